@@ -1,0 +1,17 @@
+# Installs the library with its headers, the package files for find_package(qorCred), and qorhost.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS qorCred EXPORT qorCredTargets
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY frame credentials DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qorCred
+        FILES_MATCHING PATTERN "*.h")
+install(EXPORT qorCredTargets NAMESPACE qorCred:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qorCred)
+configure_package_config_file(cmake/qorCredConfig.cmake.in qorCredConfig.cmake
+                              INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qorCred)
+write_basic_package_version_file(qorCredConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/qorCredConfig.cmake
+              ${CMAKE_CURRENT_BINARY_DIR}/qorCredConfigVersion.cmake
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qorCred)
+if(QORCRED_BUILD_HOST)
+  install(TARGETS qorhost RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()

@@ -1,0 +1,93 @@
+// Typed views of the data services that the host supplies: the connection, the database manager
+// and the result table.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "frame/controls.h"
+#include "frame/object.h"
+
+namespace qorcred {
+
+/// The manager's verdict on the last statement, handed by reference to every call.
+struct DatabaseError {
+  bool flag = false;
+  std::string text;
+};
+
+/// A query's result: rows and columns from 0, cells by position.
+class TableView : public View {
+ public:
+  using View::View;
+
+  [[nodiscard]] Value Cell(std::int32_t row, std::int32_t column) const {
+    return Get(object(), "", row, column);
+  }
+  void SetCell(std::int32_t row, std::int32_t column, const Value& value) const {
+    Put(object(), "", row, column, value);
+  }
+  [[nodiscard]] std::int32_t LowerRow() const { return Bound("LowerBound", 1); }
+  [[nodiscard]] std::int32_t UpperRow() const { return Bound("UpperBound", 1); }
+  [[nodiscard]] std::int32_t UpperColumn() const { return Bound("UpperBound", 2); }
+  void ReDim(std::int32_t lowRow, std::int32_t highRow, std::int32_t lowColumn,
+             std::int32_t highColumn) const {
+    Call(object(), "ReDim", lowRow, highRow, lowColumn, highColumn);
+  }
+  void InsertRow(std::int32_t before) const { Call(object(), "InsertRows", before); }
+
+  /// Whether cell (0, 0) counts as the empty string, the sign of no rows.
+  [[nodiscard]] bool HasNoRows() const { return IsEmptyText(Cell(0, 0)); }
+
+ private:
+  [[nodiscard]] std::int32_t Bound(std::string_view which, std::int32_t dimension) const {
+    return ToLong(Get(object(), which, dimension));
+  }
+};
+
+/// The host's open connection.
+class Connection : public View {
+ public:
+  using View::View;
+
+  void BeginTrans() const { Call(object(), "BeginTrans"); }
+  void CommitTrans() const { Call(object(), "CommitTrans"); }
+  void RollbackTrans() const { Call(object(), "RollbackTrans"); }
+  /// Runs a statement past the manager; returns the number of rows it affected.
+  std::int32_t Execute(std::string sql) const;
+};
+
+/// `qorDBI.clsDBManager`. A failed statement raises nothing: it sets the error's flag and text.
+class DatabaseManager : public View {
+ public:
+  using View::View;
+
+  [[nodiscard]] TableView ExecuteSelect(const ObjectRef& connection, std::string sql,
+                                        DatabaseError& error) const;
+  [[nodiscard]] Value ExecuteScalar(const ObjectRef& connection, std::string sql,
+                                    DatabaseError& error) const;
+  /// Returns the number of rows changed. `lastModified` may be Missing.
+  std::int32_t ExecuteUpdate(const ObjectRef& connection, std::string sql, std::string_view table,
+                             DatabaseError& error, const Value& lastModified,
+                             const Value& rid) const;
+  std::int32_t ExecuteUpdate(const ObjectRef& connection, std::string sql, std::string_view table,
+                             DatabaseError& error) const;
+  /// Returns the new row's identity, below 1 on failure.
+  std::int32_t ExecuteInsert(const ObjectRef& connection, std::string sql,
+                             std::string_view lastModified, std::string_view table,
+                             DatabaseError& error) const;
+  void ExecuteDelete(const ObjectRef& connection, std::string_view table, std::int32_t rid,
+                     DatabaseError& error) const;
+  std::int32_t ExecuteQueryDelete(const ObjectRef& connection, std::string sql,
+                                  DatabaseError& error) const;
+
+  [[nodiscard]] std::string RowIdText() const {
+    return ToText(Call(object(), "pbGetRowIDStringConstant"));
+  }
+  [[nodiscard]] std::string LastModifiedText() const {
+    return ToText(Call(object(), "pbGetLastModifiedDateStringConstant"));
+  }
+};
+
+}  // namespace qorcred

@@ -1,0 +1,32 @@
+// Small operations on UTF-8 text, with lengths counted as hosts count them: in UTF-16 units.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace qorcred {
+
+/// Removes blanks (only U+0020) at both ends.
+[[nodiscard]] std::string_view Trim(std::string_view text) noexcept;
+
+/// Length in UTF-16 units. A byte that is not UTF-8 counts as one unit.
+[[nodiscard]] std::size_t Utf16Length(std::string_view text) noexcept;
+
+/// The first `units` UTF-16 units; stops before a character that would be cut in half.
+[[nodiscard]] std::string_view LeftUtf16(std::string_view text, std::size_t units) noexcept;
+
+/// ASCII letters in upper case, everything else unchanged.
+[[nodiscard]] std::string UpperAscii(std::string_view text);
+
+/// Replaces every occurrence in one pass from the left; `from` must not be empty.
+[[nodiscard]] std::string ReplaceAll(std::string_view text, std::string_view from,
+                                     std::string_view to);
+
+[[nodiscard]] bool Contains(std::string_view text, std::string_view part) noexcept;
+
+/// Compares without regard to case, by folded code points (Latin, Greek, Cyrillic, Armenian):
+/// negative, zero or positive.
+[[nodiscard]] int CompareIgnoringCase(std::string_view one, std::string_view other) noexcept;
+
+}  // namespace qorcred
