@@ -1,0 +1,77 @@
+// From the desktop SQL that controllers and hosts write to SQLite's, by a lexer, a parser and a
+// tree. Every literal becomes a bound parameter; what a statement looks like without its literals
+// is its shape, and a shape is parsed and printed once.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "frame/value.h"
+
+namespace qorhost::dialect {
+
+enum class StatementKind : std::uint8_t { kSelect, kInsert, kUpdate, kDelete };
+
+/// A statement that the dialect refuses. what() says what was wrong and where ("line 1, column 42:
+/// unknown name 'abc'").
+class SqlError : public std::runtime_error {
+ public:
+  SqlError(const std::string& message, std::size_t line, std::size_t column);
+
+  [[nodiscard]] std::size_t line() const noexcept { return line_; }
+  [[nodiscard]] std::size_t column() const noexcept { return column_; }
+
+ private:
+  std::size_t line_;
+  std::size_t column_;
+};
+
+/// A translated statement without its literals; shared by all statements of the same shape.
+struct Shape {
+  StatementKind kind = StatementKind::kSelect;
+  std::string table;         ///< the table that INSERT, UPDATE or DELETE changes, as the catalog
+                             ///< spells it; empty for SELECT
+  std::string sql;           ///< SQLite text with parameters ?1, ?2, ...
+  bool takesNewRow = false;  ///< an INSERT whose VALUES name the row-id text
+};
+
+/// A statement ready to run. The shape lives as long as the translator (its cache is bounded: an
+/// entry that is dropped stays alive in the pointers handed out).
+struct Translation {
+  std::shared_ptr<const Shape> shape;
+  /// The values of ?1, ?2, ... in that order: Long, Double, String (dates in the canonical text
+  /// form) or Null. Valid until the next call of Translate.
+  std::span<const qorcred::Value> parameters;
+};
+
+/// The text that stands for the new row's identity in VALUES, and the text literal that stands for
+/// the time of the change anywhere.
+inline constexpr std::string_view kRowIdText = "_ROWID_";
+inline constexpr std::string_view kLastModifiedText = "_LMDATE_";
+
+class Translator {
+ public:
+  Translator();
+  ~Translator();
+  Translator(const Translator&) = delete;
+  Translator& operator=(const Translator&) = delete;
+
+  /// Translates one statement. `timeStamp` (canonical text form) takes the place of the literal
+  /// '_LMDATE_'. Raises SqlError for anything that is not exactly one statement of the dialect over
+  /// the tables of the catalog.
+  Translation Translate(std::string_view sql, std::string_view timeStamp);
+
+  /// How many statements were parsed so far (the others were found by their shape).
+  [[nodiscard]] std::size_t parsed() const noexcept;
+
+ private:
+  class Cache;
+  std::unique_ptr<Cache> cache_;
+};
+
+}  // namespace qorhost::dialect
