@@ -8,17 +8,32 @@ else()
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 endif()
 
+# A compiler cache is used when the machine has one.
+if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+  find_program(QORCRED_CCACHE ccache)
+  mark_as_advanced(QORCRED_CCACHE)
+  if(QORCRED_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${QORCRED_CCACHE})
+  endif()
+endif()
+
 if(QORCRED_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
 if(QORCRED_COVERAGE)
-  add_compile_options(--coverage -O0)
+  # Atomic counters: the tests run in parallel and share the counter files.
+  add_compile_options(--coverage -fprofile-update=atomic)
   add_link_options(--coverage)
 endif()
 
-if(QORCRED_BUILD_FUZZERS AND NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-  message(FATAL_ERROR "QORCRED_BUILD_FUZZERS needs Clang: set CMAKE_CXX_COMPILER=clang++")
+if(QORCRED_BUILD_FUZZERS)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "QORCRED_BUILD_FUZZERS needs Clang: set CMAKE_CXX_COMPILER=clang++-14")
+  endif()
+  # The code under test reports its branches to the fuzzer; only fuzzers link the engine itself.
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -8,7 +8,7 @@ install(DIRECTORY frame credentials DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qorC
 install(EXPORT qorCredTargets NAMESPACE qorCred:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qorCred)
 configure_package_config_file(cmake/qorCredConfig.cmake.in qorCredConfig.cmake
                               INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qorCred)
-write_basic_package_version_file(qorCredConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+write_basic_package_version_file(qorCredConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/qorCredConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/qorCredConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qorCred)

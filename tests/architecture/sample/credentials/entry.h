@@ -1,0 +1,4 @@
+// May use the frame.
+#pragma once
+
+#include "frame/clean.h"

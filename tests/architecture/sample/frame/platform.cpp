@@ -1,0 +1,3 @@
+// The library asks for no platform.
+#if defined(_WIN32)
+#endif

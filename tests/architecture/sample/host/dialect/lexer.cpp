@@ -1,0 +1,2 @@
+// The dialect does not know the store.
+#include "host/store/store.h"

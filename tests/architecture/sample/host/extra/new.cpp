@@ -1,0 +1,2 @@
+// A folder without a rule is not let through.
+#include "frame/clean.h"

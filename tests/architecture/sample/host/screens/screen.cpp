@@ -1,0 +1,2 @@
+// Screens do not know the controllers.
+#include "credentials/entry.h"

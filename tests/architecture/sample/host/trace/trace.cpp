@@ -1,0 +1,2 @@
+// The trace knows objects, not screens.
+#include "host/screens/screen.h"

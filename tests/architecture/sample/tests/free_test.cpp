@@ -1,0 +1,5 @@
+// Tests may use everything, but ask for no platform either.
+#include "frame/clean.h"
+#include "host/cli/main.h"
+#ifndef __APPLE__
+#endif
