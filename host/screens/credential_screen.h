@@ -1,0 +1,25 @@
+// The credential screen and the screen that creates tenants with credentials, without windows.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "frame/value.h"
+#include "host/screens/headless_screen.h"
+
+namespace qorhost {
+
+/// Name of the screen that creates a tenant for every credential.
+inline constexpr std::string_view kTenantCreatingScreen = "frmTBL";
+
+/// The credential screen as it opens: empty lists and boxes, optButtonDefault chosen, the number
+/// boxes as long as their largest number needs, no dates chosen (the pickers show `today`),
+/// facility codes displayed. The cards' layout is shown; see the controller's pbTransmitterCtls.
+[[nodiscard]] std::shared_ptr<HeadlessScreen> MakeCredentialScreen(
+    qorcred::Date today = kDefaultShownDay);
+
+/// The same with the name of the tenant-creating screen.
+[[nodiscard]] std::shared_ptr<HeadlessScreen> MakeTenantCreatingScreen(
+    qorcred::Date today = kDefaultShownDay);
+
+}  // namespace qorhost

@@ -1,0 +1,139 @@
+#include "host/screens/headless_screen.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "frame/convert.h"
+#include "frame/runtime_error.h"
+
+namespace qorhost {
+
+using qorcred::Arguments;
+using qorcred::ErrorNumber;
+using qorcred::InvokeKind;
+using qorcred::RuntimeError;
+using qorcred::Value;
+using qorcred::ValueType;
+
+namespace {
+
+constexpr std::string_view kName = "Name";
+
+char LowerAscii(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
+                                              : character;
+}
+
+/// What a variable declared with the type of `declared` holds after `value` is put into it.
+Value ConvertLike(const Value& declared, const Value& value) {
+  switch (declared.type()) {
+    case ValueType::kBoolean:
+      return Value(qorcred::ToBoolean(value));
+    case ValueType::kInteger:
+      return Value(qorcred::ToInteger(value));
+    case ValueType::kLong:
+      return Value(qorcred::ToLong(value));
+    case ValueType::kDouble:
+      return Value(qorcred::ToDouble(value));
+    case ValueType::kDate:
+      return Value(qorcred::ToDate(value));
+    case ValueType::kString:
+      return Value(qorcred::ToText(value));
+    default:
+      return value;
+  }
+}
+
+}  // namespace
+
+bool HeadlessScreen::NameLess::operator()(std::string_view one,
+                                          std::string_view other) const noexcept {
+  return std::lexicographical_compare(
+      one.begin(), one.end(), other.begin(), other.end(),
+      [](char left, char right) { return LowerAscii(left) < LowerAscii(right); });
+}
+
+HeadlessScreen::HeadlessScreen(std::string name)
+    : name_(std::move(name)), focus_(std::make_shared<FocusHolder>()) {}
+
+void HeadlessScreen::AddVariable(std::string name, Value initial) {
+  AddMember(std::move(name), {nullptr, std::move(initial)});
+}
+
+void HeadlessScreen::AddMember(std::string name, Member member) {
+  if (name.empty() || qorcred::SameMember(name, kName) ||
+      !members_.emplace(std::move(name), std::move(member)).second) {
+    throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
+  }
+}
+
+const HeadlessScreen::Member& HeadlessScreen::Find(std::string_view name) const {
+  const auto found = members_.find(name);
+  if (found == members_.end()) {
+    throw RuntimeError(ErrorNumber::kUnknownMember);
+  }
+  return found->second;
+}
+
+void HeadlessScreen::RaiseWrongKind() {
+  throw RuntimeError(ErrorNumber::kTypeMismatch);
+}
+
+std::string_view HeadlessScreen::SpelledName(std::string_view name) const {
+  if (qorcred::SameMember(name, kName)) {
+    return kName;
+  }
+  const auto found = members_.find(name);
+  return found == members_.end() ? std::string_view() : std::string_view(found->first);
+}
+
+std::vector<std::string_view> HeadlessScreen::Names() const {
+  std::vector<std::string_view> names;
+  names.reserve(members_.size());
+  for (const auto& [name, member] : members_) {
+    names.emplace_back(name);
+  }
+  return names;
+}
+
+const Value& HeadlessScreen::Variable(std::string_view name) const {
+  const Member& member = Find(name);
+  if (member.control != nullptr) {
+    RaiseWrongKind();
+  }
+  return member.variable;
+}
+
+void HeadlessScreen::SetVariable(std::string_view name, const Value& value) {
+  const auto found = members_.find(name);
+  if (found == members_.end()) {
+    throw RuntimeError(ErrorNumber::kUnknownMember);
+  }
+  Member& member = found->second;
+  if (member.control != nullptr) {
+    RaiseWrongKind();
+  }
+  member.variable = ConvertLike(member.variable, value);
+}
+
+Value HeadlessScreen::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+  if (qorcred::SameMember(member, kName)) {
+    RefusePut(kind);
+    RequireCount(arguments, 0);
+    return Value(name_);
+  }
+  const Member& found = Find(member);
+  if (found.control != nullptr) {
+    // "screen.control(2)" and "screen.control = 3" mean the control's default member.
+    return arguments.empty() ? Value(found.control) : found.control->Invoke("", kind, arguments);
+  }
+  if (kind == InvokeKind::kPut) {
+    RequireCount(arguments, 1);
+    SetVariable(member, arguments.front());
+    return {};
+  }
+  RequireCount(arguments, 0);
+  return found.variable;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,98 @@
+// A screen in memory: its controls and its public variables by name.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/object.h"
+#include "host/screens/list_box.h"
+#include "host/screens/picker.h"
+#include "host/screens/simple_controls.h"
+
+namespace qorhost {
+
+/// Members: every control (get; its default member when arguments or a value are handed over),
+/// every variable (get/put) and Name (get). Letter case does not count; names keep the spelling
+/// with which they were added. A variable converts what is put to the type of its initial value;
+/// one that starts Empty takes anything. An unknown name raises kUnknownMember.
+class HeadlessScreen final : public qorcred::Object {
+ public:
+  explicit HeadlessScreen(std::string name);
+
+  /// Takes a control in under a name; a name that is taken already raises kInvalidProcedureCall.
+  /// Returns the control.
+  template <typename Kind>
+  std::shared_ptr<Kind> Add(std::string name, std::shared_ptr<Kind> control) {
+    AttachTo(name, *control);
+    AddMember(std::move(name), {control, {}});
+    return control;
+  }
+  /// Declares a public variable with its initial value.
+  void AddVariable(std::string name, qorcred::Value initial);
+
+  [[nodiscard]] const std::string& name() const { return name_; }
+  /// The name of the control that got the focus last; "" at first.
+  [[nodiscard]] const std::string& focused() const { return focus_->focused; }
+  void ClearFocus() { focus_->focused.clear(); }
+  /// The spelling under which a control or variable was added; "" when there is none.
+  [[nodiscard]] std::string_view SpelledName(std::string_view name) const;
+  /// The names of all controls and variables, by letter.
+  [[nodiscard]] std::vector<std::string_view> Names() const;
+
+  /// A control by name and kind; raises kUnknownMember when there is none of that name and
+  /// kTypeMismatch when it is of another kind.
+  template <typename Kind>
+  [[nodiscard]] Kind& Get(std::string_view name) const {
+    return Cast<Kind>(Find(name).control);
+  }
+  [[nodiscard]] ListBox& List(std::string_view name) const { return Get<ListBox>(name); }
+  [[nodiscard]] TextBox& Box(std::string_view name) const { return Get<TextBox>(name); }
+  [[nodiscard]] Picker& Date(std::string_view name) const { return Get<Picker>(name); }
+  [[nodiscard]] CheckBox& Check(std::string_view name) const { return Get<CheckBox>(name); }
+  [[nodiscard]] OptionButton& Option(std::string_view name) const {
+    return Get<OptionButton>(name);
+  }
+  [[nodiscard]] Control& Any(std::string_view name) const { return Get<Control>(name); }
+  [[nodiscard]] const qorcred::Value& Variable(std::string_view name) const;
+  void SetVariable(std::string_view name, const qorcred::Value& value);
+
+  qorcred::Value Invoke(std::string_view member, qorcred::InvokeKind kind,
+                        qorcred::Arguments arguments) override;
+
+ private:
+  /// A control, or a variable when there is no control.
+  struct Member {
+    qorcred::ObjectRef control;
+    qorcred::Value variable;
+  };
+  struct NameLess {
+    using is_transparent = void;
+    bool operator()(std::string_view one, std::string_view other) const noexcept;
+  };
+
+  void AttachTo(const std::string& name, Control& control) const { control.Attach(name, focus_); }
+  void AttachTo(const std::string& name, ControlArray& controls) const {
+    controls.Attach(name, focus_);
+  }
+  void AddMember(std::string name, Member member);
+  [[nodiscard]] const Member& Find(std::string_view name) const;
+
+  template <typename Kind>
+  [[nodiscard]] static Kind& Cast(const qorcred::ObjectRef& object) {
+    auto* control = dynamic_cast<Kind*>(object.get());
+    if (control == nullptr) {
+      RaiseWrongKind();
+    }
+    return *control;
+  }
+  [[noreturn]] static void RaiseWrongKind();
+
+  std::string name_;
+  std::shared_ptr<FocusHolder> focus_;
+  std::map<std::string, Member, NameLess> members_;
+};
+
+}  // namespace qorhost

@@ -1,0 +1,77 @@
+// A combo box or list box in memory.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/screens/control.h"
+
+namespace qorhost {
+
+/// Items with a text and a 32-bit number each, counted from 0, one of them selected or none (-1).
+/// Members: Clear, AddItem(text[, index]), RemoveItem(index), NewIndex, ItemData(index) get/put,
+/// ListIndex get/put, ListCount, List(index) get/put (the default member is Text), Text.
+/// An index outside the list raises kIndexOutOfRange in ItemData and List, kInvalidProcedureCall
+/// everywhere else; a Text that no item has raises kInvalidProcedureCall. Nothing changes then.
+class ListBox final : public Control {
+ public:
+  using SelectHandler = std::function<void(std::int32_t index)>;
+
+  static constexpr std::int32_t kNone = -1;
+
+  /// Removes all items; nothing is selected and NewIndex is -1.
+  void Clear();
+  /// Appends an item; its number is 0.
+  void AddItem(std::string text);
+  /// Inserts an item; the selection stays on the item that it was on.
+  void AddItem(std::string text, std::int32_t index);
+  /// Removes an item and with it the selection when it was on that item; NewIndex becomes -1.
+  void RemoveItem(std::int32_t index);
+  /// Selects an item, or none; calls the handler when the selection changed.
+  void Select(std::int32_t index);
+
+  [[nodiscard]] std::int32_t count() const { return static_cast<std::int32_t>(items_.size()); }
+  [[nodiscard]] std::int32_t selected() const { return selected_; }
+  [[nodiscard]] std::int32_t newIndex() const { return newIndex_; }
+  [[nodiscard]] const std::string& Text(std::int32_t index) const {
+    return items_[Place(index)].text;
+  }
+  [[nodiscard]] std::int32_t ItemData(std::int32_t index) const {
+    return items_[Place(index)].data;
+  }
+  /// The selected item's text, or "".
+  [[nodiscard]] std::string SelectedText() const;
+  /// The index of the first item with that text or number; kNone when there is none.
+  [[nodiscard]] std::int32_t FindText(std::string_view text) const;
+  [[nodiscard]] std::int32_t FindData(std::int32_t data) const;
+
+  /// Called after the selection moved to another item. Not called by Clear or RemoveItem.
+  void OnSelect(SelectHandler handler) { onSelect_ = std::move(handler); }
+
+ protected:
+  qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
+                           qorcred::Arguments arguments) override;
+
+ private:
+  struct Item {
+    std::string text;
+    std::int32_t data = 0;
+  };
+
+  /// The place of an item; raises kIndexOutOfRange.
+  [[nodiscard]] std::size_t Place(std::int32_t index) const;
+  qorcred::Value AddItemMember(qorcred::InvokeKind kind, qorcred::Arguments arguments);
+  qorcred::Value TextMember(qorcred::InvokeKind kind, qorcred::Arguments arguments);
+  qorcred::Value ItemMember(ControlMember member, qorcred::InvokeKind kind,
+                            qorcred::Arguments arguments);
+
+  std::vector<Item> items_;
+  SelectHandler onSelect_;
+  std::int32_t selected_ = kNone;
+  std::int32_t newIndex_ = kNone;
+};
+
+}  // namespace qorhost

@@ -1,0 +1,45 @@
+// A date and time picker in memory.
+#pragma once
+
+#include <optional>
+
+#include "frame/date.h"
+#include "host/screens/control.h"
+
+namespace qorhost {
+
+/// Members: Value (Date or Null, the default member), Month, Day, Year, Hour, Minute, Second,
+/// MinDate, MaxDate. The parts are those of the date-time shown, which stays when the value becomes
+/// Null: writing a part changes what is shown and leaves a Null value Null. A part that gives no
+/// date (month 2 with day 31 shown) or a day before MinDate or after MaxDate raises
+/// kInvalidProcedureCall and changes nothing; the time of day does not count for the limits.
+class Picker final : public Control {
+ public:
+  /// Shows `shown`, with no date chosen.
+  explicit Picker(qorcred::Date shown);
+
+  [[nodiscard]] bool chosen() const { return chosen_; }
+  [[nodiscard]] qorcred::Date shown() const { return shown_; }
+  /// The chosen date, or Null.
+  [[nodiscard]] qorcred::Value Chosen() const;
+  /// Chooses a date, or none.
+  void Choose(std::optional<qorcred::Date> date);
+
+ protected:
+  qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
+                           qorcred::Arguments arguments) override;
+
+ private:
+  qorcred::Value PartMember(int qorcred::CivilTime::*part, qorcred::InvokeKind kind,
+                            qorcred::Arguments arguments);
+  qorcred::Value LimitMember(qorcred::Date& limit, qorcred::InvokeKind kind,
+                             qorcred::Arguments arguments);
+  void RequireInside(qorcred::Date date) const;
+
+  qorcred::Date shown_;
+  bool chosen_ = false;
+  qorcred::Date minDate_;
+  qorcred::Date maxDate_;
+};
+
+}  // namespace qorhost
