@@ -1,0 +1,34 @@
+#include "frame/object.h"
+
+#include <algorithm>
+
+#include "frame/runtime_error.h"
+
+namespace qorcred {
+namespace {
+
+char LowerAscii(char letter) noexcept {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+}  // namespace
+
+const ObjectRef& RequireObject(const Value& value) {
+  const ObjectRef* object = value.As<ObjectRef>();
+  if (object == nullptr) throw RuntimeError(ErrorNumber::kObjectRequired);
+  if (*object == nullptr) throw RuntimeError(ErrorNumber::kObjectNotSet);
+  return *object;
+}
+
+Object& RequireSet(const ObjectRef& object) {
+  if (object == nullptr) throw RuntimeError(ErrorNumber::kObjectNotSet);
+  return *object;
+}
+
+bool SameMember(std::string_view one, std::string_view other) noexcept {
+  return one.size() == other.size() &&
+         std::equal(one.begin(), one.end(), other.begin(),
+                    [](char a, char b) { return LowerAscii(a) == LowerAscii(b); });
+}
+
+}  // namespace qorcred

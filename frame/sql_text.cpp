@@ -1,0 +1,67 @@
+#include "frame/sql_text.h"
+
+namespace qorcred {
+namespace {
+
+constexpr std::string_view kNull = "Null";
+
+/// What a rule does at one place: copy `kept` characters, write Null, go on after `taken`.
+struct Hole {
+  std::size_t kept = 0;
+  std::size_t taken = 0;
+};
+
+enum class MinusOne : bool { kStays, kBecomesNull };
+
+/// The hole that starts at `position`, `taken` 0 when there is none. No rule's result holds what
+/// another rule looks for, so one pass over the original text does what the rules do in turn.
+/// The comma that ends one hole may start the next: it is not taken.
+template <MinusOne minusOne>
+Hole HoleAt(std::string_view sql, std::size_t position) noexcept {
+  const auto at = [sql, position](std::size_t offset) {
+    return position + offset < sql.size() ? sql[position + offset] : '\0';
+  };
+  switch (sql[position]) {
+    case ',':
+    case '=':
+      return at(1) == ' ' && at(2) == ',' ? Hole{2, 2} : Hole{};
+    case '\'':
+      return at(1) == '\'' ? Hole{0, 2} : Hole{};
+    case '-':
+      return minusOne == MinusOne::kBecomesNull && at(1) == '1' ? Hole{0, 2} : Hole{};
+    default:
+      return {};
+  }
+}
+
+template <MinusOne minusOne>
+std::string FillHoles(std::string sql) {
+  std::string filled;
+  std::size_t copied = 0;
+  for (std::size_t position = 0; position < sql.size();) {
+    const Hole hole = HoleAt<minusOne>(sql, position);
+    if (hole.taken == 0) {
+      ++position;
+      continue;
+    }
+    // Most statements have no hole; room is made at the first one only.
+    if (filled.empty()) filled.reserve(sql.size() + sql.size() / 4 + kNull.size());
+    filled.append(sql, copied, position + hole.kept - copied).append(kNull);
+    position += hole.taken;
+    copied = position;
+  }
+  if (copied == 0) return sql;
+  return filled.append(sql, copied);
+}
+
+}  // namespace
+
+std::string FixNullValues(std::string sql) {
+  return FillHoles<MinusOne::kBecomesNull>(std::move(sql));
+}
+
+std::string ReplaceEmptyWithNull(std::string sql) {
+  return FillHoles<MinusOne::kStays>(std::move(sql));
+}
+
+}  // namespace qorcred
