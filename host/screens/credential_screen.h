@@ -12,9 +12,11 @@ namespace qorhost {
 /// Name of the screen that creates a tenant for every credential.
 inline constexpr std::string_view kTenantCreatingScreen = "frmTBL";
 
-/// The credential screen as it opens: empty lists and boxes, optButtonDefault chosen, the number
-/// boxes as long as their largest number needs, no dates chosen (the pickers show `today`),
-/// facility codes displayed. The cards' layout is shown; see the controller's pbTransmitterCtls.
+/// What the pickers show unless told otherwise: 1 January 2000.
+inline constexpr qorcred::Date kDefaultShownDay{36526.0};
+
+/// The credential screen as it opens: empty lists and boxes, optButtonDefault chosen, no dates
+/// chosen (the pickers show `today`), facility codes displayed, everything visible and enabled.
 [[nodiscard]] std::shared_ptr<HeadlessScreen> MakeCredentialScreen(
     qorcred::Date today = kDefaultShownDay);
 
