@@ -120,3 +120,17 @@ build() {
     fi
   } 9> "$folder/.lock"
 }
+
+# The paths of all C++ files of the project from its root, ended by NUL; arguments narrow the search
+# to folders.
+list_sources() {
+  local folders=("$@")
+  [ $# -gt 0 ] || folders=(.)
+  (cd "$root" && find "${folders[@]}" -path ./build -prune -o \
+     \( -name '*.h' -o -name '*.cpp' \) -type f -print0 | sort -z)
+}
+
+# Prints a heading for what follows, with the minutes and seconds since the script began.
+stage() {
+  printf '\n== %s  [%d:%02d]\n' "$*" $((SECONDS / 60)) $((SECONDS % 60)) >&2
+}
