@@ -6,6 +6,7 @@
 #include <limits>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 #include "frame/date.h"
 #include "frame/number_text.h"
@@ -17,10 +18,6 @@ namespace qorcred {
 namespace {
 
 constexpr double kTrue = -1.0;
-
-// First and last day that a date can hold: 1 January 100 and 31 December 9999, up to midnight.
-constexpr double kFirstSerial = -657435.0;
-constexpr double kEndSerial = 2958466.0;
 
 std::string WholeNumberText(std::int32_t number) {
   std::array<char, 11> buffer;
@@ -120,8 +117,17 @@ std::string ToText(const Value& value) {
   throw RuntimeError(ErrorNumber::kTypeMismatch);
 }
 
+std::string ToText(Value&& value) {
+  if (std::string* text = value.As<std::string>()) return std::move(*text);
+  return ToText(std::as_const(value));
+}
+
 std::string TextOrEmpty(const Value& value) {
   return value.Is(ValueType::kNull) ? std::string() : ToText(value);
+}
+
+std::string TextOrEmpty(Value&& value) {
+  return value.Is(ValueType::kNull) ? std::string() : ToText(std::move(value));
 }
 
 bool ToBoolean(const Value& value) {
@@ -175,7 +181,7 @@ Date ToDate(const Value& value) {
     return *date;
   }
   const double serial = ToDouble(value);
-  if (serial <= kFirstSerial || serial >= kEndSerial) throw RuntimeError(ErrorNumber::kOverflow);
+  if (!IsInCalendar(serial)) throw RuntimeError(ErrorNumber::kOverflow);
   return Date{serial};
 }
 

@@ -14,9 +14,11 @@ namespace qorcred {
 /// (1E+15, 1E-05); "True"/"False"; dates as DateText(); Empty is "".
 /// Raises kInvalidUseOfNull for Null and kTypeMismatch for objects, arrays and Missing.
 [[nodiscard]] std::string ToText(const Value& value);
+[[nodiscard]] std::string ToText(Value&& value);
 
 /// The value with "" appended: as ToText(), but Null gives "".
 [[nodiscard]] std::string TextOrEmpty(const Value& value);
+[[nodiscard]] std::string TextOrEmpty(Value&& value);
 
 /// False for 0 and Empty, True for every other number; the words True and False in any case and
 /// numeric texts. Raises kTypeMismatch for other texts and objects, kInvalidUseOfNull for Null.
@@ -31,20 +33,21 @@ namespace qorcred {
 /// As above, without rounding.
 [[nodiscard]] double ToDouble(const Value& value);
 
-/// Dates themselves, texts that ParseDate() reads, numbers as serial days.
+/// Dates themselves, texts that ParseDate() reads, numbers as serial days. Raises kTypeMismatch for
+/// other texts, kOverflow for a number outside the calendar, otherwise as above.
 [[nodiscard]] Date ToDate(const Value& value);
 
 /// Whether the value is a number or a text that is one as a whole: blanks around it, one sign in
 /// front or behind, grouping commas before the point, one point, an exponent (E or D), &H and &O
 /// forms, brackets for a negative number, a currency sign ($). Empty and Booleans are numeric;
-/// Null, dates and "" are not.
+/// Null, dates, "" and what no double can hold are not.
 [[nodiscard]] bool IsNumeric(const Value& value);
 [[nodiscard]] bool IsNumeric(std::string_view text);
 
 /// The number at the start of a text, 0 when there is none. Blanks, tabs and line feeds are
 /// skipped, also inside the number; one sign, one point, an exponent (E or D) and &H / &O forms
-/// (16 bit when four hex digits or fewer) are read. Never raises but for kOverflow beyond the range
-/// of a double.
+/// (16 bit when four hex digits or fewer) are read; more than 32 bits count as no number. Never
+/// raises but for kOverflow beyond the range of a double.
 [[nodiscard]] double Val(std::string_view text);
 
 /// Val() of the value with "" appended: Null and Empty give 0.

@@ -59,11 +59,7 @@ struct DayAndTime {
 };
 
 DayAndTime TakeApart(Date date) {
-  // Written so that a NaN is refused as well.
-  if (!(date.serial > static_cast<double>(kFirstDay - 1) &&
-        date.serial < static_cast<double>(kLastDay + 1))) {
-    RaiseOutsideCalendar();
-  }
+  if (!IsInCalendar(date.serial)) RaiseOutsideCalendar();
   const double day = std::trunc(date.serial);
   return {static_cast<std::int64_t>(day), std::fabs(date.serial - day)};
 }
@@ -240,6 +236,11 @@ class DateReader {
 };
 
 }  // namespace
+
+bool IsInCalendar(double serial) noexcept {
+  // The first day's time of day reaches below its number. A NaN fails both comparisons.
+  return serial > static_cast<double>(kFirstDay - 1) && serial < static_cast<double>(kLastDay + 1);
+}
 
 CivilTime ToCivil(Date date) {
   const std::int64_t seconds = SecondsSinceDayZero(date);

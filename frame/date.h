@@ -21,6 +21,10 @@ struct CivilTime {
   friend bool operator==(const CivilTime&, const CivilTime&) = default;
 };
 
+/// Whether a serial number lies in the years 100 to 9999. The functions below raise
+/// kInvalidProcedureCall for a date that does not.
+[[nodiscard]] bool IsInCalendar(double serial) noexcept;
+
 /// Takes a date apart, rounded to the nearest second.
 [[nodiscard]] CivilTime ToCivil(Date date);
 

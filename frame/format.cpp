@@ -12,6 +12,7 @@
 #include "frame/date_names.h"
 #include "frame/number_text.h"
 #include "frame/object.h"
+#include "frame/text.h"
 
 namespace qorcred {
 namespace {
@@ -20,10 +21,6 @@ constexpr std::string_view kHalfDay = "AM/PM";
 
 bool IsNumberPicture(std::string_view picture) noexcept {
   return !picture.empty() && picture.find_first_not_of('0') == std::string_view::npos;
-}
-
-char LowerAscii(char letter) noexcept {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
 void AppendPadded(std::string& text, int number, std::size_t width) {
@@ -162,7 +159,8 @@ std::string FormatText(const std::string& text, std::string_view picture) {
     return date ? FormatNumber(date->serial, picture.size()) : text;
   }
   if (date) return DatePicture(*date, picture).Write();
-  return numeric ? DatePicture(ToDate(number.number), picture).Write() : text;
+  if (!numeric || !IsInCalendar(number.number)) return text;
+  return DatePicture(Date{number.number}, picture).Write();
 }
 
 }  // namespace

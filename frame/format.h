@@ -14,7 +14,8 @@ namespace qorcred {
 /// Other characters stand for themselves.
 /// Number pictures are runs of "0": at least that many digits, rounded half away from zero, the
 /// sign in front. A picture of the other kind is applied to the value converted to a date or a
-/// number; a text that cannot be converted comes back unchanged.
+/// number; a text that cannot be converted comes back unchanged. Other values raise as ToDate() and
+/// ToDouble() do.
 [[nodiscard]] std::string Format(const Value& value, std::string_view picture);
 
 }  // namespace qorcred

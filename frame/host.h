@@ -49,7 +49,7 @@ class Host {
   virtual std::string DateText(Date date);
 
   /// Text to bytes of the surroundings' ANSI code page and back. Unless overridden code page 1252;
-  /// a character outside the code page becomes "?".
+  /// a character outside the code page becomes "?", one for each UTF-16 unit.
   virtual std::vector<std::uint8_t> TextToAnsi(std::string_view text);
   virtual std::string AnsiToText(std::span<const std::uint8_t> bytes);
 };

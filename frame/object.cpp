@@ -3,16 +3,9 @@
 #include <algorithm>
 
 #include "frame/runtime_error.h"
+#include "frame/text.h"
 
 namespace qorcred {
-namespace {
-
-char LowerAscii(char letter) noexcept {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-}  // namespace
-
 const ObjectRef& RequireObject(const Value& value) {
   const ObjectRef* object = value.As<ObjectRef>();
   if (object == nullptr) throw RuntimeError(ErrorNumber::kObjectRequired);

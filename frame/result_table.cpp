@@ -27,10 +27,11 @@ constexpr std::size_t kMostCells = 25'000'000;
   throw RuntimeError(ErrorNumber::kIndexOutOfRange);
 }
 
-/// The number of places from `low` to `high`, which may be none.
+/// The number of places from `low` to `high`, which may be none. The lowest number of all is no
+/// bound, because a dimension that is emptied later ends one below its first place.
 std::size_t LengthOf(std::int32_t low, std::int32_t high) {
   const std::int64_t length = std::int64_t{high} - low + 1;
-  if (length < 0) RaiseOutOfRange();
+  if (length < 0 || low == std::numeric_limits<std::int32_t>::min()) RaiseOutOfRange();
   return static_cast<std::size_t>(length);
 }
 

@@ -15,6 +15,7 @@ namespace qorcred {
 /// Late-bound members: Value(row, column) get/put (also the default member), LowerBound(dimension),
 /// UpperBound(dimension), ReDim, InsertRows(row[, count]), DeleteRows(row[, count]), QuickSort.
 /// Every index outside the bounds raises kIndexOutOfRange and changes nothing.
+/// More than 25 million cells raise kOutOfMemory.
 class ResultTable final : public Object {
  public:
   /// One cell (0, 0) that holds "".

@@ -39,7 +39,7 @@ class TextPart {
 
  private:
   std::string_view text_;
-  std::array<char, 11> digits_;  // "-2147483648"
+  std::array<char, 11> digits_{};  // "-2147483648"
   std::size_t digitCount_ = 0;
 };
 

@@ -16,6 +16,11 @@ namespace qorcred {
 /// The first `units` UTF-16 units; stops before a character that would be cut in half.
 [[nodiscard]] std::string_view LeftUtf16(std::string_view text, std::size_t units) noexcept;
 
+/// An ASCII letter in lower case, any other character unchanged.
+[[nodiscard]] constexpr char LowerAscii(char letter) noexcept {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
 /// ASCII letters in upper case, everything else unchanged.
 [[nodiscard]] std::string UpperAscii(std::string_view text);
 

@@ -67,6 +67,8 @@ class Value {
   Value(const char* text) : data_(std::in_place_type<std::string>, text) {}
   Value(ObjectRef object) : data_(std::move(object)) {}
   Value(StringArray texts) : data_(std::move(texts)) {}
+  // Any other pointer would silently become a Boolean.
+  Value(const void*) = delete;
 
   [[nodiscard]] ValueType type() const { return static_cast<ValueType>(data_.index()); }
   [[nodiscard]] bool Is(ValueType type) const { return this->type() == type; }
