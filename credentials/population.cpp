@@ -1,0 +1,166 @@
+// Fills the credential screen's lists and defaults before the user enters anything.
+#include <array>
+
+#include "credentials/cls_credential.h"
+#include "credentials/credential_type.h"
+#include "frame/convert.h"
+#include "frame/date.h"
+#include "frame/schema.h"
+#include "frame/sql_text.h"
+#include "frame/trap.h"
+
+namespace qorcred {
+
+namespace {
+
+constexpr std::array<std::string_view, 4> kScheduleLists{"cboSchedules1", "cboSchedules2",
+                                                         "cboSchedules3", "cboSchedules4"};
+
+/// The system colour of a button's face, which marks a box that takes no input.
+constexpr auto kButtonFace = static_cast<std::int32_t>(0x8000000FU);
+
+/// The screen that creates a tenant with every credential.
+constexpr std::string_view kTenantCreatingScreen = "frmTBL";
+
+// Puts the two schedules that every unit has in front of the stored ones.
+void PutFixedSchedulesFirst(const TableView& schedules) {
+  if (schedules.UpperColumn() == 0) {
+    schedules.ReDim(0, 1, 0, 1);
+  } else {
+    schedules.InsertRow(0);
+    schedules.InsertRow(0);
+  }
+  schedules.SetCell(0, 0, 0);
+  schedules.SetCell(0, 1, "No Access");
+  schedules.SetCell(1, 0, 1);
+  schedules.SetCell(1, 1, "Full Access");
+}
+
+bool IsTrueCell(const Value& cell) {
+  return !IsEmptyText(cell) && Equals(cell, true);
+}
+
+void SetNoDeactivation(const DatePicker& start, const DatePicker& end, Date today) {
+  start.SetChosen(today);
+  const CivilTime civil = ToCivil(today);
+  if (civil.month == 2 && civil.day == 29) {
+    // The year set next has no 29 February.
+    end.SetMonth(3);
+    end.SetDay(1);
+  }
+  end.SetYear(civil.year + 1);
+  start.SetChosen(Null{});
+  end.SetEndOfDay();
+  end.SetChosen(Null{});
+}
+
+void SetFixedDeactivation(const DatePicker& start, const DatePicker& end, Date today,
+                          const Value& lastDay) {
+  start.SetChosen(today);
+  end.SetChosen(lastDay);
+  end.SetEndOfDay();
+}
+
+void SetDeactivationAfterDays(const DatePicker& start, const DatePicker& end, Date today,
+                              double days) {
+  start.SetChosen(today);
+  const Date lastDay = AddDays(today, days);
+  const Date latest = end.MaxDate();
+  end.SetChosen(DaysBetween(lastDay, latest) > 0 ? lastDay : latest);
+  end.SetEndOfDay();
+}
+
+}  // namespace
+
+void clsCredential::pbRetrieveSchedules(const ObjectRef& objConn, std::int32_t lngUnitKey) {
+  Trap(host_, "pbRetrieveSchedules", [&] {
+    const Screen screen = RequireScreen();
+    const TableView schedules = Manager().ExecuteSelect(
+        objConn,
+        Concat("Select ScheduleID, ScheduleName from Schedules Where ScheduleID not in (0,1) and "
+               " modified <> 3 and UnitKey = ",
+               lngUnitKey, "  Order by ScheduleName "),
+        error_);
+    PutFixedSchedulesFirst(schedules);
+
+    const std::array<ListControl, 4> lists{
+        screen.List(kScheduleLists[0]), screen.List(kScheduleLists[1]),
+        screen.List(kScheduleLists[2]), screen.List(kScheduleLists[3])};
+    for (const ListControl& list : lists) list.Clear();
+    if (!schedules.HasNoRows()) {
+      const std::int32_t last = schedules.UpperRow();
+      for (std::int32_t row = schedules.LowerRow(); row <= last; ++row) {
+        const std::string name = TextOrEmpty(schedules.Cell(row, 1));
+        const Value id = schedules.Cell(row, 0);
+        for (const ListControl& list : lists) list.AddItemWithData(name, id);
+      }
+    }
+    for (const ListControl& list : lists) list.SetListIndex(1);
+  });
+}
+
+void clsCredential::pbRetrieveTenants(const ObjectRef& objConn, std::int32_t lngUnitKey) {
+  Trap(host_, "pbRetrieveTenants", [&] {
+    const Screen screen = RequireScreen();
+    const TableView tenants = Manager().ExecuteSelect(
+        objConn,
+        Concat("SELECT TenantID,LastName,FirstName,MiddleInitial FROM Tenants WHERE UnitKey=",
+               lngUnitKey, " AND Resident=0 ORDER BY LastName,FirstName,MiddleInitial "),
+        error_);
+    const ListControl list = screen.List("cboAssignedTo");
+    list.Clear();
+    list.AddItemWithData("<Unassigned>", kNoRow);
+    if (tenants.HasNoRows()) return;
+    const std::int32_t last = tenants.UpperRow();
+    for (std::int32_t row = tenants.LowerRow(); row <= last; ++row) {
+      // The blanks stay where a part of the name is missing.
+      list.AddItemWithData(
+          Concat(TextOrEmpty(tenants.Cell(row, 1)), " ", TextOrEmpty(tenants.Cell(row, 2)), " ",
+                 TextOrEmpty(tenants.Cell(row, 3))),
+          tenants.Cell(row, 0));
+    }
+  });
+}
+
+void clsCredential::pbRetrieveSettingsFromUnit(const ObjectRef& objConn, std::int32_t lngUnitKey) {
+  Trap(host_, "pbRetrieveSettingsFromUnit", [&] {
+    const Screen screen = RequireScreen();
+    const ListControl types = screen.List("cboCredentialType");
+    for (const CredentialTypeName& name : kCredentialTypes) {
+      types.AddItemWithData(std::string(name.label), name.type);
+    }
+    types.SetListIndex(0);
+
+    const TableView settings = Manager().ExecuteSelect(
+        objConn,
+        Concat("SELECT ", column::IGNOREFACILITYCODE, ", ", column::RECORDDEACTIVATION, ", ",
+               column::DEACTIVATIONDATE, ", ", column::DEACTIVATIONDAYS,
+               " FROM UnitSettings WHERE UnitKey=", lngUnitKey),
+        error_);
+    if (IsTrueCell(settings.Cell(0, 0))) {
+      const Control box = screen.Any("txtFacilityCode");
+      const Control label = screen.Any("lblFacilityCode");
+      box.SetEnabled(false);
+      label.SetEnabled(false);
+      box.SetBackColor(kButtonFace);
+      label.SetBackColor(kButtonFace);
+    }
+    if (screen.Name() == kTenantCreatingScreen) SetDefaultDates(screen, settings);
+  });
+}
+
+void clsCredential::SetDefaultDates(const Screen& screen, const TableView& settings) {
+  const double mode = NumericValue(settings.Cell(0, 1));
+  const DatePicker start = screen.Picker("dtpStart");
+  const DatePicker end = screen.Picker("dtpEnd");
+  const Date today = DayOf(host_.Now());
+  if (mode == 0) {
+    SetNoDeactivation(start, end, today);
+  } else if (mode == 1) {
+    SetFixedDeactivation(start, end, today, settings.Cell(0, 2));
+  } else if (mode == 2) {
+    SetDeactivationAfterDays(start, end, today, NumericValue(settings.Cell(0, 3)));
+  }
+}
+
+}  // namespace qorcred

@@ -1,0 +1,23 @@
+#include "credentials/save_transaction.h"
+
+#include "frame/trap.h"
+
+namespace qorcred {
+
+SaveTransaction::SaveTransaction(Host& host, const ObjectRef& connection, const Screen& screen)
+    : host_(host), connection_(connection), screen_(screen) {
+  connection_.BeginTrans();
+}
+
+SaveTransaction::~SaveTransaction() {
+  if (committed_) return;
+  Trap(host_, "pbSave", [this] { screen_.SetVariable("gstrNewTenantIDs", ""); });
+  Trap(host_, "pbSave", [this] { connection_.RollbackTrans(); });
+}
+
+void SaveTransaction::Commit() {
+  connection_.CommitTrans();
+  committed_ = true;
+}
+
+}  // namespace qorcred

@@ -1,0 +1,51 @@
+#include "frame/siblings.h"
+
+#include <array>
+#include <string>
+
+#include "frame/convert.h"
+
+namespace qorcred {
+
+namespace {
+
+std::int16_t CountIn(const Value& status) {
+  return RoundToInteger(NumericValue(status));
+}
+
+}  // namespace
+
+std::int32_t TenantComponent::NextLinkCode(std::int32_t unitKey,
+                                           const ObjectRef& connection) const {
+  return ToLong(Call(object(), "pbGetMaxGroupIDOrLinkID", unitKey, connection, true));
+}
+
+void TenantComponent::TakeLinkCode(std::int32_t unitKey, const ObjectRef& connection) const {
+  Call(object(), "pbIncrementMaxGroupIDOrLinkIDByOne", unitKey, connection, true, 1);
+}
+
+std::int32_t TenantComponent::TenantId(const ObjectRef& connection, std::int32_t unitKey,
+                                       std::int32_t rid) const {
+  return ToLong(Call(object(), "pbGetTenantID", connection, unitKey, rid));
+}
+
+void TenantComponent::CreateProgramSteps(const ObjectRef& connection, std::int32_t unitKey,
+                                         std::int32_t tenant) const {
+  Call(object(), "pvCreateProgramSteps", connection, unitKey, tenant);
+}
+
+std::int16_t ApplicationComponent::CodesInUse(const ObjectRef& connection,
+                                              std::int32_t unitKey) const {
+  // Connection, unit key, one 16-bit integer and six texts, all but the first filled in by the
+  // component; the sixth, seventh and eighth are the counts.
+  std::array<Value, 9> status{Value(connection), Value(unitKey), Value(std::int16_t{0}),
+                              Value(""),         Value(""),      Value(""),
+                              Value(""),         Value(""),      Value("")};
+  object().Invoke("pbGetUnitStatus", InvokeKind::kCall, status);
+  const std::int32_t credentials = CountIn(status[5]);
+  const std::int32_t entryCodes = CountIn(status[6]);
+  const std::int32_t directoryCodes = CountIn(status[7]);
+  return RoundToInteger(RoundToInteger(credentials + entryCodes) + directoryCodes);
+}
+
+}  // namespace qorcred
