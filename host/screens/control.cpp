@@ -148,7 +148,8 @@ Value Control::CommonMember(ControlMember member, InvokeKind kind, Arguments arg
     case ControlMember::kWidth:
       return Property(width_, kind, arguments, qorcred::ToLong);
     case ControlMember::kCaption:
-      return Property(caption_, kind, arguments, qorcred::ToText);
+      return Property(caption_, kind, arguments,
+                      [](const Value& caption) { return qorcred::ToText(caption); });
     case ControlMember::kName:
       RefusePut(kind);
       RequireCount(arguments, 0);
