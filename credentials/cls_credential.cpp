@@ -134,7 +134,7 @@ constexpr Member kMembers[] = {
 
 }  // namespace
 
-std::span<const Member> clsCredential::Members() const {
+std::span<const Member> clsCredential::MemberTable() {
   return kMembers;
 }
 

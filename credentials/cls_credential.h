@@ -74,7 +74,9 @@ class clsCredential final : public Controller {
   /// kIndexOutOfRange for an empty text or a length that is no multiple of 4.
   std::string pbBase64Dec(std::string_view Base64String);
 
-  [[nodiscard]] std::span<const Member> Members() const override;
+  /// The public surface above as data.
+  [[nodiscard]] static std::span<const Member> MemberTable();
+  [[nodiscard]] std::span<const Member> Members() const override { return MemberTable(); }
 
  private:
   // Population
