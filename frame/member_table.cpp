@@ -25,7 +25,9 @@ Value ConvertTo(ValueType type, const Value& value) {
     case ValueType::kString:
       return ToText(value);
     case ValueType::kObject:
-      return RequireObject(value);
+      // A reference to nothing may be passed: the operation meets it where it uses the object.
+      if (!value.Is(ValueType::kObject)) throw RuntimeError(ErrorNumber::kObjectRequired);
+      return value;
     case ValueType::kStringArray:
       if (!value.Is(ValueType::kStringArray)) throw RuntimeError(ErrorNumber::kTypeMismatch);
       return value;
@@ -39,10 +41,8 @@ Value ConvertTo(ValueType type, const Value& value) {
 
 // A property may be set to nothing, so that the host can release a screen.
 Value ConvertPropertyValue(ValueType type, const Value& value) {
-  if (type != ValueType::kObject) return ConvertTo(type, value);
-  if (value.Is(ValueType::kObject)) return value;
-  if (value.Is(ValueType::kEmpty)) return ObjectRef();
-  throw RuntimeError(ErrorNumber::kObjectRequired);
+  if (type == ValueType::kObject && value.Is(ValueType::kEmpty)) return ObjectRef();
+  return ConvertTo(type, value);
 }
 
 std::vector<Value> ConvertArguments(std::span<const Parameter> parameters, Arguments arguments) {
