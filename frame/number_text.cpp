@@ -76,13 +76,14 @@ class Decimal {
   [[nodiscard]] bool HasDigits() const noexcept { return anyDigit_; }
   [[nodiscard]] bool HasPoint() const noexcept { return afterPoint_; }
 
-  [[nodiscard]] TextNumber Read() const {
+  /// The number with its sign; zero has none.
+  [[nodiscard]] TextNumber Read(bool negative) const {
     if (digits_.empty()) return {NumberReading::kNumber, 0.0};
     const std::int64_t exponent = scale_ + exponent_;
     if (exponent > kLargestExponent) return {NumberReading::kTooLarge, 0.0};
     if (exponent < -kLargestExponent) return {NumberReading::kNumber, 0.0};
 
-    const std::string text = "0." + digits_ + "e" + std::to_string(exponent);
+    const std::string text = (negative ? "-0." : "0.") + digits_ + "e" + std::to_string(exponent);
     TextNumber result{NumberReading::kNumber, 0.0};
     const auto [end, error] =
         std::from_chars(text.data(), text.data() + text.size(), result.number);
@@ -231,9 +232,7 @@ TextNumber ReadNumber(std::string_view text) {
   }
   if (open || !cursor.AtEnd()) return {};
 
-  TextNumber result = decimal.Read();
-  if (around.negative) result.number = -result.number;
-  return result;
+  return decimal.Read(around.negative);
 }
 
 bool IsNumeric(std::string_view text) {
@@ -249,9 +248,9 @@ double Val(std::string_view text) {
   Decimal decimal;
   // An exponent's letter without digits ends the number like any other letter.
   static_cast<void>(ReadDecimal(cursor, Grouping::kNo, decimal));
-  const TextNumber result = decimal.Read();
+  const TextNumber result = decimal.Read(negative);
   if (result.reading == NumberReading::kTooLarge) throw RuntimeError(ErrorNumber::kOverflow);
-  return negative ? -result.number : result.number;
+  return result.number;
 }
 
 std::string NumberText(double number) {
