@@ -1,0 +1,210 @@
+// Saving an existing credential: its door, its release from the tenant that held it and its
+// assignment to the chosen one.
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "tests/credentials/credential_fixture.h"
+
+namespace qortest {
+namespace {
+
+using qorcred::Null;
+
+constexpr std::string_view kDoorAndNoFormerTenant = R"~(
+    ExecuteUpdate "UPDATE CREDENTIALBANK SET DOORCODE = 2,LASTMODIFIEDDATE='_LMDATE_' WHERE UnitKey=3 AND RID=17" "CREDENTIALBANK" - 17 -> 1
+    ExecuteScalar "SELECT TenantID FROM Tenants WHERE UnitKey=3 AND Resident=0  AND ((CredentialID1 = 17 ) OR ( CredentialID2 = 17))" -> Null
+)~";
+constexpr std::string_view kCapacity = R"~(
+    ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
+)~";
+
+class EditedCredential : public CredentialTest {};
+
+TEST_F(EditedCredential, WithoutTenantGetsItsDoorAndIsOnlyReleased) {
+  Screen().ShowStored(1, 0);
+  Database().Number("SELECT TenantID FROM Tenants", 56);
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_TRUE(EffectsAre(R"~(
+    ExecuteUpdate "UPDATE CREDENTIALBANK SET DOORCODE = 2,LASTMODIFIEDDATE='_LMDATE_' WHERE UnitKey=3 AND RID=17" "CREDENTIALBANK" - 17 -> 1
+    ExecuteScalar "SELECT TenantID FROM Tenants WHERE UnitKey=3 AND Resident=0  AND ((CredentialID1 = 17 ) OR ( CredentialID2 = 17))" -> 56
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID1 = NULL  WHERE CREDENTIALID1 = 17  AND UNITKEY = 3" "TENANTS" -> 1
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID2 = NULL  WHERE CREDENTIALID2 = 17  AND UNITKEY = 3" "TENANTS" -> 1
+    pvCreateProgramSteps 3 56
+  )~"));
+}
+
+TEST_F(EditedCredential, WithNothingSelectedInTheTenantListIsOnlyReleased) {
+  Screen().ShowStored(1, -1);
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_TRUE(EffectsAre(kDoorAndNoFormerTenant));
+}
+
+TEST_F(EditedCredential, GoesIntoTheFirstSlotOfItsTenant) {
+  Screen().ShowStored(1, 1);
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_TRUE(EffectsAre(std::string(kDoorAndNoFormerTenant) + std::string(kCapacity) + R"~(
+    pbGetUnitStatus 3 -> 0 0 0
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID1 = 17 WHERE TENANTID = 55 AND UNITKEY = 3 AND (CREDENTIALID1 IS NULL OR (CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT NULL ))" "TENANTS" -> 1
+    pvCreateProgramSteps 3 55
+  )~"));
+}
+
+TEST_F(EditedCredential, GoesIntoTheSecondSlotWhenTheFirstTookNothing) {
+  Screen().ShowStored(1, 2);
+  Database().Number("SET CREDENTIALID1 = 17", 0);
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_TRUE(EffectsAre(std::string(kDoorAndNoFormerTenant) + std::string(kCapacity) + R"~(
+    pbGetUnitStatus 3 -> 0 0 0
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID1 = 17 WHERE TENANTID = 56 AND UNITKEY = 3 AND (CREDENTIALID1 IS NULL OR (CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT NULL ))" "TENANTS" -> 0
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID2 = 17 WHERE TENANTID = 56 AND UNITKEY = 3 AND CREDENTIALID2 IS NULL AND CREDENTIALID1 IS NOT NULL  " "TENANTS" -> 1
+    pvCreateProgramSteps 3 56
+  )~"));
+}
+
+TEST_F(EditedCredential, LeavesItsFormerTenantForTheNewOne) {
+  Screen().ShowStored(1, 1);
+  Database().Number("SELECT TenantID FROM Tenants", 56);
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_TRUE(EffectsAre(R"~(
+    ExecuteUpdate "UPDATE CREDENTIALBANK SET DOORCODE = 2,LASTMODIFIEDDATE='_LMDATE_' WHERE UnitKey=3 AND RID=17" "CREDENTIALBANK" - 17 -> 1
+    ExecuteScalar "SELECT TenantID FROM Tenants WHERE UnitKey=3 AND Resident=0  AND ((CredentialID1 = 17 ) OR ( CredentialID2 = 17))" -> 56
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID1 = NULL  WHERE CREDENTIALID1 = 17  AND UNITKEY = 3" "TENANTS" -> 1
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID2 = NULL  WHERE CREDENTIALID2 = 17  AND UNITKEY = 3" "TENANTS" -> 1
+    pvCreateProgramSteps 3 56
+    ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
+    pbGetUnitStatus 3 -> 0 0 0
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID1 = 17 WHERE TENANTID = 55 AND UNITKEY = 3 AND (CREDENTIALID1 IS NULL OR (CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT NULL ))" "TENANTS" -> 1
+    pvCreateProgramSteps 3 55
+  )~"));
+}
+
+TEST_F(EditedCredential, OfAFullUnitIsNotAssignedThoughTheSaveIsDone) {
+  Screen().ShowStored(1, 1);
+  Screen().CountCodes("120", "300", "80");
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_TRUE(EffectsAre(std::string(kDoorAndNoFormerTenant) + std::string(kCapacity) + R"~(
+    pbGetUnitStatus 3 -> 120 300 80
+    MsgBox 64 "Pello RT" "You cannot enter more than 500 combined codes." -> 1
+  )~"));
+}
+
+TEST_F(EditedCredential, OfAnOverfullUnitIsNotAssignedEither) {
+  Screen().ShowStored(1, 1);
+  Screen().CountCodes("501", "0", "0");
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_EQ(Host().transcript().StartingWith("MsgBox ").size(), 1U);
+  EXPECT_TRUE(Host().transcript().StartingWith("pvCreateProgramSteps").empty());
+}
+
+TEST_F(EditedCredential, TakesTheLastPlaceOfTheUnit) {
+  Screen().ShowStored(1, 1);
+  Screen().CountCodes("120", "300", "79");
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_TRUE(Host().transcript().StartingWith("MsgBox ").empty());
+  EXPECT_EQ(Host().transcript().StartingWith("pvCreateProgramSteps"),
+            Lines{"pvCreateProgramSteps 3 55"});
+}
+
+TEST_F(EditedCredential, WithoutADoorStoresNull) {
+  Screen().ShowStored(1, 0);
+  Host().Select("cboActivate", -1);
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_EQ(Host().transcript().StartingWith("ExecuteUpdate "),
+            Lines{"ExecuteUpdate \"UPDATE CREDENTIALBANK SET DOORCODE = "
+                  "Null,LASTMODIFIEDDATE='_LMDATE_' WHERE UnitKey=3 AND RID=17\" "
+                  "\"CREDENTIALBANK\" - 17 -> 1"});
+}
+
+TEST_F(EditedCredential, WithAddNewSelectedLooksForTheRowNull00) {
+  Screen().ShowStored(0, 0);
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_TRUE(EffectsAre(R"~(
+    ExecuteUpdate "UPDATE CREDENTIALBANK SET DOORCODE = 2,LASTMODIFIEDDATE='_LMDATE_' WHERE UnitKey=3 AND RID=Null00" "CREDENTIALBANK" - -100 -> 1
+    ExecuteScalar "SELECT TenantID FROM Tenants WHERE UnitKey=3 AND Resident=0  AND ((CredentialID1 = -100 ) OR ( CredentialID2 = -100))" -> Null
+  )~"));
+}
+
+TEST_F(EditedCredential, IsAssignedEvenWhenItsDoorWasNotStored) {
+  Screen().ShowStored(1, 1);
+  Database().Error("SET DOORCODE", "locked");
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_EQ(Host().transcript().StartingWith("pvCreateProgramSteps"),
+            Lines{"pvCreateProgramSteps 3 55"});
+}
+
+TEST_F(EditedCredential, IsNotSavedWithoutASelection) {
+  Screen().ShowStored(-1, 1);
+
+  EXPECT_FALSE(Screen().SaveEdited());
+
+  EXPECT_TRUE(Host().transcript().StartingWith("Execute").empty());
+}
+
+TEST_F(EditedCredential, OfAUnitOfUnknownTypeIsNotSaved) {
+  Screen().ShowStored(1, 1);
+  Database().Replace("FROM UNITTYPES", {});
+
+  EXPECT_FALSE(Screen().SaveEdited());
+
+  EXPECT_TRUE(Host().transcript().StartingWith("MsgBox").empty());
+  EXPECT_TRUE(Host().transcript().StartingWith("ExecuteUpdate \"UPDATE TENANTS").empty());
+}
+
+TEST_F(EditedCredential, IsNotSavedWhenTheCapacityGivesNoTable) {
+  Screen().ShowStored(1, 1);
+  Database().Replace("FROM UNITTYPES", {.nothing = true});
+
+  EXPECT_FALSE(Screen().SaveEdited());
+
+  EXPECT_TRUE(Host().transcript().StartingWith("MsgBox").empty());
+  EXPECT_TRUE(Host().transcript().StartingWith("ExecuteUpdate \"UPDATE TENANTS").empty());
+}
+
+TEST_F(EditedCredential, IsNotCheckedAsANewOne) {
+  Screen().ShowStored(1, 0);
+  Host().SetText("txtPINStart", "not a number");
+
+  EXPECT_TRUE(
+      Controller().pbSave(Connection(), kUnit, /*blnIsTBL=*/true, /*blnEditCR=*/true, nullptr));
+
+  EXPECT_TRUE(EffectsAre(kDoorAndNoFormerTenant));
+}
+
+TEST_F(EditedCredential, ReadsTheCapacityThroughAManagerOfItsOwn) {
+  Screen().ShowStored(1, 1);
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  const Lines lines = Host().transcript().Read(Detail::kEverything);
+  const auto made = std::find(lines.begin(), lines.end(), "CreateObject \"qorDBI.clsDBManager\"");
+  ASSERT_NE(made, lines.end());
+  EXPECT_TRUE((made + 1)->starts_with("ExecuteSelect \"SELECT TOTAL")) << *(made + 1);
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "CreateObject \"qorDBI.clsDBManager\""), 1);
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "Release \"qorDBI.clsDBManager\""), 1);
+}
+
+}  // namespace
+}  // namespace qortest

@@ -1,0 +1,69 @@
+// The surroundings of a controller under test: scripted services and a headless screen, with every
+// call that reaches them written down.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "frame/host.h"
+#include "frame/object.h"
+#include "host/screens/headless_screen.h"
+#include "host/trace/tracing_host.h"
+#include "tests/support/fault_gate.h"
+#include "tests/support/scripted_database.h"
+#include "tests/support/scripted_services.h"
+#include "tests/support/transcript_record.h"
+
+namespace qortest {
+
+/// The screens that the credential controller serves.
+enum class ScreenKind {
+  kCredential,
+  kTenantCreating,  ///< its Name is "frmTBL"
+};
+
+/// A host whose answers are scripted and whose calls are recorded. What a test arranges through
+/// controls() and the functions beside it neither shows in the transcript nor counts as a call.
+class RecordingHost {
+ public:
+  explicit RecordingHost(ScreenKind kind = ScreenKind::kCredential);
+  RecordingHost(const RecordingHost&) = delete;
+  RecordingHost& operator=(const RecordingHost&) = delete;
+
+  /// What the controller under test is given.
+  [[nodiscard]] qorcred::Host& host() { return tracingHost_; }
+  [[nodiscard]] const qorcred::ObjectRef& screen() const { return tracedScreen_; }
+  [[nodiscard]] const qorcred::ObjectRef& connection() const { return tracedConnection_; }
+
+  /// What lies behind it.
+  [[nodiscard]] ServiceScript& script() { return script_; }
+  [[nodiscard]] DatabaseScript& database() { return script_.database; }
+  [[nodiscard]] FaultGate& gate() { return gate_; }
+  [[nodiscard]] TranscriptRecord& transcript() { return transcript_; }
+  [[nodiscard]] const ScriptedHost& services() const { return services_; }
+  [[nodiscard]] const ScriptedConnection& transactions() const { return *connection_; }
+
+  /// Forgets the lines, the count of calls and the trapped failures so far.
+  void StartOver();
+
+  // Arranging and looking at the screen by the names of its controls and variables.
+  [[nodiscard]] qorhost::HeadlessScreen& controls() { return *rawScreen_; }
+  void AddItem(std::string_view list, std::string_view text, std::int32_t data);
+  void Select(std::string_view list, std::int32_t index) { controls().List(list).Select(index); }
+  void SetText(std::string_view box, std::string_view text);
+  [[nodiscard]] std::string TextOf(std::string_view box) { return controls().Box(box).text(); }
+
+ private:
+  FaultGate gate_;
+  ServiceScript script_;
+  TranscriptRecord transcript_;
+  std::shared_ptr<ScriptedConnection> connection_;
+  ScriptedHost services_;
+  qorhost::TracingHost tracingHost_;
+  std::shared_ptr<qorhost::HeadlessScreen> rawScreen_;
+  qorcred::ObjectRef tracedScreen_;
+  qorcred::ObjectRef tracedConnection_;
+};
+
+}  // namespace qortest
