@@ -6,12 +6,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "frame/value.h"
+#include "host/dialect/catalog.h"
 
 namespace qorhost::dialect {
 
@@ -38,6 +41,9 @@ struct Shape {
                              ///< spells it; empty for SELECT
   std::string sql;           ///< SQLite text with parameters ?1, ?2, ...
   bool takesNewRow = false;  ///< an INSERT whose VALUES name the row-id text
+  /// The type of each result column of a SELECT as far as the statement tells it; nothing for
+  /// arithmetic and the like, where the value's own type counts. Empty for the other kinds.
+  std::vector<std::optional<ColumnType>> resultTypes;
 };
 
 /// A statement ready to run. The shape lives as long as the translator (its cache is bounded: an

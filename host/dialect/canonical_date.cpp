@@ -1,0 +1,67 @@
+#include "host/dialect/canonical_date.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "frame/date.h"
+#include "frame/runtime_error.h"
+
+namespace qorhost::dialect {
+
+namespace {
+
+constexpr std::string_view kPicture = "0000-00-00 00:00:00";
+
+// 1 January 100, and what still rounds to a second of 31 December 9999.
+constexpr double kFirstSerial = -657434.0;
+constexpr double kEndSerial = 2958465.99999;
+
+int NumberAt(std::string_view text, std::size_t position, std::size_t length) {
+  int number = 0;
+  for (const char digit : text.substr(position, length)) {
+    number = number * 10 + (digit - '0');
+  }
+  return number;
+}
+
+bool FollowsPicture(std::string_view text) {
+  return text.size() == kPicture.size() &&
+         std::equal(text.begin(), text.end(), kPicture.begin(), [](char found, char wanted) {
+           return wanted == '0' ? found >= '0' && found <= '9' : found == wanted;
+         });
+}
+
+}  // namespace
+
+std::string CanonicalDate(qorcred::Date date) {
+  const qorcred::CivilTime civil = qorcred::ToCivil(date);
+  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", civil.year, civil.month, civil.day,
+                     civil.hour, civil.minute, civil.second);
+}
+
+std::optional<qorcred::Date> FromCanonicalDate(std::string_view text) {
+  if (!FollowsPicture(text)) {
+    return std::nullopt;
+  }
+  const qorcred::CivilTime civil{NumberAt(text, 0, 4),  NumberAt(text, 5, 2),
+                                 NumberAt(text, 8, 2),  NumberAt(text, 11, 2),
+                                 NumberAt(text, 14, 2), NumberAt(text, 17, 2)};
+  try {
+    const qorcred::Date date = qorcred::FromCivil(civil);
+    // Parts outside their range would have carried over into another date.
+    return qorcred::ToCivil(date) == civil ? std::optional(date) : std::nullopt;
+  } catch (const qorcred::RuntimeError&) {
+    return std::nullopt;
+  }
+}
+
+std::optional<qorcred::Date> DateFromSerial(double serial) {
+  if (!std::isfinite(serial) || serial < kFirstSerial || serial >= kEndSerial) {
+    return std::nullopt;
+  }
+  return qorcred::Date{serial};
+}
+
+}  // namespace qorhost::dialect

@@ -1,0 +1,28 @@
+// Comparison of texts without regard to case, over Unicode code points, one to one.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qorhost::dialect {
+
+/// The code point that all letter cases of `point` share. A byte that is not UTF-8, numbered above
+/// all code points as frame/utf8.h does, is its own, so that every text has an order.
+[[nodiscard]] char32_t FoldPoint(char32_t point) noexcept;
+
+/// Total order of texts by folded code points: negative, zero or positive.
+[[nodiscard]] int CompareFolded(std::string_view one, std::string_view other) noexcept;
+
+/// The text as folded code points.
+[[nodiscard]] std::u32string Folded(std::string_view text);
+
+/// Whether a folded text matches a folded pattern, in which % stands for any run of characters and
+/// _ for any one. Takes no stack and time that grows with the product of the two at worst, with
+/// their sum where the pattern has no _.
+[[nodiscard]] bool MatchesPattern(std::u32string_view text, std::u32string_view pattern);
+
+/// The text with every letter in upper or lower case; bytes that are not UTF-8 stay.
+[[nodiscard]] std::string UpperText(std::string_view text);
+[[nodiscard]] std::string LowerText(std::string_view text);
+
+}  // namespace qorhost::dialect

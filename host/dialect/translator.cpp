@@ -1,0 +1,153 @@
+#include "host/dialect/translator.h"
+
+#include <deque>
+#include <functional>
+#include <unordered_map>
+#include <utility>
+
+#include "host/dialect/binder.h"
+#include "host/dialect/lexer.h"
+#include "host/dialect/parameters.h"
+#include "host/dialect/parser.h"
+#include "host/dialect/printer.h"
+
+namespace qorhost::dialect {
+
+namespace {
+
+constexpr std::size_t kMostShapes = 512;
+// A shape with a longer key is translated each time, so that the cache stays small.
+constexpr std::size_t kLongestKey = 4096;
+constexpr char kEndMark = '\0';
+
+struct KeyHash {
+  using is_transparent = void;
+  std::size_t operator()(std::string_view key) const noexcept {
+    return std::hash<std::string_view>{}(key);
+  }
+};
+
+// A shape with what it takes to bind its parameters; or, where literals of the statement are part
+// of the shape, which ones, the shapes being filed under longer keys.
+struct Entry {
+  std::vector<std::size_t> structural;
+  std::shared_ptr<const Shape> shape;
+  std::vector<Parameter> parameters;
+  std::vector<qorcred::Value> values;
+};
+
+std::string Located(const std::string& message, std::size_t line, std::size_t column) {
+  return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + message;
+}
+
+Entry TranslateShape(std::string_view sql, const std::vector<Literal>& literals) {
+  Statement statement = Parse(sql, literals);
+  Bind(sql, literals, statement);
+  PrintedStatement printed = Print(sql, statement);
+  auto shape = std::make_shared<Shape>();
+  shape->kind = statement.kind;
+  shape->sql = std::move(printed.sql);
+  shape->takesNewRow = statement.takesNewRow;
+  if (statement.table.table != nullptr) {
+    shape->table = statement.table.table->name;
+  }
+  for (const ResultColumn& result : statement.query.results) {
+    shape->resultTypes.push_back(result.type);
+  }
+  Entry entry;
+  entry.structural = std::move(statement.structural);
+  entry.shape = std::move(shape);
+  entry.parameters = std::move(printed.parameters);
+  return entry;
+}
+
+}  // namespace
+
+SqlError::SqlError(const std::string& message, std::size_t line, std::size_t column)
+    : std::runtime_error(Located(message, line, column)), line_(line), column_(column) {}
+
+class Translator::Cache {
+ public:
+  Translation Translate(std::string_view sql, std::string_view timeStamp) {
+    ReadShape(sql, key_, literals_);
+    Entry& entry = EntryOf(sql);
+    entry.values.resize(entry.parameters.size());
+    const Bindings bindings{sql, literals_, timeStamp};
+    for (std::size_t index = 0; index < entry.parameters.size(); ++index) {
+      SetParameter(bindings, entry.parameters[index], entry.values[index]);
+    }
+    return {entry.shape, entry.values};
+  }
+
+  [[nodiscard]] std::size_t parsed() const noexcept { return parsed_; }
+
+ private:
+  Entry& EntryOf(std::string_view sql) {
+    auto found = entries_.find(std::string_view(key_));
+    bool isExtended = false;
+    if (found != entries_.end() && !found->second.structural.empty()) {
+      ExtendKey(found->second.structural);
+      isExtended = true;
+      found = entries_.find(std::string_view(key_));
+    }
+    if (found != entries_.end()) {
+      return found->second;
+    }
+    ++parsed_;
+    Entry entry = TranslateShape(sql, literals_);
+    const std::vector<std::size_t> structural = std::exchange(entry.structural, {});
+    if (!structural.empty() && !isExtended) {
+      Entry directory;
+      directory.structural = structural;
+      File(std::move(directory));
+      ExtendKey(structural);
+    }
+    return File(std::move(entry));
+  }
+
+  // Appends the literals that belong to the shape, behind a mark that no statement ends with.
+  void ExtendKey(const std::vector<std::size_t>& structural) {
+    key_ += kEndMark;
+    for (const std::size_t literal : structural) {
+      const std::string_view content = literals_[literal].content;
+      key_.append(std::to_string(content.size())).append(":").append(content);
+    }
+  }
+
+  Entry& File(Entry entry) {
+    if (key_.size() > kLongestKey) {
+      uncached_ = std::move(entry);
+      return uncached_;
+    }
+    const auto [place, isNew] = entries_.insert_or_assign(key_, std::move(entry));
+    if (isNew) {
+      order_.push_back(key_);
+      if (order_.size() > kMostShapes) {
+        entries_.erase(order_.front());
+        order_.pop_front();
+      }
+    }
+    return place->second;
+  }
+
+  std::unordered_map<std::string, Entry, KeyHash, std::equal_to<>> entries_;
+  std::deque<std::string> order_;  // of the entries, the oldest first
+  Entry uncached_;
+  std::string key_;
+  std::vector<Literal> literals_;
+  std::size_t parsed_ = 0;
+};
+
+Translator::Translator() : cache_(std::make_unique<Cache>()) {}
+
+Translator::~Translator() = default;
+
+Translation Translator::Translate(std::string_view sql, std::string_view timeStamp) {
+  return cache_->Translate(sql, timeStamp);
+}
+
+std::size_t Translator::parsed() const noexcept {
+  return cache_->parsed();
+}
+
+}  // namespace qorhost::dialect
