@@ -194,7 +194,7 @@ bool IsNumeric(const Value& value) {
     case ValueType::kDouble:
       return true;
     case ValueType::kString:
-      return IsNumeric(std::string_view(*value.As<std::string>()));
+      return IsNumeric(*value.As<std::string>());
     default:
       return false;
   }

@@ -43,6 +43,9 @@ namespace qorcred {
 /// Null, dates, "" and what no double can hold are not.
 [[nodiscard]] bool IsNumeric(const Value& value);
 [[nodiscard]] bool IsNumeric(std::string_view text);
+[[nodiscard]] inline bool IsNumeric(const std::string& text) {
+  return IsNumeric(std::string_view(text));
+}
 
 /// The number at the start of a text, 0 when there is none. Blanks, tabs and line feeds are
 /// skipped, also inside the number; one sign, one point, an exponent (E or D) and &H / &O forms

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base64_encoding.h"
 #include "outcome.h"
 #include "plain_host.h"
 
@@ -13,25 +14,6 @@ namespace {
 
 using qortest::ForEachRow;
 using qortest::Outcome;
-
-constexpr std::string_view kAlphabet =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
-std::string Encoded(std::string_view bytes) {
-  std::string text;
-  for (std::size_t i = 0; i < bytes.size(); i += 3) {
-    unsigned group = 0;
-    for (std::size_t place = 0; place < 3; ++place) {
-      const bool inside = i + place < bytes.size();
-      group = group * 256 + (inside ? static_cast<unsigned char>(bytes[i + place]) : 0U);
-    }
-    for (std::size_t place = 0; place < 4; ++place) {
-      const bool padding = i + place > bytes.size();
-      text += padding ? '=' : kAlphabet[(group >> (18 - 6 * place)) & 63U];
-    }
-  }
-  return text;
-}
 
 std::string DecodedOutcome(std::string_view text) {
   qortest::PlainHost host;
@@ -124,11 +106,9 @@ TEST(Base64Test, EveryByteComesBackAsItsCharacter) {
   qortest::PlainHost host;
   Base64Decoder decoder;
   std::vector<std::uint8_t> bytes;
-  std::string raw;
   for (int byte = 0; byte < 256; ++byte) {
     bytes.push_back(static_cast<std::uint8_t>(byte));
-    raw += static_cast<char>(byte);
-    EXPECT_EQ(decoder.Decode(host, Encoded(raw)), host.AnsiToText(bytes)) << byte;
+    EXPECT_EQ(decoder.Decode(host, qortest::EncodeBase64(bytes)), host.AnsiToText(bytes)) << byte;
   }
 }
 
@@ -146,7 +126,7 @@ class CountingHost final : public qortest::PlainHost {
   explicit CountingHost(std::size_t width) : width_(width) {}
 
   std::vector<std::uint8_t> TextToAnsi(std::string_view text) override {
-    if (text == kAlphabet) {
+    if (text == qortest::kBase64Alphabet) {
       ++alphabets;
       return {text.begin(), text.end()};
     }
