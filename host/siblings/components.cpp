@@ -1,0 +1,42 @@
+#include "host/siblings/components.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <utility>
+
+#include "frame/runtime_error.h"
+#include "frame/siblings.h"
+#include "frame/text.h"
+#include "host/siblings/application_object.h"
+#include "host/siblings/database_manager.h"
+#include "host/siblings/step_sender.h"
+#include "host/siblings/tenant_object.h"
+
+namespace qorhost {
+
+void ComponentRegistry::Register(std::string_view programmaticId, Factory factory) {
+  factories_[qorcred::UpperAscii(programmaticId)] = std::move(factory);
+}
+
+qorcred::ObjectRef ComponentRegistry::Create(std::string_view programmaticId) const {
+  const auto found = factories_.find(qorcred::UpperAscii(programmaticId));
+  if (found == factories_.end()) {
+    throw qorcred::RuntimeError(qorcred::ErrorNumber::kCannotCreateComponent,
+                                fmt::format("There is no component '{}'", programmaticId));
+  }
+  return found->second();
+}
+
+ComponentRegistry StoreComponents() {
+  namespace component = qorcred::component;
+  ComponentRegistry registry;
+  registry.Register(component::kDatabaseManager,
+                    [] { return std::make_shared<DatabaseManagerObject>(); });
+  registry.Register(component::kStepSender, [] { return std::make_shared<StepSenderObject>(); });
+  registry.Register(component::kTenant, [] { return std::make_shared<TenantObject>(); });
+  registry.Register(component::kApplication, [] { return std::make_shared<ApplicationObject>(); });
+  return registry;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,109 @@
+// SQLite's connection and statement, owned. Everything here raises StoreError on failure.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "frame/value.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace qorhost {
+
+enum class OpenMode : std::uint8_t {
+  kReadOnly,
+  kReadWrite,  ///< the file must exist
+  kCreate,     ///< the file is created when there is none
+};
+
+class Statement;
+
+/// One open database file, used by one thread. Statements must end before it.
+class Database {
+ public:
+  /// Opens a file with the dialect's functions and collation, limits against hostile statements and
+  /// a busy timeout. Looks neither at its schema nor changes the file; see OpenStore().
+  Database(const std::filesystem::path& file, OpenMode mode);
+  /// A database in memory, gone with this object.
+  static Database InMemory();
+
+  /// Runs SQLite text (one or more statements) that gives no rows.
+  void Run(const std::string& sql);
+  /// The first column of the first row as a whole number, 0 without rows.
+  [[nodiscard]] std::int64_t Number(std::string_view sql);
+
+  [[nodiscard]] sqlite3* handle() const noexcept { return handle_.get(); }
+  [[nodiscard]] bool readOnly() const noexcept { return readOnly_; }
+  /// How the file is called in messages; ":memory:" in memory.
+  [[nodiscard]] const std::string& name() const noexcept { return name_; }
+  /// Whether SQLite holds a transaction open.
+  [[nodiscard]] bool inTransaction() const noexcept;
+  /// Statements that were started and not yet reset.
+  [[nodiscard]] int busyStatements() const noexcept;
+
+ private:
+  struct Closer {
+    void operator()(sqlite3* handle) const noexcept;
+  };
+
+  Database(std::string name, int flags, bool readOnly);
+
+  std::string name_;
+  bool readOnly_;
+  std::unique_ptr<sqlite3, Closer> handle_;
+};
+
+/// A prepared statement. Columns count from 0, parameters from 1.
+class Statement {
+ public:
+  Statement(const Database& database, std::string_view sql);
+
+  /// Texts are not copied: they must live until the statement is reset or bound anew.
+  void Bind(int parameter, const qorcred::Value& value);
+  void BindNumber(int parameter, std::int64_t number);
+  void BindText(int parameter, std::string_view text);
+
+  /// Runs to the next row; false at the end.
+  bool Step();
+  /// Ends the run and forgets the bound values.
+  void Reset() noexcept;
+
+  [[nodiscard]] int columnCount() const noexcept;
+  [[nodiscard]] int parameterCount() const noexcept;
+  [[nodiscard]] bool changesNothing() const noexcept;
+  [[nodiscard]] std::int64_t Number(int column) const noexcept;
+  [[nodiscard]] bool IsNull(int column) const noexcept;
+  /// Valid until the next step or reset.
+  [[nodiscard]] std::string_view Text(int column) const noexcept;
+  [[nodiscard]] sqlite3_stmt* handle() const noexcept { return handle_.get(); }
+
+ private:
+  struct Finalizer {
+    void operator()(sqlite3_stmt* handle) const noexcept;
+  };
+
+  void Check(int code, const char* doing) const;
+
+  std::unique_ptr<sqlite3_stmt, Finalizer> handle_;
+};
+
+/// Resets a statement when the use of it ends, however it ends.
+class StatementUse {
+ public:
+  explicit StatementUse(Statement& statement) : statement_(statement) {}
+  ~StatementUse() { statement_.Reset(); }
+  StatementUse(const StatementUse&) = delete;
+  StatementUse& operator=(const StatementUse&) = delete;
+
+  Statement* operator->() const noexcept { return &statement_; }
+  Statement& operator*() const noexcept { return statement_; }
+
+ private:
+  Statement& statement_;
+};
+
+}  // namespace qorhost
