@@ -54,7 +54,8 @@ TEST_F(DoorDetails, OfTheFourthLabelAllowTwoCharactersMore) {
     std::array<std::string_view, 4> captions;
   };
   constexpr std::array<Case, 4> kCases{{
-      {"123456789012", {"123456789012", "abcdefghijklmnop", "ABCDEFGHIJKLMNOP", "qrstuvwxyzabcdef"}},
+      {"123456789012",
+       {"123456789012", "abcdefghijklmnop", "ABCDEFGHIJKLMNOP", "qrstuvwxyzabcdef"}},
       {"1234567890123", {"123456789012", "abcdefghijkl", "ABCDEFGHIJKL", "qrstuvwxyzabcdef"}},
       {"12345678901234", {"123456789012", "abcdefghijkl", "ABCDEFGHIJKL", "qrstuvwxyzabcdef"}},
       {"123456789012345", {"123456789012", "abcdefghijkl", "ABCDEFGHIJKL", "qrstuvwxyzabcd"}},

@@ -202,9 +202,9 @@ TEST_F(TenantList, TakesTheIndexOfEachTenantFromTheList) {
 }
 
 TEST_F(TenantList, KeepsTheBlanksOfMissingNameParts) {
-  Database().Select("FROM Tenants", {{55, "Doe", "Jane", Null{}},
-                                     {56, "Roe", Null{}, "X"},
-                                     {57, Null{}, Null{}, Null{}}});
+  Database().Select(
+      "FROM Tenants",
+      {{55, "Doe", "Jane", Null{}}, {56, "Roe", Null{}, "X"}, {57, Null{}, Null{}, Null{}}});
 
   Controller().pbRetrieveTenants(Connection(), kUnit);
 
@@ -265,8 +265,7 @@ TEST_F(UnitSettings, LeaveTheDatesOfOtherScreensAlone) {
 
     screen.controller().pbRetrieveSettingsFromUnit(screen.host().connection(), kUnit);
 
-    EXPECT_TRUE(
-        SameLines(screen.host().transcript().Read(Detail::kEffects), kTypesAndSettings))
+    EXPECT_TRUE(SameLines(screen.host().transcript().Read(Detail::kEffects), kTypesAndSettings))
         << mode;
   }
 }
@@ -308,8 +307,9 @@ TEST_F(UnitSettings, WithAnyOtherFlagLeaveTheFacilityCodeEnabled) {
 
     screen.controller().pbRetrieveSettingsFromUnit(screen.host().connection(), kUnit);
 
-    EXPECT_TRUE(
-        SameLines(screen.host().transcript().Read(Detail::kEffects), kTypesAndSettings));
+    EXPECT_TRUE(screen.host().transcript().StartingWith("txtFacilityCode").empty());
+    EXPECT_TRUE(screen.host().transcript().StartingWith("lblFacilityCode").empty());
+    EXPECT_TRUE(screen.host().services().trapped().empty());
   }
 }
 
@@ -449,8 +449,7 @@ TEST_F(UnitSettingsWithTenants, WithAnyOtherModeLeaveTheDatesAlone) {
 
     screen.controller().pbRetrieveSettingsFromUnit(screen.host().connection(), kUnit);
 
-    EXPECT_TRUE(
-        SameLines(screen.host().transcript().Read(Detail::kEffects), kTypesAndSettings));
+    EXPECT_TRUE(SameLines(screen.host().transcript().Read(Detail::kEffects), kTypesAndSettings));
   }
 }
 

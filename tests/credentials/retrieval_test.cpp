@@ -114,8 +114,8 @@ TEST_F(CredentialList, SelectsNothingWhenTheRowIsGone) {
 }
 
 TEST_F(CredentialList, CountsRowsAndNotItemsForTheSelection) {
-  Database().Select("FROM CREDENTIALBANK", {Credential(16, 3, 1), Credential(17, 0, 100),
-                                            Credential(18, 0, 200)});
+  Database().Select("FROM CREDENTIALBANK",
+                    {Credential(16, 3, 1), Credential(17, 0, 100), Credential(18, 0, 200)});
 
   Controller().pbRetrieveCredentials(Connection(), kUnit, -1, 17);
 
@@ -144,9 +144,8 @@ class LoadedCredential : public CredentialTest {
 
 TEST_F(LoadedCredential, OfATransmitterShowsItsCodesAndTenant) {
   ShowLists();
-  Database().Select("FROM CREDENTIALBANK",
-                    {{kUnit, 17, 2, 700, 12, 5, 1, 4,
-                      qorcred::FromCivil({2026, 1, 31, 14, 5, 9}), 2}});
+  Database().Select("FROM CREDENTIALBANK", {{kUnit, 17, 2, 700, 12, 5, 1, 4,
+                                             qorcred::FromCivil({2026, 1, 31, 14, 5, 9}), 2}});
   Database().Select("FROM TENANTS", {{56, "Roe", "Richard", "Q"}});
 
   Controller().pbRetrieveCredentials(Connection(), kUnit, 17);
@@ -163,9 +162,9 @@ TEST_F(LoadedCredential, OfATransmitterShowsItsCodesAndTenant) {
     optButton4.Visible = True
     lblActivate.Visible = False
     cboActivate.Visible = False
-    txtFacilityCode.Text = 12
-    txtIDCode.Text = 5
-    txtSequenceCode.Text = 1
+    txtFacilityCode.Text = "12"
+    txtIDCode.Text = "5"
+    txtSequenceCode.Text = "1"
     optButton4.Value = True
     gstrLastModifiedDate = "1/31/2026 2:05:09 PM"
     ExecuteSelect "SELECT TENANTID,LASTNAME,FIRSTNAME,MIDDLEINITIAL FROM TENANTS WHERE UNITKEY=3 AND (CREDENTIALID1=17 OR CREDENTIALID2=17)" -> 1 row
@@ -197,9 +196,9 @@ TEST_F(LoadedCredential, OfACardShowsItsDoorAndNoTransmitterControls) {
     lblActivate.Visible = True
     cboActivate.Visible = True
     cboActivate.ListIndex = 2
-    txtFacilityCode.Text = 99
-    txtIDCode.Text = 0
-    txtSequenceCode.Text = 0
+    txtFacilityCode.Text = "99"
+    txtIDCode.Text = "0"
+    txtSequenceCode.Text = "0"
     optButtonDefault.Value = True
     gstrLastModifiedDate = "1/2/2026"
     ExecuteSelect "SELECT TENANTID,LASTNAME,FIRSTNAME,MIDDLEINITIAL FROM TENANTS WHERE UNITKEY=3 AND (CREDENTIALID1=18 OR CREDENTIALID2=18)" -> no rows
@@ -211,8 +210,8 @@ TEST_F(LoadedCredential, OfACardShowsItsDoorAndNoTransmitterControls) {
 
 TEST_F(LoadedCredential, ReadsNullAndEmptyFieldsAsZero) {
   ShowLists();
-  Database().Select("FROM CREDENTIALBANK", {{kUnit, 18, Null{}, 800, Null{}, "", Value(), Null{},
-                                             Null{}, Null{}}});
+  Database().Select("FROM CREDENTIALBANK",
+                    {{kUnit, 18, Null{}, 800, Null{}, "", Value(), Null{}, Null{}, Null{}}});
 
   Controller().pbRetrieveCredentials(Connection(), kUnit, 18);
 
@@ -220,9 +219,9 @@ TEST_F(LoadedCredential, ReadsNullAndEmptyFieldsAsZero) {
   ASSERT_GE(effects.size(), 20U);
   EXPECT_TRUE(SameLines(Lines(effects.begin() + 13, effects.begin() + 19), R"~(
     cboActivate.ListIndex = 0
-    txtFacilityCode.Text = 0
-    txtIDCode.Text = 0
-    txtSequenceCode.Text = 0
+    txtFacilityCode.Text = "0"
+    txtIDCode.Text = "0"
+    txtSequenceCode.Text = "0"
     optButtonDefault.Value = True
     gstrLastModifiedDate = ""
   )~"));

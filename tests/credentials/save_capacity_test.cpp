@@ -45,8 +45,7 @@ TEST_P(Capacity, IsKept) {
     return;
   }
   EXPECT_EQ(Host().transactions().begun(), 0);
-  const std::string message =
-      "MsgBox 64 \"Pello RT\" \"" + std::string(unit.message) + "\" -> 1";
+  const std::string message = "MsgBox 64 \"Pello RT\" \"" + std::string(unit.message) + "\" -> 1";
   const Lines effects = Host().transcript().Read(Detail::kEffects);
   ASSERT_GE(effects.size(), 2U);
   const bool focusMoved = effects.back() == "txtPINEND.SetFocus";
@@ -91,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
         CapacityCase{"OfNothing", "0", "0", "0", "0", "1", "1",
                      "You cannot assign more than 0 codes combined. This Unit already has 0 "
                      "credentials/entry codes/directory codes."}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& one) { return std::string(one.param.name); });
 
 class CapacityCheck : public CredentialTest {};
 

@@ -119,8 +119,9 @@ Value ScriptedManager::Result(const Operation& operation, const Answer* answer) 
       if (failed) {
         return std::int32_t{0};
       }
-      return answer == nullptr || answer->value.Is(ValueType::kEmpty) ? Value(script_.NextIdentity())
-                                                                      : answer->value;
+      return answer == nullptr || answer->value.Is(ValueType::kEmpty)
+                 ? Value(script_.NextIdentity())
+                 : answer->value;
     case Operation::Kind::kChange:
       if (failed) {
         return std::int32_t{0};
@@ -134,13 +135,12 @@ Value ScriptedManager::Result(const Operation& operation, const Answer* answer) 
 Value ScriptedManager::Invoke(std::string_view member, InvokeKind kind,
                               qorcred::Arguments arguments) {
   using Kind = Operation::Kind;
-  static constexpr std::array kOperations{
-      Operation{"ExecuteSelect", 4, 4, 2, Kind::kSelect},
-      Operation{"ExecuteScalar", 4, 4, 2, Kind::kScalar},
-      Operation{"ExecuteUpdate", 5, 7, 3, Kind::kChange},
-      Operation{"ExecuteInsert", 6, 6, 4, Kind::kInsert},
-      Operation{"ExecuteDelete", 5, 5, 3, Kind::kChange},
-      Operation{"ExecuteQueryDelete", 4, 4, 2, Kind::kChange}};
+  static constexpr std::array kOperations{Operation{"ExecuteSelect", 4, 4, 2, Kind::kSelect},
+                                          Operation{"ExecuteScalar", 4, 4, 2, Kind::kScalar},
+                                          Operation{"ExecuteUpdate", 5, 7, 3, Kind::kChange},
+                                          Operation{"ExecuteInsert", 6, 6, 4, Kind::kInsert},
+                                          Operation{"ExecuteDelete", 5, 5, 3, Kind::kChange},
+                                          Operation{"ExecuteQueryDelete", 4, 4, 2, Kind::kChange}};
 
   EXPECT_EQ(kind, InvokeKind::kCall) << member;
   gate_.Pass(member);

@@ -18,10 +18,10 @@ using Row = std::vector<qorcred::Value>;
 
 /// What the manager answers to one statement.
 struct Answer {
-  std::vector<Row> rows = {};            ///< of a select; none gives the empty table
-  qorcred::Value value = {};             ///< of any other statement
-  std::string error = {};                ///< when not empty, sets the error flag and this text
-  bool nothing = false;                  ///< a select that gives no table at all
+  std::vector<Row> rows = {};  ///< of a select; none gives the empty table
+  qorcred::Value value = {};   ///< of any other statement
+  std::string error = {};      ///< when not empty, sets the error flag and this text
+  bool nothing = false;        ///< a select that gives no table at all
 };
 
 /// The answers to statements, and what stayed open or alive after them.
@@ -34,7 +34,9 @@ class DatabaseScript {
   /// The only answer for `part` from now on.
   void Replace(std::string part, Answer answer);
 
-  void Select(std::string part, std::vector<Row> rows) { On(std::move(part), {.rows = std::move(rows)}); }
+  void Select(std::string part, std::vector<Row> rows) {
+    On(std::move(part), {.rows = std::move(rows)});
+  }
   void Number(std::string part, qorcred::Value value);
   void Error(std::string part, std::string error);
 

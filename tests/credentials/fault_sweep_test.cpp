@@ -1,0 +1,343 @@
+// Every operation with every one of its calls failing: nothing escapes, the result is what it was
+// by then, no transaction stays open and nothing is kept.
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "frame/date.h"
+#include "tests/credentials/credential_fixture.h"
+
+namespace qortest {
+namespace {
+
+using qorcred::MessageButton;
+using qorcred::Null;
+using qorcred::Value;
+
+/// One use of the controller. `act` gives the operation's result, nothing for one without.
+struct Scenario {
+  std::string_view name;
+  ScreenKind kind = ScreenKind::kCredential;
+  std::function<void(CredentialScreen&)> arrange;
+  std::function<std::optional<bool>(CredentialScreen&)> act;
+  /// The result when no call fails.
+  std::optional<bool> expected = std::nullopt;
+};
+
+std::ostream& operator<<(std::ostream& out, const Scenario& scenario) {
+  return out << scenario.name;
+}
+
+std::optional<bool> Save(CredentialScreen& screen) {
+  std::int32_t rid = 0;
+  return screen.SaveNew(&rid);
+}
+
+std::optional<bool> SaveWithTenants(CredentialScreen& screen) {
+  std::int32_t rid = 0;
+  return screen.SaveNewWithTenants(&rid);
+}
+
+std::optional<bool> SaveEdited(CredentialScreen& screen) {
+  return screen.SaveEdited();
+}
+
+void StoredHeldByTenant(CredentialScreen& screen) {
+  screen.ShowStored(1, 1);
+  screen.host().database().Select("SELECT TENANTID FROM TENANTS", {{56}});
+  screen.host().database().Number("SELECT TenantID FROM Tenants", 56);
+  screen.host().script().questionAnswer = MessageButton::kYes;
+}
+
+const std::array kScenarios{
+    Scenario{.name = "Schedules",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.host().database().Select("from Schedules", {{5, "Day"}, {9, "Night"}});
+                 },
+             .act = [](CredentialScreen& screen) -> std::optional<bool> {
+               screen.controller().pbRetrieveSchedules(screen.host().connection(), kUnit);
+               return std::nullopt;
+             }},
+    Scenario{.name = "Tenants",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.host().database().Select("FROM Tenants", {{55, "Doe", "Jane", Null{}}});
+                 },
+             .act = [](CredentialScreen& screen) -> std::optional<bool> {
+               screen.controller().pbRetrieveTenants(screen.host().connection(), kUnit);
+               return std::nullopt;
+             }},
+    Scenario{.name = "SettingsOfADayCount",
+             .kind = ScreenKind::kTenantCreating,
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.host().database().Select("FROM UnitSettings", {{true, 2, Null{}, 30}});
+                 },
+             .act = [](CredentialScreen& screen) -> std::optional<bool> {
+               screen.controller().pbRetrieveSettingsFromUnit(screen.host().connection(), kUnit);
+               return std::nullopt;
+             }},
+    Scenario{
+        .name = "SettingsOnALeapDay",
+        .kind = ScreenKind::kTenantCreating,
+        .arrange =
+            [](CredentialScreen& screen) {
+              screen.host().script().now = qorcred::FromCivil({2028, 2, 29, 10, 0, 0});
+              screen.host().database().Select("FROM UnitSettings", {{true, 0, Null{}, Null{}}});
+            },
+        .act = [](CredentialScreen& screen) -> std::optional<bool> {
+          screen.controller().pbRetrieveSettingsFromUnit(screen.host().connection(), kUnit);
+          return std::nullopt;
+        }},
+    Scenario{.name = "CredentialList",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.host().database().Select("FROM CREDENTIALBANK",
+                                                   {{kUnit, 17, 0, 1, 2, 0, 0, 1, "", 0},
+                                                    {kUnit, 18, 2, 1, 2, 0, 0, 1, "", 0}});
+                 },
+             .act = [](CredentialScreen& screen) -> std::optional<bool> {
+               screen.controller().pbRetrieveCredentials(screen.host().connection(), kUnit, -1, 18);
+               return std::nullopt;
+             }},
+    Scenario{.name = "LoadedTransmitter",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.ShowStored(1, 0);
+                   screen.host().database().Select("FROM CREDENTIALBANK",
+                                                   {{kUnit, 17, 2, 1, 2, 0, 0, 4, "", 0}});
+                   screen.host().database().Select("FROM TENANTS", {{56, "Roe", "", ""}});
+                 },
+             .act = [](CredentialScreen& screen) -> std::optional<bool> {
+               screen.controller().pbRetrieveCredentials(screen.host().connection(), kUnit, 17);
+               return std::nullopt;
+             }},
+    Scenario{.name = "LoadedCard",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.ShowStored(2, 0);
+                   screen.host().database().Select("FROM CREDENTIALBANK",
+                                                   {{kUnit, 18, 1, 1, 2, 0, 0, 1, "", 2}});
+                 },
+             .act = [](CredentialScreen& screen) -> std::optional<bool> {
+               screen.controller().pbRetrieveCredentials(screen.host().connection(), kUnit, 18);
+               return std::nullopt;
+             }},
+    Scenario{.name = "TransmitterLayout",
+             .arrange = [](CredentialScreen&) {},
+             .act = [](CredentialScreen& screen) -> std::optional<bool> {
+               screen.controller().pbTransmitterCtls(true);
+               return std::nullopt;
+             }},
+    Scenario{.name = "CardLayout",
+             .arrange = [](CredentialScreen&) {},
+             .act = [](CredentialScreen& screen) -> std::optional<bool> {
+               screen.controller().pbTransmitterCtls(false);
+               return std::nullopt;
+             }},
+    Scenario{.name = "Doors",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.host().database().Select(
+                       "from DOORS", {{kUnit, "A"}, {kUnit, "B"}, {kUnit, "C"}, {kUnit, "D"}});
+                 },
+             .act = [](CredentialScreen& screen) -> std::optional<bool> {
+               screen.controller().pbRetrieveDoorDetails(screen.host().connection(), kUnit);
+               return std::nullopt;
+             }},
+    Scenario{
+        .name = "DeletionOfAnUnassigned",
+        .arrange = [](CredentialScreen& screen) { screen.ShowStored(1, 0); },
+        .act = [](CredentialScreen& screen) -> std::optional<bool> { return screen.Delete(17); },
+        .expected = true},
+    Scenario{
+        .name = "DeletionOfAnAssigned",
+        .arrange = StoredHeldByTenant,
+        .act = [](CredentialScreen& screen) -> std::optional<bool> { return screen.Delete(17); },
+        .expected = true},
+    Scenario{.name = "Renumbering",
+             .arrange = [](CredentialScreen& screen) { screen.ShowStored(1, 0); },
+             .act = [](CredentialScreen& screen) -> std::optional<bool> {
+               return screen.Renumber(4242);
+             },
+             .expected = true},
+    Scenario{
+        .name = "RenumberingToZero",
+        .arrange = [](CredentialScreen& screen) { screen.ShowStored(1, 0); },
+        .act = [](CredentialScreen& screen) -> std::optional<bool> { return screen.Renumber(0); },
+        .expected = false},
+    Scenario{.name = "EditIntoTheSecondSlot",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   StoredHeldByTenant(screen);
+                   screen.host().database().Number("SET CREDENTIALID1 = 17", 0);
+                 },
+             .act = SaveEdited,
+             .expected = true},
+    Scenario{.name = "EditInAFullUnit",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   StoredHeldByTenant(screen);
+                   screen.CountCodes("500", "0", "0");
+                 },
+             .act = SaveEdited,
+             .expected = true},
+    Scenario{.name = "SingleCard",
+             .arrange = [](CredentialScreen& screen) { screen.EnterSingle(kCard26, "10"); },
+             .act = Save,
+             .expected = true},
+    Scenario{.name = "DuplicateCard",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.EnterSingle(kCard26, "10");
+                   screen.host().database().Select("and PINNo = 10", {{kUnit, 10}});
+                 },
+             .act = Save,
+             .expected = false},
+    Scenario{.name = "RangeOfTransmitters",
+             .arrange = [](CredentialScreen& screen) { screen.EnterRange(kTransmitter, "1", "3"); },
+             .act = Save,
+             .expected = true},
+    Scenario{.name = "RefusedNumber",
+             .arrange = [](CredentialScreen& screen) { screen.EnterSingle(kCard26, ""); },
+             .act = Save,
+             .expected = false},
+    Scenario{.name = "RangeBeyondTheCapacity",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.EnterRange(kCard26, "1", "5");
+                   screen.CountCodes("498", "0", "0");
+                 },
+             .act = Save,
+             .expected = false},
+    Scenario{.name = "RangeWithTenants",
+             .kind = ScreenKind::kTenantCreating,
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.EnterRange(kCard30, "1", "2");
+                   screen.EnterTenantDefaults();
+                 },
+             .act = SaveWithTenants,
+             .expected = true},
+    Scenario{.name = "SecondRowNotInserted",
+             .arrange =
+                 [](CredentialScreen& screen) {
+                   screen.EnterRange(kCard26, "1", "3");
+                   screen.host().database().Number("INSERT INTO CREDENTIALBANK", 101);
+                   screen.host().database().Number("INSERT INTO CREDENTIALBANK", 0);
+                 },
+             .act = Save,
+             .expected = false},
+};
+
+class FaultSweep : public ::testing::TestWithParam<Scenario> {};
+
+TEST_P(FaultSweep, EndsInTheOperation) {
+  const Scenario& scenario = GetParam();
+  std::size_t failures = 0;
+  for (std::size_t n = 1;; ++n) {
+    CredentialScreen screen(scenario.kind);
+    RecordingHost& host = screen.host();
+    scenario.arrange(screen);
+    host.controls().SetVariable("gstrNewTenantIDs", "9,");
+    host.StartOver();
+    const auto screens = host.screen().use_count();
+    const auto connections = host.connection().use_count();
+    host.gate().FailAt(n);
+
+    const std::optional<bool> result = scenario.act(screen);
+
+    const std::string failed = host.gate().failed();
+    if (failed.empty()) {
+      EXPECT_EQ(result, scenario.expected);
+      EXPECT_TRUE(host.services().trapped().empty());
+      EXPECT_EQ(host.gate().calls(), n - 1);
+      break;
+    }
+    ++failures;
+    const ::testing::ScopedTrace trace(__FILE__, __LINE__,
+                                       "call " + std::to_string(n) + " failed: " + failed);
+    // The result is set just before the transaction is committed.
+    const bool decided = failed == "CommitTrans";
+    EXPECT_EQ(result, scenario.expected ? std::optional<bool>(decided) : std::nullopt);
+    ASSERT_EQ(host.services().trapped().size(), 1U);
+    EXPECT_EQ(host.services().trapped().front().second, qorcred::ErrorNumber::kApplicationDefined);
+    if (failed != "RollbackTrans") {
+      EXPECT_EQ(host.transactions().open(), 0);
+    }
+    EXPECT_EQ(host.transactions().committed(), 0);
+    if (host.transactions().begun() > 0 && failed != "gstrNewTenantIDs=") {
+      EXPECT_EQ(host.controls().Variable("gstrNewTenantIDs"), Value(""));
+    }
+    if (failed != "gblnModifiedFromClass=") {
+      EXPECT_EQ(host.controls().Variable("gblnModifiedFromClass"), Value(false));
+    }
+    EXPECT_EQ(host.database().LiveTables(), 0);
+    EXPECT_EQ(host.services().LiveComponents(), 3);
+    EXPECT_EQ(host.screen().use_count(), screens);
+    EXPECT_EQ(host.connection().use_count(), connections);
+
+    screen.ReleaseController();
+    EXPECT_EQ(host.services().LiveComponents(), 0);
+    EXPECT_EQ(host.screen().use_count(), 1);
+  }
+  EXPECT_GT(failures, 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, FaultSweep, ::testing::ValuesIn(kScenarios),
+                         [](const auto& one) { return std::string(one.param.name); });
+
+// What failed once can be tried again on the same controller.
+TEST(AfterAFault, TheSameSaveSucceeds) {
+  for (std::size_t n = 1;; ++n) {
+    CredentialScreen screen(ScreenKind::kTenantCreating);
+    screen.EnterRange(kTransmitter, "1", "2");
+    screen.EnterTenantDefaults();
+    screen.host().StartOver();
+    screen.host().gate().FailAt(n);
+    (void)screen.SaveNewWithTenants();
+    if (screen.host().gate().failed().empty()) {
+      EXPECT_GT(n, 20U);
+      break;
+    }
+    screen.host().StartOver();
+
+    EXPECT_TRUE(screen.SaveNewWithTenants()) << n;
+
+    EXPECT_EQ(screen.host().transactions().open(), 0) << n;
+    EXPECT_EQ(screen.host().transcript().StartingWith("ExecuteInsert ").size(), 4U) << n;
+    EXPECT_TRUE(screen.host().services().trapped().empty()) << n;
+  }
+}
+
+// A failure during creation leaves a controller that can be used and destroyed, if not for much.
+TEST(AfterAFault, DuringCreationTheControllerIsThere) {
+  for (std::size_t n = 1;; ++n) {
+    RecordingHost host;
+    host.gate().FailAt(n);
+    auto controller = std::make_unique<qorcred::clsCredential>(host.host());
+    const bool failed = !host.gate().failed().empty();
+    EXPECT_EQ(host.services().trapped().size(), failed ? 1U : 0U);
+    host.gate().Reset();
+    controller->set_gmobjCredentialScreen(host.screen());
+
+    controller->pbTransmitterCtls(true);
+    controller->pbRetrieveTenants(host.connection(), kUnit);
+
+    controller.reset();
+    EXPECT_EQ(host.services().LiveComponents(), 0) << n;
+    EXPECT_EQ(host.screen().use_count(), 1) << n;
+    if (!failed) {
+      EXPECT_EQ(n, 6U);
+      break;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace qortest
