@@ -120,9 +120,9 @@ void clsCredential::LoadCredential(const ObjectRef& connection, std::int32_t uni
 
   const bool showsFacilityCode = Equals(screen.Variable("gblnDisplayFacilityCode"), true);
   screen.Box("txtFacilityCode")
-      .SetText(showsFacilityCode ? NumberText(numberIn(kFacilityCode)) : std::string());
-  screen.Box("txtIDCode").SetText(NumberText(numberIn(kIdCode)));
-  screen.Box("txtSequenceCode").SetText(NumberText(numberIn(kSequenceNumber)));
+      .SetText(showsFacilityCode ? Value(numberIn(kFacilityCode)) : Value(""));
+  screen.Box("txtIDCode").SetText(numberIn(kIdCode));
+  screen.Box("txtSequenceCode").SetText(numberIn(kSequenceNumber));
   screen.Check(numberIn(kButtonNumber) == 4 ? "optButton4" : "optButtonDefault").SetState(true);
   screen.SetVariable("gstrLastModifiedDate", TextOf(credential.Cell(0, kLastModified)));
 

@@ -51,10 +51,10 @@ void clsCredential::StoreNew(const ObjectRef& connection, std::int32_t unitKey,
   const DatabaseManager manager = Manager();
   const TenantComponent tenants(tenantComponent);
   const CredentialInsert insert(unitKey, rowIdText_, entry);
-  std::string newTenantIds;
-  screen.SetVariable("gstrNewTenantIDs", newTenantIds);
 
   SaveTransaction transaction(host_, connection, screen);
+  std::string newTenantIds;
+  screen.SetVariable("gstrNewTenantIDs", newTenantIds);
   for (std::int32_t number = entry.start; number <= entry.end; ++number) {
     std::int32_t rid = manager.ExecuteInsert(connection, FixNullValues(insert.For(number)), "",
                                              table::CREDENTIALBANK, error_);
