@@ -162,9 +162,9 @@ TEST_F(LoadedCredential, OfATransmitterShowsItsCodesAndTenant) {
     optButton4.Visible = True
     lblActivate.Visible = False
     cboActivate.Visible = False
-    txtFacilityCode.Text = "12"
-    txtIDCode.Text = "5"
-    txtSequenceCode.Text = "1"
+    txtFacilityCode.Text = 12
+    txtIDCode.Text = 5
+    txtSequenceCode.Text = 1
     optButton4.Value = True
     gstrLastModifiedDate = "1/31/2026 2:05:09 PM"
     ExecuteSelect "SELECT TENANTID,LASTNAME,FIRSTNAME,MIDDLEINITIAL FROM TENANTS WHERE UNITKEY=3 AND (CREDENTIALID1=17 OR CREDENTIALID2=17)" -> 1 row
@@ -196,9 +196,9 @@ TEST_F(LoadedCredential, OfACardShowsItsDoorAndNoTransmitterControls) {
     lblActivate.Visible = True
     cboActivate.Visible = True
     cboActivate.ListIndex = 2
-    txtFacilityCode.Text = "99"
-    txtIDCode.Text = "0"
-    txtSequenceCode.Text = "0"
+    txtFacilityCode.Text = 99
+    txtIDCode.Text = 0
+    txtSequenceCode.Text = 0
     optButtonDefault.Value = True
     gstrLastModifiedDate = "1/2/2026"
     ExecuteSelect "SELECT TENANTID,LASTNAME,FIRSTNAME,MIDDLEINITIAL FROM TENANTS WHERE UNITKEY=3 AND (CREDENTIALID1=18 OR CREDENTIALID2=18)" -> no rows
@@ -219,9 +219,9 @@ TEST_F(LoadedCredential, ReadsNullAndEmptyFieldsAsZero) {
   ASSERT_GE(effects.size(), 20U);
   EXPECT_TRUE(SameLines(Lines(effects.begin() + 13, effects.begin() + 19), R"~(
     cboActivate.ListIndex = 0
-    txtFacilityCode.Text = "0"
-    txtIDCode.Text = "0"
-    txtSequenceCode.Text = "0"
+    txtFacilityCode.Text = 0
+    txtIDCode.Text = 0
+    txtSequenceCode.Text = 0
     optButtonDefault.Value = True
     gstrLastModifiedDate = ""
   )~"));

@@ -21,8 +21,8 @@ TEST_F(Storage, OfASingleCardIsOneRowInATransaction) {
     ExecuteSelect "Select UnitKey,PINNo from CredentialBank where UnitKey = 3 and CredentialType = 1 and PINNo = 10 and FacilityCode = 12" -> no rows
     ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
     pbGetUnitStatus 3 -> 0 0 0
-    gstrNewTenantIDs = ""
     BeginTrans
+    gstrNewTenantIDs = ""
     ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,1,10,12,0,0,1,'_LMDATE_')" "" "CREDENTIALBANK" -> 101
     CommitTrans
   )~"));
@@ -40,8 +40,8 @@ TEST_F(Storage, OfARangeIsARowForEachNumber) {
     ExecuteSelect "Select Top 1 UnitKey, PINNo from CredentialBank where UnitKey = 3 and CredentialType = 2 and FacilityCode = 12 and IDCode = 5 and SequenceNumber = 1 and ButtonNumber = 4 and PINNo >=1  and PINNo <=3 Order by CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber" -> no rows
     ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
     pbGetUnitStatus 3 -> 0 0 0
-    gstrNewTenantIDs = ""
     BeginTrans
+    gstrNewTenantIDs = ""
     ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,2,1,12,5,1,4,'_LMDATE_')" "" "CREDENTIALBANK" -> 101
     ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,2,2,12,5,1,4,'_LMDATE_')" "" "CREDENTIALBANK" -> 102
     ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,2,3,12,5,1,4,'_LMDATE_')" "" "CREDENTIALBANK" -> 103

@@ -36,8 +36,8 @@ TEST_F(TenantStorage, OfASingleCardCreatesItsTenant) {
     ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
     pbGetUnitStatus 3 -> 0 0 0
     ExecuteSelect "Select RID from TenantGroup where UnitKey = 3 AND IsGroupZero=True" -> 1 row
-    gstrNewTenantIDs = ""
     BeginTrans
+    gstrNewTenantIDs = ""
     ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,1,100,12,0,0,1,'_LMDATE_')" "" "CREDENTIALBANK" -> 101
     pbGetMaxGroupIDOrLinkID 3 True -> 5
     ExecuteInsert "INSERT INTO TENANTS(UNITKEY,LASTNAME,CREDENTIALID1,DOORSCHEDULE1,DOORSCHEDULE2,DOORSCHEDULE3,DOORSCHEDULE4,ACTIVESTARTTIME,ACTIVEENDTIME,RID,LASTMODIFIEDDATE,GROUPID,LINKCODE,ACTIVETENANT)VALUES(3,'No Name1100',101,1,0,5,9,'11/21/2026','11/21/2027 11:59:59 PM',_ROWID_,'_LMDATE_',77,5,True)" "" "TENANTS" -> 102
@@ -63,8 +63,8 @@ TEST_F(TenantStorage, OfARangeCreatesATenantForEachCredential) {
     ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
     pbGetUnitStatus 3 -> 0 0 0
     ExecuteSelect "Select RID from TenantGroup where UnitKey = 3 AND IsGroupZero=True" -> 1 row
-    gstrNewTenantIDs = ""
     BeginTrans
+    gstrNewTenantIDs = ""
     ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,0,1,12,0,0,1,'_LMDATE_')" "" "CREDENTIALBANK" -> 101
     pbGetMaxGroupIDOrLinkID 3 True -> 5
     ExecuteInsert "INSERT INTO TENANTS(UNITKEY,LASTNAME,CREDENTIALID1,DOORSCHEDULE1,DOORSCHEDULE2,DOORSCHEDULE3,DOORSCHEDULE4,ACTIVESTARTTIME,ACTIVEENDTIME,RID,LASTMODIFIEDDATE,GROUPID,LINKCODE,ACTIVETENANT)VALUES(3,'No Name01',101,1,0,5,9,'11/21/2026','11/21/2027 11:59:59 PM',_ROWID_,'_LMDATE_',77,5,True)" "" "TENANTS" -> 102
