@@ -1,10 +1,13 @@
 // Every operation with every one of its calls failing: nothing escapes, the result is what it was
 // by then, no transaction stays open and nothing is kept.
 #include <array>
+#include <exception>
 #include <functional>
 #include <memory>
+#include <new>
 #include <optional>
 #include <ostream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -289,6 +292,38 @@ TEST_P(FaultSweep, EndsInTheOperation) {
   EXPECT_GT(failures, 0U);
 }
 
+// The manager raises nothing when a statement fails: it answers as if there were no rows.
+TEST_P(FaultSweep, BearsAFailedStatement) {
+  const Scenario& scenario = GetParam();
+  for (std::size_t n = 1;; ++n) {
+    CredentialScreen screen(scenario.kind);
+    RecordingHost& host = screen.host();
+    scenario.arrange(screen);
+    host.controls().SetVariable("gstrNewTenantIDs", "9,");
+    host.StartOver();
+    host.database().FailAt(n);
+
+    const std::optional<bool> result = scenario.act(screen);
+
+    const std::string failed = host.database().failed();
+    if (failed.empty()) {
+      EXPECT_EQ(result, scenario.expected);
+      break;
+    }
+    const ::testing::ScopedTrace trace(__FILE__, __LINE__, failed);
+    EXPECT_EQ(result.has_value(), scenario.expected.has_value());
+    if (failed.starts_with("INSERT")) {
+      EXPECT_EQ(result, std::optional<bool>(false));
+      EXPECT_EQ(host.transactions().committed(), 0);
+      EXPECT_EQ(host.transactions().rolledBack(), 1);
+      EXPECT_EQ(host.controls().Variable("gstrNewTenantIDs"), Value(""));
+    }
+    EXPECT_EQ(host.transactions().open(), 0);
+    EXPECT_EQ(host.database().LiveTables(), 0);
+    EXPECT_EQ(host.services().LiveComponents(), 3);
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Of, FaultSweep, ::testing::ValuesIn(kScenarios),
                          [](const auto& one) { return std::string(one.param.name); });
 
@@ -312,6 +347,31 @@ TEST(AfterAFault, TheSameSaveSucceeds) {
     EXPECT_EQ(screen.host().transactions().open(), 0) << n;
     EXPECT_EQ(screen.host().transcript().StartingWith("ExecuteInsert ").size(), 4U) << n;
     EXPECT_TRUE(screen.host().services().trapped().empty()) << n;
+  }
+}
+
+// What a host's own code throws is trapped as well, under the number that stands for it.
+TEST(AfterAFault, OfTheHostsOwnKindTheOperationStillEnds) {
+  struct Case {
+    std::exception_ptr failure;
+    qorcred::ErrorNumber number;
+  };
+  const std::array cases{
+      Case{std::make_exception_ptr(std::bad_alloc()), qorcred::ErrorNumber::kOutOfMemory},
+      Case{std::make_exception_ptr(std::runtime_error("odd")), qorcred::ErrorNumber::kInternal},
+      Case{std::make_exception_ptr(42), qorcred::ErrorNumber::kInternal}};
+  for (const Case& one : cases) {
+    CredentialScreen screen;
+    screen.EnterSingle(kCard26, "10");
+    screen.host().StartOver();
+    screen.host().gate().FailOn("ExecuteInsert");
+    screen.host().gate().Raise(one.failure);
+
+    EXPECT_FALSE(screen.SaveNew());
+
+    ASSERT_EQ(screen.host().services().trapped().size(), 1U);
+    EXPECT_EQ(screen.host().services().trapped().front().second, one.number);
+    EXPECT_EQ(screen.host().transactions().rolledBack(), 1);
   }
 }
 

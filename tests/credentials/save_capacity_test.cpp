@@ -157,6 +157,13 @@ TEST_F(CapacityCheck, OfATextThatIsNoNumberStoresNothing) {
   EXPECT_EQ(Host().transactions().begun(), 0);
 }
 
+TEST_F(CapacityCheck, CountsAnEmptyTextAsZero) {
+  Screen().EnterSingle(kCard26, "10");
+  Screen().CountCodes("", "499", "");
+
+  EXPECT_TRUE(Screen().SaveNew());
+}
+
 class CapacityWithTenants : public TenantCreatingTest {};
 
 TEST_F(CapacityWithTenants, IsAskedOnceAndAfterTheDates) {

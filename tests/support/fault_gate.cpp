@@ -1,5 +1,6 @@
 #include "tests/support/fault_gate.h"
 
+#include <memory>
 #include <utility>
 
 #include "frame/runtime_error.h"
@@ -25,6 +26,7 @@ void FaultGate::Reset() {
   failAt_ = 0;
   failOn_.clear();
   failed_.clear();
+  failure_ = nullptr;
 }
 
 void FaultGate::Pass(std::string_view description) {
@@ -32,6 +34,9 @@ void FaultGate::Pass(std::string_view description) {
   const bool named = !failOn_.empty() && failed_.empty() && description.starts_with(failOn_);
   if (calls_ == failAt_ || named) {
     failed_ = description;
+    if (failure_ != nullptr) {
+      std::rethrow_exception(failure_);
+    }
     throw qorcred::RuntimeError(qorcred::ErrorNumber::kApplicationDefined, "Injected failure");
   }
 }

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
+#include <exception>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "frame/object.h"
 
@@ -17,10 +18,12 @@ class FaultGate {
   void FailAt(std::size_t n);
   /// The next call whose description starts with `description` fails.
   void FailOn(std::string description);
+  /// The failing call raises this instead of kApplicationDefined "Injected failure".
+  void Raise(std::exception_ptr failure) { failure_ = std::move(failure); }
   /// No call fails, and counting starts again.
   void Reset();
 
-  /// Raises kApplicationDefined "Injected failure" when this is the call to fail.
+  /// Raises when this is the call to fail.
   void Pass(std::string_view description);
 
   [[nodiscard]] std::size_t calls() const { return calls_; }
@@ -32,6 +35,7 @@ class FaultGate {
   std::size_t failAt_ = 0;
   std::string failOn_;
   std::string failed_;
+  std::exception_ptr failure_;
 };
 
 /// A screen or control behind the gate; what comes back from it stands behind the gate as well.

@@ -43,7 +43,17 @@ void DatabaseScript::Error(std::string part, std::string error) {
   On(std::move(part), {.error = std::move(error)});
 }
 
+void DatabaseScript::FailAt(std::size_t n) {
+  statements_ = 0;
+  failAt_ = n;
+  failed_.clear();
+}
+
 const Answer* DatabaseScript::Next(std::string_view statement) {
+  if (++statements_ == failAt_) {
+    failed_ = statement;
+    return &failure_;
+  }
   const auto found = std::find_if(rules_.rbegin(), rules_.rend(), [statement](const Rule& rule) {
     return statement.find(rule.part) != std::string_view::npos;
   });

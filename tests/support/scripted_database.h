@@ -1,8 +1,8 @@
 // Doubles of the connection and the database manager: they answer from a script.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -40,6 +40,11 @@ class DatabaseScript {
   void Number(std::string part, qorcred::Value value);
   void Error(std::string part, std::string error);
 
+  /// The n-th statement from now on fails, whatever its answer (1 is the next one).
+  void FailAt(std::size_t n);
+  /// The statement that failed so; empty when none did.
+  [[nodiscard]] const std::string& failed() const { return failed_; }
+
   /// The answer for a statement; null when none was given.
   [[nodiscard]] const Answer* Next(std::string_view statement);
 
@@ -54,6 +59,10 @@ class DatabaseScript {
     std::size_t next = 0;
   };
   std::vector<Rule> rules_;
+  Answer failure_{.error = "the statement failed"};
+  std::size_t statements_ = 0;
+  std::size_t failAt_ = 0;
+  std::string failed_;
   std::int32_t lastIdentity_ = 100;
   std::vector<std::weak_ptr<qorcred::ResultTable>> tables_;
 };
