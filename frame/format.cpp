@@ -39,7 +39,8 @@ std::string FormatNumber(double number, std::size_t width) {
   std::string text;
   if (number < 0.0 && rounded > 0.0) text += '-';
   if (digits.size() < width) text.append(width - digits.size(), '0');
-  return text.append(digits);
+  text.append(digits);
+  return text;
 }
 
 /// Writes one date after a picture, part by part.

@@ -36,11 +36,11 @@ std::size_t LengthOf(std::int32_t low, std::int32_t high) {
 }
 
 /// Raises for a table that memory or the range of an index cannot hold.
-void CheckSize(std::int32_t lowRow, std::size_t rows, std::size_t columns) {
+void CheckSize(std::int32_t lowRow, std::uint64_t rows, std::uint64_t columns) {
   if (columns > 0 && rows > kMostCells / columns) throw RuntimeError(ErrorNumber::kOutOfMemory);
   constexpr std::int64_t kLastIndex = std::numeric_limits<std::int32_t>::max();
-  const auto room = static_cast<std::size_t>(kLastIndex - lowRow + 1);
-  if (rows > room || columns > static_cast<std::size_t>(kLastIndex)) {
+  const auto room = static_cast<std::uint64_t>(kLastIndex - lowRow + 1);
+  if (rows > room || columns > static_cast<std::uint64_t>(kLastIndex)) {
     throw RuntimeError(ErrorNumber::kOutOfMemory);
   }
 }
@@ -228,7 +228,7 @@ void ResultTable::InsertRows(std::int32_t row, std::int32_t count) {
   const std::int64_t offset = std::int64_t{row} - lowRow_;
   if (offset < 0 || static_cast<std::size_t>(offset) > rows_ || count < 0) RaiseOutOfRange();
   const auto added = static_cast<std::size_t>(count);
-  CheckSize(lowRow_, rows_ + added, columns_);
+  CheckSize(lowRow_, std::uint64_t{rows_} + added, columns_);
   cells_.insert(
       cells_.begin() + static_cast<std::ptrdiff_t>(offset) * static_cast<std::ptrdiff_t>(columns_),
       added * columns_, Value());
@@ -268,7 +268,7 @@ void ResultTable::QuickSort(std::int32_t lowRow, std::int32_t highRow, std::int3
 
   const auto columns = static_cast<std::ptrdiff_t>(columns_);
   const auto rangeStart =
-      cells_.begin() + (std::int64_t{lowRow} - lowRow_) * static_cast<std::int64_t>(columns);
+      cells_.begin() + static_cast<std::ptrdiff_t>(Position(lowRow, lowColumn_));
   std::vector<Value> rows;
   rows.reserve(count * columns_);
   for (const std::size_t position : sorted) {
@@ -279,7 +279,7 @@ void ResultTable::QuickSort(std::int32_t lowRow, std::int32_t highRow, std::int3
 }
 
 std::span<Value> ResultTable::AppendRow() {
-  CheckSize(lowRow_, rows_ + 1, columns_);
+  CheckSize(lowRow_, std::uint64_t{rows_} + 1, columns_);
   const std::size_t size = cells_.size() + columns_;
   if (size > cells_.capacity()) cells_.reserve(std::max(size, cells_.capacity() * 2));
   cells_.resize(size);

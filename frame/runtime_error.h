@@ -46,7 +46,8 @@ class RuntimeError : public std::exception {
 [[nodiscard]] std::string_view DescriptionOf(ErrorNumber number);
 
 /// The exception being handled as a RuntimeError: itself when it is one, kOutOfMemory for
-/// std::bad_alloc, otherwise kInternal with the exception's own text. Call it in a catch block only.
+/// std::bad_alloc, otherwise kInternal with the exception's own text. Call it in a catch block
+/// only.
 [[nodiscard]] RuntimeError CurrentFailure();
 
 }  // namespace qorcred

@@ -1,5 +1,9 @@
 #include "frame/sql_text.h"
 
+#include <utility>
+
+#include "frame/text.h"
+
 namespace qorcred {
 namespace {
 
@@ -34,8 +38,18 @@ Hole HoleAt(std::string_view sql, std::size_t position) noexcept {
   }
 }
 
+/// Whether the text holds any pair of characters that only a hole has. The library's searches are
+/// several times as fast as the pass, and nearly every statement of a range of credentials ends
+/// here.
+template <MinusOne minusOne>
+bool MayHaveHole(std::string_view sql) noexcept {
+  return Contains(sql, " ,") || Contains(sql, "''") ||
+         (minusOne == MinusOne::kBecomesNull && Contains(sql, "-1"));
+}
+
 template <MinusOne minusOne>
 std::string FillHoles(std::string sql) {
+  if (!MayHaveHole<minusOne>(sql)) return sql;
   std::string filled;
   std::size_t copied = 0;
   for (std::size_t position = 0; position < sql.size();) {
@@ -44,14 +58,15 @@ std::string FillHoles(std::string sql) {
       ++position;
       continue;
     }
-    // Most statements have no hole; room is made at the first one only.
+    // A blank before a comma is not always a hole: room is made at the first one.
     if (filled.empty()) filled.reserve(sql.size() + sql.size() / 4 + kNull.size());
     filled.append(sql, copied, position + hole.kept - copied).append(kNull);
     position += hole.taken;
     copied = position;
   }
   if (copied == 0) return sql;
-  return filled.append(sql, copied);
+  filled.append(sql, copied);
+  return filled;
 }
 
 }  // namespace

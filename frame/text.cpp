@@ -45,6 +45,7 @@ constexpr std::array kFoldRanges = {
     FoldRange{0x0391, 0x03A1, FoldRule::kShift, 32},
     FoldRange{0x03A3, 0x03AB, FoldRule::kShift, 32},
     FoldRange{0x03C2, 0x03C2, FoldRule::kShift, 1},  // final sigma
+    FoldRange{0x03D8, 0x03EF, FoldRule::kEven, 1},
     FoldRange{0x0400, 0x040F, FoldRule::kShift, 80},
     FoldRange{0x0410, 0x042F, FoldRule::kShift, 32},
     FoldRange{0x0460, 0x0481, FoldRule::kEven, 1},
@@ -57,6 +58,10 @@ constexpr std::array kFoldRanges = {
     FoldRange{0x1E9E, 0x1E9E, FoldRule::kShift, -7615},  // capital sharp s
     FoldRange{0x1EA0, 0x1EFF, FoldRule::kEven, 1},
 };
+
+bool IsAscii(char letter) noexcept {
+  return static_cast<unsigned char>(letter) < 0x80;
+}
 
 char32_t Fold(char32_t codePoint) noexcept {
   if (codePoint < 0x80) {
@@ -133,6 +138,13 @@ int CompareIgnoringCase(std::string_view one, std::string_view other) noexcept {
   std::size_t onePosition = 0;
   std::size_t otherPosition = 0;
   while (onePosition < one.size() && otherPosition < other.size()) {
+    // Most texts are ASCII: equal bytes of it need no decoding.
+    const char oneByte = LowerAscii(one[onePosition]);
+    if (IsAscii(oneByte) && oneByte == LowerAscii(other[otherPosition])) {
+      ++onePosition;
+      ++otherPosition;
+      continue;
+    }
     const Utf8Character oneCharacter = ReadUtf8(one, onePosition);
     const Utf8Character otherCharacter = ReadUtf8(other, otherPosition);
     const char32_t oneFolded = Fold(oneCharacter.codePoint);

@@ -12,7 +12,6 @@ namespace {
 
 using qortest::ForEachRow;
 using qortest::Outcome;
-using qortest::Shown;
 
 constexpr double kSecond = 1.0 / 86400.0;
 constexpr double kLargest = std::numeric_limits<double>::max();

@@ -141,6 +141,7 @@ TEST(TextTest, ComparesWithoutCase) {
       {"LongS", "\xC5\xBF", "S", 0},
       {"Greek", "\xCE\xA3\xCE\x91", "\xCF\x82\xCE\xB1", 0},
       {"GreekAccents", "\xCE\x86\xCE\x88\xCE\x8C\xCE\x8E", "\xCE\xAC\xCE\xAD\xCF\x8C\xCF\x8D", 0},
+      {"Coptic", "\xCF\xA2", "\xCF\xA3", 0},
       {"CyrillicIo", "\xD0\x81", "\xD1\x91", 0},
       {"Cyrillic", "\xD0\x96\xD0\xAF", "\xD0\xB6\xD1\x8F", 0},
       {"CyrillicPairs", "\xD2\x90", "\xD2\x91", 0},
