@@ -115,10 +115,10 @@ build() {
     configure "$preset"
     : > "$folder/build.log"
     if ! ninja -C "$folder" "$@" 2>&1 9>&- | show_progress "$preset" "$folder/build.log"; then
-      if grep -q '^FAILED: ' "$folder/build.log"; then
-        sed -n '/^FAILED: /,$p' "$folder/build.log" | head -n 60 >&2
+      if grep -q '^FAILED: build.ninja' "$folder/build.log"; then
+        tail -n 40 "$folder/build.log" >&2  # CMake's own message stands before that line
       else
-        tail -n 40 "$folder/build.log" >&2
+        sed -n '/^FAILED: /,$p' "$folder/build.log" | head -n 60 >&2
       fi
       die "Building '$preset' failed; the whole log is $folder/build.log"
     fi
