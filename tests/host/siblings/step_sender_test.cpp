@@ -1,0 +1,97 @@
+#include "host/siblings/step_sender.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
+
+#include "host/siblings/program_steps.h"
+#include "tests/host/siblings/component_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using qorcred::Value;
+
+class StepSenderTest : public ComponentFixture {
+ protected:
+  void SetUp() override {
+    StoreFixture::SetUp();
+    Run("INSERT INTO DirectoryCode (RID, UNITKEY, DIRECTORYCODE, OLDDIRECTORYCODE) VALUES "
+        "(5, 1, 102, 101), (6, 1, 200, NULL)");
+  }
+
+  void Send(std::string_view member, std::int32_t rid) {
+    qorcred::Call(*sender_, member, Connection(), kUnit, rid);
+  }
+  [[nodiscard]] bool DeletionExists(const Value& code) {
+    return *qorcred::Call(*sender_, "pbDeleteDirCodePrgStepExists", Connection(), kUnit, code)
+                .As<bool>();
+  }
+  using Steps = std::vector<std::pair<std::string, std::string>>;  // kind and code
+  [[nodiscard]] Steps Queue() {
+    Steps steps;
+    for (const ProgramStep& one : ListSteps(connection_->session(), kUnit)) {
+      steps.emplace_back(one.kind, one.code);
+    }
+    return steps;
+  }
+
+  qorcred::ObjectRef sender_ = Create(qorcred::component::kStepSender);
+};
+
+TEST_F(StepSenderTest, QueuesProgrammingAndChangeInTheOrderOfTheCalls) {
+  Send("pbGenDirCodePrgStep", 6);
+  Send("pbGenChgDirCodePrgStep", 5);
+  EXPECT_EQ(Queue(), (Steps{{"program directory code", ""}, {"change directory code", "101"}}));
+}
+
+TEST_F(StepSenderTest, ADeletionNamesTheCodeThatTheUnitHas) {
+  Send("pbGenDelDirCodePrgStep", 5);
+  Send("pbGenDelDirCodePrgStep", 6);
+  EXPECT_EQ(Queue(), (Steps{{"delete directory code", "101"}, {"delete directory code", "200"}}));
+}
+
+TEST_F(StepSenderTest, ADeletionTakesBackWhatIsStillToBeSentForTheRow) {
+  Send("pbGenDirCodePrgStep", 5);
+  Send("pbGenDirCodePrgStep", 6);
+  Send("pbGenDelDirCodePrgStep", 5);
+  EXPECT_EQ(Queue(), (Steps{{"program directory code", ""}, {"delete directory code", "101"}}));
+}
+
+TEST_F(StepSenderTest, WithdrawingQueuesNothingAndKeepsWhatWasSent) {
+  Send("pbGenDirCodePrgStep", 6);
+  Run("UPDATE ProgramSteps SET Sent=-1");
+  Send("pbGenDirCodePrgStep", 6);
+  Send("pbDeleteDirCodePrgStep", 6);
+  const std::vector<ProgramStep> steps = ListSteps(connection_->session(), kUnit);
+  ASSERT_EQ(steps.size(), 1U);
+  EXPECT_TRUE(steps[0].sent);
+}
+
+TEST_F(StepSenderTest, KnowsAPendingDeletionByItsCode) {
+  Send("pbGenDelDirCodePrgStep", 6);
+  EXPECT_TRUE(DeletionExists(200));
+  EXPECT_TRUE(DeletionExists(200.0));
+  EXPECT_TRUE(DeletionExists("200"));
+  EXPECT_FALSE(DeletionExists(201));
+  Run("UPDATE ProgramSteps SET Sent=-1");
+  EXPECT_FALSE(DeletionExists(200));
+}
+
+TEST_F(StepSenderTest, KnowsCodesOfFifteenDigits) {
+  Run("UPDATE DirectoryCode SET DIRECTORYCODE=123456789012345 WHERE RID=6");
+  Send("pbGenDelDirCodePrgStep", 6);
+  EXPECT_EQ(Queue(), (Steps{{"delete directory code", "123456789012345"}}));
+  EXPECT_TRUE(DeletionExists(123456789012345.0));
+}
+
+TEST_F(StepSenderTest, RefusesUnknownMembersAndCounts) {
+  EXPECT_EQ(FailureOf([&] { Send("pbGenNothing", 1); }).number(),
+            qorcred::ErrorNumber::kUnknownMember);
+  EXPECT_EQ(FailureOf([&] { qorcred::Call(*sender_, "pbGenDirCodePrgStep"); }).number(),
+            qorcred::ErrorNumber::kWrongArgumentCount);
+}
+
+}  // namespace
+}  // namespace qorhost::test
