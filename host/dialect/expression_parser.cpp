@@ -25,6 +25,9 @@ constexpr int kRankMultiply = 10;
 constexpr int kRankNegate = 11;
 constexpr int kRankPower = 12;
 
+// The engine compares each condition of a WHERE with each other one.
+constexpr std::size_t kMostJoinedConditions = 2000;
+
 struct BinaryOperator {
   std::string_view text;
   int rank;
@@ -147,6 +150,11 @@ void StatementParser::Adopt(Expression& parent, ExpressionPtr child) {
 
 ExpressionPtr StatementParser::Join(NodeKind kind, Operator op, ExpressionPtr left,
                                     ExpressionPtr right) {
+  const bool joinsConditions = kind == NodeKind::kAnd || kind == NodeKind::kOr;
+  if (joinsConditions && ++joinedConditions_ > kMostJoinedConditions) {
+    RefuseAt(right->offset, "more than " + std::to_string(kMostJoinedConditions) +
+                                " conditions joined by AND and OR");
+  }
   if (TakesAnyNumber(kind) && left->kind == kind) {
     Adopt(*left, std::move(right));
     return left;

@@ -13,6 +13,7 @@ namespace qorhost::dialect {
 namespace {
 
 constexpr unsigned kFirstNonAscii = 0x80;
+constexpr utf8proc_int32_t kSharpS = 0xDF;
 constexpr char32_t kAnyRun = U'%';
 constexpr char32_t kAnyOne = U'_';
 
@@ -193,7 +194,10 @@ bool MatchesPattern(std::u32string_view text, std::u32string_view pattern) {
 }
 
 std::string UpperText(std::string_view text) {
-  return MapPoints(text, utf8proc_toupper);
+  return MapPoints(text, [](utf8proc_int32_t point) {
+    // The sharp s has no capital in common use.
+    return point == kSharpS ? point : utf8proc_toupper(point);
+  });
 }
 
 std::string LowerText(std::string_view text) {

@@ -46,6 +46,16 @@ constexpr std::array<ByteClass, 256> kByteClasses = [] {
   return classes;
 }();
 
+// Whether a byte goes on a word.
+constexpr std::array<bool, 256> kGoesOnWord = [] {
+  std::array<bool, 256> goesOn{};
+  for (std::size_t byte = 0; byte < goesOn.size(); ++byte) {
+    goesOn[byte] =
+        kByteClasses[byte] == ByteClass::kWord || kByteClasses[byte] == ByteClass::kDigit;
+  }
+  return goesOn;
+}();
+
 constexpr std::size_t kLongestDate = 64;
 constexpr std::size_t kLongestExcerpt = 40;
 // Digits that an accumulator of 64 bits holds without a check.
@@ -72,88 +82,130 @@ class Lexer {
  public:
   explicit Lexer(std::string_view sql) : sql_(sql) {}
 
-  // The next token; of a literal also its content, in literal().
-  Token Next() {
-    while (position_ < sql_.size() && ClassOf(sql_[position_]) == ByteClass::kBlank) {
-      ++position_;
+  [[nodiscard]] std::size_t position() const { return position_; }
+
+  // Goes to the next literal and reads it; false when there is none. What stands before it is
+  // checked for what is no token, but not cut into tokens: most statements are known by their
+  // shape.
+  bool NextLiteral(Literal& literal) {
+    while (position_ < sql_.size()) {
+      if (const ByteClass byteClass = ClassHere(); byteClass == ByteClass::kBlank) {
+        ++position_;
+      } else if (byteClass == ByteClass::kWord) {
+        SkipWord();
+      } else if (StartsLiteral(byteClass)) {
+        ReadLiteral(byteClass, literal);
+        return true;
+      } else if (byteClass == ByteClass::kBracket) {
+        SkipBracketed();
+      } else {
+        SkipSymbol(byteClass);
+      }
     }
-    const bool afterName = nameEnd_ == position_;
-    const std::size_t start = position_;
-    if (start == sql_.size()) {
-      return {TokenKind::kEnd, {}, start, 0};
-    }
-    switch (ClassOf(sql_[start])) {
-      case ByteClass::kWord:
-        return Word(start);
-      case ByteClass::kDigit:
-        return Number(start);
-      case ByteClass::kQuote:
-        return Text(start);
-      case ByteClass::kHash:
-        return DateLiteral(start);
-      case ByteClass::kBracket:
-        return Bracketed(start);
-      case ByteClass::kSymbol:
-        // ".5" is a number, but not directly behind a name, where the point leads to a column.
-        if (sql_[start] == '.' && !afterName && IsDigitAt(start + 1)) {
-          return Number(start);
-        }
-        return Symbol(start);
-      case ByteClass::kBlank:
-      case ByteClass::kBad:
-        break;
-    }
-    Refuse(sql_, start, "a character that has no meaning here");
+    return false;
   }
 
-  [[nodiscard]] const Literal& literal() const { return literal_; }
+  Token Next() {
+    while (position_ < sql_.size() && ClassHere() == ByteClass::kBlank) {
+      ++position_;
+    }
+    Token token;
+    token.offset = position_;
+    if (position_ == sql_.size()) {
+      return token;
+    }
+    const ByteClass byteClass = ClassHere();
+    if (byteClass == ByteClass::kWord) {
+      token.kind = TokenKind::kWord;
+      SkipWord();
+    } else if (StartsLiteral(byteClass)) {
+      token.kind = TokenKind::kLiteral;
+      Literal literal;
+      ReadLiteral(byteClass, literal);
+    } else if (byteClass == ByteClass::kBracket) {
+      token.kind = TokenKind::kBracketed;
+      SkipBracketed();
+      token.text = sql_.substr(token.offset + 1, position_ - token.offset - 2);
+      return token;
+    } else {
+      token.kind = TokenKind::kSymbol;
+      SkipSymbol(byteClass);
+    }
+    token.text = sql_.substr(token.offset, position_ - token.offset);
+    return token;
+  }
 
  private:
+  [[nodiscard]] ByteClass ClassHere() const { return ClassOf(sql_[position_]); }
+
   [[nodiscard]] bool IsDigitAt(std::size_t index) const {
     return index < sql_.size() && IsDigit(sql_[index]);
   }
 
-  Token Finish(TokenKind kind, std::size_t start, std::size_t end) {
-    position_ = end;
-    return {kind, sql_.substr(start, end - start), start, 0};
+  [[nodiscard]] bool StartsLiteral(ByteClass byteClass) const {
+    switch (byteClass) {
+      case ByteClass::kDigit:
+      case ByteClass::kQuote:
+      case ByteClass::kHash:
+        return true;
+      case ByteClass::kSymbol:
+        // ".5" is a number, but not directly behind a name, where the point leads to a column.
+        return sql_[position_] == '.' && nameEnd_ != position_ && IsDigitAt(position_ + 1);
+      default:
+        return false;
+    }
   }
 
-  Token Word(std::size_t start) {
-    std::size_t end = start + 1;
-    while (end < sql_.size() &&
-           (ClassOf(sql_[end]) == ByteClass::kWord || ClassOf(sql_[end]) == ByteClass::kDigit)) {
-      ++end;
+  void ReadLiteral(ByteClass byteClass, Literal& literal) {
+    literal.offset = position_;
+    if (byteClass == ByteClass::kQuote) {
+      ReadText(literal);
+    } else if (byteClass == ByteClass::kHash) {
+      ReadDate(literal);
+    } else {
+      ReadNumber(literal);
     }
-    nameEnd_ = end;
-    return Finish(TokenKind::kWord, start, end);
   }
 
-  Token Bracketed(std::size_t start) {
-    const std::size_t end = sql_.find(']', start);
-    if (end == std::string_view::npos || end == start + 1) {
-      Refuse(sql_, start,
-             end == std::string_view::npos ? "a name in brackets that is not closed"
-                                           : "brackets without a name");
+  void SkipWord() {
+    do {
+      ++position_;
+    } while (position_ < sql_.size() && kGoesOnWord[static_cast<unsigned char>(sql_[position_])]);
+    nameEnd_ = position_;
+  }
+
+  void SkipBracketed() {
+    const std::size_t end = sql_.find(']', position_);
+    if (end == std::string_view::npos) {
+      Refuse(sql_, position_, "a name in brackets that is not closed");
     }
-    const std::string_view name = sql_.substr(start + 1, end - start - 1);
+    const std::string_view name = sql_.substr(position_ + 1, end - position_ - 1);
+    if (name.empty()) {
+      Refuse(sql_, position_, "brackets without a name");
+    }
     if (std::any_of(name.begin(), name.end(), IsControl)) {
-      Refuse(sql_, start, "a name with a control character");
+      Refuse(sql_, position_, "a name with a control character");
     }
     position_ = end + 1;
     nameEnd_ = position_;
-    return {TokenKind::kBracketed, name, start, 0};
   }
 
-  Token Symbol(std::size_t start) {
-    const std::string_view pair = sql_.substr(start, 2);
-    if (pair == "--" || pair == "/*") {
-      Refuse(sql_, start, "comments are not allowed");
+  void SkipSymbol(ByteClass byteClass) {
+    if (byteClass != ByteClass::kSymbol) {
+      Refuse(sql_, position_, "a character that has no meaning here");
     }
-    const bool isPair = pair == "<>" || pair == "<=" || pair == ">=";
-    return Finish(TokenKind::kSymbol, start, start + (isPair ? 2 : 1));
+    const char first = sql_[position_];
+    const char second = position_ + 1 < sql_.size() ? sql_[position_ + 1] : ' ';
+    if ((first == '-' && second == '-') || (first == '/' && second == '*')) {
+      Refuse(sql_, position_, "comments are not allowed");
+    }
+    const bool isPair =
+        (first == '<' && (second == '>' || second == '=')) || (first == '>' && second == '=');
+    position_ += isPair ? 2 : 1;
   }
 
-  Token Number(std::size_t start) {
+  void ReadNumber(Literal& literal) {
+    const std::size_t start = position_;
     std::size_t end = start;
     std::int64_t whole = 0;
     while (IsDigitAt(end)) {
@@ -162,35 +214,40 @@ class Lexer {
       }
       ++end;
     }
-    bool isWhole = end - start <= kSafeDigits;
+    const std::size_t digits = end - start;
+    end = EndOfNumber(end);
+    const bool isWhole = end - start == digits && digits <= kSafeDigits;
+    if (end < sql_.size() && (ClassOf(sql_[end]) == ByteClass::kWord || sql_[end] == '.')) {
+      Refuse(sql_, start, "a malformed number");
+    }
+    literal.kind = LiteralKind::kNumber;
+    literal.content = sql_.substr(start, end - start);
+    literal.isLong = isWhole && whole <= std::numeric_limits<std::int32_t>::max();
+    literal.number = isWhole ? static_cast<double>(whole) : ParseDouble(start, end);
+    position_ = end;
+  }
+
+  // Where a number ends whose first digits end at `end`.
+  [[nodiscard]] std::size_t EndOfNumber(std::size_t end) const {
     if (end < sql_.size() && sql_[end] == '.') {
-      isWhole = false;
       do {
         ++end;
       } while (IsDigitAt(end));
     }
     if (end < sql_.size() && (sql_[end] == 'E' || sql_[end] == 'e')) {
       const bool hasSign = end + 1 < sql_.size() && (sql_[end + 1] == '+' || sql_[end + 1] == '-');
-      std::size_t digits = end + (hasSign ? 2U : 1U);
-      if (IsDigitAt(digits)) {
-        isWhole = false;
-        while (IsDigitAt(digits)) {
-          ++digits;
+      std::size_t exponent = end + (hasSign ? 2U : 1U);
+      if (IsDigitAt(exponent)) {
+        while (IsDigitAt(exponent)) {
+          ++exponent;
         }
-        end = digits;
+        end = exponent;
       }
     }
-    if (end < sql_.size() && (ClassOf(sql_[end]) == ByteClass::kWord || sql_[end] == '.')) {
-      Refuse(sql_, start, "a malformed number");
-    }
-    literal_ = Literal{sql_.substr(start, end - start)};
-    literal_.offset = start;
-    literal_.isLong = isWhole && whole <= std::numeric_limits<std::int32_t>::max();
-    literal_.number = isWhole ? static_cast<double>(whole) : ParseDouble(start, end);
-    return Finish(TokenKind::kLiteral, start, end);
+    return end;
   }
 
-  double ParseDouble(std::size_t start, std::size_t end) {
+  [[nodiscard]] double ParseDouble(std::size_t start, std::size_t end) const {
     double number = 0.0;
     const auto [stop, error] =
         std::from_chars(sql_.data() + start, sql_.data() + end, number, std::chars_format::general);
@@ -203,9 +260,9 @@ class Lexer {
     return number;
   }
 
-  Token Text(std::size_t start) {
+  void ReadText(Literal& literal) {
+    const std::size_t start = position_;
     const char quote = sql_[start];
-    bool hasQuotes = false;
     std::size_t end = start;
     while (true) {
       end = sql_.find(quote, end + 1);
@@ -215,33 +272,30 @@ class Lexer {
       if (end + 1 == sql_.size() || sql_[end + 1] != quote) {
         break;
       }
-      hasQuotes = true;
+      literal.hasQuotes = true;
       ++end;
     }
-    literal_ = Literal{sql_.substr(start + 1, end - start - 1)};
-    literal_.offset = start;
-    literal_.kind =
-        literal_.content == kLastModifiedText ? LiteralKind::kTimeStamp : LiteralKind::kText;
-    literal_.quote = quote;
-    literal_.hasQuotes = hasQuotes;
-    return Finish(TokenKind::kLiteral, start, end + 1);
+    literal.content = sql_.substr(start + 1, end - start - 1);
+    literal.kind =
+        literal.content == kLastModifiedText ? LiteralKind::kTimeStamp : LiteralKind::kText;
+    literal.quote = quote;
+    position_ = end + 1;
   }
 
-  Token DateLiteral(std::size_t start) {
+  void ReadDate(Literal& literal) {
+    const std::size_t start = position_;
     const std::size_t end = sql_.substr(0, start + 1 + kLongestDate).find('#', start + 1);
     if (end == std::string_view::npos) {
       Refuse(sql_, start, "a date that is not closed");
     }
-    literal_ = Literal{sql_.substr(start + 1, end - start - 1)};
-    literal_.offset = start;
-    literal_.kind = LiteralKind::kDate;
-    return Finish(TokenKind::kLiteral, start, end + 1);
+    literal.content = sql_.substr(start + 1, end - start - 1);
+    literal.kind = LiteralKind::kDate;
+    position_ = end + 1;
   }
 
   std::string_view sql_;
   std::size_t position_ = 0;
   std::size_t nameEnd_ = std::string_view::npos;  // where the last name ended
-  Literal literal_;
 };
 
 bool StartsPoint(char byte) noexcept {
@@ -287,7 +341,6 @@ std::string Quoted(std::string_view text) {
 }
 
 void ReadShape(std::string_view sql, std::string& key, std::vector<Literal>& literals) {
-  key.clear();
   literals.clear();
   if (sql.size() > kLongestStatement) {
     Refuse(sql, 0, "the statement is too long");
@@ -295,20 +348,24 @@ void ReadShape(std::string_view sql, std::string& key, std::vector<Literal>& lit
   if (const std::size_t zero = sql.find('\0'); zero != std::string_view::npos) {
     Refuse(sql, zero, "a character that has no meaning here");
   }
-  Lexer lexer(sql);
+  // A mark is never longer than the literal it stands for.
+  key.resize(sql.size());
+  auto written = key.begin();
   std::size_t copied = 0;
-  while (true) {
-    const Token token = lexer.Next();
-    if (token.kind == TokenKind::kLiteral) {
-      key.append(sql.substr(copied, token.offset - copied));
-      key += MarkOf(lexer.literal().kind);
-      copied = token.offset + token.text.size();
-      literals.push_back(lexer.literal());
-    } else if (token.kind == TokenKind::kEnd) {
-      key.append(sql.substr(copied));
-      return;
-    }
+  const auto copyUntil = [&](std::size_t end) {
+    written = std::copy(sql.begin() + static_cast<std::ptrdiff_t>(copied),
+                        sql.begin() + static_cast<std::ptrdiff_t>(end), written);
+  };
+  Lexer lexer(sql);
+  while (lexer.NextLiteral(literals.emplace_back())) {
+    copyUntil(literals.back().offset);
+    *written = MarkOf(literals.back().kind);
+    ++written;
+    copied = lexer.position();
   }
+  literals.pop_back();
+  copyUntil(sql.size());
+  key.resize(static_cast<std::size_t>(written - key.begin()));
 }
 
 std::vector<Token> Tokenize(std::string_view sql) {

@@ -192,7 +192,8 @@ class Printer {
       Refuse(sql_, offset, "more than " + std::to_string(kMostParameters) + " values");
     }
     printed_.parameters.push_back(parameter);
-    fmt::format_to(std::back_inserter(printed_.sql), "?{}", printed_.parameters.size());
+    // Numbered, the engine would look each up in a list of all.
+    Write("?");
   }
 
   // Statements.
@@ -460,7 +461,7 @@ class Printer {
         PrintXor(node);
         break;
       case NodeKind::kNot: {
-        const Stacked stacked(*this, kStackOfBrackets, node.offset);
+        const Stacked stacked(*this, kStackOfBrackets - 1, node.offset);
         Write("(NOT ");
         PrintCondition(*node.operands[0]);
         Write(")");

@@ -12,7 +12,7 @@ namespace qorhost::dialect {
 
 struct PrintedStatement {
   std::string sql;
-  std::vector<Parameter> parameters;  ///< of ?1, ?2, ... in that order
+  std::vector<Parameter> parameters;  ///< of each "?" in that order
 };
 
 /// Raises SqlError where the statement is larger than the engine takes.

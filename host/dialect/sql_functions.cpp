@@ -112,7 +112,9 @@ class Call {
   void Return(std::int64_t number) const { sqlite3_result_int64(context_, number); }
   void Return(double number) const { sqlite3_result_double(context_, number); }
   void Return(std::string_view text) const {
-    sqlite3_result_text64(context_, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+    // A text without bytes may have no address, which the engine would take for Null.
+    const char* bytes = text.empty() ? "" : text.data();
+    sqlite3_result_text64(context_, bytes, text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
   }
   void ReturnArgument(std::size_t index) const {
     sqlite3_result_value(context_, arguments_[index]);

@@ -84,6 +84,7 @@ class StatementParser {
   std::size_t next_ = 0;
   std::size_t level_ = 0;
   std::size_t queryLevel_ = 0;
+  std::size_t joinedConditions_ = 0;
   std::vector<std::size_t> structural_;
 };
 

@@ -39,7 +39,7 @@ struct Shape {
   StatementKind kind = StatementKind::kSelect;
   std::string table;         ///< the table that INSERT, UPDATE or DELETE changes, as the catalog
                              ///< spells it; empty for SELECT
-  std::string sql;           ///< SQLite text with parameters ?1, ?2, ...
+  std::string sql;           ///< SQLite text; its parameters are "?" in the order of the values
   bool takesNewRow = false;  ///< an INSERT whose VALUES name the row-id text
   /// The type of each result column of a SELECT as far as the statement tells it; nothing for
   /// arithmetic and the like, where the value's own type counts. Empty for the other kinds.
@@ -50,8 +50,8 @@ struct Shape {
 /// entry that is dropped stays alive in the pointers handed out).
 struct Translation {
   std::shared_ptr<const Shape> shape;
-  /// The values of ?1, ?2, ... in that order: Long, Double, String (dates in the canonical text
-  /// form) or Null. Valid until the next call of Translate.
+  /// The values of the parameters 1, 2, ... in that order: Long, Double, String (dates in the
+  /// canonical text form) or Null. Valid until the next call of Translate.
   std::span<const qorcred::Value> parameters;
 };
 

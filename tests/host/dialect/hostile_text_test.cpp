@@ -69,6 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
         Hostile{"SubSelects", kWhere, "RID IN (SELECT RID FROM Units WHERE ", "",
                 "nested too deeply"},
         Hostile{"JoinBrackets", "SELECT 1 FROM ", "(", "", "nested too deeply"},
+        Hostile{"Conjunctions", kWhere, "RID=1 AND ", "RID=1", "more than 2000 conditions"},
         Hostile{"Tables", "SELECT 1 FROM Units", ",Units", "", "more than 16 tables"},
         Hostile{"Unions", "SELECT 1", " UNION SELECT 1", "", "too many UNIONs"},
         Hostile{"Columns", "SELECT 1", ",1", "", "more than 1000 columns"},
@@ -85,7 +86,7 @@ INSTANTIATE_TEST_SUITE_P(
         Hostile{"OneLongNumber", kWhere, "9", "", "too large"},
         Hostile{"Zeros", "INSERT INTO Units (UnitName) VALUES (0", "0", ",1)", "2 values"},
         Hostile{"Quotes", kWhere, "''", "'", "a text that is not closed"},
-        Hostile{"HashMarks", kWhere, "#", "", "is not"},
+        Hostile{"HashMarks", kWhere, "#", "", "expected"},
         Hostile{"Bracketed", kWhere, "[", "", "not closed"},
         Hostile{"Points", "SELECT RID", ".RID", "", "expected"},
         Hostile{"Semicolons", "DELETE FROM Units", ";", "", "only one statement"},
@@ -96,8 +97,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(HostileTextTest, ChainsOfConditionsMayBeLong) {
   TestDatabase database;
-  const std::string sql = std::string(kWhere) + Repeated("RID=9 OR ", 20'000) + "RID=1 AND " +
-                          Repeated("RID=1 AND ", 20'000) + "RID=1";
+  const std::string sql =
+      std::string(kWhere) + Repeated("RID=9 OR ", 1000) + Repeated("RID=1 AND ", 999) + "RID=1";
   EXPECT_EQ(database.Run(sql).rows.size(), 1U);
 }
 
@@ -121,7 +122,7 @@ TEST(HostileTextTest, NestingIsTakenUpToItsLimit) {
   };
   EXPECT_EQ(database.Run(nested(100)).rows.size(), 1U);
   EXPECT_EQ(RefusalOf(nested(kDeepestNesting + 1)),
-            "line 1, column 228: the statement is nested too deeply");
+            "line 1, column 229: the statement is nested too deeply");
 }
 
 TEST(HostileTextTest, WhatTheEngineCannotNestIsRefused) {
@@ -132,7 +133,7 @@ TEST(HostileTextTest, WhatTheEngineCannotNestIsRefused) {
     try {
       database.Run(sql);
     } catch (const SqlError& error) {
-      EXPECT_GT(depth, 10U);
+      EXPECT_GE(depth, 10U);
       EXPECT_NE(std::string(error.what()).find("nested too deeply"), std::string::npos);
     }
   }

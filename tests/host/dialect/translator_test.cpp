@@ -146,7 +146,7 @@ TEST(TranslatorTest, ShapesOutliveTheirPlaceInTheCache) {
     translator.Translate("SELECT RID AS a" + std::to_string(number) + " FROM Units", kNow);
   }
   EXPECT_EQ(translator.parsed(), 601U);
-  EXPECT_EQ(kept->sql, "SELECT \"Units\".\"RID\" FROM \"Units\" WHERE (\"Units\".\"RID\" = ?1)");
+  EXPECT_EQ(kept->sql, "SELECT \"Units\".\"RID\" FROM \"Units\" WHERE (\"Units\".\"RID\" = ?)");
   EXPECT_EQ(translator.Translate(first, kNow).shape->sql, kept->sql);
   EXPECT_EQ(translator.parsed(), 602U);
 }
