@@ -41,7 +41,7 @@ class Controller : public Object {
 
   /// Converts the arguments, runs the member and hands ByRef arguments back.
   /// Raises kUnknownMember, kWrongArgumentCount, kArgumentNotOptional or what converting raises.
-  Value Invoke(std::string_view member, InvokeKind kind, Arguments arguments) override;
+  Value Invoke(std::string_view name, InvokeKind kind, Arguments arguments) override;
 };
 
 /// The member called `name`, in any ASCII case; null when there is none.
