@@ -1,9 +1,12 @@
 // A credential must be unique within its type: what is compared for which type, and what the user
 // is told about a duplicate.
-#include <array>
+#include "credentials/duplicates.h"
+
+#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "frame/data_services.h"
 #include "tests/credentials/credential_fixture.h"
 
 namespace qortest {
@@ -216,6 +219,42 @@ TEST_F(RangeDuplicate, UsesTheWholeNumbersOfTheBoxes) {
             Lines{"ExecuteSelect \"Select Top 1 UnitKey,PINNo from CredentialBank where UnitKey = "
                   "3 and CredentialType = 1 and PINNo >=1000  and PINNo <=1000 and FacilityCode = "
                   "0 Order by CredentialType,PINNo,FacilityCode\" -> no rows"});
+}
+
+class GivenValues : public CredentialTest {
+ protected:
+  bool Validate(std::int16_t type, std::int32_t number, std::int16_t button) {
+    const qorcred::DatabaseManager manager(Host().host().CreateComponent("qorDBI.clsDBManager"));
+    qorcred::DatabaseError error;
+    const qorcred::DuplicateCheck check{Host().host(), manager, Connection(), kUnit, error};
+    return qorcred::pvValidateCredentialValues(check, type, number, 12, 5, 1, button);
+  }
+};
+
+TEST_F(GivenValues, OfATransmitterAreComparedOneAndAll) {
+  Database().Select("val(ButtonNumber) = 4", {{kUnit}});
+
+  EXPECT_TRUE(Validate(kTransmitter, 700, 1));
+  EXPECT_FALSE(Validate(kTransmitter, 700, 4));
+
+  EXPECT_TRUE(EffectsAre(R"~(
+    ExecuteSelect "Select UnitKey from CredentialBank where UnitKey = 3 and CredentialType = 2 and val(PINNo) = 700 and val(FacilityCode) = 12 and val(IDCode) = 5 and val(SequenceNumber) = 1 and val(ButtonNumber) = 1" -> no rows
+    ExecuteSelect "Select UnitKey from CredentialBank where UnitKey = 3 and CredentialType = 2 and val(PINNo) = 700 and val(FacilityCode) = 12 and val(IDCode) = 5 and val(SequenceNumber) = 1 and val(ButtonNumber) = 4" -> 1 row
+    MsgBox 64 "Pello RT" "For this Credential Type, the combination of Credential Number and the Facility Code,ID Code,Sequence Code, Button No. cannot be duplicated. Credential Number = 700, Facility Code = 12 ,ID Code=5, Sequence Code=1, Button No.=4" -> 1
+  )~"));
+}
+
+TEST_F(GivenValues, OfACardAreNumberAndFacility) {
+  Database().Select("PINNo = 800", {{kUnit, 800}});
+
+  EXPECT_TRUE(Validate(kCard30, 700, 1));
+  EXPECT_FALSE(Validate(kCard26, 800, 1));
+
+  EXPECT_TRUE(EffectsAre(R"~(
+    ExecuteSelect "Select UnitKey,PINNo from CredentialBank where UnitKey = 3 and CredentialType = 0 and PINNo = 700 and FacilityCode = 12" -> no rows
+    ExecuteSelect "Select UnitKey,PINNo from CredentialBank where UnitKey = 3 and CredentialType = 1 and PINNo = 800 and FacilityCode = 12" -> 1 row
+    MsgBox 64 "Pello RT" "For this Credential Type, the combination of Credential Number and the Facility Code cannot be duplicated. Credential Number = 800, Facility Code = 12" -> 1
+  )~"));
 }
 
 class DuplicateWithTenants : public TenantCreatingTest {};

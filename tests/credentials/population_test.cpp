@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "frame/date.h"
@@ -440,6 +441,43 @@ TEST_F(UnitSettingsWithTenants, EndAtThePickersLatestDateWhenTheDaysReachIt) {
               Lines{"dtpEnd.Value = " + std::string(one.end)})
         << one.name;
   }
+}
+
+// The picker's own latest date is the end of the calendar: no date lies behind it.
+TEST_F(UnitSettingsWithTenants, EndAtTheLastDayOfTheCalendarWhenTheDaysLeadBeyondIt) {
+  Settings(2, Null{}, 9000000);
+
+  Controller().pbRetrieveSettingsFromUnit(Connection(), kUnit);
+
+  EXPECT_TRUE(SameLines(PickerLines(), R"~(
+    dtpStart.Value = #11/21/2026#
+    dtpEnd.Value = #12/31/9999#
+    dtpEnd.Hour = 23
+    dtpEnd.Minute = 59
+    dtpEnd.Second = 59
+  )~"));
+}
+
+TEST_F(UnitSettingsWithTenants, MayEndTodayOrBefore) {
+  for (const auto& [days, end] : {std::pair{qorcred::Value(0), "#11/21/2026#"},
+                                  std::pair{qorcred::Value(Null{}), "#11/21/2026#"},
+                                  std::pair{qorcred::Value(-1), "#11/20/2026#"}}) {
+    CredentialScreen screen(ScreenKind::kTenantCreating);
+    screen.host().database().Select("FROM UnitSettings", {{false, 2, Null{}, days}});
+
+    screen.controller().pbRetrieveSettingsFromUnit(screen.host().connection(), kUnit);
+
+    EXPECT_EQ(screen.host().transcript().StartingWith("dtpEnd.Value = "),
+              Lines{"dtpEnd.Value = " + std::string(end)});
+  }
+}
+
+TEST_F(UnitSettingsWithTenants, OfAnUnknownUnitLeaveTheDatesAlone) {
+  Controller().pbRetrieveSettingsFromUnit(Connection(), kUnit);
+
+  EXPECT_EQ(Host().controls().List("cboCredentialType").count(), 3);
+  EXPECT_TRUE(Host().transcript().StartingWith("txtFacilityCode").empty());
+  EXPECT_TRUE(PickerLines().empty());
 }
 
 TEST_F(UnitSettingsWithTenants, WithAnyOtherModeLeaveTheDatesAlone) {

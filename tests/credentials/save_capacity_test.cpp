@@ -125,15 +125,17 @@ TEST_F(CapacityCheck, BeyondSixteenBitsIsAnOverflow) {
     std::string_view name;
     std::string_view most;
     std::string_view credentials;
+    std::string_view entryCodes;
     bool saved;
   };
-  for (const Case& one :
-       {Case{"largest limit", "32767", "0", true}, Case{"limit too large", "32768", "0", false},
-        Case{"count too large", "500", "32768", false}}) {
+  for (const Case& one : {Case{"largest limit", "32767", "0", "0", true},
+                          Case{"limit too large", "32768", "0", "0", false},
+                          Case{"count too large", "500", "32768", "0", false},
+                          Case{"sum too large", "32767", "32767", "1", false}}) {
     CredentialScreen screen;
     screen.EnterSingle(kCard26, "10");
     screen.AllowCodes(one.most);
-    screen.CountCodes(one.credentials, "0", "0");
+    screen.CountCodes(one.credentials, one.entryCodes, "0");
 
     EXPECT_EQ(screen.SaveNew(), one.saved) << one.name;
 
