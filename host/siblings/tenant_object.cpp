@@ -87,16 +87,16 @@ Value TenantObject::TakeLinkCodes(Arguments arguments) {
   if (count < 0) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall, "Link codes only count upwards");
   }
-  std::int64_t counter = 0;
   {
-    const StatementUse read(session.Own("SELECT NextLinkCode FROM UnitCounters WHERE UnitKey=?1"));
-    read->BindNumber(1, unitKey);
-    counter = read->Step() ? read->Number(0) : 0;
+    const StatementUse take(
+        session.Own("UPDATE UnitCounters SET NextLinkCode = NextLinkCode + ?2 WHERE UnitKey=?1"));
+    take->BindNumber(1, unitKey);
+    take->BindNumber(2, count);
+    take->Step();
   }
-  if (counter == 0) {
-    counter = FreeLinkCode(session, unitKey);
+  if (session.ChangedRows() == 0) {
+    KeepCounter(session, unitKey, std::int64_t{FreeLinkCode(session, unitKey)} + count);
   }
-  KeepCounter(session, unitKey, counter + count);
   return {};
 }
 

@@ -7,8 +7,8 @@ namespace qorhost {
 
 // Numbers are checked because SQLite would keep a text in a number column; a date column takes the
 // canonical text alone. Tenants.MODIFIED is unchecked: hosts also write a time stamp there.
-// AUTOINCREMENT: rows of other tables refer to identities of deleted rows for a while, so an
-// identity is never given out twice.
+// Identities fit a host's 32-bit numbers. AUTOINCREMENT: rows of other tables refer to identities
+// of deleted rows for a while, so an identity is never given out twice.
 inline constexpr std::string_view kMigration1 = R"sql(
 CREATE TABLE Units (
   RID INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -84,6 +84,7 @@ CREATE TABLE CredentialBank (
   ButtonNumber LONG,
   DOORCODE LONG,
   LASTMODIFIEDDATE DATETIME,
+  CONSTRAINT "RID must be between 1 and 2147483647" CHECK (RID BETWEEN 1 AND 2147483647),
   CONSTRAINT "UnitKey must be a number" CHECK (typeof(UnitKey) <> 'text'),
   CONSTRAINT "CredentialType must be a number" CHECK (typeof(CredentialType) <> 'text'),
   CONSTRAINT "PINNo must be a number" CHECK (typeof(PINNo) <> 'text'),
@@ -121,6 +122,7 @@ CREATE TABLE Tenants (
   DIRECTORYCODE LONG,
   MODIFIED LONG DEFAULT 0,
   LASTMODIFIEDDATE DATETIME,
+  CONSTRAINT "RID must be between 1 and 2147483647" CHECK (RID BETWEEN 1 AND 2147483647),
   CONSTRAINT "UnitKey must be a number" CHECK (typeof(UnitKey) <> 'text'),
   CONSTRAINT "Resident must be a number" CHECK (typeof(Resident) <> 'text'),
   CONSTRAINT "GROUPID must be a number" CHECK (typeof(GROUPID) <> 'text'),
@@ -168,6 +170,7 @@ CREATE TABLE DirectoryCode (
   SHOWDIRECTORYCODE BOOLEAN,
   MODIFIED LONG DEFAULT 0,
   OLDDIRECTORYCODE DOUBLE,
+  CONSTRAINT "RID must be between 1 and 2147483647" CHECK (RID BETWEEN 1 AND 2147483647),
   CONSTRAINT "UNITKEY must be a number" CHECK (typeof(UNITKEY) <> 'text'),
   CONSTRAINT "DIRECTORYCODE must be a number" CHECK (typeof(DIRECTORYCODE) <> 'text'),
   CONSTRAINT "TIMEDELAY must be a number" CHECK (typeof(TIMEDELAY) <> 'text'),

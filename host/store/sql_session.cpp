@@ -191,12 +191,11 @@ std::int64_t SqlSession::DeleteRow(std::string_view table, std::int32_t rid) {
 
 Statement& SqlSession::Own(std::string_view sql) {
   transaction_.CheckUsable();
-  std::string key(sql);
-  const auto found = own_.find(key);
+  const auto found = own_.find(sql);
   if (found != own_.end()) {
     return found->second;
   }
-  return own_.emplace(std::move(key), Statement(database_, sql)).first->second;
+  return own_.emplace(sql, Statement(database_, sql)).first->second;
 }
 
 std::int64_t SqlSession::ChangedRows() const noexcept {

@@ -3,6 +3,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -89,7 +91,7 @@ class SqlSession {
   dialect::Translator translator_;
   std::unordered_map<const dialect::Shape*, Prepared> prepared_;
   Prepared* latest_ = nullptr;
-  std::unordered_map<std::string, Statement> own_;
+  std::map<std::string, Statement, std::less<>> own_;  // by text
   Transaction transaction_;
 };
 

@@ -16,6 +16,9 @@ StoreError::StoreError(const std::string& message, int code)
     : std::runtime_error(message), code_(code) {}
 
 std::string AdviceFor(int code) {
+  if (code == SQLITE_CONSTRAINT_FOREIGNKEY) {
+    return "the row belongs to a unit that does not exist, or is a unit that other rows belong to";
+  }
   switch (code & kPrimaryMask) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:

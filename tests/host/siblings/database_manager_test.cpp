@@ -4,6 +4,7 @@
 
 #include "frame/convert.h"
 #include "tests/host/siblings/component_fixture.h"
+#include "tests/host/store/temporary_folder.h"
 
 namespace qorhost::test {
 namespace {
@@ -262,6 +263,24 @@ TEST_F(DatabaseManagerTest, NothingIsKeptAfterTheEngineGaveTheTransactionUp) {
   EXPECT_EQ(Scalar("SELECT COUNT(*) FROM CredentialBank"), Value(0));
 }
 
+// The engine gives the transaction up when the disk is full; here the file may not grow.
+TEST_F(DatabaseManagerTest, AFullDiskIsReportedAndNothingOfTheTransactionIsKept) {
+  Call(*connection_, "BeginTrans");
+  Run("PRAGMA max_page_count=1");  // as many pages as it has
+  bool failed = false;
+  for (int number = 1; number <= 5000 && !failed; ++number) {
+    manager().ExecuteInsert(
+        Connection(),
+        "INSERT INTO CREDENTIALBANK (UnitKey,PINNo) VALUES (1," + std::to_string(number) + ")", "",
+        "CREDENTIALBANK", error_);
+    failed = error_.flag;
+  }
+  EXPECT_TRUE(failed);
+  EXPECT_THAT(error_.text, HasSubstr("make room"));
+  Call(*connection_, "RollbackTrans");
+  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM CredentialBank"), Value(0));
+}
+
 TEST_F(DatabaseManagerTest, OnlyAnUnusableConnectionRaises) {
   struct Case {
     const char* name;
@@ -309,8 +328,8 @@ TEST_F(DatabaseManagerTest, AStatementThatIsNoTextIsReported) {
 }
 
 TEST_F(DatabaseManagerTest, AStoreOpenForReadingReadsAndReportsWrites) {
-  const std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "readonly.db";
-  std::filesystem::remove(file);
+  const TemporaryFolder folder;
+  const std::filesystem::path file = folder.File("readonly.db");
   { const Database created = OpenStore(file, OpenMode::kCreate); }
   const qorcred::ObjectRef readOnly = std::make_shared<StoreConnection>(
       OpenStore(file, OpenMode::kReadOnly), [this] { return now_; });
@@ -320,7 +339,6 @@ TEST_F(DatabaseManagerTest, AStoreOpenForReadingReadsAndReportsWrites) {
                                     error_),
             0);
   EXPECT_THAT(error_.text, HasSubstr("reading only"));
-  std::filesystem::remove(file);
 }
 
 }  // namespace

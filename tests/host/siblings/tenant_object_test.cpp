@@ -4,6 +4,7 @@
 
 #include "host/siblings/program_steps.h"
 #include "tests/host/siblings/component_fixture.h"
+#include "tests/host/store/temporary_folder.h"
 
 namespace qorhost::test {
 namespace {
@@ -62,13 +63,12 @@ TEST_F(TenantObjectTest, RolledBackLinkCodesAreFreeAgain) {
 }
 
 TEST_F(TenantObjectTest, AStoreOpenForReadingStillTellsTheNextLinkCode) {
-  const std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "linkcodes.db";
-  std::filesystem::remove(file);
+  const TemporaryFolder folder;
+  const std::filesystem::path file = folder.File("linkcodes.db");
   { const Database created = OpenStore(file, OpenMode::kCreate); }
   const qorcred::ObjectRef readOnly = std::make_shared<StoreConnection>(
       OpenStore(file, OpenMode::kReadOnly), [this] { return now_; });
   EXPECT_EQ(tenant_.NextLinkCode(kUnit, readOnly), 1);
-  std::filesystem::remove(file);
 }
 
 TEST_F(TenantObjectTest, TheTenantIdIsThatOfTheRowInThatUnit) {

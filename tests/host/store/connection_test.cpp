@@ -1,11 +1,13 @@
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <functional>
 
 #include "frame/data_services.h"
 #include "frame/runtime_error.h"
 #include "host/store/store_connection.h"
 #include "tests/host/store/store_fixture.h"
+#include "tests/host/store/temporary_folder.h"
 
 namespace qorhost::test {
 namespace {
@@ -132,6 +134,27 @@ TEST_F(ConnectionTest, ClosingUndoesAnOpenTransaction) {
   Call(*connection_, "Execute", kInsert);
   connection_->Close();
   EXPECT_EQ(connection_->OpenTransactions(), 0);
+}
+
+TEST_F(ConnectionTest, MeetsASecondWriterWhereTheTransactionBegins) {
+  const TemporaryFolder folder;
+  const std::filesystem::path file = folder.File("writers.db");
+  const Clock clock = [this] { return now_; };
+  StoreConnection first(OpenStore(file, OpenMode::kCreate), clock);
+  StoreConnection second(OpenStore(file, OpenMode::kReadWrite), clock);
+  second.database().Run("PRAGMA busy_timeout=0");
+  Call(first, "BeginTrans");
+  EXPECT_THAT(FailureOf([&] { Call(second, "BeginTrans"); }).description(),
+              HasSubstr("another program is writing"));
+  EXPECT_EQ(second.OpenTransactions(), 0);
+  EXPECT_EQ(second.session().Scalar("SELECT COUNT(*) FROM TenantsBackup"), qorcred::Value(0));
+  Call(first, "CommitTrans");
+  Call(second, "BeginTrans");
+  Call(second, "RollbackTrans");
+}
+
+TEST_F(ConnectionTest, WaitsForAnotherWriterForAWhile) {
+  EXPECT_EQ(Number("PRAGMA busy_timeout"), 5000);
 }
 
 TEST_F(ConnectionTest, OneShapeIsParsedOnce) {

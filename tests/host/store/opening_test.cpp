@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -10,6 +9,7 @@
 
 #include "host/store/schema.h"
 #include "host/store/store_error.h"
+#include "tests/host/store/temporary_folder.h"
 
 namespace qorhost {
 namespace {
@@ -19,15 +19,8 @@ using testing::HasSubstr;
 
 class OpeningTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string pattern = (std::filesystem::temp_directory_path() / "qorhost-XXXXXX").string();
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    folder_ = pattern;
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
   [[nodiscard]] std::filesystem::path File(const char* name = "building.db") const {
-    return folder_ / name;
+    return folder_.File(name);
   }
   [[nodiscard]] std::string FailureOf(const std::filesystem::path& file, OpenMode mode) const {
     try {
@@ -38,7 +31,7 @@ class OpeningTest : public testing::Test {
     return "opened";
   }
 
-  std::filesystem::path folder_;
+  test::TemporaryFolder folder_;
 };
 
 TEST_F(OpeningTest, CreatesAStoreThatOpensAgain) {
@@ -58,14 +51,14 @@ TEST_F(OpeningTest, WritesAheadIntoALog) {
 
 TEST_F(OpeningTest, OpensANameWithoutAFolder) {
   const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(folder_);
+  std::filesystem::current_path(folder_.path());
   EXPECT_EQ(FailureOf("plain.db", OpenMode::kCreate), "opened");
   std::filesystem::current_path(before);
   EXPECT_TRUE(std::filesystem::exists(File("plain.db")));
 }
 
 TEST_F(OpeningTest, SaysThatTheFolderIsMissing) {
-  EXPECT_THAT(FailureOf(folder_ / "none" / "a.db", OpenMode::kCreate),
+  EXPECT_THAT(FailureOf(folder_.File("none") / "a.db", OpenMode::kCreate),
               AllOf(HasSubstr("none' does not exist"), HasSubstr("create it")));
 }
 
@@ -78,7 +71,7 @@ TEST_F(OpeningTest, SaysThatTheStoreIsMissing) {
 }
 
 TEST_F(OpeningTest, SaysThatTheNameIsAFolder) {
-  EXPECT_THAT(FailureOf(folder_, OpenMode::kCreate), HasSubstr("is a folder"));
+  EXPECT_THAT(FailureOf(folder_.path(), OpenMode::kCreate), HasSubstr("is a folder"));
 }
 
 TEST_F(OpeningTest, RefusesAFileThatIsNoDatabaseAndLeavesItAlone) {
@@ -175,6 +168,22 @@ TEST_F(OpeningTest, ADamagedFileIsReportedAndNotRead) {
   EXPECT_THAT(FailureOf(File(), OpenMode::kReadWrite), HasSubstr("damaged"));
 }
 
+// What the process holds open, by number.
+std::size_t OpenFiles() {
+  const std::filesystem::directory_iterator files("/proc/self/fd");
+  return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
+TEST_F(OpeningTest, NoFileStaysOpenWhetherOpeningSucceedsOrFails) {
+  { const Database store = OpenStore(File(), OpenMode::kCreate); }
+  std::ofstream(File("other.db")) << std::string(5000, 'x');
+  const std::size_t before = OpenFiles();
+  { const Database store = OpenStore(File(), OpenMode::kReadWrite); }
+  EXPECT_NE(FailureOf(File("other.db"), OpenMode::kReadWrite), "opened");
+  EXPECT_NE(FailureOf(File("none.db"), OpenMode::kReadWrite), "opened");
+  EXPECT_EQ(OpenFiles(), before);
+}
+
 struct Advice {
   const char* name;
   int code;
@@ -201,6 +210,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Advice{"CannotOpen", SQLITE_CANTOPEN, "check its name"},
                     Advice{"NoMemory", SQLITE_NOMEM, "close other programs"},
                     Advice{"TooLong", SQLITE_TOOBIG, "use a shorter one"},
+                    Advice{"ForeignKey", SQLITE_CONSTRAINT_FOREIGNKEY,
+                           "a unit that does not exist"},
                     Advice{"Constraint", SQLITE_CONSTRAINT, ""}),
     [](const auto& row) { return std::string(row.param.name); });
 

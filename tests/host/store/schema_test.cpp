@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "host/dialect/catalog.h"
+#include "host/store/store_error.h"
 
 namespace qorhost {
 namespace {
@@ -122,6 +124,33 @@ TEST(SchemaTest, NeverGivesAnIdentityOutTwice) {
     store.Run("INSERT INTO " + table + " (UNITKEY) VALUES (1)");
     EXPECT_EQ(store.Number("SELECT max(RID) FROM " + table), 3) << table;
   }
+}
+
+TEST(SchemaTest, IdentitiesFitThirtyTwoBits) {
+  Database store = OpenMemoryStore();
+  for (const std::string table : {"CredentialBank", "Tenants", "DirectoryCode"}) {
+    store.Run("INSERT INTO " + table + " (RID) VALUES (2147483647)");
+    EXPECT_THROW(store.Run("INSERT INTO " + table + " (UNITKEY) VALUES (1)"), StoreError) << table;
+    EXPECT_THROW(store.Run("INSERT INTO " + table + " (RID) VALUES (0)"), StoreError) << table;
+    EXPECT_EQ(store.Number("SELECT count(*) FROM " + table), 1);
+  }
+}
+
+TEST(SchemaTest, ANumberColumnTakesNoText) {
+  Database store = OpenMemoryStore();
+  store.Run("INSERT INTO Tenants (LastName) VALUES ('Abbott')");
+  EXPECT_THROW(store.Run("UPDATE Tenants SET GROUPID = LastName"), StoreError);
+  EXPECT_THROW(store.Run("INSERT INTO CredentialBank (PINNo) VALUES ('seven')"), StoreError);
+  store.Run("INSERT INTO CredentialBank (PINNo) VALUES ('7')");
+  EXPECT_EQ(store.Number("SELECT count(*) FROM CredentialBank WHERE typeof(PINNo)='integer'"), 1);
+}
+
+TEST(SchemaTest, AUnitsSettingsNeedTheUnit) {
+  Database store = OpenMemoryStore();
+  EXPECT_THROW(store.Run("INSERT INTO UnitSettings (UnitKey) VALUES (9)"), StoreError);
+  store.Run(
+      "INSERT INTO Units (UnitKey) VALUES (9); INSERT INTO UnitSettings (UnitKey) VALUES (9)");
+  EXPECT_THROW(store.Run("DELETE FROM Units"), StoreError);
 }
 
 TEST(SchemaTest, TenantsModifiedTakesATimeStampToo) {
