@@ -76,9 +76,13 @@ void CheckGrouping(std::string_view sql, const Select& select,
   const auto isOrderedByAggregate = [](const OrderItem& item) {
     return item.expression && HasAggregate(*item.expression);
   };
-  if (select.groupBy.empty() && !select.having &&
-      std::none_of(select.items.begin(), select.items.end(), isAggregated) &&
-      std::none_of(orderBy.begin(), orderBy.end(), isOrderedByAggregate)) {
+  const bool aggregates = std::any_of(select.items.begin(), select.items.end(), isAggregated) ||
+                          std::any_of(orderBy.begin(), orderBy.end(), isOrderedByAggregate) ||
+                          (select.having && HasAggregate(*select.having));
+  if (select.having && select.groupBy.empty() && !aggregates) {
+    Refuse(sql, select.having->offset, "HAVING needs GROUP BY or an aggregate function");
+  }
+  if (select.groupBy.empty() && !aggregates) {
     return;
   }
   const GroupingCheck check(sql, select);
