@@ -1,0 +1,25 @@
+// What is measured. Each function adds its benchmarks to Google Benchmark and returns the rows that
+// they give; a benchmark does its work once in each round.
+#pragma once
+
+#include <vector>
+
+#include "bench/table.h"
+
+namespace qorbench {
+
+enum class Size : bool {
+  kQuick,  ///< a tenth of the numbers where all of them take seconds
+  kFull,
+};
+
+[[nodiscard]] std::vector<Comparison> AddIssueBenchmarks(Size size);
+[[nodiscard]] std::vector<Comparison> AddTenantsBenchmarks(Size size);
+[[nodiscard]] std::vector<Comparison> AddListBenchmarks(Size size);
+[[nodiscard]] std::vector<Comparison> AddLibraryBenchmarks(Size size);
+[[nodiscard]] std::vector<Comparison> AddTranslateBenchmarks(Size size);
+
+/// The benchmark that counts the library's allocations for each credential.
+inline constexpr const char* kLibraryBenchmark = "library/range";
+
+}  // namespace qorbench

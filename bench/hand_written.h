@@ -1,0 +1,45 @@
+// The floors: the same rows read and written by hand with SQLite's own functions, as a program
+// would that does nothing else. All of them end the program when a call fails.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "bench/bench_store.h"
+
+struct sqlite3;
+
+namespace qorbench::by_hand {
+
+/// Each save in one transaction. Returns the identity of the last row.
+/// (a) one statement text for each row through sqlite3_exec.
+std::int64_t IssueWithTexts(sqlite3* database, std::span<const RangeSave> saves);
+/// (b) one prepared statement for all rows.
+std::int64_t IssuePrepared(sqlite3* database, std::span<const RangeSave> saves);
+
+/// The statements that a save with tenants runs for each number: the credential, the next link
+/// code, the tenant, the counter read and written, the tenant's id, the backup row and the
+/// programming step. Returns the ids of the new tenants, each followed by a comma.
+std::string IssueTenantsWithTexts(sqlite3* database, std::span<const RangeSave> saves);
+std::string IssueTenantsPrepared(sqlite3* database, std::span<const RangeSave> saves);
+
+/// One row of the list query.
+struct ListedCredential {
+  std::int32_t unit;
+  std::int32_t rid;
+  std::int32_t type;
+  std::int32_t number;
+  std::int32_t facilityCode;
+  std::int32_t idCode;
+  std::int32_t sequenceNumber;
+  std::int32_t buttonNumber;
+  std::string lastModified;
+  std::int32_t doorCode;
+};
+
+/// Steps the query that fills the list of credentials into a vector.
+[[nodiscard]] std::vector<ListedCredential> ListCredentials(sqlite3* database, std::int32_t unit);
+
+}  // namespace qorbench::by_hand
