@@ -93,7 +93,7 @@ show_progress() {
   local preset=$1 log=$2 line started=
   while IFS= read -r line; do
     printf '%s\n' "$line" >> "$log"
-    [[ $line =~ ^\[([0-9]+/[0-9]+)\] ]] || continue
+    [[ $line =~ ^\[([0-9]+/[0-9]+)\] && $line != *"Re-running CMake"* ]] || continue
     if [ -t 2 ]; then
       printf '\rBuilding %s [%s] ' "$preset" "${BASH_REMATCH[1]}" >&2
     elif [ -z "$started" ]; then
