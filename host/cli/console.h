@@ -1,0 +1,55 @@
+// What a command talks to: streams, terminal or not, clock, exit status.
+#pragma once
+
+#include <istream>
+#include <ostream>
+#include <stdexcept>
+
+#include "host/siblings/store_host.h"
+
+namespace qorhost {
+
+/// The program's exit status.
+enum class ExitStatus : int {
+  kDone = 0,
+  kRefused = 1,  ///< a controller, the dialect or the operator said no
+  kUsage = 2,    ///< the command line asks for something that cannot be typed into the screen
+  kFailure = 3,  ///< the store or the system failed
+};
+
+/// The surroundings of one run.
+struct Environment {
+  bool inputIsTerminal = false;
+  bool outputIsTerminal = false;
+  bool errorIsTerminal = false;
+  bool colours = false;
+  Clock clock = SystemClock();
+};
+
+/// The streams of one run; they outlive it.
+struct Console {
+  std::istream& in;
+  std::ostream& out;
+  std::ostream& err;
+  const Environment& environment;
+};
+
+/// A mistake in the command line. what() says what was wrong and what to do.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// A command that may not do what it was asked: exit status kRefused.
+class RefusedError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// A store or system that does not work: exit status kFailure.
+class FailureError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+}  // namespace qorhost

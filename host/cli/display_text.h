@@ -1,0 +1,24 @@
+// Text from outside as a terminal may show it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace qorhost {
+
+/// The text on one line that cannot steer a terminal: control and direction characters as \n, \t,
+/// \x1B or \u202E, bytes that are not UTF-8 as U+FFFD.
+[[nodiscard]] std::string Displayable(std::string_view text);
+
+/// The columns that a displayable text takes on a terminal: wide characters two, combining marks
+/// none.
+[[nodiscard]] std::size_t DisplayWidth(std::string_view text);
+
+/// The text with blanks behind it up to `width` columns; a longer text stays whole.
+[[nodiscard]] std::string PaddedTo(std::string text, std::size_t width);
+
+/// Whether the text is UTF-8 without control characters, as a person types it into a box.
+[[nodiscard]] bool IsTypable(std::string_view text);
+
+}  // namespace qorhost

@@ -1,0 +1,85 @@
+#include "host/cli/operator.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string>
+
+#include "frame/text.h"
+#include "host/cli/display_text.h"
+
+namespace qorhost {
+
+using qorcred::MessageButton;
+using qorcred::MessageStyle;
+
+namespace {
+
+constexpr int kMostAttempts = 5;
+
+std::string_view IconWord(MessageStyle style) {
+  return style == MessageStyle::kNotice ? "information" : "exclamation";
+}
+
+bool IsWord(std::string_view text, std::string_view letter, std::string_view word) {
+  return qorcred::CompareIgnoringCase(text, letter) == 0 ||
+         qorcred::CompareIgnoringCase(text, word) == 0;
+}
+
+}  // namespace
+
+Operator::Operator(Console& console, OperationLog& log, std::optional<bool> answer)
+    : console_(console), log_(log), answer_(answer) {}
+
+MessageButton Operator::Show(std::string_view text, MessageStyle style, std::string_view title) {
+  console_.err << fmt::format("{} [{}]: {}\n", Displayable(title), IconWord(style),
+                              Displayable(text));
+  if (style != MessageStyle::kQuestion) {
+    ++log_.refusals;
+    return MessageButton::kOk;
+  }
+  ++log_.questions;
+  bool yes = false;
+  if (answer_) {
+    yes = *answer_;
+    console_.err << (yes ? "Answered Yes by --yes.\n" : "Answered No by --no.\n");
+  } else if (console_.environment.inputIsTerminal) {
+    yes = AskAtTerminal();
+  } else {
+    console_.err << "Answered No: there is no terminal to ask at. Say --yes to answer Yes.\n";
+  }
+  return yes ? MessageButton::kYes : MessageButton::kNo;
+}
+
+bool Operator::AskAtTerminal() {
+  std::string line;
+  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+    console_.err << "Yes or No? [y/n] " << std::flush;
+    if (!std::getline(console_.in, line)) {
+      console_.err << '\n';
+      return false;
+    }
+    line.erase(std::remove(line.begin(), line.end(), '\r'), line.end());
+    const std::string_view word = qorcred::Trim(line);
+    if (IsWord(word, "y", "yes")) {
+      return true;
+    }
+    if (IsWord(word, "n", "no")) {
+      return false;
+    }
+  }
+  console_.err << "Taken as No.\n";
+  return false;
+}
+
+ExitStatus OutcomeOf(bool succeeded, const OperationLog& log, std::ostream& err) {
+  for (const std::string& failure : log.failures) {
+    err << "qorhost: " << Displayable(failure) << '\n';
+  }
+  if (!log.failures.empty()) {
+    return ExitStatus::kFailure;
+  }
+  return succeeded && log.refusals == 0 ? ExitStatus::kDone : ExitStatus::kRefused;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,33 @@
+// The commands that look at a store or make one.
+#pragma once
+
+#include <string>
+
+#include "host/cli/console.h"
+#include "host/cli/store_session.h"
+
+namespace qorhost {
+
+struct InitOptions {
+  bool demo = false;
+  bool force = false;
+};
+
+struct SqlOptions {
+  std::string statement;
+  bool write = false;
+};
+
+/// Creates the store's file; an existing one is replaced with --force only, and stays as it was
+/// when the new one cannot be made.
+ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Console& console);
+/// Lists the units with the codes in use and their capacity.
+ExitStatus RunUnits(const GlobalOptions& global, Console& console);
+/// Lists the doors with their names and their captions on the credential screen.
+ExitStatus RunDoors(const GlobalOptions& global, Console& console);
+/// Lists the queue of programming steps.
+ExitStatus RunSteps(const GlobalOptions& global, Console& console);
+/// Runs one statement of the dialect and shows its rows or the number of rows changed.
+ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Console& console);
+
+}  // namespace qorhost

@@ -1,0 +1,13 @@
+// The guided tour: the credential screen at work on a copy of the demo building.
+#pragma once
+
+#include "host/cli/console.h"
+#include "host/cli/store_session.h"
+
+namespace qorhost {
+
+/// Shows what an operator would see, from opening the screen to the queue of programming steps.
+/// Works in memory. Fails when a step does not come out as the tour tells it.
+ExitStatus RunTour(const GlobalOptions& global, Console& console);
+
+}  // namespace qorhost
