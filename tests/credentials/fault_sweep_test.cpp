@@ -24,6 +24,7 @@ using qorcred::Value;
 /// One use of the controller. `act` gives the operation's result, nothing for one without.
 struct Scenario {
   std::string_view name;
+  std::string_view operation;
   ScreenKind kind = ScreenKind::kCredential;
   std::function<void(CredentialScreen&)> arrange;
   std::function<std::optional<bool>(CredentialScreen&)> act;
@@ -58,6 +59,7 @@ void StoredHeldByTenant(CredentialScreen& screen) {
 
 const std::array kScenarios{
     Scenario{.name = "Schedules",
+             .operation = "pbRetrieveSchedules",
              .arrange =
                  [](CredentialScreen& screen) {
                    screen.host().database().Select("from Schedules", {{5, "Day"}, {9, "Night"}});
@@ -67,6 +69,7 @@ const std::array kScenarios{
                return std::nullopt;
              }},
     Scenario{.name = "Tenants",
+             .operation = "pbRetrieveTenants",
              .arrange =
                  [](CredentialScreen& screen) {
                    screen.host().database().Select("FROM Tenants", {{55, "Doe", "Jane", Null{}}});
@@ -76,6 +79,7 @@ const std::array kScenarios{
                return std::nullopt;
              }},
     Scenario{.name = "SettingsOfADayCount",
+             .operation = "pbRetrieveSettingsFromUnit",
              .kind = ScreenKind::kTenantCreating,
              .arrange =
                  [](CredentialScreen& screen) {
@@ -87,6 +91,7 @@ const std::array kScenarios{
              }},
     Scenario{
         .name = "SettingsOnALeapDay",
+        .operation = "pbRetrieveSettingsFromUnit",
         .kind = ScreenKind::kTenantCreating,
         .arrange =
             [](CredentialScreen& screen) {
@@ -98,6 +103,7 @@ const std::array kScenarios{
           return std::nullopt;
         }},
     Scenario{.name = "CredentialList",
+             .operation = "pbRetrieveCredentials",
              .arrange =
                  [](CredentialScreen& screen) {
                    screen.host().database().Select("FROM CREDENTIALBANK",
@@ -109,6 +115,7 @@ const std::array kScenarios{
                return std::nullopt;
              }},
     Scenario{.name = "LoadedTransmitter",
+             .operation = "pbRetrieveCredentials",
              .arrange =
                  [](CredentialScreen& screen) {
                    screen.ShowStored(1, 0);
@@ -121,6 +128,7 @@ const std::array kScenarios{
                return std::nullopt;
              }},
     Scenario{.name = "LoadedCard",
+             .operation = "pbRetrieveCredentials",
              .arrange =
                  [](CredentialScreen& screen) {
                    screen.ShowStored(2, 0);
@@ -132,18 +140,21 @@ const std::array kScenarios{
                return std::nullopt;
              }},
     Scenario{.name = "TransmitterLayout",
+             .operation = "pbTransmitterCtls",
              .arrange = [](CredentialScreen&) {},
              .act = [](CredentialScreen& screen) -> std::optional<bool> {
                screen.controller().pbTransmitterCtls(true);
                return std::nullopt;
              }},
     Scenario{.name = "CardLayout",
+             .operation = "pbTransmitterCtls",
              .arrange = [](CredentialScreen&) {},
              .act = [](CredentialScreen& screen) -> std::optional<bool> {
                screen.controller().pbTransmitterCtls(false);
                return std::nullopt;
              }},
     Scenario{.name = "Doors",
+             .operation = "pbRetrieveDoorDetails",
              .arrange =
                  [](CredentialScreen& screen) {
                    screen.host().database().Select(
@@ -155,15 +166,18 @@ const std::array kScenarios{
              }},
     Scenario{
         .name = "DeletionOfAnUnassigned",
+        .operation = "pbDelete",
         .arrange = [](CredentialScreen& screen) { screen.ShowStored(1, 0); },
         .act = [](CredentialScreen& screen) -> std::optional<bool> { return screen.Delete(17); },
         .expected = true},
     Scenario{
         .name = "DeletionOfAnAssigned",
+        .operation = "pbDelete",
         .arrange = StoredHeldByTenant,
         .act = [](CredentialScreen& screen) -> std::optional<bool> { return screen.Delete(17); },
         .expected = true},
     Scenario{.name = "Renumbering",
+             .operation = "pbUpdatePinNo",
              .arrange = [](CredentialScreen& screen) { screen.ShowStored(1, 0); },
              .act = [](CredentialScreen& screen) -> std::optional<bool> {
                return screen.Renumber(4242);
@@ -171,10 +185,12 @@ const std::array kScenarios{
              .expected = true},
     Scenario{
         .name = "RenumberingToZero",
+        .operation = "pbUpdatePinNo",
         .arrange = [](CredentialScreen& screen) { screen.ShowStored(1, 0); },
         .act = [](CredentialScreen& screen) -> std::optional<bool> { return screen.Renumber(0); },
         .expected = false},
     Scenario{.name = "EditIntoTheSecondSlot",
+             .operation = "pbSave",
              .arrange =
                  [](CredentialScreen& screen) {
                    StoredHeldByTenant(screen);
@@ -183,6 +199,7 @@ const std::array kScenarios{
              .act = SaveEdited,
              .expected = true},
     Scenario{.name = "EditInAFullUnit",
+             .operation = "pbSave",
              .arrange =
                  [](CredentialScreen& screen) {
                    StoredHeldByTenant(screen);
@@ -191,10 +208,12 @@ const std::array kScenarios{
              .act = SaveEdited,
              .expected = true},
     Scenario{.name = "SingleCard",
+             .operation = "pbSave",
              .arrange = [](CredentialScreen& screen) { screen.EnterSingle(kCard26, "10"); },
              .act = Save,
              .expected = true},
     Scenario{.name = "DuplicateCard",
+             .operation = "pbSave",
              .arrange =
                  [](CredentialScreen& screen) {
                    screen.EnterSingle(kCard26, "10");
@@ -203,14 +222,17 @@ const std::array kScenarios{
              .act = Save,
              .expected = false},
     Scenario{.name = "RangeOfTransmitters",
+             .operation = "pbSave",
              .arrange = [](CredentialScreen& screen) { screen.EnterRange(kTransmitter, "1", "3"); },
              .act = Save,
              .expected = true},
     Scenario{.name = "RefusedNumber",
+             .operation = "pbSave",
              .arrange = [](CredentialScreen& screen) { screen.EnterSingle(kCard26, ""); },
              .act = Save,
              .expected = false},
     Scenario{.name = "RangeBeyondTheCapacity",
+             .operation = "pbSave",
              .arrange =
                  [](CredentialScreen& screen) {
                    screen.EnterRange(kCard26, "1", "5");
@@ -219,6 +241,7 @@ const std::array kScenarios{
              .act = Save,
              .expected = false},
     Scenario{.name = "RangeWithTenants",
+             .operation = "pbSave",
              .kind = ScreenKind::kTenantCreating,
              .arrange =
                  [](CredentialScreen& screen) {
@@ -228,6 +251,7 @@ const std::array kScenarios{
              .act = SaveWithTenants,
              .expected = true},
     Scenario{.name = "SecondRowNotInserted",
+             .operation = "pbSave",
              .arrange =
                  [](CredentialScreen& screen) {
                    screen.EnterRange(kCard26, "1", "3");
@@ -269,7 +293,12 @@ TEST_P(FaultSweep, EndsInTheOperation) {
     const bool decided = failed == "CommitTrans";
     EXPECT_EQ(result, scenario.expected ? std::optional<bool>(decided) : std::nullopt);
     ASSERT_EQ(host.services().trapped().size(), 1U);
-    EXPECT_EQ(host.services().trapped().front().second, qorcred::ErrorNumber::kApplicationDefined);
+    const auto& [trappedIn, number] = host.services().trapped().front();
+    EXPECT_EQ(number, qorcred::ErrorNumber::kApplicationDefined);
+    // Loading a credential switches the layout by the operation that hosts call, too.
+    if (trappedIn != "pbTransmitterCtls" || scenario.operation != "pbRetrieveCredentials") {
+      EXPECT_EQ(trappedIn, scenario.operation);
+    }
     if (failed != "RollbackTrans") {
       EXPECT_EQ(host.transactions().open(), 0);
     }
