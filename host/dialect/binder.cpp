@@ -175,7 +175,7 @@ class Binder {
     }
     for (const ExpressionPtr& key : select.groupBy) {
       BindExpression(*key, scope, false);
-      if (key->kind == NodeKind::kLiteral) {
+      if (IsConstant(*key)) {
         RefuseAt(key->offset, "GROUP BY takes names and expressions, not a constant");
       }
     }
@@ -271,9 +271,21 @@ class Binder {
       }
       if (item.position == 0) {
         BindExpression(*item.expression, scope, true);
+        if (IsConstant(*item.expression)) {
+          RefuseAt(item.offset, "ORDER BY takes names and expressions, not a constant");
+        }
       }
       CheckPosition(query, item);
     }
+  }
+
+  // Whether an expression is the same for every row: the engine may take it for the number of a
+  // column.
+  static bool IsConstant(const Expression& expression) {
+    return expression.column == nullptr && expression.query == nullptr &&
+           expression.kind != NodeKind::kAggregate &&
+           std::all_of(expression.operands.begin(), expression.operands.end(),
+                       [](const ExpressionPtr& operand) { return IsConstant(*operand); });
   }
 
   static std::size_t PositionOfAlias(const Select& select, const Expression& key) {

@@ -82,7 +82,21 @@ class Lexer {
  public:
   explicit Lexer(std::string_view sql) : sql_(sql) {}
 
-  [[nodiscard]] std::size_t position() const { return position_; }
+  // Reads the literal that begins at `position`, for which what stands before it is no matter:
+  // false when there is none.
+  bool LiteralAt(std::size_t position, Literal& literal) {
+    position_ = position;
+    if (position >= sql_.size()) {
+      return false;
+    }
+    const ByteClass byteClass = ClassHere();
+    if (byteClass != ByteClass::kDigit && byteClass != ByteClass::kQuote &&
+        byteClass != ByteClass::kHash) {
+      return false;
+    }
+    ReadLiteral(byteClass, literal);
+    return true;
+  }
 
   // Goes to the next literal and reads it; false when there is none. What stands before it is
   // checked for what is no token, but not cut into tokens: most statements are known by their
@@ -165,6 +179,7 @@ class Lexer {
     } else {
       ReadNumber(literal);
     }
+    literal.end = position_;
   }
 
   void SkipWord() {
@@ -361,11 +376,42 @@ void ReadShape(std::string_view sql, std::string& key, std::vector<Literal>& lit
     copyUntil(literals.back().offset);
     *written = MarkOf(literals.back().kind);
     ++written;
-    copied = lexer.position();
+    copied = literals.back().end;
   }
   literals.pop_back();
   copyUntil(sql.size());
   key.resize(static_cast<std::size_t>(written - key.begin()));
+}
+
+Skeleton SkeletonOf(std::string_view sql, const std::vector<Literal>& literals) {
+  Skeleton skeleton;
+  std::size_t copied = 0;
+  for (const Literal& literal : literals) {
+    skeleton.texts.emplace_back(sql.substr(copied, literal.offset - copied));
+    skeleton.kinds.push_back(literal.kind);
+    copied = literal.end;
+  }
+  skeleton.texts.emplace_back(sql.substr(copied));
+  return skeleton;
+}
+
+bool ReadAlong(std::string_view sql, const Skeleton& skeleton, std::vector<Literal>& literals) {
+  if (sql.size() > kLongestStatement || sql.find('\0') != std::string_view::npos) {
+    return false;
+  }
+  literals.assign(skeleton.kinds.size(), Literal{});
+  Lexer lexer(sql);
+  std::size_t position = 0;
+  for (std::size_t index = 0; index < skeleton.kinds.size(); ++index) {
+    const std::string& text = skeleton.texts[index];
+    if (sql.compare(position, text.size(), text) != 0 ||
+        !lexer.LiteralAt(position + text.size(), literals[index]) ||
+        literals[index].kind != skeleton.kinds[index]) {
+      return false;
+    }
+    position = literals[index].end;
+  }
+  return sql.substr(position) == skeleton.texts.back();
 }
 
 std::vector<Token> Tokenize(std::string_view sql) {

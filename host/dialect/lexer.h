@@ -24,6 +24,7 @@ struct Literal {
   std::string_view content;
   double number = 0.0;     ///< of a number
   std::size_t offset = 0;  ///< of its first byte in the statement
+  std::size_t end = 0;     ///< where the statement goes on behind it
   LiteralKind kind = LiteralKind::kNumber;
   char quote = 0;          ///< the mark around a text
   bool isLong = false;     ///< a number without point or exponent that fits 32 bits
@@ -58,6 +59,20 @@ struct Token {
 /// by the literals in the order in which they stand. Both keep their capacity. Raises SqlError for
 /// what is no token: an unclosed text, a comment, a malformed number, a character of no meaning.
 void ReadShape(std::string_view sql, std::string& key, std::vector<Literal>& literals);
+
+/// A statement without its literals: the texts between them and their kinds. It owns its texts.
+struct Skeleton {
+  std::vector<std::string> texts;  ///< one more than there are literals
+  std::vector<LiteralKind> kinds;
+};
+
+[[nodiscard]] Skeleton SkeletonOf(std::string_view sql, const std::vector<Literal>& literals);
+
+/// Reads a statement along the skeleton of another: true when they differ in their literals only.
+/// `literals` is then what ReadShape() would give; otherwise its content has no meaning. Much
+/// faster than reading the shape.
+[[nodiscard]] bool ReadAlong(std::string_view sql, const Skeleton& skeleton,
+                             std::vector<Literal>& literals);
 
 /// The tokens of a statement that ReadShape() has accepted, a kEnd last.
 [[nodiscard]] std::vector<Token> Tokenize(std::string_view sql);

@@ -410,7 +410,7 @@ class Printer {
         break;
       case NodeKind::kNegate: {
         const Stacked stacked(*this, kStackOfBrackets, node.offset);
-        Write("(-");
+        Write("(- ");  // two signs together would begin a comment
         PrintNumber(*node.operands[0]);
         Write(")");
         break;

@@ -34,6 +34,8 @@ struct Entry {
   std::shared_ptr<const Shape> shape;
   std::vector<Parameter> parameters;
   std::vector<qorcred::Value> values;
+  Skeleton skeleton;          // of a shape that depends on no literal
+  Entry* follower = nullptr;  // what was translated next, the last time
 };
 
 std::string Located(const std::string& message, std::size_t line, std::size_t column) {
@@ -69,7 +71,6 @@ SqlError::SqlError(const std::string& message, std::size_t line, std::size_t col
 class Translator::Cache {
  public:
   Translation Translate(std::string_view sql, std::string_view timeStamp) {
-    ReadShape(sql, key_, literals_);
     Entry& entry = EntryOf(sql);
     entry.values.resize(entry.parameters.size());
     const Bindings bindings{sql, literals_, timeStamp};
@@ -82,7 +83,27 @@ class Translator::Cache {
   [[nodiscard]] std::size_t parsed() const noexcept { return parsed_; }
 
  private:
+  // Programs repeat the same few statements in the same order: most often it is the one that
+  // followed the last time.
   Entry& EntryOf(std::string_view sql) {
+    Entry* const before = std::exchange(last_, nullptr);
+    Entry* entry = before == nullptr ? nullptr : before->follower;
+    if (entry == nullptr || !ReadAlong(sql, entry->skeleton, literals_)) {
+      ReadShape(sql, key_, literals_);
+      entry = &EntryOfShape(sql);
+    }
+    // Where entries were dropped, EntryOfShape() has forgotten who follows whom.
+    if (!entry->skeleton.texts.empty()) {
+      if (before != nullptr && !hasDropped_) {
+        before->follower = entry;
+      }
+      last_ = entry;
+    }
+    hasDropped_ = false;
+    return *entry;
+  }
+
+  Entry& EntryOfShape(std::string_view sql) {
     auto found = entries_.find(std::string_view(key_));
     bool isExtended = false;
     if (found != entries_.end() && !found->second.structural.empty()) {
@@ -101,6 +122,9 @@ class Translator::Cache {
       directory.structural = structural;
       File(std::move(directory));
       ExtendKey(structural);
+    }
+    if (structural.empty() && key_.size() <= kLongestKey) {
+      entry.skeleton = SkeletonOf(sql, literals_);
     }
     return File(std::move(entry));
   }
@@ -125,14 +149,24 @@ class Translator::Cache {
       if (order_.size() > kMostShapes) {
         entries_.erase(order_.front());
         order_.pop_front();
+        ForgetFollowers();
       }
     }
     return place->second;
   }
 
+  void ForgetFollowers() {
+    for (auto& [key, entry] : entries_) {
+      entry.follower = nullptr;
+    }
+    hasDropped_ = true;
+  }
+
   std::unordered_map<std::string, Entry, KeyHash, std::equal_to<>> entries_;
   std::deque<std::string> order_;  // of the entries, the oldest first
   Entry uncached_;
+  Entry* last_ = nullptr;  // the last one translated, when it has a skeleton
+  bool hasDropped_ = false;
   std::string key_;
   std::vector<Literal> literals_;
   std::size_t parsed_ = 0;

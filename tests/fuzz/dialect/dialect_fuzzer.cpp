@@ -1,6 +1,6 @@
 // Any text into the translator: it must either refuse it with an SqlError, or give a statement that
-// the engine prepares, of the kind it names, with as many parameters as values. A second
-// translation of the same text, by its shape, must give the same.
+// the engine prepares, of the kind it names, with as many parameters as values. An empty line parts
+// two statements. Whatever a translator has seen before, it must give what a new one gives.
 #include <sqlite3.h>
 
 #include <cstddef>
@@ -110,24 +110,47 @@ Engine& SharedEngine() {
   return engine;
 }
 
+struct Told {
+  std::string sql;
+  std::vector<qorcred::Value> values;
+  std::string refusal;
+  friend bool operator==(const Told&, const Told&) = default;
+};
+
+Told Tell(Translator& translator, std::string_view sql) {
+  Told told;
+  try {
+    const Translation translation = translator.Translate(sql, kNow);
+    told.sql = translation.shape->sql;
+    told.values.assign(translation.parameters.begin(), translation.parameters.end());
+  } catch (const SqlError& error) {
+    Require(error.line() > 0 && error.column() > 0, "a refusal without a place", sql);
+    told.refusal = error.what();
+  }
+  return told;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Translator translator;
-  const std::string sql(data, data + size);
-  try {
-    const Translation first = translator.Translate(sql, kNow);
-    const std::shared_ptr<const Shape> shape = first.shape;
-    const std::vector<qorcred::Value> values(first.parameters.begin(), first.parameters.end());
-    SharedEngine().Run(first, sql);
+  static Translator seasoned;
+  const std::string input(data, data + size);
+  const std::size_t parting = input.find("\n\n");
+  const std::string sql = input.substr(0, parting);
+  const std::string other = parting == std::string::npos ? sql : input.substr(parting + 2);
+
+  Translator fresh;
+  const Told told = Tell(fresh, sql);
+  // Three times: by its shape, and then as the one that followed the last time.
+  for (int round = 0; round < 3; ++round) {
+    Require(Tell(seasoned, sql) == told, "another translation than before", sql);
+  }
+  Translator afresh;
+  Require(Tell(seasoned, other) == Tell(afresh, other), "another translation behind another",
+          input);
+  if (told.refusal.empty()) {
+    SharedEngine().Run(fresh.Translate(sql, kNow), sql);
     SharedEngine().TakeBack();
-    const Translation second = translator.Translate(sql, kNow);
-    Require(second.shape->sql == shape->sql, "another translation by shape", sql);
-    Require(
-        std::vector<qorcred::Value>(second.parameters.begin(), second.parameters.end()) == values,
-        "other values by shape", sql);
-  } catch (const SqlError& error) {
-    Require(error.line() > 0 && error.column() > 0, "a refusal without a place", sql);
   }
   return 0;
 }

@@ -138,6 +138,66 @@ TEST(TranslatorTest, ARefusedStatementLeavesTheTranslatorUsable) {
             "SELECT \"Units\".\"RID\" FROM \"Units\"");
 }
 
+// A translator that has met a statement several times reads the next one along it.
+class RepeatedStatementTest : public testing::TestWithParam<const char*> {};
+
+TEST_P(RepeatedStatementTest, TellsOthersApart) {
+  const auto told = [](Translator& translator, std::string_view sql) {
+    try {
+      const Translation translation = translator.Translate(sql, kNow);
+      std::string text = translation.shape->sql;
+      for (const std::string& value : ValuesOf(translation)) {
+        text += " | " + value;
+      }
+      return text;
+    } catch (const SqlError& error) {
+      return std::string(error.what());
+    }
+  };
+  Translator seasoned;
+  for (int round = 0; round < 4; ++round) {
+    seasoned.Translate("SELECT RID FROM Units WHERE RID=5 AND UnitName='x'", kNow);
+  }
+  Translator fresh;
+  EXPECT_EQ(told(seasoned, GetParam()), told(fresh, GetParam()));
+  EXPECT_EQ(told(seasoned, GetParam()), told(fresh, GetParam()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, RepeatedStatementTest,
+    testing::Values("SELECT RID FROM Units WHERE RID=6 AND UnitName='y'",
+                    "SELECT RID FROM Units WHERE RID=-6 AND UnitName='y'",
+                    "SELECT RID FROM Units WHERE RID=6.5 AND UnitName='y'",
+                    "SELECT RID FROM Units WHERE RID=.5 AND UnitName='y'",
+                    "SELECT RID FROM Units WHERE RID=6x AND UnitName='y'",
+                    "SELECT RID FROM Units WHERE RID=6.5.5 AND UnitName='y'",
+                    "SELECT RID FROM Units WHERE RID=6  AND UnitName='y'",
+                    "SELECT RID FROM Units WHERE RID='6' AND UnitName='y'",
+                    "SELECT RID FROM Units WHERE RID=6 AND UnitName=7",
+                    "SELECT RID FROM Units WHERE RID=6 AND UnitName='_LMDATE_'",
+                    "SELECT RID FROM Units WHERE RID=6 AND UnitName='O''Brien'",
+                    "SELECT RID FROM Units WHERE RID=6 AND UnitName='O'Brien'",
+                    "SELECT RID FROM Units WHERE RID=6 AND UnitName='y'''",
+                    "SELECT RID FROM Units WHERE RID=6 AND UnitName=\"y'\"",
+                    "SELECT RID FROM Units WHERE RID=6 AND UnitName=''",
+                    "SELECT RID FROM Units WHERE RID=6 AND UnitName=",
+                    "SELECT RID FROM Units WHERE RID=6 AND UnitName='y' ;",
+                    "SELECT RID FROM Units WHERE RID=6 AND UnitName='y' OR RID=7",
+                    "SELECT RID FROM Units WHERE RID=6", "SELECT RID FROM Units WHERE RID=", ""));
+
+TEST(TranslatorTest, ParsesStatementsThatTakeTurnsOnce) {
+  Translator translator;
+  for (int number = 1; number <= 300; ++number) {
+    const std::string text = std::to_string(number);
+    ASSERT_EQ(translator.Translate(Insert(number), kNow).parameters[1], qorcred::Value(number));
+    ASSERT_EQ(translator.Translate("UPDATE Units SET UnitName='" + text + "'", kNow).parameters[0],
+              qorcred::Value(text));
+    ASSERT_EQ(translator.Translate("DELETE FROM Units WHERE RID=" + text, kNow).parameters[0],
+              qorcred::Value(number));
+  }
+  EXPECT_EQ(translator.parsed(), 3U);
+}
+
 TEST(TranslatorTest, ShapesOutliveTheirPlaceInTheCache) {
   Translator translator;
   const std::string first = "SELECT RID FROM Units WHERE RID = 1";
