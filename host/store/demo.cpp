@@ -222,7 +222,7 @@ std::vector<std::int32_t> AddDirectoryCodes(Database& database, const DemoUnit& 
 }
 
 // `firstPerson` runs through all units, so that no name comes twice.
-void AddTenants(Database& database, const DemoUnit& unit, int firstPerson,
+void AddTenants(Database& database, const DemoUnit& unit, std::size_t firstPerson,
                 const Credentials& credentials, const std::vector<std::int32_t>& codes) {
   constexpr int kFirstNameStep = 11;
   constexpr int kLastNameStep = 7;
@@ -243,7 +243,7 @@ void AddTenants(Database& database, const DemoUnit& unit, int firstPerson,
     return index < rids.size() ? qorcred::Value(rids[index]) : qorcred::Value(qorcred::Null{});
   };
   for (int number = 0; number < unit.tenants; ++number) {
-    const auto person = static_cast<std::size_t>(firstPerson + number);
+    const std::size_t person = firstPerson + static_cast<std::size_t>(number);
     const std::string_view last =
         demo::kLastNames[person * kLastNameStep % demo::kLastNames.size()];
     const std::string_view first =
@@ -274,12 +274,12 @@ void CreateDemoData(Database& database) {
   Transaction transaction(database);
   transaction.Begin();
   AddUnitTypes(database);
-  int person = 0;
+  std::size_t person = 0;
   for (const DemoUnit& unit : kUnits) {
     AddSurroundings(database, unit);
     const Credentials credentials = AddCredentials(database, unit);
     AddTenants(database, unit, person, credentials, AddDirectoryCodes(database, unit));
-    person += unit.tenants;
+    person += static_cast<std::size_t>(unit.tenants);
   }
   transaction.Commit();
 }

@@ -136,9 +136,13 @@ CREATE TABLE Tenants (
 );
 CREATE INDEX Tenants_TenantID ON Tenants (TenantID);
 CREATE INDEX Tenants_Name ON Tenants (UnitKey, Resident, LastName, FirstName, MiddleInitial);
-CREATE INDEX Tenants_Credential1 ON Tenants (UnitKey, CREDENTIALID1);
-CREATE INDEX Tenants_Credential2 ON Tenants (UnitKey, CREDENTIALID2);
-CREATE INDEX Tenants_DirectoryCode ON Tenants (UnitKey, DIRECTORYCODE);
+-- Most tenants have no second credential and no directory code: those cost nothing here.
+CREATE INDEX Tenants_Credential1 ON Tenants (UnitKey, CREDENTIALID1)
+  WHERE CREDENTIALID1 IS NOT NULL;
+CREATE INDEX Tenants_Credential2 ON Tenants (UnitKey, CREDENTIALID2)
+  WHERE CREDENTIALID2 IS NOT NULL;
+CREATE INDEX Tenants_DirectoryCode ON Tenants (UnitKey, DIRECTORYCODE)
+  WHERE DIRECTORYCODE IS NOT NULL;
 CREATE INDEX Tenants_LinkCode ON Tenants (UnitKey, LINKCODE);
 
 CREATE TABLE TenantsBackup (
