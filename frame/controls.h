@@ -116,7 +116,9 @@ class Screen : public View {
 
   [[nodiscard]] std::string Name() const { return ToText(Variable("Name")); }
   [[nodiscard]] Value Variable(std::string_view name) const { return Get(object(), name); }
-  void SetVariable(std::string_view name, const Value& value) const { Put(object(), name, value); }
+  void SetVariable(std::string_view name, Value value) const {
+    Put(object(), name, std::move(value));
+  }
 
  private:
   [[nodiscard]] ObjectRef Member(std::string_view name) const {

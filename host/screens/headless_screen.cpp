@@ -113,6 +113,12 @@ void HeadlessScreen::SetVariable(std::string_view name, const Value& value) {
   if (member.control != nullptr) {
     RaiseWrongKind();
   }
+  auto* const held = member.variable.As<std::string>();
+  const auto* const text = value.As<std::string>();
+  if (held != nullptr && text != nullptr) {
+    *held = *text;  // keeps its room: a long list of ids comes anew with every id
+    return;
+  }
   member.variable = ConvertLike(member.variable, value);
 }
 
