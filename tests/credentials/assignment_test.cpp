@@ -9,8 +9,6 @@
 namespace qortest {
 namespace {
 
-using qorcred::Null;
-
 constexpr std::string_view kDoorAndNoFormerTenant = R"~(
     ExecuteUpdate "UPDATE CREDENTIALBANK SET DOORCODE = 2,LASTMODIFIEDDATE='_LMDATE_' WHERE UnitKey=3 AND RID=17" "CREDENTIALBANK" - 17 -> 1
     ExecuteScalar "SELECT TenantID FROM Tenants WHERE UnitKey=3 AND Resident=0  AND ((CredentialID1 = 17 ) OR ( CredentialID2 = 17))" -> Null
