@@ -7,8 +7,8 @@
 
 #include "frame/capacity.h"
 #include "frame/convert.h"
-#include "frame/text.h"
 #include "frame/siblings.h"
+#include "frame/text.h"
 #include "host/cli/credential_desk.h"
 #include "host/cli/display_text.h"
 #include "host/cli/table.h"
