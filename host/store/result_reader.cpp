@@ -37,6 +37,14 @@ Value DateOrText(std::string_view text) {
   return {text};
 }
 
+std::string_view TextOf(sqlite3_value* cell) {
+  const void* bytes = sqlite3_value_blob(cell);
+  const int size = sqlite3_value_bytes(cell);
+  return bytes == nullptr
+             ? std::string_view()
+             : std::string_view(static_cast<const char*>(bytes), static_cast<std::size_t>(size));
+}
+
 CellKind KindOf(dialect::ColumnType type) {
   switch (type) {
     case dialect::ColumnType::kBoolean:
@@ -82,39 +90,41 @@ std::vector<std::string> ColumnNamesOf(const Statement& statement) {
 }
 
 Value ReadCell(const Statement& statement, int column, CellKind kind) {
-  sqlite3_stmt* handle = statement.handle();
-  switch (sqlite3_column_type(handle, column)) {
+  // One look at the row for the whole cell. Databases are opened without a mutex of their own, so
+  // the value may be read in place.
+  sqlite3_value* cell = sqlite3_column_value(statement.handle(), column);
+  switch (sqlite3_value_type(cell)) {
     case SQLITE_NULL:
       return {qorcred::Null{}};
     case SQLITE_INTEGER: {
-      const std::int64_t number = sqlite3_column_int64(handle, column);
-      if (kind == CellKind::kBoolean) {
-        return {number != 0};
+      const std::int64_t number = sqlite3_value_int64(cell);
+      if (kind == CellKind::kPlain) {
+        return WholeNumber(number);
       }
-      return kind == CellKind::kDate ? DateOrNumber(static_cast<double>(number))
-                                     : WholeNumber(number);
+      return kind == CellKind::kBoolean ? Value(number != 0)
+                                        : DateOrNumber(static_cast<double>(number));
     }
     case SQLITE_FLOAT: {
-      const double number = sqlite3_column_double(handle, column);
+      const double number = sqlite3_value_double(cell);
       if (kind == CellKind::kBoolean) {
         return {number != 0.0};
       }
       return kind == CellKind::kDate ? DateOrNumber(number) : Value(number);
     }
     default:
-      return kind == CellKind::kDate ? DateOrText(statement.Text(column))
-                                     : Value(statement.Text(column));
+      return kind == CellKind::kDate ? DateOrText(TextOf(cell)) : Value(TextOf(cell));
   }
 }
 
 std::shared_ptr<qorcred::ResultTable> ReadRows(Statement& statement,
                                                const std::vector<CellKind>& kinds,
-                                               std::size_t& rowCount) {
+                                               std::size_t expectedRows, std::size_t& rowCount) {
   rowCount = 0;
   if (!statement.Step()) {
     return std::make_shared<qorcred::ResultTable>();
   }
   auto table = std::make_shared<qorcred::ResultTable>(std::size_t{0}, kinds.size());
+  table->Reserve(expectedRows);
   do {
     const std::span<Value> row = table->AppendRow();
     for (std::size_t column = 0; column < kinds.size(); ++column) {

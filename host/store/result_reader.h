@@ -32,9 +32,11 @@ enum class CellKind : std::uint8_t {
 /// One cell of the current row.
 [[nodiscard]] qorcred::Value ReadCell(const Statement& statement, int column, CellKind kind);
 
-/// Steps to the end and keeps every row; without any it is one cell that holds "".
+/// Steps to the end and keeps every row; without any it is one cell that holds "". There may be
+/// fewer or more rows than expected: the number only saves the table from growing step by step.
 [[nodiscard]] std::shared_ptr<qorcred::ResultTable> ReadRows(Statement& statement,
                                                              const std::vector<CellKind>& kinds,
+                                                             std::size_t expectedRows,
                                                              std::size_t& rowCount);
 
 }  // namespace qorhost

@@ -61,8 +61,9 @@ SqlSession::Prepared& SqlSession::PreparedFor(const std::shared_ptr<const dialec
       latest_ = nullptr;
       prepared_.clear();
     }
-    found = prepared_.emplace(shape.get(), Prepared{shape, std::move(statement), std::move(kinds)})
-                .first;
+    found =
+        prepared_.emplace(shape.get(), Prepared{shape, std::move(statement), std::move(kinds), 0})
+            .first;
   }
   latest_ = &found->second;
   return found->second;
@@ -99,7 +100,8 @@ QueryResult SqlSession::Select(std::string_view sql) {
   const StatementUse use(prepared.statement);
   QueryResult result;
   result.columns = ColumnNamesOf(prepared.statement);
-  result.table = ReadRows(prepared.statement, prepared.kinds, result.rowCount);
+  result.table = ReadRows(prepared.statement, prepared.kinds, prepared.latestRows, result.rowCount);
+  prepared.latestRows = result.rowCount;
   return result;
 }
 

@@ -78,6 +78,7 @@ class SqlSession {
     std::shared_ptr<const dialect::Shape> shape;  // keeps the key of the cache from being reused
     Statement statement;
     std::vector<CellKind> kinds;
+    std::size_t latestRows = 0;  // of the last SELECT
   };
 
   Prepared& PreparedFor(const std::shared_ptr<const dialect::Shape>& shape);
