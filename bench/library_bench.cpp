@@ -99,7 +99,7 @@ std::vector<Comparison> AddLibraryBenchmarks(Size /*size*/) {
   benchmark::RegisterBenchmark(kLibraryBenchmark, SaveOneRange)->Iterations(1);
   benchmark::RegisterBenchmark(kShort, SaveShortRanges)->Iterations(1);
   benchmark::RegisterBenchmark(kTexts, WriteTexts)->Iterations(1);
-  constexpr double kGoal = 3.0;
+  constexpr double kGoal = 4.0;
   constexpr double kGrowthGoal = 1.2;
   return {{"library-alone", kLibraryBenchmark, kTexts, kGoal},
           {"library-growth", kLibraryBenchmark, kShort, kGrowthGoal}};

@@ -19,7 +19,7 @@ namespace qorbench {
 
 namespace {
 
-constexpr int kRounds = 9;
+constexpr int kRounds = 7;
 constexpr int kQuickRounds = 3;
 
 struct Options {
