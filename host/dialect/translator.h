@@ -34,7 +34,11 @@ class SqlError : public std::runtime_error {
   std::size_t column_;
 };
 
-/// A translated statement without its literals; shared by all statements of the same shape.
+/// A translated statement without its literals; shared by all statements of the same shape. A
+/// prepared statement may be kept by the shape's address for as long as the pointer to it is kept.
+/// It runs on handles that RegisterSqlFunctions() (sql_functions.h) was called for, over tables
+/// declared as in CreateTableText(). An expression whose value does not fit its column, a division
+/// by zero and the like fail when it runs.
 struct Shape {
   StatementKind kind = StatementKind::kSelect;
   std::string table;         ///< the table that INSERT, UPDATE or DELETE changes, as the catalog
@@ -46,8 +50,8 @@ struct Shape {
   std::vector<std::optional<ColumnType>> resultTypes;
 };
 
-/// A statement ready to run. The shape lives as long as the translator (its cache is bounded: an
-/// entry that is dropped stays alive in the pointers handed out).
+/// A statement ready to run. The translator keeps a bounded number of shapes; one that it drops
+/// lives on in the pointers handed out.
 struct Translation {
   std::shared_ptr<const Shape> shape;
   /// The values of the parameters 1, 2, ... in that order: Long, Double, String (dates in the
