@@ -205,6 +205,30 @@ ExitStatus RunChosen(const Choice& choice, Console& console) {
   }
 }
 
+/// The words that name the command as far as it was understood: "qorhost credentials delete".
+std::string CommandName(const CLI::App& app) {
+  std::string name = app.get_name();
+  for (const CLI::App* command : app.get_subcommands()) {
+    name += " " + CommandName(*command);
+  }
+  return name;
+}
+
+/// What was wrong with the words and where to look.
+std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
+  const std::vector<std::string> unknown = app.remaining(true);
+  const bool commandMissing =
+      dynamic_cast<const CLI::RequiredError*>(&error) != nullptr &&
+      std::string_view(error.what()).find("subcommand") != std::string_view::npos;
+  std::string what = error.what();
+  if (!unknown.empty()) {
+    what = fmt::format("unknown word '{}'", unknown.front());
+  } else if (commandMissing) {
+    what = "A command is needed";
+  }
+  return fmt::format("{} (see '{} --help')", what, CommandName(app));
+}
+
 ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
   Choice choice;
   CLI::App app("Credentials of an access-control building: the reference host of qorCred",
@@ -216,8 +240,7 @@ ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
     app.exit(help, console.out, console.err);
     return ExitStatus::kDone;
   } catch (const CLI::ParseError& error) {
-    return Fail(console.err, fmt::format("{} (see 'qorhost --help')", error.what()),
-                ExitStatus::kUsage);
+    return Fail(console.err, ParseMessage(app, error), ExitStatus::kUsage);
   }
   return RunChosen(choice, console);
 }

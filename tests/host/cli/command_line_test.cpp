@@ -1,0 +1,184 @@
+// The program's commands around the store, its help and its exit status.
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+#include "tests/host/cli/run_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+class CommandLine : public RunFixture {};
+
+TEST_F(CommandLine, InitCreatesADemoBuildingWithThreeUnits) {
+  const Outcome outcome = Run({"init", "--demo"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.out, HasSubstr("with the demo building"));
+  const nlohmann::json units = Rows({"units"});
+  ASSERT_EQ(units.size(), 3U);
+  EXPECT_EQ(units[0]["name"], "Harbour Court");
+  EXPECT_EQ(units[0]["capacity"], 500);
+  EXPECT_EQ(units[0]["credentials"].get<int>() + units[0]["directory_codes"].get<int>(), 498);
+}
+
+TEST_F(CommandLine, InitKeepsAnExistingFileUnlessForced) {
+  InitDemo();
+  const Outcome refused = Run({"init"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("exists already"));
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+  EXPECT_EQ(Run({"init", "--force"}).status, 0);
+  EXPECT_EQ(Rows({"units"}).size(), 0U);
+}
+
+TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {
+  const std::vector<std::vector<std::string>> commands = {
+      {"units"},
+      {"doors"},
+      {"steps"},
+      {"sql", "SELECT UnitKey FROM Units"},
+      {"credentials", "list"},
+      {"credentials", "add", "--type", "card26", "--start", "1"},
+      {"credentials", "edit", "1", "--release"},
+      {"credentials", "assign", "1", "2"},
+      {"credentials", "renumber", "1", "2"},
+      {"credentials", "delete", "1"}};
+  for (const std::vector<std::string>& words : commands) {
+    const Outcome outcome = Run(words);
+    EXPECT_EQ(outcome.status, 3) << words.front();
+    EXPECT_THAT(outcome.err, HasSubstr("qorhost init --demo")) << words.front();
+    EXPECT_EQ(outcome.out, "");
+  }
+}
+
+TEST_F(CommandLine, AFileThatIsNoDatabaseIsAFailureAndStaysAsItIs) {
+  std::ofstream(File("notes.txt")) << "these are notes, not a database, and long enough to tell";
+  const Outcome outcome = Run({"--db", File("notes.txt"), "units"});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_THAT(outcome.err, HasSubstr("notes.txt"));
+  std::ifstream kept(File("notes.txt"));
+  std::string word;
+  kept >> word;
+  EXPECT_EQ(word, "these");
+}
+
+TEST_F(CommandLine, HelpIsEverywhereWithExamples) {
+  const std::vector<std::vector<std::string>> commands = {{},
+                                                          {"init"},
+                                                          {"units"},
+                                                          {"doors"},
+                                                          {"steps"},
+                                                          {"sql"},
+                                                          {"tour"},
+                                                          {"credentials"},
+                                                          {"credentials", "list"},
+                                                          {"credentials", "add"},
+                                                          {"credentials", "edit"},
+                                                          {"credentials", "assign"},
+                                                          {"credentials", "renumber"},
+                                                          {"credentials", "delete"}};
+  for (std::vector<std::string> words : commands) {
+    words.emplace_back("--help");
+    const Outcome outcome = Run(words);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, HasSubstr("Examples:\n  qorhost ")) << words.front();
+    EXPECT_EQ(outcome.err, "");
+  }
+}
+
+struct UsageRow {
+  std::string_view name;
+  std::vector<std::string> words;
+  std::string_view message;
+};
+
+class Usage : public RunFixture, public testing::WithParamInterface<UsageRow> {};
+
+TEST_P(Usage, IsRefusedWithOneLineThatSaysWhy) {
+  InitDemo();
+  const Outcome outcome = Run(GetParam().words);
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err, StartsWith("qorhost: "));
+  EXPECT_THAT(outcome.err, HasSubstr(std::string(GetParam().message)));
+  EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+  EXPECT_EQ(outcome.out, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Mistakes, Usage,
+    testing::Values(
+        UsageRow{"NoCommand", {}, "A command is needed"},
+        UsageRow{"UnknownCommand", {"frobnicate"}, "frobnicate"},
+        UsageRow{"UnknownOption", {"units", "--frobnicate"}, "--frobnicate"},
+        UsageRow{"UnknownCredentialCommand", {"credentials", "frobnicate"}, "frobnicate"},
+        UsageRow{"UnitThatIsNoNumber", {"--unit", "two", "credentials", "list"}, "two"},
+        UsageRow{"UnitThatIsNotThere", {"--unit", "77", "credentials", "list"}, "77"},
+        UsageRow{"YesAndNo", {"--yes", "--no", "units"}, "--no"},
+        UsageRow{"MissingType", {"credentials", "add", "--start", "1"}, "--type"},
+        UsageRow{"UnknownType", {"credentials", "add", "--type", "key", "--start", "1"}, "card30"},
+        UsageRow{"UnknownCredential", {"credentials", "delete", "99999"}, "99999"},
+        UsageRow{"NewNumberThatIsNone", {"credentials", "renumber", "1", "ten"}, "ten"},
+        UsageRow{"NothingToEdit", {"credentials", "edit", "1"}, "--door"},
+        UsageRow{"UnknownTenant", {"credentials", "assign", "1", "Nobody"}, "Nobody"},
+        UsageRow{"ControlCharacters",
+                 {"credentials", "add", "--type", "card26", "--start", "1\n2"},
+                 "--start"},
+        UsageRow{"WriteWithoutLeave", {"sql", "DELETE FROM Tenants"}, "--write"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(CommandLine, SqlPrintsRowsWithTheirTypes) {
+  InitDemo();
+  const nlohmann::json rows =
+      Rows({"sql", "SELECT Top 1 IsGroupZero, UnitKey, RID, NULL FROM TenantGroup ORDER BY RID"});
+  ASSERT_EQ(rows.size(), 1U);
+  EXPECT_TRUE(rows[0]["IsGroupZero"].is_boolean());
+  EXPECT_TRUE(rows[0]["UnitKey"].is_number_integer());
+}
+
+TEST_F(CommandLine, SqlChangesOnlyWithLeave) {
+  InitDemo();
+  const std::string rename = "UPDATE DOORS SET DOORNAME='Yard' WHERE UNITKEY=1 AND DOORID=4";
+  EXPECT_EQ(Run({"sql", rename}).status, 2);
+  EXPECT_EQ(Run({"sql", rename, "--write"}).status, 0);
+  const nlohmann::json rows = Rows({"sql", "SELECT DOORNAME FROM DOORS WHERE DOORNAME='yard'"});
+  ASSERT_EQ(rows.size(), 1U);
+  EXPECT_EQ(rows[0]["DOORNAME"], "Yard");
+}
+
+TEST_F(CommandLine, SqlRefusesWhatTheDialectDoesNotKnowWithItsPlace) {
+  InitDemo();
+  for (const char* statement :
+       {"SELECT nope FROM Tenants", "SELECT 1 FROM sqlite_master", "DROP TABLE Tenants",
+        "SELECT UnitKey FROM Units; DELETE FROM Units", "", "SELECT 'x"}) {
+    const Outcome outcome = Run({"sql", statement, "--write"});
+    EXPECT_EQ(outcome.status, 1) << statement;
+    EXPECT_THAT(outcome.err, HasSubstr("line 1, column ")) << statement;
+  }
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+}
+
+TEST_F(CommandLine, DoorsShowTheirCaptionsOnTheScreen) {
+  InitDemo();
+  const nlohmann::json doors = Rows({"--unit", "2", "doors"});
+  ASSERT_GE(doors.size(), 4U);
+  EXPECT_EQ(doors[0]["caption"].get<std::string>().size(), 12U);
+  EXPECT_GT(doors[0]["name"].get<std::string>().size(), 12U);
+}
+
+TEST_F(CommandLine, TracePrintsTheCallsToStandardErrorAndLeavesTheRowsAlone) {
+  InitDemo();
+  const Outcome plain = Run({"credentials", "list"});
+  const Outcome traced = Run({"--trace", "credentials", "list"});
+  EXPECT_EQ(traced.out, plain.out);
+  EXPECT_EQ(plain.err, "");
+  EXPECT_THAT(traced.err, HasSubstr("CreateObject \"qorDBI.clsDBManager\"\n"));
+  EXPECT_THAT(traced.err, HasSubstr("cboCredentials.AddItem \"<Add New>\"\n"));
+  EXPECT_THAT(traced.err, Not(HasSubstr("Trapped")));
+}
+
+}  // namespace
+}  // namespace qorhost::test

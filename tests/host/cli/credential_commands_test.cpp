@@ -1,0 +1,185 @@
+// The commands that drive the credential screen: what they print, store and refuse.
+#include <gmock/gmock.h>
+
+#include "tests/host/cli/run_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using testing::HasSubstr;
+
+class Credentials : public RunFixture {
+ protected:
+  void SetUp() override { InitDemo(); }
+
+  [[nodiscard]] Outcome Add(std::vector<std::string> options) {
+    options.insert(options.begin(), {"--unit", "2", "credentials", "add"});
+    return Run(std::move(options));
+  }
+  [[nodiscard]] nlohmann::json Find(const std::string& condition) {
+    return Rows({"sql", "SELECT RID, PINNo, FacilityCode, DOORCODE FROM CredentialBank WHERE " +
+                            condition + " ORDER BY RID"});
+  }
+  /// A card of unit 2 that nobody holds: its RID.
+  [[nodiscard]] std::string FreeCard() {
+    EXPECT_EQ(Add({"--type", "card26", "--start", "9100", "--facility", "7"}).status, 0);
+    return Find("UnitKey=2 AND PINNo=9100")[0]["RID"].dump();
+  }
+  [[nodiscard]] std::string TenantOf(const std::string& rid) {
+    const nlohmann::json rows =
+        Rows({"sql", "SELECT TenantID FROM Tenants WHERE CREDENTIALID1=" + rid +
+                         " OR CREDENTIALID2=" + rid});
+    return rows.empty() ? "" : rows[0]["TenantID"].dump();
+  }
+  [[nodiscard]] std::string SomeTenant() {
+    return Rows({"sql",
+                 "SELECT Top 1 TenantID FROM Tenants WHERE UnitKey=2 AND Resident=0 AND "
+                 "CREDENTIALID2 = NULL ORDER BY TenantID"})[0]["TenantID"]
+        .dump();
+  }
+};
+
+TEST_F(Credentials, ListShowsARowForEveryCredential) {
+  const nlohmann::json rows = Rows({"--unit", "1", "credentials", "list"});
+  EXPECT_EQ(rows.size(), 488U);
+  EXPECT_EQ(rows[0]["type"], "Corvin 30-Bit Card");
+  EXPECT_TRUE(rows[0]["number"].is_number_integer());
+}
+
+TEST_F(Credentials, AddIssuesARange) {
+  const Outcome outcome =
+      Add({"--type", "card26", "--start", "9001", "--end", "9003", "--facility", "7"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("Issued 3 credentials: Standard 26-Bit Card 9001 to 9003"));
+  EXPECT_EQ(Find("UnitKey=2 AND PINNo Between 9001 AND 9003 AND FacilityCode=7").size(), 3U);
+}
+
+TEST_F(Credentials, AddStoresATransmittersCodes) {
+  const Outcome outcome = Add({"--type", "transmitter", "--start", "777", "--facility", "7",
+                               "--id-code", "26", "--sequence", "2", "--button", "4"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(Find("UnitKey=2 AND PINNo=777 AND IDCode=26 AND SequenceNumber=2 AND ButtonNumber=4 "
+                 "AND CredentialType=2")
+                .size(),
+            1U);
+}
+
+TEST_F(Credentials, AddWithTenantsStoresTheirSchedulesAndPeriod) {
+  const Outcome outcome =
+      Add({"--type", "card26", "--start", "9001", "--facility", "7", "--with-tenants",
+           "--schedules", "1,1,0,0", "--from", "2026-02-01", "--to", "2026-12-31"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  const nlohmann::json rows =
+      Rows({"sql",
+            "SELECT DOORSCHEDULE1, DOORSCHEDULE4, ACTIVETENANT, ACTIVEENDTIME FROM Tenants "
+            "WHERE LastName='No Name19001'"});
+  ASSERT_EQ(rows.size(), 1U);
+  EXPECT_EQ(rows[0]["DOORSCHEDULE1"], 1);
+  EXPECT_EQ(rows[0]["DOORSCHEDULE4"], 0);
+  EXPECT_EQ(rows[0]["ACTIVETENANT"], true);
+  EXPECT_EQ(Rows({"--unit", "2", "steps"}).size(), 1U);
+}
+
+TEST_F(Credentials, AddPrintsTheControllersMessageWhenItIsRefused) {
+  const Outcome outcome = Add({"--type", "card30", "--start", "20", "--facility", "64"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err,
+            "Pello RT [information]: Please enter a Facility Code between 0 and 63.\n");
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(Find("UnitKey=2 AND PINNo=20").size(), 0U);
+}
+
+TEST_F(Credentials, AddLeavesTheBoundsToTheController) {
+  for (const char* start : {"0", "-1", "65536", "abc", "99999999999999999999"}) {
+    const Outcome outcome =
+        Add({"--type", "card26", std::string("--start=") + start, "--facility", "7"});
+    EXPECT_EQ(outcome.status, 1) << start;
+    EXPECT_THAT(outcome.err, HasSubstr("Pello RT [information]: Please enter a ")) << start;
+  }
+}
+
+TEST_F(Credentials, AddNeverLetsAnEntryBecomeAStatement) {
+  for (const char* hostile : {"1); DELETE FROM Tenants; --", "' OR '1'='1", "1/*", "Null"}) {
+    EXPECT_EQ(Add({"--type", "card26", "--start", "5", "--facility", hostile}).status, 1);
+    EXPECT_EQ(Add({"--type", "card26", "--start", hostile}).status, 1);
+  }
+  EXPECT_EQ(Rows({"sql", "SELECT UnitKey FROM Units"}).size(), 3U);
+  EXPECT_GT(Rows({"sql", "SELECT RID FROM Tenants"}).size(), 150U);
+}
+
+TEST_F(Credentials, AddReportsAsJson) {
+  const nlohmann::json report = Rows({"--unit", "2", "credentials", "add", "--type", "card26",
+                                      "--start", "9001", "--end", "9002", "--facility", "7"});
+  EXPECT_EQ(report["issued"], 2);
+}
+
+TEST_F(Credentials, AddDrawsABarOnATerminalForLongRangesOnly) {
+  const std::vector<std::string> range = {"--unit", "3",       "credentials", "add",  "--type",
+                                          "card26", "--start", "50000",       "--end"};
+  std::vector<std::string> small = range;
+  small.emplace_back("50005");
+  std::vector<std::string> large = range;
+  large[7] = "51000";
+  large.emplace_back("52999");
+  EXPECT_EQ(Run(small, "", true).err, "");
+  const Outcome drawn = Run(large, "", true);
+  EXPECT_EQ(drawn.status, 0);
+  EXPECT_THAT(drawn.err, HasSubstr("of 2000"));
+}
+
+TEST_F(Credentials, AssignGivesACredentialToATenantAndReleaseTakesIt) {
+  const std::string card = FreeCard();
+  const std::string tenant = SomeTenant();
+  EXPECT_EQ(Run({"--unit", "2", "credentials", "assign", card, tenant}).status, 0);
+  EXPECT_EQ(TenantOf(card), tenant);
+  EXPECT_EQ(Run({"--unit", "2", "credentials", "assign", card, "--release"}).status, 0);
+  EXPECT_EQ(TenantOf(card), "");
+}
+
+TEST_F(Credentials, EditStoresTheDoor) {
+  const std::string card = FreeCard();
+  EXPECT_EQ(Run({"--unit", "2", "credentials", "edit", card, "--door", "2"}).status, 0);
+  EXPECT_EQ(Find("RID=" + card)[0]["DOORCODE"], 2);
+}
+
+TEST_F(Credentials, RenumberChangesTheNumberAndRefusesZeroAndTakenOnes) {
+  const std::string card = FreeCard();
+  EXPECT_EQ(Run({"--unit", "2", "credentials", "renumber", card, "9200"}).status, 0);
+  EXPECT_EQ(Find("RID=" + card)[0]["PINNo"], 9200);
+  const Outcome zero = Run({"--unit", "2", "credentials", "renumber", card, "0"});
+  EXPECT_EQ(zero.status, 1);
+  EXPECT_EQ(zero.err,
+            "Pello RT [exclamation]: Please enter a Credential Number between 1 and 65535.\n");
+  const Outcome taken = Run({"--unit", "2", "credentials", "renumber", card, "20001"});
+  EXPECT_EQ(taken.status, 1);
+  EXPECT_EQ(taken.err, "Pello RT [information]: Credential Number already exists.\n");
+}
+
+TEST_F(Credentials, DeleteAsksWhenATenantHoldsIt) {
+  const std::string card = FreeCard();
+  ASSERT_EQ(Run({"--unit", "2", "credentials", "assign", card, SomeTenant()}).status, 0);
+  const std::vector<std::string> words = {"--unit", "2", "credentials", "delete", card};
+
+  const Outcome unasked = Run(words);
+  EXPECT_EQ(unasked.status, 1);
+  EXPECT_THAT(unasked.err, HasSubstr("Do you want to continue?"));
+  EXPECT_THAT(unasked.err, HasSubstr("Say --yes to answer Yes."));
+  EXPECT_EQ(Run(words, "no\n", true).status, 1);
+  EXPECT_EQ(Run(words, "", true).status, 1);
+  ASSERT_EQ(Find("RID=" + card).size(), 1U);
+
+  EXPECT_EQ(Run(words, "what\nY\n", true).status, 0);
+  EXPECT_EQ(Find("RID=" + card).size(), 0U);
+  EXPECT_EQ(TenantOf(card), "");
+}
+
+TEST_F(Credentials, DeleteTakesTheAnswerFromTheOptions) {
+  const std::string card = FreeCard();
+  ASSERT_EQ(Run({"--unit", "2", "credentials", "assign", card, SomeTenant()}).status, 0);
+  EXPECT_EQ(Run({"--no", "--unit", "2", "credentials", "delete", card}).status, 1);
+  EXPECT_EQ(Run({"--yes", "--unit", "2", "credentials", "delete", card}).status, 0);
+  EXPECT_EQ(Find("RID=" + card).size(), 0U);
+}
+
+}  // namespace
+}  // namespace qorhost::test

@@ -1,0 +1,39 @@
+#include "tests/host/cli/run_fixture.h"
+
+#include <algorithm>
+#include <sstream>
+#include <utility>
+
+#include "frame/date.h"
+#include "host/cli/command_line.h"
+
+namespace qorhost::test {
+
+Outcome RunFixture::Run(std::vector<std::string> words, const std::string& input, bool terminal) {
+  if (std::find(words.begin(), words.end(), "--db") == words.end()) {
+    words.insert(words.begin(), {"--db", File("building.db")});
+  }
+  Environment environment;
+  environment.inputIsTerminal = terminal;
+  environment.errorIsTerminal = terminal;
+  environment.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
+  std::istringstream in(input);
+  std::ostringstream out;
+  std::ostringstream err;
+  const int status = RunCommandLine(words, in, out, err, environment);
+  return {status, out.str(), err.str()};
+}
+
+nlohmann::json RunFixture::Rows(std::vector<std::string> words) {
+  words.emplace_back("--json");
+  const Outcome outcome = Run(std::move(words));
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  return nlohmann::json::parse(outcome.out);
+}
+
+void RunFixture::InitDemo() {
+  const Outcome outcome = Run({"init", "--demo"});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+}
+
+}  // namespace qorhost::test

@@ -1,0 +1,38 @@
+// Runs qorhost in this process on a demo store of its own.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "tests/host/store/temporary_folder.h"
+
+namespace qorhost::test {
+
+/// What a command printed and how it ended.
+struct Outcome {
+  int status = -1;
+  std::string out;
+  std::string err;
+};
+
+class RunFixture : public testing::Test {
+ protected:
+  /// The words behind the program's name; --db names the fixture's file unless it is among them.
+  [[nodiscard]] Outcome Run(std::vector<std::string> words, const std::string& input = "",
+                            bool terminal = false);
+  /// The rows that a command prints with --json.
+  [[nodiscard]] nlohmann::json Rows(std::vector<std::string> words);
+  void InitDemo();
+
+  [[nodiscard]] std::string File(const std::string& name) const {
+    return (folder_.path() / name).string();
+  }
+
+ private:
+  TemporaryFolder folder_;
+};
+
+}  // namespace qorhost::test
