@@ -159,7 +159,7 @@ void Tour::OpenScreen() {
                 "Full Access is the schedule selected");
   guide_.Expect(screen.List("cboCredentials").count() > 1, "the unit has credentials");
 
-  guide_.Act("picks a transmitter from the list");
+  guide_.Act("The operator picks a transmitter from the list");
   ListBox& list = screen.List("cboCredentials");
   const std::int32_t transmitter = list.FindText("Transmitter-301");
   guide_.Expect(transmitter > 0, "there is a Transmitter-301");
