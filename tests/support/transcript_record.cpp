@@ -21,8 +21,6 @@ bool Counts(std::string_view line, Detail detail) {
   switch (detail) {
     case Detail::kEverything:
       return true;
-    case Detail::kWithoutComponents:
-      return !IsComponentLine(line);
     case Detail::kEffects:
       return !IsComponentLine(line) && !IsRead(line);
     case Detail::kComponents:

@@ -14,9 +14,8 @@ using Lines = std::vector<std::string>;
 /// How much of a transcript a comparison looks at.
 enum class Detail {
   kEverything,
-  kWithoutComponents,  ///< without components made and released
-  kEffects,            ///< without components, and without reads of controls, variables and clock
-  kComponents,         ///< components made and released, alone
+  kEffects,     ///< without components, and without reads of controls, variables and clock
+  kComponents,  ///< components made and released, alone
 };
 
 /// Collects the lines in the order of the calls.

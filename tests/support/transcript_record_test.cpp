@@ -69,7 +69,6 @@ TEST(TranscriptRecordTest, LeavesOutWhatADetailDoesNotShow) {
   }
 
   EXPECT_EQ(record.Read(Detail::kEverything).size(), 4U);
-  EXPECT_EQ(record.Read(Detail::kWithoutComponents), (Lines{"Name -> \"x\"", "cboDoor.Clear"}));
   EXPECT_EQ(record.Read(Detail::kEffects), Lines{"cboDoor.Clear"});
   EXPECT_EQ(record.Read(Detail::kComponents), (Lines{"CreateObject \"a.b\"", "Release \"a.b\""}));
   EXPECT_EQ(record.StartingWith("cbo"), Lines{"cboDoor.Clear"});
