@@ -52,8 +52,9 @@ int FlagsOf(OpenMode mode) {
   return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
 }
 
-// The file's name; says clearly what SQLite would only call "unable to open database file".
-std::string CheckedName(const std::filesystem::path& file, OpenMode mode) {
+// The file as SQLite is to open it. Says clearly what SQLite would only call "unable to open
+// database file"; the path is absolute because a bare name may read like a URI or ":memory:".
+std::string CheckedPath(const std::filesystem::path& file, OpenMode mode) {
   std::error_code ignored;
   const std::filesystem::path folder =
       file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
@@ -71,7 +72,7 @@ std::string CheckedName(const std::filesystem::path& file, OpenMode mode) {
         fmt::format("There is no store '{}': create it first or name another file", file.string()),
         SQLITE_CANTOPEN);
   }
-  return file.string();
+  return std::filesystem::absolute(file).string();
 }
 
 }  // namespace
@@ -81,15 +82,22 @@ void Database::Closer::operator()(sqlite3* handle) const noexcept {
 }
 
 Database::Database(const std::filesystem::path& file, OpenMode mode)
-    : Database(CheckedName(file, mode), FlagsOf(mode), mode == OpenMode::kReadOnly) {}
+    : Database(file.string(), CheckedPath(file, mode), FlagsOf(mode), mode == OpenMode::kReadOnly) {
+}
 
-Database::Database(std::string name, int flags, bool readOnly)
+Database::Database(std::string name, const std::string& path, int flags, bool readOnly)
     : name_(std::move(name)), readOnly_(readOnly) {
   sqlite3* opened = nullptr;
-  const int code = sqlite3_open_v2(name_.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+  const int code = sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
   handle_.reset(opened);
   if (code != SQLITE_OK) {
     throw LastError(opened, fmt::format("Cannot open the store '{}'", name_));
+  }
+  // SQLite falls back to reading only when the file may not be written.
+  if (!readOnly && sqlite3_db_readonly(opened, "main") == 1) {
+    throw StoreError(
+        fmt::format("The store '{}' cannot be written: {}", name_, AdviceFor(SQLITE_PERM)),
+        SQLITE_READONLY);
   }
   Configure(opened);
   dialect::RegisterSqlFunctions(opened);
@@ -100,7 +108,8 @@ Database::Database(std::string name, int flags, bool readOnly)
 }
 
 Database Database::InMemory() {
-  return {":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY, false};
+  return {":memory:", ":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY,
+          false};
 }
 
 void Database::Run(const std::string& sql) {

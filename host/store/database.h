@@ -50,7 +50,7 @@ class Database {
     void operator()(sqlite3* handle) const noexcept;
   };
 
-  Database(std::string name, int flags, bool readOnly);
+  Database(std::string name, const std::string& path, int flags, bool readOnly);
 
   std::string name_;
   bool readOnly_;

@@ -23,8 +23,9 @@ std::string AdviceFor(int code) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       return "another program is writing to the store: let it finish, then try again";
-    case SQLITE_READONLY:
     case SQLITE_PERM:
+      return "check the rights on the file and its folder, or open it for reading only";
+    case SQLITE_READONLY:
       return "the store cannot be written: check the rights on the file and its folder, or whether "
              "it was opened for reading only";
     case SQLITE_FULL:

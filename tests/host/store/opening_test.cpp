@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -151,6 +153,33 @@ TEST_F(OpeningTest, ReadingOnlyReadsAndRefusesToWrite) {
   }
 }
 
+// In a process of its own, because the tests may run as a user who may write everything.
+TEST_F(OpeningTest, SaysThatTheFileMayNotBeWritten) {
+  { const Database store = OpenStore(File(), OpenMode::kCreate); }
+  namespace fs = std::filesystem;
+  fs::permissions(folder_.path(), fs::perms(0755));
+  fs::permissions(File(), fs::perms(0444));
+  constexpr uid_t kNobody = 65534;
+  EXPECT_EXIT(
+      {
+        const bool dropped = geteuid() != 0 || setuid(kNobody) == 0;
+        const std::string failure = FailureOf(File(), OpenMode::kReadWrite);
+        std::fprintf(stderr, "%s", failure.c_str());
+        _exit(dropped ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "cannot be written: check the rights on the file");
+}
+
+TEST_F(OpeningTest, TakesANameThatReadsLikeAUriAsAName) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder_.path());
+  EXPECT_EQ(FailureOf("file:odd?mode=memory", OpenMode::kCreate), "opened");
+  EXPECT_EQ(FailureOf(":memory:", OpenMode::kCreate), "opened");
+  std::filesystem::current_path(before);
+  EXPECT_TRUE(std::filesystem::exists(File("file:odd?mode=memory")));
+  EXPECT_TRUE(std::filesystem::exists(File(":memory:")));
+}
+
 TEST_F(OpeningTest, RunsNoTriggerCodeThatAFileBringsAlong) {
   Database store = OpenStore(File(), OpenMode::kCreate);
   EXPECT_THROW(store.Run("ATTACH 'x.db' AS x"), StoreError);
@@ -202,6 +231,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Advice{"BusySnapshot", SQLITE_BUSY_SNAPSHOT, "another program is writing"},
                     Advice{"Locked", SQLITE_LOCKED, "another program is writing"},
                     Advice{"ReadOnlyFile", SQLITE_READONLY, "check the rights"},
+                    Advice{"NoRights", SQLITE_PERM, "check the rights"},
                     Advice{"ReadOnlyFolder", SQLITE_READONLY_DIRECTORY, "its folder"},
                     Advice{"DiskFull", SQLITE_FULL, "make room"},
                     Advice{"DiskError", SQLITE_IOERR_WRITE, "check it"},
