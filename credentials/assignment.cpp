@@ -42,10 +42,9 @@ void clsCredential::PutIntoSlot(const ObjectRef& connection, std::int32_t unitKe
                              " WHERE TENANTID = ", tenantId, " AND UNITKEY = ", unitKey,
                              " AND (CREDENTIALID1 IS NULL OR (CREDENTIALID1 IS NOT NULL AND "
                              "CREDENTIALID2 IS NOT NULL ))");
-  if (manager.ExecuteUpdate(connection, FixNullValues(std::move(first)), table::TENANTS, error_) >
-      0) {
-    return;
-  }
+  const Value changed =
+      manager.ExecuteUpdate(connection, FixNullValues(std::move(first)), table::TENANTS, error_);
+  if (CountIn(changed) > 0) return;
   std::string second = Concat("UPDATE TENANTS SET CREDENTIALID2 = ", credentialId,
                               " WHERE TENANTID = ", tenantId, " AND UNITKEY = ", unitKey,
                               " AND CREDENTIALID2 IS NULL AND CREDENTIALID1 IS NOT NULL  ");

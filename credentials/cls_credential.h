@@ -48,7 +48,8 @@ class clsCredential final : public Controller {
 
   /// Stores the entry: a new credential or range, with a tenant for each when `blnIsTBL`; or, when
   /// `blnEditCR`, the door and tenant of the credential selected in cboCredentials.
-  /// `lngRID` (may be null) receives the identity of the last row inserted.
+  /// `lngRID` (may be null) receives the identity of the last credential inserted, also when the
+  /// save fails and the row is undone.
   bool pbSave(const ObjectRef& objConn, std::int32_t lngUnitKey, bool blnIsTBL = false,
               bool blnEditCR = false, std::int32_t* lngRID = nullptr);
 
@@ -132,11 +133,13 @@ class clsCredential final : public Controller {
   Host& host_;
   ObjectRef screen_;
   ObjectRef manager_;
-  ObjectRef stepSender_;
+  ObjectRef stepSender_;  // held for the controller's life because hosts count on its creation
   ObjectRef tenants_;
   DatabaseError error_;
   std::string rowIdText_;
-  std::string lastModifiedText_;
+  std::string lastModifiedText_;  // asked for at creation; statements spell the placeholder out
+  // True while an existing credential is being changed: the duplicate check then takes the number
+  // from the list and leaves the selected row out. Stays as it is when a failure ends a save.
   bool mblnEditCredential_ = false;
   Base64Decoder base64_;
 };

@@ -45,8 +45,9 @@ bool clsCredential::pvReleaseCredentialFromTenant(const ObjectRef& connection,
   const ListControl list = RequireScreen().List("cboCredentials");
   const std::string credentialId = NumberText(list.SelectedItemData());
 
-  // Narrower than pvIsCredentialAssigned on purpose: a tenant record that is a resident keeps its
-  // slots and gets no steps.
+  // Narrower than pvIsCredentialAssigned on purpose: only a tenant that is no resident starts the
+  // clean-up. It then takes the credential from every slot of the unit, but only that one tenant
+  // gets steps.
   const Value found =
       Manager().ExecuteScalar(connection,
                               Concat("SELECT TenantID FROM Tenants WHERE UnitKey=", unitKey,

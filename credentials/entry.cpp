@@ -1,8 +1,6 @@
 // The checks of a new entry, in the order in which the user is told of the first that fails.
 #include "credentials/entry.h"
 
-#include <cmath>
-
 #include "credentials/cls_credential.h"
 #include "credentials/credential_type.h"
 #include "credentials/duplicates.h"
@@ -22,7 +20,7 @@ constexpr std::string_view kMinutePicture = "dd MMM yyyy HH:mm";
 // The whole number that a box shows, rounded half to even but not bounded, so that a number of any
 // length meets the messages about bounds. A text that is not numeric gives its leading number.
 double WholeNumberIn(std::string_view text) {
-  return std::nearbyint(IsNumeric(text) ? ToDouble(Value(text)) : Val(text));
+  return RoundHalfToEven(IsNumeric(text) ? ToDouble(Value(text)) : Val(text));
 }
 
 // Whether the text is a number from `low` to `high`; an empty text is not.
@@ -175,8 +173,6 @@ bool clsCredential::ReadTenant(const Screen& screen, TenantEntry& tenant) {
     tenant.endDateText = TextOf(end);
   }
 
-  constexpr std::array<std::string_view, 4> kScheduleLists{"cboSchedules1", "cboSchedules2",
-                                                           "cboSchedules3", "cboSchedules4"};
   for (std::size_t door = 0; door < kScheduleLists.size(); ++door) {
     const ListControl list = screen.List(kScheduleLists[door]);
     const std::int32_t chosen = list.ListIndex();

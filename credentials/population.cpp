@@ -1,4 +1,5 @@
 // Fills the credential screen's lists and defaults before the user enters anything.
+#include <algorithm>
 #include <array>
 
 #include "credentials/cls_credential.h"
@@ -12,9 +13,6 @@
 namespace qorcred {
 
 namespace {
-
-constexpr std::array<std::string_view, 4> kScheduleLists{"cboSchedules1", "cboSchedules2",
-                                                         "cboSchedules3", "cboSchedules4"};
 
 /// The system colour of a button's face, which marks a box that takes no input.
 constexpr auto kButtonFace = static_cast<std::int32_t>(0x8000000FU);
@@ -64,8 +62,10 @@ void SetFixedDeactivation(const DatePicker& start, const DatePicker& end, Date t
 void SetDeactivationAfterDays(const DatePicker& start, const DatePicker& end, Date today,
                               double days) {
   start.SetChosen(today);
-  const Date lastDay = AddDays(today, days);
+  // No more days than lead to the latest date: the sum may lie beyond the calendar.
   const Date latest = end.MaxDate();
+  const auto daysLeft = static_cast<double>(DaysBetween(today, latest));
+  const Date lastDay = AddDays(today, std::min(days, daysLeft));
   end.SetChosen(DaysBetween(lastDay, latest) > 0 ? lastDay : latest);
   end.SetEndOfDay();
 }
@@ -87,6 +87,7 @@ void clsCredential::pbRetrieveSchedules(const ObjectRef& objConn, std::int32_t l
         screen.List(kScheduleLists[0]), screen.List(kScheduleLists[1]),
         screen.List(kScheduleLists[2]), screen.List(kScheduleLists[3])};
     for (const ListControl& list : lists) list.Clear();
+    // Never so after the fixed ones were put there, but hosts see the cell being read.
     if (!schedules.HasNoRows()) {
       const std::int32_t last = schedules.UpperRow();
       for (std::int32_t row = schedules.LowerRow(); row <= last; ++row) {

@@ -53,10 +53,10 @@ bool clsCredential::pbUpdatePinNo(const ObjectRef& objConn, std::int32_t lngPINN
     std::string update =
         Concat("UPDATE CREDENTIALBANK SET PINNo=", lngPINNO,
                ",LASTMODIFIEDDATE='_LMDATE_' WHERE UnitKey=", lngUnitKey, " AND RID=", rid);
-    const std::int32_t changed =
+    const Value changed =
         Manager().ExecuteUpdate(objConn, FixNullValues(std::move(update)), table::CREDENTIALBANK,
                                 error_, screen.Variable("gstrLastModifiedDate"), rid);
-    if (changed < 1) return;
+    if (CountIn(changed) < 1) return;
     const std::string_view separator = type.label.empty() ? "" : "-";
     ReplaceSelectedEntry(list, Concat(type.label, separator, lngPINNO));
     renumbered = true;

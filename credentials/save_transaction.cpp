@@ -4,15 +4,16 @@
 
 namespace qorcred {
 
-SaveTransaction::SaveTransaction(Host& host, const ObjectRef& connection, const Screen& screen)
-    : host_(host), connection_(connection), screen_(screen) {
+SaveTransaction::SaveTransaction(Host& host, std::string_view operation,
+                                 const ObjectRef& connection, const Screen& screen)
+    : host_(host), operation_(operation), connection_(connection), screen_(screen) {
   connection_.BeginTrans();
 }
 
 SaveTransaction::~SaveTransaction() {
   if (committed_) return;
-  Trap(host_, "pbSave", [this] { screen_.SetVariable("gstrNewTenantIDs", ""); });
-  Trap(host_, "pbSave", [this] { connection_.RollbackTrans(); });
+  Trap(host_, operation_, [this] { screen_.SetVariable("gstrNewTenantIDs", ""); });
+  Trap(host_, operation_, [this] { connection_.RollbackTrans(); });
 }
 
 void SaveTransaction::Commit() {

@@ -1,6 +1,8 @@
 // The transaction around the rows of one save.
 #pragma once
 
+#include <string_view>
+
 #include "frame/controls.h"
 #include "frame/data_services.h"
 #include "frame/host.h"
@@ -12,7 +14,9 @@ namespace qorcred {
 /// the other from being done.
 class SaveTransaction {
  public:
-  SaveTransaction(Host& host, const ObjectRef& connection, const Screen& screen);
+  /// `operation` is the name under which failures of the clean-up are reported.
+  SaveTransaction(Host& host, std::string_view operation, const ObjectRef& connection,
+                  const Screen& screen);
   ~SaveTransaction();
   SaveTransaction(const SaveTransaction&) = delete;
   SaveTransaction& operator=(const SaveTransaction&) = delete;
@@ -21,6 +25,7 @@ class SaveTransaction {
 
  private:
   Host& host_;
+  std::string_view operation_;
   Connection connection_;
   const Screen& screen_;
   bool committed_ = false;

@@ -52,7 +52,7 @@ void clsCredential::StoreNew(const ObjectRef& connection, std::int32_t unitKey,
   const TenantComponent tenants(tenantComponent);
   const CredentialInsert insert(unitKey, rowIdText_, entry);
 
-  SaveTransaction transaction(host_, connection, screen);
+  SaveTransaction transaction(host_, "pbSave", connection, screen);
   std::string newTenantIds;
   screen.SetVariable("gstrNewTenantIDs", newTenantIds);
   for (std::int32_t number = entry.start; number <= entry.end; ++number) {
@@ -80,6 +80,8 @@ std::int32_t clsCredential::StoreTenant(const ObjectRef& connection, std::int32_
       table::TENANTS, error_);
   tenants.TakeLinkCode(unitKey, connection);
   const std::int32_t tenantId = tenants.TenantId(connection, unitKey, tenantRid);
+  // The whole list is put again for every tenant, because hosts may read it between two of them. It
+  // grows by the length of an id: the one cost of a save that is not linear in its length.
   newTenantIds += Concat(tenantId, ",");
   screen.SetVariable("gstrNewTenantIDs", newTenantIds);
   Connection(connection)

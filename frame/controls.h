@@ -1,5 +1,6 @@
 // Typed views of the screen and its controls. A view names a late-bound object's members and holds
-// no state of its own; each of its functions is one visible call on the object.
+// no state of its own; each of its functions is one visible call on the object unless it says which
+// calls it makes. Fetching a control from a screen does not count as a call.
 #pragma once
 
 #include <cstdint>
@@ -73,7 +74,7 @@ class ListControl : public Control {
     AddItem(std::move(text));
     SetItemData(NewIndex(), data);
   }
-  /// The number attached to the selected item.
+  /// ListIndex, then ItemData: the number attached to the selected item.
   [[nodiscard]] std::int32_t SelectedItemData() const { return ItemData(ListIndex()); }
 };
 

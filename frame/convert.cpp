@@ -50,14 +50,6 @@ std::optional<bool> WordOf(std::string_view text) noexcept {
   return std::nullopt;
 }
 
-double RoundHalfToEven(double number) noexcept {
-  const double below = std::floor(number);
-  const double rest = number - below;
-  if (rest < 0.5) return below;
-  if (rest > 0.5) return below + 1.0;
-  return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
-}
-
 template <typename Whole>
 Whole RoundTo(double number) {
   const double rounded = RoundHalfToEven(number);
@@ -205,6 +197,14 @@ double NumericValue(const Value& value) {
   if (const std::int32_t* number = value.As<std::int32_t>()) return *number;
   if (const std::string* text = value.As<std::string>()) return Val(*text);
   return Val(TextOrEmpty(value));
+}
+
+double RoundHalfToEven(double number) noexcept {
+  const double below = std::floor(number);
+  const double rest = number - below;
+  if (rest < 0.5) return below;
+  if (rest > 0.5) return below + 1.0;
+  return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
 }
 
 std::int16_t RoundToInteger(double number) {

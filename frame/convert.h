@@ -56,7 +56,10 @@ namespace qorcred {
 /// Val() of the value with "" appended: Null and Empty give 0.
 [[nodiscard]] double NumericValue(const Value& value);
 
-/// Rounds half to even; raises kOverflow outside the range.
+/// Rounds to a whole number, half to even, whatever the process's rounding mode is.
+[[nodiscard]] double RoundHalfToEven(double number) noexcept;
+
+/// The same as an integer; raises kOverflow outside the range.
 [[nodiscard]] std::int16_t RoundToInteger(double number);
 [[nodiscard]] std::int32_t RoundToLong(double number);
 

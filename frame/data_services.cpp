@@ -9,27 +9,32 @@ namespace qorcred {
 
 namespace {
 
+// Whether the manager set the flag. One of another type than Boolean must not end an operation
+// whose statement has run: whatever is neither empty nor 0 counts as set.
+bool IsSet(const Value& flag) {
+  if (IsEmptyText(flag)) return false;
+  return !IsNumeric(flag) || ToDouble(flag) != 0;
+}
+
 // Calls a manager operation whose arguments hold the error's flag and text one behind the other at
 // `errorPosition`, and takes both back whether the statement failed or not.
 Value CallManager(Object& manager, std::string_view operation, Arguments arguments,
                   std::size_t errorPosition, DatabaseError& error) {
   Value result = manager.Invoke(operation, InvokeKind::kCall, arguments);
-  error.flag = ToBoolean(arguments[errorPosition]);
-  error.text = TextOrEmpty(arguments[errorPosition + 1]);
+  error.flag = IsSet(arguments[errorPosition]);
+  const auto* text = arguments[errorPosition + 1].As<std::string>();
+  error.text = text == nullptr ? std::string() : *text;
   return result;
-}
-
-// What a manager answers with a number: rows or an identity. No answer counts as 0.
-std::int32_t CountOf(const Value& answer) {
-  return RoundToLong(NumericValue(answer));
 }
 
 }  // namespace
 
-std::int32_t Connection::Execute(std::string sql) const {
-  std::array<Value, 2> arguments{Value(std::move(sql)), Value(std::int32_t{0})};
-  object().Invoke("Execute", InvokeKind::kCall, arguments);
-  return CountOf(arguments[1]);
+std::int32_t CountIn(const Value& answer) {
+  return RoundToLong(NumericValue(answer));
+}
+
+void Connection::Execute(std::string sql) const {
+  Call(object(), "Execute", std::move(sql), 0);
 }
 
 TableView DatabaseManager::ExecuteSelect(const ObjectRef& connection, std::string sql,
@@ -46,20 +51,20 @@ Value DatabaseManager::ExecuteScalar(const ObjectRef& connection, std::string sq
   return CallManager(object(), "ExecuteScalar", arguments, 2, error);
 }
 
-std::int32_t DatabaseManager::ExecuteUpdate(const ObjectRef& connection, std::string sql,
-                                            std::string_view table, DatabaseError& error) const {
+Value DatabaseManager::ExecuteUpdate(const ObjectRef& connection, std::string sql,
+                                     std::string_view table, DatabaseError& error) const {
   std::array<Value, 5> arguments{Value(connection), Value(std::move(sql)), Value(table),
                                  Value(error.flag), Value(error.text)};
-  return CountOf(CallManager(object(), "ExecuteUpdate", arguments, 3, error));
+  return CallManager(object(), "ExecuteUpdate", arguments, 3, error);
 }
 
-std::int32_t DatabaseManager::ExecuteUpdate(const ObjectRef& connection, std::string sql,
-                                            std::string_view table, DatabaseError& error,
-                                            const Value& lastModified, const Value& rid) const {
+Value DatabaseManager::ExecuteUpdate(const ObjectRef& connection, std::string sql,
+                                     std::string_view table, DatabaseError& error,
+                                     const Value& lastModified, const Value& rid) const {
   std::array<Value, 7> arguments{
       Value(connection), Value(std::move(sql)), Value(table), Value(error.flag),
       Value(error.text), lastModified,          rid};
-  return CountOf(CallManager(object(), "ExecuteUpdate", arguments, 3, error));
+  return CallManager(object(), "ExecuteUpdate", arguments, 3, error);
 }
 
 std::int32_t DatabaseManager::ExecuteInsert(const ObjectRef& connection, std::string sql,
@@ -67,7 +72,7 @@ std::int32_t DatabaseManager::ExecuteInsert(const ObjectRef& connection, std::st
                                             DatabaseError& error) const {
   std::array<Value, 6> arguments{Value(connection), Value(std::move(sql)), Value(lastModified),
                                  Value(table),      Value(error.flag),     Value(error.text)};
-  return CountOf(CallManager(object(), "ExecuteInsert", arguments, 4, error));
+  return CountIn(CallManager(object(), "ExecuteInsert", arguments, 4, error));
 }
 
 void DatabaseManager::ExecuteDelete(const ObjectRef& connection, std::string_view table,
@@ -81,7 +86,7 @@ std::int32_t DatabaseManager::ExecuteQueryDelete(const ObjectRef& connection, st
                                                  DatabaseError& error) const {
   std::array<Value, 4> arguments{Value(connection), Value(std::move(sql)), Value(error.flag),
                                  Value(error.text)};
-  return CountOf(CallManager(object(), "ExecuteQueryDelete", arguments, 2, error));
+  return CountIn(CallManager(object(), "ExecuteQueryDelete", arguments, 2, error));
 }
 
 }  // namespace qorcred

@@ -54,9 +54,12 @@ class Connection : public View {
   void BeginTrans() const { Call(object(), "BeginTrans"); }
   void CommitTrans() const { Call(object(), "CommitTrans"); }
   void RollbackTrans() const { Call(object(), "RollbackTrans"); }
-  /// Runs a statement past the manager; returns the number of rows it affected.
-  std::int32_t Execute(std::string sql) const;
+  /// Runs a statement past the manager. How many rows it affected is not looked at.
+  void Execute(std::string sql) const;
 };
+
+/// The number of rows in a manager's answer, for callers that look at it; no answer counts as 0.
+[[nodiscard]] std::int32_t CountIn(const Value& answer);
 
 /// `qorDBI.clsDBManager`. A failed statement raises nothing: it sets the error's flag and text.
 class DatabaseManager : public View {
@@ -67,12 +70,12 @@ class DatabaseManager : public View {
                                         DatabaseError& error) const;
   [[nodiscard]] Value ExecuteScalar(const ObjectRef& connection, std::string sql,
                                     DatabaseError& error) const;
-  /// Returns the number of rows changed. `lastModified` may be Missing.
-  std::int32_t ExecuteUpdate(const ObjectRef& connection, std::string sql, std::string_view table,
-                             DatabaseError& error, const Value& lastModified,
-                             const Value& rid) const;
-  std::int32_t ExecuteUpdate(const ObjectRef& connection, std::string sql, std::string_view table,
-                             DatabaseError& error) const;
+  /// Returns the number of rows changed as the manager gives it: see CountIn(). `lastModified` may
+  /// be Missing.
+  Value ExecuteUpdate(const ObjectRef& connection, std::string sql, std::string_view table,
+                      DatabaseError& error, const Value& lastModified, const Value& rid) const;
+  Value ExecuteUpdate(const ObjectRef& connection, std::string sql, std::string_view table,
+                      DatabaseError& error) const;
   /// Returns the new row's identity, below 1 on failure.
   std::int32_t ExecuteInsert(const ObjectRef& connection, std::string sql,
                              std::string_view lastModified, std::string_view table,

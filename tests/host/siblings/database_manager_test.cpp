@@ -29,7 +29,8 @@ class DatabaseManagerTest : public ComponentFixture {
   }
   std::int32_t Update(const std::string& sql, const Value& lastModified, const Value& rid,
                       std::string_view table = "CREDENTIALBANK") {
-    return manager().ExecuteUpdate(Connection(), sql, table, error_, lastModified, rid);
+    return qorcred::CountIn(
+        manager().ExecuteUpdate(Connection(), sql, table, error_, lastModified, rid));
   }
 };
 
@@ -153,11 +154,12 @@ TEST_F(DatabaseManagerTest, AQueryDeleteAnswersWithTheRows) {
 
 TEST_F(DatabaseManagerTest, AnUpdateMayNameAnotherTableThanItChanges) {
   Insert("INSERT INTO TENANTS(UNITKEY,DIRECTORYCODE,RID)VALUES(1,5,_ROWID_)");
-  EXPECT_EQ(manager().ExecuteUpdate(Connection(),
-                                    "UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE="
-                                    "'_LMDATE_' WHERE UNITKEY=1 AND DIRECTORYCODE=5",
-                                    "DIRECTORYCODE", error_),
-            1);
+  const Value changed = manager().ExecuteUpdate(
+      Connection(),
+      "UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE='_LMDATE_' WHERE UNITKEY=1 AND "
+      "DIRECTORYCODE=5",
+      "DIRECTORYCODE", error_);
+  EXPECT_EQ(qorcred::CountIn(changed), 1);
 }
 
 constexpr const char* kRenumber =

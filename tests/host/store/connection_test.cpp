@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <array>
 #include <filesystem>
 #include <functional>
 
@@ -15,6 +16,7 @@ namespace {
 using qorcred::Call;
 using qorcred::ErrorNumber;
 using qorcred::RuntimeError;
+using qorcred::Value;
 using testing::HasSubstr;
 
 constexpr const char* kInsert = "INSERT INTO TenantsBackup (UnitKey,TenantID) VALUES (1 , 7)";
@@ -37,7 +39,9 @@ RuntimeError FailureOf(const std::function<void()>& body) {
 TEST_F(ConnectionTest, CommitKeepsWhatATransactionWrote) {
   const qorcred::Connection connection(Connection());
   connection.BeginTrans();
-  EXPECT_EQ(connection.Execute(kInsert), 1);
+  std::array<Value, 2> insertAndRows{Value(kInsert), Value(0)};
+  connection.object().Invoke("Execute", qorcred::InvokeKind::kCall, insertAndRows);
+  EXPECT_EQ(insertAndRows[1], Value(1));
   EXPECT_EQ(connection_->OpenTransactions(), 1);
   connection.CommitTrans();
   EXPECT_EQ(Backups(), 1);
