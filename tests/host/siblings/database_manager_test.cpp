@@ -10,12 +10,10 @@ namespace qorhost::test {
 namespace {
 
 using qorcred::Call;
-using qorcred::DatabaseError;
 using qorcred::ErrorNumber;
 using qorcred::InvokeKind;
 using qorcred::Missing;
 using qorcred::Null;
-using qorcred::TableView;
 using qorcred::Value;
 using testing::HasSubstr;
 
