@@ -221,7 +221,7 @@ TEST_F(TracingHostTest, WritesTheConnectionsTransactionAndStatements) {
   const ObjectRef traced = std::make_shared<TracingConnection>(inner, recorder_.Sink());
   const qorcred::Connection connection(traced);
   connection.BeginTrans();
-  EXPECT_EQ(connection.Execute("INSERT t"), 4);
+  connection.Execute("INSERT t");
   connection.RollbackTrans();
   connection.CommitTrans();
   EXPECT_EQ(recorder_.Take(),
