@@ -1,9 +1,10 @@
+#include "host/screens/list_box.h"
+
 #include <gtest/gtest.h>
 
 #include <vector>
 
 #include "frame/controls.h"
-#include "host/screens/list_box.h"
 #include "tests/host/screens/expect_error.h"
 
 namespace {

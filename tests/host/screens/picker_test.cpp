@@ -1,8 +1,9 @@
+#include "host/screens/picker.h"
+
 #include <gtest/gtest.h>
 
 #include "frame/date.h"
 #include "frame/object.h"
-#include "host/screens/picker.h"
 #include "tests/host/screens/expect_error.h"
 
 namespace {

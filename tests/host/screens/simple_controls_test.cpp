@@ -1,9 +1,10 @@
+#include "host/screens/simple_controls.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
 
 #include "frame/object.h"
-#include "host/screens/simple_controls.h"
 #include "tests/host/screens/expect_error.h"
 
 namespace {

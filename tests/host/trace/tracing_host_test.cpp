@@ -1,3 +1,5 @@
+#include "host/trace/tracing_host.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -5,7 +7,6 @@
 #include "frame/data_services.h"
 #include "frame/date.h"
 #include "frame/result_table.h"
-#include "host/trace/tracing_host.h"
 #include "host/trace/tracing_services.h"
 #include "tests/host/trace/recorder.h"
 

@@ -1,10 +1,11 @@
+#include "host/trace/transcript.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
 
 #include "frame/date.h"
 #include "frame/result_table.h"
-#include "host/trace/transcript.h"
 
 namespace {
 
