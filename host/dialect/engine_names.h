@@ -1,0 +1,26 @@
+// How the engine's SQL spells operators, functions and the collation.
+#pragma once
+
+#include <string_view>
+
+#include "host/dialect/tree.h"
+
+namespace qorhost::dialect {
+
+inline constexpr std::string_view kCollate = " COLLATE \"DESKTOP\"";
+
+/// An operator between its operands, with blanks; ", " for one printed as a function.
+[[nodiscard]] std::string_view SymbolOf(Operator op);
+
+/// The function that stands for an operator; empty for one printed with its symbol.
+[[nodiscard]] std::string_view FunctionOf(Operator op);
+
+/// Empty for a function that is not printed as a call of its own.
+[[nodiscard]] std::string_view FunctionOf(Function function);
+
+[[nodiscard]] std::string_view FunctionOf(Aggregate aggregate);
+
+/// The function that coerces a value of the class; empty for none.
+[[nodiscard]] std::string_view FunctionOf(Coercion coercion, ValueClass valueClass);
+
+}  // namespace qorhost::dialect
