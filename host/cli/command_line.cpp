@@ -50,7 +50,10 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   app.add_option_function<std::string>(
          "--db", [&global](const std::string& file) { global.file = file; },
          "The database file (building.db in the current folder)")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check([](const std::string& file) {
+        return file.empty() ? std::string("needs the name of a file") : std::string();
+      });
   app.add_option("--unit", global.unit, "The unit's key (the first unit)")->type_name("N");
   auto* yes = app.add_flag_callback(
       "--yes", [&global] { global.answer = true; }, "Answer Yes to questions");

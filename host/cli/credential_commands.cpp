@@ -65,7 +65,8 @@ std::string AssignmentText(CredentialDesk& desk) {
 /// Runs the save under a progress bar when a person watches and it takes a while.
 bool SaveWatched(StoreSession& session, CredentialDesk& desk, Console& console,
                  std::int32_t* lastRid) {
-  const std::int64_t count = EnteredCount(desk.screen());
+  const auto numbers = ReadEntered(desk.screen());
+  const std::int64_t count = numbers ? numbers->Count() : 0;
   if (!console.environment.errorIsTerminal || session.traced() || count < kWorthABar) {
     return desk.SaveNew(lastRid);
   }
@@ -86,25 +87,26 @@ bool SaveWatched(StoreSession& session, CredentialDesk& desk, Console& console,
 }
 
 void ReportIssued(CredentialDesk& desk, const AddOptions& options, std::int32_t lastRid,
-                  std::int64_t count, bool asJson, Console& console) {
+                  bool asJson, Console& console) {
   HeadlessScreen& screen = desk.screen();
   const std::string type = screen.List("cboCredentialType").SelectedText();
   const std::string tenants = qorcred::TextOrEmpty(screen.Variable("gstrNewTenantIDs"));
+  // The save left both boxes filled, with numbers that it accepted.
+  const EnteredNumbers numbers = ReadEntered(screen).value_or(EnteredNumbers{});
+  const std::int64_t count = numbers.Count();
   if (asJson) {
     PrintJsonObject(console.out, {{"issued", static_cast<double>(count)},
                                   {"type", type},
-                                  {"first", screen.Box("txtPINStart").text()},
-                                  {"last", screen.Box("txtPINEND").text()},
+                                  {"first", static_cast<double>(numbers.first)},
+                                  {"last", static_cast<double>(numbers.last)},
                                   {"last_rid", lastRid},
                                   {"new_tenant_ids",
                                    options.withTenants ? Value(tenants) : Value(qorcred::Null{})}});
     return;
   }
-  console.out << (count == 1 ? fmt::format("Issued {} {} (RID {}).\n", type,
-                                           screen.Box("txtPINStart").text(), lastRid)
+  console.out << (count == 1 ? fmt::format("Issued {} {} (RID {}).\n", type, numbers.first, lastRid)
                              : fmt::format("Issued {} credentials: {} {} to {} (last RID {}).\n",
-                                           count, type, screen.Box("txtPINStart").text(),
-                                           screen.Box("txtPINEND").text(), lastRid));
+                                           count, type, numbers.first, numbers.last, lastRid));
   if (options.withTenants) {
     console.out << fmt::format("Created {} {}, ready to be named; their steps are queued.\n", count,
                                count == 1 ? "tenant" : "tenants");
@@ -138,7 +140,7 @@ ExitStatus RunAdd(const GlobalOptions& global, const AddOptions& options, Consol
   const bool saved = SaveWatched(session, desk, console, &lastRid);
   const ExitStatus status = Status(saved, session, console);
   if (saved) {
-    ReportIssued(desk, options, lastRid, EnteredCount(desk.screen()), global.json, console);
+    ReportIssued(desk, options, lastRid, global.json, console);
   }
   return status;
 }

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <cmath>
 #include <string>
 #include <string_view>
 
@@ -141,11 +142,18 @@ void EnterCredential(CredentialDesk& desk, const AddOptions& options) {
   }
 }
 
-std::int64_t EnteredCount(const HeadlessScreen& screen) {
-  const double start = qorcred::Val(screen.Box("txtPINStart").text());
-  const double end = qorcred::Val(screen.Box("txtPINEND").text());
-  const bool ranged = start >= 1 && end >= start && end <= qorcred::kHighestCredentialNumber;
-  return ranged ? static_cast<std::int64_t>(end - start) + 1 : 0;
+std::optional<EnteredNumbers> ReadEntered(const HeadlessScreen& screen) {
+  try {
+    const double first = std::nearbyint(qorcred::ToDouble(screen.Box("txtPINStart").text()));
+    const double last = std::nearbyint(qorcred::ToDouble(screen.Box("txtPINEND").text()));
+    if (first >= 1 && last >= first && last <= qorcred::kHighestCredentialNumber) {
+      return EnteredNumbers{static_cast<std::int64_t>(first), static_cast<std::int64_t>(last)};
+    }
+  } catch (const qorcred::RuntimeError&) {
+    // A text that is no number, or one too long for any.
+    return std::nullopt;
+  }
+  return std::nullopt;
 }
 
 }  // namespace qorhost

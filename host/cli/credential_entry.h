@@ -1,6 +1,9 @@
 // Typing a new credential into the screen.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
 #include "host/cli/credential_commands.h"
 #include "host/cli/credential_desk.h"
 
@@ -10,7 +13,15 @@ namespace qorhost {
 /// an operator enter: a control that is hidden or disabled, an entry that a list does not have.
 void EnterCredential(CredentialDesk& desk, const AddOptions& options);
 
-/// How many credentials the numbers on the screen ask for, 0 when they do not say.
-[[nodiscard]] std::int64_t EnteredCount(const HeadlessScreen& screen);
+/// The numbers on the screen, read as the controller reads them.
+struct EnteredNumbers {
+  std::int64_t first = 0;
+  std::int64_t last = 0;
+
+  [[nodiscard]] std::int64_t Count() const { return last - first + 1; }
+};
+
+/// Nothing when the boxes hold no range of credential numbers.
+[[nodiscard]] std::optional<EnteredNumbers> ReadEntered(const HeadlessScreen& screen);
 
 }  // namespace qorhost

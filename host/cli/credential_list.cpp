@@ -84,9 +84,13 @@ Value DoorName(const ListBox& doors, const Value& doorCode) {
                               : Value(qorcred::TextOrEmpty(doorCode));
 }
 
-/// The label of the list's entry, which ends before the last "-".
-std::string LabelOf(const std::string& entry) {
-  return entry.substr(0, entry.rfind('-'));
+Value TypeLabel(const Value& type) {
+  for (const qorcred::CredentialTypeName& name : qorcred::kCredentialTypes) {
+    if (name.type == qorcred::NumericValue(type)) {
+      return name.label;
+    }
+  }
+  return Null{};
 }
 
 }  // namespace
@@ -113,7 +117,7 @@ Table CredentialTable(StoreSession& session, CredentialDesk& desk) {
     }
     const auto cell = [&](std::int32_t column) { return details.table->At(found->second, column); };
     const bool transmitter = qorcred::NumericValue(cell(kType)) == qorcred::kTransmitter;
-    std::vector<Value> row{rid, LabelOf(list.Text(index)), cell(kNumber), cell(kFacility)};
+    std::vector<Value> row{rid, TypeLabel(cell(kType)), cell(kNumber), cell(kFacility)};
     for (const std::int32_t column : kTransmitterCells) {
       row.push_back(transmitter ? cell(column) : Value(Null{}));
     }

@@ -96,12 +96,18 @@ class Layout {
     for (const TableColumn& column : table.columns) {
       widths_.push_back(DisplayWidth(Displayable(column.title)));
     }
+    // To the right when a column has numbers and nothing else.
+    std::vector<bool> hasNumber(table.columns.size(), false);
     numeric_.assign(table.columns.size(), true);
     for (const auto& row : table.rows) {
       for (std::size_t at = 0; at < widths_.size(); ++at) {
         widths_[at] = std::max(widths_[at], DisplayWidth(CellText(row[at], table.nullText)));
         numeric_[at] = numeric_[at] && (IsNumber(row[at]) || IsNothing(row[at]));
+        hasNumber[at] = hasNumber[at] || IsNumber(row[at]);
       }
+    }
+    for (std::size_t at = 0; at < numeric_.size(); ++at) {
+      numeric_[at] = numeric_[at] && hasNumber[at];
     }
   }
 

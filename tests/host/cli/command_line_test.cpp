@@ -115,6 +115,7 @@ INSTANTIATE_TEST_SUITE_P(
         UsageRow{"UnknownCommand", {"frobnicate"}, "frobnicate"},
         UsageRow{"UnknownOption", {"units", "--frobnicate"}, "--frobnicate"},
         UsageRow{"UnknownCredentialCommand", {"credentials", "frobnicate"}, "frobnicate"},
+        UsageRow{"NoNameOfAFile", {"--db", "", "units"}, "needs the name of a file"},
         UsageRow{"UnitThatIsNoNumber", {"--unit", "two", "credentials", "list"}, "two"},
         UsageRow{"UnitThatIsNotThere", {"--unit", "77", "credentials", "list"}, "77"},
         UsageRow{"YesAndNo", {"--yes", "--no", "units"}, "--no"},

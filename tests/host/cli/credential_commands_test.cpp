@@ -113,6 +113,40 @@ TEST_F(Credentials, AddReportsAsJson) {
   EXPECT_EQ(report["issued"], 2);
 }
 
+TEST_F(Credentials, AddTakesNumbersOfAnyLengthWithoutFailing) {
+  const Outcome outcome = Add({"--type", "card26", "--start", std::string(5000, '9')});
+  EXPECT_EQ(outcome.status, 1) << outcome.err;
+  EXPECT_THAT(outcome.err, HasSubstr("Pello RT [information]: "));
+}
+
+TEST_F(Credentials, AddReportsTheNumbersThatWereIssued) {
+  const Outcome outcome = Add({"--type", "card26", "--start", " 9.1e3 ", "--facility", "7"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("Issued Standard 26-Bit Card 9100 "));
+}
+
+TEST_F(Credentials, ATenantsNameCannotSteerTheTerminal) {
+  ASSERT_EQ(
+      Run({"sql", "--write", "UPDATE Tenants SET LastName='\x1B[2JGone' WHERE CREDENTIALID1=1"})
+          .status,
+      0);
+  const Outcome outcome = Run({"credentials", "list"});
+  EXPECT_EQ(outcome.out.find('\x1B'), std::string::npos);
+  EXPECT_THAT(outcome.out, HasSubstr("\\x1B[2JGone"));
+}
+
+TEST_F(Credentials, ANameThatSeveralTenantsHaveIsRefusedWithTheirIds) {
+  ASSERT_EQ(Run({"sql", "--write",
+                 "UPDATE Tenants SET LastName='Doe', FirstName='Jane', MiddleInitial=NULL WHERE "
+                 "UnitKey=2 AND TenantID IN (61,62)"})
+                .status,
+            0);
+  const Outcome outcome = Run({"--unit", "2", "credentials", "assign", "489", "doe jane"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err,
+              HasSubstr("2 tenants are called 'doe jane': give the id instead (61, 62)"));
+}
+
 TEST_F(Credentials, AddDrawsABarOnATerminalForLongRangesOnly) {
   const std::vector<std::string> range = {"--unit", "3",       "credentials", "add",  "--type",
                                           "card26", "--start", "50000",       "--end"};

@@ -1,0 +1,91 @@
+// Messages on standard error, answers to questions, and what an operation's log means.
+#include "host/cli/operator.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace qorhost::test {
+namespace {
+
+using qorcred::MessageButton;
+using qorcred::MessageStyle;
+
+class OperatorTest : public testing::Test {
+ protected:
+  MessageButton Ask(const std::string& typed, bool terminal, std::optional<bool> answer = {}) {
+    in_.str(typed);
+    environment_.inputIsTerminal = terminal;
+    Operator person(console_, log_, answer);
+    return person.Show("Delete it?", MessageStyle::kQuestion, "Title");
+  }
+
+  std::istringstream in_;
+  std::ostringstream out_;
+  std::ostringstream err_;
+  Environment environment_;
+  Console console_{in_, out_, err_, environment_};
+  OperationLog log_;
+};
+
+TEST_F(OperatorTest, ShowsTitleIconWordAndText) {
+  Operator person(console_, log_, std::nullopt);
+  EXPECT_EQ(person.Show("Taken.", MessageStyle::kNotice, "Title"), MessageButton::kOk);
+  EXPECT_EQ(person.Show("No\n\x1B!", MessageStyle::kRefusal, "Title"), MessageButton::kOk);
+  EXPECT_EQ(err_.str(), "Title [information]: Taken.\nTitle [exclamation]: No\\n\\x1B!\n");
+  EXPECT_EQ(log_.refusals, 2);
+  EXPECT_EQ(out_.str(), "");
+}
+
+struct AnswerRow {
+  const char* name;
+  const char* typed;
+  MessageButton button;
+};
+
+class TypedAnswer : public OperatorTest, public testing::WithParamInterface<AnswerRow> {};
+
+TEST_P(TypedAnswer, IsUnderstood) {
+  EXPECT_EQ(Ask(GetParam().typed, true), GetParam().button);
+  EXPECT_EQ(log_.questions, 1);
+  EXPECT_EQ(log_.refusals, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Answers, TypedAnswer,
+    testing::Values(AnswerRow{"Letter", "y\n", MessageButton::kYes},
+                    AnswerRow{"Word", "YES\n", MessageButton::kYes},
+                    AnswerRow{"BlanksAndCarriageReturn", " yes \r\n", MessageButton::kYes},
+                    AnswerRow{"No", "n\n", MessageButton::kNo},
+                    AnswerRow{"AskedAgain", "what\n\ny\n", MessageButton::kYes},
+                    AnswerRow{"NeverAnswered", "a\nb\nc\nd\ne\ny\n", MessageButton::kNo},
+                    AnswerRow{"EndOfInput", "", MessageButton::kNo}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_F(OperatorTest, OptionsAnswerBeforeAnybodyIsAsked) {
+  EXPECT_EQ(Ask("n\n", true, true), MessageButton::kYes);
+  EXPECT_EQ(Ask("y\n", true, false), MessageButton::kNo);
+}
+
+TEST_F(OperatorTest, WithoutATerminalTheAnswerIsNo) {
+  EXPECT_EQ(Ask("y\n", false), MessageButton::kNo);
+  EXPECT_NE(err_.str().find("--yes"), std::string::npos);
+}
+
+TEST(OutcomeOf, IsDoneOnlyWithoutRefusalAndFailure) {
+  std::ostringstream err;
+  OperationLog log;
+  EXPECT_EQ(OutcomeOf(true, log, err), ExitStatus::kDone);
+  EXPECT_EQ(OutcomeOf(false, log, err), ExitStatus::kRefused);
+  log.refusals = 1;
+  EXPECT_EQ(OutcomeOf(true, log, err), ExitStatus::kRefused)
+      << "an assignment over the capacity reports success and shows a message";
+  EXPECT_EQ(err.str(), "");
+  log.failures = {"disk\nfull"};
+  EXPECT_EQ(OutcomeOf(true, log, err), ExitStatus::kFailure)
+      << "a deletion reports success whatever its statement did";
+  EXPECT_EQ(err.str(), "qorhost: disk\\nfull\n");
+}
+
+}  // namespace
+}  // namespace qorhost::test
