@@ -1,18 +1,36 @@
 #include "tests/support/recording_host.h"
 
 #include <string>
+#include <utility>
 
 #include "host/screens/credential_screen.h"
 #include "host/trace/tracing_object.h"
 #include "host/trace/tracing_services.h"
+#include "tests/support/directory_code_screen.h"
 
 namespace qortest {
 
 namespace {
 
+constexpr std::string_view kFirmware = "mFirmwareFromHandshake";
+
 std::shared_ptr<qorhost::HeadlessScreen> MakeScreen(ScreenKind kind, qorcred::Date today) {
-  return kind == ScreenKind::kTenantCreating ? qorhost::MakeTenantCreatingScreen(today)
-                                             : qorhost::MakeCredentialScreen(today);
+  switch (kind) {
+    case ScreenKind::kCredential:
+      return qorhost::MakeCredentialScreen(today);
+    case ScreenKind::kTenantCreating:
+      return qorhost::MakeTenantCreatingScreen(today);
+    case ScreenKind::kDirectoryCode:
+      return MakeDirectoryCodeScreen(today);
+  }
+  return nullptr;
+}
+
+qorcred::ObjectRef Recorded(const std::shared_ptr<qorhost::HeadlessScreen>& screen, FaultGate& gate,
+                            qorhost::TranscriptSink write) {
+  return std::make_shared<qorhost::TracingScreen>(
+      std::make_shared<GatedObject>("", screen, gate), std::move(write),
+      [raw = screen.get()](std::string_view name) { return raw->SpelledName(name); });
 }
 
 }  // namespace
@@ -21,13 +39,11 @@ RecordingHost::RecordingHost(ScreenKind kind)
     : connection_(std::make_shared<ScriptedConnection>(gate_)),
       services_(gate_, script_, connection_),
       tracingHost_(services_, [this](std::string_view line) { transcript_.Add(line); }),
-      rawScreen_(MakeScreen(kind, qorcred::DayOf(script_.now))) {
+      rawScreen_(MakeScreen(kind, qorcred::DayOf(script_.now))),
+      rawLinkScreen_(MakeConnectionScreen("FC01.006")) {
   const auto write = [this](std::string_view line) { transcript_.Add(line); };
-  const auto spell = [screen = rawScreen_.get()](std::string_view name) {
-    return screen->SpelledName(name);
-  };
-  tracedScreen_ = std::make_shared<qorhost::TracingScreen>(
-      std::make_shared<GatedObject>("", rawScreen_, gate_), write, spell);
+  tracedScreen_ = Recorded(rawScreen_, gate_, write);
+  tracedLinkScreen_ = Recorded(rawLinkScreen_, gate_, write);
   tracedConnection_ = std::make_shared<qorhost::TracingConnection>(connection_, write);
 }
 
@@ -45,6 +61,10 @@ void RecordingHost::AddItem(std::string_view list, std::string_view text, std::i
 
 void RecordingHost::SetText(std::string_view box, std::string_view text) {
   controls().Box(box).SetText(std::string(text));
+}
+
+void RecordingHost::SetFirmware(std::string_view firmware) {
+  rawLinkScreen_->SetVariable(kFirmware, firmware);
 }
 
 }  // namespace qortest

@@ -17,10 +17,11 @@
 
 namespace qortest {
 
-/// The screens that the credential controller serves.
+/// The screens that the controllers serve.
 enum class ScreenKind {
   kCredential,
-  kTenantCreating,  ///< its Name is "frmTBL"
+  kTenantCreating,  ///< the credential screen whose Name is "frmTBL"
+  kDirectoryCode,
 };
 
 /// A host whose answers are scripted and whose calls are recorded. What a test arranges through
@@ -34,6 +35,7 @@ class RecordingHost {
   /// What the controller under test is given.
   [[nodiscard]] qorcred::Host& host() { return tracingHost_; }
   [[nodiscard]] const qorcred::ObjectRef& screen() const { return tracedScreen_; }
+  [[nodiscard]] const qorcred::ObjectRef& connectionScreen() const { return tracedLinkScreen_; }
   [[nodiscard]] const qorcred::ObjectRef& connection() const { return tracedConnection_; }
 
   /// What lies behind it.
@@ -53,6 +55,8 @@ class RecordingHost {
   void Select(std::string_view list, std::int32_t index) { controls().List(list).Select(index); }
   void SetText(std::string_view box, std::string_view text);
   [[nodiscard]] std::string TextOf(std::string_view box) { return controls().Box(box).text(); }
+  /// The firmware that the unit reported when the link was made.
+  void SetFirmware(std::string_view firmware);
 
  private:
   FaultGate gate_;
@@ -62,7 +66,9 @@ class RecordingHost {
   ScriptedHost services_;
   qorhost::TracingHost tracingHost_;
   std::shared_ptr<qorhost::HeadlessScreen> rawScreen_;
+  std::shared_ptr<qorhost::HeadlessScreen> rawLinkScreen_;
   qorcred::ObjectRef tracedScreen_;
+  qorcred::ObjectRef tracedLinkScreen_;
   qorcred::ObjectRef tracedConnection_;
 };
 

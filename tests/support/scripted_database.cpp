@@ -107,6 +107,9 @@ Value ScriptedManager::Result(const Operation& operation, const Answer* answer) 
       if (answer != nullptr && answer->nothing) {
         return {};
       }
+      if (!failed && answer != nullptr && answer->table != nullptr) {
+        return answer->table;
+      }
       if (failed || answer == nullptr || answer->rows.empty()) {
         const auto empty = std::make_shared<ResultTable>();
         script_.Remember(empty);

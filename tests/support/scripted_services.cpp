@@ -104,15 +104,48 @@ class ScriptedApplication final : public qorcred::Object {
   ObjectRef connection_;
 };
 
-/// `qorSPS.clsSendProgSteps`: held by the credential controller, which never calls it.
+/// `qorSPS.clsSendProgSteps`: every operation takes the connection, the unit and a row or code.
 class ScriptedStepSender final : public qorcred::Object {
  public:
-  explicit ScriptedStepSender(FaultGate& gate) : gate_(gate) {}
+  ScriptedStepSender(FaultGate& gate, const ServiceScript& script, ObjectRef connection)
+      : gate_(gate), script_(script), connection_(std::move(connection)) {}
 
-  Value Invoke(std::string_view member, InvokeKind /*kind*/,
-               qorcred::Arguments /*arguments*/) override {
+  Value Invoke(std::string_view member, InvokeKind kind, qorcred::Arguments arguments) override {
+    EXPECT_EQ(kind, InvokeKind::kCall) << member;
     gate_.Pass(member);
-    throw RuntimeError(ErrorNumber::kUnknownMember);
+    const bool asks = SameMember(member, "pbDeleteDirCodePrgStepExists");
+    if (!asks && !SameMember(member, "pbGenDirCodePrgStep") &&
+        !SameMember(member, "pbGenChgDirCodePrgStep") &&
+        !SameMember(member, "pbGenDelDirCodePrgStep") &&
+        !SameMember(member, "pbDeleteDirCodePrgStep")) {
+      throw RuntimeError(ErrorNumber::kUnknownMember);
+    }
+    RequireArguments(member, arguments, 3);
+    ExpectConnection(member, arguments[0], connection_);
+    EXPECT_TRUE(arguments[1].Is(ValueType::kLong)) << member;
+    EXPECT_TRUE(qorcred::IsNumeric(arguments[2])) << member;
+    return asks ? Value(script_.deletionStepExists) : Value();
+  }
+
+ private:
+  FaultGate& gate_;
+  const ServiceScript& script_;
+  ObjectRef connection_;
+};
+
+/// `qorCommn.clsConnectionManager`: keeps the link to the unit alive.
+class ScriptedConnectionManager final : public qorcred::Object {
+ public:
+  explicit ScriptedConnectionManager(FaultGate& gate) : gate_(gate) {}
+
+  Value Invoke(std::string_view member, InvokeKind kind, qorcred::Arguments arguments) override {
+    EXPECT_EQ(kind, InvokeKind::kCall) << member;
+    gate_.Pass(member);
+    if (!SameMember(member, "pbPing")) {
+      throw RuntimeError(ErrorNumber::kUnknownMember);
+    }
+    RequireArguments(member, arguments, 0);
+    return {};
   }
 
  private:
@@ -135,7 +168,9 @@ ObjectRef ScriptedHost::CreateComponent(std::string_view programmaticId) {
   if (programmaticId == "qorDBI.clsDBManager") {
     component = std::make_shared<ScriptedManager>(gate_, script_.database, connection_);
   } else if (programmaticId == "qorSPS.clsSendProgSteps") {
-    component = std::make_shared<ScriptedStepSender>(gate_);
+    component = std::make_shared<ScriptedStepSender>(gate_, script_, connection_);
+  } else if (programmaticId == "qorCommn.clsConnectionManager") {
+    component = std::make_shared<ScriptedConnectionManager>(gate_);
   } else if (programmaticId == "qorTent.clsTenant") {
     component = std::make_shared<ScriptedTenant>(gate_, script_, connection_);
   } else if (programmaticId == "qorAppln.clsApplication") {
@@ -157,6 +192,10 @@ qorcred::MessageButton ScriptedHost::ShowMessage(std::string_view /*text*/,
 
 qorcred::Date ScriptedHost::Now() {
   gate_.Pass("Now");
+  if (!script_.nextTimes.empty()) {
+    script_.now = script_.nextTimes.front();
+    script_.nextTimes.pop_front();
+  }
   return script_.now;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,6 +27,10 @@ struct ServiceScript {
   /// Link codes count up from here; a tenant's id is its row's identity plus 1000.
   std::int32_t linkCode = 5;
   qorcred::Date now = qorcred::FromCivil({2026, 11, 21, 10, 0, 0});
+  /// What `now` becomes at the next readings of the clock, one at a time.
+  std::deque<qorcred::Date> nextTimes;
+  /// Whether an unsent step deletes a directory code from the unit.
+  bool deletionStepExists = false;
   /// The answer to questions; notices are closed with OK.
   qorcred::MessageButton questionAnswer = qorcred::MessageButton::kNo;
 };
