@@ -27,7 +27,4 @@ inline constexpr std::array<CredentialTypeName, 3> kCredentialTypes{{
 /// Credential numbers run from 1 to this.
 inline constexpr std::int32_t kHighestCredentialNumber = 65535;
 
-/// Item data of the list entries that stand for no row.
-inline constexpr std::int32_t kNoRow = -100;
-
 }  // namespace qorcred

@@ -4,9 +4,8 @@
 #include "credentials/cls_credential.h"
 #include "credentials/credential_type.h"
 #include "credentials/duplicates.h"
+#include "frame/active_period.h"
 #include "frame/convert.h"
-#include "frame/date.h"
-#include "frame/format.h"
 #include "frame/messages.h"
 #include "frame/sql_text.h"
 #include "frame/text.h"
@@ -14,8 +13,6 @@
 namespace qorcred {
 
 namespace {
-
-constexpr std::string_view kMinutePicture = "dd MMM yyyy HH:mm";
 
 // The whole number that a box shows, rounded half to even but not bounded, so that a number of any
 // length meets the messages about bounds. A text that is not numeric gives its leading number.
@@ -159,16 +156,7 @@ bool clsCredential::ReadTenant(const Screen& screen, TenantEntry& tenant) {
     const DatePicker endPicker = screen.Picker("dtpEnd");
     const Value start = screen.Picker("dtpStart").Chosen();
     const Value end = endPicker.Chosen();
-    if (!IsEmptyText(start) && !IsEmptyText(end)) {
-      // Compared as texts without seconds: a period within one minute has no length.
-      const Date from = ToDate(Format(start, kMinutePicture));
-      const Date to = ToDate(Format(end, kMinutePicture));
-      if (MinutesBetween(from, to) <= 0) {
-        return RefuseEntry(endPicker,
-                           "The End Date must be later than the Start Date. Please select a later "
-                           "End Date.");
-      }
-    }
+    if (IsPeriodWithoutLength(start, end)) return RefuseEntry(endPicker, kPeriodWithoutLength);
     tenant.startDateText = TextOf(start);
     tenant.endDateText = TextOf(end);
   }

@@ -1,11 +1,12 @@
 // Fills the credential screen's lists and defaults before the user enters anything.
-#include <algorithm>
 #include <array>
 
 #include "credentials/cls_credential.h"
 #include "credentials/credential_type.h"
+#include "frame/active_period.h"
 #include "frame/convert.h"
 #include "frame/date.h"
+#include "frame/schedules.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"
@@ -20,33 +21,13 @@ constexpr auto kButtonFace = static_cast<std::int32_t>(0x8000000FU);
 /// The screen that creates a tenant with every credential.
 constexpr std::string_view kTenantCreatingScreen = "frmTBL";
 
-// Puts the two schedules that every unit has in front of the stored ones.
-void PutFixedSchedulesFirst(const TableView& schedules) {
-  if (schedules.UpperColumn() == 0) {
-    schedules.ReDim(0, 1, 0, 1);
-  } else {
-    schedules.InsertRow(0);
-    schedules.InsertRow(0);
-  }
-  schedules.SetCell(0, 0, 0);
-  schedules.SetCell(0, 1, "No Access");
-  schedules.SetCell(1, 0, 1);
-  schedules.SetCell(1, 1, "Full Access");
-}
-
 bool IsTrueCell(const Value& cell) {
   return !IsEmptyText(cell) && Equals(cell, true);
 }
 
 void SetNoDeactivation(const DatePicker& start, const DatePicker& end, Date today) {
   start.SetChosen(today);
-  const CivilTime civil = ToCivil(today);
-  if (civil.month == 2 && civil.day == 29) {
-    // The year set next has no 29 February.
-    end.SetMonth(3);
-    end.SetDay(1);
-  }
-  end.SetYear(civil.year + 1);
+  ShowNextYear(end, today);
   start.SetChosen(Null{});
   end.SetEndOfDay();
   end.SetChosen(Null{});
@@ -62,11 +43,7 @@ void SetFixedDeactivation(const DatePicker& start, const DatePicker& end, Date t
 void SetDeactivationAfterDays(const DatePicker& start, const DatePicker& end, Date today,
                               double days) {
   start.SetChosen(today);
-  // No more days than lead to the latest date: the sum may lie beyond the calendar.
-  const Date latest = end.MaxDate();
-  const auto daysLeft = static_cast<double>(DaysBetween(today, latest));
-  const Date lastDay = AddDays(today, std::min(days, daysLeft));
-  end.SetChosen(DaysBetween(lastDay, latest) > 0 ? lastDay : latest);
+  end.SetChosen(LastActiveDay(today, days, end.MaxDate()));
   end.SetEndOfDay();
 }
 
@@ -75,13 +52,9 @@ void SetDeactivationAfterDays(const DatePicker& start, const DatePicker& end, Da
 void clsCredential::pbRetrieveSchedules(const ObjectRef& objConn, std::int32_t lngUnitKey) {
   Trap(host_, "pbRetrieveSchedules", [&] {
     const Screen screen = RequireScreen();
-    const TableView schedules = Manager().ExecuteSelect(
-        objConn,
-        Concat("Select ScheduleID, ScheduleName from Schedules Where ScheduleID not in (0,1) and "
-               " modified <> 3 and UnitKey = ",
-               lngUnitKey, "  Order by ScheduleName "),
-        error_);
-    PutFixedSchedulesFirst(schedules);
+    const TableView schedules =
+        Manager().ExecuteSelect(objConn, StoredSchedulesQuery(lngUnitKey), error_);
+    PutFixedSchedulesFirst(schedules, {kNoAccess, kFullAccess});
 
     const std::array<ListControl, 4> lists{
         screen.List(kScheduleLists[0]), screen.List(kScheduleLists[1]),

@@ -5,6 +5,7 @@
 #include "frame/schema.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"
+#include "frame/writing_controls.h"
 
 namespace qorcred {
 
@@ -32,25 +33,6 @@ std::string CredentialQuery(std::int32_t unitKey, std::int32_t rid) {
       unitKey, rid == kAllCredentials ? std::string() : Concat(" AND RID=", rid),
       " ORDER BY CredentialType,PINNo,FacilityCode,IDCode,ButtonNumber,SequenceNumber");
 }
-
-// Tells the screen's change handlers that the controls are being written by the controller, for as
-// long as it lives.
-class WritingControls {
- public:
-  WritingControls(Host& host, const Screen& screen) : host_(host), screen_(screen) {
-    screen_.SetVariable("gblnModifiedFromClass", true);
-  }
-  ~WritingControls() {
-    Trap(host_, "pbRetrieveCredentials",
-         [this] { screen_.SetVariable("gblnModifiedFromClass", false); });
-  }
-  WritingControls(const WritingControls&) = delete;
-  WritingControls& operator=(const WritingControls&) = delete;
-
- private:
-  Host& host_;
-  const Screen& screen_;
-};
 
 // Selects the list entry of a tenant; the last one when several carry the same id.
 void SelectTenant(const ListControl& list, const Value& tenantId) {
@@ -105,7 +87,7 @@ void clsCredential::FillCredentialList(const Screen& screen, const TableView& cr
 
 void clsCredential::LoadCredential(const ObjectRef& connection, std::int32_t unitKey,
                                    const Screen& screen, const TableView& credential) {
-  const WritingControls writing(host_, screen);
+  const WritingControls writing(host_, screen, "pbRetrieveCredentials");
   const auto numberIn = [&](CredentialColumn cell) {
     return NumericValue(credential.Cell(0, cell));
   };

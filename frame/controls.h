@@ -19,6 +19,7 @@ class View {
   explicit View(ObjectRef object);
 
   [[nodiscard]] Object& object() const { return *object_; }
+  [[nodiscard]] const ObjectRef& reference() const { return object_; }
 
  private:
   ObjectRef object_;
@@ -29,6 +30,7 @@ class Control : public View {
  public:
   using View::View;
 
+  [[nodiscard]] bool IsEnabled() const { return ToBoolean(Get(object(), "Enabled")); }
   void SetEnabled(bool enabled) const { Put(object(), "Enabled", enabled); }
   void SetVisible(bool visible) const { Put(object(), "Visible", visible); }
   void SetBackColor(std::int32_t color) const { Put(object(), "BackColor", color); }
@@ -43,7 +45,13 @@ class TextBox : public Control {
 
   [[nodiscard]] std::string Text() const { return TextOrEmpty(Get(object(), "Text")); }
   void SetText(const Value& text) const { Put(object(), "Text", text); }
+  /// The most characters that can be typed; 0 sets no limit.
+  [[nodiscard]] std::int32_t MaxLength() const { return ToLong(Get(object(), "MaxLength")); }
+  void SetMaxLength(double length) const { Put(object(), "MaxLength", length); }
 };
+
+/// Item data of the list entries that stand for no row.
+inline constexpr std::int32_t kNoRow = -100;
 
 /// A combo box or a list box. Indexes count from 0; -1 means none.
 class ListControl : public Control {
@@ -68,6 +76,10 @@ class ListControl : public Control {
     Put(object(), "ItemData", index, data);
   }
   [[nodiscard]] std::string Text() const { return TextOrEmpty(Get(object(), "Text")); }
+  /// The text of an item.
+  [[nodiscard]] std::string ItemText(std::int32_t index) const {
+    return TextOrEmpty(Get(object(), "List", index));
+  }
 
   /// AddItem, then ItemData at NewIndex.
   void AddItemWithData(std::string text, const Value& data) const {
@@ -76,6 +88,12 @@ class ListControl : public Control {
   }
   /// ListIndex, then ItemData: the number attached to the selected item.
   [[nodiscard]] std::int32_t SelectedItemData() const { return ItemData(ListIndex()); }
+  /// RemoveItem, AddItem in the same place, then ItemData at NewIndex. Nothing is selected after.
+  void ReplaceItem(std::int32_t index, std::string text, const Value& data) const {
+    RemoveItem(index);
+    AddItem(std::move(text), index);
+    SetItemData(NewIndex(), data);
+  }
 };
 
 /// A check box (0, 1, 2) or an option button (True, False).
@@ -85,6 +103,15 @@ class CheckControl : public Control {
 
   [[nodiscard]] Value State() const { return Get(object(), "Value"); }
   void SetState(const Value& state) const { Put(object(), "Value", state); }
+};
+
+/// A spinner; its number is its default member.
+class Spinner : public Control {
+ public:
+  using Control::Control;
+
+  [[nodiscard]] Value Number() const { return Get(object(), ""); }
+  void SetNumber(double number) const { Put(object(), "", number); }
 };
 
 /// A date and time picker; its value is Null when no date is chosen.
@@ -112,6 +139,7 @@ class Screen : public View {
   [[nodiscard]] CheckControl Check(std::string_view name) const {
     return CheckControl(Member(name));
   }
+  [[nodiscard]] Spinner Spin(std::string_view name) const { return Spinner(Member(name)); }
   [[nodiscard]] DatePicker Picker(std::string_view name) const { return DatePicker(Member(name)); }
   [[nodiscard]] Control Any(std::string_view name) const { return Control(Member(name)); }
 

@@ -29,6 +29,14 @@ Value CallManager(Object& manager, std::string_view operation, Arguments argumen
 
 }  // namespace
 
+void TableView::SortByText(std::int32_t firstRow, std::int32_t lastRow, std::int32_t column) const {
+  constexpr int kAscending = 0;
+  constexpr int kTextIgnoringCase = 9;
+  Marked([&] {
+    Call(object(), "QuickSort", firstRow, lastRow, column, kAscending, kTextIgnoringCase);
+  });
+}
+
 std::int32_t CountIn(const Value& answer) {
   return RoundToLong(NumericValue(answer));
 }

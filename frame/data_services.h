@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "frame/controls.h"
 #include "frame/object.h"
+#include "frame/runtime_error.h"
 
 namespace qorcred {
 
@@ -17,32 +19,55 @@ struct DatabaseError {
   std::string text;
 };
 
-/// A query's result: rows and columns from 0, cells by position.
+/// A failing call into a result table: the failure that the table raised, under a type of its own
+/// for the few operations whose callers get to know of it.
+class TableFailure : public RuntimeError {
+ public:
+  using RuntimeError::RuntimeError;
+  explicit TableFailure(RuntimeError failure) : RuntimeError(std::move(failure)) {}
+};
+
+/// A query's result: rows and columns from 0, cells by position. Every call raises TableFailure.
 class TableView : public View {
  public:
   using View::View;
 
   [[nodiscard]] Value Cell(std::int32_t row, std::int32_t column) const {
-    return Get(object(), "", row, column);
+    return Marked([&] { return Get(object(), "", row, column); });
   }
   void SetCell(std::int32_t row, std::int32_t column, const Value& value) const {
-    Put(object(), "", row, column, value);
+    Marked([&] { Put(object(), "", row, column, value); });
   }
   [[nodiscard]] std::int32_t LowerRow() const { return Bound("LowerBound", 1); }
   [[nodiscard]] std::int32_t UpperRow() const { return Bound("UpperBound", 1); }
+  [[nodiscard]] std::int32_t LowerColumn() const { return Bound("LowerBound", 2); }
   [[nodiscard]] std::int32_t UpperColumn() const { return Bound("UpperBound", 2); }
   void ReDim(std::int32_t lowRow, std::int32_t highRow, std::int32_t lowColumn,
              std::int32_t highColumn) const {
-    Call(object(), "ReDim", lowRow, highRow, lowColumn, highColumn);
+    Marked([&] { Call(object(), "ReDim", lowRow, highRow, lowColumn, highColumn); });
   }
-  void InsertRow(std::int32_t before) const { Call(object(), "InsertRows", before); }
+  void InsertRow(std::int32_t before) const {
+    Marked([&] { Call(object(), "InsertRows", before); });
+  }
+  /// Sorts rows by the texts of one column, upwards and without regard to letter case.
+  void SortByText(std::int32_t firstRow, std::int32_t lastRow, std::int32_t column) const;
 
   /// Whether cell (0, 0) counts as the empty string, the sign of no rows.
   [[nodiscard]] bool HasNoRows() const { return IsEmptyText(Cell(0, 0)); }
 
  private:
   [[nodiscard]] std::int32_t Bound(std::string_view which, std::int32_t dimension) const {
-    return ToLong(Get(object(), which, dimension));
+    return ToLong(Marked([&] { return Get(object(), which, dimension); }));
+  }
+
+  // Runs one call on the table and marks whatever it raises.
+  template <typename TableCall>
+  static auto Marked(TableCall&& call) -> decltype(call()) {
+    try {
+      return call();
+    } catch (...) {
+      throw TableFailure(CurrentFailure());
+    }
   }
 };
 

@@ -48,4 +48,21 @@ std::int16_t ApplicationComponent::CodesInUse(const ObjectRef& connection,
   return RoundToInteger(RoundToInteger(credentials + entryCodes) + directoryCodes);
 }
 
+bool StepSender::IsDeletionPending(const ObjectRef& connection, std::int32_t& unitKey,
+                                   double code) const {
+  std::array<Value, 3> arguments{Value(connection), Value(unitKey), Value(code)};
+  const Value pending =
+      object().Invoke("pbDeleteDirCodePrgStepExists", InvokeKind::kCall, arguments);
+  unitKey = ToLong(arguments[1]);
+  return ToBoolean(pending);
+}
+
+void StepSender::Send(std::string_view step, const ObjectRef& connection, std::int32_t& unitKey,
+                      std::int32_t& rid) const {
+  std::array<Value, 3> arguments{Value(connection), Value(unitKey), Value(rid)};
+  object().Invoke(step, InvokeKind::kCall, arguments);
+  unitKey = ToLong(arguments[1]);
+  rid = ToLong(arguments[2]);
+}
+
 }  // namespace qorcred

@@ -44,4 +44,45 @@ class ApplicationComponent : public View {
   [[nodiscard]] std::int16_t CodesInUse(const ObjectRef& connection, std::int32_t unitKey) const;
 };
 
+/// `qorSPS.clsSendProgSteps`: the programming steps of directory codes. A step names the unit and
+/// the directory code's row by reference: the sender may change both.
+class StepSender : public View {
+ public:
+  using View::View;
+
+  /// Queues the step that programs the row into the unit.
+  void ProgramDirCode(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t& rid) const {
+    Send("pbGenDirCodePrgStep", connection, unitKey, rid);
+  }
+  /// Queues the step that changes the row's code in the unit.
+  void ChangeDirCode(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t& rid) const {
+    Send("pbGenChgDirCodePrgStep", connection, unitKey, rid);
+  }
+  /// Queues the step that deletes the row's code from the unit.
+  void DeleteDirCode(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t& rid) const {
+    Send("pbGenDelDirCodePrgStep", connection, unitKey, rid);
+  }
+  /// Withdraws the steps of a row that the unit has not been sent yet.
+  void WithdrawDirCode(const ObjectRef& connection, std::int32_t& unitKey,
+                       std::int32_t& rid) const {
+    Send("pbDeleteDirCodePrgStep", connection, unitKey, rid);
+  }
+  /// Whether an unsent step deletes the code `code` from the unit.
+  [[nodiscard]] bool IsDeletionPending(const ObjectRef& connection, std::int32_t& unitKey,
+                                       double code) const;
+
+ private:
+  void Send(std::string_view step, const ObjectRef& connection, std::int32_t& unitKey,
+            std::int32_t& rid) const;
+};
+
+/// `qorCommn.clsConnectionManager`: the link to the unit.
+class ConnectionManager : public View {
+ public:
+  using View::View;
+
+  /// Tells the unit that the link is still in use.
+  void Ping() const { Call(object(), "pbPing"); }
+};
+
 }  // namespace qorcred

@@ -109,6 +109,23 @@ std::string_view LeftUtf16(std::string_view text, std::size_t units) noexcept {
   return text.substr(0, position);
 }
 
+std::string_view RightUtf16(std::string_view text, std::size_t units) noexcept {
+  const std::size_t length = Utf16Length(text);
+  return units >= length ? text : MidUtf16(text, length - units, units);
+}
+
+std::string_view MidUtf16(std::string_view text, std::size_t first, std::size_t units) noexcept {
+  std::string_view before = LeftUtf16(text, first);
+  std::size_t skipped = Utf16Length(before);
+  if (skipped < first && before.size() < text.size()) {
+    // The position lies within a pair: its character goes with what is skipped.
+    before = text.substr(0, before.size() + ReadUtf8(text, before.size()).length);
+    skipped = Utf16Length(before);
+  }
+  const std::size_t end = first + units;
+  return end <= skipped ? std::string_view() : LeftUtf16(text.substr(before.size()), end - skipped);
+}
+
 std::string UpperAscii(std::string_view text) {
   std::string upper(text);
   for (char& letter : upper) {

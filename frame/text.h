@@ -16,6 +16,14 @@ namespace qorcred {
 /// The first `units` UTF-16 units; stops before a character that would be cut in half.
 [[nodiscard]] std::string_view LeftUtf16(std::string_view text, std::size_t units) noexcept;
 
+/// The last `units` UTF-16 units; starts behind a character that would be cut in half.
+[[nodiscard]] std::string_view RightUtf16(std::string_view text, std::size_t units) noexcept;
+
+/// `units` UTF-16 units from the position `first` (from 0); fewer where the text ends. Leaves out
+/// characters that would be cut in half.
+[[nodiscard]] std::string_view MidUtf16(std::string_view text, std::size_t first,
+                                        std::size_t units) noexcept;
+
 /// An ASCII letter in lower case, any other character unchanged.
 [[nodiscard]] constexpr char LowerAscii(char letter) noexcept {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
