@@ -27,6 +27,65 @@ TEST(TextTest, TrimRemovesBlanksOnly) {
   ForEachRow(rows, [](const auto& row) { EXPECT_EQ(Trim(row.text), row.expected); });
 }
 
+TEST(TextTest, TheEndOfATextIsCutByUtf16Units) {
+  const struct {
+    const char* name;
+    std::string_view text;
+    std::size_t units;
+    std::string_view expected;
+  } rows[] = {
+      {"Nothing", "", 2, ""},
+      {"NoUnits", "abc", 0, ""},
+      {"Fewer", "0930", 2, "30"},
+      {"Exactly", "30", 2, "30"},
+      {"More", "9", 2, "9"},
+      {"TwoBytes", "a\xC3\xA4\xC3\xB6", 2, "\xC3\xA4\xC3\xB6"},
+      {"WholePair", "a\xF0\x9F\x98\x80", 2, "\xF0\x9F\x98\x80"},
+      {"WithinAPair", "\xF0\x9F\x98\x80z", 2, "z"},
+      {"HalfAPair", "a\xF0\x9F\x98\x80", 1, ""},
+      {"BrokenBytes", "a\xFF\xFE", 2, "\xFF\xFE"},
+  };
+  ForEachRow(rows,
+             [](const auto& row) { EXPECT_EQ(RightUtf16(row.text, row.units), row.expected); });
+}
+
+TEST(TextTest, AMiddlePartIsCutByUtf16Units) {
+  const struct {
+    const char* name;
+    std::string_view text;
+    std::size_t first;
+    std::size_t units;
+    std::string_view expected;
+  } rows[] = {
+      {"Nothing", "", 2, 2, ""},
+      {"Middle", "240315", 2, 2, "03"},
+      {"FromTheStart", "240315", 0, 2, "24"},
+      {"CutAtTheEnd", "240", 2, 2, "0"},
+      {"BehindTheEnd", "24", 2, 2, ""},
+      {"FarBehindTheEnd", "2", 5, 2, ""},
+      {"BehindAPair",
+       "\xF0\x9F\x98\x80"
+       "03",
+       2, 2, "03"},
+      {"StartsWithinAPair",
+       "a\xF0\x9F\x98\x80"
+       "03",
+       2, 2, "0"},
+      {"EndsWithinAPair", "ab\xF0\x9F\x98\x80", 1, 2, "b"},
+      {"NothingButAHalf",
+       "a\xF0\x9F\x98\x80"
+       "3",
+       2, 1, ""},
+      {"BrokenBytes",
+       "a\xFF\xFE"
+       "b",
+       1, 2, "\xFF\xFE"},
+  };
+  ForEachRow(rows, [](const auto& row) {
+    EXPECT_EQ(MidUtf16(row.text, row.first, row.units), row.expected);
+  });
+}
+
 TEST(TextTest, LengthsCountUtf16Units) {
   const struct {
     const char* name;
