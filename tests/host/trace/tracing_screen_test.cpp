@@ -13,7 +13,6 @@ using qorcred::Get;
 using qorcred::ObjectRef;
 using qorcred::Put;
 using qorcred::RuntimeError;
-using qorcred::Value;
 using qorhost::HeadlessScreen;
 using qorhost::TracingScreen;
 using qortest::Lines;
