@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "credentials/cls_credential.h"
+#include "dircodes/cls_dir_code.h"
 
 namespace {
 
@@ -69,7 +70,8 @@ std::string Reference() {
   return "# Members of the controllers\n\n"
          "Names, identifiers and arguments for late-bound and native callers alike. ByRef: the "
          "argument may be written back. Identifiers never change.\n" +
-         ClassText("clsCredential", qorcred::clsCredential::MemberTable());
+         ClassText("clsCredential", qorcred::clsCredential::MemberTable()) +
+         ClassText("clsDirCode", qorcred::clsDirCode::MemberTable());
 }
 
 std::string FileText(const std::string& path) {
