@@ -7,16 +7,15 @@
 #include <vector>
 
 #include "frame/date.h"
+#include "frame/result_table.h"
 #include "frame/runtime_error.h"
 #include "tests/dircodes/dir_code_fixture.h"
 
 namespace qortest {
 namespace {
 
-using qorcred::Date;
 using qorcred::ErrorNumber;
 using qorcred::FromCivil;
-using qorcred::Null;
 using qorcred::ObjectRef;
 using qorcred::StringArray;
 using qorcred::Value;
@@ -585,22 +584,21 @@ TEST_F(DirCodeFetch, ReplacesTheTableThatWasGiven) {
 }
 
 TEST_F(DirCodeFetch, KeepsTheBoundsOfTheCodes) {
-  const auto codes = std::make_shared<qorcred::ResultTable>(2, 3);
+  const auto codes = std::make_shared<qorcred::ResultTable>(2, 4);
   codes->ReDim(5, 6, 0, 3);
-  codes->At(5, 0) = kUnit;
-  codes->InsertRows(5);
-  codes->ReDim(0, 6, 0, 3);
-  codes->At(0, 0) = kUnit;
+  codes->At(6, 3) = "more";
   Database().On("DIRECTORYCODE >=0 ORDER BY", {.table = codes});
   Previous({{kUnit, 18, 5}});
 
   EXPECT_TRUE(Fetch());
 
-  EXPECT_EQ(First(1), 0);
+  EXPECT_EQ(First(1), 5);
   EXPECT_EQ(Last(1), 7);
   EXPECT_EQ(First(2), 0);
   EXPECT_EQ(Last(2), 3);
+  EXPECT_EQ(Cell(6, 3), Value("more"));
   EXPECT_EQ(Cell(7, 2), Value(5));
+  EXPECT_EQ(Cell(7, 3), Value());
 }
 
 TEST_F(DirCodeFetch, PingsTheUnitWhenSixSecondsHavePassed) {
