@@ -1,29 +1,21 @@
 #include "host/screens/credential_screen.h"
 
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 
 namespace qorhost {
 
 namespace {
 
-template <typename Kind>
-void AddAll(HeadlessScreen& screen, std::initializer_list<std::string_view> names) {
-  for (const std::string_view name : names) {
-    screen.Add(std::string(name), std::make_shared<Kind>());
-  }
-}
-
 std::shared_ptr<HeadlessScreen> MakeScreen(std::string_view name, qorcred::Date today) {
   auto screen = std::make_shared<HeadlessScreen>(std::string(name));
-  AddAll<ListBox>(*screen, {"cboSchedules1", "cboSchedules2", "cboSchedules3", "cboSchedules4",
-                            "cboAssignedTo", "cboCredentialType", "cboCredentials", "cboActivate"});
-  AddAll<TextBox>(*screen,
-                  {"txtFacilityCode", "txtPINStart", "txtPINEND", "txtIDCode", "txtSequenceCode"});
-  AddAll<Label>(*screen, {"lblFacilityCode", "lblIDCode", "lblSequencecode", "lblActivate",
-                          "lblDoor1", "lblDoor2", "lblDoor3", "lblDoor4"});
-  AddAll<CheckBox>(*screen, {"chkActive"});
+  screen->AddAll<ListBox>({"cboSchedules1", "cboSchedules2", "cboSchedules3", "cboSchedules4",
+                           "cboAssignedTo", "cboCredentialType", "cboCredentials", "cboActivate"});
+  screen->AddAll<TextBox>(
+      {"txtFacilityCode", "txtPINStart", "txtPINEND", "txtIDCode", "txtSequenceCode"});
+  screen->AddAll<Label>({"lblFacilityCode", "lblIDCode", "lblSequencecode", "lblActivate",
+                         "lblDoor1", "lblDoor2", "lblDoor3", "lblDoor4"});
+  screen->AddAll<CheckBox>({"chkActive"});
   for (const std::string_view picker : {"dtpStart", "dtpEnd"}) {
     screen->Add(std::string(picker), std::make_shared<Picker>(today));
   }

@@ -1,6 +1,7 @@
 // A screen in memory: its controls and its public variables by name.
 #pragma once
 
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <string>
@@ -29,6 +30,11 @@ class HeadlessScreen final : public qorcred::Object {
     AttachTo(name, *control);
     AddMember(std::move(name), {control, {}});
     return control;
+  }
+  /// Takes a new control of one kind in under each name.
+  template <typename Kind>
+  void AddAll(std::initializer_list<std::string_view> names) {
+    for (const std::string_view name : names) Add(std::string(name), std::make_shared<Kind>());
   }
   /// Declares a public variable with its initial value.
   void AddVariable(std::string name, qorcred::Value initial);

@@ -9,6 +9,7 @@
 #include "frame/siblings.h"
 #include "frame/text.h"
 #include "host/siblings/application_object.h"
+#include "host/siblings/connection_manager.h"
 #include "host/siblings/database_manager.h"
 #include "host/siblings/step_sender.h"
 #include "host/siblings/tenant_object.h"
@@ -36,6 +37,8 @@ ComponentRegistry StoreComponents() {
   registry.Register(component::kStepSender, [] { return std::make_shared<StepSenderObject>(); });
   registry.Register(component::kTenant, [] { return std::make_shared<TenantObject>(); });
   registry.Register(component::kApplication, [] { return std::make_shared<ApplicationObject>(); });
+  registry.Register(component::kConnectionManager,
+                    [] { return std::make_shared<ConnectionManagerObject>(); });
   return registry;
 }
 

@@ -12,7 +12,8 @@ TEST(ComponentsTest, MakesEveryComponentThatControllersAskFor) {
   const ComponentRegistry registry = StoreComponents();
   for (const std::string_view id :
        {qorcred::component::kDatabaseManager, qorcred::component::kStepSender,
-        qorcred::component::kTenant, qorcred::component::kApplication}) {
+        qorcred::component::kTenant, qorcred::component::kApplication,
+        qorcred::component::kConnectionManager}) {
     EXPECT_NE(registry.Create(id), nullptr) << id;
   }
 }
