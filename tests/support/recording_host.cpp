@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "host/screens/credential_screen.h"
+#include "host/screens/directory_code_screen.h"
 #include "host/trace/tracing_object.h"
 #include "host/trace/tracing_services.h"
-#include "tests/support/directory_code_screen.h"
 
 namespace qortest {
 
@@ -21,7 +21,7 @@ std::shared_ptr<qorhost::HeadlessScreen> MakeScreen(ScreenKind kind, qorcred::Da
     case ScreenKind::kTenantCreating:
       return qorhost::MakeTenantCreatingScreen(today);
     case ScreenKind::kDirectoryCode:
-      return MakeDirectoryCodeScreen(today);
+      return qorhost::MakeDirectoryCodeScreen(today);
   }
   return nullptr;
 }
@@ -40,7 +40,7 @@ RecordingHost::RecordingHost(ScreenKind kind)
       services_(gate_, script_, connection_),
       tracingHost_(services_, [this](std::string_view line) { transcript_.Add(line); }),
       rawScreen_(MakeScreen(kind, qorcred::DayOf(script_.now))),
-      rawLinkScreen_(MakeConnectionScreen("FC01.006")) {
+      rawLinkScreen_(qorhost::MakeConnectionScreen("FC01.006")) {
   const auto write = [this](std::string_view line) { transcript_.Add(line); };
   tracedScreen_ = Recorded(rawScreen_, gate_, write);
   tracedLinkScreen_ = Recorded(rawLinkScreen_, gate_, write);
