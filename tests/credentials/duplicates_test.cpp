@@ -121,7 +121,7 @@ TEST_F(SingleDuplicate, IsNotAnyEditedRow) {
                   "CredentialType = 1 and PINNo = 100 and FacilityCode = 12\" -> no rows"});
 }
 
-TEST_F(SingleDuplicate, IsFoundAgainAfterAnEditThatFailed) {
+TEST_F(SingleDuplicate, IsNotAnyRowOfAnEditThatFailed) {
   Screen().ShowStored(1, 0);
   Host().gate().FailOn("ExecuteUpdate");
   EXPECT_FALSE(Screen().SaveEdited());

@@ -395,6 +395,50 @@ TEST_F(UnitSettingsWithTenants, WithAFixedDateEndThatDay) {
   )~"));
 }
 
+TEST_F(UnitSettingsWithTenants, WithAFixedDateThatIsNullHaveNoEnd) {
+  Settings(1, Null{}, Null{});
+
+  Controller().pbRetrieveSettingsFromUnit(Connection(), kUnit);
+
+  EXPECT_TRUE(SameLines(PickerLines(), R"~(
+    dtpStart.Value = #11/21/2026#
+    dtpEnd.Value = Null
+    dtpEnd.Hour = 23
+    dtpEnd.Minute = 59
+    dtpEnd.Second = 59
+  )~"));
+  EXPECT_TRUE(Host().services().trapped().empty());
+}
+
+TEST_F(UnitSettingsWithTenants, WithAFixedDateInATextEndThatDay) {
+  Settings(1, "12/31/2026", Null{});
+
+  Controller().pbRetrieveSettingsFromUnit(Connection(), kUnit);
+
+  EXPECT_TRUE(SameLines(PickerLines(), R"~(
+    dtpStart.Value = #11/21/2026#
+    dtpEnd.Value = "12/31/2026"
+    dtpEnd.Hour = 23
+    dtpEnd.Minute = 59
+    dtpEnd.Second = 59
+  )~"));
+  EXPECT_EQ(Host().controls().Date("dtpEnd").shown(), FromCivil({2026, 12, 31, 23, 59, 59}));
+}
+
+// The picker refuses the text; the start was set by then.
+TEST_F(UnitSettingsWithTenants, WithAFixedDateThatIsNoDateEndEarly) {
+  Settings(1, "at the end of the year", Null{});
+
+  Controller().pbRetrieveSettingsFromUnit(Connection(), kUnit);
+
+  EXPECT_TRUE(SameLines(PickerLines(), R"~(
+    dtpStart.Value = #11/21/2026#
+    dtpEnd.Value = "at the end of the year" ! 13 "Type mismatch"
+  )~"));
+  ASSERT_EQ(Host().services().trapped().size(), 1U);
+  EXPECT_EQ(Host().services().trapped().front().second, qorcred::ErrorNumber::kTypeMismatch);
+}
+
 TEST_F(UnitSettingsWithTenants, WithADayCountEndThatManyDaysFromToday) {
   Settings(2, Null{}, 30);
 
@@ -428,7 +472,7 @@ TEST_F(UnitSettingsWithTenants, EndAtThePickersLatestDateWhenTheDaysReachIt) {
   constexpr std::array<Case, 4> kCases{{{"one day before", 9, "#11/30/2026#"},
                                         {"that day", 10, "#12/1/2026#"},
                                         {"one day after", 11, "#12/1/2026#"},
-                                        {"beyond the calendar", 2000000, "#12/1/2026#"}}};
+                                        {"beyond the calendar", 9000000, "#12/1/2026#"}}};
   for (const Case& one : kCases) {
     CredentialScreen screen(ScreenKind::kTenantCreating);
     screen.host().database().Select("FROM UnitSettings", {{false, 2, Null{}, one.days}});

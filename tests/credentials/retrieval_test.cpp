@@ -276,6 +276,37 @@ TEST_F(LoadedCredential, SelectsTheLastOfSeveralEntriesOfItsTenant) {
                    "cboAssignedTo.ListIndex = 3"}));
 }
 
+// The layout is an operation of its own, which traps its failures: the loading goes on behind it.
+TEST_F(LoadedCredential, IsShownAlthoughTheLayoutFailed) {
+  ShowLists();
+  Database().Select("FROM CREDENTIALBANK", {{kUnit, 18, 1, 800, 99, 3, 2, 1, "1/2/2026", 2}});
+  Database().Select("FROM TENANTS", {{56, "Roe", "Richard", "Q"}});
+  Host().gate().FailOn("txtSequenceCode.Text=");
+
+  Controller().pbRetrieveCredentials(Connection(), kUnit, 18);
+
+  EXPECT_TRUE(EffectsAre(R"~(
+    ExecuteSelect "SELECT UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE,DOORCODE FROM CREDENTIALBANK WHERE UnitKey=3 AND RID=18 ORDER BY CredentialType,PINNo,FacilityCode,IDCode,ButtonNumber,SequenceNumber" -> 1 row
+    gblnModifiedFromClass = True
+    glngrid = 18
+    txtIDCode.Text = ""
+    txtIDCode.Visible = False
+    lblIDCode.Visible = False
+    txtSequenceCode.Text = "" ! 1000 "Injected failure"
+    Trapped pbTransmitterCtls 1000 "Injected failure"
+    cboActivate.ListIndex = 2
+    txtFacilityCode.Text = 99
+    txtIDCode.Text = 3
+    txtSequenceCode.Text = 2
+    optButtonDefault.Value = True
+    gstrLastModifiedDate = "1/2/2026"
+    ExecuteSelect "SELECT TENANTID,LASTNAME,FIRSTNAME,MIDDLEINITIAL FROM TENANTS WHERE UNITKEY=3 AND (CREDENTIALID1=18 OR CREDENTIALID2=18)" -> 1 row
+    cboAssignedTo.ListIndex = 0
+    cboAssignedTo.ListIndex = 2
+    gblnModifiedFromClass = False
+  )~"));
+}
+
 TEST_F(LoadedCredential, NeverComparesTheEntryForNoTenant) {
   ShowLists();
   Database().Select("FROM CREDENTIALBANK", {Credential(17, 2, 700)});

@@ -371,6 +371,31 @@ INSTANTIATE_TEST_SUITE_P(TransmitterCodes, Entry,
                                                      .idCode = "27",
                                                      .sequence = "3",
                                                      .stored = "1,10,12,27,3,1,"},
+                                           EntryCase{.name = "OfCardsInLettersAreZero",
+                                                     .type = kCard26,
+                                                     .idCode = "abc",
+                                                     .sequence = "x1",
+                                                     .stored = "1,10,12,0,0,1,"},
+                                           EntryCase{.name = "OfCardsCountUpToTheirLetters",
+                                                     .type = kCard30,
+                                                     .idCode = "7a",
+                                                     .sequence = "2.6 or so",
+                                                     .stored = "0,10,12,7,3,1,"},
+                                           EntryCase{.name = "OfCardsAtMinusOneAreNull",
+                                                     .type = kCard26,
+                                                     .idCode = "-1",
+                                                     .sequence = "-1",
+                                                     .stored = "1,10,12,Null,Null,1,"},
+                                           EntryCase{.name = "OfCardsBelowLoseTheirMinusOne",
+                                                     .type = kCard26,
+                                                     .idCode = "-12",
+                                                     .sequence = "-2",
+                                                     .stored = "1,10,12,Null2,-2,1,"},
+                                           EntryCase{.name = "OfCardsMayHave32Bits",
+                                                     .type = kCard26,
+                                                     .idCode = "2147483647",
+                                                     .sequence = "-2147483648",
+                                                     .stored = "1,10,12,2147483647,-2147483648,1,"},
                                            EntryCase{.name = "OfCardsMayBeEmpty",
                                                      .type = kCard30,
                                                      .idCode = "",
@@ -426,8 +451,7 @@ TEST_F(SingleEntry, LeavesTheModeWhenTheEndIsGiven) {
   EXPECT_TRUE(Host().transcript().StartingWith("txtPINEND.Text = ").empty());
 }
 
-// A number beyond 32 bits is a failure and not a refusal with words, or a refusal: in no case is it
-// stored.
+// A number of any length meets the messages about bounds.
 TEST_F(SingleEntry, BeyondEveryNumberTypeIsNotStored) {
   for (const std::string_view number : {"1e10", "99999999999", "1e300"}) {
     CredentialScreen screen;
@@ -435,7 +459,31 @@ TEST_F(SingleEntry, BeyondEveryNumberTypeIsNotStored) {
 
     EXPECT_FALSE(screen.SaveNew()) << number;
 
+    EXPECT_TRUE(SameLines(screen.host().transcript().Read(Detail::kEffects),
+                          "gstrTag = \"Single\"\ntxtPINEND.Text = \"" + std::string(number) +
+                              "\"\nMsgBox 64 \"Pello RT\" \"" + std::string(kNumberTooBig) +
+                              "\" -> 1\ntxtPINStart.SetFocus"));
+    EXPECT_TRUE(screen.host().services().trapped().empty()) << number;
     EXPECT_EQ(screen.host().transactions().begun(), 0) << number;
+  }
+}
+
+// The codes of cards have no messages of their own: a number beyond 32 bits ends the save.
+TEST_F(SingleEntry, OfACardWithCodesBeyond32BitsIsAFailure) {
+  for (const std::string_view box : {"txtIDCode", "txtSequenceCode"}) {
+    for (const std::string_view number : {"2147483648", "-2147483649", "1e300"}) {
+      CredentialScreen screen;
+      screen.EnterSingle(kCard26, "10");
+      screen.host().SetText(box, number);
+
+      EXPECT_FALSE(screen.SaveNew()) << box << ' ' << number;
+
+      EXPECT_TRUE(screen.host().transcript().StartingWith("MsgBox").empty());
+      EXPECT_EQ(screen.host().transactions().begun(), 0);
+      ASSERT_EQ(screen.host().services().trapped().size(), 1U);
+      EXPECT_EQ(screen.host().services().trapped().front().first, "pbSave");
+      EXPECT_EQ(screen.host().services().trapped().front().second, qorcred::ErrorNumber::kOverflow);
+    }
   }
 }
 

@@ -1,4 +1,5 @@
 // Storing new credentials: one row a number in one transaction, all of them or none.
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -117,6 +118,42 @@ TEST_F(Storage, AcceptsTheIdentityOne) {
   EXPECT_EQ(Host().transactions().committed(), 1);
 }
 
+// What the caller holds then is the identity of a row that is gone, or the manager's answer.
+TEST_F(Storage, LeavesTheLastIdentityOfASaveThatWasRolledBack) {
+  struct Case {
+    std::string_view name;
+    void (*fail)(RecordingHost& host);
+    std::int32_t rid;
+  };
+  static constexpr auto kRefuse = [](RecordingHost& host, std::int32_t identity) {
+    host.database().Number("INSERT INTO CREDENTIALBANK", 101);
+    host.database().Number("INSERT INTO CREDENTIALBANK", identity);
+  };
+  const std::array<Case, 5> cases{
+      {{"second row without identity", [](RecordingHost& host) { kRefuse(host, 0); }, 0},
+       {"second row refused", [](RecordingHost& host) { kRefuse(host, -1); }, -1},
+       {"second insert failing",
+        [](RecordingHost& host) {
+          host.database().On("_ROWID_,1,2,", {.error = "the disk is full"});
+        },
+        0},
+       {"first insert raises", [](RecordingHost& host) { host.gate().FailOn("ExecuteInsert"); },
+        42},
+       {"no transaction", [](RecordingHost& host) { host.gate().FailOn("BeginTrans"); }, 42}}};
+  for (const Case& one : cases) {
+    CredentialScreen screen;
+    screen.EnterRange(kCard26, "1", "3");
+    one.fail(screen.host());
+    std::int32_t rid = 42;
+
+    EXPECT_FALSE(screen.SaveNew(&rid)) << one.name;
+
+    EXPECT_EQ(rid, one.rid) << one.name;
+    EXPECT_EQ(screen.host().transactions().committed(), 0) << one.name;
+    EXPECT_EQ(screen.host().transactions().open(), 0) << one.name;
+  }
+}
+
 TEST_F(Storage, RollsBackWhenAnInsertRaises) {
   Screen().EnterRange(kCard26, "1", "3");
   Host().gate().FailOn("ExecuteInsert");
@@ -132,8 +169,11 @@ TEST_F(Storage, ThatCannotBeCommittedIsRolledBackButReportedDone) {
   Screen().EnterSingle(kCard26, "10");
   Host().gate().FailOn("CommitTrans");
 
-  EXPECT_TRUE(Screen().SaveNew());
+  std::int32_t rid = 0;
 
+  EXPECT_TRUE(Screen().SaveNew(&rid));
+
+  EXPECT_EQ(rid, 101);
   EXPECT_EQ(Host().transactions().rolledBack(), 1);
   EXPECT_EQ(Host().transactions().open(), 0);
   ASSERT_EQ(Host().services().trapped().size(), 1U);

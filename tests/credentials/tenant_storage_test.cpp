@@ -160,6 +160,48 @@ TEST_F(TenantStorage, WritesTheTimesOfDay) {
             "_ROWID_,'_LMDATE_',77,5,True)");
 }
 
+/// A host that writes its dates in a form of its own.
+class DatesInWords final : public qorcred::Host {
+ public:
+  explicit DatesInWords(qorcred::Host& inner) : inner_(inner) {}
+
+  std::string DateText(qorcred::Date date) override {
+    const qorcred::CivilTime civil = qorcred::ToCivil(date);
+    return "day " + std::to_string(civil.day) + " of month " + std::to_string(civil.month);
+  }
+
+  qorcred::ObjectRef CreateComponent(std::string_view programmaticId) override {
+    return inner_.CreateComponent(programmaticId);
+  }
+  qorcred::MessageButton ShowMessage(std::string_view text, qorcred::MessageStyle style,
+                                     std::string_view title) override {
+    return inner_.ShowMessage(text, style, title);
+  }
+  qorcred::Date Now() override { return inner_.Now(); }
+  void LetEventsRun() override { inner_.LetEventsRun(); }
+  void ReportFailure(std::string_view operation,
+                     const qorcred::RuntimeError& failure) noexcept override {
+    inner_.ReportFailure(operation, failure);
+  }
+
+ private:
+  qorcred::Host& inner_;
+};
+
+TEST_F(TenantStorage, WritesDatesInTheFormOfTheHost) {
+  Screen().EnterSingle(kCard26, "100");
+  Screen().EnterTenantDefaults();
+  DatesInWords host(Host().host());
+  qorcred::clsCredential controller(host);
+  controller.set_gmobjCredentialScreen(Host().screen());
+
+  EXPECT_TRUE(controller.pbSave(Connection(), kUnit, true));
+
+  EXPECT_EQ(TenantValues(),
+            "VALUES(3,'No Name1100',101,1,0,5,9,'day 21 of month 11','day 21 of month 11',"
+            "_ROWID_,'_LMDATE_',77,5,True)");
+}
+
 TEST_F(TenantStorage, WithNothingSelectedStoresScheduleZero) {
   Screen().EnterSingle(kCard26, "100");
   Screen().EnterTenantDefaults();
@@ -226,20 +268,43 @@ TEST_F(TenantStorage, DoesNoTenantWorkForACredentialThatWasNotInserted) {
   EXPECT_EQ(Host().transactions().committed(), 0);
 }
 
+// The tenant's other calls are made all the same, before the row's identity is looked at.
 TEST_F(TenantStorage, RollsBackWhenATenantIsNotInserted) {
   Screen().EnterRange(kCard26, "1", "3");
   Screen().EnterTenantDefaults();
   Database().Number("INSERT INTO TENANTS", 102);
   Database().Number("INSERT INTO TENANTS", 0);
+  std::int32_t rid = 0;
 
-  EXPECT_FALSE(Screen().SaveNewWithTenants());
+  EXPECT_FALSE(Screen().SaveNewWithTenants(&rid));
 
-  const Lines effects = Host().transcript().Read(Detail::kEffects);
-  ASSERT_GE(effects.size(), 2U);
-  EXPECT_TRUE(SameLines(Lines(effects.end() - 2, effects.end()), R"~(
+  EXPECT_TRUE(EffectsAre(R"~(
+    ExecuteSelect "Select Top 1 UnitKey,PINNo from CredentialBank where UnitKey = 3 and CredentialType = 1 and PINNo >=1  and PINNo <=3 and FacilityCode = 12 Order by CredentialType,PINNo,FacilityCode" -> no rows
+    ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
+    pbGetUnitStatus 3 -> 0 0 0
+    ExecuteSelect "Select RID from TenantGroup where UnitKey = 3 AND IsGroupZero=True" -> 1 row
+    BeginTrans
+    gstrNewTenantIDs = ""
+    ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,1,1,12,0,0,1,'_LMDATE_')" "" "CREDENTIALBANK" -> 101
+    pbGetMaxGroupIDOrLinkID 3 True -> 5
+    ExecuteInsert "INSERT INTO TENANTS(UNITKEY,LASTNAME,CREDENTIALID1,DOORSCHEDULE1,DOORSCHEDULE2,DOORSCHEDULE3,DOORSCHEDULE4,ACTIVESTARTTIME,ACTIVEENDTIME,RID,LASTMODIFIEDDATE,GROUPID,LINKCODE,ACTIVETENANT)VALUES(3,'No Name11',101,1,0,5,9,'11/21/2026','11/21/2027 11:59:59 PM',_ROWID_,'_LMDATE_',77,5,True)" "" "TENANTS" -> 102
+    pbIncrementMaxGroupIDOrLinkIDByOne 3 True 1
+    pbGetTenantID 3 102 -> 1102
+    gstrNewTenantIDs = "1102,"
+    Execute "INSERT INTO TenantsBackup (UnitKey,TenantID) VALUES (3 , 1102)" -> 1
+    pvCreateProgramSteps 3 102
+    ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,1,2,12,0,0,1,'_LMDATE_')" "" "CREDENTIALBANK" -> 102
+    pbGetMaxGroupIDOrLinkID 3 True -> 6
+    ExecuteInsert "INSERT INTO TENANTS(UNITKEY,LASTNAME,CREDENTIALID1,DOORSCHEDULE1,DOORSCHEDULE2,DOORSCHEDULE3,DOORSCHEDULE4,ACTIVESTARTTIME,ACTIVEENDTIME,RID,LASTMODIFIEDDATE,GROUPID,LINKCODE,ACTIVETENANT)VALUES(3,'No Name12',102,1,0,5,9,'11/21/2026','11/21/2027 11:59:59 PM',_ROWID_,'_LMDATE_',77,6,True)" "" "TENANTS" -> 0
+    pbIncrementMaxGroupIDOrLinkIDByOne 3 True 1
+    pbGetTenantID 3 0 -> 1000
+    gstrNewTenantIDs = "1102,1000,"
+    Execute "INSERT INTO TenantsBackup (UnitKey,TenantID) VALUES (3 , 1000)" -> 1
+    pvCreateProgramSteps 3 0
     gstrNewTenantIDs = ""
     RollbackTrans
   )~"));
+  EXPECT_EQ(rid, 102);
   EXPECT_EQ(Host().transcript().StartingWith("ExecuteInsert \"INSERT INTO TENANTS").size(), 2U);
   EXPECT_EQ(Host().controls().Variable("gstrNewTenantIDs"), qorcred::Value(""));
   EXPECT_EQ(Host().transactions().committed(), 0);
