@@ -16,7 +16,8 @@ set(areas
   "host/screens:frame"
   "host/store:frame host/dialect"
   "host/siblings:frame host/dialect host/store"
-  "host/cli:frame credentials dircodes reports host/dialect host/trace host/screens host/store host/siblings"
+  "host/unit:frame dircodes"
+  "host/cli:frame credentials dircodes reports host/dialect host/trace host/screens host/store host/siblings host/unit"
   "bench:*"
   "tests:*")
 

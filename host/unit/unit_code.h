@@ -1,0 +1,48 @@
+// A directory code as a unit keeps it: 24 texts in the unit's own notation.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "dircodes/unit_notation.h"
+#include "frame/value.h"
+
+namespace qorhost {
+
+inline constexpr std::size_t kUnitFieldCount = 24;
+
+/// The texts by their place; see qorcred::detail for the places. Places 0 to 3 are not looked at.
+struct UnitCode {
+  std::array<std::string, kUnitFieldCount> fields;
+
+  [[nodiscard]] std::string& operator[](qorcred::detail::Place place) { return fields[place]; }
+  [[nodiscard]] const std::string& operator[](qorcred::detail::Place place) const {
+    return fields[place];
+  }
+  friend bool operator==(const UnitCode&, const UnitCode&) = default;
+};
+
+/// The firmware of units that have no display options, and of those that have them.
+inline constexpr std::string_view kFirmwareWithoutDisplay = "FC01.005";
+inline constexpr std::string_view kFirmwareWithDisplay = "FC02.010";
+
+/// The largest directory code: 15 digits, as many as the store keeps exactly.
+inline constexpr std::int64_t kLargestUnitCode = 999'999'999'999'999;
+
+/// Why the code cannot be taken over into a store, naming the field; "" when it can be.
+[[nodiscard]] std::string FaultIn(const UnitCode& code);
+
+/// Brings a code without fault into the one form in which codes compare: numbers without zeros in
+/// front, unused dates empty, an empty display mode "0", a delay without a value "2".
+void MakeCanonical(UnitCode& code);
+
+/// The code's number. The code must be without fault.
+[[nodiscard]] std::int64_t NumberOf(const UnitCode& code);
+
+/// The texts that clsDirCode.pbMergeSave takes: an empty schedule becomes "Null".
+[[nodiscard]] qorcred::StringArray DetailsOf(const UnitCode& code);
+
+}  // namespace qorhost

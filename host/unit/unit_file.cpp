@@ -1,0 +1,185 @@
+#include "host/unit/unit_file.h"
+
+#include <fmt/format.h>
+
+#include <istream>
+#include <optional>
+#include <ostream>
+#include <string_view>
+#include <unordered_map>
+
+namespace qorhost {
+
+namespace {
+
+constexpr std::string_view kFirstLine = "qorCred unit file 1";
+constexpr std::string_view kFirmwareWord = "firmware ";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr char kSeparator = ';';
+
+// What stands behind a backslash for each character that cannot stand for itself.
+struct Escape {
+  char character;
+  char letter;
+};
+constexpr Escape kEscapes[] = {{'\\', '\\'}, {';', ';'}, {'\n', 'n'}, {'\r', 'r'}, {'#', '#'}};
+
+enum class LineRead { kLine, kTooLong, kEnd };
+
+// Reads up to the next line feed and keeps no more than the longest line; a carriage return in
+// front of the feed is dropped.
+LineRead ReadLine(std::istream& in, std::string& line) {
+  line.clear();
+  std::streambuf* buffer = in.rdbuf();
+  bool any = false;
+  bool tooLong = false;
+  for (;;) {
+    const int next = buffer == nullptr ? EOF : buffer->sbumpc();
+    if (next == EOF) {
+      if (!any) return LineRead::kEnd;
+      break;
+    }
+    any = true;
+    if (next == '\n') break;
+    if (line.size() <= kLongestUnitLine) {
+      line.push_back(static_cast<char>(next));
+    } else {
+      tooLong = true;
+    }
+  }
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  return tooLong || line.size() > kLongestUnitLine ? LineRead::kTooLong : LineRead::kLine;
+}
+
+// Splits a line into its fields; the reason when it cannot be.
+std::string SplitLine(std::string_view line, UnitCode& code) {
+  std::size_t count = 0;
+  std::string field;
+  const auto take = [&] {
+    if (count < kUnitFieldCount) code.fields[count] = std::move(field);
+    field.clear();
+    ++count;
+  };
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (line[i] == kSeparator) {
+      take();
+    } else if (line[i] != '\\') {
+      field.push_back(line[i]);
+    } else {
+      const char letter = ++i < line.size() ? line[i] : '\0';
+      std::optional<char> character;
+      for (const Escape& escape : kEscapes) {
+        if (escape.letter == letter) character = escape.character;
+      }
+      if (!character.has_value()) return R"(a backslash must be followed by \, ;, #, n or r)";
+      field.push_back(*character);
+    }
+  }
+  take();
+  if (count == kUnitFieldCount) return {};
+  return fmt::format("{} fields instead of {}", count, kUnitFieldCount);
+}
+
+class Reader {
+ public:
+  explicit Reader(std::istream& in) : in_(in) {}
+
+  UnitReading Read() {
+    if (!ReadHeader()) return std::move(reading_);
+    for (LineRead read = Next(); read != LineRead::kEnd; read = Next()) {
+      if (read == LineRead::kTooLong) {
+        Fault(fmt::format("the line is longer than {} bytes", kLongestUnitLine));
+      } else if (!line_.empty() && line_.front() != '#') {
+        TakeLine();
+      }
+    }
+    return std::move(reading_);
+  }
+
+ private:
+  LineRead Next() {
+    ++number_;
+    return ReadLine(in_, line_);
+  }
+
+  void Fault(std::string reason) { reading_.faults.push_back({number_, std::move(reason)}); }
+
+  bool ReadHeader() {
+    Next();
+    std::string_view first = line_;
+    if (first.starts_with(kByteOrderMark)) first.remove_prefix(kByteOrderMark.size());
+    if (first != kFirstLine) {
+      Fault(fmt::format("a unit file begins with the line \"{}\"", kFirstLine));
+      return false;
+    }
+    Next();
+    if (!line_.starts_with(kFirmwareWord) || line_.size() == kFirmwareWord.size()) {
+      Fault(
+          fmt::format("the second line must be \"firmware\" and the firmware's name, such as "
+                      "\"firmware {}\"",
+                      kFirmwareWithDisplay));
+      return false;
+    }
+    reading_.file.firmware = line_.substr(kFirmwareWord.size());
+    return true;
+  }
+
+  void TakeLine() {
+    UnitCode code;
+    std::string fault = SplitLine(line_, code);
+    if (fault.empty()) fault = FaultIn(code);
+    if (!fault.empty()) {
+      Fault(std::move(fault));
+      return;
+    }
+    MakeCanonical(code);
+    const auto [known, isNew] = lineOfCode_.try_emplace(NumberOf(code), number_);
+    if (!isNew) {
+      Fault(fmt::format("the directory code {} stands in line {} already", NumberOf(code),
+                        known->second));
+      return;
+    }
+    reading_.file.codes.push_back(std::move(code));
+  }
+
+  std::istream& in_;
+  UnitReading reading_;
+  std::string line_;
+  std::size_t number_ = 0;
+  std::unordered_map<std::int64_t, std::size_t> lineOfCode_;
+};
+
+void AppendEscaped(std::string& line, std::string_view text) {
+  for (const char character : text) {
+    char letter = '\0';
+    for (const Escape& escape : kEscapes) {
+      // "#" begins a comment in the first place only.
+      if (escape.character == character && (character != '#' || line.empty())) {
+        letter = escape.letter;
+      }
+    }
+    if (letter != '\0') line.push_back('\\');
+    line.push_back(letter != '\0' ? letter : character);
+  }
+}
+
+}  // namespace
+
+UnitReading ReadUnitFile(std::istream& in) {
+  return Reader(in).Read();
+}
+
+void WriteUnitFile(std::ostream& out, const UnitFile& file) {
+  out << kFirstLine << '\n' << kFirmwareWord << file.firmware << '\n';
+  std::string line;
+  for (const UnitCode& code : file.codes) {
+    line.clear();
+    for (std::size_t place = 0; place < kUnitFieldCount; ++place) {
+      if (place > 0) line.push_back(kSeparator);
+      AppendEscaped(line, code.fields[place]);
+    }
+    out << line << '\n';
+  }
+}
+
+}  // namespace qorhost
