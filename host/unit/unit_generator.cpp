@@ -55,7 +55,10 @@ UnitCode MakeCode(std::int32_t number, Dice& dice) {
     code[kIsCfChecked] = "1";
     code[kCfSchedule] = fmt::format("{}", dice.Below(12));
     code[kCfPhone] = fmt::format("555{:04}", dice.Below(10000));
-    if (dice.OneIn(2)) code[kCfExtension] = fmt::format("{}", 100 + dice.Below(900));
+    if (dice.OneIn(2)) {
+      code[kCfExtension] = fmt::format("{}", 100 + dice.Below(900));
+      code[kCfTimeDelay] = fmt::format("{}", 1 + dice.Below(60));
+    }
   }
   if (dice.OneIn(4)) PutDate(code, dice, kStartDateUsed, kStartDate, kStartTime, 20);
   if (dice.OneIn(4)) PutDate(code, dice, kEndDateUsed, kEndDate, kEndTime, 30 + dice.Below(60));

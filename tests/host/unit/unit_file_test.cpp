@@ -1,0 +1,161 @@
+#include "host/unit/unit_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "host/unit/unit_generator.h"
+#include "tests/host/unit/sample_code.h"
+
+namespace {
+
+using qorhost::LineFault;
+using qorhost::UnitCode;
+using qorhost::UnitFile;
+using qorhost::UnitReading;
+using qortest::SampleCode;
+using qortest::With;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using namespace qorcred::detail;  // the places
+
+constexpr const char* kHead = "qorCred unit file 1\nfirmware FC02.010\n";
+constexpr const char* kLine =
+    ";;;;101;5550101;12;5550202;34;Adler, K.;1;1;240315;0930;1;301231;2359;5;1;30;1;7;40;1\n";
+
+UnitReading Read(const std::string& text) {
+  std::istringstream in(text);
+  return qorhost::ReadUnitFile(in);
+}
+
+std::string Written(const UnitFile& file) {
+  std::ostringstream out;
+  qorhost::WriteUnitFile(out, file);
+  return out.str();
+}
+
+MATCHER_P2(FaultAt, line, reason, "") {
+  return arg.line == static_cast<std::size_t>(line) &&
+         ::testing::ExplainMatchResult(HasSubstr(reason), arg.reason, result_listener);
+}
+
+TEST(UnitFileTest, HoldsOneCodeALine) {
+  UnitFile file;
+  file.codes = {SampleCode()};
+  EXPECT_EQ(Written(file), std::string(kHead) + kLine);
+
+  const UnitReading reading = Read(std::string(kHead) + kLine);
+  EXPECT_THAT(reading.faults, IsEmpty());
+  EXPECT_EQ(reading.file.firmware, "FC02.010");
+  ASSERT_THAT(reading.file.codes, SizeIs(1));
+  EXPECT_EQ(reading.file.codes[0], SampleCode());
+}
+
+TEST(UnitFileTest, SkipsCommentsAndEmptyLines) {
+  const UnitReading reading = Read(std::string(kHead) + "# the lobby\n\n" + kLine + "#end");
+  EXPECT_THAT(reading.faults, IsEmpty());
+  EXPECT_THAT(reading.file.codes, SizeIs(1));
+}
+
+TEST(UnitFileTest, ReadsAByteOrderMarkAndCarriageReturns) {
+  std::string text = "\xEF\xBB\xBF" + std::string(kHead) + kLine;
+  for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 2)) {
+    text.insert(at, 1, '\r');
+  }
+  const UnitReading reading = Read(text);
+  EXPECT_THAT(reading.faults, IsEmpty());
+  EXPECT_EQ(reading.file.firmware, "FC02.010");
+  ASSERT_THAT(reading.file.codes, SizeIs(1));
+  EXPECT_EQ(reading.file.codes[0], SampleCode());
+}
+
+TEST(UnitFileTest, ReadsALastLineWithoutLineFeed) {
+  std::string text = std::string(kHead) + kLine;
+  text.pop_back();
+  EXPECT_THAT(Read(text).file.codes, SizeIs(1));
+}
+
+TEST(UnitFileTest, TextsOfAnyKindSurvive) {
+  for (const char* text : {";", "\\", "\\;", "a;b;;", "#1", "line\nbreak", "a\r\nb", "\r", "\t",
+                           " blanks ", "\"quoted\"", "Gro\xC3\x9F", "\\n", "#"}) {
+    UnitFile file;
+    file.codes = {With(kDisplayName, text)};
+    const UnitReading reading = Read(Written(file));
+    ASSERT_THAT(reading.faults, IsEmpty()) << text;
+    ASSERT_THAT(reading.file.codes, SizeIs(1)) << text;
+    EXPECT_EQ(reading.file.codes[0], file.codes[0]) << text;
+  }
+}
+
+TEST(UnitFileTest, AFieldThatBeginsLikeACommentSurvives) {
+  UnitFile file;
+  file.codes = {SampleCode()};
+  file.codes[0].fields[0] = "#7";
+  EXPECT_THAT(Written(file), HasSubstr("\n\\#7;"));
+  EXPECT_THAT(Read(Written(file)).file.codes, SizeIs(1));
+}
+
+TEST(UnitFileTest, EveryBadLineIsToldAndTheOthersAreKept) {
+  std::string good = kLine;
+  std::string other = good;
+  other.replace(other.find("101"), 3, "102");
+  const UnitReading reading = Read(std::string(kHead) + "nonsense\n" + good + "a\\q;\n" + other +
+                                   ";;;;x;;;;;;;;;;;;;;;;;;;\n" + good);
+  EXPECT_THAT(reading.faults,
+              ElementsAre(FaultAt(3, "1 fields instead of 24"), FaultAt(5, "backslash"),
+                          FaultAt(7, "directory code must be a number"),
+                          FaultAt(8, "101 stands in line 4 already")));
+  ASSERT_THAT(reading.file.codes, SizeIs(2));
+  EXPECT_EQ(qorhost::NumberOf(reading.file.codes[1]), 102);
+}
+
+TEST(UnitFileTest, OneFieldMoreIsAFault) {
+  std::string line = kLine;
+  line.insert(line.size() - 1, ";");
+  EXPECT_THAT(Read(std::string(kHead) + line).faults,
+              ElementsAre(FaultAt(3, "25 fields instead of 24")));
+}
+
+TEST(UnitFileTest, LongLinesAreFaultsWhereTheyStand) {
+  const std::string longest(qorhost::kLongestUnitLine, 'x');
+  const UnitReading reading = Read(std::string(kHead) + longest + "\n" + longest + "x\n" + kLine);
+  EXPECT_THAT(reading.faults, ElementsAre(FaultAt(3, "1 fields"), FaultAt(4, "longer than 4096")));
+  EXPECT_THAT(reading.file.codes, SizeIs(1));
+}
+
+TEST(UnitFileTest, AnotherFileIsNotRead) {
+  for (const char* text :
+       {"", "\n", "qorCred unit file 2\n", "PK\x03\x04", "qorCred unit file 1 "}) {
+    const UnitReading reading = Read(text + std::string(kLine));
+    EXPECT_THAT(reading.faults, ElementsAre(FaultAt(1, "begins with the line"))) << text;
+    EXPECT_THAT(reading.file.codes, IsEmpty()) << text;
+  }
+}
+
+TEST(UnitFileTest, TheFirmwareMustBeTold) {
+  for (const char* second : {"", "firmware\n", "firmware \n", "FC01.005\n"}) {
+    const UnitReading reading = Read("qorCred unit file 1\n" + std::string(second) + kLine);
+    EXPECT_THAT(reading.faults, ElementsAre(FaultAt(2, "firmware"))) << second;
+    EXPECT_THAT(reading.file.codes, IsEmpty()) << second;
+  }
+}
+
+TEST(UnitFileTest, AnEmptyUnitIsAUnit) {
+  const UnitReading reading = Read(kHead);
+  EXPECT_THAT(reading.faults, IsEmpty());
+  EXPECT_THAT(reading.file.codes, IsEmpty());
+  EXPECT_EQ(Written(reading.file), kHead);
+}
+
+TEST(UnitFileTest, WritingWhatWasReadIsByteIdentical) {
+  const std::string once = Written(qorhost::GenerateUnit(2000, 7));
+  const UnitReading reading = Read(once);
+  EXPECT_THAT(reading.faults, IsEmpty());
+  EXPECT_EQ(Written(reading.file), once);
+}
+
+}  // namespace
