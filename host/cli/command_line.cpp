@@ -72,7 +72,7 @@ void DescribeStore(CLI::App& app, Choice& choice) {
               [&choice](Console& console) { return RunInit(choice.global, choice.init, console); });
   init->add_flag("--demo", choice.init.demo,
                  "Fill it with an invented building: three units, 200 tenants, their credentials");
-  init->add_flag("--force", choice.init.force, "Replace an existing file");
+  init->add_flag("--force", choice.init.force, "Replace an existing store");
 
   Command(app, choice, "units", "List the units, their codes in use and their capacity",
           "  qorhost units\n  qorhost units --json",

@@ -49,9 +49,23 @@ void CreateStore(const fs::path& file, bool demo) {
   }
 }
 
+/// Refuses to write over a file that holds something else than a store.
+void RequireStore(const fs::path& file) {
+  if (!IsStoreOrEmpty(file)) {
+    throw RefusedError(
+        fmt::format("'{}' is no store of this program and is not replaced: name another file with "
+                    "--db, or move it away",
+                    Displayable(file.string())));
+  }
+}
+
 /// Makes the new store beside the old one and puts it in its place when it is whole.
 void ReplaceStore(const fs::path& file, bool demo) {
+  RequireStore(file);
   const fs::path fresh = Beside(file, ".new");
+  if (fs::exists(fresh)) {
+    RequireStore(fresh);  // or what an earlier run left behind
+  }
   RemoveStore(fresh);
   try {
     CreateStore(fresh, demo);

@@ -18,8 +18,8 @@ struct SqlOptions {
   bool write = false;
 };
 
-/// Creates the store's file; an existing one is replaced with --force only, and stays as it was
-/// when the new one cannot be made.
+/// Creates the store's file; an existing store is replaced with --force only, and stays as it was
+/// when the new one cannot be made. A file that is no store is never replaced.
 ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Console& console);
 /// Lists the units with the codes in use and their capacity.
 ExitStatus RunUnits(const GlobalOptions& global, Console& console);

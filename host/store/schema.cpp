@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <fstream>
 #include <string>
 
 #include "host/store/migration_1.h"
@@ -13,16 +14,40 @@ namespace qorhost {
 
 namespace {
 
+constexpr std::size_t kHeaderSize = 100;  // of every SQLite file
+
 constexpr std::array kMigrations{Migration{1, kMigration1}};
 
 std::int64_t VersionOf(Database& database) {
   return database.Number("PRAGMA user_version");
 }
 
+bool IsOurs(Database& database) {
+  return database.Number("PRAGMA application_id") == kApplicationId;
+}
+
+bool HasTables(Database& database) {
+  return database.Number("SELECT count(*) FROM sqlite_schema") > 0;
+}
+
+// Whether the file begins as a database with our mark, whatever the rest of it is.
+bool HeaderIsOurs(const std::filesystem::path& file) {
+  constexpr std::string_view kMagic("SQLite format 3\0", 16);
+  constexpr std::size_t kMarkAt = 68;
+  constexpr unsigned kMarkSize = 4;
+  std::array<char, kHeaderSize> header{};
+  std::ifstream(file, std::ios::binary).read(header.data(), header.size());
+  std::int64_t mark = 0;
+  for (std::size_t at = kMarkAt; at < kMarkAt + kMarkSize; ++at) {
+    mark = mark * 256 + static_cast<unsigned char>(header[at]);
+  }
+  return std::string_view(header.data(), kMagic.size()) == kMagic && mark == kApplicationId;
+}
+
 // Refuses files that are not ours before anything is written to them.
 void CheckOwner(Database& database) {
-  const bool hasTables = database.Number("SELECT count(*) FROM sqlite_schema") > 0;
-  if (hasTables && database.Number("PRAGMA application_id") != kApplicationId) {
+  const bool hasTables = HasTables(database);
+  if (hasTables && !IsOurs(database)) {
     throw StoreError(
         fmt::format("'{}' is a database of another program: name another file", database.name()));
   }
@@ -93,6 +118,30 @@ Database OpenStore(const std::filesystem::path& file, OpenMode mode) {
   Database database(file, mode);
   Prepare(database);
   return database;
+}
+
+bool IsStoreOrEmpty(const std::filesystem::path& file) {
+  // A device or a pipe would not be read but waited for; SQLite takes a single byte for nothing.
+  if (!std::filesystem::is_regular_file(file)) {
+    return false;
+  }
+  if (const std::uintmax_t size = std::filesystem::file_size(file); size < kHeaderSize) {
+    return size == 0;
+  }
+  if (HeaderIsOurs(file)) {
+    return true;
+  }
+  try {
+    // The mark of a store that was cut off while it was made may stand in its log alone.
+    Database database(file, OpenMode::kReadOnly);
+    return !HasTables(database) || IsOurs(database);
+  } catch (const StoreError& failure) {
+    const int code = failure.code() & 0xFF;
+    if (code == SQLITE_NOTADB || code == SQLITE_CORRUPT) {
+      return false;
+    }
+    throw;
+  }
 }
 
 Database OpenMemoryStore() {

@@ -30,6 +30,11 @@ struct Migration {
 /// older and was opened for reading only.
 [[nodiscard]] Database OpenStore(const std::filesystem::path& file, OpenMode mode);
 
+/// Whether a file holds a store, whole or damaged and of any version, or nothing at all: what may
+/// be replaced without a loss of anything else. Only reads the file. Raises StoreError when it
+/// cannot.
+[[nodiscard]] bool IsStoreOrEmpty(const std::filesystem::path& file);
+
 /// An empty store in memory.
 [[nodiscard]] Database OpenMemoryStore();
 

@@ -1,7 +1,9 @@
 // The program's commands around the store, its help and its exit status.
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #include "tests/host/cli/run_fixture.h"
 
@@ -12,7 +14,13 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-class CommandLine : public RunFixture {};
+class CommandLine : public RunFixture {
+ protected:
+  [[nodiscard]] std::string ContentOf(const std::string& name) const {
+    std::ifstream file(File(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+};
 
 TEST_F(CommandLine, InitCreatesADemoBuildingWithThreeUnits) {
   const Outcome outcome = Run({"init", "--demo"});
@@ -33,6 +41,38 @@ TEST_F(CommandLine, InitKeepsAnExistingFileUnlessForced) {
   EXPECT_EQ(Rows({"units"}).size(), 3U);
   EXPECT_EQ(Run({"init", "--force"}).status, 0);
   EXPECT_EQ(Rows({"units"}).size(), 0U);
+}
+
+TEST_F(CommandLine, InitNeverReplacesAFileThatIsNoStore) {
+  const std::string notes = "these are notes, not a database";
+  for (const std::string& content : {notes, std::string(5000, 'x'), std::string("x")}) {
+    std::ofstream(File("notes.txt"), std::ios::trunc) << content;
+    const Outcome outcome = Run({"--db", File("notes.txt"), "init", "--demo", "--force"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("notes.txt' is no store of this program"));
+    EXPECT_THAT(outcome.err, HasSubstr("--db"));
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_TRUE(ContentOf("notes.txt") == content) << content.size() << " bytes";
+  }
+  EXPECT_FALSE(std::filesystem::exists(File("notes.txt.new")));
+}
+
+TEST_F(CommandLine, InitNeverReplacesWhatStandsWhereTheNewStoreIsMade) {
+  InitDemo();
+  std::ofstream(File("building.db.new")) << "notes about the new building";
+  const Outcome outcome = Run({"init", "--force"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("building.db.new' is no store of this program"));
+  EXPECT_EQ(ContentOf("building.db.new"), "notes about the new building");
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+}
+
+TEST_F(CommandLine, InitReplacesAnEmptyFileAndWhatAnEarlierRunLeftBehind) {
+  std::ofstream(File("building.db")).close();
+  std::ofstream(File("building.db.new")).close();
+  EXPECT_EQ(Run({"init", "--demo", "--force"}).status, 0);
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+  EXPECT_FALSE(std::filesystem::exists(File("building.db.new")));
 }
 
 TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {

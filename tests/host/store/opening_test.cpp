@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -95,6 +96,91 @@ TEST_F(OpeningTest, RefusesTheDatabaseOfAnotherProgramAndLeavesItAlone) {
   Database other(File(), OpenMode::kReadOnly);
   EXPECT_EQ(other.Number("PRAGMA user_version"), 7);
   EXPECT_EQ(other.Number("SELECT count(*) FROM sqlite_schema"), 1);
+}
+
+TEST_F(OpeningTest, KnowsAStoreOfAnyStateFromOtherFiles) {
+  const struct {
+    const char* name;
+    std::function<void()> make;
+    bool isStore;
+  } rows[] = {
+      {"Store", [this] { const Database made = OpenStore(File(), OpenMode::kCreate); }, true},
+      {"NewerStore",
+       [this] {
+         Database made = OpenStore(File(), OpenMode::kCreate);
+         made.Run("PRAGMA user_version=" + std::to_string(SchemaVersion() + 1));
+       },
+       true},
+      {"DamagedStore",
+       [this] {
+         { const Database made = OpenStore(File(), OpenMode::kCreate); }
+         std::fstream file(File(), std::ios::in | std::ios::out | std::ios::binary);
+         constexpr std::streamoff kBehindTheHeader = 100;
+         file.seekp(kBehindTheHeader);
+         file << std::string(20000, 'x');
+       },
+       true},
+      {"EmptyFile", [this] { std::ofstream(File()).close(); }, true},
+      {"EmptyDatabase",
+       [this] {
+         Database made(File(), OpenMode::kCreate);
+         made.Run("PRAGMA user_version=1");
+       },
+       true},
+      {"OtherDatabase",
+       [this] {
+         Database made(File(), OpenMode::kCreate);
+         made.Run("CREATE TABLE notes (text)");
+       },
+       false},
+      {"OtherApplication",
+       [this] {
+         Database made(File(), OpenMode::kCreate);
+         made.Run("PRAGMA application_id=77; CREATE TABLE notes (text)");
+       },
+       false},
+      {"Text", [this] { std::ofstream(File()) << std::string(5000, 'x'); }, false},
+      {"SingleCharacter", [this] { std::ofstream(File()) << 'x'; }, false},
+      {"ShortText", [this] { std::ofstream(File()) << "a few words"; }, false},
+      {"DamagedOtherDatabase",
+       [this] {
+         {
+           Database made(File(), OpenMode::kCreate);
+           made.Run("CREATE TABLE notes (text)");
+         }
+         std::fstream file(File(), std::ios::in | std::ios::out | std::ios::binary);
+         constexpr std::streamoff kBehindTheHeader = 100;
+         file.seekp(kBehindTheHeader);
+         file << std::string(4000, 'x');
+       },
+       false},
+      {"Folder", [this] { std::filesystem::create_directory(File()); }, false},
+      {"Pipe", [this] { ASSERT_EQ(mkfifo(File().c_str(), 0600), 0); }, false},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    row.make();
+    EXPECT_EQ(IsStoreOrEmpty(File()), row.isStore);
+    std::filesystem::remove_all(File());
+  }
+}
+
+TEST_F(OpeningTest, SaysThatAFileCannotBeReadForItsKind) {
+  { const Database made = OpenStore(File(), OpenMode::kCreate); }
+  std::filesystem::permissions(folder_.path(), std::filesystem::perms(0755));
+  std::filesystem::permissions(File(), std::filesystem::perms(0));
+  constexpr uid_t kNobody = 65534;
+  EXPECT_EXIT(
+      {
+        const bool dropped = geteuid() != 0 || setuid(kNobody) == 0;
+        try {
+          static_cast<void>(IsStoreOrEmpty(File()));
+        } catch (const StoreError& failure) {
+          std::fprintf(stderr, "%s", failure.what());
+        }
+        _exit(dropped ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "Cannot open the store");
 }
 
 TEST_F(OpeningTest, RefusesANewerSchema) {
