@@ -5,6 +5,7 @@
 
 #include "host/dialect/names.h"
 #include "host/dialect/parser.h"
+#include "host/dialect/refusal.h"
 #include "host/dialect/statement_parser.h"
 
 namespace qorhost::dialect {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "host/dialect/lexer.h"
+#include "host/dialect/refusal.h"
 
 namespace qorhost::dialect {
 

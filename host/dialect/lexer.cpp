@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "frame/text.h"
+#include "host/dialect/refusal.h"
 #include "host/dialect/translator.h"
 
 namespace qorhost::dialect {
@@ -57,7 +58,6 @@ constexpr std::array<bool, 256> kGoesOnWord = [] {
 }();
 
 constexpr std::size_t kLongestDate = 64;
-constexpr std::size_t kLongestExcerpt = 40;
 // Digits that an accumulator of 64 bits holds without a check.
 constexpr std::size_t kSafeDigits = 18;
 
@@ -313,10 +313,6 @@ class Lexer {
   std::size_t nameEnd_ = std::string_view::npos;  // where the last name ended
 };
 
-bool StartsPoint(char byte) noexcept {
-  return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-}
-
 }  // namespace
 
 std::string TextOf(const Literal& literal) {
@@ -325,34 +321,6 @@ std::string TextOf(const Literal& literal) {
   }
   const std::string doubled(2, literal.quote);
   return qorcred::ReplaceAll(literal.content, doubled, std::string_view(doubled).substr(1));
-}
-
-void Refuse(std::string_view sql, std::size_t offset, const std::string& message) {
-  std::size_t line = 1;
-  std::size_t column = 1;
-  for (const char byte : sql.substr(0, offset)) {
-    if (byte == '\n') {
-      ++line;
-      column = 1;
-    } else if (StartsPoint(byte)) {
-      ++column;
-    }
-  }
-  throw SqlError(message, line, column);
-}
-
-std::string Quoted(std::string_view text) {
-  std::string_view excerpt = text;
-  if (excerpt.size() > kLongestExcerpt) {
-    std::size_t end = kLongestExcerpt;
-    while (end > 0 && !StartsPoint(excerpt[end])) {
-      --end;
-    }
-    excerpt = excerpt.substr(0, end);
-  }
-  std::string quoted = "'";
-  quoted += excerpt;
-  return quoted + (excerpt.size() < text.size() ? "...'" : "'");
 }
 
 void ReadShape(std::string_view sql, std::string& key, std::vector<Literal>& literals) {

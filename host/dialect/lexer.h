@@ -49,12 +49,6 @@ struct Token {
   std::size_t literal = 0;  ///< of a literal: its position among the statement's literals
 };
 
-/// Raises SqlError with the line and column of a byte of the statement.
-[[noreturn]] void Refuse(std::string_view sql, std::size_t offset, const std::string& message);
-
-/// The start of `text`, short enough for a message, in single quotes.
-[[nodiscard]] std::string Quoted(std::string_view text);
-
 /// Replaces `key` by the statement with each literal replaced by a mark of its kind, and `literals`
 /// by the literals in the order in which they stand. Both keep their capacity. Raises SqlError for
 /// what is no token: an unclosed text, a comment, a malformed number, a character of no meaning.

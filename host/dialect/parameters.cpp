@@ -10,6 +10,7 @@
 #include "frame/runtime_error.h"
 #include "host/dialect/canonical_date.h"
 #include "host/dialect/names.h"
+#include "host/dialect/refusal.h"
 
 namespace qorhost::dialect {
 

@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "host/dialect/engine_names.h"
-#include "host/dialect/lexer.h"
 #include "host/dialect/names.h"
+#include "host/dialect/refusal.h"
 #include "host/dialect/statement_printer.h"
 
 namespace qorhost::dialect {

@@ -7,6 +7,7 @@
 #include "host/dialect/comparison.h"
 #include "host/dialect/grouping.h"
 #include "host/dialect/names.h"
+#include "host/dialect/refusal.h"
 #include "host/dialect/statement_binder.h"
 
 namespace qorhost::dialect {

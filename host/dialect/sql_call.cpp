@@ -3,7 +3,7 @@
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
 #include "host/dialect/canonical_date.h"
-#include "host/dialect/lexer.h"
+#include "host/dialect/refusal.h"
 
 namespace qorhost::dialect {
 

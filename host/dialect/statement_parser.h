@@ -53,6 +53,10 @@ class StatementParser {
   void ExpectEnd();
   TableName ReadTableName();
   TableName ReadAliasedTable();
+  // Refuses an alias that is too long or no text.
+  void CheckAlias(std::string_view alias, std::size_t offset) const;
+
+  // Queries.
   Query ReadQuery();
   Select ReadSelect();
   void ReadTop(Select& select);

@@ -11,8 +11,8 @@
 #include "frame/date.h"
 #include "frame/runtime_error.h"
 #include "host/dialect/canonical_date.h"
-#include "host/dialect/lexer.h"
 #include "host/dialect/names.h"
+#include "host/dialect/refusal.h"
 
 namespace qorhost::dialect {
 
