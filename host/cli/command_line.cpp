@@ -3,11 +3,12 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
-#include <functional>
 #include <new>
 
 #include "frame/runtime_error.h"
+#include "host/cli/commands.h"
 #include "host/cli/credential_commands.h"
+#include "host/cli/dircode_command_line.h"
 #include "host/cli/display_text.h"
 #include "host/cli/store_commands.h"
 #include "host/cli/tour.h"
@@ -30,20 +31,9 @@ struct Choice {
   EditOptions edit;
   RenumberOptions renumber;
   std::string toDelete;
-  std::function<ExitStatus(Console&)> run;
+  DirCodeChoice dircodes;
+  CommandRun run;
 };
-
-using Run = std::function<ExitStatus(Console&)>;
-
-CLI::App* Command(CLI::App& parent, Choice& choice, const char* name, const char* description,
-                  const char* examples, Run run) {
-  CLI::App* command = parent.add_subcommand(name, description);
-  command->footer(std::string("Examples:\n") + examples +
-                  "\nOptions of every command: see 'qorhost --help'.");
-  command->fallthrough();
-  command->callback([&choice, run = std::move(run)] { choice.run = run; });
-  return command;
-}
 
 void DescribeGlobal(CLI::App& app, Choice& choice) {
   GlobalOptions& global = choice.global;
@@ -66,41 +56,43 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
 }
 
 void DescribeStore(CLI::App& app, Choice& choice) {
-  auto* init =
-      Command(app, choice, "init", "Create the database file",
-              "  qorhost init --demo\n  qorhost init --demo --force --db trial.db",
-              [&choice](Console& console) { return RunInit(choice.global, choice.init, console); });
+  auto* init = AddCommand(
+      {app, choice.run}, "init", "Create the database file",
+      "  qorhost init --demo\n  qorhost init --demo --force --db trial.db",
+      [&choice](Console& console) { return RunInit(choice.global, choice.init, console); });
   init->add_flag("--demo", choice.init.demo,
                  "Fill it with an invented building: three units, 200 tenants, their credentials");
   init->add_flag("--force", choice.init.force, "Replace an existing store");
 
-  Command(app, choice, "units", "List the units, their codes in use and their capacity",
-          "  qorhost units\n  qorhost units --json",
-          [&choice](Console& console) { return RunUnits(choice.global, console); });
-  Command(app, choice, "doors", "List the doors and their captions on the credential screen",
-          "  qorhost doors\n  qorhost doors --unit 2",
-          [&choice](Console& console) { return RunDoors(choice.global, console); });
-  Command(app, choice, "steps", "List the programming steps that wait for the units",
-          "  qorhost steps\n  qorhost steps --unit 1 --json",
-          [&choice](Console& console) { return RunSteps(choice.global, console); });
+  AddCommand({app, choice.run}, "units", "List the units, their codes in use and their capacity",
+             "  qorhost units\n  qorhost units --json",
+             [&choice](Console& console) { return RunUnits(choice.global, console); });
+  AddCommand({app, choice.run}, "doors",
+             "List the doors and their captions on the credential screen",
+             "  qorhost doors\n  qorhost doors --unit 2",
+             [&choice](Console& console) { return RunDoors(choice.global, console); });
+  AddCommand({app, choice.run}, "steps", "List the programming steps that wait for the units",
+             "  qorhost steps\n  qorhost steps --unit 1 --json",
+             [&choice](Console& console) { return RunSteps(choice.global, console); });
 
-  auto* sql = Command(
-      app, choice, "sql", "Run one statement of the desktop SQL dialect",
+  auto* sql = AddCommand(
+      {app, choice.run}, "sql", "Run one statement of the desktop SQL dialect",
       "  qorhost sql \"SELECT Top 5 * FROM Tenants WHERE LastName LIKE 'B%'\"\n"
       "  qorhost sql --write \"UPDATE DOORS SET DOORNAME='Yard' WHERE UNITKEY=1 AND DOORID=4\"",
       [&choice](Console& console) { return RunSql(choice.global, choice.sql, console); });
   sql->add_option("STATEMENT", choice.sql.statement, "The statement")->required();
   sql->add_flag("--write", choice.sql.write, "Let the statement change the database");
 
-  Command(app, choice, "tour", "Show the credential screen at work on a copy of the demo building",
-          "  qorhost tour\n  qorhost tour --trace 2> calls.txt",
-          [&choice](Console& console) { return RunTour(choice.global, console); });
+  AddCommand({app, choice.run}, "tour",
+             "Show the credential screen at work on a copy of the demo building",
+             "  qorhost tour\n  qorhost tour --trace 2> calls.txt",
+             [&choice](Console& console) { return RunTour(choice.global, console); });
 }
 
 void DescribeAdd(CLI::App& credentials, Choice& choice) {
   AddOptions& add = choice.add;
-  auto* command = Command(
-      credentials, choice, "add", "Issue a credential or a range of them",
+  auto* command = AddCommand(
+      {credentials, choice.run}, "add", "Issue a credential or a range of them",
       "  qorhost credentials add --unit 2 --type card26 --start 500 --facility 7\n"
       "  qorhost credentials add --unit 2 --type transmitter --start 1 --end 20 --facility 7 \\\n"
       "      --id-code 3 --sequence 1 --button 4\n"
@@ -130,10 +122,10 @@ void DescribeChanges(CLI::App& credentials, Choice& choice) {
   const auto runEdit = [&choice](Console& console) {
     return RunEdit(choice.global, choice.edit, console);
   };
-  auto* edit = Command(credentials, choice, "edit", "Change a credential's door or tenant",
-                       "  qorhost credentials edit 17 --door Garage\n"
-                       "  qorhost credentials edit 17 --door none --tenant 42",
-                       runEdit);
+  auto* edit = AddCommand({credentials, choice.run}, "edit", "Change a credential's door or tenant",
+                          "  qorhost credentials edit 17 --door Garage\n"
+                          "  qorhost credentials edit 17 --door none --tenant 42",
+                          runEdit);
   edit->add_option("CREDENTIAL", choice.edit.credential, kCredential)->required();
   edit->add_option("--door", choice.edit.door, "The door that a card opens: number, name or none")
       ->type_name("DOOR");
@@ -142,24 +134,24 @@ void DescribeChanges(CLI::App& credentials, Choice& choice) {
           ->type_name("TENANT");
   edit->add_flag("--release", choice.edit.release, "Take it from its tenant")->excludes(tenant);
 
-  auto* assign = Command(credentials, choice, "assign", "Assign a credential to a tenant",
-                         "  qorhost credentials assign 17 42\n"
-                         "  qorhost credentials assign Transmitter-301 \"Abel Karin T\"\n"
-                         "  qorhost credentials assign 17 --release",
-                         runEdit);
+  auto* assign = AddCommand({credentials, choice.run}, "assign", "Assign a credential to a tenant",
+                            "  qorhost credentials assign 17 42\n"
+                            "  qorhost credentials assign Transmitter-301 \"Abel Karin T\"\n"
+                            "  qorhost credentials assign 17 --release",
+                            runEdit);
   assign->add_option("CREDENTIAL", choice.edit.credential, kCredential)->required();
   auto* holder = assign->add_option("TENANT", choice.edit.tenant, "The tenant's id or name");
   assign->add_flag("--release", choice.edit.release, "Take it from its tenant")->excludes(holder);
 
-  auto* renumber = Command(credentials, choice, "renumber", "Give a credential another number",
-                           "  qorhost credentials renumber 17 1234", [&choice](Console& console) {
-                             return RunRenumber(choice.global, choice.renumber, console);
-                           });
+  auto* renumber = AddCommand(
+      {credentials, choice.run}, "renumber", "Give a credential another number",
+      "  qorhost credentials renumber 17 1234",
+      [&choice](Console& console) { return RunRenumber(choice.global, choice.renumber, console); });
   renumber->add_option("CREDENTIAL", choice.renumber.credential, kCredential)->required();
   renumber->add_option("NUMBER", choice.renumber.number, "The new number")->required();
 
-  auto* remove = Command(
-      credentials, choice, "delete", "Delete a credential; asks when a tenant holds it",
+  auto* remove = AddCommand(
+      {credentials, choice.run}, "delete", "Delete a credential; asks when a tenant holds it",
       "  qorhost credentials delete 17 --yes",
       [&choice](Console& console) { return RunDelete(choice.global, choice.toDelete, console); });
   remove->add_option("CREDENTIAL", choice.toDelete, kCredential)->required();
@@ -179,11 +171,12 @@ void Describe(CLI::App& app, Choice& choice) {
   credentials->require_subcommand(1);
   credentials->fallthrough();
   credentials->footer("Examples:\n  qorhost credentials list\n  qorhost credentials add --help");
-  Command(*credentials, choice, "list", "List a unit's credentials",
-          "  qorhost credentials list --unit 2\n  qorhost credentials list --json",
-          [&choice](Console& console) { return RunList(choice.global, console); });
+  AddCommand({*credentials, choice.run}, "list", "List a unit's credentials",
+             "  qorhost credentials list --unit 2\n  qorhost credentials list --json",
+             [&choice](Console& console) { return RunList(choice.global, console); });
   DescribeAdd(*credentials, choice);
   DescribeChanges(*credentials, choice);
+  DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
 }
 
 ExitStatus Fail(std::ostream& err, std::string_view what, ExitStatus status) {
@@ -234,8 +227,10 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
 
 ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
   Choice choice;
-  CLI::App app("Credentials of an access-control building: the reference host of qorCred",
-               "qorhost");
+  CLI::App app(
+      "Credentials and directory codes of an access-control building: the reference host of "
+      "qorCred",
+      "qorhost");
   Describe(app, choice);
   try {
     app.parse(std::vector<std::string>(args.rbegin(), args.rend()));

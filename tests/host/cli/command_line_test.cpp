@@ -86,7 +86,13 @@ TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {
       {"credentials", "edit", "1", "--release"},
       {"credentials", "assign", "1", "2"},
       {"credentials", "renumber", "1", "2"},
-      {"credentials", "delete", "1"}};
+      {"credentials", "delete", "1"},
+      {"dircodes", "list"},
+      {"dircodes", "show", "101"},
+      {"dircodes", "add", "101"},
+      {"dircodes", "edit", "101", "--inactive"},
+      {"dircodes", "renumber", "101", "102"},
+      {"dircodes", "delete", "101"}};
   for (const std::vector<std::string>& words : commands) {
     const Outcome outcome = Run(words);
     EXPECT_EQ(outcome.status, 3) << words.front();
@@ -120,7 +126,14 @@ TEST_F(CommandLine, HelpIsEverywhereWithExamples) {
                                                           {"credentials", "edit"},
                                                           {"credentials", "assign"},
                                                           {"credentials", "renumber"},
-                                                          {"credentials", "delete"}};
+                                                          {"credentials", "delete"},
+                                                          {"dircodes"},
+                                                          {"dircodes", "list"},
+                                                          {"dircodes", "show"},
+                                                          {"dircodes", "add"},
+                                                          {"dircodes", "edit"},
+                                                          {"dircodes", "renumber"},
+                                                          {"dircodes", "delete"}};
   for (std::vector<std::string> words : commands) {
     words.emplace_back("--help");
     const Outcome outcome = Run(words);
@@ -168,6 +181,17 @@ INSTANTIATE_TEST_SUITE_P(
         UsageRow{"ControlCharacters",
                  {"credentials", "add", "--type", "card26", "--start", "1\n2"},
                  "--start"},
+        UsageRow{"UnknownCode", {"dircodes", "show", "9999"}, "9999"},
+        UsageRow{"UnknownRow", {"dircodes", "show", "rid:9999"}, "9999"},
+        UsageRow{"RowOfAnotherUnit", {"dircodes", "show", "rid:11"}, "11"},
+        UsageRow{"RowThatIsNoNumber", {"dircodes", "show", "rid:x"}, "x"},
+        UsageRow{"CodeTooLong", {"dircodes", "add", "12345", "--phone", "1"}, "4 digits"},
+        UsageRow{"NoChangeOfACode", {"dircodes", "edit", "101"}, "say what to change"},
+        UsageRow{"UnknownSchedule", {"dircodes", "edit", "101", "--dnd", "Never"}, "Never"},
+        UsageRow{"DelayWithoutExtension", {"dircodes", "edit", "101", "--delay", "5"}, "extension"},
+        UsageRow{"PeriodOfAnInactiveCode",
+                 {"dircodes", "edit", "101", "--inactive", "--to", "2026-12-31"},
+                 "--active"},
         UsageRow{"WriteWithoutLeave", {"sql", "DELETE FROM Tenants"}, "--write"}),
     [](const auto& row) { return std::string(row.param.name); });
 

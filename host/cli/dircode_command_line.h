@@ -1,0 +1,22 @@
+// The words of the commands for directory codes.
+#pragma once
+
+#include <string>
+
+#include "host/cli/commands.h"
+#include "host/cli/dircode_commands.h"
+
+namespace qorhost {
+
+/// Everything that their options write to.
+struct DirCodeChoice {
+  std::string choice;  ///< of show and delete
+  CodeAddOptions add;
+  CodeEditOptions edit;
+  CodeRenumberOptions renumber;
+};
+
+/// Adds `dircodes` with its commands. `global` and `choice` must outlive the parsing and the run.
+void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeChoice& choice);
+
+}  // namespace qorhost
