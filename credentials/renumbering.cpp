@@ -24,7 +24,9 @@ CredentialTypeName TypeInListText(std::string_view text) {
 void ReplaceSelectedEntry(const ListControl& list, std::string text) {
   const std::int32_t index = list.ListIndex();
   const std::int32_t rid = list.ItemData(index);
-  list.ReplaceItem(index, std::move(text), rid);
+  list.RemoveItem(index);
+  list.AddItem(std::move(text), index);
+  list.SetItemData(list.NewIndex(), rid);
   list.SetListIndex(index);
 }
 

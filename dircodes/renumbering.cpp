@@ -58,8 +58,9 @@ void clsDirCode::ReplaceSelectedCode(const Screen& screen, std::string_view code
                                      std::int32_t rid) {
   const ListControl list = screen.List("cbodirectorycode");
   const std::int32_t selected = list.ListIndex();
-  list.ReplaceItem(selected, PaddedCode(Value(code), screen.Box("txtdirectorycode").MaxLength()),
-                   rid);
+  list.RemoveItem(selected);
+  list.AddItem(PaddedCode(Value(code), screen.Box("txtdirectorycode").MaxLength()), selected);
+  list.SetItemData(list.NewIndex(), rid);
   list.SetListIndex(selected);
 }
 

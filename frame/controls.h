@@ -88,12 +88,6 @@ class ListControl : public Control {
   }
   /// ListIndex, then ItemData: the number attached to the selected item.
   [[nodiscard]] std::int32_t SelectedItemData() const { return ItemData(ListIndex()); }
-  /// RemoveItem, AddItem in the same place, then ItemData at NewIndex. Nothing is selected after.
-  void ReplaceItem(std::int32_t index, std::string text, const Value& data) const {
-    RemoveItem(index);
-    AddItem(std::move(text), index);
-    SetItemData(NewIndex(), data);
-  }
 };
 
 /// A check box (0, 1, 2) or an option button (True, False).

@@ -56,7 +56,10 @@ TEST(DirectoryCodeScreenTest, AReplacedEntryKeepsItsPlaceAndLosesTheSelection) {
   qorhost::ListBox& list = screen->List("cbodirectorycode");
   for (const char* code : {"<Add New>", "0005", "0009"}) list.AddItem(code);
   list.Select(1);
-  qorcred::Screen(screen).List("cbodirectorycode").ReplaceItem(1, "0007", 31);
+  const qorcred::ListControl view = qorcred::Screen(screen).List("cbodirectorycode");
+  view.RemoveItem(1);
+  view.AddItem("0007", 1);
+  view.SetItemData(view.NewIndex(), 31);
   EXPECT_EQ(list.Text(1), "0007");
   EXPECT_EQ(list.ItemData(1), 31);
   EXPECT_EQ(list.count(), 3);
