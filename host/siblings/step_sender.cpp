@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "frame/convert.h"
 #include "host/siblings/program_steps.h"
@@ -36,6 +37,13 @@ std::string CodeAtUnit(const Subject& subject) {
   return find->Step() ? qorcred::TextOrEmpty(ReadCell(*find, 0, CellKind::kPlain)) : std::string();
 }
 
+// A step is made up from its row when it is sent, so a row needs no step twice. The later place in
+// the queue is the right one: what was queued in between may free the code that the row has now.
+void QueueOnce(const Subject& subject, std::string_view kind, std::string_view code = {}) {
+  WithdrawSteps(subject.session, subject.unitKey, kind, subject.rid);
+  QueueStep(subject.session, subject.unitKey, kind, subject.rid, code);
+}
+
 void WithdrawUnsent(const Subject& subject) {
   for (const std::string_view kind : {step::kProgramDirectoryCode, step::kChangeDirectoryCode}) {
     WithdrawSteps(subject.session, subject.unitKey, kind, subject.rid);
@@ -59,22 +67,20 @@ Value StepSenderObject::Invoke(std::string_view member, qorcred::InvokeKind kind
 
 Value StepSenderObject::ProgramCode(Arguments arguments) {
   const Subject subject = SubjectIn(arguments);
-  QueueStep(subject.session, subject.unitKey, step::kProgramDirectoryCode, subject.rid);
+  QueueOnce(subject, step::kProgramDirectoryCode);
   return {};
 }
 
 Value StepSenderObject::ChangeCode(Arguments arguments) {
   const Subject subject = SubjectIn(arguments);
-  QueueStep(subject.session, subject.unitKey, step::kChangeDirectoryCode, subject.rid,
-            CodeAtUnit(subject));
+  QueueOnce(subject, step::kChangeDirectoryCode, CodeAtUnit(subject));
   return {};
 }
 
 Value StepSenderObject::DeleteCode(Arguments arguments) {
   const Subject subject = SubjectIn(arguments);
   WithdrawUnsent(subject);
-  QueueStep(subject.session, subject.unitKey, step::kDeleteDirectoryCode, subject.rid,
-            CodeAtUnit(subject));
+  QueueOnce(subject, step::kDeleteDirectoryCode, CodeAtUnit(subject));
   return {};
 }
 

@@ -10,7 +10,9 @@ namespace qorhost {
 /// pbGenChgDirCodePrgStep the step that changes its code from the one that the unit has;
 /// pbGenDelDirCodePrgStep the step that deletes that code from the unit, and withdraws what is
 /// still to be sent for the row; pbDeleteDirCodePrgStep only withdraws: the unit never had the row.
-/// pbDeleteDirCodePrgStepExists(conn, unitKey, code) -> whether an unsent step deletes that code.
+/// A step that waits unsent already moves to the end of the queue. The last member,
+/// pbDeleteDirCodePrgStepExists(conn, unitKey, code), tells whether an unsent step deletes that
+/// code.
 class StepSenderObject final : public qorcred::Object {
  public:
   qorcred::Value Invoke(std::string_view member, qorcred::InvokeKind kind,

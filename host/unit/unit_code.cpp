@@ -63,18 +63,12 @@ std::string FaultInCode(std::string_view code) {
   return {};
 }
 
-bool IsUtf8(std::string_view text) {
-  for (std::size_t position = 0; position < text.size();) {
-    const qorcred::Utf8Character character = qorcred::ReadUtf8(text, position);
-    if (character.codePoint >= qorcred::kInvalidByte) return false;
-    position += character.length;
-  }
-  return true;
-}
-
 // Texts are pasted into statements as they are, so some cannot get through unharmed.
 std::string FaultInText(const Field& field, std::string_view text) {
   if (!IsUtf8(text)) return fmt::format("the {} is not valid UTF-8", field.name);
+  if (qorcred::Utf16Length(text) > kLongestUnitText) {
+    return fmt::format("the {} has more than {} characters", field.name, kLongestUnitText);
+  }
   if (text.find('\0') != std::string_view::npos) {
     return fmt::format("the {} holds a NUL character", field.name);
   }
@@ -143,6 +137,15 @@ std::string FaultInMode(std::string_view mode) {
 }
 
 }  // namespace
+
+bool IsUtf8(std::string_view text) {
+  for (std::size_t position = 0; position < text.size();) {
+    const qorcred::Utf8Character character = qorcred::ReadUtf8(text, position);
+    if (character.codePoint >= qorcred::kInvalidByte) return false;
+    position += character.length;
+  }
+  return true;
+}
 
 std::string FaultIn(const UnitCode& code) {
   if (std::string fault = FaultInCode(code[kCode]); !fault.empty()) return fault;

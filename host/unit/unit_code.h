@@ -32,6 +32,12 @@ inline constexpr std::string_view kFirmwareWithDisplay = "FC02.010";
 /// The largest directory code: 15 digits, as many as the store keeps exactly.
 inline constexpr std::int64_t kLargestUnitCode = 999'999'999'999'999;
 
+/// The longest text of a code, in UTF-16 units: what a text column of a desktop database holds.
+inline constexpr std::size_t kLongestUnitText = 255;
+
+/// Whether a text is well-formed UTF-8.
+[[nodiscard]] bool IsUtf8(std::string_view text);
+
 /// Why the code cannot be taken over into a store, naming the field; "" when it can be.
 [[nodiscard]] std::string FaultIn(const UnitCode& code);
 

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <istream>
 #include <optional>
 #include <ostream>
@@ -85,21 +86,33 @@ class Reader {
   explicit Reader(std::istream& in) : in_(in) {}
 
   UnitReading Read() {
-    if (!ReadHeader()) return std::move(reading_);
-    for (LineRead read = Next(); read != LineRead::kEnd; read = Next()) {
-      if (read == LineRead::kTooLong) {
-        Fault(fmt::format("the line is longer than {} bytes", kLongestUnitLine));
-      } else if (!line_.empty() && line_.front() != '#') {
-        TakeLine();
-      }
+    try {
+      if (ReadHeader()) ReadCodes();
+    } catch (const std::ios_base::failure& failure) {
+      // A stream's buffer raises where reading itself fails, as on a folder or a lost drive.
+      Fault(fmt::format("the file cannot be read from here on: {}", failure.code().message()));
     }
     return std::move(reading_);
   }
 
  private:
+  void ReadCodes() {
+    for (LineRead read = Next(); read != LineRead::kEnd; read = Next()) {
+      if (read == LineRead::kTooLong) {
+        Fault(TooLong());
+      } else if (!line_.empty() && line_.front() != '#') {
+        TakeLine();
+      }
+    }
+  }
+
   LineRead Next() {
     ++number_;
     return ReadLine(in_, line_);
+  }
+
+  static std::string TooLong() {
+    return fmt::format("the line is longer than {} bytes", kLongestUnitLine);
   }
 
   void Fault(std::string reason) { reading_.faults.push_back({number_, std::move(reason)}); }
@@ -112,7 +125,11 @@ class Reader {
       Fault(fmt::format("a unit file begins with the line \"{}\"", kFirstLine));
       return false;
     }
-    Next();
+    const LineRead second = Next();
+    if (second == LineRead::kTooLong) {
+      Fault(TooLong());
+      return false;
+    }
     if (!line_.starts_with(kFirmwareWord) || line_.size() == kFirmwareWord.size()) {
       Fault(
           fmt::format("the second line must be \"firmware\" and the firmware's name, such as "
@@ -120,7 +137,12 @@ class Reader {
                       kFirmwareWithDisplay));
       return false;
     }
-    reading_.file.firmware = line_.substr(kFirmwareWord.size());
+    std::string firmware = line_.substr(kFirmwareWord.size());
+    if (std::string fault = FaultInFirmware(firmware); !fault.empty()) {
+      Fault(std::move(fault));
+      return false;
+    }
+    reading_.file.firmware = std::move(firmware);
     return true;
   }
 
@@ -167,6 +189,18 @@ void AppendEscaped(std::string& line, std::string_view text) {
 
 UnitReading ReadUnitFile(std::istream& in) {
   return Reader(in).Read();
+}
+
+std::string FaultInFirmware(std::string_view firmware) {
+  if (firmware.empty()) return "the firmware's name is empty";
+  if (firmware.size() > kLongestUnitLine - kFirmwareWord.size()) {
+    return "the firmware's name is too long";
+  }
+  if (!IsUtf8(firmware)) return "the firmware's name is not valid UTF-8";
+  const bool hasControls = std::any_of(firmware.begin(), firmware.end(), [](char c) {
+    return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+  });
+  return hasControls ? "the firmware's name holds a control character" : "";
 }
 
 void WriteUnitFile(std::ostream& out, const UnitFile& file) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/unit/unit_code.h"
@@ -27,15 +28,19 @@ struct UnitReading {
   std::vector<LineFault> faults;  ///< by line
 };
 
-/// The longest line that is read, in bytes.
+/// The longest line that is read, in bytes. Every code without fault fits into one.
 inline constexpr std::size_t kLongestUnitLine = 4096;
 
 /// Reads a unit file. Whatever is wrong with a line is told in its fault, and the line left out; a
-/// file that does not begin as a unit file has one fault and no codes. Raises nothing.
+/// file that does not begin as a unit file has one fault and no codes. Where the stream fails, the
+/// line is told and nothing behind it is read: such a reading is not the whole unit.
 [[nodiscard]] UnitReading ReadUnitFile(std::istream& in);
 
-/// Writes a unit file. Codes go out as they are: reading them back gives their canonical form. The
-/// caller looks at the stream's state.
+/// Why a unit file cannot hold the firmware's name; "" when it can.
+[[nodiscard]] std::string FaultInFirmware(std::string_view firmware);
+
+/// Writes a unit file. The firmware must be without fault. Codes go out as they are: reading them
+/// back gives their canonical form. The caller looks at the stream's state.
 void WriteUnitFile(std::ostream& out, const UnitFile& file);
 
 }  // namespace qorhost

@@ -59,6 +59,59 @@ TEST_F(StepSenderTest, ADeletionTakesBackWhatIsStillToBeSentForTheRow) {
   EXPECT_EQ(Queue(), (Steps{{"program directory code", ""}, {"delete directory code", "101"}}));
 }
 
+TEST_F(StepSenderTest, AStepWaitsOnceAndInTheLastPlace) {
+  const struct {
+    const char* member;
+    const char* kind;
+    const char* code;
+  } rows[] = {{"pbGenDirCodePrgStep", "program directory code", ""},
+              {"pbGenChgDirCodePrgStep", "change directory code", "101"},
+              {"pbGenDelDirCodePrgStep", "delete directory code", "101"}};
+  for (const auto& row : rows) {
+    Run("DELETE FROM ProgramSteps");
+    Send(row.member, 5);
+    Send("pbGenDelDirCodePrgStep", 6);
+    Send(row.member, 5);
+    EXPECT_EQ(Queue(), (Steps{{"delete directory code", "200"}, {row.kind, row.code}}));
+  }
+}
+
+TEST_F(StepSenderTest, AStepThatWasSentDoesNotStandForANewOne) {
+  Send("pbGenChgDirCodePrgStep", 5);
+  Run("UPDATE ProgramSteps SET Sent=-1");
+  Send("pbGenChgDirCodePrgStep", 5);
+  EXPECT_EQ(Queue().size(), 2U);
+}
+
+TEST_F(StepSenderTest, AnAddedCodeLeavesThePendingDeletionOfItsNumberInFrontOfIt) {
+  Send("pbGenDelDirCodePrgStep", 6);
+  Run("DELETE FROM DirectoryCode WHERE RID=6; "
+      "INSERT INTO DirectoryCode (RID, UNITKEY, DIRECTORYCODE) VALUES (7, 1, 200)");
+  Send("pbGenDirCodePrgStep", 7);
+  EXPECT_EQ(Queue(), (Steps{{"delete directory code", "200"}, {"program directory code", ""}}));
+  EXPECT_TRUE(DeletionExists(200));
+}
+
+TEST_F(StepSenderTest, StepsOfAnotherUnitAreLeftAlone) {
+  Run("INSERT INTO Units (UnitKey, UnitName) VALUES (2, 'Annex')");
+  Send("pbGenDelDirCodePrgStep", 6);
+  qorcred::Call(*sender_, "pbGenDelDirCodePrgStep", Connection(), 2, 6);
+  EXPECT_EQ(Number("SELECT count(*) FROM ProgramSteps"), 2);
+  EXPECT_FALSE(
+      *qorcred::Call(*sender_, "pbDeleteDirCodePrgStepExists", Connection(), 2, 200).As<bool>());
+}
+
+TEST_F(StepSenderTest, LeavesTheCallersArgumentsAlone) {
+  for (const char* member :
+       {"pbGenDirCodePrgStep", "pbGenChgDirCodePrgStep", "pbGenDelDirCodePrgStep",
+        "pbDeleteDirCodePrgStep", "pbDeleteDirCodePrgStepExists"}) {
+    std::vector<Value> arguments{Connection(), kUnit, 5};
+    sender_->Invoke(member, qorcred::InvokeKind::kCall, arguments);
+    EXPECT_EQ(arguments[1], Value(kUnit)) << member;
+    EXPECT_EQ(arguments[2], Value(5)) << member;
+  }
+}
+
 TEST_F(StepSenderTest, WithdrawingQueuesNothingAndKeepsWhatWasSent) {
   Send("pbGenDirCodePrgStep", 6);
   Run("UPDATE ProgramSteps SET Sent=-1");

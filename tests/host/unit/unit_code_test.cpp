@@ -54,6 +54,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"TextBrokenUtf8", kDisplayName, "\xC3", "not valid UTF-8"},
         Row{"TextNul", kExtension, std::string("1\0", 2), "NUL"},
         Row{"TextPlaceholder", kCfExtension, "_LMDATE_", "takes for the time"},
+        Row{"TextLongest", kPhone, std::string(255, '5'), ""},
+        Row{"TextTooLong", kPhone, std::string(256, '5'), "more than 255 characters"},
         Row{"TextUtf8", kDisplayName, "Gro\xC3\x9F \xF0\x9F\x98\x80", ""},
         Row{"TextLineBreak", kDisplayName, "a\nb", ""},
         Row{"FlagEmpty", kActive, "", "must be 0 or 1"},

@@ -3,14 +3,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ios>
 #include <sstream>
+#include <streambuf>
 #include <string>
+#include <system_error>
 
 #include "host/unit/unit_generator.h"
 #include "tests/host/unit/sample_code.h"
 
 namespace {
 
+using qorcred::detail::Place;
 using qorhost::LineFault;
 using qorhost::UnitCode;
 using qorhost::UnitFile;
@@ -141,6 +145,82 @@ TEST(UnitFileTest, TheFirmwareMustBeTold) {
     const UnitReading reading = Read("qorCred unit file 1\n" + std::string(second) + kLine);
     EXPECT_THAT(reading.faults, ElementsAre(FaultAt(2, "firmware"))) << second;
     EXPECT_THAT(reading.file.codes, IsEmpty()) << second;
+  }
+}
+
+TEST(UnitFileTest, TheFirmwareMustBeALineOfText) {
+  const struct {
+    std::string firmware;
+    const char* fault;
+  } rows[] = {{"FC02.010", ""},
+              {"\xC3\x9C 1", ""},
+              {"", "empty"},
+              {"\xFF", "not valid UTF-8"},
+              {"a\r", "control character"},
+              {"a\nb", "control character"},
+              {std::string(4087, 'x'), ""},
+              {std::string(4088, 'x'), "too long"}};
+  for (const auto& row : rows) {
+    EXPECT_THAT(qorhost::FaultInFirmware(row.firmware), HasSubstr(row.fault));
+    if (*row.fault != '\0') continue;
+    UnitFile file;
+    file.firmware = row.firmware;
+    EXPECT_EQ(Read(Written(file)).file.firmware, row.firmware);
+  }
+  for (const std::string& bad : {std::string("a\r\r"), std::string(4088, 'x')}) {
+    const UnitReading reading = Read("qorCred unit file 1\nfirmware " + bad + "\n" + kLine);
+    EXPECT_THAT(reading.faults, SizeIs(1));
+    EXPECT_THAT(reading.file.codes, IsEmpty());
+  }
+}
+
+TEST(UnitFileTest, TheLongestCodeFitsIntoALine) {
+  for (const std::string& character : {std::string("\xE2\x82\xAC"), std::string("\\")}) {
+    UnitFile file;
+    file.codes = {With(kCode, "999999999999999")};
+    for (const Place text : {kPhone, kExtension, kCfPhone, kCfExtension, kDisplayName}) {
+      std::string& longest = file.codes[0][text];
+      longest.clear();
+      for (std::size_t i = 0; i < qorhost::kLongestUnitText; ++i) longest += character;
+    }
+    for (const Place number : {kDndSchedule, kTimeDelay, kCfSchedule, kCfTimeDelay}) {
+      file.codes[0][number] = "2147483647";
+    }
+    const UnitReading reading = Read(Written(file));
+    EXPECT_THAT(reading.faults, IsEmpty());
+    EXPECT_EQ(reading.file.codes, file.codes);
+  }
+}
+
+// Gives a text and then fails, as a drive that goes away.
+class FailingBuffer : public std::streambuf {
+ public:
+  explicit FailingBuffer(std::string text) : text_(std::move(text)) {
+    setg(text_.data(), text_.data(), text_.data() + text_.size());
+  }
+
+ protected:
+  int_type underflow() override {
+    throw std::ios_base::failure("read", std::make_error_code(std::errc::io_error));
+  }
+
+ private:
+  std::string text_;
+};
+
+TEST(UnitFileTest, AFailingStreamIsToldAtItsLine) {
+  const struct {
+    std::string text;
+    int line;
+    std::size_t codes;
+  } rows[] = {
+      {"", 1, 0}, {"qorCred unit file 1\n", 2, 0}, {std::string(kHead) + kLine + ";", 4, 1}};
+  for (const auto& row : rows) {
+    FailingBuffer buffer(row.text);
+    std::istream in(&buffer);
+    const UnitReading reading = qorhost::ReadUnitFile(in);
+    EXPECT_THAT(reading.faults, ElementsAre(FaultAt(row.line, "cannot be read from here on")));
+    EXPECT_THAT(reading.file.codes, SizeIs(row.codes));
   }
 }
 
