@@ -1,5 +1,7 @@
 #include "host/cli/dircode_command_line.h"
 
+#include "host/cli/display_text.h"
+
 namespace qorhost {
 
 namespace {
@@ -74,6 +76,39 @@ void DescribeEdit(CommandPlace dircodes, const GlobalOptions& global, CodeEditOp
   }
 }
 
+void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, SyncOptions& sync,
+                      ExportOptions& exported) {
+  auto* merge = AddCommand(dircodes, "sync",
+                           "Make a unit's stored codes what the unit holds, all of it or nothing",
+                           "  qorhost dircodes sync --unit 2 --from unit2.txt --dry-run\n"
+                           "  qorhost dircodes sync --unit 2 --from unit2.txt",
+                           [&](Console& console) { return RunCodeSync(global, sync, console); });
+  merge->add_option("--from", sync.from, "The unit file; - for standard input")
+      ->required()
+      ->type_name("FILE");
+  merge->add_flag("--dry-run", sync.dryRun, "Print what would be done, write nothing");
+  merge->add_flag("--skip-bad-lines", sync.skipBadLines,
+                  "Leave bad lines out; no stored code is deleted then");
+
+  auto* write =
+      AddCommand(dircodes, "export", "Write a unit's stored codes as a unit file",
+                 "  qorhost dircodes export --unit 2 --to unit2.txt\n"
+                 "  qorhost dircodes export --unit 2 --to - --firmware FC01.005",
+                 [&](Console& console) { return RunCodeExport(global, exported, console); });
+  write->add_option("--to", exported.to, "The file to write; - for standard output")
+      ->required()
+      ->type_name("FILE");
+  write
+      ->add_option("--firmware", exported.firmware,
+                   "The firmware that the file names; FC01.005 has no display options")
+      ->type_name("NAME")
+      ->check([](const std::string& name) {
+        const bool shown = !name.empty() && IsTypable(name);
+        return shown ? std::string() : std::string("must be a name without control characters");
+      });
+  write->add_flag("--skip", exported.skip, "Leave codes out that a unit cannot hold");
+}
+
 }  // namespace
 
 void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeChoice& choice) {
@@ -107,6 +142,7 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
       "  qorhost dircodes delete 101 --yes",
       [&](Console& console) { return RunCodeDelete(global, choice.choice, console); });
   remove->add_option("CODE", choice.choice, kCode)->required();
+  DescribeExchange(dircodes, global, choice.sync, choice.exported);
 }
 
 }  // namespace qorhost

@@ -5,6 +5,7 @@
 
 #include "host/cli/commands.h"
 #include "host/cli/dircode_commands.h"
+#include "host/cli/dircode_exchange.h"
 
 namespace qorhost {
 
@@ -14,6 +15,8 @@ struct DirCodeChoice {
   CodeAddOptions add;
   CodeEditOptions edit;
   CodeRenumberOptions renumber;
+  SyncOptions sync;
+  ExportOptions exported;
 };
 
 /// Adds `dircodes` with its commands. `global` and `choice` must outlive the parsing and the run.

@@ -92,7 +92,9 @@ TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {
       {"dircodes", "add", "101"},
       {"dircodes", "edit", "101", "--inactive"},
       {"dircodes", "renumber", "101", "102"},
-      {"dircodes", "delete", "101"}};
+      {"dircodes", "delete", "101"},
+      {"dircodes", "sync", "--from", "-"},
+      {"dircodes", "export", "--to", "-"}};
   for (const std::vector<std::string>& words : commands) {
     const Outcome outcome = Run(words);
     EXPECT_EQ(outcome.status, 3) << words.front();
@@ -133,7 +135,9 @@ TEST_F(CommandLine, HelpIsEverywhereWithExamples) {
                                                           {"dircodes", "add"},
                                                           {"dircodes", "edit"},
                                                           {"dircodes", "renumber"},
-                                                          {"dircodes", "delete"}};
+                                                          {"dircodes", "delete"},
+                                                          {"dircodes", "sync"},
+                                                          {"dircodes", "export"}};
   for (std::vector<std::string> words : commands) {
     words.emplace_back("--help");
     const Outcome outcome = Run(words);
@@ -192,6 +196,11 @@ INSTANTIATE_TEST_SUITE_P(
         UsageRow{"PeriodOfAnInactiveCode",
                  {"dircodes", "edit", "101", "--inactive", "--to", "2026-12-31"},
                  "--active"},
+        UsageRow{"SyncFromNowhere", {"dircodes", "sync"}, "--from"},
+        UsageRow{"ExportToNowhere", {"dircodes", "export"}, "--to"},
+        UsageRow{"FirmwareOfTwoLines",
+                 {"dircodes", "export", "--to", "-", "--firmware", "A\nB"},
+                 "control characters"},
         UsageRow{"WriteWithoutLeave", {"sql", "DELETE FROM Tenants"}, "--write"}),
     [](const auto& row) { return std::string(row.param.name); });
 

@@ -1,38 +1,14 @@
 // The commands that drive the directory-code screen: what they print, store and refuse.
 #include <gmock/gmock.h>
 
-#include "tests/host/cli/run_fixture.h"
+#include "tests/host/cli/dircode_fixture.h"
 
 namespace qorhost::test {
 namespace {
 
 using testing::HasSubstr;
 
-class DirCodes : public RunFixture {
- protected:
-  void SetUp() override { InitDemo(); }
-
-  /// A command for unit 2.
-  [[nodiscard]] Outcome Do(std::vector<std::string> words) {
-    words.insert(words.begin(), {"--unit", "2", "dircodes"});
-    return Run(std::move(words));
-  }
-  [[nodiscard]] nlohmann::json Row(const std::string& code) {
-    const nlohmann::json rows =
-        Rows({"sql", "SELECT * FROM DIRECTORYCODE WHERE UNITKEY=2 AND DIRECTORYCODE=" + code});
-    return rows.empty() ? nlohmann::json() : rows[0];
-  }
-  [[nodiscard]] nlohmann::json Steps() { return Rows({"--unit", "2", "steps"}); }
-  [[nodiscard]] std::size_t TenantsHolding(int rid) {
-    return Rows({"sql", "SELECT TenantID FROM Tenants WHERE UnitKey=2 AND DIRECTORYCODE=" +
-                            std::to_string(rid)})
-        .size();
-  }
-  void Change(const std::string& statement) {
-    const Outcome outcome = Run({"sql", "--write", statement});
-    ASSERT_EQ(outcome.status, 0) << outcome.err;
-  }
-};
+class DirCodes : public DirCodeFixture {};
 
 TEST_F(DirCodes, ListShowsARowForEveryCodeInTheirOrder) {
   const nlohmann::json rows = Rows({"--unit", "1", "dircodes", "list"});
@@ -300,7 +276,7 @@ TEST_F(DirCodes, RenumberRefusesWhatTheControllerRefuses) {
 }
 
 TEST_F(DirCodes, DeleteAsksTakesTheCodeFromItsTenantsAndQueuesTheStep) {
-  ASSERT_EQ(TenantsHolding(11), 1U);
+  ASSERT_EQ(TenantsOf(11).size(), 1U);
   const Outcome unasked = Do({"delete", "101"});
   EXPECT_EQ(unasked.status, 1);
   EXPECT_THAT(unasked.err, HasSubstr("This Directory Code is applied to a Tenant."));
@@ -311,7 +287,7 @@ TEST_F(DirCodes, DeleteAsksTakesTheCodeFromItsTenantsAndQueuesTheStep) {
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr("Deleted directory code 0101 (RID 11).\nWithout it now: "));
   EXPECT_TRUE(Row("101").is_null());
-  EXPECT_EQ(TenantsHolding(11), 0U);
+  EXPECT_EQ(TenantsOf(11).size(), 0U);
   ASSERT_EQ(Steps().size(), 1U);
   EXPECT_EQ(Steps()[0]["kind"], "delete directory code");
 }
