@@ -15,7 +15,6 @@
 namespace {
 
 using qorcred::detail::Place;
-using qorhost::LineFault;
 using qorhost::UnitCode;
 using qorhost::UnitFile;
 using qorhost::UnitReading;
