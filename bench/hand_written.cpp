@@ -318,4 +318,35 @@ std::vector<ListedCredential> ListCredentials(sqlite3* database, std::int32_t un
   return rows;
 }
 
+std::vector<ListedCode> ListCodes(sqlite3* database, std::int32_t unit, int digits) {
+  const Statement list = Prepare(
+      database,
+      "SELECT UNITKEY,RID,DIRECTORYCODE,PHONENUMBER,EXTENSION,TIMEDELAY,DNDSCHEDULEID,ISDNDCHECKED,"
+      "CFSCHEDULEID,ISCFCHECKED,CFPHONENUMBER,CFEXTENSION,CFTIMEDELAY,LASTMODIFIEDDATE,ACTIVE,"
+      "STARTDATE,ENDDATE,DISPLAYNAME,SHOWDISPLAYNAME,SHOWDIRECTORYCODE FROM DirectoryCode "
+      "WHERE UNITKEY=?1 AND DIRECTORYCODE>=0 ORDER BY DIRECTORYCODE");
+  constexpr int kRid = 1;
+  constexpr int kCode = 2;
+  BindAll(list, std::array<std::int64_t, 1>{unit});
+  std::vector<ListedCode> rows;
+  int code = SQLITE_OK;
+  while ((code = sqlite3_step(list.get())) == SQLITE_ROW) {
+    ListedCode row;
+    row.rid = sqlite3_column_int(list.get(), kRid);
+    row.shown = std::to_string(sqlite3_column_int64(list.get(), kCode));
+    const auto length = static_cast<std::size_t>(digits);
+    if (row.shown.size() < length) row.shown.insert(0, length - row.shown.size(), '0');
+    row.texts.reserve(kOtherCodeColumns);
+    for (int column = 0; column < sqlite3_column_count(list.get()); ++column) {
+      if (column == kRid || column == kCode) continue;
+      const void* text = sqlite3_column_blob(list.get(), column);
+      const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes(list.get(), column));
+      row.texts.emplace_back(static_cast<const char*>(text), bytes);
+    }
+    rows.push_back(std::move(row));
+  }
+  CheckDone(database, code == SQLITE_DONE);
+  return rows;
+}
+
 }  // namespace qorbench::by_hand

@@ -42,4 +42,17 @@ struct ListedCredential {
 /// Steps the query that fills the list of credentials into a vector.
 [[nodiscard]] std::vector<ListedCredential> ListCredentials(sqlite3* database, std::int32_t unit);
 
+/// The columns of the list query of directory codes besides the identity and the code.
+inline constexpr std::size_t kOtherCodeColumns = 18;
+
+/// One row of the list query of directory codes.
+struct ListedCode {
+  std::int32_t rid;
+  std::string shown;               ///< the code with zeros in front
+  std::vector<std::string> texts;  ///< the other columns
+};
+
+/// Steps the query that fills the list of directory codes into a vector.
+[[nodiscard]] std::vector<ListedCode> ListCodes(sqlite3* database, std::int32_t unit, int digits);
+
 }  // namespace qorbench::by_hand

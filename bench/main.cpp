@@ -33,7 +33,7 @@ struct Options {
 std::vector<Comparison> AddBenchmarks(Size size) {
   std::vector<Comparison> comparisons;
   for (auto* add : {&AddIssueBenchmarks, &AddTenantsBenchmarks, &AddListBenchmarks,
-                    &AddLibraryBenchmarks, &AddTranslateBenchmarks}) {
+                    &AddDirCodeBenchmarks, &AddLibraryBenchmarks, &AddTranslateBenchmarks}) {
     const std::vector<Comparison> added = add(size);
     comparisons.insert(comparisons.end(), added.begin(), added.end());
   }
