@@ -11,13 +11,12 @@
 #include <vector>
 
 #include "frame/convert.h"
-#include "frame/data_services.h"
 #include "host/cli/display_text.h"
+#include "host/cli/exported_codes.h"
 #include "host/cli/progress.h"
 #include "host/cli/table.h"
 #include "host/cli/unit_merge.h"
 #include "host/unit/unit_file.h"
-#include "host/unit/unit_rows.h"
 
 namespace qorhost {
 
@@ -128,42 +127,6 @@ UnitMerge::Aftermath ApplyWatched(UnitMerge& merge, bool watched, Console& conso
       });
 }
 
-/// A stored code that no unit can hold.
-struct Obstacle {
-  double number = 0;
-  std::int32_t rid = 0;
-  std::string reason;
-};
-
-struct ExportedCodes {
-  std::vector<UnitCode> codes;
-  std::vector<Obstacle> obstacles;
-};
-
-ExportedCodes ReadCodes(StoreSession& session, std::int32_t unitKey) {
-  const QueryResult rows = session.sql().Select(
-      fmt::format("SELECT RID,{} FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0 ORDER BY "
-                  "DIRECTORYCODE, RID",
-                  kUnitColumns, unitKey));
-  const qorcred::TableView table{qorcred::ObjectRef(rows.table)};
-  ExportedCodes read;
-  for (std::int32_t row = 0; row < static_cast<std::int32_t>(rows.rowCount); ++row) {
-    RowReading reading = CodeFromRow(table, row, 1);
-    if (reading.obstacle.empty() && !read.codes.empty() &&
-        NumberOf(read.codes.back()) == NumberOf(reading.code)) {
-      reading.obstacle = "another row has the same code";
-    }
-    if (reading.obstacle.empty()) {
-      read.codes.push_back(std::move(reading.code));
-    } else {
-      read.obstacles.push_back({qorcred::NumericValue(rows.table->At(row, 1)),
-                                qorcred::ToLong(rows.table->At(row, 0)),
-                                std::move(reading.obstacle)});
-    }
-  }
-  return read;
-}
-
 /// Names every code that is not written. Raises RefusedError unless they may be left out.
 void ReportObstacles(const std::vector<Obstacle>& obstacles, bool skip, Console& console) {
   for (const Obstacle& obstacle : obstacles) {
@@ -230,7 +193,7 @@ ExitStatus RunCodeSync(const GlobalOptions& global, const SyncOptions& options, 
 ExitStatus RunCodeExport(const GlobalOptions& global, const ExportOptions& options,
                          Console& console) {
   StoreSession session(OpenFile(global, OpenMode::kReadOnly), global, console);
-  ExportedCodes read = ReadCodes(session, session.ChosenUnit().key);
+  ExportedCodes read = ExportCodes(session, session.ChosenUnit().key);
   ReportObstacles(read.obstacles, options.skip, console);
   UnitFile unit;
   if (!options.firmware.empty()) {

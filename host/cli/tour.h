@@ -1,4 +1,4 @@
-// The guided tour: the credential screen at work on a copy of the demo building.
+// The guided tour: the two screens at work on a copy of the demo building.
 #pragma once
 
 #include "host/cli/console.h"
@@ -6,7 +6,7 @@
 
 namespace qorhost {
 
-/// Shows what an operator would see, from opening the screen to the queue of programming steps.
+/// Shows what an operator would see, from opening the screens to the queue of programming steps.
 /// Works in memory. Fails when a step does not come out as the tour tells it.
 ExitStatus RunTour(const GlobalOptions& global, Console& console);
 

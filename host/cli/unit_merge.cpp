@@ -18,7 +18,6 @@ namespace qorhost {
 namespace {
 
 using qorcred::TableView;
-using qorcred::Value;
 
 std::int32_t RowsOf(const QueryResult& result) {
   return static_cast<std::int32_t>(result.rowCount);

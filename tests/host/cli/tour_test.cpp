@@ -11,26 +11,43 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-class Tour : public RunFixture {};
-
-TEST_F(Tour, ShowsEveryChapterAndEndsWell) {
-  const Outcome outcome = Run({"tour"});
-  EXPECT_EQ(outcome.status, 0) << outcome.err;
-  for (const char* part :
-       {"You must enter a credential number.", "Please enter a numeric value for starting number.",
-        "Please enter a starting number between 1 and 65535.", "smaller than 65535.",
-        "The ending number must be greater than the starting number.",
-        "Please enter a Facility Code between 0 and 63.",
-        "Please enter an ID Code between 0 and 26.",
-        "Please enter a Sequence Code between 0 and 2.", "cannot be duplicated.",
-        "Reduce the ending number to 2", "You cannot assign more than 500 codes combined.",
-        "You cannot enter more than 500 combined codes.",
-        "The End Date must be later than the Start Date.",
-        "Please enter a Credential Number between 1 and 65535.",
-        "Credential Number already exists.", "already assgined to a Tenant", "[ No ]", "[ Yes ]",
-        "program tenant"}) {
-    EXPECT_THAT(outcome.out, HasSubstr(part));
+class Tour : public RunFixture {
+ protected:
+  void ExpectParts(const std::vector<const char*>& parts) {
+    const Outcome outcome = Run({"tour"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    for (const char* part : parts) {
+      EXPECT_THAT(outcome.out, HasSubstr(part));
+    }
   }
+};
+
+TEST_F(Tour, ShowsEveryChapterOnCredentialsAndEndsWell) {
+  ExpectParts(
+      {"You must enter a credential number.", "Please enter a numeric value for starting number.",
+       "Please enter a starting number between 1 and 65535.", "smaller than 65535.",
+       "The ending number must be greater than the starting number.",
+       "Please enter a Facility Code between 0 and 63.",
+       "Please enter an ID Code between 0 and 26.", "Please enter a Sequence Code between 0 and 2.",
+       "cannot be duplicated.", "Reduce the ending number to 2",
+       "You cannot assign more than 500 codes combined.",
+       "You cannot enter more than 500 combined codes.",
+       "The End Date must be later than the Start Date.",
+       "Please enter a Credential Number between 1 and 65535.", "Credential Number already exists.",
+       "already assgined to a Tenant", "[ No ]", "[ Yes ]", "program tenant"});
+}
+
+TEST_F(Tour, ShowsEveryChapterOnDirectoryCodesAndEndsWell) {
+  ExpectParts({"Please enter a Directory Code.",
+               "Please enter the positive number as Directory Code.",
+               "Please enter a Phone No. to apply to the Directory Code.",
+               "Please enter a Call Forwarding Phone No.",
+               "This Directory Code already exists. Please enter a different Directory Code.",
+               "Do not disturb    Night Shift\n", "Call forwarding   Early Shift, to 555-0290\n",
+               "Do you still want to proceed?", "Step queued       change directory code (RID 11)",
+               "the list shows 0180 in its place", "taken from Raghavan Samir\n",
+               "1 inserted, 1 updated, 1 deleted, 5 unchanged", "program directory code 21: 250\n",
+               "change directory code 11: 101 to 180\n"});
 }
 
 TEST_F(Tour, IsTheSameEveryTimeAndNeedsNoFile) {
