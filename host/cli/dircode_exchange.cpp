@@ -145,10 +145,14 @@ void ReportObstacles(const std::vector<Obstacle>& obstacles, bool skip, Console&
 /// Writes the file beside its place and moves it there when it is whole.
 void WriteWhole(const fs::path& to, const UnitFile& unit) {
   std::error_code error;
-  if (fs::is_directory(to, error)) {
-    throw RefusedError(fmt::format("'{}' is a folder: name a file with --to", to.string()));
+  if (fs::exists(to, error) && !fs::is_regular_file(to, error)) {
+    throw RefusedError(fmt::format(
+        "'{}' is no file that can be replaced: name another with --to, or - for standard output",
+        to.string()));
   }
-  fs::path fresh = to;
+  // A link stays: what it leads to is replaced.
+  const fs::path place = fs::is_symlink(to, error) ? fs::weakly_canonical(to) : to;
+  fs::path fresh = place;
   fresh += ".new";
   std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
   if (file) {
@@ -156,7 +160,7 @@ void WriteWhole(const fs::path& to, const UnitFile& unit) {
     file.close();
   }
   if (file) {
-    fs::rename(fresh, to, error);
+    fs::rename(fresh, place, error);
   }
   if (!file || error) {
     std::error_code ignored;

@@ -207,16 +207,21 @@ std::vector<std::int32_t> AddDirectoryCodes(Database& database, const DemoUnit& 
       "DNDSCHEDULEID, ISDNDCHECKED, CFSCHEDULEID, ISCFCHECKED, CFPHONENUMBER, CFTIMEDELAY, "
       "LASTMODIFIEDDATE, ACTIVE, DISPLAYNAME, SHOWDISPLAYNAME, SHOWDIRECTORYCODE, MODIFIED, "
       "OLDDIRECTORYCODE) "
-      "VALUES (?1, ?2, ?3, NULL, 2, NULL, 0, ?4, ?5, ?6, 2, ?7, -1, ?8, -1, -1, 0, ?2)");
+      "VALUES (?1, ?2, ?3, ?9, ?10, ?11, ?12, ?4, ?5, ?6, 2, ?7, -1, ?8, -1, -1, 0, ?2)");
+  const auto when = [](bool given, qorcred::Value value) {
+    return given ? std::move(value) : qorcred::Value(qorcred::Null{});
+  };
   std::vector<std::int32_t> added;
   for (int number = 0; number < unit.directoryCodes; ++number) {
     const bool forwarded = number % 3 == 2;
-    added.push_back(
-        codes.Add({unit.key, kFirstCode + number, fmt::format("555-01{:02}", number),
-                   forwarded ? qorcred::Value(2) : qorcred::Value(qorcred::Null{}), forwarded,
-                   forwarded ? qorcred::Value(fmt::format("555-02{:02}", number))
-                             : qorcred::Value(qorcred::Null{}),
-                   kStamp, fmt::format("Apartment {}", kFirstCode + number)}));
+    const bool undisturbed = number % 4 == 3;  // during the unit's third schedule
+    const bool extended = number % 4 == 1;
+    added.push_back(codes.Add({unit.key, kFirstCode + number, fmt::format("555-01{:02}", number),
+                               when(forwarded, 2), forwarded,
+                               when(forwarded, fmt::format("555-02{:02}", number)), kStamp,
+                               fmt::format("Apartment {}", kFirstCode + number),
+                               when(extended, std::to_string(10 + number)), extended ? 5 : 2,
+                               when(undisturbed, 4), undisturbed}));
   }
   return added;
 }

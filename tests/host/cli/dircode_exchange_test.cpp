@@ -314,6 +314,15 @@ TEST_F(Exchange, ExportReplacesAFileOnlyByAWholeOne) {
   EXPECT_FALSE(std::filesystem::exists(File("unit.txt.new")));
   EXPECT_EQ(Do({"export", "--to", File("nowhere/unit.txt")}).status, 3);
   EXPECT_EQ(Do({"export", "--to", File(".")}).status, 1);
+  EXPECT_EQ(Do({"export", "--to", "/dev/null"}).status, 1);
+}
+
+TEST_F(Exchange, ExportKeepsALinkAndReplacesWhatItLeadsTo) {
+  Write("unit.txt", "old");
+  std::filesystem::create_symlink("unit.txt", File("link.txt"));
+  EXPECT_EQ(Do({"export", "--to", File("link.txt")}).status, 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(File("link.txt")));
+  EXPECT_EQ(Read("unit.txt"), TextOf(Exported()));
 }
 
 TEST_F(Exchange, ExportNamesTheFirmware) {
