@@ -152,7 +152,7 @@ std::vector<std::string> TenantsShown(DirCodeDesk& desk) {
 
 std::vector<CodeDetail> ShownCode(DirCodeDesk& desk) {
   HeadlessScreen& screen = desk.screen();
-  return {{"Directory code", "code", desk.codes().SelectedText()},
+  return {{"Directory code", "code", qorcred::Val(desk.codes().SelectedText())},
           {"RID", "rid", screen.Variable("glngrid")},
           {"Phone", "phone", Typed(desk, "txtPhoneNo")},
           {"Extension", "extension", Typed(desk, "txtExtn")},

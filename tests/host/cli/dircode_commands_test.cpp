@@ -23,9 +23,10 @@ TEST_F(DirCodes, ListShowsARowForEveryCodeInTheirOrder) {
 TEST_F(DirCodes, ShowPrintsTheCodeItsSchedulesAndItsTenants) {
   const Outcome outcome = Do({"show", "103"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_THAT(outcome.out, HasSubstr("Directory code    0103\n"));
+  EXPECT_THAT(outcome.out, HasSubstr("Directory code    103\n"));
   EXPECT_THAT(outcome.out, HasSubstr("Call forwarding   yes\n  schedule        Early Shift\n"));
   const nlohmann::json shown = nlohmann::json::parse(Do({"show", "0103", "--json"}).out);
+  EXPECT_EQ(shown["code"], 103);
   EXPECT_EQ(shown["forward_phone"], "555-0202");
   EXPECT_EQ(shown["tenants"].size(), 1U);
 }
@@ -298,6 +299,30 @@ TEST_F(DirCodes, DeletingACodeThatTheUnitNeverHadWithdrawsItsStep) {
   const Outcome outcome = Do({"delete", "250", "--yes"});
   EXPECT_THAT(outcome.err, HasSubstr("Are you sure you want to delete Directory Code 250?"));
   EXPECT_EQ(Steps().size(), 0U);
+}
+
+TEST_F(DirCodes, ARowThatSomeoneElseHasChangedIsReported) {
+  AddTrigger("Keep BEFORE UPDATE ON DirectoryCode BEGIN SELECT RAISE(IGNORE); END");
+  for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+           {"edit", "101", "--phone", "9"}, {"renumber", "101", "180"}}) {
+    const Outcome outcome = Do(words);
+    EXPECT_EQ(outcome.status, 1) << words.front();
+    EXPECT_EQ(outcome.out, "") << words.front();
+    EXPECT_THAT(outcome.err, HasSubstr("someone else has changed or deleted the directory code"));
+  }
+  EXPECT_EQ(Steps().size(), 0U);
+}
+
+TEST_F(DirCodes, ACodeThatCannotBeStoredLeavesNoStepBehind) {
+  AddTrigger("Refuse BEFORE INSERT ON DirectoryCode BEGIN SELECT RAISE(ABORT, 'no room'); END");
+  for (const char* code : {"250", "25a"}) {
+    const Outcome outcome = Do({"add", code, "--phone", "1"});
+    EXPECT_EQ(outcome.status, 3) << code;
+    EXPECT_THAT(outcome.err, HasSubstr("no room")) << code;
+    EXPECT_THAT(outcome.err, HasSubstr("the directory code was not stored")) << code;
+    EXPECT_EQ(outcome.out, "") << code;
+    EXPECT_EQ(Steps().size(), 0U) << code;
+  }
 }
 
 TEST_F(DirCodes, TraceShowsTheScreenBeingFilled) {

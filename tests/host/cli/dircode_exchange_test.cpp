@@ -5,7 +5,6 @@
 #include <fstream>
 #include <sstream>
 
-#include "host/store/database.h"
 #include "host/unit/unit_generator.h"
 #include "tests/host/cli/dircode_fixture.h"
 
@@ -50,10 +49,6 @@ class Exchange : public DirCodeFixture {
   }
   void Write(const std::string& name, const std::string& text) const {
     std::ofstream(File(name), std::ios::binary) << text;
-  }
-  /// Makes the store itself misbehave.
-  void AddTrigger(const std::string& trigger) const {
-    Database(File("building.db"), OpenMode::kReadWrite).Run("CREATE TRIGGER " + trigger);
   }
 };
 

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/store/database.h"
 #include "tests/host/cli/run_fixture.h"
 
 namespace qorhost::test {
@@ -31,6 +32,10 @@ class DirCodeFixture : public RunFixture {
                  "SELECT TenantID, MODIFIED, LASTMODIFIEDDATE FROM Tenants WHERE "
                  "DIRECTORYCODE=" +
                      std::to_string(rid)});
+  }
+  /// Makes the store itself misbehave.
+  void AddTrigger(const std::string& trigger) const {
+    Database(File("building.db"), OpenMode::kReadWrite).Run("CREATE TRIGGER " + trigger);
   }
   void Change(const std::string& statement) {
     const Outcome outcome = Run({"sql", "--write", statement});
