@@ -82,7 +82,7 @@ std::int32_t CountOf(std::span<const RangeSave> saves) {
 }
 
 BenchStore::BenchStore() : folder_(NewFolder()) {
-  Database database = qorhost::OpenStore(folder_ / "bench.db", OpenMode::kCreate);
+  Database database = qorhost::OpenStore(File(), OpenMode::kCreate);
   database.Run(
       fmt::format("INSERT INTO UNITTYPES (DESCRIPTION, TOTAL) VALUES ('Largest', '{}');"
                   "INSERT INTO Units (UnitKey, UnitName) VALUES (1, 'A'), (2, 'B'), (3, 'C');"
@@ -97,8 +97,24 @@ BenchStore::~BenchStore() {
   std::filesystem::remove_all(folder_, ignored);
 }
 
+std::filesystem::path BenchStore::File() const {
+  return folder_ / "bench.db";
+}
+
 Database BenchStore::Open() const {
-  return qorhost::OpenStore(folder_ / "bench.db", OpenMode::kReadWrite);
+  return qorhost::OpenStore(File(), OpenMode::kReadWrite);
+}
+
+void PutDirCodes(Database& database, std::int32_t count) {
+  constexpr std::int32_t kUnit = 1;
+  database.Run(fmt::format(
+      "WITH RECURSIVE numbers(n) AS (VALUES ({0}) UNION ALL SELECT n - 1 FROM numbers WHERE n > 1) "
+      "INSERT INTO DirectoryCode (UNITKEY, DIRECTORYCODE, PHONENUMBER, TIMEDELAY, ISDNDCHECKED, "
+      "ISCFCHECKED, CFTIMEDELAY, LASTMODIFIEDDATE, ACTIVE, DISPLAYNAME, SHOWDISPLAYNAME, "
+      "SHOWDIRECTORYCODE, MODIFIED, OLDDIRECTORYCODE) SELECT {1}, n, '5550100', 2, 0, 0, 2, "
+      "datetime('2026-01-15 09:30:00', (n % 86400) || ' seconds'), -1, 'Name ' || n, -1, 0, 2, "
+      "n + {0} FROM numbers",
+      count, kUnit));
 }
 
 std::unique_ptr<qorhost::StoreHost> StrictHost() {

@@ -41,12 +41,18 @@ class BenchStore {
   BenchStore(const BenchStore&) = delete;
   BenchStore& operator=(const BenchStore&) = delete;
 
+  /// The store's file, alone in its folder; files put beside it are deleted with it.
+  [[nodiscard]] std::filesystem::path File() const;
   /// Opens the file as the application does.
   [[nodiscard]] qorhost::Database Open() const;
 
  private:
   std::filesystem::path folder_;
 };
+
+/// Puts the directory codes 1 to `count` into unit 1, past every check. The numbers run down, so
+/// that a list is in another order than the table; each code was `count` more before.
+void PutDirCodes(qorhost::Database& database, std::int32_t count);
 
 /// The application's host with the computer's clock; a message box or a failure ends the program.
 [[nodiscard]] std::unique_ptr<qorhost::StoreHost> StrictHost();

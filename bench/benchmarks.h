@@ -9,7 +9,7 @@
 namespace qorbench {
 
 enum class Size : bool {
-  kQuick,  ///< a tenth of the numbers where all of them take seconds
+  kQuick,  ///< a tenth of the credentials with tenants, no large merge
   kFull,
 };
 
@@ -17,6 +17,7 @@ enum class Size : bool {
 [[nodiscard]] std::vector<Comparison> AddTenantsBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddListBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddDirCodeBenchmarks(Size size);
+[[nodiscard]] std::vector<Comparison> AddSyncBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddLibraryBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddTranslateBenchmarks(Size size);
 

@@ -327,23 +327,26 @@ std::vector<ListedCode> ListCodes(sqlite3* database, std::int32_t unit, int digi
       "WHERE UNITKEY=?1 AND DIRECTORYCODE>=0 ORDER BY DIRECTORYCODE");
   constexpr int kRid = 1;
   constexpr int kCode = 2;
+  constexpr std::array kNumbers{0, 5, 6, 7, 8, 9, 12, 14, 18, 19};
+  constexpr std::array kTexts{3, 4, 10, 11, 13, 15, 16, 17};
   BindAll(list, std::array<std::int64_t, 1>{unit});
   std::vector<ListedCode> rows;
   int code = SQLITE_OK;
   while ((code = sqlite3_step(list.get())) == SQLITE_ROW) {
-    ListedCode row;
+    ListedCode& row = rows.emplace_back();
     row.rid = sqlite3_column_int(list.get(), kRid);
     row.shown = std::to_string(sqlite3_column_int64(list.get(), kCode));
     const auto length = static_cast<std::size_t>(digits);
     if (row.shown.size() < length) row.shown.insert(0, length - row.shown.size(), '0');
-    row.texts.reserve(kOtherCodeColumns);
-    for (int column = 0; column < sqlite3_column_count(list.get()); ++column) {
-      if (column == kRid || column == kCode) continue;
-      const void* text = sqlite3_column_blob(list.get(), column);
-      const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes(list.get(), column));
-      row.texts.emplace_back(static_cast<const char*>(text), bytes);
+    for (std::size_t place = 0; place < kNumbers.size(); ++place) {
+      row.numbers.at(place) = sqlite3_column_int(list.get(), kNumbers.at(place));
     }
-    rows.push_back(std::move(row));
+    for (std::size_t place = 0; place < kTexts.size(); ++place) {
+      const void* text = sqlite3_column_blob(list.get(), kTexts.at(place));
+      if (text == nullptr) continue;
+      const int bytes = sqlite3_column_bytes(list.get(), kTexts.at(place));
+      row.texts.at(place).assign(static_cast<const char*>(text), static_cast<std::size_t>(bytes));
+    }
   }
   CheckDone(database, code == SQLITE_DONE);
   return rows;

@@ -2,6 +2,7 @@
 // would that does nothing else. All of them end the program when a call fails.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -42,14 +43,12 @@ struct ListedCredential {
 /// Steps the query that fills the list of credentials into a vector.
 [[nodiscard]] std::vector<ListedCredential> ListCredentials(sqlite3* database, std::int32_t unit);
 
-/// The columns of the list query of directory codes besides the identity and the code.
-inline constexpr std::size_t kOtherCodeColumns = 18;
-
 /// One row of the list query of directory codes.
 struct ListedCode {
   std::int32_t rid;
-  std::string shown;               ///< the code with zeros in front
-  std::vector<std::string> texts;  ///< the other columns
+  std::string shown;                     ///< the code with zeros in front
+  std::array<std::int32_t, 10> numbers;  ///< the other numbers and flags, in the query's order
+  std::array<std::string, 8> texts;      ///< the texts and dates
 };
 
 /// Steps the query that fills the list of directory codes into a vector.

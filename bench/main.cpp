@@ -32,8 +32,9 @@ struct Options {
 
 std::vector<Comparison> AddBenchmarks(Size size) {
   std::vector<Comparison> comparisons;
-  for (auto* add : {&AddIssueBenchmarks, &AddTenantsBenchmarks, &AddListBenchmarks,
-                    &AddDirCodeBenchmarks, &AddLibraryBenchmarks, &AddTranslateBenchmarks}) {
+  for (auto* add :
+       {&AddIssueBenchmarks, &AddTenantsBenchmarks, &AddListBenchmarks, &AddDirCodeBenchmarks,
+        &AddSyncBenchmarks, &AddLibraryBenchmarks, &AddTranslateBenchmarks}) {
     const std::vector<Comparison> added = add(size);
     comparisons.insert(comparisons.end(), added.begin(), added.end());
   }
@@ -81,9 +82,11 @@ void Report(const Options& options, const std::vector<Row>& rows,
 int Main(int argumentCount, char** arguments) {
   CLI::App app("Measures the library and its reference host against floors in the same run.");
   Options options;
-  app.add_flag("--quick", options.quick,
-               fmt::format("{} rounds instead of {}, and a tenth of the credentials with tenants",
-                           kQuickRounds, kRounds));
+  app.add_flag(
+      "--quick", options.quick,
+      fmt::format("{} rounds instead of {}, a tenth of the credentials with tenants, and no "
+                  "merge of 60000 codes",
+                  kQuickRounds, kRounds));
   app.add_option("--only", options.only,
                  "Only the benchmarks whose names match this pattern, for example ^issue/");
   app.add_option("--json", options.jsonFile, "Write the rows to this file as well");
