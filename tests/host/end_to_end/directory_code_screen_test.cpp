@@ -2,6 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <string>
+#include <string_view>
+
 #include "frame/date.h"
 #include "tests/host/end_to_end/dir_code_building.h"
 
@@ -121,6 +125,84 @@ TEST(DirectoryCodeScreenOnStore, RefusesACodeThatTheUnitHas) {
                                              "different Directory Code."));
   EXPECT_EQ(building.screen().focused(), "txtdirectorycode");
   EXPECT_EQ(building.Codes(), "7,7,0;");
+}
+
+struct Refusal {
+  std::string_view name;
+  std::function<void(qorhost::HeadlessScreen&)> mistake;
+  std::string_view message;
+  std::string_view focus;
+};
+
+const Refusal kRefusals[] = {
+    {"NoCode", [](qorhost::HeadlessScreen& screen) { screen.Box("txtdirectorycode").SetText(" "); },
+     "Please enter a Directory Code.", "txtdirectorycode"},
+    {"NegativeCode",
+     [](qorhost::HeadlessScreen& screen) { screen.Box("txtdirectorycode").SetText("-3"); },
+     "Please enter the positive number as Directory Code.", "txtdirectorycode"},
+    {"NoPhone", [](qorhost::HeadlessScreen& screen) { screen.Box("txtPhoneNo").SetText("  "); },
+     "Please enter a Phone No. to apply to the Directory Code.", "txtPhoneNo"},
+    {"DoNotDisturbWithoutSchedule",
+     [](qorhost::HeadlessScreen& screen) { screen.Check("chkDND").SetState(1); },
+     "Please select a Time Zone for the Do Not Disturb schedule.", "cboSchedules"},
+    {"ForwardingWithoutSchedule",
+     [](qorhost::HeadlessScreen& screen) { screen.Check("chkCallForwarding").SetState(1); },
+     "Please select a Time Zone for the Call Forwarding schedule.", "cboSchedulesCF"},
+    {"ForwardingWithoutPhone",
+     [](qorhost::HeadlessScreen& screen) {
+       screen.Check("chkCallForwarding").SetState(1);
+       screen.List("cboSchedulesCF").Select(0);
+     },
+     "Please enter a Call Forwarding Phone No.", "txtPhoneNocf"},
+    {"EndInTheMinuteOfTheStart",
+     [](qorhost::HeadlessScreen& screen) {
+       screen.Check("chkActive").SetState(1);
+       screen.Date("dtpStart").Choose(qorcred::FromCivil({2026, 2, 1, 10, 0, 5}));
+       screen.Date("dtpEnd").Choose(qorcred::FromCivil({2026, 2, 1, 10, 0, 50}));
+     },
+     "The End Date must be later than the Start Date. Please select a later End Date.", "dtpEnd"},
+};
+
+class DirectoryCodeRefusals : public testing::TestWithParam<Refusal> {};
+
+TEST_P(DirectoryCodeRefusals, TellTheOperatorAndWriteNothing) {
+  DirCodeBuilding building;
+  building.TypeNew("9");
+  const std::string before = building.Snapshot();
+  GetParam().mistake(building.screen());
+  EXPECT_FALSE(building.SaveNew());
+  EXPECT_THAT(building.messages, ElementsAre(std::string(GetParam().message)));
+  EXPECT_EQ(building.screen().focused(), GetParam().focus);
+  EXPECT_EQ(building.Snapshot(), before);
+  EXPECT_THAT(building.trapped, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Entry, DirectoryCodeRefusals, testing::ValuesIn(kRefusals),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(DirectoryCodeScreenOnStore, ACodeIsItsLeadingNumber) {
+  const struct {
+    const char* typed;
+    const char* codes;
+  } rows[] = {{"0012", "12,-,1;"}, {"12ab", "12,-,1;"}, {"ab", "0,-,1;"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.typed);
+    DirCodeBuilding building;
+    building.TypeNew(row.typed);
+    EXPECT_TRUE(building.SaveNew());
+    EXPECT_EQ(building.Codes(), row.codes);
+  }
+}
+
+TEST(DirectoryCodeScreenOnStore, AStatementThatATextBreaksStoresNothing) {
+  DirCodeBuilding building;
+  building.TypeNew("9");
+  building.screen().Box("txtDisplayName").SetText("O'Hara");
+  std::int32_t rid = -5;
+  EXPECT_TRUE(building.SaveNew(&rid));
+  EXPECT_EQ(rid, 0);
+  EXPECT_EQ(building.Codes(), "");
+  EXPECT_EQ(building.store().BusyStatements(), 0);
 }
 
 TEST(DirectoryCodeScreenOnStore, AFullUnitTakesNoNewNumber) {
@@ -249,6 +331,29 @@ TEST(DirectoryCodeScreenOnStore, RenumberingQueuesWhatTheRowsStateAsksFor) {
     EXPECT_EQ(list.SelectedText(), "0012");
     EXPECT_EQ(list.ItemData(list.selected()), rid);
   }
+}
+
+TEST(DirectoryCodeScreenOnStore, ANumberThatAnotherRowHasIsRefused) {
+  DirCodeBuilding building;
+  building.Store("12");
+  building.Open(building.Store("7"));
+  const std::string before = building.Snapshot();
+  EXPECT_FALSE(building.controller().pbUpdateDirCode(building.connection(), kUnit, "012"));
+  EXPECT_THAT(building.messages, ElementsAre("This Directory Code already exists. Please enter a "
+                                             "different Directory Code."));
+  EXPECT_EQ(building.Snapshot(), before);
+}
+
+TEST(DirectoryCodeScreenOnStore, ARowChangedMeanwhileKeepsItsNumber) {
+  DirCodeBuilding building;
+  const std::int32_t rid = building.Store("7");
+  building.Run("UPDATE DirectoryCode SET LASTMODIFIEDDATE='2026-01-30 10:00:00'");
+  building.Open(rid);
+  building.Run("UPDATE DirectoryCode SET LASTMODIFIEDDATE='2026-01-31 09:00:00'");
+  EXPECT_TRUE(building.controller().pbUpdateDirCode(building.connection(), kUnit, "12"));
+  EXPECT_EQ(building.Codes(), "7,7,0;");
+  EXPECT_EQ(building.Steps(), "");
+  EXPECT_EQ(building.screen().List("cbodirectorycode").SelectedText(), "0007");
 }
 
 }  // namespace
