@@ -146,7 +146,7 @@ TEST_F(DirCodeDeletion, AStateBeyondSixteenBitsEndsItBeforeTheDeletion) {
   )~"));
 }
 
-TEST_F(DirCodeDeletion, AFailureBehindTheReleaseLeavesTheResultTrue) {
+TEST_F(DirCodeDeletion, AFailedReleaseOfTheTenantsStillAnswersTrue) {
   InState(0);
   HeldByATenant();
   Answer(MessageButton::kYes);

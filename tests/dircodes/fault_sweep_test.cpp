@@ -21,6 +21,9 @@ using qorcred::Value;
 
 using Result = std::optional<bool>;
 
+// Settings without a row have no second column: reading it is the table's failure, and raised.
+constexpr int kNoSuchColumn = 9;
+
 /// One use of the controller. `act` gives the operation's result, nothing for one without.
 struct Scenario {
   std::string_view name;
@@ -33,6 +36,8 @@ struct Scenario {
   bool afterLastCall = false;
   /// The results when the first, the second, ... statement fails; none without a result.
   std::vector<bool> afterFailedStatement = {};
+  /// What a failed statement raises to the caller; 0 when it raises nothing.
+  int raisedByFailedStatement = 0;
 };
 
 std::ostream& operator<<(std::ostream& out, const Scenario& scenario) {
@@ -96,7 +101,8 @@ const std::array kScenarios{
                    screen.controller().pbRetrieveSettingsFromUnit(screen.host().connection(),
                                                                   kUnit);
                    return None();
-                 }},
+                 },
+             .raisedByFailedStatement = kNoSuchColumn},
     Scenario{
         .name = "SettingsOnALeapDay",
         .operation = "pbRetrieveSettingsFromUnit",
@@ -109,7 +115,8 @@ const std::array kScenarios{
             [](DirCodeScreen& screen) {
               screen.controller().pbRetrieveSettingsFromUnit(screen.host().connection(), kUnit);
               return None();
-            }},
+            },
+        .raisedByFailedStatement = kNoSuchColumn},
     Scenario{.name = "Tenants",
              .operation = "pbRetrieveTenants",
              .arrange =
@@ -279,8 +286,6 @@ TEST_P(DirCodeFaultSweep, EndsInTheOperation) {
 // The manager raises nothing when a statement fails: it answers as if there were no rows.
 TEST_P(DirCodeFaultSweep, BearsAFailedStatement) {
   const Scenario& scenario = GetParam();
-  // Settings without a row have no second column: reading it is the table's failure, and raised.
-  if (scenario.operation == "pbRetrieveSettingsFromUnit") return;
   for (std::size_t n = 1;; ++n) {
     DirCodeScreen screen;
     RecordingHost& host = screen.host();
@@ -288,11 +293,13 @@ TEST_P(DirCodeFaultSweep, BearsAFailedStatement) {
     host.StartOver();
     host.database().FailAt(n);
 
-    const Result result = scenario.act(screen);
+    Result result;
+    const int raised = ErrorOf([&] { result = scenario.act(screen); });
 
     const std::string failed = host.database().failed();
     const std::vector<bool>& results = scenario.afterFailedStatement;
     if (failed.empty()) {
+      EXPECT_EQ(raised, 0);
       EXPECT_EQ(result, scenario.expected);
       if (scenario.expected) {
         EXPECT_EQ(n - 1, results.size());
@@ -301,6 +308,10 @@ TEST_P(DirCodeFaultSweep, BearsAFailedStatement) {
       break;
     }
     const ::testing::ScopedTrace trace(__FILE__, __LINE__, failed);
+    EXPECT_EQ(raised, scenario.raisedByFailedStatement);
+    // Without its capacity the unit takes nothing: there is no number to decode.
+    const bool needsCapacity = failed.find("FROM UNITTYPES") != std::string::npos;
+    EXPECT_EQ(host.services().trapped().size(), needsCapacity ? 1U : 0U);
     if (scenario.expected) {
       ASSERT_LE(n, results.size());
       EXPECT_EQ(result, Result(results[n - 1]));

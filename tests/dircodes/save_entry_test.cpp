@@ -213,6 +213,15 @@ TEST_F(DirCodeEntryTest, ANumberThatTheUnitHasSkipsTheCapacity) {
   EXPECT_EQ(Host().transcript().StartingWith("pbGetUnitStatus").size(), 0U);
 }
 
+TEST_F(DirCodeEntryTest, ALookupThatFailsLeadsToTheCapacity) {
+  Screen().AllowCodes("0");
+  Database().Error("SELECT directorycode from", "no such column: ab");
+  Host().SetText("txtdirectorycode", "ab");
+  EXPECT_EQ(Refusal(), "You cannot enter more than 2000 combined codes.");
+  EXPECT_EQ(Host().transcript().StartingWith("pbGetUnitStatus"),
+            Lines{"pbGetUnitStatus 3 -> 0 0 0"});
+}
+
 TEST_F(DirCodeEntryTest, AnEditWithAnotherNumberMeetsTheCapacity) {
   Screen().ShowStored();
   Screen().AllowCodes("0");
@@ -282,6 +291,9 @@ TEST_F(DirCodeEntryTest, TheActivePeriodIsCountedInWholeMinutes) {
       {"Backwards", at(10, 1, 0), at(10, 0, 59), nullptr},
       {"OneMinute", at(10, 0, 59), at(10, 1, 0),
        "True,'11/21/2026 10:00:59 AM','11/21/2026 10:01:00 AM',"},
+      {"AcrossMidnight", at(23, 59, 59), FromCivil({2026, 11, 22, 0, 0, 0}),
+       "True,'11/21/2026 11:59:59 PM','11/22/2026',"},
+      {"ADayEarlierAtALaterHour", at(10, 0, 0), FromCivil({2026, 11, 20, 23, 59, 59}), nullptr},
       {"NoStart", Null{}, at(10, 1, 0), "True,Null,'11/21/2026 10:01:00 AM',"},
       {"NoEnd", at(10, 0, 0), Null{}, "True,'11/21/2026 10:00:00 AM',Null,"},
       {"Neither", Null{}, Null{}, "True,Null,Null,"},

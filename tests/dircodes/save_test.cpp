@@ -1,4 +1,5 @@
 // Storing a new directory code and an edited one, as whole transcripts.
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -81,6 +82,56 @@ TEST_F(DirCodeSave, OfANewCodeWritesEverythingThatWasEntered) {
             "'5551234','77',5,9,True,5,True,'5559876','88',7,'_LMDATE_',True,"
             "'11/21/2026 10:00:00 AM','11/21/2027 11:59:59 PM','Front desk',Null,1,True,False)\" "
             "\"\" \"DIRECTORYCODE\" -> 101");
+}
+
+TEST_F(DirCodeSave, OfANewCodeReadsItsEntryInTheOrderOfItsChecks) {
+  Screen().EnterNew("12");
+  EnterEverything();
+  Host().StartOver();
+
+  EXPECT_TRUE(Screen().SaveNew());
+
+  const Lines lines = Host().transcript().Read(Detail::kEverything);
+  const auto from = std::find(lines.begin(), lines.end(), "txtPhoneNo.Text -> \"5551234\"");
+  const auto to = std::find(from, lines.end(), "CreateObject \"qorSPS.clsSendProgSteps\"");
+  ASSERT_NE(to, lines.end());
+  EXPECT_TRUE(SameLines(Lines(from, to), R"~(
+    txtPhoneNo.Text -> "5551234"
+    txtExtn.Text -> "77"
+    pvnTimeDelay -> 5
+    chkDND.Value -> 1
+    cboSchedules.ListIndex -> 3
+    chkCallForwarding.Value -> 1
+    txtPhoneNocf.Text -> "5559876"
+    txtExtnCF.Text -> "88"
+    cboSchedulesCF.ListIndex -> 2
+    chkDND.Value -> 1
+    cboSchedules.ListIndex -> 3
+    cboSchedules.ItemData(3) -> 9
+    chkShowDisplayName.Value -> 1
+    chkShowDirCode.Value -> 0
+    chkCallForwarding.Value -> 1
+    cboSchedulesCF.ListIndex -> 2
+    cboSchedulesCF.ItemData(2) -> 5
+    pvnTimeDelayCF -> 7
+    chkActive.Value -> 1
+    dtpStart.Value -> #11/21/2026 10:00:00 AM#
+    dtpEnd.Value -> #11/21/2027 11:59:59 PM#
+    txtDisplayName.Text -> "  Front desk "
+  )~"));
+}
+
+TEST_F(DirCodeSave, OfAnEditedCodeShowsWhatTheStoreHasByThen) {
+  Screen().ShowStored();
+  Database().Select("SELECT UNITKEY,RID,DIRECTORYCODE,PHONENUMBER",
+                    {{kUnit, kStoredRow, 12,     "5550000", "4",    6,   Null{},
+                      false, Null{},     false,  Null{},    Null{}, 2,   "11/21/2026 10:00:00 AM",
+                      false, Null{},     Null{}, "Desk",    false,  true}});
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_EQ(Host().TextOf("txtPhoneNo"), "5550000");
+  EXPECT_EQ(Host().controls().Variable("gstrLastModifiedDate"), Value("11/21/2026 10:00:00 AM"));
 }
 
 TEST_F(DirCodeSave, OfANewCodeWhosePendingDeletionIsUnsentKnowsItInTheUnit) {
