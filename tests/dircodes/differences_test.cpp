@@ -72,6 +72,24 @@ TEST(ScreenDifferences, DefaultDatesCarryTheTimeOnlyForDirectoryCodes) {
   }
 }
 
+TEST(ScreenDifferences, WithoutDeactivationOnlyDirectoryCodesShowTheTime) {
+  Credentials credentials(ScreenKind::kTenantCreating);
+  credentials.host.database().Select("FROM UnitSettings", {{false, 0, Null{}, 0}});
+  credentials.controller.pbRetrieveSettingsFromUnit(credentials.host.connection(), kUnit);
+  EXPECT_EQ(credentials.host.controls().Date("dtpStart").shown(),
+            FromCivil({2026, 11, 21, 0, 0, 0}));
+
+  DirCodeScreen codes;
+  codes.host().database().Select("FROM UnitSettings", {{4, false, 0, Null{}, 0}});
+  codes.controller().pbRetrieveSettingsFromUnit(codes.host().connection(), kUnit);
+  EXPECT_EQ(codes.host().controls().Date("dtpStart").shown(), FromCivil({2026, 11, 21, 10, 0, 0}));
+
+  for (RecordingHost* host : {&credentials.host, &codes.host()}) {
+    EXPECT_EQ(host->controls().Date("dtpStart").Chosen(), Value(Null{}));
+    EXPECT_EQ(host->controls().Date("dtpEnd").Chosen(), Value(Null{}));
+  }
+}
+
 TEST(ScreenDifferences, OnlyThePassOfCredentialsKnowsMinusOne) {
   const std::string sql = "SET A='',B=-1,C= ,D=-12";
   EXPECT_EQ(qorcred::FixNullValues(sql), "SET A=Null,B=Null,C= Null,D=Null2");

@@ -183,6 +183,7 @@ TEST_F(DirCodeEntryTest, CapacityIsSixteenBit) {
   } rows[] = {
       {"Limit", "32768", {"0", "0", "0"}, "Trapped pbSave 6 \"Overflow\""},
       {"Count", "500", {"32768", "0", "0"}, "Trapped pbSave 6 \"Overflow\""},
+      {"CountWhoseSumWouldFit", "500", {"0", "-1", "32768"}, "Trapped pbSave 6 \"Overflow\""},
       {"FirstSum", "500", {"32767", "1", "-1"}, "Trapped pbSave 6 \"Overflow\""},
       {"SecondSum", "500", {"20000", "10000", "10000"}, "Trapped pbSave 6 \"Overflow\""},
       {"LimitThatIsNoNumber", "many", {"0", "0", "0"}, "Trapped pbSave 13 \"Type mismatch\""},

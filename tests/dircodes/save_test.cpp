@@ -1,5 +1,6 @@
 // Storing a new directory code and an edited one, as whole transcripts.
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -153,6 +154,36 @@ TEST_F(DirCodeSave, ThatInsertsNothingStillQueuesAStepAndAnswersTrue) {
 
   EXPECT_EQ(rid, 0);
   EXPECT_EQ(Host().transcript().StartingWith("pbGen"), Lines{"pbGenDirCodePrgStep 3 0"});
+}
+
+TEST_F(DirCodeSave, WhoseStepFailsTellsTheNewRowAndAnswersFalse) {
+  // The row is stored by then: there is no transaction to take it back.
+  std::size_t callsUntilTheStep = 0;
+  {
+    DirCodeScreen screen;
+    screen.EnterNew("12");
+    screen.host().StartOver();
+    EXPECT_TRUE(screen.SaveNew());
+    callsUntilTheStep = screen.host().gate().calls();
+  }
+  Screen().EnterNew("12");
+  Host().StartOver();
+  Host().gate().FailAt(callsUntilTheStep);
+  std::int32_t rid = 0;
+
+  EXPECT_FALSE(Screen().SaveNew(&rid));
+
+  EXPECT_EQ(rid, 101);
+  EXPECT_NE(Host().gate().failed().find("pbGenDirCodePrgStep"), std::string::npos)
+      << Host().gate().failed();
+  EXPECT_EQ(Host().transcript().StartingWith("ExecuteInsert").size(), 1U);
+}
+
+TEST_F(DirCodeSave, ThatIsRefusedLeavesTheRowOfTheCallerAlone) {
+  Screen().EnterNew("");
+  std::int32_t rid = 77;
+  EXPECT_FALSE(Screen().SaveNew(&rid));
+  EXPECT_EQ(rid, 77);
 }
 
 TEST_F(DirCodeSave, OfAnEditedCodeUpdatesQueuesItsStepAndReloads) {
