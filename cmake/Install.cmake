@@ -3,7 +3,7 @@ include(CMakePackageConfigHelpers)
 
 install(TARGETS qorCred EXPORT qorCredTargets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(DIRECTORY frame credentials dircodes DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qorCred
+install(DIRECTORY frame credentials dircodes reports DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qorCred
         FILES_MATCHING PATTERN "*.h")
 install(EXPORT qorCredTargets NAMESPACE qorCred:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qorCred)
 configure_package_config_file(cmake/qorCredConfig.cmake.in qorCredConfig.cmake

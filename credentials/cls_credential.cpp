@@ -25,23 +25,10 @@ std::string clsCredential::pbBase64Dec(std::string_view Base64String) {
   return base64_.Decode(host_, Base64String);
 }
 
-std::string clsCredential::TextOf(const Value& value) const {
-  const Date* date = value.As<Date>();
-  return date != nullptr ? host_.DateText(*date) : TextOrEmpty(value);
-}
-
 namespace {
 
 clsCredential& Self(Controller& controller) {
   return static_cast<clsCredential&>(controller);
-}
-
-ObjectRef ObjectIn(const Value& argument) {
-  return *argument.As<ObjectRef>();
-}
-
-std::int32_t LongIn(const Value& argument) {
-  return *argument.As<std::int32_t>();
 }
 
 constexpr Parameter kConnection{"objConn", ValueType::kObject, true};

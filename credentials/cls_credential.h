@@ -127,8 +127,6 @@ class clsCredential final : public Controller {
 
   [[nodiscard]] Screen RequireScreen() const { return Screen(screen_); }
   [[nodiscard]] DatabaseManager Manager() const { return DatabaseManager(manager_); }
-  /// A cell or control value as text: dates in the host's default form, Null as "".
-  [[nodiscard]] std::string TextOf(const Value& value) const;
 
   Host& host_;
   ObjectRef screen_;

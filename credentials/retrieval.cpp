@@ -106,7 +106,7 @@ void clsCredential::LoadCredential(const ObjectRef& connection, std::int32_t uni
   screen.Box("txtIDCode").SetText(numberIn(kIdCode));
   screen.Box("txtSequenceCode").SetText(numberIn(kSequenceNumber));
   screen.Check(numberIn(kButtonNumber) == 4 ? "optButton4" : "optButtonDefault").SetState(true);
-  screen.SetVariable("gstrLastModifiedDate", TextOf(credential.Cell(0, kLastModified)));
+  screen.SetVariable("gstrLastModifiedDate", TextOf(host_, credential.Cell(0, kLastModified)));
 
   const std::string rid = NumberText(numberIn(kRid));
   const TableView tenant = Manager().ExecuteSelect(

@@ -24,27 +24,10 @@ std::string clsDirCode::pbBase64Dec(std::string_view Base64String) {
   return base64_.Decode(host_, Base64String);
 }
 
-std::string clsDirCode::TextOf(const Value& value) const {
-  const Date* date = value.As<Date>();
-  return date != nullptr ? host_.DateText(*date) : TextOrEmpty(value);
-}
-
 namespace {
 
 clsDirCode& Self(Controller& controller) {
   return static_cast<clsDirCode&>(controller);
-}
-
-ObjectRef ObjectIn(const Value& argument) {
-  return *argument.As<ObjectRef>();
-}
-
-std::int32_t LongIn(const Value& argument) {
-  return *argument.As<std::int32_t>();
-}
-
-const std::string& TextIn(const Value& argument) {
-  return *argument.As<std::string>();
 }
 
 constexpr Parameter kConnection{"objConn", ValueType::kObject, true};

@@ -121,8 +121,8 @@ bool clsDirCode::ReadActivePeriod(const Screen& screen, DirCodeEntry& entry) {
   const Value end = endPicker.Chosen();
   if (IsPeriodWithoutLength(start, end)) return RefuseEntry(endPicker, kPeriodWithoutLength);
   entry.active = "True";
-  entry.startDateText = TextOf(start);
-  entry.endDateText = TextOf(end);
+  entry.startDateText = TextOf(host_, start);
+  entry.endDateText = TextOf(host_, end);
   return true;
 }
 

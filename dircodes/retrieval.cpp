@@ -104,7 +104,7 @@ void clsDirCode::LoadCode(const ObjectRef& connection, std::int32_t unitKey, con
   const WritingControls writing(host_, screen, "pbRetrieveDirCodes");
   const auto cell = [&](CodeColumn which) { return code.Cell(0, which); };
   const auto showText = [&](std::string_view box, CodeColumn which) {
-    screen.Box(box).SetText(TextOf(cell(which)));
+    screen.Box(box).SetText(TextOf(host_, cell(which)));
   };
   const auto showCheck = [&](std::string_view box, CodeColumn which) {
     screen.Check(box).SetState(CheckStateOf(cell(which)));
@@ -128,7 +128,7 @@ void clsDirCode::LoadCode(const ObjectRef& connection, std::int32_t unitKey, con
   showText("txtExtnCF", kCfExtension);
   showNumber("pvnTimeDelayCF", kCfTimeDelay);
 
-  screen.SetVariable("gstrLastModifiedDate", TextOf(cell(kLastModified)));
+  screen.SetVariable("gstrLastModifiedDate", TextOf(host_, cell(kLastModified)));
   showCheck("chkActive", kActive);
   screen.Picker("dtpStart").SetChosen(DateOrNull(cell(kStartDate)));
   screen.Picker("dtpEnd").SetChosen(DateOrNull(cell(kEndDate)));

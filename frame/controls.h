@@ -121,6 +121,26 @@ class DatePicker : public Control {
   void SetDay(std::int32_t day) const { Put(object(), "Day", day); }
   /// Sets Hour, Minute and Second, in that order, to 23, 59 and 59.
   void SetEndOfDay() const;
+  void SetHour(std::int32_t hour) const { Put(object(), "Hour", hour); }
+  void SetMinute(std::int32_t minute) const { Put(object(), "Minute", minute); }
+  void SetSecond(std::int32_t second) const { Put(object(), "Second", second); }
+};
+
+/// Controls that share one name, told apart by an index from 0.
+class ControlArray : public View {
+ public:
+  using View::View;
+
+  [[nodiscard]] std::int32_t Count() const { return ToLong(Get(object(), "Count")); }
+  [[nodiscard]] ListControl List(std::int32_t index) const { return ListControl(Item(index)); }
+  [[nodiscard]] TextBox Box(std::int32_t index) const { return TextBox(Item(index)); }
+  [[nodiscard]] CheckControl Check(std::int32_t index) const { return CheckControl(Item(index)); }
+  [[nodiscard]] DatePicker Picker(std::int32_t index) const { return DatePicker(Item(index)); }
+
+ private:
+  [[nodiscard]] ObjectRef Item(std::int32_t index) const {
+    return RequireObject(Get(object(), "", index));
+  }
 };
 
 /// A screen: its controls and public variables by name.
@@ -136,6 +156,9 @@ class Screen : public View {
   [[nodiscard]] Spinner Spin(std::string_view name) const { return Spinner(Member(name)); }
   [[nodiscard]] DatePicker Picker(std::string_view name) const { return DatePicker(Member(name)); }
   [[nodiscard]] Control Any(std::string_view name) const { return Control(Member(name)); }
+  [[nodiscard]] ControlArray Array(std::string_view name) const {
+    return ControlArray(Member(name));
+  }
 
   [[nodiscard]] std::string Name() const { return ToText(Variable("Name")); }
   [[nodiscard]] Value Variable(std::string_view name) const { return Get(object(), name); }

@@ -49,6 +49,9 @@ class TableView : public View {
   void InsertRow(std::int32_t before) const {
     Marked([&] { Call(object(), "InsertRows", before); });
   }
+  void DeleteRow(std::int32_t row) const {
+    Marked([&] { Call(object(), "DeleteRows", row); });
+  }
   /// Sorts rows by the texts of one column, upwards and without regard to letter case.
   void SortByText(std::int32_t firstRow, std::int32_t lastRow, std::int32_t column) const;
 

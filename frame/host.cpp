@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "frame/convert.h"
 #include "frame/date.h"
 #include "frame/utf8.h"
 
@@ -53,6 +54,11 @@ std::string Host::AnsiToText(std::span<const std::uint8_t> bytes) {
     AppendUtf8(text, IsSpecial(byte) ? kSpecialBytes[byte - kFirstSpecial] : byte);
   }
   return text;
+}
+
+std::string TextOf(Host& host, const Value& value) {
+  const Date* date = value.As<Date>();
+  return date != nullptr ? host.DateText(*date) : TextOrEmpty(value);
 }
 
 }  // namespace qorcred

@@ -55,4 +55,7 @@ class Host {
   virtual std::string AnsiToText(std::span<const std::uint8_t> bytes);
 };
 
+/// A cell or control value as text: dates in the host's default form, Null as "".
+[[nodiscard]] std::string TextOf(Host& host, const Value& value);
+
 }  // namespace qorcred

@@ -98,12 +98,29 @@ const Member* FindMember(std::span<const Member> members, std::string_view name)
   return found == members.end() ? nullptr : &*found;
 }
 
+const ObjectRef& ObjectIn(const Value& argument) {
+  return *argument.As<ObjectRef>();
+}
+
+std::int32_t LongIn(const Value& argument) {
+  return *argument.As<std::int32_t>();
+}
+
+const std::string& TextIn(const Value& argument) {
+  return *argument.As<std::string>();
+}
+
 std::int32_t LongOr(const Value& argument, std::int32_t fallback) {
   return argument.Is(ValueType::kMissing) ? fallback : ToLong(argument);
 }
 
 bool BooleanOr(const Value& argument, bool fallback) {
   return argument.Is(ValueType::kMissing) ? fallback : ToBoolean(argument);
+}
+
+ObjectRef ObjectOrNone(const Value& argument) {
+  const ObjectRef* object = argument.As<ObjectRef>();
+  return object == nullptr ? nullptr : *object;
 }
 
 }  // namespace qorcred

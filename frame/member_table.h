@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "frame/object.h"
@@ -47,8 +48,15 @@ class Controller : public Object {
 /// The member called `name`, in any ASCII case; null when there is none.
 [[nodiscard]] const Member* FindMember(std::span<const Member> members, std::string_view name);
 
+/// An argument that was converted to its parameter's type.
+[[nodiscard]] const ObjectRef& ObjectIn(const Value& argument);
+[[nodiscard]] std::int32_t LongIn(const Value& argument);
+[[nodiscard]] const std::string& TextIn(const Value& argument);
+
 /// An optional argument's value, or `fallback` when it was omitted.
 [[nodiscard]] std::int32_t LongOr(const Value& argument, std::int32_t fallback);
 [[nodiscard]] bool BooleanOr(const Value& argument, bool fallback);
+/// An optional object, or none when it was omitted.
+[[nodiscard]] ObjectRef ObjectOrNone(const Value& argument);
 
 }  // namespace qorcred

@@ -1,0 +1,55 @@
+// The fields that the directory-code report can be narrowed by.
+#include <string>
+#include <vector>
+
+#include "frame/convert.h"
+#include "frame/trap.h"
+#include "reports/cls_dir_code_report.h"
+
+namespace qorcred {
+
+namespace {
+
+struct FieldChoice {
+  Value rid;
+  std::string caption;
+};
+
+std::vector<FieldChoice> ChoicesIn(const TableView& fields) {
+  std::vector<FieldChoice> choices;
+  if (fields.HasNoRows()) return choices;
+  const std::int32_t last = fields.UpperRow();
+  for (std::int32_t row = fields.LowerRow(); row <= last; ++row) {
+    choices.push_back({fields.Cell(row, 0), TextOrEmpty(fields.Cell(row, 1))});
+  }
+  return choices;
+}
+
+}  // namespace
+
+std::string clsDirCodeReport::pbComboData(const ObjectRef& objConn) {
+  std::string captions;
+  Trap(host(), "pbComboData", [&] {
+    const std::vector<FieldChoice> choices = ChoicesIn(NewManager().ExecuteSelect(
+        objConn,
+        "SELECT RID, FieldNameDisplay FROM TenantSelectionFields WHERE GridType = 0 AND FieldName "
+        "LIKE 'DirectoryCode._%' ORDER BY Display DESC, DisplaySeq ASC ",
+        error()));
+
+    const ControlArray lists = RequireFilterScreen().Array("cboField");
+    const std::int32_t count = lists.Count();
+    for (std::int32_t index = 0; index < count; ++index) {
+      const ListControl list = lists.List(index);
+      list.Clear();
+      for (const FieldChoice& choice : choices) list.AddItemWithData(choice.caption, choice.rid);
+    }
+
+    for (const FieldChoice& choice : choices) {
+      if (&choice != &choices.front()) captions += '|';
+      captions += choice.caption;
+    }
+  });
+  return captions;
+}
+
+}  // namespace qorcred
