@@ -8,6 +8,7 @@
 #include <string>
 
 #include "host/store/migration_1.h"
+#include "host/store/migration_2.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {
@@ -16,7 +17,7 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 100;  // of every SQLite file
 
-constexpr std::array kMigrations{Migration{1, kMigration1}};
+constexpr std::array kMigrations{Migration{1, kMigration1}, Migration{2, kMigration2}};
 
 std::int64_t VersionOf(Database& database) {
   return database.Number("PRAGMA user_version");

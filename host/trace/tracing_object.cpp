@@ -126,6 +126,11 @@ Value TracingControl::Invoke(std::string_view member, InvokeKind kind, Arguments
           ObjectRef(std::make_shared<TracingControl>(line, *result.As<ObjectRef>(), sink())));
     }
     Write(line + " -> " + TranscriptText(result));
+  } else if (kind == InvokeKind::kCall && HoldsObject(result)) {
+    // Unlike fetching a part, making a new object is worth a line of its own.
+    Write(line);
+    return Value(ObjectRef(
+        std::make_shared<TracingControl>(Place(member), *result.As<ObjectRef>(), sink())));
   } else if (kind == InvokeKind::kCall && !result.Is(qorcred::ValueType::kEmpty)) {
     Write(line + " -> " + TranscriptText(result));
   } else {

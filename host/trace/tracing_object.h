@@ -35,7 +35,8 @@ class TracingObject : public qorcred::Object {
 
 /// A control or any other object that is known by a name: `name.Member = value`,
 /// `name.Member(index) -> value`, `name.Method argument`. The default member is the name alone.
-/// An object that comes back from a get is traced under the name of the place it came from.
+/// An object that comes back from a get is traced under the name of the place it came from, one
+/// that comes back from a call, `name.Method`, under the name of the method.
 class TracingControl final : public TracingObject {
  public:
   TracingControl(std::string name, qorcred::ObjectRef inner, TranscriptSink sink);

@@ -1,0 +1,218 @@
+#include "host/screens/data_grid.h"
+
+#include "frame/convert.h"
+#include "frame/data_services.h"
+#include "frame/runtime_error.h"
+#include "host/screens/control.h"
+
+namespace qorhost {
+
+using qorcred::Arguments;
+using qorcred::ErrorNumber;
+using qorcred::InvokeKind;
+using qorcred::ObjectRef;
+using qorcred::RuntimeError;
+using qorcred::SameMember;
+using qorcred::TableView;
+using qorcred::Value;
+
+namespace {
+
+/// By what a cell and an item's value are compared.
+std::string ComparedText(const Value& value) {
+  const bool* flag = value.As<bool>();
+  return flag != nullptr ? (*flag ? "-1" : "0") : qorcred::TextOrEmpty(value);
+}
+
+/// A property that is read without arguments and written with one.
+template <typename Field, typename Convert>
+Value Property(Field& field, InvokeKind kind, Arguments arguments, Convert convert) {
+  if (kind == InvokeKind::kPut) {
+    RequireCount(arguments, 1);
+    field = convert(arguments.front());
+    return {};
+  }
+  RequireCount(arguments, 0);
+  return Value(field);
+}
+
+Value Same(const Value& value) {
+  return value;
+}
+
+/// An object or Nothing.
+ObjectRef ObjectOrNothing(const Value& value) {
+  const ObjectRef* object = value.As<ObjectRef>();
+  if (object == nullptr) {
+    throw RuntimeError(ErrorNumber::kObjectRequired);
+  }
+  return *object;
+}
+
+/// A member that is read or called without arguments.
+void RequireRead(InvokeKind kind, Arguments arguments) {
+  RefusePut(kind);
+  RequireCount(arguments, 0);
+}
+
+double WidthOf(const Value& value) {
+  const double width = qorcred::ToDouble(value);
+  if (!(width >= 0)) {
+    throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
+  }
+  return width;
+}
+
+}  // namespace
+
+Value GridValueItem::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+  if (SameMember(member, "Value")) {
+    return Property(value_, kind, arguments, Same);
+  }
+  if (SameMember(member, "DisplayValue")) {
+    return Property(displayValue_, kind, arguments, Same);
+  }
+  throw RuntimeError(ErrorNumber::kUnknownMember);
+}
+
+void GridValueItems::Add(const Value& value, std::string displayValue) {
+  shownFor_.try_emplace(ComparedText(value), std::move(displayValue));
+  ++count_;
+}
+
+std::string GridValueItems::Shown(const Value& cell) const {
+  if (translate_) {
+    const auto found = shownFor_.find(ComparedText(cell));
+    if (found != shownFor_.end()) {
+      return found->second;
+    }
+  }
+  return qorcred::TextOrEmpty(cell);
+}
+
+Value GridValueItems::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+  if (SameMember(member, "Add")) {
+    RefusePut(kind);
+    RequireCount(arguments, 1);
+    qorcred::Object& item = qorcred::RequireSet(qorcred::RequireObject(arguments.front()));
+    const Value value = qorcred::Get(item, "Value");
+    Add(value, qorcred::TextOrEmpty(qorcred::Get(item, "DisplayValue")));
+    return {};
+  }
+  if (SameMember(member, "Count")) {
+    RequireRead(kind, arguments);
+    return Value(static_cast<std::int32_t>(count_));
+  }
+  if (SameMember(member, "Presentation")) {
+    return Property(presentation_, kind, arguments, qorcred::ToInteger);
+  }
+  if (SameMember(member, "Translate")) {
+    return Property(translate_, kind, arguments, qorcred::ToBoolean);
+  }
+  if (SameMember(member, "DropDownList")) {
+    return Property(dropDownList_, kind, arguments, qorcred::ToBoolean);
+  }
+  throw RuntimeError(ErrorNumber::kUnknownMember);
+}
+
+Value DataGridColumn::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+  if (SameMember(member, "Caption") || member.empty()) {
+    return Property(caption_, kind, arguments,
+                    [](const Value& caption) { return qorcred::ToText(caption); });
+  }
+  if (SameMember(member, "Width")) {
+    return Property(width_, kind, arguments, WidthOf);
+  }
+  if (SameMember(member, "Visible")) {
+    return Property(visible_, kind, arguments, qorcred::ToBoolean);
+  }
+  if (SameMember(member, "ValueItems")) {
+    RequireRead(kind, arguments);
+    return Value(ObjectRef(items_));
+  }
+  throw RuntimeError(ErrorNumber::kUnknownMember);
+}
+
+DataGridColumns::DataGridColumns(std::size_t count) {
+  columns_.reserve(count);
+  for (std::size_t index = 0; index < count; ++index) {
+    columns_.push_back(std::make_shared<DataGridColumn>());
+  }
+}
+
+std::size_t DataGridColumns::Place(const Value& index) const {
+  const std::int32_t place = qorcred::ToLong(index);
+  if (place < 0 || static_cast<std::size_t>(place) >= columns_.size()) {
+    throw RuntimeError(ErrorNumber::kIndexOutOfRange);
+  }
+  return static_cast<std::size_t>(place);
+}
+
+Value DataGridColumns::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+  RefusePut(kind);
+  if (member.empty()) {
+    RequireCount(arguments, 1);
+    return Value(ObjectRef(columns_[Place(arguments.front())]));
+  }
+  if (SameMember(member, "Count")) {
+    RequireCount(arguments, 0);
+    return Value(static_cast<std::int32_t>(columns_.size()));
+  }
+  if (SameMember(member, "Remove")) {
+    RequireCount(arguments, 1);
+    columns_.erase(columns_.begin() + static_cast<std::ptrdiff_t>(Place(arguments.front())));
+    return {};
+  }
+  throw RuntimeError(ErrorNumber::kUnknownMember);
+}
+
+DataGrid::DataGrid(std::size_t columns) : columns_(std::make_shared<DataGridColumns>(columns)) {}
+
+std::size_t DataGrid::rowCount() const {
+  if (bound_ == nullptr) {
+    return 0;
+  }
+  const TableView table(bound_);
+  const std::int64_t rows = std::int64_t{table.UpperRow()} - table.LowerRow() + 1;
+  return rows > 0 ? static_cast<std::size_t>(rows) : 0;
+}
+
+std::string DataGrid::Shown(std::size_t row, std::size_t column) const {
+  if (bound_ == nullptr) {
+    throw RuntimeError(ErrorNumber::kIndexOutOfRange);
+  }
+  const TableView table(bound_);
+  const auto tableColumn = static_cast<std::int32_t>(column);
+  if (tableColumn > table.UpperColumn()) {
+    return {};
+  }
+  const auto tableRow = static_cast<std::int32_t>(row) + table.LowerRow();
+  return columns_->at(column).items().Shown(table.Cell(tableRow, tableColumn));
+}
+
+Value DataGrid::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+  if (SameMember(member, "Columns")) {
+    RefusePut(kind);
+    return arguments.empty() ? Value(ObjectRef(columns_)) : columns_->Invoke("", kind, arguments);
+  }
+  if (SameMember(member, "Array")) {
+    return Property(array_, kind, arguments, ObjectOrNothing);
+  }
+  if (SameMember(member, "ReBind")) {
+    RequireRead(kind, arguments);
+    bound_ = array_;
+    return {};
+  }
+  if (SameMember(member, "Refresh")) {
+    // There is no window to be drawn anew.
+    RequireRead(kind, arguments);
+    return {};
+  }
+  if (SameMember(member, "NewValueItem")) {
+    RequireRead(kind, arguments);
+    return Value(ObjectRef(std::make_shared<GridValueItem>()));
+  }
+  throw RuntimeError(ErrorNumber::kUnknownMember);
+}
+
+}  // namespace qorhost
