@@ -31,7 +31,8 @@ bool ReportController::pbMergeXArrayDBObjects(const ObjectRef& arrXDBObj1,
     const std::int32_t rows = source.UpperRow();
     for (std::int32_t row = 0; row < rows; ++row) {
       const std::int32_t added = target.UpperRow() + 1;
-      target.ReDim(0, added, target.LowerColumn(), target.UpperColumn());
+      const std::int32_t lowColumn = target.LowerColumn();
+      target.ReDim(0, added, lowColumn, target.UpperColumn());
       const std::int32_t columns = source.UpperColumn();
       for (std::int32_t column = 0; column < columns; ++column) {
         target.SetCell(added, column, source.Cell(row, column));

@@ -5,6 +5,7 @@
 
 #include "host/screens/credential_screen.h"
 #include "host/screens/directory_code_screen.h"
+#include "host/screens/report_filter_screen.h"
 #include "host/trace/tracing_object.h"
 #include "host/trace/tracing_services.h"
 
@@ -22,6 +23,8 @@ std::shared_ptr<qorhost::HeadlessScreen> MakeScreen(ScreenKind kind, qorcred::Da
       return qorhost::MakeTenantCreatingScreen(today);
     case ScreenKind::kDirectoryCode:
       return qorhost::MakeDirectoryCodeScreen(today);
+    case ScreenKind::kReportFilter:
+      return qorhost::MakeReportFilterScreen(kFilterRows, today);
   }
   return nullptr;
 }
@@ -45,6 +48,20 @@ RecordingHost::RecordingHost(ScreenKind kind)
   tracedScreen_ = Recorded(rawScreen_, gate_, write);
   tracedLinkScreen_ = Recorded(rawLinkScreen_, gate_, write);
   tracedConnection_ = std::make_shared<qorhost::TracingConnection>(connection_, write);
+  if (kind == ScreenKind::kReportFilter) {
+    ReplaceGrid(qorhost::DataGrid::kColumns);
+  }
+}
+
+qorcred::ObjectRef RecordingHost::Watched(std::string name, qorcred::ObjectRef object) {
+  auto gated = std::make_shared<GatedObject>(name, std::move(object), gate_);
+  return std::make_shared<qorhost::TracingControl>(
+      std::move(name), std::move(gated), [this](std::string_view line) { transcript_.Add(line); });
+}
+
+void RecordingHost::ReplaceGrid(std::size_t columns) {
+  rawGrid_ = std::make_shared<qorhost::DataGrid>(columns);
+  tracedGrid_ = Watched("objGrid", rawGrid_);
 }
 
 void RecordingHost::StartOver() {

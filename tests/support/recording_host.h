@@ -2,12 +2,15 @@
 // call that reaches them written down.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "frame/host.h"
 #include "frame/object.h"
+#include "host/screens/data_grid.h"
 #include "host/screens/headless_screen.h"
 #include "host/trace/tracing_host.h"
 #include "tests/support/fault_gate.h"
@@ -22,7 +25,11 @@ enum class ScreenKind {
   kCredential,
   kTenantCreating,  ///< the credential screen whose Name is "frmTBL"
   kDirectoryCode,
+  kReportFilter,  ///< with kFilterRows rows, beside a data grid
 };
+
+/// The rows of the filter screen: more than the directory-code report reads.
+inline constexpr std::int32_t kFilterRows = 7;
 
 /// A host whose answers are scripted and whose calls are recorded. What a test arranges through
 /// controls() and the functions beside it neither shows in the transcript nor counts as a call.
@@ -37,6 +44,10 @@ class RecordingHost {
   [[nodiscard]] const qorcred::ObjectRef& screen() const { return tracedScreen_; }
   [[nodiscard]] const qorcred::ObjectRef& connectionScreen() const { return tracedLinkScreen_; }
   [[nodiscard]] const qorcred::ObjectRef& connection() const { return tracedConnection_; }
+  /// The data grid, "objGrid" in the transcript; null unless the screen is kReportFilter.
+  [[nodiscard]] const qorcred::ObjectRef& grid() const { return tracedGrid_; }
+  /// `object` under `name`: its calls are written down, count and can be made to fail.
+  [[nodiscard]] qorcred::ObjectRef Watched(std::string name, qorcred::ObjectRef object);
 
   /// What lies behind it.
   [[nodiscard]] ServiceScript& script() { return script_; }
@@ -51,6 +62,9 @@ class RecordingHost {
 
   // Arranging and looking at the screen by the names of its controls and variables.
   [[nodiscard]] qorhost::HeadlessScreen& controls() { return *rawScreen_; }
+  [[nodiscard]] qorhost::DataGrid& shownGrid() { return *rawGrid_; }
+  /// The screen has a new data grid with that many columns.
+  void ReplaceGrid(std::size_t columns);
   void AddItem(std::string_view list, std::string_view text, std::int32_t data);
   void Select(std::string_view list, std::int32_t index) { controls().List(list).Select(index); }
   void SetText(std::string_view box, std::string_view text);
@@ -70,6 +84,8 @@ class RecordingHost {
   qorcred::ObjectRef tracedScreen_;
   qorcred::ObjectRef tracedLinkScreen_;
   qorcred::ObjectRef tracedConnection_;
+  std::shared_ptr<qorhost::DataGrid> rawGrid_;
+  qorcred::ObjectRef tracedGrid_;
 };
 
 }  // namespace qortest
