@@ -10,6 +10,7 @@
 #include "host/cli/credential_commands.h"
 #include "host/cli/dircode_command_line.h"
 #include "host/cli/display_text.h"
+#include "host/cli/report_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/cli/tour.h"
 #include "host/dialect/translator.h"
@@ -32,6 +33,7 @@ struct Choice {
   RenumberOptions renumber;
   std::string toDelete;
   DirCodeChoice dircodes;
+  ReportOptions report;
   CommandRun run;
 };
 
@@ -177,6 +179,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeAdd(*credentials, choice);
   DescribeChanges(*credentials, choice);
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
+  DescribeReports({app, choice.run}, choice.global, choice.report);
 }
 
 ExitStatus Fail(std::ostream& err, std::string_view what, ExitStatus status) {

@@ -23,6 +23,10 @@ Database OpenFile(const GlobalOptions& options, OpenMode mode) {
                     "another file with --db",
                     options.file.string()));
   }
+  if (mode == OpenMode::kReadOnly && IsOlderStore(options.file)) {
+    // Brought up to date by whatever is asked of it first.
+    (void)OpenStore(options.file, OpenMode::kReadWrite);
+  }
   return OpenStore(options.file, mode);
 }
 

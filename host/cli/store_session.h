@@ -33,8 +33,8 @@ struct UnitName {
   std::string name;
 };
 
-/// Opens the file of `options`. Raises FailureError that names `qorhost init --demo` when there is
-/// no such file, and StoreError.
+/// Opens the file of `options`; an older store is brought up to date first, whatever the mode.
+/// Raises FailureError that names `qorhost init --demo` when there is no such file, and StoreError.
 [[nodiscard]] Database OpenFile(const GlobalOptions& options, OpenMode mode);
 
 /// Keeps everything that controllers need alive: the connection, the operator and the host, each

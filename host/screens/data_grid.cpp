@@ -80,14 +80,12 @@ void GridValueItems::Add(const Value& value, std::string displayValue) {
   ++count_;
 }
 
-std::string GridValueItems::Shown(const Value& cell) const {
-  if (translate_) {
-    const auto found = shownFor_.find(ComparedText(cell));
-    if (found != shownFor_.end()) {
-      return found->second;
-    }
+const std::string* GridValueItems::Translation(const Value& cell) const {
+  if (!translate_) {
+    return nullptr;
   }
-  return qorcred::TextOrEmpty(cell);
+  const auto found = shownFor_.find(ComparedText(cell));
+  return found == shownFor_.end() ? nullptr : &found->second;
 }
 
 Value GridValueItems::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
@@ -187,7 +185,9 @@ std::string DataGrid::Shown(std::size_t row, std::size_t column) const {
     return {};
   }
   const auto tableRow = static_cast<std::int32_t>(row) + table.LowerRow();
-  return columns_->at(column).items().Shown(table.Cell(tableRow, tableColumn));
+  const Value cell = table.Cell(tableRow, tableColumn);
+  const std::string* translation = columns_->at(column).items().Translation(cell);
+  return translation != nullptr ? *translation : qorcred::TextOrEmpty(cell);
 }
 
 Value DataGrid::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {

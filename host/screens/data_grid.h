@@ -31,9 +31,9 @@ class GridValueItem final : public qorcred::Object {
 /// counts.
 class GridValueItems final : public qorcred::Object {
  public:
-  /// The text for a cell: that of the item whose value has the same text, else the cell's own.
-  /// Booleans count as -1 and 0, Null and Empty as "". Without Translate always the cell's own.
-  [[nodiscard]] std::string Shown(const qorcred::Value& cell) const;
+  /// The text of the item whose value has the same text as the cell; Booleans count as -1 and 0,
+  /// Null and Empty as "". Null pointer without such an item, and always without Translate.
+  [[nodiscard]] const std::string* Translation(const qorcred::Value& cell) const;
 
   void Add(const qorcred::Value& value, std::string displayValue);
   [[nodiscard]] std::size_t count() const { return count_; }
@@ -102,8 +102,9 @@ class DataGrid final : public qorcred::Object {
   /// The table bound at the last ReBind; null before it.
   [[nodiscard]] const qorcred::ObjectRef& bound() const { return bound_; }
   [[nodiscard]] std::size_t rowCount() const;
-  /// What the grid shows in a column for a row from 0; "" in a column that the table does not have.
-  /// Raises kIndexOutOfRange for a row that is not there.
+  /// What the grid shows in a column for a row from 0: the translation of the cell, else its own
+  /// text; "" in a column that the table does not have. Raises kIndexOutOfRange for a row that is
+  /// not there.
   [[nodiscard]] std::string Shown(std::size_t row, std::size_t column) const;
 
   qorcred::Value Invoke(std::string_view member, qorcred::InvokeKind kind,

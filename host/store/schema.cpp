@@ -145,6 +145,11 @@ bool IsStoreOrEmpty(const std::filesystem::path& file) {
   }
 }
 
+bool IsOlderStore(const std::filesystem::path& file) {
+  Database database(file, OpenMode::kReadOnly);
+  return IsOurs(database) && HasTables(database) && VersionOf(database) < SchemaVersion();
+}
+
 Database OpenMemoryStore() {
   Database database = Database::InMemory();
   Prepare(database);

@@ -35,6 +35,10 @@ struct Migration {
 /// cannot.
 [[nodiscard]] bool IsStoreOrEmpty(const std::filesystem::path& file);
 
+/// Whether a file holds a store of an earlier version than SchemaVersion(). Only reads the file.
+/// Raises StoreError when it cannot, or when the file is damaged or no database.
+[[nodiscard]] bool IsOlderStore(const std::filesystem::path& file);
+
 /// An empty store in memory.
 [[nodiscard]] Database OpenMemoryStore();
 

@@ -1,0 +1,59 @@
+#include "host/cli/report_command_line.h"
+
+namespace qorhost {
+
+namespace {
+
+CLI::Option* DescribeOutput(CLI::App& command, ReportOptions& options) {
+  auto* where = command
+                    .add_option("--where", options.conditions,
+                                "A condition on a field; several must all hold")
+                    ->type_name("\"FIELD OPERATOR VALUE [AND VALUE2]\"")
+                    ->allow_extra_args(false);
+  command
+      .add_option("--format", options.format,
+                  "table for people (the default), csv and json with every column, sql for the "
+                  "statement alone")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({"table", "csv", "json", "sql"}));
+  return where;
+}
+
+}  // namespace
+
+void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOptions& options) {
+  CLI::App* app = place.parent.add_subcommand(
+      "report", "Print a unit's directory codes or credentials, narrowed by conditions");
+  app->require_subcommand(1);
+  app->fallthrough();
+  app->footer("Examples:\n  qorhost report dircodes\n  qorhost report credentials --help");
+  const CommandPlace reports{*app, place.chosen};
+
+  auto* codes = AddCommand(
+      reports, "dircodes", "The directory codes by display name; at most five conditions",
+      "  qorhost report dircodes --unit 2 --where \"Do Not Disturb = yes\"\n"
+      "  qorhost report dircodes --where \"Display Name begins with K\" --format csv > codes.csv\n"
+      "  qorhost report dircodes --where \"Directory End Date between 2026-01-01 AND 2026-12-31\"\n"
+      "Fields: those that the unit's store offers; name a wrong one to see them, and a wrong\n"
+      "operator to see what goes with a field.",
+      [&](Console& console) { return RunDirCodeReport(global, options, console); });
+  DescribeOutput(*codes, options);
+
+  auto* credentials =
+      AddCommand(reports, "credentials", "The credentials with the tenants who hold them",
+                 "  qorhost report credentials --where \"Credential Type = transmitter\"\n"
+                 "  qorhost report credentials --where \"Card Number between 100 AND 199\" \\\n"
+                 "      --where \"Tenant Name contains ab\" --format json\n"
+                 "  qorhost report credentials --delete 17,18,21\n"
+                 "Fields: Credential Type, Card Number, Facility Code, Tenant Name.",
+                 [&](Console& console) { return RunCredentialReport(global, options, console); });
+  auto* where = DescribeOutput(*credentials, options);
+  credentials
+      ->add_option("--delete", options.toDelete,
+                   "Delete these credentials, none of which a tenant may hold")
+      ->type_name("RID,RID...")
+      ->excludes(where)
+      ->excludes("--format");
+}
+
+}  // namespace qorhost

@@ -1,0 +1,28 @@
+// The commands that print reports, and delete what a report shows.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/cli/console.h"
+#include "host/cli/store_session.h"
+
+namespace qorhost {
+
+struct ReportOptions {
+  std::vector<std::string> conditions;  ///< "FIELD OPERATOR VALUE [AND VALUE2]"
+  std::optional<std::string> format;    ///< "table", "csv", "json" or "sql"
+  std::optional<std::string> toDelete;  ///< RIDs with commas between them
+};
+
+ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& options,
+                            Console& console);
+/// `report credentials`, with and without --delete.
+ExitStatus RunCredentialReport(const GlobalOptions& global, const ReportOptions& options,
+                               Console& console);
+
+/// The unit's name as it heads a report.
+[[nodiscard]] std::string ReportTitle(StoreSession& session, std::int32_t unitKey);
+
+}  // namespace qorhost
