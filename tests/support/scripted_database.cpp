@@ -182,8 +182,12 @@ Value ScriptedManager::Invoke(std::string_view member, InvokeKind kind,
 
   const std::string* statement = arguments[1].As<std::string>();
   const Answer* answer = statement == nullptr ? nullptr : script_.Next(*statement);
-  arguments[operation->flagAt] = answer != nullptr && !answer->error.empty();
-  arguments[operation->flagAt + 1] = answer == nullptr ? std::string() : answer->error;
+  if (answer == nullptr || !answer->leavesVerdict) {
+    const std::string error = answer == nullptr ? std::string() : answer->error;
+    arguments[operation->flagAt] =
+        answer == nullptr ? false : answer->flag.value_or(!error.empty());
+    arguments[operation->flagAt + 1] = error;
+  }
   return Result(*operation, answer);
 }
 

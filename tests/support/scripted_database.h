@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,8 @@ struct Answer {
   std::string error = {};         ///< when not empty, sets the error flag and this text
   bool nothing = false;           ///< a select that gives no table at all
   qorcred::ObjectRef table = {};  ///< a select that gives this table
+  std::optional<bool> flag = {};  ///< the error flag, when it does not go by `error`
+  bool leavesVerdict = false;     ///< error flag and text stay as they were handed over
 };
 
 /// The answers to statements, and what stayed open or alive after them.
