@@ -10,6 +10,8 @@
 
 #include "credentials/cls_credential.h"
 #include "dircodes/cls_dir_code.h"
+#include "reports/cls_credential_report.h"
+#include "reports/cls_dir_code_report.h"
 
 namespace {
 
@@ -71,7 +73,9 @@ std::string Reference() {
          "Names, identifiers and arguments for late-bound and native callers alike. ByRef: the "
          "argument may be written back. Identifiers never change.\n" +
          ClassText("clsCredential", qorcred::clsCredential::MemberTable()) +
-         ClassText("clsDirCode", qorcred::clsDirCode::MemberTable());
+         ClassText("clsDirCode", qorcred::clsDirCode::MemberTable()) +
+         ClassText("clsDirCodeReport", qorcred::clsDirCodeReport::MemberTable()) +
+         ClassText("clsCredentialReport", qorcred::clsCredentialReport::MemberTable());
 }
 
 std::string FileText(const std::string& path) {
