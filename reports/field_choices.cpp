@@ -30,7 +30,8 @@ std::vector<FieldChoice> ChoicesIn(const TableView& fields) {
 std::string clsDirCodeReport::pbComboData(const ObjectRef& objConn) {
   std::string captions;
   Trap(host(), "pbComboData", [&] {
-    const std::vector<FieldChoice> choices = ChoicesIn(NewManager().ExecuteSelect(
+    const DatabaseManager manager = NewManager();
+    const std::vector<FieldChoice> choices = ChoicesIn(manager.ExecuteSelect(
         objConn,
         "SELECT RID, FieldNameDisplay FROM TenantSelectionFields WHERE GridType = 0 AND FieldName "
         "LIKE 'DirectoryCode._%' ORDER BY Display DESC, DisplaySeq ASC ",

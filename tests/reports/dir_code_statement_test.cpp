@@ -207,10 +207,10 @@ TEST_F(DirCodeStatement, NeedsNoOperatorTables) {
   EXPECT_EQ(Compose(), before);
 }
 
-// Every complete row moves its pickers' times, whatever its field is; an incomplete one does not.
+// Every complete row moves its pickers' times, whatever comes of it; an incomplete one does not.
 TEST_F(DirCodeStatement, SetsTheTimesOfThePickers) {
-  FillRow(0, 52, 0, "x");
-  Compose();
+  FillRow(0, 52, 8, "x");
+  EXPECT_EQ(Compose(), Statement(kFixedList)) << "there is no such operator";
   EXPECT_EQ(RowControl<qorhost::Picker>(Host(), "dtpDateFrom", 0).shown(),
             FromCivil({2024, 3, 5, 0, 0, 0}));
   EXPECT_EQ(RowControl<qorhost::Picker>(Host(), "dtpDateTo", 0).shown(),
