@@ -15,7 +15,6 @@ namespace qortest {
 namespace {
 
 using qorcred::ErrorNumber;
-using qorcred::Null;
 using qorcred::ObjectRef;
 using qorcred::ResultTable;
 using qorcred::Value;

@@ -9,7 +9,6 @@
 namespace qortest {
 namespace {
 
-using qorcred::Call;
 using qorcred::ErrorNumber;
 using qorcred::Null;
 using qorcred::ObjectRef;

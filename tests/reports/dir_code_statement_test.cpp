@@ -17,7 +17,6 @@ using qorcred::Date;
 using qorcred::ErrorNumber;
 using qorcred::FromCivil;
 using qorcred::Null;
-using qorcred::Value;
 
 constexpr std::string_view kFixedList =
     "DirectoryCode.DirectoryCode, DirectoryCode.PhoneNumber, DirectoryCode.Extension, "

@@ -24,7 +24,6 @@ using qorcred::FromCivil;
 using qorcred::Null;
 using qorcred::ObjectRef;
 using qorcred::ResultTable;
-using qorcred::Value;
 
 /// Both controllers on one recording host.
 struct Desk {

@@ -13,15 +13,11 @@
 namespace qortest {
 namespace {
 
-using qorcred::Arguments;
-using qorcred::ErrorNumber;
 using qorcred::FromCivil;
 using qorcred::Get;
-using qorcred::InvokeKind;
 using qorcred::Null;
 using qorcred::ObjectRef;
 using qorcred::ResultTable;
-using qorcred::RuntimeError;
 using qorcred::Value;
 
 class ReportRows : public ReportGridTest {
