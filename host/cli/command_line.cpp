@@ -86,7 +86,7 @@ void DescribeStore(CLI::App& app, Choice& choice) {
   sql->add_flag("--write", choice.sql.write, "Let the statement change the database");
 
   AddCommand({app, choice.run}, "tour",
-             "Show the two screens at work on a copy of the demo building",
+             "Show the screens and reports at work on a copy of the demo building",
              "  qorhost tour\n  qorhost tour --trace 2> calls.txt",
              [&choice](Console& console) { return RunTour(choice.global, console); });
 }

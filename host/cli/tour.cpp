@@ -55,12 +55,13 @@ ExitStatus RunTour(const GlobalOptions& global, Console& console) {
         return guide.ShowMessage(text, style, title);
       });
   guide.Say(
-      "qorhost tour: what an operator sees of the credential screen and the directory-code screen. "
-      "It works on a copy of the demo building in memory; nothing is kept.");
+      "qorhost tour: what an operator sees of the credential screen, the directory-code screen and "
+      "their reports. It works on a copy of the demo building in memory; nothing is kept.");
   const TourStage stage{guide, session};
   TourCredentials(stage);
   TourDirCodes(stage);
   ShowSteps(stage);
+  TourReports(stage);
   return guide.surprises() == 0 ? ExitStatus::kDone : ExitStatus::kFailure;
 }
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
 
 #include "frame/text.h"
@@ -57,6 +58,14 @@ void TourGuide::FactOfList(std::string_view name, const ListBox& list) {
     shown += fmt::format(" | ... {} more", list.count() - entries);
   }
   Fact(name, shown);
+}
+
+void TourGuide::ShowTable(const Table& table) {
+  std::stringstream rows;
+  PrintTable(rows, table);
+  for (std::string line; std::getline(rows, line);) {
+    console_.out << "    " << line << '\n';
+  }
 }
 
 void TourGuide::Act(std::string_view text) {

@@ -10,6 +10,7 @@
 #include "frame/host.h"
 #include "host/cli/console.h"
 #include "host/cli/credential_desk.h"
+#include "host/cli/table.h"
 
 namespace qorhost {
 
@@ -27,6 +28,8 @@ class TourGuide {
   void Fact(std::string_view name, std::string_view shown);
   /// A list's first entries, the selected one in brackets.
   void FactOfList(std::string_view name, const ListBox& list);
+  /// Rows, moved to the right like everything below a heading.
+  void ShowTable(const Table& table);
   /// What the operator does.
   void Act(std::string_view text);
   /// What came of it.

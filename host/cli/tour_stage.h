@@ -24,5 +24,7 @@ struct TourStage {
 void TourCredentials(const TourStage& stage);
 /// The directory-code screen, and the merge with a unit.
 void TourDirCodes(const TourStage& stage);
+/// Both reports, and a deletion from one.
+void TourReports(const TourStage& stage);
 
 }  // namespace qorhost

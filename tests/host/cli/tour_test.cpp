@@ -50,6 +50,18 @@ TEST_F(Tour, ShowsEveryChapterOnDirectoryCodesAndEndsWell) {
                "change directory code 11: 101 to 180\n"});
 }
 
+TEST_F(Tour, EndsWithBothReportsAsTables) {
+  ExpectParts(
+      {"The report of a unit's directory codes\n",
+       "    Directory Code  Phone No.  Display Name   Directory Status  DND Schedule  CF "
+       "Schedule  CF Phone No.\n",
+       "    0250            555-0199   Karin Abel     Active            Night Shift   Early "
+       "Shift  555-0290\n",
+       "The report of a unit's credentials\n", "    4 rows\n",
+       "Credentials which are assigned to tenants cannot be deleted.",
+       "    1 credential deleted\n"});
+}
+
 TEST_F(Tour, IsTheSameEveryTimeAndNeedsNoFile) {
   const Outcome first = Run({"tour"});
   const Outcome second = Run({"tour"});
