@@ -21,6 +21,7 @@ class ReportController : public Controller {
  public:
   ReportController(const ReportController&) = delete;
   ReportController& operator=(const ReportController&) = delete;
+  ~ReportController() override = default;
 
   /// The screen with the filter rows. Kept until the host sets another or none.
   [[nodiscard]] const ObjectRef& gfrmTxFilter() const { return filterScreen_; }
@@ -51,7 +52,6 @@ class ReportController : public Controller {
 
  protected:
   explicit ReportController(Host& host) : host_(host) {}
-  ~ReportController() override = default;
 
   [[nodiscard]] Host& host() const { return host_; }
   [[nodiscard]] Screen RequireFilterScreen() const { return Screen(filterScreen_); }

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <memory>
+#include <utility>
+
 #include "frame/runtime_error.h"
 #include "tests/support/fault_gate.h"
 
@@ -47,6 +51,28 @@ TEST(DatabaseScriptTest, FailsTheStatementItIsToldTo) {
   ASSERT_NE(script.Next("b"), nullptr);
   EXPECT_EQ(script.failed(), "b");
   EXPECT_EQ(script.Next("c"), nullptr);
+}
+
+/// The verdict of a select whose answer is `answer`, when the caller hands over True and "stale".
+std::pair<qorcred::Value, qorcred::Value> VerdictOf(Answer answer) {
+  FaultGate gate;
+  DatabaseScript script;
+  script.On("SELECT", std::move(answer));
+  const auto connection = std::make_shared<ScriptedConnection>(gate);
+  ScriptedManager manager(gate, script, connection);
+  std::array<qorcred::Value, 4> arguments{qorcred::ObjectRef(connection), "SELECT a", true,
+                                          "stale"};
+  manager.Invoke("ExecuteSelect", qorcred::InvokeKind::kCall, arguments);
+  return {arguments[2], arguments[3]};
+}
+
+TEST(ScriptedManagerTest, GivesTheVerdictOfTheScript) {
+  using Verdict = std::pair<qorcred::Value, qorcred::Value>;
+  EXPECT_EQ(VerdictOf({}), Verdict(false, ""));
+  EXPECT_EQ(VerdictOf({.error = "locked"}), Verdict(true, "locked"));
+  EXPECT_EQ(VerdictOf({.error = "locked", .flag = false}), Verdict(false, "locked"));
+  EXPECT_EQ(VerdictOf({.flag = true}), Verdict(true, ""));
+  EXPECT_EQ(VerdictOf({.leavesVerdict = true}), Verdict(true, "stale"));
 }
 
 TEST(FaultGateTest, FailsTheCallOfThatNumberOnce) {
