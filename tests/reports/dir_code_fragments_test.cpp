@@ -306,5 +306,12 @@ TEST_F(DirCodeFragments, OfDatesSpanWholeDays) {
             "11:59:59 PM# )))");
 }
 
+// The host decides how a date is written; the day that Format compares with is always the same.
+TEST_F(DirCodeFragments, OfDatesAreWrittenAsTheHostWritesThem) {
+  Host().script().dateText = "5. March";
+  EXPECT_EQ(Added(63, 2, ""), " AND DirectoryCode.Column > #5. March 23:59:59# ");
+  EXPECT_EQ(Added(63, 0, ""), " AND Format(DirectoryCode.Column, 'DD MM YYYY')  = '05 03 2024' ");
+}
+
 }  // namespace
 }  // namespace qortest

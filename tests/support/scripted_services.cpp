@@ -203,6 +203,10 @@ void ScriptedHost::LetEventsRun() {
   gate_.Pass("DoEvents");
 }
 
+std::string ScriptedHost::DateText(qorcred::Date date) {
+  return script_.dateText.empty() ? Host::DateText(date) : script_.dateText;
+}
+
 void ScriptedHost::ReportFailure(std::string_view operation,
                                  const qorcred::RuntimeError& failure) noexcept {
   trapped_.emplace_back(operation, failure.number());

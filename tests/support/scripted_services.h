@@ -27,6 +27,8 @@ struct ServiceScript {
   /// Link codes count up from here; a tenant's id is its row's identity plus 1000.
   std::int32_t linkCode = 5;
   qorcred::Date now = qorcred::FromCivil({2026, 11, 21, 10, 0, 0});
+  /// The text of every date; the host's default text when empty.
+  std::string dateText;
   /// What `now` becomes at the next readings of the clock, one at a time.
   std::deque<qorcred::Date> nextTimes;
   /// Whether an unsent step deletes a directory code from the unit.
@@ -53,6 +55,7 @@ class ScriptedHost final : public qorcred::Host {
                                      std::string_view title) override;
   qorcred::Date Now() override;
   void LetEventsRun() override;
+  std::string DateText(qorcred::Date date) override;
   void ReportFailure(std::string_view operation,
                      const qorcred::RuntimeError& failure) noexcept override;
 
