@@ -6,6 +6,14 @@
 
 namespace qorhost {
 
+namespace {
+
+const char* UndoText(bool inner) {
+  return inner ? "ROLLBACK TO inner_transaction; RELEASE inner_transaction" : "ROLLBACK";
+}
+
+}  // namespace
+
 Transaction::~Transaction() {
   if (database_.inTransaction()) {
     sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
@@ -16,8 +24,13 @@ void Transaction::Begin() {
   if (state_ == State::kOpen) {
     throw StoreError("A transaction is already open: commit it or roll it back first");
   }
-  // Taking the right to write at once: a second program is met here and not halfway through.
-  database_.Run(database_.readOnly() ? "BEGIN" : "BEGIN IMMEDIATE");
+  inner_ = database_.inTransaction();
+  if (inner_) {
+    database_.Run("SAVEPOINT inner_transaction");
+  } else {
+    // Taking the right to write at once: a second program is met here and not halfway through.
+    database_.Run(database_.readOnly() ? "BEGIN" : "BEGIN IMMEDIATE");
+  }
   state_ = State::kOpen;
 }
 
@@ -27,12 +40,12 @@ void Transaction::Commit() {
   }
   try {
     CheckUsable();
-    database_.Run("COMMIT");
+    database_.Run(inner_ ? "RELEASE inner_transaction" : "COMMIT");
     state_ = State::kNone;
   } catch (const StoreError&) {
     state_ = State::kCommitFailed;
     if (database_.inTransaction()) {
-      sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+      sqlite3_exec(database_.handle(), UndoText(inner_), nullptr, nullptr, nullptr);
     }
     throw;
   }
@@ -44,7 +57,7 @@ void Transaction::Rollback() {
   }
   state_ = State::kNone;
   if (database_.inTransaction()) {
-    database_.Run("ROLLBACK");
+    database_.Run(UndoText(inner_));
   }
 }
 

@@ -8,7 +8,8 @@
 namespace qorhost {
 
 /// Begins, commits and rolls back on one database. Failures raise StoreError and leave no
-/// transaction behind, except where a member says otherwise.
+/// transaction behind, except where a member says otherwise. Where the host began a transaction on
+/// the database itself, this one is a part of it: kept or undone alone, and final with the whole.
 class Transaction {
  public:
   explicit Transaction(Database& database) : database_(database) {}
@@ -36,6 +37,7 @@ class Transaction {
 
   Database& database_;
   State state_ = State::kNone;
+  bool inner_ = false;
 };
 
 }  // namespace qorhost
