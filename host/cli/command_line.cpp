@@ -8,8 +8,10 @@
 #include "frame/runtime_error.h"
 #include "host/cli/commands.h"
 #include "host/cli/credential_commands.h"
+#include "host/cli/credential_import.h"
 #include "host/cli/dircode_command_line.h"
 #include "host/cli/display_text.h"
+#include "host/cli/import_command_line.h"
 #include "host/cli/report_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/cli/tour.h"
@@ -32,6 +34,7 @@ struct Choice {
   EditOptions edit;
   RenumberOptions renumber;
   std::string toDelete;
+  ImportOptions imported;
   DirCodeChoice dircodes;
   ReportOptions report;
   CommandRun run;
@@ -178,6 +181,10 @@ void Describe(CLI::App& app, Choice& choice) {
              [&choice](Console& console) { return RunList(choice.global, console); });
   DescribeAdd(*credentials, choice);
   DescribeChanges(*credentials, choice);
+  DescribeImport({*credentials, choice.run}, "Issue the credentials of a CSV file",
+                 "  qorhost credentials import cards.csv --unit 2 --dry-run\n"
+                 "  qorhost credentials import --columns",
+                 choice.global, choice.imported, RunCredentialImport);
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
   DescribeReports({app, choice.run}, choice.global, choice.report);
 }

@@ -1,6 +1,8 @@
 #include "host/cli/dircode_command_line.h"
 
+#include "host/cli/dircode_import.h"
 #include "host/cli/display_text.h"
+#include "host/cli/import_command_line.h"
 
 namespace qorhost {
 
@@ -143,6 +145,11 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
       [&](Console& console) { return RunCodeDelete(global, choice.choice, console); });
   remove->add_option("CODE", choice.choice, kCode)->required();
   DescribeExchange(dircodes, global, choice.sync, choice.exported);
+  DescribeImport(dircodes, "Add the directory codes of a CSV file",
+                 "  qorhost dircodes import codes.csv --unit 2 --dry-run\n"
+                 "  qorhost report dircodes --unit 1 --format csv | qorhost dircodes import - "
+                 "--unit 2",
+                 global, choice.imported, RunCodeImport);
 }
 
 }  // namespace qorhost

@@ -6,6 +6,7 @@
 #include "host/cli/commands.h"
 #include "host/cli/dircode_commands.h"
 #include "host/cli/dircode_exchange.h"
+#include "host/cli/import_run.h"
 
 namespace qorhost {
 
@@ -17,6 +18,7 @@ struct DirCodeChoice {
   CodeRenumberOptions renumber;
   SyncOptions sync;
   ExportOptions exported;
+  ImportOptions imported;
 };
 
 /// Adds `dircodes` with its commands. `global` and `choice` must outlive the parsing and the run.

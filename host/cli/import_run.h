@@ -1,0 +1,73 @@
+// Entering the lines of a file into a screen, one after the other.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/cli/console.h"
+#include "host/cli/import_file.h"
+#include "host/cli/store_session.h"
+
+namespace qorhost {
+
+struct ImportOptions {
+  std::string file;      ///< "-" for standard input
+  bool dryRun = false;   ///< does all of it, then undoes it
+  bool columns = false;  ///< prints the columns and does nothing
+};
+
+/// What one line came to besides its rows: what was left out of it, for people.
+using ImportNotes = std::vector<std::string>;
+
+/// Enters one line into the screen and saves it; False when the controller refused. Raises
+/// UsageError for what cannot be typed into the screen.
+using LineEntry = std::function<bool(const ImportLine& line, ImportNotes& notes)>;
+
+/// What is imported, in messages.
+struct ImportedKind {
+  std::string_view one;
+  std::string_view many;
+};
+
+/// Whether an operation did what it was to do: without a refusal or a failure on the way.
+[[nodiscard]] bool WentWell(bool succeeded, const OperationLog& log);
+
+/// Enters every line in one transaction of the store, in which a refused line leaves nothing
+/// behind, and says what came of it. A dry run undoes the transaction at the end. Questions are
+/// answered No unless `answer` is True. Raises FailureError, with nothing imported, when the store
+/// gives up.
+class ImportRun {
+ public:
+  ImportRun(StoreSession& session, const GlobalOptions& global, const ImportOptions& options);
+
+  ExitStatus Run(ImportFile& file, const LineEntry& enter, const ImportedKind& kind,
+                 Console& console);
+
+ private:
+  /// What a person is told of one line.
+  struct Remark {
+    std::size_t line = 0;
+    bool refused = false;
+    std::string text;
+  };
+
+  void EnterAll(ImportFile& file, const LineEntry& enter, Console& console);
+  void EnterLine(const ImportLine& line, const LineEntry& enter);
+  bool TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes);
+  void Refuse(std::size_t line);
+  void Report(const ImportedKind& kind, Console& console) const;
+  void ReportAsJson(Console& console) const;
+
+  StoreSession& session_;
+  const GlobalOptions& global_;
+  const ImportOptions& options_;
+  std::vector<std::string> messages_;  // that the controller showed for the line
+  std::vector<Remark> remarks_;
+  std::size_t done_ = 0;
+  std::size_t refused_ = 0;
+  bool failed_ = false;
+};
+
+}  // namespace qorhost
