@@ -8,9 +8,7 @@
 
 namespace qorcred {
 
-namespace {
-
-Value ConvertTo(ValueType type, const Value& value) {
+Value ConvertArgument(ValueType type, const Value& value) {
   switch (type) {
     case ValueType::kBoolean:
       return ToBoolean(value);
@@ -42,8 +40,10 @@ Value ConvertTo(ValueType type, const Value& value) {
 // A property may be set to nothing, so that the host can release a screen.
 Value ConvertPropertyValue(ValueType type, const Value& value) {
   if (type == ValueType::kObject && value.Is(ValueType::kEmpty)) return ObjectRef();
-  return ConvertTo(type, value);
+  return ConvertArgument(type, value);
 }
+
+namespace {
 
 std::vector<Value> ConvertArguments(std::span<const Parameter> parameters, Arguments arguments) {
   if (arguments.size() > parameters.size()) throw RuntimeError(ErrorNumber::kWrongArgumentCount);
@@ -51,7 +51,7 @@ std::vector<Value> ConvertArguments(std::span<const Parameter> parameters, Argum
   for (std::size_t i = 0; i < parameters.size(); ++i) {
     const bool given = i < arguments.size() && !arguments[i].Is(ValueType::kMissing);
     if (given) {
-      converted[i] = ConvertTo(parameters[i].type, arguments[i]);
+      converted[i] = ConvertArgument(parameters[i].type, arguments[i]);
     } else if (!parameters[i].optional) {
       throw RuntimeError(ErrorNumber::kArgumentNotOptional);
     }

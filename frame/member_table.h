@@ -48,6 +48,12 @@ class Controller : public Object {
 /// The member called `name`, in any ASCII case; null when there is none.
 [[nodiscard]] const Member* FindMember(std::span<const Member> members, std::string_view name);
 
+/// A value as the type of a parameter. An object type takes any object, also a reference to
+/// nothing. Raises kObjectRequired, kTypeMismatch or what converting raises.
+[[nodiscard]] Value ConvertArgument(ValueType type, const Value& value);
+/// The same for a property, which may also be set to nothing.
+[[nodiscard]] Value ConvertPropertyValue(ValueType type, const Value& value);
+
 /// An argument that was converted to its parameter's type.
 [[nodiscard]] const ObjectRef& ObjectIn(const Value& argument);
 [[nodiscard]] std::int32_t LongIn(const Value& argument);

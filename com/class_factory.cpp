@@ -1,0 +1,53 @@
+#include "com/class_factory.h"
+
+#include <new>
+
+#include "com/controller_dispatch.h"
+
+namespace qorcred::com {
+
+HRESULT ClassFactory::QueryInterface(REFIID iid, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (!IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, IID_IClassFactory)) return E_NOINTERFACE;
+  *object = static_cast<IClassFactory*>(this);
+  AddRef();
+  return S_OK;
+}
+
+ULONG ClassFactory::AddRef() {
+  return ++references_;
+}
+
+ULONG ClassFactory::Release() {
+  const ULONG left = --references_;
+  if (left == 0) delete this;
+  return left;
+}
+
+HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+  try {
+    auto* controller = new ControllerDispatch(class_);
+    const HRESULT result = controller->QueryInterface(iid, object);
+    controller->Release();
+    return result;
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  } catch (...) {
+    return E_FAIL;
+  }
+}
+
+HRESULT ClassFactory::LockServer(BOOL lock) {
+  if (lock != FALSE) {
+    LockModule();
+  } else {
+    UnlockModule();
+  }
+  return S_OK;
+}
+
+}  // namespace qorcred::com

@@ -1,0 +1,32 @@
+// The classes that clients can create.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <span>
+
+#include "frame/host.h"
+#include "frame/member_table.h"
+
+namespace qorcred::com {
+
+/// One class with all that it is known by. The identifiers never change.
+struct ComClass {
+  CLSID id;
+  IID dispinterface;
+  const wchar_t* name;  ///< "clsCredential"; its ProgID is "qorCred.clsCredential"
+  const wchar_t* description;
+  std::span<const Member> (*members)();
+  std::shared_ptr<Controller> (*create)(Host& host);
+};
+
+[[nodiscard]] std::span<const ComClass> Classes();
+
+/// The class with that identifier; null when there is none.
+[[nodiscard]] const ComClass* FindClass(REFCLSID id);
+
+/// The type library of all classes.
+extern const GUID kTypeLibrary;
+
+}  // namespace qorcred::com

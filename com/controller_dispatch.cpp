@@ -1,0 +1,247 @@
+#include "com/controller_dispatch.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "com/dispatch_object.h"
+#include "com/failures.h"
+#include "com/text.h"
+#include "com/type_library.h"
+#include "com/variants.h"
+#include "com/windows_host.h"
+
+namespace qorcred::com {
+
+namespace {
+
+const Member* FindMember(std::span<const Member> members, DISPID id) {
+  for (const Member& member : members) {
+    if (member.id == id) return &member;
+  }
+  return nullptr;
+}
+
+std::optional<InvokeKind> KindOf(const Member& member, WORD flags) {
+  if (member.kind == MemberKind::kOperation) {
+    if ((flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) != 0) return InvokeKind::kCall;
+    return std::nullopt;
+  }
+  if ((flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) return InvokeKind::kPut;
+  if ((flags & DISPATCH_PROPERTYGET) != 0) return InvokeKind::kGet;
+  return std::nullopt;
+}
+
+/// Refuses a call with automation's own code, before anything was done.
+struct Refusal {
+  HRESULT code;
+  std::optional<UINT> argument;  ///< its place in the client's array
+};
+
+/// Where a client's arguments stand, in the order of the parameters; null for omitted ones.
+using Places = std::vector<VARIANT*>;
+
+Places PlacesOfPut(const DISPPARAMS& given) {
+  if (given.cArgs != 1 || given.cNamedArgs > 1) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
+  return {&given.rgvarg[0]};
+}
+
+Places PlacesOfCall(const DISPPARAMS& given, std::size_t parameters) {
+  if (given.cArgs > parameters) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
+  Places places(parameters, nullptr);
+  const UINT unnamed = given.cArgs - given.cNamedArgs;
+  for (UINT at = 0; at < unnamed; ++at) places[at] = &given.rgvarg[given.cArgs - 1 - at];
+  for (UINT at = 0; at < given.cNamedArgs; ++at) {
+    const DISPID id = given.rgdispidNamedArgs[at];
+    const bool known = id >= 0 && static_cast<std::size_t>(id) < parameters;
+    if (!known || places[static_cast<std::size_t>(id)] != nullptr) {
+      throw Refusal{DISP_E_PARAMNOTFOUND, at};
+    }
+    places[static_cast<std::size_t>(id)] = &given.rgvarg[at];
+  }
+  return places;
+}
+
+HRESULT CodeOfConversion(const RuntimeError& failure) {
+  return failure.number() == ErrorNumber::kOverflow ? DISP_E_OVERFLOW : DISP_E_TYPEMISMATCH;
+}
+
+// What stands in a text or number parameter's place may be an object with a default value, such as
+// a text box.
+Value Plain(Value value, ValueType wanted) {
+  const ObjectRef* object = value.As<ObjectRef>();
+  const bool isDefaultWanted = wanted != ValueType::kObject && wanted != ValueType::kEmpty;
+  if (object == nullptr || *object == nullptr || !isDefaultWanted) return value;
+  return Get(**object, "");
+}
+
+using Conversion = Value (*)(ValueType type, const Value& value);
+
+Value Converted(const VARIANT* place, ValueType type, Conversion convert, const DISPPARAMS& given) {
+  try {
+    return convert(type, Plain(ToValue(*place), type));
+  } catch (const RuntimeError& failure) {
+    throw Refusal{CodeOfConversion(failure), static_cast<UINT>(place - given.rgvarg)};
+  }
+}
+
+bool IsOmitted(const VARIANT* place) {
+  return place == nullptr || (V_VT(place) == VT_ERROR && V_ERROR(place) == DISP_E_PARAMNOTFOUND) ||
+         (V_VT(place) == (VT_BYREF | VT_VARIANT) && IsOmitted(V_VARIANTREF(place)));
+}
+
+std::vector<Value> ArgumentsFrom(const Places& places, std::span<const Parameter> parameters,
+                                 const DISPPARAMS& given) {
+  std::vector<Value> arguments(parameters.size(), Value(Missing{}));
+  for (std::size_t at = 0; at < parameters.size(); ++at) {
+    if (!IsOmitted(places[at])) {
+      arguments[at] = Converted(places[at], parameters[at].type, ConvertArgument, given);
+    } else if (!parameters[at].optional) {
+      throw Refusal{DISP_E_PARAMNOTOPTIONAL, {}};
+    }
+  }
+  return arguments;
+}
+
+// Hands back what the operation changed, and nothing else.
+void HandBack(const Places& places, std::span<const Parameter> parameters,
+              const std::vector<Value>& before, const std::vector<Value>& after,
+              const DISPPARAMS& given) {
+  for (std::size_t at = 0; at < parameters.size(); ++at) {
+    if (!parameters[at].byRef || IsOmitted(places[at]) || before[at] == after[at]) continue;
+    try {
+      WriteBack(*places[at], after[at]);
+    } catch (const RuntimeError& failure) {
+      throw Refusal{CodeOfConversion(failure), static_cast<UINT>(places[at] - given.rgvarg)};
+    }
+  }
+}
+
+Value RunOperation(Controller& controller, const Member& member, const DISPPARAMS& given) {
+  const Places places = PlacesOfCall(given, member.parameters.size());
+  std::vector<Value> arguments = ArgumentsFrom(places, member.parameters, given);
+  const std::vector<Value> before = arguments;
+  Value result = member.run(controller, InvokeKind::kCall, arguments);
+  HandBack(places, member.parameters, before, arguments, given);
+  return result;
+}
+
+Value RunMember(Controller& controller, const Member& member, InvokeKind kind,
+                const DISPPARAMS& given) {
+  switch (kind) {
+    case InvokeKind::kCall:
+      return RunOperation(controller, member, given);
+    case InvokeKind::kGet:
+      if (given.cArgs != 0) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
+      return member.run(controller, kind, {});
+    case InvokeKind::kPut: {
+      const Places places = PlacesOfPut(given);
+      Value value = Converted(places[0], member.type, ConvertPropertyValue, given);
+      return member.run(controller, kind, {&value, 1});
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+ControllerDispatch::ControllerDispatch(const ComClass& comClass)
+    : class_(comClass), controller_(comClass.create(TheHost())) {}
+
+HRESULT ControllerDispatch::QueryInterface(REFIID iid, void** object) {
+  if (object == nullptr) return E_POINTER;
+  if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) ||
+      IsEqualIID(iid, class_.dispinterface)) {
+    *object = static_cast<IDispatch*>(this);
+  } else if (IsEqualIID(iid, IID_ISupportErrorInfo)) {
+    *object = static_cast<ISupportErrorInfo*>(this);
+  } else {
+    *object = nullptr;
+    return E_NOINTERFACE;
+  }
+  AddRef();
+  return S_OK;
+}
+
+ULONG ControllerDispatch::AddRef() {
+  return ++references_;
+}
+
+ULONG ControllerDispatch::Release() {
+  const ULONG left = --references_;
+  if (left == 0) delete this;
+  return left;
+}
+
+HRESULT ControllerDispatch::GetTypeInfoCount(UINT* count) {
+  if (count == nullptr) return E_POINTER;
+  *count = 1;
+  return S_OK;
+}
+
+HRESULT ControllerDispatch::GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) {
+  (void)locale;
+  if (info == nullptr) return E_POINTER;
+  *info = nullptr;
+  return index == 0 ? TypeInfoOf(class_.dispinterface, info) : DISP_E_BADINDEX;
+}
+
+HRESULT ControllerDispatch::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
+                                          DISPID* ids) {
+  (void)locale;
+  if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
+  if (names == nullptr || ids == nullptr || count == 0) return E_INVALIDARG;
+  try {
+    for (UINT at = 0; at < count; ++at) ids[at] = DISPID_UNKNOWN;
+    const Member* member = qorcred::FindMember(class_.members(), ToUtf8(names[0]));
+    if (member == nullptr) return DISP_E_UNKNOWNNAME;
+    ids[0] = member->id;
+    HRESULT result = S_OK;
+    for (UINT at = 1; at < count; ++at) {
+      const std::string name = ToUtf8(names[at]);
+      for (std::size_t parameter = 0; parameter < member->parameters.size(); ++parameter) {
+        if (SameMember(member->parameters[parameter].name, name)) {
+          ids[at] = static_cast<DISPID>(parameter);
+        }
+      }
+      if (ids[at] == DISPID_UNKNOWN) result = DISP_E_UNKNOWNNAME;
+    }
+    return result;
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+HRESULT ControllerDispatch::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags,
+                                   DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* info,
+                                   UINT* badArgument) {
+  (void)locale;
+  if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
+  if (parameters == nullptr || parameters->cNamedArgs > parameters->cArgs) return E_INVALIDARG;
+  const Member* member = FindMember(class_.members(), id);
+  if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
+  const std::optional<InvokeKind> kind = KindOf(*member, flags);
+  if (!kind.has_value()) return DISP_E_MEMBERNOTFOUND;
+
+  // The host may let go of the controller while it is called back.
+  const ComPtr<IDispatch> alive(this);
+  try {
+    const Value value = RunMember(*controller_, *member, *kind, *parameters);
+    if (result != nullptr) PutInto(*result, value);
+    return S_OK;
+  } catch (const Refusal& refusal) {
+    if (badArgument != nullptr && refusal.argument.has_value()) *badArgument = *refusal.argument;
+    return refusal.code;
+  } catch (...) {
+    return Tell(CurrentFailure(), "qorCred." + ToUtf8(class_.name), info);
+  }
+}
+
+HRESULT ControllerDispatch::InterfaceSupportsErrorInfo(REFIID iid) {
+  const bool supported = IsEqualIID(iid, IID_IDispatch) || IsEqualIID(iid, class_.dispinterface);
+  return supported ? S_OK : S_FALSE;
+}
+
+}  // namespace qorcred::com

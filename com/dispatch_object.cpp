@@ -1,0 +1,216 @@
+#include "com/dispatch_object.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+
+#include "com/failures.h"
+#include "com/text.h"
+#include "com/variants.h"
+#include "frame/runtime_error.h"
+
+namespace qorcred::com {
+
+namespace {
+
+// IDispatchEx, which objects of script engines have; not every import library has its identifier.
+constexpr IID kScriptObject = {
+    0xa6ef9860, 0xc720, 0x11d0, {0x93, 0x37, 0x00, 0xa0, 0xc9, 0x0d, 0xca, 0xa9}};
+
+// No member that the controllers use takes more.
+constexpr std::size_t kMostArguments = 16;
+
+/// The arguments of one call in automation's order, the last one first.
+class ArgumentPack {
+ public:
+  explicit ArgumentPack(Arguments arguments) : count_(arguments.size()) {
+    if (count_ > kMostArguments) throw RuntimeError(ErrorNumber::kWrongArgumentCount);
+    for (std::size_t at = 0; at < count_; ++at) {
+      PutInto(variants_[at], arguments[count_ - 1 - at]);
+    }
+  }
+  ~ArgumentPack() {
+    for (std::size_t at = 0; at < count_; ++at) VariantClear(&variants_[at]);
+  }
+  ArgumentPack(const ArgumentPack&) = delete;
+  ArgumentPack& operator=(const ArgumentPack&) = delete;
+
+  [[nodiscard]] UINT count() const { return static_cast<UINT>(count_); }
+  [[nodiscard]] VARIANT* data() { return variants_.data(); }
+  [[nodiscard]] VARIANT& operator[](std::size_t at) { return variants_[at]; }
+
+ private:
+  std::size_t count_;
+  std::array<VARIANT, kMostArguments> variants_;
+};
+
+bool IsObject(const Value& value) {
+  return value.Is(ValueType::kObject);
+}
+
+// Whether the receiver may be given a reference to it: nothing can be written to a value that is
+// not there.
+bool CanBeReferredTo(const VARIANT& variant) {
+  return V_VT(&variant) != VT_EMPTY && V_VT(&variant) != VT_NULL && V_VT(&variant) != VT_ERROR;
+}
+
+// A reference to what `place` holds, in its own type.
+void ReferTo(VARIANT& reference, VARIANT& place) {
+  VariantInit(&reference);
+  // The members of a variant's union begin at the same place.
+  V_BYREF(&reference) = &V_I8(&place);
+  V_VT(&reference) = static_cast<VARTYPE>(VT_BYREF | V_VT(&place));
+}
+
+void ReferToVariant(VARIANT& reference, VARIANT& place) {
+  VariantInit(&reference);
+  V_VARIANTREF(&reference) = &place;
+  V_VT(&reference) = VT_BYREF | VT_VARIANT;
+}
+
+/// What a variant held before a call, to tell whether the receiver put something else there.
+struct Content {
+  VARTYPE type;
+  LONGLONG bits;
+
+  explicit Content(const VARIANT& variant) : type(V_VT(&variant)), bits(Bits(variant)) {}
+  bool operator==(const Content&) const = default;
+
+ private:
+  static LONGLONG Bits(const VARIANT& variant) {
+    switch (V_VT(&variant)) {
+      case VT_BOOL:
+        return V_BOOL(&variant);
+      case VT_I2:
+        return V_I2(&variant);
+      case VT_I4:
+        return V_I4(&variant);
+      case VT_BSTR:
+      case VT_DISPATCH:
+        return reinterpret_cast<LONG_PTR>(V_BYREF(&variant));
+      default:
+        return V_I8(&variant);
+    }
+  }
+};
+
+}  // namespace
+
+Value DispatchObject::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+  const DISPID id = IdOf(member);
+  switch (kind) {
+    case InvokeKind::kGet:
+      return Read(id, arguments);
+    case InvokeKind::kPut:
+      Write(id, arguments);
+      return {};
+    case InvokeKind::kCall:
+      return Run(id, arguments);
+  }
+  return {};
+}
+
+DISPID DispatchObject::IdOf(std::string_view member) {
+  if (member.empty()) return DISPID_VALUE;
+  for (const KnownMember& known : members_) {
+    if (known.name == member) return known.id;
+  }
+  std::wstring name = ToWide(member);
+  LPOLESTR names = name.data();
+  DISPID id = DISPID_UNKNOWN;
+  const HRESULT result = dispatch_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+  if (FAILED(result)) {
+    OwnedExcepInfo none;
+    throw FailureFrom(result, none);
+  }
+  members_.push_back({std::string(member), id});
+  return id;
+}
+
+bool DispatchObject::IsScriptObject() {
+  if (kind_ == Kind::kUnknown) {
+    ComPtr<IUnknown> extended;
+    kind_ = SUCCEEDED(dispatch_->QueryInterface(kScriptObject, extended.ReceiveVoid()))
+                ? Kind::kScript
+                : Kind::kOther;
+  }
+  return kind_ == Kind::kScript;
+}
+
+Value DispatchObject::Read(DISPID id, Arguments arguments) {
+  ArgumentPack pack(arguments);
+  DISPPARAMS parameters{pack.data(), nullptr, pack.count(), 0};
+  OwnedVariant result;
+  OwnedExcepInfo info;
+  const HRESULT done =
+      dispatch_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                        &parameters, &result, &info, nullptr);
+  if (FAILED(done)) throw FailureFrom(done, info);
+  return ToValue(result);
+}
+
+void DispatchObject::Write(DISPID id, Arguments arguments) {
+  if (arguments.empty()) throw RuntimeError(ErrorNumber::kWrongArgumentCount);
+  ArgumentPack pack(arguments);
+  DISPID put = DISPID_PROPERTYPUT;
+  DISPPARAMS parameters{pack.data(), &put, pack.count(), 1};
+  OwnedExcepInfo info;
+  const HRESULT first = dispatch_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT,
+                                          &parameters, nullptr, &info, nullptr);
+  HRESULT done = first;
+  if (FAILED(done) && IsObject(arguments.back())) {
+    OwnedExcepInfo second;
+    done = dispatch_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUTREF,
+                             &parameters, nullptr, &second, nullptr);
+    // An object that knows no put by reference has said what was wrong the first time.
+    if (FAILED(done) && done != DISP_E_MEMBERNOTFOUND) throw FailureFrom(done, second);
+    if (SUCCEEDED(done)) return;
+    done = first;
+  }
+  if (FAILED(done)) throw FailureFrom(done, info);
+}
+
+Value DispatchObject::Run(DISPID id, Arguments arguments) {
+  ArgumentPack pack(arguments);
+  const bool isScript = IsScriptObject();
+  std::array<VARIANT, kMostArguments> references;
+  for (std::size_t at = 0; at < pack.count(); ++at) {
+    if (isScript && V_VT(&pack[at]) != VT_ERROR) {
+      ReferToVariant(references[at], pack[at]);
+    } else if (!isScript && CanBeReferredTo(pack[at])) {
+      ReferTo(references[at], pack[at]);
+    } else {
+      references[at] = pack[at];
+    }
+  }
+
+  DISPPARAMS parameters{references.data(), nullptr, pack.count(), 0};
+  OwnedVariant result;
+  OwnedExcepInfo info;
+  std::vector<Content> before;
+  before.reserve(pack.count());
+  for (std::size_t at = 0; at < pack.count(); ++at) before.emplace_back(pack[at]);
+  const HRESULT done = dispatch_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                         &parameters, &result, &info, nullptr);
+  if (FAILED(done)) throw FailureFrom(done, info);
+
+  for (std::size_t at = 0; at < pack.count(); ++at) {
+    if (!(Content(pack[at]) == before[at])) {
+      arguments[arguments.size() - 1 - at] = ToValue(pack[at]);
+    }
+  }
+  return ToValue(result);
+}
+
+ObjectRef Wrap(IDispatch* dispatch) {
+  return dispatch == nullptr ? nullptr : std::make_shared<DispatchObject>(dispatch);
+}
+
+ComPtr<IDispatch> Unwrap(const ObjectRef& object) {
+  if (object == nullptr) return {};
+  const auto* wrapper = dynamic_cast<const DispatchObject*>(object.get());
+  if (wrapper == nullptr) throw RuntimeError(ErrorNumber::kTypeMismatch);
+  return wrapper->dispatch();
+}
+
+}  // namespace qorcred::com

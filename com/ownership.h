@@ -1,0 +1,65 @@
+// Owners of what automation counts, allocates or wants cleared.
+#pragma once
+
+#include <windows.h>
+
+#include <utility>
+
+namespace qorcred::com {
+
+/// A counted reference to an interface.
+template <typename Interface>
+class ComPtr {
+ public:
+  ComPtr() = default;
+  /// Adds a reference of its own.
+  explicit ComPtr(Interface* pointer) : pointer_(pointer) {
+    if (pointer_ != nullptr) pointer_->AddRef();
+  }
+  ComPtr(const ComPtr& other) : ComPtr(other.pointer_) {}
+  ComPtr(ComPtr&& other) noexcept : pointer_(std::exchange(other.pointer_, nullptr)) {}
+  ComPtr& operator=(ComPtr other) noexcept {
+    std::swap(pointer_, other.pointer_);
+    return *this;
+  }
+  ~ComPtr() {
+    if (pointer_ != nullptr) pointer_->Release();
+  }
+
+  [[nodiscard]] Interface* get() const { return pointer_; }
+  Interface* operator->() const { return pointer_; }
+  explicit operator bool() const { return pointer_ != nullptr; }
+  /// Where a call leaves a reference that is then owned here. What was held is released.
+  [[nodiscard]] Interface** Receive() {
+    *this = ComPtr();
+    return &pointer_;
+  }
+  [[nodiscard]] void** ReceiveVoid() { return reinterpret_cast<void**>(Receive()); }
+  /// Gives the reference away.
+  [[nodiscard]] Interface* Detach() { return std::exchange(pointer_, nullptr); }
+
+ private:
+  Interface* pointer_ = nullptr;
+};
+
+/// A variant that is cleared at its end.
+struct OwnedVariant : VARIANT {
+  OwnedVariant() { VariantInit(this); }
+  OwnedVariant(const OwnedVariant&) = delete;
+  OwnedVariant& operator=(const OwnedVariant&) = delete;
+  ~OwnedVariant() { VariantClear(this); }
+};
+
+/// What a failed call tells of its failure.
+struct OwnedExcepInfo : EXCEPINFO {
+  OwnedExcepInfo() : EXCEPINFO{} {}
+  OwnedExcepInfo(const OwnedExcepInfo&) = delete;
+  OwnedExcepInfo& operator=(const OwnedExcepInfo&) = delete;
+  ~OwnedExcepInfo() {
+    SysFreeString(bstrSource);
+    SysFreeString(bstrDescription);
+    SysFreeString(bstrHelpFile);
+  }
+};
+
+}  // namespace qorcred::com

@@ -1,0 +1,209 @@
+#include "com/registration.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "com/classes.h"
+#include "com/module.h"
+
+namespace qorcred::com {
+
+namespace {
+
+constexpr std::wstring_view kLibraryVersion = L"1.0";
+
+// A type library is found by the bitness of its file.
+constexpr std::wstring_view kPlatform = sizeof(void*) == 8 ? L"win64" : L"win32";
+constexpr std::wstring_view kOtherPlatform = sizeof(void*) == 8 ? L"win32" : L"win64";
+constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+
+/// A failed registry call, on its way to the entry point.
+struct RegistryFailure {
+  HRESULT code;
+};
+
+void Require(LSTATUS status) {
+  if (status != ERROR_SUCCESS)
+    throw RegistryFailure{HRESULT_FROM_WIN32(static_cast<DWORD>(status))};
+}
+
+bool IsMissing(LSTATUS status) {
+  return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
+}
+
+/// An open key.
+class Key {
+ public:
+  Key() = default;
+  explicit Key(HKEY key) : key_(key) {}
+  ~Key() {
+    if (key_ != nullptr) RegCloseKey(key_);
+  }
+  Key(const Key&) = delete;
+  Key& operator=(const Key&) = delete;
+
+  [[nodiscard]] HKEY get() const { return key_; }
+  [[nodiscard]] HKEY* Receive() { return &key_; }
+
+ private:
+  HKEY key_ = nullptr;
+};
+
+HKEY RootOf(Audience audience) {
+  return audience == Audience::kMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
+std::wstring ClassesPath(std::wstring_view below) {
+  return std::wstring(L"Software\\Classes\\").append(below);
+}
+
+std::wstring GuidText(REFGUID guid) {
+  std::array<wchar_t, 39> text{};  // with the braces and the zero at its end
+  StringFromGUID2(guid, text.data(), static_cast<int>(text.size()));
+  return text.data();
+}
+
+/// Writes and deletes below Software\Classes of one audience.
+class ClassesKey {
+ public:
+  explicit ClassesKey(Audience audience) : root_(RootOf(audience)) {}
+
+  /// Sets the key's default value, or the one called `name`.
+  void Set(const std::wstring& path, const std::wstring& value,
+           const wchar_t* name = nullptr) const {
+    Key key;
+    Require(RegCreateKeyExW(root_, ClassesPath(path).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr,
+                            key.Receive(), nullptr));
+    Require(RegSetValueExW(key.get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
+                           static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))));
+  }
+
+  /// Deletes a key with everything below it; one that is not there is no failure.
+  void DeleteTree(const std::wstring& path) const {
+    const LSTATUS status = RegDeleteTreeW(root_, ClassesPath(path).c_str());
+    if (!IsMissing(status)) Require(status);
+  }
+
+  /// Deletes a key unless something stands below it.
+  void DeleteIfEmpty(const std::wstring& path) const {
+    Key key;
+    const LSTATUS opened =
+        RegOpenKeyExW(root_, ClassesPath(path).c_str(), 0, KEY_QUERY_VALUE, key.Receive());
+    if (IsMissing(opened)) return;
+    Require(opened);
+    DWORD keys = 0;
+    Require(RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr, nullptr,
+                             nullptr, nullptr, nullptr, nullptr));
+    if (keys == 0) Require(RegDeleteKeyW(root_, ClassesPath(path).c_str()));
+  }
+
+  [[nodiscard]] bool Exists(const std::wstring& path, REGSAM view) const {
+    Key key;
+    return RegOpenKeyExW(root_, ClassesPath(path).c_str(), 0, KEY_QUERY_VALUE | view,
+                         key.Receive()) == ERROR_SUCCESS;
+  }
+
+ private:
+  HKEY root_;
+};
+
+std::wstring ClassPath(const ComClass& comClass) {
+  return L"CLSID\\" + GuidText(comClass.id);
+}
+
+std::wstring ProgId(const ComClass& comClass) {
+  return std::wstring(L"qorCred.") + comClass.name;
+}
+
+std::wstring VersionedProgId(const ComClass& comClass) {
+  return ProgId(comClass) + L".1";
+}
+
+std::wstring LibraryPath() {
+  return L"TypeLib\\" + GuidText(kTypeLibrary);
+}
+
+std::wstring LibraryVersionPath() {
+  return LibraryPath() + L"\\" + std::wstring(kLibraryVersion);
+}
+
+std::wstring FolderOf(const std::wstring& file) {
+  return file.substr(0, file.find_last_of(L'\\'));
+}
+
+void EnterClass(const ClassesKey& classes, const ComClass& comClass, const std::wstring& file) {
+  const std::wstring path = ClassPath(comClass);
+  classes.Set(path, comClass.description);
+  classes.Set(path + L"\\InprocServer32", file);
+  classes.Set(path + L"\\InprocServer32", L"Apartment", L"ThreadingModel");
+  classes.Set(path + L"\\ProgID", VersionedProgId(comClass));
+  classes.Set(path + L"\\VersionIndependentProgID", ProgId(comClass));
+  classes.Set(path + L"\\TypeLib", GuidText(kTypeLibrary));
+  classes.Set(path + L"\\Version", std::wstring(kLibraryVersion));
+  classes.Set(path + L"\\Programmable", L"");
+
+  for (const std::wstring& name : {ProgId(comClass), VersionedProgId(comClass)}) {
+    classes.Set(name, comClass.description);
+    classes.Set(name + L"\\CLSID", GuidText(comClass.id));
+  }
+  classes.Set(ProgId(comClass) + L"\\CurVer", VersionedProgId(comClass));
+}
+
+void EnterTypeLibrary(const ClassesKey& classes, const std::wstring& file) {
+  const std::wstring path = LibraryVersionPath();
+  classes.Set(path, L"qorCred controllers");
+  classes.Set(path + L"\\0\\" + std::wstring(kPlatform), file);
+  classes.Set(path + L"\\FLAGS", L"0");
+  classes.Set(path + L"\\HELPDIR", FolderOf(file));
+}
+
+void RemoveClass(const ClassesKey& classes, const ComClass& comClass) {
+  classes.DeleteTree(ClassPath(comClass));
+  if (classes.Exists(ClassPath(comClass), kOtherView)) return;
+  classes.DeleteTree(VersionedProgId(comClass));
+  classes.DeleteTree(ProgId(comClass));
+}
+
+void RemoveTypeLibrary(const ClassesKey& classes) {
+  const std::wstring version = LibraryVersionPath();
+  classes.DeleteTree(version + L"\\0\\" + std::wstring(kPlatform));
+  if (classes.Exists(version + L"\\0\\" + std::wstring(kOtherPlatform), 0)) return;
+  classes.DeleteTree(version);
+  classes.DeleteIfEmpty(LibraryPath());
+}
+
+template <typename Body>
+HRESULT Guard(Body&& body) noexcept {
+  try {
+    body();
+    return S_OK;
+  } catch (const RegistryFailure& failure) {
+    return failure.code;
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+}  // namespace
+
+HRESULT Register(Audience audience) noexcept {
+  const HRESULT result = Guard([audience] {
+    const ClassesKey classes(audience);
+    const std::wstring file = ModulePath();
+    for (const ComClass& comClass : Classes()) EnterClass(classes, comClass, file);
+    EnterTypeLibrary(classes, file);
+  });
+  if (FAILED(result)) (void)Unregister(audience);
+  return result;
+}
+
+HRESULT Unregister(Audience audience) noexcept {
+  return Guard([audience] {
+    const ClassesKey classes(audience);
+    for (const ComClass& comClass : Classes()) RemoveClass(classes, comClass);
+    RemoveTypeLibrary(classes);
+  });
+}
+
+}  // namespace qorcred::com

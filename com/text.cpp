@@ -1,0 +1,92 @@
+#include "com/text.h"
+
+#include <cstddef>
+
+#include "frame/runtime_error.h"
+#include "frame/utf8.h"
+
+namespace qorcred::com {
+
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+constexpr bool IsHighSurrogate(wchar_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+constexpr bool IsLowSurrogate(wchar_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+// Writes UTF-16 units; returns behind the last. There is room for one unit a byte.
+wchar_t* WriteWide(std::string_view text, wchar_t* out) {
+  for (std::size_t position = 0; position < text.size();) {
+    const auto byte = static_cast<unsigned char>(text[position]);
+    if (byte < 0x80) {
+      *out++ = byte;
+      ++position;
+      continue;
+    }
+    const Utf8Character character = ReadUtf8(text, position);
+    position += character.length;
+    const char32_t codePoint =
+        character.codePoint >= kInvalidByte ? kReplacement : character.codePoint;
+    if (codePoint < kFirstSupplementary) {
+      *out++ = static_cast<wchar_t>(codePoint);
+    } else {
+      const char32_t offset = codePoint - kFirstSupplementary;
+      *out++ = static_cast<wchar_t>(0xD800U + (offset >> 10U));
+      *out++ = static_cast<wchar_t>(0xDC00U + (offset & 0x3FFU));
+    }
+  }
+  return out;
+}
+
+void AppendSupplementary(std::string& text, char32_t codePoint) {
+  text.push_back(static_cast<char>(0xF0U | (codePoint >> 18U)));
+  text.push_back(static_cast<char>(0x80U | ((codePoint >> 12U) & 0x3FU)));
+  text.push_back(static_cast<char>(0x80U | ((codePoint >> 6U) & 0x3FU)));
+  text.push_back(static_cast<char>(0x80U | (codePoint & 0x3FU)));
+}
+
+}  // namespace
+
+std::wstring ToWide(std::string_view text) {
+  std::wstring wide(text.size(), L'\0');
+  const wchar_t* end = WriteWide(text, wide.data());
+  wide.resize(static_cast<std::size_t>(end - wide.data()));
+  return wide;
+}
+
+std::string ToUtf8(std::wstring_view text) {
+  std::string utf8;
+  utf8.reserve(text.size());
+  for (std::size_t position = 0; position < text.size(); ++position) {
+    const wchar_t unit = text[position];
+    if (IsHighSurrogate(unit) && position + 1 < text.size() && IsLowSurrogate(text[position + 1])) {
+      const auto high = static_cast<char32_t>(unit) - 0xD800U;
+      const auto low = static_cast<char32_t>(text[position + 1]) - 0xDC00U;
+      AppendSupplementary(utf8, kFirstSupplementary + (high << 10U) + low);
+      ++position;
+    } else if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
+      AppendUtf8(utf8, kReplacement);
+    } else {
+      AppendUtf8(utf8, unit);
+    }
+  }
+  return utf8;
+}
+
+BSTR NewBstr(std::string_view text) {
+  const std::wstring wide = ToWide(text);
+  BSTR bstr = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
+  if (bstr == nullptr) throw RuntimeError(ErrorNumber::kOutOfMemory);
+  return bstr;
+}
+
+std::string FromBstr(BSTR text) {
+  return text == nullptr ? std::string() : ToUtf8({text, SysStringLen(text)});
+}
+
+}  // namespace qorcred::com
