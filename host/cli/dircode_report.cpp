@@ -162,7 +162,7 @@ void DirCodeReport::Show(const std::string& statement) {
     if (std::find(kScheduleCaptions.begin(), kScheduleCaptions.end(), column.caption()) !=
         kScheduleCaptions.end()) {
       for (const qorcred::FixedSchedule& fixed : {qorcred::kNoAccess, qorcred::kFullAccess}) {
-        column.items().Add(fixed.id, std::string(fixed.name));
+        column.items().Add(fixed.id, fixed.name);
       }
     }
   }

@@ -120,7 +120,7 @@ ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& op
     }
     return status;
   }
-  const std::string title = ReportTitle(session, unit);
+  const std::string title = format == "table" ? ReportTitle(session, unit) : std::string();
   report.Show(statement);
   const ExitStatus status = Outcome(true, options, kCodeHint, session, console);
   if (status == ExitStatus::kDone) {

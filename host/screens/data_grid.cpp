@@ -75,8 +75,8 @@ Value GridValueItem::Invoke(std::string_view member, InvokeKind kind, Arguments 
   throw RuntimeError(ErrorNumber::kUnknownMember);
 }
 
-void GridValueItems::Add(const Value& value, std::string displayValue) {
-  shownFor_.try_emplace(ComparedText(value), std::move(displayValue));
+void GridValueItems::Add(const Value& value, std::string_view displayValue) {
+  shownFor_.try_emplace(ComparedText(value), displayValue);
   ++count_;
 }
 

@@ -35,7 +35,7 @@ class GridValueItems final : public qorcred::Object {
   /// Null and Empty as "". Null pointer without such an item, and always without Translate.
   [[nodiscard]] const std::string* Translation(const qorcred::Value& cell) const;
 
-  void Add(const qorcred::Value& value, std::string displayValue);
+  void Add(const qorcred::Value& value, std::string_view displayValue);
   [[nodiscard]] std::size_t count() const { return count_; }
   [[nodiscard]] bool translate() const { return translate_; }
   [[nodiscard]] std::int16_t presentation() const { return presentation_; }
