@@ -82,5 +82,29 @@ TEST_F(TransactionTest, AfterAFailedCommitANewOneBegins) {
   EXPECT_EQ(Units(), 1);
 }
 
+// As an import does, which undoes all of its lines when it is only tried.
+TEST_F(TransactionTest, InsideOneOfTheHostItIsKeptOrUndoneAlone) {
+  Transaction transaction(store_);
+  store_.Run("BEGIN");
+  transaction.Begin();
+  store_.Run("INSERT INTO Units (UnitKey) VALUES (1)");
+  transaction.Rollback();
+  EXPECT_EQ(Units(), 0);
+  transaction.Begin();
+  store_.Run("INSERT INTO Units (UnitKey) VALUES (2)");
+  transaction.Commit();
+  EXPECT_EQ(Units(), 1);
+  EXPECT_TRUE(store_.inTransaction());
+  store_.Run("ROLLBACK");
+  EXPECT_EQ(Units(), 0);
+}
+
+TEST_F(TransactionTest, InsideOneOfTheHostThereIsOnlyOneToo) {
+  Transaction transaction(store_);
+  store_.Run("BEGIN");
+  transaction.Begin();
+  EXPECT_THAT(FailureOf([&] { transaction.Begin(); }), HasSubstr("already open"));
+}
+
 }  // namespace
 }  // namespace qorhost
