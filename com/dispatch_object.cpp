@@ -70,9 +70,10 @@ void ReferToVariant(VARIANT& reference, VARIANT& place) {
 
 /// What a variant held before a call, to tell whether the receiver put something else there.
 struct Content {
-  VARTYPE type;
-  LONGLONG bits;
+  VARTYPE type = VT_EMPTY;
+  LONGLONG bits = 0;
 
+  Content() = default;
   explicit Content(const VARIANT& variant) : type(V_VT(&variant)), bits(Bits(variant)) {}
   bool operator==(const Content&) const = default;
 
@@ -187,9 +188,8 @@ Value DispatchObject::Run(DISPID id, Arguments arguments) {
   DISPPARAMS parameters{references.data(), nullptr, pack.count(), 0};
   OwnedVariant result;
   OwnedExcepInfo info;
-  std::vector<Content> before;
-  before.reserve(pack.count());
-  for (std::size_t at = 0; at < pack.count(); ++at) before.emplace_back(pack[at]);
+  std::array<Content, kMostArguments> before;
+  for (std::size_t at = 0; at < pack.count(); ++at) before[at] = Content(pack[at]);
   const HRESULT done = dispatch_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
                                          &parameters, &result, &info, nullptr);
   if (FAILED(done)) throw FailureFrom(done, info);

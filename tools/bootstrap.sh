@@ -9,8 +9,10 @@ packages_build=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohman
                 libsqlite3-dev libutf8proc-dev)
 packages_test=(libgtest-dev libgmock-dev)
 packages_bench=(libbenchmark-dev)
-packages_ci=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev gcovr
-             g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix)
+packages_windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine
+                  libwine-dev)
+packages_wine=(wine wine64 xvfb xauth googletest)
+packages_ci=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev gcovr debootstrap)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -1,0 +1,104 @@
+// Creating the classes through an activation context, without any registration.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
+
+#include "com/classes.h"
+#include "com/ownership.h"
+#include "com/text.h"
+#include "tests/com/component/component_file.h"
+
+namespace qortest {
+namespace {
+
+using qorcred::com::Classes;
+using qorcred::com::ComClass;
+using qorcred::com::ComPtr;
+using qorcred::com::ToUtf8;
+
+using Unregister = HRESULT(STDAPICALLTYPE*)();
+
+/// An activation context made from a manifest, active as long as it lives.
+class ActiveContext {
+ public:
+  explicit ActiveContext(const std::wstring& manifest) {
+    ACTCTXW description{};
+    description.cbSize = sizeof description;
+    description.lpSource = manifest.c_str();
+    context_ = CreateActCtxW(&description);
+    active_ = context_ != INVALID_HANDLE_VALUE && ActivateActCtx(context_, &cookie_) != FALSE;
+  }
+  ~ActiveContext() {
+    if (active_) DeactivateActCtx(0, cookie_);
+    if (context_ != INVALID_HANDLE_VALUE) ReleaseActCtx(context_);
+  }
+  ActiveContext(const ActiveContext&) = delete;
+  ActiveContext& operator=(const ActiveContext&) = delete;
+
+  [[nodiscard]] bool active() const { return active_; }
+
+ private:
+  HANDLE context_;
+  ULONG_PTR cookie_ = 0;
+  bool active_ = false;
+};
+
+HRESULT Create(const ComClass& comClass, ComPtr<IDispatch>& object) {
+  CLSID id{};
+  const std::wstring progId = std::wstring(L"qorCred.") + comClass.name;
+  const HRESULT found = CLSIDFromProgID(progId.c_str(), &id);
+  if (FAILED(found)) return found;
+  return CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.ReceiveVoid());
+}
+
+class ActivationTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    // Nothing may be found in the registry.
+    HMODULE component = LoadLibraryW(ComponentFile().c_str());
+    ASSERT_NE(component, nullptr);
+    ASSERT_EQ(EntryPoint<Unregister>(component, "DllUnregisterServer")(), S_OK);
+    FreeLibrary(component);
+  }
+  void TearDown() override {
+    HMODULE component = LoadLibraryW(ComponentFile().c_str());
+    EXPECT_EQ(EntryPoint<Unregister>(component, "DllRegisterServer")(), S_OK);
+    FreeLibrary(component);
+  }
+};
+
+TEST_F(ActivationTest, WithoutRegistrationAndContextThereAreNoClasses) {
+  for (const ComClass& comClass : Classes()) {
+    ComPtr<IDispatch> object;
+    EXPECT_TRUE(FAILED(Create(comClass, object))) << ToUtf8(comClass.name);
+  }
+}
+
+TEST_F(ActivationTest, TheComponentsManifestMakesEveryClassCreatable) {
+  const ActiveContext context(TestFolder() + L"qorCred.manifest");
+  ASSERT_TRUE(context.active());
+  for (const ComClass& comClass : Classes()) {
+    SCOPED_TRACE(ToUtf8(comClass.name));
+    ComPtr<IDispatch> object;
+    EXPECT_EQ(Create(comClass, object), S_OK);
+    ASSERT_TRUE(object);
+    UINT count = 0;
+    EXPECT_EQ(object->GetTypeInfoCount(&count), S_OK);
+    EXPECT_EQ(count, 1U);
+  }
+}
+
+TEST_F(ActivationTest, AnApplicationsManifestThatNamesTheComponentDoesToo) {
+  const ActiveContext context(TestFolder() + L"application.manifest");
+  ASSERT_TRUE(context.active()) << GetLastError();
+  for (const ComClass& comClass : Classes()) {
+    SCOPED_TRACE(ToUtf8(comClass.name));
+    ComPtr<IDispatch> object;
+    EXPECT_EQ(Create(comClass, object), S_OK);
+    EXPECT_TRUE(object);
+  }
+}
+
+}  // namespace
+}  // namespace qortest
