@@ -170,6 +170,7 @@ void ListCredentials(RecordingHost& host) {
 
 void StoreTransmitter(RecordingHost& host) {
   for (std::int32_t door = 1; door <= 3; ++door) host.AddItem("cboActivate", "Door", door);
+  host.AddItem("cboAssignedTo", "<Unassigned>", -100);
   host.database().Select("CREDENTIALBANK", {Credential(103, 2, 19)});
 }
 
@@ -253,13 +254,17 @@ INSTANTIATE_TEST_SUITE_P(
                  [](const Stage& stage) {
                    return stage.Run("pbRetrieveDirCodes", {stage.connection, kUnit});
                  }},
-        Scenario{
-            "MergesACode", L"clsDirCode", ScreenKind::kDirectoryCode, "mobjDirCodeScreen",
-            "ExecuteInsert", [](RecordingHost&) {},
-            [](const Stage& stage) {
-              return stage.Run("pbMergeSave", {stage.connection, kUnit, "Insert", UnitCode()}) +
-                     stage.Run("pbMergeSave", {stage.connection, kUnit, "Delete", UnitCode(), 17});
-            }},
+        Scenario{"MergesACode", L"clsDirCode", ScreenKind::kDirectoryCode, "mobjDirCodeScreen",
+                 "ExecuteInsert", [](RecordingHost&) {},
+                 [](const Stage& stage) {
+                   Put(stage.controller, "mfrmConnectionScreen", stage.connectionScreen);
+                   std::string results =
+                       stage.Run("pbMergeSave", {stage.connection, kUnit, "Insert", UnitCode()});
+                   results += stage.Run("pbMergeSave",
+                                        {stage.connection, kUnit, "Update", UnitCode(), 17});
+                   return results + stage.Run("pbMergeSave",
+                                              {stage.connection, kUnit, "Delete", UnitCode(), 17});
+                 }},
         Scenario{"ComposesTheDirectoryCodeReport", L"clsDirCodeReport", ScreenKind::kReportFilter,
                  "gfrmTxFilter", "result: SELECT DirectoryCode.DirectoryCode,",
                  FilterDirectoryCodes,
