@@ -1,0 +1,125 @@
+#include "tests/host/end_to_end/report_desk.h"
+
+#include <utility>
+#include <vector>
+
+#include "frame/result_table.h"
+
+namespace qortest {
+
+namespace {
+
+constexpr std::int32_t kCredentialFields = 4;
+
+void ChooseDate(qorhost::Picker& picker, std::optional<qorcred::Date> date) {
+  picker.Choose(date);
+}
+
+}  // namespace
+
+ReportDesk::ReportDesk() {
+  screen_ = qorhost::MakeReportFilterScreen(kRows, Now());
+  codes_ = std::make_unique<qorcred::clsDirCodeReport>(host());
+  credentials_ = std::make_unique<qorcred::clsCredentialReport>(host());
+  for (qorcred::ReportController* report :
+       std::initializer_list<qorcred::ReportController*>{codes_.get(), credentials_.get()}) {
+    report->set_gfrmTxFilter(screen_);
+    report->set_mlngUnitKey(kUnit);
+    report->pbPopulateArrOperators();
+  }
+}
+
+void ReportDesk::Clear() {
+  for (std::size_t row = 0; row < kRows; ++row) {
+    for (const std::string_view list : {"cboField", "cboFilter", "cboType"}) {
+      At<qorhost::ListBox>(list, row).Clear();
+    }
+    for (const std::string_view box : {"txtFrom", "txtTo"}) {
+      At<qorhost::TextBox>(box, row).SetText("");
+    }
+    At<qorhost::CheckBox>("chkBoolean", row).SetState(0);
+  }
+}
+
+void ReportDesk::ChooseOperator(std::size_t row, std::int32_t operation, std::string_view word) {
+  auto& operators = At<qorhost::ListBox>("cboFilter", row);
+  operators.Clear();
+  for (std::int32_t place = 0; place < kOperations; ++place) {
+    operators.AddItem(std::string(word));
+  }
+  operators.Select(operation);
+}
+
+void ReportDesk::Enter(std::size_t row, const CodeEntry& entry) {
+  auto& fields = At<qorhost::ListBox>("cboField", row);
+  fields.Clear();
+  fields.AddItem("field");
+  qorcred::Put(fields, "ItemData", std::int32_t{0}, entry.field);
+  fields.Select(0);
+  ChooseOperator(row, entry.operation, "any");
+  At<qorhost::TextBox>("txtFrom", row).SetText(std::string(entry.value));
+  At<qorhost::CheckBox>("chkBoolean", row).SetState(entry.checked ? 1 : 0);
+  ChooseDate(At<qorhost::Picker>("dtpDateFrom", row), entry.from);
+  ChooseDate(At<qorhost::Picker>("dtpDateTo", row), entry.to);
+}
+
+void ReportDesk::Enter(std::size_t row, const CredentialEntry& entry) {
+  auto& fields = At<qorhost::ListBox>("cboField", row);
+  fields.Clear();
+  for (std::int32_t place = 0; place < kCredentialFields; ++place) fields.AddItem("field");
+  fields.Select(entry.field);
+  ChooseOperator(row, entry.operation, entry.word);
+  At<qorhost::TextBox>("txtFrom", row).SetText(std::string(entry.value));
+  At<qorhost::TextBox>("txtTo", row).SetText(std::string(entry.secondValue));
+  auto& types = At<qorhost::ListBox>("cboType", row);
+  types.Clear();
+  types.AddItem("type");
+  qorcred::Put(types, "ItemData", std::int32_t{0}, entry.type);
+  types.Select(0);
+}
+
+ReportOutcome ReportDesk::ReportCodes(std::int32_t unit) {
+  return Select(codes_->pbGenSql(connection(), unit));
+}
+
+ReportOutcome ReportDesk::ReportCredentials(std::int32_t unit) {
+  ReportOutcome outcome;
+  outcome.rows = std::make_shared<qorcred::ResultTable>();
+  outcome.succeeded = credentials_->pbGenSql(connection(), unit, outcome.rows, outcome.statement);
+  return outcome;
+}
+
+ReportOutcome ReportDesk::Select(std::string statement) {
+  ReportOutcome outcome;
+  outcome.statement = statement;
+  const qorcred::DatabaseManager manager(host().CreateComponent("qorDBI.clsDBManager"));
+  outcome.rows =
+      manager.ExecuteSelect(connection(), std::move(statement), outcome.error).reference();
+  outcome.succeeded = !outcome.error.flag && outcome.error.text.empty();
+  return outcome;
+}
+
+std::string ReportDesk::Dump() {
+  std::vector<std::string> tables;
+  {
+    qorhost::Statement names(store().database(),
+                             "SELECT name FROM sqlite_schema WHERE type='table' ORDER BY name");
+    while (names.Step()) tables.emplace_back(names.Text(0));
+  }
+  std::string dump = Column("SELECT sql FROM sqlite_schema ORDER BY name");
+  for (const std::string& table : tables) {
+    dump += table + ":\n";
+    qorhost::Statement rows(store().database(), "SELECT * FROM \"" + table + "\" ORDER BY rowid");
+    while (rows.Step()) {
+      for (int column = 0; column < rows.columnCount(); ++column) {
+        const std::string_view text = rows.Text(column);
+        dump += (rows.IsNull(column) ? "-" : std::to_string(text.size()) + ":" + std::string(text));
+        dump += ',';
+      }
+      dump += '\n';
+    }
+  }
+  return dump;
+}
+
+}  // namespace qortest
