@@ -234,11 +234,12 @@ ExitStatus RunCredentialImport(const GlobalOptions& global, const ImportOptions&
   }
   ImportFile file(ReadImportText(options.file, console.in), kColumns);
   StoreSession session(OpenFile(global, OpenMode::kReadWrite), global, console);
-  CredentialImport credentials(session, session.ChosenUnit().key);
+  const std::int32_t unit = session.ChosenUnit().key;
+  CredentialImport credentials(session, unit);
   ImportRun run(session, global, options);
   return run.Run(
-      file, [&](const ImportLine& line, ImportNotes&) { return credentials.Enter(line); }, kKind,
-      console);
+      unit, file, [&](const ImportLine& line, ImportNotes&) { return credentials.Enter(line); },
+      kKind, console);
 }
 
 }  // namespace qorhost

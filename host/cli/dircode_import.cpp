@@ -303,11 +303,13 @@ ExitStatus RunCodeImport(const GlobalOptions& global, const ImportOptions& optio
   }
   ImportFile file(ReadImportText(options.file, console.in), kColumns);
   StoreSession session(OpenFile(global, OpenMode::kReadWrite), global, console);
-  CodeImport codes(session, session.ChosenUnit().key);
+  const std::int32_t unit = session.ChosenUnit().key;
+  CodeImport codes(session, unit);
   ImportRun run(session, global, options);
   return run.Run(
-      file, [&](const ImportLine& line, ImportNotes& notes) { return codes.Enter(line, notes); },
-      kKind, console);
+      unit, file,
+      [&](const ImportLine& line, ImportNotes& notes) { return codes.Enter(line, notes); }, kKind,
+      console);
 }
 
 }  // namespace qorhost

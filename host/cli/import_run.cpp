@@ -10,6 +10,7 @@
 #include "frame/text.h"
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
+#include "host/siblings/kept_counts.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {
@@ -97,11 +98,15 @@ ImportRun::ImportRun(StoreSession& session, const GlobalOptions& global,
   });
 }
 
-ExitStatus ImportRun::Run(ImportFile& file, const LineEntry& enter, const ImportedKind& kind,
-                          Console& console) {
+ExitStatus ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
+                          const ImportedKind& kind, Console& console) {
   Database& database = session_.store().database();
   Undoable all(database, "BEGIN IMMEDIATE", "ROLLBACK");
-  EnterAll(file, enter, console);
+  {
+    // Every save asks how many codes the unit has.
+    const KeptCounts counts(session_.sql(), unitKey);
+    EnterAll(file, enter, console);
+  }
   if (options_.dryRun) {
     all.Undo();
   } else {
@@ -143,8 +148,8 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
     if (TryLine(line, enter, notes)) {
       one.Keep("RELEASE line");
       ++done_;
-      for (std::string& note : notes) {
-        remarks_.push_back({line.number(), false, Shortened(note)});
+      for (const std::string& note : notes) {
+        Remember(line.number(), false, note);
       }
       return;
     }
@@ -180,13 +185,17 @@ void ImportRun::Refuse(std::size_t line) {
   if (messages_.empty()) {
     messages_.emplace_back("it was not stored");
   }
-  remarks_.push_back({line, true, Shortened(fmt::format("{}", fmt::join(messages_, " ")))});
+  Remember(line, true, fmt::format("{}", fmt::join(messages_, " ")));
+}
+
+void ImportRun::Remember(std::size_t line, bool refused, std::string_view text) {
+  remarks_.push_back({line, refused, &*texts_.insert(Shortened(text)).first});
 }
 
 void ImportRun::Report(const ImportedKind& kind, Console& console) const {
   for (const Remark& remark : remarks_) {
     if (!remark.refused || !global_.json) {
-      console.err << "qorhost: line " << remark.line << ": " << remark.text << '\n';
+      console.err << "qorhost: line " << remark.line << ": " << *remark.text << '\n';
     }
   }
   if (global_.json) {
@@ -207,7 +216,7 @@ void ImportRun::ReportAsJson(Console& console) const {
   nlohmann::ordered_json lines = nlohmann::ordered_json::array();
   for (const Remark& remark : remarks_) {
     if (remark.refused) {
-      lines.push_back({{"line", remark.line}, {"message", remark.text}});
+      lines.push_back({{"line", remark.line}, {"message", *remark.text}});
     }
   }
   const nlohmann::ordered_json report{{"done", done_}, {"refused", refused_}, {"lines", lines}};

@@ -1,9 +1,11 @@
 // Entering the lines of a file into a screen, one after the other.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "host/cli/console.h"
@@ -42,28 +44,31 @@ class ImportRun {
  public:
   ImportRun(StoreSession& session, const GlobalOptions& global, const ImportOptions& options);
 
-  ExitStatus Run(ImportFile& file, const LineEntry& enter, const ImportedKind& kind,
-                 Console& console);
+  /// Into the unit `unitKey`, whose screen `enter` works on.
+  ExitStatus Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
+                 const ImportedKind& kind, Console& console);
 
  private:
   /// What a person is told of one line.
   struct Remark {
     std::size_t line = 0;
     bool refused = false;
-    std::string text;
+    const std::string* text = nullptr;  // in texts_
   };
 
   void EnterAll(ImportFile& file, const LineEntry& enter, Console& console);
   void EnterLine(const ImportLine& line, const LineEntry& enter);
   bool TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes);
   void Refuse(std::size_t line);
+  void Remember(std::size_t line, bool refused, std::string_view text);
   void Report(const ImportedKind& kind, Console& console) const;
   void ReportAsJson(Console& console) const;
 
   StoreSession& session_;
   const GlobalOptions& global_;
   const ImportOptions& options_;
-  std::vector<std::string> messages_;  // that the controller showed for the line
+  std::vector<std::string> messages_;      // that the controller showed for the line
+  std::unordered_set<std::string> texts_;  // many lines of a file are refused alike
   std::vector<Remark> remarks_;
   std::size_t done_ = 0;
   std::size_t refused_ = 0;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "frame/convert.h"
+#include "host/siblings/kept_counts.h"
 #include "host/store/method_table.h"
 #include "host/store/store_connection.h"
 
@@ -13,13 +14,6 @@ namespace {
 
 using qorcred::Arguments;
 using qorcred::Value;
-
-std::int64_t CountFor(SqlSession& session, std::string_view sql, std::int32_t unitKey) {
-  const StatementUse count(session.Own(sql));
-  count->BindNumber(1, unitKey);
-  count->Step();
-  return count->Number(0);
-}
 
 }  // namespace
 
@@ -36,15 +30,10 @@ UnitStatus ReadUnitStatus(SqlSession& session, std::int32_t unitKey) {
       status.type = unit->Text(1);
     }
   }
-  status.credentials =
-      CountFor(session, "SELECT count(*) FROM CredentialBank WHERE UnitKey=?1", unitKey);
-  status.directoryCodes =
-      CountFor(session,
-               "SELECT count(*) FROM DirectoryCode WHERE UNITKEY=?1 AND DIRECTORYCODE>=0 AND "
-               "coalesce(MODIFIED, 0)<>3",
-               unitKey);
-  status.pendingSteps =
-      CountFor(session, "SELECT count(*) FROM ProgramSteps WHERE UnitKey=?1 AND Sent=0", unitKey);
+  const UnitCounts counts = ReadUnitCounts(session, unitKey);
+  status.credentials = counts.credentials;
+  status.directoryCodes = counts.directoryCodes;
+  status.pendingSteps = counts.pendingSteps;
   return status;
 }
 

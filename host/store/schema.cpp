@@ -9,6 +9,7 @@
 
 #include "host/store/migration_1.h"
 #include "host/store/migration_2.h"
+#include "host/store/migration_3.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {
@@ -17,7 +18,8 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 100;  // of every SQLite file
 
-constexpr std::array kMigrations{Migration{1, kMigration1}, Migration{2, kMigration2}};
+constexpr std::array kMigrations{Migration{1, kMigration1}, Migration{2, kMigration2},
+                                 Migration{3, kMigration3}};
 
 std::int64_t VersionOf(Database& database) {
   return database.Number("PRAGMA user_version");

@@ -77,6 +77,8 @@ INSTANTIATE_TEST_SUITE_P(
             "SELECT TenantID,LastName,FirstName,MiddleInitial FROM Tenants WHERE UnitKey=1 AND "
             "Resident=0 ORDER BY LastName,FirstName,MiddleInitial ",
             "Tenants_Name (UnitKey=? AND Resident=?)"},
+        Row{"StepOfACode", "SELECT RID FROM ProgramSteps WHERE UnitKey=1 AND Code='101'",
+            "ProgramSteps_Code (UnitKey=? AND Code=?)"},
         Row{"ScheduleList",
             "Select ScheduleID, ScheduleName from Schedules Where ScheduleID not in (0,1) and  "
             "modified <> 3 and UnitKey = 1  Order by ScheduleName ",
