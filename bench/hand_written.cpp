@@ -75,6 +75,30 @@ std::int64_t Read(sqlite3* database, const Statement& statement) {
   return number;
 }
 
+std::string TextIn(const Statement& statement, int column) {
+  const void* text = sqlite3_column_blob(statement.get(), column);
+  if (text == nullptr) return {};
+  const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement.get(), column));
+  return {static_cast<const char*>(text), length};
+}
+
+// Reads the columns into the numbers and texts of a row.
+template <std::size_t kCount>
+void ReadNumbers(const Statement& statement, const std::array<int, kCount>& columns,
+                 std::array<std::int32_t, kCount>& numbers) {
+  for (std::size_t place = 0; place < kCount; ++place) {
+    numbers.at(place) = sqlite3_column_int(statement.get(), columns.at(place));
+  }
+}
+
+template <std::size_t kCount>
+void ReadTexts(const Statement& statement, const std::array<int, kCount>& columns,
+               std::array<std::string, kCount>& texts) {
+  for (std::size_t place = 0; place < kCount; ++place) {
+    texts.at(place) = TextIn(statement, columns.at(place));
+  }
+}
+
 // The time stamp of a transaction's rows, made once.
 std::string Stamp() {
   const std::time_t now = std::time(nullptr);
@@ -308,11 +332,9 @@ std::vector<ListedCredential> ListCredentials(sqlite3* database, std::int32_t un
   int code = SQLITE_OK;
   while ((code = sqlite3_step(list.get())) == SQLITE_ROW) {
     const auto number = [&list](Column column) { return sqlite3_column_int(list.get(), column); };
-    const void* stamp = sqlite3_column_blob(list.get(), kStamp);
-    const auto stampLength = static_cast<std::size_t>(sqlite3_column_bytes(list.get(), kStamp));
     rows.push_back({number(kUnit), number(kRid), number(kType), number(kNumber), number(kFacility),
-                    number(kId), number(kSequence), number(kButton),
-                    std::string(static_cast<const char*>(stamp), stampLength), number(kDoor)});
+                    number(kId), number(kSequence), number(kButton), TextIn(list, kStamp),
+                    number(kDoor)});
   }
   CheckDone(database, code == SQLITE_DONE);
   return rows;
@@ -338,15 +360,69 @@ std::vector<ListedCode> ListCodes(sqlite3* database, std::int32_t unit, int digi
     row.shown = std::to_string(sqlite3_column_int64(list.get(), kCode));
     const auto length = static_cast<std::size_t>(digits);
     if (row.shown.size() < length) row.shown.insert(0, length - row.shown.size(), '0');
-    for (std::size_t place = 0; place < kNumbers.size(); ++place) {
-      row.numbers.at(place) = sqlite3_column_int(list.get(), kNumbers.at(place));
-    }
-    for (std::size_t place = 0; place < kTexts.size(); ++place) {
-      const void* text = sqlite3_column_blob(list.get(), kTexts.at(place));
-      if (text == nullptr) continue;
-      const int bytes = sqlite3_column_bytes(list.get(), kTexts.at(place));
-      row.texts.at(place).assign(static_cast<const char*>(text), static_cast<std::size_t>(bytes));
-    }
+    ReadNumbers(list, kNumbers, row.numbers);
+    ReadTexts(list, kTexts, row.texts);
+  }
+  CheckDone(database, code == SQLITE_DONE);
+  return rows;
+}
+
+std::vector<ReportedCode> ReportCodes(sqlite3* database, std::int32_t unit) {
+  const Statement report = Prepare(
+      database,
+      "SELECT DIRECTORYCODE,PHONENUMBER,EXTENSION,TIMEDELAY,DISPLAYNAME,ACTIVE,STARTDATE,ENDDATE,"
+      "ISDNDCHECKED,DNDSCHEDULEID,ISCFCHECKED,CFSCHEDULEID,CFPHONENUMBER,CFEXTENSION,CFTIMEDELAY,"
+      "SHOWDISPLAYNAME,SHOWDIRECTORYCODE FROM DirectoryCode WHERE UNITKEY=?1 AND DIRECTORYCODE>=0 "
+      "AND DISPLAYNAME LIKE 'Name%' AND ACTIVE=-1 "
+      "ORDER BY desktop_ucase(DISPLAYNAME) COLLATE DESKTOP");
+  constexpr std::array kNumbers{3, 5, 8, 9, 10, 11, 14, 15, 16};
+  constexpr std::array kTexts{1, 2, 4, 6, 7, 12, 13};
+  BindAll(report, std::array<std::int64_t, 1>{unit});
+  std::vector<ReportedCode> rows;
+  int code = SQLITE_OK;
+  while ((code = sqlite3_step(report.get())) == SQLITE_ROW) {
+    ReportedCode& row = rows.emplace_back();
+    row.code = sqlite3_column_double(report.get(), 0);
+    ReadNumbers(report, kNumbers, row.numbers);
+    ReadTexts(report, kTexts, row.texts);
+  }
+  CheckDone(database, code == SQLITE_DONE);
+  return rows;
+}
+
+std::vector<ReportedCredential> ReportCredentials(sqlite3* database, std::int32_t unit,
+                                                  std::int32_t facility) {
+  const Statement report = Prepare(
+      database,
+      "SELECT CASE CredentialType WHEN 0 THEN 'Corvin 30 Bit card' WHEN 1 THEN 'Standard 26 Bit "
+      "card' WHEN 2 THEN 'Transmitter' ELSE 'Corporate 1000 35-Bit Card' END COLLATE DESKTOP,"
+      "PINNo,FacilityCode,CASE WHEN CredentialType=2 THEN IDCode END,"
+      "CASE WHEN CredentialType=2 THEN SequenceNumber END,"
+      "CASE WHEN CredentialType=2 THEN ButtonNumber END,(ifnull(b.LastName,'')||' '||"
+      "ifnull(b.FirstName,'')||' '||ifnull(b.MiddleInitial,'')) COLLATE DESKTOP,CredentialType,"
+      "a.RID,b.RID FROM CredentialBank a,Tenants b "
+      "WHERE (a.RID=b.CREDENTIALID1 OR a.RID=b.CREDENTIALID2) AND a.UnitKey=?1 "
+      "AND FacilityCode=?2 "
+      "UNION SELECT CASE CredentialType WHEN 0 THEN 'Corvin 30 Bit card' WHEN 1 THEN 'Standard 26 "
+      "Bit card' WHEN 2 THEN 'Transmitter' ELSE 'Corporate 1000 35-Bit Card' END COLLATE DESKTOP,"
+      "PINNo,FacilityCode,CASE WHEN CredentialType=2 THEN IDCode END,"
+      "CASE WHEN CredentialType=2 THEN SequenceNumber END,"
+      "CASE WHEN CredentialType=2 THEN ButtonNumber END,'Unassigned' COLLATE DESKTOP,"
+      "CredentialType,RID,-1 FROM CredentialBank WHERE UnitKey=?1 AND RID NOT IN (SELECT "
+      "CREDENTIALID1 FROM Tenants WHERE UnitKey=?1 AND Resident=0 AND CREDENTIALID1 IS NOT NULL) "
+      "AND RID NOT IN (SELECT CREDENTIALID2 FROM Tenants WHERE UnitKey=?1 AND Resident=0 AND "
+      "CREDENTIALID2 IS NOT NULL) AND FacilityCode=?2");
+  constexpr int kType = 0;
+  constexpr int kHolder = 6;
+  constexpr std::array kNumbers{1, 2, 3, 4, 5, 7, 8, 9};
+  BindAll(report, std::array<std::int64_t, 2>{unit, facility});
+  std::vector<ReportedCredential> rows;
+  int code = SQLITE_OK;
+  while ((code = sqlite3_step(report.get())) == SQLITE_ROW) {
+    ReportedCredential& row = rows.emplace_back();
+    row.type = TextIn(report, kType);
+    row.holder = TextIn(report, kHolder);
+    ReadNumbers(report, kNumbers, row.numbers);
   }
   CheckDone(database, code == SQLITE_DONE);
   return rows;

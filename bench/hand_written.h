@@ -54,4 +54,29 @@ struct ListedCode {
 /// Steps the query that fills the list of directory codes into a vector.
 [[nodiscard]] std::vector<ListedCode> ListCodes(sqlite3* database, std::int32_t unit, int digits);
 
+/// One row of the report of directory codes, as it is stored.
+struct ReportedCode {
+  double code;
+  std::array<std::int32_t, 9> numbers;  ///< the other numbers and flags, in the query's order
+  std::array<std::string, 7> texts;     ///< the texts and dates
+};
+
+/// Steps the report's query for the unit's active codes whose names begin with "Name" into a
+/// vector: the same columns, conditions and order.
+[[nodiscard]] std::vector<ReportedCode> ReportCodes(sqlite3* database, std::int32_t unit);
+
+/// One row of the report of credentials.
+struct ReportedCredential {
+  std::string type;
+  std::string holder;
+  /// The other numbers, in the query's order; those that only transmitters have are 0 for cards.
+  std::array<std::int32_t, 8> numbers;
+};
+
+/// Steps the report's query for the unit's credentials of one facility, assigned and not, into a
+/// vector.
+[[nodiscard]] std::vector<ReportedCredential> ReportCredentials(sqlite3* database,
+                                                                std::int32_t unit,
+                                                                std::int32_t facility);
+
 }  // namespace qorbench::by_hand

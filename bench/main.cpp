@@ -34,7 +34,7 @@ std::vector<Comparison> AddBenchmarks(Size size) {
   std::vector<Comparison> comparisons;
   for (auto* add :
        {&AddIssueBenchmarks, &AddTenantsBenchmarks, &AddListBenchmarks, &AddDirCodeBenchmarks,
-        &AddSyncBenchmarks, &AddLibraryBenchmarks, &AddTranslateBenchmarks}) {
+        &AddSyncBenchmarks, &AddReportBenchmarks, &AddLibraryBenchmarks, &AddTranslateBenchmarks}) {
     const std::vector<Comparison> added = add(size);
     comparisons.insert(comparisons.end(), added.begin(), added.end());
   }

@@ -1,0 +1,289 @@
+#include "bench/com/fast_host.h"
+
+#include <array>
+#include <cwchar>
+#include <utility>
+
+namespace qorbench {
+
+namespace {
+
+using qorcred::com::ComPtr;
+
+/// What every object of this host is made of; `Name` maps names to identifiers.
+class FastObject : public IDispatch {
+ public:
+  FastObject() = default;
+  FastObject(const FastObject&) = delete;
+  FastObject& operator=(const FastObject&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+    const bool known = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch);
+    *object = known ? this : nullptr;
+    if (!known) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    *count = 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
+                                          DISPID* ids) override {
+    ids[0] = Name(names[0]);
+    return ids[0] == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
+  }
+
+ protected:
+  virtual ~FastObject() = default;
+  virtual DISPID Name(const wchar_t* name) = 0;
+
+ private:
+  ULONG references_ = 1;
+};
+
+std::int32_t LongOf(const VARIANT& argument) {
+  return (V_VT(&argument) & VT_BYREF) != 0 ? *V_I4REF(&argument) : V_I4(&argument);
+}
+
+BSTR TextOf(const VARIANT& argument) {
+  return (V_VT(&argument) & VT_BYREF) != 0 ? *V_BSTRREF(&argument) : V_BSTR(&argument);
+}
+
+void Answer(VARIANT* result, std::int32_t number) {
+  if (result == nullptr) return;
+  V_VT(result) = VT_I4;
+  V_I4(result) = number;
+}
+
+void Answer(VARIANT* result, IDispatch* object) {
+  if (result == nullptr) return;
+  object->AddRef();
+  V_VT(result) = VT_DISPATCH;
+  V_DISPATCH(result) = object;
+}
+
+class FastList final : public FastObject {
+ public:
+  explicit FastList(std::shared_ptr<ListContent> content) : content_(std::move(content)) {}
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* given,
+                                   VARIANT* result, EXCEPINFO*, UINT*) override {
+    switch (id) {
+      case kClear:
+        content_->texts.clear();
+        content_->data.clear();
+        return S_OK;
+      case kAddItem: {
+        BSTR text = TextOf(given->rgvarg[0]);
+        content_->texts.emplace_back(text, SysStringLen(text));
+        content_->data.push_back(0);
+        return S_OK;
+      }
+      case kNewIndex:
+        Answer(result, static_cast<std::int32_t>(content_->texts.size()) - 1);
+        return S_OK;
+      case kItemData:
+        if ((flags & DISPATCH_PROPERTYPUT) == 0) return DISP_E_MEMBERNOTFOUND;
+        // "<Add New>" gets a text.
+        content_->data[static_cast<std::size_t>(LongOf(given->rgvarg[1]))] =
+            V_VT(&given->rgvarg[0]) == VT_BSTR ? -100 : LongOf(given->rgvarg[0]);
+        return S_OK;
+      default:
+        return DISP_E_MEMBERNOTFOUND;
+    }
+  }
+
+ private:
+  enum Members : DISPID { kClear = 1, kAddItem, kNewIndex, kItemData };
+
+  DISPID Name(const wchar_t* name) override {
+    if (_wcsicmp(name, L"Clear") == 0) return kClear;
+    if (_wcsicmp(name, L"AddItem") == 0) return kAddItem;
+    if (_wcsicmp(name, L"NewIndex") == 0) return kNewIndex;
+    if (_wcsicmp(name, L"ItemData") == 0) return kItemData;
+    return DISPID_UNKNOWN;
+  }
+
+  std::shared_ptr<ListContent> content_;
+};
+
+/// The columns that the list is made of come as a store gives them: numbers.
+class FastTable final : public FastObject {
+ public:
+  explicit FastTable(std::int32_t rows) : rows_(rows) {}
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given,
+                                   VARIANT* result, EXCEPINFO*, UINT*) override {
+    switch (id) {
+      case DISPID_VALUE:
+        Answer(result, Cell(LongOf(given->rgvarg[1]), LongOf(given->rgvarg[0])));
+        return S_OK;
+      case kLowerBound:
+        Answer(result, 0);
+        return S_OK;
+      case kUpperBound:
+        Answer(result, rows_ - 1);
+        return S_OK;
+      default:
+        return DISP_E_MEMBERNOTFOUND;
+    }
+  }
+
+ private:
+  enum Members : DISPID { kLowerBound = 1, kUpperBound };
+
+  DISPID Name(const wchar_t* name) override {
+    if (_wcsicmp(name, L"LowerBound") == 0) return kLowerBound;
+    if (_wcsicmp(name, L"UpperBound") == 0) return kUpperBound;
+    return DISPID_UNKNOWN;
+  }
+
+  static std::int32_t Cell(std::int32_t row, std::int32_t column) {
+    constexpr std::int32_t kRid = 1;
+    constexpr std::int32_t kType = 2;
+    if (column == kRid) return row + 1000;
+    return column == kType ? row % 3 : row + 1;
+  }
+
+  std::int32_t rows_;
+};
+
+class FastManager final : public FastObject {
+ public:
+  explicit FastManager(ComPtr<IDispatch> table) : table_(std::move(table)) {}
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result,
+                                   EXCEPINFO*, UINT*) override {
+    if (id == kExecuteSelect) {
+      Answer(result, table_.get());
+    } else if (result != nullptr) {
+      V_VT(result) = VT_BSTR;
+      V_BSTR(result) = SysAllocString(L"_ROWID_");
+    }
+    return S_OK;
+  }
+
+ private:
+  enum Members : DISPID { kExecuteSelect = 1, kOther };
+
+  DISPID Name(const wchar_t* name) override {
+    return _wcsicmp(name, L"ExecuteSelect") == 0 ? kExecuteSelect : kOther;
+  }
+
+  ComPtr<IDispatch> table_;
+};
+
+class FastScreen final : public FastObject {
+ public:
+  explicit FastScreen(ComPtr<IDispatch> list) : list_(std::move(list)) {}
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result,
+                                   EXCEPINFO*, UINT*) override {
+    Answer(result, list_.get());
+    return S_OK;
+  }
+
+ private:
+  DISPID Name(const wchar_t* name) override {
+    return _wcsicmp(name, L"cboCredentials") == 0 ? 1 : DISPID_UNKNOWN;
+  }
+
+  ComPtr<IDispatch> list_;
+};
+
+class FastConnection final : public FastObject {
+ public:
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                   UINT*) override {
+    return DISP_E_MEMBERNOTFOUND;
+  }
+
+ private:
+  DISPID Name(const wchar_t*) override { return DISPID_UNKNOWN; }
+};
+
+template <typename Object, typename... Parts>
+ComPtr<IDispatch> Make(Parts&&... parts) {
+  ComPtr<IDispatch> made;
+  *made.Receive() = new Object(std::forward<Parts>(parts)...);
+  return made;
+}
+
+class ManagerFactory final : public IClassFactory {
+ public:
+  explicit ManagerFactory(ComPtr<IDispatch> manager) : manager_(std::move(manager)) {}
+  ManagerFactory(const ManagerFactory&) = delete;
+  ManagerFactory& operator=(const ManagerFactory&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+    const bool known = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory);
+    *object = known ? this : nullptr;
+    if (!known) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID iid, void** object) override {
+    return manager_->QueryInterface(iid, object);
+  }
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+ private:
+  ~ManagerFactory() = default;
+
+  ComPtr<IDispatch> manager_;
+  ULONG references_ = 1;
+};
+
+constexpr std::array kNames{L"qorDBI.clsDBManager", L"qorSPS.clsSendProgSteps",
+                            L"qorTent.clsTenant"};
+constexpr CLSID kManagerClass = {
+    0x4c1b7d52, 0x6f0e, 0x4f0a, {0x9a, 0x3d, 0x5e, 0x18, 0x72, 0xc4, 0x0b, 0x66}};
+
+std::wstring KeyOf(const wchar_t* name) {
+  return std::wstring(L"Software\\Classes\\") + name;
+}
+
+}  // namespace
+
+FastHost MakeFastHost(std::int32_t credentials) {
+  FastHost host;
+  host.list = std::make_shared<ListContent>();
+  host.screen = Make<FastScreen>(Make<FastList>(host.list));
+  host.manager = Make<FastManager>(Make<FastTable>(credentials));
+  host.connection = Make<FastConnection>();
+  return host;
+}
+
+OfferedManager::OfferedManager(const ComPtr<IDispatch>& manager) {
+  std::array<wchar_t, 39> id{};
+  StringFromGUID2(kManagerClass, id.data(), static_cast<int>(id.size()));
+  for (const wchar_t* name : kNames) {
+    RegSetKeyValueW(HKEY_LOCAL_MACHINE, (KeyOf(name) + L"\\CLSID").c_str(), nullptr, REG_SZ,
+                    id.data(), static_cast<DWORD>(id.size() * sizeof(wchar_t)));
+  }
+  ComPtr<IClassFactory> factory;
+  *factory.Receive() = new ManagerFactory(manager);
+  CoRegisterClassObject(kManagerClass, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
+                        &cookie_);
+}
+
+OfferedManager::~OfferedManager() {
+  CoRevokeClassObject(cookie_);
+  for (const wchar_t* name : kNames) RegDeleteTreeW(HKEY_LOCAL_MACHINE, KeyOf(name).c_str());
+}
+
+}  // namespace qorbench

@@ -1,0 +1,200 @@
+// Measures the component through automation against an object written by hand, on the same host and
+// in the same process, and checks that both did the same. com_bench [JSON-FILE]
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "bench/com/fast_host.h"
+#include "bench/com/hand_written_object.h"
+#include "com/ownership.h"
+
+namespace qorbench {
+
+namespace {
+
+using qorcred::com::ComPtr;
+using qorcred::com::OwnedVariant;
+
+constexpr int kRounds = 21;
+constexpr double kGoal = 1.3;
+constexpr std::int32_t kCredentials = 10000;
+constexpr std::int32_t kUnit = 1;
+
+struct Row {
+  std::string name;
+  double oursNs = 0;
+  double floorNs = 0;
+};
+
+[[noreturn]] void Fail(const char* what) {
+  std::fprintf(stderr, "com_bench: %s\n", what);
+  std::exit(EXIT_FAILURE);
+}
+
+DISPID IdOf(IDispatch* object, const wchar_t* name) {
+  std::wstring copy(name);
+  LPOLESTR names = copy.data();
+  DISPID id = DISPID_UNKNOWN;
+  if (FAILED(object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id))) {
+    Fail("a member is missing");
+  }
+  return id;
+}
+
+void Call(IDispatch* object, DISPID id, WORD flags, VARIANT* arguments, UINT count,
+          VARIANT* result) {
+  DISPID put = DISPID_PROPERTYPUT;
+  const bool isPut = flags == DISPATCH_PROPERTYPUT;
+  DISPPARAMS parameters{arguments, isPut ? &put : nullptr, count, isPut ? 1U : 0U};
+  if (FAILED(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, nullptr,
+                            nullptr))) {
+    Fail("a call failed");
+  }
+}
+
+/// Nanoseconds for one of `items` that `work` deals with.
+double TimeOf(const std::function<void()>& work, double items) {
+  const auto begin = std::chrono::steady_clock::now();
+  work();
+  const auto end = std::chrono::steady_clock::now();
+  return std::chrono::duration<double, std::nano>(end - begin).count() / items;
+}
+
+double Median(std::vector<double> times) {
+  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+  std::nth_element(times.begin(), middle, times.end());
+  return *middle;
+}
+
+// Both take turns, so that the machine's moods meet both.
+Row Compare(std::string name, const std::function<void()>& ours, const std::function<void()>& floor,
+            double items) {
+  ours();
+  floor();
+  std::vector<double> oursTimes;
+  std::vector<double> floorTimes;
+  for (int round = 0; round < kRounds; ++round) {
+    oursTimes.push_back(TimeOf(ours, items));
+    floorTimes.push_back(TimeOf(floor, items));
+  }
+  return {std::move(name), Median(oursTimes), Median(floorTimes)};
+}
+
+std::wstring Decode(IDispatch* object, DISPID id, BSTR text) {
+  VARIANT argument;
+  V_VT(&argument) = VT_BSTR;
+  V_BSTR(&argument) = text;
+  OwnedVariant result;
+  Call(object, id, DISPATCH_METHOD, &argument, 1, &result);
+  return {V_BSTR(&result), SysStringLen(V_BSTR(&result))};
+}
+
+Row MeasureDecoding(IDispatch* component, IDispatch* byHand) {
+  constexpr int kCalls = 5000;
+  BSTR text = SysAllocString(L"UGVsbG8gUlQ6IG1heGltdW0gb2YgY29tYmluZWQgY29kZXMgMzI3Njc=");
+  const DISPID ours = IdOf(component, L"pbBase64Dec");
+  const DISPID floor = IdOf(byHand, L"pbBase64Dec");
+  const std::wstring decoded = Decode(component, ours, text);
+  if (decoded.rfind(L"Pello RT: maximum of combined codes 32767", 0) != 0) Fail("decoded wrongly");
+  const auto repeat = [text](IDispatch* object, DISPID id) {
+    return [object, id, text] {
+      for (int call = 0; call < kCalls; ++call) Decode(object, id, text);
+    };
+  };
+  Row row = Compare("com-decode", repeat(component, ours), repeat(byHand, floor), kCalls);
+  SysFreeString(text);
+  return row;
+}
+
+void Retrieve(IDispatch* object, DISPID id, IDispatch* connection) {
+  std::array<VARIANT, 2> arguments{};
+  V_VT(&arguments[0]) = VT_I4;
+  V_I4(&arguments[0]) = kUnit;
+  V_VT(&arguments[1]) = VT_DISPATCH;
+  V_DISPATCH(&arguments[1]) = connection;
+  Call(object, id, DISPATCH_METHOD, arguments.data(), 2, nullptr);
+}
+
+Row MeasureRetrieval(IDispatch* component, IDispatch* byHand, const FastHost& host) {
+  const DISPID ours = IdOf(component, L"pbRetrieveCredentials");
+  const DISPID floor = IdOf(byHand, L"pbRetrieveCredentials");
+  Retrieve(byHand, floor, host.connection.get());
+  const ListContent expected = *host.list;
+  Retrieve(component, ours, host.connection.get());
+  if (expected.texts.size() != kCredentials + 1 || host.list->texts != expected.texts ||
+      host.list->data != expected.data) {
+    Fail("the two lists differ");
+  }
+  const auto run = [&host](IDispatch* object, DISPID id) {
+    return [&host, object, id] { Retrieve(object, id, host.connection.get()); };
+  };
+  return Compare("com-retrieve", run(component, ours), run(byHand, floor), kCredentials);
+}
+
+void Print(const std::vector<Row>& rows) {
+  std::printf("%-14s %10s %10s %6s %6s  %s\n", "name", "ours ns", "floor ns", "ratio", "goal", "");
+  for (const Row& row : rows) {
+    const double ratio = row.oursNs / row.floorNs;
+    std::printf("%-14s %10.1f %10.1f %6.2f %6.2f  %s\n", row.name.c_str(), row.oursNs, row.floorNs,
+                ratio, kGoal, ratio <= kGoal ? "met" : "not met");
+  }
+}
+
+void WriteJson(const std::vector<Row>& rows, const char* file) {
+  std::FILE* out = std::fopen(file, "w");
+  if (out == nullptr) Fail("the JSON file cannot be written");
+  std::fputs("[", out);
+  for (std::size_t at = 0; at < rows.size(); ++at) {
+    const Row& row = rows[at];
+    std::fprintf(out,
+                 "%s\n  {\"name\": \"%s\", \"ours_ns\": %.1f, \"floor_ns\": %.1f, \"ratio\": %.3f, "
+                 "\"goal\": %.2f}",
+                 at == 0 ? "" : ",", row.name.c_str(), row.oursNs, row.floorNs,
+                 row.oursNs / row.floorNs, kGoal);
+  }
+  std::fputs("\n]\n", out);
+  std::fclose(out);
+}
+
+int Run(int count, char** arguments) {
+  const FastHost host = MakeFastHost(kCredentials);
+  const OfferedManager offered(host.manager);
+  CLSID id{};
+  ComPtr<IDispatch> component;
+  if (FAILED(CLSIDFromProgID(L"qorCred.clsCredential", &id)) ||
+      FAILED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                              component.ReceiveVoid()))) {
+    Fail("the component is not registered");
+  }
+  VARIANT screen;
+  V_VT(&screen) = VT_DISPATCH;
+  V_DISPATCH(&screen) = host.screen.get();
+  Call(component.get(), IdOf(component.get(), L"gmobjCredentialScreen"), DISPATCH_PROPERTYPUT,
+       &screen, 1, nullptr);
+  const ComPtr<IDispatch> byHand = MakeHandWritten(host.screen, host.manager);
+
+  const std::vector<Row> rows{MeasureDecoding(component.get(), byHand.get()),
+                              MeasureRetrieval(component.get(), byHand.get(), host)};
+  Print(rows);
+  if (count > 1) WriteJson(rows, arguments[1]);
+  return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+}  // namespace qorbench
+
+int main(int count, char** arguments) {
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  const int status = qorbench::Run(count, arguments);
+  CoUninitialize();
+  return status;
+}
