@@ -1,10 +1,10 @@
 #include "com/controller_dispatch.h"
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "com/dispatch_object.h"
 #include "com/failures.h"
@@ -40,17 +40,23 @@ struct Refusal {
   std::optional<UINT> argument;  ///< its place in the client's array
 };
 
-/// Where a client's arguments stand, in the order of the parameters; null for omitted ones.
-using Places = std::vector<VARIANT*>;
+// No operation takes more.
+constexpr std::size_t kMostParameters = 8;
 
-Places PlacesOfPut(const DISPPARAMS& given) {
+/// Where a client's arguments stand, in the order of the parameters; null for omitted ones.
+using Places = std::array<VARIANT*, kMostParameters>;
+
+/// The arguments as an operation takes them; those beyond its parameters are not looked at.
+using ArgumentValues = std::array<Value, kMostParameters>;
+
+const VARIANT& PlaceOfPut(const DISPPARAMS& given) {
   if (given.cArgs != 1 || given.cNamedArgs > 1) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
-  return {&given.rgvarg[0]};
+  return given.rgvarg[0];
 }
 
 Places PlacesOfCall(const DISPPARAMS& given, std::size_t parameters) {
   if (given.cArgs > parameters) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
-  Places places(parameters, nullptr);
+  Places places{};
   const UINT unnamed = given.cArgs - given.cNamedArgs;
   for (UINT at = 0; at < unnamed; ++at) places[at] = &given.rgvarg[given.cArgs - 1 - at];
   for (UINT at = 0; at < given.cNamedArgs; ++at) {
@@ -88,29 +94,42 @@ Value Converted(const VARIANT* place, ValueType type, Conversion convert, const 
 }
 
 bool IsOmitted(const VARIANT* place) {
-  return place == nullptr || (V_VT(place) == VT_ERROR && V_ERROR(place) == DISP_E_PARAMNOTFOUND) ||
-         (V_VT(place) == (VT_BYREF | VT_VARIANT) && IsOmitted(V_VARIANTREF(place)));
+  if (place != nullptr && V_VT(place) == (VT_BYREF | VT_VARIANT)) place = V_VARIANTREF(place);
+  return place == nullptr || (V_VT(place) == VT_ERROR && V_ERROR(place) == DISP_E_PARAMNOTFOUND);
 }
 
-std::vector<Value> ArgumentsFrom(const Places& places, std::span<const Parameter> parameters,
-                                 const DISPPARAMS& given) {
-  std::vector<Value> arguments(parameters.size(), Value(Missing{}));
+// Whether the arrays are there that the counts speak of.
+bool IsSound(const DISPPARAMS* given) {
+  return given != nullptr && given->cNamedArgs <= given->cArgs &&
+         (given->cArgs == 0 || given->rgvarg != nullptr) &&
+         (given->cNamedArgs == 0 || given->rgdispidNamedArgs != nullptr);
+}
+
+ArgumentValues ArgumentsFrom(const Places& places, std::span<const Parameter> parameters,
+                             const DISPPARAMS& given) {
+  ArgumentValues arguments;
   for (std::size_t at = 0; at < parameters.size(); ++at) {
     if (!IsOmitted(places[at])) {
       arguments[at] = Converted(places[at], parameters[at].type, ConvertArgument, given);
-    } else if (!parameters[at].optional) {
+    } else if (parameters[at].optional) {
+      arguments[at] = Missing{};
+    } else {
       throw Refusal{DISP_E_PARAMNOTOPTIONAL, {}};
     }
   }
   return arguments;
 }
 
+// Whether an operation may change what stands there.
+bool IsWritable(const Parameter& parameter, const VARIANT* place) {
+  return parameter.byRef && !IsOmitted(place) && (V_VT(place) & VT_BYREF) != 0;
+}
+
 // Hands back what the operation changed, and nothing else.
 void HandBack(const Places& places, std::span<const Parameter> parameters,
-              const std::vector<Value>& before, const std::vector<Value>& after,
-              const DISPPARAMS& given) {
+              const ArgumentValues& before, const ArgumentValues& after, const DISPPARAMS& given) {
   for (std::size_t at = 0; at < parameters.size(); ++at) {
-    if (!parameters[at].byRef || IsOmitted(places[at]) || before[at] == after[at]) continue;
+    if (!IsWritable(parameters[at], places[at]) || before[at] == after[at]) continue;
     try {
       WriteBack(*places[at], after[at]);
     } catch (const RuntimeError& failure) {
@@ -120,11 +139,15 @@ void HandBack(const Places& places, std::span<const Parameter> parameters,
 }
 
 Value RunOperation(Controller& controller, const Member& member, const DISPPARAMS& given) {
-  const Places places = PlacesOfCall(given, member.parameters.size());
-  std::vector<Value> arguments = ArgumentsFrom(places, member.parameters, given);
-  const std::vector<Value> before = arguments;
-  Value result = member.run(controller, InvokeKind::kCall, arguments);
-  HandBack(places, member.parameters, before, arguments, given);
+  const std::span<const Parameter> parameters = member.parameters;
+  const Places places = PlacesOfCall(given, parameters.size());
+  ArgumentValues arguments = ArgumentsFrom(places, parameters, given);
+  ArgumentValues before;
+  for (std::size_t at = 0; at < parameters.size(); ++at) {
+    if (IsWritable(parameters[at], places[at])) before[at] = arguments[at];
+  }
+  Value result = member.run(controller, InvokeKind::kCall, {arguments.data(), parameters.size()});
+  HandBack(places, parameters, before, arguments, given);
   return result;
 }
 
@@ -137,8 +160,7 @@ Value RunMember(Controller& controller, const Member& member, InvokeKind kind,
       if (given.cArgs != 0) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
       return member.run(controller, kind, {});
     case InvokeKind::kPut: {
-      const Places places = PlacesOfPut(given);
-      Value value = Converted(places[0], member.type, ConvertPropertyValue, given);
+      Value value = Converted(&PlaceOfPut(given), member.type, ConvertPropertyValue, given);
       return member.run(controller, kind, {&value, 1});
     }
   }
@@ -219,7 +241,7 @@ HRESULT ControllerDispatch::Invoke(DISPID id, REFIID iid, LCID locale, WORD flag
                                    UINT* badArgument) {
   (void)locale;
   if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
-  if (parameters == nullptr || parameters->cNamedArgs > parameters->cArgs) return E_INVALIDARG;
+  if (!IsSound(parameters)) return E_INVALIDARG;
   const Member* member = FindMember(class_.members(), id);
   if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
   const std::optional<InvokeKind> kind = KindOf(*member, flags);

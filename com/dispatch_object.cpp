@@ -30,7 +30,7 @@ class ArgumentPack {
     }
   }
   ~ArgumentPack() {
-    for (std::size_t at = 0; at < count_; ++at) VariantClear(&variants_[at]);
+    for (std::size_t at = 0; at < count_; ++at) Clear(variants_[at]);
   }
   ArgumentPack(const ArgumentPack&) = delete;
   ArgumentPack& operator=(const ArgumentPack&) = delete;
@@ -56,44 +56,36 @@ bool CanBeReferredTo(const VARIANT& variant) {
 
 // A reference to what `place` holds, in its own type.
 void ReferTo(VARIANT& reference, VARIANT& place) {
-  VariantInit(&reference);
   // The members of a variant's union begin at the same place.
   V_BYREF(&reference) = &V_I8(&place);
   V_VT(&reference) = static_cast<VARTYPE>(VT_BYREF | V_VT(&place));
 }
 
 void ReferToVariant(VARIANT& reference, VARIANT& place) {
-  VariantInit(&reference);
   V_VARIANTREF(&reference) = &place;
   V_VT(&reference) = VT_BYREF | VT_VARIANT;
 }
 
-/// What a variant held before a call, to tell whether the receiver put something else there.
-struct Content {
-  VARTYPE type = VT_EMPTY;
-  LONGLONG bits = 0;
-
-  Content() = default;
-  explicit Content(const VARIANT& variant) : type(V_VT(&variant)), bits(Bits(variant)) {}
-  bool operator==(const Content&) const = default;
-
- private:
-  static LONGLONG Bits(const VARIANT& variant) {
-    switch (V_VT(&variant)) {
-      case VT_BOOL:
-        return V_BOOL(&variant);
-      case VT_I2:
-        return V_I2(&variant);
-      case VT_I4:
-        return V_I4(&variant);
-      case VT_BSTR:
-      case VT_DISPATCH:
-        return reinterpret_cast<LONG_PTR>(V_BYREF(&variant));
-      default:
-        return V_I8(&variant);
-    }
+// Whether a variant still holds what was put into it for a call. Texts are compared as such: a new
+// one often stands where the old one was.
+bool StillHolds(const VARIANT& variant, const Value& value) {
+  switch (V_VT(&variant)) {
+    case VT_BSTR:
+      return value.Is(ValueType::kString) && SameText(V_BSTR(&variant), *value.As<std::string>());
+    case VT_BOOL:
+      return value.Is(ValueType::kBoolean) &&
+             V_BOOL(&variant) == (*value.As<bool>() ? VARIANT_TRUE : VARIANT_FALSE);
+    case VT_I2:
+      return value.Is(ValueType::kInteger) && V_I2(&variant) == *value.As<std::int16_t>();
+    case VT_I4:
+      return value.Is(ValueType::kLong) && V_I4(&variant) == *value.As<std::int32_t>();
+    case VT_DISPATCH:
+      return value.Is(ValueType::kObject) &&
+             Unwrap(*value.As<ObjectRef>()).get() == V_DISPATCH(&variant);
+    default:
+      return ToValue(variant) == value;
   }
-};
+}
 
 }  // namespace
 
@@ -188,16 +180,13 @@ Value DispatchObject::Run(DISPID id, Arguments arguments) {
   DISPPARAMS parameters{references.data(), nullptr, pack.count(), 0};
   OwnedVariant result;
   OwnedExcepInfo info;
-  std::array<Content, kMostArguments> before;
-  for (std::size_t at = 0; at < pack.count(); ++at) before[at] = Content(pack[at]);
   const HRESULT done = dispatch_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
                                          &parameters, &result, &info, nullptr);
   if (FAILED(done)) throw FailureFrom(done, info);
 
   for (std::size_t at = 0; at < pack.count(); ++at) {
-    if (!(Content(pack[at]) == before[at])) {
-      arguments[arguments.size() - 1 - at] = ToValue(pack[at]);
-    }
+    Value& argument = arguments[arguments.size() - 1 - at];
+    if (!StillHolds(pack[at], argument)) argument = ToValue(pack[at]);
   }
   return ToValue(result);
 }

@@ -12,6 +12,9 @@ namespace {
 
 constexpr int kLastNumber = 0xFFFF;
 
+// "Automation error": what an object raised without saying what.
+constexpr int kUnnumbered = 440;
+
 HRESULT CodeOfNumber(int number) noexcept {
   return MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, number);
 }
@@ -33,7 +36,8 @@ std::string SystemText(HRESULT code) {
 
 RuntimeError Raised(EXCEPINFO& info) {
   if (info.pfnDeferredFillIn != nullptr) info.pfnDeferredFillIn(&info);
-  const int number = info.wCode != 0 ? info.wCode : NumberOf(info.scode);
+  int number = info.wCode != 0 ? info.wCode : NumberOf(info.scode);
+  if (number == 0) number = kUnnumbered;
   std::string text = FromBstr(info.bstrDescription);
   if (text.empty()) {
     text = number > 0 ? std::string(DescriptionOf(static_cast<ErrorNumber>(number)))

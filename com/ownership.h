@@ -42,12 +42,29 @@ class ComPtr {
   Interface* pointer_ = nullptr;
 };
 
+/// Frees what a variant holds. Numbers, which most are, cost no call.
+inline void Clear(VARIANT& variant) {
+  switch (V_VT(&variant)) {
+    case VT_EMPTY:
+    case VT_NULL:
+    case VT_BOOL:
+    case VT_I2:
+    case VT_I4:
+    case VT_R8:
+    case VT_DATE:
+    case VT_ERROR:
+      return;
+    default:
+      VariantClear(&variant);
+  }
+}
+
 /// A variant that is cleared at its end.
 struct OwnedVariant : VARIANT {
-  OwnedVariant() { VariantInit(this); }
+  OwnedVariant() { V_VT(this) = VT_EMPTY; }
   OwnedVariant(const OwnedVariant&) = delete;
   OwnedVariant& operator=(const OwnedVariant&) = delete;
-  ~OwnedVariant() { VariantClear(this); }
+  ~OwnedVariant() { Clear(*this); }
 };
 
 /// What a failed call tells of its failure.
@@ -56,9 +73,9 @@ struct OwnedExcepInfo : EXCEPINFO {
   OwnedExcepInfo(const OwnedExcepInfo&) = delete;
   OwnedExcepInfo& operator=(const OwnedExcepInfo&) = delete;
   ~OwnedExcepInfo() {
-    SysFreeString(bstrSource);
-    SysFreeString(bstrDescription);
-    SysFreeString(bstrHelpFile);
+    for (BSTR text : {bstrSource, bstrDescription, bstrHelpFile}) {
+      if (text != nullptr) SysFreeString(text);
+    }
   }
 };
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "frame/runtime_error.h"
+#include "frame/text.h"
 #include "frame/utf8.h"
 
 namespace qorcred::com {
@@ -60,9 +61,14 @@ std::wstring ToWide(std::string_view text) {
 }
 
 std::string ToUtf8(std::wstring_view text) {
-  std::string utf8;
-  utf8.reserve(text.size());
-  for (std::size_t position = 0; position < text.size(); ++position) {
+  // Most texts are ASCII from end to end.
+  std::string utf8(text.size(), '\0');
+  std::size_t position = 0;
+  for (; position < text.size() && text[position] < 0x80; ++position) {
+    utf8[position] = static_cast<char>(text[position]);
+  }
+  utf8.resize(position);
+  for (; position < text.size(); ++position) {
     const wchar_t unit = text[position];
     if (IsHighSurrogate(unit) && position + 1 < text.size() && IsLowSurrogate(text[position + 1])) {
       const auto high = static_cast<char32_t>(unit) - 0xD800U;
@@ -79,14 +85,26 @@ std::string ToUtf8(std::wstring_view text) {
 }
 
 BSTR NewBstr(std::string_view text) {
-  const std::wstring wide = ToWide(text);
-  BSTR bstr = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
+  BSTR bstr = SysAllocStringLen(nullptr, static_cast<UINT>(Utf16Length(text)));
   if (bstr == nullptr) throw RuntimeError(ErrorNumber::kOutOfMemory);
+  WriteWide(text, bstr);
   return bstr;
 }
 
 std::string FromBstr(BSTR text) {
   return text == nullptr ? std::string() : ToUtf8({text, SysStringLen(text)});
+}
+
+bool SameText(BSTR text, std::string_view other) {
+  const std::wstring_view wide =
+      text == nullptr ? std::wstring_view() : std::wstring_view(text, SysStringLen(text));
+  // Most texts are ASCII up to their end.
+  std::size_t position = 0;
+  while (position < wide.size() && position < other.size() && wide[position] < 0x80 &&
+         wide[position] == static_cast<unsigned char>(other[position])) {
+    ++position;
+  }
+  return ToUtf8(wide.substr(position)) == other.substr(position);
 }
 
 }  // namespace qorcred::com

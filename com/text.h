@@ -21,4 +21,7 @@ namespace qorcred::com {
 /// The text of `text`, which may be null: "". Zeros inside belong to it.
 [[nodiscard]] std::string FromBstr(BSTR text);
 
+/// Whether FromBstr(`text`) is `other`.
+[[nodiscard]] bool SameText(BSTR text, std::string_view other);
+
 }  // namespace qorcred::com

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <utility>
 
 #include "com/dispatch_object.h"
 #include "com/ownership.h"
@@ -160,17 +161,17 @@ Value ByReference(const VARIANT& variant) {
     case VT_ARRAY | VT_VARIANT:
       return TextsIn(*V_ARRAYREF(&variant));
     default: {
-      // What is left needs no clearing: a copy is as good as the original.
       VARIANT reference = variant;
-      VARIANT copy;
-      VariantInit(&copy);
+      OwnedVariant copy;
       Require(VariantCopyInd(&copy, &reference));
       return ToValue(copy);
     }
   }
 }
 
-void WriteObject(IDispatch*& place, const Value& value) {
+// `Interface` is IDispatch or what every object has.
+template <typename Interface>
+void WriteObject(Interface*& place, const Value& value) {
   OwnedVariant fresh;
   PutInto(fresh, value);
   if (V_VT(&fresh) == VT_EMPTY) {
@@ -178,7 +179,10 @@ void WriteObject(IDispatch*& place, const Value& value) {
     V_DISPATCH(&fresh) = nullptr;
   }
   if (V_VT(&fresh) != VT_DISPATCH) RaiseTypeMismatch();
-  std::swap(place, V_DISPATCH(&fresh));
+  Interface* former = std::exchange(place, V_DISPATCH(&fresh));
+  V_VT(&fresh) = VT_EMPTY;
+  // Last: releasing may call back into the client.
+  if (former != nullptr) former->Release();
 }
 
 // Writes a number of the type that `place` refers to.
@@ -288,7 +292,7 @@ Value ToValue(const VARIANT& variant) {
 }
 
 void PutInto(VARIANT& variant, const Value& value) {
-  VariantInit(&variant);
+  V_VT(&variant) = VT_EMPTY;
   switch (value.type()) {
     case ValueType::kEmpty:
       return;
@@ -367,6 +371,9 @@ void WriteBack(VARIANT& argument, const Value& value) {
     }
     case VT_DISPATCH:
       WriteObject(*V_DISPATCHREF(&argument), value);
+      return;
+    case VT_UNKNOWN:
+      WriteObject(*V_UNKNOWNREF(&argument), value);
       return;
     case VT_ARRAY | VT_BSTR:
     case VT_ARRAY | VT_VARIANT:

@@ -1,6 +1,6 @@
 #include "tests/com/support/component.h"
 
-namespace comtest {
+namespace qortest {
 
 ComPtr<IDispatch> CreateObject(const wchar_t* programmaticId) {
   CLSID id;
@@ -30,4 +30,4 @@ ComPtr<IClassFactory> FactoryOf(const wchar_t* programmaticId) {
   return factory;
 }
 
-}  // namespace comtest
+}  // namespace qortest

@@ -5,7 +5,7 @@
 
 #include "com/ownership.h"
 
-namespace comtest {
+namespace qortest {
 
 using qorcred::com::ComPtr;
 
@@ -19,4 +19,4 @@ using qorcred::com::ComPtr;
 /// The component's factory for a class.
 [[nodiscard]] ComPtr<IClassFactory> FactoryOf(const wchar_t* programmaticId);
 
-}  // namespace comtest
+}  // namespace qortest

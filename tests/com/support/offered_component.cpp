@@ -1,0 +1,81 @@
+#include "tests/com/support/offered_component.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <utility>
+
+namespace qortest {
+
+namespace {
+
+/// Hands out what a test makes.
+class Factory final : public IClassFactory {
+ public:
+  explicit Factory(OfferedComponent::Maker make) : make_(std::move(make)) {}
+  Factory(const Factory&) = delete;
+  Factory& operator=(const Factory&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+    const bool known = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory);
+    *object = known ? static_cast<IClassFactory*>(this) : nullptr;
+    if (!known) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID iid, void** object) override {
+    *object = nullptr;
+    const ComPtr<IDispatch> made = make_();
+    return made ? made->QueryInterface(iid, object) : CLASS_E_CLASSNOTAVAILABLE;
+  }
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+ private:
+  ~Factory() = default;
+
+  OfferedComponent::Maker make_;
+  ULONG references_ = 1;
+};
+
+std::wstring KeyOf(const std::wstring& programmaticId) {
+  return L"Software\\Classes\\" + programmaticId;
+}
+
+void Enter(const std::wstring& programmaticId, const CLSID& id) {
+  std::array<wchar_t, 39> text{};  // with the braces and the zero at its end
+  const int length = StringFromGUID2(id, text.data(), static_cast<int>(text.size()));
+  const LSTATUS status = RegSetKeyValueW(
+      HKEY_LOCAL_MACHINE, (KeyOf(programmaticId) + L"\\CLSID").c_str(), nullptr, REG_SZ,
+      text.data(), static_cast<DWORD>(static_cast<std::size_t>(length) * sizeof(wchar_t)));
+  EXPECT_EQ(status, ERROR_SUCCESS);
+}
+
+}  // namespace
+
+OfferedComponent::OfferedComponent(std::wstring programmaticId, Maker make)
+    : programmaticId_(std::move(programmaticId)) {
+  CLSID id;
+  if (FAILED(CLSIDFromProgID(programmaticId_.c_str(), &id))) {
+    EXPECT_EQ(CoCreateGuid(&id), S_OK);
+    Enter(programmaticId_, id);
+    entered_ = true;
+  }
+  ComPtr<IClassFactory> factory;
+  *factory.Receive() = new Factory(std::move(make));
+  EXPECT_EQ(
+      CoRegisterClassObject(id, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie_),
+      S_OK);
+}
+
+OfferedComponent::~OfferedComponent() {
+  EXPECT_EQ(CoRevokeClassObject(cookie_), S_OK);
+  if (entered_) RegDeleteTreeW(HKEY_LOCAL_MACHINE, KeyOf(programmaticId_).c_str());
+}
+
+}  // namespace qortest
