@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <string>
 
 #include "com/dispatch_object.h"
@@ -18,6 +19,13 @@ namespace {
   throw RuntimeError(
       ErrorNumber::kCannotCreateComponent,
       Concat(DescriptionOf(ErrorNumber::kCannotCreateComponent), ": ", programmaticId));
+}
+
+// What every ANSI code page of the system has in common.
+template <typename Bytes>
+bool IsAscii(const Bytes& bytes) {
+  return std::all_of(bytes.begin(), bytes.end(),
+                     [](auto one) { return static_cast<unsigned char>(one) < 0x80; });
 }
 
 }  // namespace
@@ -82,8 +90,8 @@ std::string WindowsHost::DateText(Date date) {
 }
 
 std::vector<std::uint8_t> WindowsHost::TextToAnsi(std::string_view text) {
+  if (IsAscii(text)) return {text.begin(), text.end()};
   const std::wstring wide = ToWide(text);
-  if (wide.empty()) return {};
   const auto units = static_cast<int>(wide.size());
   const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
   std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
@@ -93,7 +101,7 @@ std::vector<std::uint8_t> WindowsHost::TextToAnsi(std::string_view text) {
 }
 
 std::string WindowsHost::AnsiToText(std::span<const std::uint8_t> bytes) {
-  if (bytes.empty()) return {};
+  if (IsAscii(bytes)) return {bytes.begin(), bytes.end()};
   const auto* ansi = reinterpret_cast<const char*>(bytes.data());
   const auto count = static_cast<int>(bytes.size());
   const int size = MultiByteToWideChar(CP_ACP, 0, ansi, count, nullptr, 0);
