@@ -374,7 +374,7 @@ std::vector<ReportedCode> ReportCodes(sqlite3* database, std::int32_t unit) {
       "ISDNDCHECKED,DNDSCHEDULEID,ISCFCHECKED,CFSCHEDULEID,CFPHONENUMBER,CFEXTENSION,CFTIMEDELAY,"
       "SHOWDISPLAYNAME,SHOWDIRECTORYCODE FROM DirectoryCode WHERE UNITKEY=?1 AND DIRECTORYCODE>=0 "
       "AND DISPLAYNAME LIKE 'Name%' AND ACTIVE=-1 "
-      "ORDER BY desktop_ucase(DISPLAYNAME) COLLATE DESKTOP");
+      "ORDER BY DISPLAYNAME");
   constexpr std::array kNumbers{3, 5, 8, 9, 10, 11, 14, 15, 16};
   constexpr std::array kTexts{1, 2, 4, 6, 7, 12, 13};
   BindAll(report, std::array<std::int64_t, 1>{unit});

@@ -62,7 +62,8 @@ struct ReportedCode {
 };
 
 /// Steps the report's query for the unit's active codes whose names begin with "Name" into a
-/// vector: the same columns, conditions and order.
+/// vector: the same columns and conditions. The names' own collation gives the same order without
+/// the report's texts in capitals.
 [[nodiscard]] std::vector<ReportedCode> ReportCodes(sqlite3* database, std::int32_t unit);
 
 /// One row of the report of credentials.
