@@ -209,10 +209,13 @@ void WriteNumber(VARIANT& place, const VARIANT& number) {
     case VT_CY:
       *V_CYREF(&place) = V_CY(&number);
       return;
-    case VT_DECIMAL:
-      *V_DECIMALREF(&place) = V_DECIMAL(&number);
-      V_DECIMALREF(&place)->wReserved = 0;
+    case VT_DECIMAL: {
+      DECIMAL decimal = V_DECIMAL(&number);
+      // Where a decimal stands in a variant, the variant's type lies in here.
+      decimal.wReserved = V_DECIMALREF(&place)->wReserved;
+      *V_DECIMALREF(&place) = decimal;
       return;
+    }
     default:
       RaiseTypeMismatch();
   }
