@@ -10,6 +10,7 @@
 #include "frame/text.h"
 #include "host/dialect/catalog.h"
 #include "host/store/store_error.h"
+#include "host/store/work_limit.h"
 
 namespace qorhost {
 
@@ -98,6 +99,7 @@ SqlSession::Prepared& SqlSession::BoundSelect(std::string_view sql) {
 QueryResult SqlSession::Select(std::string_view sql) {
   Prepared& prepared = BoundSelect(sql);
   const StatementUse use(prepared.statement);
+  const WorkLimit limit(database_);
   QueryResult result;
   result.columns = ColumnNamesOf(prepared.statement);
   result.table = ReadRows(prepared.statement, prepared.kinds, prepared.latestRows, result.rowCount);
@@ -108,6 +110,7 @@ QueryResult SqlSession::Select(std::string_view sql) {
 Value SqlSession::Scalar(std::string_view sql) {
   Prepared& prepared = BoundSelect(sql);
   const StatementUse use(prepared.statement);
+  const WorkLimit limit(database_);
   return use->Step() ? ReadCell(prepared.statement, 0, prepared.kinds.front()) : Value();
 }
 

@@ -40,6 +40,8 @@ std::string AdviceFor(int code) {
       return "the file cannot be opened: check its name and the rights on it and its folder";
     case SQLITE_NOMEM:
       return "there is not enough memory: close other programs, then try again";
+    case SQLITE_INTERRUPT:
+      return "the query asks for far more work than a report: narrow it";
     case SQLITE_TOOBIG:
       return "the statement or one of its values is too long: use a shorter one";
     default:
