@@ -1,5 +1,6 @@
 // The statement of the credential report.
 #include <cstddef>
+#include <cstdint>
 
 #include "frame/convert.h"
 #include "frame/sql_text.h"
@@ -49,6 +50,20 @@ std::string UnassignedQuery(std::int32_t unitKey) {
       unitKey, " and Resident=0 and CredentialID2 is not null) ");
 }
 
+// ReplaceAll, but kOutOfMemory for a text that no store takes: a value that holds the placeholder
+// of ranges multiplies with each range that follows, and a few rows of such values would fill any
+// memory.
+std::string Replaced(std::string_view text, std::string_view from, std::string_view to) {
+  constexpr std::uint64_t kLongestText = 64U << 20U;
+  std::uint64_t size = text.size();
+  for (std::size_t at = text.find(from); at != std::string_view::npos;
+       at = text.find(from, at + from.size())) {
+    size += to.size();
+  }
+  if (size > kLongestText) throw RuntimeError(ErrorNumber::kOutOfMemory);
+  return ReplaceAll(text, from, to);
+}
+
 /// Both statements while the filter rows are added to them, and what the rows say of names.
 struct Composition {
   std::string assigned;
@@ -61,8 +76,8 @@ struct Composition {
     unassigned += condition;
   }
   void ReplaceEverywhere(std::string_view from, std::string_view to) {
-    assigned = ReplaceAll(assigned, from, to);
-    unassigned = ReplaceAll(unassigned, from, to);
+    assigned = Replaced(assigned, from, to);
+    unassigned = Replaced(unassigned, from, to);
   }
 };
 

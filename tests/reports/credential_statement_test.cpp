@@ -370,6 +370,25 @@ TEST_F(CredentialStatement, TwoRangesKeepTheirOwnValues) {
             Both(" AND a.PINNo Between 5 And 9 AND a.FacilityCode Not Between 1 And 2"));
 }
 
+// Each range puts its value into those of the ranges before it: a thousand times a thousand
+// times...
+TEST_F(CredentialStatement, ValuesThatMultiplyBeyondAnyMemoryEndTheOperation) {
+  std::string value;
+  for (int count = 0; count < 1000; ++count) value += "^1";
+  for (std::int32_t row = 0; row < 2; ++row) FillRow(row, kNumber, 6, "between", value, "9");
+  EXPECT_GT(Composed().size(), 2'000'000U);
+  statement_ = "before";
+  Host().StartOver();
+
+  for (std::int32_t row = 2; row < 5; ++row) FillRow(row, kNumber, 6, "between", value, "9");
+  EXPECT_FALSE(Run());
+  EXPECT_EQ(statement_, "before");
+  ASSERT_EQ(Host().services().trapped().size(), 1U);
+  EXPECT_EQ(Host().services().trapped().front(),
+            std::pair(std::string("pbGenSql"), ErrorNumber::kOutOfMemory));
+  EXPECT_TRUE(Host().transcript().StartingWith("ExecuteSelect").empty());
+}
+
 TEST_F(CredentialStatement, WithoutOperatorTablesARowEndsTheOperation) {
   for (const std::int32_t field : {kType, kNumber, kFacilityCode, kName}) {
     SCOPED_TRACE(field);
