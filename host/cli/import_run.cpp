@@ -101,12 +101,11 @@ ImportRun::ImportRun(StoreSession& session, const GlobalOptions& global,
 ExitStatus ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
                           const ImportedKind& kind, Console& console) {
   Database& database = session_.store().database();
+  // Every save asks how many codes the unit has.
+  KeptCounts counts(session_.sql());
   Undoable all(database, "BEGIN IMMEDIATE", "ROLLBACK");
-  {
-    // Every save asks how many codes the unit has.
-    const KeptCounts counts(session_.sql(), unitKey);
-    EnterAll(file, enter, console);
-  }
+  counts.Count(unitKey);
+  EnterAll(file, enter, console);
   if (options_.dryRun) {
     all.Undo();
   } else {

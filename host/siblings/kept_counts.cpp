@@ -58,20 +58,18 @@ std::string Trigger(const CountedRows& rows, std::string_view event, const std::
 
 }  // namespace
 
-KeptCounts::KeptCounts(SqlSession& session, std::int32_t unitKey) : database_(session.database()) {
-  const UnitCounts now = CountUnit(session, unitKey);
-  // A temporary table is undone with the transaction's other rows where a line is undone.
-  std::string sql = fmt::format(
+KeptCounts::KeptCounts(SqlSession& session) : session_(session) {
+  // What a temporary table holds is undone together with the rows that it counts.
+  std::string sql =
       "CREATE TEMP TABLE kept_counts (UnitKey INTEGER PRIMARY KEY, CredentialBank, DirectoryCode, "
-      "ProgramSteps); INSERT INTO kept_counts VALUES ({},{},{},{});",
-      unitKey, now.credentials, now.directoryCodes, now.pendingSteps);
+      "ProgramSteps);";
   for (const CountedRows& rows : kCounted) {
     const std::string add = CountOne(rows, '+', "NEW.");
     const std::string take = CountOne(rows, '-', "OLD.");
     sql += Trigger(rows, "INSERT", add) + Trigger(rows, "DELETE", take) +
            Trigger(rows, "UPDATE", take + add);
   }
-  database_.Run(sql);
+  session_.database().Run(sql);
 }
 
 KeptCounts::~KeptCounts() {
@@ -82,11 +80,17 @@ KeptCounts::~KeptCounts() {
     }
   }
   try {
-    database_.Run(sql + "DROP TABLE IF EXISTS temp.kept_counts");
+    session_.database().Run(sql + "DROP TABLE IF EXISTS temp.kept_counts");
   } catch (const StoreError&) {
     // They go with the connection.
     return;
   }
+}
+
+void KeptCounts::Count(std::int32_t unitKey) {
+  const UnitCounts now = CountUnit(session_, unitKey);
+  session_.database().Run(fmt::format("INSERT INTO temp.kept_counts VALUES ({},{},{},{})", unitKey,
+                                      now.credentials, now.directoryCodes, now.pendingSteps));
 }
 
 UnitCounts ReadUnitCounts(SqlSession& session, std::int32_t unitKey) {

@@ -7,19 +7,23 @@
 
 namespace qorhost {
 
-/// While it lives, ReadUnitStatus() need not count the unit's rows: many saves in one transaction,
-/// each of which asks for the counts, take time linear in their number. Must begin and end inside a
-/// transaction of the host's that lets nobody else write; the session must outlive it. Raises
-/// StoreError.
+/// Lets ReadUnitStatus() do without counting a unit's rows: many saves in one transaction, each of
+/// which asks for the counts, take time linear in their number. Must begin and end outside the
+/// transaction, or undoing a part of it would read the whole schema again. The session must outlive
+/// it. Raises StoreError.
 class KeptCounts {
  public:
-  KeptCounts(SqlSession& session, std::int32_t unitKey);
+  explicit KeptCounts(SqlSession& session);
   ~KeptCounts();
   KeptCounts(const KeptCounts&) = delete;
   KeptCounts& operator=(const KeptCounts&) = delete;
 
+  /// Counts the unit's rows and follows every change of them from now on, until the transaction in
+  /// which it is called ends; it must let nobody else write.
+  void Count(std::int32_t unitKey);
+
  private:
-  Database& database_;
+  SqlSession& session_;
 };
 
 /// What ReadUnitStatus() counts.

@@ -34,8 +34,9 @@ TEST_F(KeptCountsTest, FollowEveryChangeOfARow) {
   const std::vector<std::string> units{"1", "2", "NULL"};
   Run("INSERT INTO CredentialBank (UnitKey) VALUES (1), (2); INSERT INTO DirectoryCode (UNITKEY, "
       "DIRECTORYCODE) VALUES (1, 5), (1, -1); INSERT INTO ProgramSteps (UnitKey) VALUES (1), (1)");
+  KeptCounts kept(connection_->session());
   Run("BEGIN");
-  const KeptCounts kept(connection_->session(), kUnit);
+  kept.Count(kUnit);
   EXPECT_EQ(Read(), (UnitCounts{1, 1, 2}));
   for (int change = 0; change < 3000; ++change) {
     const std::string row = std::to_string(1 + random() % 100);
@@ -61,8 +62,9 @@ TEST_F(KeptCountsTest, FollowEveryChangeOfARow) {
 }
 
 TEST_F(KeptCountsTest, AreUndoneWithTheRows) {
+  KeptCounts kept(connection_->session());
   Run("BEGIN");
-  const KeptCounts kept(connection_->session(), kUnit);
+  kept.Count(kUnit);
   Run("SAVEPOINT line; INSERT INTO CredentialBank (UnitKey) VALUES (1); ROLLBACK TO line; RELEASE "
       "line");
   EXPECT_EQ(Read().credentials, 0);
@@ -73,8 +75,9 @@ TEST_F(KeptCountsTest, AreUndoneWithTheRows) {
 }
 
 TEST_F(KeptCountsTest, OtherUnitsAreCounted) {
+  KeptCounts kept(connection_->session());
   Run("BEGIN");
-  const KeptCounts kept(connection_->session(), kUnit);
+  kept.Count(kUnit);
   Run("INSERT INTO CredentialBank (UnitKey) VALUES (2), (2)");
   EXPECT_EQ(Read(2), (UnitCounts{2, 0, 0}));
   Run("COMMIT");
@@ -82,14 +85,15 @@ TEST_F(KeptCountsTest, OtherUnitsAreCounted) {
 
 TEST_F(KeptCountsTest, LeaveNothingInTheStore) {
   const std::int64_t before = Number("SELECT count(*) FROM sqlite_schema");
-  Run("BEGIN");
   {
-    const KeptCounts kept(connection_->session(), kUnit);
+    KeptCounts kept(connection_->session());
+    Run("BEGIN");
+    kept.Count(kUnit);
     Run("INSERT INTO ProgramSteps (UnitKey) VALUES (1)");
+    Run("COMMIT");
   }
   Run("INSERT INTO ProgramSteps (UnitKey) VALUES (1)");
   EXPECT_EQ(Read().pendingSteps, 2);
-  Run("COMMIT");
   EXPECT_EQ(Number("SELECT count(*) FROM sqlite_schema"), before);
   EXPECT_EQ(Number("SELECT count(*) FROM temp.sqlite_schema"), 0);
 }
