@@ -22,7 +22,6 @@
 namespace qortest {
 namespace {
 
-using qorcred::Call;
 using qorcred::InvokeKind;
 using qorcred::Object;
 using qorcred::ObjectRef;
@@ -32,7 +31,6 @@ using qorcred::Value;
 using qorcred::com::Classes;
 using qorcred::com::ComClass;
 using qorcred::com::ComPtr;
-using qorcred::com::ToUtf8;
 
 constexpr std::int32_t kUnit = 3;
 
