@@ -11,6 +11,10 @@ namespace {
 
 long aliveCount = 0;
 
+// The call that is to fail: how many are to go until then, and with what. None below 0.
+int callsUntilFailure = -1;
+HRESULT failureCode = S_OK;
+
 // IDispatchEx.
 constexpr IID kScriptObject = {
     0xa6ef9860, 0xc720, 0x11d0, {0x93, 0x37, 0x00, 0xa0, 0xc9, 0x0d, 0xca, 0xa9}};
@@ -173,10 +177,24 @@ HRESULT FakeObject::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* 
     seen.named.push_back(parameters->rgdispidNamedArgs[at]);
   }
   calls_.push_back(std::move(seen));
+  if (callsUntilFailure > 0 && --callsUntilFailure == 0) return failureCode;
   // A copy: the member may be defined anew, or the object released, from inside.
   const ComPtr<FakeObject> alive(this);
   const Behaviour behaviour = members_[place].behaviour;
   return behaviour(call);
+}
+
+FailingCall::FailingCall(int number, HRESULT code) {
+  callsUntilFailure = number;
+  failureCode = code;
+}
+
+FailingCall::~FailingCall() {
+  callsUntilFailure = -1;
+}
+
+bool FailingCall::HasFailed() const {
+  return callsUntilFailure == 0;
 }
 
 }  // namespace qortest

@@ -91,4 +91,16 @@ class FakeObject final : public IDispatch {
   std::vector<SeenCall> calls_;
 };
 
+/// While it lives, one call on a fake object fails: the `number`th from here on, counting from 1.
+class FailingCall {
+ public:
+  FailingCall(int number, HRESULT code);
+  ~FailingCall();
+  FailingCall(const FailingCall&) = delete;
+  FailingCall& operator=(const FailingCall&) = delete;
+
+  /// Whether there were so many calls.
+  [[nodiscard]] bool HasFailed() const;
+};
+
 }  // namespace qortest
