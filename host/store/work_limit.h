@@ -8,8 +8,9 @@
 namespace qorhost {
 
 /// Stops what runs on a database during this object's lifetime when it takes more than about
-/// kMostWork of the engine's steps: it fails with SQLITE_INTERRUPT. The largest reports take a few
-/// million. For queries alone: a change that is stopped would take the whole transaction with it.
+/// kMostWork of the engine's steps: it fails with SQLITE_INTERRUPT. Reports of 100,000 rows take
+/// a few million. For queries alone: a change that is stopped would take the whole transaction with
+/// it.
 class WorkLimit {
  public:
   static constexpr std::int64_t kMostWork = 200'000'000;

@@ -181,6 +181,19 @@ class ReportAttemptsTest : public testing::Test {
   std::int64_t changes_ = 0;
 };
 
+// 4 tenants to the power of 15: nobody would wait for the end.
+TEST_F(ReportAttemptsTest, AConditionThatJoinsTablesWithoutEndIsRefused) {
+  std::string value = "0 OR (SELECT Count(*) FROM Tenants t0";
+  for (int table = 1; table < 15; ++table) value += ", Tenants t" + std::to_string(table);
+  value += " WHERE t0.RID + t14.RID > 1) > 0";
+  const ReportOutcome outcome = kCardNumber.run(desk_, value);
+  EXPECT_FALSE(outcome.succeeded);
+  EXPECT_TRUE(outcome.hasNoRows());
+  EXPECT_TRUE(qorcred::Contains(outcome.error.text, "narrow it")) << outcome.error.text;
+  ExpectUntouched();
+  ExpectWellAfterwards();
+}
+
 TEST_F(ReportAttemptsTest, ADumpTellsWhatChanged) {
   const std::string before = desk_.Dump();
   desk_.Run("UPDATE Tenants SET LastName = 'x' WHERE LastName = 'Doe'");
