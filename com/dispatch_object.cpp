@@ -1,5 +1,7 @@
 #include "com/dispatch_object.h"
 
+#include <dispex.h>
+
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -43,6 +45,18 @@ class ArgumentPack {
   std::size_t count_;
   std::array<VARIANT, kMostArguments> variants_;
 };
+
+// Asks an object of a script engine that gives identifiers through its own interface alone, as some
+// engines' objects do.
+HRESULT IdFromScriptObject(const ComPtr<IDispatch>& object, const std::wstring& name, DISPID& id) {
+  ComPtr<IDispatchEx> scriptObject;
+  if (FAILED(object->QueryInterface(kScriptObject, scriptObject.ReceiveVoid()))) return E_NOTIMPL;
+  BSTR text = SysAllocStringLen(name.data(), static_cast<UINT>(name.size()));
+  if (text == nullptr) return E_OUTOFMEMORY;
+  const HRESULT result = scriptObject->GetDispID(text, fdexNameCaseInsensitive, &id);
+  SysFreeString(text);
+  return result;
+}
 
 bool IsObject(const Value& value) {
   return value.Is(ValueType::kObject);
@@ -111,7 +125,8 @@ DISPID DispatchObject::IdOf(std::string_view member) {
   std::wstring name = ToWide(member);
   LPOLESTR names = name.data();
   DISPID id = DISPID_UNKNOWN;
-  const HRESULT result = dispatch_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+  HRESULT result = dispatch_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+  if (result == E_NOTIMPL) result = IdFromScriptObject(dispatch_, name, id);
   if (FAILED(result)) {
     OwnedExcepInfo none;
     throw FailureFrom(result, none);
