@@ -80,6 +80,10 @@ void AddReaders(std::vector<Attempt>& attempts) {
            Attempt{"other units' rows, no quotes", "0 OR a.UnitKey <> 1", ""},
            Attempt{"other table",
                    "0 UNION SELECT LastName, 1, 1, 1, 1, 1, FirstName, 1, RID, 1 FROM Tenants", ""},
+           Attempt{"a name that ends a quote",
+                   "0 UNION SELECT 1 AS [x\"; DROP TABLE Tenants --], 1, 1, 1, 1, 1, 1, 1, 1, 1"
+                   " FROM Tenants",
+                   ""},
            Attempt{"other table, a yes or no",
                    "0 OR EXISTS (SELECT RID FROM Tenants WHERE LastName LIKE 'R%')", ""},
            Attempt{"other table, in a text",
