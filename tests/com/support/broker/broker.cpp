@@ -1,10 +1,11 @@
 #include "tests/com/support/broker/broker.h"
 
-#include <dispex.h>
-
 #include <array>
 #include <cstddef>
 #include <string>
+#include <vector>
+
+#include "tests/com/support/broker/script_object.h"
 
 namespace qortest {
 
@@ -12,24 +13,22 @@ namespace {
 
 using qorcred::com::OwnedVariant;
 
-enum MemberId : DISPID { kProvide = 1, kAnswerBoxes = 2, kListener = 3 };
+enum MemberId : DISPID { kProvide = 1, kAnswerBoxes = 2, kListener = 3, kRename = 4 };
 
 struct KnownMember {
   const wchar_t* name;
   MemberId id;
 };
-constexpr std::array<KnownMember, 3> kMembers{
-    {{L"Provide", kProvide}, {L"AnswerBoxes", kAnswerBoxes}, {L"Listener", kListener}}};
+constexpr std::array<KnownMember, 4> kMembers{{{L"Provide", kProvide},
+                                               {L"AnswerBoxes", kAnswerBoxes},
+                                               {L"Listener", kListener},
+                                               {L"Rename", kRename}}};
 
 struct KnownAnswer {
   const wchar_t* name;
   int button;
 };
 constexpr std::array<KnownAnswer, 3> kAnswers{{{L"OK", IDOK}, {L"Yes", IDYES}, {L"No", IDNO}}};
-
-// IDispatchEx, the interface of script engines' objects.
-constexpr IID kScriptObject = {
-    0xa6ef9860, 0xc720, 0x11d0, {0x93, 0x37, 0x00, 0xa0, 0xc9, 0x0d, 0xca, 0xa9}};
 
 std::atomic<int> liveBrokers{0};
 
@@ -48,13 +47,9 @@ std::wstring TextOf(const OwnedVariant& text) {
 void Tell(const ComPtr<IDispatch>& listener, const wchar_t* member,
           const std::vector<std::wstring>& texts) {
   if (!listener) return;
-  ComPtr<IDispatchEx> scriptObject;
-  if (FAILED(listener->QueryInterface(kScriptObject, scriptObject.ReceiveVoid()))) return;
-  OwnedVariant name;
-  V_BSTR(&name) = SysAllocString(member);
-  V_VT(&name) = VT_BSTR;
+  const ComPtr<IDispatchEx> scriptObject = AsScriptObject(listener);
   DISPID id = DISPID_UNKNOWN;
-  if (FAILED(scriptObject->GetDispID(V_BSTR(&name), fdexNameCaseInsensitive, &id))) return;
+  if (!scriptObject || FAILED(IdOf(scriptObject, member, id))) return;
   std::vector<OwnedVariant> arguments(texts.size());
   for (std::size_t at = 0; at < texts.size(); ++at) {
     VARIANT& argument = arguments[texts.size() - 1 - at];
@@ -113,13 +108,14 @@ HRESULT Broker::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID*
   return ids[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;
 }
 
-HRESULT Broker::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT*,
+HRESULT Broker::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                        EXCEPINFO*, UINT*) {
   if (parameters == nullptr) return E_INVALIDARG;
   const bool isPut = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
   try {
     if (id == kProvide && !isPut) return Provide(*parameters);
     if (id == kAnswerBoxes && !isPut) return AnswerBoxes(*parameters);
+    if (id == kRename && !isPut) return Rename(*parameters, result);
     if (id == kListener && isPut) return SetListener(*parameters);
     return DISP_E_MEMBERNOTFOUND;
   } catch (...) {
@@ -153,6 +149,23 @@ HRESULT Broker::AnswerBoxes(const DISPPARAMS& given) {
     return answerer_->IsActive() ? S_OK : E_FAIL;
   }
   return E_INVALIDARG;
+}
+
+HRESULT Broker::Rename(const DISPPARAMS& given, VARIANT* result) {
+  if (given.cArgs != 3) return DISP_E_BADPARAMCOUNT;
+  OwnedVariant object;
+  OwnedVariant name;
+  OwnedVariant member;
+  if (!Argument(given, 0, VT_DISPATCH, object) || !Argument(given, 1, VT_BSTR, name) ||
+      !Argument(given, 2, VT_BSTR, member)) {
+    return DISP_E_TYPEMISMATCH;
+  }
+  const ComPtr<IDispatchEx> scriptObject = AsScriptObject(ComPtr<IDispatch>(V_DISPATCH(&object)));
+  if (!scriptObject) return DISP_E_TYPEMISMATCH;
+  if (result == nullptr) return S_OK;
+  V_DISPATCH(result) = WithMemberCalled(scriptObject, TextOf(name), TextOf(member)).Detach();
+  V_VT(result) = VT_DISPATCH;
+  return S_OK;
 }
 
 HRESULT Broker::SetListener(const DISPPARAMS& given) {

@@ -15,6 +15,7 @@ namespace qortest {
 /// Automation object with the members
 ///   Provide progId, object   creating `progId` in this thread gives `object` from now on
 ///   AnswerBoxes answer       message boxes are answered "OK", "Yes" or "No"; "" leaves them alone
+///   Rename(object, name, member)  the script object with its member `member` called `name`
 ///   Listener (put)           an object with Created(progId) and
 ///                            Box(title, text, icon, buttons, answer), told of both as they happen
 class Broker final : public IDispatch {
@@ -40,6 +41,7 @@ class Broker final : public IDispatch {
 
   HRESULT Provide(const DISPPARAMS& given);
   HRESULT AnswerBoxes(const DISPPARAMS& given);
+  HRESULT Rename(const DISPPARAMS& given, VARIANT* result);
   HRESULT SetListener(const DISPPARAMS& given);
 
   std::atomic<ULONG> references_{1};
