@@ -2,16 +2,8 @@
 ' begin with "Ab"; then a statement that the database refuses.
 Dim screen, conn, controller, sql, table, done
 Set screen = New FilterScreen
-screen.Enter 0, "Credential Number", 0, 6, "20", "22"
-screen.cboField(0).Enter "Credential Type", 0
-screen.cboField(0).Choose 1
-screen.cboFilter(0).Enter "between", 0
-screen.cboFilter(0).Choose 7
-screen.Enter 1, "Assigned To", 0, 2, "Ab", ""
-screen.cboField(1).Enter "", 0
-screen.cboField(1).Enter "", 0
-screen.cboField(1).Enter "", 0
-screen.cboField(1).Choose 3
+screen.Enter 0, 1, 0, 6, "between", "20", "22"
+screen.Enter 1, 3, 0, 2, "begins with", "Ab", ""
 DatabaseManager.Answer "SELECT  iif", Array(Array("Standard 26 Bit card", 20), Array("Transmitter", 22))
 Set conn = New Connection
 Set controller = CreateObject("qorCred.clsCredentialReport")

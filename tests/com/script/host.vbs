@@ -1,7 +1,6 @@
 ' A host in a script: screens, data services and components as script classes that write every call
-' of the component as a line. A scenario is run with this file and
-' screens.vbs in front of it, because
-' not every engine can include files.
+' of the component as a line. A scenario is run with this file
+' and screens.vbs in front of it, because not every engine can include files.
 Option Explicit
 
 ' How many objects of the host's classes exist.
@@ -427,7 +426,8 @@ Class Connection
   End Sub
 End Class
 
-' Answers each statement from a table of parts of statements; what has no answer finds no rows.
+' Answers each statement from a table of parts of statements, the last one that fits; what has no
+' answer finds no rows.
 Class Manager
   Public NextRid
   Private mParts
@@ -454,7 +454,7 @@ Class Manager
   Private Function PlaceOf(sql)
     Dim place
     PlaceOf = -1
-    For place = mCount - 1 To 0 Step -1
+    For place = 0 To mCount - 1
       If InStr(1, sql, mParts(place), 1) > 0 Then PlaceOf = place
     Next
   End Function

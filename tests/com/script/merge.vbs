@@ -44,8 +44,23 @@ Dim texts(23)
 For place = 0 To 23
   texts(place) = ""
 Next
-texts(0) = "0101"
-texts(1) = "5550101"
+texts(4) = "0103"
+texts(5) = "5550103"
+texts(9) = "Apartment 103"
+texts(10) = "1"
+texts(11) = "1"
+texts(12) = "240305"
+texts(13) = "1430"
+texts(14) = "0"
+texts(15) = "250305"
+texts(16) = "2359"
+texts(17) = "9"
+texts(18) = "1"
+texts(19) = "2"
+texts(20) = "0"
+texts(21) = "0"
+texts(22) = "2"
+texts(23) = "1"
 details = texts
 
 Sub SayDetails()
@@ -57,3 +72,25 @@ Sub SayDetails()
   Say line
 End Sub
 
+Say ""
+Say "inserted: " & Show(controller.pbMergeSave(conn, 3, "Insert", details))
+SayDetails
+
+Say ""
+details = texts
+details(4) = "0102"
+details(23) = "3"
+Say "updated: " & Show(controller.pbMergeSave(conn, 3, "Update", details, 12))
+SayDetails
+
+Say ""
+Broker.Provide "qorDBI.clsDBManager", New DeletionManager
+Set controller = CreateObject("qorCred.clsDirCode")
+details = texts
+Say "deleted: " & Show(controller.pbMergeSave(conn, 3, "Delete", details, 11))
+SayDetails
+
+Set controller = Nothing
+Set stored = Nothing
+Set conn = Nothing
+Say "objects left beside the components: " & Alive - 5

@@ -145,13 +145,16 @@ Class FilterScreen
   Private Sub Class_Terminate
     Alive = Alive - 1
   End Sub
-  ' Fills one row: a field with its identifier, the operator at its place, the values.
-  Public Sub Enter(row, field, identifier, operation, first, second)
+  ' Fills one row: the field at its place with its identifier, the operator at its place with its
+  ' word, the values.
+  Public Sub Enter(row, fieldPlace, identifier, operation, word, first, second)
     Dim place
-    cboField(row).Enter field, identifier
-    cboField(row).Choose 0
+    For place = 0 To fieldPlace
+      cboField(row).Enter "field " & place, identifier
+    Next
+    cboField(row).Choose fieldPlace
     For place = 0 To operation
-      cboFilter(row).Enter "operator " & place, 0
+      cboFilter(row).Enter word, 0
     Next
     cboFilter(row).Choose operation
     txtFrom(row).Enter first
