@@ -1,4 +1,4 @@
-// The guided tour: the two screens at work on a copy of the demo building.
+// The guided tour: the screens and their reports at work on a copy of the demo building.
 #pragma once
 
 #include "host/cli/console.h"
