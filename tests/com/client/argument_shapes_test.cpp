@@ -344,6 +344,28 @@ TEST_F(OddArguments, FractionsRoundHalfToEven) {
   }
 }
 
+TEST_F(OddArguments, ArraysOfObjectsAreRefusedAndNotKept) {
+  const Client report(kDirCodeReport);
+  const Variant connection(FakeObject::Make());
+  {
+    Variant array;
+    V_ARRAY(&array) = SafeArrayCreateVector(VT_DISPATCH, 0, 1);
+    V_VT(&array) = VT_ARRAY | VT_DISPATCH;
+    LONG index = 0;
+    const ComPtr<FakeObject> element = FakeObject::Make();
+    ASSERT_EQ(SafeArrayPutElement(V_ARRAY(&array), &index, static_cast<IDispatch*>(element.get())),
+              S_OK);
+    Variant inner = ReferenceTo(array);
+    for (const Variant& argument :
+         {array, ReferenceTo(array), Variant::Reference(array), Variant::Reference(inner)}) {
+      const Outcome outcome = report.Call(L"pbValidate", connection, argument, connection);
+      EXPECT_EQ(outcome.code, DISP_E_TYPEMISMATCH);
+      EXPECT_EQ(outcome.badArgument, 1U);
+    }
+  }
+  EXPECT_EQ(FakeObject::Alive(), 1) << "the connection alone";
+}
+
 TEST_F(OddArguments, AVariantThatRefersToItselfIsRefused) {
   const Client report(kDirCodeReport);
   VARIANT loop;
