@@ -192,6 +192,15 @@ TEST_F(ReportRows, ARowThatStartsWithANullIsNoBlankRow) {
   EXPECT_EQ(Shown(), (std::vector<std::string>{"", "555"}));
 }
 
+// The first cell alone tells; hosts let the report begin with a column that every row fills.
+TEST_F(ReportRows, ARowThatStartsWithAnEmptyTextIsTakenForTheBlankOne) {
+  StoreLayout({"Display Name", "Phone No."});
+  AnswerRows({{"", "555"}, {"", "556"}});
+  Show();
+  EXPECT_EQ(Host().shownGrid().rowCount(), 1U);
+  EXPECT_EQ(Shown(), (std::vector<std::string>{"", "556"}));
+}
+
 // A failed report leaves the grid as it was, but for its columns.
 TEST_F(ReportRows, AFailedStatementStopsBeforeAnythingIsShown) {
   StoreLayout({"Directory Code", "Directory Status"});
