@@ -168,9 +168,11 @@ Class ListBox
     SayGet Name, "List(" & index & ")", mTexts(index)
   End Property
   Public Property Get Text()
-    Text = ""
-    If mListIndex >= 0 Then Text = mTexts(mListIndex)
-    Say Name & ".Text"
+    Dim shown
+    shown = ""
+    If mListIndex >= 0 Then shown = mTexts(mListIndex)
+    Text = shown
+    SayGet Name, "Text", shown
   End Property
   Public Sub SetFocus()
     Say Name & ".SetFocus"
@@ -359,9 +361,11 @@ Class ResultTable
     SayGet Name, "LowerBound(" & dimension & ")", 0
   End Function
   Public Function UpperBound(dimension)
-    UpperBound = mLastRow
-    If dimension = 2 Then UpperBound = mLastColumn
-    Say Name & ".UpperBound(" & dimension & ")"
+    Dim bound
+    bound = mLastRow
+    If dimension = 2 Then bound = mLastColumn
+    UpperBound = bound
+    SayGet Name, "UpperBound(" & dimension & ")", bound
   End Function
   Public Sub ChangeBounds(lowRow, highRow, lowColumn, highColumn)
     Say Name & ".ReDim " & lowRow & ", " & highRow & ", " & lowColumn & ", " & highColumn

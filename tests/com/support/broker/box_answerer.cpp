@@ -7,6 +7,9 @@ namespace qortest {
 
 namespace {
 
+// The one that lives; a hook is told of no object.
+BoxAnswerer* current = nullptr;
+
 // The window class of dialogs, to which message boxes belong.
 constexpr wchar_t kDialogClass[] = L"#32770";
 
@@ -78,22 +81,20 @@ SeenBox Look(HWND box) {
 
 }  // namespace
 
-BoxAnswerer* BoxAnswerer::current_ = nullptr;
-
 BoxAnswerer::BoxAnswerer(int button, BoxListener listener)
     : hook_(SetWindowsHookExW(WH_CBT, OnWindowChange, nullptr, GetCurrentThreadId())),
       button_(button),
       listener_(std::move(listener)) {
-  current_ = this;
+  current = this;
 }
 
 BoxAnswerer::~BoxAnswerer() {
   if (hook_ != nullptr) UnhookWindowsHookEx(hook_);
-  if (current_ == this) current_ = nullptr;
+  if (current == this) current = nullptr;
 }
 
 LRESULT CALLBACK BoxAnswerer::OnWindowChange(int code, WPARAM window, LPARAM details) {
-  BoxAnswerer* const self = current_;
+  BoxAnswerer* const self = current;
   // A window handle comes as a number.
   const auto box = reinterpret_cast<HWND>(window);
   if (code == HCBT_ACTIVATE && self != nullptr && HasClass(box, kDialogClass)) self->Answer(box);

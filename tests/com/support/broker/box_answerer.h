@@ -33,8 +33,6 @@ class BoxAnswerer {
   static LRESULT CALLBACK OnWindowChange(int code, WPARAM window, LPARAM details);
   void Answer(HWND box);
 
-  static BoxAnswerer* current_;
-
   HHOOK hook_;
   int button_;
   BoxListener listener_;
