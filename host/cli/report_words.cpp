@@ -56,6 +56,12 @@ std::string Listed(const std::vector<std::string>& words) {
 }
 
 std::int32_t FindField(std::string_view where, const std::vector<ReportField>& fields) {
+  if (fields.empty()) {
+    throw UsageError(
+        fmt::format("--where '{}': the store has no fields to narrow this report by: "
+                    "TenantSelectionFields is empty",
+                    Displayable(where)));
+  }
   std::optional<std::size_t> found;
   for (std::size_t at = 0; at < fields.size(); ++at) {
     const std::string& name = fields[at].name;

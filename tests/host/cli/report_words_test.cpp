@@ -104,6 +104,15 @@ TEST(ReportWordsTest, AnUnknownFieldIsAnsweredWithTheFields) {
   }
 }
 
+TEST(ReportWordsTest, WithoutFieldsThatIsWhatIsSaid) {
+  try {
+    (void)ReadCondition("Phone No. = 5", {});
+    ADD_FAILURE() << "nothing was refused";
+  } catch (const UsageError& failure) {
+    EXPECT_THAT(failure.what(), HasSubstr("the store has no fields to narrow this report by"));
+  }
+}
+
 TEST(ReportWordsTest, AnUnknownOperatorIsAnsweredWithThoseOfTheField) {
   EXPECT_THAT(FailureOf("Phone No. like 5"),
               HasSubstr("equal (=), does not equal (<>), begins with, does not begin with, "));
