@@ -34,7 +34,8 @@ bool clsDirCode::ConfirmDeletion(const ObjectRef& connection, std::int32_t unitK
   }
   const Value code = Manager().ExecuteScalar(
       connection, Concat("SELECT DirectoryCode FROM DIRECTORYCODE WHERE RID = ", rid), error_);
-  return Ask(host_, Concat("Are you sure you want to delete Directory Code ", TextOf(host_, code), "?"));
+  return Ask(host_,
+             Concat("Are you sure you want to delete Directory Code ", TextOf(host_, code), "?"));
 }
 
 void clsDirCode::QueueDeletion(const ObjectRef& connection, std::int32_t& unitKey,

@@ -14,8 +14,9 @@
 #include "com/text.h"
 #include "frame/convert.h"
 #include "frame/object.h"
+#include "frame/siblings.h"
 #include "tests/com/scenarios/object_dispatch.h"
-#include "tests/com/scenarios/siblings.h"
+#include "tests/com/support/offered_component.h"
 #include "tests/frame/base64_encoding.h"
 #include "tests/support/recording_host.h"
 
@@ -103,12 +104,26 @@ ObjectRef ThroughAutomation(const ObjectRef& object) {
   return qorcred::com::Wrap(AsAutomationObject(object).get());
 }
 
+// The components that controllers create by name, made by the recording host.
+std::vector<std::unique_ptr<OfferedComponent>> OfferSiblings(qorcred::Host& host) {
+  std::vector<std::unique_ptr<OfferedComponent>> offered;
+  for (const std::string_view name :
+       {qorcred::component::kDatabaseManager, qorcred::component::kStepSender,
+        qorcred::component::kTenant, qorcred::component::kApplication,
+        qorcred::component::kConnectionManager}) {
+    offered.push_back(std::make_unique<OfferedComponent>(qorcred::com::ToWide(name), [&host, name] {
+      return AsAutomationObject(host.CreateComponent(name));
+    }));
+  }
+  return offered;
+}
+
 std::string RunThroughComponent(const Scenario& scenario) {
   RecordingHost host(scenario.screen);
   scenario.arrange(host);
   std::string result;
   {
-    const OfferedSiblings siblings(host.host());
+    const auto siblings = OfferSiblings(host.host());
     CLSID id{};
     const std::wstring name = std::wstring(L"qorCred.") + scenario.comClass;
     EXPECT_EQ(CLSIDFromProgID(name.c_str(), &id), S_OK);
