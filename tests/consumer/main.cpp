@@ -1,6 +1,9 @@
-// A host in small, built against the installed package: it makes a controller, hands it a screen
-// and calls it both natively and by member name.
+// A host in small, built against the installed package: it makes every controller, hands one a
+// screen and calls it both natively and by member name.
 #include <credentials/cls_credential.h>
+#include <dircodes/cls_dir_code.h>
+#include <reports/cls_credential_report.h>
+#include <reports/cls_dir_code_report.h>
 
 #include <iostream>
 #include <memory>
@@ -60,6 +63,15 @@ int main() {
   controller.pbTransmitterCtls(true);
   if (host.failures() != 1) {
     std::cerr << "The host was told of " << host.failures() << " failures instead of 1\n";
+    return 1;
+  }
+
+  qorcred::clsDirCode codes(host);
+  qorcred::clsDirCodeReport codeReport(host);
+  qorcred::clsCredentialReport credentialReport(host);
+  if (codes.pbBase64Dec("MjUwMA==") != "2500" || !codeReport.pbPopulateArrOperators() ||
+      !credentialReport.pbPopulateArrOperators()) {
+    std::cerr << "A controller did not do its work\n";
     return 1;
   }
 
