@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "com/dispatch_object.h"
 #include "com/failures.h"
@@ -83,7 +84,7 @@ Value Plain(Value value, ValueType wanted) {
   return Get(**object, "");
 }
 
-using Conversion = Value (*)(ValueType type, const Value& value);
+using Conversion = Value (*)(ValueType type, Value value);
 
 Value Converted(const VARIANT* place, ValueType type, Conversion convert, const DISPPARAMS& given) {
   try {
@@ -127,7 +128,7 @@ bool IsWritable(const Parameter& parameter, const VARIANT* place) {
 
 // Hands back what the operation changed, and nothing else.
 void HandBack(const Places& places, std::span<const Parameter> parameters,
-              const ArgumentValues& before, const ArgumentValues& after, const DISPPARAMS& given) {
+              std::span<const Value> before, const ArgumentValues& after, const DISPPARAMS& given) {
   for (std::size_t at = 0; at < parameters.size(); ++at) {
     if (!IsWritable(parameters[at], places[at]) || before[at] == after[at]) continue;
     try {
@@ -142,9 +143,11 @@ Value RunOperation(Controller& controller, const Member& member, const DISPPARAM
   const std::span<const Parameter> parameters = member.parameters;
   const Places places = PlacesOfCall(given, parameters.size());
   ArgumentValues arguments = ArgumentsFrom(places, parameters, given);
-  ArgumentValues before;
+  std::vector<Value> before;  // as long as the last one that is writable
   for (std::size_t at = 0; at < parameters.size(); ++at) {
-    if (IsWritable(parameters[at], places[at])) before[at] = arguments[at];
+    if (!IsWritable(parameters[at], places[at])) continue;
+    before.resize(at + 1);
+    before[at] = arguments[at];
   }
   Value result = member.run(controller, InvokeKind::kCall, {arguments.data(), parameters.size()});
   HandBack(places, parameters, before, arguments, given);

@@ -58,6 +58,15 @@ HRESULT IdFromScriptObject(const ComPtr<IDispatch>& object, const std::wstring& 
   return result;
 }
 
+// Names are short, and this is asked with every call: no function of the runtime is worth calling.
+bool IsSameName(std::string_view known, std::string_view asked) {
+  if (known.size() != asked.size()) return false;
+  for (std::size_t at = 0; at < asked.size(); ++at) {
+    if (known[at] != asked[at]) return false;
+  }
+  return true;
+}
+
 bool IsObject(const Value& value) {
   return value.Is(ValueType::kObject);
 }
@@ -120,7 +129,7 @@ Value DispatchObject::Invoke(std::string_view member, InvokeKind kind, Arguments
 DISPID DispatchObject::IdOf(std::string_view member) {
   if (member.empty()) return DISPID_VALUE;
   for (const KnownMember& known : members_) {
-    if (known.name == member) return known.id;
+    if (IsSameName(known.name, member)) return known.id;
   }
   std::wstring name = ToWide(member);
   LPOLESTR names = name.data();

@@ -20,15 +20,41 @@ constexpr bool IsLowSurrogate(wchar_t unit) {
   return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
+// Most texts are ASCII from end to end. The loops over them have no exit in the middle, so that
+// they take many characters at a time.
+
+bool IsAscii(std::string_view text) {
+  unsigned char bits = 0;
+  for (const char letter : text) bits = static_cast<unsigned char>(bits | letter);
+  return bits < 0x80;
+}
+
+bool IsAscii(std::wstring_view text) {
+  unsigned bits = 0;
+  for (const wchar_t unit : text) bits |= unit;
+  return bits < 0x80;
+}
+
+bool IsSameAscii(std::wstring_view text, std::string_view other) {
+  if (text.size() != other.size()) return false;
+  unsigned difference = 0;
+  unsigned bits = 0;
+  for (std::size_t at = 0; at < other.size(); ++at) {
+    difference |= text[at] ^ static_cast<unsigned>(static_cast<unsigned char>(other[at]));
+    bits |= text[at];
+  }
+  return difference == 0 && bits < 0x80;
+}
+
 // Writes UTF-16 units; returns behind the last. There is room for one unit a byte.
 wchar_t* WriteWide(std::string_view text, wchar_t* out) {
-  for (std::size_t position = 0; position < text.size();) {
-    const auto byte = static_cast<unsigned char>(text[position]);
-    if (byte < 0x80) {
-      *out++ = byte;
-      ++position;
-      continue;
+  if (IsAscii(text)) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+      out[at] = static_cast<unsigned char>(text[at]);
     }
+    return out + text.size();
+  }
+  for (std::size_t position = 0; position < text.size();) {
     const Utf8Character character = ReadUtf8(text, position);
     position += character.length;
     const char32_t codePoint =
@@ -61,14 +87,14 @@ std::wstring ToWide(std::string_view text) {
 }
 
 std::string ToUtf8(std::wstring_view text) {
-  // Most texts are ASCII from end to end.
-  std::string utf8(text.size(), '\0');
-  std::size_t position = 0;
-  for (; position < text.size() && text[position] < 0x80; ++position) {
-    utf8[position] = static_cast<char>(text[position]);
+  if (IsAscii(text)) {
+    std::string ascii(text.size(), '\0');
+    for (std::size_t at = 0; at < text.size(); ++at) ascii[at] = static_cast<char>(text[at]);
+    return ascii;
   }
-  utf8.resize(position);
-  for (; position < text.size(); ++position) {
+  std::string utf8;
+  utf8.reserve(text.size());
+  for (std::size_t position = 0; position < text.size(); ++position) {
     const wchar_t unit = text[position];
     if (IsHighSurrogate(unit) && position + 1 < text.size() && IsLowSurrogate(text[position + 1])) {
       const auto high = static_cast<char32_t>(unit) - 0xD800U;
@@ -98,13 +124,7 @@ std::string FromBstr(BSTR text) {
 bool SameText(BSTR text, std::string_view other) {
   const std::wstring_view wide =
       text == nullptr ? std::wstring_view() : std::wstring_view(text, SysStringLen(text));
-  // Most texts are ASCII up to their end.
-  std::size_t position = 0;
-  while (position < wide.size() && position < other.size() && wide[position] < 0x80 &&
-         wide[position] == static_cast<unsigned char>(other[position])) {
-    ++position;
-  }
-  return ToUtf8(wide.substr(position)) == other.substr(position);
+  return IsSameAscii(wide, other) || ToUtf8(wide) == other;
 }
 
 }  // namespace qorcred::com

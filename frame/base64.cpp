@@ -71,9 +71,10 @@ std::string Base64Decoder::Decode(Host& host, std::string_view text) {
     const unsigned second = table[input[i + 1]];
     const unsigned third = table[input[i + 2]];
     const unsigned fourth = table[input[i + 3]];
+    // Only the first of the three can be too large for a byte.
     output[written++] = CheckedByte((first * 4) | (second >> 4U));
-    output[written++] = CheckedByte(((second & 15U) * 16) | (third >> 2U));
-    output[written++] = CheckedByte(((third & 3U) * 64) | fourth);
+    output[written++] = static_cast<std::uint8_t>(((second & 15U) * 16) | (third >> 2U));
+    output[written++] = static_cast<std::uint8_t>(((third & 3U) * 64) | fourth);
   }
   output.resize(output.size() - PaddingOf(input, length));
   return host.AnsiToText(output);

@@ -1,6 +1,7 @@
 #include "frame/member_table.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "frame/convert.h"
@@ -8,7 +9,10 @@
 
 namespace qorcred {
 
-Value ConvertArgument(ValueType type, const Value& value) {
+// Of its own type a value is taken as it is. A reference to nothing is an object: the operation
+// meets it where it uses the object.
+Value ConvertArgument(ValueType type, Value value) {
+  if (value.Is(type)) return value;
   switch (type) {
     case ValueType::kBoolean:
       return ToBoolean(value);
@@ -21,14 +25,11 @@ Value ConvertArgument(ValueType type, const Value& value) {
     case ValueType::kDate:
       return ToDate(value);
     case ValueType::kString:
-      return ToText(value);
+      return ToText(std::move(value));
     case ValueType::kObject:
-      // A reference to nothing may be passed: the operation meets it where it uses the object.
-      if (!value.Is(ValueType::kObject)) throw RuntimeError(ErrorNumber::kObjectRequired);
-      return value;
+      throw RuntimeError(ErrorNumber::kObjectRequired);
     case ValueType::kStringArray:
-      if (!value.Is(ValueType::kStringArray)) throw RuntimeError(ErrorNumber::kTypeMismatch);
-      return value;
+      throw RuntimeError(ErrorNumber::kTypeMismatch);
     case ValueType::kEmpty:
     case ValueType::kNull:
     case ValueType::kMissing:
@@ -38,9 +39,9 @@ Value ConvertArgument(ValueType type, const Value& value) {
 }
 
 // A property may be set to nothing, so that the host can release a screen.
-Value ConvertPropertyValue(ValueType type, const Value& value) {
+Value ConvertPropertyValue(ValueType type, Value value) {
   if (type == ValueType::kObject && value.Is(ValueType::kEmpty)) return ObjectRef();
-  return ConvertArgument(type, value);
+  return ConvertArgument(type, std::move(value));
 }
 
 namespace {
