@@ -167,7 +167,7 @@ struct Query {
 };
 
 TableView ReadLayout(const Query& query) {
-  const TableView layout = query.Select(
+  TableView layout = query.Select(
       "SELECT FieldNameDisplay, DisplayWidth, FieldName FROM TenantSelectionFields WHERE FieldName "
       "LIKE 'DirectoryCode._%'  AND Display = 1 ORDER BY DisplaySeq");
   if (layout.HasNoRows()) FillFixedLayout(layout);
