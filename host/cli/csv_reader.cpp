@@ -12,7 +12,6 @@ namespace qorhost {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view kFormulaStarts = "=+-@\t\r'";
 
 void SetFault(CsvRecord& record, std::string fault) {
   if (record.fault.empty()) {
@@ -133,14 +132,6 @@ CsvReader::End CsvReader::ReadPlain(CsvRecord& record, std::string& cell) {
     line_ += comma ? 0 : 1;
   }
   return comma ? End::kCell : End::kRecord;
-}
-
-std::string WithoutFormulaMark(std::string cell) {
-  if (cell.size() > 1 && cell.front() == '\'' &&
-      kFormulaStarts.find(cell[1]) != std::string_view::npos) {
-    cell.erase(0, 1);
-  }
-  return cell;
 }
 
 }  // namespace qorhost

@@ -46,8 +46,4 @@ class CsvReader {
   std::size_t line_ = 1;
 };
 
-/// A cell without the ' that was put in front of it against being taken for a formula: one in front
-/// of = + - @, a tab, a carriage return or another '.
-[[nodiscard]] std::string WithoutFormulaMark(std::string cell);
-
 }  // namespace qorhost

@@ -6,6 +6,7 @@
 
 #include "frame/convert.h"
 #include "frame/date.h"
+#include "host/cli/csv_formula.h"
 
 namespace qorhost {
 
@@ -13,7 +14,6 @@ namespace {
 
 using qorcred::Value;
 
-constexpr std::string_view kFormulaStarts = "=+-@\t\r'";
 constexpr std::string_view kLineEnd = "\r\n";
 
 std::string FieldOf(const Value& value) {
@@ -29,11 +29,6 @@ std::string FieldOf(const Value& value) {
 }
 
 }  // namespace
-
-std::string WithoutFormula(std::string_view text) {
-  const bool startsOne = !text.empty() && kFormulaStarts.find(text.front()) != std::string::npos;
-  return (startsOne ? "'" : "") + std::string(text);
-}
 
 std::string CsvField(std::string_view text) {
   const bool plain = text.find_first_of(",\"\r\n") == std::string_view::npos &&

@@ -9,10 +9,6 @@
 
 namespace qorhost {
 
-/// A text that no spreadsheet takes for a formula: one that begins with = + - @, a tab, a carriage
-/// return or ' gets a ' in front. Taking one ' away from in front of any of these gives it back.
-[[nodiscard]] std::string WithoutFormula(std::string_view text);
-
 /// A field as it stands in a line: in quotes, with quotes doubled, where it has a comma, a quote, a
 /// line end or a blank at either end.
 [[nodiscard]] std::string CsvField(std::string_view text);

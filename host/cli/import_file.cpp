@@ -10,6 +10,7 @@
 
 #include "frame/text.h"
 #include "host/cli/console.h"
+#include "host/cli/csv_formula.h"
 #include "host/cli/display_text.h"
 #include "host/cli/table.h"
 

@@ -1,7 +1,8 @@
 // The controller as late-bound clients see it: its members by name and id, their arguments and what
 // is handed back.
+#include "tests/support/late_bound.h"
+
 #include <array>
-#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -22,65 +23,10 @@ using qorcred::Put;
 using qorcred::Value;
 using qorcred::ValueType;
 
-std::string_view TypeName(ValueType type) {
-  switch (type) {
-    case ValueType::kBoolean:
-      return "Boolean";
-    case ValueType::kLong:
-      return "Long";
-    case ValueType::kString:
-      return "String";
-    case ValueType::kObject:
-      return "Object";
-    case ValueType::kEmpty:
-      return "Variant";
-    default:
-      return "?";
-  }
-}
-
-std::string Described(const qorcred::Member& member) {
-  std::ostringstream out;
-  out << member.id << ' ' << member.name;
-  if (member.kind == qorcred::MemberKind::kProperty) {
-    out << " As " << TypeName(member.type);
-    return out.str();
-  }
-  out << '(';
-  const char* separator = "";
-  for (const qorcred::Parameter& parameter : member.parameters) {
-    out << separator << (parameter.optional ? "Optional " : "")
-        << (parameter.byRef ? "ByRef " : "ByVal ") << parameter.name << " As "
-        << TypeName(parameter.type);
-    separator = ", ";
-  }
-  out << ')';
-  if (member.type != ValueType::kEmpty) {
-    out << " As " << TypeName(member.type);
-  }
-  return out.str();
-}
-
-/// The number of the error that `action` raises; 0 when it raises none.
-template <typename Action>
-int ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const qorcred::RuntimeError& failure) {
-    return static_cast<int>(failure.number());
-  }
-  return 0;
-}
-
 class LateBound : public CredentialTest {};
 
 TEST_F(LateBound, OffersItsMembersUnderFixedIds) {
-  Lines described;
-  for (const qorcred::Member& member : Controller().Members()) {
-    described.push_back(Described(member));
-  }
-
-  EXPECT_TRUE(SameLines(described, R"~(
+  EXPECT_TRUE(SameLines(DescribedMembers(Controller()), R"~(
     1 gmobjCredentialScreen As Object
     2 pbRetrieveSchedules(ByRef objConn As Object, ByVal lngUnitKey As Long)
     3 pbRetrieveTenants(ByRef objConn As Object, ByVal lngUnitKey As Long)

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "dircodes/cls_dir_code.h"
+#include "tests/support/late_bound.h"
 #include "tests/support/recording_host.h"
 
 namespace qortest {
@@ -68,17 +69,6 @@ class DirCodeScreen {
 
 /// Texts and item data of a list, "text=data" each.
 [[nodiscard]] std::vector<std::string> ItemsOf(RecordingHost& host, std::string_view list);
-
-/// The number of the error that `action` raises; 0 when it raises none.
-template <typename Action>
-int ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const qorcred::RuntimeError& failure) {
-    return static_cast<int>(failure.number());
-  }
-  return 0;
-}
 
 /// Base of the test suites.
 class DirCodeTest : public ::testing::Test {

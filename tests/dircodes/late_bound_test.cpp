@@ -1,7 +1,8 @@
 // The controller as late-bound clients see it: its members by name and id, their arguments and what
 // is handed back.
+#include "tests/support/late_bound.h"
+
 #include <array>
-#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -23,54 +24,10 @@ using qorcred::StringArray;
 using qorcred::Value;
 using qorcred::ValueType;
 
-std::string_view TypeName(ValueType type) {
-  switch (type) {
-    case ValueType::kBoolean:
-      return "Boolean";
-    case ValueType::kLong:
-      return "Long";
-    case ValueType::kString:
-      return "String";
-    case ValueType::kStringArray:
-      return "String()";
-    case ValueType::kObject:
-      return "Object";
-    default:
-      return "?";
-  }
-}
-
-std::string Described(const qorcred::Member& member) {
-  std::ostringstream out;
-  out << member.id << ' ' << member.name;
-  if (member.kind == qorcred::MemberKind::kProperty) {
-    out << " As " << TypeName(member.type);
-    return out.str();
-  }
-  out << '(';
-  const char* separator = "";
-  for (const qorcred::Parameter& parameter : member.parameters) {
-    out << separator << (parameter.optional ? "Optional " : "")
-        << (parameter.byRef ? "ByRef " : "ByVal ") << parameter.name << " As "
-        << TypeName(parameter.type);
-    separator = ", ";
-  }
-  out << ')';
-  if (member.type != ValueType::kEmpty) {
-    out << " As " << TypeName(member.type);
-  }
-  return out.str();
-}
-
 class LateBoundDirCode : public DirCodeTest {};
 
 TEST_F(LateBoundDirCode, OffersItsMembersUnderFixedIds) {
-  Lines described;
-  for (const qorcred::Member& member : Controller().Members()) {
-    described.push_back(Described(member));
-  }
-
-  EXPECT_TRUE(SameLines(described, R"~(
+  EXPECT_TRUE(SameLines(DescribedMembers(Controller()), R"~(
     1 mobjDirCodeScreen As Object
     2 mfrmConnectionScreen As Object
     3 pbSave(ByRef objConn As Object, ByVal lngUnitKey As Long, Optional ByVal blnEditDir As Boolean, Optional ByRef lngRID As Long, Optional ByVal prevDirCodeIndex As Long) As Boolean

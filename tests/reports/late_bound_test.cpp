@@ -1,8 +1,9 @@
 // Both report controllers as late-bound clients see them: their members by name and id, their
 // arguments and what is handed back.
+#include "tests/support/late_bound.h"
+
 #include <array>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -26,51 +27,6 @@ using qorcred::ResultTable;
 using qorcred::StringArray;
 using qorcred::Value;
 using qorcred::ValueType;
-
-std::string_view TypeName(ValueType type) {
-  switch (type) {
-    case ValueType::kBoolean:
-      return "Boolean";
-    case ValueType::kLong:
-      return "Long";
-    case ValueType::kString:
-      return "String";
-    case ValueType::kObject:
-      return "Object";
-    default:
-      return "?";
-  }
-}
-
-std::string Described(const qorcred::Member& member) {
-  std::ostringstream out;
-  out << member.id << ' ' << member.name;
-  if (member.kind == qorcred::MemberKind::kProperty) {
-    out << " As " << TypeName(member.type);
-    return out.str();
-  }
-  out << '(';
-  const char* separator = "";
-  for (const qorcred::Parameter& parameter : member.parameters) {
-    out << separator << (parameter.optional ? "Optional " : "")
-        << (parameter.byRef ? "ByRef " : "ByVal ") << parameter.name << " As "
-        << TypeName(parameter.type);
-    separator = ", ";
-  }
-  out << ')';
-  if (member.type != ValueType::kEmpty) {
-    out << " As " << TypeName(member.type);
-  }
-  return out.str();
-}
-
-Lines DescribedMembers(const qorcred::Controller& controller) {
-  Lines described;
-  for (const qorcred::Member& member : controller.Members()) {
-    described.push_back(Described(member));
-  }
-  return described;
-}
 
 class LateBoundDirCodeReport : public DirCodeReportTest {};
 class LateBoundCredentialReport : public CredentialReportTest {};

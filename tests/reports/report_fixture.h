@@ -13,6 +13,7 @@
 #include "frame/runtime_error.h"
 #include "reports/cls_credential_report.h"
 #include "reports/cls_dir_code_report.h"
+#include "tests/support/late_bound.h"
 #include "tests/support/recording_host.h"
 
 namespace qortest {
@@ -44,17 +45,6 @@ void EnterValues(RecordingHost& host, std::int32_t row, std::string_view from,
 void ChooseDates(RecordingHost& host, std::int32_t row, qorcred::Date from, qorcred::Date to);
 /// Nothing is chosen in the row and its boxes are empty.
 void ClearRow(RecordingHost& host, std::int32_t row);
-
-/// The number of the error that `action` raises; 0 when it raises none.
-template <typename Action>
-int ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const qorcred::RuntimeError& failure) {
-    return static_cast<int>(failure.number());
-  }
-  return 0;
-}
 
 /// A report controller on a recording host. The transcript starts behind its creation.
 template <typename Report>

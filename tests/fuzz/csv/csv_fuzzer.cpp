@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/cli/csv_formula.h"
 #include "host/cli/csv_reader.h"
 #include "host/cli/csv_writer.h"
 #include "host/unit/unit_code.h"

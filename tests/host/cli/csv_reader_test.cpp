@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "host/cli/csv_formula.h"
 #include "host/cli/csv_writer.h"
 
 namespace qorhost {

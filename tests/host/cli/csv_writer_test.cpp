@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "frame/date.h"
+#include "host/cli/csv_formula.h"
 
 namespace qorhost {
 namespace {
