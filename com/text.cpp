@@ -23,13 +23,7 @@ constexpr bool IsLowSurrogate(wchar_t unit) {
 // Most texts are ASCII from end to end. The loops over them have no exit in the middle, so that
 // they take many characters at a time.
 
-bool IsAscii(std::string_view text) {
-  unsigned char bits = 0;
-  for (const char letter : text) bits = static_cast<unsigned char>(bits | letter);
-  return bits < 0x80;
-}
-
-bool IsAscii(std::wstring_view text) {
+bool IsAsciiOnly(std::wstring_view text) {
   unsigned bits = 0;
   for (const wchar_t unit : text) bits |= unit;
   return bits < 0x80;
@@ -87,7 +81,7 @@ std::wstring ToWide(std::string_view text) {
 }
 
 std::string ToUtf8(std::wstring_view text) {
-  if (IsAscii(text)) {
+  if (IsAsciiOnly(text)) {
     std::string ascii(text.size(), '\0');
     for (std::size_t at = 0; at < text.size(); ++at) ascii[at] = static_cast<char>(text[at]);
     return ascii;

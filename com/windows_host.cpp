@@ -9,6 +9,7 @@
 #include "com/text.h"
 #include "frame/date.h"
 #include "frame/sql_text.h"
+#include "frame/utf8.h"
 
 namespace qorcred::com {
 
@@ -18,15 +19,6 @@ namespace {
   throw RuntimeError(
       ErrorNumber::kCannotCreateComponent,
       Concat(DescriptionOf(ErrorNumber::kCannotCreateComponent), ": ", programmaticId));
-}
-
-// What every ANSI code page of the system has in common. No exit in the middle: many bytes are
-// looked at a time.
-template <typename Bytes>
-bool IsAscii(const Bytes& bytes) {
-  unsigned char bits = 0;
-  for (const auto one : bytes) bits = static_cast<unsigned char>(bits | one);
-  return bits < 0x80;
 }
 
 }  // namespace
@@ -91,6 +83,7 @@ std::string WindowsHost::DateText(Date date) {
 }
 
 std::vector<std::uint8_t> WindowsHost::TextToAnsi(std::string_view text) {
+  // Every ANSI code page of the system has ASCII.
   if (IsAscii(text)) return {text.begin(), text.end()};
   const std::wstring wide = ToWide(text);
   const auto units = static_cast<int>(wide.size());
@@ -102,8 +95,8 @@ std::vector<std::uint8_t> WindowsHost::TextToAnsi(std::string_view text) {
 }
 
 std::string WindowsHost::AnsiToText(std::span<const std::uint8_t> bytes) {
-  if (IsAscii(bytes)) return {bytes.begin(), bytes.end()};
   const auto* ansi = reinterpret_cast<const char*>(bytes.data());
+  if (IsAscii({ansi, bytes.size()})) return {ansi, bytes.size()};
   const auto count = static_cast<int>(bytes.size());
   const int size = MultiByteToWideChar(CP_ACP, 0, ansi, count, nullptr, 0);
   std::wstring wide(static_cast<std::size_t>(size), L'\0');

@@ -9,9 +9,9 @@ View::View(ObjectRef object) : object_(std::move(object)) {
 }
 
 void DatePicker::SetEndOfDay() const {
-  Put(object(), "Hour", 23);
-  Put(object(), "Minute", 59);
-  Put(object(), "Second", 59);
+  SetHour(23);
+  SetMinute(59);
+  SetSecond(59);
 }
 
 }  // namespace qorcred

@@ -86,11 +86,7 @@ std::string_view Trim(std::string_view text) noexcept {
 }
 
 std::size_t Utf16Length(std::string_view text) noexcept {
-  // Most texts are ASCII: one look over many bytes at a time tells.
-  unsigned char bits = 0;
-  for (const char letter : text) bits = static_cast<unsigned char>(bits | letter);
-  if (bits < 0x80) return text.size();
-
+  if (IsAscii(text)) return text.size();
   std::size_t units = 0;
   for (std::size_t position = 0; position < text.size();) {
     const Utf8Character character = ReadUtf8(text, position);

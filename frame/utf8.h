@@ -8,6 +8,14 @@
 
 namespace qorcred {
 
+/// Whether all characters are ASCII, as most texts are. There is no exit in the middle, so that
+/// many bytes are looked at a time.
+[[nodiscard]] inline bool IsAscii(std::string_view text) noexcept {
+  unsigned char bits = 0;
+  for (const char letter : text) bits = static_cast<unsigned char>(bits | letter);
+  return bits < 0x80;
+}
+
 /// One character read from a text: its code point and its length in bytes. A byte that does not
 /// begin a well-formed sequence is read alone, as kInvalidByte plus the byte, a value above every
 /// code point, so that it never equals a character.
