@@ -35,10 +35,16 @@ std::optional<InvokeKind> KindOf(const Member& member, WORD flags) {
   return std::nullopt;
 }
 
-/// Refuses a call with automation's own code, before anything was done.
+/// Refuses a call, or what it would hand back, with automation's own code.
 struct Refusal {
   HRESULT code;
   std::optional<UINT> argument;  ///< its place in the client's array
+};
+
+/// What a call gives. A refusal in here came after the operation had run.
+struct Answer {
+  Value result;
+  std::optional<Refusal> refusal = {};
 };
 
 // No operation takes more.
@@ -84,11 +90,17 @@ Value Plain(Value value, ValueType wanted) {
   return Get(**object, "");
 }
 
+// A date in the place of a text has the user's form, as everywhere in automation.
+Value WithDateAsText(Value value, ValueType wanted) {
+  const Date* date = wanted == ValueType::kString ? value.As<Date>() : nullptr;
+  return date == nullptr ? std::move(value) : Value(TheHost().DateText(*date));
+}
+
 using Conversion = Value (*)(ValueType type, Value value);
 
 Value Converted(const VARIANT* place, ValueType type, Conversion convert, const DISPPARAMS& given) {
   try {
-    return convert(type, Plain(ToValue(*place), type));
+    return convert(type, WithDateAsText(Plain(ToValue(*place), type), type));
   } catch (const RuntimeError& failure) {
     throw Refusal{CodeOfConversion(failure), static_cast<UINT>(place - given.rgvarg)};
   }
@@ -96,7 +108,10 @@ Value Converted(const VARIANT* place, ValueType type, Conversion convert, const 
 
 bool IsOmitted(const VARIANT* place) {
   if (place != nullptr && V_VT(place) == (VT_BYREF | VT_VARIANT)) place = V_VARIANTREF(place);
-  return place == nullptr || (V_VT(place) == VT_ERROR && V_ERROR(place) == DISP_E_PARAMNOTFOUND);
+  if (place == nullptr) return true;
+  if (V_VT(place) == VT_ERROR) return V_ERROR(place) == DISP_E_PARAMNOTFOUND;
+  return V_VT(place) == (VT_BYREF | VT_ERROR) && V_ERRORREF(place) != nullptr &&
+         *V_ERRORREF(place) == DISP_E_PARAMNOTFOUND;
 }
 
 // Whether the arrays are there that the counts speak of.
@@ -126,20 +141,25 @@ bool IsWritable(const Parameter& parameter, const VARIANT* place) {
   return parameter.byRef && !IsOmitted(place) && (V_VT(place) & VT_BYREF) != 0;
 }
 
-// Hands back what the operation changed, and nothing else.
-void HandBack(const Places& places, std::span<const Parameter> parameters,
-              std::span<const Value> before, const ArgumentValues& after, const DISPPARAMS& given) {
+// Hands back what the operation changed, and nothing else. What does not fit where the client wants
+// it keeps nothing else from coming back; the first such argument is named.
+std::optional<Refusal> HandBack(const Places& places, std::span<const Parameter> parameters,
+                                std::span<const Value> before, const ArgumentValues& after,
+                                const DISPPARAMS& given) {
+  std::optional<Refusal> first;
   for (std::size_t at = 0; at < parameters.size(); ++at) {
     if (!IsWritable(parameters[at], places[at]) || before[at] == after[at]) continue;
     try {
       WriteBack(*places[at], after[at]);
     } catch (const RuntimeError& failure) {
-      throw Refusal{CodeOfConversion(failure), static_cast<UINT>(places[at] - given.rgvarg)};
+      if (first.has_value()) continue;
+      first = Refusal{CodeOfConversion(failure), static_cast<UINT>(places[at] - given.rgvarg)};
     }
   }
+  return first;
 }
 
-Value RunOperation(Controller& controller, const Member& member, const DISPPARAMS& given) {
+Answer RunOperation(Controller& controller, const Member& member, const DISPPARAMS& given) {
   const std::span<const Parameter> parameters = member.parameters;
   const Places places = PlacesOfCall(given, parameters.size());
   ArgumentValues arguments = ArgumentsFrom(places, parameters, given);
@@ -149,25 +169,30 @@ Value RunOperation(Controller& controller, const Member& member, const DISPPARAM
     before.resize(at + 1);
     before[at] = arguments[at];
   }
+  // An operation that raises has changed no argument: those that change one trap every failure.
   Value result = member.run(controller, InvokeKind::kCall, {arguments.data(), parameters.size()});
-  HandBack(places, parameters, before, arguments, given);
-  return result;
+  return {std::move(result), HandBack(places, parameters, before, arguments, given)};
 }
 
-Value RunMember(Controller& controller, const Member& member, InvokeKind kind,
-                const DISPPARAMS& given) {
+Answer RunMember(Controller& controller, const Member& member, InvokeKind kind,
+                 const DISPPARAMS& given) {
   switch (kind) {
     case InvokeKind::kCall:
       return RunOperation(controller, member, given);
     case InvokeKind::kGet:
       if (given.cArgs != 0) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
-      return member.run(controller, kind, {});
+      return {member.run(controller, kind, {})};
     case InvokeKind::kPut: {
       Value value = Converted(&PlaceOfPut(given), member.type, ConvertPropertyValue, given);
-      return member.run(controller, kind, {&value, 1});
+      return {member.run(controller, kind, {&value, 1})};
     }
   }
   return {};
+}
+
+HRESULT Tell(const Refusal& refusal, UINT* badArgument) {
+  if (badArgument != nullptr && refusal.argument.has_value()) *badArgument = *refusal.argument;
+  return refusal.code;
 }
 
 }  // namespace
@@ -253,12 +278,11 @@ HRESULT ControllerDispatch::Invoke(DISPID id, REFIID iid, LCID locale, WORD flag
   // The host may let go of the controller while it is called back.
   const ComPtr<IDispatch> alive(this);
   try {
-    const Value value = RunMember(*controller_, *member, *kind, *parameters);
-    if (result != nullptr) PutInto(*result, value);
-    return S_OK;
+    const Answer answer = RunMember(*controller_, *member, *kind, *parameters);
+    if (result != nullptr) PutInto(*result, answer.result);
+    return answer.refusal.has_value() ? Tell(*answer.refusal, badArgument) : S_OK;
   } catch (const Refusal& refusal) {
-    if (badArgument != nullptr && refusal.argument.has_value()) *badArgument = *refusal.argument;
-    return refusal.code;
+    return Tell(refusal, badArgument);
   } catch (...) {
     return Tell(CurrentFailure(), "qorCred." + ToUtf8(class_.name), info);
   }

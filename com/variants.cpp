@@ -9,6 +9,7 @@
 #include "com/dispatch_object.h"
 #include "com/ownership.h"
 #include "com/text.h"
+#include "com/windows_host.h"
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
 
@@ -81,8 +82,10 @@ class LockedArray {
   [[nodiscard]] std::size_t size() const { return size_; }
 
   [[nodiscard]] std::string Text(std::size_t index) const {
-    return type_ == VT_BSTR ? FromBstr(static_cast<BSTR*>(data_)[index])
-                            : ToText(ToValue(static_cast<VARIANT*>(data_)[index]));
+    if (type_ == VT_BSTR) return FromBstr(static_cast<BSTR*>(data_)[index]);
+    const Value value = ToValue(static_cast<VARIANT*>(data_)[index]);
+    const Date* date = value.As<Date>();
+    return date == nullptr ? ToText(value) : TheHost().DateText(*date);
   }
 
   void SetText(std::size_t index, const std::string& text) const {

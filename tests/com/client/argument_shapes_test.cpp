@@ -100,6 +100,18 @@ TEST_P(AnyShape, DatesReachNumbersAsDays) {
   EXPECT_EQ(NumberIn(report.Get(L"mlngUnitKey").result), 40000);
 }
 
+TEST_P(AnyShape, DatesReachTextsInTheUsersForm) {
+  const Client report(kDirCodeReport);
+  for (const double serial : {40000.0, 45667.5625, 0.25}) {
+    BSTR expected = nullptr;
+    ASSERT_EQ(VarBstrFromDate(serial, LOCALE_USER_DEFAULT, 0, &expected), S_OK);
+    const Shaped day(GetParam(), Variant::Day(serial));
+    ASSERT_EQ(report.Put(L"gstrRIDsForDeletion", day.argument()).code, S_OK);
+    EXPECT_EQ(TextIn(report.Get(L"gstrRIDsForDeletion").result), expected);
+    SysFreeString(expected);
+  }
+}
+
 TEST_P(AnyShape, TextsReachATextParameter) {
   const Client controller(kCredential);
   const Shaped text(GetParam(), Variant(L"SGVsbG8="));
@@ -239,10 +251,13 @@ TEST_F(OddArguments, AnOmittedOptionalArgumentTakesItsDefault) {
   const Variant connection(FakeObject::Make());
   Variant omitted = Variant::Omitted();
   const Variant omittedByReference = Variant::Reference(omitted);
+  SCODE code = DISP_E_PARAMNOTFOUND;
+  const Variant omittedByItsCode = Variant::Reference(VT_ERROR, &code);
   ASSERT_EQ(report.Call(L"pbGetEntryLength", connection).code, S_OK);
   ASSERT_EQ(report.Call(L"pbGetEntryLength", connection, omitted).code, S_OK);
   ASSERT_EQ(report.Call(L"pbGetEntryLength", connection, omittedByReference).code, S_OK);
-  ASSERT_EQ(manager.state->statements.size(), 3U);
+  ASSERT_EQ(report.Call(L"pbGetEntryLength", connection, omittedByItsCode).code, S_OK);
+  ASSERT_EQ(manager.state->statements.size(), 4U);
   for (const std::wstring& statement : manager.state->statements) {
     EXPECT_EQ(statement, L"SELECT MaxDigitsEntryCode FROM UnitSettings WHERE UnitKey = 0");
   }

@@ -159,6 +159,38 @@ TEST_F(CodeDetails, NumbersAmongThemAreTextsAndKeepTheirTypeUnlessConverted) {
   EXPECT_EQ(TextIn(details.Get(kActive)), L"True");
 }
 
+TEST_F(CodeDetails, DatesAmongThemAreTextsInTheUsersForm) {
+  constexpr LONG kPhone = 5;
+  constexpr double kMoment = 45667.5625;
+  BSTR text = nullptr;
+  ASSERT_EQ(VarBstrFromDate(kMoment, LOCALE_USER_DEFAULT, 0, &text), S_OK);
+  const std::wstring expected = L",0123,'" + std::wstring(text) + L"',";
+  SysFreeString(text);
+
+  const FakeManager manager;
+  std::wstring statement;
+  manager.object->On(L"ExecuteInsert", [&statement](const FakeCall& call) {
+    statement = TextIn(call.Argument(1));
+    return call.Return(1);
+  });
+  const auto offered = Offer(manager);
+  const OfferedComponent link(L"qorCommn.clsConnectionManager",
+                              [] { return ComPtr<IDispatch>(FakeObject::Make().get()); });
+  const ComPtr<FakeObject> connectionScreen = FakeObject::Make();
+  connectionScreen->Property(L"mFirmwareFromHandshake", Variant(L"1.0"));
+  const Client controller(kDirCode);
+  ASSERT_EQ(controller.Put(L"mfrmConnectionScreen", Variant(connectionScreen)).code, S_OK);
+  TextArray details(VT_VARIANT, 0, kTexts);
+  Fill(details);
+  details.Set(kPhone, Variant::Day(kMoment));
+  const Outcome outcome =
+      controller.Call(L"pbMergeSave", Variant(FakeObject::Make()), Variant(7), Variant(L"Insert"),
+                      Variant::Reference(details.type(), details.place()));
+  ASSERT_EQ(outcome.code, S_OK);
+  EXPECT_NE(statement.find(expected), std::wstring::npos) << testing::PrintToString(statement);
+  EXPECT_EQ(V_VT(&static_cast<const VARIANT&>(details.Get(kPhone))), VT_DATE);
+}
+
 TEST_F(CodeDetails, WhatIsNoTextAmongThemIsRefusedAtItsPlace) {
   TextArray details(VT_VARIANT, 0, kTexts);
   Fill(details);

@@ -96,7 +96,7 @@ TEST_F(DeletedRows, OfAnEmptyVariantBecomeALong) {
   EXPECT_EQ(V_I4(&empty), kDeleted);
 }
 
-TEST_F(DeletedRows, ThatDoNotFitAreAnOverflowAtTheirPlaceAndChangeNothing) {
+TEST_F(DeletedRows, ThatDoNotFitAreAnOverflowAtTheirPlaceAndTheResultStands) {
   const std::pair<VARTYPE, int> limits[] = {
       {VT_I1, 128}, {VT_UI1, 256}, {VT_I2, 32768}, {VT_UI2, 65536}};
   for (const auto& [type, number] : limits) {
@@ -106,6 +106,8 @@ TEST_F(DeletedRows, ThatDoNotFitAreAnOverflowAtTheirPlaceAndChangeNothing) {
     const Outcome outcome = Delete(manager, rows.argument());
     EXPECT_EQ(outcome.code, DISP_E_OVERFLOW) << "type " << type;
     EXPECT_EQ(outcome.badArgument, 0U);
+    ASSERT_EQ(V_VT(&outcome.result), VT_BOOL);
+    EXPECT_EQ(V_BOOL(&outcome.result), VARIANT_TRUE);
     EXPECT_EQ(NumberIn(Variant::As(VT_I4, rows.content())), 7);
   }
 }
@@ -198,6 +200,20 @@ TEST_F(ReportStatement, DoesNotFitANumberReference) {
   EXPECT_EQ(outcome.code, DISP_E_TYPEMISMATCH);
   EXPECT_EQ(outcome.badArgument, 0U);
   EXPECT_EQ(number, 5);
+}
+
+TEST_F(ReportStatement, ThatDoesNotFitKeepsNothingElseFromComingBack) {
+  const FakeManager manager;
+  LONG number = 5;
+  IDispatch* rows = MakeEmptyTable().Detach();
+  const Outcome outcome = GenerateSql(manager, Variant::Reference(VT_DISPATCH, &rows),
+                                      Variant::Reference(VT_I4, &number));
+  EXPECT_EQ(outcome.code, DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(outcome.badArgument, 0U);
+  ASSERT_EQ(V_VT(&outcome.result), VT_BOOL);
+  EXPECT_EQ(V_BOOL(&outcome.result), VARIANT_TRUE);
+  EXPECT_EQ(rows, manager.state->answer.get());
+  rows->Release();
 }
 
 TEST_F(ReportStatement, IsNotWrittenToAValue) {

@@ -1,10 +1,39 @@
-// A directory code that is stored for a client: the new row's identity comes back.
+// A directory code that is stored for a client: the new row's identity comes back, dates go into
+// the statement as the user writes them.
+#include <array>
+
 #include "tests/com/client/client_fixture.h"
 
 namespace qortest {
 namespace {
 
 constexpr int kNewRow = 4711;
+
+/// While it lives, the user writes dates and times like that.
+class UsersForm {
+ public:
+  UsersForm(const wchar_t* date, const wchar_t* time)
+      : date_(Change(LOCALE_SSHORTDATE, date)), time_(Change(LOCALE_STIMEFORMAT, time)) {}
+  ~UsersForm() {
+    Change(LOCALE_SSHORTDATE, date_.c_str());
+    Change(LOCALE_STIMEFORMAT, time_.c_str());
+  }
+  UsersForm(const UsersForm&) = delete;
+  UsersForm& operator=(const UsersForm&) = delete;
+
+ private:
+  static std::wstring Change(LCTYPE which, const wchar_t* form) {
+    std::array<wchar_t, 80> former{};
+    EXPECT_NE(
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, which, former.data(), static_cast<int>(former.size())),
+        0);
+    EXPECT_NE(SetLocaleInfoW(LOCALE_USER_DEFAULT, which, form), FALSE);
+    return former.data();
+  }
+
+  std::wstring date_;
+  std::wstring time_;
+};
 
 class Save : public ComTest {
  protected:
@@ -33,8 +62,23 @@ class Save : public ComTest {
     return screen;
   }
 
+  // The same, active from one date to another.
+  static ComPtr<FakeObject> ScreenWithPeriod(double start, double end) {
+    ComPtr<FakeObject> screen = Screen();
+    const std::pair<const wchar_t*, Variant> controls[] = {{L"chkActive", Variant(1)},
+                                                           {L"dtpStart", Variant::Day(start)},
+                                                           {L"dtpEnd", Variant::Day(end)}};
+    for (const auto& [name, value] : controls) {
+      const ComPtr<FakeObject> control = FakeObject::Make();
+      control->Property(L"Value", value);
+      screen->Property(name, Variant(control));
+    }
+    return screen;
+  }
+
   // Stores the entry as a new code; a step sender that changes what it is given sees the step.
-  static Outcome StoreNew(const VARIANT& rid, bool isScript = false) {
+  Outcome StoreNew(const VARIANT& rid, bool isScript = false,
+                   const ComPtr<FakeObject>& screen = Screen()) {
     const FakeManager manager;
     int queries = 0;
     manager.object
@@ -43,7 +87,10 @@ class Save : public ComTest {
                // The first query counts the code as stored, which leaves the unit's capacity alone.
                return call.Return(++queries == 1 ? MakeTable({{123}}) : MakeEmptyTable());
              })
-        .On(L"ExecuteInsert", [](const FakeCall& call) { return call.Return(kNewRow); });
+        .On(L"ExecuteInsert", [this](const FakeCall& call) {
+          statement_ = TextIn(call.Argument(1));
+          return call.Return(kNewRow);
+        });
     const ComPtr<FakeObject> sender = FakeObject::Make();
     if (isScript) sender->AsScriptObject();
     int stepped = 0;
@@ -62,7 +109,7 @@ class Save : public ComTest {
     const OfferedComponent link(L"qorCommn.clsConnectionManager",
                                 [] { return ComPtr<IDispatch>(FakeObject::Make().get()); });
     const Client controller(kDirCode);
-    EXPECT_EQ(controller.Put(L"mobjDirCodeScreen", Variant(Screen())).code, S_OK);
+    EXPECT_EQ(controller.Put(L"mobjDirCodeScreen", Variant(screen)).code, S_OK);
     LONG unit = 7;
     Outcome outcome = controller.Call(L"pbSave", Variant(FakeObject::Make()),
                                       Variant::Reference(VT_I4, &unit), Variant(false), rid);
@@ -70,6 +117,11 @@ class Save : public ComTest {
     EXPECT_EQ(stepped, kNewRow);
     return outcome;
   }
+
+  [[nodiscard]] const std::wstring& statement() const { return statement_; }
+
+ private:
+  std::wstring statement_;
 };
 
 TEST_F(Save, TheNewRowsIdentityComesBackByReference) {
@@ -99,6 +151,27 @@ TEST_F(Save, NobodyHasToTakeTheIdentity) {
     const Outcome outcome = StoreNew(rid);
     ASSERT_EQ(outcome.code, S_OK);
     EXPECT_EQ(V_BOOL(&outcome.result), VARIANT_TRUE);
+  }
+}
+
+TEST_F(Save, DatesGoIntoTheStatementAsTheUserWritesThem) {
+  constexpr double kStart = 45356;     // the 5th of March 2024, midnight
+  constexpr double kEnd = 45667.5625;  // the 10th of January 2025, half past one in the afternoon
+  struct {
+    const wchar_t* date;
+    const wchar_t* time;
+    const wchar_t* period;
+  } const forms[] = {
+      {L"M/d/yyyy", L"h:mm:ss tt", L",'3/5/2024','1/10/2025 1:30:00 PM',"},
+      {L"dd.MM.yyyy", L"HH:mm:ss", L",'05.03.2024','10.01.2025 13:30:00',"},
+      {L"yyyy/MM/dd", L"HH.mm.ss", L",'2024/03/05','2025/01/10 13.30.00',"},
+  };
+  for (const auto& form : forms) {
+    const UsersForm users(form.date, form.time);
+    const Outcome outcome = StoreNew(Variant(0), false, ScreenWithPeriod(kStart, kEnd));
+    ASSERT_EQ(outcome.code, S_OK);
+    EXPECT_NE(statement().find(form.period), std::wstring::npos)
+        << testing::PrintToString(statement());
   }
 }
 
