@@ -25,10 +25,11 @@ constexpr std::size_t kMostArguments = 16;
 /// The arguments of one call in automation's order, the last one first.
 class ArgumentPack {
  public:
-  explicit ArgumentPack(Arguments arguments) : count_(arguments.size()) {
-    if (count_ > kMostArguments) throw RuntimeError(ErrorNumber::kWrongArgumentCount);
-    for (std::size_t at = 0; at < count_; ++at) {
-      PutInto(variants_[at], arguments[count_ - 1 - at]);
+  // Through the constructor of an empty pack, so that one that fails half way frees what it has.
+  explicit ArgumentPack(Arguments arguments) : ArgumentPack() {
+    if (arguments.size() > kMostArguments) throw RuntimeError(ErrorNumber::kWrongArgumentCount);
+    for (; count_ < arguments.size(); ++count_) {
+      PutInto(variants_[count_], arguments[arguments.size() - 1 - count_]);
     }
   }
   ~ArgumentPack() {
@@ -42,7 +43,10 @@ class ArgumentPack {
   [[nodiscard]] VARIANT& operator[](std::size_t at) { return variants_[at]; }
 
  private:
-  std::size_t count_;
+  // The variants are left as they are: only the first `count_` hold something.
+  ArgumentPack() = default;
+
+  std::size_t count_ = 0;
   std::array<VARIANT, kMostArguments> variants_;
 };
 

@@ -79,6 +79,8 @@ RuntimeError FailureFrom(HRESULT result, EXCEPINFO& info) {
       return RuntimeError(ErrorNumber::kOverflow);
     case DISP_E_BADPARAMCOUNT:
       return RuntimeError(ErrorNumber::kWrongArgumentCount);
+    case DISP_E_PARAMNOTFOUND:
+      return RuntimeError(ErrorNumber::kUnknownArgument);
     case DISP_E_PARAMNOTOPTIONAL:
       return RuntimeError(ErrorNumber::kArgumentNotOptional);
     case DISP_E_BADINDEX:

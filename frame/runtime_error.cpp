@@ -35,6 +35,8 @@ std::string_view DescriptionOf(ErrorNumber number) {
       return "Component can't create object";
     case ErrorNumber::kUnknownMember:
       return "Object doesn't support this property or method";
+    case ErrorNumber::kUnknownArgument:
+      return "Named argument not found";
     case ErrorNumber::kArgumentNotOptional:
       return "Argument not optional";
     case ErrorNumber::kWrongArgumentCount:

@@ -20,6 +20,7 @@ enum class ErrorNumber : int {
   kObjectRequired = 424,
   kCannotCreateComponent = 429,
   kUnknownMember = 438,
+  kUnknownArgument = 448,
   kArgumentNotOptional = 449,
   kWrongArgumentCount = 450,
   kApplicationDefined = 1000,

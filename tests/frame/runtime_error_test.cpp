@@ -31,6 +31,7 @@ TEST(RuntimeErrorTest, EveryNumberHasItsStandardText) {
       {"CannotCreate", ErrorNumber::kCannotCreateComponent, 429, "Component can't create object"},
       {"UnknownMember", ErrorNumber::kUnknownMember, 438,
        "Object doesn't support this property or method"},
+      {"UnknownArgument", ErrorNumber::kUnknownArgument, 448, "Named argument not found"},
       {"NotOptional", ErrorNumber::kArgumentNotOptional, 449, "Argument not optional"},
       {"ArgumentCount", ErrorNumber::kWrongArgumentCount, 450,
        "Wrong number of arguments or invalid property assignment"},
