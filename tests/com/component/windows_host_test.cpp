@@ -96,6 +96,17 @@ TEST(WindowsHostCodePage, IsTheSystems) {
             (std::vector<std::uint8_t>{'P', 'e', 'l', 'l', 'o', ' ', 'R', 'T'}));
 }
 
+TEST(WindowsHostCodePage, TakesEveryCharacterThatItHas) {
+  const std::wstring letters = L"\x00E9\x00F1\x00E0\x00DF";
+  std::vector<std::uint8_t> expected(letters.size() * 2);
+  const int size = WideCharToMultiByte(CP_ACP, 0, letters.data(), static_cast<int>(letters.size()),
+                                       reinterpret_cast<char*>(expected.data()),
+                                       static_cast<int>(expected.size()), nullptr, nullptr);
+  ASSERT_GT(size, 0);
+  expected.resize(static_cast<std::size_t>(size));
+  EXPECT_EQ(TheHost().TextToAnsi(ToUtf8(letters)), expected);
+}
+
 TEST(WindowsHostComponents, AnUnknownOneCannotBeCreated) {
   try {
     (void)TheHost().CreateComponent("qorNone.clsNothing");
