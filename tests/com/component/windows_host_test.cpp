@@ -117,15 +117,18 @@ TEST(WindowsHostComponents, AnUnknownOneCannotBeCreated) {
   }
 }
 
+int timesSeen = 0;
+
+// A window's procedure has a calling convention of its own in 32 bits.
+LRESULT CALLBACK CountMessages(HWND window, UINT message, WPARAM word, LPARAM number) {
+  if (message == WM_APP) ++timesSeen;
+  return DefWindowProcW(window, message, word, number);
+}
+
 TEST(WindowsHostEvents, WaitingOnesRunAndTheEndStaysWaiting) {
-  static int timesSeen = 0;
   timesSeen = 0;
-  const auto procedure = [](HWND window, UINT message, WPARAM word, LPARAM number) -> LRESULT {
-    if (message == WM_APP) ++timesSeen;
-    return DefWindowProcW(window, message, word, number);
-  };
   WNDCLASSW description{};
-  description.lpfnWndProc = procedure;
+  description.lpfnWndProc = CountMessages;
   description.lpszClassName = L"qorCredEvents";
   ASSERT_NE(RegisterClassW(&description), 0);
   HWND window = CreateWindowExW(0, L"qorCredEvents", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
