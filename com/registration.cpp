@@ -16,7 +16,13 @@ constexpr std::wstring_view kLibraryVersion = L"1.0";
 // A type library is found by the bitness of its file.
 constexpr std::wstring_view kPlatform = sizeof(void*) == 8 ? L"win64" : L"win32";
 constexpr std::wstring_view kOtherPlatform = sizeof(void*) == 8 ? L"win32" : L"win64";
+// Below Software\Classes the system keeps CLSID and Interface apart for each bitness, and
+// everything else only once: a component's own keys there are its own, names and the type library
+// are shared.
 constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+
+// Automation's own proxy for interfaces that consist of IDispatch's calls alone.
+constexpr const wchar_t* kDispatchProxy = L"{00020420-0000-0000-C000-000000000046}";
 
 /// A failed registry call, on its way to the entry point.
 struct RegistryFailure {
@@ -112,6 +118,10 @@ std::wstring ClassPath(const ComClass& comClass) {
   return L"CLSID\\" + GuidText(comClass.id);
 }
 
+std::wstring InterfacePath(const ComClass& comClass) {
+  return L"Interface\\" + GuidText(comClass.dispinterface);
+}
+
 std::wstring ProgId(const ComClass& comClass) {
   return std::wstring(L"qorCred.") + comClass.name;
 }
@@ -150,6 +160,15 @@ void EnterClass(const ClassesKey& classes, const ComClass& comClass, const std::
   classes.Set(ProgId(comClass) + L"\\CurVer", VersionedProgId(comClass));
 }
 
+// With it the class's own interface can be reached from other apartments.
+void EnterInterface(const ClassesKey& classes, const ComClass& comClass) {
+  const std::wstring path = InterfacePath(comClass);
+  classes.Set(path, std::wstring(L"_") + comClass.name);
+  classes.Set(path + L"\\ProxyStubClsid32", kDispatchProxy);
+  classes.Set(path + L"\\TypeLib", GuidText(kTypeLibrary));
+  classes.Set(path + L"\\TypeLib", std::wstring(kLibraryVersion), L"Version");
+}
+
 void EnterTypeLibrary(const ClassesKey& classes, const std::wstring& file) {
   const std::wstring path = LibraryVersionPath();
   classes.Set(path, L"qorCred controllers");
@@ -160,6 +179,7 @@ void EnterTypeLibrary(const ClassesKey& classes, const std::wstring& file) {
 
 void RemoveClass(const ClassesKey& classes, const ComClass& comClass) {
   classes.DeleteTree(ClassPath(comClass));
+  classes.DeleteTree(InterfacePath(comClass));
   if (classes.Exists(ClassPath(comClass), kOtherView)) return;
   classes.DeleteTree(VersionedProgId(comClass));
   classes.DeleteTree(ProgId(comClass));
@@ -191,7 +211,10 @@ HRESULT Register(Audience audience) noexcept {
   const HRESULT result = Guard([audience] {
     const ClassesKey classes(audience);
     const std::wstring file = ModulePath();
-    for (const ComClass& comClass : Classes()) EnterClass(classes, comClass, file);
+    for (const ComClass& comClass : Classes()) {
+      EnterClass(classes, comClass, file);
+      EnterInterface(classes, comClass);
+    }
     EnterTypeLibrary(classes, file);
   });
   if (FAILED(result)) (void)Unregister(audience);

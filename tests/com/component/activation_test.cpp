@@ -7,6 +7,7 @@
 #include "com/classes.h"
 #include "com/ownership.h"
 #include "com/text.h"
+#include "tests/com/component/apartments.h"
 #include "tests/com/component/component_file.h"
 
 namespace qortest {
@@ -14,7 +15,6 @@ namespace {
 
 using qorcred::com::Classes;
 using qorcred::com::ComClass;
-using qorcred::com::ComPtr;
 using qorcred::com::ToUtf8;
 
 using Unregister = HRESULT(STDAPICALLTYPE*)();
@@ -86,6 +86,33 @@ TEST_F(ActivationTest, TheComponentsManifestMakesEveryClassCreatable) {
     UINT count = 0;
     EXPECT_EQ(object->GetTypeInfoCount(&count), S_OK);
     EXPECT_EQ(count, 1U);
+  }
+}
+
+TEST_F(ActivationTest, TheComponentsManifestLetsEveryInterfaceCrossApartments) {
+  const std::wstring manifest = TestFolder() + L"qorCred.manifest";
+  const ActiveContext context(manifest);
+  ASSERT_TRUE(context.active());
+  for (const ComClass& comClass : Classes()) {
+    SCOPED_TRACE(ToUtf8(comClass.name));
+    ComPtr<IDispatch> object;
+    ASSERT_EQ(Create(comClass, object), S_OK);
+    Passage passage(false, object.get(), comClass.dispinterface);
+    ASSERT_EQ(passage.sent(), S_OK);
+    HRESULT received = E_UNEXPECTED;
+    Answer answer;
+    ASSERT_EQ(RunInApartment(COINIT_MULTITHREADED,
+                             [&] {
+                               // A context is active for its thread only.
+                               const ActiveContext ofThread(manifest);
+                               ComPtr<IDispatch> proxy;
+                               received = passage.Receive(proxy);
+                               if (proxy) answer = TextThrough(proxy.get());
+                             }),
+              S_OK);
+    ASSERT_EQ(received, S_OK);
+    EXPECT_EQ(answer.code, S_OK);
+    EXPECT_EQ(TextIn(answer.result), L"500");
   }
 }
 

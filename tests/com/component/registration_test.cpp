@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "com/classes.h"
+#include "com/ownership.h"
 #include "com/text.h"
 #include "tests/com/component/component_file.h"
 
@@ -16,6 +17,7 @@ namespace {
 
 using qorcred::com::Classes;
 using qorcred::com::ComClass;
+using qorcred::com::ComPtr;
 using qorcred::com::ToUtf8;
 using qorcred::com::ToWide;
 
@@ -49,12 +51,28 @@ std::string ValueAt(HKEY root, const std::string& below, const wchar_t* name = n
   return status == ERROR_SUCCESS ? ToUtf8(text.data()) : "(none)";
 }
 
+/// The interface's name as the component's type library has it.
+std::string InterfaceName(REFIID iid) {
+  ComPtr<ITypeLib> library;
+  EXPECT_EQ(LoadTypeLibEx(ComponentFile().c_str(), REGKIND_NONE, library.Receive()), S_OK);
+  if (!library) return "(none)";
+  ComPtr<ITypeInfo> info;
+  EXPECT_EQ(library->GetTypeInfoOfGuid(iid, info.Receive()), S_OK);
+  if (!info) return "(none)";
+  BSTR name = nullptr;
+  EXPECT_EQ(info->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr), S_OK);
+  const std::string text = name == nullptr ? "(none)" : ToUtf8(name);
+  SysFreeString(name);
+  return text;
+}
+
 /// Every key that belongs to the component, below Software\Classes.
 std::vector<std::string> OwnKeys() {
   std::vector<std::string> keys{std::string("TypeLib\\") + kLibrary};
   for (const ComClass& comClass : Classes()) {
     const std::string progId = "qorCred." + ToUtf8(comClass.name);
     keys.push_back("CLSID\\" + GuidText(comClass.id));
+    keys.push_back("Interface\\" + GuidText(comClass.dispinterface));
     keys.push_back(progId);
     keys.push_back(progId + ".1");
   }
@@ -108,6 +126,19 @@ TEST_F(RegistrationTest, ForTheUserEntersEveryClass) {
   EXPECT_EQ(
       ValueAt(HKEY_CURRENT_USER, version + (sizeof(void*) == 8 ? "\\0\\win64" : "\\0\\win32")),
       ToUtf8(ComponentFile()));
+}
+
+TEST_F(RegistrationTest, ForTheUserEntersEveryInterfaceWithAutomationsProxy) {
+  ASSERT_EQ(ForUser(true), S_OK);
+  for (const ComClass& comClass : Classes()) {
+    SCOPED_TRACE(ToUtf8(comClass.name));
+    const std::string key = "Interface\\" + GuidText(comClass.dispinterface);
+    EXPECT_EQ(ValueAt(HKEY_CURRENT_USER, key), InterfaceName(comClass.dispinterface));
+    EXPECT_EQ(ValueAt(HKEY_CURRENT_USER, key + "\\ProxyStubClsid32"),
+              "{00020420-0000-0000-C000-000000000046}");
+    EXPECT_EQ(ValueAt(HKEY_CURRENT_USER, key + "\\TypeLib"), kLibrary);
+    EXPECT_EQ(ValueAt(HKEY_CURRENT_USER, key + "\\TypeLib", L"Version"), "1.0");
+  }
 }
 
 TEST_F(RegistrationTest, UnregisteringTheUserLeavesNothingBehind) {
