@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <limits>
 #include <span>
+#include <vector>
 
 #include "frame/runtime_error.h"
 #include "frame/text.h"
@@ -17,10 +18,9 @@ constexpr std::size_t kGroupBytes = 4;
 constexpr std::size_t kDecodedBytes = 3;
 constexpr std::uint8_t kOutside = 64;
 
-using DecodingTable = std::array<std::uint8_t, 256>;
-
-DecodingTable TableOf(std::span<const std::uint8_t> alphabet) {
-  DecodingTable table{};
+Base64Decoder::Table TableOf(std::span<const std::uint8_t> alphabet) {
+  if (alphabet.size() < kAlphabet.size()) throw RuntimeError(ErrorNumber::kIndexOutOfRange);
+  Base64Decoder::Table table{};
   table.fill(kOutside);
   for (std::size_t i = 0; i < kAlphabet.size(); ++i) {
     table[alphabet[i]] = static_cast<std::uint8_t>(i);
@@ -35,49 +35,48 @@ std::uint8_t CheckedByte(unsigned value) {
   return static_cast<std::uint8_t>(value);
 }
 
-std::uint8_t ByteAt(std::span<const std::uint8_t> bytes, std::size_t index) {
-  if (index >= bytes.size()) throw RuntimeError(ErrorNumber::kIndexOutOfRange);
-  return bytes[index];
-}
-
 /// How many bytes at the end of the output stand for padding. A first "=" in the last place but
 /// one counts for both, whatever follows it.
-std::size_t PaddingOf(std::span<const std::uint8_t> input, std::size_t length) {
-  if (ByteAt(input, length - 2) == '=') return 2;
-  return ByteAt(input, length - 1) == '=' ? 1 : 0;
+std::size_t PaddingOf(std::span<const std::uint8_t> input) {
+  if (input[input.size() - 2] == '=') return 2;
+  return input.back() == '=' ? 1 : 0;
 }
 
 }  // namespace
 
 std::string Base64Decoder::Decode(Host& host, std::string_view text) {
-  if (alphabet_.empty()) alphabet_ = host.TextToAnsi(kAlphabet);
-  if (alphabet_.size() < kAlphabet.size()) throw RuntimeError(ErrorNumber::kIndexOutOfRange);
-  const DecodingTable table = TableOf(alphabet_);
+  if (!table_.has_value()) table_ = TableOf(host.TextToAnsi(kAlphabet));
+  const Table& table = *table_;
 
-  const std::vector<std::uint8_t> input = host.TextToAnsi(text);
+  std::vector<std::uint8_t> bytes = host.TextToAnsi(text);
   const std::size_t length = Utf16Length(text);
-  std::vector<std::uint8_t> output(length / kGroupBytes * kDecodedBytes);
+  const std::size_t room = length / kGroupBytes * kDecodedBytes;
   // Nothing, or less than one group, leaves no room for output at all.
-  if (output.empty()) throw RuntimeError(ErrorNumber::kIndexOutOfRange);
+  if (room == 0) throw RuntimeError(ErrorNumber::kIndexOutOfRange);
 
+  // Decoded in their own place: what is written stays behind what is read.
+  const std::size_t size = bytes.size();
+  const std::size_t padding = size >= kGroupBytes ? PaddingOf(bytes) : 0;
   std::size_t written = 0;
-  for (std::size_t i = 0; i < input.size(); i += kGroupBytes) {
+  for (std::size_t i = 0; i < size; i += kGroupBytes) {
     // An incomplete last group runs past the end of the input or of the output. It is out of
     // range whatever it holds, also where its first byte would overflow as well.
-    if (input.size() - i < kGroupBytes || written == output.size()) {
+    if (size - i < kGroupBytes || written == room) {
       throw RuntimeError(ErrorNumber::kIndexOutOfRange);
     }
-    const unsigned first = table[input[i]];
-    const unsigned second = table[input[i + 1]];
-    const unsigned third = table[input[i + 2]];
-    const unsigned fourth = table[input[i + 3]];
+    const unsigned first = table[bytes[i]];
+    const unsigned second = table[bytes[i + 1]];
+    const unsigned third = table[bytes[i + 2]];
+    const unsigned fourth = table[bytes[i + 3]];
     // Only the first of the three can be too large for a byte.
-    output[written++] = CheckedByte((first * 4) | (second >> 4U));
-    output[written++] = static_cast<std::uint8_t>(((second & 15U) * 16) | (third >> 2U));
-    output[written++] = static_cast<std::uint8_t>(((third & 3U) * 64) | fourth);
+    bytes[written++] = CheckedByte((first * 4) | (second >> 4U));
+    bytes[written++] = static_cast<std::uint8_t>(((second & 15U) * 16) | (third >> 2U));
+    bytes[written++] = static_cast<std::uint8_t>(((third & 3U) * 64) | fourth);
   }
-  output.resize(output.size() - PaddingOf(input, length));
-  return host.AnsiToText(output);
+  // A code page without a byte for every character: the end of the text has none to look at.
+  if (size < length) throw RuntimeError(ErrorNumber::kIndexOutOfRange);
+  bytes.resize(written - padding);
+  return host.AnsiToText(bytes);
 }
 
 }  // namespace qorcred
