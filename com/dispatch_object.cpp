@@ -43,8 +43,9 @@ class ArgumentPack {
   [[nodiscard]] VARIANT& operator[](std::size_t at) { return variants_[at]; }
 
  private:
-  // The variants are left as they are: only the first `count_` hold something.
-  ArgumentPack() = default;
+  // The variants are left as they are: only the first `count_` hold something. A defaulted
+  // constructor would fill them with zeros, at every call.
+  ArgumentPack() {}  // NOLINT(modernize-use-equals-default)
 
   std::size_t count_ = 0;
   std::array<VARIANT, kMostArguments> variants_;
