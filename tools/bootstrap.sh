@@ -136,6 +136,16 @@ list_sources() {
      \( -name '*.h' -o -name '*.cpp' \) -type f -print0 | sort -z)
 }
 
+# How many single cases passed and failed, from a log of ctest ($1): those that Google Test counted,
+# and one for each test that is no such program or was cut off before it could count.
+count_cases() {
+  awk '/^\[  PASSED  \] [0-9]+ test/ { passed += $4; counted = 1 }
+       /^\[  FAILED  \] [0-9]+ test/ { failed += $4; counted = 1; refused = 1 }
+       /^Test Passed\.$/ { if (!counted) passed++; counted = refused = 0 }
+       /^Test Failed\.$/ { if (!refused) failed++; counted = refused = 0 }
+       END { printf "%d passed, %d failed\n", passed, failed }' "$1"
+}
+
 # Prints a heading for what follows, with the minutes and seconds since the script began.
 stage() {
   printf '\n== %s  [%d:%02d]\n' "$*" $((SECONDS / 60)) $((SECONDS % 60)) >&2
