@@ -6,23 +6,8 @@
 
 namespace qorcred::com {
 
-HRESULT ClassFactory::QueryInterface(REFIID iid, void** object) {
-  if (object == nullptr) return E_POINTER;
-  *object = nullptr;
-  if (!IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, IID_IClassFactory)) return E_NOINTERFACE;
-  *object = static_cast<IClassFactory*>(this);
-  AddRef();
-  return S_OK;
-}
-
-ULONG ClassFactory::AddRef() {
-  return ++references_;
-}
-
-ULONG ClassFactory::Release() {
-  const ULONG left = --references_;
-  if (left == 0) delete this;
-  return left;
+bool ClassFactory::Answers(REFIID iid) const {
+  return IsEqualIID(iid, IID_IClassFactory);
 }
 
 HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object) {

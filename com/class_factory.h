@@ -3,32 +3,25 @@
 
 #include <windows.h>
 
-#include <atomic>
-
 #include "com/classes.h"
+#include "com/counted.h"
 #include "com/module.h"
 
 namespace qorcred::com {
 
 /// The factory of one class. Gives no aggregated objects.
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public Counted<IClassFactory> {
  public:
   explicit ClassFactory(const ComClass& comClass) : class_(comClass) {}
-  ClassFactory(const ClassFactory&) = delete;
-  ClassFactory& operator=(const ClassFactory&) = delete;
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
-  ULONG STDMETHODCALLTYPE AddRef() override;
-  ULONG STDMETHODCALLTYPE Release() override;
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
   HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override;
 
  private:
-  ~ClassFactory() = default;
+  [[nodiscard]] bool Answers(REFIID iid) const override;
 
   KeepLoaded keepLoaded_;
   const ComClass& class_;
-  std::atomic<ULONG> references_{1};
 };
 
 }  // namespace qorcred::com

@@ -4,6 +4,9 @@
 #include <cwchar>
 #include <utility>
 
+#include "com/counted.h"
+#include "tests/com/support/plain_dispatch.h"
+
 namespace qorbench {
 
 namespace {
@@ -11,30 +14,8 @@ namespace {
 using qorcred::com::ComPtr;
 
 /// What every object of this host is made of; `Name` maps names to identifiers.
-class FastObject : public IDispatch {
+class FastObject : public qortest::PlainDispatch<IDispatch> {
  public:
-  FastObject() = default;
-  FastObject(const FastObject&) = delete;
-  FastObject& operator=(const FastObject&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    const bool known = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch);
-    *object = known ? this : nullptr;
-    if (!known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
                                           DISPID* ids) override {
     ids[0] = Name(names[0]);
@@ -42,11 +23,7 @@ class FastObject : public IDispatch {
   }
 
  protected:
-  virtual ~FastObject() = default;
   virtual DISPID Name(const wchar_t* name) = 0;
-
- private:
-  ULONG references_ = 1;
 };
 
 std::int32_t LongOf(const VARIANT& argument) {
@@ -217,35 +194,21 @@ ComPtr<IDispatch> Make(Parts&&... parts) {
   return made;
 }
 
-class ManagerFactory final : public IClassFactory {
+class ManagerFactory final : public qorcred::com::Counted<IClassFactory> {
  public:
   explicit ManagerFactory(ComPtr<IDispatch> manager) : manager_(std::move(manager)) {}
-  ManagerFactory(const ManagerFactory&) = delete;
-  ManagerFactory& operator=(const ManagerFactory&) = delete;
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    const bool known = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory);
-    *object = known ? this : nullptr;
-    if (!known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID iid, void** object) override {
     return manager_->QueryInterface(iid, object);
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
  private:
-  ~ManagerFactory() = default;
+  [[nodiscard]] bool Answers(REFIID iid) const override {
+    return IsEqualIID(iid, IID_IClassFactory);
+  }
 
   ComPtr<IDispatch> manager_;
-  ULONG references_ = 1;
 };
 
 constexpr std::array kNames{L"qorDBI.clsDBManager", L"qorSPS.clsSendProgSteps",

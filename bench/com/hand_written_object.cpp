@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "tests/com/support/plain_dispatch.h"
+
 namespace qorbench {
 
 namespace {
@@ -51,31 +53,11 @@ std::int32_t Cell(IDispatch* table, std::int32_t row, std::int32_t column) {
 constexpr std::array<const wchar_t*, 3> kLabels{L"Corvin 30-Bit Card-", L"Standard 26-Bit Card-",
                                                 L"Transmitter-"};
 
-class HandWritten final : public IDispatch {
+class HandWritten final : public qortest::PlainDispatch<IDispatch> {
  public:
   HandWritten(ComPtr<IDispatch> screen, ComPtr<IDispatch> manager)
       : screen_(std::move(screen)), manager_(std::move(manager)) {}
-  HandWritten(const HandWritten&) = delete;
-  HandWritten& operator=(const HandWritten&) = delete;
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    const bool known = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch);
-    *object = known ? this : nullptr;
-    if (!known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
                                           DISPID* ids) override {
     if (_wcsicmp(names[0], L"pbBase64Dec") == 0) {
@@ -96,8 +78,6 @@ class HandWritten final : public IDispatch {
 
  private:
   enum Members : DISPID { kDecode = 1, kRetrieve };
-
-  ~HandWritten() = default;
 
   static HRESULT Decode(const VARIANT& argument, VARIANT* result) {
     static const std::string alphabet =
@@ -205,7 +185,6 @@ class HandWritten final : public IDispatch {
 
   ComPtr<IDispatch> screen_;
   ComPtr<IDispatch> manager_;
-  ULONG references_ = 1;
 };
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "com/text.h"
 #include "com/variants.h"
 #include "frame/runtime_error.h"
+#include "tests/com/support/plain_dispatch.h"
 
 namespace qortest {
 
@@ -26,33 +27,11 @@ int live = 0;
 constexpr IID kBehind = {
     0x5d0c9e0a, 0x34c6, 0x4e1b, {0x9d, 0x2c, 0x6f, 0x4a, 0x1e, 0x77, 0x90, 0x31}};
 
-class ObjectDispatch final : public IDispatch {
+class ObjectDispatch final : public PlainDispatch<IDispatch> {
  public:
   explicit ObjectDispatch(ObjectRef object) : object_(std::move(object)) { ++live; }
-  ObjectDispatch(const ObjectDispatch&) = delete;
-  ObjectDispatch& operator=(const ObjectDispatch&) = delete;
 
   [[nodiscard]] const ObjectRef& object() const { return object_; }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override {
-    const bool known =
-        IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) || IsEqualIID(iid, kBehind);
-    *result = known ? this : nullptr;
-    if (!known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
 
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
                                           DISPID* ids) override {
@@ -87,7 +66,11 @@ class ObjectDispatch final : public IDispatch {
   }
 
  private:
-  ~ObjectDispatch() { --live; }
+  ~ObjectDispatch() override { --live; }
+
+  [[nodiscard]] bool Answers(REFIID iid) const override {
+    return IsEqualIID(iid, IID_IDispatch) || IsEqualIID(iid, kBehind);
+  }
 
   static InvokeKind KindOf(WORD flags) {
     if ((flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) return InvokeKind::kPut;
@@ -112,7 +95,6 @@ class ObjectDispatch final : public IDispatch {
   }
 
   ObjectRef object_;
-  ULONG references_ = 1;
   std::vector<std::string> members_;
 };
 

@@ -5,30 +5,17 @@
 #include <array>
 #include <utility>
 
+#include "com/counted.h"
+
 namespace qortest {
 
 namespace {
 
 /// Hands out what a test makes.
-class Factory final : public IClassFactory {
+class Factory final : public qorcred::com::Counted<IClassFactory> {
  public:
   explicit Factory(OfferedComponent::Maker make) : make_(std::move(make)) {}
-  Factory(const Factory&) = delete;
-  Factory& operator=(const Factory&) = delete;
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    const bool known = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory);
-    *object = known ? static_cast<IClassFactory*>(this) : nullptr;
-    if (!known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID iid, void** object) override {
     *object = nullptr;
     const ComPtr<IDispatch> made = make_();
@@ -37,10 +24,11 @@ class Factory final : public IClassFactory {
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
  private:
-  ~Factory() = default;
+  [[nodiscard]] bool Answers(REFIID iid) const override {
+    return IsEqualIID(iid, IID_IClassFactory);
+  }
 
   OfferedComponent::Maker make_;
-  ULONG references_ = 1;
 };
 
 std::wstring KeyOf(const std::wstring& programmaticId) {

@@ -2,36 +2,20 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <iterator>
 #include <new>
+
+#include "com/counted.h"
 
 namespace qortest {
 
 namespace {
 
 /// Gives the same object for every creation.
-class OneObjectFactory final : public IClassFactory {
+class OneObjectFactory final : public qorcred::com::Counted<IClassFactory> {
  public:
   OneObjectFactory(std::wstring programmaticId, IDispatch* object, const CreationListener& listener)
       : programmaticId_(std::move(programmaticId)), object_(object), listener_(listener) {}
-  OneObjectFactory(const OneObjectFactory&) = delete;
-  OneObjectFactory& operator=(const OneObjectFactory&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
-    const bool known = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory);
-    *object = known ? this : nullptr;
-    if (!known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
 
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
     if (object == nullptr) return E_POINTER;
@@ -43,12 +27,13 @@ class OneObjectFactory final : public IClassFactory {
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
  private:
-  ~OneObjectFactory() = default;
+  [[nodiscard]] bool Answers(REFIID iid) const override {
+    return IsEqualIID(iid, IID_IClassFactory);
+  }
 
   std::wstring programmaticId_;
   ComPtr<IDispatch> object_;
   CreationListener listener_;
-  std::atomic<ULONG> references_{1};
 };
 
 std::wstring NamePath(const std::wstring& programmaticId) {

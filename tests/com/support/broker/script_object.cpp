@@ -1,7 +1,8 @@
 #include "tests/com/support/broker/script_object.h"
 
-#include <atomic>
 #include <utility>
+
+#include "tests/com/support/plain_dispatch.h"
 
 namespace qortest {
 
@@ -12,35 +13,11 @@ constexpr IID kScriptObject = {
     0xa6ef9860, 0xc720, 0x11d0, {0x93, 0x37, 0x00, 0xa0, 0xc9, 0x0d, 0xca, 0xa9}};
 
 /// Hands everything on to another object, one name apart.
-class RenamedMember final : public IDispatchEx {
+class RenamedMember final : public PlainDispatch<IDispatchEx> {
  public:
   RenamedMember(ComPtr<IDispatchEx> object, std::wstring name, std::wstring member)
       : object_(std::move(object)), name_(std::move(name)), member_(std::move(member)) {}
-  RenamedMember(const RenamedMember&) = delete;
-  RenamedMember& operator=(const RenamedMember&) = delete;
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
-    const bool known = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) ||
-                       IsEqualIID(iid, kScriptObject);
-    *object = known ? this : nullptr;
-    if (!known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    if (count == nullptr) return E_POINTER;
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                           DISPID* ids) override {
     if (names == nullptr || ids == nullptr || count != 1) return E_INVALIDARG;
@@ -71,7 +48,9 @@ class RenamedMember final : public IDispatchEx {
   HRESULT STDMETHODCALLTYPE GetNameSpaceParent(IUnknown**) override { return E_NOTIMPL; }
 
  private:
-  ~RenamedMember() = default;
+  [[nodiscard]] bool Answers(REFIID iid) const override {
+    return IsEqualIID(iid, IID_IDispatch) || IsEqualIID(iid, kScriptObject);
+  }
 
   [[nodiscard]] std::wstring Translated(const wchar_t* name) const {
     return lstrcmpiW(name, name_.c_str()) == 0 ? member_ : std::wstring(name);
@@ -80,7 +59,6 @@ class RenamedMember final : public IDispatchEx {
   ComPtr<IDispatchEx> object_;
   std::wstring name_;
   std::wstring member_;
-  std::atomic<ULONG> references_{1};
 };
 
 }  // namespace
