@@ -27,21 +27,7 @@ End Class
 
 Dim screen, conn, controller, saved, rid
 Set screen = New CredentialScreen
-screen.SetTag "Range"
-screen.txtPINStart.Enter "20"
-screen.txtPINEND.Enter "22"
-screen.txtFacilityCode.Enter "7"
-screen.optButton4.Enter False
-screen.cboCredentialType.Enter "Standard 26-Bit Card", 1
-screen.cboCredentialType.Choose 0
-screen.chkActive.Enter 1
-screen.dtpStart.Enter DateSerial(2024, 3, 5) + TimeSerial(14, 30, 0)
-screen.dtpEnd.Enter DateSerial(2025, 3, 5) + TimeSerial(23, 59, 59)
-screen.cboSchedules1.Enter "No Access", 0
-screen.cboSchedules1.Enter "Full Access", 1
-screen.cboSchedules1.Choose 1
-screen.cboSchedules2.Enter "Night Shift", 9
-screen.cboSchedules2.Choose 0
+EnterRange screen
 ' 500 codes are allowed.
 DatabaseManager.Answer "SELECT TOTAL", Array(Array("NTAw"))
 DatabaseManager.Answer "TenantGroup", Array(Array(77))
