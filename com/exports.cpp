@@ -44,9 +44,12 @@ STDAPI DllUnregisterServer() {
   return qorcred::com::Unregister(Audience::kMachine);
 }
 
-/// With "user" the registration is the current user's, otherwise the machine's.
+/// The word "user", in whatever case, means the current user's registration, no text the machine's.
 STDAPI DllInstall(BOOL install, LPCWSTR commandLine) {
-  const bool forUser = commandLine != nullptr && std::wstring_view(commandLine) == L"user";
+  const std::wstring_view word = commandLine == nullptr ? L"" : commandLine;
+  const bool forUser = CompareStringOrdinal(word.data(), static_cast<int>(word.size()), L"user", -1,
+                                            TRUE) == CSTR_EQUAL;
+  if (!forUser && !word.empty()) return E_INVALIDARG;
   const Audience audience = forUser ? Audience::kUser : Audience::kMachine;
   return install != FALSE ? qorcred::com::Register(audience) : qorcred::com::Unregister(audience);
 }

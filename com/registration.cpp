@@ -1,6 +1,8 @@
 #include "com/registration.h"
 
+#include <algorithm>
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -75,6 +77,13 @@ class ClassesKey {
  public:
   explicit ClassesKey(Audience audience) : root_(RootOf(audience)) {}
 
+  /// Fails when keys cannot be made there.
+  void RequireRights() const {
+    Key key;
+    Require(RegCreateKeyExW(root_, L"Software\\Classes", 0, nullptr, 0,
+                            KEY_CREATE_SUB_KEY | KEY_SET_VALUE, nullptr, key.Receive(), nullptr));
+  }
+
   /// Sets the key's default value, or the one called `name`.
   void Set(const std::wstring& path, const std::wstring& value,
            const wchar_t* name = nullptr) const {
@@ -104,10 +113,11 @@ class ClassesKey {
     if (keys == 0) Require(RegDeleteKeyW(root_, ClassesPath(path).c_str()));
   }
 
-  [[nodiscard]] bool Exists(const std::wstring& path, REGSAM view) const {
+  /// What may not be looked at counts as there.
+  [[nodiscard]] bool Exists(const std::wstring& path, REGSAM view = 0) const {
     Key key;
-    return RegOpenKeyExW(root_, ClassesPath(path).c_str(), 0, KEY_QUERY_VALUE | view,
-                         key.Receive()) == ERROR_SUCCESS;
+    return !IsMissing(
+        RegOpenKeyExW(root_, ClassesPath(path).c_str(), 0, KEY_QUERY_VALUE | view, key.Receive()));
   }
 
  private:
@@ -177,22 +187,6 @@ void EnterTypeLibrary(const ClassesKey& classes, const std::wstring& file) {
   classes.Set(path + L"\\HELPDIR", FolderOf(file));
 }
 
-void RemoveClass(const ClassesKey& classes, const ComClass& comClass) {
-  classes.DeleteTree(ClassPath(comClass));
-  classes.DeleteTree(InterfacePath(comClass));
-  if (classes.Exists(ClassPath(comClass), kOtherView)) return;
-  classes.DeleteTree(VersionedProgId(comClass));
-  classes.DeleteTree(ProgId(comClass));
-}
-
-void RemoveTypeLibrary(const ClassesKey& classes) {
-  const std::wstring version = LibraryVersionPath();
-  classes.DeleteTree(version + L"\\0\\" + std::wstring(kPlatform));
-  if (classes.Exists(version + L"\\0\\" + std::wstring(kOtherPlatform), 0)) return;
-  classes.DeleteTree(version);
-  classes.DeleteIfEmpty(LibraryPath());
-}
-
 template <typename Body>
 HRESULT Guard(Body&& body) noexcept {
   try {
@@ -205,28 +199,95 @@ HRESULT Guard(Body&& body) noexcept {
   }
 }
 
+/// Takes one step after the other, whatever becomes of them, and keeps the first failure.
+class Steps {
+ public:
+  template <typename Body>
+  void Take(Body&& body) noexcept {
+    const HRESULT result = Guard(body);
+    if (SUCCEEDED(first_)) first_ = result;
+  }
+  [[nodiscard]] HRESULT first() const { return first_; }
+
+ private:
+  HRESULT first_ = S_OK;
+};
+
+bool IsClassOfAnyBitness(const ClassesKey& classes, const ComClass& comClass) {
+  const std::wstring path = ClassPath(comClass);
+  return classes.Exists(path) || classes.Exists(path, kOtherView);
+}
+
+bool IsLibraryOfOtherBitness(const ClassesKey& classes) {
+  return classes.Exists(LibraryVersionPath() + L"\\0\\" + std::wstring(kOtherPlatform));
+}
+
+// The names stay with a class that stays: the other bitness's, or one that could not be removed.
+void RemoveClass(const ClassesKey& classes, const ComClass& comClass, Steps& steps) noexcept {
+  steps.Take([&] { classes.DeleteTree(ClassPath(comClass)); });
+  steps.Take([&] { classes.DeleteTree(InterfacePath(comClass)); });
+  for (const auto name : {VersionedProgId, ProgId}) {
+    steps.Take([&] {
+      if (!IsClassOfAnyBitness(classes, comClass)) classes.DeleteTree(name(comClass));
+    });
+  }
+}
+
+void RemoveTypeLibrary(const ClassesKey& classes) {
+  const std::wstring version = LibraryVersionPath();
+  classes.DeleteTree(version + L"\\0\\" + std::wstring(kPlatform));
+  if (IsLibraryOfOtherBitness(classes)) return;
+  classes.DeleteTree(version);
+  classes.DeleteIfEmpty(LibraryPath());
+}
+
+// Whether anything is there that RemoveClass() takes away.
+bool IsClassEntered(const ClassesKey& classes, const ComClass& comClass) {
+  if (classes.Exists(ClassPath(comClass)) || classes.Exists(InterfacePath(comClass))) return true;
+  return !IsClassOfAnyBitness(classes, comClass) &&
+         (classes.Exists(ProgId(comClass)) || classes.Exists(VersionedProgId(comClass)));
+}
+
+// Whether anything is there that RemoveTypeLibrary() takes away.
+bool IsTypeLibraryEntered(const ClassesKey& classes) {
+  const std::wstring version = LibraryVersionPath();
+  return classes.Exists(
+      IsLibraryOfOtherBitness(classes) ? version + L"\\0\\" + std::wstring(kPlatform) : version);
+}
+
+bool IsAnythingEntered(const ClassesKey& classes) {
+  const std::span<const ComClass> all = Classes();
+  return IsTypeLibraryEntered(classes) ||
+         std::any_of(all.begin(), all.end(), [&classes](const ComClass& comClass) {
+           return IsClassEntered(classes, comClass);
+         });
+}
+
 }  // namespace
 
 HRESULT Register(Audience audience) noexcept {
-  const HRESULT result = Guard([audience] {
-    const ClassesKey classes(audience);
+  const ClassesKey classes(audience);
+  bool mayBeTakenBack = false;
+  const HRESULT result = Guard([&] {
+    classes.RequireRights();
     const std::wstring file = ModulePath();
+    mayBeTakenBack = !IsAnythingEntered(classes);
     for (const ComClass& comClass : Classes()) {
       EnterClass(classes, comClass, file);
       EnterInterface(classes, comClass);
     }
     EnterTypeLibrary(classes, file);
   });
-  if (FAILED(result)) (void)Unregister(audience);
+  if (FAILED(result) && mayBeTakenBack) (void)Unregister(audience);
   return result;
 }
 
 HRESULT Unregister(Audience audience) noexcept {
-  return Guard([audience] {
-    const ClassesKey classes(audience);
-    for (const ComClass& comClass : Classes()) RemoveClass(classes, comClass);
-    RemoveTypeLibrary(classes);
-  });
+  const ClassesKey classes(audience);
+  Steps steps;
+  for (const ComClass& comClass : Classes()) RemoveClass(classes, comClass, steps);
+  steps.Take([&] { RemoveTypeLibrary(classes); });
+  return steps.first();
 }
 
 }  // namespace qorcred::com

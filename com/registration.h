@@ -10,12 +10,15 @@ enum class Audience {
   kUser,     ///< the current user
 };
 
-/// Enters all classes and the type library. Raises nothing: the result is the system's own code,
-/// E_ACCESSDENIED without rights. After a failure nothing of it stays.
+/// Enters all classes, their interfaces and the type library, over what an older file has entered.
+/// The result is the system's own code: E_ACCESSDENIED without rights, and then nothing is changed.
+/// After a later failure nothing stays, unless something of it was there before: then nothing is
+/// taken away, and what was written until then stays.
 [[nodiscard]] HRESULT Register(Audience audience) noexcept;
 
 /// Takes everything that Register() entered away. What a component of the other bitness has entered
-/// for itself stays, and with it the names that both share.
+/// for itself stays, and with it the names that both share. After a failure it goes on with the
+/// rest; the result is the first one's code.
 [[nodiscard]] HRESULT Unregister(Audience audience) noexcept;
 
 }  // namespace qorcred::com
