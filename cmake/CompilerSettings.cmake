@@ -3,6 +3,10 @@
 add_library(qorcred_warnings INTERFACE)
 if(MSVC)
   target_compile_options(qorcred_warnings INTERFACE /W4 /permissive- /utf-8)
+  if(QORCRED_BUILD_COM)
+    # The runtime goes into the DLL: nothing has to be installed beside it.
+    set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+  endif()
 else()
   target_compile_options(qorcred_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 endif()
