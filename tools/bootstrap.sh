@@ -95,7 +95,9 @@ show_progress() {
   local preset=$1 log=$2 line started=
   while IFS= read -r line; do
     printf '%s\n' "$line" >> "$log"
-    [[ $line =~ ^\[([0-9]+/[0-9]+)\] && $line != *"Re-running CMake"* ]] || continue
+    [[ $line =~ ^\[([0-9]+/[0-9]+)\] ]] || continue
+    # Before these lines Ninja does not know yet how many steps there are.
+    [[ $line != *"Re-running CMake"* && $line != *"Re-checking globbed"* ]] || continue
     if [ -t 2 ]; then
       printf '\rBuilding %s [%s] ' "$preset" "${BASH_REMATCH[1]}" >&2
     elif [ -z "$started" ]; then
