@@ -33,20 +33,6 @@ void SetNoDeactivation(const DatePicker& start, const DatePicker& end, Date toda
   end.SetChosen(Null{});
 }
 
-void SetFixedDeactivation(const DatePicker& start, const DatePicker& end, Date today,
-                          const Value& lastDay) {
-  start.SetChosen(today);
-  end.SetChosen(lastDay);
-  end.SetEndOfDay();
-}
-
-void SetDeactivationAfterDays(const DatePicker& start, const DatePicker& end, Date today,
-                              double days) {
-  start.SetChosen(today);
-  end.SetChosen(LastActiveDay(today, days, end.MaxDate()));
-  end.SetEndOfDay();
-}
-
 }  // namespace
 
 void clsCredential::pbRetrieveSchedules(const ObjectRef& objConn, std::int32_t lngUnitKey) {
@@ -131,9 +117,9 @@ void clsCredential::SetDefaultDates(const Screen& screen, const TableView& setti
   if (mode == 0) {
     SetNoDeactivation(start, end, today);
   } else if (mode == 1) {
-    SetFixedDeactivation(start, end, today, settings.Cell(0, 2));
+    ChooseFixedPeriod(start, end, today, settings.Cell(0, 2));
   } else if (mode == 2) {
-    SetDeactivationAfterDays(start, end, today, NumericValue(settings.Cell(0, 3)));
+    ChoosePeriodOfDays(start, end, today, NumericValue(settings.Cell(0, 3)));
   }
 }
 

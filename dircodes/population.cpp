@@ -46,22 +46,6 @@ void SetNoDeactivation(const DatePicker& start, const DatePicker& end, Date now)
   end.SetChosen(Null{});
 }
 
-void SetFixedDeactivation(const DatePicker& start, const DatePicker& end, Date now,
-                          const Value& lastDay) {
-  start.SetChosen(now);
-  end.SetChosen(lastDay);
-  end.SetEndOfDay();
-  start.SetChosen(Null{});
-}
-
-void SetDeactivationAfterDays(const DatePicker& start, const DatePicker& end, Date now,
-                              double days) {
-  start.SetChosen(now);
-  end.SetChosen(LastActiveDay(now, days, end.MaxDate()));
-  end.SetEndOfDay();
-  start.SetChosen(Null{});
-}
-
 // Lists the display names at the unit; tenants without one are left out.
 void ListDisplayNames(const ListControl& list, const TableView& tenants) {
   const std::int32_t last = tenants.UpperRow();
@@ -131,9 +115,11 @@ void clsDirCode::SetDefaultDates(const Screen& screen, const TableView& settings
   if (mode == 0) {
     SetNoDeactivation(start, end, host_.Now());
   } else if (mode == 1) {
-    SetFixedDeactivation(start, end, host_.Now(), settings.Cell(0, 3));
+    ChooseFixedPeriod(start, end, host_.Now(), settings.Cell(0, 3));
+    start.SetChosen(Null{});
   } else if (mode == 2) {
-    SetDeactivationAfterDays(start, end, host_.Now(), NumericValue(settings.Cell(0, 4)));
+    ChoosePeriodOfDays(start, end, host_.Now(), NumericValue(settings.Cell(0, 4)));
+    start.SetChosen(Null{});
   }
 }
 
