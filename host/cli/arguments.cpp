@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "frame/date.h"
+#include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "host/cli/console.h"
 #include "host/cli/display_text.h"
@@ -102,6 +103,22 @@ GivenDate ReadDate(std::string_view option, std::string_view given) {
                     option, Displayable(given)));
   }
   return {*date, given.find(':') != std::string_view::npos};
+}
+
+void ChooseDate(Picker& picker, std::string_view option, std::string_view given, bool isEnd) {
+  const GivenDate date = ReadDate(option, given);
+  qorcred::CivilTime time = qorcred::ToCivil(date.date);
+  if (isEnd && !date.hasTime) {
+    time.hour = 23;
+    time.minute = 59;
+    time.second = 59;
+  }
+  try {
+    picker.Choose(qorcred::FromCivil(time));
+  } catch (const qorcred::RuntimeError&) {
+    throw UsageError(
+        fmt::format("{} '{}' lies outside the years that the screen offers", option, given));
+  }
 }
 
 const std::string& TypedText(std::string_view option, const std::string& text) {

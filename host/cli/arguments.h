@@ -8,6 +8,7 @@
 
 #include "frame/value.h"
 #include "host/screens/list_box.h"
+#include "host/screens/picker.h"
 
 namespace qorhost {
 
@@ -27,6 +28,10 @@ struct GivenDate {
   bool hasTime = false;
 };
 [[nodiscard]] GivenDate ReadDate(std::string_view option, std::string_view given);
+
+/// Chooses the date that ReadDate() reads; as an end, without a time, it is the day's last second.
+/// Raises UsageError also for a date that the picker does not offer.
+void ChooseDate(Picker& picker, std::string_view option, std::string_view given, bool isEnd);
 
 /// `text` itself; raises UsageError when nobody could type it into a box (control characters, bytes
 /// that are not UTF-8).

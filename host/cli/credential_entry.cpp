@@ -9,7 +9,6 @@
 
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
-#include "frame/date.h"
 #include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "host/cli/arguments.h"
@@ -80,22 +79,6 @@ void ChooseSchedules(HeadlessScreen& screen, std::string_view given) {
     }
     more = comma != std::string_view::npos;
     given.remove_prefix(more ? comma + 1 : given.size());
-  }
-}
-
-void ChooseDate(Picker& picker, std::string_view option, std::string_view given, bool endOfDay) {
-  const GivenDate date = ReadDate(option, given);
-  qorcred::CivilTime time = qorcred::ToCivil(date.date);
-  if (endOfDay && !date.hasTime) {
-    time.hour = 23;
-    time.minute = 59;
-    time.second = 59;
-  }
-  try {
-    picker.Choose(qorcred::FromCivil(time));
-  } catch (const qorcred::RuntimeError&) {
-    throw UsageError(
-        fmt::format("{} '{}' lies outside the years that the screen offers", option, given));
   }
 }
 

@@ -113,7 +113,7 @@ class CredentialImport {
         desk_(session, unitKey, DeskScreen::kCredentials),
         tenants_(desk_.screen().List("cboAssignedTo"), kNobody) {}
 
-  bool Enter(const ImportLine& line) {
+  bool Enter(const ImportLine& line, ImportNotes&) {
     TypeAll(line);
     std::int32_t rid = 0;
     if (!WentWell(desk_.SaveNew(&rid), session_.log())) {
@@ -228,18 +228,7 @@ constexpr ImportedKind kKind{"credential", "credentials"};
 
 ExitStatus RunCredentialImport(const GlobalOptions& global, const ImportOptions& options,
                                Console& console) {
-  if (options.columns) {
-    PrintColumns(console.out, kColumns);
-    return ExitStatus::kDone;
-  }
-  ImportFile file(ReadImportText(options.file, console.in), kColumns);
-  StoreSession session(OpenFile(global, OpenMode::kReadWrite), global, console);
-  const std::int32_t unit = session.ChosenUnit().key;
-  CredentialImport credentials(session, unit);
-  ImportRun run(session, global, options);
-  return run.Run(
-      unit, file, [&](const ImportLine& line, ImportNotes&) { return credentials.Enter(line); },
-      kKind, console);
+  return RunImport<CredentialImport>(global, options, console, kColumns, kKind);
 }
 
 }  // namespace qorhost

@@ -7,8 +7,6 @@
 
 #include "dircodes/unit_notation.h"
 #include "frame/convert.h"
-#include "frame/date.h"
-#include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "host/cli/arguments.h"
 #include "host/cli/display_text.h"
@@ -58,8 +56,8 @@ void ChooseDelay(HeadlessScreen& screen, std::string_view spinner, std::string_v
   screen.Invoke(spinner, qorcred::InvokeKind::kPut, value);
 }
 
-void ChooseDate(Picker& picker, std::string_view option, const std::optional<std::string>& given,
-                bool endOfDay) {
+void ChooseDateOrNone(Picker& picker, std::string_view option,
+                      const std::optional<std::string>& given, bool isEnd) {
   if (!given) {
     return;
   }
@@ -67,19 +65,7 @@ void ChooseDate(Picker& picker, std::string_view option, const std::optional<std
     picker.Choose(std::nullopt);
     return;
   }
-  const GivenDate date = ReadDate(option, *given);
-  qorcred::CivilTime time = qorcred::ToCivil(date.date);
-  if (endOfDay && !date.hasTime) {
-    time.hour = 23;
-    time.minute = 59;
-    time.second = 59;
-  }
-  try {
-    picker.Choose(qorcred::FromCivil(time));
-  } catch (const qorcred::RuntimeError&) {
-    throw UsageError(
-        fmt::format("{} '{}' lies outside the years that the screen offers", option, *given));
-  }
+  ChooseDate(picker, option, *given, isEnd);
 }
 
 void EnterDoNotDisturb(HeadlessScreen& screen, const CodeEntry& entry) {
@@ -112,8 +98,8 @@ void EnterPeriod(HeadlessScreen& screen, const CodeEntry& entry) {
     throw UsageError(
         "leave --from and --to out: an inactive code has no period; --active makes it active");
   }
-  ChooseDate(screen.Date("dtpStart"), "--from", entry.from, false);
-  ChooseDate(screen.Date("dtpEnd"), "--to", entry.to, true);
+  ChooseDateOrNone(screen.Date("dtpStart"), "--from", entry.from, false);
+  ChooseDateOrNone(screen.Date("dtpEnd"), "--to", entry.to, true);
 }
 
 /// The save pastes texts into its statement as they are, so some would break it or come out as

@@ -297,19 +297,7 @@ constexpr ImportedKind kKind{"directory code", "directory codes"};
 
 ExitStatus RunCodeImport(const GlobalOptions& global, const ImportOptions& options,
                          Console& console) {
-  if (options.columns) {
-    PrintColumns(console.out, kColumns);
-    return ExitStatus::kDone;
-  }
-  ImportFile file(ReadImportText(options.file, console.in), kColumns);
-  StoreSession session(OpenFile(global, OpenMode::kReadWrite), global, console);
-  const std::int32_t unit = session.ChosenUnit().key;
-  CodeImport codes(session, unit);
-  ImportRun run(session, global, options);
-  return run.Run(
-      unit, file,
-      [&](const ImportLine& line, ImportNotes& notes) { return codes.Enter(line, notes); }, kKind,
-      console);
+  return RunImport<CodeImport>(global, options, console, kColumns, kKind);
 }
 
 }  // namespace qorhost

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -74,5 +75,26 @@ class ImportRun {
   std::size_t refused_ = 0;
   bool failed_ = false;
 };
+
+/// A whole import command: an `Import` is made for the unit and enters the lines of the file.
+template <typename Import>
+ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options, Console& console,
+                     std::span<const ImportColumn> columns, const ImportedKind& kind) {
+  if (options.columns) {
+    PrintColumns(console.out, columns);
+    return ExitStatus::kDone;
+  }
+  ImportFile file(ReadImportText(options.file, console.in), columns);
+  StoreSession session(OpenFile(global, OpenMode::kReadWrite), global, console);
+  const std::int32_t unit = session.ChosenUnit().key;
+  Import entering(session, unit);
+  ImportRun run(session, global, options);
+  return run.Run(
+      unit, file,
+      [&entering](const ImportLine& line, ImportNotes& notes) {
+        return entering.Enter(line, notes);
+      },
+      kind, console);
+}
 
 }  // namespace qorhost

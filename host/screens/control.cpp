@@ -76,18 +76,6 @@ constexpr auto kFirstOfLength = [] {
   return first;
 }();
 
-/// A property that is read without arguments and written with one.
-template <typename Field, typename Convert>
-Value Property(Field& field, InvokeKind kind, Arguments arguments, Convert convert) {
-  if (kind == InvokeKind::kPut) {
-    RequireCount(arguments, 1);
-    field = convert(arguments.front());
-    return {};
-  }
-  RequireCount(arguments, 0);
-  return Value(field);
-}
-
 }  // namespace
 
 ControlMember FindControlMember(std::string_view name) noexcept {

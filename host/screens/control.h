@@ -98,6 +98,20 @@ class Control : public qorcred::Object {
 
 /// Raises kWrongArgumentCount unless there are `count` arguments.
 void RequireCount(qorcred::Arguments arguments, std::size_t count);
+
+/// A property that is read without arguments and written with one.
+template <typename Field, typename Convert>
+qorcred::Value Property(Field& field, qorcred::InvokeKind kind, qorcred::Arguments arguments,
+                        Convert convert) {
+  if (kind == qorcred::InvokeKind::kPut) {
+    RequireCount(arguments, 1);
+    field = convert(arguments.front());
+    return {};
+  }
+  RequireCount(arguments, 0);
+  return qorcred::Value(field);
+}
+
 /// Raises kUnknownMember for a put on a member that can only be read or called.
 void RefusePut(qorcred::InvokeKind kind);
 

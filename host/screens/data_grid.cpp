@@ -24,18 +24,6 @@ std::string ComparedText(const Value& value) {
   return flag != nullptr ? (*flag ? "-1" : "0") : qorcred::TextOrEmpty(value);
 }
 
-/// A property that is read without arguments and written with one.
-template <typename Field, typename Convert>
-Value Property(Field& field, InvokeKind kind, Arguments arguments, Convert convert) {
-  if (kind == InvokeKind::kPut) {
-    RequireCount(arguments, 1);
-    field = convert(arguments.front());
-    return {};
-  }
-  RequireCount(arguments, 0);
-  return Value(field);
-}
-
 Value Same(const Value& value) {
   return value;
 }
