@@ -139,13 +139,17 @@ list_sources() {
 }
 
 # How many single cases passed and failed, from a log of ctest ($1): those that Google Test counted,
-# and one for each test that is no such program or was cut off before it could count.
+# and one for each test that is no such program or was cut off before it could count. Skipped ones
+# are told where there are any.
 count_cases() {
   awk '/^\[  PASSED  \] [0-9]+ test/ { passed += $4; counted = 1 }
        /^\[  FAILED  \] [0-9]+ test/ { failed += $4; counted = 1; refused = 1 }
+       /^\[  SKIPPED \] [0-9]+ test/ { skipped += $4 }
        /^Test Passed\.$/ { if (!counted) passed++; counted = refused = 0 }
        /^Test Failed\.$/ { if (!refused) failed++; counted = refused = 0 }
-       END { printf "%d passed, %d failed\n", passed, failed }' "$1"
+       END { printf "%d passed, %d failed", passed, failed
+             if (skipped) printf ", %d skipped", skipped
+             print "" }' "$1"
 }
 
 # Prints a heading for what follows, with the minutes and seconds since the script began.
