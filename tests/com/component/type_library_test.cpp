@@ -1,5 +1,6 @@
-// The embedded type library against the member tables: names, identifiers, types, optional and
-// by-reference parameters.
+// The embedded type library against the member tables: names, identifiers, types, directions,
+// optional and by-reference parameters; and the defaults of omitted arguments.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -30,7 +31,8 @@ struct Function {
   std::string name;
   int id = 0;
   INVOKEKIND kind = INVOKE_FUNC;
-  std::vector<std::string> parameters;  ///< "[in,out] Long lngRID = ..." without the name's marks
+  std::vector<std::string> parameters;  ///< "[in,out] Optional ByRef Long lngRID"
+  std::vector<std::string> defaults;    ///< "lngRID = Long 0", of the optional ones
   std::string result;
 };
 
@@ -71,10 +73,41 @@ std::string TypeText(ITypeInfo& info, const TYPEDESC& type) {
   }
 }
 
+bool IsOptional(const ELEMDESC& element) {
+  return (element.paramdesc.wParamFlags & (PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT)) != 0;
+}
+
+std::string DirectionText(USHORT flags) {
+  switch (flags & ~(PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT)) {
+    case PARAMFLAG_FIN:
+      return "[in] ";
+    case PARAMFLAG_FOUT:
+      return "[out] ";
+    case PARAMFLAG_FIN | PARAMFLAG_FOUT:
+      return "[in,out] ";
+    default:
+      return "[flags " + std::to_string(flags) + "] ";
+  }
+}
+
 std::string ParameterText(ITypeInfo& info, const ELEMDESC& element, const std::string& name) {
-  const USHORT flags = element.paramdesc.wParamFlags;
-  const bool optional = (flags & (PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT)) != 0;
-  return (optional ? "Optional " : "") + TypeText(info, element.tdesc) + " " + name;
+  return DirectionText(element.paramdesc.wParamFlags) + (IsOptional(element) ? "Optional " : "") +
+         TypeText(info, element.tdesc) + " " + name;
+}
+
+/// What a client passes for an omitted argument.
+std::string DefaultText(const PARAMDESC& parameter) {
+  if ((parameter.wParamFlags & PARAMFLAG_FHASDEFAULT) == 0) return "none";
+  if (parameter.pparamdescex == nullptr) return "lost";
+  const VARIANT& value = parameter.pparamdescex->varDefaultValue;
+  switch (V_VT(&value)) {
+    case VT_BOOL:
+      return "Boolean " + std::to_string(V_BOOL(&value));
+    case VT_I4:
+      return "Long " + std::to_string(V_I4(&value));
+    default:
+      return "type " + std::to_string(V_VT(&value));
+  }
 }
 
 Function FunctionAt(ITypeInfo& info, UINT index) {
@@ -92,8 +125,12 @@ Function FunctionAt(ITypeInfo& info, UINT index) {
   function.id = description->memid;
   function.kind = description->invkind;
   for (std::size_t at = 0; at < parameters; ++at) {
-    function.parameters.push_back(ParameterText(info, description->lprgelemdescParam[at],
-                                                at + 1 < count ? FromBstr(names[at + 1]) : ""));
+    const ELEMDESC& element = description->lprgelemdescParam[at];
+    const std::string name = at + 1 < count ? FromBstr(names[at + 1]) : "";
+    function.parameters.push_back(ParameterText(info, element, name));
+    if (IsOptional(element)) {
+      function.defaults.push_back(name + " = " + DefaultText(element.paramdesc));
+    }
   }
   function.result = TypeText(info, description->elemdescFunc.tdesc);
   for (BSTR name : names) SysFreeString(name);
@@ -138,7 +175,9 @@ std::string TypeName(ValueType type) {
 std::string ExpectedParameter(const Parameter& parameter) {
   // An optional object has no default of its own type.
   const bool isVariant = parameter.optional && parameter.type == ValueType::kObject;
-  return std::string(parameter.optional ? "Optional " : "") + (parameter.byRef ? "ByRef " : "") +
+  // What is passed by reference may come back changed.
+  return std::string(parameter.byRef ? "[in,out] " : "[in] ") +
+         (parameter.optional ? "Optional " : "") + (parameter.byRef ? "ByRef " : "") +
          (isVariant ? "Variant" : TypeName(parameter.type)) + " " + std::string(parameter.name);
 }
 
@@ -147,7 +186,7 @@ std::vector<Function> ExpectedFunctions(std::span<const Member> members) {
   for (const Member& member : members) {
     const std::string name(member.name);
     if (member.kind == MemberKind::kOperation) {
-      Function function{name, member.id, INVOKE_FUNC, {}, TypeName(member.type)};
+      Function function{name, member.id, INVOKE_FUNC, {}, {}, TypeName(member.type)};
       for (const Parameter& parameter : member.parameters) {
         function.parameters.push_back(ExpectedParameter(parameter));
       }
@@ -155,10 +194,11 @@ std::vector<Function> ExpectedFunctions(std::span<const Member> members) {
       continue;
     }
     const std::string value = TypeName(member.type);
-    functions.push_back({name, member.id, INVOKE_PROPERTYGET, {}, value});
-    functions.push_back({name, member.id, INVOKE_PROPERTYPUT, {value + " "}, "nothing"});
+    const std::string valuePut = "[in] " + value + " ";
+    functions.push_back({name, member.id, INVOKE_PROPERTYGET, {}, {}, value});
+    functions.push_back({name, member.id, INVOKE_PROPERTYPUT, {valuePut}, {}, "nothing"});
     if (member.type == ValueType::kObject) {
-      functions.push_back({name, member.id, INVOKE_PROPERTYPUTREF, {value + " "}, "nothing"});
+      functions.push_back({name, member.id, INVOKE_PROPERTYPUTREF, {valuePut}, {}, "nothing"});
     }
   }
   return functions;
@@ -171,7 +211,7 @@ std::string LineOf(const Function& function) {
     // The value of a put has no name of its own.
     const bool isPut =
         function.kind == INVOKE_PROPERTYPUT || function.kind == INVOKE_PROPERTYPUTREF;
-    line += (isPut ? parameter.substr(0, parameter.find(' ')) : parameter) + "; ";
+    line += (isPut ? parameter.substr(0, parameter.find_last_of(' ')) : parameter) + "; ";
   }
   return line + ") -> " + function.result;
 }
@@ -200,6 +240,40 @@ TEST_F(TypeLibraryTest, EveryDispinterfaceSaysWhatTheMemberTableSays) {
     EXPECT_EQ(LinesOf(FunctionsOf(library(), comClass.dispinterface)),
               LinesOf(ExpectedFunctions(comClass.members())));
   }
+}
+
+// Those of the classes in C++, in the types of the parameters: a client that binds early passes
+// them itself, and gets what one that omits the arguments gets.
+TEST_F(TypeLibraryTest, EveryOptionalArgumentHasItsDefault) {
+  const std::vector<std::string> expected = {
+      "clsCredential.pbSave blnIsTBL = Boolean 0",
+      "clsCredential.pbSave blnEditCR = Boolean 0",
+      "clsCredential.pbSave lngRID = Long 0",
+      "clsCredential.pbRetrieveCredentials lngRID = Long -1",
+      "clsCredential.pbRetrieveCredentials lngPreviousRID = Long 0",
+      "clsDirCode.pbSave blnEditDir = Boolean 0",
+      "clsDirCode.pbSave lngRID = Long 0",
+      "clsDirCode.pbSave prevDirCodeIndex = Long 0",
+      "clsDirCode.pbRetrieveDirCodes lngRID = Long -1",
+      "clsDirCode.pbRetrieveDirCodes lngOldValue = Long 0",
+      "clsDirCode.pbDelete blnDontDisplayMessage = Boolean 0",
+      "clsDirCode.pbDelete blnValidate = Boolean 0",
+      "clsDirCode.pbRetrieveTenants lngDirCode = Long 0",
+      "clsDirCode.pbRetrieveTenants blnDIsplayName = Boolean 0",
+      "clsDirCode.pbMergeSave lngRID = Long 0",
+      // An omitted object is told as such.
+      "clsDirCodeReport.pvDirCodeReportResult colValueItem = none",
+      "clsDirCodeReport.pbGetEntryLength blnDirLength = Boolean 0",
+  };
+  std::vector<std::string> found;
+  for (const ComClass& comClass : Classes()) {
+    for (const Function& function : FunctionsOf(library(), comClass.dispinterface)) {
+      for (const std::string& one : function.defaults) {
+        found.push_back(ToUtf8(comClass.name) + "." + function.name + " " + one);
+      }
+    }
+  }
+  EXPECT_THAT(found, testing::UnorderedElementsAreArray(expected));
 }
 
 TEST_F(TypeLibraryTest, EveryClassIsACoclassThatCanBeCreated) {
