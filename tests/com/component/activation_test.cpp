@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <array>
+#include <initializer_list>
 #include <string>
+#include <vector>
 
 #include "com/classes.h"
 #include "com/ownership.h"
@@ -22,10 +25,15 @@ using Unregister = HRESULT(STDAPICALLTYPE*)();
 /// An activation context made from a manifest, active as long as it lives.
 class ActiveContext {
  public:
-  explicit ActiveContext(const std::wstring& manifest) {
+  /// `file` is the manifest, or a program or library that has it in it.
+  explicit ActiveContext(const std::wstring& file) {
     ACTCTXW description{};
     description.cbSize = sizeof description;
-    description.lpSource = manifest.c_str();
+    description.lpSource = file.c_str();
+    if (!file.ends_with(L".manifest")) {
+      description.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
+      description.lpResourceName = MAKEINTRESOURCEW(1);
+    }
     context_ = CreateActCtxW(&description);
     active_ = context_ != INVALID_HANDLE_VALUE && ActivateActCtx(context_, &cookie_) != FALSE;
   }
@@ -46,8 +54,7 @@ class ActiveContext {
 
 HRESULT Create(const ComClass& comClass, ComPtr<IDispatch>& object) {
   CLSID id{};
-  const std::wstring progId = std::wstring(L"qorCred.") + comClass.name;
-  const HRESULT found = CLSIDFromProgID(progId.c_str(), &id);
+  const HRESULT found = CLSIDFromProgID(comClass.programmaticId, &id);
   if (FAILED(found)) return found;
   return CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.ReceiveVoid());
 }
@@ -75,9 +82,7 @@ TEST_F(ActivationTest, WithoutRegistrationAndContextThereAreNoClasses) {
   }
 }
 
-TEST_F(ActivationTest, TheComponentsManifestMakesEveryClassCreatable) {
-  const ActiveContext context(TestFolder() + L"qorCred.manifest");
-  ASSERT_TRUE(context.active());
+void ExpectEveryClassCreatable() {
   for (const ComClass& comClass : Classes()) {
     SCOPED_TRACE(ToUtf8(comClass.name));
     ComPtr<IDispatch> object;
@@ -87,6 +92,50 @@ TEST_F(ActivationTest, TheComponentsManifestMakesEveryClassCreatable) {
     EXPECT_EQ(object->GetTypeInfoCount(&count), S_OK);
     EXPECT_EQ(count, 1U);
   }
+}
+
+TEST_F(ActivationTest, TheComponentsManifestMakesEveryClassCreatable) {
+  for (const wchar_t* file : {L"qorCred.manifest", L"qorCred.dll"}) {
+    SCOPED_TRACE(ToUtf8(file));
+    const ActiveContext context(TestFolder() + file);
+    ASSERT_TRUE(context.active()) << GetLastError();
+    ExpectEveryClassCreatable();
+  }
+}
+
+/// A new folder below the one for temporary files, with copies of the named files.
+class CopiedFiles {
+ public:
+  explicit CopiedFiles(std::initializer_list<const wchar_t*> names) {
+    std::array<wchar_t, MAX_PATH> temporary{};
+    GetTempPathW(static_cast<DWORD>(temporary.size()), temporary.data());
+    folder_ = std::wstring(temporary.data()) + L"qorCred" + std::to_wstring(GetCurrentProcessId());
+    EXPECT_NE(CreateDirectoryW(folder_.c_str(), nullptr), FALSE);
+    for (const wchar_t* name : names) {
+      files_.push_back(folder_ + L"\\" + name);
+      EXPECT_NE(CopyFileW((TestFolder() + name).c_str(), files_.back().c_str(), TRUE), FALSE);
+    }
+  }
+  ~CopiedFiles() {
+    for (const std::wstring& file : files_) DeleteFileW(file.c_str());
+    RemoveDirectoryW(folder_.c_str());
+  }
+  CopiedFiles(const CopiedFiles&) = delete;
+  CopiedFiles& operator=(const CopiedFiles&) = delete;
+
+  [[nodiscard]] const std::wstring& file(std::size_t at) const { return files_.at(at); }
+
+ private:
+  std::wstring folder_;
+  std::vector<std::wstring> files_;
+};
+
+TEST_F(ActivationTest, AnApplicationNeedsNothingButTheDllBesideItsManifest) {
+  const CopiedFiles copies({L"application.manifest", L"qorCred.dll"});
+  const ActiveContext context(copies.file(0));
+  ASSERT_TRUE(context.active()) << GetLastError();
+  ExpectEveryClassCreatable();
+  CoFreeUnusedLibrariesEx(0, 0);
 }
 
 TEST_F(ActivationTest, TheComponentsManifestLetsEveryInterfaceCrossApartments) {
@@ -119,12 +168,7 @@ TEST_F(ActivationTest, TheComponentsManifestLetsEveryInterfaceCrossApartments) {
 TEST_F(ActivationTest, AnApplicationsManifestThatNamesTheComponentDoesToo) {
   const ActiveContext context(TestFolder() + L"application.manifest");
   ASSERT_TRUE(context.active()) << GetLastError();
-  for (const ComClass& comClass : Classes()) {
-    SCOPED_TRACE(ToUtf8(comClass.name));
-    ComPtr<IDispatch> object;
-    EXPECT_EQ(Create(comClass, object), S_OK);
-    EXPECT_TRUE(object);
-  }
+  ExpectEveryClassCreatable();
 }
 
 }  // namespace
