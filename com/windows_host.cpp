@@ -38,8 +38,12 @@ ObjectRef WindowsHost::CreateComponent(std::string_view programmaticId) {
 
 MessageButton WindowsHost::ShowMessage(std::string_view text, MessageStyle style,
                                        std::string_view title) {
-  const int button = MessageBoxW(GetActiveWindow(), ToWide(text).c_str(), ToWide(title).c_str(),
-                                 static_cast<UINT>(style));
+  HWND owner = GetActiveWindow();
+  // While the user works in another program no window of the thread is active. They all wait for an
+  // answer nevertheless.
+  const UINT modality = owner == nullptr ? MB_TASKMODAL : MB_APPLMODAL;
+  const int button = MessageBoxW(owner, ToWide(text).c_str(), ToWide(title).c_str(),
+                                 static_cast<UINT>(style) | modality);
   return static_cast<MessageButton>(button);
 }
 

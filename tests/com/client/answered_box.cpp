@@ -38,6 +38,18 @@ BOOL CALLBACK KeepLabel(HWND window, LPARAM found) {
   return TRUE;
 }
 
+struct OtherWindows {
+  HWND box;
+  int takingInput = 0;
+};
+
+BOOL CALLBACK CountTakingInput(HWND window, LPARAM given) {
+  auto& others = *reinterpret_cast<OtherWindows*>(given);
+  const bool takesInput = IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE;
+  if (window != others.box && takesInput) ++others.takingInput;
+  return TRUE;
+}
+
 }  // namespace
 
 AnsweredBox::AnsweredBox(std::wstring title, int button)
@@ -72,6 +84,10 @@ void AnsweredBox::Answer() {
   }
   seen_.owner = GetWindow(box, GW_OWNER);
   seen_.wasOwnerEnabled = seen_.owner != nullptr && IsWindowEnabled(seen_.owner) != FALSE;
+  OtherWindows others{box};
+  EnumThreadWindows(GetWindowThreadProcessId(box, nullptr), CountTakingInput,
+                    reinterpret_cast<LPARAM>(&others));
+  seen_.windowsTakingInput = others.takingInput;
   PostMessageW(box, WM_COMMAND, MAKEWPARAM(button_, BN_CLICKED),
                reinterpret_cast<LPARAM>(GetDlgItem(box, button_)));
 }

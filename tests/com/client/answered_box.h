@@ -16,6 +16,7 @@ struct SeenBox {
   std::vector<int> buttons;  ///< identifiers of the usual ones that it has, in ascending order
   HWND owner = nullptr;
   bool wasOwnerEnabled = false;
+  int windowsTakingInput = 0;  ///< visible ones of the thread beside the box
 };
 
 /// While it lives, another thread waits for a message box of this thread with the title, reads it

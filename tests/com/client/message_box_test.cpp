@@ -64,12 +64,18 @@ TEST_F(MessageBoxes, TheActiveWindowOwnsThemAndWaits) {
   EXPECT_TRUE(IsWindowEnabled(window.get()));
 }
 
-TEST_F(MessageBoxes, WithoutAnActiveWindowNobodyOwnsThem) {
+TEST_F(MessageBoxes, WithoutAnActiveWindowNobodyOwnsThemAndAllWindowsWait) {
+  const HostWindow one;
+  const HostWindow other;
+  SetActiveWindow(nullptr);
   ASSERT_EQ(GetActiveWindow(), nullptr);
   AnsweredBox box(kTitle, IDOK);
   EXPECT_EQ(Refuse().code, S_OK);
   ASSERT_TRUE(box.Seen().wasFound);
   EXPECT_EQ(box.Seen().owner, nullptr);
+  EXPECT_EQ(box.Seen().windowsTakingInput, 0);
+  EXPECT_TRUE(IsWindowEnabled(one.get()));
+  EXPECT_TRUE(IsWindowEnabled(other.get()));
 }
 
 TEST_F(MessageBoxes, AFailedDeletionIsToldAfterIt) {

@@ -13,6 +13,9 @@ BoxAnswerer* current = nullptr;
 // The window class of dialogs, to which message boxes belong.
 constexpr wchar_t kDialogClass[] = L"#32770";
 
+// Posted to a box; it arrives when the box waits for the user. Dialogs make nothing of it.
+constexpr UINT kIsReady = WM_APP;
+
 std::wstring TextOf(HWND window) {
   const auto length = static_cast<std::size_t>(GetWindowTextLengthW(window));
   std::wstring text(length + 1, L'\0');
@@ -82,14 +85,17 @@ SeenBox Look(HWND box) {
 }  // namespace
 
 BoxAnswerer::BoxAnswerer(int button, BoxListener listener)
-    : hook_(SetWindowsHookExW(WH_CBT, OnWindowChange, nullptr, GetCurrentThreadId())),
+    : changes_(SetWindowsHookExW(WH_CBT, OnWindowChange, nullptr, GetCurrentThreadId())),
+      messages_(SetWindowsHookExW(WH_GETMESSAGE, OnMessage, nullptr, GetCurrentThreadId())),
       button_(button),
       listener_(std::move(listener)) {
   current = this;
 }
 
 BoxAnswerer::~BoxAnswerer() {
-  if (hook_ != nullptr) UnhookWindowsHookEx(hook_);
+  for (HHOOK hook : {changes_, messages_}) {
+    if (hook != nullptr) UnhookWindowsHookEx(hook);
+  }
   if (current == this) current = nullptr;
 }
 
@@ -97,14 +103,28 @@ LRESULT CALLBACK BoxAnswerer::OnWindowChange(int code, WPARAM window, LPARAM det
   BoxAnswerer* const self = current;
   // A window handle comes as a number.
   const auto box = reinterpret_cast<HWND>(window);
-  if (code == HCBT_ACTIVATE && self != nullptr && HasClass(box, kDialogClass)) self->Answer(box);
+  if (code == HCBT_ACTIVATE && self != nullptr && HasClass(box, kDialogClass)) self->Notice(box);
   return CallNextHookEx(nullptr, code, window, details);
 }
 
+LRESULT CALLBACK BoxAnswerer::OnMessage(int code, WPARAM isRemoved, LPARAM message) {
+  BoxAnswerer* const self = current;
+  const MSG& arrived = *reinterpret_cast<const MSG*>(message);
+  if (code == HC_ACTION && isRemoved == PM_REMOVE && self != nullptr &&
+      arrived.hwnd == self->noticed_ && arrived.message == kIsReady) {
+    self->Answer(arrived.hwnd);
+  }
+  return CallNextHookEx(nullptr, code, isRemoved, message);
+}
+
+void BoxAnswerer::Notice(HWND box) {
+  // A box can be activated more than once, the first time before there is anything in it.
+  if (box == noticed_) return;
+  noticed_ = box;
+  PostMessageW(box, kIsReady, 0, 0);
+}
+
 void BoxAnswerer::Answer(HWND box) {
-  // A box can be activated more than once.
-  if (box == answered_) return;
-  answered_ = box;
   listener_(Look(box));
   PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button_), 0);
 }

@@ -19,7 +19,7 @@ struct SeenBox {
 using BoxListener = std::function<void(const SeenBox& box)>;
 
 /// While it lives, a message box of this thread is reported and then answered with `button` (IDOK,
-/// IDYES, ...) as soon as it is activated. One at a time in a process.
+/// IDYES, ...) as soon as it takes messages. One at a time in a process.
 class BoxAnswerer {
  public:
   BoxAnswerer(int button, BoxListener listener);
@@ -27,16 +27,19 @@ class BoxAnswerer {
   BoxAnswerer(const BoxAnswerer&) = delete;
   BoxAnswerer& operator=(const BoxAnswerer&) = delete;
 
-  [[nodiscard]] bool IsActive() const { return hook_ != nullptr; }
+  [[nodiscard]] bool IsActive() const { return changes_ != nullptr && messages_ != nullptr; }
 
  private:
   static LRESULT CALLBACK OnWindowChange(int code, WPARAM window, LPARAM details);
+  static LRESULT CALLBACK OnMessage(int code, WPARAM isRemoved, LPARAM message);
+  void Notice(HWND box);
   void Answer(HWND box);
 
-  HHOOK hook_;
+  HHOOK changes_;
+  HHOOK messages_;
   int button_;
   BoxListener listener_;
-  HWND answered_ = nullptr;
+  HWND noticed_ = nullptr;
 };
 
 }  // namespace qortest
