@@ -15,7 +15,8 @@ namespace qorcred::com {
 struct ComClass {
   CLSID id;
   IID dispinterface;
-  const wchar_t* name;  ///< "clsCredential"; its ProgID is "qorCred.clsCredential"
+  const wchar_t* name;            ///< "clsCredential"
+  const wchar_t* programmaticId;  ///< "qorCred.clsCredential"
   const wchar_t* description;
   std::span<const Member> (*members)();
   std::shared_ptr<Controller> (*create)(Host& host);

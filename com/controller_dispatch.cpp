@@ -90,6 +90,12 @@ Value Plain(Value value, ValueType wanted) {
   return Get(**object, "");
 }
 
+// Some languages' own nothing is Null: it lets go of a screen as Nothing does.
+Value ConvertProperty(ValueType type, Value value) {
+  if (type == ValueType::kObject && value.Is(ValueType::kNull)) return ObjectRef();
+  return ConvertPropertyValue(type, std::move(value));
+}
+
 // A date in the place of a text has the user's form, as everywhere in automation.
 Value WithDateAsText(Value value, ValueType wanted) {
   const Date* date = wanted == ValueType::kString ? value.As<Date>() : nullptr;
@@ -183,16 +189,16 @@ Answer RunMember(Controller& controller, const Member& member, InvokeKind kind,
       if (given.cArgs != 0) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
       return {member.run(controller, kind, {})};
     case InvokeKind::kPut: {
-      Value value = Converted(&PlaceOfPut(given), member.type, ConvertPropertyValue, given);
+      Value value = Converted(&PlaceOfPut(given), member.type, ConvertProperty, given);
       return {member.run(controller, kind, {&value, 1})};
     }
   }
   return {};
 }
 
-HRESULT Tell(const Refusal& refusal, UINT* badArgument) {
+HRESULT Refuse(const Refusal& refusal, UINT* badArgument) {
   if (badArgument != nullptr && refusal.argument.has_value()) *badArgument = *refusal.argument;
-  return refusal.code;
+  return com::Refuse(refusal.code);
 }
 
 }  // namespace
@@ -241,12 +247,12 @@ HRESULT ControllerDispatch::GetTypeInfo(UINT index, LCID locale, ITypeInfo** inf
 HRESULT ControllerDispatch::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
                                           DISPID* ids) {
   (void)locale;
-  if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
-  if (names == nullptr || ids == nullptr || count == 0) return E_INVALIDARG;
+  if (!IsEqualIID(iid, IID_NULL)) return com::Refuse(DISP_E_UNKNOWNINTERFACE);
+  if (names == nullptr || ids == nullptr || count == 0) return com::Refuse(E_INVALIDARG);
   try {
     for (UINT at = 0; at < count; ++at) ids[at] = DISPID_UNKNOWN;
     const Member* member = qorcred::FindMember(class_.members(), ToUtf8(names[0]));
-    if (member == nullptr) return DISP_E_UNKNOWNNAME;
+    if (member == nullptr) return com::Refuse(DISP_E_UNKNOWNNAME);
     ids[0] = member->id;
     HRESULT result = S_OK;
     for (UINT at = 1; at < count; ++at) {
@@ -258,9 +264,9 @@ HRESULT ControllerDispatch::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT coun
       }
       if (ids[at] == DISPID_UNKNOWN) result = DISP_E_UNKNOWNNAME;
     }
-    return result;
+    return SUCCEEDED(result) ? result : com::Refuse(result);
   } catch (...) {
-    return E_OUTOFMEMORY;
+    return com::Refuse(E_OUTOFMEMORY);
   }
 }
 
@@ -268,23 +274,23 @@ HRESULT ControllerDispatch::Invoke(DISPID id, REFIID iid, LCID locale, WORD flag
                                    DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* info,
                                    UINT* badArgument) {
   (void)locale;
-  if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
-  if (!IsSound(parameters)) return E_INVALIDARG;
+  if (!IsEqualIID(iid, IID_NULL)) return com::Refuse(DISP_E_UNKNOWNINTERFACE);
+  if (!IsSound(parameters)) return com::Refuse(E_INVALIDARG);
   const Member* member = FindMember(class_.members(), id);
-  if (member == nullptr) return DISP_E_MEMBERNOTFOUND;
+  if (member == nullptr) return com::Refuse(DISP_E_MEMBERNOTFOUND);
   const std::optional<InvokeKind> kind = KindOf(*member, flags);
-  if (!kind.has_value()) return DISP_E_MEMBERNOTFOUND;
+  if (!kind.has_value()) return com::Refuse(DISP_E_MEMBERNOTFOUND);
 
   // The host may let go of the controller while it is called back.
   const ComPtr<IDispatch> alive(this);
   try {
     const Answer answer = RunMember(*controller_, *member, *kind, *parameters);
     if (result != nullptr) PutInto(*result, answer.result);
-    return answer.refusal.has_value() ? Tell(*answer.refusal, badArgument) : S_OK;
+    return answer.refusal.has_value() ? Refuse(*answer.refusal, badArgument) : S_OK;
   } catch (const Refusal& refusal) {
-    return Tell(refusal, badArgument);
+    return Refuse(refusal, badArgument);
   } catch (...) {
-    return Tell(CurrentFailure(), "qorCred." + ToUtf8(class_.name), info);
+    return TellCurrent(class_.programmaticId, info);
   }
 }
 

@@ -15,7 +15,6 @@ using qorcred::com::Audience;
 BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
   if (reason == DLL_PROCESS_ATTACH) {
     qorcred::com::RememberModule(instance);
-    DisableThreadLibraryCalls(instance);
   }
   return TRUE;
 }

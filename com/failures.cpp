@@ -34,19 +34,23 @@ std::string SystemText(HRESULT code) {
   return ToUtf8({buffer.data(), length});
 }
 
+// What a number means, or the system's text for a code that is none.
+std::string TextOf(int number, HRESULT code) {
+  return number > 0 ? std::string(DescriptionOf(static_cast<ErrorNumber>(number)))
+                    : SystemText(code);
+}
+
 RuntimeError Raised(EXCEPINFO& info) {
   if (info.pfnDeferredFillIn != nullptr) info.pfnDeferredFillIn(&info);
   int number = info.wCode != 0 ? info.wCode : NumberOf(info.scode);
   if (number == 0) number = kUnnumbered;
   std::string text = FromBstr(info.bstrDescription);
-  if (text.empty()) {
-    text = number > 0 ? std::string(DescriptionOf(static_cast<ErrorNumber>(number)))
-                      : SystemText(info.scode);
-  }
+  if (text.empty()) text = TextOf(number, info.scode);
   return {static_cast<ErrorNumber>(number), std::move(text)};
 }
 
 void LeaveErrorObject(std::wstring source, std::wstring text) {
+  SetErrorInfo(0, nullptr);
   ComPtr<ICreateErrorInfo> creation;
   if (FAILED(CreateErrorInfo(creation.Receive()))) return;
   creation->SetGUID(IID_IDispatch);
@@ -88,29 +92,36 @@ RuntimeError FailureFrom(HRESULT result, EXCEPINFO& info) {
     case E_OUTOFMEMORY:
       return RuntimeError(ErrorNumber::kOutOfMemory);
     default:
-      return {static_cast<ErrorNumber>(NumberOf(result)), SystemText(result)};
+      return {static_cast<ErrorNumber>(NumberOf(result)), TextOf(NumberOf(result), result)};
   }
 }
 
-HRESULT Tell(const RuntimeError& failure, std::string_view source, EXCEPINFO* info) noexcept {
+HRESULT TellCurrent(const wchar_t* source, EXCEPINFO* info) noexcept {
+  EXCEPINFO told{};
+  told.scode = CodeOfNumber(static_cast<int>(ErrorNumber::kOutOfMemory));
   try {
-    const std::wstring wideSource = ToWide(source);
-    const std::wstring wideText = ToWide(failure.description());
-    LeaveErrorObject(wideSource, wideText);
-    if (info != nullptr) {
-      *info = {};
-      info->scode = CodeOf(failure);
-      info->bstrSource = SysAllocString(wideSource.c_str());
-      info->bstrDescription = SysAllocString(wideText.c_str());
-    }
+    const RuntimeError failure = CurrentFailure();
+    told.scode = CodeOf(failure);
+    const std::wstring text = ToWide(failure.description());
+    LeaveErrorObject(source, text);
+    told.bstrSource = SysAllocString(source);
+    told.bstrDescription = SysAllocString(text.c_str());
   } catch (...) {
     // Out of memory: the code alone has to do.
-    if (info != nullptr) {
-      *info = {};
-      info->scode = CodeOf(failure);
-    }
+    SetErrorInfo(0, nullptr);
+  }
+  if (info != nullptr) {
+    *info = told;
+  } else {
+    SysFreeString(told.bstrSource);
+    SysFreeString(told.bstrDescription);
   }
   return DISP_E_EXCEPTION;
+}
+
+HRESULT Refuse(HRESULT code) noexcept {
+  SetErrorInfo(0, nullptr);
+  return code;
 }
 
 }  // namespace qorcred::com

@@ -3,8 +3,6 @@
 
 #include <windows.h>
 
-#include <string_view>
-
 #include "frame/runtime_error.h"
 
 namespace qorcred::com {
@@ -16,8 +14,13 @@ namespace qorcred::com {
 /// What a failed call on an automation object means. `info` is what came with DISP_E_EXCEPTION.
 [[nodiscard]] RuntimeError FailureFrom(HRESULT result, EXCEPINFO& info);
 
-/// Tells the caller of the failure of `source`: fills `info` unless it is null, and leaves an error
-/// object for the thread. Returns DISP_E_EXCEPTION. Never raises.
-HRESULT Tell(const RuntimeError& failure, std::string_view source, EXCEPINFO* info) noexcept;
+/// Tells the caller of the exception being handled, which `source` raised: fills `info` unless it
+/// is null, and leaves an error object for the thread. Returns DISP_E_EXCEPTION. Call it in a catch
+/// block only.
+HRESULT TellCurrent(const wchar_t* source, EXCEPINFO* info) noexcept;
+
+/// Returns `code` for a call that was refused; the thread's error object, which would tell of an
+/// earlier failure, is gone.
+HRESULT Refuse(HRESULT code) noexcept;
 
 }  // namespace qorcred::com

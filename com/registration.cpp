@@ -133,7 +133,7 @@ std::wstring InterfacePath(const ComClass& comClass) {
 }
 
 std::wstring ProgId(const ComClass& comClass) {
-  return std::wstring(L"qorCred.") + comClass.name;
+  return comClass.programmaticId;
 }
 
 std::wstring VersionedProgId(const ComClass& comClass) {

@@ -18,7 +18,7 @@ enum class Audience {
 
 /// Takes everything that Register() entered away. What a component of the other bitness has entered
 /// for itself stays, and with it the names that both share. After a failure it goes on with the
-/// rest; the result is the first one's code.
+/// rest; the result is the first one's code. The system's own keys above stay, even empty.
 [[nodiscard]] HRESULT Unregister(Audience audience) noexcept;
 
 }  // namespace qorcred::com

@@ -1,6 +1,7 @@
 #include "com/variants.h"
 
-#include <cmath>
+#include <array>
+#include <charconv>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -40,6 +41,16 @@ Value WholeNumber(Number number) {
 Value UnsignedNumber(std::uint64_t number) {
   if (number <= std::numeric_limits<std::int32_t>::max()) return static_cast<std::int32_t>(number);
   return static_cast<double>(number);
+}
+
+// A Single as its shortest text says it: 0.1, not 0.100000001490116.
+Value SingleNumber(float number) {
+  std::array<char, 32> text{};
+  const std::to_chars_result written =
+      std::to_chars(text.data(), text.data() + text.size(), number);
+  double same = number;
+  std::from_chars(text.data(), written.ptr, same);
+  return same;
 }
 
 Value ObjectFrom(IUnknown* unknown) {
@@ -271,7 +282,7 @@ Value ToValue(const VARIANT& variant) {
     case VT_UI8:
       return UnsignedNumber(V_UI8(&variant));
     case VT_R4:
-      return static_cast<double>(V_R4(&variant));
+      return SingleNumber(V_R4(&variant));
     case VT_R8:
       return V_R8(&variant);
     case VT_CY:

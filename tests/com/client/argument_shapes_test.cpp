@@ -112,6 +112,20 @@ TEST_P(AnyShape, DatesReachTextsInTheUsersForm) {
   }
 }
 
+TEST_P(AnyShape, SinglesReachTextsWithTheirOwnDigits) {
+  const Client report(kDirCodeReport);
+  const std::pair<float, const wchar_t*> singles[] = {
+      {0.1F, L"0.1"}, {-2.5F, L"-2.5"}, {16777216.0F, L"16777216"}, {1e-7F, L"1E-07"}};
+  for (const auto& [number, text] : singles) {
+    Variant content;
+    V_VT(&content) = VT_R4;
+    V_R4(&content) = number;
+    const Shaped single(GetParam(), content);
+    ASSERT_EQ(report.Put(L"gstrRIDsForDeletion", single.argument()).code, S_OK);
+    EXPECT_EQ(TextIn(report.Get(L"gstrRIDsForDeletion").result), text);
+  }
+}
+
 TEST_P(AnyShape, TextsReachATextParameter) {
   const Client controller(kCredential);
   const Shaped text(GetParam(), Variant(L"SGVsbG8="));
@@ -233,7 +247,9 @@ TEST_F(OddArguments, EmptyIsZeroAndTheEmptyText) {
 
 TEST_F(OddArguments, NothingAndEmptyReleaseAScreen) {
   const Client report(kDirCodeReport);
-  for (const Variant& nothing : {Variant(), Variant(static_cast<IDispatch*>(nullptr))}) {
+  // Null is what some languages have for it.
+  for (const Variant& nothing :
+       {Variant(), Variant(static_cast<IDispatch*>(nullptr)), Variant::Null()}) {
     const ComPtr<FakeObject> screen = FakeObject::Make();
     ASSERT_EQ(report.Put(L"gfrmTxFilter", Variant(screen)).code, S_OK);
     EXPECT_EQ(ObjectIn(report.Get(L"gfrmTxFilter").result), screen.get());

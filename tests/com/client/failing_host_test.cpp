@@ -1,4 +1,6 @@
 // Host objects that fail, and what a client gets to know of it.
+#include <functional>
+
 #include "tests/com/client/client_fixture.h"
 
 namespace qortest {
@@ -80,6 +82,9 @@ const Failure kFailures[] = {
     Code("ParameterNotOptional", DISP_E_PARAMNOTOPTIONAL, 449, L"Argument not optional"),
     Code("BadIndex", DISP_E_BADINDEX, 9, L"Subscript out of range"),
     Code("OutOfMemory", E_OUTOFMEMORY, 7, L"Out of memory"),
+    Code("BareNumber", Numbered(9), 9, L"Subscript out of range"),
+    Code("BareNumberOfTheHosts", Numbered(3021), 3021,
+         L"Application-defined or object-defined error"),
     Unnumbered("UnknownInterface", DISP_E_UNKNOWNINTERFACE),
     Unnumbered("UnknownLocale", DISP_E_UNKNOWNLCID),
     Unnumbered("ArrayIsLocked", DISP_E_ARRAYISLOCKED),
@@ -131,6 +136,29 @@ TEST_P(FailingHostWith, IsRaisedThroughByTheReportsStatement) {
   GUID interfaceOfError = GUID_NULL;
   EXPECT_EQ(error->GetGUID(&interfaceOfError), S_OK);
   EXPECT_TRUE(IsEqualGUID(interfaceOfError, IID_IDispatch));
+}
+
+/// A thread's error object; null when there is none.
+ComPtr<IErrorInfo> ErrorObject() {
+  ComPtr<IErrorInfo> error;
+  GetErrorInfo(0, error.Receive());
+  return error;
+}
+
+TEST_F(FailingHost, WhatARefusedCallMeansIsNotToldByAnEarlierFailure) {
+  const Client controller(kCredential);
+  const std::function<HRESULT()> refusals[] = {
+      [&] { return controller.Call(L"pbBase64Dec").code; },
+      [&] { return controller.Call(L"pbRetrieveSchedules", Variant(), Variant(L"unit")).code; },
+      [&] { return controller.Put(L"pbSave", Variant(1)).code; },
+      [&] { return controller.Invoke(4711, DISPATCH_METHOD, {}, {}).code; },
+      [&] { return controller.IdOf(L"pbNothing") == DISPID_UNKNOWN ? E_FAIL : S_OK; },
+  };
+  for (const auto& refused : refusals) {
+    ASSERT_EQ(controller.Call(L"pbBase64Dec", Variant(L"NTA")).code, DISP_E_EXCEPTION);
+    EXPECT_TRUE(FAILED(refused()));
+    EXPECT_FALSE(ErrorObject());
+  }
 }
 
 TEST_P(FailingHostWith, IsTrappedByTheOtherOperations) {

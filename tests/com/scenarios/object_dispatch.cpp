@@ -61,7 +61,7 @@ class ObjectDispatch final : public PlainDispatch<IDispatch> {
       if (result != nullptr) qorcred::com::PutInto(*result, Outward(answer));
       return S_OK;
     } catch (...) {
-      return qorcred::com::Tell(qorcred::CurrentFailure(), "test", info);
+      return qorcred::com::TellCurrent(L"test", info);
     }
   }
 
