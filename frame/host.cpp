@@ -24,7 +24,7 @@ bool IsSpecial(std::size_t byte) noexcept {
 
 std::uint8_t ToAnsiByte(char32_t codePoint) noexcept {
   if (codePoint <= 0xFF && !IsSpecial(codePoint)) return static_cast<std::uint8_t>(codePoint);
-  const auto* found = std::find(kSpecialBytes.begin(), kSpecialBytes.end(), codePoint);
+  const auto found = std::find(kSpecialBytes.begin(), kSpecialBytes.end(), codePoint);
   if (found == kSpecialBytes.end()) return '?';
   return static_cast<std::uint8_t>(kFirstSpecial +
                                    static_cast<std::size_t>(found - kSpecialBytes.begin()));

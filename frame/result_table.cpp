@@ -118,7 +118,7 @@ constexpr std::array kMembers = {
 };
 
 const MemberRow& FindMember(std::string_view name) {
-  const auto* found = std::find_if(kMembers.begin(), kMembers.end(), [name](const MemberRow& row) {
+  const auto found = std::find_if(kMembers.begin(), kMembers.end(), [name](const MemberRow& row) {
     return SameMember(row.name, name);
   });
   if (found == kMembers.end()) {

@@ -67,7 +67,7 @@ char32_t Fold(char32_t codePoint) noexcept {
   if (codePoint < 0x80) {
     return codePoint >= 'A' && codePoint <= 'Z' ? codePoint - 'A' + 'a' : codePoint;
   }
-  const auto* range =
+  const auto range =
       std::lower_bound(kFoldRanges.begin(), kFoldRanges.end(), codePoint,
                        [](const FoldRange& each, char32_t point) { return each.last < point; });
   if (range == kFoldRanges.end() || codePoint < range->first) return codePoint;
