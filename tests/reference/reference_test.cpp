@@ -71,7 +71,10 @@ std::string ClassText(std::string_view name, std::span<const Member> members) {
 std::string Reference() {
   return "# Members of the controllers\n\n"
          "Names, identifiers and arguments for late-bound and native callers alike. ByRef: the "
-         "argument may be written back. Identifiers never change.\n" +
+         "argument may be written back. An optional argument that is left out is False, 0 or "
+         "nothing; `lngRID` of `pbRetrieveCredentials` and `pbRetrieveDirCodes` is -1, which "
+         "stands "
+         "for all. Identifiers never change.\n" +
          ClassText("clsCredential", qorcred::clsCredential::MemberTable()) +
          ClassText("clsDirCode", qorcred::clsDirCode::MemberTable()) +
          ClassText("clsDirCodeReport", qorcred::clsDirCodeReport::MemberTable()) +
