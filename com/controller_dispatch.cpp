@@ -96,17 +96,13 @@ Value ConvertProperty(ValueType type, Value value) {
   return ConvertPropertyValue(type, std::move(value));
 }
 
-// A date in the place of a text has the user's form, as everywhere in automation.
-Value WithDateAsText(Value value, ValueType wanted) {
-  const Date* date = wanted == ValueType::kString ? value.As<Date>() : nullptr;
-  return date == nullptr ? std::move(value) : Value(TheHost().DateText(*date));
-}
-
 using Conversion = Value (*)(ValueType type, Value value);
 
 Value Converted(const VARIANT* place, ValueType type, Conversion convert, const DISPPARAMS& given) {
   try {
-    return convert(type, WithDateAsText(Plain(ToValue(*place), type), type));
+    Value value = Plain(ToValue(*place), type);
+    if (type == ValueType::kString) value = DateAsText(std::move(value));
+    return convert(type, std::move(value));
   } catch (const RuntimeError& failure) {
     throw Refusal{CodeOfConversion(failure), static_cast<UINT>(place - given.rgvarg)};
   }

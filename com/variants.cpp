@@ -94,9 +94,7 @@ class LockedArray {
 
   [[nodiscard]] std::string Text(std::size_t index) const {
     if (type_ == VT_BSTR) return FromBstr(static_cast<BSTR*>(data_)[index]);
-    const Value value = ToValue(static_cast<VARIANT*>(data_)[index]);
-    const Date* date = value.As<Date>();
-    return date == nullptr ? ToText(value) : TheHost().DateText(*date);
+    return ToText(DateAsText(ToValue(static_cast<VARIANT*>(data_)[index])));
   }
 
   void SetText(std::size_t index, const std::string& text) const {
@@ -306,6 +304,11 @@ Value ToValue(const VARIANT& variant) {
     default:
       RaiseTypeMismatch();
   }
+}
+
+Value DateAsText(Value value) {
+  const Date* date = value.As<Date>();
+  return date == nullptr ? std::move(value) : Value(TheHost().DateText(*date));
 }
 
 void PutInto(VARIANT& variant, const Value& value) {

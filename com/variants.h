@@ -12,6 +12,10 @@ namespace qorcred::com {
 /// Raises kTypeMismatch for anything else.
 [[nodiscard]] Value ToValue(const VARIANT& variant);
 
+/// A date as its text in the user's form, as automation has it where a text is wanted; any other
+/// value as it is.
+[[nodiscard]] Value DateAsText(Value value);
+
 /// Puts a value into `variant`, which must hold nothing to be freed. The caller owns the content.
 /// Raises kTypeMismatch for an object that is not an automation object's.
 void PutInto(VARIANT& variant, const Value& value);

@@ -20,10 +20,6 @@ using qorcred::com::Classes;
 using qorcred::com::ComClass;
 using qorcred::com::ToUtf8;
 
-std::wstring ProgIdOf(const ComClass& comClass) {
-  return std::wstring(L"qorCred.") + comClass.name;
-}
-
 /// The component is registered for the machine, and nothing of it is alive before and after.
 class ApartmentTest : public ::testing::Test {
  protected:
@@ -61,7 +57,7 @@ TEST_P(CrossingTest, EveryClassAnswersThroughAProxy) {
   for (const ComClass& comClass : Classes()) {
     SCOPED_TRACE(ToUtf8(comClass.name));
     {
-      const ComPtr<IDispatch> object = CreateObject(ProgIdOf(comClass).c_str());
+      const ComPtr<IDispatch> object = CreateObject(comClass.programmaticId);
       ASSERT_TRUE(object);
       Passage passage(GetParam().byTable, object.get(),
                       GetParam().isEarly ? comClass.dispinterface : IID_IDispatch);
@@ -105,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(ApartmentTest, AProxyGivesTheClasssOwnInterface) {
   for (const ComClass& comClass : Classes()) {
     SCOPED_TRACE(ToUtf8(comClass.name));
-    const ComPtr<IDispatch> object = CreateObject(ProgIdOf(comClass).c_str());
+    const ComPtr<IDispatch> object = CreateObject(comClass.programmaticId);
     ASSERT_TRUE(object);
     Passage passage(false, object.get(), IID_IDispatch);
     ASSERT_EQ(passage.sent(), S_OK);
@@ -129,7 +125,7 @@ TEST_F(ApartmentTest, AProxyGivesTheClasssOwnInterface) {
 
 TEST_F(ApartmentTest, AFailureComesThroughTheProxy) {
   const ComClass& comClass = Classes().front();
-  const ComPtr<IDispatch> object = CreateObject(ProgIdOf(comClass).c_str());
+  const ComPtr<IDispatch> object = CreateObject(comClass.programmaticId);
   ASSERT_TRUE(object);
   Passage passage(false, object.get(), comClass.dispinterface);
   ASSERT_EQ(passage.sent(), S_OK);
@@ -160,7 +156,7 @@ TEST_F(ApartmentTest, TheScreenIsUsedInTheControllersOwnThread) {
     screen->Property(name, control);
   }
   const ComClass& comClass = Classes().front();
-  const ComPtr<IDispatch> object = CreateObject(ProgIdOf(comClass).c_str());
+  const ComPtr<IDispatch> object = CreateObject(comClass.programmaticId);
   ASSERT_TRUE(object);
   ASSERT_EQ(Call(object.get(), L"gmobjCredentialScreen", DISPATCH_PROPERTYPUTREF, screen).code,
             S_OK);
