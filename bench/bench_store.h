@@ -7,7 +7,7 @@
 #include <memory>
 #include <span>
 
-#include "host/siblings/store_host.h"
+#include "host/components/store_host.h"
 #include "host/store/database.h"
 
 namespace qorbench {

@@ -10,7 +10,7 @@
 #include "bench/benchmarks.h"
 #include "bench/check.h"
 #include "host/cli/console.h"
-#include "host/cli/dircode_exchange.h"
+#include "host/cli/dir_code_exchange.h"
 #include "host/unit/unit_generator.h"
 
 namespace qorbench {

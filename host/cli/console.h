@@ -5,7 +5,7 @@
 #include <ostream>
 #include <stdexcept>
 
-#include "host/siblings/store_host.h"
+#include "host/components/store_host.h"
 
 namespace qorhost {
 

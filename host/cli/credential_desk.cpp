@@ -6,7 +6,7 @@
 
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
-#include "host/trace/tracing_object.h"
+#include "trace/tracing_object.h"
 
 namespace qorhost {
 

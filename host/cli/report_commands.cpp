@@ -8,7 +8,7 @@
 #include "host/cli/arguments.h"
 #include "host/cli/credential_report.h"
 #include "host/cli/csv_writer.h"
-#include "host/cli/dircode_report.h"
+#include "host/cli/dir_code_report.h"
 #include "host/cli/display_text.h"
 #include "host/cli/table.h"
 #include "reports/cls_dir_code_report.h"

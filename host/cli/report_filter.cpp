@@ -12,7 +12,7 @@
 #include "host/cli/arguments.h"
 #include "host/cli/console.h"
 #include "host/cli/display_text.h"
-#include "host/trace/tracing_object.h"
+#include "trace/tracing_object.h"
 
 namespace qorhost {
 

@@ -12,9 +12,9 @@
 #include "host/cli/credential_desk.h"
 #include "host/cli/display_text.h"
 #include "host/cli/table.h"
+#include "host/components/application_object.h"
+#include "host/components/program_steps.h"
 #include "host/dialect/translator.h"
-#include "host/siblings/application_object.h"
-#include "host/siblings/program_steps.h"
 #include "host/store/demo.h"
 #include "host/store/schema.h"
 

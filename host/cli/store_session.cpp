@@ -9,7 +9,7 @@
 #include "frame/siblings.h"
 #include "host/cli/display_text.h"
 #include "host/store/schema.h"
-#include "host/trace/tracing_services.h"
+#include "trace/tracing_services.h"
 
 namespace qorhost {
 

@@ -13,9 +13,9 @@
 #include "host/cli/console.h"
 #include "host/cli/operator.h"
 #include "host/cli/watched_manager.h"
-#include "host/siblings/store_host.h"
+#include "host/components/store_host.h"
 #include "host/store/store_connection.h"
-#include "host/trace/tracing_host.h"
+#include "trace/tracing_host.h"
 
 namespace qorhost {
 

@@ -9,9 +9,9 @@
 #include "frame/convert.h"
 #include "frame/data_services.h"
 #include "frame/text.h"
-#include "host/siblings/program_steps.h"
-#include "host/trace/tracing_object.h"
+#include "host/components/program_steps.h"
 #include "host/unit/unit_rows.h"
+#include "trace/tracing_object.h"
 
 namespace qorhost {
 

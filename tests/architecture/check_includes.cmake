@@ -10,19 +10,19 @@ set(areas
   "credentials:frame"
   "dircodes:frame"
   "reports:frame"
-  "com:frame credentials dircodes reports"
+  "trace:frame credentials dircodes reports"
+  "com:frame credentials dircodes reports trace"
   "host/dialect:frame"
-  "host/trace:frame"
   "host/screens:frame"
   "host/store:frame host/dialect"
-  "host/siblings:frame host/dialect host/store"
+  "host/components:frame host/dialect host/store"
   "host/unit:frame dircodes"
-  "host/cli:frame credentials dircodes reports host/dialect host/trace host/screens host/store host/siblings host/unit"
+  "host/cli:frame credentials dircodes reports trace host/dialect host/screens host/store host/components host/unit"
   "bench:*"
   "tests:*")
 
 # The library's folders use the standard library alone.
-set(library frame credentials dircodes reports)
+set(library frame credentials dircodes reports trace)
 set(standard_headers
   algorithm any array atomic barrier bit bitset charconv chrono codecvt compare complex concepts
   condition_variable coroutine deque exception execution filesystem format forward_list fstream
@@ -126,6 +126,7 @@ file(GLOB_RECURSE paths RELATIVE ${tree}
      ${tree}/credentials/*.h ${tree}/credentials/*.cpp
      ${tree}/dircodes/*.h ${tree}/dircodes/*.cpp
      ${tree}/reports/*.h ${tree}/reports/*.cpp
+     ${tree}/trace/*.h ${tree}/trace/*.cpp
      ${tree}/com/*.h ${tree}/com/*.cpp
      ${tree}/host/*.h ${tree}/host/*.cpp
      ${tree}/bench/*.h ${tree}/bench/*.cpp

@@ -6,8 +6,8 @@
 #include "host/screens/credential_screen.h"
 #include "host/screens/directory_code_screen.h"
 #include "host/screens/report_filter_screen.h"
-#include "host/trace/tracing_object.h"
-#include "host/trace/tracing_services.h"
+#include "trace/tracing_object.h"
+#include "trace/tracing_services.h"
 
 namespace qortest {
 

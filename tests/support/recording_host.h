@@ -12,11 +12,11 @@
 #include "frame/object.h"
 #include "host/screens/data_grid.h"
 #include "host/screens/headless_screen.h"
-#include "host/trace/tracing_host.h"
 #include "tests/support/fault_gate.h"
 #include "tests/support/scripted_database.h"
 #include "tests/support/scripted_services.h"
 #include "tests/support/transcript_record.h"
+#include "trace/tracing_host.h"
 
 namespace qortest {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "tests/host/cli/dircode_fixture.h"
+#include "tests/host/cli/dir_code_fixture.h"
 
 namespace qorhost::test {
 namespace {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "frame/host.h"
-#include "host/siblings/store_host.h"
+#include "host/components/store_host.h"
 #include "host/store/store_connection.h"
 #include "tests/support/fault_gate.h"
 

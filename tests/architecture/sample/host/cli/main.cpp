@@ -1,4 +1,4 @@
 // The command line may use everything below it, but no test code.
 #include "credentials/entry.h"
-#include "host/siblings/steps.h"
+#include "host/components/steps.h"
 #include "tests/support/recording_host.h"

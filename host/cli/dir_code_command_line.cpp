@@ -1,0 +1,155 @@
+#include "host/cli/dir_code_command_line.h"
+
+#include "host/cli/dir_code_import.h"
+#include "host/cli/display_text.h"
+#include "host/cli/import_command_line.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr const char* kCode = "The code as it is dialled, or its row as in rid:17";
+
+CLI::Option* Text(CLI::App& command, const char* name, std::optional<std::string>& target,
+                  const char* type, const char* description) {
+  return command.add_option(name, target, description)->type_name(type);
+}
+
+/// Two flags of which at most one is given.
+void Either(CLI::App& command, std::optional<bool>& target, const char* yes,
+            const char* yesDescription, const char* no, const char* noDescription) {
+  auto* yesFlag = command.add_flag_callback(
+      yes, [&target] { target = true; }, yesDescription);
+  auto* noFlag = command.add_flag_callback(
+      no, [&target] { target = false; }, noDescription);
+  yesFlag->excludes(noFlag);
+}
+
+void DescribeEntry(CLI::App& command, CodeEntry& entry) {
+  Text(command, "--phone", entry.phone, "P", "The phone number that the unit dials");
+  Text(command, "--extension", entry.extension, "E", "The extension dialled behind it");
+  Text(command, "--delay", entry.delay, "N", "The delay before the extension (2)");
+  Text(command, "--dnd", entry.dnd, "SCHEDULE",
+       "Do not disturb during this schedule, by id or name");
+  Text(command, "--forward-phone", entry.forwardPhone, "P", "Forward calls to this phone number");
+  Text(command, "--forward-extension", entry.forwardExtension, "E", "The extension there");
+  Text(command, "--forward-schedule", entry.forwardSchedule, "SCHEDULE",
+       "Forward during this schedule, by id or name");
+  Text(command, "--forward-delay", entry.forwardDelay, "N",
+       "The delay before the extension there (2)");
+  Text(command, "--from", entry.from, "DATE", "Active from this day on; none: from the beginning");
+  Text(command, "--to", entry.to, "DATE", "Active up to this day; none: without end");
+  Text(command, "--display-name", entry.displayName, "NAME", "The name that the unit shows");
+  Either(command, entry.active, "--active", "The code can be dialled", "--inactive",
+         "The code cannot be dialled");
+  Either(command, entry.showName, "--show-name", "The unit shows the name", "--hide-name",
+         "The unit does not show the name");
+  Either(command, entry.showCode, "--show-code", "The unit shows the code", "--hide-code",
+         "The unit does not show the code");
+}
+
+void DescribeAdd(CommandPlace dircodes, const GlobalOptions& global, CodeAddOptions& add) {
+  auto* command = AddCommand(
+      dircodes, "add", "Add a directory code",
+      "  qorhost dircodes add 250 --unit 2 --phone 555-0199 --display-name \"Karin Abel\"\n"
+      "  qorhost dircodes add 251 --unit 2 --phone 555-0190 --dnd \"Night Shift\" \\\n"
+      "      --forward-phone 555-0290 --forward-schedule Weekends --to 2027-12-31",
+      [&](Console& console) { return RunCodeAdd(global, add, console); });
+  command->add_option("CODE", add.code, "The code that a visitor dials")->required();
+  DescribeEntry(*command, add.entry);
+}
+
+void DescribeEdit(CommandPlace dircodes, const GlobalOptions& global, CodeEditOptions& edit) {
+  auto* command =
+      AddCommand(dircodes, "edit", "Change a directory code's settings; what is not named stays",
+                 "  qorhost dircodes edit 101 --phone 555-0142\n"
+                 "  qorhost dircodes edit 101 --no-dnd --forward-phone 555-0290 \\\n"
+                 "      --forward-schedule 1 --hide-name",
+                 [&](Console& console) { return RunCodeEdit(global, edit, console); });
+  command->add_option("CODE", edit.choice, kCode)->required();
+  DescribeEntry(*command, edit.entry);
+  auto* noDnd = command->add_flag("--no-dnd", edit.entry.noDnd, "No do-not-disturb any more");
+  noDnd->excludes("--dnd");
+  auto* noForwarding =
+      command->add_flag("--no-forwarding", edit.entry.noForwarding, "No call forwarding any more");
+  for (const char* option :
+       {"--forward-phone", "--forward-extension", "--forward-schedule", "--forward-delay"}) {
+    noForwarding->excludes(option);
+  }
+}
+
+void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, SyncOptions& sync,
+                      ExportOptions& exported) {
+  auto* merge = AddCommand(dircodes, "sync",
+                           "Make a unit's stored codes what the unit holds, all of it or nothing",
+                           "  qorhost dircodes sync --unit 2 --from unit2.txt --dry-run\n"
+                           "  qorhost dircodes sync --unit 2 --from unit2.txt",
+                           [&](Console& console) { return RunCodeSync(global, sync, console); });
+  merge->add_option("--from", sync.from, "The unit file; - for standard input")
+      ->required()
+      ->type_name("FILE");
+  merge->add_flag("--dry-run", sync.dryRun, "Print what would be done, write nothing");
+  merge->add_flag("--skip-bad-lines", sync.skipBadLines,
+                  "Leave bad lines out; no stored code is deleted then");
+
+  auto* write =
+      AddCommand(dircodes, "export", "Write a unit's stored codes as a unit file",
+                 "  qorhost dircodes export --unit 2 --to unit2.txt\n"
+                 "  qorhost dircodes export --unit 2 --to - --firmware FC01.005",
+                 [&](Console& console) { return RunCodeExport(global, exported, console); });
+  write->add_option("--to", exported.to, "The file to write; - for standard output")
+      ->required()
+      ->type_name("FILE");
+  write
+      ->add_option("--firmware", exported.firmware,
+                   "The firmware that the file names; FC01.005 has no display options")
+      ->type_name("NAME")
+      ->check([](const std::string& name) {
+        const bool shown = !name.empty() && IsTypable(name);
+        return shown ? std::string() : std::string("must be a name without control characters");
+      });
+  write->add_flag("--skip", exported.skip, "Leave codes out that a unit cannot hold");
+}
+
+}  // namespace
+
+void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeChoice& choice) {
+  CLI::App* app = place.parent.add_subcommand(
+      "dircodes", "List, enter, change and delete directory codes; merge them with a unit");
+  app->require_subcommand(1);
+  app->fallthrough();
+  app->footer("Examples:\n  qorhost dircodes list\n  qorhost dircodes add --help");
+  const CommandPlace dircodes{*app, place.chosen};
+
+  AddCommand(dircodes, "list", "List a unit's directory codes",
+             "  qorhost dircodes list --unit 2\n  qorhost dircodes list --json",
+             [&](Console& console) { return RunCodeList(global, console); });
+  auto* show =
+      AddCommand(dircodes, "show", "Show a directory code with its schedules and tenants",
+                 "  qorhost dircodes show 101\n  qorhost dircodes show rid:17 --json",
+                 [&](Console& console) { return RunCodeShow(global, choice.choice, console); });
+  show->add_option("CODE", choice.choice, kCode)->required();
+  DescribeAdd(dircodes, global, choice.add);
+  DescribeEdit(dircodes, global, choice.edit);
+
+  auto* renumber = AddCommand(dircodes, "renumber", "Give a directory code another number",
+                              "  qorhost dircodes renumber 101 180", [&](Console& console) {
+                                return RunCodeRenumber(global, choice.renumber, console);
+                              });
+  renumber->add_option("CODE", choice.renumber.choice, kCode)->required();
+  renumber->add_option("NUMBER", choice.renumber.number, "The new code")->required();
+
+  auto* remove = AddCommand(
+      dircodes, "delete", "Delete a directory code, after a question, and take it from its tenants",
+      "  qorhost dircodes delete 101 --yes",
+      [&](Console& console) { return RunCodeDelete(global, choice.choice, console); });
+  remove->add_option("CODE", choice.choice, kCode)->required();
+  DescribeExchange(dircodes, global, choice.sync, choice.exported);
+  DescribeImport(dircodes, "Add the directory codes of a CSV file",
+                 "  qorhost dircodes import codes.csv --unit 2 --dry-run\n"
+                 "  qorhost report dircodes --unit 1 --format csv | qorhost dircodes import - "
+                 "--unit 2",
+                 global, choice.imported, RunCodeImport);
+}
+
+}  // namespace qorhost

@@ -1,0 +1,27 @@
+// The words of the commands for directory codes.
+#pragma once
+
+#include <string>
+
+#include "host/cli/commands.h"
+#include "host/cli/dir_code_commands.h"
+#include "host/cli/dir_code_exchange.h"
+#include "host/cli/import_run.h"
+
+namespace qorhost {
+
+/// Everything that their options write to.
+struct DirCodeChoice {
+  std::string choice;  ///< of show and delete
+  CodeAddOptions add;
+  CodeEditOptions edit;
+  CodeRenumberOptions renumber;
+  SyncOptions sync;
+  ExportOptions exported;
+  ImportOptions imported;
+};
+
+/// Adds `dircodes` with its commands. `global` and `choice` must outlive the parsing and the run.
+void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeChoice& choice);
+
+}  // namespace qorhost

@@ -1,0 +1,105 @@
+#include "host/components/step_sender.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "frame/convert.h"
+#include "host/components/program_steps.h"
+#include "host/store/method_table.h"
+#include "host/store/store_connection.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Arguments;
+using qorcred::Value;
+
+struct Subject {
+  SqlSession& session;
+  std::int32_t unitKey;
+  std::int32_t rid;
+};
+
+Subject SubjectIn(Arguments arguments) {
+  return {SessionOf(arguments[0]), qorcred::ToLong(arguments[1]), qorcred::ToLong(arguments[2])};
+}
+
+// The code under which the unit knows the row: the one before its change when there is one.
+std::string CodeAtUnit(const Subject& subject) {
+  const StatementUse find(
+      subject.session.Own("SELECT coalesce(OLDDIRECTORYCODE, DIRECTORYCODE) FROM DirectoryCode "
+                          "WHERE RID=?2 AND UNITKEY=?1"));
+  find->BindNumber(1, subject.unitKey);
+  find->BindNumber(2, subject.rid);
+  return find->Step() ? qorcred::TextOrEmpty(ReadCell(*find, 0, CellKind::kPlain)) : std::string();
+}
+
+// A step is made up from its row when it is sent, so a row needs no step twice. The later place in
+// the queue is the right one: what was queued in between may free the code that the row has now.
+void QueueOnce(const Subject& subject, std::string_view kind, std::string_view code = {}) {
+  WithdrawSteps(subject.session, subject.unitKey, kind, subject.rid);
+  QueueStep(subject.session, subject.unitKey, kind, subject.rid, code);
+}
+
+void WithdrawUnsent(const Subject& subject) {
+  for (const std::string_view kind : {step::kProgramDirectoryCode, step::kChangeDirectoryCode}) {
+    WithdrawSteps(subject.session, subject.unitKey, kind, subject.rid);
+  }
+}
+
+}  // namespace
+
+Value StepSenderObject::Invoke(std::string_view member, qorcred::InvokeKind kind,
+                               Arguments arguments) {
+  using Self = StepSenderObject;
+  static constexpr std::array kMethods{
+      Method<Self>{"pbGenDirCodePrgStep", 3, 3, &Self::ProgramCode},
+      Method<Self>{"pbGenChgDirCodePrgStep", 3, 3, &Self::ChangeCode},
+      Method<Self>{"pbGenDelDirCodePrgStep", 3, 3, &Self::DeleteCode},
+      Method<Self>{"pbDeleteDirCodePrgStep", 3, 3, &Self::WithdrawCode},
+      Method<Self>{"pbDeleteDirCodePrgStepExists", 3, 3, &Self::DeletionExists},
+  };
+  return RunMethod<Self>(*this, "The step sender", kMethods, member, kind, arguments);
+}
+
+Value StepSenderObject::ProgramCode(Arguments arguments) {
+  const Subject subject = SubjectIn(arguments);
+  QueueOnce(subject, step::kProgramDirectoryCode);
+  return {};
+}
+
+Value StepSenderObject::ChangeCode(Arguments arguments) {
+  const Subject subject = SubjectIn(arguments);
+  QueueOnce(subject, step::kChangeDirectoryCode, CodeAtUnit(subject));
+  return {};
+}
+
+Value StepSenderObject::DeleteCode(Arguments arguments) {
+  const Subject subject = SubjectIn(arguments);
+  WithdrawUnsent(subject);
+  QueueOnce(subject, step::kDeleteDirectoryCode, CodeAtUnit(subject));
+  return {};
+}
+
+Value StepSenderObject::WithdrawCode(Arguments arguments) {
+  WithdrawUnsent(SubjectIn(arguments));
+  return {};
+}
+
+Value StepSenderObject::DeletionExists(Arguments arguments) {
+  SqlSession& session = SessionOf(arguments[0]);
+  const std::int32_t unitKey = qorcred::ToLong(arguments[1]);
+  const std::string code = qorcred::NumberText(qorcred::NumericValue(arguments[2]));
+  const StatementUse find(
+      session.Own("SELECT 1 FROM ProgramSteps WHERE UnitKey=?1 AND Kind=?2 AND Code=?3 AND Sent=0 "
+                  "LIMIT 1"));
+  find->BindNumber(1, unitKey);
+  find->BindText(2, step::kDeleteDirectoryCode);
+  find->BindText(3, code);
+  return {find->Step()};
+}
+
+}  // namespace qorhost

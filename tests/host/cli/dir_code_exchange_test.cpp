@@ -1,0 +1,334 @@
+// Merging a unit's directory codes into the store and writing them out again.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "host/unit/unit_generator.h"
+#include "tests/host/cli/dir_code_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using qorcred::detail::Place;
+using testing::HasSubstr;
+using testing::Not;
+
+class Exchange : public DirCodeFixture {
+ protected:
+  static std::string TextOf(const UnitFile& unit) {
+    std::ostringstream out;
+    WriteUnitFile(out, unit);
+    return out.str();
+  }
+  /// What unit 2 of the store would hold.
+  [[nodiscard]] UnitFile Exported() {
+    std::istringstream in(Do({"export", "--to", "-"}).out);
+    return ReadUnitFile(in).file;
+  }
+  [[nodiscard]] Outcome Sync(const UnitFile& unit, std::vector<std::string> options = {}) {
+    options.insert(options.begin(), {"sync", "--from", "-"});
+    return Do(std::move(options), TextOf(unit));
+  }
+  /// The unit's code with that number.
+  static UnitCode& CodeIn(UnitFile& unit, std::int64_t number) {
+    for (UnitCode& code : unit.codes) {
+      if (NumberOf(code) == number) return code;
+    }
+    throw std::out_of_range("no such code");
+  }
+  static void Drop(UnitFile& unit, std::int64_t number) {
+    std::erase_if(unit.codes, [&](const UnitCode& code) { return NumberOf(code) == number; });
+  }
+  [[nodiscard]] std::string Read(const std::string& name) const {
+    std::ifstream file(File(name), std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+  }
+  void Write(const std::string& name, const std::string& text) const {
+    std::ofstream(File(name), std::ios::binary) << text;
+  }
+};
+
+TEST_F(Exchange, ExportSyncAndExportAgainGiveTheSameBytes) {
+  Write("made.txt", TextOf(GenerateUnit(2000, 7)));
+  ASSERT_EQ(Do({"sync", "--from", File("made.txt")}).status, 0);
+  ASSERT_EQ(Do({"export", "--to", File("first.txt")}).status, 0);
+  EXPECT_EQ(Read("first.txt"), Read("made.txt"));
+
+  Change("DELETE FROM DIRECTORYCODE WHERE UNITKEY=3");
+  const Outcome outcome = Run({"--unit", "3", "dircodes", "sync", "--from", File("first.txt")});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, "2000 inserted, 0 updated, 0 deleted, 0 unchanged.\n");
+  ASSERT_EQ(Run({"--unit", "3", "dircodes", "export", "--to", File("second.txt")}).status, 0);
+  EXPECT_EQ(Read("second.txt"), Read("first.txt"));
+}
+
+TEST_F(Exchange, SyncWritesEachDifferenceAndNothingElse) {
+  UnitFile unit = Exported();
+  CodeIn(unit, 102)[Place::kPhone] = "555-9999";
+  Drop(unit, 106);
+  UnitCode fresh = CodeIn(unit, 101);
+  fresh[Place::kCode] = "300";
+  unit.codes.push_back(fresh);
+  const nlohmann::json untouched = Row("101");
+
+  const Outcome outcome = Sync(unit);
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out,
+            "1 inserted, 1 updated, 1 deleted, 4 unchanged.\n"
+            "1 tenant is without a directory code now.\n");
+  EXPECT_EQ(Row("101"), untouched);
+  EXPECT_EQ(Row("102")["PHONENUMBER"], "555-9999");
+  EXPECT_EQ(Row("102")["RID"], 12);
+  EXPECT_TRUE(Row("106").is_null());
+  EXPECT_EQ(Row("300")["MODIFIED"], 0);
+  EXPECT_EQ(Row("300")["OLDDIRECTORYCODE"], 300);
+  EXPECT_EQ(Rows({"--unit", "1", "dircodes", "list"}).size(), 10U);
+}
+
+TEST_F(Exchange, SyncOfEqualCodesCallsNoStatementThatWrites) {
+  const Outcome outcome = Sync(Exported(), {"--trace"});
+  EXPECT_EQ(outcome.out, "0 inserted, 0 updated, 0 deleted, 6 unchanged.\n");
+  EXPECT_THAT(outcome.err, HasSubstr("BeginTrans\n"));
+  for (const char* call : {"ExecuteUpdate", "ExecuteInsert", "ExecuteQueryDelete", "Execute \""}) {
+    EXPECT_THAT(outcome.err, Not(HasSubstr(call)));
+  }
+}
+
+TEST_F(Exchange, SyncReportsAsJson) {
+  UnitFile unit = Exported();
+  Drop(unit, 101);
+  const nlohmann::json report = nlohmann::json::parse(Sync(unit, {"--json"}).out);
+  EXPECT_EQ(report["deleted"], 1);
+  EXPECT_EQ(report["unchanged"], 5);
+  EXPECT_EQ(report["tenants_released"], 1);
+}
+
+TEST_F(Exchange, DryRunPrintsThePlanAndWritesNothing) {
+  UnitFile unit = Exported();
+  CodeIn(unit, 102)[Place::kPhone] = "555-9999";
+  CodeIn(unit, 102)[Place::kActive] = "0";
+  Drop(unit, 101);
+  const Outcome outcome = Sync(unit, {"--dry-run"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("taken from Hollis Elena\n"));
+  EXPECT_THAT(outcome.out, HasSubstr("phone, active\n"));
+  EXPECT_THAT(outcome.out, HasSubstr("Would be 0 inserted, 1 updated, 1 deleted, 4 unchanged. "
+                                     "Nothing was written.\n"));
+  EXPECT_EQ(Row("102")["PHONENUMBER"], "555-0101");
+  EXPECT_FALSE(Row("101").is_null());
+
+  const nlohmann::json plan = nlohmann::json::parse(Sync(unit, {"--dry-run", "--json"}).out);
+  ASSERT_EQ(plan.size(), 2U);
+  EXPECT_EQ(plan[0]["action"], "delete");
+  EXPECT_EQ(plan[0]["rid"], 11);
+  EXPECT_EQ(plan[1]["action"], "update");
+  EXPECT_EQ(plan[1]["code"], 102);
+}
+
+TEST_F(Exchange, DryRunNamesTheCodesThatWereNeverSent) {
+  ASSERT_EQ(Do({"add", "250", "--phone", "1"}).status, 0);
+  UnitFile unit = Exported();
+  Drop(unit, 250);
+  EXPECT_THAT(Sync(unit, {"--dry-run"}).out, HasSubstr("never sent to the unit"));
+}
+
+TEST_F(Exchange, ABadLineIsNamedAndNothingIsChanged) {
+  UnitFile unit = Exported();
+  Drop(unit, 101);
+  const std::string text = TextOf(unit) + "nonsense\n# a comment\n" + std::string(5000, 'x');
+  const Outcome outcome = Do({"sync", "--from", "-"}, text);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("qorhost: standard input, line 8: 1 fields instead of 24\n"));
+  EXPECT_THAT(outcome.err, HasSubstr("qorhost: standard input, line 10: the line is longer"));
+  EXPECT_THAT(outcome.err, HasSubstr("2 bad lines, so nothing was changed"));
+  EXPECT_FALSE(Row("101").is_null());
+}
+
+TEST_F(Exchange, WithBadLinesLeftOutNoStoredCodeIsDeleted) {
+  UnitFile unit = Exported();
+  Drop(unit, 101);
+  CodeIn(unit, 102)[Place::kPhone] = "555-9999";
+  const Outcome outcome =
+      Do({"sync", "--from", "-", "--skip-bad-lines"}, TextOf(unit) + "nonsense\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, "0 inserted, 1 updated, 0 deleted, 4 unchanged.\n");
+  EXPECT_THAT(outcome.err, HasSubstr("line 8"));
+  EXPECT_THAT(outcome.err, HasSubstr("1 stored code was not deleted"));
+  EXPECT_FALSE(Row("101").is_null());
+  EXPECT_EQ(Row("102")["PHONENUMBER"], "555-9999");
+}
+
+TEST_F(Exchange, AFileThatIsNoUnitFileChangesNothing) {
+  for (const char* text : {"", "code;phone\n", "\xEF\xBB\xBF\n"}) {
+    const Outcome outcome = Do({"sync", "--from", "-"}, text);
+    EXPECT_EQ(outcome.status, 1) << text;
+    EXPECT_THAT(outcome.err, HasSubstr("line 1: a unit file begins with the line")) << text;
+  }
+  EXPECT_EQ(Rows({"--unit", "2", "dircodes", "list"}).size(), 6U);
+}
+
+TEST_F(Exchange, AFileThatCannotBeReadIsAFailure) {
+  const Outcome missing = Do({"sync", "--from", File("nowhere.txt")});
+  EXPECT_EQ(missing.status, 3);
+  EXPECT_THAT(missing.err, HasSubstr("nowhere.txt"));
+  EXPECT_EQ(Do({"sync", "--from", File(".")}).status, 3);
+}
+
+TEST_F(Exchange, ARenumberedCodeIsFoundByItsPreviousNumber) {
+  const UnitFile unit = Exported();
+  ASSERT_EQ(Do({"renumber", "101", "180"}).status, 0);
+  ASSERT_EQ(Steps().size(), 1U);
+  const Outcome outcome = Sync(unit);
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out,
+            "0 inserted, 1 updated, 0 deleted, 5 unchanged.\n"
+            "1 waiting step was withdrawn: the unit's codes hold.\n");
+  EXPECT_EQ(Row("101")["RID"], 11);
+  EXPECT_EQ(Row("101")["MODIFIED"], 0);
+  EXPECT_EQ(TenantsOf(11).size(), 1U);
+  EXPECT_EQ(Steps().size(), 0U);
+}
+
+TEST_F(Exchange, TheCodeOfNowGoesBeforeThePreviousOne) {
+  UnitFile unit = Exported();
+  ASSERT_EQ(Do({"renumber", "101", "180"}).status, 0);
+  ASSERT_EQ(Do({"renumber", "102", "101"}).status, 0);
+  Drop(unit, 102);
+  const Outcome outcome = Sync(unit);
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  // Row 12 has the code 101 now; row 11 had it before and is left without a code in the unit.
+  EXPECT_EQ(Row("101")["RID"], 12);
+  EXPECT_TRUE(Row("180").is_null());
+}
+
+TEST_F(Exchange, ACodeThatTheUnitStillHasComesBackWithoutItsDeletion) {
+  const UnitFile unit = Exported();
+  ASSERT_EQ(Do({"delete", "101", "--yes"}).status, 0);
+  ASSERT_EQ(Steps().size(), 1U);
+  EXPECT_EQ(Sync(unit).status, 0);
+  EXPECT_FALSE(Row("101").is_null());
+  EXPECT_EQ(Steps().size(), 0U);
+}
+
+TEST_F(Exchange, DeletionTakesTheCodeFromItsTenantsAndFromNobodyElse) {
+  // The tenants of row 1 are those whom the library's own statement would meet.
+  const nlohmann::json ofFirst = TenantsOf(1);
+  ASSERT_EQ(ofFirst.size(), 1U);
+  ASSERT_EQ(TenantsOf(5).size(), 1U);
+  std::istringstream in(Run({"--unit", "1", "dircodes", "export", "--to", "-"}).out);
+  UnitFile unit = ReadUnitFile(in).file;
+  Drop(unit, 105);
+  const Outcome outcome = Run({"--unit", "1", "dircodes", "sync", "--from", "-"}, TextOf(unit));
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(TenantsOf(5).size(), 0U);
+  EXPECT_EQ(TenantsOf(1), ofFirst);
+
+  Drop(unit, 101);
+  EXPECT_EQ(Run({"--unit", "1", "dircodes", "sync", "--from", "-"}, TextOf(unit)).status, 0);
+  EXPECT_EQ(TenantsOf(1).size(), 0U);
+  EXPECT_EQ(TenantsOf(2).size(), 1U);
+}
+
+TEST_F(Exchange, AUnitWithoutDisplayOptionsLeavesThoseOfTheStoreAlone) {
+  UnitFile unit = Exported();
+  unit.firmware = "FC01.005";
+  for (UnitCode& code : unit.codes) {
+    code[Place::kDisplayMode] = "3";
+  }
+  EXPECT_EQ(Sync(unit).out, "0 inserted, 0 updated, 0 deleted, 6 unchanged.\n");
+  CodeIn(unit, 101)[Place::kPhone] = "555-9999";
+  EXPECT_EQ(Sync(unit).out, "0 inserted, 1 updated, 0 deleted, 5 unchanged.\n");
+  EXPECT_EQ(Row("101")["SHOWDISPLAYNAME"], true);
+  EXPECT_EQ(Row("101")["PHONENUMBER"], "555-9999");
+}
+
+TEST_F(Exchange, AStepThatFailsUndoesTheWholeMerge) {
+  const UnitFile before = Exported();
+  AddTrigger(
+      "Refuse BEFORE INSERT ON DirectoryCode WHEN NEW.DIRECTORYCODE = 1500 BEGIN SELECT "
+      "RAISE(ABORT, 'no room'); END");
+  const Outcome outcome = Sync(GenerateUnit(2000, 1));
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_THAT(outcome.err, HasSubstr("cannot write the directory code 1500: "));
+  EXPECT_THAT(outcome.err, HasSubstr("no room"));
+  EXPECT_THAT(outcome.err, HasSubstr("nothing was changed"));
+  EXPECT_EQ(TextOf(Exported()), TextOf(before));
+  EXPECT_EQ(TenantsOf(11).size(), 1U);
+}
+
+TEST_F(Exchange, AStoreThatHoldsSomethingElseAfterwardsUndoesTheWholeMerge) {
+  AddTrigger(
+      "Spoil AFTER INSERT ON DirectoryCode BEGIN UPDATE DirectoryCode SET PHONENUMBER='0' WHERE "
+      "RID=NEW.RID; END");
+  UnitFile unit = Exported();
+  unit.codes.push_back(CodeIn(unit, 101));
+  unit.codes.back()[Place::kCode] = "300";
+  const Outcome outcome = Sync(unit);
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_THAT(outcome.err, HasSubstr("the directory code 300 did not come out as the unit has it: "
+                                     "phone; nothing was changed"));
+  EXPECT_TRUE(Row("300").is_null());
+}
+
+TEST_F(Exchange, SyncDrawsABarOnATerminalWhenThereIsMuchToDo) {
+  Write("few.txt", TextOf(GenerateUnit(20, 1)));
+  Write("many.txt", TextOf(GenerateUnit(1500, 1)));
+  const auto drawn = [&](const std::string& name) {
+    return Run({"--unit", "2", "dircodes", "sync", "--from", File(name)}, "", true).err;
+  };
+  EXPECT_EQ(drawn("few.txt"), "");
+  EXPECT_THAT(drawn("many.txt"), HasSubstr("of 1480"));
+}
+
+TEST_F(Exchange, ExportNamesWhatAUnitCannotHoldAndWritesNothing) {
+  Change("UPDATE DIRECTORYCODE SET STARTDATE=#1/1/1999# WHERE UNITKEY=2 AND DIRECTORYCODE=102");
+  Change("UPDATE DIRECTORYCODE SET DIRECTORYCODE=104 WHERE UNITKEY=2 AND DIRECTORYCODE=105");
+  const Outcome outcome = Do({"export", "--to", File("unit.txt")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("qorhost: directory code 102 (RID 12): its start date lies "
+                                     "in the year 1999"));
+  EXPECT_THAT(outcome.err,
+              HasSubstr("qorhost: directory code 104 (RID 15): another row has the same code"));
+  EXPECT_THAT(outcome.err, HasSubstr("--skip"));
+  EXPECT_FALSE(std::filesystem::exists(File("unit.txt")));
+
+  const Outcome skipped = Do({"export", "--skip", "--to", File("unit.txt")});
+  EXPECT_EQ(skipped.status, 0);
+  EXPECT_THAT(skipped.out, HasSubstr("Wrote 4 directory codes to "));
+}
+
+TEST_F(Exchange, ExportReplacesAFileOnlyByAWholeOne) {
+  Write("unit.txt", "old");
+  EXPECT_EQ(Do({"export", "--to", File("unit.txt")}).status, 0);
+  EXPECT_EQ(Read("unit.txt"), TextOf(Exported()));
+  EXPECT_FALSE(std::filesystem::exists(File("unit.txt.new")));
+  EXPECT_EQ(Do({"export", "--to", File("nowhere/unit.txt")}).status, 3);
+  EXPECT_EQ(Do({"export", "--to", File(".")}).status, 1);
+  EXPECT_EQ(Do({"export", "--to", "/dev/null"}).status, 1);
+}
+
+TEST_F(Exchange, ExportKeepsALinkAndReplacesWhatItLeadsTo) {
+  Write("unit.txt", "old");
+  std::filesystem::create_symlink("unit.txt", File("link.txt"));
+  EXPECT_EQ(Do({"export", "--to", File("link.txt")}).status, 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(File("link.txt")));
+  EXPECT_EQ(Read("unit.txt"), TextOf(Exported()));
+}
+
+TEST_F(Exchange, ExportNamesTheFirmware) {
+  EXPECT_THAT(Do({"export", "--to", "-"}).out, HasSubstr("\nfirmware FC02.010\n"));
+  const Outcome outcome = Do({"export", "--to", "-", "--firmware", "FC01.005"});
+  EXPECT_THAT(outcome.out, HasSubstr("\nfirmware FC01.005\n"));
+  Change("DELETE FROM DIRECTORYCODE WHERE UNITKEY=2");
+  ASSERT_EQ(Do({"sync", "--from", "-"}, outcome.out).status, 0);
+  EXPECT_TRUE(Row("101")["SHOWDISPLAYNAME"].is_null());
+  EXPECT_EQ(Do({"export", "--to", "-", "--firmware", "FC01.005"}).out, outcome.out);
+}
+
+}  // namespace
+}  // namespace qorhost::test
