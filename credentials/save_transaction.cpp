@@ -6,14 +6,17 @@ namespace qorcred {
 
 SaveTransaction::SaveTransaction(Host& host, std::string_view operation,
                                  const ObjectRef& connection, const Screen& screen)
-    : host_(host), operation_(operation), connection_(connection), screen_(screen) {
-  connection_.BeginTrans();
-}
+    : host_(host), operation_(operation), connection_(connection), screen_(screen) {}
 
 SaveTransaction::~SaveTransaction() {
   if (committed_) return;
   Trap(host_, operation_, [this] { screen_.SetVariable("gstrNewTenantIDs", ""); });
-  Trap(host_, operation_, [this] { connection_.RollbackTrans(); });
+  if (begun_) Trap(host_, operation_, [this] { connection_.RollbackTrans(); });
+}
+
+void SaveTransaction::Begin() {
+  connection_.BeginTrans();
+  begun_ = true;
 }
 
 void SaveTransaction::Commit() {

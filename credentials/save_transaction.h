@@ -9,18 +9,20 @@
 
 namespace qorcred {
 
-/// Begins a transaction. Unless committed, the end of its life empties the screen's
-/// gstrNewTenantIDs and rolls back; a failure of either is reported to the host and does not keep
-/// the other from being done.
+/// Undoes a save that does not reach its end: unless committed, the end of its life empties the
+/// screen's gstrNewTenantIDs and then rolls back what was begun. A failure of either is reported to
+/// the host and does not keep the other from being done.
 class SaveTransaction {
  public:
-  /// `operation` is the name under which failures of the clean-up are reported.
+  /// Begins nothing yet. `operation` is the name under which failures of the clean-up are reported.
   SaveTransaction(Host& host, std::string_view operation, const ObjectRef& connection,
                   const Screen& screen);
   ~SaveTransaction();
   SaveTransaction(const SaveTransaction&) = delete;
   SaveTransaction& operator=(const SaveTransaction&) = delete;
 
+  /// When this fails the save is undone as well: there is nothing to roll back then.
+  void Begin();
   void Commit();
 
  private:
@@ -28,6 +30,7 @@ class SaveTransaction {
   std::string_view operation_;
   Connection connection_;
   const Screen& screen_;
+  bool begun_ = false;
   bool committed_ = false;
 };
 

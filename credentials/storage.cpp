@@ -53,8 +53,10 @@ void clsCredential::StoreNew(const ObjectRef& connection, std::int32_t unitKey,
   const CredentialInsert insert(unitKey, rowIdText_, entry);
 
   SaveTransaction transaction(host_, "pbSave", connection, screen);
+  transaction.Begin();
   std::string newTenantIds;
-  screen.SetVariable("gstrNewTenantIDs", newTenantIds);
+  // A save without tenants leaves the variable alone: its screen need not have one.
+  if (createsTenants) screen.SetVariable("gstrNewTenantIDs", newTenantIds);
   for (std::int32_t number = entry.start; number <= entry.end; ++number) {
     std::int32_t rid = manager.ExecuteInsert(connection, FixNullValues(insert.For(number)), "",
                                              table::CREDENTIALBANK, error_);

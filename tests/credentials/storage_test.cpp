@@ -23,7 +23,6 @@ TEST_F(Storage, OfASingleCardIsOneRowInATransaction) {
     ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
     pbGetUnitStatus 3 -> 0 0 0
     BeginTrans
-    gstrNewTenantIDs = ""
     ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,1,10,12,0,0,1,'_LMDATE_')" "" "CREDENTIALBANK" -> 101
     CommitTrans
   )~"));
@@ -42,7 +41,6 @@ TEST_F(Storage, OfARangeIsARowForEachNumber) {
     ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
     pbGetUnitStatus 3 -> 0 0 0
     BeginTrans
-    gstrNewTenantIDs = ""
     ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,2,1,12,5,1,4,'_LMDATE_')" "" "CREDENTIALBANK" -> 101
     ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,2,2,12,5,1,4,'_LMDATE_')" "" "CREDENTIALBANK" -> 102
     ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,_ROWID_,2,3,12,5,1,4,'_LMDATE_')" "" "CREDENTIALBANK" -> 103
@@ -180,14 +178,57 @@ TEST_F(Storage, ThatCannotBeCommittedIsRolledBackButReportedDone) {
   EXPECT_EQ(Host().services().trapped().front().first, "pbSave");
 }
 
-TEST_F(Storage, ThatCannotBeginRollsNothingBack) {
+TEST_F(Storage, ThatCannotBeginForgetsTheTenantsAndRollsNothingBack) {
   Screen().EnterSingle(kCard26, "10");
+  Host().controls().SetVariable("gstrNewTenantIDs", "9,");
   Host().gate().FailOn("BeginTrans");
 
   EXPECT_FALSE(Screen().SaveNew());
 
+  const Lines effects = Host().transcript().Read(Detail::kEffects);
+  ASSERT_GE(effects.size(), 3U);
+  EXPECT_TRUE(SameLines(Lines(effects.end() - 3, effects.end()), R"~(
+    BeginTrans ! 1000 "Injected failure"
+    gstrNewTenantIDs = ""
+    Trapped pbSave 1000 "Injected failure"
+  )~"));
   EXPECT_EQ(Host().transactions().rolledBack(), 0);
   EXPECT_TRUE(Host().transcript().StartingWith("ExecuteInsert ").empty());
+}
+
+// A host that creates no tenants may have a screen without the variable.
+TEST_F(Storage, LeavesTheNewTenantsOfAnEarlierSaveAlone) {
+  Screen().EnterSingle(kCard26, "10");
+  Host().controls().SetVariable("gstrNewTenantIDs", "9,");
+  Host().gate().FailOn("gstrNewTenantIDs");
+
+  EXPECT_TRUE(Screen().SaveNew());
+
+  EXPECT_EQ(Host().controls().Variable("gstrNewTenantIDs"), qorcred::Value("9,"));
+  EXPECT_EQ(Host().transactions().committed(), 1);
+}
+
+TEST_F(Storage, LeavesTheNewTenantsAloneWhenTheEntryIsRefused) {
+  Screen().EnterSingle(kCard26, "");
+  Host().controls().SetVariable("gstrNewTenantIDs", "9,");
+
+  EXPECT_FALSE(Screen().SaveNew());
+
+  EXPECT_TRUE(Host().transcript().StartingWith("gstrNewTenantIDs").empty());
+  EXPECT_EQ(Host().controls().Variable("gstrNewTenantIDs"), qorcred::Value("9,"));
+}
+
+TEST_F(Storage, RollsBackAlthoughTheNewTenantsCannotBeForgotten) {
+  Screen().EnterRange(kCard26, "1", "3");
+  Database().Number("INSERT INTO CREDENTIALBANK", 101);
+  Database().Number("INSERT INTO CREDENTIALBANK", 0);
+  Host().gate().FailOn("gstrNewTenantIDs=");
+
+  EXPECT_FALSE(Screen().SaveNew());
+
+  EXPECT_EQ(Host().gate().failed(), "gstrNewTenantIDs=");
+  EXPECT_EQ(Host().transactions().rolledBack(), 1);
+  EXPECT_EQ(Host().transactions().open(), 0);
 }
 
 // The pass over statements takes "-1" for an absent value wherever it stands.

@@ -321,6 +321,17 @@ TEST_F(TenantStorage, ForgetsTheTenantsWhenACallRaises) {
   EXPECT_EQ(Host().controls().Variable("gstrNewTenantIDs"), qorcred::Value(""));
 }
 
+TEST_F(TenantStorage, IsUndoneWhenTheNewTenantsCannotBeForgottenAtItsBeginning) {
+  Screen().EnterSingle(kCard26, "100");
+  Screen().EnterTenantDefaults();
+  Host().gate().FailOn("gstrNewTenantIDs=");
+
+  EXPECT_FALSE(Screen().SaveNewWithTenants());
+
+  EXPECT_EQ(Host().transactions().rolledBack(), 1);
+  EXPECT_TRUE(Host().transcript().StartingWith("ExecuteInsert").empty());
+}
+
 TEST_F(TenantStorage, DoesNotAskAnotherApplicationComponentForTheStatus) {
   Screen().EnterSingle(kCard26, "100");
   Screen().EnterTenantDefaults();
