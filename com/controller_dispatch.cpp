@@ -129,8 +129,8 @@ ArgumentValues ArgumentsFrom(const Places& places, std::span<const Parameter> pa
   for (std::size_t at = 0; at < parameters.size(); ++at) {
     if (!IsOmitted(places[at])) {
       arguments[at] = Converted(places[at], parameters[at].type, ConvertArgument, given);
-    } else if (parameters[at].optional) {
-      arguments[at] = Missing{};
+    } else if (parameters[at].IsOptional()) {
+      arguments[at] = parameters[at].Omitted();
     } else {
       throw Refusal{DISP_E_PARAMNOTOPTIONAL, {}};
     }

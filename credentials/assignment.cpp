@@ -1,13 +1,14 @@
 // Puts the selected credential into a free slot of the chosen tenant.
 #include "credentials/cls_credential.h"
 #include "frame/capacity.h"
+#include "frame/convert.h"
 #include "frame/messages.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
 
 namespace qorcred {
 
-bool clsCredential::pvAssignCredentialToTenant(const ObjectRef& connection, std::int32_t unitKey) {
+bool clsCredential::pvAssignCredentialToTenant(const ObjectRef& connection, std::int32_t& unitKey) {
   const TenantComponent tenants(host_.CreateComponent(component::kTenant));
   pvReleaseCredentialFromTenant(connection, unitKey);
 
@@ -18,10 +19,11 @@ bool clsCredential::pvAssignCredentialToTenant(const ObjectRef& connection, std:
   const std::int32_t tenantId = assignedTo.ItemData(chosen);
 
   const DatabaseManager capacityManager(host_.CreateComponent(component::kDatabaseManager));
-  const std::int16_t limit =
-      ReadUnitCapacity(host_, base64_, capacityManager, connection, unitKey, error_);
+  const TableView capacity =
+      capacityManager.ExecuteSelectOrEmpty(connection, CapacityQuery(unitKey), error_);
+  const std::int32_t limit = ToLong(CapacityText(host_, base64_, capacity));
   const ApplicationComponent unitState(host_.CreateComponent(component::kApplication));
-  if (unitState.CodesInUse(connection, unitKey) >= limit) {
+  if (unitState.CodesInUse(connection, unitKey).Sum32() >= limit) {
     // Hosts cannot tell this from an assignment: the result is True all the same.
     Notify(host_, Concat("You cannot enter more than ", limit, " combined codes."));
     return true;

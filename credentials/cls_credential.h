@@ -17,6 +17,9 @@
 
 namespace qorcred {
 
+/// Stands for "every credential of the unit" where a row is asked for.
+inline constexpr std::int32_t kAllCredentials = -1;
+
 /// Fills the credential screen, checks and stores what the user enters, and deletes, renumbers and
 /// assigns credentials. Set gmobjCredentialScreen before any operation that touches controls.
 ///
@@ -53,10 +56,11 @@ class clsCredential final : public Controller {
   bool pbSave(const ObjectRef& objConn, std::int32_t lngUnitKey, bool blnIsTBL = false,
               bool blnEditCR = false, std::int32_t* lngRID = nullptr);
 
-  /// With `lngRID` -1 fills cboCredentials and selects the row `lngPreviousRID`; otherwise loads
-  /// the credential `lngRID` into the edit controls.
+  /// With kAllCredentials fills cboCredentials and selects the row `lngPreviousRID`; otherwise
+  /// loads the credential `lngRID` into the edit controls.
   void pbRetrieveCredentials(const ObjectRef& objConn, std::int32_t lngUnitKey,
-                             std::int32_t lngRID = -1, std::int32_t lngPreviousRID = 0);
+                             std::int32_t lngRID = kAllCredentials,
+                             std::int32_t lngPreviousRID = 0);
 
   /// Shows the controls of a transmitter (True) or of a card (False).
   void pbTransmitterCtls(bool blnEnable);
@@ -94,8 +98,9 @@ class clsCredential final : public Controller {
   bool RefuseEntry(const Control& control, std::string_view message);
 
   // Save and storage
-  bool SaveEdited(const ObjectRef& connection, std::int32_t unitKey, const Screen& screen);
-  bool CheckNew(const ObjectRef& connection, std::int32_t unitKey, const Screen& screen,
+  bool SaveEdited(const ObjectRef& connection, std::int32_t& unitKey, const Screen& screen);
+  /// The unit key is the one that the unit's status leaves.
+  bool CheckNew(const ObjectRef& connection, std::int32_t& unitKey, const Screen& screen,
                 const ObjectRef& application, bool createsTenants, CredentialEntry& entry);
   std::int32_t ReadGroupZeroRid(const ObjectRef& connection, std::int32_t unitKey);
   void StoreNew(const ObjectRef& connection, std::int32_t unitKey, const Screen& screen,
@@ -115,7 +120,7 @@ class clsCredential final : public Controller {
   // Deletion and assignment
   bool pvIsCredentialAssigned(const ObjectRef& connection, std::int32_t unitKey, std::int32_t rid);
   bool pvReleaseCredentialFromTenant(const ObjectRef& connection, std::int32_t unitKey);
-  bool pvAssignCredentialToTenant(const ObjectRef& connection, std::int32_t unitKey);
+  bool pvAssignCredentialToTenant(const ObjectRef& connection, std::int32_t& unitKey);
   void PutIntoSlot(const ObjectRef& connection, std::int32_t unitKey, std::int32_t tenantId,
                    std::int32_t credentialId);
   void ReleaseSlot(const ObjectRef& connection, std::int32_t unitKey, std::string_view slot,

@@ -150,13 +150,14 @@ bool clsCredential::pvValidateCredentialNumber(const ObjectRef& connection, std:
   const Screen screen = RequireScreen();
   const DatabaseManager manager = Manager();
   const DuplicateCheck check{host_, manager, connection, unitKey, error_};
-  const ListControl list = screen.List("cboCredentials");
+  // A screen for new credentials alone need not have the list.
+  const auto list = [&screen] { return screen.List("cboCredentials"); };
   if (number != kNumberFromScreen) {
-    return IsUnusedNumber(check, type, number, list.SelectedItemData());
+    return IsUnusedNumber(check, type, number, list().SelectedItemData());
   }
 
   CredentialTexts shown;
-  shown.number = TrimmedNumber(mblnEditCredential_ ? NumberInListText(list.Text())
+  shown.number = TrimmedNumber(mblnEditCredential_ ? NumberInListText(list().Text())
                                                    : screen.Box("txtPINStart").Text());
   shown.facilityCode = TrimmedNumber(screen.Box("txtFacilityCode").Text());
   if (type == kTransmitter) {
@@ -164,7 +165,8 @@ bool clsCredential::pvValidateCredentialNumber(const ObjectRef& connection, std:
     shown.sequenceCode = TrimmedNumber(screen.Box("txtSequenceCode").Text());
     shown.button = ReadButton(screen);
   }
-  const std::string row = mblnEditCredential_ ? NumberText(list.SelectedItemData()) : std::string();
+  const std::string row =
+      mblnEditCredential_ ? NumberText(list().SelectedItemData()) : std::string();
   return IsUnusedCredential(check, type, shown, row);
 }
 

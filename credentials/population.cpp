@@ -6,6 +6,7 @@
 #include "frame/active_period.h"
 #include "frame/convert.h"
 #include "frame/date.h"
+#include "frame/list_rows.h"
 #include "frame/schedules.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
@@ -70,15 +71,7 @@ void clsCredential::pbRetrieveTenants(const ObjectRef& objConn, std::int32_t lng
     const ListControl list = screen.List("cboAssignedTo");
     list.Clear();
     list.AddItemWithData("<Unassigned>", kNoRow);
-    if (tenants.HasNoRows()) return;
-    const std::int32_t last = tenants.UpperRow();
-    for (std::int32_t row = tenants.LowerRow(); row <= last; ++row) {
-      // The blanks stay where a part of the name is missing.
-      list.AddItemWithData(
-          Concat(TextOrEmpty(tenants.Cell(row, 1)), " ", TextOrEmpty(tenants.Cell(row, 2)), " ",
-                 TextOrEmpty(tenants.Cell(row, 3))),
-          tenants.Cell(row, 0));
-    }
+    if (!tenants.HasNoRows()) AddTenants(list, tenants);
   });
 }
 
@@ -117,9 +110,14 @@ void clsCredential::SetDefaultDates(const Screen& screen, const TableView& setti
   if (mode == 0) {
     SetNoDeactivation(start, end, today);
   } else if (mode == 1) {
-    ChooseFixedPeriod(start, end, today, settings.Cell(0, 2));
+    start.SetChosen(today);
+    end.SetChosen(settings.Cell(0, 2));
+    end.SetEndOfDay();
   } else if (mode == 2) {
-    ChoosePeriodOfDays(start, end, today, NumericValue(settings.Cell(0, 3)));
+    start.SetChosen(today);
+    const double days = NumericValue(settings.Cell(0, 3));
+    end.SetChosen(LastActiveDay(today, days, end.MaxDate()));
+    end.SetEndOfDay();
   }
 }
 

@@ -11,8 +11,6 @@ namespace qorcred {
 
 namespace {
 
-constexpr std::int32_t kAllCredentials = -1;
-
 // Columns of the credential query.
 enum CredentialColumn : std::int32_t {
   kRid = 1,

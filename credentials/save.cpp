@@ -39,7 +39,7 @@ bool clsCredential::pbSave(const ObjectRef& objConn, std::int32_t lngUnitKey, bo
   return saved;
 }
 
-bool clsCredential::SaveEdited(const ObjectRef& connection, std::int32_t unitKey,
+bool clsCredential::SaveEdited(const ObjectRef& connection, std::int32_t& unitKey,
                                const Screen& screen) {
   mblnEditCredential_ = true;
   const std::int32_t door = screen.List("cboActivate").ListIndex();
@@ -54,7 +54,7 @@ bool clsCredential::SaveEdited(const ObjectRef& connection, std::int32_t unitKey
   return assigned;
 }
 
-bool clsCredential::CheckNew(const ObjectRef& connection, std::int32_t unitKey,
+bool clsCredential::CheckNew(const ObjectRef& connection, std::int32_t& unitKey,
                              const Screen& screen, const ObjectRef& application,
                              bool createsTenants, CredentialEntry& entry) {
   if (!ReadNumbers(screen, entry)) return false;
@@ -65,12 +65,12 @@ bool clsCredential::CheckNew(const ObjectRef& connection, std::int32_t unitKey,
       ReadUnitCapacity(host_, base64_, Manager(), connection, unitKey, error_);
   if (!createsTenants) {
     const ApplicationComponent unitState(host_.CreateComponent(component::kApplication));
-    return FitsCapacity(screen, entry, maximum, unitState.CodesInUse(connection, unitKey));
+    return FitsCapacity(screen, entry, maximum, unitState.CodesInUse(connection, unitKey).Sum16());
   }
 
   if (!ReadTenant(screen, entry.tenant)) return false;
   const ApplicationComponent unitState(application);
-  if (!FitsCapacity(screen, entry, maximum, unitState.CodesInUse(connection, unitKey))) {
+  if (!FitsCapacity(screen, entry, maximum, unitState.CodesInUse(connection, unitKey).Sum16())) {
     return false;
   }
   entry.tenant.groupZeroRid = ReadGroupZeroRid(connection, unitKey);

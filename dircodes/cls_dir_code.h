@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "dircodes/entry.h"
+#include "dircodes/row_state.h"
 #include "dircodes/unit_notation.h"
 #include "frame/base64.h"
 #include "frame/controls.h"
@@ -52,17 +53,17 @@ class clsDirCode final : public Controller {
   bool pbSave(const ObjectRef& objConn, std::int32_t lngUnitKey, bool blnEditDir = false,
               std::int32_t* lngRID = nullptr, std::int32_t prevDirCodeIndex = 0);
 
-  /// With `lngRID` -1 fills cbodirectorycode and selects the row `lngOldValue`; otherwise loads the
-  /// code in the row `lngRID` into the edit controls.
+  /// With `lngRID` kNoRid fills cbodirectorycode and selects the row `lngOldValue`; otherwise loads
+  /// the code in the row `lngRID` into the edit controls.
   void pbRetrieveDirCodes(const ObjectRef& objConn, std::int32_t lngUnitKey,
-                          std::int32_t lngRID = -1, std::int32_t lngOldValue = 0);
+                          std::int32_t lngRID = kNoRid, std::int32_t lngOldValue = 0);
 
   /// Deletes the row `lngRID`, after a question when `blnValidate`, and then takes it from the
   /// tenants too. True only in that last case: without the question False means nothing.
   bool pbDelete(const ObjectRef& objConn, std::int32_t lngUnitKey, std::int32_t lngRID,
                 bool blnDontDisplayMessage = false, bool blnValidate = false);
 
-  /// Fills lstTenants with the tenants that refer to the row `lngDirCode`, or for -1 with those
+  /// Fills lstTenants with the tenants that refer to the row `lngDirCode`, or for kNoRid with those
   /// that refer to none. False when there are none.
   bool pbRetrieveTenants(const ObjectRef& objConn, std::int32_t lngUnitKey,
                          std::int32_t lngDirCode = 0, bool blnDIsplayName = false);
@@ -79,7 +80,7 @@ class clsDirCode final : public Controller {
 
   /// Writes one code that a unit holds. `strMode` is "Insert", "Update" or "Delete"; any other
   /// writes nothing. `strDirCodeDetails` holds 24 texts in the unit's notation, which all modes but
-  /// "Delete" change in place to the store's. "Delete" with `lngRID` -1 deletes every code.
+  /// "Delete" change in place to the store's. "Delete" with `lngRID` kNoRid deletes every code.
   bool pbMergeSave(const ObjectRef& objConn, std::int32_t lngUnitKey, std::string_view strMode,
                    StringArray& strDirCodeDetails, std::int32_t lngRID = 0);
 

@@ -42,7 +42,9 @@ bool clsDirCode::FitsCapacity(const ObjectRef& connection, std::int32_t& unitKey
   const std::int16_t limit =
       ReadUnitCapacity(host_, base64_, Manager(), connection, unitKey, error_);
   application = host_.CreateComponent(component::kApplication);
-  if (ApplicationComponent(application).CodesInUse(connection, unitKey) < limit) return true;
+  if (ApplicationComponent(application).CodesInUse(connection, unitKey).Sum16() < limit) {
+    return true;
+  }
   // Hosts rely on the figure, whatever the limit of the unit's type is.
   Notify(host_, "You cannot enter more than 2000 combined codes.");
   return false;

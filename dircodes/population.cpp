@@ -6,6 +6,7 @@
 #include "dircodes/row_state.h"
 #include "frame/active_period.h"
 #include "frame/convert.h"
+#include "frame/list_rows.h"
 #include "frame/schedules.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
@@ -51,20 +52,9 @@ void ListDisplayNames(const ListControl& list, const TableView& tenants) {
   const std::int32_t last = tenants.UpperRow();
   for (std::int32_t row = tenants.LowerRow(); row <= last; ++row) {
     std::string name = TextOrEmpty(tenants.Cell(row, 1));
-    if (!name.empty()) list.AddItemWithData(std::move(name), tenants.Cell(row, 0));
+    if (!name.empty()) AddRow(list, std::move(name), tenants, row, 0);
   }
   if (list.ListCount() <= 0) list.AddItemWithData("Display names not found", kNoRow);
-}
-
-void ListNames(const ListControl& list, const TableView& tenants) {
-  const std::int32_t last = tenants.UpperRow();
-  for (std::int32_t row = tenants.LowerRow(); row <= last; ++row) {
-    // The blanks stay where a part of the name is missing.
-    list.AddItemWithData(
-        Concat(TextOrEmpty(tenants.Cell(row, 1)), " ", TextOrEmpty(tenants.Cell(row, 2)), " ",
-               TextOrEmpty(tenants.Cell(row, 3))),
-        tenants.Cell(row, 0));
-  }
 }
 
 }  // namespace
@@ -86,7 +76,7 @@ void clsDirCode::pbRetrieveSchedules(const ObjectRef& objConn, std::int32_t lngU
     if (last >= kFirstStored) schedules.SortByText(kFirstStored, last, 1);
     for (const ListControl& list : lists) {
       for (std::int32_t row = schedules.LowerRow(); row <= last; ++row) {
-        list.AddItemWithData(TextOrEmpty(schedules.Cell(row, 1)), schedules.Cell(row, 0));
+        AddRow(list, TextOrEmpty(schedules.Cell(row, 1)), schedules, row, 0);
       }
     }
   });
@@ -115,10 +105,16 @@ void clsDirCode::SetDefaultDates(const Screen& screen, const TableView& settings
   if (mode == 0) {
     SetNoDeactivation(start, end, host_.Now());
   } else if (mode == 1) {
-    ChooseFixedPeriod(start, end, host_.Now(), settings.Cell(0, 3));
+    start.SetChosen(host_.Now());
+    end.SetChosen(settings.Cell(0, 3));
+    end.SetEndOfDay();
     start.SetChosen(Null{});
   } else if (mode == 2) {
-    ChoosePeriodOfDays(start, end, host_.Now(), NumericValue(settings.Cell(0, 4)));
+    const Date now = host_.Now();
+    start.SetChosen(now);
+    const double days = NumericValue(settings.Cell(0, 4));
+    end.SetChosen(LastActiveDay(now, days, end.MaxDate()));
+    end.SetEndOfDay();
     start.SetChosen(Null{});
   }
 }
@@ -144,7 +140,7 @@ bool clsDirCode::pbRetrieveTenants(const ObjectRef& objConn, std::int32_t lngUni
     if (blnDIsplayName) {
       ListDisplayNames(list, tenants);
     } else {
-      ListNames(list, tenants);
+      AddTenants(list, tenants);
     }
     found = true;
   });

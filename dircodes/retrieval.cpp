@@ -92,8 +92,9 @@ void clsDirCode::FillCodeList(const Screen& screen, const TableView& codes, std:
   std::int32_t indexToSelect = 0;
   const std::int32_t last = codes.UpperRow();
   for (std::int32_t row = codes.LowerRow(); row <= last; ++row) {
+    list.AddItem(PaddedCode(codes.Cell(row, kCode), digits));
     const Value rid = codes.Cell(row, kRid);
-    list.AddItemWithData(PaddedCode(codes.Cell(row, kCode), digits), rid);
+    list.SetItemData(list.NewIndex(), rid);
     if (NumericValue(rid) == oldRid) indexToSelect = row + 1;
   }
   if (indexToSelect > 0) list.SetListIndex(indexToSelect);

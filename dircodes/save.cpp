@@ -108,7 +108,7 @@ bool clsDirCode::MayStore(const ObjectRef& connection, std::int32_t unitKey, con
 
 bool clsDirCode::SaveEdited(const ObjectRef& connection, std::int32_t unitKey, const Screen& screen,
                             const StepSender& steps, const DirCodeEntry& entry) {
-  std::int32_t rid = ToLong(screen.Variable("glngrid"));
+  const std::int32_t rid = ToLong(screen.Variable("glngrid"));
   if (!MayStore(connection, unitKey, screen, entry, rid)) return false;
 
   const std::int16_t stored = ReadState(connection, rid);
@@ -120,7 +120,9 @@ bool clsDirCode::SaveEdited(const ObjectRef& connection, std::int32_t unitKey, c
                                                 screen.Variable("gstrLastModifiedDate"), rid);
   // Someone else may have changed the row meanwhile: hosts take that for success, too.
   if (CountIn(changed) <= 0) return true;
-  steps.ProgramDirCode(connection, unitKey, rid);
+  // What the sender makes of the row's identity is its own affair: the edited row is shown again.
+  std::int32_t sent = rid;
+  steps.ProgramDirCode(connection, unitKey, sent);
   pbRetrieveDirCodes(connection, unitKey, rid);
   return true;
 }

@@ -33,17 +33,4 @@ Date LastActiveDay(Date from, double days, Date latest) {
   return DaysBetween(lastDay, latest) > 0 ? lastDay : latest;
 }
 
-void ChooseFixedPeriod(const DatePicker& start, const DatePicker& end, Date now,
-                       const Value& lastDay) {
-  start.SetChosen(now);
-  end.SetChosen(lastDay);
-  end.SetEndOfDay();
-}
-
-void ChoosePeriodOfDays(const DatePicker& start, const DatePicker& end, Date now, double days) {
-  start.SetChosen(now);
-  end.SetChosen(LastActiveDay(now, days, end.MaxDate()));
-  end.SetEndOfDay();
-}
-
 }  // namespace qorcred

@@ -23,11 +23,4 @@ void ShowNextYear(const DatePicker& picker, Date today);
 /// `latest`, however many days that are.
 [[nodiscard]] Date LastActiveDay(Date from, double days, Date latest);
 
-/// Chooses the default dates of a unit that deactivates on a fixed day, to that day's end.
-void ChooseFixedPeriod(const DatePicker& start, const DatePicker& end, Date now,
-                       const Value& lastDay);
-
-/// Chooses the default dates of a unit that deactivates after `days` days, to the last one's end.
-void ChoosePeriodOfDays(const DatePicker& start, const DatePicker& end, Date now, double days);
-
 }  // namespace qorcred

@@ -5,15 +5,20 @@
 
 namespace qorcred {
 
+std::string CapacityQuery(std::int32_t unitKey) {
+  return Concat("SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = ", unitKey,
+                " AND S.UNITTYPE = T.DESCRIPTION");
+}
+
+std::string CapacityText(Host& host, Base64Decoder& decoder, const TableView& answer) {
+  return decoder.Decode(host, TextOrEmpty(answer.Cell(0, 0)));
+}
+
 std::int16_t ReadUnitCapacity(Host& host, Base64Decoder& decoder, const DatabaseManager& manager,
                               const ObjectRef& connection, std::int32_t unitKey,
                               DatabaseError& error) {
-  const TableView total = manager.ExecuteSelect(
-      connection,
-      Concat("SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = ", unitKey,
-             " AND S.UNITTYPE = T.DESCRIPTION"),
-      error);
-  return ToInteger(decoder.Decode(host, TextOrEmpty(total.Cell(0, 0))));
+  const TableView answer = manager.ExecuteSelect(connection, CapacityQuery(unitKey), error);
+  return ToInteger(CapacityText(host, decoder, answer));
 }
 
 }  // namespace qorcred

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "frame/base64.h"
 #include "frame/data_services.h"
@@ -9,8 +10,15 @@
 
 namespace qorcred {
 
-/// The most combined codes that the unit's type allows; kept as Base64 text in the store.
-/// Raises what decoding raises, and kOverflow or kTypeMismatch for a text that is no 16-bit number.
+/// The query for the capacity of a unit's type.
+[[nodiscard]] std::string CapacityQuery(std::int32_t unitKey);
+
+/// The decimal text of the capacity in the query's answer, which holds it as Base64 text. Raises
+/// what decoding raises.
+[[nodiscard]] std::string CapacityText(Host& host, Base64Decoder& decoder, const TableView& answer);
+
+/// The most combined codes that the unit's type allows. Raises what decoding raises, and kOverflow
+/// or kTypeMismatch for a text that is no 16-bit number.
 [[nodiscard]] std::int16_t ReadUnitCapacity(Host& host, Base64Decoder& decoder,
                                             const DatabaseManager& manager,
                                             const ObjectRef& connection, std::int32_t unitKey,

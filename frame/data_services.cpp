@@ -1,9 +1,11 @@
 #include "frame/data_services.h"
 
 #include <array>
+#include <memory>
 #include <span>
 
 #include "frame/convert.h"
+#include "frame/result_table.h"
 
 namespace qorcred {
 
@@ -45,11 +47,24 @@ void Connection::Execute(std::string sql) const {
   Call(object(), "Execute", std::move(sql), 0);
 }
 
-TableView DatabaseManager::ExecuteSelect(const ObjectRef& connection, std::string sql,
-                                         DatabaseError& error) const {
+Value DatabaseManager::Select(const ObjectRef& connection, std::string sql,
+                              DatabaseError& error) const {
   std::array<Value, 4> arguments{Value(connection), Value(std::move(sql)), Value(error.flag),
                                  Value(error.text)};
-  return TableView(RequireObject(CallManager(object(), "ExecuteSelect", arguments, 2, error)));
+  return CallManager(object(), "ExecuteSelect", arguments, 2, error);
+}
+
+TableView DatabaseManager::ExecuteSelect(const ObjectRef& connection, std::string sql,
+                                         DatabaseError& error) const {
+  return TableView(RequireObject(Select(connection, std::move(sql), error)));
+}
+
+TableView DatabaseManager::ExecuteSelectOrEmpty(const ObjectRef& connection, std::string sql,
+                                                DatabaseError& error) const {
+  const Value answer = Select(connection, std::move(sql), error);
+  const ObjectRef* table = answer.As<ObjectRef>();
+  const bool missing = table == nullptr ? IsEmptyText(answer) : *table == nullptr;
+  return TableView(missing ? std::make_shared<ResultTable>() : RequireObject(answer));
 }
 
 Value DatabaseManager::ExecuteScalar(const ObjectRef& connection, std::string sql,

@@ -96,6 +96,9 @@ class DatabaseManager : public View {
 
   [[nodiscard]] TableView ExecuteSelect(const ObjectRef& connection, std::string sql,
                                         DatabaseError& error) const;
+  /// The same; no table at all counts as one without rows.
+  [[nodiscard]] TableView ExecuteSelectOrEmpty(const ObjectRef& connection, std::string sql,
+                                               DatabaseError& error) const;
   [[nodiscard]] Value ExecuteScalar(const ObjectRef& connection, std::string sql,
                                     DatabaseError& error) const;
   /// Returns the number of rows changed as the manager gives it: see CountIn(). `lastModified` may
@@ -119,6 +122,10 @@ class DatabaseManager : public View {
   [[nodiscard]] std::string LastModifiedText() const {
     return ToText(Call(object(), "pbGetLastModifiedDateStringConstant"));
   }
+
+ private:
+  [[nodiscard]] Value Select(const ObjectRef& connection, std::string sql,
+                             DatabaseError& error) const;
 };
 
 }  // namespace qorcred

@@ -9,6 +9,12 @@
 
 namespace qorcred {
 
+Value Parameter::Omitted() const {
+  if (const bool* flag = std::get_if<bool>(&omitted)) return *flag;
+  if (const std::int32_t* number = std::get_if<std::int32_t>(&omitted)) return *number;
+  return ObjectRef();
+}
+
 // Of its own type a value is taken as it is. A reference to nothing is an object: the operation
 // meets it where it uses the object.
 Value ConvertArgument(ValueType type, Value value) {
@@ -48,12 +54,15 @@ namespace {
 
 std::vector<Value> ConvertArguments(std::span<const Parameter> parameters, Arguments arguments) {
   if (arguments.size() > parameters.size()) throw RuntimeError(ErrorNumber::kWrongArgumentCount);
-  std::vector<Value> converted(parameters.size(), Value(Missing{}));
+  std::vector<Value> converted;
+  converted.reserve(parameters.size());
   for (std::size_t i = 0; i < parameters.size(); ++i) {
     const bool given = i < arguments.size() && !arguments[i].Is(ValueType::kMissing);
     if (given) {
-      converted[i] = ConvertArgument(parameters[i].type, arguments[i]);
-    } else if (!parameters[i].optional) {
+      converted.push_back(ConvertArgument(parameters[i].type, arguments[i]));
+    } else if (parameters[i].IsOptional()) {
+      converted.push_back(parameters[i].Omitted());
+    } else {
       throw RuntimeError(ErrorNumber::kArgumentNotOptional);
     }
   }
@@ -97,31 +106,6 @@ const Member* FindMember(std::span<const Member> members, std::string_view name)
     return SameMember(member.name, name);
   });
   return found == members.end() ? nullptr : &*found;
-}
-
-const ObjectRef& ObjectIn(const Value& argument) {
-  return *argument.As<ObjectRef>();
-}
-
-std::int32_t LongIn(const Value& argument) {
-  return *argument.As<std::int32_t>();
-}
-
-const std::string& TextIn(const Value& argument) {
-  return *argument.As<std::string>();
-}
-
-std::int32_t LongOr(const Value& argument, std::int32_t fallback) {
-  return argument.Is(ValueType::kMissing) ? fallback : ToLong(argument);
-}
-
-bool BooleanOr(const Value& argument, bool fallback) {
-  return argument.Is(ValueType::kMissing) ? fallback : ToBoolean(argument);
-}
-
-ObjectRef ObjectOrNone(const Value& argument) {
-  const ObjectRef* object = argument.As<ObjectRef>();
-  return object == nullptr ? nullptr : *object;
 }
 
 }  // namespace qorcred

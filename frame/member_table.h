@@ -6,10 +6,15 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 
 #include "frame/object.h"
 
 namespace qorcred {
+
+/// What an optional parameter is when its argument is left out. kRequired: it may not be.
+enum class NoDefault : std::uint8_t { kRequired, kNoObject };
+using Default = std::variant<NoDefault, bool, std::int32_t>;
 
 /// One parameter of an operation. `type` is what an argument is converted to before the call;
 /// kEmpty takes any value as it is.
@@ -17,15 +22,29 @@ struct Parameter {
   std::string_view name;
   ValueType type;
   bool byRef = false;
-  bool optional = false;
+  Default omitted = NoDefault::kRequired;
+
+  [[nodiscard]] constexpr bool IsOptional() const {
+    return omitted != Default(NoDefault::kRequired);
+  }
+  /// Whether what stands for an omitted argument is of the parameter's type.
+  [[nodiscard]] constexpr bool HasDefaultOfItsType() const {
+    if (!IsOptional()) return true;
+    if (std::holds_alternative<bool>(omitted)) return type == ValueType::kBoolean;
+    if (std::holds_alternative<std::int32_t>(omitted)) return type == ValueType::kLong;
+    return type == ValueType::kObject;
+  }
+  /// What the operation gets for an omitted argument. For optional parameters alone.
+  [[nodiscard]] Value Omitted() const;
 };
 
 enum class MemberKind : std::uint8_t { kOperation, kProperty };
 
 class Controller;
 
-/// One member. `run` receives exactly one argument for each parameter, converted; an omitted
-/// optional one is Missing. For the put of a property it receives the value alone.
+/// One member; see frame/member_rows.h for how rows are made. `run` receives exactly one argument
+/// for each parameter, converted, or its default; what the operation changes stands in its place
+/// afterwards. For the put of a property it receives the value alone.
 struct Member {
   int id;  ///< never renumbered: clients bind to it
   std::string_view name;
@@ -53,16 +72,5 @@ class Controller : public Object {
 [[nodiscard]] Value ConvertArgument(ValueType type, Value value);
 /// The same for a property, which may also be set to nothing.
 [[nodiscard]] Value ConvertPropertyValue(ValueType type, Value value);
-
-/// An argument that was converted to its parameter's type.
-[[nodiscard]] const ObjectRef& ObjectIn(const Value& argument);
-[[nodiscard]] std::int32_t LongIn(const Value& argument);
-[[nodiscard]] const std::string& TextIn(const Value& argument);
-
-/// An optional argument's value, or `fallback` when it was omitted.
-[[nodiscard]] std::int32_t LongOr(const Value& argument, std::int32_t fallback);
-[[nodiscard]] bool BooleanOr(const Value& argument, bool fallback);
-/// An optional object, or none when it was omitted.
-[[nodiscard]] ObjectRef ObjectOrNone(const Value& argument);
 
 }  // namespace qorcred

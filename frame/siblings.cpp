@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 
 #include "frame/convert.h"
 
@@ -9,8 +10,12 @@ namespace qorcred {
 
 namespace {
 
-std::int16_t CountIn(const Value& status) {
-  return RoundToInteger(NumericValue(status));
+std::int16_t CountOf16Bits(const Value& count) {
+  return IsEmptyText(count) ? std::int16_t{0} : ToInteger(count);
+}
+
+std::int32_t CountOf32Bits(const Value& count) {
+  return IsEmptyText(count) ? 0 : ToLong(count);
 }
 
 }  // namespace
@@ -34,18 +39,30 @@ void TenantComponent::CreateProgramSteps(const ObjectRef& connection, std::int32
   Call(object(), "pvCreateProgramSteps", connection, unitKey, tenant);
 }
 
-std::int16_t ApplicationComponent::CodesInUse(const ObjectRef& connection,
-                                              std::int32_t unitKey) const {
+std::int16_t CodeCounts::Sum16() const {
+  const std::int32_t first = CountOf16Bits(credentials);
+  const std::int32_t second = CountOf16Bits(entryCodes);
+  const std::int32_t third = CountOf16Bits(directoryCodes);
+  return RoundToInteger(RoundToInteger(first + second) + third);
+}
+
+std::int32_t CodeCounts::Sum32() const {
+  const double first = CountOf32Bits(credentials);
+  const double second = CountOf32Bits(entryCodes);
+  const double third = CountOf32Bits(directoryCodes);
+  return RoundToLong(RoundToLong(first + second) + third);
+}
+
+CodeCounts ApplicationComponent::CodesInUse(const ObjectRef& connection,
+                                            std::int32_t& unitKey) const {
   // Connection, unit key, one 16-bit integer and six texts, all but the first filled in by the
   // component; the sixth, seventh and eighth are the counts.
   std::array<Value, 9> status{Value(connection), Value(unitKey), Value(std::int16_t{0}),
                               Value(""),         Value(""),      Value(""),
                               Value(""),         Value(""),      Value("")};
   object().Invoke("pbGetUnitStatus", InvokeKind::kCall, status);
-  const std::int32_t credentials = CountIn(status[5]);
-  const std::int32_t entryCodes = CountIn(status[6]);
-  const std::int32_t directoryCodes = CountIn(status[7]);
-  return RoundToInteger(RoundToInteger(credentials + entryCodes) + directoryCodes);
+  unitKey = ToLong(status[1]);
+  return {std::move(status[5]), std::move(status[6]), std::move(status[7])};
 }
 
 bool StepSender::IsDeletionPending(const ObjectRef& connection, std::int32_t& unitKey,

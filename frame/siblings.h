@@ -34,14 +34,26 @@ class TenantComponent : public View {
                           std::int32_t tenant) const;
 };
 
+/// A unit's codes in use by kind, as the application component gave them.
+struct CodeCounts {
+  Value credentials;
+  Value entryCodes;
+  Value directoryCodes;
+
+  /// All together, added one by one as 16-bit or 32-bit numbers. An empty count is 0. Raise
+  /// kTypeMismatch for a text that is no number, kOverflow when a count or a sum does not fit.
+  [[nodiscard]] std::int16_t Sum16() const;
+  [[nodiscard]] std::int32_t Sum32() const;
+};
+
 /// `qorAppln.clsApplication`: the state of units.
 class ApplicationComponent : public View {
  public:
   using View::View;
 
-  /// The unit's codes in use: credentials, entry codes and directory codes together, added in
-  /// 16-bit arithmetic. Raises kOverflow when a count or the sum does not fit.
-  [[nodiscard]] std::int16_t CodesInUse(const ObjectRef& connection, std::int32_t unitKey) const;
+  /// The unit's codes in use. The component may change the unit key: what comes back is the key
+  /// for the rest of the caller's operation.
+  [[nodiscard]] CodeCounts CodesInUse(const ObjectRef& connection, std::int32_t& unitKey) const;
 };
 
 /// `qorSPS.clsSendProgSteps`: the programming steps of directory codes. A step names the unit and

@@ -1,17 +1,11 @@
-// The members that both report controllers offer, for their member tables.
+// The members that both report controllers offer, for their member tables. Every class numbers its
+// members by itself.
 #pragma once
 
-#include "frame/member_table.h"
+#include "frame/member_rows.h"
+#include "reports/report_controller.h"
 
 namespace qorcred::report_members {
-
-Value RunFilterScreen(Controller& controller, InvokeKind kind, Arguments arguments);
-Value RunUnitKey(Controller& controller, InvokeKind kind, Arguments arguments);
-Value RunRidsForDeletion(Controller& controller, InvokeKind kind, Arguments arguments);
-Value RunPopulateOperators(Controller& controller, InvokeKind kind, Arguments arguments);
-Value RunDelete(Controller& controller, InvokeKind kind, Arguments arguments);
-Value RunMerge(Controller& controller, InvokeKind kind, Arguments arguments);
-Value RunValidate(Controller& controller, InvokeKind kind, Arguments arguments);
 
 inline constexpr Parameter kConnection{"objConn", ValueType::kObject, true};
 inline constexpr Parameter kUnitKey{"lngUnitKey", ValueType::kLong};
@@ -23,30 +17,29 @@ inline constexpr Parameter kMerge[] = {{"arrXDBObj1", ValueType::kObject, true},
 inline constexpr Parameter kValidate[] = {
     kConnection, kUnitKey, {"objDB", ValueType::kObject, true}};
 
-/// A row of a class's table; every class numbers its members by itself.
-constexpr Member FilterScreen(int id) {
-  return {id, "gfrmTxFilter", MemberKind::kProperty, {}, ValueType::kObject, RunFilterScreen};
+consteval Member FilterScreen(int id) {
+  return Property<&ReportController::gfrmTxFilter, &ReportController::set_gfrmTxFilter>(
+      id, "gfrmTxFilter");
 }
-constexpr Member UnitKey(int id) {
-  return {id, "mlngUnitKey", MemberKind::kProperty, {}, ValueType::kLong, RunUnitKey};
+consteval Member UnitKey(int id) {
+  return Property<&ReportController::mlngUnitKey, &ReportController::set_mlngUnitKey>(
+      id, "mlngUnitKey");
 }
-constexpr Member RidsForDeletion(int id) {
-  return {id, "gstrRIDsForDeletion", MemberKind::kProperty,
-          {}, ValueType::kString,    RunRidsForDeletion};
+consteval Member RidsForDeletion(int id) {
+  return Property<&ReportController::gstrRIDsForDeletion,
+                  &ReportController::set_gstrRIDsForDeletion>(id, "gstrRIDsForDeletion");
 }
-constexpr Member PopulateOperators(int id) {
-  return {id, "pbPopulateArrOperators", MemberKind::kOperation,
-          {}, ValueType::kBoolean,      RunPopulateOperators};
+consteval Member PopulateOperators(int id) {
+  return Operation<&ReportController::pbPopulateArrOperators>(id, "pbPopulateArrOperators");
 }
-constexpr Member Delete(int id) {
-  return {id, "pbDelete", MemberKind::kOperation, kDelete, ValueType::kBoolean, RunDelete};
+consteval Member Delete(int id) {
+  return Operation<&ReportController::pbDelete>(id, "pbDelete", kDelete);
 }
-constexpr Member Merge(int id) {
-  return {id,     "pbMergeXArrayDBObjects", MemberKind::kOperation,
-          kMerge, ValueType::kBoolean,      RunMerge};
+consteval Member Merge(int id) {
+  return Operation<&ReportController::pbMergeXArrayDBObjects>(id, "pbMergeXArrayDBObjects", kMerge);
 }
-constexpr Member Validate(int id) {
-  return {id, "pbValidate", MemberKind::kOperation, kValidate, ValueType::kBoolean, RunValidate};
+consteval Member Validate(int id) {
+  return Operation<&ReportController::pbValidate>(id, "pbValidate", kValidate);
 }
 
 }  // namespace qorcred::report_members

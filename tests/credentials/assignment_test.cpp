@@ -1,6 +1,7 @@
 // Saving an existing credential: its door, its release from the tenant that held it and its
 // assignment to the chosen one.
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -179,6 +180,77 @@ TEST_F(EditedCredential, IsNotSavedWhenTheCapacityGivesNoTable) {
 
   EXPECT_TRUE(Host().transcript().StartingWith("MsgBox").empty());
   EXPECT_TRUE(Host().transcript().StartingWith("ExecuteUpdate \"UPDATE TENANTS").empty());
+  // As for a unit of an unknown type: a table without rows stands for the one that is not there.
+  EXPECT_EQ(Host().transcript().StartingWith("Trapped"),
+            Lines{"Trapped pbSave 9 \"Subscript out of range\""});
+}
+
+TEST_F(EditedCredential, CountsIn32Bits) {
+  struct Case {
+    std::string_view name;
+    std::string_view most;
+    std::array<std::string_view, 3> counts;
+    std::string_view outcome;  ///< the start of the line that tells it
+  };
+  for (const Case& one :
+       {Case{"OneBelow", "100000", {"70000", "20000", "9999"}, "pvCreateProgramSteps 3 55"},
+        Case{"AtTheLimit",
+             "100000",
+             {"70000", "20000", "10000"},
+             "MsgBox 64 \"Pello RT\" \"You cannot enter more than 100000 combined codes.\""},
+        Case{"Largest", "2147483647", {"2147483646", "0", ""}, "pvCreateProgramSteps 3 55"},
+        Case{"LimitTooLarge", "2147483648", {"0", "0", "0"}, "Trapped pbSave 6"},
+        Case{"SumTooLarge", "2147483647", {"2147483647", "1", "0"}, "Trapped pbSave 6"},
+        Case{"NoNumber", "500", {"0", "x", "0"}, "Trapped pbSave 13"}}) {
+    CredentialScreen screen;
+    screen.ShowStored(1, 1);
+    screen.AllowCodes(one.most);
+    screen.CountCodes(one.counts[0], one.counts[1], one.counts[2]);
+
+    EXPECT_EQ(screen.SaveEdited(), !one.outcome.starts_with("Trapped")) << one.name;
+
+    EXPECT_EQ(screen.host().transcript().StartingWith(one.outcome).size(), 1U) << one.name;
+  }
+}
+
+TEST_F(EditedCredential, MakesItsComponentsInThisOrderAndLetsThemGo) {
+  Screen().ShowStored(1, 1);
+  Database().Number("SELECT TenantID FROM Tenants", 56);
+
+  EXPECT_TRUE(Screen().SaveEdited());
+
+  EXPECT_TRUE(TranscriptIs(R"~(
+    CreateObject "qorAppln.clsApplication"
+    CreateObject "qorTent.clsTenant"
+    cboActivate.ListIndex -> 2
+    cboCredentials.ListIndex -> 1
+    cboCredentials.ItemData(1) -> 17
+    ExecuteUpdate "UPDATE CREDENTIALBANK SET DOORCODE = 2,LASTMODIFIEDDATE='_LMDATE_' WHERE UnitKey=3 AND RID=17" "CREDENTIALBANK" - 17 -> 1
+    CreateObject "qorTent.clsTenant"
+    CreateObject "qorTent.clsTenant"
+    cboCredentials.ListIndex -> 1
+    cboCredentials.ItemData(1) -> 17
+    ExecuteScalar "SELECT TenantID FROM Tenants WHERE UnitKey=3 AND Resident=0  AND ((CredentialID1 = 17 ) OR ( CredentialID2 = 17))" -> 56
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID1 = NULL  WHERE CREDENTIALID1 = 17  AND UNITKEY = 3" "TENANTS" -> 1
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID2 = NULL  WHERE CREDENTIALID2 = 17  AND UNITKEY = 3" "TENANTS" -> 1
+    pvCreateProgramSteps 3 56
+    Release "qorTent.clsTenant"
+    cboAssignedTo.ListIndex -> 1
+    cboAssignedTo.ItemData(1) -> 55
+    CreateObject "qorDBI.clsDBManager"
+    ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
+    CreateObject "qorAppln.clsApplication"
+    pbGetUnitStatus 3 -> 0 0 0
+    cboCredentials.ListIndex -> 1
+    cboCredentials.ItemData(1) -> 17
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID1 = 17 WHERE TENANTID = 55 AND UNITKEY = 3 AND (CREDENTIALID1 IS NULL OR (CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT NULL ))" "TENANTS" -> 1
+    pvCreateProgramSteps 3 55
+    Release "qorAppln.clsApplication"
+    Release "qorDBI.clsDBManager"
+    Release "qorTent.clsTenant"
+    Release "qorAppln.clsApplication"
+    Release "qorTent.clsTenant"
+  )~"));
 }
 
 TEST_F(EditedCredential, IsNotCheckedAsANewOne) {

@@ -59,6 +59,24 @@ TEST_F(Deletion, ConfirmedReleasesTheTenantAndProgramsTheUnit) {
   )~"));
 }
 
+TEST_F(Deletion, MakesTheTenantComponentBehindTheDeletionAndBeforeItReadsTheSelection) {
+  AssignedTo(55, 55);
+
+  EXPECT_TRUE(Screen().Delete(17));
+
+  EXPECT_TRUE(TranscriptIs(std::string(kQuestion) + R"~( -> 6
+    ExecuteDelete "CREDENTIALBANK" 17 -> 1
+    CreateObject "qorTent.clsTenant"
+    cboCredentials.ListIndex -> 1
+    cboCredentials.ItemData(1) -> 17
+    ExecuteScalar "SELECT TenantID FROM Tenants WHERE UnitKey=3 AND Resident=0  AND ((CredentialID1 = 17 ) OR ( CredentialID2 = 17))" -> 55
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID1 = NULL  WHERE CREDENTIALID1 = 17  AND UNITKEY = 3" "TENANTS" -> 1
+    ExecuteUpdate "UPDATE TENANTS SET CREDENTIALID2 = NULL  WHERE CREDENTIALID2 = 17  AND UNITKEY = 3" "TENANTS" -> 1
+    pvCreateProgramSteps 3 55
+    Release "qorTent.clsTenant"
+  )~"));
+}
+
 TEST_F(Deletion, ReleasesTheTenantFromTheSelectedCredentialWhicheverIsDeleted) {
   AssignedTo(55, 55);
   Host().Select("cboCredentials", 2);

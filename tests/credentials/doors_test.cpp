@@ -82,6 +82,8 @@ TEST_F(DoorDetails, CountCharactersAsTheHostDoes) {
   Doors({"éééééééééééé", "12345678901\U0001F600", "c", "d"});
   Controller().pbRetrieveDoorDetails(Connection(), kUnit);
   EXPECT_EQ(Host().controls().Any("lblDoor1").caption(), "éééééééééééé");
+  // No name is cut: the first has twelve characters, however many bytes they take.
+  EXPECT_EQ(Host().controls().Any("lblDoor2").caption(), "12345678901\U0001F600");
 
   CredentialScreen screen;
   screen.host().database().Select("from DOORS", {{kUnit, "12345678901\U0001F600"},

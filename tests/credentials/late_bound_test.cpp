@@ -31,8 +31,8 @@ TEST_F(LateBound, OffersItsMembersUnderFixedIds) {
     2 pbRetrieveSchedules(ByRef objConn As Object, ByVal lngUnitKey As Long)
     3 pbRetrieveTenants(ByRef objConn As Object, ByVal lngUnitKey As Long)
     4 pbRetrieveSettingsFromUnit(ByRef objConn As Object, ByVal lngUnitKey As Long)
-    5 pbSave(ByRef objConn As Object, ByVal lngUnitKey As Long, Optional ByVal blnIsTBL As Boolean, Optional ByVal blnEditCR As Boolean, Optional ByRef lngRID As Long) As Boolean
-    6 pbRetrieveCredentials(ByRef objConn As Object, ByVal lngUnitKey As Long, Optional ByVal lngRID As Long, Optional ByVal lngPreviousRID As Long)
+    5 pbSave(ByRef objConn As Object, ByVal lngUnitKey As Long, Optional ByVal blnIsTBL As Boolean = False, Optional ByVal blnEditCR As Boolean = False, Optional ByRef lngRID As Long = 0) As Boolean
+    6 pbRetrieveCredentials(ByRef objConn As Object, ByVal lngUnitKey As Long, Optional ByVal lngRID As Long = -1, Optional ByVal lngPreviousRID As Long = 0)
     7 pbTransmitterCtls(ByVal blnEnable As Boolean)
     8 pbDelete(ByRef objConn As Object, ByVal lngUnitKey As Long, ByVal lngRID As Long) As Boolean
     9 pbUpdatePinNo(ByRef objConn As Object, ByVal lngPINNO As Long, ByVal lngUnitKey As Long) As Boolean
@@ -121,6 +121,15 @@ TEST_F(LateBound, TakesOmittedArgumentsOfARetrievalAsTheWholeList) {
   EXPECT_EQ(selects[0].find("RID="), std::string::npos);
   EXPECT_EQ(selects[1], selects[0]);
   EXPECT_EQ(selects[2], selects[0]);
+}
+
+// The omitted previous row is 0 and not 1: the first row ever stored is not selected for it.
+TEST_F(LateBound, SelectsNothingForAnOmittedPreviousRow) {
+  Database().Select("FROM CREDENTIALBANK", {{kUnit, 1, 2, 700, 12, 5, 1, 4, "", 0}});
+
+  Call(Controller(), "pbRetrieveCredentials", Connection(), kUnit);
+
+  EXPECT_EQ(Host().controls().List("cboCredentials").selected(), -1);
 }
 
 TEST_F(LateBound, LeavesOutTheMiddleOfARetrieval) {

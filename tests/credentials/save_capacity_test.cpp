@@ -159,6 +159,23 @@ TEST_F(CapacityCheck, OfATextThatIsNoNumberStoresNothing) {
   EXPECT_EQ(Host().transactions().begun(), 0);
 }
 
+TEST_F(CapacityCheck, OfACountThatIsNoNumberIsAMismatch) {
+  for (const std::string_view count : {"many", "12 cards", "-"}) {
+    CredentialScreen screen;
+    screen.EnterSingle(kCard26, "10");
+    screen.CountCodes("1", count, "1");
+
+    EXPECT_FALSE(screen.SaveNew()) << count;
+
+    EXPECT_TRUE(screen.host().transcript().StartingWith("MsgBox").empty()) << count;
+    EXPECT_EQ(screen.host().transactions().begun(), 0) << count;
+    ASSERT_EQ(screen.host().services().trapped().size(), 1U) << count;
+    EXPECT_EQ(screen.host().services().trapped().front().second,
+              qorcred::ErrorNumber::kTypeMismatch)
+        << count;
+  }
+}
+
 TEST_F(CapacityCheck, CountsAnEmptyTextAsZero) {
   Screen().EnterSingle(kCard26, "10");
   Screen().CountCodes("", "499", "");

@@ -30,14 +30,14 @@ TEST_F(LateBoundDirCode, OffersItsMembersUnderFixedIds) {
   EXPECT_TRUE(SameLines(DescribedMembers(Controller()), R"~(
     1 mobjDirCodeScreen As Object
     2 mfrmConnectionScreen As Object
-    3 pbSave(ByRef objConn As Object, ByVal lngUnitKey As Long, Optional ByVal blnEditDir As Boolean, Optional ByRef lngRID As Long, Optional ByVal prevDirCodeIndex As Long) As Boolean
-    4 pbRetrieveDirCodes(ByRef objConn As Object, ByVal lngUnitKey As Long, Optional ByVal lngRID As Long, Optional ByVal lngOldValue As Long)
-    5 pbDelete(ByRef objConn As Object, ByVal lngUnitKey As Long, ByVal lngRID As Long, Optional ByVal blnDontDisplayMessage As Boolean, Optional ByVal blnValidate As Boolean) As Boolean
-    6 pbRetrieveTenants(ByVal objConn As Object, ByVal lngUnitKey As Long, Optional ByVal lngDirCode As Long, Optional ByVal blnDIsplayName As Boolean) As Boolean
+    3 pbSave(ByRef objConn As Object, ByVal lngUnitKey As Long, Optional ByVal blnEditDir As Boolean = False, Optional ByRef lngRID As Long = 0, Optional ByVal prevDirCodeIndex As Long = 0) As Boolean
+    4 pbRetrieveDirCodes(ByRef objConn As Object, ByVal lngUnitKey As Long, Optional ByVal lngRID As Long = -1, Optional ByVal lngOldValue As Long = 0)
+    5 pbDelete(ByRef objConn As Object, ByVal lngUnitKey As Long, ByVal lngRID As Long, Optional ByVal blnDontDisplayMessage As Boolean = False, Optional ByVal blnValidate As Boolean = False) As Boolean
+    6 pbRetrieveTenants(ByVal objConn As Object, ByVal lngUnitKey As Long, Optional ByVal lngDirCode As Long = 0, Optional ByVal blnDIsplayName As Boolean = False) As Boolean
     7 pbUpdateDirCode(ByRef objConn As Object, ByVal lngUnitKey As Long, ByVal strDirCode As String) As Boolean
     8 pbRetrieveSchedules(ByRef objConn As Object, ByVal lngUnitKey As Long)
     9 pbRetrieveSettingsFromUnit(ByRef objConn As Object, ByVal lngUnitKey As Long)
-    10 pbMergeSave(ByRef objConn As Object, ByVal lngUnitKey As Long, ByVal strMode As String, ByRef strDirCodeDetails As String(), Optional ByVal lngRID As Long) As Boolean
+    10 pbMergeSave(ByRef objConn As Object, ByVal lngUnitKey As Long, ByVal strMode As String, ByRef strDirCodeDetails As String(), Optional ByVal lngRID As Long = 0) As Boolean
     11 pbFetchDirForMerge(ByRef objConn As Object, ByVal lngUnitKey As Long, ByRef arrXDBDirCode As Object) As Boolean
     12 pbBase64Dec(ByRef Base64String As String) As String
   )~"));

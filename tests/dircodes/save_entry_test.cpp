@@ -163,7 +163,7 @@ TEST_F(DirCodeEntryTest, CapacityCountsAllThreeKinds) {
       {"TwoThousandIsOnlyText", "3000", {"2000", "0", "0"}, false},
       {"NoLimit", "0", {"0", "0", "0"}, true},
       {"Largest", "32767", {"32766", "0", "0"}, false},
-      {"TextsCountAsTheirNumber", "2", {"1 code", "", "x"}, false},
+      {"EmptyCountsAreZero", "2", {"1", "", ""}, false},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -171,6 +171,23 @@ TEST_F(DirCodeEntryTest, CapacityCountsAllThreeKinds) {
     Screen().CountCodes(row.counts[0], row.counts[1], row.counts[2]);
     EXPECT_EQ(Refusal(), row.refused ? "You cannot enter more than 2000 combined codes." : "");
     EXPECT_EQ(Focus(), "");
+  }
+}
+
+TEST_F(DirCodeEntryTest, CapacityOfTextsThatAreNoNumbersIsAMismatch) {
+  const struct {
+    const char* limit;
+    const char* count;
+  } rows[] = {{"500", "many"}, {"500", "1 code"}, {"five", "1"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.count);
+    Host().StartOver();
+    Screen().AllowCodes(row.limit);
+    Screen().CountCodes("1", row.count, "1");
+    EXPECT_FALSE(Screen().SaveNew());
+    EXPECT_EQ(Host().transcript().StartingWith("Trapped"),
+              Lines{"Trapped pbSave 13 \"Type mismatch\""});
+    EXPECT_TRUE(Host().transcript().StartingWith("MsgBox").empty());
   }
 }
 

@@ -27,7 +27,10 @@ constexpr Parameter kTexts[] = {{"strTexts", ValueType::kStringArray, true}};
 constexpr Parameter kAnything[] = {{"varAny", ValueType::kEmpty}};
 constexpr Parameter kThree[] = {{"lngByRef", ValueType::kLong, true},
                                 {"lngByVal", ValueType::kLong},
-                                {"lngOptional", ValueType::kLong, true, true}};
+                                {"lngOptional", ValueType::kLong, true, -5}};
+constexpr Parameter kDefaults[] = {{"blnOptional", ValueType::kBoolean, false, true},
+                                   {"objOptional", ValueType::kObject, false, NoDefault::kNoObject},
+                                   {"lngOptional", ValueType::kLong, false, 4}};
 
 /// Remembers the arguments that its members received; an operation then writes 7 over each.
 class Sample final : public Controller {
@@ -64,6 +67,7 @@ constexpr Member kMembers[] = {
     {8, "TakeTexts", MemberKind::kOperation, kTexts, ValueType::kString, Run},
     {9, "TakeAnything", MemberKind::kOperation, kAnything, ValueType::kString, Run},
     {10, "TakeThree", MemberKind::kOperation, kThree, ValueType::kString, Run},
+    {13, "TakeDefaults", MemberKind::kOperation, kDefaults, ValueType::kString, Run},
     {11, "Screen", MemberKind::kProperty, {}, ValueType::kObject, RunProperty},
     {12, "Count", MemberKind::kProperty, {}, ValueType::kLong, RunProperty},
 };
@@ -177,12 +181,24 @@ TEST(MemberTableTest, OperationsAreCountedTheirArguments) {
   });
 }
 
-TEST(MemberTableTest, AnOmittedArgumentArrivesAsMissing) {
+TEST(MemberTableTest, AnOmittedArgumentArrivesAsItsDefault) {
   Sample sample;
   Call(sample, "TakeThree", 1, 2);
-  EXPECT_EQ(sample.received, (std::vector<Value>{1, 2, Missing()}));
+  EXPECT_EQ(sample.received, (std::vector<Value>{1, 2, -5}));
   Call(sample, "TakeThree", 1, 2, Missing());
-  EXPECT_EQ(sample.received, (std::vector<Value>{1, 2, Missing()}));
+  EXPECT_EQ(sample.received, (std::vector<Value>{1, 2, -5}));
+  Call(sample, "TakeDefaults");
+  EXPECT_EQ(sample.received, (std::vector<Value>{true, ObjectRef(), 4}));
+  Call(sample, "TakeDefaults", Missing(), Missing(), 9);
+  EXPECT_EQ(sample.received, (std::vector<Value>{true, ObjectRef(), 9}));
+}
+
+TEST(MemberTableTest, AGivenArgumentIsNeverReplacedByTheDefault) {
+  Sample sample;
+  Call(sample, "TakeDefaults", false, SomeObject(), 0);
+  EXPECT_EQ(sample.received, (std::vector<Value>{false, SomeObject(), 0}));
+  Call(sample, "TakeDefaults", Value(), ObjectRef(), Value());
+  EXPECT_EQ(sample.received, (std::vector<Value>{false, ObjectRef(), 0}));
 }
 
 TEST(MemberTableTest, OnlyByRefArgumentsThatWereGivenComeBack) {
@@ -260,17 +276,6 @@ TEST(MemberTableTest, MembersAreFoundInAnyCase) {
   EXPECT_EQ(FindMember(kMembers, "takelong")->id, 3);
   EXPECT_EQ(FindMember(kMembers, "TakeLon"), nullptr);
   EXPECT_EQ(FindMember({}, "TakeLong"), nullptr);
-}
-
-TEST(MemberTableTest, OptionalArgumentsFallBackOnlyWhenOmitted) {
-  EXPECT_EQ(LongOr(Missing(), -1), -1);
-  EXPECT_EQ(LongOr(0, -1), 0);
-  EXPECT_EQ(LongOr(Value(), -1), 0);
-  EXPECT_TRUE(BooleanOr(Missing(), true));
-  EXPECT_FALSE(BooleanOr(false, true));
-  EXPECT_FALSE(BooleanOr(Value(), true));
-  EXPECT_EQ(Outcome([] { return LongOr(Null(), 1); }), "error 94");
-  EXPECT_EQ(Outcome([] { return BooleanOr("x", true); }), "error 13");
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 
 #include "credentials/cls_credential.h"
 #include "dircodes/cls_dir_code.h"
+#include "frame/convert.h"
 #include "reports/cls_credential_report.h"
 #include "reports/cls_dir_code_report.h"
 
@@ -43,11 +44,17 @@ std::string_view TypeName(ValueType type) {
   }
 }
 
+std::string DefaultText(const Parameter& parameter) {
+  const qorcred::Value omitted = parameter.Omitted();
+  return omitted.Is(ValueType::kObject) ? "nothing" : qorcred::ToText(omitted);
+}
+
 std::string ArgumentText(const Parameter& parameter) {
   std::string text = "`" + std::string(parameter.name) + "` (";
-  if (parameter.optional) text += "optional ";
+  if (parameter.IsOptional()) text += "optional ";
   text += TypeName(parameter.type);
   if (parameter.byRef) text += ", ByRef";
+  if (parameter.IsOptional()) text += ", default " + DefaultText(parameter);
   return text + ")";
 }
 
@@ -71,10 +78,9 @@ std::string ClassText(std::string_view name, std::span<const Member> members) {
 std::string Reference() {
   return "# Members of the controllers\n\n"
          "Names, identifiers and arguments for late-bound and native callers alike. ByRef: the "
-         "argument may be written back. An optional argument that is left out is False, 0 or "
-         "nothing; `lngRID` of `pbRetrieveCredentials` and `pbRetrieveDirCodes` is -1, which "
-         "stands "
-         "for all. Identifiers never change.\n" +
+         "argument may be written back. An optional argument that is left out counts as its "
+         "default; the -1 of `pbRetrieveCredentials` and `pbRetrieveDirCodes` stands for all rows. "
+         "Identifiers never change.\n" +
          ClassText("clsCredential", qorcred::clsCredential::MemberTable()) +
          ClassText("clsDirCode", qorcred::clsDirCode::MemberTable()) +
          ClassText("clsDirCodeReport", qorcred::clsDirCodeReport::MemberTable()) +

@@ -447,6 +447,21 @@ TEST_F(CredentialStatement, IsFalseWhenTheManagerReportsAnError) {
   EXPECT_TRUE(Run()) << "an error of an earlier statement must not count";
 }
 
+TEST_F(CredentialStatement, IsFalseWithTheErrorFlagOrTheErrorTextAlone) {
+  Database().Replace("Union", {.rows = {{"x"}}, .flag = true});
+  EXPECT_FALSE(Run());
+  Database().Replace("Union", {.rows = {{"x"}}, .error = "warning", .flag = false});
+  EXPECT_FALSE(Run());
+}
+
+// Managers that set flag and text for a failure alone leave what an earlier statement set.
+TEST_F(CredentialStatement, StartsWithoutTheVerdictOfTheStatementBefore) {
+  Database().Error("Union", "syntax error");
+  EXPECT_FALSE(Run());
+  Database().Replace("Union", {.rows = {{"x"}}, .leavesVerdict = true});
+  EXPECT_TRUE(Run());
+}
+
 TEST_F(CredentialStatement, HandsTheStatementBackWhenTheSelectRaises) {
   Host().gate().FailOn("ExecuteSelect");
   EXPECT_FALSE(Run());

@@ -241,7 +241,9 @@ TEST_F(ReportRows, AnErrorOfAnEarlierStatementDoesNotStopIt) {
   StoreLayout({"Display Name"});
   Database().Error("FROM Units", "locked");
   EXPECT_EQ(Controller().pbGetUnitName(Connection(), kUnit), "");
-  Database().On("SELECT FieldNameDisplay, DisplayWidth", {.leavesVerdict = true});
+  Database().Replace(
+      "SELECT FieldNameDisplay, DisplayWidth",
+      {.rows = {{"Display Name", 1200, "DirectoryCode.DisplayName"}}, .leavesVerdict = true});
   Database().Replace("SELECT rows", {.rows = {{"Front desk"}}, .leavesVerdict = true});
 
   Show();

@@ -36,11 +36,11 @@ TEST_F(LateBoundDirCodeReport, OffersItsMembersUnderFixedIds) {
     1 gfrmTxFilter As Object
     2 mlngUnitKey As Long
     3 gstrRIDsForDeletion As String
-    4 pvDirCodeReportResult(ByVal lngUnitKey As Long, ByRef objCon As Object, ByRef objGrid As Object, ByVal strSQL As String, ByRef objColGrid As Object, Optional ByRef colValueItem As Object)
+    4 pvDirCodeReportResult(ByVal lngUnitKey As Long, ByRef objCon As Object, ByRef objGrid As Object, ByVal strSQL As String, ByRef objColGrid As Object, Optional ByRef colValueItem As Object = Nothing)
     5 pbGetUnitName(ByRef objConn As Object, ByVal lngUnitKey As Long) As String
     6 pbPopulateArrOperators() As Boolean
     7 pbGenSql(ByRef objConn As Object, ByVal intUnitKey As Long) As String
-    8 pbGetEntryLength(ByRef objCon As Object, Optional ByRef blnDirLength As Boolean) As Long
+    8 pbGetEntryLength(ByRef objCon As Object, Optional ByRef blnDirLength As Boolean = False) As Long
     9 pbDelete(ByRef objConn As Object, ByVal lngUnitKey As Long, ByRef lngRowsDeleted As Long) As Boolean
     10 pbMergeXArrayDBObjects(ByRef arrXDBObj1 As Object, ByRef arrXDBObj2 As Object) As Boolean
     11 pbComboData(ByRef objConn As Object) As String

@@ -3,6 +3,8 @@
 #include <sstream>
 #include <string_view>
 
+#include "trace/transcript.h"
+
 namespace qortest {
 
 namespace {
@@ -40,9 +42,10 @@ std::string Described(const qorcred::Member& member) {
   out << '(';
   const char* separator = "";
   for (const qorcred::Parameter& parameter : member.parameters) {
-    out << separator << (parameter.optional ? "Optional " : "")
+    out << separator << (parameter.IsOptional() ? "Optional " : "")
         << (parameter.byRef ? "ByRef " : "ByVal ") << parameter.name << " As "
         << TypeName(parameter.type);
+    if (parameter.IsOptional()) out << " = " << qorhost::TranscriptText(parameter.Omitted());
     separator = ", ";
   }
   out << ')';

@@ -92,6 +92,7 @@ class ScriptedApplication final : public qorcred::Object {
     for (std::size_t at = 3; at < arguments.size(); ++at) {
       EXPECT_TRUE(arguments[at].Is(ValueType::kString)) << at;
     }
+    if (script_.unitKeyAfterwards) arguments[1] = *script_.unitKeyAfterwards;
     arguments[5] = script_.credentials;
     arguments[6] = script_.entryCodes;
     arguments[7] = script_.directoryCodes;
@@ -124,6 +125,8 @@ class ScriptedStepSender final : public qorcred::Object {
     ExpectConnection(member, arguments[0], connection_);
     EXPECT_TRUE(arguments[1].Is(ValueType::kLong)) << member;
     EXPECT_TRUE(qorcred::IsNumeric(arguments[2])) << member;
+    if (script_.unitKeyAfterwards) arguments[1] = *script_.unitKeyAfterwards;
+    if (script_.rowAfterwards && !asks) arguments[2] = *script_.rowAfterwards;
     return asks ? Value(script_.deletionStepExists) : Value();
   }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -24,6 +25,10 @@ struct ServiceScript {
   std::string credentials = "0";
   std::string entryCodes = "0";
   std::string directoryCodes = "0";
+  /// What components make of the unit key and of the row that they are handed by reference; as they
+  /// were when there is none.
+  std::optional<std::int32_t> unitKeyAfterwards;
+  std::optional<std::int32_t> rowAfterwards;
   /// Link codes count up from here; a tenant's id is its row's identity plus 1000.
   std::int32_t linkCode = 5;
   qorcred::Date now = qorcred::FromCivil({2026, 11, 21, 10, 0, 0});

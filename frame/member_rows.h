@@ -1,0 +1,146 @@
+// Rows of member tables, made from member pointers: what a late-bound call runs and the type of its
+// result come from the function itself, and a row whose parameters do not fit it does not compile.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+#include "frame/member_table.h"
+
+namespace qorcred {
+
+namespace member_rows {
+
+/// How a converted argument reaches a parameter of the C++ type T. `writable`: the function may
+/// change it, in its place.
+template <typename T>
+struct Passing;
+
+template <typename T, ValueType valueType, bool isWritable>
+struct PassingInPlace {
+  static constexpr ValueType type = valueType;
+  static constexpr bool writable = isWritable;
+  static T& From(Value& argument) { return *argument.As<T>(); }
+};
+
+template <>
+struct Passing<bool> : PassingInPlace<bool, ValueType::kBoolean, false> {};
+template <>
+struct Passing<std::int32_t> : PassingInPlace<std::int32_t, ValueType::kLong, false> {};
+template <>
+struct Passing<std::int32_t&> : PassingInPlace<std::int32_t, ValueType::kLong, true> {};
+template <>
+struct Passing<std::string_view> : PassingInPlace<std::string, ValueType::kString, false> {};
+template <>
+struct Passing<std::string> : PassingInPlace<std::string, ValueType::kString, false> {};
+template <>
+struct Passing<std::string&> : PassingInPlace<std::string, ValueType::kString, true> {};
+template <>
+struct Passing<ObjectRef> : PassingInPlace<ObjectRef, ValueType::kObject, false> {};
+template <>
+struct Passing<const ObjectRef&> : PassingInPlace<ObjectRef, ValueType::kObject, false> {};
+template <>
+struct Passing<ObjectRef&> : PassingInPlace<ObjectRef, ValueType::kObject, true> {};
+template <>
+struct Passing<StringArray&> : PassingInPlace<StringArray, ValueType::kStringArray, true> {};
+
+/// A result that the caller of the native operation need not take.
+template <>
+struct Passing<std::int32_t*> {
+  static constexpr ValueType type = ValueType::kLong;
+  static constexpr bool writable = true;
+  static std::int32_t* From(Value& argument) { return argument.As<std::int32_t>(); }
+};
+
+/// The type of a result; kEmpty when there is none.
+template <typename T>
+constexpr ValueType TypeOfResult() {
+  if constexpr (std::is_void_v<T>) {
+    return ValueType::kEmpty;
+  } else {
+    return Passing<T>::type;
+  }
+}
+
+// Not constexpr: what calls it does not compile.
+inline void ParametersDoNotFitTheFunction() {}
+
+template <auto function>
+struct Thunk;
+
+template <typename Result, typename Class, typename... Parameters,
+          Result (Class::*function)(Parameters...)>
+struct Thunk<function> {
+  static constexpr ValueType resultType = TypeOfResult<Result>();
+
+  static Value Run(Controller& controller, InvokeKind, Arguments arguments) {
+    return RunWith(controller, arguments, std::index_sequence_for<Parameters...>());
+  }
+
+  static consteval void Check(std::span<const Parameter> described) {
+    constexpr std::size_t count = sizeof...(Parameters);
+    if (described.size() != count) ParametersDoNotFitTheFunction();
+    // One more, because there may be none.
+    constexpr ValueType types[] = {Passing<Parameters>::type..., ValueType::kEmpty};
+    constexpr bool writable[] = {Passing<Parameters>::writable..., false};
+    for (std::size_t at = 0; at < count; ++at) {
+      if (described[at].type != types[at]) ParametersDoNotFitTheFunction();
+      if (writable[at] && !described[at].byRef) ParametersDoNotFitTheFunction();
+      if (!described[at].HasDefaultOfItsType()) ParametersDoNotFitTheFunction();
+    }
+  }
+
+ private:
+  template <std::size_t... at>
+  static Value RunWith(Controller& controller, [[maybe_unused]] Arguments arguments,
+                       std::index_sequence<at...>) {
+    auto& self = static_cast<Class&>(controller);
+    if constexpr (std::is_void_v<Result>) {
+      (self.*function)(Passing<Parameters>::From(arguments[at])...);
+      return {};
+    } else {
+      return (self.*function)(Passing<Parameters>::From(arguments[at])...);
+    }
+  }
+};
+
+template <auto getter, auto setter>
+struct PropertyThunk;
+
+template <typename Class, typename Read, typename Written, Read (Class::*getter)() const,
+          void (Class::*setter)(Written)>
+struct PropertyThunk<getter, setter> {
+  static constexpr ValueType type = Passing<Written>::type;
+
+  static Value Run(Controller& controller, InvokeKind kind, Arguments arguments) {
+    auto& self = static_cast<Class&>(controller);
+    if (kind == InvokeKind::kGet) return (self.*getter)();
+    (self.*setter)(Passing<Written>::From(arguments[0]));
+    return {};
+  }
+};
+
+}  // namespace member_rows
+
+/// The row of an operation: Operation<&clsDirCode::pbSave>(3, "pbSave", kSave).
+template <auto function>
+consteval Member Operation(int id, std::string_view name,
+                           std::span<const Parameter> parameters = {}) {
+  using Thunk = member_rows::Thunk<function>;
+  Thunk::Check(parameters);
+  return {id, name, MemberKind::kOperation, parameters, Thunk::resultType, Thunk::Run};
+}
+
+/// The row of a property that can be read and written.
+template <auto getter, auto setter>
+consteval Member Property(int id, std::string_view name) {
+  using Thunk = member_rows::PropertyThunk<getter, setter>;
+  return {id, name, MemberKind::kProperty, {}, Thunk::type, Thunk::Run};
+}
+
+}  // namespace qorcred

@@ -1,0 +1,97 @@
+// When a result's cells are read: hosts whose tables are objects of their own see it.
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "frame/result_table.h"
+#include "tests/credentials/credential_fixture.h"
+
+namespace qortest {
+namespace {
+
+using qorcred::ResultTable;
+using qorcred::Value;
+
+/// A watched table of one row, "rows" in the transcript.
+Answer WatchedRow(RecordingHost& host, const std::vector<Value>& cells) {
+  const auto table = std::make_shared<ResultTable>(1, cells.size());
+  for (std::size_t at = 0; at < cells.size(); ++at) {
+    table->At(0, static_cast<std::int32_t>(at)) = cells[at];
+  }
+  return {.table = host.Watched("rows", table)};
+}
+
+class ReadOrder : public CredentialTest {
+ protected:
+  explicit ReadOrder(ScreenKind kind = ScreenKind::kCredential) : CredentialTest(kind) {}
+
+  /// The transcript from the first line of the table behind the query on.
+  Lines FromRows() {
+    Lines lines = Host().transcript().Read(Detail::kEverything);
+    std::size_t first = 0;
+    while (first < lines.size() && !lines[first].starts_with("rows")) ++first;
+    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(first));
+    return lines;
+  }
+};
+
+TEST_F(ReadOrder, OfATenantIsNameEntryAndThenId) {
+  Database().On("FROM Tenants", WatchedRow(Host(), {55, "Doe", "Jane", "Q"}));
+
+  Controller().pbRetrieveTenants(Connection(), kUnit);
+
+  const Lines lines = Host().transcript().Read(Detail::kEverything);
+  ASSERT_GE(lines.size(), 7U);
+  EXPECT_TRUE(SameLines(Lines(lines.end() - 7, lines.end()), R"~(
+    rows(0, 1) -> "Doe"
+    rows(0, 2) -> "Jane"
+    rows(0, 3) -> "Q"
+    cboAssignedTo.AddItem "Doe Jane Q"
+    rows(0, 0) -> 55
+    cboAssignedTo.NewIndex -> 1
+    cboAssignedTo.ItemData(1) = 55
+  )~"));
+}
+
+class ReadOrderWithTenants : public ReadOrder {
+ protected:
+  ReadOrderWithTenants() : ReadOrder(ScreenKind::kTenantCreating) {}
+};
+
+TEST_F(ReadOrderWithTenants, OfAFixedDateIsBehindTheStart) {
+  Database().On("FROM UnitSettings", WatchedRow(Host(), {false, 1, "12/31/2026", 30}));
+
+  Controller().pbRetrieveSettingsFromUnit(Connection(), kUnit);
+
+  EXPECT_TRUE(SameLines(FromRows(), R"~(
+    rows(0, 0) -> False
+    Name -> "frmTBL"
+    rows(0, 1) -> 1
+    Now -> #11/21/2026 10:00:00 AM#
+    dtpStart.Value = #11/21/2026#
+    rows(0, 2) -> "12/31/2026"
+    dtpEnd.Value = "12/31/2026"
+    dtpEnd.Hour = 23
+    dtpEnd.Minute = 59
+    dtpEnd.Second = 59
+  )~"));
+}
+
+TEST_F(ReadOrderWithTenants, OfADayCountIsBehindTheStart) {
+  Database().On("FROM UnitSettings", WatchedRow(Host(), {false, 2, "12/31/2026", 30}));
+
+  Controller().pbRetrieveSettingsFromUnit(Connection(), kUnit);
+
+  const Lines lines = FromRows();
+  ASSERT_GE(lines.size(), 7U);
+  EXPECT_TRUE(SameLines(Lines(lines.begin() + 3, lines.begin() + 7), R"~(
+    Now -> #11/21/2026 10:00:00 AM#
+    dtpStart.Value = #11/21/2026#
+    rows(0, 3) -> 30
+    dtpEnd.MaxDate -> #12/31/9999#
+  )~"));
+}
+
+}  // namespace
+}  // namespace qortest
