@@ -76,6 +76,9 @@ void BindCompare(Expression& node) {
 void BindLike(Expression& node) {
   AsText(*node.operands[0]);
   AsText(*node.operands[1]);
+  if (node.operands[1]->kind == NodeKind::kLiteral) {
+    node.operands[1]->conversion = Conversion::kPattern;
+  }
 }
 
 void BindBetween(Expression& node) {

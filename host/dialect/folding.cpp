@@ -2,9 +2,7 @@
 
 #include <utf8proc.h>
 
-#include <algorithm>
 #include <array>
-#include <vector>
 
 #include "frame/utf8.h"
 
@@ -14,8 +12,6 @@ namespace {
 
 constexpr unsigned kFirstNonAscii = 0x80;
 constexpr utf8proc_int32_t kSharpS = 0xDF;
-constexpr char32_t kAnyRun = U'%';
-constexpr char32_t kAnyOne = U'_';
 
 char32_t FoldBySystem(char32_t point) noexcept {
   // The longest folding of one code point has three; only the one-to-one foldings count here, so
@@ -69,50 +65,6 @@ std::string MapPoints(std::string_view text, utf8proc_int32_t (*map)(utf8proc_in
   return mapped;
 }
 
-// Where `part`, which holds no wildcards, first stands in `text`; npos when nowhere. Knuth, Morris
-// and Pratt's search, so that repetitive texts cost no more than others.
-std::size_t FindPlain(std::u32string_view text, std::u32string_view part) {
-  std::vector<std::size_t> fallback(part.size(), 0);
-  for (std::size_t index = 1, matched = 0; index < part.size(); ++index) {
-    while (matched > 0 && part[index] != part[matched]) {
-      matched = fallback[matched - 1];
-    }
-    matched += part[index] == part[matched] ? 1 : 0;
-    fallback[index] = matched;
-  }
-  for (std::size_t index = 0, matched = 0; index < text.size(); ++index) {
-    while (matched > 0 && text[index] != part[matched]) {
-      matched = fallback[matched - 1];
-    }
-    matched += text[index] == part[matched] ? 1 : 0;
-    if (matched == part.size()) {
-      return index + 1 - matched;
-    }
-  }
-  return std::u32string_view::npos;
-}
-
-bool MatchesAt(std::u32string_view text, std::size_t position, std::u32string_view part) {
-  return std::equal(
-      part.begin(), part.end(), text.begin() + static_cast<std::ptrdiff_t>(position),
-      [](char32_t wanted, char32_t found) { return wanted == kAnyOne || wanted == found; });
-}
-
-std::size_t FindPart(std::u32string_view text, std::u32string_view part) {
-  if (part.size() > text.size()) {
-    return std::u32string_view::npos;
-  }
-  if (part.find(kAnyOne) == std::u32string_view::npos) {
-    return FindPlain(text, part);
-  }
-  for (std::size_t position = 0; position + part.size() <= text.size(); ++position) {
-    if (MatchesAt(text, position, part)) {
-      return position;
-    }
-  }
-  return std::u32string_view::npos;
-}
-
 }  // namespace
 
 char32_t FoldPoint(char32_t point) noexcept {
@@ -164,33 +116,6 @@ std::u32string Folded(std::string_view text) {
     position += character.length;
   }
   return folded;
-}
-
-bool MatchesPattern(std::u32string_view text, std::u32string_view pattern) {
-  constexpr auto kNowhere = std::u32string_view::npos;
-  std::size_t run = pattern.find(kAnyRun);
-  if (run == kNowhere) {
-    return text.size() == pattern.size() && MatchesAt(text, 0, pattern);
-  }
-  // The part before the first % stands at the start; each further part as early as it can; the part
-  // after the last % at the end.
-  if (text.size() < run || !MatchesAt(text, 0, pattern.substr(0, run))) {
-    return false;
-  }
-  text.remove_prefix(run);
-  pattern.remove_prefix(run + 1);
-  for (run = pattern.find(kAnyRun); run != kNowhere; run = pattern.find(kAnyRun)) {
-    const std::u32string_view part = pattern.substr(0, run);
-    if (!part.empty()) {
-      const std::size_t position = FindPart(text, part);
-      if (position == kNowhere) {
-        return false;
-      }
-      text.remove_prefix(position + part.size());
-    }
-    pattern.remove_prefix(run + 1);
-  }
-  return text.size() >= pattern.size() && MatchesAt(text, text.size() - pattern.size(), pattern);
 }
 
 std::string UpperText(std::string_view text) {

@@ -16,11 +16,6 @@ namespace qorhost::dialect {
 /// The text as folded code points.
 [[nodiscard]] std::u32string Folded(std::string_view text);
 
-/// Whether a folded text matches a folded pattern, in which % stands for any run of characters and
-/// _ for any one. Takes no stack and time that grows with the product of the two at worst, with
-/// their sum where the pattern has no _.
-[[nodiscard]] bool MatchesPattern(std::u32string_view text, std::u32string_view pattern);
-
 /// The text with every letter in upper or lower case; bytes that are not UTF-8 stay.
 [[nodiscard]] std::string UpperText(std::string_view text);
 [[nodiscard]] std::string LowerText(std::string_view text);

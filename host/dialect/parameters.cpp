@@ -9,6 +9,7 @@
 #include "frame/date.h"
 #include "frame/runtime_error.h"
 #include "host/dialect/canonical_date.h"
+#include "host/dialect/like_pattern.h"
 #include "host/dialect/names.h"
 #include "host/dialect/refusal.h"
 
@@ -47,6 +48,8 @@ class Converter {
         return Keep();
       case Conversion::kToText:
         return ToText();
+      case Conversion::kPattern:
+        return ToPattern();
       case Conversion::kCompareNumber:
         return CompareNumber();
       case Conversion::kCompareBoolean:
@@ -172,6 +175,15 @@ class Converter {
       case LiteralKind::kTimeStamp:
         KeepText();
         break;
+    }
+  }
+
+  void ToPattern() {
+    ToText();
+    try {
+      static_cast<void>(ReadPattern(*value_.As<std::string>()));
+    } catch (const qorcred::RuntimeError& error) {
+      Refuse(error.description());
     }
   }
 

@@ -14,6 +14,7 @@
 #include "frame/text.h"
 #include "frame/value.h"
 #include "host/dialect/folding.h"
+#include "host/dialect/like_pattern.h"
 
 namespace qorhost::dialect {
 
@@ -22,8 +23,6 @@ namespace {
 using qorcred::ErrorNumber;
 using qorcred::RuntimeError;
 using qorcred::Value;
-
-constexpr std::size_t kLongestPattern = 1024;
 
 // Texts.
 
@@ -140,24 +139,21 @@ void FormatDate(const SqlCall& call) {
   }
 }
 
-// LIKE, as the engine calls it: the pattern, then the text.
+// LIKE, as the engine calls it: the pattern, then the text. A pattern is read once for all rows.
 void Like(const SqlCall& call) {
   const auto destroy = [](void* pattern) {
-    const std::unique_ptr<std::u32string> owned(static_cast<std::u32string*>(pattern));
+    const std::unique_ptr<LikePattern> owned(static_cast<LikePattern*>(pattern));
   };
-  const auto* kept = static_cast<const std::u32string*>(sqlite3_get_auxdata(call.context(), 0));
-  std::u32string fresh;
+  const auto* kept = static_cast<const LikePattern*>(sqlite3_get_auxdata(call.context(), 0));
+  LikePattern fresh;
   if (kept == nullptr) {
-    fresh = Folded(call.Text(0));
-    if (fresh.size() > kLongestPattern) {
-      throw RuntimeError(ErrorNumber::kInvalidProcedureCall, "the pattern of LIKE is too long");
-    }
+    fresh = ReadPattern(call.Text(0));
   }
   call.Return(
       std::int64_t{MatchesPattern(Folded(call.Text(1)), kept == nullptr ? fresh : *kept) ? 1 : 0});
   if (kept == nullptr) {
     sqlite3_set_auxdata(call.context(), 0,
-                        std::make_unique<std::u32string>(std::move(fresh)).release(), destroy);
+                        std::make_unique<LikePattern>(std::move(fresh)).release(), destroy);
   }
 }
 

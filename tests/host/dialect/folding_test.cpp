@@ -62,56 +62,6 @@ TEST(CompareFoldedTest, IsATotalOrder) {
   }
 }
 
-struct Pattern {
-  const char* name;
-  std::string_view text;
-  std::string_view pattern;
-  bool matches;
-};
-
-class MatchesPatternTest : public testing::TestWithParam<Pattern> {};
-
-TEST_P(MatchesPatternTest, FollowsTheWildcards) {
-  EXPECT_EQ(MatchesPattern(Folded(GetParam().text), Folded(GetParam().pattern)),
-            GetParam().matches);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, MatchesPatternTest,
-    testing::Values(Pattern{"EmptyByEmpty", "", "", true}, Pattern{"EmptyByRun", "", "%", true},
-                    Pattern{"EmptyByOne", "", "_", false}, Pattern{"TextByEmpty", "a", "", false},
-                    Pattern{"Same", "abc", "ABC", true}, Pattern{"Longer", "abcd", "abc", false},
-                    Pattern{"Shorter", "ab", "abc", false}, Pattern{"Begins", "abcd", "ab%", true},
-                    Pattern{"BeginsNot", "xabcd", "ab%", false},
-                    Pattern{"Ends", "abcd", "%cd", true}, Pattern{"EndsNot", "abcdx", "%cd", false},
-                    Pattern{"Contains", "abcd", "%bc%", true},
-                    Pattern{"ContainsNot", "abd", "%bc%", false},
-                    Pattern{"PartsInOrder", "a1b2c3", "%a%b%c%", true},
-                    Pattern{"PartsOutOfOrder", "c1b2a3", "%a%b%c%", false},
-                    Pattern{"PartsDoNotOverlap", "aba", "ab%ba", false},
-                    Pattern{"EndIsTheLastOne", "ababab", "%ab", true},
-                    Pattern{"OneEach", "DirectoryCode.x", "DirectoryCode._%", true},
-                    Pattern{"OneMissing", "DirectoryCode.", "DirectoryCode._%", false},
-                    Pattern{"OneInside", "abc", "a_c", true},
-                    Pattern{"OneInsideRuns", "xxabcxx", "%a_c%", true},
-                    Pattern{"OneInsideRunsNot", "xxacxx", "%a_c%", false},
-                    Pattern{"OneIsACharacterNotAByte", "ä", "_", true},
-                    Pattern{"OneIsAWholePair", "\xF0\x9F\x98\x80", "_", true},
-                    Pattern{"Umlaut", "ÄRGER", "%rger", true},
-                    Pattern{"UmlautFolded", "ÄRGER", "ä%", true},
-                    Pattern{"ManyRuns", "abc", "%%%a%%%c%%%", true},
-                    Pattern{"SelfSimilar", "aaaaab", "%aab", true},
-                    Pattern{"SelfSimilarInside", "abababac", "%ababac%", true},
-                    Pattern{"BrokenBytes", "a\xFF", "a_", true},
-                    Pattern{"BracketIsNothingSpecial", "b", "[a-c]", false}),
-    [](const testing::TestParamInfo<Pattern>& entry) { return std::string(entry.param.name); });
-
-TEST(MatchesPatternTest, RepetitiveTextsTakeNoLonger) {
-  const std::u32string text(1'000'000, U'a');
-  const std::u32string pattern = U"%" + std::u32string(500'000, U'a') + U"b%";
-  EXPECT_FALSE(MatchesPattern(text, pattern));
-}
-
 TEST(CaseOfTextsTest, LeavesBrokenBytes) {
   EXPECT_EQ(UpperText("\xC3"
                       "a\xFFä"),
