@@ -73,11 +73,23 @@ void BindCompare(Expression& node) {
   node.collated = NeedsCollation(left, right);
 }
 
+// What stands where a text of one kind is expected, to which a literal is held when it is bound.
+void AsTextOfKind(Expression& operand, Conversion conversion) {
+  AsText(operand);
+  if (operand.kind == NodeKind::kLiteral) {
+    operand.conversion = conversion;
+  }
+}
+
 void BindLike(Expression& node) {
   AsText(*node.operands[0]);
-  AsText(*node.operands[1]);
-  if (node.operands[1]->kind == NodeKind::kLiteral) {
-    node.operands[1]->conversion = Conversion::kPattern;
+  AsTextOfKind(*node.operands[1], Conversion::kPattern);
+}
+
+void BindFormat(Expression& node) {
+  SetType(node, ColumnType::kText);
+  if (node.operands.size() > 1) {
+    AsTextOfKind(*node.operands[1], Conversion::kPicture);
   }
 }
 
@@ -305,7 +317,7 @@ void StatementBinder::BindFunction(Expression& node) const {
       SetType(node, ColumnType::kDouble);
       break;
     case Function::kFormat:
-      SetType(node, ColumnType::kText);
+      BindFormat(node);
       break;
     case Function::kUpper:
     case Function::kLower:

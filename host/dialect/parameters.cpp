@@ -9,6 +9,7 @@
 #include "frame/date.h"
 #include "frame/runtime_error.h"
 #include "host/dialect/canonical_date.h"
+#include "host/dialect/format_picture.h"
 #include "host/dialect/like_pattern.h"
 #include "host/dialect/names.h"
 #include "host/dialect/refusal.h"
@@ -49,7 +50,9 @@ class Converter {
       case Conversion::kToText:
         return ToText();
       case Conversion::kPattern:
-        return ToPattern();
+        return ToTextOf([](std::string_view text) { static_cast<void>(ReadPattern(text)); });
+      case Conversion::kPicture:
+        return ToTextOf(RequirePicture);
       case Conversion::kCompareNumber:
         return CompareNumber();
       case Conversion::kCompareBoolean:
@@ -178,10 +181,11 @@ class Converter {
     }
   }
 
-  void ToPattern() {
+  // The text of the literal, where `require` does not object.
+  void ToTextOf(void (*require)(std::string_view text)) {
     ToText();
     try {
-      static_cast<void>(ReadPattern(*value_.As<std::string>()));
+      require(*value_.As<std::string>());
     } catch (const qorcred::RuntimeError& error) {
       Refuse(error.description());
     }

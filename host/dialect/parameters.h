@@ -18,6 +18,7 @@ enum class Conversion : std::uint8_t {
   kNone,            ///< numbers, texts and canonical dates
   kToText,          ///< everything as text, dates in their default text
   kPattern,         ///< the same; what is no pattern of LIKE is refused
+  kPicture,         ///< the same; what is no picture of Format is refused
   kCompareNumber,   ///< numeric texts as numbers, dates as serial days
   kCompareBoolean,  ///< also True, False, Yes, No, On, Off as -1 and 0
   kCompareDate,     ///< date texts and serial days as canonical dates

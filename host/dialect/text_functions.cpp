@@ -9,11 +9,11 @@
 #include <utility>
 
 #include "frame/date.h"
-#include "frame/format.h"
 #include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "frame/value.h"
 #include "host/dialect/folding.h"
+#include "host/dialect/format_picture.h"
 #include "host/dialect/like_pattern.h"
 
 namespace qorhost::dialect {
@@ -115,7 +115,7 @@ Value ValueOf(const SqlCall& call) {
 }
 
 void FormatAs(const SqlCall& call, const Value& value) {
-  call.Return(qorcred::Format(value, call.Text(1)));
+  call.Return(FormatValue(value, call.Text(1)));
 }
 
 void Format(const SqlCall& call) {
