@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "frame/utf8.h"
+
 namespace qorhost::dialect {
 
 namespace {
@@ -59,6 +61,45 @@ TEST(CompareFoldedTest, IsATotalOrder) {
         }
       }
     }
+  }
+}
+
+std::string Utf8Of(char32_t point) {
+  std::string text;
+  if (point < qorcred::kFirstSupplementary) {
+    qorcred::AppendUtf8(text, point);
+    return text;
+  }
+  for (const unsigned shift : {18U, 12U, 6U, 0U}) {
+    const unsigned bits = (point >> shift) & 0x3FU;
+    text += static_cast<char>(shift == 18U ? 0xF0U | bits : 0x80U | bits);
+  }
+  return text;
+}
+
+TEST(FoldPointTest, EveryLetterFoldsLikeItsOtherCases) {
+  constexpr char32_t kDotlessI = 0x131;  // it shares its capital with the i, but is another letter
+  constexpr char32_t kEndOfLetters = 0x20000;  // no letter above has cases
+  constexpr char32_t kFirstSurrogate = 0xD800;
+  constexpr char32_t kLastSurrogate = 0xDFFF;
+  for (char32_t point = 0; point < kEndOfLetters; ++point) {
+    if (point >= kFirstSurrogate && point <= kLastSurrogate) continue;
+    const std::string text = Utf8Of(point);
+    const std::string upper = UpperText(text);
+    const std::string lower = LowerText(text);
+    if (point == kDotlessI || (upper == text && lower == text)) {
+      EXPECT_EQ(FoldPoint(point), point) << std::hex << static_cast<unsigned>(point);
+    } else {
+      EXPECT_EQ(CompareFolded(text, upper), 0) << std::hex << static_cast<unsigned>(point);
+      EXPECT_EQ(CompareFolded(text, lower), 0) << std::hex << static_cast<unsigned>(point);
+    }
+    EXPECT_EQ(FoldPoint(FoldPoint(point)), FoldPoint(point));
+  }
+}
+
+TEST(FoldPointTest, BrokenBytesAreTheirOwn) {
+  for (char32_t byte = 0x80; byte <= 0xFF; ++byte) {
+    EXPECT_EQ(FoldPoint(qorcred::kInvalidByte + byte), qorcred::kInvalidByte + byte);
   }
 }
 

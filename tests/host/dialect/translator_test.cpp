@@ -211,6 +211,87 @@ TEST(TranslatorTest, ShapesOutliveTheirPlaceInTheCache) {
   EXPECT_EQ(translator.parsed(), 602U);
 }
 
+// What a statement of its own was translated to, whatever stood before it.
+void ExpectOwnTranslation(Translator& translator, const std::string& alias) {
+  const auto shape = translator.Translate("SELECT RID AS " + alias + " FROM Units", kNow).shape;
+  EXPECT_EQ(shape->sql, "SELECT \"Units\".\"RID\" AS \"" + alias + "\" FROM \"Units\"");
+}
+
+TEST(TranslatorTest, TextsThatDifferInAnAliasAreToldApartWhenTheyRepeat) {
+  Translator translator;
+  for (const char* alias : {"One", "One", "One", "Two", "Two", "One"}) {
+    const std::string sql = std::string("SELECT RID AS '") + alias + "' FROM Units";
+    EXPECT_EQ(translator.Translate(sql, kNow).shape->sql,
+              std::string("SELECT \"Units\".\"RID\" AS \"") + alias + "\" FROM \"Units\"");
+  }
+  EXPECT_EQ(translator.parsed(), 2U);
+}
+
+TEST(TranslatorTest, NumbersThatDifferInTheOrderAreToldApartWhenTheyRepeat) {
+  Translator translator;
+  for (const char* position : {"1", "1", "1", "2", "2", "1"}) {
+    const std::string sql = std::string("SELECT RID, UnitKey FROM Units ORDER BY ") + position;
+    EXPECT_EQ(
+        translator.Translate(sql, kNow).shape->sql,
+        std::string("SELECT \"Units\".\"RID\", \"Units\".\"UnitKey\" FROM \"Units\" ORDER BY ") +
+            position);
+  }
+  EXPECT_EQ(translator.parsed(), 2U);
+}
+
+// The translator keeps 512 shapes and remembers which followed which: it forgets those that go.
+constexpr int kMostShapes = 512;
+
+TEST(TranslatorTest, AShapeThatGoesWhileItWasTheLastIsNotRemembered) {
+  Translator translator;
+  for (int number = 0; number < kMostShapes; ++number) {
+    ExpectOwnTranslation(translator, "a" + std::to_string(number));
+  }
+  ExpectOwnTranslation(translator, "a0");
+  EXPECT_EQ(translator.parsed(), 512U);
+  ExpectOwnTranslation(translator, "b");  // the oldest, a0, goes
+  ExpectOwnTranslation(translator, "a1");
+  EXPECT_EQ(translator.parsed(), 513U);
+  ExpectOwnTranslation(translator, "a0");
+  EXPECT_EQ(translator.parsed(), 514U);
+}
+
+TEST(TranslatorTest, AShapeThatGoesBehindAStatementOfItsOwnKindIsNotRemembered) {
+  Translator translator;
+  for (int number = 0; number < kMostShapes; ++number) {
+    ExpectOwnTranslation(translator, "a" + std::to_string(number));
+  }
+  ExpectOwnTranslation(translator, "a0");
+  // A statement of which a literal is a part of the shape follows none; the oldest, a0, goes.
+  translator.Translate("SELECT RID FROM Units ORDER BY 1", kNow);
+  ExpectOwnTranslation(translator, "b");
+  ExpectOwnTranslation(translator, "a0");
+}
+
+TEST(TranslatorTest, AShapeThatGoesFollowsNoOther) {
+  Translator translator;
+  ExpectOwnTranslation(translator, "first");
+  ExpectOwnTranslation(translator, "second");
+  ExpectOwnTranslation(translator, "first");  // follows the second from now on
+  for (int number = 0; number < kMostShapes - 1; ++number) {
+    ExpectOwnTranslation(translator, "a" + std::to_string(number));  // the first goes with the last
+  }
+  ExpectOwnTranslation(translator, "second");
+  ExpectOwnTranslation(translator, "first");
+  EXPECT_EQ(translator.parsed(), 514U);
+}
+
+TEST(TranslatorTest, TheShapesThatAreKeptAreTheLatest) {
+  Translator translator;
+  for (int number = 0; number <= kMostShapes; ++number) {
+    ExpectOwnTranslation(translator, "a" + std::to_string(number));
+  }
+  for (int number = 1; number <= kMostShapes; ++number) {
+    ExpectOwnTranslation(translator, "a" + std::to_string(number));
+  }
+  EXPECT_EQ(translator.parsed(), 513U);
+}
+
 TEST(TranslatorTest, ShapesWithAliasesSurviveTheCacheBeingFull) {
   Translator translator;
   for (int round = 0; round < 3; ++round) {
