@@ -39,7 +39,9 @@ TEST_F(ApplicationObjectTest, TellsWhatAUnitHolds) {
   EXPECT_EQ(status[6], Value("0"));
   EXPECT_EQ(status[7], Value("10"));
   EXPECT_EQ(status[8], Value("1"));
-  EXPECT_EQ(application_.CodesInUse(Connection(), demo::kNearlyFullUnit), 498);
+  std::int32_t unit = demo::kNearlyFullUnit;
+  EXPECT_EQ(application_.CodesInUse(Connection(), unit).Sum16(), 498);
+  EXPECT_EQ(unit, demo::kNearlyFullUnit);
 }
 
 TEST_F(ApplicationObjectTest, ExcludesDirectoryCodesThatAreDeletedOrBelowZero) {

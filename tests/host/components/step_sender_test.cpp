@@ -59,6 +59,17 @@ TEST_F(StepSenderTest, ADeletionTakesBackWhatIsStillToBeSentForTheRow) {
   EXPECT_EQ(Queue(), (Steps{{"program directory code", ""}, {"delete directory code", "101"}}));
 }
 
+// A change that the unit has not been told of is withdrawn as well: by a deletion, which takes its
+// place, and by a withdrawal alone.
+TEST_F(StepSenderTest, ADeletionTakesBackAChangeThatIsStillToBeSent) {
+  Send("pbGenChgDirCodePrgStep", 5);
+  Send("pbGenDelDirCodePrgStep", 5);
+  EXPECT_EQ(Queue(), (Steps{{"delete directory code", "101"}}));
+  Send("pbGenChgDirCodePrgStep", 5);
+  Send("pbDeleteDirCodePrgStep", 5);
+  EXPECT_EQ(Queue(), (Steps{{"delete directory code", "101"}}));
+}
+
 TEST_F(StepSenderTest, AStepWaitsOnceAndInTheLastPlace) {
   const struct {
     const char* member;

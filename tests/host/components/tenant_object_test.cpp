@@ -54,6 +54,20 @@ TEST_F(TenantObjectTest, ATakenLinkCodeIsNotGivenOutAgainWithoutATenant) {
   EXPECT_EQ(Next(), 52);
 }
 
+TEST_F(TenantObjectTest, TakingNoLinkCodesLeavesTheNextOneAsItIs) {
+  const auto take = [&](std::int32_t count) {
+    Call(tenant_.object(), "pbIncrementMaxGroupIDOrLinkIDByOne", kUnit, Connection(), true, count);
+  };
+  take(0);
+  EXPECT_EQ(Next(), 1);
+  take(3);
+  EXPECT_EQ(Next(), 4);
+  take(0);
+  EXPECT_EQ(Next(), 4);
+  EXPECT_EQ(FailureOf([&] { take(-1); }).number(), ErrorNumber::kInvalidProcedureCall);
+  EXPECT_EQ(Next(), 4);
+}
+
 TEST_F(TenantObjectTest, RolledBackLinkCodesAreFreeAgain) {
   Call(*connection_, "BeginTrans");
   EXPECT_EQ(Next(), 1);
