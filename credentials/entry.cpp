@@ -157,8 +157,8 @@ bool clsCredential::ReadTenant(const Screen& screen, TenantEntry& tenant) {
     const Value start = screen.Picker("dtpStart").Chosen();
     const Value end = endPicker.Chosen();
     if (IsPeriodWithoutLength(start, end)) return RefuseEntry(endPicker, kPeriodWithoutLength);
-    tenant.startDateText = TextOf(host_, start);
-    tenant.endDateText = TextOf(host_, end);
+    tenant.startDateText = DateWithoutMinusOne(TextOf(host_, start));
+    tenant.endDateText = DateWithoutMinusOne(TextOf(host_, end));
   }
 
   for (std::size_t door = 0; door < kScheduleLists.size(); ++door) {

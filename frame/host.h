@@ -46,7 +46,7 @@ class Host {
   virtual void ReportFailure(std::string_view operation, const RuntimeError& failure) noexcept = 0;
 
   /// The default text of a date. Unless overridden M/D/YYYY with h:mm:ss AM/PM when not midnight.
-  /// It stands in statements whose every "-1" becomes Null, so it must not hold "-1" (nor be ISO).
+  /// In the statements of new tenants a text that holds "-1" has slashes for its hyphens.
   virtual std::string DateText(Date date);
 
   /// Text to bytes of the surroundings' ANSI code page and back. Unless overridden code page 1252;

@@ -79,4 +79,9 @@ std::string ReplaceEmptyWithNull(std::string sql) {
   return FillHoles<MinusOne::kStays>(std::move(sql));
 }
 
+std::string DateWithoutMinusOne(std::string text) {
+  if (!Contains(text, "-1")) return text;
+  return ReplaceAll(text, "-", "/");
+}
+
 }  // namespace qorcred

@@ -18,6 +18,10 @@ namespace qorcred {
 /// The same rules without the one for "-1".
 [[nodiscard]] std::string ReplaceEmptyWithNull(std::string sql);
 
+/// The text of a date as FixNullValues() leaves it whole: one that holds "-1" has slashes in the
+/// place of its hyphens, any other is handed back as it is.
+[[nodiscard]] std::string DateWithoutMinusOne(std::string text);
+
 /// A text or a whole number on its way into Concat(). Does not own the text.
 class TextPart {
  public:

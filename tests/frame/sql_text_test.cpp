@@ -77,6 +77,27 @@ TEST(SqlTextTest, FixNullValuesClosesHolesAndRemovesMinusOne) {
   });
 }
 
+TEST(SqlTextTest, ADateThatHoldsMinusOneHasSlashes) {
+  const struct {
+    const char* name;
+    const char* text;
+    const char* expected;
+  } rows[] = {
+      {"None", "", ""},
+      {"Default", "3/5/2024 2:30:00 PM", "3/5/2024 2:30:00 PM"},
+      {"Dots", "10.01.2025", "10.01.2025"},
+      {"HyphensWithoutMinusOne", "2024-03-05", "2024-03-05"},
+      {"Month", "2024-10-05", "2024/10/05"},
+      {"Day", "2024-03-15 13:30:00", "2024/03/15 13:30:00"},
+      {"Year", "05-03-1999", "05/03/1999"},
+      {"Name", "05-Mar-1999", "05/Mar/1999"},
+  };
+  ForEachRow(rows, [](const auto& row) {
+    EXPECT_EQ(DateWithoutMinusOne(row.text), row.expected);
+    EXPECT_EQ(FixNullValues(row.expected), row.expected);
+  });
+}
+
 TEST(SqlTextTest, ReplaceEmptyWithNullLeavesMinusOneAlone) {
   ForEachRow(kRows, [](const Row& row) {
     EXPECT_EQ(ReplaceEmptyWithNull(row.sql), row.both);
