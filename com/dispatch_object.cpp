@@ -94,6 +94,19 @@ void ReferToVariant(VARIANT& reference, VARIANT& place) {
   V_VT(&reference) = VT_BYREF | VT_VARIANT;
 }
 
+// What goes to the receiver for an argument that stands in `place`: nobody writes to an expression
+// or to an omitted argument, and script engines write to references to variants alone.
+VARIANT PassedAs(Passing passing, VARIANT& place, bool isScript) {
+  VARIANT passed = place;
+  if (passing == Passing::kValue) return passed;
+  if (isScript && V_VT(&place) != VT_ERROR) {
+    ReferToVariant(passed, place);
+  } else if (!isScript && CanBeReferredTo(place)) {
+    ReferTo(passed, place);
+  }
+  return passed;
+}
+
 // Whether a variant still holds what was put into it for a call. Texts are compared as such: a new
 // one often stands where the old one was.
 bool StillHolds(const VARIANT& variant, const Value& value) {
@@ -195,18 +208,15 @@ void DispatchObject::Write(DISPID id, Arguments arguments) {
 Value DispatchObject::Run(DISPID id, Arguments arguments) {
   ArgumentPack pack(arguments);
   const bool isScript = IsScriptObject();
-  std::array<VARIANT, kMostArguments> references;
+  const auto passingOf = [&](std::size_t at) {
+    return arguments.PassingOf(arguments.size() - 1 - at);
+  };
+  std::array<VARIANT, kMostArguments> passed;
   for (std::size_t at = 0; at < pack.count(); ++at) {
-    if (isScript && V_VT(&pack[at]) != VT_ERROR) {
-      ReferToVariant(references[at], pack[at]);
-    } else if (!isScript && CanBeReferredTo(pack[at])) {
-      ReferTo(references[at], pack[at]);
-    } else {
-      references[at] = pack[at];
-    }
+    passed[at] = PassedAs(passingOf(at), pack[at], isScript);
   }
 
-  DISPPARAMS parameters{references.data(), nullptr, pack.count(), 0};
+  DISPPARAMS parameters{passed.data(), nullptr, pack.count(), 0};
   OwnedVariant result;
   OwnedExcepInfo info;
   const HRESULT done = dispatch_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
@@ -214,6 +224,7 @@ Value DispatchObject::Run(DISPID id, Arguments arguments) {
   if (FAILED(done)) throw FailureFrom(done, info);
 
   for (std::size_t at = 0; at < pack.count(); ++at) {
+    if (passingOf(at) != Passing::kReadBack) continue;
     Value& argument = arguments[arguments.size() - 1 - at];
     if (!StillHolds(pack[at], argument)) argument = ToValue(pack[at]);
   }

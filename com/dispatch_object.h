@@ -14,10 +14,10 @@
 namespace qorcred::com {
 
 /// An automation object reached by member name. Reads go out as METHOD | PROPERTYGET, puts as
-/// PROPERTYPUT, an object's put as PROPERTYPUTREF when the first is refused, calls as METHOD. The
-/// arguments of a call go by reference in their own types, so that the receiver can change them;
-/// to an object of a script engine as references to variants, the only ones that it writes to.
-/// A member's identifier is asked for once. Failures come as RuntimeError: see FailureFrom().
+/// PROPERTYPUT, an object's put as PROPERTYPUTREF when the first is refused, calls as METHOD. A
+/// call's variables go by reference in their own types, to an object of a script engine as
+/// references to variants, the only ones that it writes to; its expressions go by value. A member's
+/// identifier is asked for once. Failures come as RuntimeError: see FailureFrom().
 class DispatchObject final : public Object {
  public:
   explicit DispatchObject(IDispatch* dispatch) : dispatch_(dispatch) {}

@@ -138,7 +138,7 @@ bool clsDirCode::SaveNew(const ObjectRef& connection, std::int32_t unitKey, cons
   std::int32_t rid = Manager().ExecuteInsert(connection, ReplaceEmptyWithNull(std::move(insert)),
                                              "", table::DIRECTORYCODE, error_);
   if (newRid != nullptr) *newRid = rid;
-  steps.ProgramDirCode(connection, unitKey, rid);
+  steps.ProgramNewDirCode(connection, unitKey, rid);
   return true;
 }
 

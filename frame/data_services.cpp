@@ -11,6 +11,19 @@ namespace qorcred {
 
 namespace {
 
+// How the manager's arguments are passed: the connection and the statement stand in variables,
+// tables are literals, the screen's last-modified text and the selected row are properties. The
+// error's flag and text come back.
+constexpr Passing kQuery[] = {Passing::kVariable, Passing::kVariable, Passing::kReadBack,
+                              Passing::kReadBack};
+constexpr Passing kUpdate[] = {Passing::kVariable, Passing::kVariable, Passing::kValue,
+                               Passing::kReadBack, Passing::kReadBack, Passing::kValue,
+                               Passing::kValue};
+constexpr Passing kInsert[] = {Passing::kVariable, Passing::kVariable, Passing::kValue,
+                               Passing::kValue,    Passing::kReadBack, Passing::kReadBack};
+constexpr Passing kDelete[] = {Passing::kVariable, Passing::kValue, Passing::kVariable,
+                               Passing::kReadBack, Passing::kReadBack};
+
 // Whether the manager set the flag. One of another type than Boolean must not end an operation
 // whose statement has run: whatever is neither empty nor 0 counts as set.
 bool IsSet(const Value& flag) {
@@ -44,14 +57,14 @@ std::int32_t CountIn(const Value& answer) {
 }
 
 void Connection::Execute(std::string sql) const {
-  Call(object(), "Execute", std::move(sql), 0);
+  Call(object(), "Execute", Variable(std::move(sql)), Variable(0));
 }
 
 Value DatabaseManager::Select(const ObjectRef& connection, std::string sql,
                               DatabaseError& error) const {
   std::array<Value, 4> arguments{Value(connection), Value(std::move(sql)), Value(error.flag),
                                  Value(error.text)};
-  return CallManager(object(), "ExecuteSelect", arguments, 2, error);
+  return CallManager(object(), "ExecuteSelect", {arguments, kQuery}, 2, error);
 }
 
 TableView DatabaseManager::ExecuteSelect(const ObjectRef& connection, std::string sql,
@@ -71,14 +84,14 @@ Value DatabaseManager::ExecuteScalar(const ObjectRef& connection, std::string sq
                                      DatabaseError& error) const {
   std::array<Value, 4> arguments{Value(connection), Value(std::move(sql)), Value(error.flag),
                                  Value(error.text)};
-  return CallManager(object(), "ExecuteScalar", arguments, 2, error);
+  return CallManager(object(), "ExecuteScalar", {arguments, kQuery}, 2, error);
 }
 
 Value DatabaseManager::ExecuteUpdate(const ObjectRef& connection, std::string sql,
                                      std::string_view table, DatabaseError& error) const {
   std::array<Value, 5> arguments{Value(connection), Value(std::move(sql)), Value(table),
                                  Value(error.flag), Value(error.text)};
-  return CallManager(object(), "ExecuteUpdate", arguments, 3, error);
+  return CallManager(object(), "ExecuteUpdate", {arguments, kUpdate}, 3, error);
 }
 
 Value DatabaseManager::ExecuteUpdate(const ObjectRef& connection, std::string sql,
@@ -87,7 +100,7 @@ Value DatabaseManager::ExecuteUpdate(const ObjectRef& connection, std::string sq
   std::array<Value, 7> arguments{
       Value(connection), Value(std::move(sql)), Value(table), Value(error.flag),
       Value(error.text), lastModified,          rid};
-  return CallManager(object(), "ExecuteUpdate", arguments, 3, error);
+  return CallManager(object(), "ExecuteUpdate", {arguments, kUpdate}, 3, error);
 }
 
 std::int32_t DatabaseManager::ExecuteInsert(const ObjectRef& connection, std::string sql,
@@ -95,21 +108,21 @@ std::int32_t DatabaseManager::ExecuteInsert(const ObjectRef& connection, std::st
                                             DatabaseError& error) const {
   std::array<Value, 6> arguments{Value(connection), Value(std::move(sql)), Value(lastModified),
                                  Value(table),      Value(error.flag),     Value(error.text)};
-  return CountIn(CallManager(object(), "ExecuteInsert", arguments, 4, error));
+  return CountIn(CallManager(object(), "ExecuteInsert", {arguments, kInsert}, 4, error));
 }
 
 void DatabaseManager::ExecuteDelete(const ObjectRef& connection, std::string_view table,
                                     std::int32_t rid, DatabaseError& error) const {
   std::array<Value, 5> arguments{Value(connection), Value(table), Value(rid), Value(error.flag),
                                  Value(error.text)};
-  CallManager(object(), "ExecuteDelete", arguments, 3, error);
+  CallManager(object(), "ExecuteDelete", {arguments, kDelete}, 3, error);
 }
 
 std::int32_t DatabaseManager::ExecuteQueryDelete(const ObjectRef& connection, std::string sql,
                                                  DatabaseError& error) const {
   std::array<Value, 4> arguments{Value(connection), Value(std::move(sql)), Value(error.flag),
                                  Value(error.text)};
-  return CountIn(CallManager(object(), "ExecuteQueryDelete", arguments, 2, error));
+  return CountIn(CallManager(object(), "ExecuteQueryDelete", {arguments, kQuery}, 2, error));
 }
 
 }  // namespace qorcred

@@ -10,6 +10,10 @@ namespace qorcred {
 
 namespace {
 
+constexpr Passing kUnitStatus[] = {Passing::kVariable, Passing::kReadBack, Passing::kVariable,
+                                   Passing::kVariable, Passing::kVariable, Passing::kReadBack,
+                                   Passing::kReadBack, Passing::kReadBack, Passing::kVariable};
+
 std::int16_t CountOf16Bits(const Value& count) {
   return IsEmptyText(count) ? std::int16_t{0} : ToInteger(count);
 }
@@ -22,21 +26,24 @@ std::int32_t CountOf32Bits(const Value& count) {
 
 std::int32_t TenantComponent::NextLinkCode(std::int32_t unitKey,
                                            const ObjectRef& connection) const {
-  return ToLong(Call(object(), "pbGetMaxGroupIDOrLinkID", unitKey, connection, true));
+  return ToLong(
+      Call(object(), "pbGetMaxGroupIDOrLinkID", Variable(unitKey), Variable(connection), true));
 }
 
 void TenantComponent::TakeLinkCode(std::int32_t unitKey, const ObjectRef& connection) const {
-  Call(object(), "pbIncrementMaxGroupIDOrLinkIDByOne", unitKey, connection, true, 1);
+  Call(object(), "pbIncrementMaxGroupIDOrLinkIDByOne", Variable(unitKey), Variable(connection),
+       true, 1);
 }
 
 std::int32_t TenantComponent::TenantId(const ObjectRef& connection, std::int32_t unitKey,
                                        std::int32_t rid) const {
-  return ToLong(Call(object(), "pbGetTenantID", connection, unitKey, rid));
+  return ToLong(
+      Call(object(), "pbGetTenantID", Variable(connection), Variable(unitKey), Variable(rid)));
 }
 
 void TenantComponent::CreateProgramSteps(const ObjectRef& connection, std::int32_t unitKey,
                                          std::int32_t tenant) const {
-  Call(object(), "pvCreateProgramSteps", connection, unitKey, tenant);
+  Call(object(), "pvCreateProgramSteps", Variable(connection), Variable(unitKey), Variable(tenant));
 }
 
 std::int16_t CodeCounts::Sum16() const {
@@ -60,26 +67,33 @@ CodeCounts ApplicationComponent::CodesInUse(const ObjectRef& connection,
   std::array<Value, 9> status{Value(connection), Value(unitKey), Value(std::int16_t{0}),
                               Value(""),         Value(""),      Value(""),
                               Value(""),         Value(""),      Value("")};
-  object().Invoke("pbGetUnitStatus", InvokeKind::kCall, status);
+  object().Invoke("pbGetUnitStatus", InvokeKind::kCall, {status, kUnitStatus});
   unitKey = ToLong(status[1]);
   return {std::move(status[5]), std::move(status[6]), std::move(status[7])};
 }
 
 bool StepSender::IsDeletionPending(const ObjectRef& connection, std::int32_t& unitKey,
                                    double code) const {
-  std::array<Value, 3> arguments{Value(connection), Value(unitKey), Value(code)};
-  const Value pending =
-      object().Invoke("pbDeleteDirCodePrgStepExists", InvokeKind::kCall, arguments);
-  unitKey = ToLong(arguments[1]);
-  return ToBoolean(pending);
+  Value asked(code);
+  return ToBoolean(
+      Send("pbDeleteDirCodePrgStepExists", connection, unitKey, asked, Passing::kValue));
 }
 
-void StepSender::Send(std::string_view step, const ObjectRef& connection, std::int32_t& unitKey,
-                      std::int32_t& rid) const {
-  std::array<Value, 3> arguments{Value(connection), Value(unitKey), Value(rid)};
-  object().Invoke(step, InvokeKind::kCall, arguments);
+void StepSender::SendAndReadRow(std::string_view step, const ObjectRef& connection,
+                                std::int32_t& unitKey, std::int32_t& rid) const {
+  Value row(rid);
+  Send(step, connection, unitKey, row, Passing::kReadBack);
+  rid = ToLong(row);
+}
+
+Value StepSender::Send(std::string_view operation, const ObjectRef& connection,
+                       std::int32_t& unitKey, Value& subject, Passing subjectPassing) const {
+  const std::array passing{Passing::kVariable, Passing::kReadBack, subjectPassing};
+  std::array<Value, 3> arguments{Value(connection), Value(unitKey), std::move(subject)};
+  Value answer = object().Invoke(operation, InvokeKind::kCall, {arguments, passing});
   unitKey = ToLong(arguments[1]);
-  rid = ToLong(arguments[2]);
+  subject = std::move(arguments[2]);
+  return answer;
 }
 
 }  // namespace qorcred

@@ -56,36 +56,48 @@ class ApplicationComponent : public View {
   [[nodiscard]] CodeCounts CodesInUse(const ObjectRef& connection, std::int32_t& unitKey) const;
 };
 
-/// `qorSPS.clsSendProgSteps`: the programming steps of directory codes. A step names the unit and
-/// the directory code's row by reference: the sender may change both.
+/// `qorSPS.clsSendProgSteps`: the programming steps of directory codes. Every operation hands the
+/// unit key over by reference and takes it back: the sender may change it. Deletions do the same
+/// with the directory code's row.
 class StepSender : public View {
  public:
   using View::View;
 
-  /// Queues the step that programs the row into the unit.
-  void ProgramDirCode(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t& rid) const {
-    Send("pbGenDirCodePrgStep", connection, unitKey, rid);
+  /// Queues the step that programs the row into the unit. The row comes from the screen: the sender
+  /// gets its value alone.
+  void ProgramDirCode(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t rid) const {
+    Value row(rid);
+    Send("pbGenDirCodePrgStep", connection, unitKey, row, Passing::kValue);
   }
-  /// Queues the step that changes the row's code in the unit.
-  void ChangeDirCode(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t& rid) const {
-    Send("pbGenChgDirCodePrgStep", connection, unitKey, rid);
+  /// The same for a row that was just inserted, whose identity stands in a variable.
+  void ProgramNewDirCode(const ObjectRef& connection, std::int32_t& unitKey,
+                         std::int32_t rid) const {
+    Value row(rid);
+    Send("pbGenDirCodePrgStep", connection, unitKey, row, Passing::kVariable);
+  }
+  /// Queues the step that changes the code of the screen's row in the unit.
+  void ChangeDirCode(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t rid) const {
+    Value row(rid);
+    Send("pbGenChgDirCodePrgStep", connection, unitKey, row, Passing::kValue);
   }
   /// Queues the step that deletes the row's code from the unit.
   void DeleteDirCode(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t& rid) const {
-    Send("pbGenDelDirCodePrgStep", connection, unitKey, rid);
+    SendAndReadRow("pbGenDelDirCodePrgStep", connection, unitKey, rid);
   }
   /// Withdraws the steps of a row that the unit has not been sent yet.
   void WithdrawDirCode(const ObjectRef& connection, std::int32_t& unitKey,
                        std::int32_t& rid) const {
-    Send("pbDeleteDirCodePrgStep", connection, unitKey, rid);
+    SendAndReadRow("pbDeleteDirCodePrgStep", connection, unitKey, rid);
   }
   /// Whether an unsent step deletes the code `code` from the unit.
   [[nodiscard]] bool IsDeletionPending(const ObjectRef& connection, std::int32_t& unitKey,
                                        double code) const;
 
  private:
-  void Send(std::string_view step, const ObjectRef& connection, std::int32_t& unitKey,
-            std::int32_t& rid) const;
+  void SendAndReadRow(std::string_view step, const ObjectRef& connection, std::int32_t& unitKey,
+                      std::int32_t& rid) const;
+  Value Send(std::string_view operation, const ObjectRef& connection, std::int32_t& unitKey,
+             Value& subject, Passing subjectPassing) const;
 };
 
 /// `qorCommn.clsConnectionManager`: the link to the unit.

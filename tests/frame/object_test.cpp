@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,6 +23,10 @@ class Witness final : public Object {
     lastMember = member;
     lastKind = kind;
     lastArguments.assign(arguments.begin(), arguments.end());
+    lastPassing.clear();
+    for (std::size_t at = 0; at < arguments.size(); ++at) {
+      lastPassing.push_back(arguments.PassingOf(at));
+    }
     for (Value& argument : arguments) argument = "changed";
     return static_cast<std::int32_t>(arguments.size());
   }
@@ -29,6 +34,7 @@ class Witness final : public Object {
   std::string lastMember;
   InvokeKind lastKind = InvokeKind::kCall;
   std::vector<Value> lastArguments;
+  std::vector<Passing> lastPassing;
 };
 
 TEST(ObjectTest, GetReadsWithItsIndexes) {
@@ -55,6 +61,28 @@ TEST(ObjectTest, CallHandsEveryTypeOver) {
   EXPECT_EQ(object.lastKind, InvokeKind::kCall);
   EXPECT_EQ(object.lastArguments, (std::vector<Value>{true, std::int16_t{2}, 3, 4.5, date, "five",
                                                       Null(), Missing(), StringArray{"a", "b"}}));
+}
+
+TEST(ObjectTest, ArgumentsAreValuesUnlessTheyAreVariables) {
+  Witness object;
+  Get(object, "ItemData", 3);
+  EXPECT_EQ(object.lastPassing, std::vector<Passing>{Passing::kValue});
+  Put(object, "ItemData", 3, "text");
+  EXPECT_EQ(object.lastPassing, (std::vector<Passing>{Passing::kValue, Passing::kValue}));
+  Call(object, "Run", 1, Variable(2), true);
+  EXPECT_EQ(object.lastArguments, (std::vector<Value>{1, 2, true}));
+  EXPECT_EQ(object.lastPassing,
+            (std::vector<Passing>{Passing::kValue, Passing::kVariable, Passing::kValue}));
+}
+
+TEST(ObjectTest, ArgumentsAreReadBackUnlessToldOtherwise) {
+  Witness object;
+  std::vector<Value> arguments{1, 2};
+  object.Invoke("Fill", InvokeKind::kCall, arguments);
+  EXPECT_EQ(object.lastPassing, (std::vector<Passing>{Passing::kReadBack, Passing::kReadBack}));
+  const std::array told{Passing::kVariable};
+  object.Invoke("Fill", InvokeKind::kCall, {arguments, told});
+  EXPECT_EQ(object.lastPassing, (std::vector<Passing>{Passing::kVariable, Passing::kReadBack}));
 }
 
 TEST(ObjectTest, ArgumentsComeBackChanged) {

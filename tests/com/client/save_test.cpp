@@ -115,12 +115,16 @@ class Save : public ComTest {
                                       Variant::Reference(VT_I4, &unit), Variant(false), rid);
     EXPECT_EQ(unit, 7) << "a step sender's change of the unit is not the client's";
     EXPECT_EQ(stepped, kNewRow);
+    senderCalls_ = sender->calls();
     return outcome;
   }
 
   [[nodiscard]] const std::wstring& statement() const { return statement_; }
+  /// What the sender saw.
+  [[nodiscard]] const std::vector<SeenCall>& senderCalls() const { return senderCalls_; }
 
  private:
+  std::vector<SeenCall> senderCalls_;
   std::wstring statement_;
 };
 
@@ -132,6 +136,33 @@ TEST_F(Save, TheNewRowsIdentityComesBackByReference) {
     EXPECT_EQ(V_BOOL(&outcome.result), VARIANT_TRUE);
     EXPECT_EQ(rid, kNewRow);
   }
+}
+
+TEST_F(Save, TheSenderGetsVariablesByReferenceAndTheCodesNumberByValue) {
+  for (const bool isScript : {false, true}) {
+    const auto byReference = [isScript](VARTYPE type) {
+      return static_cast<VARTYPE>(VT_BYREF | (isScript ? VARTYPE{VT_VARIANT} : type));
+    };
+    ASSERT_EQ(StoreNew(Variant(0), isScript).code, S_OK);
+    const VARTYPE connection = byReference(VT_DISPATCH);
+    const VARTYPE number = byReference(VT_I4);
+    EXPECT_EQ(
+        senderCalls(),
+        (std::vector<SeenCall>{
+            {L"pbDeleteDirCodePrgStepExists", DISPATCH_METHOD, {connection, number, VT_R8}, {}},
+            {L"pbGenDirCodePrgStep", DISPATCH_METHOD, {connection, number, number}, {}}}));
+  }
+}
+
+TEST_F(Save, AnOmittedVariableThatTheHostSetsMeanwhileIsLeftToTheHost) {
+  Variant rid = Variant::Omitted();
+  const ComPtr<FakeObject> screen = Screen();
+  screen->On(L"gstrTag", [&rid](const FakeCall& call) {
+    rid = Variant(5);
+    return call.Return(L"");
+  });
+  ASSERT_EQ(StoreNew(Variant::Reference(rid), false, screen).code, S_OK);
+  EXPECT_EQ(NumberIn(rid), 5);
 }
 
 TEST_F(Save, TheNewRowsIdentityComesBackInEveryKindOfVariable) {
