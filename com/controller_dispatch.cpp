@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "com/dispatch_object.h"
 #include "com/failures.h"
@@ -56,6 +55,9 @@ using Places = std::array<VARIANT*, kMostParameters>;
 /// The arguments as an operation takes them; those beyond its parameters are not looked at.
 using ArgumentValues = std::array<Value, kMostParameters>;
 
+/// The arguments that an operation may change, as they were before it; none for all others.
+using FormerValues = std::array<std::optional<Value>, kMostParameters>;
+
 const VARIANT& PlaceOfPut(const DISPPARAMS& given) {
   if (given.cArgs != 1 || given.cNamedArgs > 1) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
   return given.rgvarg[0];
@@ -90,19 +92,19 @@ Value Plain(Value value, ValueType wanted) {
   return Get(**object, "");
 }
 
-// Some languages' own nothing is Null: it lets go of a screen as Nothing does.
-Value ConvertProperty(ValueType type, Value value) {
-  if (type == ValueType::kObject && value.Is(ValueType::kNull)) return ObjectRef();
-  return ConvertPropertyValue(type, std::move(value));
+// In an object's place Empty, which a variable holds that was never set, and Null, which is some
+// languages' own nothing, stand for no object.
+Value Convert(ValueType type, Value value) {
+  const bool isNothing = value.Is(ValueType::kEmpty) || value.Is(ValueType::kNull);
+  if (type == ValueType::kObject && isNothing) return ObjectRef();
+  return ConvertArgument(type, std::move(value));
 }
 
-using Conversion = Value (*)(ValueType type, Value value);
-
-Value Converted(const VARIANT* place, ValueType type, Conversion convert, const DISPPARAMS& given) {
+Value Converted(const VARIANT* place, ValueType type, const DISPPARAMS& given) {
   try {
     Value value = Plain(ToValue(*place), type);
     if (type == ValueType::kString) value = DateAsText(std::move(value));
-    return convert(type, std::move(value));
+    return Convert(type, std::move(value));
   } catch (const RuntimeError& failure) {
     throw Refusal{CodeOfConversion(failure), static_cast<UINT>(place - given.rgvarg)};
   }
@@ -128,7 +130,7 @@ ArgumentValues ArgumentsFrom(const Places& places, std::span<const Parameter> pa
   ArgumentValues arguments;
   for (std::size_t at = 0; at < parameters.size(); ++at) {
     if (!IsOmitted(places[at])) {
-      arguments[at] = Converted(places[at], parameters[at].type, ConvertArgument, given);
+      arguments[at] = Converted(places[at], parameters[at].type, given);
     } else if (parameters[at].IsOptional()) {
       arguments[at] = parameters[at].Omitted();
     } else {
@@ -143,14 +145,31 @@ bool IsWritable(const Parameter& parameter, const VARIANT* place) {
   return parameter.byRef && !IsOmitted(place) && (V_VT(place) & VT_BYREF) != 0;
 }
 
+bool IsEmptyVariable(const VARIANT& place) {
+  return V_VT(&place) == (VT_BYREF | VT_VARIANT) && V_VT(V_VARIANTREF(&place)) == VT_EMPTY;
+}
+
+// Taken before the operation, whatever the client does with its variables meanwhile. Where a number
+// is wanted an Empty variable holds none yet: it differs from every number, 0 too, and gets the
+// operation's.
+FormerValues ValuesBefore(const Places& places, std::span<const Parameter> parameters,
+                          const ArgumentValues& arguments) {
+  FormerValues before;
+  for (std::size_t at = 0; at < parameters.size(); ++at) {
+    if (!IsWritable(parameters[at], places[at])) continue;
+    const bool isUnset = parameters[at].type == ValueType::kLong && IsEmptyVariable(*places[at]);
+    before[at] = isUnset ? Value() : arguments[at];
+  }
+  return before;
+}
+
 // Hands back what the operation changed, and nothing else. What does not fit where the client wants
 // it keeps nothing else from coming back; the first such argument is named.
-std::optional<Refusal> HandBack(const Places& places, std::span<const Parameter> parameters,
-                                std::span<const Value> before, const ArgumentValues& after,
-                                const DISPPARAMS& given) {
+std::optional<Refusal> HandBack(const Places& places, const FormerValues& before,
+                                const ArgumentValues& after, const DISPPARAMS& given) {
   std::optional<Refusal> first;
-  for (std::size_t at = 0; at < parameters.size(); ++at) {
-    if (!IsWritable(parameters[at], places[at]) || before[at] == after[at]) continue;
+  for (std::size_t at = 0; at < before.size(); ++at) {
+    if (!before[at].has_value() || *before[at] == after[at]) continue;
     try {
       WriteBack(*places[at], after[at]);
     } catch (const RuntimeError& failure) {
@@ -165,15 +184,10 @@ Answer RunOperation(Controller& controller, const Member& member, const DISPPARA
   const std::span<const Parameter> parameters = member.parameters;
   const Places places = PlacesOfCall(given, parameters.size());
   ArgumentValues arguments = ArgumentsFrom(places, parameters, given);
-  std::vector<Value> before;  // as long as the last one that is writable
-  for (std::size_t at = 0; at < parameters.size(); ++at) {
-    if (!IsWritable(parameters[at], places[at])) continue;
-    before.resize(at + 1);
-    before[at] = arguments[at];
-  }
+  const FormerValues before = ValuesBefore(places, parameters, arguments);
   // An operation that raises has changed no argument: those that change one trap every failure.
   Value result = member.run(controller, InvokeKind::kCall, {arguments.data(), parameters.size()});
-  return {std::move(result), HandBack(places, parameters, before, arguments, given)};
+  return {std::move(result), HandBack(places, before, arguments, given)};
 }
 
 Answer RunMember(Controller& controller, const Member& member, InvokeKind kind,
@@ -185,7 +199,7 @@ Answer RunMember(Controller& controller, const Member& member, InvokeKind kind,
       if (given.cArgs != 0) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
       return {member.run(controller, kind, {})};
     case InvokeKind::kPut: {
-      Value value = Converted(&PlaceOfPut(given), member.type, ConvertProperty, given);
+      Value value = Converted(&PlaceOfPut(given), member.type, given);
       return {member.run(controller, kind, {&value, 1})};
     }
   }

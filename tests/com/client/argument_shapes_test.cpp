@@ -344,11 +344,27 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(OddArguments, AnObjectParameterTakesObjectsAlone) {
   const Client report(kDirCodeReport);
   const Variant connection(FakeObject::Make());
-  for (const Variant& odd :
-       {Variant(), Variant(7), Variant(L"table"), Variant::Null(), ArrayOfLongs()}) {
+  for (const Variant& odd : {Variant(7), Variant(L"table"), ArrayOfLongs()}) {
     const Outcome outcome = report.Call(L"pbMergeXArrayDBObjects", connection, odd);
     EXPECT_EQ(outcome.code, DISP_E_TYPEMISMATCH) << "type " << V_VT(&odd);
     EXPECT_EQ(outcome.badArgument, 0U);
+  }
+}
+
+TEST_F(OddArguments, EmptyAndNullStandForNoObject) {
+  const Client report(kDirCodeReport);
+  for (const Variant& nothing :
+       {Variant(), Variant::Null(), Variant(static_cast<IDispatch*>(nullptr))}) {
+    for (const Shape shape : {Shape::kValue, Shape::kVariantReference}) {
+      const FakeManager manager;
+      const Shaped connection(shape, nothing);
+      const Outcome outcome =
+          report.Call(L"pbValidate", connection.argument(), Variant(7), Variant(manager.object));
+      ASSERT_EQ(outcome.code, S_OK) << "type " << V_VT(&nothing);
+      EXPECT_EQ(V_BOOL(&outcome.result), VARIANT_TRUE);
+      EXPECT_EQ(manager.state->statements.size(), 1U);
+      EXPECT_EQ(V_VT(&connection.content()), V_VT(&nothing)) << "the client's variable stays";
+    }
   }
 }
 

@@ -1,6 +1,7 @@
 // What comes back through arguments, and what is left alone.
 #include <limits>
 
+#include "tests/com/client/answered_box.h"
 #include "tests/com/client/client_fixture.h"
 
 namespace qortest {
@@ -94,6 +95,18 @@ TEST_F(DeletedRows, OfAnEmptyVariantBecomeALong) {
   ASSERT_EQ(Delete(manager, Variant::Reference(empty)).code, S_OK);
   ASSERT_EQ(V_VT(&empty), VT_I4);
   EXPECT_EQ(V_I4(&empty), kDeleted);
+}
+
+TEST_F(DeletedRows, OfWhichThereAreNoneReachAnEmptyVariable) {
+  AnsweredBox box(L"Pello RT", IDOK);
+  const FakeManager manager;
+  Variant empty;
+  const Outcome outcome = Delete(manager, Variant::Reference(empty));
+  EXPECT_EQ(box.Seen().text, L"Credentials(s) are not deleted successfully.");
+  ASSERT_EQ(outcome.code, S_OK);
+  EXPECT_EQ(V_BOOL(&outcome.result), VARIANT_FALSE);
+  ASSERT_EQ(V_VT(&empty), VT_I4);
+  EXPECT_EQ(V_I4(&empty), 0);
 }
 
 TEST_F(DeletedRows, ThatDoNotFitAreAnOverflowAtTheirPlaceAndTheResultStands) {
