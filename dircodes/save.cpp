@@ -120,9 +120,7 @@ bool clsDirCode::SaveEdited(const ObjectRef& connection, std::int32_t unitKey, c
                                                 screen.Variable("gstrLastModifiedDate"), rid);
   // Someone else may have changed the row meanwhile: hosts take that for success, too.
   if (CountIn(changed) <= 0) return true;
-  // What the sender makes of the row's identity is its own affair: the edited row is shown again.
-  std::int32_t sent = rid;
-  steps.ProgramDirCode(connection, unitKey, sent);
+  steps.ProgramDirCode(connection, unitKey, rid);
   pbRetrieveDirCodes(connection, unitKey, rid);
   return true;
 }
