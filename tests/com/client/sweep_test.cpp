@@ -59,6 +59,13 @@ class Sweep : public ComTest, public testing::WithParamInterface<const wchar_t*>
   }
 };
 
+// The number 0 as a credential's new one is refused by a message box, which nobody answers here.
+bool ShowsABox(const Client& controller, DISPID member, const VARIANT& content, std::size_t count) {
+  const DISPID renumbering = controller.IdOf(L"pbUpdatePinNo");
+  return renumbering != DISPID_UNKNOWN && member == renumbering && V_VT(&content) == VT_EMPTY &&
+         count == 3;
+}
+
 TEST_P(Sweep, EndsEveryCallInOneOfTheKnownWays) {
   const auto manager = Missing(L"qorDBI.clsDBManager");
   const auto link = Missing(L"qorCommn.clsConnectionManager");
@@ -72,6 +79,7 @@ TEST_P(Sweep, EndsEveryCallInOneOfTheKnownWays) {
     for (const WORD flags : kFlags) {
       for (const Variant& content : contents) {
         for (std::size_t count = 0; count <= kMostArguments; ++count) {
+          if (ShowsABox(controller, member, content, count)) continue;
           for (const Shape shape : {Shape::kValue, Shape::kReference, Shape::kVariantReference}) {
             const Shaped argument(shape, content);
             const std::vector<VARIANT> arguments(count, argument.argument());
