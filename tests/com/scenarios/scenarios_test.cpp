@@ -1,5 +1,7 @@
 // The scenarios on Windows: natively, through the component, and with components of the host whose
 // calls the system dispatches from a type description, every host sees the same calls.
+#include "tests/scenarios/scenarios.h"
+
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -16,7 +18,6 @@
 #include "tests/com/scenarios/object_dispatch.h"
 #include "tests/com/scenarios/typed_components.h"
 #include "tests/com/support/offered_component.h"
-#include "tests/scenarios/scenarios.h"
 
 namespace qortest {
 
