@@ -21,7 +21,7 @@ bool clsCredential::pvAssignCredentialToTenant(const ObjectRef& connection, std:
   const DatabaseManager capacityManager(host_.CreateComponent(component::kDatabaseManager));
   const TableView capacity =
       capacityManager.ExecuteSelectOrEmpty(connection, CapacityQuery(unitKey), error_);
-  const std::int32_t limit = ToLong(CapacityText(host_, base64_, capacity));
+  const std::int32_t limit = ToLong(DecodedCapacity(host_, base64_, capacity));
   const ApplicationComponent unitState(host_.CreateComponent(component::kApplication));
   if (unitState.CodesInUse(connection, unitKey).Sum32() >= limit) {
     // Hosts cannot tell this from an assignment: the result is True all the same.

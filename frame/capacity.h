@@ -10,12 +10,16 @@
 
 namespace qorcred {
 
+/// The text that the store keeps of a capacity: 500 is "NTAw".
+[[nodiscard]] std::string CapacityText(int capacity);
+
 /// The query for the capacity of a unit's type.
 [[nodiscard]] std::string CapacityQuery(std::int32_t unitKey);
 
 /// The decimal text of the capacity in the query's answer, which holds it as Base64 text. Raises
 /// what decoding raises.
-[[nodiscard]] std::string CapacityText(Host& host, Base64Decoder& decoder, const TableView& answer);
+[[nodiscard]] std::string DecodedCapacity(Host& host, Base64Decoder& decoder,
+                                          const TableView& answer);
 
 /// The most combined codes that the unit's type allows. Raises what decoding raises, and kOverflow
 /// or kTypeMismatch for a text that is no 16-bit number.
