@@ -4,10 +4,10 @@
 
 #include "credentials/cls_credential.h"
 #include "dircodes/cls_dir_code.h"
+#include "frame/capacity.h"
 #include "frame/convert.h"
 #include "reports/cls_credential_report.h"
 #include "reports/cls_dir_code_report.h"
-#include "tests/frame/base64_encoding.h"
 
 namespace qortest {
 
@@ -24,11 +24,6 @@ constexpr std::int32_t kUnit = 3;
 template <typename Class>
 std::shared_ptr<qorcred::Controller> Create(qorcred::Host& host) {
   return std::make_shared<Class>(host);
-}
-
-std::string Encoded(std::string_view text) {
-  const std::vector<std::uint8_t> bytes(text.begin(), text.end());
-  return EncodeBase64(bytes);
 }
 
 Row Credential(std::int32_t rid, std::int32_t type, std::int32_t number) {
@@ -65,7 +60,7 @@ void FillRange(RecordingHost& host) {
   host.SetText("txtPINStart", "20");
   host.SetText("txtPINEND", "22");
   host.SetText("txtFacilityCode", "7");
-  host.database().Select("TOTAL", {{Value(Encoded("500"))}});
+  host.database().Select("TOTAL", {{Value(qorcred::CapacityText(500))}});
 }
 
 void EnterDirectoryCode(RecordingHost& host) {
@@ -75,7 +70,7 @@ void EnterDirectoryCode(RecordingHost& host) {
   }
   host.SetText("txtdirectorycode", "250");
   host.SetText("txtPhoneNo", "5551234");
-  host.database().Select("TOTAL", {{Value(Encoded("500"))}});
+  host.database().Select("TOTAL", {{Value(qorcred::CapacityText(500))}});
 }
 
 void FilterDirectoryCodes(RecordingHost& host) {
@@ -105,7 +100,7 @@ void AssignCredential(RecordingHost& host) {
   host.Select("cboAssignedTo", 1);
   host.database().Number("SELECT TenantID", 55);
   host.database().Number("SET CREDENTIALID1 = 103", 0);
-  host.database().Select("TOTAL", {{Value(Encoded("500"))}});
+  host.database().Select("TOTAL", {{Value(qorcred::CapacityText(500))}});
 }
 
 void OpenDirectoryCode(RecordingHost& host) {

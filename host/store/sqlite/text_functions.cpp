@@ -16,7 +16,9 @@
 #include "host/dialect/format_picture.h"
 #include "host/dialect/like_pattern.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
+
+using namespace dialect;
 
 namespace {
 
@@ -183,4 +185,4 @@ std::span<const SqlFunction> TextFunctions() {
   return kTextFunctions;
 }
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite
