@@ -7,13 +7,13 @@
 #include "frame/convert.h"
 #include "frame/schema.h"
 #include "frame/text.h"
-#include "host/cli/arguments.h"
-#include "host/cli/credential_desk.h"
-#include "host/cli/credential_entry.h"
-#include "host/cli/credential_list.h"
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
-#include "host/cli/table.h"
+#include "host/desks/credential_desk.h"
+#include "host/desks/credential_entry.h"
+#include "host/desks/credential_list.h"
+#include "host/desks/list_entries.h"
+#include "host/files/table.h"
 #include "host/store/schema.h"
 
 namespace qorhost {

@@ -1,8 +1,8 @@
 #include "host/cli/dir_code_command_line.h"
 
-#include "host/cli/dir_code_import.h"
 #include "host/cli/display_text.h"
 #include "host/cli/import_command_line.h"
+#include "host/desks/dir_code_import.h"
 
 namespace qorhost {
 

@@ -6,7 +6,7 @@
 #include "host/cli/commands.h"
 #include "host/cli/dir_code_commands.h"
 #include "host/cli/dir_code_exchange.h"
-#include "host/cli/import_run.h"
+#include "host/desks/import_run.h"
 
 namespace qorhost {
 

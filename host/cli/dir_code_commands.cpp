@@ -4,12 +4,12 @@
 
 #include "frame/convert.h"
 #include "frame/text.h"
-#include "host/cli/arguments.h"
-#include "host/cli/dir_code_desk.h"
-#include "host/cli/dir_code_entry.h"
-#include "host/cli/dir_code_list.h"
 #include "host/cli/display_text.h"
-#include "host/cli/table.h"
+#include "host/desks/dir_code_desk.h"
+#include "host/desks/dir_code_entry.h"
+#include "host/desks/dir_code_list.h"
+#include "host/desks/list_entries.h"
+#include "host/files/table.h"
 
 namespace qorhost {
 

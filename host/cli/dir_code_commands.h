@@ -5,7 +5,7 @@
 #include <string>
 
 #include "host/cli/console.h"
-#include "host/cli/store_session.h"
+#include "host/desks/session.h"
 
 namespace qorhost {
 

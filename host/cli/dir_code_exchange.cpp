@@ -12,10 +12,10 @@
 
 #include "frame/convert.h"
 #include "host/cli/display_text.h"
-#include "host/cli/exported_codes.h"
 #include "host/cli/progress.h"
-#include "host/cli/table.h"
-#include "host/cli/unit_merge.h"
+#include "host/desks/exported_codes.h"
+#include "host/desks/unit_merge.h"
+#include "host/files/table.h"
 #include "host/unit/unit_file.h"
 
 namespace qorhost {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/cli/commands.h"
-#include "host/cli/import_run.h"
+#include "host/desks/import_run.h"
 
 namespace qorhost {
 

@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "host/cli/arguments.h"
-#include "host/cli/credential_report.h"
-#include "host/cli/csv_writer.h"
-#include "host/cli/dir_code_report.h"
 #include "host/cli/display_text.h"
-#include "host/cli/table.h"
+#include "host/desks/credential_report.h"
+#include "host/desks/dir_code_report.h"
+#include "host/desks/list_entries.h"
+#include "host/files/csv_writer.h"
+#include "host/files/table.h"
 #include "reports/cls_dir_code_report.h"
 
 namespace qorhost {

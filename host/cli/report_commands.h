@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/cli/console.h"
-#include "host/cli/store_session.h"
+#include "host/desks/session.h"
 
 namespace qorhost {
 

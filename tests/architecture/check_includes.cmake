@@ -17,7 +17,9 @@ set(areas
   "host/store:frame host/dialect"
   "host/components:frame host/dialect host/store"
   "host/unit:frame dircodes"
-  "host/cli:frame credentials dircodes reports trace host/dialect host/screens host/store host/components host/unit"
+  "host/files:frame host/unit host/cli"
+  "host/desks:frame credentials dircodes reports trace host/dialect host/screens host/store host/components host/unit host/files host/cli"
+  "host/cli:frame credentials dircodes reports trace host/dialect host/screens host/store host/components host/unit host/files host/desks"
   "bench:*"
   "tests:*")
 

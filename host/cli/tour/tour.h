@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/cli/console.h"
-#include "host/cli/store_session.h"
+#include "host/desks/session.h"
 
 namespace qorhost {
 

@@ -7,9 +7,9 @@
 
 #include "frame/convert.h"
 #include "frame/text.h"
-#include "host/cli/credential_entry.h"
 #include "host/cli/tour/tour_stage.h"
 #include "host/components/application_object.h"
+#include "host/desks/credential_entry.h"
 #include "host/store/demo.h"
 
 namespace qorhost {

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "frame/convert.h"
-#include "host/cli/credential_report.h"
-#include "host/cli/dir_code_report.h"
-#include "host/cli/table.h"
 #include "host/cli/tour/tour_stage.h"
+#include "host/desks/credential_report.h"
+#include "host/desks/dir_code_report.h"
+#include "host/files/table.h"
 #include "host/store/demo.h"
 
 namespace qorhost {

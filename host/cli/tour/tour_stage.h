@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "host/cli/store_session.h"
 #include "host/cli/tour/tour_guide.h"
+#include "host/desks/session.h"
 
 namespace qorhost {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "host/cli/csv_formula.h"
-#include "host/cli/csv_reader.h"
-#include "host/cli/csv_writer.h"
+#include "host/files/csv_formula.h"
+#include "host/files/csv_reader.h"
+#include "host/files/csv_writer.h"
 #include "host/unit/unit_code.h"
 #include "tests/fuzz/check.h"
 

@@ -1,5 +1,5 @@
 // Files that cannot be imported: what is said of them, and that nothing changes.
-#include "host/cli/import_file.h"
+#include "host/files/import_file.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // Rows as an aligned table and as JSON.
-#include "host/cli/table.h"
+#include "host/files/table.h"
 
 #include <gtest/gtest.h>
 

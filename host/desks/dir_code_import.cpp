@@ -1,0 +1,303 @@
+#include "host/desks/dir_code_import.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/convert.h"
+#include "frame/runtime_error.h"
+#include "frame/text.h"
+#include "host/cli/display_text.h"
+#include "host/desks/dir_code_desk.h"
+#include "host/desks/dir_code_entry.h"
+#include "host/desks/entry_index.h"
+#include "host/desks/import_words.h"
+#include "host/desks/list_entries.h"
+#include "host/files/import_file.h"
+
+namespace qorhost {
+
+namespace {
+
+enum Column : std::size_t {
+  kCode,
+  kPhone,
+  kExtension,
+  kDelay,
+  kDisplayName,
+  kStatus,
+  kStart,
+  kEnd,
+  kDnd,
+  kDndSchedule,
+  kForwarding,
+  kCfSchedule,
+  kCfPhone,
+  kCfExtension,
+  kCfDelay,
+  kShowName,
+  kShowCode,
+  kColumnCount
+};
+
+constexpr std::array<ImportColumn, kColumnCount> kColumns{{
+    {"Directory Code", true, "the code that a visitor dials, zeros in front or not"},
+    {"Phone No.", true, "the phone number that the unit dials"},
+    {"Phone No. Extension", false, "the extension dialled behind it"},
+    {"Phone No. Delay", false, "the delay before the extension; without one it is 2"},
+    {"Display Name", false, "the name that the unit shows"},
+    {"Directory Status", false, "Active (also without the column) or Inactive"},
+    {"Directory Start Date", false, "first day, as 05 Mar 2024 or 2024-03-05 08:00; empty: none"},
+    {"Directory End Date", false, "last day; empty: none; without the column: the unit's own"},
+    {"Do Not Disturb", false, "True or False; empty: True with a schedule"},
+    {"DND Schedule", false, "a schedule's name or id; <None> or empty: none"},
+    {"Call Forwarding", false, "True or False; empty: True with a phone number or schedule"},
+    {"CF Schedule", false, "a schedule's name or id; <None> or empty: none"},
+    {"CF Phone No.", false, "the phone number that calls are forwarded to"},
+    {"CF Extension", false, "the extension there"},
+    {"CF Time Delay", false, "the delay before the extension there; without one it is 2"},
+    {"Show Display Name", false, "True (also without the column) or False"},
+    {"Show Directory Code", false, "True (also without the column) or False"},
+}};
+
+/// The words that messages of the screen's entry begin with, and the column that each means here.
+constexpr std::array kWords{
+    EntryWord{"the code", kColumns[kCode].heading},
+    EntryWord{"--phone", kColumns[kPhone].heading},
+    EntryWord{"--extension", kColumns[kExtension].heading},
+    EntryWord{"--delay", kColumns[kDelay].heading},
+    EntryWord{"--display-name", kColumns[kDisplayName].heading},
+    EntryWord{"--from", kColumns[kStart].heading},
+    EntryWord{"--to", kColumns[kEnd].heading},
+    EntryWord{"--forward-phone", kColumns[kCfPhone].heading},
+    EntryWord{"--forward-extension", kColumns[kCfExtension].heading},
+    EntryWord{"--forward-delay", kColumns[kCfDelay].heading},
+};
+
+constexpr std::array<std::string_view, 6> kBoxes{
+    "txtdirectorycode", "txtPhoneNo", "txtExtn", "txtPhoneNocf", "txtExtnCF", "txtDisplayName"};
+constexpr std::array<std::string_view, 2> kTicks{"chkDND", "chkCallForwarding"};
+constexpr std::array<std::string_view, 2> kLists{"cboSchedules", "cboSchedulesCF"};
+constexpr std::array<std::string_view, 2> kSpinners{"pvnTimeDelay", "pvnTimeDelayCF"};
+constexpr std::array<std::string_view, 2> kPickers{"dtpStart", "dtpEnd"};
+
+/// The screen as it opens, to start every line from.
+class FreshScreen {
+ public:
+  explicit FreshScreen(HeadlessScreen& screen) : screen_(screen) {
+    for (std::size_t at = 0; at < kPickers.size(); ++at) {
+      const Picker& picker = screen.Date(kPickers[at]);
+      dates_[at] = {picker.shown(), picker.chosen()};
+      delays_[at] = screen.Any(kSpinners[at]).Invoke("", qorcred::InvokeKind::kGet, {});
+    }
+  }
+
+  void Restore() {
+    for (const std::string_view box : kBoxes) {
+      screen_.Box(box).SetText("");
+    }
+    for (const std::string_view tick : kTicks) {
+      screen_.Check(tick).SetState(0);
+    }
+    for (const std::string_view list : kLists) {
+      screen_.List(list).Select(ListBox::kNone);
+    }
+    for (std::size_t at = 0; at < kPickers.size(); ++at) {
+      Picker& picker = screen_.Date(kPickers[at]);
+      picker.Choose(dates_[at].shown);
+      if (!dates_[at].chosen) {
+        picker.Choose(std::nullopt);
+      }
+      std::array<qorcred::Value, 1> delay{delays_[at]};
+      screen_.Any(kSpinners[at]).Invoke("", qorcred::InvokeKind::kPut, delay);
+    }
+  }
+
+ private:
+  struct PickedDate {
+    qorcred::Date shown;
+    bool chosen = false;
+  };
+
+  HeadlessScreen& screen_;
+  std::array<PickedDate, kPickers.size()> dates_;
+  std::array<qorcred::Value, kSpinners.size()> delays_;
+};
+
+/// An end at the last minute of a day, as a report shows the end of a day, means all of that day.
+std::string EndOf(std::string_view cell) {
+  constexpr std::string_view kLastMinute = " 23:59";
+  return std::string(cell.ends_with(kLastMinute) ? cell.substr(0, cell.size() - kLastMinute.size())
+                                                 : cell);
+}
+
+class CodeImport {
+ public:
+  CodeImport(StoreSession& session, std::int32_t unitKey)
+      : desk_(session, unitKey),
+        schedules_(desk_.screen().List("cboSchedules"), 0),
+        fresh_(desk_.screen()) {}
+
+  bool Enter(const ImportLine& line, ImportNotes& notes) {
+    fresh_.Restore();
+    TickForNewCode(desk_);
+    CodeEntry entry;
+    ReadPhone(line, entry, notes);
+    ReadDnd(line, entry, notes);
+    ReadForwarding(line, entry, notes);
+    ReadPeriod(line, entry, notes);
+    entry.displayName = CellOf(line, kDisplayName);
+    entry.showName = ReadTrueFalse(line, kShowName);
+    entry.showCode = ReadTrueFalse(line, kShowCode);
+    TypeAll(line, entry);
+
+    std::int32_t rid = 0;
+    return desk_.SaveNew(&rid) && rid > 0;
+  }
+
+ private:
+  static std::string CellOf(const ImportLine& line, Column column) {
+    return std::string(line.Cell(column).value_or(""));
+  }
+
+  static std::optional<bool> ReadTrueFalse(const ImportLine& line, Column column) {
+    return ReadEither(kColumns[column].heading, line.Trimmed(column), kTrueFalse);
+  }
+
+  /// A schedule's id; nothing for none.
+  [[nodiscard]] std::optional<std::string> ReadSchedule(const ImportLine& line, Column column) {
+    const std::string_view given = line.Trimmed(column);
+    if (given.empty() || qorcred::CompareIgnoringCase(given, "<None>") == 0) {
+      return std::nullopt;
+    }
+    const std::vector<std::int32_t> places = schedules_.Find(given);
+    if (places.size() == 1) {
+      return std::to_string(desk_.screen().List("cboSchedules").ItemData(places.front()));
+    }
+    // An id, or a message about the name.
+    return std::string(given);
+  }
+
+  /// The delay behind a phone number; it is only looked at with an extension.
+  static std::optional<std::string> ReadDelay(const ImportLine& line, Column extension,
+                                              Column delay, ImportNotes& notes) {
+    const std::string_view given = line.Trimmed(delay);
+    if (given.empty()) {
+      return std::nullopt;
+    }
+    if (line.Trimmed(extension).empty()) {
+      if (given != "2") {
+        notes.push_back(fmt::format("{} '{}' was not taken over: without an extension it is 2",
+                                    kColumns[delay].heading, given));
+      }
+      return std::nullopt;
+    }
+    return std::string(given);
+  }
+
+  static void ReadPhone(const ImportLine& line, CodeEntry& entry, ImportNotes& notes) {
+    entry.phone = CellOf(line, kPhone);
+    entry.extension = CellOf(line, kExtension);
+    entry.delay = ReadDelay(line, kExtension, kDelay, notes);
+  }
+
+  void ReadDnd(const ImportLine& line, CodeEntry& entry, ImportNotes& notes) {
+    const std::optional<std::string> schedule = ReadSchedule(line, kDndSchedule);
+    if (ReadTrueFalse(line, kDnd).value_or(schedule.has_value())) {
+      desk_.screen().Check("chkDND").SetState(1);
+      entry.dnd = schedule;
+    } else if (schedule) {
+      NoteIdle(notes, kDndSchedule, kDnd, "False");
+    }
+  }
+
+  void ReadForwarding(const ImportLine& line, CodeEntry& entry, ImportNotes& notes) {
+    const std::optional<std::string> schedule = ReadSchedule(line, kCfSchedule);
+    const bool phone = !line.Trimmed(kCfPhone).empty();
+    const bool extension = !line.Trimmed(kCfExtension).empty();
+    if (ReadTrueFalse(line, kForwarding).value_or(schedule || phone || extension)) {
+      desk_.screen().Check("chkCallForwarding").SetState(1);
+      entry.forwardPhone = CellOf(line, kCfPhone);
+      entry.forwardExtension = CellOf(line, kCfExtension);
+      entry.forwardSchedule = schedule;
+      entry.forwardDelay = ReadDelay(line, kCfExtension, kCfDelay, notes);
+      return;
+    }
+    if (schedule) {
+      NoteIdle(notes, kCfSchedule, kForwarding, "False");
+    }
+    for (const Column idle : {kCfPhone, kCfExtension}) {
+      if (!line.Trimmed(idle).empty()) {
+        NoteIdle(notes, idle, kForwarding, "False");
+      }
+    }
+  }
+
+  static void ReadPeriod(const ImportLine& line, CodeEntry& entry, ImportNotes& notes) {
+    entry.active = ReadEither(kColumns[kStatus].heading, line.Trimmed(kStatus), kActiveInactive);
+    const bool active = entry.active.value_or(true);
+    for (const Column limit : {kStart, kEnd}) {
+      const std::string_view given = line.Trimmed(limit);
+      if (!active && !given.empty()) {
+        NoteIdle(notes, limit, kStatus, "Inactive");
+      } else if (active && line.Cell(limit)) {
+        const std::string date = given.empty()     ? "none"
+                                 : limit == kStart ? std::string(given)
+                                                   : EndOf(given);
+        (limit == kStart ? entry.from : entry.to) = date;
+      }
+    }
+  }
+
+  static void NoteIdle(ImportNotes& notes, Column idle, Column off, std::string_view word) {
+    notes.push_back(fmt::format("{} was not taken over: {} is {}", kColumns[idle].heading,
+                                kColumns[off].heading, word));
+  }
+
+  void TypeAll(const ImportLine& line, const CodeEntry& entry) {
+    try {
+      TypeCode(std::string(line.Trimmed(kCode)));
+      EnterCode(desk_, entry);
+    } catch (const UsageError& error) {
+      throw UsageError(InColumnWords(error.what(), kWords));
+    }
+  }
+
+  /// Lets only numbers through that are stored as they are: what begins with another text would be
+  /// stored as 0, what goes on behind a number as that number.
+  void TypeCode(const std::string& code) {
+    double number = 0;
+    bool whole = false;
+    try {
+      number = qorcred::Val(code);
+      whole = code.empty() || (qorcred::IsNumeric(code) && qorcred::ToDouble(code) == number);
+    } catch (const qorcred::RuntimeError&) {
+      throw UsageError(fmt::format("{} '{}' is too large a number", kColumns[kCode].heading, code));
+    }
+    if (!whole) {
+      throw UsageError(fmt::format("{} '{}' is no number: it would be stored as {}",
+                                   kColumns[kCode].heading, code, qorcred::NumberText(number)));
+    }
+    desk_.TypeCode("the code", code);
+  }
+
+  DirCodeDesk desk_;
+  EntryIndex schedules_;
+  FreshScreen fresh_;
+};
+
+constexpr ImportedKind kKind{"directory code", "directory codes"};
+
+}  // namespace
+
+ExitStatus RunCodeImport(const GlobalOptions& global, const ImportOptions& options,
+                         Console& console) {
+  return RunImport<CodeImport>(global, options, console, kColumns, kKind);
+}
+
+}  // namespace qorhost

@@ -1,0 +1,37 @@
+#include "host/desks/exported_codes.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "frame/convert.h"
+#include "frame/data_services.h"
+#include "host/unit/unit_rows.h"
+
+namespace qorhost {
+
+ExportedCodes ExportCodes(StoreSession& session, std::int32_t unitKey) {
+  const QueryResult rows = session.sql().Select(
+      fmt::format("SELECT RID,{} FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0 ORDER BY "
+                  "DIRECTORYCODE, RID",
+                  kUnitColumns, unitKey));
+  const qorcred::TableView table{qorcred::ObjectRef(rows.table)};
+  ExportedCodes read;
+  for (std::int32_t row = 0; row < static_cast<std::int32_t>(rows.rowCount); ++row) {
+    RowReading reading = CodeFromRow(table, row, 1);
+    if (reading.obstacle.empty() && !read.codes.empty() &&
+        NumberOf(read.codes.back()) == NumberOf(reading.code)) {
+      reading.obstacle = "another row has the same code";
+    }
+    if (reading.obstacle.empty()) {
+      read.codes.push_back(std::move(reading.code));
+    } else {
+      read.obstacles.push_back({qorcred::NumericValue(rows.table->At(row, 1)),
+                                qorcred::ToLong(rows.table->At(row, 0)),
+                                std::move(reading.obstacle)});
+    }
+  }
+  return read;
+}
+
+}  // namespace qorhost

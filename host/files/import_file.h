@@ -1,0 +1,77 @@
+// A CSV file whose lines are to be entered into a screen.
+#pragma once
+
+#include <cstddef>
+#include <istream>
+#include <optional>
+#include <ostream>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/files/csv_reader.h"
+
+namespace qorhost {
+
+/// A column that an import knows; its place in the list of columns is how it is asked for.
+struct ImportColumn {
+  std::string_view heading;
+  bool needed = false;
+  std::string_view help;  ///< what its cells hold
+};
+
+/// One line of the file behind the headings.
+class ImportLine {
+ public:
+  /// The line of the file in which it begins, from 1.
+  [[nodiscard]] std::size_t number() const { return record_.line; }
+  /// Why its cells cannot be used; "" when they can.
+  [[nodiscard]] const std::string& fault() const { return record_.fault; }
+  /// The cell of a column as it is to be typed; nothing when the file has no such column.
+  [[nodiscard]] std::optional<std::string_view> Cell(std::size_t column) const;
+  /// The same without blanks around; "" when the file has no such column.
+  [[nodiscard]] std::string_view Trimmed(std::size_t column) const;
+
+ private:
+  friend class ImportFile;
+  CsvRecord record_;
+  std::vector<std::optional<std::size_t>> placeOf_;  // of each column in the record
+};
+
+/// A whole file in memory. Headings may stand in any order and letter case.
+class ImportFile {
+ public:
+  /// Takes the text of a file. Raises UsageError for headings that are unknown, missing or there
+  /// twice, and RefusedError for a quote that is never closed: where cells end is unknown then.
+  ImportFile(std::string text, std::span<const ImportColumn> columns);
+  ImportFile(const ImportFile&) = delete;
+  ImportFile& operator=(const ImportFile&) = delete;
+
+  /// How many lines there are behind the headings.
+  [[nodiscard]] std::size_t lineCount() const { return lineCount_; }
+  /// False at the end.
+  bool Next(ImportLine& line);
+
+ private:
+  void ReadHeadings();
+  [[nodiscard]] std::size_t FindColumn(std::string_view heading, std::size_t line) const;
+  void CheckQuotes();
+  [[nodiscard]] std::string KnownHeadings() const;
+
+  std::string text_;
+  std::span<const ImportColumn> columns_;
+  CsvReader reader_;
+  std::vector<std::optional<std::size_t>> placeOf_;
+  std::size_t cellCount_ = 0;
+  std::size_t lineCount_ = 0;
+};
+
+/// All that a file holds; "-" is `input`. Raises UsageError without a name, FailureError when it
+/// cannot be read and RefusedError when it is larger than 256 MB.
+[[nodiscard]] std::string ReadImportText(const std::string& file, std::istream& input);
+
+/// The columns as a table for people.
+void PrintColumns(std::ostream& out, std::span<const ImportColumn> columns);
+
+}  // namespace qorhost
