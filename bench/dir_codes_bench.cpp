@@ -43,7 +43,7 @@ struct Setting {
   BenchStore store;
   std::shared_ptr<qorhost::StoreConnection> connection;
   std::unique_ptr<qorhost::StoreHost> host = StrictHost();
-  std::shared_ptr<qorhost::HeadlessScreen> screen;
+  std::shared_ptr<qorhost::ScreenModel> screen;
   qorcred::clsDirCode controller;
 };
 
@@ -76,7 +76,7 @@ void FillOurs(benchmark::State& state) {
     }
   }
 
-  const qorhost::ListBox& list = setting.screen->List("cbodirectorycode");
+  const qorhost::ListModel& list = setting.screen->List("cbodirectorycode");
   Check(list.count() == kListed + 1, "the list has an entry for each code");
   Check(list.selected() == kChosen, "the code shown before is selected");
   for (std::int32_t number = 1; number <= kListed; ++number) {

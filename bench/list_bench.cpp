@@ -57,7 +57,7 @@ void FillOurs(benchmark::State& state) {
     }
   }
 
-  const qorhost::ListBox& list = screen->List("cboCredentials");
+  const qorhost::ListModel& list = screen->List("cboCredentials");
   Check(list.count() == kCredentials + 1, "the list has an entry for each credential");
   Check(list.selected() == kChosen, "the credential shown before is selected");
   for (std::int32_t number = 1; number <= kCredentials; ++number) {

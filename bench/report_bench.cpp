@@ -17,7 +17,7 @@
 #include "frame/convert.h"
 #include "frame/date.h"
 #include "frame/result_table.h"
-#include "host/screens/data_grid.h"
+#include "host/screens/grid_model.h"
 #include "host/screens/report_filter_screen.h"
 #include "host/store/store_connection.h"
 #include "reports/cls_credential_report.h"
@@ -72,25 +72,25 @@ class FilterScreen {
  public:
   template <typename Kind>
   [[nodiscard]] Kind& At(std::string_view name, std::size_t row) const {
-    return dynamic_cast<Kind&>(*screen_->Get<qorhost::ControlArray>(name).at(row));
+    return dynamic_cast<Kind&>(*screen_->Get<qorhost::ControlArrayModel>(name).at(row));
   }
 
-  [[nodiscard]] const std::shared_ptr<qorhost::HeadlessScreen>& screen() const { return screen_; }
+  [[nodiscard]] const std::shared_ptr<qorhost::ScreenModel>& screen() const { return screen_; }
 
   // Chooses a field by its identity and the operator at a place.
   void Choose(std::size_t row, std::int32_t fieldId, std::int32_t operation) const {
-    auto& fields = At<qorhost::ListBox>("cboField", row);
+    auto& fields = At<qorhost::ListModel>("cboField", row);
     for (std::int32_t index = 0; index < fields.count(); ++index) {
       if (fields.ItemData(index) == fieldId) {
         fields.Select(index);
       }
     }
-    Check(fields.selected() != qorhost::ListBox::kNone, "the screen offers the field");
+    Check(fields.selected() != qorhost::ListModel::kNone, "the screen offers the field");
     ChooseOperator(row, operation);
   }
 
   void ChooseOperator(std::size_t row, std::int32_t operation) const {
-    auto& operators = At<qorhost::ListBox>("cboFilter", row);
+    auto& operators = At<qorhost::ListModel>("cboFilter", row);
     for (const char* word : {"equal", "does not equal", "begins with"}) {
       operators.AddItem(word);
     }
@@ -98,7 +98,7 @@ class FilterScreen {
   }
 
  private:
-  std::shared_ptr<qorhost::HeadlessScreen> screen_ = qorhost::MakeReportFilterScreen(
+  std::shared_ptr<qorhost::ScreenModel> screen_ = qorhost::MakeReportFilterScreen(
       qorhost::kFewestFilterRows, qorcred::FromCivil({2026, 1, 15, 0, 0, 0}));
 };
 
@@ -133,7 +133,7 @@ std::string ShownStart(std::int32_t code) {
                      day > kDaysOfJanuary ? "Feb" : "Jan", minute / 60, minute % 60);
 }
 
-void CheckGrid(const qorhost::DataGrid& grid, std::int32_t count) {
+void CheckGrid(const qorhost::GridModel& grid, std::int32_t count) {
   Check(grid.rowCount() == static_cast<std::size_t>(count), "the grid has a row for each code");
   std::size_t row = 0;
   for (const std::int32_t code : NumbersByName(count)) {
@@ -176,15 +176,15 @@ void ReportCodesOurs(benchmark::State& state, std::int32_t count) {
   controller.pbPopulateArrOperators();
   controller.pbComboData(connection);
   filter.Choose(0, qorcred::report_field::kDisplayName, kBeginsWith);
-  filter.At<qorhost::TextBox>("txtFrom", 0).SetText("Name");
+  filter.At<qorhost::TextModel>("txtFrom", 0).SetText("Name");
   filter.Choose(1, qorcred::report_field::kActive, kEqual);
-  filter.At<qorhost::CheckBox>("chkBoolean", 1).SetState(1);
+  filter.At<qorhost::CheckModel>("chkBoolean", 1).SetState(1);
 
   const int times = kCodesOfRound / count;
-  std::shared_ptr<qorhost::DataGrid> grid;
+  std::shared_ptr<qorhost::GridModel> grid;
   for ([[maybe_unused]] auto iteration : state) {
     for (int time = 0; time < times; ++time) {
-      grid = std::make_shared<qorhost::DataGrid>();
+      grid = std::make_shared<qorhost::GridModel>();
       qorcred::ObjectRef layout;
       controller.pvDirCodeReportResult(kUnit, connection, grid,
                                        controller.pbGenSql(connection, kUnit), layout);
@@ -269,12 +269,12 @@ void ReportCredentialsOurs(benchmark::State& state) {
   const auto host = StrictHost();
   const FilterScreen filter;
   for (const char* field : {"Credential Type", "Card Number", "Facility Code", "Tenant Name"}) {
-    filter.At<qorhost::ListBox>("cboField", 0).AddItem(field);
+    filter.At<qorhost::ListModel>("cboField", 0).AddItem(field);
   }
   constexpr std::int32_t kFacility = 2;
-  filter.At<qorhost::ListBox>("cboField", 0).Select(kFacility);
+  filter.At<qorhost::ListModel>("cboField", 0).Select(kFacility);
   filter.ChooseOperator(0, kEqual);
-  filter.At<qorhost::TextBox>("txtFrom", 0).SetText(std::to_string(kFacilityCode));
+  filter.At<qorhost::TextModel>("txtFrom", 0).SetText(std::to_string(kFacilityCode));
   qorcred::clsCredentialReport controller(*host);
   controller.set_gfrmTxFilter(filter.screen());
   controller.pbPopulateArrOperators();

@@ -10,16 +10,16 @@ namespace qorbench {
 
 namespace {
 
-using qorhost::HeadlessScreen;
-using qorhost::ListBox;
+using qorhost::ListModel;
+using qorhost::ScreenModel;
 
-void AddAndSelect(ListBox& list, std::string text, std::int32_t data) {
+void AddAndSelect(ListModel& list, std::string text, std::int32_t data) {
   list.AddItem(std::move(text));
   qorcred::Put(list, "ItemData", list.newIndex(), data);
   list.Select(list.newIndex());
 }
 
-void FillIn(HeadlessScreen& screen) {
+void FillIn(ScreenModel& screen) {
   AddAndSelect(screen.List("cboCredentialType"), "Corvin 30-Bit Card", kCardType);
   screen.Box("txtFacilityCode").SetText(std::to_string(kFacilityCode));
   screen.SetVariable("gstrTag", "Range");
@@ -27,13 +27,13 @@ void FillIn(HeadlessScreen& screen) {
 
 }  // namespace
 
-std::shared_ptr<HeadlessScreen> RangeScreen() {
+std::shared_ptr<ScreenModel> RangeScreen() {
   auto screen = qorhost::MakeCredentialScreen();
   FillIn(*screen);
   return screen;
 }
 
-std::shared_ptr<HeadlessScreen> TenantRangeScreen() {
+std::shared_ptr<ScreenModel> TenantRangeScreen() {
   auto screen = qorhost::MakeTenantCreatingScreen();
   FillIn(*screen);
   constexpr std::int32_t kFullAccess = 1;
@@ -48,7 +48,7 @@ std::shared_ptr<HeadlessScreen> TenantRangeScreen() {
   return screen;
 }
 
-void EnterRange(HeadlessScreen& screen, std::int32_t start, std::int32_t end) {
+void EnterRange(ScreenModel& screen, std::int32_t start, std::int32_t end) {
   screen.Box("txtPINStart").SetText(std::to_string(start));
   screen.Box("txtPINEND").SetText(std::to_string(end));
 }

@@ -32,7 +32,7 @@ ExitStatus Status(bool succeeded, StoreSession& session, Console& console) {
 
 /// "Transmitter-301 (RID 17)"
 std::string CredentialName(CredentialDesk& desk, std::int32_t index) {
-  const ListBox& list = desk.screen().List("cboCredentials");
+  const ListModel& list = desk.screen().List("cboCredentials");
   return fmt::format("{} (RID {})", list.Text(index), list.ItemData(index));
 }
 
@@ -51,7 +51,7 @@ std::int32_t SelectCredential(CredentialDesk& desk, const std::string& credentia
 
 /// The selected tenant's name; empty when none is selected.
 std::string AssignedName(CredentialDesk& desk) {
-  const ListBox& tenants = desk.screen().List("cboAssignedTo");
+  const ListModel& tenants = desk.screen().List("cboAssignedTo");
   return tenants.selected() < kUnassigned
              ? std::string()
              : std::string(qorcred::Trim(tenants.Text(tenants.selected())));
@@ -88,7 +88,7 @@ bool SaveWatched(StoreSession& session, CredentialDesk& desk, Console& console,
 
 void ReportIssued(CredentialDesk& desk, const AddOptions& options, std::int32_t lastRid,
                   bool asJson, Console& console) {
-  HeadlessScreen& screen = desk.screen();
+  ScreenModel& screen = desk.screen();
   const std::string type = screen.List("cboCredentialType").SelectedText();
   const std::string tenants = qorcred::TextOrEmpty(screen.Variable("gstrNewTenantIDs"));
   // The save left both boxes filled, with numbers that it accepted.
@@ -153,14 +153,14 @@ ExitStatus RunEdit(const GlobalOptions& global, const EditOptions& options, Cons
   CredentialDesk desk(session, session.ChosenUnit().key, DeskScreen::kCredentials);
   const std::int32_t index = SelectCredential(desk, options.credential);
   const std::int32_t rid = desk.screen().List("cboCredentials").ItemData(index);
-  ListBox& doors = desk.screen().List("cboActivate");
+  ListModel& doors = desk.screen().List("cboActivate");
   if (options.door) {
     if (!doors.visible()) {
       throw UsageError("leave --door out: only cards have a door");
     }
     doors.Select(FindDoor(doors, *options.door));
   }
-  ListBox& tenants = desk.screen().List("cboAssignedTo");
+  ListModel& tenants = desk.screen().List("cboAssignedTo");
   if (options.tenant) {
     tenants.Select(FindEntry(tenants, *options.tenant, "tenant", kUnassigned));
   } else if (options.release) {

@@ -74,9 +74,9 @@ bool IsOff(DirCodeDesk& desk, std::string_view box) {
 }
 
 IdleSettings ReadIdle(DirCodeDesk& desk) {
-  HeadlessScreen& screen = desk.screen();
+  ScreenModel& screen = desk.screen();
   const auto chosen = [&](std::string_view list) {
-    return screen.List(list).selected() != ListBox::kNone;
+    return screen.List(list).selected() != ListModel::kNone;
   };
   const auto typed = [&](std::string_view box) { return !screen.Box(box).text().empty(); };
   IdleSettings idle;

@@ -163,7 +163,7 @@ ExitStatus RunDoors(const GlobalOptions& global, Console& console) {
   table.columns = {{"Unit", "unit"}, {"Door", "door"}, {"Name", "name"}, {"On screen", "caption"}};
   for (const UnitName& unit : session.ChosenUnits()) {
     CredentialDesk desk(session, unit.key, DeskScreen::kCredentials);
-    const ListBox& doors = desk.screen().List("cboActivate");
+    const ListModel& doors = desk.screen().List("cboActivate");
     for (std::int32_t door = 1; door < doors.count(); ++door) {
       const std::string label = fmt::format("lblDoor{}", door);
       const bool shown = !desk.screen().SpelledName(label).empty();

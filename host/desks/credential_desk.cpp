@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kNoDoor = "<None>";
 
-std::shared_ptr<HeadlessScreen> MakeScreen(DeskScreen kind, qorcred::Date today) {
+std::shared_ptr<ScreenModel> MakeScreen(DeskScreen kind, qorcred::Date today) {
   return kind == DeskScreen::kTenantCreating ? MakeTenantCreatingScreen(today)
                                              : MakeCredentialScreen(today);
 }
@@ -74,7 +74,7 @@ void CredentialDesk::Open() {
 }
 
 void CredentialDesk::FillDoors() {
-  ListBox& doors = screen_->List("cboActivate");
+  ListModel& doors = screen_->List("cboActivate");
   doors.AddItem(std::string(kNoDoor));
   const QueryResult result = session_.sql().Select(
       fmt::format("SELECT DOORNAME FROM DOORS WHERE UNITKEY={} ORDER BY DOORID", unitKey_));

@@ -27,7 +27,7 @@ class CredentialDesk {
   CredentialDesk(const CredentialDesk&) = delete;
   CredentialDesk& operator=(const CredentialDesk&) = delete;
 
-  [[nodiscard]] HeadlessScreen& screen() { return *screen_; }
+  [[nodiscard]] ScreenModel& screen() { return *screen_; }
   [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
 
   /// Whether facility codes are entered for the unit.
@@ -52,7 +52,7 @@ class CredentialDesk {
   StoreSession& session_;
   std::int32_t unitKey_;
   DeskScreen kind_;
-  std::shared_ptr<HeadlessScreen> screen_;
+  std::shared_ptr<ScreenModel> screen_;
   qorcred::clsCredential controller_;
 };
 

@@ -29,7 +29,7 @@ constexpr std::array kTypeWords{TypeWord{"card30", qorcred::kCorvinCard},
                                 TypeWord{"card26", qorcred::kStandardCard},
                                 TypeWord{"transmitter", qorcred::kTransmitter}};
 
-void ChooseType(HeadlessScreen& screen, std::string_view word) {
+void ChooseType(ScreenModel& screen, std::string_view word) {
   for (const TypeWord& known : kTypeWords) {
     if (known.word == word) {
       screen.List("cboCredentialType")
@@ -41,7 +41,7 @@ void ChooseType(HeadlessScreen& screen, std::string_view word) {
 }
 
 /// Types into a box that the screen shows; `why` says what hides or disables it.
-void TypeInto(TextBox& box, std::string_view option, const std::optional<std::string>& text,
+void TypeInto(TextModel& box, std::string_view option, const std::optional<std::string>& text,
               std::string_view why) {
   if (!text) {
     return;
@@ -52,7 +52,7 @@ void TypeInto(TextBox& box, std::string_view option, const std::optional<std::st
   box.SetText(TypedText(option, *text));
 }
 
-void ChooseButton(HeadlessScreen& screen, const std::optional<std::string>& button) {
+void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button) {
   if (!button) {
     return;
   }
@@ -65,7 +65,7 @@ void ChooseButton(HeadlessScreen& screen, const std::optional<std::string>& butt
   screen.Option(*button == "4" ? "optButton4" : "optButtonDefault").SetOn(true);
 }
 
-void ChooseSchedules(HeadlessScreen& screen, std::string_view given) {
+void ChooseSchedules(ScreenModel& screen, std::string_view given) {
   std::size_t door = 0;
   for (bool more = true; more; ++door) {
     if (door == kScheduleLists.size()) {
@@ -74,7 +74,7 @@ void ChooseSchedules(HeadlessScreen& screen, std::string_view given) {
     const std::size_t comma = given.find(',');
     const std::string_view schedule = qorcred::Trim(given.substr(0, comma));
     if (!schedule.empty()) {
-      ListBox& list = screen.List(kScheduleLists[door]);
+      ListModel& list = screen.List(kScheduleLists[door]);
       list.Select(FindEntry(list, schedule, "schedule", kSystemSchedules));
     }
     more = comma != std::string_view::npos;
@@ -82,7 +82,7 @@ void ChooseSchedules(HeadlessScreen& screen, std::string_view given) {
   }
 }
 
-void EnterTenants(HeadlessScreen& screen, const AddOptions& options) {
+void EnterTenants(ScreenModel& screen, const AddOptions& options) {
   if (options.schedules) {
     ChooseSchedules(screen, *options.schedules);
   }
@@ -107,7 +107,7 @@ void RefuseTenantOptions(const AddOptions& options) {
 }  // namespace
 
 void EnterCredential(CredentialDesk& desk, const AddOptions& options) {
-  HeadlessScreen& screen = desk.screen();
+  ScreenModel& screen = desk.screen();
   constexpr std::string_view kForTransmitters = "only transmitters have it";
   ChooseType(screen, options.type);
   screen.SetVariable("gstrTag", options.end ? "" : "SINGLE");
@@ -125,7 +125,7 @@ void EnterCredential(CredentialDesk& desk, const AddOptions& options) {
   }
 }
 
-std::optional<EnteredNumbers> ReadEntered(const HeadlessScreen& screen) {
+std::optional<EnteredNumbers> ReadEntered(const ScreenModel& screen) {
   try {
     const double first = std::nearbyint(qorcred::ToDouble(screen.Box("txtPINStart").text()));
     const double last = std::nearbyint(qorcred::ToDouble(screen.Box("txtPINEND").text()));

@@ -22,6 +22,6 @@ struct EnteredNumbers {
 };
 
 /// Nothing when the boxes hold no range of credential numbers.
-[[nodiscard]] std::optional<EnteredNumbers> ReadEntered(const HeadlessScreen& screen);
+[[nodiscard]] std::optional<EnteredNumbers> ReadEntered(const ScreenModel& screen);
 
 }  // namespace qorhost

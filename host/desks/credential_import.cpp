@@ -160,14 +160,14 @@ class CredentialImport {
   }
 
   void TypeAll(const ImportLine& line) {
-    HeadlessScreen& screen = desk_.screen();
+    ScreenModel& screen = desk_.screen();
     for (const std::string_view box :
          {"txtPINStart", "txtPINEND", "txtFacilityCode", "txtIDCode", "txtSequenceCode"}) {
       screen.Box(box).SetText("");
     }
     screen.Option("optButtonDefault").SetOn(true);
     for (const std::string_view list : {"cboCredentials", "cboAssignedTo", "cboActivate"}) {
-      screen.List(list).Select(ListBox::kNone);
+      screen.List(list).Select(ListModel::kNone);
     }
     AddOptions entry;
     entry.type = ReadType(line);
@@ -198,7 +198,7 @@ class CredentialImport {
 
   /// Puts the new credential into the list, as filling the list again would, and works on it there.
   bool Assign(std::int32_t rid, std::int32_t tenant) {
-    ListBox& list = desk_.screen().List("cboCredentials");
+    ListModel& list = desk_.screen().List("cboCredentials");
     list.AddItem(fmt::format("{}-{}", desk_.screen().List("cboCredentialType").SelectedText(),
                              desk_.screen().Box("txtPINStart").text()));
     const std::int32_t index = list.newIndex();

@@ -75,7 +75,7 @@ std::unordered_map<std::int32_t, std::int32_t> RowsByRid(const QueryResult& resu
   return rows;
 }
 
-Value DoorName(const ListBox& doors, const Value& doorCode) {
+Value DoorName(const ListModel& doors, const Value& doorCode) {
   const double code = qorcred::NumericValue(doorCode);
   if (code < 1) {
     return Null{};
@@ -101,8 +101,8 @@ Table CredentialTable(StoreSession& session, CredentialDesk& desk) {
                    {"Facility", "facility"}, {"ID code", "id_code"}, {"Sequence", "sequence"},
                    {"Button", "button"},     {"Door", "door"},       {"Tenant", "tenant_id"},
                    {"Assigned to", "tenant"}};
-  const ListBox& list = desk.screen().List("cboCredentials");
-  const ListBox& doors = desk.screen().List("cboActivate");
+  const ListModel& list = desk.screen().List("cboCredentials");
+  const ListModel& doors = desk.screen().List("cboActivate");
   const QueryResult details = session.sql().Select(fmt::format(
       "SELECT RID, CredentialType, PINNo, FacilityCode, IDCode, SequenceNumber, ButtonNumber, "
       "DOORCODE FROM CREDENTIALBANK WHERE UnitKey={}",

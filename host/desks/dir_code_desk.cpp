@@ -134,7 +134,7 @@ void DirCodeDesk::RefreshCodes(std::int32_t rid) {
 }
 
 void DirCodeDesk::TypeCode(std::string_view option, const std::string& code) {
-  TextBox& box = screen_->Box("txtdirectorycode");
+  TextModel& box = screen_->Box("txtdirectorycode");
   const std::int32_t most = box.maxLength();
   // The box would cut the text, and another code than the one meant would be stored.
   if (most > 0 && qorcred::Utf16Length(code) > static_cast<std::size_t>(most)) {

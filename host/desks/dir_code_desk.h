@@ -22,8 +22,8 @@ class DirCodeDesk {
   DirCodeDesk(const DirCodeDesk&) = delete;
   DirCodeDesk& operator=(const DirCodeDesk&) = delete;
 
-  [[nodiscard]] HeadlessScreen& screen() { return *screen_; }
-  [[nodiscard]] ListBox& codes() { return screen_->List("cbodirectorycode"); }
+  [[nodiscard]] ScreenModel& screen() { return *screen_; }
+  [[nodiscard]] ListModel& codes() { return screen_->List("cbodirectorycode"); }
   [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
 
   /// Selects a code, by its number or as in "rid:17", which loads it into the edit controls;
@@ -52,7 +52,7 @@ class DirCodeDesk {
 
   StoreSession& session_;
   std::int32_t unitKey_;
-  std::shared_ptr<HeadlessScreen> screen_;
+  std::shared_ptr<ScreenModel> screen_;
   qorcred::clsDirCode controller_;
   bool changedRows_ = false;
 };

@@ -20,26 +20,26 @@ using qorcred::detail::Place;
 
 constexpr std::int32_t kSystemSchedules = 0;  // "No Access" and "Full Access" have ids of their own
 
-void TypeInto(TextBox& box, std::string_view option, const std::optional<std::string>& text) {
+void TypeInto(TextModel& box, std::string_view option, const std::optional<std::string>& text) {
   if (text) {
     box.SetText(TypedText(option, *text));
   }
 }
 
-void Tick(CheckBox& box, const std::optional<bool>& on) {
+void Tick(CheckModel& box, const std::optional<bool>& on) {
   if (on) {
     box.SetState(*on ? 1 : 0);
   }
 }
 
-void ChooseSchedule(ListBox& list, const std::optional<std::string>& given) {
+void ChooseSchedule(ListModel& list, const std::optional<std::string>& given) {
   if (given) {
     list.Select(FindEntry(list, *given, "schedule", kSystemSchedules));
   }
 }
 
 /// The delay counts only with an extension to dial; without one the save would not look at it.
-void ChooseDelay(HeadlessScreen& screen, std::string_view spinner, std::string_view extension,
+void ChooseDelay(ScreenModel& screen, std::string_view spinner, std::string_view extension,
                  std::string_view option, const std::optional<std::string>& given) {
   if (!given) {
     return;
@@ -56,7 +56,7 @@ void ChooseDelay(HeadlessScreen& screen, std::string_view spinner, std::string_v
   screen.Invoke(spinner, qorcred::InvokeKind::kPut, value);
 }
 
-void ChooseDateOrNone(Picker& picker, std::string_view option,
+void ChooseDateOrNone(PickerModel& picker, std::string_view option,
                       const std::optional<std::string>& given, bool isEnd) {
   if (!given) {
     return;
@@ -68,7 +68,7 @@ void ChooseDateOrNone(Picker& picker, std::string_view option,
   ChooseDate(picker, option, *given, isEnd);
 }
 
-void EnterDoNotDisturb(HeadlessScreen& screen, const CodeEntry& entry) {
+void EnterDoNotDisturb(ScreenModel& screen, const CodeEntry& entry) {
   if (entry.noDnd) {
     screen.Check("chkDND").SetState(0);
   } else if (entry.dnd) {
@@ -77,7 +77,7 @@ void EnterDoNotDisturb(HeadlessScreen& screen, const CodeEntry& entry) {
   ChooseSchedule(screen.List("cboSchedules"), entry.dnd);
 }
 
-void EnterForwarding(HeadlessScreen& screen, const CodeEntry& entry) {
+void EnterForwarding(ScreenModel& screen, const CodeEntry& entry) {
   if (entry.noForwarding) {
     screen.Check("chkCallForwarding").SetState(0);
     return;
@@ -91,7 +91,7 @@ void EnterForwarding(HeadlessScreen& screen, const CodeEntry& entry) {
   ChooseDelay(screen, "pvnTimeDelayCF", "txtExtnCF", "--forward-delay", entry.forwardDelay);
 }
 
-void EnterPeriod(HeadlessScreen& screen, const CodeEntry& entry) {
+void EnterPeriod(ScreenModel& screen, const CodeEntry& entry) {
   Tick(screen.Check("chkActive"), entry.active);
   const bool limits = entry.from || entry.to;
   if (limits && screen.Check("chkActive").state() == 0) {
@@ -104,7 +104,7 @@ void EnterPeriod(HeadlessScreen& screen, const CodeEntry& entry) {
 
 /// The save pastes texts into its statement as they are, so some would break it or come out as
 /// others.
-void RequireStorable(HeadlessScreen& screen) {
+void RequireStorable(ScreenModel& screen) {
   struct BoxPlace {
     std::string_view box;
     Place place;
@@ -137,7 +137,7 @@ void TickForNewCode(DirCodeDesk& desk) {
 }
 
 void EnterCode(DirCodeDesk& desk, const CodeEntry& entry) {
-  HeadlessScreen& screen = desk.screen();
+  ScreenModel& screen = desk.screen();
   TypeInto(screen.Box("txtPhoneNo"), "--phone", entry.phone);
   TypeInto(screen.Box("txtExtn"), "--extension", entry.extension);
   ChooseDelay(screen, "pvnTimeDelay", "txtExtn", "--delay", entry.delay);

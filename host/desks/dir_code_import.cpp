@@ -89,9 +89,9 @@ constexpr std::array<std::string_view, 2> kPickers{"dtpStart", "dtpEnd"};
 /// The screen as it opens, to start every line from.
 class FreshScreen {
  public:
-  explicit FreshScreen(HeadlessScreen& screen) : screen_(screen) {
+  explicit FreshScreen(ScreenModel& screen) : screen_(screen) {
     for (std::size_t at = 0; at < kPickers.size(); ++at) {
-      const Picker& picker = screen.Date(kPickers[at]);
+      const PickerModel& picker = screen.Date(kPickers[at]);
       dates_[at] = {picker.shown(), picker.chosen()};
       delays_[at] = screen.Any(kSpinners[at]).Invoke("", qorcred::InvokeKind::kGet, {});
     }
@@ -105,10 +105,10 @@ class FreshScreen {
       screen_.Check(tick).SetState(0);
     }
     for (const std::string_view list : kLists) {
-      screen_.List(list).Select(ListBox::kNone);
+      screen_.List(list).Select(ListModel::kNone);
     }
     for (std::size_t at = 0; at < kPickers.size(); ++at) {
-      Picker& picker = screen_.Date(kPickers[at]);
+      PickerModel& picker = screen_.Date(kPickers[at]);
       picker.Choose(dates_[at].shown);
       if (!dates_[at].chosen) {
         picker.Choose(std::nullopt);
@@ -124,7 +124,7 @@ class FreshScreen {
     bool chosen = false;
   };
 
-  HeadlessScreen& screen_;
+  ScreenModel& screen_;
   std::array<PickedDate, kPickers.size()> dates_;
   std::array<qorcred::Value, kSpinners.size()> delays_;
 };

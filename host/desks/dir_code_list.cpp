@@ -43,12 +43,12 @@ Value TextOrNull(std::string text) {
 }
 
 /// A schedule by its name on the screen; one that the unit does not have by its id.
-Value ScheduleName(const ListBox& schedules, const Value& id) {
+Value ScheduleName(const ListModel& schedules, const Value& id) {
   if (qorcred::IsEmptyText(id)) {
     return Null{};
   }
   const std::int32_t index = schedules.FindData(qorcred::ToLong(id));
-  return index == ListBox::kNone ? Value(qorcred::TextOrEmpty(id)) : Value(schedules.Text(index));
+  return index == ListModel::kNone ? Value(qorcred::TextOrEmpty(id)) : Value(schedules.Text(index));
 }
 
 std::string StateText(const Value& state) {
@@ -109,7 +109,7 @@ Table CodeTable(StoreSession& session, DirCodeDesk& desk) {
                    {"Display name", "display_name"},
                    {"Tenants", "tenants"},
                    {"State", "state"}};
-  const ListBox& schedules = desk.screen().List("cboSchedules");
+  const ListModel& schedules = desk.screen().List("cboSchedules");
   const QueryResult details = session.sql().Select(
       fmt::format("SELECT RID,{},MODIFIED FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0",
                   kUnitColumns, desk.unitKey()));
@@ -140,7 +140,7 @@ Table CodeTable(StoreSession& session, DirCodeDesk& desk) {
 }
 
 std::vector<std::string> TenantsShown(DirCodeDesk& desk) {
-  const ListBox& list = desk.screen().List("lstTenants");
+  const ListModel& list = desk.screen().List("lstTenants");
   std::vector<std::string> names;
   for (std::int32_t index = 0; index < list.count(); ++index) {
     if (list.ItemData(index) > 0) {
@@ -151,7 +151,7 @@ std::vector<std::string> TenantsShown(DirCodeDesk& desk) {
 }
 
 std::vector<CodeDetail> ShownCode(DirCodeDesk& desk) {
-  HeadlessScreen& screen = desk.screen();
+  ScreenModel& screen = desk.screen();
   return {{"Directory code", "code", qorcred::Val(desk.codes().SelectedText())},
           {"RID", "rid", screen.Variable("glngrid")},
           {"Phone", "phone", Typed(desk, "txtPhoneNo")},

@@ -56,7 +56,7 @@ FieldKind KindOf(std::int32_t rid) {
   }
 }
 
-std::vector<ReportField> FieldsIn(const ListBox& list) {
+std::vector<ReportField> FieldsIn(const ListModel& list) {
   std::vector<ReportField> fields;
   for (std::int32_t index = 0; index < list.count(); ++index) {
     fields.push_back({list.Text(index), KindOf(list.ItemData(index))});
@@ -158,7 +158,7 @@ void DirCodeReport::Show(const std::string& statement) {
   controller_.pvDirCodeReportResult(unitKey_, session_.connection(), visible, statement, layout);
 
   for (std::size_t index = 0; index < grid_->columns().size(); ++index) {
-    const DataGridColumn& column = grid_->columns().at(index);
+    const GridColumnModel& column = grid_->columns().at(index);
     if (std::find(kScheduleCaptions.begin(), kScheduleCaptions.end(), column.caption()) !=
         kScheduleCaptions.end()) {
       for (const qorcred::FixedSchedule& fixed : {qorcred::kNoAccess, qorcred::kFullAccess}) {
@@ -171,7 +171,7 @@ void DirCodeReport::Show(const std::string& statement) {
 Table DirCodeReport::Visible() const {
   std::vector<OutputColumn> columns;
   for (std::size_t index = 0; index < grid_->columns().size(); ++index) {
-    const DataGridColumn& column = grid_->columns().at(index);
+    const GridColumnModel& column = grid_->columns().at(index);
     if (column.visible()) {
       columns.push_back({column.caption(), static_cast<std::int32_t>(index), &column.items()});
     }

@@ -10,7 +10,7 @@
 #include "host/desks/report_filter.h"
 #include "host/desks/session.h"
 #include "host/files/table.h"
-#include "host/screens/data_grid.h"
+#include "host/screens/grid_model.h"
 #include "reports/cls_dir_code_report.h"
 
 namespace qorhost {
@@ -46,7 +46,7 @@ class DirCodeReport {
   StoreSession& session_;
   std::int32_t unitKey_;
   ReportFilter filter_;
-  std::shared_ptr<DataGrid> grid_ = std::make_shared<DataGrid>();
+  std::shared_ptr<GridModel> grid_ = std::make_shared<GridModel>();
   qorcred::clsDirCodeReport controller_;
 };
 

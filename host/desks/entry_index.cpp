@@ -8,7 +8,7 @@ bool EntryIndex::IgnoringCase::operator()(std::string_view one, std::string_view
   return qorcred::CompareIgnoringCase(one, other) < 0;
 }
 
-EntryIndex::EntryIndex(const ListBox& list, std::int32_t placeholders) {
+EntryIndex::EntryIndex(const ListModel& list, std::int32_t placeholders) {
   for (std::int32_t index = placeholders; index < list.count(); ++index) {
     places_.emplace(std::string(qorcred::Trim(list.Text(index))), index);
   }

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/screens/list_box.h"
+#include "host/screens/list_model.h"
 
 namespace qorhost {
 
@@ -17,7 +17,7 @@ namespace qorhost {
 class EntryIndex {
  public:
   /// Leaves the first `placeholders` entries out.
-  EntryIndex(const ListBox& list, std::int32_t placeholders);
+  EntryIndex(const ListModel& list, std::int32_t placeholders);
 
   /// The places in the list of the entries that are called so.
   [[nodiscard]] std::vector<std::int32_t> Find(std::string_view text) const;

@@ -28,7 +28,7 @@ std::optional<std::int32_t> WholeNumber(std::string_view text) {
   return number;
 }
 
-std::vector<std::int32_t> EntriesWithText(const ListBox& list, std::string_view text) {
+std::vector<std::int32_t> EntriesWithText(const ListModel& list, std::string_view text) {
   std::vector<std::int32_t> found;
   for (std::int32_t index = 0; index < list.count(); ++index) {
     if (qorcred::CompareIgnoringCase(Trim(list.Text(index)), text) == 0) {
@@ -39,7 +39,7 @@ std::vector<std::int32_t> EntriesWithText(const ListBox& list, std::string_view 
 }
 
 /// "12, 57, 90", at most ten of them.
-std::string NumbersOf(const ListBox& list, const std::vector<std::int32_t>& entries) {
+std::string NumbersOf(const ListModel& list, const std::vector<std::int32_t>& entries) {
   constexpr std::size_t kMost = 10;
   std::string numbers;
   for (std::size_t at = 0; at < std::min(entries.size(), kMost); ++at) {
@@ -50,7 +50,7 @@ std::string NumbersOf(const ListBox& list, const std::vector<std::int32_t>& entr
 
 }  // namespace
 
-std::int32_t FindEntry(const ListBox& list, std::string_view given, std::string_view kind,
+std::int32_t FindEntry(const ListModel& list, std::string_view given, std::string_view kind,
                        std::int32_t placeholders) {
   const std::string_view wanted = Trim(given);
   if (const auto number = WholeNumber(wanted)) {
@@ -72,7 +72,7 @@ std::int32_t FindEntry(const ListBox& list, std::string_view given, std::string_
   return entries.front();
 }
 
-std::int32_t FindDoor(const ListBox& doors, std::string_view given) {
+std::int32_t FindDoor(const ListModel& doors, std::string_view given) {
   const std::string_view wanted = Trim(given);
   if (qorcred::CompareIgnoringCase(wanted, "none") == 0) {
     return 0;
@@ -105,7 +105,7 @@ GivenDate ReadDate(std::string_view option, std::string_view given) {
   return {*date, given.find(':') != std::string_view::npos};
 }
 
-void ChooseDate(Picker& picker, std::string_view option, std::string_view given, bool isEnd) {
+void ChooseDate(PickerModel& picker, std::string_view option, std::string_view given, bool isEnd) {
   const GivenDate date = ReadDate(option, given);
   qorcred::CivilTime time = qorcred::ToCivil(date.date);
   if (isEnd && !date.hasTime) {

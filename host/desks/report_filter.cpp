@@ -34,7 +34,7 @@ bool SameTypeName(std::string_view one, std::string_view other) {
                                       qorcred::ReplaceAll(other, "-", " ")) == 0;
 }
 
-void ChooseType(ListBox& types, std::string_view given) {
+void ChooseType(ListModel& types, std::string_view given) {
   const auto* const found =
       std::find_if(kTypeNames.begin(), kTypeNames.end(), [given](const TypeName& known) {
         return SameTypeName(known.name, given) || SameTypeName(known.word, given);
@@ -55,7 +55,7 @@ void ChooseType(ListBox& types, std::string_view given) {
   types.Select(static_cast<std::int32_t>(found - kTypeNames.begin()));
 }
 
-void ChooseDay(Picker& picker, const std::string& given) {
+void ChooseDay(PickerModel& picker, const std::string& given) {
   try {
     picker.Choose(ReadDate("--where", given).date);
   } catch (const qorcred::RuntimeError&) {
@@ -79,7 +79,7 @@ ReportFilter::ReportFilter(StoreSession& session, std::size_t conditions)
 
 void ReportFilter::Enter(std::size_t row, const ReportCondition& condition, FieldKind kind) {
   Fields(row).Select(condition.field);
-  auto& operators = At<ListBox>("cboFilter", row);
+  auto& operators = At<ListModel>("cboFilter", row);
   for (const ReportOperator& known : OperatorsFor(kind)) {
     operators.AddItem(std::string(known.word));
   }
@@ -87,25 +87,25 @@ void ReportFilter::Enter(std::size_t row, const ReportCondition& condition, Fiel
 
   switch (kind) {
     case FieldKind::kDate:
-      ChooseDay(At<Picker>("dtpDateFrom", row), condition.first);
+      ChooseDay(At<PickerModel>("dtpDateFrom", row), condition.first);
       if (!condition.second.empty()) {
-        ChooseDay(At<Picker>("dtpDateTo", row), condition.second);
+        ChooseDay(At<PickerModel>("dtpDateTo", row), condition.second);
       }
       return;
     case FieldKind::kYesNo:
-      At<CheckBox>("chkBoolean", row).SetState(ReadYesNo(condition.first) ? 1 : 0);
+      At<CheckModel>("chkBoolean", row).SetState(ReadYesNo(condition.first) ? 1 : 0);
       return;
     case FieldKind::kYesNoText:
-      At<TextBox>("txtFrom", row).SetText(ReadYesNo(condition.first) ? "Yes" : "No");
+      At<TextModel>("txtFrom", row).SetText(ReadYesNo(condition.first) ? "Yes" : "No");
       return;
     case FieldKind::kCredentialType:
-      ChooseType(At<ListBox>("cboType", row), condition.first);
+      ChooseType(At<ListModel>("cboType", row), condition.first);
       return;
     case FieldKind::kText:
     case FieldKind::kNumber:
     case FieldKind::kOther:
-      At<TextBox>("txtFrom", row).SetText(TypedText("--where", condition.first));
-      At<TextBox>("txtTo", row).SetText(TypedText("--where", condition.second));
+      At<TextModel>("txtFrom", row).SetText(TypedText("--where", condition.first));
+      At<TextModel>("txtTo", row).SetText(TypedText("--where", condition.second));
       return;
   }
 }

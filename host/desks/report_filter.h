@@ -20,7 +20,7 @@ class ReportFilter {
   /// The screen to hand to controllers, traced with --trace.
   [[nodiscard]] const qorcred::ObjectRef& visible() const { return visible_; }
   /// The list of fields in a row.
-  [[nodiscard]] ListBox& Fields(std::size_t row) const { return At<ListBox>("cboField", row); }
+  [[nodiscard]] ListModel& Fields(std::size_t row) const { return At<ListModel>("cboField", row); }
   [[nodiscard]] std::size_t rowCount() const { return rows_; }
 
   /// Chooses and types a condition into a row. Raises UsageError when the screen does not take one
@@ -30,11 +30,11 @@ class ReportFilter {
  private:
   template <typename Kind>
   [[nodiscard]] Kind& At(std::string_view name, std::size_t row) const {
-    return dynamic_cast<Kind&>(*screen_->Get<ControlArray>(name).at(row));
+    return dynamic_cast<Kind&>(*screen_->Get<ControlArrayModel>(name).at(row));
   }
 
   std::size_t rows_;
-  std::shared_ptr<HeadlessScreen> screen_;
+  std::shared_ptr<ScreenModel> screen_;
   qorcred::ObjectRef visible_;
 };
 

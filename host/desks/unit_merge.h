@@ -65,7 +65,7 @@ class UnitMerge {
   std::int32_t unitKey_;
   const UnitFile& unit_;
   MergeRules rules_;
-  std::shared_ptr<HeadlessScreen> connectionScreen_;
+  std::shared_ptr<ScreenModel> connectionScreen_;
   qorcred::clsDirCode controller_;
   std::vector<StoredCode> stored_;
   std::unordered_map<std::int32_t, std::size_t> placeOf_;  // in stored_, by RID

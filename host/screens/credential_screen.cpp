@@ -7,21 +7,22 @@ namespace qorhost {
 
 namespace {
 
-std::shared_ptr<HeadlessScreen> MakeScreen(std::string_view name, qorcred::Date today) {
-  auto screen = std::make_shared<HeadlessScreen>(std::string(name));
-  screen->AddAll<ListBox>({"cboSchedules1", "cboSchedules2", "cboSchedules3", "cboSchedules4",
-                           "cboAssignedTo", "cboCredentialType", "cboCredentials", "cboActivate"});
-  screen->AddAll<TextBox>(
+std::shared_ptr<ScreenModel> MakeScreen(std::string_view name, qorcred::Date today) {
+  auto screen = std::make_shared<ScreenModel>(std::string(name));
+  screen->AddAll<ListModel>({"cboSchedules1", "cboSchedules2", "cboSchedules3", "cboSchedules4",
+                             "cboAssignedTo", "cboCredentialType", "cboCredentials",
+                             "cboActivate"});
+  screen->AddAll<TextModel>(
       {"txtFacilityCode", "txtPINStart", "txtPINEND", "txtIDCode", "txtSequenceCode"});
-  screen->AddAll<Label>({"lblFacilityCode", "lblIDCode", "lblSequencecode", "lblActivate",
-                         "lblDoor1", "lblDoor2", "lblDoor3", "lblDoor4"});
-  screen->AddAll<CheckBox>({"chkActive"});
+  screen->AddAll<LabelModel>({"lblFacilityCode", "lblIDCode", "lblSequencecode", "lblActivate",
+                              "lblDoor1", "lblDoor2", "lblDoor3", "lblDoor4"});
+  screen->AddAll<CheckModel>({"chkActive"});
   for (const std::string_view picker : {"dtpStart", "dtpEnd"}) {
-    screen->Add(std::string(picker), std::make_shared<Picker>(today));
+    screen->Add(std::string(picker), std::make_shared<PickerModel>(today));
   }
-  const auto buttonFour = screen->Add("optButton4", std::make_shared<OptionButton>());
-  const auto buttonDefault = screen->Add("optButtonDefault", std::make_shared<OptionButton>());
-  OptionButton::Join({buttonFour, buttonDefault});
+  const auto buttonFour = screen->Add("optButton4", std::make_shared<OptionModel>());
+  const auto buttonDefault = screen->Add("optButtonDefault", std::make_shared<OptionModel>());
+  OptionModel::Join({buttonFour, buttonDefault});
   buttonDefault->SetOn(true);
 
   screen->AddVariable("gstrTag", "");
@@ -35,11 +36,11 @@ std::shared_ptr<HeadlessScreen> MakeScreen(std::string_view name, qorcred::Date 
 
 }  // namespace
 
-std::shared_ptr<HeadlessScreen> MakeCredentialScreen(qorcred::Date today) {
+std::shared_ptr<ScreenModel> MakeCredentialScreen(qorcred::Date today) {
   return MakeScreen("frmCredential", today);
 }
 
-std::shared_ptr<HeadlessScreen> MakeTenantCreatingScreen(qorcred::Date today) {
+std::shared_ptr<ScreenModel> MakeTenantCreatingScreen(qorcred::Date today) {
   return MakeScreen(kTenantCreatingScreen, today);
 }
 

@@ -6,17 +6,17 @@
 
 namespace qorhost {
 
-std::shared_ptr<HeadlessScreen> MakeDirectoryCodeScreen(qorcred::Date today) {
-  auto screen = std::make_shared<HeadlessScreen>("frmDirCode");
-  screen->AddAll<ListBox>({"cbodirectorycode", "cboSchedules", "cboSchedulesCF", "lstTenants"});
-  screen->AddAll<TextBox>(
+std::shared_ptr<ScreenModel> MakeDirectoryCodeScreen(qorcred::Date today) {
+  auto screen = std::make_shared<ScreenModel>("frmDirCode");
+  screen->AddAll<ListModel>({"cbodirectorycode", "cboSchedules", "cboSchedulesCF", "lstTenants"});
+  screen->AddAll<TextModel>(
       {"txtdirectorycode", "txtPhoneNo", "txtExtn", "txtPhoneNocf", "txtExtnCF", "txtDisplayName"});
-  screen->AddAll<Spinner>({"pvnTimeDelay", "pvnTimeDelayCF"});
-  screen->AddAll<CheckBox>(
+  screen->AddAll<SpinnerModel>({"pvnTimeDelay", "pvnTimeDelayCF"});
+  screen->AddAll<CheckModel>(
       {"chkDND", "chkCallForwarding", "chkActive", "chkShowDisplayName", "chkShowDirCode"});
-  screen->AddAll<Button>({"cmdedit", "cmdSelect"});
+  screen->AddAll<ButtonModel>({"cmdedit", "cmdSelect"});
   for (const std::string_view picker : {"dtpStart", "dtpEnd"}) {
-    screen->Add(std::string(picker), std::make_shared<Picker>(today));
+    screen->Add(std::string(picker), std::make_shared<PickerModel>(today));
   }
   screen->AddVariable("gstrTag", "");
   screen->AddVariable("gstrLastModifiedDate", "");
@@ -25,8 +25,8 @@ std::shared_ptr<HeadlessScreen> MakeDirectoryCodeScreen(qorcred::Date today) {
   return screen;
 }
 
-std::shared_ptr<HeadlessScreen> MakeConnectionScreen(std::string firmware) {
-  auto screen = std::make_shared<HeadlessScreen>("frmConnection");
+std::shared_ptr<ScreenModel> MakeConnectionScreen(std::string firmware) {
+  auto screen = std::make_shared<ScreenModel>("frmConnection");
   screen->AddVariable("mFirmwareFromHandshake", std::move(firmware));
   return screen;
 }

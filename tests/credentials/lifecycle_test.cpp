@@ -96,7 +96,7 @@ TEST(Lifecycle, WithoutAScreenEveryOperationFailsQuietly) {
 
 TEST(Lifecycle, OnAScreenThatLacksAControlFailsQuietly) {
   CredentialScreen screen;
-  const auto bare = std::make_shared<qorhost::HeadlessScreen>("frmOther");
+  const auto bare = std::make_shared<qorhost::ScreenModel>("frmOther");
   screen.controller().set_gmobjCredentialScreen(bare);
 
   screen.controller().pbRetrieveTenants(screen.host().connection(), kUnit);

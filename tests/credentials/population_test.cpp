@@ -20,7 +20,7 @@ constexpr std::array<std::string_view, 4> kScheduleLists{"cboSchedules1", "cboSc
 
 /// Texts and item data of a list, "text=data" each.
 std::vector<std::string> Items(RecordingHost& host, std::string_view list) {
-  const qorhost::ListBox& box = host.controls().List(list);
+  const qorhost::ListModel& box = host.controls().List(list);
   std::vector<std::string> items;
   for (std::int32_t at = 0; at < box.count(); ++at) {
     items.push_back(box.Text(at) + "=" + std::to_string(box.ItemData(at)));

@@ -99,7 +99,7 @@ void DirCodeScreen::CountCodes(std::string_view credentials, std::string_view en
 }
 
 std::vector<std::string> ItemsOf(RecordingHost& host, std::string_view list) {
-  const qorhost::ListBox& box = host.controls().List(list);
+  const qorhost::ListModel& box = host.controls().List(list);
   std::vector<std::string> items;
   for (std::int32_t at = 0; at < box.count(); ++at) {
     items.push_back(box.Text(at) + "=" + std::to_string(box.ItemData(at)));

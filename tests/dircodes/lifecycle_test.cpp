@@ -178,7 +178,7 @@ TEST(DirCodeLifecycle, WithoutAScreenDeletesAndMerges) {
 
 TEST(DirCodeLifecycle, OnAScreenThatLacksAControlFailsQuietly) {
   DirCodeScreen screen;
-  screen.controller().set_mobjDirCodeScreen(std::make_shared<qorhost::HeadlessScreen>("frmOther"));
+  screen.controller().set_mobjDirCodeScreen(std::make_shared<qorhost::ScreenModel>("frmOther"));
 
   EXPECT_FALSE(screen.controller().pbRetrieveTenants(screen.host().connection(), kUnit));
 

@@ -8,7 +8,7 @@
 
 #include "frame/result_table.h"
 #include "frame/runtime_error.h"
-#include "host/screens/list_box.h"
+#include "host/screens/list_model.h"
 #include "tests/reports/report_fixture.h"
 
 namespace qortest {
@@ -84,7 +84,7 @@ class CredentialStatement : public CredentialReportTest {
     FillRow(row, kName, place, kOperatorWords[place], value);
   }
   void OfferTypes(std::int32_t row, std::int32_t chosen) {
-    auto& types = RowControl<qorhost::ListBox>(Host(), "cboType", row);
+    auto& types = RowControl<qorhost::ListModel>(Host(), "cboType", row);
     types.Clear();
     for (const std::int32_t type : {0, 1, 2, 9}) {
       types.AddItem("type");
@@ -309,7 +309,7 @@ TEST_F(CredentialStatement, SkipsARowThatLacksOneOfItsChoices) {
 }
 
 TEST_F(CredentialStatement, AFieldBeyondTheTableAddsNothing) {
-  auto& fields = RowControl<qorhost::ListBox>(Host(), "cboField", 0);
+  auto& fields = RowControl<qorhost::ListModel>(Host(), "cboField", 0);
   for (int at = 0; at < 6; ++at) fields.AddItem("field");
   for (const std::int32_t place : {4, 5}) {
     fields.Select(place);
@@ -396,7 +396,7 @@ TEST_F(CredentialStatement, WithoutOperatorTablesARowEndsTheOperation) {
     ChooseFieldAt(fresh.host(), 0, field);
     ChooseOperator(fresh.host(), 0, 6, "between");
     EnterValues(fresh.host(), 0, "5", "9");
-    auto& types = RowControl<qorhost::ListBox>(fresh.host(), "cboType", 0);
+    auto& types = RowControl<qorhost::ListModel>(fresh.host(), "cboType", 0);
     types.AddItem("type");
     types.Select(0);
 

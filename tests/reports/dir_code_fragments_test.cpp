@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "frame/date.h"
-#include "host/screens/simple_controls.h"
+#include "host/screens/simple_models.h"
 #include "tests/reports/report_fixture.h"
 
 namespace qortest {
@@ -274,7 +274,7 @@ TEST_F(DirCodeFragments, OfAnOperatorBeyondTheLastAreNone) {
 }
 
 TEST_F(DirCodeFragments, OfYesNoFieldsFollowTheBox) {
-  auto& box = RowControl<qorhost::CheckBox>(Host(), "chkBoolean", 0);
+  auto& box = RowControl<qorhost::CheckModel>(Host(), "chkBoolean", 0);
   const struct {
     std::int16_t state;
     std::string_view answer;

@@ -6,8 +6,8 @@
 
 #include "frame/date.h"
 #include "frame/runtime_error.h"
-#include "host/screens/list_box.h"
-#include "host/screens/picker.h"
+#include "host/screens/list_model.h"
+#include "host/screens/picker_model.h"
 #include "tests/reports/report_fixture.h"
 
 namespace qortest {
@@ -127,7 +127,7 @@ TEST_F(DirCodeStatement, ReadsACompleteRowInThisOrder) {
 TEST_F(DirCodeStatement, SkipsARowThatLacksOneOfItsChoices) {
   ChooseField(Host(), 0, 52);
   ChooseOperator(Host(), 1, 0);
-  RowControl<qorhost::ListBox>(Host(), "cboField", 1).AddItem("not chosen");
+  RowControl<qorhost::ListModel>(Host(), "cboField", 1).AddItem("not chosen");
 
   EXPECT_EQ(Compose(), Statement(kFixedList));
 
@@ -210,19 +210,19 @@ TEST_F(DirCodeStatement, NeedsNoOperatorTables) {
 TEST_F(DirCodeStatement, SetsTheTimesOfThePickers) {
   FillRow(0, 52, 8, "x");
   EXPECT_EQ(Compose(), Statement(kFixedList)) << "there is no such operator";
-  EXPECT_EQ(RowControl<qorhost::Picker>(Host(), "dtpDateFrom", 0).shown(),
+  EXPECT_EQ(RowControl<qorhost::PickerModel>(Host(), "dtpDateFrom", 0).shown(),
             FromCivil({2024, 3, 5, 0, 0, 0}));
-  EXPECT_EQ(RowControl<qorhost::Picker>(Host(), "dtpDateTo", 0).shown(),
+  EXPECT_EQ(RowControl<qorhost::PickerModel>(Host(), "dtpDateTo", 0).shown(),
             FromCivil({2024, 3, 7, 23, 59, 59}));
-  EXPECT_EQ(RowControl<qorhost::Picker>(Host(), "dtpDateFrom", 1).shown(),
+  EXPECT_EQ(RowControl<qorhost::PickerModel>(Host(), "dtpDateFrom", 1).shown(),
             FromCivil({2024, 3, 5, 14, 30, 15}));
-  EXPECT_EQ(RowControl<qorhost::Picker>(Host(), "dtpDateTo", 1).shown(),
+  EXPECT_EQ(RowControl<qorhost::PickerModel>(Host(), "dtpDateTo", 1).shown(),
             FromCivil({2024, 3, 7, 8, 0, 0}));
 }
 
 TEST_F(DirCodeStatement, BearsPickersWithoutADate) {
-  RowControl<qorhost::Picker>(Host(), "dtpDateFrom", 0).Choose(std::nullopt);
-  RowControl<qorhost::Picker>(Host(), "dtpDateTo", 0).Choose(std::nullopt);
+  RowControl<qorhost::PickerModel>(Host(), "dtpDateFrom", 0).Choose(std::nullopt);
+  RowControl<qorhost::PickerModel>(Host(), "dtpDateTo", 0).Choose(std::nullopt);
   FillRow(0, 52, 0, "x");
   EXPECT_EQ(Compose(), Statement(kFixedList, " AND DirectoryCode.PhoneNumber IN ('x')"));
   FillRow(0, 63, 6, "");
@@ -298,17 +298,16 @@ TEST_F(DirCodeStatement, RaisesForAnAnswerThatIsNoTable) {
 TEST_F(DirCodeStatement, RaisesWithoutAScreen) {
   Controller().set_gfrmTxFilter(nullptr);
   EXPECT_EQ(ErrorOf([this] { Compose(); }), static_cast<int>(ErrorNumber::kObjectNotSet));
-  Controller().set_gfrmTxFilter(std::make_shared<qorhost::HeadlessScreen>("frmOther"));
+  Controller().set_gfrmTxFilter(std::make_shared<qorhost::ScreenModel>("frmOther"));
   EXPECT_EQ(ErrorOf([this] { Compose(); }), static_cast<int>(ErrorNumber::kUnknownMember));
 }
 
 TEST_F(DirCodeStatement, RaisesOnAScreenWithFewerThanFiveRows) {
-  auto screen = std::make_shared<qorhost::HeadlessScreen>("frmTxFilter");
+  auto screen = std::make_shared<qorhost::ScreenModel>("frmTxFilter");
   for (const char* name : {"cboField", "cboFilter"}) {
-    screen->Add(
-        name,
-        std::make_shared<qorhost::ControlArray>(
-            std::vector<std::shared_ptr<qorhost::Control>>{std::make_shared<qorhost::ListBox>()}));
+    screen->Add(name, std::make_shared<qorhost::ControlArrayModel>(
+                          std::vector<std::shared_ptr<qorhost::ControlModel>>{
+                              std::make_shared<qorhost::ListModel>()}));
   }
   Controller().set_gfrmTxFilter(screen);
   EXPECT_EQ(ErrorOf([this] { Compose(); }), static_cast<int>(ErrorNumber::kIndexOutOfRange));

@@ -14,7 +14,7 @@
 
 #include "frame/date.h"
 #include "frame/result_table.h"
-#include "host/screens/list_box.h"
+#include "host/screens/list_model.h"
 #include "tests/reports/report_fixture.h"
 
 namespace qortest {
@@ -76,7 +76,7 @@ void FillFilterRows(Desk& desk) {
   RecordingHost& host = desk.host;
   ChooseFieldAt(host, 0, 0);
   ChooseOperator(host, 0, 0, "equal");
-  auto& types = RowControl<qorhost::ListBox>(host, "cboType", 0);
+  auto& types = RowControl<qorhost::ListModel>(host, "cboType", 0);
   types.AddItem("Transmitter");
   types.Select(0);
   ChooseFieldAt(host, 2, 1);
@@ -106,7 +106,7 @@ std::string ShowReport(Desk& desk) {
   ObjectRef layout;
   desk.codes.pvDirCodeReportResult(kUnit, desk.host.connection(), desk.host.grid(), "SELECT rows",
                                    layout);
-  const qorhost::DataGrid& grid = desk.host.shownGrid();
+  const qorhost::GridModel& grid = desk.host.shownGrid();
   const Lines lines = desk.host.transcript().Read(Detail::kEffects);
   if (std::find(lines.begin(), lines.end(), "objGrid.Refresh") == lines.end()) return "nothing";
   std::string shown;

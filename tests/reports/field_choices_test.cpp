@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "frame/runtime_error.h"
-#include "host/screens/list_box.h"
+#include "host/screens/list_model.h"
 #include "tests/reports/report_fixture.h"
 
 namespace qortest {
@@ -25,7 +25,7 @@ class FieldChoices : public DirCodeReportTest {
   }
   /// "text=number" for each item of a row's list.
   std::vector<std::string> ItemsOf(std::int32_t row) {
-    const auto& list = RowControl<qorhost::ListBox>(Host(), "cboField", row);
+    const auto& list = RowControl<qorhost::ListModel>(Host(), "cboField", row);
     std::vector<std::string> items;
     for (std::int32_t at = 0; at < list.count(); ++at) {
       items.push_back(list.Text(at) + "=" + std::to_string(list.ItemData(at)));
@@ -49,7 +49,7 @@ TEST_F(FieldChoices, FillEveryListAndTellTheCaptions) {
              ".AddItem \"Directory Status\"\n" + list + ".NewIndex -> 1\n" + list +
              ".ItemData(1) = 62\n";
     EXPECT_EQ(ItemsOf(row), (std::vector<std::string>{"Directory Code=51", "Directory Status=62"}));
-    EXPECT_EQ(RowControl<qorhost::ListBox>(Host(), "cboField", row).selected(), -1);
+    EXPECT_EQ(RowControl<qorhost::ListModel>(Host(), "cboField", row).selected(), -1);
   }
   EXPECT_TRUE(TranscriptIs(lines + "Release \"qorDBI.clsDBManager\""));
 }
@@ -117,7 +117,7 @@ TEST_F(FieldChoices, AreWhatTheStatementIsComposedOf) {
   Store({{52, "Phone No."}, {51, "Directory Code"}});
   Database().Select("AND RID = 51", {{"DirectoryCode.DirectoryCode"}});
   (void)Fill();
-  RowControl<qorhost::ListBox>(Host(), "cboField", 0).Select(1);
+  RowControl<qorhost::ListModel>(Host(), "cboField", 0).Select(1);
   ChooseOperator(Host(), 0, 0);
   EnterValues(Host(), 0, "12");
   EXPECT_NE(

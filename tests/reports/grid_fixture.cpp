@@ -18,7 +18,7 @@ void ReportGridTest::StoreLayout(const std::vector<std::string>& captions) {
 
 std::vector<std::string> ReportGridTest::Captions() {
   std::vector<std::string> captions;
-  const qorhost::DataGridColumns& columns = Host().shownGrid().columns();
+  const qorhost::GridColumnsModel& columns = Host().shownGrid().columns();
   for (std::size_t at = 0; at < columns.size(); ++at) {
     captions.push_back(columns.at(at).caption());
   }

@@ -9,7 +9,7 @@
 
 #include "frame/result_table.h"
 #include "frame/runtime_error.h"
-#include "host/screens/list_box.h"
+#include "host/screens/list_model.h"
 #include "tests/reports/report_fixture.h"
 
 namespace qortest {
@@ -222,7 +222,7 @@ TEST_F(LateBoundDirCodeReport, GivesTheUnitsNameAndTheFields) {
   Database().Select("SELECT RID, FieldNameDisplay", {{51, "Directory Code"}, {52, "Phone No."}});
   EXPECT_EQ(Call(Controller(), "pbGetUnitName", Connection(), kUnit), Value("North gate"));
   EXPECT_EQ(Call(Controller(), "pbComboData", Connection()), Value("Directory Code|Phone No."));
-  EXPECT_EQ(RowControl<qorhost::ListBox>(Host(), "cboField", 6).count(), 2);
+  EXPECT_EQ(RowControl<qorhost::ListModel>(Host(), "cboField", 6).count(), 2);
 }
 
 TEST_F(LateBoundDirCodeReport, ShowsTheReportAndHandsTheLayoutBack) {

@@ -28,7 +28,7 @@ inline constexpr std::string_view kOperatorWords[] = {
 /// A control of one filter row.
 template <typename Kind>
 Kind& RowControl(RecordingHost& host, std::string_view name, std::int32_t row) {
-  const auto& controls = host.controls().Get<qorhost::ControlArray>(name);
+  const auto& controls = host.controls().Get<qorhost::ControlArrayModel>(name);
   return dynamic_cast<Kind&>(*controls.at(static_cast<std::size_t>(row)));
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view kFirmware = "mFirmwareFromHandshake";
 
-std::shared_ptr<qorhost::HeadlessScreen> MakeScreen(ScreenKind kind, qorcred::Date today) {
+std::shared_ptr<qorhost::ScreenModel> MakeScreen(ScreenKind kind, qorcred::Date today) {
   switch (kind) {
     case ScreenKind::kCredential:
       return qorhost::MakeCredentialScreen(today);
@@ -29,7 +29,7 @@ std::shared_ptr<qorhost::HeadlessScreen> MakeScreen(ScreenKind kind, qorcred::Da
   return nullptr;
 }
 
-qorcred::ObjectRef Recorded(const std::shared_ptr<qorhost::HeadlessScreen>& screen, FaultGate& gate,
+qorcred::ObjectRef Recorded(const std::shared_ptr<qorhost::ScreenModel>& screen, FaultGate& gate,
                             qorhost::TranscriptSink write) {
   return std::make_shared<qorhost::TracingScreen>(
       std::make_shared<GatedObject>("", screen, gate), std::move(write),
@@ -49,7 +49,7 @@ RecordingHost::RecordingHost(ScreenKind kind)
   tracedLinkScreen_ = Recorded(rawLinkScreen_, gate_, write);
   tracedConnection_ = std::make_shared<qorhost::TracingConnection>(connection_, write);
   if (kind == ScreenKind::kReportFilter) {
-    ReplaceGrid(qorhost::DataGrid::kColumns);
+    ReplaceGrid(qorhost::GridModel::kColumns);
   }
 }
 
@@ -60,7 +60,7 @@ qorcred::ObjectRef RecordingHost::Watched(std::string name, qorcred::ObjectRef o
 }
 
 void RecordingHost::ReplaceGrid(std::size_t columns) {
-  rawGrid_ = std::make_shared<qorhost::DataGrid>(columns);
+  rawGrid_ = std::make_shared<qorhost::GridModel>(columns);
   tracedGrid_ = Watched("objGrid", rawGrid_);
 }
 
@@ -71,7 +71,7 @@ void RecordingHost::StartOver() {
 }
 
 void RecordingHost::AddItem(std::string_view list, std::string_view text, std::int32_t data) {
-  qorhost::ListBox& box = controls().List(list);
+  qorhost::ListModel& box = controls().List(list);
   box.AddItem(std::string(text));
   qorcred::Put(box, "ItemData", box.newIndex(), data);
 }

@@ -1,4 +1,4 @@
-// The surroundings of a controller under test: scripted services and a headless screen, with every
+// The surroundings of a controller under test: scripted services and a screen in memory, with every
 // call that reaches them written down.
 #pragma once
 
@@ -10,8 +10,8 @@
 
 #include "frame/host.h"
 #include "frame/object.h"
-#include "host/screens/data_grid.h"
-#include "host/screens/headless_screen.h"
+#include "host/screens/grid_model.h"
+#include "host/screens/screen_model.h"
 #include "tests/support/fault_gate.h"
 #include "tests/support/scripted_database.h"
 #include "tests/support/scripted_services.h"
@@ -61,8 +61,8 @@ class RecordingHost {
   void StartOver();
 
   // Arranging and looking at the screen by the names of its controls and variables.
-  [[nodiscard]] qorhost::HeadlessScreen& controls() { return *rawScreen_; }
-  [[nodiscard]] qorhost::DataGrid& shownGrid() { return *rawGrid_; }
+  [[nodiscard]] qorhost::ScreenModel& controls() { return *rawScreen_; }
+  [[nodiscard]] qorhost::GridModel& shownGrid() { return *rawGrid_; }
   /// The screen has a new data grid with that many columns.
   void ReplaceGrid(std::size_t columns);
   void AddItem(std::string_view list, std::string_view text, std::int32_t data);
@@ -79,12 +79,12 @@ class RecordingHost {
   std::shared_ptr<ScriptedConnection> connection_;
   ScriptedHost services_;
   qorhost::TracingHost tracingHost_;
-  std::shared_ptr<qorhost::HeadlessScreen> rawScreen_;
-  std::shared_ptr<qorhost::HeadlessScreen> rawLinkScreen_;
+  std::shared_ptr<qorhost::ScreenModel> rawScreen_;
+  std::shared_ptr<qorhost::ScreenModel> rawLinkScreen_;
   qorcred::ObjectRef tracedScreen_;
   qorcred::ObjectRef tracedLinkScreen_;
   qorcred::ObjectRef tracedConnection_;
-  std::shared_ptr<qorhost::DataGrid> rawGrid_;
+  std::shared_ptr<qorhost::GridModel> rawGrid_;
   qorcred::ObjectRef tracedGrid_;
 };
 

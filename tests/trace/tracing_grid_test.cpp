@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/result_table.h"
-#include "host/screens/data_grid.h"
+#include "host/screens/grid_model.h"
 #include "host/screens/report_filter_screen.h"
 #include "reports/report_grid.h"
 #include "tests/trace/recorder.h"
@@ -14,13 +14,13 @@ using qorcred::ObjectRef;
 using qorcred::ReportGrid;
 using qorcred::ResultTable;
 using qorcred::ValueItem;
-using qorhost::DataGrid;
+using qorhost::GridModel;
 using qorhost::TracingControl;
 using qortest::Lines;
 
 TEST(TracingGridTest, NamesEveryPartByTheWayToIt) {
   qortest::Recorder recorder;
-  const auto inner = std::make_shared<DataGrid>();
+  const auto inner = std::make_shared<GridModel>();
   const ReportGrid grid(std::make_shared<TracingControl>("objGrid", inner, recorder.Sink()));
   const GridColumn column = grid.Columns().At(3);
   column.SetCaption("DND Schedule");
@@ -40,7 +40,7 @@ TEST(TracingGridTest, NamesEveryPartByTheWayToIt) {
 
 TEST(TracingGridTest, AnItemThatTheGridMadeIsTracedUntilItIsAdded) {
   qortest::Recorder recorder;
-  const auto inner = std::make_shared<DataGrid>();
+  const auto inner = std::make_shared<GridModel>();
   const ReportGrid grid(std::make_shared<TracingControl>("objGrid", inner, recorder.Sink()));
   const ValueItem item(grid.NewValueItem());
   item.SetValue(-1);

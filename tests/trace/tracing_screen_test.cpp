@@ -13,7 +13,7 @@ using qorcred::Get;
 using qorcred::ObjectRef;
 using qorcred::Put;
 using qorcred::RuntimeError;
-using qorhost::HeadlessScreen;
+using qorhost::ScreenModel;
 using qorhost::TracingScreen;
 using qortest::Lines;
 
@@ -26,7 +26,7 @@ class TracingScreenTest : public ::testing::Test {
   }
   ObjectRef Control(std::string_view name) { return qorcred::RequireObject(Get(*traced_, name)); }
 
-  std::shared_ptr<HeadlessScreen> screen_ = qorhost::MakeTenantCreatingScreen();
+  std::shared_ptr<ScreenModel> screen_ = qorhost::MakeTenantCreatingScreen();
   qortest::Recorder recorder_;
   ObjectRef traced_ = Traced();
 };
@@ -84,10 +84,9 @@ TEST_F(TracingScreenTest, WritesWhatACallRaisesAndRaisesItAgain) {
 }
 
 TEST_F(TracingScreenTest, AControlOfAnArrayIsNamedByItsIndex) {
-  screen_->Add(
-      "txtField",
-      std::make_shared<qorhost::ControlArray>(
-          std::vector<std::shared_ptr<qorhost::Control>>{std::make_shared<qorhost::TextBox>()}));
+  screen_->Add("txtField", std::make_shared<qorhost::ControlArrayModel>(
+                               std::vector<std::shared_ptr<qorhost::ControlModel>>{
+                                   std::make_shared<qorhost::TextModel>()}));
   const ObjectRef box = qorcred::RequireObject(Get(*Control("txtField"), "", 0));
   Put(*box, "Text", "5");
   const ObjectRef sameBox = qorcred::RequireObject(Get(*traced_, "txtField", 0));
@@ -96,7 +95,7 @@ TEST_F(TracingScreenTest, AControlOfAnArrayIsNamedByItsIndex) {
 }
 
 TEST_F(TracingScreenTest, ADefaultMemberIsTheNameAlone) {
-  screen_->Add("pvnDays", std::make_shared<qorhost::Spinner>());
+  screen_->Add("pvnDays", std::make_shared<qorhost::SpinnerModel>());
   const ObjectRef spinner = Control("pvnDays");
   Put(*spinner, "", 3);
   Get(*spinner, "");
@@ -104,7 +103,7 @@ TEST_F(TracingScreenTest, ADefaultMemberIsTheNameAlone) {
 }
 
 TEST_F(TracingScreenTest, KeepsNoControlAlive) {
-  std::weak_ptr<HeadlessScreen> screen = screen_;
+  std::weak_ptr<ScreenModel> screen = screen_;
   { const ObjectRef list = Control("cboCredentials"); }
   traced_.reset();
   screen_.reset();

@@ -116,7 +116,7 @@ void CredentialTour::OpenScreen() {
   guide_.Chapter("The credential screen opens");
   stage_.ShowUnit(demo::kLongDoorNamesUnit);
   CredentialDesk desk(session_, demo::kLongDoorNamesUnit, DeskScreen::kCredentials);
-  HeadlessScreen& screen = desk.screen();
+  ScreenModel& screen = desk.screen();
   guide_.FactOfList("Types", screen.List("cboCredentialType"));
   guide_.FactOfList("Schedules", screen.List("cboSchedules1"));
   guide_.FactOfList("Assigned to", screen.List("cboAssignedTo"));
@@ -131,7 +131,7 @@ void CredentialTour::OpenScreen() {
   guide_.Expect(screen.List("cboCredentials").count() > 1, "the unit has credentials");
 
   guide_.Act("The operator picks a transmitter from the list");
-  ListBox& list = screen.List("cboCredentials");
+  ListModel& list = screen.List("cboCredentials");
   const std::int32_t transmitter = list.FindText("Transmitter-301");
   guide_.Expect(transmitter > 0, "there is a Transmitter-301");
   desk.SelectCredential(transmitter);
@@ -177,7 +177,7 @@ void CredentialTour::IssueRange() {
   entry.from = "2027-01-01";
   entry.to = "2027-12-31";
   EnterCredential(desk, entry);
-  HeadlessScreen& screen = desk.screen();
+  ScreenModel& screen = desk.screen();
   guide_.Fact("Type", screen.List("cboCredentialType").SelectedText());
   guide_.Fact("Numbers",
               fmt::format("{} to {}, facility {}", screen.Box("txtPINStart").text(),
@@ -214,7 +214,7 @@ void CredentialTour::FillUnit() {
 
   guide_.Act("The operator assigns one of the new cards to a tenant of the full unit");
   desk.RefreshCredentials();
-  ListBox& list = desk.screen().List("cboCredentials");
+  ListModel& list = desk.screen().List("cboCredentials");
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-1"));
   desk.screen().List("cboAssignedTo").Select(1);
   // The controller reports such an assignment as saved; only the message tells.
@@ -233,11 +233,11 @@ void CredentialTour::FillUnit() {
 void CredentialTour::Assign() {
   guide_.Chapter("An assignment");
   CredentialDesk desk(session_, demo::kLongDoorNamesUnit, DeskScreen::kCredentials);
-  HeadlessScreen& screen = desk.screen();
+  ScreenModel& screen = desk.screen();
   desk.SelectCredential(screen.List("cboCredentials").FindText("Standard 26-Bit Card-20040"));
   guide_.Fact("Credential", screen.List("cboCredentials").SelectedText());
   guide_.Fact("Assigned to", screen.List("cboAssignedTo").SelectedText());
-  ListBox& tenants = screen.List("cboAssignedTo");
+  ListModel& tenants = screen.List("cboAssignedTo");
   tenants.Select(2);
   screen.List("cboActivate").Select(2);
   guide_.Act(fmt::format("The operator chooses {} and the door {}",
@@ -255,7 +255,7 @@ void CredentialTour::Assign() {
 void CredentialTour::Renumber() {
   guide_.Chapter("A renumbering");
   CredentialDesk desk(session_, demo::kLongDoorNamesUnit, DeskScreen::kCredentials);
-  ListBox& list = desk.screen().List("cboCredentials");
+  ListModel& list = desk.screen().List("cboCredentials");
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-20040"));
   guide_.Fact("Credential", list.SelectedText());
   guide_.Act("The operator types 0 as the new number");
@@ -273,7 +273,7 @@ void CredentialTour::Renumber() {
 void CredentialTour::Delete() {
   guide_.Chapter("Deletions");
   CredentialDesk desk(session_, demo::kLongDoorNamesUnit, DeskScreen::kCredentials);
-  ListBox& list = desk.screen().List("cboCredentials");
+  ListModel& list = desk.screen().List("cboCredentials");
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-31000"));
   const std::int32_t rid = list.ItemData(list.selected());
   guide_.Act("The operator deletes Standard 26-Bit Card-31000 and answers No");

@@ -89,7 +89,7 @@ class DirCodeTour {
 };
 
 void DirCodeTour::ShowCode(DirCodeDesk& desk) {
-  HeadlessScreen& screen = desk.screen();
+  ScreenModel& screen = desk.screen();
   const auto during = [&](std::string_view box, std::string_view list) {
     return screen.Check(box).state() == 1 ? screen.List(list).SelectedText() : std::string("off");
   };

@@ -46,7 +46,7 @@ void TourGuide::Fact(std::string_view name, std::string_view shown) {
   console_.out << "  " << PaddedTo(std::string(name), kNameWidth) << Displayable(shown) << '\n';
 }
 
-void TourGuide::FactOfList(std::string_view name, const ListBox& list) {
+void TourGuide::FactOfList(std::string_view name, const ListModel& list) {
   std::string shown;
   const std::int32_t entries = std::min(list.count(), kEntriesShown);
   for (std::int32_t index = 0; index < entries; ++index) {

@@ -27,7 +27,7 @@ class TourGuide {
   /// A name and what the screen shows under it.
   void Fact(std::string_view name, std::string_view shown);
   /// A list's first entries, the selected one in brackets.
-  void FactOfList(std::string_view name, const ListBox& list);
+  void FactOfList(std::string_view name, const ListModel& list);
   /// Rows, moved to the right like everything below a heading.
   void ShowTable(const Table& table);
   /// What the operator does.

@@ -82,9 +82,9 @@ class Desk {
     store_->database().Run(kStored);
     screen_ = qorhost::MakeReportFilterScreen(kRows, qorcred::Date{46053});
     for (std::size_t row = 0; row < kRows; ++row) {
-      auto& operations = At<qorhost::ListBox>("cboFilter", row);
+      auto& operations = At<qorhost::ListModel>("cboFilter", row);
       for (const std::string_view word : kWords) operations.AddItem(std::string(word));
-      auto& types = At<qorhost::ListBox>("cboType", row);
+      auto& types = At<qorhost::ListModel>("cboType", row);
       types.AddItem("type");
       types.Select(0);
     }
@@ -96,21 +96,21 @@ class Desk {
   }
 
   void Enter(std::size_t index, const Row& row) {
-    At<qorhost::ListBox>("cboFilter", index).Select(row.operation);
-    At<qorhost::TextBox>("txtFrom", index).SetText(std::string(row.first));
-    At<qorhost::TextBox>("txtTo", index).SetText(std::string(row.second));
+    At<qorhost::ListModel>("cboFilter", index).Select(row.operation);
+    At<qorhost::TextModel>("txtFrom", index).SetText(std::string(row.first));
+    At<qorhost::TextModel>("txtTo", index).SetText(std::string(row.second));
   }
-  void Leave(std::size_t index) { At<qorhost::ListBox>("cboField", index).Clear(); }
+  void Leave(std::size_t index) { At<qorhost::ListModel>("cboField", index).Clear(); }
 
   void ChooseCodeField(std::size_t index, std::int32_t field) {
-    auto& fields = At<qorhost::ListBox>("cboField", index);
+    auto& fields = At<qorhost::ListModel>("cboField", index);
     fields.Clear();
     fields.AddItem("field");
     qorcred::Put(fields, "ItemData", std::int32_t{0}, field);
     fields.Select(0);
   }
   void ChooseCredentialField(std::size_t index, std::int32_t place) {
-    auto& fields = At<qorhost::ListBox>("cboField", index);
+    auto& fields = At<qorhost::ListModel>("cboField", index);
     fields.Clear();
     for (std::int32_t field = 0; field < kCredentialFields; ++field) fields.AddItem("field");
     fields.Select(place);
@@ -150,7 +150,7 @@ class Desk {
 
   template <typename Kind>
   Kind& At(std::string_view name, std::size_t row) {
-    return dynamic_cast<Kind&>(*screen_->Get<qorhost::ControlArray>(name).at(row));
+    return dynamic_cast<Kind&>(*screen_->Get<qorhost::ControlArrayModel>(name).at(row));
   }
 
   void CheckOutcome(const std::string& statement, const qorcred::TableView& rows, bool done) {
@@ -170,7 +170,7 @@ class Desk {
   qorhost::StoreHost host_;
   qorcred::clsDirCodeReport codes_;
   qorcred::clsCredentialReport credentials_;
-  std::shared_ptr<qorhost::HeadlessScreen> screen_;
+  std::shared_ptr<qorhost::ScreenModel> screen_;
   qorhost::dialect::Translator translator_;
   std::int64_t schema_ = 0;
   std::int64_t changes_ = 0;

@@ -37,7 +37,7 @@ void Building::SelectCredential(std::int32_t rid) {
 
 void Building::SelectTenant(std::int32_t id) {
   controller_->pbRetrieveTenants(connection(), kUnit);
-  qorhost::ListBox& list = screen_->List("cboAssignedTo");
+  qorhost::ListModel& list = screen_->List("cboAssignedTo");
   list.Select(0);
   for (std::int32_t index = 1; index < list.count(); ++index) {
     if (list.ItemData(index) == id) list.Select(index);

@@ -1,4 +1,4 @@
-// The credential controller on a real store, with its headless screen.
+// The credential controller on a real store, with its screen.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ class Building : public StoreSurroundings {
   explicit Building(ScreenKind kind = ScreenKind::kCredential);
 
   [[nodiscard]] qorcred::clsCredential& controller() { return *controller_; }
-  [[nodiscard]] qorhost::HeadlessScreen& screen() { return *screen_; }
+  [[nodiscard]] qorhost::ScreenModel& screen() { return *screen_; }
 
   /// Every row of the tables that a controller writes to.
   [[nodiscard]] std::string Snapshot();
@@ -36,7 +36,7 @@ class Building : public StoreSurroundings {
   void SelectTenant(std::int32_t id);
 
  private:
-  std::shared_ptr<qorhost::HeadlessScreen> screen_;
+  std::shared_ptr<qorhost::ScreenModel> screen_;
   std::unique_ptr<qorcred::clsCredential> controller_;
 };
 

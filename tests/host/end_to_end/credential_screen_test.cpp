@@ -35,7 +35,7 @@ std::string SlotsOf(Building& building, std::int32_t tenant) {
 
 TEST(CredentialScreenOnStore, ListsSchedulesByNameBehindTheFixedOnes) {
   Building building;
-  const qorhost::ListBox& list = building.screen().List("cboSchedules4");
+  const qorhost::ListModel& list = building.screen().List("cboSchedules4");
   ASSERT_EQ(list.count(), 4);
   EXPECT_EQ(list.Text(0), "No Access");
   EXPECT_EQ(list.Text(1), "Full Access");
@@ -48,7 +48,7 @@ TEST(CredentialScreenOnStore, ListsSchedulesByNameBehindTheFixedOnes) {
 TEST(CredentialScreenOnStore, ListsTenantsThatAreNoResidents) {
   Building building;
   building.SelectTenant(0);
-  const qorhost::ListBox& list = building.screen().List("cboAssignedTo");
+  const qorhost::ListModel& list = building.screen().List("cboAssignedTo");
   ASSERT_EQ(list.count(), 3);
   EXPECT_EQ(list.Text(1), "Doe Jane M");
   EXPECT_EQ(list.Text(2), "Roe Rita ");
@@ -189,7 +189,7 @@ TEST(CredentialScreenOnStore, ListsCredentialsByTypeAndNumberAndSelectsThePrevio
   const std::int32_t second = StoreCard(building, 20);
   StoreCard(building, 9);
   building.SelectCredential(second);
-  const qorhost::ListBox& list = building.screen().List("cboCredentials");
+  const qorhost::ListModel& list = building.screen().List("cboCredentials");
   ASSERT_EQ(list.count(), 3);
   EXPECT_EQ(list.ItemData(0), -100);
   EXPECT_EQ(list.Text(1), "Standard 26-Bit Card-9");
@@ -310,7 +310,7 @@ TEST(CredentialScreenOnStore, RenumbersACredentialInItsPlace) {
   building.SelectCredential(card);
   EXPECT_TRUE(building.controller().pbUpdatePinNo(building.connection(), 5, kUnit));
   EXPECT_EQ(building.Number("SELECT PINNo FROM CredentialBank WHERE RID=2"), 5);
-  const qorhost::ListBox& list = building.screen().List("cboCredentials");
+  const qorhost::ListModel& list = building.screen().List("cboCredentials");
   EXPECT_EQ(list.Text(2), "Standard 26-Bit Card-5");
   EXPECT_EQ(list.ItemData(2), card);
   EXPECT_EQ(list.selected(), 2);

@@ -1,4 +1,4 @@
-// The directory-code controller on a real store, with its headless screens.
+// The directory-code controller on a real store, with its screens.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ class DirCodeBuilding : public StoreSurroundings {
   DirCodeBuilding();
 
   [[nodiscard]] qorcred::clsDirCode& controller() { return *controller_; }
-  [[nodiscard]] qorhost::HeadlessScreen& screen() { return *screen_; }
+  [[nodiscard]] qorhost::ScreenModel& screen() { return *screen_; }
 
   /// A code in the store as the unit has it, in the state `state`; returns its RID.
   std::int32_t Store(std::string_view code, int state = 0);
@@ -42,7 +42,7 @@ class DirCodeBuilding : public StoreSurroundings {
   [[nodiscard]] std::string Snapshot();
 
  private:
-  std::shared_ptr<qorhost::HeadlessScreen> screen_;
+  std::shared_ptr<qorhost::ScreenModel> screen_;
   std::unique_ptr<qorcred::clsDirCode> controller_;
 };
 

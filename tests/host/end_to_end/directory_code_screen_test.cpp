@@ -33,13 +33,13 @@ std::string Holders(DirCodeBuilding& building) {
 TEST(DirectoryCodeScreenOnStore, OpensWithSchedulesAndLimits) {
   DirCodeBuilding building;
   for (const char* name : {"cboSchedules", "cboSchedulesCF"}) {
-    const qorhost::ListBox& list = building.screen().List(name);
+    const qorhost::ListModel& list = building.screen().List(name);
     ASSERT_EQ(list.count(), 4) << name;
     EXPECT_EQ(list.Text(0), "Full Access");
     EXPECT_EQ(list.Text(1), "No Access");
     EXPECT_EQ(list.Text(2), "Day");
     EXPECT_EQ(list.ItemData(3), 7);
-    EXPECT_EQ(list.selected(), qorhost::ListBox::kNone);
+    EXPECT_EQ(list.selected(), qorhost::ListModel::kNone);
   }
   EXPECT_EQ(building.screen().Box("txtdirectorycode").maxLength(), 4);
   EXPECT_EQ(building.screen().Date("dtpEnd").shown(),
@@ -50,7 +50,7 @@ TEST(DirectoryCodeScreenOnStore, OpensWithSchedulesAndLimits) {
 TEST(DirectoryCodeScreenOnStore, StoresANewCodeWithEverything) {
   DirCodeBuilding building;
   building.TypeNew("0101");
-  qorhost::HeadlessScreen& screen = building.screen();
+  qorhost::ScreenModel& screen = building.screen();
   screen.Box("txtExtn").SetText("12");
   screen.Check("chkDND").SetState(1);
   screen.List("cboSchedules").Select(2);
@@ -88,12 +88,12 @@ TEST(DirectoryCodeScreenOnStore, ShowsACodeAsItWasStored) {
       "DISPLAYNAME='Doe', SHOWDIRECTORYCODE=-1");
   Hold(building, kDoe, rid);
   building.Open(rid);
-  const qorhost::HeadlessScreen& screen = building.screen();
+  const qorhost::ScreenModel& screen = building.screen();
   EXPECT_EQ(screen.List("cbodirectorycode").SelectedText(), "0007");
   EXPECT_EQ(screen.Box("txtdirectorycode").text(), "7");
   EXPECT_EQ(screen.Check("chkDND").state(), 1);
   EXPECT_EQ(screen.List("cboSchedules").SelectedText(), "night");
-  EXPECT_EQ(screen.List("cboSchedulesCF").selected(), qorhost::ListBox::kNone);
+  EXPECT_EQ(screen.List("cboSchedulesCF").selected(), qorhost::ListModel::kNone);
   EXPECT_EQ(screen.Date("dtpStart").Chosen(), Value(Null{}));
   EXPECT_EQ(screen.Date("dtpEnd").Chosen(), Value(qorcred::FromCivil({2026, 3, 1, 23, 59, 59})));
   EXPECT_EQ(screen.Box("txtDisplayName").text(), "Doe");
@@ -107,7 +107,7 @@ TEST(DirectoryCodeScreenOnStore, ListsWhoHasNoCode) {
   DirCodeBuilding building;
   Hold(building, kDoe, building.Store("7"));
   EXPECT_TRUE(building.controller().pbRetrieveTenants(building.connection(), kUnit, -1));
-  const qorhost::ListBox& list = building.screen().List("lstTenants");
+  const qorhost::ListModel& list = building.screen().List("lstTenants");
   ASSERT_EQ(list.count(), 1);
   EXPECT_EQ(list.Text(0), "Roe Rita ");
   EXPECT_FALSE(building.controller().pbRetrieveTenants(building.connection(), kUnit, 99));
@@ -129,33 +129,33 @@ TEST(DirectoryCodeScreenOnStore, RefusesACodeThatTheUnitHas) {
 
 struct Refusal {
   std::string_view name;
-  std::function<void(qorhost::HeadlessScreen&)> mistake;
+  std::function<void(qorhost::ScreenModel&)> mistake;
   std::string_view message;
   std::string_view focus;
 };
 
 const Refusal kRefusals[] = {
-    {"NoCode", [](qorhost::HeadlessScreen& screen) { screen.Box("txtdirectorycode").SetText(" "); },
+    {"NoCode", [](qorhost::ScreenModel& screen) { screen.Box("txtdirectorycode").SetText(" "); },
      "Please enter a Directory Code.", "txtdirectorycode"},
     {"NegativeCode",
-     [](qorhost::HeadlessScreen& screen) { screen.Box("txtdirectorycode").SetText("-3"); },
+     [](qorhost::ScreenModel& screen) { screen.Box("txtdirectorycode").SetText("-3"); },
      "Please enter the positive number as Directory Code.", "txtdirectorycode"},
-    {"NoPhone", [](qorhost::HeadlessScreen& screen) { screen.Box("txtPhoneNo").SetText("  "); },
+    {"NoPhone", [](qorhost::ScreenModel& screen) { screen.Box("txtPhoneNo").SetText("  "); },
      "Please enter a Phone No. to apply to the Directory Code.", "txtPhoneNo"},
     {"DoNotDisturbWithoutSchedule",
-     [](qorhost::HeadlessScreen& screen) { screen.Check("chkDND").SetState(1); },
+     [](qorhost::ScreenModel& screen) { screen.Check("chkDND").SetState(1); },
      "Please select a Time Zone for the Do Not Disturb schedule.", "cboSchedules"},
     {"ForwardingWithoutSchedule",
-     [](qorhost::HeadlessScreen& screen) { screen.Check("chkCallForwarding").SetState(1); },
+     [](qorhost::ScreenModel& screen) { screen.Check("chkCallForwarding").SetState(1); },
      "Please select a Time Zone for the Call Forwarding schedule.", "cboSchedulesCF"},
     {"ForwardingWithoutPhone",
-     [](qorhost::HeadlessScreen& screen) {
+     [](qorhost::ScreenModel& screen) {
        screen.Check("chkCallForwarding").SetState(1);
        screen.List("cboSchedulesCF").Select(0);
      },
      "Please enter a Call Forwarding Phone No.", "txtPhoneNocf"},
     {"EndInTheMinuteOfTheStart",
-     [](qorhost::HeadlessScreen& screen) {
+     [](qorhost::ScreenModel& screen) {
        screen.Check("chkActive").SetState(1);
        screen.Date("dtpStart").Choose(qorcred::FromCivil({2026, 2, 1, 10, 0, 5}));
        screen.Date("dtpEnd").Choose(qorcred::FromCivil({2026, 2, 1, 10, 0, 50}));
@@ -327,7 +327,7 @@ TEST(DirectoryCodeScreenOnStore, RenumberingQueuesWhatTheRowsStateAsksFor) {
     EXPECT_TRUE(building.controller().pbUpdateDirCode(building.connection(), kUnit, "12"));
     EXPECT_EQ(building.Codes(), row.codes);
     EXPECT_EQ(building.Steps(), row.step);
-    const qorhost::ListBox& list = building.screen().List("cbodirectorycode");
+    const qorhost::ListModel& list = building.screen().List("cbodirectorycode");
     EXPECT_EQ(list.SelectedText(), "0012");
     EXPECT_EQ(list.ItemData(list.selected()), rid);
   }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int32_t kCredentialFields = 4;
 
-void ChooseDate(qorhost::Picker& picker, std::optional<qorcred::Date> date) {
+void ChooseDate(qorhost::PickerModel& picker, std::optional<qorcred::Date> date) {
   picker.Choose(date);
 }
 
@@ -32,17 +32,17 @@ ReportDesk::ReportDesk() {
 void ReportDesk::Clear() {
   for (std::size_t row = 0; row < kRows; ++row) {
     for (const std::string_view list : {"cboField", "cboFilter", "cboType"}) {
-      At<qorhost::ListBox>(list, row).Clear();
+      At<qorhost::ListModel>(list, row).Clear();
     }
     for (const std::string_view box : {"txtFrom", "txtTo"}) {
-      At<qorhost::TextBox>(box, row).SetText("");
+      At<qorhost::TextModel>(box, row).SetText("");
     }
-    At<qorhost::CheckBox>("chkBoolean", row).SetState(0);
+    At<qorhost::CheckModel>("chkBoolean", row).SetState(0);
   }
 }
 
 void ReportDesk::ChooseOperator(std::size_t row, std::int32_t operation, std::string_view word) {
-  auto& operators = At<qorhost::ListBox>("cboFilter", row);
+  auto& operators = At<qorhost::ListModel>("cboFilter", row);
   operators.Clear();
   for (std::int32_t place = 0; place < kOperations; ++place) {
     operators.AddItem(std::string(word));
@@ -51,27 +51,27 @@ void ReportDesk::ChooseOperator(std::size_t row, std::int32_t operation, std::st
 }
 
 void ReportDesk::Enter(std::size_t row, const CodeEntry& entry) {
-  auto& fields = At<qorhost::ListBox>("cboField", row);
+  auto& fields = At<qorhost::ListModel>("cboField", row);
   fields.Clear();
   fields.AddItem("field");
   qorcred::Put(fields, "ItemData", std::int32_t{0}, entry.field);
   fields.Select(0);
   ChooseOperator(row, entry.operation, "any");
-  At<qorhost::TextBox>("txtFrom", row).SetText(std::string(entry.value));
-  At<qorhost::CheckBox>("chkBoolean", row).SetState(entry.checked ? 1 : 0);
-  ChooseDate(At<qorhost::Picker>("dtpDateFrom", row), entry.from);
-  ChooseDate(At<qorhost::Picker>("dtpDateTo", row), entry.to);
+  At<qorhost::TextModel>("txtFrom", row).SetText(std::string(entry.value));
+  At<qorhost::CheckModel>("chkBoolean", row).SetState(entry.checked ? 1 : 0);
+  ChooseDate(At<qorhost::PickerModel>("dtpDateFrom", row), entry.from);
+  ChooseDate(At<qorhost::PickerModel>("dtpDateTo", row), entry.to);
 }
 
 void ReportDesk::Enter(std::size_t row, const CredentialEntry& entry) {
-  auto& fields = At<qorhost::ListBox>("cboField", row);
+  auto& fields = At<qorhost::ListModel>("cboField", row);
   fields.Clear();
   for (std::int32_t place = 0; place < kCredentialFields; ++place) fields.AddItem("field");
   fields.Select(entry.field);
   ChooseOperator(row, entry.operation, entry.word);
-  At<qorhost::TextBox>("txtFrom", row).SetText(std::string(entry.value));
-  At<qorhost::TextBox>("txtTo", row).SetText(std::string(entry.secondValue));
-  auto& types = At<qorhost::ListBox>("cboType", row);
+  At<qorhost::TextModel>("txtFrom", row).SetText(std::string(entry.value));
+  At<qorhost::TextModel>("txtTo", row).SetText(std::string(entry.secondValue));
+  auto& types = At<qorhost::ListModel>("cboType", row);
   types.Clear();
   types.AddItem("type");
   qorcred::Put(types, "ItemData", std::int32_t{0}, entry.type);

@@ -82,11 +82,11 @@ class ReportDesk : public StoreSurroundings {
  private:
   template <typename Kind>
   [[nodiscard]] Kind& At(std::string_view name, std::size_t row) const {
-    return dynamic_cast<Kind&>(*screen_->Get<qorhost::ControlArray>(name).at(row));
+    return dynamic_cast<Kind&>(*screen_->Get<qorhost::ControlArrayModel>(name).at(row));
   }
   void ChooseOperator(std::size_t row, std::int32_t operation, std::string_view word);
 
-  std::shared_ptr<qorhost::HeadlessScreen> screen_;
+  std::shared_ptr<qorhost::ScreenModel> screen_;
   std::unique_ptr<qorcred::clsDirCodeReport> codes_;
   std::unique_ptr<qorcred::clsCredentialReport> credentials_;
 };

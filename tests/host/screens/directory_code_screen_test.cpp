@@ -53,7 +53,7 @@ TEST(DirectoryCodeScreenTest, VariablesKeepTheirTypes) {
 
 TEST(DirectoryCodeScreenTest, AReplacedEntryKeepsItsPlaceAndLosesTheSelection) {
   const auto screen = qorhost::MakeDirectoryCodeScreen(kToday);
-  qorhost::ListBox& list = screen->List("cbodirectorycode");
+  qorhost::ListModel& list = screen->List("cbodirectorycode");
   for (const char* code : {"<Add New>", "0005", "0009"}) list.AddItem(code);
   list.Select(1);
   const qorcred::ListControl view = qorcred::Screen(screen).List("cbodirectorycode");
@@ -63,7 +63,7 @@ TEST(DirectoryCodeScreenTest, AReplacedEntryKeepsItsPlaceAndLosesTheSelection) {
   EXPECT_EQ(list.Text(1), "0007");
   EXPECT_EQ(list.ItemData(1), 31);
   EXPECT_EQ(list.count(), 3);
-  EXPECT_EQ(list.selected(), qorhost::ListBox::kNone);
+  EXPECT_EQ(list.selected(), qorhost::ListModel::kNone);
 }
 
 TEST(ConnectionScreenTest, TellsTheFirmware) {

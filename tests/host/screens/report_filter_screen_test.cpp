@@ -10,7 +10,7 @@ namespace {
 
 using qorcred::Get;
 using qorcred::Value;
-using qorhost::ControlArray;
+using qorhost::ControlArrayModel;
 using qortest::Raises;
 
 const qorcred::Date kToday = qorcred::FromCivil({2026, 11, 21, 0, 0, 0});
@@ -31,10 +31,11 @@ TEST(ReportFilterScreenTest, HasAtLeastFiveRows) {
   for (const std::size_t rows : {0U, 1U, 4U, 5U}) {
     const auto screen = qorhost::MakeReportFilterScreen(rows, kToday);
     for (const char* name : kArrays) {
-      EXPECT_EQ(screen->Get<ControlArray>(name).size(), 5U) << name;
+      EXPECT_EQ(screen->Get<ControlArrayModel>(name).size(), 5U) << name;
     }
   }
-  EXPECT_EQ(qorhost::MakeReportFilterScreen(6, kToday)->Get<ControlArray>("cboType").size(), 6U);
+  EXPECT_EQ(qorhost::MakeReportFilterScreen(6, kToday)->Get<ControlArrayModel>("cboType").size(),
+            6U);
 }
 
 TEST(ReportFilterScreenTest, OpensEmptyWithTodayChosen) {

@@ -58,9 +58,9 @@ struct FocusHolder {
 /// raises kInvalidProcedureCall, as a real one does. A member that the control does not have raises
 /// kUnknownMember, so does a put on a read-only one; a wrong number of arguments raises
 /// kWrongArgumentCount. Reading and calling are the same, as late-bound clients cannot tell.
-class Control : public qorcred::Object {
+class ControlModel : public qorcred::Object {
  public:
-  Control();
+  ControlModel();
 
   qorcred::Value Invoke(std::string_view member, qorcred::InvokeKind kind,
                         qorcred::Arguments arguments) final;

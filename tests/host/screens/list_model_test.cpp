@@ -1,4 +1,4 @@
-#include "host/screens/list_box.h"
+#include "host/screens/list_model.h"
 
 #include <gtest/gtest.h>
 
@@ -16,10 +16,10 @@ using qorcred::Missing;
 using qorcred::Null;
 using qorcred::Put;
 using qorcred::Value;
-using qorhost::ListBox;
+using qorhost::ListModel;
 using qortest::Raises;
 
-class ListBoxTest : public ::testing::Test {
+class ListModelTest : public ::testing::Test {
  protected:
   void AddLetters() {
     for (const char* letter : {"a", "b", "c"}) {
@@ -34,24 +34,24 @@ class ListBoxTest : public ::testing::Test {
     return texts;
   }
 
-  ListBox list_;
+  ListModel list_;
 };
 
-TEST_F(ListBoxTest, StartsEmptyWithNothingSelected) {
+TEST_F(ListModelTest, StartsEmptyWithNothingSelected) {
   EXPECT_EQ(Get(list_, "ListCount"), Value(0));
   EXPECT_EQ(Get(list_, "ListIndex"), Value(-1));
   EXPECT_EQ(Get(list_, "NewIndex"), Value(-1));
   EXPECT_EQ(Get(list_, "Text"), Value(""));
 }
 
-TEST_F(ListBoxTest, AddItemAppendsAndNewIndexNamesTheItemAddedLast) {
+TEST_F(ListModelTest, AddItemAppendsAndNewIndexNamesTheItemAddedLast) {
   AddLetters();
   EXPECT_EQ(Texts(), (std::vector<std::string>{"a", "b", "c"}));
   EXPECT_EQ(Get(list_, "NewIndex"), Value(2));
   EXPECT_EQ(Get(list_, "ItemData", 2), Value(0)) << "a new item's number is 0";
 }
 
-TEST_F(ListBoxTest, AddItemAtAnIndexShiftsTheItemsBehind) {
+TEST_F(ListModelTest, AddItemAtAnIndexShiftsTheItemsBehind) {
   AddLetters();
   Put(list_, "ItemData", 1, 20);
   Call(list_, "AddItem", "x", 1);
@@ -61,30 +61,30 @@ TEST_F(ListBoxTest, AddItemAtAnIndexShiftsTheItemsBehind) {
   EXPECT_EQ(Get(list_, "ItemData", 2), Value(20));
 }
 
-TEST_F(ListBoxTest, AddItemAtTheCountAppends) {
+TEST_F(ListModelTest, AddItemAtTheCountAppends) {
   AddLetters();
   Call(list_, "AddItem", "d", 3);
   EXPECT_EQ(Texts().back(), "d");
 }
 
-TEST_F(ListBoxTest, AddItemWithAnOmittedIndexAppends) {
+TEST_F(ListModelTest, AddItemWithAnOmittedIndexAppends) {
   AddLetters();
   Call(list_, "AddItem", "d", Missing{});
   EXPECT_EQ(Texts().back(), "d");
 }
 
-TEST_F(ListBoxTest, AddItemTakesNumbersAsText) {
+TEST_F(ListModelTest, AddItemTakesNumbersAsText) {
   Call(list_, "AddItem", 17);
   EXPECT_EQ(list_.Text(0), "17");
 }
 
-TEST_F(ListBoxTest, AddItemLeavesTheCallersTextAlone) {
+TEST_F(ListModelTest, AddItemLeavesTheCallersTextAlone) {
   std::vector<Value> arguments{Value("a long text that does not fit into the string itself")};
   list_.Invoke("AddItem", qorcred::InvokeKind::kCall, arguments);
   EXPECT_EQ(arguments[0], Value("a long text that does not fit into the string itself"));
 }
 
-TEST_F(ListBoxTest, TheSelectionStaysOnItsItemWhenItemsAreAddedOrRemovedBeforeIt) {
+TEST_F(ListModelTest, TheSelectionStaysOnItsItemWhenItemsAreAddedOrRemovedBeforeIt) {
   AddLetters();
   Put(list_, "ListIndex", 1);
   Call(list_, "AddItem", "x", 0);
@@ -96,7 +96,7 @@ TEST_F(ListBoxTest, TheSelectionStaysOnItsItemWhenItemsAreAddedOrRemovedBeforeIt
   EXPECT_EQ(Get(list_, "ListIndex"), Value(1));
 }
 
-TEST_F(ListBoxTest, RemovingTheSelectedItemClearsTheSelection) {
+TEST_F(ListModelTest, RemovingTheSelectedItemClearsTheSelection) {
   AddLetters();
   Put(list_, "ListIndex", 1);
   Call(list_, "RemoveItem", 1);
@@ -105,7 +105,7 @@ TEST_F(ListBoxTest, RemovingTheSelectedItemClearsTheSelection) {
   EXPECT_EQ(Texts(), (std::vector<std::string>{"a", "c"}));
 }
 
-TEST_F(ListBoxTest, ClearForgetsItemsSelectionAndNewIndex) {
+TEST_F(ListModelTest, ClearForgetsItemsSelectionAndNewIndex) {
   AddLetters();
   Put(list_, "ListIndex", 1);
   Call(list_, "Clear");
@@ -114,7 +114,7 @@ TEST_F(ListBoxTest, ClearForgetsItemsSelectionAndNewIndex) {
   EXPECT_EQ(Get(list_, "NewIndex"), Value(-1));
 }
 
-TEST_F(ListBoxTest, ListIndexTakesMinusOneToTheLastIndexOnly) {
+TEST_F(ListModelTest, ListIndexTakesMinusOneToTheLastIndexOnly) {
   AddLetters();
   for (const int index : {-1, 0, 2}) {
     Put(list_, "ListIndex", index);
@@ -127,7 +127,7 @@ TEST_F(ListBoxTest, ListIndexTakesMinusOneToTheLastIndexOnly) {
   }
 }
 
-TEST_F(ListBoxTest, ItemDataConvertsTextsAndRefusesOthers) {
+TEST_F(ListModelTest, ItemDataConvertsTextsAndRefusesOthers) {
   AddLetters();
   Put(list_, "ItemData", 0, "-100");
   EXPECT_EQ(Get(list_, "ItemData", 0), Value(-100));
@@ -139,7 +139,7 @@ TEST_F(ListBoxTest, ItemDataConvertsTextsAndRefusesOthers) {
   EXPECT_EQ(Get(list_, "ItemData", 0), Value(2));
 }
 
-TEST_F(ListBoxTest, IndexesOutsideTheListAreRefusedAndChangeNothing) {
+TEST_F(ListModelTest, IndexesOutsideTheListAreRefusedAndChangeNothing) {
   AddLetters();
   for (const int index : {-1, 3}) {
     EXPECT_TRUE(Raises(ErrorNumber::kIndexOutOfRange, [&] { Get(list_, "ItemData", index); }));
@@ -155,13 +155,13 @@ TEST_F(ListBoxTest, IndexesOutsideTheListAreRefusedAndChangeNothing) {
   EXPECT_EQ(Texts(), (std::vector<std::string>{"a", "b", "c"}));
 }
 
-TEST_F(ListBoxTest, ListReadsAndWritesAnItemsText) {
+TEST_F(ListModelTest, ListReadsAndWritesAnItemsText) {
   AddLetters();
   Put(list_, "List", 1, "beta");
   EXPECT_EQ(Get(list_, "List", 1), Value("beta"));
 }
 
-TEST_F(ListBoxTest, WritingTheTextSelectsTheItemThatHasIt) {
+TEST_F(ListModelTest, WritingTheTextSelectsTheItemThatHasIt) {
   AddLetters();
   Put(list_, "Text", "c");
   EXPECT_EQ(Get(list_, "ListIndex"), Value(2));
@@ -169,7 +169,7 @@ TEST_F(ListBoxTest, WritingTheTextSelectsTheItemThatHasIt) {
   EXPECT_EQ(Get(list_, ""), Value("c")) << "the text is the default member";
 }
 
-TEST_F(ListBoxTest, TheHandlerHearsOfEveryChangeOfTheSelectionThroughListIndex) {
+TEST_F(ListModelTest, TheHandlerHearsOfEveryChangeOfTheSelectionThroughListIndex) {
   AddLetters();
   std::vector<std::int32_t> heard;
   list_.OnSelect([&](std::int32_t index) { heard.push_back(index); });
@@ -182,7 +182,7 @@ TEST_F(ListBoxTest, TheHandlerHearsOfEveryChangeOfTheSelectionThroughListIndex) 
   EXPECT_EQ(heard, (std::vector<std::int32_t>{1, -1, 0}));
 }
 
-TEST_F(ListBoxTest, TheHandlerMayRefillTheListAndReplaceItself) {
+TEST_F(ListModelTest, TheHandlerMayRefillTheListAndReplaceItself) {
   AddLetters();
   list_.OnSelect([&](std::int32_t) {
     list_.OnSelect(nullptr);
@@ -194,16 +194,16 @@ TEST_F(ListBoxTest, TheHandlerMayRefillTheListAndReplaceItself) {
   EXPECT_EQ(list_.SelectedText(), "only");
 }
 
-TEST_F(ListBoxTest, FindsItemsByTextAndNumber) {
+TEST_F(ListModelTest, FindsItemsByTextAndNumber) {
   AddLetters();
   Put(list_, "ItemData", 2, 30);
   EXPECT_EQ(list_.FindText("b"), 1);
-  EXPECT_EQ(list_.FindText("z"), ListBox::kNone);
+  EXPECT_EQ(list_.FindText("z"), ListModel::kNone);
   EXPECT_EQ(list_.FindData(30), 2);
-  EXPECT_EQ(list_.FindData(31), ListBox::kNone);
+  EXPECT_EQ(list_.FindData(31), ListModel::kNone);
 }
 
-TEST_F(ListBoxTest, WrongArgumentCountsAreRefused) {
+TEST_F(ListModelTest, WrongArgumentCountsAreRefused) {
   AddLetters();
   const auto number = ErrorNumber::kWrongArgumentCount;
   EXPECT_TRUE(Raises(number, [&] { Call(list_, "AddItem"); }));
@@ -218,25 +218,25 @@ TEST_F(ListBoxTest, WrongArgumentCountsAreRefused) {
   EXPECT_TRUE(Raises(number, [&] { Get(list_, "Text", 1); }));
 }
 
-TEST_F(ListBoxTest, ReadOnlyMembersAndMethodsCannotBeWritten) {
+TEST_F(ListModelTest, ReadOnlyMembersAndMethodsCannotBeWritten) {
   for (const char* member : {"NewIndex", "ListCount", "Clear", "AddItem", "RemoveItem"}) {
     EXPECT_TRUE(Raises(ErrorNumber::kUnknownMember, [&] { Put(list_, member, 1); })) << member;
   }
 }
 
-TEST_F(ListBoxTest, MembersThatOtherControlsHaveAreUnknown) {
+TEST_F(ListModelTest, MembersThatOtherControlsHaveAreUnknown) {
   for (const char* member : {"Value", "Month", "MaxLength", "Count", "Sorted", "x"}) {
     EXPECT_TRUE(Raises(ErrorNumber::kUnknownMember, [&] { Get(list_, member); })) << member;
   }
 }
 
-TEST_F(ListBoxTest, MemberNamesCompareWithoutLetterCase) {
+TEST_F(ListModelTest, MemberNamesCompareWithoutLetterCase) {
   Call(list_, "ADDITEM", "a");
   EXPECT_EQ(Get(list_, "listcount"), Value(1));
 }
 
-TEST_F(ListBoxTest, HoldsTheLongestCredentialListThroughTheTypedView) {
-  const auto list = std::make_shared<ListBox>();
+TEST_F(ListModelTest, HoldsTheLongestCredentialListThroughTheTypedView) {
+  const auto list = std::make_shared<ListModel>();
   const qorcred::ListControl view{qorcred::ObjectRef(list)};
   constexpr std::int32_t kMost = 65535;
   for (std::int32_t number = 1; number <= kMost; ++number) {

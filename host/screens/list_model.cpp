@@ -1,4 +1,4 @@
-#include "host/screens/list_box.h"
+#include "host/screens/list_model.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,18 +15,18 @@ using qorcred::RuntimeError;
 using qorcred::ToLong;
 using qorcred::Value;
 
-void ListBox::Clear() {
+void ListModel::Clear() {
   items_.clear();
   selected_ = kNone;
   newIndex_ = kNone;
 }
 
-void ListBox::AddItem(std::string text) {
+void ListModel::AddItem(std::string text) {
   items_.push_back({std::move(text), 0});
   newIndex_ = count() - 1;
 }
 
-void ListBox::AddItem(std::string text, std::int32_t index) {
+void ListModel::AddItem(std::string text, std::int32_t index) {
   if (index < 0 || index > count()) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
@@ -37,7 +37,7 @@ void ListBox::AddItem(std::string text, std::int32_t index) {
   }
 }
 
-void ListBox::RemoveItem(std::int32_t index) {
+void ListModel::RemoveItem(std::int32_t index) {
   if (index < 0 || index >= count()) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
@@ -50,7 +50,7 @@ void ListBox::RemoveItem(std::int32_t index) {
   }
 }
 
-void ListBox::Select(std::int32_t index) {
+void ListModel::Select(std::int32_t index) {
   if (index < kNone || index >= count()) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
@@ -65,30 +65,30 @@ void ListBox::Select(std::int32_t index) {
   }
 }
 
-std::string ListBox::SelectedText() const {
+std::string ListModel::SelectedText() const {
   return selected_ == kNone ? std::string() : Text(selected_);
 }
 
-std::int32_t ListBox::FindText(std::string_view text) const {
+std::int32_t ListModel::FindText(std::string_view text) const {
   const auto found = std::find_if(items_.begin(), items_.end(),
                                   [text](const Item& item) { return item.text == text; });
   return found == items_.end() ? kNone : static_cast<std::int32_t>(found - items_.begin());
 }
 
-std::int32_t ListBox::FindData(std::int32_t data) const {
+std::int32_t ListModel::FindData(std::int32_t data) const {
   const auto found = std::find_if(items_.begin(), items_.end(),
                                   [data](const Item& item) { return item.data == data; });
   return found == items_.end() ? kNone : static_cast<std::int32_t>(found - items_.begin());
 }
 
-std::size_t ListBox::Place(std::int32_t index) const {
+std::size_t ListModel::Place(std::int32_t index) const {
   if (index < 0 || index >= count()) {
     throw RuntimeError(ErrorNumber::kIndexOutOfRange);
   }
   return static_cast<std::size_t>(index);
 }
 
-Value ListBox::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
+Value ListModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   switch (member) {
     case ControlMember::kAddItem:
       return AddItemMember(kind, arguments);
@@ -129,7 +129,7 @@ Value ListBox::OwnMember(ControlMember member, InvokeKind kind, Arguments argume
   }
 }
 
-Value ListBox::AddItemMember(InvokeKind kind, Arguments arguments) {
+Value ListModel::AddItemMember(InvokeKind kind, Arguments arguments) {
   RefusePut(kind);
   const bool atIndex = arguments.size() == 2 && !arguments.back().Is(qorcred::ValueType::kMissing);
   if (!atIndex && arguments.size() != 2) {
@@ -145,7 +145,7 @@ Value ListBox::AddItemMember(InvokeKind kind, Arguments arguments) {
   return {};
 }
 
-Value ListBox::TextMember(InvokeKind kind, Arguments arguments) {
+Value ListModel::TextMember(InvokeKind kind, Arguments arguments) {
   if (kind != InvokeKind::kPut) {
     RequireCount(arguments, 0);
     return Value(SelectedText());
@@ -159,7 +159,7 @@ Value ListBox::TextMember(InvokeKind kind, Arguments arguments) {
   return {};
 }
 
-Value ListBox::ItemMember(ControlMember member, InvokeKind kind, Arguments arguments) {
+Value ListModel::ItemMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   RequireCount(arguments, kind == InvokeKind::kPut ? 2 : 1);
   Item& item = items_[Place(ToLong(arguments.front()))];
   if (kind == InvokeKind::kPut) {

@@ -12,26 +12,26 @@ using qorcred::Get;
 using qorcred::Null;
 using qorcred::Put;
 using qorcred::Value;
-using qorhost::HeadlessScreen;
 using qorhost::MakeCredentialScreen;
 using qorhost::MakeTenantCreatingScreen;
+using qorhost::ScreenModel;
 using qortest::Raises;
 
-TEST(HeadlessScreenTest, FindsControlsAndVariablesWithoutLetterCase) {
+TEST(ScreenModelTest, FindsControlsAndVariablesWithoutLetterCase) {
   const auto screen = MakeCredentialScreen();
   EXPECT_EQ(Get(*screen, "TXTPINEND"), Get(*screen, "txtPinEnd"));
   Put(*screen, "GSTRTAG", "SINGLE");
   EXPECT_EQ(Get(*screen, "gstrTag"), Value("SINGLE"));
 }
 
-TEST(HeadlessScreenTest, KeepsTheSpellingOfItsNames) {
+TEST(ScreenModelTest, KeepsTheSpellingOfItsNames) {
   const auto screen = MakeCredentialScreen();
   EXPECT_EQ(screen->SpelledName("txtpinend"), "txtPINEND");
   EXPECT_EQ(screen->SpelledName("NAME"), "Name");
   EXPECT_EQ(screen->SpelledName("txtNothing"), "");
 }
 
-TEST(HeadlessScreenTest, UnknownMembersAreRefused) {
+TEST(ScreenModelTest, UnknownMembersAreRefused) {
   const auto screen = MakeCredentialScreen();
   EXPECT_TRUE(Raises(ErrorNumber::kUnknownMember, [&] { Get(*screen, "txtNothing"); }));
   EXPECT_TRUE(Raises(ErrorNumber::kUnknownMember, [&] { Put(*screen, "gstrNothing", 1); }));
@@ -41,7 +41,7 @@ TEST(HeadlessScreenTest, UnknownMembersAreRefused) {
   EXPECT_TRUE(Raises(ErrorNumber::kWrongArgumentCount, [&] { Put(*screen, "gstrTag", 1, 2); }));
 }
 
-TEST(HeadlessScreenTest, VariablesKeepTheTypeTheyWereDeclaredWith) {
+TEST(ScreenModelTest, VariablesKeepTheTypeTheyWereDeclaredWith) {
   const auto screen = MakeCredentialScreen();
   Put(*screen, "glngrid", "17");
   EXPECT_EQ(Get(*screen, "glngrid"), Value(17));
@@ -53,26 +53,26 @@ TEST(HeadlessScreenTest, VariablesKeepTheTypeTheyWereDeclaredWith) {
   EXPECT_TRUE(Raises(ErrorNumber::kInvalidUseOfNull, [&] { Put(*screen, "gstrTag", Null{}); }));
 }
 
-TEST(HeadlessScreenTest, AVariableDeclaredEmptyTakesAnything) {
-  HeadlessScreen screen("frm");
+TEST(ScreenModelTest, AVariableDeclaredEmptyTakesAnything) {
+  ScreenModel screen("frm");
   screen.AddVariable("gvarAny", {});
   Put(screen, "gvarAny", Null{});
   EXPECT_EQ(Get(screen, "gvarAny"), Value(Null{}));
 }
 
-TEST(HeadlessScreenTest, ArgumentsAndValuesReachAControlsDefaultMember) {
-  HeadlessScreen screen("frm");
-  const auto first = std::make_shared<qorhost::TextBox>();
-  screen.Add("txtField", std::make_shared<qorhost::ControlArray>(
-                             std::vector<std::shared_ptr<qorhost::Control>>{first}));
-  screen.Add("pvnDays", std::make_shared<qorhost::Spinner>());
+TEST(ScreenModelTest, ArgumentsAndValuesReachAControlsDefaultMember) {
+  ScreenModel screen("frm");
+  const auto first = std::make_shared<qorhost::TextModel>();
+  screen.Add("txtField", std::make_shared<qorhost::ControlArrayModel>(
+                             std::vector<std::shared_ptr<qorhost::ControlModel>>{first}));
+  screen.Add("pvnDays", std::make_shared<qorhost::SpinnerModel>());
   EXPECT_EQ(Get(screen, "txtField", 0), Value(qorcred::ObjectRef(first)));
   Put(screen, "pvnDays", 7);
-  EXPECT_EQ(Get(screen.Get<qorhost::Spinner>("pvnDays"), "Value"), Value(7));
+  EXPECT_EQ(Get(screen.Get<qorhost::SpinnerModel>("pvnDays"), "Value"), Value(7));
 }
 
-TEST(HeadlessScreenTest, ANameIsTakenOnce) {
-  HeadlessScreen screen("frm");
+TEST(ScreenModelTest, ANameIsTakenOnce) {
+  ScreenModel screen("frm");
   screen.AddVariable("gstrTag", "");
   EXPECT_TRUE(
       Raises(ErrorNumber::kInvalidProcedureCall, [&] { screen.AddVariable("GSTRTAG", 1); }));
@@ -80,7 +80,7 @@ TEST(HeadlessScreenTest, ANameIsTakenOnce) {
   EXPECT_TRUE(Raises(ErrorNumber::kInvalidProcedureCall, [&] { screen.AddVariable("", 1); }));
 }
 
-TEST(HeadlessScreenTest, TypedAccessRefusesOtherKinds) {
+TEST(ScreenModelTest, TypedAccessRefusesOtherKinds) {
   const auto screen = MakeCredentialScreen();
   EXPECT_TRUE(Raises(ErrorNumber::kTypeMismatch, [&] { (void)screen->List("txtPINStart"); }));
   EXPECT_TRUE(Raises(ErrorNumber::kTypeMismatch, [&] { (void)screen->Variable("txtPINStart"); }));
@@ -111,11 +111,11 @@ TEST(FocusTest, ADisabledOrHiddenControlCannotHaveIt) {
 }
 
 TEST(FocusTest, ControlsOfAnArrayAreNamedByTheirIndex) {
-  HeadlessScreen screen("frm");
-  const auto second = std::make_shared<qorhost::TextBox>();
-  screen.Add("txtField",
-             std::make_shared<qorhost::ControlArray>(std::vector<std::shared_ptr<qorhost::Control>>{
-                 std::make_shared<qorhost::TextBox>(), second}));
+  ScreenModel screen("frm");
+  const auto second = std::make_shared<qorhost::TextModel>();
+  screen.Add("txtField", std::make_shared<qorhost::ControlArrayModel>(
+                             std::vector<std::shared_ptr<qorhost::ControlModel>>{
+                                 std::make_shared<qorhost::TextModel>(), second}));
   second->SetFocus();
   EXPECT_EQ(screen.focused(), "txtField(1)");
 }
@@ -140,7 +140,7 @@ TEST(CredentialScreenTest, HasTheControlsAndVariablesOfTheCredentialScreen) {
   }
   for (const char* name : {"lblFacilityCode", "lblIDCode", "lblSequencecode", "lblActivate",
                            "lblDoor1", "lblDoor2", "lblDoor3", "lblDoor4"}) {
-    EXPECT_EQ(screen->Get<qorhost::Label>(name).caption(), "") << name;
+    EXPECT_EQ(screen->Get<qorhost::LabelModel>(name).caption(), "") << name;
   }
   EXPECT_FALSE(screen->Date("dtpStart").chosen());
   EXPECT_FALSE(screen->Date("dtpEnd").chosen());

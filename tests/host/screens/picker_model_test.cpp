@@ -1,4 +1,4 @@
-#include "host/screens/picker.h"
+#include "host/screens/picker_model.h"
 
 #include <gtest/gtest.h>
 
@@ -16,15 +16,15 @@ using qorcred::Null;
 using qorcred::Put;
 using qorcred::ToCivil;
 using qorcred::Value;
-using qorhost::Picker;
+using qorhost::PickerModel;
 using qortest::Raises;
 
-class PickerTest : public ::testing::Test {
+class PickerModelTest : public ::testing::Test {
  protected:
-  Picker picker_{FromCivil({2026, 1, 31, 14, 5, 9})};
+  PickerModel picker_{FromCivil({2026, 1, 31, 14, 5, 9})};
 };
 
-TEST_F(PickerTest, StartsWithoutADateAndShowsTheDayItWasGiven) {
+TEST_F(PickerModelTest, StartsWithoutADateAndShowsTheDayItWasGiven) {
   EXPECT_EQ(Get(picker_, "Value"), Value(Null{}));
   EXPECT_EQ(Get(picker_, "Year"), Value(2026));
   EXPECT_EQ(Get(picker_, "Month"), Value(1));
@@ -34,11 +34,11 @@ TEST_F(PickerTest, StartsWithoutADateAndShowsTheDayItWasGiven) {
   EXPECT_EQ(Get(picker_, "Second"), Value(9));
 }
 
-TEST_F(PickerTest, TheLatestDateIsTheLastDayOfTheYear9999) {
+TEST_F(PickerModelTest, TheLatestDateIsTheLastDayOfTheYear9999) {
   EXPECT_EQ(Get(picker_, "MaxDate"), Value(FromCivil({9999, 12, 31, 0, 0, 0})));
 }
 
-TEST_F(PickerTest, PartsOfAChosenDateChangeTheValue) {
+TEST_F(PickerModelTest, PartsOfAChosenDateChangeTheValue) {
   Put(picker_, "Value", FromCivil({2026, 3, 4, 0, 0, 0}));
   Put(picker_, "Hour", 23);
   Put(picker_, "Minute", 59);
@@ -46,7 +46,7 @@ TEST_F(PickerTest, PartsOfAChosenDateChangeTheValue) {
   EXPECT_EQ(Get(picker_, "Value"), Value(FromCivil({2026, 3, 4, 23, 59, 59})));
 }
 
-TEST_F(PickerTest, PartsWrittenWhileNothingIsChosenChangeWhatIsShownAndChooseNothing) {
+TEST_F(PickerModelTest, PartsWrittenWhileNothingIsChosenChangeWhatIsShownAndChooseNothing) {
   Put(picker_, "Value", FromCivil({2026, 3, 4, 5, 6, 7}));
   Put(picker_, "Value", Null{});
   EXPECT_EQ(Get(picker_, "Day"), Value(4)) << "the date shown last stays";
@@ -65,7 +65,7 @@ class RefusedPartTest : public ::testing::TestWithParam<PartRow> {};
 
 TEST_P(RefusedPartTest, RaisesAndChangesNothing) {
   const auto start = FromCivil({2026, 1, 31, 14, 5, 9});
-  Picker picker(start);
+  PickerModel picker(start);
   EXPECT_TRUE(Raises(ErrorNumber::kInvalidProcedureCall,
                      [&] { Put(picker, GetParam().part, GetParam().value); }));
   EXPECT_EQ(picker.shown(), start);
@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
                       PartRow{"LargestNumber", "Month", 2147483647}),
     [](const auto& row) { return row.param.name; });
 
-TEST_F(PickerTest, The29thOfFebruaryNeedsALeapYear) {
+TEST_F(PickerModelTest, The29thOfFebruaryNeedsALeapYear) {
   Put(picker_, "Value", FromCivil({2028, 2, 29, 0, 0, 0}));
   EXPECT_TRUE(Raises(ErrorNumber::kInvalidProcedureCall, [&] { Put(picker_, "Year", 2029); }));
   Put(picker_, "Month", 3);
@@ -91,7 +91,7 @@ TEST_F(PickerTest, The29thOfFebruaryNeedsALeapYear) {
   EXPECT_EQ(ToCivil(picker_.shown()), (CivilTime{2029, 3, 1, 0, 0, 0}));
 }
 
-TEST_F(PickerTest, TheLimitsCountByDay) {
+TEST_F(PickerModelTest, TheLimitsCountByDay) {
   Put(picker_, "MinDate", FromCivil({2026, 1, 1, 12, 0, 0}));
   Put(picker_, "MaxDate", FromCivil({2026, 12, 31, 0, 0, 0}));
   Put(picker_, "Value", FromCivil({2026, 12, 31, 23, 59, 59}));
@@ -105,14 +105,14 @@ TEST_F(PickerTest, TheLimitsCountByDay) {
   EXPECT_EQ(picker_.shown(), FromCivil({2026, 1, 1, 0, 0, 0}));
 }
 
-TEST_F(PickerTest, TheValueTakesDateTextsAndRefusesOthers) {
+TEST_F(PickerModelTest, TheValueTakesDateTextsAndRefusesOthers) {
   Put(picker_, "Value", "3/4/2026");
   EXPECT_EQ(Get(picker_, ""), Value(FromCivil({2026, 3, 4, 0, 0, 0})));
   EXPECT_TRUE(Raises(ErrorNumber::kTypeMismatch, [&] { Put(picker_, "Value", "tomorrow"); }));
   EXPECT_EQ(picker_.shown(), FromCivil({2026, 3, 4, 0, 0, 0}));
 }
 
-TEST_F(PickerTest, WrongArgumentCountsAreRefused) {
+TEST_F(PickerModelTest, WrongArgumentCountsAreRefused) {
   const auto number = ErrorNumber::kWrongArgumentCount;
   EXPECT_TRUE(Raises(number, [&] { Get(picker_, "Value", 1); }));
   EXPECT_TRUE(Raises(number, [&] { Put(picker_, "Month", 1, 2); }));

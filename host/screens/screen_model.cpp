@@ -1,4 +1,4 @@
-#include "host/screens/headless_screen.h"
+#include "host/screens/screen_model.h"
 
 #include <algorithm>
 #include <utility>
@@ -46,28 +46,28 @@ Value ConvertLike(const Value& declared, const Value& value) {
 
 }  // namespace
 
-bool HeadlessScreen::NameLess::operator()(std::string_view one,
-                                          std::string_view other) const noexcept {
+bool ScreenModel::NameLess::operator()(std::string_view one,
+                                       std::string_view other) const noexcept {
   return std::lexicographical_compare(
       one.begin(), one.end(), other.begin(), other.end(),
       [](char left, char right) { return LowerAscii(left) < LowerAscii(right); });
 }
 
-HeadlessScreen::HeadlessScreen(std::string name)
+ScreenModel::ScreenModel(std::string name)
     : name_(std::move(name)), focus_(std::make_shared<FocusHolder>()) {}
 
-void HeadlessScreen::AddVariable(std::string name, Value initial) {
+void ScreenModel::AddVariable(std::string name, Value initial) {
   AddMember(std::move(name), {nullptr, std::move(initial)});
 }
 
-void HeadlessScreen::AddMember(std::string name, Member member) {
+void ScreenModel::AddMember(std::string name, Member member) {
   if (name.empty() || qorcred::SameMember(name, kName) ||
       !members_.emplace(std::move(name), std::move(member)).second) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
 }
 
-const HeadlessScreen::Member& HeadlessScreen::Find(std::string_view name) const {
+const ScreenModel::Member& ScreenModel::Find(std::string_view name) const {
   const auto found = members_.find(name);
   if (found == members_.end()) {
     throw RuntimeError(ErrorNumber::kUnknownMember);
@@ -75,11 +75,11 @@ const HeadlessScreen::Member& HeadlessScreen::Find(std::string_view name) const 
   return found->second;
 }
 
-void HeadlessScreen::RaiseWrongKind() {
+void ScreenModel::RaiseWrongKind() {
   throw RuntimeError(ErrorNumber::kTypeMismatch);
 }
 
-std::string_view HeadlessScreen::SpelledName(std::string_view name) const {
+std::string_view ScreenModel::SpelledName(std::string_view name) const {
   if (qorcred::SameMember(name, kName)) {
     return kName;
   }
@@ -87,7 +87,7 @@ std::string_view HeadlessScreen::SpelledName(std::string_view name) const {
   return found == members_.end() ? std::string_view() : std::string_view(found->first);
 }
 
-std::vector<std::string_view> HeadlessScreen::Names() const {
+std::vector<std::string_view> ScreenModel::Names() const {
   std::vector<std::string_view> names;
   names.reserve(members_.size());
   for (const auto& [name, member] : members_) {
@@ -96,7 +96,7 @@ std::vector<std::string_view> HeadlessScreen::Names() const {
   return names;
 }
 
-const Value& HeadlessScreen::Variable(std::string_view name) const {
+const Value& ScreenModel::Variable(std::string_view name) const {
   const Member& member = Find(name);
   if (member.control != nullptr) {
     RaiseWrongKind();
@@ -104,7 +104,7 @@ const Value& HeadlessScreen::Variable(std::string_view name) const {
   return member.variable;
 }
 
-void HeadlessScreen::SetVariable(std::string_view name, const Value& value) {
+void ScreenModel::SetVariable(std::string_view name, const Value& value) {
   const auto found = members_.find(name);
   if (found == members_.end()) {
     throw RuntimeError(ErrorNumber::kUnknownMember);
@@ -122,7 +122,7 @@ void HeadlessScreen::SetVariable(std::string_view name, const Value& value) {
   member.variable = ConvertLike(member.variable, value);
 }
 
-Value HeadlessScreen::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+Value ScreenModel::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
   if (qorcred::SameMember(member, kName)) {
     RefusePut(kind);
     RequireCount(arguments, 0);

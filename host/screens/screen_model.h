@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "frame/object.h"
-#include "host/screens/list_box.h"
-#include "host/screens/picker.h"
-#include "host/screens/simple_controls.h"
+#include "host/screens/list_model.h"
+#include "host/screens/picker_model.h"
+#include "host/screens/simple_models.h"
 
 namespace qorhost {
 
@@ -19,9 +19,9 @@ namespace qorhost {
 /// every variable (get/put) and Name (get). Letter case does not count; names keep the spelling
 /// with which they were added. A variable converts what is put to the type of its initial value;
 /// one that starts Empty takes anything. An unknown name raises kUnknownMember.
-class HeadlessScreen final : public qorcred::Object {
+class ScreenModel final : public qorcred::Object {
  public:
-  explicit HeadlessScreen(std::string name);
+  explicit ScreenModel(std::string name);
 
   /// Takes a control in under a name; a name that is taken already raises kInvalidProcedureCall.
   /// Returns the control.
@@ -54,14 +54,12 @@ class HeadlessScreen final : public qorcred::Object {
   [[nodiscard]] Kind& Get(std::string_view name) const {
     return Cast<Kind>(Find(name).control);
   }
-  [[nodiscard]] ListBox& List(std::string_view name) const { return Get<ListBox>(name); }
-  [[nodiscard]] TextBox& Box(std::string_view name) const { return Get<TextBox>(name); }
-  [[nodiscard]] Picker& Date(std::string_view name) const { return Get<Picker>(name); }
-  [[nodiscard]] CheckBox& Check(std::string_view name) const { return Get<CheckBox>(name); }
-  [[nodiscard]] OptionButton& Option(std::string_view name) const {
-    return Get<OptionButton>(name);
-  }
-  [[nodiscard]] Control& Any(std::string_view name) const { return Get<Control>(name); }
+  [[nodiscard]] ListModel& List(std::string_view name) const { return Get<ListModel>(name); }
+  [[nodiscard]] TextModel& Box(std::string_view name) const { return Get<TextModel>(name); }
+  [[nodiscard]] PickerModel& Date(std::string_view name) const { return Get<PickerModel>(name); }
+  [[nodiscard]] CheckModel& Check(std::string_view name) const { return Get<CheckModel>(name); }
+  [[nodiscard]] OptionModel& Option(std::string_view name) const { return Get<OptionModel>(name); }
+  [[nodiscard]] ControlModel& Any(std::string_view name) const { return Get<ControlModel>(name); }
   [[nodiscard]] const qorcred::Value& Variable(std::string_view name) const;
   void SetVariable(std::string_view name, const qorcred::Value& value);
 
@@ -79,8 +77,10 @@ class HeadlessScreen final : public qorcred::Object {
     bool operator()(std::string_view one, std::string_view other) const noexcept;
   };
 
-  void AttachTo(const std::string& name, Control& control) const { control.Attach(name, focus_); }
-  void AttachTo(const std::string& name, ControlArray& controls) const {
+  void AttachTo(const std::string& name, ControlModel& control) const {
+    control.Attach(name, focus_);
+  }
+  void AttachTo(const std::string& name, ControlArrayModel& controls) const {
     controls.Attach(name, focus_);
   }
   void AddMember(std::string name, Member member);

@@ -1,4 +1,4 @@
-#include "host/screens/picker.h"
+#include "host/screens/picker_model.h"
 
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
@@ -20,18 +20,18 @@ constexpr CivilTime kLastDay{9999, 12, 31, 0, 0, 0};
 
 }  // namespace
 
-Picker::Picker(Date shown)
+PickerModel::PickerModel(Date shown)
     : shown_(shown),
       minDate_(qorcred::FromCivil(kFirstDay)),
       maxDate_(qorcred::FromCivil(kLastDay)) {
   RequireInside(shown);
 }
 
-Value Picker::Chosen() const {
+Value PickerModel::Chosen() const {
   return chosen_ ? Value(shown_) : Value(qorcred::Null{});
 }
 
-void Picker::Choose(std::optional<Date> date) {
+void PickerModel::Choose(std::optional<Date> date) {
   if (date) {
     RequireInside(*date);
     shown_ = *date;
@@ -39,14 +39,14 @@ void Picker::Choose(std::optional<Date> date) {
   chosen_ = date.has_value();
 }
 
-void Picker::RequireInside(Date date) const {
+void PickerModel::RequireInside(Date date) const {
   const double day = qorcred::DayOf(date).serial;
   if (!(day >= qorcred::DayOf(minDate_).serial && day <= qorcred::DayOf(maxDate_).serial)) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
 }
 
-Value Picker::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
+Value PickerModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   switch (member) {
     case ControlMember::kDefault:
     case ControlMember::kValue:
@@ -80,7 +80,7 @@ Value Picker::OwnMember(ControlMember member, InvokeKind kind, Arguments argumen
   }
 }
 
-Value Picker::PartMember(int CivilTime::*part, InvokeKind kind, Arguments arguments) {
+Value PickerModel::PartMember(int CivilTime::*part, InvokeKind kind, Arguments arguments) {
   CivilTime civil = qorcred::ToCivil(shown_);
   if (kind != InvokeKind::kPut) {
     RequireCount(arguments, 0);
@@ -98,7 +98,7 @@ Value Picker::PartMember(int CivilTime::*part, InvokeKind kind, Arguments argume
   return {};
 }
 
-Value Picker::LimitMember(Date& limit, InvokeKind kind, Arguments arguments) {
+Value PickerModel::LimitMember(Date& limit, InvokeKind kind, Arguments arguments) {
   if (kind == InvokeKind::kPut) {
     RequireCount(arguments, 1);
     limit = qorcred::ToDate(arguments.front());

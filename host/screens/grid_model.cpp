@@ -1,9 +1,9 @@
-#include "host/screens/data_grid.h"
+#include "host/screens/grid_model.h"
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
 #include "frame/runtime_error.h"
-#include "host/screens/control.h"
+#include "host/screens/control_model.h"
 
 namespace qorhost {
 
@@ -101,7 +101,7 @@ Value GridValueItems::Invoke(std::string_view member, InvokeKind kind, Arguments
   throw RuntimeError(ErrorNumber::kUnknownMember);
 }
 
-Value DataGridColumn::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+Value GridColumnModel::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
   if (SameMember(member, "Caption") || member.empty()) {
     return Property(caption_, kind, arguments,
                     [](const Value& caption) { return qorcred::ToText(caption); });
@@ -119,14 +119,14 @@ Value DataGridColumn::Invoke(std::string_view member, InvokeKind kind, Arguments
   throw RuntimeError(ErrorNumber::kUnknownMember);
 }
 
-DataGridColumns::DataGridColumns(std::size_t count) {
+GridColumnsModel::GridColumnsModel(std::size_t count) {
   columns_.reserve(count);
   for (std::size_t index = 0; index < count; ++index) {
-    columns_.push_back(std::make_shared<DataGridColumn>());
+    columns_.push_back(std::make_shared<GridColumnModel>());
   }
 }
 
-std::size_t DataGridColumns::Place(const Value& index) const {
+std::size_t GridColumnsModel::Place(const Value& index) const {
   const std::int32_t place = qorcred::ToLong(index);
   if (place < 0 || static_cast<std::size_t>(place) >= columns_.size()) {
     throw RuntimeError(ErrorNumber::kIndexOutOfRange);
@@ -134,7 +134,7 @@ std::size_t DataGridColumns::Place(const Value& index) const {
   return static_cast<std::size_t>(place);
 }
 
-Value DataGridColumns::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+Value GridColumnsModel::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
   RefusePut(kind);
   if (member.empty()) {
     RequireCount(arguments, 1);
@@ -152,9 +152,9 @@ Value DataGridColumns::Invoke(std::string_view member, InvokeKind kind, Argument
   throw RuntimeError(ErrorNumber::kUnknownMember);
 }
 
-DataGrid::DataGrid(std::size_t columns) : columns_(std::make_shared<DataGridColumns>(columns)) {}
+GridModel::GridModel(std::size_t columns) : columns_(std::make_shared<GridColumnsModel>(columns)) {}
 
-std::size_t DataGrid::rowCount() const {
+std::size_t GridModel::rowCount() const {
   if (bound_ == nullptr) {
     return 0;
   }
@@ -163,7 +163,7 @@ std::size_t DataGrid::rowCount() const {
   return rows > 0 ? static_cast<std::size_t>(rows) : 0;
 }
 
-std::string DataGrid::Shown(std::size_t row, std::size_t column) const {
+std::string GridModel::Shown(std::size_t row, std::size_t column) const {
   if (bound_ == nullptr) {
     throw RuntimeError(ErrorNumber::kIndexOutOfRange);
   }
@@ -178,7 +178,7 @@ std::string DataGrid::Shown(std::size_t row, std::size_t column) const {
   return translation != nullptr ? *translation : qorcred::TextOrEmpty(cell);
 }
 
-Value DataGrid::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+Value GridModel::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
   if (SameMember(member, "Columns")) {
     RefusePut(kind);
     return arguments.empty() ? Value(ObjectRef(columns_)) : columns_->Invoke("", kind, arguments);

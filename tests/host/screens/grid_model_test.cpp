@@ -1,4 +1,4 @@
-#include "host/screens/data_grid.h"
+#include "host/screens/grid_model.h"
 
 #include <gtest/gtest.h>
 
@@ -20,10 +20,10 @@ using qorcred::ReportGrid;
 using qorcred::ResultTable;
 using qorcred::Value;
 using qorcred::ValueItem;
-using qorhost::DataGrid;
+using qorhost::GridModel;
 using qortest::Raises;
 
-class DataGridTest : public ::testing::Test {
+class GridModelTest : public ::testing::Test {
  protected:
   [[nodiscard]] GridColumn Column(std::int32_t index) const {
     return ReportGrid(grid_).Columns().At(index);
@@ -44,11 +44,11 @@ class DataGridTest : public ::testing::Test {
     ReportGrid(grid_).ReBind();
   }
 
-  std::shared_ptr<DataGrid> grid_ = std::make_shared<DataGrid>();
+  std::shared_ptr<GridModel> grid_ = std::make_shared<GridModel>();
   std::shared_ptr<ResultTable> table_;
 };
 
-TEST_F(DataGridTest, OpensWithSeventeenColumnsAndNoRows) {
+TEST_F(GridModelTest, OpensWithSeventeenColumnsAndNoRows) {
   EXPECT_EQ(ReportGrid(grid_).Columns().Count(), 17);
   for (std::int32_t index = 0; index < 17; ++index) {
     EXPECT_EQ(Column(index).Caption(), "");
@@ -59,7 +59,7 @@ TEST_F(DataGridTest, OpensWithSeventeenColumnsAndNoRows) {
   EXPECT_EQ(Get(*grid_, "Array"), Value(ObjectRef()));
 }
 
-TEST_F(DataGridTest, KeepsWhatAColumnIsGiven) {
+TEST_F(GridModelTest, KeepsWhatAColumnIsGiven) {
   Column(3).SetCaption("DND Schedule");
   Column(3).SetWidth("1600");
   Column(3).SetVisible(false);
@@ -70,7 +70,7 @@ TEST_F(DataGridTest, KeepsWhatAColumnIsGiven) {
   EXPECT_EQ(grid_->columns().at(2).caption(), "");
 }
 
-TEST_F(DataGridTest, AColumnThatIsRemovedLetsTheOnesBehindItMoveUp) {
+TEST_F(GridModelTest, AColumnThatIsRemovedLetsTheOnesBehindItMoveUp) {
   Column(1).SetCaption("one");
   Column(2).SetCaption("two");
   ReportGrid(grid_).Columns().Remove(1);
@@ -78,12 +78,12 @@ TEST_F(DataGridTest, AColumnThatIsRemovedLetsTheOnesBehindItMoveUp) {
   EXPECT_EQ(Column(1).Caption(), "two");
 }
 
-TEST_F(DataGridTest, AColumnCanBeFetchedInOneStep) {
+TEST_F(GridModelTest, AColumnCanBeFetchedInOneStep) {
   Column(5).SetCaption("five");
   EXPECT_EQ(Get(*qorcred::RequireObject(Get(*grid_, "COLUMNS", 5)), "caption"), Value("five"));
 }
 
-TEST_F(DataGridTest, ShowsCellsAsTexts) {
+TEST_F(GridModelTest, ShowsCellsAsTexts) {
   Bind({"0012", 7, true, Null{}, qorcred::FromCivil({2024, 3, 5, 14, 30, 0}), Value()});
   EXPECT_EQ(grid_->rowCount(), 1U);
   const std::vector<std::string> shown{"0012", "7", "True", "", "3/5/2024 2:30:00 PM", ""};
@@ -100,7 +100,7 @@ struct TranslationRow {
   const char* shown;
 };
 
-class TranslationTest : public DataGridTest,
+class TranslationTest : public GridModelTest,
                         public ::testing::WithParamInterface<TranslationRow> {};
 
 TEST_P(TranslationTest, ComparesACellWithAnItemsValueByText) {
@@ -110,7 +110,7 @@ TEST_P(TranslationTest, ComparesACellWithAnItemsValueByText) {
   EXPECT_EQ(grid_->Shown(0, 0), GetParam().shown);
 }
 
-INSTANTIATE_TEST_SUITE_P(DataGridTest, TranslationTest,
+INSTANTIATE_TEST_SUITE_P(GridModelTest, TranslationTest,
                          ::testing::Values(TranslationRow{"Number", 3, 3, "translated"},
                                            TranslationRow{"NumberAndText", "3", 3.0, "translated"},
                                            TranslationRow{"OtherNumber", 30, 3, "30"},
@@ -125,7 +125,7 @@ INSTANTIATE_TEST_SUITE_P(DataGridTest, TranslationTest,
                                                           "office"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(DataGridTest, TranslatesNothingUnlessTold) {
+TEST_F(GridModelTest, TranslatesNothingUnlessTold) {
   AddItem(0, 1, "one");
   Bind({1});
   EXPECT_EQ(grid_->Shown(0, 0), "1");
@@ -134,7 +134,7 @@ TEST_F(DataGridTest, TranslatesNothingUnlessTold) {
   EXPECT_EQ(Get(*Column(0).Items().reference(), "Translate"), Value(true));
 }
 
-TEST_F(DataGridTest, AnAddedItemIsACopy) {
+TEST_F(GridModelTest, AnAddedItemIsACopy) {
   const ValueItem item(ReportGrid(grid_).NewValueItem());
   item.SetValue(1);
   item.SetDisplayValue("one");
@@ -150,7 +150,7 @@ TEST_F(DataGridTest, AnAddedItemIsACopy) {
   EXPECT_EQ(grid_->Shown(0, 0), "two");
 }
 
-TEST_F(DataGridTest, OfTwoItemsForOneValueTheFirstCounts) {
+TEST_F(GridModelTest, OfTwoItemsForOneValueTheFirstCounts) {
   AddItem(0, 1, "first");
   AddItem(0, "1", "second");
   Column(0).Items().SetTranslate(true);
@@ -158,7 +158,7 @@ TEST_F(DataGridTest, OfTwoItemsForOneValueTheFirstCounts) {
   EXPECT_EQ(grid_->Shown(0, 0), "first");
 }
 
-TEST_F(DataGridTest, ValueItemsKeepPresentationAndDropDownList) {
+TEST_F(GridModelTest, ValueItemsKeepPresentationAndDropDownList) {
   const ObjectRef items = Column(0).Items().reference();
   Column(0).Items().SetPresentation(1);
   Put(*items, "DropDownList", true);
@@ -166,7 +166,7 @@ TEST_F(DataGridTest, ValueItemsKeepPresentationAndDropDownList) {
   EXPECT_EQ(Get(*items, "DropDownList"), Value(true));
 }
 
-TEST_F(DataGridTest, ANewArrayIsShownOnlyAfterItIsBound) {
+TEST_F(GridModelTest, ANewArrayIsShownOnlyAfterItIsBound) {
   Bind({"old"});
   auto rows = std::make_shared<ResultTable>(2, 1);
   rows->At(0, 0) = "new";
@@ -179,14 +179,14 @@ TEST_F(DataGridTest, ANewArrayIsShownOnlyAfterItIsBound) {
   EXPECT_EQ(grid_->rowCount(), 2U);
 }
 
-TEST_F(DataGridTest, ATableWhoseOnlyRowWasDeletedShowsNoRow) {
+TEST_F(GridModelTest, ATableWhoseOnlyRowWasDeletedShowsNoRow) {
   Bind({""});
   table_->DeleteRows(0);
   EXPECT_EQ(grid_->rowCount(), 0U);
   EXPECT_TRUE(Raises(ErrorNumber::kIndexOutOfRange, [&] { (void)grid_->Shown(0, 0); }));
 }
 
-TEST_F(DataGridTest, NothingCanBeBound) {
+TEST_F(GridModelTest, NothingCanBeBound) {
   Bind({"old"});
   Put(*grid_, "Array", ObjectRef());
   Call(*grid_, "ReBind");
@@ -194,7 +194,7 @@ TEST_F(DataGridTest, NothingCanBeBound) {
   EXPECT_TRUE(Raises(ErrorNumber::kIndexOutOfRange, [&] { (void)grid_->Shown(0, 0); }));
 }
 
-TEST_F(DataGridTest, RefusesWhatItDoesNotHave) {
+TEST_F(GridModelTest, RefusesWhatItDoesNotHave) {
   const auto raises = [](ErrorNumber number, auto body) { EXPECT_TRUE(Raises(number, body)); };
   const ObjectRef column = Column(0).reference();
   const ObjectRef items = Column(0).Items().reference();

@@ -1,4 +1,4 @@
-#include "host/screens/simple_controls.h"
+#include "host/screens/simple_models.h"
 
 #include <fmt/format.h>
 
@@ -27,14 +27,14 @@ bool IsValue(ControlMember member) {
 
 }  // namespace
 
-void TextBox::SetText(std::string text) {
+void TextModel::SetText(std::string text) {
   if (maxLength_ > 0) {
     text.resize(qorcred::LeftUtf16(text, static_cast<std::size_t>(maxLength_)).size());
   }
   text_ = std::move(text);
 }
 
-Value TextBox::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
+Value TextModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   switch (member) {
     case ControlMember::kDefault:
     case ControlMember::kText:
@@ -64,14 +64,14 @@ Value TextBox::OwnMember(ControlMember member, InvokeKind kind, Arguments argume
   }
 }
 
-void CheckBox::SetState(std::int16_t state) {
+void CheckModel::SetState(std::int16_t state) {
   if (state < 0 || state > kGrayed) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
   state_ = state;
 }
 
-Value CheckBox::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
+Value CheckModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   if (!IsValue(member)) {
     return CommonMember(member, kind, arguments);
   }
@@ -84,14 +84,14 @@ Value CheckBox::OwnMember(ControlMember member, InvokeKind kind, Arguments argum
   return {};
 }
 
-void OptionButton::Join(const std::vector<std::shared_ptr<OptionButton>>& buttons) {
+void OptionModel::Join(const std::vector<std::shared_ptr<OptionModel>>& buttons) {
   const auto group = std::make_shared<OptionGroup>(buttons.begin(), buttons.end());
   for (const auto& button : buttons) {
     button->group_ = group;
   }
 }
 
-void OptionButton::SetOn(bool on) {
+void OptionModel::SetOn(bool on) {
   if (on && group_ != nullptr) {
     for (const auto& member : *group_) {
       if (const auto button = member.lock()) {
@@ -102,7 +102,7 @@ void OptionButton::SetOn(bool on) {
   on_ = on;
 }
 
-Value OptionButton::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
+Value OptionModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   if (!IsValue(member)) {
     return CommonMember(member, kind, arguments);
   }
@@ -115,12 +115,12 @@ Value OptionButton::OwnMember(ControlMember member, InvokeKind kind, Arguments a
   return {};
 }
 
-Value Label::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
+Value LabelModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   return CommonMember(member == ControlMember::kDefault ? ControlMember::kCaption : member, kind,
                       arguments);
 }
 
-Value Button::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
+Value ButtonModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   if (!IsValue(member)) {
     return CommonMember(member, kind, arguments);
   }
@@ -129,7 +129,7 @@ Value Button::OwnMember(ControlMember member, InvokeKind kind, Arguments argumen
   return Value(false);
 }
 
-Value Spinner::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
+Value SpinnerModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   if (!IsValue(member)) {
     return CommonMember(member, kind, arguments);
   }
@@ -142,16 +142,16 @@ Value Spinner::OwnMember(ControlMember member, InvokeKind kind, Arguments argume
   return {};
 }
 
-ControlArray::ControlArray(std::vector<std::shared_ptr<Control>> controls)
+ControlArrayModel::ControlArrayModel(std::vector<std::shared_ptr<ControlModel>> controls)
     : controls_(std::move(controls)) {}
 
-void ControlArray::Attach(const std::string& name, const std::shared_ptr<FocusHolder>& focus) {
+void ControlArrayModel::Attach(const std::string& name, const std::shared_ptr<FocusHolder>& focus) {
   for (std::size_t at = 0; at < controls_.size(); ++at) {
     controls_[at]->Attach(fmt::format("{}({})", name, at), focus);
   }
 }
 
-Value ControlArray::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+Value ControlArrayModel::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
   switch (FindControlMember(member)) {
     case ControlMember::kDefault: {
       RefusePut(kind);

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/screens/control.h"
+#include "host/screens/control_model.h"
 
 namespace qorhost {
 
@@ -16,7 +16,7 @@ namespace qorhost {
 /// ListIndex get/put, ListCount, List(index) get/put (the default member is Text), Text.
 /// An index outside the list raises kIndexOutOfRange in ItemData and List, kInvalidProcedureCall
 /// everywhere else; a Text that no item has raises kInvalidProcedureCall. Nothing changes then.
-class ListBox final : public Control {
+class ListModel final : public ControlModel {
  public:
   using SelectHandler = std::function<void(std::int32_t index)>;
 

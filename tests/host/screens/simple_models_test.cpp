@@ -1,4 +1,4 @@
-#include "host/screens/simple_controls.h"
+#include "host/screens/simple_models.h"
 
 #include <gtest/gtest.h>
 
@@ -17,15 +17,15 @@ using qorcred::Put;
 using qorcred::Value;
 using qortest::Raises;
 
-TEST(TextBoxTest, KeepsAnyTextWithoutAMaxLength) {
-  qorhost::TextBox box;
+TEST(TextModelTest, KeepsAnyTextWithoutAMaxLength) {
+  qorhost::TextModel box;
   Put(box, "Text", "99999999");
   EXPECT_EQ(Get(box, "Text"), Value("99999999"));
   EXPECT_EQ(Get(box, "MaxLength"), Value(0));
 }
 
-TEST(TextBoxTest, TakesNumbersAsTextAndRefusesNull) {
-  qorhost::TextBox box;
+TEST(TextModelTest, TakesNumbersAsTextAndRefusesNull) {
+  qorhost::TextModel box;
   Put(box, "", 12.5);
   EXPECT_EQ(Get(box, ""), Value("12.5"));
   EXPECT_TRUE(Raises(ErrorNumber::kInvalidUseOfNull, [&] { Put(box, "Text", Null{}); }));
@@ -38,17 +38,17 @@ struct CutRow {
   const char* kept;
 };
 
-class TextBoxCutTest : public ::testing::TestWithParam<CutRow> {};
+class TextModelCutTest : public ::testing::TestWithParam<CutRow> {};
 
-TEST_P(TextBoxCutTest, CutsInUtf16Units) {
+TEST_P(TextModelCutTest, CutsInUtf16Units) {
   const CutRow& row = GetParam();
-  qorhost::TextBox box;
+  qorhost::TextModel box;
   Put(box, "MaxLength", row.maxLength);
   Put(box, "Text", row.text);
   EXPECT_EQ(box.text(), row.kept);
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, TextBoxCutTest,
+INSTANTIATE_TEST_SUITE_P(Texts, TextModelCutTest,
                          ::testing::Values(CutRow{"Shorter", "12", 3, "12"},
                                            CutRow{"AsLong", "123", 3, "123"},
                                            CutRow{"Longer", "1234", 3, "123"},
@@ -58,8 +58,8 @@ INSTANTIATE_TEST_SUITE_P(Texts, TextBoxCutTest,
                                            CutRow{"ZeroMeansNoLimit", "123456", 0, "123456"}),
                          [](const auto& row) { return row.param.name; });
 
-TEST(TextBoxTest, ANewMaxLengthCutsTheTextThatIsThere) {
-  qorhost::TextBox box;
+TEST(TextModelTest, ANewMaxLengthCutsTheTextThatIsThere) {
+  qorhost::TextModel box;
   box.SetText("12345");
   Put(box, "MaxLength", 2);
   EXPECT_EQ(box.text(), "12");
@@ -67,8 +67,8 @@ TEST(TextBoxTest, ANewMaxLengthCutsTheTextThatIsThere) {
   EXPECT_EQ(box.maxLength(), 2);
 }
 
-TEST(CheckBoxTest, TakesZeroOneAndTwoOnly) {
-  qorhost::CheckBox box;
+TEST(CheckModelTest, TakesZeroOneAndTwoOnly) {
+  qorhost::CheckModel box;
   EXPECT_EQ(Get(box, "Value"), Value(std::int16_t{0}));
   for (const int state : {0, 1, 2}) {
     Put(box, "Value", state);
@@ -80,10 +80,10 @@ TEST(CheckBoxTest, TakesZeroOneAndTwoOnly) {
   EXPECT_EQ(box.state(), 2);
 }
 
-TEST(OptionButtonTest, OneOfAGroupIsChosenAtATime) {
-  const auto four = std::make_shared<qorhost::OptionButton>();
-  const auto other = std::make_shared<qorhost::OptionButton>();
-  qorhost::OptionButton::Join({four, other});
+TEST(OptionModelTest, OneOfAGroupIsChosenAtATime) {
+  const auto four = std::make_shared<qorhost::OptionModel>();
+  const auto other = std::make_shared<qorhost::OptionModel>();
+  qorhost::OptionModel::Join({four, other});
   Put(*four, "Value", true);
   EXPECT_EQ(Get(*four, "Value"), Value(true));
   EXPECT_EQ(Get(*other, "Value"), Value(false));
@@ -94,39 +94,39 @@ TEST(OptionButtonTest, OneOfAGroupIsChosenAtATime) {
   EXPECT_FALSE(four->on()) << "switching one off chooses no other";
 }
 
-TEST(OptionButtonTest, AGroupOutlivesAButtonThatIsGone) {
-  const auto four = std::make_shared<qorhost::OptionButton>();
+TEST(OptionModelTest, AGroupOutlivesAButtonThatIsGone) {
+  const auto four = std::make_shared<qorhost::OptionModel>();
   {
-    const auto other = std::make_shared<qorhost::OptionButton>();
-    qorhost::OptionButton::Join({four, other});
+    const auto other = std::make_shared<qorhost::OptionModel>();
+    qorhost::OptionModel::Join({four, other});
   }
   Put(*four, "Value", true);
   EXPECT_TRUE(four->on());
 }
 
-TEST(LabelTest, CaptionIsTheDefaultMember) {
-  qorhost::Label label;
+TEST(LabelModelTest, CaptionIsTheDefaultMember) {
+  qorhost::LabelModel label;
   Put(label, "", "Door 1");
   EXPECT_EQ(Get(label, "Caption"), Value("Door 1"));
   EXPECT_TRUE(Raises(ErrorNumber::kUnknownMember, [&] { Get(label, "Text"); }));
 }
 
-TEST(ButtonTest, ReadsAsNotPressed) {
-  qorhost::Button button;
+TEST(ButtonModelTest, ReadsAsNotPressed) {
+  qorhost::ButtonModel button;
   EXPECT_EQ(Get(button, "Value"), Value(false));
   Put(button, "Caption", "Save");
   EXPECT_EQ(button.caption(), "Save");
 }
 
-TEST(SpinnerTest, TheDefaultMemberIsItsValue) {
-  qorhost::Spinner spinner;
+TEST(SpinnerModelTest, TheDefaultMemberIsItsValue) {
+  qorhost::SpinnerModel spinner;
   EXPECT_EQ(Get(spinner, ""), Value(0));
   Put(spinner, "", 30);
   EXPECT_EQ(Get(spinner, "Value"), Value(30));
 }
 
 TEST(CommonMembersTest, EveryControlHasThem) {
-  qorhost::TextBox box;
+  qorhost::TextModel box;
   Put(box, "Enabled", 0);
   EXPECT_EQ(Get(box, "Enabled"), Value(false));
   Put(box, "Visible", false);
@@ -142,10 +142,10 @@ TEST(CommonMembersTest, EveryControlHasThem) {
   EXPECT_TRUE(Raises(ErrorNumber::kWrongArgumentCount, [&] { Call(box, "SetFocus", 1); }));
 }
 
-TEST(ControlArrayTest, GivesItsControlsByIndex) {
-  const auto first = std::make_shared<qorhost::TextBox>();
-  const auto second = std::make_shared<qorhost::TextBox>();
-  qorhost::ControlArray controls({first, second});
+TEST(ControlArrayModelTest, GivesItsControlsByIndex) {
+  const auto first = std::make_shared<qorhost::TextModel>();
+  const auto second = std::make_shared<qorhost::TextModel>();
+  qorhost::ControlArrayModel controls({first, second});
   EXPECT_EQ(Get(controls, "Count"), Value(2));
   EXPECT_EQ(Get(controls, "", 1), Value(qorcred::ObjectRef(second)));
   for (const int index : {-1, 2}) {

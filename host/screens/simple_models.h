@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "host/screens/control.h"
+#include "host/screens/control_model.h"
 
 namespace qorhost {
 
 /// Members: Text (the default member), MaxLength. With a MaxLength above 0 a text is cut to that
 /// many UTF-16 units; a negative one raises kInvalidProcedureCall.
-class TextBox final : public Control {
+class TextModel final : public ControlModel {
  public:
   [[nodiscard]] const std::string& text() const { return text_; }
   [[nodiscard]] std::int32_t maxLength() const { return maxLength_; }
@@ -30,7 +30,7 @@ class TextBox final : public Control {
 
 /// Member: Value (the default member), 0 unchecked, 1 checked, 2 grayed; any other number raises
 /// kInvalidProcedureCall. Reads as an Integer.
-class CheckBox final : public Control {
+class CheckModel final : public ControlModel {
  public:
   [[nodiscard]] std::int16_t state() const { return state_; }
   void SetState(std::int16_t state);
@@ -43,20 +43,20 @@ class CheckBox final : public Control {
   std::int16_t state_ = 0;
 };
 
-class OptionButton;
+class OptionModel;
 
 /// The option buttons of which at most one is True; they share it.
-using OptionGroup = std::vector<std::weak_ptr<OptionButton>>;
+using OptionGroup = std::vector<std::weak_ptr<OptionModel>>;
 
 /// Member: Value (the default member), Boolean. Setting a button True sets the other buttons of its
 /// group False.
-class OptionButton final : public Control {
+class OptionModel final : public ControlModel {
  public:
   [[nodiscard]] bool on() const { return on_; }
   void SetOn(bool on);
 
   /// Makes one group of the buttons.
-  static void Join(const std::vector<std::shared_ptr<OptionButton>>& buttons);
+  static void Join(const std::vector<std::shared_ptr<OptionModel>>& buttons);
 
  protected:
   qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
@@ -68,21 +68,21 @@ class OptionButton final : public Control {
 };
 
 /// Caption and the other common members; Caption is the default member.
-class Label : public Control {
+class LabelModel : public ControlModel {
  protected:
   qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
                            qorcred::Arguments arguments) override;
 };
 
 /// A push button: the common members, and Value (the default member), which reads False.
-class Button final : public Control {
+class ButtonModel final : public ControlModel {
  protected:
   qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
                            qorcred::Arguments arguments) override;
 };
 
 /// A number box: Value (the default member), any value as it was put; 0 at first.
-class Spinner final : public Control {
+class SpinnerModel final : public ControlModel {
  protected:
   qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
                            qorcred::Arguments arguments) override;
@@ -93,12 +93,12 @@ class Spinner final : public Control {
 
 /// Controls that share a name. Members: the default member with an index from 0 (get), Count. An
 /// index outside raises kIndexOutOfRange. It has none of the common members.
-class ControlArray final : public qorcred::Object {
+class ControlArrayModel final : public qorcred::Object {
  public:
-  explicit ControlArray(std::vector<std::shared_ptr<Control>> controls);
+  explicit ControlArrayModel(std::vector<std::shared_ptr<ControlModel>> controls);
 
   [[nodiscard]] std::size_t size() const { return controls_.size(); }
-  [[nodiscard]] const std::shared_ptr<Control>& at(std::size_t index) const {
+  [[nodiscard]] const std::shared_ptr<ControlModel>& at(std::size_t index) const {
     return controls_.at(index);
   }
   /// Names its controls "name(0)", "name(1)", ...
@@ -108,7 +108,7 @@ class ControlArray final : public qorcred::Object {
                         qorcred::Arguments arguments) override;
 
  private:
-  std::vector<std::shared_ptr<Control>> controls_;
+  std::vector<std::shared_ptr<ControlModel>> controls_;
 };
 
 }  // namespace qorhost

@@ -53,7 +53,7 @@ class GridValueItems final : public qorcred::Object {
 
 /// A column of the grid. Members: Caption (the default member), Width (twips, not negative),
 /// Visible, ValueItems (get).
-class DataGridColumn final : public qorcred::Object {
+class GridColumnModel final : public qorcred::Object {
  public:
   [[nodiscard]] const std::string& caption() const { return caption_; }
   [[nodiscard]] double width() const { return width_; }
@@ -72,12 +72,12 @@ class DataGridColumn final : public qorcred::Object {
 
 /// The columns of a grid, counted from 0. Members: the default member with an index (get), Count,
 /// Remove(index). An index outside raises kIndexOutOfRange.
-class DataGridColumns final : public qorcred::Object {
+class GridColumnsModel final : public qorcred::Object {
  public:
-  explicit DataGridColumns(std::size_t count);
+  explicit GridColumnsModel(std::size_t count);
 
   [[nodiscard]] std::size_t size() const { return columns_.size(); }
-  [[nodiscard]] DataGridColumn& at(std::size_t index) const { return *columns_.at(index); }
+  [[nodiscard]] GridColumnModel& at(std::size_t index) const { return *columns_.at(index); }
 
   qorcred::Value Invoke(std::string_view member, qorcred::InvokeKind kind,
                         qorcred::Arguments arguments) override;
@@ -85,20 +85,20 @@ class DataGridColumns final : public qorcred::Object {
  private:
   [[nodiscard]] std::size_t Place(const qorcred::Value& index) const;
 
-  std::vector<std::shared_ptr<DataGridColumn>> columns_;
+  std::vector<std::shared_ptr<GridColumnModel>> columns_;
 };
 
 /// Members: Columns (get; with an index the column), Array get/put (a result table or Nothing),
 /// ReBind, Refresh, NewValueItem (a new value item). The rows of the table that was in Array at the
 /// last ReBind are shown, as they are when they are looked at. A member that an object of the grid
 /// does not have raises kUnknownMember, a wrong number of arguments kWrongArgumentCount.
-class DataGrid final : public qorcred::Object {
+class GridModel final : public qorcred::Object {
  public:
   static constexpr std::size_t kColumns = 17;
 
-  explicit DataGrid(std::size_t columns = kColumns);
+  explicit GridModel(std::size_t columns = kColumns);
 
-  [[nodiscard]] const DataGridColumns& columns() const { return *columns_; }
+  [[nodiscard]] const GridColumnsModel& columns() const { return *columns_; }
   /// The table bound at the last ReBind; null before it.
   [[nodiscard]] const qorcred::ObjectRef& bound() const { return bound_; }
   [[nodiscard]] std::size_t rowCount() const;
@@ -111,7 +111,7 @@ class DataGrid final : public qorcred::Object {
                         qorcred::Arguments arguments) override;
 
  private:
-  std::shared_ptr<DataGridColumns> columns_;
+  std::shared_ptr<GridColumnsModel> columns_;
   qorcred::ObjectRef array_;
   qorcred::ObjectRef bound_;
 };

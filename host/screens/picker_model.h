@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "frame/date.h"
-#include "host/screens/control.h"
+#include "host/screens/control_model.h"
 
 namespace qorhost {
 
@@ -13,10 +13,10 @@ namespace qorhost {
 /// Null: writing a part changes what is shown and leaves a Null value Null. A part that gives no
 /// date (month 2 with day 31 shown) or a day before MinDate or after MaxDate raises
 /// kInvalidProcedureCall and changes nothing; the time of day does not count for the limits.
-class Picker final : public Control {
+class PickerModel final : public ControlModel {
  public:
   /// Shows `shown`, with no date chosen.
-  explicit Picker(qorcred::Date shown);
+  explicit PickerModel(qorcred::Date shown);
 
   [[nodiscard]] bool chosen() const { return chosen_; }
   [[nodiscard]] qorcred::Date shown() const { return shown_; }

@@ -1,4 +1,4 @@
-#include "host/screens/control.h"
+#include "host/screens/control_model.h"
 
 #include <algorithm>
 #include <array>
@@ -105,14 +105,14 @@ void RefusePut(InvokeKind kind) {
   }
 }
 
-Control::Control() : backColor_(kWindowBackground), width_(kDefaultWidth) {}
+ControlModel::ControlModel() : backColor_(kWindowBackground), width_(kDefaultWidth) {}
 
-void Control::Attach(std::string name, std::shared_ptr<FocusHolder> focus) {
+void ControlModel::Attach(std::string name, std::shared_ptr<FocusHolder> focus) {
   name_ = std::move(name);
   focus_ = std::move(focus);
 }
 
-void Control::SetFocus() {
+void ControlModel::SetFocus() {
   if (!enabled_ || !visible_) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
@@ -121,11 +121,11 @@ void Control::SetFocus() {
   }
 }
 
-Value Control::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
+Value ControlModel::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
   return OwnMember(FindControlMember(member), kind, arguments);
 }
 
-Value Control::CommonMember(ControlMember member, InvokeKind kind, Arguments arguments) {
+Value ControlModel::CommonMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   switch (member) {
     case ControlMember::kEnabled:
       return Property(enabled_, kind, arguments, qorcred::ToBoolean);
