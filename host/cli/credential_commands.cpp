@@ -14,7 +14,7 @@
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
 #include "host/cli/table.h"
-#include "host/store/schema.h"
+#include "host/store/sqlite/schema.h"
 
 namespace qorhost {
 

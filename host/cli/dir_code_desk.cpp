@@ -11,7 +11,7 @@
 #include "frame/text.h"
 #include "host/cli/arguments.h"
 #include "host/cli/display_text.h"
-#include "host/components/program_steps.h"
+#include "host/store/step_queue.h"
 #include "trace/tracing_object.h"
 
 namespace qorhost {

@@ -14,8 +14,8 @@
 #include "host/cli/exported_codes.h"
 #include "host/cli/tour/tour_stage.h"
 #include "host/cli/unit_merge.h"
-#include "host/components/program_steps.h"
 #include "host/store/demo.h"
+#include "host/store/step_queue.h"
 
 namespace qorhost {
 
