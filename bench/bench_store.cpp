@@ -13,7 +13,7 @@
 #include "bench/check.h"
 #include "bench/save_screen.h"
 #include "host/store/capacity_text.h"
-#include "host/store/schema.h"
+#include "host/store/sqlite/schema.h"
 
 namespace qorbench {
 

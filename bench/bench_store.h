@@ -8,7 +8,7 @@
 #include <span>
 
 #include "host/components/store_host.h"
-#include "host/store/database.h"
+#include "host/store/sqlite/database.h"
 
 namespace qorbench {
 

@@ -14,8 +14,7 @@
 #include "host/desks/credential_list.h"
 #include "host/desks/list_entries.h"
 #include "host/files/table.h"
-#include "host/store/schema.h"
-
+#include "host/store/sqlite/schema.h"
 namespace qorhost {
 
 namespace {

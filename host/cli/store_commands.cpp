@@ -11,12 +11,12 @@
 #include "frame/text.h"
 #include "host/cli/display_text.h"
 #include "host/components/application_object.h"
-#include "host/components/program_steps.h"
 #include "host/desks/credential_desk.h"
 #include "host/dialect/translator.h"
 #include "host/files/table.h"
 #include "host/store/demo.h"
-#include "host/store/schema.h"
+#include "host/store/sqlite/schema.h"
+#include "host/store/step_queue.h"
 
 namespace qorhost {
 

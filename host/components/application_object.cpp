@@ -4,8 +4,8 @@
 #include <string>
 
 #include "frame/convert.h"
-#include "host/components/kept_counts.h"
 #include "host/store/method_table.h"
+#include "host/store/sqlite/kept_counts.h"
 #include "host/store/store_connection.h"
 
 namespace qorhost {

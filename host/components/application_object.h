@@ -5,7 +5,7 @@
 #include <string>
 
 #include "frame/object.h"
-#include "host/store/sql_session.h"
+#include "host/store/sqlite/session.h"
 
 namespace qorhost {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "frame/convert.h"
-#include "host/components/program_steps.h"
 #include "host/store/method_table.h"
+#include "host/store/step_queue.h"
 #include "host/store/store_connection.h"
 
 namespace qorhost {

@@ -7,8 +7,8 @@
 
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
-#include "host/components/program_steps.h"
 #include "host/store/method_table.h"
+#include "host/store/step_queue.h"
 #include "host/store/store_connection.h"
 
 namespace qorhost {

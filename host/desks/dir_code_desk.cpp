@@ -10,8 +10,8 @@
 #include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "host/cli/display_text.h"
-#include "host/components/program_steps.h"
 #include "host/desks/list_entries.h"
+#include "host/store/step_queue.h"
 #include "trace/tracing_object.h"
 
 namespace qorhost {

@@ -10,7 +10,7 @@
 #include "frame/text.h"
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
-#include "host/components/kept_counts.h"
+#include "host/store/sqlite/kept_counts.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {

@@ -8,7 +8,7 @@
 #include "frame/convert.h"
 #include "frame/siblings.h"
 #include "host/cli/display_text.h"
-#include "host/store/schema.h"
+#include "host/store/sqlite/schema.h"
 #include "trace/tracing_services.h"
 
 namespace qorhost {

@@ -9,7 +9,7 @@
 #include "frame/convert.h"
 #include "frame/data_services.h"
 #include "frame/text.h"
-#include "host/components/program_steps.h"
+#include "host/store/step_queue.h"
 #include "host/unit/unit_rows.h"
 #include "trace/tracing_object.h"
 

@@ -9,7 +9,7 @@
 #include "host/dialect/lexer.h"
 #include "host/dialect/parameters.h"
 #include "host/dialect/parser.h"
-#include "host/dialect/printer.h"
+#include "host/store/sqlite/printer.h"
 
 namespace qorhost::dialect {
 

@@ -10,8 +10,8 @@
 
 #include "host/store/capacity_text.h"
 #include "host/store/demo_names.h"
+#include "host/store/sqlite/transaction.h"
 #include "host/store/store_error.h"
-#include "host/store/transaction.h"
 
 namespace qorhost {
 

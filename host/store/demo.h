@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "host/store/database.h"
+#include "host/store/sqlite/database.h"
 
 namespace qorhost {
 

@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "frame/object.h"
-#include "host/store/database.h"
-#include "host/store/sql_session.h"
+#include "host/store/sqlite/database.h"
+#include "host/store/sqlite/session.h"
 #include "host/store/time_stamp.h"
 
 namespace qorhost {

@@ -8,9 +8,9 @@
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/cli/tour/tour_stage.h"
-#include "host/components/program_steps.h"
 #include "host/store/demo.h"
-#include "host/store/schema.h"
+#include "host/store/sqlite/schema.h"
+#include "host/store/step_queue.h"
 
 namespace qorhost {
 

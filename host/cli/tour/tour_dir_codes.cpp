@@ -9,13 +9,13 @@
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/cli/tour/tour_stage.h"
-#include "host/components/program_steps.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/dir_code_list.h"
 #include "host/desks/exported_codes.h"
 #include "host/desks/unit_merge.h"
 #include "host/store/demo.h"
+#include "host/store/step_queue.h"
 
 namespace qorhost {
 

@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "host/dialect/catalog.h"
-#include "host/dialect/sql_functions.h"
 #include "host/dialect/translator.h"
+#include "host/store/sqlite/sql_functions.h"
 
 namespace {
 

@@ -16,7 +16,7 @@
 #include "host/components/store_host.h"
 #include "host/dialect/translator.h"
 #include "host/screens/report_filter_screen.h"
-#include "host/store/schema.h"
+#include "host/store/sqlite/schema.h"
 #include "host/store/store_connection.h"
 #include "reports/cls_credential_report.h"
 #include "reports/cls_dir_code_report.h"

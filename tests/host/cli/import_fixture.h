@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/store/database.h"
+#include "host/store/sqlite/database.h"
 #include "tests/host/cli/run_fixture.h"
 
 namespace qorhost::test {

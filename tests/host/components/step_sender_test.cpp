@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/components/program_steps.h"
+#include "host/store/step_queue.h"
 #include "tests/host/components/component_fixture.h"
 
 namespace qorhost::test {

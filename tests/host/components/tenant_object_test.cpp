@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/components/program_steps.h"
+#include "host/store/step_queue.h"
 #include "tests/host/components/component_fixture.h"
 #include "tests/host/store/temporary_folder.h"
 

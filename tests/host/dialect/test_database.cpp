@@ -6,7 +6,7 @@
 
 #include "frame/convert.h"
 #include "host/dialect/catalog.h"
-#include "host/dialect/sql_functions.h"
+#include "host/store/sqlite/sql_functions.h"
 
 namespace qorhost::dialect::test {
 

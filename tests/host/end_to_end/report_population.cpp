@@ -7,7 +7,7 @@
 
 #include "frame/date.h"
 #include "host/dialect/canonical_date.h"
-#include "host/store/database.h"
+#include "host/store/sqlite/database.h"
 
 namespace qortest {
 

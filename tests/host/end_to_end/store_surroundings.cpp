@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "frame/date.h"
-#include "host/store/schema.h"
+#include "host/store/sqlite/schema.h"
 
 namespace qortest {
 

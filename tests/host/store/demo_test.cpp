@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "host/store/schema.h"
+#include "host/store/sqlite/schema.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {

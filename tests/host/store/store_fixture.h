@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "frame/date.h"
-#include "host/store/schema.h"
+#include "host/store/sqlite/schema.h"
 #include "host/store/store_connection.h"
 
 namespace qorhost::test {

@@ -1,0 +1,240 @@
+#include "host/store/sqlite/database.h"
+
+#include <fmt/format.h>
+#include <sqlite3.h>
+
+#include <utility>
+
+#include "host/store/sqlite/sql_functions.h"
+#include "host/store/store_error.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr int kBusyMilliseconds = 5000;
+constexpr int kLongestStatement = 16 * 1024 * 1024;
+constexpr int kLongestValue = 64 * 1024 * 1024;
+constexpr int kDeepestExpression = 1000;
+constexpr int kMostCompoundSelects = 100;
+constexpr int kLongestPattern = 1000;
+constexpr int kCacheSize = -32 * 1024;  // page cache of 32 MiB: a full range save stays in it
+
+void Limit(sqlite3* handle, int what, int value) {
+  sqlite3_limit(handle, what, value);
+}
+
+void Configure(sqlite3* handle) {
+  sqlite3_extended_result_codes(handle, 1);
+  sqlite3_busy_timeout(handle, kBusyMilliseconds);
+  Limit(handle, SQLITE_LIMIT_SQL_LENGTH, kLongestStatement);
+  Limit(handle, SQLITE_LIMIT_LENGTH, kLongestValue);
+  Limit(handle, SQLITE_LIMIT_EXPR_DEPTH, kDeepestExpression);
+  Limit(handle, SQLITE_LIMIT_COMPOUND_SELECT, kMostCompoundSelects);
+  Limit(handle, SQLITE_LIMIT_LIKE_PATTERN_LENGTH, kLongestPattern);
+  Limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+  // A file from elsewhere may carry triggers or views that call functions: they must not.
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+}
+
+int FlagsOf(OpenMode mode) {
+  switch (mode) {
+    case OpenMode::kReadOnly:
+      return SQLITE_OPEN_READONLY;
+    case OpenMode::kReadWrite:
+      return SQLITE_OPEN_READWRITE;
+    case OpenMode::kCreate:
+      break;
+  }
+  return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+}
+
+// The file as SQLite is to open it. Says clearly what SQLite would only call "unable to open
+// database file"; the path is absolute because a bare name may read like a URI or ":memory:".
+std::string CheckedPath(const std::filesystem::path& file, OpenMode mode) {
+  std::error_code ignored;
+  const std::filesystem::path folder =
+      file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+  if (!std::filesystem::is_directory(folder, ignored)) {
+    throw StoreError(fmt::format("The folder '{}' does not exist: create it or choose another one",
+                                 folder.string()),
+                     SQLITE_CANTOPEN);
+  }
+  if (std::filesystem::is_directory(file, ignored)) {
+    throw StoreError(fmt::format("'{}' is a folder: name a file in it", file.string()),
+                     SQLITE_CANTOPEN);
+  }
+  if (mode != OpenMode::kCreate && !std::filesystem::exists(file, ignored)) {
+    throw StoreError(
+        fmt::format("There is no store '{}': create it first or name another file", file.string()),
+        SQLITE_CANTOPEN);
+  }
+  return std::filesystem::absolute(file).string();
+}
+
+}  // namespace
+
+void Database::Closer::operator()(sqlite3* handle) const noexcept {
+  sqlite3_close_v2(handle);
+}
+
+Database::Database(const std::filesystem::path& file, OpenMode mode)
+    : Database(file.string(), CheckedPath(file, mode), FlagsOf(mode), mode == OpenMode::kReadOnly) {
+}
+
+Database::Database(std::string name, const std::string& path, int flags, bool readOnly)
+    : name_(std::move(name)), readOnly_(readOnly) {
+  sqlite3* opened = nullptr;
+  const int code = sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+  handle_.reset(opened);
+  if (code != SQLITE_OK) {
+    throw LastError(opened, fmt::format("Cannot open the store '{}'", name_));
+  }
+  // SQLite falls back to reading only when the file may not be written.
+  if (!readOnly && sqlite3_db_readonly(opened, "main") == 1) {
+    throw StoreError(
+        fmt::format("The store '{}' cannot be written: {}", name_, AdviceFor(SQLITE_PERM)),
+        SQLITE_READONLY);
+  }
+  Configure(opened);
+  dialect::RegisterSqlFunctions(opened);
+  Run(
+      fmt::format("PRAGMA foreign_keys=ON; PRAGMA temp_store=MEMORY; PRAGMA cell_size_check=ON;"
+                  "PRAGMA cache_size={}",
+                  kCacheSize));
+}
+
+Database Database::InMemory() {
+  return {":memory:", ":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY,
+          false};
+}
+
+void Database::Run(const std::string& sql) {
+  if (sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+    throw LastError(handle(), fmt::format("The store '{}'", name_));
+  }
+}
+
+std::int64_t Database::Number(std::string_view sql) {
+  Statement statement(*this, sql);
+  return statement.Step() ? statement.Number(0) : 0;
+}
+
+bool Database::inTransaction() const noexcept {
+  return sqlite3_get_autocommit(handle()) == 0;
+}
+
+int Database::busyStatements() const noexcept {
+  int busy = 0;
+  for (sqlite3_stmt* one = sqlite3_next_stmt(handle(), nullptr); one != nullptr;
+       one = sqlite3_next_stmt(handle(), one)) {
+    busy += sqlite3_stmt_busy(one) != 0 ? 1 : 0;
+  }
+  return busy;
+}
+
+void Statement::Finalizer::operator()(sqlite3_stmt* handle) const noexcept {
+  sqlite3_finalize(handle);
+}
+
+Statement::Statement(const Database& database, std::string_view sql) {
+  sqlite3_stmt* prepared = nullptr;
+  const int code = sqlite3_prepare_v3(database.handle(), sql.data(), static_cast<int>(sql.size()),
+                                      SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+  handle_.reset(prepared);
+  if (code != SQLITE_OK) {
+    throw LastError(database.handle(), "The statement cannot be run");
+  }
+  if (prepared == nullptr) {
+    throw StoreError("There is no statement to run");
+  }
+}
+
+void Statement::Check(int code, const char* doing) const {
+  if (code != SQLITE_OK) {
+    throw LastError(sqlite3_db_handle(handle()), doing);
+  }
+}
+
+void Statement::Bind(int parameter, const qorcred::Value& value) {
+  switch (value.type()) {
+    case qorcred::ValueType::kLong:
+      return BindNumber(parameter, *value.As<std::int32_t>());
+    case qorcred::ValueType::kInteger:
+      return BindNumber(parameter, *value.As<std::int16_t>());
+    case qorcred::ValueType::kBoolean:
+      return BindNumber(parameter, *value.As<bool>() ? -1 : 0);
+    case qorcred::ValueType::kDouble:
+      return Check(sqlite3_bind_double(handle(), parameter, *value.As<double>()),
+                   "A number cannot be handed to the statement");
+    case qorcred::ValueType::kString:
+      return BindText(parameter, *value.As<std::string>());
+    case qorcred::ValueType::kNull:
+    case qorcred::ValueType::kEmpty:
+      return Check(sqlite3_bind_null(handle(), parameter),
+                   "Null cannot be handed to the statement");
+    default:
+      throw StoreError("A value of this kind cannot be stored: use a number, a text or Null");
+  }
+}
+
+void Statement::BindNumber(int parameter, std::int64_t number) {
+  Check(sqlite3_bind_int64(handle(), parameter, number),
+        "A number cannot be handed to the statement");
+}
+
+void Statement::BindText(int parameter, std::string_view text) {
+  // A null pointer would bind Null instead of an empty text.
+  const char* bytes = text.data() == nullptr ? "" : text.data();
+  Check(sqlite3_bind_text64(handle(), parameter, bytes, text.size(), SQLITE_STATIC, SQLITE_UTF8),
+        "A text cannot be handed to the statement");
+}
+
+bool Statement::Step() {
+  switch (sqlite3_step(handle())) {
+    case SQLITE_ROW:
+      return true;
+    case SQLITE_DONE:
+      return false;
+    default:
+      throw LastError(sqlite3_db_handle(handle()), "The statement failed");
+  }
+}
+
+void Statement::Reset() noexcept {
+  sqlite3_reset(handle());
+  sqlite3_clear_bindings(handle());
+}
+
+int Statement::columnCount() const noexcept {
+  return sqlite3_column_count(handle());
+}
+
+int Statement::parameterCount() const noexcept {
+  return sqlite3_bind_parameter_count(handle());
+}
+
+bool Statement::changesNothing() const noexcept {
+  return sqlite3_stmt_readonly(handle()) != 0;
+}
+
+std::int64_t Statement::Number(int column) const noexcept {
+  return sqlite3_column_int64(handle(), column);
+}
+
+bool Statement::IsNull(int column) const noexcept {
+  return sqlite3_column_type(handle(), column) == SQLITE_NULL;
+}
+
+std::string_view Statement::Text(int column) const noexcept {
+  const void* text = sqlite3_column_blob(handle(), column);
+  const int size = sqlite3_column_bytes(handle(), column);
+  return text == nullptr
+             ? std::string_view()
+             : std::string_view(static_cast<const char*>(text), static_cast<std::size_t>(size));
+}
+
+}  // namespace qorhost

@@ -1,0 +1,138 @@
+#include "host/store/sqlite/result_reader.h"
+
+#include <sqlite3.h>
+
+#include <limits>
+#include <span>
+#include <string_view>
+
+#include "frame/date.h"
+#include "host/dialect/canonical_date.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Value;
+
+Value WholeNumber(std::int64_t number) {
+  const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
+                    number <= std::numeric_limits<std::int32_t>::max();
+  return fits ? Value(static_cast<std::int32_t>(number)) : Value(static_cast<double>(number));
+}
+
+// A number in a date column counts days; one outside the calendar stays a number.
+Value DateOrNumber(double serial) {
+  const auto date = dialect::DateFromSerial(serial);
+  return date.has_value() ? Value(*date) : Value(serial);
+}
+
+Value DateOrText(std::string_view text) {
+  if (const auto canonical = dialect::FromCanonicalDate(text)) {
+    return {*canonical};
+  }
+  if (const auto other = qorcred::ParseDate(text)) {
+    return {*other};
+  }
+  return {text};
+}
+
+std::string_view TextOf(sqlite3_value* cell) {
+  const void* bytes = sqlite3_value_blob(cell);
+  const int size = sqlite3_value_bytes(cell);
+  return bytes == nullptr
+             ? std::string_view()
+             : std::string_view(static_cast<const char*>(bytes), static_cast<std::size_t>(size));
+}
+
+CellKind KindOf(dialect::ColumnType type) {
+  switch (type) {
+    case dialect::ColumnType::kBoolean:
+      return CellKind::kBoolean;
+    case dialect::ColumnType::kDate:
+      return CellKind::kDate;
+    default:
+      return CellKind::kPlain;
+  }
+}
+
+CellKind DeclaredKind(const Statement& statement, int column) {
+  const char* declared = sqlite3_column_decltype(statement.handle(), column);
+  const std::string_view type = declared == nullptr ? std::string_view() : declared;
+  for (const auto one : {dialect::ColumnType::kBoolean, dialect::ColumnType::kDate}) {
+    if (type == dialect::DeclaredType(one)) {
+      return KindOf(one);
+    }
+  }
+  return CellKind::kPlain;
+}
+
+}  // namespace
+
+std::vector<CellKind> CellKindsOf(const Statement& statement,
+                                  std::span<const std::optional<dialect::ColumnType>> types) {
+  std::vector<CellKind> kinds;
+  for (int column = 0; column < statement.columnCount(); ++column) {
+    const auto at = static_cast<std::size_t>(column);
+    const bool known = at < types.size() && types[at].has_value();
+    kinds.push_back(known ? KindOf(*types[at]) : DeclaredKind(statement, column));
+  }
+  return kinds;
+}
+
+std::vector<std::string> ColumnNamesOf(const Statement& statement) {
+  std::vector<std::string> names;
+  for (int column = 0; column < statement.columnCount(); ++column) {
+    const char* name = sqlite3_column_name(statement.handle(), column);
+    names.emplace_back(name == nullptr ? "" : name);
+  }
+  return names;
+}
+
+Value ReadCell(const Statement& statement, int column, CellKind kind) {
+  // One look at the row for the whole cell. Databases are opened without a mutex of their own, so
+  // the value may be read in place.
+  sqlite3_value* cell = sqlite3_column_value(statement.handle(), column);
+  switch (sqlite3_value_type(cell)) {
+    case SQLITE_NULL:
+      return {qorcred::Null{}};
+    case SQLITE_INTEGER: {
+      const std::int64_t number = sqlite3_value_int64(cell);
+      if (kind == CellKind::kPlain) {
+        return WholeNumber(number);
+      }
+      return kind == CellKind::kBoolean ? Value(number != 0)
+                                        : DateOrNumber(static_cast<double>(number));
+    }
+    case SQLITE_FLOAT: {
+      const double number = sqlite3_value_double(cell);
+      if (kind == CellKind::kBoolean) {
+        return {number != 0.0};
+      }
+      return kind == CellKind::kDate ? DateOrNumber(number) : Value(number);
+    }
+    default:
+      return kind == CellKind::kDate ? DateOrText(TextOf(cell)) : Value(TextOf(cell));
+  }
+}
+
+std::shared_ptr<qorcred::ResultTable> ReadRows(Statement& statement,
+                                               const std::vector<CellKind>& kinds,
+                                               std::size_t expectedRows, std::size_t& rowCount) {
+  rowCount = 0;
+  if (!statement.Step()) {
+    return std::make_shared<qorcred::ResultTable>();
+  }
+  auto table = std::make_shared<qorcred::ResultTable>(std::size_t{0}, kinds.size());
+  table->Reserve(expectedRows);
+  do {
+    const std::span<Value> row = table->AppendRow();
+    for (std::size_t column = 0; column < kinds.size(); ++column) {
+      row[column] = ReadCell(statement, static_cast<int>(column), kinds[column]);
+    }
+    ++rowCount;
+  } while (statement.Step());
+  return table;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,42 @@
+// From the rows of a statement to the result table that controllers read.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "frame/result_table.h"
+#include "host/dialect/catalog.h"
+#include "host/store/sqlite/database.h"
+
+namespace qorhost {
+
+/// How the cells of a column become values. Null is Null in every column.
+enum class CellKind : std::uint8_t {
+  kPlain,    ///< whole numbers Long (Double beyond 32 bit), others Double, texts String
+  kBoolean,  ///< Boolean; a text stays a String
+  kDate,     ///< Date; a text that is no date stays a String
+};
+
+/// The columns' kinds: after the types that the dialect knows (`types`, which may be shorter), else
+/// after the declared types of the columns they come from.
+[[nodiscard]] std::vector<CellKind> CellKindsOf(
+    const Statement& statement, std::span<const std::optional<dialect::ColumnType>> types);
+
+/// The columns' names as the statement gives them.
+[[nodiscard]] std::vector<std::string> ColumnNamesOf(const Statement& statement);
+
+/// One cell of the current row.
+[[nodiscard]] qorcred::Value ReadCell(const Statement& statement, int column, CellKind kind);
+
+/// Steps to the end and keeps every row; without any it is one cell that holds "". There may be
+/// fewer or more rows than expected: the number only saves the table from growing step by step.
+[[nodiscard]] std::shared_ptr<qorcred::ResultTable> ReadRows(Statement& statement,
+                                                             const std::vector<CellKind>& kinds,
+                                                             std::size_t expectedRows,
+                                                             std::size_t& rowCount);
+
+}  // namespace qorhost

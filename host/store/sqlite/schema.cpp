@@ -1,0 +1,161 @@
+#include "host/store/sqlite/schema.h"
+
+#include <fmt/format.h>
+#include <sqlite3.h>
+
+#include <array>
+#include <fstream>
+#include <string>
+
+#include "host/store/sqlite/migration_1.h"
+#include "host/store/sqlite/migration_2.h"
+#include "host/store/sqlite/migration_3.h"
+#include "host/store/store_error.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr std::size_t kHeaderSize = 100;  // of every SQLite file
+
+constexpr std::array kMigrations{Migration{1, kMigration1}, Migration{2, kMigration2},
+                                 Migration{3, kMigration3}};
+
+std::int64_t VersionOf(Database& database) {
+  return database.Number("PRAGMA user_version");
+}
+
+bool IsOurs(Database& database) {
+  return database.Number("PRAGMA application_id") == kApplicationId;
+}
+
+bool HasTables(Database& database) {
+  return database.Number("SELECT count(*) FROM sqlite_schema") > 0;
+}
+
+// Whether the file begins as a database with our mark, whatever the rest of it is.
+bool HeaderIsOurs(const std::filesystem::path& file) {
+  constexpr std::string_view kMagic("SQLite format 3\0", 16);
+  constexpr std::size_t kMarkAt = 68;
+  constexpr unsigned kMarkSize = 4;
+  std::array<char, kHeaderSize> header{};
+  std::ifstream(file, std::ios::binary).read(header.data(), header.size());
+  std::int64_t mark = 0;
+  for (std::size_t at = kMarkAt; at < kMarkAt + kMarkSize; ++at) {
+    mark = mark * 256 + static_cast<unsigned char>(header[at]);
+  }
+  return std::string_view(header.data(), kMagic.size()) == kMagic && mark == kApplicationId;
+}
+
+// Refuses files that are not ours before anything is written to them.
+void CheckOwner(Database& database) {
+  const bool hasTables = HasTables(database);
+  if (hasTables && !IsOurs(database)) {
+    throw StoreError(
+        fmt::format("'{}' is a database of another program: name another file", database.name()));
+  }
+  if (!hasTables && database.readOnly()) {
+    throw StoreError(fmt::format("'{}' is empty: create the store first", database.name()));
+  }
+}
+
+void CheckVersion(Database& database, std::int64_t version) {
+  if (version > SchemaVersion()) {
+    throw StoreError(
+        fmt::format("'{}' was written by a newer version of this program (schema {}, this one "
+                    "reads up to {}): use that version",
+                    database.name(), version, SchemaVersion()));
+  }
+  if (version < SchemaVersion() && database.readOnly()) {
+    throw StoreError(
+        fmt::format("'{}' is in an older form (schema {} instead of {}): open it for writing once",
+                    database.name(), version, SchemaVersion()));
+  }
+}
+
+void Migrate(Database& database) {
+  // With the file locked and the version read again: another program may migrate it meanwhile.
+  database.Run("BEGIN IMMEDIATE");
+  try {
+    const std::int64_t version = VersionOf(database);
+    CheckVersion(database, version);
+    for (const Migration& migration : kMigrations) {
+      if (migration.version > version) {
+        database.Run(std::string(migration.sql));
+      }
+    }
+    database.Run(fmt::format("PRAGMA application_id={}; PRAGMA user_version={}", kApplicationId,
+                             SchemaVersion()));
+    database.Run("COMMIT");
+  } catch (...) {
+    if (database.inTransaction()) {
+      sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+    throw;
+  }
+}
+
+void Prepare(Database& database) {
+  CheckOwner(database);
+  CheckVersion(database, VersionOf(database));
+  if (!database.readOnly()) {
+    // FULL: what an operator was told is saved stays saved when the power fails.
+    database.Run("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL");
+  }
+  if (VersionOf(database) < SchemaVersion()) {
+    Migrate(database);
+  }
+}
+
+}  // namespace
+
+std::span<const Migration> Migrations() {
+  return kMigrations;
+}
+
+int SchemaVersion() {
+  return kMigrations.back().version;
+}
+
+Database OpenStore(const std::filesystem::path& file, OpenMode mode) {
+  Database database(file, mode);
+  Prepare(database);
+  return database;
+}
+
+bool IsStoreOrEmpty(const std::filesystem::path& file) {
+  // A device or a pipe would not be read but waited for; SQLite takes a single byte for nothing.
+  if (!std::filesystem::is_regular_file(file)) {
+    return false;
+  }
+  if (const std::uintmax_t size = std::filesystem::file_size(file); size < kHeaderSize) {
+    return size == 0;
+  }
+  if (HeaderIsOurs(file)) {
+    return true;
+  }
+  try {
+    // The mark of a store that was cut off while it was made may stand in its log alone.
+    Database database(file, OpenMode::kReadOnly);
+    return !HasTables(database) || IsOurs(database);
+  } catch (const StoreError& failure) {
+    const int code = failure.code() & 0xFF;
+    if (code == SQLITE_NOTADB || code == SQLITE_CORRUPT) {
+      return false;
+    }
+    throw;
+  }
+}
+
+bool IsOlderStore(const std::filesystem::path& file) {
+  Database database(file, OpenMode::kReadOnly);
+  return IsOurs(database) && HasTables(database) && VersionOf(database) < SchemaVersion();
+}
+
+Database OpenMemoryStore() {
+  Database database = Database::InMemory();
+  Prepare(database);
+  return database;
+}
+
+}  // namespace qorhost

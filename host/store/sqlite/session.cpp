@@ -1,0 +1,210 @@
+#include "host/store/sqlite/session.h"
+
+#include <fmt/format.h>
+#include <sqlite3.h>
+
+#include <utility>
+
+#include "frame/convert.h"
+#include "frame/date.h"
+#include "frame/text.h"
+#include "host/dialect/catalog.h"
+#include "host/store/sqlite/work_limit.h"
+#include "host/store/store_error.h"
+
+namespace qorhost {
+
+namespace {
+
+using dialect::StatementKind;
+using qorcred::Value;
+
+// More shapes than all screens and reports write; beyond that the cache starts anew.
+constexpr std::size_t kMostPrepared = 200;
+
+std::string_view NameOf(StatementKind kind) {
+  switch (kind) {
+    case StatementKind::kSelect:
+      return "a SELECT";
+    case StatementKind::kInsert:
+      return "an INSERT";
+    case StatementKind::kUpdate:
+      return "an UPDATE";
+    case StatementKind::kDelete:
+      return "a DELETE";
+  }
+  return "another statement";
+}
+
+// A last-modified value as hosts hand it over (a date or a text of one) as a date.
+std::optional<qorcred::Date> AsDate(const Value& value) {
+  if (const auto* date = value.As<qorcred::Date>()) {
+    return *date;
+  }
+  const auto* text = value.As<std::string>();
+  return text == nullptr ? std::nullopt : qorcred::ParseDate(*text);
+}
+
+}  // namespace
+
+SqlSession::SqlSession(Database& database, Clock clock)
+    : database_(database), timeStamp_(std::move(clock)), transaction_(database) {}
+
+SqlSession::Prepared& SqlSession::PreparedFor(const std::shared_ptr<const dialect::Shape>& shape) {
+  if (latest_ != nullptr && latest_->shape == shape) {
+    return *latest_;
+  }
+  auto found = prepared_.find(shape.get());
+  if (found == prepared_.end()) {
+    Statement statement(database_, shape->sql);
+    std::vector<CellKind> kinds = CellKindsOf(statement, shape->resultTypes);
+    if (prepared_.size() >= kMostPrepared) {
+      latest_ = nullptr;
+      prepared_.clear();
+    }
+    found =
+        prepared_.emplace(shape.get(), Prepared{shape, std::move(statement), std::move(kinds), 0})
+            .first;
+  }
+  latest_ = &found->second;
+  return found->second;
+}
+
+SqlSession::Prepared& SqlSession::Bound(std::string_view sql) {
+  transaction_.CheckUsable();
+  const dialect::Translation translation = translator_.Translate(sql, timeStamp_.Now());
+  Prepared& prepared = PreparedFor(translation.shape);
+  try {
+    int parameter = 0;
+    for (const Value& value : translation.parameters) {
+      prepared.statement.Bind(++parameter, value);
+    }
+  } catch (...) {
+    prepared.statement.Reset();
+    throw;
+  }
+  return prepared;
+}
+
+SqlSession::Prepared& SqlSession::BoundSelect(std::string_view sql) {
+  Prepared& prepared = Bound(sql);
+  if (prepared.shape->kind != StatementKind::kSelect || !prepared.statement.changesNothing()) {
+    prepared.statement.Reset();
+    throw StoreError(
+        fmt::format("This takes a SELECT, and the statement is {}", NameOf(prepared.shape->kind)));
+  }
+  return prepared;
+}
+
+QueryResult SqlSession::Select(std::string_view sql) {
+  Prepared& prepared = BoundSelect(sql);
+  const StatementUse use(prepared.statement);
+  const WorkLimit limit(database_);
+  QueryResult result;
+  result.columns = ColumnNamesOf(prepared.statement);
+  result.table = ReadRows(prepared.statement, prepared.kinds, prepared.latestRows, result.rowCount);
+  prepared.latestRows = result.rowCount;
+  return result;
+}
+
+Value SqlSession::Scalar(std::string_view sql) {
+  Prepared& prepared = BoundSelect(sql);
+  const StatementUse use(prepared.statement);
+  const WorkLimit limit(database_);
+  return use->Step() ? ReadCell(prepared.statement, 0, prepared.kinds.front()) : Value();
+}
+
+SqlSession::Prepared& SqlSession::BoundChange(std::string_view sql,
+                                              std::optional<StatementKind> kind) {
+  Prepared& prepared = Bound(sql);
+  const StatementKind found = prepared.shape->kind;
+  if (found == kind || (!kind.has_value() && found != StatementKind::kSelect)) {
+    return prepared;
+  }
+  prepared.statement.Reset();
+  throw StoreError(fmt::format("This takes {}, and the statement is {}",
+                               kind.has_value() ? NameOf(*kind) : "an INSERT, UPDATE or DELETE",
+                               NameOf(found)));
+}
+
+ChangeResult SqlSession::Change(std::string_view sql, std::optional<StatementKind> kind) {
+  const StatementUse use(BoundChange(sql, kind).statement);
+  use->Step();
+  return {ChangedRows(), sqlite3_last_insert_rowid(database_.handle())};
+}
+
+bool SqlSession::IsVersion(const RowVersion& version, std::string_view changedTable) {
+  const dialect::Table* named = dialect::FindTable(version.table);
+  const dialect::Table* table = named != nullptr ? named : dialect::FindTable(changedTable);
+  if (table == nullptr || dialect::FindColumn(*table, "RID") == nullptr ||
+      dialect::FindColumn(*table, "LASTMODIFIEDDATE") == nullptr) {
+    return true;
+  }
+  const StatementUse use(
+      Own(fmt::format("SELECT LASTMODIFIEDDATE FROM \"{}\" WHERE RID=?1", table->name)));
+  use->BindNumber(1, version.rid);
+  if (!use->Step()) {
+    return false;
+  }
+  const Value stored = ReadCell(*use, 0, CellKind::kDate);
+  const auto now = AsDate(stored);
+  const auto meant = AsDate(version.lastModified);
+  if (now.has_value() && meant.has_value()) {
+    return qorcred::SecondsBetween(*now, *meant) == 0;
+  }
+  return qorcred::Trim(qorcred::TextOrEmpty(stored)) ==
+         qorcred::Trim(qorcred::TextOrEmpty(version.lastModified));
+}
+
+ChangeResult SqlSession::UpdateVersion(std::string_view sql, const RowVersion& version) {
+  // The look and the change are one step for everybody else.
+  const bool ownTransaction = !transaction_.open();
+  if (ownTransaction) {
+    transaction_.Begin();
+  }
+  try {
+    Prepared& prepared = BoundChange(sql, StatementKind::kUpdate);
+    const std::string changedTable = prepared.shape->table;
+    prepared.statement.Reset();
+    const ChangeResult result =
+        IsVersion(version, changedTable) ? Change(sql, StatementKind::kUpdate) : ChangeResult{};
+    if (ownTransaction) {
+      transaction_.Commit();
+    }
+    return result;
+  } catch (...) {
+    if (ownTransaction) {
+      transaction_.Rollback();
+    }
+    throw;
+  }
+}
+
+std::int64_t SqlSession::DeleteRow(std::string_view table, std::int32_t rid) {
+  const dialect::Table* found = dialect::FindTable(table);
+  if (found == nullptr) {
+    throw StoreError(fmt::format("There is no table '{}' in the store", table));
+  }
+  if (dialect::FindColumn(*found, "RID") == nullptr) {
+    throw StoreError(fmt::format("The rows of {} have no identity to delete by", found->name));
+  }
+  const StatementUse use(Own(fmt::format("DELETE FROM \"{}\" WHERE RID=?1", found->name)));
+  use->BindNumber(1, rid);
+  use->Step();
+  return ChangedRows();
+}
+
+Statement& SqlSession::Own(std::string_view sql) {
+  transaction_.CheckUsable();
+  const auto found = own_.find(sql);
+  if (found != own_.end()) {
+    return found->second;
+  }
+  return own_.emplace(sql, Statement(database_, sql)).first->second;
+}
+
+std::int64_t SqlSession::ChangedRows() const noexcept {
+  return sqlite3_changes64(database_.handle());
+}
+
+}  // namespace qorhost

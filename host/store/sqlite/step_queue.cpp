@@ -1,0 +1,54 @@
+#include "host/store/step_queue.h"
+
+#include "host/store/sqlite/result_reader.h"
+
+namespace qorhost {
+
+void QueueStep(SqlSession& session, std::int32_t unitKey, std::string_view kind,
+               std::int32_t subjectRid, std::string_view code) {
+  const StatementUse insert(
+      session.Own("INSERT INTO ProgramSteps (UnitKey, Kind, SubjectRID, Code, QueuedAt, Sent) "
+                  "VALUES (?1, ?2, ?3, nullif(?4, ''), ?5, 0)"));
+  insert->BindNumber(1, unitKey);
+  insert->BindText(2, kind);
+  insert->BindNumber(3, subjectRid);
+  insert->BindText(4, code);
+  insert->BindText(5, session.timeStamp().Now());
+  insert->Step();
+}
+
+std::int64_t WithdrawSteps(SqlSession& session, std::int32_t unitKey, std::string_view kind,
+                           std::int32_t subjectRid) {
+  const StatementUse withdraw(
+      session.Own("DELETE FROM ProgramSteps WHERE UnitKey=?1 AND SubjectRID=?2 AND Kind=?3 AND "
+                  "Sent=0"));
+  withdraw->BindNumber(1, unitKey);
+  withdraw->BindNumber(2, subjectRid);
+  withdraw->BindText(3, kind);
+  withdraw->Step();
+  return session.ChangedRows();
+}
+
+std::vector<ProgramStep> ListSteps(SqlSession& session, std::optional<std::int32_t> unitKey) {
+  const StatementUse list(
+      session.Own("SELECT RID, UnitKey, Kind, SubjectRID, Code, QueuedAt, Sent FROM ProgramSteps "
+                  "WHERE ?1 IS NULL OR UnitKey=?1 ORDER BY RID"));
+  if (unitKey.has_value()) {
+    list->BindNumber(1, *unitKey);
+  }
+  std::vector<ProgramStep> steps;
+  while (list->Step()) {
+    ProgramStep one;
+    one.rid = static_cast<std::int32_t>(list->Number(0));
+    one.unitKey = static_cast<std::int32_t>(list->Number(1));
+    one.kind = list->Text(2);
+    one.subjectRid = static_cast<std::int32_t>(list->Number(3));
+    one.code = list->Text(4);
+    one.queuedAt = ReadCell(*list, 5, CellKind::kDate);
+    one.sent = list->Number(6) != 0;
+    steps.push_back(std::move(one));
+  }
+  return steps;
+}
+
+}  // namespace qorhost

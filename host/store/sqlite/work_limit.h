@@ -1,0 +1,28 @@
+// A bound on the work of one query.
+#pragma once
+
+#include <cstdint>
+
+#include "host/store/sqlite/database.h"
+
+namespace qorhost {
+
+/// Stops what runs on a database during this object's lifetime when it takes more than about
+/// kMostWork of the engine's steps: it fails with SQLITE_INTERRUPT. Reports of 100,000 rows take
+/// a few million. For queries alone: a change that is stopped would take the whole transaction with
+/// it.
+class WorkLimit {
+ public:
+  static constexpr std::int64_t kMostWork = 200'000'000;
+
+  explicit WorkLimit(const Database& database, std::int64_t mostWork = kMostWork);
+  ~WorkLimit();
+  WorkLimit(const WorkLimit&) = delete;
+  WorkLimit& operator=(const WorkLimit&) = delete;
+
+ private:
+  const Database& database_;
+  std::int64_t left_;
+};
+
+}  // namespace qorhost

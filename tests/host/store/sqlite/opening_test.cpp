@@ -1,0 +1,335 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+
+#include "host/store/sqlite/schema.h"
+#include "host/store/store_error.h"
+#include "tests/host/store/temporary_folder.h"
+
+namespace qorhost {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+class OpeningTest : public testing::Test {
+ protected:
+  [[nodiscard]] std::filesystem::path File(const char* name = "building.db") const {
+    return folder_.File(name);
+  }
+  [[nodiscard]] std::string FailureOf(const std::filesystem::path& file, OpenMode mode) const {
+    try {
+      const Database opened = OpenStore(file, mode);
+    } catch (const StoreError& failure) {
+      return failure.what();
+    }
+    return "opened";
+  }
+
+  test::TemporaryFolder folder_;
+};
+
+TEST_F(OpeningTest, CreatesAStoreThatOpensAgain) {
+  { const Database created = OpenStore(File(), OpenMode::kCreate); }
+  Database again = OpenStore(File(), OpenMode::kReadWrite);
+  EXPECT_EQ(again.Number("PRAGMA user_version"), SchemaVersion());
+  EXPECT_EQ(again.Number("PRAGMA application_id"), kApplicationId);
+  EXPECT_EQ(again.Number("PRAGMA foreign_keys"), 1);
+}
+
+TEST_F(OpeningTest, WritesAheadIntoALog) {
+  const Database store = OpenStore(File(), OpenMode::kCreate);
+  Statement mode(store, "PRAGMA journal_mode");
+  ASSERT_TRUE(mode.Step());
+  EXPECT_EQ(mode.Text(0), "wal");
+}
+
+TEST_F(OpeningTest, OpensANameWithoutAFolder) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder_.path());
+  EXPECT_EQ(FailureOf("plain.db", OpenMode::kCreate), "opened");
+  std::filesystem::current_path(before);
+  EXPECT_TRUE(std::filesystem::exists(File("plain.db")));
+}
+
+TEST_F(OpeningTest, SaysThatTheFolderIsMissing) {
+  EXPECT_THAT(FailureOf(folder_.File("none") / "a.db", OpenMode::kCreate),
+              AllOf(HasSubstr("none' does not exist"), HasSubstr("create it")));
+}
+
+TEST_F(OpeningTest, SaysThatTheStoreIsMissing) {
+  for (const OpenMode mode : {OpenMode::kReadWrite, OpenMode::kReadOnly}) {
+    EXPECT_THAT(FailureOf(File(), mode), AllOf(HasSubstr("There is no store"),
+                                               HasSubstr("building.db"), HasSubstr("create it")));
+  }
+  EXPECT_FALSE(std::filesystem::exists(File()));
+}
+
+TEST_F(OpeningTest, SaysThatTheNameIsAFolder) {
+  EXPECT_THAT(FailureOf(folder_.path(), OpenMode::kCreate), HasSubstr("is a folder"));
+}
+
+TEST_F(OpeningTest, RefusesAFileThatIsNoDatabaseAndLeavesItAlone) {
+  const std::string content(5000, 'x');
+  std::ofstream(File()) << content;
+  for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite, OpenMode::kCreate}) {
+    EXPECT_THAT(FailureOf(File(), mode), HasSubstr("the file is not a store"));
+  }
+  std::ifstream file(File());
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), content);
+}
+
+TEST_F(OpeningTest, RefusesTheDatabaseOfAnotherProgramAndLeavesItAlone) {
+  {
+    Database other(File(), OpenMode::kCreate);
+    other.Run("CREATE TABLE notes (text); PRAGMA user_version=7");
+  }
+  EXPECT_THAT(FailureOf(File(), OpenMode::kCreate), HasSubstr("another program"));
+  Database other(File(), OpenMode::kReadOnly);
+  EXPECT_EQ(other.Number("PRAGMA user_version"), 7);
+  EXPECT_EQ(other.Number("SELECT count(*) FROM sqlite_schema"), 1);
+}
+
+TEST_F(OpeningTest, KnowsAStoreOfAnyStateFromOtherFiles) {
+  const struct {
+    const char* name;
+    std::function<void()> make;
+    bool isStore;
+  } rows[] = {
+      {"Store", [this] { const Database made = OpenStore(File(), OpenMode::kCreate); }, true},
+      {"NewerStore",
+       [this] {
+         Database made = OpenStore(File(), OpenMode::kCreate);
+         made.Run("PRAGMA user_version=" + std::to_string(SchemaVersion() + 1));
+       },
+       true},
+      {"DamagedStore",
+       [this] {
+         { const Database made = OpenStore(File(), OpenMode::kCreate); }
+         std::fstream file(File(), std::ios::in | std::ios::out | std::ios::binary);
+         constexpr std::streamoff kBehindTheHeader = 100;
+         file.seekp(kBehindTheHeader);
+         file << std::string(20000, 'x');
+       },
+       true},
+      {"EmptyFile", [this] { std::ofstream(File()).close(); }, true},
+      {"EmptyDatabase",
+       [this] {
+         Database made(File(), OpenMode::kCreate);
+         made.Run("PRAGMA user_version=1");
+       },
+       true},
+      {"OtherDatabase",
+       [this] {
+         Database made(File(), OpenMode::kCreate);
+         made.Run("CREATE TABLE notes (text)");
+       },
+       false},
+      {"OtherApplication",
+       [this] {
+         Database made(File(), OpenMode::kCreate);
+         made.Run("PRAGMA application_id=77; CREATE TABLE notes (text)");
+       },
+       false},
+      {"Text", [this] { std::ofstream(File()) << std::string(5000, 'x'); }, false},
+      {"SingleCharacter", [this] { std::ofstream(File()) << 'x'; }, false},
+      {"ShortText", [this] { std::ofstream(File()) << "a few words"; }, false},
+      {"DamagedOtherDatabase",
+       [this] {
+         {
+           Database made(File(), OpenMode::kCreate);
+           made.Run("CREATE TABLE notes (text)");
+         }
+         std::fstream file(File(), std::ios::in | std::ios::out | std::ios::binary);
+         constexpr std::streamoff kBehindTheHeader = 100;
+         file.seekp(kBehindTheHeader);
+         file << std::string(4000, 'x');
+       },
+       false},
+      {"Folder", [this] { std::filesystem::create_directory(File()); }, false},
+      {"Pipe", [this] { ASSERT_EQ(mkfifo(File().c_str(), 0600), 0); }, false},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    row.make();
+    EXPECT_EQ(IsStoreOrEmpty(File()), row.isStore);
+    std::filesystem::remove_all(File());
+  }
+}
+
+TEST_F(OpeningTest, SaysThatAFileCannotBeReadForItsKind) {
+  { const Database made = OpenStore(File(), OpenMode::kCreate); }
+  std::filesystem::permissions(folder_.path(), std::filesystem::perms(0755));
+  std::filesystem::permissions(File(), std::filesystem::perms(0));
+  constexpr uid_t kNobody = 65534;
+  EXPECT_EXIT(
+      {
+        const bool dropped = geteuid() != 0 || setuid(kNobody) == 0;
+        try {
+          static_cast<void>(IsStoreOrEmpty(File()));
+        } catch (const StoreError& failure) {
+          std::fprintf(stderr, "%s", failure.what());
+        }
+        _exit(dropped ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "Cannot open the store");
+}
+
+TEST_F(OpeningTest, RefusesANewerSchema) {
+  {
+    Database store = OpenStore(File(), OpenMode::kCreate);
+    store.Run("PRAGMA user_version=" + std::to_string(SchemaVersion() + 1));
+  }
+  for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite}) {
+    EXPECT_THAT(FailureOf(File(), mode), HasSubstr("newer version of this program"));
+  }
+}
+
+TEST_F(OpeningTest, BringsAnOlderFileUpToDateWhenItMayWrite) {
+  {
+    Database empty(File(), OpenMode::kCreate);
+    empty.Run("PRAGMA application_id=" + std::to_string(kApplicationId));
+    empty.Run("CREATE TABLE placeholder (a)");
+  }
+  EXPECT_THAT(FailureOf(File(), OpenMode::kReadOnly), HasSubstr("older form"));
+  Database store = OpenStore(File(), OpenMode::kReadWrite);
+  EXPECT_EQ(store.Number("PRAGMA user_version"), SchemaVersion());
+  EXPECT_EQ(store.Number("SELECT count(*) FROM CredentialBank"), 0);
+}
+
+TEST_F(OpeningTest, AMigrationThatFailsLeavesTheFileAsItWas) {
+  {
+    Database clash(File(), OpenMode::kCreate);
+    clash.Run("PRAGMA application_id=" + std::to_string(kApplicationId));
+    clash.Run("CREATE TABLE Tenants (mine)");
+  }
+  EXPECT_THAT(FailureOf(File(), OpenMode::kReadWrite), HasSubstr("already exists"));
+  Database after(File(), OpenMode::kReadOnly);
+  EXPECT_EQ(after.Number("PRAGMA user_version"), 0);
+  EXPECT_EQ(after.Number("SELECT count(*) FROM sqlite_schema"), 1);
+}
+
+TEST_F(OpeningTest, AnEmptyFileBecomesAStoreOnlyWhenItMayBeWritten) {
+  std::ofstream(File()).close();
+  EXPECT_THAT(FailureOf(File(), OpenMode::kReadOnly), HasSubstr("is empty"));
+  EXPECT_EQ(FailureOf(File(), OpenMode::kReadWrite), "opened");
+}
+
+TEST_F(OpeningTest, ReadingOnlyReadsAndRefusesToWrite) {
+  {
+    Database store = OpenStore(File(), OpenMode::kCreate);
+    store.Run("INSERT INTO Units (UnitKey) VALUES (5)");
+  }
+  Database store = OpenStore(File(), OpenMode::kReadOnly);
+  EXPECT_EQ(store.Number("SELECT UnitKey FROM Units"), 5);
+  try {
+    store.Run("DELETE FROM Units");
+    FAIL() << "the delete went through";
+  } catch (const StoreError& failure) {
+    EXPECT_THAT(failure.what(), HasSubstr("cannot be written"));
+    EXPECT_EQ(failure.code() & 0xFF, SQLITE_READONLY);
+  }
+}
+
+// In a process of its own, because the tests may run as a user who may write everything.
+TEST_F(OpeningTest, SaysThatTheFileMayNotBeWritten) {
+  { const Database store = OpenStore(File(), OpenMode::kCreate); }
+  namespace fs = std::filesystem;
+  fs::permissions(folder_.path(), fs::perms(0755));
+  fs::permissions(File(), fs::perms(0444));
+  constexpr uid_t kNobody = 65534;
+  EXPECT_EXIT(
+      {
+        const bool dropped = geteuid() != 0 || setuid(kNobody) == 0;
+        const std::string failure = FailureOf(File(), OpenMode::kReadWrite);
+        std::fprintf(stderr, "%s", failure.c_str());
+        _exit(dropped ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "cannot be written: check the rights on the file");
+}
+
+TEST_F(OpeningTest, TakesANameThatReadsLikeAUriAsAName) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder_.path());
+  EXPECT_EQ(FailureOf("file:odd?mode=memory", OpenMode::kCreate), "opened");
+  EXPECT_EQ(FailureOf(":memory:", OpenMode::kCreate), "opened");
+  std::filesystem::current_path(before);
+  EXPECT_TRUE(std::filesystem::exists(File("file:odd?mode=memory")));
+  EXPECT_TRUE(std::filesystem::exists(File(":memory:")));
+}
+
+TEST_F(OpeningTest, RunsNoTriggerCodeThatAFileBringsAlong) {
+  Database store = OpenStore(File(), OpenMode::kCreate);
+  EXPECT_THROW(store.Run("ATTACH 'x.db' AS x"), StoreError);
+  EXPECT_THROW(store.Run("SELECT load_extension('x')"), StoreError);
+  EXPECT_THROW(store.Run("PRAGMA writable_schema=ON; UPDATE sqlite_schema SET sql=''"), StoreError);
+}
+
+TEST_F(OpeningTest, ADamagedFileIsReportedAndNotRead) {
+  { const Database store = OpenStore(File(), OpenMode::kCreate); }
+  {
+    std::fstream file(File(), std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(100);
+    file << std::string(4000, '\xAB');
+  }
+  EXPECT_THAT(FailureOf(File(), OpenMode::kReadWrite), HasSubstr("damaged"));
+}
+
+// What the process holds open, by number.
+std::size_t OpenFiles() {
+  const std::filesystem::directory_iterator files("/proc/self/fd");
+  return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
+TEST_F(OpeningTest, NoFileStaysOpenWhetherOpeningSucceedsOrFails) {
+  { const Database store = OpenStore(File(), OpenMode::kCreate); }
+  std::ofstream(File("other.db")) << std::string(5000, 'x');
+  const std::size_t before = OpenFiles();
+  { const Database store = OpenStore(File(), OpenMode::kReadWrite); }
+  EXPECT_NE(FailureOf(File("other.db"), OpenMode::kReadWrite), "opened");
+  EXPECT_NE(FailureOf(File("none.db"), OpenMode::kReadWrite), "opened");
+  EXPECT_EQ(OpenFiles(), before);
+}
+
+struct Advice {
+  const char* name;
+  int code;
+  const char* part;
+};
+
+class AdviceTest : public testing::TestWithParam<Advice> {};
+
+TEST_P(AdviceTest, SaysWhatToDo) {
+  EXPECT_THAT(AdviceFor(GetParam().code), HasSubstr(GetParam().part));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Codes, AdviceTest,
+    testing::Values(Advice{"Busy", SQLITE_BUSY, "another program is writing"},
+                    Advice{"BusySnapshot", SQLITE_BUSY_SNAPSHOT, "another program is writing"},
+                    Advice{"Locked", SQLITE_LOCKED, "another program is writing"},
+                    Advice{"ReadOnlyFile", SQLITE_READONLY, "check the rights"},
+                    Advice{"NoRights", SQLITE_PERM, "check the rights"},
+                    Advice{"ReadOnlyFolder", SQLITE_READONLY_DIRECTORY, "its folder"},
+                    Advice{"DiskFull", SQLITE_FULL, "make room"},
+                    Advice{"DiskError", SQLITE_IOERR_WRITE, "check it"},
+                    Advice{"NoDatabase", SQLITE_NOTADB, "choose another one"},
+                    Advice{"Damaged", SQLITE_CORRUPT, "put back a copy"},
+                    Advice{"CannotOpen", SQLITE_CANTOPEN, "check its name"},
+                    Advice{"NoMemory", SQLITE_NOMEM, "close other programs"},
+                    Advice{"TooLong", SQLITE_TOOBIG, "use a shorter one"},
+                    Advice{"ForeignKey", SQLITE_CONSTRAINT_FOREIGNKEY,
+                           "a unit that does not exist"},
+                    Advice{"Constraint", SQLITE_CONSTRAINT, ""}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace
+}  // namespace qorhost

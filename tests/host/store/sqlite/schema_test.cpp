@@ -1,0 +1,163 @@
+#include "host/store/sqlite/schema.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/dialect/catalog.h"
+#include "host/store/store_error.h"
+
+namespace qorhost {
+namespace {
+
+struct StoredColumn {
+  std::string type;
+  bool primaryKey = false;
+  bool generated = false;
+  std::string defaultValue;
+};
+
+std::vector<std::pair<std::string, StoredColumn>> ColumnsOf(const Database& database,
+                                                            std::string_view table) {
+  Statement info(database,
+                 "SELECT name, type, pk, hidden, coalesce(dflt_value, 'Null') "
+                 "FROM pragma_table_xinfo(?1) ORDER BY cid");
+  info.BindText(1, table);
+  std::vector<std::pair<std::string, StoredColumn>> columns;
+  constexpr int kVirtualGenerated = 2;
+  while (info.Step()) {
+    columns.emplace_back(
+        std::string(info.Text(0)),
+        StoredColumn{std::string(info.Text(1)), info.Number(2) != 0,
+                     info.Number(3) == kVirtualGenerated, std::string(info.Text(4))});
+  }
+  return columns;
+}
+
+// "TEXT COLLATE "DESKTOP"" and "INTEGER PRIMARY KEY ..." without what follows the type.
+std::string TypeWord(dialect::ColumnType type) {
+  const std::string_view declared = dialect::DeclaredType(type);
+  return std::string(declared.substr(0, declared.find(' ')));
+}
+
+TEST(SchemaTest, HasExactlyTheTablesOfTheCatalog) {
+  const Database store = OpenMemoryStore();
+  Statement list(store,
+                 "SELECT name FROM sqlite_schema WHERE type='table' AND name NOT LIKE 'sqlite%' "
+                 "ORDER BY name COLLATE NOCASE");
+  std::vector<std::string> stored;
+  while (list.Step()) {
+    stored.emplace_back(list.Text(0));
+  }
+  std::vector<std::string> wanted;
+  for (const dialect::Table& table : dialect::Tables()) {
+    wanted.emplace_back(table.name);
+  }
+  EXPECT_EQ(stored.size(), wanted.size());
+  for (const std::string& name : wanted) {
+    EXPECT_NE(std::find(stored.begin(), stored.end(), name), stored.end()) << name;
+  }
+}
+
+TEST(SchemaTest, GivesEveryColumnTheTypeThatTheCatalogSays) {
+  const Database store = OpenMemoryStore();
+  for (const dialect::Table& table : dialect::Tables()) {
+    const auto stored = ColumnsOf(store, table.name);
+    ASSERT_EQ(stored.size(), table.columns.size()) << table.name;
+    for (std::size_t at = 0; at < stored.size(); ++at) {
+      const dialect::Column& column = table.columns[at];
+      const auto& [name, found] = stored[at];
+      const std::string where = std::string(table.name) + "." + name;
+      EXPECT_EQ(name, column.name);
+      EXPECT_EQ(found.type, TypeWord(column.type)) << where;
+      EXPECT_EQ(found.primaryKey, column.type == dialect::ColumnType::kIdentity) << where;
+      EXPECT_EQ(found.generated, column.generated) << where;
+    }
+  }
+}
+
+TEST(SchemaTest, ComparesEveryTextColumnWithoutRegardToCase) {
+  const Database store = OpenMemoryStore();
+  for (const dialect::Table& table : dialect::Tables()) {
+    Statement schema(store, "SELECT sql FROM sqlite_schema WHERE type='table' AND name=?1");
+    schema.BindText(1, table.name);
+    ASSERT_TRUE(schema.Step());
+    const std::string sql(schema.Text(0));
+    for (const dialect::Column& column : table.columns) {
+      if (column.type == dialect::ColumnType::kText) {
+        EXPECT_NE(sql.find(std::string(column.name) + " TEXT COLLATE DESKTOP"), std::string::npos)
+            << table.name << "." << column.name;
+      }
+    }
+  }
+}
+
+TEST(SchemaTest, DefaultsResidentAndModifiedToZeroAndCredentialSlotsToNull) {
+  const Database store = OpenMemoryStore();
+  std::map<std::string, std::string> defaults;
+  for (const auto& [name, column] : ColumnsOf(store, "Tenants")) {
+    defaults[name] = column.defaultValue;
+  }
+  EXPECT_EQ(defaults["Resident"], "0");
+  EXPECT_EQ(defaults["MODIFIED"], "0");
+  EXPECT_EQ(defaults["CREDENTIALID1"], "Null");
+  EXPECT_EQ(defaults["CREDENTIALID2"], "Null");
+}
+
+TEST(SchemaTest, TenantIdIsTheRowsIdentity) {
+  Database store = OpenMemoryStore();
+  store.Run(
+      "INSERT INTO Tenants (RID, LastName) VALUES (41, 'A'); "
+      "INSERT INTO Tenants (LastName) VALUES ('B')");
+  EXPECT_EQ(store.Number("SELECT TenantID FROM Tenants WHERE LastName='A'"), 41);
+  EXPECT_EQ(store.Number("SELECT TenantID FROM Tenants WHERE LastName='B'"), 42);
+}
+
+TEST(SchemaTest, NeverGivesAnIdentityOutTwice) {
+  Database store = OpenMemoryStore();
+  for (const std::string table : {"CredentialBank", "Tenants", "DirectoryCode"}) {
+    store.Run("INSERT INTO " + table + " (UNITKEY) VALUES (1), (1)");
+    store.Run("DELETE FROM " + table + " WHERE RID=2");
+    store.Run("INSERT INTO " + table + " (UNITKEY) VALUES (1)");
+    EXPECT_EQ(store.Number("SELECT max(RID) FROM " + table), 3) << table;
+  }
+}
+
+TEST(SchemaTest, IdentitiesFitThirtyTwoBits) {
+  Database store = OpenMemoryStore();
+  for (const std::string table : {"CredentialBank", "Tenants", "DirectoryCode"}) {
+    store.Run("INSERT INTO " + table + " (RID) VALUES (2147483647)");
+    EXPECT_THROW(store.Run("INSERT INTO " + table + " (UNITKEY) VALUES (1)"), StoreError) << table;
+    EXPECT_THROW(store.Run("INSERT INTO " + table + " (RID) VALUES (0)"), StoreError) << table;
+    EXPECT_EQ(store.Number("SELECT count(*) FROM " + table), 1);
+  }
+}
+
+TEST(SchemaTest, ANumberColumnTakesNoText) {
+  Database store = OpenMemoryStore();
+  store.Run("INSERT INTO Tenants (LastName) VALUES ('Abbott')");
+  EXPECT_THROW(store.Run("UPDATE Tenants SET GROUPID = LastName"), StoreError);
+  EXPECT_THROW(store.Run("INSERT INTO CredentialBank (PINNo) VALUES ('seven')"), StoreError);
+  store.Run("INSERT INTO CredentialBank (PINNo) VALUES ('7')");
+  EXPECT_EQ(store.Number("SELECT count(*) FROM CredentialBank WHERE typeof(PINNo)='integer'"), 1);
+}
+
+TEST(SchemaTest, AUnitsSettingsNeedTheUnit) {
+  Database store = OpenMemoryStore();
+  EXPECT_THROW(store.Run("INSERT INTO UnitSettings (UnitKey) VALUES (9)"), StoreError);
+  store.Run(
+      "INSERT INTO Units (UnitKey) VALUES (9); INSERT INTO UnitSettings (UnitKey) VALUES (9)");
+  EXPECT_THROW(store.Run("DELETE FROM Units"), StoreError);
+}
+
+TEST(SchemaTest, TenantsModifiedTakesATimeStampToo) {
+  Database store = OpenMemoryStore();
+  store.Run("INSERT INTO Tenants (MODIFIED) VALUES ('2026-01-31 14:05:09')");
+  EXPECT_EQ(store.Number("SELECT count(*) FROM Tenants WHERE MODIFIED='2026-01-31 14:05:09'"), 1);
+}
+
+}  // namespace
+}  // namespace qorhost
