@@ -15,7 +15,7 @@ constexpr std::string_view kFirmwareWithoutDisplayOptions = "FC01.005";
 
 std::string UpdateStatement(std::int32_t unitKey, std::int32_t rid, const StringArray& code,
                             std::string_view displayPart) {
-  using namespace detail;
+  using namespace unit_place;
   // Without display options a comma is left in front of WHERE; the database manager bears it.
   return Concat("UPDATE DIRECTORYCODE SET DIRECTORYCODE=", code[kCode], ",PHONENUMBER='",
                 code[kPhone], "',EXTENSION='", code[kExtension], "',TIMEDELAY=", code[kTimeDelay],
@@ -31,7 +31,7 @@ std::string UpdateStatement(std::int32_t unitKey, std::int32_t rid, const String
 
 std::string InsertStatement(std::int32_t unitKey, std::string_view rowId, const StringArray& code,
                             std::string_view displayColumns, std::string_view displayValues) {
-  using namespace detail;
+  using namespace unit_place;
   return Concat(
       "Insert into DIRECTORYCODE(UNITKEY,RID,DIRECTORYCODE,PHONENUMBER,EXTENSION,TIMEDELAY,"
       "DNDSCHEDULEID,ISDNDCHECKED,CFSCHEDULEID,ISCFCHECKED,CFPHONENUMBER,CFEXTENSION,CFTIMEDELAY,"

@@ -206,7 +206,7 @@ ExitStatus RunCodeExport(const GlobalOptions& global, const ExportOptions& optio
   unit.codes = std::move(read.codes);
   if (unit.firmware == kFirmwareWithoutDisplay) {
     for (UnitCode& code : unit.codes) {
-      code[qorcred::detail::kDisplayMode] = "0";
+      code[qorcred::unit_place::kDisplayMode] = "0";
     }
   }
   if (options.to == kStandardStream) {

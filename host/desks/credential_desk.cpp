@@ -28,7 +28,7 @@ CredentialDesk::CredentialDesk(StoreSession& session, std::int32_t unitKey, Desk
       screen_(MakeScreen(kind, session.Today())),
       controller_(session.host()) {
   if (session.traced()) {
-    controller_.set_gmobjCredentialScreen(std::make_shared<TracingScreen>(
+    controller_.set_gmobjCredentialScreen(std::make_shared<qorcred::trace::TracingScreen>(
         screen_, session.transcript(),
         [screen = screen_.get()](std::string_view name) { return screen->SpelledName(name); }));
   } else {

@@ -79,7 +79,7 @@ DirCodeDesk::DirCodeDesk(StoreSession& session, std::int32_t unitKey)
       screen_(MakeDirectoryCodeScreen(session.Today())),
       controller_(session.host()) {
   if (session.traced()) {
-    controller_.set_mobjDirCodeScreen(std::make_shared<TracingScreen>(
+    controller_.set_mobjDirCodeScreen(std::make_shared<qorcred::trace::TracingScreen>(
         screen_, session.transcript(),
         [screen = screen_.get()](std::string_view name) { return screen->SpelledName(name); }));
   } else {

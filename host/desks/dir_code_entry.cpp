@@ -16,7 +16,7 @@ namespace qorhost {
 
 namespace {
 
-using qorcred::detail::Place;
+using qorcred::unit_place::Place;
 
 constexpr std::int32_t kSystemSchedules = 0;  // "No Access" and "Full Access" have ids of their own
 

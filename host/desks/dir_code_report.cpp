@@ -152,7 +152,8 @@ void DirCodeReport::Show(const std::string& statement) {
   session_.log().Clear();
   qorcred::ObjectRef visible = grid_;
   if (session_.traced()) {
-    visible = std::make_shared<TracingControl>("objGrid", grid_, session_.transcript());
+    visible =
+        std::make_shared<qorcred::trace::TracingControl>("objGrid", grid_, session_.transcript());
   }
   qorcred::ObjectRef layout;
   controller_.pvDirCodeReportResult(unitKey_, session_.connection(), visible, statement, layout);

@@ -16,7 +16,7 @@ namespace {
 
 using qorcred::Null;
 using qorcred::Value;
-using qorcred::detail::Place;
+using qorcred::unit_place::Place;
 
 struct FieldName {
   Place place;

@@ -71,7 +71,7 @@ ReportFilter::ReportFilter(StoreSession& session, std::size_t conditions)
       screen_(MakeReportFilterScreen(rows_, session.Today())),
       visible_(screen_) {
   if (session.traced()) {
-    visible_ = std::make_shared<TracingScreen>(
+    visible_ = std::make_shared<qorcred::trace::TracingScreen>(
         screen_, session.transcript(),
         [screen = screen_.get()](std::string_view name) { return screen->SpelledName(name); });
   }

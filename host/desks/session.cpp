@@ -41,8 +41,9 @@ StoreSession::StoreSession(Database database, const GlobalOptions& options, Cons
       visibleConnection_(connection_),
       storeHost_(MakeServices()) {
   if (options.trace) {
-    visibleConnection_ = std::make_shared<TracingConnection>(connection_, transcript_);
-    tracingHost_ = std::make_unique<TracingHost>(storeHost_, transcript_);
+    visibleConnection_ =
+        std::make_shared<qorcred::trace::TracingConnection>(connection_, transcript_);
+    tracingHost_ = std::make_unique<qorcred::trace::TracingHost>(storeHost_, transcript_);
   }
 }
 

@@ -52,7 +52,7 @@ class StoreSession {
   [[nodiscard]] StoreConnection& store() { return *connection_; }
   [[nodiscard]] SqlSession& sql() { return connection_->session(); }
   [[nodiscard]] OperationLog& log() { return log_; }
-  [[nodiscard]] const TranscriptSink& transcript() const { return transcript_; }
+  [[nodiscard]] const qorcred::trace::TranscriptSink& transcript() const { return transcript_; }
   [[nodiscard]] qorcred::Date Today() { return qorcred::DayOf(clock_()); }
   [[nodiscard]] bool traced() const { return tracingHost_ != nullptr; }
 
@@ -77,11 +77,11 @@ class StoreSession {
   MessageBox messageBox_;
   Clock clock_;
   std::shared_ptr<InsertHandler> onInsert_ = std::make_shared<InsertHandler>();
-  TranscriptSink transcript_;
+  qorcred::trace::TranscriptSink transcript_;
   std::shared_ptr<StoreConnection> connection_;
   qorcred::ObjectRef visibleConnection_;
   StoreHost storeHost_;
-  std::unique_ptr<TracingHost> tracingHost_;
+  std::unique_ptr<qorcred::trace::TracingHost> tracingHost_;
 };
 
 }  // namespace qorhost

@@ -68,11 +68,11 @@ UnitMerge::UnitMerge(StoreSession& session, std::int32_t unitKey, const UnitFile
       connectionScreen_(MakeConnectionScreen(unit.firmware)),
       controller_(session.host()) {
   if (session.traced()) {
-    controller_.set_mfrmConnectionScreen(
-        std::make_shared<TracingScreen>(connectionScreen_, session.transcript(),
-                                        [screen = connectionScreen_.get()](std::string_view name) {
-                                          return screen->SpelledName(name);
-                                        }));
+    controller_.set_mfrmConnectionScreen(std::make_shared<qorcred::trace::TracingScreen>(
+        connectionScreen_, session.transcript(),
+        [screen = connectionScreen_.get()](std::string_view name) {
+          return screen->SpelledName(name);
+        }));
   } else {
     controller_.set_mfrmConnectionScreen(connectionScreen_);
   }

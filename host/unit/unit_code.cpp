@@ -14,8 +14,8 @@ namespace qorhost {
 
 namespace {
 
-using qorcred::detail::Place;
-using namespace qorcred::detail;  // the places
+using qorcred::unit_place::Place;
+using namespace qorcred::unit_place;  // the places
 
 struct Field {
   Place place;

@@ -14,12 +14,13 @@ namespace qorhost {
 
 inline constexpr std::size_t kUnitFieldCount = 24;
 
-/// The texts by their place; see qorcred::detail for the places. Places 0 to 3 are not looked at.
+/// The texts by their place; see qorcred::unit_place for the places. Places 0 to 3 are not looked
+/// at.
 struct UnitCode {
   std::array<std::string, kUnitFieldCount> fields;
 
-  [[nodiscard]] std::string& operator[](qorcred::detail::Place place) { return fields[place]; }
-  [[nodiscard]] const std::string& operator[](qorcred::detail::Place place) const {
+  [[nodiscard]] std::string& operator[](qorcred::unit_place::Place place) { return fields[place]; }
+  [[nodiscard]] const std::string& operator[](qorcred::unit_place::Place place) const {
     return fields[place];
   }
   friend bool operator==(const UnitCode&, const UnitCode&) = default;

@@ -21,7 +21,7 @@ namespace qorhost {
 
 namespace {
 
-using qorcred::detail::Place;
+using qorcred::unit_place::Place;
 
 constexpr std::int32_t kUnit = demo::kLongDoorNamesUnit;
 

@@ -6,7 +6,7 @@
 namespace qorhost {
 namespace {
 
-using qorcred::detail::Place;
+using qorcred::unit_place::Place;
 
 UnitCode Code(const std::string& number, const std::string& phone = "1") {
   UnitCode code;
