@@ -1,6 +1,7 @@
 // Writes a directory code that a unit holds.
 #include "dircodes/cls_dir_code.h"
 #include "dircodes/row_state.h"
+#include "dircodes/unit_notation.h"
 #include "frame/convert.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
@@ -9,9 +10,6 @@
 namespace qorcred {
 
 namespace {
-
-/// The firmware of units that have no display options.
-constexpr std::string_view kFirmwareWithoutDisplayOptions = "FC01.005";
 
 std::string UpdateStatement(std::int32_t unitKey, std::int32_t rid, const StringArray& code,
                             std::string_view displayPart) {
@@ -109,7 +107,7 @@ void clsDirCode::DeleteAsInUnit(const ObjectRef& connection, std::int32_t unitKe
 bool clsDirCode::UnitHasDisplayOptions() const {
   const Screen connectionScreen(connectionScreen_);
   return TextOrEmpty(connectionScreen.Variable("mFirmwareFromHandshake")) !=
-         kFirmwareWithoutDisplayOptions;
+         kFirmwareWithoutDisplay;
 }
 
 }  // namespace qorcred

@@ -34,6 +34,9 @@ enum Place : unsigned {
 };
 }  // namespace unit_place
 
+/// The firmware of units that have no display options.
+inline constexpr std::string_view kFirmwareWithoutDisplay = "FC01.005";
+
 /// What a unit shows of a directory code, as flags for a statement.
 struct DisplayOptions {
   std::string_view name;  ///< "True" or "False"

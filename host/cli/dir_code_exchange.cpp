@@ -204,7 +204,7 @@ ExitStatus RunCodeExport(const GlobalOptions& global, const ExportOptions& optio
     unit.firmware = options.firmware;
   }
   unit.codes = std::move(read.codes);
-  if (unit.firmware == kFirmwareWithoutDisplay) {
+  if (unit.firmware == qorcred::kFirmwareWithoutDisplay) {
     for (UnitCode& code : unit.codes) {
       code[qorcred::unit_place::kDisplayMode] = "0";
     }

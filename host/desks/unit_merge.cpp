@@ -64,7 +64,7 @@ UnitMerge::UnitMerge(StoreSession& session, std::int32_t unitKey, const UnitFile
     : session_(session),
       unitKey_(unitKey),
       unit_(unit),
-      rules_{unit.firmware != kFirmwareWithoutDisplay, withDeletions},
+      rules_{unit.firmware != qorcred::kFirmwareWithoutDisplay, withDeletions},
       connectionScreen_(MakeConnectionScreen(unit.firmware)),
       controller_(session.host()) {
   if (session.traced()) {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/unit/unit_code.h"
+#include "frame/utf8.h"
 
 namespace qorhost {
 
@@ -60,7 +60,7 @@ bool CsvReader::Next(CsvRecord& record) {
   const std::size_t start = at_;
   while (ReadCell(record) == End::kCell) {
   }
-  if (!IsUtf8(text_.substr(start, at_ - start))) {
+  if (!qorcred::IsUtf8(text_.substr(start, at_ - start))) {
     SetFault(record, "the line is not valid UTF-8: save the file as UTF-8");
   }
   return true;

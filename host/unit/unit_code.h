@@ -26,8 +26,7 @@ struct UnitCode {
   friend bool operator==(const UnitCode&, const UnitCode&) = default;
 };
 
-/// The firmware of units that have no display options, and of those that have them.
-inline constexpr std::string_view kFirmwareWithoutDisplay = "FC01.005";
+/// The firmware of units that have display options.
 inline constexpr std::string_view kFirmwareWithDisplay = "FC02.010";
 
 /// The largest directory code: 15 digits, as many as the store keeps exactly.
@@ -35,9 +34,6 @@ inline constexpr std::int64_t kLargestUnitCode = 999'999'999'999'999;
 
 /// The longest text of a code, in UTF-16 units: what a text column of a desktop database holds.
 inline constexpr std::size_t kLongestUnitText = 255;
-
-/// Whether a text is well-formed UTF-8.
-[[nodiscard]] bool IsUtf8(std::string_view text);
 
 /// Why the code cannot be taken over into a store, naming the field; "" when it can be.
 [[nodiscard]] std::string FaultIn(const UnitCode& code);
