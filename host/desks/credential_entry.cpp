@@ -1,8 +1,5 @@
 #include "host/desks/credential_entry.h"
 
-#include <fmt/format.h>
-
-#include <array>
 #include <cmath>
 #include <string>
 #include <string_view>
@@ -10,46 +7,45 @@
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
+#include "host/desks/credential_desk.h"
+#include "host/desks/credential_types.h"
+#include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/typed_input.h"
 
 namespace qorhost {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> kScheduleLists{"cboSchedules1", "cboSchedules2",
-                                                         "cboSchedules3", "cboSchedules4"};
-constexpr std::int32_t kSystemSchedules = 0;  // "No Access" and "Full Access" have ids of their own
+namespace field = credential_field;
 
-struct TypeWord {
-  std::string_view word;
-  std::int16_t type;
-};
-constexpr std::array kTypeWords{TypeWord{"card30", qorcred::kCorvinCard},
-                                TypeWord{"card26", qorcred::kStandardCard},
-                                TypeWord{"transmitter", qorcred::kTransmitter}};
+constexpr std::int32_t kSystemSchedules = 0;  // "No Access" and "Full Access" have ids of their own
+constexpr std::int32_t kUnassigned = 1;       // "<Unassigned>" stands for no tenant
 
 void ChooseType(ScreenModel& screen, std::string_view word) {
-  for (const TypeWord& known : kTypeWords) {
-    if (known.word == word) {
-      screen.List("cboCredentialType")
-          .Select(screen.List("cboCredentialType").FindData(known.type));
+  for (const CredentialTypeWords& known : CredentialTypes()) {
+    if (known.word == word && known.type < kReportedTypesOnly) {
+      ListModel& types = screen.List("cboCredentialType");
+      types.Select(types.FindData(known.type));
       return;
     }
   }
-  throw UsageError(fmt::format("--type '{}' is none of card30, card26 and transmitter", word));
+  throw InputFault(field::kType, word,
+                   "{field} '{value}' is none of card30, card26 and transmitter");
 }
 
-/// Types into a box that the screen shows; `why` says what hides or disables it.
-void TypeInto(TextModel& box, std::string_view option, const std::optional<std::string>& text,
-              std::string_view why) {
+/// Types into a box that the screen shows; `hidden` says what hides or disables it.
+void TypeInto(TextModel& box, std::string_view name, const std::optional<std::string>& text,
+              std::string_view hidden) {
   if (!text) {
     return;
   }
   if (!box.visible() || !box.enabled()) {
-    throw UsageError(fmt::format("leave {} out: {}", option, why));
+    throw InputFault(name, *text, hidden);
   }
-  box.SetText(TypedText(option, *text));
+  box.SetText(TypedText(name, *text));
 }
 
 void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button) {
@@ -57,71 +53,92 @@ void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button)
     return;
   }
   if (!screen.Option("optButton4").visible()) {
-    throw UsageError("leave --button out: only transmitters have buttons");
+    throw InputFault(field::kButton, *button, "leave {field} out: only transmitters have buttons");
   }
   if (*button != "1" && *button != "4") {
-    throw UsageError(fmt::format("--button '{}' is neither 1 nor 4", *button));
+    throw InputFault(field::kButton, *button, "{field} '{value}' is neither 1 nor 4");
   }
   screen.Option(*button == "4" ? "optButton4" : "optButtonDefault").SetOn(true);
 }
 
-void ChooseSchedules(ScreenModel& screen, std::string_view given) {
+void ChooseSchedules(ScreenModel& screen, const std::string& given) {
+  std::string_view rest = given;
   std::size_t door = 0;
   for (bool more = true; more; ++door) {
-    if (door == kScheduleLists.size()) {
-      throw UsageError("--schedules takes at most four schedules, one for each door");
+    if (door == qorcred::kScheduleLists.size()) {
+      throw InputFault(field::kSchedules, given,
+                       "{field} takes at most four schedules, one for each door");
     }
-    const std::size_t comma = given.find(',');
-    const std::string_view schedule = qorcred::Trim(given.substr(0, comma));
+    const std::size_t comma = rest.find(',');
+    const std::string_view schedule = qorcred::Trim(rest.substr(0, comma));
     if (!schedule.empty()) {
-      ListModel& list = screen.List(kScheduleLists[door]);
-      list.Select(FindEntry(list, schedule, "schedule", kSystemSchedules));
+      ListModel& list = screen.List(qorcred::kScheduleLists[door]);
+      list.Select(FindEntry(list, field::kSchedules, schedule, "schedule", kSystemSchedules));
     }
     more = comma != std::string_view::npos;
-    given.remove_prefix(more ? comma + 1 : given.size());
+    rest.remove_prefix(more ? comma + 1 : rest.size());
   }
 }
 
-void EnterTenants(ScreenModel& screen, const AddOptions& options) {
-  if (options.schedules) {
-    ChooseSchedules(screen, *options.schedules);
+void EnterTenants(ScreenModel& screen, const NewCredentials& entry) {
+  if (entry.schedules) {
+    ChooseSchedules(screen, *entry.schedules);
   }
-  if (options.from) {
-    ChooseDate(screen.Date("dtpStart"), "--from", *options.from, false);
+  if (entry.from) {
+    ChooseDate(screen.Date("dtpStart"), field::kStart, *entry.from, false);
   }
-  if (options.to) {
-    ChooseDate(screen.Date("dtpEnd"), "--to", *options.to, true);
+  if (entry.to) {
+    ChooseDate(screen.Date("dtpEnd"), field::kEnd, *entry.to, true);
   }
   const bool limited = screen.Date("dtpStart").chosen() || screen.Date("dtpEnd").chosen();
   screen.Check("chkActive").SetState(limited ? 1 : 0);
 }
 
-void RefuseTenantOptions(const AddOptions& options) {
-  if (options.schedules || options.from || options.to) {
-    throw UsageError(
-        "--schedules, --from and --to go with --with-tenants: without new tenants "
-        "there is nobody to give them to");
+void RefuseTenantInputs(const NewCredentials& entry) {
+  if (entry.schedules || entry.from || entry.to) {
+    const std::string_view given = entry.schedules ? field::kSchedules
+                                   : entry.from    ? field::kStart
+                                                   : field::kEnd;
+    throw InputFault(given, "",
+                     "{schedules}, {first day} and {last day} go with {new tenants}: without new "
+                     "tenants there is nobody to give them to");
   }
 }
 
 }  // namespace
 
-void EnterCredential(CredentialDesk& desk, const AddOptions& options) {
+void EnterCredentials(CredentialDesk& desk, const NewCredentials& entry) {
   ScreenModel& screen = desk.screen();
-  constexpr std::string_view kForTransmitters = "only transmitters have it";
-  ChooseType(screen, options.type);
-  screen.SetVariable("gstrTag", options.end ? "" : "SINGLE");
-  screen.Box("txtPINStart").SetText(TypedText("--start", options.start));
-  screen.Box("txtPINEND").SetText(options.end ? TypedText("--end", *options.end) : "");
-  TypeInto(screen.Box("txtFacilityCode"), "--facility", options.facility,
-           "this unit ignores facility codes");
-  TypeInto(screen.Box("txtIDCode"), "--id-code", options.idCode, kForTransmitters);
-  TypeInto(screen.Box("txtSequenceCode"), "--sequence", options.sequence, kForTransmitters);
-  ChooseButton(screen, options.button);
-  if (options.withTenants) {
-    EnterTenants(screen, options);
+  constexpr std::string_view kForTransmitters = "leave {field} out: only transmitters have it";
+  ChooseType(screen, entry.type);
+  screen.SetVariable("gstrTag", entry.last ? "" : "SINGLE");
+  screen.Box("txtPINStart").SetText(TypedText(field::kFirst, entry.first));
+  screen.Box("txtPINEND").SetText(entry.last ? TypedText(field::kLast, *entry.last) : "");
+  TypeInto(screen.Box("txtFacilityCode"), field::kFacility, entry.facility,
+           "leave {field} out: this unit ignores facility codes");
+  TypeInto(screen.Box("txtIDCode"), field::kIdCode, entry.idCode, kForTransmitters);
+  TypeInto(screen.Box("txtSequenceCode"), field::kSequence, entry.sequence, kForTransmitters);
+  ChooseButton(screen, entry.button);
+  if (entry.withTenants) {
+    EnterTenants(screen, entry);
   } else {
-    RefuseTenantOptions(options);
+    RefuseTenantInputs(entry);
+  }
+}
+
+void EnterChange(CredentialDesk& desk, const CredentialChange& change) {
+  ListModel& doors = desk.screen().List("cboActivate");
+  if (change.door) {
+    if (!doors.visible()) {
+      throw InputFault(field::kDoor, *change.door, "leave {field} out: only cards have a door");
+    }
+    doors.Select(FindDoor(doors, field::kDoor, *change.door));
+  }
+  ListModel& tenants = desk.screen().List("cboAssignedTo");
+  if (change.tenant) {
+    tenants.Select(FindEntry(tenants, field::kTenant, *change.tenant, "tenant", kUnassigned));
+  } else if (change.release) {
+    tenants.Select(0);
   }
 }
 

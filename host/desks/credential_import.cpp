@@ -9,12 +9,11 @@
 #include <string_view>
 #include <vector>
 
-#include "credentials/credential_type.h"
 #include "frame/convert.h"
 #include "frame/text.h"
-#include "host/cli/display_text.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
+#include "host/desks/credential_types.h"
 #include "host/desks/entry_index.h"
 #include "host/desks/import_words.h"
 #include "host/files/import_file.h"
@@ -50,43 +49,26 @@ constexpr std::array<ImportColumn, kColumnCount> kColumns{{
     {"Tenant RID", false, "not looked at"},
 }};
 
-/// The words that messages of the screen's entry begin with, and the column that each means here.
+/// The columns of the screen's inputs.
 constexpr std::array kWords{
-    EntryWord{"--start", kColumns[kNumber].heading},
-    EntryWord{"--facility", kColumns[kFacility].heading},
-    EntryWord{"--id-code", kColumns[kIdCode].heading},
-    EntryWord{"--sequence", kColumns[kSequence].heading},
-    EntryWord{"--button", kColumns[kButton].heading},
-};
-
-/// What a type is called: by the entry into the screen, and by reports, lists and people.
-struct TypeName {
-  std::string_view word;
-  std::string_view name;
-};
-constexpr std::array kTypeNames{
-    TypeName{"card30", "card30"},
-    TypeName{"card30", "Corvin 30 Bit card"},
-    TypeName{"card30", qorcred::kCredentialTypes[0].label},
-    TypeName{"card26", "card26"},
-    TypeName{"card26", "Standard 26 Bit card"},
-    TypeName{"card26", qorcred::kCredentialTypes[1].label},
-    TypeName{"transmitter", qorcred::kCredentialTypes[2].label},
+    FieldWord{credential_field::kFirst, kColumns[kNumber].heading, {}},
+    FieldWord{credential_field::kFacility, kColumns[kFacility].heading, {}},
+    FieldWord{credential_field::kIdCode, kColumns[kIdCode].heading, {}},
+    FieldWord{credential_field::kSequence, kColumns[kSequence].heading, {}},
+    FieldWord{credential_field::kButton, kColumns[kButton].heading, {}},
 };
 
 constexpr std::int32_t kNobody = 1;  // "<Unassigned>" stands for no tenant
 
 std::string ReadType(const ImportLine& line) {
   const std::string_view given = line.Trimmed(kType);
-  for (const TypeName& type : kTypeNames) {
-    if (qorcred::CompareIgnoringCase(given, type.name) == 0) {
-      return std::string(type.word);
-    }
+  const CredentialTypeWords* type = FindCredentialType(given);
+  if (type == nullptr || type->type >= kReportedTypesOnly) {
+    throw InputFault(kColumns[kType].heading, given,
+                     "{field} '{value}' cannot be entered: the screen has Corvin 30 Bit card, "
+                     "Standard 26 Bit card and Transmitter");
   }
-  throw UsageError(
-      fmt::format("{} '{}' cannot be entered: the screen has Corvin 30 Bit card, "
-                  "Standard 26 Bit card and Transmitter",
-                  kColumns[kType].heading, given));
+  return std::string(type->word);
 }
 
 /// The text of a cell; nothing for an empty one.
@@ -100,27 +82,27 @@ std::optional<std::string> ReadOfTransmitter(const ImportLine& line, Column colu
                                              std::string_view type) {
   std::optional<std::string> given = ReadText(line, column);
   if (given && type != "transmitter") {
-    throw UsageError(fmt::format("{} '{}' must be left empty: only transmitters have one",
-                                 kColumns[column].heading, *given));
+    throw InputFault(kColumns[column].heading, *given,
+                     "{field} '{value}' must be left empty: only transmitters have one");
   }
   return given;
 }
 
 class CredentialImport {
  public:
-  CredentialImport(StoreSession& session, std::int32_t unitKey)
+  CredentialImport(DeskSession& session, std::int32_t unitKey)
       : session_(session),
         desk_(session, unitKey, DeskScreen::kCredentials),
         tenants_(desk_.screen().List("cboAssignedTo"), kNobody) {}
 
-  bool Enter(const ImportLine& line, ImportNotes&) {
+  Outcome Enter(const ImportLine& line) {
     TypeAll(line);
-    std::int32_t rid = 0;
-    if (!WentWell(desk_.SaveNew(&rid), session_.log())) {
-      return false;
+    IssuedCredentials issued = desk_.SaveNew();
+    if (!issued.done()) {
+      return issued;
     }
     const std::optional<std::int32_t> tenant = FindTenant(line);
-    return !tenant || Assign(rid, *tenant);
+    return tenant ? Assign(issued.lastRid, *tenant) : issued;
   }
 
  private:
@@ -132,15 +114,16 @@ class CredentialImport {
     }
     const std::vector<std::int32_t> places = tenants_.Find(given);
     if (places.empty()) {
-      throw UsageError(
-          fmt::format("{} '{}' is no tenant of this unit to whom the screen assigns credentials",
-                      kColumns[kAssignedTo].heading, given));
+      throw InputFault(
+          kColumns[kAssignedTo].heading, given,
+          "{field} '{value}' is no tenant of this unit to whom the screen assigns credentials");
     }
     if (places.size() > 1) {
-      throw UsageError(
-          fmt::format("{} tenants are called '{}': leave {} empty and assign the "
+      throw InputFault(
+          kColumns[kAssignedTo].heading, given,
+          fmt::format("{} tenants are called '{{value}}': leave {{field}} empty and assign the "
                       "credential by the tenant's id with 'credentials assign'",
-                      places.size(), given, kColumns[kAssignedTo].heading));
+                      places.size()));
     }
     RequireFreeSlot(places.front(), given);
     return places.front();
@@ -154,8 +137,8 @@ class CredentialImport {
                     "CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT NULL",
                     desk_.unitKey(), id));
     if (slots.rowCount > 0) {
-      throw UsageError(
-          fmt::format("{} '{}' has two credentials already", kColumns[kAssignedTo].heading, name));
+      throw InputFault(kColumns[kAssignedTo].heading, name,
+                       "{field} '{value}' has two credentials already");
     }
   }
 
@@ -169,18 +152,14 @@ class CredentialImport {
     for (const std::string_view list : {"cboCredentials", "cboAssignedTo", "cboActivate"}) {
       screen.List(list).Select(ListModel::kNone);
     }
-    AddOptions entry;
+    NewCredentials entry;
     entry.type = ReadType(line);
-    entry.start = line.Trimmed(kNumber);
+    entry.first = line.Trimmed(kNumber);
     entry.facility = ReadFacility(line);
     entry.idCode = ReadOfTransmitter(line, kIdCode, entry.type);
     entry.sequence = ReadOfTransmitter(line, kSequence, entry.type);
     entry.button = ReadOfTransmitter(line, kButton, entry.type);
-    try {
-      EnterCredential(desk_, entry);
-    } catch (const UsageError& error) {
-      throw UsageError(InColumnWords(error.what(), kWords));
-    }
+    EnterCredentials(desk_, entry);
   }
 
   /// A unit that ignores facility codes stores 0, and reports show it.
@@ -190,21 +169,21 @@ class CredentialImport {
       return given;
     }
     if (given->find_first_not_of('0') != std::string::npos) {
-      throw UsageError(fmt::format("{} '{}' must be left empty: this unit ignores facility codes",
-                                   kColumns[kFacility].heading, *given));
+      throw InputFault(kColumns[kFacility].heading, *given,
+                       "{field} '{value}' must be left empty: this unit ignores facility codes");
     }
     return std::nullopt;
   }
 
   /// Puts the new credential into the list, as filling the list again would, and works on it there.
-  bool Assign(std::int32_t rid, std::int32_t tenant) {
+  Outcome Assign(std::int32_t rid, std::int32_t tenant) {
     ListModel& list = desk_.screen().List("cboCredentials");
     list.AddItem(fmt::format("{}-{}", desk_.screen().List("cboCredentialType").SelectedText(),
                              desk_.screen().Box("txtPINStart").text()));
     const std::int32_t index = list.newIndex();
     std::array<qorcred::Value, 2> data{qorcred::Value(index), qorcred::Value(rid)};
     list.Invoke("ItemData", qorcred::InvokeKind::kPut, data);
-    bool assigned = false;
+    Outcome assigned;
     try {
       desk_.SelectCredential(index);
       desk_.screen().List("cboAssignedTo").Select(tenant);
@@ -217,18 +196,24 @@ class CredentialImport {
     return assigned;
   }
 
-  StoreSession& session_;
+  DeskSession& session_;
   CredentialDesk desk_;
   EntryIndex tenants_;
 };
 
-constexpr ImportedKind kKind{"credential", "credentials"};
-
 }  // namespace
 
-ExitStatus RunCredentialImport(const GlobalOptions& global, const ImportOptions& options,
-                               Console& console) {
-  return RunImport<CredentialImport>(global, options, console, kColumns, kKind);
+std::span<const ImportColumn> CredentialImportColumns() {
+  return kColumns;
+}
+
+ImportReport ImportCredentials(DeskSession& session, std::int32_t unitKey, ImportFile& file,
+                               const ImportRules& rules, const Progress& progress) {
+  CredentialImport entering(session, unitKey);
+  ImportRun run(session, rules, kWords);
+  return run.Run(
+      unitKey, file,
+      [&entering](const ImportLine& line, ImportNotes&) { return entering.Enter(line); }, progress);
 }
 
 }  // namespace qorhost

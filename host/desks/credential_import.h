@@ -1,15 +1,20 @@
 // Entering credentials from a CSV file.
 #pragma once
 
-#include "host/cli/console.h"
+#include <cstdint>
+#include <span>
+
 #include "host/desks/import_run.h"
-#include "host/desks/session.h"
 
 namespace qorhost {
 
-/// `credentials import`: every line is a new credential, saved through the screen and, where the
-/// line names a tenant, assigned through it.
-ExitStatus RunCredentialImport(const GlobalOptions& global, const ImportOptions& options,
-                               Console& console);
+/// The columns of the file.
+[[nodiscard]] std::span<const ImportColumn> CredentialImportColumns();
+
+/// Every line is a new credential, saved through the screen and, where the line names a tenant,
+/// assigned through it. The file has been opened with the columns above. Raises as ImportRun does.
+[[nodiscard]] ImportReport ImportCredentials(DeskSession& session, std::int32_t unitKey,
+                                             ImportFile& file, const ImportRules& rules,
+                                             const Progress& progress);
 
 }  // namespace qorhost

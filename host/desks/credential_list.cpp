@@ -10,6 +10,7 @@
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
 #include "frame/text.h"
+#include "host/desks/credential_types.h"
 
 namespace qorhost {
 
@@ -48,7 +49,7 @@ std::string FullName(const ResultTable& tenants, std::int32_t row) {
 }
 
 /// Who holds each credential of the unit.
-Holders ReadHolders(StoreSession& session, std::int32_t unitKey) {
+Holders ReadHolders(DeskSession& session, std::int32_t unitKey) {
   const QueryResult result = session.sql().Select(fmt::format(
       "SELECT TenantID, LastName, FirstName, MiddleInitial, CREDENTIALID1, CREDENTIALID2 FROM "
       "Tenants WHERE UnitKey={} AND (CREDENTIALID1 IS NOT NULL OR CREDENTIALID2 IS NOT NULL) "
@@ -85,17 +86,13 @@ Value DoorName(const ListModel& doors, const Value& doorCode) {
 }
 
 Value TypeLabel(const Value& type) {
-  for (const qorcred::CredentialTypeName& name : qorcred::kCredentialTypes) {
-    if (name.type == qorcred::NumericValue(type)) {
-      return name.label;
-    }
-  }
-  return Null{};
+  const std::string_view label = ScreenLabelOf(qorcred::NumericValue(type));
+  return label.empty() ? Value(Null{}) : Value(label);
 }
 
 }  // namespace
 
-Table CredentialTable(StoreSession& session, CredentialDesk& desk) {
+Table CredentialTable(DeskSession& session, CredentialDesk& desk) {
   Table table;
   table.columns = {{"RID", "rid"},           {"Type", "type"},       {"Number", "number"},
                    {"Facility", "facility"}, {"ID code", "id_code"}, {"Sequence", "sequence"},

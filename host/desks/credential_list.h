@@ -8,6 +8,6 @@
 namespace qorhost {
 
 /// Every credential in the screen's list, in its order, with its codes, door and tenant.
-[[nodiscard]] Table CredentialTable(StoreSession& session, CredentialDesk& desk);
+[[nodiscard]] Table CredentialTable(DeskSession& session, CredentialDesk& desk);
 
 }  // namespace qorhost

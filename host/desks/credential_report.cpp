@@ -5,6 +5,8 @@
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/typed_input.h"
 
 namespace qorhost {
 
@@ -43,7 +45,7 @@ Value WithoutBlanksBehind(Value cell) {
 
 }  // namespace
 
-CredentialReport::CredentialReport(StoreSession& session, std::int32_t unitKey,
+CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
                                    const std::vector<std::string>& conditions)
     : session_(session),
       unitKey_(unitKey),
@@ -63,9 +65,9 @@ CredentialReport::CredentialReport(StoreSession& session, std::int32_t unitKey,
   }
 }
 
-bool CredentialReport::Run() {
-  session_.log().Clear();
-  return controller_.pbGenSql(session_.connection(), unitKey_, rows_, statement_);
+Outcome CredentialReport::Run() {
+  OperationRecord running(session_);
+  return running.End(controller_.pbGenSql(session_.connection(), unitKey_, rows_, statement_));
 }
 
 Table CredentialReport::Rows(bool withTenantRid) const {
@@ -90,10 +92,31 @@ Table CredentialReport::Rows(bool withTenantRid) const {
   return table;
 }
 
-bool CredentialReport::Delete(const std::string& rids, std::int32_t& deleted) {
-  session_.log().Clear();
+DeletedCredentials CredentialReport::Delete(const std::string& rids) {
   controller_.set_gstrRIDsForDeletion(rids);
-  return controller_.pbDelete(session_.connection(), unitKey_, deleted);
+  DeletedCredentials deleted;
+  OperationRecord deleting(session_);
+  const bool done = controller_.pbDelete(session_.connection(), unitKey_, deleted.rows);
+  static_cast<Outcome&>(deleted) = deleting.End(done);
+  return deleted;
+}
+
+std::size_t CountRids(std::string_view rids) {
+  std::size_t count = 0;
+  std::string_view rest = rids;
+  for (bool more = true; more; ++count) {
+    const std::size_t comma = rest.find(',');
+    more = comma != std::string_view::npos;
+    const std::string_view rid = rest.substr(0, comma);
+    if (rid.empty() || rid.find_first_not_of("0123456789") != std::string_view::npos) {
+      throw InputFault(report_input::kRids, rids,
+                       "{field} '{value}' must be RIDs of the report with commas between them, as "
+                       "in 17,18,21");
+    }
+    (void)ReadLong(report_input::kRids, rid);
+    rest.remove_prefix(more ? comma + 1 : rest.size());
+  }
+  return count;
 }
 
 }  // namespace qorhost

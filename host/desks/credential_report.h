@@ -4,9 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "frame/result_table.h"
+#include "host/desks/outcome.h"
 #include "host/desks/report_filter.h"
 #include "host/desks/session.h"
 #include "host/files/table.h"
@@ -14,16 +16,23 @@
 
 namespace qorhost {
 
-/// Opens the filter screen with a row for every condition. The session must outlive it; the
-/// session's log tells what happened in each step. Raises UsageError for a condition that cannot be
-/// entered.
+/// What a deletion from the report tells.
+struct DeletedCredentials : Outcome {
+  std::int32_t rows = 0;
+};
+
+/// How many RIDs with commas between them there are. Raises InputFault for anything else.
+[[nodiscard]] std::size_t CountRids(std::string_view rids);
+
+/// Opens the filter screen with a row for every condition. The session must outlive it. Raises
+/// InputFault for a condition that cannot be entered.
 class CredentialReport {
  public:
-  CredentialReport(StoreSession& session, std::int32_t unitKey,
+  CredentialReport(DeskSession& session, std::int32_t unitKey,
                    const std::vector<std::string>& conditions);
 
-  /// Composes the statement and runs it; False when the store refused it.
-  bool Run();
+  /// Composes the statement and runs it.
+  Outcome Run();
   /// The statement of the last run.
   [[nodiscard]] const std::string& statement() const { return statement_; }
 
@@ -33,12 +42,12 @@ class CredentialReport {
   [[nodiscard]] Table Complete() const { return Rows(true); }
 
   /// Deletes credentials by their RIDs, with commas between them, unless a tenant holds one.
-  bool Delete(const std::string& rids, std::int32_t& deleted);
+  DeletedCredentials Delete(const std::string& rids);
 
  private:
   [[nodiscard]] Table Rows(bool withTenantRid) const;
 
-  StoreSession& session_;
+  DeskSession& session_;
   std::int32_t unitKey_;
   ReportFilter filter_;
   qorcred::clsCredentialReport controller_;

@@ -9,14 +9,17 @@
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
 #include "frame/text.h"
-#include "host/cli/display_text.h"
-#include "host/desks/list_entries.h"
+#include "host/desks/dir_code_entry.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/typed_input.h"
+#include "host/desks/whole_number.h"
 #include "host/store/step_queue.h"
-#include "trace/tracing_object.h"
 
 namespace qorhost {
 
 namespace {
+
+namespace field = dir_code_field;
 
 bool IsDigits(std::string_view text) {
   return !text.empty() &&
@@ -24,7 +27,7 @@ bool IsDigits(std::string_view text) {
 }
 
 /// The rows that were changed since the store was opened.
-std::int64_t ChangesSoFar(StoreSession& session) {
+std::int64_t ChangesSoFar(DeskSession& session) {
   return session.sql().database().Number("SELECT total_changes()");
 }
 
@@ -42,10 +45,15 @@ std::optional<double> NumberMeant(std::string_view text) {
 }
 
 /// The row that the choice names.
-std::int32_t FindRow(StoreSession& session, std::int32_t unitKey, std::string_view choice) {
+std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_view choice) {
   constexpr std::string_view kRowPrefix = "rid:";
   if (qorcred::CompareIgnoringCase(choice.substr(0, kRowPrefix.size()), kRowPrefix) == 0) {
-    return ReadLong("the row", choice.substr(kRowPrefix.size()));
+    const std::string_view row = choice.substr(kRowPrefix.size());
+    const auto rid = WholeNumber(row);
+    if (!rid) {
+      throw InputFault(field::kChoice, row, "the row '{value}' is no whole number of 32 bits");
+    }
+    return *rid;
   }
   const std::optional<double> number = NumberMeant(choice);
   std::vector<std::int32_t> rids;
@@ -59,32 +67,27 @@ std::int32_t FindRow(StoreSession& session, std::int32_t unitKey, std::string_vi
     }
   }
   if (rids.empty()) {
-    throw UsageError(
-        fmt::format("unit {} has no directory code '{}': 'qorhost dircodes list' shows them",
-                    unitKey, Displayable(choice)));
+    throw InputFault(field::kChoice, choice,
+                     fmt::format("unit {} has no directory code '{{value}}'", unitKey),
+                     InputFault::Kind::kSeeList);
   }
   if (rids.size() > 1) {
-    throw UsageError(
-        fmt::format("{} rows have the directory code '{}': name a row instead (rid:{})",
-                    rids.size(), Displayable(choice), fmt::join(rids, ", rid:")));
+    throw InputFault(
+        field::kChoice, choice,
+        fmt::format("{} rows have the directory code '{{value}}': name a row instead (rid:{})",
+                    rids.size(), fmt::join(rids, ", rid:")));
   }
   return rids.front();
 }
 
 }  // namespace
 
-DirCodeDesk::DirCodeDesk(StoreSession& session, std::int32_t unitKey)
+DirCodeDesk::DirCodeDesk(DeskSession& session, std::int32_t unitKey)
     : session_(session),
       unitKey_(unitKey),
       screen_(MakeDirectoryCodeScreen(session.Today())),
       controller_(session.host()) {
-  if (session.traced()) {
-    controller_.set_mobjDirCodeScreen(std::make_shared<qorcred::trace::TracingScreen>(
-        screen_, session.transcript(),
-        [screen = screen_.get()](std::string_view name) { return screen->SpelledName(name); }));
-  } else {
-    controller_.set_mobjDirCodeScreen(screen_);
-  }
+  controller_.set_mobjDirCodeScreen(session.Visible(screen_));
   Open();
 }
 
@@ -101,31 +104,34 @@ void DirCodeDesk::Open() {
       controller_.pbRetrieveDirCodes(session_.connection(), unitKey_, codes().ItemData(index));
     }
   });
-  session_.log().Clear();
+  const OperationRecord opening(session_);
   controller_.pbRetrieveSchedules(session_.connection(), unitKey_);
   controller_.pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
   RefreshCodes();
-  RequireNoFailure("open the directory-code screen");
+  opening.RequireNoFailure("open the directory-code screen");
 }
 
-void DirCodeDesk::RequireNoFailure(std::string_view doing) {
-  if (!session_.log().failures.empty()) {
-    throw FailureError(fmt::format("cannot {}: {}", doing, session_.log().failures.front()));
-  }
-}
-
-std::int32_t DirCodeDesk::Select(const std::string& choice) {
+ShownDirCode DirCodeDesk::Select(std::string_view choice) {
   const std::int32_t rid = FindRow(session_, unitKey_, choice);
   const std::int32_t index = codes().FindData(rid);
   if (index < 1) {
-    throw UsageError(
-        fmt::format("unit {} has no directory code in row {}: 'qorhost dircodes list' shows them",
-                    unitKey_, rid));
+    throw InputFault(field::kChoice, choice,
+                     fmt::format("unit {} has no directory code in row {}", unitKey_, rid),
+                     InputFault::Kind::kSeeList);
   }
-  session_.log().Clear();
+  const OperationRecord loading(session_);
   codes().Select(index);
-  RequireNoFailure("load the directory code");
-  return rid;
+  loading.RequireNoFailure("load the directory code");
+  return Shown();
+}
+
+ShownDirCode DirCodeDesk::Shown() {
+  return {codes().SelectedText(), codes().ItemData(codes().selected())};
+}
+
+qorcred::Value DirCodeDesk::StoredCode() {
+  return session_.sql().Scalar(
+      fmt::format("SELECT DIRECTORYCODE FROM DIRECTORYCODE WHERE RID={}", Shown().rid));
 }
 
 void DirCodeDesk::RefreshCodes(std::int32_t rid) {
@@ -133,66 +139,66 @@ void DirCodeDesk::RefreshCodes(std::int32_t rid) {
   controller_.pbRetrieveDirCodes(session_.connection(), unitKey_, kWholeList, rid);
 }
 
-void DirCodeDesk::TypeCode(std::string_view option, const std::string& code) {
+void DirCodeDesk::TypeCode(const std::string& code) {
   TextModel& box = screen_->Box("txtdirectorycode");
   const std::int32_t most = box.maxLength();
   // The box would cut the text, and another code than the one meant would be stored.
   if (most > 0 && qorcred::Utf16Length(code) > static_cast<std::size_t>(most)) {
-    throw UsageError(fmt::format("{} '{}' is longer than the {} digits of this unit's codes",
-                                 option, Displayable(code), most));
+    throw InputFault(field::kCode, code,
+                     fmt::format("{{field}} '{{value}}' is longer than the {} digits of this "
+                                 "unit's codes",
+                                 most));
   }
-  box.SetText(TypedText(option, code));
+  box.SetText(TypedText(field::kCode, code));
+}
+
+AddedDirCode DirCodeDesk::SaveNew() {
+  AddedDirCode added;
+  screen_->SetVariable("gstrTag", "");
+  OperationRecord saving(session_);
+  const bool saved = controller_.pbSave(session_.connection(), unitKey_, false, &added.rid);
+  // The save looks a text up before it checks that it is a number: that lookup may fail.
+  if (!IsDigits(screen_->Box("txtdirectorycode").text())) {
+    saving.ForgiveFirstFailure(added.rid > 0);
+  }
+  static_cast<Outcome&>(added) = saving.End(saved);
+  if (saved && added.rid < 1) {
+    // A step was queued for a row that is not there.
+    WithdrawSteps(session_.sql(), unitKey_, step::kProgramDirectoryCode, added.rid);
+    added.ending = Ending::kFailed;
+  }
+  return added;
 }
 
 template <typename Operation>
-bool DirCodeDesk::Watch(Operation&& operation) {
-  session_.log().Clear();
+Outcome DirCodeDesk::Change(Operation&& operation) {
+  OperationRecord changing(session_);
   const std::int64_t before = ChangesSoFar(session_);
-  const bool succeeded = operation();
-  changedRows_ = ChangesSoFar(session_) != before;
-  return succeeded;
+  Outcome outcome = changing.End(operation());
+  // A save answers True also when someone else has changed the code meanwhile.
+  if (outcome.done() && ChangesSoFar(session_) == before) {
+    outcome.ending = Ending::kStale;
+  }
+  return outcome;
 }
 
-bool DirCodeDesk::SaveNew(std::int32_t* newRid) {
-  std::int32_t rid = 0;
-  screen_->SetVariable("gstrTag", "");
-  const bool saved =
-      Watch([&] { return controller_.pbSave(session_.connection(), unitKey_, false, &rid); });
-  // The save looks a text up before it checks that it is a number: that lookup may fail.
-  OperationLog& log = session_.log();
-  const bool wentOn = rid > 0 || log.refusals + log.questions > 0 || log.failures.size() > 1;
-  if (!log.failures.empty() && wentOn && !IsDigits(screen_->Box("txtdirectorycode").text())) {
-    log.failures.erase(log.failures.begin());
-  }
-  if (saved && rid < 1) {
-    // A step was queued for a row that is not there.
-    WithdrawSteps(session_.sql(), unitKey_, step::kProgramDirectoryCode, rid);
-  }
-  *newRid = rid;
-  return saved;
-}
-
-bool DirCodeDesk::SaveEdited() {
+Outcome DirCodeDesk::SaveEdited() {
   screen_->SetVariable("gstrTag", "EDIT");
-  return Watch([&] {
+  return Change([&] {
     return controller_.pbSave(session_.connection(), unitKey_, true, nullptr, codes().selected());
   });
 }
 
-bool DirCodeDesk::Renumber(const std::string& code) {
-  return Watch([&] { return controller_.pbUpdateDirCode(session_.connection(), unitKey_, code); });
+Outcome DirCodeDesk::Renumber(const std::string& code) {
+  return Change([&] { return controller_.pbUpdateDirCode(session_.connection(), unitKey_, code); });
 }
 
-bool DirCodeDesk::Delete(std::int32_t rid) {
+Outcome DirCodeDesk::Delete(std::int32_t rid) {
   constexpr bool kWithoutMessage = true;
   constexpr bool kAsk = true;  // only with the question do the tenants lose the code, too
-  return Watch([&] {
-    return controller_.pbDelete(session_.connection(), unitKey_, rid, kWithoutMessage, kAsk);
-  });
-}
-
-std::string CodeName(DirCodeDesk& desk, std::int32_t index) {
-  return fmt::format("{} (RID {})", desk.codes().Text(index), desk.codes().ItemData(index));
+  OperationRecord deleting(session_);
+  return deleting.End(
+      controller_.pbDelete(session_.connection(), unitKey_, rid, kWithoutMessage, kAsk));
 }
 
 }  // namespace qorhost

@@ -7,17 +7,29 @@
 #include <string_view>
 
 #include "dircodes/cls_dir_code.h"
+#include "host/desks/outcome.h"
 #include "host/desks/session.h"
 #include "host/screens/directory_code_screen.h"
 
 namespace qorhost {
+
+/// The code that is selected in the list.
+struct ShownDirCode {
+  std::string entry;  ///< as the list shows it: "0101"
+  std::int32_t rid = 0;
+};
+
+/// What a save of a new code tells: its row, 0 when it was not stored.
+struct AddedDirCode : Outcome {
+  std::int32_t rid = 0;
+};
 
 /// Opens the screen as the application does: fills its lists and limits, and lets the selection of
 /// a code load it. The session must outlive the desk. Raises FailureError when a list cannot be
 /// filled.
 class DirCodeDesk {
  public:
-  DirCodeDesk(StoreSession& session, std::int32_t unitKey);
+  DirCodeDesk(DeskSession& session, std::int32_t unitKey);
   ~DirCodeDesk();
   DirCodeDesk(const DirCodeDesk&) = delete;
   DirCodeDesk& operator=(const DirCodeDesk&) = delete;
@@ -26,38 +38,35 @@ class DirCodeDesk {
   [[nodiscard]] ListModel& codes() { return screen_->List("cbodirectorycode"); }
   [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
 
-  /// Selects a code, by its number or as in "rid:17", which loads it into the edit controls;
-  /// returns its RID. Raises UsageError when the unit has no such code or several.
-  std::int32_t Select(const std::string& choice);
+  /// Selects a code, by its number or as in "rid:17", which loads it into the edit controls. Raises
+  /// InputFault when the unit has no such code or several, FailureError when it cannot be loaded.
+  ShownDirCode Select(std::string_view choice);
+  /// The code that is selected.
+  [[nodiscard]] ShownDirCode Shown();
+  /// The number of the selected code as it is stored.
+  [[nodiscard]] qorcred::Value StoredCode();
   /// Fills the list of codes again and selects the row `rid`, when there is one.
   void RefreshCodes(std::int32_t rid = 0);
-  /// Types a code. Raises UsageError for one that the box does not take.
-  void TypeCode(std::string_view option, const std::string& code);
+  /// Types a code. Raises InputFault for one that the box does not take.
+  void TypeCode(const std::string& code);
 
-  // The operations, on this screen and unit. The session's log tells what happened on the way.
-  bool SaveNew(std::int32_t* newRid);
-  bool SaveEdited();
-  bool Renumber(const std::string& code);
-  bool Delete(std::int32_t rid);
+  // The operations, on this screen and unit. A change is stale when someone else has changed or
+  // deleted the code meanwhile.
 
-  /// Whether the last operation changed a row: a save answers True also when someone else has
-  /// changed the code meanwhile.
-  [[nodiscard]] bool changedRows() const { return changedRows_; }
+  AddedDirCode SaveNew();
+  Outcome SaveEdited();
+  Outcome Renumber(const std::string& code);
+  Outcome Delete(std::int32_t rid);
 
  private:
   void Open();
-  void RequireNoFailure(std::string_view doing);
   template <typename Operation>
-  bool Watch(Operation&& operation);
+  Outcome Change(Operation&& operation);
 
-  StoreSession& session_;
+  DeskSession& session_;
   std::int32_t unitKey_;
   std::shared_ptr<ScreenModel> screen_;
   qorcred::clsDirCode controller_;
-  bool changedRows_ = false;
 };
-
-/// "0101 (RID 5)"
-[[nodiscard]] std::string CodeName(DirCodeDesk& desk, std::int32_t index);
 
 }  // namespace qorhost

@@ -12,12 +12,10 @@
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
 #include "frame/text.h"
-#include "host/cli/display_text.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/entry_index.h"
 #include "host/desks/import_words.h"
-#include "host/desks/list_entries.h"
 #include "host/files/import_file.h"
 
 namespace qorhost {
@@ -65,18 +63,20 @@ constexpr std::array<ImportColumn, kColumnCount> kColumns{{
     {"Show Directory Code", false, "True (also without the column) or False"},
 }};
 
-/// The words that messages of the screen's entry begin with, and the column that each means here.
+/// The columns of the screen's inputs.
 constexpr std::array kWords{
-    EntryWord{"the code", kColumns[kCode].heading},
-    EntryWord{"--phone", kColumns[kPhone].heading},
-    EntryWord{"--extension", kColumns[kExtension].heading},
-    EntryWord{"--delay", kColumns[kDelay].heading},
-    EntryWord{"--display-name", kColumns[kDisplayName].heading},
-    EntryWord{"--from", kColumns[kStart].heading},
-    EntryWord{"--to", kColumns[kEnd].heading},
-    EntryWord{"--forward-phone", kColumns[kCfPhone].heading},
-    EntryWord{"--forward-extension", kColumns[kCfExtension].heading},
-    EntryWord{"--forward-delay", kColumns[kCfDelay].heading},
+    FieldWord{dir_code_field::kCode, kColumns[kCode].heading, {}},
+    FieldWord{dir_code_field::kPhone, kColumns[kPhone].heading, {}},
+    FieldWord{dir_code_field::kExtension, kColumns[kExtension].heading, {}},
+    FieldWord{dir_code_field::kDelay, kColumns[kDelay].heading, {}},
+    FieldWord{dir_code_field::kDisplayName, kColumns[kDisplayName].heading, {}},
+    FieldWord{dir_code_field::kStart, kColumns[kStart].heading, {}},
+    FieldWord{dir_code_field::kEnd, kColumns[kEnd].heading, {}},
+    FieldWord{dir_code_field::kDnd, kColumns[kDndSchedule].heading, {}},
+    FieldWord{dir_code_field::kForwardSchedule, kColumns[kCfSchedule].heading, {}},
+    FieldWord{dir_code_field::kForwardPhone, kColumns[kCfPhone].heading, {}},
+    FieldWord{dir_code_field::kForwardExtension, kColumns[kCfExtension].heading, {}},
+    FieldWord{dir_code_field::kForwardDelay, kColumns[kCfDelay].heading, {}},
 };
 
 constexpr std::array<std::string_view, 6> kBoxes{
@@ -136,17 +136,17 @@ std::string EndOf(std::string_view cell) {
                                                  : cell);
 }
 
-class CodeImport {
+class DirCodeImport {
  public:
-  CodeImport(StoreSession& session, std::int32_t unitKey)
+  DirCodeImport(DeskSession& session, std::int32_t unitKey)
       : desk_(session, unitKey),
         schedules_(desk_.screen().List("cboSchedules"), 0),
         fresh_(desk_.screen()) {}
 
-  bool Enter(const ImportLine& line, ImportNotes& notes) {
+  Outcome Enter(const ImportLine& line, ImportNotes& notes) {
     fresh_.Restore();
     TickForNewCode(desk_);
-    CodeEntry entry;
+    DirCodeEntry entry;
     ReadPhone(line, entry, notes);
     ReadDnd(line, entry, notes);
     ReadForwarding(line, entry, notes);
@@ -156,8 +156,7 @@ class CodeImport {
     entry.showCode = ReadTrueFalse(line, kShowCode);
     TypeAll(line, entry);
 
-    std::int32_t rid = 0;
-    return desk_.SaveNew(&rid) && rid > 0;
+    return desk_.SaveNew();
   }
 
  private:
@@ -200,13 +199,13 @@ class CodeImport {
     return std::string(given);
   }
 
-  static void ReadPhone(const ImportLine& line, CodeEntry& entry, ImportNotes& notes) {
+  static void ReadPhone(const ImportLine& line, DirCodeEntry& entry, ImportNotes& notes) {
     entry.phone = CellOf(line, kPhone);
     entry.extension = CellOf(line, kExtension);
     entry.delay = ReadDelay(line, kExtension, kDelay, notes);
   }
 
-  void ReadDnd(const ImportLine& line, CodeEntry& entry, ImportNotes& notes) {
+  void ReadDnd(const ImportLine& line, DirCodeEntry& entry, ImportNotes& notes) {
     const std::optional<std::string> schedule = ReadSchedule(line, kDndSchedule);
     if (ReadTrueFalse(line, kDnd).value_or(schedule.has_value())) {
       desk_.screen().Check("chkDND").SetState(1);
@@ -216,7 +215,7 @@ class CodeImport {
     }
   }
 
-  void ReadForwarding(const ImportLine& line, CodeEntry& entry, ImportNotes& notes) {
+  void ReadForwarding(const ImportLine& line, DirCodeEntry& entry, ImportNotes& notes) {
     const std::optional<std::string> schedule = ReadSchedule(line, kCfSchedule);
     const bool phone = !line.Trimmed(kCfPhone).empty();
     const bool extension = !line.Trimmed(kCfExtension).empty();
@@ -238,7 +237,7 @@ class CodeImport {
     }
   }
 
-  static void ReadPeriod(const ImportLine& line, CodeEntry& entry, ImportNotes& notes) {
+  static void ReadPeriod(const ImportLine& line, DirCodeEntry& entry, ImportNotes& notes) {
     entry.active = ReadEither(kColumns[kStatus].heading, line.Trimmed(kStatus), kActiveInactive);
     const bool active = entry.active.value_or(true);
     for (const Column limit : {kStart, kEnd}) {
@@ -259,13 +258,9 @@ class CodeImport {
                                 kColumns[off].heading, word));
   }
 
-  void TypeAll(const ImportLine& line, const CodeEntry& entry) {
-    try {
-      TypeCode(std::string(line.Trimmed(kCode)));
-      EnterCode(desk_, entry);
-    } catch (const UsageError& error) {
-      throw UsageError(InColumnWords(error.what(), kWords));
-    }
+  void TypeAll(const ImportLine& line, const DirCodeEntry& entry) {
+    TypeCode(std::string(line.Trimmed(kCode)));
+    EnterDirCode(desk_, entry);
   }
 
   /// Lets only numbers through that are stored as they are: what begins with another text would be
@@ -277,13 +272,14 @@ class CodeImport {
       number = qorcred::Val(code);
       whole = code.empty() || (qorcred::IsNumeric(code) && qorcred::ToDouble(code) == number);
     } catch (const qorcred::RuntimeError&) {
-      throw UsageError(fmt::format("{} '{}' is too large a number", kColumns[kCode].heading, code));
+      throw InputFault(dir_code_field::kCode, code, "{field} '{value}' is too large a number");
     }
     if (!whole) {
-      throw UsageError(fmt::format("{} '{}' is no number: it would be stored as {}",
-                                   kColumns[kCode].heading, code, qorcred::NumberText(number)));
+      throw InputFault(dir_code_field::kCode, code,
+                       fmt::format("{{field}} '{{value}}' is no number: it would be stored as {}",
+                                   qorcred::NumberText(number)));
     }
-    desk_.TypeCode("the code", code);
+    desk_.TypeCode(code);
   }
 
   DirCodeDesk desk_;
@@ -291,13 +287,22 @@ class CodeImport {
   FreshScreen fresh_;
 };
 
-constexpr ImportedKind kKind{"directory code", "directory codes"};
-
 }  // namespace
 
-ExitStatus RunCodeImport(const GlobalOptions& global, const ImportOptions& options,
-                         Console& console) {
-  return RunImport<CodeImport>(global, options, console, kColumns, kKind);
+std::span<const ImportColumn> DirCodeImportColumns() {
+  return kColumns;
+}
+
+ImportReport ImportDirCodes(DeskSession& session, std::int32_t unitKey, ImportFile& file,
+                            const ImportRules& rules, const Progress& progress) {
+  DirCodeImport entering(session, unitKey);
+  ImportRun run(session, rules, kWords);
+  return run.Run(
+      unitKey, file,
+      [&entering](const ImportLine& line, ImportNotes& notes) {
+        return entering.Enter(line, notes);
+      },
+      progress);
 }
 
 }  // namespace qorhost

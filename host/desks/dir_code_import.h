@@ -1,14 +1,20 @@
 // Entering directory codes from a CSV file.
 #pragma once
 
-#include "host/cli/console.h"
+#include <cstdint>
+#include <span>
+
 #include "host/desks/import_run.h"
-#include "host/desks/session.h"
 
 namespace qorhost {
 
-/// `dircodes import`: every line is a new code, saved through the screen.
-ExitStatus RunCodeImport(const GlobalOptions& global, const ImportOptions& options,
-                         Console& console);
+/// The columns of the file, named as the report of directory codes names its own.
+[[nodiscard]] std::span<const ImportColumn> DirCodeImportColumns();
+
+/// Every line is a new directory code, saved through the screen. The file has been opened with the
+/// columns above. Raises as ImportRun does.
+[[nodiscard]] ImportReport ImportDirCodes(DeskSession& session, std::int32_t unitKey,
+                                          ImportFile& file, const ImportRules& rules,
+                                          const Progress& progress);
 
 }  // namespace qorhost

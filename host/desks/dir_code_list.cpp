@@ -64,7 +64,7 @@ std::string StateText(const Value& state) {
   }
 }
 
-std::unordered_map<std::int32_t, std::int32_t> TenantsByRow(StoreSession& session,
+std::unordered_map<std::int32_t, std::int32_t> TenantsByRow(DeskSession& session,
                                                             std::int32_t unitKey) {
   const QueryResult result = session.sql().Select(fmt::format(
       "SELECT DIRECTORYCODE FROM Tenants WHERE UnitKey={} AND DIRECTORYCODE <> NULL", unitKey));
@@ -93,7 +93,7 @@ Value ChosenSchedule(DirCodeDesk& desk, std::string_view list) {
 
 }  // namespace
 
-Table CodeTable(StoreSession& session, DirCodeDesk& desk) {
+Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
   Table table;
   table.columns = {{"RID", "rid"},
                    {"Code", "code"},
@@ -150,7 +150,7 @@ std::vector<std::string> TenantsShown(DirCodeDesk& desk) {
   return names;
 }
 
-std::vector<CodeDetail> ShownCode(DirCodeDesk& desk) {
+std::vector<DirCodeDetail> DetailsShown(DirCodeDesk& desk) {
   ScreenModel& screen = desk.screen();
   return {{"Directory code", "code", qorcred::Val(desk.codes().SelectedText())},
           {"RID", "rid", screen.Variable("glngrid")},

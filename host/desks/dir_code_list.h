@@ -12,15 +12,15 @@
 namespace qorhost {
 
 /// Every code in the screen's list, in its order.
-[[nodiscard]] Table CodeTable(StoreSession& session, DirCodeDesk& desk);
+[[nodiscard]] Table DirCodeTable(DeskSession& session, DirCodeDesk& desk);
 
 /// The code that the screen shows.
-struct CodeDetail {
+struct DirCodeDetail {
   std::string name;  ///< for people
   std::string key;   ///< for programs
   qorcred::Value value;
 };
-[[nodiscard]] std::vector<CodeDetail> ShownCode(DirCodeDesk& desk);
+[[nodiscard]] std::vector<DirCodeDetail> DetailsShown(DirCodeDesk& desk);
 
 /// The entries of a list that stand for rows; without the placeholders.
 [[nodiscard]] std::vector<std::string> TenantsShown(DirCodeDesk& desk);

@@ -9,9 +9,8 @@
 #include "frame/convert.h"
 #include "frame/data_services.h"
 #include "frame/schedules.h"
-#include "host/cli/console.h"
+#include "host/desks/input_fault.h"
 #include "reports/dir_code_fragments.h"
-#include "trace/tracing_object.h"
 
 namespace qorhost {
 
@@ -107,24 +106,29 @@ Table MakeTable(const std::vector<OutputColumn>& columns, const qorcred::ObjectR
 
 }  // namespace
 
-DirCodeReport::DirCodeReport(StoreSession& session, std::int32_t unitKey)
+std::string ReportTitle(DeskSession& session, std::int32_t unitKey) {
+  qorcred::clsDirCodeReport lookups(session.host());
+  const std::string name = lookups.pbGetUnitName(session.connection(), unitKey);
+  return name.empty() ? fmt::format("Unit {}", unitKey) : name;
+}
+
+DirCodeReport::DirCodeReport(DeskSession& session, std::int32_t unitKey)
     : session_(session),
       unitKey_(unitKey),
       filter_(session, kMostConditions),
       controller_(session.host()) {
-  session_.log().Clear();
+  const OperationRecord opening(session_);
   controller_.set_gfrmTxFilter(filter_.visible());
   controller_.set_mlngUnitKey(unitKey);
   controller_.pbPopulateArrOperators();
   controller_.pbComboData(session_.connection());
-  if (!session_.log().failures.empty()) {
-    throw FailureError(fmt::format("cannot open the report: {}", session_.log().failures.front()));
-  }
+  opening.RequireNoFailure("open the report");
 }
 
 std::vector<std::string> DirCodeReport::Narrow(const std::vector<std::string>& conditions) {
   if (conditions.size() > kMostConditions) {
-    throw UsageError(fmt::format("the report takes at most {} conditions, not {}", kMostConditions,
+    throw InputFault(report_input::kCondition, "",
+                     fmt::format("the report takes at most {} conditions, not {}", kMostConditions,
                                  conditions.size()));
   }
   const std::vector<ReportField> fields = FieldsIn(filter_.Fields(0));
@@ -143,18 +147,17 @@ std::vector<std::string> DirCodeReport::Narrow(const std::vector<std::string>& c
   return notes;
 }
 
-std::string DirCodeReport::Statement() {
-  session_.log().Clear();
-  return controller_.pbGenSql(session_.connection(), unitKey_);
+ComposedReport DirCodeReport::Compose() {
+  ComposedReport composed;
+  OperationRecord composing(session_);
+  composed.statement = controller_.pbGenSql(session_.connection(), unitKey_);
+  static_cast<Outcome&>(composed) = composing.End(true);
+  return composed;
 }
 
-void DirCodeReport::Show(const std::string& statement) {
-  session_.log().Clear();
-  qorcred::ObjectRef visible = grid_;
-  if (session_.traced()) {
-    visible =
-        std::make_shared<qorcred::trace::TracingControl>("objGrid", grid_, session_.transcript());
-  }
+Outcome DirCodeReport::Show(const std::string& statement) {
+  OperationRecord showing(session_);
+  qorcred::ObjectRef visible = session_.Visible("objGrid", grid_);
   qorcred::ObjectRef layout;
   controller_.pvDirCodeReportResult(unitKey_, session_.connection(), visible, statement, layout);
 
@@ -167,6 +170,7 @@ void DirCodeReport::Show(const std::string& statement) {
       }
     }
   }
+  return showing.End(true);
 }
 
 Table DirCodeReport::Visible() const {

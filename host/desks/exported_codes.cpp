@@ -4,13 +4,14 @@
 
 #include <utility>
 
+#include "dircodes/unit_notation.h"
 #include "frame/convert.h"
 #include "frame/data_services.h"
 #include "host/unit/unit_rows.h"
 
 namespace qorhost {
 
-ExportedCodes ExportCodes(StoreSession& session, std::int32_t unitKey) {
+ExportedCodes ExportCodes(DeskSession& session, std::int32_t unitKey) {
   const QueryResult rows = session.sql().Select(
       fmt::format("SELECT RID,{} FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0 ORDER BY "
                   "DIRECTORYCODE, RID",
@@ -32,6 +33,20 @@ ExportedCodes ExportCodes(StoreSession& session, std::int32_t unitKey) {
     }
   }
   return read;
+}
+
+UnitFile MakeUnitFile(std::vector<UnitCode> codes, const std::string& firmware) {
+  UnitFile unit;
+  if (!firmware.empty()) {
+    unit.firmware = firmware;
+  }
+  unit.codes = std::move(codes);
+  if (unit.firmware == qorcred::kFirmwareWithoutDisplay) {
+    for (UnitCode& code : unit.codes) {
+      code[qorcred::unit_place::kDisplayMode] = "0";
+    }
+  }
+  return unit;
 }
 
 }  // namespace qorhost

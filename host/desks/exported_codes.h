@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/desks/session.h"
-#include "host/unit/unit_code.h"
+#include "host/unit/unit_file.h"
 
 namespace qorhost {
 
@@ -23,6 +23,10 @@ struct ExportedCodes {
 };
 
 /// All codes of the unit; of several rows with one code the first.
-[[nodiscard]] ExportedCodes ExportCodes(StoreSession& session, std::int32_t unitKey);
+[[nodiscard]] ExportedCodes ExportCodes(DeskSession& session, std::int32_t unitKey);
+
+/// A unit file with the codes, without the display options that its firmware does not have. An
+/// empty firmware is that of units with display options.
+[[nodiscard]] UnitFile MakeUnitFile(std::vector<UnitCode> codes, const std::string& firmware);
 
 }  // namespace qorhost

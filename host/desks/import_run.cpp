@@ -2,25 +2,16 @@
 
 #include <fmt/format.h>
 
-#include <cstdint>
-#include <memory>
-#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "frame/text.h"
-#include "host/cli/display_text.h"
-#include "host/cli/progress.h"
+#include "host/desks/desk_error.h"
 #include "host/store/sqlite/kept_counts.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {
 
 namespace {
-
-using qorcred::MessageButton;
-using qorcred::MessageStyle;
-
-constexpr std::size_t kWorthABar = 1000;  // lines from which an import takes noticeable time
 
 /// A part of the store's work that can be undone alone.
 class Undoable {
@@ -59,82 +50,68 @@ class Undoable {
   bool ended_ = false;
 };
 
-/// A message on one line, without the middle when a huge cell stands there.
-std::string Shortened(std::string_view text) {
+/// A message without the middle when a huge cell stands there.
+std::string Shortened(std::string text) {
   constexpr std::size_t kPart = 200;
   if (qorcred::Utf16Length(text) <= 2 * kPart) {
-    return Displayable(text);
+    return text;
   }
-  return Displayable(qorcred::LeftUtf16(text, kPart)) + " ... " +
-         Displayable(qorcred::RightUtf16(text, kPart));
-}
-
-std::string Counted(std::size_t count, std::string_view one, std::string_view many) {
-  return fmt::format("{} {}", count, count == 1 ? one : many);
+  return std::string(qorcred::LeftUtf16(text, kPart)) + " ... " +
+         std::string(qorcred::RightUtf16(text, kPart));
 }
 
 }  // namespace
 
-bool WentWell(bool succeeded, const OperationLog& log) {
-  return succeeded && log.refusals == 0 && log.failures.empty();
+ImportRun::ImportRun(DeskSession& session, const ImportRules& rules,
+                     std::span<const FieldWord> columns)
+    : session_(session), rules_(rules), columns_(columns) {
+  session_.AnswerUnseen(rules.answerYes);
 }
 
-ImportRun::ImportRun(StoreSession& session, const GlobalOptions& global,
-                     const ImportOptions& options)
-    : session_(session), global_(global), options_(options) {
-  session_.OnMessage([this](std::string_view text, MessageStyle style, std::string_view) {
-    if (style != MessageStyle::kQuestion) {
-      ++session_.log().refusals;
-      messages_.emplace_back(text);
-      return MessageButton::kOk;
-    }
-    ++session_.log().questions;
-    if (global_.answer.value_or(false)) {
-      return MessageButton::kYes;
-    }
-    messages_.push_back(
-        fmt::format("{} (answered No{})", text, global_.answer ? "" : ": --yes answers Yes"));
-    return MessageButton::kNo;
-  });
-}
-
-ExitStatus ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
-                          const ImportedKind& kind, Console& console) {
+ImportReport ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
+                            const Progress& progress) {
+  report_.dryRun = rules_.dryRun;
   Database& database = session_.store().database();
   // Every save asks how many codes the unit has.
   KeptCounts counts(session_.sql());
   Undoable all(database, "BEGIN IMMEDIATE", "ROLLBACK");
   counts.Count(unitKey);
-  EnterAll(file, enter, console);
-  if (options_.dryRun) {
+  try {
+    EnterAll(file, enter, progress);
+  } catch (const CancelledError&) {
+    all.Undo();
+    ImportReport cancelled;
+    cancelled.ending = Ending::kCancelled;
+    return cancelled;
+  }
+  if (rules_.dryRun) {
     all.Undo();
   } else {
     all.Keep("COMMIT");
   }
-  Report(kind, console);
-  if (failed_) {
-    return ExitStatus::kFailure;
-  }
-  return refused_ == 0 ? ExitStatus::kDone : ExitStatus::kRefused;
+  report_.ending = failed_                ? Ending::kFailed
+                   : report_.refused == 0 ? Ending::kDone
+                                          : Ending::kRefused;
+  return std::move(report_);
 }
 
-void ImportRun::EnterAll(ImportFile& file, const LineEntry& enter, Console& console) {
-  std::unique_ptr<ProgressBar> bar;
-  if (console.environment.errorIsTerminal && !session_.traced() && file.lineCount() >= kWorthABar) {
-    bar = std::make_unique<ProgressBar>(console.err, static_cast<std::int64_t>(file.lineCount()));
-  }
+void ImportRun::EnterAll(ImportFile& file, const LineEntry& enter, const Progress& progress) {
+  const auto total = static_cast<std::int64_t>(file.lineCount());
   ImportLine line;
-  while (file.Next(line)) {
-    EnterLine(line, enter);
-    if (bar != nullptr) {
-      bar->Advance();
+  for (std::int64_t entered = 0;; ++entered) {
+    if (progress && !progress(entered, total)) {
+      throw CancelledError();
     }
+    if (!file.Next(line)) {
+      return;
+    }
+    EnterLine(line, enter);
   }
 }
 
 void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
-  session_.log().Clear();
   messages_.clear();
+  failures_.clear();
   if (!line.fault().empty()) {
     messages_.push_back(line.fault());
     Refuse(line.number());
@@ -146,7 +123,7 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
     Undoable one(database, "SAVEPOINT line", "ROLLBACK TO line; RELEASE line");
     if (TryLine(line, enter, notes)) {
       one.Keep("RELEASE line");
-      ++done_;
+      ++report_.done;
       for (const std::string& note : notes) {
         Remember(line.number(), false, note);
       }
@@ -155,29 +132,42 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
     one.Undo();
   }
   if (!database.inTransaction()) {
-    throw FailureError(fmt::format(
-        "line {}: {}; the store gave up there and nothing was imported", line.number(),
-        session_.log().failures.empty() ? "not stored" : session_.log().failures.front()));
+    throw FailureError(fmt::format("line {}: {}; the store gave up there and nothing was imported",
+                                   line.number(),
+                                   failures_.empty() ? "not stored" : failures_.front()));
   }
   Refuse(line.number());
 }
 
 bool ImportRun::TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes) {
   try {
-    return WentWell(enter(line, notes), session_.log());
-  } catch (const UsageError& error) {
-    messages_.emplace_back(error.what());
+    const Outcome outcome = enter(line, notes);
+    TakeMessages(outcome);
+    return outcome.done();
+  } catch (const InputFault& fault) {
+    messages_.push_back(InWords(fault, columns_));
   } catch (const RefusedError& error) {
     messages_.emplace_back(error.what());
   } catch (const FailureError& error) {
-    session_.log().failures.emplace_back(error.what());
+    failures_.emplace_back(error.what());
   }
   return false;
 }
 
+void ImportRun::TakeMessages(const Outcome& outcome) {
+  for (const ShownMessage& message : outcome.messages) {
+    if (message.style != qorcred::MessageStyle::kQuestion) {
+      messages_.push_back(message.text);
+    } else if (message.answer == qorcred::MessageButton::kNo) {
+      messages_.push_back(fmt::format("{} ({})", message.text, rules_.answeredNo));
+    }
+  }
+  failures_ = outcome.failures;
+}
+
 void ImportRun::Refuse(std::size_t line) {
-  ++refused_;
-  for (const std::string& failure : session_.log().failures) {
+  ++report_.refused;
+  for (const std::string& failure : failures_) {
     failed_ = true;
     messages_.push_back(failure);
   }
@@ -187,39 +177,12 @@ void ImportRun::Refuse(std::size_t line) {
   Remember(line, true, fmt::format("{}", fmt::join(messages_, " ")));
 }
 
-void ImportRun::Remember(std::size_t line, bool refused, std::string_view text) {
-  remarks_.push_back({line, refused, &*texts_.insert(Shortened(text)).first});
-}
-
-void ImportRun::Report(const ImportedKind& kind, Console& console) const {
-  for (const Remark& remark : remarks_) {
-    if (!remark.refused || !global_.json) {
-      console.err << "qorhost: line " << remark.line << ": " << *remark.text << '\n';
-    }
+void ImportRun::Remember(std::size_t line, bool refused, const std::string& text) {
+  const auto [place, isNew] = placeOfText_.emplace(Shortened(text), report_.texts.size());
+  if (isNew) {
+    report_.texts.push_back(place->first);
   }
-  if (global_.json) {
-    ReportAsJson(console);
-    return;
-  }
-  const std::string done = Counted(done_, kind.one, kind.many);
-  if (options_.dryRun) {
-    console.out << fmt::format("Would import {}, {} refused. Nothing was written.\n", done,
-                               Counted(refused_, "line", "lines"));
-  } else {
-    console.out << fmt::format("Imported {}, {} refused.\n", done,
-                               Counted(refused_, "line", "lines"));
-  }
-}
-
-void ImportRun::ReportAsJson(Console& console) const {
-  nlohmann::ordered_json lines = nlohmann::ordered_json::array();
-  for (const Remark& remark : remarks_) {
-    if (remark.refused) {
-      lines.push_back({{"line", remark.line}, {"message", *remark.text}});
-    }
-  }
-  const nlohmann::ordered_json report{{"done", done_}, {"refused", refused_}, {"lines", lines}};
-  console.out << report.dump(2) << '\n';
+  report_.remarks.push_back({line, refused, place->second});
 }
 
 }  // namespace qorhost

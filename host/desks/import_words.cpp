@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "frame/text.h"
-#include "host/cli/console.h"
+#include "host/desks/input_fault.h"
 
 namespace qorhost {
 
@@ -30,16 +30,8 @@ std::optional<bool> ReadEither(std::string_view heading, std::string_view cell,
   if (IsOneOf(cell, {words.no, "False", "No", "0"})) {
     return false;
   }
-  throw UsageError(fmt::format("{} '{}' is neither {} nor {}", heading, cell, words.yes, words.no));
-}
-
-std::string InColumnWords(std::string_view message, std::span<const EntryWord> words) {
-  for (const EntryWord& word : words) {
-    if (message.starts_with(word.word) && message.substr(word.word.size()).starts_with(' ')) {
-      return std::string(word.heading) + std::string(message.substr(word.word.size()));
-    }
-  }
-  return std::string(message);
+  throw InputFault(heading, cell,
+                   fmt::format("{{field}} '{{value}}' is neither {} nor {}", words.yes, words.no));
 }
 
 }  // namespace qorhost

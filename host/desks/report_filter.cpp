@@ -9,73 +9,47 @@
 
 #include "frame/runtime_error.h"
 #include "frame/text.h"
-#include "host/cli/console.h"
-#include "host/cli/display_text.h"
-#include "host/desks/list_entries.h"
-#include "trace/tracing_object.h"
+#include "host/desks/credential_types.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/typed_input.h"
 
 namespace qorhost {
 
 namespace {
 
-/// A credential type as the report calls it and as `credentials add --type` does.
-struct TypeName {
-  std::string_view name;
-  std::string_view word;
-};
-// By the stored number.
-constexpr std::array kTypeNames{
-    TypeName{"Corvin 30 Bit card", "card30"}, TypeName{"Standard 26 Bit card", "card26"},
-    TypeName{"Transmitter", "transmitter"}, TypeName{"Corporate 1000 35-Bit Card", "card35"}};
-
-/// The credential screen writes "30-Bit", the report "30 Bit".
-bool SameTypeName(std::string_view one, std::string_view other) {
-  return qorcred::CompareIgnoringCase(qorcred::ReplaceAll(one, "-", " "),
-                                      qorcred::ReplaceAll(other, "-", " ")) == 0;
-}
-
 void ChooseType(ListModel& types, std::string_view given) {
-  const auto* const found =
-      std::find_if(kTypeNames.begin(), kTypeNames.end(), [given](const TypeName& known) {
-        return SameTypeName(known.name, given) || SameTypeName(known.word, given);
-      });
-  if (found == kTypeNames.end()) {
+  const CredentialTypeWords* found = FindCredentialType(given);
+  if (found == nullptr) {
     std::string names;
-    for (const TypeName& known : kTypeNames) {
-      names += fmt::format("{}{} ({})", names.empty() ? "" : ", ", known.name, known.word);
+    for (const CredentialTypeWords& known : CredentialTypes()) {
+      names += fmt::format("{}{} ({})", names.empty() ? "" : ", ", known.reportName, known.word);
     }
-    throw UsageError(
-        fmt::format("--where: '{}' is no credential type: {}", Displayable(given), names));
+    throw InputFault(report_input::kCondition, given,
+                     "{field}: '{value}' is no credential type: " + names);
   }
   types.Clear();
-  for (std::size_t type = 0; type < kTypeNames.size(); ++type) {
-    types.AddItem(std::string(kTypeNames[type].name));
-    qorcred::Put(types, "ItemData", types.newIndex(), static_cast<std::int32_t>(type));
+  for (const CredentialTypeWords& known : CredentialTypes()) {
+    types.AddItem(std::string(known.reportName));
+    qorcred::Put(types, "ItemData", types.newIndex(), static_cast<std::int32_t>(known.type));
   }
-  types.Select(static_cast<std::int32_t>(found - kTypeNames.begin()));
+  types.Select(found->type);
 }
 
 void ChooseDay(PickerModel& picker, const std::string& given) {
   try {
-    picker.Choose(ReadDate("--where", given).date);
+    picker.Choose(ReadDate(report_input::kCondition, given).date);
   } catch (const qorcred::RuntimeError&) {
-    throw UsageError(fmt::format("--where: '{}' lies outside the years that the screen offers",
-                                 Displayable(given)));
+    throw InputFault(report_input::kCondition, given,
+                     "{field}: '{value}' lies outside the years that the screen offers");
   }
 }
 
 }  // namespace
 
-ReportFilter::ReportFilter(StoreSession& session, std::size_t conditions)
+ReportFilter::ReportFilter(DeskSession& session, std::size_t conditions)
     : rows_(std::max(conditions, kFewestFilterRows)),
       screen_(MakeReportFilterScreen(rows_, session.Today())),
-      visible_(screen_) {
-  if (session.traced()) {
-    visible_ = std::make_shared<qorcred::trace::TracingScreen>(
-        screen_, session.transcript(),
-        [screen = screen_.get()](std::string_view name) { return screen->SpelledName(name); });
-  }
-}
+      visible_(session.Visible(screen_)) {}
 
 void ReportFilter::Enter(std::size_t row, const ReportCondition& condition, FieldKind kind) {
   Fields(row).Select(condition.field);
@@ -104,8 +78,8 @@ void ReportFilter::Enter(std::size_t row, const ReportCondition& condition, Fiel
     case FieldKind::kText:
     case FieldKind::kNumber:
     case FieldKind::kOther:
-      At<TextModel>("txtFrom", row).SetText(TypedText("--where", condition.first));
-      At<TextModel>("txtTo", row).SetText(TypedText("--where", condition.second));
+      At<TextModel>("txtFrom", row).SetText(TypedText(report_input::kCondition, condition.first));
+      At<TextModel>("txtTo", row).SetText(TypedText(report_input::kCondition, condition.second));
       return;
   }
 }

@@ -15,15 +15,15 @@ namespace qorhost {
 class ReportFilter {
  public:
   /// Has room for `conditions` conditions.
-  ReportFilter(StoreSession& session, std::size_t conditions);
+  ReportFilter(DeskSession& session, std::size_t conditions);
 
-  /// The screen to hand to controllers, traced with --trace.
+  /// The screen to hand to controllers.
   [[nodiscard]] const qorcred::ObjectRef& visible() const { return visible_; }
   /// The list of fields in a row.
   [[nodiscard]] ListModel& Fields(std::size_t row) const { return At<ListModel>("cboField", row); }
   [[nodiscard]] std::size_t rowCount() const { return rows_; }
 
-  /// Chooses and types a condition into a row. Raises UsageError when the screen does not take one
+  /// Chooses and types a condition into a row. Raises InputFault when the screen does not take one
   /// of its values.
   void Enter(std::size_t row, const ReportCondition& condition, FieldKind kind);
 

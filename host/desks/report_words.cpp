@@ -8,9 +8,8 @@
 #include <optional>
 
 #include "frame/text.h"
-#include "host/cli/console.h"
-#include "host/cli/display_text.h"
-#include "host/desks/list_entries.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/typed_input.h"
 
 namespace qorhost {
 
@@ -50,17 +49,16 @@ bool EndsWord(std::string_view text, std::size_t size) {
 std::string Listed(const std::vector<std::string>& words) {
   std::string list;
   for (const std::string& word : words) {
-    list += (list.empty() ? "" : ", ") + Displayable(word);
+    list += (list.empty() ? "" : ", ") + word;
   }
   return list;
 }
 
 std::int32_t FindField(std::string_view where, const std::vector<ReportField>& fields) {
   if (fields.empty()) {
-    throw UsageError(
-        fmt::format("--where '{}': the store has no fields to narrow this report by: "
-                    "TenantSelectionFields is empty",
-                    Displayable(where)));
+    throw InputFault(report_input::kCondition, where,
+                     "{field} '{value}': the store has no fields to narrow this report by: "
+                     "TenantSelectionFields is empty");
   }
   std::optional<std::size_t> found;
   for (std::size_t at = 0; at < fields.size(); ++at) {
@@ -75,8 +73,9 @@ std::int32_t FindField(std::string_view where, const std::vector<ReportField>& f
     for (const ReportField& field : fields) {
       names.push_back(field.name);
     }
-    throw UsageError(fmt::format("--where '{}' begins with no field of this report: {}",
-                                 Displayable(where), Listed(names)));
+    throw InputFault(report_input::kCondition, where,
+                     fmt::format("{{field}} '{{value}}' begins with no field of this report: {}",
+                                 Listed(names)));
   }
   return static_cast<std::int32_t>(*found);
 }
@@ -111,8 +110,9 @@ FoundOperator FindOperator(std::string_view rest, const ReportField& field,
       names.push_back(known.symbol.empty() ? std::string(known.word)
                                            : fmt::format("{} ({})", known.word, known.symbol));
     }
-    throw UsageError(fmt::format("--where '{}' has no operator that goes with '{}': {}",
-                                 Displayable(where), Displayable(field.name), Listed(names)));
+    throw InputFault(report_input::kCondition, where,
+                     fmt::format("{{field}} '{{value}}' has no operator that goes with '{}': {}",
+                                 field.name, Listed(names)));
   }
   return found;
 }
@@ -128,15 +128,15 @@ void SplitRange(std::string_view values, std::string_view where, ReportCondition
     }
   }
   if (condition.first.empty() || condition.second.empty()) {
-    throw UsageError(fmt::format("--where '{}' needs two values, as in '... between 5 AND 9'",
-                                 Displayable(where)));
+    throw InputFault(report_input::kCondition, where,
+                     "{field} '{value}' needs two values, as in '... between 5 AND 9'");
   }
 }
 
 void CheckDate(std::string_view given) {
-  if (ReadDate("--where", given).hasTime) {
-    throw UsageError(fmt::format("--where '{}': the report compares whole days, leave the time out",
-                                 Displayable(given)));
+  if (ReadDate(report_input::kCondition, given).hasTime) {
+    throw InputFault(report_input::kCondition, given,
+                     "{field} '{value}': the report compares whole days, leave the time out");
   }
 }
 
@@ -170,7 +170,7 @@ bool ReadYesNo(std::string_view given) {
       return false;
     }
   }
-  throw UsageError(fmt::format("--where: '{}' is neither yes nor no", Displayable(given)));
+  throw InputFault(report_input::kCondition, given, "{field}: '{value}' is neither yes nor no");
 }
 
 ReportCondition ReadCondition(std::string_view where, const std::vector<ReportField>& fields) {

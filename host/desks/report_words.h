@@ -9,6 +9,12 @@
 
 namespace qorhost {
 
+/// What a condition is called in an InputFault.
+namespace report_input {
+inline constexpr std::string_view kCondition = "condition";
+inline constexpr std::string_view kRids = "RIDs";
+}  // namespace report_input
+
 /// What a field's values are, and with it which operators go with the field.
 enum class FieldKind : std::uint8_t {
   kText,
@@ -48,11 +54,11 @@ struct ReportCondition {
 };
 
 /// Reads a condition; letter case of field and operator does not count, the longest name wins.
-/// Raises UsageError that lists the fields, or the operators that go with the field.
+/// Raises InputFault that lists the fields, or the operators that go with the field.
 [[nodiscard]] ReportCondition ReadCondition(std::string_view where,
                                             const std::vector<ReportField>& fields);
 
-/// Yes or no in one of its spellings. Raises UsageError for anything else.
+/// Yes or no in one of its spellings. Raises InputFault for anything else.
 [[nodiscard]] bool ReadYesNo(std::string_view given);
 
 }  // namespace qorhost

@@ -2,83 +2,100 @@
 
 #include <fmt/format.h>
 
-#include <system_error>
+#include <algorithm>
 #include <utility>
 
 #include "frame/convert.h"
 #include "frame/siblings.h"
-#include "host/cli/display_text.h"
-#include "host/store/sqlite/schema.h"
+#include "host/desks/desk_error.h"
 #include "trace/tracing_services.h"
 
 namespace qorhost {
 
-using qorcred::RuntimeError;
+using qorcred::MessageButton;
+using qorcred::MessageStyle;
+using qorcred::ObjectRef;
 
-Database OpenFile(const GlobalOptions& options, OpenMode mode) {
-  std::error_code ignored;
-  if (!std::filesystem::exists(options.file, ignored)) {
-    throw FailureError(
-        fmt::format("there is no database '{}': create one with 'qorhost init --demo', or name "
-                    "another file with --db",
-                    options.file.string()));
-  }
-  if (mode == OpenMode::kReadOnly && IsOlderStore(options.file)) {
-    // Brought up to date by whatever is asked of it first.
-    (void)OpenStore(options.file, OpenMode::kReadWrite);
-  }
-  return OpenStore(options.file, mode);
-}
-
-StoreSession::StoreSession(Database database, const GlobalOptions& options, Console& console)
-    : options_(options),
-      operator_(console, log_, options.answer),
-      messageBox_([this](std::string_view text, qorcred::MessageStyle style,
-                         std::string_view title) { return operator_.Show(text, style, title); }),
-      clock_(console.environment.clock),
-      transcript_([&err = console.err](std::string_view line) { err << line << '\n'; }),
-      connection_(std::make_shared<StoreConnection>(std::move(database), clock_)),
+DeskSession::DeskSession(Database database, Surroundings surroundings)
+    : surroundings_(std::move(surroundings)),
+      connection_(std::make_shared<StoreConnection>(std::move(database), surroundings_.clock)),
       visibleConnection_(connection_),
       storeHost_(MakeServices()) {
-  if (options.trace) {
+  if (surroundings_.transcript) {
     visibleConnection_ =
-        std::make_shared<qorcred::trace::TracingConnection>(connection_, transcript_);
-    tracingHost_ = std::make_unique<qorcred::trace::TracingHost>(storeHost_, transcript_);
+        std::make_shared<qorcred::trace::TracingConnection>(connection_, surroundings_.transcript);
+    tracingHost_ =
+        std::make_unique<qorcred::trace::TracingHost>(storeHost_, surroundings_.transcript);
   }
 }
 
-StoreHost::Services StoreSession::MakeServices() {
+StoreHost::Services DeskSession::MakeServices() {
   StoreHost::Services services;
-  services.clock = clock_;
-  services.messageBox = [this](std::string_view text, qorcred::MessageStyle style,
-                               std::string_view title) { return messageBox_(text, style, title); };
-  services.failureLog = [this](std::string_view operation, const RuntimeError& failure) {
-    log_.failures.push_back(fmt::format("{} failed: {} (error {})", operation,
-                                        failure.description(), static_cast<int>(failure.number())));
+  services.clock = surroundings_.clock;
+  services.messageBox = [this](std::string_view text, MessageStyle style, std::string_view title) {
+    return ShowMessage(text, style, title);
+  };
+  services.failureLog = [this](std::string_view operation, const qorcred::RuntimeError& failure) {
+    NoteFailure(fmt::format("{} failed: {} (error {})", operation, failure.description(),
+                            static_cast<int>(failure.number())));
   };
   const ComponentRegistry components = services.components;
-  services.components.Register(
-      qorcred::component::kDatabaseManager, [this, components, onInsert = onInsert_] {
-        return std::make_shared<WatchedManager>(
-            components.Create(qorcred::component::kDatabaseManager),
-            [this](std::string_view errorText) { log_.failures.emplace_back(errorText); },
-            [onInsert](std::string_view table) {
-              if (*onInsert) {
-                (*onInsert)(table);
-              }
-            });
-      });
+  services.components.Register(qorcred::component::kDatabaseManager, [this, components] {
+    return std::make_shared<WatchedManager>(
+        components.Create(qorcred::component::kDatabaseManager),
+        [this](std::string_view errorText) { NoteFailure(errorText); },
+        [this](std::string_view table) {
+          if (record_ != nullptr && record_->onInsert_) {
+            record_->onInsert_(table);
+          }
+        });
+  });
   return services;
 }
 
-qorcred::Host& StoreSession::host() {
+MessageButton DeskSession::ShowMessage(std::string_view text, MessageStyle style,
+                                       std::string_view title) {
+  MessageButton answer = style == MessageStyle::kQuestion ? MessageButton::kNo : MessageButton::kOk;
+  if (surroundings_.messageBox) {
+    answer = surroundings_.messageBox(text, style, title);
+  }
+  if (record_ != nullptr) {
+    record_->messages_.push_back({std::string(text), style, answer});
+  }
+  return answer;
+}
+
+void DeskSession::NoteFailure(std::string_view failure) {
+  if (record_ != nullptr) {
+    record_->failures_.emplace_back(failure);
+  }
+}
+
+qorcred::Host& DeskSession::host() {
   if (tracingHost_ != nullptr) {
     return *tracingHost_;
   }
   return storeHost_;
 }
 
-std::vector<UnitName> StoreSession::Units() {
+ObjectRef DeskSession::Visible(const std::shared_ptr<ScreenModel>& screen) const {
+  if (!surroundings_.transcript) {
+    return screen;
+  }
+  return std::make_shared<qorcred::trace::TracingScreen>(
+      screen, surroundings_.transcript,
+      [model = screen.get()](std::string_view name) { return model->SpelledName(name); });
+}
+
+ObjectRef DeskSession::Visible(std::string name, ObjectRef object) const {
+  if (!surroundings_.transcript) {
+    return object;
+  }
+  return std::make_shared<qorcred::trace::TracingControl>(std::move(name), std::move(object),
+                                                          surroundings_.transcript);
+}
+
+std::vector<UnitName> DeskSession::Units() {
   const QueryResult result = sql().Select("SELECT UnitKey, UnitName FROM Units ORDER BY UnitKey");
   std::vector<UnitName> units;
   for (std::int32_t row = 0; row < static_cast<std::int32_t>(result.rowCount); ++row) {
@@ -88,28 +105,51 @@ std::vector<UnitName> StoreSession::Units() {
   return units;
 }
 
-std::vector<UnitName> StoreSession::ChosenUnits() {
-  std::vector<UnitName> units = Units();
-  if (!options_.unit) {
-    return units;
-  }
-  for (UnitName& unit : units) {
-    if (unit.key == *options_.unit) {
-      return {std::move(unit)};
+void DeskSession::AnswerUnseen(bool yes) {
+  surroundings_.messageBox = [yes](std::string_view, MessageStyle style, std::string_view) {
+    if (style != MessageStyle::kQuestion) {
+      return MessageButton::kOk;
     }
-  }
-  throw UsageError(fmt::format("there is no unit {} in '{}': 'qorhost units' lists them",
-                               *options_.unit, options_.file.string()));
+    return yes ? MessageButton::kYes : MessageButton::kNo;
+  };
 }
 
-UnitName StoreSession::ChosenUnit() {
-  std::vector<UnitName> units = ChosenUnits();
-  if (units.empty()) {
-    throw RefusedError(
-        fmt::format("'{}' has no units: 'qorhost init --demo' makes a store with three",
-                    options_.file.string()));
+OperationRecord::OperationRecord(DeskSession& session, InsertHandler onInsert)
+    : session_(session),
+      previous_(std::exchange(session.record_, this)),
+      onInsert_(std::move(onInsert)) {}
+
+OperationRecord::~OperationRecord() {
+  session_.record_ = previous_;
+}
+
+void OperationRecord::RequireNoFailure(std::string_view doing) const {
+  if (!failures_.empty()) {
+    throw FailureError(fmt::format("cannot {}: {}", doing, failures_.front()));
   }
-  return std::move(units.front());
+}
+
+void OperationRecord::ForgiveFirstFailure(bool stored) {
+  const bool wentOn = stored || !messages_.empty() || failures_.size() > 1;
+  if (!failures_.empty() && wentOn) {
+    failures_.erase(failures_.begin());
+  }
+}
+
+Outcome OperationRecord::End(bool returned) {
+  Outcome outcome;
+  outcome.returned = returned;
+  outcome.messages = std::move(messages_);
+  outcome.failures = std::move(failures_);
+  const bool refused = std::any_of(
+      outcome.messages.begin(), outcome.messages.end(),
+      [](const ShownMessage& message) { return message.style != MessageStyle::kQuestion; });
+  if (!outcome.failures.empty()) {
+    outcome.ending = Ending::kFailed;
+  } else if (!returned || refused) {
+    outcome.ending = Ending::kRefused;
+  }
+  return outcome;
 }
 
 }  // namespace qorhost

@@ -1,31 +1,31 @@
-// A store opened for one command, and the host that controllers see on it.
+// A store opened for work at desks, and the host that controllers see on it.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "frame/date.h"
-#include "host/cli/console.h"
-#include "host/cli/operator.h"
 #include "host/components/store_host.h"
+#include "host/desks/outcome.h"
 #include "host/desks/watched_manager.h"
+#include "host/screens/screen_model.h"
 #include "host/store/store_connection.h"
 #include "trace/tracing_host.h"
 
 namespace qorhost {
 
-/// Options that every command has.
-struct GlobalOptions {
-  std::filesystem::path file = "building.db";
-  std::optional<std::int32_t> unit;
-  std::optional<bool> answer;  ///< --yes or --no
-  bool json = false;
-  bool trace = false;
+class OperationRecord;
+
+/// What a front end hands in. Everything may be left out.
+struct Surroundings {
+  MessageBox messageBox;  ///< none: notices are closed with OK, questions answered No
+  Clock clock = SystemClock();
+  qorcred::trace::TranscriptSink transcript;  ///< none: calls are not traced
 };
 
 struct UnitName {
@@ -33,55 +33,74 @@ struct UnitName {
   std::string name;
 };
 
-/// Opens the file of `options`; an older store is brought up to date first, whatever the mode.
-/// Raises FailureError that names `qorhost init --demo` when there is no such file, and StoreError.
-[[nodiscard]] Database OpenFile(const GlobalOptions& options, OpenMode mode);
-
-/// Keeps everything that controllers need alive: the connection, the operator and the host, each
-/// behind its tracing decorator with --trace. One thread.
-class StoreSession {
+/// Keeps everything that controllers need alive: the connection and the host, each behind its
+/// tracing decorator when there is a transcript. One thread.
+class DeskSession {
  public:
-  StoreSession(Database database, const GlobalOptions& options, Console& console);
-  StoreSession(const StoreSession&) = delete;
-  StoreSession& operator=(const StoreSession&) = delete;
+  DeskSession(Database database, Surroundings surroundings);
+  DeskSession(const DeskSession&) = delete;
+  DeskSession& operator=(const DeskSession&) = delete;
 
   /// The host and connection to hand to controllers.
   [[nodiscard]] qorcred::Host& host();
   [[nodiscard]] const qorcred::ObjectRef& connection() const { return visibleConnection_; }
+  /// A screen, or any other object under a name, as controllers are to see it.
+  [[nodiscard]] qorcred::ObjectRef Visible(const std::shared_ptr<ScreenModel>& screen) const;
+  [[nodiscard]] qorcred::ObjectRef Visible(std::string name, qorcred::ObjectRef object) const;
+
   /// The connection itself.
   [[nodiscard]] StoreConnection& store() { return *connection_; }
   [[nodiscard]] SqlSession& sql() { return connection_->session(); }
-  [[nodiscard]] OperationLog& log() { return log_; }
-  [[nodiscard]] const qorcred::trace::TranscriptSink& transcript() const { return transcript_; }
-  [[nodiscard]] qorcred::Date Today() { return qorcred::DayOf(clock_()); }
-  [[nodiscard]] bool traced() const { return tracingHost_ != nullptr; }
-
-  /// Is told of every row inserted from now on, or no more.
-  void OnInsert(InsertHandler handler) { *onInsert_ = std::move(handler); }
-  /// Shows messages in another way from now on.
-  void OnMessage(MessageBox messageBox) { messageBox_ = std::move(messageBox); }
-
+  [[nodiscard]] qorcred::Date Today() { return qorcred::DayOf(surroundings_.clock()); }
   [[nodiscard]] std::vector<UnitName> Units();
-  /// The unit of --unit, or the first. Raises UsageError for a unit that is not in the store and
-  /// RefusedError when there is none.
-  [[nodiscard]] UnitName ChosenUnit();
-  /// The unit of --unit alone, or all units.
-  [[nodiscard]] std::vector<UnitName> ChosenUnits();
+
+  /// From now on messages are shown to nobody: notices are closed with OK, questions answered so.
+  void AnswerUnseen(bool yes);
 
  private:
-  [[nodiscard]] StoreHost::Services MakeServices();
+  friend class OperationRecord;
 
-  GlobalOptions options_;
-  OperationLog log_;
-  Operator operator_;
-  MessageBox messageBox_;
-  Clock clock_;
-  std::shared_ptr<InsertHandler> onInsert_ = std::make_shared<InsertHandler>();
-  qorcred::trace::TranscriptSink transcript_;
+  [[nodiscard]] StoreHost::Services MakeServices();
+  qorcred::MessageButton ShowMessage(std::string_view text, qorcred::MessageStyle style,
+                                     std::string_view title);
+  void NoteFailure(std::string_view failure);
+
+  Surroundings surroundings_;
+  OperationRecord* record_ = nullptr;  // of the operation under way
   std::shared_ptr<StoreConnection> connection_;
   qorcred::ObjectRef visibleConnection_;
   StoreHost storeHost_;
   std::unique_ptr<qorcred::trace::TracingHost> tracingHost_;
+};
+
+/// Collects, while it lives, what the controllers show and what fails: one for each operation. The
+/// session must outlive it; of several the latest collects.
+class OperationRecord {
+ public:
+  /// `onInsert` is told of every row that is inserted meanwhile. What it raises, the insert raises.
+  explicit OperationRecord(DeskSession& session, InsertHandler onInsert = nullptr);
+  ~OperationRecord();
+  OperationRecord(const OperationRecord&) = delete;
+  OperationRecord& operator=(const OperationRecord&) = delete;
+
+  [[nodiscard]] const std::vector<std::string>& failures() const { return failures_; }
+  /// Raises FailureError with the first failure, if there is one: "cannot `doing`: ...".
+  void RequireNoFailure(std::string_view doing) const;
+  /// Leaves the first failure out, when the operation went on behind it: it stored something, a
+  /// message was shown, or more has failed.
+  void ForgiveFirstFailure(bool stored);
+  /// What the operation came to, which returned `returned`: done only when it succeeded without a
+  /// failure or a refusal on the way.
+  [[nodiscard]] Outcome End(bool returned);
+
+ private:
+  friend class DeskSession;
+
+  DeskSession& session_;
+  OperationRecord* previous_;
+  InsertHandler onInsert_;
+  std::vector<ShownMessage> messages_;
+  std::vector<std::string> failures_;
 };
 
 }  // namespace qorhost

@@ -9,9 +9,9 @@
 #include "frame/convert.h"
 #include "frame/data_services.h"
 #include "frame/text.h"
+#include "host/desks/desk_error.h"
 #include "host/store/step_queue.h"
 #include "host/unit/unit_rows.h"
-#include "trace/tracing_object.h"
 
 namespace qorhost {
 
@@ -53,13 +53,21 @@ class OpenTransaction {
   bool committed_ = false;
 };
 
+/// "`doing`: the first failure; nothing was changed"
+void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
+  if (!record.failures().empty()) {
+    throw FailureError(
+        fmt::format("{}: {}; nothing was changed", doing, record.failures().front()));
+  }
+}
+
 bool IsChangeOfRow(const ProgramStep& step) {
   return step.kind == step::kProgramDirectoryCode || step.kind == step::kChangeDirectoryCode;
 }
 
 }  // namespace
 
-UnitMerge::UnitMerge(StoreSession& session, std::int32_t unitKey, const UnitFile& unit,
+UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitFile& unit,
                      bool withDeletions)
     : session_(session),
       unitKey_(unitKey),
@@ -67,31 +75,17 @@ UnitMerge::UnitMerge(StoreSession& session, std::int32_t unitKey, const UnitFile
       rules_{unit.firmware != qorcred::kFirmwareWithoutDisplay, withDeletions},
       connectionScreen_(MakeConnectionScreen(unit.firmware)),
       controller_(session.host()) {
-  if (session.traced()) {
-    controller_.set_mfrmConnectionScreen(std::make_shared<qorcred::trace::TracingScreen>(
-        connectionScreen_, session.transcript(),
-        [screen = connectionScreen_.get()](std::string_view name) {
-          return screen->SpelledName(name);
-        }));
-  } else {
-    controller_.set_mfrmConnectionScreen(connectionScreen_);
-  }
+  controller_.set_mfrmConnectionScreen(session.Visible(connectionScreen_));
 }
 
 UnitMerge::~UnitMerge() {
   controller_.set_mfrmConnectionScreen(nullptr);
 }
 
-void UnitMerge::RequireNoFailure(std::string_view doing) {
-  if (!session_.log().failures.empty()) {
-    throw FailureError(
-        fmt::format("{}: {}; nothing was changed", doing, session_.log().failures.front()));
-  }
-}
-
-void UnitMerge::Plan() {
+const MergePlan& UnitMerge::Plan() {
   const OpenTransaction asOneLook(session_.connection());
   Compare();
+  return plan_;
 }
 
 void UnitMerge::Compare() {
@@ -100,7 +94,6 @@ void UnitMerge::Compare() {
 }
 
 void UnitMerge::ReadStored() {
-  session_.log().Clear();
   stored_.clear();
   placeOf_.clear();
   // The array does not say where the codes of now end: only their number does.
@@ -108,8 +101,9 @@ void UnitMerge::ReadStored() {
       qorcred::RoundToLong(qorcred::NumericValue(session_.sql().Scalar(fmt::format(
           "SELECT COUNT(*) FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0", unitKey_))));
   qorcred::ObjectRef fetched;
+  const OperationRecord fetching(session_);
   controller_.pbFetchDirForMerge(session_.connection(), unitKey_, fetched);
-  RequireNoFailure("cannot read the stored directory codes");
+  RequireNoFailure(fetching, "cannot read the stored directory codes");
 
   constexpr std::int32_t kRid = 1;
   constexpr std::int32_t kNumber = 2;
@@ -175,7 +169,26 @@ void UnitMerge::ReadTenants() {
   }
 }
 
-UnitMerge::Aftermath UnitMerge::Apply(const StepHandler& onPlan, const StepHandler& onStep) {
+MergeReport UnitMerge::Apply(const Progress& progress) {
+  MergeReport report;
+  try {
+    report.aftermath = DoAll(progress);
+    report.returned = true;
+    report.inserted = plan_.Count(MergeAction::kInsert);
+    report.updated = plan_.Count(MergeAction::kUpdate);
+    report.deleted = plan_.Count(MergeAction::kDelete);
+    report.unchanged = plan_.unchanged;
+    report.kept = plan_.kept;
+  } catch (const CancelledError&) {
+    report.ending = Ending::kCancelled;
+  } catch (const FailureError& failure) {
+    report.ending = Ending::kFailed;
+    report.failures.emplace_back(failure.what());
+  }
+  return report;
+}
+
+MergeAftermath UnitMerge::DoAll(const Progress& progress) {
   // The library finds the tenants of a deleted code by the number of rows that went, which is 1:
   // it would take the row 1 from its tenants at every deletion. They are out of its sight
   // meanwhile.
@@ -184,8 +197,14 @@ UnitMerge::Aftermath UnitMerge::Apply(const StepHandler& onPlan, const StepHandl
 
   OpenTransaction transaction(session_.connection());
   Compare();
-  onPlan();
-  Aftermath aftermath;
+  std::int64_t doneSteps = 0;
+  const auto tell = [&] {
+    if (progress && !progress(doneSteps, static_cast<std::int64_t>(plan_.steps.size()))) {
+      throw CancelledError();
+    }
+  };
+  tell();
+  MergeAftermath aftermath;
   const bool deletes = plan_.Count(MergeAction::kDelete) > 0;
   if (deletes) {
     aftermath.tenantsReleased = ReleaseTenants();
@@ -193,7 +212,8 @@ UnitMerge::Aftermath UnitMerge::Apply(const StepHandler& onPlan, const StepHandl
   }
   for (const MergeStep& step : plan_.steps) {
     Do(step);
-    onStep();
+    ++doneSteps;
+    tell();
   }
   if (deletes) {
     MoveTenants(kOutOfSight, kTakenByLibrary);
@@ -209,7 +229,7 @@ UnitMerge::Aftermath UnitMerge::Apply(const StepHandler& onPlan, const StepHandl
 }
 
 void UnitMerge::Do(const MergeStep& step) {
-  session_.log().Clear();
+  const OperationRecord writing(session_);
   bool done = false;
   std::string name;
   if (step.action == MergeAction::kDelete) {
@@ -230,7 +250,7 @@ void UnitMerge::Do(const MergeStep& step) {
     }
   }
   // The operation answers True also when its statement failed: only the manager's error tells.
-  RequireNoFailure(name);
+  RequireNoFailure(writing, name);
   if (!done) {
     throw FailureError(name + "; nothing was changed");
   }

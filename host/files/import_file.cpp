@@ -2,51 +2,20 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <system_error>
 #include <utility>
 
 #include "frame/text.h"
-#include "host/cli/console.h"
-#include "host/cli/display_text.h"
 #include "host/files/csv_formula.h"
-#include "host/files/table.h"
+#include "host/files/file_error.h"
 
 namespace qorhost {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr std::string_view kStandardStream = "-";
-constexpr std::size_t kMegabyte = std::size_t{1} << 20;
-constexpr std::size_t kLargestFile = 256 * kMegabyte;
-
 std::string Shortened(std::string_view text) {
   constexpr std::size_t kMost = 60;
   const std::string_view start = qorcred::LeftUtf16(text, kMost);
-  return Displayable(start) + (start.size() < text.size() ? "..." : "");
-}
-
-std::string ReadAll(std::istream& in, const std::string& file) {
-  std::string text;
-  std::string part(kMegabyte, '\0');
-  while (in.good()) {
-    in.read(part.data(), static_cast<std::streamsize>(part.size()));
-    text.append(part, 0, static_cast<std::size_t>(in.gcount()));
-    if (text.size() > kLargestFile) {
-      throw RefusedError(
-          fmt::format("'{}' is larger than {} MB: split it, with the headings in "
-                      "each part; nothing was imported",
-                      file, kLargestFile / kMegabyte));
-    }
-  }
-  if (in.bad()) {
-    throw FailureError(fmt::format("cannot read '{}' to its end; nothing was imported", file));
-  }
-  return text;
+  return std::string(start) + (start.size() < text.size() ? "..." : "");
 }
 
 }  // namespace
@@ -81,34 +50,39 @@ std::size_t ImportFile::FindColumn(std::string_view heading, std::size_t line) c
     }
   }
   const bool otherComma = heading.find_first_of(";\t") != std::string_view::npos;
-  throw UsageError(fmt::format(
-      "line {}: there is no column '{}'{}; the columns are {}", line, Shortened(heading),
-      otherComma ? " (cells must have commas between them)" : "", KnownHeadings()));
+  throw FileError(
+      FileProblem::kHeadings,
+      fmt::format("line {}: there is no column '{}'{}; the columns are {}", line,
+                  Shortened(heading), otherComma ? " (cells must have commas between them)" : "",
+                  KnownHeadings()));
 }
 
 void ImportFile::ReadHeadings() {
   CsvRecord headings;
   if (!reader_.Next(headings)) {
-    throw UsageError(fmt::format("the file is empty: its first line must hold headings out of {}",
-                                 KnownHeadings()));
+    throw FileError(FileProblem::kHeadings,
+                    fmt::format("the file is empty: its first line must hold headings out of {}",
+                                KnownHeadings()));
   }
   if (!headings.fault.empty()) {
-    throw UsageError(
+    throw FileError(
+        FileProblem::kHeadings,
         fmt::format("line {}: {}", headings.unclosedQuote.value_or(headings.line), headings.fault));
   }
   cellCount_ = headings.cells.size();
   for (std::size_t place = 0; place < cellCount_; ++place) {
     const std::size_t column = FindColumn(headings.cells[place], headings.line);
     if (placeOf_[column]) {
-      throw UsageError(fmt::format("line {}: the column \"{}\" is there twice", headings.line,
-                                   columns_[column].heading));
+      throw FileError(FileProblem::kHeadings,
+                      fmt::format("line {}: the column \"{}\" is there twice", headings.line,
+                                  columns_[column].heading));
     }
     placeOf_[column] = place;
   }
   for (std::size_t column = 0; column < columns_.size(); ++column) {
     if (columns_[column].needed && !placeOf_[column]) {
-      throw UsageError(fmt::format("line {}: the column \"{}\" is missing", headings.line,
-                                   columns_[column].heading));
+      throw FileError(FileProblem::kHeadings, fmt::format("line {}: the column \"{}\" is missing",
+                                                          headings.line, columns_[column].heading));
     }
   }
 }
@@ -120,8 +94,8 @@ void ImportFile::CheckQuotes() {
   while (ahead.Next(record)) {
     ++lineCount_;
     if (record.unclosedQuote) {
-      throw RefusedError(
-          fmt::format("line {}: {}; nothing was imported", *record.unclosedQuote, record.fault));
+      throw FileError(FileProblem::kUnusable, fmt::format("line {}: {}; nothing was imported",
+                                                          *record.unclosedQuote, record.fault));
     }
   }
 }
@@ -141,33 +115,14 @@ bool ImportFile::Next(ImportLine& line) {
   return true;
 }
 
-std::string ReadImportText(const std::string& file, std::istream& input) {
-  if (file.empty()) {
-    throw UsageError("name the CSV file, or - for standard input; --columns tells what it holds");
-  }
-  if (file == kStandardStream) {
-    return ReadAll(input, "standard input");
-  }
-  const std::string shown = Displayable(file);
-  std::error_code error;
-  if (!fs::exists(file, error)) {
-    throw FailureError(fmt::format("there is no file '{}'", shown));
-  }
-  std::ifstream in(file, std::ios::binary);
-  if (!in || fs::is_directory(file, error)) {
-    throw FailureError(fmt::format("cannot read the file '{}'", shown));
-  }
-  return ReadAll(in, shown);
-}
-
-void PrintColumns(std::ostream& out, std::span<const ImportColumn> columns) {
+Table ColumnTable(std::span<const ImportColumn> columns) {
   Table table;
   table.columns = {{"Column", "column"}, {"Needed", "needed"}, {"Cells", "cells"}};
   for (const ImportColumn& column : columns) {
     table.rows.push_back(
         {std::string(column.heading), column.needed ? "yes" : "", std::string(column.help)});
   }
-  PrintTable(out, table);
+  return table;
 }
 
 }  // namespace qorhost

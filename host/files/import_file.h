@@ -1,16 +1,15 @@
-// A CSV file whose lines are to be entered into a screen.
+// A CSV file with headings, whose lines are to be entered one by one.
 #pragma once
 
 #include <cstddef>
-#include <istream>
 #include <optional>
-#include <ostream>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/files/csv_reader.h"
+#include "host/files/table.h"
 
 namespace qorhost {
 
@@ -39,11 +38,12 @@ class ImportLine {
   std::vector<std::optional<std::size_t>> placeOf_;  // of each column in the record
 };
 
-/// A whole file in memory. Headings may stand in any order and letter case.
+/// A whole file in memory. Headings may stand in any order and letter case. What is wrong with the
+/// headings, or a quote that is never closed, is told at once: where cells end is unknown then.
 class ImportFile {
  public:
-  /// Takes the text of a file. Raises UsageError for headings that are unknown, missing or there
-  /// twice, and RefusedError for a quote that is never closed: where cells end is unknown then.
+  /// Takes the text of a file. Raises FileError: kHeadings for headings that are unknown, missing
+  /// or there twice, kUnusable for the quote.
   ImportFile(std::string text, std::span<const ImportColumn> columns);
   ImportFile(const ImportFile&) = delete;
   ImportFile& operator=(const ImportFile&) = delete;
@@ -67,11 +67,7 @@ class ImportFile {
   std::size_t lineCount_ = 0;
 };
 
-/// All that a file holds; "-" is `input`. Raises UsageError without a name, FailureError when it
-/// cannot be read and RefusedError when it is larger than 256 MB.
-[[nodiscard]] std::string ReadImportText(const std::string& file, std::istream& input);
-
-/// The columns as a table for people.
-void PrintColumns(std::ostream& out, std::span<const ImportColumn> columns);
+/// The columns and what their cells hold, for people.
+[[nodiscard]] Table ColumnTable(std::span<const ImportColumn> columns);
 
 }  // namespace qorhost

@@ -29,20 +29,20 @@ constexpr std::int32_t kUnit = demo::kLongDoorNamesUnit;
 struct RefusedCode {
   std::string_view act;
   std::string code;
-  CodeEntry entry;
+  DirCodeEntry entry;
   std::string_view expected;
 };
 
-CodeEntry WithPhone(std::string phone) {
-  CodeEntry entry;
+DirCodeEntry WithPhone(std::string phone) {
+  DirCodeEntry entry;
   entry.phone = std::move(phone);
   return entry;
 }
 
 std::vector<RefusedCode> RefusedCodes() {
-  CodeEntry forwardedNowhere = WithPhone("555-0199");
+  DirCodeEntry forwardedNowhere = WithPhone("555-0199");
   forwardedNowhere.forwardSchedule = "Late Shift";
-  CodeEntry backwards = WithPhone("555-0199");
+  DirCodeEntry backwards = WithPhone("555-0199");
   backwards.from = "2027-06-30";
   backwards.to = "2027-01-01";
   return {
@@ -80,12 +80,13 @@ class DirCodeTour {
 
   void ShowCode(DirCodeDesk& desk);
   void ShowLastStep(std::string_view kind);
+  void ShowPlan(const UnitMerge& merge, const UnitFile& unit);
   /// What the unit holds: what the store has, but for three codes.
   [[nodiscard]] UnitFile CodesAtUnit();
 
   TourStage stage_;
   TourGuide& guide_;
-  StoreSession& session_;
+  DeskSession& session_;
 };
 
 void DirCodeTour::ShowCode(DirCodeDesk& desk) {
@@ -113,7 +114,7 @@ void DirCodeTour::OpenScreen() {
   guide_.FactOfList("Codes", desk.codes());
   guide_.FactOfList("Schedules", desk.screen().List("cboSchedules"));
   guide_.Act("The operator picks 0103 from the list");
-  desk.Select("103");
+  (void)desk.Select("103");
   ShowCode(desk);
   guide_.Expect(desk.screen().Check("chkCallForwarding").state() == 1, "103 is forwarded");
 }
@@ -125,10 +126,9 @@ void DirCodeTour::ShowRefusals() {
     DirCodeDesk desk(session_, kUnit);
     const std::int32_t before = desk.codes().count();
     TickForNewCode(desk);
-    desk.TypeCode("the code", refused.code);
-    EnterCode(desk, refused.entry);
-    std::int32_t rid = 0;
-    guide_.Expect(!desk.SaveNew(&rid), "the entry is refused");
+    desk.TypeCode(refused.code);
+    EnterDirCode(desk, refused.entry);
+    guide_.Expect(!desk.SaveNew().returned, "the entry is refused");
     guide_.Result(desk.screen().focused().empty()
                       ? "refused"
                       : fmt::format("refused; the cursor stands in {}", desk.screen().focused()));
@@ -152,19 +152,19 @@ void DirCodeTour::Add() {
   guide_.Act("The operator enters 250, not to be disturbed at night and forwarded by day");
   DirCodeDesk desk(session_, kUnit);
   TickForNewCode(desk);
-  CodeEntry entry = WithPhone("555-0199");
+  DirCodeEntry entry = WithPhone("555-0199");
   entry.extension = "12";
   entry.delay = "5";
   entry.dnd = "Night Shift";
   entry.forwardPhone = "555-0290";
   entry.forwardSchedule = "Early Shift";
   entry.displayName = "Karin Abel";
-  desk.TypeCode("the code", "250");
-  EnterCode(desk, entry);
-  std::int32_t rid = 0;
-  guide_.Expect(desk.SaveNew(&rid), "the code is saved");
-  guide_.Result(fmt::format("saved as RID {}", rid));
-  desk.RefreshCodes(rid);
+  desk.TypeCode("250");
+  EnterDirCode(desk, entry);
+  const AddedDirCode added = desk.SaveNew();
+  guide_.Expect(added.returned, "the code is saved");
+  guide_.Result(fmt::format("saved as RID {}", added.rid));
+  desk.RefreshCodes(added.rid);
   ShowCode(desk);
   guide_.Expect(desk.codes().SelectedText() == "0250", "the list shows the code");
   ShowLastStep(step::kProgramDirectoryCode);
@@ -172,7 +172,7 @@ void DirCodeTour::Add() {
   guide_.Act("The operator forwards it to its own number and answers No");
   guide_.PlanAnswer(qorcred::MessageButton::kNo);
   desk.screen().Box("txtPhoneNocf").SetText("555-0199");
-  guide_.Expect(!desk.SaveEdited(), "No keeps the code");
+  guide_.Expect(!desk.SaveEdited().returned, "No keeps the code");
   stage_.ExpectMessage("Do you still want to proceed?");
   guide_.Result("kept as it was");
 }
@@ -180,13 +180,13 @@ void DirCodeTour::Add() {
 void DirCodeTour::Renumber() {
   guide_.Chapter("A directory code gets another number");
   DirCodeDesk desk(session_, kUnit);
-  desk.Select("101");
+  (void)desk.Select("101");
   ShowCode(desk);
   guide_.Act("The operator types 102, which another row has");
-  guide_.Expect(!desk.Renumber("102"), "a code in use is refused");
+  guide_.Expect(!desk.Renumber("102").returned, "a code in use is refused");
   stage_.ExpectMessage("This Directory Code already exists.");
   guide_.Act("The operator types 180");
-  guide_.Expect(desk.Renumber("180"), "a free code is taken");
+  guide_.Expect(desk.Renumber("180").returned, "a free code is taken");
   guide_.Result(fmt::format("saved; the list shows {} in its place", desk.codes().SelectedText()));
   guide_.Expect(desk.codes().SelectedText() == "0180", "the list shows the new code");
   ShowLastStep(step::kChangeDirectoryCode);
@@ -209,6 +209,14 @@ UnitFile DirCodeTour::CodesAtUnit() {
   return unit;
 }
 
+void DirCodeTour::ShowPlan(const UnitMerge& merge, const UnitFile& unit) {
+  for (const auto& row : PlanTable(merge.plan(), unit.codes, merge.stored()).rows) {
+    guide_.Fact(
+        fmt::format("{} {}", qorcred::ToText(row[0]), qorcred::ToText(row[1])),
+        qorcred::IsEmptyText(row.back()) ? "new in the unit" : qorcred::TextOrEmpty(row.back()));
+  }
+}
+
 void DirCodeTour::Merge() {
   guide_.Chapter("A merge with what the unit holds");
   std::stringstream file;
@@ -227,27 +235,21 @@ void DirCodeTour::Merge() {
   guide_.Act("The operator merges the unit file");
   constexpr bool kWithDeletions = true;
   UnitMerge merge(session_, kUnit, reading.file, kWithDeletions);
-  const UnitMerge::Aftermath aftermath = merge.Apply(
-      [&] {
-        for (const auto& row : PlanTable(merge.plan(), reading.file.codes, merge.stored()).rows) {
-          guide_.Fact(fmt::format("{} {}", qorcred::ToText(row[0]), qorcred::ToText(row[1])),
-                      qorcred::IsEmptyText(row.back()) ? "new in the unit"
-                                                       : qorcred::TextOrEmpty(row.back()));
-        }
-      },
-      [] {});
-  const MergePlan& plan = merge.plan();
-  const std::size_t inserted = plan.Count(MergeAction::kInsert);
-  const std::size_t updated = plan.Count(MergeAction::kUpdate);
-  const std::size_t deleted = plan.Count(MergeAction::kDelete);
-  guide_.Result(fmt::format("{} inserted, {} updated, {} deleted, {} unchanged", inserted, updated,
-                            deleted, plan.unchanged));
-  guide_.Expect(inserted == 1 && updated == 1 && deleted == 1, "three codes differed");
-  guide_.Expect(aftermath.tenantsReleased == 1, "the tenant of 106 is without a code");
+  const MergeReport report = merge.Apply([&](std::int64_t done, std::int64_t) {
+    if (done == 0) {
+      ShowPlan(merge, reading.file);
+    }
+    return true;
+  });
+  guide_.Result(fmt::format("{} inserted, {} updated, {} deleted, {} unchanged", report.inserted,
+                            report.updated, report.deleted, report.unchanged));
+  guide_.Expect(report.inserted == 1 && report.updated == 1 && report.deleted == 1,
+                "three codes differed");
+  guide_.Expect(report.aftermath.tenantsReleased == 1, "the tenant of 106 is without a code");
 
   DirCodeDesk desk(session_, kUnit);
   guide_.FactOfList("Codes now", desk.codes());
-  desk.Select("300");
+  (void)desk.Select("300");
   guide_.Expect(desk.screen().Box("txtDisplayName").text() == "Lodge; ring twice",
                 "the inserted code shows its name");
 }

@@ -9,8 +9,8 @@
 
 #include "frame/host.h"
 #include "host/cli/console.h"
-#include "host/desks/credential_desk.h"
 #include "host/files/table.h"
+#include "host/screens/list_model.h"
 
 namespace qorhost {
 

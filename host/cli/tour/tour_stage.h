@@ -12,7 +12,7 @@ namespace qorhost {
 /// The guide who tells and the store that is shown.
 struct TourStage {
   TourGuide& guide;
-  StoreSession& session;
+  DeskSession& session;
 
   /// Tells a unit's name, type and codes in use.
   void ShowUnit(std::int32_t unit) const;

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/cli/console.h"
+#include "host/desks/input_fault.h"
 
 namespace qorhost {
 namespace {
@@ -90,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
 std::string FailureOf(std::string_view where) {
   try {
     (void)ReadCondition(where, Fields());
-  } catch (const UsageError& error) {
+  } catch (const InputFault& error) {
     return error.what();
   }
   return "read";
@@ -108,7 +108,7 @@ TEST(ReportWordsTest, WithoutFieldsThatIsWhatIsSaid) {
   try {
     (void)ReadCondition("Phone No. = 5", {});
     ADD_FAILURE() << "nothing was refused";
-  } catch (const UsageError& failure) {
+  } catch (const InputFault& failure) {
     EXPECT_THAT(failure.what(), HasSubstr("the store has no fields to narrow this report by"));
   }
 }

@@ -1,18 +1,16 @@
-// Files that cannot be imported: what is said of them, and that nothing changes.
+// CSV files by their headings: which cells are found, and what is said of bad headings.
 #include "host/files/import_file.h"
 
 #include <gmock/gmock.h>
 
 #include <array>
 
-#include "host/cli/console.h"
-#include "tests/host/cli/import_fixture.h"
+#include "host/files/file_error.h"
 
 namespace qorhost {
 namespace {
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 constexpr std::array kColumns{ImportColumn{"One Thing", true, "anything"},
                               ImportColumn{"Another", false, "anything else"}};
@@ -67,11 +65,12 @@ void PrintTo(const HeadingCase& one, std::ostream* out) {
 
 class BadHeadings : public testing::TestWithParam<HeadingCase> {};
 
-TEST_P(BadHeadings, AreAMistakeOfTheCommand) {
+TEST_P(BadHeadings, AreToldWithTheirLine) {
   try {
     const ImportFile file(GetParam().text, kColumns);
     FAIL() << "taken";
-  } catch (const UsageError& error) {
+  } catch (const FileError& error) {
+    EXPECT_EQ(error.problem(), FileProblem::kHeadings);
     EXPECT_THAT(error.what(), HasSubstr(GetParam().message));
   }
 }
@@ -102,72 +101,12 @@ TEST(ImportFile, AQuoteThatIsNeverClosedStopsAllOfIt) {
   try {
     const ImportFile file("One Thing,Another\na,b\nc,\"d\ne,f\n", kColumns);
     FAIL() << "taken";
-  } catch (const RefusedError& error) {
+  } catch (const FileError& error) {
+    EXPECT_EQ(error.problem(), FileProblem::kUnusable);
     EXPECT_STREQ(error.what(),
                  "line 3: a quote that opens a cell is never closed; nothing was imported");
   }
 }
 
 }  // namespace
-
-namespace test {
-namespace {
-
-class BadFiles : public ImportFixture {};
-
-TEST_F(BadFiles, AMissingFileIsAFailure) {
-  const Outcome outcome = Run({"dircodes", "import", File("none.csv")});
-  EXPECT_EQ(outcome.status, 3);
-  EXPECT_THAT(outcome.err, HasSubstr("there is no file '" + File("none.csv") + "'"));
-}
-
-TEST_F(BadFiles, AFolderIsAFailure) {
-  const Outcome outcome = Run({"credentials", "import", File("")});
-  EXPECT_EQ(outcome.status, 3);
-  EXPECT_THAT(outcome.err, HasSubstr("cannot read the file"));
-}
-
-TEST_F(BadFiles, WithoutAFileTheCommandSaysWhatItNeeds) {
-  const Outcome outcome = Run({"dircodes", "import"});
-  EXPECT_EQ(outcome.status, 2);
-  EXPECT_THAT(outcome.err, HasSubstr("name the CSV file, or - for standard input"));
-}
-
-TEST_F(BadFiles, AnUnknownHeadingIsAMistakeAndListsTheColumns) {
-  const Outcome outcome = Import("credentials", "Credential Type,Card Number,Door\ncard26,1,2\n");
-  EXPECT_EQ(outcome.status, 2);
-  EXPECT_THAT(outcome.err,
-              HasSubstr("line 1: there is no column 'Door'; the columns are \"Credential Type\", "
-                        "\"Card Number\", \"Facility Code\", \"ID Code\", \"Sequence Number\", "
-                        "\"Button Number\", \"Assigned To\", \"RID\", \"Tenant RID\""));
-}
-
-TEST_F(BadFiles, AnUnclosedQuoteLeavesTheLinesBeforeItOutToo) {
-  const std::size_t codes = CountOf("DIRECTORYCODE");
-  const Outcome outcome = Import("dircodes", "Directory Code,Phone No.\n250,1\n251,\"2\n252,3\n");
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr("line 3: a quote that opens a cell is never closed; nothing "
-                                     "was imported"));
-  EXPECT_EQ(CountOf("DIRECTORYCODE"), codes);
-}
-
-TEST_F(BadFiles, HeadingsAloneImportNothing) {
-  const Outcome outcome = Import("dircodes", "Directory Code,Phone No.\n");
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.out, "Imported 0 directory codes, 0 lines refused.\n");
-}
-
-TEST_F(BadFiles, ColumnsTellsWhatTheCellsHold) {
-  const Outcome codes = Run({"dircodes", "import", "--columns"});
-  EXPECT_EQ(codes.status, 0);
-  EXPECT_THAT(codes.out, HasSubstr("Directory Code        yes"));
-  EXPECT_THAT(codes.out, HasSubstr("17 rows"));
-  const Outcome credentials = Run({"credentials", "import", "--columns"});
-  EXPECT_EQ(credentials.status, 0);
-  EXPECT_THAT(credentials.out, HasSubstr("Card Number      yes"));
-  EXPECT_THAT(credentials.out, HasSubstr("9 rows"));
-}
-
-}  // namespace
-}  // namespace test
 }  // namespace qorhost

@@ -1,17 +1,13 @@
-// Rows as an aligned table and as JSON.
-#include "host/files/table.h"
+// Rows as an aligned table.
+#include "host/cli/table_printer.h"
 
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
 #include <sstream>
-
-#include "frame/date.h"
 
 namespace qorhost::test {
 namespace {
 
-using qorcred::FromCivil;
 using qorcred::Null;
 using qorcred::Value;
 
@@ -19,12 +15,6 @@ std::string Printed(const Table& table) {
   std::ostringstream out;
   PrintTable(out, table);
   return out.str();
-}
-
-nlohmann::json Json(const Table& table) {
-  std::ostringstream out;
-  PrintJson(out, table);
-  return nlohmann::json::parse(out.str());
 }
 
 Table OneRow(std::vector<Value> row) {
@@ -65,41 +55,6 @@ TEST(PrintTable, ShowsNullAsTheTableSays) {
 
 TEST(PrintTable, KeepsAHostileCellOnItsLine) {
   EXPECT_EQ(Printed(OneRow({"a\n\x1B[31mb"})), "C\n------------\na\\n\\x1B[31mb\n1 row\n");
-}
-
-TEST(PrintJson, KeepsTypes) {
-  const nlohmann::json row = Json(OneRow({17, std::int16_t{-1}, 2.5, 3.0, true, Null{}, Value(),
-                                          "a\"\n", FromCivil({2026, 1, 31, 14, 5, 9})}))[0];
-  EXPECT_TRUE(row["c0"].is_number_integer());
-  EXPECT_EQ(row["c1"], -1);
-  EXPECT_EQ(row["c2"], 2.5);
-  EXPECT_TRUE(row["c3"].is_number_integer()) << "a whole number has no point";
-  EXPECT_EQ(row["c4"], true);
-  EXPECT_TRUE(row["c5"].is_null());
-  EXPECT_TRUE(row["c6"].is_null());
-  EXPECT_EQ(row["c7"], "a\"\n");
-  EXPECT_EQ(row["c8"], "2026-01-31T14:05:09");
-}
-
-TEST(PrintJson, StaysJsonWithBytesThatAreNotUtf8) {
-  EXPECT_EQ(Json(OneRow({"a\xFF"}))[0]["c0"], "a\xEF\xBF\xBD");
-}
-
-TEST(PrintJson, NumbersKeysThatComeTwice) {
-  Table table;
-  table.columns = {{"RID", "RID"}, {"RID", "RID"}, {"RID_2", "RID_2"}};
-  table.rows = {{1, 2, 3}};
-  const nlohmann::json row = Json(table)[0];
-  EXPECT_EQ(row.size(), 3U);
-  EXPECT_EQ(row["RID"], 1);
-  EXPECT_EQ(row["RID_2"], 2);
-  EXPECT_EQ(row["RID_2_2"], 3);
-}
-
-TEST(PrintJson, GivesAnEmptyArrayWithoutRows) {
-  Table table;
-  table.columns = {{"Name", "name"}};
-  EXPECT_EQ(Json(table), nlohmann::json::array());
 }
 
 }  // namespace

@@ -1,0 +1,95 @@
+#include "host/desks/store_file.h"
+
+#include <fmt/format.h>
+
+#include <string_view>
+#include <system_error>
+
+#include "host/store/demo.h"
+#include "host/store/sqlite/schema.h"
+
+namespace qorhost {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kSideFiles[] = {"-wal", "-shm", "-journal"};
+
+fs::path Beside(const fs::path& file, std::string_view ending) {
+  fs::path beside = file;
+  beside += ending;
+  return beside;
+}
+
+void RemoveStore(const fs::path& file) {
+  std::error_code ignored;
+  fs::remove(file, ignored);
+  for (const std::string_view ending : kSideFiles) {
+    fs::remove(Beside(file, ending), ignored);
+  }
+}
+
+void FillNewStore(const fs::path& file, bool demo) {
+  Database database = OpenStore(file, OpenMode::kCreate);
+  if (demo) {
+    CreateDemoData(database);
+  }
+}
+
+/// Refuses to write over a file that holds something else than a store.
+void RequireStore(const fs::path& file) {
+  if (!IsStoreOrEmpty(file)) {
+    throw ForeignFile(
+        fmt::format("'{}' is no store of this program and is not replaced", file.string()));
+  }
+}
+
+}  // namespace
+
+Database OpenStoreFile(const fs::path& file, Access access) {
+  if (access == Access::kRead && IsOlderStore(file)) {
+    // Brought up to date by whatever is asked of it first.
+    (void)OpenStore(file, OpenMode::kReadWrite);
+  }
+  return OpenStore(file, access == Access::kRead ? OpenMode::kReadOnly : OpenMode::kReadWrite);
+}
+
+StorePlace LookAt(const fs::path& file) {
+  std::error_code ignored;
+  if (fs::is_directory(file, ignored)) {
+    return StorePlace::kFolder;
+  }
+  return fs::exists(file, ignored) ? StorePlace::kFile : StorePlace::kFree;
+}
+
+void CreateStore(const fs::path& file, bool demo) {
+  try {
+    FillNewStore(file, demo);
+  } catch (...) {
+    RemoveStore(file);
+    throw;
+  }
+}
+
+void ReplaceStore(const fs::path& file, bool demo) {
+  RequireStore(file);
+  // Made beside the old one and put in its place when it is whole.
+  const fs::path fresh = Beside(file, ".new");
+  if (fs::exists(fresh)) {
+    RequireStore(fresh);  // or what an earlier run left behind
+  }
+  RemoveStore(fresh);
+  try {
+    FillNewStore(fresh, demo);
+    for (const std::string_view ending : kSideFiles) {
+      fs::remove(Beside(file, ending));
+    }
+    fs::rename(fresh, file);
+  } catch (...) {
+    RemoveStore(fresh);
+    throw;
+  }
+}
+
+}  // namespace qorhost
