@@ -17,9 +17,10 @@ set(areas
   "host/store:frame host/dialect"
   "host/components:frame host/dialect host/store"
   "host/unit:frame dircodes"
-  "host/files:frame host/unit host/cli"
-  "host/desks:frame credentials dircodes reports trace host/dialect host/screens host/store host/components host/unit host/files host/cli"
-  "host/cli:frame credentials dircodes reports trace host/dialect host/screens host/store host/components host/unit host/files host/desks"
+  "host/files:frame"
+  "host/desks:frame credentials dircodes reports trace host/dialect host/store host/store/sqlite host/components host/screens host/unit host/files"
+  "host/cli/tour:frame host/store host/store/sqlite host/components host/screens host/unit host/files host/desks host/cli"
+  "host/cli:frame host/unit host/files host/desks host/cli/tour"
   "bench:*"
   "tests:*")
 
