@@ -38,19 +38,17 @@ CredentialDesk::CredentialDesk(StoreSession& session, std::int32_t unitKey, Desk
 }
 
 CredentialDesk::~CredentialDesk() {
-  screen_->List("cboCredentials").OnSelect(nullptr);
-  screen_->List("cboCredentialType").OnSelect(nullptr);
   controller_.set_gmobjCredentialScreen(nullptr);
 }
 
 void CredentialDesk::Open() {
   // The screen's own handlers; they stand still while the controller writes the controls.
-  screen_->List("cboCredentialType").OnSelect([this](std::int32_t index) {
+  typeSelected_ = screen_->List("cboCredentialType").OnSelect([this](std::int32_t index) {
     const bool transmitter =
         index >= 0 && screen_->List("cboCredentialType").ItemData(index) == qorcred::kTransmitter;
     controller_.pbTransmitterCtls(transmitter);
   });
-  screen_->List("cboCredentials").OnSelect([this](std::int32_t index) {
+  credentialSelected_ = screen_->List("cboCredentials").OnSelect([this](std::int32_t index) {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
     // The first entry, "<Add New>", stands for no row.
     if (index > 0 && !byController) {
