@@ -52,8 +52,7 @@ void ChooseDelay(ScreenModel& screen, std::string_view spinner, std::string_view
   if (delay < 0) {
     throw UsageError(fmt::format("{} '{}' is below 0", option, *given));
   }
-  std::array<qorcred::Value, 1> value{qorcred::Value(delay)};
-  screen.Invoke(spinner, qorcred::InvokeKind::kPut, value);
+  screen.Spin(spinner).SetValue(delay);
 }
 
 void ChooseDateOrNone(PickerModel& picker, std::string_view option,

@@ -49,8 +49,7 @@ void ChooseType(ListModel& types, std::string_view given) {
   }
   types.Clear();
   for (std::size_t type = 0; type < kTypeNames.size(); ++type) {
-    types.AddItem(std::string(kTypeNames[type].name));
-    qorcred::Put(types, "ItemData", types.newIndex(), static_cast<std::int32_t>(type));
+    types.AddItemWithData(std::string(kTypeNames[type].name), static_cast<std::int32_t>(type));
   }
   types.Select(static_cast<std::int32_t>(found - kTypeNames.begin()));
 }
