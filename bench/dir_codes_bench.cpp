@@ -36,7 +36,7 @@ struct Setting {
         screen(qorhost::MakeDirectoryCodeScreen(qorcred::FromCivil({2026, 1, 15, 0, 0, 0}))),
         controller(*host) {
     PutDirCodes(connection->database(), count);
-    qorcred::Put(screen->Box("txtdirectorycode"), "MaxLength", kDigits);
+    screen->Box("txtdirectorycode").SetMaxLength(kDigits);
     controller.set_mobjDirCodeScreen(screen);
   }
 

@@ -14,9 +14,7 @@ using qorhost::ListModel;
 using qorhost::ScreenModel;
 
 void AddAndSelect(ListModel& list, std::string text, std::int32_t data) {
-  list.AddItem(std::move(text));
-  qorcred::Put(list, "ItemData", list.newIndex(), data);
-  list.Select(list.newIndex());
+  list.Select(list.AddItemWithData(std::move(text), data));
 }
 
 void FillIn(ScreenModel& screen) {

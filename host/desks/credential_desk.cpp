@@ -64,19 +64,17 @@ CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskS
 }
 
 CredentialDesk::~CredentialDesk() {
-  credentials().OnSelect(nullptr);
-  screen_->List("cboCredentialType").OnSelect(nullptr);
   controller_.set_gmobjCredentialScreen(nullptr);
 }
 
 void CredentialDesk::Open() {
   // The screen's own handlers; they stand still while the controller writes the controls.
-  screen_->List("cboCredentialType").OnSelect([this](std::int32_t index) {
+  typeSelected_ = screen_->List("cboCredentialType").OnSelect([this](std::int32_t index) {
     const bool transmitter =
         index >= 0 && screen_->List("cboCredentialType").ItemData(index) == qorcred::kTransmitter;
     controller_.pbTransmitterCtls(transmitter);
   });
-  credentials().OnSelect([this](std::int32_t index) {
+  credentialSelected_ = credentials().OnSelect([this](std::int32_t index) {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
     if (index >= kAddNewEntry && !byController) {
       controller_.pbRetrieveCredentials(session_.connection(), unitKey_,

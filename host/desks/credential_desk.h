@@ -89,6 +89,8 @@ class CredentialDesk {
   DeskScreen kind_;
   std::shared_ptr<ScreenModel> screen_;
   qorcred::clsCredential controller_;
+  Subscription typeSelected_;
+  Subscription credentialSelected_;
 };
 
 }  // namespace qorhost

@@ -93,7 +93,13 @@ class CredentialImport {
   CredentialImport(DeskSession& session, std::int32_t unitKey)
       : session_(session),
         desk_(session, unitKey, DeskScreen::kCredentials),
-        tenants_(desk_.screen().List("cboAssignedTo"), kNobody) {}
+        tenants_(desk_.screen().List("cboAssignedTo"), kNobody),
+        fresh_(desk_.screen().Snapshot()) {
+    // The type stays chosen from line to line, with the controls that the screen shows for it.
+    typeChosen_ = desk_.screen().List("cboCredentialType").OnSelect([this](std::int32_t) {
+      fresh_ = desk_.screen().Snapshot();
+    });
+  }
 
   Outcome Enter(const ImportLine& line) {
     TypeAll(line);
@@ -143,15 +149,7 @@ class CredentialImport {
   }
 
   void TypeAll(const ImportLine& line) {
-    ScreenModel& screen = desk_.screen();
-    for (const std::string_view box :
-         {"txtPINStart", "txtPINEND", "txtFacilityCode", "txtIDCode", "txtSequenceCode"}) {
-      screen.Box(box).SetText("");
-    }
-    screen.Option("optButtonDefault").SetOn(true);
-    for (const std::string_view list : {"cboCredentials", "cboAssignedTo", "cboActivate"}) {
-      screen.List(list).Select(ListModel::kNone);
-    }
+    desk_.screen().Restore(fresh_);
     NewCredentials entry;
     entry.type = ReadType(line);
     entry.first = line.Trimmed(kNumber);
@@ -178,27 +176,20 @@ class CredentialImport {
   /// Puts the new credential into the list, as filling the list again would, and works on it there.
   Outcome Assign(std::int32_t rid, std::int32_t tenant) {
     ListModel& list = desk_.screen().List("cboCredentials");
-    list.AddItem(fmt::format("{}-{}", desk_.screen().List("cboCredentialType").SelectedText(),
-                             desk_.screen().Box("txtPINStart").text()));
-    const std::int32_t index = list.newIndex();
-    std::array<qorcred::Value, 2> data{qorcred::Value(index), qorcred::Value(rid)};
-    list.Invoke("ItemData", qorcred::InvokeKind::kPut, data);
-    Outcome assigned;
-    try {
-      desk_.SelectCredential(index);
-      desk_.screen().List("cboAssignedTo").Select(tenant);
-      assigned = desk_.SaveEdited();
-    } catch (...) {
-      list.RemoveItem(index);
-      throw;
-    }
-    list.RemoveItem(index);
-    return assigned;
+    const std::int32_t index = list.AddItemWithData(
+        fmt::format("{}-{}", desk_.screen().List("cboCredentialType").SelectedText(),
+                    desk_.screen().Box("txtPINStart").text()),
+        rid);
+    desk_.SelectCredential(index);
+    desk_.screen().List("cboAssignedTo").Select(tenant);
+    return desk_.SaveEdited();
   }
 
   DeskSession& session_;
   CredentialDesk desk_;
   EntryIndex tenants_;
+  ScreenSnapshot fresh_;  // the screen as every line finds it
+  Subscription typeChosen_;
 };
 
 }  // namespace

@@ -92,12 +92,11 @@ DirCodeDesk::DirCodeDesk(DeskSession& session, std::int32_t unitKey)
 }
 
 DirCodeDesk::~DirCodeDesk() {
-  codes().OnSelect(nullptr);
   controller_.set_mobjDirCodeScreen(nullptr);
 }
 
 void DirCodeDesk::Open() {
-  codes().OnSelect([this](std::int32_t index) {
+  codeSelected_ = codes().OnSelect([this](std::int32_t index) {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
     // The first entry, "<Add New>", stands for no row.
     if (index > 0 && !byController) {

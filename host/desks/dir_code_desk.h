@@ -67,6 +67,7 @@ class DirCodeDesk {
   std::int32_t unitKey_;
   std::shared_ptr<ScreenModel> screen_;
   qorcred::clsDirCode controller_;
+  Subscription codeSelected_;
 };
 
 }  // namespace qorhost

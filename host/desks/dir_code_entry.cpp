@@ -56,8 +56,7 @@ void ChooseDelay(ScreenModel& screen, std::string_view spinner, std::string_view
   if (delay < 0) {
     throw InputFault(name, *given, "{field} '{value}' is below 0");
   }
-  std::array<qorcred::Value, 1> value{qorcred::Value(delay)};
-  screen.Invoke(spinner, qorcred::InvokeKind::kPut, value);
+  screen.Spin(spinner).SetValue(delay);
 }
 
 void ChooseDateOrNone(PickerModel& picker, std::string_view name,

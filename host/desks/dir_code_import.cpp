@@ -79,56 +79,6 @@ constexpr std::array kWords{
     FieldWord{dir_code_field::kForwardDelay, kColumns[kCfDelay].heading, {}},
 };
 
-constexpr std::array<std::string_view, 6> kBoxes{
-    "txtdirectorycode", "txtPhoneNo", "txtExtn", "txtPhoneNocf", "txtExtnCF", "txtDisplayName"};
-constexpr std::array<std::string_view, 2> kTicks{"chkDND", "chkCallForwarding"};
-constexpr std::array<std::string_view, 2> kLists{"cboSchedules", "cboSchedulesCF"};
-constexpr std::array<std::string_view, 2> kSpinners{"pvnTimeDelay", "pvnTimeDelayCF"};
-constexpr std::array<std::string_view, 2> kPickers{"dtpStart", "dtpEnd"};
-
-/// The screen as it opens, to start every line from.
-class FreshScreen {
- public:
-  explicit FreshScreen(ScreenModel& screen) : screen_(screen) {
-    for (std::size_t at = 0; at < kPickers.size(); ++at) {
-      const PickerModel& picker = screen.Date(kPickers[at]);
-      dates_[at] = {picker.shown(), picker.chosen()};
-      delays_[at] = screen.Any(kSpinners[at]).Invoke("", qorcred::InvokeKind::kGet, {});
-    }
-  }
-
-  void Restore() {
-    for (const std::string_view box : kBoxes) {
-      screen_.Box(box).SetText("");
-    }
-    for (const std::string_view tick : kTicks) {
-      screen_.Check(tick).SetState(0);
-    }
-    for (const std::string_view list : kLists) {
-      screen_.List(list).Select(ListModel::kNone);
-    }
-    for (std::size_t at = 0; at < kPickers.size(); ++at) {
-      PickerModel& picker = screen_.Date(kPickers[at]);
-      picker.Choose(dates_[at].shown);
-      if (!dates_[at].chosen) {
-        picker.Choose(std::nullopt);
-      }
-      std::array<qorcred::Value, 1> delay{delays_[at]};
-      screen_.Any(kSpinners[at]).Invoke("", qorcred::InvokeKind::kPut, delay);
-    }
-  }
-
- private:
-  struct PickedDate {
-    qorcred::Date shown;
-    bool chosen = false;
-  };
-
-  ScreenModel& screen_;
-  std::array<PickedDate, kPickers.size()> dates_;
-  std::array<qorcred::Value, kSpinners.size()> delays_;
-};
-
 /// An end at the last minute of a day, as a report shows the end of a day, means all of that day.
 std::string EndOf(std::string_view cell) {
   constexpr std::string_view kLastMinute = " 23:59";
@@ -139,13 +89,13 @@ std::string EndOf(std::string_view cell) {
 class DirCodeImport {
  public:
   DirCodeImport(DeskSession& session, std::int32_t unitKey)
-      : desk_(session, unitKey),
-        schedules_(desk_.screen().List("cboSchedules"), 0),
-        fresh_(desk_.screen()) {}
+      : desk_(session, unitKey), schedules_(desk_.screen().List("cboSchedules"), 0) {
+    TickForNewCode(desk_);
+    fresh_ = desk_.screen().Snapshot();
+  }
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
-    fresh_.Restore();
-    TickForNewCode(desk_);
+    desk_.screen().Restore(fresh_);
     DirCodeEntry entry;
     ReadPhone(line, entry, notes);
     ReadDnd(line, entry, notes);
@@ -284,7 +234,7 @@ class DirCodeImport {
 
   DirCodeDesk desk_;
   EntryIndex schedules_;
-  FreshScreen fresh_;
+  ScreenSnapshot fresh_;  // the screen as every line finds it
 };
 
 }  // namespace

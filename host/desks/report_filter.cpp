@@ -29,8 +29,7 @@ void ChooseType(ListModel& types, std::string_view given) {
   }
   types.Clear();
   for (const CredentialTypeWords& known : CredentialTypes()) {
-    types.AddItem(std::string(known.reportName));
-    qorcred::Put(types, "ItemData", types.newIndex(), static_cast<std::int32_t>(known.type));
+    types.AddItemWithData(std::string(known.reportName), known.type);
   }
   types.Select(found->type);
 }

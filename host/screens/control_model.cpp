@@ -17,9 +17,6 @@ using qorcred::Value;
 
 namespace {
 
-constexpr std::int32_t kWindowBackground = static_cast<std::int32_t>(0x80000005U);
-constexpr std::int32_t kDefaultWidth = 1215;  // in twips, the unit of the screens' designer
-
 struct MemberName {
   std::string_view name;
   ControlMember member;
@@ -105,19 +102,34 @@ void RefusePut(InvokeKind kind) {
   }
 }
 
-ControlModel::ControlModel() : backColor_(kWindowBackground), width_(kDefaultWidth) {}
+void RequireRead(InvokeKind kind, Arguments arguments) {
+  RefusePut(kind);
+  RequireCount(arguments, 0);
+}
 
-void ControlModel::Attach(std::string name, std::shared_ptr<FocusHolder> focus) {
+void ControlModel::Attach(std::string name, std::shared_ptr<ScreenLink> link) {
   name_ = std::move(name);
-  focus_ = std::move(focus);
+  link_ = std::move(link);
 }
 
 void ControlModel::SetFocus() {
-  if (!enabled_ || !visible_) {
+  if (!enabled() || !visible()) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
-  if (focus_ != nullptr) {
-    focus_->focused = name_;
+  if (link_ != nullptr && link_->focused != name_) {
+    link_->focused = name_;
+    Tell(ChangeKind::kFocus);
+  }
+}
+
+void ControlModel::Tell(ChangeKind kind, bool restored) {
+  if (!observed()) {
+    return;
+  }
+  const Change change{name_, this, kind, restored};
+  observers_.Notify(change);
+  if (link_ != nullptr) {
+    link_->observers.Notify(change);
   }
 }
 
@@ -128,23 +140,25 @@ Value ControlModel::Invoke(std::string_view member, InvokeKind kind, Arguments a
 Value ControlModel::CommonMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   switch (member) {
     case ControlMember::kEnabled:
-      return Property(enabled_, kind, arguments, qorcred::ToBoolean);
+      return Property(enabled(), kind, arguments,
+                      [this](const Value& put) { SetEnabled(qorcred::ToBoolean(put)); });
     case ControlMember::kVisible:
-      return Property(visible_, kind, arguments, qorcred::ToBoolean);
+      return Property(visible(), kind, arguments,
+                      [this](const Value& put) { SetVisible(qorcred::ToBoolean(put)); });
     case ControlMember::kBackColor:
-      return Property(backColor_, kind, arguments, qorcred::ToLong);
+      return Property(backColor(), kind, arguments,
+                      [this](const Value& put) { SetBackColor(qorcred::ToLong(put)); });
     case ControlMember::kWidth:
-      return Property(width_, kind, arguments, qorcred::ToLong);
+      return Property(width(), kind, arguments,
+                      [this](const Value& put) { SetWidth(qorcred::ToLong(put)); });
     case ControlMember::kCaption:
-      return Property(caption_, kind, arguments,
-                      [](const Value& caption) { return qorcred::ToText(caption); });
+      return Property(caption(), kind, arguments,
+                      [this](const Value& put) { SetCaption(qorcred::ToText(put)); });
     case ControlMember::kName:
-      RefusePut(kind);
-      RequireCount(arguments, 0);
+      RequireRead(kind, arguments);
       return Value(name_);
     case ControlMember::kSetFocus:
-      RefusePut(kind);
-      RequireCount(arguments, 0);
+      RequireRead(kind, arguments);
       SetFocus();
       return {};
     default:

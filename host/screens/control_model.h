@@ -7,8 +7,11 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 
 #include "frame/object.h"
+#include "host/screens/change.h"
+#include "host/screens/control_state.h"
 
 namespace qorhost {
 
@@ -48,9 +51,11 @@ enum class ControlMember : std::uint8_t {
 /// The member of that name, letter case not counting; kUnknown when there is none.
 [[nodiscard]] ControlMember FindControlMember(std::string_view name) noexcept;
 
-/// Which control of a screen has the input focus; shared by the screen and its controls.
-struct FocusHolder {
+/// What a screen shares with its controls: which of them has the input focus, and who observes all
+/// of them.
+struct ScreenLink {
   std::string focused;
+  Observers observers;
 };
 
 /// Base of the in-memory controls. Common members: Enabled, Visible (Boolean), BackColor, Width
@@ -60,24 +65,49 @@ struct FocusHolder {
 /// kWrongArgumentCount. Reading and calling are the same, as late-bound clients cannot tell.
 class ControlModel : public qorcred::Object {
  public:
-  ControlModel();
+  explicit ControlModel(OwnState own = NoState{}) : held_{{}, std::move(own)} {}
 
   qorcred::Value Invoke(std::string_view member, qorcred::InvokeKind kind,
                         qorcred::Arguments arguments) final;
 
   [[nodiscard]] const std::string& name() const { return name_; }
-  [[nodiscard]] bool enabled() const { return enabled_; }
-  [[nodiscard]] bool visible() const { return visible_; }
-  [[nodiscard]] std::int32_t backColor() const { return backColor_; }
-  [[nodiscard]] const std::string& caption() const { return caption_; }
-  void SetEnabled(bool enabled) { enabled_ = enabled; }
-  void SetVisible(bool visible) { visible_ = visible; }
-  void SetCaption(std::string caption) { caption_ = std::move(caption); }
-
-  /// Gives the control its name and its screen's focus; the screen does so when it takes it in.
-  void Attach(std::string name, std::shared_ptr<FocusHolder> focus);
+  [[nodiscard]] bool enabled() const { return held_.common.enabled; }
+  [[nodiscard]] bool visible() const { return held_.common.visible; }
+  [[nodiscard]] std::int32_t backColor() const { return held_.common.backColor; }
+  [[nodiscard]] std::int32_t width() const { return held_.common.width; }
+  [[nodiscard]] const std::string& caption() const { return held_.common.caption; }
+  void SetEnabled(bool enabled) { Assign(held_.common.enabled, enabled, ChangeKind::kState); }
+  void SetVisible(bool visible) { Assign(held_.common.visible, visible, ChangeKind::kState); }
+  void SetBackColor(std::int32_t color) {
+    Assign(held_.common.backColor, color, ChangeKind::kLook);
+  }
+  void SetWidth(std::int32_t twips) { Assign(held_.common.width, twips, ChangeKind::kLook); }
+  void SetCaption(std::string caption) {
+    Assign(held_.common.caption, std::move(caption), ChangeKind::kLook);
+  }
   /// Takes the input focus; raises kInvalidProcedureCall when the control cannot have it.
   void SetFocus();
+
+  /// Calls the handler after every change of this control, before the screen's observers hear of
+  /// it. Nothing is told when a value is put that the control has already. The control must not be
+  /// destroyed by a handler.
+  [[nodiscard]] Subscription Observe(ChangeHandler handler) {
+    return observers_.Add(std::move(handler));
+  }
+  /// Whether anybody observes the control or its screen.
+  [[nodiscard]] bool observed() const {
+    return !observers_.empty() || (link_ != nullptr && !link_->observers.empty());
+  }
+
+  /// All that the control holds now.
+  [[nodiscard]] const ControlState& held() const { return held_; }
+
+  /// Gives the control its name and its screen's link; the screen does so when it takes it in.
+  void Attach(std::string name, std::shared_ptr<ScreenLink> link);
+  /// Puts a state back that fits, telling nobody: the screen does so, and then tells of all.
+  void PutBack(const ControlState& state) { held_ = state; }
+  /// Tells the observers of a change.
+  void Tell(ChangeKind kind, bool restored = false);
 
  protected:
   /// Answers the control's own members; asks CommonMember() for the others.
@@ -85,32 +115,50 @@ class ControlModel : public qorcred::Object {
                                    qorcred::Arguments arguments) = 0;
   qorcred::Value CommonMember(ControlMember member, qorcred::InvokeKind kind,
                               qorcred::Arguments arguments);
+  /// What the control holds besides the common members; of the kind given to the constructor.
+  template <typename State>
+  [[nodiscard]] State& Own() {
+    return std::get<State>(held_.own);
+  }
+  template <typename State>
+  [[nodiscard]] const State& Own() const {
+    return std::get<State>(held_.own);
+  }
+
+  /// Writes a field and tells of it when it was another.
+  template <typename Field>
+  void Assign(Field& field, Field value, ChangeKind kind) {
+    if (!(field == value)) {
+      field = std::move(value);
+      Tell(kind);
+    }
+  }
 
  private:
   std::string name_;
-  std::shared_ptr<FocusHolder> focus_;
-  std::string caption_;
-  std::int32_t backColor_;
-  std::int32_t width_;
-  bool enabled_ = true;
-  bool visible_ = true;
+  std::shared_ptr<ScreenLink> link_;
+  ControlState held_;
+  Observers observers_;
 };
 
 /// Raises kWrongArgumentCount unless there are `count` arguments.
 void RequireCount(qorcred::Arguments arguments, std::size_t count);
 
-/// A property that is read without arguments and written with one.
-template <typename Field, typename Convert>
-qorcred::Value Property(Field& field, qorcred::InvokeKind kind, qorcred::Arguments arguments,
-                        Convert convert) {
+/// A property that is read without arguments and written with one, which `put` takes.
+template <typename Held, typename Put>
+qorcred::Value Property(const Held& held, qorcred::InvokeKind kind, qorcred::Arguments arguments,
+                        Put put) {
   if (kind == qorcred::InvokeKind::kPut) {
     RequireCount(arguments, 1);
-    field = convert(arguments.front());
+    put(arguments.front());
     return {};
   }
   RequireCount(arguments, 0);
-  return qorcred::Value(field);
+  return qorcred::Value(held);
 }
+
+/// A member that is read or called without arguments. Raises for anything else.
+void RequireRead(qorcred::InvokeKind kind, qorcred::Arguments arguments);
 
 /// Raises kUnknownMember for a put on a member that can only be read or called.
 void RefusePut(qorcred::InvokeKind kind);

@@ -37,10 +37,11 @@ ObjectRef ObjectOrNothing(const Value& value) {
   return *object;
 }
 
-/// A member that is read or called without arguments.
-void RequireRead(InvokeKind kind, Arguments arguments) {
-  RefusePut(kind);
-  RequireCount(arguments, 0);
+/// A property that is a field, written with what `convert` makes of a value.
+template <typename Field, typename Convert>
+Value FieldProperty(Field& field, InvokeKind kind, Arguments arguments, Convert convert) {
+  return Property(field, kind, arguments,
+                  [&field, convert](const Value& put) { field = convert(put); });
 }
 
 double WidthOf(const Value& value) {
@@ -55,10 +56,10 @@ double WidthOf(const Value& value) {
 
 Value GridValueItem::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
   if (SameMember(member, "Value")) {
-    return Property(value_, kind, arguments, Same);
+    return FieldProperty(value_, kind, arguments, Same);
   }
   if (SameMember(member, "DisplayValue")) {
-    return Property(displayValue_, kind, arguments, Same);
+    return FieldProperty(displayValue_, kind, arguments, Same);
   }
   throw RuntimeError(ErrorNumber::kUnknownMember);
 }
@@ -90,27 +91,27 @@ Value GridValueItems::Invoke(std::string_view member, InvokeKind kind, Arguments
     return Value(static_cast<std::int32_t>(count_));
   }
   if (SameMember(member, "Presentation")) {
-    return Property(presentation_, kind, arguments, qorcred::ToInteger);
+    return FieldProperty(presentation_, kind, arguments, qorcred::ToInteger);
   }
   if (SameMember(member, "Translate")) {
-    return Property(translate_, kind, arguments, qorcred::ToBoolean);
+    return FieldProperty(translate_, kind, arguments, qorcred::ToBoolean);
   }
   if (SameMember(member, "DropDownList")) {
-    return Property(dropDownList_, kind, arguments, qorcred::ToBoolean);
+    return FieldProperty(dropDownList_, kind, arguments, qorcred::ToBoolean);
   }
   throw RuntimeError(ErrorNumber::kUnknownMember);
 }
 
 Value GridColumnModel::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
   if (SameMember(member, "Caption") || member.empty()) {
-    return Property(caption_, kind, arguments,
-                    [](const Value& caption) { return qorcred::ToText(caption); });
+    return FieldProperty(caption_, kind, arguments,
+                         [](const Value& caption) { return qorcred::ToText(caption); });
   }
   if (SameMember(member, "Width")) {
-    return Property(width_, kind, arguments, WidthOf);
+    return FieldProperty(width_, kind, arguments, WidthOf);
   }
   if (SameMember(member, "Visible")) {
-    return Property(visible_, kind, arguments, qorcred::ToBoolean);
+    return FieldProperty(visible_, kind, arguments, qorcred::ToBoolean);
   }
   if (SameMember(member, "ValueItems")) {
     RequireRead(kind, arguments);
@@ -178,22 +179,27 @@ std::string GridModel::Shown(std::size_t row, std::size_t column) const {
   return translation != nullptr ? *translation : qorcred::TextOrEmpty(cell);
 }
 
+void GridModel::Tell() {
+  observers_.Notify(Change{"", nullptr, ChangeKind::kItems});
+}
+
 Value GridModel::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
   if (SameMember(member, "Columns")) {
     RefusePut(kind);
     return arguments.empty() ? Value(ObjectRef(columns_)) : columns_->Invoke("", kind, arguments);
   }
   if (SameMember(member, "Array")) {
-    return Property(array_, kind, arguments, ObjectOrNothing);
+    return FieldProperty(array_, kind, arguments, ObjectOrNothing);
   }
   if (SameMember(member, "ReBind")) {
     RequireRead(kind, arguments);
     bound_ = array_;
+    Tell();
     return {};
   }
   if (SameMember(member, "Refresh")) {
-    // There is no window to be drawn anew.
     RequireRead(kind, arguments);
+    Tell();
     return {};
   }
   if (SameMember(member, "NewValueItem")) {

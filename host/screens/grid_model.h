@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "frame/object.h"
+#include "host/screens/change.h"
 
 namespace qorhost {
 
@@ -106,14 +107,21 @@ class GridModel final : public qorcred::Object {
   /// text; "" in a column that the table does not have. Raises kIndexOutOfRange for a row that is
   /// not there.
   [[nodiscard]] std::string Shown(std::size_t row, std::size_t column) const;
+  /// Calls the handler, with kItems, after every ReBind and Refresh: what is shown may be new then.
+  [[nodiscard]] Subscription Observe(ChangeHandler handler) {
+    return observers_.Add(std::move(handler));
+  }
 
   qorcred::Value Invoke(std::string_view member, qorcred::InvokeKind kind,
                         qorcred::Arguments arguments) override;
 
  private:
+  void Tell();
+
   std::shared_ptr<GridColumnsModel> columns_;
   qorcred::ObjectRef array_;
   qorcred::ObjectRef bound_;
+  Observers observers_;
 };
 
 }  // namespace qorhost

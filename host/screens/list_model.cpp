@@ -16,37 +16,60 @@ using qorcred::ToLong;
 using qorcred::Value;
 
 void ListModel::Clear() {
-  items_.clear();
-  selected_ = kNone;
-  newIndex_ = kNone;
+  const bool had = count() > 0;
+  own().items.Clear();
+  own().selected = kNone;
+  own().newIndex = kNone;
+  if (had) {
+    Tell(ChangeKind::kItems);
+  }
 }
 
-void ListModel::AddItem(std::string text) {
-  items_.push_back({std::move(text), 0});
-  newIndex_ = count() - 1;
+std::int32_t ListModel::AddItemWithData(std::string text, std::int32_t data) {
+  own().items.Append({std::move(text), data});
+  const std::int32_t index = count() - 1;
+  own().newIndex = index;
+  Tell(ChangeKind::kItems);
+  return index;
 }
 
 void ListModel::AddItem(std::string text, std::int32_t index) {
   if (index < 0 || index > count()) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
-  items_.insert(items_.begin() + index, Item{std::move(text), 0});
-  newIndex_ = index;
-  if (selected_ >= index) {
-    ++selected_;
+  own().items.Insert(static_cast<std::size_t>(index), {std::move(text), 0});
+  own().newIndex = index;
+  if (own().selected >= index) {
+    ++own().selected;
   }
+  Tell(ChangeKind::kItems);
 }
 
 void ListModel::RemoveItem(std::int32_t index) {
   if (index < 0 || index >= count()) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
-  items_.erase(items_.begin() + index);
-  newIndex_ = kNone;
-  if (selected_ == index) {
-    selected_ = kNone;
-  } else if (selected_ > index) {
-    --selected_;
+  own().items.Erase(static_cast<std::size_t>(index));
+  own().newIndex = kNone;
+  if (own().selected == index) {
+    own().selected = kNone;
+  } else if (own().selected > index) {
+    --own().selected;
+  }
+  Tell(ChangeKind::kItems);
+}
+
+void ListModel::SetText(std::int32_t index, std::string text) {
+  if (Text(index) != text) {
+    own().items.SetText(Place(index), std::move(text));
+    Tell(ChangeKind::kItems);
+  }
+}
+
+void ListModel::SetItemData(std::int32_t index, std::int32_t data) {
+  if (ItemData(index) != data) {
+    own().items.SetData(Place(index), data);
+    Tell(ChangeKind::kItems);
   }
 }
 
@@ -54,31 +77,43 @@ void ListModel::Select(std::int32_t index) {
   if (index < kNone || index >= count()) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
-  if (index == selected_) {
-    return;
+  Assign(own().selected, index, ChangeKind::kSelection);
+}
+
+void ListModel::SelectText(std::string_view text) {
+  const std::int32_t found = FindText(text);
+  if (found == kNone) {
+    throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
-  selected_ = index;
-  if (onSelect_) {
-    // A copy: the handler may put another handler in its place.
-    const SelectHandler handler = onSelect_;
-    handler(index);
-  }
+  Select(found);
+}
+
+Subscription ListModel::OnSelect(SelectHandler handler) {
+  return Observe([this, handler = std::move(handler)](const Change& change) {
+    if (change.kind == ChangeKind::kSelection && !change.restored) {
+      handler(selected());
+    }
+  });
 }
 
 std::string ListModel::SelectedText() const {
-  return selected_ == kNone ? std::string() : Text(selected_);
+  return selected() == kNone ? std::string() : Text(selected());
 }
 
 std::int32_t ListModel::FindText(std::string_view text) const {
-  const auto found = std::find_if(items_.begin(), items_.end(),
-                                  [text](const Item& item) { return item.text == text; });
-  return found == items_.end() ? kNone : static_cast<std::int32_t>(found - items_.begin());
+  const auto* const found =
+      std::find_if(own().items.begin(), own().items.end(),
+                   [text](const ListItem& item) { return item.text == text; });
+  return found == own().items.end() ? kNone
+                                    : static_cast<std::int32_t>(found - own().items.begin());
 }
 
 std::int32_t ListModel::FindData(std::int32_t data) const {
-  const auto found = std::find_if(items_.begin(), items_.end(),
-                                  [data](const Item& item) { return item.data == data; });
-  return found == items_.end() ? kNone : static_cast<std::int32_t>(found - items_.begin());
+  const auto* const found =
+      std::find_if(own().items.begin(), own().items.end(),
+                   [data](const ListItem& item) { return item.data == data; });
+  return found == own().items.end() ? kNone
+                                    : static_cast<std::int32_t>(found - own().items.begin());
 }
 
 std::size_t ListModel::Place(std::int32_t index) const {
@@ -93,27 +128,19 @@ Value ListModel::OwnMember(ControlMember member, InvokeKind kind, Arguments argu
     case ControlMember::kAddItem:
       return AddItemMember(kind, arguments);
     case ControlMember::kNewIndex:
-      RefusePut(kind);
-      RequireCount(arguments, 0);
-      return Value(newIndex_);
+      RequireRead(kind, arguments);
+      return Value(newIndex());
     case ControlMember::kItemData:
     case ControlMember::kList:
       return ItemMember(member, kind, arguments);
     case ControlMember::kListCount:
-      RefusePut(kind);
-      RequireCount(arguments, 0);
+      RequireRead(kind, arguments);
       return Value(count());
     case ControlMember::kListIndex:
-      if (kind == InvokeKind::kPut) {
-        RequireCount(arguments, 1);
-        Select(ToLong(arguments.front()));
-        return {};
-      }
-      RequireCount(arguments, 0);
-      return Value(selected_);
+      return Property(selected(), kind, arguments,
+                      [this](const Value& put) { Select(ToLong(put)); });
     case ControlMember::kClear:
-      RefusePut(kind);
-      RequireCount(arguments, 0);
+      RequireRead(kind, arguments);
       Clear();
       return {};
     case ControlMember::kRemoveItem:
@@ -123,7 +150,8 @@ Value ListModel::OwnMember(ControlMember member, InvokeKind kind, Arguments argu
       return {};
     case ControlMember::kDefault:
     case ControlMember::kText:
-      return TextMember(kind, arguments);
+      return Property(SelectedText(), kind, arguments,
+                      [this](const Value& put) { SelectText(qorcred::ToText(put)); });
     default:
       return CommonMember(member, kind, arguments);
   }
@@ -145,32 +173,22 @@ Value ListModel::AddItemMember(InvokeKind kind, Arguments arguments) {
   return {};
 }
 
-Value ListModel::TextMember(InvokeKind kind, Arguments arguments) {
-  if (kind != InvokeKind::kPut) {
-    RequireCount(arguments, 0);
-    return Value(SelectedText());
-  }
-  RequireCount(arguments, 1);
-  const std::int32_t found = FindText(qorcred::ToText(arguments.front()));
-  if (found == kNone) {
-    throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
-  }
-  Select(found);
-  return {};
-}
-
 Value ListModel::ItemMember(ControlMember member, InvokeKind kind, Arguments arguments) {
-  RequireCount(arguments, kind == InvokeKind::kPut ? 2 : 1);
-  Item& item = items_[Place(ToLong(arguments.front()))];
-  if (kind == InvokeKind::kPut) {
-    if (member == ControlMember::kItemData) {
-      item.data = ToLong(arguments.back());
-    } else {
-      item.text = qorcred::ToText(arguments.back());
-    }
-    return {};
+  const bool isData = member == ControlMember::kItemData;
+  if (kind != InvokeKind::kPut) {
+    RequireCount(arguments, 1);
+    const std::int32_t index = ToLong(arguments.front());
+    return isData ? Value(ItemData(index)) : Value(Text(index));
   }
-  return member == ControlMember::kItemData ? Value(item.data) : Value(item.text);
+  RequireCount(arguments, 2);
+  const std::int32_t index = ToLong(arguments.front());
+  (void)Place(index);  // a wrong index is told before a wrong value
+  if (isData) {
+    SetItemData(index, ToLong(arguments.back()));
+  } else {
+    SetText(index, qorcred::ToText(arguments.back()));
+  }
+  return {};
 }
 
 }  // namespace qorhost

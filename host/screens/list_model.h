@@ -5,7 +5,8 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
+#include <string_view>
+#include <utility>
 
 #include "host/screens/control_model.h"
 
@@ -22,25 +23,33 @@ class ListModel final : public ControlModel {
 
   static constexpr std::int32_t kNone = -1;
 
+  ListModel() : ControlModel(ListState{}) {}
+
   /// Removes all items; nothing is selected and NewIndex is -1.
   void Clear();
   /// Appends an item; its number is 0.
-  void AddItem(std::string text);
+  void AddItem(std::string text) { AddItemWithData(std::move(text), 0); }
+  /// Appends an item with its number and returns its index.
+  std::int32_t AddItemWithData(std::string text, std::int32_t data);
   /// Inserts an item; the selection stays on the item that it was on.
   void AddItem(std::string text, std::int32_t index);
   /// Removes an item and with it the selection when it was on that item; NewIndex becomes -1.
   void RemoveItem(std::int32_t index);
-  /// Selects an item, or none; calls the handler when the selection changed.
+  void SetText(std::int32_t index, std::string text);
+  void SetItemData(std::int32_t index, std::int32_t data);
+  /// Selects an item, or none.
   void Select(std::int32_t index);
+  /// Selects the first item with that text; raises kInvalidProcedureCall when there is none.
+  void SelectText(std::string_view text);
 
-  [[nodiscard]] std::int32_t count() const { return static_cast<std::int32_t>(items_.size()); }
-  [[nodiscard]] std::int32_t selected() const { return selected_; }
-  [[nodiscard]] std::int32_t newIndex() const { return newIndex_; }
+  [[nodiscard]] std::int32_t count() const { return static_cast<std::int32_t>(own().items.size()); }
+  [[nodiscard]] std::int32_t selected() const { return own().selected; }
+  [[nodiscard]] std::int32_t newIndex() const { return own().newIndex; }
   [[nodiscard]] const std::string& Text(std::int32_t index) const {
-    return items_[Place(index)].text;
+    return own().items[Place(index)].text;
   }
   [[nodiscard]] std::int32_t ItemData(std::int32_t index) const {
-    return items_[Place(index)].data;
+    return own().items[Place(index)].data;
   }
   /// The selected item's text, or "".
   [[nodiscard]] std::string SelectedText() const;
@@ -48,30 +57,23 @@ class ListModel final : public ControlModel {
   [[nodiscard]] std::int32_t FindText(std::string_view text) const;
   [[nodiscard]] std::int32_t FindData(std::int32_t data) const;
 
-  /// Called after the selection moved to another item. Not called by Clear or RemoveItem.
-  void OnSelect(SelectHandler handler) { onSelect_ = std::move(handler); }
+  /// Calls the handler after another item, or none, was selected: not when Clear or RemoveItem took
+  /// the selection away, and not when the screen was put back.
+  [[nodiscard]] Subscription OnSelect(SelectHandler handler);
 
  protected:
   qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
                            qorcred::Arguments arguments) override;
 
  private:
-  struct Item {
-    std::string text;
-    std::int32_t data = 0;
-  };
-
   /// The place of an item; raises kIndexOutOfRange.
   [[nodiscard]] std::size_t Place(std::int32_t index) const;
   qorcred::Value AddItemMember(qorcred::InvokeKind kind, qorcred::Arguments arguments);
-  qorcred::Value TextMember(qorcred::InvokeKind kind, qorcred::Arguments arguments);
   qorcred::Value ItemMember(ControlMember member, qorcred::InvokeKind kind,
                             qorcred::Arguments arguments);
 
-  std::vector<Item> items_;
-  SelectHandler onSelect_;
-  std::int32_t selected_ = kNone;
-  std::int32_t newIndex_ = kNone;
+  [[nodiscard]] ListState& own() { return Own<ListState>(); }
+  [[nodiscard]] const ListState& own() const { return Own<ListState>(); }
 };
 
 }  // namespace qorhost

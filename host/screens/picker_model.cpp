@@ -21,27 +21,33 @@ constexpr CivilTime kLastDay{9999, 12, 31, 0, 0, 0};
 }  // namespace
 
 PickerModel::PickerModel(Date shown)
-    : shown_(shown),
-      minDate_(qorcred::FromCivil(kFirstDay)),
-      maxDate_(qorcred::FromCivil(kLastDay)) {
+    : ControlModel(
+          PickerState{shown, false, qorcred::FromCivil(kFirstDay), qorcred::FromCivil(kLastDay)}) {
   RequireInside(shown);
 }
 
 Value PickerModel::Chosen() const {
-  return chosen_ ? Value(shown_) : Value(qorcred::Null{});
+  return chosen() ? Value(shown()) : Value(qorcred::Null{});
 }
 
 void PickerModel::Choose(std::optional<Date> date) {
   if (date) {
     RequireInside(*date);
-    shown_ = *date;
   }
-  chosen_ = date.has_value();
+  PickerState changed = Own<PickerState>();
+  changed.shown = date.value_or(shown());
+  changed.chosen = date.has_value();
+  Assign(Own<PickerState>(), changed, ChangeKind::kValue);
+}
+
+void PickerModel::Show(Date date) {
+  RequireInside(date);
+  Assign(Own<PickerState>().shown, date, ChangeKind::kValue);
 }
 
 void PickerModel::RequireInside(Date date) const {
   const double day = qorcred::DayOf(date).serial;
-  if (!(day >= qorcred::DayOf(minDate_).serial && day <= qorcred::DayOf(maxDate_).serial)) {
+  if (!(day >= qorcred::DayOf(minDate()).serial && day <= qorcred::DayOf(maxDate()).serial)) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
 }
@@ -50,15 +56,10 @@ Value PickerModel::OwnMember(ControlMember member, InvokeKind kind, Arguments ar
   switch (member) {
     case ControlMember::kDefault:
     case ControlMember::kValue:
-      if (kind != InvokeKind::kPut) {
-        RequireCount(arguments, 0);
-        return Chosen();
-      }
-      RequireCount(arguments, 1);
-      Choose(arguments.front().Is(qorcred::ValueType::kNull)
-                 ? std::nullopt
-                 : std::optional<Date>(qorcred::ToDate(arguments.front())));
-      return {};
+      return Property(Chosen(), kind, arguments, [this](const Value& put) {
+        Choose(put.Is(qorcred::ValueType::kNull) ? std::nullopt
+                                                 : std::optional<Date>(qorcred::ToDate(put)));
+      });
     case ControlMember::kYear:
       return PartMember(&CivilTime::year, kind, arguments);
     case ControlMember::kMonth:
@@ -72,40 +73,27 @@ Value PickerModel::OwnMember(ControlMember member, InvokeKind kind, Arguments ar
     case ControlMember::kSecond:
       return PartMember(&CivilTime::second, kind, arguments);
     case ControlMember::kMinDate:
-      return LimitMember(minDate_, kind, arguments);
+      return Property(minDate(), kind, arguments,
+                      [this](const Value& put) { SetMinDate(qorcred::ToDate(put)); });
     case ControlMember::kMaxDate:
-      return LimitMember(maxDate_, kind, arguments);
+      return Property(maxDate(), kind, arguments,
+                      [this](const Value& put) { SetMaxDate(qorcred::ToDate(put)); });
     default:
       return CommonMember(member, kind, arguments);
   }
 }
 
 Value PickerModel::PartMember(int CivilTime::*part, InvokeKind kind, Arguments arguments) {
-  CivilTime civil = qorcred::ToCivil(shown_);
-  if (kind != InvokeKind::kPut) {
-    RequireCount(arguments, 0);
-    return Value(std::int32_t{civil.*part});
-  }
-  RequireCount(arguments, 1);
-  civil.*part = qorcred::ToLong(arguments.front());
-  const Date changed = qorcred::FromCivil(civil);
-  if (qorcred::ToCivil(changed) != civil) {
-    // The parts carried over into each other: there is no such date.
-    throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
-  }
-  RequireInside(changed);
-  shown_ = changed;
-  return {};
-}
-
-Value PickerModel::LimitMember(Date& limit, InvokeKind kind, Arguments arguments) {
-  if (kind == InvokeKind::kPut) {
-    RequireCount(arguments, 1);
-    limit = qorcred::ToDate(arguments.front());
-    return {};
-  }
-  RequireCount(arguments, 0);
-  return Value(limit);
+  CivilTime civil = qorcred::ToCivil(shown());
+  return Property(std::int32_t{civil.*part}, kind, arguments, [&](const Value& put) {
+    civil.*part = qorcred::ToLong(put);
+    const Date changed = qorcred::FromCivil(civil);
+    if (qorcred::ToCivil(changed) != civil) {
+      // The parts carried over into each other: there is no such date.
+      throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
+    }
+    Show(changed);
+  });
 }
 
 }  // namespace qorhost

@@ -18,12 +18,23 @@ class PickerModel final : public ControlModel {
   /// Shows `shown`, with no date chosen.
   explicit PickerModel(qorcred::Date shown);
 
-  [[nodiscard]] bool chosen() const { return chosen_; }
-  [[nodiscard]] qorcred::Date shown() const { return shown_; }
+  [[nodiscard]] bool chosen() const { return Own<PickerState>().chosen; }
+  [[nodiscard]] qorcred::Date shown() const { return Own<PickerState>().shown; }
   /// The chosen date, or Null.
   [[nodiscard]] qorcred::Value Chosen() const;
+  [[nodiscard]] qorcred::Date minDate() const { return Own<PickerState>().minDate; }
+  [[nodiscard]] qorcred::Date maxDate() const { return Own<PickerState>().maxDate; }
   /// Chooses a date, or none.
   void Choose(std::optional<qorcred::Date> date);
+  /// Shows a date without choosing one or none.
+  void Show(qorcred::Date date);
+  /// The limits of what is chosen and shown from now on.
+  void SetMinDate(qorcred::Date day) {
+    Assign(Own<PickerState>().minDate, day, ChangeKind::kLimits);
+  }
+  void SetMaxDate(qorcred::Date day) {
+    Assign(Own<PickerState>().maxDate, day, ChangeKind::kLimits);
+  }
 
  protected:
   qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
@@ -32,14 +43,7 @@ class PickerModel final : public ControlModel {
  private:
   qorcred::Value PartMember(int qorcred::CivilTime::*part, qorcred::InvokeKind kind,
                             qorcred::Arguments arguments);
-  qorcred::Value LimitMember(qorcred::Date& limit, qorcred::InvokeKind kind,
-                             qorcred::Arguments arguments);
   void RequireInside(qorcred::Date date) const;
-
-  qorcred::Date shown_;
-  bool chosen_ = false;
-  qorcred::Date minDate_;
-  qorcred::Date maxDate_;
 };
 
 }  // namespace qorhost

@@ -54,7 +54,26 @@ bool ScreenModel::NameLess::operator()(std::string_view one,
 }
 
 ScreenModel::ScreenModel(std::string name)
-    : name_(std::move(name)), focus_(std::make_shared<FocusHolder>()) {}
+    : name_(std::move(name)), link_(std::make_shared<ScreenLink>()) {}
+
+void ScreenModel::AttachTo(const std::string& name, ControlModel& control) {
+  control.Attach(name, link_);
+  controls_.push_back(&control);
+}
+
+void ScreenModel::AttachTo(const std::string& name, ControlArrayModel& controls) {
+  controls.Attach(name, link_);
+  for (std::size_t at = 0; at < controls.size(); ++at) {
+    controls_.push_back(controls.at(at).get());
+  }
+}
+
+void ScreenModel::ClearFocus() {
+  if (!link_->focused.empty()) {
+    link_->focused.clear();
+    link_->observers.Notify(Change{"", nullptr, ChangeKind::kFocus});
+  }
+}
 
 void ScreenModel::AddVariable(std::string name, Value initial) {
   AddMember(std::move(name), {nullptr, std::move(initial)});
@@ -116,16 +135,115 @@ void ScreenModel::SetVariable(std::string_view name, const Value& value) {
   auto* const held = member.variable.As<std::string>();
   const auto* const text = value.As<std::string>();
   if (held != nullptr && text != nullptr) {
+    if (*held == *text) {
+      return;
+    }
     *held = *text;  // keeps its room: a long list of ids comes anew with every id
-    return;
+  } else {
+    Value converted = ConvertLike(member.variable, value);
+    if (converted == member.variable) {
+      return;
+    }
+    member.variable = std::move(converted);
   }
-  member.variable = ConvertLike(member.variable, value);
+  link_->observers.Notify(Change{found->first, nullptr, ChangeKind::kVariable});
+}
+
+ScreenSnapshot ScreenModel::Snapshot() const {
+  ScreenSnapshot snapshot;
+  snapshot.controls.reserve(controls_.size());
+  for (const ControlModel* control : controls_) {
+    snapshot.controls.push_back({control->name(), control->held()});
+  }
+  for (const auto& [name, member] : members_) {
+    if (member.control == nullptr) {
+      snapshot.variables.push_back({name, member.variable});
+    }
+  }
+  snapshot.focused = link_->focused;
+  return snapshot;
+}
+
+void ScreenModel::Restore(const ScreenSnapshot& snapshot) {
+  if (!Fits(snapshot)) {
+    throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
+  }
+  const std::vector<Change> changes = ChangesTo(snapshot);
+  PutBack(snapshot);
+  // Only now, so that every observer sees the whole screen as it was.
+  for (const Change& change : changes) {
+    if (change.control != nullptr) {
+      change.control->Tell(change.kind, change.restored);
+    } else {
+      link_->observers.Notify(change);
+    }
+  }
+}
+
+bool ScreenModel::Fits(const ScreenSnapshot& snapshot) const {
+  const bool controls =
+      std::equal(controls_.begin(), controls_.end(), snapshot.controls.begin(),
+                 snapshot.controls.end(), [](const ControlModel* control, const auto& kept) {
+                   return control->name() == kept.name &&
+                          control->held().own.index() == kept.state.own.index();
+                 });
+  auto kept = snapshot.variables.begin();
+  for (const auto& [name, member] : members_) {
+    if (member.control == nullptr) {
+      if (kept == snapshot.variables.end() || kept->name != name) {
+        return false;
+      }
+      ++kept;
+    }
+  }
+  return controls && kept == snapshot.variables.end();
+}
+
+void ScreenModel::PutBack(const ScreenSnapshot& snapshot) {
+  for (std::size_t at = 0; at < controls_.size(); ++at) {
+    controls_[at]->PutBack(snapshot.controls[at].state);
+  }
+  for (const ScreenSnapshot::Variable& variable : snapshot.variables) {
+    members_.find(variable.name)->second.variable = variable.value;
+  }
+  link_->focused = snapshot.focused;
+}
+
+/// What Restore() has to tell: of the controls that somebody observes, and of the variables.
+std::vector<Change> ScreenModel::ChangesTo(const ScreenSnapshot& snapshot) const {
+  constexpr bool kRestored = true;
+  const bool focusMoves = link_->focused != snapshot.focused;
+  std::vector<Change> changes;
+  for (std::size_t at = 0; at < controls_.size(); ++at) {
+    ControlModel* control = controls_[at];
+    if (!control->observed()) {
+      continue;
+    }
+    for (const ChangeKind kind : ChangesBetween(control->held(), snapshot.controls[at].state)) {
+      changes.push_back({control->name(), control, kind, kRestored});
+    }
+    if (focusMoves && control->name() == snapshot.focused) {
+      changes.push_back({control->name(), control, ChangeKind::kFocus, kRestored});
+    }
+  }
+  if (link_->observers.empty()) {
+    return changes;
+  }
+  for (const ScreenSnapshot::Variable& kept : snapshot.variables) {
+    const auto& [name, member] = *members_.find(kept.name);
+    if (!(member.variable == kept.value)) {
+      changes.push_back({name, nullptr, ChangeKind::kVariable, kRestored});
+    }
+  }
+  if (focusMoves && snapshot.focused.empty()) {
+    changes.push_back({"", nullptr, ChangeKind::kFocus, kRestored});
+  }
+  return changes;
 }
 
 Value ScreenModel::Invoke(std::string_view member, InvokeKind kind, Arguments arguments) {
   if (qorcred::SameMember(member, kName)) {
-    RefusePut(kind);
-    RequireCount(arguments, 0);
+    RequireRead(kind, arguments);
     return Value(name_);
   }
   const Member& found = Find(member);

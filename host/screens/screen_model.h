@@ -9,8 +9,10 @@
 #include <vector>
 
 #include "frame/object.h"
+#include "host/screens/change.h"
 #include "host/screens/list_model.h"
 #include "host/screens/picker_model.h"
+#include "host/screens/screen_snapshot.h"
 #include "host/screens/simple_models.h"
 
 namespace qorhost {
@@ -27,8 +29,8 @@ class ScreenModel final : public qorcred::Object {
   /// Returns the control.
   template <typename Kind>
   std::shared_ptr<Kind> Add(std::string name, std::shared_ptr<Kind> control) {
+    AddMember(name, {control, {}});
     AttachTo(name, *control);
-    AddMember(std::move(name), {control, {}});
     return control;
   }
   /// Takes a new control of one kind in under each name.
@@ -41,8 +43,8 @@ class ScreenModel final : public qorcred::Object {
 
   [[nodiscard]] const std::string& name() const { return name_; }
   /// The name of the control that got the focus last; "" at first.
-  [[nodiscard]] const std::string& focused() const { return focus_->focused; }
-  void ClearFocus() { focus_->focused.clear(); }
+  [[nodiscard]] const std::string& focused() const { return link_->focused; }
+  void ClearFocus();
   /// The spelling under which a control or variable was added; "" when there is none.
   [[nodiscard]] std::string_view SpelledName(std::string_view name) const;
   /// The names of all controls and variables, by letter.
@@ -59,9 +61,24 @@ class ScreenModel final : public qorcred::Object {
   [[nodiscard]] PickerModel& Date(std::string_view name) const { return Get<PickerModel>(name); }
   [[nodiscard]] CheckModel& Check(std::string_view name) const { return Get<CheckModel>(name); }
   [[nodiscard]] OptionModel& Option(std::string_view name) const { return Get<OptionModel>(name); }
+  [[nodiscard]] SpinnerModel& Spin(std::string_view name) const { return Get<SpinnerModel>(name); }
   [[nodiscard]] ControlModel& Any(std::string_view name) const { return Get<ControlModel>(name); }
   [[nodiscard]] const qorcred::Value& Variable(std::string_view name) const;
   void SetVariable(std::string_view name, const qorcred::Value& value);
+
+  /// Calls the handler after every change of a control or variable, behind the control's own
+  /// observers. Nothing is told when a value is put that is there already. The screen must not be
+  /// destroyed by a handler.
+  [[nodiscard]] Subscription Observe(ChangeHandler handler) {
+    return link_->observers.Add(std::move(handler));
+  }
+
+  /// All that the screen holds now.
+  [[nodiscard]] ScreenSnapshot Snapshot() const;
+  /// Puts the screen back as it was at a snapshot, then tells of every control and variable that
+  /// was not so, marked as restored. Raises kInvalidProcedureCall, with nothing changed, for the
+  /// snapshot of a screen with other controls or variables.
+  void Restore(const ScreenSnapshot& snapshot);
 
   qorcred::Value Invoke(std::string_view member, qorcred::InvokeKind kind,
                         qorcred::Arguments arguments) override;
@@ -77,14 +94,13 @@ class ScreenModel final : public qorcred::Object {
     bool operator()(std::string_view one, std::string_view other) const noexcept;
   };
 
-  void AttachTo(const std::string& name, ControlModel& control) const {
-    control.Attach(name, focus_);
-  }
-  void AttachTo(const std::string& name, ControlArrayModel& controls) const {
-    controls.Attach(name, focus_);
-  }
+  void AttachTo(const std::string& name, ControlModel& control);
+  void AttachTo(const std::string& name, ControlArrayModel& controls);
   void AddMember(std::string name, Member member);
   [[nodiscard]] const Member& Find(std::string_view name) const;
+  [[nodiscard]] bool Fits(const ScreenSnapshot& snapshot) const;
+  void PutBack(const ScreenSnapshot& snapshot);
+  [[nodiscard]] std::vector<Change> ChangesTo(const ScreenSnapshot& snapshot) const;
 
   template <typename Kind>
   [[nodiscard]] static Kind& Cast(const qorcred::ObjectRef& object) {
@@ -97,8 +113,9 @@ class ScreenModel final : public qorcred::Object {
   [[noreturn]] static void RaiseWrongKind();
 
   std::string name_;
-  std::shared_ptr<FocusHolder> focus_;
+  std::shared_ptr<ScreenLink> link_;
   std::map<std::string, Member, NameLess> members_;
+  std::vector<ControlModel*> controls_;  // all, also those of arrays; members_ owns them
 };
 
 }  // namespace qorhost

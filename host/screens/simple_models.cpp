@@ -28,37 +28,29 @@ bool IsValue(ControlMember member) {
 }  // namespace
 
 void TextModel::SetText(std::string text) {
-  if (maxLength_ > 0) {
-    text.resize(qorcred::LeftUtf16(text, static_cast<std::size_t>(maxLength_)).size());
+  if (maxLength() > 0) {
+    text.resize(qorcred::LeftUtf16(text, static_cast<std::size_t>(maxLength())).size());
   }
-  text_ = std::move(text);
+  Assign(Own<TextState>().text, std::move(text), ChangeKind::kValue);
+}
+
+void TextModel::SetMaxLength(std::int32_t length) {
+  if (length < 0) {
+    throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
+  }
+  Assign(Own<TextState>().maxLength, length, ChangeKind::kLimits);
+  SetText(text());
 }
 
 Value TextModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   switch (member) {
     case ControlMember::kDefault:
     case ControlMember::kText:
-      if (kind != InvokeKind::kPut) {
-        RequireCount(arguments, 0);
-        return Value(text_);
-      }
-      RequireCount(arguments, 1);
-      SetText(qorcred::ToText(arguments.front()));
-      return {};
-    case ControlMember::kMaxLength: {
-      if (kind != InvokeKind::kPut) {
-        RequireCount(arguments, 0);
-        return Value(maxLength_);
-      }
-      RequireCount(arguments, 1);
-      const std::int32_t length = qorcred::ToLong(arguments.front());
-      if (length < 0) {
-        throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
-      }
-      maxLength_ = length;
-      SetText(std::move(text_));
-      return {};
-    }
+      return Property(text(), kind, arguments,
+                      [this](const Value& put) { SetText(qorcred::ToText(put)); });
+    case ControlMember::kMaxLength:
+      return Property(maxLength(), kind, arguments,
+                      [this](const Value& put) { SetMaxLength(qorcred::ToLong(put)); });
     default:
       return CommonMember(member, kind, arguments);
   }
@@ -68,20 +60,15 @@ void CheckModel::SetState(std::int16_t state) {
   if (state < 0 || state > kGrayed) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
-  state_ = state;
+  Assign(Own<CheckState>().state, state, ChangeKind::kValue);
 }
 
 Value CheckModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   if (!IsValue(member)) {
     return CommonMember(member, kind, arguments);
   }
-  if (kind != InvokeKind::kPut) {
-    RequireCount(arguments, 0);
-    return Value(state_);
-  }
-  RequireCount(arguments, 1);
-  SetState(qorcred::ToInteger(arguments.front()));
-  return {};
+  return Property(state(), kind, arguments,
+                  [this](const Value& put) { SetState(qorcred::ToInteger(put)); });
 }
 
 void OptionModel::Join(const std::vector<std::shared_ptr<OptionModel>>& buttons) {
@@ -92,27 +79,33 @@ void OptionModel::Join(const std::vector<std::shared_ptr<OptionModel>>& buttons)
 }
 
 void OptionModel::SetOn(bool on) {
+  std::vector<std::shared_ptr<OptionModel>> released;
   if (on && group_ != nullptr) {
     for (const auto& member : *group_) {
-      if (const auto button = member.lock()) {
-        button->on_ = false;
+      auto button = member.lock();
+      if (button != nullptr && button.get() != this && button->on()) {
+        button->Own<OptionState>().on = false;
+        released.push_back(std::move(button));
       }
     }
   }
-  on_ = on;
+  const bool changed = Own<OptionState>().on != on;
+  Own<OptionState>().on = on;
+  // Nobody sees two buttons of a group on, nor the moment between.
+  for (const auto& button : released) {
+    button->Tell(ChangeKind::kValue);
+  }
+  if (changed) {
+    Tell(ChangeKind::kValue);
+  }
 }
 
 Value OptionModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
   if (!IsValue(member)) {
     return CommonMember(member, kind, arguments);
   }
-  if (kind != InvokeKind::kPut) {
-    RequireCount(arguments, 0);
-    return Value(on_);
-  }
-  RequireCount(arguments, 1);
-  SetOn(qorcred::ToBoolean(arguments.front()));
-  return {};
+  return Property(on(), kind, arguments,
+                  [this](const Value& put) { SetOn(qorcred::ToBoolean(put)); });
 }
 
 Value LabelModel::OwnMember(ControlMember member, InvokeKind kind, Arguments arguments) {
@@ -124,8 +117,7 @@ Value ButtonModel::OwnMember(ControlMember member, InvokeKind kind, Arguments ar
   if (!IsValue(member)) {
     return CommonMember(member, kind, arguments);
   }
-  RefusePut(kind);
-  RequireCount(arguments, 0);
+  RequireRead(kind, arguments);
   return Value(false);
 }
 
@@ -133,21 +125,15 @@ Value SpinnerModel::OwnMember(ControlMember member, InvokeKind kind, Arguments a
   if (!IsValue(member)) {
     return CommonMember(member, kind, arguments);
   }
-  if (kind != InvokeKind::kPut) {
-    RequireCount(arguments, 0);
-    return value_;
-  }
-  RequireCount(arguments, 1);
-  value_ = arguments.front();
-  return {};
+  return Property(value(), kind, arguments, [this](const Value& put) { SetValue(put); });
 }
 
 ControlArrayModel::ControlArrayModel(std::vector<std::shared_ptr<ControlModel>> controls)
     : controls_(std::move(controls)) {}
 
-void ControlArrayModel::Attach(const std::string& name, const std::shared_ptr<FocusHolder>& focus) {
+void ControlArrayModel::Attach(const std::string& name, const std::shared_ptr<ScreenLink>& link) {
   for (std::size_t at = 0; at < controls_.size(); ++at) {
-    controls_[at]->Attach(fmt::format("{}({})", name, at), focus);
+    controls_[at]->Attach(fmt::format("{}({})", name, at), link);
   }
 }
 
@@ -163,8 +149,7 @@ Value ControlArrayModel::Invoke(std::string_view member, InvokeKind kind, Argume
       return Value(qorcred::ObjectRef(controls_[static_cast<std::size_t>(index)]));
     }
     case ControlMember::kCount:
-      RefusePut(kind);
-      RequireCount(arguments, 0);
+      RequireRead(kind, arguments);
       return Value(static_cast<std::int32_t>(controls_.size()));
     default:
       throw RuntimeError(ErrorNumber::kUnknownMember);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/screens/control_model.h"
@@ -15,32 +16,31 @@ namespace qorhost {
 /// many UTF-16 units; a negative one raises kInvalidProcedureCall.
 class TextModel final : public ControlModel {
  public:
-  [[nodiscard]] const std::string& text() const { return text_; }
-  [[nodiscard]] std::int32_t maxLength() const { return maxLength_; }
+  TextModel() : ControlModel(TextState{}) {}
+
+  [[nodiscard]] const std::string& text() const { return Own<TextState>().text; }
+  [[nodiscard]] std::int32_t maxLength() const { return Own<TextState>().maxLength; }
   void SetText(std::string text);
+  /// Cuts the text, too. Raises kInvalidProcedureCall for a negative length.
+  void SetMaxLength(std::int32_t length);
 
  protected:
   qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
                            qorcred::Arguments arguments) override;
-
- private:
-  std::string text_;
-  std::int32_t maxLength_ = 0;
 };
 
 /// Member: Value (the default member), 0 unchecked, 1 checked, 2 grayed; any other number raises
 /// kInvalidProcedureCall. Reads as an Integer.
 class CheckModel final : public ControlModel {
  public:
-  [[nodiscard]] std::int16_t state() const { return state_; }
+  CheckModel() : ControlModel(CheckState{}) {}
+
+  [[nodiscard]] std::int16_t state() const { return Own<CheckState>().state; }
   void SetState(std::int16_t state);
 
  protected:
   qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
                            qorcred::Arguments arguments) override;
-
- private:
-  std::int16_t state_ = 0;
 };
 
 class OptionModel;
@@ -52,7 +52,9 @@ using OptionGroup = std::vector<std::weak_ptr<OptionModel>>;
 /// group False.
 class OptionModel final : public ControlModel {
  public:
-  [[nodiscard]] bool on() const { return on_; }
+  OptionModel() : ControlModel(OptionState{}) {}
+
+  [[nodiscard]] bool on() const { return Own<OptionState>().on; }
   void SetOn(bool on);
 
   /// Makes one group of the buttons.
@@ -64,7 +66,6 @@ class OptionModel final : public ControlModel {
 
  private:
   std::shared_ptr<OptionGroup> group_;
-  bool on_ = false;
 };
 
 /// Caption and the other common members; Caption is the default member.
@@ -83,12 +84,17 @@ class ButtonModel final : public ControlModel {
 
 /// A number box: Value (the default member), any value as it was put; 0 at first.
 class SpinnerModel final : public ControlModel {
+ public:
+  SpinnerModel() : ControlModel(SpinnerState{}) {}
+
+  [[nodiscard]] const qorcred::Value& value() const { return Own<SpinnerState>().value; }
+  void SetValue(qorcred::Value value) {
+    Assign(Own<SpinnerState>().value, std::move(value), ChangeKind::kValue);
+  }
+
  protected:
   qorcred::Value OwnMember(ControlMember member, qorcred::InvokeKind kind,
                            qorcred::Arguments arguments) override;
-
- private:
-  qorcred::Value value_ = std::int32_t{0};
 };
 
 /// Controls that share a name. Members: the default member with an index from 0 (get), Count. An
@@ -102,7 +108,7 @@ class ControlArrayModel final : public qorcred::Object {
     return controls_.at(index);
   }
   /// Names its controls "name(0)", "name(1)", ...
-  void Attach(const std::string& name, const std::shared_ptr<FocusHolder>& focus);
+  void Attach(const std::string& name, const std::shared_ptr<ScreenLink>& link);
 
   qorcred::Value Invoke(std::string_view member, qorcred::InvokeKind kind,
                         qorcred::Arguments arguments) override;

@@ -71,9 +71,7 @@ void RecordingHost::StartOver() {
 }
 
 void RecordingHost::AddItem(std::string_view list, std::string_view text, std::int32_t data) {
-  qorhost::ListModel& box = controls().List(list);
-  box.AddItem(std::string(text));
-  qorcred::Put(box, "ItemData", box.newIndex(), data);
+  controls().List(list).AddItemWithData(std::string(text), data);
 }
 
 void RecordingHost::SetText(std::string_view box, std::string_view text) {

@@ -19,8 +19,8 @@
 
 namespace qorhost::test {
 
-/// Works on unit 2 unless a test says otherwise: its directory codes 101 to 106 stand in the rows 11
-/// to 16, and tenant 62 holds one credential.
+/// Works on unit 2 unless a test says otherwise: its directory codes 101 to 106 stand in the rows
+/// 11 to 16, and tenant 62 holds one credential.
 class DeskFixture : public testing::Test {
  protected:
   static constexpr std::int32_t kUnit = 2;

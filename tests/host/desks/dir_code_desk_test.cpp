@@ -36,8 +36,8 @@ class DirCodeDesks : public DeskFixture {
     return FieldAtFault([&] { EnterDirCode(desk, entry); });
   }
   [[nodiscard]] std::string Stored(const std::string& column, const std::string& code) {
-    return Cell("SELECT " + column + " FROM DIRECTORYCODE WHERE UNITKEY=2 AND DIRECTORYCODE=" +
-                code);
+    return Cell("SELECT " + column +
+                " FROM DIRECTORYCODE WHERE UNITKEY=2 AND DIRECTORYCODE=" + code);
   }
   [[nodiscard]] std::size_t StepCount() { return CountOf("SELECT RID FROM ProgramSteps"); }
 };

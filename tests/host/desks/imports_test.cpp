@@ -36,16 +36,17 @@ class Imports : public DeskFixture {
 };
 
 TEST_F(Imports, TheReportTellsWhatIsStoredAndWhatWasRefused) {
-  const ImportReport report = ImportCodes(
-      "Directory Code,Phone No.,Phone No. Delay\n250,1,7\n101,1,\n251,1,\n252,,\n");
+  const ImportReport report =
+      ImportCodes("Directory Code,Phone No.,Phone No. Delay\n250,1,7\n101,1,\n251,1,\n252,,\n");
   EXPECT_EQ(report.ending, Ending::kRefused);
   EXPECT_EQ(report.done, 2U);
   EXPECT_EQ(report.refused, 2U);
   EXPECT_THAT(
       Told(report),
-      ElementsAre("2: Phone No. Delay '7' was not taken over: without an extension it is 2",
-                  "3!: This Directory Code already exists. Please enter a different Directory Code.",
-                  "5!: Please enter a Phone No. to apply to the Directory Code."));
+      ElementsAre(
+          "2: Phone No. Delay '7' was not taken over: without an extension it is 2",
+          "3!: This Directory Code already exists. Please enter a different Directory Code.",
+          "5!: Please enter a Phone No. to apply to the Directory Code."));
   EXPECT_EQ(CodeCount(), 8U);
 }
 
@@ -53,12 +54,12 @@ TEST_F(Imports, AFaultNamesTheColumn) {
   EXPECT_THAT(
       Told(ImportCodes("Directory Code,Phone No.,DND Schedule,CF Schedule,Directory Start Date\n"
                        "250,1,Siesta,,\n251,1,,Siesta,\n252,1,,,soon\n12345,1,,,\n")),
-      ElementsAre(
-          "2!: DND Schedule: there is no schedule 'Siesta' on the screen of this unit",
-          "3!: CF Schedule: there is no schedule 'Siesta' on the screen of this unit",
-          "4!: Directory Start Date 'soon' is no date: write it as 2026-12-31, 12/31/2026 or 31 Dec "
-          "2026, with a time as in '2026-12-31 18:00'",
-          "5!: Directory Code '12345' is longer than the 4 digits of this unit's codes"));
+      ElementsAre("2!: DND Schedule: there is no schedule 'Siesta' on the screen of this unit",
+                  "3!: CF Schedule: there is no schedule 'Siesta' on the screen of this unit",
+                  "4!: Directory Start Date 'soon' is no date: write it as 2026-12-31, 12/31/2026 "
+                  "or 31 Dec "
+                  "2026, with a time as in '2026-12-31 18:00'",
+                  "5!: Directory Code '12345' is longer than the 4 digits of this unit's codes"));
   EXPECT_THAT(Told(ImportCards("Credential Type,Card Number,ID Code\ncard26,901,2\nkey,902,\n")),
               ElementsAre("2!: ID Code '2' must be left empty: only transmitters have one",
                           "3!: Credential Type 'key' cannot be entered: the screen has Corvin 30 "
@@ -106,13 +107,12 @@ TEST_F(Imports, AFailedStatementUndoesItsLineAndMakesTheImportAFailure) {
 
 TEST_F(Imports, ACancelledImportKeepsNothing) {
   std::vector<std::int64_t> told;
-  const ImportReport report = ImportCodes(
-      "Directory Code,Phone No.\n250,1\n251,1\n252,1\n", {},
-      [&told](std::int64_t done, std::int64_t total) {
-        EXPECT_EQ(total, 3);
-        told.push_back(done);
-        return done < 2;
-      });
+  const ImportReport report = ImportCodes("Directory Code,Phone No.\n250,1\n251,1\n252,1\n", {},
+                                          [&told](std::int64_t done, std::int64_t total) {
+                                            EXPECT_EQ(total, 3);
+                                            told.push_back(done);
+                                            return done < 2;
+                                          });
   EXPECT_EQ(report.ending, Ending::kCancelled);
   EXPECT_EQ(report.done, 0U);
   EXPECT_THAT(told, ElementsAre(0, 1, 2));

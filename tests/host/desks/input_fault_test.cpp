@@ -38,9 +38,9 @@ TEST(InputFault, GoesWithoutANameThatTheFrontEndLeavesOut) {
 }
 
 TEST(InputFault, SaysWhereToLookWhereSomethingIsListed) {
-  EXPECT_EQ(InWords(InputFault("door", "X", "no door '{value}'", InputFault::Kind::kSeeList),
-                    kWords),
-            "no door 'X': 'doors' lists them");
+  EXPECT_EQ(
+      InWords(InputFault("door", "X", "no door '{value}'", InputFault::Kind::kSeeList), kWords),
+      "no door 'X': 'doors' lists them");
   EXPECT_EQ(InWords(InputFault("door", "X", "two doors '{value}'"), kWords), "two doors 'X'");
   EXPECT_EQ(InWords(InputFault("tenant", "X", "no '{value}'", InputFault::Kind::kSeeList), kWords),
             "no 'X'");

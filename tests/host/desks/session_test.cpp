@@ -45,8 +45,7 @@ TEST_F(Session, AnswersUnseenWhenNobodyIsToBeAsked) {
   session().AnswerUnseen(true);
   EXPECT_EQ(session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T"),
             MessageButton::kYes);
-  EXPECT_EQ(session().host().ShowMessage("Taken.", MessageStyle::kNotice, "T"),
-            MessageButton::kOk);
+  EXPECT_EQ(session().host().ShowMessage("Taken.", MessageStyle::kNotice, "T"), MessageButton::kOk);
   session().AnswerUnseen(false);
   EXPECT_EQ(session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T"),
             MessageButton::kNo);

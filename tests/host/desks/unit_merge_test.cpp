@@ -79,8 +79,8 @@ TEST_F(UnitMerges, ACancelledMergeChangesNothing) {
 }
 
 TEST_F(UnitMerges, AUnitFileOfAFirmwareWithoutDisplayOptionsHasNone) {
-  const UnitFile unit =
-      MakeUnitFile(ExportCodes(session(), kUnit).codes, std::string(qorcred::kFirmwareWithoutDisplay));
+  const UnitFile unit = MakeUnitFile(ExportCodes(session(), kUnit).codes,
+                                     std::string(qorcred::kFirmwareWithoutDisplay));
   EXPECT_EQ(unit.firmware, qorcred::kFirmwareWithoutDisplay);
   ASSERT_EQ(unit.codes.size(), 6U);
   for (const UnitCode& code : unit.codes) {

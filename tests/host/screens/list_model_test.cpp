@@ -172,7 +172,7 @@ TEST_F(ListModelTest, WritingTheTextSelectsTheItemThatHasIt) {
 TEST_F(ListModelTest, TheHandlerHearsOfEveryChangeOfTheSelectionThroughListIndex) {
   AddLetters();
   std::vector<std::int32_t> heard;
-  list_.OnSelect([&](std::int32_t index) { heard.push_back(index); });
+  const auto listening = list_.OnSelect([&](std::int32_t index) { heard.push_back(index); });
   Put(list_, "ListIndex", 1);
   Put(list_, "ListIndex", 1);
   Put(list_, "ListIndex", -1);
@@ -184,14 +184,28 @@ TEST_F(ListModelTest, TheHandlerHearsOfEveryChangeOfTheSelectionThroughListIndex
 
 TEST_F(ListModelTest, TheHandlerMayRefillTheListAndReplaceItself) {
   AddLetters();
-  list_.OnSelect([&](std::int32_t) {
-    list_.OnSelect(nullptr);
+  qorhost::Subscription listening;
+  listening = list_.OnSelect([&](std::int32_t) {
+    listening = list_.OnSelect([](std::int32_t) {});
     list_.Clear();
     list_.AddItem("only");
     list_.Select(0);
   });
   Put(list_, "ListIndex", 2);
   EXPECT_EQ(list_.SelectedText(), "only");
+}
+
+TEST_F(ListModelTest, AnItemIsAddedWithItsNumber) {
+  AddLetters();
+  EXPECT_EQ(list_.AddItemWithData("d", 40), 3);
+  EXPECT_EQ(list_.ItemData(3), 40);
+  EXPECT_EQ(list_.newIndex(), 3);
+  list_.SetItemData(3, 41);
+  list_.SetText(3, "e");
+  EXPECT_EQ(Get(list_, "ItemData", 3), Value(41));
+  EXPECT_EQ(Get(list_, "List", 3), Value("e"));
+  EXPECT_TRUE(Raises(ErrorNumber::kIndexOutOfRange, [&] { list_.SetItemData(4, 1); }));
+  EXPECT_TRUE(Raises(ErrorNumber::kIndexOutOfRange, [&] { list_.SetText(-1, "x"); }));
 }
 
 TEST_F(ListModelTest, FindsItemsByTextAndNumber) {
