@@ -14,7 +14,6 @@
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
 #include "host/cli/table.h"
-#include "host/store/sqlite/schema.h"
 
 namespace qorhost {
 

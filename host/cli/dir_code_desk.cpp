@@ -11,7 +11,6 @@
 #include "frame/text.h"
 #include "host/cli/arguments.h"
 #include "host/cli/display_text.h"
-#include "host/store/step_queue.h"
 #include "trace/tracing_object.h"
 
 namespace qorhost {
@@ -21,11 +20,6 @@ namespace {
 bool IsDigits(std::string_view text) {
   return !text.empty() &&
          std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-/// The rows that were changed since the store was opened.
-std::int64_t ChangesSoFar(StoreSession& session) {
-  return session.sql().database().Number("SELECT total_changes()");
 }
 
 /// The number that an operator means; nothing when the text is none.
@@ -54,8 +48,8 @@ std::int32_t FindRow(StoreSession& session, std::int32_t unitKey, std::string_vi
         fmt::format("SELECT RID FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE={} ORDER BY "
                     "RID",
                     unitKey, qorcred::NumberText(*number)));
-    for (std::int32_t row = 0; row < static_cast<std::int32_t>(found.rowCount); ++row) {
-      rids.push_back(qorcred::ToLong(found.table->At(row, 0)));
+    for (const ResultRow row : found.rows()) {
+      rids.push_back(qorcred::ToLong(row[0]));
     }
   }
   if (rids.empty()) {
@@ -147,9 +141,9 @@ void DirCodeDesk::TypeCode(std::string_view option, const std::string& code) {
 template <typename Operation>
 bool DirCodeDesk::Watch(Operation&& operation) {
   session_.log().Clear();
-  const std::int64_t before = ChangesSoFar(session_);
+  const std::int64_t before = session_.sql().changesSoFar();
   const bool succeeded = operation();
-  changedRows_ = ChangesSoFar(session_) != before;
+  changedRows_ = session_.sql().changesSoFar() != before;
   return succeeded;
 }
 
@@ -166,7 +160,7 @@ bool DirCodeDesk::SaveNew(std::int32_t* newRid) {
   }
   if (saved && rid < 1) {
     // A step was queued for a row that is not there.
-    WithdrawSteps(session_.sql(), unitKey_, step::kProgramDirectoryCode, rid);
+    session_.sql().steps().Withdraw(unitKey_, step::kProgramDirectoryCode, rid);
   }
   *newRid = rid;
   return saved;

@@ -10,8 +10,6 @@
 #include "frame/text.h"
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
-#include "host/store/sqlite/kept_counts.h"
-#include "host/store/store_error.h"
 
 namespace qorhost {
 
@@ -21,43 +19,6 @@ using qorcred::MessageButton;
 using qorcred::MessageStyle;
 
 constexpr std::size_t kWorthABar = 1000;  // lines from which an import takes noticeable time
-
-/// A part of the store's work that can be undone alone.
-class Undoable {
- public:
-  Undoable(Database& database, const char* begin, std::string undo)
-      : database_(database), undo_(std::move(undo)) {
-    database_.Run(begin);
-  }
-  ~Undoable() {
-    if (!ended_) {
-      try {
-        Undo();
-      } catch (const StoreError&) {
-        // The store undoes what is open when it is closed.
-        return;
-      }
-    }
-  }
-  Undoable(const Undoable&) = delete;
-  Undoable& operator=(const Undoable&) = delete;
-
-  void Keep(const char* keep) {
-    ended_ = true;
-    database_.Run(keep);
-  }
-  void Undo() {
-    ended_ = true;
-    if (database_.inTransaction()) {
-      database_.Run(undo_);
-    }
-  }
-
- private:
-  Database& database_;
-  std::string undo_;
-  bool ended_ = false;
-};
 
 /// A message on one line, without the middle when a huge cell stands there.
 std::string Shortened(std::string_view text) {
@@ -100,16 +61,16 @@ ImportRun::ImportRun(StoreSession& session, const GlobalOptions& global,
 
 ExitStatus ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
                           const ImportedKind& kind, Console& console) {
-  Database& database = session_.store().database();
+  SqlSession& sql = session_.sql();
   // Every save asks how many codes the unit has.
-  KeptCounts counts(session_.sql());
-  Undoable all(database, "BEGIN IMMEDIATE", "ROLLBACK");
-  counts.Count(unitKey);
+  const std::unique_ptr<KeptCounts> counts = sql.units().KeepCounts();
+  Undoable all(sql.outerTransaction());
+  counts->Follow(unitKey);
   EnterAll(file, enter, console);
   if (options_.dryRun) {
     all.Undo();
   } else {
-    all.Keep("COMMIT");
+    all.Keep();
   }
   Report(kind, console);
   if (failed_) {
@@ -140,12 +101,12 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
     Refuse(line.number());
     return;
   }
-  Database& database = session_.store().database();
+  SqlSession& sql = session_.sql();
   ImportNotes notes;
   {
-    Undoable one(database, "SAVEPOINT line", "ROLLBACK TO line; RELEASE line");
+    Undoable one(sql.savepoint());
     if (TryLine(line, enter, notes)) {
-      one.Keep("RELEASE line");
+      one.Keep();
       ++done_;
       for (const std::string& note : notes) {
         Remember(line.number(), false, note);
@@ -154,7 +115,7 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
     }
     one.Undo();
   }
-  if (!database.inTransaction()) {
+  if (!sql.inTransaction()) {
     throw FailureError(fmt::format(
         "line {}: {}; the store gave up there and nothing was imported", line.number(),
         session_.log().failures.empty() ? "not stored" : session_.log().failures.front()));

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <filesystem>
+#include <memory>
 #include <system_error>
 
 #include "frame/capacity.h"
@@ -13,10 +14,9 @@
 #include "host/cli/display_text.h"
 #include "host/cli/table.h"
 #include "host/components/application_object.h"
-#include "host/dialect/translator.h"
+#include "host/components/store_host.h"
 #include "host/store/demo.h"
-#include "host/store/sqlite/schema.h"
-#include "host/store/step_queue.h"
+#include "host/store/engines/opening.h"
 
 namespace qorhost {
 
@@ -25,8 +25,6 @@ namespace {
 namespace fs = std::filesystem;
 using qorcred::Null;
 using qorcred::Value;
-
-constexpr std::string_view kSideFiles[] = {"-wal", "-shm", "-journal"};
 
 fs::path Beside(const fs::path& file, std::string_view ending) {
   fs::path beside = file;
@@ -37,15 +35,15 @@ fs::path Beside(const fs::path& file, std::string_view ending) {
 void RemoveStore(const fs::path& file) {
   std::error_code ignored;
   fs::remove(file, ignored);
-  for (const std::string_view ending : kSideFiles) {
-    fs::remove(Beside(file, ending), ignored);
+  for (const fs::path& beside : SideFilesOf(file)) {
+    fs::remove(beside, ignored);
   }
 }
 
 void CreateStore(const fs::path& file, bool demo) {
-  Database database = OpenStore(file, OpenMode::kCreate);
+  const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kCreate);
   if (demo) {
-    CreateDemoData(database);
+    CreateDemoData(*store->StartSession(SystemClock()));
   }
 }
 
@@ -69,8 +67,8 @@ void ReplaceStore(const fs::path& file, bool demo) {
   RemoveStore(fresh);
   try {
     CreateStore(fresh, demo);
-    for (const std::string_view ending : kSideFiles) {
-      fs::remove(Beside(file, ending));
+    for (const fs::path& beside : SideFilesOf(file)) {
+      fs::remove(beside);
     }
     fs::rename(fresh, file);
   } catch (...) {
@@ -183,7 +181,7 @@ ExitStatus RunSteps(const GlobalOptions& global, Console& console) {
   Table table;
   table.columns = {{"Step", "step"}, {"Unit", "unit"}, {"Kind", "kind"},     {"Row", "subject_rid"},
                    {"Name", "name"}, {"Code", "code"}, {"Queued", "queued"}, {"Sent", "sent"}};
-  for (const ProgramStep& step : ListSteps(session.sql(), global.unit)) {
+  for (const ProgramStep& step : session.sql().steps().List(global.unit)) {
     const bool tenant = step.kind == step::kProgramTenant;
     table.rows.push_back({step.rid, step.unitKey, step.kind, step.subjectRid,
                           tenant ? Value(TenantName(session, step.subjectRid)) : Value(Null{}),
@@ -196,8 +194,7 @@ ExitStatus RunSteps(const GlobalOptions& global, Console& console) {
 
 ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Console& console) {
   // What the statement is decides how the file is opened, so it is looked at first.
-  dialect::Translator translator;
-  const auto kind = translator.Translate(options.statement, "").shape->kind;
+  const dialect::StatementKind kind = KindOfStatement(options.statement);
   const bool selects = kind == dialect::StatementKind::kSelect;
   if (!selects && !options.write) {
     throw UsageError("this statement changes the database: say --write to let it");
@@ -214,11 +211,11 @@ ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Consol
   for (const std::string& column : result.columns) {
     table.columns.push_back({column, column});
   }
-  for (std::int32_t row = 0; row < static_cast<std::int32_t>(result.rowCount); ++row) {
+  for (const ResultRow row : result.rows()) {
     std::vector<Value> cells;
     for (std::int32_t column = 0; column < static_cast<std::int32_t>(result.columns.size());
          ++column) {
-      cells.push_back(result.table->At(row, column));
+      cells.push_back(row[column]);
     }
     table.rows.push_back(std::move(cells));
   }

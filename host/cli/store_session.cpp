@@ -8,14 +8,14 @@
 #include "frame/convert.h"
 #include "frame/siblings.h"
 #include "host/cli/display_text.h"
-#include "host/store/sqlite/schema.h"
+#include "host/store/engines/opening.h"
 #include "trace/tracing_services.h"
 
 namespace qorhost {
 
 using qorcred::RuntimeError;
 
-Database OpenFile(const GlobalOptions& options, OpenMode mode) {
+std::unique_ptr<Store> OpenFile(const GlobalOptions& options, OpenMode mode) {
   std::error_code ignored;
   if (!std::filesystem::exists(options.file, ignored)) {
     throw FailureError(
@@ -30,14 +30,15 @@ Database OpenFile(const GlobalOptions& options, OpenMode mode) {
   return OpenStore(options.file, mode);
 }
 
-StoreSession::StoreSession(Database database, const GlobalOptions& options, Console& console)
+StoreSession::StoreSession(std::unique_ptr<Store> store, const GlobalOptions& options,
+                           Console& console)
     : options_(options),
       operator_(console, log_, options.answer),
       messageBox_([this](std::string_view text, qorcred::MessageStyle style,
                          std::string_view title) { return operator_.Show(text, style, title); }),
       clock_(console.environment.clock),
       transcript_([&err = console.err](std::string_view line) { err << line << '\n'; }),
-      connection_(std::make_shared<StoreConnection>(std::move(database), clock_)),
+      connection_(std::make_shared<StoreConnection>(std::move(store), clock_)),
       visibleConnection_(connection_),
       storeHost_(MakeServices()) {
   if (options.trace) {
@@ -80,9 +81,8 @@ qorcred::Host& StoreSession::host() {
 std::vector<UnitName> StoreSession::Units() {
   const QueryResult result = sql().Select("SELECT UnitKey, UnitName FROM Units ORDER BY UnitKey");
   std::vector<UnitName> units;
-  for (std::int32_t row = 0; row < static_cast<std::int32_t>(result.rowCount); ++row) {
-    units.push_back({qorcred::ToLong(result.table->At(row, 0)),
-                     qorcred::TextOrEmpty(result.table->At(row, 1))});
+  for (const ResultRow row : result.rows()) {
+    units.push_back({qorcred::ToLong(row[0]), qorcred::TextOrEmpty(row[1])});
   }
   return units;
 }

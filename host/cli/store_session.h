@@ -35,13 +35,13 @@ struct UnitName {
 
 /// Opens the file of `options`; an older store is brought up to date first, whatever the mode.
 /// Raises FailureError that names `qorhost init --demo` when there is no such file, and StoreError.
-[[nodiscard]] Database OpenFile(const GlobalOptions& options, OpenMode mode);
+[[nodiscard]] std::unique_ptr<Store> OpenFile(const GlobalOptions& options, OpenMode mode);
 
 /// Keeps everything that controllers need alive: the connection, the operator and the host, each
 /// behind its tracing decorator with --trace. One thread.
 class StoreSession {
  public:
-  StoreSession(Database database, const GlobalOptions& options, Console& console);
+  StoreSession(std::unique_ptr<Store> store, const GlobalOptions& options, Console& console);
   StoreSession(const StoreSession&) = delete;
   StoreSession& operator=(const StoreSession&) = delete;
 
