@@ -1,9 +1,9 @@
 // Going through the rows of a result, one after the other.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <ranges>
 
 #include "frame/data_services.h"
 #include "frame/result_table.h"
@@ -58,13 +58,39 @@ class ResultRows {
   std::int32_t count_;
 };
 
-/// The numbers of a table's rows, by its own bounds, each of which is asked once. Raises
-/// TableFailure.
-[[nodiscard]] inline auto RowNumbersOf(const qorcred::TableView& table) {
-  const std::int64_t last = table.UpperRow();
-  const std::int64_t first = table.LowerRow();
-  return std::views::iota(first, std::max(first, last + 1)) |
-         std::views::transform([](std::int64_t row) { return static_cast<std::int32_t>(row); });
+/// Row numbers from a first to a last one; none when the last is below the first.
+class RowNumbers {
+ public:
+  class Iterator {
+   public:
+    explicit Iterator(std::int64_t number) : number_(number) {}
+
+    [[nodiscard]] std::int32_t operator*() const { return static_cast<std::int32_t>(number_); }
+    Iterator& operator++() {
+      ++number_;
+      return *this;
+    }
+    friend bool operator==(const Iterator&, const Iterator&) = default;
+
+   private:
+    std::int64_t number_;
+  };
+
+  RowNumbers(std::int32_t first, std::int32_t last)
+      : first_(first), end_(std::max<std::int64_t>(first, std::int64_t{last} + 1)) {}
+
+  [[nodiscard]] Iterator begin() const { return Iterator(first_); }
+  [[nodiscard]] Iterator end() const { return Iterator(end_); }
+
+ private:
+  std::int64_t first_;
+  std::int64_t end_;
+};
+
+/// The rows of a table by its own bounds, each of which is asked once. Raises TableFailure.
+[[nodiscard]] inline RowNumbers RowNumbersOf(const qorcred::TableView& table) {
+  const std::int32_t last = table.UpperRow();
+  return {table.LowerRow(), last};
 }
 
 }  // namespace qorhost
