@@ -12,15 +12,16 @@
 
 #include "bench/check.h"
 #include "bench/save_screen.h"
-#include "host/store/capacity_text.h"
+#include "frame/capacity.h"
+#include "host/store/engines/opening.h"
 #include "host/store/sqlite/schema.h"
 
 namespace qorbench {
 
 namespace {
 
-using qorhost::Database;
 using qorhost::OpenMode;
+using qorhost::sqlite::Database;
 
 std::filesystem::path NewFolder() {
   static int count = 0;
@@ -82,14 +83,14 @@ std::int32_t CountOf(std::span<const RangeSave> saves) {
 }
 
 BenchStore::BenchStore() : folder_(NewFolder()) {
-  Database database = qorhost::OpenStore(File(), OpenMode::kCreate);
+  Database database = qorhost::sqlite::OpenDatabase(File(), OpenMode::kCreate);
   database.Run(
       fmt::format("INSERT INTO UNITTYPES (DESCRIPTION, TOTAL) VALUES ('Largest', '{}');"
                   "INSERT INTO Units (UnitKey, UnitName) VALUES (1, 'A'), (2, 'B'), (3, 'C');"
                   "INSERT INTO UnitSettings (UnitKey, UNITTYPE) VALUES (1, 'Largest'), "
                   "(2, 'Largest'), (3, 'Largest');"
                   "INSERT INTO TenantGroup (UnitKey, IsGroupZero) VALUES (1, -1), (2, -1), (3, -1)",
-                  qorhost::CapacityText(std::numeric_limits<std::int16_t>::max())));
+                  qorcred::CapacityText(std::numeric_limits<std::int16_t>::max())));
 }
 
 BenchStore::~BenchStore() {
@@ -101,8 +102,12 @@ std::filesystem::path BenchStore::File() const {
   return folder_ / "bench.db";
 }
 
-Database BenchStore::Open() const {
+std::unique_ptr<qorhost::Store> BenchStore::Open() const {
   return qorhost::OpenStore(File(), OpenMode::kReadWrite);
+}
+
+Database BenchStore::OpenDatabase() const {
+  return qorhost::sqlite::OpenDatabase(File(), OpenMode::kReadWrite);
 }
 
 void PutDirCodes(Database& database, std::int32_t count) {

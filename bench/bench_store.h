@@ -8,7 +8,7 @@
 #include <span>
 
 #include "host/components/store_host.h"
-#include "host/store/sqlite/database.h"
+#include "host/store/sqlite/store.h"
 
 namespace qorbench {
 
@@ -44,7 +44,9 @@ class BenchStore {
   /// The store's file, alone in its folder; files put beside it are deleted with it.
   [[nodiscard]] std::filesystem::path File() const;
   /// Opens the file as the application does.
-  [[nodiscard]] qorhost::Database Open() const;
+  [[nodiscard]] std::unique_ptr<qorhost::Store> Open() const;
+  /// The same, without the store around the database: for what is written by hand.
+  [[nodiscard]] qorhost::sqlite::Database OpenDatabase() const;
 
  private:
   std::filesystem::path folder_;
@@ -52,17 +54,17 @@ class BenchStore {
 
 /// Puts the directory codes 1 to `count` into unit 1, past every check. The numbers run down, so
 /// that a list is in another order than the table; each code was `count` more before.
-void PutDirCodes(qorhost::Database& database, std::int32_t count);
+void PutDirCodes(qorhost::sqlite::Database& database, std::int32_t count);
 
 /// The application's host with the computer's clock; a message box or a failure ends the program.
 [[nodiscard]] std::unique_ptr<qorhost::StoreHost> StrictHost();
 
 /// Ends the program unless the store holds exactly the credentials of these saves, identities in
 /// the order of the numbers from 1.
-void CheckCredentials(qorhost::Database& database, std::span<const RangeSave> saves);
+void CheckCredentials(qorhost::sqlite::Database& database, std::span<const RangeSave> saves);
 
 /// The same, with one tenant for each credential (tenants with the credentials' identities, link
 /// codes from 1 in each unit), its backup row and its programming step.
-void CheckTenants(qorhost::Database& database, std::span<const RangeSave> saves);
+void CheckTenants(qorhost::sqlite::Database& database, std::span<const RangeSave> saves);
 
 }  // namespace qorbench

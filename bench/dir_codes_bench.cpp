@@ -35,7 +35,7 @@ struct Setting {
             std::make_shared<qorhost::StoreConnection>(store.Open(), qorhost::SystemClock())),
         screen(qorhost::MakeDirectoryCodeScreen(qorcred::FromCivil({2026, 1, 15, 0, 0, 0}))),
         controller(*host) {
-    PutDirCodes(connection->database(), count);
+    PutDirCodes(qorhost::sqlite::DatabaseOf(connection->store()), count);
     screen->Box("txtdirectorycode").SetMaxLength(kDigits);
     controller.set_mobjDirCodeScreen(screen);
   }
@@ -89,7 +89,7 @@ void FillOurs(benchmark::State& state) {
 
 void FillByHand(benchmark::State& state) {
   const BenchStore store;
-  qorhost::Database database = store.Open();
+  qorhost::sqlite::Database database = store.OpenDatabase();
   PutDirCodes(database, kListed);
   std::vector<by_hand::ListedCode> rows;
   for ([[maybe_unused]] auto iteration : state) {

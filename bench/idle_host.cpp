@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "bench/check.h"
+#include "frame/capacity.h"
 #include "frame/result_table.h"
 #include "frame/siblings.h"
-#include "host/store/capacity_text.h"
 
 namespace qorbench {
 
@@ -46,7 +46,7 @@ class IdleManager final : public qorcred::Object {
   [[nodiscard]] static qorcred::ObjectRef Select(std::string_view sql) {
     auto table = std::make_shared<qorcred::ResultTable>();
     if (sql.find("TOTAL") != std::string_view::npos) {
-      table->At(0, 0) = qorhost::CapacityText(std::numeric_limits<std::int16_t>::max());
+      table->At(0, 0) = qorcred::CapacityText(std::numeric_limits<std::int16_t>::max());
     }
     return table;
   }

@@ -19,7 +19,7 @@ constexpr const char* kOurs = "issue/ours";
 constexpr const char* kTexts = "issue/texts";
 constexpr const char* kPrepared = "issue/prepared";
 
-void Finish(benchmark::State& state, qorhost::Database& database, std::int64_t lastRid) {
+void Finish(benchmark::State& state, qorhost::sqlite::Database& database, std::int64_t lastRid) {
   CheckCredentials(database, kEveryNumber);
   Check(lastRid == CountOf(kEveryNumber), "the last identity is the number of rows");
   state.counters[kItems] = CountOf(kEveryNumber);
@@ -40,13 +40,13 @@ void IssueOurs(benchmark::State& state) {
       Check(controller.pbSave(connection, save.unit, false, false, &lastRid), "the save is done");
     }
   }
-  Finish(state, connection->database(), lastRid);
+  Finish(state, qorhost::sqlite::DatabaseOf(connection->store()), lastRid);
 }
 
 template <std::int64_t (*issue)(sqlite3*, std::span<const RangeSave>)>
 void IssueByHand(benchmark::State& state) {
   const BenchStore store;
-  qorhost::Database database = store.Open();
+  qorhost::sqlite::Database database = store.OpenDatabase();
   std::int64_t lastRid = 0;
   for ([[maybe_unused]] auto iteration : state) {
     lastRid = issue(database.handle(), kEveryNumber);

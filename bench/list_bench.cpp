@@ -25,7 +25,7 @@ constexpr int kTimes = 4;  // in each round: once is over too soon
 
 // Rows put in past every check: more than a save would let a unit have. The numbers run down, so
 // that the list is in another order than the table.
-void PutCredentials(qorhost::Database& database) {
+void PutCredentials(qorhost::sqlite::Database& database) {
   database.Run(
       fmt::format("WITH RECURSIVE numbers(n) AS (VALUES ({0}) UNION ALL SELECT n - 1 FROM numbers "
                   "WHERE n > 1) INSERT INTO CredentialBank (UnitKey, CredentialType, PINNo, "
@@ -44,7 +44,7 @@ void FillOurs(benchmark::State& state) {
   const BenchStore store;
   const auto connection =
       std::make_shared<qorhost::StoreConnection>(store.Open(), qorhost::SystemClock());
-  PutCredentials(connection->database());
+  PutCredentials(qorhost::sqlite::DatabaseOf(connection->store()));
   const auto host = StrictHost();
   const auto screen = RangeScreen();
   qorcred::clsCredential controller(*host);
@@ -70,7 +70,7 @@ void FillOurs(benchmark::State& state) {
 
 void FillByHand(benchmark::State& state) {
   const BenchStore store;
-  qorhost::Database database = store.Open();
+  qorhost::sqlite::Database database = store.OpenDatabase();
   PutCredentials(database);
   std::vector<by_hand::ListedCredential> rows;
   for ([[maybe_unused]] auto iteration : state) {

@@ -40,7 +40,7 @@ constexpr std::int32_t kCodesOfRound = 60000;
 constexpr std::int32_t kMergedRowsOfRound = 240000;
 
 // Every code is active and has texts, dates and schedules in all its columns.
-void PutReportedCodes(qorhost::Database& database, std::int32_t count) {
+void PutReportedCodes(qorhost::sqlite::Database& database, std::int32_t count) {
   PutDirCodes(database, count);
   database.Run(fmt::format(
       "UPDATE DirectoryCode SET EXTENSION='12', CFPHONENUMBER='5550199', CFEXTENSION='34', "
@@ -56,7 +56,7 @@ void PutReportedCodes(qorhost::Database& database, std::int32_t count) {
 
 // Credentials of all four types. Every second one is held by a tenant, by turns as the first and as
 // the second credential.
-void PutReportedCredentials(qorhost::Database& database) {
+void PutReportedCredentials(qorhost::sqlite::Database& database) {
   database.Run(fmt::format(
       "WITH RECURSIVE numbers(n) AS (VALUES (1) UNION ALL SELECT n + 1 FROM numbers WHERE n < {0}) "
       "INSERT INTO CredentialBank (UnitKey, CredentialType, PINNo, FacilityCode, IDCode, "
@@ -167,7 +167,7 @@ void ReportCodesOurs(benchmark::State& state, std::int32_t count) {
   const BenchStore store;
   const auto connection =
       std::make_shared<qorhost::StoreConnection>(store.Open(), qorhost::SystemClock());
-  PutReportedCodes(connection->database(), count);
+  PutReportedCodes(qorhost::sqlite::DatabaseOf(connection->store()), count);
   const auto host = StrictHost();
   const FilterScreen filter;
   qorcred::clsDirCodeReport controller(*host);
@@ -197,7 +197,7 @@ void ReportCodesOurs(benchmark::State& state, std::int32_t count) {
 
 void ReportCodesByHand(benchmark::State& state, std::int32_t count) {
   const BenchStore store;
-  qorhost::Database database = store.Open();
+  qorhost::sqlite::Database database = store.OpenDatabase();
   PutReportedCodes(database, count);
   const int times = kCodesOfRound / count;
   std::vector<by_hand::ReportedCode> rows;
@@ -265,7 +265,7 @@ void ReportCredentialsOurs(benchmark::State& state) {
   const BenchStore store;
   const auto connection =
       std::make_shared<qorhost::StoreConnection>(store.Open(), qorhost::SystemClock());
-  PutReportedCredentials(connection->database());
+  PutReportedCredentials(qorhost::sqlite::DatabaseOf(connection->store()));
   const auto host = StrictHost();
   const FilterScreen filter;
   for (const char* field : {"Credential Type", "Card Number", "Facility Code", "Tenant Name"}) {
@@ -293,7 +293,7 @@ void ReportCredentialsOurs(benchmark::State& state) {
 
 void ReportCredentialsByHand(benchmark::State& state) {
   const BenchStore store;
-  qorhost::Database database = store.Open();
+  qorhost::sqlite::Database database = store.OpenDatabase();
   PutReportedCredentials(database);
   std::vector<by_hand::ReportedCredential> rows;
   for ([[maybe_unused]] auto iteration : state) {

@@ -28,7 +28,7 @@ constexpr std::uint32_t kSeed = 20260115;
 // Of the codes 1 to `count` the first half stays to be updated, a quarter has got another number
 // and is found by its previous one, and a quarter is not in the unit. Every code has a tenant and a
 // waiting step.
-void PutStored(qorhost::Database& database, std::int32_t count) {
+void PutStored(qorhost::sqlite::Database& database, std::int32_t count) {
   PutDirCodes(database, count);
   database.Run(fmt::format(
       "UPDATE DirectoryCode SET OLDDIRECTORYCODE=DIRECTORYCODE, DIRECTORYCODE=DIRECTORYCODE+{0} "
@@ -65,7 +65,7 @@ std::string ExportedText(const std::filesystem::path& store) {
 void Sync(benchmark::State& state, std::int32_t count) {
   const BenchStore store;
   {
-    qorhost::Database database = store.Open();
+    qorhost::sqlite::Database database = store.OpenDatabase();
     PutStored(database, count);
   }
   std::ostringstream unit;

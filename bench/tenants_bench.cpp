@@ -39,8 +39,8 @@ std::string IdsOf(Saves saves) {
   return ids;
 }
 
-void Finish(benchmark::State& state, qorhost::Database& database, const std::string& tenantIds,
-            Saves saves) {
+void Finish(benchmark::State& state, qorhost::sqlite::Database& database,
+            const std::string& tenantIds, Saves saves) {
   CheckTenants(database, saves);
   Check(tenantIds == IdsOf(saves), "the ids of the new tenants are listed");
   state.counters[kItems] = CountOf(saves);
@@ -62,13 +62,13 @@ void IssueOurs(benchmark::State& state, Saves saves) {
       tenantIds += qorcred::ToText(screen->Variable("gstrNewTenantIDs"));
     }
   }
-  Finish(state, connection->database(), tenantIds, saves);
+  Finish(state, qorhost::sqlite::DatabaseOf(connection->store()), tenantIds, saves);
 }
 
 template <std::string (*issue)(sqlite3*, Saves)>
 void IssueByHand(benchmark::State& state, Saves saves) {
   const BenchStore store;
-  qorhost::Database database = store.Open();
+  qorhost::sqlite::Database database = store.OpenDatabase();
   std::string tenantIds;
   for ([[maybe_unused]] auto iteration : state) {
     tenantIds = issue(database.handle(), saves);

@@ -9,6 +9,7 @@
 #include "bench/benchmarks.h"
 #include "bench/check.h"
 #include "host/dialect/translator.h"
+#include "host/store/sqlite/printer.h"
 
 namespace qorbench {
 
@@ -33,7 +34,7 @@ std::vector<std::string> Statements() {
 
 void Translate(benchmark::State& state) {
   const std::vector<std::string> statements = Statements();
-  qorhost::dialect::Translator translator;
+  qorhost::dialect::Translator translator(&qorhost::sqlite::Print);
   std::int64_t sum = 0;
   for ([[maybe_unused]] auto iteration : state) {
     for (const std::string& statement : statements) {

@@ -12,17 +12,15 @@
 namespace qorcred {
 namespace {
 
-constexpr std::string_view kAlphabet =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr std::size_t kGroupBytes = 4;
 constexpr std::size_t kDecodedBytes = 3;
 constexpr std::uint8_t kOutside = 64;
 
 Base64Decoder::Table TableOf(std::span<const std::uint8_t> alphabet) {
-  if (alphabet.size() < kAlphabet.size()) throw RuntimeError(ErrorNumber::kIndexOutOfRange);
+  if (alphabet.size() < kBase64Alphabet.size()) throw RuntimeError(ErrorNumber::kIndexOutOfRange);
   Base64Decoder::Table table{};
   table.fill(kOutside);
-  for (std::size_t i = 0; i < kAlphabet.size(); ++i) {
+  for (std::size_t i = 0; i < kBase64Alphabet.size(); ++i) {
     table[alphabet[i]] = static_cast<std::uint8_t>(i);
   }
   return table;
@@ -44,8 +42,27 @@ std::size_t PaddingOf(std::span<const std::uint8_t> input) {
 
 }  // namespace
 
+std::string EncodeBase64(std::string_view bytes) {
+  constexpr unsigned kBitsOfPlace = 6;
+  constexpr std::uint32_t kPlaceMask = 63;
+  std::string text;
+  for (std::size_t start = 0; start < bytes.size(); start += kDecodedBytes) {
+    const std::string_view group = bytes.substr(start, kDecodedBytes);
+    std::uint32_t bits = 0;
+    for (std::size_t at = 0; at < kDecodedBytes; ++at) {
+      bits = bits << 8U | (at < group.size() ? static_cast<std::uint8_t>(group[at]) : 0U);
+    }
+    // n bytes fill n + 1 places; the rest of the group is padding.
+    for (std::size_t place = 0; place < kGroupBytes; ++place) {
+      const auto shift = static_cast<unsigned>(kBitsOfPlace * (kDecodedBytes - place));
+      text += place <= group.size() ? kBase64Alphabet[bits >> shift & kPlaceMask] : '=';
+    }
+  }
+  return text;
+}
+
 std::string Base64Decoder::Decode(Host& host, std::string_view text) {
-  if (!table_.has_value()) table_ = TableOf(host.TextToAnsi(kAlphabet));
+  if (!table_.has_value()) table_ = TableOf(host.TextToAnsi(kBase64Alphabet));
   const Table& table = *table_;
 
   std::vector<std::uint8_t> bytes = host.TextToAnsi(text);

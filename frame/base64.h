@@ -1,4 +1,4 @@
-// Base64 decoding as the controllers offer it to their hosts.
+// Base64: decoding as the controllers offer it to their hosts, and the way back.
 #pragma once
 
 #include <array>
@@ -10,6 +10,12 @@
 #include "frame/host.h"
 
 namespace qorcred {
+
+inline constexpr std::string_view kBase64Alphabet =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+/// Base64 of bytes, padded with "=".
+[[nodiscard]] std::string EncodeBase64(std::string_view bytes);
 
 /// Decodes without validating. Only the first place of a group is checked; a byte outside the
 /// alphabet (and the padding "=") in another place is mixed into the bits as the value 64.

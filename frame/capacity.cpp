@@ -5,6 +5,10 @@
 
 namespace qorcred {
 
+std::string CapacityText(int capacity) {
+  return EncodeBase64(std::to_string(capacity));
+}
+
 std::int16_t ReadUnitCapacity(Host& host, Base64Decoder& decoder, const DatabaseManager& manager,
                               const ObjectRef& connection, std::int32_t unitKey,
                               DatabaseError& error) {

@@ -1,7 +1,5 @@
 #include "trace/tracing_services.h"
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -10,6 +8,7 @@
 #include <vector>
 
 #include "frame/convert.h"
+#include "frame/manager_operations.h"
 #include "frame/result_table.h"
 #include "frame/sql_text.h"
 
@@ -31,28 +30,13 @@ constexpr std::size_t kUnitStatusArguments = 9;
 constexpr std::size_t kFirstCount = 5;
 constexpr std::size_t kCounts = 3;
 
-/// Where a statement of the database manager keeps its error flag; the error text follows it.
-struct Statement {
-  std::string_view method;
-  std::size_t flagAt;
-};
-constexpr std::array kStatements{Statement{"ExecuteSelect", 2}, Statement{"ExecuteScalar", 2},
-                                 Statement{"ExecuteUpdate", 3}, Statement{"ExecuteInsert", 4},
-                                 Statement{"ExecuteDelete", 3}, Statement{"ExecuteQueryDelete", 2}};
-
-const Statement* FindStatement(std::string_view method, std::size_t arguments) {
-  const auto* found = std::find_if(kStatements.begin(), kStatements.end(), [&](const auto& one) {
-    return SameMember(one.method, method) && arguments > one.flagAt + 1;
-  });
-  return found == kStatements.end() ? nullptr : found;
-}
-
 /// The arguments of a statement that a reader wants: neither connection nor error, and nothing for
 /// optional arguments left out at the end.
-std::string StatementArguments(const Statement& statement, std::span<const Value> arguments) {
+std::string StatementArguments(const qorcred::ManagerOperation& statement,
+                               std::span<const Value> arguments) {
   std::vector<Value> shown;
   for (std::size_t at = 0; at < arguments.size(); ++at) {
-    if (at != statement.flagAt && at != statement.flagAt + 1) {
+    if (at != statement.errorFlagAt && at != statement.errorFlagAt + 1) {
       shown.push_back(arguments[at]);
     }
   }
@@ -89,12 +73,13 @@ std::string ResultSuffix(const Value& result) {
   return result.Is(ValueType::kEmpty) ? std::string() : " -> " + TranscriptText(result);
 }
 
-std::string ErrorSuffix(const Statement& statement, std::span<const Value> arguments) {
-  const bool* flag = arguments[statement.flagAt].As<bool>();
+std::string ErrorSuffix(const qorcred::ManagerOperation& statement,
+                        std::span<const Value> arguments) {
+  const bool* flag = arguments[statement.errorFlagAt].As<bool>();
   if (flag == nullptr || !*flag) {
     return {};
   }
-  const Value& text = arguments[statement.flagAt + 1];
+  const Value& text = arguments[statement.errorFlagAt + 1];
   const std::string* words = text.As<std::string>();
   return " ! " + (words != nullptr ? QuotedText(*words) : TranscriptText(text));
 }
@@ -143,7 +128,8 @@ Value TracingComponent::Invoke(std::string_view member, InvokeKind kind, Argumen
     Write(line + CountsSuffix(arguments));
     return result;
   }
-  const Statement* statement = FindStatement(member, arguments.size());
+  const qorcred::ManagerOperation* statement =
+      qorcred::FindManagerOperation(member, arguments.size());
   const std::string line =
       std::string(member) +
       (statement != nullptr ? StatementArguments(*statement, arguments) : ArgumentList(arguments));

@@ -8,7 +8,7 @@ namespace qorhost {
 
 namespace {
 
-Database OpenFile(const GlobalOptions& global, Access access) {
+std::unique_ptr<Store> OpenFile(const GlobalOptions& global, Access access) {
   if (LookAt(global.file) == StorePlace::kFree) {
     throw FailureError(
         fmt::format("there is no database '{}': create one with 'qorhost init --demo', or name "
@@ -33,10 +33,11 @@ Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, Messa
 CommandSession::CommandSession(const GlobalOptions& global, Access access, Console& console)
     : CommandSession(OpenFile(global, access), global, console) {}
 
-CommandSession::CommandSession(Database database, const GlobalOptions& global, Console& console)
+CommandSession::CommandSession(std::unique_ptr<Store> store, const GlobalOptions& global,
+                               Console& console)
     : global_(global),
       operator_(console, global.answer),
-      session_(std::move(database),
+      session_(std::move(store),
                SurroundingsOf(
                    global, console,
                    [this](std::string_view text, qorcred::MessageStyle style,

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -29,7 +30,7 @@ class CommandSession {
   /// no such file, and StoreError.
   CommandSession(const GlobalOptions& global, Access access, Console& console);
   /// On a store that is open already.
-  CommandSession(Database database, const GlobalOptions& global, Console& console);
+  CommandSession(std::unique_ptr<Store> store, const GlobalOptions& global, Console& console);
   CommandSession(const CommandSession&) = delete;
   CommandSession& operator=(const CommandSession&) = delete;
 

@@ -1,11 +1,12 @@
 #include "host/components/application_object.h"
 
 #include <array>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "frame/convert.h"
 #include "host/store/method_table.h"
-#include "host/store/sqlite/kept_counts.h"
 #include "host/store/store_connection.h"
 
 namespace qorhost {
@@ -19,18 +20,12 @@ using qorcred::Value;
 
 UnitStatus ReadUnitStatus(SqlSession& session, std::int32_t unitKey) {
   UnitStatus status;
-  {
-    const StatementUse unit(
-        session.Own("SELECT U.UnitName, S.UNITTYPE FROM Units U LEFT JOIN UnitSettings S "
-                    "ON S.UnitKey = U.UnitKey WHERE U.UnitKey=?1"));
-    unit->BindNumber(1, unitKey);
-    if (unit->Step()) {
-      status.known = true;
-      status.name = unit->Text(0);
-      status.type = unit->Text(1);
-    }
+  if (std::optional<UnitFacts> facts = session.units().Find(unitKey)) {
+    status.known = true;
+    status.name = std::move(facts->name);
+    status.type = std::move(facts->type);
   }
-  const UnitCounts counts = ReadUnitCounts(session, unitKey);
+  const UnitCounts counts = session.units().Count(unitKey);
   status.credentials = counts.credentials;
   status.directoryCodes = counts.directoryCodes;
   status.pendingSteps = counts.pendingSteps;

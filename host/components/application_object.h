@@ -5,7 +5,7 @@
 #include <string>
 
 #include "frame/object.h"
-#include "host/store/sqlite/session.h"
+#include "host/store/sql_session.h"
 
 namespace qorhost {
 
@@ -19,7 +19,7 @@ struct UnitStatus {
   std::int64_t pendingSteps = 0;
 };
 
-/// Counts what a unit holds. Directory codes below 0 and deleted ones do not count.
+/// What the store holds of a unit; unknown and without a name where it has none.
 [[nodiscard]] UnitStatus ReadUnitStatus(SqlSession& session, std::int32_t unitKey);
 
 /// Late-bound member:

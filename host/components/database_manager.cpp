@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "frame/convert.h"
+#include "frame/manager_operations.h"
 #include "frame/result_table.h"
 #include "frame/runtime_error.h"
 #include "host/store/method_table.h"
@@ -32,10 +33,12 @@ std::string FailureText() {
   }
 }
 
-// Runs `body` with the flag at `position` and the text behind it cleared; a failure sets both and
-// gives `empty`.
+// Runs `body` with the operation's error flag and text cleared; a failure sets both and gives
+// `empty`.
 template <typename Body>
-Value Report(Arguments arguments, std::size_t position, Value empty, Body&& body) {
+Value Report(Arguments arguments, const qorcred::ManagerOperation& operation, Value empty,
+             Body&& body) {
+  const std::size_t position = operation.errorFlagAt;
   arguments[position] = false;
   arguments[position + 1] = Value("");
   try {
@@ -75,12 +78,12 @@ Value DatabaseManagerObject::Invoke(std::string_view member, qorcred::InvokeKind
                                     Arguments arguments) {
   using Self = DatabaseManagerObject;
   static constexpr std::array kMethods{
-      Method<Self>{"ExecuteSelect", 4, 4, &Self::ExecuteSelect},
-      Method<Self>{"ExecuteScalar", 4, 4, &Self::ExecuteScalar},
-      Method<Self>{"ExecuteUpdate", 5, 7, &Self::ExecuteUpdate},
-      Method<Self>{"ExecuteInsert", 6, 6, &Self::ExecuteInsert},
-      Method<Self>{"ExecuteDelete", 5, 5, &Self::ExecuteDelete},
-      Method<Self>{"ExecuteQueryDelete", 4, 4, &Self::ExecuteQueryDelete},
+      Method<Self>{qorcred::kExecuteSelect.name, 4, 4, &Self::ExecuteSelect},
+      Method<Self>{qorcred::kExecuteScalar.name, 4, 4, &Self::ExecuteScalar},
+      Method<Self>{qorcred::kExecuteUpdate.name, 5, 7, &Self::ExecuteUpdate},
+      Method<Self>{qorcred::kExecuteInsert.name, 6, 6, &Self::ExecuteInsert},
+      Method<Self>{qorcred::kExecuteDelete.name, 5, 5, &Self::ExecuteDelete},
+      Method<Self>{qorcred::kExecuteQueryDelete.name, 4, 4, &Self::ExecuteQueryDelete},
       Method<Self>{"pbGetRowIDStringConstant", 0, 0, &Self::RowIdText},
       Method<Self>{"pbGetLastModifiedDateStringConstant", 0, 0, &Self::LastModifiedText},
   };
@@ -89,19 +92,20 @@ Value DatabaseManagerObject::Invoke(std::string_view member, qorcred::InvokeKind
 
 Value DatabaseManagerObject::ExecuteSelect(Arguments arguments) {
   SqlSession& session = SessionOf(arguments[0]);
-  return Report(arguments, 2, EmptyTable(), [&]() -> Value {
+  return Report(arguments, qorcred::kExecuteSelect, EmptyTable(), [&]() -> Value {
     return qorcred::ObjectRef(session.Select(StatementIn(arguments[1])).table);
   });
 }
 
 Value DatabaseManagerObject::ExecuteScalar(Arguments arguments) {
   SqlSession& session = SessionOf(arguments[0]);
-  return Report(arguments, 2, Value(), [&] { return session.Scalar(StatementIn(arguments[1])); });
+  return Report(arguments, qorcred::kExecuteScalar, Value(),
+                [&] { return session.Scalar(StatementIn(arguments[1])); });
 }
 
 Value DatabaseManagerObject::ExecuteUpdate(Arguments arguments) {
   SqlSession& session = SessionOf(arguments[0]);
-  return Report(arguments, 3, Count(0), [&] {
+  return Report(arguments, qorcred::kExecuteUpdate, Count(0), [&] {
     const std::string& sql = StatementIn(arguments[1]);
     // Only both together say which version of which row is meant. The table named may differ from
     // the one that is changed: hosts name DIRECTORYCODE for an update of TENANTS.
@@ -117,14 +121,14 @@ Value DatabaseManagerObject::ExecuteUpdate(Arguments arguments) {
 
 Value DatabaseManagerObject::ExecuteInsert(Arguments arguments) {
   SqlSession& session = SessionOf(arguments[0]);
-  return Report(arguments, 4, Count(0), [&] {
+  return Report(arguments, qorcred::kExecuteInsert, Count(0), [&] {
     return Count(session.Change(StatementIn(arguments[1]), StatementKind::kInsert).newRow);
   });
 }
 
 Value DatabaseManagerObject::ExecuteDelete(Arguments arguments) {
   SqlSession& session = SessionOf(arguments[0]);
-  return Report(arguments, 3, Count(0), [&] {
+  return Report(arguments, qorcred::kExecuteDelete, Count(0), [&] {
     const std::string table = qorcred::ToText(arguments[1]);
     return Count(session.DeleteRow(table, qorcred::ToLong(arguments[2])));
   });
@@ -132,7 +136,7 @@ Value DatabaseManagerObject::ExecuteDelete(Arguments arguments) {
 
 Value DatabaseManagerObject::ExecuteQueryDelete(Arguments arguments) {
   SqlSession& session = SessionOf(arguments[0]);
-  return Report(arguments, 2, Count(0), [&] {
+  return Report(arguments, qorcred::kExecuteQueryDelete, Count(0), [&] {
     return Count(session.Change(StatementIn(arguments[1]), StatementKind::kDelete).rows);
   });
 }

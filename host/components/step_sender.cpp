@@ -7,7 +7,6 @@
 
 #include "frame/convert.h"
 #include "host/store/method_table.h"
-#include "host/store/step_queue.h"
 #include "host/store/store_connection.h"
 
 namespace qorhost {
@@ -27,26 +26,21 @@ Subject SubjectIn(Arguments arguments) {
   return {SessionOf(arguments[0]), qorcred::ToLong(arguments[1]), qorcred::ToLong(arguments[2])};
 }
 
-// The code under which the unit knows the row: the one before its change when there is one.
 std::string CodeAtUnit(const Subject& subject) {
-  const StatementUse find(
-      subject.session.Own("SELECT coalesce(OLDDIRECTORYCODE, DIRECTORYCODE) FROM DirectoryCode "
-                          "WHERE RID=?2 AND UNITKEY=?1"));
-  find->BindNumber(1, subject.unitKey);
-  find->BindNumber(2, subject.rid);
-  return find->Step() ? qorcred::TextOrEmpty(ReadCell(*find, 0, CellKind::kPlain)) : std::string();
+  return subject.session.steps().CodeAtUnit(subject.unitKey, subject.rid);
 }
 
 // A step is made up from its row when it is sent, so a row needs no step twice. The later place in
 // the queue is the right one: what was queued in between may free the code that the row has now.
 void QueueOnce(const Subject& subject, std::string_view kind, std::string_view code = {}) {
-  WithdrawSteps(subject.session, subject.unitKey, kind, subject.rid);
-  QueueStep(subject.session, subject.unitKey, kind, subject.rid, code);
+  StepQueue& steps = subject.session.steps();
+  steps.Withdraw(subject.unitKey, kind, subject.rid);
+  steps.Queue(subject.unitKey, kind, subject.rid, code);
 }
 
 void WithdrawUnsent(const Subject& subject) {
   for (const std::string_view kind : {step::kProgramDirectoryCode, step::kChangeDirectoryCode}) {
-    WithdrawSteps(subject.session, subject.unitKey, kind, subject.rid);
+    subject.session.steps().Withdraw(subject.unitKey, kind, subject.rid);
   }
 }
 
@@ -93,13 +87,7 @@ Value StepSenderObject::DeletionExists(Arguments arguments) {
   SqlSession& session = SessionOf(arguments[0]);
   const std::int32_t unitKey = qorcred::ToLong(arguments[1]);
   const std::string code = qorcred::NumberText(qorcred::NumericValue(arguments[2]));
-  const StatementUse find(
-      session.Own("SELECT 1 FROM ProgramSteps WHERE UnitKey=?1 AND Kind=?2 AND Code=?3 AND Sent=0 "
-                  "LIMIT 1"));
-  find->BindNumber(1, unitKey);
-  find->BindText(2, step::kDeleteDirectoryCode);
-  find->BindText(3, code);
-  return {find->Step()};
+  return {session.steps().IsDeletionPending(unitKey, code)};
 }
 
 }  // namespace qorhost

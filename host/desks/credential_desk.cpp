@@ -100,8 +100,8 @@ void CredentialDesk::FillDoors() {
   doors.AddItem(std::string(kNoDoor));
   const QueryResult result = session_.sql().Select(
       fmt::format("SELECT DOORNAME FROM DOORS WHERE UNITKEY={} ORDER BY DOORID", unitKey_));
-  for (std::int32_t row = 0; row < static_cast<std::int32_t>(result.rowCount); ++row) {
-    doors.AddItem(qorcred::TextOrEmpty(result.table->At(row, 0)));
+  for (const ResultRow row : result.rows()) {
+    doors.AddItem(qorcred::TextOrEmpty(row[0]));
   }
 }
 

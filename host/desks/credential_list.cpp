@@ -33,14 +33,10 @@ struct Holder {
 };
 using Holders = std::unordered_map<std::int32_t, Holder>;
 
-std::int32_t RowsOf(const QueryResult& result) {
-  return static_cast<std::int32_t>(result.rowCount);
-}
-
-std::string FullName(const ResultTable& tenants, std::int32_t row) {
+std::string FullName(const ResultRow& tenant) {
   std::string name;
   for (const std::int32_t column : {1, 2, 3}) {
-    const std::string part = qorcred::TextOrEmpty(tenants.At(row, column));
+    const std::string part = qorcred::TextOrEmpty(tenant[column]);
     if (!part.empty()) {
       name += (name.empty() ? "" : " ") + part;
     }
@@ -56,11 +52,10 @@ Holders ReadHolders(DeskSession& session, std::int32_t unitKey) {
       "ORDER BY TenantID",
       unitKey));
   Holders holders;
-  for (std::int32_t row = 0; row < RowsOf(result); ++row) {
-    const Holder holder{result.table->At(row, 0), FullName(*result.table, row)};
+  for (const ResultRow row : result.rows()) {
+    const Holder holder{row[0], FullName(row)};
     for (const std::int32_t slot : {4, 5}) {
-      const auto rid =
-          static_cast<std::int32_t>(qorcred::NumericValue(result.table->At(row, slot)));
+      const auto rid = static_cast<std::int32_t>(qorcred::NumericValue(row[slot]));
       holders.emplace(rid, holder);
     }
   }
@@ -70,8 +65,8 @@ Holders ReadHolders(DeskSession& session, std::int32_t unitKey) {
 std::unordered_map<std::int32_t, std::int32_t> RowsByRid(const QueryResult& result) {
   std::unordered_map<std::int32_t, std::int32_t> rows;
   rows.reserve(result.rowCount);
-  for (std::int32_t row = 0; row < RowsOf(result); ++row) {
-    rows.emplace(qorcred::ToLong(result.table->At(row, 0)), row);
+  for (const ResultRow row : result.rows()) {
+    rows.emplace(qorcred::ToLong(row[0]), row.number());
   }
   return rows;
 }

@@ -7,6 +7,7 @@
 #include "frame/data_services.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
+#include "host/store/rows.h"
 
 namespace qorhost {
 
@@ -80,8 +81,7 @@ Table CredentialReport::Rows(bool withTenantRid) const {
   if (rows.HasNoRows()) {
     return table;
   }
-  const std::int32_t last = rows.UpperRow();
-  for (std::int32_t row = 0; row <= last; ++row) {
+  for (const std::int32_t row : RowNumbersOf(rows)) {
     std::vector<Value> cells;
     cells.reserve(shown);
     for (std::size_t column = 0; column < shown; ++column) {

@@ -13,7 +13,6 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/whole_number.h"
-#include "host/store/step_queue.h"
 
 namespace qorhost {
 
@@ -24,11 +23,6 @@ namespace field = dir_code_field;
 bool IsDigits(std::string_view text) {
   return !text.empty() &&
          std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-/// The rows that were changed since the store was opened.
-std::int64_t ChangesSoFar(DeskSession& session) {
-  return session.sql().database().Number("SELECT total_changes()");
 }
 
 /// The number that an operator means; nothing when the text is none.
@@ -62,8 +56,8 @@ std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_vie
         fmt::format("SELECT RID FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE={} ORDER BY "
                     "RID",
                     unitKey, qorcred::NumberText(*number)));
-    for (std::int32_t row = 0; row < static_cast<std::int32_t>(found.rowCount); ++row) {
-      rids.push_back(qorcred::ToLong(found.table->At(row, 0)));
+    for (const ResultRow row : found.rows()) {
+      rids.push_back(qorcred::ToLong(row[0]));
     }
   }
   if (rids.empty()) {
@@ -163,7 +157,7 @@ AddedDirCode DirCodeDesk::SaveNew() {
   static_cast<Outcome&>(added) = saving.End(saved);
   if (saved && added.rid < 1) {
     // A step was queued for a row that is not there.
-    WithdrawSteps(session_.sql(), unitKey_, step::kProgramDirectoryCode, added.rid);
+    session_.sql().steps().Withdraw(unitKey_, step::kProgramDirectoryCode, added.rid);
     added.ending = Ending::kFailed;
   }
   return added;
@@ -172,10 +166,10 @@ AddedDirCode DirCodeDesk::SaveNew() {
 template <typename Operation>
 Outcome DirCodeDesk::Change(Operation&& operation) {
   OperationRecord changing(session_);
-  const std::int64_t before = ChangesSoFar(session_);
+  const std::int64_t before = session_.sql().changesSoFar();
   Outcome outcome = changing.End(operation());
   // A save answers True also when someone else has changed the code meanwhile.
-  if (outcome.done() && ChangesSoFar(session_) == before) {
+  if (outcome.done() && session_.sql().changesSoFar() == before) {
     outcome.ending = Ending::kStale;
   }
   return outcome;

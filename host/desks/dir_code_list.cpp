@@ -69,8 +69,8 @@ std::unordered_map<std::int32_t, std::int32_t> TenantsByRow(DeskSession& session
   const QueryResult result = session.sql().Select(fmt::format(
       "SELECT DIRECTORYCODE FROM Tenants WHERE UnitKey={} AND DIRECTORYCODE <> NULL", unitKey));
   std::unordered_map<std::int32_t, std::int32_t> counts;
-  for (std::int32_t row = 0; row < static_cast<std::int32_t>(result.rowCount); ++row) {
-    ++counts[qorcred::ToLong(result.table->At(row, 0))];
+  for (const ResultRow row : result.rows()) {
+    ++counts[qorcred::ToLong(row[0])];
   }
   return counts;
 }
@@ -114,8 +114,8 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
       fmt::format("SELECT RID,{},MODIFIED FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0",
                   kUnitColumns, desk.unitKey()));
   std::unordered_map<std::int32_t, std::int32_t> rowOf;
-  for (std::int32_t row = 0; row < static_cast<std::int32_t>(details.rowCount); ++row) {
-    rowOf.emplace(qorcred::ToLong(details.table->At(row, kRid)), row);
+  for (const ResultRow row : details.rows()) {
+    rowOf.emplace(qorcred::ToLong(row[kRid]), row.number());
   }
   const auto tenants = TenantsByRow(session, desk.unitKey());
   for (std::int32_t index = 1; index < desk.codes().count(); ++index) {

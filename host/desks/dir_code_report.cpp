@@ -10,6 +10,7 @@
 #include "frame/data_services.h"
 #include "frame/schedules.h"
 #include "host/desks/input_fault.h"
+#include "host/store/rows.h"
 #include "reports/dir_code_fragments.h"
 
 namespace qorhost {
@@ -89,9 +90,8 @@ Table MakeTable(const std::vector<OutputColumn>& columns, const qorcred::ObjectR
     return table;
   }
   const TableView rows(bound);
-  const std::int32_t last = rows.UpperRow();
   const std::int32_t lastColumn = rows.UpperColumn();
-  for (std::int32_t row = rows.LowerRow(); row <= last; ++row) {
+  for (const std::int32_t row : RowNumbersOf(rows)) {
     std::vector<Value> cells;
     cells.reserve(columns.size());
     for (const OutputColumn& column : columns) {
@@ -203,8 +203,8 @@ std::vector<std::string> DirCodeReport::ColumnNames() const {
       "SELECT FieldNameDisplay FROM TenantSelectionFields WHERE FieldName LIKE 'DirectoryCode._%' "
       "ORDER BY DisplaySeq");
   std::vector<std::string> names;
-  for (std::int32_t row = 0; row < static_cast<std::int32_t>(fields.rowCount); ++row) {
-    names.push_back(qorcred::TextOrEmpty(fields.table->At(row, 0)));
+  for (const ResultRow row : fields.rows()) {
+    names.push_back(qorcred::TextOrEmpty(row[0]));
   }
   if (names.empty()) {
     for (std::size_t index = 0; index < grid_->columns().size(); ++index) {

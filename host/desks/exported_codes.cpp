@@ -18,8 +18,8 @@ ExportedCodes ExportCodes(DeskSession& session, std::int32_t unitKey) {
                   kUnitColumns, unitKey));
   const qorcred::TableView table{qorcred::ObjectRef(rows.table)};
   ExportedCodes read;
-  for (std::int32_t row = 0; row < static_cast<std::int32_t>(rows.rowCount); ++row) {
-    RowReading reading = CodeFromRow(table, row, 1);
+  for (const ResultRow row : rows.rows()) {
+    RowReading reading = CodeFromRow(table, row.number(), 1);
     if (reading.obstacle.empty() && !read.codes.empty() &&
         NumberOf(read.codes.back()) == NumberOf(reading.code)) {
       reading.obstacle = "another row has the same code";
@@ -27,9 +27,8 @@ ExportedCodes ExportCodes(DeskSession& session, std::int32_t unitKey) {
     if (reading.obstacle.empty()) {
       read.codes.push_back(std::move(reading.code));
     } else {
-      read.obstacles.push_back({qorcred::NumericValue(rows.table->At(row, 1)),
-                                qorcred::ToLong(rows.table->At(row, 0)),
-                                std::move(reading.obstacle)});
+      read.obstacles.push_back(
+          {qorcred::NumericValue(row[1]), qorcred::ToLong(row[0]), std::move(reading.obstacle)});
     }
   }
   return read;

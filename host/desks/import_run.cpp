@@ -2,53 +2,15 @@
 
 #include <fmt/format.h>
 
+#include <memory>
 #include <utility>
 
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
-#include "host/store/sqlite/kept_counts.h"
-#include "host/store/store_error.h"
 
 namespace qorhost {
 
 namespace {
-
-/// A part of the store's work that can be undone alone.
-class Undoable {
- public:
-  Undoable(Database& database, const char* begin, std::string undo)
-      : database_(database), undo_(std::move(undo)) {
-    database_.Run(begin);
-  }
-  ~Undoable() {
-    if (!ended_) {
-      try {
-        Undo();
-      } catch (const StoreError&) {
-        // The store undoes what is open when it is closed.
-        return;
-      }
-    }
-  }
-  Undoable(const Undoable&) = delete;
-  Undoable& operator=(const Undoable&) = delete;
-
-  void Keep(const char* keep) {
-    ended_ = true;
-    database_.Run(keep);
-  }
-  void Undo() {
-    ended_ = true;
-    if (database_.inTransaction()) {
-      database_.Run(undo_);
-    }
-  }
-
- private:
-  Database& database_;
-  std::string undo_;
-  bool ended_ = false;
-};
 
 /// A message without the middle when a huge cell stands there.
 std::string Shortened(std::string text) {
@@ -71,11 +33,11 @@ ImportRun::ImportRun(DeskSession& session, const ImportRules& rules,
 ImportReport ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
                             const Progress& progress) {
   report_.dryRun = rules_.dryRun;
-  Database& database = session_.store().database();
+  SqlSession& sql = session_.sql();
   // Every save asks how many codes the unit has.
-  KeptCounts counts(session_.sql());
-  Undoable all(database, "BEGIN IMMEDIATE", "ROLLBACK");
-  counts.Count(unitKey);
+  const std::unique_ptr<KeptCounts> counts = sql.units().KeepCounts();
+  Undoable all(sql.outerTransaction());
+  counts->Follow(unitKey);
   try {
     EnterAll(file, enter, progress);
   } catch (const CancelledError&) {
@@ -87,7 +49,7 @@ ImportReport ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEn
   if (rules_.dryRun) {
     all.Undo();
   } else {
-    all.Keep("COMMIT");
+    all.Keep();
   }
   report_.ending = failed_                ? Ending::kFailed
                    : report_.refused == 0 ? Ending::kDone
@@ -117,12 +79,12 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
     Refuse(line.number());
     return;
   }
-  Database& database = session_.store().database();
+  SqlSession& sql = session_.sql();
   ImportNotes notes;
   {
-    Undoable one(database, "SAVEPOINT line", "ROLLBACK TO line; RELEASE line");
+    Undoable one(sql.savepoint());
     if (TryLine(line, enter, notes)) {
-      one.Keep("RELEASE line");
+      one.Keep();
       ++report_.done;
       for (const std::string& note : notes) {
         Remember(line.number(), false, note);
@@ -131,7 +93,7 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
     }
     one.Undo();
   }
-  if (!database.inTransaction()) {
+  if (!sql.inTransaction()) {
     throw FailureError(fmt::format("line {}: {}; the store gave up there and nothing was imported",
                                    line.number(),
                                    failures_.empty() ? "not stored" : failures_.front()));

@@ -16,9 +16,9 @@ using qorcred::MessageButton;
 using qorcred::MessageStyle;
 using qorcred::ObjectRef;
 
-DeskSession::DeskSession(Database database, Surroundings surroundings)
+DeskSession::DeskSession(std::unique_ptr<Store> store, Surroundings surroundings)
     : surroundings_(std::move(surroundings)),
-      connection_(std::make_shared<StoreConnection>(std::move(database), surroundings_.clock)),
+      connection_(std::make_shared<StoreConnection>(std::move(store), surroundings_.clock)),
       visibleConnection_(connection_),
       storeHost_(MakeServices()) {
   if (surroundings_.transcript) {
@@ -98,9 +98,8 @@ ObjectRef DeskSession::Visible(std::string name, ObjectRef object) const {
 std::vector<UnitName> DeskSession::Units() {
   const QueryResult result = sql().Select("SELECT UnitKey, UnitName FROM Units ORDER BY UnitKey");
   std::vector<UnitName> units;
-  for (std::int32_t row = 0; row < static_cast<std::int32_t>(result.rowCount); ++row) {
-    units.push_back({qorcred::ToLong(result.table->At(row, 0)),
-                     qorcred::TextOrEmpty(result.table->At(row, 1))});
+  for (const ResultRow row : result.rows()) {
+    units.push_back({qorcred::ToLong(row[0]), qorcred::TextOrEmpty(row[1])});
   }
   return units;
 }

@@ -37,7 +37,7 @@ struct UnitName {
 /// tracing decorator when there is a transcript. One thread.
 class DeskSession {
  public:
-  DeskSession(Database database, Surroundings surroundings);
+  DeskSession(std::unique_ptr<Store> store, Surroundings surroundings);
   DeskSession(const DeskSession&) = delete;
   DeskSession& operator=(const DeskSession&) = delete;
 
@@ -48,8 +48,7 @@ class DeskSession {
   [[nodiscard]] qorcred::ObjectRef Visible(const std::shared_ptr<ScreenModel>& screen) const;
   [[nodiscard]] qorcred::ObjectRef Visible(std::string name, qorcred::ObjectRef object) const;
 
-  /// The connection itself.
-  [[nodiscard]] StoreConnection& store() { return *connection_; }
+  /// The store itself, past every tracing.
   [[nodiscard]] SqlSession& sql() { return connection_->session(); }
   [[nodiscard]] qorcred::Date Today() { return qorcred::DayOf(surroundings_.clock()); }
   [[nodiscard]] std::vector<UnitName> Units();

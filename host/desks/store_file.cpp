@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <string_view>
 #include <system_error>
 
+#include "host/components/store_host.h"
 #include "host/store/demo.h"
-#include "host/store/sqlite/schema.h"
+#include "host/store/engines/opening.h"
 
 namespace qorhost {
 
@@ -14,26 +14,18 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kSideFiles[] = {"-wal", "-shm", "-journal"};
-
-fs::path Beside(const fs::path& file, std::string_view ending) {
-  fs::path beside = file;
-  beside += ending;
-  return beside;
-}
-
 void RemoveStore(const fs::path& file) {
   std::error_code ignored;
   fs::remove(file, ignored);
-  for (const std::string_view ending : kSideFiles) {
-    fs::remove(Beside(file, ending), ignored);
+  for (const fs::path& beside : SideFilesOf(file)) {
+    fs::remove(beside, ignored);
   }
 }
 
 void FillNewStore(const fs::path& file, bool demo) {
-  Database database = OpenStore(file, OpenMode::kCreate);
+  const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kCreate);
   if (demo) {
-    CreateDemoData(database);
+    CreateDemoData(*store->StartSession(SystemClock()));
   }
 }
 
@@ -47,7 +39,7 @@ void RequireStore(const fs::path& file) {
 
 }  // namespace
 
-Database OpenStoreFile(const fs::path& file, Access access) {
+std::unique_ptr<Store> OpenStoreFile(const fs::path& file, Access access) {
   if (access == Access::kRead && IsOlderStore(file)) {
     // Brought up to date by whatever is asked of it first.
     (void)OpenStore(file, OpenMode::kReadWrite);
@@ -75,15 +67,16 @@ void CreateStore(const fs::path& file, bool demo) {
 void ReplaceStore(const fs::path& file, bool demo) {
   RequireStore(file);
   // Made beside the old one and put in its place when it is whole.
-  const fs::path fresh = Beside(file, ".new");
+  fs::path fresh = file;
+  fresh += ".new";
   if (fs::exists(fresh)) {
     RequireStore(fresh);  // or what an earlier run left behind
   }
   RemoveStore(fresh);
   try {
     FillNewStore(fresh, demo);
-    for (const std::string_view ending : kSideFiles) {
-      fs::remove(Beside(file, ending));
+    for (const fs::path& beside : SideFilesOf(file)) {
+      fs::remove(beside);
     }
     fs::rename(fresh, file);
   } catch (...) {

@@ -3,16 +3,18 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 
 #include "host/desks/desk_error.h"
-#include "host/desks/session.h"
+#include "host/store/store.h"
 
 namespace qorhost {
 
 enum class Access : bool { kRead, kChange };
 
 /// Opens a store; an older one is brought up to date first, whatever the access. Raises StoreError.
-[[nodiscard]] Database OpenStoreFile(const std::filesystem::path& file, Access access);
+[[nodiscard]] std::unique_ptr<Store> OpenStoreFile(const std::filesystem::path& file,
+                                                   Access access);
 
 /// What stands where a store is to be.
 enum class StorePlace : std::uint8_t { kFree, kFile, kFolder };

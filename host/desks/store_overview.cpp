@@ -10,7 +10,6 @@
 #include "frame/text.h"
 #include "host/components/application_object.h"
 #include "host/desks/credential_desk.h"
-#include "host/store/step_queue.h"
 
 namespace qorhost {
 
@@ -77,7 +76,7 @@ Table StepTable(DeskSession& session, std::optional<std::int32_t> unitKey) {
   Table table;
   table.columns = {{"Step", "step"}, {"Unit", "unit"}, {"Kind", "kind"},     {"Row", "subject_rid"},
                    {"Name", "name"}, {"Code", "code"}, {"Queued", "queued"}, {"Sent", "sent"}};
-  for (const ProgramStep& step : ListSteps(session.sql(), unitKey)) {
+  for (const ProgramStep& step : session.sql().steps().List(unitKey)) {
     const bool tenant = step.kind == step::kProgramTenant;
     table.rows.push_back({step.rid, step.unitKey, step.kind, step.subjectRid,
                           tenant ? Value(TenantName(session, step.subjectRid)) : Value(Null{}),

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "host/desks/desk_error.h"
-#include "host/dialect/translator.h"
+#include "host/store/engines/opening.h"
 
 namespace qorhost {
 
@@ -23,9 +23,7 @@ auto Refusing(Work&& work) {
 }  // namespace
 
 StoreStatement::StoreStatement(std::string text) : text_(std::move(text)) {
-  dialect::Translator translator;
-  reads_ = Refusing([&] { return translator.Translate(text_, "").shape->kind; }) ==
-           dialect::StatementKind::kSelect;
+  reads_ = Refusing([&] { return KindOfStatement(text_); }) == dialect::StatementKind::kSelect;
 }
 
 Table StoreStatement::Read(DeskSession& session) const {
@@ -35,11 +33,11 @@ Table StoreStatement::Read(DeskSession& session) const {
   for (const std::string& column : result.columns) {
     table.columns.push_back({column, column});
   }
-  for (std::int32_t row = 0; row < static_cast<std::int32_t>(result.rowCount); ++row) {
+  for (const ResultRow row : result.rows()) {
     std::vector<qorcred::Value> cells;
     for (std::int32_t column = 0; column < static_cast<std::int32_t>(result.columns.size());
          ++column) {
-      cells.push_back(result.table->At(row, column));
+      cells.push_back(row[column]);
     }
     table.rows.push_back(std::move(cells));
   }

@@ -10,7 +10,7 @@
 #include "frame/data_services.h"
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
-#include "host/store/step_queue.h"
+#include "host/store/transaction.h"
 #include "host/unit/unit_rows.h"
 
 namespace qorhost {
@@ -18,40 +18,6 @@ namespace qorhost {
 namespace {
 
 using qorcred::TableView;
-
-std::int32_t RowsOf(const QueryResult& result) {
-  return static_cast<std::int32_t>(result.rowCount);
-}
-
-/// The connection's transaction: undone unless it is committed.
-class OpenTransaction {
- public:
-  explicit OpenTransaction(const qorcred::ObjectRef& connection) : connection_(connection) {
-    connection_.BeginTrans();
-  }
-  ~OpenTransaction() {
-    if (committed_) {
-      return;
-    }
-    try {
-      connection_.RollbackTrans();
-    } catch (...) {
-      // The connection undoes what is open when it is closed.
-      return;
-    }
-  }
-  OpenTransaction(const OpenTransaction&) = delete;
-  OpenTransaction& operator=(const OpenTransaction&) = delete;
-
-  void Commit() {
-    connection_.CommitTrans();
-    committed_ = true;
-  }
-
- private:
-  qorcred::Connection connection_;
-  bool committed_ = false;
-};
 
 /// "`doing`: the first failure; nothing was changed"
 void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
@@ -83,7 +49,8 @@ UnitMerge::~UnitMerge() {
 }
 
 const MergePlan& UnitMerge::Plan() {
-  const OpenTransaction asOneLook(session_.connection());
+  ConnectionTransaction transaction(session_.connection());
+  const Undoable asOneLook(transaction);
   Compare();
   return plan_;
 }
@@ -143,13 +110,13 @@ void UnitMerge::ReadDetails() {
       fmt::format("SELECT RID,MODIFIED,{} FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0",
                   kUnitColumns, unitKey_));
   const TableView table{qorcred::ObjectRef(rows.table)};
-  for (std::int32_t row = 0; row < RowsOf(rows); ++row) {
-    StoredCode* code = FindStored(qorcred::ToLong(rows.table->At(row, 0)));
+  for (const ResultRow row : rows.rows()) {
+    StoredCode* code = FindStored(qorcred::ToLong(row[0]));
     if (code == nullptr) {
       continue;
     }
-    code->state = qorcred::RoundToInteger(qorcred::NumericValue(rows.table->At(row, 1)));
-    RowReading reading = CodeFromRow(table, row, 2);
+    code->state = qorcred::RoundToInteger(qorcred::NumericValue(row[1]));
+    RowReading reading = CodeFromRow(table, row.number(), 2);
     code->code = std::move(reading.code);
     code->obstacle = std::move(reading.obstacle);
   }
@@ -160,10 +127,10 @@ void UnitMerge::ReadTenants() {
       fmt::format("SELECT DIRECTORYCODE, LastName & ' ' & FirstName FROM Tenants WHERE UnitKey={} "
                   "AND DIRECTORYCODE <> NULL ORDER BY TenantID",
                   unitKey_));
-  for (std::int32_t row = 0; row < RowsOf(rows); ++row) {
-    StoredCode* code = FindStored(qorcred::ToLong(rows.table->At(row, 0)));
+  for (const ResultRow row : rows.rows()) {
+    StoredCode* code = FindStored(qorcred::ToLong(row[0]));
     if (code != nullptr) {
-      const std::string name = qorcred::TextOrEmpty(rows.table->At(row, 1));
+      const std::string name = qorcred::TextOrEmpty(row[1]);
       code->tenants.emplace_back(qorcred::Trim(name));
     }
   }
@@ -195,7 +162,8 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress) {
   constexpr std::int32_t kTakenByLibrary = 1;
   constexpr std::int32_t kOutOfSight = std::numeric_limits<std::int32_t>::min();
 
-  OpenTransaction transaction(session_.connection());
+  ConnectionTransaction transaction(session_.connection());
+  Undoable whole(transaction);
   Compare();
   std::int64_t doneSteps = 0;
   const auto tell = [&] {
@@ -224,7 +192,7 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress) {
     RequireSame();
     plan_ = std::move(done);
   }
-  transaction.Commit();
+  whole.Keep();
   return aftermath;
 }
 
@@ -292,13 +260,13 @@ std::size_t UnitMerge::WithdrawMootSteps() {
     }
   }
   std::size_t withdrawn = 0;
-  for (const ProgramStep& waiting : ListSteps(session_.sql(), unitKey_)) {
+  for (const ProgramStep& waiting : session_.sql().steps().List(unitKey_)) {
     const bool moot = IsChangeOfRow(waiting) ? rows.contains(waiting.subjectRid)
                                              : waiting.kind == step::kDeleteDirectoryCode &&
                                                    inserted.contains(waiting.code);
     if (moot && !waiting.sent) {
       withdrawn += static_cast<std::size_t>(
-          WithdrawSteps(session_.sql(), unitKey_, waiting.kind, waiting.subjectRid));
+          session_.sql().steps().Withdraw(unitKey_, waiting.kind, waiting.subjectRid));
     }
   }
   return withdrawn;

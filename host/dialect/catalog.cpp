@@ -198,36 +198,4 @@ const Column* FindColumn(const Table& table, std::string_view name) {
   return FindByName(table.columns, name);
 }
 
-std::string_view DeclaredType(ColumnType type) {
-  switch (type) {
-    case kIdentity:
-      return "INTEGER PRIMARY KEY AUTOINCREMENT";
-    case kLong:
-      return "LONG";
-    case kDouble:
-      return "DOUBLE";
-    case kBoolean:
-      return "BOOLEAN";
-    case kDate:
-      return "DATETIME";
-    case kText:
-      return "TEXT COLLATE \"DESKTOP\"";
-  }
-  return "TEXT";
-}
-
-std::string CreateTableText(const Table& table) {
-  std::string text = "CREATE TABLE " + QuotedName(table.name) + " (";
-  std::string_view separator;
-  for (const Column& column : table.columns) {
-    text.append(separator).append(QuotedName(column.name)).append(" ");
-    text += DeclaredType(column.type);
-    if (column.generated) {
-      text += " GENERATED ALWAYS AS (\"RID\") VIRTUAL";
-    }
-    separator = ", ";
-  }
-  return text + ")";
-}
-
 }  // namespace qorhost::dialect

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
 
 namespace qorhost::dialect {
@@ -37,13 +36,5 @@ struct Table {
 
 /// A column by name, in any letter case; null when there is none.
 [[nodiscard]] const Column* FindColumn(const Table& table, std::string_view name);
-
-/// The declared type that the store gives a column of this type: "LONG", "DOUBLE", "BOOLEAN",
-/// "DATETIME" or `TEXT COLLATE "DESKTOP"`; "INTEGER PRIMARY KEY AUTOINCREMENT" for an identity.
-[[nodiscard]] std::string_view DeclaredType(ColumnType type);
-
-/// The CREATE TABLE statement of a table, without indexes and constraints beyond its identity. A
-/// generated column is declared GENERATED ALWAYS AS ("RID") VIRTUAL.
-[[nodiscard]] std::string CreateTableText(const Table& table);
 
 }  // namespace qorhost::dialect

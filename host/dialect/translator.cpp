@@ -9,7 +9,7 @@
 #include "host/dialect/lexer.h"
 #include "host/dialect/parameters.h"
 #include "host/dialect/parser.h"
-#include "host/store/sqlite/printer.h"
+#include "host/dialect/printed_statement.h"
 
 namespace qorhost::dialect {
 
@@ -42,10 +42,11 @@ std::string Located(const std::string& message, std::size_t line, std::size_t co
   return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + message;
 }
 
-Entry TranslateShape(std::string_view sql, const std::vector<Literal>& literals) {
+Entry TranslateShape(std::string_view sql, const std::vector<Literal>& literals,
+                     EnginePrinter print) {
   Statement statement = Parse(sql, literals);
   Bind(sql, literals, statement);
-  PrintedStatement printed = Print(sql, statement);
+  PrintedStatement printed = print(sql, statement);
   auto shape = std::make_shared<Shape>();
   shape->kind = statement.kind;
   shape->sql = std::move(printed.sql);
@@ -70,6 +71,8 @@ SqlError::SqlError(const std::string& message, std::size_t line, std::size_t col
 
 class Translator::Cache {
  public:
+  explicit Cache(EnginePrinter print) : print_(print) {}
+
   Translation Translate(std::string_view sql, std::string_view timeStamp) {
     Entry& entry = EntryOf(sql);
     entry.values.resize(entry.parameters.size());
@@ -115,7 +118,7 @@ class Translator::Cache {
       return found->second;
     }
     ++parsed_;
-    Entry entry = TranslateShape(sql, literals_);
+    Entry entry = TranslateShape(sql, literals_, print_);
     const std::vector<std::size_t> structural = std::exchange(entry.structural, {});
     if (!structural.empty() && !isExtended) {
       Entry directory;
@@ -162,6 +165,7 @@ class Translator::Cache {
     hasDropped_ = true;
   }
 
+  EnginePrinter print_;
   std::unordered_map<std::string, Entry, KeyHash, std::equal_to<>> entries_;
   std::deque<std::string> order_;  // of the entries, the oldest first
   Entry uncached_;
@@ -172,7 +176,7 @@ class Translator::Cache {
   std::size_t parsed_ = 0;
 };
 
-Translator::Translator() : cache_(std::make_unique<Cache>()) {}
+Translator::Translator(EnginePrinter print) : cache_(std::make_unique<Cache>(print)) {}
 
 Translator::~Translator() = default;
 

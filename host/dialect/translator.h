@@ -1,6 +1,7 @@
-// From the desktop SQL that controllers and hosts write to SQLite's, by a lexer, a parser and a
-// tree. Every literal becomes a bound parameter; what a statement looks like without its literals
-// is its shape, and a shape is parsed and printed once.
+// From the desktop SQL that controllers and hosts write to an engine's, by a lexer, a parser and a
+// tree, which a printer of the engine puts into words. Every literal becomes a bound parameter;
+// what a statement looks like without its literals is its shape, and a shape is parsed and printed
+// once.
 #pragma once
 
 #include <cstddef>
@@ -36,14 +37,13 @@ class SqlError : public std::runtime_error {
 
 /// A translated statement without its literals; shared by all statements of the same shape. A
 /// prepared statement may be kept by the shape's address for as long as the pointer to it is kept.
-/// It runs on handles that RegisterSqlFunctions() (sql_functions.h) was called for, over tables
-/// declared as in CreateTableText(). An expression whose value does not fit its column, a division
-/// by zero and the like fail when it runs.
+/// An expression whose value does not fit its column, a division by zero and the like fail when it
+/// runs.
 struct Shape {
   StatementKind kind = StatementKind::kSelect;
   std::string table;         ///< the table that INSERT, UPDATE or DELETE changes, as the catalog
                              ///< spells it; empty for SELECT
-  std::string sql;           ///< SQLite text; its parameters are "?" in the order of the values
+  std::string sql;           ///< the engine's text; its parameters have the order of the values
   bool takesNewRow = false;  ///< an INSERT whose VALUES name the row-id text
   /// The type of each result column of a SELECT as far as the statement tells it; nothing for
   /// arithmetic and the like, where the value's own type counts. Empty for the other kinds.
@@ -64,9 +64,16 @@ struct Translation {
 inline constexpr std::string_view kRowIdText = "_ROWID_";
 inline constexpr std::string_view kLastModifiedText = "_LMDATE_";
 
+struct PrintedStatement;
+struct Statement;
+
+/// Puts a bound tree, read from `sql`, into the words of an engine. Raises SqlError for what the
+/// engine cannot take.
+using EnginePrinter = PrintedStatement (*)(std::string_view sql, const Statement& statement);
+
 class Translator {
  public:
-  Translator();
+  explicit Translator(EnginePrinter print);
   ~Translator();
   Translator(const Translator&) = delete;
   Translator& operator=(const Translator&) = delete;

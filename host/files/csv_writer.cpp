@@ -1,11 +1,9 @@
 #include "host/files/csv_writer.h"
 
-#include <fmt/format.h>
-
 #include <cstddef>
 
 #include "frame/convert.h"
-#include "frame/date.h"
+#include "host/dialect/canonical_date.h"
 #include "host/files/csv_formula.h"
 
 namespace qorhost {
@@ -21,9 +19,7 @@ std::string FieldOf(const Value& value) {
     return CsvField(WithoutFormula(*text));
   }
   if (const auto* date = value.As<qorcred::Date>()) {
-    const qorcred::CivilTime time = qorcred::ToCivil(*date);
-    return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", time.year, time.month, time.day,
-                       time.hour, time.minute, time.second);
+    return dialect::CanonicalDate(*date);
   }
   return qorcred::TextOrEmpty(value);
 }

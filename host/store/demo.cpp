@@ -8,10 +8,11 @@
 #include <string_view>
 #include <vector>
 
-#include "host/store/capacity_text.h"
+#include "frame/capacity.h"
+#include "frame/convert.h"
 #include "host/store/demo_names.h"
-#include "host/store/sqlite/transaction.h"
 #include "host/store/store_error.h"
+#include "host/store/transaction.h"
 
 namespace qorhost {
 
@@ -102,27 +103,6 @@ constexpr std::array kUnits{
              4},
 };
 
-// Runs one INSERT with these values in the order of its parameters; returns the new identity.
-class Inserter {
- public:
-  Inserter(Database& database, std::string_view sql)
-      : database_(database), insert_(database, sql) {}
-
-  std::int32_t Add(const std::vector<qorcred::Value>& values) {
-    const StatementUse use(insert_);
-    int parameter = 0;
-    for (const qorcred::Value& value : values) {
-      use->Bind(++parameter, value);
-    }
-    use->Step();
-    return static_cast<std::int32_t>(database_.Number("SELECT last_insert_rowid()"));
-  }
-
- private:
-  Database& database_;
-  Statement insert_;
-};
-
 qorcred::Value OrNull(std::optional<std::string_view> text) {
   return text.has_value() ? qorcred::Value(*text) : qorcred::Value(qorcred::Null{});
 }
@@ -131,37 +111,46 @@ qorcred::Value OrNull(std::optional<int> number) {
   return number.has_value() ? qorcred::Value(*number) : qorcred::Value(qorcred::Null{});
 }
 
-void AddUnitTypes(Database& database) {
-  Inserter types(database, "INSERT INTO UNITTYPES (DESCRIPTION, TOTAL) VALUES (?1, ?2)");
+using Fields = std::vector<Field>;
+
+void AddUnitTypes(SqlSession& session) {
   for (const UnitType& type : kUnitTypes) {
-    types.Add({type.description, CapacityText(type.capacity)});
+    session.AddRow("UNITTYPES", Fields{{"DESCRIPTION", type.description},
+                                       {"TOTAL", qorcred::CapacityText(type.capacity)}});
   }
 }
 
-void AddSurroundings(Database& database, const DemoUnit& unit) {
-  Inserter units(database, "INSERT INTO Units (UnitKey, UnitName) VALUES (?1, ?2)");
-  units.Add({unit.key, unit.name});
-  Inserter settings(
-      database,
-      "INSERT INTO UnitSettings (UnitKey, UNITTYPE, IGNOREFACILITYCODE, RECORDDEACTIVATION, "
-      "DEACTIVATIONDATE, DEACTIVATIONDAYS, MaxDigitsDirectoryCode, MaxDigitsEntryCode, "
-      "CARDDEFAULTFACILITYCODE, RFDEFAULTFACILITYCODE, CARDTYPE, RFTYPE) "
-      "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?7, ?8, ?8, 0, 2)");
-  settings.Add({unit.key, unit.type, unit.ignoresFacilityCode, unit.deactivation,
-                OrNull(unit.deactivationDate), OrNull(unit.deactivationDays), unit.digits,
-                unit.facility});
-  Inserter doors(database, "INSERT INTO DOORS (UNITKEY, DOORID, DOORNAME) VALUES (?1, ?2, ?3)");
+void AddSettings(SqlSession& session, const DemoUnit& unit) {
+  session.AddRow("UnitSettings", Fields{{"UnitKey", unit.key},
+                                        {"UNITTYPE", unit.type},
+                                        {"IGNOREFACILITYCODE", unit.ignoresFacilityCode},
+                                        {"RECORDDEACTIVATION", unit.deactivation},
+                                        {"DEACTIVATIONDATE", OrNull(unit.deactivationDate)},
+                                        {"DEACTIVATIONDAYS", OrNull(unit.deactivationDays)},
+                                        {"MaxDigitsDirectoryCode", unit.digits},
+                                        {"MaxDigitsEntryCode", unit.digits},
+                                        {"CARDDEFAULTFACILITYCODE", unit.facility},
+                                        {"RFDEFAULTFACILITYCODE", unit.facility},
+                                        {"CARDTYPE", kCardA},
+                                        {"RFTYPE", kTransmitter}});
+}
+
+void AddSurroundings(SqlSession& session, const DemoUnit& unit) {
+  session.AddRow("Units", Fields{{"UnitKey", unit.key}, {"UnitName", unit.name}});
+  AddSettings(session, unit);
   int door = 0;
   for (const std::string_view name : unit.doors) {
-    doors.Add({unit.key, ++door, name});
+    session.AddRow("DOORS", Fields{{"UNITKEY", unit.key}, {"DOORID", ++door}, {"DOORNAME", name}});
   }
-  Inserter schedules(
-      database, "INSERT INTO Schedules (ScheduleID, ScheduleName, UnitKey) VALUES (?1, ?2, ?3)");
-  schedules.Add({0, "No Access", unit.key});
-  schedules.Add({1, "Full Access", unit.key});
+  const auto addSchedule = [&](int id, std::string_view name) {
+    session.AddRow("Schedules",
+                   Fields{{"ScheduleID", id}, {"ScheduleName", name}, {"UnitKey", unit.key}});
+  };
+  addSchedule(0, "No Access");
+  addSchedule(1, "Full Access");
   int schedule = 1;
   for (const std::string_view name : unit.schedules) {
-    schedules.Add({++schedule, name, unit.key});
+    addSchedule(++schedule, name);
   }
 }
 
@@ -170,44 +159,39 @@ struct Credentials {
   std::vector<std::int32_t> transmitters;
 };
 
-Credentials AddCredentials(Database& database, const DemoUnit& unit) {
+Credentials AddCredentials(SqlSession& session, const DemoUnit& unit) {
   constexpr int kFirstCardA = 1001;
   constexpr int kFirstCardB = 20001;
   constexpr int kFirstTransmitter = 301;
   constexpr int kIdCodes = 27;
   constexpr int kSequences = 3;
-  Inserter credentials(
-      database,
-      "INSERT INTO CredentialBank (UnitKey, CredentialType, PINNo, FacilityCode, IDCode, "
-      "SequenceNumber, ButtonNumber, DOORCODE, LASTMODIFIEDDATE) "
-      "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, 0, ?8)");
+  const auto add = [&](int type, int number, int idCode, int sequence, int button) {
+    return session.AddRow("CredentialBank", Fields{{"UnitKey", unit.key},
+                                                   {"CredentialType", type},
+                                                   {"PINNo", number},
+                                                   {"FacilityCode", unit.facility},
+                                                   {"IDCode", idCode},
+                                                   {"SequenceNumber", sequence},
+                                                   {"ButtonNumber", button},
+                                                   {"DOORCODE", 0},
+                                                   {"LASTMODIFIEDDATE", kStamp}});
+  };
   Credentials added;
   for (int number = 0; number < unit.cardsA; ++number) {
-    added.cards.push_back(
-        credentials.Add({unit.key, kCardA, kFirstCardA + number, unit.facility, 0, 0, 1, kStamp}));
+    added.cards.push_back(add(kCardA, kFirstCardA + number, 0, 0, 1));
   }
   for (int number = 0; number < unit.cardsB; ++number) {
-    added.cards.push_back(
-        credentials.Add({unit.key, kCardB, kFirstCardB + number, unit.facility, 0, 0, 1, kStamp}));
+    added.cards.push_back(add(kCardB, kFirstCardB + number, 0, 0, 1));
   }
   for (int number = 0; number < unit.transmitters; ++number) {
-    const int button = number % 4 == 3 ? 4 : 1;
-    added.transmitters.push_back(
-        credentials.Add({unit.key, kTransmitter, kFirstTransmitter + number, unit.facility,
-                         number % kIdCodes, number % kSequences, button, kStamp}));
+    added.transmitters.push_back(add(kTransmitter, kFirstTransmitter + number, number % kIdCodes,
+                                     number % kSequences, number % 4 == 3 ? 4 : 1));
   }
   return added;
 }
 
-std::vector<std::int32_t> AddDirectoryCodes(Database& database, const DemoUnit& unit) {
+std::vector<std::int32_t> AddDirectoryCodes(SqlSession& session, const DemoUnit& unit) {
   constexpr int kFirstCode = 101;
-  Inserter codes(
-      database,
-      "INSERT INTO DirectoryCode (UNITKEY, DIRECTORYCODE, PHONENUMBER, EXTENSION, TIMEDELAY, "
-      "DNDSCHEDULEID, ISDNDCHECKED, CFSCHEDULEID, ISCFCHECKED, CFPHONENUMBER, CFTIMEDELAY, "
-      "LASTMODIFIEDDATE, ACTIVE, DISPLAYNAME, SHOWDISPLAYNAME, SHOWDIRECTORYCODE, MODIFIED, "
-      "OLDDIRECTORYCODE) "
-      "VALUES (?1, ?2, ?3, ?9, ?10, ?11, ?12, ?4, ?5, ?6, 2, ?7, -1, ?8, -1, -1, 0, ?2)");
   const auto when = [](bool given, qorcred::Value value) {
     return given ? std::move(value) : qorcred::Value(qorcred::Null{});
   };
@@ -216,33 +200,42 @@ std::vector<std::int32_t> AddDirectoryCodes(Database& database, const DemoUnit& 
     const bool forwarded = number % 3 == 2;
     const bool undisturbed = number % 4 == 3;  // during the unit's third schedule
     const bool extended = number % 4 == 1;
-    added.push_back(codes.Add({unit.key, kFirstCode + number, fmt::format("555-01{:02}", number),
-                               when(forwarded, 2), forwarded,
-                               when(forwarded, fmt::format("555-02{:02}", number)), kStamp,
-                               fmt::format("Apartment {}", kFirstCode + number),
-                               when(extended, std::to_string(10 + number)), extended ? 5 : 2,
-                               when(undisturbed, 4), undisturbed}));
+    const int code = kFirstCode + number;
+    added.push_back(session.AddRow(
+        "DirectoryCode",
+        Fields{{"UNITKEY", unit.key},
+               {"DIRECTORYCODE", code},
+               {"PHONENUMBER", fmt::format("555-01{:02}", number)},
+               {"EXTENSION", when(extended, std::to_string(10 + number))},
+               {"TIMEDELAY", extended ? 5 : 2},
+               {"DNDSCHEDULEID", when(undisturbed, 4)},
+               {"ISDNDCHECKED", undisturbed},
+               {"CFSCHEDULEID", when(forwarded, 2)},
+               {"ISCFCHECKED", forwarded},
+               {"CFPHONENUMBER", when(forwarded, fmt::format("555-02{:02}", number))},
+               {"CFTIMEDELAY", 2},
+               {"LASTMODIFIEDDATE", kStamp},
+               {"ACTIVE", true},
+               {"DISPLAYNAME", fmt::format("Apartment {}", code)},
+               {"SHOWDISPLAYNAME", true},
+               {"SHOWDIRECTORYCODE", true},
+               {"MODIFIED", 0},
+               {"OLDDIRECTORYCODE", code}}));
   }
   return added;
 }
 
 // `firstPerson` runs through all units, so that no name comes twice.
-void AddTenants(Database& database, const DemoUnit& unit, std::size_t firstPerson,
+void AddTenants(SqlSession& session, const DemoUnit& unit, std::size_t firstPerson,
                 const Credentials& credentials, const std::vector<std::int32_t>& codes) {
   constexpr int kFirstNameStep = 11;
   constexpr int kLastNameStep = 7;
   constexpr int kEveryWithoutInitial = 6;
   constexpr int kEveryResident = 20;
   constexpr int kEverySecondCredential = 5;
-  Inserter groups(database, "INSERT INTO TenantGroup (UnitKey, IsGroupZero) VALUES (?1, ?2)");
-  const std::int32_t groupZero = groups.Add({unit.key, true});
-  groups.Add({unit.key, false});
-  Inserter tenants(
-      database,
-      "INSERT INTO Tenants (UnitKey, LastName, FirstName, MiddleInitial, NameAtUnit, Resident, "
-      "GROUPID, LINKCODE, ACTIVETENANT, DOORSCHEDULE1, DOORSCHEDULE2, DOORSCHEDULE3, "
-      "DOORSCHEDULE4, CREDENTIALID1, CREDENTIALID2, DIRECTORYCODE, LASTMODIFIEDDATE) "
-      "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, 0, 1, 1, ?9, 0, ?10, ?11, ?12, ?13)");
+  const std::int32_t groupZero =
+      session.AddRow("TenantGroup", Fields{{"UnitKey", unit.key}, {"IsGroupZero", true}});
+  session.AddRow("TenantGroup", Fields{{"UnitKey", unit.key}, {"IsGroupZero", false}});
   const auto orNull = [](const std::vector<std::int32_t>& rids, int at) {
     const auto index = static_cast<std::size_t>(at);
     return index < rids.size() ? qorcred::Value(rids[index]) : qorcred::Value(qorcred::Null{});
@@ -256,37 +249,50 @@ void AddTenants(Database& database, const DemoUnit& unit, std::size_t firstPerso
     const std::string_view initial = demo::kInitials.substr(person % demo::kInitials.size(), 1);
     const bool hasInitial = number % kEveryWithoutInitial != kEveryWithoutInitial - 1;
     const bool hasSecond = number % kEverySecondCredential == 0;
-    tenants.Add({unit.key, last, first,
-                 hasInitial ? qorcred::Value(initial) : qorcred::Value(qorcred::Null{}),
-                 fmt::format("{} {}", first, last),
-                 number % kEveryResident == kEveryResident - 1 ? 1 : 0, groupZero, number + 1,
-                 2 + number % 4, orNull(credentials.cards, number),
-                 hasSecond ? orNull(credentials.transmitters, number / kEverySecondCredential)
-                           : qorcred::Value(qorcred::Null{}),
-                 orNull(codes, number), kStamp});
+    session.AddRow("Tenants",
+                   Fields{{"UnitKey", unit.key},
+                          {"LastName", last},
+                          {"FirstName", first},
+                          {"MiddleInitial",
+                           hasInitial ? qorcred::Value(initial) : qorcred::Value(qorcred::Null{})},
+                          {"NameAtUnit", fmt::format("{} {}", first, last)},
+                          {"Resident", number % kEveryResident == kEveryResident - 1 ? 1 : 0},
+                          {"GROUPID", groupZero},
+                          {"LINKCODE", number + 1},
+                          {"ACTIVETENANT", 0},
+                          {"DOORSCHEDULE1", 1},
+                          {"DOORSCHEDULE2", 1},
+                          {"DOORSCHEDULE3", 2 + number % 4},
+                          {"DOORSCHEDULE4", 0},
+                          {"CREDENTIALID1", orNull(credentials.cards, number)},
+                          {"CREDENTIALID2", hasSecond ? orNull(credentials.transmitters,
+                                                               number / kEverySecondCredential)
+                                                      : qorcred::Value(qorcred::Null{})},
+                          {"DIRECTORYCODE", orNull(codes, number)},
+                          {"LASTMODIFIEDDATE", kStamp}});
   }
-  Inserter counters(database, "INSERT INTO UnitCounters (UnitKey, NextLinkCode) VALUES (?1, ?2)");
-  counters.Add({unit.key, unit.tenants + 1});
+  session.AddRow("UnitCounters", Fields{{"UnitKey", unit.key}, {"NextLinkCode", unit.tenants + 1}});
 }
 
 }  // namespace
 
-void CreateDemoData(Database& database) {
-  if (database.Number("SELECT count(*) FROM Units") != 0 ||
-      database.Number("SELECT count(*) FROM UNITTYPES") != 0) {
-    throw StoreError("The store has units already: demo data needs an empty one");
+void CreateDemoData(SqlSession& session) {
+  for (const std::string_view query :
+       {"SELECT COUNT(*) FROM Units", "SELECT COUNT(*) FROM UNITTYPES"}) {
+    if (qorcred::ToLong(session.Scalar(query)) != 0) {
+      throw StoreError("The store has units already: demo data needs an empty one");
+    }
   }
-  Transaction transaction(database);
-  transaction.Begin();
-  AddUnitTypes(database);
+  Undoable whole(session.transaction());
+  AddUnitTypes(session);
   std::size_t person = 0;
   for (const DemoUnit& unit : kUnits) {
-    AddSurroundings(database, unit);
-    const Credentials credentials = AddCredentials(database, unit);
-    AddTenants(database, unit, person, credentials, AddDirectoryCodes(database, unit));
+    AddSurroundings(session, unit);
+    const Credentials credentials = AddCredentials(session, unit);
+    AddTenants(session, unit, person, credentials, AddDirectoryCodes(session, unit));
     person += static_cast<std::size_t>(unit.tenants);
   }
-  transaction.Commit();
+  whole.Keep();
 }
 
 }  // namespace qorhost

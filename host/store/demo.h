@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "host/store/sqlite/database.h"
+#include "host/store/sql_session.h"
 
 namespace qorhost {
 
@@ -17,6 +17,6 @@ inline constexpr std::int32_t kNoFacilityCodeUnit = 3;  ///< ignores facility co
 /// Fills an empty store with three units, their doors, schedules, tenants, credentials and
 /// directory codes: the same rows at every call. Raises StoreError when the store has units
 /// already; a failure leaves the store as it was.
-void CreateDemoData(Database& database);
+void CreateDemoData(SqlSession& session);
 
 }  // namespace qorhost

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "frame/value.h"
-#include "host/store/sqlite/session.h"
 
 namespace qorhost {
 
@@ -30,16 +29,32 @@ struct ProgramStep {
   bool sent = false;
 };
 
-/// Appends a step in constant time.
-void QueueStep(SqlSession& session, std::int32_t unitKey, std::string_view kind,
-               std::int32_t subjectRid, std::string_view code = {});
+/// A part of SqlSession, and raises what that raises.
+class StepQueue {
+ public:
+  virtual ~StepQueue() = default;
+  StepQueue(const StepQueue&) = delete;
+  StepQueue& operator=(const StepQueue&) = delete;
 
-/// Takes the unsent steps of that kind back; returns how many there were.
-std::int64_t WithdrawSteps(SqlSession& session, std::int32_t unitKey, std::string_view kind,
-                           std::int32_t subjectRid);
+  /// Appends a step in constant time.
+  virtual void Queue(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid,
+                     std::string_view code) = 0;
+  void Queue(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid) {
+    Queue(unitKey, kind, subjectRid, {});
+  }
+  /// Takes the unsent steps of that kind back; returns how many there were.
+  virtual std::int64_t Withdraw(std::int32_t unitKey, std::string_view kind,
+                                std::int32_t subjectRid) = 0;
+  /// Whether the deletion of that code is still to be sent.
+  [[nodiscard]] virtual bool IsDeletionPending(std::int32_t unitKey, std::string_view code) = 0;
+  /// The code under which the unit knows a DirectoryCode row: the one before its change when there
+  /// is one. Empty when there is no such row.
+  [[nodiscard]] virtual std::string CodeAtUnit(std::int32_t unitKey, std::int32_t rid) = 0;
+  /// The queue in the order in which it is sent; of one unit or of all.
+  [[nodiscard]] virtual std::vector<ProgramStep> List(std::optional<std::int32_t> unitKey) = 0;
 
-/// The queue in the order in which it is sent; of one unit or of all.
-[[nodiscard]] std::vector<ProgramStep> ListSteps(SqlSession& session,
-                                                 std::optional<std::int32_t> unitKey);
+ protected:
+  StepQueue() = default;
+};
 
 }  // namespace qorhost

@@ -16,9 +16,8 @@ using qorcred::ErrorNumber;
 using qorcred::RuntimeError;
 using qorcred::Value;
 
-StoreConnection::StoreConnection(Database database, Clock clock) : database_(std::move(database)) {
-  session_.emplace(*database_, std::move(clock));
-}
+StoreConnection::StoreConnection(std::unique_ptr<Store> store, Clock clock)
+    : store_(std::move(store)), session_(store_->StartSession(std::move(clock))) {}
 
 StoreConnection::~StoreConnection() {
   Close();
@@ -26,27 +25,32 @@ StoreConnection::~StoreConnection() {
 
 void StoreConnection::Close() noexcept {
   session_.reset();
-  database_.reset();
+  store_.reset();
 }
 
 SqlSession& StoreConnection::session() {
-  if (!session_.has_value()) {
-    throw RuntimeError(ErrorNumber::kApplicationDefined,
-                       "The connection is closed: open the store again");
-  }
+  RequireOpen();
   return *session_;
 }
 
-Database& StoreConnection::database() {
-  return session().database();
+void StoreConnection::RequireOpen() const {
+  if (session_ == nullptr) {
+    throw RuntimeError(ErrorNumber::kApplicationDefined,
+                       "The connection is closed: open the store again");
+  }
+}
+
+Store& StoreConnection::store() {
+  RequireOpen();
+  return *store_;
 }
 
 int StoreConnection::OpenTransactions() const noexcept {
-  return session_.has_value() && session_->transaction().open() ? 1 : 0;
+  return session_ != nullptr && session_->transaction().open() ? 1 : 0;
 }
 
 int StoreConnection::BusyStatements() const noexcept {
-  return database_.has_value() ? database_->busyStatements() : 0;
+  return store_ != nullptr ? store_->busyStatements() : 0;
 }
 
 Value StoreConnection::Invoke(std::string_view member, qorcred::InvokeKind kind,

@@ -2,22 +2,21 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 
 #include "frame/object.h"
-#include "host/store/sqlite/database.h"
-#include "host/store/sqlite/session.h"
+#include "host/store/sql_session.h"
+#include "host/store/store.h"
 #include "host/store/time_stamp.h"
 
 namespace qorhost {
 
 /// Late-bound members: BeginTrans, CommitTrans, RollbackTrans, Execute(sql[, rows ByRef]). What
 /// fails raises kApplicationDefined with a text for people. Execute takes INSERT, UPDATE or DELETE
-/// in the dialect. Owns its database; what is uncommitted when it ends is undone.
+/// in the dialect. Owns its store; what is uncommitted when it ends is undone.
 class StoreConnection final : public qorcred::Object {
  public:
   /// `clock` gives the time that rows are stamped with.
-  StoreConnection(Database database, Clock clock);
+  StoreConnection(std::unique_ptr<Store> store, Clock clock);
   ~StoreConnection() override;
   StoreConnection(const StoreConnection&) = delete;
   StoreConnection& operator=(const StoreConnection&) = delete;
@@ -27,9 +26,9 @@ class StoreConnection final : public qorcred::Object {
 
   /// For the host's own components. Raises kApplicationDefined after Close().
   [[nodiscard]] SqlSession& session();
-  [[nodiscard]] Database& database();
+  [[nodiscard]] Store& store();
 
-  /// Undoes what is uncommitted and closes the file. Every later use raises.
+  /// Undoes what is uncommitted and closes the store. Every later use raises.
   void Close() noexcept;
 
   /// Transactions that were begun and not ended: 0 or 1.
@@ -38,13 +37,14 @@ class StoreConnection final : public qorcred::Object {
   [[nodiscard]] int BusyStatements() const noexcept;
 
  private:
+  void RequireOpen() const;
   qorcred::Value BeginTrans(qorcred::Arguments arguments);
   qorcred::Value CommitTrans(qorcred::Arguments arguments);
   qorcred::Value RollbackTrans(qorcred::Arguments arguments);
   qorcred::Value Execute(qorcred::Arguments arguments);
 
-  std::optional<Database> database_;
-  std::optional<SqlSession> session_;  // refers to database_ and goes before it
+  std::unique_ptr<Store> store_;
+  std::unique_ptr<SqlSession> session_;  // refers to store_ and goes before it
 };
 
 /// The store connection in an argument of a call. Raises kObjectRequired, kObjectNotSet,

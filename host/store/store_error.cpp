@@ -1,61 +1,40 @@
 #include "host/store/store_error.h"
 
-#include <fmt/format.h>
-#include <sqlite3.h>
-
 namespace qorhost {
 
-namespace {
-
-// The low byte of an extended result code is the primary one.
-constexpr int kPrimaryMask = 0xFF;
-
-}  // namespace
-
-StoreError::StoreError(const std::string& message, int code)
-    : std::runtime_error(message), code_(code) {}
-
-std::string AdviceFor(int code) {
-  if (code == SQLITE_CONSTRAINT_FOREIGNKEY) {
-    return "the row belongs to a unit that does not exist, or is a unit that other rows belong to";
-  }
-  switch (code & kPrimaryMask) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
+std::string_view AdviceFor(StoreFault fault) {
+  switch (fault) {
+    case StoreFault::kNoSuchUnit:
+      return "the row belongs to a unit that does not exist, or is a unit that other rows belong "
+             "to";
+    case StoreFault::kBusy:
       return "another program is writing to the store: let it finish, then try again";
-    case SQLITE_PERM:
+    case StoreFault::kNoRights:
       return "check the rights on the file and its folder, or open it for reading only";
-    case SQLITE_READONLY:
+    case StoreFault::kReadOnly:
       return "the store cannot be written: check the rights on the file and its folder, or whether "
              "it was opened for reading only";
-    case SQLITE_FULL:
+    case StoreFault::kFull:
       return "the disk is full: make room, then try again";
-    case SQLITE_IOERR:
+    case StoreFault::kDisk:
       return "the disk could not be read or written: check it, then try again";
-    case SQLITE_NOTADB:
+    case StoreFault::kNoStore:
       return "the file is not a store: choose another one";
-    case SQLITE_CORRUPT:
+    case StoreFault::kDamaged:
       return "the store is damaged: put back a copy of it";
-    case SQLITE_CANTOPEN:
+    case StoreFault::kCannotOpen:
       return "the file cannot be opened: check its name and the rights on it and its folder";
-    case SQLITE_NOMEM:
+    case StoreFault::kNoMemory:
       return "there is not enough memory: close other programs, then try again";
-    case SQLITE_INTERRUPT:
+    case StoreFault::kTooMuchWork:
       return "the query asks for far more work than a report: narrow it";
-    case SQLITE_TOOBIG:
+    case StoreFault::kTooLong:
       return "the statement or one of its values is too long: use a shorter one";
-    default:
-      return "";
+    case StoreFault::kOther:
+    case StoreFault::kRefused:
+      break;
   }
-}
-
-StoreError LastError(sqlite3* database, const std::string& doing) {
-  const int code = database == nullptr ? SQLITE_NOMEM : sqlite3_extended_errcode(database);
-  const char* text = database == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(database);
-  const std::string advice = AdviceFor(code);
-  return StoreError(advice.empty() ? fmt::format("{}: {}", doing, text)
-                                   : fmt::format("{}: {} ({})", doing, text, advice),
-                    code);
+  return "";
 }
 
 }  // namespace qorhost

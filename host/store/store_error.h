@@ -1,30 +1,44 @@
 // Failures of the store, as people read them.
 #pragma once
 
+#include <cstdint>
 #include <stdexcept>
 #include <string>
-
-struct sqlite3;
+#include <string_view>
 
 namespace qorhost {
 
-/// A failure of the database underneath. what() says what went wrong and what to do about it.
-class StoreError : public std::runtime_error {
- public:
-  /// `code` is SQLite's extended result code, 0 when the store itself refuses.
-  explicit StoreError(const std::string& message, int code = 0);
-
-  [[nodiscard]] int code() const noexcept { return code_; }
-
- private:
-  int code_;
+/// What a failure comes from, whatever the engine calls it.
+enum class StoreFault : std::uint8_t {
+  kOther,       ///< the engine's own text says it all
+  kRefused,     ///< the store itself refuses
+  kNoSuchUnit,  ///< a row of a unit that does not exist, or a unit that other rows belong to
+  kBusy,
+  kNoRights,
+  kReadOnly,
+  kFull,
+  kDisk,
+  kNoStore,
+  kDamaged,
+  kCannotOpen,
+  kNoMemory,
+  kTooMuchWork,
+  kTooLong,
 };
 
-/// What a person can do about a failure with this result code (extended or primary); empty when
-/// SQLite's own text says it all.
-[[nodiscard]] std::string AdviceFor(int code);
+/// A failure of the store underneath. what() says what went wrong and what to do about it.
+class StoreError : public std::runtime_error {
+ public:
+  explicit StoreError(const std::string& message, StoreFault fault = StoreFault::kRefused)
+      : std::runtime_error(message), fault_(fault) {}
 
-/// The last failure of `database` as an error: what was being done, SQLite's text and the advice.
-[[nodiscard]] StoreError LastError(sqlite3* database, const std::string& doing);
+  [[nodiscard]] StoreFault fault() const noexcept { return fault_; }
+
+ private:
+  StoreFault fault_;
+};
+
+/// What a person can do about it; empty for kOther and kRefused.
+[[nodiscard]] std::string_view AdviceFor(StoreFault fault);
 
 }  // namespace qorhost

@@ -1,10 +1,11 @@
 # cmake -P check_includes.cmake -- TREE [EXPECTED]
-# Checks the sources under TREE: which folder includes which, and that no platform macro is named
-# outside com/. Prints each breach and fails when there is one; with EXPECTED, a file of the
+# Checks the sources under TREE: which folder includes which, that an engine's headers are known to
+# its own folder alone, and that no platform macro is named outside com/. Prints each breach and fails when there is one; with EXPECTED, a file of the
 # breaches that there should be, fails when those found differ.
 cmake_minimum_required(VERSION 3.25)
 
-# Folders and, after the colon, what they may include beside their own files.
+# Folders and, after the colon, what they may include beside their own files. A folder inside
+# another one stands before it: the first that a path begins with counts.
 set(areas
   "frame:"
   "credentials:frame"
@@ -14,15 +15,22 @@ set(areas
   "com:frame credentials dircodes reports trace"
   "host/dialect:frame"
   "host/screens:frame"
+  "host/store/sqlite:frame host/dialect host/store"
+  "host/store/engines:frame host/dialect host/store host/store/sqlite"
   "host/store:frame host/dialect"
   "host/components:frame host/dialect host/store"
   "host/unit:frame dircodes"
-  "host/files:frame"
-  "host/desks:frame credentials dircodes reports trace host/dialect host/store host/store/sqlite host/components host/screens host/unit host/files"
-  "host/cli/tour:frame host/store host/store/sqlite host/components host/screens host/unit host/files host/desks host/cli"
+  "host/files:frame host/dialect"
+  "host/desks:frame credentials dircodes reports trace host/dialect host/store host/store/engines host/components host/screens host/unit host/files"
+  "host/cli/tour:frame host/store host/store/engines host/components host/screens host/unit host/files host/desks host/cli"
   "host/cli:frame host/unit host/files host/desks host/cli/tour"
   "bench:*"
   "tests:*")
+
+# Headers of database engines and, after the colon, the folder that may include them. Tests and
+# benchmarks may, too.
+set(engine_headers
+  "sqlite3.h:host/store/sqlite")
 
 # The library's folders use the standard library alone.
 set(library frame credentials dircodes reports trace)
@@ -64,6 +72,17 @@ function(allowed_in folder result)
   endforeach()
 endfunction()
 
+# The folder of the engine that `header` belongs to, or "" when it belongs to none.
+function(engine_of header result)
+  set(${result} "" PARENT_SCOPE)
+  foreach(engine ${engine_headers})
+    if(engine MATCHES "^${header}:(.*)$")
+      set(${result} "${CMAKE_MATCH_1}" PARENT_SCOPE)
+      return()
+    endif()
+  endforeach()
+endfunction()
+
 macro(breach text)
   list(APPEND breaches "${path}: ${text}")
 endmacro()
@@ -93,6 +112,10 @@ function(check_file tree path)
       set(name "${CMAKE_MATCH_1}")
       if(area IN_LIST library AND NOT name IN_LIST standard_headers)
         breach("includes <${name}>, which is not of the standard library")
+      endif()
+      engine_of("${name}" engine)
+      if(NOT engine STREQUAL "" AND NOT area STREQUAL engine AND NOT allowed STREQUAL "*")
+        breach("includes <${name}>, which only ${engine} may know")
       endif()
     else()
       breach("has an include that cannot be read: ${line}")

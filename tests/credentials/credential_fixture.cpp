@@ -4,27 +4,10 @@
 #include <array>
 #include <cstddef>
 
+#include "frame/base64.h"
 #include "frame/date.h"
 
 namespace qortest {
-
-std::string EncodeBase64(std::string_view text) {
-  static constexpr std::string_view kAlphabet =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  static constexpr std::size_t kGroup = 3;
-  std::string encoded;
-  for (std::size_t at = 0; at < text.size(); at += kGroup) {
-    const std::size_t given = std::min(kGroup, text.size() - at);
-    unsigned bits = 0;
-    for (std::size_t i = 0; i < kGroup; ++i) {
-      bits = bits * 256U + (i < given ? static_cast<unsigned char>(text[at + i]) : 0U);
-    }
-    for (std::size_t i = 0; i <= kGroup; ++i) {
-      encoded += i <= given ? kAlphabet[(bits >> (6U * (kGroup - i))) & 63U] : '=';
-    }
-  }
-  return encoded;
-}
 
 CredentialScreen::CredentialScreen(ScreenKind kind)
     : host_(std::make_unique<RecordingHost>(kind)),
@@ -111,7 +94,7 @@ void CredentialScreen::ShowStored(std::int32_t selected, std::int32_t tenant) {
 }
 
 void CredentialScreen::AllowCodes(std::string_view most) {
-  host_->database().Replace("FROM UNITTYPES", {.rows = {{EncodeBase64(most)}}});
+  host_->database().Replace("FROM UNITTYPES", {.rows = {{qorcred::EncodeBase64(most)}}});
 }
 
 void CredentialScreen::CountCodes(std::string_view credentials, std::string_view entryCodes,

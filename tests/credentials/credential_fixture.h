@@ -26,9 +26,6 @@ inline constexpr std::string_view kCapacityQuery =
     "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = "
     "T.DESCRIPTION";
 
-/// Base64 of a text, with padding.
-[[nodiscard]] std::string EncodeBase64(std::string_view text);
-
 /// A controller on a recording host. The transcript starts behind the controller's creation.
 class CredentialScreen {
  public:

@@ -3,7 +3,7 @@
 #include <span>
 #include <utility>
 
-#include "tests/frame/base64_encoding.h"
+#include "frame/base64.h"
 
 namespace qortest {
 
@@ -87,8 +87,7 @@ void DirCodeScreen::SetSpinner(std::string_view spinner, qorcred::Value number) 
 }
 
 void DirCodeScreen::AllowCodes(std::string_view most) {
-  const std::vector<std::uint8_t> bytes(most.begin(), most.end());
-  host_->database().Replace("FROM UNITTYPES", {.rows = {{EncodeBase64(bytes)}}});
+  host_->database().Replace("FROM UNITTYPES", {.rows = {{qorcred::EncodeBase64(most)}}});
 }
 
 void DirCodeScreen::CountCodes(std::string_view credentials, std::string_view entryCodes,

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "base64_encoding.h"
 #include "outcome.h"
 #include "plain_host.h"
 
@@ -108,7 +107,8 @@ TEST(Base64Test, EveryByteComesBackAsItsCharacter) {
   std::vector<std::uint8_t> bytes;
   for (int byte = 0; byte < 256; ++byte) {
     bytes.push_back(static_cast<std::uint8_t>(byte));
-    EXPECT_EQ(decoder.Decode(host, qortest::EncodeBase64(bytes)), host.AnsiToText(bytes)) << byte;
+    const std::string text(bytes.begin(), bytes.end());
+    EXPECT_EQ(decoder.Decode(host, EncodeBase64(text)), host.AnsiToText(bytes)) << byte;
   }
 }
 
@@ -126,7 +126,7 @@ class CountingHost final : public qortest::PlainHost {
   explicit CountingHost(std::size_t width) : width_(width) {}
 
   std::vector<std::uint8_t> TextToAnsi(std::string_view text) override {
-    if (text == qortest::kBase64Alphabet) {
+    if (text == kBase64Alphabet) {
       ++alphabets;
       return {text.begin(), text.end()};
     }

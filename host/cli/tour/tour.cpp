@@ -2,24 +2,25 @@
 
 #include <fmt/format.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/cli/tour/tour_stage.h"
+#include "host/components/store_host.h"
 #include "host/store/demo.h"
-#include "host/store/sqlite/schema.h"
-#include "host/store/step_queue.h"
+#include "host/store/engines/opening.h"
 
 namespace qorhost {
 
 namespace {
 
-Database DemoStore() {
-  Database database = OpenMemoryStore();
-  CreateDemoData(database);
-  return database;
+std::unique_ptr<Store> DemoStore() {
+  std::unique_ptr<Store> store = OpenMemoryStore();
+  CreateDemoData(*store->StartSession(SystemClock()));
+  return store;
 }
 
 /// The tenant, or the directory code as it is now, or as the unit knows it.
@@ -35,7 +36,7 @@ std::string SubjectOf(DeskSession& session, const ProgramStep& step) {
 
 void ShowSteps(const TourStage& stage) {
   stage.guide.Chapter("The programming steps that now wait for the units");
-  const std::vector<ProgramStep> steps = ListSteps(stage.session.sql(), std::nullopt);
+  const std::vector<ProgramStep> steps = stage.session.sql().steps().List(std::nullopt);
   for (const ProgramStep& step : steps) {
     stage.guide.Fact(
         fmt::format("{:3}  unit {}", step.rid, step.unitKey),

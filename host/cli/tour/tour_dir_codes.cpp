@@ -15,7 +15,6 @@
 #include "host/desks/exported_codes.h"
 #include "host/desks/unit_merge.h"
 #include "host/store/demo.h"
-#include "host/store/step_queue.h"
 
 namespace qorhost {
 
@@ -139,7 +138,7 @@ void DirCodeTour::ShowRefusals() {
 }
 
 void DirCodeTour::ShowLastStep(std::string_view kind) {
-  const std::vector<ProgramStep> steps = ListSteps(session_.sql(), kUnit);
+  const std::vector<ProgramStep> steps = session_.sql().steps().List(kUnit);
   const bool queued = !steps.empty() && steps.back().kind == kind;
   guide_.Expect(queued, fmt::format("the step \"{}\" is queued", kind));
   if (queued) {

@@ -2,7 +2,9 @@
 #include "host/store/sqlite/engine_names.h"
 #include "host/store/sqlite/statement_printer.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
+
+using namespace dialect;
 
 void StatementPrinter::PrintCondition(const Expression& node) {
   if (IsCondition(node) && node.coercion == Coercion::kNone) {
@@ -125,4 +127,4 @@ void StatementPrinter::PrintXor(const Expression& node) {
   Write("))");
 }
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

@@ -5,10 +5,10 @@
 
 #include <utility>
 
+#include "host/store/sqlite/engine_error.h"
 #include "host/store/sqlite/sql_functions.h"
-#include "host/store/store_error.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 namespace {
 
@@ -61,16 +61,16 @@ std::string CheckedPath(const std::filesystem::path& file, OpenMode mode) {
   if (!std::filesystem::is_directory(folder, ignored)) {
     throw StoreError(fmt::format("The folder '{}' does not exist: create it or choose another one",
                                  folder.string()),
-                     SQLITE_CANTOPEN);
+                     StoreFault::kCannotOpen);
   }
   if (std::filesystem::is_directory(file, ignored)) {
     throw StoreError(fmt::format("'{}' is a folder: name a file in it", file.string()),
-                     SQLITE_CANTOPEN);
+                     StoreFault::kCannotOpen);
   }
   if (mode != OpenMode::kCreate && !std::filesystem::exists(file, ignored)) {
     throw StoreError(
         fmt::format("There is no store '{}': create it first or name another file", file.string()),
-        SQLITE_CANTOPEN);
+        StoreFault::kCannotOpen);
   }
   return std::filesystem::absolute(file).string();
 }
@@ -95,12 +95,12 @@ Database::Database(std::string name, const std::string& path, int flags, bool re
   }
   // SQLite falls back to reading only when the file may not be written.
   if (!readOnly && sqlite3_db_readonly(opened, "main") == 1) {
-    throw StoreError(
-        fmt::format("The store '{}' cannot be written: {}", name_, AdviceFor(SQLITE_PERM)),
-        SQLITE_READONLY);
+    throw StoreError(fmt::format("The store '{}' cannot be written: {}", name_,
+                                 AdviceFor(StoreFault::kNoRights)),
+                     StoreFault::kReadOnly);
   }
   Configure(opened);
-  dialect::RegisterSqlFunctions(opened);
+  RegisterSqlFunctions(opened);
   Run(
       fmt::format("PRAGMA foreign_keys=ON; PRAGMA temp_store=MEMORY; PRAGMA cell_size_check=ON;"
                   "PRAGMA cache_size={}",
@@ -237,4 +237,4 @@ std::string_view Statement::Text(int column) const noexcept {
              : std::string_view(static_cast<const char*>(text), static_cast<std::size_t>(size));
 }
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -8,17 +8,12 @@
 #include <string_view>
 
 #include "frame/value.h"
+#include "host/store/store.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
 
-namespace qorhost {
-
-enum class OpenMode : std::uint8_t {
-  kReadOnly,
-  kReadWrite,  ///< the file must exist
-  kCreate,     ///< the file is created when there is none
-};
+namespace qorhost::sqlite {
 
 class Statement;
 
@@ -26,7 +21,7 @@ class Statement;
 class Database {
  public:
   /// Opens a file with the dialect's functions and collation, limits against hostile statements and
-  /// a busy timeout. Looks neither at its schema nor changes the file; see OpenStore().
+  /// a busy timeout. Looks neither at its schema nor changes the file; see OpenDatabase().
   Database(const std::filesystem::path& file, OpenMode mode);
   /// A database in memory, gone with this object.
   static Database InMemory();
@@ -106,4 +101,4 @@ class StatementUse {
   Statement& statement_;
 };
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -1,6 +1,8 @@
 #include "host/store/sqlite/engine_names.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
+
+using namespace dialect;
 
 std::string_view SymbolOf(Operator op) {
   switch (op) {
@@ -119,4 +121,4 @@ std::string_view FunctionOf(Coercion coercion, ValueClass valueClass) {
   return "";
 }
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

@@ -5,22 +5,23 @@
 
 #include "host/dialect/tree.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
 
 inline constexpr std::string_view kCollate = " COLLATE \"DESKTOP\"";
 
 /// An operator between its operands, with blanks; ", " for one printed as a function.
-[[nodiscard]] std::string_view SymbolOf(Operator op);
+[[nodiscard]] std::string_view SymbolOf(dialect::Operator op);
 
 /// The function that stands for an operator; empty for one printed with its symbol.
-[[nodiscard]] std::string_view FunctionOf(Operator op);
+[[nodiscard]] std::string_view FunctionOf(dialect::Operator op);
 
 /// Empty for a function that is not printed as a call of its own.
-[[nodiscard]] std::string_view FunctionOf(Function function);
+[[nodiscard]] std::string_view FunctionOf(dialect::Function function);
 
-[[nodiscard]] std::string_view FunctionOf(Aggregate aggregate);
+[[nodiscard]] std::string_view FunctionOf(dialect::Aggregate aggregate);
 
 /// The function that coerces a value of the class; empty for none.
-[[nodiscard]] std::string_view FunctionOf(Coercion coercion, ValueClass valueClass);
+[[nodiscard]] std::string_view FunctionOf(dialect::Coercion coercion,
+                                          dialect::ValueClass valueClass);
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

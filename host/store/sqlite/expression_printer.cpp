@@ -5,7 +5,9 @@
 #include "host/store/sqlite/engine_names.h"
 #include "host/store/sqlite/statement_printer.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
+
+using namespace dialect;
 
 namespace {
 
@@ -248,4 +250,4 @@ void StatementPrinter::PrintAggregate(const Expression& node) {
   Write(")");
 }
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

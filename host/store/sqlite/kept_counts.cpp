@@ -8,7 +8,7 @@
 
 #include "host/store/store_error.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 namespace {
 
@@ -27,7 +27,7 @@ std::string Condition(const CountedRows& rows, std::string_view row) {
   return fmt::format(fmt::runtime(rows.condition), row);
 }
 
-std::int64_t CountRows(SqlSession& session, const CountedRows& rows, std::int32_t unitKey) {
+std::int64_t CountRows(Session& session, const CountedRows& rows, std::int32_t unitKey) {
   const StatementUse count(session.Own(fmt::format(
       "SELECT count(*) FROM {} WHERE UnitKey=?1 AND {}", rows.table, Condition(rows, ""))));
   count->BindNumber(1, unitKey);
@@ -35,12 +35,12 @@ std::int64_t CountRows(SqlSession& session, const CountedRows& rows, std::int32_
   return count->Number(0);
 }
 
-UnitCounts CountUnit(SqlSession& session, std::int32_t unitKey) {
+UnitCounts CountUnit(Session& session, std::int32_t unitKey) {
   return {CountRows(session, kCounted[0], unitKey), CountRows(session, kCounted[1], unitKey),
           CountRows(session, kCounted[2], unitKey)};
 }
 
-bool AreKept(SqlSession& session) {
+bool AreKept(Session& session) {
   const StatementUse find(session.Own("SELECT 1 FROM temp.sqlite_schema WHERE name='kept_counts'"));
   return find->Step();
 }
@@ -58,7 +58,7 @@ std::string Trigger(const CountedRows& rows, std::string_view event, const std::
 
 }  // namespace
 
-KeptCounts::KeptCounts(SqlSession& session) : session_(session) {
+KeptCounts::KeptCounts(Session& session) : session_(session) {
   // What a temporary table holds is undone together with the rows that it counts.
   std::string sql =
       "CREATE TEMP TABLE kept_counts (UnitKey INTEGER PRIMARY KEY, CredentialBank, DirectoryCode, "
@@ -87,13 +87,13 @@ KeptCounts::~KeptCounts() {
   }
 }
 
-void KeptCounts::Count(std::int32_t unitKey) {
+void KeptCounts::Follow(std::int32_t unitKey) {
   const UnitCounts now = CountUnit(session_, unitKey);
   session_.database().Run(fmt::format("INSERT INTO temp.kept_counts VALUES ({},{},{},{})", unitKey,
                                       now.credentials, now.directoryCodes, now.pendingSteps));
 }
 
-UnitCounts ReadUnitCounts(SqlSession& session, std::int32_t unitKey) {
+UnitCounts ReadUnitCounts(Session& session, std::int32_t unitKey) {
   if (AreKept(session)) {
     const StatementUse kept(
         session.Own("SELECT CredentialBank, DirectoryCode, ProgramSteps FROM temp.kept_counts "
@@ -106,4 +106,4 @@ UnitCounts ReadUnitCounts(SqlSession& session, std::int32_t unitKey) {
   return CountUnit(session, unitKey);
 }
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -4,37 +4,24 @@
 #include <cstdint>
 
 #include "host/store/sqlite/session.h"
+#include "host/store/unit_register.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
-/// Lets ReadUnitStatus() do without counting a unit's rows: many saves in one transaction, each of
-/// which asks for the counts, take time linear in their number. Must begin and end outside the
-/// transaction, or undoing a part of it would read the whole schema again. The session must outlive
-/// it. Raises StoreError.
-class KeptCounts {
+/// Temporary triggers on the tables that are counted. Inside a transaction their creation would
+/// have the whole schema read again when a part of it is undone. Raises StoreError.
+class KeptCounts final : public qorhost::KeptCounts {
  public:
-  explicit KeptCounts(SqlSession& session);
-  ~KeptCounts();
-  KeptCounts(const KeptCounts&) = delete;
-  KeptCounts& operator=(const KeptCounts&) = delete;
+  explicit KeptCounts(Session& session);
+  ~KeptCounts() override;
 
-  /// Counts the unit's rows and follows every change of them from now on, until the transaction in
-  /// which it is called ends; it must let nobody else write.
-  void Count(std::int32_t unitKey);
+  void Follow(std::int32_t unitKey) override;
 
  private:
-  SqlSession& session_;
-};
-
-/// What ReadUnitStatus() counts.
-struct UnitCounts {
-  std::int64_t credentials = 0;
-  std::int64_t directoryCodes = 0;
-  std::int64_t pendingSteps = 0;
-  friend bool operator==(const UnitCounts&, const UnitCounts&) = default;
+  Session& session_;
 };
 
 /// The kept counts, or the rows as they are counted.
-[[nodiscard]] UnitCounts ReadUnitCounts(SqlSession& session, std::int32_t unitKey);
+[[nodiscard]] UnitCounts ReadUnitCounts(Session& session, std::int32_t unitKey);
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

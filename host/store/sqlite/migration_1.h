@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 // Numbers are checked because SQLite would keep a text in a number column; a date column takes the
 // canonical text alone. Tenants.MODIFIED is unchecked: hosts also write a time stamp there.
@@ -225,4 +225,4 @@ INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES
 ANALYZE sqlite_schema;
 )sql";
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

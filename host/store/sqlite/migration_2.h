@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 // The report knows its fields by these identities. A row that somebody put there before stays as it
 // is, and a field that has a row under another identity gets no second one. The fields that are not
@@ -36,4 +36,4 @@ WHERE ('DirectoryCode.' || Name) COLLATE DESKTOP NOT IN (
 ORDER BY RID;
 )sql";
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 // A new directory code asks whether its deletion is still to be sent: without the index it would
 // read all steps that wait for the unit. Few steps name a code, the others cost nothing here.
@@ -14,4 +14,4 @@ INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('ProgramSteps', 'ProgramSteps_
 ANALYZE sqlite_schema;
 )sql";
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -12,7 +12,9 @@
 #include "host/store/sqlite/engine_names.h"
 #include "host/store/sqlite/statement_printer.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
+
+using namespace dialect;
 
 namespace {
 
@@ -217,4 +219,4 @@ PrintedStatement Print(std::string_view sql, const Statement& statement) {
   return StatementPrinter(sql).PrintStatement(statement);
 }
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

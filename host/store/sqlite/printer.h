@@ -1,21 +1,15 @@
 // Prints a bound tree as SQLite's SQL, literals as parameters.
 #pragma once
 
-#include <string>
 #include <string_view>
-#include <vector>
 
-#include "host/dialect/parameters.h"
-#include "host/dialect/tree.h"
+#include "host/dialect/printed_statement.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
 
-struct PrintedStatement {
-  std::string sql;
-  std::vector<Parameter> parameters;  ///< of each "?" in that order
-};
+/// For a dialect::Translator: each parameter is a "?". Raises SqlError where the statement is
+/// larger than the engine takes.
+[[nodiscard]] dialect::PrintedStatement Print(std::string_view sql,
+                                              const dialect::Statement& statement);
 
-/// Raises SqlError where the statement is larger than the engine takes.
-[[nodiscard]] PrintedStatement Print(std::string_view sql, const Statement& statement);
-
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

@@ -8,8 +8,9 @@
 
 #include "frame/date.h"
 #include "host/dialect/canonical_date.h"
+#include "host/store/sqlite/table_text.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 namespace {
 
@@ -60,7 +61,7 @@ CellKind DeclaredKind(const Statement& statement, int column) {
   const char* declared = sqlite3_column_decltype(statement.handle(), column);
   const std::string_view type = declared == nullptr ? std::string_view() : declared;
   for (const auto one : {dialect::ColumnType::kBoolean, dialect::ColumnType::kDate}) {
-    if (type == dialect::DeclaredType(one)) {
+    if (type == DeclaredType(one)) {
       return KindOf(one);
     }
   }
@@ -135,4 +136,4 @@ std::shared_ptr<qorcred::ResultTable> ReadRows(Statement& statement,
   return table;
 }
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -12,7 +12,7 @@
 #include "host/dialect/catalog.h"
 #include "host/store/sqlite/database.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 /// How the cells of a column become values. Null is Null in every column.
 enum class CellKind : std::uint8_t {
@@ -39,4 +39,4 @@ enum class CellKind : std::uint8_t {
                                                              std::size_t expectedRows,
                                                              std::size_t& rowCount);
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

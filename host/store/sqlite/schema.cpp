@@ -1,7 +1,6 @@
 #include "host/store/sqlite/schema.h"
 
 #include <fmt/format.h>
-#include <sqlite3.h>
 
 #include <array>
 #include <fstream>
@@ -10,9 +9,10 @@
 #include "host/store/sqlite/migration_1.h"
 #include "host/store/sqlite/migration_2.h"
 #include "host/store/sqlite/migration_3.h"
+#include "host/store/sqlite/transaction.h"
 #include "host/store/store_error.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 namespace {
 
@@ -75,24 +75,18 @@ void CheckVersion(Database& database, std::int64_t version) {
 
 void Migrate(Database& database) {
   // With the file locked and the version read again: another program may migrate it meanwhile.
-  database.Run("BEGIN IMMEDIATE");
-  try {
-    const std::int64_t version = VersionOf(database);
-    CheckVersion(database, version);
-    for (const Migration& migration : kMigrations) {
-      if (migration.version > version) {
-        database.Run(std::string(migration.sql));
-      }
+  HostTransaction transaction = HostTransaction::Outer(database);
+  Undoable migration(transaction);
+  const std::int64_t version = VersionOf(database);
+  CheckVersion(database, version);
+  for (const Migration& step : kMigrations) {
+    if (step.version > version) {
+      database.Run(std::string(step.sql));
     }
-    database.Run(fmt::format("PRAGMA application_id={}; PRAGMA user_version={}", kApplicationId,
-                             SchemaVersion()));
-    database.Run("COMMIT");
-  } catch (...) {
-    if (database.inTransaction()) {
-      sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
-    }
-    throw;
   }
+  database.Run(fmt::format("PRAGMA application_id={}; PRAGMA user_version={}", kApplicationId,
+                           SchemaVersion()));
+  migration.Keep();
 }
 
 void Prepare(Database& database) {
@@ -117,7 +111,7 @@ int SchemaVersion() {
   return kMigrations.back().version;
 }
 
-Database OpenStore(const std::filesystem::path& file, OpenMode mode) {
+Database OpenDatabase(const std::filesystem::path& file, OpenMode mode) {
   Database database(file, mode);
   Prepare(database);
   return database;
@@ -139,8 +133,7 @@ bool IsStoreOrEmpty(const std::filesystem::path& file) {
     Database database(file, OpenMode::kReadOnly);
     return !HasTables(database) || IsOurs(database);
   } catch (const StoreError& failure) {
-    const int code = failure.code() & 0xFF;
-    if (code == SQLITE_NOTADB || code == SQLITE_CORRUPT) {
+    if (failure.fault() == StoreFault::kNoStore || failure.fault() == StoreFault::kDamaged) {
       return false;
     }
     throw;
@@ -152,10 +145,19 @@ bool IsOlderStore(const std::filesystem::path& file) {
   return IsOurs(database) && HasTables(database) && VersionOf(database) < SchemaVersion();
 }
 
-Database OpenMemoryStore() {
+std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file) {
+  std::vector<std::filesystem::path> beside;
+  for (const std::string_view ending : {"-wal", "-shm", "-journal"}) {
+    beside.push_back(file);
+    beside.back() += ending;
+  }
+  return beside;
+}
+
+Database OpenMemoryDatabase() {
   Database database = Database::InMemory();
   Prepare(database);
   return database;
 }
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -5,10 +5,11 @@
 #include <filesystem>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "host/store/sqlite/database.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 /// Marks a file as one of ours (SQLite's application id).
 inline constexpr std::int64_t kApplicationId = 0x714F5253;
@@ -28,7 +29,7 @@ struct Migration {
 /// Opens a store and brings its schema up to date; kCreate makes an empty one when there is none.
 /// Raises StoreError for a file that is no store, is damaged, is newer than this program, or is
 /// older and was opened for reading only.
-[[nodiscard]] Database OpenStore(const std::filesystem::path& file, OpenMode mode);
+[[nodiscard]] Database OpenDatabase(const std::filesystem::path& file, OpenMode mode);
 
 /// Whether a file holds a store, whole or damaged and of any version, or nothing at all: what may
 /// be replaced without a loss of anything else. Only reads the file. Raises StoreError when it
@@ -39,7 +40,10 @@ struct Migration {
 /// Raises StoreError when it cannot, or when the file is damaged or no database.
 [[nodiscard]] bool IsOlderStore(const std::filesystem::path& file);
 
-/// An empty store in memory.
-[[nodiscard]] Database OpenMemoryStore();
+/// The log, index and journal that SQLite may keep beside a database.
+[[nodiscard]] std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file);
 
-}  // namespace qorhost
+/// An empty store in memory.
+[[nodiscard]] Database OpenMemoryDatabase();
+
+}  // namespace qorhost::sqlite

@@ -9,10 +9,12 @@
 #include "frame/date.h"
 #include "frame/text.h"
 #include "host/dialect/catalog.h"
+#include "host/dialect/names.h"
+#include "host/store/sqlite/printer.h"
 #include "host/store/sqlite/work_limit.h"
 #include "host/store/store_error.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 namespace {
 
@@ -47,10 +49,15 @@ std::optional<qorcred::Date> AsDate(const Value& value) {
 
 }  // namespace
 
-SqlSession::SqlSession(Database& database, Clock clock)
-    : database_(database), timeStamp_(std::move(clock)), transaction_(database) {}
+Session::Session(Database& database, Clock clock)
+    : database_(database),
+      timeStamp_(std::move(clock)),
+      translator_(&Print),
+      transaction_(database),
+      outer_(HostTransaction::Outer(database)),
+      savepoint_(HostTransaction::Savepoint(database)) {}
 
-SqlSession::Prepared& SqlSession::PreparedFor(const std::shared_ptr<const dialect::Shape>& shape) {
+Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Shape>& shape) {
   if (latest_ != nullptr && latest_->shape == shape) {
     return *latest_;
   }
@@ -70,7 +77,7 @@ SqlSession::Prepared& SqlSession::PreparedFor(const std::shared_ptr<const dialec
   return found->second;
 }
 
-SqlSession::Prepared& SqlSession::Bound(std::string_view sql) {
+Session::Prepared& Session::Bound(std::string_view sql) {
   transaction_.CheckUsable();
   const dialect::Translation translation = translator_.Translate(sql, timeStamp_.Now());
   Prepared& prepared = PreparedFor(translation.shape);
@@ -86,7 +93,7 @@ SqlSession::Prepared& SqlSession::Bound(std::string_view sql) {
   return prepared;
 }
 
-SqlSession::Prepared& SqlSession::BoundSelect(std::string_view sql) {
+Session::Prepared& Session::BoundSelect(std::string_view sql) {
   Prepared& prepared = Bound(sql);
   if (prepared.shape->kind != StatementKind::kSelect || !prepared.statement.changesNothing()) {
     prepared.statement.Reset();
@@ -96,7 +103,7 @@ SqlSession::Prepared& SqlSession::BoundSelect(std::string_view sql) {
   return prepared;
 }
 
-QueryResult SqlSession::Select(std::string_view sql) {
+QueryResult Session::Select(std::string_view sql) {
   Prepared& prepared = BoundSelect(sql);
   const StatementUse use(prepared.statement);
   const WorkLimit limit(database_);
@@ -107,15 +114,14 @@ QueryResult SqlSession::Select(std::string_view sql) {
   return result;
 }
 
-Value SqlSession::Scalar(std::string_view sql) {
+Value Session::Scalar(std::string_view sql) {
   Prepared& prepared = BoundSelect(sql);
   const StatementUse use(prepared.statement);
   const WorkLimit limit(database_);
   return use->Step() ? ReadCell(prepared.statement, 0, prepared.kinds.front()) : Value();
 }
 
-SqlSession::Prepared& SqlSession::BoundChange(std::string_view sql,
-                                              std::optional<StatementKind> kind) {
+Session::Prepared& Session::BoundChange(std::string_view sql, std::optional<StatementKind> kind) {
   Prepared& prepared = Bound(sql);
   const StatementKind found = prepared.shape->kind;
   if (found == kind || (!kind.has_value() && found != StatementKind::kSelect)) {
@@ -127,13 +133,13 @@ SqlSession::Prepared& SqlSession::BoundChange(std::string_view sql,
                                NameOf(found)));
 }
 
-ChangeResult SqlSession::Change(std::string_view sql, std::optional<StatementKind> kind) {
+ChangeResult Session::Change(std::string_view sql, std::optional<StatementKind> kind) {
   const StatementUse use(BoundChange(sql, kind).statement);
   use->Step();
   return {ChangedRows(), sqlite3_last_insert_rowid(database_.handle())};
 }
 
-bool SqlSession::IsVersion(const RowVersion& version, std::string_view changedTable) {
+bool Session::IsVersion(const RowVersion& version, std::string_view changedTable) {
   const dialect::Table* named = dialect::FindTable(version.table);
   const dialect::Table* table = named != nullptr ? named : dialect::FindTable(changedTable);
   if (table == nullptr || dialect::FindColumn(*table, "RID") == nullptr ||
@@ -156,31 +162,24 @@ bool SqlSession::IsVersion(const RowVersion& version, std::string_view changedTa
          qorcred::Trim(qorcred::TextOrEmpty(version.lastModified));
 }
 
-ChangeResult SqlSession::UpdateVersion(std::string_view sql, const RowVersion& version) {
+ChangeResult Session::UpdateVersion(std::string_view sql, const RowVersion& version) {
   // The look and the change are one step for everybody else.
-  const bool ownTransaction = !transaction_.open();
-  if (ownTransaction) {
-    transaction_.Begin();
+  std::optional<Undoable> oneStep;
+  if (!transaction_.open()) {
+    oneStep.emplace(transaction_);
   }
-  try {
-    Prepared& prepared = BoundChange(sql, StatementKind::kUpdate);
-    const std::string changedTable = prepared.shape->table;
-    prepared.statement.Reset();
-    const ChangeResult result =
-        IsVersion(version, changedTable) ? Change(sql, StatementKind::kUpdate) : ChangeResult{};
-    if (ownTransaction) {
-      transaction_.Commit();
-    }
-    return result;
-  } catch (...) {
-    if (ownTransaction) {
-      transaction_.Rollback();
-    }
-    throw;
+  Prepared& prepared = BoundChange(sql, StatementKind::kUpdate);
+  const std::string changedTable = prepared.shape->table;
+  prepared.statement.Reset();
+  const ChangeResult result =
+      IsVersion(version, changedTable) ? Change(sql, StatementKind::kUpdate) : ChangeResult{};
+  if (oneStep.has_value()) {
+    oneStep->Keep();
   }
+  return result;
 }
 
-std::int64_t SqlSession::DeleteRow(std::string_view table, std::int32_t rid) {
+std::int64_t Session::DeleteRow(std::string_view table, std::int32_t rid) {
   const dialect::Table* found = dialect::FindTable(table);
   if (found == nullptr) {
     throw StoreError(fmt::format("There is no table '{}' in the store", table));
@@ -194,7 +193,29 @@ std::int64_t SqlSession::DeleteRow(std::string_view table, std::int32_t rid) {
   return ChangedRows();
 }
 
-Statement& SqlSession::Own(std::string_view sql) {
+std::int32_t Session::AddRow(std::string_view table, std::span<const Field> fields) {
+  std::string columns;
+  std::string places;
+  for (const Field& field : fields) {
+    const std::string_view separator = columns.empty() ? "" : ", ";
+    columns.append(separator).append(dialect::QuotedName(field.column));
+    places.append(separator).append("?");
+  }
+  const StatementUse use(Own(
+      fmt::format("INSERT INTO {} ({}) VALUES ({})", dialect::QuotedName(table), columns, places)));
+  int parameter = 0;
+  for (const Field& field : fields) {
+    use->Bind(++parameter, field.value);
+  }
+  use->Step();
+  return static_cast<std::int32_t>(sqlite3_last_insert_rowid(database_.handle()));
+}
+
+std::int64_t Session::changesSoFar() const noexcept {
+  return sqlite3_total_changes64(database_.handle());
+}
+
+Statement& Session::Own(std::string_view sql) {
   transaction_.CheckUsable();
   const auto found = own_.find(sql);
   if (found != own_.end()) {
@@ -203,8 +224,8 @@ Statement& SqlSession::Own(std::string_view sql) {
   return own_.emplace(sql, Statement(database_, sql)).first->second;
 }
 
-std::int64_t SqlSession::ChangedRows() const noexcept {
+std::int64_t Session::ChangedRows() const noexcept {
   return sqlite3_changes64(database_.handle());
 }
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -1,4 +1,4 @@
-// Statements of the dialect, run on a database.
+// A session on a SQLite database.
 #pragma once
 
 #include <cstddef>
@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -15,61 +16,47 @@
 #include "frame/result_table.h"
 #include "frame/value.h"
 #include "host/dialect/translator.h"
+#include "host/store/sql_session.h"
 #include "host/store/sqlite/database.h"
 #include "host/store/sqlite/result_reader.h"
+#include "host/store/sqlite/step_queue.h"
+#include "host/store/sqlite/tenant_register.h"
 #include "host/store/sqlite/transaction.h"
+#include "host/store/sqlite/unit_register.h"
 #include "host/store/time_stamp.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
-/// A SELECT's rows. `table` is never null; without rows it is one cell that holds "".
-struct QueryResult {
-  std::vector<std::string> columns;
-  std::shared_ptr<qorcred::ResultTable> table;
-  std::size_t rowCount = 0;
-};
-
-/// What an INSERT, UPDATE or DELETE did.
-struct ChangeResult {
-  std::int64_t rows = 0;
-  std::int64_t newRow = 0;  ///< identity of the row that an INSERT added last
-};
-
-/// The version of a row that a change is meant for.
-struct RowVersion {
-  std::string_view table;  ///< as the caller names it; an unknown name means the changed table
-  std::int32_t rid = 0;
-  const qorcred::Value& lastModified;
-};
-
-/// Runs dialect statements, each parsed and prepared once per shape, and the host's own statements.
-/// Raises dialect::SqlError for a statement that the dialect refuses and StoreError for one that
-/// fails; either way the statement has changed nothing and holds nothing open.
-class SqlSession {
+/// Each statement of the dialect is parsed and prepared once per shape, each of the engine's own
+/// texts once.
+class Session final : public SqlSession {
  public:
-  SqlSession(Database& database, Clock clock);
+  Session(Database& database, Clock clock);
 
-  /// Runs a SELECT.
-  [[nodiscard]] QueryResult Select(std::string_view sql);
-  /// The first cell of a SELECT; Empty without rows.
-  [[nodiscard]] qorcred::Value Scalar(std::string_view sql);
-  /// Runs an INSERT, UPDATE or DELETE: only that of `kind` when one is given.
-  ChangeResult Change(std::string_view sql, std::optional<dialect::StatementKind> kind);
-  /// Runs an UPDATE unless the row meant has another last-modified date by now: then 0 rows.
-  ChangeResult UpdateVersion(std::string_view sql, const RowVersion& version);
-  /// Deletes the row with that identity from a table of the catalog; returns the number of rows.
-  std::int64_t DeleteRow(std::string_view table, std::int32_t rid);
+  [[nodiscard]] QueryResult Select(std::string_view sql) override;
+  [[nodiscard]] qorcred::Value Scalar(std::string_view sql) override;
+  ChangeResult Change(std::string_view sql, std::optional<dialect::StatementKind> kind) override;
+  ChangeResult UpdateVersion(std::string_view sql, const RowVersion& version) override;
+  std::int64_t DeleteRow(std::string_view table, std::int32_t rid) override;
+  std::int32_t AddRow(std::string_view table, std::span<const Field> fields) override;
+  [[nodiscard]] std::int64_t changesSoFar() const noexcept override;
 
-  /// One of the host's own statements in SQLite's words, prepared once. Use it in a StatementUse.
-  /// For texts that the host makes up itself, of which there are few.
+  [[nodiscard]] Transaction& transaction() noexcept override { return transaction_; }
+  [[nodiscard]] HostTransaction& outerTransaction() noexcept override { return outer_; }
+  [[nodiscard]] HostTransaction& savepoint() noexcept override { return savepoint_; }
+  [[nodiscard]] bool inTransaction() const noexcept override { return database_.inTransaction(); }
+
+  [[nodiscard]] StepQueue& steps() noexcept override { return steps_; }
+  [[nodiscard]] TenantRegister& tenants() noexcept override { return tenants_; }
+  [[nodiscard]] UnitRegister& units() noexcept override { return units_; }
+
+  /// A statement in SQLite's words, prepared once: for texts that this engine makes up itself, of
+  /// which there are few. Use it in a StatementUse.
   [[nodiscard]] Statement& Own(std::string_view sql);
-
   /// The rows that the latest INSERT, UPDATE or DELETE added, changed or deleted.
   [[nodiscard]] std::int64_t ChangedRows() const noexcept;
 
   [[nodiscard]] Database& database() const noexcept { return database_; }
-  [[nodiscard]] Transaction& transaction() noexcept { return transaction_; }
-  [[nodiscard]] const Transaction& transaction() const noexcept { return transaction_; }
   [[nodiscard]] TimeStamp& timeStamp() noexcept { return timeStamp_; }
   [[nodiscard]] const dialect::Translator& translator() const noexcept { return translator_; }
 
@@ -94,6 +81,11 @@ class SqlSession {
   Prepared* latest_ = nullptr;
   std::map<std::string, Statement, std::less<>> own_;  // by text
   Transaction transaction_;
+  HostTransaction outer_;
+  HostTransaction savepoint_;
+  StepQueue steps_{*this};
+  TenantRegister tenants_{*this};
+  UnitRegister units_{*this};
 };
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

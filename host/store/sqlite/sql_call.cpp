@@ -5,7 +5,9 @@
 #include "host/dialect/canonical_date.h"
 #include "host/dialect/refusal.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
+
+using namespace dialect;
 
 namespace {
 
@@ -67,4 +69,4 @@ void SqlCall::Return(std::string_view text) const {
   sqlite3_result_text64(context_, bytes, text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

@@ -14,7 +14,7 @@
 
 #include "frame/date.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
 
 /// One call of a function: its arguments and where its result goes.
 class SqlCall {
@@ -102,4 +102,4 @@ struct SqlFunction {
   void (*callback)(sqlite3_context*, int, sqlite3_value**);
 };
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

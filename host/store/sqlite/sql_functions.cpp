@@ -11,13 +11,14 @@
 #include "host/store/sqlite/text_functions.h"
 #include "host/store/sqlite/value_functions.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
 
 namespace {
 
 int Collate(void* /*unused*/, int leftSize, const void* left, int rightSize, const void* right) {
-  return CompareFolded({static_cast<const char*>(left), static_cast<std::size_t>(leftSize)},
-                       {static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});
+  return dialect::CompareFolded(
+      {static_cast<const char*>(left), static_cast<std::size_t>(leftSize)},
+      {static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});
 }
 
 void RequireOk(sqlite3* database, int result) {
@@ -45,4 +46,4 @@ void RegisterSqlFunctions(sqlite3* database) {
   RegisterAll(database, ValueFunctions());
 }
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

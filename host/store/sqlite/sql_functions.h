@@ -4,7 +4,7 @@
 
 struct sqlite3;
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
 
 /// Registers the collation DESKTOP (texts without regard to case), LIKE (the same; only % and _ are
 /// special) and the functions that translations call, all named desktop_*. To be called on every
@@ -13,4 +13,4 @@ namespace qorhost::dialect {
 /// escapes.
 void RegisterSqlFunctions(sqlite3* database);
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

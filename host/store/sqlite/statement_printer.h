@@ -4,16 +4,16 @@
 #include <cstddef>
 #include <string_view>
 
+#include "host/dialect/printed_statement.h"
 #include "host/dialect/tree.h"
-#include "host/store/sqlite/printer.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
 
 class StatementPrinter {
  public:
   explicit StatementPrinter(std::string_view sql) : sql_(sql) {}
 
-  PrintedStatement PrintStatement(const Statement& statement);
+  dialect::PrintedStatement PrintStatement(const dialect::Statement& statement);
 
  private:
   // What a part of the statement adds to the stack of the engine's parser.
@@ -35,48 +35,48 @@ class StatementPrinter {
   };
 
   void Write(std::string_view text) { printed_.sql += text; }
-  void WriteParameter(const Parameter& parameter, std::size_t offset);
+  void WriteParameter(const dialect::Parameter& parameter, std::size_t offset);
 
   // Statements.
-  void PrintInsert(const Statement& statement);
-  void PrintUpdate(const Statement& statement);
-  void PrintTable(const TableName& table);
-  void PrintWhere(const ExpressionPtr& where);
-  void PrintQuery(const Query& query, bool named);
-  void PrintLimit(const Select& select);
-  void PrintOrder(const Query& query, bool isUnion);
-  void PrintSelect(const Select& select, bool isUnion, bool named);
-  void PrintSource(const Source& source);
+  void PrintInsert(const dialect::Statement& statement);
+  void PrintUpdate(const dialect::Statement& statement);
+  void PrintTable(const dialect::TableName& table);
+  void PrintWhere(const dialect::ExpressionPtr& where);
+  void PrintQuery(const dialect::Query& query, bool named);
+  void PrintLimit(const dialect::Select& select);
+  void PrintOrder(const dialect::Query& query, bool isUnion);
+  void PrintSelect(const dialect::Select& select, bool isUnion, bool named);
+  void PrintSource(const dialect::Source& source);
 
   // Conditions.
-  void PrintCondition(const Expression& node);
-  void PrintTruth(const Expression& node);
-  void PrintNullTest(const Expression& tested, bool negated);
-  void PrintCollated(const Expression& node);
-  void PrintCompare(const Expression& node);
-  void PrintInList(const Expression& node);
-  void PrintXor(const Expression& node);
+  void PrintCondition(const dialect::Expression& node);
+  void PrintTruth(const dialect::Expression& node);
+  void PrintNullTest(const dialect::Expression& tested, bool negated);
+  void PrintCollated(const dialect::Expression& node);
+  void PrintCompare(const dialect::Expression& node);
+  void PrintInList(const dialect::Expression& node);
+  void PrintXor(const dialect::Expression& node);
 
   // Values.
-  void PrintKey(const Expression& node);
-  void PrintValue(const Expression& node);
-  void PrintUncoerced(const Expression& node);
-  void PrintLiteral(const Expression& node);
-  void PrintChain(const Expression& node, std::size_t first, std::size_t count,
+  void PrintKey(const dialect::Expression& node);
+  void PrintValue(const dialect::Expression& node);
+  void PrintUncoerced(const dialect::Expression& node);
+  void PrintLiteral(const dialect::Expression& node);
+  void PrintChain(const dialect::Expression& node, std::size_t first, std::size_t count,
                   std::string_view symbol);
-  void PrintConcatenated(const Expression& node);
-  void PrintNumber(const Expression& node);
-  void PrintArithmetic(const Expression& node);
-  void PrintFunction(const Expression& node);
-  void PrintCall(std::string_view name, const Expression& node);
-  void PrintCase(const Expression& node);
-  void PrintFormat(const Expression& node);
-  void PrintNullTo(const Expression& node);
-  void PrintAggregate(const Expression& node);
+  void PrintConcatenated(const dialect::Expression& node);
+  void PrintNumber(const dialect::Expression& node);
+  void PrintArithmetic(const dialect::Expression& node);
+  void PrintFunction(const dialect::Expression& node);
+  void PrintCall(std::string_view name, const dialect::Expression& node);
+  void PrintCase(const dialect::Expression& node);
+  void PrintFormat(const dialect::Expression& node);
+  void PrintNullTo(const dialect::Expression& node);
+  void PrintAggregate(const dialect::Expression& node);
 
   std::string_view sql_;
-  PrintedStatement printed_;
+  dialect::PrintedStatement printed_;
   std::size_t stack_ = 0;
 };
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

@@ -1,38 +1,58 @@
-#include "host/store/step_queue.h"
+#include "host/store/sqlite/step_queue.h"
 
-#include "host/store/sqlite/result_reader.h"
+#include "frame/convert.h"
+#include "host/store/sqlite/session.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
-void QueueStep(SqlSession& session, std::int32_t unitKey, std::string_view kind,
-               std::int32_t subjectRid, std::string_view code) {
+void StepQueue::Queue(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid,
+                      std::string_view code) {
   const StatementUse insert(
-      session.Own("INSERT INTO ProgramSteps (UnitKey, Kind, SubjectRID, Code, QueuedAt, Sent) "
-                  "VALUES (?1, ?2, ?3, nullif(?4, ''), ?5, 0)"));
+      session_.Own("INSERT INTO ProgramSteps (UnitKey, Kind, SubjectRID, Code, QueuedAt, Sent) "
+                   "VALUES (?1, ?2, ?3, nullif(?4, ''), ?5, 0)"));
   insert->BindNumber(1, unitKey);
   insert->BindText(2, kind);
   insert->BindNumber(3, subjectRid);
   insert->BindText(4, code);
-  insert->BindText(5, session.timeStamp().Now());
+  insert->BindText(5, session_.timeStamp().Now());
   insert->Step();
 }
 
-std::int64_t WithdrawSteps(SqlSession& session, std::int32_t unitKey, std::string_view kind,
-                           std::int32_t subjectRid) {
+std::int64_t StepQueue::Withdraw(std::int32_t unitKey, std::string_view kind,
+                                 std::int32_t subjectRid) {
   const StatementUse withdraw(
-      session.Own("DELETE FROM ProgramSteps WHERE UnitKey=?1 AND SubjectRID=?2 AND Kind=?3 AND "
-                  "Sent=0"));
+      session_.Own("DELETE FROM ProgramSteps WHERE UnitKey=?1 AND SubjectRID=?2 AND Kind=?3 AND "
+                   "Sent=0"));
   withdraw->BindNumber(1, unitKey);
   withdraw->BindNumber(2, subjectRid);
   withdraw->BindText(3, kind);
   withdraw->Step();
-  return session.ChangedRows();
+  return session_.ChangedRows();
 }
 
-std::vector<ProgramStep> ListSteps(SqlSession& session, std::optional<std::int32_t> unitKey) {
+bool StepQueue::IsDeletionPending(std::int32_t unitKey, std::string_view code) {
+  const StatementUse find(
+      session_.Own("SELECT 1 FROM ProgramSteps WHERE UnitKey=?1 AND Kind=?2 AND Code=?3 AND Sent=0 "
+                   "LIMIT 1"));
+  find->BindNumber(1, unitKey);
+  find->BindText(2, step::kDeleteDirectoryCode);
+  find->BindText(3, code);
+  return find->Step();
+}
+
+std::string StepQueue::CodeAtUnit(std::int32_t unitKey, std::int32_t rid) {
+  const StatementUse find(
+      session_.Own("SELECT coalesce(OLDDIRECTORYCODE, DIRECTORYCODE) FROM DirectoryCode "
+                   "WHERE RID=?2 AND UNITKEY=?1"));
+  find->BindNumber(1, unitKey);
+  find->BindNumber(2, rid);
+  return find->Step() ? qorcred::TextOrEmpty(ReadCell(*find, 0, CellKind::kPlain)) : std::string();
+}
+
+std::vector<ProgramStep> StepQueue::List(std::optional<std::int32_t> unitKey) {
   const StatementUse list(
-      session.Own("SELECT RID, UnitKey, Kind, SubjectRID, Code, QueuedAt, Sent FROM ProgramSteps "
-                  "WHERE ?1 IS NULL OR UnitKey=?1 ORDER BY RID"));
+      session_.Own("SELECT RID, UnitKey, Kind, SubjectRID, Code, QueuedAt, Sent FROM ProgramSteps "
+                   "WHERE ?1 IS NULL OR UnitKey=?1 ORDER BY RID"));
   if (unitKey.has_value()) {
     list->BindNumber(1, *unitKey);
   }
@@ -51,4 +71,4 @@ std::vector<ProgramStep> ListSteps(SqlSession& session, std::optional<std::int32
   return steps;
 }
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

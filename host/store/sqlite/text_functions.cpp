@@ -15,7 +15,9 @@
 #include "frame/value.h"
 #include "host/dialect/folding.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
+
+using namespace dialect;
 
 namespace {
 
@@ -187,4 +189,4 @@ std::span<const SqlFunction> TextFunctions() {
   return kTextFunctions;
 }
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

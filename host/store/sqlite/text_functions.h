@@ -5,9 +5,9 @@
 
 #include "host/store/sqlite/sql_call.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
 
 /// What to register with the engine; lives as long as the program.
 [[nodiscard]] std::span<const SqlFunction> TextFunctions();
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

@@ -2,9 +2,11 @@
 
 #include <sqlite3.h>
 
+#include <utility>
+
 #include "host/store/store_error.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 namespace {
 
@@ -69,4 +71,36 @@ void Transaction::CheckUsable() {
   }
 }
 
-}  // namespace qorhost
+HostTransaction::HostTransaction(Database& database, std::string begin, std::string commit,
+                                 std::string rollback)
+    : database_(database),
+      begin_(std::move(begin)),
+      commit_(std::move(commit)),
+      rollback_(std::move(rollback)) {}
+
+HostTransaction HostTransaction::Outer(Database& database) {
+  return {database, "BEGIN IMMEDIATE", "COMMIT", "ROLLBACK"};
+}
+
+HostTransaction HostTransaction::Savepoint(Database& database) {
+  return {database, "SAVEPOINT line", "RELEASE line", "ROLLBACK TO line; RELEASE line"};
+}
+
+void HostTransaction::Begin() {
+  database_.Run(begin_);
+  open_ = true;
+}
+
+void HostTransaction::Commit() {
+  database_.Run(commit_);
+  open_ = false;
+}
+
+void HostTransaction::Rollback() {
+  open_ = false;
+  if (database_.inTransaction()) {
+    database_.Run(rollback_);
+  }
+}
+
+}  // namespace qorhost::sqlite

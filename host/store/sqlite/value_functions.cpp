@@ -14,7 +14,9 @@
 #include "host/dialect/names.h"
 #include "host/dialect/refusal.h"
 
-namespace qorhost::dialect {
+namespace qorhost::sqlite {
+
+using namespace dialect;
 
 namespace {
 
@@ -175,4 +177,4 @@ std::span<const SqlFunction> ValueFunctions() {
   return kValueFunctions;
 }
 
-}  // namespace qorhost::dialect
+}  // namespace qorhost::sqlite

@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 namespace {
 
@@ -25,4 +25,4 @@ WorkLimit::~WorkLimit() {
   sqlite3_progress_handler(database_.handle(), 0, nullptr, nullptr);
 }
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -5,7 +5,7 @@
 
 #include "host/store/sqlite/database.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 
 /// Stops what runs on a database during this object's lifetime when it takes more than about
 /// kMostWork of the engine's steps: it fails with SQLITE_INTERRUPT. Reports of 100,000 rows take
@@ -25,4 +25,4 @@ class WorkLimit {
   std::int64_t left_;
 };
 
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

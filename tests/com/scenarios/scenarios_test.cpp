@@ -12,12 +12,12 @@
 #include "com/dispatch_object.h"
 #include "com/ownership.h"
 #include "com/text.h"
+#include "frame/base64.h"
 #include "frame/convert.h"
 #include "frame/object.h"
 #include "frame/siblings.h"
 #include "tests/com/scenarios/object_dispatch.h"
 #include "tests/com/support/offered_component.h"
-#include "tests/frame/base64_encoding.h"
 #include "tests/support/recording_host.h"
 
 namespace qortest {
@@ -166,8 +166,7 @@ TEST_P(ScenarioTest, GivesTheSameCallsBothWays) {
 // Arrangements and actions
 
 std::string Encoded(std::string_view text) {
-  const std::vector<std::uint8_t> bytes(text.begin(), text.end());
-  return EncodeBase64(bytes);
+  return qorcred::EncodeBase64(text);
 }
 
 Row Credential(std::int32_t rid, std::int32_t type, std::int32_t number) {

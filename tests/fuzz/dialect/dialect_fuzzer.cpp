@@ -14,7 +14,9 @@
 
 #include "host/dialect/catalog.h"
 #include "host/dialect/translator.h"
+#include "host/store/sqlite/printer.h"
 #include "host/store/sqlite/sql_functions.h"
+#include "host/store/sqlite/table_text.h"
 
 namespace {
 
@@ -35,11 +37,12 @@ class Engine {
  public:
   Engine() {
     sqlite3_open(":memory:", &database_);
-    RegisterSqlFunctions(database_);
+    qorhost::sqlite::RegisterSqlFunctions(database_);
     for (const Table& table : Tables()) {
-      sqlite3_exec(database_, CreateTableText(table).c_str(), nullptr, nullptr, nullptr);
+      sqlite3_exec(database_, qorhost::sqlite::CreateTableText(table).c_str(), nullptr, nullptr,
+                   nullptr);
     }
-    Translator translator;
+    Translator translator(&qorhost::sqlite::Print);
     for (const char* row :
          {"INSERT INTO Units (UnitKey, UnitName) VALUES (1, 'Gate')",
           "INSERT INTO Tenants (UnitKey, LastName, ACTIVESTARTTIME) VALUES (1, 'x', '1/1/2026')",
@@ -133,19 +136,19 @@ Told Tell(Translator& translator, std::string_view sql) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Translator seasoned;
+  static Translator seasoned(&qorhost::sqlite::Print);
   const std::string input(data, data + size);
   const std::size_t parting = input.find("\n\n");
   const std::string sql = input.substr(0, parting);
   const std::string other = parting == std::string::npos ? sql : input.substr(parting + 2);
 
-  Translator fresh;
+  Translator fresh(&qorhost::sqlite::Print);
   const Told told = Tell(fresh, sql);
   // Three times: by its shape, and then as the one that followed the last time.
   for (int round = 0; round < 3; ++round) {
     Require(Tell(seasoned, sql) == told, "another translation than before", sql);
   }
-  Translator afresh;
+  Translator afresh(&qorhost::sqlite::Print);
   Require(Tell(seasoned, other) == Tell(afresh, other), "another translation behind another",
           input);
   if (told.refusal.empty()) {

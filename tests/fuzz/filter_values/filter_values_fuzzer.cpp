@@ -2,8 +2,6 @@
 // store refuses the statement or answers it as one SELECT, and nothing is changed.
 // A line is a row: a letter for the field, a digit for the operator, the first value and, behind a
 // tab, the second one. The last row takes whatever is left, line ends included.
-#include <sqlite3.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -16,7 +14,9 @@
 #include "host/components/store_host.h"
 #include "host/dialect/translator.h"
 #include "host/screens/report_filter_screen.h"
-#include "host/store/sqlite/schema.h"
+#include "host/store/engines/opening.h"
+#include "host/store/sqlite/printer.h"
+#include "host/store/sqlite/store.h"
 #include "host/store/store_connection.h"
 #include "reports/cls_credential_report.h"
 #include "reports/cls_dir_code_report.h"
@@ -79,7 +79,7 @@ class Desk {
         host_(MakeServices()),
         codes_(host_),
         credentials_(host_) {
-    store_->database().Run(kStored);
+    Raw().Run(kStored);
     screen_ = qorhost::MakeReportFilterScreen(kRows, qorcred::Date{46053});
     for (std::size_t row = 0; row < kRows; ++row) {
       auto& operations = At<qorhost::ListModel>("cboFilter", row);
@@ -91,8 +91,8 @@ class Desk {
     codes_.set_gfrmTxFilter(screen_);
     credentials_.set_gfrmTxFilter(screen_);
     credentials_.pbPopulateArrOperators();
-    schema_ = store_->database().Number("PRAGMA schema_version");
-    changes_ = sqlite3_total_changes64(store_->database().handle());
+    schema_ = Raw().Number("PRAGMA schema_version");
+    changes_ = store_->session().changesSoFar();
   }
 
   void Enter(std::size_t index, const Row& row) {
@@ -160,10 +160,13 @@ class Desk {
       Check(translation.shape->kind == qorhost::dialect::StatementKind::kSelect,
             "what is answered is one SELECT");
     }
-    qorhost::Database& database = store_->database();
     Check(store_->BusyStatements() == 0 && store_->OpenTransactions() == 0, "nothing stays open");
-    Check(sqlite3_total_changes64(database.handle()) == changes_, "no row is changed");
-    Check(database.Number("PRAGMA schema_version") == schema_, "no table is changed");
+    Check(store_->session().changesSoFar() == changes_, "no row is changed");
+    Check(Raw().Number("PRAGMA schema_version") == schema_, "no table is changed");
+  }
+
+  [[nodiscard]] qorhost::sqlite::Database& Raw() {
+    return qorhost::sqlite::DatabaseOf(store_->store());
   }
 
   std::shared_ptr<qorhost::StoreConnection> store_;
@@ -171,7 +174,7 @@ class Desk {
   qorcred::clsDirCodeReport codes_;
   qorcred::clsCredentialReport credentials_;
   std::shared_ptr<qorhost::ScreenModel> screen_;
-  qorhost::dialect::Translator translator_;
+  qorhost::dialect::Translator translator_{&qorhost::sqlite::Print};
   std::int64_t schema_ = 0;
   std::int64_t changes_ = 0;
 };

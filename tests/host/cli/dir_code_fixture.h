@@ -35,7 +35,7 @@ class DirCodeFixture : public RunFixture {
   }
   /// Makes the store itself misbehave.
   void AddTrigger(const std::string& trigger) const {
-    Database(File("building.db"), OpenMode::kReadWrite).Run("CREATE TRIGGER " + trigger);
+    sqlite::Database(File("building.db"), OpenMode::kReadWrite).Run("CREATE TRIGGER " + trigger);
   }
   void Change(const std::string& statement) {
     const Outcome outcome = Run({"sql", "--write", statement});

@@ -40,7 +40,7 @@ class ImportFixture : public RunFixture {
   }
   /// Makes the store itself misbehave.
   void AddTrigger(const std::string& trigger) const {
-    Database(File("building.db"), OpenMode::kReadWrite).Run("CREATE TRIGGER " + trigger);
+    sqlite::Database(File("building.db"), OpenMode::kReadWrite).Run("CREATE TRIGGER " + trigger);
   }
 };
 

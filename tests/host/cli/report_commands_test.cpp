@@ -410,7 +410,7 @@ TEST_F(Reports, HelpShowsExamples) {
 
 TEST_F(Reports, AnOlderStoreIsBroughtUpToDateFirst) {
   {
-    Database store(File("building.db"), OpenMode::kReadWrite);
+    sqlite::Database store(File("building.db"), OpenMode::kReadWrite);
     store.Run("DELETE FROM TenantSelectionFields; PRAGMA user_version=1");
   }
   EXPECT_THAT(Codes({}).out, HasSubstr("6 rows"));

@@ -29,7 +29,7 @@ class ApplicationObjectTest : public ComponentFixture {
 
 TEST_F(ApplicationObjectTest, TellsWhatAUnitHolds) {
   Run("DELETE FROM Units");
-  CreateDemoData(connection_->database());
+  CreateDemoData(connection_->session());
   Run("INSERT INTO ProgramSteps (UnitKey, Sent) VALUES (1, 0), (1, -1), (2, 0)");
   const Status status = StatusOf(demo::kNearlyFullUnit);
   EXPECT_EQ(status[2], Value(std::int16_t{-1}));

@@ -240,7 +240,7 @@ TEST_F(DatabaseManagerTest, AVersionedUpdateThatFailsLeavesNoTransaction) {
             0);
   EXPECT_TRUE(error_.flag);
   EXPECT_EQ(connection_->OpenTransactions(), 0);
-  EXPECT_FALSE(connection_->database().inTransaction());
+  EXPECT_FALSE(Raw().inTransaction());
 }
 
 TEST_F(DatabaseManagerTest, TransactionsCoverWhatTheManagerWrites) {
@@ -330,7 +330,7 @@ TEST_F(DatabaseManagerTest, AStatementThatIsNoTextIsReported) {
 TEST_F(DatabaseManagerTest, AStoreOpenForReadingReadsAndReportsWrites) {
   const TemporaryFolder folder;
   const std::filesystem::path file = folder.File("readonly.db");
-  { const Database created = OpenStore(file, OpenMode::kCreate); }
+  { const std::unique_ptr<Store> created = OpenStore(file, OpenMode::kCreate); }
   const qorcred::ObjectRef readOnly = std::make_shared<StoreConnection>(
       OpenStore(file, OpenMode::kReadOnly), [this] { return now_; });
   EXPECT_TRUE(manager().ExecuteSelect(readOnly, "SELECT RID FROM Units", error_).HasNoRows());

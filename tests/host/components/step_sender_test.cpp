@@ -31,7 +31,7 @@ class StepSenderTest : public ComponentFixture {
   using Steps = std::vector<std::pair<std::string, std::string>>;  // kind and code
   [[nodiscard]] Steps Queue() {
     Steps steps;
-    for (const ProgramStep& one : ListSteps(connection_->session(), kUnit)) {
+    for (const ProgramStep& one : connection_->session().steps().List(kUnit)) {
       steps.emplace_back(one.kind, one.code);
     }
     return steps;
@@ -117,7 +117,7 @@ TEST_F(StepSenderTest, WithdrawingQueuesNothingAndKeepsWhatWasSent) {
   Run("UPDATE ProgramSteps SET Sent=-1");
   Send("pbGenDirCodePrgStep", 6);
   Send("pbDeleteDirCodePrgStep", 6);
-  const std::vector<ProgramStep> steps = ListSteps(connection_->session(), kUnit);
+  const std::vector<ProgramStep> steps = connection_->session().steps().List(kUnit);
   ASSERT_EQ(steps.size(), 1U);
   EXPECT_TRUE(steps[0].sent);
 }

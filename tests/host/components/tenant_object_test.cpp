@@ -65,7 +65,7 @@ TEST_F(TenantObjectTest, RolledBackLinkCodesAreFreeAgain) {
 TEST_F(TenantObjectTest, AStoreOpenForReadingStillTellsTheNextLinkCode) {
   const TemporaryFolder folder;
   const std::filesystem::path file = folder.File("linkcodes.db");
-  { const Database created = OpenStore(file, OpenMode::kCreate); }
+  { const std::unique_ptr<Store> created = OpenStore(file, OpenMode::kCreate); }
   const qorcred::ObjectRef readOnly = std::make_shared<StoreConnection>(
       OpenStore(file, OpenMode::kReadOnly), [this] { return now_; });
   EXPECT_EQ(tenant_.NextLinkCode(kUnit, readOnly), 1);
@@ -81,14 +81,14 @@ TEST_F(TenantObjectTest, TheTenantIdIsThatOfTheRowInThatUnit) {
 TEST_F(TenantObjectTest, QueuesTheStepThatProgramsTheTenant) {
   tenant_.CreateProgramSteps(Connection(), kUnit, 33);
   tenant_.CreateProgramSteps(Connection(), 2, 34);
-  const std::vector<ProgramStep> steps = ListSteps(connection_->session(), kUnit);
+  const std::vector<ProgramStep> steps = connection_->session().steps().List(kUnit);
   ASSERT_EQ(steps.size(), 1U);
   EXPECT_EQ(steps[0].unitKey, kUnit);
   EXPECT_EQ(steps[0].kind, "program tenant");
   EXPECT_EQ(steps[0].subjectRid, 33);
   EXPECT_EQ(steps[0].queuedAt, Value(now_));
   EXPECT_FALSE(steps[0].sent);
-  EXPECT_EQ(ListSteps(connection_->session(), std::nullopt).size(), 2U);
+  EXPECT_EQ(connection_->session().steps().List(std::nullopt).size(), 2U);
 }
 
 TEST_F(TenantObjectTest, RefusesWhatItDoesNotKeep) {

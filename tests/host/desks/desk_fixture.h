@@ -15,7 +15,9 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/session.h"
 #include "host/store/demo.h"
-#include "host/store/sqlite/schema.h"
+#include "host/store/engines/opening.h"
+#include "host/store/sqlite/database.h"
+#include "host/store/sqlite/store.h"
 
 namespace qorhost::test {
 
@@ -29,8 +31,9 @@ class DeskFixture : public testing::Test {
 
   /// A new session on a new demo building.
   void Open(bool traced) {
-    Database database = OpenMemoryStore();
-    CreateDemoData(database);
+    std::unique_ptr<Store> store = OpenMemoryStore();
+    sqlite::Database& database = sqlite::DatabaseOf(*store);
+    CreateDemoData(*store->StartSession(SystemClock()));
     Surroundings surroundings;
     surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
     surroundings.messageBox = [this](std::string_view text, qorcred::MessageStyle style,
@@ -44,7 +47,8 @@ class DeskFixture : public testing::Test {
     if (traced) {
       surroundings.transcript = [this](std::string_view line) { calls_.emplace_back(line); };
     }
-    session_ = std::make_unique<DeskSession>(std::move(database), std::move(surroundings));
+    database_ = &database;
+    session_ = std::make_unique<DeskSession>(std::move(store), std::move(surroundings));
   }
 
   [[nodiscard]] DeskSession& session() { return *session_; }
@@ -56,7 +60,7 @@ class DeskFixture : public testing::Test {
     return session_->sql().Select(select).rowCount;
   }
   /// Changes the store past every controller, also in ways in which it misbehaves.
-  void Run(const std::string& statement) { session_->store().database().Run(statement); }
+  void Run(const std::string& statement) { database_->Run(statement); }
 
   std::vector<std::string> shown_;  // messages
   std::vector<std::string> calls_;  // of a traced session
@@ -64,6 +68,7 @@ class DeskFixture : public testing::Test {
 
  private:
   std::unique_ptr<DeskSession> session_;
+  sqlite::Database* database_ = nullptr;  // of the session
 };
 
 /// The fault that `work` raises: its field; "" when it raises none.

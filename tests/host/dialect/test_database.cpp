@@ -7,6 +7,7 @@
 #include "frame/convert.h"
 #include "host/dialect/catalog.h"
 #include "host/store/sqlite/sql_functions.h"
+#include "host/store/sqlite/table_text.h"
 
 namespace qorhost::dialect::test {
 
@@ -81,9 +82,9 @@ TestDatabase::TestDatabase() {
   if (opened != SQLITE_OK) {
     throw std::runtime_error("cannot open a database in memory");
   }
-  RegisterSqlFunctions(database);
+  sqlite::RegisterSqlFunctions(database);
   for (const Table& table : Tables()) {
-    const StatementPtr create = Prepare(database, CreateTableText(table));
+    const StatementPtr create = Prepare(database, sqlite::CreateTableText(table));
     sqlite3_step(create.get());
   }
   for (const std::string& line : LinesOf("seed.sql")) {

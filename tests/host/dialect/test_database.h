@@ -10,11 +10,18 @@
 #include <vector>
 
 #include "host/dialect/translator.h"
+#include "host/store/sqlite/printer.h"
 
 namespace qorhost::dialect::test {
 
 /// The clock of the tests, in the canonical text form.
 inline constexpr std::string_view kNow = "2026-01-31 14:05:09";
+
+/// Prints for the engine on which the tests run.
+class Translator : public dialect::Translator {
+ public:
+  Translator() : dialect::Translator(&sqlite::Print) {}
+};
 
 /// The rows that a SELECT gave, each cell printed: Null, a number, or a text in single quotes; and
 /// the number of rows that another statement changed.

@@ -272,12 +272,6 @@ TEST(CatalogTest, EveryTableHasOneIdentityAndNoNameTwice) {
   }
 }
 
-TEST(CatalogTest, PrintsTheTableOfUnits) {
-  EXPECT_EQ(CreateTableText(*FindTable("Units")),
-            "CREATE TABLE \"Units\" (\"RID\" INTEGER PRIMARY KEY AUTOINCREMENT, \"UnitKey\" LONG, "
-            "\"UnitName\" TEXT COLLATE \"DESKTOP\")");
-}
-
 }  // namespace
 
 }  // namespace qorhost::dialect::test

@@ -4,7 +4,6 @@
 #include "tests/host/end_to_end/report_attempts.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -138,7 +137,7 @@ class ReportAttemptsTest : public testing::Test {
     desk_.Run(std::string(kRows));
     desk_.Clear();
     before_ = desk_.Dump();
-    changes_ = sqlite3_total_changes64(desk_.store().database().handle());
+    changes_ = desk_.store().session().changesSoFar();
   }
 
   // Runs an attempt in a place and checks all that holds whatever the store answers.
@@ -160,7 +159,7 @@ class ReportAttemptsTest : public testing::Test {
   }
 
   void ExpectUntouched() {
-    EXPECT_EQ(sqlite3_total_changes64(desk_.store().database().handle()), changes_);
+    EXPECT_EQ(desk_.store().session().changesSoFar(), changes_);
     EXPECT_TRUE(desk_.Dump() == before_);
     EXPECT_EQ(desk_.store().OpenTransactions(), 0);
     EXPECT_EQ(desk_.store().BusyStatements(), 0);

@@ -7,7 +7,7 @@
 
 #include "frame/date.h"
 #include "host/dialect/canonical_date.h"
-#include "host/store/sqlite/database.h"
+#include "host/store/sqlite/store.h"
 
 namespace qortest {
 
@@ -135,16 +135,16 @@ Value Stored(const Value& cell) {
   return date == nullptr ? cell : Value(qorhost::dialect::CanonicalDate(*date));
 }
 
-void Write(qorhost::Statement& insert, std::span<const Value> cells) {
+void Write(qorhost::sqlite::Statement& insert, std::span<const Value> cells) {
   std::vector<Value> stored;
   for (const Value& cell : cells) stored.push_back(Stored(cell));
-  const qorhost::StatementUse use(insert);
+  const qorhost::sqlite::StatementUse use(insert);
   int parameter = 0;
   for (const Value& cell : stored) use->Bind(++parameter, cell);
   use->Step();
 }
 
-void WriteRow(qorhost::Statement& insert, std::initializer_list<Value> cells) {
+void WriteRow(qorhost::sqlite::Statement& insert, std::initializer_list<Value> cells) {
   Write(insert, {cells.begin(), cells.size()});
 }
 
@@ -180,7 +180,7 @@ Population MakePopulation(Dice& dice, const PopulationSize& size) {
 }
 
 void WritePopulation(const Population& population, qorhost::StoreConnection& store) {
-  qorhost::Database& database = store.database();
+  qorhost::sqlite::Database& database = qorhost::sqlite::DatabaseOf(store.store());
   database.Run(
       "BEGIN; DELETE FROM DirectoryCode; DELETE FROM Schedules; DELETE FROM Tenants;"
       "DELETE FROM CredentialBank; INSERT OR IGNORE INTO Units (UnitKey, UnitName) VALUES"
@@ -189,7 +189,7 @@ void WritePopulation(const Population& population, qorhost::StoreConnection& sto
       " DisplaySeq) VALUES (68, 'DirectoryCode.Modified', 'State', 0, 0, 18),"
       " (80, 'DirectoryCode.OldDirectoryCode', 'Old', 0, 0, 19),"
       " (90, 'DirectoryCode.RID', 'Row', 0, 0, 20)");
-  qorhost::Statement code(
+  qorhost::sqlite::Statement code(
       database,
       "INSERT INTO DirectoryCode (DIRECTORYCODE, PHONENUMBER, EXTENSION, TIMEDELAY, DISPLAYNAME, "
       "ACTIVE, STARTDATE, ENDDATE, ISDNDCHECKED, DNDSCHEDULEID, ISCFCHECKED, CFSCHEDULEID, "
@@ -200,12 +200,12 @@ void WritePopulation(const Population& population, qorhost::StoreConnection& sto
     cells.emplace_back(row.unit);
     Write(code, cells);
   }
-  qorhost::Statement schedule(
+  qorhost::sqlite::Statement schedule(
       database, "INSERT INTO Schedules (UnitKey, ScheduleID, ScheduleName) VALUES (?,?,?)");
   for (const ScheduleRow& row : population.schedules) {
     WriteRow(schedule, {row.unit, row.id, row.name});
   }
-  qorhost::Statement tenant(
+  qorhost::sqlite::Statement tenant(
       database,
       "INSERT INTO Tenants (RID, UnitKey, LastName, FirstName, MiddleInitial, Resident, "
       "CREDENTIALID1, CREDENTIALID2) VALUES (?,?,?,?,?,?,?,?)");
@@ -213,7 +213,7 @@ void WritePopulation(const Population& population, qorhost::StoreConnection& sto
     WriteRow(tenant, {row.rid, row.unit, row.lastName, row.firstName, row.middleInitial,
                       row.resident, row.credential1, row.credential2});
   }
-  qorhost::Statement credential(
+  qorhost::sqlite::Statement credential(
       database,
       "INSERT INTO CredentialBank (RID, UnitKey, CredentialType, PINNo, FacilityCode, IDCode, "
       "SequenceNumber, ButtonNumber) VALUES (?,?,?,?,?,?,?,?)");

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "frame/date.h"
-#include "host/store/sqlite/schema.h"
+#include "host/store/engines/opening.h"
 
 namespace qortest {
 
@@ -123,7 +123,7 @@ StoreSurroundings::StoreSurroundings() {
 StoreSurroundings::~StoreSurroundings() = default;
 
 std::string StoreSurroundings::Column(std::string_view sql) {
-  qorhost::Statement statement(store_->database(), sql);
+  qorhost::sqlite::Statement statement(Raw(), sql);
   std::string column;
   while (statement.Step()) column += std::string(statement.Text(0)) + ";";
   return column;

@@ -9,6 +9,7 @@
 
 #include "frame/host.h"
 #include "host/components/store_host.h"
+#include "host/store/sqlite/store.h"
 #include "host/store/store_connection.h"
 #include "tests/support/fault_gate.h"
 
@@ -32,9 +33,13 @@ class StoreSurroundings {
   [[nodiscard]] qorhost::StoreConnection& store() { return *store_; }
   [[nodiscard]] FaultGate& gate() { return gate_; }
 
+  /// The database underneath, past the contract.
+  [[nodiscard]] qorhost::sqlite::Database& Raw() {
+    return qorhost::sqlite::DatabaseOf(store_->store());
+  }
   /// Runs SQLite text on the store, past the dialect.
-  void Run(const std::string& sql) { store_->database().Run(sql); }
-  [[nodiscard]] std::int64_t Number(std::string_view sql) { return store_->database().Number(sql); }
+  void Run(const std::string& sql) { Raw().Run(sql); }
+  [[nodiscard]] std::int64_t Number(std::string_view sql) { return Raw().Number(sql); }
   /// The first column of every row, each followed by ";".
   [[nodiscard]] std::string Column(std::string_view sql);
 

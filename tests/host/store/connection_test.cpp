@@ -6,6 +6,7 @@
 
 #include "frame/data_services.h"
 #include "frame/runtime_error.h"
+#include "host/store/sqlite/session.h"
 #include "host/store/store_connection.h"
 #include "tests/host/store/store_fixture.h"
 #include "tests/host/store/temporary_folder.h"
@@ -146,7 +147,7 @@ TEST_F(ConnectionTest, MeetsASecondWriterWhereTheTransactionBegins) {
   const Clock clock = [this] { return now_; };
   StoreConnection first(OpenStore(file, OpenMode::kCreate), clock);
   StoreConnection second(OpenStore(file, OpenMode::kReadWrite), clock);
-  second.database().Run("PRAGMA busy_timeout=0");
+  sqlite::DatabaseOf(second.store()).Run("PRAGMA busy_timeout=0");
   Call(first, "BeginTrans");
   EXPECT_THAT(FailureOf([&] { Call(second, "BeginTrans"); }).description(),
               HasSubstr("another program is writing"));
@@ -167,7 +168,8 @@ TEST_F(ConnectionTest, OneShapeIsParsedOnce) {
         *connection_, "Execute",
         "INSERT INTO TenantsBackup (UnitKey,TenantID) VALUES (1 , " + std::to_string(number) + ")");
   }
-  EXPECT_EQ(connection_->session().translator().parsed(), 1U);
+  const auto& session = dynamic_cast<sqlite::Session&>(connection_->session());
+  EXPECT_EQ(session.translator().parsed(), 1U);
   EXPECT_EQ(Number("SELECT count(DISTINCT TenantID) FROM TenantsBackup"), 50);
 }
 

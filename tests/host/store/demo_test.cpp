@@ -2,24 +2,34 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 
-#include "host/store/sqlite/schema.h"
+#include "frame/date.h"
+#include "host/store/engines/opening.h"
+#include "host/store/sqlite/store.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {
 namespace {
 
+qorcred::Date SomeDay() {
+  return qorcred::FromCivil({2026, 1, 31, 14, 5, 9});
+}
+
 class DemoTest : public testing::Test {
  protected:
-  void SetUp() override { CreateDemoData(store_); }
-  [[nodiscard]] std::int64_t Number(std::string_view sql) { return store_.Number(sql); }
+  void SetUp() override { CreateDemoData(*store_->StartSession(SomeDay)); }
+  [[nodiscard]] std::int64_t Number(std::string_view sql) {
+    return sqlite::DatabaseOf(*store_).Number(sql);
+  }
 
-  Database store_ = OpenMemoryStore();
+  std::unique_ptr<Store> store_ = OpenMemoryStore();
 };
 
-std::string Content(const Database& store, std::string_view table) {
-  Statement rows(store, "SELECT * FROM " + std::string(table) + " ORDER BY RID");
+std::string Content(Store& store, std::string_view table) {
+  sqlite::Statement rows(sqlite::DatabaseOf(store),
+                         "SELECT * FROM " + std::string(table) + " ORDER BY RID");
   std::string text;
   while (rows.Step()) {
     for (int column = 0; column < rows.columnCount(); ++column) {
@@ -78,30 +88,31 @@ TEST_F(DemoTest, HasCredentialsOfAllTypesWithinTheirBounds) {
 }
 
 TEST_F(DemoTest, IsTheSameAtEveryCall) {
-  Database other = OpenMemoryStore();
-  CreateDemoData(other);
+  const std::unique_ptr<Store> other = OpenMemoryStore();
+  CreateDemoData(*other->StartSession(SomeDay));
   for (const char* table : {"Units", "UnitSettings", "Tenants", "CredentialBank", "DirectoryCode",
                             "Schedules", "DOORS", "TenantGroup", "UnitCounters"}) {
-    EXPECT_EQ(Content(store_, table), Content(other, table)) << table;
-    EXPECT_NE(Content(store_, table), "") << table;
+    EXPECT_EQ(Content(*store_, table), Content(*other, table)) << table;
+    EXPECT_NE(Content(*store_, table), "") << table;
   }
 }
 
 TEST_F(DemoTest, RefusesAStoreThatIsInUse) {
-  const std::string before = Content(store_, "Units");
-  EXPECT_THROW(CreateDemoData(store_), StoreError);
-  EXPECT_EQ(Content(store_, "Units"), before);
-  EXPECT_FALSE(store_.inTransaction());
+  const std::string before = Content(*store_, "Units");
+  EXPECT_THROW(CreateDemoData(*store_->StartSession(SomeDay)), StoreError);
+  EXPECT_EQ(Content(*store_, "Units"), before);
+  EXPECT_FALSE(sqlite::DatabaseOf(*store_).inTransaction());
 }
 
 TEST(DemoFailureTest, LeavesTheStoreAsItWasWhenItFails) {
-  Database store = OpenMemoryStore();
-  store.Run(
+  const std::unique_ptr<Store> store = OpenMemoryStore();
+  sqlite::Database& database = sqlite::DatabaseOf(*store);
+  database.Run(
       "CREATE TRIGGER refuse BEFORE INSERT ON Tenants WHEN NEW.UnitKey = 3 BEGIN "
       "SELECT raise(ABORT, 'no room'); END");
-  EXPECT_THROW(CreateDemoData(store), StoreError);
-  EXPECT_EQ(store.Number("SELECT count(*) FROM Units"), 0);
-  EXPECT_EQ(store.Number("SELECT count(*) FROM CredentialBank"), 0);
+  EXPECT_THROW(CreateDemoData(*store->StartSession(SomeDay)), StoreError);
+  EXPECT_EQ(database.Number("SELECT count(*) FROM Units"), 0);
+  EXPECT_EQ(database.Number("SELECT count(*) FROM CredentialBank"), 0);
 }
 
 }  // namespace

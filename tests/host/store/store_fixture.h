@@ -9,7 +9,8 @@
 #include <string_view>
 
 #include "frame/date.h"
-#include "host/store/sqlite/schema.h"
+#include "host/store/engines/opening.h"
+#include "host/store/sqlite/store.h"
 #include "host/store/store_connection.h"
 
 namespace qorhost::test {
@@ -20,7 +21,7 @@ class StoreFixture : public testing::Test {
  protected:
   void SetUp() override {
     connection_ = std::make_shared<StoreConnection>(OpenMemoryStore(), [this] { return now_; });
-    connection_->database().Run("INSERT INTO Units (UnitKey, UnitName) VALUES (1, 'Court')");
+    Run("INSERT INTO Units (UnitKey, UnitName) VALUES (1, 'Court')");
   }
 
   // Whatever a test did, successful or not, must leave nothing running.
@@ -29,15 +30,16 @@ class StoreFixture : public testing::Test {
     EXPECT_EQ(connection_->OpenTransactions(), 0);
   }
 
+  /// The database underneath, past the contract.
+  [[nodiscard]] sqlite::Database& Raw() { return sqlite::DatabaseOf(connection_->store()); }
+
   [[nodiscard]] qorcred::ObjectRef Connection() const { return connection_; }
 
   /// Runs SQLite text on the store, past the dialect.
-  void Run(const std::string& sql) { connection_->database().Run(sql); }
-  [[nodiscard]] std::int64_t Number(std::string_view sql) {
-    return connection_->database().Number(sql);
-  }
+  void Run(const std::string& sql) { Raw().Run(sql); }
+  [[nodiscard]] std::int64_t Number(std::string_view sql) { return Raw().Number(sql); }
   [[nodiscard]] std::string Text(std::string_view sql) {
-    Statement statement(connection_->database(), sql);
+    sqlite::Statement statement(Raw(), sql);
     return statement.Step() ? std::string(statement.Text(0)) : "no row";
   }
 

@@ -10,12 +10,15 @@
 #include "tests/host/store/store_fixture.h"
 
 namespace qorhost::test {
+
+using namespace sqlite;
+
 namespace {
 
 class KeptCountsTest : public StoreFixture {
  protected:
   [[nodiscard]] UnitCounts Read(std::int32_t unit = kUnit) {
-    return ReadUnitCounts(connection_->session(), unit);
+    return connection_->session().units().Count(unit);
   }
   [[nodiscard]] UnitCounts Counted() {
     return {Number("SELECT count(*) FROM CredentialBank WHERE UnitKey=1"),
@@ -34,9 +37,9 @@ TEST_F(KeptCountsTest, FollowEveryChangeOfARow) {
   const std::vector<std::string> units{"1", "2", "NULL"};
   Run("INSERT INTO CredentialBank (UnitKey) VALUES (1), (2); INSERT INTO DirectoryCode (UNITKEY, "
       "DIRECTORYCODE) VALUES (1, 5), (1, -1); INSERT INTO ProgramSteps (UnitKey) VALUES (1), (1)");
-  KeptCounts kept(connection_->session());
+  const auto kept = connection_->session().units().KeepCounts();
   Run("BEGIN");
-  kept.Count(kUnit);
+  kept->Follow(kUnit);
   EXPECT_EQ(Read(), (UnitCounts{1, 1, 2}));
   for (int change = 0; change < 3000; ++change) {
     const std::string row = std::to_string(1 + random() % 100);
@@ -62,9 +65,9 @@ TEST_F(KeptCountsTest, FollowEveryChangeOfARow) {
 }
 
 TEST_F(KeptCountsTest, AreUndoneWithTheRows) {
-  KeptCounts kept(connection_->session());
+  const auto kept = connection_->session().units().KeepCounts();
   Run("BEGIN");
-  kept.Count(kUnit);
+  kept->Follow(kUnit);
   Run("SAVEPOINT line; INSERT INTO CredentialBank (UnitKey) VALUES (1); ROLLBACK TO line; RELEASE "
       "line");
   EXPECT_EQ(Read().credentials, 0);
@@ -75,9 +78,9 @@ TEST_F(KeptCountsTest, AreUndoneWithTheRows) {
 }
 
 TEST_F(KeptCountsTest, OtherUnitsAreCounted) {
-  KeptCounts kept(connection_->session());
+  const auto kept = connection_->session().units().KeepCounts();
   Run("BEGIN");
-  kept.Count(kUnit);
+  kept->Follow(kUnit);
   Run("INSERT INTO CredentialBank (UnitKey) VALUES (2), (2)");
   EXPECT_EQ(Read(2), (UnitCounts{2, 0, 0}));
   Run("COMMIT");
@@ -86,9 +89,9 @@ TEST_F(KeptCountsTest, OtherUnitsAreCounted) {
 TEST_F(KeptCountsTest, LeaveNothingInTheStore) {
   const std::int64_t before = Number("SELECT count(*) FROM sqlite_schema");
   {
-    KeptCounts kept(connection_->session());
+    const auto kept = connection_->session().units().KeepCounts();
     Run("BEGIN");
-    kept.Count(kUnit);
+    kept->Follow(kUnit);
     Run("INSERT INTO ProgramSteps (UnitKey) VALUES (1)");
     Run("COMMIT");
   }

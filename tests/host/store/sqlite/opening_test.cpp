@@ -10,11 +10,12 @@
 #include <functional>
 #include <string>
 
+#include "host/store/sqlite/engine_error.h"
 #include "host/store/sqlite/schema.h"
 #include "host/store/store_error.h"
 #include "tests/host/store/temporary_folder.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 namespace {
 
 using testing::AllOf;
@@ -27,7 +28,7 @@ class OpeningTest : public testing::Test {
   }
   [[nodiscard]] std::string FailureOf(const std::filesystem::path& file, OpenMode mode) const {
     try {
-      const Database opened = OpenStore(file, mode);
+      const Database opened = OpenDatabase(file, mode);
     } catch (const StoreError& failure) {
       return failure.what();
     }
@@ -38,15 +39,15 @@ class OpeningTest : public testing::Test {
 };
 
 TEST_F(OpeningTest, CreatesAStoreThatOpensAgain) {
-  { const Database created = OpenStore(File(), OpenMode::kCreate); }
-  Database again = OpenStore(File(), OpenMode::kReadWrite);
+  { const Database created = OpenDatabase(File(), OpenMode::kCreate); }
+  Database again = OpenDatabase(File(), OpenMode::kReadWrite);
   EXPECT_EQ(again.Number("PRAGMA user_version"), SchemaVersion());
   EXPECT_EQ(again.Number("PRAGMA application_id"), kApplicationId);
   EXPECT_EQ(again.Number("PRAGMA foreign_keys"), 1);
 }
 
 TEST_F(OpeningTest, WritesAheadIntoALog) {
-  const Database store = OpenStore(File(), OpenMode::kCreate);
+  const Database store = OpenDatabase(File(), OpenMode::kCreate);
   Statement mode(store, "PRAGMA journal_mode");
   ASSERT_TRUE(mode.Step());
   EXPECT_EQ(mode.Text(0), "wal");
@@ -104,16 +105,16 @@ TEST_F(OpeningTest, KnowsAStoreOfAnyStateFromOtherFiles) {
     std::function<void()> make;
     bool isStore;
   } rows[] = {
-      {"Store", [this] { const Database made = OpenStore(File(), OpenMode::kCreate); }, true},
+      {"Store", [this] { const Database made = OpenDatabase(File(), OpenMode::kCreate); }, true},
       {"NewerStore",
        [this] {
-         Database made = OpenStore(File(), OpenMode::kCreate);
+         Database made = OpenDatabase(File(), OpenMode::kCreate);
          made.Run("PRAGMA user_version=" + std::to_string(SchemaVersion() + 1));
        },
        true},
       {"DamagedStore",
        [this] {
-         { const Database made = OpenStore(File(), OpenMode::kCreate); }
+         { const Database made = OpenDatabase(File(), OpenMode::kCreate); }
          std::fstream file(File(), std::ios::in | std::ios::out | std::ios::binary);
          constexpr std::streamoff kBehindTheHeader = 100;
          file.seekp(kBehindTheHeader);
@@ -166,7 +167,7 @@ TEST_F(OpeningTest, KnowsAStoreOfAnyStateFromOtherFiles) {
 }
 
 TEST_F(OpeningTest, SaysThatAFileCannotBeReadForItsKind) {
-  { const Database made = OpenStore(File(), OpenMode::kCreate); }
+  { const Database made = OpenDatabase(File(), OpenMode::kCreate); }
   std::filesystem::permissions(folder_.path(), std::filesystem::perms(0755));
   std::filesystem::permissions(File(), std::filesystem::perms(0));
   constexpr uid_t kNobody = 65534;
@@ -185,7 +186,7 @@ TEST_F(OpeningTest, SaysThatAFileCannotBeReadForItsKind) {
 
 TEST_F(OpeningTest, RefusesANewerSchema) {
   {
-    Database store = OpenStore(File(), OpenMode::kCreate);
+    Database store = OpenDatabase(File(), OpenMode::kCreate);
     store.Run("PRAGMA user_version=" + std::to_string(SchemaVersion() + 1));
   }
   for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite}) {
@@ -200,7 +201,7 @@ TEST_F(OpeningTest, BringsAnOlderFileUpToDateWhenItMayWrite) {
     empty.Run("CREATE TABLE placeholder (a)");
   }
   EXPECT_THAT(FailureOf(File(), OpenMode::kReadOnly), HasSubstr("older form"));
-  Database store = OpenStore(File(), OpenMode::kReadWrite);
+  Database store = OpenDatabase(File(), OpenMode::kReadWrite);
   EXPECT_EQ(store.Number("PRAGMA user_version"), SchemaVersion());
   EXPECT_EQ(store.Number("SELECT count(*) FROM CredentialBank"), 0);
 }
@@ -225,23 +226,23 @@ TEST_F(OpeningTest, AnEmptyFileBecomesAStoreOnlyWhenItMayBeWritten) {
 
 TEST_F(OpeningTest, ReadingOnlyReadsAndRefusesToWrite) {
   {
-    Database store = OpenStore(File(), OpenMode::kCreate);
+    Database store = OpenDatabase(File(), OpenMode::kCreate);
     store.Run("INSERT INTO Units (UnitKey) VALUES (5)");
   }
-  Database store = OpenStore(File(), OpenMode::kReadOnly);
+  Database store = OpenDatabase(File(), OpenMode::kReadOnly);
   EXPECT_EQ(store.Number("SELECT UnitKey FROM Units"), 5);
   try {
     store.Run("DELETE FROM Units");
     FAIL() << "the delete went through";
   } catch (const StoreError& failure) {
     EXPECT_THAT(failure.what(), HasSubstr("cannot be written"));
-    EXPECT_EQ(failure.code() & 0xFF, SQLITE_READONLY);
+    EXPECT_EQ(failure.fault(), StoreFault::kReadOnly);
   }
 }
 
 // In a process of its own, because the tests may run as a user who may write everything.
 TEST_F(OpeningTest, SaysThatTheFileMayNotBeWritten) {
-  { const Database store = OpenStore(File(), OpenMode::kCreate); }
+  { const Database store = OpenDatabase(File(), OpenMode::kCreate); }
   namespace fs = std::filesystem;
   fs::permissions(folder_.path(), fs::perms(0755));
   fs::permissions(File(), fs::perms(0444));
@@ -267,14 +268,14 @@ TEST_F(OpeningTest, TakesANameThatReadsLikeAUriAsAName) {
 }
 
 TEST_F(OpeningTest, RunsNoTriggerCodeThatAFileBringsAlong) {
-  Database store = OpenStore(File(), OpenMode::kCreate);
+  Database store = OpenDatabase(File(), OpenMode::kCreate);
   EXPECT_THROW(store.Run("ATTACH 'x.db' AS x"), StoreError);
   EXPECT_THROW(store.Run("SELECT load_extension('x')"), StoreError);
   EXPECT_THROW(store.Run("PRAGMA writable_schema=ON; UPDATE sqlite_schema SET sql=''"), StoreError);
 }
 
 TEST_F(OpeningTest, ADamagedFileIsReportedAndNotRead) {
-  { const Database store = OpenStore(File(), OpenMode::kCreate); }
+  { const Database store = OpenDatabase(File(), OpenMode::kCreate); }
   {
     std::fstream file(File(), std::ios::in | std::ios::out | std::ios::binary);
     file.seekp(100);
@@ -290,10 +291,10 @@ std::size_t OpenFiles() {
 }
 
 TEST_F(OpeningTest, NoFileStaysOpenWhetherOpeningSucceedsOrFails) {
-  { const Database store = OpenStore(File(), OpenMode::kCreate); }
+  { const Database store = OpenDatabase(File(), OpenMode::kCreate); }
   std::ofstream(File("other.db")) << std::string(5000, 'x');
   const std::size_t before = OpenFiles();
-  { const Database store = OpenStore(File(), OpenMode::kReadWrite); }
+  { const Database store = OpenDatabase(File(), OpenMode::kReadWrite); }
   EXPECT_NE(FailureOf(File("other.db"), OpenMode::kReadWrite), "opened");
   EXPECT_NE(FailureOf(File("none.db"), OpenMode::kReadWrite), "opened");
   EXPECT_EQ(OpenFiles(), before);
@@ -308,7 +309,7 @@ struct Advice {
 class AdviceTest : public testing::TestWithParam<Advice> {};
 
 TEST_P(AdviceTest, SaysWhatToDo) {
-  EXPECT_THAT(AdviceFor(GetParam().code), HasSubstr(GetParam().part));
+  EXPECT_THAT(AdviceFor(FaultOf(GetParam().code)), HasSubstr(GetParam().part));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -332,4 +333,4 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -3,9 +3,13 @@
 
 #include <string>
 
+#include "host/store/sqlite/printer.h"
 #include "tests/host/store/store_fixture.h"
 
 namespace qorhost::test {
+
+using namespace sqlite;
+
 namespace {
 
 using testing::AllOf;
@@ -25,9 +29,9 @@ void PrintTo(const Row& row, std::ostream* out) {
 class PlanTest : public StoreFixture, public testing::WithParamInterface<Row> {
  protected:
   [[nodiscard]] std::string PlanOf(std::string_view sql) {
-    dialect::Translator translator;
+    dialect::Translator translator(&Print);
     const dialect::Translation translation = translator.Translate(sql, "2026-01-31 14:05:09");
-    Statement explain(connection_->database(), "EXPLAIN QUERY PLAN " + translation.shape->sql);
+    Statement explain(Raw(), "EXPLAIN QUERY PLAN " + translation.shape->sql);
     std::string plan;
     while (explain.Step()) {
       plan.append(explain.Text(3)).append("; ");

@@ -9,7 +9,7 @@
 #include "host/store/sqlite/schema.h"
 #include "tests/host/store/temporary_folder.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 namespace {
 
 using testing::ElementsAre;
@@ -45,7 +45,7 @@ class ReportFieldsTest : public testing::Test {
 };
 
 TEST_F(ReportFieldsTest, ANewStoreHasThemInTheOrderOfTheGrid) {
-  const Database store = OpenMemoryStore();
+  const Database store = OpenMemoryDatabase();
   EXPECT_THAT(
       Texts(store, kFields),
       ElementsAre(
@@ -66,7 +66,7 @@ TEST_F(ReportFieldsTest, ANewStoreHasThemInTheOrderOfTheGrid) {
 }
 
 TEST_F(ReportFieldsTest, TheLastTwoAreNotDisplayed) {
-  const Database store = OpenMemoryStore();
+  const Database store = OpenMemoryDatabase();
   EXPECT_THAT(Texts(store,
                     "SELECT RID || ' at ' || DisplaySeq FROM TenantSelectionFields WHERE "
                     "Display = 0 ORDER BY DisplaySeq"),
@@ -79,8 +79,8 @@ TEST_F(ReportFieldsTest, TheLastTwoAreNotDisplayed) {
 
 TEST_F(ReportFieldsTest, AnOlderStoreGetsThem) {
   MakeOldStore("INSERT INTO Units (UnitKey, UnitName) VALUES (3, 'Court')");
-  Database store = OpenStore(File(), OpenMode::kReadWrite);
-  EXPECT_EQ(Texts(store, kFields), Texts(OpenMemoryStore(), kFields));
+  Database store = OpenDatabase(File(), OpenMode::kReadWrite);
+  EXPECT_EQ(Texts(store, kFields), Texts(OpenMemoryDatabase(), kFields));
   EXPECT_EQ(store.Number("PRAGMA user_version"), SchemaVersion());
   EXPECT_EQ(store.Number("SELECT UnitKey FROM Units"), 3);
 }
@@ -91,7 +91,7 @@ TEST_F(ReportFieldsTest, RowsThatAreThereAlreadyStay) {
       "(1, 'Tenants.LastName', 'Last Name', 1), (52, 'DirectoryCode.PhoneNumber', 'Telephone', 40),"
       "(54, 'Tenants.GroupID', 'Group', 2), (90, 'DirectoryCode.DISPLAYNAME', 'Shown as', 41),"
       "(91, Null, 'Nothing', 42)");
-  const Database store = OpenStore(File(), OpenMode::kReadWrite);
+  const Database store = OpenDatabase(File(), OpenMode::kReadWrite);
   EXPECT_THAT(Texts(store,
                     "SELECT RID || ' ' || FieldNameDisplay FROM TenantSelectionFields WHERE RID IN "
                     "(1, 52, 54, 65, 90, 91) ORDER BY RID"),
@@ -101,12 +101,12 @@ TEST_F(ReportFieldsTest, RowsThatAreThereAlreadyStay) {
 
 TEST_F(ReportFieldsTest, WhatIsRemovedLaterStaysRemoved) {
   {
-    Database store = OpenStore(File(), OpenMode::kCreate);
+    Database store = OpenDatabase(File(), OpenMode::kCreate);
     store.Run("DELETE FROM TenantSelectionFields WHERE RID <> 51");
   }
-  EXPECT_THAT(Texts(OpenStore(File(), OpenMode::kReadWrite), kFields),
+  EXPECT_THAT(Texts(OpenDatabase(File(), OpenMode::kReadWrite), kFields),
               ElementsAre("51 DirectoryCode.DirectoryCode=Directory Code"));
 }
 
 }  // namespace
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -8,6 +8,9 @@
 #include "tests/host/store/store_fixture.h"
 
 namespace qorhost::test {
+
+using namespace sqlite;
+
 namespace {
 
 using qorcred::Date;

@@ -8,9 +8,10 @@
 #include <vector>
 
 #include "host/dialect/catalog.h"
+#include "host/store/sqlite/table_text.h"
 #include "host/store/store_error.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 namespace {
 
 struct StoredColumn {
@@ -39,12 +40,12 @@ std::vector<std::pair<std::string, StoredColumn>> ColumnsOf(const Database& data
 
 // "TEXT COLLATE "DESKTOP"" and "INTEGER PRIMARY KEY ..." without what follows the type.
 std::string TypeWord(dialect::ColumnType type) {
-  const std::string_view declared = dialect::DeclaredType(type);
+  const std::string_view declared = DeclaredType(type);
   return std::string(declared.substr(0, declared.find(' ')));
 }
 
 TEST(SchemaTest, HasExactlyTheTablesOfTheCatalog) {
-  const Database store = OpenMemoryStore();
+  const Database store = OpenMemoryDatabase();
   Statement list(store,
                  "SELECT name FROM sqlite_schema WHERE type='table' AND name NOT LIKE 'sqlite%' "
                  "ORDER BY name COLLATE NOCASE");
@@ -63,7 +64,7 @@ TEST(SchemaTest, HasExactlyTheTablesOfTheCatalog) {
 }
 
 TEST(SchemaTest, GivesEveryColumnTheTypeThatTheCatalogSays) {
-  const Database store = OpenMemoryStore();
+  const Database store = OpenMemoryDatabase();
   for (const dialect::Table& table : dialect::Tables()) {
     const auto stored = ColumnsOf(store, table.name);
     ASSERT_EQ(stored.size(), table.columns.size()) << table.name;
@@ -80,7 +81,7 @@ TEST(SchemaTest, GivesEveryColumnTheTypeThatTheCatalogSays) {
 }
 
 TEST(SchemaTest, ComparesEveryTextColumnWithoutRegardToCase) {
-  const Database store = OpenMemoryStore();
+  const Database store = OpenMemoryDatabase();
   for (const dialect::Table& table : dialect::Tables()) {
     Statement schema(store, "SELECT sql FROM sqlite_schema WHERE type='table' AND name=?1");
     schema.BindText(1, table.name);
@@ -96,7 +97,7 @@ TEST(SchemaTest, ComparesEveryTextColumnWithoutRegardToCase) {
 }
 
 TEST(SchemaTest, DefaultsResidentAndModifiedToZeroAndCredentialSlotsToNull) {
-  const Database store = OpenMemoryStore();
+  const Database store = OpenMemoryDatabase();
   std::map<std::string, std::string> defaults;
   for (const auto& [name, column] : ColumnsOf(store, "Tenants")) {
     defaults[name] = column.defaultValue;
@@ -108,7 +109,7 @@ TEST(SchemaTest, DefaultsResidentAndModifiedToZeroAndCredentialSlotsToNull) {
 }
 
 TEST(SchemaTest, TenantIdIsTheRowsIdentity) {
-  Database store = OpenMemoryStore();
+  Database store = OpenMemoryDatabase();
   store.Run(
       "INSERT INTO Tenants (RID, LastName) VALUES (41, 'A'); "
       "INSERT INTO Tenants (LastName) VALUES ('B')");
@@ -117,7 +118,7 @@ TEST(SchemaTest, TenantIdIsTheRowsIdentity) {
 }
 
 TEST(SchemaTest, NeverGivesAnIdentityOutTwice) {
-  Database store = OpenMemoryStore();
+  Database store = OpenMemoryDatabase();
   for (const std::string table : {"CredentialBank", "Tenants", "DirectoryCode"}) {
     store.Run("INSERT INTO " + table + " (UNITKEY) VALUES (1), (1)");
     store.Run("DELETE FROM " + table + " WHERE RID=2");
@@ -127,7 +128,7 @@ TEST(SchemaTest, NeverGivesAnIdentityOutTwice) {
 }
 
 TEST(SchemaTest, IdentitiesFitThirtyTwoBits) {
-  Database store = OpenMemoryStore();
+  Database store = OpenMemoryDatabase();
   for (const std::string table : {"CredentialBank", "Tenants", "DirectoryCode"}) {
     store.Run("INSERT INTO " + table + " (RID) VALUES (2147483647)");
     EXPECT_THROW(store.Run("INSERT INTO " + table + " (UNITKEY) VALUES (1)"), StoreError) << table;
@@ -137,7 +138,7 @@ TEST(SchemaTest, IdentitiesFitThirtyTwoBits) {
 }
 
 TEST(SchemaTest, ANumberColumnTakesNoText) {
-  Database store = OpenMemoryStore();
+  Database store = OpenMemoryDatabase();
   store.Run("INSERT INTO Tenants (LastName) VALUES ('Abbott')");
   EXPECT_THROW(store.Run("UPDATE Tenants SET GROUPID = LastName"), StoreError);
   EXPECT_THROW(store.Run("INSERT INTO CredentialBank (PINNo) VALUES ('seven')"), StoreError);
@@ -146,7 +147,7 @@ TEST(SchemaTest, ANumberColumnTakesNoText) {
 }
 
 TEST(SchemaTest, AUnitsSettingsNeedTheUnit) {
-  Database store = OpenMemoryStore();
+  Database store = OpenMemoryDatabase();
   EXPECT_THROW(store.Run("INSERT INTO UnitSettings (UnitKey) VALUES (9)"), StoreError);
   store.Run(
       "INSERT INTO Units (UnitKey) VALUES (9); INSERT INTO UnitSettings (UnitKey) VALUES (9)");
@@ -154,10 +155,10 @@ TEST(SchemaTest, AUnitsSettingsNeedTheUnit) {
 }
 
 TEST(SchemaTest, TenantsModifiedTakesATimeStampToo) {
-  Database store = OpenMemoryStore();
+  Database store = OpenMemoryDatabase();
   store.Run("INSERT INTO Tenants (MODIFIED) VALUES ('2026-01-31 14:05:09')");
   EXPECT_EQ(store.Number("SELECT count(*) FROM Tenants WHERE MODIFIED='2026-01-31 14:05:09'"), 1);
 }
 
 }  // namespace
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

@@ -12,6 +12,8 @@
 
 namespace qorhost::dialect::test {
 
+using sqlite::RegisterSqlFunctions;
+
 namespace {
 
 // The text or the error of an expression that the engine evaluates.

@@ -6,7 +6,7 @@
 #include "host/store/sqlite/schema.h"
 #include "host/store/store_error.h"
 
-namespace qorhost {
+namespace qorhost::sqlite {
 namespace {
 
 using testing::HasSubstr;
@@ -23,7 +23,7 @@ class TransactionTest : public testing::Test {
     return "no failure";
   }
 
-  Database store_ = OpenMemoryStore();
+  Database store_ = OpenMemoryDatabase();
 };
 
 TEST_F(TransactionTest, IsRolledBackWhenItGoesAwayOpen) {
@@ -107,4 +107,4 @@ TEST_F(TransactionTest, InsideOneOfTheHostThereIsOnlyOneToo) {
 }
 
 }  // namespace
-}  // namespace qorhost
+}  // namespace qorhost::sqlite

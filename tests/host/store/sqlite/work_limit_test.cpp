@@ -2,7 +2,6 @@
 #include "host/store/sqlite/work_limit.h"
 
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 
 #include <string>
 
@@ -10,6 +9,9 @@
 #include "tests/host/store/store_fixture.h"
 
 namespace qorhost::test {
+
+using namespace sqlite;
+
 namespace {
 
 using testing::HasSubstr;
@@ -35,7 +37,7 @@ TEST_F(WorkLimitTest, AnEndlessQueryIsStopped) {
     (void)connection_->session().Select(kEndless);
     FAIL() << "it came to an end";
   } catch (const StoreError& failure) {
-    EXPECT_EQ(failure.code(), SQLITE_INTERRUPT);
+    EXPECT_EQ(failure.fault(), StoreFault::kTooMuchWork);
     EXPECT_THAT(failure.what(), HasSubstr("narrow it"));
   }
   // The next one has a limit of its own.
@@ -65,7 +67,7 @@ TEST_F(WorkLimitTest, AStoppedQueryInATransactionLeavesTheTransaction) {
 TEST_F(WorkLimitTest, LiesOnTheDatabaseAsLongAsItLives) {
   const char* const count = "SELECT count(*) FROM TenantsBackup a, TenantsBackup b";
   {
-    const WorkLimit limit(connection_->database(), 1'000'000);
+    const WorkLimit limit(Raw(), 1'000'000);
     EXPECT_THROW((void)Number(count), StoreError);
   }
   EXPECT_EQ(Number(count), 4'000'000);

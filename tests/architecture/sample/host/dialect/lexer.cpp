@@ -1,2 +1,4 @@
-// The dialect does not know the store.
+// The dialect knows neither the store nor an engine.
+#include <sqlite3.h>
+
 #include "host/store/store.h"

@@ -1,8 +1,8 @@
-#include "host/store/capacity_text.h"
-
 #include <gtest/gtest.h>
 
-namespace qorhost {
+#include "frame/capacity.h"
+
+namespace qorcred {
 namespace {
 
 struct Row {
@@ -32,4 +32,4 @@ TEST(CapacityTextTest, IsTheBase64OfTheDecimalDigits) {
 }
 
 }  // namespace
-}  // namespace qorhost
+}  // namespace qorcred

@@ -1,0 +1,34 @@
+#include "host/store/engines/opening.h"
+
+#include "host/store/sqlite/printer.h"
+#include "host/store/sqlite/schema.h"
+#include "host/store/sqlite/store.h"
+
+namespace qorhost {
+
+std::unique_ptr<Store> OpenStore(const std::filesystem::path& file, OpenMode mode) {
+  return std::make_unique<sqlite::Store>(sqlite::OpenDatabase(file, mode));
+}
+
+std::unique_ptr<Store> OpenMemoryStore() {
+  return std::make_unique<sqlite::Store>(sqlite::OpenMemoryDatabase());
+}
+
+bool IsStoreOrEmpty(const std::filesystem::path& file) {
+  return sqlite::IsStoreOrEmpty(file);
+}
+
+bool IsOlderStore(const std::filesystem::path& file) {
+  return sqlite::IsOlderStore(file);
+}
+
+std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file) {
+  return sqlite::SideFilesOf(file);
+}
+
+dialect::StatementKind KindOfStatement(std::string_view sql) {
+  dialect::Translator translator(&sqlite::Print);
+  return translator.Translate(sql, "").shape->kind;
+}
+
+}  // namespace qorhost

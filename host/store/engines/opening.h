@@ -1,0 +1,38 @@
+// Opening a store by its name, whatever engine it is kept by. The name is that of a file.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "host/dialect/translator.h"
+#include "host/store/store.h"
+
+namespace qorhost {
+
+/// Opens a store and brings its schema up to date; kCreate makes an empty one when there is none.
+/// Raises StoreError for a file that is no store, is damaged, is newer than this program, or is
+/// older and was opened for reading only.
+[[nodiscard]] std::unique_ptr<Store> OpenStore(const std::filesystem::path& file, OpenMode mode);
+
+/// An empty store in memory, gone with the object.
+[[nodiscard]] std::unique_ptr<Store> OpenMemoryStore();
+
+/// Whether a file holds a store, whole or damaged and of any version, or nothing at all: what may
+/// be replaced without a loss of anything else. Only reads the file. Raises StoreError when it
+/// cannot.
+[[nodiscard]] bool IsStoreOrEmpty(const std::filesystem::path& file);
+
+/// Whether a file holds a store of an earlier version than this program's. Only reads the file.
+/// Raises StoreError when it cannot, or when the file is damaged or no database.
+[[nodiscard]] bool IsOlderStore(const std::filesystem::path& file);
+
+/// The files that may stand beside a store's and belong to it.
+[[nodiscard]] std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file);
+
+/// What a statement does, before a store is opened for it. Raises SqlError for what the store would
+/// not take.
+[[nodiscard]] dialect::StatementKind KindOfStatement(std::string_view sql);
+
+}  // namespace qorhost

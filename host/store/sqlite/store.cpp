@@ -1,0 +1,31 @@
+#include "host/store/sqlite/store.h"
+
+#include <utility>
+
+#include "host/store/sqlite/session.h"
+
+namespace qorhost::sqlite {
+
+Store::Store(Database database) : database_(std::move(database)) {}
+
+std::unique_ptr<SqlSession> Store::StartSession(Clock clock) {
+  return std::make_unique<Session>(database_, std::move(clock));
+}
+
+const std::string& Store::name() const noexcept {
+  return database_.name();
+}
+
+bool Store::readOnly() const noexcept {
+  return database_.readOnly();
+}
+
+int Store::busyStatements() const noexcept {
+  return database_.busyStatements();
+}
+
+Database& DatabaseOf(qorhost::Store& store) {
+  return dynamic_cast<Store&>(store).database();
+}
+
+}  // namespace qorhost::sqlite

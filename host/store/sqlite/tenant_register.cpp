@@ -1,0 +1,57 @@
+#include "host/store/sqlite/tenant_register.h"
+
+#include <algorithm>
+
+#include "host/store/sqlite/session.h"
+
+namespace qorhost::sqlite {
+
+std::int32_t TenantRegister::TenantIdOf(std::int32_t unitKey, std::int32_t rid) {
+  const StatementUse find(session_.Own("SELECT TenantID FROM Tenants WHERE RID=?2 AND UnitKey=?1"));
+  find->BindNumber(1, unitKey);
+  find->BindNumber(2, rid);
+  return find->Step() ? static_cast<std::int32_t>(find->Number(0)) : 0;
+}
+
+std::int32_t TenantRegister::NextLinkCode(std::int32_t unitKey) {
+  std::int64_t counter = 0;
+  std::int64_t code = 0;
+  {
+    const StatementUse next(
+        session_.Own("SELECT coalesce((SELECT NextLinkCode FROM UnitCounters WHERE UnitKey=?1), 0),"
+                     " coalesce((SELECT max(LINKCODE) FROM Tenants WHERE UnitKey=?1), 0) + 1"));
+    next->BindNumber(1, unitKey);
+    next->Step();
+    counter = next->Number(0);
+    code = std::max(counter, next->Number(1));
+  }
+  const std::int32_t free = RequireLinkCode(code);
+  if (counter < code && !session_.database().readOnly()) {
+    KeepCounter(unitKey, code);
+  }
+  return free;
+}
+
+void TenantRegister::TakeLinkCodes(std::int32_t unitKey, std::int32_t count) {
+  {
+    const StatementUse take(
+        session_.Own("UPDATE UnitCounters SET NextLinkCode = NextLinkCode + ?2 WHERE UnitKey=?1"));
+    take->BindNumber(1, unitKey);
+    take->BindNumber(2, count);
+    take->Step();
+  }
+  if (session_.ChangedRows() == 0) {
+    KeepCounter(unitKey, std::int64_t{NextLinkCode(unitKey)} + count);
+  }
+}
+
+void TenantRegister::KeepCounter(std::int32_t unitKey, std::int64_t nextCode) {
+  const StatementUse keep(
+      session_.Own("INSERT INTO UnitCounters (UnitKey, NextLinkCode) VALUES (?1, ?2) "
+                   "ON CONFLICT (UnitKey) DO UPDATE SET NextLinkCode = ?2"));
+  keep->BindNumber(1, unitKey);
+  keep->BindNumber(2, nextCode);
+  keep->Step();
+}
+
+}  // namespace qorhost::sqlite

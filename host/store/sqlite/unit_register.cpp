@@ -1,0 +1,27 @@
+#include "host/store/sqlite/unit_register.h"
+
+#include "host/store/sqlite/kept_counts.h"
+#include "host/store/sqlite/session.h"
+
+namespace qorhost::sqlite {
+
+std::optional<UnitFacts> UnitRegister::Find(std::int32_t unitKey) {
+  const StatementUse unit(
+      session_.Own("SELECT U.UnitName, S.UNITTYPE FROM Units U LEFT JOIN UnitSettings S "
+                   "ON S.UnitKey = U.UnitKey WHERE U.UnitKey=?1"));
+  unit->BindNumber(1, unitKey);
+  if (!unit->Step()) {
+    return std::nullopt;
+  }
+  return UnitFacts{std::string(unit->Text(0)), std::string(unit->Text(1))};
+}
+
+UnitCounts UnitRegister::Count(std::int32_t unitKey) {
+  return ReadUnitCounts(session_, unitKey);
+}
+
+std::unique_ptr<qorhost::KeptCounts> UnitRegister::KeepCounts() {
+  return std::make_unique<KeptCounts>(session_);
+}
+
+}  // namespace qorhost::sqlite

@@ -1,0 +1,32 @@
+// What the host keeps of tenants beside their rows: ids and link codes.
+#pragma once
+
+#include <cstdint>
+
+namespace qorhost {
+
+/// A part of SqlSession, and raises what that raises.
+class TenantRegister {
+ public:
+  virtual ~TenantRegister() = default;
+  TenantRegister(const TenantRegister&) = delete;
+  TenantRegister& operator=(const TenantRegister&) = delete;
+
+  /// The tenant id of a row; 0 when the unit has no such row.
+  [[nodiscard]] virtual std::int32_t TenantIdOf(std::int32_t unitKey, std::int32_t rid) = 0;
+
+  /// The unit's next free link code, from 1. The counter knows the codes that were taken, the
+  /// tenants those that came with their rows by another way; the counter catches up with them where
+  /// the store may be written. Raises kOverflow as a RuntimeError when no code is left.
+  [[nodiscard]] virtual std::int32_t NextLinkCode(std::int32_t unitKey) = 0;
+  /// The next `count` codes, from 0, are not given out again. Raises what NextLinkCode() raises.
+  virtual void TakeLinkCodes(std::int32_t unitKey, std::int32_t count) = 0;
+
+ protected:
+  TenantRegister() = default;
+
+  /// `code` as a link code. Raises kOverflow where it is none.
+  [[nodiscard]] static std::int32_t RequireLinkCode(std::int64_t code);
+};
+
+}  // namespace qorhost

@@ -1,0 +1,122 @@
+// Work that is kept or undone as a whole, through the contract.
+#include "host/store/transaction.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <vector>
+
+#include "host/store/store_error.h"
+#include "tests/host/store/store_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+class UndoableTest : public StoreFixture {
+ protected:
+  void AddDoor() { session().AddRow("DOORS", std::vector<Field>{{"UNITKEY", kUnit}}); }
+  [[nodiscard]] std::int64_t Doors() { return Number("SELECT count(*) FROM DOORS"); }
+  [[nodiscard]] SqlSession& session() { return connection_->session(); }
+};
+
+TEST_F(UndoableTest, WhatIsKeptStays) {
+  {
+    Undoable work(session().outerTransaction());
+    AddDoor();
+    work.Keep();
+  }
+  EXPECT_EQ(Doors(), 1);
+  EXPECT_FALSE(session().inTransaction());
+}
+
+TEST_F(UndoableTest, WhatIsNotKeptIsUndoneAtItsEnd) {
+  try {
+    const Undoable work(session().outerTransaction());
+    AddDoor();
+    throw std::runtime_error("something else went wrong");
+  } catch (const std::runtime_error&) {
+    EXPECT_FALSE(session().inTransaction());
+  }
+  EXPECT_EQ(Doors(), 0);
+}
+
+TEST_F(UndoableTest, ASavepointIsUndoneAlone) {
+  Undoable work(session().outerTransaction());
+  AddDoor();
+  {
+    const Undoable line(session().savepoint());
+    AddDoor();
+  }
+  {
+    Undoable line(session().savepoint());
+    AddDoor();
+    line.Keep();
+  }
+  work.Keep();
+  EXPECT_EQ(Doors(), 2);
+}
+
+TEST_F(UndoableTest, TheConnectionsTransactionIsAPartOfASavepoint) {
+  Undoable work(session().outerTransaction());
+  {
+    Undoable line(session().savepoint());
+    qorcred::Call(*connection_, "BeginTrans");
+    AddDoor();
+    qorcred::Call(*connection_, "CommitTrans");
+    line.Undo();
+  }
+  EXPECT_TRUE(session().inTransaction());
+  work.Keep();
+  EXPECT_EQ(Doors(), 0);
+}
+
+// A row that breaks a link only when the whole is stored.
+TEST_F(UndoableTest, WhatCannotBeKeptIsUndone) {
+  Run("CREATE TABLE child (unit REFERENCES Units(UnitKey) DEFERRABLE INITIALLY DEFERRED)");
+  {
+    Undoable work(session().outerTransaction());
+    AddDoor();
+    Run("INSERT INTO child VALUES (99)");
+    EXPECT_THROW(work.Keep(), StoreError);
+  }
+  EXPECT_FALSE(session().inTransaction());
+  EXPECT_EQ(Doors(), 0);
+}
+
+TEST_F(UndoableTest, WhatTheStoreGaveUpShows) {
+  const Undoable work(session().outerTransaction());
+  EXPECT_TRUE(session().inTransaction());
+  Run("ROLLBACK");
+  EXPECT_FALSE(session().inTransaction());
+}
+
+TEST_F(UndoableTest, AnyWriteShowsInTheChangesAlsoWhenItIsUndone) {
+  const std::int64_t before = session().changesSoFar();
+  (void)session().Select("SELECT * FROM DOORS");
+  EXPECT_EQ(session().changesSoFar(), before);
+  {
+    const Undoable work(session().outerTransaction());
+    AddDoor();
+  }
+  EXPECT_NE(session().changesSoFar(), before);
+}
+
+TEST_F(UndoableTest, AConnectionIsReachedByItsMembers) {
+  ConnectionTransaction transaction(Connection());
+  {
+    Undoable work(transaction);
+    EXPECT_TRUE(transaction.open());
+    EXPECT_EQ(connection_->OpenTransactions(), 1);
+    AddDoor();
+    work.Keep();
+  }
+  {
+    const Undoable work(transaction);
+    AddDoor();
+  }
+  EXPECT_FALSE(transaction.open());
+  EXPECT_EQ(Doors(), 1);
+}
+
+}  // namespace
+}  // namespace qorhost::test
