@@ -2,15 +2,20 @@
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <utility>
 
 #include "bench/bench_store.h"
 #include "bench/benchmarks.h"
 #include "bench/check.h"
-#include "host/cli/console.h"
-#include "host/cli/dir_code_exchange.h"
+#include "host/desks/exported_codes.h"
+#include "host/desks/session.h"
+#include "host/desks/store_file.h"
+#include "host/desks/unit_merge.h"
+#include "host/files/input_file.h"
 #include "host/unit/unit_generator.h"
 
 namespace qorbench {
@@ -37,24 +42,24 @@ void PutStored(qorhost::sqlite::Database& database, std::int32_t count) {
       count, count / 2, count / 4 * 3, kUnit));
 }
 
-// The command line's streams.
-class Streams {
- public:
-  qorhost::Console& console() { return console_; }
-  [[nodiscard]] std::string TakeOut() {
-    Check(err_.view().empty(), fmt::format("nothing to report instead of \"{}\"", err_.view()));
-    std::string text = out_.str();
-    out_.str("");
-    return text;
-  }
+qorhost::MergeReport MergeFile(const std::filesystem::path& store,
+                               const std::filesystem::path& unitFile) {
+  std::ifstream file = qorhost::OpenInputFile(unitFile);
+  const qorhost::UnitReading reading = qorhost::ReadUnitFile(file);
+  Check(reading.faults.empty(), "every line of the unit file is good");
+  qorhost::DeskSession session(qorhost::OpenStoreFile(store, qorhost::Access::kChange), {});
+  constexpr bool kWithDeletions = true;
+  return qorhost::UnitMerge(session, kUnit, reading.file, kWithDeletions).Apply(nullptr);
+}
 
- private:
-  std::istringstream in_;
-  std::ostringstream out_;
-  std::ostringstream err_;
-  qorhost::Environment environment_;
-  qorhost::Console console_{in_, out_, err_, environment_};
-};
+std::string ExportedText(const std::filesystem::path& store) {
+  qorhost::DeskSession session(qorhost::OpenStoreFile(store, qorhost::Access::kRead), {});
+  qorhost::ExportedCodes exported = qorhost::ExportCodes(session, kUnit);
+  Check(exported.obstacles.empty(), "the unit can hold every code");
+  std::ostringstream text;
+  qorhost::WriteUnitFile(text, qorhost::MakeUnitFile(std::move(exported.codes), ""));
+  return text.str();
+}
 
 // The unit file is read, compared with the store, and each difference written, in one transaction.
 void Sync(benchmark::State& state, std::int32_t count) {
@@ -65,29 +70,21 @@ void Sync(benchmark::State& state, std::int32_t count) {
   }
   std::ostringstream unit;
   qorhost::WriteUnitFile(unit, qorhost::GenerateUnit(count, kSeed));
-  qorhost::SyncOptions sync;
-  sync.from = store.File().replace_filename("unit.txt").string();
-  std::ofstream(sync.from, std::ios::binary) << unit.str();
+  const std::filesystem::path unitFile = store.File().replace_filename("unit.txt");
+  std::ofstream(unitFile, std::ios::binary) << unit.str();
 
-  qorhost::GlobalOptions global;
-  global.file = store.File();
-  global.unit = kUnit;
-  Streams streams;
+  qorhost::MergeReport report;
   for ([[maybe_unused]] auto iteration : state) {
-    qorhost::RunCodeSync(global, sync, streams.console());
+    report = MergeFile(store.File(), unitFile);
   }
 
-  const std::int32_t quarter = count / 4;
-  Check(
-      streams.TakeOut() == fmt::format("{0} inserted, {1} updated, {0} deleted, 0 unchanged.\n"
-                                       "{0} tenants are without a directory code now.\n"
-                                       "{2} waiting steps were withdrawn: the unit's codes hold.\n",
-                                       quarter, 3 * quarter, count),
-      "the differences are written");
-  qorhost::ExportOptions stored;
-  stored.to = "-";
-  qorhost::RunCodeExport(global, stored, streams.console());
-  Check(streams.TakeOut() == unit.str(), "the store holds what the unit holds");
+  const auto quarter = static_cast<std::size_t>(count / 4);
+  Check(report.done() && report.inserted == quarter && report.updated == 3 * quarter &&
+            report.deleted == quarter && report.unchanged == 0 &&
+            report.aftermath.tenantsReleased == quarter &&
+            report.aftermath.stepsWithdrawn == static_cast<std::size_t>(count),
+        "the differences are written");
+  Check(ExportedText(store.File()) == unit.str(), "the store holds what the unit holds");
   state.counters[kItems] = count;
 }
 

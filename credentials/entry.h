@@ -7,12 +7,9 @@
 #include <string_view>
 
 #include "frame/controls.h"
+#include "frame/screen_names.h"
 
 namespace qorcred {
-
-/// The schedule lists of doors 1 to 4.
-inline constexpr std::array<std::string_view, 4> kScheduleLists{"cboSchedules1", "cboSchedules2",
-                                                                "cboSchedules3", "cboSchedules4"};
 
 /// The tenant that a save creates with every credential.
 struct TenantEntry {

@@ -9,6 +9,7 @@
 #include "frame/list_rows.h"
 #include "frame/schedules.h"
 #include "frame/schema.h"
+#include "frame/screen_names.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"
 
@@ -18,9 +19,6 @@ namespace {
 
 /// The system colour of a button's face, which marks a box that takes no input.
 constexpr auto kButtonFace = static_cast<std::int32_t>(0x8000000FU);
-
-/// The screen that creates a tenant with every credential.
-constexpr std::string_view kTenantCreatingScreen = "frmTBL";
 
 bool IsTrueCell(const Value& cell) {
   return !IsEmptyText(cell) && Equals(cell, true);

@@ -1,6 +1,7 @@
 // Writes a directory code that a unit holds.
 #include "dircodes/cls_dir_code.h"
 #include "dircodes/row_state.h"
+#include "dircodes/unit_notation.h"
 #include "frame/convert.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
@@ -10,12 +11,9 @@ namespace qorcred {
 
 namespace {
 
-/// The firmware of units that have no display options.
-constexpr std::string_view kFirmwareWithoutDisplayOptions = "FC01.005";
-
 std::string UpdateStatement(std::int32_t unitKey, std::int32_t rid, const StringArray& code,
                             std::string_view displayPart) {
-  using namespace detail;
+  using namespace unit_place;
   // Without display options a comma is left in front of WHERE; the database manager bears it.
   return Concat("UPDATE DIRECTORYCODE SET DIRECTORYCODE=", code[kCode], ",PHONENUMBER='",
                 code[kPhone], "',EXTENSION='", code[kExtension], "',TIMEDELAY=", code[kTimeDelay],
@@ -31,7 +29,7 @@ std::string UpdateStatement(std::int32_t unitKey, std::int32_t rid, const String
 
 std::string InsertStatement(std::int32_t unitKey, std::string_view rowId, const StringArray& code,
                             std::string_view displayColumns, std::string_view displayValues) {
-  using namespace detail;
+  using namespace unit_place;
   return Concat(
       "Insert into DIRECTORYCODE(UNITKEY,RID,DIRECTORYCODE,PHONENUMBER,EXTENSION,TIMEDELAY,"
       "DNDSCHEDULEID,ISDNDCHECKED,CFSCHEDULEID,ISCFCHECKED,CFPHONENUMBER,CFEXTENSION,CFTIMEDELAY,"
@@ -109,7 +107,7 @@ void clsDirCode::DeleteAsInUnit(const ObjectRef& connection, std::int32_t unitKe
 bool clsDirCode::UnitHasDisplayOptions() const {
   const Screen connectionScreen(connectionScreen_);
   return TextOrEmpty(connectionScreen.Variable("mFirmwareFromHandshake")) !=
-         kFirmwareWithoutDisplayOptions;
+         kFirmwareWithoutDisplay;
 }
 
 }  // namespace qorcred

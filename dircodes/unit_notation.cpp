@@ -10,7 +10,7 @@ namespace qorcred {
 
 namespace {
 
-std::string& At(StringArray& details, detail::Place place) {
+std::string& At(StringArray& details, unit_place::Place place) {
   if (place >= details.size()) throw RuntimeError(ErrorNumber::kIndexOutOfRange);
   return details[place];
 }
@@ -26,7 +26,7 @@ void ConvertTime(std::string& time) {
 }
 
 // YYMMDD to mm/dd/yyyy and the converted time; the blank between them stays without a time.
-void ConvertDate(StringArray& details, detail::Place datePlace, detail::Place timePlace) {
+void ConvertDate(StringArray& details, unit_place::Place datePlace, unit_place::Place timePlace) {
   std::string& date = At(details, datePlace);
   if (date.empty()) return;
   date = Concat(MidUtf16(date, 2, 2), "/", RightUtf16(date, 2), "/20", LeftUtf16(date, 2));
@@ -34,14 +34,15 @@ void ConvertDate(StringArray& details, detail::Place datePlace, detail::Place ti
   date += Concat(" ", At(details, timePlace));
 }
 
-void BlankUnusedDate(StringArray& details, detail::Place usedPlace, detail::Place datePlace) {
+void BlankUnusedDate(StringArray& details, unit_place::Place usedPlace,
+                     unit_place::Place datePlace) {
   if (At(details, usedPlace) != "1") At(details, datePlace).clear();
 }
 
 }  // namespace
 
 DisplayOptions ConvertToStoreNotation(StringArray& details) {
-  using namespace detail;
+  using namespace unit_place;
   for (const Place flag : {kIsDndChecked, kIsCfChecked, kActive}) ConvertFlag(At(details, flag));
   // The dates take the converted times, and only then are the unused ones blanked.
   for (const Place time : {kStartTime, kEndTime}) ConvertTime(At(details, time));

@@ -9,7 +9,7 @@
 namespace qorcred {
 
 /// Places of the texts that describe one directory code; 0 to 3 are not used here.
-namespace detail {
+namespace unit_place {
 enum Place : unsigned {
   kCode = 4,
   kPhone = 5,
@@ -32,7 +32,10 @@ enum Place : unsigned {
   kCfTimeDelay = 22,
   kDisplayMode = 23,  ///< "1", "2", "3" or another
 };
-}  // namespace detail
+}  // namespace unit_place
+
+/// The firmware of units that have no display options.
+inline constexpr std::string_view kFirmwareWithoutDisplay = "FC01.005";
 
 /// What a unit shows of a directory code, as flags for a statement.
 struct DisplayOptions {

@@ -63,6 +63,16 @@ inline constexpr char32_t kFirstSupplementary = 0x10000;
   return {codePoint, length};
 }
 
+/// Whether the text is well-formed UTF-8.
+[[nodiscard]] inline bool IsUtf8(std::string_view text) noexcept {
+  for (std::size_t position = 0; position < text.size();) {
+    const Utf8Character character = ReadUtf8(text, position);
+    if (character.codePoint >= kInvalidByte) return false;
+    position += character.length;
+  }
+  return true;
+}
+
 /// How many UTF-16 units the character takes; an invalid byte counts as one.
 [[nodiscard]] inline std::size_t Utf16Units(Utf8Character character) noexcept {
   return character.codePoint >= kFirstSupplementary && character.codePoint < kInvalidByte ? 2 : 1;

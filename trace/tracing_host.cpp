@@ -6,7 +6,7 @@
 #include "frame/sql_text.h"
 #include "trace/tracing_services.h"
 
-namespace qorhost {
+namespace qorcred::trace {
 
 TracingHost::TracingHost(qorcred::Host& inner, TranscriptSink sink)
     : inner_(inner), sink_(std::move(sink)) {}
@@ -80,4 +80,4 @@ std::string TracingHost::AnsiToText(std::span<const std::uint8_t> bytes) {
   return inner_.AnsiToText(bytes);
 }
 
-}  // namespace qorhost
+}  // namespace qorcred::trace

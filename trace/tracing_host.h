@@ -10,7 +10,7 @@
 #include "frame/host.h"
 #include "trace/transcript.h"
 
-namespace qorhost {
+namespace qorcred::trace {
 
 /// Wraps a host, which must outlive it. Components made through it are traced until their last
 /// reference goes; conversions of texts and dates are handed on without a line.
@@ -34,4 +34,4 @@ class TracingHost final : public qorcred::Host {
   TranscriptSink sink_;
 };
 
-}  // namespace qorhost
+}  // namespace qorcred::trace

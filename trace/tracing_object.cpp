@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <utility>
 
-namespace qorhost {
+namespace qorcred::trace {
 
 using qorcred::Arguments;
 using qorcred::InvokeKind;
@@ -161,4 +161,4 @@ Value TracingScreen::Invoke(std::string_view member, InvokeKind kind, Arguments 
   return result;
 }
 
-}  // namespace qorhost
+}  // namespace qorcred::trace

@@ -10,7 +10,7 @@
 #include "frame/object.h"
 #include "trace/transcript.h"
 
-namespace qorhost {
+namespace qorcred::trace {
 
 /// Base of the tracing decorators: keeps the decorated object alive as long as itself.
 /// Whatever the decorated object raises is written to the line and raised again.
@@ -71,4 +71,4 @@ class TracingScreen final : public TracingObject {
 /// The object behind any number of tracing decorators; `object` itself when it is not traced.
 [[nodiscard]] qorcred::ObjectRef Undecorated(const qorcred::ObjectRef& object);
 
-}  // namespace qorhost
+}  // namespace qorcred::trace

@@ -12,7 +12,7 @@
 #include "frame/result_table.h"
 #include "frame/sql_text.h"
 
-namespace qorhost {
+namespace qorcred::trace {
 
 using qorcred::Arguments;
 using qorcred::InvokeKind;
@@ -139,4 +139,4 @@ Value TracingComponent::Invoke(std::string_view member, InvokeKind kind, Argumen
   return result;
 }
 
-}  // namespace qorhost
+}  // namespace qorcred::trace

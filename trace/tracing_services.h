@@ -6,7 +6,7 @@
 
 #include "trace/tracing_object.h"
 
-namespace qorhost {
+namespace qorcred::trace {
 
 /// A connection: `BeginTrans`, `Execute "INSERT ..." -> 1` with the rows affected.
 class TracingConnection final : public TracingObject {
@@ -35,4 +35,4 @@ class TracingComponent final : public TracingObject {
   std::string programmaticId_;
 };
 
-}  // namespace qorhost
+}  // namespace qorcred::trace

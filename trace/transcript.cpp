@@ -4,7 +4,7 @@
 #include "frame/date.h"
 #include "frame/sql_text.h"
 
-namespace qorhost {
+namespace qorcred::trace {
 
 using qorcred::Value;
 using qorcred::ValueType;
@@ -78,4 +78,4 @@ std::string FailureSuffix(const qorcred::RuntimeError& failure) {
                          QuotedText(failure.description()));
 }
 
-}  // namespace qorhost
+}  // namespace qorcred::trace

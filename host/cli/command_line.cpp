@@ -5,18 +5,15 @@
 #include <CLI/CLI.hpp>
 #include <new>
 
-#include "frame/runtime_error.h"
 #include "host/cli/commands.h"
-#include "host/cli/credential_commands.h"
-#include "host/cli/credential_import.h"
+#include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
 #include "host/cli/display_text.h"
-#include "host/cli/import_command_line.h"
 #include "host/cli/report_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/cli/tour/tour.h"
-#include "host/dialect/translator.h"
-#include "host/store/store_error.h"
+#include "host/desks/desk_error.h"
+#include "host/files/file_error.h"
 
 namespace qorhost {
 
@@ -30,11 +27,7 @@ struct Choice {
   GlobalOptions global;
   InitOptions init;
   SqlOptions sql;
-  AddOptions add;
-  EditOptions edit;
-  RenumberOptions renumber;
-  std::string toDelete;
-  ImportOptions imported;
+  CredentialChoice credentials;
   DirCodeChoice dircodes;
   ReportOptions report;
   CommandRun run;
@@ -94,74 +87,6 @@ void DescribeStore(CLI::App& app, Choice& choice) {
              [&choice](Console& console) { return RunTour(choice.global, console); });
 }
 
-void DescribeAdd(CLI::App& credentials, Choice& choice) {
-  AddOptions& add = choice.add;
-  auto* command = AddCommand(
-      {credentials, choice.run}, "add", "Issue a credential or a range of them",
-      "  qorhost credentials add --unit 2 --type card26 --start 500 --facility 7\n"
-      "  qorhost credentials add --unit 2 --type transmitter --start 1 --end 20 --facility 7 \\\n"
-      "      --id-code 3 --sequence 1 --button 4\n"
-      "  qorhost credentials add --unit 2 --type card30 --start 1 --end 10 --facility 7 \\\n"
-      "      --with-tenants --schedules \"Full Access,Late Shift,1,0\" --to 2027-12-31",
-      [&choice](Console& console) { return RunAdd(choice.global, choice.add, console); });
-  const auto text = [command](const char* name, auto& target, const char* type,
-                              const char* description) {
-    return command->add_option(name, target, description)->type_name(type);
-  };
-  text("--type", add.type, "card30|card26|transmitter", "The kind of credential")->required();
-  text("--start", add.start, "N", "The credential's number, or the first of a range")->required();
-  text("--end", add.end, "N", "The last number of a range");
-  text("--facility", add.facility, "F", "Facility code");
-  text("--id-code", add.idCode, "N", "ID code of a transmitter");
-  text("--sequence", add.sequence, "N", "Sequence code of a transmitter");
-  text("--button", add.button, "1|4", "Button of a transmitter");
-  command->add_flag("--with-tenants", add.withTenants, "Create a tenant for every credential");
-  text("--schedules", add.schedules, "A,B,C,D",
-       "The new tenants' schedules at the four doors, by id or name (Full Access)");
-  text("--from", add.from, "DATE", "First day of the new tenants");
-  text("--to", add.to, "DATE", "Last day of the new tenants");
-}
-
-void DescribeChanges(CLI::App& credentials, Choice& choice) {
-  constexpr const char* kCredential = "RID, or entry of the list as in Transmitter-301";
-  const auto runEdit = [&choice](Console& console) {
-    return RunEdit(choice.global, choice.edit, console);
-  };
-  auto* edit = AddCommand({credentials, choice.run}, "edit", "Change a credential's door or tenant",
-                          "  qorhost credentials edit 17 --door Garage\n"
-                          "  qorhost credentials edit 17 --door none --tenant 42",
-                          runEdit);
-  edit->add_option("CREDENTIAL", choice.edit.credential, kCredential)->required();
-  edit->add_option("--door", choice.edit.door, "The door that a card opens: number, name or none")
-      ->type_name("DOOR");
-  auto* tenant =
-      edit->add_option("--tenant", choice.edit.tenant, "Assign to this tenant: id or name")
-          ->type_name("TENANT");
-  edit->add_flag("--release", choice.edit.release, "Take it from its tenant")->excludes(tenant);
-
-  auto* assign = AddCommand({credentials, choice.run}, "assign", "Assign a credential to a tenant",
-                            "  qorhost credentials assign 17 42\n"
-                            "  qorhost credentials assign Transmitter-301 \"Abel Karin T\"\n"
-                            "  qorhost credentials assign 17 --release",
-                            runEdit);
-  assign->add_option("CREDENTIAL", choice.edit.credential, kCredential)->required();
-  auto* holder = assign->add_option("TENANT", choice.edit.tenant, "The tenant's id or name");
-  assign->add_flag("--release", choice.edit.release, "Take it from its tenant")->excludes(holder);
-
-  auto* renumber = AddCommand(
-      {credentials, choice.run}, "renumber", "Give a credential another number",
-      "  qorhost credentials renumber 17 1234",
-      [&choice](Console& console) { return RunRenumber(choice.global, choice.renumber, console); });
-  renumber->add_option("CREDENTIAL", choice.renumber.credential, kCredential)->required();
-  renumber->add_option("NUMBER", choice.renumber.number, "The new number")->required();
-
-  auto* remove = AddCommand(
-      {credentials, choice.run}, "delete", "Delete a credential; asks when a tenant holds it",
-      "  qorhost credentials delete 17 --yes",
-      [&choice](Console& console) { return RunDelete(choice.global, choice.toDelete, console); });
-  remove->add_option("CREDENTIAL", choice.toDelete, kCredential)->required();
-}
-
 void Describe(CLI::App& app, Choice& choice) {
   app.set_version_flag("--version", "qorhost " QORHOST_VERSION);
   app.require_subcommand(1);
@@ -171,20 +96,7 @@ void Describe(CLI::App& app, Choice& choice) {
       std::string(kExitStatuses));
   DescribeGlobal(app, choice);
   DescribeStore(app, choice);
-  CLI::App* credentials =
-      app.add_subcommand("credentials", "List, issue, change and delete credentials");
-  credentials->require_subcommand(1);
-  credentials->fallthrough();
-  credentials->footer("Examples:\n  qorhost credentials list\n  qorhost credentials add --help");
-  AddCommand({*credentials, choice.run}, "list", "List a unit's credentials",
-             "  qorhost credentials list --unit 2\n  qorhost credentials list --json",
-             [&choice](Console& console) { return RunList(choice.global, console); });
-  DescribeAdd(*credentials, choice);
-  DescribeChanges(*credentials, choice);
-  DescribeImport({*credentials, choice.run}, "Issue the credentials of a CSV file",
-                 "  qorhost credentials import cards.csv --unit 2 --dry-run\n"
-                 "  qorhost credentials import --columns",
-                 choice.global, choice.imported, RunCredentialImport);
+  DescribeCredentials({app, choice.run}, choice.global, choice.credentials);
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
   DescribeReports({app, choice.run}, choice.global, choice.report);
 }
@@ -192,6 +104,18 @@ void Describe(CLI::App& app, Choice& choice) {
 ExitStatus Fail(std::ostream& err, std::string_view what, ExitStatus status) {
   err << "qorhost: " << Displayable(what) << '\n';
   return status;
+}
+
+ExitStatus StatusOf(FileProblem problem) {
+  switch (problem) {
+    case FileProblem::kHeadings:
+      return ExitStatus::kUsage;
+    case FileProblem::kUnusable:
+      return ExitStatus::kRefused;
+    case FileProblem::kUnreachable:
+      break;
+  }
+  return ExitStatus::kFailure;
 }
 
 /// The one place where failures of a command become an exit status and a line.
@@ -202,8 +126,8 @@ ExitStatus RunChosen(const Choice& choice, Console& console) {
     return Fail(console.err, error.what(), ExitStatus::kUsage);
   } catch (const RefusedError& error) {
     return Fail(console.err, error.what(), ExitStatus::kRefused);
-  } catch (const dialect::SqlError& error) {
-    return Fail(console.err, error.what(), ExitStatus::kRefused);
+  } catch (const FileError& error) {
+    return Fail(console.err, error.what(), StatusOf(error.problem()));
   } catch (const std::bad_alloc&) {
     return Fail(console.err, "out of memory", ExitStatus::kFailure);
   } catch (const std::exception& error) {

@@ -5,12 +5,20 @@
 namespace qorhost {
 
 CLI::App* AddCommand(CommandPlace place, const char* name, const char* description,
-                     const char* examples, CommandRun run) {
+                     const char* examples, CommandRun run, std::span<const FieldWord> words) {
   CLI::App* command = place.parent.add_subcommand(name, description);
   command->footer(std::string("Examples:\n") + examples +
                   "\nOptions of every command: see 'qorhost --help'.");
   command->fallthrough();
-  command->callback([&chosen = place.chosen, run = std::move(run)] { chosen = run; });
+  command->callback([&chosen = place.chosen, run = std::move(run), words] {
+    chosen = [run, words](Console& console) {
+      try {
+        return run(console);
+      } catch (const InputFault& fault) {
+        throw UsageError(InWords(fault, words));
+      }
+    };
+  });
   return command;
 }
 

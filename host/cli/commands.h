@@ -3,9 +3,11 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <span>
 #include <string>
 
 #include "host/cli/console.h"
+#include "host/desks/input_fault.h"
 
 namespace qorhost {
 
@@ -18,8 +20,10 @@ struct CommandPlace {
   CommandRun& chosen;
 };
 
-/// Adds a command with its examples; parsing it puts `run` into `place.chosen`.
+/// Adds a command with its examples; parsing it puts `run` into `place.chosen`. `words` are what
+/// its options and arguments are called: a fault in an input becomes a UsageError in these words.
+/// They must outlive the run.
 CLI::App* AddCommand(CommandPlace place, const char* name, const char* description,
-                     const char* examples, CommandRun run);
+                     const char* examples, CommandRun run, std::span<const FieldWord> words = {});
 
 }  // namespace qorhost

@@ -5,7 +5,7 @@
 #include <ostream>
 #include <stdexcept>
 
-#include "host/components/store_host.h"
+#include "host/desks/session.h"
 
 namespace qorhost {
 
@@ -36,18 +36,6 @@ struct Console {
 
 /// A mistake in the command line. what() says what was wrong and what to do.
 class UsageError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-/// A command that may not do what it was asked: exit status kRefused.
-class RefusedError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-/// A store or system that does not work: exit status kFailure.
-class FailureError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };

@@ -2,18 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <memory>
-
-#include "frame/convert.h"
-#include "frame/schema.h"
-#include "frame/text.h"
-#include "host/cli/arguments.h"
-#include "host/cli/credential_desk.h"
-#include "host/cli/credential_entry.h"
-#include "host/cli/credential_list.h"
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
-#include "host/cli/table.h"
+#include "host/cli/table_printer.h"
+#include "host/desks/credential_desk.h"
+#include "host/desks/credential_list.h"
+#include "host/desks/typed_input.h"
+#include "host/files/json_writer.h"
 
 namespace qorhost {
 
@@ -21,193 +16,117 @@ namespace {
 
 using qorcred::Value;
 
-constexpr std::int32_t kAddNewEntry = 1;   // "<Add New>" stands for no row
-constexpr std::int32_t kUnassigned = 1;    // "<Unassigned>" stands for no tenant
-constexpr std::int64_t kWorthABar = 1000;  // credentials from which a save takes noticeable time
-
-ExitStatus Status(bool succeeded, StoreSession& session, Console& console) {
-  return OutcomeOf(succeeded, session.log(), console.err);
-}
-
 /// "Transmitter-301 (RID 17)"
-std::string CredentialName(CredentialDesk& desk, std::int32_t index) {
-  const ListModel& list = desk.screen().List("cboCredentials");
-  return fmt::format("{} (RID {})", list.Text(index), list.ItemData(index));
+std::string NameOf(const ShownCredential& credential) {
+  return fmt::format("{} (RID {})", credential.entry, credential.rid);
 }
 
-/// Finds a credential in the list and loads it into the edit controls.
-std::int32_t SelectCredential(CredentialDesk& desk, const std::string& credential) {
-  const std::int32_t index =
-      FindEntry(desk.screen().List("cboCredentials"), credential, "credential", kAddNewEntry);
-  if (index < kAddNewEntry) {
-    throw UsageError(
-        "name a credential by its RID or as in 'Transmitter-301': 'qorhost "
-        "credentials list' shows them");
-  }
-  desk.SelectCredential(index);
-  return index;
+std::string AssignmentText(const ShownCredential& credential) {
+  return credential.tenant.empty() ? "assigned to nobody"
+                                   : "assigned to " + Displayable(credential.tenant);
 }
 
-/// The selected tenant's name; empty when none is selected.
-std::string AssignedName(CredentialDesk& desk) {
-  const ListModel& tenants = desk.screen().List("cboAssignedTo");
-  return tenants.selected() < kUnassigned
-             ? std::string()
-             : std::string(qorcred::Trim(tenants.Text(tenants.selected())));
+void PrintIssuedAsJson(const IssuedCredentials& issued, bool withTenants, Console& console) {
+  PrintJsonObject(console.out, {{"issued", static_cast<double>(issued.Count())},
+                                {"type", issued.type},
+                                {"first", static_cast<double>(issued.first)},
+                                {"last", static_cast<double>(issued.last)},
+                                {"last_rid", issued.lastRid},
+                                {"new_tenant_ids", withTenants ? Value(issued.newTenantIds)
+                                                               : Value(qorcred::Null{})}});
 }
 
-std::string AssignmentText(CredentialDesk& desk) {
-  const std::string tenant = AssignedName(desk);
-  return tenant.empty() ? "assigned to nobody" : "assigned to " + Displayable(tenant);
-}
-
-/// Runs the save under a progress bar when a person watches and it takes a while.
-bool SaveWatched(StoreSession& session, CredentialDesk& desk, Console& console,
-                 std::int32_t* lastRid) {
-  const auto numbers = ReadEntered(desk.screen());
-  const std::int64_t count = numbers ? numbers->Count() : 0;
-  if (!console.environment.errorIsTerminal || session.traced() || count < kWorthABar) {
-    return desk.SaveNew(lastRid);
-  }
-  // The bar starts with the first row: before it, a question or a refusal may want the line.
-  std::unique_ptr<ProgressBar> bar;
-  session.OnInsert([&](std::string_view table) {
-    if (!qorcred::SameMember(table, qorcred::table::CREDENTIALBANK)) {
-      return;
-    }
-    if (bar == nullptr) {
-      bar = std::make_unique<ProgressBar>(console.err, count);
-    }
-    bar->Advance();
-  });
-  const bool saved = desk.SaveNew(lastRid);
-  session.OnInsert(nullptr);
-  return saved;
-}
-
-void ReportIssued(CredentialDesk& desk, const AddOptions& options, std::int32_t lastRid,
-                  bool asJson, Console& console) {
-  ScreenModel& screen = desk.screen();
-  const std::string type = screen.List("cboCredentialType").SelectedText();
-  const std::string tenants = qorcred::TextOrEmpty(screen.Variable("gstrNewTenantIDs"));
-  // The save left both boxes filled, with numbers that it accepted.
-  const EnteredNumbers numbers = ReadEntered(screen).value_or(EnteredNumbers{});
-  const std::int64_t count = numbers.Count();
-  if (asJson) {
-    PrintJsonObject(console.out, {{"issued", static_cast<double>(count)},
-                                  {"type", type},
-                                  {"first", static_cast<double>(numbers.first)},
-                                  {"last", static_cast<double>(numbers.last)},
-                                  {"last_rid", lastRid},
-                                  {"new_tenant_ids",
-                                   options.withTenants ? Value(tenants) : Value(qorcred::Null{})}});
-    return;
-  }
-  console.out << (count == 1 ? fmt::format("Issued {} {} (RID {}).\n", type, numbers.first, lastRid)
-                             : fmt::format("Issued {} credentials: {} {} to {} (last RID {}).\n",
-                                           count, type, numbers.first, numbers.last, lastRid));
-  if (options.withTenants) {
+void PrintIssued(const IssuedCredentials& issued, bool withTenants, Console& console) {
+  const std::int64_t count = issued.Count();
+  console.out << (count == 1
+                      ? fmt::format("Issued {} {} (RID {}).\n", issued.type, issued.first,
+                                    issued.lastRid)
+                      : fmt::format("Issued {} credentials: {} {} to {} (last RID {}).\n", count,
+                                    issued.type, issued.first, issued.last, issued.lastRid));
+  if (withTenants) {
     console.out << fmt::format("Created {} {}, ready to be named; their steps are queued.\n", count,
                                count == 1 ? "tenant" : "tenants");
   }
 }
 
-/// After a refusal on the way: where the credential is now, because it left its tenant already.
-void ReportHolder(CredentialDesk& desk, std::int32_t rid, Console& console) {
-  desk.RefreshCredentials(rid);
-  console.err << fmt::format("qorhost: {} is {} now.\n",
-                             CredentialName(desk, desk.screen().List("cboCredentials").selected()),
-                             AssignmentText(desk));
-}
-
 }  // namespace
 
-ExitStatus RunList(const GlobalOptions& global, Console& console) {
-  StoreSession session(OpenFile(global, OpenMode::kReadOnly), global, console);
-  CredentialDesk desk(session, session.ChosenUnit().key, DeskScreen::kCredentials);
-  PrintRows(console.out, CredentialTable(session, desk), global.json);
+ExitStatus RunCredentialList(const GlobalOptions& global, Console& console) {
+  CommandSession session(global, Access::kRead, console);
+  CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
+  PrintRows(console.out, CredentialTable(session.desks(), desk), global.json);
   return ExitStatus::kDone;
 }
 
-ExitStatus RunAdd(const GlobalOptions& global, const AddOptions& options, Console& console) {
-  StoreSession session(OpenFile(global, OpenMode::kReadWrite), global, console);
-  CredentialDesk desk(session, session.ChosenUnit().key,
-                      options.withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
-  EnterCredential(desk, options);
-
-  std::int32_t lastRid = 0;
-  const bool saved = SaveWatched(session, desk, console, &lastRid);
-  const ExitStatus status = Status(saved, session, console);
-  if (saved) {
-    ReportIssued(desk, options, lastRid, global.json, console);
+ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOptions& options,
+                            Console& console) {
+  const bool withTenants = options.entry.withTenants;
+  CommandSession session(global, Access::kChange, console);
+  CredentialDesk desk(session.desks(), session.ChosenUnit().key,
+                      withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
+  EnterCredentials(desk, options.entry);
+  const IssuedCredentials issued = desk.SaveNew(BarOn(console, global.trace));
+  const ExitStatus status = Tell(issued, console);
+  if (issued.returned && global.json) {
+    PrintIssuedAsJson(issued, withTenants, console);
+  } else if (issued.returned) {
+    PrintIssued(issued, withTenants, console);
   }
   return status;
 }
 
-ExitStatus RunEdit(const GlobalOptions& global, const EditOptions& options, Console& console) {
-  if (!options.door && !options.tenant && !options.release) {
+ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOptions& options,
+                             Console& console) {
+  if (!options.change.door && !options.change.tenant && !options.change.release) {
     throw UsageError("say what to change: --door, --tenant or --release");
   }
-  StoreSession session(OpenFile(global, OpenMode::kReadWrite), global, console);
-  CredentialDesk desk(session, session.ChosenUnit().key, DeskScreen::kCredentials);
-  const std::int32_t index = SelectCredential(desk, options.credential);
-  const std::int32_t rid = desk.screen().List("cboCredentials").ItemData(index);
-  ListModel& doors = desk.screen().List("cboActivate");
-  if (options.door) {
-    if (!doors.visible()) {
-      throw UsageError("leave --door out: only cards have a door");
-    }
-    doors.Select(FindDoor(doors, *options.door));
-  }
-  ListModel& tenants = desk.screen().List("cboAssignedTo");
-  if (options.tenant) {
-    tenants.Select(FindEntry(tenants, *options.tenant, "tenant", kUnassigned));
-  } else if (options.release) {
-    tenants.Select(0);
-  }
+  CommandSession session(global, Access::kChange, console);
+  CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
+  const ShownCredential before = desk.Select(options.credential);
+  EnterChange(desk, options.change);
 
-  const ExitStatus status = Status(desk.SaveEdited(), session, console);
-  if (status == ExitStatus::kRefused) {
-    ReportHolder(desk, rid, console);
-  } else if (status == ExitStatus::kDone) {
-    const std::string door =
-        doors.visible() ? fmt::format("door {}, ", Displayable(doors.SelectedText())) : "";
-    console.out << fmt::format("{}: {}{}.\n", CredentialName(desk, index), door,
-                               AssignmentText(desk));
+  const ChangedCredential changed = desk.SaveEdited();
+  const ExitStatus status = Tell(changed, console);
+  if (changed.ending == Ending::kRefused) {
+    // A refusal on the way: the credential may have left its tenant already.
+    desk.RefreshCredentials(before.rid);
+    const ShownCredential now = desk.Shown();
+    console.err << fmt::format("qorhost: {} is {} now.\n", NameOf(now), AssignmentText(now));
+  } else if (changed.done()) {
+    const ShownCredential& now = changed.credential;
+    const std::string door = now.door ? fmt::format("door {}, ", Displayable(*now.door)) : "";
+    console.out << fmt::format("{}: {}{}.\n", NameOf(now), door, AssignmentText(now));
   }
   return status;
 }
 
-ExitStatus RunRenumber(const GlobalOptions& global, const RenumberOptions& options,
-                       Console& console) {
-  const std::int32_t number = ReadLong("the new number", options.number);
-  StoreSession session(OpenFile(global, OpenMode::kReadWrite), global, console);
-  CredentialDesk desk(session, session.ChosenUnit().key, DeskScreen::kCredentials);
-  const std::int32_t index = SelectCredential(desk, options.credential);
-  const std::string before = desk.screen().List("cboCredentials").Text(index);
-  const bool renumbered = desk.Renumber(number);
-  const bool silent = session.log().refusals == 0 && session.log().failures.empty();
-  const ExitStatus status = Status(renumbered, session, console);
-  if (renumbered) {
-    console.out << fmt::format("{} is {} now.\n", before, CredentialName(desk, index));
-  } else if (silent) {
-    console.err << "qorhost: nothing was changed: someone else has changed or deleted the "
-                   "credential meanwhile. Try again.\n";
+ExitStatus RunCredentialRenumber(const GlobalOptions& global,
+                                 const CredentialRenumberOptions& options, Console& console) {
+  const std::int32_t number = ReadLong(credential_field::kNewNumber, options.number);
+  CommandSession session(global, Access::kChange, console);
+  CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
+  const ShownCredential before = desk.Select(options.credential);
+  const ChangedCredential renumbered = desk.Renumber(number);
+  const ExitStatus status = Tell(renumbered, console);
+  if (renumbered.returned) {
+    console.out << fmt::format("{} is {} now.\n", before.entry, NameOf(renumbered.credential));
+  } else if (renumbered.ending == Ending::kStale) {
+    TellStale("credential", console);
   }
   return status;
 }
 
-ExitStatus RunDelete(const GlobalOptions& global, const std::string& credential, Console& console) {
-  StoreSession session(OpenFile(global, OpenMode::kReadWrite), global, console);
-  CredentialDesk desk(session, session.ChosenUnit().key, DeskScreen::kCredentials);
-  const std::int32_t index = SelectCredential(desk, credential);
-  const std::string name = CredentialName(desk, index);
-  const bool deleted = desk.Delete(desk.screen().List("cboCredentials").ItemData(index));
-  const ExitStatus status = Status(deleted, session, console);
-  if (status == ExitStatus::kDone) {
-    console.out << fmt::format("Deleted {}.\n", name);
-  } else if (!deleted) {
-    console.err << fmt::format("qorhost: {} was not deleted.\n", name);
+ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& credential,
+                               Console& console) {
+  CommandSession session(global, Access::kChange, console);
+  CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
+  const ShownCredential chosen = desk.Select(credential);
+  const Outcome deleted = desk.Delete(chosen.rid);
+  const ExitStatus status = Tell(deleted, console);
+  if (deleted.done()) {
+    console.out << fmt::format("Deleted {}.\n", NameOf(chosen));
+  } else if (!deleted.returned) {
+    console.err << fmt::format("qorhost: {} was not deleted.\n", NameOf(chosen));
   }
   return status;
 }

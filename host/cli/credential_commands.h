@@ -1,49 +1,37 @@
-// The commands that issue, change and delete credentials.
+// The commands that issue, change and delete credentials: what they say.
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include "host/cli/console.h"
-#include "host/cli/store_session.h"
+#include "host/cli/command_session.h"
+#include "host/desks/credential_entry.h"
 
 namespace qorhost {
 
-/// What an operator types into the screen for new credentials. Texts are typed as they are: whether
-/// they are numbers and within bounds is the controller's to say.
-struct AddOptions {
-  std::string type;
-  std::string start;
-  std::optional<std::string> end;  ///< none: a single credential
-  std::optional<std::string> facility;
-  std::optional<std::string> idCode;
-  std::optional<std::string> sequence;
-  std::optional<std::string> button;  ///< "1" or "4"
-  bool withTenants = false;
-  std::optional<std::string> schedules;  ///< up to four ids or names between commas
-  std::optional<std::string> from;
-  std::optional<std::string> to;
+struct CredentialAddOptions {
+  NewCredentials entry;
 };
 
 /// A credential is named by its RID or by its entry in the list ("Transmitter-301").
-struct EditOptions {
+struct CredentialEditOptions {
   std::string credential;
-  std::optional<std::string> door;
-  std::optional<std::string> tenant;
-  bool release = false;  ///< takes the credential from its tenant
+  CredentialChange change;
 };
 
-struct RenumberOptions {
+struct CredentialRenumberOptions {
   std::string credential;
   std::string number;
 };
 
-ExitStatus RunList(const GlobalOptions& global, Console& console);
-ExitStatus RunAdd(const GlobalOptions& global, const AddOptions& options, Console& console);
+ExitStatus RunCredentialList(const GlobalOptions& global, Console& console);
+ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOptions& options,
+                            Console& console);
 /// `credentials edit` and `credentials assign`.
-ExitStatus RunEdit(const GlobalOptions& global, const EditOptions& options, Console& console);
-ExitStatus RunRenumber(const GlobalOptions& global, const RenumberOptions& options,
-                       Console& console);
-ExitStatus RunDelete(const GlobalOptions& global, const std::string& credential, Console& console);
+ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOptions& options,
+                             Console& console);
+ExitStatus RunCredentialRenumber(const GlobalOptions& global,
+                                 const CredentialRenumberOptions& options, Console& console);
+ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& credential,
+                               Console& console);
 
 }  // namespace qorhost

@@ -1,14 +1,38 @@
 #include "host/cli/dir_code_command_line.h"
 
-#include "host/cli/dir_code_import.h"
-#include "host/cli/display_text.h"
-#include "host/cli/import_command_line.h"
+#include <array>
+
+#include "host/desks/dir_code_import.h"
+#include "host/desks/typed_input.h"
 
 namespace qorhost {
 
 namespace {
 
+namespace field = dir_code_field;
+
 constexpr const char* kCode = "The code as it is dialled, or its row as in rid:17";
+
+constexpr std::string_view kList = "'qorhost dircodes list' shows them";
+constexpr std::array kChoiceWords{FieldWord{field::kChoice, "", kList}};
+constexpr std::array kEntryWords{
+    FieldWord{field::kChoice, "", kList},
+    FieldWord{field::kCode, "the code", {}},
+    FieldWord{field::kPhone, "--phone", {}},
+    FieldWord{field::kExtension, "--extension", {}},
+    FieldWord{field::kDelay, "--delay", {}},
+    FieldWord{field::kDnd, "--dnd", {}},
+    FieldWord{field::kForwardPhone, "--forward-phone", {}},
+    FieldWord{field::kForwardExtension, "--forward-extension", {}},
+    FieldWord{field::kForwardSchedule, "--forward-schedule", {}},
+    FieldWord{field::kForwardDelay, "--forward-delay", {}},
+    FieldWord{field::kStart, "--from", {}},
+    FieldWord{field::kEnd, "--to", {}},
+    FieldWord{field::kActive, "--active", {}},
+    FieldWord{field::kDisplayName, "--display-name", {}},
+};
+constexpr std::array kRenumberWords{FieldWord{field::kChoice, "", kList},
+                                    FieldWord{field::kCode, "the new code", {}}};
 
 CLI::Option* Text(CLI::App& command, const char* name, std::optional<std::string>& target,
                   const char* type, const char* description) {
@@ -25,7 +49,7 @@ void Either(CLI::App& command, std::optional<bool>& target, const char* yes,
   yesFlag->excludes(noFlag);
 }
 
-void DescribeEntry(CLI::App& command, CodeEntry& entry) {
+void DescribeEntry(CLI::App& command, DirCodeEntry& entry) {
   Text(command, "--phone", entry.phone, "P", "The phone number that the unit dials");
   Text(command, "--extension", entry.extension, "E", "The extension dialled behind it");
   Text(command, "--delay", entry.delay, "N", "The delay before the extension (2)");
@@ -48,24 +72,24 @@ void DescribeEntry(CLI::App& command, CodeEntry& entry) {
          "The unit does not show the code");
 }
 
-void DescribeAdd(CommandPlace dircodes, const GlobalOptions& global, CodeAddOptions& add) {
+void DescribeAdd(CommandPlace dircodes, const GlobalOptions& global, DirCodeAddOptions& add) {
   auto* command = AddCommand(
       dircodes, "add", "Add a directory code",
       "  qorhost dircodes add 250 --unit 2 --phone 555-0199 --display-name \"Karin Abel\"\n"
       "  qorhost dircodes add 251 --unit 2 --phone 555-0190 --dnd \"Night Shift\" \\\n"
       "      --forward-phone 555-0290 --forward-schedule Weekends --to 2027-12-31",
-      [&](Console& console) { return RunCodeAdd(global, add, console); });
+      [&](Console& console) { return RunDirCodeAdd(global, add, console); }, kEntryWords);
   command->add_option("CODE", add.code, "The code that a visitor dials")->required();
   DescribeEntry(*command, add.entry);
 }
 
-void DescribeEdit(CommandPlace dircodes, const GlobalOptions& global, CodeEditOptions& edit) {
-  auto* command =
-      AddCommand(dircodes, "edit", "Change a directory code's settings; what is not named stays",
-                 "  qorhost dircodes edit 101 --phone 555-0142\n"
-                 "  qorhost dircodes edit 101 --no-dnd --forward-phone 555-0290 \\\n"
-                 "      --forward-schedule 1 --hide-name",
-                 [&](Console& console) { return RunCodeEdit(global, edit, console); });
+void DescribeEdit(CommandPlace dircodes, const GlobalOptions& global, DirCodeEditOptions& edit) {
+  auto* command = AddCommand(
+      dircodes, "edit", "Change a directory code's settings; what is not named stays",
+      "  qorhost dircodes edit 101 --phone 555-0142\n"
+      "  qorhost dircodes edit 101 --no-dnd --forward-phone 555-0290 \\\n"
+      "      --forward-schedule 1 --hide-name",
+      [&](Console& console) { return RunDirCodeEdit(global, edit, console); }, kEntryWords);
   command->add_option("CODE", edit.choice, kCode)->required();
   DescribeEntry(*command, edit.entry);
   auto* noDnd = command->add_flag("--no-dnd", edit.entry.noDnd, "No do-not-disturb any more");
@@ -78,13 +102,13 @@ void DescribeEdit(CommandPlace dircodes, const GlobalOptions& global, CodeEditOp
   }
 }
 
-void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, SyncOptions& sync,
-                      ExportOptions& exported) {
+void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, DirCodeSyncOptions& sync,
+                      DirCodeExportOptions& exported) {
   auto* merge = AddCommand(dircodes, "sync",
                            "Make a unit's stored codes what the unit holds, all of it or nothing",
                            "  qorhost dircodes sync --unit 2 --from unit2.txt --dry-run\n"
                            "  qorhost dircodes sync --unit 2 --from unit2.txt",
-                           [&](Console& console) { return RunCodeSync(global, sync, console); });
+                           [&](Console& console) { return RunDirCodeSync(global, sync, console); });
   merge->add_option("--from", sync.from, "The unit file; - for standard input")
       ->required()
       ->type_name("FILE");
@@ -96,7 +120,7 @@ void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, SyncOp
       AddCommand(dircodes, "export", "Write a unit's stored codes as a unit file",
                  "  qorhost dircodes export --unit 2 --to unit2.txt\n"
                  "  qorhost dircodes export --unit 2 --to - --firmware FC01.005",
-                 [&](Console& console) { return RunCodeExport(global, exported, console); });
+                 [&](Console& console) { return RunDirCodeExport(global, exported, console); });
   write->add_option("--to", exported.to, "The file to write; - for standard output")
       ->required()
       ->type_name("FILE");
@@ -123,33 +147,37 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
 
   AddCommand(dircodes, "list", "List a unit's directory codes",
              "  qorhost dircodes list --unit 2\n  qorhost dircodes list --json",
-             [&](Console& console) { return RunCodeList(global, console); });
-  auto* show =
-      AddCommand(dircodes, "show", "Show a directory code with its schedules and tenants",
-                 "  qorhost dircodes show 101\n  qorhost dircodes show rid:17 --json",
-                 [&](Console& console) { return RunCodeShow(global, choice.choice, console); });
+             [&](Console& console) { return RunDirCodeList(global, console); });
+  auto* show = AddCommand(
+      dircodes, "show", "Show a directory code with its schedules and tenants",
+      "  qorhost dircodes show 101\n  qorhost dircodes show rid:17 --json",
+      [&](Console& console) { return RunDirCodeShow(global, choice.choice, console); },
+      kChoiceWords);
   show->add_option("CODE", choice.choice, kCode)->required();
   DescribeAdd(dircodes, global, choice.add);
   DescribeEdit(dircodes, global, choice.edit);
 
-  auto* renumber = AddCommand(dircodes, "renumber", "Give a directory code another number",
-                              "  qorhost dircodes renumber 101 180", [&](Console& console) {
-                                return RunCodeRenumber(global, choice.renumber, console);
-                              });
+  auto* renumber = AddCommand(
+      dircodes, "renumber", "Give a directory code another number",
+      "  qorhost dircodes renumber 101 180",
+      [&](Console& console) { return RunDirCodeRenumber(global, choice.renumber, console); },
+      kRenumberWords);
   renumber->add_option("CODE", choice.renumber.choice, kCode)->required();
   renumber->add_option("NUMBER", choice.renumber.number, "The new code")->required();
 
   auto* remove = AddCommand(
       dircodes, "delete", "Delete a directory code, after a question, and take it from its tenants",
       "  qorhost dircodes delete 101 --yes",
-      [&](Console& console) { return RunCodeDelete(global, choice.choice, console); });
+      [&](Console& console) { return RunDirCodeDelete(global, choice.choice, console); },
+      kChoiceWords);
   remove->add_option("CODE", choice.choice, kCode)->required();
   DescribeExchange(dircodes, global, choice.sync, choice.exported);
   DescribeImport(dircodes, "Add the directory codes of a CSV file",
                  "  qorhost dircodes import codes.csv --unit 2 --dry-run\n"
                  "  qorhost report dircodes --unit 1 --format csv | qorhost dircodes import - "
                  "--unit 2",
-                 global, choice.imported, RunCodeImport);
+                 global, choice.imported,
+                 {DirCodeImportColumns(), ImportDirCodes, "directory code", "directory codes"});
 }
 
 }  // namespace qorhost

@@ -6,18 +6,18 @@
 #include "host/cli/commands.h"
 #include "host/cli/dir_code_commands.h"
 #include "host/cli/dir_code_exchange.h"
-#include "host/cli/import_run.h"
+#include "host/cli/import_commands.h"
 
 namespace qorhost {
 
 /// Everything that their options write to.
 struct DirCodeChoice {
   std::string choice;  ///< of show and delete
-  CodeAddOptions add;
-  CodeEditOptions edit;
-  CodeRenumberOptions renumber;
-  SyncOptions sync;
-  ExportOptions exported;
+  DirCodeAddOptions add;
+  DirCodeEditOptions edit;
+  DirCodeRenumberOptions renumber;
+  DirCodeSyncOptions sync;
+  DirCodeExportOptions exported;
   ImportOptions imported;
 };
 

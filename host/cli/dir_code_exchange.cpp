@@ -2,46 +2,38 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <memory>
-#include <system_error>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "frame/convert.h"
 #include "host/cli/display_text.h"
-#include "host/cli/exported_codes.h"
 #include "host/cli/progress.h"
-#include "host/cli/table.h"
-#include "host/cli/unit_merge.h"
-#include "host/unit/unit_file.h"
+#include "host/cli/table_printer.h"
+#include "host/desks/exported_codes.h"
+#include "host/desks/unit_merge.h"
+#include "host/files/input_file.h"
+#include "host/files/json_writer.h"
+#include "host/files/whole_file.h"
 
 namespace qorhost {
 
 namespace {
 
-namespace fs = std::filesystem;
 using qorcred::Value;
 
 constexpr std::string_view kStandardStream = "-";
-constexpr std::size_t kWorthABar = 1000;  // steps from which a merge takes noticeable time
 
 UnitReading ReadFrom(const std::string& from, Console& console) {
   if (from == kStandardStream) {
     return ReadUnitFile(console.in);
   }
-  std::error_code ignored;
-  std::ifstream file(from, std::ios::binary);
-  if (!file || fs::is_directory(from, ignored)) {
-    throw FailureError(fmt::format("cannot read the unit file '{}'", from));
-  }
+  std::ifstream file = OpenInputFile(from, "unit file");
   return ReadUnitFile(file);
 }
 
 /// Names every line that was not taken over. Raises RefusedError unless they may be left out.
-void ReportBadLines(const std::vector<LineFault>& faults, const SyncOptions& options,
+void ReportBadLines(const std::vector<LineFault>& faults, const DirCodeSyncOptions& options,
                     Console& console) {
   const std::string file = options.from == kStandardStream ? "standard input" : options.from;
   for (const LineFault& fault : faults) {
@@ -59,11 +51,11 @@ Value Number(std::size_t count) {
   return {static_cast<double>(count)};
 }
 
-void ReportKept(const MergePlan& plan, Console& console) {
-  if (plan.kept > 0) {
+void ReportKept(std::size_t kept, Console& console) {
+  if (kept > 0) {
     console.err << fmt::format(
-        "qorhost: {} stored {} not deleted: a bad line may stand for any of them.\n", plan.kept,
-        plan.kept == 1 ? "code was" : "codes were");
+        "qorhost: {} stored {} not deleted: a bad line may stand for any of them.\n", kept,
+        kept == 1 ? "code was" : "codes were");
   }
 }
 
@@ -78,24 +70,20 @@ void PrintPlan(const UnitMerge& merge, const UnitFile& unit, bool asJson, Consol
   }
 }
 
-void PrintDone(const UnitMerge& merge, const UnitMerge::Aftermath& aftermath, bool asJson,
-               Console& console) {
-  const MergePlan& plan = merge.plan();
-  const std::size_t inserted = plan.Count(MergeAction::kInsert);
-  const std::size_t updated = plan.Count(MergeAction::kUpdate);
-  const std::size_t deleted = plan.Count(MergeAction::kDelete);
+void PrintDone(const MergeReport& report, bool asJson, Console& console) {
+  const MergeAftermath& aftermath = report.aftermath;
   if (asJson) {
-    PrintJsonObject(console.out, {{"inserted", Number(inserted)},
-                                  {"updated", Number(updated)},
-                                  {"deleted", Number(deleted)},
-                                  {"unchanged", Number(plan.unchanged)},
-                                  {"not_deleted", Number(plan.kept)},
+    PrintJsonObject(console.out, {{"inserted", Number(report.inserted)},
+                                  {"updated", Number(report.updated)},
+                                  {"deleted", Number(report.deleted)},
+                                  {"unchanged", Number(report.unchanged)},
+                                  {"not_deleted", Number(report.kept)},
                                   {"tenants_released", Number(aftermath.tenantsReleased)},
                                   {"steps_withdrawn", Number(aftermath.stepsWithdrawn)}});
     return;
   }
-  console.out << fmt::format("{} inserted, {} updated, {} deleted, {} unchanged.\n", inserted,
-                             updated, deleted, plan.unchanged);
+  console.out << fmt::format("{} inserted, {} updated, {} deleted, {} unchanged.\n",
+                             report.inserted, report.updated, report.deleted, report.unchanged);
   if (aftermath.tenantsReleased > 0) {
     console.out << fmt::format("{} without a directory code now.\n",
                                aftermath.tenantsReleased == 1
@@ -109,22 +97,6 @@ void PrintDone(const UnitMerge& merge, const UnitMerge::Aftermath& aftermath, bo
             ? "1 waiting step was"
             : fmt::format("{} waiting steps were", aftermath.stepsWithdrawn));
   }
-}
-
-UnitMerge::Aftermath ApplyWatched(UnitMerge& merge, bool watched, Console& console) {
-  std::unique_ptr<ProgressBar> bar;
-  return merge.Apply(
-      [&] {
-        const std::size_t steps = merge.plan().steps.size();
-        if (watched && steps >= kWorthABar) {
-          bar = std::make_unique<ProgressBar>(console.err, static_cast<std::int64_t>(steps));
-        }
-      },
-      [&] {
-        if (bar != nullptr) {
-          bar->Advance();
-        }
-      });
 }
 
 /// Names every code that is not written. Raises RefusedError unless they may be left out.
@@ -142,78 +114,54 @@ void ReportObstacles(const std::vector<Obstacle>& obstacles, bool skip, Console&
   }
 }
 
-/// Writes the file beside its place and moves it there when it is whole.
-void WriteWhole(const fs::path& to, const UnitFile& unit) {
-  std::error_code error;
-  if (fs::exists(to, error) && !fs::is_regular_file(to, error)) {
+/// Raises RefusedError where no file can be put.
+void RequireFile(const std::string& to) {
+  if (!CanBeWritten(to)) {
     throw RefusedError(fmt::format(
         "'{}' is no file that can be replaced: name another with --to, or - for standard output",
-        to.string()));
-  }
-  // A link stays: what it leads to is replaced.
-  const fs::path place = fs::is_symlink(to, error) ? fs::weakly_canonical(to) : to;
-  fs::path fresh = place;
-  fresh += ".new";
-  std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
-  if (file) {
-    WriteUnitFile(file, unit);
-    file.close();
-  }
-  if (file) {
-    fs::rename(fresh, place, error);
-  }
-  if (!file || error) {
-    std::error_code ignored;
-    fs::remove(fresh, ignored);
-    throw FailureError(fmt::format("cannot write '{}'{}{}", to.string(), error ? ": " : "",
-                                   error ? error.message() : ""));
+        to));
   }
 }
 
 }  // namespace
 
-ExitStatus RunCodeSync(const GlobalOptions& global, const SyncOptions& options, Console& console) {
-  StoreSession session(
-      OpenFile(global, options.dryRun ? OpenMode::kReadOnly : OpenMode::kReadWrite), global,
-      console);
+ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions& options,
+                          Console& console) {
+  CommandSession session(global, options.dryRun ? Access::kRead : Access::kChange, console);
   const std::int32_t unitKey = session.ChosenUnit().key;
   const UnitReading reading = ReadFrom(options.from, console);
   ReportBadLines(reading.faults, options, console);
 
   // A bad line may stand for any stored code, so none counts as gone from the unit then.
   const bool complete = reading.faults.empty();
-  UnitMerge merge(session, unitKey, reading.file, complete);
+  UnitMerge merge(session.desks(), unitKey, reading.file, complete);
   if (options.dryRun) {
     merge.Plan();
     PrintPlan(merge, reading.file, global.json, console);
-  } else {
-    const bool watched = console.environment.errorIsTerminal && !session.traced();
-    PrintDone(merge, ApplyWatched(merge, watched, console), global.json, console);
+    ReportKept(merge.plan().kept, console);
+    return ExitStatus::kDone;
   }
-  ReportKept(merge.plan(), console);
-  return ExitStatus::kDone;
+  const MergeReport report = merge.Apply(BarOn(console, global.trace));
+  const ExitStatus status = Tell(report, console);
+  if (report.done()) {
+    PrintDone(report, global.json, console);
+    ReportKept(report.kept, console);
+  }
+  return status;
 }
 
-ExitStatus RunCodeExport(const GlobalOptions& global, const ExportOptions& options,
-                         Console& console) {
-  StoreSession session(OpenFile(global, OpenMode::kReadOnly), global, console);
-  ExportedCodes read = ExportCodes(session, session.ChosenUnit().key);
+ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOptions& options,
+                            Console& console) {
+  CommandSession session(global, Access::kRead, console);
+  ExportedCodes read = ExportCodes(session.desks(), session.ChosenUnit().key);
   ReportObstacles(read.obstacles, options.skip, console);
-  UnitFile unit;
-  if (!options.firmware.empty()) {
-    unit.firmware = options.firmware;
-  }
-  unit.codes = std::move(read.codes);
-  if (unit.firmware == kFirmwareWithoutDisplay) {
-    for (UnitCode& code : unit.codes) {
-      code[qorcred::detail::kDisplayMode] = "0";
-    }
-  }
+  const UnitFile unit = MakeUnitFile(std::move(read.codes), options.firmware);
   if (options.to == kStandardStream) {
     WriteUnitFile(console.out, unit);
     return ExitStatus::kDone;
   }
-  WriteWhole(options.to, unit);
+  RequireFile(options.to);
+  WriteWholeFile(options.to, [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
   console.out << fmt::format("Wrote {} directory {} to {}.\n", unit.codes.size(),
                              unit.codes.size() == 1 ? "code" : "codes", Displayable(options.to));
   return ExitStatus::kDone;

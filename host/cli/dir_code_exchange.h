@@ -3,27 +3,27 @@
 
 #include <string>
 
-#include "host/cli/console.h"
-#include "host/cli/store_session.h"
+#include "host/cli/command_session.h"
 
 namespace qorhost {
 
-struct SyncOptions {
+struct DirCodeSyncOptions {
   std::string from;  ///< a file, or "-" for standard input
   bool dryRun = false;
   bool skipBadLines = false;
 };
 
-struct ExportOptions {
+struct DirCodeExportOptions {
   std::string to;        ///< a file, or "-" for standard output
   std::string firmware;  ///< empty: that of units with display options
   bool skip = false;     ///< leaves codes out that a unit cannot hold
 };
 
 /// Makes the store's codes of the unit what the file says the unit holds, all of it or nothing.
-ExitStatus RunCodeSync(const GlobalOptions& global, const SyncOptions& options, Console& console);
+ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions& options,
+                          Console& console);
 /// Writes the store's codes of the unit, by number. A file is replaced when the new one is whole.
-ExitStatus RunCodeExport(const GlobalOptions& global, const ExportOptions& options,
-                         Console& console);
+ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOptions& options,
+                            Console& console);
 
 }  // namespace qorhost

@@ -79,15 +79,4 @@ std::string PaddedTo(std::string text, std::size_t width) {
   return text;
 }
 
-bool IsTypable(std::string_view text) {
-  while (!text.empty()) {
-    const Character character = NextCharacter(text);
-    if (character.code < 0 || utf8proc_category(character.code) == UTF8PROC_CATEGORY_CC) {
-      return false;
-    }
-    text.remove_prefix(character.bytes.size());
-  }
-  return true;
-}
-
 }  // namespace qorhost

@@ -18,7 +18,4 @@ namespace qorhost {
 /// The text with blanks behind it up to `width` columns; a longer text stays whole.
 [[nodiscard]] std::string PaddedTo(std::string text, std::size_t width);
 
-/// Whether the text is UTF-8 without control characters, as a person types it into a box.
-[[nodiscard]] bool IsTypable(std::string_view text);
-
 }  // namespace qorhost

@@ -28,17 +28,15 @@ bool IsWord(std::string_view text, std::string_view letter, std::string_view wor
 
 }  // namespace
 
-Operator::Operator(Console& console, OperationLog& log, std::optional<bool> answer)
-    : console_(console), log_(log), answer_(answer) {}
+Operator::Operator(Console& console, std::optional<bool> answer)
+    : console_(console), answer_(answer) {}
 
 MessageButton Operator::Show(std::string_view text, MessageStyle style, std::string_view title) {
   console_.err << fmt::format("{} [{}]: {}\n", Displayable(title), IconWord(style),
                               Displayable(text));
   if (style != MessageStyle::kQuestion) {
-    ++log_.refusals;
     return MessageButton::kOk;
   }
-  ++log_.questions;
   bool yes = false;
   if (answer_) {
     yes = *answer_;
@@ -72,14 +70,32 @@ bool Operator::AskAtTerminal() {
   return false;
 }
 
-ExitStatus OutcomeOf(bool succeeded, const OperationLog& log, std::ostream& err) {
-  for (const std::string& failure : log.failures) {
-    err << "qorhost: " << Displayable(failure) << '\n';
+ExitStatus Tell(const Outcome& outcome, Console& console) {
+  for (const std::string& failure : outcome.failures) {
+    console.err << "qorhost: " << Displayable(failure) << '\n';
   }
-  if (!log.failures.empty()) {
-    return ExitStatus::kFailure;
+  return StatusOf(outcome.ending);
+}
+
+ExitStatus StatusOf(Ending ending) {
+  switch (ending) {
+    case Ending::kDone:
+      return ExitStatus::kDone;
+    case Ending::kFailed:
+      return ExitStatus::kFailure;
+    case Ending::kRefused:
+    case Ending::kStale:
+    case Ending::kCancelled:
+      break;
   }
-  return succeeded && log.refusals == 0 ? ExitStatus::kDone : ExitStatus::kRefused;
+  return ExitStatus::kRefused;
+}
+
+void TellStale(std::string_view what, Console& console) {
+  console.err << fmt::format(
+      "qorhost: nothing was changed: someone else has changed or deleted the {} meanwhile. Try "
+      "again.\n",
+      what);
 }
 
 }  // namespace qorhost

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <string>
 
 namespace qorhost {
@@ -17,9 +18,9 @@ ProgressBar::~ProgressBar() {
   terminal_ << "\r\x1B[K" << std::flush;
 }
 
-void ProgressBar::Advance() {
+void ProgressBar::Show(std::int64_t done) {
   constexpr std::int64_t kWhole = 100;
-  ++done_;
+  done_ = done;
   const std::int64_t percent = std::min(kWhole, done_ * kWhole / total_);
   if (percent != drawn_) {
     Draw(percent);
@@ -34,6 +35,23 @@ void ProgressBar::Draw(std::int64_t percent) {
                            std::string(kMarks - marks, '-'), percent, done_, total_)
             << std::flush;
   drawn_ = percent;
+}
+
+Progress BarOn(Console& console, bool traced) {
+  if (!console.environment.errorIsTerminal || traced) {
+    return nullptr;
+  }
+  // Drawn with the first part: before it, a question or a refusal may want the line.
+  return [&terminal = console.err, bar = std::shared_ptr<ProgressBar>()](
+             std::int64_t done, std::int64_t total) mutable {
+    if (total >= kWorthABar) {
+      if (bar == nullptr) {
+        bar = std::make_shared<ProgressBar>(terminal, total);
+      }
+      bar->Show(done);
+    }
+    return true;
+  };
 }
 
 }  // namespace qorhost

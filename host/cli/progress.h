@@ -1,10 +1,16 @@
-// How far a long operation has come, on a terminal.
+// How far long work has come, on a terminal.
 #pragma once
 
 #include <cstdint>
 #include <ostream>
 
+#include "host/cli/console.h"
+#include "host/desks/progress.h"
+
 namespace qorhost {
+
+/// Work of fewer parts takes no noticeable time.
+inline constexpr std::int64_t kWorthABar = 1000;
 
 /// A bar on a terminal's last line, redrawn at every hundredth: `[#####-----]  50 %  500 of 1000`.
 /// Wiped when it ends.
@@ -15,7 +21,7 @@ class ProgressBar {
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
 
-  void Advance();
+  void Show(std::int64_t done);
 
  private:
   void Draw(std::int64_t percent);
@@ -25,5 +31,9 @@ class ProgressBar {
   std::int64_t done_ = 0;
   std::int64_t drawn_ = -1;
 };
+
+/// A handler that shows a bar for work of kWorthABar parts and more, wiped when the handler goes.
+/// None when nobody watches, or when a transcript is written to the same place.
+[[nodiscard]] Progress BarOn(Console& console, bool traced);
 
 }  // namespace qorhost

@@ -1,8 +1,15 @@
 #include "host/cli/report_command_line.h"
 
+#include <array>
+
+#include "host/desks/report_words.h"
+
 namespace qorhost {
 
 namespace {
+
+constexpr std::array kWords{FieldWord{report_input::kCondition, "--where", {}},
+                            FieldWord{report_input::kRids, "--delete", {}}};
 
 CLI::Option* DescribeOutput(CLI::App& command, ReportOptions& options) {
   auto* where = command
@@ -36,17 +43,17 @@ void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOpti
       "  qorhost report dircodes --where \"Directory End Date between 2026-01-01 AND 2026-12-31\"\n"
       "Fields: those that the unit's store offers; name a wrong one to see them, and a wrong\n"
       "operator to see what goes with a field.",
-      [&](Console& console) { return RunDirCodeReport(global, options, console); });
+      [&](Console& console) { return RunDirCodeReport(global, options, console); }, kWords);
   DescribeOutput(*codes, options);
 
-  auto* credentials =
-      AddCommand(reports, "credentials", "The credentials with the tenants who hold them",
-                 "  qorhost report credentials --where \"Credential Type = transmitter\"\n"
-                 "  qorhost report credentials --where \"Card Number between 100 AND 199\" \\\n"
-                 "      --where \"Tenant Name contains ab\" --format json\n"
-                 "  qorhost report credentials --delete 17,18,21\n"
-                 "Fields: Credential Type, Card Number, Facility Code, Tenant Name.",
-                 [&](Console& console) { return RunCredentialReport(global, options, console); });
+  auto* credentials = AddCommand(
+      reports, "credentials", "The credentials with the tenants who hold them",
+      "  qorhost report credentials --where \"Credential Type = transmitter\"\n"
+      "  qorhost report credentials --where \"Card Number between 100 AND 199\" \\\n"
+      "      --where \"Tenant Name contains ab\" --format json\n"
+      "  qorhost report credentials --delete 17,18,21\n"
+      "Fields: Credential Type, Card Number, Facility Code, Tenant Name.",
+      [&](Console& console) { return RunCredentialReport(global, options, console); }, kWords);
   auto* where = DescribeOutput(*credentials, options);
   credentials
       ->add_option("--delete", options.toDelete,

@@ -2,16 +2,15 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cstddef>
+#include <string_view>
 
-#include "host/cli/arguments.h"
-#include "host/cli/credential_report.h"
-#include "host/cli/csv_writer.h"
-#include "host/cli/dir_code_report.h"
 #include "host/cli/display_text.h"
-#include "host/cli/table.h"
-#include "reports/cls_dir_code_report.h"
+#include "host/cli/table_printer.h"
+#include "host/desks/credential_report.h"
+#include "host/desks/dir_code_report.h"
+#include "host/files/csv_writer.h"
+#include "host/files/json_writer.h"
 
 namespace qorhost {
 
@@ -33,9 +32,9 @@ constexpr std::string_view kCredentialHint =
     "ask for a name and for none in two reports; '--format sql' shows the statement";
 
 /// The outcome, and behind a failure with conditions the `hint`.
-ExitStatus Outcome(bool succeeded, const ReportOptions& options, std::string_view hint,
-                   StoreSession& session, Console& console) {
-  const ExitStatus status = OutcomeOf(succeeded, session.log(), console.err);
+ExitStatus TellWithHint(const Outcome& outcome, const ReportOptions& options, std::string_view hint,
+                        Console& console) {
+  const ExitStatus status = Tell(outcome, console);
   if (status == ExitStatus::kFailure && !options.conditions.empty()) {
     console.err << "qorhost: " << hint << '\n';
   }
@@ -51,44 +50,22 @@ void Print(const Report& report, std::string_view format, std::string_view title
   } else if (format == "json") {
     PrintJson(console.out, report.Complete());
   } else {
-    console.out << title << '\n';
+    console.out << Displayable(title) << '\n';
     PrintTable(console.out, report.Visible());
   }
 }
 
-/// How many RIDs there are. Raises UsageError for anything but whole numbers with commas between.
-std::size_t CheckRids(const std::string& rids) {
-  std::size_t count = 0;
-  std::size_t start = 0;
-  for (bool more = true; more; ++count) {
-    const std::size_t comma = rids.find(',', start);
-    more = comma != std::string::npos;
-    const std::string_view rid =
-        std::string_view(rids).substr(start, more ? comma - start : std::string::npos);
-    if (rid.empty() || rid.find_first_not_of("0123456789") != std::string_view::npos) {
-      throw UsageError(
-          fmt::format("--delete '{}' must be RIDs of the report with commas between them, as in "
-                      "17,18,21",
-                      Displayable(rids)));
-    }
-    (void)ReadLong("--delete", rid);
-    start = more ? comma + 1 : rids.size();
-  }
-  return count;
-}
-
 ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& options,
                              Console& console) {
-  const std::size_t given = CheckRids(*options.toDelete);
-  StoreSession session(OpenFile(global, OpenMode::kReadWrite), global, console);
-  CredentialReport report(session, session.ChosenUnit().key, {});
-  std::int32_t deleted = 0;
-  const bool done = report.Delete(*options.toDelete, deleted);
-  const ExitStatus status = OutcomeOf(done, session.log(), console.err);
-  if (done && global.json) {
-    PrintJsonObject(console.out, {{"deleted", deleted}});
-  } else if (done) {
-    console.out << fmt::format("Deleted {} of {} {}.\n", deleted, given,
+  const std::size_t given = CountRids(*options.toDelete);
+  CommandSession session(global, Access::kChange, console);
+  CredentialReport report(session.desks(), session.ChosenUnit().key, {});
+  const DeletedCredentials deleted = report.Delete(*options.toDelete);
+  const ExitStatus status = Tell(deleted, console);
+  if (deleted.returned && global.json) {
+    PrintJsonObject(console.out, {{"deleted", deleted.rows}});
+  } else if (deleted.returned) {
+    console.out << fmt::format("Deleted {} of {} {}.\n", deleted.rows, given,
                                given == 1 ? "credential" : "credentials");
   }
   return status;
@@ -96,33 +73,27 @@ ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& o
 
 }  // namespace
 
-std::string ReportTitle(StoreSession& session, std::int32_t unitKey) {
-  qorcred::clsDirCodeReport lookups(session.host());
-  const std::string name = lookups.pbGetUnitName(session.connection(), unitKey);
-  return name.empty() ? fmt::format("Unit {}", unitKey) : Displayable(name);
-}
-
 ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& options,
                             Console& console) {
   const std::string format = FormatOf(global, options);
-  StoreSession session(OpenFile(global, OpenMode::kReadOnly), global, console);
+  CommandSession session(global, Access::kRead, console);
   const std::int32_t unit = session.ChosenUnit().key;
-  DirCodeReport report(session, unit);
+  DirCodeReport report(session.desks(), unit);
   for (const std::string& note : report.Narrow(options.conditions)) {
     console.err << "qorhost: " << Displayable(note) << '\n';
   }
 
-  const std::string statement = report.Statement();
-  if (format == "sql" || !session.log().failures.empty()) {
-    const ExitStatus status = Outcome(true, options, kCodeHint, session, console);
+  const ComposedReport composed = report.Compose();
+  if (format == "sql" || !composed.done()) {
+    const ExitStatus status = TellWithHint(composed, options, kCodeHint, console);
     if (status == ExitStatus::kDone) {
-      console.out << statement << '\n';
+      console.out << composed.statement << '\n';
     }
     return status;
   }
-  const std::string title = format == "table" ? ReportTitle(session, unit) : std::string();
-  report.Show(statement);
-  const ExitStatus status = Outcome(true, options, kCodeHint, session, console);
+  const std::string title = format == "table" ? ReportTitle(session.desks(), unit) : std::string();
+  const ExitStatus status =
+      TellWithHint(report.Show(composed.statement), options, kCodeHint, console);
   if (status == ExitStatus::kDone) {
     Print(report, format, title, console);
   }
@@ -135,16 +106,16 @@ ExitStatus RunCredentialReport(const GlobalOptions& global, const ReportOptions&
     return DeleteCredentials(global, options, console);
   }
   const std::string format = FormatOf(global, options);
-  StoreSession session(OpenFile(global, OpenMode::kReadOnly), global, console);
+  CommandSession session(global, Access::kRead, console);
   const std::int32_t unit = session.ChosenUnit().key;
-  CredentialReport report(session, unit, options.conditions);
-  const std::string title = format == "table" ? ReportTitle(session, unit) : std::string();
-  const bool ran = report.Run();
+  CredentialReport report(session.desks(), unit, options.conditions);
+  const std::string title = format == "table" ? ReportTitle(session.desks(), unit) : std::string();
+  const Outcome ran = report.Run();
   if (format == "sql") {
     // Composed also when the store refused to run it: this is where to look for the reason.
     console.out << report.statement() << '\n';
   }
-  const ExitStatus status = Outcome(ran, options, kCredentialHint, session, console);
+  const ExitStatus status = TellWithHint(ran, options, kCredentialHint, console);
   if (status == ExitStatus::kDone && format != "sql") {
     Print(report, format, title, console);
   }

@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/cli/console.h"
-#include "host/cli/store_session.h"
+#include "host/cli/command_session.h"
 
 namespace qorhost {
 
@@ -16,13 +15,11 @@ struct ReportOptions {
   std::optional<std::string> toDelete;  ///< RIDs with commas between them
 };
 
+/// `report dircodes`.
 ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& options,
                             Console& console);
 /// `report credentials`, with and without --delete.
 ExitStatus RunCredentialReport(const GlobalOptions& global, const ReportOptions& options,
                                Console& console);
-
-/// The unit's name as it heads a report.
-[[nodiscard]] std::string ReportTitle(StoreSession& session, std::int32_t unitKey);
 
 }  // namespace qorhost

@@ -3,8 +3,7 @@
 
 #include <string>
 
-#include "host/cli/console.h"
-#include "host/cli/store_session.h"
+#include "host/cli/command_session.h"
 
 namespace qorhost {
 

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "frame/utf8.h"
-
 namespace qorhost::dialect {
 
 namespace {
@@ -31,17 +29,6 @@ std::string QuotedName(std::string_view name) {
     quoted += character;
   }
   return quoted + '"';
-}
-
-bool IsUtf8(std::string_view text) noexcept {
-  for (std::size_t position = 0; position < text.size();) {
-    const qorcred::Utf8Character character = qorcred::ReadUtf8(text, position);
-    if (character.codePoint >= qorcred::kInvalidByte) {
-      return false;
-    }
-    position += character.length;
-  }
-  return true;
 }
 
 }  // namespace qorhost::dialect

@@ -12,7 +12,4 @@ namespace qorhost::dialect {
 /// The name in double quotes, quotes inside doubled.
 [[nodiscard]] std::string QuotedName(std::string_view name);
 
-/// Whether the text is well-formed UTF-8.
-[[nodiscard]] bool IsUtf8(std::string_view text) noexcept;
-
 }  // namespace qorhost::dialect

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "frame/utf8.h"
 #include "host/dialect/names.h"
 #include "host/dialect/refusal.h"
 #include "host/dialect/statement_parser.h"
@@ -225,7 +226,7 @@ TableName StatementParser::ReadAliasedTable() {
 }
 
 void StatementParser::CheckAlias(std::string_view alias, std::size_t offset) const {
-  if (alias.size() > kLongestAlias || !IsUtf8(alias)) {
+  if (alias.size() > kLongestAlias || !qorcred::IsUtf8(alias)) {
     RefuseAt(offset,
              "an alias of at most " + std::to_string(kLongestAlias) + " bytes of text is expected");
   }

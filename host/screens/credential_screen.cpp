@@ -3,15 +3,19 @@
 #include <cstdint>
 #include <string>
 
+#include "frame/screen_names.h"
+
 namespace qorhost {
 
 namespace {
 
 std::shared_ptr<ScreenModel> MakeScreen(std::string_view name, qorcred::Date today) {
   auto screen = std::make_shared<ScreenModel>(std::string(name));
-  screen->AddAll<ListModel>({"cboSchedules1", "cboSchedules2", "cboSchedules3", "cboSchedules4",
-                             "cboAssignedTo", "cboCredentialType", "cboCredentials",
-                             "cboActivate"});
+  for (const std::string_view list : qorcred::kScheduleLists) {
+    screen->Add(std::string(list), std::make_shared<ListModel>());
+  }
+  screen->AddAll<ListModel>(
+      {"cboAssignedTo", "cboCredentialType", "cboCredentials", "cboActivate"});
   screen->AddAll<TextModel>(
       {"txtFacilityCode", "txtPINStart", "txtPINEND", "txtIDCode", "txtSequenceCode"});
   screen->AddAll<LabelModel>({"lblFacilityCode", "lblIDCode", "lblSequencecode", "lblActivate",
@@ -41,7 +45,7 @@ std::shared_ptr<ScreenModel> MakeCredentialScreen(qorcred::Date today) {
 }
 
 std::shared_ptr<ScreenModel> MakeTenantCreatingScreen(qorcred::Date today) {
-  return MakeScreen(kTenantCreatingScreen, today);
+  return MakeScreen(qorcred::kTenantCreatingScreen, today);
 }
 
 }  // namespace qorhost

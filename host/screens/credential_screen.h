@@ -9,9 +9,6 @@
 
 namespace qorhost {
 
-/// Name of the screen that creates a tenant for every credential.
-inline constexpr std::string_view kTenantCreatingScreen = "frmTBL";
-
 /// What the pickers show unless told otherwise: 1 January 2000.
 inline constexpr qorcred::Date kDefaultShownDay{36526.0};
 

@@ -14,8 +14,8 @@ namespace qorhost {
 
 namespace {
 
-using qorcred::detail::Place;
-using namespace qorcred::detail;  // the places
+using qorcred::unit_place::Place;
+using namespace qorcred::unit_place;  // the places
 
 struct Field {
   Place place;
@@ -65,7 +65,7 @@ std::string FaultInCode(std::string_view code) {
 
 // Texts are pasted into statements as they are, so some cannot get through unharmed.
 std::string FaultInText(const Field& field, std::string_view text) {
-  if (!IsUtf8(text)) return fmt::format("the {} is not valid UTF-8", field.name);
+  if (!qorcred::IsUtf8(text)) return fmt::format("the {} is not valid UTF-8", field.name);
   if (qorcred::Utf16Length(text) > kLongestUnitText) {
     return fmt::format("the {} has more than {} characters", field.name, kLongestUnitText);
   }
@@ -137,15 +137,6 @@ std::string FaultInMode(std::string_view mode) {
 }
 
 }  // namespace
-
-bool IsUtf8(std::string_view text) {
-  for (std::size_t position = 0; position < text.size();) {
-    const qorcred::Utf8Character character = qorcred::ReadUtf8(text, position);
-    if (character.codePoint >= qorcred::kInvalidByte) return false;
-    position += character.length;
-  }
-  return true;
-}
 
 std::string FaultIn(const UnitCode& code) {
   if (std::string fault = FaultInCode(code[kCode]); !fault.empty()) return fault;

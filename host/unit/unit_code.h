@@ -14,19 +14,19 @@ namespace qorhost {
 
 inline constexpr std::size_t kUnitFieldCount = 24;
 
-/// The texts by their place; see qorcred::detail for the places. Places 0 to 3 are not looked at.
+/// The texts by their place; see qorcred::unit_place for the places. Places 0 to 3 are not looked
+/// at.
 struct UnitCode {
   std::array<std::string, kUnitFieldCount> fields;
 
-  [[nodiscard]] std::string& operator[](qorcred::detail::Place place) { return fields[place]; }
-  [[nodiscard]] const std::string& operator[](qorcred::detail::Place place) const {
+  [[nodiscard]] std::string& operator[](qorcred::unit_place::Place place) { return fields[place]; }
+  [[nodiscard]] const std::string& operator[](qorcred::unit_place::Place place) const {
     return fields[place];
   }
   friend bool operator==(const UnitCode&, const UnitCode&) = default;
 };
 
-/// The firmware of units that have no display options, and of those that have them.
-inline constexpr std::string_view kFirmwareWithoutDisplay = "FC01.005";
+/// The firmware of units that have display options.
 inline constexpr std::string_view kFirmwareWithDisplay = "FC02.010";
 
 /// The largest directory code: 15 digits, as many as the store keeps exactly.
@@ -34,9 +34,6 @@ inline constexpr std::int64_t kLargestUnitCode = 999'999'999'999'999;
 
 /// The longest text of a code, in UTF-16 units: what a text column of a desktop database holds.
 inline constexpr std::size_t kLongestUnitText = 255;
-
-/// Whether a text is well-formed UTF-8.
-[[nodiscard]] bool IsUtf8(std::string_view text);
 
 /// Why the code cannot be taken over into a store, naming the field; "" when it can be.
 [[nodiscard]] std::string FaultIn(const UnitCode& code);

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "frame/utf8.h"
+
 namespace qorhost {
 
 namespace {
@@ -196,7 +198,7 @@ std::string FaultInFirmware(std::string_view firmware) {
   if (firmware.size() > kLongestUnitLine - kFirmwareWord.size()) {
     return "the firmware's name is too long";
   }
-  if (!IsUtf8(firmware)) return "the firmware's name is not valid UTF-8";
+  if (!qorcred::IsUtf8(firmware)) return "the firmware's name is not valid UTF-8";
   const bool hasControls = std::any_of(firmware.begin(), firmware.end(), [](char c) {
     return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
   });

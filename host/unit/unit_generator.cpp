@@ -9,8 +9,8 @@ namespace qorhost {
 
 namespace {
 
-using qorcred::detail::Place;
-using namespace qorcred::detail;  // the places
+using qorcred::unit_place::Place;
+using namespace qorcred::unit_place;  // the places
 
 constexpr std::array<std::string_view, 8> kNames{"Adler, K.",      "Brandt & Sons", "Čapek; Dr. J.",
                                                  "Dufrêne, Odile", "Ek \"Loft\"",   "Ferrari, M.",

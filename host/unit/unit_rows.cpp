@@ -12,8 +12,8 @@ namespace qorhost {
 namespace {
 
 using qorcred::Value;
-using qorcred::detail::Place;
-using namespace qorcred::detail;  // the places
+using qorcred::unit_place::Place;
+using namespace qorcred::unit_place;  // the places
 
 enum Column : std::int32_t {
   kColumnCode,

@@ -20,7 +20,10 @@ set(areas
   "host/store:frame host/dialect"
   "host/components:frame host/dialect host/store"
   "host/unit:frame dircodes"
-  "host/cli:frame credentials dircodes reports trace host/dialect host/screens host/store host/store/engines host/components host/unit"
+  "host/files:frame host/dialect"
+  "host/desks:frame credentials dircodes reports trace host/dialect host/store host/store/engines host/components host/screens host/unit host/files"
+  "host/cli/tour:frame host/store host/store/engines host/components host/screens host/unit host/files host/desks host/cli"
+  "host/cli:frame host/unit host/files host/desks host/cli/tour"
   "bench:*"
   "tests:*")
 

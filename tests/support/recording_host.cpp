@@ -30,8 +30,8 @@ std::shared_ptr<qorhost::ScreenModel> MakeScreen(ScreenKind kind, qorcred::Date 
 }
 
 qorcred::ObjectRef Recorded(const std::shared_ptr<qorhost::ScreenModel>& screen, FaultGate& gate,
-                            qorhost::TranscriptSink write) {
-  return std::make_shared<qorhost::TracingScreen>(
+                            qorcred::trace::TranscriptSink write) {
+  return std::make_shared<qorcred::trace::TracingScreen>(
       std::make_shared<GatedObject>("", screen, gate), std::move(write),
       [raw = screen.get()](std::string_view name) { return raw->SpelledName(name); });
 }
@@ -47,7 +47,7 @@ RecordingHost::RecordingHost(ScreenKind kind)
   const auto write = [this](std::string_view line) { transcript_.Add(line); };
   tracedScreen_ = Recorded(rawScreen_, gate_, write);
   tracedLinkScreen_ = Recorded(rawLinkScreen_, gate_, write);
-  tracedConnection_ = std::make_shared<qorhost::TracingConnection>(connection_, write);
+  tracedConnection_ = std::make_shared<qorcred::trace::TracingConnection>(connection_, write);
   if (kind == ScreenKind::kReportFilter) {
     ReplaceGrid(qorhost::GridModel::kColumns);
   }
@@ -55,7 +55,7 @@ RecordingHost::RecordingHost(ScreenKind kind)
 
 qorcred::ObjectRef RecordingHost::Watched(std::string name, qorcred::ObjectRef object) {
   auto gated = std::make_shared<GatedObject>(name, std::move(object), gate_);
-  return std::make_shared<qorhost::TracingControl>(
+  return std::make_shared<qorcred::trace::TracingControl>(
       std::move(name), std::move(gated), [this](std::string_view line) { transcript_.Add(line); });
 }
 

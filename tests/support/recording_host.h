@@ -78,7 +78,7 @@ class RecordingHost {
   TranscriptRecord transcript_;
   std::shared_ptr<ScriptedConnection> connection_;
   ScriptedHost services_;
-  qorhost::TracingHost tracingHost_;
+  qorcred::trace::TracingHost tracingHost_;
   std::shared_ptr<qorhost::ScreenModel> rawScreen_;
   std::shared_ptr<qorhost::ScreenModel> rawLinkScreen_;
   qorcred::ObjectRef tracedScreen_;

@@ -12,7 +12,7 @@ namespace qortest {
 
 class Recorder {
  public:
-  [[nodiscard]] qorhost::TranscriptSink Sink() {
+  [[nodiscard]] qorcred::trace::TranscriptSink Sink() {
     return [this](std::string_view line) { lines_.emplace_back(line); };
   }
   /// The lines since the last call.

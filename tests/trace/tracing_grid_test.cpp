@@ -14,8 +14,8 @@ using qorcred::ObjectRef;
 using qorcred::ReportGrid;
 using qorcred::ResultTable;
 using qorcred::ValueItem;
+using qorcred::trace::TracingControl;
 using qorhost::GridModel;
-using qorhost::TracingControl;
 using qortest::Lines;
 
 TEST(TracingGridTest, NamesEveryPartByTheWayToIt) {
@@ -55,7 +55,7 @@ TEST(TracingGridTest, AnItemThatTheGridMadeIsTracedUntilItIsAdded) {
 TEST(TracingGridTest, AFilterRowIsNamedByItsIndex) {
   qortest::Recorder recorder;
   const auto screen = qorhost::MakeReportFilterScreen(5, qorcred::Date{46000});
-  const ObjectRef traced = std::make_shared<qorhost::TracingScreen>(
+  const ObjectRef traced = std::make_shared<qorcred::trace::TracingScreen>(
       screen, recorder.Sink(),
       [screen](std::string_view name) { return screen->SpelledName(name); });
   const qorcred::ControlArray fields = qorcred::Screen(traced).Array("CBOFIELD");

@@ -23,8 +23,8 @@ using qorcred::Missing;
 using qorcred::ObjectRef;
 using qorcred::RuntimeError;
 using qorcred::Value;
-using qorhost::TracingConnection;
-using qorhost::TracingHost;
+using qorcred::trace::TracingConnection;
+using qorcred::trace::TracingHost;
 using qortest::Lines;
 
 /// Answers every call with what the test says.

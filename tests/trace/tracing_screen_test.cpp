@@ -13,8 +13,8 @@ using qorcred::Get;
 using qorcred::ObjectRef;
 using qorcred::Put;
 using qorcred::RuntimeError;
+using qorcred::trace::TracingScreen;
 using qorhost::ScreenModel;
-using qorhost::TracingScreen;
 using qortest::Lines;
 
 class TracingScreenTest : public ::testing::Test {

@@ -14,8 +14,8 @@ using qorcred::Missing;
 using qorcred::Null;
 using qorcred::ObjectRef;
 using qorcred::Value;
-using qorhost::ArgumentList;
-using qorhost::TranscriptText;
+using qorcred::trace::ArgumentList;
+using qorcred::trace::TranscriptText;
 
 struct Row {
   const char* name;
@@ -54,7 +54,7 @@ TEST(ArgumentListTest, LeavesObjectsOut) {
 }
 
 TEST(FailureSuffixTest, NamesNumberAndText) {
-  EXPECT_EQ(qorhost::FailureSuffix(qorcred::RuntimeError(qorcred::ErrorNumber::kOverflow)),
+  EXPECT_EQ(qorcred::trace::FailureSuffix(qorcred::RuntimeError(qorcred::ErrorNumber::kOverflow)),
             " ! 6 \"Overflow\"");
 }
 

@@ -24,7 +24,7 @@ std::unique_ptr<Store> DemoStore() {
 }
 
 /// The tenant, or the directory code as it is now, or as the unit knows it.
-std::string SubjectOf(StoreSession& session, const ProgramStep& step) {
+std::string SubjectOf(DeskSession& session, const ProgramStep& step) {
   if (step.kind == step::kProgramTenant) {
     return std::string(qorcred::Trim(qorcred::TextOrEmpty(session.sql().Scalar(fmt::format(
         "SELECT FirstName & ' ' & LastName FROM Tenants WHERE TenantID={}", step.subjectRid)))));
@@ -50,11 +50,12 @@ void ShowSteps(const TourStage& stage) {
 
 ExitStatus RunTour(const GlobalOptions& global, Console& console) {
   TourGuide guide(console);
-  StoreSession session(DemoStore(), global, console);
-  session.OnMessage(
-      [&guide](std::string_view text, qorcred::MessageStyle style, std::string_view title) {
-        return guide.ShowMessage(text, style, title);
-      });
+  DeskSession session(DemoStore(),
+                      SurroundingsOf(global, console,
+                                     [&guide](std::string_view text, qorcred::MessageStyle style,
+                                              std::string_view title) {
+                                       return guide.ShowMessage(text, style, title);
+                                     }));
   guide.Say(
       "qorhost tour: what an operator sees of the credential screen, the directory-code screen and "
       "their reports. It works on a copy of the demo building in memory; nothing is kept.");

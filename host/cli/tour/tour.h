@@ -1,8 +1,7 @@
 // The guided tour: the screens and their reports at work on a copy of the demo building.
 #pragma once
 
-#include "host/cli/console.h"
-#include "host/cli/store_session.h"
+#include "host/cli/command_session.h"
 
 namespace qorhost {
 

@@ -6,10 +6,12 @@
 #include <string>
 
 #include "frame/convert.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
-#include "host/cli/credential_entry.h"
 #include "host/cli/tour/tour_stage.h"
 #include "host/components/application_object.h"
+#include "host/desks/credential_desk.h"
+#include "host/desks/credential_entry.h"
 #include "host/store/demo.h"
 
 namespace qorhost {
@@ -21,41 +23,41 @@ using qorcred::MessageButton;
 /// An entry that the controller refuses with a message that contains `expected`.
 struct RefusedEntry {
   std::string_view act;
-  AddOptions entry;
+  NewCredentials entry;
   std::string_view expected;
 };
 
-AddOptions Card(std::string start, std::optional<std::string> end = std::nullopt,
-                std::optional<std::string> facility = "7") {
-  AddOptions entry;
+NewCredentials Card(std::string start, std::optional<std::string> end = std::nullopt,
+                    std::optional<std::string> facility = "7") {
+  NewCredentials entry;
   entry.type = "card26";
-  entry.start = std::move(start);
-  entry.end = std::move(end);
+  entry.first = std::move(start);
+  entry.last = std::move(end);
   entry.facility = std::move(facility);
   return entry;
 }
 
-AddOptions Transmitter(std::string start, std::string idCode, std::string sequence) {
-  AddOptions entry = Card(std::move(start));
+NewCredentials Transmitter(std::string start, std::string idCode, std::string sequence) {
+  NewCredentials entry = Card(std::move(start));
   entry.type = "transmitter";
   entry.idCode = std::move(idCode);
   entry.sequence = std::move(sequence);
   return entry;
 }
 
-AddOptions WithTenants(AddOptions entry) {
+NewCredentials WithTenants(NewCredentials entry) {
   entry.withTenants = true;
   return entry;
 }
 
-AddOptions Corvin(std::string start, std::string facility) {
-  AddOptions entry = Card(std::move(start), std::nullopt, std::move(facility));
+NewCredentials Corvin(std::string start, std::string facility) {
+  NewCredentials entry = Card(std::move(start), std::nullopt, std::move(facility));
   entry.type = "card30";
   return entry;
 }
 
 std::vector<RefusedEntry> RefusedEntries() {
-  AddOptions backwards = WithTenants(Card("9001"));
+  NewCredentials backwards = WithTenants(Card("9001"));
   backwards.from = "2027-06-30";
   backwards.to = "2027-01-01";
   return {
@@ -99,7 +101,7 @@ class CredentialTour {
 
   TourStage stage_;
   TourGuide& guide_;
-  StoreSession& session_;
+  DeskSession& session_;
 };
 
 void CredentialTour::Run() {
@@ -118,7 +120,7 @@ void CredentialTour::OpenScreen() {
   CredentialDesk desk(session_, demo::kLongDoorNamesUnit, DeskScreen::kCredentials);
   ScreenModel& screen = desk.screen();
   guide_.FactOfList("Types", screen.List("cboCredentialType"));
-  guide_.FactOfList("Schedules", screen.List("cboSchedules1"));
+  guide_.FactOfList("Schedules", screen.List(qorcred::kScheduleLists.front()));
   guide_.FactOfList("Assigned to", screen.List("cboAssignedTo"));
   guide_.FactOfList("Credentials", screen.List("cboCredentials"));
   std::string captions;
@@ -126,7 +128,7 @@ void CredentialTour::OpenScreen() {
     captions += (captions.empty() ? "" : " | ") + screen.Any(label).caption();
   }
   guide_.Fact("Door captions", captions);
-  guide_.Expect(screen.List("cboSchedules4").SelectedText() == "Full Access",
+  guide_.Expect(screen.List(qorcred::kScheduleLists.back()).SelectedText() == "Full Access",
                 "Full Access is the schedule selected");
   guide_.Expect(screen.List("cboCredentials").count() > 1, "the unit has credentials");
 
@@ -150,8 +152,8 @@ void CredentialTour::Refuse(const RefusedEntry& refused) {
   CredentialDesk desk(
       session_, demo::kLongDoorNamesUnit,
       refused.entry.withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
-  EnterCredential(desk, refused.entry);
-  guide_.Expect(!desk.SaveNew(nullptr), "the entry is refused");
+  EnterCredentials(desk, refused.entry);
+  guide_.Expect(!desk.SaveNew().returned, "the entry is refused");
   if (!desk.screen().focused().empty()) {
     guide_.Result(fmt::format("refused; the cursor stands in {}", desk.screen().focused()));
   } else {
@@ -172,11 +174,11 @@ void CredentialTour::IssueRange() {
   guide_.Chapter("A range of cards, each with a tenant of its own");
   guide_.Act("The operator issues cards 9001 to 9005 and chooses the tenants' schedules");
   CredentialDesk desk(session_, demo::kLongDoorNamesUnit, DeskScreen::kTenantCreating);
-  AddOptions entry = WithTenants(Card("9001", "9005"));
+  NewCredentials entry = WithTenants(Card("9001", "9005"));
   entry.schedules = "Full Access,Late Shift,Full Access,No Access";
   entry.from = "2027-01-01";
   entry.to = "2027-12-31";
-  EnterCredential(desk, entry);
+  EnterCredentials(desk, entry);
   ScreenModel& screen = desk.screen();
   guide_.Fact("Type", screen.List("cboCredentialType").SelectedText());
   guide_.Fact("Numbers",
@@ -185,11 +187,11 @@ void CredentialTour::IssueRange() {
   guide_.Fact("Active",
               fmt::format("{} to {}", qorcred::TextOrEmpty(screen.Date("dtpStart").Chosen()),
                           qorcred::TextOrEmpty(screen.Date("dtpEnd").Chosen())));
-  std::int32_t lastRid = 0;
-  guide_.Expect(desk.SaveNew(&lastRid), "the range is issued");
-  guide_.Result(fmt::format("saved; the last row is RID {}", lastRid));
-  guide_.Fact("New tenants", qorcred::TextOrEmpty(screen.Variable("gstrNewTenantIDs")));
-  desk.RefreshCredentials(lastRid);
+  const IssuedCredentials issued = desk.SaveNew();
+  guide_.Expect(issued.returned, "the range is issued");
+  guide_.Result(fmt::format("saved; the last row is RID {}", issued.lastRid));
+  guide_.Fact("New tenants", issued.newTenantIds);
+  desk.RefreshCredentials(issued.lastRid);
   guide_.Fact("Selected now", screen.List("cboCredentials").SelectedText());
   guide_.Expect(screen.List("cboCredentials").SelectedText() == "Standard 26-Bit Card-9005",
                 "the last card issued is selected");
@@ -200,16 +202,16 @@ void CredentialTour::FillUnit() {
   stage_.ShowUnit(demo::kNearlyFullUnit);
   CredentialDesk desk(session_, demo::kNearlyFullUnit, DeskScreen::kCredentials);
   guide_.Act("The operator asks for five more cards, 1 to 5");
-  EnterCredential(desk, Card("1", "5", "12"));
-  guide_.Expect(!desk.SaveNew(nullptr), "five cards are too many");
+  EnterCredentials(desk, Card("1", "5", "12"));
+  guide_.Expect(!desk.SaveNew().returned, "five cards are too many");
   stage_.ExpectMessage("Reduce the ending number to 2");
   guide_.Act("The operator takes the advice: 1 to 2");
   desk.screen().Box("txtPINEND").SetText("2");
-  guide_.Expect(desk.SaveNew(nullptr), "two cards fit");
+  guide_.Expect(desk.SaveNew().returned, "two cards fit");
   guide_.Result("saved; the unit is full");
   guide_.Act("The operator tries card 3");
-  EnterCredential(desk, Card("3", std::nullopt, "12"));
-  guide_.Expect(!desk.SaveNew(nullptr), "the unit is full");
+  EnterCredentials(desk, Card("3", std::nullopt, "12"));
+  guide_.Expect(!desk.SaveNew().returned, "the unit is full");
   stage_.ExpectMessage("You cannot assign more than 500 codes combined.");
 
   guide_.Act("The operator assigns one of the new cards to a tenant of the full unit");
@@ -218,7 +220,7 @@ void CredentialTour::FillUnit() {
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-1"));
   desk.screen().List("cboAssignedTo").Select(1);
   // The controller reports such an assignment as saved; only the message tells.
-  guide_.Expect(desk.SaveEdited(), "the save reports success");
+  guide_.Expect(desk.SaveEdited().returned, "the save reports success");
   stage_.ExpectMessage("You cannot enter more than 500 combined codes.");
   const qorcred::Value rid = list.ItemData(list.selected());
   guide_.Expect(session_.sql()
@@ -243,7 +245,7 @@ void CredentialTour::Assign() {
   guide_.Act(fmt::format("The operator chooses {} and the door {}",
                          qorcred::Trim(tenants.SelectedText()),
                          screen.List("cboActivate").SelectedText()));
-  guide_.Expect(desk.SaveEdited(), "the assignment is saved");
+  guide_.Expect(desk.SaveEdited().returned, "the assignment is saved");
   const std::int32_t chosen = tenants.selected();
   desk.RefreshCredentials(
       screen.List("cboCredentials").ItemData(screen.List("cboCredentials").selected()));
@@ -259,13 +261,13 @@ void CredentialTour::Renumber() {
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-20040"));
   guide_.Fact("Credential", list.SelectedText());
   guide_.Act("The operator types 0 as the new number");
-  guide_.Expect(!desk.Renumber(0), "0 is refused");
+  guide_.Expect(!desk.Renumber(0).returned, "0 is refused");
   stage_.ExpectMessage("Please enter a Credential Number between 1 and 65535.");
   guide_.Act("The operator types 20039, which another card has");
-  guide_.Expect(!desk.Renumber(20039), "a number in use is refused");
+  guide_.Expect(!desk.Renumber(20039).returned, "a number in use is refused");
   stage_.ExpectMessage("Credential Number already exists.");
   guide_.Act("The operator types 31000");
-  guide_.Expect(desk.Renumber(31000), "a free number is taken");
+  guide_.Expect(desk.Renumber(31000).returned, "a free number is taken");
   guide_.Result(fmt::format("saved; the list shows {} in its place", list.SelectedText()));
   guide_.Expect(list.SelectedText() == "Standard 26-Bit Card-31000", "the list shows the number");
 }
@@ -278,19 +280,19 @@ void CredentialTour::Delete() {
   const std::int32_t rid = list.ItemData(list.selected());
   guide_.Act("The operator deletes Standard 26-Bit Card-31000 and answers No");
   guide_.PlanAnswer(MessageButton::kNo);
-  guide_.Expect(!desk.Delete(rid), "No keeps the card");
+  guide_.Expect(!desk.Delete(rid).returned, "No keeps the card");
   stage_.ExpectMessage("Do you want to continue?");
   guide_.Result("kept");
   guide_.Act("The operator deletes it again and answers Yes");
   guide_.PlanAnswer(MessageButton::kYes);
-  guide_.Expect(desk.Delete(rid), "Yes deletes the card");
+  guide_.Expect(desk.Delete(rid).returned, "Yes deletes the card");
   stage_.ExpectMessage("Do you want to continue?");
   guide_.Result("deleted; its tenant is without it");
   desk.RefreshCredentials();
 
   guide_.Act("The operator deletes Standard 26-Bit Card-20038, which nobody holds");
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-20038"));
-  guide_.Expect(desk.Delete(list.ItemData(list.selected())), "the card is deleted");
+  guide_.Expect(desk.Delete(list.ItemData(list.selected())).returned, "the card is deleted");
   guide_.Expect(guide_.TakeMessages().empty(), "nothing is asked");
   guide_.Result("deleted without a question");
 }

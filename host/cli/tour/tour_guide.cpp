@@ -8,6 +8,7 @@
 
 #include "frame/text.h"
 #include "host/cli/display_text.h"
+#include "host/cli/table_printer.h"
 
 namespace qorhost {
 

@@ -9,8 +9,8 @@
 
 #include "frame/host.h"
 #include "host/cli/console.h"
-#include "host/cli/credential_desk.h"
-#include "host/cli/table.h"
+#include "host/files/table.h"
+#include "host/screens/list_model.h"
 
 namespace qorhost {
 

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "frame/convert.h"
-#include "host/cli/credential_report.h"
-#include "host/cli/dir_code_report.h"
-#include "host/cli/table.h"
 #include "host/cli/tour/tour_stage.h"
+#include "host/desks/credential_report.h"
+#include "host/desks/dir_code_report.h"
+#include "host/files/table.h"
 #include "host/store/demo.h"
 
 namespace qorhost {
@@ -59,7 +59,7 @@ class ReportTour {
 
   TourStage stage_;
   TourGuide& guide_;
-  StoreSession& session_;
+  DeskSession& session_;
 };
 
 void ReportTour::ShowCodes() {
@@ -68,7 +68,7 @@ void ReportTour::ShowCodes() {
   guide_.Act(fmt::format("The operator narrows the report: {}", condition));
   DirCodeReport report(session_, kUnit);
   (void)report.Narrow({condition});
-  report.Show(report.Statement());
+  (void)report.Show(report.Compose().statement);
   const Table table = report.Visible();
   guide_.ShowTable(
       Columns(table, {"Directory Code", "Phone No.", "Display Name", "Directory Status",
@@ -83,7 +83,7 @@ void ReportTour::ShowCodes() {
 
 Table ReportTour::Credentials(const std::vector<std::string>& conditions) {
   CredentialReport report(session_, kUnit, conditions);
-  guide_.Expect(report.Run(), "the store runs the report's statement");
+  guide_.Expect(report.Run().returned, "the store runs the report's statement");
   return report.Complete();
 }
 
@@ -110,17 +110,17 @@ void ReportTour::DeleteFromReport() {
     return qorcred::TextOrEmpty(table.rows[row][ColumnOf(table, "RID")]);
   };
   CredentialReport report(session_, kUnit, {});
-  std::int32_t deleted = 0;
 
   (void)guide_.TakeMessages();
   guide_.Act("The operator marks two credentials for deletion, one of them a tenant's");
   const std::string freeRid = ridOf(free, free.rows.size() - 1);
-  guide_.Expect(!report.Delete(ridOf(held, 0) + "," + freeRid, deleted), "the deletion is refused");
+  guide_.Expect(!report.Delete(ridOf(held, 0) + "," + freeRid).returned, "the deletion is refused");
   stage_.ExpectMessage("Credentials which are assigned to tenants cannot be deleted.");
 
   guide_.Act("The operator marks the other one alone");
-  guide_.Expect(report.Delete(freeRid, deleted) && deleted == 1, "one credential is deleted");
-  guide_.Result(fmt::format("{} credential deleted", deleted));
+  const DeletedCredentials deleted = report.Delete(freeRid);
+  guide_.Expect(deleted.returned && deleted.rows == 1, "one credential is deleted");
+  guide_.Result(fmt::format("{} credential deleted", deleted.rows));
 }
 
 }  // namespace

@@ -4,15 +4,15 @@
 #include <cstdint>
 #include <string_view>
 
-#include "host/cli/store_session.h"
 #include "host/cli/tour/tour_guide.h"
+#include "host/desks/session.h"
 
 namespace qorhost {
 
 /// The guide who tells and the store that is shown.
 struct TourStage {
   TourGuide& guide;
-  StoreSession& session;
+  DeskSession& session;
 
   /// Tells a unit's name, type and codes in use.
   void ShowUnit(std::int32_t unit) const;

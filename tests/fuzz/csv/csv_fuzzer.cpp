@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "host/cli/csv_formula.h"
-#include "host/cli/csv_reader.h"
-#include "host/cli/csv_writer.h"
-#include "host/unit/unit_code.h"
+#include "frame/utf8.h"
+#include "host/files/csv_formula.h"
+#include "host/files/csv_reader.h"
+#include "host/files/csv_writer.h"
 #include "tests/fuzz/check.h"
 
 namespace {
@@ -38,7 +38,7 @@ void CheckRecords(const std::string& text, const std::vector<CsvRecord>& records
     Check(record.cells.size() <= CsvReader::kMostCells, "a record has no more cells than it may");
     for (const std::string& cell : record.cells) {
       Check(cell.size() <= CsvReader::kLongestCell, "a cell is no longer than it may be");
-      Check(!record.fault.empty() || qorhost::IsUtf8(cell), "a cell without fault is UTF-8");
+      Check(!record.fault.empty() || qorcred::IsUtf8(cell), "a cell without fault is UTF-8");
     }
     if (record.unclosedQuote) {
       Check(!record.fault.empty() && *record.unclosedQuote >= record.line &&

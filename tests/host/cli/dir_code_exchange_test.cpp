@@ -11,7 +11,7 @@
 namespace qorhost::test {
 namespace {
 
-using qorcred::detail::Place;
+using qorcred::unit_place::Place;
 using testing::HasSubstr;
 using testing::Not;
 

@@ -187,7 +187,7 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedCase{"LongCode", "", "12345,1",
                     "Directory Code '12345' is longer than the 4 digits of this unit's codes"},
         RefusedCase{"UnknownSchedule", ",DND Schedule", "252,1,Siesta",
-                    "there is no schedule 'Siesta' on the screen of this unit"},
+                    "DND Schedule: there is no schedule 'Siesta' on the screen of this unit"},
         RefusedCase{"NoDate", ",Directory Start Date", "252,1,soon",
                     "Directory Start Date 'soon' is no date: write it as 2026-12-31, 12/31/2026 or "
                     "31 Dec 2026, with a time as in '2026-12-31 18:00'"},

@@ -53,13 +53,5 @@ TEST(PaddedTo, FillsWithBlanksAndCutsNothing) {
   EXPECT_EQ(PaddedTo("long", 3), "long");
 }
 
-TEST(IsTypable, RefusesControlCharactersAndBytesThatAreNotUtf8) {
-  EXPECT_TRUE(IsTypable(""));
-  EXPECT_TRUE(IsTypable(" 12 O'Brien ë"));
-  EXPECT_FALSE(IsTypable("1\n2"));
-  EXPECT_FALSE(IsTypable("\x1B"));
-  EXPECT_FALSE(IsTypable("\xFF"));
-}
-
 }  // namespace
 }  // namespace qorhost::test

@@ -1,4 +1,4 @@
-// Messages on standard error, answers to questions, and what an operation's log means.
+// Messages on standard error, answers to questions, and how an operation's end is told.
 #include "host/cli/operator.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ class OperatorTest : public testing::Test {
   MessageButton Ask(const std::string& typed, bool terminal, std::optional<bool> answer = {}) {
     in_.str(typed);
     environment_.inputIsTerminal = terminal;
-    Operator person(console_, log_, answer);
+    Operator person(console_, answer);
     return person.Show("Delete it?", MessageStyle::kQuestion, "Title");
   }
 
@@ -25,15 +25,13 @@ class OperatorTest : public testing::Test {
   std::ostringstream err_;
   Environment environment_;
   Console console_{in_, out_, err_, environment_};
-  OperationLog log_;
 };
 
 TEST_F(OperatorTest, ShowsTitleIconWordAndText) {
-  Operator person(console_, log_, std::nullopt);
+  Operator person(console_, std::nullopt);
   EXPECT_EQ(person.Show("Taken.", MessageStyle::kNotice, "Title"), MessageButton::kOk);
   EXPECT_EQ(person.Show("No\n\x1B!", MessageStyle::kRefusal, "Title"), MessageButton::kOk);
   EXPECT_EQ(err_.str(), "Title [information]: Taken.\nTitle [exclamation]: No\\n\\x1B!\n");
-  EXPECT_EQ(log_.refusals, 2);
   EXPECT_EQ(out_.str(), "");
 }
 
@@ -47,8 +45,6 @@ class TypedAnswer : public OperatorTest, public testing::WithParamInterface<Answ
 
 TEST_P(TypedAnswer, IsUnderstood) {
   EXPECT_EQ(Ask(GetParam().typed, true), GetParam().button);
-  EXPECT_EQ(log_.questions, 1);
-  EXPECT_EQ(log_.refusals, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -72,19 +68,22 @@ TEST_F(OperatorTest, WithoutATerminalTheAnswerIsNo) {
   EXPECT_NE(err_.str().find("--yes"), std::string::npos);
 }
 
-TEST(OutcomeOf, IsDoneOnlyWithoutRefusalAndFailure) {
-  std::ostringstream err;
-  OperationLog log;
-  EXPECT_EQ(OutcomeOf(true, log, err), ExitStatus::kDone);
-  EXPECT_EQ(OutcomeOf(false, log, err), ExitStatus::kRefused);
-  log.refusals = 1;
-  EXPECT_EQ(OutcomeOf(true, log, err), ExitStatus::kRefused)
-      << "an assignment over the capacity reports success and shows a message";
-  EXPECT_EQ(err.str(), "");
-  log.failures = {"disk\nfull"};
-  EXPECT_EQ(OutcomeOf(true, log, err), ExitStatus::kFailure)
-      << "a deletion reports success whatever its statement did";
-  EXPECT_EQ(err.str(), "qorhost: disk\\nfull\n");
+TEST_F(OperatorTest, IsToldEveryFailureHarmlessly) {
+  qorhost::Outcome outcome;
+  EXPECT_EQ(Tell(outcome, console_), ExitStatus::kDone);
+  EXPECT_EQ(err_.str(), "");
+  outcome.ending = Ending::kFailed;
+  outcome.failures = {"disk\nfull", "and more"};
+  EXPECT_EQ(Tell(outcome, console_), ExitStatus::kFailure);
+  EXPECT_EQ(err_.str(), "qorhost: disk\\nfull\nqorhost: and more\n");
+}
+
+TEST(StatusOf, IsRefusedForWhateverChangedNothingWithoutAFailure) {
+  EXPECT_EQ(StatusOf(Ending::kDone), ExitStatus::kDone);
+  EXPECT_EQ(StatusOf(Ending::kRefused), ExitStatus::kRefused);
+  EXPECT_EQ(StatusOf(Ending::kStale), ExitStatus::kRefused);
+  EXPECT_EQ(StatusOf(Ending::kCancelled), ExitStatus::kRefused);
+  EXPECT_EQ(StatusOf(Ending::kFailed), ExitStatus::kFailure);
 }
 
 }  // namespace

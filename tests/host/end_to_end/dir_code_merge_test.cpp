@@ -69,8 +69,8 @@ TEST(DirCodeMergeOnStore, LeavesDisplayOptionsOutForUnitsWithoutThem) {
 
 TEST(DirCodeMergeOnStore, DatesThatAreNotInUseAreNull) {
   DirCodeBuilding building;
-  qorhost::UnitCode code = With(qorcred::detail::kStartDateUsed, "0");
-  code[qorcred::detail::kEndTime] = "";
+  qorhost::UnitCode code = With(qorcred::unit_place::kStartDateUsed, "0");
+  code[qorcred::unit_place::kEndTime] = "";
   EXPECT_TRUE(building.Merge("Insert", code));
   EXPECT_EQ(building.Column("SELECT json_array(STARTDATE, ENDDATE) FROM DirectoryCode"),
             "[null,\"2030-12-31 00:00:00\"];");

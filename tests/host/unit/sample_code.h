@@ -13,7 +13,7 @@ namespace qortest {
            "2359", "5",         "1", "30", "1",      "7",       "40", "1"}};
 }
 
-[[nodiscard]] inline qorhost::UnitCode With(qorcred::detail::Place place, std::string text) {
+[[nodiscard]] inline qorhost::UnitCode With(qorcred::unit_place::Place place, std::string text) {
   qorhost::UnitCode code = SampleCode();
   code[place] = std::move(text);
   return code;

@@ -7,13 +7,13 @@
 
 namespace {
 
-using qorcred::detail::Place;
+using qorcred::unit_place::Place;
 using qorhost::FaultIn;
 using qorhost::UnitCode;
 using qortest::SampleCode;
 using qortest::With;
 using ::testing::HasSubstr;
-using namespace qorcred::detail;  // the places
+using namespace qorcred::unit_place;  // the places
 
 TEST(UnitCodeTest, ACodeWithEverythingHasNoFault) {
   EXPECT_EQ(FaultIn(SampleCode()), "");

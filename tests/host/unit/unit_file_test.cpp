@@ -14,7 +14,7 @@
 
 namespace {
 
-using qorcred::detail::Place;
+using qorcred::unit_place::Place;
 using qorhost::UnitCode;
 using qorhost::UnitFile;
 using qorhost::UnitReading;
@@ -24,7 +24,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-using namespace qorcred::detail;  // the places
+using namespace qorcred::unit_place;  // the places
 
 constexpr const char* kHead = "qorCred unit file 1\nfirmware FC02.010\n";
 constexpr const char* kLine =

@@ -1,0 +1,16 @@
+// Names on the screens that controllers ask for and hosts build.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace qorcred {
+
+/// The screen that creates a tenant with every credential.
+inline constexpr std::string_view kTenantCreatingScreen = "frmTBL";
+
+/// The schedule lists of doors 1 to 4.
+inline constexpr std::array<std::string_view, 4> kScheduleLists{"cboSchedules1", "cboSchedules2",
+                                                                "cboSchedules3", "cboSchedules4"};
+
+}  // namespace qorcred

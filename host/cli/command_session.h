@@ -1,0 +1,55 @@
+// A store opened for one command.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "host/cli/console.h"
+#include "host/cli/operator.h"
+#include "host/desks/session.h"
+#include "host/desks/store_file.h"
+
+namespace qorhost {
+
+/// Options that every command has.
+struct GlobalOptions {
+  std::filesystem::path file = "building.db";
+  std::optional<std::int32_t> unit;
+  std::optional<bool> answer;  ///< --yes or --no
+  bool json = false;
+  bool trace = false;
+};
+
+/// A desk session whose messages, questions and, with --trace, transcript go to the console.
+class CommandSession {
+ public:
+  /// Opens the file of `global`. Raises FailureError that names `qorhost init --demo` when there is
+  /// no such file, and StoreError.
+  CommandSession(const GlobalOptions& global, Access access, Console& console);
+  /// On a store that is open already.
+  CommandSession(std::unique_ptr<Store> store, const GlobalOptions& global, Console& console);
+  CommandSession(const CommandSession&) = delete;
+  CommandSession& operator=(const CommandSession&) = delete;
+
+  [[nodiscard]] DeskSession& desks() { return session_; }
+
+  /// The unit of --unit, or the first. Raises UsageError for a unit that is not in the store and
+  /// RefusedError when there is none.
+  [[nodiscard]] UnitName ChosenUnit();
+  /// The unit of --unit alone, or all units.
+  [[nodiscard]] std::vector<UnitName> ChosenUnits();
+
+ private:
+  const GlobalOptions& global_;
+  Operator operator_;
+  DeskSession session_;
+};
+
+/// What a session on the console is handed; `messageBox` shows messages.
+[[nodiscard]] Surroundings SurroundingsOf(const GlobalOptions& global, Console& console,
+                                          MessageBox messageBox);
+
+}  // namespace qorhost

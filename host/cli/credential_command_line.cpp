@@ -1,0 +1,133 @@
+#include "host/cli/credential_command_line.h"
+
+#include <array>
+
+#include "host/desks/credential_import.h"
+
+namespace qorhost {
+
+namespace {
+
+namespace field = credential_field;
+
+constexpr const char* kCredential = "RID, or entry of the list as in Transmitter-301";
+
+constexpr FieldWord kChosenCredential{field::kCredential, "",
+                                      "'qorhost credentials list' shows them"};
+constexpr std::array kAddWords{
+    FieldWord{field::kType, "--type", {}},
+    FieldWord{field::kFirst, "--start", {}},
+    FieldWord{field::kLast, "--end", {}},
+    FieldWord{field::kFacility, "--facility", {}},
+    FieldWord{field::kIdCode, "--id-code", {}},
+    FieldWord{field::kSequence, "--sequence", {}},
+    FieldWord{field::kButton, "--button", {}},
+    FieldWord{field::kNewTenants, "--with-tenants", {}},
+    FieldWord{field::kSchedules, "--schedules", {}},
+    FieldWord{field::kStart, "--from", {}},
+    FieldWord{field::kEnd, "--to", {}},
+};
+constexpr std::array kEditWords{kChosenCredential,
+                                FieldWord{field::kDoor, "--door", "'qorhost doors' lists them"},
+                                FieldWord{field::kTenant, "--tenant", {}}};
+constexpr std::array kAssignWords{kChosenCredential, FieldWord{field::kTenant, "", {}}};
+constexpr std::array kRenumberWords{kChosenCredential,
+                                    FieldWord{field::kNewNumber, "the new number", {}}};
+constexpr std::array kDeleteWords{kChosenCredential};
+
+void DescribeAdd(CommandPlace credentials, const GlobalOptions& global,
+                 CredentialAddOptions& options) {
+  auto* command = AddCommand(
+      credentials, "add", "Issue a credential or a range of them",
+      "  qorhost credentials add --unit 2 --type card26 --start 500 --facility 7\n"
+      "  qorhost credentials add --unit 2 --type transmitter --start 1 --end 20 --facility 7 \\\n"
+      "      --id-code 3 --sequence 1 --button 4\n"
+      "  qorhost credentials add --unit 2 --type card30 --start 1 --end 10 --facility 7 \\\n"
+      "      --with-tenants --schedules \"Full Access,Late Shift,1,0\" --to 2027-12-31",
+      [&](Console& console) { return RunCredentialAdd(global, options, console); }, kAddWords);
+  const auto text = [command](const char* name, auto& target, const char* type,
+                              const char* description) {
+    return command->add_option(name, target, description)->type_name(type);
+  };
+  NewCredentials& entry = options.entry;
+  text("--type", entry.type, "card30|card26|transmitter", "The kind of credential")->required();
+  text("--start", entry.first, "N", "The credential's number, or the first of a range")->required();
+  text("--end", entry.last, "N", "The last number of a range");
+  text("--facility", entry.facility, "F", "Facility code");
+  text("--id-code", entry.idCode, "N", "ID code of a transmitter");
+  text("--sequence", entry.sequence, "N", "Sequence code of a transmitter");
+  text("--button", entry.button, "1|4", "Button of a transmitter");
+  command->add_flag("--with-tenants", entry.withTenants, "Create a tenant for every credential");
+  text("--schedules", entry.schedules, "A,B,C,D",
+       "The new tenants' schedules at the four doors, by id or name (Full Access)");
+  text("--from", entry.from, "DATE", "First day of the new tenants");
+  text("--to", entry.to, "DATE", "Last day of the new tenants");
+}
+
+void DescribeEdit(CommandPlace credentials, const GlobalOptions& global,
+                  CredentialEditOptions& options) {
+  const auto run = [&](Console& console) { return RunCredentialEdit(global, options, console); };
+  CredentialChange& change = options.change;
+  auto* edit = AddCommand(credentials, "edit", "Change a credential's door or tenant",
+                          "  qorhost credentials edit 17 --door Garage\n"
+                          "  qorhost credentials edit 17 --door none --tenant 42",
+                          run, kEditWords);
+  edit->add_option("CREDENTIAL", options.credential, kCredential)->required();
+  edit->add_option("--door", change.door, "The door that a card opens: number, name or none")
+      ->type_name("DOOR");
+  auto* tenant = edit->add_option("--tenant", change.tenant, "Assign to this tenant: id or name")
+                     ->type_name("TENANT");
+  edit->add_flag("--release", change.release, "Take it from its tenant")->excludes(tenant);
+
+  auto* assign = AddCommand(credentials, "assign", "Assign a credential to a tenant",
+                            "  qorhost credentials assign 17 42\n"
+                            "  qorhost credentials assign Transmitter-301 \"Abel Karin T\"\n"
+                            "  qorhost credentials assign 17 --release",
+                            run, kAssignWords);
+  assign->add_option("CREDENTIAL", options.credential, kCredential)->required();
+  auto* holder = assign->add_option("TENANT", change.tenant, "The tenant's id or name");
+  assign->add_flag("--release", change.release, "Take it from its tenant")->excludes(holder);
+}
+
+void DescribeRest(CommandPlace credentials, const GlobalOptions& global, CredentialChoice& choice) {
+  auto* renumber = AddCommand(
+      credentials, "renumber", "Give a credential another number",
+      "  qorhost credentials renumber 17 1234",
+      [&](Console& console) { return RunCredentialRenumber(global, choice.renumber, console); },
+      kRenumberWords);
+  renumber->add_option("CREDENTIAL", choice.renumber.credential, kCredential)->required();
+  renumber->add_option("NUMBER", choice.renumber.number, "The new number")->required();
+
+  auto* remove = AddCommand(
+      credentials, "delete", "Delete a credential; asks when a tenant holds it",
+      "  qorhost credentials delete 17 --yes",
+      [&](Console& console) { return RunCredentialDelete(global, choice.toDelete, console); },
+      kDeleteWords);
+  remove->add_option("CREDENTIAL", choice.toDelete, kCredential)->required();
+
+  DescribeImport(credentials, "Issue the credentials of a CSV file",
+                 "  qorhost credentials import cards.csv --unit 2 --dry-run\n"
+                 "  qorhost credentials import --columns",
+                 global, choice.imported,
+                 {CredentialImportColumns(), ImportCredentials, "credential", "credentials"});
+}
+
+}  // namespace
+
+void DescribeCredentials(CommandPlace place, const GlobalOptions& global,
+                         CredentialChoice& choice) {
+  CLI::App* app =
+      place.parent.add_subcommand("credentials", "List, issue, change and delete credentials");
+  app->require_subcommand(1);
+  app->fallthrough();
+  app->footer("Examples:\n  qorhost credentials list\n  qorhost credentials add --help");
+  const CommandPlace credentials{*app, place.chosen};
+  AddCommand(credentials, "list", "List a unit's credentials",
+             "  qorhost credentials list --unit 2\n  qorhost credentials list --json",
+             [&](Console& console) { return RunCredentialList(global, console); });
+  DescribeAdd(credentials, global, choice.add);
+  DescribeEdit(credentials, global, choice.edit);
+  DescribeRest(credentials, global, choice);
+}
+
+}  // namespace qorhost

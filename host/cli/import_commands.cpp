@@ -1,0 +1,103 @@
+#include "host/cli/import_commands.h"
+
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "host/cli/display_text.h"
+#include "host/cli/progress.h"
+#include "host/cli/table_printer.h"
+#include "host/files/input_file.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr std::string_view kStandardStream = "-";
+
+std::string ReadInput(const ImportOptions& options, Console& console) {
+  if (options.file.empty()) {
+    throw UsageError("name the CSV file, or - for standard input; --columns tells what it holds");
+  }
+  return options.file == kStandardStream ? ReadWholeText(console.in, "standard input")
+                                         : ReadWholeFile(options.file);
+}
+
+ImportRules RulesOf(const GlobalOptions& global, const ImportOptions& options) {
+  ImportRules rules;
+  rules.dryRun = options.dryRun;
+  rules.answerYes = global.answer.value_or(false);
+  if (!global.answer) {
+    rules.answeredNo = "answered No: --yes answers Yes";
+  }
+  return rules;
+}
+
+std::string Counted(std::size_t count, std::string_view one, std::string_view many) {
+  return fmt::format("{} {}", count, count == 1 ? one : many);
+}
+
+void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {
+  for (const LineRemark& remark : report.remarks) {
+    if (!remark.refused || !asJson) {
+      console.err << "qorhost: line " << remark.line << ": " << Displayable(report.TextOf(remark))
+                  << '\n';
+    }
+  }
+}
+
+void PrintReportAsJson(const ImportReport& report, Console& console) {
+  nlohmann::ordered_json lines = nlohmann::ordered_json::array();
+  for (const LineRemark& remark : report.remarks) {
+    if (remark.refused) {
+      lines.push_back({{"line", remark.line}, {"message", Displayable(report.TextOf(remark))}});
+    }
+  }
+  const nlohmann::ordered_json json{
+      {"done", report.done}, {"refused", report.refused}, {"lines", lines}};
+  console.out << json.dump(2) << '\n';
+}
+
+void PrintReport(const ImportReport& report, const ImportCommand& command, Console& console) {
+  const std::string done = Counted(report.done, command.one, command.many);
+  const std::string refused = Counted(report.refused, "line", "lines");
+  console.out << (report.dryRun ? fmt::format("Would import {}, {} refused. Nothing was written.\n",
+                                              done, refused)
+                                : fmt::format("Imported {}, {} refused.\n", done, refused));
+}
+
+ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,
+                     const ImportCommand& command, Console& console) {
+  if (options.columns) {
+    PrintTable(console.out, ColumnTable(command.columns));
+    return ExitStatus::kDone;
+  }
+  ImportFile file(ReadInput(options, console), command.columns);
+  CommandSession session(global, Access::kChange, console);
+  const ImportReport report =
+      command.import(session.desks(), session.ChosenUnit().key, file, RulesOf(global, options),
+                     BarOn(console, global.trace));
+  PrintRemarks(report, global.json, console);
+  if (global.json) {
+    PrintReportAsJson(report, console);
+  } else {
+    PrintReport(report, command, console);
+  }
+  return StatusOf(report.ending);
+}
+
+}  // namespace
+
+void DescribeImport(CommandPlace place, const char* description, const char* examples,
+                    const GlobalOptions& global, ImportOptions& options, ImportCommand command) {
+  auto* import = AddCommand(place, "import", description, examples,
+                            [&global, &options, command](Console& console) {
+                              return RunImport(global, options, command, console);
+                            });
+  import->add_option("FILE", options.file,
+                     "A CSV file with headings, as 'report' writes one; - for standard input");
+  import->add_flag("--dry-run", options.dryRun, "Say what would be done, write nothing");
+  import->add_flag("--columns", options.columns, "Tell what the columns hold, do nothing else");
+}
+
+}  // namespace qorhost

@@ -1,0 +1,201 @@
+#include "host/desks/credential_desk.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "credentials/credential_type.h"
+#include "frame/convert.h"
+#include "frame/runtime_error.h"
+#include "frame/schema.h"
+#include "frame/text.h"
+#include "host/desks/credential_entry.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/list_entries.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr std::string_view kNoDoor = "<None>";
+constexpr std::int32_t kAddNewEntry = 1;  // "<Add New>" stands for no row
+constexpr std::int32_t kUnassigned = 1;   // "<Unassigned>" stands for no tenant
+
+std::shared_ptr<ScreenModel> MakeScreen(DeskScreen kind, qorcred::Date today) {
+  return kind == DeskScreen::kTenantCreating ? MakeTenantCreatingScreen(today)
+                                             : MakeCredentialScreen(today);
+}
+
+/// Counts the rows of a save and stops it when its progress handler says so: what the insert
+/// raises ends the save, which undoes itself.
+class WatchedSave {
+ public:
+  WatchedSave(const Progress& progress, std::int64_t total) : progress_(progress), total_(total) {}
+
+  void OnInsert(std::string_view table) {
+    if (!qorcred::SameMember(table, qorcred::table::CREDENTIALBANK)) {
+      return;
+    }
+    ++done_;
+    if (!cancelled_ && !progress_(done_, total_)) {
+      cancelled_ = true;
+      throw qorcred::RuntimeError(qorcred::ErrorNumber::kInvalidProcedureCall);
+    }
+  }
+  [[nodiscard]] bool cancelled() const { return cancelled_; }
+
+ private:
+  const Progress& progress_;
+  std::int64_t total_;
+  std::int64_t done_ = 0;
+  bool cancelled_ = false;
+};
+
+}  // namespace
+
+CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskScreen kind)
+    : session_(session),
+      unitKey_(unitKey),
+      kind_(kind),
+      screen_(MakeScreen(kind, session.Today())),
+      controller_(session.host()) {
+  controller_.set_gmobjCredentialScreen(session.Visible(screen_));
+  Open();
+}
+
+CredentialDesk::~CredentialDesk() {
+  controller_.set_gmobjCredentialScreen(nullptr);
+}
+
+void CredentialDesk::Open() {
+  // The screen's own handlers; they stand still while the controller writes the controls.
+  typeSelected_ = screen_->List("cboCredentialType").OnSelect([this](std::int32_t index) {
+    const bool transmitter =
+        index >= 0 && screen_->List("cboCredentialType").ItemData(index) == qorcred::kTransmitter;
+    controller_.pbTransmitterCtls(transmitter);
+  });
+  credentialSelected_ = credentials().OnSelect([this](std::int32_t index) {
+    const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
+    if (index >= kAddNewEntry && !byController) {
+      controller_.pbRetrieveCredentials(session_.connection(), unitKey_,
+                                        credentials().ItemData(index));
+    }
+  });
+
+  const OperationRecord opening(session_);
+  FillDoors();
+  controller_.pbRetrieveSchedules(session_.connection(), unitKey_);
+  controller_.pbRetrieveTenants(session_.connection(), unitKey_);
+  controller_.pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
+  screen_->SetVariable("gblnDisplayFacilityCode", takesFacilityCode());
+  RefreshCredentials();
+  opening.RequireNoFailure("open the credential screen");
+
+  // A unit with fewer than four doors ends this with a trapped failure, its labels being set.
+  controller_.pbRetrieveDoorDetails(session_.connection(), unitKey_);
+}
+
+void CredentialDesk::FillDoors() {
+  ListModel& doors = screen_->List("cboActivate");
+  doors.AddItem(std::string(kNoDoor));
+  const QueryResult result = session_.sql().Select(
+      fmt::format("SELECT DOORNAME FROM DOORS WHERE UNITKEY={} ORDER BY DOORID", unitKey_));
+  for (const ResultRow row : result.rows()) {
+    doors.AddItem(qorcred::TextOrEmpty(row[0]));
+  }
+}
+
+bool CredentialDesk::takesFacilityCode() const {
+  return screen_->Box("txtFacilityCode").enabled();
+}
+
+ShownCredential CredentialDesk::Select(std::string_view credential) {
+  const std::int32_t index = FindEntry(credentials(), credential_field::kCredential, credential,
+                                       "credential", kAddNewEntry);
+  if (index < kAddNewEntry) {
+    throw InputFault(credential_field::kCredential, credential,
+                     "name a credential by its RID or as in 'Transmitter-301'",
+                     InputFault::Kind::kSeeList);
+  }
+  SelectCredential(index);
+  return Shown();
+}
+
+void CredentialDesk::SelectCredential(std::int32_t index) {
+  const OperationRecord loading(session_);
+  credentials().Select(index);
+  loading.RequireNoFailure("load the credential");
+}
+
+ShownCredential CredentialDesk::Shown() const {
+  const ListModel& list = screen_->List("cboCredentials");
+  const ListModel& doors = screen_->List("cboActivate");
+  const ListModel& tenants = screen_->List("cboAssignedTo");
+  ShownCredential shown;
+  if (list.selected() != ListModel::kNone) {
+    shown.entry = list.SelectedText();
+    shown.rid = list.ItemData(list.selected());
+  }
+  if (doors.visible()) {
+    shown.door = doors.SelectedText();
+  }
+  if (tenants.selected() >= kUnassigned) {
+    shown.tenant = qorcred::Trim(tenants.Text(tenants.selected()));
+  }
+  return shown;
+}
+
+void CredentialDesk::RefreshCredentials(std::int32_t rid) {
+  constexpr std::int32_t kWholeList = -1;
+  controller_.pbRetrieveCredentials(session_.connection(), unitKey_, kWholeList, rid);
+}
+
+IssuedCredentials CredentialDesk::SaveNew(const Progress& progress) {
+  const auto entered = ReadEntered(*screen_);
+  WatchedSave watched(progress, entered ? entered->Count() : 0);
+  OperationRecord saving(session_, progress ? InsertHandler([&watched](std::string_view table) {
+                           watched.OnInsert(table);
+                         })
+                                            : nullptr);
+  IssuedCredentials issued;
+  const bool saved =
+      controller_.pbSave(session_.connection(), unitKey_, kind_ == DeskScreen::kTenantCreating,
+                         false, &issued.lastRid);
+  static_cast<Outcome&>(issued) = saving.End(saved);
+  if (watched.cancelled()) {
+    issued.ending = Ending::kCancelled;
+    issued.failures.clear();  // what stopped the save
+  }
+  if (saved) {
+    // The save left both boxes filled, with numbers that it accepted.
+    const EnteredNumbers numbers = ReadEntered(*screen_).value_or(EnteredNumbers{});
+    issued.first = numbers.first;
+    issued.last = numbers.last;
+    issued.type = screen_->List("cboCredentialType").SelectedText();
+    issued.newTenantIds = qorcred::TextOrEmpty(screen_->Variable("gstrNewTenantIDs"));
+  }
+  return issued;
+}
+
+ChangedCredential CredentialDesk::SaveEdited() {
+  OperationRecord saving(session_);
+  const bool saved = controller_.pbSave(session_.connection(), unitKey_, false, true);
+  return {saving.End(saved), Shown()};
+}
+
+Outcome CredentialDesk::Delete(std::int32_t rid) {
+  OperationRecord deleting(session_);
+  return deleting.End(controller_.pbDelete(session_.connection(), unitKey_, rid));
+}
+
+ChangedCredential CredentialDesk::Renumber(std::int32_t number) {
+  OperationRecord renumbering(session_);
+  Outcome outcome =
+      renumbering.End(controller_.pbUpdatePinNo(session_.connection(), number, unitKey_));
+  if (outcome.ending == Ending::kRefused && outcome.messages.empty()) {
+    outcome.ending = Ending::kStale;
+  }
+  return {std::move(outcome), Shown()};
+}
+
+}  // namespace qorhost

@@ -1,0 +1,96 @@
+// The credential screen of one unit with its controller, worked as an operator works it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "credentials/cls_credential.h"
+#include "host/desks/outcome.h"
+#include "host/desks/progress.h"
+#include "host/desks/session.h"
+#include "host/screens/credential_screen.h"
+
+namespace qorhost {
+
+enum class DeskScreen : std::uint8_t {
+  kCredentials,     ///< enters and edits credentials
+  kTenantCreating,  ///< creates a tenant for every credential
+};
+
+/// The credential that the screen shows.
+struct ShownCredential {
+  std::string entry;                ///< as the list shows it: "Transmitter-301"
+  std::int32_t rid = 0;             ///< 0 when none is selected
+  std::optional<std::string> door;  ///< "<None>" for no door; nothing where there are no doors
+  std::string tenant;               ///< who is chosen as its holder; "" for nobody
+};
+
+/// What a save of new credentials tells. The numbers are those that were accepted.
+struct IssuedCredentials : Outcome {
+  std::string type;  ///< the screen's label
+  std::int64_t first = 0;
+  std::int64_t last = 0;
+  std::int32_t lastRid = 0;
+  std::string newTenantIds;  ///< with commas between them; "" without new tenants
+
+  [[nodiscard]] std::int64_t Count() const { return last - first + 1; }
+};
+
+/// What a change of one credential tells: the credential as it is now.
+struct ChangedCredential : Outcome {
+  ShownCredential credential;
+};
+
+/// Opens the screen as the application does: fills its lists, shows the doors and lets selections
+/// in the lists load what was selected. The session must outlive the desk. Raises FailureError when
+/// a list cannot be filled.
+class CredentialDesk {
+ public:
+  CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskScreen kind);
+  ~CredentialDesk();
+  CredentialDesk(const CredentialDesk&) = delete;
+  CredentialDesk& operator=(const CredentialDesk&) = delete;
+
+  [[nodiscard]] ScreenModel& screen() { return *screen_; }
+  [[nodiscard]] ListModel& credentials() { return screen_->List("cboCredentials"); }
+  [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
+
+  /// Whether facility codes are entered for the unit.
+  [[nodiscard]] bool takesFacilityCode() const;
+  /// Selects the credential in the list, which loads it into the edit controls. By RID or by its
+  /// entry as in "Transmitter-301". Raises InputFault when there is none or more than one, and
+  /// FailureError when it cannot be loaded.
+  ShownCredential Select(std::string_view credential);
+  /// The same by its place in the list.
+  void SelectCredential(std::int32_t index);
+  /// What the screen shows now.
+  [[nodiscard]] ShownCredential Shown() const;
+  /// Fills the list of credentials again and selects the row `rid`, when there is one.
+  void RefreshCredentials(std::int32_t rid = 0);
+
+  // The operations, on this screen and unit.
+
+  /// Saves new credentials, `progress` being told of every row.
+  IssuedCredentials SaveNew(const Progress& progress = nullptr);
+  ChangedCredential SaveEdited();
+  Outcome Delete(std::int32_t rid);
+  /// Stale when someone else has changed or deleted the credential meanwhile.
+  ChangedCredential Renumber(std::int32_t number);
+
+ private:
+  void Open();
+  void FillDoors();
+
+  DeskSession& session_;
+  std::int32_t unitKey_;
+  DeskScreen kind_;
+  std::shared_ptr<ScreenModel> screen_;
+  qorcred::clsCredential controller_;
+  Subscription typeSelected_;
+  Subscription credentialSelected_;
+};
+
+}  // namespace qorhost

@@ -1,0 +1,159 @@
+#include "host/desks/credential_entry.h"
+
+#include <cmath>
+#include <string>
+#include <string_view>
+
+#include "credentials/credential_type.h"
+#include "frame/convert.h"
+#include "frame/runtime_error.h"
+#include "frame/screen_names.h"
+#include "frame/text.h"
+#include "host/desks/credential_desk.h"
+#include "host/desks/credential_types.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/list_entries.h"
+#include "host/desks/typed_input.h"
+
+namespace qorhost {
+
+namespace {
+
+namespace field = credential_field;
+
+constexpr std::int32_t kSystemSchedules = 0;  // "No Access" and "Full Access" have ids of their own
+constexpr std::int32_t kUnassigned = 1;       // "<Unassigned>" stands for no tenant
+
+void ChooseType(ScreenModel& screen, std::string_view word) {
+  for (const CredentialTypeWords& known : CredentialTypes()) {
+    if (known.word == word && known.type < kReportedTypesOnly) {
+      ListModel& types = screen.List("cboCredentialType");
+      types.Select(types.FindData(known.type));
+      return;
+    }
+  }
+  throw InputFault(field::kType, word,
+                   "{field} '{value}' is none of card30, card26 and transmitter");
+}
+
+/// Types into a box that the screen shows; `hidden` says what hides or disables it.
+void TypeInto(TextModel& box, std::string_view name, const std::optional<std::string>& text,
+              std::string_view hidden) {
+  if (!text) {
+    return;
+  }
+  if (!box.visible() || !box.enabled()) {
+    throw InputFault(name, *text, hidden);
+  }
+  box.SetText(TypedText(name, *text));
+}
+
+void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button) {
+  if (!button) {
+    return;
+  }
+  if (!screen.Option("optButton4").visible()) {
+    throw InputFault(field::kButton, *button, "leave {field} out: only transmitters have buttons");
+  }
+  if (*button != "1" && *button != "4") {
+    throw InputFault(field::kButton, *button, "{field} '{value}' is neither 1 nor 4");
+  }
+  screen.Option(*button == "4" ? "optButton4" : "optButtonDefault").SetOn(true);
+}
+
+void ChooseSchedules(ScreenModel& screen, const std::string& given) {
+  std::string_view rest = given;
+  std::size_t door = 0;
+  for (bool more = true; more; ++door) {
+    if (door == qorcred::kScheduleLists.size()) {
+      throw InputFault(field::kSchedules, given,
+                       "{field} takes at most four schedules, one for each door");
+    }
+    const std::size_t comma = rest.find(',');
+    const std::string_view schedule = qorcred::Trim(rest.substr(0, comma));
+    if (!schedule.empty()) {
+      ListModel& list = screen.List(qorcred::kScheduleLists[door]);
+      list.Select(FindEntry(list, field::kSchedules, schedule, "schedule", kSystemSchedules));
+    }
+    more = comma != std::string_view::npos;
+    rest.remove_prefix(more ? comma + 1 : rest.size());
+  }
+}
+
+void EnterTenants(ScreenModel& screen, const NewCredentials& entry) {
+  if (entry.schedules) {
+    ChooseSchedules(screen, *entry.schedules);
+  }
+  if (entry.from) {
+    ChooseDate(screen.Date("dtpStart"), field::kStart, *entry.from, false);
+  }
+  if (entry.to) {
+    ChooseDate(screen.Date("dtpEnd"), field::kEnd, *entry.to, true);
+  }
+  const bool limited = screen.Date("dtpStart").chosen() || screen.Date("dtpEnd").chosen();
+  screen.Check("chkActive").SetState(limited ? 1 : 0);
+}
+
+void RefuseTenantInputs(const NewCredentials& entry) {
+  if (entry.schedules || entry.from || entry.to) {
+    const std::string_view given = entry.schedules ? field::kSchedules
+                                   : entry.from    ? field::kStart
+                                                   : field::kEnd;
+    throw InputFault(given, "",
+                     "{schedules}, {first day} and {last day} go with {new tenants}: without new "
+                     "tenants there is nobody to give them to");
+  }
+}
+
+}  // namespace
+
+void EnterCredentials(CredentialDesk& desk, const NewCredentials& entry) {
+  ScreenModel& screen = desk.screen();
+  constexpr std::string_view kForTransmitters = "leave {field} out: only transmitters have it";
+  ChooseType(screen, entry.type);
+  screen.SetVariable("gstrTag", entry.last ? "" : "SINGLE");
+  screen.Box("txtPINStart").SetText(TypedText(field::kFirst, entry.first));
+  screen.Box("txtPINEND").SetText(entry.last ? TypedText(field::kLast, *entry.last) : "");
+  TypeInto(screen.Box("txtFacilityCode"), field::kFacility, entry.facility,
+           "leave {field} out: this unit ignores facility codes");
+  TypeInto(screen.Box("txtIDCode"), field::kIdCode, entry.idCode, kForTransmitters);
+  TypeInto(screen.Box("txtSequenceCode"), field::kSequence, entry.sequence, kForTransmitters);
+  ChooseButton(screen, entry.button);
+  if (entry.withTenants) {
+    EnterTenants(screen, entry);
+  } else {
+    RefuseTenantInputs(entry);
+  }
+}
+
+void EnterChange(CredentialDesk& desk, const CredentialChange& change) {
+  ListModel& doors = desk.screen().List("cboActivate");
+  if (change.door) {
+    if (!doors.visible()) {
+      throw InputFault(field::kDoor, *change.door, "leave {field} out: only cards have a door");
+    }
+    doors.Select(FindDoor(doors, field::kDoor, *change.door));
+  }
+  ListModel& tenants = desk.screen().List("cboAssignedTo");
+  if (change.tenant) {
+    tenants.Select(FindEntry(tenants, field::kTenant, *change.tenant, "tenant", kUnassigned));
+  } else if (change.release) {
+    tenants.Select(0);
+  }
+}
+
+std::optional<EnteredNumbers> ReadEntered(const ScreenModel& screen) {
+  try {
+    const double first = std::nearbyint(qorcred::ToDouble(screen.Box("txtPINStart").text()));
+    const double last = std::nearbyint(qorcred::ToDouble(screen.Box("txtPINEND").text()));
+    if (first >= 1 && last >= first && last <= qorcred::kHighestCredentialNumber) {
+      return EnteredNumbers{static_cast<std::int64_t>(first), static_cast<std::int64_t>(last)};
+    }
+  } catch (const qorcred::RuntimeError&) {
+    // A text that is no number, or one too long for any.
+    return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+}  // namespace qorhost

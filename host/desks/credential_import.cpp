@@ -1,0 +1,210 @@
+#include "host/desks/credential_import.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/convert.h"
+#include "frame/text.h"
+#include "host/desks/credential_desk.h"
+#include "host/desks/credential_entry.h"
+#include "host/desks/credential_types.h"
+#include "host/desks/entry_index.h"
+#include "host/desks/import_words.h"
+#include "host/files/import_file.h"
+
+namespace qorhost {
+
+namespace {
+
+enum Column : std::size_t {
+  kType,
+  kNumber,
+  kFacility,
+  kIdCode,
+  kSequence,
+  kButton,
+  kAssignedTo,
+  kRid,
+  kTenantRid,
+  kColumnCount
+};
+
+constexpr std::array<ImportColumn, kColumnCount> kColumns{{
+    {"Credential Type", true,
+     "Corvin 30 Bit card, Standard 26 Bit card or Transmitter; also card30, card26, transmitter"},
+    {"Card Number", true, "the credential's number, 1 to 65535"},
+    {"Facility Code", false, "0 to 63 (Corvin 30 Bit card) or 255; empty: 0"},
+    {"ID Code", false, "of a transmitter, 0 to 26; of a card empty"},
+    {"Sequence Number", false, "of a transmitter, 0 to 2; of a card empty"},
+    {"Button Number", false, "of a transmitter, 1 (also empty) or 4; of a card empty"},
+    {"Assigned To", false,
+     "a tenant's last name, first name and initial; Unassigned or empty: none"},
+    {"RID", false, "not looked at: new rows get identities of their own"},
+    {"Tenant RID", false, "not looked at"},
+}};
+
+/// The columns of the screen's inputs.
+constexpr std::array kWords{
+    FieldWord{credential_field::kFirst, kColumns[kNumber].heading, {}},
+    FieldWord{credential_field::kFacility, kColumns[kFacility].heading, {}},
+    FieldWord{credential_field::kIdCode, kColumns[kIdCode].heading, {}},
+    FieldWord{credential_field::kSequence, kColumns[kSequence].heading, {}},
+    FieldWord{credential_field::kButton, kColumns[kButton].heading, {}},
+};
+
+constexpr std::int32_t kNobody = 1;  // "<Unassigned>" stands for no tenant
+
+std::string ReadType(const ImportLine& line) {
+  const std::string_view given = line.Trimmed(kType);
+  const CredentialTypeWords* type = FindCredentialType(given);
+  if (type == nullptr || type->type >= kReportedTypesOnly) {
+    throw InputFault(kColumns[kType].heading, given,
+                     "{field} '{value}' cannot be entered: the screen has Corvin 30 Bit card, "
+                     "Standard 26 Bit card and Transmitter");
+  }
+  return std::string(type->word);
+}
+
+/// The text of a cell; nothing for an empty one.
+std::optional<std::string> ReadText(const ImportLine& line, Column column) {
+  const std::string_view given = line.Trimmed(column);
+  return given.empty() ? std::nullopt : std::optional<std::string>(given);
+}
+
+/// What only transmitters have.
+std::optional<std::string> ReadOfTransmitter(const ImportLine& line, Column column,
+                                             std::string_view type) {
+  std::optional<std::string> given = ReadText(line, column);
+  if (given && type != "transmitter") {
+    throw InputFault(kColumns[column].heading, *given,
+                     "{field} '{value}' must be left empty: only transmitters have one");
+  }
+  return given;
+}
+
+class CredentialImport {
+ public:
+  CredentialImport(DeskSession& session, std::int32_t unitKey)
+      : session_(session),
+        desk_(session, unitKey, DeskScreen::kCredentials),
+        tenants_(desk_.screen().List("cboAssignedTo"), kNobody),
+        fresh_(desk_.screen().Snapshot()) {
+    // The type stays chosen from line to line, with the controls that the screen shows for it.
+    typeChosen_ = desk_.screen().List("cboCredentialType").OnSelect([this](std::int32_t) {
+      fresh_ = desk_.screen().Snapshot();
+    });
+  }
+
+  Outcome Enter(const ImportLine& line) {
+    TypeAll(line);
+    IssuedCredentials issued = desk_.SaveNew();
+    if (!issued.done()) {
+      return issued;
+    }
+    const std::optional<std::int32_t> tenant = FindTenant(line);
+    return tenant ? Assign(issued.lastRid, *tenant) : issued;
+  }
+
+ private:
+  /// The tenant's place in the list; nothing for nobody.
+  [[nodiscard]] std::optional<std::int32_t> FindTenant(const ImportLine& line) {
+    const std::string_view given = line.Trimmed(kAssignedTo);
+    if (given.empty() || qorcred::CompareIgnoringCase(given, "Unassigned") == 0) {
+      return std::nullopt;
+    }
+    const std::vector<std::int32_t> places = tenants_.Find(given);
+    if (places.empty()) {
+      throw InputFault(
+          kColumns[kAssignedTo].heading, given,
+          "{field} '{value}' is no tenant of this unit to whom the screen assigns credentials");
+    }
+    if (places.size() > 1) {
+      throw InputFault(
+          kColumns[kAssignedTo].heading, given,
+          fmt::format("{} tenants are called '{{value}}': leave {{field}} empty and assign the "
+                      "credential by the tenant's id with 'credentials assign'",
+                      places.size()));
+    }
+    RequireFreeSlot(places.front(), given);
+    return places.front();
+  }
+
+  /// The controller would take the first credential from a tenant who has two.
+  void RequireFreeSlot(std::int32_t tenant, std::string_view name) {
+    const std::int32_t id = desk_.screen().List("cboAssignedTo").ItemData(tenant);
+    const QueryResult slots = session_.sql().Select(
+        fmt::format("SELECT TenantID FROM Tenants WHERE UnitKey={} AND TenantID={} AND "
+                    "CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT NULL",
+                    desk_.unitKey(), id));
+    if (slots.rowCount > 0) {
+      throw InputFault(kColumns[kAssignedTo].heading, name,
+                       "{field} '{value}' has two credentials already");
+    }
+  }
+
+  void TypeAll(const ImportLine& line) {
+    desk_.screen().Restore(fresh_);
+    NewCredentials entry;
+    entry.type = ReadType(line);
+    entry.first = line.Trimmed(kNumber);
+    entry.facility = ReadFacility(line);
+    entry.idCode = ReadOfTransmitter(line, kIdCode, entry.type);
+    entry.sequence = ReadOfTransmitter(line, kSequence, entry.type);
+    entry.button = ReadOfTransmitter(line, kButton, entry.type);
+    EnterCredentials(desk_, entry);
+  }
+
+  /// A unit that ignores facility codes stores 0, and reports show it.
+  [[nodiscard]] std::optional<std::string> ReadFacility(const ImportLine& line) {
+    std::optional<std::string> given = ReadText(line, kFacility);
+    if (!given || desk_.takesFacilityCode()) {
+      return given;
+    }
+    if (given->find_first_not_of('0') != std::string::npos) {
+      throw InputFault(kColumns[kFacility].heading, *given,
+                       "{field} '{value}' must be left empty: this unit ignores facility codes");
+    }
+    return std::nullopt;
+  }
+
+  /// Puts the new credential into the list, as filling the list again would, and works on it there.
+  Outcome Assign(std::int32_t rid, std::int32_t tenant) {
+    ListModel& list = desk_.screen().List("cboCredentials");
+    const std::int32_t index = list.AddItemWithData(
+        fmt::format("{}-{}", desk_.screen().List("cboCredentialType").SelectedText(),
+                    desk_.screen().Box("txtPINStart").text()),
+        rid);
+    desk_.SelectCredential(index);
+    desk_.screen().List("cboAssignedTo").Select(tenant);
+    return desk_.SaveEdited();
+  }
+
+  DeskSession& session_;
+  CredentialDesk desk_;
+  EntryIndex tenants_;
+  ScreenSnapshot fresh_;  // the screen as every line finds it
+  Subscription typeChosen_;
+};
+
+}  // namespace
+
+std::span<const ImportColumn> CredentialImportColumns() {
+  return kColumns;
+}
+
+ImportReport ImportCredentials(DeskSession& session, std::int32_t unitKey, ImportFile& file,
+                               const ImportRules& rules, const Progress& progress) {
+  CredentialImport entering(session, unitKey);
+  ImportRun run(session, rules, kWords);
+  return run.Run(
+      unitKey, file,
+      [&entering](const ImportLine& line, ImportNotes&) { return entering.Enter(line); }, progress);
+}
+
+}  // namespace qorhost

@@ -1,0 +1,126 @@
+#include "host/desks/credential_list.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "credentials/credential_type.h"
+#include "frame/convert.h"
+#include "frame/text.h"
+#include "host/desks/credential_types.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Null;
+using qorcred::ResultTable;
+using qorcred::Value;
+
+// Columns of the detail query, behind the RID in column 0.
+constexpr std::int32_t kType = 1;
+constexpr std::int32_t kNumber = 2;
+constexpr std::int32_t kFacility = 3;
+constexpr std::array kTransmitterCells{4, 5, 6};  // ID code, sequence, button
+constexpr std::int32_t kDoor = 7;
+
+struct Holder {
+  Value tenantId = Null{};
+  Value name = Null{};
+};
+using Holders = std::unordered_map<std::int32_t, Holder>;
+
+std::string FullName(const ResultRow& tenant) {
+  std::string name;
+  for (const std::int32_t column : {1, 2, 3}) {
+    const std::string part = qorcred::TextOrEmpty(tenant[column]);
+    if (!part.empty()) {
+      name += (name.empty() ? "" : " ") + part;
+    }
+  }
+  return name;
+}
+
+/// Who holds each credential of the unit.
+Holders ReadHolders(DeskSession& session, std::int32_t unitKey) {
+  const QueryResult result = session.sql().Select(fmt::format(
+      "SELECT TenantID, LastName, FirstName, MiddleInitial, CREDENTIALID1, CREDENTIALID2 FROM "
+      "Tenants WHERE UnitKey={} AND (CREDENTIALID1 IS NOT NULL OR CREDENTIALID2 IS NOT NULL) "
+      "ORDER BY TenantID",
+      unitKey));
+  Holders holders;
+  for (const ResultRow row : result.rows()) {
+    const Holder holder{row[0], FullName(row)};
+    for (const std::int32_t slot : {4, 5}) {
+      const auto rid = static_cast<std::int32_t>(qorcred::NumericValue(row[slot]));
+      holders.emplace(rid, holder);
+    }
+  }
+  return holders;
+}
+
+std::unordered_map<std::int32_t, std::int32_t> RowsByRid(const QueryResult& result) {
+  std::unordered_map<std::int32_t, std::int32_t> rows;
+  rows.reserve(result.rowCount);
+  for (const ResultRow row : result.rows()) {
+    rows.emplace(qorcred::ToLong(row[0]), row.number());
+  }
+  return rows;
+}
+
+Value DoorName(const ListModel& doors, const Value& doorCode) {
+  const double code = qorcred::NumericValue(doorCode);
+  if (code < 1) {
+    return Null{};
+  }
+  return code < doors.count() ? Value(doors.Text(static_cast<std::int32_t>(code)))
+                              : Value(qorcred::TextOrEmpty(doorCode));
+}
+
+Value TypeLabel(const Value& type) {
+  const std::string_view label = ScreenLabelOf(qorcred::NumericValue(type));
+  return label.empty() ? Value(Null{}) : Value(label);
+}
+
+}  // namespace
+
+Table CredentialTable(DeskSession& session, CredentialDesk& desk) {
+  Table table;
+  table.columns = {{"RID", "rid"},           {"Type", "type"},       {"Number", "number"},
+                   {"Facility", "facility"}, {"ID code", "id_code"}, {"Sequence", "sequence"},
+                   {"Button", "button"},     {"Door", "door"},       {"Tenant", "tenant_id"},
+                   {"Assigned to", "tenant"}};
+  const ListModel& list = desk.screen().List("cboCredentials");
+  const ListModel& doors = desk.screen().List("cboActivate");
+  const QueryResult details = session.sql().Select(fmt::format(
+      "SELECT RID, CredentialType, PINNo, FacilityCode, IDCode, SequenceNumber, ButtonNumber, "
+      "DOORCODE FROM CREDENTIALBANK WHERE UnitKey={}",
+      desk.unitKey()));
+  const auto rowOf = RowsByRid(details);
+  const Holders holders = ReadHolders(session, desk.unitKey());
+  for (std::int32_t index = 1; index < list.count(); ++index) {
+    const std::int32_t rid = list.ItemData(index);
+    const auto found = rowOf.find(rid);
+    if (found == rowOf.end()) {
+      continue;  // deleted by someone else since the list was filled
+    }
+    const auto cell = [&](std::int32_t column) { return details.table->At(found->second, column); };
+    const bool transmitter = qorcred::NumericValue(cell(kType)) == qorcred::kTransmitter;
+    std::vector<Value> row{rid, TypeLabel(cell(kType)), cell(kNumber), cell(kFacility)};
+    for (const std::int32_t column : kTransmitterCells) {
+      row.push_back(transmitter ? cell(column) : Value(Null{}));
+    }
+    row.push_back(transmitter ? Value(Null{}) : DoorName(doors, cell(kDoor)));
+    const auto holder = holders.find(rid);
+    const Holder held = holder == holders.end() ? Holder{} : holder->second;
+    row.push_back(held.tenantId);
+    row.push_back(held.name);
+    table.rows.push_back(std::move(row));
+  }
+  return table;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,13 @@
+// The credentials of a unit as rows.
+#pragma once
+
+#include "host/desks/credential_desk.h"
+#include "host/desks/session.h"
+#include "host/files/table.h"
+
+namespace qorhost {
+
+/// Every credential in the screen's list, in its order, with its codes, door and tenant.
+[[nodiscard]] Table CredentialTable(DeskSession& session, CredentialDesk& desk);
+
+}  // namespace qorhost

@@ -1,0 +1,122 @@
+#include "host/desks/credential_report.h"
+
+#include <memory>
+#include <utility>
+
+#include "frame/convert.h"
+#include "frame/data_services.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/typed_input.h"
+#include "host/store/rows.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::TableView;
+using qorcred::Value;
+
+/// The fields in their places in `cboField`.
+const std::vector<ReportField>& Fields() {
+  static const std::vector<ReportField> kFields{{"Credential Type", FieldKind::kCredentialType},
+                                                {"Card Number", FieldKind::kNumber},
+                                                {"Facility Code", FieldKind::kNumber},
+                                                {"Tenant Name", FieldKind::kText}};
+  return kFields;
+}
+
+/// A column of the report and its place in the statement's result, which also holds the number of
+/// the credential's type.
+struct ReportColumn {
+  const char* title;
+  std::int32_t index;
+};
+constexpr ReportColumn kColumns[] = {
+    {"Credential Type", 0}, {"Card Number", 1},   {"Facility Code", 2}, {"ID Code", 3},
+    {"Sequence Number", 4}, {"Button Number", 5}, {"Assigned To", 6},   {"RID", 8},
+    {"Tenant RID", 9}};
+
+/// The name of a tenant without a middle initial ends in a blank.
+Value WithoutBlanksBehind(Value cell) {
+  if (auto* text = cell.As<std::string>()) {
+    text->erase(text->find_last_not_of(' ') + 1);
+  }
+  return cell;
+}
+
+}  // namespace
+
+CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
+                                   const std::vector<std::string>& conditions)
+    : session_(session),
+      unitKey_(unitKey),
+      filter_(session, conditions.size()),
+      controller_(session.host()) {
+  controller_.set_gfrmTxFilter(filter_.visible());
+  controller_.set_mlngUnitKey(unitKey);
+  controller_.pbPopulateArrOperators();
+  for (std::size_t row = 0; row < filter_.rowCount(); ++row) {
+    for (const ReportField& field : Fields()) {
+      filter_.Fields(row).AddItem(field.name);
+    }
+  }
+  for (std::size_t row = 0; row < conditions.size(); ++row) {
+    const ReportCondition condition = ReadCondition(conditions[row], Fields());
+    filter_.Enter(row, condition, Fields()[static_cast<std::size_t>(condition.field)].kind);
+  }
+}
+
+Outcome CredentialReport::Run() {
+  OperationRecord running(session_);
+  return running.End(controller_.pbGenSql(session_.connection(), unitKey_, rows_, statement_));
+}
+
+Table CredentialReport::Rows(bool withTenantRid) const {
+  Table table;
+  const std::size_t shown = std::size(kColumns) - (withTenantRid ? 0 : 1);
+  for (std::size_t column = 0; column < shown; ++column) {
+    table.columns.push_back({kColumns[column].title, kColumns[column].title});
+  }
+  const TableView rows(rows_);
+  if (rows.HasNoRows()) {
+    return table;
+  }
+  for (const std::int32_t row : RowNumbersOf(rows)) {
+    std::vector<Value> cells;
+    cells.reserve(shown);
+    for (std::size_t column = 0; column < shown; ++column) {
+      cells.push_back(WithoutBlanksBehind(rows.Cell(row, kColumns[column].index)));
+    }
+    table.rows.push_back(std::move(cells));
+  }
+  return table;
+}
+
+DeletedCredentials CredentialReport::Delete(const std::string& rids) {
+  controller_.set_gstrRIDsForDeletion(rids);
+  DeletedCredentials deleted;
+  OperationRecord deleting(session_);
+  const bool done = controller_.pbDelete(session_.connection(), unitKey_, deleted.rows);
+  static_cast<Outcome&>(deleted) = deleting.End(done);
+  return deleted;
+}
+
+std::size_t CountRids(std::string_view rids) {
+  std::size_t count = 0;
+  std::string_view rest = rids;
+  for (bool more = true; more; ++count) {
+    const std::size_t comma = rest.find(',');
+    more = comma != std::string_view::npos;
+    const std::string_view rid = rest.substr(0, comma);
+    if (rid.empty() || rid.find_first_not_of("0123456789") != std::string_view::npos) {
+      throw InputFault(report_input::kRids, rids,
+                       "{field} '{value}' must be RIDs of the report with commas between them, as "
+                       "in 17,18,21");
+    }
+    (void)ReadLong(report_input::kRids, rid);
+    rest.remove_prefix(more ? comma + 1 : rest.size());
+  }
+  return count;
+}
+
+}  // namespace qorhost

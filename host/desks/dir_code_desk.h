@@ -1,0 +1,73 @@
+// The directory-code screen of one unit with its controller, worked as an operator works it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "dircodes/cls_dir_code.h"
+#include "host/desks/outcome.h"
+#include "host/desks/session.h"
+#include "host/screens/directory_code_screen.h"
+
+namespace qorhost {
+
+/// The code that is selected in the list.
+struct ShownDirCode {
+  std::string entry;  ///< as the list shows it: "0101"
+  std::int32_t rid = 0;
+};
+
+/// What a save of a new code tells: its row, 0 when it was not stored.
+struct AddedDirCode : Outcome {
+  std::int32_t rid = 0;
+};
+
+/// Opens the screen as the application does: fills its lists and limits, and lets the selection of
+/// a code load it. The session must outlive the desk. Raises FailureError when a list cannot be
+/// filled.
+class DirCodeDesk {
+ public:
+  DirCodeDesk(DeskSession& session, std::int32_t unitKey);
+  ~DirCodeDesk();
+  DirCodeDesk(const DirCodeDesk&) = delete;
+  DirCodeDesk& operator=(const DirCodeDesk&) = delete;
+
+  [[nodiscard]] ScreenModel& screen() { return *screen_; }
+  [[nodiscard]] ListModel& codes() { return screen_->List("cbodirectorycode"); }
+  [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
+
+  /// Selects a code, by its number or as in "rid:17", which loads it into the edit controls. Raises
+  /// InputFault when the unit has no such code or several, FailureError when it cannot be loaded.
+  ShownDirCode Select(std::string_view choice);
+  /// The code that is selected.
+  [[nodiscard]] ShownDirCode Shown();
+  /// The number of the selected code as it is stored.
+  [[nodiscard]] qorcred::Value StoredCode();
+  /// Fills the list of codes again and selects the row `rid`, when there is one.
+  void RefreshCodes(std::int32_t rid = 0);
+  /// Types a code. Raises InputFault for one that the box does not take.
+  void TypeCode(const std::string& code);
+
+  // The operations, on this screen and unit. A change is stale when someone else has changed or
+  // deleted the code meanwhile.
+
+  AddedDirCode SaveNew();
+  Outcome SaveEdited();
+  Outcome Renumber(const std::string& code);
+  Outcome Delete(std::int32_t rid);
+
+ private:
+  void Open();
+  template <typename Operation>
+  Outcome Change(Operation&& operation);
+
+  DeskSession& session_;
+  std::int32_t unitKey_;
+  std::shared_ptr<ScreenModel> screen_;
+  qorcred::clsDirCode controller_;
+  Subscription codeSelected_;
+};
+
+}  // namespace qorhost

@@ -1,0 +1,240 @@
+#include "host/desks/dir_code_entry.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "dircodes/unit_notation.h"
+#include "frame/convert.h"
+#include "frame/text.h"
+#include "host/desks/dir_code_desk.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/list_entries.h"
+#include "host/desks/typed_input.h"
+#include "host/unit/unit_code.h"
+
+namespace qorhost {
+
+namespace {
+
+namespace field = dir_code_field;
+using qorcred::unit_place::Place;
+
+constexpr std::int32_t kSystemSchedules = 0;  // "No Access" and "Full Access" have ids of their own
+
+void TypeInto(TextModel& box, std::string_view name, const std::optional<std::string>& text) {
+  if (text) {
+    box.SetText(TypedText(name, *text));
+  }
+}
+
+void Tick(CheckModel& box, const std::optional<bool>& on) {
+  if (on) {
+    box.SetState(*on ? 1 : 0);
+  }
+}
+
+void ChooseSchedule(ListModel& list, std::string_view name,
+                    const std::optional<std::string>& given) {
+  if (given) {
+    list.Select(FindEntry(list, name, *given, "schedule", kSystemSchedules));
+  }
+}
+
+/// The delay counts only with an extension to dial; without one the save would not look at it.
+void ChooseDelay(ScreenModel& screen, std::string_view spinner, std::string_view extension,
+                 std::string_view name, const std::optional<std::string>& given) {
+  if (!given) {
+    return;
+  }
+  if (qorcred::Trim(screen.Box(extension).text()).empty()) {
+    throw InputFault(
+        name, *given,
+        "leave {field} out: there is no extension, and without one the delay is always 2");
+  }
+  const std::int32_t delay = ReadLong(name, *given);
+  if (delay < 0) {
+    throw InputFault(name, *given, "{field} '{value}' is below 0");
+  }
+  screen.Spin(spinner).SetValue(delay);
+}
+
+void ChooseDateOrNone(PickerModel& picker, std::string_view name,
+                      const std::optional<std::string>& given, bool isEnd) {
+  if (!given) {
+    return;
+  }
+  if (qorcred::CompareIgnoringCase(qorcred::Trim(*given), "none") == 0) {
+    picker.Choose(std::nullopt);
+    return;
+  }
+  ChooseDate(picker, name, *given, isEnd);
+}
+
+void EnterDoNotDisturb(ScreenModel& screen, const DirCodeEntry& entry) {
+  if (entry.noDnd) {
+    screen.Check("chkDND").SetState(0);
+  } else if (entry.dnd) {
+    screen.Check("chkDND").SetState(1);
+  }
+  ChooseSchedule(screen.List("cboSchedules"), field::kDnd, entry.dnd);
+}
+
+void EnterForwarding(ScreenModel& screen, const DirCodeEntry& entry) {
+  if (entry.noForwarding) {
+    screen.Check("chkCallForwarding").SetState(0);
+    return;
+  }
+  if (entry.forwardPhone || entry.forwardExtension || entry.forwardSchedule || entry.forwardDelay) {
+    screen.Check("chkCallForwarding").SetState(1);
+  }
+  TypeInto(screen.Box("txtPhoneNocf"), field::kForwardPhone, entry.forwardPhone);
+  TypeInto(screen.Box("txtExtnCF"), field::kForwardExtension, entry.forwardExtension);
+  ChooseSchedule(screen.List("cboSchedulesCF"), field::kForwardSchedule, entry.forwardSchedule);
+  ChooseDelay(screen, "pvnTimeDelayCF", "txtExtnCF", field::kForwardDelay, entry.forwardDelay);
+}
+
+void EnterPeriod(ScreenModel& screen, const DirCodeEntry& entry) {
+  Tick(screen.Check("chkActive"), entry.active);
+  const bool limits = entry.from || entry.to;
+  if (limits && screen.Check("chkActive").state() == 0) {
+    throw InputFault(
+        entry.from ? field::kStart : field::kEnd, "",
+        "leave {first day} and {last day} out: an inactive code has no period; {active} "
+        "makes it active");
+  }
+  ChooseDateOrNone(screen.Date("dtpStart"), field::kStart, entry.from, false);
+  ChooseDateOrNone(screen.Date("dtpEnd"), field::kEnd, entry.to, true);
+}
+
+/// The boxes whose texts the save pastes into its statement as they are.
+struct PastedBox {
+  std::string_view box;
+  std::string_view name;
+  Place place;
+};
+constexpr std::array kPastedBoxes{
+    PastedBox{"txtPhoneNo", field::kPhone, Place::kPhone},
+    PastedBox{"txtExtn", field::kExtension, Place::kExtension},
+    PastedBox{"txtPhoneNocf", field::kForwardPhone, Place::kCfPhone},
+    PastedBox{"txtExtnCF", field::kForwardExtension, Place::kCfExtension},
+    PastedBox{"txtDisplayName", field::kDisplayName, Place::kDisplayName}};
+
+/// A code without fault but for its texts, which are empty.
+UnitCode CodeWithoutTexts() {
+  UnitCode code;
+  code.fields.fill("0");
+  for (const Place empty :
+       {Place::kStartDate, Place::kStartTime, Place::kEndDate, Place::kEndTime}) {
+    code[empty].clear();
+  }
+  for (const PastedBox& pasted : kPastedBoxes) {
+    code[pasted.place].clear();
+  }
+  return code;
+}
+
+/// Some texts would break the statement or come out of it as others.
+void RequireStorable(ScreenModel& screen) {
+  for (const PastedBox& pasted : kPastedBoxes) {
+    UnitCode alone = CodeWithoutTexts();
+    alone[pasted.place] = screen.Box(pasted.box).text();
+    const std::string fault = FaultIn(alone);
+    if (!fault.empty()) {
+      throw InputFault(pasted.name, alone[pasted.place], fault);
+    }
+  }
+}
+
+/// Settings that a row holds although they are switched off: a save clears them.
+struct IdleSettings {
+  bool dnd = false;
+  bool forwarding = false;
+  bool period = false;
+};
+
+bool IsOff(DirCodeDesk& desk, std::string_view box) {
+  return desk.screen().Check(box).state() != 1;
+}
+
+IdleSettings ReadIdle(DirCodeDesk& desk) {
+  ScreenModel& screen = desk.screen();
+  const auto chosen = [&](std::string_view list) {
+    return screen.List(list).selected() != ListModel::kNone;
+  };
+  const auto typed = [&](std::string_view box) { return !screen.Box(box).text().empty(); };
+  IdleSettings idle;
+  idle.dnd = IsOff(desk, "chkDND") && chosen("cboSchedules");
+  idle.forwarding = IsOff(desk, "chkCallForwarding") &&
+                    (chosen("cboSchedulesCF") || typed("txtPhoneNocf") || typed("txtExtnCF"));
+  idle.period = IsOff(desk, "chkActive") &&
+                (screen.Date("dtpStart").chosen() || screen.Date("dtpEnd").chosen());
+  return idle;
+}
+
+/// Those of the settings that are still switched off.
+std::vector<std::string> NamesOfCleared(DirCodeDesk& desk, const IdleSettings& idle) {
+  std::vector<std::string> names;
+  if (idle.dnd && IsOff(desk, "chkDND")) {
+    names.emplace_back("the do-not-disturb schedule");
+  }
+  if (idle.forwarding && IsOff(desk, "chkCallForwarding")) {
+    names.emplace_back("the call forwarding");
+  }
+  if (idle.period && IsOff(desk, "chkActive")) {
+    names.emplace_back("the active period");
+  }
+  return names;
+}
+
+/// A code that the list can only show rounded would be stored rounded by a save.
+void RequireWholeCode(DirCodeDesk& desk) {
+  const std::string shown = desk.codes().SelectedText();
+  const qorcred::Value stored = desk.StoredCode();
+  if (qorcred::NumericValue(stored) != qorcred::Val(shown)) {
+    throw InputFault(
+        field::kChoice, shown,
+        fmt::format("the directory code {} is shown as {{value}} and would be stored so: renumber "
+                    "it first",
+                    qorcred::TextOrEmpty(stored)));
+  }
+}
+
+}  // namespace
+
+void TickForNewCode(DirCodeDesk& desk) {
+  for (const std::string_view box : {"chkActive", "chkShowDisplayName", "chkShowDirCode"}) {
+    desk.screen().Check(box).SetState(1);
+  }
+}
+
+void EnterDirCode(DirCodeDesk& desk, const DirCodeEntry& entry) {
+  ScreenModel& screen = desk.screen();
+  TypeInto(screen.Box("txtPhoneNo"), field::kPhone, entry.phone);
+  TypeInto(screen.Box("txtExtn"), field::kExtension, entry.extension);
+  ChooseDelay(screen, "pvnTimeDelay", "txtExtn", field::kDelay, entry.delay);
+  EnterDoNotDisturb(screen, entry);
+  EnterForwarding(screen, entry);
+  EnterPeriod(screen, entry);
+  TypeInto(screen.Box("txtDisplayName"), field::kDisplayName, entry.displayName);
+  Tick(screen.Check("chkShowDisplayName"), entry.showName);
+  Tick(screen.Check("chkShowDirCode"), entry.showCode);
+  RequireStorable(screen);
+}
+
+std::vector<std::string> EnterDirCodeChange(DirCodeDesk& desk, const DirCodeEntry& entry) {
+  RequireWholeCode(desk);
+  const IdleSettings idle = ReadIdle(desk);
+  EnterDirCode(desk, entry);
+  return NamesOfCleared(desk, idle);
+}
+
+bool DirCodeEntry::IsEmpty() const {
+  const bool texts = phone || extension || delay || displayName;
+  const bool schedules = dnd || noDnd || noForwarding || forwardSchedule;
+  const bool forwarding = forwardPhone || forwardExtension || forwardDelay;
+  const bool period = from || to || active;
+  return !texts && !schedules && !forwarding && !period && !showName && !showCode;
+}
+
+}  // namespace qorhost

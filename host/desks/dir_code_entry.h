@@ -1,0 +1,68 @@
+// What an operator types into the directory-code screen.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qorhost {
+
+class DirCodeDesk;
+
+/// What the inputs are called in an InputFault.
+namespace dir_code_field {
+inline constexpr std::string_view kChoice = "directory code";  ///< which stored code is meant
+inline constexpr std::string_view kCode = "code";
+inline constexpr std::string_view kPhone = "phone";
+inline constexpr std::string_view kExtension = "extension";
+inline constexpr std::string_view kDelay = "delay";
+inline constexpr std::string_view kDnd = "do-not-disturb schedule";
+inline constexpr std::string_view kForwardPhone = "forward phone";
+inline constexpr std::string_view kForwardExtension = "forward extension";
+inline constexpr std::string_view kForwardSchedule = "forward schedule";
+inline constexpr std::string_view kForwardDelay = "forward delay";
+inline constexpr std::string_view kStart = "first day";
+inline constexpr std::string_view kEnd = "last day";
+inline constexpr std::string_view kActive = "active";
+inline constexpr std::string_view kDisplayName = "display name";
+}  // namespace dir_code_field
+
+/// What is typed into the screen or ticked on it; nothing given leaves a control as it is. Whether
+/// the texts are numbers and complete is the controller's to say.
+struct DirCodeEntry {
+  std::optional<std::string> phone;
+  std::optional<std::string> extension;
+  std::optional<std::string> delay;
+  std::optional<std::string> dnd;  ///< a schedule's id or name
+  bool noDnd = false;
+  std::optional<std::string> forwardPhone;
+  std::optional<std::string> forwardExtension;
+  std::optional<std::string> forwardSchedule;  ///< a schedule's id or name
+  std::optional<std::string> forwardDelay;
+  bool noForwarding = false;
+  std::optional<std::string> from;  ///< a date, or "none"
+  std::optional<std::string> to;
+  std::optional<bool> active;
+  std::optional<std::string> displayName;
+  std::optional<bool> showName;
+  std::optional<bool> showCode;
+
+  /// Whether it leaves every control as it is.
+  [[nodiscard]] bool IsEmpty() const;
+};
+
+/// Ticks what a new code has unless the entry says otherwise: active, name and code shown.
+void TickForNewCode(DirCodeDesk& desk);
+
+/// Sets the screen's controls as `entry` says; the others stay. Raises InputFault for what cannot
+/// be typed or chosen, and for texts that the store's statements cannot take.
+void EnterDirCode(DirCodeDesk& desk, const DirCodeEntry& entry);
+
+/// The same into the stored code that the screen shows. Gives the settings, named for people, that
+/// a save will clear because they are switched off. Raises InputFault also for a code that the list
+/// can only show rounded: a save would store it so.
+[[nodiscard]] std::vector<std::string> EnterDirCodeChange(DirCodeDesk& desk,
+                                                          const DirCodeEntry& entry);
+
+}  // namespace qorhost

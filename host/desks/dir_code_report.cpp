@@ -1,0 +1,217 @@
+#include "host/desks/dir_code_report.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "frame/convert.h"
+#include "frame/data_services.h"
+#include "frame/schedules.h"
+#include "host/desks/input_fault.h"
+#include "host/store/rows.h"
+#include "reports/dir_code_fragments.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::TableView;
+using qorcred::Value;
+using qorcred::ValueType;
+
+// The report only compares it and has no name for it.
+constexpr std::int32_t kShowDirectoryCode = 67;
+
+constexpr std::array<std::string_view, 2> kScheduleCaptions{"DND Schedule", "CF Schedule"};
+
+FieldKind KindOf(std::int32_t rid) {
+  namespace field = qorcred::report_field;
+  switch (rid) {
+    case field::kDirectoryCode:
+    case field::kTimeDelay:
+      return FieldKind::kNumber;
+    case field::kPhoneNumber:
+    case field::kExtension:
+    case field::kDndSchedule:
+    case field::kCfSchedule:
+    case field::kCfPhoneNumber:
+    case field::kCfExtension:
+    case field::kCfTimeDelay:  // compared as a text but for (un)equal
+    case field::kDisplayName:
+      return FieldKind::kText;
+    case field::kIsDndChecked:
+    case field::kIsCfChecked:
+    case field::kActive:
+      return FieldKind::kYesNo;
+    case field::kStartDate:
+    case field::kEndDate:
+      return FieldKind::kDate;
+    case field::kShowDisplayName:
+    case kShowDirectoryCode:
+      return FieldKind::kYesNoText;
+    default:
+      return FieldKind::kOther;
+  }
+}
+
+std::vector<ReportField> FieldsIn(const ListModel& list) {
+  std::vector<ReportField> fields;
+  for (std::int32_t index = 0; index < list.count(); ++index) {
+    fields.push_back({list.Text(index), KindOf(list.ItemData(index))});
+  }
+  return fields;
+}
+
+/// A cell as the grid shows it; a number that is not translated stays one.
+Value ShownCell(const Value& cell, const GridValueItems* items) {
+  if (items != nullptr) {
+    if (const std::string* text = items->Translation(cell)) {
+      return *text;
+    }
+  }
+  return cell.Is(ValueType::kBoolean) ? Value(qorcred::TextOrEmpty(cell)) : cell;
+}
+
+/// One column of the output: of the result and, where the grid shows it, of the grid.
+struct OutputColumn {
+  std::string title;
+  std::int32_t index = 0;
+  const GridValueItems* items = nullptr;
+};
+
+Table MakeTable(const std::vector<OutputColumn>& columns, const qorcred::ObjectRef& bound) {
+  Table table;
+  for (const OutputColumn& column : columns) {
+    table.columns.push_back({column.title, column.title});
+  }
+  if (bound == nullptr) {
+    return table;
+  }
+  const TableView rows(bound);
+  const std::int32_t lastColumn = rows.UpperColumn();
+  for (const std::int32_t row : RowNumbersOf(rows)) {
+    std::vector<Value> cells;
+    cells.reserve(columns.size());
+    for (const OutputColumn& column : columns) {
+      cells.push_back(column.index <= lastColumn
+                          ? ShownCell(rows.Cell(row, column.index), column.items)
+                          : Value(qorcred::Null{}));
+    }
+    table.rows.push_back(std::move(cells));
+  }
+  return table;
+}
+
+}  // namespace
+
+std::string ReportTitle(DeskSession& session, std::int32_t unitKey) {
+  qorcred::clsDirCodeReport lookups(session.host());
+  const std::string name = lookups.pbGetUnitName(session.connection(), unitKey);
+  return name.empty() ? fmt::format("Unit {}", unitKey) : name;
+}
+
+DirCodeReport::DirCodeReport(DeskSession& session, std::int32_t unitKey)
+    : session_(session),
+      unitKey_(unitKey),
+      filter_(session, kMostConditions),
+      controller_(session.host()) {
+  const OperationRecord opening(session_);
+  controller_.set_gfrmTxFilter(filter_.visible());
+  controller_.set_mlngUnitKey(unitKey);
+  controller_.pbPopulateArrOperators();
+  controller_.pbComboData(session_.connection());
+  opening.RequireNoFailure("open the report");
+}
+
+std::vector<std::string> DirCodeReport::Narrow(const std::vector<std::string>& conditions) {
+  if (conditions.size() > kMostConditions) {
+    throw InputFault(report_input::kCondition, "",
+                     fmt::format("the report takes at most {} conditions, not {}", kMostConditions,
+                                 conditions.size()));
+  }
+  const std::vector<ReportField> fields = FieldsIn(filter_.Fields(0));
+  std::vector<std::string> notes;
+  for (std::size_t row = 0; row < conditions.size(); ++row) {
+    const ReportCondition condition = ReadCondition(conditions[row], fields);
+    const ReportField& field = fields[static_cast<std::size_t>(condition.field)];
+    filter_.Enter(row, condition, field.kind);
+    if (field.kind == FieldKind::kNumber && !condition.second.empty()) {
+      notes.push_back(
+          fmt::format("a range of numbers does not narrow this report: say '{0} >= {1}' and '{0} "
+                      "<= {2}' instead of '{3}'",
+                      field.name, condition.first, condition.second, conditions[row]));
+    }
+  }
+  return notes;
+}
+
+ComposedReport DirCodeReport::Compose() {
+  ComposedReport composed;
+  OperationRecord composing(session_);
+  composed.statement = controller_.pbGenSql(session_.connection(), unitKey_);
+  static_cast<Outcome&>(composed) = composing.End(true);
+  return composed;
+}
+
+Outcome DirCodeReport::Show(const std::string& statement) {
+  OperationRecord showing(session_);
+  qorcred::ObjectRef visible = session_.Visible("objGrid", grid_);
+  qorcred::ObjectRef layout;
+  controller_.pvDirCodeReportResult(unitKey_, session_.connection(), visible, statement, layout);
+
+  for (std::size_t index = 0; index < grid_->columns().size(); ++index) {
+    const GridColumnModel& column = grid_->columns().at(index);
+    if (std::find(kScheduleCaptions.begin(), kScheduleCaptions.end(), column.caption()) !=
+        kScheduleCaptions.end()) {
+      for (const qorcred::FixedSchedule& fixed : {qorcred::kNoAccess, qorcred::kFullAccess}) {
+        column.items().Add(fixed.id, fixed.name);
+      }
+    }
+  }
+  return showing.End(true);
+}
+
+Table DirCodeReport::Visible() const {
+  std::vector<OutputColumn> columns;
+  for (std::size_t index = 0; index < grid_->columns().size(); ++index) {
+    const GridColumnModel& column = grid_->columns().at(index);
+    if (column.visible()) {
+      columns.push_back({column.caption(), static_cast<std::int32_t>(index), &column.items()});
+    }
+  }
+  return MakeTable(columns, grid_->bound());
+}
+
+Table DirCodeReport::Complete() const {
+  const std::vector<std::string> names = ColumnNames();
+  std::vector<OutputColumn> columns;
+  for (std::size_t index = 0; index < names.size(); ++index) {
+    // The grid's columns and the result's match by position; one that the store's owner moved is
+    // shown as it is stored.
+    const bool inGrid =
+        index < grid_->columns().size() && grid_->columns().at(index).caption() == names[index];
+    columns.push_back({names[index], static_cast<std::int32_t>(index),
+                       inGrid ? &grid_->columns().at(index).items() : nullptr});
+  }
+  return MakeTable(columns, grid_->bound());
+}
+
+std::vector<std::string> DirCodeReport::ColumnNames() const {
+  const QueryResult fields = session_.sql().Select(
+      "SELECT FieldNameDisplay FROM TenantSelectionFields WHERE FieldName LIKE 'DirectoryCode._%' "
+      "ORDER BY DisplaySeq");
+  std::vector<std::string> names;
+  for (const ResultRow row : fields.rows()) {
+    names.push_back(qorcred::TextOrEmpty(row[0]));
+  }
+  if (names.empty()) {
+    for (std::size_t index = 0; index < grid_->columns().size(); ++index) {
+      names.push_back(grid_->columns().at(index).caption());
+    }
+  }
+  return names;
+}
+
+}  // namespace qorhost

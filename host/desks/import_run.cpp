@@ -1,0 +1,150 @@
+#include "host/desks/import_run.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <utility>
+
+#include "frame/text.h"
+#include "host/desks/desk_error.h"
+
+namespace qorhost {
+
+namespace {
+
+/// A message without the middle when a huge cell stands there.
+std::string Shortened(std::string text) {
+  constexpr std::size_t kPart = 200;
+  if (qorcred::Utf16Length(text) <= 2 * kPart) {
+    return text;
+  }
+  return std::string(qorcred::LeftUtf16(text, kPart)) + " ... " +
+         std::string(qorcred::RightUtf16(text, kPart));
+}
+
+}  // namespace
+
+ImportRun::ImportRun(DeskSession& session, const ImportRules& rules,
+                     std::span<const FieldWord> columns)
+    : session_(session), rules_(rules), columns_(columns) {
+  session_.AnswerUnseen(rules.answerYes);
+}
+
+ImportReport ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
+                            const Progress& progress) {
+  report_.dryRun = rules_.dryRun;
+  SqlSession& sql = session_.sql();
+  // Every save asks how many codes the unit has.
+  const std::unique_ptr<KeptCounts> counts = sql.units().KeepCounts();
+  Undoable all(sql.outerTransaction());
+  counts->Follow(unitKey);
+  try {
+    EnterAll(file, enter, progress);
+  } catch (const CancelledError&) {
+    all.Undo();
+    ImportReport cancelled;
+    cancelled.ending = Ending::kCancelled;
+    return cancelled;
+  }
+  if (rules_.dryRun) {
+    all.Undo();
+  } else {
+    all.Keep();
+  }
+  report_.ending = failed_                ? Ending::kFailed
+                   : report_.refused == 0 ? Ending::kDone
+                                          : Ending::kRefused;
+  return std::move(report_);
+}
+
+void ImportRun::EnterAll(ImportFile& file, const LineEntry& enter, const Progress& progress) {
+  const auto total = static_cast<std::int64_t>(file.lineCount());
+  ImportLine line;
+  for (std::int64_t entered = 0;; ++entered) {
+    if (progress && !progress(entered, total)) {
+      throw CancelledError();
+    }
+    if (!file.Next(line)) {
+      return;
+    }
+    EnterLine(line, enter);
+  }
+}
+
+void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
+  messages_.clear();
+  failures_.clear();
+  if (!line.fault().empty()) {
+    messages_.push_back(line.fault());
+    Refuse(line.number());
+    return;
+  }
+  SqlSession& sql = session_.sql();
+  ImportNotes notes;
+  {
+    Undoable one(sql.savepoint());
+    if (TryLine(line, enter, notes)) {
+      one.Keep();
+      ++report_.done;
+      for (const std::string& note : notes) {
+        Remember(line.number(), false, note);
+      }
+      return;
+    }
+    one.Undo();
+  }
+  if (!sql.inTransaction()) {
+    throw FailureError(fmt::format("line {}: {}; the store gave up there and nothing was imported",
+                                   line.number(),
+                                   failures_.empty() ? "not stored" : failures_.front()));
+  }
+  Refuse(line.number());
+}
+
+bool ImportRun::TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes) {
+  try {
+    const Outcome outcome = enter(line, notes);
+    TakeMessages(outcome);
+    return outcome.done();
+  } catch (const InputFault& fault) {
+    messages_.push_back(InWords(fault, columns_));
+  } catch (const RefusedError& error) {
+    messages_.emplace_back(error.what());
+  } catch (const FailureError& error) {
+    failures_.emplace_back(error.what());
+  }
+  return false;
+}
+
+void ImportRun::TakeMessages(const Outcome& outcome) {
+  for (const ShownMessage& message : outcome.messages) {
+    if (message.style != qorcred::MessageStyle::kQuestion) {
+      messages_.push_back(message.text);
+    } else if (message.answer == qorcred::MessageButton::kNo) {
+      messages_.push_back(fmt::format("{} ({})", message.text, rules_.answeredNo));
+    }
+  }
+  failures_ = outcome.failures;
+}
+
+void ImportRun::Refuse(std::size_t line) {
+  ++report_.refused;
+  for (const std::string& failure : failures_) {
+    failed_ = true;
+    messages_.push_back(failure);
+  }
+  if (messages_.empty()) {
+    messages_.emplace_back("it was not stored");
+  }
+  Remember(line, true, fmt::format("{}", fmt::join(messages_, " ")));
+}
+
+void ImportRun::Remember(std::size_t line, bool refused, const std::string& text) {
+  const auto [place, isNew] = placeOfText_.emplace(Shortened(text), report_.texts.size());
+  if (isNew) {
+    report_.texts.push_back(place->first);
+  }
+  report_.remarks.push_back({line, refused, place->second});
+}
+
+}  // namespace qorhost

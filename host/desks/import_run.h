@@ -1,0 +1,88 @@
+// Entering the lines of a file into a screen, one after the other.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host/desks/input_fault.h"
+#include "host/desks/outcome.h"
+#include "host/desks/progress.h"
+#include "host/desks/session.h"
+#include "host/files/import_file.h"
+
+namespace qorhost {
+
+/// How an import is done.
+struct ImportRules {
+  bool dryRun = false;     ///< does all of it, then undoes it
+  bool answerYes = false;  ///< how every question is answered
+  /// What is told, in brackets, behind a question that was answered No.
+  std::string answeredNo = "answered No";
+};
+
+/// What a person is told of one line.
+struct LineRemark {
+  std::size_t line = 0;
+  bool refused = false;  ///< else the line was imported without a part of it
+  std::size_t text = 0;  ///< in the report's texts
+};
+
+/// What an import came to. Refused when a line was, failed when a statement of one failed; nothing
+/// is kept of a cancelled one.
+struct ImportReport {
+  Ending ending = Ending::kDone;
+  bool dryRun = false;
+  std::size_t done = 0;             ///< lines that are stored now, or would be
+  std::size_t refused = 0;          ///< lines of which nothing is stored
+  std::vector<LineRemark> remarks;  ///< by line
+  std::vector<std::string> texts;   ///< many lines of a file are refused alike
+
+  [[nodiscard]] const std::string& TextOf(const LineRemark& remark) const {
+    return texts[remark.text];
+  }
+};
+
+/// What one line came to besides its rows: what was left out of it, for people.
+using ImportNotes = std::vector<std::string>;
+
+/// Enters one line into the screen and saves it. Raises InputFault for what cannot be typed into
+/// the screen.
+using LineEntry = std::function<Outcome(const ImportLine& line, ImportNotes& notes)>;
+
+/// Enters every line in one transaction of the store, in which a refused line leaves nothing
+/// behind. A dry run undoes the transaction at the end. Raises FailureError, with nothing imported,
+/// when the store gives up.
+class ImportRun {
+ public:
+  /// `columns` are what the file calls the screen's inputs.
+  ImportRun(DeskSession& session, const ImportRules& rules, std::span<const FieldWord> columns);
+
+  /// Into the unit `unitKey`, whose screen `enter` works on.
+  [[nodiscard]] ImportReport Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
+                                 const Progress& progress);
+
+ private:
+  void EnterAll(ImportFile& file, const LineEntry& enter, const Progress& progress);
+  void EnterLine(const ImportLine& line, const LineEntry& enter);
+  bool TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes);
+  void TakeMessages(const Outcome& outcome);
+  void Refuse(std::size_t line);
+  void Remember(std::size_t line, bool refused, const std::string& text);
+
+  DeskSession& session_;
+  const ImportRules& rules_;
+  std::span<const FieldWord> columns_;
+  std::vector<std::string> messages_;  // about the line
+  std::vector<std::string> failures_;  // of the line
+  ImportReport report_;
+  std::unordered_map<std::string, std::size_t> placeOfText_;
+  bool failed_ = false;
+};
+
+}  // namespace qorhost

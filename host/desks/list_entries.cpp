@@ -1,0 +1,89 @@
+#include "host/desks/list_entries.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "frame/text.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/whole_number.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Trim;
+
+std::vector<std::int32_t> EntriesWithText(const ListModel& list, std::string_view text) {
+  std::vector<std::int32_t> found;
+  for (std::int32_t index = 0; index < list.count(); ++index) {
+    if (qorcred::CompareIgnoringCase(Trim(list.Text(index)), text) == 0) {
+      found.push_back(index);
+    }
+  }
+  return found;
+}
+
+/// "12, 57, 90", at most ten of them.
+std::string NumbersOf(const ListModel& list, const std::vector<std::int32_t>& entries) {
+  constexpr std::size_t kMost = 10;
+  std::string numbers;
+  for (std::size_t at = 0; at < std::min(entries.size(), kMost); ++at) {
+    numbers += (at == 0 ? "" : ", ") + std::to_string(list.ItemData(entries[at]));
+  }
+  return entries.size() > kMost ? numbers + ", ..." : numbers;
+}
+
+}  // namespace
+
+std::int32_t FindEntry(const ListModel& list, std::string_view field, std::string_view given,
+                       std::string_view kind, std::int32_t placeholders) {
+  const std::string_view wanted = Trim(given);
+  if (const auto number = WholeNumber(wanted)) {
+    for (std::int32_t index = placeholders; index < list.count(); ++index) {
+      if (list.ItemData(index) == *number) {
+        return index;
+      }
+    }
+  }
+  const std::vector<std::int32_t> entries = EntriesWithText(list, wanted);
+  if (entries.empty()) {
+    throw InputFault(
+        field, wanted,
+        fmt::format("{{field}}: there is no {} '{{value}}' on the screen of this unit", kind));
+  }
+  if (entries.size() > 1) {
+    throw InputFault(
+        field, wanted,
+        fmt::format("{{field}}: {} {}s are called '{{value}}': give the id instead ({})",
+                    entries.size(), kind, NumbersOf(list, entries)));
+  }
+  return entries.front();
+}
+
+std::int32_t FindDoor(const ListModel& doors, std::string_view field, std::string_view given) {
+  const std::string_view wanted = Trim(given);
+  if (qorcred::CompareIgnoringCase(wanted, "none") == 0) {
+    return 0;
+  }
+  const auto number = WholeNumber(wanted);
+  if (number && *number >= 0 && *number < doors.count()) {
+    return *number;
+  }
+  const std::vector<std::int32_t> entries = EntriesWithText(doors, wanted);
+  if (entries.empty()) {
+    throw InputFault(field, wanted, "{field}: this unit has no door '{value}'",
+                     InputFault::Kind::kSeeList);
+  }
+  if (entries.size() > 1) {
+    throw InputFault(
+        field, wanted,
+        fmt::format("{{field}}: {} doors are called '{{value}}': give the door's number instead",
+                    entries.size()));
+  }
+  return entries.front();
+}
+
+}  // namespace qorhost

@@ -1,0 +1,23 @@
+// Finding the entry of a list that a person means.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "host/screens/list_model.h"
+
+namespace qorhost {
+
+/// The index of the entry that `given` names: by its attached number or by its text, letter case
+/// and blanks around not counting. The first `placeholders` entries stand for no row and are found
+/// by text alone. `kind` ("tenant", "schedule") is for the messages. Raises InputFault when no
+/// entry or more than one has the text.
+[[nodiscard]] std::int32_t FindEntry(const ListModel& list, std::string_view field,
+                                     std::string_view given, std::string_view kind,
+                                     std::int32_t placeholders);
+
+/// The entry of a door list: by position from 1 or by name; 0 or "none" is the entry for no door.
+[[nodiscard]] std::int32_t FindDoor(const ListModel& doors, std::string_view field,
+                                    std::string_view given);
+
+}  // namespace qorhost

@@ -1,0 +1,198 @@
+#include "host/desks/merge_plan.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <unordered_map>
+
+#include "dircodes/row_state.h"
+#include "frame/convert.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Null;
+using qorcred::Value;
+using qorcred::unit_place::Place;
+
+struct FieldName {
+  Place place;
+  std::string_view name;
+};
+
+/// What a merge compares; the time of a date goes by the date's name.
+constexpr std::array kCompared{FieldName{Place::kCode, "code"},
+                               FieldName{Place::kPhone, "phone"},
+                               FieldName{Place::kExtension, "extension"},
+                               FieldName{Place::kTimeDelay, "delay"},
+                               FieldName{Place::kIsDndChecked, "do not disturb"},
+                               FieldName{Place::kDndSchedule, "do-not-disturb schedule"},
+                               FieldName{Place::kIsCfChecked, "call forwarding"},
+                               FieldName{Place::kCfSchedule, "call-forward schedule"},
+                               FieldName{Place::kCfPhone, "call-forward phone"},
+                               FieldName{Place::kCfExtension, "call-forward extension"},
+                               FieldName{Place::kCfTimeDelay, "call-forward delay"},
+                               FieldName{Place::kActive, "active"},
+                               FieldName{Place::kStartDateUsed, "start used"},
+                               FieldName{Place::kStartDate, "start date"},
+                               FieldName{Place::kStartTime, "start time"},
+                               FieldName{Place::kEndDateUsed, "end used"},
+                               FieldName{Place::kEndDate, "end date"},
+                               FieldName{Place::kEndTime, "end time"},
+                               FieldName{Place::kDisplayName, "display name"},
+                               FieldName{Place::kDisplayMode, "display mode"}};
+
+void Append(std::string& list, std::string_view part) {
+  list += list.empty() ? "" : ", ";
+  list += part;
+}
+
+/// The names of what differs; empty when nothing does.
+std::string Differences(const UnitCode& unit, const StoredCode& stored, bool withDisplay) {
+  if (!stored.obstacle.empty()) {
+    return "the row: " + stored.obstacle;
+  }
+  std::string names;
+  for (const FieldName& field : kCompared) {
+    const bool counts = withDisplay || field.place != Place::kDisplayMode;
+    if (counts && unit[field.place] != stored.code[field.place]) {
+      Append(names, field.name);
+    }
+  }
+  return names;
+}
+
+/// What goes with a row that is deleted.
+std::string Losses(const StoredCode& stored) {
+  std::string losses;
+  if (stored.state == qorcred::row_state::kNotSent) {
+    Append(losses, "never sent to the unit");
+  } else if (stored.state == qorcred::row_state::kChanged) {
+    Append(losses, "its last change was not sent");
+  }
+  if (!stored.tenants.empty()) {
+    Append(losses, fmt::format("taken from {}", fmt::join(stored.tenants, ", ")));
+  }
+  return losses;
+}
+
+constexpr std::size_t kNoMatch = static_cast<std::size_t>(-1);
+
+/// For each code of the unit the row that it is matched with, or kNoMatch.
+class Matches {
+ public:
+  Matches(const std::vector<UnitCode>& unit, const std::vector<StoredCode>& stored)
+      : ofUnit_(unit.size(), kNoMatch), taken_(stored.size(), false) {
+    Match(unit, stored, [](const StoredCode& row) { return std::optional(row.number); });
+    Match(unit, stored, [](const StoredCode& row) { return row.previous; });
+  }
+
+  [[nodiscard]] std::size_t OfUnit(std::size_t code) const { return ofUnit_[code]; }
+  [[nodiscard]] bool IsTaken(std::size_t row) const { return taken_[row]; }
+
+ private:
+  template <typename NumberOfRow>
+  void Match(const std::vector<UnitCode>& unit, const std::vector<StoredCode>& stored,
+             NumberOfRow numberOfRow) {
+    std::unordered_map<double, std::size_t> rows;
+    rows.reserve(stored.size());
+    for (std::size_t row = 0; row < stored.size(); ++row) {
+      const std::optional<double> number = numberOfRow(stored[row]);
+      if (number && !taken_[row]) {
+        rows.emplace(*number, row);
+      }
+    }
+    for (std::size_t code = 0; code < unit.size(); ++code) {
+      if (ofUnit_[code] != kNoMatch) {
+        continue;
+      }
+      const auto found = rows.find(static_cast<double>(NumberOf(unit[code])));
+      if (found != rows.end() && !taken_[found->second]) {
+        ofUnit_[code] = found->second;
+        taken_[found->second] = true;
+      }
+    }
+  }
+
+  std::vector<std::size_t> ofUnit_;
+  std::vector<bool> taken_;
+};
+
+std::string_view ActionWord(MergeAction action) {
+  switch (action) {
+    case MergeAction::kInsert:
+      return "insert";
+    case MergeAction::kUpdate:
+      return "update";
+    case MergeAction::kDelete:
+      break;
+  }
+  return "delete";
+}
+
+}  // namespace
+
+std::size_t MergePlan::Count(MergeAction action) const {
+  return static_cast<std::size_t>(
+      std::count_if(steps.begin(), steps.end(),
+                    [action](const MergeStep& step) { return step.action == action; }));
+}
+
+MergePlan PlanMerge(const std::vector<UnitCode>& unit, const std::vector<StoredCode>& stored,
+                    const MergeRules& rules) {
+  const Matches matches(unit, stored);
+  MergePlan plan;
+  for (std::size_t row = 0; row < stored.size(); ++row) {
+    if (matches.IsTaken(row)) {
+      continue;
+    }
+    if (rules.withDeletions) {
+      plan.steps.push_back({MergeAction::kDelete, kNoMatch, row, Losses(stored[row])});
+    } else {
+      ++plan.kept;
+    }
+  }
+  std::vector<MergeStep> inserts;
+  for (std::size_t code = 0; code < unit.size(); ++code) {
+    const std::size_t row = matches.OfUnit(code);
+    if (row == kNoMatch) {
+      inserts.push_back({MergeAction::kInsert, code, kNoMatch, ""});
+      continue;
+    }
+    std::string differences = Differences(unit[code], stored[row], rules.withDisplay);
+    if (differences.empty()) {
+      ++plan.unchanged;
+    } else {
+      plan.steps.push_back({MergeAction::kUpdate, code, row, std::move(differences)});
+    }
+  }
+  plan.steps.insert(plan.steps.end(), std::make_move_iterator(inserts.begin()),
+                    std::make_move_iterator(inserts.end()));
+  return plan;
+}
+
+Table PlanTable(const MergePlan& plan, const std::vector<UnitCode>& unit,
+                const std::vector<StoredCode>& stored) {
+  Table table;
+  table.columns = {{"Action", "action"},
+                   {"Code", "code"},
+                   {"RID", "rid"},
+                   {"Code in store", "stored_code"},
+                   {"What", "what"}};
+  for (const MergeStep& step : plan.steps) {
+    const bool inUnit = step.action != MergeAction::kDelete;
+    const bool inStore = step.action != MergeAction::kInsert;
+    table.rows.push_back({ActionWord(step.action),
+                          inUnit ? Value(static_cast<double>(NumberOf(unit[step.unitCode])))
+                                 : Value(stored[step.stored].number),
+                          inStore ? Value(stored[step.stored].rid) : Value(Null{}),
+                          inStore ? Value(stored[step.stored].number) : Value(Null{}),
+                          step.what.empty() ? Value(Null{}) : Value(step.what)});
+  }
+  return table;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,39 @@
+// What came of an operation at a desk.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "frame/host.h"
+
+namespace qorhost {
+
+enum class Ending : std::uint8_t {
+  kDone,
+  kRefused,    ///< a controller said no, or something on the way
+  kFailed,     ///< a statement failed, or something was trapped
+  kStale,      ///< nothing was changed, because someone else had changed the row meanwhile
+  kCancelled,  ///< the progress handler stopped it; nothing of it is kept
+};
+
+/// A message that a controller showed, and the button that closed it.
+struct ShownMessage {
+  std::string text;
+  qorcred::MessageStyle style = qorcred::MessageStyle::kNotice;
+  qorcred::MessageButton answer = qorcred::MessageButton::kOk;
+};
+
+/// Operations that have more to tell derive their facts from it. All texts are as they came.
+struct Outcome {
+  Ending ending = Ending::kDone;
+  /// What the controller's operation returned: some return True although they refused, with a
+  /// message alone, or although a statement of theirs failed.
+  bool returned = false;
+  std::vector<ShownMessage> messages;  ///< in their order
+  std::vector<std::string> failures;   ///< failed statements and trapped failures, in their order
+
+  [[nodiscard]] bool done() const { return ending == Ending::kDone; }
+};
+
+}  // namespace qorhost

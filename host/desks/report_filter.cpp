@@ -1,0 +1,86 @@
+#include "host/desks/report_filter.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "frame/runtime_error.h"
+#include "frame/text.h"
+#include "host/desks/credential_types.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/typed_input.h"
+
+namespace qorhost {
+
+namespace {
+
+void ChooseType(ListModel& types, std::string_view given) {
+  const CredentialTypeWords* found = FindCredentialType(given);
+  if (found == nullptr) {
+    std::string names;
+    for (const CredentialTypeWords& known : CredentialTypes()) {
+      names += fmt::format("{}{} ({})", names.empty() ? "" : ", ", known.reportName, known.word);
+    }
+    throw InputFault(report_input::kCondition, given,
+                     "{field}: '{value}' is no credential type: " + names);
+  }
+  types.Clear();
+  for (const CredentialTypeWords& known : CredentialTypes()) {
+    types.AddItemWithData(std::string(known.reportName), known.type);
+  }
+  types.Select(found->type);
+}
+
+void ChooseDay(PickerModel& picker, const std::string& given) {
+  try {
+    picker.Choose(ReadDate(report_input::kCondition, given).date);
+  } catch (const qorcred::RuntimeError&) {
+    throw InputFault(report_input::kCondition, given,
+                     "{field}: '{value}' lies outside the years that the screen offers");
+  }
+}
+
+}  // namespace
+
+ReportFilter::ReportFilter(DeskSession& session, std::size_t conditions)
+    : rows_(std::max(conditions, kFewestFilterRows)),
+      screen_(MakeReportFilterScreen(rows_, session.Today())),
+      visible_(session.Visible(screen_)) {}
+
+void ReportFilter::Enter(std::size_t row, const ReportCondition& condition, FieldKind kind) {
+  Fields(row).Select(condition.field);
+  auto& operators = At<ListModel>("cboFilter", row);
+  for (const ReportOperator& known : OperatorsFor(kind)) {
+    operators.AddItem(std::string(known.word));
+  }
+  operators.Select(condition.operation);
+
+  switch (kind) {
+    case FieldKind::kDate:
+      ChooseDay(At<PickerModel>("dtpDateFrom", row), condition.first);
+      if (!condition.second.empty()) {
+        ChooseDay(At<PickerModel>("dtpDateTo", row), condition.second);
+      }
+      return;
+    case FieldKind::kYesNo:
+      At<CheckModel>("chkBoolean", row).SetState(ReadYesNo(condition.first) ? 1 : 0);
+      return;
+    case FieldKind::kYesNoText:
+      At<TextModel>("txtFrom", row).SetText(ReadYesNo(condition.first) ? "Yes" : "No");
+      return;
+    case FieldKind::kCredentialType:
+      ChooseType(At<ListModel>("cboType", row), condition.first);
+      return;
+    case FieldKind::kText:
+    case FieldKind::kNumber:
+    case FieldKind::kOther:
+      At<TextModel>("txtFrom", row).SetText(TypedText(report_input::kCondition, condition.first));
+      At<TextModel>("txtTo", row).SetText(TypedText(report_input::kCondition, condition.second));
+      return;
+  }
+}
+
+}  // namespace qorhost

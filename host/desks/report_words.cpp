@@ -1,0 +1,203 @@
+#include "host/desks/report_words.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+
+#include "frame/text.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/typed_input.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::CompareIgnoringCase;
+using qorcred::Trim;
+
+constexpr std::array kTextOperators{
+    ReportOperator{"equal", "="},      ReportOperator{"does not equal", "<>"},
+    ReportOperator{"begins with", ""}, ReportOperator{"does not begin with", ""},
+    ReportOperator{"ends with", ""},   ReportOperator{"does not end with", ""},
+    ReportOperator{"contains", ""},    ReportOperator{"does not contain", ""}};
+
+constexpr std::array kNumberOperators{
+    ReportOperator{"equal", "="},        ReportOperator{"does not equal", "<>"},
+    ReportOperator{"greater than", ">"}, ReportOperator{"greater than or equal", ">="},
+    ReportOperator{"less than", "<"},    ReportOperator{"less than or equal", "<="},
+    ReportOperator{"between", ""},       ReportOperator{"not between", ""}};
+
+constexpr std::size_t kComparisons = 2;  // "equal" and "does not equal"
+
+bool StartsWith(std::string_view text, std::string_view start) {
+  return text.size() >= start.size() &&
+         CompareIgnoringCase(text.substr(0, start.size()), start) == 0;
+}
+
+bool IsSymbolCharacter(char character) {
+  return character == '=' || character == '<' || character == '>';
+}
+
+/// Whether a word that is `size` long ends there.
+bool EndsWord(std::string_view text, std::size_t size) {
+  return text.size() == size || text[size] == ' ' || IsSymbolCharacter(text[size]);
+}
+
+std::string Listed(const std::vector<std::string>& words) {
+  std::string list;
+  for (const std::string& word : words) {
+    list += (list.empty() ? "" : ", ") + word;
+  }
+  return list;
+}
+
+std::int32_t FindField(std::string_view where, const std::vector<ReportField>& fields) {
+  if (fields.empty()) {
+    throw InputFault(report_input::kCondition, where,
+                     "{field} '{value}': the store has no fields to narrow this report by: "
+                     "TenantSelectionFields is empty");
+  }
+  std::optional<std::size_t> found;
+  for (std::size_t at = 0; at < fields.size(); ++at) {
+    const std::string& name = fields[at].name;
+    if (!name.empty() && StartsWith(where, name) && EndsWord(where, name.size()) &&
+        (!found || name.size() > fields[*found].name.size())) {
+      found = at;
+    }
+  }
+  if (!found) {
+    std::vector<std::string> names;
+    for (const ReportField& field : fields) {
+      names.push_back(field.name);
+    }
+    throw InputFault(report_input::kCondition, where,
+                     fmt::format("{{field}} '{{value}}' begins with no field of this report: {}",
+                                 Listed(names)));
+  }
+  return static_cast<std::int32_t>(*found);
+}
+
+/// An operator at the start of a text: its place and how many characters name it.
+struct FoundOperator {
+  std::int32_t place = 0;
+  std::size_t size = 0;
+};
+
+FoundOperator FindOperator(std::string_view rest, const ReportField& field,
+                           std::string_view where) {
+  const std::span<const ReportOperator> operators = OperatorsFor(field.kind);
+  FoundOperator found;
+  for (std::size_t at = 0; at < operators.size(); ++at) {
+    const auto& [word, symbol] = operators[at];
+    // A value may follow a symbol directly, but "<" is not the start of "<=".
+    const bool bySymbol = !symbol.empty() && StartsWith(rest, symbol);
+    const bool byWord =
+        StartsWith(rest, word) && (rest.size() == word.size() || rest[word.size()] == ' ');
+    const std::size_t size = bySymbol ? symbol.size() : byWord ? word.size() : 0;
+    if (size > found.size) {
+      found = {static_cast<std::int32_t>(at), size};
+    }
+  }
+  const bool cutShort = found.size < rest.size() && found.size > 0 &&
+                        IsSymbolCharacter(rest[found.size - 1]) &&
+                        IsSymbolCharacter(rest[found.size]);
+  if (found.size == 0 || cutShort) {
+    std::vector<std::string> names;
+    for (const ReportOperator& known : operators) {
+      names.push_back(known.symbol.empty() ? std::string(known.word)
+                                           : fmt::format("{} ({})", known.word, known.symbol));
+    }
+    throw InputFault(report_input::kCondition, where,
+                     fmt::format("{{field}} '{{value}}' has no operator that goes with '{}': {}",
+                                 field.name, Listed(names)));
+  }
+  return found;
+}
+
+/// Splits at the first " AND ".
+void SplitRange(std::string_view values, std::string_view where, ReportCondition& condition) {
+  constexpr std::string_view kAnd = " and ";
+  for (std::size_t at = 0; at + kAnd.size() <= values.size(); ++at) {
+    if (StartsWith(values.substr(at), kAnd)) {
+      condition.first = Trim(values.substr(0, at));
+      condition.second = Trim(values.substr(at + kAnd.size()));
+      break;
+    }
+  }
+  if (condition.first.empty() || condition.second.empty()) {
+    throw InputFault(report_input::kCondition, where,
+                     "{field} '{value}' needs two values, as in '... between 5 AND 9'");
+  }
+}
+
+void CheckDate(std::string_view given) {
+  if (ReadDate(report_input::kCondition, given).hasTime) {
+    throw InputFault(report_input::kCondition, given,
+                     "{field} '{value}': the report compares whole days, leave the time out");
+  }
+}
+
+}  // namespace
+
+std::span<const ReportOperator> OperatorsFor(FieldKind kind) {
+  switch (kind) {
+    case FieldKind::kText:
+      return kTextOperators;
+    case FieldKind::kNumber:
+    case FieldKind::kDate:
+      return kNumberOperators;
+    case FieldKind::kYesNo:
+    case FieldKind::kYesNoText:
+    case FieldKind::kOther:
+      return std::span(kTextOperators).first(kComparisons);
+    case FieldKind::kCredentialType:
+      return std::span(kTextOperators).first(1);
+  }
+  return {};
+}
+
+bool ReadYesNo(std::string_view given) {
+  for (const std::string_view yes : {"yes", "true"}) {
+    if (CompareIgnoringCase(given, yes) == 0) {
+      return true;
+    }
+  }
+  for (const std::string_view no : {"no", "false"}) {
+    if (CompareIgnoringCase(given, no) == 0) {
+      return false;
+    }
+  }
+  throw InputFault(report_input::kCondition, given, "{field}: '{value}' is neither yes nor no");
+}
+
+ReportCondition ReadCondition(std::string_view where, const std::vector<ReportField>& fields) {
+  const std::string_view trimmed = Trim(where);
+  ReportCondition condition;
+  condition.field = FindField(trimmed, fields);
+  const ReportField& field = fields[static_cast<std::size_t>(condition.field)];
+
+  const std::string_view rest = Trim(trimmed.substr(field.name.size()));
+  const FoundOperator found = FindOperator(rest, field, trimmed);
+  condition.operation = found.place;
+  const std::string_view values = Trim(rest.substr(found.size));
+  if (OperatorsFor(field.kind)[static_cast<std::size_t>(found.place)].IsRange()) {
+    SplitRange(values, trimmed, condition);
+  } else {
+    condition.first = values;
+  }
+
+  if (field.kind == FieldKind::kDate) {
+    CheckDate(condition.first);
+    if (!condition.second.empty()) {
+      CheckDate(condition.second);
+    }
+  } else if (field.kind == FieldKind::kYesNo || field.kind == FieldKind::kYesNoText) {
+    (void)ReadYesNo(condition.first);
+  }
+  return condition;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,64 @@
+// The words in which an operator narrows a report: "FIELD OPERATOR VALUE [AND VALUE2]".
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qorhost {
+
+/// What a condition is called in an InputFault.
+namespace report_input {
+inline constexpr std::string_view kCondition = "condition";
+inline constexpr std::string_view kRids = "RIDs";
+}  // namespace report_input
+
+/// What a field's values are, and with it which operators go with the field.
+enum class FieldKind : std::uint8_t {
+  kText,
+  kNumber,
+  kDate,
+  kYesNo,
+  kYesNoText,  ///< yes or no, compared as a text
+  kOther,      ///< a field that the report only compares
+  kCredentialType,
+};
+
+/// A field by its name on the screen; its place in the list of fields is that in `cboField`.
+struct ReportField {
+  std::string name;
+  FieldKind kind = FieldKind::kText;
+};
+
+/// An operator by its word in `cboFilter`; its place in the list of operators is that in
+/// `cboFilter`. `symbol` is "" when there is none.
+struct ReportOperator {
+  std::string_view word;
+  std::string_view symbol;
+
+  /// Whether it stands between two values.
+  [[nodiscard]] bool IsRange() const { return word.find("between") != std::string_view::npos; }
+};
+
+[[nodiscard]] std::span<const ReportOperator> OperatorsFor(FieldKind kind);
+
+/// One condition, with places in the lists. Values are trimmed, and checked as far as the screen
+/// leaves no choice: `first` of a date is a date, of yes or no one of these two.
+struct ReportCondition {
+  std::int32_t field = 0;
+  std::int32_t operation = 0;
+  std::string first;
+  std::string second;  ///< of a range
+};
+
+/// Reads a condition; letter case of field and operator does not count, the longest name wins.
+/// Raises InputFault that lists the fields, or the operators that go with the field.
+[[nodiscard]] ReportCondition ReadCondition(std::string_view where,
+                                            const std::vector<ReportField>& fields);
+
+/// Yes or no in one of its spellings. Raises InputFault for anything else.
+[[nodiscard]] bool ReadYesNo(std::string_view given);
+
+}  // namespace qorhost

@@ -1,0 +1,105 @@
+// A store opened for work at desks, and the host that controllers see on it.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/date.h"
+#include "host/components/store_host.h"
+#include "host/desks/outcome.h"
+#include "host/desks/watched_manager.h"
+#include "host/screens/screen_model.h"
+#include "host/store/store_connection.h"
+#include "trace/tracing_host.h"
+
+namespace qorhost {
+
+class OperationRecord;
+
+/// What a front end hands in. Everything may be left out.
+struct Surroundings {
+  MessageBox messageBox;  ///< none: notices are closed with OK, questions answered No
+  Clock clock = SystemClock();
+  qorcred::trace::TranscriptSink transcript;  ///< none: calls are not traced
+};
+
+struct UnitName {
+  std::int32_t key = 0;
+  std::string name;
+};
+
+/// Keeps everything that controllers need alive: the connection and the host, each behind its
+/// tracing decorator when there is a transcript. One thread.
+class DeskSession {
+ public:
+  DeskSession(std::unique_ptr<Store> store, Surroundings surroundings);
+  DeskSession(const DeskSession&) = delete;
+  DeskSession& operator=(const DeskSession&) = delete;
+
+  /// The host and connection to hand to controllers.
+  [[nodiscard]] qorcred::Host& host();
+  [[nodiscard]] const qorcred::ObjectRef& connection() const { return visibleConnection_; }
+  /// A screen, or any other object under a name, as controllers are to see it.
+  [[nodiscard]] qorcred::ObjectRef Visible(const std::shared_ptr<ScreenModel>& screen) const;
+  [[nodiscard]] qorcred::ObjectRef Visible(std::string name, qorcred::ObjectRef object) const;
+
+  /// The store itself, past every tracing.
+  [[nodiscard]] SqlSession& sql() { return connection_->session(); }
+  [[nodiscard]] qorcred::Date Today() { return qorcred::DayOf(surroundings_.clock()); }
+  [[nodiscard]] std::vector<UnitName> Units();
+
+  /// From now on messages are shown to nobody: notices are closed with OK, questions answered so.
+  void AnswerUnseen(bool yes);
+
+ private:
+  friend class OperationRecord;
+
+  [[nodiscard]] StoreHost::Services MakeServices();
+  qorcred::MessageButton ShowMessage(std::string_view text, qorcred::MessageStyle style,
+                                     std::string_view title);
+  void NoteFailure(std::string_view failure);
+
+  Surroundings surroundings_;
+  OperationRecord* record_ = nullptr;  // of the operation under way
+  std::shared_ptr<StoreConnection> connection_;
+  qorcred::ObjectRef visibleConnection_;
+  StoreHost storeHost_;
+  std::unique_ptr<qorcred::trace::TracingHost> tracingHost_;
+};
+
+/// Collects, while it lives, what the controllers show and what fails: one for each operation. The
+/// session must outlive it; of several the latest collects.
+class OperationRecord {
+ public:
+  /// `onInsert` is told of every row that is inserted meanwhile. What it raises, the insert raises.
+  explicit OperationRecord(DeskSession& session, InsertHandler onInsert = nullptr);
+  ~OperationRecord();
+  OperationRecord(const OperationRecord&) = delete;
+  OperationRecord& operator=(const OperationRecord&) = delete;
+
+  [[nodiscard]] const std::vector<std::string>& failures() const { return failures_; }
+  /// Raises FailureError with the first failure, if there is one: "cannot `doing`: ...".
+  void RequireNoFailure(std::string_view doing) const;
+  /// Leaves the first failure out, when the operation went on behind it: it stored something, a
+  /// message was shown, or more has failed.
+  void ForgiveFirstFailure(bool stored);
+  /// What the operation came to, which returned `returned`: done only when it succeeded without a
+  /// failure or a refusal on the way.
+  [[nodiscard]] Outcome End(bool returned);
+
+ private:
+  friend class DeskSession;
+
+  DeskSession& session_;
+  OperationRecord* previous_;
+  InsertHandler onInsert_;
+  std::vector<ShownMessage> messages_;
+  std::vector<std::string> failures_;
+};
+
+}  // namespace qorhost

@@ -1,0 +1,37 @@
+// The file of a store: opening it, making it, putting a new one in its place.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+
+#include "host/desks/desk_error.h"
+#include "host/store/store.h"
+
+namespace qorhost {
+
+enum class Access : bool { kRead, kChange };
+
+/// Opens a store; an older one is brought up to date first, whatever the access. Raises StoreError.
+[[nodiscard]] std::unique_ptr<Store> OpenStoreFile(const std::filesystem::path& file,
+                                                   Access access);
+
+/// What stands where a store is to be.
+enum class StorePlace : std::uint8_t { kFree, kFile, kFolder };
+[[nodiscard]] StorePlace LookAt(const std::filesystem::path& file);
+
+/// A file that is to make room for a store and is none.
+class ForeignFile : public RefusedError {
+ public:
+  using RefusedError::RefusedError;
+};
+
+/// Creates a store, empty or with the demo building, and leaves nothing behind when that fails.
+/// Raises StoreError.
+void CreateStore(const std::filesystem::path& file, bool demo);
+
+/// The same in the place of a store, which stays as it was when the new one cannot be made. Raises
+/// ForeignFile for a file that is no store: it is never replaced.
+void ReplaceStore(const std::filesystem::path& file, bool demo);
+
+}  // namespace qorhost

@@ -1,0 +1,89 @@
+#include "host/desks/store_overview.h"
+
+#include <fmt/format.h>
+
+#include <string>
+
+#include "frame/capacity.h"
+#include "frame/convert.h"
+#include "frame/siblings.h"
+#include "frame/text.h"
+#include "host/components/application_object.h"
+#include "host/desks/credential_desk.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Null;
+using qorcred::Value;
+
+/// The most combined codes of the unit's type; Null when the store does not say.
+Value CapacityOf(DeskSession& session, std::int32_t unitKey) {
+  qorcred::DatabaseError error;
+  qorcred::Base64Decoder decoder;
+  const qorcred::DatabaseManager manager(
+      session.host().CreateComponent(qorcred::component::kDatabaseManager));
+  try {
+    return qorcred::ReadUnitCapacity(session.host(), decoder, manager, session.connection(),
+                                     unitKey, error);
+  } catch (const qorcred::RuntimeError&) {
+    return Null{};
+  }
+}
+
+std::string TenantName(DeskSession& session, std::int32_t tenantId) {
+  const QueryResult result = session.sql().Select(
+      fmt::format("SELECT LastName & ' ' & FirstName FROM Tenants WHERE TenantID={}", tenantId));
+  return std::string(qorcred::Trim(qorcred::TextOrEmpty(result.table->At(0, 0))));
+}
+
+}  // namespace
+
+Table UnitTable(DeskSession& session, const std::vector<UnitName>& units) {
+  Table table;
+  table.columns = {{"Unit", "unit"},         {"Name", "name"},
+                   {"Type", "type"},         {"Credentials", "credentials"},
+                   {"Entry", "entry_codes"}, {"Directory", "directory_codes"},
+                   {"Capacity", "capacity"}, {"Steps", "pending_steps"}};
+  const auto number = [](std::int64_t count) { return Value(static_cast<double>(count)); };
+  for (const UnitName& unit : units) {
+    const UnitStatus status = ReadUnitStatus(session.sql(), unit.key);
+    table.rows.push_back({unit.key, unit.name, status.type, number(status.credentials),
+                          number(status.entryCodes), number(status.directoryCodes),
+                          CapacityOf(session, unit.key), number(status.pendingSteps)});
+  }
+  return table;
+}
+
+Table DoorTable(DeskSession& session, const std::vector<UnitName>& units) {
+  Table table;
+  table.columns = {{"Unit", "unit"}, {"Door", "door"}, {"Name", "name"}, {"On screen", "caption"}};
+  for (const UnitName& unit : units) {
+    CredentialDesk desk(session, unit.key, DeskScreen::kCredentials);
+    const ListModel& doors = desk.screen().List("cboActivate");
+    for (std::int32_t door = 1; door < doors.count(); ++door) {
+      const std::string label = fmt::format("lblDoor{}", door);
+      const bool shown = !desk.screen().SpelledName(label).empty();
+      table.rows.push_back({unit.key, door, doors.Text(door),
+                            shown ? Value(desk.screen().Any(label).caption()) : Value(Null{})});
+    }
+  }
+  return table;
+}
+
+Table StepTable(DeskSession& session, std::optional<std::int32_t> unitKey) {
+  Table table;
+  table.columns = {{"Step", "step"}, {"Unit", "unit"}, {"Kind", "kind"},     {"Row", "subject_rid"},
+                   {"Name", "name"}, {"Code", "code"}, {"Queued", "queued"}, {"Sent", "sent"}};
+  for (const ProgramStep& step : session.sql().steps().List(unitKey)) {
+    const bool tenant = step.kind == step::kProgramTenant;
+    table.rows.push_back({step.rid, step.unitKey, step.kind, step.subjectRid,
+                          tenant ? Value(TenantName(session, step.subjectRid)) : Value(Null{}),
+                          step.code.empty() ? Value(Null{}) : Value(step.code), step.queuedAt,
+                          step.sent});
+  }
+  return table;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,77 @@
+#include "host/desks/typed_input.h"
+
+#include "frame/date.h"
+#include "frame/runtime_error.h"
+#include "frame/utf8.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/whole_number.h"
+
+namespace qorhost {
+
+namespace {
+
+bool IsControl(char32_t codePoint) {
+  constexpr char32_t kFirstPrintable = 0x20;
+  constexpr char32_t kDelete = 0x7F;
+  constexpr char32_t kLastControl = 0x9F;
+  return codePoint < kFirstPrintable || (codePoint >= kDelete && codePoint <= kLastControl);
+}
+
+}  // namespace
+
+bool IsTypable(std::string_view text) {
+  for (std::size_t position = 0; position < text.size();) {
+    const qorcred::Utf8Character character = qorcred::ReadUtf8(text, position);
+    if (character.codePoint >= qorcred::kInvalidByte || IsControl(character.codePoint)) {
+      return false;
+    }
+    position += character.length;
+  }
+  return true;
+}
+
+const std::string& TypedText(std::string_view field, const std::string& text) {
+  if (!IsTypable(text)) {
+    throw InputFault(field, text,
+                     "{field} '{value}' cannot be typed into a box: it has control characters or "
+                     "bytes that are not UTF-8");
+  }
+  return text;
+}
+
+std::int32_t ReadLong(std::string_view field, std::string_view given) {
+  const auto number = WholeNumber(given);
+  if (!number) {
+    throw InputFault(field, given, "{field} '{value}' is no whole number of 32 bits");
+  }
+  return *number;
+}
+
+GivenDate ReadDate(std::string_view field, std::string_view given) {
+  const auto date = qorcred::ParseDate(given);
+  // Below a day's serial there is only a time.
+  if (!date || (date->serial >= 0 && date->serial < 1)) {
+    throw InputFault(field, given,
+                     "{field} '{value}' is no date: write it as 2026-12-31, 12/31/2026 or 31 Dec "
+                     "2026, with a time as in '2026-12-31 18:00'");
+  }
+  return {*date, given.find(':') != std::string_view::npos};
+}
+
+void ChooseDate(PickerModel& picker, std::string_view field, std::string_view given, bool isEnd) {
+  const GivenDate date = ReadDate(field, given);
+  qorcred::CivilTime time = qorcred::ToCivil(date.date);
+  if (isEnd && !date.hasTime) {
+    time.hour = 23;
+    time.minute = 59;
+    time.second = 59;
+  }
+  try {
+    picker.Choose(qorcred::FromCivil(time));
+  } catch (const qorcred::RuntimeError&) {
+    throw InputFault(field, given,
+                     "{field} '{value}' lies outside the years that the screen offers");
+  }
+}
+
+}  // namespace qorhost

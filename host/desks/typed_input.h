@@ -1,0 +1,33 @@
+// What a person types: texts, numbers and dates as a screen takes them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "frame/value.h"
+#include "host/screens/picker_model.h"
+
+namespace qorhost {
+
+/// Whether the text is UTF-8 without control characters, as a person types it into a box.
+[[nodiscard]] bool IsTypable(std::string_view text);
+
+/// `text` itself; raises InputFault when it is not typable.
+[[nodiscard]] const std::string& TypedText(std::string_view field, const std::string& text);
+
+/// A 32-bit whole number. Raises InputFault for anything else.
+[[nodiscard]] std::int32_t ReadLong(std::string_view field, std::string_view given);
+
+/// A date as the pickers show one, with its time or without. Raises InputFault for anything else.
+struct GivenDate {
+  qorcred::Date date;
+  bool hasTime = false;
+};
+[[nodiscard]] GivenDate ReadDate(std::string_view field, std::string_view given);
+
+/// Chooses the date that ReadDate() reads; as an end, without a time, it is the day's last second.
+/// Raises InputFault also for a date that the picker does not offer.
+void ChooseDate(PickerModel& picker, std::string_view field, std::string_view given, bool isEnd);
+
+}  // namespace qorhost

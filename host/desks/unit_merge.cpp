@@ -1,0 +1,290 @@
+#include "host/desks/unit_merge.h"
+
+#include <fmt/format.h>
+
+#include <limits>
+#include <unordered_set>
+#include <utility>
+
+#include "frame/convert.h"
+#include "frame/data_services.h"
+#include "frame/text.h"
+#include "host/desks/desk_error.h"
+#include "host/store/transaction.h"
+#include "host/unit/unit_rows.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::TableView;
+
+/// "`doing`: the first failure; nothing was changed"
+void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
+  if (!record.failures().empty()) {
+    throw FailureError(
+        fmt::format("{}: {}; nothing was changed", doing, record.failures().front()));
+  }
+}
+
+bool IsChangeOfRow(const ProgramStep& step) {
+  return step.kind == step::kProgramDirectoryCode || step.kind == step::kChangeDirectoryCode;
+}
+
+}  // namespace
+
+UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitFile& unit,
+                     bool withDeletions)
+    : session_(session),
+      unitKey_(unitKey),
+      unit_(unit),
+      rules_{unit.firmware != qorcred::kFirmwareWithoutDisplay, withDeletions},
+      connectionScreen_(MakeConnectionScreen(unit.firmware)),
+      controller_(session.host()) {
+  controller_.set_mfrmConnectionScreen(session.Visible(connectionScreen_));
+}
+
+UnitMerge::~UnitMerge() {
+  controller_.set_mfrmConnectionScreen(nullptr);
+}
+
+const MergePlan& UnitMerge::Plan() {
+  ConnectionTransaction transaction(session_.connection());
+  const Undoable asOneLook(transaction);
+  Compare();
+  return plan_;
+}
+
+void UnitMerge::Compare() {
+  ReadStored();
+  plan_ = PlanMerge(unit_.codes, stored_, rules_);
+}
+
+void UnitMerge::ReadStored() {
+  stored_.clear();
+  placeOf_.clear();
+  // The array does not say where the codes of now end: only their number does.
+  const std::int32_t current =
+      qorcred::RoundToLong(qorcred::NumericValue(session_.sql().Scalar(fmt::format(
+          "SELECT COUNT(*) FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0", unitKey_))));
+  qorcred::ObjectRef fetched;
+  const OperationRecord fetching(session_);
+  controller_.pbFetchDirForMerge(session_.connection(), unitKey_, fetched);
+  RequireNoFailure(fetching, "cannot read the stored directory codes");
+
+  constexpr std::int32_t kRid = 1;
+  constexpr std::int32_t kNumber = 2;
+  const TableView table(fetched);
+  const std::int32_t first = table.LowerRow();
+  stored_.resize(static_cast<std::size_t>(current));
+  for (std::size_t place = 0; place < stored_.size(); ++place) {
+    const std::int32_t row = first + static_cast<std::int32_t>(place);
+    stored_[place].rid = qorcred::ToLong(table.Cell(row, kRid));
+    stored_[place].number = qorcred::NumericValue(table.Cell(row, kNumber));
+    placeOf_.emplace(stored_[place].rid, place);
+  }
+  // Without a code of now the array still begins with a row, which is empty.
+  AddPrevious(table, first + std::max(current, 1));
+  ReadDetails();
+  ReadTenants();
+}
+
+StoredCode* UnitMerge::FindStored(std::int32_t rid) {
+  const auto found = placeOf_.find(rid);
+  return found == placeOf_.end() ? nullptr : &stored_[found->second];
+}
+
+void UnitMerge::AddPrevious(const TableView& fetched, std::int32_t firstPrevious) {
+  const std::int32_t last = fetched.UpperRow();
+  for (std::int32_t row = firstPrevious; row <= last; ++row) {
+    StoredCode* code = FindStored(qorcred::ToLong(fetched.Cell(row, 1)));
+    const double previous = qorcred::NumericValue(fetched.Cell(row, 2));
+    if (code != nullptr && previous != code->number) {
+      code->previous = previous;
+    }
+  }
+}
+
+void UnitMerge::ReadDetails() {
+  const QueryResult rows = session_.sql().Select(
+      fmt::format("SELECT RID,MODIFIED,{} FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0",
+                  kUnitColumns, unitKey_));
+  const TableView table{qorcred::ObjectRef(rows.table)};
+  for (const ResultRow row : rows.rows()) {
+    StoredCode* code = FindStored(qorcred::ToLong(row[0]));
+    if (code == nullptr) {
+      continue;
+    }
+    code->state = qorcred::RoundToInteger(qorcred::NumericValue(row[1]));
+    RowReading reading = CodeFromRow(table, row.number(), 2);
+    code->code = std::move(reading.code);
+    code->obstacle = std::move(reading.obstacle);
+  }
+}
+
+void UnitMerge::ReadTenants() {
+  const QueryResult rows = session_.sql().Select(
+      fmt::format("SELECT DIRECTORYCODE, LastName & ' ' & FirstName FROM Tenants WHERE UnitKey={} "
+                  "AND DIRECTORYCODE <> NULL ORDER BY TenantID",
+                  unitKey_));
+  for (const ResultRow row : rows.rows()) {
+    StoredCode* code = FindStored(qorcred::ToLong(row[0]));
+    if (code != nullptr) {
+      const std::string name = qorcred::TextOrEmpty(row[1]);
+      code->tenants.emplace_back(qorcred::Trim(name));
+    }
+  }
+}
+
+MergeReport UnitMerge::Apply(const Progress& progress) {
+  MergeReport report;
+  try {
+    report.aftermath = DoAll(progress);
+    report.returned = true;
+    report.inserted = plan_.Count(MergeAction::kInsert);
+    report.updated = plan_.Count(MergeAction::kUpdate);
+    report.deleted = plan_.Count(MergeAction::kDelete);
+    report.unchanged = plan_.unchanged;
+    report.kept = plan_.kept;
+  } catch (const CancelledError&) {
+    report.ending = Ending::kCancelled;
+  } catch (const FailureError& failure) {
+    report.ending = Ending::kFailed;
+    report.failures.emplace_back(failure.what());
+  }
+  return report;
+}
+
+MergeAftermath UnitMerge::DoAll(const Progress& progress) {
+  // The library finds the tenants of a deleted code by the number of rows that went, which is 1:
+  // it would take the row 1 from its tenants at every deletion. They are out of its sight
+  // meanwhile.
+  constexpr std::int32_t kTakenByLibrary = 1;
+  constexpr std::int32_t kOutOfSight = std::numeric_limits<std::int32_t>::min();
+
+  ConnectionTransaction transaction(session_.connection());
+  Undoable whole(transaction);
+  Compare();
+  std::int64_t doneSteps = 0;
+  const auto tell = [&] {
+    if (progress && !progress(doneSteps, static_cast<std::int64_t>(plan_.steps.size()))) {
+      throw CancelledError();
+    }
+  };
+  tell();
+  MergeAftermath aftermath;
+  const bool deletes = plan_.Count(MergeAction::kDelete) > 0;
+  if (deletes) {
+    aftermath.tenantsReleased = ReleaseTenants();
+    MoveTenants(kTakenByLibrary, kOutOfSight);
+  }
+  for (const MergeStep& step : plan_.steps) {
+    Do(step);
+    ++doneSteps;
+    tell();
+  }
+  if (deletes) {
+    MoveTenants(kOutOfSight, kTakenByLibrary);
+  }
+  if (!plan_.steps.empty()) {
+    aftermath.stepsWithdrawn = WithdrawMootSteps();
+    MergePlan done = std::move(plan_);
+    RequireSame();
+    plan_ = std::move(done);
+  }
+  whole.Keep();
+  return aftermath;
+}
+
+void UnitMerge::Do(const MergeStep& step) {
+  const OperationRecord writing(session_);
+  bool done = false;
+  std::string name;
+  if (step.action == MergeAction::kDelete) {
+    const StoredCode& code = stored_[step.stored];
+    name = fmt::format("cannot delete the directory code {} (RID {})",
+                       qorcred::NumberText(code.number), code.rid);
+    qorcred::StringArray details;
+    done = controller_.pbMergeSave(session_.connection(), unitKey_, "Delete", details, code.rid);
+  } else {
+    const UnitCode& code = unit_.codes[step.unitCode];
+    qorcred::StringArray details = DetailsOf(code);
+    name = fmt::format("cannot write the directory code {}", NumberOf(code));
+    if (step.action == MergeAction::kUpdate) {
+      done = controller_.pbMergeSave(session_.connection(), unitKey_, "Update", details,
+                                     stored_[step.stored].rid);
+    } else {
+      done = controller_.pbMergeSave(session_.connection(), unitKey_, "Insert", details);
+    }
+  }
+  // The operation answers True also when its statement failed: only the manager's error tells.
+  RequireNoFailure(writing, name);
+  if (!done) {
+    throw FailureError(name + "; nothing was changed");
+  }
+}
+
+/// Takes the deleted codes from the tenants that hold them: the library leaves those links behind.
+std::size_t UnitMerge::ReleaseTenants() {
+  const qorcred::Connection connection(session_.connection());
+  std::size_t released = 0;
+  for (const MergeStep& step : plan_.steps) {
+    if (step.action != MergeAction::kDelete || stored_[step.stored].tenants.empty()) {
+      continue;
+    }
+    connection.Execute(
+        fmt::format("UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE='_LMDATE_' WHERE "
+                    "UNITKEY={} AND DIRECTORYCODE={}",
+                    unitKey_, stored_[step.stored].rid));
+    released += stored_[step.stored].tenants.size();
+  }
+  return released;
+}
+
+void UnitMerge::MoveTenants(std::int32_t from, std::int32_t to) {
+  qorcred::Connection(session_.connection())
+      .Execute(fmt::format("UPDATE TENANTS SET DIRECTORYCODE={} WHERE UNITKEY={} AND "
+                           "DIRECTORYCODE={}",
+                           to, unitKey_, from));
+}
+
+/// Takes back what waits to be sent for rows that are now as the unit has them, or gone.
+std::size_t UnitMerge::WithdrawMootSteps() {
+  std::unordered_set<std::int32_t> rows;
+  std::unordered_set<std::string> inserted;
+  for (const MergeStep& step : plan_.steps) {
+    if (step.action == MergeAction::kInsert) {
+      inserted.insert(std::to_string(NumberOf(unit_.codes[step.unitCode])));
+    } else {
+      rows.insert(stored_[step.stored].rid);
+    }
+  }
+  std::size_t withdrawn = 0;
+  for (const ProgramStep& waiting : session_.sql().steps().List(unitKey_)) {
+    const bool moot = IsChangeOfRow(waiting) ? rows.contains(waiting.subjectRid)
+                                             : waiting.kind == step::kDeleteDirectoryCode &&
+                                                   inserted.contains(waiting.code);
+    if (moot && !waiting.sent) {
+      withdrawn += static_cast<std::size_t>(
+          session_.sql().steps().Withdraw(unitKey_, waiting.kind, waiting.subjectRid));
+    }
+  }
+  return withdrawn;
+}
+
+/// The store must hold now what the unit holds: whatever a statement made of a text shows here.
+void UnitMerge::RequireSame() {
+  Compare();
+  if (plan_.steps.empty()) {
+    return;
+  }
+  const MergeStep& step = plan_.steps.front();
+  const double number = step.action == MergeAction::kDelete
+                            ? stored_[step.stored].number
+                            : static_cast<double>(NumberOf(unit_.codes[step.unitCode]));
+  throw FailureError(fmt::format(
+      "the directory code {} did not come out as the unit has it{}{}; nothing was changed",
+      qorcred::NumberText(number), step.what.empty() ? "" : ": ", step.what));
+}
+
+}  // namespace qorhost

@@ -1,0 +1,82 @@
+// Brings the store's directory codes of one unit to what the unit holds.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "dircodes/cls_dir_code.h"
+#include "host/desks/merge_plan.h"
+#include "host/desks/outcome.h"
+#include "host/desks/progress.h"
+#include "host/desks/session.h"
+#include "host/screens/directory_code_screen.h"
+#include "host/unit/unit_file.h"
+
+namespace qorhost {
+
+/// What a merge did besides its steps.
+struct MergeAftermath {
+  std::size_t tenantsReleased = 0;  ///< tenants that are without a code now
+  std::size_t stepsWithdrawn = 0;   ///< programming steps that the unit's codes made moot
+};
+
+/// What an applied merge tells. Nothing is changed unless it is done.
+struct MergeReport : Outcome {
+  std::size_t inserted = 0;
+  std::size_t updated = 0;
+  std::size_t deleted = 0;
+  std::size_t unchanged = 0;
+  std::size_t kept = 0;  ///< stored codes that were not deleted, as the plan says
+  MergeAftermath aftermath;
+};
+
+/// The host's side of a merge: asks the controller for the store's codes, compares them with the
+/// unit's and has it write each difference. The session and `unit` must outlive the merge.
+class UnitMerge {
+ public:
+  UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitFile& unit, bool withDeletions);
+  ~UnitMerge();
+  UnitMerge(const UnitMerge&) = delete;
+  UnitMerge& operator=(const UnitMerge&) = delete;
+
+  /// Reads the store's side and compares; writes nothing. Raises FailureError when it cannot be
+  /// read.
+  const MergePlan& Plan();
+  [[nodiscard]] const MergePlan& plan() const { return plan_; }
+  [[nodiscard]] const std::vector<StoredCode>& stored() const { return stored_; }
+
+  /// Plans and does all of it in one transaction, or nothing: when a step fails, when the store
+  /// does not hold afterwards what the unit holds, and when `progress` says so. It is called before
+  /// the first step, when the plan is made, and behind each.
+  MergeReport Apply(const Progress& progress);
+
+ private:
+  void Compare();
+  void ReadStored();
+  void AddPrevious(const qorcred::TableView& fetched, std::int32_t firstPrevious);
+  void ReadDetails();
+  void ReadTenants();
+  [[nodiscard]] StoredCode* FindStored(std::int32_t rid);
+
+  MergeAftermath DoAll(const Progress& progress);
+  void Do(const MergeStep& step);
+  std::size_t ReleaseTenants();
+  void MoveTenants(std::int32_t from, std::int32_t to);
+  std::size_t WithdrawMootSteps();
+  void RequireSame();
+
+  DeskSession& session_;
+  std::int32_t unitKey_;
+  const UnitFile& unit_;
+  MergeRules rules_;
+  std::shared_ptr<ScreenModel> connectionScreen_;
+  qorcred::clsDirCode controller_;
+  std::vector<StoredCode> stored_;
+  std::unordered_map<std::int32_t, std::size_t> placeOf_;  // in stored_, by RID
+  MergePlan plan_;
+};
+
+}  // namespace qorhost

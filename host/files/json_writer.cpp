@@ -1,0 +1,97 @@
+#include "host/files/json_writer.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include "frame/date.h"
+
+namespace qorhost {
+
+namespace {
+
+using nlohmann::ordered_json;
+using qorcred::Value;
+using qorcred::ValueType;
+
+std::string IsoText(qorcred::Date date) {
+  const qorcred::CivilTime time = qorcred::ToCivil(date);
+  return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}", time.year, time.month, time.day,
+                     time.hour, time.minute, time.second);
+}
+
+/// A whole number without a point, so that counts read as counts.
+ordered_json NumberJson(double number) {
+  constexpr double kExactlyWhole = 9007199254740992.0;  // beyond it doubles skip whole numbers
+  if (std::abs(number) <= kExactlyWhole && std::trunc(number) == number) {
+    return static_cast<std::int64_t>(number);
+  }
+  return number;
+}
+
+ordered_json JsonOf(const Value& value) {
+  switch (value.type()) {
+    case ValueType::kBoolean:
+      return *value.As<bool>();
+    case ValueType::kInteger:
+      return *value.As<std::int16_t>();
+    case ValueType::kLong:
+      return *value.As<std::int32_t>();
+    case ValueType::kDouble:
+      return NumberJson(*value.As<double>());
+    case ValueType::kDate:
+      return IsoText(*value.As<qorcred::Date>());
+    case ValueType::kString:
+      return *value.As<std::string>();
+    case ValueType::kStringArray:
+      return *value.As<qorcred::StringArray>();
+    default:
+      return nullptr;
+  }
+}
+
+std::string JsonText(const ordered_json& json) {
+  // A text that is not UTF-8 must not stop the output of everything else.
+  return json.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+std::vector<std::string> UniqueKeys(const std::vector<TableColumn>& columns) {
+  std::vector<std::string> keys;
+  std::set<std::string> taken;
+  for (const TableColumn& column : columns) {
+    std::string key = column.key;
+    for (int number = 2; !taken.insert(key).second; ++number) {
+      key = fmt::format("{}_{}", column.key, number);
+    }
+    keys.push_back(std::move(key));
+  }
+  return keys;
+}
+
+}  // namespace
+
+void PrintJson(std::ostream& out, const Table& table) {
+  const std::vector<std::string> keys = UniqueKeys(table.columns);
+  out << '[';
+  for (std::size_t number = 0; number < table.rows.size(); ++number) {
+    ordered_json object = ordered_json::object();
+    for (std::size_t at = 0; at < keys.size(); ++at) {
+      object[keys[at]] = JsonOf(table.rows[number][at]);
+    }
+    out << (number == 0 ? "\n  " : ",\n  ") << JsonText(object);
+  }
+  out << (table.rows.empty() ? "]\n" : "\n]\n");
+}
+
+void PrintJsonObject(std::ostream& out, const std::vector<std::pair<std::string, Value>>& members) {
+  ordered_json object = ordered_json::object();
+  for (const auto& [key, value] : members) {
+    object[key] = JsonOf(value);
+  }
+  out << JsonText(object) << '\n';
+}
+
+}  // namespace qorhost

@@ -1,0 +1,24 @@
+// Rows with titles, for printing and for files.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/value.h"
+
+namespace qorhost {
+
+/// One column: `title` heads it for people, `key` names it for programs.
+struct TableColumn {
+  std::string title;
+  std::string key;
+};
+
+struct Table {
+  std::vector<TableColumn> columns;
+  std::vector<std::vector<qorcred::Value>> rows;
+  std::string_view nullText = "";  ///< what people are shown for Null
+};
+
+}  // namespace qorhost

@@ -1,0 +1,67 @@
+// Files that cannot be imported: what is said of them, and that nothing changes.
+#include <gmock/gmock.h>
+
+#include "tests/host/cli/import_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using testing::HasSubstr;
+
+class BadFiles : public ImportFixture {};
+
+TEST_F(BadFiles, AMissingFileIsAFailure) {
+  const Outcome outcome = Run({"dircodes", "import", File("none.csv")});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_THAT(outcome.err, HasSubstr("there is no file '" + File("none.csv") + "'"));
+}
+
+TEST_F(BadFiles, AFolderIsAFailure) {
+  const Outcome outcome = Run({"credentials", "import", File("")});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_THAT(outcome.err, HasSubstr("cannot read the file"));
+}
+
+TEST_F(BadFiles, WithoutAFileTheCommandSaysWhatItNeeds) {
+  const Outcome outcome = Run({"dircodes", "import"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err, HasSubstr("name the CSV file, or - for standard input"));
+}
+
+TEST_F(BadFiles, AnUnknownHeadingIsAMistakeAndListsTheColumns) {
+  const Outcome outcome = Import("credentials", "Credential Type,Card Number,Door\ncard26,1,2\n");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err,
+              HasSubstr("line 1: there is no column 'Door'; the columns are \"Credential Type\", "
+                        "\"Card Number\", \"Facility Code\", \"ID Code\", \"Sequence Number\", "
+                        "\"Button Number\", \"Assigned To\", \"RID\", \"Tenant RID\""));
+}
+
+TEST_F(BadFiles, AnUnclosedQuoteLeavesTheLinesBeforeItOutToo) {
+  const std::size_t codes = CountOf("DIRECTORYCODE");
+  const Outcome outcome = Import("dircodes", "Directory Code,Phone No.\n250,1\n251,\"2\n252,3\n");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("line 3: a quote that opens a cell is never closed; nothing "
+                                     "was imported"));
+  EXPECT_EQ(CountOf("DIRECTORYCODE"), codes);
+}
+
+TEST_F(BadFiles, HeadingsAloneImportNothing) {
+  const Outcome outcome = Import("dircodes", "Directory Code,Phone No.\n");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "Imported 0 directory codes, 0 lines refused.\n");
+}
+
+TEST_F(BadFiles, ColumnsTellsWhatTheCellsHold) {
+  const Outcome codes = Run({"dircodes", "import", "--columns"});
+  EXPECT_EQ(codes.status, 0);
+  EXPECT_THAT(codes.out, HasSubstr("Directory Code        yes"));
+  EXPECT_THAT(codes.out, HasSubstr("17 rows"));
+  const Outcome credentials = Run({"credentials", "import", "--columns"});
+  EXPECT_EQ(credentials.status, 0);
+  EXPECT_THAT(credentials.out, HasSubstr("Card Number      yes"));
+  EXPECT_THAT(credentials.out, HasSubstr("9 rows"));
+}
+
+}  // namespace
+}  // namespace qorhost::test

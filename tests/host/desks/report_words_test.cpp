@@ -1,0 +1,180 @@
+#include "host/desks/report_words.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/desks/input_fault.h"
+
+namespace qorhost {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+const std::vector<ReportField>& Fields() {
+  static const std::vector<ReportField> kFields{{"Phone No.", FieldKind::kText},
+                                                {"Phone No. Delay", FieldKind::kNumber},
+                                                {"Directory Start Date", FieldKind::kDate},
+                                                {"Do Not Disturb", FieldKind::kYesNo},
+                                                {"Show Display Name", FieldKind::kYesNoText},
+                                                {"Floor", FieldKind::kOther},
+                                                {"Credential Type", FieldKind::kCredentialType},
+                                                {"", FieldKind::kText},
+                                                {"Größe", FieldKind::kNumber}};
+  return kFields;
+}
+
+struct ConditionRow {
+  const char* name;
+  const char* where;
+  std::int32_t field;
+  std::int32_t operation;
+  const char* first;
+  const char* second = "";
+};
+
+class ConditionTest : public testing::TestWithParam<ConditionRow> {};
+
+TEST_P(ConditionTest, IsReadAsItsPlacesAndValues) {
+  const ReportCondition condition = ReadCondition(GetParam().where, Fields());
+  EXPECT_EQ(condition.field, GetParam().field);
+  EXPECT_EQ(condition.operation, GetParam().operation);
+  EXPECT_EQ(condition.first, GetParam().first);
+  EXPECT_EQ(condition.second, GetParam().second);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, ConditionTest,
+    testing::Values(
+        ConditionRow{"Equal", "Phone No. equal 555", 0, 0, "555"},
+        ConditionRow{"EqualSymbol", "Phone No. = 555", 0, 0, "555"},
+        ConditionRow{"SymbolWithoutBlanks", "Phone No.=555", 0, 0, "555"},
+        ConditionRow{"DoesNotEqual", "Phone No. does not equal 555", 0, 1, "555"},
+        ConditionRow{"UnequalSymbol", "Phone No. <>555", 0, 1, "555"},
+        ConditionRow{"BeginsWith", "Phone No. begins with 55", 0, 2, "55"},
+        ConditionRow{"DoesNotBeginWith", "Phone No. does not begin with 55", 0, 3, "55"},
+        ConditionRow{"EndsWith", "Phone No. ends with 5", 0, 4, "5"},
+        ConditionRow{"DoesNotEndWith", "Phone No. does not end with 5", 0, 5, "5"},
+        ConditionRow{"Contains", "Phone No. contains 5", 0, 6, "5"},
+        ConditionRow{"DoesNotContain", "Phone No. does not contain 5", 0, 7, "5"},
+        ConditionRow{"AnyCase", "PHONE NO. Does Not CONTAIN aB", 0, 7, "aB"},
+        ConditionRow{"LongestFieldWins", "phone no. delay = 5", 1, 0, "5"},
+        ConditionRow{"NumberUnequal", "Phone No. Delay does not equal 5", 1, 1, "5"},
+        ConditionRow{"Greater", "Phone No. Delay greater than 5", 1, 2, "5"},
+        ConditionRow{"GreaterSymbol", "Phone No. Delay >5", 1, 2, "5"},
+        ConditionRow{"GreaterOrEqual", "Phone No. Delay greater than or equal 5", 1, 3, "5"},
+        ConditionRow{"GreaterOrEqualSymbol", "Phone No. Delay>=5", 1, 3, "5"},
+        ConditionRow{"Less", "Phone No. Delay less than 5", 1, 4, "5"},
+        ConditionRow{"LessSymbol", "Phone No. Delay < 5", 1, 4, "5"},
+        ConditionRow{"LessOrEqual", "Phone No. Delay less than or equal 5", 1, 5, "5"},
+        ConditionRow{"LessOrEqualSymbol", "Phone No. Delay <= 5", 1, 5, "5"},
+        ConditionRow{"Between", "Phone No. Delay between 5 AND 9", 1, 6, "5", "9"},
+        ConditionRow{"NotBetween", "Phone No. Delay not between 5 and 9", 1, 7, "5", "9"},
+        ConditionRow{"BetweenDates", "Directory Start Date between 2026-01-01 AND 2026-12-31", 2, 6,
+                     "2026-01-01", "2026-12-31"},
+        ConditionRow{"NegativeNumber", "Phone No. Delay = -5", 1, 0, "-5"},
+        ConditionRow{"NoValue", "Phone No. equal", 0, 0, ""},
+        ConditionRow{"NoValueBehindASymbol", "  Phone No.=  ", 0, 0, ""},
+        ConditionRow{"ValueIsKeptAsItIs", "Phone No. = '; DROP -- \" %", 0, 0, "'; DROP -- \" %"},
+        ConditionRow{"ValueWithAnOperator", "Phone No. contains = and >", 0, 6, "= and >"},
+        ConditionRow{"AndIsPartOfAText", "Phone No. equal salt and pepper", 0, 0,
+                     "salt and pepper"},
+        ConditionRow{"Yes", "Do Not Disturb = YES", 3, 0, "YES"},
+        ConditionRow{"No", "Do Not Disturb <> false", 3, 1, "false"},
+        ConditionRow{"YesAsText", "Show Display Name equal no", 4, 0, "no"},
+        ConditionRow{"Other", "Floor does not equal 3", 5, 1, "3"},
+        ConditionRow{"Type", "Credential Type = transmitter", 6, 0, "transmitter"},
+        ConditionRow{"NamesBeyondAscii", "GRÖßE >= 3", 8, 3, "3"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+std::string FailureOf(std::string_view where) {
+  try {
+    (void)ReadCondition(where, Fields());
+  } catch (const InputFault& error) {
+    return error.what();
+  }
+  return "read";
+}
+
+TEST(ReportWordsTest, AnUnknownFieldIsAnsweredWithTheFields) {
+  for (const char* where :
+       {"", "Phone", "Phone No.Delay = 5", "Tenant = 5", "= 5", "Phone No = 5"}) {
+    EXPECT_THAT(FailureOf(where), HasSubstr("Phone No., Phone No. Delay, Directory Start Date, "))
+        << where;
+  }
+}
+
+TEST(ReportWordsTest, WithoutFieldsThatIsWhatIsSaid) {
+  try {
+    (void)ReadCondition("Phone No. = 5", {});
+    ADD_FAILURE() << "nothing was refused";
+  } catch (const InputFault& failure) {
+    EXPECT_THAT(failure.what(), HasSubstr("the store has no fields to narrow this report by"));
+  }
+}
+
+TEST(ReportWordsTest, AnUnknownOperatorIsAnsweredWithThoseOfTheField) {
+  EXPECT_THAT(FailureOf("Phone No. like 5"),
+              HasSubstr("equal (=), does not equal (<>), begins with, does not begin with, "));
+  EXPECT_THAT(FailureOf("Phone No. Delay contains 5"), HasSubstr("greater than or equal (>=)"));
+  EXPECT_THAT(FailureOf("Do Not Disturb > yes"),
+              HasSubstr("'Do Not Disturb': equal (=), does not equal (<>)"));
+  EXPECT_THAT(FailureOf("Credential Type <> card26"), Not(HasSubstr("does not")));
+}
+
+TEST(ReportWordsTest, AnOperatorIsAWholeWordOrSymbol) {
+  for (const char* where :
+       {"Phone No.", "Phone No. equals 5", "Phone No. => 5", "Phone No. == 5",
+        "Phone No. Delay >< 5", "Phone No. Delay betweenish 5 AND 6", "Phone No. > 5"}) {
+    EXPECT_THAT(FailureOf(where), HasSubstr("has no operator that goes with")) << where;
+  }
+}
+
+TEST(ReportWordsTest, ARangeNeedsTwoValues) {
+  for (const char* where :
+       {"Phone No. Delay between", "Phone No. Delay between 5", "Phone No. Delay between 5 AND",
+        "Phone No. Delay between AND 5", "Phone No. Delay not between 5,9"}) {
+    EXPECT_THAT(FailureOf(where), HasSubstr("needs two values")) << where;
+  }
+}
+
+TEST(ReportWordsTest, ADateMustBeAWholeDay) {
+  EXPECT_THAT(FailureOf("Directory Start Date = soon"), HasSubstr("'soon' is no date"));
+  EXPECT_THAT(FailureOf("Directory Start Date ="), HasSubstr("is no date"));
+  EXPECT_THAT(FailureOf("Directory Start Date between 2026-01-01 AND never"),
+              HasSubstr("'never' is no date"));
+  EXPECT_THAT(FailureOf("Directory Start Date = 2026-01-01 12:00"), HasSubstr("whole days"));
+}
+
+TEST(ReportWordsTest, AYesNoFieldTakesNothingElse) {
+  for (const char* value : {"", "maybe", "1", "yes please"}) {
+    EXPECT_THAT(FailureOf(std::string("Do Not Disturb = ") + value),
+                HasSubstr("is neither yes nor no"))
+        << value;
+    EXPECT_THAT(FailureOf(std::string("Show Display Name = ") + value),
+                HasSubstr("is neither yes nor no"))
+        << value;
+  }
+}
+
+TEST(ReportWordsTest, EveryOperatorHasTheWordThatTheControllersKnow) {
+  const auto words = [](FieldKind kind) {
+    std::string list;
+    for (const ReportOperator& known : OperatorsFor(kind)) {
+      list += std::string(known.word) + "|";
+    }
+    return list;
+  };
+  EXPECT_EQ(words(FieldKind::kText),
+            "equal|does not equal|begins with|does not begin with|ends with|does not end with|"
+            "contains|does not contain|");
+  EXPECT_EQ(words(FieldKind::kNumber),
+            "equal|does not equal|greater than|greater than or equal|less than|less than or equal|"
+            "between|not between|");
+  EXPECT_EQ(words(FieldKind::kDate), words(FieldKind::kNumber));
+  EXPECT_EQ(words(FieldKind::kYesNo), "equal|does not equal|");
+  EXPECT_EQ(words(FieldKind::kCredentialType), "equal|");
+}
+
+}  // namespace
+}  // namespace qorhost

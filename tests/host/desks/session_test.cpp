@@ -1,0 +1,118 @@
+// A session without a console: what it hands in, what a record collects, what is traced.
+#include "host/desks/session.h"
+
+#include <gmock/gmock.h>
+
+#include "frame/data_services.h"
+#include "frame/siblings.h"
+#include "host/desks/desk_error.h"
+#include "host/screens/credential_screen.h"
+#include "tests/host/desks/desk_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using qorcred::MessageButton;
+using qorcred::MessageStyle;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Session : public DeskFixture {
+ protected:
+  void FailStatement() {
+    qorcred::DatabaseError error;
+    const qorcred::DatabaseManager manager(
+        session().host().CreateComponent(qorcred::component::kDatabaseManager));
+    (void)manager.ExecuteSelect(session().connection(), "SELECT nope FROM Tenants", error);
+  }
+};
+
+TEST_F(Session, HandsMessagesToWhoeverShowsThemAndTheirAnswersBack) {
+  OperationRecord record(session());
+  EXPECT_EQ(session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T"),
+            MessageButton::kNo);
+  yes_ = true;
+  EXPECT_EQ(session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T"),
+            MessageButton::kYes);
+  EXPECT_THAT(shown_, ElementsAre("Sure?", "Sure?"));
+  const Outcome outcome = record.End(true);
+  ASSERT_EQ(outcome.messages.size(), 2U);
+  EXPECT_EQ(outcome.messages[0].answer, MessageButton::kNo);
+  EXPECT_EQ(outcome.messages[1].answer, MessageButton::kYes);
+}
+
+TEST_F(Session, AnswersUnseenWhenNobodyIsToBeAsked) {
+  session().AnswerUnseen(true);
+  EXPECT_EQ(session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T"),
+            MessageButton::kYes);
+  EXPECT_EQ(session().host().ShowMessage("Taken.", MessageStyle::kNotice, "T"), MessageButton::kOk);
+  session().AnswerUnseen(false);
+  EXPECT_EQ(session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T"),
+            MessageButton::kNo);
+  EXPECT_THAT(shown_, IsEmpty());
+}
+
+TEST_F(Session, AnOperationIsDoneOnlyWithoutRefusalAndFailure) {
+  EXPECT_EQ(OperationRecord(session()).End(true).ending, Ending::kDone);
+  EXPECT_EQ(OperationRecord(session()).End(false).ending, Ending::kRefused);
+
+  OperationRecord refused(session());
+  (void)session().host().ShowMessage("Too many.", MessageStyle::kNotice, "T");
+  EXPECT_EQ(refused.End(true).ending, Ending::kRefused)
+      << "an assignment over the capacity reports success and shows a message";
+
+  OperationRecord asked(session());
+  (void)session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T");
+  EXPECT_EQ(asked.End(true).ending, Ending::kDone);
+
+  OperationRecord failed(session());
+  FailStatement();
+  const Outcome outcome = failed.End(true);
+  EXPECT_EQ(outcome.ending, Ending::kFailed)
+      << "a deletion reports success whatever its statement did";
+  EXPECT_TRUE(outcome.returned);
+  EXPECT_EQ(outcome.failures.size(), 1U);
+}
+
+TEST_F(Session, ARecordCollectsNothingOfAnother) {
+  OperationRecord outer(session());
+  {
+    OperationRecord inner(session());
+    FailStatement();
+    EXPECT_EQ(inner.failures().size(), 1U);
+    EXPECT_THROW(inner.RequireNoFailure("look"), FailureError);
+  }
+  EXPECT_THAT(outer.failures(), IsEmpty());
+  outer.RequireNoFailure("look");
+  FailStatement();
+  EXPECT_EQ(outer.failures().size(), 1U);
+}
+
+TEST_F(Session, AFailureIsForgivenWhenTheOperationWentOnBehindIt) {
+  OperationRecord last(session());
+  FailStatement();
+  last.ForgiveFirstFailure(false);
+  EXPECT_EQ(last.failures().size(), 1U) << "it was the end";
+  last.ForgiveFirstFailure(true);
+  EXPECT_THAT(last.failures(), IsEmpty());
+}
+
+TEST_F(Session, TracesScreensOnlyIntoATranscript) {
+  const auto screen = MakeCredentialScreen();
+  EXPECT_EQ(session().Visible(screen), screen);
+  Open(true);
+  const qorcred::ObjectRef visible = session().Visible(screen);
+  EXPECT_NE(visible, screen);
+  (void)visible->Invoke("GSTRTAG", qorcred::InvokeKind::kGet, {});
+  EXPECT_THAT(calls_, ElementsAre("gstrTag -> \"\""));
+}
+
+TEST_F(Session, ListsTheUnits) {
+  const std::vector<UnitName> units = session().Units();
+  ASSERT_EQ(units.size(), 3U);
+  EXPECT_EQ(units[0].key, 1);
+  EXPECT_EQ(units[0].name, "Harbour Court");
+}
+
+}  // namespace
+}  // namespace qorhost::test
