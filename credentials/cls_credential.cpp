@@ -27,31 +27,31 @@ std::string clsCredential::pbBase64Dec(std::string_view Base64String) {
 
 namespace {
 
-constexpr Parameter kConnection{"objConn", ValueType::kObject, true};
-constexpr Parameter kUnitKey{"lngUnitKey", ValueType::kLong};
-
-constexpr Parameter kConnectionAndUnit[] = {kConnection, kUnitKey};
-constexpr Parameter kSave[] = {kConnection,
-                               kUnitKey,
+constexpr Parameter kSave[] = {kConnectionParameter,
+                               kUnitKeyParameter,
                                {"blnIsTBL", ValueType::kBoolean, false, false},
                                {"blnEditCR", ValueType::kBoolean, false, false},
                                {"lngRID", ValueType::kLong, true, 0}};
-constexpr Parameter kRetrieveCredentials[] = {kConnection,
-                                              kUnitKey,
+constexpr Parameter kRetrieveCredentials[] = {kConnectionParameter,
+                                              kUnitKeyParameter,
                                               {"lngRID", ValueType::kLong, false, kAllCredentials},
                                               {"lngPreviousRID", ValueType::kLong, false, 0}};
 constexpr Parameter kTransmitterCtls[] = {{"blnEnable", ValueType::kBoolean}};
-constexpr Parameter kDelete[] = {kConnection, kUnitKey, {"lngRID", ValueType::kLong}};
-constexpr Parameter kUpdatePinNo[] = {kConnection, {"lngPINNO", ValueType::kLong}, kUnitKey};
+constexpr Parameter kDelete[] = {
+    kConnectionParameter, kUnitKeyParameter, {"lngRID", ValueType::kLong}};
+constexpr Parameter kUpdatePinNo[] = {
+    kConnectionParameter, {"lngPINNO", ValueType::kLong}, kUnitKeyParameter};
 constexpr Parameter kBase64Dec[] = {{"Base64String", ValueType::kString, true}};
 
 constexpr Member kMembers[] = {
     Property<&clsCredential::gmobjCredentialScreen, &clsCredential::set_gmobjCredentialScreen>(
         1, "gmobjCredentialScreen"),
-    Operation<&clsCredential::pbRetrieveSchedules>(2, "pbRetrieveSchedules", kConnectionAndUnit),
-    Operation<&clsCredential::pbRetrieveTenants>(3, "pbRetrieveTenants", kConnectionAndUnit),
+    Operation<&clsCredential::pbRetrieveSchedules>(2, "pbRetrieveSchedules",
+                                                   kConnectionAndUnitParameters),
+    Operation<&clsCredential::pbRetrieveTenants>(3, "pbRetrieveTenants",
+                                                 kConnectionAndUnitParameters),
     Operation<&clsCredential::pbRetrieveSettingsFromUnit>(4, "pbRetrieveSettingsFromUnit",
-                                                          kConnectionAndUnit),
+                                                          kConnectionAndUnitParameters),
     Operation<&clsCredential::pbSave>(5, "pbSave", kSave),
     Operation<&clsCredential::pbRetrieveCredentials>(6, "pbRetrieveCredentials",
                                                      kRetrieveCredentials),
@@ -59,7 +59,7 @@ constexpr Member kMembers[] = {
     Operation<&clsCredential::pbDelete>(8, "pbDelete", kDelete),
     Operation<&clsCredential::pbUpdatePinNo>(9, "pbUpdatePinNo", kUpdatePinNo),
     Operation<&clsCredential::pbRetrieveDoorDetails>(10, "pbRetrieveDoorDetails",
-                                                     kConnectionAndUnit),
+                                                     kConnectionAndUnitParameters),
     Operation<&clsCredential::pbBase64Dec>(11, "pbBase64Dec", kBase64Dec),
 };
 

@@ -30,10 +30,10 @@ void clsCredential::pbRetrieveDoorDetails(const ObjectRef& objConn, std::int32_t
                " order by DOORID"),
         error_);
     if (doors.HasNoRows()) return;
-    // The length of the first name decides for every label: hosts lay the labels out by it.
-    const std::size_t firstLength = Utf16Length(TextOrEmpty(doors.Cell(0, 1)));
     std::int32_t row = 0;
     for (const DoorLabel& door : kDoorLabels) {
+      // The length of the first name decides for every label: hosts lay the labels out by it.
+      const std::size_t firstLength = Utf16Length(TextOrEmpty(doors.Cell(0, 1)));
       const std::string name = TextOrEmpty(doors.Cell(row++, 1));
       screen.Any(door.label)
           .SetCaption(firstLength > door.limit ? LeftUtf16(name, door.limit) : name);

@@ -114,17 +114,16 @@ bool clsCredential::ReadCodes(const Screen& screen, CredentialEntry& entry) {
                                            : "Please enter a Facility Code between 0 and 255.");
   }
 
+  const bool transmitter = entry.type == kTransmitter;
   const TextBox idBox = screen.Box("txtIDCode");
-  const TextBox sequenceBox = screen.Box("txtSequenceCode");
   const std::string idText = idBox.Text();
+  if (transmitter && !IsWithin(Trim(idText), 0, 26)) {
+    return RefuseEntry(idBox, "Please enter an ID Code between 0 and 26.");
+  }
+  const TextBox sequenceBox = screen.Box("txtSequenceCode");
   const std::string sequenceText = sequenceBox.Text();
-  if (entry.type == kTransmitter) {
-    if (!IsWithin(Trim(idText), 0, 26)) {
-      return RefuseEntry(idBox, "Please enter an ID Code between 0 and 26.");
-    }
-    if (!IsWithin(Trim(sequenceText), 0, 2)) {
-      return RefuseEntry(sequenceBox, "Please enter a Sequence Code between 0 and 2.");
-    }
+  if (transmitter && !IsWithin(Trim(sequenceText), 0, 2)) {
+    return RefuseEntry(sequenceBox, "Please enter a Sequence Code between 0 and 2.");
   }
 
   // Cards store the ID code, sequence code and button that the screen holds, too.

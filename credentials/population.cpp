@@ -47,11 +47,11 @@ void clsCredential::pbRetrieveSchedules(const ObjectRef& objConn, std::int32_t l
     for (const ListControl& list : lists) list.Clear();
     // Never so after the fixed ones were put there, but hosts see the cell being read.
     if (!schedules.HasNoRows()) {
-      const std::int32_t last = schedules.UpperRow();
-      for (std::int32_t row = schedules.LowerRow(); row <= last; ++row) {
-        const std::string name = TextOrEmpty(schedules.Cell(row, 1));
-        const Value id = schedules.Cell(row, 0);
-        for (const ListControl& list : lists) list.AddItemWithData(name, id);
+      for (std::int32_t row = schedules.LowerRow(), last = schedules.UpperRow(); row <= last;
+           ++row) {
+        for (const ListControl& list : lists) {
+          AddRow(list, TextOrEmpty(schedules.Cell(row, 1)), schedules, row, 0);
+        }
       }
     }
     for (const ListControl& list : lists) list.SetListIndex(1);
@@ -102,6 +102,7 @@ void clsCredential::pbRetrieveSettingsFromUnit(const ObjectRef& objConn, std::in
 
 void clsCredential::SetDefaultDates(const Screen& screen, const TableView& settings) {
   const double mode = NumericValue(settings.Cell(0, 1));
+  if (mode != 0 && mode != 1 && mode != 2) return;
   const DatePicker start = screen.Picker("dtpStart");
   const DatePicker end = screen.Picker("dtpEnd");
   const Date today = DayOf(host_.Now());
@@ -111,7 +112,7 @@ void clsCredential::SetDefaultDates(const Screen& screen, const TableView& setti
     start.SetChosen(today);
     end.SetChosen(settings.Cell(0, 2));
     end.SetEndOfDay();
-  } else if (mode == 2) {
+  } else {
     start.SetChosen(today);
     const double days = NumericValue(settings.Cell(0, 3));
     end.SetChosen(LastActiveDay(today, days, end.MaxDate()));

@@ -59,16 +59,17 @@ void clsCredential::pbRetrieveCredentials(const ObjectRef& objConn, std::int32_t
 
 void clsCredential::FillCredentialList(const Screen& screen, const TableView& credentials,
                                        std::int32_t previousRid) {
+  const bool hasNoRows = credentials.HasNoRows();
   const ListControl list = screen.List("cboCredentials");
   list.Clear();
   list.AddItem("<Add New>");
   // In an empty list "<Add New>" keeps the item data 0; hosts tell the two cases apart by it.
-  if (credentials.HasNoRows()) return;
+  if (hasNoRows) return;
   list.SetItemData(list.NewIndex(), "-100");
 
   std::int32_t indexToSelect = 0;
-  const std::int32_t last = credentials.UpperRow();
-  for (std::int32_t row = credentials.LowerRow(); row <= last; ++row) {
+  for (std::int32_t row = credentials.LowerRow(), last = credentials.UpperRow(); row <= last;
+       ++row) {
     const double type = NumericValue(credentials.Cell(row, kType));
     for (const CredentialTypeName& name : kCredentialTypes) {
       if (type != name.type) continue;

@@ -11,16 +11,16 @@ SaveTransaction::SaveTransaction(Host& host, std::string_view operation,
 SaveTransaction::~SaveTransaction() {
   if (committed_) return;
   Trap(host_, operation_, [this] { screen_.SetVariable("gstrNewTenantIDs", ""); });
-  if (begun_) Trap(host_, operation_, [this] { connection_.RollbackTrans(); });
+  if (begun_) Trap(host_, operation_, [this] { Connection(connection_).RollbackTrans(); });
 }
 
 void SaveTransaction::Begin() {
-  connection_.BeginTrans();
+  Connection(connection_).BeginTrans();
   begun_ = true;
 }
 
 void SaveTransaction::Commit() {
-  connection_.CommitTrans();
+  Connection(connection_).CommitTrans();
   committed_ = true;
 }
 

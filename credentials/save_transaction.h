@@ -28,7 +28,7 @@ class SaveTransaction {
  private:
   Host& host_;
   std::string_view operation_;
-  Connection connection_;
+  ObjectRef connection_;
   const Screen& screen_;
   bool begun_ = false;
   bool committed_ = false;

@@ -26,36 +26,33 @@ std::string clsDirCode::pbBase64Dec(std::string_view Base64String) {
 
 namespace {
 
-constexpr Parameter kConnection{"objConn", ValueType::kObject, true};
-constexpr Parameter kUnitKey{"lngUnitKey", ValueType::kLong};
-
-constexpr Parameter kConnectionAndUnit[] = {kConnection, kUnitKey};
-constexpr Parameter kSave[] = {kConnection,
-                               kUnitKey,
+constexpr Parameter kSave[] = {kConnectionParameter,
+                               kUnitKeyParameter,
                                {"blnEditDir", ValueType::kBoolean, false, false},
                                {"lngRID", ValueType::kLong, true, 0},
                                {"prevDirCodeIndex", ValueType::kLong, false, 0}};
-constexpr Parameter kRetrieveDirCodes[] = {kConnection,
-                                           kUnitKey,
+constexpr Parameter kRetrieveDirCodes[] = {kConnectionParameter,
+                                           kUnitKeyParameter,
                                            {"lngRID", ValueType::kLong, false, kNoRid},
                                            {"lngOldValue", ValueType::kLong, false, 0}};
-constexpr Parameter kDelete[] = {kConnection,
-                                 kUnitKey,
+constexpr Parameter kDelete[] = {kConnectionParameter,
+                                 kUnitKeyParameter,
                                  {"lngRID", ValueType::kLong},
                                  {"blnDontDisplayMessage", ValueType::kBoolean, false, false},
                                  {"blnValidate", ValueType::kBoolean, false, false}};
 constexpr Parameter kRetrieveTenants[] = {{"objConn", ValueType::kObject},
-                                          kUnitKey,
+                                          kUnitKeyParameter,
                                           {"lngDirCode", ValueType::kLong, false, 0},
                                           {"blnDIsplayName", ValueType::kBoolean, false, false}};
-constexpr Parameter kUpdateDirCode[] = {kConnection, kUnitKey, {"strDirCode", ValueType::kString}};
-constexpr Parameter kMergeSave[] = {kConnection,
-                                    kUnitKey,
+constexpr Parameter kUpdateDirCode[] = {
+    kConnectionParameter, kUnitKeyParameter, {"strDirCode", ValueType::kString}};
+constexpr Parameter kMergeSave[] = {kConnectionParameter,
+                                    kUnitKeyParameter,
                                     {"strMode", ValueType::kString},
                                     {"strDirCodeDetails", ValueType::kStringArray, true},
                                     {"lngRID", ValueType::kLong, false, 0}};
 constexpr Parameter kFetchDirForMerge[] = {
-    kConnection, kUnitKey, {"arrXDBDirCode", ValueType::kObject, true}};
+    kConnectionParameter, kUnitKeyParameter, {"arrXDBDirCode", ValueType::kObject, true}};
 constexpr Parameter kBase64Dec[] = {{"Base64String", ValueType::kString, true}};
 
 constexpr Member kMembers[] = {
@@ -68,9 +65,10 @@ constexpr Member kMembers[] = {
     Operation<&clsDirCode::pbDelete>(5, "pbDelete", kDelete),
     Operation<&clsDirCode::pbRetrieveTenants>(6, "pbRetrieveTenants", kRetrieveTenants),
     Operation<&clsDirCode::pbUpdateDirCode>(7, "pbUpdateDirCode", kUpdateDirCode),
-    Operation<&clsDirCode::pbRetrieveSchedules>(8, "pbRetrieveSchedules", kConnectionAndUnit),
+    Operation<&clsDirCode::pbRetrieveSchedules>(8, "pbRetrieveSchedules",
+                                                kConnectionAndUnitParameters),
     Operation<&clsDirCode::pbRetrieveSettingsFromUnit>(9, "pbRetrieveSettingsFromUnit",
-                                                       kConnectionAndUnit),
+                                                       kConnectionAndUnitParameters),
     Operation<&clsDirCode::pbMergeSave>(10, "pbMergeSave", kMergeSave),
     Operation<&clsDirCode::pbFetchDirForMerge>(11, "pbFetchDirForMerge", kFetchDirForMerge),
     Operation<&clsDirCode::pbBase64Dec>(12, "pbBase64Dec", kBase64Dec),

@@ -139,7 +139,7 @@ class clsDirCode final : public Controller {
   // Renumbering and deletion
   bool IsCodeAcceptable(const Screen& screen, std::string_view code);
   static void ReplaceSelectedCode(const Screen& screen, std::string_view code, std::int32_t rid);
-  void QueueRenumbering(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t& rid,
+  void QueueRenumbering(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t rid,
                         std::int16_t state);
   bool ConfirmDeletion(const ObjectRef& connection, std::int32_t unitKey, std::int32_t rid);
   void QueueDeletion(const ObjectRef& connection, std::int32_t& unitKey, std::int32_t& rid);

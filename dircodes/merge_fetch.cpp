@@ -47,8 +47,7 @@ void clsDirCode::AppendPreviousCodes(const TableView& previous, const TableView&
   const std::int32_t highColumn = std::max(codes.UpperColumn(), kLastMergeColumn);
   std::int32_t target = codes.UpperRow();
 
-  const std::int32_t last = previous.UpperRow();
-  for (std::int32_t row = previous.LowerRow(); row <= last; ++row) {
+  for (std::int32_t row = previous.LowerRow(), last = previous.UpperRow(); row <= last; ++row) {
     if (SecondsBetween(lastSign, host_.Now()) >= kSecondsBetweenPings) {
       host_.LetEventsRun();
       ConnectionManager(connectionManager_).Ping();

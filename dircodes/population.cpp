@@ -49,8 +49,7 @@ void SetNoDeactivation(const DatePicker& start, const DatePicker& end, Date now)
 
 // Lists the display names at the unit; tenants without one are left out.
 void ListDisplayNames(const ListControl& list, const TableView& tenants) {
-  const std::int32_t last = tenants.UpperRow();
-  for (std::int32_t row = tenants.LowerRow(); row <= last; ++row) {
+  for (std::int32_t row = tenants.LowerRow(), last = tenants.UpperRow(); row <= last; ++row) {
     std::string name = TextOrEmpty(tenants.Cell(row, 1));
     if (!name.empty()) AddRow(list, std::move(name), tenants, row, 0);
   }

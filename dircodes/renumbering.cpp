@@ -17,7 +17,7 @@ bool clsDirCode::pbUpdateDirCode(const ObjectRef& objConn, std::int32_t lngUnitK
   Trap(host_, "pbUpdateDirCode", [&] {
     const Screen screen = RequireScreen();
     if (!IsCodeAcceptable(screen, strDirCode)) return;
-    std::int32_t rid = ToLong(screen.Variable("glngrid"));
+    const std::int32_t rid = ToLong(screen.Variable("glngrid"));
     if (!pbIsDirCodeUnique(objConn, strDirCode, lngUnitKey, rid)) return;
 
     std::int16_t state = ReadState(objConn, rid);
@@ -28,7 +28,7 @@ bool clsDirCode::pbUpdateDirCode(const ObjectRef& objConn, std::int32_t lngUnitK
     const Value changed = Manager().ExecuteUpdate(objConn, ReplaceEmptyWithNull(std::move(update)),
                                                   table::DIRECTORYCODE, error_,
                                                   screen.Variable("gstrLastModifiedDate"), rid);
-    if (CountIn(changed) >= 1) {
+    if (NumberIn(changed) >= 1) {
       ReplaceSelectedCode(screen, strDirCode, rid);
       QueueRenumbering(objConn, lngUnitKey, rid, state);
     }
@@ -65,7 +65,7 @@ void clsDirCode::ReplaceSelectedCode(const Screen& screen, std::string_view code
 }
 
 void clsDirCode::QueueRenumbering(const ObjectRef& connection, std::int32_t& unitKey,
-                                  std::int32_t& rid, std::int16_t state) {
+                                  std::int32_t rid, std::int16_t state) {
   const StepSender steps(host_.CreateComponent(component::kStepSender));
   if (state == row_state::kChanged) {
     steps.ChangeDirCode(connection, unitKey, rid);

@@ -3,6 +3,7 @@
 #include "dircodes/code_text.h"
 #include "dircodes/row_state.h"
 #include "frame/convert.h"
+#include "frame/list_rows.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"
 #include "frame/writing_controls.h"
@@ -90,11 +91,8 @@ void clsDirCode::FillCodeList(const Screen& screen, const TableView& codes, std:
 
   const std::int32_t digits = screen.Box("txtdirectorycode").MaxLength();
   std::int32_t indexToSelect = 0;
-  const std::int32_t last = codes.UpperRow();
-  for (std::int32_t row = codes.LowerRow(); row <= last; ++row) {
-    list.AddItem(PaddedCode(codes.Cell(row, kCode), digits));
-    const Value rid = codes.Cell(row, kRid);
-    list.SetItemData(list.NewIndex(), rid);
+  for (std::int32_t row = codes.LowerRow(), last = codes.UpperRow(); row <= last; ++row) {
+    const Value rid = AddRow(list, PaddedCode(codes.Cell(row, kCode), digits), codes, row, kRid);
     if (NumericValue(rid) == oldRid) indexToSelect = row + 1;
   }
   if (indexToSelect > 0) list.SetListIndex(indexToSelect);
@@ -113,6 +111,10 @@ void clsDirCode::LoadCode(const ObjectRef& connection, std::int32_t unitKey, con
   const auto showNumber = [&](std::string_view spinner, CodeColumn which) {
     screen.Spin(spinner).SetNumber(NumericValue(cell(which)));
   };
+  const auto showSchedule = [&](std::string_view name, CodeColumn which) {
+    const ListControl list = screen.List(name);
+    SelectSchedule(list, cell(which));
+  };
   const Value rid = cell(kRid);
   screen.SetVariable("glngrid", rid);
 
@@ -121,10 +123,10 @@ void clsDirCode::LoadCode(const ObjectRef& connection, std::int32_t unitKey, con
   showText("txtExtn", kExtension);
   showNumber("pvnTimeDelay", kTimeDelay);
   showCheck("chkDND", kIsDndChecked);
-  SelectSchedule(screen.List("cboSchedules"), cell(kDndSchedule));
+  showSchedule("cboSchedules", kDndSchedule);
 
   showCheck("chkCallForwarding", kIsCfChecked);
-  SelectSchedule(screen.List("cboSchedulesCF"), cell(kCfSchedule));
+  showSchedule("cboSchedulesCF", kCfSchedule);
   showText("txtPhoneNocf", kCfPhone);
   showText("txtExtnCF", kCfExtension);
   showNumber("pvnTimeDelayCF", kCfTimeDelay);

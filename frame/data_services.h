@@ -86,8 +86,8 @@ class Connection : public View {
   void Execute(std::string sql) const;
 };
 
-/// The number of rows in a manager's answer, for callers that look at it; no answer counts as 0.
-[[nodiscard]] std::int32_t CountIn(const Value& answer);
+/// The number of rows or the identity in a manager's answer; no answer counts as 0.
+[[nodiscard]] std::int32_t NumberIn(const Value& answer);
 
 /// `qorDBI.clsDBManager`. A failed statement raises nothing: it sets the error's flag and text.
 class DatabaseManager : public View {
@@ -101,7 +101,7 @@ class DatabaseManager : public View {
                                                DatabaseError& error) const;
   [[nodiscard]] Value ExecuteScalar(const ObjectRef& connection, std::string sql,
                                     DatabaseError& error) const;
-  /// Returns the number of rows changed as the manager gives it: see CountIn(). `lastModified` may
+  /// Returns the number of rows changed as the manager gives it: see NumberIn(). `lastModified` may
   /// be Missing.
   Value ExecuteUpdate(const ObjectRef& connection, std::string sql, std::string_view table,
                       DatabaseError& error, const Value& lastModified, const Value& rid) const;

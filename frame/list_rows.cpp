@@ -20,16 +20,16 @@ std::string NameIn(const TableView& tenants, std::int32_t row) {
 
 }  // namespace
 
-void AddRow(const ListControl& list, std::string text, const TableView& rows, std::int32_t row,
-            std::int32_t dataColumn) {
+Value AddRow(const ListControl& list, std::string text, const TableView& rows, std::int32_t row,
+             std::int32_t dataColumn) {
   list.AddItem(std::move(text));
-  const Value data = rows.Cell(row, dataColumn);
+  Value data = rows.Cell(row, dataColumn);
   list.SetItemData(list.NewIndex(), data);
+  return data;
 }
 
 void AddTenants(const ListControl& list, const TableView& tenants) {
-  const std::int32_t last = tenants.UpperRow();
-  for (std::int32_t row = tenants.LowerRow(); row <= last; ++row) {
+  for (std::int32_t row = tenants.LowerRow(), last = tenants.UpperRow(); row <= last; ++row) {
     AddRow(list, NameIn(tenants, row), tenants, row, kTenantId);
   }
 }

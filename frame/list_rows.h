@@ -10,8 +10,9 @@
 namespace qorcred {
 
 /// AddItem, then the cell of the row, then ItemData at NewIndex: hosts see the calls in this order.
-void AddRow(const ListControl& list, std::string text, const TableView& rows, std::int32_t row,
-            std::int32_t dataColumn);
+/// Returns the cell.
+Value AddRow(const ListControl& list, std::string text, const TableView& rows, std::int32_t row,
+             std::int32_t dataColumn);
 
 /// Lists every row of a query for TenantID, LastName, FirstName and MiddleInitial by name. The
 /// blanks between the parts of a name stay where a part is missing.

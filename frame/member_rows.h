@@ -19,39 +19,39 @@ namespace member_rows {
 /// How a converted argument reaches a parameter of the C++ type T. `writable`: the function may
 /// change it, in its place.
 template <typename T>
-struct Passing;
+struct ArgumentFor;
 
 template <typename T, ValueType valueType, bool isWritable>
-struct PassingInPlace {
+struct ArgumentInPlace {
   static constexpr ValueType type = valueType;
   static constexpr bool writable = isWritable;
   static T& From(Value& argument) { return *argument.As<T>(); }
 };
 
 template <>
-struct Passing<bool> : PassingInPlace<bool, ValueType::kBoolean, false> {};
+struct ArgumentFor<bool> : ArgumentInPlace<bool, ValueType::kBoolean, false> {};
 template <>
-struct Passing<std::int32_t> : PassingInPlace<std::int32_t, ValueType::kLong, false> {};
+struct ArgumentFor<std::int32_t> : ArgumentInPlace<std::int32_t, ValueType::kLong, false> {};
 template <>
-struct Passing<std::int32_t&> : PassingInPlace<std::int32_t, ValueType::kLong, true> {};
+struct ArgumentFor<std::int32_t&> : ArgumentInPlace<std::int32_t, ValueType::kLong, true> {};
 template <>
-struct Passing<std::string_view> : PassingInPlace<std::string, ValueType::kString, false> {};
+struct ArgumentFor<std::string_view> : ArgumentInPlace<std::string, ValueType::kString, false> {};
 template <>
-struct Passing<std::string> : PassingInPlace<std::string, ValueType::kString, false> {};
+struct ArgumentFor<std::string> : ArgumentInPlace<std::string, ValueType::kString, false> {};
 template <>
-struct Passing<std::string&> : PassingInPlace<std::string, ValueType::kString, true> {};
+struct ArgumentFor<std::string&> : ArgumentInPlace<std::string, ValueType::kString, true> {};
 template <>
-struct Passing<ObjectRef> : PassingInPlace<ObjectRef, ValueType::kObject, false> {};
+struct ArgumentFor<ObjectRef> : ArgumentInPlace<ObjectRef, ValueType::kObject, false> {};
 template <>
-struct Passing<const ObjectRef&> : PassingInPlace<ObjectRef, ValueType::kObject, false> {};
+struct ArgumentFor<const ObjectRef&> : ArgumentInPlace<ObjectRef, ValueType::kObject, false> {};
 template <>
-struct Passing<ObjectRef&> : PassingInPlace<ObjectRef, ValueType::kObject, true> {};
+struct ArgumentFor<ObjectRef&> : ArgumentInPlace<ObjectRef, ValueType::kObject, true> {};
 template <>
-struct Passing<StringArray&> : PassingInPlace<StringArray, ValueType::kStringArray, true> {};
+struct ArgumentFor<StringArray&> : ArgumentInPlace<StringArray, ValueType::kStringArray, true> {};
 
 /// A result that the caller of the native operation need not take.
 template <>
-struct Passing<std::int32_t*> {
+struct ArgumentFor<std::int32_t*> {
   static constexpr ValueType type = ValueType::kLong;
   static constexpr bool writable = true;
   static std::int32_t* From(Value& argument) { return argument.As<std::int32_t>(); }
@@ -63,7 +63,7 @@ constexpr ValueType TypeOfResult() {
   if constexpr (std::is_void_v<T>) {
     return ValueType::kEmpty;
   } else {
-    return Passing<T>::type;
+    return ArgumentFor<T>::type;
   }
 }
 
@@ -82,17 +82,21 @@ struct Thunk<function> {
     return RunWith(controller, arguments, std::index_sequence_for<Parameters...>());
   }
 
-  static consteval void Check(std::span<const Parameter> described) {
+  /// Whether the described parameters are the function's.
+  static constexpr bool Fits(std::span<const Parameter> described) {
     constexpr std::size_t count = sizeof...(Parameters);
-    if (described.size() != count) ParametersDoNotFitTheFunction();
+    if (described.size() != count) return false;
     // One more, because there may be none.
-    constexpr ValueType types[] = {Passing<Parameters>::type..., ValueType::kEmpty};
-    constexpr bool writable[] = {Passing<Parameters>::writable..., false};
+    constexpr ValueType types[] = {ArgumentFor<Parameters>::type..., ValueType::kEmpty};
+    constexpr bool writable[] = {ArgumentFor<Parameters>::writable..., false};
     for (std::size_t at = 0; at < count; ++at) {
-      if (described[at].type != types[at]) ParametersDoNotFitTheFunction();
-      if (writable[at] && !described[at].byRef) ParametersDoNotFitTheFunction();
-      if (!described[at].HasDefaultOfItsType()) ParametersDoNotFitTheFunction();
+      if (described[at].type != types[at]) return false;
+      if (writable[at] && !described[at].byRef) return false;
+      if (!described[at].HasDefaultOfItsType()) return false;
+      // What follows an argument that may be left out may be left out as well.
+      if (at > 0 && described[at - 1].IsOptional() && !described[at].IsOptional()) return false;
     }
+    return true;
   }
 
  private:
@@ -101,10 +105,10 @@ struct Thunk<function> {
                        std::index_sequence<at...>) {
     auto& self = static_cast<Class&>(controller);
     if constexpr (std::is_void_v<Result>) {
-      (self.*function)(Passing<Parameters>::From(arguments[at])...);
+      (self.*function)(ArgumentFor<Parameters>::From(arguments[at])...);
       return {};
     } else {
-      return (self.*function)(Passing<Parameters>::From(arguments[at])...);
+      return (self.*function)(ArgumentFor<Parameters>::From(arguments[at])...);
     }
   }
 };
@@ -115,24 +119,32 @@ struct PropertyThunk;
 template <typename Class, typename Read, typename Written, Read (Class::*getter)() const,
           void (Class::*setter)(Written)>
 struct PropertyThunk<getter, setter> {
-  static constexpr ValueType type = Passing<Written>::type;
+  static_assert(std::is_same_v<std::remove_cvref_t<Read>, std::remove_cvref_t<Written>>,
+                "a property is read and written in one type");
+  static constexpr ValueType type = ArgumentFor<Written>::type;
 
   static Value Run(Controller& controller, InvokeKind kind, Arguments arguments) {
     auto& self = static_cast<Class&>(controller);
     if (kind == InvokeKind::kGet) return (self.*getter)();
-    (self.*setter)(Passing<Written>::From(arguments[0]));
+    (self.*setter)(ArgumentFor<Written>::From(arguments[0]));
     return {};
   }
 };
 
 }  // namespace member_rows
 
+/// Parameters that most operations begin with.
+inline constexpr Parameter kConnectionParameter{"objConn", ValueType::kObject, true};
+inline constexpr Parameter kUnitKeyParameter{"lngUnitKey", ValueType::kLong};
+inline constexpr Parameter kConnectionAndUnitParameters[] = {kConnectionParameter,
+                                                             kUnitKeyParameter};
+
 /// The row of an operation: Operation<&clsDirCode::pbSave>(3, "pbSave", kSave).
 template <auto function>
 consteval Member Operation(int id, std::string_view name,
                            std::span<const Parameter> parameters = {}) {
   using Thunk = member_rows::Thunk<function>;
-  Thunk::Check(parameters);
+  if (!Thunk::Fits(parameters)) member_rows::ParametersDoNotFitTheFunction();
   return {id, name, MemberKind::kOperation, parameters, Thunk::resultType, Thunk::Run};
 }
 

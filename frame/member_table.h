@@ -12,9 +12,9 @@
 
 namespace qorcred {
 
-/// What an optional parameter is when its argument is left out. kRequired: it may not be.
-enum class NoDefault : std::uint8_t { kRequired, kNoObject };
-using Default = std::variant<NoDefault, bool, std::int32_t>;
+/// What a parameter is when its argument is left out, if it may be: nothing stands for an object.
+enum class Omitting : std::uint8_t { kRefused, kGivesNothing };
+using Default = std::variant<Omitting, bool, std::int32_t>;
 
 /// One parameter of an operation. `type` is what an argument is converted to before the call;
 /// kEmpty takes any value as it is.
@@ -22,11 +22,9 @@ struct Parameter {
   std::string_view name;
   ValueType type;
   bool byRef = false;
-  Default omitted = NoDefault::kRequired;
+  Default omitted = Omitting::kRefused;
 
-  [[nodiscard]] constexpr bool IsOptional() const {
-    return omitted != Default(NoDefault::kRequired);
-  }
+  [[nodiscard]] constexpr bool IsOptional() const { return omitted != Default(Omitting::kRefused); }
   /// Whether what stands for an omitted argument is of the parameter's type.
   [[nodiscard]] constexpr bool HasDefaultOfItsType() const {
     if (!IsOptional()) return true;

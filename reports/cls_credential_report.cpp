@@ -6,8 +6,8 @@ namespace qorcred {
 
 namespace {
 
-constexpr Parameter kGenSql[] = {report_members::kConnection,
-                                 report_members::kUnitKey,
+constexpr Parameter kGenSql[] = {kConnectionParameter,
+                                 kUnitKeyParameter,
                                  {"arrXDBTx", ValueType::kObject, true},
                                  {"strSQL", ValueType::kString, true}};
 

@@ -6,27 +6,24 @@ namespace qorcred {
 
 namespace {
 
-using report_members::kConnection;
-using report_members::kUnitKey;
-
-constexpr Parameter kConnectionAndUnit[] = {kConnection, kUnitKey};
-constexpr Parameter kResult[] = {kUnitKey,
-                                 {"objCon", ValueType::kObject, true},
-                                 {"objGrid", ValueType::kObject, true},
-                                 {"strSQL", ValueType::kString},
-                                 {"objColGrid", ValueType::kObject, true},
-                                 {"colValueItem", ValueType::kObject, true, NoDefault::kNoObject}};
-constexpr Parameter kGenSql[] = {kConnection, {"intUnitKey", ValueType::kLong}};
+constexpr Parameter kResult[] = {
+    kUnitKeyParameter,
+    {"objCon", ValueType::kObject, true},
+    {"objGrid", ValueType::kObject, true},
+    {"strSQL", ValueType::kString},
+    {"objColGrid", ValueType::kObject, true},
+    {"colValueItem", ValueType::kObject, true, Omitting::kGivesNothing}};
+constexpr Parameter kGenSql[] = {kConnectionParameter, {"intUnitKey", ValueType::kLong}};
 constexpr Parameter kEntryLength[] = {{"objCon", ValueType::kObject, true},
                                       {"blnDirLength", ValueType::kBoolean, true, false}};
-constexpr Parameter kConnectionAlone[] = {kConnection};
+constexpr Parameter kConnectionAlone[] = {kConnectionParameter};
 
 constexpr Member kMembers[] = {
     report_members::FilterScreen(1),
     report_members::UnitKey(2),
     report_members::RidsForDeletion(3),
     Operation<&clsDirCodeReport::pvDirCodeReportResult>(4, "pvDirCodeReportResult", kResult),
-    Operation<&clsDirCodeReport::pbGetUnitName>(5, "pbGetUnitName", kConnectionAndUnit),
+    Operation<&clsDirCodeReport::pbGetUnitName>(5, "pbGetUnitName", kConnectionAndUnitParameters),
     report_members::PopulateOperators(6),
     Operation<&clsDirCodeReport::pbGenSql>(7, "pbGenSql", kGenSql),
     Operation<&clsDirCodeReport::pbGetEntryLength>(8, "pbGetEntryLength", kEntryLength),

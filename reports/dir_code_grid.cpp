@@ -95,8 +95,7 @@ Translations YesNoTranslations(std::string_view yes, std::string_view no) {
 Translations ScheduleTranslations(const TableView& schedules) {
   Translations translations;
   if (!schedules.HasNoRows()) {
-    const std::int32_t last = schedules.UpperRow();
-    for (std::int32_t row = schedules.LowerRow(); row <= last; ++row) {
+    for (std::int32_t row = schedules.LowerRow(), last = schedules.UpperRow(); row <= last; ++row) {
       translations.push_back({schedules.Cell(row, 0), TextOrEmpty(schedules.Cell(row, 1))});
     }
   }
@@ -225,8 +224,7 @@ void FormatCells(const TableView& rows, const FormattedColumns& columns,
   const std::optional<std::int32_t> code = inTable(columns.code);
   const std::optional<std::int32_t> start = inTable(columns.start);
   const std::optional<std::int32_t> end = inTable(columns.end);
-  const std::int32_t last = rows.UpperRow();
-  for (std::int32_t row = rows.LowerRow(); row <= last; ++row) {
+  for (std::int32_t row = rows.LowerRow(), last = rows.UpperRow(); row <= last; ++row) {
     FormatCell(rows, row, code, codePicture);
     FormatCell(rows, row, start, kDatePicture);
     FormatCell(rows, row, end, kDatePicture);

@@ -18,8 +18,7 @@ struct FieldChoice {
 std::vector<FieldChoice> ChoicesIn(const TableView& fields) {
   std::vector<FieldChoice> choices;
   if (fields.HasNoRows()) return choices;
-  const std::int32_t last = fields.UpperRow();
-  for (std::int32_t row = fields.LowerRow(); row <= last; ++row) {
+  for (std::int32_t row = fields.LowerRow(), last = fields.UpperRow(); row <= last; ++row) {
     choices.push_back({fields.Cell(row, 0), TextOrEmpty(fields.Cell(row, 1))});
   }
   return choices;

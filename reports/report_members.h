@@ -7,15 +7,12 @@
 
 namespace qorcred::report_members {
 
-inline constexpr Parameter kConnection{"objConn", ValueType::kObject, true};
-inline constexpr Parameter kUnitKey{"lngUnitKey", ValueType::kLong};
-
 inline constexpr Parameter kDelete[] = {
-    kConnection, kUnitKey, {"lngRowsDeleted", ValueType::kLong, true}};
+    kConnectionParameter, kUnitKeyParameter, {"lngRowsDeleted", ValueType::kLong, true}};
 inline constexpr Parameter kMerge[] = {{"arrXDBObj1", ValueType::kObject, true},
                                        {"arrXDBObj2", ValueType::kObject, true}};
 inline constexpr Parameter kValidate[] = {
-    kConnection, kUnitKey, {"objDB", ValueType::kObject, true}};
+    kConnectionParameter, kUnitKeyParameter, {"objDB", ValueType::kObject, true}};
 
 consteval Member FilterScreen(int id) {
   return Property<&ReportController::gfrmTxFilter, &ReportController::set_gfrmTxFilter>(

@@ -185,6 +185,28 @@ TEST_F(EditedCredential, IsNotSavedWhenTheCapacityGivesNoTable) {
             Lines{"Trapped pbSave 9 \"Subscript out of range\""});
 }
 
+TEST_F(EditedCredential, TakesAReferenceToNothingForATableWithoutRows) {
+  struct Case {
+    std::string_view name;
+    qorcred::Value answer;
+    std::string_view trapped;
+  };
+  for (const Case& one :
+       {Case{"Nothing", qorcred::ObjectRef(), "Trapped pbSave 9 \"Subscript out of range\""},
+        Case{"Null", qorcred::Null{}, "Trapped pbSave 9 \"Subscript out of range\""},
+        Case{"Text", "500", "Trapped pbSave 424 \"Object required\""},
+        Case{"Number", 500, "Trapped pbSave 424 \"Object required\""}}) {
+    CredentialScreen screen;
+    screen.ShowStored(1, 1);
+    screen.host().database().Replace("FROM UNITTYPES", {.value = one.answer, .nothing = true});
+
+    EXPECT_FALSE(screen.SaveEdited()) << one.name;
+
+    EXPECT_EQ(screen.host().transcript().StartingWith("Trapped"), Lines{std::string(one.trapped)})
+        << one.name;
+  }
+}
+
 TEST_F(EditedCredential, CountsIn32Bits) {
   struct Case {
     std::string_view name;
@@ -201,6 +223,7 @@ TEST_F(EditedCredential, CountsIn32Bits) {
         Case{"Largest", "2147483647", {"2147483646", "0", ""}, "pvCreateProgramSteps 3 55"},
         Case{"LimitTooLarge", "2147483648", {"0", "0", "0"}, "Trapped pbSave 6"},
         Case{"SumTooLarge", "2147483647", {"2147483647", "1", "0"}, "Trapped pbSave 6"},
+        Case{"FirstSumTooLarge", "2147483647", {"2147483647", "1", "-1"}, "Trapped pbSave 6"},
         Case{"NoNumber", "500", {"0", "x", "0"}, "Trapped pbSave 13"}}) {
     CredentialScreen screen;
     screen.ShowStored(1, 1);

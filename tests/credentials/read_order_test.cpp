@@ -54,6 +54,50 @@ TEST_F(ReadOrder, OfATenantIsNameEntryAndThenId) {
   )~"));
 }
 
+TEST_F(ReadOrder, OfAScheduleIsNameEntryAndThenIdInEachList) {
+  Database().On("from Schedules", WatchedRow(Host(), {5, "Day"}));
+
+  Controller().pbRetrieveSchedules(Connection(), kUnit);
+
+  const Lines lines = Host().transcript().Read(Detail::kEverything);
+  ASSERT_GE(lines.size(), 14U);
+  // The selection of "Full Access" in the four lists comes last.
+  EXPECT_TRUE(SameLines(Lines(lines.end() - 14, lines.end() - 4), R"~(
+    rows(2, 1) -> "Day"
+    cboSchedules3.AddItem "Day"
+    rows(2, 0) -> 5
+    cboSchedules3.NewIndex -> 2
+    cboSchedules3.ItemData(2) = 5
+    rows(2, 1) -> "Day"
+    cboSchedules4.AddItem "Day"
+    rows(2, 0) -> 5
+    cboSchedules4.NewIndex -> 2
+    cboSchedules4.ItemData(2) = 5
+  )~"));
+}
+
+TEST_F(ReadOrder, OfTheCredentialListLooksForRowsFirst) {
+  Database().On("FROM CREDENTIALBANK", WatchedRow(Host(), {kUnit, 17, 2, 700, 12, 5, 1, 4, "", 0}));
+
+  Controller().pbRetrieveCredentials(Connection(), kUnit);
+
+  EXPECT_TRUE(SameLines(FromRows(), R"~(
+    rows(0, 0) -> 3
+    cboCredentials.Clear
+    cboCredentials.AddItem "<Add New>"
+    cboCredentials.NewIndex -> 0
+    cboCredentials.ItemData(0) = "-100"
+    rows.LowerBound(1) -> 0
+    rows.UpperBound(1) -> 0
+    rows(0, 2) -> 2
+    rows(0, 3) -> 700
+    cboCredentials.AddItem "Transmitter-700"
+    rows(0, 1) -> 17
+    cboCredentials.NewIndex -> 1
+    cboCredentials.ItemData(1) = 17
+  )~"));
+}
+
 class ReadOrderWithTenants : public ReadOrder {
  protected:
   ReadOrderWithTenants() : ReadOrder(ScreenKind::kTenantCreating) {}

@@ -175,6 +175,18 @@ TEST_F(LoadedCredential, OfATransmitterShowsItsCodesAndTenant) {
   EXPECT_EQ(Host().controls().List("cboActivate").selected(), -1);
 }
 
+TEST_F(LoadedCredential, KeepsItsLastModificationInTheFormOfTheHost) {
+  ShowLists();
+  Database().Select("FROM CREDENTIALBANK", {{kUnit, 17, 2, 700, 12, 5, 1, 4,
+                                             qorcred::FromCivil({2026, 1, 31, 14, 5, 9}), 2}});
+  Host().script().dateText = "2026-01-31";
+
+  Controller().pbRetrieveCredentials(Connection(), kUnit, 17);
+
+  // As it is: only the dates of new tenants are written without a "-1".
+  EXPECT_EQ(Host().controls().Variable("gstrLastModifiedDate"), qorcred::Value("2026-01-31"));
+}
+
 TEST_F(LoadedCredential, OfACardShowsItsDoorAndNoTransmitterControls) {
   ShowLists();
   Database().Select("FROM CREDENTIALBANK", {{kUnit, 18, 1, 800, 99, 0, 0, 1, "1/2/2026", 2}});

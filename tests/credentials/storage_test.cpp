@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "credentials/save_transaction.h"
 #include "tests/credentials/credential_fixture.h"
 
 namespace qortest {
@@ -194,6 +195,18 @@ TEST_F(Storage, ThatCannotBeginForgetsTheTenantsAndRollsNothingBack) {
   )~"));
   EXPECT_EQ(Host().transactions().rolledBack(), 0);
   EXPECT_TRUE(Host().transcript().StartingWith("ExecuteInsert ").empty());
+}
+
+TEST_F(Storage, WithoutAConnectionForgetsTheTenantsToo) {
+  Host().controls().SetVariable("gstrNewTenantIDs", "9,");
+  const qorcred::Screen screen(Host().screen());
+  {
+    qorcred::SaveTransaction transaction(Host().host(), "pbSave", nullptr, screen);
+    EXPECT_THROW(transaction.Begin(), qorcred::RuntimeError);
+  }
+
+  EXPECT_TRUE(Host().services().trapped().empty());
+  EXPECT_EQ(Host().controls().Variable("gstrNewTenantIDs"), qorcred::Value(""));
 }
 
 // A host that creates no tenants may have a screen without the variable.

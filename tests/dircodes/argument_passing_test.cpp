@@ -77,6 +77,10 @@ TEST_F(DirCodePassing, OfAMergedCode) {
   qorcred::StringArray details(24);
   ASSERT_TRUE(controller_.pbMergeSave(Connection(), kUnit, "Delete", details, kStoredRow));
   EXPECT_THAT(passing_.TakeLines(), ElementsAre(kQueryDelete, kUpdate));
+  ASSERT_TRUE(controller_.pbMergeSave(Connection(), kUnit, "Insert", details));
+  EXPECT_THAT(passing_.TakeLines(), ElementsAre(kInsert));
+  ASSERT_TRUE(controller_.pbMergeSave(Connection(), kUnit, "Update", details, kStoredRow));
+  EXPECT_THAT(passing_.TakeLines(), ElementsAre(kUpdateOfARow));
 }
 
 }  // namespace

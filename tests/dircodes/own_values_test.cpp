@@ -50,12 +50,12 @@ TEST_F(OwnValues, DatesAreWrittenInTheFormOfTheHost) {
   Screen().Check("chkActive");
   Host().controls().Date("dtpStart").Choose(FromCivil({2026, 11, 21, 10, 0, 0}));
   Host().controls().Date("dtpEnd").Choose(FromCivil({2027, 11, 21, 23, 59, 59}));
-  Host().script().dateText = "21.11.2026";
+  Host().script().dateText = "2026-11-21";
 
   EXPECT_TRUE(Screen().SaveNew());
 
   EXPECT_NE(TheOnly(Host().transcript().StartingWith("ExecuteInsert"))
-                .find("True,'21.11.2026','21.11.2026',"),
+                .find("True,'2026-11-21','2026-11-21',"),
             std::string::npos);
 }
 
@@ -65,24 +65,24 @@ TEST_F(OwnValues, DatesAreShownInTheFormOfTheHost) {
       "SELECT UNITKEY,RID,DIRECTORYCODE,PHONENUMBER",
       {{kUnit,  kStoredRow, 12, stamp, Null{}, 2,      Null{}, false,  Null{}, false,
         Null{}, Null{},     2,  stamp, false,  Null{}, Null{}, Null{}, false,  false}});
-  Host().script().dateText = "20.11.2026";
+  Host().script().dateText = "2026-11-20";
 
   Controller().pbRetrieveDirCodes(Connection(), kUnit, kStoredRow);
 
-  EXPECT_EQ(Host().TextOf("txtPhoneNo"), "20.11.2026");
-  EXPECT_EQ(Host().controls().Variable("gstrLastModifiedDate"), Value("20.11.2026"));
+  EXPECT_EQ(Host().TextOf("txtPhoneNo"), "2026-11-20");
+  EXPECT_EQ(Host().controls().Variable("gstrLastModifiedDate"), Value("2026-11-20"));
 }
 
 TEST_F(OwnValues, TheQuestionNamesADateInTheFormOfTheHost) {
   Database().Number("SELECT DirectoryCode FROM DIRECTORYCODE",
                     Value(FromCivil({2026, 11, 20, 0, 0, 0})));
-  Host().script().dateText = "20.11.2026";
+  Host().script().dateText = "2026-11-20";
 
   EXPECT_FALSE(Screen().Delete(kStoredRow, true, true));
 
   EXPECT_EQ(TheOnly(Host().transcript().StartingWith("MsgBox")),
             "MsgBox 52 \"Pello RT\" \"Are you sure you want to delete Directory Code "
-            "20.11.2026?\" -> 7");
+            "2026-11-20?\" -> 7");
 }
 
 TEST_F(OwnValues, TheFirstScheduleOfAListCountsLikeAnyOther) {

@@ -6,6 +6,7 @@
 
 #include "frame/result_table.h"
 #include "tests/dircodes/dir_code_fixture.h"
+#include "tests/support/overlaid_object.h"
 
 namespace qortest {
 namespace {
@@ -89,6 +90,20 @@ TEST_F(DirCodeReadOrder, OfACodeIsNumberEntryAndThenRow) {
     cbodirectorycode.NewIndex -> 1
     cbodirectorycode.ItemData(1) = 17
   )~"));
+}
+
+// The list is fetched before the cell is read: a screen without it ends the loading there.
+TEST_F(DirCodeReadOrder, OfALoadedCodesScheduleIsListAndThenCell) {
+  std::vector<Value> cells(20, Value(Null{}));
+  cells[0] = kUnit;
+  cells[1] = kStoredRow;
+  AnswerWatched("SELECT UNITKEY,RID,DIRECTORYCODE,PHONENUMBER", cells);
+  Controller().set_mobjDirCodeScreen(WithoutMember(Host().screen(), "cboSchedules"));
+
+  Controller().pbRetrieveDirCodes(Connection(), kUnit, kStoredRow);
+
+  EXPECT_EQ(Host().transcript().StartingWith("rows(0, 7)").size(), 1U);
+  EXPECT_TRUE(Host().transcript().StartingWith("rows(0, 6)").empty());
 }
 
 TEST_F(DirCodeReadOrder, OfAFixedDateIsBehindTheStart) {

@@ -76,6 +76,35 @@ std::span<const Member> Sample::Members() const {
   return kMembers;
 }
 
+// Rows that do not fit their functions are refused when they are compiled.
+using JoinThunk = member_rows::Thunk<&Sample::Join>;
+using ChangeThunk = member_rows::Thunk<&Sample::Change>;
+using StoreThunk = member_rows::Thunk<&Sample::Store>;
+constexpr Parameter kFlag{"blnFlag", ValueType::kBoolean};
+constexpr Parameter kNumber{"lngNumber", ValueType::kLong};
+constexpr Parameter kText{"strText", ValueType::kString};
+constexpr Parameter kOptionalNumber{"lngNumber", ValueType::kLong, false, 5};
+constexpr Parameter kOptionalText{"strText", ValueType::kString, false, 5};
+constexpr Parameter kFlagWithANumber{"blnFlag", ValueType::kBoolean, false, 1};
+
+constexpr Parameter kTooFew[] = {kFlag, kNumber};
+constexpr Parameter kTooMany[] = {kFlag, kNumber, kText, kText};
+constexpr Parameter kOtherType[] = {kNumber, kNumber, kText};
+constexpr Parameter kOtherDefault[] = {kFlagWithANumber, kOptionalNumber, kOptionalText};
+constexpr Parameter kRequiredBehindOptional[] = {kFlag, kOptionalNumber, kText};
+constexpr Parameter kByValue[] = {{"objAny", ValueType::kObject, true},
+                                  {"lngRID", ValueType::kLong}};
+
+static_assert(JoinThunk::Fits(kJoin));
+static_assert(!JoinThunk::Fits(kTooFew));
+static_assert(!JoinThunk::Fits(kTooMany));
+static_assert(!JoinThunk::Fits(kOtherType));
+static_assert(!JoinThunk::Fits(kOtherDefault));
+static_assert(!JoinThunk::Fits(kRequiredBehindOptional));
+static_assert(ChangeThunk::Fits(kChange));
+static_assert(StoreThunk::Fits(kStore));
+static_assert(!StoreThunk::Fits(kByValue));
+
 TEST(MemberRowsTest, TypesComeFromTheFunctions) {
   const ValueType expected[] = {ValueType::kObject, ValueType::kString, ValueType::kLong,
                                 ValueType::kString, ValueType::kLong,   ValueType::kBoolean,

@@ -28,9 +28,10 @@ constexpr Parameter kAnything[] = {{"varAny", ValueType::kEmpty}};
 constexpr Parameter kThree[] = {{"lngByRef", ValueType::kLong, true},
                                 {"lngByVal", ValueType::kLong},
                                 {"lngOptional", ValueType::kLong, true, -5}};
-constexpr Parameter kDefaults[] = {{"blnOptional", ValueType::kBoolean, false, true},
-                                   {"objOptional", ValueType::kObject, false, NoDefault::kNoObject},
-                                   {"lngOptional", ValueType::kLong, false, 4}};
+constexpr Parameter kDefaults[] = {
+    {"blnOptional", ValueType::kBoolean, false, true},
+    {"objOptional", ValueType::kObject, false, Omitting::kGivesNothing},
+    {"lngOptional", ValueType::kLong, false, 4}};
 
 /// Remembers the arguments that its members received; an operation then writes 7 over each.
 class Sample final : public Controller {

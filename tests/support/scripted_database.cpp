@@ -105,7 +105,7 @@ Value ScriptedManager::Result(const Operation& operation, const Answer* answer) 
   switch (operation.kind) {
     case Operation::Kind::kSelect: {
       if (answer != nullptr && answer->nothing) {
-        return {};
+        return answer->value;
       }
       if (!failed && answer != nullptr && answer->table != nullptr) {
         return answer->table;

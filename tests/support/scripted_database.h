@@ -20,7 +20,7 @@ using Row = std::vector<qorcred::Value>;
 /// What the manager answers to one statement.
 struct Answer {
   std::vector<Row> rows = {};     ///< of a select; none gives the empty table
-  qorcred::Value value = {};      ///< of any other statement
+  qorcred::Value value = {};      ///< of any other statement, and of a select without a table
   std::string error = {};         ///< when not empty, sets the error flag and this text
   bool nothing = false;           ///< a select that gives no table at all
   qorcred::ObjectRef table = {};  ///< a select that gives this table
