@@ -46,7 +46,7 @@ void clsCredential::PutIntoSlot(const ObjectRef& connection, std::int32_t unitKe
                              "CREDENTIALID2 IS NOT NULL ))");
   const Value changed =
       manager.ExecuteUpdate(connection, FixNullValues(std::move(first)), table::TENANTS, error_);
-  if (NumberIn(changed) > 0) return;
+  if (AnsweredNumber(changed) > 0) return;
   std::string second = Concat("UPDATE TENANTS SET CREDENTIALID2 = ", credentialId,
                               " WHERE TENANTID = ", tenantId, " AND UNITKEY = ", unitKey,
                               " AND CREDENTIALID2 IS NULL AND CREDENTIALID1 IS NOT NULL  ");

@@ -56,7 +56,7 @@ bool clsCredential::pbUpdatePinNo(const ObjectRef& objConn, std::int32_t lngPINN
     const Value changed =
         Manager().ExecuteUpdate(objConn, FixNullValues(std::move(update)), table::CREDENTIALBANK,
                                 error_, screen.Variable("gstrLastModifiedDate"), rid);
-    if (NumberIn(changed) < 1) return;
+    if (AnsweredNumber(changed) < 1) return;
     const std::string_view separator = type.label.empty() ? "" : "-";
     ReplaceSelectedEntry(list, Concat(type.label, separator, lngPINNO));
     renumbered = true;

@@ -28,7 +28,7 @@ bool clsDirCode::pbUpdateDirCode(const ObjectRef& objConn, std::int32_t lngUnitK
     const Value changed = Manager().ExecuteUpdate(objConn, ReplaceEmptyWithNull(std::move(update)),
                                                   table::DIRECTORYCODE, error_,
                                                   screen.Variable("gstrLastModifiedDate"), rid);
-    if (NumberIn(changed) >= 1) {
+    if (AnsweredNumber(changed) >= 1) {
       ReplaceSelectedCode(screen, strDirCode, rid);
       QueueRenumbering(objConn, lngUnitKey, rid, state);
     }

@@ -119,7 +119,7 @@ bool clsDirCode::SaveEdited(const ObjectRef& connection, std::int32_t unitKey, c
                                                 table::DIRECTORYCODE, error_,
                                                 screen.Variable("gstrLastModifiedDate"), rid);
   // Someone else may have changed the row meanwhile: hosts take that for success, too.
-  if (NumberIn(changed) <= 0) return true;
+  if (AnsweredNumber(changed) <= 0) return true;
   steps.ProgramDirCode(connection, unitKey, rid);
   pbRetrieveDirCodes(connection, unitKey, rid);
   return true;

@@ -52,7 +52,7 @@ void TableView::SortByText(std::int32_t firstRow, std::int32_t lastRow, std::int
   });
 }
 
-std::int32_t NumberIn(const Value& answer) {
+std::int32_t AnsweredNumber(const Value& answer) {
   return RoundToLong(NumericValue(answer));
 }
 
@@ -108,7 +108,7 @@ std::int32_t DatabaseManager::ExecuteInsert(const ObjectRef& connection, std::st
                                             DatabaseError& error) const {
   std::array<Value, 6> arguments{Value(connection), Value(std::move(sql)), Value(lastModified),
                                  Value(table),      Value(error.flag),     Value(error.text)};
-  return NumberIn(CallManager(object(), "ExecuteInsert", {arguments, kInsert}, 4, error));
+  return AnsweredNumber(CallManager(object(), "ExecuteInsert", {arguments, kInsert}, 4, error));
 }
 
 void DatabaseManager::ExecuteDelete(const ObjectRef& connection, std::string_view table,
@@ -122,7 +122,7 @@ std::int32_t DatabaseManager::ExecuteQueryDelete(const ObjectRef& connection, st
                                                  DatabaseError& error) const {
   std::array<Value, 4> arguments{Value(connection), Value(std::move(sql)), Value(error.flag),
                                  Value(error.text)};
-  return NumberIn(CallManager(object(), "ExecuteQueryDelete", {arguments, kQuery}, 2, error));
+  return AnsweredNumber(CallManager(object(), "ExecuteQueryDelete", {arguments, kQuery}, 2, error));
 }
 
 }  // namespace qorcred

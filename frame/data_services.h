@@ -87,7 +87,7 @@ class Connection : public View {
 };
 
 /// The number of rows or the identity in a manager's answer; no answer counts as 0.
-[[nodiscard]] std::int32_t NumberIn(const Value& answer);
+[[nodiscard]] std::int32_t AnsweredNumber(const Value& answer);
 
 /// `qorDBI.clsDBManager`. A failed statement raises nothing: it sets the error's flag and text.
 class DatabaseManager : public View {
@@ -101,8 +101,8 @@ class DatabaseManager : public View {
                                                DatabaseError& error) const;
   [[nodiscard]] Value ExecuteScalar(const ObjectRef& connection, std::string sql,
                                     DatabaseError& error) const;
-  /// Returns the number of rows changed as the manager gives it: see NumberIn(). `lastModified` may
-  /// be Missing.
+  /// Returns the number of rows changed as the manager gives it: see AnsweredNumber().
+  /// `lastModified` may be Missing.
   Value ExecuteUpdate(const ObjectRef& connection, std::string sql, std::string_view table,
                       DatabaseError& error, const Value& lastModified, const Value& rid) const;
   Value ExecuteUpdate(const ObjectRef& connection, std::string sql, std::string_view table,

@@ -265,7 +265,7 @@ TEST(CountInTest, ReadsTheRowsOfAnyAnswer) {
       {"Missing", Missing(), "error 13"},
   };
   ForEachRow(rows, [](const auto& row) {
-    EXPECT_EQ(Outcome([&] { return NumberIn(row.answer); }), row.expected);
+    EXPECT_EQ(Outcome([&] { return AnsweredNumber(row.answer); }), row.expected);
   });
 }
 

@@ -27,7 +27,7 @@ class DatabaseManagerTest : public ComponentFixture {
   }
   std::int32_t Update(const std::string& sql, const Value& lastModified, const Value& rid,
                       std::string_view table = "CREDENTIALBANK") {
-    return qorcred::CountIn(
+    return qorcred::AnsweredNumber(
         manager().ExecuteUpdate(Connection(), sql, table, error_, lastModified, rid));
   }
 };
@@ -157,7 +157,7 @@ TEST_F(DatabaseManagerTest, AnUpdateMayNameAnotherTableThanItChanges) {
       "UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE='_LMDATE_' WHERE UNITKEY=1 AND "
       "DIRECTORYCODE=5",
       "DIRECTORYCODE", error_);
-  EXPECT_EQ(qorcred::CountIn(changed), 1);
+  EXPECT_EQ(qorcred::AnsweredNumber(changed), 1);
 }
 
 constexpr const char* kRenumber =

@@ -34,7 +34,7 @@ class MergeStatementsTest : public ComponentFixture {
     const Value rows =
         manager().ExecuteUpdate(Connection(), sql, "DIRECTORYCODE", error_, Missing{}, rid);
     EXPECT_EQ(error_.text, "");
-    return qorcred::CountIn(rows);
+    return qorcred::AnsweredNumber(rows);
   }
   Value Cell(const std::string& column) {
     return Scalar("SELECT " + column + " FROM DIRECTORYCODE");
@@ -94,7 +94,7 @@ TEST_F(MergeStatementsTest, ADeletionReleasesTenantsAndLeavesTheTimeInTheirState
                 error_),
             1);
   EXPECT_EQ(error_.text, "");
-  EXPECT_EQ(qorcred::CountIn(manager().ExecuteUpdate(
+  EXPECT_EQ(qorcred::AnsweredNumber(manager().ExecuteUpdate(
                 Connection(),
                 "UPDATE TENANTS SET DIRECTORYCODE=NULL,MODIFIED='_LMDATE_' WHERE UNITKEY=1 AND "
                 "DIRECTORYCODE=1",
