@@ -17,7 +17,6 @@ namespace qorhost {
 namespace {
 
 using qorcred::Null;
-using qorcred::ResultTable;
 using qorcred::Value;
 
 // Columns of the detail query, behind the RID in column 0.

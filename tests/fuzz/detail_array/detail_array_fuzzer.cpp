@@ -20,7 +20,7 @@ namespace {
 using qorcred::StringArray;
 using qorcred::Value;
 using qortest::Check;
-using namespace qorcred::detail;  // the places
+using namespace qorcred::unit_place;  // the places
 
 constexpr std::size_t kFields = 24;
 

@@ -7,7 +7,7 @@
 namespace {
 
 using qorhost::UnitCode;
-using namespace qorcred::detail;  // the places
+using namespace qorcred::unit_place;  // the places
 
 TEST(UnitGeneratorTest, MakesCodesWithoutFaultInCanonicalForm) {
   std::int64_t number = 0;

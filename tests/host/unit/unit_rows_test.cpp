@@ -17,7 +17,7 @@ using qorcred::Value;
 using qorhost::RowReading;
 using qortest::SampleCode;
 using ::testing::HasSubstr;
-using namespace qorcred::detail;  // the places
+using namespace qorcred::unit_place;  // the places
 
 constexpr std::int32_t kFirst = 2;
 
