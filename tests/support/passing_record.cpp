@@ -32,7 +32,7 @@ std::string_view WordFor(Passing passing) {
 
 /// Notes its calls and hands them on. A tracing decorator, so that the services find what they know
 /// behind it.
-class Witness final : public qorhost::TracingObject {
+class Witness final : public qorcred::trace::TracingObject {
  public:
   Witness(ObjectRef inner, std::shared_ptr<Lines> lines)
       : TracingObject(std::move(inner), [](std::string_view) {}), lines_(std::move(lines)) {}
