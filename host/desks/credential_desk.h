@@ -34,7 +34,7 @@ struct IssuedCredentials : Outcome {
   std::int64_t first = 0;
   std::int64_t last = 0;
   std::int32_t lastRid = 0;
-  std::string newTenantIds;  ///< with commas between them; "" without new tenants
+  std::string newTenantIds;  ///< a comma behind each; "" without new tenants
 
   [[nodiscard]] std::int64_t Count() const { return last - first + 1; }
 };

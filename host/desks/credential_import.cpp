@@ -103,12 +103,13 @@ class CredentialImport {
 
   Outcome Enter(const ImportLine& line) {
     TypeAll(line);
-    IssuedCredentials issued = desk_.SaveNew();
-    if (!issued.done()) {
-      return issued;
+    const IssuedCredentials issued = desk_.SaveNew();
+    if (issued.done()) {
+      if (const std::optional<std::int32_t> tenant = FindTenant(line)) {
+        return Assign(issued.lastRid, *tenant);
+      }
     }
-    const std::optional<std::int32_t> tenant = FindTenant(line);
-    return tenant ? Assign(issued.lastRid, *tenant) : issued;
+    return WithoutFacts(issued);
   }
 
  private:
@@ -182,7 +183,7 @@ class CredentialImport {
         rid);
     desk_.SelectCredential(index);
     desk_.screen().List("cboAssignedTo").Select(tenant);
-    return desk_.SaveEdited();
+    return WithoutFacts(desk_.SaveEdited());
   }
 
   DeskSession& session_;

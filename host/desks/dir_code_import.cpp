@@ -106,7 +106,7 @@ class DirCodeImport {
     entry.showCode = ReadTrueFalse(line, kShowCode);
     TypeAll(line, entry);
 
-    return desk_.SaveNew();
+    return WithoutFacts(desk_.SaveNew());
   }
 
  private:

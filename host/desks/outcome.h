@@ -36,4 +36,9 @@ struct Outcome {
   [[nodiscard]] bool done() const { return ending == Ending::kDone; }
 };
 
+/// The outcome alone, without the facts that come with it.
+[[nodiscard]] inline Outcome WithoutFacts(const Outcome& outcome) {
+  return outcome;
+}
+
 }  // namespace qorhost

@@ -66,13 +66,6 @@ TEST_F(DirCodeDesks, ACodeThatCannotBeStoredIsAFailureAndLeavesNoStep) {
   EXPECT_EQ(StepCount(), 0U);
 }
 
-TEST_F(DirCodeDesks, ACodeThatVanishesOnItsWayIsAFailureToo) {
-  Run("CREATE TRIGGER Drop1 BEFORE INSERT ON DirectoryCode BEGIN SELECT RAISE(IGNORE); END");
-  const AddedDirCode added = Add("250", WithPhone("1"));
-  EXPECT_NE(added.ending, Ending::kDone);
-  EXPECT_EQ(StepCount(), 0U);
-}
-
 TEST_F(DirCodeDesks, TheLookupOfATextIsNoFailureOfTheSave) {
   const AddedDirCode added = Add("25a", WithPhone("1"));
   EXPECT_TRUE(added.done());
