@@ -26,9 +26,7 @@ std::string Shortened(std::string text) {
 
 ImportRun::ImportRun(DeskSession& session, const ImportRules& rules,
                      std::span<const FieldWord> columns)
-    : session_(session), rules_(rules), columns_(columns) {
-  session_.AnswerUnseen(rules.answerYes);
-}
+    : session_(session), rules_(rules), columns_(columns), unseen_(session, rules.answerYes) {}
 
 ImportReport ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
                             const Progress& progress) {

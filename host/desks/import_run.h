@@ -78,6 +78,7 @@ class ImportRun {
   DeskSession& session_;
   const ImportRules& rules_;
   std::span<const FieldWord> columns_;
+  UnseenMessages unseen_;              // questions are answered by the rules
   std::vector<std::string> messages_;  // about the line
   std::vector<std::string> failures_;  // of the line
   ImportReport report_;

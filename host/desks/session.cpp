@@ -104,13 +104,19 @@ std::vector<UnitName> DeskSession::Units() {
   return units;
 }
 
-void DeskSession::AnswerUnseen(bool yes) {
-  surroundings_.messageBox = [yes](std::string_view, MessageStyle style, std::string_view) {
+UnseenMessages::UnseenMessages(DeskSession& session, bool answerYes)
+    : session_(session), former_(std::move(session.surroundings_.messageBox)) {
+  session_.surroundings_.messageBox = [answerYes](std::string_view, MessageStyle style,
+                                                  std::string_view) {
     if (style != MessageStyle::kQuestion) {
       return MessageButton::kOk;
     }
-    return yes ? MessageButton::kYes : MessageButton::kNo;
+    return answerYes ? MessageButton::kYes : MessageButton::kNo;
   };
+}
+
+UnseenMessages::~UnseenMessages() {
+  session_.surroundings_.messageBox = std::move(former_);
 }
 
 OperationRecord::OperationRecord(DeskSession& session, InsertHandler onInsert)

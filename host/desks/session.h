@@ -53,11 +53,9 @@ class DeskSession {
   [[nodiscard]] qorcred::Date Today() { return qorcred::DayOf(surroundings_.clock()); }
   [[nodiscard]] std::vector<UnitName> Units();
 
-  /// From now on messages are shown to nobody: notices are closed with OK, questions answered so.
-  void AnswerUnseen(bool yes);
-
  private:
   friend class OperationRecord;
+  friend class UnseenMessages;
 
   [[nodiscard]] StoreHost::Services MakeServices();
   qorcred::MessageButton ShowMessage(std::string_view text, qorcred::MessageStyle style,
@@ -70,6 +68,20 @@ class DeskSession {
   qorcred::ObjectRef visibleConnection_;
   StoreHost storeHost_;
   std::unique_ptr<qorcred::trace::TracingHost> tracingHost_;
+};
+
+/// While it lives, messages are shown to nobody: notices are closed with OK, questions answered so.
+/// The session must outlive it.
+class UnseenMessages {
+ public:
+  UnseenMessages(DeskSession& session, bool answerYes);
+  ~UnseenMessages();
+  UnseenMessages(const UnseenMessages&) = delete;
+  UnseenMessages& operator=(const UnseenMessages&) = delete;
+
+ private:
+  DeskSession& session_;
+  MessageBox former_;
 };
 
 /// Collects, while it lives, what the controllers show and what fails: one for each operation. The

@@ -148,7 +148,9 @@ MergeReport UnitMerge::Apply(const Progress& progress) {
     report.kept = plan_.kept;
   } catch (const CancelledError&) {
     report.ending = Ending::kCancelled;
-  } catch (const FailureError& failure) {
+  } catch (const std::exception& failure) {
+    // A step that failed, or a store that gave up at the beginning or the end of the transaction:
+    // either way nothing of the merge is kept.
     report.ending = Ending::kFailed;
     report.failures.emplace_back(failure.what());
   }

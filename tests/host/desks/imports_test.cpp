@@ -84,6 +84,9 @@ TEST_F(Imports, NobodyIsAskedQuestionsAreAnsweredByTheRules) {
   rules.answerYes = true;
   EXPECT_EQ(ImportCodes(text, rules).ending, Ending::kDone);
   EXPECT_TRUE(shown_.empty());
+  // The import alone is silent, not the session.
+  (void)session().host().ShowMessage("Seen again.", qorcred::MessageStyle::kNotice, "T");
+  EXPECT_THAT(shown_, ElementsAre("Seen again."));
 }
 
 TEST_F(Imports, ADryRunTellsTheSameAndKeepsNothing) {

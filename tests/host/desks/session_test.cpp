@@ -42,14 +42,21 @@ TEST_F(Session, HandsMessagesToWhoeverShowsThemAndTheirAnswersBack) {
 }
 
 TEST_F(Session, AnswersUnseenWhenNobodyIsToBeAsked) {
-  session().AnswerUnseen(true);
-  EXPECT_EQ(session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T"),
-            MessageButton::kYes);
-  EXPECT_EQ(session().host().ShowMessage("Taken.", MessageStyle::kNotice, "T"), MessageButton::kOk);
-  session().AnswerUnseen(false);
-  EXPECT_EQ(session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T"),
-            MessageButton::kNo);
+  {
+    const UnseenMessages unseen(session(), true);
+    EXPECT_EQ(session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T"),
+              MessageButton::kYes);
+    EXPECT_EQ(session().host().ShowMessage("Taken.", MessageStyle::kNotice, "T"),
+              MessageButton::kOk);
+  }
+  {
+    const UnseenMessages unseen(session(), false);
+    EXPECT_EQ(session().host().ShowMessage("Sure?", MessageStyle::kQuestion, "T"),
+              MessageButton::kNo);
+  }
   EXPECT_THAT(shown_, IsEmpty());
+  (void)session().host().ShowMessage("Seen again.", MessageStyle::kNotice, "T");
+  EXPECT_THAT(shown_, ElementsAre("Seen again."));
 }
 
 TEST_F(Session, AnOperationIsDoneOnlyWithoutRefusalAndFailure) {

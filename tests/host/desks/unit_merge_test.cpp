@@ -68,6 +68,16 @@ TEST_F(UnitMerges, AStepThatFailsUndoesAllAndIsTold) {
   EXPECT_TRUE(IsAsBefore());
 }
 
+TEST_F(UnitMerges, AReleaseThatFailsUndoesAllAndIsToldAsWell) {
+  Run("CREATE TRIGGER Refuse BEFORE UPDATE ON Tenants BEGIN SELECT RAISE(ABORT, 'no room'); END");
+  const UnitFile unit = Changed();
+  const MergeReport report = UnitMerge(session(), kUnit, unit, true).Apply(nullptr);
+  EXPECT_EQ(report.ending, Ending::kFailed);
+  ASSERT_EQ(report.failures.size(), 1U);
+  EXPECT_THAT(report.failures[0], HasSubstr("no room"));
+  EXPECT_TRUE(IsAsBefore());
+}
+
 TEST_F(UnitMerges, ACancelledMergeChangesNothing) {
   const UnitFile unit = Changed();
   const MergeReport report =
