@@ -16,15 +16,15 @@ namespace qorcred {
 
 namespace member_rows {
 
-/// How a converted argument reaches a parameter of the C++ type T. `writable`: the function may
+/// How a converted argument reaches a parameter of the C++ type T. `kWritable`: the function may
 /// change it, in its place.
 template <typename T>
 struct ArgumentFor;
 
 template <typename T, ValueType valueType, bool isWritable>
 struct ArgumentInPlace {
-  static constexpr ValueType type = valueType;
-  static constexpr bool writable = isWritable;
+  static constexpr ValueType kType = valueType;
+  static constexpr bool kWritable = isWritable;
   static T& From(Value& argument) { return *argument.As<T>(); }
 };
 
@@ -52,8 +52,8 @@ struct ArgumentFor<StringArray&> : ArgumentInPlace<StringArray, ValueType::kStri
 /// A result that the caller of the native operation need not take.
 template <>
 struct ArgumentFor<std::int32_t*> {
-  static constexpr ValueType type = ValueType::kLong;
-  static constexpr bool writable = true;
+  static constexpr ValueType kType = ValueType::kLong;
+  static constexpr bool kWritable = true;
   static std::int32_t* From(Value& argument) { return argument.As<std::int32_t>(); }
 };
 
@@ -63,7 +63,7 @@ constexpr ValueType TypeOfResult() {
   if constexpr (std::is_void_v<T>) {
     return ValueType::kEmpty;
   } else {
-    return ArgumentFor<T>::type;
+    return ArgumentFor<T>::kType;
   }
 }
 
@@ -76,7 +76,7 @@ struct Thunk;
 template <typename Result, typename Class, typename... Parameters,
           Result (Class::*function)(Parameters...)>
 struct Thunk<function> {
-  static constexpr ValueType resultType = TypeOfResult<Result>();
+  static constexpr ValueType kResultType = TypeOfResult<Result>();
 
   static Value Run(Controller& controller, InvokeKind, Arguments arguments) {
     return RunWith(controller, arguments, std::index_sequence_for<Parameters...>());
@@ -84,14 +84,14 @@ struct Thunk<function> {
 
   /// Whether the described parameters are the function's.
   static constexpr bool Fits(std::span<const Parameter> described) {
-    constexpr std::size_t count = sizeof...(Parameters);
-    if (described.size() != count) return false;
+    constexpr std::size_t kCount = sizeof...(Parameters);
+    if (described.size() != kCount) return false;
     // One more, because there may be none.
-    constexpr ValueType types[] = {ArgumentFor<Parameters>::type..., ValueType::kEmpty};
-    constexpr bool writable[] = {ArgumentFor<Parameters>::writable..., false};
-    for (std::size_t at = 0; at < count; ++at) {
-      if (described[at].type != types[at]) return false;
-      if (writable[at] && !described[at].byRef) return false;
+    constexpr ValueType kTypes[] = {ArgumentFor<Parameters>::kType..., ValueType::kEmpty};
+    constexpr bool kWritable[] = {ArgumentFor<Parameters>::kWritable..., false};
+    for (std::size_t at = 0; at < kCount; ++at) {
+      if (described[at].type != kTypes[at]) return false;
+      if (kWritable[at] && !described[at].byRef) return false;
       if (!described[at].HasDefaultOfItsType()) return false;
       // What follows an argument that may be left out may be left out as well.
       if (at > 0 && described[at - 1].IsOptional() && !described[at].IsOptional()) return false;
@@ -121,7 +121,7 @@ template <typename Class, typename Read, typename Written, Read (Class::*getter)
 struct PropertyThunk<getter, setter> {
   static_assert(std::is_same_v<std::remove_cvref_t<Read>, std::remove_cvref_t<Written>>,
                 "a property is read and written in one type");
-  static constexpr ValueType type = ArgumentFor<Written>::type;
+  static constexpr ValueType kType = ArgumentFor<Written>::kType;
 
   static Value Run(Controller& controller, InvokeKind kind, Arguments arguments) {
     auto& self = static_cast<Class&>(controller);
@@ -145,14 +145,14 @@ consteval Member Operation(int id, std::string_view name,
                            std::span<const Parameter> parameters = {}) {
   using Thunk = member_rows::Thunk<function>;
   if (!Thunk::Fits(parameters)) member_rows::ParametersDoNotFitTheFunction();
-  return {id, name, MemberKind::kOperation, parameters, Thunk::resultType, Thunk::Run};
+  return {id, name, MemberKind::kOperation, parameters, Thunk::kResultType, Thunk::Run};
 }
 
 /// The row of a property that can be read and written.
 template <auto getter, auto setter>
 consteval Member Property(int id, std::string_view name) {
   using Thunk = member_rows::PropertyThunk<getter, setter>;
-  return {id, name, MemberKind::kProperty, {}, Thunk::type, Thunk::Run};
+  return {id, name, MemberKind::kProperty, {}, Thunk::kType, Thunk::Run};
 }
 
 }  // namespace qorcred
