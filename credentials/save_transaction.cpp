@@ -1,12 +1,14 @@
 #include "credentials/save_transaction.h"
 
+#include <utility>
+
 #include "frame/trap.h"
 
 namespace qorcred {
 
-SaveTransaction::SaveTransaction(Host& host, std::string_view operation,
-                                 const ObjectRef& connection, const Screen& screen)
-    : host_(host), operation_(operation), connection_(connection), screen_(screen) {}
+SaveTransaction::SaveTransaction(Host& host, std::string_view operation, ObjectRef connection,
+                                 const Screen& screen)
+    : host_(host), operation_(operation), connection_(std::move(connection)), screen_(screen) {}
 
 SaveTransaction::~SaveTransaction() {
   if (committed_) return;

@@ -15,7 +15,7 @@ namespace qorcred {
 class SaveTransaction {
  public:
   /// Begins nothing yet. `operation` is the name under which failures of the clean-up are reported.
-  SaveTransaction(Host& host, std::string_view operation, const ObjectRef& connection,
+  SaveTransaction(Host& host, std::string_view operation, ObjectRef connection,
                   const Screen& screen);
   ~SaveTransaction();
   SaveTransaction(const SaveTransaction&) = delete;
