@@ -14,7 +14,7 @@
 #include "dircodes/cls_dir_code.h"
 #include "frame/convert.h"
 #include "frame/date.h"
-#include "host/screens/directory_code_screen.h"
+#include "host/screens/dir_code_screen.h"
 #include "host/store/store_connection.h"
 
 namespace qorbench {

@@ -22,6 +22,9 @@ inline constexpr ManagerOperation kExecuteInsert{"ExecuteInsert", 4};
 inline constexpr ManagerOperation kExecuteDelete{"ExecuteDelete", 3};
 inline constexpr ManagerOperation kExecuteQueryDelete{"ExecuteQueryDelete", 2};
 
+/// Where ExecuteInsert has the name of the table among its arguments.
+inline constexpr std::size_t kTableOfInsert = 3;
+
 inline constexpr std::array kManagerOperations{kExecuteSelect, kExecuteScalar, kExecuteUpdate,
                                                kExecuteInsert, kExecuteDelete, kExecuteQueryDelete};
 

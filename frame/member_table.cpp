@@ -44,13 +44,13 @@ Value ConvertArgument(ValueType type, Value value) {
   return value;
 }
 
+namespace {
+
 // A property may be set to nothing, so that the host can release a screen.
 Value ConvertPropertyValue(ValueType type, Value value) {
   if (type == ValueType::kObject && value.Is(ValueType::kEmpty)) return ObjectRef();
   return ConvertArgument(type, std::move(value));
 }
-
-namespace {
 
 std::vector<Value> ConvertArguments(std::span<const Parameter> parameters, Arguments arguments) {
   if (arguments.size() > parameters.size()) throw RuntimeError(ErrorNumber::kWrongArgumentCount);

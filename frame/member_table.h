@@ -68,7 +68,5 @@ class Controller : public Object {
 /// A value as the type of a parameter. An object type takes any object, also a reference to
 /// nothing. Raises kObjectRequired, kTypeMismatch or what converting raises.
 [[nodiscard]] Value ConvertArgument(ValueType type, Value value);
-/// The same for a property, which may also be set to nothing.
-[[nodiscard]] Value ConvertPropertyValue(ValueType type, Value value);
 
 }  // namespace qorcred

@@ -9,7 +9,7 @@
 #include "dircodes/cls_dir_code.h"
 #include "host/desks/outcome.h"
 #include "host/desks/session.h"
-#include "host/screens/directory_code_screen.h"
+#include "host/screens/dir_code_screen.h"
 
 namespace qorhost {
 

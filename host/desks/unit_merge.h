@@ -12,7 +12,7 @@
 #include "host/desks/outcome.h"
 #include "host/desks/progress.h"
 #include "host/desks/session.h"
-#include "host/screens/directory_code_screen.h"
+#include "host/screens/dir_code_screen.h"
 #include "host/unit/unit_file.h"
 
 namespace qorhost {

@@ -8,15 +8,14 @@ namespace qortest {
 namespace {
 
 using ::testing::ElementsAre;
+using passing::kDelete;
+using passing::kInsert;
+using passing::kScalar;
+using passing::kSelect;
+using passing::kUnitStatus;
+using passing::kUpdate;
+using passing::kUpdateOfARow;
 
-constexpr const char* kSelect = "ExecuteSelect variable variable back back";
-constexpr const char* kScalar = "ExecuteScalar variable variable back back";
-constexpr const char* kUpdate = "ExecuteUpdate variable variable value back back";
-constexpr const char* kUpdateOfARow = "ExecuteUpdate variable variable value back back value value";
-constexpr const char* kInsert = "ExecuteInsert variable variable value value back back";
-constexpr const char* kDelete = "ExecuteDelete variable value variable back back";
-constexpr const char* kUnitStatus =
-    "pbGetUnitStatus variable back variable variable variable back back back variable";
 constexpr const char* kProgramSteps = "pvCreateProgramSteps variable variable variable";
 
 class CredentialPassing : public TenantCreatingTest {

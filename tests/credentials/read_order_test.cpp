@@ -4,23 +4,12 @@
 #include <utility>
 #include <vector>
 
-#include "frame/result_table.h"
 #include "tests/credentials/credential_fixture.h"
 
 namespace qortest {
 namespace {
 
-using qorcred::ResultTable;
 using qorcred::Value;
-
-/// A watched table of one row, "rows" in the transcript.
-Answer WatchedRow(RecordingHost& host, const std::vector<Value>& cells) {
-  const auto table = std::make_shared<ResultTable>(1, cells.size());
-  for (std::size_t at = 0; at < cells.size(); ++at) {
-    table->At(0, static_cast<std::int32_t>(at)) = cells[at];
-  }
-  return {.table = host.Watched("rows", table)};
-}
 
 class ReadOrder : public CredentialTest {
  protected:
@@ -37,7 +26,7 @@ class ReadOrder : public CredentialTest {
 };
 
 TEST_F(ReadOrder, OfATenantIsNameEntryAndThenId) {
-  Database().On("FROM Tenants", WatchedRow(Host(), {55, "Doe", "Jane", "Q"}));
+  Database().On("FROM Tenants", Host().WatchedRow({55, "Doe", "Jane", "Q"}));
 
   Controller().pbRetrieveTenants(Connection(), kUnit);
 
@@ -55,7 +44,7 @@ TEST_F(ReadOrder, OfATenantIsNameEntryAndThenId) {
 }
 
 TEST_F(ReadOrder, OfAScheduleIsNameEntryAndThenIdInEachList) {
-  Database().On("from Schedules", WatchedRow(Host(), {5, "Day"}));
+  Database().On("from Schedules", Host().WatchedRow({5, "Day"}));
 
   Controller().pbRetrieveSchedules(Connection(), kUnit);
 
@@ -77,7 +66,7 @@ TEST_F(ReadOrder, OfAScheduleIsNameEntryAndThenIdInEachList) {
 }
 
 TEST_F(ReadOrder, OfTheCredentialListLooksForRowsFirst) {
-  Database().On("FROM CREDENTIALBANK", WatchedRow(Host(), {kUnit, 17, 2, 700, 12, 5, 1, 4, "", 0}));
+  Database().On("FROM CREDENTIALBANK", Host().WatchedRow({kUnit, 17, 2, 700, 12, 5, 1, 4, "", 0}));
 
   Controller().pbRetrieveCredentials(Connection(), kUnit);
 
@@ -104,7 +93,7 @@ class ReadOrderWithTenants : public ReadOrder {
 };
 
 TEST_F(ReadOrderWithTenants, OfAFixedDateIsBehindTheStart) {
-  Database().On("FROM UnitSettings", WatchedRow(Host(), {false, 1, "12/31/2026", 30}));
+  Database().On("FROM UnitSettings", Host().WatchedRow({false, 1, "12/31/2026", 30}));
 
   Controller().pbRetrieveSettingsFromUnit(Connection(), kUnit);
 
@@ -123,7 +112,7 @@ TEST_F(ReadOrderWithTenants, OfAFixedDateIsBehindTheStart) {
 }
 
 TEST_F(ReadOrderWithTenants, OfADayCountIsBehindTheStart) {
-  Database().On("FROM UnitSettings", WatchedRow(Host(), {false, 2, "12/31/2026", 30}));
+  Database().On("FROM UnitSettings", Host().WatchedRow({false, 2, "12/31/2026", 30}));
 
   Controller().pbRetrieveSettingsFromUnit(Connection(), kUnit);
 

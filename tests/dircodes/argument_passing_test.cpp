@@ -9,16 +9,14 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsSupersetOf;
-
-constexpr const char* kSelect = "ExecuteSelect variable variable back back";
-constexpr const char* kScalar = "ExecuteScalar variable variable back back";
-constexpr const char* kUpdate = "ExecuteUpdate variable variable value back back";
-constexpr const char* kUpdateOfARow = "ExecuteUpdate variable variable value back back value value";
-constexpr const char* kInsert = "ExecuteInsert variable variable value value back back";
-constexpr const char* kDelete = "ExecuteDelete variable value variable back back";
-constexpr const char* kQueryDelete = "ExecuteQueryDelete variable variable back back";
-constexpr const char* kUnitStatus =
-    "pbGetUnitStatus variable back variable variable variable back back back variable";
+using passing::kDelete;
+using passing::kInsert;
+using passing::kQueryDelete;
+using passing::kScalar;
+using passing::kSelect;
+using passing::kUnitStatus;
+using passing::kUpdate;
+using passing::kUpdateOfARow;
 
 class DirCodePassing : public DirCodeTest {
  protected:

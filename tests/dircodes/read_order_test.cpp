@@ -4,7 +4,6 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/result_table.h"
 #include "tests/dircodes/dir_code_fixture.h"
 #include "tests/support/overlaid_object.h"
 
@@ -12,18 +11,13 @@ namespace qortest {
 namespace {
 
 using qorcred::Null;
-using qorcred::ResultTable;
 using qorcred::Value;
 
 class DirCodeReadOrder : public DirCodeTest {
  protected:
   /// The answer to the query is a watched table of one row, "rows" in the transcript.
   void AnswerWatched(std::string_view query, const std::vector<Value>& cells) {
-    const auto table = std::make_shared<ResultTable>(1, cells.size());
-    for (std::size_t at = 0; at < cells.size(); ++at) {
-      table->At(0, static_cast<std::int32_t>(at)) = cells[at];
-    }
-    Database().On(std::string(query), {.table = Host().Watched("rows", table)});
+    Database().On(std::string(query), Host().WatchedRow(cells));
   }
   /// The last lines of the transcript.
   Lines Last(std::ptrdiff_t count) {

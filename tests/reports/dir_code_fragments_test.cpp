@@ -1,5 +1,5 @@
 // What each filter row of the directory-code report adds to the statement, against a file that
-// spells every text out: tests/golden/dircode_fragments.txt.
+// spells every text out: tests/golden/dir_code_fragments.txt.
 #include <array>
 #include <charconv>
 #include <fstream>
@@ -73,7 +73,7 @@ std::vector<Piece> PiecesOf(std::string_view text, int number) {
 }
 
 Golden ReadGolden() {
-  std::ifstream file(QORCRED_GOLDEN_DIR "/dircode_fragments.txt");
+  std::ifstream file(QORCRED_GOLDEN_DIR "/dir_code_fragments.txt");
   EXPECT_TRUE(file.is_open());
   Golden golden;
   std::vector<std::string> fields;

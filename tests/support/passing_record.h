@@ -43,4 +43,18 @@ class PassingRecord final : public qorcred::Host {
   std::shared_ptr<std::vector<std::string>> lines_ = std::make_shared<std::vector<std::string>>();
 };
 
+/// How each operation of the database manager, and the unit status, are called in both screens.
+namespace passing {
+inline constexpr const char* kSelect = "ExecuteSelect variable variable back back";
+inline constexpr const char* kScalar = "ExecuteScalar variable variable back back";
+inline constexpr const char* kUpdate = "ExecuteUpdate variable variable value back back";
+inline constexpr const char* kUpdateOfARow =
+    "ExecuteUpdate variable variable value back back value value";
+inline constexpr const char* kInsert = "ExecuteInsert variable variable value value back back";
+inline constexpr const char* kDelete = "ExecuteDelete variable value variable back back";
+inline constexpr const char* kQueryDelete = "ExecuteQueryDelete variable variable back back";
+inline constexpr const char* kUnitStatus =
+    "pbGetUnitStatus variable back variable variable variable back back back variable";
+}  // namespace passing
+
 }  // namespace qortest

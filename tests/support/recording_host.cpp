@@ -1,10 +1,12 @@
 #include "tests/support/recording_host.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 
+#include "frame/result_table.h"
 #include "host/screens/credential_screen.h"
-#include "host/screens/directory_code_screen.h"
+#include "host/screens/dir_code_screen.h"
 #include "host/screens/report_filter_screen.h"
 #include "trace/tracing_object.h"
 #include "trace/tracing_services.h"
@@ -57,6 +59,14 @@ qorcred::ObjectRef RecordingHost::Watched(std::string name, qorcred::ObjectRef o
   auto gated = std::make_shared<GatedObject>(name, std::move(object), gate_);
   return std::make_shared<qorcred::trace::TracingControl>(
       std::move(name), std::move(gated), [this](std::string_view line) { transcript_.Add(line); });
+}
+
+Answer RecordingHost::WatchedRow(const Row& cells) {
+  const auto table = std::make_shared<qorcred::ResultTable>(1, cells.size());
+  for (std::size_t at = 0; at < cells.size(); ++at) {
+    table->At(0, static_cast<std::int32_t>(at)) = cells[at];
+  }
+  return {.table = Watched("rows", table)};
 }
 
 void RecordingHost::ReplaceGrid(std::size_t columns) {

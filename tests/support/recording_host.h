@@ -48,6 +48,8 @@ class RecordingHost {
   [[nodiscard]] const qorcred::ObjectRef& grid() const { return tracedGrid_; }
   /// `object` under `name`: its calls are written down, count and can be made to fail.
   [[nodiscard]] qorcred::ObjectRef Watched(std::string name, qorcred::ObjectRef object);
+  /// The answer that is a watched table of one row, "rows" in the transcript.
+  [[nodiscard]] Answer WatchedRow(const Row& cells);
 
   /// What lies behind it.
   [[nodiscard]] ServiceScript& script() { return script_; }

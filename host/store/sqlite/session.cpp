@@ -136,7 +136,9 @@ Session::Prepared& Session::BoundChange(std::string_view sql, std::optional<Stat
 ChangeResult Session::Change(std::string_view sql, std::optional<StatementKind> kind) {
   const StatementUse use(BoundChange(sql, kind).statement);
   use->Step();
-  return {ChangedRows(), sqlite3_last_insert_rowid(database_.handle())};
+  const std::int64_t rows = ChangedRows();
+  // SQLite's identity of the latest row outlives an INSERT that added none.
+  return {rows, rows > 0 ? sqlite3_last_insert_rowid(database_.handle()) : 0};
 }
 
 bool Session::IsVersion(const RowVersion& version, std::string_view changedTable) {

@@ -47,6 +47,13 @@ TEST_F(DatabaseManagerTest, AnInsertAnswersWithTheNewIdentity) {
             Value(101));
 }
 
+TEST_F(DatabaseManagerTest, AnInsertThatAddsNoRowHasNoIdentity) {
+  InsertCredential(100);
+  Run(
+      "CREATE TRIGGER Ignore BEFORE INSERT ON CredentialBank BEGIN SELECT RAISE(IGNORE); END");
+  EXPECT_EQ(InsertCredential(101), 0);
+}
+
 TEST_F(DatabaseManagerTest, TheLastModifiedTextBecomesTheTimeInAnInsert) {
   InsertCredential(100);
   EXPECT_EQ(Scalar("SELECT LASTMODIFIEDDATE FROM CredentialBank"), Value(now_));

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "dircodes/cls_dir_code.h"
-#include "host/screens/directory_code_screen.h"
+#include "host/screens/dir_code_screen.h"
 #include "host/unit/unit_code.h"
 #include "tests/host/end_to_end/store_surroundings.h"
 #include "tests/support/fault_gate.h"

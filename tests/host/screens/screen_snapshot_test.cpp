@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/screens/credential_screen.h"
-#include "host/screens/directory_code_screen.h"
+#include "host/screens/dir_code_screen.h"
 #include "host/screens/report_filter_screen.h"
 #include "tests/host/screens/expect_error.h"
 

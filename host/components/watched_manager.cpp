@@ -1,6 +1,5 @@
-#include "host/desks/watched_manager.h"
+#include "host/components/watched_manager.h"
 
-#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -11,13 +10,6 @@ namespace qorhost {
 using qorcred::Arguments;
 using qorcred::InvokeKind;
 using qorcred::Value;
-
-namespace {
-
-constexpr std::size_t kInsertArguments = 6;
-constexpr std::size_t kInsertTable = 3;
-
-}  // namespace
 
 WatchedManager::WatchedManager(qorcred::ObjectRef inner, StatementErrorHandler onError,
                                InsertHandler onInsert)
@@ -34,9 +26,8 @@ Value WatchedManager::Invoke(std::string_view member, InvokeKind kind, Arguments
   if (failed != nullptr && *failed) {
     const std::string* text = arguments[operation->errorFlagAt + 1].As<std::string>();
     onError_(text != nullptr ? *text : "the statement failed");
-  } else if (onInsert_ && operation->name == qorcred::kExecuteInsert.name &&
-             arguments.size() == kInsertArguments) {
-    const std::string* table = arguments[kInsertTable].As<std::string>();
+  } else if (onInsert_ && operation->name == qorcred::kExecuteInsert.name) {
+    const std::string* table = arguments[qorcred::kTableOfInsert].As<std::string>();
     onInsert_(table != nullptr ? *table : "");
   }
   return result;

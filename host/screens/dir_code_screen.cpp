@@ -1,4 +1,4 @@
-#include "host/screens/directory_code_screen.h"
+#include "host/screens/dir_code_screen.h"
 
 #include <cstdint>
 #include <string_view>
