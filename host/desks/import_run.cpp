@@ -34,7 +34,8 @@ ImportReport ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEn
   SqlSession& sql = session_.sql();
   // Every save asks how many codes the unit has.
   const std::unique_ptr<KeptCounts> counts = sql.units().KeepCounts();
-  Undoable all(sql.outerTransaction());
+  WorkGuard all(sql.work(), {{unitKey}, rules_.what, {}});
+  sql.work().Lock();
   counts->Follow(unitKey);
   try {
     EnterAll(file, enter, progress);
@@ -47,7 +48,7 @@ ImportReport ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEn
   if (rules_.dryRun) {
     all.Undo();
   } else {
-    all.Keep();
+    all.Commit();
   }
   report_.ending = failed_                ? Ending::kFailed
                    : report_.refused == 0 ? Ending::kDone

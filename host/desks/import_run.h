@@ -20,8 +20,9 @@ namespace qorhost {
 
 /// How an import is done.
 struct ImportRules {
-  bool dryRun = false;     ///< does all of it, then undoes it
-  bool answerYes = false;  ///< how every question is answered
+  bool dryRun = false;          ///< does all of it, then undoes it
+  bool answerYes = false;       ///< how every question is answered
+  std::string what = "import";  ///< as the audit names it
   /// What is told, in brackets, behind a question that was answered No.
   std::string answeredNo = "answered No";
 };

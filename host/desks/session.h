@@ -11,8 +11,8 @@
 
 #include "frame/date.h"
 #include "host/components/store_host.h"
-#include "host/desks/outcome.h"
 #include "host/components/watched_manager.h"
+#include "host/desks/outcome.h"
 #include "host/screens/screen_model.h"
 #include "host/store/store_connection.h"
 #include "trace/tracing_host.h"

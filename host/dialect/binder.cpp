@@ -61,6 +61,9 @@ void StatementBinder::BindChange(Statement& statement) {
       RefuseAt(assignment.offset, "the identity " + std::string(assignment.column->name) +
                                       " of a row cannot be changed");
     }
+    assignment.laterThanOwn = assignment.column->type == ColumnType::kDate &&
+                              assignment.value->kind == NodeKind::kLiteral &&
+                              literals_[assignment.value->literal].kind == LiteralKind::kTimeStamp;
     BindStored(assignment, scope);
   }
   if (statement.where) {

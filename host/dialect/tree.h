@@ -214,6 +214,9 @@ struct Assignment {
   std::size_t offset = 0;
   ExpressionPtr value;
   const Column* column = nullptr;  ///< set by the binder
+  /// Set by the binder: the time of the change goes into a date of an existing row, which must not
+  /// carry the same date twice.
+  bool laterThanOwn = false;
 };
 
 struct Statement {

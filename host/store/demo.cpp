@@ -283,7 +283,8 @@ void CreateDemoData(SqlSession& session) {
       throw StoreError("The store has units already: demo data needs an empty one");
     }
   }
-  Undoable whole(session.transaction());
+  WorkGuard whole(session.work(), {{}, "demo building", {}});
+  session.work().Lock();
   AddUnitTypes(session);
   std::size_t person = 0;
   for (const DemoUnit& unit : kUnits) {
@@ -292,7 +293,7 @@ void CreateDemoData(SqlSession& session) {
     AddTenants(session, unit, person, credentials, AddDirectoryCodes(session, unit));
     person += static_cast<std::size_t>(unit.tenants);
   }
-  whole.Keep();
+  whole.Commit();
 }
 
 }  // namespace qorhost

@@ -18,6 +18,7 @@
 #include "host/store/step_queue.h"
 #include "host/store/tenant_register.h"
 #include "host/store/transaction.h"
+#include "host/store/unit_of_work.h"
 #include "host/store/unit_register.h"
 
 namespace qorhost {
@@ -78,10 +79,9 @@ class SqlSession {
 
   /// The transaction of the connection, which controllers begin and end.
   [[nodiscard]] virtual Transaction& transaction() noexcept = 0;
-  /// The one around it: work of many operations that is stored as a whole or not at all. It keeps
-  /// others from writing from its beginning on.
-  [[nodiscard]] virtual Transaction& outerTransaction() noexcept = 0;
-  /// One operation in the outer transaction, which may be undone alone.
+  /// What an operator does, around it and everything else.
+  [[nodiscard]] virtual UnitOfWork& work() noexcept = 0;
+  /// One part of a unit of work that has taken the right to write: it may fail and be undone alone.
   [[nodiscard]] virtual Transaction& savepoint() noexcept = 0;
   /// Whether any of them is open. False where one should be means that the store gave it up and
   /// undid everything (a full disk, for example).

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "host/store/patience.h"
 #include "host/store/sql_session.h"
 #include "host/store/time_stamp.h"
 
@@ -26,6 +27,8 @@ class Store {
   /// Begins work on it; rows are stamped with the clock's time. One session at a time, which must
   /// end before the store.
   [[nodiscard]] virtual std::unique_ptr<SqlSession> StartSession(Clock clock) = 0;
+  /// How long writers wait for others from now on.
+  virtual void SetPatience(Patience patience) = 0;
   /// How the store is called in messages.
   [[nodiscard]] virtual const std::string& name() const noexcept = 0;
   [[nodiscard]] virtual bool readOnly() const noexcept = 0;

@@ -19,6 +19,7 @@ class TimeStamp {
 
   /// Valid until the next call.
   [[nodiscard]] std::string_view Now();
+  [[nodiscard]] qorcred::Date Clocked() const { return clock_(); }
 
  private:
   Clock clock_;

@@ -7,7 +7,6 @@
 namespace qortest {
 namespace {
 
-using ::testing::ElementsAre;
 using passing::kDelete;
 using passing::kInsert;
 using passing::kScalar;
@@ -15,6 +14,7 @@ using passing::kSelect;
 using passing::kUnitStatus;
 using passing::kUpdate;
 using passing::kUpdateOfARow;
+using ::testing::ElementsAre;
 
 constexpr const char* kProgramSteps = "pvCreateProgramSteps variable variable variable";
 

@@ -7,8 +7,6 @@
 namespace qortest {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsSupersetOf;
 using passing::kDelete;
 using passing::kInsert;
 using passing::kQueryDelete;
@@ -17,6 +15,8 @@ using passing::kSelect;
 using passing::kUnitStatus;
 using passing::kUpdate;
 using passing::kUpdateOfARow;
+using ::testing::ElementsAre;
+using ::testing::IsSupersetOf;
 
 class DirCodePassing : public DirCodeTest {
  protected:

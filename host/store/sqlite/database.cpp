@@ -3,6 +3,12 @@
 #include <fmt/format.h>
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <numeric>
+#include <thread>
 #include <utility>
 
 #include "host/store/sqlite/engine_error.h"
@@ -12,7 +18,6 @@ namespace qorhost::sqlite {
 
 namespace {
 
-constexpr int kBusyMilliseconds = 5000;
 constexpr int kLongestStatement = 16 * 1024 * 1024;
 constexpr int kLongestValue = 64 * 1024 * 1024;
 constexpr int kDeepestExpression = 1000;
@@ -20,13 +25,42 @@ constexpr int kMostCompoundSelects = 100;
 constexpr int kLongestPattern = 1000;
 constexpr int kCacheSize = -32 * 1024;  // page cache of 32 MiB: a full range save stays in it
 
+/// Asked by SQLite each time it meets another one's lock: 1 to try again.
+int WaitForOther(void* context, int attempts) {
+  using std::chrono::milliseconds;
+  // Short waits at first: most writers are gone in a moment.
+  constexpr std::array kPauses{1, 2, 5, 10, 15, 20, 25};
+  constexpr int kLongestPause = 50;
+  const auto& patience = *static_cast<const Patience*>(context);
+  const auto nth = static_cast<std::size_t>(attempts);
+  // Counted by what was slept, which is never more than what has passed.
+  const int shortOnes = std::accumulate(
+      kPauses.begin(), kPauses.begin() + static_cast<std::ptrdiff_t>(std::min(nth, kPauses.size())),
+      0);
+  const int longOnes =
+      nth > kPauses.size() ? static_cast<int>(nth - kPauses.size()) * kLongestPause : 0;
+  const milliseconds waited(shortOnes + longOnes);
+  if (waited >= patience.limit) {
+    return 0;
+  }
+  try {
+    if (patience.waiting && !patience.waiting(waited)) {
+      return 0;
+    }
+  } catch (...) {
+    return 0;
+  }
+  const milliseconds pause(nth < kPauses.size() ? kPauses[nth] : kLongestPause);
+  std::this_thread::sleep_for(std::min(pause, patience.limit - waited));
+  return 1;
+}
+
 void Limit(sqlite3* handle, int what, int value) {
   sqlite3_limit(handle, what, value);
 }
 
 void Configure(sqlite3* handle) {
   sqlite3_extended_result_codes(handle, 1);
-  sqlite3_busy_timeout(handle, kBusyMilliseconds);
   Limit(handle, SQLITE_LIMIT_SQL_LENGTH, kLongestStatement);
   Limit(handle, SQLITE_LIMIT_LENGTH, kLongestValue);
   Limit(handle, SQLITE_LIMIT_EXPR_DEPTH, kDeepestExpression);
@@ -100,6 +134,7 @@ Database::Database(std::string name, const std::string& path, int flags, bool re
                      StoreFault::kReadOnly);
   }
   Configure(opened);
+  sqlite3_busy_handler(opened, &WaitForOther, patience_.get());
   RegisterSqlFunctions(opened);
   Run(
       fmt::format("PRAGMA foreign_keys=ON; PRAGMA temp_store=MEMORY; PRAGMA cell_size_check=ON;"

@@ -26,6 +26,9 @@ class Database {
   /// A database in memory, gone with this object.
   static Database InMemory();
 
+  /// How long it waits for another one that writes.
+  void SetPatience(Patience patience) { *patience_ = std::move(patience); }
+
   /// Runs SQLite text (one or more statements) that gives no rows.
   void Run(const std::string& sql);
   /// The first column of the first row as a whole number, 0 without rows.
@@ -49,6 +52,8 @@ class Database {
 
   std::string name_;
   bool readOnly_;
+  // Where SQLite finds it, wherever this object is moved to.
+  std::unique_ptr<Patience> patience_ = std::make_unique<Patience>();
   std::unique_ptr<sqlite3, Closer> handle_;
 };
 

@@ -90,10 +90,23 @@ void StatementPrinter::PrintUpdate(const Statement& statement) {
     Write(separator);
     Write(QuotedName(assignment.column->name));
     Write(" = ");
-    PrintValue(*assignment.value);
+    if (assignment.laterThanOwn) {
+      PrintLaterThanOwn(assignment);
+    } else {
+      PrintValue(*assignment.value);
+    }
     separator = ", ";
   }
   PrintWhere(statement.where);
+}
+
+/// The time, or one second after the row's own date where that is not earlier.
+void StatementPrinter::PrintLaterThanOwn(const Assignment& assignment) {
+  Write("max(");
+  PrintValue(*assignment.value);
+  Write(", coalesce(datetime(");
+  Write(QuotedName(assignment.column->name));
+  Write(", '+1 second'), ''))");
 }
 
 void StatementPrinter::PrintTable(const TableName& table) {

@@ -9,6 +9,7 @@
 #include "host/store/sqlite/migration_1.h"
 #include "host/store/sqlite/migration_2.h"
 #include "host/store/sqlite/migration_3.h"
+#include "host/store/sqlite/migration_4.h"
 #include "host/store/sqlite/transaction.h"
 #include "host/store/store_error.h"
 
@@ -19,7 +20,7 @@ namespace {
 constexpr std::size_t kHeaderSize = 100;  // of every SQLite file
 
 constexpr std::array kMigrations{Migration{1, kMigration1}, Migration{2, kMigration2},
-                                 Migration{3, kMigration3}};
+                                 Migration{3, kMigration3}, Migration{4, kMigration4}};
 
 std::int64_t VersionOf(Database& database) {
   return database.Number("PRAGMA user_version");
@@ -75,7 +76,7 @@ void CheckVersion(Database& database, std::int64_t version) {
 
 void Migrate(Database& database) {
   // With the file locked and the version read again: another program may migrate it meanwhile.
-  HostTransaction transaction = HostTransaction::Outer(database);
+  WholeTransaction transaction(database);
   Undoable migration(transaction);
   const std::int64_t version = VersionOf(database);
   CheckVersion(database, version);

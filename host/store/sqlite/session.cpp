@@ -53,9 +53,8 @@ Session::Session(Database& database, Clock clock)
     : database_(database),
       timeStamp_(std::move(clock)),
       translator_(&Print),
-      transaction_(database),
-      outer_(HostTransaction::Outer(database)),
-      savepoint_(HostTransaction::Savepoint(database)) {}
+      transaction_(database, work_),
+      savepoint_(database, work_) {}
 
 Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Shape>& shape) {
   if (latest_ != nullptr && latest_->shape == shape) {
@@ -78,7 +77,7 @@ Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Sha
 }
 
 Session::Prepared& Session::Bound(std::string_view sql) {
-  transaction_.CheckUsable();
+  RequireUsable();
   const dialect::Translation translation = translator_.Translate(sql, timeStamp_.Now());
   Prepared& prepared = PreparedFor(translation.shape);
   try {
@@ -134,11 +133,13 @@ Session::Prepared& Session::BoundChange(std::string_view sql, std::optional<Stat
 }
 
 ChangeResult Session::Change(std::string_view sql, std::optional<StatementKind> kind) {
-  const StatementUse use(BoundChange(sql, kind).statement);
-  use->Step();
-  const std::int64_t rows = ChangedRows();
-  // SQLite's identity of the latest row outlives an INSERT that added none.
-  return {rows, rows > 0 ? sqlite3_last_insert_rowid(database_.handle()) : 0};
+  return Writing([&]() -> ChangeResult {
+    const StatementUse use(BoundChange(sql, kind).statement);
+    use->Step();
+    const std::int64_t rows = ChangedRows();
+    // SQLite's identity of the latest row outlives an INSERT that added none.
+    return {rows, rows > 0 ? sqlite3_last_insert_rowid(database_.handle()) : 0};
+  });
 }
 
 bool Session::IsVersion(const RowVersion& version, std::string_view changedTable) {
@@ -189,10 +190,12 @@ std::int64_t Session::DeleteRow(std::string_view table, std::int32_t rid) {
   if (dialect::FindColumn(*found, "RID") == nullptr) {
     throw StoreError(fmt::format("The rows of {} have no identity to delete by", found->name));
   }
-  const StatementUse use(Own(fmt::format("DELETE FROM \"{}\" WHERE RID=?1", found->name)));
-  use->BindNumber(1, rid);
-  use->Step();
-  return ChangedRows();
+  return Writing([&] {
+    const StatementUse use(Own(fmt::format("DELETE FROM \"{}\" WHERE RID=?1", found->name)));
+    use->BindNumber(1, rid);
+    use->Step();
+    return ChangedRows();
+  });
 }
 
 std::int32_t Session::AddRow(std::string_view table, std::span<const Field> fields) {
@@ -203,14 +206,21 @@ std::int32_t Session::AddRow(std::string_view table, std::span<const Field> fiel
     columns.append(separator).append(dialect::QuotedName(field.column));
     places.append(separator).append("?");
   }
-  const StatementUse use(Own(
-      fmt::format("INSERT INTO {} ({}) VALUES ({})", dialect::QuotedName(table), columns, places)));
-  int parameter = 0;
-  for (const Field& field : fields) {
-    use->Bind(++parameter, field.value);
-  }
-  use->Step();
-  return static_cast<std::int32_t>(sqlite3_last_insert_rowid(database_.handle()));
+  return Writing([&] {
+    const StatementUse use(Own(fmt::format("INSERT INTO {} ({}) VALUES ({})",
+                                           dialect::QuotedName(table), columns, places)));
+    int parameter = 0;
+    for (const Field& field : fields) {
+      use->Bind(++parameter, field.value);
+    }
+    use->Step();
+    return static_cast<std::int32_t>(sqlite3_last_insert_rowid(database_.handle()));
+  });
+}
+
+void Session::RequireUsable() {
+  work_.RequireUsable();
+  transaction_.CheckUsable();
 }
 
 std::int64_t Session::changesSoFar() const noexcept {
@@ -218,7 +228,7 @@ std::int64_t Session::changesSoFar() const noexcept {
 }
 
 Statement& Session::Own(std::string_view sql) {
-  transaction_.CheckUsable();
+  RequireUsable();
   const auto found = own_.find(sql);
   if (found != own_.end()) {
     return found->second;

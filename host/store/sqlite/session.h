@@ -22,6 +22,7 @@
 #include "host/store/sqlite/step_queue.h"
 #include "host/store/sqlite/tenant_register.h"
 #include "host/store/sqlite/transaction.h"
+#include "host/store/sqlite/unit_of_work.h"
 #include "host/store/sqlite/unit_register.h"
 #include "host/store/time_stamp.h"
 
@@ -42,13 +43,25 @@ class Session final : public SqlSession {
   [[nodiscard]] std::int64_t changesSoFar() const noexcept override;
 
   [[nodiscard]] Transaction& transaction() noexcept override { return transaction_; }
-  [[nodiscard]] HostTransaction& outerTransaction() noexcept override { return outer_; }
-  [[nodiscard]] HostTransaction& savepoint() noexcept override { return savepoint_; }
+  [[nodiscard]] UnitOfWork& work() noexcept override { return work_; }
+  [[nodiscard]] Savepoint& savepoint() noexcept override { return savepoint_; }
   [[nodiscard]] bool inTransaction() const noexcept override { return database_.inTransaction(); }
 
   [[nodiscard]] StepQueue& steps() noexcept override { return steps_; }
   [[nodiscard]] TenantRegister& tenants() noexcept override { return tenants_; }
   [[nodiscard]] UnitRegister& units() noexcept override { return units_; }
+
+  /// Runs what may write, as a part of the open unit of work, which is void when it fails.
+  template <typename Write>
+  auto Writing(Write&& write) {
+    work_.BeforeWrite();
+    try {
+      return write();
+    } catch (...) {
+      work_.AfterFailedWrite();
+      throw;
+    }
+  }
 
   /// A statement in SQLite's words, prepared once: for texts that this engine makes up itself, of
   /// which there are few. Use it in a StatementUse.
@@ -68,6 +81,7 @@ class Session final : public SqlSession {
     std::size_t latestRows = 0;  // of the last SELECT
   };
 
+  void RequireUsable();
   Prepared& PreparedFor(const std::shared_ptr<const dialect::Shape>& shape);
   Prepared& Bound(std::string_view sql);
   Prepared& BoundSelect(std::string_view sql);
@@ -80,9 +94,9 @@ class Session final : public SqlSession {
   std::unordered_map<const dialect::Shape*, Prepared> prepared_;
   Prepared* latest_ = nullptr;
   std::map<std::string, Statement, std::less<>> own_;  // by text
+  UnitOfWork work_{*this};
   Transaction transaction_;
-  HostTransaction outer_;
-  HostTransaction savepoint_;
+  Savepoint savepoint_;
   StepQueue steps_{*this};
   TenantRegister tenants_{*this};
   UnitRegister units_{*this};

@@ -39,6 +39,7 @@ class StatementPrinter {
 
   // Statements.
   void PrintInsert(const dialect::Statement& statement);
+  void PrintLaterThanOwn(const dialect::Assignment& assignment);
   void PrintUpdate(const dialect::Statement& statement);
   void PrintTable(const dialect::TableName& table);
   void PrintWhere(const dialect::ExpressionPtr& where);

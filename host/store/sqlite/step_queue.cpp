@@ -7,27 +7,31 @@ namespace qorhost::sqlite {
 
 void StepQueue::Queue(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid,
                       std::string_view code) {
-  const StatementUse insert(
-      session_.Own("INSERT INTO ProgramSteps (UnitKey, Kind, SubjectRID, Code, QueuedAt, Sent) "
-                   "VALUES (?1, ?2, ?3, nullif(?4, ''), ?5, 0)"));
-  insert->BindNumber(1, unitKey);
-  insert->BindText(2, kind);
-  insert->BindNumber(3, subjectRid);
-  insert->BindText(4, code);
-  insert->BindText(5, session_.timeStamp().Now());
-  insert->Step();
+  session_.Writing([&] {
+    const StatementUse insert(
+        session_.Own("INSERT INTO ProgramSteps (UnitKey, Kind, SubjectRID, Code, QueuedAt, Sent) "
+                     "VALUES (?1, ?2, ?3, nullif(?4, ''), ?5, 0)"));
+    insert->BindNumber(1, unitKey);
+    insert->BindText(2, kind);
+    insert->BindNumber(3, subjectRid);
+    insert->BindText(4, code);
+    insert->BindText(5, session_.timeStamp().Now());
+    insert->Step();
+  });
 }
 
 std::int64_t StepQueue::Withdraw(std::int32_t unitKey, std::string_view kind,
                                  std::int32_t subjectRid) {
-  const StatementUse withdraw(
-      session_.Own("DELETE FROM ProgramSteps WHERE UnitKey=?1 AND SubjectRID=?2 AND Kind=?3 AND "
-                   "Sent=0"));
-  withdraw->BindNumber(1, unitKey);
-  withdraw->BindNumber(2, subjectRid);
-  withdraw->BindText(3, kind);
-  withdraw->Step();
-  return session_.ChangedRows();
+  return session_.Writing([&] {
+    const StatementUse withdraw(
+        session_.Own("DELETE FROM ProgramSteps WHERE UnitKey=?1 AND SubjectRID=?2 AND Kind=?3 AND "
+                     "Sent=0"));
+    withdraw->BindNumber(1, unitKey);
+    withdraw->BindNumber(2, subjectRid);
+    withdraw->BindText(3, kind);
+    withdraw->Step();
+    return session_.ChangedRows();
+  });
 }
 
 bool StepQueue::IsDeletionPending(std::int32_t unitKey, std::string_view code) {

@@ -12,6 +12,10 @@ std::unique_ptr<SqlSession> Store::StartSession(Clock clock) {
   return std::make_unique<Session>(database_, std::move(clock));
 }
 
+void Store::SetPatience(Patience patience) {
+  database_.SetPatience(std::move(patience));
+}
+
 const std::string& Store::name() const noexcept {
   return database_.name();
 }

@@ -26,32 +26,38 @@ std::int32_t TenantRegister::NextLinkCode(std::int32_t unitKey) {
     code = std::max(counter, next->Number(1));
   }
   const std::int32_t free = RequireLinkCode(code);
-  if (counter < code && !session_.database().readOnly()) {
+  // Asking is no reason to take the right to write.
+  const bool mayWrite =
+      !session_.database().readOnly() && (!session_.work().open() || session_.work().locked());
+  if (counter < code && mayWrite) {
     KeepCounter(unitKey, code);
   }
   return free;
 }
 
 void TenantRegister::TakeLinkCodes(std::int32_t unitKey, std::int32_t count) {
-  {
+  const std::int64_t taken = session_.Writing([&] {
     const StatementUse take(
         session_.Own("UPDATE UnitCounters SET NextLinkCode = NextLinkCode + ?2 WHERE UnitKey=?1"));
     take->BindNumber(1, unitKey);
     take->BindNumber(2, count);
     take->Step();
-  }
-  if (session_.ChangedRows() == 0) {
+    return session_.ChangedRows();
+  });
+  if (taken == 0) {
     KeepCounter(unitKey, std::int64_t{NextLinkCode(unitKey)} + count);
   }
 }
 
 void TenantRegister::KeepCounter(std::int32_t unitKey, std::int64_t nextCode) {
-  const StatementUse keep(
-      session_.Own("INSERT INTO UnitCounters (UnitKey, NextLinkCode) VALUES (?1, ?2) "
-                   "ON CONFLICT (UnitKey) DO UPDATE SET NextLinkCode = ?2"));
-  keep->BindNumber(1, unitKey);
-  keep->BindNumber(2, nextCode);
-  keep->Step();
+  session_.Writing([&] {
+    const StatementUse keep(
+        session_.Own("INSERT INTO UnitCounters (UnitKey, NextLinkCode) VALUES (?1, ?2) "
+                     "ON CONFLICT (UnitKey) DO UPDATE SET NextLinkCode = ?2"));
+    keep->BindNumber(1, unitKey);
+    keep->BindNumber(2, nextCode);
+    keep->Step();
+  });
 }
 
 }  // namespace qorhost::sqlite

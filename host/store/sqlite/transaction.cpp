@@ -2,8 +2,7 @@
 
 #include <sqlite3.h>
 
-#include <utility>
-
+#include "host/store/sqlite/unit_of_work.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
@@ -16,6 +15,8 @@ const char* UndoText(bool inner) {
 
 }  // namespace
 
+Transaction::Transaction(Database& database, UnitOfWork& work) : database_(database), work_(work) {}
+
 Transaction::~Transaction() {
   if (database_.inTransaction()) {
     sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
@@ -26,8 +27,10 @@ void Transaction::Begin() {
   if (state_ == State::kOpen) {
     throw StoreError("A transaction is already open: commit it or roll it back first");
   }
+  work_.BeforeWrite();
   inner_ = database_.inTransaction();
   if (inner_) {
+    begun_ = work_.Here();
     database_.Run("SAVEPOINT inner_transaction");
   } else {
     // Taking the right to write at once: a second program is met here and not halfway through.
@@ -41,6 +44,7 @@ void Transaction::Commit() {
     throw StoreError("There is no transaction to commit: begin one first");
   }
   try {
+    work_.RequireUsable();
     CheckUsable();
     database_.Run(inner_ ? "RELEASE inner_transaction" : "COMMIT");
     state_ = State::kNone;
@@ -61,6 +65,9 @@ void Transaction::Rollback() {
   if (database_.inTransaction()) {
     database_.Run(UndoText(inner_));
   }
+  if (inner_) {
+    work_.GoBackTo(begun_);
+  }
 }
 
 void Transaction::CheckUsable() {
@@ -71,35 +78,42 @@ void Transaction::CheckUsable() {
   }
 }
 
-HostTransaction::HostTransaction(Database& database, std::string begin, std::string commit,
-                                 std::string rollback)
-    : database_(database),
-      begin_(std::move(begin)),
-      commit_(std::move(commit)),
-      rollback_(std::move(rollback)) {}
-
-HostTransaction HostTransaction::Outer(Database& database) {
-  return {database, "BEGIN IMMEDIATE", "COMMIT", "ROLLBACK"};
-}
-
-HostTransaction HostTransaction::Savepoint(Database& database) {
-  return {database, "SAVEPOINT line", "RELEASE line", "ROLLBACK TO line; RELEASE line"};
-}
-
-void HostTransaction::Begin() {
-  database_.Run(begin_);
+void Savepoint::Begin() {
+  work_.RequireUsable();
+  database_.Run("SAVEPOINT part");
+  begun_ = work_.Here();
   open_ = true;
 }
 
-void HostTransaction::Commit() {
-  database_.Run(commit_);
+void Savepoint::Commit() {
+  work_.RequireUsable();
+  database_.Run("RELEASE part");
   open_ = false;
 }
 
-void HostTransaction::Rollback() {
+void Savepoint::Rollback() {
   open_ = false;
   if (database_.inTransaction()) {
-    database_.Run(rollback_);
+    database_.Run("ROLLBACK TO part; RELEASE part");
+    work_.GoBackTo(begun_);
+    work_.Forgive();
+  }
+}
+
+void WholeTransaction::Begin() {
+  database_.Run("BEGIN IMMEDIATE");
+  open_ = true;
+}
+
+void WholeTransaction::Commit() {
+  database_.Run("COMMIT");
+  open_ = false;
+}
+
+void WholeTransaction::Rollback() {
+  open_ = false;
+  if (database_.inTransaction()) {
+    database_.Run("ROLLBACK");
   }
 }
 

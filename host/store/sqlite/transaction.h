@@ -2,18 +2,20 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
+#include "host/store/sqlite/change_log.h"
 #include "host/store/sqlite/database.h"
 #include "host/store/transaction.h"
 
 namespace qorhost::sqlite {
 
-/// The one that a connection's users may hold open. Where the host began one on the database
-/// itself, this one is a part of it: kept or undone alone, and final with the whole.
+class UnitOfWork;
+
+/// The one that a connection's users may hold open. In a unit of work it is a part of that: undone
+/// alone, and final with the whole.
 class Transaction final : public qorhost::Transaction {
  public:
-  explicit Transaction(Database& database) : database_(database) {}
+  Transaction(Database& database, UnitOfWork& work);
   /// Rolls back what is still open.
   ~Transaction() override;
 
@@ -30,17 +32,17 @@ class Transaction final : public qorhost::Transaction {
   enum class State : std::uint8_t { kNone, kOpen, kCommitFailed };
 
   Database& database_;
+  UnitOfWork& work_;
   State state_ = State::kNone;
   bool inner_ = false;
+  ChangeLog::Place begun_;
 };
 
-/// One that the host itself begins and ends, with the texts that do so.
-class HostTransaction final : public qorhost::Transaction {
+/// A part of a unit of work that has taken the right to write. Undone, it is forgotten that
+/// something failed in it.
+class Savepoint final : public qorhost::Transaction {
  public:
-  /// Around everything: nobody else writes from its beginning on.
-  [[nodiscard]] static HostTransaction Outer(Database& database);
-  /// A part of the outer one.
-  [[nodiscard]] static HostTransaction Savepoint(Database& database);
+  Savepoint(Database& database, UnitOfWork& work) : database_(database), work_(work) {}
 
   void Begin() override;
   void Commit() override;
@@ -49,12 +51,26 @@ class HostTransaction final : public qorhost::Transaction {
   [[nodiscard]] bool open() const noexcept override { return open_; }
 
  private:
-  HostTransaction(Database& database, std::string begin, std::string commit, std::string rollback);
-
   Database& database_;
-  std::string begin_;
-  std::string commit_;
-  std::string rollback_;
+  UnitOfWork& work_;
+  ChangeLog::Place begun_;
+  bool open_ = false;
+};
+
+/// One around everything on a database that has no session yet: nobody else writes from its
+/// beginning on.
+class WholeTransaction final : public qorhost::Transaction {
+ public:
+  explicit WholeTransaction(Database& database) : database_(database) {}
+
+  void Begin() override;
+  void Commit() override;
+  /// Does nothing where SQLite gave everything up already.
+  void Rollback() override;
+  [[nodiscard]] bool open() const noexcept override { return open_; }
+
+ private:
+  Database& database_;
   bool open_ = false;
 };
 

@@ -49,8 +49,7 @@ TEST_F(DatabaseManagerTest, AnInsertAnswersWithTheNewIdentity) {
 
 TEST_F(DatabaseManagerTest, AnInsertThatAddsNoRowHasNoIdentity) {
   InsertCredential(100);
-  Run(
-      "CREATE TRIGGER Ignore BEFORE INSERT ON CredentialBank BEGIN SELECT RAISE(IGNORE); END");
+  Run("CREATE TRIGGER Ignore BEFORE INSERT ON CredentialBank BEGIN SELECT RAISE(IGNORE); END");
   EXPECT_EQ(InsertCredential(101), 0);
 }
 

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 
@@ -147,7 +148,7 @@ TEST_F(ConnectionTest, MeetsASecondWriterWhereTheTransactionBegins) {
   const Clock clock = [this] { return now_; };
   StoreConnection first(OpenStore(file, OpenMode::kCreate), clock);
   StoreConnection second(OpenStore(file, OpenMode::kReadWrite), clock);
-  sqlite::DatabaseOf(second.store()).Run("PRAGMA busy_timeout=0");
+  second.store().SetPatience({std::chrono::milliseconds(0), {}});
   Call(first, "BeginTrans");
   EXPECT_THAT(FailureOf([&] { Call(second, "BeginTrans"); }).description(),
               HasSubstr("another program is writing"));
@@ -158,8 +159,8 @@ TEST_F(ConnectionTest, MeetsASecondWriterWhereTheTransactionBegins) {
   Call(second, "RollbackTrans");
 }
 
-TEST_F(ConnectionTest, WaitsForAnotherWriterForAWhile) {
-  EXPECT_EQ(Number("PRAGMA busy_timeout"), 5000);
+TEST_F(ConnectionTest, HasPatienceForHalfAMinute) {
+  EXPECT_EQ(Patience().limit, std::chrono::seconds(30));
 }
 
 TEST_F(ConnectionTest, OneShapeIsParsedOnce) {

@@ -19,11 +19,19 @@ class UndoableTest : public StoreFixture {
   [[nodiscard]] SqlSession& session() { return connection_->session(); }
 };
 
+/// A unit of work that has taken the right to write.
+class LockedWork : public WorkGuard {
+ public:
+  explicit LockedWork(SqlSession& session) : WorkGuard(session.work(), {{kUnit}, "test", {}}) {
+    session.work().Lock();
+  }
+};
+
 TEST_F(UndoableTest, WhatIsKeptStays) {
   {
-    Undoable work(session().outerTransaction());
+    LockedWork work(session());
     AddDoor();
-    work.Keep();
+    work.Commit();
   }
   EXPECT_EQ(Doors(), 1);
   EXPECT_FALSE(session().inTransaction());
@@ -31,7 +39,7 @@ TEST_F(UndoableTest, WhatIsKeptStays) {
 
 TEST_F(UndoableTest, WhatIsNotKeptIsUndoneAtItsEnd) {
   try {
-    const Undoable work(session().outerTransaction());
+    const LockedWork work(session());
     AddDoor();
     throw std::runtime_error("something else went wrong");
   } catch (const std::runtime_error&) {
@@ -41,7 +49,7 @@ TEST_F(UndoableTest, WhatIsNotKeptIsUndoneAtItsEnd) {
 }
 
 TEST_F(UndoableTest, ASavepointIsUndoneAlone) {
-  Undoable work(session().outerTransaction());
+  LockedWork work(session());
   AddDoor();
   {
     const Undoable line(session().savepoint());
@@ -52,12 +60,12 @@ TEST_F(UndoableTest, ASavepointIsUndoneAlone) {
     AddDoor();
     line.Keep();
   }
-  work.Keep();
+  work.Commit();
   EXPECT_EQ(Doors(), 2);
 }
 
 TEST_F(UndoableTest, TheConnectionsTransactionIsAPartOfASavepoint) {
-  Undoable work(session().outerTransaction());
+  LockedWork work(session());
   {
     Undoable line(session().savepoint());
     qorcred::Call(*connection_, "BeginTrans");
@@ -66,7 +74,7 @@ TEST_F(UndoableTest, TheConnectionsTransactionIsAPartOfASavepoint) {
     line.Undo();
   }
   EXPECT_TRUE(session().inTransaction());
-  work.Keep();
+  work.Commit();
   EXPECT_EQ(Doors(), 0);
 }
 
@@ -74,17 +82,17 @@ TEST_F(UndoableTest, TheConnectionsTransactionIsAPartOfASavepoint) {
 TEST_F(UndoableTest, WhatCannotBeKeptIsUndone) {
   Run("CREATE TABLE child (unit REFERENCES Units(UnitKey) DEFERRABLE INITIALLY DEFERRED)");
   {
-    Undoable work(session().outerTransaction());
+    LockedWork work(session());
     AddDoor();
     Run("INSERT INTO child VALUES (99)");
-    EXPECT_THROW(work.Keep(), StoreError);
+    EXPECT_THROW(work.Commit(), StoreError);
   }
   EXPECT_FALSE(session().inTransaction());
   EXPECT_EQ(Doors(), 0);
 }
 
 TEST_F(UndoableTest, WhatTheStoreGaveUpShows) {
-  const Undoable work(session().outerTransaction());
+  const LockedWork work(session());
   EXPECT_TRUE(session().inTransaction());
   Run("ROLLBACK");
   EXPECT_FALSE(session().inTransaction());
@@ -95,7 +103,7 @@ TEST_F(UndoableTest, AnyWriteShowsInTheChangesAlsoWhenItIsUndone) {
   (void)session().Select("SELECT * FROM DOORS");
   EXPECT_EQ(session().changesSoFar(), before);
   {
-    const Undoable work(session().outerTransaction());
+    const LockedWork work(session());
     AddDoor();
   }
   EXPECT_NE(session().changesSoFar(), before);

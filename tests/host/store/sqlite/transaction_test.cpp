@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "host/store/sqlite/schema.h"
+#include "host/store/sqlite/session.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
@@ -24,12 +25,14 @@ class TransactionTest : public testing::Test {
   }
 
   Database store_ = OpenMemoryDatabase();
+  Session session_{store_, [] { return qorcred::Date(); }};
+  Transaction transaction_{store_, session_.work()};
 };
 
 TEST_F(TransactionTest, IsRolledBackWhenItGoesAwayOpen) {
   {
-    Transaction transaction(store_);
-    transaction.Begin();
+    Session session(store_, [] { return qorcred::Date(); });
+    session.transaction().Begin();
     store_.Run("INSERT INTO Units (UnitKey) VALUES (1)");
   }
   EXPECT_FALSE(store_.inTransaction());
@@ -38,61 +41,56 @@ TEST_F(TransactionTest, IsRolledBackWhenItGoesAwayOpen) {
 
 // As after a full disk: the engine ends the transaction without being asked.
 TEST_F(TransactionTest, OnceTheEngineGaveItUpNothingRunsUntilItIsRolledBack) {
-  Transaction transaction(store_);
-  transaction.Begin();
+  transaction_.Begin();
   store_.Run("INSERT INTO Units (UnitKey) VALUES (1)");
   store_.Run("ROLLBACK");
-  EXPECT_TRUE(transaction.open());
-  EXPECT_THAT(FailureOf([&] { transaction.CheckUsable(); }), HasSubstr("gave up"));
-  transaction.Rollback();
-  EXPECT_EQ(FailureOf([&] { transaction.CheckUsable(); }), "no failure");
-  EXPECT_FALSE(transaction.open());
+  EXPECT_TRUE(transaction_.open());
+  EXPECT_THAT(FailureOf([&] { transaction_.CheckUsable(); }), HasSubstr("gave up"));
+  transaction_.Rollback();
+  EXPECT_EQ(FailureOf([&] { transaction_.CheckUsable(); }), "no failure");
+  EXPECT_FALSE(transaction_.open());
 }
 
 TEST_F(TransactionTest, OnceTheEngineGaveItUpACommitFails) {
-  Transaction transaction(store_);
-  transaction.Begin();
+  transaction_.Begin();
   store_.Run("ROLLBACK");
-  EXPECT_THAT(FailureOf([&] { transaction.Commit(); }), HasSubstr("gave up"));
-  EXPECT_FALSE(transaction.open());
+  EXPECT_THAT(FailureOf([&] { transaction_.Commit(); }), HasSubstr("gave up"));
+  EXPECT_FALSE(transaction_.open());
 }
 
 TEST_F(TransactionTest, ACommitThatFailsUndoesEverythingAndAllowsTheRollbackThatFollows) {
   store_.Run("CREATE TABLE child (unit REFERENCES Units(UnitKey) DEFERRABLE INITIALLY DEFERRED)");
-  Transaction transaction(store_);
-  transaction.Begin();
+  transaction_.Begin();
   store_.Run("INSERT INTO Units (UnitKey) VALUES (1); INSERT INTO child VALUES (99)");
-  EXPECT_THAT(FailureOf([&] { transaction.Commit(); }), HasSubstr("FOREIGN KEY"));
-  EXPECT_FALSE(transaction.open());
+  EXPECT_THAT(FailureOf([&] { transaction_.Commit(); }), HasSubstr("FOREIGN KEY"));
+  EXPECT_FALSE(transaction_.open());
   EXPECT_FALSE(store_.inTransaction());
   EXPECT_EQ(Units(), 0);
-  transaction.Rollback();
-  EXPECT_THAT(FailureOf([&] { transaction.Rollback(); }), HasSubstr("no transaction"));
+  transaction_.Rollback();
+  EXPECT_THAT(FailureOf([&] { transaction_.Rollback(); }), HasSubstr("no transaction"));
 }
 
 TEST_F(TransactionTest, AfterAFailedCommitANewOneBegins) {
   store_.Run("CREATE TABLE child (unit REFERENCES Units(UnitKey) DEFERRABLE INITIALLY DEFERRED)");
-  Transaction transaction(store_);
-  transaction.Begin();
+  transaction_.Begin();
   store_.Run("INSERT INTO child VALUES (99)");
-  EXPECT_THROW(transaction.Commit(), StoreError);
-  transaction.Begin();
+  EXPECT_THROW(transaction_.Commit(), StoreError);
+  transaction_.Begin();
   store_.Run("INSERT INTO Units (UnitKey) VALUES (1)");
-  transaction.Commit();
+  transaction_.Commit();
   EXPECT_EQ(Units(), 1);
 }
 
 // As an import does, which undoes all of its lines when it is only tried.
 TEST_F(TransactionTest, InsideOneOfTheHostItIsKeptOrUndoneAlone) {
-  Transaction transaction(store_);
   store_.Run("BEGIN");
-  transaction.Begin();
+  transaction_.Begin();
   store_.Run("INSERT INTO Units (UnitKey) VALUES (1)");
-  transaction.Rollback();
+  transaction_.Rollback();
   EXPECT_EQ(Units(), 0);
-  transaction.Begin();
+  transaction_.Begin();
   store_.Run("INSERT INTO Units (UnitKey) VALUES (2)");
-  transaction.Commit();
+  transaction_.Commit();
   EXPECT_EQ(Units(), 1);
   EXPECT_TRUE(store_.inTransaction());
   store_.Run("ROLLBACK");
@@ -100,10 +98,9 @@ TEST_F(TransactionTest, InsideOneOfTheHostItIsKeptOrUndoneAlone) {
 }
 
 TEST_F(TransactionTest, InsideOneOfTheHostThereIsOnlyOneToo) {
-  Transaction transaction(store_);
   store_.Run("BEGIN");
-  transaction.Begin();
-  EXPECT_THAT(FailureOf([&] { transaction.Begin(); }), HasSubstr("already open"));
+  transaction_.Begin();
+  EXPECT_THAT(FailureOf([&] { transaction_.Begin(); }), HasSubstr("already open"));
 }
 
 }  // namespace

@@ -1,0 +1,183 @@
+#include "host/store/sqlite/change_log.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <string_view>
+#include <utility>
+
+#include "host/store/store_error.h"
+
+namespace qorhost::sqlite {
+
+namespace {
+
+// What follows from other rows, and the audit itself.
+constexpr std::array<std::string_view, 6> kLeftOut{"ProgramSteps", "UnitCounters", "TenantsBackup",
+                                                   "AuditEntries", "AuditRows",    "UnitVersions"};
+
+bool IsKept(std::string_view table) {
+  return std::find(kLeftOut.begin(), kLeftOut.end(), table) == kLeftOut.end();
+}
+
+qorcred::Value ValueOf(sqlite3_value* cell) {
+  switch (cell == nullptr ? SQLITE_NULL : sqlite3_value_type(cell)) {
+    case SQLITE_NULL:
+      return {qorcred::Null{}};
+    case SQLITE_INTEGER: {
+      const std::int64_t number = sqlite3_value_int64(cell);
+      const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
+                        number <= std::numeric_limits<std::int32_t>::max();
+      return fits ? qorcred::Value(static_cast<std::int32_t>(number))
+                  : qorcred::Value(static_cast<double>(number));
+    }
+    case SQLITE_FLOAT:
+      return {sqlite3_value_double(cell)};
+    default:
+      break;
+  }
+  const auto* bytes = static_cast<const char*>(sqlite3_value_blob(cell));
+  const auto size = static_cast<std::size_t>(sqlite3_value_bytes(cell));
+  return bytes == nullptr ? qorcred::Value("") : qorcred::Value(std::string_view(bytes, size));
+}
+
+using Reader = int (*)(sqlite3*, int, sqlite3_value**);
+
+}  // namespace
+
+/// What SQLite calls back. It may not be left by an exception.
+struct ChangeLog::Hook {
+  static void Called(void* context, sqlite3* /*handle*/, int operation, const char* schema,
+                     const char* table, sqlite3_int64 before, sqlite3_int64 after) {
+    auto& log = *static_cast<ChangeLog*>(context);
+    if (!log.on_ || std::string_view(schema) != "main") {
+      return;
+    }
+    ++log.touched_;
+    if (!log.columns_.contains(std::string_view(table))) {
+      return;
+    }
+    try {
+      switch (operation) {
+        case SQLITE_INSERT:
+          return log.OnInsert(table, after);
+        case SQLITE_UPDATE:
+          return log.OnUpdate(table, before);
+        default:
+          return log.OnDelete(table, before);
+      }
+    } catch (...) {
+      log.incomplete_ = true;
+    }
+  }
+
+  static std::vector<StoredCell> Row(const ChangeLog& log, const char* table, Reader read) {
+    const std::vector<std::string>& columns = log.columns_.find(std::string_view(table))->second;
+    std::vector<StoredCell> cells;
+    cells.reserve(columns.size());
+    for (std::size_t at = 0; at < columns.size(); ++at) {
+      sqlite3_value* value = nullptr;
+      read(log.database_.handle(), static_cast<int>(at), &value);
+      cells.push_back({columns[at], ValueOf(value)});
+    }
+    return cells;
+  }
+};
+
+ChangeLog::ChangeLog(Database& database) : database_(database) {
+  sqlite3_preupdate_hook(database_.handle(), &Hook::Called, this);
+}
+
+ChangeLog::~ChangeLog() {
+  sqlite3_preupdate_hook(database_.handle(), nullptr, nullptr);
+}
+
+void ChangeLog::Start() {
+  if (columns_.empty()) {
+    ReadColumns();
+  }
+  changes_.clear();
+  runs_.clear();
+  touched_ = 0;
+  incomplete_ = false;
+  on_ = true;
+}
+
+void ChangeLog::Stop() noexcept {
+  on_ = false;
+}
+
+ChangeLog::Place ChangeLog::Here() const {
+  Place place{touched_, changes_.size(), runs_, {}};
+  for (const auto& [table, run] : runs_) {
+    place.runEnds.push_back(changes_[run].lastRid);
+  }
+  return place;
+}
+
+void ChangeLog::GoBackTo(const Place& place) {
+  touched_ = place.touched;
+  changes_.resize(std::min(changes_.size(), place.changes));
+  runs_ = place.runs;
+  std::size_t end = 0;
+  for (const auto& [table, run] : runs_) {
+    changes_[run].lastRid = place.runEnds[end++];
+  }
+}
+
+void ChangeLog::RequireComplete() const {
+  if (incomplete_) {
+    throw StoreError("The changes could not be written down for the audit: nothing was stored",
+                     StoreFault::kNoMemory);
+  }
+}
+
+void ChangeLog::OnInsert(const char* table, std::int64_t rid) {
+  const auto run = runs_.find(std::string_view(table));
+  if (run != runs_.end() && changes_[run->second].lastRid + 1 == rid) {
+    changes_[run->second].lastRid = rid;
+    return;
+  }
+  RowChange change{RowChangeKind::kInserted, table, rid, rid, {}, {}};
+  change.after = Hook::Row(*this, table, &sqlite3_preupdate_new);
+  changes_.push_back(std::move(change));
+  runs_.insert_or_assign(table, changes_.size() - 1);
+}
+
+void ChangeLog::OnUpdate(const char* table, std::int64_t rid) {
+  std::vector<StoredCell> before = Hook::Row(*this, table, &sqlite3_preupdate_old);
+  std::vector<StoredCell> after = Hook::Row(*this, table, &sqlite3_preupdate_new);
+  RowChange change{RowChangeKind::kUpdated, table, rid, rid, {}, {}};
+  for (std::size_t at = 0; at < before.size(); ++at) {
+    if (before[at].value != after[at].value) {
+      change.before.push_back(std::move(before[at]));
+      change.after.push_back(std::move(after[at]));
+    }
+  }
+  if (!change.before.empty()) {
+    changes_.push_back(std::move(change));
+  }
+}
+
+void ChangeLog::OnDelete(const char* table, std::int64_t rid) {
+  RowChange change{RowChangeKind::kDeleted, table, rid, rid, {}, {}};
+  change.before = Hook::Row(*this, table, &sqlite3_preupdate_old);
+  changes_.push_back(std::move(change));
+}
+
+void ChangeLog::ReadColumns() {
+  // The hook itself must not run statements.
+  Statement columns(database_,
+                    "SELECT T.name, C.name FROM sqlite_schema T, pragma_table_info(T.name) C "
+                    "WHERE T.type='table' AND T.name NOT LIKE 'sqlite!_%' ESCAPE '!' "
+                    "ORDER BY T.name, C.cid");
+  while (columns.Step()) {
+    if (IsKept(columns.Text(0))) {
+      columns_[std::string(columns.Text(0))].emplace_back(columns.Text(1));
+    }
+  }
+}
+
+}  // namespace qorhost::sqlite

@@ -1,0 +1,68 @@
+// A unit of work as one transaction of SQLite.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/store/sqlite/change_log.h"
+#include "host/store/unit_of_work.h"
+
+namespace qorhost::sqlite {
+
+class Session;
+
+class UnitOfWork final : public qorhost::UnitOfWork {
+ public:
+  explicit UnitOfWork(Session& session);
+  ~UnitOfWork() override;
+
+  [[nodiscard]] UnitVersion VersionOf(std::int32_t unitKey) override;
+  [[nodiscard]] std::vector<WorkEntry> Since(std::int32_t unitKey,
+                                             const UnitVersion& version) override;
+  [[nodiscard]] std::vector<RowChange> RowsOf(std::int64_t entry) override;
+  void SignAs(Author author) override;
+
+  void Begin(WorkOrder order) override;
+  void Lock() override;
+  bool Commit() override;
+  void Undo() noexcept override;
+  void Void(VoidReason reason) noexcept override;
+
+  [[nodiscard]] bool open() const noexcept override { return open_; }
+  [[nodiscard]] bool locked() const noexcept override { return locked_; }
+  [[nodiscard]] VoidReason voided() const noexcept override { return void_; }
+
+  // For the session, whose statements run in it.
+
+  /// Before any statement: raises when the work is void.
+  void RequireUsable();
+  /// Before a statement that may write: takes the right to write for the work's first.
+  void BeforeWrite();
+  /// A statement that should have written has failed.
+  void AfterFailedWrite() noexcept;
+
+  /// Where the work stands, to go back to when what comes behind it is undone.
+  [[nodiscard]] ChangeLog::Place Here() const { return log_.Here(); }
+  void GoBackTo(const ChangeLog::Place& place) { log_.GoBackTo(place); }
+  /// The part that has failed was undone, so that the rest may go on.
+  void Forgive() noexcept;
+
+ private:
+  void TakeRightToWrite();
+  void StoreEntry();
+  void StoreRows(std::int64_t entry);
+  void RaiseVersions(std::int64_t entry);
+  void ReleaseRightToWrite() noexcept;
+
+  Session& session_;
+  ChangeLog log_;
+  Author author_;
+  WorkOrder order_;
+  bool open_ = false;
+  bool locked_ = false;
+  VoidReason void_ = VoidReason::kNone;
+};
+
+}  // namespace qorhost::sqlite
