@@ -6,13 +6,14 @@
 #include <vector>
 
 #include "frame/host.h"
+#include "host/store/unit_of_work.h"
 
 namespace qorhost {
 
 enum class Ending : std::uint8_t {
   kDone,
-  kRefused,    ///< a controller said no, or something on the way
-  kFailed,     ///< a statement failed, or something was trapped
+  kRefused,    ///< a controller said no, or something on the way; nothing was changed
+  kFailed,     ///< a statement failed, or something was trapped; nothing was changed
   kStale,      ///< nothing was changed, because someone else had changed the row meanwhile
   kCancelled,  ///< the progress handler stopped it; nothing of it is kept
 };
@@ -32,6 +33,7 @@ struct Outcome {
   bool returned = false;
   std::vector<ShownMessage> messages;  ///< in their order
   std::vector<std::string> failures;   ///< failed statements and trapped failures, in their order
+  std::vector<WorkEntry> changes;      ///< of a stale one: what others have done meanwhile
 
   [[nodiscard]] bool done() const { return ending == Ending::kDone; }
 };

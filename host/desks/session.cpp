@@ -21,6 +21,8 @@ DeskSession::DeskSession(std::unique_ptr<Store> store, Surroundings surroundings
       connection_(std::make_shared<StoreConnection>(std::move(store), surroundings_.clock)),
       visibleConnection_(connection_),
       storeHost_(MakeServices()) {
+  connection_->store().SetPatience(surroundings_.patience);
+  sql().work().SignAs(surroundings_.author);
   if (surroundings_.transcript) {
     visibleConnection_ =
         std::make_shared<qorcred::trace::TracingConnection>(connection_, surroundings_.transcript);
@@ -55,14 +57,50 @@ StoreHost::Services DeskSession::MakeServices() {
 
 MessageButton DeskSession::ShowMessage(std::string_view text, MessageStyle style,
                                        std::string_view title) {
-  MessageButton answer = style == MessageStyle::kQuestion ? MessageButton::kNo : MessageButton::kOk;
-  if (surroundings_.messageBox) {
-    answer = surroundings_.messageBox(text, style, title);
+  const bool isQuestion = style == MessageStyle::kQuestion;
+  if (sql().work().voided() != VoidReason::kNone) {
+    return isQuestion ? MessageButton::kNo : MessageButton::kOk;
   }
+  const MessageButton answer = AnswerTo({text, style, title});
   if (record_ != nullptr) {
     record_->messages_.push_back({std::string(text), style, answer});
   }
   return answer;
+}
+
+MessageButton DeskSession::AnswerTo(const NewMessage& message) {
+  const bool isQuestion = message.style == MessageStyle::kQuestion;
+  const MessageButton unseen = isQuestion ? MessageButton::kNo : MessageButton::kOk;
+  if (answered_ != nullptr) {
+    const auto before =
+        std::find_if(answered_->answers_.begin(), answered_->answers_.end(),
+                     [&message](const ShownMessage& shown) {
+                       return shown.style == message.style && shown.text == message.text;
+                     });
+    if (before != answered_->answers_.end()) {
+      const MessageButton answer = before->answer;
+      answered_->answers_.erase(before);
+      return answer;
+    }
+  }
+  // Others wait for the end of what is locked: nobody is asked meanwhile.
+  const bool othersWait = !unattended_ && sql().work().locked();
+  if (othersWait && isQuestion) {
+    if (answered_ != nullptr) {
+      answered_->newQuestion_ = true;
+    }
+    NoteFailure(fmt::format("nobody could be asked: {}", message.text));
+    sql().work().Void(VoidReason::kFailed);
+    return unseen;
+  }
+  if (othersWait && notices_ != nullptr) {
+    notices_->waiting_.push_back(
+        {std::string(message.text), message.style, std::string(message.title)});
+    return unseen;
+  }
+  return surroundings_.messageBox
+             ? surroundings_.messageBox(message.text, message.style, message.title)
+             : unseen;
 }
 
 void DeskSession::NoteFailure(std::string_view failure) {
@@ -105,7 +143,9 @@ std::vector<UnitName> DeskSession::Units() {
 }
 
 UnseenMessages::UnseenMessages(DeskSession& session, bool answerYes)
-    : session_(session), former_(std::move(session.surroundings_.messageBox)) {
+    : session_(session),
+      former_(std::move(session.surroundings_.messageBox)),
+      formerlyUnattended_(std::exchange(session.unattended_, true)) {
   session_.surroundings_.messageBox = [answerYes](std::string_view, MessageStyle style,
                                                   std::string_view) {
     if (style != MessageStyle::kQuestion) {
@@ -117,6 +157,31 @@ UnseenMessages::UnseenMessages(DeskSession& session, bool answerYes)
 
 UnseenMessages::~UnseenMessages() {
   session_.surroundings_.messageBox = std::move(former_);
+  session_.unattended_ = formerlyUnattended_;
+}
+
+AnsweredAgain::AnsweredAgain(DeskSession& session, std::vector<ShownMessage> answers)
+    : session_(session), answers_(std::move(answers)) {
+  session_.answered_ = this;
+}
+
+AnsweredAgain::~AnsweredAgain() {
+  session_.answered_ = nullptr;
+}
+
+NoticesAtTheEnd::NoticesAtTheEnd(DeskSession& session)
+    : session_(session), previous_(std::exchange(session.notices_, this)) {}
+
+NoticesAtTheEnd::~NoticesAtTheEnd() {
+  session_.notices_ = previous_;
+}
+
+void NoticesAtTheEnd::Show() {
+  for (const Notice& notice : std::exchange(waiting_, {})) {
+    if (session_.surroundings_.messageBox) {
+      session_.surroundings_.messageBox(notice.text, notice.style, notice.title);
+    }
+  }
 }
 
 OperationRecord::OperationRecord(DeskSession& session, InsertHandler onInsert)

@@ -19,12 +19,23 @@
 
 namespace qorhost {
 
+class AnsweredAgain;
+class NoticesAtTheEnd;
 class OperationRecord;
+
+/// A message that a controller is about to show.
+struct NewMessage {
+  std::string_view text;
+  qorcred::MessageStyle style;
+  std::string_view title;
+};
 
 /// What a front end hands in. Everything may be left out.
 struct Surroundings {
   MessageBox messageBox;  ///< none: notices are closed with OK, questions answered No
   Clock clock = SystemClock();
+  Author author;                              ///< signs what is stored
+  Patience patience;                          ///< with others who write
   qorcred::trace::TranscriptSink transcript;  ///< none: calls are not traced
 };
 
@@ -56,14 +67,20 @@ class DeskSession {
  private:
   friend class OperationRecord;
   friend class UnseenMessages;
+  friend class AnsweredAgain;
+  friend class NoticesAtTheEnd;
 
   [[nodiscard]] StoreHost::Services MakeServices();
   qorcred::MessageButton ShowMessage(std::string_view text, qorcred::MessageStyle style,
                                      std::string_view title);
+  [[nodiscard]] qorcred::MessageButton AnswerTo(const NewMessage& message);
   void NoteFailure(std::string_view failure);
 
   Surroundings surroundings_;
-  OperationRecord* record_ = nullptr;  // of the operation under way
+  OperationRecord* record_ = nullptr;   // of the operation under way
+  AnsweredAgain* answered_ = nullptr;   // of one that runs again
+  NoticesAtTheEnd* notices_ = nullptr;  // those that wait for the end
+  bool unattended_ = false;             // all messages are answered without being shown
   std::shared_ptr<StoreConnection> connection_;
   qorcred::ObjectRef visibleConnection_;
   StoreHost storeHost_;
@@ -82,6 +99,51 @@ class UnseenMessages {
  private:
   DeskSession& session_;
   MessageBox former_;
+  bool formerlyUnattended_;
+};
+
+/// While it lives, messages that were shown before get the answers that they got; a question that
+/// was not asked before makes the unit of work stale.
+class AnsweredAgain {
+ public:
+  AnsweredAgain(DeskSession& session, std::vector<ShownMessage> answers);
+  ~AnsweredAgain();
+  AnsweredAgain(const AnsweredAgain&) = delete;
+  AnsweredAgain& operator=(const AnsweredAgain&) = delete;
+
+  [[nodiscard]] bool newQuestion() const { return newQuestion_; }
+
+ private:
+  friend class DeskSession;
+
+  DeskSession& session_;
+  std::vector<ShownMessage> answers_;
+  bool newQuestion_ = false;
+};
+
+/// While it lives, notices that come up while others wait are answered at once, to be shown when
+/// nobody waits any more.
+class NoticesAtTheEnd {
+ public:
+  explicit NoticesAtTheEnd(DeskSession& session);
+  ~NoticesAtTheEnd();
+  NoticesAtTheEnd(const NoticesAtTheEnd&) = delete;
+  NoticesAtTheEnd& operator=(const NoticesAtTheEnd&) = delete;
+
+  void Show();
+
+ private:
+  friend class DeskSession;
+
+  struct Notice {
+    std::string text;
+    qorcred::MessageStyle style;
+    std::string title;
+  };
+
+  DeskSession& session_;
+  NoticesAtTheEnd* previous_;
+  std::vector<Notice> waiting_;
 };
 
 /// Collects, while it lives, what the controllers show and what fails: one for each operation. The

@@ -78,6 +78,8 @@ class UnitOfWork {
   /// Stores everything with its audit entry and raises the versions; true unless there was nothing
   /// to store. Where it raises, and when the work is void, nothing is stored; it has ended anyway.
   virtual bool Commit() = 0;
+  /// The version that the latest commit gave to a unit; nothing when that stored nothing for it.
+  [[nodiscard]] virtual std::optional<UnitVersion> Committed(std::int32_t unitKey) const = 0;
   /// Ends it with nothing stored; without an open one it does nothing.
   virtual void Undo() noexcept = 0;
   /// Makes it void, once; the first reason stays.

@@ -101,6 +101,7 @@ void UnitOfWork::Begin(WorkOrder order) {
     throw StoreError("An operation is under way already: end it first");
   }
   order_ = std::move(order);
+  committed_.clear();
   void_ = VoidReason::kNone;
   open_ = true;
 }
@@ -239,6 +240,17 @@ void UnitOfWork::StoreRows(std::int64_t entry) {
   store();
 }
 
+void UnitOfWork::KeepVersions(Statement& raised) {
+  while (raised.Step()) {
+    committed_[static_cast<std::int32_t>(raised.Number(0))] = {raised.Number(1), raised.Number(2)};
+  }
+}
+
+std::optional<UnitVersion> UnitOfWork::Committed(std::int32_t unitKey) const {
+  const auto found = committed_.find(unitKey);
+  return found == committed_.end() ? std::nullopt : std::optional(found->second);
+}
+
 void UnitOfWork::RaiseVersions(std::int64_t entry) {
   if (order_.units.empty()) {
     const StatementUse raise(
@@ -246,19 +258,19 @@ void UnitOfWork::RaiseVersions(std::int64_t entry) {
                      "SELECT UnitKey, ?1, random() FROM Units WHERE true "
                      "UNION SELECT UnitKey, ?1, random() FROM UnitVersions WHERE true "
                      "ON CONFLICT (UnitKey) DO UPDATE SET Entry=excluded.Entry, "
-                     "Mark=excluded.Mark"));
+                     "Mark=excluded.Mark RETURNING UnitKey, Entry, Mark"));
     raise->BindNumber(1, entry);
-    raise->Step();
+    KeepVersions(*raise);
     return;
   }
   for (const std::int32_t unitKey : order_.units) {
     const StatementUse raise(
         session_.Own("INSERT INTO UnitVersions (UnitKey, Entry, Mark) VALUES (?2, ?1, random()) "
                      "ON CONFLICT (UnitKey) DO UPDATE SET Entry=excluded.Entry, "
-                     "Mark=excluded.Mark"));
+                     "Mark=excluded.Mark RETURNING UnitKey, Entry, Mark"));
     raise->BindNumber(1, entry);
     raise->BindNumber(2, unitKey);
-    raise->Step();
+    KeepVersions(*raise);
   }
 }
 

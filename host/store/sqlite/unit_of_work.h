@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,6 +28,7 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   void Begin(WorkOrder order) override;
   void Lock() override;
   bool Commit() override;
+  [[nodiscard]] std::optional<UnitVersion> Committed(std::int32_t unitKey) const override;
   void Undo() noexcept override;
   void Void(VoidReason reason) noexcept override;
 
@@ -54,6 +56,7 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   void StoreEntry();
   void StoreRows(std::int64_t entry);
   void RaiseVersions(std::int64_t entry);
+  void KeepVersions(Statement& raised);
   void ReleaseRightToWrite() noexcept;
 
   Session& session_;
@@ -63,6 +66,7 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   bool open_ = false;
   bool locked_ = false;
   VoidReason void_ = VoidReason::kNone;
+  std::map<std::int32_t, UnitVersion> committed_;
 };
 
 }  // namespace qorhost::sqlite
