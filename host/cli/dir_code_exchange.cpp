@@ -22,8 +22,6 @@ namespace {
 
 using qorcred::Value;
 
-constexpr std::string_view kStandardStream = "-";
-
 UnitReading ReadFrom(const std::string& from, Console& console) {
   if (from == kStandardStream) {
     return ReadUnitFile(console.in);

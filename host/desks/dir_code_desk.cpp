@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -13,17 +12,13 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/whole_number.h"
+#include "host/unit/unit_code.h"
 
 namespace qorhost {
 
 namespace {
 
 namespace field = dir_code_field;
-
-bool IsDigits(std::string_view text) {
-  return !text.empty() &&
-         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
 
 /// The number that an operator means; nothing when the text is none.
 std::optional<double> NumberMeant(std::string_view text) {

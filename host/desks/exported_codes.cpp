@@ -12,10 +12,9 @@
 namespace qorhost {
 
 ExportedCodes ExportCodes(DeskSession& session, std::int32_t unitKey) {
-  const QueryResult rows = session.sql().Select(
-      fmt::format("SELECT RID,{} FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0 ORDER BY "
-                  "DIRECTORYCODE, RID",
-                  kUnitColumns, unitKey));
+  const QueryResult rows =
+      session.sql().Select(SelectOfCodes(fmt::format("RID,{}", kUnitColumns), unitKey) +
+                           " ORDER BY DIRECTORYCODE, RID");
   const qorcred::TableView table{qorcred::ObjectRef(rows.table)};
   ExportedCodes read;
   for (const ResultRow row : rows.rows()) {

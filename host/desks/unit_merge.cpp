@@ -10,6 +10,7 @@
 #include "frame/data_services.h"
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
+#include "host/store/rows.h"
 #include "host/store/transaction.h"
 #include "host/unit/unit_rows.h"
 
@@ -18,6 +19,10 @@ namespace qorhost {
 namespace {
 
 using qorcred::TableView;
+
+// Columns of the array that the controller fetches.
+constexpr std::int32_t kFetchedRid = 1;
+constexpr std::int32_t kFetchedNumber = 2;
 
 /// "`doing`: the first failure; nothing was changed"
 void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
@@ -65,22 +70,20 @@ void UnitMerge::ReadStored() {
   placeOf_.clear();
   // The array does not say where the codes of now end: only their number does.
   const std::int32_t current =
-      qorcred::RoundToLong(qorcred::NumericValue(session_.sql().Scalar(fmt::format(
-          "SELECT COUNT(*) FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0", unitKey_))));
+      qorcred::RoundToLong(qorcred::NumericValue(
+          session_.sql().Scalar(SelectOfCodes("COUNT(*)", unitKey_))));
   qorcred::ObjectRef fetched;
   const OperationRecord fetching(session_);
   controller_.pbFetchDirForMerge(session_.connection(), unitKey_, fetched);
   RequireNoFailure(fetching, "cannot read the stored directory codes");
 
-  constexpr std::int32_t kRid = 1;
-  constexpr std::int32_t kNumber = 2;
   const TableView table(fetched);
   const std::int32_t first = table.LowerRow();
   stored_.resize(static_cast<std::size_t>(current));
   for (std::size_t place = 0; place < stored_.size(); ++place) {
     const std::int32_t row = first + static_cast<std::int32_t>(place);
-    stored_[place].rid = qorcred::ToLong(table.Cell(row, kRid));
-    stored_[place].number = qorcred::NumericValue(table.Cell(row, kNumber));
+    stored_[place].rid = qorcred::ToLong(table.Cell(row, kFetchedRid));
+    stored_[place].number = qorcred::NumericValue(table.Cell(row, kFetchedNumber));
     placeOf_.emplace(stored_[place].rid, place);
   }
   // Without a code of now the array still begins with a row, which is empty.
@@ -95,10 +98,9 @@ StoredCode* UnitMerge::FindStored(std::int32_t rid) {
 }
 
 void UnitMerge::AddPrevious(const TableView& fetched, std::int32_t firstPrevious) {
-  const std::int32_t last = fetched.UpperRow();
-  for (std::int32_t row = firstPrevious; row <= last; ++row) {
-    StoredCode* code = FindStored(qorcred::ToLong(fetched.Cell(row, 1)));
-    const double previous = qorcred::NumericValue(fetched.Cell(row, 2));
+  for (const std::int32_t row : RowNumbers(firstPrevious, fetched.UpperRow())) {
+    StoredCode* code = FindStored(qorcred::ToLong(fetched.Cell(row, kFetchedRid)));
+    const double previous = qorcred::NumericValue(fetched.Cell(row, kFetchedNumber));
     if (code != nullptr && previous != code->number) {
       code->previous = previous;
     }
@@ -107,8 +109,7 @@ void UnitMerge::AddPrevious(const TableView& fetched, std::int32_t firstPrevious
 
 void UnitMerge::ReadDetails() {
   const QueryResult rows = session_.sql().Select(
-      fmt::format("SELECT RID,MODIFIED,{} FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0",
-                  kUnitColumns, unitKey_));
+      SelectOfCodes(fmt::format("RID,MODIFIED,{}", kUnitColumns), unitKey_));
   const TableView table{qorcred::ObjectRef(rows.table)};
   for (const ResultRow row : rows.rows()) {
     StoredCode* code = FindStored(qorcred::ToLong(row[0]));
