@@ -200,16 +200,14 @@ void RequireWholeCode(DirCodeDesk& desk) {
   }
 }
 
-}  // namespace
-
-void TickForNewCode(DirCodeDesk& desk) {
+/// What a new code has unless its entry says otherwise.
+void TickForNewCode(ScreenModel& screen) {
   for (const std::string_view box : {"chkActive", "chkShowDisplayName", "chkShowDirCode"}) {
-    desk.screen().Check(box).SetState(1);
+    screen.Check(box).SetState(1);
   }
 }
 
-void EnterDirCode(DirCodeDesk& desk, const DirCodeEntry& entry) {
-  ScreenModel& screen = desk.screen();
+void Enter(ScreenModel& screen, const DirCodeEntry& entry) {
   TypeInto(screen.Box("txtPhoneNo"), field::kPhone, entry.phone);
   TypeInto(screen.Box("txtExtn"), field::kExtension, entry.extension);
   ChooseDelay(screen, "pvnTimeDelay", "txtExtn", field::kDelay, entry.delay);
@@ -222,10 +220,18 @@ void EnterDirCode(DirCodeDesk& desk, const DirCodeEntry& entry) {
   RequireStorable(screen);
 }
 
+}  // namespace
+
+void EnterNewCode(DirCodeDesk& desk, const std::string& code, const DirCodeEntry& entry) {
+  TickForNewCode(desk.screen());
+  desk.TypeCode(code);
+  Enter(desk.screen(), entry);
+}
+
 std::vector<std::string> EnterDirCodeChange(DirCodeDesk& desk, const DirCodeEntry& entry) {
   RequireWholeCode(desk);
   const IdleSettings idle = ReadIdle(desk);
-  EnterDirCode(desk, entry);
+  Enter(desk.screen(), entry);
   return NamesOfCleared(desk, idle);
 }
 
