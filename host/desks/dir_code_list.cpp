@@ -111,13 +111,15 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
     const bool disturbs = !IsSet(cell(unit_column::kIsDndChecked));
     const bool forwards = IsSet(cell(unit_column::kIsCfChecked));
     const auto held = tenants.find(rid);
-    table.rows.push_back({rid, cell(unit_column::kCode), cell(unit_column::kPhone), cell(unit_column::kExtension), cell(unit_column::kTimeDelay),
-                          disturbs ? Value(Null{}) : ScheduleName(schedules, cell(unit_column::kDndSchedule)),
-                          forwards ? cell(unit_column::kCfPhone) : Value(Null{}),
-                          forwards ? ScheduleName(schedules, cell(unit_column::kCfSchedule)) : Value(Null{}),
-                          IsSet(cell(unit_column::kActive)), cell(unit_column::kStartDate), cell(unit_column::kEndDate),
-                          cell(unit_column::kDisplayName), held == tenants.end() ? 0 : held->second,
-                          StateText(row[kState])});
+    table.rows.push_back(
+        {rid, cell(unit_column::kCode), cell(unit_column::kPhone), cell(unit_column::kExtension),
+         cell(unit_column::kTimeDelay),
+         disturbs ? Value(Null{}) : ScheduleName(schedules, cell(unit_column::kDndSchedule)),
+         forwards ? cell(unit_column::kCfPhone) : Value(Null{}),
+         forwards ? ScheduleName(schedules, cell(unit_column::kCfSchedule)) : Value(Null{}),
+         IsSet(cell(unit_column::kActive)), cell(unit_column::kStartDate),
+         cell(unit_column::kEndDate), cell(unit_column::kDisplayName),
+         held == tenants.end() ? 0 : held->second, StateText(row[kState])});
   }
   return table;
 }

@@ -72,7 +72,9 @@ bool IsSet(const Value& flag) {
 }
 
 RowReading CodeFromRow(const qorcred::TableView& rows, std::int32_t row, std::int32_t firstColumn) {
-  const auto cell = [&](unit_column::Column column) { return rows.Cell(row, firstColumn + column); };
+  const auto cell = [&](unit_column::Column column) {
+    return rows.Cell(row, firstColumn + column);
+  };
   RowReading reading;
   UnitCode& code = reading.code;
 
@@ -86,8 +88,8 @@ RowReading CodeFromRow(const qorcred::TableView& rows, std::int32_t row, std::in
   for (const Same& same : kSame) code[same.place] = qorcred::TextOrEmpty(cell(same.column));
   for (const Same& flag : kFlags) code[flag.place] = IsSet(cell(flag.column)) ? "1" : "0";
 
-  reading.obstacle =
-      PutDate(code, kStartDateUsed, kStartDate, kStartTime, cell(unit_column::kStartDate), "start date");
+  reading.obstacle = PutDate(code, kStartDateUsed, kStartDate, kStartTime,
+                             cell(unit_column::kStartDate), "start date");
   if (!reading.obstacle.empty()) return reading;
   reading.obstacle =
       PutDate(code, kEndDateUsed, kEndDate, kEndTime, cell(unit_column::kEndDate), "end date");
