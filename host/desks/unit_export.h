@@ -1,4 +1,4 @@
-// The stored directory codes of a unit in the unit's own notation.
+// Writing a unit's stored directory codes down in the unit's own notation.
 #pragma once
 
 #include <cstdint>
@@ -17,16 +17,14 @@ struct Obstacle {
   std::string reason;
 };
 
-struct ExportedCodes {
-  std::vector<UnitCode> codes;  ///< in canonical form, by number
+struct ExportedUnit {
+  UnitFile file;  ///< the other codes by number, of several rows with one code the first
   std::vector<Obstacle> obstacles;
 };
 
-/// All codes of the unit; of several rows with one code the first.
-[[nodiscard]] ExportedCodes ExportCodes(DeskSession& session, std::int32_t unitKey);
-
-/// A unit file with the codes, without the display options that its firmware does not have. An
-/// empty firmware is that of units with display options.
-[[nodiscard]] UnitFile MakeUnitFile(std::vector<UnitCode> codes, const std::string& firmware);
+/// The unit as its stored codes say, without the display options that its firmware does not have.
+/// An empty firmware is that of units with display options; another must be without fault.
+[[nodiscard]] ExportedUnit ExportUnit(DeskSession& session, std::int32_t unitKey,
+                                      const std::string& firmware);
 
 }  // namespace qorhost

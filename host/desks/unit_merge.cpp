@@ -32,19 +32,37 @@ void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
   }
 }
 
+MergeRules RulesFor(const UnitReading& reading, BadLines badLines) {
+  if (std::string refusal = RefusalOf(reading, badLines); !refusal.empty()) {
+    throw RefusedError(refusal);
+  }
+  // A bad line may stand for any stored code, so none counts as gone from the unit then.
+  return {.withDisplay = reading.file.firmware != kFirmwareWithoutDisplay,
+          .withDeletions = reading.faults.empty()};
+}
+
 bool IsChangeOfRow(const ProgramStep& step) {
   return step.kind == step::kProgramDirectoryCode || step.kind == step::kChangeDirectoryCode;
 }
 
 }  // namespace
 
-UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitFile& unit,
-                     bool withDeletions)
+std::string RefusalOf(const UnitReading& reading, BadLines badLines) {
+  const std::size_t count = reading.faults.size();
+  if (count == 0 || badLines == BadLines::kLeftOut) {
+    return {};
+  }
+  return fmt::format("{} bad {}, so nothing was changed: mend the file", count,
+                     count == 1 ? "line" : "lines");
+}
+
+UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReading& reading,
+                     BadLines badLines)
     : session_(session),
       unitKey_(unitKey),
-      unit_(unit),
-      rules_{unit.firmware != qorcred::kFirmwareWithoutDisplay, withDeletions},
-      connectionScreen_(MakeConnectionScreen(unit.firmware)),
+      unit_(reading.file),
+      rules_(RulesFor(reading, badLines)),
+      connectionScreen_(MakeConnectionScreen(unit_.firmware)),
       controller_(session.host()) {
   controller_.set_mfrmConnectionScreen(session.Visible(connectionScreen_));
 }
@@ -69,9 +87,8 @@ void UnitMerge::ReadStored() {
   stored_.clear();
   placeOf_.clear();
   // The array does not say where the codes of now end: only their number does.
-  const std::int32_t current =
-      qorcred::RoundToLong(qorcred::NumericValue(
-          session_.sql().Scalar(SelectOfCodes("COUNT(*)", unitKey_))));
+  const std::int32_t current = qorcred::RoundToLong(
+      qorcred::NumericValue(session_.sql().Scalar(SelectOfCodes("COUNT(*)", unitKey_))));
   qorcred::ObjectRef fetched;
   const OperationRecord fetching(session_);
   controller_.pbFetchDirForMerge(session_.connection(), unitKey_, fetched);
@@ -108,8 +125,8 @@ void UnitMerge::AddPrevious(const TableView& fetched, std::int32_t firstPrevious
 }
 
 void UnitMerge::ReadDetails() {
-  const QueryResult rows = session_.sql().Select(
-      SelectOfCodes(fmt::format("RID,MODIFIED,{}", kUnitColumns), unitKey_));
+  const QueryResult rows =
+      session_.sql().Select(SelectOfCodes(fmt::format("RID,MODIFIED,{}", kUnitColumns), unitKey_));
   const TableView table{qorcred::ObjectRef(rows.table)};
   for (const ResultRow row : rows.rows()) {
     StoredCode* code = FindStored(qorcred::ToLong(row[0]));

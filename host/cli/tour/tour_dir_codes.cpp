@@ -12,7 +12,7 @@
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/dir_code_list.h"
-#include "host/desks/exported_codes.h"
+#include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "host/store/demo.h"
 
@@ -187,8 +187,9 @@ void DirCodeTour::Renumber() {
 }
 
 UnitFile DirCodeTour::CodesAtUnit() {
+  const UnitFile stored = ExportUnit(session_, kUnit, "").file;
   UnitFile unit;
-  for (UnitCode& code : ExportCodes(session_, kUnit).codes) {
+  for (UnitCode code : stored.codes) {
     if (code[Place::kCode] == "104") {
       code[Place::kPhone] = "555-0777";
     }
@@ -227,8 +228,7 @@ void DirCodeTour::Merge() {
   guide_.Expect(reading.faults.empty(), "every line is good");
 
   guide_.Act("The operator merges the unit file");
-  constexpr bool kWithDeletions = true;
-  UnitMerge merge(session_, kUnit, reading.file, kWithDeletions);
+  UnitMerge merge(session_, kUnit, reading, BadLines::kRefused);
   const MergeReport report = merge.Apply([&](std::int64_t done, std::int64_t) {
     if (done == 0) {
       ShowPlan(merge, reading.file);
