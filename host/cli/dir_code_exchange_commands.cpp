@@ -1,4 +1,4 @@
-#include "host/cli/dir_code_exchange.h"
+#include "host/cli/dir_code_exchange_commands.h"
 
 #include <fmt/format.h>
 
