@@ -99,7 +99,7 @@ void EnterPeriod(ScreenModel& screen, const DirCodeEntry& entry) {
   const bool limits = entry.from || entry.to;
   if (limits && screen.Check("chkActive").state() == 0) {
     throw InputFault(
-        entry.from ? field::kStart : field::kEnd, "",
+        entry.from ? field::kStart : field::kEnd, entry.from ? *entry.from : *entry.to,
         "leave {first day} and {last day} out: an inactive code has no period; {active} "
         "makes it active");
   }
@@ -190,13 +190,13 @@ std::vector<std::string> NamesOfCleared(DirCodeDesk& desk, const IdleSettings& i
 /// A code that the list can only show rounded would be stored rounded by a save.
 void RequireWholeCode(DirCodeDesk& desk) {
   const std::string shown = desk.codes().SelectedText();
-  const qorcred::Value stored = desk.StoredCode();
-  if (qorcred::NumericValue(stored) != qorcred::Val(shown)) {
+  const double stored = qorcred::NumericValue(desk.StoredCode());
+  if (stored != qorcred::Val(shown)) {
     throw InputFault(
         field::kChoice, shown,
         fmt::format("the directory code {} is shown as {{value}} and would be stored so: renumber "
                     "it first",
-                    qorcred::TextOrEmpty(stored)));
+                    qorcred::NumberText(stored)));
   }
 }
 
