@@ -6,14 +6,13 @@
 #include <fstream>
 #include <sstream>
 #include <string>
-#include <utility>
 
 #include "bench/bench_store.h"
 #include "bench/benchmarks.h"
 #include "bench/check.h"
-#include "host/desks/exported_codes.h"
 #include "host/desks/session.h"
 #include "host/desks/store_file.h"
+#include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "host/files/input_file.h"
 #include "host/unit/unit_generator.h"
@@ -48,16 +47,15 @@ qorhost::MergeReport MergeFile(const std::filesystem::path& store,
   const qorhost::UnitReading reading = qorhost::ReadUnitFile(file);
   Check(reading.faults.empty(), "every line of the unit file is good");
   qorhost::DeskSession session(qorhost::OpenStoreFile(store, qorhost::Access::kChange), {});
-  constexpr bool kWithDeletions = true;
-  return qorhost::UnitMerge(session, kUnit, reading.file, kWithDeletions).Apply(nullptr);
+  return qorhost::UnitMerge(session, kUnit, reading, qorhost::BadLines::kRefused).Apply(nullptr);
 }
 
 std::string ExportedText(const std::filesystem::path& store) {
   qorhost::DeskSession session(qorhost::OpenStoreFile(store, qorhost::Access::kRead), {});
-  qorhost::ExportedCodes exported = qorhost::ExportCodes(session, kUnit);
+  const qorhost::ExportedUnit exported = qorhost::ExportUnit(session, kUnit, "");
   Check(exported.obstacles.empty(), "the unit can hold every code");
   std::ostringstream text;
-  qorhost::WriteUnitFile(text, qorhost::MakeUnitFile(std::move(exported.codes), ""));
+  qorhost::WriteUnitFile(text, exported.file);
   return text.str();
 }
 

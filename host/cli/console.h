@@ -4,6 +4,7 @@
 #include <istream>
 #include <ostream>
 #include <stdexcept>
+#include <string_view>
 
 #include "host/desks/session.h"
 
@@ -33,6 +34,9 @@ struct Console {
   std::ostream& err;
   const Environment& environment;
 };
+
+/// Stands for standard input or output where a file is named.
+inline constexpr std::string_view kStandardStream = "-";
 
 /// A mistake in the command line. what() says what was wrong and what to do.
 class UsageError : public std::runtime_error {

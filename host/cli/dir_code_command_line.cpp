@@ -1,9 +1,12 @@
 #include "host/cli/dir_code_command_line.h"
 
+#include <fmt/format.h>
+
 #include <array>
 
 #include "host/desks/dir_code_import.h"
 #include "host/desks/typed_input.h"
+#include "host/unit/unit_code.h"
 
 namespace qorhost {
 
@@ -118,15 +121,18 @@ void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, DirCod
 
   auto* write =
       AddCommand(dircodes, "export", "Write a unit's stored codes as a unit file",
-                 "  qorhost dircodes export --unit 2 --to unit2.txt\n"
-                 "  qorhost dircodes export --unit 2 --to - --firmware FC01.005",
+                 fmt::format("  qorhost dircodes export --unit 2 --to unit2.txt\n"
+                             "  qorhost dircodes export --unit 2 --to - --firmware {}",
+                             kFirmwareWithoutDisplay)
+                     .c_str(),
                  [&](Console& console) { return RunDirCodeExport(global, exported, console); });
   write->add_option("--to", exported.to, "The file to write; - for standard output")
       ->required()
       ->type_name("FILE");
   write
       ->add_option("--firmware", exported.firmware,
-                   "The firmware that the file names; FC01.005 has no display options")
+                   fmt::format("The firmware that the file names; {} has no display options",
+                               kFirmwareWithoutDisplay))
       ->type_name("NAME")
       ->check([](const std::string& name) {
         const bool shown = !name.empty() && IsTypable(name);

@@ -5,7 +5,7 @@
 
 #include "host/cli/commands.h"
 #include "host/cli/dir_code_commands.h"
-#include "host/cli/dir_code_exchange.h"
+#include "host/cli/dir_code_exchange_commands.h"
 #include "host/cli/import_commands.h"
 
 namespace qorhost {

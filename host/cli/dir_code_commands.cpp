@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "frame/convert.h"
-#include "frame/text.h"
 #include "host/cli/display_text.h"
 #include "host/cli/table_printer.h"
 #include "host/desks/dir_code_desk.h"
@@ -50,12 +49,11 @@ std::string NameOf(const ShownDirCode& code) {
   return fmt::format("{} (RID {})", code.entry, code.rid);
 }
 
-void PrintAdded(const ShownDirCode& code, const std::string& stored, bool asJson,
-                Console& console) {
+void PrintAdded(const AddedDirCode& added, bool asJson, Console& console) {
   if (asJson) {
-    PrintJsonObject(console.out, {{"code", qorcred::Val(stored)}, {"rid", code.rid}});
+    PrintJsonObject(console.out, {{"code", qorcred::Val(added.number)}, {"rid", added.code.rid}});
   } else {
-    console.out << fmt::format("Added directory code {}.\n", NameOf(code));
+    console.out << fmt::format("Added directory code {}.\n", NameOf(added.code));
   }
 }
 
@@ -81,25 +79,18 @@ ExitStatus RunDirCodeAdd(const GlobalOptions& global, const DirCodeAddOptions& o
                          Console& console) {
   CommandSession session(global, Access::kChange, console);
   DirCodeDesk desk(session.desks(), session.ChosenUnit().key);
-  TickForNewCode(desk);
-  desk.TypeCode(options.code);
-  EnterDirCode(desk, options.entry);
+  EnterNewCode(desk, options.code, options.entry);
 
-  const AddedDirCode added = desk.SaveNew();
+  const AddedDirCode added = desk.AddCode();
   const ExitStatus status = Tell(added, console);
-  if (!added.returned) {
-    return status;
-  }
-  if (added.rid < 1) {
+  if (added.isStored()) {
+    PrintAdded(added, global.json, console);
+  } else if (added.returned) {
     console.err << "qorhost: the directory code was not stored.\n";
-    return status;
   }
-  desk.RefreshCodes(added.rid);
-  const std::string stored = desk.screen().Box("txtdirectorycode").text();
-  PrintAdded(desk.Shown(), stored, global.json, console);
-  if (!qorcred::IsNumeric(qorcred::Trim(options.code))) {
+  if (added.asNumber) {
     console.err << fmt::format("qorhost: '{}' was taken as {}.\n", Displayable(options.code),
-                               stored);
+                               added.number);
   }
   return status;
 }

@@ -13,8 +13,6 @@ namespace qorhost {
 
 namespace {
 
-constexpr std::string_view kStandardStream = "-";
-
 std::string ReadInput(const ImportOptions& options, Console& console) {
   if (options.file.empty()) {
     throw UsageError("name the CSV file, or - for standard input; --columns tells what it holds");

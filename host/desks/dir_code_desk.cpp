@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -13,17 +12,13 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/whole_number.h"
+#include "host/unit/unit_code.h"
 
 namespace qorhost {
 
 namespace {
 
 namespace field = dir_code_field;
-
-bool IsDigits(std::string_view text) {
-  return !text.empty() &&
-         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
 
 /// The number that an operator means; nothing when the text is none.
 std::optional<double> NumberMeant(std::string_view text) {
@@ -133,7 +128,7 @@ void DirCodeDesk::RefreshCodes(std::int32_t rid) {
 }
 
 void DirCodeDesk::TypeCode(const std::string& code) {
-  TextModel& box = screen_->Box("txtdirectorycode");
+  TextModel& box = codeBox();
   const std::int32_t most = box.maxLength();
   // The box would cut the text, and another code than the one meant would be stored.
   if (most > 0 && qorcred::Utf16Length(code) > static_cast<std::size_t>(most)) {
@@ -145,20 +140,33 @@ void DirCodeDesk::TypeCode(const std::string& code) {
   box.SetText(TypedText(field::kCode, code));
 }
 
-AddedDirCode DirCodeDesk::SaveNew() {
-  AddedDirCode added;
+SavedDirCode DirCodeDesk::SaveNew() {
+  SavedDirCode saved;
   screen_->SetVariable("gstrTag", "");
   OperationRecord saving(session_);
-  const bool saved = controller_.pbSave(session_.connection(), unitKey_, false, &added.rid);
+  const bool done = controller_.pbSave(session_.connection(), unitKey_, false, &saved.rid);
   // The save looks a text up before it checks that it is a number: that lookup may fail.
-  if (!IsDigits(screen_->Box("txtdirectorycode").text())) {
-    saving.ForgiveFirstFailure(added.rid > 0);
+  if (!IsDigits(codeBox().text())) {
+    saving.ForgiveFirstFailure(saved.rid > 0);
   }
-  static_cast<Outcome&>(added) = saving.End(saved);
-  if (saved && added.rid < 1) {
+  static_cast<Outcome&>(saved) = saving.End(done);
+  if (done && saved.rid < 1) {
     // A step was queued for a row that is not there.
-    session_.sql().steps().Withdraw(unitKey_, step::kProgramDirectoryCode, added.rid);
-    added.ending = Ending::kFailed;
+    session_.sql().steps().Withdraw(unitKey_, step::kProgramDirectoryCode, saved.rid);
+    saved.ending = Ending::kFailed;
+  }
+  return saved;
+}
+
+AddedDirCode DirCodeDesk::AddCode() {
+  const std::string typed = codeBox().text();
+  AddedDirCode added;
+  static_cast<SavedDirCode&>(added) = SaveNew();
+  if (added.isStored()) {
+    RefreshCodes(added.rid);
+    added.code = Shown();
+    added.number = codeBox().text();
+    added.asNumber = !qorcred::IsNumeric(qorcred::Trim(typed));
   }
   return added;
 }

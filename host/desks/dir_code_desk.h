@@ -19,9 +19,19 @@ struct ShownDirCode {
   std::int32_t rid = 0;
 };
 
-/// What a save of a new code tells: its row, 0 when it was not stored.
-struct AddedDirCode : Outcome {
+/// What a save of a new code tells: its row, 0 when there is none.
+struct SavedDirCode : Outcome {
   std::int32_t rid = 0;
+
+  /// It may be although something failed on the way.
+  [[nodiscard]] bool isStored() const { return returned && rid > 0; }
+};
+
+/// The same with the stored code as the screen shows it then.
+struct AddedDirCode : SavedDirCode {
+  ShownDirCode code;
+  std::string number;     ///< as it is stored: "101"
+  bool asNumber = false;  ///< what was typed was no number but was taken for one
 };
 
 /// Opens the screen as the application does: fills its lists and limits, and lets the selection of
@@ -53,13 +63,17 @@ class DirCodeDesk {
   // The operations, on this screen and unit. A change is stale when someone else has changed or
   // deleted the code meanwhile.
 
-  AddedDirCode SaveNew();
+  /// Leaves the list of codes as it is: many saves, one after the other, need no more.
+  SavedDirCode SaveNew();
+  /// Saves a new code and, when it is stored, shows it in the list.
+  AddedDirCode AddCode();
   Outcome SaveEdited();
   Outcome Renumber(const std::string& code);
   Outcome Delete(std::int32_t rid);
 
  private:
   void Open();
+  [[nodiscard]] TextModel& codeBox() { return screen_->Box("txtdirectorycode"); }
   template <typename Operation>
   Outcome Change(Operation&& operation);
 

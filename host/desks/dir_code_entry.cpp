@@ -99,7 +99,7 @@ void EnterPeriod(ScreenModel& screen, const DirCodeEntry& entry) {
   const bool limits = entry.from || entry.to;
   if (limits && screen.Check("chkActive").state() == 0) {
     throw InputFault(
-        entry.from ? field::kStart : field::kEnd, "",
+        entry.from ? field::kStart : field::kEnd, entry.from ? *entry.from : *entry.to,
         "leave {first day} and {last day} out: an inactive code has no period; {active} "
         "makes it active");
   }
@@ -190,26 +190,24 @@ std::vector<std::string> NamesOfCleared(DirCodeDesk& desk, const IdleSettings& i
 /// A code that the list can only show rounded would be stored rounded by a save.
 void RequireWholeCode(DirCodeDesk& desk) {
   const std::string shown = desk.codes().SelectedText();
-  const qorcred::Value stored = desk.StoredCode();
-  if (qorcred::NumericValue(stored) != qorcred::Val(shown)) {
+  const double stored = qorcred::NumericValue(desk.StoredCode());
+  if (stored != qorcred::Val(shown)) {
     throw InputFault(
         field::kChoice, shown,
         fmt::format("the directory code {} is shown as {{value}} and would be stored so: renumber "
                     "it first",
-                    qorcred::TextOrEmpty(stored)));
+                    qorcred::NumberText(stored)));
   }
 }
 
-}  // namespace
-
-void TickForNewCode(DirCodeDesk& desk) {
+/// What a new code has unless its entry says otherwise.
+void TickForNewCode(ScreenModel& screen) {
   for (const std::string_view box : {"chkActive", "chkShowDisplayName", "chkShowDirCode"}) {
-    desk.screen().Check(box).SetState(1);
+    screen.Check(box).SetState(1);
   }
 }
 
-void EnterDirCode(DirCodeDesk& desk, const DirCodeEntry& entry) {
-  ScreenModel& screen = desk.screen();
+void Enter(ScreenModel& screen, const DirCodeEntry& entry) {
   TypeInto(screen.Box("txtPhoneNo"), field::kPhone, entry.phone);
   TypeInto(screen.Box("txtExtn"), field::kExtension, entry.extension);
   ChooseDelay(screen, "pvnTimeDelay", "txtExtn", field::kDelay, entry.delay);
@@ -222,10 +220,18 @@ void EnterDirCode(DirCodeDesk& desk, const DirCodeEntry& entry) {
   RequireStorable(screen);
 }
 
+}  // namespace
+
+void EnterNewCode(DirCodeDesk& desk, const std::string& code, const DirCodeEntry& entry) {
+  TickForNewCode(desk.screen());
+  desk.TypeCode(code);
+  Enter(desk.screen(), entry);
+}
+
 std::vector<std::string> EnterDirCodeChange(DirCodeDesk& desk, const DirCodeEntry& entry) {
   RequireWholeCode(desk);
   const IdleSettings idle = ReadIdle(desk);
-  EnterDirCode(desk, entry);
+  Enter(desk.screen(), entry);
   return NamesOfCleared(desk, idle);
 }
 

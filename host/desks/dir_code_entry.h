@@ -52,16 +52,14 @@ struct DirCodeEntry {
   [[nodiscard]] bool IsEmpty() const;
 };
 
-/// Ticks what a new code has unless the entry says otherwise: active, name and code shown.
-void TickForNewCode(DirCodeDesk& desk);
+/// Types a new code and sets the screen's controls as `entry` says; the others stay, but the code
+/// is active, with name and code shown, unless the entry says otherwise. Raises InputFault for what
+/// cannot be typed or chosen, and for texts that the store's statements cannot take.
+void EnterNewCode(DirCodeDesk& desk, const std::string& code, const DirCodeEntry& entry);
 
-/// Sets the screen's controls as `entry` says; the others stay. Raises InputFault for what cannot
-/// be typed or chosen, and for texts that the store's statements cannot take.
-void EnterDirCode(DirCodeDesk& desk, const DirCodeEntry& entry);
-
-/// The same into the stored code that the screen shows. Gives the settings, named for people, that
-/// a save will clear because they are switched off. Raises InputFault also for a code that the list
-/// can only show rounded: a save would store it so.
+/// Sets the controls for the stored code that the screen shows. Gives the settings, named for
+/// people, that a save will clear because they are switched off. Raises InputFault as for a new
+/// code, and for a code that the list can only show rounded: a save would store it so.
 [[nodiscard]] std::vector<std::string> EnterDirCodeChange(DirCodeDesk& desk,
                                                           const DirCodeEntry& entry);
 

@@ -89,10 +89,9 @@ std::string EndOf(std::string_view cell) {
 class DirCodeImport {
  public:
   DirCodeImport(DeskSession& session, std::int32_t unitKey)
-      : desk_(session, unitKey), schedules_(desk_.screen().List("cboSchedules"), 0) {
-    TickForNewCode(desk_);
-    fresh_ = desk_.screen().Snapshot();
-  }
+      : desk_(session, unitKey),
+        schedules_(desk_.screen().List("cboSchedules"), 0),
+        fresh_(desk_.screen().Snapshot()) {}
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
     desk_.screen().Restore(fresh_);
@@ -104,8 +103,9 @@ class DirCodeImport {
     entry.displayName = CellOf(line, kDisplayName);
     entry.showName = ReadTrueFalse(line, kShowName);
     entry.showCode = ReadTrueFalse(line, kShowCode);
-    TypeAll(line, entry);
-
+    const std::string code(line.Trimmed(kCode));
+    RequireNumber(code);
+    EnterNewCode(desk_, code, entry);
     return WithoutFacts(desk_.SaveNew());
   }
 
@@ -208,14 +208,9 @@ class DirCodeImport {
                                 kColumns[off].heading, word));
   }
 
-  void TypeAll(const ImportLine& line, const DirCodeEntry& entry) {
-    TypeCode(std::string(line.Trimmed(kCode)));
-    EnterDirCode(desk_, entry);
-  }
-
   /// Lets only numbers through that are stored as they are: what begins with another text would be
   /// stored as 0, what goes on behind a number as that number.
-  void TypeCode(const std::string& code) {
+  static void RequireNumber(const std::string& code) {
     double number = 0;
     bool whole = false;
     try {
@@ -229,7 +224,6 @@ class DirCodeImport {
                        fmt::format("{{field}} '{{value}}' is no number: it would be stored as {}",
                                    qorcred::NumberText(number)));
     }
-    desk_.TypeCode(code);
   }
 
   DirCodeDesk desk_;

@@ -4,6 +4,7 @@
 
 #include <unordered_map>
 
+#include "dircodes/row_state.h"
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/unit/unit_rows.h"
@@ -15,28 +16,10 @@ namespace {
 using qorcred::Null;
 using qorcred::Value;
 
-// Columns of the detail query.
-enum Column : std::int32_t {
-  kRid = 0,
-  kCode = 1,
-  kPhone = 2,
-  kExtension = 3,
-  kTimeDelay = 4,
-  kDndSchedule = 5,
-  kIsDndChecked = 6,
-  kCfSchedule = 7,
-  kIsCfChecked = 8,
-  kCfPhone = 9,
-  kActive = 12,
-  kStartDate = 13,
-  kEndDate = 14,
-  kDisplayName = 15,
-  kState = 18,
-};
-
-bool IsSet(const Value& flag) {
-  return !qorcred::IsEmptyText(flag) && qorcred::ToBoolean(flag);
-}
+// Columns of the detail query: around those that a unit knows.
+constexpr std::int32_t kRid = 0;
+constexpr std::int32_t kFirstUnitColumn = 1;
+constexpr std::int32_t kState = kFirstUnitColumn + unit_column::kCount;
 
 Value TextOrNull(std::string text) {
   return text.empty() ? Value(Null{}) : Value(std::move(text));
@@ -53,11 +36,11 @@ Value ScheduleName(const ListModel& schedules, const Value& id) {
 
 std::string StateText(const Value& state) {
   switch (static_cast<int>(qorcred::NumericValue(state))) {
-    case 0:
+    case qorcred::row_state::kInUnit:
       return "in the unit";
-    case 1:
+    case qorcred::row_state::kNotSent:
       return "to be sent";
-    case 2:
+    case qorcred::row_state::kChanged:
       return "change to be sent";
     default:
       return "deleted";
@@ -84,7 +67,7 @@ Value Typed(DirCodeDesk& desk, std::string_view box) {
 }
 
 Value Spun(DirCodeDesk& desk, std::string_view spinner) {
-  return desk.screen().Any(spinner).Invoke("", qorcred::InvokeKind::kGet, {});
+  return desk.screen().Spin(spinner).value();
 }
 
 Value ChosenSchedule(DirCodeDesk& desk, std::string_view list) {
@@ -111,8 +94,7 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
                    {"State", "state"}};
   const ListModel& schedules = desk.screen().List("cboSchedules");
   const QueryResult details = session.sql().Select(
-      fmt::format("SELECT RID,{},MODIFIED FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0",
-                  kUnitColumns, desk.unitKey()));
+      SelectOfCodes(fmt::format("RID,{},MODIFIED", kUnitColumns), desk.unitKey()));
   std::unordered_map<std::int32_t, std::int32_t> rowOf;
   for (const ResultRow row : details.rows()) {
     rowOf.emplace(qorcred::ToLong(row[kRid]), row.number());
@@ -124,17 +106,20 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
     if (found == rowOf.end()) {
       continue;  // deleted by someone else since the list was filled
     }
-    const auto cell = [&](Column column) { return details.table->At(found->second, column); };
-    const bool disturbs = !IsSet(cell(kIsDndChecked));
-    const bool forwards = IsSet(cell(kIsCfChecked));
+    const ResultRow row(*details.table, found->second);
+    const auto cell = [&row](unit_column::Column column) { return row[kFirstUnitColumn + column]; };
+    const bool disturbs = !IsSet(cell(unit_column::kIsDndChecked));
+    const bool forwards = IsSet(cell(unit_column::kIsCfChecked));
     const auto held = tenants.find(rid);
-    table.rows.push_back({rid, cell(kCode), cell(kPhone), cell(kExtension), cell(kTimeDelay),
-                          disturbs ? Value(Null{}) : ScheduleName(schedules, cell(kDndSchedule)),
-                          forwards ? cell(kCfPhone) : Value(Null{}),
-                          forwards ? ScheduleName(schedules, cell(kCfSchedule)) : Value(Null{}),
-                          IsSet(cell(kActive)), cell(kStartDate), cell(kEndDate),
-                          cell(kDisplayName), held == tenants.end() ? 0 : held->second,
-                          StateText(cell(kState))});
+    table.rows.push_back(
+        {rid, cell(unit_column::kCode), cell(unit_column::kPhone), cell(unit_column::kExtension),
+         cell(unit_column::kTimeDelay),
+         disturbs ? Value(Null{}) : ScheduleName(schedules, cell(unit_column::kDndSchedule)),
+         forwards ? cell(unit_column::kCfPhone) : Value(Null{}),
+         forwards ? ScheduleName(schedules, cell(unit_column::kCfSchedule)) : Value(Null{}),
+         IsSet(cell(unit_column::kActive)), cell(unit_column::kStartDate),
+         cell(unit_column::kEndDate), cell(unit_column::kDisplayName),
+         held == tenants.end() ? 0 : held->second, StateText(row[kState])});
   }
   return table;
 }

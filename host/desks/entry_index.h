@@ -13,7 +13,8 @@
 namespace qorhost {
 
 /// Finds entries in logarithmic time. Letter case and blanks around do not count, except that they
-/// choose between several. Holds a copy: the list may go.
+/// choose between several: a file may hold names that a report wrote, letter for letter. What a
+/// person types is found by FindEntry(), by its number first. Holds a copy: the list may go.
 class EntryIndex {
  public:
   /// Leaves the first `placeholders` entries out.

@@ -10,6 +10,7 @@
 #include "frame/data_services.h"
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
+#include "host/store/rows.h"
 #include "host/store/transaction.h"
 #include "host/unit/unit_rows.h"
 
@@ -19,6 +20,10 @@ namespace {
 
 using qorcred::TableView;
 
+// Columns of the array that the controller fetches.
+constexpr std::int32_t kFetchedRid = 1;
+constexpr std::int32_t kFetchedNumber = 2;
+
 /// "`doing`: the first failure; nothing was changed"
 void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
   if (!record.failures().empty()) {
@@ -27,19 +32,37 @@ void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
   }
 }
 
+MergeRules RulesFor(const UnitReading& reading, BadLines badLines) {
+  if (std::string refusal = RefusalOf(reading, badLines); !refusal.empty()) {
+    throw RefusedError(refusal);
+  }
+  // A bad line may stand for any stored code, so none counts as gone from the unit then.
+  return {.withDisplay = reading.file.firmware != kFirmwareWithoutDisplay,
+          .withDeletions = reading.faults.empty()};
+}
+
 bool IsChangeOfRow(const ProgramStep& step) {
   return step.kind == step::kProgramDirectoryCode || step.kind == step::kChangeDirectoryCode;
 }
 
 }  // namespace
 
-UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitFile& unit,
-                     bool withDeletions)
+std::string RefusalOf(const UnitReading& reading, BadLines badLines) {
+  const std::size_t count = reading.faults.size();
+  if (count == 0 || badLines == BadLines::kLeftOut) {
+    return {};
+  }
+  return fmt::format("{} bad {}, so nothing was changed: mend the file", count,
+                     count == 1 ? "line" : "lines");
+}
+
+UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReading& reading,
+                     BadLines badLines)
     : session_(session),
       unitKey_(unitKey),
-      unit_(unit),
-      rules_{unit.firmware != qorcred::kFirmwareWithoutDisplay, withDeletions},
-      connectionScreen_(MakeConnectionScreen(unit.firmware)),
+      unit_(reading.file),
+      rules_(RulesFor(reading, badLines)),
+      connectionScreen_(MakeConnectionScreen(unit_.firmware)),
       controller_(session.host()) {
   controller_.set_mfrmConnectionScreen(session.Visible(connectionScreen_));
 }
@@ -64,23 +87,20 @@ void UnitMerge::ReadStored() {
   stored_.clear();
   placeOf_.clear();
   // The array does not say where the codes of now end: only their number does.
-  const std::int32_t current =
-      qorcred::RoundToLong(qorcred::NumericValue(session_.sql().Scalar(fmt::format(
-          "SELECT COUNT(*) FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0", unitKey_))));
+  const std::int32_t current = qorcred::RoundToLong(
+      qorcred::NumericValue(session_.sql().Scalar(SelectOfCodes("COUNT(*)", unitKey_))));
   qorcred::ObjectRef fetched;
   const OperationRecord fetching(session_);
   controller_.pbFetchDirForMerge(session_.connection(), unitKey_, fetched);
   RequireNoFailure(fetching, "cannot read the stored directory codes");
 
-  constexpr std::int32_t kRid = 1;
-  constexpr std::int32_t kNumber = 2;
   const TableView table(fetched);
   const std::int32_t first = table.LowerRow();
   stored_.resize(static_cast<std::size_t>(current));
   for (std::size_t place = 0; place < stored_.size(); ++place) {
     const std::int32_t row = first + static_cast<std::int32_t>(place);
-    stored_[place].rid = qorcred::ToLong(table.Cell(row, kRid));
-    stored_[place].number = qorcred::NumericValue(table.Cell(row, kNumber));
+    stored_[place].rid = qorcred::ToLong(table.Cell(row, kFetchedRid));
+    stored_[place].number = qorcred::NumericValue(table.Cell(row, kFetchedNumber));
     placeOf_.emplace(stored_[place].rid, place);
   }
   // Without a code of now the array still begins with a row, which is empty.
@@ -95,10 +115,9 @@ StoredCode* UnitMerge::FindStored(std::int32_t rid) {
 }
 
 void UnitMerge::AddPrevious(const TableView& fetched, std::int32_t firstPrevious) {
-  const std::int32_t last = fetched.UpperRow();
-  for (std::int32_t row = firstPrevious; row <= last; ++row) {
-    StoredCode* code = FindStored(qorcred::ToLong(fetched.Cell(row, 1)));
-    const double previous = qorcred::NumericValue(fetched.Cell(row, 2));
+  for (const std::int32_t row : RowNumbers(firstPrevious, fetched.UpperRow())) {
+    StoredCode* code = FindStored(qorcred::ToLong(fetched.Cell(row, kFetchedRid)));
+    const double previous = qorcred::NumericValue(fetched.Cell(row, kFetchedNumber));
     if (code != nullptr && previous != code->number) {
       code->previous = previous;
     }
@@ -106,9 +125,8 @@ void UnitMerge::AddPrevious(const TableView& fetched, std::int32_t firstPrevious
 }
 
 void UnitMerge::ReadDetails() {
-  const QueryResult rows = session_.sql().Select(
-      fmt::format("SELECT RID,MODIFIED,{} FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0",
-                  kUnitColumns, unitKey_));
+  const QueryResult rows =
+      session_.sql().Select(SelectOfCodes(fmt::format("RID,MODIFIED,{}", kUnitColumns), unitKey_));
   const TableView table{qorcred::ObjectRef(rows.table)};
   for (const ResultRow row : rows.rows()) {
     StoredCode* code = FindStored(qorcred::ToLong(row[0]));

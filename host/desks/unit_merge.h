@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -33,11 +34,22 @@ struct MergeReport : Outcome {
   MergeAftermath aftermath;
 };
 
+/// What becomes of the lines of a unit file that cannot be read.
+enum class BadLines : std::uint8_t {
+  kRefused,  ///< with one of them nothing is merged
+  kLeftOut,  ///< the others are merged, but no stored code is deleted
+};
+
+/// Why a reading is not merged, and what to do; "" when it is.
+[[nodiscard]] std::string RefusalOf(const UnitReading& reading, BadLines badLines);
+
 /// The host's side of a merge: asks the controller for the store's codes, compares them with the
-/// unit's and has it write each difference. The session and `unit` must outlive the merge.
+/// unit's and has it write each difference. The session and the reading must outlive the merge.
 class UnitMerge {
  public:
-  UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitFile& unit, bool withDeletions);
+  /// Raises RefusedError with RefusalOf() the reading.
+  UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReading& reading,
+            BadLines badLines);
   ~UnitMerge();
   UnitMerge(const UnitMerge&) = delete;
   UnitMerge& operator=(const UnitMerge&) = delete;

@@ -47,11 +47,6 @@ constexpr DateFields kDates[] = {
     {{kStartDateUsed, "start date in use"}, {kStartDate, "start date"}, {kStartTime, "start time"}},
     {{kEndDateUsed, "end date in use"}, {kEndDate, "end date"}, {kEndTime, "end time"}}};
 
-bool IsDigits(std::string_view text) {
-  return !text.empty() &&
-         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
 std::string_view WithoutLeadingZeros(std::string_view digits) {
   const std::size_t first = digits.find_first_not_of('0');
   return first == std::string_view::npos ? digits.substr(digits.size() - 1) : digits.substr(first);
@@ -137,6 +132,11 @@ std::string FaultInMode(std::string_view mode) {
 }
 
 }  // namespace
+
+bool IsDigits(std::string_view text) {
+  return !text.empty() &&
+         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
 
 std::string FaultIn(const UnitCode& code) {
   if (std::string fault = FaultInCode(code[kCode]); !fault.empty()) return fault;

@@ -26,14 +26,18 @@ struct UnitCode {
   friend bool operator==(const UnitCode&, const UnitCode&) = default;
 };
 
-/// The firmware of units that have display options.
+/// The firmware of units that have display options, and of those that have none.
 inline constexpr std::string_view kFirmwareWithDisplay = "FC02.010";
+using qorcred::kFirmwareWithoutDisplay;
 
 /// The largest directory code: 15 digits, as many as the store keeps exactly.
 inline constexpr std::int64_t kLargestUnitCode = 999'999'999'999'999;
 
 /// The longest text of a code, in UTF-16 units: what a text column of a desktop database holds.
 inline constexpr std::size_t kLongestUnitText = 255;
+
+/// Whether the text is a digit or more, and nothing else.
+[[nodiscard]] bool IsDigits(std::string_view text);
 
 /// Why the code cannot be taken over into a store, naming the field; "" when it can be.
 [[nodiscard]] std::string FaultIn(const UnitCode& code);

@@ -15,47 +15,23 @@ using qorcred::Value;
 using qorcred::unit_place::Place;
 using namespace qorcred::unit_place;  // the places
 
-enum Column : std::int32_t {
-  kColumnCode,
-  kColumnPhone,
-  kColumnExtension,
-  kColumnTimeDelay,
-  kColumnDndSchedule,
-  kColumnIsDndChecked,
-  kColumnCfSchedule,
-  kColumnIsCfChecked,
-  kColumnCfPhone,
-  kColumnCfExtension,
-  kColumnCfTimeDelay,
-  kColumnActive,
-  kColumnStartDate,
-  kColumnEndDate,
-  kColumnDisplayName,
-  kColumnShowDisplayName,
-  kColumnShowDirectoryCode,
-};
-
 // Columns that go over as the text of their value.
 struct Same {
   Place place;
-  Column column;
+  unit_column::Column column;
 };
-constexpr Same kSame[] = {{kPhone, kColumnPhone},
-                          {kExtension, kColumnExtension},
-                          {kTimeDelay, kColumnTimeDelay},
-                          {kDndSchedule, kColumnDndSchedule},
-                          {kCfSchedule, kColumnCfSchedule},
-                          {kCfPhone, kColumnCfPhone},
-                          {kCfExtension, kColumnCfExtension},
-                          {kCfTimeDelay, kColumnCfTimeDelay},
-                          {kDisplayName, kColumnDisplayName}};
-constexpr Same kFlags[] = {{kActive, kColumnActive},
-                           {kIsDndChecked, kColumnIsDndChecked},
-                           {kIsCfChecked, kColumnIsCfChecked}};
-
-bool IsSet(const Value& flag) {
-  return !qorcred::IsEmptyText(flag) && qorcred::ToBoolean(flag);
-}
+constexpr Same kSame[] = {{kPhone, unit_column::kPhone},
+                          {kExtension, unit_column::kExtension},
+                          {kTimeDelay, unit_column::kTimeDelay},
+                          {kDndSchedule, unit_column::kDndSchedule},
+                          {kCfSchedule, unit_column::kCfSchedule},
+                          {kCfPhone, unit_column::kCfPhone},
+                          {kCfExtension, unit_column::kCfExtension},
+                          {kCfTimeDelay, unit_column::kCfTimeDelay},
+                          {kDisplayName, unit_column::kDisplayName}};
+constexpr Same kFlags[] = {{kActive, unit_column::kActive},
+                           {kIsDndChecked, unit_column::kIsDndChecked},
+                           {kIsCfChecked, unit_column::kIsCfChecked}};
 
 std::string CodeText(double code) {
   return fmt::format("{:.0f}", code);
@@ -86,12 +62,23 @@ std::string_view ModeOf(bool showsName, bool showsCode) {
 
 }  // namespace
 
+std::string SelectOfCodes(std::string_view columns, std::int32_t unitKey) {
+  return fmt::format("SELECT {} FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE>=0", columns,
+                     unitKey);
+}
+
+bool IsSet(const Value& flag) {
+  return !qorcred::IsEmptyText(flag) && qorcred::ToBoolean(flag);
+}
+
 RowReading CodeFromRow(const qorcred::TableView& rows, std::int32_t row, std::int32_t firstColumn) {
-  const auto cell = [&](Column column) { return rows.Cell(row, firstColumn + column); };
+  const auto cell = [&](unit_column::Column column) {
+    return rows.Cell(row, firstColumn + column);
+  };
   RowReading reading;
   UnitCode& code = reading.code;
 
-  const double number = qorcred::NumericValue(cell(kColumnCode));
+  const double number = qorcred::NumericValue(cell(unit_column::kCode));
   if (number < 0 || number > static_cast<double>(kLargestUnitCode) ||
       number != std::trunc(number)) {
     reading.obstacle = "its code is no whole number of up to 15 digits";
@@ -101,15 +88,15 @@ RowReading CodeFromRow(const qorcred::TableView& rows, std::int32_t row, std::in
   for (const Same& same : kSame) code[same.place] = qorcred::TextOrEmpty(cell(same.column));
   for (const Same& flag : kFlags) code[flag.place] = IsSet(cell(flag.column)) ? "1" : "0";
 
-  reading.obstacle =
-      PutDate(code, kStartDateUsed, kStartDate, kStartTime, cell(kColumnStartDate), "start date");
+  reading.obstacle = PutDate(code, kStartDateUsed, kStartDate, kStartTime,
+                             cell(unit_column::kStartDate), "start date");
   if (!reading.obstacle.empty()) return reading;
   reading.obstacle =
-      PutDate(code, kEndDateUsed, kEndDate, kEndTime, cell(kColumnEndDate), "end date");
+      PutDate(code, kEndDateUsed, kEndDate, kEndTime, cell(unit_column::kEndDate), "end date");
   if (!reading.obstacle.empty()) return reading;
 
-  const Value showsName = cell(kColumnShowDisplayName);
-  const Value showsCode = cell(kColumnShowDirectoryCode);
+  const Value showsName = cell(unit_column::kShowDisplayName);
+  const Value showsCode = cell(unit_column::kShowDirectoryCode);
   // Rows of units without display options have neither.
   if (!qorcred::IsEmptyText(showsName) || !qorcred::IsEmptyText(showsCode)) {
     code[kDisplayMode] = ModeOf(IsSet(showsName), IsSet(showsCode));

@@ -16,6 +16,37 @@ inline constexpr std::string_view kUnitColumns =
     "ISCFCHECKED,CFPHONENUMBER,CFEXTENSION,CFTIMEDELAY,ACTIVE,STARTDATE,ENDDATE,DISPLAYNAME,"
     "SHOWDISPLAYNAME,SHOWDIRECTORYCODE";
 
+/// The places of these columns, from the first of them.
+namespace unit_column {
+enum Column : std::int32_t {
+  kCode,
+  kPhone,
+  kExtension,
+  kTimeDelay,
+  kDndSchedule,
+  kIsDndChecked,
+  kCfSchedule,
+  kIsCfChecked,
+  kCfPhone,
+  kCfExtension,
+  kCfTimeDelay,
+  kActive,
+  kStartDate,
+  kEndDate,
+  kDisplayName,
+  kShowDisplayName,
+  kShowDirectoryCode,
+  kCount
+};
+}  // namespace unit_column
+
+/// A SELECT of `columns` from the rows that are directory codes of the unit: their code is not
+/// below 0.
+[[nodiscard]] std::string SelectOfCodes(std::string_view columns, std::int32_t unitKey);
+
+/// Whether a flag of a row is set; an empty one is not.
+[[nodiscard]] bool IsSet(const qorcred::Value& flag);
+
 struct RowReading {
   UnitCode code;         ///< in canonical form
   std::string obstacle;  ///< why the unit's notation cannot hold the row; "" when it can

@@ -12,7 +12,7 @@
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/dir_code_list.h"
-#include "host/desks/exported_codes.h"
+#include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "host/store/demo.h"
 
@@ -124,9 +124,7 @@ void DirCodeTour::ShowRefusals() {
     guide_.Act(fmt::format("The operator {}", refused.act));
     DirCodeDesk desk(session_, kUnit);
     const std::int32_t before = desk.codes().count();
-    TickForNewCode(desk);
-    desk.TypeCode(refused.code);
-    EnterDirCode(desk, refused.entry);
+    EnterNewCode(desk, refused.code, refused.entry);
     guide_.Expect(!desk.SaveNew().returned, "the entry is refused");
     guide_.Result(desk.screen().focused().empty()
                       ? "refused"
@@ -150,7 +148,6 @@ void DirCodeTour::Add() {
   guide_.Chapter("A directory code with call forwarding and Do Not Disturb");
   guide_.Act("The operator enters 250, not to be disturbed at night and forwarded by day");
   DirCodeDesk desk(session_, kUnit);
-  TickForNewCode(desk);
   DirCodeEntry entry = WithPhone("555-0199");
   entry.extension = "12";
   entry.delay = "5";
@@ -158,12 +155,10 @@ void DirCodeTour::Add() {
   entry.forwardPhone = "555-0290";
   entry.forwardSchedule = "Early Shift";
   entry.displayName = "Karin Abel";
-  desk.TypeCode("250");
-  EnterDirCode(desk, entry);
-  const AddedDirCode added = desk.SaveNew();
+  EnterNewCode(desk, "250", entry);
+  const AddedDirCode added = desk.AddCode();
   guide_.Expect(added.returned, "the code is saved");
   guide_.Result(fmt::format("saved as RID {}", added.rid));
-  desk.RefreshCodes(added.rid);
   ShowCode(desk);
   guide_.Expect(desk.codes().SelectedText() == "0250", "the list shows the code");
   ShowLastStep(step::kProgramDirectoryCode);
@@ -192,8 +187,9 @@ void DirCodeTour::Renumber() {
 }
 
 UnitFile DirCodeTour::CodesAtUnit() {
+  const UnitFile stored = ExportUnit(session_, kUnit, "").file;
   UnitFile unit;
-  for (UnitCode& code : ExportCodes(session_, kUnit).codes) {
+  for (UnitCode code : stored.codes) {
     if (code[Place::kCode] == "104") {
       code[Place::kPhone] = "555-0777";
     }
@@ -232,8 +228,7 @@ void DirCodeTour::Merge() {
   guide_.Expect(reading.faults.empty(), "every line is good");
 
   guide_.Act("The operator merges the unit file");
-  constexpr bool kWithDeletions = true;
-  UnitMerge merge(session_, kUnit, reading.file, kWithDeletions);
+  UnitMerge merge(session_, kUnit, reading, BadLines::kRefused);
   const MergeReport report = merge.Apply([&](std::int64_t done, std::int64_t) {
     if (done == 0) {
       ShowPlan(merge, reading.file);

@@ -25,15 +25,12 @@ class DirCodeDesks : public DeskFixture {
  protected:
   [[nodiscard]] AddedDirCode Add(const std::string& code, const DirCodeEntry& entry) {
     DirCodeDesk desk(session(), kUnit);
-    TickForNewCode(desk);
-    desk.TypeCode(code);
-    EnterDirCode(desk, entry);
-    return desk.SaveNew();
+    EnterNewCode(desk, code, entry);
+    return desk.AddCode();
   }
   [[nodiscard]] std::string FieldOf(const DirCodeEntry& entry) {
     DirCodeDesk desk(session(), kUnit);
-    TickForNewCode(desk);
-    return FieldAtFault([&] { EnterDirCode(desk, entry); });
+    return FieldAtFault([&] { EnterNewCode(desk, "250", entry); });
   }
   [[nodiscard]] std::string Stored(const std::string& column, const std::string& code) {
     return Cell("SELECT " + column +

@@ -1,16 +1,15 @@
-#include "host/cli/dir_code_exchange.h"
+#include "host/cli/dir_code_exchange_commands.h"
 
 #include <fmt/format.h>
 
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "frame/convert.h"
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
 #include "host/cli/table_printer.h"
-#include "host/desks/exported_codes.h"
+#include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
@@ -22,8 +21,6 @@ namespace {
 
 using qorcred::Value;
 
-constexpr std::string_view kStandardStream = "-";
-
 UnitReading ReadFrom(const std::string& from, Console& console) {
   if (from == kStandardStream) {
     return ReadUnitFile(console.in);
@@ -33,17 +30,15 @@ UnitReading ReadFrom(const std::string& from, Console& console) {
 }
 
 /// Names every line that was not taken over. Raises RefusedError unless they may be left out.
-void ReportBadLines(const std::vector<LineFault>& faults, const DirCodeSyncOptions& options,
+void ReportBadLines(const UnitReading& reading, BadLines badLines, const std::string& from,
                     Console& console) {
-  const std::string file = options.from == kStandardStream ? "standard input" : options.from;
-  for (const LineFault& fault : faults) {
+  const std::string file = from == kStandardStream ? "standard input" : from;
+  for (const LineFault& fault : reading.faults) {
     console.err << fmt::format("qorhost: {}, line {}: {}\n", Displayable(file), fault.line,
                                Displayable(fault.reason));
   }
-  if (!faults.empty() && !options.skipBadLines) {
-    throw RefusedError(
-        fmt::format("{} bad {}, so nothing was changed: mend the file, or say --skip-bad-lines",
-                    faults.size(), faults.size() == 1 ? "line" : "lines"));
+  if (const std::string refusal = RefusalOf(reading, badLines); !refusal.empty()) {
+    throw RefusedError(refusal + ", or say --skip-bad-lines");
   }
 }
 
@@ -130,11 +125,10 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   CommandSession session(global, options.dryRun ? Access::kRead : Access::kChange, console);
   const std::int32_t unitKey = session.ChosenUnit().key;
   const UnitReading reading = ReadFrom(options.from, console);
-  ReportBadLines(reading.faults, options, console);
+  const BadLines badLines = options.skipBadLines ? BadLines::kLeftOut : BadLines::kRefused;
+  ReportBadLines(reading, badLines, options.from, console);
 
-  // A bad line may stand for any stored code, so none counts as gone from the unit then.
-  const bool complete = reading.faults.empty();
-  UnitMerge merge(session.desks(), unitKey, reading.file, complete);
+  UnitMerge merge(session.desks(), unitKey, reading, badLines);
   if (options.dryRun) {
     merge.Plan();
     PrintPlan(merge, reading.file, global.json, console);
@@ -153,15 +147,15 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
 ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOptions& options,
                             Console& console) {
   CommandSession session(global, Access::kRead, console);
-  ExportedCodes read = ExportCodes(session.desks(), session.ChosenUnit().key);
-  ReportObstacles(read.obstacles, options.skip, console);
-  const UnitFile unit = MakeUnitFile(std::move(read.codes), options.firmware);
+  const auto [unit, obstacles] =
+      ExportUnit(session.desks(), session.ChosenUnit().key, options.firmware);
+  ReportObstacles(obstacles, options.skip, console);
   if (options.to == kStandardStream) {
     WriteUnitFile(console.out, unit);
     return ExitStatus::kDone;
   }
   RequireFile(options.to);
-  WriteWholeFile(options.to, [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
+  WriteWholeFile(options.to, [&file = unit](std::ostream& out) { WriteUnitFile(out, file); });
   console.out << fmt::format("Wrote {} directory {} to {}.\n", unit.codes.size(),
                              unit.codes.size() == 1 ? "code" : "codes", Displayable(options.to));
   return ExitStatus::kDone;

@@ -1,0 +1,55 @@
+#include "host/desks/unit_export.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "frame/convert.h"
+#include "frame/data_services.h"
+#include "host/unit/unit_rows.h"
+
+namespace qorhost {
+
+namespace {
+
+void ReadCodes(DeskSession& session, std::int32_t unitKey, ExportedUnit& unit) {
+  const QueryResult rows = session.sql().Select(
+      SelectOfCodes(fmt::format("RID,{}", kUnitColumns), unitKey) + " ORDER BY DIRECTORYCODE, RID");
+  const qorcred::TableView table{qorcred::ObjectRef(rows.table)};
+  std::vector<UnitCode>& codes = unit.file.codes;
+  for (const ResultRow row : rows.rows()) {
+    RowReading reading = CodeFromRow(table, row.number(), 1);
+    if (reading.obstacle.empty() && !codes.empty() &&
+        NumberOf(codes.back()) == NumberOf(reading.code)) {
+      reading.obstacle = "another row has the same code";
+    }
+    if (reading.obstacle.empty()) {
+      codes.push_back(std::move(reading.code));
+    } else {
+      unit.obstacles.push_back(
+          {qorcred::NumericValue(row[1]), qorcred::ToLong(row[0]), std::move(reading.obstacle)});
+    }
+  }
+}
+
+void DropDisplayOptions(std::vector<UnitCode>& codes) {
+  for (UnitCode& code : codes) {
+    code[qorcred::unit_place::kDisplayMode] = "0";
+  }
+}
+
+}  // namespace
+
+ExportedUnit ExportUnit(DeskSession& session, std::int32_t unitKey, const std::string& firmware) {
+  ExportedUnit unit;
+  if (!firmware.empty()) {
+    unit.file.firmware = firmware;
+  }
+  ReadCodes(session, unitKey, unit);
+  if (unit.file.firmware == kFirmwareWithoutDisplay) {
+    DropDisplayOptions(unit.file.codes);
+  }
+  return unit;
+}
+
+}  // namespace qorhost
