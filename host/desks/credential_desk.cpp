@@ -177,10 +177,26 @@ IssuedCredentials CredentialDesk::SaveNew(const Progress& progress) {
   return issued;
 }
 
-ChangedCredential CredentialDesk::SaveEdited() {
+Outcome CredentialDesk::SaveSelected() {
   OperationRecord saving(session_);
-  const bool saved = controller_.pbSave(session_.connection(), unitKey_, false, true);
-  return {saving.End(saved), Shown()};
+  return saving.End(controller_.pbSave(session_.connection(), unitKey_, false, true));
+}
+
+ChangedCredential CredentialDesk::SaveEdited() {
+  const std::int32_t rid = Shown().rid;
+  Outcome outcome = SaveSelected();
+  if (outcome.ending == Ending::kRefused) {
+    RefreshCredentials(rid);
+  }
+  return {std::move(outcome), Shown()};
+}
+
+Outcome CredentialDesk::AssignIssued(const IssuedCredentials& issued, std::int32_t tenant) {
+  const std::int32_t index = credentials().AddItemWithData(
+      fmt::format("{}-{}", issued.type, screen_->Box("txtPINStart").text()), issued.lastRid);
+  SelectCredential(index);
+  screen_->List("cboAssignedTo").Select(tenant);
+  return SaveSelected();
 }
 
 Outcome CredentialDesk::Delete(std::int32_t rid) {

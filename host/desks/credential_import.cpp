@@ -106,7 +106,7 @@ class CredentialImport {
     const IssuedCredentials issued = desk_.SaveNew();
     if (issued.done()) {
       if (const std::optional<std::int32_t> tenant = FindTenant(line)) {
-        return Assign(issued.lastRid, *tenant);
+        return desk_.AssignIssued(issued, *tenant);
       }
     }
     return WithoutFacts(issued);
@@ -172,18 +172,6 @@ class CredentialImport {
                        "{field} '{value}' must be left empty: this unit ignores facility codes");
     }
     return std::nullopt;
-  }
-
-  /// Puts the new credential into the list, as filling the list again would, and works on it there.
-  Outcome Assign(std::int32_t rid, std::int32_t tenant) {
-    ListModel& list = desk_.screen().List("cboCredentials");
-    const std::int32_t index = list.AddItemWithData(
-        fmt::format("{}-{}", desk_.screen().List("cboCredentialType").SelectedText(),
-                    desk_.screen().Box("txtPINStart").text()),
-        rid);
-    desk_.SelectCredential(index);
-    desk_.screen().List("cboAssignedTo").Select(tenant);
-    return WithoutFacts(desk_.SaveEdited());
   }
 
   DeskSession& session_;
