@@ -1,9 +1,12 @@
 #include "bench/save_screen.h"
 
+#include <cstddef>
 #include <string>
 
 #include "frame/convert.h"
 #include "frame/date.h"
+#include "frame/schedules.h"
+#include "frame/screen_names.h"
 #include "host/screens/credential_screen.h"
 
 namespace qorbench {
@@ -34,12 +37,11 @@ std::shared_ptr<ScreenModel> RangeScreen() {
 std::shared_ptr<ScreenModel> TenantRangeScreen() {
   auto screen = qorhost::MakeTenantCreatingScreen();
   FillIn(*screen);
-  constexpr std::int32_t kFullAccess = 1;
-  constexpr std::int32_t kNoAccess = 0;
-  AddAndSelect(screen->List("cboSchedules1"), "Full Access", kFullAccess);
-  AddAndSelect(screen->List("cboSchedules2"), "Full Access", kFullAccess);
-  AddAndSelect(screen->List("cboSchedules3"), "No Access", kNoAccess);
-  AddAndSelect(screen->List("cboSchedules4"), "No Access", kNoAccess);
+  for (std::size_t door = 0; door < qorcred::kScheduleLists.size(); ++door) {
+    const qorcred::FixedSchedule& schedule = door < 2 ? qorcred::kFullAccess : qorcred::kNoAccess;
+    AddAndSelect(screen->List(qorcred::kScheduleLists[door]), std::string(schedule.name),
+                 schedule.id);
+  }
   screen->Check("chkActive").SetState(1);
   screen->Date("dtpStart").Choose(qorcred::FromCivil({2026, 1, 1, 8, 0, 0}));
   screen->Date("dtpEnd").Choose(qorcred::FromCivil({2026, 12, 31, 23, 59, 59}));

@@ -1,5 +1,6 @@
 #include "trace/transcript.h"
 
+#include "frame/control_characters.h"
 #include "frame/convert.h"
 #include "frame/date.h"
 #include "frame/sql_text.h"
@@ -21,7 +22,7 @@ std::string QuotedText(std::string_view text) {
       quoted += "\\n";
     } else if (character == '\t') {
       quoted += "\\t";
-    } else if (code < 0x20 || code == 0x7F) {
+    } else if (qorcred::IsAsciiControl(code)) {
       constexpr std::string_view kDigits = "0123456789ABCDEF";
       quoted += "\\x";
       quoted += kDigits[code / 16];

@@ -1,8 +1,10 @@
 #include "host/cli/credential_command_line.h"
 
 #include <array>
+#include <string>
 
 #include "host/desks/credential_import.h"
+#include "host/desks/credential_types.h"
 
 namespace qorhost {
 
@@ -45,12 +47,12 @@ void DescribeAdd(CommandPlace credentials, const GlobalOptions& global,
       "  qorhost credentials add --unit 2 --type card30 --start 1 --end 10 --facility 7 \\\n"
       "      --with-tenants --schedules \"Full Access,Late Shift,1,0\" --to 2027-12-31",
       [&](Console& console) { return RunCredentialAdd(global, options, console); }, kAddWords);
-  const auto text = [command](const char* name, auto& target, const char* type,
+  const auto text = [command](const char* name, auto& target, const std::string& type,
                               const char* description) {
     return command->add_option(name, target, description)->type_name(type);
   };
   NewCredentials& entry = options.entry;
-  text("--type", entry.type, "card30|card26|transmitter", "The kind of credential")->required();
+  text("--type", entry.type, EnteredWords("|", "|"), "The kind of credential")->required();
   text("--start", entry.first, "N", "The credential's number, or the first of a range")->required();
   text("--end", entry.last, "N", "The last number of a range");
   text("--facility", entry.facility, "F", "Facility code");

@@ -82,18 +82,14 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
   }
   CommandSession session(global, Access::kChange, console);
   CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
-  const ShownCredential before = desk.Select(options.credential);
+  (void)desk.Select(options.credential);
   EnterChange(desk, options.change);
-
   const ChangedCredential changed = desk.SaveEdited();
+  const ShownCredential& now = changed.credential;
   const ExitStatus status = Tell(changed, console);
   if (changed.ending == Ending::kRefused) {
-    // A refusal on the way: the credential may have left its tenant already.
-    desk.RefreshCredentials(before.rid);
-    const ShownCredential now = desk.Shown();
     console.err << fmt::format("qorhost: {} is {} now.\n", NameOf(now), AssignmentText(now));
   } else if (changed.done()) {
-    const ShownCredential& now = changed.credential;
     const std::string door = now.door ? fmt::format("door {}, ", Displayable(*now.door)) : "";
     console.out << fmt::format("{}: {}{}.\n", NameOf(now), door, AssignmentText(now));
   }

@@ -5,6 +5,8 @@
 
 #include <iterator>
 
+#include "frame/control_characters.h"
+
 namespace qorhost {
 
 namespace {
@@ -30,7 +32,7 @@ Character NextCharacter(std::string_view text) {
 // Characters that move the cursor, start escape sequences or turn the reading direction.
 bool SteersTerminal(utf8proc_int32_t code) {
   const utf8proc_category_t category = utf8proc_category(code);
-  return category == UTF8PROC_CATEGORY_CC || category == UTF8PROC_CATEGORY_ZL ||
+  return qorcred::IsControl(static_cast<char32_t>(code)) || category == UTF8PROC_CATEGORY_ZL ||
          category == UTF8PROC_CATEGORY_ZP || (code >= 0x202A && code <= 0x202E) ||
          (code >= 0x2066 && code <= 0x2069) || code == 0x200E || code == 0x200F || code == 0x061C;
 }

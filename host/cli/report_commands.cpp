@@ -2,13 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <cstddef>
 #include <string_view>
 
 #include "host/cli/display_text.h"
 #include "host/cli/table_printer.h"
 #include "host/desks/credential_report.h"
 #include "host/desks/dir_code_report.h"
+#include "host/desks/report_title.h"
 #include "host/files/csv_writer.h"
 #include "host/files/json_writer.h"
 
@@ -57,16 +57,16 @@ void Print(const Report& report, std::string_view format, std::string_view title
 
 ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& options,
                              Console& console) {
-  const std::size_t given = CountRids(*options.toDelete);
+  const GivenRids rids(*options.toDelete);
   CommandSession session(global, Access::kChange, console);
   CredentialReport report(session.desks(), session.ChosenUnit().key, {});
-  const DeletedCredentials deleted = report.Delete(*options.toDelete);
+  const DeletedCredentials deleted = report.Delete(rids);
   const ExitStatus status = Tell(deleted, console);
   if (deleted.returned && global.json) {
     PrintJsonObject(console.out, {{"deleted", deleted.rows}});
   } else if (deleted.returned) {
-    console.out << fmt::format("Deleted {} of {} {}.\n", deleted.rows, given,
-                               given == 1 ? "credential" : "credentials");
+    console.out << fmt::format("Deleted {} of {} {}.\n", deleted.rows, deleted.given,
+                               deleted.given == 1 ? "credential" : "credentials");
   }
   return status;
 }
@@ -83,17 +83,16 @@ ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& op
     console.err << "qorhost: " << Displayable(note) << '\n';
   }
 
-  const ComposedReport composed = report.Compose();
+  const Outcome composed = report.Compose();
   if (format == "sql" || !composed.done()) {
     const ExitStatus status = TellWithHint(composed, options, kCodeHint, console);
     if (status == ExitStatus::kDone) {
-      console.out << composed.statement << '\n';
+      console.out << report.statement() << '\n';
     }
     return status;
   }
   const std::string title = format == "table" ? ReportTitle(session.desks(), unit) : std::string();
-  const ExitStatus status =
-      TellWithHint(report.Show(composed.statement), options, kCodeHint, console);
+  const ExitStatus status = TellWithHint(report.Run(), options, kCodeHint, console);
   if (status == ExitStatus::kDone) {
     Print(report, format, title, console);
   }

@@ -18,8 +18,6 @@ namespace qorhost {
 namespace {
 
 constexpr std::string_view kNoDoor = "<None>";
-constexpr std::int32_t kAddNewEntry = 1;  // "<Add New>" stands for no row
-constexpr std::int32_t kUnassigned = 1;   // "<Unassigned>" stands for no tenant
 
 std::shared_ptr<ScreenModel> MakeScreen(DeskScreen kind, qorcred::Date today) {
   return kind == DeskScreen::kTenantCreating ? MakeTenantCreatingScreen(today)
@@ -76,7 +74,7 @@ void CredentialDesk::Open() {
   });
   credentialSelected_ = credentials().OnSelect([this](std::int32_t index) {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
-    if (index >= kAddNewEntry && !byController) {
+    if (index >= placeholders::kInCredentials && !byController) {
       controller_.pbRetrieveCredentials(session_.connection(), unitKey_,
                                         credentials().ItemData(index));
     }
@@ -111,8 +109,8 @@ bool CredentialDesk::takesFacilityCode() const {
 
 ShownCredential CredentialDesk::Select(std::string_view credential) {
   const std::int32_t index = FindEntry(credentials(), credential_field::kCredential, credential,
-                                       "credential", kAddNewEntry);
-  if (index < kAddNewEntry) {
+                                       "credential", placeholders::kInCredentials);
+  if (index < placeholders::kInCredentials) {
     throw InputFault(credential_field::kCredential, credential,
                      "name a credential by its RID or as in 'Transmitter-301'",
                      InputFault::Kind::kSeeList);
@@ -139,7 +137,7 @@ ShownCredential CredentialDesk::Shown() const {
   if (doors.visible()) {
     shown.door = doors.SelectedText();
   }
-  if (tenants.selected() >= kUnassigned) {
+  if (tenants.selected() >= placeholders::kInTenants) {
     shown.tenant = qorcred::Trim(tenants.Text(tenants.selected()));
   }
   return shown;
@@ -177,10 +175,26 @@ IssuedCredentials CredentialDesk::SaveNew(const Progress& progress) {
   return issued;
 }
 
-ChangedCredential CredentialDesk::SaveEdited() {
+Outcome CredentialDesk::SaveSelected() {
   OperationRecord saving(session_);
-  const bool saved = controller_.pbSave(session_.connection(), unitKey_, false, true);
-  return {saving.End(saved), Shown()};
+  return saving.End(controller_.pbSave(session_.connection(), unitKey_, false, true));
+}
+
+ChangedCredential CredentialDesk::SaveEdited() {
+  const std::int32_t rid = Shown().rid;
+  Outcome outcome = SaveSelected();
+  if (outcome.ending == Ending::kRefused) {
+    RefreshCredentials(rid);
+  }
+  return {std::move(outcome), Shown()};
+}
+
+Outcome CredentialDesk::AssignIssued(const IssuedCredentials& issued, std::int32_t tenant) {
+  const std::int32_t index = credentials().AddItemWithData(
+      fmt::format("{}-{}", issued.type, screen_->Box("txtPINStart").text()), issued.lastRid);
+  SelectCredential(index);
+  screen_->List("cboAssignedTo").Select(tenant);
+  return SaveSelected();
 }
 
 Outcome CredentialDesk::Delete(std::int32_t rid) {

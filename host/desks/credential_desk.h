@@ -75,7 +75,12 @@ class CredentialDesk {
 
   /// Saves new credentials, `progress` being told of every row.
   IssuedCredentials SaveNew(const Progress& progress = nullptr);
+  /// Saves what was chosen for the credential that is selected. A refused one is loaded again,
+  /// because it may have left its tenant on the way: the facts tell what is stored.
   ChangedCredential SaveEdited();
+  /// Assigns the credential that SaveNew() has just stored to the tenant at the place `tenant` of
+  /// the list. Takes it into the list of credentials, which is not filled again: for long imports.
+  Outcome AssignIssued(const IssuedCredentials& issued, std::int32_t tenant);
   Outcome Delete(std::int32_t rid);
   /// Stale when someone else has changed or deleted the credential meanwhile.
   ChangedCredential Renumber(std::int32_t number);
@@ -83,6 +88,7 @@ class CredentialDesk {
  private:
   void Open();
   void FillDoors();
+  [[nodiscard]] Outcome SaveSelected();
 
   DeskSession& session_;
   std::int32_t unitKey_;

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
@@ -21,19 +22,16 @@ namespace {
 
 namespace field = credential_field;
 
-constexpr std::int32_t kSystemSchedules = 0;  // "No Access" and "Full Access" have ids of their own
-constexpr std::int32_t kUnassigned = 1;       // "<Unassigned>" stands for no tenant
-
 void ChooseType(ScreenModel& screen, std::string_view word) {
-  for (const CredentialTypeWords& known : CredentialTypes()) {
-    if (known.word == word && known.type < kReportedTypesOnly) {
+  for (const CredentialTypeWords& known : EnteredTypes()) {
+    if (known.word == word) {
       ListModel& types = screen.List("cboCredentialType");
       types.Select(types.FindData(known.type));
       return;
     }
   }
   throw InputFault(field::kType, word,
-                   "{field} '{value}' is none of card30, card26 and transmitter");
+                   "{field} '{value}' is none of " + EnteredWords(", ", " and "));
 }
 
 /// Types into a box that the screen shows; `hidden` says what hides or disables it.
@@ -73,7 +71,8 @@ void ChooseSchedules(ScreenModel& screen, const std::string& given) {
     const std::string_view schedule = qorcred::Trim(rest.substr(0, comma));
     if (!schedule.empty()) {
       ListModel& list = screen.List(qorcred::kScheduleLists[door]);
-      list.Select(FindEntry(list, field::kSchedules, schedule, "schedule", kSystemSchedules));
+      list.Select(
+          FindEntry(list, field::kSchedules, schedule, "schedule", placeholders::kInSchedules));
     }
     more = comma != std::string_view::npos;
     rest.remove_prefix(more ? comma + 1 : rest.size());
@@ -96,10 +95,10 @@ void EnterTenants(ScreenModel& screen, const NewCredentials& entry) {
 
 void RefuseTenantInputs(const NewCredentials& entry) {
   if (entry.schedules || entry.from || entry.to) {
-    const std::string_view given = entry.schedules ? field::kSchedules
-                                   : entry.from    ? field::kStart
-                                                   : field::kEnd;
-    throw InputFault(given, "",
+    const auto& [name, given] = entry.schedules ? std::pair(field::kSchedules, entry.schedules)
+                                : entry.from    ? std::pair(field::kStart, entry.from)
+                                                : std::pair(field::kEnd, entry.to);
+    throw InputFault(name, *given,
                      "{schedules}, {first day} and {last day} go with {new tenants}: without new "
                      "tenants there is nobody to give them to");
   }
@@ -136,7 +135,8 @@ void EnterChange(CredentialDesk& desk, const CredentialChange& change) {
   }
   ListModel& tenants = desk.screen().List("cboAssignedTo");
   if (change.tenant) {
-    tenants.Select(FindEntry(tenants, field::kTenant, *change.tenant, "tenant", kUnassigned));
+    tenants.Select(
+        FindEntry(tenants, field::kTenant, *change.tenant, "tenant", placeholders::kInTenants));
   } else if (change.release) {
     tenants.Select(0);
   }

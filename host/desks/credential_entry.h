@@ -34,7 +34,7 @@ inline constexpr std::string_view kNewNumber = "new number";
 /// New credentials. Texts are typed as they are: whether they are numbers and within bounds is the
 /// controller's to say.
 struct NewCredentials {
-  std::string type;  ///< "card30", "card26" or "transmitter"
+  std::string type;  ///< the word of one of EnteredTypes(): "card26"
   std::string first;
   std::optional<std::string> last;  ///< none: a single credential
   std::optional<std::string> facility;

@@ -9,13 +9,14 @@
 #include <string_view>
 #include <vector>
 
+#include "credentials/credential_type.h"
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/entry_index.h"
-#include "host/desks/import_words.h"
+#include "host/desks/list_entries.h"
 #include "host/files/import_file.h"
 
 namespace qorhost {
@@ -36,8 +37,7 @@ enum Column : std::size_t {
 };
 
 constexpr std::array<ImportColumn, kColumnCount> kColumns{{
-    {"Credential Type", true,
-     "Corvin 30 Bit card, Standard 26 Bit card or Transmitter; also card30, card26, transmitter"},
+    {"Credential Type", true, {}},  // its help names the types
     {"Card Number", true, "the credential's number, 1 to 65535"},
     {"Facility Code", false, "0 to 63 (Corvin 30 Bit card) or 255; empty: 0"},
     {"ID Code", false, "of a transmitter, 0 to 26; of a card empty"},
@@ -51,24 +51,24 @@ constexpr std::array<ImportColumn, kColumnCount> kColumns{{
 
 /// The columns of the screen's inputs.
 constexpr std::array kWords{
+    FieldWord{credential_field::kType, kColumns[kType].heading, {}},
     FieldWord{credential_field::kFirst, kColumns[kNumber].heading, {}},
     FieldWord{credential_field::kFacility, kColumns[kFacility].heading, {}},
     FieldWord{credential_field::kIdCode, kColumns[kIdCode].heading, {}},
     FieldWord{credential_field::kSequence, kColumns[kSequence].heading, {}},
     FieldWord{credential_field::kButton, kColumns[kButton].heading, {}},
+    FieldWord{credential_field::kTenant, kColumns[kAssignedTo].heading, {}},
 };
 
-constexpr std::int32_t kNobody = 1;  // "<Unassigned>" stands for no tenant
-
-std::string ReadType(const ImportLine& line) {
+const CredentialTypeWords& ReadType(const ImportLine& line) {
   const std::string_view given = line.Trimmed(kType);
-  const CredentialTypeWords* type = FindCredentialType(given);
-  if (type == nullptr || type->type >= kReportedTypesOnly) {
-    throw InputFault(kColumns[kType].heading, given,
-                     "{field} '{value}' cannot be entered: the screen has Corvin 30 Bit card, "
-                     "Standard 26 Bit card and Transmitter");
+  const CredentialTypeWords* type = FindCredentialType(EnteredTypes(), given);
+  if (type == nullptr) {
+    throw InputFault(
+        credential_field::kType, given,
+        "{field} '{value}' cannot be entered: the screen has " + EnteredNames(", ", " and "));
   }
-  return std::string(type->word);
+  return *type;
 }
 
 /// The text of a cell; nothing for an empty one.
@@ -79,10 +79,10 @@ std::optional<std::string> ReadText(const ImportLine& line, Column column) {
 
 /// What only transmitters have.
 std::optional<std::string> ReadOfTransmitter(const ImportLine& line, Column column,
-                                             std::string_view type) {
+                                             std::string_view field, std::int16_t type) {
   std::optional<std::string> given = ReadText(line, column);
-  if (given && type != "transmitter") {
-    throw InputFault(kColumns[column].heading, *given,
+  if (given && type != qorcred::kTransmitter) {
+    throw InputFault(field, *given,
                      "{field} '{value}' must be left empty: only transmitters have one");
   }
   return given;
@@ -93,7 +93,7 @@ class CredentialImport {
   CredentialImport(DeskSession& session, std::int32_t unitKey)
       : session_(session),
         desk_(session, unitKey, DeskScreen::kCredentials),
-        tenants_(desk_.screen().List("cboAssignedTo"), kNobody),
+        tenants_(desk_.screen().List("cboAssignedTo"), placeholders::kInTenants),
         fresh_(desk_.screen().Snapshot()) {
     // The type stays chosen from line to line, with the controls that the screen shows for it.
     typeChosen_ = desk_.screen().List("cboCredentialType").OnSelect([this](std::int32_t) {
@@ -106,7 +106,7 @@ class CredentialImport {
     const IssuedCredentials issued = desk_.SaveNew();
     if (issued.done()) {
       if (const std::optional<std::int32_t> tenant = FindTenant(line)) {
-        return Assign(issued.lastRid, *tenant);
+        return desk_.AssignIssued(issued, *tenant);
       }
     }
     return WithoutFacts(issued);
@@ -122,14 +122,14 @@ class CredentialImport {
     const std::vector<std::int32_t> places = tenants_.Find(given);
     if (places.empty()) {
       throw InputFault(
-          kColumns[kAssignedTo].heading, given,
+          credential_field::kTenant, given,
           "{field} '{value}' is no tenant of this unit to whom the screen assigns credentials");
     }
     if (places.size() > 1) {
       throw InputFault(
-          kColumns[kAssignedTo].heading, given,
+          credential_field::kTenant, given,
           fmt::format("{} tenants are called '{{value}}': leave {{field}} empty and assign the "
-                      "credential by the tenant's id with 'credentials assign'",
+                      "credential by the tenant's id afterwards",
                       places.size()));
     }
     RequireFreeSlot(places.front(), given);
@@ -144,20 +144,21 @@ class CredentialImport {
                     "CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT NULL",
                     desk_.unitKey(), id));
     if (slots.rowCount > 0) {
-      throw InputFault(kColumns[kAssignedTo].heading, name,
+      throw InputFault(credential_field::kTenant, name,
                        "{field} '{value}' has two credentials already");
     }
   }
 
   void TypeAll(const ImportLine& line) {
     desk_.screen().Restore(fresh_);
+    const CredentialTypeWords& type = ReadType(line);
     NewCredentials entry;
-    entry.type = ReadType(line);
+    entry.type = type.word;
     entry.first = line.Trimmed(kNumber);
     entry.facility = ReadFacility(line);
-    entry.idCode = ReadOfTransmitter(line, kIdCode, entry.type);
-    entry.sequence = ReadOfTransmitter(line, kSequence, entry.type);
-    entry.button = ReadOfTransmitter(line, kButton, entry.type);
+    entry.idCode = ReadOfTransmitter(line, kIdCode, credential_field::kIdCode, type.type);
+    entry.sequence = ReadOfTransmitter(line, kSequence, credential_field::kSequence, type.type);
+    entry.button = ReadOfTransmitter(line, kButton, credential_field::kButton, type.type);
     EnterCredentials(desk_, entry);
   }
 
@@ -168,22 +169,10 @@ class CredentialImport {
       return given;
     }
     if (given->find_first_not_of('0') != std::string::npos) {
-      throw InputFault(kColumns[kFacility].heading, *given,
+      throw InputFault(credential_field::kFacility, *given,
                        "{field} '{value}' must be left empty: this unit ignores facility codes");
     }
     return std::nullopt;
-  }
-
-  /// Puts the new credential into the list, as filling the list again would, and works on it there.
-  Outcome Assign(std::int32_t rid, std::int32_t tenant) {
-    ListModel& list = desk_.screen().List("cboCredentials");
-    const std::int32_t index = list.AddItemWithData(
-        fmt::format("{}-{}", desk_.screen().List("cboCredentialType").SelectedText(),
-                    desk_.screen().Box("txtPINStart").text()),
-        rid);
-    desk_.SelectCredential(index);
-    desk_.screen().List("cboAssignedTo").Select(tenant);
-    return WithoutFacts(desk_.SaveEdited());
   }
 
   DeskSession& session_;
@@ -196,7 +185,14 @@ class CredentialImport {
 }  // namespace
 
 std::span<const ImportColumn> CredentialImportColumns() {
-  return kColumns;
+  static const std::string kTypes =
+      EnteredNames(", ", " or ") + "; also " + EnteredWords(", ", ", ");
+  static const auto kDescribed = [] {
+    auto columns = kColumns;
+    columns[kType].help = kTypes;
+    return columns;
+  }();
+  return kDescribed;
 }
 
 ImportReport ImportCredentials(DeskSession& session, std::int32_t unitKey, ImportFile& file,

@@ -1,6 +1,7 @@
 #include "host/desks/credential_report.h"
 
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "frame/convert.h"
@@ -92,31 +93,30 @@ Table CredentialReport::Rows(bool withTenantRid) const {
   return table;
 }
 
-DeletedCredentials CredentialReport::Delete(const std::string& rids) {
-  controller_.set_gstrRIDsForDeletion(rids);
+DeletedCredentials CredentialReport::Delete(const GivenRids& rids) {
+  controller_.set_gstrRIDsForDeletion(rids.text());
   DeletedCredentials deleted;
+  deleted.given = rids.count();
   OperationRecord deleting(session_);
   const bool done = controller_.pbDelete(session_.connection(), unitKey_, deleted.rows);
   static_cast<Outcome&>(deleted) = deleting.End(done);
   return deleted;
 }
 
-std::size_t CountRids(std::string_view rids) {
-  std::size_t count = 0;
-  std::string_view rest = rids;
-  for (bool more = true; more; ++count) {
+GivenRids::GivenRids(std::string text) : text_(std::move(text)) {
+  std::string_view rest = text_;
+  for (bool more = true; more; ++count_) {
     const std::size_t comma = rest.find(',');
     more = comma != std::string_view::npos;
     const std::string_view rid = rest.substr(0, comma);
     if (rid.empty() || rid.find_first_not_of("0123456789") != std::string_view::npos) {
-      throw InputFault(report_input::kRids, rids,
+      throw InputFault(report_input::kRids, text_,
                        "{field} '{value}' must be RIDs of the report with commas between them, as "
                        "in 17,18,21");
     }
     (void)ReadLong(report_input::kRids, rid);
     rest.remove_prefix(more ? comma + 1 : rest.size());
   }
-  return count;
 }
 
 }  // namespace qorhost

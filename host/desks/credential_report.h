@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "frame/result_table.h"
@@ -18,11 +17,23 @@ namespace qorhost {
 
 /// What a deletion from the report tells.
 struct DeletedCredentials : Outcome {
-  std::int32_t rows = 0;
+  std::size_t given = 0;  ///< RIDs that were to be deleted
+  std::int32_t rows = 0;  ///< credentials that were
 };
 
-/// How many RIDs with commas between them there are. Raises InputFault for anything else.
-[[nodiscard]] std::size_t CountRids(std::string_view rids);
+/// RIDs as a person gives them, with commas between them: "17,18,21".
+class GivenRids {
+ public:
+  /// Raises InputFault for anything else.
+  explicit GivenRids(std::string text);
+
+  [[nodiscard]] const std::string& text() const { return text_; }
+  [[nodiscard]] std::size_t count() const { return count_; }
+
+ private:
+  std::string text_;
+  std::size_t count_ = 0;
+};
 
 /// Opens the filter screen with a row for every condition. The session must outlive it. Raises
 /// InputFault for a condition that cannot be entered.
@@ -41,8 +52,8 @@ class CredentialReport {
   /// The same and the tenants' RIDs.
   [[nodiscard]] Table Complete() const { return Rows(true); }
 
-  /// Deletes credentials by their RIDs, with commas between them, unless a tenant holds one.
-  DeletedCredentials Delete(const std::string& rids);
+  /// Deletes credentials by their RIDs unless a tenant holds one.
+  DeletedCredentials Delete(const GivenRids& rids);
 
  private:
   [[nodiscard]] Table Rows(bool withTenantRid) const;

@@ -10,15 +10,30 @@ namespace qorhost {
 
 namespace {
 
+constexpr std::int16_t kReportedOnly = 3;
+
 constexpr std::array kTypes{
     CredentialTypeWords{qorcred::kCorvinCard, "card30", "Corvin 30 Bit card"},
     CredentialTypeWords{qorcred::kStandardCard, "card26", "Standard 26 Bit card"},
     CredentialTypeWords{qorcred::kTransmitter, "transmitter", "Transmitter"},
-    CredentialTypeWords{kReportedTypesOnly, "card35", "Corporate 1000 35-Bit Card"}};
+    CredentialTypeWords{kReportedOnly, "card35", "Corporate 1000 35-Bit Card"}};
 
 bool SameName(std::string_view one, std::string_view other) {
   return qorcred::CompareIgnoringCase(qorcred::ReplaceAll(one, "-", " "),
                                       qorcred::ReplaceAll(other, "-", " ")) == 0;
+}
+
+/// What the entered types are called by one of their texts.
+std::string Entered(std::string_view CredentialTypeWords::*text, std::string_view between,
+                    std::string_view last) {
+  std::string list;
+  for (const CredentialTypeWords& type : EnteredTypes()) {
+    if (!list.empty()) {
+      list += &type == &EnteredTypes().back() ? last : between;
+    }
+    list += type.*text;
+  }
+  return list;
 }
 
 }  // namespace
@@ -27,12 +42,25 @@ std::span<const CredentialTypeWords> CredentialTypes() {
   return kTypes;
 }
 
-const CredentialTypeWords* FindCredentialType(std::string_view given) {
-  const auto* const found =
-      std::find_if(kTypes.begin(), kTypes.end(), [given](const CredentialTypeWords& known) {
+std::span<const CredentialTypeWords> EnteredTypes() {
+  return std::span(kTypes).first(qorcred::kCredentialTypes.size());
+}
+
+std::string EnteredWords(std::string_view between, std::string_view last) {
+  return Entered(&CredentialTypeWords::word, between, last);
+}
+
+std::string EnteredNames(std::string_view between, std::string_view last) {
+  return Entered(&CredentialTypeWords::reportName, between, last);
+}
+
+const CredentialTypeWords* FindCredentialType(std::span<const CredentialTypeWords> types,
+                                              std::string_view given) {
+  const auto found =
+      std::find_if(types.begin(), types.end(), [given](const CredentialTypeWords& known) {
         return SameName(known.word, given) || SameName(known.reportName, given);
       });
-  return found == kTypes.end() ? nullptr : &*found;
+  return found == types.end() ? nullptr : &*found;
 }
 
 std::string_view ScreenLabelOf(double type) {

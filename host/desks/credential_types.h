@@ -14,14 +14,20 @@ struct CredentialTypeWords {
   std::string_view reportName;  ///< "Standard 26 Bit card"; the screen's own label says "26-Bit"
 };
 
-/// Every type that reports know, by its stored number. Those before kReportedTypesOnly are on the
-/// credential screen.
+/// Every type that reports know, by its stored number.
 [[nodiscard]] std::span<const CredentialTypeWords> CredentialTypes();
-inline constexpr std::int16_t kReportedTypesOnly = 3;
+/// Those among them that are entered on the credential screen.
+[[nodiscard]] std::span<const CredentialTypeWords> EnteredTypes();
 
-/// The type that is called so, by its word or its name; letter case and hyphens do not count. Null
-/// when there is none.
-[[nodiscard]] const CredentialTypeWords* FindCredentialType(std::string_view given);
+/// The words, or the names, of the types that are entered, with `between` between two of them and
+/// `last` before the last: "card30, card26 and transmitter".
+[[nodiscard]] std::string EnteredWords(std::string_view between, std::string_view last);
+[[nodiscard]] std::string EnteredNames(std::string_view between, std::string_view last);
+
+/// The type among `types` that is called so, by its word or its name; letter case and hyphens do
+/// not count. Null when there is none.
+[[nodiscard]] const CredentialTypeWords* FindCredentialType(
+    std::span<const CredentialTypeWords> types, std::string_view given);
 
 /// What the credential screen calls a stored type; "" for a type that is not on it.
 [[nodiscard]] std::string_view ScreenLabelOf(double type);

@@ -106,12 +106,6 @@ Table MakeTable(const std::vector<OutputColumn>& columns, const qorcred::ObjectR
 
 }  // namespace
 
-std::string ReportTitle(DeskSession& session, std::int32_t unitKey) {
-  qorcred::clsDirCodeReport lookups(session.host());
-  const std::string name = lookups.pbGetUnitName(session.connection(), unitKey);
-  return name.empty() ? fmt::format("Unit {}", unitKey) : name;
-}
-
 DirCodeReport::DirCodeReport(DeskSession& session, std::int32_t unitKey)
     : session_(session),
       unitKey_(unitKey),
@@ -127,7 +121,7 @@ DirCodeReport::DirCodeReport(DeskSession& session, std::int32_t unitKey)
 
 std::vector<std::string> DirCodeReport::Narrow(const std::vector<std::string>& conditions) {
   if (conditions.size() > kMostConditions) {
-    throw InputFault(report_input::kCondition, "",
+    throw InputFault(report_input::kCondition, conditions[kMostConditions],
                      fmt::format("the report takes at most {} conditions, not {}", kMostConditions,
                                  conditions.size()));
   }
@@ -147,19 +141,17 @@ std::vector<std::string> DirCodeReport::Narrow(const std::vector<std::string>& c
   return notes;
 }
 
-ComposedReport DirCodeReport::Compose() {
-  ComposedReport composed;
+Outcome DirCodeReport::Compose() {
   OperationRecord composing(session_);
-  composed.statement = controller_.pbGenSql(session_.connection(), unitKey_);
-  static_cast<Outcome&>(composed) = composing.End(true);
-  return composed;
+  statement_ = controller_.pbGenSql(session_.connection(), unitKey_);
+  return composing.End(true);
 }
 
-Outcome DirCodeReport::Show(const std::string& statement) {
+Outcome DirCodeReport::Run() {
   OperationRecord showing(session_);
   qorcred::ObjectRef visible = session_.Visible("objGrid", grid_);
   qorcred::ObjectRef layout;
-  controller_.pvDirCodeReportResult(unitKey_, session_.connection(), visible, statement, layout);
+  controller_.pvDirCodeReportResult(unitKey_, session_.connection(), visible, statement_, layout);
 
   for (std::size_t index = 0; index < grid_->columns().size(); ++index) {
     const GridColumnModel& column = grid_->columns().at(index);

@@ -16,14 +16,6 @@
 
 namespace qorhost {
 
-/// What the composing of the report's statement tells.
-struct ComposedReport : Outcome {
-  std::string statement;
-};
-
-/// A unit's name as it heads a report: "Unit 7" for one without a name.
-[[nodiscard]] std::string ReportTitle(DeskSession& session, std::int32_t unitKey);
-
 /// Opens the filter screen with the fields of the store and an empty grid. The session must outlive
 /// it. Raises FailureError when the fields cannot be read.
 class DirCodeReport {
@@ -37,11 +29,13 @@ class DirCodeReport {
   /// those that do not narrow the report. Raises InputFault.
   std::vector<std::string> Narrow(const std::vector<std::string>& conditions);
 
-  /// Composes the report's statement.
-  [[nodiscard]] ComposedReport Compose();
-  /// Shows the rows of a statement in the grid. A store may go without rows for the two schedules
-  /// that every unit has: their names are added to the grid here.
-  Outcome Show(const std::string& statement);
+  /// Composes the report's statement from the conditions.
+  Outcome Compose();
+  /// The statement that was composed last.
+  [[nodiscard]] const std::string& statement() const { return statement_; }
+  /// Runs the statement and shows its rows in the grid. A store may go without rows for the two
+  /// schedules that every unit has: their names are added to the grid here.
+  Outcome Run();
 
   /// The grid's visible columns.
   [[nodiscard]] Table Visible() const;
@@ -56,6 +50,7 @@ class DirCodeReport {
   ReportFilter filter_;
   std::shared_ptr<GridModel> grid_ = std::make_shared<GridModel>();
   qorcred::clsDirCodeReport controller_;
+  std::string statement_;
 };
 
 }  // namespace qorhost

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <optional>
 
+#include "frame/text.h"
+
 namespace qorhost {
 
 namespace {
 
 constexpr std::string_view kOwnField = "{field}";
+constexpr std::string_view kBrace = "{{";  // stands for one
 
 const FieldWord* Find(std::span<const FieldWord> words, std::string_view field) {
   const auto found = std::find_if(words.begin(), words.end(),
@@ -29,6 +32,11 @@ class Wording {
       const std::size_t open = std::min(text.find('{'), text.size());
       filled += text.substr(0, open);
       text.remove_prefix(open);
+      if (text.starts_with(kBrace)) {
+        filled += text.front();
+        text.remove_prefix(kBrace.size());
+        continue;
+      }
       const std::size_t close = text.find('}');
       const auto meant =
           close == std::string_view::npos ? std::nullopt : Meant(text.substr(0, close + 1));
@@ -70,6 +78,10 @@ InputFault::InputFault(std::string_view field, std::string_view value, std::stri
       value_(value),
       reason_(reason),
       kind_(kind) {}
+
+std::string InReason(std::string_view text) {
+  return qorcred::ReplaceAll(text, "{", kBrace);
+}
 
 std::string InWords(const InputFault& fault, std::span<const FieldWord> words) {
   const FieldWord* word = Find(words, fault.field());

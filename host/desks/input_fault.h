@@ -18,8 +18,8 @@ struct FieldWord {
 
 /// What a person gave and a desk cannot take. `field` is the desk's own name of the input, one of
 /// the constants beside the desk's entry. In `reason`, a sentence, {field} stands for what the
-/// front end calls it, {value} for what was given and any other field's name in braces for what
-/// that one is called. All texts are as they came.
+/// front end calls it, {value} for what was given, any other field's name in braces for what that
+/// one is called, and {{ for a brace. All texts are as they came.
 class InputFault : public std::runtime_error {
  public:
   enum class Kind : std::uint8_t {
@@ -41,6 +41,10 @@ class InputFault : public std::runtime_error {
   std::string reason_;
   Kind kind_;
 };
+
+/// A text from a store or a person, as it has to stand in a reason: nothing in it stands for
+/// something else.
+[[nodiscard]] std::string InReason(std::string_view text);
 
 /// The reason in the words of a front end. A field without a word goes by its own name.
 [[nodiscard]] std::string InWords(const InputFault& fault, std::span<const FieldWord> words);

@@ -8,6 +8,13 @@
 
 namespace qorhost {
 
+/// How many entries at the start of a screen's list stand for no row.
+namespace placeholders {
+inline constexpr std::int32_t kInSchedules = 0;    // "No Access" and "Full Access" have ids
+inline constexpr std::int32_t kInTenants = 1;      // "<Unassigned>"
+inline constexpr std::int32_t kInCredentials = 1;  // "<Add New>"
+}  // namespace placeholders
+
 /// The index of the entry that `given` names: by its attached number or by its text, letter case
 /// and blanks around not counting. The first `placeholders` entries stand for no row and are found
 /// by text alone. `kind` ("tenant", "schedule") is for the messages. Raises InputFault when no

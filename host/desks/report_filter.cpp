@@ -18,7 +18,7 @@ namespace qorhost {
 namespace {
 
 void ChooseType(ListModel& types, std::string_view given) {
-  const CredentialTypeWords* found = FindCredentialType(given);
+  const CredentialTypeWords* found = FindCredentialType(CredentialTypes(), given);
   if (found == nullptr) {
     std::string names;
     for (const CredentialTypeWords& known : CredentialTypes()) {

@@ -75,7 +75,7 @@ std::int32_t FindField(std::string_view where, const std::vector<ReportField>& f
     }
     throw InputFault(report_input::kCondition, where,
                      fmt::format("{{field}} '{{value}}' begins with no field of this report: {}",
-                                 Listed(names)));
+                                 InReason(Listed(names))));
   }
   return static_cast<std::int32_t>(*found);
 }
@@ -112,7 +112,7 @@ FoundOperator FindOperator(std::string_view rest, const ReportField& field,
     }
     throw InputFault(report_input::kCondition, where,
                      fmt::format("{{field}} '{{value}}' has no operator that goes with '{}': {}",
-                                 field.name, Listed(names)));
+                                 InReason(field.name), Listed(names)));
   }
   return found;
 }

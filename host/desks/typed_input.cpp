@@ -1,5 +1,6 @@
 #include "host/desks/typed_input.h"
 
+#include "frame/control_characters.h"
 #include "frame/date.h"
 #include "frame/runtime_error.h"
 #include "frame/utf8.h"
@@ -8,21 +9,10 @@
 
 namespace qorhost {
 
-namespace {
-
-bool IsControl(char32_t codePoint) {
-  constexpr char32_t kFirstPrintable = 0x20;
-  constexpr char32_t kDelete = 0x7F;
-  constexpr char32_t kLastControl = 0x9F;
-  return codePoint < kFirstPrintable || (codePoint >= kDelete && codePoint <= kLastControl);
-}
-
-}  // namespace
-
 bool IsTypable(std::string_view text) {
   for (std::size_t position = 0; position < text.size();) {
     const qorcred::Utf8Character character = qorcred::ReadUtf8(text, position);
-    if (character.codePoint >= qorcred::kInvalidByte || IsControl(character.codePoint)) {
+    if (character.codePoint >= qorcred::kInvalidByte || qorcred::IsControl(character.codePoint)) {
       return false;
     }
     position += character.length;

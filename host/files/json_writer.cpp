@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
-#include "frame/date.h"
+#include "host/dialect/canonical_date.h"
 
 namespace qorhost {
 
@@ -17,10 +17,11 @@ using nlohmann::ordered_json;
 using qorcred::Value;
 using qorcred::ValueType;
 
+/// The canonical text with a T between day and time.
 std::string IsoText(qorcred::Date date) {
-  const qorcred::CivilTime time = qorcred::ToCivil(date);
-  return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}", time.year, time.month, time.day,
-                     time.hour, time.minute, time.second);
+  std::string text = dialect::CanonicalDate(date);
+  text.replace(text.find(' '), 1, "T");
+  return text;
 }
 
 /// A whole number without a point, so that counts read as counts.

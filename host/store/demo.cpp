@@ -10,6 +10,7 @@
 
 #include "frame/capacity.h"
 #include "frame/convert.h"
+#include "frame/schedules.h"
 #include "host/store/demo_names.h"
 #include "host/store/store_error.h"
 #include "host/store/transaction.h"
@@ -42,7 +43,7 @@ struct DemoUnit {
   std::optional<int> deactivationDays;
   int digits;  // of directory and entry codes
   std::array<std::string_view, 4> doors;
-  std::array<std::string_view, 4> schedules;  // beside "No Access" and "Full Access"
+  std::array<std::string_view, 4> schedules;  // beside the two that every unit has
   int tenants;
   int facility;
   int cardsA;
@@ -146,9 +147,10 @@ void AddSurroundings(SqlSession& session, const DemoUnit& unit) {
     session.AddRow("Schedules",
                    Fields{{"ScheduleID", id}, {"ScheduleName", name}, {"UnitKey", unit.key}});
   };
-  addSchedule(0, "No Access");
-  addSchedule(1, "Full Access");
-  int schedule = 1;
+  for (const qorcred::FixedSchedule& fixed : {qorcred::kNoAccess, qorcred::kFullAccess}) {
+    addSchedule(fixed.id, fixed.name);
+  }
+  int schedule = qorcred::kFullAccess.id;
   for (const std::string_view name : unit.schedules) {
     addSchedule(++schedule, name);
   }

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "frame/control_characters.h"
 #include "frame/utf8.h"
 
 namespace qorhost {
@@ -200,7 +201,7 @@ std::string FaultInFirmware(std::string_view firmware) {
   }
   if (!qorcred::IsUtf8(firmware)) return "the firmware's name is not valid UTF-8";
   const bool hasControls = std::any_of(firmware.begin(), firmware.end(), [](char c) {
-    return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+    return qorcred::IsAsciiControl(static_cast<unsigned char>(c));
   });
   return hasControls ? "the firmware's name holds a control character" : "";
 }

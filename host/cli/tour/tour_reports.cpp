@@ -68,7 +68,8 @@ void ReportTour::ShowCodes() {
   guide_.Act(fmt::format("The operator narrows the report: {}", condition));
   DirCodeReport report(session_, kUnit);
   (void)report.Narrow({condition});
-  (void)report.Show(report.Compose().statement);
+  (void)report.Compose();
+  (void)report.Run();
   const Table table = report.Visible();
   guide_.ShowTable(
       Columns(table, {"Directory Code", "Phone No.", "Display Name", "Directory Status",
@@ -114,11 +115,12 @@ void ReportTour::DeleteFromReport() {
   (void)guide_.TakeMessages();
   guide_.Act("The operator marks two credentials for deletion, one of them a tenant's");
   const std::string freeRid = ridOf(free, free.rows.size() - 1);
-  guide_.Expect(!report.Delete(ridOf(held, 0) + "," + freeRid).returned, "the deletion is refused");
+  guide_.Expect(!report.Delete(GivenRids(ridOf(held, 0) + "," + freeRid)).returned,
+                "the deletion is refused");
   stage_.ExpectMessage("Credentials which are assigned to tenants cannot be deleted.");
 
   guide_.Act("The operator marks the other one alone");
-  const DeletedCredentials deleted = report.Delete(freeRid);
+  const DeletedCredentials deleted = report.Delete(GivenRids(freeRid));
   guide_.Expect(deleted.returned && deleted.rows == 1, "one credential is deleted");
   guide_.Result(fmt::format("{} credential deleted", deleted.rows));
 }

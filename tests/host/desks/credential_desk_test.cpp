@@ -172,6 +172,48 @@ TEST_F(CredentialDesks, AChangeTellsTheDoorAndTheHolder) {
             std::to_string(changed.credential.rid));
 }
 
+// The controller takes the credential from its tenant before it finds the unit full.
+TEST_F(CredentialDesks, AChangeThatIsRefusedOnTheWayTellsWhatIsStored) {
+  constexpr std::int32_t kNearlyFull = 1;
+  CredentialDesk desk(session(), kNearlyFull, DeskScreen::kCredentials);
+  NewCredentials last = Cards("1", "2");
+  last.facility = "12";
+  EnterCredentials(desk, last);
+  ASSERT_TRUE(desk.SaveNew().done());
+  const std::string held = Cell(
+      "SELECT CREDENTIALID1 FROM Tenants WHERE UnitKey=1 AND Resident=0 AND CREDENTIALID2 = NULL "
+      "ORDER BY TenantID");
+  const std::string holders =
+      "SELECT TenantID FROM Tenants WHERE CREDENTIALID1=" + held + " OR CREDENTIALID2=" + held;
+  ASSERT_EQ(CountOf(holders), 1U);
+  ASSERT_NE(desk.Select(held).tenant, "");
+
+  CredentialChange change;
+  change.tenant = "2";
+  EnterChange(desk, change);
+  const ChangedCredential changed = desk.SaveEdited();
+  EXPECT_EQ(changed.ending, Ending::kRefused);
+  EXPECT_TRUE(changed.returned) << "the controller returns True all the same";
+  ASSERT_EQ(changed.messages.size(), 1U);
+  EXPECT_EQ(changed.messages[0].text, "You cannot enter more than 500 combined codes.");
+  EXPECT_EQ(CountOf(holders), 0U);
+  EXPECT_EQ(std::to_string(changed.credential.rid), held);
+  EXPECT_EQ(changed.credential.tenant, "") << "as it is stored, not as it was entered";
+}
+
+TEST_F(CredentialDesks, AnIssuedCredentialIsAssignedWithoutFillingTheList) {
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  const std::int32_t listed = desk.credentials().count();
+  EnterCredentials(desk, Cards("9001"));
+  const IssuedCredentials issued = desk.SaveNew();
+  ASSERT_TRUE(issued.done());
+  EXPECT_TRUE(desk.AssignIssued(issued, desk.screen().List("cboAssignedTo").FindData(62)).done());
+  EXPECT_EQ(Cell("SELECT CREDENTIALID2 FROM Tenants WHERE TenantID=62"),
+            std::to_string(issued.lastRid));
+  EXPECT_EQ(desk.credentials().count(), listed + 1);
+  EXPECT_EQ(desk.Shown().entry, "Standard 26-Bit Card-9001");
+}
+
 TEST_F(CredentialDesks, AChangeOfWhatTheScreenHasNotNamesItsField) {
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   (void)desk.Select("Transmitter-301");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
 
 namespace qorhost {
 namespace {
@@ -49,6 +50,13 @@ TEST(InputFault, SaysWhereToLookWhereSomethingIsListed) {
 TEST(InputFault, NeverTakesAValueForAName) {
   EXPECT_EQ(InWords(InputFault("door", "{first day} {value} {", "'{value}'?"), kWords),
             "'{first day} {value} {'?");
+}
+
+TEST(InputFault, NeverTakesATextFromElsewhereForAName) {
+  for (const char* text : {"{value}", "{field}", "{door}", "{{value}}", "{", "{{", "}", "plain"}) {
+    EXPECT_EQ(InWords(InputFault("door", "X", "'{value}' is not " + InReason(text)), kWords),
+              std::string("'X' is not ") + text);
+  }
 }
 
 TEST(InputFault, LeavesBracesAloneThatStandForNothing) {

@@ -130,6 +130,21 @@ TEST(ReportWordsTest, AnOperatorIsAWholeWordOrSymbol) {
   }
 }
 
+TEST(ReportWordsTest, AFieldsNameIsToldAsItIs) {
+  const std::vector<ReportField> fields{{"{value} {{field}}", FieldKind::kYesNo}};
+  const auto failure = [&fields](std::string_view where) {
+    try {
+      (void)ReadCondition(where, fields);
+    } catch (const InputFault& error) {
+      return std::string(error.what());
+    }
+    return std::string("read");
+  };
+  EXPECT_THAT(failure("Floor = 5"),
+              HasSubstr("'Floor = 5' begins with no field of this report: {value} {{field}}"));
+  EXPECT_THAT(failure("{value} {{field}} > 5"), HasSubstr("goes with '{value} {{field}}': equal"));
+}
+
 TEST(ReportWordsTest, ARangeNeedsTwoValues) {
   for (const char* where :
        {"Phone No. Delay between", "Phone No. Delay between 5", "Phone No. Delay between 5 AND",

@@ -34,9 +34,8 @@ class Reports : public DeskFixture {
 TEST_F(Reports, ConditionsNarrowTheDirectoryCodes) {
   DirCodeReport report(session(), kUnit);
   EXPECT_THAT(report.Narrow({"Call Forwarding = yes"}), IsEmpty());
-  const ComposedReport composed = report.Compose();
-  EXPECT_TRUE(composed.done());
-  EXPECT_TRUE(report.Show(composed.statement).done());
+  EXPECT_TRUE(report.Compose().done());
+  EXPECT_TRUE(report.Run().done());
   EXPECT_THAT(ColumnOf(report.Complete(), "Call Forwarding"), testing::Each("True"));
   EXPECT_THAT(ColumnOf(report.Visible(), "Directory Code"), testing::Contains("0103"));
 }
@@ -96,19 +95,21 @@ TEST_F(Reports, ADeletionTellsItsRowsAndSparesWhatATenantHolds) {
   }
   ASSERT_GE(free.size(), 2U);
 
-  const DeletedCredentials refused = report.Delete(held + "," + free[0]);
+  const DeletedCredentials refused = report.Delete(GivenRids(held + "," + free[0]));
   EXPECT_EQ(refused.ending, Ending::kRefused);
   EXPECT_EQ(refused.rows, 0);
-  const DeletedCredentials deleted = report.Delete(free[0] + "," + free[1]);
+  const DeletedCredentials deleted = report.Delete(GivenRids(free[0] + "," + free[1]));
   EXPECT_TRUE(deleted.done());
+  EXPECT_EQ(deleted.given, 2U);
   EXPECT_EQ(deleted.rows, 2);
 }
 
 TEST(Rids, AreWholeNumbersWithCommasBetween) {
-  EXPECT_EQ(CountRids("17"), 1U);
-  EXPECT_EQ(CountRids("17,18,21"), 3U);
+  EXPECT_EQ(GivenRids("17").count(), 1U);
+  EXPECT_EQ(GivenRids("17,18,21").count(), 3U);
+  EXPECT_EQ(GivenRids("17,18,21").text(), "17,18,21");
   for (const char* given : {"", ",", "17,", ",17", "17;18", "1 7", "-1", "x", "99999999999"}) {
-    EXPECT_EQ(FieldAtFault([&] { (void)CountRids(given); }), report_input::kRids) << given;
+    EXPECT_EQ(FieldAtFault([&] { (void)GivenRids(given); }), report_input::kRids) << given;
   }
 }
 

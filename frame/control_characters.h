@@ -1,0 +1,20 @@
+// Characters that steer a device instead of being shown.
+#pragma once
+
+namespace qorcred {
+
+/// Those of ASCII; bytes of longer UTF-8 characters are none of them.
+[[nodiscard]] constexpr bool IsAsciiControl(char32_t codePoint) noexcept {
+  constexpr char32_t kDelete = 0x7F;
+  return codePoint < U' ' || codePoint == kDelete;
+}
+
+/// The same and the second set, which has no bytes of its own in UTF-8.
+[[nodiscard]] constexpr bool IsControl(char32_t codePoint) noexcept {
+  constexpr char32_t kFirstOfSecondSet = 0x80;
+  constexpr char32_t kLastOfSecondSet = 0x9F;
+  return IsAsciiControl(codePoint) ||
+         (codePoint >= kFirstOfSecondSet && codePoint <= kLastOfSecondSet);
+}
+
+}  // namespace qorcred
