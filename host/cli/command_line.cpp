@@ -48,6 +48,11 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   auto* no = app.add_flag_callback(
       "--no", [&global] { global.answer = false; }, "Answer No to questions");
   yes->excludes(no);
+  constexpr int kLongestWait = 24 * 60 * 60;
+  app.add_option("--wait", global.wait,
+                 "How long to wait for others who are writing to the store (30)")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0, kLongestWait));
   app.add_flag("--json", global.json, "Print rows as JSON");
   app.add_flag("--trace", global.trace,
                "Write every call between controller and host to standard error");

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <chrono>
 #include <utility>
 
 namespace qorhost {
@@ -18,12 +19,33 @@ std::unique_ptr<Store> OpenFile(const GlobalOptions& global, Access access) {
   return OpenStoreFile(global.file, access);
 }
 
+/// Waits for another writer, with a word on a terminal when that takes a while.
+Patience PatienceOf(const GlobalOptions& global, Console& console) {
+  static constexpr std::chrono::seconds kWordless(2);
+  const std::chrono::seconds limit(global.wait);
+  Patience patience{limit, {}};
+  if (console.environment.errorIsTerminal) {
+    patience.waiting = [&console, limit, told = false](std::chrono::milliseconds waited) mutable {
+      if (waited >= kWordless && !told) {
+        told = true;
+        console.err << fmt::format(
+            "qorhost: another program is writing to the store: waiting for up to {} s.\n",
+            limit.count());
+      }
+      return true;
+    };
+  }
+  return patience;
+}
+
 }  // namespace
 
 Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, MessageBox messageBox) {
   Surroundings surroundings;
   surroundings.messageBox = std::move(messageBox);
   surroundings.clock = console.environment.clock;
+  surroundings.author = console.environment.author;
+  surroundings.patience = PatienceOf(global, console);
   if (global.trace) {
     surroundings.transcript = [&err = console.err](std::string_view line) { err << line << '\n'; };
   }
@@ -56,6 +78,11 @@ std::vector<UnitName> CommandSession::ChosenUnits() {
   }
   throw UsageError(fmt::format("there is no unit {} in '{}': 'qorhost units' lists them",
                                *global_.unit, global_.file.string()));
+}
+
+bool CommandSession::Asks(const std::string& question) {
+  return operator_.Show(question, qorcred::MessageStyle::kQuestion, "qorhost") ==
+         qorcred::MessageButton::kYes;
 }
 
 UnitName CommandSession::ChosenUnit() {

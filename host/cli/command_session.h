@@ -21,6 +21,7 @@ struct GlobalOptions {
   std::optional<bool> answer;  ///< --yes or --no
   bool json = false;
   bool trace = false;
+  int wait = 30;  ///< for others who write, in seconds
 };
 
 /// A desk session whose messages, questions and, with --trace, transcript go to the console.
@@ -39,6 +40,8 @@ class CommandSession {
   /// The unit of --unit, or the first. Raises UsageError for a unit that is not in the store and
   /// RefusedError when there is none.
   [[nodiscard]] UnitName ChosenUnit();
+  /// Asks a question of the host's own, as the controllers' are asked.
+  [[nodiscard]] bool Asks(const std::string& question);
   /// The unit of --unit alone, or all units.
   [[nodiscard]] std::vector<UnitName> ChosenUnits();
 

@@ -25,6 +25,7 @@ struct Environment {
   bool errorIsTerminal = false;
   bool colours = false;
   Clock clock = SystemClock();
+  Author author;  ///< who runs it, for the audit
 };
 
 /// The streams of one run; they outlive it.

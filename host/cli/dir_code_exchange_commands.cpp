@@ -109,6 +109,16 @@ void ReportObstacles(const std::vector<Obstacle>& obstacles, bool skip, Console&
   }
 }
 
+/// Raises RefusedError unless the person agrees to lose so many codes.
+void RequireConsent(const MergeReport::Wholesale& wholesale, CommandSession& session) {
+  const std::string question =
+      fmt::format("{} of the unit's {} directory codes will be deleted. Go on?",
+                  wholesale.deletions, wholesale.stored);
+  if (!session.Asks(question)) {
+    throw RefusedError("nothing was changed");
+  }
+}
+
 /// Raises RefusedError where no file can be put.
 void RequireFile(const std::string& to) {
   if (!CanBeWritten(to)) {
@@ -135,7 +145,11 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
     ReportKept(merge.plan().kept, console);
     return ExitStatus::kDone;
   }
-  const MergeReport report = merge.Apply(BarOn(console, global.trace));
+  MergeReport report = merge.Apply(BarOn(console, global.trace));
+  if (report.wholesale) {
+    RequireConsent(*report.wholesale, session);
+    report = merge.Apply(BarOn(console, global.trace), true);
+  }
   const ExitStatus status = Tell(report, console);
   if (report.done()) {
     PrintDone(report, global.json, console);

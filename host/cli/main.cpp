@@ -1,15 +1,43 @@
 #include <poll.h>
+#include <pwd.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <iostream>
 #include <string>
 #include <vector>
 
+#include "frame/date.h"
 #include "host/cli/command_line.h"
 
 namespace {
+
+/// The person who runs the program, as the system calls them, and the machine.
+qorhost::Author AuthorOfProcess() {
+  qorhost::Author author;
+  if (const passwd* user = getpwuid(geteuid())) {
+    author.who = user->pw_name;
+  } else {
+    author.who = std::to_string(geteuid());
+  }
+  std::array<char, 256> machine{};
+  author.origin = "qorhost";
+  if (gethostname(machine.data(), machine.size() - 1) == 0) {
+    author.origin += std::string(" on ") + machine.data();
+  }
+  author.utc = [] {
+    const std::time_t now = std::time(nullptr);
+    std::tm time{};
+    gmtime_r(&now, &time);
+    constexpr int kFirstYear = 1900;
+    return qorcred::FromCivil({time.tm_year + kFirstYear, time.tm_mon + 1, time.tm_mday,
+                               time.tm_hour, time.tm_min, time.tm_sec});
+  };
+  return author;
+}
 
 qorhost::Environment EnvironmentOfProcess() {
   qorhost::Environment environment;
@@ -17,6 +45,7 @@ qorhost::Environment EnvironmentOfProcess() {
   environment.outputIsTerminal = isatty(STDOUT_FILENO) == 1;
   environment.errorIsTerminal = isatty(STDERR_FILENO) == 1;
   environment.colours = environment.outputIsTerminal && std::getenv("NO_COLOR") == nullptr;
+  environment.author = AuthorOfProcess();
   return environment;
 }
 

@@ -56,13 +56,18 @@ CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskS
       unitKey_(unitKey),
       kind_(kind),
       screen_(MakeScreen(kind, session.Today())),
-      controller_(session.host()) {
-  controller_.set_gmobjCredentialScreen(session.Visible(screen_));
+      shown_(session, unitKey) {
+  StartController();
   Open();
 }
 
+void CredentialDesk::StartController() {
+  controller_.emplace(session_.host());
+  controller_->set_gmobjCredentialScreen(session_.Visible(screen_));
+}
+
 CredentialDesk::~CredentialDesk() {
-  controller_.set_gmobjCredentialScreen(nullptr);
+  controller_->set_gmobjCredentialScreen(nullptr);
 }
 
 void CredentialDesk::Open() {
@@ -70,27 +75,28 @@ void CredentialDesk::Open() {
   typeSelected_ = screen_->List("cboCredentialType").OnSelect([this](std::int32_t index) {
     const bool transmitter =
         index >= 0 && screen_->List("cboCredentialType").ItemData(index) == qorcred::kTransmitter;
-    controller_.pbTransmitterCtls(transmitter);
+    controller_->pbTransmitterCtls(transmitter);
   });
   credentialSelected_ = credentials().OnSelect([this](std::int32_t index) {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
     if (index >= placeholders::kInCredentials && !byController) {
-      controller_.pbRetrieveCredentials(session_.connection(), unitKey_,
-                                        credentials().ItemData(index));
+      controller_->pbRetrieveCredentials(session_.connection(), unitKey_,
+                                         credentials().ItemData(index));
     }
   });
 
+  shown_.Take();
   const OperationRecord opening(session_);
   FillDoors();
-  controller_.pbRetrieveSchedules(session_.connection(), unitKey_);
-  controller_.pbRetrieveTenants(session_.connection(), unitKey_);
-  controller_.pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
+  controller_->pbRetrieveSchedules(session_.connection(), unitKey_);
+  controller_->pbRetrieveTenants(session_.connection(), unitKey_);
+  controller_->pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
   screen_->SetVariable("gblnDisplayFacilityCode", takesFacilityCode());
   RefreshCredentials();
   opening.RequireNoFailure("open the credential screen");
 
   // A unit with fewer than four doors ends this with a trapped failure, its labels being set.
-  controller_.pbRetrieveDoorDetails(session_.connection(), unitKey_);
+  controller_->pbRetrieveDoorDetails(session_.connection(), unitKey_);
 }
 
 void CredentialDesk::FillDoors() {
@@ -120,9 +126,22 @@ ShownCredential CredentialDesk::Select(std::string_view credential) {
 }
 
 void CredentialDesk::SelectCredential(std::int32_t index) {
+  ShowRow(credentials().ItemData(index));
   const OperationRecord loading(session_);
   credentials().Select(index);
   loading.RequireNoFailure("load the credential");
+}
+
+/// What a change of the row may not overwrite: the row and its holders.
+void CredentialDesk::ShowRow(std::int32_t rid) {
+  if (session_.sql().work().open()) {
+    return;  // beside nobody else
+  }
+  shown_.Take(
+      {fmt::format("SELECT * FROM CREDENTIALBANK WHERE UnitKey={} AND RID={}", unitKey_, rid),
+       fmt::format("SELECT * FROM TENANTS WHERE UnitKey={0} AND (CREDENTIALID1={1} OR "
+                   "CREDENTIALID2={1}) ORDER BY RID",
+                   unitKey_, rid)});
 }
 
 ShownCredential CredentialDesk::Shown() const {
@@ -145,24 +164,44 @@ ShownCredential CredentialDesk::Shown() const {
 
 void CredentialDesk::RefreshCredentials(std::int32_t rid) {
   constexpr std::int32_t kWholeList = -1;
-  controller_.pbRetrieveCredentials(session_.connection(), unitKey_, kWholeList, rid);
+  controller_->pbRetrieveCredentials(session_.connection(), unitKey_, kWholeList, rid);
+}
+
+Outcome CredentialDesk::Work(std::string what, const std::function<Outcome()>& run) {
+  if (session_.sql().work().open()) {
+    return run();
+  }
+  const ScreenSnapshot before = screen_->Snapshot();
+  return RunAsWork(session_, shown_, {std::move(what), run, [this, &before] {
+                                        screen_->Restore(before);
+                                        StartController();
+                                      }});
 }
 
 IssuedCredentials CredentialDesk::SaveNew(const Progress& progress) {
+  IssuedCredentials issued;
+  const std::string what =
+      fmt::format("issue {} {} to {}", screen_->List("cboCredentialType").SelectedText(),
+                  screen_->Box("txtPINStart").text(), screen_->Box("txtPINEnd").text());
+  static_cast<Outcome&>(issued) =
+      Work(what, [this, &issued, &progress] { return SaveOnce(issued, progress); });
+  return issued;
+}
+
+Outcome CredentialDesk::SaveOnce(IssuedCredentials& issued, const Progress& progress) {
   const auto entered = ReadEntered(*screen_);
   WatchedSave watched(progress, entered ? entered->Count() : 0);
   OperationRecord saving(session_, progress ? InsertHandler([&watched](std::string_view table) {
                            watched.OnInsert(table);
                          })
                                             : nullptr);
-  IssuedCredentials issued;
   const bool saved =
-      controller_.pbSave(session_.connection(), unitKey_, kind_ == DeskScreen::kTenantCreating,
-                         false, &issued.lastRid);
-  static_cast<Outcome&>(issued) = saving.End(saved);
+      controller_->pbSave(session_.connection(), unitKey_, kind_ == DeskScreen::kTenantCreating,
+                          false, &issued.lastRid);
+  Outcome outcome = saving.End(saved);
   if (watched.cancelled()) {
-    issued.ending = Ending::kCancelled;
-    issued.failures.clear();  // what stopped the save
+    outcome.ending = Ending::kCancelled;
+    outcome.failures.clear();  // what stopped the save
   }
   if (saved) {
     // The save left both boxes filled, with numbers that it accepted.
@@ -172,12 +211,19 @@ IssuedCredentials CredentialDesk::SaveNew(const Progress& progress) {
     issued.type = screen_->List("cboCredentialType").SelectedText();
     issued.newTenantIds = qorcred::TextOrEmpty(screen_->Variable("gstrNewTenantIDs"));
   }
-  return issued;
+  return outcome;
 }
 
 Outcome CredentialDesk::SaveSelected() {
-  OperationRecord saving(session_);
-  return saving.End(controller_.pbSave(session_.connection(), unitKey_, false, true));
+  const ShownCredential credential = Shown();
+  Outcome outcome = Work("edit credential " + credential.entry, [this] {
+    OperationRecord saving(session_);
+    return saving.End(controller_->pbSave(session_.connection(), unitKey_, false, true));
+  });
+  if (outcome.done()) {
+    ShowRow(credential.rid);
+  }
+  return outcome;
 }
 
 ChangedCredential CredentialDesk::SaveEdited() {
@@ -198,16 +244,25 @@ Outcome CredentialDesk::AssignIssued(const IssuedCredentials& issued, std::int32
 }
 
 Outcome CredentialDesk::Delete(std::int32_t rid) {
-  OperationRecord deleting(session_);
-  return deleting.End(controller_.pbDelete(session_.connection(), unitKey_, rid));
+  return Work("delete credential " + Shown().entry, [this, rid] {
+    OperationRecord deleting(session_);
+    return deleting.End(controller_->pbDelete(session_.connection(), unitKey_, rid));
+  });
 }
 
 ChangedCredential CredentialDesk::Renumber(std::int32_t number) {
-  OperationRecord renumbering(session_);
-  Outcome outcome =
-      renumbering.End(controller_.pbUpdatePinNo(session_.connection(), number, unitKey_));
-  if (outcome.ending == Ending::kRefused && outcome.messages.empty()) {
-    outcome.ending = Ending::kStale;
+  const ShownCredential credential = Shown();
+  Outcome outcome = Work("renumber credential " + credential.entry, [this, number] {
+    OperationRecord renumbering(session_);
+    Outcome renumbered =
+        renumbering.End(controller_->pbUpdatePinNo(session_.connection(), number, unitKey_));
+    if (renumbered.ending == Ending::kRefused && renumbered.messages.empty()) {
+      renumbered.ending = Ending::kStale;
+    }
+    return renumbered;
+  });
+  if (outcome.done()) {
+    ShowRow(credential.rid);
   }
   return {std::move(outcome), Shown()};
 }

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "credentials/cls_credential.h"
+#include "host/desks/desk_work.h"
 #include "host/desks/outcome.h"
 #include "host/desks/progress.h"
 #include "host/desks/session.h"
@@ -71,30 +73,35 @@ class CredentialDesk {
   /// Fills the list of credentials again and selects the row `rid`, when there is one.
   void RefreshCredentials(std::int32_t rid = 0);
 
-  // The operations, on this screen and unit.
+  // The operations, on this screen and unit, each a unit of work. A change is stale when someone
+  // else has changed or deleted the credential meanwhile, or changed who holds it.
 
   /// Saves new credentials, `progress` being told of every row.
   IssuedCredentials SaveNew(const Progress& progress = nullptr);
-  /// Saves what was chosen for the credential that is selected. A refused one is loaded again,
-  /// because it may have left its tenant on the way: the facts tell what is stored.
+  /// Saves what was chosen for the credential that is selected. A refused one is loaded again: the
+  /// facts tell what is stored.
   ChangedCredential SaveEdited();
   /// Assigns the credential that SaveNew() has just stored to the tenant at the place `tenant` of
   /// the list. Takes it into the list of credentials, which is not filled again: for long imports.
   Outcome AssignIssued(const IssuedCredentials& issued, std::int32_t tenant);
   Outcome Delete(std::int32_t rid);
-  /// Stale when someone else has changed or deleted the credential meanwhile.
   ChangedCredential Renumber(std::int32_t number);
 
  private:
   void Open();
+  void StartController();
   void FillDoors();
+  void ShowRow(std::int32_t rid);
+  [[nodiscard]] Outcome Work(std::string what, const std::function<Outcome()>& run);
+  [[nodiscard]] Outcome SaveOnce(IssuedCredentials& issued, const Progress& progress);
   [[nodiscard]] Outcome SaveSelected();
 
   DeskSession& session_;
   std::int32_t unitKey_;
   DeskScreen kind_;
   std::shared_ptr<ScreenModel> screen_;
-  qorcred::clsCredential controller_;
+  std::optional<qorcred::clsCredential> controller_;
+  ShownState shown_;
   Subscription typeSelected_;
   Subscription credentialSelected_;
 };

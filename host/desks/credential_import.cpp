@@ -197,11 +197,11 @@ std::span<const ImportColumn> CredentialImportColumns() {
 
 ImportReport ImportCredentials(DeskSession& session, std::int32_t unitKey, ImportFile& file,
                                const ImportRules& rules, const Progress& progress) {
+  ImportRun run(session, unitKey, rules, kWords);
   CredentialImport entering(session, unitKey);
-  ImportRun run(session, rules, kWords);
   return run.Run(
-      unitKey, file,
-      [&entering](const ImportLine& line, ImportNotes&) { return entering.Enter(line); }, progress);
+      file, [&entering](const ImportLine& line, ImportNotes&) { return entering.Enter(line); },
+      progress);
 }
 
 }  // namespace qorhost

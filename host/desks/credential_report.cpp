@@ -51,10 +51,12 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
                                    const std::vector<std::string>& conditions)
     : session_(session),
       unitKey_(unitKey),
+      shown_(session, unitKey),
       filter_(session, conditions.size()),
       controller_(session.host()) {
   controller_.set_gfrmTxFilter(filter_.visible());
   controller_.set_mlngUnitKey(unitKey);
+  shown_.Take();
   controller_.pbPopulateArrOperators();
   for (std::size_t row = 0; row < filter_.rowCount(); ++row) {
     for (const ReportField& field : Fields()) {
@@ -68,6 +70,7 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
 }
 
 Outcome CredentialReport::Run() {
+  shown_.Take();
   OperationRecord running(session_);
   return running.End(controller_.pbGenSql(session_.connection(), unitKey_, rows_, statement_));
 }
@@ -97,9 +100,14 @@ DeletedCredentials CredentialReport::Delete(const GivenRids& rids) {
   controller_.set_gstrRIDsForDeletion(rids.text());
   DeletedCredentials deleted;
   deleted.given = rids.count();
-  OperationRecord deleting(session_);
-  const bool done = controller_.pbDelete(session_.connection(), unitKey_, deleted.rows);
-  static_cast<Outcome&>(deleted) = deleting.End(done);
+  const auto run = [&] {
+    OperationRecord deleting(session_);
+    deleted.rows = 0;
+    return deleting.End(controller_.pbDelete(session_.connection(), unitKey_, deleted.rows));
+  };
+  // The report keeps nothing between two runs: its controller may run again.
+  static_cast<Outcome&>(deleted) =
+      RunAsWork(session_, shown_, {"delete credentials of the report", run, [] {}});
   return deleted;
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "frame/result_table.h"
+#include "host/desks/desk_work.h"
 #include "host/desks/outcome.h"
 #include "host/desks/report_filter.h"
 #include "host/desks/session.h"
@@ -60,6 +61,7 @@ class CredentialReport {
 
   DeskSession& session_;
   std::int32_t unitKey_;
+  ShownState shown_;
   ReportFilter filter_;
   qorcred::clsCredentialReport controller_;
   qorcred::ObjectRef rows_ = std::make_shared<qorcred::ResultTable>();

@@ -75,13 +75,18 @@ DirCodeDesk::DirCodeDesk(DeskSession& session, std::int32_t unitKey)
     : session_(session),
       unitKey_(unitKey),
       screen_(MakeDirectoryCodeScreen(session.Today())),
-      controller_(session.host()) {
-  controller_.set_mobjDirCodeScreen(session.Visible(screen_));
+      shown_(session, unitKey) {
+  StartController();
   Open();
 }
 
+void DirCodeDesk::StartController() {
+  controller_.emplace(session_.host());
+  controller_->set_mobjDirCodeScreen(session_.Visible(screen_));
+}
+
 DirCodeDesk::~DirCodeDesk() {
-  controller_.set_mobjDirCodeScreen(nullptr);
+  controller_->set_mobjDirCodeScreen(nullptr);
 }
 
 void DirCodeDesk::Open() {
@@ -89,12 +94,13 @@ void DirCodeDesk::Open() {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
     // The first entry, "<Add New>", stands for no row.
     if (index > 0 && !byController) {
-      controller_.pbRetrieveDirCodes(session_.connection(), unitKey_, codes().ItemData(index));
+      controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, codes().ItemData(index));
     }
   });
+  shown_.Take();
   const OperationRecord opening(session_);
-  controller_.pbRetrieveSchedules(session_.connection(), unitKey_);
-  controller_.pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
+  controller_->pbRetrieveSchedules(session_.connection(), unitKey_);
+  controller_->pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
   RefreshCodes();
   opening.RequireNoFailure("open the directory-code screen");
 }
@@ -107,10 +113,19 @@ ShownDirCode DirCodeDesk::Select(std::string_view choice) {
                      fmt::format("unit {} has no directory code in row {}", unitKey_, rid),
                      InputFault::Kind::kSeeList);
   }
+  ShowRow(rid);
   const OperationRecord loading(session_);
   codes().Select(index);
   loading.RequireNoFailure("load the directory code");
   return Shown();
+}
+
+/// What a change of the row may not overwrite: the row and its holders.
+void DirCodeDesk::ShowRow(std::int32_t rid) {
+  shown_.Take(
+      {fmt::format("SELECT * FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_, rid),
+       fmt::format("SELECT * FROM TENANTS WHERE UNITKEY={} AND DIRECTORYCODE={} ORDER BY RID",
+                   unitKey_, rid)});
 }
 
 ShownDirCode DirCodeDesk::Shown() {
@@ -124,7 +139,7 @@ qorcred::Value DirCodeDesk::StoredCode() {
 
 void DirCodeDesk::RefreshCodes(std::int32_t rid) {
   constexpr std::int32_t kWholeList = -1;
-  controller_.pbRetrieveDirCodes(session_.connection(), unitKey_, kWholeList, rid);
+  controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, kWholeList, rid);
 }
 
 void DirCodeDesk::TypeCode(const std::string& code) {
@@ -140,20 +155,36 @@ void DirCodeDesk::TypeCode(const std::string& code) {
   box.SetText(TypedText(field::kCode, code));
 }
 
+Outcome DirCodeDesk::Work(std::string what, const std::function<Outcome()>& run) {
+  if (session_.sql().work().open()) {
+    return run();
+  }
+  const ScreenSnapshot before = screen_->Snapshot();
+  return RunAsWork(session_, shown_, {std::move(what), run, [this, &before] {
+                                        screen_->Restore(before);
+                                        StartController();
+                                      }});
+}
+
 SavedDirCode DirCodeDesk::SaveNew() {
   SavedDirCode saved;
+  static_cast<Outcome&>(saved) = Work("add directory code " + codeBox().text(),
+                                      [this, &saved] { return SaveOnce(saved.rid); });
+  return saved;
+}
+
+Outcome DirCodeDesk::SaveOnce(std::int32_t& rid) {
   screen_->SetVariable("gstrTag", "");
   OperationRecord saving(session_);
-  const bool done = controller_.pbSave(session_.connection(), unitKey_, false, &saved.rid);
+  rid = 0;
+  const bool done = controller_->pbSave(session_.connection(), unitKey_, false, &rid);
   // The save looks a text up before it checks that it is a number: that lookup may fail.
   if (!IsDigits(codeBox().text())) {
-    saving.ForgiveFirstFailure(saved.rid > 0);
+    saving.ForgiveFirstFailure(rid > 0);
   }
-  static_cast<Outcome&>(saved) = saving.End(done);
-  if (done && saved.rid < 1) {
-    // A step was queued for a row that is not there.
-    session_.sql().steps().Withdraw(unitKey_, step::kProgramDirectoryCode, saved.rid);
-    saved.ending = Ending::kFailed;
+  Outcome saved = saving.End(done);
+  if (done && rid < 1) {
+    saved.ending = Ending::kFailed;  // a step was queued for a row that is not there
   }
   return saved;
 }
@@ -171,35 +202,45 @@ AddedDirCode DirCodeDesk::AddCode() {
   return added;
 }
 
-template <typename Operation>
-Outcome DirCodeDesk::Change(Operation&& operation) {
-  OperationRecord changing(session_);
-  const std::int64_t before = session_.sql().changesSoFar();
-  Outcome outcome = changing.End(operation());
-  // A save answers True also when someone else has changed the code meanwhile.
-  if (outcome.done() && session_.sql().changesSoFar() == before) {
-    outcome.ending = Ending::kStale;
+Outcome DirCodeDesk::Change(std::string_view what, const std::function<bool()>& change) {
+  const ShownDirCode code = Shown();
+  Outcome outcome = Work(fmt::format("{} directory code {}", what, code.entry), [&] {
+    OperationRecord changing(session_);
+    const std::int64_t before = session_.sql().changesSoFar();
+    Outcome changed = changing.End(change());
+    // A save answers True also when someone else has changed the code meanwhile.
+    if (changed.done() && session_.sql().changesSoFar() == before) {
+      changed.ending = Ending::kStale;
+    }
+    return changed;
+  });
+  if (outcome.done() && !session_.sql().work().open()) {
+    ShowRow(code.rid);
   }
   return outcome;
 }
 
 Outcome DirCodeDesk::SaveEdited() {
-  screen_->SetVariable("gstrTag", "EDIT");
-  return Change([&] {
-    return controller_.pbSave(session_.connection(), unitKey_, true, nullptr, codes().selected());
+  return Change("edit", [this] {
+    screen_->SetVariable("gstrTag", "EDIT");
+    return controller_->pbSave(session_.connection(), unitKey_, true, nullptr, codes().selected());
   });
 }
 
 Outcome DirCodeDesk::Renumber(const std::string& code) {
-  return Change([&] { return controller_.pbUpdateDirCode(session_.connection(), unitKey_, code); });
+  return Change("renumber", [this, &code] {
+    return controller_->pbUpdateDirCode(session_.connection(), unitKey_, code);
+  });
 }
 
 Outcome DirCodeDesk::Delete(std::int32_t rid) {
   constexpr bool kWithoutMessage = true;
   constexpr bool kAsk = true;  // only with the question do the tenants lose the code, too
-  OperationRecord deleting(session_);
-  return deleting.End(
-      controller_.pbDelete(session_.connection(), unitKey_, rid, kWithoutMessage, kAsk));
+  return Work("delete directory code " + Shown().entry, [this, rid] {
+    OperationRecord deleting(session_);
+    return deleting.End(
+        controller_->pbDelete(session_.connection(), unitKey_, rid, kWithoutMessage, kAsk));
+  });
 }
 
 }  // namespace qorhost

@@ -2,11 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "dircodes/cls_dir_code.h"
+#include "host/desks/desk_work.h"
 #include "host/desks/outcome.h"
 #include "host/desks/session.h"
 #include "host/screens/dir_code_screen.h"
@@ -23,8 +26,7 @@ struct ShownDirCode {
 struct SavedDirCode : Outcome {
   std::int32_t rid = 0;
 
-  /// It may be although something failed on the way.
-  [[nodiscard]] bool isStored() const { return returned && rid > 0; }
+  [[nodiscard]] bool isStored() const { return done() && rid > 0; }
 };
 
 /// The same with the stored code as the screen shows it then.
@@ -60,8 +62,9 @@ class DirCodeDesk {
   /// Types a code. Raises InputFault for one that the box does not take.
   void TypeCode(const std::string& code);
 
-  // The operations, on this screen and unit. A change is stale when someone else has changed or
-  // deleted the code meanwhile.
+  // The operations, on this screen and unit, each a unit of work. A change is stale when someone
+  // else has changed or deleted the code meanwhile; after one that was done the code is loaded
+  // again.
 
   /// Leaves the list of codes as it is: many saves, one after the other, need no more.
   SavedDirCode SaveNew();
@@ -73,14 +76,18 @@ class DirCodeDesk {
 
  private:
   void Open();
+  void StartController();
+  void ShowRow(std::int32_t rid);
   [[nodiscard]] TextModel& codeBox() { return screen_->Box("txtdirectorycode"); }
-  template <typename Operation>
-  Outcome Change(Operation&& operation);
+  [[nodiscard]] Outcome Work(std::string what, const std::function<Outcome()>& run);
+  [[nodiscard]] Outcome Change(std::string_view what, const std::function<bool()>& change);
+  [[nodiscard]] Outcome SaveOnce(std::int32_t& rid);
 
   DeskSession& session_;
   std::int32_t unitKey_;
   std::shared_ptr<ScreenModel> screen_;
-  qorcred::clsDirCode controller_;
+  std::optional<qorcred::clsDirCode> controller_;
+  ShownState shown_;
   Subscription codeSelected_;
 };
 

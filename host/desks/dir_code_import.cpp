@@ -239,10 +239,10 @@ std::span<const ImportColumn> DirCodeImportColumns() {
 
 ImportReport ImportDirCodes(DeskSession& session, std::int32_t unitKey, ImportFile& file,
                             const ImportRules& rules, const Progress& progress) {
+  ImportRun run(session, unitKey, rules, kWords);
   DirCodeImport entering(session, unitKey);
-  ImportRun run(session, rules, kWords);
   return run.Run(
-      unitKey, file,
+      file,
       [&entering](const ImportLine& line, ImportNotes& notes) {
         return entering.Enter(line, notes);
       },

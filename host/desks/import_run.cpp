@@ -24,31 +24,32 @@ std::string Shortened(std::string text) {
 
 }  // namespace
 
-ImportRun::ImportRun(DeskSession& session, const ImportRules& rules,
+ImportRun::ImportRun(DeskSession& session, std::int32_t unitKey, const ImportRules& rules,
                      std::span<const FieldWord> columns)
-    : session_(session), rules_(rules), columns_(columns), unseen_(session, rules.answerYes) {}
+    : session_(session),
+      rules_(rules),
+      columns_(columns),
+      unseen_(session, rules.answerYes),
+      counts_(session.sql().units().KeepCounts()),
+      all_(session.sql().work(), {{unitKey}, rules.what, {}}) {
+  session_.sql().work().Lock();
+  counts_->Follow(unitKey);
+}
 
-ImportReport ImportRun::Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
-                            const Progress& progress) {
+ImportReport ImportRun::Run(ImportFile& file, const LineEntry& enter, const Progress& progress) {
   report_.dryRun = rules_.dryRun;
-  SqlSession& sql = session_.sql();
-  // Every save asks how many codes the unit has.
-  const std::unique_ptr<KeptCounts> counts = sql.units().KeepCounts();
-  WorkGuard all(sql.work(), {{unitKey}, rules_.what, {}});
-  sql.work().Lock();
-  counts->Follow(unitKey);
   try {
     EnterAll(file, enter, progress);
   } catch (const CancelledError&) {
-    all.Undo();
+    all_.Undo();
     ImportReport cancelled;
     cancelled.ending = Ending::kCancelled;
     return cancelled;
   }
   if (rules_.dryRun) {
-    all.Undo();
+    all_.Undo();
   } else {
-    all.Commit();
+    all_.Commit();
   }
   report_.ending = failed_                ? Ending::kFailed
                    : report_.refused == 0 ? Ending::kDone

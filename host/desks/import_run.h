@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -61,11 +62,14 @@ using LineEntry = std::function<Outcome(const ImportLine& line, ImportNotes& not
 /// when the store gives up.
 class ImportRun {
  public:
-  /// `columns` are what the file calls the screen's inputs.
-  ImportRun(DeskSession& session, const ImportRules& rules, std::span<const FieldWord> columns);
+  /// Nobody else writes from now on until the end; what the screen shows is to be read behind it.
+  /// `columns` are what the file calls the screen's inputs. Raises StoreError when others write for
+  /// too long.
+  ImportRun(DeskSession& session, std::int32_t unitKey, const ImportRules& rules,
+            std::span<const FieldWord> columns);
 
-  /// Into the unit `unitKey`, whose screen `enter` works on.
-  [[nodiscard]] ImportReport Run(std::int32_t unitKey, ImportFile& file, const LineEntry& enter,
+  /// `enter` works on the unit's screen.
+  [[nodiscard]] ImportReport Run(ImportFile& file, const LineEntry& enter,
                                  const Progress& progress);
 
  private:
@@ -79,7 +83,9 @@ class ImportRun {
   DeskSession& session_;
   const ImportRules& rules_;
   std::span<const FieldWord> columns_;
-  UnseenMessages unseen_;              // questions are answered by the rules
+  UnseenMessages unseen_;               // questions are answered by the rules
+  std::unique_ptr<KeptCounts> counts_;  // every save asks how many codes the unit has
+  WorkGuard all_;
   std::vector<std::string> messages_;  // about the line
   std::vector<std::string> failures_;  // of the line
   ImportReport report_;

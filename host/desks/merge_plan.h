@@ -39,6 +39,8 @@ struct MergePlan {
   std::size_t kept = 0;  ///< stored codes that would be deleted if deletions were allowed
 
   [[nodiscard]] std::size_t Count(MergeAction action) const;
+  /// Whether it deletes more than half of the codes, of which there are `stored`.
+  [[nodiscard]] bool DeletesMostOf(std::size_t stored) const;
 };
 
 struct MergeRules {

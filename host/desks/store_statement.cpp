@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "frame/text.h"
 #include "host/desks/desk_error.h"
 #include "host/store/engines/opening.h"
 
@@ -45,7 +46,11 @@ Table StoreStatement::Read(DeskSession& session) const {
 }
 
 ChangedRows StoreStatement::Change(DeskSession& session) const {
+  constexpr std::size_t kMostOfText = 200;  // what the audit keeps of it
+  UnitOfWork& work = session.sql().work();
+  WorkGuard guard(work, {{}, "sql: " + std::string(qorcred::LeftUtf16(text_, kMostOfText)), {}});
   const ChangeResult change = Refusing([&] { return session.sql().Change(text_, std::nullopt); });
+  guard.Commit();
   return {change.rows, change.newRow};
 }
 

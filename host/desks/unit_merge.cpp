@@ -41,6 +41,9 @@ MergeRules RulesFor(const UnitReading& reading, BadLines badLines) {
           .withDeletions = reading.faults.empty()};
 }
 
+/// More than half of the codes would be deleted, and nobody has agreed to that.
+struct WholesaleDeletion {};
+
 bool IsChangeOfRow(const ProgramStep& step) {
   return step.kind == step::kProgramDirectoryCode || step.kind == step::kChangeDirectoryCode;
 }
@@ -154,16 +157,23 @@ void UnitMerge::ReadTenants() {
   }
 }
 
-MergeReport UnitMerge::Apply(const Progress& progress) {
+MergeReport UnitMerge::Apply(const Progress& progress, bool wholesaleAgreed) {
   MergeReport report;
   try {
-    report.aftermath = DoAll(progress);
+    UnitOfWork& work = session_.sql().work();
+    WorkGuard guard(work, {{unitKey_}, "merge with the unit's directory codes", {}});
+    work.Lock();
+    report.aftermath = DoAll(progress, wholesaleAgreed);
+    guard.Commit();
     report.returned = true;
     report.inserted = plan_.Count(MergeAction::kInsert);
     report.updated = plan_.Count(MergeAction::kUpdate);
     report.deleted = plan_.Count(MergeAction::kDelete);
     report.unchanged = plan_.unchanged;
     report.kept = plan_.kept;
+  } catch (const WholesaleDeletion&) {
+    report.ending = Ending::kRefused;
+    report.wholesale = {plan_.Count(MergeAction::kDelete), stored_.size()};
   } catch (const CancelledError&) {
     report.ending = Ending::kCancelled;
   } catch (const std::exception& failure) {
@@ -175,7 +185,7 @@ MergeReport UnitMerge::Apply(const Progress& progress) {
   return report;
 }
 
-MergeAftermath UnitMerge::DoAll(const Progress& progress) {
+MergeAftermath UnitMerge::DoAll(const Progress& progress, bool wholesaleAgreed) {
   // The library finds the tenants of a deleted code by the number of rows that went, which is 1:
   // it would take the row 1 from its tenants at every deletion. They are out of its sight
   // meanwhile.
@@ -185,6 +195,9 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress) {
   ConnectionTransaction transaction(session_.connection());
   Undoable whole(transaction);
   Compare();
+  if (plan_.DeletesMostOf(stored_.size()) && !wholesaleAgreed) {
+    throw WholesaleDeletion();
+  }
   std::int64_t doneSteps = 0;
   const auto tell = [&] {
     if (progress && !progress(doneSteps, static_cast<std::int64_t>(plan_.steps.size()))) {

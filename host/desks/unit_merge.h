@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -31,6 +32,12 @@ struct MergeReport : Outcome {
   std::size_t deleted = 0;
   std::size_t unchanged = 0;
   std::size_t kept = 0;  ///< stored codes that were not deleted, as the plan says
+  /// Refused because so many codes of the unit would be deleted: somebody is to be asked first.
+  struct Wholesale {
+    std::size_t deletions = 0;
+    std::size_t stored = 0;
+  };
+  std::optional<Wholesale> wholesale;
   MergeAftermath aftermath;
 };
 
@@ -62,8 +69,9 @@ class UnitMerge {
 
   /// Plans and does all of it in one transaction, or nothing: when a step fails, when the store
   /// does not hold afterwards what the unit holds, and when `progress` says so. It is called before
-  /// the first step, when the plan is made, and behind each.
-  MergeReport Apply(const Progress& progress);
+  /// the first step, when the plan is made, and behind each. Refuses to delete more than half of
+  /// the unit's codes unless that was agreed to.
+  MergeReport Apply(const Progress& progress, bool wholesaleAgreed = false);
 
  private:
   void Compare();
@@ -73,7 +81,7 @@ class UnitMerge {
   void ReadTenants();
   [[nodiscard]] StoredCode* FindStored(std::int32_t rid);
 
-  MergeAftermath DoAll(const Progress& progress);
+  MergeAftermath DoAll(const Progress& progress, bool wholesaleAgreed);
   void Do(const MergeStep& step);
   std::size_t ReleaseTenants();
   void MoveTenants(std::int32_t from, std::int32_t to);
