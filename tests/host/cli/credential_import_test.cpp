@@ -62,8 +62,8 @@ TEST_F(CredentialImport, JsonHasTheCountsAndEveryRefusedLine) {
 }
 
 TEST_F(CredentialImport, TheSampleIsImportedWhole) {
-  const Outcome outcome =
-      Run({"--unit", "2", "credentials", "import", QORHOST_SAMPLES "/credentials.csv"});
+  const std::string sample = QORHOST_SAMPLES "/credentials.csv";
+  const Outcome outcome = Run({"--unit", "2", "credentials", "import", sample});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.err, IsEmpty());
   EXPECT_EQ(outcome.out, "Imported 6 credentials, 0 lines refused.\n");
