@@ -1,47 +1,34 @@
-// The credential screen worked at a desk: entries, outcomes and their facts, faults by field.
+// The credential screen worked at a desk: outcomes and their facts, and what they leave in the
+// store.
 #include "host/desks/credential_desk.h"
 
 #include <gmock/gmock.h>
 
-#include "host/desks/credential_entry.h"
-#include "tests/host/desks/desk_fixture.h"
+#include "frame/date.h"
+#include "host/desks/credential_list.h"
+#include "host/desks/store_overview.h"
+#include "tests/host/desks/credential_fixture.h"
 
 namespace qorhost::test {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 
-NewCredentials Cards(std::string first, std::optional<std::string> last = std::nullopt) {
-  NewCredentials entry;
-  entry.type = "card26";
-  entry.first = std::move(first);
-  entry.last = std::move(last);
-  entry.facility = "7";
-  return entry;
+class CredentialDesks : public CredentialFixture {};
+
+TEST_F(CredentialDesks, TheListHasARowForEveryCredential) {
+  CredentialDesk desk(session(), 1, DeskScreen::kCredentials);
+  const Table table = CredentialTable(session(), desk);
+  EXPECT_EQ(table.rows.size(), 488U);
+  ASSERT_EQ(table.columns[1].key, "type");
+  EXPECT_EQ(table.rows[0][1], qorcred::Value("Corvin 30-Bit Card"));
+  ASSERT_EQ(table.columns[2].key, "number");
+  EXPECT_EQ(table.rows[0][2].type(), qorcred::ValueType::kLong);
 }
-
-class CredentialDesks : public DeskFixture {
- protected:
-  [[nodiscard]] IssuedCredentials Issue(const NewCredentials& entry,
-                                        const Progress& progress = nullptr) {
-    CredentialDesk desk(session(), kUnit,
-                        entry.withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
-    EnterCredentials(desk, entry);
-    return desk.SaveNew(progress);
-  }
-  [[nodiscard]] std::size_t StoredBetween(const std::string& first, const std::string& last) {
-    return CountOf("SELECT RID FROM CREDENTIALBANK WHERE UnitKey=2 AND PINNo Between " + first +
-                   " AND " + last);
-  }
-  /// The field at fault when the entry is typed in.
-  [[nodiscard]] std::string FieldOf(const NewCredentials& entry, std::int32_t unit = kUnit) {
-    CredentialDesk desk(session(), unit,
-                        entry.withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
-    return FieldAtFault([&] { EnterCredentials(desk, entry); });
-  }
-};
 
 TEST_F(CredentialDesks, ASavedRangeTellsItsNumbersAndItsLastRow) {
   const IssuedCredentials issued = Issue(Cards("9001", "9003"));
@@ -65,6 +52,75 @@ TEST_F(CredentialDesks, NewTenantsAreToldByTheirIds) {
   ASSERT_TRUE(ids.ends_with(','));
   ids.pop_back();
   EXPECT_EQ(CountOf("SELECT TenantID FROM Tenants WHERE TenantID IN (" + ids + ")"), 2U);
+}
+
+TEST_F(CredentialDesks, NewTenantsGetTheirSchedulesAndPeriodAndAreTaughtToTheUnit) {
+  NewCredentials entry = Cards("9001");
+  entry.withTenants = true;
+  entry.schedules = "1,1,0,0";
+  entry.from = "2026-02-01";
+  entry.to = "2026-12-31";
+  EXPECT_TRUE(Issue(entry).done());
+  const std::string tenant = " FROM Tenants WHERE LastName='No Name19001'";
+  EXPECT_EQ(CountOf("SELECT TenantID" + tenant), 1U);
+  EXPECT_EQ(Cell("SELECT DOORSCHEDULE1" + tenant), "1");
+  EXPECT_EQ(Cell("SELECT DOORSCHEDULE4" + tenant), "0");
+  EXPECT_EQ(Cell("SELECT ACTIVETENANT" + tenant), "True");
+  EXPECT_EQ(session().sql().Scalar("SELECT ACTIVEENDTIME" + tenant),
+            qorcred::Value(qorcred::FromCivil({2026, 12, 31, 23, 59, 59})));
+  EXPECT_EQ(StepTable(session(), kUnit).rows.size(), 1U);
+}
+
+TEST_F(CredentialDesks, ATransmittersCodesAreStored) {
+  NewCredentials entry = Cards("777");
+  entry.type = "transmitter";
+  entry.idCode = "26";
+  entry.sequence = "2";
+  entry.button = "4";
+  EXPECT_TRUE(Issue(entry).done());
+  EXPECT_EQ(
+      CountOf("SELECT RID FROM CREDENTIALBANK WHERE UnitKey=2 AND PINNo=777 AND IDCode=26 AND "
+              "SequenceNumber=2 AND ButtonNumber=4 AND CredentialType=2 AND FacilityCode=7"),
+      1U);
+}
+
+TEST_F(CredentialDesks, TheNumbersToldAreThoseThatWereAccepted) {
+  const IssuedCredentials issued = Issue(Cards(" 9.1e3 "));
+  EXPECT_TRUE(issued.done());
+  EXPECT_EQ(issued.first, 9100);
+  EXPECT_EQ(issued.last, 9100);
+}
+
+TEST_F(CredentialDesks, TheControllerKeepsTheBounds) {
+  for (const std::string& first :
+       {std::string("0"), std::string("-1"), std::string("65536"), std::string("abc"),
+        std::string("99999999999999999999"), std::string(5000, '9')}) {
+    const IssuedCredentials issued = Issue(Cards(first));
+    EXPECT_EQ(issued.ending, Ending::kRefused) << first;
+    ASSERT_EQ(issued.messages.size(), 1U) << first;
+    EXPECT_EQ(issued.messages[0].style, qorcred::MessageStyle::kNotice) << first;
+    EXPECT_THAT(issued.messages[0].text, StartsWith("Please enter a ")) << first;
+  }
+  NewCredentials entry = Cards("20");
+  entry.type = "card30";
+  entry.facility = "64";
+  const IssuedCredentials issued = Issue(entry);
+  EXPECT_EQ(issued.ending, Ending::kRefused);
+  EXPECT_THAT(shown_, Contains("Please enter a Facility Code between 0 and 63."));
+  EXPECT_EQ(StoredBetween("20", "20"), 0U);
+}
+
+TEST_F(CredentialDesks, AnEntryNeverBecomesAStatement) {
+  for (const char* hostile : {"1); DELETE FROM Tenants; --", "' OR '1'='1", "1/*", "Null"}) {
+    NewCredentials entry = Cards("5");
+    entry.facility = hostile;
+    EXPECT_EQ(Issue(entry).ending, Ending::kRefused) << hostile;
+    entry = Cards(hostile);
+    entry.facility = std::nullopt;
+    EXPECT_EQ(Issue(entry).ending, Ending::kRefused) << hostile;
+  }
+  EXPECT_EQ(CountOf("SELECT UnitKey FROM Units"), 3U);
+  EXPECT_GT(CountOf("SELECT RID FROM Tenants"), 150U);
 }
 
 TEST_F(CredentialDesks, ARefusalCarriesTheControllersMessageAndStoresNothing) {
@@ -112,36 +168,6 @@ TEST_F(CredentialDesks, ACancelledSaveKeepsNothingOfIt) {
   EXPECT_TRUE(Issue(entry).done()) << "the next save is not held up";
 }
 
-TEST_F(CredentialDesks, WhatCannotBeEnteredNamesItsField) {
-  namespace field = credential_field;
-  NewCredentials entry = Cards("9001");
-  entry.type = "key";
-  EXPECT_EQ(FieldOf(entry), field::kType);
-  EXPECT_EQ(FieldOf(Cards("1\n2")), field::kFirst);
-  EXPECT_EQ(FieldOf(Cards("1", "\xFF")), field::kLast);
-  EXPECT_EQ(FieldOf(Cards("1"), 3), field::kFacility) << "unit 3 ignores facility codes";
-  entry = Cards("9001");
-  entry.idCode = "1";
-  EXPECT_EQ(FieldOf(entry), field::kIdCode) << "of a card";
-  entry = Cards("9001");
-  entry.button = "4";
-  EXPECT_EQ(FieldOf(entry), field::kButton) << "of a card";
-  entry.type = "transmitter";
-  entry.button = "3";
-  EXPECT_EQ(FieldOf(entry), field::kButton);
-  entry = Cards("9001");
-  entry.to = "2027-12-31";
-  EXPECT_EQ(FieldOf(entry), field::kEnd) << "without new tenants";
-  entry.withTenants = true;
-  EXPECT_EQ(FieldOf(entry), "");
-  entry.from = "soon";
-  EXPECT_EQ(FieldOf(entry), field::kStart);
-  entry.schedules = "Full Access,Nope";
-  EXPECT_EQ(FieldOf(entry), field::kSchedules);
-  entry.schedules = "1,1,1,1,1";
-  EXPECT_EQ(FieldOf(entry), field::kSchedules) << "five for four doors";
-}
-
 TEST_F(CredentialDesks, ACredentialIsFoundByItsRowAndByItsEntry) {
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   const ShownCredential byEntry = desk.Select("Transmitter-301");
@@ -167,9 +193,16 @@ TEST_F(CredentialDesks, AChangeTellsTheDoorAndTheHolder) {
   EXPECT_EQ(changed.credential.entry, "Standard 26-Bit Card-9001");
   EXPECT_EQ(changed.credential.door,
             Cell("SELECT DOORNAME FROM DOORS WHERE UNITKEY=2 AND DOORID=2"));
+  EXPECT_EQ(Cell("SELECT DOORCODE FROM CREDENTIALBANK WHERE UnitKey=2 AND PINNo=9001"), "2");
   EXPECT_EQ(changed.credential.tenant, "O'Brien Paula H");
   EXPECT_EQ(Cell("SELECT CREDENTIALID2 FROM Tenants WHERE TenantID=62"),
             std::to_string(changed.credential.rid));
+
+  change = {};
+  change.release = true;
+  EnterChange(desk, change);
+  EXPECT_EQ(desk.SaveEdited().credential.tenant, "");
+  EXPECT_EQ(Cell("SELECT CREDENTIALID2 FROM Tenants WHERE TenantID=62"), "");
 }
 
 // The controller takes the credential from its tenant before it finds the unit full.
@@ -233,6 +266,10 @@ TEST_F(CredentialDesks, ARenumberedCredentialIsToldByItsNewNumber) {
   const ChangedCredential renumbered = desk.Renumber(9200);
   EXPECT_TRUE(renumbered.done());
   EXPECT_EQ(renumbered.credential.entry, "Standard 26-Bit Card-9200");
+  EXPECT_EQ(StoredBetween("9200", "9200"), 1U);
+  EXPECT_EQ(desk.Renumber(20001).ending, Ending::kRefused) << "the unit has it";
+  EXPECT_THAT(shown_, ElementsAre("Please enter a Credential Number between 1 and 65535.",
+                                  "Credential Number already exists."));
 }
 
 TEST_F(CredentialDesks, ARenumberingOfARowThatSomeoneChangedMeanwhileIsStale) {
@@ -255,6 +292,7 @@ TEST_F(CredentialDesks, ADeletionAsksWhenATenantHoldsTheCredential) {
   EXPECT_EQ(no.messages[0].answer, qorcred::MessageButton::kNo);
   yes_ = true;
   EXPECT_TRUE(desk.Delete(held).done());
+  EXPECT_EQ(CountOf("SELECT RID FROM CREDENTIALBANK WHERE RID=" + std::to_string(held)), 0U);
   EXPECT_EQ(Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62"), "");
 }
 

@@ -4,6 +4,7 @@
 #include "host/desks/credential_import.h"
 #include "host/desks/dir_code_import.h"
 #include "tests/host/desks/desk_fixture.h"
+#include "tests/host/desks/import_told.h"
 
 namespace qorhost::test {
 namespace {
@@ -23,15 +24,6 @@ class Imports : public DeskFixture {
   }
   [[nodiscard]] std::size_t CodeCount() {
     return CountOf("SELECT RID FROM DIRECTORYCODE WHERE UNITKEY=2");
-  }
-  /// "3!: text" for a refused line, "3: text" for a note.
-  static std::vector<std::string> Told(const ImportReport& report) {
-    std::vector<std::string> told;
-    for (const LineRemark& remark : report.remarks) {
-      told.push_back(std::to_string(remark.line) + (remark.refused ? "!: " : ": ") +
-                     report.TextOf(remark));
-    }
-    return told;
   }
 };
 
