@@ -215,8 +215,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "Display Name 'a\x1B[2Jb' cannot be typed into a box: it has control "
                     "characters or bytes that are not UTF-8"},
         RefusedLine{"Apostrophe", ",Display Name", "252,1,O'Neil",
-                    "the display name holds an apostrophe, which would end the text in a "
-                    "statement"},
+                    "Display Name holds an apostrophe, which would end the text in a statement"},
         RefusedLine{"MissingCell", ",Display Name", "252,1", "2 cells, but 3 headings"},
         RefusedLine{"OneCellMore", "", "252,1,", "3 cells, but 2 headings"},
         RefusedLine{"NotUtf8", "", "252,\xFC",
