@@ -4,7 +4,6 @@
 
 #include <array>
 
-#include "dircodes/unit_notation.h"
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/desks/dir_code_desk.h"
@@ -18,7 +17,6 @@ namespace qorhost {
 namespace {
 
 namespace field = dir_code_field;
-using qorcred::unit_place::Place;
 
 constexpr std::int32_t kSystemSchedules = 0;  // "No Access" and "Full Access" have ids of their own
 
@@ -111,37 +109,20 @@ void EnterPeriod(ScreenModel& screen, const DirCodeEntry& entry) {
 struct PastedBox {
   std::string_view box;
   std::string_view name;
-  Place place;
 };
-constexpr std::array kPastedBoxes{
-    PastedBox{"txtPhoneNo", field::kPhone, Place::kPhone},
-    PastedBox{"txtExtn", field::kExtension, Place::kExtension},
-    PastedBox{"txtPhoneNocf", field::kForwardPhone, Place::kCfPhone},
-    PastedBox{"txtExtnCF", field::kForwardExtension, Place::kCfExtension},
-    PastedBox{"txtDisplayName", field::kDisplayName, Place::kDisplayName}};
-
-/// A code without fault but for its texts, which are empty.
-UnitCode CodeWithoutTexts() {
-  UnitCode code;
-  code.fields.fill("0");
-  for (const Place empty :
-       {Place::kStartDate, Place::kStartTime, Place::kEndDate, Place::kEndTime}) {
-    code[empty].clear();
-  }
-  for (const PastedBox& pasted : kPastedBoxes) {
-    code[pasted.place].clear();
-  }
-  return code;
-}
+constexpr std::array kPastedBoxes{PastedBox{"txtPhoneNo", field::kPhone},
+                                  PastedBox{"txtExtn", field::kExtension},
+                                  PastedBox{"txtPhoneNocf", field::kForwardPhone},
+                                  PastedBox{"txtExtnCF", field::kForwardExtension},
+                                  PastedBox{"txtDisplayName", field::kDisplayName}};
 
 /// Some texts would break the statement or come out of it as others.
 void RequireStorable(ScreenModel& screen) {
   for (const PastedBox& pasted : kPastedBoxes) {
-    UnitCode alone = CodeWithoutTexts();
-    alone[pasted.place] = screen.Box(pasted.box).text();
-    const std::string fault = FaultIn(alone);
+    const std::string& text = screen.Box(pasted.box).text();
+    const std::string fault = FaultInText("{field}", text);
     if (!fault.empty()) {
-      throw InputFault(pasted.name, alone[pasted.place], fault);
+      throw InputFault(pasted.name, text, fault);
     }
   }
 }

@@ -104,7 +104,12 @@ MessageButton DeskSession::AnswerTo(const NewMessage& message) {
 }
 
 void DeskSession::NoteFailure(std::string_view failure) {
-  if (record_ != nullptr) {
+  if (record_ == nullptr) {
+    return;
+  }
+  // What fails behind the first failed write fails because of that.
+  const bool isConsequence = sql().work().voided() != VoidReason::kNone;
+  if (!isConsequence || record_->failures_.empty()) {
     record_->failures_.emplace_back(failure);
   }
 }

@@ -22,11 +22,11 @@ struct Field {
   const char* name;
 };
 
-constexpr Field kTexts[] = {{kPhone, "phone number"},
-                            {kExtension, "extension"},
-                            {kCfPhone, "call-forward phone number"},
-                            {kCfExtension, "call-forward extension"},
-                            {kDisplayName, "display name"}};
+constexpr Field kTexts[] = {{kPhone, "the phone number"},
+                            {kExtension, "the extension"},
+                            {kCfPhone, "the call-forward phone number"},
+                            {kCfExtension, "the call-forward extension"},
+                            {kDisplayName, "the display name"}};
 constexpr Field kFlags[] = {{kActive, "active"},
                             {kStartDateUsed, "start date in use"},
                             {kEndDateUsed, "end date in use"},
@@ -55,31 +55,6 @@ std::string_view WithoutLeadingZeros(std::string_view digits) {
 std::string FaultInCode(std::string_view code) {
   if (!IsDigits(code)) return "the directory code must be a number of digits";
   if (WithoutLeadingZeros(code).size() > 15) return "the directory code has more than 15 digits";
-  return {};
-}
-
-// Texts are pasted into statements as they are, so some cannot get through unharmed.
-std::string FaultInText(const Field& field, std::string_view text) {
-  if (!qorcred::IsUtf8(text)) return fmt::format("the {} is not valid UTF-8", field.name);
-  if (qorcred::Utf16Length(text) > kLongestUnitText) {
-    return fmt::format("the {} has more than {} characters", field.name, kLongestUnitText);
-  }
-  if (text.find('\0') != std::string_view::npos) {
-    return fmt::format("the {} holds a NUL character", field.name);
-  }
-  if (qorcred::Contains(text, "'")) {
-    return fmt::format("the {} holds an apostrophe, which would end the text in a statement",
-                       field.name);
-  }
-  for (const std::string_view hole : {", ,", "= ,"}) {
-    if (qorcred::Contains(text, hole)) {
-      return fmt::format("the {} holds \"{}\", which a statement takes for a missing value",
-                         field.name, hole);
-    }
-  }
-  if (text == "_LMDATE_") {
-    return fmt::format("the {} is \"_LMDATE_\", which a statement takes for the time", field.name);
-  }
   return {};
 }
 
@@ -138,10 +113,34 @@ bool IsDigits(std::string_view text) {
          std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
+// Texts are pasted into statements as they are, so some cannot get through unharmed.
+std::string FaultInText(std::string_view name, std::string_view text) {
+  if (!qorcred::IsUtf8(text)) return fmt::format("{} is not valid UTF-8", name);
+  if (qorcred::Utf16Length(text) > kLongestUnitText) {
+    return fmt::format("{} has more than {} characters", name, kLongestUnitText);
+  }
+  if (text.find('\0') != std::string_view::npos) {
+    return fmt::format("{} holds a NUL character", name);
+  }
+  if (qorcred::Contains(text, "'")) {
+    return fmt::format("{} holds an apostrophe, which would end the text in a statement", name);
+  }
+  for (const std::string_view hole : {", ,", "= ,"}) {
+    if (qorcred::Contains(text, hole)) {
+      return fmt::format("{} holds \"{}\", which a statement takes for a missing value", name,
+                         hole);
+    }
+  }
+  if (text == "_LMDATE_") {
+    return fmt::format("{} is \"_LMDATE_\", which a statement takes for the time", name);
+  }
+  return {};
+}
+
 std::string FaultIn(const UnitCode& code) {
   if (std::string fault = FaultInCode(code[kCode]); !fault.empty()) return fault;
   for (const Field& text : kTexts) {
-    if (std::string fault = FaultInText(text, code[text.place]); !fault.empty()) return fault;
+    if (std::string fault = FaultInText(text.name, code[text.place]); !fault.empty()) return fault;
   }
   for (const Field& flag : kFlags) {
     if (code[flag.place] != "0" && code[flag.place] != "1") {

@@ -39,6 +39,10 @@ inline constexpr std::size_t kLongestUnitText = 255;
 /// Whether the text is a digit or more, and nothing else.
 [[nodiscard]] bool IsDigits(std::string_view text);
 
+/// Why a text of a code, called `name`, would not get through a statement unharmed; "" when it
+/// would.
+[[nodiscard]] std::string FaultInText(std::string_view name, std::string_view text);
+
 /// Why the code cannot be taken over into a store, naming the field; "" when it can be.
 [[nodiscard]] std::string FaultIn(const UnitCode& code);
 

@@ -24,7 +24,7 @@ CREATE TABLE AuditRows (
   Piece INTEGER NOT NULL,
   Rows TEXT NOT NULL,
   PRIMARY KEY (Entry, Piece)
-) WITHOUT ROWID;
+);
 
 CREATE TABLE UnitVersions (
   UnitKey INTEGER PRIMARY KEY,

@@ -1,10 +1,10 @@
-// The directory-code screen worked at a desk: entries, outcomes and their facts, faults by field.
+// The directory-code screen worked at a desk: which code is meant, outcomes and what they store.
 #include "host/desks/dir_code_desk.h"
 
 #include <gmock/gmock.h>
 
-#include "host/desks/dir_code_entry.h"
-#include "tests/host/desks/desk_fixture.h"
+#include "host/desks/dir_code_list.h"
+#include "tests/host/desks/dir_code_fixture.h"
 
 namespace qorhost::test {
 namespace {
@@ -12,61 +12,58 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 namespace field = dir_code_field;
 
-DirCodeEntry WithPhone(std::string phone) {
-  DirCodeEntry entry;
-  entry.phone = std::move(phone);
-  return entry;
-}
-
-class DirCodeDesks : public DeskFixture {
+class DirCodeDesks : public DirCodeDeskFixture {
  protected:
-  [[nodiscard]] AddedDirCode Add(const std::string& code, const DirCodeEntry& entry) {
+  /// The facts of a code as a front end shows them, by their keys.
+  [[nodiscard]] std::map<std::string, qorcred::Value> Details(const std::string& choice) {
     DirCodeDesk desk(session(), kUnit);
-    EnterNewCode(desk, code, entry);
-    return desk.AddCode();
+    (void)desk.Select(choice);
+    std::map<std::string, qorcred::Value> details;
+    for (const DirCodeDetail& detail : DetailsShown(desk)) {
+      details.emplace(detail.key, detail.value);
+    }
+    return details;
   }
-  [[nodiscard]] std::string FieldOf(const DirCodeEntry& entry) {
-    DirCodeDesk desk(session(), kUnit);
-    return FieldAtFault([&] { EnterNewCode(desk, "250", entry); });
+  static bool SameDetails(const std::map<std::string, qorcred::Value>& one,
+                          const std::map<std::string, qorcred::Value>& other) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](const auto& left, const auto& right) {
+                        return left.first == right.first && left.second == right.second;
+                      });
   }
-  [[nodiscard]] std::string Stored(const std::string& column, const std::string& code) {
-    return Cell("SELECT " + column +
-                " FROM DIRECTORYCODE WHERE UNITKEY=2 AND DIRECTORYCODE=" + code);
-  }
-  [[nodiscard]] std::size_t StepCount() { return CountOf("SELECT RID FROM ProgramSteps"); }
 };
 
-TEST_F(DirCodeDesks, AnAddedCodeTellsItsRow) {
-  const AddedDirCode added = Add("250", WithPhone("555-0199"));
-  EXPECT_TRUE(added.done());
-  EXPECT_EQ(std::to_string(added.rid), Stored("RID", "250"));
-  EXPECT_EQ(Stored("PHONENUMBER", "250"), "555-0199");
+TEST_F(DirCodeDesks, TheTableHasARowForEveryCodeInTheirOrder) {
+  DirCodeDesk desk(session(), 1);
+  const Table table = DirCodeTable(session(), desk);
+  const auto cell = [&table](std::size_t row, std::string_view key) {
+    for (std::size_t column = 0; column < table.columns.size(); ++column) {
+      if (table.columns[column].key == key) {
+        return qorcred::TextOrEmpty(table.rows[row][column]);
+      }
+    }
+    return std::string("no such column");
+  };
+  ASSERT_EQ(table.rows.size(), 10U);
+  EXPECT_EQ(cell(0, "code"), "101");
+  EXPECT_EQ(cell(9, "code"), "110");
+  EXPECT_EQ(cell(0, "tenants"), "1");
+  EXPECT_EQ(cell(2, "forward_schedule"), "Weekdays 8 to 18");
+  EXPECT_EQ(cell(0, "state"), "in the unit");
 }
 
-TEST_F(DirCodeDesks, ARefusalCarriesTheControllersMessage) {
-  const AddedDirCode added = Add("101", WithPhone("1"));
-  EXPECT_EQ(added.ending, Ending::kRefused);
-  EXPECT_EQ(added.rid, 0);
-  ASSERT_EQ(added.messages.size(), 1U);
-  EXPECT_THAT(added.messages[0].text, HasSubstr("This Directory Code already exists."));
-}
-
-TEST_F(DirCodeDesks, ACodeThatCannotBeStoredIsAFailureAndLeavesNoStep) {
-  Run("CREATE TRIGGER Refuse BEFORE INSERT ON DirectoryCode BEGIN SELECT RAISE(ABORT, 'no room'); "
-      "END");
-  const AddedDirCode added = Add("250", WithPhone("1"));
-  EXPECT_EQ(added.ending, Ending::kFailed);
-  EXPECT_EQ(added.rid, 0);
-  EXPECT_EQ(StepCount(), 0U);
-}
-
-TEST_F(DirCodeDesks, TheLookupOfATextIsNoFailureOfTheSave) {
-  const AddedDirCode added = Add("25a", WithPhone("1"));
-  EXPECT_TRUE(added.done());
-  EXPECT_EQ(std::to_string(added.rid), Stored("RID", "25"));
+TEST_F(DirCodeDesks, TheTableTellsWhatWaitsToBeSent) {
+  ASSERT_TRUE(Add("250", WithPhone("1")).done());
+  ASSERT_TRUE(Change("101", WithPhone("1")).done());
+  DirCodeDesk desk(session(), kUnit);
+  const Table table = DirCodeTable(session(), desk);
+  ASSERT_EQ(table.rows.size(), 7U);
+  EXPECT_EQ(qorcred::TextOrEmpty(table.rows[0].back()), "change to be sent");
+  EXPECT_EQ(qorcred::TextOrEmpty(table.rows[6].back()), "to be sent");
 }
 
 TEST_F(DirCodeDesks, ACodeIsFoundByItsNumberAndByItsRow) {
@@ -75,57 +72,105 @@ TEST_F(DirCodeDesks, ACodeIsFoundByItsNumberAndByItsRow) {
   EXPECT_EQ(byNumber.entry, "0104");
   EXPECT_EQ(byNumber.rid, 14);
   EXPECT_EQ(desk.Select("RID:14").entry, "0104");
-  for (const char* given : {"9999", "abc", "rid:x", "rid:1", ""}) {
+  for (const char* given : {"9999", "abc", "rid:x", "rid:1", "", "101 OR 1=1"}) {
     EXPECT_EQ(FieldAtFault([&] { (void)desk.Select(given); }), field::kChoice) << given;
   }
 }
 
-TEST_F(DirCodeDesks, WhatCannotBeEnteredNamesItsField) {
-  EXPECT_EQ(FieldOf(WithPhone("1\n")), field::kPhone);
-  EXPECT_EQ(FieldOf(WithPhone("1'")), field::kPhone) << "an apostrophe ends the statement's text";
-  DirCodeEntry entry = WithPhone("1");
-  entry.displayName = "Abel, , Karin";
-  EXPECT_EQ(FieldOf(entry), field::kDisplayName);
-  entry = WithPhone("1");
-  entry.delay = "4";
-  EXPECT_EQ(FieldOf(entry), field::kDelay) << "without an extension";
-  entry.extension = "2";
-  EXPECT_EQ(FieldOf(entry), "");
-  entry.delay = "-1";
-  EXPECT_EQ(FieldOf(entry), field::kDelay);
-  entry = WithPhone("1");
-  entry.dnd = "Nope";
-  EXPECT_EQ(FieldOf(entry), field::kDnd);
-  entry = WithPhone("1");
-  entry.forwardSchedule = "Nope";
-  EXPECT_EQ(FieldOf(entry), field::kForwardSchedule);
-  entry = WithPhone("1");
-  entry.from = "soon";
-  EXPECT_EQ(FieldOf(entry), field::kStart);
-  entry = WithPhone("1");
-  entry.active = false;
-  entry.to = "2026-12-31";
-  EXPECT_EQ(FieldOf(entry), field::kEnd) << "an inactive code has no period";
-  DirCodeDesk desk(session(), kUnit);
-  EXPECT_EQ(FieldAtFault([&] { desk.TypeCode("12345"); }), field::kCode);
+TEST_F(DirCodeDesks, ACodeShowsTheSameHoweverItIsNamed) {
+  const auto byNumber = Details("104");
+  EXPECT_TRUE(SameDetails(byNumber, Details("rid:14")));
+  EXPECT_TRUE(SameDetails(byNumber, Details("0104")));
+  EXPECT_FALSE(SameDetails(byNumber, Details("103")));
 }
 
-TEST_F(DirCodeDesks, AChangeNamesTheSettingsThatItClears) {
-  Run("UPDATE DirectoryCode SET ISCFCHECKED=0 WHERE UNITKEY=2 AND DIRECTORYCODE=103");
+TEST_F(DirCodeDesks, ANumberThatTwoRowsHaveIsRefusedWithTheRows) {
+  Run("UPDATE DirectoryCode SET DIRECTORYCODE=104 WHERE UNITKEY=2 AND DIRECTORYCODE=105");
   DirCodeDesk desk(session(), kUnit);
-  (void)desk.Select("103");
-  EXPECT_THAT(EnterDirCodeChange(desk, WithPhone("9")), ElementsAre("the call forwarding"));
-  EXPECT_TRUE(desk.SaveEdited().done());
-  EXPECT_EQ(Stored("CFPHONENUMBER", "103"), "");
-  (void)desk.Select("101");
-  EXPECT_THAT(EnterDirCodeChange(desk, WithPhone("9")), IsEmpty());
+  try {
+    (void)desk.Select("104");
+    ADD_FAILURE() << "one of two rows was selected";
+  } catch (const InputFault& fault) {
+    EXPECT_THAT(fault.what(), HasSubstr("name a row instead (rid:14, rid:15)"));
+  }
 }
 
-TEST_F(DirCodeDesks, ACodeIsNotRoundedByAChange) {
-  Run("UPDATE DirectoryCode SET DIRECTORYCODE=103.5 WHERE UNITKEY=2 AND DIRECTORYCODE=103");
-  DirCodeDesk desk(session(), kUnit);
-  (void)desk.Select("103.5");
-  EXPECT_EQ(FieldAtFault([&] { (void)EnterDirCodeChange(desk, WithPhone("1")); }), field::kChoice);
+TEST_F(DirCodeDesks, AnAddedCodeIsShownAndTellsItsRow) {
+  const AddedDirCode added = Add("250", WithPhone("555-0199"));
+  EXPECT_TRUE(added.done());
+  EXPECT_TRUE(added.isStored());
+  EXPECT_EQ(std::to_string(added.rid), Stored("RID", "250"));
+  EXPECT_EQ(added.code.rid, added.rid);
+  EXPECT_EQ(added.code.entry, "0250");
+  EXPECT_EQ(added.number, "250");
+  EXPECT_FALSE(added.asNumber);
+  EXPECT_EQ(Stored("PHONENUMBER", "250"), "555-0199");
+  EXPECT_EQ(Stored("MODIFIED", "250"), "1");
+  ASSERT_THAT(Steps(), SizeIs(1));
+  EXPECT_EQ(Steps()[0].kind, "program directory code");
+  EXPECT_EQ(Steps()[0].subjectRid, added.rid);
+}
+
+TEST_F(DirCodeDesks, ATextIsTakenForTheNumberThatItBeginsWith) {
+  // The save looks the text up first, and that fails: it is no failure of the save.
+  const AddedDirCode added = Add("25a", WithPhone("1"));
+  EXPECT_TRUE(added.done());
+  EXPECT_EQ(std::to_string(added.rid), Stored("RID", "25"));
+  EXPECT_TRUE(added.asNumber);
+  EXPECT_EQ(added.number, "25");
+  EXPECT_EQ(added.code.entry, "0025");
+}
+
+TEST_F(DirCodeDesks, ACodeThatCannotBeStoredIsAFailureAndLeavesNoStep) {
+  Run("CREATE TRIGGER Refuse BEFORE INSERT ON DirectoryCode BEGIN SELECT RAISE(ABORT, 'no room'); "
+      "END");
+  for (const char* code : {"250", "25a"}) {
+    const AddedDirCode added = Add(code, WithPhone("1"));
+    EXPECT_EQ(added.ending, Ending::kFailed) << code;
+    EXPECT_EQ(added.rid, 0) << code;
+    EXPECT_FALSE(added.isStored()) << code;
+    EXPECT_EQ(added.code.entry, "") << code;
+    EXPECT_FALSE(added.asNumber) << code;
+    ASSERT_THAT(added.failures, SizeIs(1)) << code;
+    EXPECT_THAT(added.failures[0], HasSubstr("no room")) << code;
+    EXPECT_THAT(Steps(), IsEmpty()) << code;
+  }
+}
+
+TEST_F(DirCodeDesks, TwoEqualPhonesAreAQuestion) {
+  DirCodeEntry entry = WithPhone("5");
+  entry.forwardPhone = "5";
+  entry.forwardSchedule = "1";
+  const AddedDirCode refused = Add("250", entry);
+  EXPECT_EQ(refused.ending, Ending::kRefused);
+  ASSERT_THAT(refused.messages, SizeIs(1));
+  EXPECT_THAT(refused.messages[0].text, HasSubstr("are the same. Do you still want to proceed?"));
+  EXPECT_THAT(RowOf("250"), IsEmpty());
+  yes_ = true;
+  EXPECT_TRUE(Add("250", entry).done());
+  EXPECT_FALSE(RowOf("250").empty());
+}
+
+TEST_F(DirCodeDesks, AFullUnitTakesNoMoreCodesButChangesOfThoseItHas) {
+  constexpr std::int32_t kNearlyFull = 1;  // takes two more
+  ASSERT_TRUE(Add("250", WithPhone("1"), kNearlyFull).done());
+  ASSERT_TRUE(Add("251", WithPhone("1"), kNearlyFull).done());
+  const AddedDirCode added = Add("252", WithPhone("1"), kNearlyFull);
+  EXPECT_EQ(added.ending, Ending::kRefused);
+  EXPECT_THAT(TextsOf(added.messages),
+              ElementsAre("You cannot enter more than 2000 combined codes."));
+  EXPECT_TRUE(Change("101", WithPhone("9"), kNearlyFull).done());
+}
+
+TEST_F(DirCodeDesks, AChangeKeepsWhatIsNotNamed) {
+  Row expected = RowOf("103");
+  EXPECT_TRUE(Change("103", WithPhone("555-7777")).done());
+  expected["PHONENUMBER"] = "555-7777";
+  expected["MODIFIED"] = "2";
+  expected["LASTMODIFIEDDATE"] = "1/31/2026 2:05:09 PM";
+  EXPECT_EQ(RowOf("103"), expected);
+  ASSERT_THAT(Steps(), SizeIs(1));
+  EXPECT_EQ(Steps()[0].kind, "program directory code");
 }
 
 TEST_F(DirCodeDesks, AChangeOfARowThatSomeoneChangedMeanwhileIsStale) {
@@ -136,17 +181,53 @@ TEST_F(DirCodeDesks, AChangeOfARowThatSomeoneChangedMeanwhileIsStale) {
   EXPECT_EQ(desk.SaveEdited().ending, Ending::kStale);
   EXPECT_EQ(desk.Renumber("180").ending, Ending::kStale);
   EXPECT_EQ(desk.Renumber("102").ending, Ending::kRefused);
-  EXPECT_EQ(StepCount(), 0U);
+  EXPECT_THAT(Steps(), IsEmpty());
+}
+
+TEST_F(DirCodeDesks, ARenumberedCodeKeepsItsRowAndQueuesTheChange) {
+  EXPECT_TRUE(Renumber("101", "180").done());
+  EXPECT_EQ(Stored("RID", "180"), "11");
+  EXPECT_EQ(Stored("MODIFIED", "180"), "2");
+  ASSERT_THAT(Steps(), SizeIs(1));
+  EXPECT_EQ(Steps()[0].kind, "change directory code");
+  EXPECT_EQ(Steps()[0].code, "101");
+}
+
+TEST_F(DirCodeDesks, ARenumberingIsRefusedAsTheControllerRefusesIt) {
+  const auto refusal = [&](const std::string& number) {
+    const Outcome outcome = Renumber("101", number);
+    EXPECT_EQ(outcome.ending, Ending::kRefused) << number;
+    return TextsOf(outcome.messages);
+  };
+  EXPECT_THAT(refusal(""), ElementsAre("Please enter a Directory Code."));
+  EXPECT_THAT(refusal("ten"), ElementsAre("Please enter the Directory Code in number."));
+  EXPECT_THAT(refusal("-7"), ElementsAre("Please enter the positvie number as Directory Code."));
+  EXPECT_THAT(refusal("102"), ElementsAre(HasSubstr("This Directory Code already exists.")));
+  EXPECT_EQ(Stored("MODIFIED", "101"), "0");
 }
 
 TEST_F(DirCodeDesks, ADeletionAsksAndTakesTheCodeFromItsTenants) {
-  DirCodeDesk desk(session(), kUnit);
-  const ShownDirCode code = desk.Select("101");
-  EXPECT_EQ(desk.Delete(code.rid).ending, Ending::kRefused);
+  ASSERT_THAT(TenantsOf(11), SizeIs(1));
+  const Outcome unasked = Delete("101");
+  EXPECT_EQ(unasked.ending, Ending::kRefused);
+  EXPECT_THAT(TextsOf(unasked.messages),
+              ElementsAre(HasSubstr("This Directory Code is applied to a Tenant.")));
+  EXPECT_FALSE(RowOf("101").empty());
   yes_ = true;
-  EXPECT_TRUE(desk.Delete(code.rid).done());
-  EXPECT_EQ(Stored("RID", "101"), "");
-  EXPECT_EQ(CountOf("SELECT TenantID FROM Tenants WHERE DIRECTORYCODE=11"), 0U);
+  EXPECT_TRUE(Delete("101").done());
+  EXPECT_THAT(RowOf("101"), IsEmpty());
+  EXPECT_THAT(TenantsOf(11), IsEmpty());
+  ASSERT_THAT(Steps(), SizeIs(1));
+  EXPECT_EQ(Steps()[0].kind, "delete directory code");
+}
+
+TEST_F(DirCodeDesks, DeletingACodeThatTheUnitNeverHadWithdrawsItsStep) {
+  ASSERT_TRUE(Add("250", WithPhone("1")).done());
+  ASSERT_THAT(Steps(), SizeIs(1));
+  yes_ = true;
+  EXPECT_THAT(TextsOf(Delete("250").messages),
+              ElementsAre(HasSubstr("Are you sure you want to delete Directory Code 250?")));
+  EXPECT_THAT(Steps(), IsEmpty());
 }
 
 }  // namespace

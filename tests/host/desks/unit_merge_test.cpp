@@ -1,32 +1,56 @@
-// A merge without a command line: what its report tells, and that it is all or nothing.
+// A merge without a command line: what it does, what its report tells, and that it is all or
+// nothing.
 #include "host/desks/unit_merge.h"
 
 #include <gmock/gmock.h>
 
-#include "host/desks/unit_export.h"
-#include "tests/host/desks/desk_fixture.h"
+#include "host/desks/desk_error.h"
+#include "host/unit/unit_generator.h"
+#include "tests/host/desks/unit_fixture.h"
 
 namespace qorhost::test {
 namespace {
 
 using qorcred::unit_place::Place;
+using testing::Contains;
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
 
-class UnitMerges : public DeskFixture {
+class UnitMerges : public UnitFixture {
  protected:
   /// What the unit holds: all that the store has, but another phone for 102, no 106, and 300.
   [[nodiscard]] UnitReading Changed() {
-    UnitFile unit = ExportUnit(session(), kUnit, "").file;
-    unit.codes[1][Place::kPhone] = "555-9999";
-    unit.codes.pop_back();
-    unit.codes.push_back(unit.codes.front());
-    unit.codes.back()[Place::kCode] = "300";
+    UnitFile unit = Exported();
+    CodeIn(unit, 102)[Place::kPhone] = "555-9999";
+    Drop(unit, 106);
+    AddCopy(unit, "300");
     return {unit, {}};
   }
+  /// The same with a line that could not be read.
+  [[nodiscard]] UnitReading ChangedWithABadLine() {
+    UnitReading reading = Changed();
+    reading.faults.push_back({9, "1 fields instead of 24"});
+    return reading;
+  }
   [[nodiscard]] bool IsAsBefore() {
-    return CountOf("SELECT RID FROM DIRECTORYCODE WHERE UNITKEY=2") == 6 &&
+    return CodeCount() == 6 &&
            CountOf("SELECT RID FROM DIRECTORYCODE WHERE PHONENUMBER='555-9999'") == 0;
+  }
+  /// The rows of a plan: "update 102: phone".
+  [[nodiscard]] std::vector<std::string> PlanOf(UnitFile unit) {
+    const UnitReading reading{std::move(unit), {}};
+    UnitMerge merge(session(), kUnit, reading, BadLines::kRefused);
+    const MergePlan& plan = merge.Plan();
+    std::vector<std::string> rows;
+    for (const auto& row : PlanTable(plan, reading.file.codes, merge.stored()).rows) {
+      rows.push_back(qorcred::ToText(row[0]) + " " + qorcred::ToText(row[1]) + ": " +
+                     qorcred::TextOrEmpty(row.back()));
+    }
+    return rows;
   }
 };
 
@@ -40,42 +64,177 @@ TEST_F(UnitMerges, TheReportCountsWhatWasDone) {
     return true;
   });
   EXPECT_TRUE(report.done());
-  EXPECT_EQ(report.inserted, 1U);
-  EXPECT_EQ(report.updated, 1U);
-  EXPECT_EQ(report.deleted, 1U);
-  EXPECT_EQ(report.unchanged, 4U);
+  EXPECT_EQ(CountsOf(report), "1 inserted, 1 updated, 1 deleted, 4 unchanged");
   EXPECT_EQ(report.aftermath.tenantsReleased, 1U);
   EXPECT_THAT(told, ElementsAre(0, 1, 2, 3));
   EXPECT_TRUE(UnitMerge(session(), kUnit, unit, BadLines::kRefused).Plan().steps.empty());
 }
 
-TEST_F(UnitMerges, APlanWritesNothing) {
+TEST_F(UnitMerges, EachDifferenceIsWrittenAndNothingElse) {
+  const Row untouched = RowOf("101");
   const UnitReading unit = Changed();
-  EXPECT_EQ(UnitMerge(session(), kUnit, unit, BadLines::kRefused).Plan().steps.size(), 3U);
+  EXPECT_TRUE(Merge(unit.file).done());
+  EXPECT_EQ(RowOf("101"), untouched);
+  EXPECT_EQ(Stored("PHONENUMBER", "102"), "555-9999");
+  EXPECT_EQ(Stored("RID", "102"), "12");
+  EXPECT_THAT(RowOf("106"), IsEmpty());
+  EXPECT_EQ(Stored("MODIFIED", "300"), "0");
+  EXPECT_EQ(Stored("OLDDIRECTORYCODE", "300"), "300");
+  EXPECT_EQ(CountOf("SELECT RID FROM DIRECTORYCODE WHERE UNITKEY=1"), 10U);
+}
+
+TEST_F(UnitMerges, EqualCodesCallNoStatementThatWrites) {
+  Open(true);
+  const MergeReport report = Merge(Exported());
+  EXPECT_EQ(CountsOf(report), "0 inserted, 0 updated, 0 deleted, 6 unchanged");
+  EXPECT_THAT(calls_, Contains(HasSubstr("BeginTrans")));
+  for (const char* call : {"ExecuteUpdate", "ExecuteInsert", "ExecuteQueryDelete", "Execute \""}) {
+    EXPECT_THAT(calls_, Each(Not(HasSubstr(call))));
+  }
+}
+
+TEST_F(UnitMerges, APlanTellsWhatDiffersAndWritesNothing) {
+  UnitFile unit = Exported();
+  CodeIn(unit, 102)[Place::kPhone] = "555-9999";
+  CodeIn(unit, 102)[Place::kActive] = "0";
+  Drop(unit, 101);
+  EXPECT_THAT(PlanOf(unit),
+              ElementsAre("delete 101: taken from Hollis Elena", "update 102: phone, active"));
+  EXPECT_EQ(Stored("PHONENUMBER", "102"), "555-0101");
+  EXPECT_FALSE(RowOf("101").empty());
   EXPECT_TRUE(IsAsBefore());
 }
 
-TEST_F(UnitMerges, AStepThatFailsUndoesAllAndIsTold) {
-  Run("CREATE TRIGGER Refuse BEFORE INSERT ON DirectoryCode BEGIN SELECT RAISE(ABORT, 'no room'); "
-      "END");
-  const UnitReading unit = Changed();
-  const MergeReport report = UnitMerge(session(), kUnit, unit, BadLines::kRefused).Apply(nullptr);
-  EXPECT_EQ(report.ending, Ending::kFailed);
-  ASSERT_EQ(report.failures.size(), 1U);
-  EXPECT_THAT(report.failures[0], HasSubstr("cannot write the directory code 300: "));
-  EXPECT_THAT(report.failures[0], HasSubstr("no room; nothing was changed"));
-  EXPECT_EQ(report.inserted, 0U);
+TEST_F(UnitMerges, APlanTellsOfCodesThatWereNeverSent) {
+  ASSERT_TRUE(Add("250", WithPhone("1")).done());
+  UnitFile unit = Exported();
+  Drop(unit, 250);
+  EXPECT_THAT(PlanOf(unit), ElementsAre(HasSubstr("never sent to the unit")));
+}
+
+TEST_F(UnitMerges, ABadLineForbidsTheMerge) {
+  UnitReading reading = ChangedWithABadLine();
+  EXPECT_EQ(RefusalOf(reading, BadLines::kRefused),
+            "1 bad line, so nothing was changed: mend the file");
+  EXPECT_THROW(UnitMerge(session(), kUnit, reading, BadLines::kRefused), RefusedError);
+  reading.faults.push_back({10, "the line is longer"});
+  EXPECT_EQ(RefusalOf(reading, BadLines::kRefused),
+            "2 bad lines, so nothing was changed: mend the file");
+  EXPECT_EQ(RefusalOf(reading, BadLines::kLeftOut), "");
+  EXPECT_EQ(RefusalOf(Changed(), BadLines::kRefused), "");
   EXPECT_TRUE(IsAsBefore());
+}
+
+TEST_F(UnitMerges, WithBadLinesLeftOutNoStoredCodeIsDeleted) {
+  const UnitReading reading = ChangedWithABadLine();
+  const MergeReport report =
+      UnitMerge(session(), kUnit, reading, BadLines::kLeftOut).Apply(nullptr);
+  EXPECT_TRUE(report.done());
+  EXPECT_EQ(CountsOf(report), "1 inserted, 1 updated, 0 deleted, 4 unchanged");
+  EXPECT_EQ(report.kept, 1U);
+  EXPECT_FALSE(RowOf("106").empty());
+  EXPECT_EQ(Stored("PHONENUMBER", "102"), "555-9999");
+}
+
+TEST_F(UnitMerges, ARenumberedCodeIsFoundByItsPreviousNumber) {
+  const UnitFile unit = Exported();
+  ASSERT_TRUE(Renumber("101", "180").done());
+  ASSERT_THAT(Steps(), SizeIs(1));
+  const MergeReport report = Merge(unit);
+  EXPECT_EQ(CountsOf(report), "0 inserted, 1 updated, 0 deleted, 5 unchanged");
+  EXPECT_EQ(report.aftermath.stepsWithdrawn, 1U);
+  EXPECT_EQ(Stored("RID", "101"), "11");
+  EXPECT_EQ(Stored("MODIFIED", "101"), "0");
+  EXPECT_THAT(TenantsOf(11), SizeIs(1));
+  EXPECT_THAT(Steps(), IsEmpty());
+}
+
+TEST_F(UnitMerges, TheCodeOfNowGoesBeforeThePreviousOne) {
+  UnitFile unit = Exported();
+  ASSERT_TRUE(Renumber("101", "180").done());
+  ASSERT_TRUE(Renumber("102", "101").done());
+  Drop(unit, 102);
+  EXPECT_TRUE(Merge(unit).done());
+  // Row 12 has the code 101 now; row 11 had it before and is left without a code in the unit.
+  EXPECT_EQ(Stored("RID", "101"), "12");
+  EXPECT_THAT(RowOf("180"), IsEmpty());
+}
+
+TEST_F(UnitMerges, ACodeThatTheUnitStillHasComesBackWithoutItsDeletion) {
+  const UnitFile unit = Exported();
+  yes_ = true;
+  ASSERT_TRUE(Delete("101").done());
+  ASSERT_THAT(Steps(), SizeIs(1));
+  EXPECT_TRUE(Merge(unit).done());
+  EXPECT_FALSE(RowOf("101").empty());
+  EXPECT_THAT(Steps(), IsEmpty());
+}
+
+TEST_F(UnitMerges, ADeletionTakesTheCodeFromItsTenantsAndFromNobodyElse) {
+  constexpr std::int32_t kFirst = 1;
+  // The tenants of row 1 are those whom the library's own statement would meet.
+  const std::vector<Row> ofFirst = TenantsOf(1);
+  ASSERT_THAT(ofFirst, SizeIs(1));
+  ASSERT_THAT(TenantsOf(5), SizeIs(1));
+  UnitFile unit = Exported(kFirst);
+  Drop(unit, 105);
+  EXPECT_TRUE(Merge(unit, kFirst).done());
+  EXPECT_THAT(TenantsOf(5), IsEmpty());
+  EXPECT_EQ(TenantsOf(1), ofFirst);
+
+  Drop(unit, 101);
+  EXPECT_TRUE(Merge(unit, kFirst).done());
+  EXPECT_THAT(TenantsOf(1), IsEmpty());
+  EXPECT_THAT(TenantsOf(2), SizeIs(1));
+}
+
+TEST_F(UnitMerges, AUnitWithoutDisplayOptionsLeavesThoseOfTheStoreAlone) {
+  UnitFile unit = Exported();
+  unit.firmware = kFirmwareWithoutDisplay;
+  for (UnitCode& code : unit.codes) {
+    code[Place::kDisplayMode] = "3";
+  }
+  EXPECT_EQ(CountsOf(Merge(unit)), "0 inserted, 0 updated, 0 deleted, 6 unchanged");
+  CodeIn(unit, 101)[Place::kPhone] = "555-9999";
+  EXPECT_EQ(CountsOf(Merge(unit)), "0 inserted, 1 updated, 0 deleted, 5 unchanged");
+  EXPECT_EQ(Stored("SHOWDISPLAYNAME", "101"), "True");
+  EXPECT_EQ(Stored("PHONENUMBER", "101"), "555-9999");
+}
+
+TEST_F(UnitMerges, AStepThatFailsUndoesAllAndIsTold) {
+  const UnitFile before = Exported();
+  Run("CREATE TRIGGER Refuse BEFORE INSERT ON DirectoryCode WHEN NEW.DIRECTORYCODE = 1500 BEGIN "
+      "SELECT RAISE(ABORT, 'no room'); END");
+  const MergeReport report = Merge(GenerateUnit(2000, 1));
+  EXPECT_EQ(report.ending, Ending::kFailed);
+  ASSERT_THAT(report.failures, SizeIs(1));
+  EXPECT_THAT(report.failures[0], HasSubstr("cannot write the directory code 1500: "));
+  EXPECT_THAT(report.failures[0], HasSubstr("no room; nothing was changed"));
+  EXPECT_EQ(CountsOf(report), "0 inserted, 0 updated, 0 deleted, 0 unchanged");
+  EXPECT_EQ(TextOf(Exported()), TextOf(before));
+  EXPECT_THAT(TenantsOf(11), SizeIs(1));
 }
 
 TEST_F(UnitMerges, AReleaseThatFailsUndoesAllAndIsToldAsWell) {
   Run("CREATE TRIGGER Refuse BEFORE UPDATE ON Tenants BEGIN SELECT RAISE(ABORT, 'no room'); END");
-  const UnitReading unit = Changed();
-  const MergeReport report = UnitMerge(session(), kUnit, unit, BadLines::kRefused).Apply(nullptr);
+  const MergeReport report = Merge(Changed().file);
   EXPECT_EQ(report.ending, Ending::kFailed);
-  ASSERT_EQ(report.failures.size(), 1U);
+  ASSERT_THAT(report.failures, SizeIs(1));
   EXPECT_THAT(report.failures[0], HasSubstr("no room"));
   EXPECT_TRUE(IsAsBefore());
+}
+
+TEST_F(UnitMerges, AStoreThatHoldsSomethingElseAfterwardsUndoesAll) {
+  Run("CREATE TRIGGER Spoil AFTER INSERT ON DirectoryCode BEGIN UPDATE DirectoryCode SET "
+      "PHONENUMBER='0' WHERE RID=NEW.RID; END");
+  UnitFile unit = Exported();
+  AddCopy(unit, "300");
+  const MergeReport report = Merge(unit);
+  EXPECT_EQ(report.ending, Ending::kFailed);
+  EXPECT_THAT(report.failures,
+              ElementsAre("the directory code 300 did not come out as the unit has it: phone; "
+                          "nothing was changed"));
+  EXPECT_THAT(RowOf("300"), IsEmpty());
 }
 
 TEST_F(UnitMerges, ACancelledMergeChangesNothing) {
@@ -84,15 +243,6 @@ TEST_F(UnitMerges, ACancelledMergeChangesNothing) {
                                  .Apply([](std::int64_t done, std::int64_t) { return done < 2; });
   EXPECT_EQ(report.ending, Ending::kCancelled);
   EXPECT_TRUE(IsAsBefore());
-}
-
-TEST_F(UnitMerges, AUnitFileOfAFirmwareWithoutDisplayOptionsHasNone) {
-  const UnitFile unit = ExportUnit(session(), kUnit, std::string(kFirmwareWithoutDisplay)).file;
-  EXPECT_EQ(unit.firmware, kFirmwareWithoutDisplay);
-  ASSERT_EQ(unit.codes.size(), 6U);
-  for (const UnitCode& code : unit.codes) {
-    EXPECT_EQ(code[Place::kDisplayMode], "0");
-  }
 }
 
 }  // namespace

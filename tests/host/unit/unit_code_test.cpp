@@ -9,6 +9,7 @@ namespace {
 
 using qorcred::unit_place::Place;
 using qorhost::FaultIn;
+using qorhost::FaultInText;
 using qorhost::UnitCode;
 using qortest::SampleCode;
 using qortest::With;
@@ -17,6 +18,14 @@ using namespace qorcred::unit_place;  // the places
 
 TEST(UnitCodeTest, ACodeWithEverythingHasNoFault) {
   EXPECT_EQ(FaultIn(SampleCode()), "");
+}
+
+TEST(UnitCodeTest, AFaultNamesItsField) {
+  EXPECT_EQ(FaultIn(With(kDisplayName, "O'Neil")),
+            "the display name holds an apostrophe, which would end the text in a statement");
+  EXPECT_EQ(FaultInText("Phone No.", "1'"),
+            "Phone No. holds an apostrophe, which would end the text in a statement");
+  EXPECT_EQ(FaultInText("Phone No.", "1"), "");
 }
 
 struct Row {

@@ -1,0 +1,74 @@
+// Exporting a unit's codes without a command line: what comes out, and that it goes back in.
+#include "host/desks/unit_export.h"
+
+#include <gmock/gmock.h>
+
+#include "host/unit/unit_generator.h"
+#include "tests/host/desks/unit_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using qorcred::unit_place::Place;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class UnitExports : public UnitFixture {};
+
+TEST_F(UnitExports, MergedAndExportedAgainGiveTheSameBytes) {
+  const UnitFile made = GenerateUnit(2000, 7);
+  ASSERT_TRUE(Merge(made).done());
+  const UnitFile first = Exported();
+  EXPECT_EQ(TextOf(first), TextOf(made));
+
+  constexpr std::int32_t kOther = 3;
+  Run("DELETE FROM DirectoryCode WHERE UNITKEY=3");
+  const MergeReport report = Merge(first, kOther);
+  EXPECT_EQ(report.ending, Ending::kDone);
+  EXPECT_EQ(CountsOf(report), "2000 inserted, 0 updated, 0 deleted, 0 unchanged");
+  EXPECT_EQ(TextOf(Exported(kOther)), TextOf(first));
+}
+
+TEST_F(UnitExports, TellWhatAUnitCannotHold) {
+  Run("UPDATE DirectoryCode SET STARTDATE='1999-01-01 00:00:00' WHERE UNITKEY=2 AND "
+      "DIRECTORYCODE=102");
+  Run("UPDATE DirectoryCode SET DIRECTORYCODE=104 WHERE UNITKEY=2 AND DIRECTORYCODE=105");
+  const ExportedUnit exported = ExportUnit(session(), kUnit, "");
+  EXPECT_EQ(exported.file.codes.size(), 4U);
+  ASSERT_EQ(exported.obstacles.size(), 2U);
+  EXPECT_EQ(exported.obstacles[0].number, 102);
+  EXPECT_EQ(exported.obstacles[0].rid, 12);
+  EXPECT_THAT(exported.obstacles[0].reason, HasSubstr("its start date lies in the year 1999"));
+  EXPECT_EQ(exported.obstacles[1].number, 104);
+  EXPECT_EQ(exported.obstacles[1].rid, 15);
+  EXPECT_EQ(exported.obstacles[1].reason, "another row has the same code");
+}
+
+TEST_F(UnitExports, NameTheFirmware) {
+  EXPECT_EQ(Exported().firmware, "FC02.010");
+  EXPECT_THAT(TextOf(Exported()), HasSubstr("\nfirmware FC02.010\n"));
+}
+
+TEST_F(UnitExports, HaveNoDisplayOptionsForAFirmwareWithoutThem) {
+  const std::string firmware(kFirmwareWithoutDisplay);
+  const UnitFile unit = Exported(kUnit, firmware);
+  EXPECT_EQ(unit.firmware, kFirmwareWithoutDisplay);
+  ASSERT_EQ(unit.codes.size(), 6U);
+  for (const UnitCode& code : unit.codes) {
+    EXPECT_EQ(code[Place::kDisplayMode], "0");
+  }
+  Run("DELETE FROM DirectoryCode WHERE UNITKEY=2");
+  ASSERT_TRUE(Merge(unit).done());
+  EXPECT_EQ(RowOf("101")["SHOWDISPLAYNAME"], "Null");
+  EXPECT_EQ(TextOf(Exported(kUnit, firmware)), TextOf(unit));
+}
+
+TEST_F(UnitExports, HoldNothingOfAUnitWithoutCodes) {
+  Run("DELETE FROM DirectoryCode WHERE UNITKEY=2");
+  const ExportedUnit exported = ExportUnit(session(), kUnit, "");
+  EXPECT_THAT(exported.file.codes, IsEmpty());
+  EXPECT_THAT(exported.obstacles, IsEmpty());
+}
+
+}  // namespace
+}  // namespace qorhost::test
