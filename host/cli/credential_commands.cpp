@@ -66,10 +66,10 @@ ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOpti
                       withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
   EnterCredentials(desk, options.entry);
   const IssuedCredentials issued = desk.SaveNew(BarOn(console, global.trace));
-  const ExitStatus status = Tell(issued, console);
-  if (issued.returned && global.json) {
+  const ExitStatus status = Tell(issued, "unit", console);
+  if (issued.done() && global.json) {
     PrintIssuedAsJson(issued, withTenants, console);
-  } else if (issued.returned) {
+  } else if (issued.done()) {
     PrintIssued(issued, withTenants, console);
   }
   return status;
@@ -86,7 +86,7 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
   EnterChange(desk, options.change);
   const ChangedCredential changed = desk.SaveEdited();
   const ShownCredential& now = changed.credential;
-  const ExitStatus status = Tell(changed, console);
+  const ExitStatus status = Tell(changed, "credential", console);
   if (changed.ending == Ending::kRefused) {
     console.err << fmt::format("qorhost: {} is {} now.\n", NameOf(now), AssignmentText(now));
   } else if (changed.done()) {
@@ -103,11 +103,9 @@ ExitStatus RunCredentialRenumber(const GlobalOptions& global,
   CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
   const ShownCredential before = desk.Select(options.credential);
   const ChangedCredential renumbered = desk.Renumber(number);
-  const ExitStatus status = Tell(renumbered, console);
-  if (renumbered.returned) {
+  const ExitStatus status = Tell(renumbered, "credential", console);
+  if (renumbered.done()) {
     console.out << fmt::format("{} is {} now.\n", before.entry, NameOf(renumbered.credential));
-  } else if (renumbered.ending == Ending::kStale) {
-    TellStale("credential", console);
   }
   return status;
 }
@@ -118,10 +116,10 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& c
   CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
   const ShownCredential chosen = desk.Select(credential);
   const Outcome deleted = desk.Delete(chosen.rid);
-  const ExitStatus status = Tell(deleted, console);
+  const ExitStatus status = Tell(deleted, "credential", console);
   if (deleted.done()) {
     console.out << fmt::format("Deleted {}.\n", NameOf(chosen));
-  } else if (!deleted.returned) {
+  } else {
     console.err << fmt::format("qorhost: {} was not deleted.\n", NameOf(chosen));
   }
   return status;

@@ -82,10 +82,10 @@ ExitStatus RunDirCodeAdd(const GlobalOptions& global, const DirCodeAddOptions& o
   EnterNewCode(desk, options.code, options.entry);
 
   const AddedDirCode added = desk.AddCode();
-  const ExitStatus status = Tell(added, console);
+  const ExitStatus status = Tell(added, "directory code", console);
   if (added.isStored()) {
     PrintAdded(added, global.json, console);
-  } else if (added.returned) {
+  } else if (added.ending == Ending::kFailed) {
     console.err << "qorhost: the directory code was not stored.\n";
   }
   if (added.asNumber) {
@@ -106,10 +106,8 @@ ExitStatus RunDirCodeEdit(const GlobalOptions& global, const DirCodeEditOptions&
   const std::vector<std::string> cleared = EnterDirCodeChange(desk, options.entry);
 
   const Outcome saved = desk.SaveEdited();
-  const ExitStatus status = Tell(saved, console);
-  if (saved.ending == Ending::kStale) {
-    TellStale("directory code", console);
-  } else if (saved.done()) {
+  const ExitStatus status = Tell(saved, "directory code", console);
+  if (saved.done()) {
     console.out << fmt::format("Changed directory code {}.\n", NameOf(code));
     if (!cleared.empty()) {
       console.err << fmt::format("qorhost: cleared, because it was switched off: {}.\n",
@@ -127,10 +125,8 @@ ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumber
   desk.TypeCode(options.number);
 
   const Outcome renumbered = desk.Renumber(options.number);
-  const ExitStatus status = Tell(renumbered, console);
-  if (renumbered.ending == Ending::kStale) {
-    TellStale("directory code", console);
-  } else if (renumbered.done()) {
+  const ExitStatus status = Tell(renumbered, "directory code", console);
+  if (renumbered.done()) {
     console.out << fmt::format("Directory code {} is {} now.\n", NameOf(before),
                                desk.Shown().entry);
   }
@@ -145,14 +141,14 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const std::string& choi
   const std::vector<std::string> tenants = TenantsShown(desk);
 
   const Outcome deleted = desk.Delete(code.rid);
-  const ExitStatus status = Tell(deleted, console);
+  const ExitStatus status = Tell(deleted, "directory code", console);
   if (deleted.done()) {
     console.out << fmt::format("Deleted directory code {}.\n", NameOf(code));
     if (!tenants.empty()) {
       console.out << fmt::format("Without it now: {}.\n",
                                  Displayable(fmt::format("{}", fmt::join(tenants, ", "))));
     }
-  } else if (!deleted.returned) {
+  } else {
     console.err << fmt::format("qorhost: directory code {} was not deleted.\n", NameOf(code));
   }
   return status;

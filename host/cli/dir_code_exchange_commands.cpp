@@ -150,7 +150,7 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
     RequireConsent(*report.wholesale, session);
     report = merge.Apply(BarOn(console, global.trace), true);
   }
-  const ExitStatus status = Tell(report, console);
+  const ExitStatus status = Tell(report, "unit", console);
   if (report.done()) {
     PrintDone(report, global.json, console);
     ReportKept(report.kept, console);

@@ -26,6 +26,22 @@ bool IsWord(std::string_view text, std::string_view letter, std::string_view wor
          qorcred::CompareIgnoringCase(text, word) == 0;
 }
 
+void TellStale(std::string_view what, const Outcome& outcome, Console& console) {
+  constexpr std::size_t kMostChanges = 5;
+  console.err << fmt::format(
+      "qorhost: nothing was changed: someone else has changed or deleted the {} meanwhile. Try "
+      "again.\n",
+      what);
+  const std::vector<WorkEntry>& changes = outcome.changes;
+  const std::size_t first = changes.size() > kMostChanges ? changes.size() - kMostChanges : 0;
+  for (std::size_t at = first; at < changes.size(); ++at) {
+    const WorkEntry& change = changes[at];
+    console.err << fmt::format("  {} UTC, {}: {}\n", Displayable(change.at),
+                               change.who.empty() ? "somebody" : Displayable(change.who),
+                               Displayable(change.what));
+  }
+}
+
 }  // namespace
 
 Operator::Operator(Console& console, std::optional<bool> answer)
@@ -70,9 +86,12 @@ bool Operator::AskAtTerminal() {
   return false;
 }
 
-ExitStatus Tell(const Outcome& outcome, Console& console) {
+ExitStatus Tell(const Outcome& outcome, std::string_view what, Console& console) {
   for (const std::string& failure : outcome.failures) {
     console.err << "qorhost: " << Displayable(failure) << '\n';
+  }
+  if (outcome.ending == Ending::kStale) {
+    TellStale(what, outcome, console);
   }
   return StatusOf(outcome.ending);
 }
@@ -89,13 +108,6 @@ ExitStatus StatusOf(Ending ending) {
       break;
   }
   return ExitStatus::kRefused;
-}
-
-void TellStale(std::string_view what, Console& console) {
-  console.err << fmt::format(
-      "qorhost: nothing was changed: someone else has changed or deleted the {} meanwhile. Try "
-      "again.\n",
-      what);
 }
 
 }  // namespace qorhost

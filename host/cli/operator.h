@@ -28,10 +28,8 @@ class Operator {
 
 [[nodiscard]] ExitStatus StatusOf(Ending ending);
 
-/// The exit status of an operation. Its failures are written to standard error.
-ExitStatus Tell(const Outcome& outcome, Console& console);
-
-/// Says that someone else was faster; `what` ("credential") was to be changed.
-void TellStale(std::string_view what, Console& console);
+/// The exit status of an operation on `what` ("credential"). Its failures are written to standard
+/// error, and who was faster where somebody was.
+ExitStatus Tell(const Outcome& outcome, std::string_view what, Console& console);
 
 }  // namespace qorhost

@@ -34,7 +34,7 @@ constexpr std::string_view kCredentialHint =
 /// The outcome, and behind a failure with conditions the `hint`.
 ExitStatus TellWithHint(const Outcome& outcome, const ReportOptions& options, std::string_view hint,
                         Console& console) {
-  const ExitStatus status = Tell(outcome, console);
+  const ExitStatus status = Tell(outcome, "unit", console);
   if (status == ExitStatus::kFailure && !options.conditions.empty()) {
     console.err << "qorhost: " << hint << '\n';
   }
@@ -61,10 +61,10 @@ ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& o
   CommandSession session(global, Access::kChange, console);
   CredentialReport report(session.desks(), session.ChosenUnit().key, {});
   const DeletedCredentials deleted = report.Delete(rids);
-  const ExitStatus status = Tell(deleted, console);
-  if (deleted.returned && global.json) {
+  const ExitStatus status = Tell(deleted, "unit", console);
+  if (deleted.done() && global.json) {
     PrintJsonObject(console.out, {{"deleted", deleted.rows}});
-  } else if (deleted.returned) {
+  } else if (deleted.done()) {
     console.out << fmt::format("Deleted {} of {} {}.\n", deleted.rows, deleted.given,
                                deleted.given == 1 ? "credential" : "credentials");
   }

@@ -108,8 +108,8 @@ void DeskSession::NoteFailure(std::string_view failure) {
     return;
   }
   // What fails behind the first failed write fails because of that.
-  const bool isConsequence = sql().work().voided() != VoidReason::kNone;
-  if (!isConsequence || record_->failures_.empty()) {
+  const bool isVoid = sql().work().voided() != VoidReason::kNone;
+  if (!isVoid || !std::exchange(record_->knowsWhyVoid_, true)) {
     record_->failures_.emplace_back(failure);
   }
 }

@@ -174,6 +174,7 @@ class OperationRecord {
   InsertHandler onInsert_;
   std::vector<ShownMessage> messages_;
   std::vector<std::string> failures_;
+  bool knowsWhyVoid_ = false;
 };
 
 }  // namespace qorhost

@@ -160,7 +160,7 @@ TEST_F(Credentials, EditTakesADoorAndTellsWhatIsStored) {
   EXPECT_EQ(Find("RID=" + card)[0]["DOORCODE"], 2);
 }
 
-TEST_F(Credentials, EditTellsWhereARefusalOnTheWayLeftTheCredential) {
+TEST_F(Credentials, ARefusedEditChangesNothingAndTellsWhoHoldsTheCredential) {
   ASSERT_EQ(Run({"--unit", "1", "credentials", "add", "--type", "card26", "--start", "1", "--end",
                  "2", "--facility", "12"})
                 .status,
@@ -170,7 +170,7 @@ TEST_F(Credentials, EditTellsWhereARefusalOnTheWayLeftTheCredential) {
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err,
             "Pello RT [information]: You cannot enter more than 500 combined codes.\n"
-            "qorhost: Corvin 30-Bit Card-1001 (RID 1) is assigned to nobody now.\n");
+            "qorhost: Corvin 30-Bit Card-1001 (RID 1) is assigned to Abbott Amelia A now.\n");
 }
 
 TEST_F(Credentials, RenumberTellsTheNewNumberAndTheControllersMessages) {

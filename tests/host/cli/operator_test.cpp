@@ -70,11 +70,11 @@ TEST_F(OperatorTest, WithoutATerminalTheAnswerIsNo) {
 
 TEST_F(OperatorTest, IsToldEveryFailureHarmlessly) {
   qorhost::Outcome outcome;
-  EXPECT_EQ(Tell(outcome, console_), ExitStatus::kDone);
+  EXPECT_EQ(Tell(outcome, "credential", console_), ExitStatus::kDone);
   EXPECT_EQ(err_.str(), "");
   outcome.ending = Ending::kFailed;
   outcome.failures = {"disk\nfull", "and more"};
-  EXPECT_EQ(Tell(outcome, console_), ExitStatus::kFailure);
+  EXPECT_EQ(Tell(outcome, "credential", console_), ExitStatus::kFailure);
   EXPECT_EQ(err_.str(), "qorhost: disk\\nfull\nqorhost: and more\n");
 }
 

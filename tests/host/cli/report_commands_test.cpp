@@ -267,7 +267,9 @@ TEST_F(Reports, HelpShowsExamples) {
 TEST_F(Reports, AnOlderStoreIsBroughtUpToDateFirst) {
   {
     sqlite::Database store(File("building.db"), OpenMode::kReadWrite);
-    store.Run("DELETE FROM TenantSelectionFields; PRAGMA user_version=1");
+    store.Run(
+        "DROP TABLE AuditEntries; DROP TABLE AuditRows; DROP TABLE UnitVersions;"
+        "DELETE FROM TenantSelectionFields; PRAGMA user_version=1");
   }
   EXPECT_THAT(Codes({}).out, HasSubstr("6 rows"));
   EXPECT_EQ(Count("TenantSelectionFields"), 17);
