@@ -14,6 +14,7 @@ enum class Size : bool {
 };
 
 [[nodiscard]] std::vector<Comparison> AddIssueBenchmarks(Size size);
+[[nodiscard]] std::vector<Comparison> AddWorkBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddTenantsBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddListBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddDirCodeBenchmarks(Size size);

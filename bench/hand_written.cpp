@@ -293,6 +293,35 @@ std::int64_t IssuePrepared(sqlite3* database, std::span<const RangeSave> saves) 
   return last;
 }
 
+void Renumber(sqlite3* database, std::int32_t unit, std::int32_t rows, std::int32_t times) {
+  const Statement find = Prepare(database,
+                                 "SELECT PINNo FROM CredentialBank WHERE UnitKey=?1 AND "
+                                 "CredentialType=?2 AND desktop_val(PINNo)=?3 AND RID<>?4");
+  const Statement read =
+      Prepare(database, "SELECT LASTMODIFIEDDATE FROM CredentialBank WHERE RID=?1");
+  const Statement change = Prepare(database,
+                                   "UPDATE CredentialBank SET PINNo=?1,LASTMODIFIEDDATE=?4 WHERE "
+                                   "UnitKey=?2 AND RID=?3");
+  constexpr int kStampParameter = 4;
+  for (std::int32_t time = 1; time <= times; ++time) {
+    for (std::int32_t rid = 1; rid <= rows; ++rid) {
+      const std::int64_t number = rid + std::int64_t{time} * rows;
+      const std::string stamp = Stamp();
+      Run(database, "BEGIN IMMEDIATE");
+      BindAll(find, std::array<std::int64_t, 4>{unit, kCardType, number, rid});
+      CheckDone(database, sqlite3_step(find.get()) == SQLITE_DONE);
+      sqlite3_reset(find.get());
+      BindAll(read, std::array<std::int64_t, 1>{rid});
+      CheckDone(database, sqlite3_step(read.get()) == SQLITE_ROW);
+      sqlite3_reset(read.get());
+      BindAll(change, std::array<std::int64_t, 3>{number, unit, rid});
+      BindText(change, kStampParameter, stamp);
+      Change(database, change);
+      Run(database, "COMMIT");
+    }
+  }
+}
+
 std::string IssueTenantsWithTexts(sqlite3* database, std::span<const RangeSave> saves) {
   std::string ids;
   for (const RangeSave& save : saves) {

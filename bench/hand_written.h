@@ -20,6 +20,11 @@ std::int64_t IssueWithTexts(sqlite3* database, std::span<const RangeSave> saves)
 /// (b) one prepared statement for all rows.
 std::int64_t IssuePrepared(sqlite3* database, std::span<const RangeSave> saves);
 
+/// Gives each of the credentials with the identities 1 to `rows` another number, `times` times,
+/// each in a transaction of its own: whether the number is free, whether the row is as it was read,
+/// and the change. Each time the numbers are `rows` higher.
+void Renumber(sqlite3* database, std::int32_t unit, std::int32_t rows, std::int32_t times);
+
 /// The statements that a save with tenants runs for each number: the credential, the next link
 /// code, the tenant, the counter read and written, the tenant's id, the backup row and the
 /// programming step. Returns the ids of the new tenants, each followed by a comma.

@@ -50,37 +50,37 @@ using Reader = int (*)(sqlite3*, int, sqlite3_value**);
 /// What SQLite calls back. It may not be left by an exception.
 struct ChangeLog::Hook {
   static void Called(void* context, sqlite3* /*handle*/, int operation, const char* schema,
-                     const char* table, sqlite3_int64 before, sqlite3_int64 after) {
+                     const char* name, sqlite3_int64 before, sqlite3_int64 after) {
     auto& log = *static_cast<ChangeLog*>(context);
     if (!log.on_ || std::string_view(schema) != "main") {
       return;
     }
     ++log.touched_;
-    if (!log.columns_.contains(std::string_view(table))) {
+    WatchedTable* const table = log.Find(name);
+    if (table == nullptr) {
       return;
     }
     try {
       switch (operation) {
         case SQLITE_INSERT:
-          return log.OnInsert(table, after);
+          return log.OnInsert(*table, after);
         case SQLITE_UPDATE:
-          return log.OnUpdate(table, before);
+          return log.OnUpdate(*table, before);
         default:
-          return log.OnDelete(table, before);
+          return log.OnDelete(*table, before);
       }
     } catch (...) {
       log.incomplete_ = true;
     }
   }
 
-  static std::vector<StoredCell> Row(const ChangeLog& log, const char* table, Reader read) {
-    const std::vector<std::string>& columns = log.columns_.find(std::string_view(table))->second;
+  static std::vector<StoredCell> Row(const ChangeLog& log, const WatchedTable& table, Reader read) {
     std::vector<StoredCell> cells;
-    cells.reserve(columns.size());
-    for (std::size_t at = 0; at < columns.size(); ++at) {
+    cells.reserve(table.columns.size());
+    for (const std::string& column : table.columns) {
       sqlite3_value* value = nullptr;
-      read(log.database_.handle(), static_cast<int>(at), &value);
-      cells.push_back({columns[at], ValueOf(value)});
+      read(log.database_.handle(), static_cast<int>(cells.size()), &value);
+      cells.push_back({column, ValueOf(value)});
     }
     return cells;
   }
@@ -95,11 +95,13 @@ ChangeLog::~ChangeLog() {
 }
 
 void ChangeLog::Start() {
-  if (columns_.empty()) {
-    ReadColumns();
+  if (tables_.empty()) {
+    ReadTables();
+  }
+  for (WatchedTable& table : tables_) {
+    table.run.reset();
   }
   changes_.clear();
-  runs_.clear();
   touched_ = 0;
   incomplete_ = false;
   on_ = true;
@@ -109,10 +111,41 @@ void ChangeLog::Stop() noexcept {
   on_ = false;
 }
 
+void ChangeLog::ReadTables() {
+  // The hook itself must not run statements.
+  Statement columns(database_,
+                    "SELECT T.name, C.name FROM sqlite_schema T, pragma_table_info(T.name) C "
+                    "WHERE T.type='table' AND T.name NOT LIKE 'sqlite!_%' ESCAPE '!' "
+                    "ORDER BY T.name, C.cid");
+  while (columns.Step()) {
+    const std::string_view name = columns.Text(0);
+    if (!IsKept(name)) {
+      continue;
+    }
+    if (tables_.empty() || tables_.back().name != name) {
+      tables_.push_back({std::string(name), {}, {}});
+    }
+    tables_.back().columns.emplace_back(columns.Text(1));
+  }
+}
+
+ChangeLog::WatchedTable* ChangeLog::Find(std::string_view name) {
+  if (latest_ < tables_.size() && tables_[latest_].name == name) {
+    return &tables_[latest_];
+  }
+  for (std::size_t at = 0; at < tables_.size(); ++at) {
+    if (tables_[at].name == name) {
+      latest_ = at;
+      return &tables_[at];
+    }
+  }
+  return nullptr;
+}
+
 ChangeLog::Place ChangeLog::Here() const {
-  Place place{touched_, changes_.size(), runs_, {}};
-  for (const auto& [table, run] : runs_) {
-    place.runEnds.push_back(changes_[run].lastRid);
+  Place place{touched_, changes_.size(), {}};
+  for (const WatchedTable& table : tables_) {
+    place.runs.push_back({table.run, table.run ? changes_[*table.run].lastRid : 0});
   }
   return place;
 }
@@ -120,10 +153,12 @@ ChangeLog::Place ChangeLog::Here() const {
 void ChangeLog::GoBackTo(const Place& place) {
   touched_ = place.touched;
   changes_.resize(std::min(changes_.size(), place.changes));
-  runs_ = place.runs;
-  std::size_t end = 0;
-  for (const auto& [table, run] : runs_) {
-    changes_[run].lastRid = place.runEnds[end++];
+  for (std::size_t at = 0; at < tables_.size(); ++at) {
+    const Place::Run run = at < place.runs.size() ? place.runs[at] : Place::Run{};
+    tables_[at].run = run.change;
+    if (run.change) {
+      changes_[*run.change].lastRid = run.end;
+    }
   }
 }
 
@@ -134,22 +169,21 @@ void ChangeLog::RequireComplete() const {
   }
 }
 
-void ChangeLog::OnInsert(const char* table, std::int64_t rid) {
-  const auto run = runs_.find(std::string_view(table));
-  if (run != runs_.end() && changes_[run->second].lastRid + 1 == rid) {
-    changes_[run->second].lastRid = rid;
+void ChangeLog::OnInsert(WatchedTable& table, std::int64_t rid) {
+  if (table.run && changes_[*table.run].lastRid + 1 == rid) {
+    changes_[*table.run].lastRid = rid;
     return;
   }
-  RowChange change{RowChangeKind::kInserted, table, rid, rid, {}, {}};
+  RowChange change{RowChangeKind::kInserted, table.name, rid, rid, {}, {}};
   change.after = Hook::Row(*this, table, &sqlite3_preupdate_new);
   changes_.push_back(std::move(change));
-  runs_.insert_or_assign(table, changes_.size() - 1);
+  table.run = changes_.size() - 1;
 }
 
-void ChangeLog::OnUpdate(const char* table, std::int64_t rid) {
+void ChangeLog::OnUpdate(const WatchedTable& table, std::int64_t rid) {
   std::vector<StoredCell> before = Hook::Row(*this, table, &sqlite3_preupdate_old);
   std::vector<StoredCell> after = Hook::Row(*this, table, &sqlite3_preupdate_new);
-  RowChange change{RowChangeKind::kUpdated, table, rid, rid, {}, {}};
+  RowChange change{RowChangeKind::kUpdated, table.name, rid, rid, {}, {}};
   for (std::size_t at = 0; at < before.size(); ++at) {
     if (before[at].value != after[at].value) {
       change.before.push_back(std::move(before[at]));
@@ -161,23 +195,10 @@ void ChangeLog::OnUpdate(const char* table, std::int64_t rid) {
   }
 }
 
-void ChangeLog::OnDelete(const char* table, std::int64_t rid) {
-  RowChange change{RowChangeKind::kDeleted, table, rid, rid, {}, {}};
+void ChangeLog::OnDelete(const WatchedTable& table, std::int64_t rid) {
+  RowChange change{RowChangeKind::kDeleted, table.name, rid, rid, {}, {}};
   change.before = Hook::Row(*this, table, &sqlite3_preupdate_old);
   changes_.push_back(std::move(change));
-}
-
-void ChangeLog::ReadColumns() {
-  // The hook itself must not run statements.
-  Statement columns(database_,
-                    "SELECT T.name, C.name FROM sqlite_schema T, pragma_table_info(T.name) C "
-                    "WHERE T.type='table' AND T.name NOT LIKE 'sqlite!_%' ESCAPE '!' "
-                    "ORDER BY T.name, C.cid");
-  while (columns.Step()) {
-    if (IsKept(columns.Text(0))) {
-      columns_[std::string(columns.Text(0))].emplace_back(columns.Text(1));
-    }
-  }
 }
 
 }  // namespace qorhost::sqlite

@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/store/row_change.h"
@@ -28,10 +28,13 @@ class ChangeLog {
 
   /// A place to go back to, when what came behind it is undone.
   struct Place {
+    struct Run {
+      std::optional<std::size_t> change;
+      std::int64_t end = 0;
+    };
     std::int64_t touched = 0;
     std::size_t changes = 0;
-    std::map<std::string, std::size_t, std::less<>> runs;
-    std::vector<std::int64_t> runEnds;
+    std::vector<Run> runs;  // in the order of the tables
   };
   [[nodiscard]] Place Here() const;
   void GoBackTo(const Place& place);
@@ -46,18 +49,25 @@ class ChangeLog {
   struct Hook;
   friend struct Hook;
 
-  void OnInsert(const char* table, std::int64_t rid);
-  void OnUpdate(const char* table, std::int64_t rid);
-  void OnDelete(const char* table, std::int64_t rid);
-  void ReadColumns();
+  struct WatchedTable {
+    std::string name;
+    std::vector<std::string> columns;
+    std::optional<std::size_t> run;  // the latest run of new rows, in changes_
+  };
+
+  void ReadTables();
+  [[nodiscard]] WatchedTable* Find(std::string_view name);
+  void OnInsert(WatchedTable& table, std::int64_t rid);
+  void OnUpdate(const WatchedTable& table, std::int64_t rid);
+  void OnDelete(const WatchedTable& table, std::int64_t rid);
 
   Database& database_;
   bool on_ = false;
   bool incomplete_ = false;
   std::int64_t touched_ = 0;
   std::vector<RowChange> changes_;
-  std::map<std::string, std::size_t, std::less<>> runs_;  // the latest run of new rows, by table
-  std::map<std::string, std::vector<std::string>, std::less<>> columns_;  // of the tables kept
+  std::vector<WatchedTable> tables_;
+  std::size_t latest_ = 0;  // the table that was found last: rows of one come one after the other
 };
 
 }  // namespace qorhost::sqlite

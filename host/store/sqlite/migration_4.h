@@ -6,18 +6,20 @@
 namespace qorhost::sqlite {
 
 // The rows of an entry are lines of JSON, in pieces: one row of a table holds no more than a value
-// of the engine may. UnitVersions keeps units that were deleted: a version never comes twice.
+// of the engine may. The first piece stands in the entry, where most end: every table and index
+// more is a page more that an operation writes. Entries are never deleted, so an identity never
+// comes twice. UnitVersions keeps units that were deleted, for the same reason.
 inline constexpr std::string_view kMigration4 = R"sql(
 CREATE TABLE AuditEntries (
-  RID INTEGER PRIMARY KEY AUTOINCREMENT,
+  RID INTEGER PRIMARY KEY,
   At TEXT NOT NULL,
   Who TEXT NOT NULL,
   Origin TEXT NOT NULL,
   UnitKey LONG,
   Previous LONG,
-  What TEXT NOT NULL
+  What TEXT NOT NULL,
+  Rows TEXT NOT NULL
 );
-CREATE INDEX AuditEntries_Unit ON AuditEntries (UnitKey);
 
 CREATE TABLE AuditRows (
   Entry INTEGER NOT NULL,

@@ -78,7 +78,9 @@ std::vector<WorkEntry> UnitOfWork::Since(std::int32_t unitKey, const UnitVersion
 }
 
 std::vector<RowChange> UnitOfWork::RowsOf(std::int64_t entry) {
-  const StatementUse read(session_.Own("SELECT Rows FROM AuditRows WHERE Entry=?1 ORDER BY Piece"));
+  const StatementUse read(
+      session_.Own("SELECT Rows, 0 AS Piece FROM AuditEntries WHERE RID=?1 UNION ALL "
+                   "SELECT Rows, Piece FROM AuditRows WHERE Entry=?1 ORDER BY Piece"));
   read->BindNumber(1, entry);
   std::vector<RowChange> changes;
   while (read->Step()) {
@@ -195,11 +197,12 @@ void UnitOfWork::StoreEntry() {
   const qorcred::Date now = author_.utc ? author_.utc() : session_.timeStamp().Clocked();
   const std::string at = dialect::CanonicalDate(now);
   const bool oneUnit = order_.units.size() == 1;
+  const std::vector<std::string> rows = RowsInPieces();
   {
     const StatementUse store(
-        session_.Own("INSERT INTO AuditEntries (At, Who, Origin, UnitKey, Previous, What) "
+        session_.Own("INSERT INTO AuditEntries (At, Who, Origin, UnitKey, Previous, What, Rows) "
                      "VALUES (?1, ?2, ?3, ?4, "
-                     "(SELECT Entry FROM UnitVersions WHERE UnitKey=?4), ?5)"));
+                     "(SELECT Entry FROM UnitVersions WHERE UnitKey=?4), ?5, ?6)"));
     store->BindText(1, at);
     store->BindText(2, author_.who);
     store->BindText(3, author_.origin);
@@ -207,37 +210,35 @@ void UnitOfWork::StoreEntry() {
       store->BindNumber(4, order_.units.front());
     }
     store->BindText(5, order_.what);
+    store->BindText(6, rows.front());
     store->Step();
   }
   const std::int64_t entry = sqlite3_last_insert_rowid(session_.database().handle());
-  StoreRows(entry);
+  StoreFurtherRows(entry, rows);
   RaiseVersions(entry);
 }
 
-void UnitOfWork::StoreRows(std::int64_t entry) {
-  std::int64_t piece = 0;
-  std::string rows;
-  const auto store = [&] {
-    if (rows.empty()) {
-      return;
+std::vector<std::string> UnitOfWork::RowsInPieces() const {
+  std::vector<std::string> pieces(1);
+  for (const RowChange& change : log_.changes()) {
+    const std::string line = TextOfChange(change) + '\n';
+    if (!pieces.back().empty() && pieces.back().size() + line.size() > kLongestPiece) {
+      pieces.emplace_back();
     }
+    pieces.back() += line;
+  }
+  return pieces;
+}
+
+void UnitOfWork::StoreFurtherRows(std::int64_t entry, const std::vector<std::string>& pieces) {
+  for (std::size_t piece = 1; piece < pieces.size(); ++piece) {
     const StatementUse insert(
         session_.Own("INSERT INTO AuditRows (Entry, Piece, Rows) VALUES (?1, ?2, ?3)"));
     insert->BindNumber(1, entry);
-    insert->BindNumber(2, ++piece);
-    insert->BindText(3, rows);
+    insert->BindNumber(2, static_cast<std::int64_t>(piece));
+    insert->BindText(3, pieces[piece]);
     insert->Step();
-    rows.clear();
-  };
-  for (const RowChange& change : log_.changes()) {
-    const std::string line = TextOfChange(change);
-    if (rows.size() + line.size() > kLongestPiece) {
-      store();
-    }
-    rows += line;
-    rows += '\n';
   }
-  store();
 }
 
 void UnitOfWork::KeepVersions(Statement& raised) {

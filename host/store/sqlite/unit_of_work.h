@@ -54,7 +54,8 @@ class UnitOfWork final : public qorhost::UnitOfWork {
  private:
   void TakeRightToWrite();
   void StoreEntry();
-  void StoreRows(std::int64_t entry);
+  [[nodiscard]] std::vector<std::string> RowsInPieces() const;
+  void StoreFurtherRows(std::int64_t entry, const std::vector<std::string>& pieces);
   void RaiseVersions(std::int64_t entry);
   void KeepVersions(Statement& raised);
   void ReleaseRightToWrite() noexcept;
