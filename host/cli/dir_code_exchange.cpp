@@ -32,20 +32,31 @@ UnitReading ReadFrom(const std::string& from, Console& console) {
   return ReadUnitFile(file);
 }
 
-/// Names every line that was not taken over. Raises RefusedError unless they may be left out.
-void ReportBadLines(const std::vector<LineFault>& faults, const DirCodeSyncOptions& options,
+/// Names every line that was not taken over. Raises RefusedError unless they may be left out, and
+/// for a file that is no unit file.
+void ReportBadLines(const UnitReading& reading, const DirCodeSyncOptions& options,
                     Console& console) {
   const std::string file = options.from == kStandardStream ? "standard input" : options.from;
+  const std::vector<LineFault>& faults = reading.faults;
   for (const LineFault& fault : faults) {
     console.err << fmt::format("qorhost: {}, line {}: {}\n", Displayable(file), fault.line,
                                Displayable(fault.reason));
   }
   if (!faults.empty() && !options.skipBadLines) {
+  if (!reading.isUnitFile) {
+    throw RefusedError(fmt::format("{} is no unit file, so nothing was changed", file));
+  }
     throw RefusedError(
         fmt::format("{} bad {}, so nothing was changed: mend the file, or say --skip-bad-lines",
                     faults.size(), faults.size() == 1 ? "line" : "lines"));
   }
 }
+  if (faults.empty() && !reading.isCounted) {
+    console.err << fmt::format(
+        "qorhost: {} has no end line, as files of an older version: whether it is whole cannot be "
+        "told.\n",
+        Displayable(file));
+  }
 
 Value Number(std::size_t count) {
   return {static_cast<double>(count)};
@@ -130,7 +141,7 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   CommandSession session(global, options.dryRun ? Access::kRead : Access::kChange, console);
   const std::int32_t unitKey = session.ChosenUnit().key;
   const UnitReading reading = ReadFrom(options.from, console);
-  ReportBadLines(reading.faults, options, console);
+  ReportBadLines(reading, options, console);
 
   // A bad line may stand for any stored code, so none counts as gone from the unit then.
   const bool complete = reading.faults.empty();

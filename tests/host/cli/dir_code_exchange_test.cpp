@@ -22,6 +22,11 @@ class Exchange : public DirCodeFixture {
     WriteUnitFile(out, unit);
     return out.str();
   }
+  /// The text of a unit file with lines more in front of its end line, which counts `count` then.
+  static std::string WithLines(const std::string& text, const std::string& lines,
+                               std::size_t count) {
+    return text.substr(0, text.rfind("end ")) + lines + "end " + std::to_string(count) + "\n";
+  }
   /// What unit 2 of the store would hold.
   [[nodiscard]] UnitFile Exported() {
     std::istringstream in(Do({"export", "--to", "-"}).out);
@@ -139,7 +144,8 @@ TEST_F(Exchange, DryRunNamesTheCodesThatWereNeverSent) {
 TEST_F(Exchange, ABadLineIsNamedAndNothingIsChanged) {
   UnitFile unit = Exported();
   Drop(unit, 101);
-  const std::string text = TextOf(unit) + "nonsense\n# a comment\n" + std::string(5000, 'x');
+  const std::string text =
+      WithLines(TextOf(unit), "nonsense\n# a comment\n" + std::string(5000, 'x') + "\n", 7);
   const Outcome outcome = Do({"sync", "--from", "-"}, text);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("qorhost: standard input, line 8: 1 fields instead of 24\n"));
@@ -153,7 +159,7 @@ TEST_F(Exchange, WithBadLinesLeftOutNoStoredCodeIsDeleted) {
   Drop(unit, 101);
   CodeIn(unit, 102)[Place::kPhone] = "555-9999";
   const Outcome outcome =
-      Do({"sync", "--from", "-", "--skip-bad-lines"}, TextOf(unit) + "nonsense\n");
+      Do({"sync", "--from", "-", "--skip-bad-lines"}, WithLines(TextOf(unit), "nonsense\n", 6));
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.out, "0 inserted, 1 updated, 0 deleted, 4 unchanged.\n");
   EXPECT_THAT(outcome.err, HasSubstr("line 8"));
@@ -167,8 +173,37 @@ TEST_F(Exchange, AFileThatIsNoUnitFileChangesNothing) {
     const Outcome outcome = Do({"sync", "--from", "-"}, text);
     EXPECT_EQ(outcome.status, 1) << text;
     EXPECT_THAT(outcome.err, HasSubstr("line 1: a unit file begins with the line")) << text;
+    const Outcome skipped = Do({"sync", "--from", "-", "--skip-bad-lines"}, text);
+    EXPECT_EQ(skipped.status, 1) << text;
+    EXPECT_THAT(skipped.err, HasSubstr("standard input is no unit file, so nothing was changed"));
   }
   EXPECT_EQ(Rows({"--unit", "2", "dircodes", "list"}).size(), 6U);
+}
+
+// Once such a file deleted every code without a word.
+TEST_F(Exchange, AFileThatIsCutOffChangesNothing) {
+  const std::string whole = TextOf(Exported());
+  const std::size_t behindHeader = whole.find('\n', whole.find("firmware")) + 1;
+  for (const std::size_t length : {behindHeader, whole.find("103;"), whole.rfind("end ")}) {
+    const Outcome outcome = Do({"sync", "--from", "-"}, whole.substr(0, length));
+    EXPECT_EQ(outcome.status, 1) << length;
+    EXPECT_THAT(outcome.err, HasSubstr("cut off")) << length;
+    const Outcome skipped =
+        Do({"sync", "--from", "-", "--skip-bad-lines"}, whole.substr(0, length));
+    EXPECT_THAT(skipped.out, HasSubstr(" 0 deleted,")) << length;
+  }
+  EXPECT_EQ(TextOf(Exported()), whole);
+}
+
+TEST_F(Exchange, AFileOfAnOlderVersionIsTakenAndSaidToBeSo) {
+  std::string text = TextOf(Exported());
+  text.replace(text.find("file 2"), 6, "file 1");
+  text.erase(text.rfind("end "));
+  const Outcome outcome = Do({"sync", "--from", "-"}, text);
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, "0 inserted, 0 updated, 0 deleted, 6 unchanged.\n");
+  EXPECT_THAT(outcome.err, HasSubstr("standard input has no end line"));
+  EXPECT_EQ(Sync(Exported()).err, "");
 }
 
 TEST_F(Exchange, AFileThatCannotBeReadIsAFailure) {
