@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/store/sqlite/engine_error.h"
+#include "host/store/sqlite/path_to_open.h"
 #include "host/store/sqlite/sql_functions.h"
 
 namespace qorhost::sqlite {
@@ -43,36 +44,13 @@ void Configure(sqlite3* handle) {
 int FlagsOf(OpenMode mode) {
   switch (mode) {
     case OpenMode::kReadOnly:
-      return SQLITE_OPEN_READONLY;
+      return SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
     case OpenMode::kReadWrite:
       return SQLITE_OPEN_READWRITE;
     case OpenMode::kCreate:
       break;
   }
   return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
-}
-
-// The file as SQLite is to open it. Says clearly what SQLite would only call "unable to open
-// database file"; the path is absolute because a bare name may read like a URI or ":memory:".
-std::string CheckedPath(const std::filesystem::path& file, OpenMode mode) {
-  std::error_code ignored;
-  const std::filesystem::path folder =
-      file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
-  if (!std::filesystem::is_directory(folder, ignored)) {
-    throw StoreError(fmt::format("The folder '{}' does not exist: create it or choose another one",
-                                 folder.string()),
-                     StoreFault::kCannotOpen);
-  }
-  if (std::filesystem::is_directory(file, ignored)) {
-    throw StoreError(fmt::format("'{}' is a folder: name a file in it", file.string()),
-                     StoreFault::kCannotOpen);
-  }
-  if (mode != OpenMode::kCreate && !std::filesystem::exists(file, ignored)) {
-    throw StoreError(
-        fmt::format("There is no store '{}': create it first or name another file", file.string()),
-        StoreFault::kCannotOpen);
-  }
-  return std::filesystem::absolute(file).string();
 }
 
 }  // namespace
@@ -82,8 +60,7 @@ void Database::Closer::operator()(sqlite3* handle) const noexcept {
 }
 
 Database::Database(const std::filesystem::path& file, OpenMode mode)
-    : Database(file.string(), CheckedPath(file, mode), FlagsOf(mode), mode == OpenMode::kReadOnly) {
-}
+    : Database(file.string(), PathToOpen(file, mode), FlagsOf(mode), mode == OpenMode::kReadOnly) {}
 
 Database::Database(std::string name, const std::string& path, int flags, bool readOnly)
     : name_(std::move(name)), readOnly_(readOnly) {
