@@ -12,6 +12,7 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/exported_codes.h"
 #include "host/desks/unit_merge.h"
+#include "host/files/file_error.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
 #include "host/files/whole_file.h"
@@ -28,7 +29,7 @@ UnitReading ReadFrom(const std::string& from, Console& console) {
   if (from == kStandardStream) {
     return ReadUnitFile(console.in);
   }
-  std::ifstream file = OpenInputFile(from, "unit file");
+  InputFile file(from, "unit file");
   return ReadUnitFile(file);
 }
 
@@ -36,27 +37,27 @@ UnitReading ReadFrom(const std::string& from, Console& console) {
 /// for a file that is no unit file.
 void ReportBadLines(const UnitReading& reading, const DirCodeSyncOptions& options,
                     Console& console) {
-  const std::string file = options.from == kStandardStream ? "standard input" : options.from;
   const std::vector<LineFault>& faults = reading.faults;
+  const std::string file = options.from == kStandardStream ? "standard input" : options.from;
   for (const LineFault& fault : faults) {
     console.err << fmt::format("qorhost: {}, line {}: {}\n", Displayable(file), fault.line,
                                Displayable(fault.reason));
   }
-  if (!faults.empty() && !options.skipBadLines) {
   if (!reading.isUnitFile) {
     throw RefusedError(fmt::format("{} is no unit file, so nothing was changed", file));
   }
+  if (!faults.empty() && !options.skipBadLines) {
     throw RefusedError(
         fmt::format("{} bad {}, so nothing was changed: mend the file, or say --skip-bad-lines",
                     faults.size(), faults.size() == 1 ? "line" : "lines"));
   }
-}
   if (faults.empty() && !reading.isCounted) {
     console.err << fmt::format(
         "qorhost: {} has no end line, as files of an older version: whether it is whole cannot be "
         "told.\n",
         Displayable(file));
   }
+}
 
 Value Number(std::size_t count) {
   return {static_cast<double>(count)};
@@ -125,12 +126,17 @@ void ReportObstacles(const std::vector<Obstacle>& obstacles, bool skip, Console&
   }
 }
 
-/// Raises RefusedError where no file can be put.
-void RequireFile(const std::string& to) {
-  if (!CanBeWritten(to)) {
-    throw RefusedError(fmt::format(
-        "'{}' is no file that can be replaced: name another with --to, or - for standard output",
-        to));
+/// Raises RefusedError for a file that is there already, unless it is to be replaced.
+void WriteFile(const UnitFile& unit, const GlobalOptions& global,
+               const DirCodeExportOptions& options) {
+  const Writing writing{options.force ? Standing::kReplaced : Standing::kStays,
+                        FilesOfStore(global.file)};
+  try {
+    WriteWholeFile(options.to, writing, [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
+  } catch (const FileError& failure) {
+    if (failure.problem() != FileProblem::kExists) throw;
+    throw RefusedError(std::string(failure.what()) +
+                       ": name another file with --to, or replace it with --force");
   }
 }
 
@@ -171,8 +177,7 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
     WriteUnitFile(console.out, unit);
     return ExitStatus::kDone;
   }
-  RequireFile(options.to);
-  WriteWholeFile(options.to, [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
+  WriteFile(unit, global, options);
   console.out << fmt::format("Wrote {} directory {} to {}.\n", unit.codes.size(),
                              unit.codes.size() == 1 ? "code" : "codes", Displayable(options.to));
   return ExitStatus::kDone;

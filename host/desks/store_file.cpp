@@ -55,6 +55,17 @@ StorePlace LookAt(const fs::path& file) {
   return fs::exists(file, ignored) ? StorePlace::kFile : StorePlace::kFree;
 }
 
+std::vector<fs::path> FilesOfStore(const fs::path& file) {
+  std::error_code ignored;
+  std::vector<fs::path> files{file, fs::weakly_canonical(file, ignored)};
+  for (const fs::path& name : std::vector<fs::path>(files)) {
+    for (const fs::path& beside : SideFilesOf(name)) {
+      files.push_back(beside);
+    }
+  }
+  return files;
+}
+
 void CreateStore(const fs::path& file, bool demo) {
   try {
     FillNewStore(file, demo);

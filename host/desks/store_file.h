@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 #include "host/desks/desk_error.h"
 #include "host/store/store.h"
@@ -19,6 +20,10 @@ enum class Access : bool { kRead, kChange };
 /// What stands where a store is to be.
 enum class StorePlace : std::uint8_t { kFree, kFile, kFolder };
 [[nodiscard]] StorePlace LookAt(const std::filesystem::path& file);
+
+/// The store's file and those that belong to it, under its own name and under that of a link: what
+/// nothing else may be written over.
+[[nodiscard]] std::vector<std::filesystem::path> FilesOfStore(const std::filesystem::path& file);
 
 /// A file that is to make room for a store and is none.
 class ForeignFile : public RefusedError {

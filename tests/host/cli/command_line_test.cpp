@@ -1,5 +1,6 @@
 // The program's commands around the store, its help and its exit status.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -73,6 +74,18 @@ TEST_F(CommandLine, InitReplacesAnEmptyFileAndWhatAnEarlierRunLeftBehind) {
   EXPECT_EQ(Run({"init", "--demo", "--force"}).status, 0);
   EXPECT_EQ(Rows({"units"}).size(), 3U);
   EXPECT_FALSE(std::filesystem::exists(File("building.db.new")));
+}
+
+TEST_F(CommandLine, AStoreOrInputThatIsNoFileIsRefusedAtOnce) {
+  InitDemo();
+  ASSERT_EQ(mkfifo(File("pipe").c_str(), 0600), 0);
+  for (const std::string& file : {File("pipe"), std::string("/dev/zero")}) {
+    const Outcome store = Run({"--db", file, "units"});
+    EXPECT_EQ(store.status, 3) << file;
+    EXPECT_THAT(store.err, HasSubstr("is a pipe, a socket or a device")) << file;
+    EXPECT_EQ(Run({"dircodes", "sync", "--unit", "2", "--from", file}).status, 3) << file;
+    EXPECT_EQ(Run({"dircodes", "import", "--unit", "2", file}).status, 3) << file;
+  }
 }
 
 TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {

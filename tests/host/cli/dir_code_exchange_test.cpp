@@ -337,22 +337,49 @@ TEST_F(Exchange, ExportNamesWhatAUnitCannotHoldAndWritesNothing) {
   EXPECT_THAT(skipped.out, HasSubstr("Wrote 4 directory codes to "));
 }
 
-TEST_F(Exchange, ExportReplacesAFileOnlyByAWholeOne) {
+TEST_F(Exchange, ExportReplacesAFileOnlyWhenForcedAndByAWholeOne) {
   Write("unit.txt", "old");
-  EXPECT_EQ(Do({"export", "--to", File("unit.txt")}).status, 0);
+  const Outcome refused = Do({"export", "--to", File("unit.txt")});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("exists already"));
+  EXPECT_THAT(refused.err, HasSubstr("--force"));
+  EXPECT_EQ(Read("unit.txt"), "old");
+  EXPECT_EQ(Do({"export", "--force", "--to", File("unit.txt")}).status, 0);
   EXPECT_EQ(Read("unit.txt"), TextOf(Exported()));
-  EXPECT_FALSE(std::filesystem::exists(File("unit.txt.new")));
   EXPECT_EQ(Do({"export", "--to", File("nowhere/unit.txt")}).status, 3);
   EXPECT_EQ(Do({"export", "--to", File(".")}).status, 1);
   EXPECT_EQ(Do({"export", "--to", "/dev/null"}).status, 1);
 }
 
-TEST_F(Exchange, ExportKeepsALinkAndReplacesWhatItLeadsTo) {
+TEST_F(Exchange, ExportNeverGoesThroughALink) {
   Write("unit.txt", "old");
   std::filesystem::create_symlink("unit.txt", File("link.txt"));
-  EXPECT_EQ(Do({"export", "--to", File("link.txt")}).status, 0);
+  const Outcome outcome = Do({"export", "--force", "--to", File("link.txt")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("is a link"));
   EXPECT_TRUE(std::filesystem::is_symlink(File("link.txt")));
-  EXPECT_EQ(Read("unit.txt"), TextOf(Exported()));
+  EXPECT_EQ(Read("unit.txt"), "old");
+}
+
+// Once this replaced the store.
+TEST_F(Exchange, ExportNeverReplacesTheStoreUnderAnyOfItsNames) {
+  namespace fs = std::filesystem;
+  fs::create_symlink("building.db", File("link.db"));
+  fs::create_hard_link(File("building.db"), File("hard.db"));
+  fs::create_directory_symlink(".", File("here"));
+  const std::string before = Read("building.db");
+  for (const char* name :
+       {"building.db", "building.db-wal", "building.db-shm", "building.db-journal", "link.db",
+        "hard.db", "here/building.db", "here/building.db-wal", "here/./here/building.db"}) {
+    for (const char* db : {"building.db", "link.db", "here/building.db"}) {
+      const Outcome outcome = Run(
+          {"--db", File(db), "--unit", "2", "dircodes", "export", "--force", "--to", File(name)});
+      EXPECT_EQ(outcome.status, 1) << db << " " << name;
+      EXPECT_THAT(outcome.err, HasSubstr("belongs to the store")) << db << " " << name;
+    }
+  }
+  EXPECT_TRUE(Read("building.db") == before);
+  EXPECT_EQ(Rows({"--unit", "2", "dircodes", "list"}).size(), 6U);
 }
 
 TEST_F(Exchange, ExportNamesTheFirmware) {
