@@ -6,6 +6,8 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
+#include "host/files/file_error.h"
+#include "host/files/file_kind.h"
 #include "host/files/json_writer.h"
 
 namespace qorhost {
@@ -21,11 +23,24 @@ void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
   out << fmt::format("{} {} changed\n", change.rows, change.rows == 1 ? "row" : "rows");
 }
 
+[[noreturn]] void RefuseExisting(const GlobalOptions& global) {
+  throw RefusedError(
+      fmt::format("'{}' exists already: name another file with --db, or replace it with --force",
+                  global.file.string()));
+}
+
+void Create(const GlobalOptions& global, const InitOptions& options) {
+  try {
+    CreateStore(global.file, options.demo);
+  } catch (const FileError& failure) {
+    if (failure.problem() != FileProblem::kExists) throw;
+    RefuseExisting(global);  // it came while the new one was made
+  }
+}
+
 void Replace(const GlobalOptions& global, const InitOptions& options) {
   if (!options.force) {
-    throw RefusedError(
-        fmt::format("'{}' exists already: name another file with --db, or replace it with --force",
-                    global.file.string()));
+    RefuseExisting(global);
   }
   try {
     ReplaceStore(global.file, options.demo);
@@ -45,8 +60,11 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
     case StorePlace::kFile:
       Replace(global, options);
       break;
+    case StorePlace::kOther:
+      throw RefusedError(fmt::format("'{}' is {}: name a file with --db", global.file.string(),
+                                     NameOf(KindOf(global.file, Links::kAreSeen))));
     case StorePlace::kFree:
-      CreateStore(global.file, options.demo);
+      Create(global, options);
       break;
   }
   const std::string name = Displayable(global.file.string());

@@ -17,8 +17,8 @@ enum class Access : bool { kRead, kChange };
 [[nodiscard]] std::unique_ptr<Store> OpenStoreFile(const std::filesystem::path& file,
                                                    Access access);
 
-/// What stands where a store is to be.
-enum class StorePlace : std::uint8_t { kFree, kFile, kFolder };
+/// What stands where a store is to be; a link is something else, wherever it leads.
+enum class StorePlace : std::uint8_t { kFree, kFile, kFolder, kOther };
 [[nodiscard]] StorePlace LookAt(const std::filesystem::path& file);
 
 /// The store's file and those that belong to it, under its own name and under that of a link: what
@@ -31,12 +31,15 @@ class ForeignFile : public RefusedError {
   using RefusedError::RefusedError;
 };
 
-/// Creates a store, empty or with the demo building, and leaves nothing behind when that fails.
-/// Raises StoreError.
+/// Creates a store, empty or with the demo building, readable by its owner alone: made under a name
+/// of its own and put in its place when it is whole. Raises StoreError, and FileError where
+/// something stands already, also what appeared there meanwhile (kExists); nothing is left behind
+/// then.
 void CreateStore(const std::filesystem::path& file, bool demo);
 
-/// The same in the place of a store, which stays as it was when the new one cannot be made. Raises
-/// ForeignFile for a file that is no store: it is never replaced.
+/// The same in the place of a store, whose rights it takes over. Nobody writes to the old one
+/// meanwhile, and it stays as it was when the new one cannot be made. Raises ForeignFile for a file
+/// that is no store: it is never replaced.
 void ReplaceStore(const std::filesystem::path& file, bool demo);
 
 }  // namespace qorhost

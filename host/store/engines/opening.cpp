@@ -1,6 +1,7 @@
 #include "host/store/engines/opening.h"
 
 #include "host/store/sqlite/printer.h"
+#include "host/store/sqlite/replacement.h"
 #include "host/store/sqlite/schema.h"
 #include "host/store/sqlite/store.h"
 
@@ -24,6 +25,10 @@ bool IsOlderStore(const std::filesystem::path& file) {
 
 std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file) {
   return sqlite::SideFilesOf(file);
+}
+
+std::unique_ptr<Replacement> BeginReplacement(const std::filesystem::path& file) {
+  return std::make_unique<sqlite::Replacement>(file);
 }
 
 dialect::StatementKind KindOfStatement(std::string_view sql) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/dialect/translator.h"
+#include "host/store/replacement.h"
 #include "host/store/store.h"
 
 namespace qorhost {
@@ -30,6 +31,11 @@ namespace qorhost {
 
 /// The files that may stand beside a store's and belong to it.
 [[nodiscard]] std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file);
+
+/// Keeps everybody from writing to a store that is to make room for another one; a store that is
+/// too damaged for that is replaced all the same. Waits as every writer does. Raises StoreError:
+/// kBusy when another program goes on writing, or reading what is not in the file yet.
+[[nodiscard]] std::unique_ptr<Replacement> BeginReplacement(const std::filesystem::path& file);
 
 /// What a statement does, before a store is opened for it. Raises SqlError for what the store would
 /// not take.
