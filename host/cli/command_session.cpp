@@ -4,6 +4,9 @@
 
 #include <utility>
 
+#include "host/cli/display_text.h"
+#include "host/desks/store_overview.h"
+
 namespace qorhost {
 
 namespace {
@@ -36,6 +39,7 @@ CommandSession::CommandSession(const GlobalOptions& global, Access access, Conso
 CommandSession::CommandSession(std::unique_ptr<Store> store, const GlobalOptions& global,
                                Console& console)
     : global_(global),
+      console_(console),
       operator_(console, global.answer),
       session_(std::move(store),
                SurroundingsOf(
@@ -46,16 +50,14 @@ CommandSession::CommandSession(std::unique_ptr<Store> store, const GlobalOptions
 
 std::vector<UnitName> CommandSession::ChosenUnits() {
   std::vector<UnitName> units = session_.Units();
-  if (!global_.unit) {
-    return units;
-  }
-  for (UnitName& unit : units) {
-    if (unit.key == *global_.unit) {
-      return {std::move(unit)};
+  if (global_.unit) {
+    std::erase_if(units, [this](const UnitName& unit) { return unit.key != *global_.unit; });
+    if (units.empty()) {
+      throw UsageError(fmt::format("there is no unit {} in '{}': 'qorhost units' lists them",
+                                   *global_.unit, global_.file.string()));
     }
   }
-  throw UsageError(fmt::format("there is no unit {} in '{}': 'qorhost units' lists them",
-                               *global_.unit, global_.file.string()));
+  return units;
 }
 
 UnitName CommandSession::ChosenUnit() {
@@ -65,7 +67,15 @@ UnitName CommandSession::ChosenUnit() {
         fmt::format("'{}' has no units: 'qorhost init --demo' makes a store with three",
                     global_.file.string()));
   }
+  units.resize(1);
+  TellWhatIsMissing(units);
   return std::move(units.front());
+}
+
+void CommandSession::TellWhatIsMissing(const std::vector<UnitName>& units) {
+  for (const std::string& missing : MissingSettings(session_, units)) {
+    console_.err << "qorhost: " << Displayable(missing) << '\n';
+  }
 }
 
 }  // namespace qorhost

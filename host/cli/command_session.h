@@ -36,14 +36,18 @@ class CommandSession {
 
   [[nodiscard]] DeskSession& desks() { return session_; }
 
-  /// The unit of --unit, or the first. Raises UsageError for a unit that is not in the store and
-  /// RefusedError when there is none.
+  /// The unit of --unit, or the first; what it lacks is told. Raises UsageError for a unit that is
+  /// not in the store and RefusedError when there is none.
   [[nodiscard]] UnitName ChosenUnit();
   /// The unit of --unit alone, or all units.
   [[nodiscard]] std::vector<UnitName> ChosenUnits();
 
+  /// Tells what units lack so that nothing can be stored in them.
+  void TellWhatIsMissing(const std::vector<UnitName>& units);
+
  private:
   const GlobalOptions& global_;
+  Console& console_;
   Operator operator_;
   DeskSession session_;
 };

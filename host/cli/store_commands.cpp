@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <vector>
+
 #include "host/cli/display_text.h"
 #include "host/cli/table_printer.h"
 #include "host/desks/store_overview.h"
@@ -79,13 +81,17 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
 
 ExitStatus RunUnits(const GlobalOptions& global, Console& console) {
   CommandSession session(global, Access::kRead, console);
-  PrintRows(console.out, UnitTable(session.desks(), session.ChosenUnits()), global.json);
+  const std::vector<UnitName> units = session.ChosenUnits();
+  session.TellWhatIsMissing(units);
+  PrintRows(console.out, UnitTable(session.desks(), units), global.json);
   return ExitStatus::kDone;
 }
 
 ExitStatus RunDoors(const GlobalOptions& global, Console& console) {
   CommandSession session(global, Access::kRead, console);
-  PrintRows(console.out, DoorTable(session.desks(), session.ChosenUnits()), global.json);
+  const std::vector<UnitName> units = session.ChosenUnits();
+  session.TellWhatIsMissing(units);
+  PrintRows(console.out, DoorTable(session.desks(), units), global.json);
   return ExitStatus::kDone;
 }
 

@@ -113,6 +113,26 @@ TEST_F(CommandLine, AStoreOrInputThatIsNoFileIsRefusedAtOnce) {
   }
 }
 
+TEST_F(CommandLine, AUnitWithoutSettingsIsNamed) {
+  InitDemo();
+  ASSERT_EQ(
+      Run({"sql", "--write", "INSERT INTO Units (UnitKey, UnitName) VALUES (9, 'Annex')"}).status,
+      0);
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"units"},
+        {"doors", "--unit", "9"},
+        {"credentials", "add", "--unit", "9", "--type", "card26", "--start", "1"}}) {
+    EXPECT_THAT(Run(words).err, HasSubstr("unit 9 'Annex' has no settings")) << words.front();
+  }
+  EXPECT_EQ(Run({"units", "--unit", "2"}).err, "");
+  ASSERT_EQ(
+      Run({"sql", "--write", "UPDATE UnitSettings SET UNITTYPE='Entry Panel 7' WHERE UnitKey=2"})
+          .status,
+      0);
+  EXPECT_THAT(Run({"units"}).err,
+              HasSubstr("unit 2 'Linden Park' has the type 'Entry Panel 7', whose capacity is"));
+}
+
 TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {
   const std::vector<std::vector<std::string>> commands = {
       {"units"},
