@@ -2,12 +2,12 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <stdio.h>   // renameat2
-#include <stdlib.h>  // mkostemp
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>   // renameat2
+#include <cstdlib>  // mkostemp
 #include <string>
 #include <system_error>
 #include <utility>

@@ -3,8 +3,10 @@
 
 #include <gmock/gmock.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include <filesystem>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -81,6 +83,24 @@ TEST_F(ReplacementTest, LosesNothingOfTheOldStoreWhenTheNewOneCannotBePut) {
   EXPECT_EQ(UnitIn(folder_.File("copy.db")), 7);
 }
 
+// Killed at the worst moment: the side files are gone, the new file has not come.
+TEST_F(ReplacementTest, ThatIsKilledHalfWayLeavesTheOldStoreWholeAndHoldsUpNoOtherOne) {
+  EXPECT_EXIT(
+      {
+        Database open = OpenDatabase(file_, OpenMode::kReadWrite);
+        open.Run("INSERT INTO Units (UnitKey) VALUES (7)");
+        Replacement replacement(file_);
+        replacement.Put(fresh_, [] { _exit(5); });
+      },
+      testing::ExitedWithCode(5), "");
+  EXPECT_EQ(UnitIn(file_), 7);
+  {
+    Replacement replacement(file_);
+    Put(replacement);
+  }
+  EXPECT_EQ(UnitIn(file_), 2);
+}
+
 TEST_F(ReplacementTest, NobodyElseWritesMeanwhileAndEverybodyReads) {
   Database before = OpenDatabase(file_, OpenMode::kReadWrite);
   const Replacement replacement(file_);
@@ -150,7 +170,7 @@ TEST_F(ReplacementTest, TheLastToCloseTheOldFileLeavesTheNewOnesLog) {
   EXPECT_EQ(UnitIn(file_), 3);
 }
 
-TEST_F(ReplacementTest, OfAMovedFileLocksTheOneThatCame) {
+TEST_F(ReplacementTest, MayFollowAnotherOneAtOnce) {
   const fs::path third = folder_.File("third.db");
   MakeStore(third, 3);
   {
