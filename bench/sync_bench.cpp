@@ -43,7 +43,7 @@ void PutStored(qorhost::sqlite::Database& database, std::int32_t count) {
 
 qorhost::MergeReport MergeFile(const std::filesystem::path& store,
                                const std::filesystem::path& unitFile) {
-  std::ifstream file = qorhost::OpenInputFile(unitFile);
+  qorhost::InputFile file(unitFile);
   const qorhost::UnitReading reading = qorhost::ReadUnitFile(file);
   Check(reading.faults.empty(), "every line of the unit file is good");
   qorhost::DeskSession session(qorhost::OpenStoreFile(store, qorhost::Access::kChange), {});

@@ -116,6 +116,8 @@ ExitStatus StatusOf(FileProblem problem) {
     case FileProblem::kHeadings:
       return ExitStatus::kUsage;
     case FileProblem::kUnusable:
+    case FileProblem::kExists:
+    case FileProblem::kOccupied:
       return ExitStatus::kRefused;
     case FileProblem::kUnreachable:
       break;

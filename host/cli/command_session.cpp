@@ -5,21 +5,25 @@
 #include <chrono>
 #include <utility>
 
+#include "host/cli/display_text.h"
+#include "host/desks/store_overview.h"
+
 namespace qorhost {
 
 namespace {
 
-std::unique_ptr<Store> OpenFile(const GlobalOptions& global, Access access) {
+std::unique_ptr<Store> OpenFile(const GlobalOptions& global, Access access, Console& console) {
   if (LookAt(global.file) == StorePlace::kFree) {
     throw FailureError(
         fmt::format("there is no database '{}': create one with 'qorhost init --demo', or name "
                     "another file with --db",
                     global.file.string()));
   }
-  return OpenStoreFile(global.file, access);
+  return OpenStoreFile(global.file, access, PatienceOf(global, console));
 }
 
-/// Waits for another writer, with a word on a terminal when that takes a while.
+}  // namespace
+
 Patience PatienceOf(const GlobalOptions& global, Console& console) {
   static constexpr std::chrono::seconds kWordless(2);
   const std::chrono::seconds limit(global.wait);
@@ -38,8 +42,6 @@ Patience PatienceOf(const GlobalOptions& global, Console& console) {
   return patience;
 }
 
-}  // namespace
-
 Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, MessageBox messageBox) {
   Surroundings surroundings;
   surroundings.messageBox = std::move(messageBox);
@@ -53,11 +55,12 @@ Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, Messa
 }
 
 CommandSession::CommandSession(const GlobalOptions& global, Access access, Console& console)
-    : CommandSession(OpenFile(global, access), global, console) {}
+    : CommandSession(OpenFile(global, access, console), global, console) {}
 
 CommandSession::CommandSession(std::unique_ptr<Store> store, const GlobalOptions& global,
                                Console& console)
     : global_(global),
+      console_(console),
       operator_(console, global.answer),
       session_(std::move(store),
                SurroundingsOf(
@@ -68,16 +71,14 @@ CommandSession::CommandSession(std::unique_ptr<Store> store, const GlobalOptions
 
 std::vector<UnitName> CommandSession::ChosenUnits() {
   std::vector<UnitName> units = session_.Units();
-  if (!global_.unit) {
-    return units;
-  }
-  for (UnitName& unit : units) {
-    if (unit.key == *global_.unit) {
-      return {std::move(unit)};
+  if (global_.unit) {
+    std::erase_if(units, [this](const UnitName& unit) { return unit.key != *global_.unit; });
+    if (units.empty()) {
+      throw UsageError(fmt::format("there is no unit {} in '{}': 'qorhost units' lists them",
+                                   *global_.unit, global_.file.string()));
     }
   }
-  throw UsageError(fmt::format("there is no unit {} in '{}': 'qorhost units' lists them",
-                               *global_.unit, global_.file.string()));
+  return units;
 }
 
 bool CommandSession::Asks(const std::string& question) {
@@ -92,7 +93,15 @@ UnitName CommandSession::ChosenUnit() {
         fmt::format("'{}' has no units: 'qorhost init --demo' makes a store with three",
                     global_.file.string()));
   }
+  units.resize(1);
+  TellWhatIsMissing(units);
   return std::move(units.front());
+}
+
+void CommandSession::TellWhatIsMissing(const std::vector<UnitName>& units) {
+  for (const std::string& missing : MissingSettings(session_, units)) {
+    console_.err << "qorhost: " << Displayable(missing) << '\n';
+  }
 }
 
 }  // namespace qorhost

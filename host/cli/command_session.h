@@ -37,19 +37,27 @@ class CommandSession {
 
   [[nodiscard]] DeskSession& desks() { return session_; }
 
-  /// The unit of --unit, or the first. Raises UsageError for a unit that is not in the store and
-  /// RefusedError when there is none.
+  /// The unit of --unit, or the first; what it lacks is told. Raises UsageError for a unit that is
+  /// not in the store and RefusedError when there is none.
   [[nodiscard]] UnitName ChosenUnit();
   /// Asks a question of the host's own, as the controllers' are asked.
   [[nodiscard]] bool Asks(const std::string& question);
   /// The unit of --unit alone, or all units.
   [[nodiscard]] std::vector<UnitName> ChosenUnits();
 
+  /// Tells what units lack so that nothing can be stored in them.
+  void TellWhatIsMissing(const std::vector<UnitName>& units);
+
  private:
   const GlobalOptions& global_;
+  Console& console_;
   Operator operator_;
   DeskSession session_;
 };
+
+/// Waits for others who write as long as --wait says, with a word on a terminal when that takes a
+/// while.
+[[nodiscard]] Patience PatienceOf(const GlobalOptions& global, Console& console);
 
 /// What a session on the console is handed; `messageBox` shows messages.
 [[nodiscard]] Surroundings SurroundingsOf(const GlobalOptions& global, Console& console,

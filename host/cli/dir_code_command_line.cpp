@@ -139,6 +139,7 @@ void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, DirCod
         return shown ? std::string() : std::string("must be a name without control characters");
       });
   write->add_flag("--skip", exported.skip, "Leave codes out that a unit cannot hold");
+  write->add_flag("--force", exported.force, "Replace a file that is there already");
 }
 
 }  // namespace

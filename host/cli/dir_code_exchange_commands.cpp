@@ -11,6 +11,7 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
+#include "host/files/file_error.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
 #include "host/files/whole_file.h"
@@ -25,11 +26,12 @@ UnitReading ReadFrom(const std::string& from, Console& console) {
   if (from == kStandardStream) {
     return ReadUnitFile(console.in);
   }
-  std::ifstream file = OpenInputFile(from, "unit file");
+  InputFile file(from, "unit file");
   return ReadUnitFile(file);
 }
 
-/// Names every line that was not taken over. Raises RefusedError unless they may be left out.
+/// Names every line that was not taken over. Raises RefusedError unless they may be left out, and
+/// for a file that is no unit file.
 void ReportBadLines(const UnitReading& reading, BadLines badLines, const std::string& from,
                     Console& console) {
   const std::string file = from == kStandardStream ? "standard input" : from;
@@ -37,8 +39,17 @@ void ReportBadLines(const UnitReading& reading, BadLines badLines, const std::st
     console.err << fmt::format("qorhost: {}, line {}: {}\n", Displayable(file), fault.line,
                                Displayable(fault.reason));
   }
+  if (!reading.isUnitFile) {
+    throw RefusedError(fmt::format("{} is no unit file, so nothing was changed", file));
+  }
   if (const std::string refusal = RefusalOf(reading, badLines); !refusal.empty()) {
     throw RefusedError(refusal + ", or say --skip-bad-lines");
+  }
+  if (reading.faults.empty() && !reading.isCounted) {
+    console.err << fmt::format(
+        "qorhost: {} has no end line, as files of an older version: whether it is whole cannot be "
+        "told.\n",
+        Displayable(file));
   }
 }
 
@@ -119,12 +130,17 @@ void RequireConsent(const MergeReport::Wholesale& wholesale, CommandSession& ses
   }
 }
 
-/// Raises RefusedError where no file can be put.
-void RequireFile(const std::string& to) {
-  if (!CanBeWritten(to)) {
-    throw RefusedError(fmt::format(
-        "'{}' is no file that can be replaced: name another with --to, or - for standard output",
-        to));
+/// Raises RefusedError for a file that is there already, unless it is to be replaced.
+void WriteFile(const UnitFile& unit, const GlobalOptions& global,
+               const DirCodeExportOptions& options) {
+  const Writing writing{options.force ? Standing::kReplaced : Standing::kStays,
+                        FilesOfStore(global.file)};
+  try {
+    WriteWholeFile(options.to, writing, [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
+  } catch (const FileError& failure) {
+    if (failure.problem() != FileProblem::kExists) throw;
+    throw RefusedError(std::string(failure.what()) +
+                       ": name another file with --to, or replace it with --force");
   }
 }
 
@@ -168,8 +184,7 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
     WriteUnitFile(console.out, unit);
     return ExitStatus::kDone;
   }
-  RequireFile(options.to);
-  WriteWholeFile(options.to, [&file = unit](std::ostream& out) { WriteUnitFile(out, file); });
+  WriteFile(unit, global, options);
   console.out << fmt::format("Wrote {} directory {} to {}.\n", unit.codes.size(),
                              unit.codes.size() == 1 ? "code" : "codes", Displayable(options.to));
   return ExitStatus::kDone;

@@ -61,6 +61,8 @@ int main(int argc, char** argv) {
   try {
     // A reader that went away is told by the write, not by a signal.
     std::signal(SIGPIPE, SIG_IGN);
+    // So is a limit on the size of files, like a full disk.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::ios::sync_with_stdio(false);
     const std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
     const int status =

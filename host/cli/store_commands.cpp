@@ -2,10 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <vector>
+
 #include "host/cli/display_text.h"
 #include "host/cli/table_printer.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
+#include "host/files/file_error.h"
+#include "host/files/file_kind.h"
 #include "host/files/json_writer.h"
 
 namespace qorhost {
@@ -21,14 +25,27 @@ void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
   out << fmt::format("{} {} changed\n", change.rows, change.rows == 1 ? "row" : "rows");
 }
 
-void Replace(const GlobalOptions& global, const InitOptions& options) {
+[[noreturn]] void RefuseExisting(const GlobalOptions& global) {
+  throw RefusedError(
+      fmt::format("'{}' exists already: name another file with --db, or replace it with --force",
+                  global.file.string()));
+}
+
+void Create(const GlobalOptions& global, const InitOptions& options) {
+  try {
+    CreateStore(global.file, options.demo);
+  } catch (const FileError& failure) {
+    if (failure.problem() != FileProblem::kExists) throw;
+    RefuseExisting(global);  // it came while the new one was made
+  }
+}
+
+void Replace(const GlobalOptions& global, const InitOptions& options, Console& console) {
   if (!options.force) {
-    throw RefusedError(
-        fmt::format("'{}' exists already: name another file with --db, or replace it with --force",
-                    global.file.string()));
+    RefuseExisting(global);
   }
   try {
-    ReplaceStore(global.file, options.demo);
+    ReplaceStore(global.file, options.demo, PatienceOf(global, console));
   } catch (const ForeignFile& foreign) {
     throw RefusedError(std::string(foreign.what()) +
                        ": name another file with --db, or move it away");
@@ -43,10 +60,13 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
       throw RefusedError(
           fmt::format("'{}' is a folder: name a file with --db", global.file.string()));
     case StorePlace::kFile:
-      Replace(global, options);
+      Replace(global, options, console);
       break;
+    case StorePlace::kOther:
+      throw RefusedError(fmt::format("'{}' is {}: name a file with --db", global.file.string(),
+                                     NameOf(KindOf(global.file, Links::kAreSeen))));
     case StorePlace::kFree:
-      CreateStore(global.file, options.demo);
+      Create(global, options);
       break;
   }
   const std::string name = Displayable(global.file.string());
@@ -61,13 +81,17 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
 
 ExitStatus RunUnits(const GlobalOptions& global, Console& console) {
   CommandSession session(global, Access::kRead, console);
-  PrintRows(console.out, UnitTable(session.desks(), session.ChosenUnits()), global.json);
+  const std::vector<UnitName> units = session.ChosenUnits();
+  session.TellWhatIsMissing(units);
+  PrintRows(console.out, UnitTable(session.desks(), units), global.json);
   return ExitStatus::kDone;
 }
 
 ExitStatus RunDoors(const GlobalOptions& global, Console& console) {
   CommandSession session(global, Access::kRead, console);
-  PrintRows(console.out, DoorTable(session.desks(), session.ChosenUnits()), global.json);
+  const std::vector<UnitName> units = session.ChosenUnits();
+  session.TellWhatIsMissing(units);
+  PrintRows(console.out, DoorTable(session.desks(), units), global.json);
   return ExitStatus::kDone;
 }
 

@@ -3,10 +3,14 @@
 #include <fmt/format.h>
 
 #include <system_error>
+#include <utility>
 
 #include "host/components/store_host.h"
+#include "host/files/file_kind.h"
+#include "host/files/fresh_file.h"
 #include "host/store/demo.h"
 #include "host/store/engines/opening.h"
+#include "host/store/store_error.h"
 
 namespace qorhost {
 
@@ -14,18 +18,63 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void RemoveStore(const fs::path& file) {
-  std::error_code ignored;
-  fs::remove(file, ignored);
-  for (const fs::path& beside : SideFilesOf(file)) {
-    fs::remove(beside, ignored);
+/// A store that is made in a file of a name of its own. What the engine put beside it goes with it.
+class FreshStore {
+ public:
+  FreshStore(const fs::path& place, bool demo) : file_(place) {
+    try {
+      Fill(demo);
+    } catch (const StoreError& failure) {
+      RemoveSideFiles();
+      throw StoreError(InWordsOf(failure, place), failure.fault());
+    } catch (...) {
+      RemoveSideFiles();
+      throw;
+    }
   }
-}
+  ~FreshStore() { RemoveSideFiles(); }
+  FreshStore(const FreshStore&) = delete;
+  FreshStore& operator=(const FreshStore&) = delete;
 
-void FillNewStore(const fs::path& file, bool demo) {
-  const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kCreate);
-  if (demo) {
-    CreateDemoData(*store->StartSession(SystemClock()));
+  [[nodiscard]] FreshFile& file() { return file_; }
+
+ private:
+  /// A failure with the name that people know in the place of the one that nobody does.
+  [[nodiscard]] std::string InWordsOf(const StoreError& failure, const fs::path& place) const {
+    std::string words = failure.what();
+    const std::string own = file_.path().string();
+    if (const std::size_t at = words.find(own); at != std::string::npos) {
+      words.replace(at, own.size(), place.string());
+    }
+    return words;
+  }
+
+  void Fill(bool demo) {
+    const std::unique_ptr<Store> store = OpenStore(file_.path(), OpenMode::kReadWrite);
+    if (demo) {
+      CreateDemoData(*store->StartSession(SystemClock()));
+    }
+  }
+
+  void RemoveSideFiles() {
+    std::error_code ignored;
+    for (const fs::path& beside : SideFilesOf(file_.path())) {
+      fs::remove(beside, ignored);
+    }
+  }
+
+  FreshFile file_;
+};
+
+/// Refuses a place beside which another store's files lie: its log would be taken for the new
+/// one's.
+void RequireNoSideFiles(const fs::path& file) {
+  std::error_code ignored;
+  for (const fs::path& beside : SideFilesOf(file)) {
+    if (fs::exists(fs::symlink_status(beside, ignored)) && LookAt(file) == StorePlace::kFree) {
+      throw RefusedError(fmt::format(
+          "'{}' was left behind by a store that is gone: move it away first", beside.string()));
+    }
   }
 }
 
@@ -39,50 +88,51 @@ void RequireStore(const fs::path& file) {
 
 }  // namespace
 
-std::unique_ptr<Store> OpenStoreFile(const fs::path& file, Access access) {
+std::unique_ptr<Store> OpenStoreFile(const fs::path& file, Access access, Patience patience) {
   if (access == Access::kRead && IsOlderStore(file)) {
     // Brought up to date by whatever is asked of it first.
-    (void)OpenStore(file, OpenMode::kReadWrite);
+    (void)OpenStore(file, OpenMode::kReadWrite, patience);
   }
-  return OpenStore(file, access == Access::kRead ? OpenMode::kReadOnly : OpenMode::kReadWrite);
+  return OpenStore(file, access == Access::kRead ? OpenMode::kReadOnly : OpenMode::kReadWrite,
+                   std::move(patience));
 }
 
 StorePlace LookAt(const fs::path& file) {
-  std::error_code ignored;
-  if (fs::is_directory(file, ignored)) {
-    return StorePlace::kFolder;
+  switch (KindOf(file, Links::kAreSeen)) {
+    case FileKind::kNone:
+      return StorePlace::kFree;
+    case FileKind::kFile:
+      return StorePlace::kFile;
+    case FileKind::kFolder:
+      return StorePlace::kFolder;
+    default:
+      return StorePlace::kOther;
   }
-  return fs::exists(file, ignored) ? StorePlace::kFile : StorePlace::kFree;
+}
+
+std::vector<fs::path> FilesOfStore(const fs::path& file) {
+  std::error_code ignored;
+  std::vector<fs::path> files{file, fs::weakly_canonical(file, ignored)};
+  for (const fs::path& name : std::vector<fs::path>(files)) {
+    for (const fs::path& beside : SideFilesOf(name)) {
+      files.push_back(beside);
+    }
+  }
+  return files;
 }
 
 void CreateStore(const fs::path& file, bool demo) {
-  try {
-    FillNewStore(file, demo);
-  } catch (...) {
-    RemoveStore(file);
-    throw;
-  }
+  RequireNoSideFiles(file);
+  FreshStore fresh(file, demo);
+  fresh.file().PutInPlace(Standing::kStays);
 }
 
-void ReplaceStore(const fs::path& file, bool demo) {
+void ReplaceStore(const fs::path& file, bool demo, Patience patience) {
   RequireStore(file);
-  // Made beside the old one and put in its place when it is whole.
-  fs::path fresh = file;
-  fresh += ".new";
-  if (fs::exists(fresh)) {
-    RequireStore(fresh);  // or what an earlier run left behind
-  }
-  RemoveStore(fresh);
-  try {
-    FillNewStore(fresh, demo);
-    for (const fs::path& beside : SideFilesOf(file)) {
-      fs::remove(beside);
-    }
-    fs::rename(fresh, file);
-  } catch (...) {
-    RemoveStore(fresh);
-    throw;
-  }
+  const std::unique_ptr<Replacement> replacement = BeginReplacement(file, std::move(patience));
+  FreshStore fresh(file, demo);
+  fresh.file().TakeRightsOf(file);
+  replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
 }
 
 }  // namespace qorhost

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 #include "host/desks/desk_error.h"
 #include "host/store/store.h"
@@ -13,12 +14,16 @@ namespace qorhost {
 enum class Access : bool { kRead, kChange };
 
 /// Opens a store; an older one is brought up to date first, whatever the access. Raises StoreError.
-[[nodiscard]] std::unique_ptr<Store> OpenStoreFile(const std::filesystem::path& file,
-                                                   Access access);
+[[nodiscard]] std::unique_ptr<Store> OpenStoreFile(const std::filesystem::path& file, Access access,
+                                                   Patience patience = {});
 
-/// What stands where a store is to be.
-enum class StorePlace : std::uint8_t { kFree, kFile, kFolder };
+/// What stands where a store is to be; a link is something else, wherever it leads.
+enum class StorePlace : std::uint8_t { kFree, kFile, kFolder, kOther };
 [[nodiscard]] StorePlace LookAt(const std::filesystem::path& file);
+
+/// The store's file and those that belong to it, under its own name and under that of a link: what
+/// nothing else may be written over.
+[[nodiscard]] std::vector<std::filesystem::path> FilesOfStore(const std::filesystem::path& file);
 
 /// A file that is to make room for a store and is none.
 class ForeignFile : public RefusedError {
@@ -26,12 +31,15 @@ class ForeignFile : public RefusedError {
   using RefusedError::RefusedError;
 };
 
-/// Creates a store, empty or with the demo building, and leaves nothing behind when that fails.
-/// Raises StoreError.
+/// Creates a store, empty or with the demo building, readable by its owner alone: made under a name
+/// of its own and put in its place when it is whole. Raises StoreError, and FileError where
+/// something stands already, also what appeared there meanwhile (kExists); nothing is left behind
+/// then.
 void CreateStore(const std::filesystem::path& file, bool demo);
 
-/// The same in the place of a store, which stays as it was when the new one cannot be made. Raises
-/// ForeignFile for a file that is no store: it is never replaced.
-void ReplaceStore(const std::filesystem::path& file, bool demo);
+/// The same in the place of a store, whose rights it takes over. Nobody writes to the old one
+/// meanwhile, and it stays as it was when the new one cannot be made. Raises ForeignFile for a file
+/// that is no store: it is never replaced.
+void ReplaceStore(const std::filesystem::path& file, bool demo, Patience patience = {});
 
 }  // namespace qorhost

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <optional>
 #include <string>
 
 #include "frame/capacity.h"
@@ -32,6 +33,12 @@ Value CapacityOf(DeskSession& session, std::int32_t unitKey) {
   }
 }
 
+/// Asked past every tracing: the answer is for the operator alone.
+bool HasNoCapacity(DeskSession& session, std::int32_t unitKey) {
+  const QueryResult result = session.sql().Select(qorcred::CapacityQuery(unitKey));
+  return qorcred::IsEmptyText(result.table->At(0, 0));
+}
+
 std::string TenantName(DeskSession& session, std::int32_t tenantId) {
   const QueryResult result = session.sql().Select(
       fmt::format("SELECT LastName & ' ' & FirstName FROM Tenants WHERE TenantID={}", tenantId));
@@ -54,6 +61,28 @@ Table UnitTable(DeskSession& session, const std::vector<UnitName>& units) {
                           CapacityOf(session, unit.key), number(status.pendingSteps)});
   }
   return table;
+}
+
+std::vector<std::string> MissingSettings(DeskSession& session, const std::vector<UnitName>& units) {
+  std::vector<std::string> missing;
+  for (const UnitName& unit : units) {
+    const std::optional<UnitFacts> facts = session.sql().units().Find(unit.key);
+    if (!facts) {
+      continue;
+    }
+    if (facts->type.empty()) {
+      missing.push_back(fmt::format(
+          "unit {} '{}' has no settings: its type and capacity are unknown, and nothing can be "
+          "stored in it until it has a row in UnitSettings",
+          unit.key, unit.name));
+    } else if (HasNoCapacity(session, unit.key)) {
+      missing.push_back(fmt::format(
+          "unit {} '{}' has the type '{}', whose capacity is unknown: nothing can be stored in it "
+          "until UnitTypes has one",
+          unit.key, unit.name, facts->type));
+    }
+  }
+  return missing;
 }
 
 Table DoorTable(DeskSession& session, const std::vector<UnitName>& units) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "host/desks/session.h"
@@ -12,6 +13,11 @@ namespace qorhost {
 
 /// The units with their codes in use, their capacity and the steps that wait for them.
 [[nodiscard]] Table UnitTable(DeskSession& session, const std::vector<UnitName>& units);
+
+/// What units lack, so that nothing can be stored in them; a sentence for each: "unit 9 'Annex' has
+/// no settings: ...".
+[[nodiscard]] std::vector<std::string> MissingSettings(DeskSession& session,
+                                                       const std::vector<UnitName>& units);
 
 /// The units' doors with their names and their captions on the credential screen.
 [[nodiscard]] Table DoorTable(DeskSession& session, const std::vector<UnitName>& units);

@@ -51,6 +51,9 @@ bool IsChangeOfRow(const ProgramStep& step) {
 }  // namespace
 
 std::string RefusalOf(const UnitReading& reading, BadLines badLines) {
+  if (!reading.isUnitFile) {
+    return "this is no unit file, so nothing was changed";
+  }
   const std::size_t count = reading.faults.size();
   if (count == 0 || badLines == BadLines::kLeftOut) {
     return {};

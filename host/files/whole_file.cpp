@@ -1,41 +1,75 @@
 #include "host/files/whole_file.h"
 
 #include <fmt/format.h>
+#include <sys/stat.h>
 
-#include <fstream>
+#include <algorithm>
 #include <system_error>
 
+#include "host/files/descriptor_buffer.h"
 #include "host/files/file_error.h"
+#include "host/files/file_kind.h"
 
 namespace qorhost {
 
 namespace fs = std::filesystem;
 
-bool CanBeWritten(const fs::path& to) {
+namespace {
+
+/// Whether both are one file, or would be one: one name in one folder.
+bool AreOne(const fs::path& one, const fs::path& other) {
   std::error_code ignored;
-  return !fs::exists(to, ignored) || fs::is_regular_file(to, ignored);
+  return fs::equivalent(one, other, ignored) ||
+         (one.filename() == other.filename() &&
+          fs::equivalent(FolderOf(one), FolderOf(other), ignored));
 }
 
-void WriteWholeFile(const fs::path& to, const std::function<void(std::ostream&)>& write) {
-  std::error_code error;
-  const fs::path place = fs::is_symlink(to, error) ? fs::weakly_canonical(to) : to;
-  fs::path fresh = place;
-  fresh += ".new";
-  std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
-  if (file) {
-    write(file);
-    file.close();
+[[noreturn]] void Refuse(const fs::path& to, std::string_view why) {
+  throw FileError(FileProblem::kOccupied,
+                  fmt::format("'{}' {}: name another file", to.string(), why));
+}
+
+/// Raises FileError where nothing may be put.
+void CheckPlace(const fs::path& to, const Writing& writing) {
+  if (to.filename().empty()) {
+    Refuse(to, "is no name of a file");
   }
-  if (file) {
-    fs::rename(fresh, place, error);
+  if (std::any_of(writing.never.begin(), writing.never.end(),
+                  [&to](const fs::path& file) { return AreOne(to, file); })) {
+    Refuse(to, "belongs to the store and is never replaced");
   }
-  if (!file || error) {
-    std::error_code ignored;
-    fs::remove(fresh, ignored);
+  switch (const FileKind kind = KindOf(to, Links::kAreSeen)) {
+    case FileKind::kNone:
+      return;
+    case FileKind::kFile:
+      if (writing.existing == Standing::kStays) {
+        throw FileError(FileProblem::kExists, fmt::format("'{}' exists already", to.string()));
+      }
+      return;
+    default:
+      Refuse(to, fmt::format("is {}, no file that can be replaced", NameOf(kind)));
+  }
+}
+
+}  // namespace
+
+void WriteWholeFile(const fs::path& to, const Writing& writing,
+                    const std::function<void(std::ostream&)>& write) {
+  CheckPlace(to, writing);
+  FreshFile fresh(to);
+  if (KindOf(to, Links::kAreSeen) == FileKind::kFile) {
+    fresh.TakeRightsOf(to);
+  }
+  DescriptorBuffer buffer(fresh.descriptor());
+  std::ostream out(&buffer);
+  write(out);
+  out.flush();
+  if (buffer.failure() || !out) {
     throw FileError(FileProblem::kUnreachable,
-                    fmt::format("cannot write '{}'{}{}", to.string(), error ? ": " : "",
-                                error ? error.message() : ""));
+                    fmt::format("cannot write '{}'{}{}", to.string(), buffer.failure() ? ": " : "",
+                                buffer.failure() ? buffer.failure().message() : ""));
   }
+  fresh.PutInPlace(writing.existing);
 }
 
 }  // namespace qorhost

@@ -1,18 +1,27 @@
-// Writing a file so that there is never half of it.
+// Writing a file so that there is never half of it, and never over something that it may not
+// replace.
 #pragma once
 
 #include <filesystem>
 #include <functional>
 #include <ostream>
+#include <vector>
+
+#include "host/files/fresh_file.h"
 
 namespace qorhost {
 
-/// Whether a file can be put there: nothing is there, or a file that can be replaced.
-[[nodiscard]] bool CanBeWritten(const std::filesystem::path& to);
+struct Writing {
+  Standing existing = Standing::kStays;  ///< what becomes of a file that is there already
+  /// Files that are never replaced, under whatever name, and names where none is put.
+  std::vector<std::filesystem::path> never;
+};
 
-/// Has the file written beside its place and moves it there when it is whole. A link stays: what it
-/// leads to is replaced. Raises FileError, and leaves what was there, when it cannot be written.
-void WriteWholeFile(const std::filesystem::path& to,
+/// Has the file written beside its place and moves it there when it is whole: a new one readable by
+/// its owner alone, a replaced one with the rights it had. Raises FileError, and leaves what was
+/// there: kExists for a file that stays, kOccupied for a link, for what is no file and for what is
+/// never replaced, kUnreachable with the system's reason when it cannot be written.
+void WriteWholeFile(const std::filesystem::path& to, const Writing& writing,
                     const std::function<void(std::ostream&)>& write);
 
 }  // namespace qorhost

@@ -16,8 +16,11 @@ namespace qorhost {
 
 namespace {
 
-constexpr std::string_view kFirstLine = "qorCred unit file 1";
+constexpr std::string_view kFirstLine = "qorCred unit file 2";
+// Of files without an end line: whether one of them is whole cannot be told.
+constexpr std::string_view kFirstLineUncounted = "qorCred unit file 1";
 constexpr std::string_view kFirmwareWord = "firmware ";
+constexpr std::string_view kEndWord = "end ";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr char kSeparator = ';';
 
@@ -28,11 +31,11 @@ struct Escape {
 };
 constexpr Escape kEscapes[] = {{'\\', '\\'}, {';', ';'}, {'\n', 'n'}, {'\r', 'r'}, {'#', '#'}};
 
-enum class LineRead { kLine, kTooLong, kEnd };
+enum class LineRead { kLine, kTooLong, kTooMuch, kEnd };
 
-// Reads up to the next line feed and keeps no more than the longest line; a carriage return in
-// front of the feed is dropped.
-LineRead ReadLine(std::istream& in, std::string& line) {
+// Reads up to the next line feed, `left` bytes at most, and keeps no more than the longest line; a
+// carriage return in front of the feed is dropped.
+LineRead ReadLine(std::istream& in, std::string& line, std::size_t& left) {
   line.clear();
   std::streambuf* buffer = in.rdbuf();
   bool any = false;
@@ -43,6 +46,8 @@ LineRead ReadLine(std::istream& in, std::string& line) {
       if (!any) return LineRead::kEnd;
       break;
     }
+    if (left == 0) return LineRead::kTooMuch;
+    --left;
     any = true;
     if (next == '\n') break;
     if (line.size() <= kLongestUnitLine) {
@@ -86,11 +91,12 @@ std::string SplitLine(std::string_view line, UnitCode& code) {
 
 class Reader {
  public:
-  explicit Reader(std::istream& in) : in_(in) {}
+  Reader(std::istream& in, std::size_t largest) : in_(in), largest_(largest), left_(largest) {}
 
   UnitReading Read() {
     try {
-      if (ReadHeader()) ReadCodes();
+      reading_.isUnitFile = ReadHeader();
+      if (reading_.isUnitFile) ReadCodes();
     } catch (const std::ios_base::failure& failure) {
       // A stream's buffer raises where reading itself fails, as on a folder or a lost drive.
       Fault(fmt::format("the file cannot be read from here on: {}", failure.code().message()));
@@ -101,17 +107,64 @@ class Reader {
  private:
   void ReadCodes() {
     for (LineRead read = Next(); read != LineRead::kEnd; read = Next()) {
+      if (read == LineRead::kTooMuch) {
+        Fault(fmt::format("the file is larger than {} bytes: nothing from here on is read",
+                          largest_));
+        return;
+      }
       if (read == LineRead::kTooLong) {
         Fault(TooLong());
+        ++codeLines_;
       } else if (!line_.empty() && line_.front() != '#') {
-        TakeLine();
+        if (reading_.isCounted) {
+          Fault("the line stands behind the end line: nothing from here on is read");
+          return;
+        }
+        if (line_.starts_with(kEndWord)) {
+          TakeEndLine();
+        } else {
+          ++codeLines_;
+          TakeLine();
+        }
       }
+      if (reading_.faults.size() >= kMostUnitFaults) {
+        ++number_;
+        Fault("there are too many bad lines: nothing from here on is read");
+        return;
+      }
+    }
+    CheckEnd();
+  }
+
+  // The count is that of all lines with a code, bad ones among them.
+  void TakeEndLine() {
+    if (const std::string count = std::to_string(codeLines_);
+        line_.substr(kEndWord.size()) != count) {
+      Fault(fmt::format(
+          "the end line says \"{}\", but {} {} before it: the file is damaged, or the "
+          "line must be \"{}{}\"",
+          line_, count, codeLines_ == 1 ? "code stands" : "codes stand", kEndWord, count));
+    }
+    reading_.isCounted = true;
+  }
+
+  void CheckEnd() {
+    if (reading_.isCounted) return;
+    if (mustHaveEnd_) {
+      Fault(fmt::format("the file is cut off: its last line must be \"{}\" and the number of codes",
+                        kEndWord.substr(0, kEndWord.size() - 1)));
+    } else if (codeLines_ == 0) {
+      // A unit without codes looks like this, and a file that was cut off behind its second line.
+      Fault(
+          fmt::format("there are no codes, and no line \"{}0\" that says so: the file may be cut "
+                      "off",
+                      kEndWord));
     }
   }
 
   LineRead Next() {
     ++number_;
-    return ReadLine(in_, line_);
+    return ReadLine(in_, line_, left_);
   }
 
   static std::string TooLong() {
@@ -124,10 +177,11 @@ class Reader {
     Next();
     std::string_view first = line_;
     if (first.starts_with(kByteOrderMark)) first.remove_prefix(kByteOrderMark.size());
-    if (first != kFirstLine) {
+    if (first != kFirstLine && first != kFirstLineUncounted) {
       Fault(fmt::format("a unit file begins with the line \"{}\"", kFirstLine));
       return false;
     }
+    mustHaveEnd_ = first == kFirstLine;
     const LineRead second = Next();
     if (second == LineRead::kTooLong) {
       Fault(TooLong());
@@ -168,9 +222,13 @@ class Reader {
   }
 
   std::istream& in_;
+  std::size_t largest_;
+  std::size_t left_;
   UnitReading reading_;
   std::string line_;
   std::size_t number_ = 0;
+  std::size_t codeLines_ = 0;
+  bool mustHaveEnd_ = false;
   std::unordered_map<std::int64_t, std::size_t> lineOfCode_;
 };
 
@@ -190,8 +248,8 @@ void AppendEscaped(std::string& line, std::string_view text) {
 
 }  // namespace
 
-UnitReading ReadUnitFile(std::istream& in) {
-  return Reader(in).Read();
+UnitReading ReadUnitFile(std::istream& in, std::size_t largest) {
+  return Reader(in, largest).Read();
 }
 
 std::string FaultInFirmware(std::string_view firmware) {
@@ -217,6 +275,7 @@ void WriteUnitFile(std::ostream& out, const UnitFile& file) {
     }
     out << line << '\n';
   }
+  out << kEndWord << file.codes.size() << '\n';
 }
 
 }  // namespace qorhost

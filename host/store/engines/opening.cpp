@@ -1,13 +1,17 @@
 #include "host/store/engines/opening.h"
 
+#include <utility>
+
 #include "host/store/sqlite/printer.h"
+#include "host/store/sqlite/replacement.h"
 #include "host/store/sqlite/schema.h"
 #include "host/store/sqlite/store.h"
 
 namespace qorhost {
 
-std::unique_ptr<Store> OpenStore(const std::filesystem::path& file, OpenMode mode) {
-  return std::make_unique<sqlite::Store>(sqlite::OpenDatabase(file, mode));
+std::unique_ptr<Store> OpenStore(const std::filesystem::path& file, OpenMode mode,
+                                 Patience patience) {
+  return std::make_unique<sqlite::Store>(sqlite::OpenDatabase(file, mode, std::move(patience)));
 }
 
 std::unique_ptr<Store> OpenMemoryStore() {
@@ -24,6 +28,11 @@ bool IsOlderStore(const std::filesystem::path& file) {
 
 std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file) {
   return sqlite::SideFilesOf(file);
+}
+
+std::unique_ptr<Replacement> BeginReplacement(const std::filesystem::path& file,
+                                              Patience patience) {
+  return std::make_unique<sqlite::Replacement>(file, std::move(patience));
 }
 
 dialect::StatementKind KindOfStatement(std::string_view sql) {

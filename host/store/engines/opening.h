@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/dialect/translator.h"
+#include "host/store/replacement.h"
 #include "host/store/store.h"
 
 namespace qorhost {
@@ -14,7 +15,8 @@ namespace qorhost {
 /// Opens a store and brings its schema up to date; kCreate makes an empty one when there is none.
 /// Raises StoreError for a file that is no store, is damaged, is newer than this program, or is
 /// older and was opened for reading only.
-[[nodiscard]] std::unique_ptr<Store> OpenStore(const std::filesystem::path& file, OpenMode mode);
+[[nodiscard]] std::unique_ptr<Store> OpenStore(const std::filesystem::path& file, OpenMode mode,
+                                               Patience patience = {});
 
 /// An empty store in memory, gone with the object.
 [[nodiscard]] std::unique_ptr<Store> OpenMemoryStore();
@@ -30,6 +32,12 @@ namespace qorhost {
 
 /// The files that may stand beside a store's and belong to it.
 [[nodiscard]] std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file);
+
+/// Keeps everybody from writing to a store that is to make room for another one; a store that is
+/// too damaged for that is replaced all the same. Waits as every writer does. Raises StoreError:
+/// kBusy when another program goes on writing, or reading what is not in the file yet.
+[[nodiscard]] std::unique_ptr<Replacement> BeginReplacement(const std::filesystem::path& file,
+                                                            Patience patience = {});
 
 /// What a statement does, before a store is opened for it. Raises SqlError for what the store would
 /// not take.

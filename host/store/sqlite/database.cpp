@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "host/store/sqlite/engine_error.h"
+#include "host/store/sqlite/path_to_open.h"
 #include "host/store/sqlite/sql_functions.h"
 
 namespace qorhost::sqlite {
@@ -77,7 +78,7 @@ void Configure(sqlite3* handle) {
 int FlagsOf(OpenMode mode) {
   switch (mode) {
     case OpenMode::kReadOnly:
-      return SQLITE_OPEN_READONLY;
+      return SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
     case OpenMode::kReadWrite:
       return SQLITE_OPEN_READWRITE;
     case OpenMode::kCreate:
@@ -86,41 +87,21 @@ int FlagsOf(OpenMode mode) {
   return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
 }
 
-// The file as SQLite is to open it. Says clearly what SQLite would only call "unable to open
-// database file"; the path is absolute because a bare name may read like a URI or ":memory:".
-std::string CheckedPath(const std::filesystem::path& file, OpenMode mode) {
-  std::error_code ignored;
-  const std::filesystem::path folder =
-      file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
-  if (!std::filesystem::is_directory(folder, ignored)) {
-    throw StoreError(fmt::format("The folder '{}' does not exist: create it or choose another one",
-                                 folder.string()),
-                     StoreFault::kCannotOpen);
-  }
-  if (std::filesystem::is_directory(file, ignored)) {
-    throw StoreError(fmt::format("'{}' is a folder: name a file in it", file.string()),
-                     StoreFault::kCannotOpen);
-  }
-  if (mode != OpenMode::kCreate && !std::filesystem::exists(file, ignored)) {
-    throw StoreError(
-        fmt::format("There is no store '{}': create it first or name another file", file.string()),
-        StoreFault::kCannotOpen);
-  }
-  return std::filesystem::absolute(file).string();
-}
-
 }  // namespace
 
 void Database::Closer::operator()(sqlite3* handle) const noexcept {
   sqlite3_close_v2(handle);
 }
 
-Database::Database(const std::filesystem::path& file, OpenMode mode)
-    : Database(file.string(), CheckedPath(file, mode), FlagsOf(mode), mode == OpenMode::kReadOnly) {
-}
+Database::Database(const std::filesystem::path& file, OpenMode mode, Patience patience)
+    : Database(file.string(), PathToOpen(file, mode), FlagsOf(mode), mode == OpenMode::kReadOnly,
+               std::move(patience)) {}
 
-Database::Database(std::string name, const std::string& path, int flags, bool readOnly)
-    : name_(std::move(name)), readOnly_(readOnly) {
+Database::Database(std::string name, const std::string& path, int flags, bool readOnly,
+                   Patience patience)
+    : name_(std::move(name)),
+      readOnly_(readOnly),
+      patience_(std::make_unique<Patience>(std::move(patience))) {
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
   handle_.reset(opened);
@@ -144,7 +125,7 @@ Database::Database(std::string name, const std::string& path, int flags, bool re
 
 Database Database::InMemory() {
   return {":memory:", ":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY,
-          false};
+          false, Patience{}};
 }
 
 void Database::Run(const std::string& sql) {

@@ -22,7 +22,7 @@ class Database {
  public:
   /// Opens a file with the dialect's functions and collation, limits against hostile statements and
   /// a busy timeout. Looks neither at its schema nor changes the file; see OpenDatabase().
-  Database(const std::filesystem::path& file, OpenMode mode);
+  Database(const std::filesystem::path& file, OpenMode mode, Patience patience = {});
   /// A database in memory, gone with this object.
   static Database InMemory();
 
@@ -48,12 +48,12 @@ class Database {
     void operator()(sqlite3* handle) const noexcept;
   };
 
-  Database(std::string name, const std::string& path, int flags, bool readOnly);
+  Database(std::string name, const std::string& path, int flags, bool readOnly, Patience patience);
 
   std::string name_;
   bool readOnly_;
   // Where SQLite finds it, wherever this object is moved to.
-  std::unique_ptr<Patience> patience_ = std::make_unique<Patience>();
+  std::unique_ptr<Patience> patience_;
   std::unique_ptr<sqlite3, Closer> handle_;
 };
 

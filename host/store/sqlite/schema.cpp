@@ -1,6 +1,7 @@
 #include "host/store/sqlite/schema.h"
 
 #include <fmt/format.h>
+#include <sqlite3.h>
 
 #include <array>
 #include <fstream>
@@ -18,6 +19,7 @@ namespace qorhost::sqlite {
 namespace {
 
 constexpr std::size_t kHeaderSize = 100;  // of every SQLite file
+constexpr int kMostOpenings = 100;        // of a file that is replaced again and again
 
 constexpr std::array kMigrations{Migration{1, kMigration1}, Migration{2, kMigration2},
                                  Migration{3, kMigration3}, Migration{4, kMigration4}};
@@ -93,6 +95,9 @@ void Migrate(Database& database) {
 void Prepare(Database& database) {
   CheckOwner(database);
   CheckVersion(database, VersionOf(database));
+  if (HasMoved(database)) {
+    return;
+  }
   if (!database.readOnly()) {
     // FULL: what an operator was told is saved stays saved when the power fails.
     database.Run("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL");
@@ -112,10 +117,31 @@ int SchemaVersion() {
   return kMigrations.back().version;
 }
 
-Database OpenDatabase(const std::filesystem::path& file, OpenMode mode) {
-  Database database(file, mode);
-  Prepare(database);
-  return database;
+Database OpenDatabase(const std::filesystem::path& file, OpenMode mode, Patience patience) {
+  // The engine finds the side files by name when it first reads. If the file has moved by then,
+  // they may be those of another one, and what was read means nothing.
+  for (int openings = 1; openings < kMostOpenings; ++openings) {
+    Database database(file, mode, patience);
+    try {
+      Prepare(database);
+    } catch (const StoreError&) {
+      if (!HasMoved(database)) {
+        throw;
+      }
+    }
+    if (!HasMoved(database)) {
+      return database;
+    }
+  }
+  throw StoreError(
+      fmt::format("'{}' is being replaced again and again: try again later", file.string()),
+      StoreFault::kBusy);
+}
+
+bool HasMoved(const Database& database) noexcept {
+  int moved = 0;
+  sqlite3_file_control(database.handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  return moved != 0;
 }
 
 bool IsStoreOrEmpty(const std::filesystem::path& file) {

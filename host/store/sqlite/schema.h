@@ -28,8 +28,10 @@ struct Migration {
 
 /// Opens a store and brings its schema up to date; kCreate makes an empty one when there is none.
 /// Raises StoreError for a file that is no store, is damaged, is newer than this program, or is
-/// older and was opened for reading only.
-[[nodiscard]] Database OpenDatabase(const std::filesystem::path& file, OpenMode mode);
+/// older and was opened for reading only. A file that makes room for another one meanwhile is left
+/// for that one.
+[[nodiscard]] Database OpenDatabase(const std::filesystem::path& file, OpenMode mode,
+                                    Patience patience = {});
 
 /// Whether a file holds a store, whole or damaged and of any version, or nothing at all: what may
 /// be replaced without a loss of anything else. Only reads the file. Raises StoreError when it
@@ -42,6 +44,9 @@ struct Migration {
 
 /// The log, index and journal that SQLite may keep beside a database.
 [[nodiscard]] std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file);
+
+/// Whether the file that was opened stands under its name no more.
+[[nodiscard]] bool HasMoved(const Database& database) noexcept;
 
 /// An empty store in memory.
 [[nodiscard]] Database OpenMemoryDatabase();

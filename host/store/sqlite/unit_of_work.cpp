@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/dialect/canonical_date.h"
+#include "host/store/sqlite/schema.h"
 #include "host/store/sqlite/session.h"
 #include "host/store/store_error.h"
 
@@ -30,10 +31,8 @@ std::string_view TextOf(VoidReason reason) {
   return "The operation was given up after an earlier failure: nothing was stored";
 }
 
-void RequireInPlace(Database& database) {
-  int moved = 0;
-  const int code = sqlite3_file_control(database.handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-  if (code == SQLITE_OK && moved != 0) {
+void RequireInPlace(const Database& database) {
+  if (HasMoved(database)) {
     throw StoreError(
         fmt::format("The store '{}' was moved or replaced while it was open: open it "
                     "again",

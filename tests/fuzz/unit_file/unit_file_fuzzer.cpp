@@ -15,6 +15,8 @@ using qorhost::UnitCode;
 using qorhost::UnitReading;
 using qortest::Check;
 
+constexpr std::size_t kMostCuts = 200;
+
 UnitReading Read(const std::string& text) {
   std::istringstream in(text);
   return qorhost::ReadUnitFile(in);
@@ -48,14 +50,20 @@ void CheckCodes(const std::vector<UnitCode>& codes) {
 void CheckFile(const std::string& text) {
   const UnitReading reading = Read(text);
   const auto feeds = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-  // The two lines of the beginning are looked for even where the file ends before.
-  CheckFaults(reading, std::max<std::size_t>(feeds + 1, 2));
+  // The two lines of the beginning, and one at the end, are looked for even where the file ends
+  // before.
+  CheckFaults(reading, feeds + 2);
   Check(reading.file.codes.size() + reading.faults.size() <= feeds + 2, "one line, one outcome");
   CheckCodes(reading.file.codes);
 
   const std::string once = Written(reading.file);
   const UnitReading again = Read(once);
   Check(again.faults.empty(), "what was written is read without fault");
+  Check(again.isUnitFile && again.isCounted, "what was written is whole");
+  for (std::size_t cut = 1; cut < once.size() && cut < kMostCuts; ++cut) {
+    Check(!Read(once.substr(0, once.size() - 1 - cut)).faults.empty(),
+          "a file that is cut is told");
+  }
   Check(Written(again.file) == once, "writing what was read is byte-identical");
 }
 
@@ -65,5 +73,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text(data, data + size);
   CheckFile(text);
   CheckFile("qorCred unit file 1\nfirmware FC02.010\n" + text);
+  CheckFile("qorCred unit file 2\nfirmware FC02.010\n" + text);
   return 0;
 }

@@ -1,5 +1,6 @@
 // The program's commands around the store, its help and its exit status.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -57,22 +58,79 @@ TEST_F(CommandLine, InitNeverReplacesAFileThatIsNoStore) {
   EXPECT_FALSE(std::filesystem::exists(File("notes.txt.new")));
 }
 
-TEST_F(CommandLine, InitNeverReplacesWhatStandsWhereTheNewStoreIsMade) {
+TEST_F(CommandLine, InitMakesTheNewStoreWhereNothingStands) {
   InitDemo();
   std::ofstream(File("building.db.new")) << "notes about the new building";
-  const Outcome outcome = Run({"init", "--force"});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr("building.db.new' is no store of this program"));
+  EXPECT_EQ(Run({"init", "--force"}).status, 0);
   EXPECT_EQ(ContentOf("building.db.new"), "notes about the new building");
+  EXPECT_EQ(Rows({"units"}).size(), 0U);
+}
+
+TEST_F(CommandLine, InitReplacesAnEmptyFile) {
+  std::ofstream(File("building.db")).close();
+  EXPECT_EQ(Run({"init", "--demo", "--force"}).status, 0);
   EXPECT_EQ(Rows({"units"}).size(), 3U);
 }
 
-TEST_F(CommandLine, InitReplacesAnEmptyFileAndWhatAnEarlierRunLeftBehind) {
-  std::ofstream(File("building.db")).close();
-  std::ofstream(File("building.db.new")).close();
-  EXPECT_EQ(Run({"init", "--demo", "--force"}).status, 0);
+TEST_F(CommandLine, InitMakesNoStoreWhereALinkOrSomethingElseStands) {
+  namespace fs = std::filesystem;
+  InitDemo();
+  fs::create_symlink("nowhere", File("dangling.db"));
+  fs::create_symlink("building.db", File("link.db"));
+  ASSERT_EQ(mkfifo(File("pipe.db").c_str(), 0600), 0);
+  const struct {
+    std::string file;
+    const char* what;
+  } rows[] = {{File("dangling.db"), "is a link"},
+              {File("link.db"), "is a link"},
+              {File("pipe.db"), "is a pipe"},
+              {"/dev/null", "is a device"},
+              {File("."), "is a folder"}};
+  for (const auto& row : rows) {
+    const fs::file_type before = fs::symlink_status(row.file).type();
+    for (const bool force : {false, true}) {
+      std::vector<std::string> words{"--db", row.file, "init", "--demo"};
+      if (force) words.emplace_back("--force");
+      const Outcome outcome = Run(words);
+      EXPECT_EQ(outcome.status, 1) << row.file;
+      EXPECT_THAT(outcome.err, HasSubstr(row.what)) << row.file;
+    }
+    EXPECT_EQ(fs::symlink_status(row.file).type(), before) << row.file;
+  }
+  EXPECT_FALSE(fs::exists(File("nowhere")));
   EXPECT_EQ(Rows({"units"}).size(), 3U);
-  EXPECT_FALSE(std::filesystem::exists(File("building.db.new")));
+}
+
+TEST_F(CommandLine, AStoreOrInputThatIsNoFileIsRefusedAtOnce) {
+  InitDemo();
+  ASSERT_EQ(mkfifo(File("pipe").c_str(), 0600), 0);
+  for (const std::string& file : {File("pipe"), std::string("/dev/zero")}) {
+    const Outcome store = Run({"--db", file, "units"});
+    EXPECT_EQ(store.status, 3) << file;
+    EXPECT_THAT(store.err, HasSubstr("is a pipe, a socket or a device")) << file;
+    EXPECT_EQ(Run({"dircodes", "sync", "--unit", "2", "--from", file}).status, 3) << file;
+    EXPECT_EQ(Run({"dircodes", "import", "--unit", "2", file}).status, 3) << file;
+  }
+}
+
+TEST_F(CommandLine, AUnitWithoutSettingsIsNamed) {
+  InitDemo();
+  ASSERT_EQ(
+      Run({"sql", "--write", "INSERT INTO Units (UnitKey, UnitName) VALUES (9, 'Annex')"}).status,
+      0);
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"units"},
+        {"doors", "--unit", "9"},
+        {"credentials", "add", "--unit", "9", "--type", "card26", "--start", "1"}}) {
+    EXPECT_THAT(Run(words).err, HasSubstr("unit 9 'Annex' has no settings")) << words.front();
+  }
+  EXPECT_EQ(Run({"units", "--unit", "2"}).err, "");
+  ASSERT_EQ(
+      Run({"sql", "--write", "UPDATE UnitSettings SET UNITTYPE='Entry Panel 7' WHERE UnitKey=2"})
+          .status,
+      0);
+  EXPECT_THAT(Run({"units"}).err,
+              HasSubstr("unit 2 'Linden Park' has the type 'Entry Panel 7', whose capacity is"));
 }
 
 TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {

@@ -21,6 +21,11 @@ class Exchange : public DirCodeFixture {
     WriteUnitFile(out, unit);
     return out.str();
   }
+  /// The text of a unit file with lines more in front of its end line, which counts `count` then.
+  static std::string WithLines(const std::string& text, const std::string& lines,
+                               std::size_t count) {
+    return text.substr(0, text.rfind("end ")) + lines + "end " + std::to_string(count) + "\n";
+  }
   /// What unit 2 of the store would hold.
   [[nodiscard]] UnitFile Exported() {
     std::istringstream in(Do({"export", "--to", "-"}).out);
@@ -97,7 +102,8 @@ TEST_F(Exchange, DryRunPrintsThePlan) {
 TEST_F(Exchange, ABadLineIsNamedAndNothingIsChanged) {
   UnitFile unit = Exported();
   Drop(unit, 101);
-  const std::string text = TextOf(unit) + "nonsense\n# a comment\n" + std::string(5000, 'x');
+  const std::string text =
+      WithLines(TextOf(unit), "nonsense\n# a comment\n" + std::string(5000, 'x') + "\n", 7);
   const Outcome outcome = Do({"sync", "--from", "-"}, text);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("qorhost: standard input, line 8: 1 fields instead of 24\n"));
@@ -111,7 +117,7 @@ TEST_F(Exchange, SkippedLinesAreNamedAndTheCodesThatWereNotDeletedCounted) {
   UnitFile unit = Exported();
   Drop(unit, 101);
   const Outcome outcome =
-      Do({"sync", "--from", "-", "--skip-bad-lines"}, TextOf(unit) + "nonsense\n");
+      Do({"sync", "--from", "-", "--skip-bad-lines"}, WithLines(TextOf(unit), "nonsense\n", 6));
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.out, "0 inserted, 0 updated, 0 deleted, 5 unchanged.\n");
   EXPECT_THAT(outcome.err, HasSubstr("line 8"));
@@ -123,8 +129,37 @@ TEST_F(Exchange, AFileThatIsNoUnitFileChangesNothing) {
     const Outcome outcome = Do({"sync", "--from", "-"}, text);
     EXPECT_EQ(outcome.status, 1) << text;
     EXPECT_THAT(outcome.err, HasSubstr("line 1: a unit file begins with the line")) << text;
+    const Outcome skipped = Do({"sync", "--from", "-", "--skip-bad-lines"}, text);
+    EXPECT_EQ(skipped.status, 1) << text;
+    EXPECT_THAT(skipped.err, HasSubstr("standard input is no unit file, so nothing was changed"));
   }
   EXPECT_EQ(Rows({"--unit", "2", "dircodes", "list"}).size(), 6U);
+}
+
+// Once such a file deleted every code without a word.
+TEST_F(Exchange, AFileThatIsCutOffChangesNothing) {
+  const std::string whole = TextOf(Exported());
+  const std::size_t behindHeader = whole.find('\n', whole.find("firmware")) + 1;
+  for (const std::size_t length : {behindHeader, whole.find("103;"), whole.rfind("end ")}) {
+    const Outcome outcome = Do({"sync", "--from", "-"}, whole.substr(0, length));
+    EXPECT_EQ(outcome.status, 1) << length;
+    EXPECT_THAT(outcome.err, HasSubstr("cut off")) << length;
+    const Outcome skipped =
+        Do({"sync", "--from", "-", "--skip-bad-lines"}, whole.substr(0, length));
+    EXPECT_THAT(skipped.out, HasSubstr(" 0 deleted,")) << length;
+  }
+  EXPECT_EQ(TextOf(Exported()), whole);
+}
+
+TEST_F(Exchange, AFileOfAnOlderVersionIsTakenAndSaidToBeSo) {
+  std::string text = TextOf(Exported());
+  text.replace(text.find("file 2"), 6, "file 1");
+  text.erase(text.rfind("end "));
+  const Outcome outcome = Do({"sync", "--from", "-"}, text);
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, "0 inserted, 0 updated, 0 deleted, 6 unchanged.\n");
+  EXPECT_THAT(outcome.err, HasSubstr("standard input has no end line"));
+  EXPECT_EQ(Sync(Exported()).err, "");
 }
 
 TEST_F(Exchange, AFileThatCannotBeReadIsAFailure) {
@@ -185,22 +220,49 @@ TEST_F(Exchange, ExportNamesWhatAUnitCannotHoldAndWritesNothing) {
   EXPECT_THAT(skipped.out, HasSubstr("Wrote 4 directory codes to "));
 }
 
-TEST_F(Exchange, ExportReplacesAFileOnlyByAWholeOne) {
+TEST_F(Exchange, ExportReplacesAFileOnlyWhenForcedAndByAWholeOne) {
   Write("unit.txt", "old");
-  EXPECT_EQ(Do({"export", "--to", File("unit.txt")}).status, 0);
+  const Outcome refused = Do({"export", "--to", File("unit.txt")});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("exists already"));
+  EXPECT_THAT(refused.err, HasSubstr("--force"));
+  EXPECT_EQ(Read("unit.txt"), "old");
+  EXPECT_EQ(Do({"export", "--force", "--to", File("unit.txt")}).status, 0);
   EXPECT_EQ(Read("unit.txt"), TextOf(Exported()));
-  EXPECT_FALSE(std::filesystem::exists(File("unit.txt.new")));
   EXPECT_EQ(Do({"export", "--to", File("nowhere/unit.txt")}).status, 3);
   EXPECT_EQ(Do({"export", "--to", File(".")}).status, 1);
   EXPECT_EQ(Do({"export", "--to", "/dev/null"}).status, 1);
 }
 
-TEST_F(Exchange, ExportKeepsALinkAndReplacesWhatItLeadsTo) {
+TEST_F(Exchange, ExportNeverGoesThroughALink) {
   Write("unit.txt", "old");
   std::filesystem::create_symlink("unit.txt", File("link.txt"));
-  EXPECT_EQ(Do({"export", "--to", File("link.txt")}).status, 0);
+  const Outcome outcome = Do({"export", "--force", "--to", File("link.txt")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("is a link"));
   EXPECT_TRUE(std::filesystem::is_symlink(File("link.txt")));
-  EXPECT_EQ(Read("unit.txt"), TextOf(Exported()));
+  EXPECT_EQ(Read("unit.txt"), "old");
+}
+
+// Once this replaced the store.
+TEST_F(Exchange, ExportNeverReplacesTheStoreUnderAnyOfItsNames) {
+  namespace fs = std::filesystem;
+  fs::create_symlink("building.db", File("link.db"));
+  fs::create_hard_link(File("building.db"), File("hard.db"));
+  fs::create_directory_symlink(".", File("here"));
+  const std::string before = Read("building.db");
+  for (const char* name :
+       {"building.db", "building.db-wal", "building.db-shm", "building.db-journal", "link.db",
+        "hard.db", "here/building.db", "here/building.db-wal", "here/./here/building.db"}) {
+    for (const char* db : {"building.db", "link.db", "here/building.db"}) {
+      const Outcome outcome = Run(
+          {"--db", File(db), "--unit", "2", "dircodes", "export", "--force", "--to", File(name)});
+      EXPECT_EQ(outcome.status, 1) << db << " " << name;
+      EXPECT_THAT(outcome.err, HasSubstr("belongs to the store")) << db << " " << name;
+    }
+  }
+  EXPECT_TRUE(Read("building.db") == before);
+  EXPECT_EQ(Rows({"--unit", "2", "dircodes", "list"}).size(), 6U);
 }
 
 TEST_F(Exchange, ExportNamesTheFirmware) {

@@ -1,12 +1,20 @@
 // Stores as a desk opens, makes and replaces them, looks them over, and runs a statement by hand.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <cstdio>
 #include <fstream>
+#include <functional>
+#include <iterator>
+#include <vector>
 
 #include "host/desks/desk_error.h"
 #include "host/desks/store_file.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
+#include "host/files/file_error.h"
 #include "tests/host/desks/desk_fixture.h"
 #include "tests/host/store/temporary_folder.h"
 
@@ -21,6 +29,10 @@ std::size_t UnitsIn(const fs::path& file) {
   return DeskSession(OpenStoreFile(file, Access::kRead), {}).Units().size();
 }
 
+std::ptrdiff_t EntriesIn(const fs::path& folder) {
+  return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+}
+
 TEST(StoreFiles, AreMadeReplacedAndSeen) {
   const TemporaryFolder folder;
   const fs::path file = folder.File("building.db");
@@ -30,18 +42,139 @@ TEST(StoreFiles, AreMadeReplacedAndSeen) {
   EXPECT_EQ(LookAt(file), StorePlace::kFile);
   EXPECT_EQ(UnitsIn(file), 3U);
   ReplaceStore(file, false);
+  EXPECT_EQ(EntriesIn(folder.path()), 1) << "something was left beside it";
   EXPECT_EQ(UnitsIn(file), 0U);
-  EXPECT_FALSE(fs::exists(folder.File("building.db.new")));
 }
 
 TEST(StoreFiles, NeverTakeThePlaceOfSomethingElse) {
   const TemporaryFolder folder;
   std::ofstream(folder.File("notes.txt")) << "these are notes, not a database";
   EXPECT_THROW(ReplaceStore(folder.File("notes.txt"), true), ForeignFile);
-  CreateStore(folder.File("building.db"), true);
-  std::ofstream(folder.File("building.db.new")) << "notes about the new building";
-  EXPECT_THROW(ReplaceStore(folder.File("building.db"), false), ForeignFile);
-  EXPECT_EQ(UnitsIn(folder.File("building.db")), 3U);
+  EXPECT_EQ(EntriesIn(folder.path()), 1);
+}
+
+TEST(StoreFiles, AreReadableByTheirOwnerAloneFromTheBeginning) {
+  const TemporaryFolder folder;
+  const fs::path file = folder.File("building.db");
+  const mode_t before = umask(0);
+  CreateStore(file, true);
+  DeskSession session(OpenStoreFile(file, Access::kChange), {});
+  (void)session.sql().Change("UPDATE DOORS SET DOORNAME='Yard' WHERE DOORID=4", std::nullopt);
+  umask(before);
+  ASSERT_EQ(EntriesIn(folder.path()), 3) << "store, log and index";
+  for (const auto& entry : fs::directory_iterator(folder.path())) {
+    EXPECT_EQ(entry.status().permissions(), fs::perms(0600)) << entry.path();
+  }
+}
+
+TEST(StoreFiles, KeepTheirRightsWhenTheyAreReplaced) {
+  const TemporaryFolder folder;
+  const fs::path file = folder.File("building.db");
+  CreateStore(file, true);
+  fs::permissions(file, fs::perms(0660));
+  ReplaceStore(file, false);
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0660));
+}
+
+TEST(StoreFiles, AreNotMadeOverWhatIsThere) {
+  const TemporaryFolder folder;
+  const fs::path file = folder.File("building.db");
+  CreateStore(file, true);
+  try {
+    CreateStore(file, false);
+    ADD_FAILURE() << "made twice";
+  } catch (const FileError& failure) {
+    EXPECT_EQ(failure.problem(), FileProblem::kExists);
+  }
+  EXPECT_EQ(EntriesIn(folder.path()), 1);
+  EXPECT_EQ(UnitsIn(file), 3U);
+}
+
+// The engine would take the log for the new store's.
+TEST(StoreFiles, AreNotMadeBesideTheLogOfAStoreThatIsGone) {
+  const TemporaryFolder folder;
+  std::ofstream(folder.File("building.db-wal")) << "a log";
+  EXPECT_THROW(CreateStore(folder.File("building.db"), true), RefusedError);
+  EXPECT_EQ(EntriesIn(folder.path()), 1);
+}
+
+/// Runs `work` in processes that begin together; what each of them returned.
+std::vector<int> InProcesses(int count, const std::function<int(int)>& work) {
+  int start[2];
+  EXPECT_EQ(pipe(start), 0);
+  std::vector<pid_t> children;
+  for (int number = 0; number < count; ++number) {
+    const pid_t child = fork();
+    if (child == 0) {
+      close(start[1]);
+      char none = 0;
+      (void)!read(start[0], &none, 1);  // until the parent closes its end
+      _exit(work(number));
+    }
+    children.push_back(child);
+  }
+  close(start[0]);
+  close(start[1]);
+  std::vector<int> results;
+  for (const pid_t child : children) {
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    results.push_back(WIFEXITED(status) ? WEXITSTATUS(status) : -1);
+  }
+  return results;
+}
+
+// Once a loser deleted the winner's store.
+TEST(StoreFiles, AreMadeByOneOfSeveralProcessesAtOnce) {
+  constexpr int kMade = 0;
+  constexpr int kFoundOne = 1;
+  constexpr int kOther = 2;
+  for (int round = 0; round < 5; ++round) {
+    const TemporaryFolder folder;
+    const fs::path file = folder.File("building.db");
+    const std::vector<int> results = InProcesses(3, [&](int) {
+      try {
+        CreateStore(file, true);
+        return kMade;
+      } catch (const FileError& failure) {
+        return failure.problem() == FileProblem::kExists ? kFoundOne : kOther;
+      } catch (const std::exception&) {
+        return kOther;
+      }
+    });
+    EXPECT_THAT(results, testing::UnorderedElementsAre(kMade, kFoundOne, kFoundOne));
+    EXPECT_EQ(EntriesIn(folder.path()), 1);
+    EXPECT_EQ(UnitsIn(file), 3U);
+  }
+}
+
+// Two processes replace it, one writes, two read: what is read is one store or the other, whole,
+// and nothing is ever damaged.
+TEST(StoreFiles, AreWholeForEverybodyWhileTheyAreReplaced) {
+  const TemporaryFolder folder;
+  const fs::path file = folder.File("building.db");
+  CreateStore(file, true);
+  const std::vector<int> results = InProcesses(5, [&](int number) {
+    try {
+      for (int round = 0; round < 6; ++round) {
+        if (number == 0 || number == 4) {
+          ReplaceStore(file, round % 2 == 0);
+        } else if (number == 1) {
+          DeskSession session(OpenStoreFile(file, Access::kChange), {});
+          (void)session.sql().Change("UPDATE DOORS SET DOORNAME='Yard' WHERE DOORID=4",
+                                     std::nullopt);
+        } else if (const std::size_t units = UnitsIn(file); units != 0 && units != 3) {
+          return 2;
+        }
+      }
+    } catch (const std::exception& failure) {
+      std::fprintf(stderr, "%d: %s\n", number, failure.what());
+      return 1;
+    }
+    return 0;
+  });
+  EXPECT_THAT(results, testing::Each(0));
+  EXPECT_EQ(UnitsIn(file), 0U) << "the last one that was put there";
 }
 
 class Overview : public DeskFixture {};

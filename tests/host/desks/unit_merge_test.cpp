@@ -112,6 +112,40 @@ TEST_F(UnitMerges, APlanTellsOfCodesThatWereNeverSent) {
   EXPECT_THAT(PlanOf(unit), ElementsAre(HasSubstr("never sent to the unit")));
 }
 
+TEST_F(UnitMerges, MoreThanHalfOfTheCodesAreDeletedOnlyWhenThatWasAgreedTo) {
+  UnitFile unit = Exported();
+  unit.codes.resize(2);
+  const UnitReading two{unit, {}};
+  UnitMerge merge(session(), kUnit, two, BadLines::kRefused);
+  const MergeReport refused = merge.Apply(nullptr);
+  EXPECT_EQ(refused.ending, Ending::kRefused);
+  ASSERT_TRUE(refused.wholesale);
+  EXPECT_EQ(refused.wholesale->deletions, 4U);
+  EXPECT_EQ(refused.wholesale->stored, 6U);
+  EXPECT_TRUE(IsAsBefore());
+
+  const MergeReport agreed = merge.Apply(nullptr, true);
+  EXPECT_TRUE(agreed.done());
+  EXPECT_EQ(agreed.deleted, 4U);
+  EXPECT_EQ(CodeCount(), 2);
+}
+
+TEST_F(UnitMerges, HalfOfTheCodesAreDeletedWithoutAQuestion) {
+  UnitFile unit = Exported();
+  unit.codes.resize(3);
+  const UnitReading three{unit, {}};
+  EXPECT_TRUE(UnitMerge(session(), kUnit, three, BadLines::kRefused).Apply(nullptr).done());
+  EXPECT_EQ(CodeCount(), 3);
+}
+
+TEST_F(UnitMerges, AFileThatIsNoUnitFileIsNotMergedWhateverMayBeLeftOut) {
+  UnitReading reading;
+  reading.isUnitFile = false;
+  for (const BadLines badLines : {BadLines::kRefused, BadLines::kLeftOut}) {
+    EXPECT_THROW(UnitMerge(session(), kUnit, reading, badLines), RefusedError);
+  }
+}
+
 TEST_F(UnitMerges, ABadLineForbidsTheMerge) {
   UnitReading reading = ChangedWithABadLine();
   EXPECT_EQ(RefusalOf(reading, BadLines::kRefused),

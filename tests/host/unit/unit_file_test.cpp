@@ -26,7 +26,9 @@ using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using namespace qorcred::unit_place;  // the places
 
-constexpr const char* kHead = "qorCred unit file 1\nfirmware FC02.010\n";
+constexpr const char* kHead = "qorCred unit file 2\nfirmware FC02.010\n";
+// Of files that have no end line.
+constexpr const char* kOldHead = "qorCred unit file 1\nfirmware FC02.010\n";
 constexpr const char* kLine =
     ";;;;101;5550101;12;5550202;34;Adler, K.;1;1;240315;0930;1;301231;2359;5;1;30;1;7;40;1\n";
 
@@ -49,23 +51,26 @@ MATCHER_P2(FaultAt, line, reason, "") {
 TEST(UnitFileTest, HoldsOneCodeALine) {
   UnitFile file;
   file.codes = {SampleCode()};
-  EXPECT_EQ(Written(file), std::string(kHead) + kLine);
+  EXPECT_EQ(Written(file), std::string(kHead) + kLine + "end 1\n");
 
-  const UnitReading reading = Read(std::string(kHead) + kLine);
+  const UnitReading reading = Read(std::string(kHead) + kLine + "end 1\n");
   EXPECT_THAT(reading.faults, IsEmpty());
+  EXPECT_TRUE(reading.isUnitFile);
+  EXPECT_TRUE(reading.isCounted);
   EXPECT_EQ(reading.file.firmware, "FC02.010");
   ASSERT_THAT(reading.file.codes, SizeIs(1));
   EXPECT_EQ(reading.file.codes[0], SampleCode());
 }
 
 TEST(UnitFileTest, SkipsCommentsAndEmptyLines) {
-  const UnitReading reading = Read(std::string(kHead) + "# the lobby\n\n" + kLine + "#end");
+  const UnitReading reading =
+      Read(std::string(kHead) + "# the lobby\n\n" + kLine + "end 1\n\n#end");
   EXPECT_THAT(reading.faults, IsEmpty());
   EXPECT_THAT(reading.file.codes, SizeIs(1));
 }
 
 TEST(UnitFileTest, ReadsAByteOrderMarkAndCarriageReturns) {
-  std::string text = "\xEF\xBB\xBF" + std::string(kHead) + kLine;
+  std::string text = "\xEF\xBB\xBF" + std::string(kHead) + kLine + "end 1\n";
   for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 2)) {
     text.insert(at, 1, '\r');
   }
@@ -77,9 +82,11 @@ TEST(UnitFileTest, ReadsAByteOrderMarkAndCarriageReturns) {
 }
 
 TEST(UnitFileTest, ReadsALastLineWithoutLineFeed) {
-  std::string text = std::string(kHead) + kLine;
-  text.pop_back();
-  EXPECT_THAT(Read(text).file.codes, SizeIs(1));
+  for (std::string text : {std::string(kHead) + kLine + "end 1\n", std::string(kOldHead) + kLine}) {
+    text.pop_back();
+    EXPECT_THAT(Read(text).faults, IsEmpty());
+    EXPECT_THAT(Read(text).file.codes, SizeIs(1));
+  }
 }
 
 TEST(UnitFileTest, TextsOfAnyKindSurvive) {
@@ -107,7 +114,7 @@ TEST(UnitFileTest, EveryBadLineIsToldAndTheOthersAreKept) {
   std::string other = good;
   other.replace(other.find("101"), 3, "102");
   const UnitReading reading = Read(std::string(kHead) + "nonsense\n" + good + "a\\q;\n" + other +
-                                   ";;;;x;;;;;;;;;;;;;;;;;;;\n" + good);
+                                   ";;;;x;;;;;;;;;;;;;;;;;;;\n" + good + "end 6\n");
   EXPECT_THAT(reading.faults,
               ElementsAre(FaultAt(3, "1 fields instead of 24"), FaultAt(5, "backslash"),
                           FaultAt(7, "directory code must be a number"),
@@ -119,22 +126,24 @@ TEST(UnitFileTest, EveryBadLineIsToldAndTheOthersAreKept) {
 TEST(UnitFileTest, OneFieldMoreIsAFault) {
   std::string line = kLine;
   line.insert(line.size() - 1, ";");
-  EXPECT_THAT(Read(std::string(kHead) + line).faults,
+  EXPECT_THAT(Read(kHead + line + "end 1\n").faults,
               ElementsAre(FaultAt(3, "25 fields instead of 24")));
 }
 
 TEST(UnitFileTest, LongLinesAreFaultsWhereTheyStand) {
   const std::string longest(qorhost::kLongestUnitLine, 'x');
-  const UnitReading reading = Read(std::string(kHead) + longest + "\n" + longest + "x\n" + kLine);
+  const UnitReading reading =
+      Read(std::string(kHead) + longest + "\n" + longest + "x\n" + kLine + "end 3\n");
   EXPECT_THAT(reading.faults, ElementsAre(FaultAt(3, "1 fields"), FaultAt(4, "longer than 4096")));
   EXPECT_THAT(reading.file.codes, SizeIs(1));
 }
 
 TEST(UnitFileTest, AnotherFileIsNotRead) {
   for (const char* text :
-       {"", "\n", "qorCred unit file 2\n", "PK\x03\x04", "qorCred unit file 1 "}) {
+       {"", "\n", "qorCred unit file 3\n", "PK\x03\x04", "qorCred unit file 1 "}) {
     const UnitReading reading = Read(text + std::string(kLine));
     EXPECT_THAT(reading.faults, ElementsAre(FaultAt(1, "begins with the line"))) << text;
+    EXPECT_FALSE(reading.isUnitFile) << text;
     EXPECT_THAT(reading.file.codes, IsEmpty()) << text;
   }
 }
@@ -143,6 +152,7 @@ TEST(UnitFileTest, TheFirmwareMustBeTold) {
   for (const char* second : {"", "firmware\n", "firmware \n", "FC01.005\n"}) {
     const UnitReading reading = Read("qorCred unit file 1\n" + std::string(second) + kLine);
     EXPECT_THAT(reading.faults, ElementsAre(FaultAt(2, "firmware"))) << second;
+    EXPECT_FALSE(reading.isUnitFile) << second;
     EXPECT_THAT(reading.file.codes, IsEmpty()) << second;
   }
 }
@@ -223,11 +233,98 @@ TEST(UnitFileTest, AFailingStreamIsToldAtItsLine) {
   }
 }
 
-TEST(UnitFileTest, AnEmptyUnitIsAUnit) {
-  const UnitReading reading = Read(kHead);
+TEST(UnitFileTest, AnEmptyUnitIsAUnitWhenItsEndLineSaysSo) {
+  const UnitReading reading = Read(std::string(kHead) + "end 0\n");
   EXPECT_THAT(reading.faults, IsEmpty());
   EXPECT_THAT(reading.file.codes, IsEmpty());
-  EXPECT_EQ(Written(reading.file), kHead);
+  EXPECT_EQ(Written(reading.file), std::string(kHead) + "end 0\n");
+}
+
+// A merge with a file that was cut off would delete the codes behind the cut.
+TEST(UnitFileTest, AFileThatIsCutAnywhereIsToldAsBad) {
+  UnitFile file;
+  for (const char* code : {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11"}) {
+    file.codes.push_back(With(kCode, code));
+  }
+  const std::string whole = Written(file);
+  ASSERT_THAT(Read(whole).faults, IsEmpty());
+  // The last line feed alone may be missing.
+  for (std::size_t length = 0; length + 1 < whole.size(); ++length) {
+    EXPECT_FALSE(Read(whole.substr(0, length)).faults.empty()) << length << " bytes";
+  }
+}
+
+TEST(UnitFileTest, AMissingEndLineIsToldBehindTheLastLine) {
+  EXPECT_THAT(Read(std::string(kHead) + kLine).faults, ElementsAre(FaultAt(4, "cut off")));
+  EXPECT_THAT(Read(kHead).faults, ElementsAre(FaultAt(3, "cut off")));
+}
+
+TEST(UnitFileTest, TheEndLineCountsTheLinesWithCodes) {
+  for (const char* end : {"end 2\n", "end 0\n", "end 01\n", "end 1 \n", "end -1\n", "end \n"}) {
+    EXPECT_THAT(Read(std::string(kHead) + kLine + end).faults,
+                ElementsAre(FaultAt(4, "must be \"end 1\"")))
+        << end;
+  }
+  // Bad lines stand for codes, too.
+  EXPECT_THAT(Read(std::string(kHead) + kLine + "nonsense\nend 2\n").faults,
+              ElementsAre(FaultAt(4, "1 fields")));
+}
+
+TEST(UnitFileTest, NothingStandsBehindTheEndLineButComments) {
+  std::string other = kLine;
+  other.replace(other.find("101"), 3, "102");
+  const UnitReading reading = Read(std::string(kHead) + kLine + "end 1\n# a\n" + other);
+  EXPECT_THAT(reading.faults, ElementsAre(FaultAt(6, "behind the end line")));
+  EXPECT_THAT(reading.file.codes, SizeIs(1));
+}
+
+TEST(UnitFileTest, AnOlderFileWithoutEndLineIsTakenAndKnownAsSuch) {
+  const UnitReading reading = Read(std::string(kOldHead) + kLine);
+  EXPECT_THAT(reading.faults, IsEmpty());
+  EXPECT_TRUE(reading.isUnitFile);
+  EXPECT_FALSE(reading.isCounted);
+  EXPECT_THAT(reading.file.codes, SizeIs(1));
+}
+
+TEST(UnitFileTest, AnOlderFileWithoutCodesIsBadBecauseItMayBeCutOff) {
+  const UnitReading reading = Read(kOldHead);
+  EXPECT_THAT(reading.faults, ElementsAre(FaultAt(3, "there are no codes")));
+  EXPECT_THAT(Read(std::string(kOldHead) + "end 0\n").faults, IsEmpty());
+}
+
+TEST(UnitFileTest, ReadingEndsAtTooManyBadLines) {
+  std::string text = kHead;
+  for (std::size_t i = 0; i < 5 * qorhost::kMostUnitFaults; ++i) text += "x\n";
+  const UnitReading reading = Read(text);
+  EXPECT_THAT(reading.faults, SizeIs(qorhost::kMostUnitFaults + 1));
+  EXPECT_THAT(reading.faults.back().reason, HasSubstr("too many bad lines"));
+}
+
+// Begins as a unit file and never ends, as one does that somebody goes on writing.
+class EndlessFile : public std::streambuf {
+ public:
+  EndlessFile() { Give(head_); }
+
+ protected:
+  int_type underflow() override {
+    Give(comment_);
+    return traits_type::to_int_type(comment_.front());
+  }
+
+ private:
+  void Give(std::string& text) { setg(text.data(), text.data(), text.data() + text.size()); }
+
+  std::string head_ = std::string(kHead) + kLine;
+  std::string comment_ = "# and so on\n";
+};
+
+TEST(UnitFileTest, ReadingEndsAtTheLargestSize) {
+  EndlessFile buffer;
+  std::istream in(&buffer);
+  const UnitReading reading = qorhost::ReadUnitFile(in, 10'000);
+  EXPECT_THAT(reading.faults, SizeIs(1));
+  EXPECT_THAT(reading.faults.front().reason, HasSubstr("larger than 10000 bytes"));
+  EXPECT_THAT(reading.file.codes, SizeIs(1));
 }
 
 TEST(UnitFileTest, WritingWhatWasReadIsByteIdentical) {

@@ -257,6 +257,138 @@ TEST_F(OpeningTest, SaysThatTheFileMayNotBeWritten) {
       testing::ExitedWithCode(0), "cannot be written: check the rights on the file");
 }
 
+// Somebody would have to stand at the other end of the pipe.
+TEST_F(OpeningTest, RefusesWhatIsNoFileAtOnce) {
+  ASSERT_EQ(mkfifo(File("pipe").c_str(), 0600), 0);
+  std::filesystem::create_symlink("pipe", File("link"));
+  for (const std::filesystem::path& file : {File("pipe"), File("link"), {"/dev/zero"}}) {
+    for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite, OpenMode::kCreate}) {
+      EXPECT_THAT(FailureOf(file, mode), HasSubstr("a pipe, a socket or a device")) << file;
+    }
+  }
+}
+
+TEST_F(OpeningTest, MakesNothingThroughALinkThatLeadsNowhere) {
+  std::filesystem::create_symlink("nowhere", File());
+  EXPECT_THAT(FailureOf(File(), OpenMode::kCreate), HasSubstr("is a link that leads nowhere"));
+  EXPECT_TRUE(std::filesystem::is_symlink(File()));
+  EXPECT_FALSE(std::filesystem::exists(File("nowhere")));
+}
+
+TEST_F(OpeningTest, ANewStoreAndWhatStandsBesideItAreItsOwnersAlone) {
+  const mode_t before = umask(0);
+  Database store = OpenDatabase(File(), OpenMode::kCreate);
+  store.Run("INSERT INTO Units (UnitKey) VALUES (5)");
+  umask(before);
+  for (const char* name : {"building.db", "building.db-wal", "building.db-shm"}) {
+    EXPECT_EQ(std::filesystem::status(File(name)).permissions(), std::filesystem::perms(0600))
+        << name;
+  }
+}
+
+constexpr uid_t kOwner = 65533;
+constexpr uid_t kReader = 65534;
+
+/// A store of one user that another one reads. Both have to be made out of root.
+class TwoUsersTest : public OpeningTest {
+ protected:
+  void SetUp() override {
+    if (geteuid() != 0) GTEST_SKIP() << "only root can be two users";
+    {
+      Database store = OpenDatabase(File(), OpenMode::kCreate);
+      store.Run("INSERT INTO Units (UnitKey) VALUES (5)");
+    }
+    std::filesystem::permissions(File(), std::filesystem::perms(0644));
+    ASSERT_EQ(chown(File().c_str(), kOwner, kOwner), 0);
+    ASSERT_EQ(chown(folder_.path().c_str(), kOwner, kOwner), 0);
+  }
+  void LetFolder(int rights) const {
+    std::filesystem::permissions(folder_.path(), static_cast<std::filesystem::perms>(rights));
+  }
+  /// What `work` says as that user, in a process of its own.
+  static void As(uid_t user, const std::function<std::string()>& work, const std::string& says) {
+    EXPECT_EXIT(
+        {
+          const bool became = setgid(user) == 0 && setuid(user) == 0;
+          std::string said;
+          try {
+            said = work();
+          } catch (const StoreError& failure) {
+            said = failure.what();
+          }
+          std::fprintf(stderr, "%s", said.c_str());
+          _exit(became ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), says);
+  }
+  [[nodiscard]] std::string Read() const {
+    Database store = OpenDatabase(File(), OpenMode::kReadOnly);
+    return "unit " + std::to_string(store.Number("SELECT max(UnitKey) FROM Units"));
+  }
+  [[nodiscard]] std::string Write() const {
+    Database store = OpenDatabase(File(), OpenMode::kReadWrite);
+    store.Run("INSERT INTO Units (UnitKey) VALUES (6)");
+    return "written";
+  }
+  [[nodiscard]] std::ptrdiff_t Files() const {
+    return std::distance(std::filesystem::directory_iterator(folder_.path()),
+                         std::filesystem::directory_iterator());
+  }
+};
+
+TEST_F(TwoUsersTest, AStoreInAFolderThatMayNotBeWrittenIsRead) {
+  LetFolder(0755);
+  As(
+      kReader, [this] { return Read(); }, "unit 5");
+  LetFolder(0555);
+  std::filesystem::permissions(File(), std::filesystem::perms(0444));
+  As(
+      kOwner, [this] { return Read(); }, "unit 5");
+  As(
+      kOwner, [this] { return Write(); }, "cannot be written: check the rights");
+  EXPECT_EQ(Files(), 1);
+}
+
+TEST_F(TwoUsersTest, AnothersReadingLeavesNothingBeside) {
+  LetFolder(0777);
+  As(
+      kReader, [this] { return Read(); }, "unit 5");
+  EXPECT_EQ(Files(), 1);
+  As(
+      kOwner, [this] { return Write(); }, "written");
+}
+
+// The engine itself leaves an empty log and an index that are the reader's, as other programs do.
+TEST_F(TwoUsersTest, WhatAnothersReadingLeftBesideDoesNotKeepTheOwnerOut) {
+  for (const bool writes : {true, false}) {
+    LetFolder(0777);
+    As(
+        kReader,
+        [this] {
+          sqlite3* database = nullptr;
+          sqlite3_open_v2(File().c_str(), &database, SQLITE_OPEN_READONLY, nullptr);
+          sqlite3_exec(database, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
+          sqlite3_close(database);
+          return std::string("read");
+        },
+        "read");
+    ASSERT_EQ(Files(), 3) << "the engine leaves nothing any more: this is needed no longer";
+    LetFolder(0755);
+    As(
+        kOwner, [this, writes] { return writes ? Write() : Read(); },
+        writes ? "written" : "unit 6");
+  }
+}
+
+TEST_F(TwoUsersTest, RootsWorkLeavesNothingThatKeepsTheOwnerOut) {
+  LetFolder(0755);
+  const Database open = OpenDatabase(File(), OpenMode::kReadWrite);
+  EXPECT_EQ(Read(), "unit 5");
+  EXPECT_EQ(Files(), 3);
+  As(
+      kOwner, [this] { return Write(); }, "written");
+}
+
 TEST_F(OpeningTest, TakesANameThatReadsLikeAUriAsAName) {
   const std::filesystem::path before = std::filesystem::current_path();
   std::filesystem::current_path(folder_.path());

@@ -1,0 +1,153 @@
+#include "host/store/sqlite/path_to_open.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "host/store/sqlite/file_lock.h"
+#include "host/store/store_error.h"
+
+namespace qorhost::sqlite {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool MayBeWritten(const fs::path& place) {
+  return faccessat(AT_FDCWD, place.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+fs::path Beside(const fs::path& file, const char* ending) {
+  fs::path beside = file;
+  beside += ending;
+  return beside;
+}
+
+bool IsMissingOrEmpty(const fs::path& file) {
+  std::error_code missing;
+  const std::uintmax_t size = fs::file_size(file, missing);
+  return missing || size == 0;
+}
+
+bool IsForeign(const fs::path& file) {
+  std::error_code ignored;
+  return fs::exists(file, ignored) && !MayBeWritten(file);
+}
+
+// Makes an empty file that its owner alone can read; what SQLite puts beside it gets its rights.
+void MakeFile(const fs::path& file) {
+  const int made = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  const int reason = errno;
+  if (made >= 0) {
+    close(made);
+  } else if (fs::is_symlink(file)) {
+    throw StoreError(fmt::format("'{}' is a link that leads nowhere: name a file", file.string()),
+                     StoreFault::kCannotOpen);
+  } else if (reason != EEXIST) {
+    throw StoreError(fmt::format("Cannot create the store '{}': {}", file.string(),
+                                 std::generic_category().message(reason)),
+                     StoreFault::kCannotOpen);
+  }
+}
+
+void RequireFolder(const fs::path& file) {
+  std::error_code ignored;
+  const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+  if (!fs::is_directory(folder, ignored)) {
+    throw StoreError(fmt::format("The folder '{}' does not exist: create it or choose another one",
+                                 folder.string()),
+                     StoreFault::kCannotOpen);
+  }
+}
+
+// Looks before anything is opened: that would wait for somebody at the other end of a pipe, and do
+// something to many a device.
+void RequireFile(const fs::path& file, OpenMode mode) {
+  std::error_code ignored;
+  if (fs::is_directory(file, ignored)) {
+    throw StoreError(fmt::format("'{}' is a folder: name a file in it", file.string()),
+                     StoreFault::kCannotOpen);
+  }
+  if (fs::exists(file, ignored)) {
+    if (!fs::is_regular_file(file, ignored)) {
+      throw StoreError(
+          fmt::format("'{}' is a pipe, a socket or a device: name a file", file.string()),
+          StoreFault::kCannotOpen);
+    }
+  } else if (mode == OpenMode::kCreate) {
+    MakeFile(file);
+  } else {
+    throw StoreError(
+        fmt::format("There is no store '{}': create it first or name another file", file.string()),
+        StoreFault::kCannotOpen);
+  }
+}
+
+// A user who only reads leaves an index and an empty log that are his own: SQLite cannot take them
+// away on a file that it may not write. They keep the owner out, and tell nothing.
+void RemoveWhatOthersLeft(const fs::path& place) {
+  const fs::path log = Beside(place, "-wal");
+  const fs::path index = Beside(place, "-shm");
+  const bool logIsForeign = IsForeign(log);
+  if (!(logIsForeign || IsForeign(index)) || (logIsForeign && !IsMissingOrEmpty(log))) {
+    return;
+  }
+  const FileLock lock(place, LockedBytes::kUse);
+  if (!lock.locked()) {
+    throw StoreError(fmt::format("Another user's program has the store '{}' open: let it finish, "
+                                 "then try again",
+                                 place.string()),
+                     StoreFault::kBusy);
+  }
+  std::error_code ignored;  // what stays is told when the store is opened
+  fs::remove(index, ignored);
+  if (logIsForeign && IsMissingOrEmpty(log)) {
+    fs::remove(log, ignored);
+  }
+}
+
+// Whether the file is all that there is to read, and nothing can or should be put beside it.
+bool IsReadAlone(const fs::path& place) {
+  std::error_code ignored;
+  return IsMissingOrEmpty(Beside(place, "-wal")) && !fs::exists(Beside(place, "-shm"), ignored) &&
+         !fs::exists(Beside(place, "-journal"), ignored);
+}
+
+// A URI that tells SQLite that nobody writes the file and nothing stands beside it.
+std::string ReadAloneUri(const fs::path& place) {
+  std::string uri = "file:";
+  for (const char character : place.string()) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte == '/' || (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
+        (byte >= 'A' && byte <= 'Z')) {
+      uri.push_back(character);
+    } else {
+      uri += fmt::format("%{:02X}", byte);
+    }
+  }
+  return uri + "?immutable=1";
+}
+
+}  // namespace
+
+std::string PathToOpen(const fs::path& file, OpenMode mode) {
+  RequireFolder(file);
+  RequireFile(file, mode);
+  std::error_code failed;
+  const fs::path place = fs::canonical(file, failed);
+  if (!failed) {
+    if (MayBeWritten(place) && MayBeWritten(place.parent_path())) {
+      RemoveWhatOthersLeft(place);
+    } else if (mode == OpenMode::kReadOnly && IsReadAlone(place)) {
+      return ReadAloneUri(place);
+    }
+  }
+  // Absolute, because a bare name may read like a URI or ":memory:".
+  return fs::absolute(file).string();
+}
+
+}  // namespace qorhost::sqlite
