@@ -95,6 +95,7 @@ class Reader {
 
   UnitReading Read() {
     try {
+      reading_.isUnitFile = false;  // unless it begins as one
       reading_.isUnitFile = ReadHeader();
       if (reading_.isUnitFile) ReadCodes();
     } catch (const std::ios_base::failure& failure) {
