@@ -249,8 +249,26 @@ Outcome CredentialDesk::SaveOnce(IssuedCredentials& issued, const Progress& prog
 Outcome CredentialDesk::SaveSelected() {
   return Work("edit credential " + Shown().entry, [this] {
     OperationRecord saving(session_);
-    return saving.End(controller_->pbSave(session_.connection(), unitKey_, false, true));
+    Outcome saved = saving.End(controller_->pbSave(session_.connection(), unitKey_, false, true));
+    // The controller answers True also when the tenant is not there any more.
+    if (saved.done() && !IsHeldAsChosen()) {
+      saved.ending = Ending::kStale;
+    }
+    return saved;
   });
+}
+
+bool CredentialDesk::IsHeldAsChosen() {
+  const ListModel& tenants = screen_->List("cboAssignedTo");
+  const std::int32_t chosen = tenants.selected();
+  if (chosen < placeholders::kInTenants) {
+    return true;
+  }
+  const QueryResult holder = session_.sql().Select(
+      fmt::format("SELECT RID FROM TENANTS WHERE UnitKey={0} AND TenantID={1} AND "
+                  "(CREDENTIALID1={2} OR CREDENTIALID2={2})",
+                  unitKey_, tenants.ItemData(chosen), Shown().rid));
+  return holder.rowCount > 0;
 }
 
 ChangedCredential CredentialDesk::SaveEdited() {

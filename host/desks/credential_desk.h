@@ -98,6 +98,7 @@ class CredentialDesk {
   [[nodiscard]] Outcome Work(std::string what, const std::function<Outcome()>& run);
   [[nodiscard]] Outcome SaveOnce(IssuedCredentials& issued, const Progress& progress);
   [[nodiscard]] Outcome SaveSelected();
+  [[nodiscard]] bool IsHeldAsChosen();
 
   DeskSession& session_;
   std::int32_t unitKey_;
