@@ -10,6 +10,7 @@
 #include "frame/schema.h"
 #include "frame/text.h"
 #include "host/desks/credential_entry.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 
@@ -85,7 +86,7 @@ void CredentialDesk::Open() {
     }
   });
 
-  shown_.Take();
+  shown_.TakeUnit();
   const OperationRecord opening(session_);
   FillDoors();
   controller_->pbRetrieveSchedules(session_.connection(), unitKey_);
@@ -97,6 +98,15 @@ void CredentialDesk::Open() {
 
   // A unit with fewer than four doors ends this with a trapped failure, its labels being set.
   controller_->pbRetrieveDoorDetails(session_.connection(), unitKey_);
+}
+
+/// The lists from which an operator chooses what to change.
+void CredentialDesk::FillLists() {
+  shown_.TakeUnit();
+  const OperationRecord filling(session_);
+  controller_->pbRetrieveTenants(session_.connection(), unitKey_);
+  RefreshCredentials();
+  filling.RequireNoFailure("fill the credential screen again");
 }
 
 void CredentialDesk::FillDoors() {
@@ -113,7 +123,7 @@ bool CredentialDesk::takesFacilityCode() const {
   return screen_->Box("txtFacilityCode").enabled();
 }
 
-ShownCredential CredentialDesk::Select(std::string_view credential) {
+std::int32_t CredentialDesk::Find(std::string_view credential) const {
   const std::int32_t index = FindEntry(credentials(), credential_field::kCredential, credential,
                                        "credential", placeholders::kInCredentials);
   if (index < placeholders::kInCredentials) {
@@ -121,23 +131,45 @@ ShownCredential CredentialDesk::Select(std::string_view credential) {
                      "name a credential by its RID or as in 'Transmitter-301'",
                      InputFault::Kind::kSeeList);
   }
-  SelectCredential(index);
+  return index;
+}
+
+ShownCredential CredentialDesk::Select(std::string_view credential) {
+  std::int32_t index = Find(credential);
+  // The lists are to show what is stored: others may have deleted or renumbered it meanwhile.
+  while (!ShowRow(credentials().ItemData(index))) {
+    FillLists();
+    index = Find(credential);
+  }
+  Load(index);
   return Shown();
 }
 
 void CredentialDesk::SelectCredential(std::int32_t index) {
-  ShowRow(credentials().ItemData(index));
+  const std::int32_t rid = credentials().ItemData(index);
+  while (!ShowRow(rid)) {
+    FillLists();
+    index = credentials().FindData(rid);
+    if (index < placeholders::kInCredentials) {
+      throw FailureError("cannot load the credential: somebody else has deleted it meanwhile");
+    }
+  }
+  Load(index);
+}
+
+void CredentialDesk::Load(std::int32_t index) {
   const OperationRecord loading(session_);
   credentials().Select(index);
   loading.RequireNoFailure("load the credential");
 }
 
-/// What a change of the row may not overwrite: the row and its holders.
-void CredentialDesk::ShowRow(std::int32_t rid) {
+/// What a change of the row may not overwrite: the row and its holders. False when the lists are
+/// older than the row.
+bool CredentialDesk::ShowRow(std::int32_t rid) {
   if (session_.sql().work().open()) {
-    return;  // beside nobody else
+    return true;  // beside nobody else
   }
-  shown_.Take(
+  return shown_.TakeRows(
       {fmt::format("SELECT * FROM CREDENTIALBANK WHERE UnitKey={} AND RID={}", unitKey_, rid),
        fmt::format("SELECT * FROM TENANTS WHERE UnitKey={0} AND (CREDENTIALID1={1} OR "
                    "CREDENTIALID2={1}) ORDER BY RID",
@@ -215,15 +247,28 @@ Outcome CredentialDesk::SaveOnce(IssuedCredentials& issued, const Progress& prog
 }
 
 Outcome CredentialDesk::SaveSelected() {
-  const ShownCredential credential = Shown();
-  Outcome outcome = Work("edit credential " + credential.entry, [this] {
+  return Work("edit credential " + Shown().entry, [this] {
     OperationRecord saving(session_);
-    return saving.End(controller_->pbSave(session_.connection(), unitKey_, false, true));
+    Outcome saved = saving.End(controller_->pbSave(session_.connection(), unitKey_, false, true));
+    // The controller answers True also when the tenant is not there any more.
+    if (saved.done() && !IsHeldAsChosen()) {
+      saved.ending = Ending::kStale;
+    }
+    return saved;
   });
-  if (outcome.done()) {
-    ShowRow(credential.rid);
+}
+
+bool CredentialDesk::IsHeldAsChosen() {
+  const ListModel& tenants = screen_->List("cboAssignedTo");
+  const std::int32_t chosen = tenants.selected();
+  if (chosen < placeholders::kInTenants) {
+    return true;
   }
-  return outcome;
+  const QueryResult holder = session_.sql().Select(
+      fmt::format("SELECT RID FROM TENANTS WHERE UnitKey={0} AND TenantID={1} AND "
+                  "(CREDENTIALID1={2} OR CREDENTIALID2={2})",
+                  unitKey_, tenants.ItemData(chosen), Shown().rid));
+  return holder.rowCount > 0;
 }
 
 ChangedCredential CredentialDesk::SaveEdited() {
@@ -251,8 +296,7 @@ Outcome CredentialDesk::Delete(std::int32_t rid) {
 }
 
 ChangedCredential CredentialDesk::Renumber(std::int32_t number) {
-  const ShownCredential credential = Shown();
-  Outcome outcome = Work("renumber credential " + credential.entry, [this, number] {
+  Outcome outcome = Work("renumber credential " + Shown().entry, [this, number] {
     OperationRecord renumbering(session_);
     Outcome renumbered =
         renumbering.End(controller_->pbUpdatePinNo(session_.connection(), number, unitKey_));
@@ -261,9 +305,6 @@ ChangedCredential CredentialDesk::Renumber(std::int32_t number) {
     }
     return renumbered;
   });
-  if (outcome.done()) {
-    ShowRow(credential.rid);
-  }
   return {std::move(outcome), Shown()};
 }
 

@@ -57,7 +57,7 @@ class CredentialDesk {
   CredentialDesk& operator=(const CredentialDesk&) = delete;
 
   [[nodiscard]] ScreenModel& screen() { return *screen_; }
-  [[nodiscard]] ListModel& credentials() { return screen_->List("cboCredentials"); }
+  [[nodiscard]] ListModel& credentials() const { return screen_->List("cboCredentials"); }
   [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
 
   /// Whether facility codes are entered for the unit.
@@ -66,7 +66,7 @@ class CredentialDesk {
   /// entry as in "Transmitter-301". Raises InputFault when there is none or more than one, and
   /// FailureError when it cannot be loaded.
   ShownCredential Select(std::string_view credential);
-  /// The same by its place in the list.
+  /// The same by its place in the list. Raises FailureError also when somebody else has deleted it.
   void SelectCredential(std::int32_t index);
   /// What the screen shows now.
   [[nodiscard]] ShownCredential Shown() const;
@@ -91,10 +91,14 @@ class CredentialDesk {
   void Open();
   void StartController();
   void FillDoors();
-  void ShowRow(std::int32_t rid);
+  [[nodiscard]] std::int32_t Find(std::string_view credential) const;
+  void FillLists();
+  bool ShowRow(std::int32_t rid);
+  void Load(std::int32_t index);
   [[nodiscard]] Outcome Work(std::string what, const std::function<Outcome()>& run);
   [[nodiscard]] Outcome SaveOnce(IssuedCredentials& issued, const Progress& progress);
   [[nodiscard]] Outcome SaveSelected();
+  [[nodiscard]] bool IsHeldAsChosen();
 
   DeskSession& session_;
   std::int32_t unitKey_;

@@ -56,7 +56,7 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
       controller_(session.host()) {
   controller_.set_gfrmTxFilter(filter_.visible());
   controller_.set_mlngUnitKey(unitKey);
-  shown_.Take();
+  shown_.TakeUnit();
   controller_.pbPopulateArrOperators();
   for (std::size_t row = 0; row < filter_.rowCount(); ++row) {
     for (const ReportField& field : Fields()) {
@@ -70,7 +70,7 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
 }
 
 Outcome CredentialReport::Run() {
-  shown_.Take();
+  shown_.TakeUnit();
   OperationRecord running(session_);
   return running.End(controller_.pbGenSql(session_.connection(), unitKey_, rows_, statement_));
 }

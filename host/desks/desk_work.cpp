@@ -14,7 +14,8 @@ void Fail(Outcome& outcome, const std::exception& failure) {
 }
 
 /// Stores what was done, or undoes everything; the outcome tells what is stored.
-void Finish(UnitOfWork& work, WorkGuard& guard, Outcome& outcome) {
+void Finish(UnitOfWork& work, WorkGuard& guard, Outcome& outcome,
+            const std::function<void()>& beforeCommit = nullptr) {
   if (work.voided() == VoidReason::kCancelled) {
     outcome.ending = Ending::kCancelled;
   }
@@ -23,9 +24,32 @@ void Finish(UnitOfWork& work, WorkGuard& guard, Outcome& outcome) {
     return;
   }
   try {
+    if (beforeCommit) {
+      beforeCommit();
+    }
     guard.Commit();
   } catch (const StoreError& failure) {
     Fail(outcome, failure);
+  }
+}
+
+/// The same, the desk showing then what is stored.
+void FinishShown(DeskSession& session, WorkGuard& guard, ShownState& shown, bool besideOthers,
+                 Outcome& outcome) {
+  UnitOfWork& work = session.sql().work();
+  ShownState::Rows rows;
+  const bool changed = work.locked();
+  // While nobody else can change them: what the next operation finds changed, others have changed.
+  Finish(work, guard, outcome, [&] {
+    if (changed) {
+      rows = shown.Reread();
+    }
+  });
+  if (outcome.done() && changed) {
+    const UnitVersion version = work.Committed(shown.unitKey()).value_or(shown.version());
+    shown.TakeOver(version, std::move(rows), besideOthers);
+  } else if (outcome.ending == Ending::kStale) {
+    outcome.changes = work.Since(shown.unitKey(), shown.version());
   }
 }
 
@@ -60,20 +84,37 @@ Outcome RunAgain(DeskSession& session, ShownState& shown, const DeskOperation& o
     guard.Undo();
     return Stale(session, shown);
   }
-  Finish(work, guard, outcome);
+  constexpr bool kBesideOthers = true;
+  FinishShown(session, guard, shown, kBesideOthers, outcome);
   return outcome;
 }
 
 }  // namespace
 
-void ShownState::Take(std::vector<std::string> selects) {
+void ShownState::TakeUnit() {
+  lists_ = session_.sql().work().VersionOf(unitKey_);
+  version_ = lists_;
+  selects_.clear();
+  rows_.clear();
+}
+
+bool ShownState::TakeRows(std::vector<std::string> selects) {
   // The version before the rows: a change in between shows in the version at least.
   version_ = session_.sql().work().VersionOf(unitKey_);
   selects_ = std::move(selects);
-  rows_ = Read();
+  rows_ = Reread();
+  return version_ == lists_ && session_.sql().work().VersionOf(unitKey_) == version_;
 }
 
-ShownState::Rows ShownState::Read() const {
+void ShownState::TakeOver(const UnitVersion& version, Rows rows, bool besideOthers) {
+  rows_ = std::move(rows);
+  if (!besideOthers && lists_ == version_) {
+    lists_ = version;
+  }
+  version_ = version;
+}
+
+ShownState::Rows ShownState::Reread() const {
   Rows rows;
   for (const std::string& select : selects_) {
     const QueryResult result = session_.sql().Select(select);
@@ -88,8 +129,13 @@ ShownState::Rows ShownState::Read() const {
   return rows;
 }
 
+qorcred::Value ShownState::FirstCell() const {
+  const bool found = rows_.size() > 1 && !rows_[1].empty();  // behind the mark of the statement
+  return found ? rows_[1].front() : qorcred::Value(qorcred::Null{});
+}
+
 bool ShownState::IsStillSo() const {
-  return Read() == rows_;
+  return Reread() == rows_;
 }
 
 Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& operation) {
@@ -105,14 +151,11 @@ Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& 
     outcome = operation.run();
     stale = work.voided() == VoidReason::kStale;
     if (!stale) {
-      Finish(work, guard, outcome);
+      FinishShown(session, guard, shown, false, outcome);
     }
   }
   if (stale) {
     outcome = RunAgain(session, shown, operation, std::move(outcome.messages));
-  }
-  if (outcome.done()) {
-    shown.TakeOver(work.Committed(shown.unitKey()).value_or(shown.version()));
   }
   notices.Show();
   return outcome;

@@ -17,24 +17,30 @@ class ShownState {
  public:
   ShownState(DeskSession& session, std::int32_t unitKey) : session_(session), unitKey_(unitKey) {}
 
-  /// To be called before the desk reads what it shows. `selects` read the rows that an operation on
-  /// it is meant for, whole.
-  void Take(std::vector<std::string> selects = {});
-  /// The unit is as the desk's own operation has left it.
-  void TakeOver(const UnitVersion& version) { version_ = version; }
+  /// To be called before the desk reads what it shows of the whole unit: its lists.
+  void TakeUnit();
+  /// To be called before the desk reads the rows that an operation is meant for, which `selects`
+  /// read whole. False when others have changed the unit since the lists were filled: what they
+  /// call a row may be another one by now.
+  [[nodiscard]] bool TakeRows(std::vector<std::string> selects);
+  /// The unit is as the desk's own operation has left it, with the rows that Reread() gave before
+  /// its end; `besideOthers` when others had changed it before, which the lists do not show.
+  using Rows = std::vector<std::vector<qorcred::Value>>;
+  [[nodiscard]] Rows Reread() const;
+  void TakeOver(const UnitVersion& version, Rows rows, bool besideOthers);
 
   [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
   [[nodiscard]] const UnitVersion& version() const { return version_; }
+  /// The first cell of the first row; Null without one.
+  [[nodiscard]] qorcred::Value FirstCell() const;
   /// Whether the rows are what they were, column by column.
   [[nodiscard]] bool IsStillSo() const;
 
  private:
-  using Rows = std::vector<std::vector<qorcred::Value>>;
-  [[nodiscard]] Rows Read() const;
-
   DeskSession& session_;
   std::int32_t unitKey_;
   UnitVersion version_;
+  UnitVersion lists_;
   std::vector<std::string> selects_;
   Rows rows_;
 };

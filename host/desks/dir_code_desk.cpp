@@ -97,15 +97,19 @@ void DirCodeDesk::Open() {
       controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, codes().ItemData(index));
     }
   });
-  shown_.Take();
-  const OperationRecord opening(session_);
+  FillLists();
+}
+
+void DirCodeDesk::FillLists() {
+  shown_.TakeUnit();
+  const OperationRecord filling(session_);
   controller_->pbRetrieveSchedules(session_.connection(), unitKey_);
   controller_->pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
   RefreshCodes();
-  opening.RequireNoFailure("open the directory-code screen");
+  filling.RequireNoFailure("open the directory-code screen");
 }
 
-ShownDirCode DirCodeDesk::Select(std::string_view choice) {
+std::int32_t DirCodeDesk::Find(std::string_view choice) {
   const std::int32_t rid = FindRow(session_, unitKey_, choice);
   const std::int32_t index = codes().FindData(rid);
   if (index < 1) {
@@ -113,28 +117,35 @@ ShownDirCode DirCodeDesk::Select(std::string_view choice) {
                      fmt::format("unit {} has no directory code in row {}", unitKey_, rid),
                      InputFault::Kind::kSeeList);
   }
-  ShowRow(rid);
+  return index;
+}
+
+ShownDirCode DirCodeDesk::Select(std::string_view choice) {
+  std::int32_t index = Find(choice);
+  // The list is to show the code as it is stored: an edit stores what the list shows.
+  while (!ShowRow(codes().ItemData(index))) {
+    FillLists();
+    index = Find(choice);
+  }
   const OperationRecord loading(session_);
   codes().Select(index);
   loading.RequireNoFailure("load the directory code");
   return Shown();
 }
 
-/// What a change of the row may not overwrite: the row and its holders.
-void DirCodeDesk::ShowRow(std::int32_t rid) {
-  shown_.Take(
-      {fmt::format("SELECT * FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_, rid),
+/// What a change of the row may not overwrite: the row and its holders. False when the list is
+/// older than the row.
+bool DirCodeDesk::ShowRow(std::int32_t rid) {
+  return shown_.TakeRows(
+      {fmt::format("SELECT DIRECTORYCODE FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_,
+                   rid),
+       fmt::format("SELECT * FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_, rid),
        fmt::format("SELECT * FROM TENANTS WHERE UNITKEY={} AND DIRECTORYCODE={} ORDER BY RID",
                    unitKey_, rid)});
 }
 
 ShownDirCode DirCodeDesk::Shown() {
   return {codes().SelectedText(), codes().ItemData(codes().selected())};
-}
-
-qorcred::Value DirCodeDesk::StoredCode() {
-  return session_.sql().Scalar(
-      fmt::format("SELECT DIRECTORYCODE FROM DIRECTORYCODE WHERE RID={}", Shown().rid));
 }
 
 void DirCodeDesk::RefreshCodes(std::int32_t rid) {
@@ -203,8 +214,7 @@ AddedDirCode DirCodeDesk::AddCode() {
 }
 
 Outcome DirCodeDesk::Change(std::string_view what, const std::function<bool()>& change) {
-  const ShownDirCode code = Shown();
-  Outcome outcome = Work(fmt::format("{} directory code {}", what, code.entry), [&] {
+  return Work(fmt::format("{} directory code {}", what, Shown().entry), [&] {
     OperationRecord changing(session_);
     const std::int64_t before = session_.sql().changesSoFar();
     Outcome changed = changing.End(change());
@@ -214,10 +224,6 @@ Outcome DirCodeDesk::Change(std::string_view what, const std::function<bool()>& 
     }
     return changed;
   });
-  if (outcome.done() && !session_.sql().work().open()) {
-    ShowRow(code.rid);
-  }
-  return outcome;
 }
 
 Outcome DirCodeDesk::SaveEdited() {

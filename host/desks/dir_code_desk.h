@@ -55,8 +55,8 @@ class DirCodeDesk {
   ShownDirCode Select(std::string_view choice);
   /// The code that is selected.
   [[nodiscard]] ShownDirCode Shown();
-  /// The number of the selected code as it is stored.
-  [[nodiscard]] qorcred::Value StoredCode();
+  /// The number of the selected code as it was stored when it was loaded.
+  [[nodiscard]] qorcred::Value StoredCode() const { return shown_.FirstCell(); }
   /// Fills the list of codes again and selects the row `rid`, when there is one.
   void RefreshCodes(std::int32_t rid = 0);
   /// Types a code. Raises InputFault for one that the box does not take.
@@ -77,7 +77,9 @@ class DirCodeDesk {
  private:
   void Open();
   void StartController();
-  void ShowRow(std::int32_t rid);
+  [[nodiscard]] std::int32_t Find(std::string_view choice);
+  void FillLists();
+  bool ShowRow(std::int32_t rid);
   [[nodiscard]] TextModel& codeBox() { return screen_->Box("txtdirectorycode"); }
   [[nodiscard]] Outcome Work(std::string what, const std::function<Outcome()>& run);
   [[nodiscard]] Outcome Change(std::string_view what, const std::function<bool()>& change);

@@ -1,0 +1,80 @@
+#include "tests/host/concurrency/seat.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <sqlite3.h>
+
+#include <chrono>
+
+#include "host/desks/desk_error.h"
+#include "host/desks/input_fault.h"
+#include "host/store/engines/opening.h"
+#include "host/store/sqlite/store.h"
+
+namespace qorhost::test {
+
+struct Seat::Trace {
+  static int Called(unsigned /*event*/, void* seat, void* /*statement*/, void* text) {
+    auto& self = *static_cast<Seat*>(seat);
+    // What a trigger runs is a part of its statement.
+    if (!std::string_view(static_cast<const char*>(text)).starts_with("--")) {
+      self.step_(self.statements_++);
+    }
+    return 0;
+  }
+};
+
+Seat::Seat(const std::filesystem::path& file, std::string who, bool traced) : who_(std::move(who)) {
+  std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite);
+  database_ = &sqlite::DatabaseOf(*store);
+  Surroundings surroundings;
+  surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
+  surroundings.author = {who_, "desk of " + who_, {}};
+  surroundings.patience = {std::chrono::milliseconds(0), {}};
+  surroundings.messageBox = [this](std::string_view text, qorcred::MessageStyle style,
+                                   std::string_view) {
+    shown_.emplace_back(text);
+    if (onBox_) {
+      onBox_(text);
+    }
+    if (style != qorcred::MessageStyle::kQuestion) {
+      return qorcred::MessageButton::kOk;
+    }
+    return yes_ ? qorcred::MessageButton::kYes : qorcred::MessageButton::kNo;
+  };
+  if (traced) {
+    surroundings.transcript = [this](std::string_view line) { calls_.emplace_back(line); };
+  }
+  session_ = std::make_unique<DeskSession>(std::move(store), std::move(surroundings));
+}
+
+Seat::~Seat() {
+  sqlite3_trace_v2(database_->handle(), 0, nullptr, nullptr);
+}
+
+void Seat::BeforeStatements(std::function<void(int nth)> step) {
+  step_ = std::move(step);
+  statements_ = 0;
+  sqlite3_trace_v2(database_->handle(), SQLITE_TRACE_STMT, &Trace::Called, this);
+}
+
+std::string TextOf(const Told& told) {
+  constexpr std::string_view kNames[] = {"done", "refused", "failed", "stale", "cancelled"};
+  return fmt::format("{} messages [{}] failures [{}] changed by [{}]",
+                     kNames[static_cast<std::size_t>(told.ending)], fmt::join(told.messages, "; "),
+                     fmt::join(told.failures, "; "), fmt::join(told.changedBy, "; "));
+}
+
+Told RunAt(const SeatOperation& operation, Seat& seat) {
+  try {
+    return operation.prepare(seat)();
+  } catch (const InputFault& fault) {
+    return {Ending::kRefused, {fmt::format("{} '{}'", fault.field(), fault.value())}, {}, {}};
+  } catch (const RefusedError& refusal) {
+    return {Ending::kRefused, {refusal.what()}, {}, {}};
+  } catch (const std::exception& failure) {
+    return {Ending::kFailed, {}, {failure.what()}, {}};
+  }
+}
+
+}  // namespace qorhost::test

@@ -1,0 +1,72 @@
+// One of several who work on a store at once.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/desks/session.h"
+#include "host/store/sqlite/database.h"
+
+namespace qorhost::test {
+
+/// A desk session on a store file, whose surroundings the test plays. It answers questions with Yes
+/// and waits for nobody unless the test says otherwise.
+class Seat {
+ public:
+  Seat(const std::filesystem::path& file, std::string who, bool traced = false);
+  ~Seat();
+  Seat(const Seat&) = delete;
+  Seat& operator=(const Seat&) = delete;
+
+  [[nodiscard]] DeskSession& session() { return *session_; }
+  [[nodiscard]] sqlite::Database& database() { return *database_; }
+  [[nodiscard]] const std::string& who() const { return who_; }
+
+  /// From now on calls `step` before every statement of this seat, with its place from 0.
+  void BeforeStatements(std::function<void(int nth)> step);
+  /// How many statements there were since.
+  [[nodiscard]] int statements() const { return statements_; }
+
+  std::vector<std::string> shown_;               // messages, in their order
+  std::vector<std::string> calls_;               // the transcript, when it is traced
+  std::function<void(std::string_view)> onBox_;  // called when a message is shown
+  bool yes_ = true;
+
+ private:
+  struct Trace;
+
+  std::string who_;
+  sqlite::Database* database_ = nullptr;
+  std::unique_ptr<DeskSession> session_;
+  std::function<void(int)> step_;
+  int statements_ = 0;
+};
+
+/// What an operation at a seat told in the end.
+struct Told {
+  Ending ending = Ending::kDone;
+  std::vector<std::string> messages;
+  std::vector<std::string> failures;
+  std::vector<std::string> changedBy;  // of a stale one: who did what
+  friend bool operator==(const Told&, const Told&) = default;
+
+  [[nodiscard]] bool done() const { return ending == Ending::kDone; }
+};
+[[nodiscard]] std::string TextOf(const Told& told);
+
+/// An operation from the opening of its desk to its end.
+struct SeatOperation {
+  std::string name;
+  /// Opens the desk and enters everything; what it returns runs the operation, and lives as long
+  /// as the desk does.
+  std::function<std::function<Told()>(Seat&)> prepare;
+};
+
+/// Runs the whole of it. What it raises is told as a refusal or a failure.
+[[nodiscard]] Told RunAt(const SeatOperation& operation, Seat& seat);
+
+}  // namespace qorhost::test

@@ -1,0 +1,219 @@
+#include "tests/host/concurrency/seat_operations.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+#include <span>
+#include <utility>
+
+#include "host/desks/credential_desk.h"
+#include "host/desks/credential_entry.h"
+#include "host/desks/credential_import.h"
+#include "host/desks/dir_code_desk.h"
+#include "host/desks/dir_code_entry.h"
+#include "host/desks/dir_code_import.h"
+#include "host/desks/store_statement.h"
+#include "host/desks/unit_export.h"
+#include "host/desks/unit_merge.h"
+#include "tests/host/concurrency/small_building.h"
+#include "tests/host/store/temporary_folder.h"
+
+namespace qorhost::test {
+
+namespace {
+
+Told Telling(const Outcome& outcome) {
+  Told told;
+  told.ending = outcome.ending;
+  for (const ShownMessage& message : outcome.messages) {
+    told.messages.push_back(message.text);
+  }
+  told.failures = outcome.failures;
+  for (const WorkEntry& entry : outcome.changes) {
+    told.changedBy.push_back(fmt::format("{}: {}", entry.who, entry.what));
+  }
+  return told;
+}
+
+std::string CardEntry(const std::string& card) {
+  return "Standard 26-Bit Card-" + card;
+}
+
+using Desk = std::shared_ptr<CredentialDesk>;
+
+/// What is done with a desk at which everything is entered.
+template <typename D, typename Work>
+std::function<Told()> At(std::shared_ptr<D> desk, Work work) {
+  return [desk = std::move(desk), work = std::move(work)] { return Telling(work(*desk)); };
+}
+
+SeatOperation Issue(const std::string& first, const std::string& last, bool withTenants) {
+  return {fmt::format("issue {} to {}{}", first, last, withTenants ? " with tenants" : ""),
+          [=](Seat& seat) {
+            NewCredentials entry;
+            entry.type = "card26";
+            entry.first = first;
+            entry.last = last;
+            entry.facility = "7";
+            entry.withTenants = withTenants;
+            auto desk = std::make_shared<CredentialDesk>(
+                seat.session(), kUnit,
+                withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
+            EnterCredentials(*desk, entry);
+            return At(desk, [](CredentialDesk& at) -> Outcome { return at.SaveNew(); });
+          }};
+}
+
+template <typename Work>
+SeatOperation OnCard(std::string name, const std::string& card, Work work) {
+  return {std::move(name), [card, work](Seat& seat) {
+            auto desk =
+                std::make_shared<CredentialDesk>(seat.session(), kUnit, DeskScreen::kCredentials);
+            const ShownCredential shown = desk->Select(CardEntry(card));
+            return work(desk, shown);
+          }};
+}
+
+template <typename Work>
+SeatOperation OnCode(std::string name, const std::string& code, Work work) {
+  return {std::move(name), [code, work](Seat& seat) {
+            auto desk = std::make_shared<DirCodeDesk>(seat.session(), kUnit);
+            const ShownDirCode shown = desk->Select(code);
+            return work(desk, shown);
+          }};
+}
+
+using Importer = ImportReport (*)(DeskSession&, std::int32_t, ImportFile&, const ImportRules&,
+                                  const Progress&);
+
+SeatOperation Import(std::string name, std::span<const ImportColumn> columns, Importer importer,
+                     const std::string& text) {
+  return {std::move(name), [=](Seat& seat) {
+            return [=, &seat] {
+              ImportFile file(text, columns);
+              const ImportReport report =
+                  importer(seat.session(), kUnit, file, {.answerYes = true}, nullptr);
+              return Told{report.ending, report.texts, {}, {}};
+            };
+          }};
+}
+
+/// What the unit of a new building holds, but another phone for 102, no 103, and 300.
+UnitReading ChangedUnit() {
+  using qorcred::unit_place::Place;
+  const TemporaryFolder folder;
+  MakeBuilding(folder.File("unit.db"), kCodesInUse);
+  Seat seat(folder.File("unit.db"), "unit");
+  UnitReading reading{ExportUnit(seat.session(), kUnit, "").file, {}};
+  std::vector<UnitCode>& codes = reading.file.codes;
+  std::erase_if(codes, [](const UnitCode& code) { return NumberOf(code) == 103; });
+  for (UnitCode& code : codes) {
+    if (NumberOf(code) == 102) {
+      code[Place::kPhone] = "555-9999";
+    }
+  }
+  codes.push_back(codes.front());
+  codes.back()[Place::kCode] = "300";
+  return reading;
+}
+
+}  // namespace
+
+SeatOperation IssueCards(const std::string& first, const std::string& last) {
+  return Issue(first, last, false);
+}
+
+SeatOperation IssueCardsWithTenants(const std::string& first, const std::string& last) {
+  return Issue(first, last, true);
+}
+
+SeatOperation AssignCard(const std::string& card, std::optional<std::string> tenant) {
+  return OnCard(fmt::format("assign {} to {}", card, tenant.value_or("nobody")), card,
+                [tenant](const Desk& desk, const ShownCredential&) {
+                  CredentialChange change;
+                  change.tenant = tenant;
+                  change.release = !tenant;
+                  EnterChange(*desk, change);
+                  return At(desk, [](CredentialDesk& at) -> Outcome { return at.SaveEdited(); });
+                });
+}
+
+SeatOperation DeleteCard(const std::string& card) {
+  return OnCard("delete card " + card, card, [](const Desk& desk, const ShownCredential& shown) {
+    return At(desk, [rid = shown.rid](CredentialDesk& at) { return at.Delete(rid); });
+  });
+}
+
+SeatOperation RenumberCard(const std::string& card, std::int32_t number) {
+  return OnCard(
+      fmt::format("renumber {} to {}", card, number), card,
+      [number](const Desk& desk, const ShownCredential&) {
+        return At(desk, [number](CredentialDesk& at) -> Outcome { return at.Renumber(number); });
+      });
+}
+
+SeatOperation ImportCards(const std::string& lines) {
+  return Import("import cards", CredentialImportColumns(), &ImportCredentials,
+                "Credential Type,Card Number,Facility Code,Assigned To\n" + lines);
+}
+
+SeatOperation AddCode(const std::string& code) {
+  return {"add code " + code, [code](Seat& seat) {
+            auto desk = std::make_shared<DirCodeDesk>(seat.session(), kUnit);
+            DirCodeEntry entry;
+            entry.phone = "555-7000";
+            EnterNewCode(*desk, code, entry);
+            return At(desk, [](DirCodeDesk& at) -> Outcome { return at.AddCode(); });
+          }};
+}
+
+SeatOperation EditPhone(const std::string& code, const std::string& phone) {
+  return OnCode(fmt::format("phone of {}: {}", code, phone), code,
+                [phone](const std::shared_ptr<DirCodeDesk>& desk, const ShownDirCode&) {
+                  DirCodeEntry entry;
+                  entry.phone = phone;
+                  (void)EnterDirCodeChange(*desk, entry);
+                  return At(desk, [](DirCodeDesk& at) { return at.SaveEdited(); });
+                });
+}
+
+SeatOperation RenumberCode(const std::string& code, const std::string& number) {
+  return OnCode(fmt::format("renumber code {} to {}", code, number), code,
+                [number](const std::shared_ptr<DirCodeDesk>& desk, const ShownDirCode&) {
+                  return At(desk, [number](DirCodeDesk& at) { return at.Renumber(number); });
+                });
+}
+
+SeatOperation DeleteCode(const std::string& code) {
+  return OnCode("delete code " + code, code,
+                [](const std::shared_ptr<DirCodeDesk>& desk, const ShownDirCode& shown) {
+                  return At(desk, [rid = shown.rid](DirCodeDesk& at) { return at.Delete(rid); });
+                });
+}
+
+SeatOperation ImportCodes(const std::string& lines) {
+  return Import("import codes", DirCodeImportColumns(), &ImportDirCodes,
+                "Directory Code,Phone No.\n" + lines);
+}
+
+SeatOperation MergeUnit() {
+  return {"merge", [](Seat& seat) {
+            return std::function<Told()>([&seat] {
+              static const UnitReading kUnitAtTheDoor = ChangedUnit();
+              UnitMerge merge(seat.session(), kUnit, kUnitAtTheDoor, BadLines::kRefused);
+              return Telling(merge.Apply(nullptr));
+            });
+          }};
+}
+
+SeatOperation WriteByHand(const std::string& statement) {
+  return {"by hand", [statement](Seat& seat) {
+            return std::function<Told()>([&seat, statement] {
+              (void)StoreStatement(statement).Change(seat.session());
+              return Told();
+            });
+          }};
+}
+
+}  // namespace qorhost::test

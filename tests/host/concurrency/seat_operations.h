@@ -1,0 +1,31 @@
+// What the seats of a test do.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "tests/host/concurrency/seat.h"
+
+namespace qorhost::test {
+
+[[nodiscard]] SeatOperation IssueCards(const std::string& first, const std::string& last);
+[[nodiscard]] SeatOperation IssueCardsWithTenants(const std::string& first,
+                                                  const std::string& last);
+/// `tenant` as the list has it: "Berg Bea"; none takes the card from its holder.
+[[nodiscard]] SeatOperation AssignCard(const std::string& card, std::optional<std::string> tenant);
+[[nodiscard]] SeatOperation DeleteCard(const std::string& card);
+[[nodiscard]] SeatOperation RenumberCard(const std::string& card, std::int32_t number);
+[[nodiscard]] SeatOperation ImportCards(const std::string& lines);
+
+[[nodiscard]] SeatOperation AddCode(const std::string& code);
+[[nodiscard]] SeatOperation EditPhone(const std::string& code, const std::string& phone);
+[[nodiscard]] SeatOperation RenumberCode(const std::string& code, const std::string& number);
+[[nodiscard]] SeatOperation DeleteCode(const std::string& code);
+[[nodiscard]] SeatOperation ImportCodes(const std::string& lines);
+/// With a unit that has another phone for 102, no 103, and 300.
+[[nodiscard]] SeatOperation MergeUnit();
+
+[[nodiscard]] SeatOperation WriteByHand(const std::string& statement);
+
+}  // namespace qorhost::test
