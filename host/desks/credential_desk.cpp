@@ -176,6 +176,14 @@ bool CredentialDesk::ShowRow(std::int32_t rid) {
                    unitKey_, rid)});
 }
 
+/// The controller has left the screen with the row's former date: the next change would be stale.
+void CredentialDesk::LoadAgain(std::int32_t rid) {
+  if (session_.sql().work().open()) {
+    return;  // many follow, and none on this row
+  }
+  controller_->pbRetrieveCredentials(session_.connection(), unitKey_, rid);
+}
+
 ShownCredential CredentialDesk::Shown() const {
   const ListModel& list = screen_->List("cboCredentials");
   const ListModel& doors = screen_->List("cboActivate");
@@ -247,7 +255,8 @@ Outcome CredentialDesk::SaveOnce(IssuedCredentials& issued, const Progress& prog
 }
 
 Outcome CredentialDesk::SaveSelected() {
-  return Work("edit credential " + Shown().entry, [this] {
+  const ShownCredential credential = Shown();
+  Outcome outcome = Work("edit credential " + credential.entry, [this] {
     OperationRecord saving(session_);
     Outcome saved = saving.End(controller_->pbSave(session_.connection(), unitKey_, false, true));
     // The controller answers True also when the tenant is not there any more.
@@ -256,6 +265,10 @@ Outcome CredentialDesk::SaveSelected() {
     }
     return saved;
   });
+  if (outcome.done()) {
+    LoadAgain(credential.rid);
+  }
+  return outcome;
 }
 
 bool CredentialDesk::IsHeldAsChosen() {
@@ -296,7 +309,8 @@ Outcome CredentialDesk::Delete(std::int32_t rid) {
 }
 
 ChangedCredential CredentialDesk::Renumber(std::int32_t number) {
-  Outcome outcome = Work("renumber credential " + Shown().entry, [this, number] {
+  const ShownCredential credential = Shown();
+  Outcome outcome = Work("renumber credential " + credential.entry, [this, number] {
     OperationRecord renumbering(session_);
     Outcome renumbered =
         renumbering.End(controller_->pbUpdatePinNo(session_.connection(), number, unitKey_));
@@ -305,6 +319,9 @@ ChangedCredential CredentialDesk::Renumber(std::int32_t number) {
     }
     return renumbered;
   });
+  if (outcome.done()) {
+    LoadAgain(credential.rid);
+  }
   return {std::move(outcome), Shown()};
 }
 

@@ -74,7 +74,8 @@ class CredentialDesk {
   void RefreshCredentials(std::int32_t rid = 0);
 
   // The operations, on this screen and unit, each a unit of work. A change is stale when someone
-  // else has changed or deleted the credential meanwhile, or changed who holds it.
+  // else has changed or deleted the credential meanwhile, or changed who holds it; after one that
+  // was done the credential is loaded again.
 
   /// Saves new credentials, `progress` being told of every row.
   IssuedCredentials SaveNew(const Progress& progress = nullptr);
@@ -94,6 +95,7 @@ class CredentialDesk {
   [[nodiscard]] std::int32_t Find(std::string_view credential) const;
   void FillLists();
   bool ShowRow(std::int32_t rid);
+  void LoadAgain(std::int32_t rid);
   void Load(std::int32_t index);
   [[nodiscard]] Outcome Work(std::string what, const std::function<Outcome()>& run);
   [[nodiscard]] Outcome SaveOnce(IssuedCredentials& issued, const Progress& progress);

@@ -273,6 +273,20 @@ TEST_F(CredentialDesks, ARenumberedCredentialIsToldByItsNewNumber) {
                                   "Credential Number already exists."));
 }
 
+TEST_F(CredentialDesks, OneChangeFollowsTheOther) {
+  ASSERT_TRUE(Issue(Cards("9001")).done());
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  (void)desk.Select("Standard 26-Bit Card-9001");
+  EXPECT_EQ(desk.Renumber(9200).ending, Ending::kDone);
+  EXPECT_EQ(desk.Renumber(9201).ending, Ending::kDone);
+  CredentialChange change;
+  change.door = "2";
+  EnterChange(desk, change);
+  EXPECT_EQ(desk.SaveEdited().ending, Ending::kDone);
+  EXPECT_EQ(desk.Renumber(9202).ending, Ending::kDone);
+  EXPECT_EQ(StoredBetween("9202", "9202"), 1U);
+}
+
 TEST_F(CredentialDesks, ARenumberingOfARowThatSomeoneChangedMeanwhileIsStale) {
   ASSERT_TRUE(Issue(Cards("9001")).done());
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);

@@ -173,6 +173,22 @@ TEST_F(DirCodeDesks, AChangeKeepsWhatIsNotNamed) {
   EXPECT_EQ(Steps()[0].kind, "program directory code");
 }
 
+TEST_F(DirCodeDesks, OneChangeFollowsTheOther) {
+  DirCodeDesk desk(session(), kUnit);
+  (void)desk.Select("101");
+  for (const char* phone : {"7", "8"}) {
+    (void)EnterDirCodeChange(desk, WithPhone(phone));
+    EXPECT_EQ(desk.SaveEdited().ending, Ending::kDone) << phone;
+  }
+  desk.TypeCode("180");
+  EXPECT_EQ(desk.Renumber("180").ending, Ending::kDone);
+  (void)EnterDirCodeChange(desk, WithPhone("9"));
+  EXPECT_EQ(desk.SaveEdited().ending, Ending::kDone);
+  EXPECT_EQ(Stored("PHONENUMBER", "180"), "9");
+  desk.TypeCode("181");
+  EXPECT_EQ(desk.Renumber("181").ending, Ending::kDone);
+}
+
 TEST_F(DirCodeDesks, AChangeOfARowThatSomeoneChangedMeanwhileIsStale) {
   DirCodeDesk desk(session(), kUnit);
   (void)desk.Select("101");
