@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <sstream>
+
+#include "host/cli/command_session.h"
 
 namespace qorhost::test {
 namespace {
@@ -66,6 +69,35 @@ TEST_F(OperatorTest, OptionsAnswerBeforeAnybodyIsAsked) {
 TEST_F(OperatorTest, WithoutATerminalTheAnswerIsNo) {
   EXPECT_EQ(Ask("y\n", false), MessageButton::kNo);
   EXPECT_NE(err_.str().find("--yes"), std::string::npos);
+}
+
+TEST_F(OperatorTest, IsToldWhoWasFaster) {
+  qorhost::Outcome outcome;
+  outcome.ending = Ending::kStale;
+  outcome.changes.push_back({7, "2026-01-31 12:00:00", "anna\x1B", "desk", 1, "edit code 0101"});
+  outcome.changes.push_back({8, "2026-01-31 12:00:05", "", "", {}, "sql: UPDATE"});
+  EXPECT_EQ(Tell(outcome, "directory code", console_), ExitStatus::kRefused);
+  EXPECT_EQ(err_.str(),
+            "qorhost: nothing was changed: someone else has changed or deleted the directory code "
+            "meanwhile. Try again.\n"
+            "  2026-01-31 12:00:00 UTC, anna\\x1B: edit code 0101\n"
+            "  2026-01-31 12:00:05 UTC, somebody: sql: UPDATE\n");
+}
+
+TEST_F(OperatorTest, IsToldOnATerminalAfterTwoSecondsThatOthersAreWriting) {
+  using std::chrono::milliseconds;
+  GlobalOptions global;
+  global.wait = 45;
+  EXPECT_FALSE(PatienceOf(global, console_).waiting) << "nobody watches";
+  environment_.errorIsTerminal = true;
+  const Patience patience = PatienceOf(global, console_);
+  EXPECT_EQ(patience.limit, std::chrono::seconds(45));
+  EXPECT_TRUE(patience.waiting(milliseconds(1999)));
+  EXPECT_EQ(err_.str(), "");
+  EXPECT_TRUE(patience.waiting(milliseconds(2000)));
+  EXPECT_TRUE(patience.waiting(milliseconds(2050)));
+  EXPECT_EQ(err_.str(),
+            "qorhost: another program is writing to the store: waiting for up to 45 s.\n");
 }
 
 TEST_F(OperatorTest, IsToldEveryFailureHarmlessly) {
