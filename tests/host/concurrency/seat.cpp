@@ -65,9 +65,9 @@ std::string TextOf(const Told& told) {
                      fmt::join(told.failures, "; "), fmt::join(told.changedBy, "; "));
 }
 
-Told RunAt(const SeatOperation& operation, Seat& seat) {
+Told TellingRaised(const std::function<Told()>& work) {
   try {
-    return operation.prepare(seat)();
+    return work();
   } catch (const InputFault& fault) {
     return {Ending::kRefused, {fmt::format("{} '{}'", fault.field(), fault.value())}, {}, {}};
   } catch (const RefusedError& refusal) {
@@ -75,6 +75,10 @@ Told RunAt(const SeatOperation& operation, Seat& seat) {
   } catch (const std::exception& failure) {
     return {Ending::kFailed, {}, {failure.what()}, {}};
   }
+}
+
+Told RunAt(const SeatOperation& operation, Seat& seat) {
+  return TellingRaised([&] { return operation.prepare(seat)(); });
 }
 
 }  // namespace qorhost::test

@@ -66,7 +66,9 @@ struct SeatOperation {
   std::function<std::function<Told()>(Seat&)> prepare;
 };
 
-/// Runs the whole of it. What it raises is told as a refusal or a failure.
+/// What `work` tells; what it raises is told as a refusal or a failure.
+[[nodiscard]] Told TellingRaised(const std::function<Told()>& work);
+/// The whole of an operation.
 [[nodiscard]] Told RunAt(const SeatOperation& operation, Seat& seat);
 
 }  // namespace qorhost::test
