@@ -1,8 +1,7 @@
 // A stop, a full disk and a failing disk at every write of an operation: the store holds all of it
 // or nothing, and what was told is true.
-#include <gtest/gtest.h>
-
 #include <fmt/format.h>
+#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <memory>
@@ -53,14 +52,14 @@ class Crashes : public testing::TestWithParam<Endangered> {
 
   void TearDown() override {
     files_.Heal();
-    operation_ = nullptr;
+    desk_ = {};
     seat_.reset();
   }
 
   /// A seat at a new building, with everything entered.
   void Begin() {
     files_.Heal();
-    operation_ = nullptr;
+    desk_ = {};
     seat_.reset();
     for (const char* name : {"building.db", "building.db-wal", "building.db-shm"}) {
       fs::remove(work_ / name);
@@ -86,7 +85,7 @@ class Crashes : public testing::TestWithParam<Endangered> {
   fs::path work_ = folder_.File("work");
   FailingFiles files_;
   std::unique_ptr<Seat> seat_;
-  std::function<Told()> operation_;
+  PreparedDesk desk_;
   Content before_;
   Content after_;
 };
@@ -97,7 +96,7 @@ TEST_P(Crashes, AStopAtAnyWriteLeavesAllOrNothing) {
   for (bool ended = false; !ended; ++nth) {
     SCOPED_TRACE(fmt::format("stopped at the write {}", nth));
     Begin();
-    operation_ = GetParam().operation.prepare(*seat_);
+    desk_ = GetParam().operation.prepare(*seat_);
     const fs::path killed = folder_.File("killed");
     const fs::path torn = folder_.File("torn");
     const fs::path synced = folder_.File("synced");
@@ -107,7 +106,7 @@ TEST_P(Crashes, AStopAtAnyWriteLeavesAllOrNothing) {
       isTorn = files_.CopyTorn(work_, torn);
       files_.CopySynced(work_, synced);
     });
-    const Told told = TellingRaised(operation_);
+    const Told told = TellingRaised(desk_.run);
     ended = !files_.failed();
     if (ended) {
       files_.CopyAsTheyAre(work_, killed);
@@ -116,7 +115,7 @@ TEST_P(Crashes, AStopAtAnyWriteLeavesAllOrNothing) {
     } else {
       EXPECT_TRUE(told.done() || told.ending == Ending::kFailed) << TextOf(told);
     }
-    operation_ = nullptr;
+    desk_ = {};
     seat_.reset();
     files_.Heal();
     for (const fs::path& copy : {killed, torn, synced}) {
@@ -145,15 +144,15 @@ TEST_P(Crashes, AFailureAtAnyWriteIsToldAndLeavesNothing) {
       SCOPED_TRACE(fmt::format("{} at the write {}",
                                fault == FileFault::kFull ? "full disk" : "error", nth));
       Begin();
-      operation_ = GetParam().operation.prepare(*seat_);
+      desk_ = GetParam().operation.prepare(*seat_);
       files_.FailAt(nth, fault);
-      const Told told = TellingRaised(operation_);
+      const Told told = TellingRaised(desk_.run);
       if (!files_.failed()) {
         EXPECT_TRUE(told.done()) << TextOf(told);
         break;
       }
       files_.Heal();
-      operation_ = nullptr;
+      desk_ = {};
       if (told.done()) {
         EXPECT_EQ(ContentOf(seat_->database()), after_);
       } else {
@@ -197,7 +196,7 @@ class NewStores : public testing::Test {
   FailingFiles files_;
 };
 
-// A step of more than one is coprime to what a page takes: all kinds of calls are met.
+// The demo building takes thousands of writes; an odd step meets all kinds of calls.
 constexpr int kStep = 17;
 
 TEST_F(NewStores, AFailureAtAWriteIsToldAndLeavesNothingBehind) {

@@ -95,7 +95,9 @@ struct FailingFilesCalls {
   static int Lock(sqlite3_file* file, int level) {
     return Stopped() ? SQLITE_IOERR_LOCK : Real(file).xLock(Of(file).real, level);
   }
-  static int Unlock(sqlite3_file* file, int level) { return Real(file).xUnlock(Of(file).real, level); }
+  static int Unlock(sqlite3_file* file, int level) {
+    return Real(file).xUnlock(Of(file).real, level);
+  }
   static int IsReserved(sqlite3_file* file, int* reserved) {
     return Real(file).xCheckReservedLock(Of(file).real, reserved);
   }
@@ -121,9 +123,9 @@ struct FailingFilesCalls {
   static int Open(sqlite3_vfs* /*vfs*/, sqlite3_filename name, sqlite3_file* file, int flags,
                   int* opened) {
     static constexpr sqlite3_io_methods kMethods{
-        2,     Close,      Read,    Write,    Truncate, Sync,    FileSize, Lock,       Unlock,
-        IsReserved, Control, SectorSize, Traits, ShmMap, ShmLock, ShmBarrier, ShmUnmap, nullptr,
-        nullptr};
+        2,       Close,      Read,       Write,   Truncate,   Sync,   FileSize,
+        Lock,    Unlock,     IsReserved, Control, SectorSize, Traits, ShmMap,
+        ShmLock, ShmBarrier, ShmUnmap,   nullptr, nullptr};
     Of(file).base.pMethods = nullptr;
     if (Stopped()) {
       return SQLITE_CANTOPEN;

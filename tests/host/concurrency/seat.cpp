@@ -26,6 +26,7 @@ struct Seat::Trace {
 
 Seat::Seat(const std::filesystem::path& file, std::string who, bool traced) : who_(std::move(who)) {
   std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite);
+  store_ = store.get();
   database_ = &sqlite::DatabaseOf(*store);
   Surroundings surroundings;
   surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
@@ -78,7 +79,7 @@ Told TellingRaised(const std::function<Told()>& work) {
 }
 
 Told RunAt(const SeatOperation& operation, Seat& seat) {
-  return TellingRaised([&] { return operation.prepare(seat)(); });
+  return TellingRaised([&] { return operation.prepare(seat).run(); });
 }
 
 }  // namespace qorhost::test
