@@ -157,6 +157,9 @@ Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& 
   if (stale) {
     outcome = RunAgain(session, shown, operation, std::move(outcome.messages));
   }
+  if (outcome.ending == Ending::kStale) {
+    operation.startAgain();  // what was entered is kept, whatever the controller made of it
+  }
   notices.Show();
   return outcome;
 }

@@ -49,7 +49,8 @@ struct DeskOperation {
   std::string what;  ///< as the audit names it: "directory code 0101: edit"
   /// Runs the controller's operation, once or twice, and tells what came of it.
   std::function<Outcome()> run;
-  /// Puts the screen back as it was before the first run, and a new controller on it.
+  /// Puts the screen back as it was before the first run, and a new controller on it: before a
+  /// second run, and when the operation has ended stale.
   std::function<void()> startAgain;
 };
 

@@ -26,6 +26,7 @@ struct Seat::Trace {
 
 Seat::Seat(const std::filesystem::path& file, std::string who, bool traced) : who_(std::move(who)) {
   std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite);
+  store_ = store.get();
   database_ = &sqlite::DatabaseOf(*store);
   Surroundings surroundings;
   surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
@@ -65,9 +66,9 @@ std::string TextOf(const Told& told) {
                      fmt::join(told.failures, "; "), fmt::join(told.changedBy, "; "));
 }
 
-Told RunAt(const SeatOperation& operation, Seat& seat) {
+Told TellingRaised(const std::function<Told()>& work) {
   try {
-    return operation.prepare(seat)();
+    return work();
   } catch (const InputFault& fault) {
     return {Ending::kRefused, {fmt::format("{} '{}'", fault.field(), fault.value())}, {}, {}};
   } catch (const RefusedError& refusal) {
@@ -75,6 +76,10 @@ Told RunAt(const SeatOperation& operation, Seat& seat) {
   } catch (const std::exception& failure) {
     return {Ending::kFailed, {}, {failure.what()}, {}};
   }
+}
+
+Told RunAt(const SeatOperation& operation, Seat& seat) {
+  return TellingRaised([&] { return operation.prepare(seat).run(); });
 }
 
 }  // namespace qorhost::test

@@ -24,6 +24,7 @@ class Seat {
 
   [[nodiscard]] DeskSession& session() { return *session_; }
   [[nodiscard]] sqlite::Database& database() { return *database_; }
+  void SetPatience(Patience patience) { store_->SetPatience(std::move(patience)); }
   [[nodiscard]] const std::string& who() const { return who_; }
 
   /// From now on calls `step` before every statement of this seat, with its place from 0.
@@ -40,6 +41,7 @@ class Seat {
   struct Trace;
 
   std::string who_;
+  Store* store_ = nullptr;  // of the session
   sqlite::Database* database_ = nullptr;
   std::unique_ptr<DeskSession> session_;
   std::function<void(int)> step_;
@@ -58,15 +60,21 @@ struct Told {
 };
 [[nodiscard]] std::string TextOf(const Told& told);
 
+/// A desk at which everything is entered; it lives as long as this.
+struct PreparedDesk {
+  std::function<Told()> run;
+  std::function<ScreenSnapshot()> screen;  // empty for what has no screen
+};
+
 /// An operation from the opening of its desk to its end.
 struct SeatOperation {
   std::string name;
-  /// Opens the desk and enters everything; what it returns runs the operation, and lives as long
-  /// as the desk does.
-  std::function<std::function<Told()>(Seat&)> prepare;
+  std::function<PreparedDesk(Seat&)> prepare;
 };
 
-/// Runs the whole of it. What it raises is told as a refusal or a failure.
+/// What `work` tells; what it raises is told as a refusal or a failure.
+[[nodiscard]] Told TellingRaised(const std::function<Told()>& work);
+/// The whole of an operation.
 [[nodiscard]] Told RunAt(const SeatOperation& operation, Seat& seat);
 
 }  // namespace qorhost::test

@@ -44,8 +44,9 @@ using Desk = std::shared_ptr<CredentialDesk>;
 
 /// What is done with a desk at which everything is entered.
 template <typename D, typename Work>
-std::function<Told()> At(std::shared_ptr<D> desk, Work work) {
-  return [desk = std::move(desk), work = std::move(work)] { return Telling(work(*desk)); };
+PreparedDesk At(std::shared_ptr<D> desk, Work work) {
+  return {[desk, work = std::move(work)] { return Telling(work(*desk)); },
+          [desk] { return desk->screen().Snapshot(); }};
 }
 
 SeatOperation Issue(const std::string& first, const std::string& last, bool withTenants) {
@@ -90,12 +91,13 @@ using Importer = ImportReport (*)(DeskSession&, std::int32_t, ImportFile&, const
 SeatOperation Import(std::string name, std::span<const ImportColumn> columns, Importer importer,
                      const std::string& text) {
   return {std::move(name), [=](Seat& seat) {
-            return [=, &seat] {
+            const auto run = [=, &seat] {
               ImportFile file(text, columns);
               const ImportReport report =
                   importer(seat.session(), kUnit, file, {.answerYes = true}, nullptr);
               return Told{report.ending, report.texts, {}, {}};
             };
+            return PreparedDesk{run, nullptr};
           }};
 }
 
@@ -178,6 +180,18 @@ SeatOperation EditPhone(const std::string& code, const std::string& phone) {
                 });
 }
 
+SeatOperation ForwardToItself(const std::string& code) {
+  return OnCode("forward to itself " + code, code,
+                [](const std::shared_ptr<DirCodeDesk>& desk, const ShownDirCode&) {
+                  DirCodeEntry entry;
+                  entry.phone = "555-8888";
+                  entry.forwardPhone = "555-8888";
+                  entry.forwardSchedule = "Weekdays";
+                  (void)EnterDirCodeChange(*desk, entry);
+                  return At(desk, [](DirCodeDesk& at) { return at.SaveEdited(); });
+                });
+}
+
 SeatOperation RenumberCode(const std::string& code, const std::string& number) {
   return OnCode(fmt::format("renumber code {} to {}", code, number), code,
                 [number](const std::shared_ptr<DirCodeDesk>& desk, const ShownDirCode&) {
@@ -199,20 +213,22 @@ SeatOperation ImportCodes(const std::string& lines) {
 
 SeatOperation MergeUnit() {
   return {"merge", [](Seat& seat) {
-            return std::function<Told()>([&seat] {
+            const auto run = [&seat] {
               static const UnitReading kUnitAtTheDoor = ChangedUnit();
               UnitMerge merge(seat.session(), kUnit, kUnitAtTheDoor, BadLines::kRefused);
               return Telling(merge.Apply(nullptr));
-            });
+            };
+            return PreparedDesk{run, nullptr};
           }};
 }
 
 SeatOperation WriteByHand(const std::string& statement) {
   return {"by hand", [statement](Seat& seat) {
-            return std::function<Told()>([&seat, statement] {
+            const auto run = [&seat, statement] {
               (void)StoreStatement(statement).Change(seat.session());
               return Told();
-            });
+            };
+            return PreparedDesk{run, nullptr};
           }};
 }
 

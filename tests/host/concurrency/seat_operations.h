@@ -20,6 +20,8 @@ namespace qorhost::test {
 
 [[nodiscard]] SeatOperation AddCode(const std::string& code);
 [[nodiscard]] SeatOperation EditPhone(const std::string& code, const std::string& phone);
+/// Forwards the calls of a code to its own number, which the controller asks about.
+[[nodiscard]] SeatOperation ForwardToItself(const std::string& code);
 [[nodiscard]] SeatOperation RenumberCode(const std::string& code, const std::string& number);
 [[nodiscard]] SeatOperation DeleteCode(const std::string& code);
 [[nodiscard]] SeatOperation ImportCodes(const std::string& lines);

@@ -1,0 +1,272 @@
+// A stop, a full disk and a failing disk at every write of an operation: the store holds all of it
+// or nothing, and what was told is true.
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <ostream>
+
+#include "host/desks/store_file.h"
+#include "host/store/demo.h"
+#include "host/store/engines/opening.h"
+#include "host/store/sqlite/schema.h"
+#include "tests/host/concurrency/failing_files.h"
+#include "tests/host/concurrency/seat.h"
+#include "tests/host/concurrency/seat_operations.h"
+#include "tests/host/concurrency/small_building.h"
+#include "tests/host/store/temporary_folder.h"
+
+namespace qorhost::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Content = std::vector<std::string>;
+
+constexpr int kCapacity = 40;
+
+struct Endangered {
+  std::string name;
+  SeatOperation operation;
+  /// Whether what was stored is moved from the log to the store at once.
+  bool withCheckpoint = false;
+};
+
+void PrintTo(const Endangered& one, std::ostream* out) {
+  *out << one.name;
+}
+
+class Crashes : public testing::TestWithParam<Endangered> {
+ protected:
+  void SetUp() override {
+    fs::create_directory(work_);
+    MakeBuilding(folder_.File("new.db"), kCapacity);
+    Begin();
+    before_ = ContentOf(seat_->database());
+    const Told told = RunAt(GetParam().operation, *seat_);
+    ASSERT_TRUE(told.done()) << TextOf(told);
+    after_ = ContentOf(seat_->database());
+    ASSERT_NE(before_, after_);
+  }
+
+  void TearDown() override {
+    files_.Heal();
+    desk_ = {};
+    seat_.reset();
+  }
+
+  /// A seat at a new building, with everything entered.
+  void Begin() {
+    files_.Heal();
+    desk_ = {};
+    seat_.reset();
+    for (const char* name : {"building.db", "building.db-wal", "building.db-shm"}) {
+      fs::remove(work_ / name);
+    }
+    fs::copy_file(folder_.File("new.db"), work_ / "building.db");
+    seat_ = std::make_unique<Seat>(work_ / "building.db", "anna");
+    if (GetParam().withCheckpoint) {
+      seat_->database().Run("PRAGMA wal_autocheckpoint=1");
+    }
+  }
+
+  /// What the next program finds.
+  static Content Found(const fs::path& store) {
+    sqlite::Database database = sqlite::OpenDatabase(store, OpenMode::kReadWrite);
+    EXPECT_EQ(WrongIn(database, kCapacity), Content());
+    return ContentOf(database);
+  }
+  [[nodiscard]] bool IsAllOrNothing(const Content& found) const {
+    return found == before_ || found == after_;
+  }
+
+  TemporaryFolder folder_;
+  fs::path work_ = folder_.File("work");
+  FailingFiles files_;
+  std::unique_ptr<Seat> seat_;
+  PreparedDesk desk_;
+  Content before_;
+  Content after_;
+};
+
+TEST_P(Crashes, AStopAtAnyWriteLeavesAllOrNothing) {
+  int nth = 0;
+  int nothing = 0;
+  for (bool ended = false; !ended; ++nth) {
+    SCOPED_TRACE(fmt::format("stopped at the write {}", nth));
+    Begin();
+    desk_ = GetParam().operation.prepare(*seat_);
+    const fs::path killed = folder_.File("killed");
+    const fs::path torn = folder_.File("torn");
+    const fs::path synced = folder_.File("synced");
+    bool isTorn = false;
+    files_.FailAt(nth, FileFault::kStop, [&] {
+      files_.CopyAsTheyAre(work_, killed);
+      isTorn = files_.CopyTorn(work_, torn);
+      files_.CopySynced(work_, synced);
+    });
+    const Told told = TellingRaised(desk_.run);
+    ended = !files_.failed();
+    if (ended) {
+      files_.CopyAsTheyAre(work_, killed);
+      files_.CopySynced(work_, synced);
+      EXPECT_TRUE(told.done()) << TextOf(told);
+    } else {
+      EXPECT_TRUE(told.done() || told.ending == Ending::kFailed) << TextOf(told);
+    }
+    desk_ = {};
+    seat_.reset();
+    files_.Heal();
+    for (const fs::path& copy : {killed, torn, synced}) {
+      if (copy == torn && !isTorn) {
+        continue;
+      }
+      SCOPED_TRACE(copy.filename().string());
+      const Content found = Found(copy / "building.db");
+      EXPECT_TRUE(IsAllOrNothing(found));
+      nothing += found == before_ ? 1 : 0;
+      if (told.done()) {
+        EXPECT_EQ(found, after_) << "told as done";
+      }
+    }
+    if (HasFailure()) {
+      return;
+    }
+  }
+  EXPECT_GT(nothing, 0);
+  EXPECT_GT(nth, 3);
+}
+
+TEST_P(Crashes, AFailureAtAnyWriteIsToldAndLeavesNothing) {
+  for (const FileFault fault : {FileFault::kFull, FileFault::kIoError}) {
+    for (int nth = 0;; ++nth) {
+      SCOPED_TRACE(fmt::format("{} at the write {}",
+                               fault == FileFault::kFull ? "full disk" : "error", nth));
+      Begin();
+      desk_ = GetParam().operation.prepare(*seat_);
+      files_.FailAt(nth, fault);
+      const Told told = TellingRaised(desk_.run);
+      if (!files_.failed()) {
+        EXPECT_TRUE(told.done()) << TextOf(told);
+        break;
+      }
+      files_.Heal();
+      desk_ = {};
+      if (told.done()) {
+        EXPECT_EQ(ContentOf(seat_->database()), after_);
+      } else {
+        EXPECT_EQ(told.ending, Ending::kFailed) << TextOf(told);
+        EXPECT_FALSE(told.failures.empty());
+        EXPECT_EQ(ContentOf(seat_->database()), before_);
+        // The seat goes on as if nothing had been.
+        const Told again = RunAt(GetParam().operation, *seat_);
+        EXPECT_TRUE(again.done()) << TextOf(again);
+      }
+      seat_.reset();
+      EXPECT_EQ(Found(work_ / "building.db"), after_);
+      if (HasFailure()) {
+        return;
+      }
+    }
+  }
+}
+
+/// A new store is made beside everything that is there.
+class NewStores : public testing::Test {
+ protected:
+  void SetUp() override { fs::create_directory(work_); }
+
+  [[nodiscard]] bool IsThere() const { return fs::exists(work_ / "building.db"); }
+  static bool IsWhole(const fs::path& store) {
+    sqlite::Database database = sqlite::OpenDatabase(store, OpenMode::kReadWrite);
+    return database.Number("SELECT count(*) FROM Units") == 3 &&
+           database.Number("SELECT count(*) FROM AuditEntries") == 1 &&
+           database.Number("SELECT count(*) FROM pragma_integrity_check") == 1;
+  }
+  Told Make() {
+    return TellingRaised([this] {
+      CreateStore(work_ / "building.db", true);
+      return Told();
+    });
+  }
+
+  TemporaryFolder folder_;
+  fs::path work_ = folder_.File("work");
+  FailingFiles files_;
+};
+
+// The demo building takes thousands of writes; an odd step meets all kinds of calls.
+constexpr int kStep = 17;
+
+TEST_F(NewStores, AFailureAtAWriteIsToldAndLeavesNothingBehind) {
+  for (int nth = 0;; nth += kStep) {
+    SCOPED_TRACE(fmt::format("at the write {}", nth));
+    files_.FailAt(nth, FileFault::kIoError);
+    const Told told = Make();
+    const bool failed = files_.failed();
+    files_.Heal();
+    EXPECT_EQ(IsThere(), told.done()) << TextOf(told);
+    if (told.done()) {
+      EXPECT_TRUE(IsWhole(work_ / "building.db"));
+    } else {
+      EXPECT_TRUE(fs::is_empty(work_));
+    }
+    fs::remove_all(work_);
+    fs::create_directory(work_);
+    if (!failed) {
+      EXPECT_TRUE(told.done());
+      EXPECT_GT(nth, 10 * kStep);
+      return;
+    }
+  }
+}
+
+TEST_F(NewStores, AStopAtAWriteLeavesNoneOrAnEmptyOneOrAllOfIt) {
+  for (int nth = 0;; nth += kStep) {
+    SCOPED_TRACE(fmt::format("stopped at the write {}", nth));
+    const fs::path killed = folder_.File("killed");
+    files_.FailAt(nth, FileFault::kStop, [&] { files_.CopyAsTheyAre(work_, killed); });
+    (void)Make();
+    const bool stopped = files_.failed();
+    files_.Heal();
+    if (!stopped) {
+      EXPECT_TRUE(IsWhole(work_ / "building.db"));
+      return;
+    }
+    const fs::path store = killed / "building.db";
+    if (fs::exists(store)) {
+      sqlite::Database database = sqlite::OpenDatabase(store, OpenMode::kReadWrite);
+      EXPECT_TRUE(database.Number("SELECT count(*) FROM Units") == 0 || IsWhole(store));
+    }
+    fs::remove_all(work_);
+    fs::create_directory(work_);
+  }
+}
+
+std::vector<Endangered> OperationsInDanger() {
+  return {
+      {"IssuingARange", IssueCards("201", "203")},
+      {"IssuingARangeWithACheckpoint", IssueCards("201", "203"), true},
+      {"IssuingWithTenants", IssueCardsWithTenants("201", "202")},
+      {"AssigningAHeldCard", AssignCard("101", "Berg Bea")},
+      {"DeletingAHeldCard", DeleteCard("101")},
+      {"RenumberingACard", RenumberCard("103", 300)},
+      {"ImportingCards", ImportCards("card26,301,7,\ncard26,302,7,Adam Ann\n")},
+      {"AddingACode", AddCode("301")},
+      {"EditingACode", EditPhone("102", "555-8888")},
+      {"RenumberingACode", RenumberCode("102", "300")},
+      {"DeletingAHeldCode", DeleteCode("101")},
+      {"ImportingCodes", ImportCodes("301,555-1\n302,555-2\n")},
+      {"Merging", MergeUnit()},
+      {"WritingByHand", WriteByHand("UPDATE DIRECTORYCODE SET PHONENUMBER='1'")},
+  };
+}
+
+INSTANTIATE_TEST_SUITE_P(At, Crashes, testing::ValuesIn(OperationsInDanger()),
+                         [](const testing::TestParamInfo<Endangered>& one) {
+                           return one.param.name;
+                         });
+
+}  // namespace
+}  // namespace qorhost::test

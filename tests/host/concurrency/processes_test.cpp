@@ -1,0 +1,143 @@
+// Programs that race for one store, as people at several desks start them.
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "host/store/sqlite/schema.h"
+#include "tests/host/concurrency/racing_processes.h"
+#include "tests/host/concurrency/small_building.h"
+#include "tests/host/store/temporary_folder.h"
+
+namespace qorhost::test {
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+constexpr int kRoomy = 40;
+constexpr int kRounds = 3;
+constexpr int kDone = 0;
+constexpr int kRefused = 1;
+
+class Races : public testing::Test {
+ protected:
+  void Begin(int capacity) {
+    capacity_ = capacity;
+    for (const char* name : {"building.db", "building.db-wal", "building.db-shm"}) {
+      std::filesystem::remove(folder_.File(name));
+    }
+    MakeBuilding(file_, capacity);
+  }
+  [[nodiscard]] Arguments Command(Arguments words) const {
+    words.insert(words.begin(), {"--db", file_.string()});
+    words.insert(words.end(), {"--unit", "1", "--yes"});
+    return words;
+  }
+  [[nodiscard]] std::int64_t Number(std::string_view select) const {
+    return sqlite::OpenDatabase(file_, OpenMode::kReadWrite).Number(select);
+  }
+
+  /// Lets them race; gives how many were done. The others must be refused, and what is stored must
+  /// be theirs who were done.
+  std::int64_t DoneOf(const std::vector<Arguments>& runs) {
+    const std::vector<Finished> all = Race(QORHOST_PROGRAM, runs);
+    std::int64_t done = 0;
+    for (const Finished& one : all) {
+      EXPECT_TRUE(one.status == kDone || one.status == kRefused) << one.status << " " << one.said;
+      EXPECT_FALSE(one.said.empty());
+      done += one.status == kDone ? 1 : 0;
+    }
+    sqlite::Database database = sqlite::OpenDatabase(file_, OpenMode::kReadWrite);
+    EXPECT_EQ(WrongIn(database, capacity_), std::vector<std::string>());
+    EXPECT_EQ(database.Number("SELECT count(*) FROM AuditEntries"), done);
+    return done;
+  }
+
+  TemporaryFolder folder_;
+  std::filesystem::path file_ = folder_.File("building.db");
+  int capacity_ = kRoomy;
+};
+
+TEST_F(Races, OneOfFourIssuesARange) {
+  const Arguments issue = Command({"credentials", "add", "--type", "card26", "--start", "201",
+                                   "--end", "220", "--facility", "7"});
+  for (int round = 0; round < kRounds; ++round) {
+    Begin(kRoomy);
+    EXPECT_EQ(DoneOf({issue, issue, issue, issue}), 1);
+    EXPECT_EQ(Number("SELECT count(*) FROM CredentialBank"), 24);
+  }
+}
+
+TEST_F(Races, OneOfFourEntersADirectoryCode) {
+  const Arguments add = Command({"dircodes", "add", "301", "--phone", "555-1"});
+  for (int round = 0; round < kRounds; ++round) {
+    Begin(kRoomy);
+    EXPECT_EQ(DoneOf({add, add, add, add}), 1);
+    EXPECT_EQ(Number("SELECT count(*) FROM DirectoryCode"), 4);
+  }
+}
+
+TEST_F(Races, OneOfTwoRangesFindsRoom) {
+  const auto issue = [this](const char* first, const char* last) {
+    return Command({"credentials", "add", "--type", "card26", "--start", first, "--end", last,
+                    "--facility", "7"});
+  };
+  for (int round = 0; round < kRounds; ++round) {
+    Begin(kCodesInUse + 25);
+    EXPECT_EQ(DoneOf({issue("201", "220"), issue("301", "320")}), 1);
+    EXPECT_EQ(Number("SELECT count(*) FROM CredentialBank"), 24);
+  }
+}
+
+TEST_F(Races, OneOfThreeTakesTheLastPlace) {
+  for (int round = 0; round < kRounds; ++round) {
+    Begin(kCodesInUse + 1);
+    EXPECT_EQ(DoneOf({Command({"credentials", "add", "--type", "card26", "--start", "201",
+                               "--facility", "7"}),
+                      Command({"credentials", "add", "--type", "card26", "--start", "301",
+                               "--facility", "7"}),
+                      Command({"dircodes", "add", "301", "--phone", "555-1"})}),
+              1);
+  }
+}
+
+TEST_F(Races, ACredentialThatFourAssignHasOneHolder) {
+  const auto assign = [this](const char* tenant) {
+    return Command({"credentials", "assign", "Standard 26-Bit Card-103", tenant});
+  };
+  for (int round = 0; round < kRounds; ++round) {
+    Begin(kRoomy);
+    // One who comes late takes it from the holder before: any number of them may be done.
+    EXPECT_GE(
+        DoneOf({assign("Adam Ann"), assign("Berg Bea"), assign("Cole Cem"), assign("Berg Bea")}),
+        1);
+    EXPECT_EQ(Number("SELECT count(*) FROM Tenants WHERE CREDENTIALID1=3 OR CREDENTIALID2=3"), 1);
+  }
+}
+
+TEST_F(Races, OneOfTwoRenumberingsGetsTheNumber) {
+  for (int round = 0; round < kRounds; ++round) {
+    Begin(kRoomy);
+    EXPECT_EQ(DoneOf({Command({"credentials", "renumber", "Standard 26-Bit Card-103", "300"}),
+                      Command({"credentials", "renumber", "Standard 26-Bit Card-104", "300"})}),
+              1);
+  }
+}
+
+TEST_F(Races, OneWhoIsKilledWhileItWaitsLeavesNothingAndLetsOthersGoOn) {
+  Begin(kRoomy);
+  sqlite::Database other = sqlite::OpenDatabase(file_, OpenMode::kReadWrite);
+  const std::vector<std::string> before = ContentOf(other);
+  other.Run("BEGIN IMMEDIATE; UPDATE DOORS SET DOORNAME='Attic'");
+  AtATerminal waiting(QORHOST_PROGRAM, Command({"dircodes", "add", "301", "--phone", "555-1"}));
+  ASSERT_TRUE(waiting.WaitUntilItSays("another program is writing to the store"));
+  waiting.Kill();
+  other.Run("ROLLBACK");
+  EXPECT_EQ(ContentOf(other), before);
+  EXPECT_EQ(DoneOf({Command({"dircodes", "add", "301", "--phone", "555-1"})}), 1);
+}
+
+}  // namespace
+}  // namespace qorhost::test

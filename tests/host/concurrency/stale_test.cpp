@@ -1,0 +1,220 @@
+// An operation whose unit others have changed since its desk was filled: done beside a change of
+// other rows, told and not done where it is about the rows that were shown.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <ostream>
+
+#include "tests/host/concurrency/seat.h"
+#include "tests/host/concurrency/seat_operations.h"
+#include "tests/host/concurrency/small_building.h"
+#include "tests/host/store/temporary_folder.h"
+
+namespace qorhost::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr int kRoomy = 40;
+
+const std::string kDeletesHeld =
+    "This credential is already assgined to a Tenant. Deleting this credential will remove it from "
+    "the assigned Tenant and delete the credential from the system. Do you want to continue?";
+const std::string kDeletesCode =
+    "This Directory Code is applied to a Tenant. Deleting this Directory Code will remove it from "
+    "the system. Do you wish to continue?";
+const std::string kSamePhones =
+    "The phone numbers for the Directory Code and Call Forwarding are the same. Do you still want "
+    "to proceed?";
+
+struct Overtaken {
+  std::string name;
+  SeatOperation operation;
+  std::vector<std::string> asked;  // the questions
+  /// What others do to the rows that it is about; none for new rows.
+  std::vector<SeatOperation> ofItsRows;
+};
+
+void PrintTo(const Overtaken& one, std::ostream* out) {
+  *out << one.name;
+}
+
+class OvertakenOperations : public testing::TestWithParam<Overtaken> {
+ protected:
+  void Begin() {
+    anna_.reset();
+    bert_.reset();
+    const std::filesystem::path file = folder_.File("building.db");
+    for (const char* name : {"building.db", "building.db-wal", "building.db-shm"}) {
+      std::filesystem::remove(folder_.File(name));
+    }
+    MakeBuilding(file, kRoomy);
+    anna_ = std::make_unique<Seat>(file, "anna", true);
+    bert_ = std::make_unique<Seat>(file, "bert");
+  }
+  [[nodiscard]] std::vector<std::string> Content() { return ContentOf(bert_->database()); }
+  [[nodiscard]] std::vector<std::string> Wrong() { return WrongIn(bert_->database(), kRoomy); }
+  /// How often the controller had a message shown.
+  [[nodiscard]] std::size_t MessagesInTranscript() const {
+    return static_cast<std::size_t>(
+        std::count_if(anna_->calls_.begin(), anna_->calls_.end(),
+                      [](const std::string& call) { return call.find("MsgBox") == 0; }));
+  }
+
+  TemporaryFolder folder_;
+  std::unique_ptr<Seat> anna_;
+  std::unique_ptr<Seat> bert_;
+};
+
+TEST_P(OvertakenOperations, AreDoneBesideAChangeOfOtherRows) {
+  const auto elsewhere = WriteByHand("UPDATE DOORS SET DOORNAME='Attic' WHERE DOORID=3");
+  for (const SeatOperation& other : {IssueCards("901", "902"), elsewhere}) {
+    SCOPED_TRACE(other.name);
+    Begin();
+    ASSERT_TRUE(RunAt(other, *bert_).done());
+    ASSERT_TRUE(RunAt(GetParam().operation, *anna_).done());
+    const std::vector<std::string> oneAfterTheOther = Content();
+
+    Begin();
+    const PreparedDesk desk = GetParam().operation.prepare(*anna_);
+    ASSERT_TRUE(RunAt(other, *bert_).done());
+    anna_->calls_.clear();
+    const Told told = desk.run();
+    EXPECT_TRUE(told.done()) << TextOf(told);
+    EXPECT_EQ(told.messages, GetParam().asked);
+    EXPECT_EQ(anna_->shown_, GetParam().asked);
+    // The controller has asked again, the operator has not been.
+    EXPECT_EQ(MessagesInTranscript(), 2 * GetParam().asked.size());
+    EXPECT_EQ(Content(), oneAfterTheOther);
+    EXPECT_EQ(Wrong(), std::vector<std::string>());
+  }
+}
+
+TEST_P(OvertakenOperations, AreToldAndKeepTheirEntryAfterAChangeOfTheirRows) {
+  for (const SeatOperation& other : GetParam().ofItsRows) {
+    SCOPED_TRACE(other.name);
+    Begin();
+    const PreparedDesk desk = GetParam().operation.prepare(*anna_);
+    const ScreenSnapshot entered = desk.screen();
+    const Told changed = RunAt(other, *bert_);
+    ASSERT_TRUE(changed.done()) << TextOf(changed);
+    const std::vector<std::string> before = Content();
+    anna_->calls_.clear();
+    const Told told = desk.run();
+    EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
+    EXPECT_THAT(told.changedBy, ElementsAre(testing::StartsWith("bert: ")));
+    EXPECT_THAT(told.failures, IsEmpty());
+    EXPECT_LE(anna_->shown_.size(), 1U);  // nothing twice
+    EXPECT_EQ(anna_->shown_.size(), MessagesInTranscript());
+    EXPECT_EQ(Content(), before);
+    EXPECT_EQ(Wrong(), std::vector<std::string>());
+    EXPECT_TRUE(desk.screen() == entered) << "the entry is not what it was";
+    // The next attempt is no better until the operator has looked again.
+    EXPECT_EQ(desk.run().ending, Ending::kStale);
+    EXPECT_EQ(Content(), before);
+  }
+}
+
+std::vector<Overtaken> OperationsToOvertake() {
+  const SeatOperation holderMoves = WriteByHand("UPDATE Tenants SET LastName='X' WHERE TenantID=1");
+  return {
+      {"Issuing", IssueCards("201", "202"), {}, {}},
+      {"IssuingWithTenants", IssueCardsWithTenants("201", "202"), {}, {}},
+      {"AssigningAFreeCard",
+       AssignCard("103", "Berg Bea"),
+       {},
+       {RenumberCard("103", 300), AssignCard("103", "Cole Cem"), DeleteCard("103")}},
+      {"AssigningAHeldCard",
+       AssignCard("101", "Berg Bea"),
+       {},
+       {RenumberCard("101", 300), AssignCard("101", "Cole Cem"), AssignCard("101", std::nullopt),
+        DeleteCard("101"), holderMoves}},
+      {"TakingACard",
+       AssignCard("101", std::nullopt),
+       {},
+       {AssignCard("101", "Cole Cem"), DeleteCard("101")}},
+      {"DeletingAFreeCard",
+       DeleteCard("103"),
+       {},
+       {AssignCard("103", "Berg Bea"), RenumberCard("103", 300), DeleteCard("103")}},
+      {"DeletingAHeldCard",
+       DeleteCard("101"),
+       {kDeletesHeld},
+       {AssignCard("101", "Cole Cem"), AssignCard("101", std::nullopt), DeleteCard("101"),
+        holderMoves}},
+      {"RenumberingACard",
+       RenumberCard("101", 300),
+       {},
+       {RenumberCard("101", 301), AssignCard("101", "Cole Cem"), DeleteCard("101")}},
+      {"AddingACode", AddCode("301"), {}, {}},
+      {"EditingACode",
+       EditPhone("102", "555-8888"),
+       {},
+       {EditPhone("102", "555-9999"), RenumberCode("102", "300"), DeleteCode("102"),
+        WriteByHand("UPDATE Tenants SET DIRECTORYCODE=2 WHERE TenantID=2")}},
+      {"ForwardingACode", ForwardToItself("102"), {kSamePhones}, {EditPhone("102", "555-9999")}},
+      {"RenumberingACode",
+       RenumberCode("101", "300"),
+       {},
+       {RenumberCode("101", "301"), EditPhone("101", "555-9999"), DeleteCode("101")}},
+      {"DeletingACode",
+       DeleteCode("101"),
+       {kDeletesCode},
+       {EditPhone("101", "555-9999"), RenumberCode("101", "301"), holderMoves}},
+  };
+}
+
+INSTANTIATE_TEST_SUITE_P(When, OvertakenOperations, testing::ValuesIn(OperationsToOvertake()),
+                         [](const testing::TestParamInfo<Overtaken>& one) {
+                           return one.param.name;
+                         });
+
+/// A seat whose store is put back or replaced while its desk is open.
+class ReplacedStores : public testing::Test {
+ protected:
+  void SetUp() override { MakeBuilding(file_, kRoomy); }
+
+  TemporaryFolder folder_;
+  std::filesystem::path file_ = folder_.File("building.db");
+};
+
+TEST_F(ReplacedStores, AStoreThatWasPutBackToAnEarlierStateIsNotTakenForTheOneShown) {
+  Seat anna(file_, "anna");
+  Seat bert(file_, "bert");
+  ASSERT_TRUE(RunAt(EditPhone("102", "555-1"), bert).done());
+  bert.database().Run("PRAGMA wal_checkpoint(TRUNCATE)");
+  std::filesystem::copy_file(file_, folder_.File("backup.db"));
+  ASSERT_TRUE(RunAt(EditPhone("102", "555-2"), bert).done());
+  const PreparedDesk desk = EditPhone("102", "555-3").prepare(anna);
+  // Back to the first edit in the way of a restore, and then another edit: as many as before.
+  {
+    Seat backup(folder_.File("backup.db"), "carl");
+    ASSERT_TRUE(RunAt(EditPhone("102", "555-4"), backup).done());
+    backup.database().Run("PRAGMA wal_checkpoint(TRUNCATE)");
+  }
+  sqlite::Database source(folder_.File("backup.db"), OpenMode::kReadWrite);
+  CopyWhole(source, bert.database());
+  const Told told = desk.run();
+  EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
+  EXPECT_EQ(bert.database().Number("SELECT count(*) FROM DirectoryCode WHERE PHONENUMBER='555-4'"),
+            1);
+}
+
+TEST_F(ReplacedStores, AStoreWhoseFileWasReplacedIsNotWritten) {
+  Seat anna(file_, "anna");
+  const PreparedDesk desk = EditPhone("102", "555-3").prepare(anna);
+  std::filesystem::rename(file_, folder_.File("old.db"));
+  MakeBuilding(folder_.File("another.db"), kRoomy);
+  std::filesystem::rename(folder_.File("another.db"), file_);
+  const Told told = desk.run();
+  EXPECT_EQ(told.ending, Ending::kFailed) << TextOf(told);
+  EXPECT_THAT(TextOf(told), testing::HasSubstr("was moved or replaced"));
+}
+
+}  // namespace
+}  // namespace qorhost::test
