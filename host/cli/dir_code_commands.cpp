@@ -88,10 +88,6 @@ ExitStatus RunDirCodeAdd(const GlobalOptions& global, const DirCodeAddOptions& o
   } else if (added.ending == Ending::kFailed) {
     console.err << "qorhost: the directory code was not stored.\n";
   }
-  if (added.asNumber) {
-    console.err << fmt::format("qorhost: '{}' was taken as {}.\n", Displayable(options.code),
-                               added.number);
-  }
   return status;
 }
 

@@ -19,6 +19,16 @@ namespace {
 
 constexpr std::string_view kNoDoor = "<None>";
 
+/// The controller refuses 0 alone, and would store what the column cannot hold.
+void RequireCredentialNumber(std::int32_t number) {
+  if (number < 0 || number > qorcred::kHighestCredentialNumber) {
+    throw InputFault(
+        credential_field::kNewNumber, std::to_string(number),
+        fmt::format("{{field}} '{{value}}' is no credential number: they go from 1 to {}",
+                    qorcred::kHighestCredentialNumber));
+  }
+}
+
 std::shared_ptr<ScreenModel> MakeScreen(DeskScreen kind, qorcred::Date today) {
   return kind == DeskScreen::kTenantCreating ? MakeTenantCreatingScreen(today)
                                              : MakeCredentialScreen(today);
@@ -251,6 +261,7 @@ Outcome CredentialDesk::Delete(std::int32_t rid) {
 }
 
 ChangedCredential CredentialDesk::Renumber(std::int32_t number) {
+  RequireCredentialNumber(number);
   const ShownCredential credential = Shown();
   Outcome outcome = Work("renumber credential " + credential.entry, [this, number] {
     OperationRecord renumbering(session_);

@@ -85,6 +85,7 @@ class CredentialDesk {
   /// the list. Takes it into the list of credentials, which is not filled again: for long imports.
   Outcome AssignIssued(const IssuedCredentials& issued, std::int32_t tenant);
   Outcome Delete(std::int32_t rid);
+  /// Raises InputFault for a number below 0 or above 65535.
   ChangedCredential Renumber(std::int32_t number);
 
  private:

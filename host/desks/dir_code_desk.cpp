@@ -152,7 +152,7 @@ void DirCodeDesk::TypeCode(const std::string& code) {
                                  "unit's codes",
                                  most));
   }
-  box.SetText(TypedText(field::kCode, code));
+  box.SetText(TypedNumber(field::kCode, code));
 }
 
 Outcome DirCodeDesk::Work(std::string what, const std::function<Outcome()>& run) {
@@ -178,7 +178,7 @@ Outcome DirCodeDesk::SaveOnce(std::int32_t& rid) {
   OperationRecord saving(session_);
   rid = 0;
   const bool done = controller_->pbSave(session_.connection(), unitKey_, false, &rid);
-  // The save looks a text up before it checks that it is a number: that lookup may fail.
+  // The save looks an empty text up before it refuses it: that lookup fails.
   if (!IsDigits(codeBox().text())) {
     saving.ForgiveFirstFailure(rid > 0);
   }
@@ -190,14 +190,12 @@ Outcome DirCodeDesk::SaveOnce(std::int32_t& rid) {
 }
 
 AddedDirCode DirCodeDesk::AddCode() {
-  const std::string typed = codeBox().text();
   AddedDirCode added;
   static_cast<SavedDirCode&>(added) = SaveNew();
   if (added.isStored()) {
     RefreshCodes(added.rid);
     added.code = Shown();
     added.number = codeBox().text();
-    added.asNumber = !qorcred::IsNumeric(qorcred::Trim(typed));
   }
   return added;
 }
@@ -228,6 +226,7 @@ Outcome DirCodeDesk::SaveEdited() {
 }
 
 Outcome DirCodeDesk::Renumber(const std::string& code) {
+  (void)TypedNumber(field::kCode, code);
   return Change("renumber", [this, &code] {
     return controller_->pbUpdateDirCode(session_.connection(), unitKey_, code);
   });

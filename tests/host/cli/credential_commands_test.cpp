@@ -82,6 +82,14 @@ TEST_F(Credentials, AddTakesTheOptionsOfNewTenants) {
   EXPECT_EQ(rows[0]["ACTIVEENDTIME"], "2026-12-31T23:59:59");
 }
 
+TEST_F(Credentials, EmptySchedulesOpenNoDoor) {
+  const Outcome outcome = Add({"--type", "card26", "--start", "9001", "--facility", "7",
+                               "--with-tenants", "--schedules", ""});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err, HasSubstr("--schedules '' has an empty schedule"));
+  EXPECT_EQ(Find("UnitKey=2 AND PINNo=9001").size(), 0U);
+}
+
 TEST_F(Credentials, AFaultNamesTheOptions) {
   EXPECT_EQ(Add({"--type", "key", "--start", "1"}).err,
             "qorhost: --type 'key' is none of card30, card26 and transmitter\n");
@@ -186,6 +194,16 @@ TEST_F(Credentials, RenumberTellsTheNewNumberAndTheControllersMessages) {
   const Outcome taken = Run({"--unit", "2", "credentials", "renumber", card, "20001"});
   EXPECT_EQ(taken.status, 1);
   EXPECT_EQ(taken.err, "Pello RT [information]: Credential Number already exists.\n");
+}
+
+TEST_F(Credentials, RenumberTakesNumbersOfCredentialsAlone) {
+  const std::string card = FreeCard();
+  for (const char* number : {"-1", "-5", "70000", "65536", "1.5", "9e3", "x", ""}) {
+    const Outcome outcome = Run({"--unit", "2", "credentials", "renumber", card, "--", number});
+    EXPECT_EQ(outcome.status, 2) << number;
+    EXPECT_THAT(outcome.err, HasSubstr("the new number")) << number;
+  }
+  EXPECT_EQ(Find("RID=" + card)[0]["PINNo"], 9100);
 }
 
 TEST_F(Credentials, DeleteAsksWhenATenantHoldsIt) {

@@ -85,10 +85,22 @@ TEST_F(CredentialDesks, ATransmittersCodesAreStored) {
 }
 
 TEST_F(CredentialDesks, TheNumbersToldAreThoseThatWereAccepted) {
-  const IssuedCredentials issued = Issue(Cards(" 9.1e3 "));
+  const IssuedCredentials issued = Issue(Cards(" 9100 "));
   EXPECT_TRUE(issued.done());
   EXPECT_EQ(issued.first, 9100);
   EXPECT_EQ(issued.last, 9100);
+}
+
+TEST_F(CredentialDesks, ANumberThatWouldBeRoundedIsAFault) {
+  for (const char* number : {"1.5", "9.1e3", "1e-5", "$5", "(5)", "&H10"}) {
+    EXPECT_EQ(FaultOf(Cards(number)).value().field(), credential_field::kFirst) << number;
+    EXPECT_EQ(FaultOf(Cards("1", number)).value().field(), credential_field::kLast) << number;
+    NewCredentials entry = Cards("9001");
+    entry.facility = number;
+    EXPECT_EQ(FaultOf(entry).value().field(), credential_field::kFacility) << number;
+  }
+  EXPECT_STREQ(FaultOf(Cards("1.5"))->what(),
+               "number '1.5' is no whole number: write it in digits alone");
 }
 
 TEST_F(CredentialDesks, TheControllerKeepsTheBounds) {
@@ -264,6 +276,10 @@ TEST_F(CredentialDesks, ARenumberedCredentialIsToldByItsNewNumber) {
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   (void)desk.Select("Standard 26-Bit Card-9001");
   EXPECT_EQ(desk.Renumber(0).ending, Ending::kRefused);
+  for (const std::int32_t number : {-1, -5, 65536, 70000}) {
+    EXPECT_EQ(FieldAtFault([&] { (void)desk.Renumber(number); }), credential_field::kNewNumber)
+        << number;
+  }
   const ChangedCredential renumbered = desk.Renumber(9200);
   EXPECT_TRUE(renumbered.done());
   EXPECT_EQ(renumbered.credential.entry, "Standard 26-Bit Card-9200");

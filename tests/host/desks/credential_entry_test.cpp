@@ -48,6 +48,10 @@ TEST_F(CredentialEntries, WhatCannotBeEnteredNamesItsField) {
   EXPECT_EQ(FieldOf(entry), field::kSchedules);
   entry.schedules = "1,1,1,1,1";
   EXPECT_EQ(FieldOf(entry), field::kSchedules) << "five for four doors";
+  for (const char* hole : {"", " ", ",", ",,,", "1,", ",1"}) {
+    entry.schedules = hole;
+    EXPECT_EQ(FieldOf(entry), field::kSchedules) << "full access at a door: '" << hole << "'";
+  }
 }
 
 TEST_F(CredentialEntries, AFaultCarriesWhatWasGiven) {
