@@ -47,7 +47,7 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
       });
   app.add_option_function<std::string>(
          "--unit", [&global](const std::string& key) { global.unit = WholeNumber(key); },
-         "The unit's key (the first unit)")
+         "The unit's key (QORHOST_UNIT; else, to look at, the first unit)")
       ->type_name("N")
       ->check([](const std::string& key) {
         return WholeNumber(key) ? std::string()

@@ -20,6 +20,8 @@ class ShownState {
   /// To be called before the desk reads what it shows. `selects` read the rows that an operation on
   /// it is meant for, whole.
   void Take(std::vector<std::string> selects = {});
+  /// What one more SELECT reads, shown later than the rest: the version stays that of the rest.
+  void TakeAlso(std::string select);
   /// The unit is as the desk's own operation has left it.
   void TakeOver(const UnitVersion& version) { version_ = version; }
 
@@ -30,6 +32,7 @@ class ShownState {
 
  private:
   using Rows = std::vector<std::vector<qorcred::Value>>;
+  void ReadInto(Rows& rows, const std::string& select) const;
   [[nodiscard]] Rows Read() const;
 
   DeskSession& session_;

@@ -10,8 +10,8 @@
 #include "frame/text.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/list_entries.h"
 #include "host/desks/typed_input.h"
-#include "host/desks/whole_number.h"
 #include "host/unit/unit_code.h"
 
 namespace qorhost {
@@ -35,13 +35,7 @@ std::optional<double> NumberMeant(std::string_view text) {
 
 /// The row that the choice names.
 std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_view choice) {
-  constexpr std::string_view kRowPrefix = "rid:";
-  if (qorcred::CompareIgnoringCase(choice.substr(0, kRowPrefix.size()), kRowPrefix) == 0) {
-    const std::string_view row = choice.substr(kRowPrefix.size());
-    const auto rid = WholeNumber(row);
-    if (!rid) {
-      throw InputFault(field::kChoice, row, "the row '{value}' is no whole number of 32 bits");
-    }
+  if (const auto rid = RowNamed(field::kChoice, choice)) {
     return *rid;
   }
   const std::optional<double> number = NumberMeant(choice);

@@ -78,6 +78,7 @@ TEST_F(DirCodes, AddReportsAsJson) {
   const nlohmann::json report =
       Rows({"--unit", "2", "dircodes", "add", "0250", "--phone", "555-0199"});
   EXPECT_EQ(report["code"], 250);
+  EXPECT_EQ(report["unit"], 2);
   EXPECT_EQ(report["rid"], Row("250")["RID"]);
 }
 
@@ -158,7 +159,7 @@ TEST_F(DirCodes, ACodeThatIsNotMeantAloneIsAMistakeInTheCommandLine) {
 TEST_F(DirCodes, EditPrintsWhatItChanged) {
   const Outcome outcome = Do({"edit", "103", "--phone", "555-7777"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.out, "Changed directory code 0103 (RID 13).\n");
+  EXPECT_EQ(outcome.out, "Changed directory code 0103 (RID 13) in unit 2, Linden Park.\n");
   EXPECT_EQ(outcome.err, "");
   EXPECT_EQ(Row("103")["PHONENUMBER"], "555-7777");
 }
@@ -185,7 +186,7 @@ TEST_F(DirCodes, EditNamesTheIdleSettingsThatItClears) {
 TEST_F(DirCodes, RenumberPrintsBothCodes) {
   const Outcome outcome = Do({"renumber", "101", "180"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.out, "Directory code 0101 (RID 11) is 0180 now.\n");
+  EXPECT_EQ(outcome.out, "Directory code 0101 (RID 11) is 0180 now, in unit 2, Linden Park.\n");
 }
 
 TEST_F(DirCodes, DeleteAsksAndNamesTheTenantsWhoAreWithoutTheCode) {
@@ -196,7 +197,9 @@ TEST_F(DirCodes, DeleteAsksAndNamesTheTenantsWhoAreWithoutTheCode) {
 
   const Outcome outcome = Do({"delete", "101", "--yes"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_THAT(outcome.out, HasSubstr("Deleted directory code 0101 (RID 11).\nWithout it now: "));
+  EXPECT_THAT(
+      outcome.out,
+      HasSubstr("Deleted directory code 0101 (RID 11) in unit 2, Linden Park.\nWithout it now: "));
 }
 
 TEST_F(DirCodes, ARowThatSomeoneElseHasChangedIsReported) {

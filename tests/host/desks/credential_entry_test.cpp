@@ -81,7 +81,7 @@ TEST_F(CredentialEntries, ANameThatSeveralTenantsHaveIsToldWithTheirIds) {
   Run("UPDATE Tenants SET LastName='Doe', FirstName='Jane', MiddleInitial=NULL WHERE UnitKey=2 AND "
       "TenantID IN (61,62)");
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
-  (void)desk.Select("489");
+  (void)desk.Select("rid:489");
   CredentialChange change;
   change.tenant = "doe jane";
   try {
