@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <new>
+#include <utility>
 
 #include "host/cli/commands.h"
 #include "host/cli/credential_command_line.h"
@@ -13,6 +15,7 @@
 #include "host/cli/store_commands.h"
 #include "host/cli/tour/tour.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/whole_number.h"
 #include "host/files/file_error.h"
 
 namespace qorhost {
@@ -42,7 +45,14 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
       ->check([](const std::string& file) {
         return file.empty() ? std::string("needs the name of a file") : std::string();
       });
-  app.add_option("--unit", global.unit, "The unit's key (the first unit)")->type_name("N");
+  app.add_option_function<std::string>(
+         "--unit", [&global](const std::string& key) { global.unit = WholeNumber(key); },
+         "The unit's key (QORHOST_UNIT; else, to look at, the first unit)")
+      ->type_name("N")
+      ->check([](const std::string& key) {
+        return WholeNumber(key) ? std::string()
+                                : fmt::format("'{}' is no key of a unit: give a whole number", key);
+      });
   auto* yes = app.add_flag_callback(
       "--yes", [&global] { global.answer = true; }, "Answer Yes to questions");
   auto* no = app.add_flag_callback(
@@ -166,6 +176,22 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
   return fmt::format("{} (see '{} --help')", what, CommandName(app));
 }
 
+/// The words with every "--option=" as two, the option and an empty value: the parser would take
+/// the next word for the value.
+std::vector<std::string> WithEmptyValues(const std::vector<std::string>& args) {
+  std::vector<std::string> words;
+  bool options = true;
+  for (const std::string& arg : args) {
+    options = options && arg != "--";
+    const bool empty = options && arg.starts_with("--") && arg.find('=') + 1 == arg.size();
+    words.push_back(empty ? arg.substr(0, arg.size() - 1) : arg);
+    if (empty) {
+      words.emplace_back();
+    }
+  }
+  return words;
+}
+
 ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
   Choice choice;
   CLI::App app(
@@ -174,7 +200,9 @@ ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
       "qorhost");
   Describe(app, choice);
   try {
-    app.parse(std::vector<std::string>(args.rbegin(), args.rend()));
+    std::vector<std::string> words = WithEmptyValues(args);
+    std::reverse(words.begin(), words.end());
+    app.parse(std::move(words));
   } catch (const CLI::Success& help) {
     app.exit(help, console.out, console.err);
     return ExitStatus::kDone;

@@ -2,11 +2,13 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
 #include "host/cli/display_text.h"
 #include "host/desks/store_overview.h"
+#include "host/desks/whole_number.h"
 
 namespace qorhost {
 
@@ -42,6 +44,20 @@ Patience PatienceOf(const GlobalOptions& global, Console& console) {
   return patience;
 }
 
+namespace {
+
+/// "1 Harbour Court, 2 Linden Park", not too many of them.
+std::string Listed(const std::vector<UnitName>& units) {
+  constexpr std::size_t kMost = 20;
+  std::string list;
+  for (std::size_t at = 0; at < std::min(units.size(), kMost); ++at) {
+    list += fmt::format("{}{} {}", at == 0 ? "" : ", ", units[at].key, units[at].name);
+  }
+  return units.size() > kMost ? list + ", ..." : list;
+}
+
+}  // namespace
+
 Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, MessageBox messageBox) {
   Surroundings surroundings;
   surroundings.messageBox = std::move(messageBox);
@@ -61,6 +77,7 @@ CommandSession::CommandSession(std::unique_ptr<Store> store, const GlobalOptions
                                Console& console)
     : global_(global),
       console_(console),
+      environment_(console.environment),
       operator_(console, global.answer),
       session_(std::move(store),
                SurroundingsOf(
@@ -71,14 +88,34 @@ CommandSession::CommandSession(std::unique_ptr<Store> store, const GlobalOptions
 
 std::vector<UnitName> CommandSession::ChosenUnits() {
   std::vector<UnitName> units = session_.Units();
-  if (global_.unit) {
-    std::erase_if(units, [this](const UnitName& unit) { return unit.key != *global_.unit; });
-    if (units.empty()) {
-      throw UsageError(fmt::format("there is no unit {} in '{}': 'qorhost units' lists them",
-                                   *global_.unit, global_.file.string()));
+  if (!global_.unit) {
+    return units;
+  }
+  return {Find(*global_.unit, std::move(units))};
+}
+
+UnitName CommandSession::Find(std::int32_t key, std::vector<UnitName> units) const {
+  for (UnitName& unit : units) {
+    if (unit.key == key) {
+      return std::move(unit);
     }
   }
-  return units;
+  throw UsageError(fmt::format("there is no unit {} in '{}': 'qorhost units' lists them", key,
+                               global_.file.string()));
+}
+
+std::optional<std::int32_t> CommandSession::NamedUnit() const {
+  if (global_.unit || !environment_.unit) {
+    return global_.unit;
+  }
+  const auto key = WholeNumber(*environment_.unit);
+  if (!key) {
+    throw UsageError(
+        fmt::format("QORHOST_UNIT is '{}', which is no key of a unit: set it to a whole number, or "
+                    "say --unit N",
+                    *environment_.unit));
+  }
+  return key;
 }
 
 bool CommandSession::Asks(const std::string& question) {
@@ -87,15 +124,40 @@ bool CommandSession::Asks(const std::string& question) {
 }
 
 UnitName CommandSession::ChosenUnit() {
-  std::vector<UnitName> units = ChosenUnits();
+  std::vector<UnitName> units = session_.Units();
   if (units.empty()) {
     throw RefusedError(
         fmt::format("'{}' has no units: 'qorhost init --demo' makes a store with three",
                     global_.file.string()));
   }
-  units.resize(1);
-  TellWhatIsMissing(units);
-  return std::move(units.front());
+  const std::optional<std::int32_t> key = NamedUnit();
+  UnitName chosen = key ? Find(*key, std::move(units)) : std::move(units.front());
+  TellWhatIsMissing({chosen});
+  return chosen;
+}
+
+UnitName CommandSession::UnitToChange() {
+  if (NamedUnit()) {
+    return ChosenUnit();
+  }
+  const std::vector<UnitName> units = session_.Units();
+  if (units.size() > 1) {
+    throw UsageError(
+        fmt::format("say which unit to change with --unit N, or set QORHOST_UNIT: there are {}",
+                    Listed(units)));
+  }
+  return ChosenUnit();
+}
+
+std::string InUnit(const UnitName& unit) {
+  return unit.name.empty() ? fmt::format("in unit {}", unit.key)
+                           : fmt::format("in unit {}, {}", unit.key, Displayable(unit.name));
+}
+
+void PrintTitle(Console& console, const UnitName& unit) {
+  console.out << (unit.name.empty()
+                      ? fmt::format("Unit {}\n", unit.key)
+                      : fmt::format("Unit {}, {}\n", unit.key, Displayable(unit.name)));
 }
 
 void CommandSession::TellWhatIsMissing(const std::vector<UnitName>& units) {

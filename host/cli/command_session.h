@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "host/cli/console.h"
@@ -37,9 +38,11 @@ class CommandSession {
 
   [[nodiscard]] DeskSession& desks() { return session_; }
 
-  /// The unit of --unit, or the first; what it lacks is told. Raises UsageError for a unit that is
-  /// not in the store and RefusedError when there is none.
+  /// The unit of --unit or QORHOST_UNIT, or the first: to look at; what it lacks is told. Raises
+  /// UsageError for a unit that is not in the store and RefusedError when there is none.
   [[nodiscard]] UnitName ChosenUnit();
+  /// The same to change something: of several units one has to be named, or it raises UsageError.
+  [[nodiscard]] UnitName UnitToChange();
   /// Asks a question of the host's own, as the controllers' are asked.
   [[nodiscard]] bool Asks(const std::string& question);
   /// The unit of --unit alone, or all units.
@@ -49,8 +52,12 @@ class CommandSession {
   void TellWhatIsMissing(const std::vector<UnitName>& units);
 
  private:
+  [[nodiscard]] std::optional<std::int32_t> NamedUnit() const;
+  [[nodiscard]] UnitName Find(std::int32_t key, std::vector<UnitName> units) const;
+
   const GlobalOptions& global_;
   Console& console_;
+  const Environment& environment_;
   Operator operator_;
   DeskSession session_;
 };
@@ -58,6 +65,10 @@ class CommandSession {
 /// Waits for others who write as long as --wait says, with a word on a terminal when that takes a
 /// while.
 [[nodiscard]] Patience PatienceOf(const GlobalOptions& global, Console& console);
+/// "in unit 2, Linden Park", fit for a terminal.
+[[nodiscard]] std::string InUnit(const UnitName& unit);
+/// "Unit 2, Linden Park" above what is printed of it.
+void PrintTitle(Console& console, const UnitName& unit);
 
 /// What a session on the console is handed; `messageBox` shows messages.
 [[nodiscard]] Surroundings SurroundingsOf(const GlobalOptions& global, Console& console,

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <istream>
+#include <optional>
 #include <ostream>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 
 #include "host/desks/session.h"
@@ -25,7 +27,8 @@ struct Environment {
   bool errorIsTerminal = false;
   bool colours = false;
   Clock clock = SystemClock();
-  Author author;  ///< who runs it, for the audit
+  Author author;                    ///< who runs it, for the audit
+  std::optional<std::string> unit;  ///< QORHOST_UNIT: the unit's key where --unit is not given
 };
 
 /// The streams of one run; they outlive it.

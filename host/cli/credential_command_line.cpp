@@ -12,7 +12,8 @@ namespace {
 
 namespace field = credential_field;
 
-constexpr const char* kCredential = "RID, or entry of the list as in Transmitter-301";
+constexpr const char* kCredential =
+    "The number on it, the entry of the list as in Transmitter-301, or its row as in rid:17";
 
 constexpr FieldWord kChosenCredential{field::kCredential, "",
                                       "'qorhost credentials list' shows them"};
@@ -70,10 +71,11 @@ void DescribeEdit(CommandPlace credentials, const GlobalOptions& global,
                   CredentialEditOptions& options) {
   const auto run = [&](Console& console) { return RunCredentialEdit(global, options, console); };
   CredentialChange& change = options.change;
-  auto* edit = AddCommand(credentials, "edit", "Change a credential's door or tenant",
-                          "  qorhost credentials edit 17 --door Garage\n"
-                          "  qorhost credentials edit 17 --door none --tenant 42",
-                          run, kEditWords);
+  auto* edit =
+      AddCommand(credentials, "edit", "Change a credential's door or tenant",
+                 "  qorhost credentials edit 301 --unit 2 --tenant 42\n"
+                 "  qorhost credentials edit \"Standard 26-Bit Card-500\" --unit 2 --door Garage",
+                 run, kEditWords);
   edit->add_option("CREDENTIAL", options.credential, kCredential)->required();
   edit->add_option("--door", change.door, "The door that a card opens: number, name or none")
       ->type_name("DOOR");
@@ -81,11 +83,12 @@ void DescribeEdit(CommandPlace credentials, const GlobalOptions& global,
                      ->type_name("TENANT");
   edit->add_flag("--release", change.release, "Take it from its tenant")->excludes(tenant);
 
-  auto* assign = AddCommand(credentials, "assign", "Assign a credential to a tenant",
-                            "  qorhost credentials assign 17 42\n"
-                            "  qorhost credentials assign Transmitter-301 \"Abel Karin T\"\n"
-                            "  qorhost credentials assign 17 --release",
-                            run, kAssignWords);
+  auto* assign = AddCommand(
+      credentials, "assign", "Assign a credential to a tenant; asks when somebody loses one by it",
+      "  qorhost credentials assign 301 42 --unit 2\n"
+      "  qorhost credentials assign Transmitter-301 \"Abel Karin T\" --unit 2\n"
+      "  qorhost credentials assign rid:17 --release --unit 2",
+      run, kAssignWords);
   assign->add_option("CREDENTIAL", options.credential, kCredential)->required();
   auto* holder = assign->add_option("TENANT", change.tenant, "The tenant's id or name");
   assign->add_flag("--release", change.release, "Take it from its tenant")->excludes(holder);
@@ -94,7 +97,7 @@ void DescribeEdit(CommandPlace credentials, const GlobalOptions& global,
 void DescribeRest(CommandPlace credentials, const GlobalOptions& global, CredentialChoice& choice) {
   auto* renumber = AddCommand(
       credentials, "renumber", "Give a credential another number",
-      "  qorhost credentials renumber 17 1234",
+      "  qorhost credentials renumber 301 1234 --unit 2",
       [&](Console& console) { return RunCredentialRenumber(global, choice.renumber, console); },
       kRenumberWords);
   renumber->add_option("CREDENTIAL", choice.renumber.credential, kCredential)->required();
@@ -102,7 +105,7 @@ void DescribeRest(CommandPlace credentials, const GlobalOptions& global, Credent
 
   auto* remove = AddCommand(
       credentials, "delete", "Delete a credential; asks when a tenant holds it",
-      "  qorhost credentials delete 17 --yes",
+      "  qorhost credentials delete 301 --unit 2 --yes",
       [&](Console& console) { return RunCredentialDelete(global, choice.toDelete, console); },
       kDeleteWords);
   remove->add_option("CREDENTIAL", choice.toDelete, kCredential)->required();

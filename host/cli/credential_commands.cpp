@@ -7,6 +7,7 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_list.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/typed_input.h"
 #include "host/files/json_writer.h"
 
@@ -18,7 +19,7 @@ using qorcred::Value;
 
 /// "Transmitter-301 (RID 17)"
 std::string NameOf(const ShownCredential& credential) {
-  return fmt::format("{} (RID {})", credential.entry, credential.rid);
+  return fmt::format("{} (RID {})", Displayable(credential.entry), credential.rid);
 }
 
 std::string AssignmentText(const ShownCredential& credential) {
@@ -26,8 +27,10 @@ std::string AssignmentText(const ShownCredential& credential) {
                                    : "assigned to " + Displayable(credential.tenant);
 }
 
-void PrintIssuedAsJson(const IssuedCredentials& issued, bool withTenants, Console& console) {
-  PrintJsonObject(console.out, {{"issued", static_cast<double>(issued.Count())},
+void PrintIssuedAsJson(const IssuedCredentials& issued, const UnitName& unit, bool withTenants,
+                       Console& console) {
+  PrintJsonObject(console.out, {{"unit", unit.key},
+                                {"issued", static_cast<double>(issued.Count())},
                                 {"type", issued.type},
                                 {"first", static_cast<double>(issued.first)},
                                 {"last", static_cast<double>(issued.last)},
@@ -36,16 +39,46 @@ void PrintIssuedAsJson(const IssuedCredentials& issued, bool withTenants, Consol
                                                                : Value(qorcred::Null{})}});
 }
 
-void PrintIssued(const IssuedCredentials& issued, bool withTenants, Console& console) {
+void PrintIssued(const IssuedCredentials& issued, const UnitName& unit, bool withTenants,
+                 Console& console) {
   const std::int64_t count = issued.Count();
-  console.out << (count == 1
-                      ? fmt::format("Issued {} {} (RID {}).\n", issued.type, issued.first,
-                                    issued.lastRid)
-                      : fmt::format("Issued {} credentials: {} {} to {} (last RID {}).\n", count,
-                                    issued.type, issued.first, issued.last, issued.lastRid));
+  console.out << (count == 1 ? fmt::format("Issued {} {} (RID {}) {}.\n", issued.type, issued.first,
+                                           issued.lastRid, InUnit(unit))
+                             : fmt::format("Issued {} credentials: {} {} to {} (last RID {}) {}.\n",
+                                           count, issued.type, issued.first, issued.last,
+                                           issued.lastRid, InUnit(unit)));
   if (withTenants) {
     console.out << fmt::format("Created {} {}, ready to be named; their steps are queued.\n", count,
                                count == 1 ? "tenant" : "tenants");
+  }
+}
+
+std::string Joined(const std::vector<std::string>& names) {
+  return Displayable(fmt::format("{}", fmt::join(names, ", ")));
+}
+
+/// Asks when somebody loses a credential by an assignment. Raises RefusedError without consent.
+void RequireConsent(const AssignmentLosses& losses, const ShownCredential& credential,
+                    CommandSession& session) {
+  std::string question;
+  for (const std::string& holder : losses.holders) {
+    question += fmt::format("{} loses {}. ", Displayable(holder), NameOf(credential));
+  }
+  if (!losses.replaced.empty()) {
+    question += fmt::format("{} has two credentials and loses {}. ", Displayable(credential.tenant),
+                            Displayable(losses.replaced));
+  }
+  if (!question.empty() && !session.Asks(question + "Go on?")) {
+    throw RefusedError("nothing was changed");
+  }
+}
+
+void PrintLosses(const AssignmentLosses& losses, Console& console) {
+  if (!losses.holders.empty()) {
+    console.out << fmt::format("Without it now: {}.\n", Joined(losses.holders));
+  }
+  if (!losses.replaced.empty()) {
+    console.out << fmt::format("Taken from the tenant: {}.\n", Displayable(losses.replaced));
   }
 }
 
@@ -53,7 +86,11 @@ void PrintIssued(const IssuedCredentials& issued, bool withTenants, Console& con
 
 ExitStatus RunCredentialList(const GlobalOptions& global, Console& console) {
   CommandSession session(global, Access::kRead, console);
-  CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
+  const UnitName unit = session.ChosenUnit();
+  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
+  if (!global.json) {
+    PrintTitle(console, unit);
+  }
   PrintRows(console.out, CredentialTable(session.desks(), desk), global.json);
   return ExitStatus::kDone;
 }
@@ -62,15 +99,16 @@ ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOpti
                             Console& console) {
   const bool withTenants = options.entry.withTenants;
   CommandSession session(global, Access::kChange, console);
-  CredentialDesk desk(session.desks(), session.ChosenUnit().key,
+  const UnitName unit = session.UnitToChange();
+  CredentialDesk desk(session.desks(), unit.key,
                       withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
   EnterCredentials(desk, options.entry);
   const IssuedCredentials issued = desk.SaveNew(BarOn(console, global.trace));
   const ExitStatus status = Tell(issued, "unit", console);
   if (issued.done() && global.json) {
-    PrintIssuedAsJson(issued, withTenants, console);
+    PrintIssuedAsJson(issued, unit, withTenants, console);
   } else if (issued.done()) {
-    PrintIssued(issued, withTenants, console);
+    PrintIssued(issued, unit, withTenants, console);
   }
   return status;
 }
@@ -81,9 +119,14 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
     throw UsageError("say what to change: --door, --tenant or --release");
   }
   CommandSession session(global, Access::kChange, console);
-  CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
+  const UnitName unit = session.UnitToChange();
+  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   (void)desk.Select(options.credential);
   EnterChange(desk, options.change);
+  const AssignmentLosses losses = desk.LossesOfSaving();
+  if (!options.change.release) {
+    RequireConsent(losses, desk.Shown(), session);
+  }
   const ChangedCredential changed = desk.SaveEdited();
   const ShownCredential& now = changed.credential;
   const ExitStatus status = Tell(changed, "credential", console);
@@ -91,7 +134,9 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
     console.err << fmt::format("qorhost: {} is {} now.\n", NameOf(now), AssignmentText(now));
   } else if (changed.done()) {
     const std::string door = now.door ? fmt::format("door {}, ", Displayable(*now.door)) : "";
-    console.out << fmt::format("{}: {}{}.\n", NameOf(now), door, AssignmentText(now));
+    console.out << fmt::format("{} {}: {}{}.\n", NameOf(now), InUnit(unit), door,
+                               AssignmentText(now));
+    PrintLosses(losses, console);
   }
   return status;
 }
@@ -100,12 +145,14 @@ ExitStatus RunCredentialRenumber(const GlobalOptions& global,
                                  const CredentialRenumberOptions& options, Console& console) {
   const std::int32_t number = ReadLong(credential_field::kNewNumber, options.number);
   CommandSession session(global, Access::kChange, console);
-  CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
+  const UnitName unit = session.UnitToChange();
+  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential before = desk.Select(options.credential);
   const ChangedCredential renumbered = desk.Renumber(number);
   const ExitStatus status = Tell(renumbered, "credential", console);
   if (renumbered.done()) {
-    console.out << fmt::format("{} is {} now.\n", before.entry, NameOf(renumbered.credential));
+    console.out << fmt::format("{} is {} now, {}.\n", Displayable(before.entry),
+                               NameOf(renumbered.credential), InUnit(unit));
   }
   return status;
 }
@@ -113,12 +160,13 @@ ExitStatus RunCredentialRenumber(const GlobalOptions& global,
 ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& credential,
                                Console& console) {
   CommandSession session(global, Access::kChange, console);
-  CredentialDesk desk(session.desks(), session.ChosenUnit().key, DeskScreen::kCredentials);
+  const UnitName unit = session.UnitToChange();
+  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential chosen = desk.Select(credential);
   const Outcome deleted = desk.Delete(chosen.rid);
   const ExitStatus status = Tell(deleted, "credential", console);
   if (deleted.done()) {
-    console.out << fmt::format("Deleted {}.\n", NameOf(chosen));
+    console.out << fmt::format("Deleted {} {}.\n", NameOf(chosen), InUnit(unit));
   } else {
     console.err << fmt::format("qorhost: {} was not deleted.\n", NameOf(chosen));
   }

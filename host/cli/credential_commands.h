@@ -12,7 +12,8 @@ struct CredentialAddOptions {
   NewCredentials entry;
 };
 
-/// A credential is named by its RID or by its entry in the list ("Transmitter-301").
+/// A credential is named by its number ("301"), by its entry in the list ("Transmitter-301") or by
+/// its row ("rid:17").
 struct CredentialEditOptions {
   std::string credential;
   CredentialChange change;

@@ -46,14 +46,16 @@ void PrintCode(DirCodeDesk& desk, bool asJson, Console& console) {
 
 /// "0101 (RID 5)"
 std::string NameOf(const ShownDirCode& code) {
-  return fmt::format("{} (RID {})", code.entry, code.rid);
+  return fmt::format("{} (RID {})", Displayable(code.entry), code.rid);
 }
 
-void PrintAdded(const AddedDirCode& added, bool asJson, Console& console) {
+void PrintAdded(const AddedDirCode& added, const UnitName& unit, bool asJson, Console& console) {
   if (asJson) {
-    PrintJsonObject(console.out, {{"code", qorcred::Val(added.number)}, {"rid", added.code.rid}});
+    PrintJsonObject(
+        console.out,
+        {{"unit", unit.key}, {"code", qorcred::Val(added.number)}, {"rid", added.code.rid}});
   } else {
-    console.out << fmt::format("Added directory code {}.\n", NameOf(added.code));
+    console.out << fmt::format("Added directory code {} {}.\n", NameOf(added.code), InUnit(unit));
   }
 }
 
@@ -61,7 +63,11 @@ void PrintAdded(const AddedDirCode& added, bool asJson, Console& console) {
 
 ExitStatus RunDirCodeList(const GlobalOptions& global, Console& console) {
   CommandSession session(global, Access::kRead, console);
-  DirCodeDesk desk(session.desks(), session.ChosenUnit().key);
+  const UnitName unit = session.ChosenUnit();
+  DirCodeDesk desk(session.desks(), unit.key);
+  if (!global.json) {
+    PrintTitle(console, unit);
+  }
   PrintRows(console.out, DirCodeTable(session.desks(), desk), global.json);
   return ExitStatus::kDone;
 }
@@ -69,8 +75,12 @@ ExitStatus RunDirCodeList(const GlobalOptions& global, Console& console) {
 ExitStatus RunDirCodeShow(const GlobalOptions& global, const std::string& choice,
                           Console& console) {
   CommandSession session(global, Access::kRead, console);
-  DirCodeDesk desk(session.desks(), session.ChosenUnit().key);
+  const UnitName unit = session.ChosenUnit();
+  DirCodeDesk desk(session.desks(), unit.key);
   (void)desk.Select(choice);
+  if (!global.json) {
+    PrintTitle(console, unit);
+  }
   PrintCode(desk, global.json, console);
   return ExitStatus::kDone;
 }
@@ -78,19 +88,16 @@ ExitStatus RunDirCodeShow(const GlobalOptions& global, const std::string& choice
 ExitStatus RunDirCodeAdd(const GlobalOptions& global, const DirCodeAddOptions& options,
                          Console& console) {
   CommandSession session(global, Access::kChange, console);
-  DirCodeDesk desk(session.desks(), session.ChosenUnit().key);
+  const UnitName unit = session.UnitToChange();
+  DirCodeDesk desk(session.desks(), unit.key);
   EnterNewCode(desk, options.code, options.entry);
 
   const AddedDirCode added = desk.AddCode();
   const ExitStatus status = Tell(added, "directory code", console);
   if (added.isStored()) {
-    PrintAdded(added, global.json, console);
+    PrintAdded(added, unit, global.json, console);
   } else if (added.ending == Ending::kFailed) {
     console.err << "qorhost: the directory code was not stored.\n";
-  }
-  if (added.asNumber) {
-    console.err << fmt::format("qorhost: '{}' was taken as {}.\n", Displayable(options.code),
-                               added.number);
   }
   return status;
 }
@@ -101,14 +108,15 @@ ExitStatus RunDirCodeEdit(const GlobalOptions& global, const DirCodeEditOptions&
     throw UsageError("say what to change: see 'qorhost dircodes edit --help'");
   }
   CommandSession session(global, Access::kChange, console);
-  DirCodeDesk desk(session.desks(), session.ChosenUnit().key);
+  const UnitName unit = session.UnitToChange();
+  DirCodeDesk desk(session.desks(), unit.key);
   const ShownDirCode code = desk.Select(options.choice);
   const std::vector<std::string> cleared = EnterDirCodeChange(desk, options.entry);
 
   const Outcome saved = desk.SaveEdited();
   const ExitStatus status = Tell(saved, "directory code", console);
   if (saved.done()) {
-    console.out << fmt::format("Changed directory code {}.\n", NameOf(code));
+    console.out << fmt::format("Changed directory code {} {}.\n", NameOf(code), InUnit(unit));
     if (!cleared.empty()) {
       console.err << fmt::format("qorhost: cleared, because it was switched off: {}.\n",
                                  fmt::join(cleared, ", "));
@@ -120,15 +128,16 @@ ExitStatus RunDirCodeEdit(const GlobalOptions& global, const DirCodeEditOptions&
 ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumberOptions& options,
                               Console& console) {
   CommandSession session(global, Access::kChange, console);
-  DirCodeDesk desk(session.desks(), session.ChosenUnit().key);
+  const UnitName unit = session.UnitToChange();
+  DirCodeDesk desk(session.desks(), unit.key);
   const ShownDirCode before = desk.Select(options.choice);
   desk.TypeCode(options.number);
 
   const Outcome renumbered = desk.Renumber(options.number);
   const ExitStatus status = Tell(renumbered, "directory code", console);
   if (renumbered.done()) {
-    console.out << fmt::format("Directory code {} is {} now.\n", NameOf(before),
-                               desk.Shown().entry);
+    console.out << fmt::format("Directory code {} is {} now, {}.\n", NameOf(before),
+                               Displayable(desk.Shown().entry), InUnit(unit));
   }
   return status;
 }
@@ -136,14 +145,15 @@ ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumber
 ExitStatus RunDirCodeDelete(const GlobalOptions& global, const std::string& choice,
                             Console& console) {
   CommandSession session(global, Access::kChange, console);
-  DirCodeDesk desk(session.desks(), session.ChosenUnit().key);
+  const UnitName unit = session.UnitToChange();
+  DirCodeDesk desk(session.desks(), unit.key);
   const ShownDirCode code = desk.Select(choice);
   const std::vector<std::string> tenants = TenantsShown(desk);
 
   const Outcome deleted = desk.Delete(code.rid);
   const ExitStatus status = Tell(deleted, "directory code", console);
   if (deleted.done()) {
-    console.out << fmt::format("Deleted directory code {}.\n", NameOf(code));
+    console.out << fmt::format("Deleted directory code {} {}.\n", NameOf(code), InUnit(unit));
     if (!tenants.empty()) {
       console.out << fmt::format("Without it now: {}.\n",
                                  Displayable(fmt::format("{}", fmt::join(tenants, ", "))));

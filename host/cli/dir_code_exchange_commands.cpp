@@ -65,21 +65,23 @@ void ReportKept(std::size_t kept, Console& console) {
   }
 }
 
-void PrintPlan(const UnitMerge& merge, const UnitFile& unit, bool asJson, Console& console) {
+void PrintPlan(const UnitMerge& merge, const UnitFile& file, const UnitName& unit, bool asJson,
+               Console& console) {
   const MergePlan& plan = merge.plan();
-  PrintRows(console.out, PlanTable(plan, unit.codes, merge.stored()), asJson);
+  PrintRows(console.out, PlanTable(plan, file.codes, merge.stored()), asJson);
   if (!asJson) {
     console.out << fmt::format(
-        "Would be {} inserted, {} updated, {} deleted, {} unchanged. Nothing was written.\n",
+        "Would be {} inserted, {} updated, {} deleted, {} unchanged {}. Nothing was written.\n",
         plan.Count(MergeAction::kInsert), plan.Count(MergeAction::kUpdate),
-        plan.Count(MergeAction::kDelete), plan.unchanged);
+        plan.Count(MergeAction::kDelete), plan.unchanged, InUnit(unit));
   }
 }
 
-void PrintDone(const MergeReport& report, bool asJson, Console& console) {
+void PrintDone(const MergeReport& report, const UnitName& unit, bool asJson, Console& console) {
   const MergeAftermath& aftermath = report.aftermath;
   if (asJson) {
-    PrintJsonObject(console.out, {{"inserted", Number(report.inserted)},
+    PrintJsonObject(console.out, {{"unit", unit.key},
+                                  {"inserted", Number(report.inserted)},
                                   {"updated", Number(report.updated)},
                                   {"deleted", Number(report.deleted)},
                                   {"unchanged", Number(report.unchanged)},
@@ -88,8 +90,9 @@ void PrintDone(const MergeReport& report, bool asJson, Console& console) {
                                   {"steps_withdrawn", Number(aftermath.stepsWithdrawn)}});
     return;
   }
-  console.out << fmt::format("{} inserted, {} updated, {} deleted, {} unchanged.\n",
-                             report.inserted, report.updated, report.deleted, report.unchanged);
+  console.out << fmt::format("{} inserted, {} updated, {} deleted, {} unchanged {}.\n",
+                             report.inserted, report.updated, report.deleted, report.unchanged,
+                             InUnit(unit));
   if (aftermath.tenantsReleased > 0) {
     console.out << fmt::format("{} without a directory code now.\n",
                                aftermath.tenantsReleased == 1
@@ -149,15 +152,15 @@ void WriteFile(const UnitFile& unit, const GlobalOptions& global,
 ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions& options,
                           Console& console) {
   CommandSession session(global, options.dryRun ? Access::kRead : Access::kChange, console);
-  const std::int32_t unitKey = session.ChosenUnit().key;
+  const UnitName unit = session.UnitToChange();
   const UnitReading reading = ReadFrom(options.from, console);
   const BadLines badLines = options.skipBadLines ? BadLines::kLeftOut : BadLines::kRefused;
   ReportBadLines(reading, badLines, options.from, console);
 
-  UnitMerge merge(session.desks(), unitKey, reading, badLines);
+  UnitMerge merge(session.desks(), unit.key, reading, badLines);
   if (options.dryRun) {
     merge.Plan();
-    PrintPlan(merge, reading.file, global.json, console);
+    PrintPlan(merge, reading.file, unit, global.json, console);
     ReportKept(merge.plan().kept, console);
     return ExitStatus::kDone;
   }
@@ -168,7 +171,7 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   }
   const ExitStatus status = Tell(report, "unit", console);
   if (report.done()) {
-    PrintDone(report, global.json, console);
+    PrintDone(report, unit, global.json, console);
     ReportKept(report.kept, console);
   }
   return status;
@@ -177,16 +180,17 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
 ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOptions& options,
                             Console& console) {
   CommandSession session(global, Access::kRead, console);
-  const auto [unit, obstacles] =
-      ExportUnit(session.desks(), session.ChosenUnit().key, options.firmware);
+  const UnitName chosen = session.ChosenUnit();
+  const auto [unit, obstacles] = ExportUnit(session.desks(), chosen.key, options.firmware);
   ReportObstacles(obstacles, options.skip, console);
   if (options.to == kStandardStream) {
     WriteUnitFile(console.out, unit);
     return ExitStatus::kDone;
   }
   WriteFile(unit, global, options);
-  console.out << fmt::format("Wrote {} directory {} to {}.\n", unit.codes.size(),
-                             unit.codes.size() == 1 ? "code" : "codes", Displayable(options.to));
+  console.out << fmt::format("Wrote {} directory {} to {} ({}).\n", unit.codes.size(),
+                             unit.codes.size() == 1 ? "code" : "codes", Displayable(options.to),
+                             InUnit(chosen).substr(std::string_view("in ").size()));
   return ExitStatus::kDone;
 }
 

@@ -44,7 +44,7 @@ void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {
   }
 }
 
-void PrintReportAsJson(const ImportReport& report, Console& console) {
+void PrintReportAsJson(const ImportReport& report, const UnitName& unit, Console& console) {
   nlohmann::ordered_json lines = nlohmann::ordered_json::array();
   for (const LineRemark& remark : report.remarks) {
     if (remark.refused) {
@@ -52,16 +52,18 @@ void PrintReportAsJson(const ImportReport& report, Console& console) {
     }
   }
   const nlohmann::ordered_json json{
-      {"done", report.done}, {"refused", report.refused}, {"lines", lines}};
+      {"unit", unit.key}, {"done", report.done}, {"refused", report.refused}, {"lines", lines}};
   console.out << json.dump(2) << '\n';
 }
 
-void PrintReport(const ImportReport& report, const ImportCommand& command, Console& console) {
+void PrintReport(const ImportReport& report, const ImportCommand& command, const UnitName& unit,
+                 Console& console) {
   const std::string done = Counted(report.done, command.one, command.many);
   const std::string refused = Counted(report.refused, "line", "lines");
-  console.out << (report.dryRun ? fmt::format("Would import {}, {} refused. Nothing was written.\n",
-                                              done, refused)
-                                : fmt::format("Imported {}, {} refused.\n", done, refused));
+  console.out << (report.dryRun
+                      ? fmt::format("Would import {}, {} refused, {}. Nothing was written.\n", done,
+                                    refused, InUnit(unit))
+                      : fmt::format("Imported {}, {} refused, {}.\n", done, refused, InUnit(unit)));
 }
 
 ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,
@@ -72,14 +74,14 @@ ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,
   }
   ImportFile file(ReadInput(options, console), command.columns);
   CommandSession session(global, Access::kChange, console);
-  const ImportReport report =
-      command.import(session.desks(), session.ChosenUnit().key, file, RulesOf(global, options),
-                     BarOn(console, global.trace));
+  const UnitName unit = session.UnitToChange();
+  const ImportReport report = command.import(
+      session.desks(), unit.key, file, RulesOf(global, options), BarOn(console, global.trace));
   PrintRemarks(report, global.json, console);
   if (global.json) {
-    PrintReportAsJson(report, console);
+    PrintReportAsJson(report, unit, console);
   } else {
-    PrintReport(report, command, console);
+    PrintReport(report, command, unit, console);
   }
   return StatusOf(report.ending);
 }

@@ -46,6 +46,9 @@ qorhost::Environment EnvironmentOfProcess() {
   environment.errorIsTerminal = isatty(STDERR_FILENO) == 1;
   environment.colours = environment.outputIsTerminal && std::getenv("NO_COLOR") == nullptr;
   environment.author = AuthorOfProcess();
+  if (const char* unit = std::getenv("QORHOST_UNIT"); unit != nullptr && *unit != '\0') {
+    environment.unit = unit;
+  }
   return environment;
 }
 

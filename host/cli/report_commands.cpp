@@ -59,14 +59,15 @@ ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& o
                              Console& console) {
   const GivenRids rids(*options.toDelete);
   CommandSession session(global, Access::kChange, console);
-  CredentialReport report(session.desks(), session.ChosenUnit().key, {});
+  const UnitName unit = session.UnitToChange();
+  CredentialReport report(session.desks(), unit.key, {});
   const DeletedCredentials deleted = report.Delete(rids);
   const ExitStatus status = Tell(deleted, "unit", console);
   if (deleted.done() && global.json) {
-    PrintJsonObject(console.out, {{"deleted", deleted.rows}});
+    PrintJsonObject(console.out, {{"unit", unit.key}, {"deleted", deleted.rows}});
   } else if (deleted.done()) {
-    console.out << fmt::format("Deleted {} of {} {}.\n", deleted.rows, deleted.given,
-                               deleted.given == 1 ? "credential" : "credentials");
+    console.out << fmt::format("Deleted {} of {} {} {}.\n", deleted.rows, deleted.given,
+                               deleted.given == 1 ? "credential" : "credentials", InUnit(unit));
   }
   return status;
 }
@@ -79,9 +80,7 @@ ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& op
   CommandSession session(global, Access::kRead, console);
   const std::int32_t unit = session.ChosenUnit().key;
   DirCodeReport report(session.desks(), unit);
-  for (const std::string& note : report.Narrow(options.conditions)) {
-    console.err << "qorhost: " << Displayable(note) << '\n';
-  }
+  report.Narrow(options.conditions);
 
   const Outcome composed = report.Compose();
   if (format == "sql" || !composed.done()) {

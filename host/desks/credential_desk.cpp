@@ -2,23 +2,38 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
 #include "frame/schema.h"
+#include "frame/siblings.h"
 #include "frame/text.h"
+#include "frame/trap.h"
 #include "host/desks/credential_entry.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/credential_types.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/whole_number.h"
 
 namespace qorhost {
 
 namespace {
 
 constexpr std::string_view kNoDoor = "<None>";
+
+/// The controller refuses 0 alone, and would store what the column cannot hold.
+void RequireCredentialNumber(std::int32_t number) {
+  if (number < 0 || number > qorcred::kHighestCredentialNumber) {
+    throw InputFault(
+        credential_field::kNewNumber, std::to_string(number),
+        fmt::format("{{field}} '{{value}}' is no credential number: they go from 1 to {}",
+                    qorcred::kHighestCredentialNumber));
+  }
+}
 
 std::shared_ptr<ScreenModel> MakeScreen(DeskScreen kind, qorcred::Date today) {
   return kind == DeskScreen::kTenantCreating ? MakeTenantCreatingScreen(today)
@@ -123,12 +138,61 @@ bool CredentialDesk::takesFacilityCode() const {
   return screen_->Box("txtFacilityCode").enabled();
 }
 
-std::int32_t CredentialDesk::Find(std::string_view credential) const {
-  const std::int32_t index = FindEntry(credentials(), credential_field::kCredential, credential,
-                                       "credential", placeholders::kInCredentials);
+/// The rows that a person may mean.
+std::vector<std::int32_t> CredentialDesk::RowsNamed(std::string_view credential) {
+  const std::string_view wanted = qorcred::Trim(credential);
+  if (const auto rid = RowNamed(credential_field::kCredential, wanted)) {
+    return {*rid};
+  }
+  std::vector<std::int32_t> rids;
+  if (const auto number = WholeNumber(wanted)) {
+    const QueryResult found = session_.sql().Select(
+        fmt::format("SELECT RID FROM CREDENTIALBANK WHERE UnitKey={} AND PINNo={} ORDER BY RID",
+                    unitKey_, *number));
+    for (const ResultRow row : found.rows()) {
+      rids.push_back(qorcred::ToLong(row[0]));
+    }
+    return rids;
+  }
+  const ListModel& list = credentials();
+  for (std::int32_t index = placeholders::kInCredentials; index < list.count(); ++index) {
+    if (qorcred::CompareIgnoringCase(qorcred::Trim(list.Text(index)), wanted) == 0) {
+      rids.push_back(list.ItemData(index));
+    }
+  }
+  return rids;
+}
+
+/// "Transmitter 301, facility code 7 (rid:609); ...", not too many of them.
+std::string CredentialDesk::Described(std::vector<std::int32_t> rids) {
+  constexpr std::size_t kMost = 10;
+  const bool more = rids.size() > kMost;
+  rids.resize(std::min(rids.size(), kMost));
+  const QueryResult found = session_.sql().Select(fmt::format(
+      "SELECT RID, CredentialType, PINNo, FacilityCode FROM CREDENTIALBANK WHERE UnitKey={} AND "
+      "RID IN ({}) ORDER BY RID",
+      unitKey_, fmt::join(rids, ",")));
+  std::string described;
+  for (const ResultRow row : found.rows()) {
+    const std::string_view label = ScreenLabelOf(qorcred::NumericValue(row[1]));
+    described += fmt::format("{}{} {}, facility code {} (rid:{})", described.empty() ? "" : "; ",
+                             label.empty() ? "Credential" : label, qorcred::TextOrEmpty(row[2]),
+                             qorcred::TextOrEmpty(row[3]), qorcred::ToLong(row[0]));
+  }
+  return more ? described + "; ..." : described;
+}
+
+std::int32_t CredentialDesk::Find(std::string_view credential) {
+  const std::vector<std::int32_t> rids = RowsNamed(credential);
+  if (rids.size() > 1) {
+    throw InputFault(credential_field::kCredential, credential,
+                     fmt::format("{} credentials are called '{{value}}', say rid:N: {}",
+                                 rids.size(), InReason(Described(rids))));
+  }
+  const std::int32_t index = rids.empty() ? ListModel::kNone : credentials().FindData(rids.front());
   if (index < placeholders::kInCredentials) {
     throw InputFault(credential_field::kCredential, credential,
-                     "name a credential by its RID or as in 'Transmitter-301'",
+                     fmt::format("unit {} has no credential '{{value}}'", unitKey_),
                      InputFault::Kind::kSeeList);
   }
   return index;
@@ -200,6 +264,38 @@ ShownCredential CredentialDesk::Shown() const {
     shown.tenant = qorcred::Trim(tenants.Text(tenants.selected()));
   }
   return shown;
+}
+
+AssignmentLosses CredentialDesk::LossesOfSaving() {
+  const std::int32_t rid = Shown().rid;
+  const ListModel& tenants = screen_->List("cboAssignedTo");
+  const bool chosen = tenants.selected() >= placeholders::kInTenants;
+  const std::int32_t tenantId = chosen ? tenants.ItemData(tenants.selected()) : 0;
+  const std::string ofTenant =
+      fmt::format("FROM TENANTS WHERE UnitKey={} AND TenantID={}", unitKey_, tenantId);
+  shown_.TakeAlso(fmt::format("SELECT * {} ORDER BY RID", ofTenant));
+
+  AssignmentLosses losses;
+  const QueryResult holders = session_.sql().Select(fmt::format(
+      "SELECT LastName & ' ' & FirstName & ' ' & MiddleInitial FROM TENANTS WHERE UnitKey={0} AND "
+      "(CREDENTIALID1={1} OR CREDENTIALID2={1}) AND TenantID<>{2} ORDER BY TenantID",
+      unitKey_, rid, tenantId));
+  for (const ResultRow row : holders.rows()) {
+    losses.holders.emplace_back(qorcred::Trim(qorcred::TextOrEmpty(row[0])));
+  }
+  // With both slots taken the controller replaces what is in the first.
+  const QueryResult full = session_.sql().Select(
+      fmt::format("SELECT CREDENTIALID1 {} AND CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT "
+                  "NULL AND CREDENTIALID1<>{} AND CREDENTIALID2<>{}",
+                  ofTenant, rid, rid));
+  if (full.rowCount > 0) {
+    const std::int32_t replaced = qorcred::ToLong(full.table->At(0, 0));
+    const std::int32_t index = credentials().FindData(replaced);
+    losses.replaced = fmt::format(
+        "{} (RID {})", index == ListModel::kNone ? "a credential" : credentials().Text(index),
+        replaced);
+  }
+  return losses;
 }
 
 void CredentialDesk::RefreshCredentials(std::int32_t rid) {
@@ -308,12 +404,34 @@ Outcome CredentialDesk::Delete(std::int32_t rid) {
   });
 }
 
+/// The controller renumbers without a word to the unit, which knows the credential by its number.
+void CredentialDesk::QueueHoldersSteps(std::int32_t rid) {
+  qorcred::Trap(session_.host(), "queue the holder's step", [&] {
+    const QueryResult holders = session_.sql().Select(
+        fmt::format("SELECT TenantID FROM TENANTS WHERE UnitKey={0} AND (CREDENTIALID1={1} OR "
+                    "CREDENTIALID2={1}) ORDER BY TenantID",
+                    unitKey_, rid));
+    if (holders.rowCount == 0) {
+      return;
+    }
+    const qorcred::TenantComponent tenants(
+        session_.host().CreateComponent(qorcred::component::kTenant));
+    for (const ResultRow row : holders.rows()) {
+      tenants.CreateProgramSteps(session_.connection(), unitKey_, qorcred::ToLong(row[0]));
+    }
+  });
+}
+
 ChangedCredential CredentialDesk::Renumber(std::int32_t number) {
+  RequireCredentialNumber(number);
   const ShownCredential credential = Shown();
-  Outcome outcome = Work("renumber credential " + credential.entry, [this, number] {
+  Outcome outcome = Work("renumber credential " + credential.entry, [&] {
     OperationRecord renumbering(session_);
-    Outcome renumbered =
-        renumbering.End(controller_->pbUpdatePinNo(session_.connection(), number, unitKey_));
+    const bool stored = controller_->pbUpdatePinNo(session_.connection(), number, unitKey_);
+    if (stored) {
+      QueueHoldersSteps(credential.rid);
+    }
+    Outcome renumbered = renumbering.End(stored);
     if (renumbered.ending == Ending::kRefused && renumbered.messages.empty()) {
       renumbered.ending = Ending::kStale;
     }

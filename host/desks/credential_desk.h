@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "credentials/cls_credential.h"
 #include "host/desks/desk_work.h"
@@ -41,6 +42,12 @@ struct IssuedCredentials : Outcome {
   [[nodiscard]] std::int64_t Count() const { return last - first + 1; }
 };
 
+/// Whom a save of what is chosen takes a credential from.
+struct AssignmentLosses {
+  std::vector<std::string> holders;  ///< who lose the credential that is selected, by their names
+  std::string replaced;  ///< what the chosen tenant loses for it: "Transmitter-301 (RID 17)"
+};
+
 /// What a change of one credential tells: the credential as it is now.
 struct ChangedCredential : Outcome {
   ShownCredential credential;
@@ -62,14 +69,17 @@ class CredentialDesk {
 
   /// Whether facility codes are entered for the unit.
   [[nodiscard]] bool takesFacilityCode() const;
-  /// Selects the credential in the list, which loads it into the edit controls. By RID or by its
-  /// entry as in "Transmitter-301". Raises InputFault when there is none or more than one, and
-  /// FailureError when it cannot be loaded.
+  /// Selects the credential in the list, which loads it into the edit controls. By the number that
+  /// is printed on it, by its entry as in "Transmitter-301" or by its row as in "rid:17". Raises
+  /// InputFault when there is none or more than one, and FailureError when it cannot be loaded.
   ShownCredential Select(std::string_view credential);
   /// The same by its place in the list. Raises FailureError also when somebody else has deleted it.
   void SelectCredential(std::int32_t index);
   /// What the screen shows now.
   [[nodiscard]] ShownCredential Shown() const;
+  /// Who would lose what by SaveEdited(), to be asked for before it: when that changes meanwhile,
+  /// the save is stale.
+  [[nodiscard]] AssignmentLosses LossesOfSaving();
   /// Fills the list of credentials again and selects the row `rid`, when there is one.
   void RefreshCredentials(std::int32_t rid = 0);
 
@@ -86,13 +96,14 @@ class CredentialDesk {
   /// the list. Takes it into the list of credentials, which is not filled again: for long imports.
   Outcome AssignIssued(const IssuedCredentials& issued, std::int32_t tenant);
   Outcome Delete(std::int32_t rid);
+  /// Queues the steps of those who hold it. Raises InputFault for a number below 0 or above 65535.
   ChangedCredential Renumber(std::int32_t number);
 
  private:
   void Open();
   void StartController();
   void FillDoors();
-  [[nodiscard]] std::int32_t Find(std::string_view credential) const;
+  [[nodiscard]] std::int32_t Find(std::string_view credential);
   void FillLists();
   bool ShowRow(std::int32_t rid);
   void LoadAgain(std::int32_t rid);
@@ -101,6 +112,9 @@ class CredentialDesk {
   [[nodiscard]] Outcome SaveOnce(IssuedCredentials& issued, const Progress& progress);
   [[nodiscard]] Outcome SaveSelected();
   [[nodiscard]] bool IsHeldAsChosen();
+  [[nodiscard]] std::vector<std::int32_t> RowsNamed(std::string_view credential);
+  [[nodiscard]] std::string Described(std::vector<std::int32_t> rids);
+  void QueueHoldersSteps(std::int32_t rid);
 
   DeskSession& session_;
   std::int32_t unitKey_;

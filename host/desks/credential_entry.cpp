@@ -43,7 +43,7 @@ void TypeInto(TextModel& box, std::string_view name, const std::optional<std::st
   if (!box.visible() || !box.enabled()) {
     throw InputFault(name, *text, hidden);
   }
-  box.SetText(TypedText(name, *text));
+  box.SetText(TypedNumber(name, *text));
 }
 
 void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button) {
@@ -69,11 +69,15 @@ void ChooseSchedules(ScreenModel& screen, const std::string& given) {
     }
     const std::size_t comma = rest.find(',');
     const std::string_view schedule = qorcred::Trim(rest.substr(0, comma));
-    if (!schedule.empty()) {
-      ListModel& list = screen.List(qorcred::kScheduleLists[door]);
-      list.Select(
-          FindEntry(list, field::kSchedules, schedule, "schedule", placeholders::kInSchedules));
+    if (schedule.empty()) {
+      // The list has "Full Access" chosen: an empty text must not open a door.
+      throw InputFault(field::kSchedules, given,
+                       "{field} '{value}' has an empty schedule: name one for every door up to the "
+                       "last that you name, as in 'Full Access,1'");
     }
+    ListModel& list = screen.List(qorcred::kScheduleLists[door]);
+    list.Select(
+        FindEntry(list, field::kSchedules, schedule, "schedule", placeholders::kInSchedules));
     more = comma != std::string_view::npos;
     rest.remove_prefix(more ? comma + 1 : rest.size());
   }
@@ -111,8 +115,8 @@ void EnterCredentials(CredentialDesk& desk, const NewCredentials& entry) {
   constexpr std::string_view kForTransmitters = "leave {field} out: only transmitters have it";
   ChooseType(screen, entry.type);
   screen.SetVariable("gstrTag", entry.last ? "" : "SINGLE");
-  screen.Box("txtPINStart").SetText(TypedText(field::kFirst, entry.first));
-  screen.Box("txtPINEND").SetText(entry.last ? TypedText(field::kLast, *entry.last) : "");
+  screen.Box("txtPINStart").SetText(TypedNumber(field::kFirst, entry.first));
+  screen.Box("txtPINEND").SetText(entry.last ? TypedNumber(field::kLast, *entry.last) : "");
   TypeInto(screen.Box("txtFacilityCode"), field::kFacility, entry.facility,
            "leave {field} out: this unit ignores facility codes");
   TypeInto(screen.Box("txtIDCode"), field::kIdCode, entry.idCode, kForTransmitters);

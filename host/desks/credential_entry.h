@@ -32,7 +32,7 @@ inline constexpr std::string_view kNewNumber = "new number";
 }  // namespace credential_field
 
 /// New credentials. Texts are typed as they are: whether they are numbers and within bounds is the
-/// controller's to say.
+/// controller's to say, but numbers that it would round are refused.
 struct NewCredentials {
   std::string type;  ///< the word of one of EnteredTypes(): "card26"
   std::string first;

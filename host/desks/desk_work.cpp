@@ -114,17 +114,26 @@ void ShownState::TakeOver(const UnitVersion& version, Rows rows, bool besideOthe
   version_ = version;
 }
 
+void ShownState::TakeAlso(std::string select) {
+  ReadInto(rows_, select);
+  selects_.push_back(std::move(select));
+}
+
+void ShownState::ReadInto(Rows& rows, const std::string& select) const {
+  const QueryResult result = session_.sql().Select(select);
+  rows.emplace_back();  // between two statements
+  for (const ResultRow row : result.rows()) {
+    std::vector<qorcred::Value>& cells = rows.emplace_back();
+    for (std::size_t column = 0; column < result.columns.size(); ++column) {
+      cells.push_back(row[static_cast<std::int32_t>(column)]);
+    }
+  }
+}
+
 ShownState::Rows ShownState::Reread() const {
   Rows rows;
   for (const std::string& select : selects_) {
-    const QueryResult result = session_.sql().Select(select);
-    rows.emplace_back();  // between two statements
-    for (const ResultRow row : result.rows()) {
-      std::vector<qorcred::Value>& cells = rows.emplace_back();
-      for (std::size_t column = 0; column < result.columns.size(); ++column) {
-        cells.push_back(row[static_cast<std::int32_t>(column)]);
-      }
-    }
+    ReadInto(rows, select);
   }
   return rows;
 }

@@ -23,6 +23,8 @@ class ShownState {
   /// read whole. False when others have changed the unit since the lists were filled: what they
   /// call a row may be another one by now.
   [[nodiscard]] bool TakeRows(std::vector<std::string> selects);
+  /// What one more SELECT reads, shown later than the rest: the version stays that of the rest.
+  void TakeAlso(std::string select);
   /// The unit is as the desk's own operation has left it, with the rows that Reread() gave before
   /// its end; `besideOthers` when others had changed it before, which the lists do not show.
   using Rows = std::vector<std::vector<qorcred::Value>>;
@@ -37,6 +39,8 @@ class ShownState {
   [[nodiscard]] bool IsStillSo() const;
 
  private:
+  void ReadInto(Rows& rows, const std::string& select) const;
+
   DeskSession& session_;
   std::int32_t unitKey_;
   UnitVersion version_;

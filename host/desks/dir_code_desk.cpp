@@ -10,8 +10,8 @@
 #include "frame/text.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/list_entries.h"
 #include "host/desks/typed_input.h"
-#include "host/desks/whole_number.h"
 #include "host/unit/unit_code.h"
 
 namespace qorhost {
@@ -35,13 +35,7 @@ std::optional<double> NumberMeant(std::string_view text) {
 
 /// The row that the choice names.
 std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_view choice) {
-  constexpr std::string_view kRowPrefix = "rid:";
-  if (qorcred::CompareIgnoringCase(choice.substr(0, kRowPrefix.size()), kRowPrefix) == 0) {
-    const std::string_view row = choice.substr(kRowPrefix.size());
-    const auto rid = WholeNumber(row);
-    if (!rid) {
-      throw InputFault(field::kChoice, row, "the row '{value}' is no whole number of 32 bits");
-    }
+  if (const auto rid = RowNamed(field::kChoice, choice)) {
     return *rid;
   }
   const std::optional<double> number = NumberMeant(choice);
@@ -163,7 +157,7 @@ void DirCodeDesk::TypeCode(const std::string& code) {
                                  "unit's codes",
                                  most));
   }
-  box.SetText(TypedText(field::kCode, code));
+  box.SetText(TypedNumber(field::kCode, code));
 }
 
 Outcome DirCodeDesk::Work(std::string what, const std::function<Outcome()>& run) {
@@ -189,7 +183,7 @@ Outcome DirCodeDesk::SaveOnce(std::int32_t& rid) {
   OperationRecord saving(session_);
   rid = 0;
   const bool done = controller_->pbSave(session_.connection(), unitKey_, false, &rid);
-  // The save looks a text up before it checks that it is a number: that lookup may fail.
+  // The save looks an empty text up before it refuses it: that lookup fails.
   if (!IsDigits(codeBox().text())) {
     saving.ForgiveFirstFailure(rid > 0);
   }
@@ -201,14 +195,12 @@ Outcome DirCodeDesk::SaveOnce(std::int32_t& rid) {
 }
 
 AddedDirCode DirCodeDesk::AddCode() {
-  const std::string typed = codeBox().text();
   AddedDirCode added;
   static_cast<SavedDirCode&>(added) = SaveNew();
   if (added.isStored()) {
     RefreshCodes(added.rid);
     added.code = Shown();
     added.number = codeBox().text();
-    added.asNumber = !qorcred::IsNumeric(qorcred::Trim(typed));
   }
   return added;
 }
@@ -234,6 +226,7 @@ Outcome DirCodeDesk::SaveEdited() {
 }
 
 Outcome DirCodeDesk::Renumber(const std::string& code) {
+  (void)TypedNumber(field::kCode, code);
   return Change("renumber", [this, &code] {
     return controller_->pbUpdateDirCode(session_.connection(), unitKey_, code);
   });

@@ -32,8 +32,7 @@ struct SavedDirCode : Outcome {
 /// The same with the stored code as the screen shows it then.
 struct AddedDirCode : SavedDirCode {
   ShownDirCode code;
-  std::string number;     ///< as it is stored: "101"
-  bool asNumber = false;  ///< what was typed was no number but was taken for one
+  std::string number;  ///< as it is stored: "101"
 };
 
 /// Opens the screen as the application does: fills its lists and limits, and lets the selection of
@@ -59,7 +58,8 @@ class DirCodeDesk {
   [[nodiscard]] qorcred::Value StoredCode() const { return shown_.FirstCell(); }
   /// Fills the list of codes again and selects the row `rid`, when there is one.
   void RefreshCodes(std::int32_t rid = 0);
-  /// Types a code. Raises InputFault for one that the box does not take.
+  /// Types a code. Raises InputFault for one that the box does not take, and for a number
+  /// that is no whole one.
   void TypeCode(const std::string& code);
 
   // The operations, on this screen and unit, each a unit of work. A change is stale when someone

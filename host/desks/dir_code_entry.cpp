@@ -5,6 +5,7 @@
 #include <array>
 
 #include "frame/convert.h"
+#include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/input_fault.h"
@@ -181,6 +182,24 @@ void RequireWholeCode(DirCodeDesk& desk) {
   }
 }
 
+/// A save would store what begins with another text as 0, and what goes on behind a number as that
+/// number. An empty text is the controller's to refuse.
+void RequireNumber(const std::string& code) {
+  if (qorcred::Trim(code).empty() || IsWholeNumber(code)) {
+    return;
+  }
+  try {
+    const double number = qorcred::Val(code);
+    if (!qorcred::IsNumeric(code) || qorcred::ToDouble(code) != number) {
+      throw InputFault(field::kCode, code,
+                       fmt::format("{{field}} '{{value}}' is no number: it would be stored as {}",
+                                   qorcred::NumberText(number)));
+    }
+  } catch (const qorcred::RuntimeError&) {
+    throw InputFault(field::kCode, code, "{field} '{value}' is too large a number");
+  }
+}
+
 /// What a new code has unless its entry says otherwise.
 void TickForNewCode(ScreenModel& screen) {
   for (const std::string_view box : {"chkActive", "chkShowDisplayName", "chkShowDirCode"}) {
@@ -204,6 +223,7 @@ void Enter(ScreenModel& screen, const DirCodeEntry& entry) {
 }  // namespace
 
 void EnterNewCode(DirCodeDesk& desk, const std::string& code, const DirCodeEntry& entry) {
+  RequireNumber(code);
   TickForNewCode(desk.screen());
   desk.TypeCode(code);
   Enter(desk.screen(), entry);

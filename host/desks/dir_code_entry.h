@@ -54,7 +54,8 @@ struct DirCodeEntry {
 
 /// Types a new code and sets the screen's controls as `entry` says; the others stay, but the code
 /// is active, with name and code shown, unless the entry says otherwise. Raises InputFault for what
-/// cannot be typed or chosen, and for texts that the store's statements cannot take.
+/// cannot be typed or chosen, for a code that is no whole number, and for texts that the store's
+/// statements cannot take.
 void EnterNewCode(DirCodeDesk& desk, const std::string& code, const DirCodeEntry& entry);
 
 /// Sets the controls for the stored code that the screen shows. Gives the settings, named for

@@ -104,7 +104,6 @@ class DirCodeImport {
     entry.showName = ReadTrueFalse(line, kShowName);
     entry.showCode = ReadTrueFalse(line, kShowCode);
     const std::string code(line.Trimmed(kCode));
-    RequireNumber(code);
     EnterNewCode(desk_, code, entry);
     return WithoutFacts(desk_.SaveNew());
   }
@@ -206,24 +205,6 @@ class DirCodeImport {
   static void NoteIdle(ImportNotes& notes, Column idle, Column off, std::string_view word) {
     notes.push_back(fmt::format("{} was not taken over: {} is {}", kColumns[idle].heading,
                                 kColumns[off].heading, word));
-  }
-
-  /// Lets only numbers through that are stored as they are: what begins with another text would be
-  /// stored as 0, what goes on behind a number as that number.
-  static void RequireNumber(const std::string& code) {
-    double number = 0;
-    bool whole = false;
-    try {
-      number = qorcred::Val(code);
-      whole = code.empty() || (qorcred::IsNumeric(code) && qorcred::ToDouble(code) == number);
-    } catch (const qorcred::RuntimeError&) {
-      throw InputFault(dir_code_field::kCode, code, "{field} '{value}' is too large a number");
-    }
-    if (!whole) {
-      throw InputFault(dir_code_field::kCode, code,
-                       fmt::format("{{field}} '{{value}}' is no number: it would be stored as {}",
-                                   qorcred::NumberText(number)));
-    }
   }
 
   DirCodeDesk desk_;

@@ -59,7 +59,11 @@ FieldKind KindOf(std::int32_t rid) {
 std::vector<ReportField> FieldsIn(const ListModel& list) {
   std::vector<ReportField> fields;
   for (std::int32_t index = 0; index < list.count(); ++index) {
-    fields.push_back({list.Text(index), KindOf(list.ItemData(index))});
+    // A range of numbers narrows nothing here; a delay may be without a value, a code may not.
+    const std::int32_t rid = list.ItemData(index);
+    const FieldKind kind = KindOf(rid);
+    fields.push_back({list.Text(index), kind, kind != FieldKind::kNumber,
+                      rid == qorcred::report_field::kTimeDelay});
   }
   return fields;
 }
@@ -119,26 +123,17 @@ DirCodeReport::DirCodeReport(DeskSession& session, std::int32_t unitKey)
   opening.RequireNoFailure("open the report");
 }
 
-std::vector<std::string> DirCodeReport::Narrow(const std::vector<std::string>& conditions) {
+void DirCodeReport::Narrow(const std::vector<std::string>& conditions) {
   if (conditions.size() > kMostConditions) {
     throw InputFault(report_input::kCondition, conditions[kMostConditions],
                      fmt::format("the report takes at most {} conditions, not {}", kMostConditions,
                                  conditions.size()));
   }
   const std::vector<ReportField> fields = FieldsIn(filter_.Fields(0));
-  std::vector<std::string> notes;
   for (std::size_t row = 0; row < conditions.size(); ++row) {
     const ReportCondition condition = ReadCondition(conditions[row], fields);
-    const ReportField& field = fields[static_cast<std::size_t>(condition.field)];
-    filter_.Enter(row, condition, field.kind);
-    if (field.kind == FieldKind::kNumber && !condition.second.empty()) {
-      notes.push_back(
-          fmt::format("a range of numbers does not narrow this report: say '{0} >= {1}' and '{0} "
-                      "<= {2}' instead of '{3}'",
-                      field.name, condition.first, condition.second, conditions[row]));
-    }
+    filter_.Enter(row, condition, fields[static_cast<std::size_t>(condition.field)].kind);
   }
-  return notes;
 }
 
 Outcome DirCodeReport::Compose() {

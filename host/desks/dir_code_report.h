@@ -25,9 +25,9 @@ class DirCodeReport {
 
   DirCodeReport(DeskSession& session, std::int32_t unitKey);
 
-  /// Enters conditions, each "FIELD OPERATOR VALUE [AND VALUE2]". Returns what is to be known of
-  /// those that do not narrow the report. Raises InputFault.
-  std::vector<std::string> Narrow(const std::vector<std::string>& conditions);
+  /// Enters conditions, each "FIELD OPERATOR VALUE [AND VALUE2]". Raises InputFault for one
+  /// that is not understood, or would narrow nothing.
+  void Narrow(const std::vector<std::string>& conditions);
 
   /// Composes the report's statement from the conditions.
   Outcome Compose();

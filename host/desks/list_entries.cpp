@@ -63,6 +63,19 @@ std::int32_t FindEntry(const ListModel& list, std::string_view field, std::strin
   return entries.front();
 }
 
+std::optional<std::int32_t> RowNamed(std::string_view field, std::string_view given) {
+  constexpr std::string_view kPrefix = "rid:";
+  if (qorcred::CompareIgnoringCase(given.substr(0, kPrefix.size()), kPrefix) != 0) {
+    return std::nullopt;
+  }
+  const std::string_view row = given.substr(kPrefix.size());
+  const auto rid = WholeNumber(row);
+  if (!rid) {
+    throw InputFault(field, row, "the row '{value}' is no whole number of 32 bits");
+  }
+  return rid;
+}
+
 std::int32_t FindDoor(const ListModel& doors, std::string_view field, std::string_view given) {
   const std::string_view wanted = Trim(given);
   if (qorcred::CompareIgnoringCase(wanted, "none") == 0) {

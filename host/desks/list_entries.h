@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "host/screens/list_model.h"
@@ -22,6 +23,10 @@ inline constexpr std::int32_t kInCredentials = 1;  // "<Add New>"
 [[nodiscard]] std::int32_t FindEntry(const ListModel& list, std::string_view field,
                                      std::string_view given, std::string_view kind,
                                      std::int32_t placeholders);
+
+/// The row that "rid:17" names; nothing for a text that does not begin so. Raises InputFault when
+/// no whole number stands behind it.
+[[nodiscard]] std::optional<std::int32_t> RowNamed(std::string_view field, std::string_view given);
 
 /// The entry of a door list: by position from 1 or by name; 0 or "none" is the entry for no door.
 [[nodiscard]] std::int32_t FindDoor(const ListModel& doors, std::string_view field,

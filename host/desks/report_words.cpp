@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <optional>
 
+#include "frame/convert.h"
+#include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
@@ -88,7 +90,7 @@ struct FoundOperator {
 
 FoundOperator FindOperator(std::string_view rest, const ReportField& field,
                            std::string_view where) {
-  const std::span<const ReportOperator> operators = OperatorsFor(field.kind);
+  const std::span<const ReportOperator> operators = OperatorsOf(field);
   FoundOperator found;
   for (std::size_t at = 0; at < operators.size(); ++at) {
     const auto& [word, symbol] = operators[at];
@@ -111,8 +113,9 @@ FoundOperator FindOperator(std::string_view rest, const ReportField& field,
                                            : fmt::format("{} ({})", known.word, known.symbol));
     }
     throw InputFault(report_input::kCondition, where,
-                     fmt::format("{{field}} '{{value}}' has no operator that goes with '{}': {}",
-                                 InReason(field.name), Listed(names)));
+                     fmt::format("{{field}} '{{value}}' has no operator that goes with '{}': {}{}",
+                                 InReason(field.name), Listed(names),
+                                 field.takesRanges ? "" : "; for a range give two conditions"));
   }
   return found;
 }
@@ -130,6 +133,29 @@ void SplitRange(std::string_view values, std::string_view where, ReportCondition
   if (condition.first.empty() || condition.second.empty()) {
     throw InputFault(report_input::kCondition, where,
                      "{field} '{value}' needs two values, as in '... between 5 AND 9'");
+  }
+}
+
+/// Controllers take the leading number of a text, and leave a condition without one out.
+void CheckNumber(const ReportField& field, const std::string& given, bool comparesEquality,
+                 std::string_view where) {
+  if (given.empty() && field.mayBeUnset && comparesEquality) {
+    return;
+  }
+  bool isNumber = false;
+  try {
+    isNumber = qorcred::IsNumeric(given) && qorcred::ToDouble(given) == qorcred::Val(given);
+  } catch (const qorcred::RuntimeError&) {
+    isNumber = false;  // too large for one
+  }
+  if (!isNumber) {
+    throw InputFault(
+        report_input::kCondition, where,
+        given.empty()
+            ? fmt::format("{{field}} '{{value}}' ends without a value: '{}' takes a number",
+                          InReason(field.name))
+            : fmt::format("{{field}} '{{value}}': '{}' takes a number, and '{}' is none",
+                          InReason(field.name), InReason(given)));
   }
 }
 
@@ -173,6 +199,13 @@ bool ReadYesNo(std::string_view given) {
   throw InputFault(report_input::kCondition, given, "{field}: '{value}' is neither yes nor no");
 }
 
+std::span<const ReportOperator> OperatorsOf(const ReportField& field) {
+  const std::span<const ReportOperator> operators = OperatorsFor(field.kind);
+  const auto firstRange = std::find_if(operators.begin(), operators.end(),
+                                       [](const ReportOperator& known) { return known.IsRange(); });
+  return field.takesRanges ? operators : std::span(operators.begin(), firstRange);
+}
+
 ReportCondition ReadCondition(std::string_view where, const std::vector<ReportField>& fields) {
   const std::string_view trimmed = Trim(where);
   ReportCondition condition;
@@ -189,7 +222,13 @@ ReportCondition ReadCondition(std::string_view where, const std::vector<ReportFi
     condition.first = values;
   }
 
-  if (field.kind == FieldKind::kDate) {
+  if (field.kind == FieldKind::kNumber) {
+    const bool comparesEquality = found.place < static_cast<std::int32_t>(kComparisons);
+    CheckNumber(field, condition.first, comparesEquality, trimmed);
+    if (!condition.second.empty()) {
+      CheckNumber(field, condition.second, false, trimmed);
+    }
+  } else if (field.kind == FieldKind::kDate) {
     CheckDate(condition.first);
     if (!condition.second.empty()) {
       CheckDate(condition.second);

@@ -30,6 +30,8 @@ enum class FieldKind : std::uint8_t {
 struct ReportField {
   std::string name;
   FieldKind kind = FieldKind::kText;
+  bool takesRanges = true;  ///< of numbers: whether a range narrows the report
+  bool mayBeUnset = false;  ///< of numbers: whether (un)equal without a value asks for rows without
 };
 
 /// An operator by its word in `cboFilter`; its place in the list of operators is that in
@@ -43,9 +45,12 @@ struct ReportOperator {
 };
 
 [[nodiscard]] std::span<const ReportOperator> OperatorsFor(FieldKind kind);
+/// The same without those that do not go with the field itself.
+[[nodiscard]] std::span<const ReportOperator> OperatorsOf(const ReportField& field);
 
 /// One condition, with places in the lists. Values are trimmed, and checked as far as the screen
-/// leaves no choice: `first` of a date is a date, of yes or no one of these two.
+/// leaves no choice: `first` of a date is a date, of a number a number, of yes or no one of these
+/// two.
 struct ReportCondition {
   std::int32_t field = 0;
   std::int32_t operation = 0;

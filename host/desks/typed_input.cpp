@@ -1,11 +1,14 @@
 #include "host/desks/typed_input.h"
 
 #include "frame/control_characters.h"
+#include "frame/convert.h"
 #include "frame/date.h"
 #include "frame/runtime_error.h"
+#include "frame/text.h"
 #include "frame/utf8.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/whole_number.h"
+#include "host/unit/unit_code.h"
 
 namespace qorhost {
 
@@ -25,6 +28,21 @@ const std::string& TypedText(std::string_view field, const std::string& text) {
     throw InputFault(field, text,
                      "{field} '{value}' cannot be typed into a box: it has control characters or "
                      "bytes that are not UTF-8");
+  }
+  return text;
+}
+
+bool IsWholeNumber(std::string_view text) {
+  std::string_view digits = qorcred::Trim(text);
+  if (digits.starts_with('-') || digits.starts_with('+')) {
+    digits.remove_prefix(1);
+  }
+  return IsDigits(digits);
+}
+
+const std::string& TypedNumber(std::string_view field, const std::string& text) {
+  if (qorcred::IsNumeric(TypedText(field, text)) && !IsWholeNumber(text)) {
+    throw InputFault(field, text, "{field} '{value}' is no whole number: write it in digits alone");
   }
   return text;
 }

@@ -67,7 +67,7 @@ void ReportTour::ShowCodes() {
   const std::string condition = "Call Forwarding = yes";
   guide_.Act(fmt::format("The operator narrows the report: {}", condition));
   DirCodeReport report(session_, kUnit);
-  (void)report.Narrow({condition});
+  report.Narrow({condition});
   (void)report.Compose();
   (void)report.Run();
   const Table table = report.Visible();

@@ -148,7 +148,7 @@ TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {
       {"dircodes", "list"},
       {"dircodes", "show", "101"},
       {"dircodes", "add", "101"},
-      {"dircodes", "edit", "101", "--inactive"},
+      {"--unit", "1", "dircodes", "edit", "101", "--inactive"},
       {"dircodes", "renumber", "101", "102"},
       {"dircodes", "delete", "101"},
       {"dircodes", "sync", "--from", "-"},
@@ -232,35 +232,127 @@ INSTANTIATE_TEST_SUITE_P(
         UsageRow{"UnknownCredentialCommand", {"credentials", "frobnicate"}, "frobnicate"},
         UsageRow{"NoNameOfAFile", {"--db", "", "units"}, "needs the name of a file"},
         UsageRow{"UnitThatIsNoNumber", {"--unit", "two", "credentials", "list"}, "two"},
+        UsageRow{"NoUnit", {"--unit", "", "credentials", "list"}, "--unit"},
+        UsageRow{"NoUnitBehindItsSign", {"--unit=", "credentials", "list"}, "--unit"},
+        UsageRow{"NoTimeToWait", {"--wait=", "credentials", "list"}, "--wait"},
+        UsageRow{"FlagWithAnEmptyValue", {"credentials", "list", "--json="}, "''"},
         UsageRow{"UnitThatIsNotThere", {"--unit", "77", "credentials", "list"}, "77"},
         UsageRow{"YesAndNo", {"--yes", "--no", "units"}, "--no"},
         UsageRow{"MissingType", {"credentials", "add", "--start", "1"}, "--type"},
-        UsageRow{"UnknownType", {"credentials", "add", "--type", "key", "--start", "1"}, "card30"},
-        UsageRow{"UnknownCredential", {"credentials", "delete", "99999"}, "99999"},
-        UsageRow{"NewNumberThatIsNone", {"credentials", "renumber", "1", "ten"}, "ten"},
+        UsageRow{"UnknownType",
+                 {"--unit", "1", "credentials", "add", "--type", "key", "--start", "1"},
+                 "card30"},
+        UsageRow{"UnknownCredential", {"--unit", "1", "credentials", "delete", "99999"}, "99999"},
+        UsageRow{
+            "NewNumberThatIsNone", {"--unit", "1", "credentials", "renumber", "1", "ten"}, "ten"},
         UsageRow{"NothingToEdit", {"credentials", "edit", "1"}, "--door"},
-        UsageRow{"UnknownTenant", {"credentials", "assign", "1", "Nobody"}, "Nobody"},
+        UsageRow{
+            "UnknownTenant", {"--unit", "1", "credentials", "assign", "rid:1", "Nobody"}, "Nobody"},
         UsageRow{"ControlCharacters",
-                 {"credentials", "add", "--type", "card26", "--start", "1\n2"},
+                 {"--unit", "1", "credentials", "add", "--type", "card26", "--start", "1\n2"},
                  "--start"},
         UsageRow{"UnknownCode", {"dircodes", "show", "9999"}, "9999"},
         UsageRow{"UnknownRow", {"dircodes", "show", "rid:9999"}, "9999"},
         UsageRow{"RowOfAnotherUnit", {"dircodes", "show", "rid:11"}, "11"},
         UsageRow{"RowThatIsNoNumber", {"dircodes", "show", "rid:x"}, "x"},
-        UsageRow{"CodeTooLong", {"dircodes", "add", "12345", "--phone", "1"}, "4 digits"},
+        UsageRow{
+            "CodeTooLong", {"--unit", "1", "dircodes", "add", "12345", "--phone", "1"}, "4 digits"},
         UsageRow{"NoChangeOfACode", {"dircodes", "edit", "101"}, "say what to change"},
-        UsageRow{"UnknownSchedule", {"dircodes", "edit", "101", "--dnd", "Never"}, "Never"},
-        UsageRow{"DelayWithoutExtension", {"dircodes", "edit", "101", "--delay", "5"}, "extension"},
+        UsageRow{"UnknownSchedule",
+                 {"--unit", "1", "dircodes", "edit", "101", "--dnd", "Never"},
+                 "Never"},
+        UsageRow{"DelayWithoutExtension",
+                 {"--unit", "1", "dircodes", "edit", "101", "--delay", "5"},
+                 "extension"},
         UsageRow{"PeriodOfAnInactiveCode",
-                 {"dircodes", "edit", "101", "--inactive", "--to", "2026-12-31"},
+                 {"--unit", "1", "dircodes", "edit", "101", "--inactive", "--to", "2026-12-31"},
                  "--active"},
         UsageRow{"SyncFromNowhere", {"dircodes", "sync"}, "--from"},
         UsageRow{"ExportToNowhere", {"dircodes", "export"}, "--to"},
         UsageRow{"FirmwareOfTwoLines",
                  {"dircodes", "export", "--to", "-", "--firmware", "A\nB"},
                  "control characters"},
+        UsageRow{"NoUnitToChange",
+                 {"dircodes", "delete", "101", "--yes"},
+                 "say which unit to change with --unit N, or set QORHOST_UNIT: there are 1 Harbour "
+                 "Court, 2 Linden Park, 3 Mill Street Lofts"},
         UsageRow{"WriteWithoutLeave", {"sql", "DELETE FROM Tenants"}, "--write"}),
     [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(CommandLine, ACommandThatChangesNeedsAUnitWhenThereAreSeveral) {
+  InitDemo();
+  const std::vector<std::vector<std::string>> commands = {
+      {"credentials", "add", "--type", "card26", "--start", "9001"},
+      {"credentials", "edit", "rid:1", "--release"},
+      {"credentials", "assign", "rid:1", "2"},
+      {"credentials", "renumber", "rid:1", "2"},
+      {"credentials", "delete", "rid:1", "--yes"},
+      {"credentials", "import", QORHOST_SAMPLES "/credentials.csv"},
+      {"dircodes", "add", "250", "--phone", "1"},
+      {"dircodes", "edit", "101", "--phone", "1"},
+      {"dircodes", "renumber", "101", "180"},
+      {"dircodes", "delete", "101", "--yes"},
+      {"dircodes", "sync", "--from", "-"},
+      {"dircodes", "sync", "--from", "-", "--dry-run"},
+      {"dircodes", "import", QORHOST_SAMPLES "/dircodes.csv"},
+      {"report", "credentials", "--delete", "1"}};
+  for (const auto& words : commands) {
+    const Outcome outcome = Run(words);
+    EXPECT_EQ(outcome.status, 2) << words[0] << ' ' << words[1];
+    EXPECT_THAT(outcome.err,
+                HasSubstr("--unit N, or set QORHOST_UNIT: there are 1 Harbour Court, 2 Linden "
+                          "Park, 3 Mill Street Lofts"))
+        << words[0] << ' ' << words[1];
+    EXPECT_EQ(outcome.out, "");
+  }
+}
+
+TEST_F(CommandLine, TheEnvironmentNamesTheUnitAndTheOptionGoesBefore) {
+  InitDemo();
+  unitOfEnvironment_ = "3";
+  const std::vector<std::string> words = {"dircodes", "renumber", "101", "180"};
+  EXPECT_THAT(Run(words).out, HasSubstr("in unit 3, Mill Street Lofts.\n"));
+  EXPECT_THAT(Run({"--unit", "2", "dircodes", "renumber", "101", "180"}).out,
+              HasSubstr("in unit 2, Linden Park.\n"));
+  EXPECT_THAT(Run({"dircodes", "list"}).out, StartsWith("Unit 3, Mill Street Lofts\n"));
+  EXPECT_EQ(Rows({"units"}).size(), 3U) << "a list of all units is one";
+  for (const char* wrong : {"two", "2 ", "77"}) {
+    unitOfEnvironment_ = wrong;
+    const Outcome outcome = Run({"dircodes", "list"});
+    EXPECT_EQ(outcome.status, 2) << wrong;
+    EXPECT_THAT(outcome.err, HasSubstr(wrong)) << wrong;
+  }
+}
+
+TEST_F(CommandLine, TheOnlyUnitNeedsNoName) {
+  InitDemo();
+  for (const char* table : {"Tenants", "CredentialBank", "DirectoryCode"}) {
+    ASSERT_EQ(
+        Run({"sql", "--write", "DELETE FROM " + std::string(table) + " WHERE UNITKEY<>2"}).status,
+        0);
+  }
+  for (const char* table : {"Doors", "Schedules", "TenantGroup", "UnitSettings", "Units"}) {
+    const Outcome outcome =
+        Run({"sql", "--write", "DELETE FROM " + std::string(table) + " WHERE UNITKEY<>2"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+  }
+  EXPECT_EQ(Run({"dircodes", "renumber", "101", "180"}).out,
+            "Directory code 0101 (RID 11) is 0180 now, in unit 2, Linden Park.\n");
+}
+
+TEST_F(CommandLine, TablesOfOneUnitHaveItAsTitle) {
+  InitDemo();
+  for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+           {"credentials", "list"}, {"dircodes", "list"}, {"dircodes", "show", "101"}}) {
+    EXPECT_THAT(Run(words).out, StartsWith("Unit 1, Harbour Court\n")) << words[1];
+    std::vector<std::string> json = words;
+    json.emplace_back("--json");
+    EXPECT_THAT(Run(json).out, Not(HasSubstr("Harbour"))) << words[1];
+  }
+  ASSERT_EQ(Run({"sql", "--write", "UPDATE Units SET UNITNAME='a\x1B[2J' WHERE UNITKEY=1"}).status,
+            0);
+  EXPECT_THAT(Run({"dircodes", "list"}).out, StartsWith("Unit 1, a\\x1B[2J\n"));
+}
 
 TEST_F(CommandLine, SqlPrintsRowsWithTheirTypes) {
   InitDemo();

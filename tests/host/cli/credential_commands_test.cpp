@@ -49,7 +49,9 @@ TEST_F(Credentials, AddIssuesARange) {
   const Outcome outcome =
       Add({"--type", "card26", "--start", "9001", "--end", "9003", "--facility", "7"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_THAT(outcome.out, HasSubstr("Issued 3 credentials: Standard 26-Bit Card 9001 to 9003"));
+  EXPECT_THAT(outcome.out,
+              testing::ContainsRegex("Issued 3 credentials: Standard 26-Bit Card 9001 to 9003 "
+                                     "\\(last RID [0-9]+\\) in unit 2, Linden Park"));
   EXPECT_EQ(Find("UnitKey=2 AND PINNo Between 9001 AND 9003 AND FacilityCode=7").size(), 3U);
 }
 
@@ -82,6 +84,14 @@ TEST_F(Credentials, AddTakesTheOptionsOfNewTenants) {
   EXPECT_EQ(rows[0]["ACTIVEENDTIME"], "2026-12-31T23:59:59");
 }
 
+TEST_F(Credentials, EmptySchedulesOpenNoDoor) {
+  const Outcome outcome = Add({"--type", "card26", "--start", "9001", "--facility", "7",
+                               "--with-tenants", "--schedules", ""});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err, HasSubstr("--schedules '' has an empty schedule"));
+  EXPECT_EQ(Find("UnitKey=2 AND PINNo=9001").size(), 0U);
+}
+
 TEST_F(Credentials, AFaultNamesTheOptions) {
   EXPECT_EQ(Add({"--type", "key", "--start", "1"}).err,
             "qorhost: --type 'key' is none of card30, card26 and transmitter\n");
@@ -104,6 +114,7 @@ TEST_F(Credentials, AddReportsAsJson) {
   const nlohmann::json report = Rows({"--unit", "2", "credentials", "add", "--type", "card26",
                                       "--start", "9001", "--end", "9002", "--facility", "7"});
   EXPECT_EQ(report["issued"], 2);
+  EXPECT_EQ(report["unit"], 2);
 }
 
 TEST_F(Credentials, ATenantsNameCannotSteerTheTerminal) {
@@ -122,7 +133,7 @@ TEST_F(Credentials, AFaultInATenantGoesWithoutAnOptionsName) {
                  "UnitKey=2 AND TenantID IN (61,62)"})
                 .status,
             0);
-  const Outcome outcome = Run({"--unit", "2", "credentials", "assign", "489", "doe jane"});
+  const Outcome outcome = Run({"--unit", "2", "credentials", "assign", "rid:489", "doe jane"});
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.err,
             "qorhost: 2 tenants are called 'doe jane': give the id instead (61, 62)\n");
@@ -145,18 +156,70 @@ TEST_F(Credentials, AddDrawsABarOnATerminalForLongRangesOnly) {
 TEST_F(Credentials, AssignGivesACredentialToATenantAndReleaseTakesIt) {
   const std::string card = FreeCard();
   const std::string tenant = SomeTenant();
-  EXPECT_EQ(Run({"--unit", "2", "credentials", "assign", card, tenant}).status, 0);
+  EXPECT_EQ(Run({"--unit", "2", "credentials", "assign", "rid:" + card, tenant}).status, 0);
   EXPECT_EQ(TenantOf(card), tenant);
-  EXPECT_EQ(Run({"--unit", "2", "credentials", "assign", card, "--release"}).status, 0);
+  EXPECT_EQ(Run({"--unit", "2", "credentials", "assign", "rid:" + card, "--release"}).status, 0);
   EXPECT_EQ(TenantOf(card), "");
+}
+
+TEST_F(Credentials, ACredentialIsNamedByTheNumberOnIt) {
+  ASSERT_EQ(Add({"--type", "card26", "--start", "301", "--facility", "7"}).status, 0);
+  const Outcome several = Run({"--unit", "2", "credentials", "delete", "301", "--yes"});
+  EXPECT_EQ(several.status, 2);
+  EXPECT_THAT(several.err, HasSubstr("2 credentials are called '301', say rid:N: Transmitter 301, "
+                                     "facility code 7 (rid:609); Standard 26-Bit Card 301, "));
+  EXPECT_EQ(Run({"--unit", "2", "credentials", "delete", "609", "--yes"}).status, 2)
+      << "a row, which no card shows";
+  EXPECT_EQ(Find("RID=609").size(), 1U);
+  EXPECT_EQ(Run({"--unit", "2", "credentials", "delete", "rid:609", "--yes"}).status, 0);
+  EXPECT_EQ(Find("RID=609").size(), 0U);
+}
+
+TEST_F(Credentials, AssigningAsksWhenSomebodyLosesACredential) {
+  const std::string card = FreeCard();
+  ASSERT_EQ(Run({"--unit", "2", "credentials", "assign", "rid:" + card, "62"}).status, 0)
+      << "nobody loses anything: nobody is asked";
+  const std::vector<std::string> taking = {"--unit", "2",           "credentials",
+                                           "assign", "rid:" + card, "63"};
+  const Outcome unasked = Run(taking);
+  EXPECT_EQ(unasked.status, 1);
+  EXPECT_EQ(unasked.out, "");
+  EXPECT_THAT(unasked.err, HasSubstr("O'Brien Paula H loses Standard 26-Bit Card-9100 (RID " +
+                                     card + "). Go on?\nAnswered No: "));
+  EXPECT_THAT(unasked.err, HasSubstr("qorhost: nothing was changed\n"));
+  EXPECT_EQ(Run(taking, "n\n", true).status, 1);
+  EXPECT_EQ(TenantOf(card), "62");
+
+  const Outcome taken = Run(taking, "y\n", true);
+  EXPECT_EQ(taken.status, 0) << taken.err;
+  EXPECT_THAT(taken.out, HasSubstr("Without it now: O'Brien Paula H.\n"));
+  EXPECT_EQ(TenantOf(card), "63");
+}
+
+TEST_F(Credentials, AssigningToATenantWithTwoCredentialsTellsWhichIsReplaced) {
+  const std::string card = FreeCard();
+  ASSERT_EQ(Run({"--unit", "2", "credentials", "assign", "rid:" + card, "62"}).status, 0);
+  ASSERT_EQ(Add({"--type", "card26", "--start", "9101", "--facility", "7"}).status, 0);
+  const std::vector<std::string> replacing = {"--unit", "2", "credentials", "assign", "9101", "62"};
+  const Outcome unasked = Run(replacing);
+  EXPECT_EQ(unasked.status, 1);
+  EXPECT_THAT(unasked.err, HasSubstr("O'Brien Paula H has two credentials and loses Corvin 30-Bit "
+                                     "Card-1002 (RID 490). Go on?"));
+  EXPECT_EQ(TenantOf("490"), "62");
+  std::vector<std::string> yes = replacing;
+  yes.emplace_back("--yes");
+  EXPECT_THAT(Run(yes).out,
+              HasSubstr("Taken from the tenant: Corvin 30-Bit Card-1002 (RID 490).\n"));
+  EXPECT_EQ(TenantOf("490"), "");
 }
 
 TEST_F(Credentials, EditTakesADoorAndTellsWhatIsStored) {
   const std::string card = FreeCard();
-  const Outcome outcome = Run({"--unit", "2", "credentials", "edit", card, "--door", "2"});
+  const Outcome outcome = Run({"--unit", "2", "credentials", "edit", "rid:" + card, "--door", "2"});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.out, "Standard 26-Bit Card-9100 (RID " + card +
-                             "): door Underground Car Park, assigned to nobody.\n");
+  EXPECT_EQ(outcome.out,
+            "Standard 26-Bit Card-9100 (RID " + card +
+                ") in unit 2, Linden Park: door Underground Car Park, assigned to nobody.\n");
   EXPECT_EQ(Find("RID=" + card)[0]["DOORCODE"], 2);
 }
 
@@ -165,33 +228,47 @@ TEST_F(Credentials, ARefusedEditChangesNothingAndTellsWhoHoldsTheCredential) {
                  "2", "--facility", "12"})
                 .status,
             0);
-  const Outcome outcome = Run({"--unit", "1", "credentials", "edit", "1", "--tenant", "2"});
+  const Outcome outcome =
+      Run({"--unit", "1", "credentials", "edit", "rid:1", "--tenant", "2", "--yes"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err,
+            "qorhost [exclamation]: Abbott Amelia A loses Corvin 30-Bit Card-1001 (RID 1). Go on?\n"
+            "Answered Yes by --yes.\n"
             "Pello RT [information]: You cannot enter more than 500 combined codes.\n"
             "qorhost: Corvin 30-Bit Card-1001 (RID 1) is assigned to Abbott Amelia A now.\n");
 }
 
 TEST_F(Credentials, RenumberTellsTheNewNumberAndTheControllersMessages) {
   const std::string card = FreeCard();
-  const Outcome renumbered = Run({"--unit", "2", "credentials", "renumber", card, "9200"});
+  const Outcome renumbered = Run({"--unit", "2", "credentials", "renumber", "rid:" + card, "9200"});
   EXPECT_EQ(renumbered.status, 0);
-  EXPECT_EQ(renumbered.out,
-            "Standard 26-Bit Card-9100 is Standard 26-Bit Card-9200 (RID " + card + ") now.\n");
-  const Outcome zero = Run({"--unit", "2", "credentials", "renumber", card, "0"});
+  EXPECT_EQ(renumbered.out, "Standard 26-Bit Card-9100 is Standard 26-Bit Card-9200 (RID " + card +
+                                ") now, in unit 2, Linden Park.\n");
+  const Outcome zero = Run({"--unit", "2", "credentials", "renumber", "rid:" + card, "0"});
   EXPECT_EQ(zero.status, 1);
   EXPECT_EQ(zero.err,
             "Pello RT [exclamation]: Please enter a Credential Number between 1 and 65535.\n");
-  const Outcome taken = Run({"--unit", "2", "credentials", "renumber", card, "20001"});
+  const Outcome taken = Run({"--unit", "2", "credentials", "renumber", "rid:" + card, "20001"});
   EXPECT_EQ(taken.status, 1);
   EXPECT_EQ(taken.err, "Pello RT [information]: Credential Number already exists.\n");
 }
 
+TEST_F(Credentials, RenumberTakesNumbersOfCredentialsAlone) {
+  const std::string card = FreeCard();
+  for (const char* number : {"-1", "-5", "70000", "65536", "1.5", "9e3", "x", ""}) {
+    const Outcome outcome =
+        Run({"--unit", "2", "credentials", "renumber", "rid:" + card, "--", number});
+    EXPECT_EQ(outcome.status, 2) << number;
+    EXPECT_THAT(outcome.err, HasSubstr("the new number")) << number;
+  }
+  EXPECT_EQ(Find("RID=" + card)[0]["PINNo"], 9100);
+}
+
 TEST_F(Credentials, DeleteAsksWhenATenantHoldsIt) {
   const std::string card = FreeCard();
-  ASSERT_EQ(Run({"--unit", "2", "credentials", "assign", card, SomeTenant()}).status, 0);
-  const std::vector<std::string> words = {"--unit", "2", "credentials", "delete", card};
+  ASSERT_EQ(Run({"--unit", "2", "credentials", "assign", "rid:" + card, SomeTenant()}).status, 0);
+  const std::vector<std::string> words = {"--unit", "2", "credentials", "delete", "rid:" + card};
 
   const Outcome unasked = Run(words);
   EXPECT_EQ(unasked.status, 1);
@@ -208,9 +285,9 @@ TEST_F(Credentials, DeleteAsksWhenATenantHoldsIt) {
 
 TEST_F(Credentials, DeleteTakesTheAnswerFromTheOptions) {
   const std::string card = FreeCard();
-  ASSERT_EQ(Run({"--unit", "2", "credentials", "assign", card, SomeTenant()}).status, 0);
-  EXPECT_EQ(Run({"--no", "--unit", "2", "credentials", "delete", card}).status, 1);
-  EXPECT_EQ(Run({"--yes", "--unit", "2", "credentials", "delete", card}).status, 0);
+  ASSERT_EQ(Run({"--unit", "2", "credentials", "assign", "rid:" + card, SomeTenant()}).status, 0);
+  EXPECT_EQ(Run({"--no", "--unit", "2", "credentials", "delete", "rid:" + card}).status, 1);
+  EXPECT_EQ(Run({"--yes", "--unit", "2", "credentials", "delete", "rid:" + card}).status, 0);
   EXPECT_EQ(Find("RID=" + card).size(), 0U);
 }
 

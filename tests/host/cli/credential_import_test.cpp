@@ -15,7 +15,7 @@ TEST_F(CredentialImport, TellsHowManyWereImported) {
   const Outcome outcome = Import("credentials", "Credential Type,Card Number\ncard26,901\n");
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err, "");
-  EXPECT_EQ(outcome.out, "Imported 1 credential, 0 lines refused.\n");
+  EXPECT_EQ(outcome.out, "Imported 1 credential, 0 lines refused, in unit 2, Linden Park.\n");
 }
 
 TEST_F(CredentialImport, NamesARefusedLineOnStandardErrorAndIsRefused) {
@@ -31,8 +31,9 @@ TEST_F(CredentialImport, NamesARefusedLineOnStandardErrorAndIsRefused) {
               "characters or bytes that are not UTF-8\n"
               "qorhost: line 4: ID Code '2' must be left empty: only transmitters have one\n");
     EXPECT_EQ(outcome.out,
-              dryRun ? "Would import 2 credentials, 2 lines refused. Nothing was written.\n"
-                     : "Imported 2 credentials, 2 lines refused.\n");
+              dryRun ? "Would import 2 credentials, 2 lines refused, in unit 2, Linden Park. "
+                       "Nothing was written.\n"
+                     : "Imported 2 credentials, 2 lines refused, in unit 2, Linden Park.\n");
     EXPECT_EQ(CountOf("CREDENTIALBANK"), credentials + (dryRun ? 0 : 2));
   }
 }
@@ -55,6 +56,7 @@ TEST_F(CredentialImport, JsonHasTheCountsAndEveryRefusedLine) {
   EXPECT_EQ(
       nlohmann::json::parse(outcome.out),
       (nlohmann::json{
+          {"unit", 2},
           {"done", 1},
           {"refused", 1},
           {"lines",
@@ -66,7 +68,7 @@ TEST_F(CredentialImport, TheSampleIsImportedWhole) {
   const Outcome outcome = Run({"--unit", "2", "credentials", "import", sample});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.err, IsEmpty());
-  EXPECT_EQ(outcome.out, "Imported 6 credentials, 0 lines refused.\n");
+  EXPECT_EQ(outcome.out, "Imported 6 credentials, 0 lines refused, in unit 2, Linden Park.\n");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@ namespace qorhost::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 class DirCodes : public DirCodeFixture {};
 
@@ -77,6 +78,7 @@ TEST_F(DirCodes, AddReportsAsJson) {
   const nlohmann::json report =
       Rows({"--unit", "2", "dircodes", "add", "0250", "--phone", "555-0199"});
   EXPECT_EQ(report["code"], 250);
+  EXPECT_EQ(report["unit"], 2);
   EXPECT_EQ(report["rid"], Row("250")["RID"]);
 }
 
@@ -88,11 +90,37 @@ TEST_F(DirCodes, ARefusalIsTheControllersMessageAlone) {
   EXPECT_EQ(outcome.out, "");
 }
 
-TEST_F(DirCodes, AddTakesATextForItsLeadingNumberAndSaysSo) {
-  const Outcome outcome = Do({"add", "25a", "--phone", "1"});
+TEST_F(DirCodes, AnEmptyValueBehindAnOptionIsAValue) {
+  ASSERT_EQ(Do({"edit", "103", "--display-name", "Abel", "--active"}).status, 0);
+  const Outcome outcome = Do({"edit", "103", "--display-name=", "--inactive"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.err, "qorhost: '25a' was taken as 25.\n");
-  EXPECT_THAT(outcome.out, HasSubstr("Added directory code 0025 "));
+  EXPECT_EQ(Row("103")["DISPLAYNAME"], nullptr);
+  EXPECT_EQ(Row("103")["ACTIVE"], false);
+  for (const char* option :
+       {"--phone=", "--extension=", "--delay=", "--dnd=", "--forward-phone=",
+        "--forward-extension=", "--forward-schedule=", "--forward-delay=", "--from=", "--to="}) {
+    const Outcome changed = Do({"edit", "104", option, "--inactive"});
+    if (changed.status == 0) {
+      EXPECT_EQ(Row("104")["ACTIVE"], false) << option;
+      ASSERT_EQ(Do({"edit", "104", "--phone", "555-0104", "--active"}).status, 0) << option;
+    } else {
+      EXPECT_THAT(changed.err, Not(HasSubstr("--inactive"))) << option;
+    }
+  }
+  // Behind "--" it is a word like any other.
+  EXPECT_THAT(Do({"delete", "--", "--phone="}).err, HasSubstr("'--phone='"));
+}
+
+TEST_F(DirCodes, AddTakesWholeNumbersAlone) {
+  const std::string digits = " is no whole number: write it in digits alone\n";
+  EXPECT_EQ(Do({"add", "abc", "--phone", "1"}).err,
+            "qorhost: the code 'abc' is no number: it would be stored as 0\n");
+  for (const char* code : {"1.5", "9e9", "1e-5"}) {
+    const Outcome outcome = Do({"add", code, "--phone", "1"});
+    EXPECT_EQ(outcome.status, 2) << code;
+    EXPECT_EQ(outcome.err, "qorhost: the code '" + std::string(code) + "'" + digits);
+    EXPECT_EQ(Do({"renumber", "101", code}).status, 2) << code;
+  }
 }
 
 TEST_F(DirCodes, AddAsksWhenBothPhonesAreTheSame) {
@@ -131,7 +159,7 @@ TEST_F(DirCodes, ACodeThatIsNotMeantAloneIsAMistakeInTheCommandLine) {
 TEST_F(DirCodes, EditPrintsWhatItChanged) {
   const Outcome outcome = Do({"edit", "103", "--phone", "555-7777"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.out, "Changed directory code 0103 (RID 13).\n");
+  EXPECT_EQ(outcome.out, "Changed directory code 0103 (RID 13) in unit 2, Linden Park.\n");
   EXPECT_EQ(outcome.err, "");
   EXPECT_EQ(Row("103")["PHONENUMBER"], "555-7777");
 }
@@ -158,7 +186,7 @@ TEST_F(DirCodes, EditNamesTheIdleSettingsThatItClears) {
 TEST_F(DirCodes, RenumberPrintsBothCodes) {
   const Outcome outcome = Do({"renumber", "101", "180"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.out, "Directory code 0101 (RID 11) is 0180 now.\n");
+  EXPECT_EQ(outcome.out, "Directory code 0101 (RID 11) is 0180 now, in unit 2, Linden Park.\n");
 }
 
 TEST_F(DirCodes, DeleteAsksAndNamesTheTenantsWhoAreWithoutTheCode) {
@@ -169,7 +197,9 @@ TEST_F(DirCodes, DeleteAsksAndNamesTheTenantsWhoAreWithoutTheCode) {
 
   const Outcome outcome = Do({"delete", "101", "--yes"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_THAT(outcome.out, HasSubstr("Deleted directory code 0101 (RID 11).\nWithout it now: "));
+  EXPECT_THAT(
+      outcome.out,
+      HasSubstr("Deleted directory code 0101 (RID 11) in unit 2, Linden Park.\nWithout it now: "));
 }
 
 TEST_F(DirCodes, ARowThatSomeoneElseHasChangedIsReported) {
@@ -185,7 +215,7 @@ TEST_F(DirCodes, ARowThatSomeoneElseHasChangedIsReported) {
 
 TEST_F(DirCodes, ACodeThatCannotBeStoredIsAFailure) {
   AddTrigger("Refuse BEFORE INSERT ON DirectoryCode BEGIN SELECT RAISE(ABORT, 'no room'); END");
-  for (const char* code : {"250", "25a"}) {
+  for (const char* code : {"250", "25"}) {
     const Outcome outcome = Do({"add", code, "--phone", "1"});
     EXPECT_EQ(outcome.status, 3) << code;
     EXPECT_THAT(outcome.err, HasSubstr("no room")) << code;

@@ -66,7 +66,7 @@ TEST_F(Exchange, SyncPrintsWhatItDid) {
   const Outcome outcome = Sync(unit);
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.out,
-            "1 inserted, 1 updated, 1 deleted, 4 unchanged.\n"
+            "1 inserted, 1 updated, 1 deleted, 4 unchanged in unit 2, Linden Park.\n"
             "1 tenant is without a directory code now.\n");
 }
 
@@ -88,8 +88,10 @@ TEST_F(Exchange, DryRunPrintsThePlan) {
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr("taken from Hollis Elena\n"));
   EXPECT_THAT(outcome.out, HasSubstr("phone, active\n"));
-  EXPECT_THAT(outcome.out, HasSubstr("Would be 0 inserted, 1 updated, 1 deleted, 4 unchanged. "
-                                     "Nothing was written.\n"));
+  EXPECT_THAT(
+      outcome.out,
+      HasSubstr("Would be 0 inserted, 1 updated, 1 deleted, 4 unchanged in unit 2, Linden Park. "
+                "Nothing was written.\n"));
 
   const nlohmann::json plan = nlohmann::json::parse(Sync(unit, {"--dry-run", "--json"}).out);
   ASSERT_EQ(plan.size(), 2U);
@@ -119,7 +121,7 @@ TEST_F(Exchange, SkippedLinesAreNamedAndTheCodesThatWereNotDeletedCounted) {
   const Outcome outcome =
       Do({"sync", "--from", "-", "--skip-bad-lines"}, WithLines(TextOf(unit), "nonsense\n", 6));
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.out, "0 inserted, 0 updated, 0 deleted, 5 unchanged.\n");
+  EXPECT_EQ(outcome.out, "0 inserted, 0 updated, 0 deleted, 5 unchanged in unit 2, Linden Park.\n");
   EXPECT_THAT(outcome.err, HasSubstr("line 8"));
   EXPECT_THAT(outcome.err, HasSubstr("1 stored code was not deleted"));
 }
@@ -175,7 +177,7 @@ TEST_F(Exchange, SyncCountsTheStepsThatItWithdrew) {
   const Outcome outcome = Sync(unit);
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.out,
-            "0 inserted, 1 updated, 0 deleted, 5 unchanged.\n"
+            "0 inserted, 1 updated, 0 deleted, 5 unchanged in unit 2, Linden Park.\n"
             "1 waiting step was withdrawn: the unit's codes hold.\n");
 }
 

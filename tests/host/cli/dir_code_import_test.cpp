@@ -28,14 +28,15 @@ TEST_F(DirCodeImport, EveryRemarkIsPrintedWithItsLineAndTheCountsWithTheEnd) {
               "qorhost: line 4: This Directory Code already exists. Please enter a different "
               "Directory Code.\n");
     EXPECT_EQ(outcome.out,
-              dryRun ? "Would import 2 directory codes, 2 lines refused. Nothing was written.\n"
-                     : "Imported 2 directory codes, 2 lines refused.\n");
+              dryRun ? "Would import 2 directory codes, 2 lines refused, in unit 2, Linden Park. "
+                       "Nothing was written.\n"
+                     : "Imported 2 directory codes, 2 lines refused, in unit 2, Linden Park.\n");
   }
 }
 
 TEST_F(DirCodeImport, OneCodeAndOneRefusedLineAreCountedAsOne) {
   const Outcome outcome = Import("dircodes", "Directory Code,Phone No.\n250,1\n,1\n");
-  EXPECT_EQ(outcome.out, "Imported 1 directory code, 1 line refused.\n");
+  EXPECT_EQ(outcome.out, "Imported 1 directory code, 1 line refused, in unit 2, Linden Park.\n");
   EXPECT_EQ(outcome.err, "qorhost: line 3: Please enter a Directory Code.\n");
 }
 
@@ -73,7 +74,7 @@ TEST_F(DirCodeImport, AStatementThatFailsIsAFailure) {
   EXPECT_EQ(outcome.status, 3);
   EXPECT_THAT(outcome.err, HasSubstr("line 3: "));
   EXPECT_THAT(outcome.err, HasSubstr("no step today"));
-  EXPECT_EQ(outcome.out, "Imported 2 directory codes, 1 line refused.\n");
+  EXPECT_EQ(outcome.out, "Imported 2 directory codes, 1 line refused, in unit 2, Linden Park.\n");
 }
 
 TEST_F(DirCodeImport, AStoreThatGivesUpIsAFailure) {
@@ -111,7 +112,7 @@ TEST_F(DirCodeImport, TheSampleIsImportedWhole) {
       Run({"--unit", "2", "dircodes", "import", QORHOST_SAMPLES "/dircodes.csv"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.err, IsEmpty());
-  EXPECT_EQ(outcome.out, "Imported 6 directory codes, 0 lines refused.\n");
+  EXPECT_EQ(outcome.out, "Imported 6 directory codes, 0 lines refused, in unit 2, Linden Park.\n");
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ TEST_F(BadFiles, AnUnclosedQuoteLeavesTheLinesBeforeItOutToo) {
 TEST_F(BadFiles, HeadingsAloneImportNothing) {
   const Outcome outcome = Import("dircodes", "Directory Code,Phone No.\n");
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.out, "Imported 0 directory codes, 0 lines refused.\n");
+  EXPECT_EQ(outcome.out, "Imported 0 directory codes, 0 lines refused, in unit 2, Linden Park.\n");
 }
 
 TEST_F(BadFiles, ColumnsTellsWhatTheCellsHold) {

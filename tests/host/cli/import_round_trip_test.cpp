@@ -18,7 +18,7 @@ TEST_F(RoundTrip, APrintedReportIsImportedFromStandardInput) {
   const Outcome outcome = Run({"--unit", "2", "dircodes", "import", "-"}, exported);
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err, "");
-  EXPECT_EQ(outcome.out, "Imported 6 directory codes, 0 lines refused.\n");
+  EXPECT_EQ(outcome.out, "Imported 6 directory codes, 0 lines refused, in unit 2, Linden Park.\n");
   EXPECT_EQ(Run(report).out, exported);
 }
 

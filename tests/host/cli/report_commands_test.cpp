@@ -121,13 +121,31 @@ TEST_F(Reports, AReportWithoutRowsSaysSoAndSucceeds) {
   EXPECT_EQ(Credentials({"--where", "Card Number = 60000"}).out, "Linden Park\nno rows\n");
 }
 
-TEST_F(Reports, ARangeOfNumbersIsSaidNotToNarrowTheCodes) {
-  const Outcome outcome = Codes({"--where", "Directory Code between 102 AND 103"});
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.err,
-            "qorhost: a range of numbers does not narrow this report: say 'Directory Code >= 102' "
-            "and 'Directory Code <= 103' instead of 'Directory Code between 102 AND 103'\n");
-  EXPECT_THAT(outcome.out, HasSubstr("6 rows"));
+TEST_F(Reports, AConditionThatIsNotUnderstoodPrintsNoRows) {
+  const Outcome range = Codes({"--where", "Directory Code between 101 AND 103"});
+  EXPECT_EQ(range.err,
+            "qorhost: --where 'Directory Code between 101 AND 103' has no operator that goes with "
+            "'Directory Code': equal (=), does not equal (<>), greater than (>), greater than or "
+            "equal (>=), less than (<), less than or equal (<=); for a range give two "
+            "conditions\n");
+  const Outcome nothing = Credentials({"--where", "Card Number ="});
+  EXPECT_EQ(nothing.err,
+            "qorhost: --where 'Card Number =' ends without a value: 'Card Number' takes a "
+            "number\n");
+  const Outcome text = Credentials({"--where", "Facility Code > seven"});
+  EXPECT_EQ(text.err,
+            "qorhost: --where 'Facility Code > seven': 'Facility Code' takes a number, and 'seven' "
+            "is none\n");
+  for (const Outcome& outcome :
+       {range, nothing, text, Codes({"--where", "Phone No. Delay not between 1 AND 2"}),
+        Codes({"--where", "Directory Code <>"}), Codes({"--where", "Phone No. Delay >"}),
+        Codes({"--where", "Directory Code = 101a"}), Codes({"--where", "Directory Code = 1,2"}),
+        Credentials({"--where", "Card Number between x AND 9"}),
+        Credentials({"--where", "Card Number between 1 AND 1e999"})}) {
+    EXPECT_EQ(outcome.status, 2) << outcome.err;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.err, StartsWith("qorhost: --where '"));
+  }
 }
 
 TEST_F(Reports, SeveralConditionsMustAllHold) {
@@ -206,7 +224,7 @@ TEST_F(Reports, DeletesChosenCredentials) {
   const std::string second = FreeRid(1);
   const Outcome outcome = Credentials({"--delete", first + "," + second + ",2147483647"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.out, "Deleted 2 of 3 credentials.\n");
+  EXPECT_EQ(outcome.out, "Deleted 2 of 3 credentials in unit 2, Linden Park.\n");
   EXPECT_EQ(Count("CredentialBank WHERE RID IN (" + first + "," + second + ")"), 0);
 }
 
@@ -241,7 +259,7 @@ TEST_F(Reports, DeletionTakesRidsAndNoConditions) {
 }
 
 TEST_F(Reports, JsonCountsWhatWasDeleted) {
-  EXPECT_EQ(Credentials({"--delete", FreeRid(0), "--json"}).out, "{\"deleted\":1}\n");
+  EXPECT_EQ(Credentials({"--delete", FreeRid(0), "--json"}).out, "{\"unit\":2,\"deleted\":1}\n");
 }
 
 TEST_F(Reports, TraceShowsTheCallsAndLeavesTheRowsAlone) {

@@ -16,6 +16,7 @@ Outcome RunFixture::Run(std::vector<std::string> words, const std::string& input
   Environment environment;
   environment.inputIsTerminal = terminal;
   environment.errorIsTerminal = terminal;
+  environment.unit = unitOfEnvironment_;
   environment.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
   std::istringstream in(input);
   std::ostringstream out;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ class RunFixture : public testing::Test {
   /// The rows that a command prints with --json.
   [[nodiscard]] nlohmann::json Rows(std::vector<std::string> words);
   void InitDemo();
+
+  std::optional<std::string> unitOfEnvironment_;  // QORHOST_UNIT
 
   [[nodiscard]] std::string File(const std::string& name) const {
     return (folder_.path() / name).string();

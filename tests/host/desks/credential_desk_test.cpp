@@ -85,10 +85,22 @@ TEST_F(CredentialDesks, ATransmittersCodesAreStored) {
 }
 
 TEST_F(CredentialDesks, TheNumbersToldAreThoseThatWereAccepted) {
-  const IssuedCredentials issued = Issue(Cards(" 9.1e3 "));
+  const IssuedCredentials issued = Issue(Cards(" 9100 "));
   EXPECT_TRUE(issued.done());
   EXPECT_EQ(issued.first, 9100);
   EXPECT_EQ(issued.last, 9100);
+}
+
+TEST_F(CredentialDesks, ANumberThatWouldBeRoundedIsAFault) {
+  for (const char* number : {"1.5", "9.1e3", "1e-5", "$5", "(5)", "&H10"}) {
+    EXPECT_EQ(FaultOf(Cards(number)).value().field(), credential_field::kFirst) << number;
+    EXPECT_EQ(FaultOf(Cards("1", number)).value().field(), credential_field::kLast) << number;
+    NewCredentials entry = Cards("9001");
+    entry.facility = number;
+    EXPECT_EQ(FaultOf(entry).value().field(), credential_field::kFacility) << number;
+  }
+  EXPECT_STREQ(FaultOf(Cards("1.5"))->what(),
+               "number '1.5' is no whole number: write it in digits alone");
 }
 
 TEST_F(CredentialDesks, TheControllerKeepsTheBounds) {
@@ -168,16 +180,108 @@ TEST_F(CredentialDesks, ACancelledSaveKeepsNothingOfIt) {
   EXPECT_TRUE(Issue(entry).done()) << "the next save is not held up";
 }
 
-TEST_F(CredentialDesks, ACredentialIsFoundByItsRowAndByItsEntry) {
+TEST_F(CredentialDesks, ACredentialIsFoundByItsNumberItsRowAndItsEntry) {
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   const ShownCredential byEntry = desk.Select("Transmitter-301");
   EXPECT_EQ(byEntry.entry, "Transmitter-301");
   EXPECT_EQ(byEntry.door, std::nullopt) << "transmitters open no door of their own";
-  EXPECT_EQ(desk.Select(std::to_string(byEntry.rid)).entry, "Transmitter-301");
-  for (const char* given : {"99999", "Transmitter-9", "<Add New>", ""}) {
+  EXPECT_EQ(desk.Select("rid:" + std::to_string(byEntry.rid)).entry, "Transmitter-301");
+  EXPECT_EQ(desk.Select("301").rid, byEntry.rid) << "as it is printed on it";
+  EXPECT_EQ(desk.Select(" RID:489 ").entry, "Corvin 30-Bit Card-1001");
+  EXPECT_EQ(desk.Select("1001").rid, 489);
+  for (const char* given : {"99999", "489", "rid:1", "rid:x", "Transmitter-9", "<Add New>", ""}) {
     EXPECT_EQ(FieldAtFault([&] { (void)desk.Select(given); }), credential_field::kCredential)
         << given;
   }
+}
+
+TEST_F(CredentialDesks, ANumberThatSeveralCredentialsHaveIsRefusedWithAllOfThem) {
+  ASSERT_TRUE(Issue(Cards("301")).done());
+  const std::string rid = Cell(
+      "SELECT RID FROM CREDENTIALBANK WHERE UnitKey=2 AND PINNo=301 AND "
+      "CredentialType=1");
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  try {
+    (void)desk.Select("301");
+    ADD_FAILURE() << "one of two was selected";
+  } catch (const InputFault& fault) {
+    EXPECT_EQ(std::string(fault.what()),
+              "2 credentials are called '301', say rid:N: Transmitter 301, facility code 7 "
+              "(rid:609); Standard 26-Bit Card 301, facility code 7 (rid:" +
+                  rid + ")");
+  }
+  EXPECT_EQ(desk.Select("rid:" + rid).entry, "Standard 26-Bit Card-301");
+  EXPECT_EQ(desk.Select("Standard 26-Bit Card-301").rid, std::stoi(rid));
+}
+
+TEST_F(CredentialDesks, WhoLosesWhatByAnAssignmentIsKnownBeforeIt) {
+  ASSERT_TRUE(Issue(Cards("9001", "9002")).done());
+  const auto losses = [this](const std::string& credential, const std::string& tenant) {
+    CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+    (void)desk.Select(credential);
+    CredentialChange change;
+    change.tenant = tenant;
+    EnterChange(desk, change);
+    const AssignmentLosses lost = desk.LossesOfSaving();
+    EXPECT_TRUE(desk.SaveEdited().done());
+    return lost;
+  };
+  const std::string first = Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62");
+  const AssignmentLosses none = losses("9001", "62");
+  EXPECT_THAT(none.holders, IsEmpty());
+  EXPECT_EQ(none.replaced, "");
+  const AssignmentLosses again = losses("9001", "62");
+  EXPECT_THAT(again.holders, IsEmpty()) << "who has it keeps it";
+  EXPECT_EQ(again.replaced, "");
+  const AssignmentLosses replaced = losses("9002", "62");
+  EXPECT_THAT(replaced.holders, IsEmpty());
+  EXPECT_EQ(replaced.replaced, "Corvin 30-Bit Card-1002 (RID " + first + ")");
+  const AssignmentLosses taken = losses("9002", "63");
+  EXPECT_THAT(taken.holders, ElementsAre("O'Brien Paula H"));
+}
+
+TEST_F(CredentialDesks, ATenantWhoGotAnotherCredentialSinceTheQuestionLosesNone) {
+  ASSERT_TRUE(Issue(Cards("9001", "9003")).done());
+  CredentialDesk asking(session(), kUnit, DeskScreen::kCredentials);
+  (void)asking.Select("9001");
+  CredentialChange change;
+  change.tenant = "62";
+  EnterChange(asking, change);
+  ASSERT_EQ(asking.LossesOfSaving().replaced, "") << "nobody is asked";
+
+  CredentialDesk faster(session(), kUnit, DeskScreen::kCredentials);
+  (void)faster.Select("9003");
+  EnterChange(faster, change);
+  ASSERT_TRUE(faster.SaveEdited().done());
+  const std::string before = Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62");
+  EXPECT_EQ(asking.SaveEdited().ending, Ending::kStale);
+  EXPECT_EQ(Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62"), before);
+}
+
+TEST_F(CredentialDesks, RenumberingQueuesTheStepOfItsHolderInTheSameUnitOfWork) {
+  const auto steps = [this] { return session().sql().steps().List(kUnit); };
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  (void)desk.Select("1002");
+  ASSERT_EQ(desk.Shown().tenant, "O'Brien Paula H");
+  ASSERT_TRUE(desk.Renumber(9200).done());
+  ASSERT_EQ(steps().size(), 1U);
+  EXPECT_EQ(steps()[0].kind, "program tenant");
+  EXPECT_EQ(steps()[0].subjectRid, 62);
+  ASSERT_EQ(desk.Renumber(1003).ending, Ending::kRefused);
+  EXPECT_EQ(steps().size(), 1U);
+
+  Run("CREATE TRIGGER Full BEFORE INSERT ON ProgramSteps BEGIN SELECT RAISE(ABORT, 'no room'); "
+      "END");
+  EXPECT_EQ(desk.Renumber(9300).ending, Ending::kFailed);
+  EXPECT_EQ(StoredBetween("9300", "9300"), 0U) << "no new number without its step";
+}
+
+TEST_F(CredentialDesks, RenumberingWhatNobodyHoldsQueuesNothing) {
+  ASSERT_TRUE(Issue(Cards("9001")).done());
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  (void)desk.Select("9001");
+  ASSERT_TRUE(desk.Renumber(9200).done());
+  EXPECT_THAT(session().sql().steps().List(kUnit), IsEmpty());
 }
 
 TEST_F(CredentialDesks, AChangeTellsTheDoorAndTheHolder) {
@@ -219,7 +323,7 @@ TEST_F(CredentialDesks, AChangeThatIsRefusedOnTheWayChangesNothing) {
   const std::string holders =
       "SELECT TenantID FROM Tenants WHERE CREDENTIALID1=" + held + " OR CREDENTIALID2=" + held;
   ASSERT_EQ(CountOf(holders), 1U);
-  const std::string tenant = desk.Select(held).tenant;
+  const std::string tenant = desk.Select("rid:" + held).tenant;
   ASSERT_NE(tenant, "");
 
   CredentialChange change;
@@ -264,6 +368,10 @@ TEST_F(CredentialDesks, ARenumberedCredentialIsToldByItsNewNumber) {
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   (void)desk.Select("Standard 26-Bit Card-9001");
   EXPECT_EQ(desk.Renumber(0).ending, Ending::kRefused);
+  for (const std::int32_t number : {-1, -5, 65536, 70000}) {
+    EXPECT_EQ(FieldAtFault([&] { (void)desk.Renumber(number); }), credential_field::kNewNumber)
+        << number;
+  }
   const ChangedCredential renumbered = desk.Renumber(9200);
   EXPECT_TRUE(renumbered.done());
   EXPECT_EQ(renumbered.credential.entry, "Standard 26-Bit Card-9200");
@@ -299,7 +407,7 @@ TEST_F(CredentialDesks, ARenumberingOfARowThatSomeoneChangedMeanwhileIsStale) {
 TEST_F(CredentialDesks, ADeletionAsksWhenATenantHoldsTheCredential) {
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   const std::int32_t held = std::stoi(Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62"));
-  (void)desk.Select(std::to_string(held));
+  (void)desk.Select("rid:" + std::to_string(held));
   const Outcome no = desk.Delete(held);
   EXPECT_EQ(no.ending, Ending::kRefused);
   ASSERT_EQ(no.messages.size(), 1U);

@@ -48,6 +48,10 @@ TEST_F(CredentialEntries, WhatCannotBeEnteredNamesItsField) {
   EXPECT_EQ(FieldOf(entry), field::kSchedules);
   entry.schedules = "1,1,1,1,1";
   EXPECT_EQ(FieldOf(entry), field::kSchedules) << "five for four doors";
+  for (const char* hole : {"", " ", ",", ",,,", "1,", ",1"}) {
+    entry.schedules = hole;
+    EXPECT_EQ(FieldOf(entry), field::kSchedules) << "full access at a door: '" << hole << "'";
+  }
 }
 
 TEST_F(CredentialEntries, AFaultCarriesWhatWasGiven) {
@@ -77,7 +81,7 @@ TEST_F(CredentialEntries, ANameThatSeveralTenantsHaveIsToldWithTheirIds) {
   Run("UPDATE Tenants SET LastName='Doe', FirstName='Jane', MiddleInitial=NULL WHERE UnitKey=2 AND "
       "TenantID IN (61,62)");
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
-  (void)desk.Select("489");
+  (void)desk.Select("rid:489");
   CredentialChange change;
   change.tenant = "doe jane";
   try {

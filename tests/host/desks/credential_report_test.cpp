@@ -119,8 +119,13 @@ TEST_F(CredentialReports, FailWithAValueThatBreaksTheStatement) {
   EXPECT_EQ(ran.ending, Ending::kFailed);
   EXPECT_FALSE(ran.failures.empty());
   EXPECT_THAT(quote.statement(), HasSubstr("'"));
-  CredentialReport number(session(), kUnit, {"Card Number = 1; DROP TABLE Tenants"});
-  const Outcome two = number.Run();
+  EXPECT_EQ(FieldAtFault([this] {
+              const CredentialReport number(session(), kUnit,
+                                            {"Card Number = 1; DROP TABLE Tenants"});
+            }),
+            report_input::kCondition);
+  CredentialReport second(session(), kUnit, {"Tenant Name = x'; DROP TABLE Tenants; '"});
+  const Outcome two = second.Run();
   EXPECT_EQ(two.ending, Ending::kFailed);
   ASSERT_FALSE(two.failures.empty());
   EXPECT_THAT(two.failures[0], HasSubstr("only one statement is allowed"));

@@ -103,7 +103,6 @@ TEST_F(DirCodeDesks, AnAddedCodeIsShownAndTellsItsRow) {
   EXPECT_EQ(added.code.rid, added.rid);
   EXPECT_EQ(added.code.entry, "0250");
   EXPECT_EQ(added.number, "250");
-  EXPECT_FALSE(added.asNumber);
   EXPECT_EQ(Stored("PHONENUMBER", "250"), "555-0199");
   EXPECT_EQ(Stored("MODIFIED", "250"), "1");
   ASSERT_THAT(Steps(), SizeIs(1));
@@ -111,26 +110,26 @@ TEST_F(DirCodeDesks, AnAddedCodeIsShownAndTellsItsRow) {
   EXPECT_EQ(Steps()[0].subjectRid, added.rid);
 }
 
-TEST_F(DirCodeDesks, ATextIsTakenForTheNumberThatItBeginsWith) {
-  // The save looks the text up first, and that fails: it is no failure of the save.
-  const AddedDirCode added = Add("25a", WithPhone("1"));
-  EXPECT_TRUE(added.done());
-  EXPECT_EQ(std::to_string(added.rid), Stored("RID", "25"));
-  EXPECT_TRUE(added.asNumber);
-  EXPECT_EQ(added.number, "25");
-  EXPECT_EQ(added.code.entry, "0025");
+TEST_F(DirCodeDesks, ATextThatWouldBeStoredAsAnotherNumberIsAFault) {
+  for (const char* code : {"25a", "abc", "1.5", "9e9", "1e-5", "1,2", "&H1", "$1"}) {
+    EXPECT_EQ(FieldAtFault([&] { (void)Add(code, WithPhone("1")); }), field::kCode) << code;
+  }
+  for (const char* code : {"1.5", "9e9", "1e-5"}) {
+    EXPECT_EQ(FieldAtFault([&] { (void)Renumber("101", code); }), field::kCode) << code;
+  }
+  EXPECT_EQ(CodeCount(), 6U);
+  EXPECT_EQ(Stored("RID", "101"), "11");
 }
 
 TEST_F(DirCodeDesks, ACodeThatCannotBeStoredIsAFailureAndLeavesNoStep) {
   Run("CREATE TRIGGER Refuse BEFORE INSERT ON DirectoryCode BEGIN SELECT RAISE(ABORT, 'no room'); "
       "END");
-  for (const char* code : {"250", "25a"}) {
+  for (const char* code : {"250", " 25 "}) {
     const AddedDirCode added = Add(code, WithPhone("1"));
     EXPECT_EQ(added.ending, Ending::kFailed) << code;
     EXPECT_EQ(added.rid, 0) << code;
     EXPECT_FALSE(added.isStored()) << code;
     EXPECT_EQ(added.code.entry, "") << code;
-    EXPECT_FALSE(added.asNumber) << code;
     ASSERT_THAT(added.failures, SizeIs(1)) << code;
     EXPECT_THAT(added.failures[0], HasSubstr("no room")) << code;
     EXPECT_THAT(Steps(), IsEmpty()) << code;

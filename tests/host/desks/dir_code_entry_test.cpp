@@ -183,7 +183,7 @@ TEST_F(DirCodeEntries, NoTextBecomesAPartOfAStatement) {
     (void)desk.Select("101");
     EXPECT_NE(FieldAtFault([&] { (void)EnterDirCodeChange(desk, entry); }), "");
   }
-  EXPECT_NE(Add("1 OR", WithPhone("1")).ending, Ending::kFailed);
+  EXPECT_EQ(FieldOf(WithPhone("1"), "1 OR"), field::kCode);
   DirCodeDesk desk(session(), kUnit);
   (void)desk.Select("101");
   EXPECT_EQ(FieldAtFault([&] { desk.TypeCode("1,MODIFIED=3"); }), field::kCode);

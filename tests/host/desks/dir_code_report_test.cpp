@@ -103,7 +103,7 @@ TEST_F(DirCodeReports, TakeAFieldByYesAndNo) {
 TEST_F(DirCodeReports, KeepTheirStatementWhichTheStoreRuns) {
   DirCodeReport report(session(), kUnit);
   EXPECT_EQ(report.statement(), "");
-  EXPECT_THAT(report.Narrow({"Display Name begins with Apartment 10"}), IsEmpty());
+  report.Narrow({"Display Name begins with Apartment 10"});
   EXPECT_TRUE(report.Compose().done());
   EXPECT_THAT(report.statement(),
               AllOf(StartsWith("SELECT DirectoryCode.DirectoryCode, DirectoryCode.PhoneNumber, "),
@@ -117,15 +117,6 @@ TEST_F(DirCodeReports, MayHaveNoRows) {
   EXPECT_EQ(none.columns.size(), 17U);
 }
 
-TEST_F(DirCodeReports, ARangeOfNumbersThatDoesNotNarrowIsNoted) {
-  DirCodeReport report(session(), kUnit);
-  EXPECT_THAT(report.Narrow({"Directory Code between 101 AND 103"}),
-              ElementsAre(HasSubstr("say 'Directory Code >= 101' and 'Directory Code <= 103'")));
-  EXPECT_TRUE(report.Compose().done());
-  EXPECT_TRUE(report.Run().done());
-  EXPECT_EQ(report.Visible().rows.size(), 6U);
-}
-
 TEST_F(DirCodeReports, TakeFiveConditions) {
   std::vector<std::string> conditions;
   for (int number = 1; number <= 5; ++number) {
@@ -135,7 +126,7 @@ TEST_F(DirCodeReports, TakeFiveConditions) {
   conditions.emplace_back("Directory Code <> 106");
   DirCodeReport report(session(), kUnit);
   try {
-    (void)report.Narrow(conditions);
+    report.Narrow(conditions);
     ADD_FAILURE() << "six were taken";
   } catch (const InputFault& fault) {
     EXPECT_EQ(fault.field(), report_input::kCondition);
@@ -150,13 +141,18 @@ TEST_F(DirCodeReports, NameAConditionThatIsNone) {
            {"Tenant = Abel", "CF Time Delay, Show Display Name, Show Directory Code"},
            {"Display Name > 5", "begins with"},
            {"Directory End Date like 2026", "between, not between"},
+           {"Directory Code between 101 AND 103", "for a range give two conditions"},
+           {"Phone No. Delay not between 1 AND 3", "for a range give two conditions"},
+           {"Directory Code =", "ends without a value"},
+           {"Phone No. Delay >", "ends without a value"},
+           {"Directory Code = 101a", "takes a number, and '101a' is none"},
            {"Do Not Disturb = maybe", "neither yes nor no"},
            {"Directory Start Date = soon", "is no date"},
            {"Directory Start Date = 1500-01-01", "outside the years"},
            {"Display Name = a\nb", "cannot be typed into a box"}}) {
     DirCodeReport report(session(), kUnit);
     try {
-      (void)report.Narrow({condition});
+      report.Narrow({condition});
       ADD_FAILURE() << condition;
     } catch (const InputFault& fault) {
       EXPECT_EQ(fault.field(), report_input::kCondition) << condition;
@@ -170,7 +166,7 @@ TEST_F(DirCodeReports, FailWithAValueThatBreaksTheStatement) {
   for (const char* condition :
        {"Display Name contains O'Brien", "Display Name = '; DELETE FROM Tenants"}) {
     DirCodeReport report(session(), kUnit);
-    EXPECT_THAT(report.Narrow({condition}), IsEmpty());
+    report.Narrow({condition});
     EXPECT_TRUE(report.Compose().done()) << condition;
     const Outcome ran = report.Run();
     EXPECT_EQ(ran.ending, Ending::kFailed) << condition;
