@@ -18,7 +18,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 constexpr int kRoomy = 40;
 
@@ -103,12 +102,12 @@ class MessageBoxes : public testing::Test {
 
 TEST_F(MessageBoxes, ANoticeBehindTheFirstWriteIsShownWhenOthersMayWrite) {
   Told meanwhile;
-  anna_->onBox_ = [&](std::string_view) { meanwhile = RunAt(EditPhone("102", "555-1"), *bert_); };
+  anna_->onBox = [&](std::string_view) { meanwhile = RunAt(EditPhone("102", "555-1"), *bert_); };
   // The unit is full: the controller says so when it has taken the card from its holder.
   const Told told = RunAt(AssignCard("101", "Berg Bea"), *anna_);
   EXPECT_EQ(told.ending, Ending::kRefused) << TextOf(told);
-  EXPECT_THAT(anna_->shown_, ElementsAre("You cannot enter more than 7 combined codes."));
-  EXPECT_EQ(told.messages, anna_->shown_);
+  EXPECT_THAT(anna_->shown, ElementsAre("You cannot enter more than 7 combined codes."));
+  EXPECT_EQ(told.messages, anna_->shown);
   EXPECT_TRUE(meanwhile.done()) << TextOf(meanwhile);
   EXPECT_EQ(bert_->database().Number("SELECT CREDENTIALID1 FROM Tenants WHERE RID=1"), 1);
   EXPECT_EQ(bert_->database().Number("SELECT count(*) FROM ProgramSteps WHERE "
@@ -118,9 +117,9 @@ TEST_F(MessageBoxes, ANoticeBehindTheFirstWriteIsShownWhenOthersMayWrite) {
 
 TEST_F(MessageBoxes, AQuestionIsAskedWhenOthersMayWrite) {
   Told meanwhile;
-  anna_->onBox_ = [&](std::string_view) { meanwhile = RunAt(EditPhone("102", "555-1"), *bert_); };
+  anna_->onBox = [&](std::string_view) { meanwhile = RunAt(EditPhone("102", "555-1"), *bert_); };
   const Told told = RunAt(DeleteCard("101"), *anna_);
-  EXPECT_EQ(anna_->shown_.size(), 1U);
+  EXPECT_EQ(anna_->shown.size(), 1U);
   EXPECT_TRUE(meanwhile.done()) << TextOf(meanwhile);
   // What was asked about has not changed: the answer still holds.
   EXPECT_TRUE(told.done()) << TextOf(told);
@@ -128,18 +127,18 @@ TEST_F(MessageBoxes, AQuestionIsAskedWhenOthersMayWrite) {
 }
 
 TEST_F(MessageBoxes, WhatWasAskedAboutMayChangeWhileTheQuestionIsOpen) {
-  anna_->onBox_ = [&](std::string_view) {
+  anna_->onBox = [&](std::string_view) {
     EXPECT_TRUE(RunAt(AssignCard("101", std::nullopt), *bert_).done());
   };
   const Told told = RunAt(DeleteCard("101"), *anna_);
   EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
-  EXPECT_EQ(anna_->shown_.size(), 1U);
+  EXPECT_EQ(anna_->shown.size(), 1U);
   EXPECT_THAT(told.changedBy, ElementsAre(HasSubstr("bert")));
   EXPECT_EQ(bert_->database().Number("SELECT count(*) FROM CredentialBank"), 4);
 }
 
 TEST_F(MessageBoxes, AnswerNoChangesNothing) {
-  anna_->yes_ = false;
+  anna_->yes = false;
   const std::vector<std::string> before = ContentOf(bert_->database());
   EXPECT_FALSE(RunAt(DeleteCard("101"), *anna_).done());
   EXPECT_FALSE(RunAt(DeleteCode("101"), *anna_).done());

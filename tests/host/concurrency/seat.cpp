@@ -24,27 +24,27 @@ struct Seat::Trace {
   }
 };
 
-Seat::Seat(const std::filesystem::path& file, std::string who, bool traced) : who_(std::move(who)) {
+Seat::Seat(const std::filesystem::path& file, const std::string& who, bool traced) {
   std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite);
   store_ = store.get();
   database_ = &sqlite::DatabaseOf(*store);
   Surroundings surroundings;
   surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
-  surroundings.author = {who_, "desk of " + who_, {}};
+  surroundings.author = {who, "desk of " + who, {}};
   surroundings.patience = {std::chrono::milliseconds(0), {}};
   surroundings.messageBox = [this](std::string_view text, qorcred::MessageStyle style,
                                    std::string_view) {
-    shown_.emplace_back(text);
-    if (onBox_) {
-      onBox_(text);
+    shown.emplace_back(text);
+    if (onBox) {
+      onBox(text);
     }
     if (style != qorcred::MessageStyle::kQuestion) {
       return qorcred::MessageButton::kOk;
     }
-    return yes_ ? qorcred::MessageButton::kYes : qorcred::MessageButton::kNo;
+    return yes ? qorcred::MessageButton::kYes : qorcred::MessageButton::kNo;
   };
   if (traced) {
-    surroundings.transcript = [this](std::string_view line) { calls_.emplace_back(line); };
+    surroundings.transcript = [this](std::string_view line) { calls.emplace_back(line); };
   }
   session_ = std::make_unique<DeskSession>(std::move(store), std::move(surroundings));
 }

@@ -17,7 +17,7 @@ namespace qorhost::test {
 /// and waits for nobody unless the test says otherwise.
 class Seat {
  public:
-  Seat(const std::filesystem::path& file, std::string who, bool traced = false);
+  Seat(const std::filesystem::path& file, const std::string& who, bool traced = false);
   ~Seat();
   Seat(const Seat&) = delete;
   Seat& operator=(const Seat&) = delete;
@@ -25,22 +25,18 @@ class Seat {
   [[nodiscard]] DeskSession& session() { return *session_; }
   [[nodiscard]] sqlite::Database& database() { return *database_; }
   void SetPatience(Patience patience) { store_->SetPatience(std::move(patience)); }
-  [[nodiscard]] const std::string& who() const { return who_; }
 
   /// From now on calls `step` before every statement of this seat, with its place from 0.
   void BeforeStatements(std::function<void(int nth)> step);
-  /// How many statements there were since.
-  [[nodiscard]] int statements() const { return statements_; }
 
-  std::vector<std::string> shown_;               // messages, in their order
-  std::vector<std::string> calls_;               // the transcript, when it is traced
-  std::function<void(std::string_view)> onBox_;  // called when a message is shown
-  bool yes_ = true;
+  std::vector<std::string> shown;               // messages, in their order
+  std::vector<std::string> calls;               // the transcript, when it is traced
+  std::function<void(std::string_view)> onBox;  // called when a message is shown
+  bool yes = true;
 
  private:
   struct Trace;
 
-  std::string who_;
   Store* store_ = nullptr;  // of the session
   sqlite::Database* database_ = nullptr;
   std::unique_ptr<DeskSession> session_;

@@ -50,6 +50,26 @@ std::vector<std::string> Column(sqlite::Database& database, std::string_view sql
   return cells;
 }
 
+/// A SELECT for each table; all stores have the same.
+std::vector<std::string> SelectsOfContent(sqlite::Database& database) {
+  std::vector<std::string> selects;
+  for (const std::string& table :
+       Column(database,
+              "SELECT name FROM sqlite_schema WHERE type='table' AND (name NOT LIKE "
+              "'sqlite!_%' ESCAPE '!' OR name = 'sqlite_sequence') AND name <> "
+              "'AuditRows' ORDER BY name")) {
+    std::string cells;
+    for (const std::string& column :
+         Column(database, fmt::format("SELECT name FROM pragma_table_info('{}') WHERE lower(name) "
+                                      "NOT IN ('lastmodifieddate', 'queuedat', 'mark')",
+                                      table))) {
+      cells += fmt::format("|| ' {0}=' || quote({0})", column);
+    }
+    selects.push_back(fmt::format("SELECT '{0}' {1} FROM {0} ORDER BY 1", table, cells));
+  }
+  return selects;
+}
+
 /// What a SELECT of texts finds is wrong.
 struct Wrong {
   std::string_view what;
@@ -114,21 +134,10 @@ void MakeBuilding(const std::filesystem::path& file, int capacity) {
 }
 
 std::vector<std::string> ContentOf(sqlite::Database& database) {
+  static const std::vector<std::string> kSelects = SelectsOfContent(database);
   std::vector<std::string> lines;
-  for (const std::string& table :
-       Column(database,
-              "SELECT name FROM sqlite_schema WHERE type='table' AND (name NOT LIKE "
-              "'sqlite!_%' ESCAPE '!' OR name = 'sqlite_sequence') AND name <> "
-              "'AuditRows' ORDER BY name")) {
-    std::string cells;
-    for (const std::string& column :
-         Column(database, fmt::format("SELECT name FROM pragma_table_info('{}') WHERE lower(name) "
-                                      "NOT IN ('lastmodifieddate', 'queuedat', 'mark')",
-                                      table))) {
-      cells += fmt::format("|| ' {0}=' || quote({0})", column);
-    }
-    for (std::string& line :
-         Column(database, fmt::format("SELECT '{0}' {1} FROM {0} ORDER BY 1", table, cells))) {
+  for (const std::string& select : kSelects) {
+    for (std::string& line : Column(database, select)) {
       lines.push_back(std::move(line));
     }
   }
