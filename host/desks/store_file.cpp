@@ -54,6 +54,7 @@ class FreshStore {
     if (demo) {
       CreateDemoData(*store->StartSession(SystemClock()));
     }
+    store->GatherInFile();
   }
 
   void RemoveSideFiles() {

@@ -29,6 +29,9 @@ class Store {
   [[nodiscard]] virtual std::unique_ptr<SqlSession> StartSession(Clock clock) = 0;
   /// How long writers wait for others from now on.
   virtual void SetPatience(Patience patience) = 0;
+  /// Puts all that it holds into its own file, so that this may be moved alone. Raises StoreError
+  /// when it cannot.
+  virtual void GatherInFile() = 0;
   /// How the store is called in messages.
   [[nodiscard]] virtual const std::string& name() const noexcept = 0;
   [[nodiscard]] virtual bool readOnly() const noexcept = 0;

@@ -1,8 +1,11 @@
 #include "host/store/sqlite/store.h"
 
+#include <fmt/format.h>
+
 #include <utility>
 
 #include "host/store/sqlite/session.h"
+#include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
 
@@ -14,6 +17,16 @@ std::unique_ptr<SqlSession> Store::StartSession(Clock clock) {
 
 void Store::SetPatience(Patience patience) {
   database_.SetPatience(std::move(patience));
+}
+
+void Store::GatherInFile() {
+  // Closing would do the same, but keep it to itself when that fails.
+  Statement checkpoint(database_, "PRAGMA wal_checkpoint(TRUNCATE)");
+  if (!checkpoint.Step() || checkpoint.Number(0) != 0) {
+    throw StoreError(fmt::format("The store '{}' is in use: {}", name(),
+                                 AdviceFor(StoreFault::kBusy)),
+                     StoreFault::kBusy);
+  }
 }
 
 const std::string& Store::name() const noexcept {

@@ -16,6 +16,7 @@ class Store final : public qorhost::Store {
 
   [[nodiscard]] std::unique_ptr<SqlSession> StartSession(Clock clock) override;
   void SetPatience(Patience patience) override;
+  void GatherInFile() override;
   [[nodiscard]] const std::string& name() const noexcept override;
   [[nodiscard]] bool readOnly() const noexcept override;
   [[nodiscard]] int busyStatements() const noexcept override;

@@ -159,7 +159,7 @@ TEST_F(Exchange, AFileOfAnOlderVersionIsTakenAndSaidToBeSo) {
   text.erase(text.rfind("end "));
   const Outcome outcome = Do({"sync", "--from", "-"}, text);
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.out, "0 inserted, 0 updated, 0 deleted, 6 unchanged.\n");
+  EXPECT_EQ(outcome.out, "0 inserted, 0 updated, 0 deleted, 6 unchanged in unit 2, Linden Park.\n");
   EXPECT_THAT(outcome.err, HasSubstr("standard input has no end line"));
   EXPECT_EQ(Sync(Exported()).err, "");
 }
