@@ -46,7 +46,7 @@ template <typename Report>
 void Print(const Report& report, std::string_view format, std::string_view title,
            Console& console) {
   if (format == "csv") {
-    PrintCsv(console.out, report.Complete());
+    PrintRaw(console, [&report](std::ostream& out) { PrintCsv(out, report.Complete()); });
   } else if (format == "json") {
     PrintJson(console.out, report.Complete());
   } else {
@@ -62,7 +62,7 @@ ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& o
   const UnitName unit = session.UnitToChange();
   CredentialReport report(session.desks(), unit.key, {});
   const DeletedCredentials deleted = report.Delete(rids);
-  const ExitStatus status = Tell(deleted, "unit", console);
+  const ExitStatus status = TellChange(deleted, "unit", console);
   if (deleted.done() && global.json) {
     PrintJsonObject(console.out, {{"unit", unit.key}, {"deleted", deleted.rows}});
   } else if (deleted.done()) {
@@ -86,7 +86,7 @@ ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& op
   if (format == "sql" || !composed.done()) {
     const ExitStatus status = TellWithHint(composed, options, kCodeHint, console);
     if (status == ExitStatus::kDone) {
-      console.out << report.statement() << '\n';
+      console.out << Displayable(report.statement()) << '\n';
     }
     return status;
   }
@@ -111,7 +111,7 @@ ExitStatus RunCredentialReport(const GlobalOptions& global, const ReportOptions&
   const Outcome ran = report.Run();
   if (format == "sql") {
     // Composed also when the store refused to run it: this is where to look for the reason.
-    console.out << report.statement() << '\n';
+    console.out << Displayable(report.statement()) << '\n';
   }
   const ExitStatus status = TellWithHint(ran, options, kCredentialHint, console);
   if (status == ExitStatus::kDone && format != "sql") {

@@ -49,6 +49,7 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
       CreateStore(global.file, options.demo);
       break;
   }
+  console.stored = true;
   const std::string name = Displayable(global.file.string());
   console.out << (options.demo
                       ? fmt::format("Created {} with the demo building. Try 'qorhost units'.\n",
@@ -90,7 +91,9 @@ ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Consol
   if (statement.reads()) {
     PrintRows(console.out, statement.Read(session.desks()), global.json);
   } else {
-    PrintChange(console.out, statement.Change(session.desks()), global.json);
+    const ChangedRows changed = statement.Change(session.desks());
+    console.stored = true;
+    PrintChange(console.out, changed, global.json);
   }
   return ExitStatus::kDone;
 }

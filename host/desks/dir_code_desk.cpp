@@ -12,6 +12,7 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/typed_input.h"
+#include "host/desks/unit_settings.h"
 #include "host/unit/unit_code.h"
 
 namespace qorhost {
@@ -92,6 +93,7 @@ void DirCodeDesk::Open() {
     }
   });
   shown_.Take();
+  RequireSettings(session_, unitKey_);
   const OperationRecord opening(session_);
   controller_->pbRetrieveSchedules(session_.connection(), unitKey_);
   controller_->pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
