@@ -237,7 +237,7 @@ TEST_F(CommandLine, ACommandThatChangesNeedsAUnitWhenThereAreSeveral) {
       {"dircodes", "sync", "--from", "-"},
       {"dircodes", "sync", "--from", "-", "--dry-run"},
       {"dircodes", "import", QORHOST_SAMPLES "/dircodes.csv"},
-      {"report", "credentials", "--delete", "1"}};
+      {"report", "credentials", "--delete", "rid:1"}};
   for (const auto& words : commands) {
     const Outcome outcome = Run(words);
     EXPECT_EQ(outcome.status, 2) << words[0] << ' ' << words[1];
@@ -362,6 +362,10 @@ TEST_F(CommandLine, NothingThatIsStoredSteersATerminal) {
       }
     }
   }
+  outputIsTerminal_ = false;
+  EXPECT_THAT(Run({"--unit", "2", "report", "dircodes", "--format", "csv"}).out,
+              HasSubstr(steering))
+      << "a program reads what is stored";
   const nlohmann::json rows =
       Rows({"sql", "SELECT DISPLAYNAME FROM DirectoryCode WHERE UNITKEY=2 AND DIRECTORYCODE=101"});
   EXPECT_EQ(rows[0]["DISPLAYNAME"], steering) << "what is escaped is read back whole";
