@@ -34,7 +34,7 @@ enum class CellKind : std::uint8_t {
 [[nodiscard]] qorcred::Value ReadCell(const Statement& statement, int column, CellKind kind);
 
 /// A result may not become larger.
-inline constexpr std::size_t kMostRows = 500'000;
+inline constexpr std::size_t kMostRows = 1'000'000;
 inline constexpr std::size_t kMostBytes = std::size_t{256} << 20U;
 
 /// Raises StoreError for a result that has become too large, with a word how to narrow it.

@@ -419,10 +419,11 @@ TEST_F(CommandLine, AStatementWithoutEndIsStoppedAndChangesNothing) {
 TEST_F(CommandLine, AResultThatIsTooLargeIsRefusedWithAWordHowToNarrowIt) {
   InitDemo();
   const Outcome outcome =
-      Run({"sql", "SELECT a.RID FROM CredentialBank AS a, CredentialBank AS b"});
+      Run({"sql", "SELECT a.RID FROM CredentialBank AS a, CredentialBank AS b, Units AS c"});
   EXPECT_EQ(outcome.status, 3);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_THAT(outcome.err, HasSubstr("The result has more than 500000 rows: narrow it with WHERE"));
+  EXPECT_THAT(outcome.err,
+              HasSubstr("The result has more than 1000000 rows: narrow it with WHERE"));
   EXPECT_THAT(outcome.err, HasSubstr("Top n"));
 }
 
