@@ -17,4 +17,12 @@ namespace qorcred {
          (codePoint >= kFirstOfSecondSet && codePoint <= kLastOfSecondSet);
 }
 
+/// Those and the others that a terminal does not show but obeys: line and paragraph separators, and
+/// what turns the reading direction.
+[[nodiscard]] constexpr bool SteersDisplay(char32_t codePoint) noexcept {
+  return IsControl(codePoint) || codePoint == 0x061C || codePoint == 0x200E ||
+         codePoint == 0x200F || (codePoint >= 0x2028 && codePoint <= 0x202E) ||
+         (codePoint >= 0x2066 && codePoint <= 0x2069);
+}
+
 }  // namespace qorcred

@@ -212,13 +212,29 @@ ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
   return RunChosen(choice, console);
 }
 
+/// The status of a run whose output may not have been written. A reader who has gone has read
+/// enough.
+ExitStatus Written(ExitStatus status, Console& console) {
+  console.out.flush();
+  if (console.out.good()) {
+    return status;
+  }
+  const bool gone = console.environment.readerIsGone && console.environment.readerIsGone();
+  if (console.stored) {
+    console.err << "qorhost: the output could not be written; the change is stored\n";
+  } else if (!gone) {
+    console.err << "qorhost: the output could not be written\n";
+  }
+  return gone ? status : ExitStatus::kFailure;
+}
+
 }  // namespace
 
 int RunCommandLine(const std::vector<std::string>& args, std::istream& in, std::ostream& out,
                    std::ostream& err, const Environment& environment) {
   Console console{in, out, err, environment};
   try {
-    return static_cast<int>(ParseAndRun(args, console));
+    return static_cast<int>(Written(ParseAndRun(args, console), console));
   } catch (const std::exception& error) {
     return static_cast<int>(Fail(err, error.what(), ExitStatus::kFailure));
   } catch (...) {

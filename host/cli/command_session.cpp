@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <sstream>
 #include <utility>
 
 #include "host/cli/display_text.h"
@@ -65,7 +66,9 @@ Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, Messa
   surroundings.author = console.environment.author;
   surroundings.patience = PatienceOf(global, console);
   if (global.trace) {
-    surroundings.transcript = [&err = console.err](std::string_view line) { err << line << '\n'; };
+    surroundings.transcript = [&err = console.err](std::string_view line) {
+      err << Displayable(line) << '\n';
+    };
   }
   return surroundings;
 }
@@ -152,6 +155,16 @@ UnitName CommandSession::UnitToChange() {
 std::string InUnit(const UnitName& unit) {
   return unit.name.empty() ? fmt::format("in unit {}", unit.key)
                            : fmt::format("in unit {}, {}", unit.key, Displayable(unit.name));
+}
+
+void PrintRaw(Console& console, const std::function<void(std::ostream&)>& print) {
+  if (!console.environment.outputIsTerminal) {
+    print(console.out);
+    return;
+  }
+  std::ostringstream text;
+  print(text);
+  console.out << DisplayableLines(text.str());
 }
 
 void PrintTitle(Console& console, const UnitName& unit) {

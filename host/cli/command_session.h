@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -69,6 +70,9 @@ class CommandSession {
 [[nodiscard]] std::string InUnit(const UnitName& unit);
 /// "Unit 2, Linden Park" above what is printed of it.
 void PrintTitle(Console& console, const UnitName& unit);
+
+/// What programs read, byte by byte; on a terminal nothing in it can steer that.
+void PrintRaw(Console& console, const std::function<void(std::ostream&)>& print);
 
 /// What a session on the console is handed; `messageBox` shows messages.
 [[nodiscard]] Surroundings SurroundingsOf(const GlobalOptions& global, Console& console,

@@ -1,6 +1,8 @@
 // What a command talks to: streams, terminal or not, clock, exit status.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <istream>
 #include <optional>
 #include <ostream>
@@ -27,7 +29,10 @@ struct Environment {
   bool errorIsTerminal = false;
   bool colours = false;
   Clock clock = SystemClock();
-  Author author;                    ///< who runs it, for the audit
+  Author author;             ///< who runs it, for the audit
+  std::size_t columns = 80;  ///< of the terminal
+  std::function<bool()>
+      readerIsGone;  ///< whether nobody reads the output any more; none: somebody does
   std::optional<std::string> unit;  ///< QORHOST_UNIT: the unit's key where --unit is not given
 };
 
@@ -37,6 +42,7 @@ struct Console {
   std::ostream& out;
   std::ostream& err;
   const Environment& environment;
+  bool stored = false;  ///< a command has changed something that stays, whatever is printed of it
 };
 
 /// Stands for standard input or output where a file is named.

@@ -104,7 +104,7 @@ ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOpti
                       withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
   EnterCredentials(desk, options.entry);
   const IssuedCredentials issued = desk.SaveNew(BarOn(console, global.trace));
-  const ExitStatus status = Tell(issued, "unit", console);
+  const ExitStatus status = TellChange(issued, "unit", console);
   if (issued.done() && global.json) {
     PrintIssuedAsJson(issued, unit, withTenants, console);
   } else if (issued.done()) {
@@ -129,7 +129,7 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
   }
   const ChangedCredential changed = desk.SaveEdited();
   const ShownCredential& now = changed.credential;
-  const ExitStatus status = Tell(changed, "credential", console);
+  const ExitStatus status = TellChange(changed, "credential", console);
   if (changed.ending == Ending::kRefused) {
     console.err << fmt::format("qorhost: {} is {} now.\n", NameOf(now), AssignmentText(now));
   } else if (changed.done()) {
@@ -149,7 +149,7 @@ ExitStatus RunCredentialRenumber(const GlobalOptions& global,
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential before = desk.Select(options.credential);
   const ChangedCredential renumbered = desk.Renumber(number);
-  const ExitStatus status = Tell(renumbered, "credential", console);
+  const ExitStatus status = TellChange(renumbered, "credential", console);
   if (renumbered.done()) {
     console.out << fmt::format("{} is {} now, {}.\n", Displayable(before.entry),
                                NameOf(renumbered.credential), InUnit(unit));
@@ -164,7 +164,7 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& c
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential chosen = desk.Select(credential);
   const Outcome deleted = desk.Delete(chosen.rid);
-  const ExitStatus status = Tell(deleted, "credential", console);
+  const ExitStatus status = TellChange(deleted, "credential", console);
   if (deleted.done()) {
     console.out << fmt::format("Deleted {} {}.\n", NameOf(chosen), InUnit(unit));
   } else {

@@ -93,7 +93,7 @@ ExitStatus RunDirCodeAdd(const GlobalOptions& global, const DirCodeAddOptions& o
   EnterNewCode(desk, options.code, options.entry);
 
   const AddedDirCode added = desk.AddCode();
-  const ExitStatus status = Tell(added, "directory code", console);
+  const ExitStatus status = TellChange(added, "directory code", console);
   if (added.isStored()) {
     PrintAdded(added, unit, global.json, console);
   } else if (added.ending == Ending::kFailed) {
@@ -114,7 +114,7 @@ ExitStatus RunDirCodeEdit(const GlobalOptions& global, const DirCodeEditOptions&
   const std::vector<std::string> cleared = EnterDirCodeChange(desk, options.entry);
 
   const Outcome saved = desk.SaveEdited();
-  const ExitStatus status = Tell(saved, "directory code", console);
+  const ExitStatus status = TellChange(saved, "directory code", console);
   if (saved.done()) {
     console.out << fmt::format("Changed directory code {} {}.\n", NameOf(code), InUnit(unit));
     if (!cleared.empty()) {
@@ -134,7 +134,7 @@ ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumber
   desk.TypeCode(options.number);
 
   const Outcome renumbered = desk.Renumber(options.number);
-  const ExitStatus status = Tell(renumbered, "directory code", console);
+  const ExitStatus status = TellChange(renumbered, "directory code", console);
   if (renumbered.done()) {
     console.out << fmt::format("Directory code {} is {} now, {}.\n", NameOf(before),
                                Displayable(desk.Shown().entry), InUnit(unit));
@@ -151,7 +151,7 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const std::string& choi
   const std::vector<std::string> tenants = TenantsShown(desk);
 
   const Outcome deleted = desk.Delete(code.rid);
-  const ExitStatus status = Tell(deleted, "directory code", console);
+  const ExitStatus status = TellChange(deleted, "directory code", console);
   if (deleted.done()) {
     console.out << fmt::format("Deleted directory code {} {}.\n", NameOf(code), InUnit(unit));
     if (!tenants.empty()) {

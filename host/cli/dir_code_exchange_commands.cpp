@@ -169,7 +169,7 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
     RequireConsent(*report.wholesale, session);
     report = merge.Apply(BarOn(console, global.trace), true);
   }
-  const ExitStatus status = Tell(report, "unit", console);
+  const ExitStatus status = TellChange(report, "unit", console);
   if (report.done()) {
     PrintDone(report, unit, global.json, console);
     ReportKept(report.kept, console);
@@ -184,10 +184,11 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
   const auto [unit, obstacles] = ExportUnit(session.desks(), chosen.key, options.firmware);
   ReportObstacles(obstacles, options.skip, console);
   if (options.to == kStandardStream) {
-    WriteUnitFile(console.out, unit);
+    PrintRaw(console, [&file = unit](std::ostream& out) { WriteUnitFile(out, file); });
     return ExitStatus::kDone;
   }
   WriteFile(unit, global, options);
+  console.stored = true;
   console.out << fmt::format("Wrote {} directory {} to {} ({}).\n", unit.codes.size(),
                              unit.codes.size() == 1 ? "code" : "codes", Displayable(options.to),
                              InUnit(chosen).substr(std::string_view("in ").size()));

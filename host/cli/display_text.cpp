@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <iterator>
 
 #include "frame/control_characters.h"
@@ -29,14 +30,6 @@ Character NextCharacter(std::string_view text) {
   return {code, text.substr(0, static_cast<std::size_t>(length))};
 }
 
-// Characters that move the cursor, start escape sequences or turn the reading direction.
-bool SteersTerminal(utf8proc_int32_t code) {
-  const utf8proc_category_t category = utf8proc_category(code);
-  return qorcred::IsControl(static_cast<char32_t>(code)) || category == UTF8PROC_CATEGORY_ZL ||
-         category == UTF8PROC_CATEGORY_ZP || (code >= 0x202A && code <= 0x202E) ||
-         (code >= 0x2066 && code <= 0x2069) || code == 0x200E || code == 0x200F || code == 0x061C;
-}
-
 }  // namespace
 
 std::string Displayable(std::string_view text) {
@@ -51,13 +44,26 @@ std::string Displayable(std::string_view text) {
       shown += "\\n";
     } else if (character.code == '\t') {
       shown += "\\t";
-    } else if (!SteersTerminal(character.code)) {
+    } else if (!qorcred::SteersDisplay(static_cast<char32_t>(character.code))) {
       shown += character.bytes;
     } else if (character.code <= 0xFF) {
       fmt::format_to(std::back_inserter(shown), "\\x{:02X}", character.code);
     } else {
       fmt::format_to(std::back_inserter(shown), "\\u{:04X}", character.code);
     }
+  }
+  return shown;
+}
+
+std::string DisplayableLines(std::string_view text) {
+  std::string shown;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    std::string_view line = text.substr(0, end);
+    line.remove_suffix(line.ends_with('\r') ? 1 : 0);
+    shown += Displayable(line);
+    shown += end < text.size() ? "\n" : "";
+    text.remove_prefix(std::min(end + 1, text.size()));
   }
   return shown;
 }

@@ -11,6 +11,9 @@ namespace qorhost {
 /// \x1B or \u202E, bytes that are not UTF-8 as U+FFFD.
 [[nodiscard]] std::string Displayable(std::string_view text);
 
+/// A text of many lines, each as Displayable() shows it, its ends of lines kept.
+[[nodiscard]] std::string DisplayableLines(std::string_view text);
+
 /// The columns that a displayable text takes on a terminal: wide characters two, combining marks
 /// none.
 [[nodiscard]] std::size_t DisplayWidth(std::string_view text);

@@ -8,6 +8,7 @@
 #include "host/cli/progress.h"
 #include "host/cli/table_printer.h"
 #include "host/files/input_file.h"
+#include "host/files/json_writer.h"
 
 namespace qorhost {
 
@@ -53,7 +54,7 @@ void PrintReportAsJson(const ImportReport& report, const UnitName& unit, Console
   }
   const nlohmann::ordered_json json{
       {"unit", unit.key}, {"done", report.done}, {"refused", report.refused}, {"lines", lines}};
-  console.out << json.dump(2) << '\n';
+  console.out << EscapedJson(json.dump(2)) << '\n';
 }
 
 void PrintReport(const ImportReport& report, const ImportCommand& command, const UnitName& unit,
@@ -77,6 +78,7 @@ ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,
   const UnitName unit = session.UnitToChange();
   const ImportReport report = command.import(
       session.desks(), unit.key, file, RulesOf(global, options), BarOn(console, global.trace));
+  console.stored = report.done > 0 && !report.dryRun;
   PrintRemarks(report, global.json, console);
   if (global.json) {
     PrintReportAsJson(report, unit, console);

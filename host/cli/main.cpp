@@ -1,5 +1,6 @@
 #include <poll.h>
 #include <pwd.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <array>
@@ -12,6 +13,7 @@
 
 #include "frame/date.h"
 #include "host/cli/command_line.h"
+#include "host/desks/whole_number.h"
 
 namespace {
 
@@ -39,6 +41,25 @@ qorhost::Author AuthorOfProcess() {
   return author;
 }
 
+/// Whether standard output is a pipe that nobody reads any more.
+bool ReaderIsGone() {
+  pollfd output{STDOUT_FILENO, 0, 0};
+  return poll(&output, 1, 0) > 0 && (output.revents & (POLLERR | POLLHUP)) != 0;
+}
+
+/// How wide the terminal is: as COLUMNS says, else as the terminal itself does.
+std::size_t ColumnsOfTerminal() {
+  constexpr std::size_t kUsual = 80;
+  if (const char* told = std::getenv("COLUMNS")) {
+    const auto columns = qorhost::WholeNumber(told);
+    if (columns && *columns > 0) {
+      return static_cast<std::size_t>(*columns);
+    }
+  }
+  winsize size{};
+  return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsual;
+}
+
 qorhost::Environment EnvironmentOfProcess() {
   qorhost::Environment environment;
   environment.inputIsTerminal = isatty(STDIN_FILENO) == 1;
@@ -46,16 +67,12 @@ qorhost::Environment EnvironmentOfProcess() {
   environment.errorIsTerminal = isatty(STDERR_FILENO) == 1;
   environment.colours = environment.outputIsTerminal && std::getenv("NO_COLOR") == nullptr;
   environment.author = AuthorOfProcess();
+  environment.columns = ColumnsOfTerminal();
+  environment.readerIsGone = ReaderIsGone;
   if (const char* unit = std::getenv("QORHOST_UNIT"); unit != nullptr && *unit != '\0') {
     environment.unit = unit;
   }
   return environment;
-}
-
-/// Whether standard output is a pipe that nobody reads any more.
-bool ReaderIsGone() {
-  pollfd output{STDOUT_FILENO, 0, 0};
-  return poll(&output, 1, 0) > 0 && (output.revents & (POLLERR | POLLHUP)) != 0;
 }
 
 }  // namespace
@@ -68,13 +85,7 @@ int main(int argc, char** argv) {
     std::signal(SIGXFSZ, SIG_IGN);
     std::ios::sync_with_stdio(false);
     const std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
-    const int status =
-        qorhost::RunCommandLine(args, std::cin, std::cout, std::cerr, EnvironmentOfProcess());
-    std::cout.flush();
-    if (std::cout.good() || ReaderIsGone()) {
-      return status;
-    }
-    std::cerr << "qorhost: the output could not be written\n";
+    return qorhost::RunCommandLine(args, std::cin, std::cout, std::cerr, EnvironmentOfProcess());
   } catch (...) {
     std::cerr << "qorhost: unexpected failure\n";
   }

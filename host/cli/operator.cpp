@@ -96,6 +96,11 @@ ExitStatus Tell(const Outcome& outcome, std::string_view what, Console& console)
   return StatusOf(outcome.ending);
 }
 
+ExitStatus TellChange(const Outcome& outcome, std::string_view what, Console& console) {
+  console.stored = console.stored || outcome.done();
+  return Tell(outcome, what, console);
+}
+
 ExitStatus StatusOf(Ending ending) {
   switch (ending) {
     case Ending::kDone:

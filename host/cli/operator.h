@@ -31,5 +31,7 @@ class Operator {
 /// The exit status of an operation on `what` ("credential"). Its failures are written to standard
 /// error, and who was faster where somebody was.
 ExitStatus Tell(const Outcome& outcome, std::string_view what, Console& console);
+/// The same of an operation that changes the store.
+ExitStatus TellChange(const Outcome& outcome, std::string_view what, Console& console);
 
 }  // namespace qorhost

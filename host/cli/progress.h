@@ -1,6 +1,7 @@
 // How far long work has come, on a terminal.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <ostream>
 
@@ -12,11 +13,11 @@ namespace qorhost {
 /// Work of fewer parts takes no noticeable time.
 inline constexpr std::int64_t kWorthABar = 1000;
 
-/// A bar on a terminal's last line, redrawn at every hundredth: `[#####-----]  50 %  500 of 1000`.
-/// Wiped when it ends.
+/// A bar on a terminal's last line, redrawn at every hundredth: `[#####-----]  50 %  500 of 1000`,
+/// with fewer marks where `columns` are few, and at last without any. Wiped when it ends.
 class ProgressBar {
  public:
-  ProgressBar(std::ostream& terminal, std::int64_t total);
+  ProgressBar(std::ostream& terminal, std::int64_t total, std::size_t columns);
   ~ProgressBar();
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
@@ -28,6 +29,7 @@ class ProgressBar {
 
   std::ostream& terminal_;
   std::int64_t total_;
+  std::size_t columns_;
   std::int64_t done_ = 0;
   std::int64_t drawn_ = -1;
 };

@@ -51,14 +51,14 @@ void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOpti
       "  qorhost report credentials --where \"Credential Type = transmitter\"\n"
       "  qorhost report credentials --where \"Card Number between 100 AND 199\" \\\n"
       "      --where \"Tenant Name contains ab\" --format json\n"
-      "  qorhost report credentials --delete 17,18,21\n"
+      "  qorhost report credentials --unit 2 --delete rid:17,18,21\n"
       "Fields: Credential Type, Card Number, Facility Code, Tenant Name.",
       [&](Console& console) { return RunCredentialReport(global, options, console); }, kWords);
   auto* where = DescribeOutput(*credentials, options);
   credentials
       ->add_option("--delete", options.toDelete,
                    "Delete these credentials, none of which a tenant may hold")
-      ->type_name("RID,RID...")
+      ->type_name("rid:RID,RID...")
       ->excludes(where)
       ->excludes("--format");
 }

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "frame/text.h"
 #include "host/cli/display_text.h"
 #include "host/cli/table_printer.h"
 #include "host/desks/credential_report.h"
@@ -46,7 +47,7 @@ template <typename Report>
 void Print(const Report& report, std::string_view format, std::string_view title,
            Console& console) {
   if (format == "csv") {
-    PrintCsv(console.out, report.Complete());
+    PrintRaw(console, [&report](std::ostream& out) { PrintCsv(out, report.Complete()); });
   } else if (format == "json") {
     PrintJson(console.out, report.Complete());
   } else {
@@ -55,14 +56,27 @@ void Print(const Report& report, std::string_view format, std::string_view title
   }
 }
 
+/// The rows behind "rid:". A bare number is the one on a credential, and nothing is asked here.
+GivenRids RowsToDelete(const std::string& given) {
+  constexpr std::string_view kPrefix = "rid:";
+  if (qorcred::CompareIgnoringCase(std::string_view(given).substr(0, kPrefix.size()), kPrefix) !=
+      0) {
+    throw UsageError(fmt::format(
+        "--delete '{}' must be rows of the report as in rid:17,18,21: a bare number is the number "
+        "on a credential",
+        given));
+  }
+  return GivenRids(given.substr(kPrefix.size()));
+}
+
 ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& options,
                              Console& console) {
-  const GivenRids rids(*options.toDelete);
+  const GivenRids rids = RowsToDelete(*options.toDelete);
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   CredentialReport report(session.desks(), unit.key, {});
   const DeletedCredentials deleted = report.Delete(rids);
-  const ExitStatus status = Tell(deleted, "unit", console);
+  const ExitStatus status = TellChange(deleted, "unit", console);
   if (deleted.done() && global.json) {
     PrintJsonObject(console.out, {{"unit", unit.key}, {"deleted", deleted.rows}});
   } else if (deleted.done()) {
@@ -86,7 +100,7 @@ ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& op
   if (format == "sql" || !composed.done()) {
     const ExitStatus status = TellWithHint(composed, options, kCodeHint, console);
     if (status == ExitStatus::kDone) {
-      console.out << report.statement() << '\n';
+      console.out << Displayable(report.statement()) << '\n';
     }
     return status;
   }
@@ -111,7 +125,7 @@ ExitStatus RunCredentialReport(const GlobalOptions& global, const ReportOptions&
   const Outcome ran = report.Run();
   if (format == "sql") {
     // Composed also when the store refused to run it: this is where to look for the reason.
-    console.out << report.statement() << '\n';
+    console.out << Displayable(report.statement()) << '\n';
   }
   const ExitStatus status = TellWithHint(ran, options, kCredentialHint, console);
   if (status == ExitStatus::kDone && format != "sql") {

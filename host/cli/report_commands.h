@@ -12,7 +12,7 @@ namespace qorhost {
 struct ReportOptions {
   std::vector<std::string> conditions;  ///< "FIELD OPERATOR VALUE [AND VALUE2]"
   std::optional<std::string> format;    ///< "table", "csv", "json" or "sql"
-  std::optional<std::string> toDelete;  ///< RIDs with commas between them
+  std::optional<std::string> toDelete;  ///< "rid:" and RIDs with commas between them
 };
 
 /// `report dircodes`.

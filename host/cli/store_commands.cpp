@@ -69,6 +69,7 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
       Create(global, options);
       break;
   }
+  console.stored = true;
   const std::string name = Displayable(global.file.string());
   console.out << (options.demo
                       ? fmt::format("Created {} with the demo building. Try 'qorhost units'.\n",
@@ -114,7 +115,9 @@ ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Consol
   if (statement.reads()) {
     PrintRows(console.out, statement.Read(session.desks()), global.json);
   } else {
-    PrintChange(console.out, statement.Change(session.desks()), global.json);
+    const ChangedRows changed = statement.Change(session.desks());
+    console.stored = true;
+    PrintChange(console.out, changed, global.json);
   }
   return ExitStatus::kDone;
 }

@@ -17,6 +17,7 @@
 #include "host/desks/credential_types.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/unit_settings.h"
 #include "host/desks/whole_number.h"
 
 namespace qorhost {
@@ -267,6 +268,7 @@ ShownCredential CredentialDesk::Shown() const {
 }
 
 AssignmentLosses CredentialDesk::LossesOfSaving() {
+  RequireSettings(session_, unitKey_);
   const std::int32_t rid = Shown().rid;
   const ListModel& tenants = screen_->List("cboAssignedTo");
   const bool chosen = tenants.selected() >= placeholders::kInTenants;
@@ -315,6 +317,7 @@ Outcome CredentialDesk::Work(std::string what, const std::function<Outcome()>& r
 }
 
 IssuedCredentials CredentialDesk::SaveNew(const Progress& progress) {
+  RequireSettings(session_, unitKey_);
   IssuedCredentials issued;
   const std::string what =
       fmt::format("issue {} {} to {}", screen_->List("cboCredentialType").SelectedText(),
@@ -351,6 +354,7 @@ Outcome CredentialDesk::SaveOnce(IssuedCredentials& issued, const Progress& prog
 }
 
 Outcome CredentialDesk::SaveSelected() {
+  RequireSettings(session_, unitKey_);
   const ShownCredential credential = Shown();
   Outcome outcome = Work("edit credential " + credential.entry, [this] {
     OperationRecord saving(session_);

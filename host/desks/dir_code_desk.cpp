@@ -12,6 +12,7 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/typed_input.h"
+#include "host/desks/unit_settings.h"
 #include "host/unit/unit_code.h"
 
 namespace qorhost {
@@ -91,6 +92,7 @@ void DirCodeDesk::Open() {
       controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, codes().ItemData(index));
     }
   });
+  RequireSettings(session_, unitKey_);
   FillLists();
 }
 

@@ -7,6 +7,8 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "frame/control_characters.h"
+#include "frame/utf8.h"
 #include "host/dialect/canonical_date.h"
 
 namespace qorhost {
@@ -56,7 +58,7 @@ ordered_json JsonOf(const Value& value) {
 
 std::string JsonText(const ordered_json& json) {
   // A text that is not UTF-8 must not stop the output of everything else.
-  return json.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+  return EscapedJson(json.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
 }
 
 std::vector<std::string> UniqueKeys(const std::vector<TableColumn>& columns) {
@@ -73,6 +75,22 @@ std::vector<std::string> UniqueKeys(const std::vector<TableColumn>& columns) {
 }
 
 }  // namespace
+
+std::string EscapedJson(std::string_view json) {
+  std::string escaped;
+  escaped.reserve(json.size());
+  for (std::size_t position = 0; position < json.size();) {
+    const qorcred::Utf8Character character = qorcred::ReadUtf8(json, position);
+    const char32_t code = character.codePoint;
+    if (code != U'\n' && code < qorcred::kInvalidByte && qorcred::SteersDisplay(code)) {
+      escaped += fmt::format("\\u{:04x}", static_cast<std::uint32_t>(code));
+    } else {
+      escaped += json.substr(position, character.length);
+    }
+    position += character.length;
+  }
+  return escaped;
+}
 
 void PrintJson(std::ostream& out, const Table& table) {
   const std::vector<std::string> keys = UniqueKeys(table.columns);

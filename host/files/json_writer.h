@@ -3,6 +3,7 @@
 
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -17,5 +18,9 @@ void PrintJson(std::ostream& out, const Table& table);
 /// One object, its members in the order given.
 void PrintJsonObject(std::ostream& out,
                      const std::vector<std::pair<std::string, qorcred::Value>>& members);
+
+/// The text of a JSON value with every character in it that could steer a terminal as \u and its
+/// number. Ends of lines stay.
+[[nodiscard]] std::string EscapedJson(std::string_view json);
 
 }  // namespace qorhost

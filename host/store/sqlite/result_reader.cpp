@@ -1,5 +1,6 @@
 #include "host/store/sqlite/result_reader.h"
 
+#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include <limits>
@@ -9,6 +10,7 @@
 #include "frame/date.h"
 #include "host/dialect/canonical_date.h"
 #include "host/store/sqlite/table_text.h"
+#include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
 
@@ -117,6 +119,17 @@ Value ReadCell(const Statement& statement, int column, CellKind kind) {
   }
 }
 
+void RequireBounded(std::size_t rows, std::size_t bytes) {
+  if (rows > kMostRows || bytes > kMostBytes) {
+    throw StoreError(
+        fmt::format("The result has more than {}: narrow it with WHERE, with fewer columns, or to "
+                    "its first rows with Top n",
+                    rows > kMostRows ? fmt::format("{} rows", kMostRows)
+                                     : fmt::format("{} MiB", kMostBytes >> 20U)),
+        StoreFault::kTooMuchWork);
+  }
+}
+
 std::shared_ptr<qorcred::ResultTable> ReadRows(Statement& statement,
                                                const std::vector<CellKind>& kinds,
                                                std::size_t expectedRows, std::size_t& rowCount) {
@@ -126,12 +139,15 @@ std::shared_ptr<qorcred::ResultTable> ReadRows(Statement& statement,
   }
   auto table = std::make_shared<qorcred::ResultTable>(std::size_t{0}, kinds.size());
   table->Reserve(expectedRows);
+  std::size_t bytes = 0;
   do {
     const std::span<Value> row = table->AppendRow();
     for (std::size_t column = 0; column < kinds.size(); ++column) {
       row[column] = ReadCell(statement, static_cast<int>(column), kinds[column]);
+      const auto* text = row[column].As<std::string>();
+      bytes += sizeof(Value) + (text == nullptr ? 0 : text->size());
     }
-    ++rowCount;
+    RequireBounded(++rowCount, bytes);
   } while (statement.Step());
   return table;
 }

@@ -1,6 +1,7 @@
 // From the rows of a statement to the result table that controllers read.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -32,8 +33,16 @@ enum class CellKind : std::uint8_t {
 /// One cell of the current row.
 [[nodiscard]] qorcred::Value ReadCell(const Statement& statement, int column, CellKind kind);
 
+/// A result may not become larger.
+inline constexpr std::size_t kMostRows = 1'000'000;
+inline constexpr std::size_t kMostBytes = std::size_t{256} << 20U;
+
+/// Raises StoreError for a result that has become too large, with a word how to narrow it.
+void RequireBounded(std::size_t rows, std::size_t bytes);
+
 /// Steps to the end and keeps every row; without any it is one cell that holds "". There may be
 /// fewer or more rows than expected: the number only saves the table from growing step by step.
+/// Raises StoreError for more than kMostRows or kMostBytes.
 [[nodiscard]] std::shared_ptr<qorcred::ResultTable> ReadRows(Statement& statement,
                                                              const std::vector<CellKind>& kinds,
                                                              std::size_t expectedRows,

@@ -135,6 +135,7 @@ Session::Prepared& Session::BoundChange(std::string_view sql, std::optional<Stat
 ChangeResult Session::Change(std::string_view sql, std::optional<StatementKind> kind) {
   return Writing([&]() -> ChangeResult {
     const StatementUse use(BoundChange(sql, kind).statement);
+    const WorkLimit limit(database_);
     use->Step();
     const std::int64_t rows = ChangedRows();
     // SQLite's identity of the latest row outlives an INSERT that added none.

@@ -1,4 +1,4 @@
-// A bound on the work of one query.
+// A bound on the work of one statement.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +9,7 @@ namespace qorhost::sqlite {
 
 /// Stops what runs on a database during this object's lifetime when it takes more than about
 /// kMostWork of the engine's steps: it fails with SQLITE_INTERRUPT. Reports of 100,000 rows take
-/// a few million. For queries alone: a change that is stopped would take the whole transaction with
-/// it.
+/// a few million. A change that is stopped takes the whole transaction with it.
 class WorkLimit {
  public:
   static constexpr std::int64_t kMostWork = 200'000'000;

@@ -295,7 +295,7 @@ TEST_F(CommandLine, ACommandThatChangesNeedsAUnitWhenThereAreSeveral) {
       {"dircodes", "sync", "--from", "-"},
       {"dircodes", "sync", "--from", "-", "--dry-run"},
       {"dircodes", "import", QORHOST_SAMPLES "/dircodes.csv"},
-      {"report", "credentials", "--delete", "1"}};
+      {"report", "credentials", "--delete", "rid:1"}};
   for (const auto& words : commands) {
     const Outcome outcome = Run(words);
     EXPECT_EQ(outcome.status, 2) << words[0] << ' ' << words[1];
@@ -352,6 +352,137 @@ TEST_F(CommandLine, TablesOfOneUnitHaveItAsTitle) {
   ASSERT_EQ(Run({"sql", "--write", "UPDATE Units SET UNITNAME='a\x1B[2J' WHERE UNITKEY=1"}).status,
             0);
   EXPECT_THAT(Run({"dircodes", "list"}).out, StartsWith("Unit 1, a\\x1B[2J\n"));
+}
+
+TEST_F(CommandLine, NothingIsDoneInAUnitWithoutSettings) {
+  InitDemo();
+  ASSERT_EQ(Run({"sql", "--write", "DELETE FROM UnitSettings WHERE UNITKEY=2"}).status, 0);
+  for (std::vector<std::string> words : std::vector<std::vector<std::string>>{
+           {"dircodes", "list"},
+           {"dircodes", "show", "101"},
+           {"dircodes", "add", "250", "--phone", "1"},
+           {"credentials", "add", "--type", "card26", "--start", "9001"},
+           {"credentials", "assign", "1001", "62", "--yes"}}) {
+    words.insert(words.begin(), {"--unit", "2"});
+    const Outcome outcome = Run(words);
+    EXPECT_EQ(outcome.status, 3) << words[2] << ' ' << words[3];
+    EXPECT_THAT(outcome.err,
+                HasSubstr("qorhost: unit 2, Linden Park, has no settings: the store's table "
+                          "UnitSettings needs a row for it\n"));
+    EXPECT_EQ(outcome.out, "");
+  }
+}
+
+// Every character that a terminal obeys, at the places that print a text of the store.
+TEST_F(CommandLine, NothingThatIsStoredSteersATerminal) {
+  InitDemo();
+  const std::string steering =
+      "a\x1B[2J\x7F\xC2\x9B"
+      "b\xD8\x9C\xE2\x80\x8E\xE2\x80\xAE\xE2\x81\xA6\xE2\x80\xA8z";
+  for (const char* change : {"UPDATE Units SET UNITNAME='{}' WHERE UNITKEY=2",
+                             "UPDATE DirectoryCode SET DISPLAYNAME='{}' WHERE UNITKEY=2",
+                             "UPDATE Tenants SET LASTNAME='{}' WHERE UNITKEY=2 AND TENANTID=62",
+                             "UPDATE DOORS SET DOORNAME='{}' WHERE UNITKEY=2 AND DOORID=1"}) {
+    std::string statement = change;
+    statement.replace(statement.find("{}"), 2, steering);
+    ASSERT_EQ(Run({"sql", "--write", statement}).status, 0) << change;
+  }
+  const std::vector<std::vector<std::string>> commands = {
+      {"units"},
+      {"doors"},
+      {"credentials", "list"},
+      {"credentials", "assign", "1001", "62"},
+      {"credentials", "edit", "rid:609", "--tenant", "62", "--yes"},
+      {"dircodes", "list"},
+      {"dircodes", "show", "103"},
+      {"dircodes", "edit", "104", "--phone", "7"},
+      {"report", "dircodes"},
+      {"report", "dircodes", "--format", "json"},
+      {"report", "dircodes", "--format", "csv"},
+      {"report", "dircodes", "--format", "sql", "--where", "Display Name = \xE2\x80\xAE"},
+      {"report", "credentials"},
+      {"dircodes", "export", "--to", "-"},
+      {"sql", "SELECT * FROM DirectoryCode"}};
+  outputIsTerminal_ = true;
+  for (const auto& command : commands) {
+    for (const char* option : {"--no-option", "--json", "--trace"}) {
+      std::vector<std::string> words = {"--unit", "2"};
+      if (std::string_view(option) != "--no-option") {
+        words.emplace_back(option);
+      }
+      words.insert(words.end(), command.begin(), command.end());
+      const Outcome outcome = Run(words);
+      const std::string all = outcome.out + outcome.err;
+      for (const char* raw : {"\x1B", "\x7F", "\xC2\x9B", "\xD8\x9C", "\xE2\x80\x8E",
+                              "\xE2\x80\xAE", "\xE2\x81\xA6", "\xE2\x80\xA8"}) {
+        EXPECT_EQ(all.find(raw), std::string::npos) << command[0] << ' ' << command.back() << ' '
+                                                    << option << ' ' << testing::PrintToString(raw);
+      }
+    }
+  }
+  outputIsTerminal_ = false;
+  EXPECT_THAT(Run({"--unit", "2", "report", "dircodes", "--format", "csv"}).out,
+              HasSubstr(steering))
+      << "a program reads what is stored";
+  const nlohmann::json rows =
+      Rows({"sql", "SELECT DISPLAYNAME FROM DirectoryCode WHERE UNITKEY=2 AND DIRECTORYCODE=101"});
+  EXPECT_EQ(rows[0]["DISPLAYNAME"], steering) << "what is escaped is read back whole";
+}
+
+TEST_F(CommandLine, OutputThatCannotBeWrittenIsToldWithWhatIsStored) {
+  InitDemo();
+  outputFails_ = true;
+  const Outcome changed = Run({"--unit", "2", "dircodes", "renumber", "101", "180"});
+  EXPECT_EQ(changed.status, 3);
+  EXPECT_EQ(changed.err, "qorhost: the output could not be written; the change is stored\n");
+  const Outcome refused = Run({"--unit", "2", "dircodes", "renumber", "180", "102"});
+  EXPECT_THAT(refused.err, Not(HasSubstr("is stored")));
+  const Outcome looked = Run({"units"});
+  EXPECT_EQ(looked.status, 3);
+  EXPECT_EQ(looked.err, "qorhost: the output could not be written\n");
+  for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+           {"credentials", "add", "--type", "card26", "--start", "9001"},
+           {"credentials", "renumber", "9001", "9002"},
+           {"credentials", "edit", "9002", "--door", "1"},
+           {"credentials", "delete", "9002"},
+           {"dircodes", "add", "250", "--phone", "1"},
+           {"dircodes", "edit", "250", "--phone", "2"},
+           {"dircodes", "delete", "250", "--yes"},
+           {"dircodes", "import", QORHOST_SAMPLES "/dircodes.csv"},
+           {"sql", "--write", "UPDATE Units SET UNITNAME='x' WHERE UNITKEY=3"}}) {
+    std::vector<std::string> all = {"--unit", "2"};
+    all.insert(all.end(), words.begin(), words.end());
+    EXPECT_THAT(Run(all).err, HasSubstr("the change is stored")) << words[0] << ' ' << words[1];
+  }
+  EXPECT_THAT(
+      Run({"--unit", "2", "dircodes", "import", QORHOST_SAMPLES "/dircodes.csv", "--dry-run"}).err,
+      Not(HasSubstr("is stored")));
+  readerIsGone_ = true;
+  EXPECT_EQ(Run({"units"}).status, 0) << "who has gone has read enough";
+  EXPECT_EQ(Run({"units"}).err, "");
+}
+
+TEST_F(CommandLine, AStatementWithoutEndIsStoppedAndChangesNothing) {
+  InitDemo();
+  const Outcome outcome =
+      Run({"sql", "--write",
+           "UPDATE Units SET UNITNAME='x' WHERE UNITKEY IN (SELECT a.RID FROM CredentialBank AS a, "
+           "CredentialBank AS b, CredentialBank AS c, CredentialBank AS d WHERE "
+           "a.PINNo+b.PINNo+c.PINNo+d.PINNo<0)"});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_THAT(outcome.err, HasSubstr("far more work than a report")) << outcome.err;
+  EXPECT_EQ(Rows({"units"})[0]["name"], "Harbour Court");
+}
+
+TEST_F(CommandLine, AResultThatIsTooLargeIsRefusedWithAWordHowToNarrowIt) {
+  InitDemo();
+  const Outcome outcome =
+      Run({"sql", "SELECT a.RID FROM CredentialBank AS a, CredentialBank AS b, Units AS c"});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_THAT(outcome.err,
+              HasSubstr("The result has more than 1000000 rows: narrow it with WHERE"));
+  EXPECT_THAT(outcome.err, HasSubstr("Top n"));
 }
 
 TEST_F(CommandLine, SqlPrintsRowsWithTheirTypes) {

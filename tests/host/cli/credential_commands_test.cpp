@@ -150,7 +150,17 @@ TEST_F(Credentials, AddDrawsABarOnATerminalForLongRangesOnly) {
   EXPECT_EQ(Run(small, "", true).err, "");
   const Outcome drawn = Run(large, "", true);
   EXPECT_EQ(drawn.status, 0);
-  EXPECT_THAT(drawn.err, HasSubstr("of 2000"));
+  EXPECT_THAT(drawn.err, HasSubstr("\r[-------------------------]   0 %  0 of 2000"));
+  columns_ = 40;
+  large[7] = "53000";
+  large.back() = "54999";
+  EXPECT_THAT(Run(large, "", true).err, HasSubstr("\r[-----------------]   0 %  0 of 2000"));
+  columns_ = 20;
+  large[7] = "55000";
+  large.back() = "56999";
+  const Outcome narrow = Run(large, "", true);
+  EXPECT_THAT(narrow.err, HasSubstr("\r  0 %\r"));
+  EXPECT_THAT(narrow.err, testing::Not(HasSubstr("of 2000"))) << "nothing but percents";
 }
 
 TEST_F(Credentials, AssignGivesACredentialToATenantAndReleaseTakesIt) {

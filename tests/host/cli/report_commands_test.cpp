@@ -222,14 +222,14 @@ TEST_F(Reports, JsonIsAFormatAndNothingElse) {
 TEST_F(Reports, DeletesChosenCredentials) {
   const std::string first = FreeRid(0);
   const std::string second = FreeRid(1);
-  const Outcome outcome = Credentials({"--delete", first + "," + second + ",2147483647"});
+  const Outcome outcome = Credentials({"--delete", "rid:" + first + "," + second + ",2147483647"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.out, "Deleted 2 of 3 credentials in unit 2, Linden Park.\n");
   EXPECT_EQ(Count("CredentialBank WHERE RID IN (" + first + "," + second + ")"), 0);
 }
 
 TEST_F(Reports, DeletesNothingWhenATenantHoldsOne) {
-  const Outcome outcome = Credentials({"--delete", FreeRid(0) + ",489"});
+  const Outcome outcome = Credentials({"--delete", "rid:" + FreeRid(0) + ",489"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err,
@@ -238,28 +238,34 @@ TEST_F(Reports, DeletesNothingWhenATenantHoldsOne) {
 }
 
 TEST_F(Reports, SaysWhenNothingWasDeleted) {
-  const Outcome outcome = Credentials({"--delete", "2147483647", "--json"});
+  const Outcome outcome = Credentials({"--delete", "RID:2147483647", "--json"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "Pello RT [information]: Credentials(s) are not deleted successfully.\n");
 }
 
 TEST_F(Reports, DeletionTakesRidsAndNoConditions) {
-  const Outcome outcome = Credentials({"--delete=1 OR 1=1"});
+  const Outcome outcome = Credentials({"--delete=rid:1 OR 1=1"});
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err,
             "qorhost: --delete '1 OR 1=1' must be RIDs of the report with commas between them, as "
             "in 17,18,21\n");
+  const Outcome bare = Credentials({"--delete", FreeRid(0)});
+  EXPECT_EQ(bare.status, 2);
+  EXPECT_THAT(bare.err, HasSubstr("as in rid:17,18,21: a bare number is the number on a "
+                                  "credential"));
   EXPECT_EQ(Credentials({"--delete="}).status, 2);
-  EXPECT_EQ(Credentials({"--delete=-1"}).status, 2);
-  EXPECT_EQ(Credentials({"--delete", "1", "--where", "Card Number = 5"}).status, 2);
-  EXPECT_EQ(Credentials({"--delete", "1", "--format", "csv"}).status, 2);
-  EXPECT_EQ(Codes({"--delete", "1"}).status, 2);
+  EXPECT_EQ(Credentials({"--delete=rid:"}).status, 2);
+  EXPECT_EQ(Credentials({"--delete=rid:-1"}).status, 2);
+  EXPECT_EQ(Credentials({"--delete", "rid:1", "--where", "Card Number = 5"}).status, 2);
+  EXPECT_EQ(Credentials({"--delete", "rid:1", "--format", "csv"}).status, 2);
+  EXPECT_EQ(Codes({"--delete", "rid:1"}).status, 2);
 }
 
 TEST_F(Reports, JsonCountsWhatWasDeleted) {
-  EXPECT_EQ(Credentials({"--delete", FreeRid(0), "--json"}).out, "{\"unit\":2,\"deleted\":1}\n");
+  EXPECT_EQ(Credentials({"--delete", "rid:" + FreeRid(0), "--json"}).out,
+            "{\"unit\":2,\"deleted\":1}\n");
 }
 
 TEST_F(Reports, TraceShowsTheCallsAndLeavesTheRowsAlone) {

@@ -16,12 +16,16 @@ Outcome RunFixture::Run(std::vector<std::string> words, const std::string& input
   Environment environment;
   environment.inputIsTerminal = terminal;
   environment.errorIsTerminal = terminal;
+  environment.outputIsTerminal = outputIsTerminal_;
+  environment.columns = columns_;
+  environment.readerIsGone = [this] { return readerIsGone_; };
   environment.unit = unitOfEnvironment_;
   environment.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
   std::istringstream in(input);
   std::ostringstream out;
   std::ostringstream err;
-  const int status = RunCommandLine(words, in, out, err, environment);
+  std::ostream full(nullptr);
+  const int status = RunCommandLine(words, in, outputFails_ ? full : out, err, environment);
   return {status, out.str(), err.str()};
 }
 

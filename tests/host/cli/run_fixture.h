@@ -29,6 +29,10 @@ class RunFixture : public testing::Test {
   void InitDemo();
 
   std::optional<std::string> unitOfEnvironment_;  // QORHOST_UNIT
+  bool outputIsTerminal_ = false;
+  bool outputFails_ = false;  // as on a full disk
+  bool readerIsGone_ = false;
+  std::size_t columns_ = 80;  // of the terminal
 
   [[nodiscard]] std::string File(const std::string& name) const {
     return (folder_.path() / name).string();

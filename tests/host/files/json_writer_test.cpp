@@ -48,6 +48,17 @@ TEST(PrintJson, StaysJsonWithBytesThatAreNotUtf8) {
   EXPECT_EQ(Json(OneRow({"a\xFF"}))[0]["c0"], "a\xEF\xBF\xBD");
 }
 
+TEST(PrintJson, EscapesWhatCouldSteerATerminal) {
+  const std::string text =
+      "\x1B[2J\x7F \xC2\x9B \xE2\x80\xAE \xD8\x9C \xE2\x81\xA9 \xE2\x80\xA8 Zo\xC3\xAB";
+  std::ostringstream out;
+  PrintJson(out, OneRow({text}));
+  EXPECT_EQ(out.str(),
+            "[\n  {\"c0\":\"\\u001b[2J\\u007f \\u009b \\u202e \\u061c \\u2069 \\u2028 "
+            "Zo\xC3\xAB\"}\n]\n");
+  EXPECT_EQ(Json(OneRow({text}))[0]["c0"], text);
+}
+
 TEST(PrintJson, NumbersKeysThatComeTwice) {
   Table table;
   table.columns = {{"RID", "RID"}, {"RID", "RID"}, {"RID_2", "RID_2"}};

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "frame/convert.h"
+#include "host/store/store_error.h"
 #include "tests/host/store/store_fixture.h"
 
 namespace qorhost::test {
@@ -98,6 +99,18 @@ TEST_F(ResultReaderTest, TimeStampsInTheModifiedColumnStayTexts) {
 TEST_F(ResultReaderTest, TextsWithNulCharactersAreNotCut) {
   Run("INSERT INTO Tenants (LastName) VALUES ('A' || char(0) || 'B')");
   EXPECT_EQ(Cell("SELECT LastName FROM Tenants"), Value(std::string("A\0B", 3)));
+}
+
+TEST_F(ResultReaderTest, AResultIsBoundedInRowsAndBytes) {
+  RequireBounded(kMostRows, kMostBytes);
+  EXPECT_THROW(RequireBounded(kMostRows + 1, 0), StoreError);
+  try {
+    RequireBounded(1, kMostBytes + 1);
+    ADD_FAILURE() << "nothing was refused";
+  } catch (const StoreError& error) {
+    EXPECT_NE(std::string(error.what()).find("more than 256 MiB: narrow it"), std::string::npos)
+        << error.what();
+  }
 }
 
 TEST_F(ResultReaderTest, ALongResultIsReadWhole) {
