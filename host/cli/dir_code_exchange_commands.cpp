@@ -165,9 +165,10 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
     return ExitStatus::kDone;
   }
   MergeReport report = merge.Apply(BarOn(console, global.trace));
-  if (report.wholesale) {
+  // Nobody waits while the person thinks: there may be more to agree to by then.
+  while (report.wholesale) {
     RequireConsent(*report.wholesale, session);
-    report = merge.Apply(BarOn(console, global.trace), true);
+    report = merge.Apply(BarOn(console, global.trace), report.wholesale->deletions);
   }
   const ExitStatus status = TellChange(report, "unit", console);
   if (report.done()) {

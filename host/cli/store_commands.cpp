@@ -31,9 +31,9 @@ void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
                   global.file.string()));
 }
 
-void Create(const GlobalOptions& global, const InitOptions& options) {
+void Create(const GlobalOptions& global, const InitOptions& options, const Console& console) {
   try {
-    CreateStore(global.file, options.demo);
+    CreateStore(global.file, options.demo, console.environment.author);
   } catch (const FileError& failure) {
     if (failure.problem() != FileProblem::kExists) throw;
     RefuseExisting(global);  // it came while the new one was made
@@ -45,7 +45,8 @@ void Replace(const GlobalOptions& global, const InitOptions& options, Console& c
     RefuseExisting(global);
   }
   try {
-    ReplaceStore(global.file, options.demo, PatienceOf(global, console));
+    ReplaceStore(global.file, options.demo, PatienceOf(global, console),
+                 console.environment.author);
   } catch (const ForeignFile& foreign) {
     throw RefusedError(std::string(foreign.what()) +
                        ": name another file with --db, or move it away");
@@ -66,7 +67,7 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
       throw RefusedError(fmt::format("'{}' is {}: name a file with --db", global.file.string(),
                                      NameOf(KindOf(global.file, Links::kAreSeen))));
     case StorePlace::kFree:
-      Create(global, options);
+      Create(global, options, console);
       break;
   }
   console.stored = true;

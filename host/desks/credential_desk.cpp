@@ -13,8 +13,8 @@
 #include "frame/text.h"
 #include "frame/trap.h"
 #include "host/desks/credential_entry.h"
-#include "host/desks/desk_error.h"
 #include "host/desks/credential_types.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/unit_settings.h"
@@ -306,22 +306,17 @@ void CredentialDesk::RefreshCredentials(std::int32_t rid) {
 }
 
 Outcome CredentialDesk::Work(std::string what, const std::function<Outcome()>& run) {
-  if (session_.sql().work().open()) {
-    return run();
-  }
-  const ScreenSnapshot before = screen_->Snapshot();
-  return RunAsWork(session_, shown_, {std::move(what), run, [this, &before] {
-                                        screen_->Restore(before);
-                                        StartController();
-                                      }});
+  return RunOnScreen(session_, shown_, *screen_,
+                     {std::move(what), run, [this] { StartController(); }});
 }
 
 IssuedCredentials CredentialDesk::SaveNew(const Progress& progress) {
   RequireSettings(session_, unitKey_);
   IssuedCredentials issued;
+  const std::string& last = screen_->Box("txtPINEND").text();
   const std::string what =
-      fmt::format("issue {} {} to {}", screen_->List("cboCredentialType").SelectedText(),
-                  screen_->Box("txtPINStart").text(), screen_->Box("txtPINEnd").text());
+      fmt::format("issue {} {}{}", screen_->List("cboCredentialType").SelectedText(),
+                  screen_->Box("txtPINStart").text(), last.empty() ? "" : " to " + last);
   static_cast<Outcome&>(issued) =
       Work(what, [this, &issued, &progress] { return SaveOnce(issued, progress); });
   return issued;

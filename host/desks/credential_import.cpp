@@ -197,7 +197,7 @@ std::span<const ImportColumn> CredentialImportColumns() {
 
 ImportReport ImportCredentials(DeskSession& session, std::int32_t unitKey, ImportFile& file,
                                const ImportRules& rules, const Progress& progress) {
-  ImportRun run(session, unitKey, rules, kWords);
+  ImportRun run(session, {{unitKey}, "import credentials", {}}, rules, kWords);
   CredentialImport entering(session, unitKey);
   return run.Run(
       file, [&entering](const ImportLine& line, ImportNotes&) { return entering.Enter(line); },

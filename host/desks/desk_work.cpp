@@ -169,22 +169,22 @@ Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& 
   if (outcome.ending == Ending::kStale) {
     operation.startAgain();  // what was entered is kept, whatever the controller made of it
   }
-  notices.Show();
+  if (outcome.done() || outcome.ending == Ending::kRefused) {
+    notices.Show();  // of anything else they would tell what is not so
+  }
   return outcome;
 }
 
-Outcome RunAsWhole(DeskSession& session, WorkOrder order, const std::function<Outcome()>& run) {
-  UnitOfWork& work = session.sql().work();
-  WorkGuard guard(work, std::move(order));
-  Outcome outcome;
-  try {
-    work.Lock();
-    outcome = run();
-  } catch (const StoreError& failure) {
-    Fail(outcome, failure);
+Outcome RunOnScreen(DeskSession& session, ShownState& shown, ScreenModel& screen,
+                    const DeskOperation& operation) {
+  if (session.sql().work().open()) {
+    return operation.run();  // without a copy of the screen for each of many
   }
-  Finish(work, guard, outcome);
-  return outcome;
+  const ScreenSnapshot before = screen.Snapshot();
+  return RunAsWork(session, shown, {operation.what, operation.run, [&] {
+                                      screen.Restore(before);
+                                      operation.startAgain();
+                                    }});
 }
 
 }  // namespace qorhost

@@ -50,7 +50,7 @@ class ShownState {
 };
 
 struct DeskOperation {
-  std::string what;  ///< as the audit names it: "directory code 0101: edit"
+  std::string what;  ///< as the audit names it: "edit directory code 0101"
   /// Runs the controller's operation, once or twice, and tells what came of it.
   std::function<Outcome()> run;
   /// Puts the screen back as it was before the first run, and a new controller on it: before a
@@ -65,10 +65,8 @@ struct DeskOperation {
 [[nodiscard]] Outcome RunAsWork(DeskSession& session, ShownState& shown,
                                 const DeskOperation& operation);
 
-/// Work of many operations on one unit: takes the right to write first, gives `run` the rest, and
-/// stores everything when that says so. A store that fails on the way is a failed outcome; what
-/// `run` raises leaves nothing behind.
-[[nodiscard]] Outcome RunAsWhole(DeskSession& session, WorkOrder order,
-                                 const std::function<Outcome()>& run);
+/// The same for an operation on a screen, which is put back before `startAgain`.
+[[nodiscard]] Outcome RunOnScreen(DeskSession& session, ShownState& shown, ScreenModel& screen,
+                                  const DeskOperation& operation);
 
 }  // namespace qorhost

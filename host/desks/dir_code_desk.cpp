@@ -163,14 +163,8 @@ void DirCodeDesk::TypeCode(const std::string& code) {
 }
 
 Outcome DirCodeDesk::Work(std::string what, const std::function<Outcome()>& run) {
-  if (session_.sql().work().open()) {
-    return run();
-  }
-  const ScreenSnapshot before = screen_->Snapshot();
-  return RunAsWork(session_, shown_, {std::move(what), run, [this, &before] {
-                                        screen_->Restore(before);
-                                        StartController();
-                                      }});
+  return RunOnScreen(session_, shown_, *screen_,
+                     {std::move(what), run, [this] { StartController(); }});
 }
 
 SavedDirCode DirCodeDesk::SaveNew() {
@@ -210,10 +204,10 @@ AddedDirCode DirCodeDesk::AddCode() {
 Outcome DirCodeDesk::Change(std::string_view what, const std::function<bool()>& change) {
   return Work(fmt::format("{} directory code {}", what, Shown().entry), [&] {
     OperationRecord changing(session_);
-    const std::int64_t before = session_.sql().changesSoFar();
+    const std::int64_t before = session_.sql().work().written();
     Outcome changed = changing.End(change());
     // A save answers True also when someone else has changed the code meanwhile.
-    if (changed.done() && session_.sql().changesSoFar() == before) {
+    if (changed.done() && session_.sql().work().written() == before) {
       changed.ending = Ending::kStale;
     }
     return changed;

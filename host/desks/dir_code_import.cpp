@@ -220,7 +220,7 @@ std::span<const ImportColumn> DirCodeImportColumns() {
 
 ImportReport ImportDirCodes(DeskSession& session, std::int32_t unitKey, ImportFile& file,
                             const ImportRules& rules, const Progress& progress) {
-  ImportRun run(session, unitKey, rules, kWords);
+  ImportRun run(session, {{unitKey}, "import directory codes", {}}, rules, kWords);
   DirCodeImport entering(session, unitKey);
   return run.Run(
       file,

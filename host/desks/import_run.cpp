@@ -24,16 +24,18 @@ std::string Shortened(std::string text) {
 
 }  // namespace
 
-ImportRun::ImportRun(DeskSession& session, std::int32_t unitKey, const ImportRules& rules,
+ImportRun::ImportRun(DeskSession& session, WorkOrder order, const ImportRules& rules,
                      std::span<const FieldWord> columns)
     : session_(session),
       rules_(rules),
       columns_(columns),
       unseen_(session, rules.answerYes),
       counts_(session.sql().units().KeepCounts()),
-      all_(session.sql().work(), {{unitKey}, rules.what, {}}) {
+      all_(session.sql().work(), order) {
   session_.sql().work().Lock();
-  counts_->Follow(unitKey);
+  for (const std::int32_t unitKey : order.units) {
+    counts_->Follow(unitKey);
+  }
 }
 
 ImportReport ImportRun::Run(ImportFile& file, const LineEntry& enter, const Progress& progress) {

@@ -21,9 +21,8 @@ namespace qorhost {
 
 /// How an import is done.
 struct ImportRules {
-  bool dryRun = false;          ///< does all of it, then undoes it
-  bool answerYes = false;       ///< how every question is answered
-  std::string what = "import";  ///< as the audit names it
+  bool dryRun = false;     ///< does all of it, then undoes it
+  bool answerYes = false;  ///< how every question is answered
   /// What is told, in brackets, behind a question that was answered No.
   std::string answeredNo = "answered No";
 };
@@ -65,7 +64,7 @@ class ImportRun {
   /// Nobody else writes from now on until the end; what the screen shows is to be read behind it.
   /// `columns` are what the file calls the screen's inputs. Raises StoreError when others write for
   /// too long.
-  ImportRun(DeskSession& session, std::int32_t unitKey, const ImportRules& rules,
+  ImportRun(DeskSession& session, WorkOrder order, const ImportRules& rules,
             std::span<const FieldWord> columns);
 
   /// `enter` works on the unit's screen.

@@ -21,9 +21,9 @@ namespace {
 /// A store that is made in a file of a name of its own. What the engine put beside it goes with it.
 class FreshStore {
  public:
-  FreshStore(const fs::path& place, bool demo) : file_(place) {
+  FreshStore(const fs::path& place, bool demo, const Author& author) : file_(place) {
     try {
-      Fill(demo);
+      Fill(demo, author);
     } catch (const StoreError& failure) {
       RemoveSideFiles();
       throw StoreError(InWordsOf(failure, place), failure.fault());
@@ -49,10 +49,12 @@ class FreshStore {
     return words;
   }
 
-  void Fill(bool demo) {
+  void Fill(bool demo, const Author& author) {
     const std::unique_ptr<Store> store = OpenStore(file_.path(), OpenMode::kReadWrite);
     if (demo) {
-      CreateDemoData(*store->StartSession(SystemClock()));
+      const std::unique_ptr<SqlSession> session = store->StartSession(SystemClock());
+      session->work().SignAs(author);
+      CreateDemoData(*session);
     }
     store->GatherInFile();
   }
@@ -122,16 +124,16 @@ std::vector<fs::path> FilesOfStore(const fs::path& file) {
   return files;
 }
 
-void CreateStore(const fs::path& file, bool demo) {
+void CreateStore(const fs::path& file, bool demo, const Author& author) {
   RequireNoSideFiles(file);
-  FreshStore fresh(file, demo);
+  FreshStore fresh(file, demo, author);
   fresh.file().PutInPlace(Standing::kStays);
 }
 
-void ReplaceStore(const fs::path& file, bool demo, Patience patience) {
+void ReplaceStore(const fs::path& file, bool demo, Patience patience, const Author& author) {
   RequireStore(file);
   const std::unique_ptr<Replacement> replacement = BeginReplacement(file, std::move(patience));
-  FreshStore fresh(file, demo);
+  FreshStore fresh(file, demo, author);
   fresh.file().TakeRightsOf(file);
   replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
 }

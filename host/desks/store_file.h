@@ -35,11 +35,12 @@ class ForeignFile : public RefusedError {
 /// of its own and put in its place when it is whole. Raises StoreError, and FileError where
 /// something stands already, also what appeared there meanwhile (kExists); nothing is left behind
 /// then.
-void CreateStore(const std::filesystem::path& file, bool demo);
+void CreateStore(const std::filesystem::path& file, bool demo, const Author& author = {});
 
 /// The same in the place of a store, whose rights it takes over. Nobody writes to the old one
 /// meanwhile, and it stays as it was when the new one cannot be made. Raises ForeignFile for a file
 /// that is no store: it is never replaced.
-void ReplaceStore(const std::filesystem::path& file, bool demo, Patience patience = {});
+void ReplaceStore(const std::filesystem::path& file, bool demo, Patience patience = {},
+                  const Author& author = {});
 
 }  // namespace qorhost

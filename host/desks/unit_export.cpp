@@ -6,6 +6,8 @@
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
+#include "host/desks/desk_error.h"
+#include "host/unit/unit_file.h"
 #include "host/unit/unit_rows.h"
 
 namespace qorhost {
@@ -43,6 +45,9 @@ void DropDisplayOptions(std::vector<UnitCode>& codes) {
 ExportedUnit ExportUnit(DeskSession& session, std::int32_t unitKey, const std::string& firmware) {
   ExportedUnit unit;
   if (!firmware.empty()) {
+    if (const std::string fault = FaultInFirmware(firmware); !fault.empty()) {
+      throw RefusedError(fault);
+    }
     unit.file.firmware = firmware;
   }
   ReadCodes(session, unitKey, unit);

@@ -160,13 +160,13 @@ void UnitMerge::ReadTenants() {
   }
 }
 
-MergeReport UnitMerge::Apply(const Progress& progress, bool wholesaleAgreed) {
+MergeReport UnitMerge::Apply(const Progress& progress, std::size_t agreedDeletions) {
   MergeReport report;
   try {
     UnitOfWork& work = session_.sql().work();
     WorkGuard guard(work, {{unitKey_}, "merge with the unit's directory codes", {}});
     work.Lock();
-    report.aftermath = DoAll(progress, wholesaleAgreed);
+    report.aftermath = DoAll(progress, agreedDeletions);
     guard.Commit();
     report.returned = true;
     report.inserted = plan_.Count(MergeAction::kInsert);
@@ -188,7 +188,7 @@ MergeReport UnitMerge::Apply(const Progress& progress, bool wholesaleAgreed) {
   return report;
 }
 
-MergeAftermath UnitMerge::DoAll(const Progress& progress, bool wholesaleAgreed) {
+MergeAftermath UnitMerge::DoAll(const Progress& progress, std::size_t agreedDeletions) {
   // The library finds the tenants of a deleted code by the number of rows that went, which is 1:
   // it would take the row 1 from its tenants at every deletion. They are out of its sight
   // meanwhile.
@@ -198,7 +198,7 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress, bool wholesaleAgreed) 
   ConnectionTransaction transaction(session_.connection());
   Undoable whole(transaction);
   Compare();
-  if (plan_.DeletesMostOf(stored_.size()) && !wholesaleAgreed) {
+  if (plan_.DeletesMostOf(stored_.size()) && plan_.Count(MergeAction::kDelete) > agreedDeletions) {
     throw WholesaleDeletion();
   }
   std::int64_t doneSteps = 0;

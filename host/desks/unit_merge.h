@@ -70,8 +70,8 @@ class UnitMerge {
   /// Plans and does all of it in one transaction, or nothing: when a step fails, when the store
   /// does not hold afterwards what the unit holds, and when `progress` says so. It is called before
   /// the first step, when the plan is made, and behind each. Refuses to delete more than half of
-  /// the unit's codes unless that was agreed to.
-  MergeReport Apply(const Progress& progress, bool wholesaleAgreed = false);
+  /// the unit's codes unless somebody has agreed to lose as many.
+  MergeReport Apply(const Progress& progress, std::size_t agreedDeletions = 0);
 
  private:
   void Compare();
@@ -81,7 +81,7 @@ class UnitMerge {
   void ReadTenants();
   [[nodiscard]] StoredCode* FindStored(std::int32_t rid);
 
-  MergeAftermath DoAll(const Progress& progress, bool wholesaleAgreed);
+  MergeAftermath DoAll(const Progress& progress, std::size_t agreedDeletions);
   void Do(const MergeStep& step);
   std::size_t ReleaseTenants();
   void MoveTenants(std::int32_t from, std::int32_t to);

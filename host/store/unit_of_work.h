@@ -86,6 +86,8 @@ class UnitOfWork {
   virtual void Void(VoidReason reason) noexcept = 0;
 
   [[nodiscard]] virtual bool open() const noexcept = 0;
+  /// How many rows it has written so far: two equal numbers mean that nothing was in between.
+  [[nodiscard]] virtual std::int64_t written() const noexcept = 0;
   /// Whether nobody else can write until its end.
   [[nodiscard]] virtual bool locked() const noexcept = 0;
   [[nodiscard]] virtual VoidReason voided() const noexcept = 0;

@@ -40,8 +40,8 @@ class ChangeLog {
   void GoBackTo(const Place& place);
 
   [[nodiscard]] const std::vector<RowChange>& changes() const { return changes_; }
-  /// Whether any row of the store was written, also one that is left out.
-  [[nodiscard]] bool anything() const noexcept { return touched_ > 0; }
+  /// How many rows of the store were written, those that are left out, too.
+  [[nodiscard]] std::int64_t touched() const noexcept { return touched_; }
   /// Raises when a change could not be kept: memory is out.
   void RequireComplete() const;
 

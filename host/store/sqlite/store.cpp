@@ -23,9 +23,9 @@ void Store::GatherInFile() {
   // Closing would do the same, but keep it to itself when that fails.
   Statement checkpoint(database_, "PRAGMA wal_checkpoint(TRUNCATE)");
   if (!checkpoint.Step() || checkpoint.Number(0) != 0) {
-    throw StoreError(fmt::format("The store '{}' is in use: {}", name(),
-                                 AdviceFor(StoreFault::kBusy)),
-                     StoreFault::kBusy);
+    throw StoreError(
+        fmt::format("The store '{}' is in use: {}", name(), AdviceFor(StoreFault::kBusy)),
+        StoreFault::kBusy);
   }
 }
 

@@ -177,7 +177,7 @@ bool UnitOfWork::Commit() {
   }
   try {
     RequireUsable();
-    const bool stored = locked_ && log_.anything();
+    const bool stored = locked_ && written() > 0;
     if (stored) {
       log_.RequireComplete();
       log_.Stop();

@@ -33,6 +33,9 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   void Void(VoidReason reason) noexcept override;
 
   [[nodiscard]] bool open() const noexcept override { return open_; }
+  [[nodiscard]] std::int64_t written() const noexcept override {
+    return locked_ ? log_.touched() : 0;
+  }
   [[nodiscard]] bool locked() const noexcept override { return locked_; }
   [[nodiscard]] VoidReason voided() const noexcept override { return void_; }
 

@@ -113,8 +113,7 @@ constexpr std::array kWrong{
     Wrong{"version that is not the last entry's",
           "SELECT UnitKey FROM UnitVersions V WHERE Entry IS NOT (SELECT max(RID) FROM "
           "AuditEntries A WHERE A.UnitKey = V.UnitKey OR A.UnitKey IS NULL)"},
-    Wrong{"entry without rows",
-          "SELECT RID FROM AuditEntries WHERE Rows=''"},
+    Wrong{"entry without rows", "SELECT RID FROM AuditEntries WHERE Rows=''"},
     Wrong{"damage",
           "SELECT integrity_check FROM pragma_integrity_check WHERE integrity_check "
           "<> 'ok'"},

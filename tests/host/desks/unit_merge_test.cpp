@@ -124,7 +124,11 @@ TEST_F(UnitMerges, MoreThanHalfOfTheCodesAreDeletedOnlyWhenThatWasAgreedTo) {
   EXPECT_EQ(refused.wholesale->stored, 6U);
   EXPECT_TRUE(IsAsBefore());
 
-  const MergeReport agreed = merge.Apply(nullptr, true);
+  constexpr std::size_t kFewer = 3;
+  EXPECT_TRUE(merge.Apply(nullptr, kFewer).wholesale) << "more than was agreed to";
+  EXPECT_TRUE(IsAsBefore());
+
+  const MergeReport agreed = merge.Apply(nullptr, refused.wholesale->deletions);
   EXPECT_TRUE(agreed.done());
   EXPECT_EQ(agreed.deleted, 4U);
   EXPECT_EQ(CodeCount(), 2);
