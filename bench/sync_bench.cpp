@@ -100,7 +100,7 @@ std::vector<Comparison> AddSyncBenchmarks(Size size) {
   std::vector<Comparison> comparisons{
       AddGrowth("sync-growth-10000", "sync/10000", 10000, "sync/1000", 1000)};
   if (size == Size::kFull) {
-    comparisons.push_back(AddGrowth("sync-growth-60000", "sync/60000", 60000, "sync/6000", 6000));
+    comparisons.push_back(AddGrowth("sync-growth-30000", "sync/30000", 30000, "sync/3000", 3000));
   }
   return comparisons;
 }

@@ -11,6 +11,7 @@
 #include "frame/text.h"
 #include "host/components/application_object.h"
 #include "host/desks/credential_desk.h"
+#include "host/desks/unit_settings.h"
 
 namespace qorhost {
 
@@ -19,18 +20,9 @@ namespace {
 using qorcred::Null;
 using qorcred::Value;
 
-/// The most combined codes of the unit's type; Null when the store does not say.
-Value CapacityOf(DeskSession& session, std::int32_t unitKey) {
-  qorcred::DatabaseError error;
-  qorcred::Base64Decoder decoder;
-  const qorcred::DatabaseManager manager(
-      session.host().CreateComponent(qorcred::component::kDatabaseManager));
-  try {
-    return qorcred::ReadUnitCapacity(session.host(), decoder, manager, session.connection(),
-                                     unitKey, error);
-  } catch (const qorcred::RuntimeError&) {
-    return Null{};
-  }
+Value CapacityShown(DeskSession& session, std::int32_t unitKey) {
+  const std::optional<std::int32_t> capacity = CapacityOf(session, unitKey);
+  return capacity ? Value(*capacity) : Value(Null{});
 }
 
 /// Asked past every tracing: the answer is for the operator alone.
@@ -58,7 +50,7 @@ Table UnitTable(DeskSession& session, const std::vector<UnitName>& units) {
     const UnitStatus status = ReadUnitStatus(session.sql(), unit.key);
     table.rows.push_back({unit.key, unit.name, status.type, number(status.credentials),
                           number(status.entryCodes), number(status.directoryCodes),
-                          CapacityOf(session, unit.key), number(status.pendingSteps)});
+                          CapacityShown(session, unit.key), number(status.pendingSteps)});
   }
   return table;
 }

@@ -9,7 +9,9 @@
 #include "frame/convert.h"
 #include "frame/data_services.h"
 #include "frame/text.h"
+#include "host/components/application_object.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/unit_settings.h"
 #include "host/store/rows.h"
 #include "host/store/transaction.h"
 #include "host/unit/unit_rows.h"
@@ -81,6 +83,7 @@ const MergePlan& UnitMerge::Plan() {
   ConnectionTransaction transaction(session_.connection());
   const Undoable asOneLook(transaction);
   Compare();
+  RequireRoom();
   return plan_;
 }
 
@@ -177,6 +180,9 @@ MergeReport UnitMerge::Apply(const Progress& progress, std::size_t agreedDeletio
   } catch (const WholesaleDeletion&) {
     report.ending = Ending::kRefused;
     report.wholesale = {plan_.Count(MergeAction::kDelete), stored_.size()};
+  } catch (const RefusedError& refusal) {
+    report.ending = Ending::kRefused;
+    report.failures.emplace_back(refusal.what());
   } catch (const CancelledError&) {
     report.ending = Ending::kCancelled;
   } catch (const std::exception& failure) {
@@ -198,6 +204,7 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress, std::size_t agreedDele
   ConnectionTransaction transaction(session_.connection());
   Undoable whole(transaction);
   Compare();
+  RequireRoom();
   if (plan_.DeletesMostOf(stored_.size()) && plan_.Count(MergeAction::kDelete) > agreedDeletions) {
     throw WholesaleDeletion();
   }
@@ -230,6 +237,39 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress, std::size_t agreedDele
   }
   whole.Keep();
   return aftermath;
+}
+
+/// The controller's merge takes whatever it is given: more codes than the unit's type allows, and
+/// longer ones, would make the unit unusable on its screens.
+void UnitMerge::RequireRoom() {
+  const std::optional<std::int32_t> digits = CodeDigitsOf(session_, unitKey_);
+  for (const MergeStep& step : plan_.steps) {
+    if (step.action == MergeAction::kDelete || !digits) {
+      continue;
+    }
+    const std::string number = std::to_string(NumberOf(unit_.codes[step.unitCode]));
+    if (number.size() > static_cast<std::size_t>(*digits)) {
+      throw RefusedError(fmt::format(
+          "the directory code {} is longer than the {} digits of this unit's codes; nothing was "
+          "changed",
+          number, *digits));
+    }
+  }
+  const auto inserts = static_cast<std::int64_t>(plan_.Count(MergeAction::kInsert));
+  const auto deletions = static_cast<std::int64_t>(plan_.Count(MergeAction::kDelete));
+  const std::optional<std::int32_t> capacity = CapacityOf(session_, unitKey_);
+  if (!capacity || inserts <= deletions) {
+    return;
+  }
+  const UnitStatus now = ReadUnitStatus(session_.sql(), unitKey_);
+  const std::int64_t then =
+      now.credentials + now.entryCodes + now.directoryCodes + inserts - deletions;
+  if (then > *capacity) {
+    throw RefusedError(
+        fmt::format("the unit would hold {} combined codes, and its type allows {}; nothing was "
+                    "changed",
+                    then, *capacity));
+  }
 }
 
 void UnitMerge::Do(const MergeStep& step) {

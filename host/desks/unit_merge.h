@@ -62,7 +62,7 @@ class UnitMerge {
   UnitMerge& operator=(const UnitMerge&) = delete;
 
   /// Reads the store's side and compares; writes nothing. Raises FailureError when it cannot be
-  /// read.
+  /// read, and RefusedError for codes that the store's unit has no room for.
   const MergePlan& Plan();
   [[nodiscard]] const MergePlan& plan() const { return plan_; }
   [[nodiscard]] const std::vector<StoredCode>& stored() const { return stored_; }
@@ -82,6 +82,7 @@ class UnitMerge {
   [[nodiscard]] StoredCode* FindStored(std::int32_t rid);
 
   MergeAftermath DoAll(const Progress& progress, std::size_t agreedDeletions);
+  void RequireRoom();
   void Do(const MergeStep& step);
   std::size_t ReleaseTenants();
   void MoveTenants(std::int32_t from, std::int32_t to);

@@ -4,7 +4,9 @@
 
 #include <string>
 
+#include "frame/capacity.h"
 #include "frame/convert.h"
+#include "frame/runtime_error.h"
 #include "host/desks/desk_error.h"
 
 namespace qorhost {
@@ -21,6 +23,24 @@ void RequireSettings(DeskSession& session, std::int32_t unitKey) {
       fmt::format("unit {}{} has no settings: the store's table UnitSettings needs a "
                   "row for it",
                   unitKey, name.empty() ? "" : ", " + name + ","));
+}
+
+std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKey) {
+  const QueryResult answer = session.sql().Select(qorcred::CapacityQuery(unitKey));
+  qorcred::Base64Decoder decoder;
+  try {
+    return qorcred::ToInteger(qorcred::DecodedCapacity(
+        session.host(), decoder, qorcred::TableView(qorcred::ObjectRef(answer.table))));
+  } catch (const qorcred::RuntimeError&) {
+    return std::nullopt;
+  }
+}
+
+std::optional<std::int32_t> CodeDigitsOf(DeskSession& session, std::int32_t unitKey) {
+  const qorcred::Value digits = session.sql().Scalar(
+      fmt::format("SELECT MaxDigitsDirectoryCode FROM UnitSettings WHERE UnitKey={}", unitKey));
+  const auto* number = digits.As<std::int32_t>();
+  return number == nullptr || *number < 1 ? std::nullopt : std::optional(*number);
 }
 
 }  // namespace qorhost

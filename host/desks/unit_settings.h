@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "host/desks/session.h"
 
@@ -10,5 +11,12 @@ namespace qorhost {
 /// Raises FailureError that names the unit when the store has no settings for it: controllers would
 /// fail without a word about the reason.
 void RequireSettings(DeskSession& session, std::int32_t unitKey);
+
+/// The most combined codes of the unit's type; nothing when the store does not say. Past every
+/// tracing: the answer is for the host alone.
+[[nodiscard]] std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKey);
+
+/// The most digits of the unit's directory codes; nothing when the store does not say.
+[[nodiscard]] std::optional<std::int32_t> CodeDigitsOf(DeskSession& session, std::int32_t unitKey);
 
 }  // namespace qorhost

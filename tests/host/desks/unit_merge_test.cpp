@@ -134,6 +134,37 @@ TEST_F(UnitMerges, MoreThanHalfOfTheCodesAreDeletedOnlyWhenThatWasAgreedTo) {
   EXPECT_EQ(CodeCount(), 2);
 }
 
+TEST_F(UnitMerges, CodesLongerThanTheUnitsAreRefusedBeforeAnythingIsWritten) {
+  UnitFile unit = Exported();
+  AddCopy(unit, "123456");
+  CodeIn(unit, 102)[Place::kPhone] = "555-9999";
+  const UnitReading reading{unit, {}};
+  UnitMerge merge(session(), kUnit, reading, BadLines::kRefused);
+  const MergeReport report = merge.Apply(nullptr);
+  EXPECT_EQ(report.ending, Ending::kRefused);
+  ASSERT_THAT(report.failures, SizeIs(1));
+  EXPECT_THAT(report.failures[0], HasSubstr("the directory code 123456 is longer than the"));
+  EXPECT_TRUE(IsAsBefore());
+  EXPECT_THROW(merge.Plan(), RefusedError);
+}
+
+TEST_F(UnitMerges, MoreCodesThanTheUnitsTypeAllowsAreRefusedBeforeAnythingIsWritten) {
+  UnitFile unit = Exported();
+  AddCopy(unit, "300");
+  const UnitReading reading{unit, {}};
+  // As many as there are: 145 credentials and 6 directory codes.
+  Run("UPDATE UNITTYPES SET TOTAL='MTUx'");
+  UnitMerge full(session(), kUnit, reading, BadLines::kRefused);
+  const MergeReport refused = full.Apply(nullptr);
+  EXPECT_EQ(refused.ending, Ending::kRefused);
+  ASSERT_THAT(refused.failures, SizeIs(1));
+  EXPECT_EQ(refused.failures[0],
+            "the unit would hold 152 combined codes, and its type allows 151; nothing was changed");
+  EXPECT_TRUE(IsAsBefore());
+  Run("UPDATE UNITTYPES SET TOTAL='MTUy'");
+  EXPECT_TRUE(full.Apply(nullptr).done());
+}
+
 TEST_F(UnitMerges, HalfOfTheCodesAreDeletedWithoutAQuestion) {
   UnitFile unit = Exported();
   unit.codes.resize(3);
@@ -243,7 +274,7 @@ TEST_F(UnitMerges, AStepThatFailsUndoesAllAndIsTold) {
   const UnitFile before = Exported();
   Run("CREATE TRIGGER Refuse BEFORE INSERT ON DirectoryCode WHEN NEW.DIRECTORYCODE = 1500 BEGIN "
       "SELECT RAISE(ABORT, 'no room'); END");
-  const MergeReport report = Merge(GenerateUnit(2000, 1));
+  const MergeReport report = Merge(GenerateUnit(1800, 1));
   EXPECT_EQ(report.ending, Ending::kFailed);
   ASSERT_THAT(report.failures, SizeIs(1));
   EXPECT_THAT(report.failures[0], HasSubstr("cannot write the directory code 1500: "));
