@@ -91,13 +91,14 @@ void RequireStore(const fs::path& file) {
 
 }  // namespace
 
-std::unique_ptr<Store> OpenStoreFile(const fs::path& file, Access access, Patience patience) {
+std::unique_ptr<Store> OpenStoreFile(const fs::path& file, Access access,
+                                     const Patience& patience) {
   if (access == Access::kRead && IsOlderStore(file)) {
     // Brought up to date by whatever is asked of it first.
     (void)OpenStore(file, OpenMode::kReadWrite, patience);
   }
   return OpenStore(file, access == Access::kRead ? OpenMode::kReadOnly : OpenMode::kReadWrite,
-                   std::move(patience));
+                   patience);
 }
 
 StorePlace LookAt(const fs::path& file) {

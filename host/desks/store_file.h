@@ -15,7 +15,7 @@ enum class Access : bool { kRead, kChange };
 
 /// Opens a store; an older one is brought up to date first, whatever the access. Raises StoreError.
 [[nodiscard]] std::unique_ptr<Store> OpenStoreFile(const std::filesystem::path& file, Access access,
-                                                   Patience patience = {});
+                                                   const Patience& patience = {});
 
 /// What stands where a store is to be; a link is something else, wherever it leads.
 enum class StorePlace : std::uint8_t { kFree, kFile, kFolder, kOther };

@@ -10,8 +10,8 @@
 namespace qorhost {
 
 std::unique_ptr<Store> OpenStore(const std::filesystem::path& file, OpenMode mode,
-                                 Patience patience) {
-  return std::make_unique<sqlite::Store>(sqlite::OpenDatabase(file, mode, std::move(patience)));
+                                 const Patience& patience) {
+  return std::make_unique<sqlite::Store>(sqlite::OpenDatabase(file, mode, patience));
 }
 
 std::unique_ptr<Store> OpenMemoryStore() {

@@ -16,7 +16,7 @@ namespace qorhost {
 /// Raises StoreError for a file that is no store, is damaged, is newer than this program, or is
 /// older and was opened for reading only.
 [[nodiscard]] std::unique_ptr<Store> OpenStore(const std::filesystem::path& file, OpenMode mode,
-                                               Patience patience = {});
+                                               const Patience& patience = {});
 
 /// An empty store in memory, gone with the object.
 [[nodiscard]] std::unique_ptr<Store> OpenMemoryStore();

@@ -78,6 +78,14 @@ void RequireFile(const fs::path& file, OpenMode mode) {
           fmt::format("'{}' is a pipe, a socket or a device: name a file", file.string()),
           StoreFault::kCannotOpen);
     }
+    // Each name has a log of its own: two programs would write past each other.
+    if (mode != OpenMode::kReadOnly && fs::hard_link_count(file, ignored) > 1 && !ignored) {
+      throw StoreError(
+          fmt::format("'{}' has a second name (a hard link): a store may have one name only, so "
+                      "remove the other or make a copy",
+                      file.string()),
+          StoreFault::kCannotOpen);
+    }
   } else if (mode == OpenMode::kCreate) {
     MakeFile(file);
   } else {

@@ -117,7 +117,7 @@ int SchemaVersion() {
   return kMigrations.back().version;
 }
 
-Database OpenDatabase(const std::filesystem::path& file, OpenMode mode, Patience patience) {
+Database OpenDatabase(const std::filesystem::path& file, OpenMode mode, const Patience& patience) {
   // The engine finds the side files by name when it first reads. If the file has moved by then,
   // they may be those of another one, and what was read means nothing.
   for (int openings = 1; openings < kMostOpenings; ++openings) {

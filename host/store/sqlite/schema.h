@@ -31,7 +31,7 @@ struct Migration {
 /// older and was opened for reading only. A file that makes room for another one meanwhile is left
 /// for that one.
 [[nodiscard]] Database OpenDatabase(const std::filesystem::path& file, OpenMode mode,
-                                    Patience patience = {});
+                                    const Patience& patience = {});
 
 /// Whether a file holds a store, whole or damaged and of any version, or nothing at all: what may
 /// be replaced without a loss of anything else. Only reads the file. Raises StoreError when it

@@ -61,6 +61,17 @@ TEST_F(OpeningTest, OpensANameWithoutAFolder) {
   EXPECT_TRUE(std::filesystem::exists(File("plain.db")));
 }
 
+TEST_F(OpeningTest, AStoreUnderTwoNamesIsOnlyRead) {
+  { const Database created = OpenDatabase(File(), OpenMode::kCreate); }
+  std::filesystem::create_hard_link(File(), File("other.db"));
+  for (const char* name : {"building.db", "other.db"}) {
+    EXPECT_THAT(FailureOf(File(name), OpenMode::kReadWrite), HasSubstr("has a second name"));
+    EXPECT_EQ(FailureOf(File(name), OpenMode::kReadOnly), "opened");
+  }
+  std::filesystem::remove(File("other.db"));
+  EXPECT_EQ(FailureOf(File(), OpenMode::kReadWrite), "opened");
+}
+
 TEST_F(OpeningTest, SaysThatTheFolderIsMissing) {
   EXPECT_THAT(FailureOf(folder_.File("none") / "a.db", OpenMode::kCreate),
               AllOf(HasSubstr("none' does not exist"), HasSubstr("create it")));
