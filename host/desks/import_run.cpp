@@ -24,7 +24,7 @@ std::string Shortened(std::string text) {
 
 }  // namespace
 
-ImportRun::ImportRun(DeskSession& session, WorkOrder order, const ImportRules& rules,
+ImportRun::ImportRun(DeskSession& session, const WorkOrder& order, const ImportRules& rules,
                      std::span<const FieldWord> columns)
     : session_(session),
       rules_(rules),

@@ -64,7 +64,7 @@ class ImportRun {
   /// Nobody else writes from now on until the end; what the screen shows is to be read behind it.
   /// `columns` are what the file calls the screen's inputs. Raises StoreError when others write for
   /// too long.
-  ImportRun(DeskSession& session, WorkOrder order, const ImportRules& rules,
+  ImportRun(DeskSession& session, const WorkOrder& order, const ImportRules& rules,
             std::span<const FieldWord> columns);
 
   /// `enter` works on the unit's screen.
