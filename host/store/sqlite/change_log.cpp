@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <string_view>
 #include <utility>
 
+#include "host/store/sqlite/result_reader.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
@@ -20,27 +20,6 @@ constexpr std::array<std::string_view, 6> kLeftOut{"ProgramSteps", "UnitCounters
 
 bool IsKept(std::string_view table) {
   return std::find(kLeftOut.begin(), kLeftOut.end(), table) == kLeftOut.end();
-}
-
-qorcred::Value ValueOf(sqlite3_value* cell) {
-  switch (cell == nullptr ? SQLITE_NULL : sqlite3_value_type(cell)) {
-    case SQLITE_NULL:
-      return {qorcred::Null{}};
-    case SQLITE_INTEGER: {
-      const std::int64_t number = sqlite3_value_int64(cell);
-      const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
-                        number <= std::numeric_limits<std::int32_t>::max();
-      return fits ? qorcred::Value(static_cast<std::int32_t>(number))
-                  : qorcred::Value(static_cast<double>(number));
-    }
-    case SQLITE_FLOAT:
-      return {sqlite3_value_double(cell)};
-    default:
-      break;
-  }
-  const auto* bytes = static_cast<const char*>(sqlite3_value_blob(cell));
-  const auto size = static_cast<std::size_t>(sqlite3_value_bytes(cell));
-  return bytes == nullptr ? qorcred::Value("") : qorcred::Value(std::string_view(bytes, size));
 }
 
 using Reader = int (*)(sqlite3*, int, sqlite3_value**);
@@ -80,7 +59,8 @@ struct ChangeLog::Hook {
     for (const std::string& column : table.columns) {
       sqlite3_value* value = nullptr;
       read(log.database_.handle(), static_cast<int>(cells.size()), &value);
-      cells.push_back({column, ValueOf(value)});
+      cells.push_back(
+          {column, value == nullptr ? qorcred::Value(qorcred::Null{}) : PlainValue(value)});
     }
     return cells;
   }

@@ -92,30 +92,40 @@ std::vector<std::string> ColumnNamesOf(const Statement& statement) {
   return names;
 }
 
+Value PlainValue(sqlite3_value* cell) {
+  switch (sqlite3_value_type(cell)) {
+    case SQLITE_NULL:
+      return {qorcred::Null{}};
+    case SQLITE_INTEGER:
+      return WholeNumber(sqlite3_value_int64(cell));
+    case SQLITE_FLOAT:
+      return {sqlite3_value_double(cell)};
+    default:
+      return {TextOf(cell)};
+  }
+}
+
 Value ReadCell(const Statement& statement, int column, CellKind kind) {
   // One look at the row for the whole cell. Databases are opened without a mutex of their own, so
   // the value may be read in place.
   sqlite3_value* cell = sqlite3_column_value(statement.handle(), column);
+  if (kind == CellKind::kPlain) {
+    return PlainValue(cell);
+  }
+  const bool isBoolean = kind == CellKind::kBoolean;
   switch (sqlite3_value_type(cell)) {
     case SQLITE_NULL:
       return {qorcred::Null{}};
     case SQLITE_INTEGER: {
       const std::int64_t number = sqlite3_value_int64(cell);
-      if (kind == CellKind::kPlain) {
-        return WholeNumber(number);
-      }
-      return kind == CellKind::kBoolean ? Value(number != 0)
-                                        : DateOrNumber(static_cast<double>(number));
+      return isBoolean ? Value(number != 0) : DateOrNumber(static_cast<double>(number));
     }
     case SQLITE_FLOAT: {
       const double number = sqlite3_value_double(cell);
-      if (kind == CellKind::kBoolean) {
-        return {number != 0.0};
-      }
-      return kind == CellKind::kDate ? DateOrNumber(number) : Value(number);
+      return isBoolean ? Value(number != 0.0) : DateOrNumber(number);
     }
     default:
-      return kind == CellKind::kDate ? DateOrText(TextOf(cell)) : Value(TextOf(cell));
+      return isBoolean ? Value(TextOf(cell)) : DateOrText(TextOf(cell));
   }
 }
 

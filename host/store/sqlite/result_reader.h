@@ -13,6 +13,8 @@
 #include "host/dialect/catalog.h"
 #include "host/store/sqlite/database.h"
 
+struct sqlite3_value;
+
 namespace qorhost::sqlite {
 
 /// How the cells of a column become values. Null is Null in every column.
@@ -29,6 +31,9 @@ enum class CellKind : std::uint8_t {
 
 /// The columns' names as the statement gives them.
 [[nodiscard]] std::vector<std::string> ColumnNamesOf(const Statement& statement);
+
+/// A value of the engine as a cell of kPlain.
+[[nodiscard]] qorcred::Value PlainValue(sqlite3_value* cell);
 
 /// One cell of the current row.
 [[nodiscard]] qorcred::Value ReadCell(const Statement& statement, int column, CellKind kind);
