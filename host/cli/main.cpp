@@ -6,12 +6,10 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
-#include <ctime>
 #include <iostream>
 #include <string>
 #include <vector>
 
-#include "frame/date.h"
 #include "host/cli/command_line.h"
 #include "host/desks/whole_number.h"
 
@@ -30,14 +28,7 @@ qorhost::Author AuthorOfProcess() {
   if (gethostname(machine.data(), machine.size() - 1) == 0) {
     author.origin += std::string(" on ") + machine.data();
   }
-  author.utc = [] {
-    const std::time_t now = std::time(nullptr);
-    std::tm time{};
-    gmtime_r(&now, &time);
-    constexpr int kFirstYear = 1900;
-    return qorcred::FromCivil({time.tm_year + kFirstYear, time.tm_mon + 1, time.tm_mday,
-                               time.tm_hour, time.tm_min, time.tm_sec});
-  };
+  author.utc = qorhost::UtcClock();
   return author;
 }
 

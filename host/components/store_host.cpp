@@ -10,10 +10,8 @@ namespace qorhost {
 
 namespace {
 
-qorcred::Date LocalTime(std::time_t time) {
+qorcred::Date DateOf(const std::tm& parts) {
   constexpr int kFirstYear = 1900;
-  std::tm parts{};
-  localtime_r(&time, &parts);
   return qorcred::FromCivil({parts.tm_year + kFirstYear, parts.tm_mon + 1, parts.tm_mday,
                              parts.tm_hour, parts.tm_min, parts.tm_sec});
 }
@@ -25,10 +23,19 @@ Clock SystemClock() {
   return [last = std::time_t{-1}, date = qorcred::Date{}]() mutable {
     const std::time_t now = std::time(nullptr);
     if (now != last) {
-      date = LocalTime(now);
+      std::tm parts{};
+      date = DateOf(*localtime_r(&now, &parts));
       last = now;
     }
     return date;
+  };
+}
+
+Clock UtcClock() {
+  return [] {
+    const std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    return DateOf(*gmtime_r(&now, &parts));
   };
 }
 
@@ -43,8 +50,7 @@ qorcred::MessageButton StoreHost::ShowMessage(std::string_view text, qorcred::Me
   if (services_.messageBox) {
     return services_.messageBox(text, style, title);
   }
-  return style == qorcred::MessageStyle::kQuestion ? qorcred::MessageButton::kNo
-                                                   : qorcred::MessageButton::kOk;
+  return UnseenAnswer(style);
 }
 
 qorcred::Date StoreHost::Now() {

@@ -20,6 +20,14 @@ using FailureLog =
 
 /// The computer's local time, to the second.
 [[nodiscard]] Clock SystemClock();
+/// The same in UTC.
+[[nodiscard]] Clock UtcClock();
+
+/// What a message that is shown to nobody is answered: a notice OK, a question No.
+[[nodiscard]] inline qorcred::MessageButton UnseenAnswer(qorcred::MessageStyle style) {
+  return style == qorcred::MessageStyle::kQuestion ? qorcred::MessageButton::kNo
+                                                   : qorcred::MessageButton::kOk;
+}
 
 class StoreHost final : public qorcred::Host {
  public:

@@ -57,9 +57,8 @@ StoreHost::Services DeskSession::MakeServices() {
 
 MessageButton DeskSession::ShowMessage(std::string_view text, MessageStyle style,
                                        std::string_view title) {
-  const bool isQuestion = style == MessageStyle::kQuestion;
   if (sql().work().voided() != VoidReason::kNone) {
-    return isQuestion ? MessageButton::kNo : MessageButton::kOk;
+    return UnseenAnswer(style);
   }
   const MessageButton answer = AnswerTo({text, style, title});
   if (record_ != nullptr) {
@@ -69,8 +68,6 @@ MessageButton DeskSession::ShowMessage(std::string_view text, MessageStyle style
 }
 
 MessageButton DeskSession::AnswerTo(const NewMessage& message) {
-  const bool isQuestion = message.style == MessageStyle::kQuestion;
-  const MessageButton unseen = isQuestion ? MessageButton::kNo : MessageButton::kOk;
   if (answered_ != nullptr) {
     const auto before =
         std::find_if(answered_->answers_.begin(), answered_->answers_.end(),
@@ -85,22 +82,22 @@ MessageButton DeskSession::AnswerTo(const NewMessage& message) {
   }
   // Others wait for the end of what is locked: nobody is asked meanwhile.
   const bool othersWait = !unattended_ && sql().work().locked();
-  if (othersWait && isQuestion) {
+  if (othersWait && message.style == MessageStyle::kQuestion) {
     if (answered_ != nullptr) {
       answered_->newQuestion_ = true;
     }
     NoteFailure(fmt::format("nobody could be asked: {}", message.text));
     sql().work().Void(VoidReason::kFailed);
-    return unseen;
+    return UnseenAnswer(message.style);
   }
   if (othersWait && notices_ != nullptr) {
     notices_->waiting_.push_back(
         {std::string(message.text), message.style, std::string(message.title)});
-    return unseen;
+    return UnseenAnswer(message.style);
   }
   return surroundings_.messageBox
              ? surroundings_.messageBox(message.text, message.style, message.title)
-             : unseen;
+             : UnseenAnswer(message.style);
 }
 
 void DeskSession::NoteFailure(std::string_view failure) {
@@ -153,10 +150,8 @@ UnseenMessages::UnseenMessages(DeskSession& session, bool answerYes)
       formerlyUnattended_(std::exchange(session.unattended_, true)) {
   session_.surroundings_.messageBox = [answerYes](std::string_view, MessageStyle style,
                                                   std::string_view) {
-    if (style != MessageStyle::kQuestion) {
-      return MessageButton::kOk;
-    }
-    return answerYes ? MessageButton::kYes : MessageButton::kNo;
+    const bool agreed = answerYes && style == MessageStyle::kQuestion;
+    return agreed ? MessageButton::kYes : UnseenAnswer(style);
   };
 }
 
