@@ -25,6 +25,16 @@ std::unique_ptr<Store> OpenFile(const GlobalOptions& global, Access access, Cons
   return OpenStoreFile(global.file, access, PatienceOf(global, console));
 }
 
+/// "1 Harbour Court, 2 Linden Park", not too many of them.
+std::string Listed(const std::vector<UnitName>& units) {
+  constexpr std::size_t kMost = 20;
+  std::string list;
+  for (std::size_t at = 0; at < std::min(units.size(), kMost); ++at) {
+    list += fmt::format("{}{} {}", at == 0 ? "" : ", ", units[at].key, units[at].name);
+  }
+  return units.size() > kMost ? list + ", ..." : list;
+}
+
 }  // namespace
 
 Patience PatienceOf(const GlobalOptions& global, Console& console) {
@@ -44,20 +54,6 @@ Patience PatienceOf(const GlobalOptions& global, Console& console) {
   }
   return patience;
 }
-
-namespace {
-
-/// "1 Harbour Court, 2 Linden Park", not too many of them.
-std::string Listed(const std::vector<UnitName>& units) {
-  constexpr std::size_t kMost = 20;
-  std::string list;
-  for (std::size_t at = 0; at < std::min(units.size(), kMost); ++at) {
-    list += fmt::format("{}{} {}", at == 0 ? "" : ", ", units[at].key, units[at].name);
-  }
-  return units.size() > kMost ? list + ", ..." : list;
-}
-
-}  // namespace
 
 Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, MessageBox messageBox) {
   Surroundings surroundings;
@@ -80,7 +76,6 @@ CommandSession::CommandSession(std::unique_ptr<Store> store, const GlobalOptions
                                Console& console)
     : global_(global),
       console_(console),
-      environment_(console.environment),
       operator_(console, global.answer),
       session_(std::move(store),
                SurroundingsOf(
@@ -108,22 +103,24 @@ UnitName CommandSession::Find(std::int32_t key, std::vector<UnitName> units) con
 }
 
 std::optional<std::int32_t> CommandSession::NamedUnit() const {
-  if (global_.unit || !environment_.unit) {
+  if (global_.unit || !console_.environment.unit) {
     return global_.unit;
   }
-  const auto key = WholeNumber(*environment_.unit);
+  const auto key = WholeNumber(*console_.environment.unit);
   if (!key) {
     throw UsageError(
         fmt::format("QORHOST_UNIT is '{}', which is no key of a unit: set it to a whole number, or "
                     "say --unit N",
-                    *environment_.unit));
+                    *console_.environment.unit));
   }
   return key;
 }
 
-bool CommandSession::Asks(const std::string& question) {
-  return operator_.Show(question, qorcred::MessageStyle::kQuestion, "qorhost") ==
-         qorcred::MessageButton::kYes;
+void CommandSession::RequireConsent(const std::string& question) {
+  if (operator_.Show(question, qorcred::MessageStyle::kQuestion, "qorhost") !=
+      qorcred::MessageButton::kYes) {
+    throw RefusedError("nothing was changed");
+  }
 }
 
 UnitName CommandSession::ChosenUnit() {
@@ -152,9 +149,13 @@ UnitName CommandSession::UnitToChange() {
   return ChosenUnit();
 }
 
+std::string NameOf(const UnitName& unit) {
+  return unit.name.empty() ? fmt::format("unit {}", unit.key)
+                           : fmt::format("unit {}, {}", unit.key, Displayable(unit.name));
+}
+
 std::string InUnit(const UnitName& unit) {
-  return unit.name.empty() ? fmt::format("in unit {}", unit.key)
-                           : fmt::format("in unit {}, {}", unit.key, Displayable(unit.name));
+  return "in " + NameOf(unit);
 }
 
 void PrintRaw(Console& console, const std::function<void(std::ostream&)>& print) {
@@ -168,9 +169,9 @@ void PrintRaw(Console& console, const std::function<void(std::ostream&)>& print)
 }
 
 void PrintTitle(Console& console, const UnitName& unit) {
-  console.out << (unit.name.empty()
-                      ? fmt::format("Unit {}\n", unit.key)
-                      : fmt::format("Unit {}, {}\n", unit.key, Displayable(unit.name)));
+  std::string title = NameOf(unit);
+  title.front() = 'U';
+  console.out << title << '\n';
 }
 
 void CommandSession::TellWhatIsMissing(const std::vector<UnitName>& units) {

@@ -44,8 +44,9 @@ class CommandSession {
   [[nodiscard]] UnitName ChosenUnit();
   /// The same to change something: of several units one has to be named, or it raises UsageError.
   [[nodiscard]] UnitName UnitToChange();
-  /// Asks a question of the host's own, as the controllers' are asked.
-  [[nodiscard]] bool Asks(const std::string& question);
+  /// Asks a question of the host's own, as the controllers' are asked. Raises RefusedError unless
+  /// the answer is Yes.
+  void RequireConsent(const std::string& question);
   /// The unit of --unit alone, or all units.
   [[nodiscard]] std::vector<UnitName> ChosenUnits();
 
@@ -58,7 +59,6 @@ class CommandSession {
 
   const GlobalOptions& global_;
   Console& console_;
-  const Environment& environment_;
   Operator operator_;
   DeskSession session_;
 };
@@ -66,7 +66,9 @@ class CommandSession {
 /// Waits for others who write as long as --wait says, with a word on a terminal when that takes a
 /// while.
 [[nodiscard]] Patience PatienceOf(const GlobalOptions& global, Console& console);
-/// "in unit 2, Linden Park", fit for a terminal.
+/// "unit 2, Linden Park", fit for a terminal.
+[[nodiscard]] std::string NameOf(const UnitName& unit);
+/// "in unit 2, Linden Park"
 [[nodiscard]] std::string InUnit(const UnitName& unit);
 /// "Unit 2, Linden Park" above what is printed of it.
 void PrintTitle(Console& console, const UnitName& unit);

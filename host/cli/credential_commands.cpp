@@ -7,7 +7,6 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_list.h"
-#include "host/desks/desk_error.h"
 #include "host/desks/typed_input.h"
 #include "host/files/json_writer.h"
 
@@ -68,8 +67,8 @@ void RequireConsent(const AssignmentLosses& losses, const ShownCredential& crede
     question += fmt::format("{} has two credentials and loses {}. ", Displayable(credential.tenant),
                             Displayable(losses.replaced));
   }
-  if (!question.empty() && !session.Asks(question + "Go on?")) {
-    throw RefusedError("nothing was changed");
+  if (!question.empty()) {
+    session.RequireConsent(question + "Go on?");
   }
 }
 

@@ -123,16 +123,6 @@ void ReportObstacles(const std::vector<Obstacle>& obstacles, bool skip, Console&
   }
 }
 
-/// Raises RefusedError unless the person agrees to lose so many codes.
-void RequireConsent(const MergeReport::Wholesale& wholesale, CommandSession& session) {
-  const std::string question =
-      fmt::format("{} of the unit's {} directory codes will be deleted. Go on?",
-                  wholesale.deletions, wholesale.stored);
-  if (!session.Asks(question)) {
-    throw RefusedError("nothing was changed");
-  }
-}
-
 /// Raises RefusedError for a file that is there already, unless it is to be replaced.
 void WriteFile(const UnitFile& unit, const GlobalOptions& global,
                const DirCodeExportOptions& options) {
@@ -167,7 +157,9 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   MergeReport report = merge.Apply(BarOn(console, global.trace));
   // Nobody waits while the person thinks: there may be more to agree to by then.
   while (report.wholesale) {
-    RequireConsent(*report.wholesale, session);
+    session.RequireConsent(
+        fmt::format("{} of the unit's {} directory codes will be deleted. Go on?",
+                    report.wholesale->deletions, report.wholesale->stored));
     report = merge.Apply(BarOn(console, global.trace), report.wholesale->deletions);
   }
   const ExitStatus status = TellChange(report, "unit", console);
@@ -192,7 +184,7 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
   console.stored = true;
   console.out << fmt::format("Wrote {} directory {} to {} ({}).\n", unit.codes.size(),
                              unit.codes.size() == 1 ? "code" : "codes", Displayable(options.to),
-                             InUnit(chosen).substr(std::string_view("in ").size()));
+                             NameOf(chosen));
   return ExitStatus::kDone;
 }
 
