@@ -36,6 +36,11 @@ void RequireCredentialNumber(std::int32_t number) {
   }
 }
 
+/// The condition on tenants who hold a credential.
+std::string Holds(std::int32_t rid) {
+  return fmt::format("(CREDENTIALID1={0} OR CREDENTIALID2={0})", rid);
+}
+
 std::shared_ptr<ScreenModel> MakeScreen(DeskScreen kind, qorcred::Date today) {
   return kind == DeskScreen::kTenantCreating ? MakeTenantCreatingScreen(today)
                                              : MakeCredentialScreen(today);
@@ -236,9 +241,8 @@ bool CredentialDesk::ShowRow(std::int32_t rid) {
   }
   return shown_.TakeRows(
       {fmt::format("SELECT * FROM CREDENTIALBANK WHERE UnitKey={} AND RID={}", unitKey_, rid),
-       fmt::format("SELECT * FROM TENANTS WHERE UnitKey={0} AND (CREDENTIALID1={1} OR "
-                   "CREDENTIALID2={1}) ORDER BY RID",
-                   unitKey_, rid)});
+       fmt::format("SELECT * FROM TENANTS WHERE UnitKey={} AND {} ORDER BY RID", unitKey_,
+                   Holds(rid))});
 }
 
 /// The controller has left the screen with the row's former date: the next change would be stale.
@@ -267,8 +271,17 @@ ShownCredential CredentialDesk::Shown() const {
   return shown;
 }
 
-AssignmentLosses CredentialDesk::LossesOfSaving() {
+void CredentialDesk::RequireUnitSettings() {
+  // Nobody can take them away meanwhile, and an import asks for every line.
+  if (hasSettings_ && session_.sql().work().locked()) {
+    return;
+  }
   RequireSettings(session_, unitKey_);
+  hasSettings_ = true;
+}
+
+AssignmentLosses CredentialDesk::LossesOfSaving() {
+  RequireUnitSettings();
   const std::int32_t rid = Shown().rid;
   const ListModel& tenants = screen_->List("cboAssignedTo");
   const bool chosen = tenants.selected() >= placeholders::kInTenants;
@@ -279,9 +292,9 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
 
   AssignmentLosses losses;
   const QueryResult holders = session_.sql().Select(fmt::format(
-      "SELECT LastName & ' ' & FirstName & ' ' & MiddleInitial FROM TENANTS WHERE UnitKey={0} AND "
-      "(CREDENTIALID1={1} OR CREDENTIALID2={1}) AND TenantID<>{2} ORDER BY TenantID",
-      unitKey_, rid, tenantId));
+      "SELECT LastName & ' ' & FirstName & ' ' & MiddleInitial FROM TENANTS WHERE UnitKey={} AND "
+      "{} AND TenantID<>{} ORDER BY TenantID",
+      unitKey_, Holds(rid), tenantId));
   for (const ResultRow row : holders.rows()) {
     losses.holders.emplace_back(qorcred::Trim(qorcred::TextOrEmpty(row[0])));
   }
@@ -311,7 +324,7 @@ Outcome CredentialDesk::Work(std::string what, const std::function<Outcome()>& r
 }
 
 IssuedCredentials CredentialDesk::SaveNew(const Progress& progress) {
-  RequireSettings(session_, unitKey_);
+  RequireUnitSettings();
   IssuedCredentials issued;
   const std::string& last = screen_->Box("txtPINEND").text();
   const std::string what =
@@ -349,7 +362,7 @@ Outcome CredentialDesk::SaveOnce(IssuedCredentials& issued, const Progress& prog
 }
 
 Outcome CredentialDesk::SaveSelected() {
-  RequireSettings(session_, unitKey_);
+  RequireUnitSettings();
   const ShownCredential credential = Shown();
   Outcome outcome = Work("edit credential " + credential.entry, [this] {
     OperationRecord saving(session_);
@@ -373,9 +386,8 @@ bool CredentialDesk::IsHeldAsChosen() {
     return true;
   }
   const QueryResult holder = session_.sql().Select(
-      fmt::format("SELECT RID FROM TENANTS WHERE UnitKey={0} AND TenantID={1} AND "
-                  "(CREDENTIALID1={2} OR CREDENTIALID2={2})",
-                  unitKey_, tenants.ItemData(chosen), Shown().rid));
+      fmt::format("SELECT RID FROM TENANTS WHERE UnitKey={} AND TenantID={} AND {}", unitKey_,
+                  tenants.ItemData(chosen), Holds(Shown().rid)));
   return holder.rowCount > 0;
 }
 
@@ -407,9 +419,8 @@ Outcome CredentialDesk::Delete(std::int32_t rid) {
 void CredentialDesk::QueueHoldersSteps(std::int32_t rid) {
   qorcred::Trap(session_.host(), "queue the holder's step", [&] {
     const QueryResult holders = session_.sql().Select(
-        fmt::format("SELECT TenantID FROM TENANTS WHERE UnitKey={0} AND (CREDENTIALID1={1} OR "
-                    "CREDENTIALID2={1}) ORDER BY TenantID",
-                    unitKey_, rid));
+        fmt::format("SELECT TenantID FROM TENANTS WHERE UnitKey={} AND {} ORDER BY TenantID",
+                    unitKey_, Holds(rid)));
     if (holders.rowCount == 0) {
       return;
     }

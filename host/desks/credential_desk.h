@@ -115,6 +115,7 @@ class CredentialDesk {
   [[nodiscard]] std::vector<std::int32_t> RowsNamed(std::string_view credential);
   [[nodiscard]] std::string Described(std::vector<std::int32_t> rids);
   void QueueHoldersSteps(std::int32_t rid);
+  void RequireUnitSettings();
 
   DeskSession& session_;
   std::int32_t unitKey_;
@@ -122,6 +123,7 @@ class CredentialDesk {
   std::shared_ptr<ScreenModel> screen_;
   std::optional<qorcred::clsCredential> controller_;
   ShownState shown_;
+  bool hasSettings_ = false;  // when it was looked for last
   Subscription typeSelected_;
   Subscription credentialSelected_;
 };

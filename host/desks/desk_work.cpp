@@ -48,16 +48,7 @@ void FinishShown(DeskSession& session, WorkGuard& guard, ShownState& shown, bool
   if (outcome.done() && changed) {
     const UnitVersion version = work.Committed(shown.unitKey()).value_or(shown.version());
     shown.TakeOver(version, std::move(rows), besideOthers);
-  } else if (outcome.ending == Ending::kStale) {
-    outcome.changes = work.Since(shown.unitKey(), shown.version());
   }
-}
-
-Outcome Stale(DeskSession& session, const ShownState& shown) {
-  Outcome outcome;
-  outcome.ending = Ending::kStale;
-  outcome.changes = session.sql().work().Since(shown.unitKey(), shown.version());
-  return outcome;
 }
 
 /// The second run, beside nobody else.
@@ -70,8 +61,8 @@ Outcome RunAgain(DeskSession& session, ShownState& shown, const DeskOperation& o
   try {
     work.Lock();
     if (!shown.IsStillSo()) {
-      guard.Undo();
-      return Stale(session, shown);
+      outcome.ending = Ending::kStale;
+      return outcome;
     }
     operation.startAgain();
     const AnsweredAgain again(session, std::move(answers));
@@ -81,8 +72,9 @@ Outcome RunAgain(DeskSession& session, ShownState& shown, const DeskOperation& o
     Fail(outcome, failure);
   }
   if (newQuestion) {
-    guard.Undo();
-    return Stale(session, shown);
+    outcome = {};
+    outcome.ending = Ending::kStale;
+    return outcome;
   }
   constexpr bool kBesideOthers = true;
   FinishShown(session, guard, shown, kBesideOthers, outcome);
@@ -167,6 +159,7 @@ Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& 
     outcome = RunAgain(session, shown, operation, std::move(outcome.messages));
   }
   if (outcome.ending == Ending::kStale) {
+    outcome.changes = work.Since(shown.unitKey(), shown.version());
     operation.startAgain();  // what was entered is kept, whatever the controller made of it
   }
   if (outcome.done() || outcome.ending == Ending::kRefused) {
