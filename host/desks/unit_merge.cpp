@@ -10,7 +10,6 @@
 #include "frame/data_services.h"
 #include "frame/text.h"
 #include "host/components/application_object.h"
-#include "host/desks/desk_error.h"
 #include "host/desks/unit_settings.h"
 #include "host/store/rows.h"
 #include "host/store/transaction.h"
@@ -34,9 +33,19 @@ void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
   }
 }
 
+std::string RefusalOf(const UnitReading& reading) {
+  if (!reading.isUnitFile) {
+    return "this is no unit file, so nothing was changed";
+  }
+  const std::size_t count = reading.faults.size();
+  return fmt::format("{} bad {}, so nothing was changed: mend the file", count,
+                     count == 1 ? "line" : "lines");
+}
+
 MergeRules RulesFor(const UnitReading& reading, BadLines badLines) {
-  if (std::string refusal = RefusalOf(reading, badLines); !refusal.empty()) {
-    throw RefusedError(refusal);
+  const bool hasBadLines = !reading.faults.empty() && badLines == BadLines::kRefused;
+  if (!reading.isUnitFile || hasBadLines) {
+    throw UnusableReading(reading);
   }
   // A bad line may stand for any stored code, so none counts as gone from the unit then.
   return {.withDisplay = reading.file.firmware != kFirmwareWithoutDisplay,
@@ -52,17 +61,8 @@ bool IsChangeOfRow(const ProgramStep& step) {
 
 }  // namespace
 
-std::string RefusalOf(const UnitReading& reading, BadLines badLines) {
-  if (!reading.isUnitFile) {
-    return "this is no unit file, so nothing was changed";
-  }
-  const std::size_t count = reading.faults.size();
-  if (count == 0 || badLines == BadLines::kLeftOut) {
-    return {};
-  }
-  return fmt::format("{} bad {}, so nothing was changed: mend the file", count,
-                     count == 1 ? "line" : "lines");
-}
+UnusableReading::UnusableReading(const UnitReading& reading)
+    : RefusedError(RefusalOf(reading)), isUnitFile_(reading.isUnitFile) {}
 
 UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReading& reading,
                      BadLines badLines)

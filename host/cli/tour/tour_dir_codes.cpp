@@ -187,7 +187,7 @@ void DirCodeTour::Renumber() {
 }
 
 UnitFile DirCodeTour::CodesAtUnit() {
-  const UnitFile stored = ExportUnit(session_, kUnit, "").file;
+  const UnitFile stored = ExportUnit(session_, kUnit, "", Unholdable::kRefused).file;
   UnitFile unit;
   for (UnitCode code : stored.codes) {
     if (code[Place::kCode] == "104") {

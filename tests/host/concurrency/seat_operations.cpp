@@ -107,7 +107,7 @@ UnitReading ChangedUnit() {
   const TemporaryFolder folder;
   MakeBuilding(folder.File("unit.db"), kCodesInUse);
   Seat seat(folder.File("unit.db"), "unit");
-  UnitReading reading{ExportUnit(seat.session(), kUnit, "").file, {}};
+  UnitReading reading{ExportUnit(seat.session(), kUnit, "", Unholdable::kRefused).file, {}};
   std::vector<UnitCode>& codes = reading.file.codes;
   std::erase_if(codes, [](const UnitCode& code) { return NumberOf(code) == 103; });
   for (UnitCode& code : codes) {
