@@ -7,7 +7,6 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_list.h"
-#include "host/desks/typed_input.h"
 #include "host/files/json_writer.h"
 
 namespace qorhost {
@@ -142,12 +141,11 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
 
 ExitStatus RunCredentialRenumber(const GlobalOptions& global,
                                  const CredentialRenumberOptions& options, Console& console) {
-  const std::int32_t number = ReadLong(credential_field::kNewNumber, options.number);
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential before = desk.Select(options.credential);
-  const ChangedCredential renumbered = desk.Renumber(number);
+  const ChangedCredential renumbered = desk.Renumber(options.number);
   const ExitStatus status = TellChange(renumbered, "credential", console);
   if (renumbered.done()) {
     console.out << fmt::format("{} is {} now, {}.\n", Displayable(before.entry),
@@ -162,7 +160,7 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& c
   const UnitName unit = session.UnitToChange();
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential chosen = desk.Select(credential);
-  const Outcome deleted = desk.Delete(chosen.rid);
+  const Outcome deleted = desk.Delete();
   const ExitStatus status = TellChange(deleted, "credential", console);
   if (deleted.done()) {
     console.out << fmt::format("Deleted {} {}.\n", NameOf(chosen), InUnit(unit));

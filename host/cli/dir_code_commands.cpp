@@ -131,8 +131,6 @@ ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumber
   const UnitName unit = session.UnitToChange();
   DirCodeDesk desk(session.desks(), unit.key);
   const ShownDirCode before = desk.Select(options.choice);
-  desk.TypeCode(options.number);
-
   const Outcome renumbered = desk.Renumber(options.number);
   const ExitStatus status = TellChange(renumbered, "directory code", console);
   if (renumbered.done()) {
@@ -150,7 +148,7 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const std::string& choi
   const ShownDirCode code = desk.Select(choice);
   const std::vector<std::string> tenants = TenantsShown(desk);
 
-  const Outcome deleted = desk.Delete(code.rid);
+  const Outcome deleted = desk.Delete();
   const ExitStatus status = TellChange(deleted, "directory code", console);
   if (deleted.done()) {
     console.out << fmt::format("Deleted directory code {} {}.\n", NameOf(code), InUnit(unit));

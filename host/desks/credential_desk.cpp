@@ -17,6 +17,7 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/whole_number.h"
 
@@ -27,13 +28,15 @@ namespace {
 constexpr std::string_view kNoDoor = "<None>";
 
 /// The controller refuses 0 alone, and would store what the column cannot hold.
-void RequireCredentialNumber(std::int32_t number) {
+std::int32_t ReadCredentialNumber(std::string_view typed) {
+  const std::int32_t number = ReadLong(credential_field::kNewNumber, typed);
   if (number < 0 || number > qorcred::kHighestCredentialNumber) {
     throw InputFault(
         credential_field::kNewNumber, std::to_string(number),
         fmt::format("{{field}} '{{value}}' is no credential number: they go from 1 to {}",
                     qorcred::kHighestCredentialNumber));
   }
+  return number;
 }
 
 /// The condition on tenants who hold a credential.
@@ -408,8 +411,12 @@ Outcome CredentialDesk::AssignIssued(const IssuedCredentials& issued, std::int32
   return SaveSelected();
 }
 
-Outcome CredentialDesk::Delete(std::int32_t rid) {
-  return Work("delete credential " + Shown().entry, [this, rid] {
+Outcome CredentialDesk::Delete() {
+  const ShownCredential credential = Shown();
+  if (credential.rid <= 0) {
+    throw FailureError("cannot delete a credential: none is selected");
+  }
+  return Work("delete credential " + credential.entry, [this, rid = credential.rid] {
     OperationRecord deleting(session_);
     return deleting.End(controller_->pbDelete(session_.connection(), unitKey_, rid));
   });
@@ -432,8 +439,8 @@ void CredentialDesk::QueueHoldersSteps(std::int32_t rid) {
   });
 }
 
-ChangedCredential CredentialDesk::Renumber(std::int32_t number) {
-  RequireCredentialNumber(number);
+ChangedCredential CredentialDesk::Renumber(std::string_view typed) {
+  const std::int32_t number = ReadCredentialNumber(typed);
   const ShownCredential credential = Shown();
   Outcome outcome = Work("renumber credential " + credential.entry, [&] {
     OperationRecord renumbering(session_);

@@ -95,9 +95,12 @@ class CredentialDesk {
   /// Assigns the credential that SaveNew() has just stored to the tenant at the place `tenant` of
   /// the list. Takes it into the list of credentials, which is not filled again: for long imports.
   Outcome AssignIssued(const IssuedCredentials& issued, std::int32_t tenant);
-  Outcome Delete(std::int32_t rid);
-  /// Queues the steps of those who hold it. Raises InputFault for a number below 0 or above 65535.
-  ChangedCredential Renumber(std::int32_t number);
+  /// Deletes the credential that is selected. Raises FailureError when none is.
+  Outcome Delete();
+  /// Gives the credential that is selected the number that was typed, and queues the steps of those
+  /// who hold it. Raises InputFault for a text that is no whole number and for a number below 0 or
+  /// above 65535.
+  ChangedCredential Renumber(std::string_view typed);
 
  private:
   void Open();

@@ -8,6 +8,7 @@
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
 #include "frame/text.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
@@ -141,7 +142,10 @@ bool DirCodeDesk::ShowRow(std::int32_t rid) {
 }
 
 ShownDirCode DirCodeDesk::Shown() {
-  return {codes().SelectedText(), codes().ItemData(codes().selected())};
+  const std::int32_t selected = codes().selected();
+  return selected == ListModel::kNone
+             ? ShownDirCode{}
+             : ShownDirCode{codes().SelectedText(), codes().ItemData(selected)};
 }
 
 void DirCodeDesk::RefreshCodes(std::int32_t rid) {
@@ -222,16 +226,20 @@ Outcome DirCodeDesk::SaveEdited() {
 }
 
 Outcome DirCodeDesk::Renumber(const std::string& code) {
-  (void)TypedNumber(field::kCode, code);
+  TypeCode(code);
   return Change("renumber", [this, &code] {
     return controller_->pbUpdateDirCode(session_.connection(), unitKey_, code);
   });
 }
 
-Outcome DirCodeDesk::Delete(std::int32_t rid) {
+Outcome DirCodeDesk::Delete() {
+  const ShownDirCode code = Shown();
+  if (code.rid <= 0) {
+    throw FailureError("cannot delete a directory code: none is selected");
+  }
   constexpr bool kWithoutMessage = true;
   constexpr bool kAsk = true;  // only with the question do the tenants lose the code, too
-  return Work("delete directory code " + Shown().entry, [this, rid] {
+  return Work("delete directory code " + code.entry, [this, rid = code.rid] {
     OperationRecord deleting(session_);
     return deleting.End(
         controller_->pbDelete(session_.connection(), unitKey_, rid, kWithoutMessage, kAsk));

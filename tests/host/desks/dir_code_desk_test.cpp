@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "host/desks/desk_error.h"
 #include "host/desks/dir_code_list.h"
 #include "tests/host/desks/dir_code_fixture.h"
 
@@ -179,12 +180,10 @@ TEST_F(DirCodeDesks, OneChangeFollowsTheOther) {
     (void)EnterDirCodeChange(desk, WithPhone(phone));
     EXPECT_EQ(desk.SaveEdited().ending, Ending::kDone) << phone;
   }
-  desk.TypeCode("180");
   EXPECT_EQ(desk.Renumber("180").ending, Ending::kDone);
   (void)EnterDirCodeChange(desk, WithPhone("9"));
   EXPECT_EQ(desk.SaveEdited().ending, Ending::kDone);
   EXPECT_EQ(Stored("PHONENUMBER", "180"), "9");
-  desk.TypeCode("181");
   EXPECT_EQ(desk.Renumber("181").ending, Ending::kDone);
 }
 
@@ -219,6 +218,14 @@ TEST_F(DirCodeDesks, ARenumberingIsRefusedAsTheControllerRefusesIt) {
   EXPECT_THAT(refusal("-7"), ElementsAre("Please enter the positvie number as Directory Code."));
   EXPECT_THAT(refusal("102"), ElementsAre(HasSubstr("This Directory Code already exists.")));
   EXPECT_EQ(Stored("MODIFIED", "101"), "0");
+}
+
+TEST_F(DirCodeDesks, NothingIsDeletedWhileNothingIsSelected) {
+  DirCodeDesk desk(session(), kUnit);
+  desk.codes().Select(ListModel::kNone);
+  EXPECT_THROW((void)desk.Delete(), FailureError);
+  desk.codes().Select(0);  // "<Add New>"
+  EXPECT_THROW((void)desk.Delete(), FailureError);
 }
 
 TEST_F(DirCodeDesks, ADeletionAsksAndTakesTheCodeFromItsTenants) {

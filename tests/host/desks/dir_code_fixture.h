@@ -85,7 +85,8 @@ class DirCodeDeskFixture : public DeskFixture {
   }
   [[nodiscard]] Outcome Delete(const std::string& code) {
     DirCodeDesk desk(session(), kUnit);
-    return desk.Delete(desk.Select(code).rid);
+    (void)desk.Select(code);
+    return desk.Delete();
   }
 };
 
