@@ -1,7 +1,7 @@
 // Deletes a directory code and takes it from the tenants that hold it.
 #include "dircodes/cls_dir_code.h"
-#include "dircodes/row_state.h"
 #include "frame/messages.h"
+#include "frame/row_state.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"

@@ -1,8 +1,8 @@
 // Writes a directory code that a unit holds.
 #include "dircodes/cls_dir_code.h"
-#include "dircodes/row_state.h"
 #include "dircodes/unit_notation.h"
 #include "frame/convert.h"
+#include "frame/row_state.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"

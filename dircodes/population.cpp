@@ -3,10 +3,10 @@
 #include <optional>
 
 #include "dircodes/cls_dir_code.h"
-#include "dircodes/row_state.h"
 #include "frame/active_period.h"
 #include "frame/convert.h"
 #include "frame/list_rows.h"
+#include "frame/row_state.h"
 #include "frame/schedules.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"

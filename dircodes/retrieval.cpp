@@ -1,9 +1,9 @@
 // The list of a unit's directory codes, and one code in the edit controls.
 #include "dircodes/cls_dir_code.h"
 #include "dircodes/code_text.h"
-#include "dircodes/row_state.h"
 #include "frame/convert.h"
 #include "frame/list_rows.h"
+#include "frame/row_state.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"
 #include "frame/writing_controls.h"

@@ -1,8 +1,8 @@
 // pbSave: a new directory code or an edited one.
 #include "dircodes/cls_dir_code.h"
-#include "dircodes/row_state.h"
 #include "frame/convert.h"
 #include "frame/messages.h"
+#include "frame/row_state.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
 #include "frame/text.h"

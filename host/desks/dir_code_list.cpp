@@ -4,8 +4,8 @@
 
 #include <unordered_map>
 
-#include "dircodes/row_state.h"
 #include "frame/convert.h"
+#include "frame/row_state.h"
 #include "frame/text.h"
 #include "host/unit/unit_rows.h"
 
@@ -42,6 +42,7 @@ std::string StateText(const Value& state) {
       return "to be sent";
     case qorcred::row_state::kChanged:
       return "change to be sent";
+    case qorcred::row_state::kDeleted:
     default:
       return "deleted";
   }
