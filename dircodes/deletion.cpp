@@ -51,9 +51,9 @@ void clsDirCode::QueueDeletion(const ObjectRef& connection, std::int32_t& unitKe
 
 void clsDirCode::ReleaseFromTenants(const ObjectRef& connection, std::int32_t unitKey,
                                     std::int32_t rid) {
-  std::string update = Concat(
-      "UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE='_LMDATE_' WHERE UNITKEY=", unitKey,
-      " AND DIRECTORYCODE=", rid);
+  std::string update =
+      Concat("UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE=", kLastModifiedLiteral,
+             " WHERE UNITKEY=", unitKey, " AND DIRECTORYCODE=", rid);
   Manager().ExecuteUpdate(connection, ReplaceEmptyWithNull(std::move(update)), table::DIRECTORYCODE,
                           error_);
 }

@@ -8,6 +8,7 @@
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
+#include "frame/schema.h"
 #include "frame/text.h"
 #include "host/components/application_object.h"
 #include "host/desks/unit_settings.h"
@@ -309,9 +310,9 @@ std::size_t UnitMerge::ReleaseTenants() {
       continue;
     }
     connection.Execute(
-        fmt::format("UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE='_LMDATE_' WHERE "
+        fmt::format("UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE={} WHERE "
                     "UNITKEY={} AND DIRECTORYCODE={}",
-                    unitKey_, stored_[step.stored].rid));
+                    qorcred::kLastModifiedLiteral, unitKey_, stored_[step.stored].rid));
     released += stored_[step.stored].tenants.size();
   }
   return released;
