@@ -6,6 +6,7 @@
 
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/input_fault.h"
@@ -76,7 +77,7 @@ void EnterDoNotDisturb(ScreenModel& screen, const DirCodeEntry& entry) {
   } else if (entry.dnd) {
     screen.Check("chkDND").SetState(1);
   }
-  ChooseSchedule(screen.List("cboSchedules"), field::kDnd, entry.dnd);
+  ChooseSchedule(screen.List(qorcred::kDndScheduleList), field::kDnd, entry.dnd);
 }
 
 void EnterForwarding(ScreenModel& screen, const DirCodeEntry& entry) {
@@ -89,7 +90,8 @@ void EnterForwarding(ScreenModel& screen, const DirCodeEntry& entry) {
   }
   TypeInto(screen.Box("txtPhoneNocf"), field::kForwardPhone, entry.forwardPhone);
   TypeInto(screen.Box("txtExtnCF"), field::kForwardExtension, entry.forwardExtension);
-  ChooseSchedule(screen.List("cboSchedulesCF"), field::kForwardSchedule, entry.forwardSchedule);
+  ChooseSchedule(screen.List(qorcred::kCfScheduleList), field::kForwardSchedule,
+                 entry.forwardSchedule);
   ChooseDelay(screen, "pvnTimeDelayCF", "txtExtnCF", field::kForwardDelay, entry.forwardDelay);
 }
 
@@ -146,9 +148,10 @@ IdleSettings ReadIdle(DirCodeDesk& desk) {
   };
   const auto typed = [&](std::string_view box) { return !screen.Box(box).text().empty(); };
   IdleSettings idle;
-  idle.dnd = IsOff(desk, "chkDND") && chosen("cboSchedules");
-  idle.forwarding = IsOff(desk, "chkCallForwarding") &&
-                    (chosen("cboSchedulesCF") || typed("txtPhoneNocf") || typed("txtExtnCF"));
+  idle.dnd = IsOff(desk, "chkDND") && chosen(qorcred::kDndScheduleList);
+  idle.forwarding =
+      IsOff(desk, "chkCallForwarding") &&
+      (chosen(qorcred::kCfScheduleList) || typed("txtPhoneNocf") || typed("txtExtnCF"));
   idle.period = IsOff(desk, "chkActive") &&
                 (screen.Date("dtpStart").chosen() || screen.Date("dtpEnd").chosen());
   return idle;

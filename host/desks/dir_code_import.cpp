@@ -11,6 +11,7 @@
 
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
@@ -90,7 +91,7 @@ class DirCodeImport {
  public:
   DirCodeImport(DeskSession& session, std::int32_t unitKey)
       : desk_(session, unitKey),
-        schedules_(desk_.screen().List("cboSchedules"), 0),
+        schedules_(desk_.screen().List(qorcred::kDndScheduleList), 0),
         fresh_(desk_.screen().Snapshot()) {}
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
@@ -125,7 +126,8 @@ class DirCodeImport {
     }
     const std::vector<std::int32_t> places = schedules_.Find(given);
     if (places.size() == 1) {
-      return std::to_string(desk_.screen().List("cboSchedules").ItemData(places.front()));
+      return std::to_string(
+          desk_.screen().List(qorcred::kDndScheduleList).ItemData(places.front()));
     }
     // An id, or a message about the name.
     return std::string(given);

@@ -6,6 +6,7 @@
 
 #include "frame/convert.h"
 #include "frame/row_state.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/unit/unit_rows.h"
 
@@ -93,7 +94,7 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
                    {"Display name", "display_name"},
                    {"Tenants", "tenants"},
                    {"State", "state"}};
-  const ListModel& schedules = desk.screen().List("cboSchedules");
+  const ListModel& schedules = desk.screen().List(qorcred::kDndScheduleList);
   const QueryResult details = session.sql().Select(
       SelectOfCodes(fmt::format("RID,{},MODIFIED", kUnitColumns), desk.unitKey()));
   std::unordered_map<std::int32_t, std::int32_t> rowOf;
@@ -144,9 +145,9 @@ std::vector<DirCodeDetail> DetailsShown(DirCodeDesk& desk) {
           {"Extension", "extension", Typed(desk, "txtExtn")},
           {"Delay", "delay", Spun(desk, "pvnTimeDelay")},
           {"Do not disturb", "dnd", Ticked(desk, "chkDND")},
-          {"  schedule", "dnd_schedule", ChosenSchedule(desk, "cboSchedules")},
+          {"  schedule", "dnd_schedule", ChosenSchedule(desk, qorcred::kDndScheduleList)},
           {"Call forwarding", "forwarding", Ticked(desk, "chkCallForwarding")},
-          {"  schedule", "forward_schedule", ChosenSchedule(desk, "cboSchedulesCF")},
+          {"  schedule", "forward_schedule", ChosenSchedule(desk, qorcred::kCfScheduleList)},
           {"  phone", "forward_phone", Typed(desk, "txtPhoneNocf")},
           {"  extension", "forward_extension", Typed(desk, "txtExtnCF")},
           {"  delay", "forward_delay", Spun(desk, "pvnTimeDelayCF")},
