@@ -317,8 +317,8 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
 }
 
 void CredentialDesk::RefreshCredentials(std::int32_t rid) {
-  constexpr std::int32_t kWholeList = -1;
-  controller_->pbRetrieveCredentials(session_.connection(), unitKey_, kWholeList, rid);
+  controller_->pbRetrieveCredentials(session_.connection(), unitKey_, qorcred::kAllCredentials,
+                                     rid);
 }
 
 Outcome CredentialDesk::Work(std::string what, const std::function<Outcome()>& run) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frame/convert.h"
+#include "frame/row_state.h"
 #include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
@@ -88,8 +89,7 @@ DirCodeDesk::~DirCodeDesk() {
 void DirCodeDesk::Open() {
   codeSelected_ = codes().OnSelect([this](std::int32_t index) {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
-    // The first entry, "<Add New>", stands for no row.
-    if (index > 0 && !byController) {
+    if (index >= placeholders::kInDirCodes && !byController) {
       controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, codes().ItemData(index));
     }
   });
@@ -109,7 +109,7 @@ void DirCodeDesk::FillLists() {
 std::int32_t DirCodeDesk::Find(std::string_view choice) {
   const std::int32_t rid = FindRow(session_, unitKey_, choice);
   const std::int32_t index = codes().FindData(rid);
-  if (index < 1) {
+  if (index < placeholders::kInDirCodes) {
     throw InputFault(field::kChoice, choice,
                      fmt::format("unit {} has no directory code in row {}", unitKey_, rid),
                      InputFault::Kind::kSeeList);
@@ -149,8 +149,7 @@ ShownDirCode DirCodeDesk::Shown() {
 }
 
 void DirCodeDesk::RefreshCodes(std::int32_t rid) {
-  constexpr std::int32_t kWholeList = -1;
-  controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, kWholeList, rid);
+  controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, qorcred::kNoRid, rid);
 }
 
 void DirCodeDesk::TypeCode(const std::string& code) {

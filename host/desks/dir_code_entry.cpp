@@ -20,8 +20,6 @@ namespace {
 
 namespace field = dir_code_field;
 
-constexpr std::int32_t kSystemSchedules = 0;  // "No Access" and "Full Access" have ids of their own
-
 void TypeInto(TextModel& box, std::string_view name, const std::optional<std::string>& text) {
   if (text) {
     box.SetText(TypedText(name, *text));
@@ -37,7 +35,7 @@ void Tick(CheckModel& box, const std::optional<bool>& on) {
 void ChooseSchedule(ListModel& list, std::string_view name,
                     const std::optional<std::string>& given) {
   if (given) {
-    list.Select(FindEntry(list, name, *given, "schedule", kSystemSchedules));
+    list.Select(FindEntry(list, name, *given, "schedule", placeholders::kInSchedules));
   }
 }
 

@@ -17,6 +17,7 @@
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/entry_index.h"
 #include "host/desks/import_words.h"
+#include "host/desks/list_entries.h"
 #include "host/files/import_file.h"
 
 namespace qorhost {
@@ -91,7 +92,7 @@ class DirCodeImport {
  public:
   DirCodeImport(DeskSession& session, std::int32_t unitKey)
       : desk_(session, unitKey),
-        schedules_(desk_.screen().List(qorcred::kDndScheduleList), 0),
+        schedules_(desk_.screen().List(qorcred::kDndScheduleList), placeholders::kInSchedules),
         fresh_(desk_.screen().Snapshot()) {}
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {

@@ -8,6 +8,7 @@
 #include "frame/row_state.h"
 #include "frame/screen_names.h"
 #include "frame/text.h"
+#include "host/desks/list_entries.h"
 #include "host/unit/unit_rows.h"
 
 namespace qorhost {
@@ -102,7 +103,7 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
     rowOf.emplace(qorcred::ToLong(row[kRid]), row.number());
   }
   const auto tenants = TenantsByRow(session, desk.unitKey());
-  for (std::int32_t index = 1; index < desk.codes().count(); ++index) {
+  for (std::int32_t index = placeholders::kInDirCodes; index < desk.codes().count(); ++index) {
     const std::int32_t rid = desk.codes().ItemData(index);
     const auto found = rowOf.find(rid);
     if (found == rowOf.end()) {
