@@ -141,11 +141,12 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
 
 ExitStatus RunCredentialRenumber(const GlobalOptions& global,
                                  const CredentialRenumberOptions& options, Console& console) {
+  const CredentialNumber number(options.number);
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential before = desk.Select(options.credential);
-  const ChangedCredential renumbered = desk.Renumber(options.number);
+  const ChangedCredential renumbered = desk.Renumber(number);
   const ExitStatus status = TellChange(renumbered, "credential", console);
   if (renumbered.done()) {
     console.out << fmt::format("{} is {} now, {}.\n", Displayable(before.entry),

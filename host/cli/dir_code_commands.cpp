@@ -131,7 +131,9 @@ ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumber
   const UnitName unit = session.UnitToChange();
   DirCodeDesk desk(session.desks(), unit.key);
   const ShownDirCode before = desk.Select(options.choice);
-  const Outcome renumbered = desk.Renumber(options.number);
+  desk.TypeCode(options.number);
+
+  const Outcome renumbered = desk.Renumber();
   const ExitStatus status = TellChange(renumbered, "directory code", console);
   if (renumbered.done()) {
     console.out << fmt::format("Directory code {} is {} now, {}.\n", NameOf(before),

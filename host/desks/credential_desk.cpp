@@ -27,18 +27,6 @@ namespace {
 
 constexpr std::string_view kNoDoor = "<None>";
 
-/// The controller refuses 0 alone, and would store what the column cannot hold.
-std::int32_t ReadCredentialNumber(std::string_view typed) {
-  const std::int32_t number = ReadLong(credential_field::kNewNumber, typed);
-  if (number < 0 || number > qorcred::kHighestCredentialNumber) {
-    throw InputFault(
-        credential_field::kNewNumber, std::to_string(number),
-        fmt::format("{{field}} '{{value}}' is no credential number: they go from 1 to {}",
-                    qorcred::kHighestCredentialNumber));
-  }
-  return number;
-}
-
 /// The condition on tenants who hold a credential.
 std::string Holds(std::int32_t rid) {
   return fmt::format("(CREDENTIALID1={0} OR CREDENTIALID2={0})", rid);
@@ -75,6 +63,16 @@ class WatchedSave {
 };
 
 }  // namespace
+
+CredentialNumber::CredentialNumber(std::string_view typed)
+    : value_(ReadLong(credential_field::kNewNumber, typed)) {
+  if (value_ < 0 || value_ > qorcred::kHighestCredentialNumber) {
+    throw InputFault(
+        credential_field::kNewNumber, std::to_string(value_),
+        fmt::format("{{field}} '{{value}}' is no credential number: they go from 1 to {}",
+                    qorcred::kHighestCredentialNumber));
+  }
+}
 
 CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskScreen kind)
     : session_(session),
@@ -439,12 +437,11 @@ void CredentialDesk::QueueHoldersSteps(std::int32_t rid) {
   });
 }
 
-ChangedCredential CredentialDesk::Renumber(std::string_view typed) {
-  const std::int32_t number = ReadCredentialNumber(typed);
+ChangedCredential CredentialDesk::Renumber(CredentialNumber number) {
   const ShownCredential credential = Shown();
   Outcome outcome = Work("renumber credential " + credential.entry, [&] {
     OperationRecord renumbering(session_);
-    const bool stored = controller_->pbUpdatePinNo(session_.connection(), number, unitKey_);
+    const bool stored = controller_->pbUpdatePinNo(session_.connection(), number.value(), unitKey_);
     if (stored) {
       QueueHoldersSteps(credential.rid);
     }

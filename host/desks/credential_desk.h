@@ -48,6 +48,19 @@ struct AssignmentLosses {
   std::string replaced;  ///< what the chosen tenant loses for it: "Transmitter-301 (RID 17)"
 };
 
+/// A number for a credential, as it is typed.
+class CredentialNumber {
+ public:
+  /// Raises InputFault for a text that is no whole number of 32 bits, and for a number below 0 or
+  /// above 65535: the controller refuses 0 alone, and would store what the column cannot hold.
+  explicit CredentialNumber(std::string_view typed);
+
+  [[nodiscard]] std::int32_t value() const noexcept { return value_; }
+
+ private:
+  std::int32_t value_;
+};
+
 /// What a change of one credential tells: the credential as it is now.
 struct ChangedCredential : Outcome {
   ShownCredential credential;
@@ -97,10 +110,9 @@ class CredentialDesk {
   Outcome AssignIssued(const IssuedCredentials& issued, std::int32_t tenant);
   /// Deletes the credential that is selected. Raises FailureError when none is.
   Outcome Delete();
-  /// Gives the credential that is selected the number that was typed, and queues the steps of those
-  /// who hold it. Raises InputFault for a text that is no whole number and for a number below 0 or
-  /// above 65535.
-  ChangedCredential Renumber(std::string_view typed);
+  /// Gives the credential that is selected another number, and queues the steps of those who hold
+  /// it.
+  ChangedCredential Renumber(CredentialNumber number);
 
  private:
   void Open();

@@ -224,10 +224,9 @@ Outcome DirCodeDesk::SaveEdited() {
   });
 }
 
-Outcome DirCodeDesk::Renumber(const std::string& code) {
-  TypeCode(code);
-  return Change("renumber", [this, &code] {
-    return controller_->pbUpdateDirCode(session_.connection(), unitKey_, code);
+Outcome DirCodeDesk::Renumber() {
+  return Change("renumber", [this] {
+    return controller_->pbUpdateDirCode(session_.connection(), unitKey_, codeBox().text());
   });
 }
 

@@ -71,8 +71,8 @@ class DirCodeDesk {
   /// Saves a new code and, when it is stored, shows it in the list.
   AddedDirCode AddCode();
   Outcome SaveEdited();
-  /// Types the code and gives it to the one that is selected. Raises what TypeCode() raises.
-  Outcome Renumber(const std::string& code);
+  /// Gives the code that is selected the number that was typed.
+  Outcome Renumber();
   /// Deletes the code that is selected, and takes it from its tenants. Raises FailureError when
   /// none is.
   Outcome Delete();

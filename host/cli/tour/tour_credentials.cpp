@@ -261,13 +261,13 @@ void CredentialTour::Renumber() {
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-20040"));
   guide_.Fact("Credential", list.SelectedText());
   guide_.Act("The operator types 0 as the new number");
-  guide_.Expect(!desk.Renumber("0").returned, "0 is refused");
+  guide_.Expect(!desk.Renumber(CredentialNumber("0")).returned, "0 is refused");
   stage_.ExpectMessage("Please enter a Credential Number between 1 and 65535.");
   guide_.Act("The operator types 20039, which another card has");
-  guide_.Expect(!desk.Renumber("20039").returned, "a number in use is refused");
+  guide_.Expect(!desk.Renumber(CredentialNumber("20039")).returned, "a number in use is refused");
   stage_.ExpectMessage("Credential Number already exists.");
   guide_.Act("The operator types 31000");
-  guide_.Expect(desk.Renumber("31000").returned, "a free number is taken");
+  guide_.Expect(desk.Renumber(CredentialNumber("31000")).returned, "a free number is taken");
   guide_.Result(fmt::format("saved; the list shows {} in its place", list.SelectedText()));
   guide_.Expect(list.SelectedText() == "Standard 26-Bit Card-31000", "the list shows the number");
 }

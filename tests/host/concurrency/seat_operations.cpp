@@ -150,7 +150,7 @@ SeatOperation DeleteCard(const std::string& card) {
 SeatOperation RenumberCard(const std::string& card, std::int32_t number) {
   return OnCard(fmt::format("renumber {} to {}", card, number), card, [number](const Desk& desk) {
     return At(desk, [number](CredentialDesk& at) -> Outcome {
-      return at.Renumber(std::to_string(number));
+      return at.Renumber(CredentialNumber(std::to_string(number)));
     });
   });
 }
@@ -194,7 +194,8 @@ SeatOperation ForwardToItself(const std::string& code) {
 SeatOperation RenumberCode(const std::string& code, const std::string& number) {
   return OnCode(fmt::format("renumber code {} to {}", code, number), code,
                 [number](const std::shared_ptr<DirCodeDesk>& desk) {
-                  return At(desk, [number](DirCodeDesk& at) { return at.Renumber(number); });
+                  desk->TypeCode(number);
+                  return At(desk, [](DirCodeDesk& at) { return at.Renumber(); });
                 });
 }
 

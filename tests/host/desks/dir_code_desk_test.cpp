@@ -180,11 +180,13 @@ TEST_F(DirCodeDesks, OneChangeFollowsTheOther) {
     (void)EnterDirCodeChange(desk, WithPhone(phone));
     EXPECT_EQ(desk.SaveEdited().ending, Ending::kDone) << phone;
   }
-  EXPECT_EQ(desk.Renumber("180").ending, Ending::kDone);
+  desk.TypeCode("180");
+  EXPECT_EQ(desk.Renumber().ending, Ending::kDone);
   (void)EnterDirCodeChange(desk, WithPhone("9"));
   EXPECT_EQ(desk.SaveEdited().ending, Ending::kDone);
   EXPECT_EQ(Stored("PHONENUMBER", "180"), "9");
-  EXPECT_EQ(desk.Renumber("181").ending, Ending::kDone);
+  desk.TypeCode("181");
+  EXPECT_EQ(desk.Renumber().ending, Ending::kDone);
 }
 
 TEST_F(DirCodeDesks, AChangeOfARowThatSomeoneChangedMeanwhileIsStale) {
@@ -193,8 +195,10 @@ TEST_F(DirCodeDesks, AChangeOfARowThatSomeoneChangedMeanwhileIsStale) {
   Run("CREATE TRIGGER Keep BEFORE UPDATE ON DirectoryCode BEGIN SELECT RAISE(IGNORE); END");
   (void)EnterDirCodeChange(desk, WithPhone("9"));
   EXPECT_EQ(desk.SaveEdited().ending, Ending::kStale);
-  EXPECT_EQ(desk.Renumber("180").ending, Ending::kStale);
-  EXPECT_EQ(desk.Renumber("102").ending, Ending::kRefused);
+  desk.TypeCode("180");
+  EXPECT_EQ(desk.Renumber().ending, Ending::kStale);
+  desk.TypeCode("102");
+  EXPECT_EQ(desk.Renumber().ending, Ending::kRefused);
   EXPECT_THAT(Steps(), IsEmpty());
 }
 
