@@ -13,8 +13,6 @@ namespace qorcred {
 
 namespace {
 
-/// The delay, in the unit's own measure, of a call that has no extension to dial.
-constexpr std::string_view kDelayWithoutExtension = "2";
 constexpr std::int32_t kNothingSelected = -1;
 
 bool IsChecked(const Screen& screen, std::string_view box) {

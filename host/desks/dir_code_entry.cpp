@@ -48,7 +48,9 @@ void ChooseDelay(ScreenModel& screen, std::string_view spinner, std::string_view
   if (qorcred::Trim(screen.Box(extension).text()).empty()) {
     throw InputFault(
         name, *given,
-        "leave {field} out: there is no extension, and without one the delay is always 2");
+        fmt::format(
+            "leave {{field}} out: there is no extension, and without one the delay is always {}",
+            qorcred::kDelayWithoutExtension));
   }
   const std::int32_t delay = ReadLong(name, *given);
   if (delay < 0) {

@@ -142,9 +142,10 @@ class DirCodeImport {
       return std::nullopt;
     }
     if (line.Trimmed(extension).empty()) {
-      if (given != "2") {
-        notes.push_back(fmt::format("{} '{}' was not taken over: without an extension it is 2",
-                                    kColumns[delay].heading, given));
+      if (given != qorcred::kDelayWithoutExtension) {
+        notes.push_back(fmt::format("{} '{}' was not taken over: without an extension it is {}",
+                                    kColumns[delay].heading, given,
+                                    qorcred::kDelayWithoutExtension));
       }
       return std::nullopt;
     }

@@ -165,7 +165,7 @@ void MakeCanonical(UnitCode& code) {
     if (!digits.empty()) digits = WithoutLeadingZeros(digits);
   }
   for (const Place delay : {kTimeDelay, kCfTimeDelay}) {
-    if (code[delay].empty()) code[delay] = "2";
+    if (code[delay].empty()) code[delay] = qorcred::kDelayWithoutExtension;
   }
   for (const DateFields& date : kDates) {
     std::string& time = code[date.time.place];
