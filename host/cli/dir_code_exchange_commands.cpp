@@ -30,7 +30,7 @@ UnitReading ReadFrom(const std::string& from, Console& console) {
 }
 
 std::string NameOfSource(const std::string& from) {
-  return from == kStandardStream ? "standard input" : from;
+  return from == kStandardStream ? std::string(kStandardInput) : from;
 }
 
 /// Names every line that was not taken over.

@@ -18,7 +18,7 @@ std::string ReadInput(const ImportOptions& options, Console& console) {
   if (options.file.empty()) {
     throw UsageError("name the CSV file, or - for standard input; --columns tells what it holds");
   }
-  return options.file == kStandardStream ? ReadWholeText(console.in, "standard input")
+  return options.file == kStandardStream ? ReadWholeText(console.in, kStandardInput)
                                          : ReadWholeFile(options.file);
 }
 
