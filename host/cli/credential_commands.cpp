@@ -7,6 +7,7 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_list.h"
+#include "host/desks/words.h"
 #include "host/files/json_writer.h"
 
 namespace qorhost {
@@ -17,7 +18,7 @@ using qorcred::Value;
 
 /// "Transmitter-301 (RID 17)"
 std::string NameOf(const ShownCredential& credential) {
-  return fmt::format("{} (RID {})", Displayable(credential.entry), credential.rid);
+  return WithRid(Displayable(credential.entry), credential.rid);
 }
 
 std::string AssignmentText(const ShownCredential& credential) {
@@ -40,14 +41,15 @@ void PrintIssuedAsJson(const IssuedCredentials& issued, const UnitName& unit, bo
 void PrintIssued(const IssuedCredentials& issued, const UnitName& unit, bool withTenants,
                  Console& console) {
   const std::int64_t count = issued.Count();
-  console.out << (count == 1 ? fmt::format("Issued {} {} (RID {}) {}.\n", issued.type, issued.first,
-                                           issued.lastRid, InUnit(unit))
+  console.out << (count == 1 ? fmt::format("Issued {} {} {}.\n", issued.type,
+                                           WithRid(std::to_string(issued.first), issued.lastRid),
+                                           InUnit(unit))
                              : fmt::format("Issued {} credentials: {} {} to {} (last RID {}) {}.\n",
                                            count, issued.type, issued.first, issued.last,
                                            issued.lastRid, InUnit(unit)));
   if (withTenants) {
-    console.out << fmt::format("Created {} {}, ready to be named; their steps are queued.\n", count,
-                               count == 1 ? "tenant" : "tenants");
+    console.out << fmt::format("Created {}, ready to be named; their steps are queued.\n",
+                               Counted(static_cast<std::size_t>(count), "tenant", "tenants"));
   }
 }
 

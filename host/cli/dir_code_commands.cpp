@@ -7,6 +7,7 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_list.h"
+#include "host/desks/words.h"
 #include "host/files/json_writer.h"
 
 namespace qorhost {
@@ -46,7 +47,7 @@ void PrintCode(DirCodeDesk& desk, bool asJson, Console& console) {
 
 /// "0101 (RID 5)"
 std::string NameOf(const ShownDirCode& code) {
-  return fmt::format("{} (RID {})", Displayable(code.entry), code.rid);
+  return WithRid(Displayable(code.entry), code.rid);
 }
 
 void PrintAdded(const AddedDirCode& added, const UnitName& unit, bool asJson, Console& console) {

@@ -11,6 +11,7 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
+#include "host/desks/words.h"
 #include "host/files/file_error.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
@@ -70,9 +71,8 @@ Value Number(std::size_t count) {
 
 void ReportKept(std::size_t kept, Console& console) {
   if (kept > 0) {
-    console.err << fmt::format(
-        "qorhost: {} stored {} not deleted: a bad line may stand for any of them.\n", kept,
-        kept == 1 ? "code was" : "codes were");
+    console.err << fmt::format("qorhost: {} not deleted: a bad line may stand for any of them.\n",
+                               Counted(kept, "stored code was", "stored codes were"));
   }
 }
 
@@ -106,24 +106,20 @@ void PrintDone(const MergeReport& report, const UnitName& unit, bool asJson, Con
                              InUnit(unit));
   if (aftermath.tenantsReleased > 0) {
     console.out << fmt::format("{} without a directory code now.\n",
-                               aftermath.tenantsReleased == 1
-                                   ? "1 tenant is"
-                                   : fmt::format("{} tenants are", aftermath.tenantsReleased));
+                               Counted(aftermath.tenantsReleased, "tenant is", "tenants are"));
   }
   if (aftermath.stepsWithdrawn > 0) {
     console.out << fmt::format(
         "{} withdrawn: the unit's codes hold.\n",
-        aftermath.stepsWithdrawn == 1
-            ? "1 waiting step was"
-            : fmt::format("{} waiting steps were", aftermath.stepsWithdrawn));
+        Counted(aftermath.stepsWithdrawn, "waiting step was", "waiting steps were"));
   }
 }
 
 /// Names every code that is not written.
 void ReportObstacles(const std::vector<Obstacle>& obstacles, Console& console) {
   for (const Obstacle& obstacle : obstacles) {
-    console.err << fmt::format("qorhost: directory code {} (RID {}): {}\n",
-                               qorcred::NumberText(obstacle.number), obstacle.rid,
+    console.err << fmt::format("qorhost: directory code {}: {}\n",
+                               WithRid(qorcred::NumberText(obstacle.number), obstacle.rid),
                                Displayable(obstacle.reason));
   }
 }
@@ -197,9 +193,9 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
   }
   WriteFile(unit, global, options);
   console.stored = true;
-  console.out << fmt::format("Wrote {} directory {} to {} ({}).\n", unit.codes.size(),
-                             unit.codes.size() == 1 ? "code" : "codes", Displayable(options.to),
-                             NameOf(chosen));
+  console.out << fmt::format("Wrote {} to {} ({}).\n",
+                             Counted(unit.codes.size(), "directory code", "directory codes"),
+                             Displayable(options.to), NameOf(chosen));
   return ExitStatus::kDone;
 }
 

@@ -7,6 +7,7 @@
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
 #include "host/cli/table_printer.h"
+#include "host/desks/words.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
 
@@ -30,10 +31,6 @@ ImportRules RulesOf(const GlobalOptions& global, const ImportOptions& options) {
     rules.answeredNo = "answered No: --yes answers Yes";
   }
   return rules;
-}
-
-std::string Counted(std::size_t count, std::string_view one, std::string_view many) {
-  return fmt::format("{} {}", count, count == 1 ? one : many);
 }
 
 void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {

@@ -8,6 +8,7 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
+#include "host/desks/words.h"
 #include "host/files/file_error.h"
 #include "host/files/json_writer.h"
 
@@ -21,7 +22,7 @@ void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
     PrintJsonObject(out, {{"rows", rows}, {"new_rid", static_cast<double>(change.newRid)}});
     return;
   }
-  out << fmt::format("{} {} changed\n", change.rows, change.rows == 1 ? "row" : "rows");
+  out << Counted(static_cast<std::size_t>(change.rows), "row", "rows") << " changed\n";
 }
 
 /// Puts the store in its place. Raises RefusedError that says what to do about what stands there.

@@ -20,6 +20,7 @@
 #include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/whole_number.h"
+#include "host/desks/words.h"
 
 namespace qorhost {
 
@@ -307,9 +308,8 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
   if (full.rowCount > 0) {
     const std::int32_t replaced = qorcred::ToLong(full.table->At(0, 0));
     const std::int32_t index = credentials().FindData(replaced);
-    losses.replaced = fmt::format(
-        "{} (RID {})", index == ListModel::kNone ? "a credential" : credentials().Text(index),
-        replaced);
+    losses.replaced =
+        WithRid(index == ListModel::kNone ? "a credential" : credentials().Text(index), replaced);
   }
   return losses;
 }

@@ -12,6 +12,7 @@
 #include "frame/text.h"
 #include "host/components/application_object.h"
 #include "host/desks/unit_settings.h"
+#include "host/desks/words.h"
 #include "host/store/rows.h"
 #include "host/store/transaction.h"
 #include "host/unit/unit_rows.h"
@@ -38,9 +39,8 @@ std::string RefusalOf(const UnitReading& reading) {
   if (!reading.isUnitFile) {
     return "this is no unit file, so nothing was changed";
   }
-  const std::size_t count = reading.faults.size();
-  return fmt::format("{} bad {}, so nothing was changed: mend the file", count,
-                     count == 1 ? "line" : "lines");
+  return Counted(reading.faults.size(), "bad line", "bad lines") +
+         ", so nothing was changed: mend the file";
 }
 
 MergeRules RulesFor(const UnitReading& reading, BadLines badLines) {
@@ -279,8 +279,8 @@ void UnitMerge::Do(const MergeStep& step) {
   std::string name;
   if (step.action == MergeAction::kDelete) {
     const StoredCode& code = stored_[step.stored];
-    name = fmt::format("cannot delete the directory code {} (RID {})",
-                       qorcred::NumberText(code.number), code.rid);
+    name =
+        "cannot delete the directory code " + WithRid(qorcred::NumberText(code.number), code.rid);
     qorcred::StringArray details;
     done = controller_.pbMergeSave(session_.connection(), unitKey_, "Delete", details, code.rid);
   } else {
