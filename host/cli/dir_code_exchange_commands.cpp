@@ -20,8 +20,6 @@ namespace qorhost {
 
 namespace {
 
-using qorcred::Value;
-
 UnitReading ReadFrom(const std::string& from, Console& console) {
   if (from == kStandardStream) {
     return ReadUnitFile(console.in);
@@ -65,10 +63,6 @@ void TellMissingEnd(const UnitReading& reading, const std::string& from, Console
   }
 }
 
-Value Number(std::size_t count) {
-  return {static_cast<double>(count)};
-}
-
 void ReportKept(std::size_t kept, Console& console) {
   if (kept > 0) {
     console.err << fmt::format("qorhost: {} not deleted: a bad line may stand for any of them.\n",
@@ -92,13 +86,13 @@ void PrintDone(const MergeReport& report, const UnitName& unit, bool asJson, Con
   const MergeAftermath& aftermath = report.aftermath;
   if (asJson) {
     PrintJsonObject(console.out, {{"unit", unit.key},
-                                  {"inserted", Number(report.inserted)},
-                                  {"updated", Number(report.updated)},
-                                  {"deleted", Number(report.deleted)},
-                                  {"unchanged", Number(report.unchanged)},
-                                  {"not_deleted", Number(report.kept)},
-                                  {"tenants_released", Number(aftermath.tenantsReleased)},
-                                  {"steps_withdrawn", Number(aftermath.stepsWithdrawn)}});
+                                  {"inserted", CountCell(report.inserted)},
+                                  {"updated", CountCell(report.updated)},
+                                  {"deleted", CountCell(report.deleted)},
+                                  {"unchanged", CountCell(report.unchanged)},
+                                  {"not_deleted", CountCell(report.kept)},
+                                  {"tenants_released", CountCell(aftermath.tenantsReleased)},
+                                  {"steps_withdrawn", CountCell(aftermath.stepsWithdrawn)}});
     return;
   }
   console.out << fmt::format("{} inserted, {} updated, {} deleted, {} unchanged {}.\n",

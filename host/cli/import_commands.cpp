@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <nlohmann/json.hpp>
-
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
 #include "host/cli/table_printer.h"
@@ -43,15 +41,18 @@ void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {
 }
 
 void PrintReportAsJson(const ImportReport& report, const UnitName& unit, Console& console) {
-  nlohmann::ordered_json lines = nlohmann::ordered_json::array();
+  Table lines;
+  lines.columns = {{"Line", "line"}, {"Message", "message"}};
   for (const LineRemark& remark : report.remarks) {
     if (remark.refused) {
-      lines.push_back({{"line", remark.line}, {"message", Displayable(report.TextOf(remark))}});
+      lines.rows.push_back({CountCell(remark.line), Displayable(report.TextOf(remark))});
     }
   }
-  const nlohmann::ordered_json json{
-      {"unit", unit.key}, {"done", report.done}, {"refused", report.refused}, {"lines", lines}};
-  console.out << EscapedJson(json.dump(2)) << '\n';
+  PrintJsonObject(console.out,
+                  {{"unit", unit.key},
+                   {"done", CountCell(report.done)},
+                   {"refused", CountCell(report.refused)}},
+                  "lines", lines);
 }
 
 void PrintReport(const ImportReport& report, const ImportCommand& command, const UnitName& unit,
