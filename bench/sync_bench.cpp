@@ -52,7 +52,8 @@ qorhost::MergeReport MergeFile(const std::filesystem::path& store,
 
 std::string ExportedText(const std::filesystem::path& store) {
   qorhost::DeskSession session(qorhost::OpenStoreFile(store, qorhost::Access::kRead), {});
-  const qorhost::ExportedUnit exported = qorhost::ExportUnit(session, kUnit, "");
+  const qorhost::ExportedUnit exported =
+      qorhost::ExportUnit(session, kUnit, "", qorhost::Unholdable::kRefused);
   Check(exported.obstacles.empty(), "the unit can hold every code");
   std::ostringstream text;
   qorhost::WriteUnitFile(text, exported.file);

@@ -79,8 +79,7 @@ void RenumberAsWork(benchmark::State& state) {
   Setting setting;
   qorhost::sqlite::Database& database = qorhost::sqlite::DatabaseOf(setting.connection->store());
   PutCredentials(database);
-  constexpr std::int32_t kWholeList = -1;
-  setting.controller.pbRetrieveCredentials(setting.connection, kUnit, kWholeList);
+  setting.controller.pbRetrieveCredentials(setting.connection, kUnit, qorcred::kAllCredentials);
   qorhost::ListModel& list = setting.screen->List("cboCredentials");
   for ([[maybe_unused]] auto iteration : state) {
     for (std::int32_t time = 1; time <= kTimes; ++time) {

@@ -50,9 +50,9 @@ bool clsCredential::pbUpdatePinNo(const ObjectRef& objConn, std::int32_t lngPINN
     if (!unused) return;
 
     const std::int32_t rid = list.SelectedItemData();
-    std::string update =
-        Concat("UPDATE CREDENTIALBANK SET PINNo=", lngPINNO,
-               ",LASTMODIFIEDDATE='_LMDATE_' WHERE UnitKey=", lngUnitKey, " AND RID=", rid);
+    std::string update = Concat("UPDATE CREDENTIALBANK SET PINNo=", lngPINNO,
+                                ",LASTMODIFIEDDATE=", kLastModifiedLiteral,
+                                " WHERE UnitKey=", lngUnitKey, " AND RID=", rid);
     const Value changed =
         Manager().ExecuteUpdate(objConn, FixNullValues(std::move(update)), table::CREDENTIALBANK,
                                 error_, screen.Variable("gstrLastModifiedDate"), rid);

@@ -45,8 +45,8 @@ bool clsCredential::SaveEdited(const ObjectRef& connection, std::int32_t& unitKe
   const std::int32_t door = screen.List("cboActivate").ListIndex();
   const std::int32_t rid = screen.List("cboCredentials").SelectedItemData();
   std::string update = Concat("UPDATE ", table::CREDENTIALBANK, " SET DOORCODE = ", door, ",",
-                              column::LASTMODIFIEDDATE, "='_LMDATE_' WHERE ", column::UnitKey, "=",
-                              unitKey, " AND ", column::RID, "=", rid);
+                              column::LASTMODIFIEDDATE, "=", kLastModifiedLiteral, " WHERE ",
+                              column::UnitKey, "=", unitKey, " AND ", column::RID, "=", rid);
   Manager().ExecuteUpdate(connection, FixNullValues(std::move(update)), table::CREDENTIALBANK,
                           error_, Missing{}, rid);
   const bool assigned = pvAssignCredentialToTenant(connection, unitKey);

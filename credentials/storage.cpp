@@ -20,7 +20,7 @@ struct CredentialInsert {
                     column::LASTMODIFIEDDATE, ")VALUES(", unitKey, ",", rowIdText, ",", entry.type,
                     ",")),
         tail(Concat(",", entry.facilityCode, ",", entry.idCode, ",", entry.sequenceCode, ",",
-                    entry.button, ",'_LMDATE_')")) {}
+                    entry.button, ",", kLastModifiedLiteral, ")")) {}
 
   [[nodiscard]] std::string For(std::int32_t number) const { return Concat(head, number, tail); }
 };
@@ -38,8 +38,8 @@ std::string TenantInsert(std::int32_t unitKey, std::string_view rowIdText,
                 unitKey, ",'No Name", entry.type, number, "',", credentialRid, ",",
                 tenant.schedules[0], ",", tenant.schedules[1], ",", tenant.schedules[2], ",",
                 tenant.schedules[3], ",'", tenant.startDateText, "','", tenant.endDateText, "',",
-                rowIdText, ",'_LMDATE_',", tenant.groupZeroRid, ",", linkCode, ",", tenant.active,
-                ")");
+                rowIdText, ",", kLastModifiedLiteral, ",", tenant.groupZeroRid, ",", linkCode, ",",
+                tenant.active, ")");
 }
 
 }  // namespace

@@ -8,13 +8,13 @@
 #include <utility>
 
 #include "dircodes/entry.h"
-#include "dircodes/row_state.h"
 #include "dircodes/unit_notation.h"
 #include "frame/base64.h"
 #include "frame/controls.h"
 #include "frame/data_services.h"
 #include "frame/host.h"
 #include "frame/member_table.h"
+#include "frame/row_state.h"
 #include "frame/siblings.h"
 
 namespace qorcred {
@@ -133,7 +133,7 @@ class clsDirCode final : public Controller {
                          std::int32_t ridToLeaveOut);
   bool pbIsDirCodeAssignedToTenant(const ObjectRef& connection, std::int32_t unitKey,
                                    std::int32_t rid);
-  /// The row's MODIFIED value; see dircodes/row_state.h.
+  /// The row's MODIFIED value; see frame/row_state.h.
   std::int16_t ReadState(const ObjectRef& connection, std::int32_t rid);
 
   // Renumbering and deletion

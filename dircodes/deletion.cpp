@@ -1,7 +1,7 @@
 // Deletes a directory code and takes it from the tenants that hold it.
 #include "dircodes/cls_dir_code.h"
-#include "dircodes/row_state.h"
 #include "frame/messages.h"
+#include "frame/row_state.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"
@@ -51,9 +51,9 @@ void clsDirCode::QueueDeletion(const ObjectRef& connection, std::int32_t& unitKe
 
 void clsDirCode::ReleaseFromTenants(const ObjectRef& connection, std::int32_t unitKey,
                                     std::int32_t rid) {
-  std::string update = Concat(
-      "UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE='_LMDATE_' WHERE UNITKEY=", unitKey,
-      " AND DIRECTORYCODE=", rid);
+  std::string update =
+      Concat("UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE=", kLastModifiedLiteral,
+             " WHERE UNITKEY=", unitKey, " AND DIRECTORYCODE=", rid);
   Manager().ExecuteUpdate(connection, ReplaceEmptyWithNull(std::move(update)), table::DIRECTORYCODE,
                           error_);
 }

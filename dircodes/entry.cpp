@@ -6,14 +6,13 @@
 #include "frame/capacity.h"
 #include "frame/convert.h"
 #include "frame/messages.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
 
 namespace qorcred {
 
 namespace {
 
-/// The delay, in the unit's own measure, of a call that has no extension to dial.
-constexpr std::string_view kDelayWithoutExtension = "2";
 constexpr std::int32_t kNothingSelected = -1;
 
 bool IsChecked(const Screen& screen, std::string_view box) {
@@ -53,8 +52,9 @@ bool clsDirCode::FitsCapacity(const ObjectRef& connection, std::int32_t& unitKey
 bool clsDirCode::ReadEntry(const Screen& screen, DirCodeEntry& entry) {
   if (!ReadCode(screen, entry)) return false;
   if (!ReadPhone(screen, entry)) return false;
-  if (IsChecked(screen, "chkDND") && screen.List("cboSchedules").ListIndex() == kNothingSelected) {
-    return RefuseEntry(screen.Any("cboSchedules"),
+  if (IsChecked(screen, "chkDND") &&
+      screen.List(kDndScheduleList).ListIndex() == kNothingSelected) {
+    return RefuseEntry(screen.Any(kDndScheduleList),
                        "Please select a Time Zone for the Do Not Disturb schedule.");
   }
   if (!ReadCallForwarding(screen, entry)) return false;
@@ -90,7 +90,7 @@ bool clsDirCode::ReadPhone(const Screen& screen, DirCodeEntry& entry) {
 bool clsDirCode::ReadCallForwarding(const Screen& screen, DirCodeEntry& entry) {
   if (!IsChecked(screen, "chkCallForwarding")) return true;
   const TextBox phoneBox = screen.Box("txtPhoneNocf");
-  const ListControl schedules = screen.List("cboSchedulesCF");
+  const ListControl schedules = screen.List(kCfScheduleList);
   entry.cfPhone = phoneBox.Text();
   entry.cfExtension = screen.Box("txtExtnCF").Text();
   if (schedules.ListIndex() == kNothingSelected) {
@@ -105,13 +105,13 @@ bool clsDirCode::ReadCallForwarding(const Screen& screen, DirCodeEntry& entry) {
 void clsDirCode::ReadSchedules(const Screen& screen, DirCodeEntry& entry) {
   if (IsChecked(screen, "chkDND")) {
     entry.isDndChecked = "True";
-    entry.dndSchedule = NumberText(screen.List("cboSchedules").SelectedItemData());
+    entry.dndSchedule = NumberText(screen.List(kDndScheduleList).SelectedItemData());
   }
   entry.showDisplayName = FlagOf(IsChecked(screen, "chkShowDisplayName"));
   entry.showDirectoryCode = FlagOf(IsChecked(screen, "chkShowDirCode"));
   if (IsChecked(screen, "chkCallForwarding")) {
     entry.isCfChecked = "True";
-    entry.cfSchedule = NumberText(screen.List("cboSchedulesCF").SelectedItemData());
+    entry.cfSchedule = NumberText(screen.List(kCfScheduleList).SelectedItemData());
     entry.cfTimeDelay = DelayFor(entry.cfExtension, screen, "pvnTimeDelayCF");
   }
 }

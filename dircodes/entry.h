@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "dircodes/unit_notation.h"
+
 namespace qorcred {
 
 struct DirCodeEntry {
@@ -15,7 +17,7 @@ struct DirCodeEntry {
   std::string_view isDndChecked = "False";
   std::string cfPhone;
   std::string cfExtension;
-  std::string cfTimeDelay = "2";
+  std::string cfTimeDelay{kDelayWithoutExtension};
   std::string cfSchedule = "NULL";
   std::string_view isCfChecked = "False";
   std::string_view active = "False";

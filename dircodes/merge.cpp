@@ -1,8 +1,8 @@
 // Writes a directory code that a unit holds.
 #include "dircodes/cls_dir_code.h"
-#include "dircodes/row_state.h"
 #include "dircodes/unit_notation.h"
 #include "frame/convert.h"
+#include "frame/row_state.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"
@@ -20,10 +20,10 @@ std::string UpdateStatement(std::int32_t unitKey, std::int32_t rid, const String
                 ",DNDSCHEDULEID=", code[kDndSchedule], ",ISDNDCHECKED=", code[kIsDndChecked],
                 ",CFSCHEDULEID=", code[kCfSchedule], ",ISCFCHECKED=", code[kIsCfChecked],
                 ",CFPHONENUMBER='", code[kCfPhone], "',CFEXTENSION='", code[kCfExtension],
-                "',CFTIMEDELAY=", code[kCfTimeDelay],
-                ",LASTMODIFIEDDATE='_LMDATE_',ACTIVE=", code[kActive], ",STARTDATE='",
-                code[kStartDate], "',ENDDATE='", code[kEndDate], "',DISPLAYNAME='",
-                code[kDisplayName], "',MODIFIED=0,OLDDIRECTORYCODE=", code[kCode], ",", displayPart,
+                "',CFTIMEDELAY=", code[kCfTimeDelay], ",LASTMODIFIEDDATE=", kLastModifiedLiteral,
+                ",ACTIVE=", code[kActive], ",STARTDATE='", code[kStartDate], "',ENDDATE='",
+                code[kEndDate], "',DISPLAYNAME='", code[kDisplayName],
+                "',MODIFIED=0,OLDDIRECTORYCODE=", code[kCode], ",", displayPart,
                 " WHERE UNITKEY=", unitKey, " AND RID=", rid);
 }
 
@@ -37,9 +37,9 @@ std::string InsertStatement(std::int32_t unitKey, std::string_view rowId, const 
       displayColumns, ")Values(", unitKey, ",", rowId, ",", code[kCode], ",'", code[kPhone], "','",
       code[kExtension], "',", code[kTimeDelay], ",", code[kDndSchedule], ",", code[kIsDndChecked],
       ",", code[kCfSchedule], ",", code[kIsCfChecked], ",'", code[kCfPhone], "','",
-      code[kCfExtension], "',", code[kCfTimeDelay], ",'_LMDATE_',", code[kActive], ",'",
-      code[kStartDate], "','", code[kEndDate], "','", code[kDisplayName], "',", code[kCode], ",0",
-      displayValues, ")");
+      code[kCfExtension], "',", code[kCfTimeDelay], ",", kLastModifiedLiteral, ",", code[kActive],
+      ",'", code[kStartDate], "','", code[kEndDate], "','", code[kDisplayName], "',", code[kCode],
+      ",0", displayValues, ")");
 }
 
 }  // namespace
@@ -97,9 +97,9 @@ void clsDirCode::DeleteAsInUnit(const ObjectRef& connection, std::int32_t unitKe
       Manager().ExecuteQueryDelete(connection, ReplaceEmptyWithNull(std::move(remove)), error_);
   // Two things hosts rely on: MODIFIED receives the time stamp, and for a single code the tenants
   // are found by the number of deleted rows.
-  std::string release =
-      Concat("UPDATE TENANTS SET DIRECTORYCODE=NULL,MODIFIED='_LMDATE_' WHERE UNITKEY=", unitKey,
-             all ? std::string() : Concat(" AND DIRECTORYCODE=", deleted));
+  std::string release = Concat(
+      "UPDATE TENANTS SET DIRECTORYCODE=NULL,MODIFIED=", kLastModifiedLiteral,
+      " WHERE UNITKEY=", unitKey, all ? std::string() : Concat(" AND DIRECTORYCODE=", deleted));
   Manager().ExecuteUpdate(connection, ReplaceEmptyWithNull(std::move(release)),
                           table::DIRECTORYCODE, error_);
 }

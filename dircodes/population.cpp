@@ -3,12 +3,13 @@
 #include <optional>
 
 #include "dircodes/cls_dir_code.h"
-#include "dircodes/row_state.h"
 #include "frame/active_period.h"
 #include "frame/convert.h"
 #include "frame/list_rows.h"
+#include "frame/row_state.h"
 #include "frame/schedules.h"
 #include "frame/schema.h"
+#include "frame/screen_names.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"
 
@@ -65,8 +66,8 @@ void clsDirCode::pbRetrieveSchedules(const ObjectRef& objConn, std::int32_t lngU
         Manager().ExecuteSelect(objConn, StoredSchedulesQuery(lngUnitKey), error_);
     PutFixedSchedulesFirst(schedules, {kFullAccess, kNoAccess});
 
-    const std::array<ListControl, 2> lists{screen.List("cboSchedules"),
-                                           screen.List("cboSchedulesCF")};
+    const std::array<ListControl, 2> lists{screen.List(kDndScheduleList),
+                                           screen.List(kCfScheduleList)};
     for (const ListControl& list : lists) list.Clear();
     // Never so after the fixed ones were put there, but hosts see the cell being read.
     if (schedules.HasNoRows()) return;

@@ -1,8 +1,8 @@
 // Questions about stored directory codes that several operations ask.
 #include "dircodes/cls_dir_code.h"
-#include "dircodes/row_state.h"
 #include "frame/convert.h"
 #include "frame/messages.h"
+#include "frame/row_state.h"
 #include "frame/sql_text.h"
 
 namespace qorcred {

@@ -1,9 +1,9 @@
 // Gives an existing directory code a new number.
 #include "dircodes/cls_dir_code.h"
 #include "dircodes/code_text.h"
-#include "dircodes/row_state.h"
 #include "frame/convert.h"
 #include "frame/messages.h"
+#include "frame/row_state.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
 #include "frame/text.h"

@@ -1,9 +1,10 @@
 // The list of a unit's directory codes, and one code in the edit controls.
 #include "dircodes/cls_dir_code.h"
 #include "dircodes/code_text.h"
-#include "dircodes/row_state.h"
 #include "frame/convert.h"
 #include "frame/list_rows.h"
+#include "frame/row_state.h"
+#include "frame/screen_names.h"
 #include "frame/sql_text.h"
 #include "frame/trap.h"
 #include "frame/writing_controls.h"
@@ -123,10 +124,10 @@ void clsDirCode::LoadCode(const ObjectRef& connection, std::int32_t unitKey, con
   showText("txtExtn", kExtension);
   showNumber("pvnTimeDelay", kTimeDelay);
   showCheck("chkDND", kIsDndChecked);
-  showSchedule("cboSchedules", kDndSchedule);
+  showSchedule(kDndScheduleList, kDndSchedule);
 
   showCheck("chkCallForwarding", kIsCfChecked);
-  showSchedule("cboSchedulesCF", kCfSchedule);
+  showSchedule(kCfScheduleList, kCfSchedule);
   showText("txtPhoneNocf", kCfPhone);
   showText("txtExtnCF", kCfExtension);
   showNumber("pvnTimeDelayCF", kCfTimeDelay);

@@ -1,8 +1,8 @@
 // pbSave: a new directory code or an edited one.
 #include "dircodes/cls_dir_code.h"
-#include "dircodes/row_state.h"
 #include "frame/convert.h"
 #include "frame/messages.h"
+#include "frame/row_state.h"
 #include "frame/schema.h"
 #include "frame/sql_text.h"
 #include "frame/text.h"
@@ -35,8 +35,8 @@ std::string UpdateStatement(std::int32_t unitKey, std::int32_t rid, const DirCod
       ",DNDSCHEDULEID=", entry.dndSchedule, ",ISDNDCHECKED=", entry.isDndChecked,
       ",CFSCHEDULEID=", entry.cfSchedule, ",ISCFCHECKED=", entry.isCfChecked, ",CFPHONENUMBER='",
       entry.cfPhone, "',CFEXTENSION='", entry.cfExtension, "',CFTIMEDELAY=", entry.cfTimeDelay,
-      ",LASTMODIFIEDDATE='_LMDATE_',ACTIVE=", entry.active, ",STARTDATE='", entry.startDateText,
-      "',ENDDATE='", entry.endDateText, "',DISPLAYNAME='", entry.displayName,
+      ",LASTMODIFIEDDATE=", kLastModifiedLiteral, ",ACTIVE=", entry.active, ",STARTDATE='",
+      entry.startDateText, "',ENDDATE='", entry.endDateText, "',DISPLAYNAME='", entry.displayName,
       "',MODIFIED=", std::int32_t{state}, ",SHOWDISPLAYNAME=", entry.showDisplayName,
       ",SHOWDIRECTORYCODE=", entry.showDirectoryCode, " WHERE UNITKEY=", unitKey, " AND RID=", rid);
 }
@@ -51,9 +51,9 @@ std::string InsertStatement(std::int32_t unitKey, std::string_view rowId, const 
       unitKey, ",", rowId, ",", entry.code, ",'", entry.phone, "','", entry.extension, "',",
       entry.timeDelay, ",", entry.dndSchedule, ",", entry.isDndChecked, ",", entry.cfSchedule, ",",
       entry.isCfChecked, ",'", entry.cfPhone, "','", entry.cfExtension, "',", entry.cfTimeDelay,
-      ",'_LMDATE_',", entry.active, ",'", entry.startDateText, "','", entry.endDateText, "','",
-      entry.displayName, "',", oldCode, ",", std::int32_t{state}, ",", entry.showDisplayName, ",",
-      entry.showDirectoryCode, ")");
+      ",", kLastModifiedLiteral, ",", entry.active, ",'", entry.startDateText, "','",
+      entry.endDateText, "','", entry.displayName, "',", oldCode, ",", std::int32_t{state}, ",",
+      entry.showDisplayName, ",", entry.showDirectoryCode, ")");
 }
 
 }  // namespace

@@ -8,6 +8,9 @@
 
 namespace qorcred {
 
+/// The delay, in the unit's own measure, of a call that has no extension to dial.
+inline constexpr std::string_view kDelayWithoutExtension = "2";
+
 /// Places of the texts that describe one directory code; 0 to 3 are not used here.
 namespace unit_place {
 enum Place : unsigned {

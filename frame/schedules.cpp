@@ -1,5 +1,6 @@
 #include "frame/schedules.h"
 
+#include "frame/row_state.h"
 #include "frame/sql_text.h"
 
 namespace qorcred {
@@ -7,8 +8,8 @@ namespace qorcred {
 std::string StoredSchedulesQuery(std::int32_t unitKey) {
   return Concat(
       "Select ScheduleID, ScheduleName from Schedules Where ScheduleID not in (0,1) and "
-      " modified <> 3 and UnitKey = ",
-      unitKey, "  Order by ScheduleName ");
+      " modified <> ",
+      std::int32_t{row_state::kDeleted}, " and UnitKey = ", unitKey, "  Order by ScheduleName ");
 }
 
 void PutFixedSchedulesFirst(const TableView& schedules,

@@ -10,6 +10,10 @@ inline constexpr std::string_view kMessageTitle = "Pello RT";
 inline constexpr std::string_view kUnitModel = "Pello RT";
 inline constexpr std::string_view kUnitModelJoined = "PelloRT";
 
+/// The text that stands for the time of the change in every statement, and as a literal of one.
+inline constexpr std::string_view kLastModifiedText = "_LMDATE_";
+inline constexpr std::string_view kLastModifiedLiteral = "'_LMDATE_'";
+
 namespace table {
 inline constexpr std::string_view ACCESSCODEBULK = "ACCESSCODEBULK";
 inline constexpr std::string_view DOORS = "DOORS";

@@ -13,4 +13,8 @@ inline constexpr std::string_view kTenantCreatingScreen = "frmTBL";
 inline constexpr std::array<std::string_view, 4> kScheduleLists{"cboSchedules1", "cboSchedules2",
                                                                 "cboSchedules3", "cboSchedules4"};
 
+/// The schedule lists of the directory-code screen: of Do Not Disturb and of call forwarding.
+inline constexpr std::string_view kDndScheduleList = "cboSchedules";
+inline constexpr std::string_view kCfScheduleList = "cboSchedulesCF";
+
 }  // namespace qorcred

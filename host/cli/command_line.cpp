@@ -60,7 +60,8 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   yes->excludes(no);
   constexpr int kLongestWait = 24 * 60 * 60;
   app.add_option("--wait", global.wait,
-                 "How long to wait for others who are writing to the store (30)")
+                 fmt::format("How long to wait for others who are writing to the store ({})",
+                             kUsualPatience.count()))
       ->type_name("SECONDS")
       ->check(CLI::Range(0, kLongestWait));
   app.add_flag("--json", global.json, "Print rows as JSON");

@@ -16,13 +16,12 @@ namespace qorhost {
 namespace {
 
 std::unique_ptr<Store> OpenFile(const GlobalOptions& global, Access access, Console& console) {
-  if (LookAt(global.file) == StorePlace::kFree) {
-    throw FailureError(
-        fmt::format("there is no database '{}': create one with 'qorhost init --demo', or name "
-                    "another file with --db",
-                    global.file.string()));
+  try {
+    return OpenStoreFile(global.file, access, PatienceOf(global, console));
+  } catch (const MissingStore& missing) {
+    throw FailureError(std::string(missing.what()) +
+                       ": create one with 'qorhost init --demo', or name another file with --db");
   }
-  return OpenStoreFile(global.file, access, PatienceOf(global, console));
 }
 
 /// "1 Harbour Court, 2 Linden Park", not too many of them.

@@ -23,7 +23,7 @@ struct GlobalOptions {
   std::optional<bool> answer;  ///< --yes or --no
   bool json = false;
   bool trace = false;
-  int wait = 30;  ///< for others who write, in seconds
+  int wait = static_cast<int>(kUsualPatience.count());  ///< for others who write, in seconds
 };
 
 /// A desk session whose messages, questions and, with --trace, transcript go to the console.

@@ -47,6 +47,7 @@ struct Console {
 
 /// Stands for standard input or output where a file is named.
 inline constexpr std::string_view kStandardStream = "-";
+inline constexpr std::string_view kStandardInput = "standard input";  ///< in messages
 
 /// A mistake in the command line. what() says what was wrong and what to do.
 class UsageError : public std::runtime_error {

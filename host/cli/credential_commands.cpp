@@ -7,7 +7,7 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_list.h"
-#include "host/desks/typed_input.h"
+#include "host/desks/words.h"
 #include "host/files/json_writer.h"
 
 namespace qorhost {
@@ -18,7 +18,7 @@ using qorcred::Value;
 
 /// "Transmitter-301 (RID 17)"
 std::string NameOf(const ShownCredential& credential) {
-  return fmt::format("{} (RID {})", Displayable(credential.entry), credential.rid);
+  return WithRid(Displayable(credential.entry), credential.rid);
 }
 
 std::string AssignmentText(const ShownCredential& credential) {
@@ -41,14 +41,15 @@ void PrintIssuedAsJson(const IssuedCredentials& issued, const UnitName& unit, bo
 void PrintIssued(const IssuedCredentials& issued, const UnitName& unit, bool withTenants,
                  Console& console) {
   const std::int64_t count = issued.Count();
-  console.out << (count == 1 ? fmt::format("Issued {} {} (RID {}) {}.\n", issued.type, issued.first,
-                                           issued.lastRid, InUnit(unit))
+  console.out << (count == 1 ? fmt::format("Issued {} {} {}.\n", issued.type,
+                                           WithRid(std::to_string(issued.first), issued.lastRid),
+                                           InUnit(unit))
                              : fmt::format("Issued {} credentials: {} {} to {} (last RID {}) {}.\n",
                                            count, issued.type, issued.first, issued.last,
                                            issued.lastRid, InUnit(unit)));
   if (withTenants) {
-    console.out << fmt::format("Created {} {}, ready to be named; their steps are queued.\n", count,
-                               count == 1 ? "tenant" : "tenants");
+    console.out << fmt::format("Created {}, ready to be named; their steps are queued.\n",
+                               Counted(static_cast<std::size_t>(count), "tenant", "tenants"));
   }
 }
 
@@ -142,7 +143,7 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
 
 ExitStatus RunCredentialRenumber(const GlobalOptions& global,
                                  const CredentialRenumberOptions& options, Console& console) {
-  const std::int32_t number = ReadLong(credential_field::kNewNumber, options.number);
+  const CredentialNumber number(options.number);
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
@@ -162,7 +163,7 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& c
   const UnitName unit = session.UnitToChange();
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential chosen = desk.Select(credential);
-  const Outcome deleted = desk.Delete(chosen.rid);
+  const Outcome deleted = desk.Delete();
   const ExitStatus status = TellChange(deleted, "credential", console);
   if (deleted.done()) {
     console.out << fmt::format("Deleted {} {}.\n", NameOf(chosen), InUnit(unit));

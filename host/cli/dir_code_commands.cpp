@@ -7,6 +7,7 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_list.h"
+#include "host/desks/words.h"
 #include "host/files/json_writer.h"
 
 namespace qorhost {
@@ -46,7 +47,7 @@ void PrintCode(DirCodeDesk& desk, bool asJson, Console& console) {
 
 /// "0101 (RID 5)"
 std::string NameOf(const ShownDirCode& code) {
-  return fmt::format("{} (RID {})", Displayable(code.entry), code.rid);
+  return WithRid(Displayable(code.entry), code.rid);
 }
 
 void PrintAdded(const AddedDirCode& added, const UnitName& unit, bool asJson, Console& console) {
@@ -133,7 +134,7 @@ ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumber
   const ShownDirCode before = desk.Select(options.choice);
   desk.TypeCode(options.number);
 
-  const Outcome renumbered = desk.Renumber(options.number);
+  const Outcome renumbered = desk.Renumber();
   const ExitStatus status = TellChange(renumbered, "directory code", console);
   if (renumbered.done()) {
     console.out << fmt::format("Directory code {} is {} now, {}.\n", NameOf(before),
@@ -150,7 +151,7 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const std::string& choi
   const ShownDirCode code = desk.Select(choice);
   const std::vector<std::string> tenants = TenantsShown(desk);
 
-  const Outcome deleted = desk.Delete(code.rid);
+  const Outcome deleted = desk.Delete();
   const ExitStatus status = TellChange(deleted, "directory code", console);
   if (deleted.done()) {
     console.out << fmt::format("Deleted directory code {} {}.\n", NameOf(code), InUnit(unit));

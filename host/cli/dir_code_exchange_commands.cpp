@@ -11,16 +11,14 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
+#include "host/desks/words.h"
 #include "host/files/file_error.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
-#include "host/files/whole_file.h"
 
 namespace qorhost {
 
 namespace {
-
-using qorcred::Value;
 
 UnitReading ReadFrom(const std::string& from, Console& console) {
   if (from == kStandardStream) {
@@ -30,38 +28,45 @@ UnitReading ReadFrom(const std::string& from, Console& console) {
   return ReadUnitFile(file);
 }
 
-/// Names every line that was not taken over. Raises RefusedError unless they may be left out, and
-/// for a file that is no unit file.
-void ReportBadLines(const UnitReading& reading, BadLines badLines, const std::string& from,
-                    Console& console) {
-  const std::string file = from == kStandardStream ? "standard input" : from;
+std::string NameOfSource(const std::string& from) {
+  return from == kStandardStream ? std::string(kStandardInput) : from;
+}
+
+/// Names every line that was not taken over.
+void ReportBadLines(const UnitReading& reading, const std::string& from, Console& console) {
   for (const LineFault& fault : reading.faults) {
-    console.err << fmt::format("qorhost: {}, line {}: {}\n", Displayable(file), fault.line,
-                               Displayable(fault.reason));
+    console.err << fmt::format("qorhost: {}, line {}: {}\n", Displayable(NameOfSource(from)),
+                               fault.line, Displayable(fault.reason));
   }
-  if (!reading.isUnitFile) {
-    throw RefusedError(fmt::format("{} is no unit file, so nothing was changed", file));
+}
+
+/// Begins the merge. Raises RefusedError that says what to do about a file that is not merged.
+UnitMerge Begin(DeskSession& session, const UnitName& unit, const UnitReading& reading,
+                const DirCodeSyncOptions& options) {
+  try {
+    return {session, unit.key, reading,
+            options.skipBadLines ? BadLines::kLeftOut : BadLines::kRefused};
+  } catch (const UnusableReading& refusal) {
+    throw RefusedError(refusal.isUnitFile()
+                           ? std::string(refusal.what()) + ", or say --skip-bad-lines"
+                           : fmt::format("{} is no unit file, so nothing was changed",
+                                         NameOfSource(options.from)));
   }
-  if (const std::string refusal = RefusalOf(reading, badLines); !refusal.empty()) {
-    throw RefusedError(refusal + ", or say --skip-bad-lines");
-  }
+}
+
+void TellMissingEnd(const UnitReading& reading, const std::string& from, Console& console) {
   if (reading.faults.empty() && !reading.isCounted) {
     console.err << fmt::format(
         "qorhost: {} has no end line, as files of an older version: whether it is whole cannot be "
         "told.\n",
-        Displayable(file));
+        Displayable(NameOfSource(from)));
   }
-}
-
-Value Number(std::size_t count) {
-  return {static_cast<double>(count)};
 }
 
 void ReportKept(std::size_t kept, Console& console) {
   if (kept > 0) {
-    console.err << fmt::format(
-        "qorhost: {} stored {} not deleted: a bad line may stand for any of them.\n", kept,
-        kept == 1 ? "code was" : "codes were");
+    console.err << fmt::format("qorhost: {} not deleted: a bad line may stand for any of them.\n",
+                               Counted(kept, "stored code was", "stored codes were"));
   }
 }
 
@@ -81,13 +86,13 @@ void PrintDone(const MergeReport& report, const UnitName& unit, bool asJson, Con
   const MergeAftermath& aftermath = report.aftermath;
   if (asJson) {
     PrintJsonObject(console.out, {{"unit", unit.key},
-                                  {"inserted", Number(report.inserted)},
-                                  {"updated", Number(report.updated)},
-                                  {"deleted", Number(report.deleted)},
-                                  {"unchanged", Number(report.unchanged)},
-                                  {"not_deleted", Number(report.kept)},
-                                  {"tenants_released", Number(aftermath.tenantsReleased)},
-                                  {"steps_withdrawn", Number(aftermath.stepsWithdrawn)}});
+                                  {"inserted", CountCell(report.inserted)},
+                                  {"updated", CountCell(report.updated)},
+                                  {"deleted", CountCell(report.deleted)},
+                                  {"unchanged", CountCell(report.unchanged)},
+                                  {"not_deleted", CountCell(report.kept)},
+                                  {"tenants_released", CountCell(aftermath.tenantsReleased)},
+                                  {"steps_withdrawn", CountCell(aftermath.stepsWithdrawn)}});
     return;
   }
   console.out << fmt::format("{} inserted, {} updated, {} deleted, {} unchanged {}.\n",
@@ -95,41 +100,43 @@ void PrintDone(const MergeReport& report, const UnitName& unit, bool asJson, Con
                              InUnit(unit));
   if (aftermath.tenantsReleased > 0) {
     console.out << fmt::format("{} without a directory code now.\n",
-                               aftermath.tenantsReleased == 1
-                                   ? "1 tenant is"
-                                   : fmt::format("{} tenants are", aftermath.tenantsReleased));
+                               Counted(aftermath.tenantsReleased, "tenant is", "tenants are"));
   }
   if (aftermath.stepsWithdrawn > 0) {
     console.out << fmt::format(
         "{} withdrawn: the unit's codes hold.\n",
-        aftermath.stepsWithdrawn == 1
-            ? "1 waiting step was"
-            : fmt::format("{} waiting steps were", aftermath.stepsWithdrawn));
+        Counted(aftermath.stepsWithdrawn, "waiting step was", "waiting steps were"));
   }
 }
 
-/// Names every code that is not written. Raises RefusedError unless they may be left out.
-void ReportObstacles(const std::vector<Obstacle>& obstacles, bool skip, Console& console) {
+/// Names every code that is not written.
+void ReportObstacles(const std::vector<Obstacle>& obstacles, Console& console) {
   for (const Obstacle& obstacle : obstacles) {
-    console.err << fmt::format("qorhost: directory code {} (RID {}): {}\n",
-                               qorcred::NumberText(obstacle.number), obstacle.rid,
+    console.err << fmt::format("qorhost: directory code {}: {}\n",
+                               WithRid(qorcred::NumberText(obstacle.number), obstacle.rid),
                                Displayable(obstacle.reason));
   }
-  if (!obstacles.empty() && !skip) {
-    throw RefusedError(fmt::format(
-        "a unit cannot hold {} of the codes, so nothing was written: change them, or leave them "
-        "out with --skip",
-        obstacles.size()));
+}
+
+ExportedUnit Export(DeskSession& session, std::int32_t unitKey, const DirCodeExportOptions& options,
+                    Console& console) {
+  try {
+    ExportedUnit exported = ExportUnit(session, unitKey, options.firmware,
+                                       options.skip ? Unholdable::kLeftOut : Unholdable::kRefused);
+    ReportObstacles(exported.obstacles, console);
+    return exported;
+  } catch (const UnholdableCodes& refusal) {
+    ReportObstacles(refusal.obstacles(), console);
+    throw RefusedError(std::string(refusal.what()) + ", or leave them out with --skip");
   }
 }
 
 /// Raises RefusedError for a file that is there already, unless it is to be replaced.
 void WriteFile(const UnitFile& unit, const GlobalOptions& global,
                const DirCodeExportOptions& options) {
-  const Writing writing{options.force ? Standing::kReplaced : Standing::kStays,
-                        FilesOfStore(global.file)};
   try {
-    WriteWholeFile(options.to, writing, [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
+    WriteExport(unit, options.to, options.force ? Standing::kReplaced : Standing::kStays,
+                global.file);
   } catch (const FileError& failure) {
     if (failure.problem() != FileProblem::kExists) throw;
     throw RefusedError(std::string(failure.what()) +
@@ -144,10 +151,9 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   CommandSession session(global, options.dryRun ? Access::kRead : Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   const UnitReading reading = ReadFrom(options.from, console);
-  const BadLines badLines = options.skipBadLines ? BadLines::kLeftOut : BadLines::kRefused;
-  ReportBadLines(reading, badLines, options.from, console);
-
-  UnitMerge merge(session.desks(), unit.key, reading, badLines);
+  ReportBadLines(reading, options.from, console);
+  UnitMerge merge = Begin(session.desks(), unit, reading, options);
+  TellMissingEnd(reading, options.from, console);
   if (options.dryRun) {
     merge.Plan();
     PrintPlan(merge, reading.file, unit, global.json, console);
@@ -174,17 +180,16 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
                             Console& console) {
   CommandSession session(global, Access::kRead, console);
   const UnitName chosen = session.ChosenUnit();
-  const auto [unit, obstacles] = ExportUnit(session.desks(), chosen.key, options.firmware);
-  ReportObstacles(obstacles, options.skip, console);
+  const UnitFile unit = Export(session.desks(), chosen.key, options, console).file;
   if (options.to == kStandardStream) {
-    PrintRaw(console, [&file = unit](std::ostream& out) { WriteUnitFile(out, file); });
+    PrintRaw(console, [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
     return ExitStatus::kDone;
   }
   WriteFile(unit, global, options);
   console.stored = true;
-  console.out << fmt::format("Wrote {} directory {} to {} ({}).\n", unit.codes.size(),
-                             unit.codes.size() == 1 ? "code" : "codes", Displayable(options.to),
-                             NameOf(chosen));
+  console.out << fmt::format("Wrote {} to {} ({}).\n",
+                             Counted(unit.codes.size(), "directory code", "directory codes"),
+                             Displayable(options.to), NameOf(chosen));
   return ExitStatus::kDone;
 }
 

@@ -2,11 +2,10 @@
 
 #include <fmt/format.h>
 
-#include <nlohmann/json.hpp>
-
 #include "host/cli/display_text.h"
 #include "host/cli/progress.h"
 #include "host/cli/table_printer.h"
+#include "host/desks/words.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
 
@@ -18,7 +17,7 @@ std::string ReadInput(const ImportOptions& options, Console& console) {
   if (options.file.empty()) {
     throw UsageError("name the CSV file, or - for standard input; --columns tells what it holds");
   }
-  return options.file == kStandardStream ? ReadWholeText(console.in, "standard input")
+  return options.file == kStandardStream ? ReadWholeText(console.in, kStandardInput)
                                          : ReadWholeFile(options.file);
 }
 
@@ -32,10 +31,6 @@ ImportRules RulesOf(const GlobalOptions& global, const ImportOptions& options) {
   return rules;
 }
 
-std::string Counted(std::size_t count, std::string_view one, std::string_view many) {
-  return fmt::format("{} {}", count, count == 1 ? one : many);
-}
-
 void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {
   for (const LineRemark& remark : report.remarks) {
     if (!remark.refused || !asJson) {
@@ -46,15 +41,18 @@ void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {
 }
 
 void PrintReportAsJson(const ImportReport& report, const UnitName& unit, Console& console) {
-  nlohmann::ordered_json lines = nlohmann::ordered_json::array();
+  Table lines;
+  lines.columns = {{"Line", "line"}, {"Message", "message"}};
   for (const LineRemark& remark : report.remarks) {
     if (remark.refused) {
-      lines.push_back({{"line", remark.line}, {"message", Displayable(report.TextOf(remark))}});
+      lines.rows.push_back({CountCell(remark.line), Displayable(report.TextOf(remark))});
     }
   }
-  const nlohmann::ordered_json json{
-      {"unit", unit.key}, {"done", report.done}, {"refused", report.refused}, {"lines", lines}};
-  console.out << EscapedJson(json.dump(2)) << '\n';
+  PrintJsonObject(console.out,
+                  {{"unit", unit.key},
+                   {"done", CountCell(report.done)},
+                   {"refused", CountCell(report.refused)}},
+                  "lines", lines);
 }
 
 void PrintReport(const ImportReport& report, const ImportCommand& command, const UnitName& unit,

@@ -1,9 +1,7 @@
 #include <poll.h>
-#include <pwd.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
@@ -11,26 +9,10 @@
 #include <vector>
 
 #include "host/cli/command_line.h"
+#include "host/desks/author.h"
 #include "host/desks/whole_number.h"
 
 namespace {
-
-/// The person who runs the program, as the system calls them, and the machine.
-qorhost::Author AuthorOfProcess() {
-  qorhost::Author author;
-  if (const passwd* user = getpwuid(geteuid())) {
-    author.who = user->pw_name;
-  } else {
-    author.who = std::to_string(geteuid());
-  }
-  std::array<char, 256> machine{};
-  author.origin = "qorhost";
-  if (gethostname(machine.data(), machine.size() - 1) == 0) {
-    author.origin += std::string(" on ") + machine.data();
-  }
-  author.utc = qorhost::UtcClock();
-  return author;
-}
 
 /// Whether standard output is a pipe that nobody reads any more.
 bool ReaderIsGone() {
@@ -57,7 +39,7 @@ qorhost::Environment EnvironmentOfProcess() {
   environment.outputIsTerminal = isatty(STDOUT_FILENO) == 1;
   environment.errorIsTerminal = isatty(STDERR_FILENO) == 1;
   environment.colours = environment.outputIsTerminal && std::getenv("NO_COLOR") == nullptr;
-  environment.author = AuthorOfProcess();
+  environment.author = qorhost::AuthorOfProcess("qorhost");
   environment.columns = ColumnsOfTerminal();
   environment.readerIsGone = ReaderIsGone;
   if (const char* unit = std::getenv("QORHOST_UNIT"); unit != nullptr && *unit != '\0') {

@@ -10,6 +10,7 @@
 #include "host/desks/credential_report.h"
 #include "host/desks/dir_code_report.h"
 #include "host/desks/report_title.h"
+#include "host/desks/words.h"
 #include "host/files/csv_writer.h"
 #include "host/files/json_writer.h"
 
@@ -80,8 +81,8 @@ ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& o
   if (deleted.done() && global.json) {
     PrintJsonObject(console.out, {{"unit", unit.key}, {"deleted", deleted.rows}});
   } else if (deleted.done()) {
-    console.out << fmt::format("Deleted {} of {} {} {}.\n", deleted.rows, deleted.given,
-                               deleted.given == 1 ? "credential" : "credentials", InUnit(unit));
+    console.out << fmt::format("Deleted {} of {} {}.\n", deleted.rows,
+                               Counted(deleted.given, "credential", "credentials"), InUnit(unit));
   }
   return status;
 }

@@ -8,8 +8,8 @@
 #include "host/cli/table_printer.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
+#include "host/desks/words.h"
 #include "host/files/file_error.h"
-#include "host/files/file_kind.h"
 #include "host/files/json_writer.h"
 
 namespace qorhost {
@@ -22,54 +22,34 @@ void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
     PrintJsonObject(out, {{"rows", rows}, {"new_rid", static_cast<double>(change.newRid)}});
     return;
   }
-  out << fmt::format("{} {} changed\n", change.rows, change.rows == 1 ? "row" : "rows");
+  out << Counted(static_cast<std::size_t>(change.rows), "row", "rows") << " changed\n";
 }
 
-[[noreturn]] void RefuseExisting(const GlobalOptions& global) {
-  throw RefusedError(
-      fmt::format("'{}' exists already: name another file with --db, or replace it with --force",
-                  global.file.string()));
-}
-
-void Create(const GlobalOptions& global, const InitOptions& options, const Console& console) {
+/// Puts the store in its place. Raises RefusedError that says what to do about what stands there.
+void Put(const GlobalOptions& global, const InitOptions& options, Console& console) {
   try {
-    CreateStore(global.file, options.demo, console.environment.author);
-  } catch (const FileError& failure) {
-    if (failure.problem() != FileProblem::kExists) throw;
-    RefuseExisting(global);  // it came while the new one was made
-  }
-}
-
-void Replace(const GlobalOptions& global, const InitOptions& options, Console& console) {
-  if (!options.force) {
-    RefuseExisting(global);
-  }
-  try {
-    ReplaceStore(global.file, options.demo, PatienceOf(global, console),
-                 console.environment.author);
+    PutStore(global.file, {options.demo, console.environment.author},
+             options.force ? Standing::kReplaced : Standing::kStays, PatienceOf(global, console));
   } catch (const ForeignFile& foreign) {
     throw RefusedError(std::string(foreign.what()) +
                        ": name another file with --db, or move it away");
+  } catch (const FileError& failure) {
+    switch (failure.problem()) {
+      case FileProblem::kExists:
+        throw RefusedError(std::string(failure.what()) +
+                           ": name another file with --db, or replace it with --force");
+      case FileProblem::kOccupied:
+        throw RefusedError(std::string(failure.what()) + ": name a file with --db");
+      default:
+        throw;
+    }
   }
 }
 
 }  // namespace
 
 ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Console& console) {
-  switch (LookAt(global.file)) {
-    case StorePlace::kFolder:
-      throw RefusedError(
-          fmt::format("'{}' is a folder: name a file with --db", global.file.string()));
-    case StorePlace::kFile:
-      Replace(global, options, console);
-      break;
-    case StorePlace::kOther:
-      throw RefusedError(fmt::format("'{}' is {}: name a file with --db", global.file.string(),
-                                     NameOf(KindOf(global.file, Links::kAreSeen))));
-    case StorePlace::kFree:
-      Create(global, options, console);
-      break;
-  }
+  Put(global, options, console);
   console.stored = true;
   const std::string name = Displayable(global.file.string());
   console.out << (options.demo

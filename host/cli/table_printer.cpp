@@ -7,6 +7,7 @@
 
 #include "frame/convert.h"
 #include "host/cli/display_text.h"
+#include "host/desks/words.h"
 #include "host/files/json_writer.h"
 
 namespace qorhost {
@@ -105,7 +106,7 @@ void PrintTable(std::ostream& out, const Table& table) {
   for (const auto& row : table.rows) {
     layout.PrintRow(out, row);
   }
-  out << fmt::format("{} {}\n", table.rows.size(), table.rows.size() == 1 ? "row" : "rows");
+  out << Counted(table.rows.size(), "row", "rows") << '\n';
 }
 
 void PrintRows(std::ostream& out, const Table& table, bool asJson) {

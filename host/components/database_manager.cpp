@@ -12,6 +12,7 @@
 #include "frame/manager_operations.h"
 #include "frame/result_table.h"
 #include "frame/runtime_error.h"
+#include "frame/schema.h"
 #include "host/store/method_table.h"
 #include "host/store/store_connection.h"
 #include "host/store/store_error.h"
@@ -146,7 +147,7 @@ Value DatabaseManagerObject::RowIdText(Arguments /*arguments*/) {
 }
 
 Value DatabaseManagerObject::LastModifiedText(Arguments /*arguments*/) {
-  return {dialect::kLastModifiedText};
+  return {qorcred::kLastModifiedText};
 }
 
 }  // namespace qorhost

@@ -17,24 +17,16 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/whole_number.h"
+#include "host/desks/words.h"
 
 namespace qorhost {
 
 namespace {
 
 constexpr std::string_view kNoDoor = "<None>";
-
-/// The controller refuses 0 alone, and would store what the column cannot hold.
-void RequireCredentialNumber(std::int32_t number) {
-  if (number < 0 || number > qorcred::kHighestCredentialNumber) {
-    throw InputFault(
-        credential_field::kNewNumber, std::to_string(number),
-        fmt::format("{{field}} '{{value}}' is no credential number: they go from 1 to {}",
-                    qorcred::kHighestCredentialNumber));
-  }
-}
 
 /// The condition on tenants who hold a credential.
 std::string Holds(std::int32_t rid) {
@@ -72,6 +64,16 @@ class WatchedSave {
 };
 
 }  // namespace
+
+CredentialNumber::CredentialNumber(std::string_view typed)
+    : value_(ReadLong(credential_field::kNewNumber, typed)) {
+  if (value_ < 0 || value_ > qorcred::kHighestCredentialNumber) {
+    throw InputFault(
+        credential_field::kNewNumber, std::to_string(value_),
+        fmt::format("{{field}} '{{value}}' is no credential number: they go from 1 to {}",
+                    qorcred::kHighestCredentialNumber));
+  }
+}
 
 CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskScreen kind)
     : session_(session),
@@ -306,16 +308,15 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
   if (full.rowCount > 0) {
     const std::int32_t replaced = qorcred::ToLong(full.table->At(0, 0));
     const std::int32_t index = credentials().FindData(replaced);
-    losses.replaced = fmt::format(
-        "{} (RID {})", index == ListModel::kNone ? "a credential" : credentials().Text(index),
-        replaced);
+    losses.replaced =
+        WithRid(index == ListModel::kNone ? "a credential" : credentials().Text(index), replaced);
   }
   return losses;
 }
 
 void CredentialDesk::RefreshCredentials(std::int32_t rid) {
-  constexpr std::int32_t kWholeList = -1;
-  controller_->pbRetrieveCredentials(session_.connection(), unitKey_, kWholeList, rid);
+  controller_->pbRetrieveCredentials(session_.connection(), unitKey_, qorcred::kAllCredentials,
+                                     rid);
 }
 
 Outcome CredentialDesk::Work(std::string what, const std::function<Outcome()>& run) {
@@ -408,8 +409,12 @@ Outcome CredentialDesk::AssignIssued(const IssuedCredentials& issued, std::int32
   return SaveSelected();
 }
 
-Outcome CredentialDesk::Delete(std::int32_t rid) {
-  return Work("delete credential " + Shown().entry, [this, rid] {
+Outcome CredentialDesk::Delete() {
+  const ShownCredential credential = Shown();
+  if (credential.rid <= 0) {
+    throw FailureError("cannot delete a credential: none is selected");
+  }
+  return Work("delete credential " + credential.entry, [this, rid = credential.rid] {
     OperationRecord deleting(session_);
     return deleting.End(controller_->pbDelete(session_.connection(), unitKey_, rid));
   });
@@ -432,12 +437,11 @@ void CredentialDesk::QueueHoldersSteps(std::int32_t rid) {
   });
 }
 
-ChangedCredential CredentialDesk::Renumber(std::int32_t number) {
-  RequireCredentialNumber(number);
+ChangedCredential CredentialDesk::Renumber(CredentialNumber number) {
   const ShownCredential credential = Shown();
   Outcome outcome = Work("renumber credential " + credential.entry, [&] {
     OperationRecord renumbering(session_);
-    const bool stored = controller_->pbUpdatePinNo(session_.connection(), number, unitKey_);
+    const bool stored = controller_->pbUpdatePinNo(session_.connection(), number.value(), unitKey_);
     if (stored) {
       QueueHoldersSteps(credential.rid);
     }

@@ -48,6 +48,19 @@ struct AssignmentLosses {
   std::string replaced;  ///< what the chosen tenant loses for it: "Transmitter-301 (RID 17)"
 };
 
+/// A number for a credential, as it is typed.
+class CredentialNumber {
+ public:
+  /// Raises InputFault for a text that is no whole number of 32 bits, and for a number below 0 or
+  /// above 65535: the controller refuses 0 alone, and would store what the column cannot hold.
+  explicit CredentialNumber(std::string_view typed);
+
+  [[nodiscard]] std::int32_t value() const noexcept { return value_; }
+
+ private:
+  std::int32_t value_;
+};
+
 /// What a change of one credential tells: the credential as it is now.
 struct ChangedCredential : Outcome {
   ShownCredential credential;
@@ -95,9 +108,11 @@ class CredentialDesk {
   /// Assigns the credential that SaveNew() has just stored to the tenant at the place `tenant` of
   /// the list. Takes it into the list of credentials, which is not filled again: for long imports.
   Outcome AssignIssued(const IssuedCredentials& issued, std::int32_t tenant);
-  Outcome Delete(std::int32_t rid);
-  /// Queues the steps of those who hold it. Raises InputFault for a number below 0 or above 65535.
-  ChangedCredential Renumber(std::int32_t number);
+  /// Deletes the credential that is selected. Raises FailureError when none is.
+  Outcome Delete();
+  /// Gives the credential that is selected another number, and queues the steps of those who hold
+  /// it.
+  ChangedCredential Renumber(CredentialNumber number);
 
  private:
   void Open();

@@ -11,6 +11,7 @@
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/desks/credential_types.h"
+#include "host/desks/list_entries.h"
 
 namespace qorhost {
 
@@ -100,7 +101,7 @@ Table CredentialTable(DeskSession& session, CredentialDesk& desk) {
       desk.unitKey()));
   const auto rowOf = RowsByRid(details);
   const Holders holders = ReadHolders(session, desk.unitKey());
-  for (std::int32_t index = 1; index < list.count(); ++index) {
+  for (std::int32_t index = placeholders::kInCredentials; index < list.count(); ++index) {
     const std::int32_t rid = list.ItemData(index);
     const auto found = rowOf.find(rid);
     if (found == rowOf.end()) {

@@ -6,8 +6,10 @@
 #include <vector>
 
 #include "frame/convert.h"
+#include "frame/row_state.h"
 #include "frame/runtime_error.h"
 #include "frame/text.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
@@ -87,8 +89,7 @@ DirCodeDesk::~DirCodeDesk() {
 void DirCodeDesk::Open() {
   codeSelected_ = codes().OnSelect([this](std::int32_t index) {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
-    // The first entry, "<Add New>", stands for no row.
-    if (index > 0 && !byController) {
+    if (index >= placeholders::kInDirCodes && !byController) {
       controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, codes().ItemData(index));
     }
   });
@@ -108,7 +109,7 @@ void DirCodeDesk::FillLists() {
 std::int32_t DirCodeDesk::Find(std::string_view choice) {
   const std::int32_t rid = FindRow(session_, unitKey_, choice);
   const std::int32_t index = codes().FindData(rid);
-  if (index < 1) {
+  if (index < placeholders::kInDirCodes) {
     throw InputFault(field::kChoice, choice,
                      fmt::format("unit {} has no directory code in row {}", unitKey_, rid),
                      InputFault::Kind::kSeeList);
@@ -141,12 +142,14 @@ bool DirCodeDesk::ShowRow(std::int32_t rid) {
 }
 
 ShownDirCode DirCodeDesk::Shown() {
-  return {codes().SelectedText(), codes().ItemData(codes().selected())};
+  const std::int32_t selected = codes().selected();
+  return selected == ListModel::kNone
+             ? ShownDirCode{}
+             : ShownDirCode{codes().SelectedText(), codes().ItemData(selected)};
 }
 
 void DirCodeDesk::RefreshCodes(std::int32_t rid) {
-  constexpr std::int32_t kWholeList = -1;
-  controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, kWholeList, rid);
+  controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, qorcred::kNoRid, rid);
 }
 
 void DirCodeDesk::TypeCode(const std::string& code) {
@@ -221,17 +224,20 @@ Outcome DirCodeDesk::SaveEdited() {
   });
 }
 
-Outcome DirCodeDesk::Renumber(const std::string& code) {
-  (void)TypedNumber(field::kCode, code);
-  return Change("renumber", [this, &code] {
-    return controller_->pbUpdateDirCode(session_.connection(), unitKey_, code);
+Outcome DirCodeDesk::Renumber() {
+  return Change("renumber", [this] {
+    return controller_->pbUpdateDirCode(session_.connection(), unitKey_, codeBox().text());
   });
 }
 
-Outcome DirCodeDesk::Delete(std::int32_t rid) {
+Outcome DirCodeDesk::Delete() {
+  const ShownDirCode code = Shown();
+  if (code.rid <= 0) {
+    throw FailureError("cannot delete a directory code: none is selected");
+  }
   constexpr bool kWithoutMessage = true;
   constexpr bool kAsk = true;  // only with the question do the tenants lose the code, too
-  return Work("delete directory code " + Shown().entry, [this, rid] {
+  return Work("delete directory code " + code.entry, [this, rid = code.rid] {
     OperationRecord deleting(session_);
     return deleting.End(
         controller_->pbDelete(session_.connection(), unitKey_, rid, kWithoutMessage, kAsk));

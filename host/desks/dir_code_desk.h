@@ -71,8 +71,11 @@ class DirCodeDesk {
   /// Saves a new code and, when it is stored, shows it in the list.
   AddedDirCode AddCode();
   Outcome SaveEdited();
-  Outcome Renumber(const std::string& code);
-  Outcome Delete(std::int32_t rid);
+  /// Gives the code that is selected the number that was typed.
+  Outcome Renumber();
+  /// Deletes the code that is selected, and takes it from its tenants. Raises FailureError when
+  /// none is.
+  Outcome Delete();
 
  private:
   void Open();

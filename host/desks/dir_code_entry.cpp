@@ -6,6 +6,7 @@
 
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/input_fault.h"
@@ -18,8 +19,6 @@ namespace qorhost {
 namespace {
 
 namespace field = dir_code_field;
-
-constexpr std::int32_t kSystemSchedules = 0;  // "No Access" and "Full Access" have ids of their own
 
 void TypeInto(TextModel& box, std::string_view name, const std::optional<std::string>& text) {
   if (text) {
@@ -36,7 +35,7 @@ void Tick(CheckModel& box, const std::optional<bool>& on) {
 void ChooseSchedule(ListModel& list, std::string_view name,
                     const std::optional<std::string>& given) {
   if (given) {
-    list.Select(FindEntry(list, name, *given, "schedule", kSystemSchedules));
+    list.Select(FindEntry(list, name, *given, "schedule", placeholders::kInSchedules));
   }
 }
 
@@ -49,7 +48,9 @@ void ChooseDelay(ScreenModel& screen, std::string_view spinner, std::string_view
   if (qorcred::Trim(screen.Box(extension).text()).empty()) {
     throw InputFault(
         name, *given,
-        "leave {field} out: there is no extension, and without one the delay is always 2");
+        fmt::format(
+            "leave {{field}} out: there is no extension, and without one the delay is always {}",
+            qorcred::kDelayWithoutExtension));
   }
   const std::int32_t delay = ReadLong(name, *given);
   if (delay < 0) {
@@ -76,7 +77,7 @@ void EnterDoNotDisturb(ScreenModel& screen, const DirCodeEntry& entry) {
   } else if (entry.dnd) {
     screen.Check("chkDND").SetState(1);
   }
-  ChooseSchedule(screen.List("cboSchedules"), field::kDnd, entry.dnd);
+  ChooseSchedule(screen.List(qorcred::kDndScheduleList), field::kDnd, entry.dnd);
 }
 
 void EnterForwarding(ScreenModel& screen, const DirCodeEntry& entry) {
@@ -89,7 +90,8 @@ void EnterForwarding(ScreenModel& screen, const DirCodeEntry& entry) {
   }
   TypeInto(screen.Box("txtPhoneNocf"), field::kForwardPhone, entry.forwardPhone);
   TypeInto(screen.Box("txtExtnCF"), field::kForwardExtension, entry.forwardExtension);
-  ChooseSchedule(screen.List("cboSchedulesCF"), field::kForwardSchedule, entry.forwardSchedule);
+  ChooseSchedule(screen.List(qorcred::kCfScheduleList), field::kForwardSchedule,
+                 entry.forwardSchedule);
   ChooseDelay(screen, "pvnTimeDelayCF", "txtExtnCF", field::kForwardDelay, entry.forwardDelay);
 }
 
@@ -146,9 +148,10 @@ IdleSettings ReadIdle(DirCodeDesk& desk) {
   };
   const auto typed = [&](std::string_view box) { return !screen.Box(box).text().empty(); };
   IdleSettings idle;
-  idle.dnd = IsOff(desk, "chkDND") && chosen("cboSchedules");
-  idle.forwarding = IsOff(desk, "chkCallForwarding") &&
-                    (chosen("cboSchedulesCF") || typed("txtPhoneNocf") || typed("txtExtnCF"));
+  idle.dnd = IsOff(desk, "chkDND") && chosen(qorcred::kDndScheduleList);
+  idle.forwarding =
+      IsOff(desk, "chkCallForwarding") &&
+      (chosen(qorcred::kCfScheduleList) || typed("txtPhoneNocf") || typed("txtExtnCF"));
   idle.period = IsOff(desk, "chkActive") &&
                 (screen.Date("dtpStart").chosen() || screen.Date("dtpEnd").chosen());
   return idle;

@@ -11,11 +11,13 @@
 
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/entry_index.h"
 #include "host/desks/import_words.h"
+#include "host/desks/list_entries.h"
 #include "host/files/import_file.h"
 
 namespace qorhost {
@@ -90,7 +92,7 @@ class DirCodeImport {
  public:
   DirCodeImport(DeskSession& session, std::int32_t unitKey)
       : desk_(session, unitKey),
-        schedules_(desk_.screen().List("cboSchedules"), 0),
+        schedules_(desk_.screen().List(qorcred::kDndScheduleList), placeholders::kInSchedules),
         fresh_(desk_.screen().Snapshot()) {}
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
@@ -125,7 +127,8 @@ class DirCodeImport {
     }
     const std::vector<std::int32_t> places = schedules_.Find(given);
     if (places.size() == 1) {
-      return std::to_string(desk_.screen().List("cboSchedules").ItemData(places.front()));
+      return std::to_string(
+          desk_.screen().List(qorcred::kDndScheduleList).ItemData(places.front()));
     }
     // An id, or a message about the name.
     return std::string(given);
@@ -139,9 +142,10 @@ class DirCodeImport {
       return std::nullopt;
     }
     if (line.Trimmed(extension).empty()) {
-      if (given != "2") {
-        notes.push_back(fmt::format("{} '{}' was not taken over: without an extension it is 2",
-                                    kColumns[delay].heading, given));
+      if (given != qorcred::kDelayWithoutExtension) {
+        notes.push_back(fmt::format("{} '{}' was not taken over: without an extension it is {}",
+                                    kColumns[delay].heading, given,
+                                    qorcred::kDelayWithoutExtension));
       }
       return std::nullopt;
     }

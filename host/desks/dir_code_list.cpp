@@ -4,9 +4,11 @@
 
 #include <unordered_map>
 
-#include "dircodes/row_state.h"
 #include "frame/convert.h"
+#include "frame/row_state.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
+#include "host/desks/list_entries.h"
 #include "host/unit/unit_rows.h"
 
 namespace qorhost {
@@ -42,6 +44,7 @@ std::string StateText(const Value& state) {
       return "to be sent";
     case qorcred::row_state::kChanged:
       return "change to be sent";
+    case qorcred::row_state::kDeleted:
     default:
       return "deleted";
   }
@@ -92,7 +95,7 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
                    {"Display name", "display_name"},
                    {"Tenants", "tenants"},
                    {"State", "state"}};
-  const ListModel& schedules = desk.screen().List("cboSchedules");
+  const ListModel& schedules = desk.screen().List(qorcred::kDndScheduleList);
   const QueryResult details = session.sql().Select(
       SelectOfCodes(fmt::format("RID,{},MODIFIED", kUnitColumns), desk.unitKey()));
   std::unordered_map<std::int32_t, std::int32_t> rowOf;
@@ -100,7 +103,7 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
     rowOf.emplace(qorcred::ToLong(row[kRid]), row.number());
   }
   const auto tenants = TenantsByRow(session, desk.unitKey());
-  for (std::int32_t index = 1; index < desk.codes().count(); ++index) {
+  for (std::int32_t index = placeholders::kInDirCodes; index < desk.codes().count(); ++index) {
     const std::int32_t rid = desk.codes().ItemData(index);
     const auto found = rowOf.find(rid);
     if (found == rowOf.end()) {
@@ -143,9 +146,9 @@ std::vector<DirCodeDetail> DetailsShown(DirCodeDesk& desk) {
           {"Extension", "extension", Typed(desk, "txtExtn")},
           {"Delay", "delay", Spun(desk, "pvnTimeDelay")},
           {"Do not disturb", "dnd", Ticked(desk, "chkDND")},
-          {"  schedule", "dnd_schedule", ChosenSchedule(desk, "cboSchedules")},
+          {"  schedule", "dnd_schedule", ChosenSchedule(desk, qorcred::kDndScheduleList)},
           {"Call forwarding", "forwarding", Ticked(desk, "chkCallForwarding")},
-          {"  schedule", "forward_schedule", ChosenSchedule(desk, "cboSchedulesCF")},
+          {"  schedule", "forward_schedule", ChosenSchedule(desk, qorcred::kCfScheduleList)},
           {"  phone", "forward_phone", Typed(desk, "txtPhoneNocf")},
           {"  extension", "forward_extension", Typed(desk, "txtExtnCF")},
           {"  delay", "forward_delay", Spun(desk, "pvnTimeDelayCF")},

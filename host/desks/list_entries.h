@@ -14,6 +14,8 @@ namespace placeholders {
 inline constexpr std::int32_t kInSchedules = 0;    // "No Access" and "Full Access" have ids
 inline constexpr std::int32_t kInTenants = 1;      // "<Unassigned>"
 inline constexpr std::int32_t kInCredentials = 1;  // "<Add New>"
+inline constexpr std::int32_t kInDirCodes = 1;     // "<Add New>"
+inline constexpr std::int32_t kInDoors = 1;        // "<None>"
 }  // namespace placeholders
 
 /// The index of the entry that `given` names: by its attached number or by its text, letter case

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "dircodes/row_state.h"
 #include "frame/convert.h"
+#include "frame/row_state.h"
 
 namespace qorhost {
 

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "host/components/store_host.h"
+#include "host/files/file_error.h"
 #include "host/files/file_kind.h"
-#include "host/files/fresh_file.h"
 #include "host/store/demo.h"
 #include "host/store/engines/opening.h"
 #include "host/store/store_error.h"
@@ -74,7 +74,8 @@ class FreshStore {
 void RequireNoSideFiles(const fs::path& file) {
   std::error_code ignored;
   for (const fs::path& beside : SideFilesOf(file)) {
-    if (fs::exists(fs::symlink_status(beside, ignored)) && LookAt(file) == StorePlace::kFree) {
+    if (fs::exists(fs::symlink_status(beside, ignored)) &&
+        KindOf(file, Links::kAreSeen) == FileKind::kNone) {
       throw RefusedError(fmt::format(
           "'{}' was left behind by a store that is gone: move it away first", beside.string()));
     }
@@ -93,25 +94,15 @@ void RequireStore(const fs::path& file) {
 
 std::unique_ptr<Store> OpenStoreFile(const fs::path& file, Access access,
                                      const Patience& patience) {
+  if (KindOf(file, Links::kAreSeen) == FileKind::kNone) {
+    throw MissingStore(fmt::format("there is no database '{}'", file.string()));
+  }
   if (access == Access::kRead && IsOlderStore(file)) {
     // Brought up to date by whatever is asked of it first.
     (void)OpenStore(file, OpenMode::kReadWrite, patience);
   }
   return OpenStore(file, access == Access::kRead ? OpenMode::kReadOnly : OpenMode::kReadWrite,
                    patience);
-}
-
-StorePlace LookAt(const fs::path& file) {
-  switch (KindOf(file, Links::kAreSeen)) {
-    case FileKind::kNone:
-      return StorePlace::kFree;
-    case FileKind::kFile:
-      return StorePlace::kFile;
-    case FileKind::kFolder:
-      return StorePlace::kFolder;
-    default:
-      return StorePlace::kOther;
-  }
 }
 
 std::vector<fs::path> FilesOfStore(const fs::path& file) {
@@ -137,6 +128,23 @@ void ReplaceStore(const fs::path& file, bool demo, Patience patience, const Auth
   FreshStore fresh(file, demo, author);
   fresh.file().TakeRightsOf(file);
   replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
+}
+
+void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience) {
+  switch (const FileKind kind = KindOf(file, Links::kAreSeen)) {
+    case FileKind::kNone:
+      CreateStore(file, made.demo, made.author);
+      return;
+    case FileKind::kFile:
+      if (existing == Standing::kStays) {
+        throw FileError(FileProblem::kExists, fmt::format("'{}' exists already", file.string()));
+      }
+      ReplaceStore(file, made.demo, std::move(patience), made.author);
+      return;
+    default:
+      throw FileError(FileProblem::kOccupied,
+                      fmt::format("'{}' is {}", file.string(), NameOf(kind)));
+  }
 }
 
 }  // namespace qorhost

@@ -7,19 +7,23 @@
 #include <vector>
 
 #include "host/desks/desk_error.h"
+#include "host/files/fresh_file.h"
 #include "host/store/store.h"
 
 namespace qorhost {
 
 enum class Access : bool { kRead, kChange };
 
-/// Opens a store; an older one is brought up to date first, whatever the access. Raises StoreError.
+/// A name under which there is no store, nor anything else.
+class MissingStore : public FailureError {
+ public:
+  using FailureError::FailureError;
+};
+
+/// Opens a store; an older one is brought up to date first, whatever the access. Raises
+/// MissingStore, and StoreError.
 [[nodiscard]] std::unique_ptr<Store> OpenStoreFile(const std::filesystem::path& file, Access access,
                                                    const Patience& patience = {});
-
-/// What stands where a store is to be; a link is something else, wherever it leads.
-enum class StorePlace : std::uint8_t { kFree, kFile, kFolder, kOther };
-[[nodiscard]] StorePlace LookAt(const std::filesystem::path& file);
 
 /// The store's file and those that belong to it, under its own name and under that of a link: what
 /// nothing else may be written over.
@@ -42,5 +46,17 @@ void CreateStore(const std::filesystem::path& file, bool demo, const Author& aut
 /// that is no store: it is never replaced.
 void ReplaceStore(const std::filesystem::path& file, bool demo, Patience patience = {},
                   const Author& author = {});
+
+/// A new store.
+struct NewStore {
+  bool demo = false;  ///< with the demo building; else empty
+  Author author;      ///< signs what is stored
+};
+
+/// Makes a store where nothing stands, and in the place of another one where `existing` lets it.
+/// Raises FileError, kExists for a file that stays and kOccupied for a folder, a link or anything
+/// else that is no file, and what the two above raise.
+void PutStore(const std::filesystem::path& file, const NewStore& made, Standing existing,
+              Patience patience = {});
 
 }  // namespace qorhost

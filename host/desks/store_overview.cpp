@@ -11,6 +11,7 @@
 #include "frame/text.h"
 #include "host/components/application_object.h"
 #include "host/desks/credential_desk.h"
+#include "host/desks/list_entries.h"
 #include "host/desks/unit_settings.h"
 
 namespace qorhost {
@@ -83,7 +84,7 @@ Table DoorTable(DeskSession& session, const std::vector<UnitName>& units) {
   for (const UnitName& unit : units) {
     CredentialDesk desk(session, unit.key, DeskScreen::kCredentials);
     const ListModel& doors = desk.screen().List("cboActivate");
-    for (std::int32_t door = 1; door < doors.count(); ++door) {
+    for (std::int32_t door = placeholders::kInDoors; door < doors.count(); ++door) {
       const std::string label = fmt::format("lblDoor{}", door);
       const bool shown = !desk.screen().SpelledName(label).empty();
       table.rows.push_back({unit.key, door, doors.Text(door),

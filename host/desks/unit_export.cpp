@@ -6,7 +6,8 @@
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
-#include "host/desks/desk_error.h"
+#include "host/desks/store_file.h"
+#include "host/files/whole_file.h"
 #include "host/unit/unit_file.h"
 #include "host/unit/unit_rows.h"
 
@@ -42,7 +43,14 @@ void DropDisplayOptions(std::vector<UnitCode>& codes) {
 
 }  // namespace
 
-ExportedUnit ExportUnit(DeskSession& session, std::int32_t unitKey, const std::string& firmware) {
+UnholdableCodes::UnholdableCodes(std::vector<Obstacle> obstacles)
+    : RefusedError(fmt::format("a unit cannot hold {} of the codes, so nothing was written: change "
+                               "them",
+                               obstacles.size())),
+      obstacles_(std::move(obstacles)) {}
+
+ExportedUnit ExportUnit(DeskSession& session, std::int32_t unitKey, const std::string& firmware,
+                        Unholdable unholdable) {
   ExportedUnit unit;
   if (!firmware.empty()) {
     if (const std::string fault = FaultInFirmware(firmware); !fault.empty()) {
@@ -51,10 +59,19 @@ ExportedUnit ExportUnit(DeskSession& session, std::int32_t unitKey, const std::s
     unit.file.firmware = firmware;
   }
   ReadCodes(session, unitKey, unit);
+  if (!unit.obstacles.empty() && unholdable == Unholdable::kRefused) {
+    throw UnholdableCodes(std::move(unit.obstacles));
+  }
   if (unit.file.firmware == kFirmwareWithoutDisplay) {
     DropDisplayOptions(unit.file.codes);
   }
   return unit;
+}
+
+void WriteExport(const UnitFile& unit, const std::filesystem::path& to, Standing existing,
+                 const std::filesystem::path& store) {
+  WriteWholeFile(to, {existing, FilesOfStore(store)},
+                 [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
 }
 
 }  // namespace qorhost

@@ -8,10 +8,11 @@
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
+#include "frame/schema.h"
 #include "frame/text.h"
 #include "host/components/application_object.h"
-#include "host/desks/desk_error.h"
 #include "host/desks/unit_settings.h"
+#include "host/desks/words.h"
 #include "host/store/rows.h"
 #include "host/store/transaction.h"
 #include "host/unit/unit_rows.h"
@@ -34,9 +35,18 @@ void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
   }
 }
 
+std::string RefusalOf(const UnitReading& reading) {
+  if (!reading.isUnitFile) {
+    return "this is no unit file, so nothing was changed";
+  }
+  return Counted(reading.faults.size(), "bad line", "bad lines") +
+         ", so nothing was changed: mend the file";
+}
+
 MergeRules RulesFor(const UnitReading& reading, BadLines badLines) {
-  if (std::string refusal = RefusalOf(reading, badLines); !refusal.empty()) {
-    throw RefusedError(refusal);
+  const bool hasBadLines = !reading.faults.empty() && badLines == BadLines::kRefused;
+  if (!reading.isUnitFile || hasBadLines) {
+    throw UnusableReading(reading);
   }
   // A bad line may stand for any stored code, so none counts as gone from the unit then.
   return {.withDisplay = reading.file.firmware != kFirmwareWithoutDisplay,
@@ -52,17 +62,8 @@ bool IsChangeOfRow(const ProgramStep& step) {
 
 }  // namespace
 
-std::string RefusalOf(const UnitReading& reading, BadLines badLines) {
-  if (!reading.isUnitFile) {
-    return "this is no unit file, so nothing was changed";
-  }
-  const std::size_t count = reading.faults.size();
-  if (count == 0 || badLines == BadLines::kLeftOut) {
-    return {};
-  }
-  return fmt::format("{} bad {}, so nothing was changed: mend the file", count,
-                     count == 1 ? "line" : "lines");
-}
+UnusableReading::UnusableReading(const UnitReading& reading)
+    : RefusedError(RefusalOf(reading)), isUnitFile_(reading.isUnitFile) {}
 
 UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReading& reading,
                      BadLines badLines)
@@ -278,8 +279,8 @@ void UnitMerge::Do(const MergeStep& step) {
   std::string name;
   if (step.action == MergeAction::kDelete) {
     const StoredCode& code = stored_[step.stored];
-    name = fmt::format("cannot delete the directory code {} (RID {})",
-                       qorcred::NumberText(code.number), code.rid);
+    name =
+        "cannot delete the directory code " + WithRid(qorcred::NumberText(code.number), code.rid);
     qorcred::StringArray details;
     done = controller_.pbMergeSave(session_.connection(), unitKey_, "Delete", details, code.rid);
   } else {
@@ -309,9 +310,9 @@ std::size_t UnitMerge::ReleaseTenants() {
       continue;
     }
     connection.Execute(
-        fmt::format("UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE='_LMDATE_' WHERE "
+        fmt::format("UPDATE TENANTS SET DIRECTORYCODE=NULL,LASTMODIFIEDDATE={} WHERE "
                     "UNITKEY={} AND DIRECTORYCODE={}",
-                    unitKey_, stored_[step.stored].rid));
+                    qorcred::kLastModifiedLiteral, unitKey_, stored_[step.stored].rid));
     released += stored_[step.stored].tenants.size();
   }
   return released;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "dircodes/cls_dir_code.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/merge_plan.h"
 #include "host/desks/outcome.h"
 #include "host/desks/progress.h"
@@ -47,14 +48,22 @@ enum class BadLines : std::uint8_t {
   kLeftOut,  ///< the others are merged, but no stored code is deleted
 };
 
-/// Why a reading is not merged, and what to do; "" when it is.
-[[nodiscard]] std::string RefusalOf(const UnitReading& reading, BadLines badLines);
+/// A reading that is not merged: it is of no unit file, or has bad lines that may not be left out.
+class UnusableReading : public RefusedError {
+ public:
+  explicit UnusableReading(const UnitReading& reading);
+
+  [[nodiscard]] bool isUnitFile() const noexcept { return isUnitFile_; }
+
+ private:
+  bool isUnitFile_;
+};
 
 /// The host's side of a merge: asks the controller for the store's codes, compares them with the
 /// unit's and has it write each difference. The session and the reading must outlive the merge.
 class UnitMerge {
  public:
-  /// Raises RefusedError with RefusalOf() the reading.
+  /// Raises UnusableReading.
   UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReading& reading,
             BadLines badLines);
   ~UnitMerge();

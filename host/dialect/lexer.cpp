@@ -8,6 +8,7 @@
 #include <limits>
 #include <system_error>
 
+#include "frame/schema.h"
 #include "frame/text.h"
 #include "host/dialect/refusal.h"
 #include "host/dialect/translator.h"
@@ -291,8 +292,8 @@ class Lexer {
       ++end;
     }
     literal.content = sql_.substr(start + 1, end - start - 1);
-    literal.kind =
-        literal.content == kLastModifiedText ? LiteralKind::kTimeStamp : LiteralKind::kText;
+    literal.kind = literal.content == qorcred::kLastModifiedText ? LiteralKind::kTimeStamp
+                                                                 : LiteralKind::kText;
     literal.quote = quote;
     position_ = end + 1;
   }

@@ -59,10 +59,8 @@ struct Translation {
   std::span<const qorcred::Value> parameters;
 };
 
-/// The text that stands for the new row's identity in VALUES, and the text literal that stands for
-/// the time of the change anywhere.
+/// The text that stands for the new row's identity in VALUES.
 inline constexpr std::string_view kRowIdText = "_ROWID_";
-inline constexpr std::string_view kLastModifiedText = "_LMDATE_";
 
 struct PrintedStatement;
 struct Statement;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <utility>
 
 #include "frame/control_characters.h"
 #include "frame/utf8.h"
@@ -56,26 +57,7 @@ ordered_json JsonOf(const Value& value) {
   }
 }
 
-std::string JsonText(const ordered_json& json) {
-  // A text that is not UTF-8 must not stop the output of everything else.
-  return EscapedJson(json.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
-}
-
-std::vector<std::string> UniqueKeys(const std::vector<TableColumn>& columns) {
-  std::vector<std::string> keys;
-  std::set<std::string> taken;
-  for (const TableColumn& column : columns) {
-    std::string key = column.key;
-    for (int number = 2; !taken.insert(key).second; ++number) {
-      key = fmt::format("{}_{}", column.key, number);
-    }
-    keys.push_back(std::move(key));
-  }
-  return keys;
-}
-
-}  // namespace
-
+/// Every character that could steer a terminal as \u and its number. Ends of lines stay.
 std::string EscapedJson(std::string_view json) {
   std::string escaped;
   escaped.reserve(json.size());
@@ -92,25 +74,68 @@ std::string EscapedJson(std::string_view json) {
   return escaped;
 }
 
+constexpr int kOnOneLine = -1;
+constexpr int kIndented = 2;
+
+std::string JsonText(const ordered_json& json, int layout = kOnOneLine) {
+  // A text that is not UTF-8 must not stop the output of everything else.
+  return EscapedJson(json.dump(layout, ' ', false, ordered_json::error_handler_t::replace));
+}
+
+std::vector<std::string> UniqueKeys(const std::vector<TableColumn>& columns) {
+  std::vector<std::string> keys;
+  std::set<std::string> taken;
+  for (const TableColumn& column : columns) {
+    std::string key = column.key;
+    for (int number = 2; !taken.insert(key).second; ++number) {
+      key = fmt::format("{}_{}", column.key, number);
+    }
+    keys.push_back(std::move(key));
+  }
+  return keys;
+}
+
+ordered_json RowJson(const std::vector<std::string>& keys, const std::vector<Value>& cells) {
+  ordered_json object = ordered_json::object();
+  for (std::size_t at = 0; at < keys.size(); ++at) {
+    object[keys[at]] = JsonOf(cells[at]);
+  }
+  return object;
+}
+
+ordered_json ObjectJson(const std::vector<std::pair<std::string, Value>>& members) {
+  ordered_json object = ordered_json::object();
+  for (const auto& [key, value] : members) {
+    object[key] = JsonOf(value);
+  }
+  return object;
+}
+
+}  // namespace
+
 void PrintJson(std::ostream& out, const Table& table) {
   const std::vector<std::string> keys = UniqueKeys(table.columns);
   out << '[';
   for (std::size_t number = 0; number < table.rows.size(); ++number) {
-    ordered_json object = ordered_json::object();
-    for (std::size_t at = 0; at < keys.size(); ++at) {
-      object[keys[at]] = JsonOf(table.rows[number][at]);
-    }
-    out << (number == 0 ? "\n  " : ",\n  ") << JsonText(object);
+    out << (number == 0 ? "\n  " : ",\n  ") << JsonText(RowJson(keys, table.rows[number]));
   }
   out << (table.rows.empty() ? "]\n" : "\n]\n");
 }
 
 void PrintJsonObject(std::ostream& out, const std::vector<std::pair<std::string, Value>>& members) {
-  ordered_json object = ordered_json::object();
-  for (const auto& [key, value] : members) {
-    object[key] = JsonOf(value);
+  out << JsonText(ObjectJson(members)) << '\n';
+}
+
+void PrintJsonObject(std::ostream& out, const std::vector<std::pair<std::string, Value>>& members,
+                     const std::string& rowsKey, const Table& rows) {
+  const std::vector<std::string> keys = UniqueKeys(rows.columns);
+  ordered_json array = ordered_json::array();
+  for (const std::vector<Value>& row : rows.rows) {
+    array.push_back(RowJson(keys, row));
   }
-  out << JsonText(object) << '\n';
+  ordered_json object = ObjectJson(members);
+  object[rowsKey] = std::move(array);
+  out << JsonText(object, kIndented) << '\n';
 }
 
 }  // namespace qorhost

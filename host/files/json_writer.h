@@ -3,7 +3,6 @@
 
 #include <ostream>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -19,8 +18,10 @@ void PrintJson(std::ostream& out, const Table& table);
 void PrintJsonObject(std::ostream& out,
                      const std::vector<std::pair<std::string, qorcred::Value>>& members);
 
-/// The text of a JSON value with every character in it that could steer a terminal as \u and its
-/// number. Ends of lines stay.
-[[nodiscard]] std::string EscapedJson(std::string_view json);
+/// The same with rows behind the members, under a key of their own: every member and every cell on
+/// a line of its own.
+void PrintJsonObject(std::ostream& out,
+                     const std::vector<std::pair<std::string, qorcred::Value>>& members,
+                     const std::string& rowsKey, const Table& rows);
 
 }  // namespace qorhost

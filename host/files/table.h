@@ -1,6 +1,7 @@
 // Rows with titles, for printing and for files.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,5 +21,10 @@ struct Table {
   std::vector<std::vector<qorcred::Value>> rows;
   std::string_view nullText = "";  ///< what people are shown for Null
 };
+
+/// A count as a cell.
+[[nodiscard]] inline qorcred::Value CountCell(std::size_t count) {
+  return {static_cast<double>(count)};
+}
 
 }  // namespace qorhost

@@ -4,11 +4,14 @@
 #include <string_view>
 #include <utility>
 
+#include "frame/screen_names.h"
+
 namespace qorhost {
 
 std::shared_ptr<ScreenModel> MakeDirectoryCodeScreen(qorcred::Date today) {
   auto screen = std::make_shared<ScreenModel>("frmDirCode");
-  screen->AddAll<ListModel>({"cbodirectorycode", "cboSchedules", "cboSchedulesCF", "lstTenants"});
+  screen->AddAll<ListModel>(
+      {"cbodirectorycode", qorcred::kDndScheduleList, qorcred::kCfScheduleList, "lstTenants"});
   screen->AddAll<TextModel>(
       {"txtdirectorycode", "txtPhoneNo", "txtExtn", "txtPhoneNocf", "txtExtnCF", "txtDisplayName"});
   screen->AddAll<SpinnerModel>({"pvnTimeDelay", "pvnTimeDelayCF"});

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "frame/date.h"
+#include "frame/schema.h"
 #include "frame/text.h"
 #include "frame/utf8.h"
 
@@ -131,8 +132,8 @@ std::string FaultInText(std::string_view name, std::string_view text) {
                          hole);
     }
   }
-  if (text == "_LMDATE_") {
-    return fmt::format("{} is \"_LMDATE_\", which a statement takes for the time", name);
+  if (text == qorcred::kLastModifiedText) {
+    return fmt::format("{} is \"{}\", which a statement takes for the time", name, text);
   }
   return {};
 }
@@ -164,7 +165,7 @@ void MakeCanonical(UnitCode& code) {
     if (!digits.empty()) digits = WithoutLeadingZeros(digits);
   }
   for (const Place delay : {kTimeDelay, kCfTimeDelay}) {
-    if (code[delay].empty()) code[delay] = "2";
+    if (code[delay].empty()) code[delay] = qorcred::kDelayWithoutExtension;
   }
   for (const DateFields& date : kDates) {
     std::string& time = code[date.time.place];

@@ -42,7 +42,7 @@ UnitCode MakeCode(std::int32_t number, Dice& dice) {
     code[flag] = "0";
   }
   code[kActive] = dice.OneIn(10) ? "0" : "1";
-  code[kTimeDelay] = code[kCfTimeDelay] = "2";
+  code[kTimeDelay] = code[kCfTimeDelay] = qorcred::kDelayWithoutExtension;
   if (dice.OneIn(3)) {
     code[kExtension] = fmt::format("{}", 100 + dice.Below(900));
     code[kTimeDelay] = fmt::format("{}", 1 + dice.Below(60));

@@ -261,13 +261,13 @@ void CredentialTour::Renumber() {
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-20040"));
   guide_.Fact("Credential", list.SelectedText());
   guide_.Act("The operator types 0 as the new number");
-  guide_.Expect(!desk.Renumber(0).returned, "0 is refused");
+  guide_.Expect(!desk.Renumber(CredentialNumber("0")).returned, "0 is refused");
   stage_.ExpectMessage("Please enter a Credential Number between 1 and 65535.");
   guide_.Act("The operator types 20039, which another card has");
-  guide_.Expect(!desk.Renumber(20039).returned, "a number in use is refused");
+  guide_.Expect(!desk.Renumber(CredentialNumber("20039")).returned, "a number in use is refused");
   stage_.ExpectMessage("Credential Number already exists.");
   guide_.Act("The operator types 31000");
-  guide_.Expect(desk.Renumber(31000).returned, "a free number is taken");
+  guide_.Expect(desk.Renumber(CredentialNumber("31000")).returned, "a free number is taken");
   guide_.Result(fmt::format("saved; the list shows {} in its place", list.SelectedText()));
   guide_.Expect(list.SelectedText() == "Standard 26-Bit Card-31000", "the list shows the number");
 }
@@ -277,22 +277,21 @@ void CredentialTour::Delete() {
   CredentialDesk desk(session_, demo::kLongDoorNamesUnit, DeskScreen::kCredentials);
   ListModel& list = desk.screen().List("cboCredentials");
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-31000"));
-  const std::int32_t rid = list.ItemData(list.selected());
   guide_.Act("The operator deletes Standard 26-Bit Card-31000 and answers No");
   guide_.PlanAnswer(MessageButton::kNo);
-  guide_.Expect(!desk.Delete(rid).returned, "No keeps the card");
+  guide_.Expect(!desk.Delete().returned, "No keeps the card");
   stage_.ExpectMessage("Do you want to continue?");
   guide_.Result("kept");
   guide_.Act("The operator deletes it again and answers Yes");
   guide_.PlanAnswer(MessageButton::kYes);
-  guide_.Expect(desk.Delete(rid).returned, "Yes deletes the card");
+  guide_.Expect(desk.Delete().returned, "Yes deletes the card");
   stage_.ExpectMessage("Do you want to continue?");
   guide_.Result("deleted; its tenant is without it");
   desk.RefreshCredentials();
 
   guide_.Act("The operator deletes Standard 26-Bit Card-20038, which nobody holds");
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-20038"));
-  guide_.Expect(desk.Delete(list.ItemData(list.selected())).returned, "the card is deleted");
+  guide_.Expect(desk.Delete().returned, "the card is deleted");
   guide_.Expect(guide_.TakeMessages().empty(), "nothing is asked");
   guide_.Result("deleted without a question");
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "frame/convert.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/cli/tour/tour_stage.h"
 #include "host/desks/dir_code_desk.h"
@@ -96,8 +97,8 @@ void DirCodeTour::ShowCode(DirCodeDesk& desk) {
   guide_.Fact("Directory code",
               fmt::format("{} \"{}\", phone {}", desk.codes().SelectedText(),
                           screen.Box("txtDisplayName").text(), screen.Box("txtPhoneNo").text()));
-  guide_.Fact("Do not disturb", during("chkDND", "cboSchedules"));
-  const std::string forwarded = during("chkCallForwarding", "cboSchedulesCF");
+  guide_.Fact("Do not disturb", during("chkDND", qorcred::kDndScheduleList));
+  const std::string forwarded = during("chkCallForwarding", qorcred::kCfScheduleList);
   guide_.Fact("Call forwarding",
               forwarded == "off"
                   ? forwarded
@@ -111,7 +112,7 @@ void DirCodeTour::OpenScreen() {
   stage_.ShowUnit(kUnit);
   DirCodeDesk desk(session_, kUnit);
   guide_.FactOfList("Codes", desk.codes());
-  guide_.FactOfList("Schedules", desk.screen().List("cboSchedules"));
+  guide_.FactOfList("Schedules", desk.screen().List(qorcred::kDndScheduleList));
   guide_.Act("The operator picks 0103 from the list");
   (void)desk.Select("103");
   ShowCode(desk);
@@ -177,17 +178,19 @@ void DirCodeTour::Renumber() {
   (void)desk.Select("101");
   ShowCode(desk);
   guide_.Act("The operator types 102, which another row has");
-  guide_.Expect(!desk.Renumber("102").returned, "a code in use is refused");
+  desk.TypeCode("102");
+  guide_.Expect(!desk.Renumber().returned, "a code in use is refused");
   stage_.ExpectMessage("This Directory Code already exists.");
   guide_.Act("The operator types 180");
-  guide_.Expect(desk.Renumber("180").returned, "a free code is taken");
+  desk.TypeCode("180");
+  guide_.Expect(desk.Renumber().returned, "a free code is taken");
   guide_.Result(fmt::format("saved; the list shows {} in its place", desk.codes().SelectedText()));
   guide_.Expect(desk.codes().SelectedText() == "0180", "the list shows the new code");
   ShowLastStep(step::kChangeDirectoryCode);
 }
 
 UnitFile DirCodeTour::CodesAtUnit() {
-  const UnitFile stored = ExportUnit(session_, kUnit, "").file;
+  const UnitFile stored = ExportUnit(session_, kUnit, "", Unholdable::kRefused).file;
   UnitFile unit;
   for (UnitCode code : stored.codes) {
     if (code[Place::kCode] == "104") {

@@ -6,25 +6,28 @@
 #include <string>
 #include <string_view>
 
+#include "frame/row_state.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
 
 namespace {
 
-/// Rows that are counted: those of a table that meet a condition, {0} being the row.
+/// Rows that are counted: those of a table that meet a condition, {0} being the row and {1} the
+/// state of a deleted one.
 struct CountedRows {
   std::string_view table;
   std::string_view condition;
 };
 constexpr std::array kCounted{
     CountedRows{"CredentialBank", "1"},
-    CountedRows{"DirectoryCode", "coalesce({0}DIRECTORYCODE>=0 AND coalesce({0}MODIFIED,0)<>3,0)"},
+    CountedRows{"DirectoryCode",
+                "coalesce({0}DIRECTORYCODE>=0 AND coalesce({0}MODIFIED,0)<>{1},0)"},
     CountedRows{"ProgramSteps", "coalesce({0}Sent=0,0)"},
 };
 
 std::string Condition(const CountedRows& rows, std::string_view row) {
-  return fmt::format(fmt::runtime(rows.condition), row);
+  return fmt::format(fmt::runtime(rows.condition), row, qorcred::row_state::kDeleted);
 }
 
 std::int64_t CountRows(Session& session, const CountedRows& rows, std::int32_t unitKey) {

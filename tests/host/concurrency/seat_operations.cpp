@@ -71,8 +71,8 @@ SeatOperation OnCard(std::string name, const std::string& card, Work work) {
   return {std::move(name), [card, work](Seat& seat) {
             auto desk =
                 std::make_shared<CredentialDesk>(seat.session(), kUnit, DeskScreen::kCredentials);
-            const ShownCredential shown = desk->Select(CardEntry(card));
-            return work(desk, shown);
+            (void)desk->Select(CardEntry(card));
+            return work(desk);
           }};
 }
 
@@ -80,8 +80,8 @@ template <typename Work>
 SeatOperation OnCode(std::string name, const std::string& code, Work work) {
   return {std::move(name), [code, work](Seat& seat) {
             auto desk = std::make_shared<DirCodeDesk>(seat.session(), kUnit);
-            const ShownDirCode shown = desk->Select(code);
-            return work(desk, shown);
+            (void)desk->Select(code);
+            return work(desk);
           }};
 }
 
@@ -107,7 +107,7 @@ UnitReading ChangedUnit() {
   const TemporaryFolder folder;
   MakeBuilding(folder.File("unit.db"), kCodesInUse);
   Seat seat(folder.File("unit.db"), "unit");
-  UnitReading reading{ExportUnit(seat.session(), kUnit, "").file, {}};
+  UnitReading reading{ExportUnit(seat.session(), kUnit, "", Unholdable::kRefused).file, {}};
   std::vector<UnitCode>& codes = reading.file.codes;
   std::erase_if(codes, [](const UnitCode& code) { return NumberOf(code) == 103; });
   for (UnitCode& code : codes) {
@@ -132,7 +132,7 @@ SeatOperation IssueCardsWithTenants(const std::string& first, const std::string&
 
 SeatOperation AssignCard(const std::string& card, std::optional<std::string> tenant) {
   return OnCard(fmt::format("assign {} to {}", card, tenant.value_or("nobody")), card,
-                [tenant](const Desk& desk, const ShownCredential&) {
+                [tenant](const Desk& desk) {
                   CredentialChange change;
                   change.tenant = tenant;
                   change.release = !tenant;
@@ -142,17 +142,17 @@ SeatOperation AssignCard(const std::string& card, std::optional<std::string> ten
 }
 
 SeatOperation DeleteCard(const std::string& card) {
-  return OnCard("delete card " + card, card, [](const Desk& desk, const ShownCredential& shown) {
-    return At(desk, [rid = shown.rid](CredentialDesk& at) { return at.Delete(rid); });
+  return OnCard("delete card " + card, card, [](const Desk& desk) {
+    return At(desk, [](CredentialDesk& at) { return at.Delete(); });
   });
 }
 
 SeatOperation RenumberCard(const std::string& card, std::int32_t number) {
-  return OnCard(
-      fmt::format("renumber {} to {}", card, number), card,
-      [number](const Desk& desk, const ShownCredential&) {
-        return At(desk, [number](CredentialDesk& at) -> Outcome { return at.Renumber(number); });
-      });
+  return OnCard(fmt::format("renumber {} to {}", card, number), card, [number](const Desk& desk) {
+    return At(desk, [number](CredentialDesk& at) -> Outcome {
+      return at.Renumber(CredentialNumber(std::to_string(number)));
+    });
+  });
 }
 
 SeatOperation ImportCards(const std::string& lines) {
@@ -172,7 +172,7 @@ SeatOperation AddCode(const std::string& code) {
 
 SeatOperation EditPhone(const std::string& code, const std::string& phone) {
   return OnCode(fmt::format("phone of {}: {}", code, phone), code,
-                [phone](const std::shared_ptr<DirCodeDesk>& desk, const ShownDirCode&) {
+                [phone](const std::shared_ptr<DirCodeDesk>& desk) {
                   DirCodeEntry entry;
                   entry.phone = phone;
                   (void)EnterDirCodeChange(*desk, entry);
@@ -181,29 +181,28 @@ SeatOperation EditPhone(const std::string& code, const std::string& phone) {
 }
 
 SeatOperation ForwardToItself(const std::string& code) {
-  return OnCode("forward to itself " + code, code,
-                [](const std::shared_ptr<DirCodeDesk>& desk, const ShownDirCode&) {
-                  DirCodeEntry entry;
-                  entry.phone = "555-8888";
-                  entry.forwardPhone = "555-8888";
-                  entry.forwardSchedule = "Weekdays";
-                  (void)EnterDirCodeChange(*desk, entry);
-                  return At(desk, [](DirCodeDesk& at) { return at.SaveEdited(); });
-                });
+  return OnCode("forward to itself " + code, code, [](const std::shared_ptr<DirCodeDesk>& desk) {
+    DirCodeEntry entry;
+    entry.phone = "555-8888";
+    entry.forwardPhone = "555-8888";
+    entry.forwardSchedule = "Weekdays";
+    (void)EnterDirCodeChange(*desk, entry);
+    return At(desk, [](DirCodeDesk& at) { return at.SaveEdited(); });
+  });
 }
 
 SeatOperation RenumberCode(const std::string& code, const std::string& number) {
   return OnCode(fmt::format("renumber code {} to {}", code, number), code,
-                [number](const std::shared_ptr<DirCodeDesk>& desk, const ShownDirCode&) {
-                  return At(desk, [number](DirCodeDesk& at) { return at.Renumber(number); });
+                [number](const std::shared_ptr<DirCodeDesk>& desk) {
+                  desk->TypeCode(number);
+                  return At(desk, [](DirCodeDesk& at) { return at.Renumber(); });
                 });
 }
 
 SeatOperation DeleteCode(const std::string& code) {
-  return OnCode("delete code " + code, code,
-                [](const std::shared_ptr<DirCodeDesk>& desk, const ShownDirCode& shown) {
-                  return At(desk, [rid = shown.rid](DirCodeDesk& at) { return at.Delete(rid); });
-                });
+  return OnCode("delete code " + code, code, [](const std::shared_ptr<DirCodeDesk>& desk) {
+    return At(desk, [](DirCodeDesk& at) { return at.Delete(); });
+  });
 }
 
 SeatOperation ImportCodes(const std::string& lines) {

@@ -6,6 +6,7 @@
 
 #include "frame/date.h"
 #include "host/desks/credential_list.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/store_overview.h"
 #include "tests/host/desks/credential_fixture.h"
 
@@ -263,16 +264,16 @@ TEST_F(CredentialDesks, RenumberingQueuesTheStepOfItsHolderInTheSameUnitOfWork) 
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   (void)desk.Select("1002");
   ASSERT_EQ(desk.Shown().tenant, "O'Brien Paula H");
-  ASSERT_TRUE(desk.Renumber(9200).done());
+  ASSERT_TRUE(desk.Renumber(CredentialNumber("9200")).done());
   ASSERT_EQ(steps().size(), 1U);
   EXPECT_EQ(steps()[0].kind, "program tenant");
   EXPECT_EQ(steps()[0].subjectRid, 62);
-  ASSERT_EQ(desk.Renumber(1003).ending, Ending::kRefused);
+  ASSERT_EQ(desk.Renumber(CredentialNumber("1003")).ending, Ending::kRefused);
   EXPECT_EQ(steps().size(), 1U);
 
   Run("CREATE TRIGGER Full BEFORE INSERT ON ProgramSteps BEGIN SELECT RAISE(ABORT, 'no room'); "
       "END");
-  EXPECT_EQ(desk.Renumber(9300).ending, Ending::kFailed);
+  EXPECT_EQ(desk.Renumber(CredentialNumber("9300")).ending, Ending::kFailed);
   EXPECT_EQ(StoredBetween("9300", "9300"), 0U) << "no new number without its step";
 }
 
@@ -280,7 +281,7 @@ TEST_F(CredentialDesks, RenumberingWhatNobodyHoldsQueuesNothing) {
   ASSERT_TRUE(Issue(Cards("9001")).done());
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   (void)desk.Select("9001");
-  ASSERT_TRUE(desk.Renumber(9200).done());
+  ASSERT_TRUE(desk.Renumber(CredentialNumber("9200")).done());
   EXPECT_THAT(session().sql().steps().List(kUnit), IsEmpty());
 }
 
@@ -367,16 +368,16 @@ TEST_F(CredentialDesks, ARenumberedCredentialIsToldByItsNewNumber) {
   ASSERT_TRUE(Issue(Cards("9001")).done());
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   (void)desk.Select("Standard 26-Bit Card-9001");
-  EXPECT_EQ(desk.Renumber(0).ending, Ending::kRefused);
-  for (const std::int32_t number : {-1, -5, 65536, 70000}) {
-    EXPECT_EQ(FieldAtFault([&] { (void)desk.Renumber(number); }), credential_field::kNewNumber)
+  EXPECT_EQ(desk.Renumber(CredentialNumber("0")).ending, Ending::kRefused);
+  for (const char* number : {"-1", "-5", "65536", "70000", "12x"}) {
+    EXPECT_EQ(FieldAtFault([&] { (void)CredentialNumber(number); }), credential_field::kNewNumber)
         << number;
   }
-  const ChangedCredential renumbered = desk.Renumber(9200);
+  const ChangedCredential renumbered = desk.Renumber(CredentialNumber("9200"));
   EXPECT_TRUE(renumbered.done());
   EXPECT_EQ(renumbered.credential.entry, "Standard 26-Bit Card-9200");
   EXPECT_EQ(StoredBetween("9200", "9200"), 1U);
-  EXPECT_EQ(desk.Renumber(20001).ending, Ending::kRefused) << "the unit has it";
+  EXPECT_EQ(desk.Renumber(CredentialNumber("20001")).ending, Ending::kRefused) << "the unit has it";
   EXPECT_THAT(shown_, ElementsAre("Please enter a Credential Number between 1 and 65535.",
                                   "Credential Number already exists."));
 }
@@ -385,13 +386,13 @@ TEST_F(CredentialDesks, OneChangeFollowsTheOther) {
   ASSERT_TRUE(Issue(Cards("9001")).done());
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   (void)desk.Select("Standard 26-Bit Card-9001");
-  EXPECT_EQ(desk.Renumber(9200).ending, Ending::kDone);
-  EXPECT_EQ(desk.Renumber(9201).ending, Ending::kDone);
+  EXPECT_EQ(desk.Renumber(CredentialNumber("9200")).ending, Ending::kDone);
+  EXPECT_EQ(desk.Renumber(CredentialNumber("9201")).ending, Ending::kDone);
   CredentialChange change;
   change.door = "2";
   EnterChange(desk, change);
   EXPECT_EQ(desk.SaveEdited().ending, Ending::kDone);
-  EXPECT_EQ(desk.Renumber(9202).ending, Ending::kDone);
+  EXPECT_EQ(desk.Renumber(CredentialNumber("9202")).ending, Ending::kDone);
   EXPECT_EQ(StoredBetween("9202", "9202"), 1U);
 }
 
@@ -400,21 +401,28 @@ TEST_F(CredentialDesks, ARenumberingOfARowThatSomeoneChangedMeanwhileIsStale) {
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   (void)desk.Select("Standard 26-Bit Card-9001");
   Run("CREATE TRIGGER Keep BEFORE UPDATE ON CredentialBank BEGIN SELECT RAISE(IGNORE); END");
-  EXPECT_EQ(desk.Renumber(9200).ending, Ending::kStale);
+  EXPECT_EQ(desk.Renumber(CredentialNumber("9200")).ending, Ending::kStale);
   EXPECT_EQ(StoredBetween("9001", "9001"), 1U);
+}
+
+TEST_F(CredentialDesks, NothingIsDeletedWhileNothingIsSelected) {
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  EXPECT_THROW((void)desk.Delete(), FailureError);
+  desk.credentials().Select(0);  // "<Add New>"
+  EXPECT_THROW((void)desk.Delete(), FailureError);
 }
 
 TEST_F(CredentialDesks, ADeletionAsksWhenATenantHoldsTheCredential) {
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   const std::int32_t held = std::stoi(Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62"));
   (void)desk.Select("rid:" + std::to_string(held));
-  const Outcome no = desk.Delete(held);
+  const Outcome no = desk.Delete();
   EXPECT_EQ(no.ending, Ending::kRefused);
   ASSERT_EQ(no.messages.size(), 1U);
   EXPECT_EQ(no.messages[0].style, qorcred::MessageStyle::kQuestion);
   EXPECT_EQ(no.messages[0].answer, qorcred::MessageButton::kNo);
   yes_ = true;
-  EXPECT_TRUE(desk.Delete(held).done());
+  EXPECT_TRUE(desk.Delete().done());
   EXPECT_EQ(CountOf("SELECT RID FROM CREDENTIALBANK WHERE RID=" + std::to_string(held)), 0U);
   EXPECT_EQ(Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62"), "");
 }

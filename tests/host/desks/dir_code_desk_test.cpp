@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "host/desks/desk_error.h"
 #include "host/desks/dir_code_list.h"
 #include "tests/host/desks/dir_code_fixture.h"
 
@@ -180,12 +181,12 @@ TEST_F(DirCodeDesks, OneChangeFollowsTheOther) {
     EXPECT_EQ(desk.SaveEdited().ending, Ending::kDone) << phone;
   }
   desk.TypeCode("180");
-  EXPECT_EQ(desk.Renumber("180").ending, Ending::kDone);
+  EXPECT_EQ(desk.Renumber().ending, Ending::kDone);
   (void)EnterDirCodeChange(desk, WithPhone("9"));
   EXPECT_EQ(desk.SaveEdited().ending, Ending::kDone);
   EXPECT_EQ(Stored("PHONENUMBER", "180"), "9");
   desk.TypeCode("181");
-  EXPECT_EQ(desk.Renumber("181").ending, Ending::kDone);
+  EXPECT_EQ(desk.Renumber().ending, Ending::kDone);
 }
 
 TEST_F(DirCodeDesks, AChangeOfARowThatSomeoneChangedMeanwhileIsStale) {
@@ -194,8 +195,10 @@ TEST_F(DirCodeDesks, AChangeOfARowThatSomeoneChangedMeanwhileIsStale) {
   Run("CREATE TRIGGER Keep BEFORE UPDATE ON DirectoryCode BEGIN SELECT RAISE(IGNORE); END");
   (void)EnterDirCodeChange(desk, WithPhone("9"));
   EXPECT_EQ(desk.SaveEdited().ending, Ending::kStale);
-  EXPECT_EQ(desk.Renumber("180").ending, Ending::kStale);
-  EXPECT_EQ(desk.Renumber("102").ending, Ending::kRefused);
+  desk.TypeCode("180");
+  EXPECT_EQ(desk.Renumber().ending, Ending::kStale);
+  desk.TypeCode("102");
+  EXPECT_EQ(desk.Renumber().ending, Ending::kRefused);
   EXPECT_THAT(Steps(), IsEmpty());
 }
 
@@ -219,6 +222,14 @@ TEST_F(DirCodeDesks, ARenumberingIsRefusedAsTheControllerRefusesIt) {
   EXPECT_THAT(refusal("-7"), ElementsAre("Please enter the positvie number as Directory Code."));
   EXPECT_THAT(refusal("102"), ElementsAre(HasSubstr("This Directory Code already exists.")));
   EXPECT_EQ(Stored("MODIFIED", "101"), "0");
+}
+
+TEST_F(DirCodeDesks, NothingIsDeletedWhileNothingIsSelected) {
+  DirCodeDesk desk(session(), kUnit);
+  desk.codes().Select(ListModel::kNone);
+  EXPECT_THROW((void)desk.Delete(), FailureError);
+  desk.codes().Select(0);  // "<Add New>"
+  EXPECT_THROW((void)desk.Delete(), FailureError);
 }
 
 TEST_F(DirCodeDesks, ADeletionAsksAndTakesTheCodeFromItsTenants) {

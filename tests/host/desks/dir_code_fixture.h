@@ -81,11 +81,13 @@ class DirCodeDeskFixture : public DeskFixture {
   [[nodiscard]] Outcome Renumber(const std::string& code, const std::string& number) {
     DirCodeDesk desk(session(), kUnit);
     (void)desk.Select(code);
-    return desk.Renumber(number);
+    desk.TypeCode(number);
+    return desk.Renumber();
   }
   [[nodiscard]] Outcome Delete(const std::string& code) {
     DirCodeDesk desk(session(), kUnit);
-    return desk.Delete(desk.Select(code).rid);
+    (void)desk.Select(code);
+    return desk.Delete();
   }
 };
 

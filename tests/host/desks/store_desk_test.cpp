@@ -8,6 +8,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <optional>
 #include <vector>
 
 #include "host/desks/desk_error.h"
@@ -36,14 +37,41 @@ std::ptrdiff_t EntriesIn(const fs::path& folder) {
 TEST(StoreFiles, AreMadeReplacedAndSeen) {
   const TemporaryFolder folder;
   const fs::path file = folder.File("building.db");
-  EXPECT_EQ(LookAt(file), StorePlace::kFree);
-  EXPECT_EQ(LookAt(folder.path()), StorePlace::kFolder);
+  EXPECT_THROW((void)OpenStoreFile(file, Access::kRead), MissingStore);
   CreateStore(file, true);
-  EXPECT_EQ(LookAt(file), StorePlace::kFile);
   EXPECT_EQ(UnitsIn(file), 3U);
   ReplaceStore(file, false);
   EXPECT_EQ(EntriesIn(folder.path()), 1) << "something was left beside it";
   EXPECT_EQ(UnitsIn(file), 0U);
+}
+
+/// What PutStore() says of the place; nothing when it made a store there.
+std::optional<FileProblem> ProblemOfPutting(const fs::path& file, Standing existing) {
+  try {
+    PutStore(file, {true, {}}, existing);
+  } catch (const FileError& failure) {
+    return failure.problem();
+  }
+  return std::nullopt;
+}
+
+TEST(StoreFiles, ArePutWhereNothingStandsOrWhereAStoreMayBeReplaced) {
+  const TemporaryFolder folder;
+  const fs::path file = folder.File("building.db");
+  EXPECT_EQ(ProblemOfPutting(file, Standing::kStays), std::nullopt);
+  EXPECT_EQ(ProblemOfPutting(file, Standing::kStays), FileProblem::kExists);
+  EXPECT_EQ(ProblemOfPutting(file, Standing::kReplaced), std::nullopt);
+  EXPECT_EQ(UnitsIn(file), 3U);
+}
+
+TEST(StoreFiles, AreNeverPutInThePlaceOfAFolderOrALink) {
+  const TemporaryFolder folder;
+  fs::create_symlink("nowhere.db", folder.File("link.db"));
+  for (const Standing existing : {Standing::kStays, Standing::kReplaced}) {
+    EXPECT_EQ(ProblemOfPutting(folder.path(), existing), FileProblem::kOccupied);
+    EXPECT_EQ(ProblemOfPutting(folder.File("link.db"), existing), FileProblem::kOccupied);
+  }
+  EXPECT_EQ(EntriesIn(folder.path()), 1);
 }
 
 TEST(StoreFiles, NeverTakeThePlaceOfSomethingElse) {

@@ -3,8 +3,14 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "host/files/file_error.h"
 #include "host/unit/unit_generator.h"
 #include "tests/host/desks/unit_fixture.h"
+#include "tests/host/store/temporary_folder.h"
 
 namespace qorhost::test {
 namespace {
@@ -33,7 +39,7 @@ TEST_F(UnitExports, TellWhatAUnitCannotHold) {
   Run("UPDATE DirectoryCode SET STARTDATE='1999-01-01 00:00:00' WHERE UNITKEY=2 AND "
       "DIRECTORYCODE=102");
   Run("UPDATE DirectoryCode SET DIRECTORYCODE=104 WHERE UNITKEY=2 AND DIRECTORYCODE=105");
-  const ExportedUnit exported = ExportUnit(session(), kUnit, "");
+  const ExportedUnit exported = ExportUnit(session(), kUnit, "", Unholdable::kLeftOut);
   EXPECT_EQ(exported.file.codes.size(), 4U);
   ASSERT_EQ(exported.obstacles.size(), 2U);
   EXPECT_EQ(exported.obstacles[0].number, 102);
@@ -42,6 +48,38 @@ TEST_F(UnitExports, TellWhatAUnitCannotHold) {
   EXPECT_EQ(exported.obstacles[1].number, 104);
   EXPECT_EQ(exported.obstacles[1].rid, 15);
   EXPECT_EQ(exported.obstacles[1].reason, "another row has the same code");
+}
+
+TEST_F(UnitExports, AreRefusedForWhatAUnitCannotHoldUnlessItIsLeftOut) {
+  Run("UPDATE DirectoryCode SET STARTDATE='1999-01-01 00:00:00' WHERE UNITKEY=2 AND "
+      "DIRECTORYCODE=102");
+  try {
+    (void)ExportUnit(session(), kUnit, "", Unholdable::kRefused);
+    ADD_FAILURE() << "exported";
+  } catch (const UnholdableCodes& refusal) {
+    EXPECT_STREQ(refusal.what(),
+                 "a unit cannot hold 1 of the codes, so nothing was written: change them");
+    ASSERT_EQ(refusal.obstacles().size(), 1U);
+    EXPECT_EQ(refusal.obstacles()[0].number, 102);
+  }
+}
+
+TEST_F(UnitExports, AreNeverWrittenOverTheStore) {
+  const TemporaryFolder folder;
+  const std::filesystem::path store = folder.File("building.db");
+  std::ofstream(store) << "a store";
+  for (const char* name : {"building.db", "building.db-wal"}) {
+    try {
+      WriteExport(Exported(), folder.File(name), Standing::kReplaced, store);
+      ADD_FAILURE() << name;
+    } catch (const FileError& failure) {
+      EXPECT_EQ(failure.problem(), FileProblem::kOccupied) << name;
+    }
+  }
+  EXPECT_EQ(std::filesystem::file_size(store), 7U);
+  WriteExport(Exported(), folder.File("unit.txt"), Standing::kStays, store);
+  std::ifstream written(folder.File("unit.txt"));
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(written), {}), TextOf(Exported()));
 }
 
 TEST_F(UnitExports, NameTheFirmware) {
@@ -65,7 +103,7 @@ TEST_F(UnitExports, HaveNoDisplayOptionsForAFirmwareWithoutThem) {
 
 TEST_F(UnitExports, HoldNothingOfAUnitWithoutCodes) {
   Run("DELETE FROM DirectoryCode WHERE UNITKEY=2");
-  const ExportedUnit exported = ExportUnit(session(), kUnit, "");
+  const ExportedUnit exported = ExportUnit(session(), kUnit, "", Unholdable::kLeftOut);
   EXPECT_THAT(exported.file.codes, IsEmpty());
   EXPECT_THAT(exported.obstacles, IsEmpty());
 }

@@ -21,7 +21,7 @@ class UnitFixture : public DirCodeDeskFixture {
   }
   /// What a unit of the store would hold.
   [[nodiscard]] UnitFile Exported(std::int32_t unitKey = kUnit, const std::string& firmware = "") {
-    return ExportUnit(session(), unitKey, firmware).file;
+    return ExportUnit(session(), unitKey, firmware, Unholdable::kLeftOut).file;
   }
   /// Merges a unit that was read without a fault.
   [[nodiscard]] MergeReport Merge(UnitFile unit, std::int32_t unitKey = kUnit) {

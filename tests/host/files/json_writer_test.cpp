@@ -70,6 +70,21 @@ TEST(PrintJson, NumbersKeysThatComeTwice) {
   EXPECT_EQ(row["RID_2_2"], 3);
 }
 
+TEST(PrintJson, WritesAnObjectWithRowsEachValueOnItsLine) {
+  Table table;
+  table.columns = {{"Line", "line"}, {"Message", "message"}};
+  std::ostringstream none;
+  PrintJsonObject(none, {{"unit", 2}, {"done", CountCell(3)}}, "lines", table);
+  EXPECT_EQ(none.str(), "{\n  \"unit\": 2,\n  \"done\": 3,\n  \"lines\": []\n}\n");
+
+  table.rows = {{CountCell(7), "a \x1B"}};
+  std::ostringstream one;
+  PrintJsonObject(one, {{"unit", 2}}, "lines", table);
+  EXPECT_EQ(one.str(),
+            "{\n  \"unit\": 2,\n  \"lines\": [\n    {\n      \"line\": 7,\n      \"message\": \"a "
+            "\\u001b\"\n    }\n  ]\n}\n");
+}
+
 TEST(PrintJson, GivesAnEmptyArrayWithoutRows) {
   Table table;
   table.columns = {{"Name", "name"}};

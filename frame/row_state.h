@@ -1,4 +1,4 @@
-// What a directory-code row's MODIFIED column says.
+// What a row's MODIFIED column says.
 #pragma once
 
 #include <cstdint>
@@ -10,6 +10,7 @@ namespace row_state {
 inline constexpr std::int16_t kInUnit = 0;
 inline constexpr std::int16_t kNotSent = 1;
 inline constexpr std::int16_t kChanged = 2;
+inline constexpr std::int16_t kDeleted = 3;  ///< neither listed nor counted
 }  // namespace row_state
 
 /// Stands for no row where a row is left out or all are meant.
