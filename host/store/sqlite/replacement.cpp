@@ -40,6 +40,8 @@ bool Replacement::Lock() {
   try {
     database_ = std::make_unique<Database>(file_, OpenMode::kReadWrite, patience_);
     database_->Run("BEGIN IMMEDIATE");  // ends with the connection
+    database_->WatchLog();
+    database_->RequireOwnLog();
   } catch (const StoreError& failure) {
     if (database_ != nullptr && HasMoved(*database_)) {
       return false;
