@@ -65,9 +65,11 @@ void Replacement::EmptyLog() {
       return;
     }
     if (waited >= patience_.limit || (patience_.waiting && !patience_.waiting(waited))) {
-      throw StoreError(fmt::format("Another program is reading '{}': let it finish, then try again",
-                                   file_.string()),
-                       StoreFault::kBusy);
+      throw StoreError(
+          fmt::format(
+              "Another program is reading '{}': nothing was changed; let it finish, then try again",
+              file_.string()),
+          StoreFault::kBusy);
     }
     std::this_thread::sleep_for(kPause);
   }
