@@ -149,7 +149,8 @@ ExitStatus RunChosen(const Choice& choice, Console& console) {
   } catch (const std::bad_alloc&) {
     return Fail(console.err, "out of memory", ExitStatus::kFailure);
   } catch (const std::exception& error) {
-    return Fail(console.err, error.what(), ExitStatus::kFailure);
+    return error.what() == console.told ? ExitStatus::kFailure
+                                        : Fail(console.err, error.what(), ExitStatus::kFailure);
   }
 }
 

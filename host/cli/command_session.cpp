@@ -176,6 +176,7 @@ void PrintTitle(Console& console, const UnitName& unit) {
 void CommandSession::TellWhatIsMissing(const std::vector<UnitName>& units) {
   for (const std::string& missing : MissingSettings(session_, units)) {
     console_.err << "qorhost: " << Displayable(missing) << '\n';
+    console_.told = missing;
   }
 }
 

@@ -42,7 +42,8 @@ struct Console {
   std::ostream& out;
   std::ostream& err;
   const Environment& environment;
-  bool stored = false;  ///< a command has changed something that stays, whatever is printed of it
+  std::string told = "";  ///< what was said of a unit: a command that fails for it says it no more
+  bool stored = false;    ///< a command has changed something that stays, whatever is printed of it
 };
 
 /// Stands for standard input or output where a file is named.

@@ -38,6 +38,10 @@ StoreHost::Services DeskSession::MakeServices() {
     return ShowMessage(text, style, title);
   };
   services.failureLog = [this](std::string_view operation, const qorcred::RuntimeError& failure) {
+    if (failure.number() == qorcred::ErrorNumber::kApplicationDefined) {
+      NoteFailure(failure.description());  // the store's own words, as statements have them
+      return;
+    }
     NoteFailure(fmt::format("{} failed: {} (error {})", operation, failure.description(),
                             static_cast<int>(failure.number())));
   };

@@ -64,10 +64,7 @@ std::vector<std::string> MissingSettings(DeskSession& session, const std::vector
       continue;
     }
     if (facts->type.empty()) {
-      missing.push_back(fmt::format(
-          "unit {} '{}' has no settings: its type and capacity are unknown, and nothing can be "
-          "stored in it until it has a row in UnitSettings",
-          unit.key, unit.name));
+      missing.push_back(NoSettingsText(unit.key, unit.name));
     } else if (HasNoCapacity(session, unit.key)) {
       missing.push_back(fmt::format(
           "unit {} '{}' has the type '{}', whose capacity is unknown: nothing can be stored in it "

@@ -14,8 +14,8 @@ namespace qorhost {
 /// The units with their codes in use, their capacity and the steps that wait for them.
 [[nodiscard]] Table UnitTable(DeskSession& session, const std::vector<UnitName>& units);
 
-/// What units lack, so that nothing can be stored in them; a sentence for each: "unit 9 'Annex' has
-/// no settings: ...".
+/// What units lack, so that nothing can be stored in them; a sentence for each: "unit 9, Annex,
+/// has no settings: ...".
 [[nodiscard]] std::vector<std::string> MissingSettings(DeskSession& session,
                                                        const std::vector<UnitName>& units);
 

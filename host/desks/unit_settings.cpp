@@ -11,6 +11,11 @@
 
 namespace qorhost {
 
+std::string NoSettingsText(std::int32_t unitKey, const std::string& name) {
+  return fmt::format("unit {}{} has no settings: the store's table UnitSettings needs a row for it",
+                     unitKey, name.empty() ? "" : ", " + name + ",");
+}
+
 void RequireSettings(DeskSession& session, std::int32_t unitKey) {
   const QueryResult settings = session.sql().Select(
       fmt::format("SELECT UnitKey FROM UnitSettings WHERE UnitKey={}", unitKey));
@@ -19,10 +24,7 @@ void RequireSettings(DeskSession& session, std::int32_t unitKey) {
   }
   const std::string name = qorcred::TextOrEmpty(
       session.sql().Scalar(fmt::format("SELECT UnitName FROM Units WHERE UnitKey={}", unitKey)));
-  throw FailureError(
-      fmt::format("unit {}{} has no settings: the store's table UnitSettings needs a "
-                  "row for it",
-                  unitKey, name.empty() ? "" : ", " + name + ","));
+  throw FailureError(NoSettingsText(unitKey, name));
 }
 
 std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKey) {

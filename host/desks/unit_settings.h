@@ -3,10 +3,14 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "host/desks/session.h"
 
 namespace qorhost {
+
+/// "unit 2, Linden Park, has no settings: ..."
+[[nodiscard]] std::string NoSettingsText(std::int32_t unitKey, const std::string& name);
 
 /// Raises FailureError that names the unit when the store has no settings for it: controllers would
 /// fail without a word about the reason.

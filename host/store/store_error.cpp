@@ -8,7 +8,9 @@ std::string_view AdviceFor(StoreFault fault) {
       return "the row belongs to a unit that does not exist, or is a unit that other rows belong "
              "to";
     case StoreFault::kBusy:
-      return "another program is writing to the store: let it finish, then try again";
+      return "another program is writing to the store: nothing was changed; let it finish, then "
+             "try "
+             "again";
     case StoreFault::kNoRights:
       return "check the rights on the file and its folder, or open it for reading only";
     case StoreFault::kReadOnly:

@@ -15,8 +15,9 @@ namespace qorhost::sqlite {
 namespace {
 
 // What follows from other rows, and the audit itself.
-constexpr std::array<std::string_view, 6> kLeftOut{"ProgramSteps", "UnitCounters", "TenantsBackup",
-                                                   "AuditEntries", "AuditRows",    "UnitVersions"};
+constexpr std::array<std::string_view, 7> kLeftOut{"ProgramSteps", "UnitCounters", "TenantsBackup",
+                                                   "AuditEntries", "AuditRows",    "UnitVersions",
+                                                   "StoreSeal"};
 
 bool IsKept(std::string_view table) {
   return std::find(kLeftOut.begin(), kLeftOut.end(), table) == kLeftOut.end();

@@ -14,6 +14,7 @@
 #include "host/store/sqlite/engine_error.h"
 #include "host/store/sqlite/path_to_open.h"
 #include "host/store/sqlite/sql_functions.h"
+#include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
 
@@ -89,7 +90,15 @@ int FlagsOf(OpenMode mode) {
 
 }  // namespace
 
-void Database::Closer::operator()(sqlite3* handle) const noexcept {
+void Database::Closer::operator()(sqlite3* handle) noexcept {
+  try {
+    if (watch != nullptr && watch->Look() == LogVerdict::kForeign) {
+      sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    }
+  } catch (...) {  // memory is out: the log stays, the next one who opens the store finds it
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+  }
+  watch.reset();
   sqlite3_close_v2(handle);
 }
 
@@ -141,6 +150,35 @@ std::int64_t Database::Number(std::string_view sql) {
 
 bool Database::inTransaction() const noexcept {
   return sqlite3_get_autocommit(handle()) == 0;
+}
+
+void Database::WatchLog() {
+  std::unique_ptr<LogWatch>& watch = handle_.get_deleter().watch;
+  std::int64_t sealPage = 0;
+  try {
+    sealPage = Number("SELECT rootpage FROM sqlite_schema WHERE type='table' AND name='StoreSeal'");
+  } catch (const StoreError&) {
+    sealPage = 0;  // of another file's log nothing may be readable
+  }
+  watch = std::make_unique<LogWatch>(handle(), static_cast<std::uint32_t>(sealPage));
+}
+
+bool Database::RequireOwnLog() {
+  LogWatch* const watch = handle_.get_deleter().watch.get();
+  const LogVerdict verdict = watch == nullptr ? LogVerdict::kBelongs : watch->Look();
+  if (verdict == LogVerdict::kForeign) {
+    throw StoreError(fmt::format(
+        "The store '{0}' and its log '{0}-wal' do not belong together: another file was put over "
+        "one of them. Nothing was changed. Close every program that has the store open, move the "
+        "log and '{0}-shm' away, put the copy that you want in the store's place again and open "
+        "it",
+        name_));
+  }
+  return verdict == LogVerdict::kBelongs;
+}
+
+void Database::ForgetPages() noexcept {
+  sqlite3_file_control(handle(), "main", SQLITE_FCNTL_RESET_CACHE, nullptr);
 }
 
 int Database::busyStatements() const noexcept {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "frame/value.h"
+#include "host/store/sqlite/log_watch.h"
 #include "host/store/store.h"
 
 struct sqlite3;
@@ -40,12 +41,22 @@ class Database {
   [[nodiscard]] const std::string& name() const noexcept { return name_; }
   /// Whether SQLite holds a transaction open.
   [[nodiscard]] bool inTransaction() const noexcept;
+  /// From now on, the file and its log are looked at; to be called when something was read.
+  void WatchLog();
+  /// Raises when the log was not written for the file that stands beside it, or is not the one that
+  /// was opened: what is written then would be mixed of two stores. True when all that was read
+  /// before holds; else the pages in memory may be those of another file.
+  bool RequireOwnLog();
+  /// Forgets the pages in memory; outside a transaction.
+  void ForgetPages() noexcept;
   /// Statements that were started and not yet reset.
   [[nodiscard]] int busyStatements() const noexcept;
 
  private:
+  /// What closes the last connection puts the log into the file: never one that is another's.
   struct Closer {
-    void operator()(sqlite3* handle) const noexcept;
+    std::unique_ptr<LogWatch> watch;
+    void operator()(sqlite3* handle) noexcept;
   };
 
   Database(std::string name, const std::string& path, int flags, bool readOnly, Patience patience);

@@ -2,6 +2,11 @@
 
 #include <fmt/format.h>
 #include <sqlite3.h>
+#include <sys/statvfs.h>
+
+#include <cerrno>
+#include <string_view>
+#include <system_error>
 
 namespace qorhost::sqlite {
 
@@ -9,6 +14,29 @@ namespace {
 
 // The low byte of an extended result code is the primary one.
 constexpr int kPrimaryMask = 0xFF;
+
+bool HasNoSpace(sqlite3* database) {
+  const char* name = sqlite3_db_filename(database, "main");
+  struct statvfs disk {};
+  if (name == nullptr || *name == '\0' || statvfs(name, &disk) != 0) {
+    return false;
+  }
+  const bool countsFiles = disk.f_files != 0;
+  return disk.f_bavail == 0 || (countsFiles && disk.f_favail == 0);
+}
+
+/// What the system said, where the engine has but one word for all of it: 0 when that is unknown.
+int SystemReason(sqlite3* database, int code) {
+  const StoreFault fault = FaultOf(code);
+  const bool foundInFile = code == SQLITE_IOERR_SHORT_READ || code == SQLITE_IOERR_DATA ||
+                           code == SQLITE_IOERR_CORRUPTFS;
+  if ((fault != StoreFault::kDisk && fault != StoreFault::kCannotOpen) || foundInFile) {
+    return 0;
+  }
+  const int reason = sqlite3_system_errno(database);
+  // The log and its index cannot grow: by then the reason may have been overwritten.
+  return reason != EDQUOT && HasNoSpace(database) ? ENOSPC : reason;
+}
 
 }  // namespace
 
@@ -47,8 +75,13 @@ StoreFault FaultOf(int code) {
 
 StoreError LastError(sqlite3* database, const std::string& doing) {
   const int code = database == nullptr ? SQLITE_NOMEM : sqlite3_extended_errcode(database);
-  const char* text = database == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(database);
-  const StoreFault fault = FaultOf(code);
+  std::string text = database == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(database);
+  StoreFault fault = FaultOf(code);
+  const int reason = database == nullptr ? 0 : SystemReason(database, code);
+  if (reason != 0) {
+    text = std::generic_category().message(reason);
+    fault = reason == ENOSPC || reason == EDQUOT ? StoreFault::kFull : fault;
+  }
   const std::string_view advice = AdviceFor(fault);
   return StoreError(advice.empty() ? fmt::format("{}: {}", doing, text)
                                    : fmt::format("{}: {} ({})", doing, text, advice),

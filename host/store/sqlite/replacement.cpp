@@ -40,6 +40,8 @@ bool Replacement::Lock() {
   try {
     database_ = std::make_unique<Database>(file_, OpenMode::kReadWrite, patience_);
     database_->Run("BEGIN IMMEDIATE");  // ends with the connection
+    database_->WatchLog();
+    database_->RequireOwnLog();
   } catch (const StoreError& failure) {
     if (database_ != nullptr && HasMoved(*database_)) {
       return false;
@@ -63,9 +65,11 @@ void Replacement::EmptyLog() {
       return;
     }
     if (waited >= patience_.limit || (patience_.waiting && !patience_.waiting(waited))) {
-      throw StoreError(fmt::format("Another program is reading '{}': let it finish, then try again",
-                                   file_.string()),
-                       StoreFault::kBusy);
+      throw StoreError(
+          fmt::format(
+              "Another program is reading '{}': nothing was changed; let it finish, then try again",
+              file_.string()),
+          StoreFault::kBusy);
     }
     std::this_thread::sleep_for(kPause);
   }

@@ -11,6 +11,7 @@
 #include "host/store/sqlite/migration_2.h"
 #include "host/store/sqlite/migration_3.h"
 #include "host/store/sqlite/migration_4.h"
+#include "host/store/sqlite/migration_5.h"
 #include "host/store/sqlite/transaction.h"
 #include "host/store/store_error.h"
 
@@ -22,7 +23,8 @@ constexpr std::size_t kHeaderSize = 100;  // of every SQLite file
 constexpr int kMostOpenings = 100;        // of a file that is replaced again and again
 
 constexpr std::array kMigrations{Migration{1, kMigration1}, Migration{2, kMigration2},
-                                 Migration{3, kMigration3}, Migration{4, kMigration4}};
+                                 Migration{3, kMigration3}, Migration{4, kMigration4},
+                                 Migration{5, kMigration5}};
 
 std::int64_t VersionOf(Database& database) {
   return database.Number("PRAGMA user_version");
@@ -102,8 +104,12 @@ void Prepare(Database& database) {
     // FULL: what an operator was told is saved stays saved when the power fails.
     database.Run("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL");
   }
-  if (VersionOf(database) < SchemaVersion()) {
+  const bool isOlder = VersionOf(database) < SchemaVersion();
+  database.WatchLog();
+  database.RequireOwnLog();
+  if (isOlder) {
     Migrate(database);
+    database.WatchLog();
   }
 }
 
@@ -126,6 +132,9 @@ Database OpenDatabase(const std::filesystem::path& file, OpenMode mode, const Pa
       Prepare(database);
     } catch (const StoreError&) {
       if (!HasMoved(database)) {
+        // A log that was written for another file may have made nonsense of what was read.
+        database.WatchLog();
+        database.RequireOwnLog();
         throw;
       }
     }

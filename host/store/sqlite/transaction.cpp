@@ -103,6 +103,7 @@ void Savepoint::Rollback() {
 void WholeTransaction::Begin() {
   database_.Run("BEGIN IMMEDIATE");
   open_ = true;
+  database_.RequireOwnLog();
 }
 
 void WholeTransaction::Commit() {

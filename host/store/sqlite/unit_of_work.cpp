@@ -121,6 +121,12 @@ void UnitOfWork::TakeRightToWrite() {
     database.Run("BEGIN IMMEDIATE");
     locked_ = true;
     RequireInPlace(database);
+    if (!database.RequireOwnLog()) {
+      database.Run("ROLLBACK");
+      database.ForgetPages();
+      database.Run("BEGIN IMMEDIATE");
+      database.RequireOwnLog();
+    }
     if (order_.filled.has_value() && VersionOf(order_.units.front()) != *order_.filled) {
       Void(VoidReason::kStale);
       throw StoreError(std::string(TextOf(VoidReason::kStale)));
@@ -182,6 +188,8 @@ bool UnitOfWork::Commit() {
       log_.RequireComplete();
       log_.Stop();
       StoreEntry();
+      RequireInPlace(session_.database());
+      session_.database().RequireOwnLog();
       session_.database().Run("COMMIT");
     }
     Undo();
@@ -215,6 +223,8 @@ void UnitOfWork::StoreEntry() {
   const std::int64_t entry = sqlite3_last_insert_rowid(session_.database().handle());
   StoreFurtherRows(entry, rows);
   RaiseVersions(entry);
+  const StatementUse seal(session_.Own("UPDATE StoreSeal SET Previous=Mark, Mark=randomblob(16)"));
+  seal->Step();
 }
 
 std::vector<std::string> UnitOfWork::RowsInPieces() const {

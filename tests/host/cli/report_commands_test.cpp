@@ -292,7 +292,8 @@ TEST_F(Reports, AnOlderStoreIsBroughtUpToDateFirst) {
   {
     sqlite::Database store(File("building.db"), OpenMode::kReadWrite);
     store.Run(
-        "DROP TABLE AuditEntries; DROP TABLE AuditRows; DROP TABLE UnitVersions;"
+        "DROP TABLE AuditEntries; DROP TABLE AuditRows; DROP TABLE UnitVersions; DROP TABLE "
+        "StoreSeal;"
         "DELETE FROM TenantSelectionFields; PRAGMA user_version=1");
   }
   EXPECT_THAT(Codes({}).out, HasSubstr("6 rows"));

@@ -1,6 +1,7 @@
 // A stop, a full disk and a failing disk at every write of an operation: the store holds all of it
 // or nothing, and what was told is true.
 #include <fmt/format.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -14,6 +15,7 @@
 #include "host/store/demo.h"
 #include "host/store/engines/opening.h"
 #include "host/store/sqlite/schema.h"
+#include "host/store/store_error.h"
 #include "tests/host/concurrency/failing_files.h"
 #include "tests/host/concurrency/seat.h"
 #include "tests/host/concurrency/seat_operations.h"
@@ -265,6 +267,57 @@ TEST_F(NewStores, AStopAtAWriteLeavesNoneOrAnEmptyOneOrAllOfIt) {
     }
     fs::remove_all(work_);
     fs::create_directory(work_);
+  }
+}
+
+/// The reason that a person is told.
+class FullDisks : public testing::Test {
+ protected:
+  void SetUp() override {
+    MakeBuilding(file_, kCapacity);
+    // The unit that is merged with is made once.
+    MakeBuilding(folder_.File("merged.db"), kCapacity);
+    Seat seat(folder_.File("merged.db"), "carl");
+    ASSERT_TRUE(RunAt(MergeUnit(), seat).done());
+  }
+
+  TemporaryFolder folder_;
+  fs::path file_ = folder_.File("building.db");
+  FailingFiles files_;
+};
+
+TEST_F(FullDisks, AreNamedAlsoToOneWhoReads) {
+  for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite}) {
+    files_.LeaveNoRoomForTheIndex();
+    try {
+      (void)sqlite::OpenDatabase(file_, mode);
+      FAIL() << "it was opened";
+    } catch (const StoreError& failure) {
+      EXPECT_EQ(failure.fault(), StoreFault::kFull);
+      EXPECT_THAT(failure.what(), testing::HasSubstr("No space left on device"));
+      EXPECT_THAT(failure.what(), testing::HasSubstr("make room"));
+    }
+    files_.Heal();
+    EXPECT_NO_THROW((void)sqlite::OpenDatabase(file_, mode));
+  }
+}
+
+TEST_F(FullDisks, AreToldInTheSameWordsByEveryOperation) {
+  for (const SeatOperation& operation :
+       {IssueCards("201", "203"), AssignCard("101", "Berg Bea"), EditPhone("102", "555-8888"),
+        DeleteCode("101"), ImportCodes("301,555-1\n"), MergeUnit(),
+        WriteByHand("UPDATE DIRECTORYCODE SET PHONENUMBER='1'")}) {
+    SCOPED_TRACE(operation.name);
+    Seat seat(file_, "anna");
+    const PreparedDesk desk = operation.prepare(seat);
+    files_.FailAt(0, FileFault::kFull);
+    const Told told = TellingRaised(desk.run);
+    ASSERT_TRUE(files_.failed());
+    files_.Heal();
+    EXPECT_EQ(told.failures, std::vector<std::string>{fmt::format(
+                                 "The store '{}': database or disk is full (the disk is full: make "
+                                 "room, then try again)",
+                                 file_.string())});
   }
 }
 

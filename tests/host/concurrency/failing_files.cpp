@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <new>
 #include <stdexcept>
@@ -107,6 +108,10 @@ struct FailingFilesCalls {
   static int SectorSize(sqlite3_file* file) { return Real(file).xSectorSize(Of(file).real); }
   static int Traits(sqlite3_file* file) { return Real(file).xDeviceCharacteristics(Of(file).real); }
   static int ShmMap(sqlite3_file* file, int page, int size, int extend, void volatile** at) {
+    if (files->noRoomForIndex_ && extend != 0) {
+      errno = ENOSPC;
+      return SQLITE_IOERR_SHMSIZE;
+    }
     return Stopped() ? SQLITE_IOERR_SHMMAP
                      : Real(file).xShmMap(Of(file).real, page, size, extend, at);
   }
@@ -180,6 +185,7 @@ void FailingFiles::Heal() {
   calls_ = 0;
   failed_ = false;
   stopped_ = false;
+  noRoomForIndex_ = false;
 }
 
 int FailingFiles::OnCall(bool isWrite) {

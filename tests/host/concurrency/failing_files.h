@@ -33,6 +33,8 @@ class FailingFiles {
   void FailAt(int nth, FileFault fault, std::function<void()> before = nullptr);
   /// Nothing fails any more, nothing is counted.
   void Heal();
+  /// From now on there is no room for what readers share, as on a full disk; until Heal().
+  void LeaveNoRoomForTheIndex() { noRoomForIndex_ = true; }
   /// Whether the chosen call came.
   [[nodiscard]] bool failed() const { return failed_; }
 
@@ -72,6 +74,7 @@ class FailingFiles {
   std::function<void()> before_;
   bool failed_ = false;
   bool stopped_ = false;
+  bool noRoomForIndex_ = false;
   WriteUnderWay underWay_;
   std::map<std::string, std::vector<Replaced>> unsynced_;
 };

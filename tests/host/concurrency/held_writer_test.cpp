@@ -1,5 +1,6 @@
 // Somebody else is writing: an operation waits or is refused with nothing changed, and nobody waits
 // for one who reads a message.
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -37,7 +38,10 @@ TEST_P(HeldWriters, EndAnOperationThatDoesNotWaitWithNothingChanged) {
   const Told told = RunAt(GetParam(), seat);
   EXPECT_EQ(told.ending, Ending::kFailed) << TextOf(told);
   ASSERT_EQ(told.failures.size(), 1U) << TextOf(told);
-  EXPECT_THAT(told.failures[0], HasSubstr("another program is writing to the store"));
+  EXPECT_EQ(told.failures[0],
+            fmt::format("The store '{}': database is locked (another program is writing to the "
+                        "store: nothing was changed; let it finish, then try again)",
+                        file_.string()));
   EXPECT_FALSE(seat.session().sql().inTransaction());
   other.Run("ROLLBACK");
   EXPECT_EQ(ContentOf(other), before);

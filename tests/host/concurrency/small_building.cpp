@@ -56,8 +56,8 @@ std::vector<std::string> SelectsOfContent(sqlite::Database& database) {
   for (const std::string& table :
        Column(database,
               "SELECT name FROM sqlite_schema WHERE type='table' AND (name NOT LIKE "
-              "'sqlite!_%' ESCAPE '!' OR name = 'sqlite_sequence') AND name <> "
-              "'AuditRows' ORDER BY name")) {
+              "'sqlite!_%' ESCAPE '!' OR name = 'sqlite_sequence') AND name NOT IN "
+              "('AuditRows', 'StoreSeal') ORDER BY name")) {
     std::string cells;
     for (const std::string& column :
          Column(database, fmt::format("SELECT name FROM pragma_table_info('{}') WHERE lower(name) "

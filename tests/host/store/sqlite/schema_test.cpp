@@ -54,7 +54,7 @@ TEST(SchemaTest, HasExactlyTheTablesOfTheCatalogAndThoseOfTheAudit) {
     stored.emplace_back(list.Text(0));
   }
   // No statement of the dialect reaches these.
-  std::vector<std::string> wanted{"AuditEntries", "AuditRows", "UnitVersions"};
+  std::vector<std::string> wanted{"AuditEntries", "AuditRows", "StoreSeal", "UnitVersions"};
   for (const std::string& name : wanted) {
     EXPECT_EQ(dialect::FindTable(name), nullptr) << name;
   }
