@@ -19,10 +19,11 @@ using qorcred::Value;
 
 /// The fields in their places in `cboField`.
 const std::vector<ReportField>& Fields() {
-  static const std::vector<ReportField> kFields{{"Credential Type", FieldKind::kCredentialType},
-                                                {"Card Number", FieldKind::kNumber},
-                                                {"Facility Code", FieldKind::kNumber},
-                                                {"Tenant Name", FieldKind::kText}};
+  static const std::vector<ReportField> kFields{
+      {"Credential Type", FieldKind::kCredentialType},
+      {"Card Number", FieldKind::kNumber, 0, false, kFromZero},
+      {"Facility Code", FieldKind::kNumber, 0, false, kFromZero},
+      {"Tenant Name", FieldKind::kText}};
   return kFields;
 }
 

@@ -11,6 +11,7 @@
 #include "frame/schedules.h"
 #include "host/desks/input_fault.h"
 #include "host/store/rows.h"
+#include "host/unit/unit_code.h"
 #include "reports/dir_code_fragments.h"
 
 namespace qorhost {
@@ -34,13 +35,15 @@ FieldKind KindOf(std::int32_t rid) {
       return FieldKind::kNumber;
     case field::kPhoneNumber:
     case field::kExtension:
-    case field::kDndSchedule:
-    case field::kCfSchedule:
     case field::kCfPhoneNumber:
     case field::kCfExtension:
-    case field::kCfTimeDelay:  // compared as a text but for (un)equal
     case field::kDisplayName:
       return FieldKind::kText;
+    case field::kDndSchedule:
+    case field::kCfSchedule:
+      return FieldKind::kSchedule;
+    case field::kCfTimeDelay:
+      return FieldKind::kNumberText;
     case field::kIsDndChecked:
     case field::kIsCfChecked:
     case field::kActive:
@@ -56,14 +59,51 @@ FieldKind KindOf(std::int32_t rid) {
   }
 }
 
-std::vector<ReportField> FieldsIn(const ListModel& list) {
+/// Operators at the end of the field's list that the report takes without narrowing anything.
+std::size_t LeftOutOf(std::int32_t rid) {
+  namespace field = qorcred::report_field;
+  switch (rid) {
+    case field::kDirectoryCode:
+    case field::kTimeDelay:
+      return 2;  // the ranges
+    case field::kDisplayName:
+      return 1;  // "does not contain" asks for schedules of that name
+    default:
+      return 0;
+  }
+}
+
+NumberRange RangeOf(std::int32_t rid) {
+  return rid == qorcred::report_field::kDirectoryCode ? NumberRange{0, kLargestUnitCode}
+                                                      : kFromZero;
+}
+
+/// The schedules that the report finds by their names.
+std::vector<std::string> StoredSchedules(DeskSession& session, std::int32_t unitKey) {
+  const QueryResult rows = session.sql().Select(fmt::format(
+      "SELECT ScheduleName FROM Schedules WHERE UnitKey={} ORDER BY ScheduleID", unitKey));
+  std::vector<std::string> names;
+  for (const ResultRow row : rows.rows()) {
+    names.push_back(qorcred::TextOrEmpty(row[0]));
+  }
+  return names;
+}
+
+std::vector<ReportField> FieldsIn(const ListModel& list,
+                                  const std::vector<std::string>& schedules) {
+  namespace field = qorcred::report_field;
   std::vector<ReportField> fields;
   for (std::int32_t index = 0; index < list.count(); ++index) {
-    // A range of numbers narrows nothing here; a delay may be without a value, a code may not.
     const std::int32_t rid = list.ItemData(index);
-    const FieldKind kind = KindOf(rid);
-    fields.push_back({list.Text(index), kind, kind != FieldKind::kNumber,
-                      rid == qorcred::report_field::kTimeDelay});
+    ReportField& added = fields.emplace_back();
+    added.name = list.Text(index);
+    added.kind = KindOf(rid);
+    added.leftOut = LeftOutOf(rid);
+    added.mayBeUnset = rid == field::kTimeDelay || rid == field::kCfTimeDelay;
+    added.range = RangeOf(rid);
+    if (added.kind == FieldKind::kSchedule) {
+      added.names = schedules;
+    }
   }
   return fields;
 }
@@ -129,7 +169,8 @@ void DirCodeReport::Narrow(const std::vector<std::string>& conditions) {
                      fmt::format("the report takes at most {} conditions, not {}", kMostConditions,
                                  conditions.size()));
   }
-  const std::vector<ReportField> fields = FieldsIn(filter_.Fields(0));
+  const std::vector<ReportField> fields =
+      FieldsIn(filter_.Fields(0), StoredSchedules(session_, unitKey_));
   for (std::size_t row = 0; row < conditions.size(); ++row) {
     const ReportCondition condition = ReadCondition(conditions[row], fields);
     filter_.Enter(row, condition, fields[static_cast<std::size_t>(condition.field)].kind);

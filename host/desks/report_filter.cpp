@@ -76,6 +76,8 @@ void ReportFilter::Enter(std::size_t row, const ReportCondition& condition, Fiel
       return;
     case FieldKind::kText:
     case FieldKind::kNumber:
+    case FieldKind::kNumberText:
+    case FieldKind::kSchedule:
     case FieldKind::kOther:
       At<TextModel>("txtFrom", row).SetText(TypedText(report_input::kCondition, condition.first));
       At<TextModel>("txtTo", row).SetText(TypedText(report_input::kCondition, condition.second));

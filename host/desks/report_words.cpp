@@ -82,6 +82,12 @@ std::int32_t FindField(std::string_view where, const std::vector<ReportField>& f
   return static_cast<std::int32_t>(*found);
 }
 
+/// How to say what an operator that is left out would say.
+std::string_view HintFor(const ReportField& field) {
+  return field.kind == FieldKind::kNumber && field.leftOut > 0 ? "; for a range give two conditions"
+                                                               : "";
+}
+
 /// An operator at the start of a text: its place and how many characters name it.
 struct FoundOperator {
   std::int32_t place = 0;
@@ -114,8 +120,7 @@ FoundOperator FindOperator(std::string_view rest, const ReportField& field,
     }
     throw InputFault(report_input::kCondition, where,
                      fmt::format("{{field}} '{{value}}' has no operator that goes with '{}': {}{}",
-                                 InReason(field.name), Listed(names),
-                                 field.takesRanges ? "" : "; for a range give two conditions"));
+                                 InReason(field.name), Listed(names), HintFor(field)));
   }
   return found;
 }
@@ -136,33 +141,126 @@ void SplitRange(std::string_view values, std::string_view where, ReportCondition
   }
 }
 
-/// Controllers take the leading number of a text, and leave a condition without one out.
-void CheckNumber(const ReportField& field, const std::string& given, bool comparesEquality,
-                 std::string_view where) {
-  if (given.empty() && field.mayBeUnset && comparesEquality) {
-    return;
-  }
-  bool isNumber = false;
+/// Whether it is a number in any form.
+bool IsNumber(const std::string& given) {
   try {
-    isNumber = qorcred::IsNumeric(given) && qorcred::ToDouble(given) == qorcred::Val(given);
+    return qorcred::IsNumeric(given) && qorcred::ToDouble(given) == qorcred::Val(given);
   } catch (const qorcred::RuntimeError&) {
-    isNumber = false;  // too large for one
-  }
-  if (!isNumber) {
-    throw InputFault(
-        report_input::kCondition, where,
-        given.empty()
-            ? fmt::format("{{field}} '{{value}}' ends without a value: '{}' takes a number",
-                          InReason(field.name))
-            : fmt::format("{{field}} '{{value}}': '{}' takes a number, and '{}' is none",
-                          InReason(field.name), InReason(given)));
+    return false;  // too large for one
   }
 }
 
-void CheckDate(std::string_view given) {
-  if (ReadDate(report_input::kCondition, given).hasTime) {
+/// The number in digits. Controllers take the leading number of a text, round it, and leave a
+/// condition without one out.
+std::string ReadNumber(const ReportField& field, const std::string& given, bool mayBeEmpty,
+                       std::string_view where) {
+  if (given.empty() && mayBeEmpty) {
+    return given;
+  }
+  if (given.empty()) {
+    throw InputFault(report_input::kCondition, where,
+                     fmt::format("{{field}} '{{value}}' ends without a value: '{}' takes a number",
+                                 InReason(field.name)));
+  }
+  const auto number = WholeNumberIn(given, field.range);
+  if (!number) {
+    const std::string taken = IsNumber(given)
+                                  ? fmt::format("a whole number from {} to {}, in digits alone",
+                                                field.range.lowest, field.range.highest)
+                                  : "a number";
+    throw InputFault(report_input::kCondition, where,
+                     fmt::format("{{field}} '{{value}}': '{}' takes {}, and '{}' is none",
+                                 InReason(field.name), taken, InReason(given)));
+  }
+  return std::to_string(*number);
+}
+
+void RequireOrder(bool inOrder, std::string_view where) {
+  if (!inOrder) {
+    throw InputFault(report_input::kCondition, where,
+                     "{field} '{value}' finds nothing: the first value of a range must not be "
+                     "above the second");
+  }
+}
+
+void ReadNumbers(const ReportField& field, bool mayBeEmpty, std::string_view where,
+                 ReportCondition& condition) {
+  condition.first = ReadNumber(field, condition.first, mayBeEmpty, where);
+  if (!condition.second.empty()) {
+    condition.second = ReadNumber(field, condition.second, false, where);
+    RequireOrder(
+        WholeNumberIn(condition.first, field.range) <= WholeNumberIn(condition.second, field.range),
+        where);
+  }
+}
+
+/// Other operators without a value find what nobody means.
+void CheckText(bool isEmpty, bool comparesEquality, std::string_view where) {
+  if (isEmpty && !comparesEquality) {
+    throw InputFault(report_input::kCondition, where,
+                     "{field} '{value}' ends without a text to look for; 'equal' without one finds "
+                     "the rows that have none");
+  }
+}
+
+/// The report compares ids of schedules that it finds by name: with a name that is none it finds
+/// nothing, or everything.
+void CheckSchedule(const ReportField& field, const std::string& given, bool comparesEquality,
+                   std::string_view where) {
+  if (given.empty()) {
+    throw InputFault(report_input::kCondition, where,
+                     fmt::format("{{field}} '{{value}}' ends without a value: '{}' takes the name "
+                                 "of a schedule",
+                                 InReason(field.name)));
+  }
+  const std::string name = qorcred::ReplaceAll(given, "''", "'");
+  const bool known = std::any_of(field.names.begin(), field.names.end(), [&](const auto& one) {
+    return CompareIgnoringCase(one, name) == 0;
+  });
+  if (comparesEquality && !known) {
+    const std::string names = field.names.empty() ? "the unit has none" : Listed(field.names);
+    throw InputFault(report_input::kCondition, where,
+                     fmt::format("{{field}} '{{value}}': '{}' is none of the unit's schedules: {}",
+                                 InReason(name), InReason(names)));
+  }
+}
+
+qorcred::Date ReadDay(std::string_view given) {
+  const GivenDate date = ReadDate(report_input::kCondition, given);
+  if (date.hasTime) {
     throw InputFault(report_input::kCondition, given,
                      "{field} '{value}': the report compares whole days, leave the time out");
+  }
+  return date.date;
+}
+
+void CheckDays(const ReportCondition& condition, std::string_view where) {
+  const qorcred::Date first = ReadDay(condition.first);
+  if (!condition.second.empty()) {
+    RequireOrder(first.serial <= ReadDay(condition.second).serial, where);
+  }
+}
+
+/// The values as the field takes them.
+void CheckValues(const ReportField& field, bool comparesEquality, std::string_view where,
+                 ReportCondition& condition) {
+  switch (field.kind) {
+    case FieldKind::kText:
+      return CheckText(condition.first.empty(), comparesEquality, where);
+    case FieldKind::kNumber:
+    case FieldKind::kNumberText:
+      return ReadNumbers(field, field.mayBeUnset && comparesEquality, where, condition);
+    case FieldKind::kSchedule:
+      return CheckSchedule(field, condition.first, comparesEquality, where);
+    case FieldKind::kDate:
+      return CheckDays(condition, where);
+    case FieldKind::kYesNo:
+    case FieldKind::kYesNoText:
+      (void)ReadYesNo(condition.first);
+      return;
+    case FieldKind::kOther:
+    case FieldKind::kCredentialType:
+      return;
   }
 }
 
@@ -171,6 +269,8 @@ void CheckDate(std::string_view given) {
 std::span<const ReportOperator> OperatorsFor(FieldKind kind) {
   switch (kind) {
     case FieldKind::kText:
+    case FieldKind::kNumberText:
+    case FieldKind::kSchedule:
       return kTextOperators;
     case FieldKind::kNumber:
     case FieldKind::kDate:
@@ -201,9 +301,7 @@ bool ReadYesNo(std::string_view given) {
 
 std::span<const ReportOperator> OperatorsOf(const ReportField& field) {
   const std::span<const ReportOperator> operators = OperatorsFor(field.kind);
-  const auto firstRange = std::find_if(operators.begin(), operators.end(),
-                                       [](const ReportOperator& known) { return known.IsRange(); });
-  return field.takesRanges ? operators : std::span(operators.begin(), firstRange);
+  return operators.first(operators.size() - field.leftOut);
 }
 
 ReportCondition ReadCondition(std::string_view where, const std::vector<ReportField>& fields) {
@@ -222,20 +320,7 @@ ReportCondition ReadCondition(std::string_view where, const std::vector<ReportFi
     condition.first = values;
   }
 
-  if (field.kind == FieldKind::kNumber) {
-    const bool comparesEquality = found.place < static_cast<std::int32_t>(kComparisons);
-    CheckNumber(field, condition.first, comparesEquality, trimmed);
-    if (!condition.second.empty()) {
-      CheckNumber(field, condition.second, false, trimmed);
-    }
-  } else if (field.kind == FieldKind::kDate) {
-    CheckDate(condition.first);
-    if (!condition.second.empty()) {
-      CheckDate(condition.second);
-    }
-  } else if (field.kind == FieldKind::kYesNo || field.kind == FieldKind::kYesNoText) {
-    (void)ReadYesNo(condition.first);
-  }
+  CheckValues(field, found.place < static_cast<std::int32_t>(kComparisons), trimmed, condition);
   return condition;
 }
 

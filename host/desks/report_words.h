@@ -1,11 +1,14 @@
 // The words in which an operator narrows a report: "FIELD OPERATOR VALUE [AND VALUE2]".
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "host/desks/whole_number.h"
 
 namespace qorhost {
 
@@ -19,6 +22,8 @@ inline constexpr std::string_view kRids = "RIDs";
 enum class FieldKind : std::uint8_t {
   kText,
   kNumber,
+  kNumberText,  ///< a number, searched as a text
+  kSchedule,    ///< the name of a schedule
   kDate,
   kYesNo,
   kYesNoText,  ///< yes or no, compared as a text
@@ -30,8 +35,10 @@ enum class FieldKind : std::uint8_t {
 struct ReportField {
   std::string name;
   FieldKind kind = FieldKind::kText;
-  bool takesRanges = true;  ///< of numbers: whether a range narrows the report
+  std::size_t leftOut = 0;  ///< operators at the end of the kind's list that do not narrow by it
   bool mayBeUnset = false;  ///< of numbers: whether (un)equal without a value asks for rows without
+  NumberRange range{};      ///< of numbers
+  std::vector<std::string> names{};  ///< of schedules: those that the report finds
 };
 
 /// An operator by its word in `cboFilter`; its place in the list of operators is that in
@@ -48,9 +55,9 @@ struct ReportOperator {
 /// The same without those that do not go with the field itself.
 [[nodiscard]] std::span<const ReportOperator> OperatorsOf(const ReportField& field);
 
-/// One condition, with places in the lists. Values are trimmed, and checked as far as the screen
-/// leaves no choice: `first` of a date is a date, of a number a number, of yes or no one of these
-/// two.
+/// One condition, with places in the lists. Values are trimmed and are what the field takes: a
+/// number in digits, a date, yes or no, a schedule's name, a text. Only a text may be empty, and an
+/// unset number, both with (un)equal. The first value of a range is not above the second.
 struct ReportCondition {
   std::int32_t field = 0;
   std::int32_t operation = 0;

@@ -149,6 +149,17 @@ TEST_F(DirCodeReports, NameAConditionThatIsNone) {
            {"Do Not Disturb = maybe", "neither yes nor no"},
            {"Directory Start Date = soon", "is no date"},
            {"Directory Start Date = 1500-01-01", "outside the years"},
+           {"Directory Code = 1e-5", "a whole number from 0 to 999999999999999"},
+           {"Directory Code > -1", "a whole number from 0 to 999999999999999"},
+           {"Phone No. Delay = 1.5", "a whole number from 0 to 2147483647"},
+           {"CF Time Delay contains x", "takes a number, and 'x' is none"},
+           {"DND Schedule = nosuch schedule",
+            "'nosuch schedule' is none of the unit's schedules: No Access, Full Access, Early "
+            "Shift, "},
+           {"CF Schedule <> Siesta", "is none of the unit's schedules"},
+           {"Display Name contains", "ends without a text to look for"},
+           {"Display Name does not contain Apartment", "has no operator that goes with"},
+           {"Directory End Date between 2026-12-31 AND 2026-01-01", "must not be above"},
            {"Display Name = a\nb", "cannot be typed into a box"}}) {
     DirCodeReport report(session(), kUnit);
     try {

@@ -172,6 +172,96 @@ TEST(ReportWordsTest, AYesNoFieldTakesNothingElse) {
   }
 }
 
+const std::vector<ReportField>& NarrowFields() {
+  static const std::vector<ReportField> kFields{
+      {"Card Number", FieldKind::kNumber, 0, false, kFromZero},
+      {"CF Time Delay", FieldKind::kNumberText, 0, true, kFromZero},
+      {"DND Schedule", FieldKind::kSchedule, 0, false, {}, {"Night Shift", "Late's"}},
+      {"Display Name", FieldKind::kText, 1}};
+  return kFields;
+}
+
+struct NotUnderstood {
+  std::string_view name;
+  std::string_view where;
+  std::string_view answer;
+};
+
+class NotUnderstoodTest : public testing::TestWithParam<NotUnderstood> {};
+
+// Each of these once found no rows, or all of them, without a word.
+TEST_P(NotUnderstoodTest, IsAFaultThatSaysWhatIsRight) {
+  try {
+    (void)ReadCondition(GetParam().where, NarrowFields());
+    ADD_FAILURE() << "nothing was refused";
+  } catch (const InputFault& fault) {
+    EXPECT_EQ(fault.field(), report_input::kCondition);
+    EXPECT_EQ(fault.value(), GetParam().where);
+    EXPECT_THAT(fault.what(), HasSubstr(std::string(GetParam().answer)));
+  }
+}
+
+constexpr std::string_view kWhole = "takes a whole number from 0 to 2147483647, in digits alone";
+constexpr std::string_view kNoText = "ends without a text to look for; 'equal' without one";
+constexpr std::string_view kOrder = "the first value of a range must not be above the second";
+
+INSTANTIATE_TEST_SUITE_P(
+    Conditions, NotUnderstoodTest,
+    testing::Values(
+        NotUnderstood{"Fraction", "Card Number = 1.5", kWhole},
+        NotUnderstood{"BelowZero", "Card Number = -1", kWhole},
+        NotUnderstood{"Power", "Card Number > 1e-5", kWhole},
+        NotUnderstood{"LargePower", "Card Number <> 9e9", kWhole},
+        NotUnderstood{"TooLarge", "Card Number = 2147483648", kWhole},
+        NotUnderstood{"OtherDigits", "Card Number = &H10", kWhole},
+        NotUnderstood{"TwoSigns", "Card Number = +-5", "takes a number, and '+-5' is none"},
+        NotUnderstood{"FractionInARange", "Card Number between 1 AND 2.5", kWhole},
+        NotUnderstood{"RangeBackwards", "Card Number between 5 AND 1", kOrder},
+        NotUnderstood{"NotRangeBackwards", "Card Number not between 10 AND 9", kOrder},
+        NotUnderstood{"ThreeValues", "Card Number between 1 AND 2 AND 3",
+                      "takes a number, and '2 AND 3' is none"},
+        NotUnderstood{"SearchedNumber", "CF Time Delay contains x", "takes a number"},
+        NotUnderstood{"SearchedNumberMissing", "CF Time Delay ends with", "ends without a value"},
+        NotUnderstood{"UnknownSchedule", "DND Schedule = nosuch",
+                      "'nosuch' is none of the unit's schedules: Night Shift, Late's"},
+        NotUnderstood{"UnknownScheduleUnequal", "DND Schedule <> Night",
+                      "'Night' is none of the unit's schedules"},
+        NotUnderstood{"NoSchedule", "DND Schedule =", "takes the name of a schedule"},
+        NotUnderstood{"NoPartOfASchedule", "DND Schedule contains", "the name of a schedule"},
+        NotUnderstood{"BeginsWithNothing", "Display Name begins with", kNoText},
+        NotUnderstood{"DoesNotBeginWithNothing", "Display Name does not begin with", kNoText},
+        NotUnderstood{"EndsWithNothing", "Display Name ends with", kNoText},
+        NotUnderstood{"DoesNotEndWithNothing", "Display Name does not end with", kNoText},
+        NotUnderstood{"ContainsNothing", "Display Name contains", kNoText},
+        NotUnderstood{"OperatorLeftOut", "Display Name does not contain x",
+                      "has no operator that goes with 'Display Name': equal (=), does not equal "
+                      "(<>), begins with, does not begin with, ends with, does not end with, "
+                      "contains"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(ReportWordsTest, ADayRangeIsInOrder) {
+  EXPECT_THAT(FailureOf("Directory Start Date between 2026-12-31 AND 2026-01-01"),
+              HasSubstr("the first value of a range must not be above the second"));
+  EXPECT_EQ(FailureOf("Directory Start Date between 2026-01-01 AND 2026-01-01"), "read");
+}
+
+TEST(ReportWordsTest, WhatIsUnderstoodIsReadInItsPlainForm) {
+  const auto first = [](std::string_view where) {
+    return ReadCondition(where, NarrowFields()).first;
+  };
+  EXPECT_EQ(first("Card Number = 007"), "7");
+  EXPECT_EQ(first("Card Number = +7"), "7");
+  EXPECT_EQ(first("Card Number between 5 AND 5"), "5");
+  EXPECT_EQ(first("Card Number = 2147483647"), "2147483647");
+  EXPECT_EQ(first("CF Time Delay contains 2"), "2");
+  EXPECT_EQ(first("CF Time Delay ="), "") << "those that have none";
+  EXPECT_EQ(first("DND Schedule = NIGHT shift"), "NIGHT shift");
+  EXPECT_EQ(first("DND Schedule <> Late''s"), "Late''s") << "as the statement takes it";
+  EXPECT_EQ(first("DND Schedule contains nosuch"), "nosuch") << "a part, which none may have";
+  EXPECT_EQ(first("Display Name ="), "") << "those that have none";
+  EXPECT_EQ(first("Display Name does not equal"), "");
+}
+
 TEST(ReportWordsTest, EveryOperatorHasTheWordThatTheControllersKnow) {
   const auto words = [](FieldKind kind) {
     std::string list;
