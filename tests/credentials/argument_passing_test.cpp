@@ -29,7 +29,7 @@ class CredentialPassing : public TenantCreatingTest {
   }
 
   PassingRecord passing_;
-  qorcred::clsCredential controller_;
+  UnderTest<qorcred::clsCredential> controller_;
   qorcred::ObjectRef connection_;
 };
 

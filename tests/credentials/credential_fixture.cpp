@@ -11,7 +11,7 @@ namespace qortest {
 
 CredentialScreen::CredentialScreen(ScreenKind kind)
     : host_(std::make_unique<RecordingHost>(kind)),
-      controller_(std::make_unique<qorcred::clsCredential>(host_->host())) {
+      controller_(std::make_unique<UnderTest<qorcred::clsCredential>>(host_->host())) {
   controller_->set_gmobjCredentialScreen(host_->screen());
   host_->StartOver();
 }

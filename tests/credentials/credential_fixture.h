@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "credentials/cls_credential.h"
+#include "tests/support/noted_controllers.h"
 #include "tests/support/recording_host.h"
 
 namespace qortest {
@@ -32,7 +32,7 @@ class CredentialScreen {
   explicit CredentialScreen(ScreenKind kind = ScreenKind::kCredential);
 
   [[nodiscard]] RecordingHost& host() { return *host_; }
-  [[nodiscard]] qorcred::clsCredential& controller() { return *controller_; }
+  [[nodiscard]] UnderTest<qorcred::clsCredential>& controller() { return *controller_; }
   void ReleaseController() { controller_.reset(); }
 
   // The operations, on the recording host's connection and the unit kUnit.
@@ -62,7 +62,7 @@ class CredentialScreen {
 
  private:
   std::unique_ptr<RecordingHost> host_;
-  std::unique_ptr<qorcred::clsCredential> controller_;
+  std::unique_ptr<UnderTest<qorcred::clsCredential>> controller_;
 };
 
 /// Base of the test suites.
@@ -71,7 +71,7 @@ class CredentialTest : public ::testing::Test {
   explicit CredentialTest(ScreenKind kind = ScreenKind::kCredential) : screen_(kind) {}
 
   [[nodiscard]] CredentialScreen& Screen() { return screen_; }
-  [[nodiscard]] qorcred::clsCredential& Controller() { return screen_.controller(); }
+  [[nodiscard]] UnderTest<qorcred::clsCredential>& Controller() { return screen_.controller(); }
   [[nodiscard]] RecordingHost& Host() { return screen_.host(); }
   [[nodiscard]] DatabaseScript& Database() { return screen_.host().database(); }
   [[nodiscard]] const qorcred::ObjectRef& Connection() { return screen_.host().connection(); }

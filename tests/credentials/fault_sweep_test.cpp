@@ -438,7 +438,7 @@ TEST(AfterAFault, DuringCreationTheControllerIsThere) {
   for (std::size_t n = 1;; ++n) {
     RecordingHost host;
     host.gate().FailAt(n);
-    auto controller = std::make_unique<qorcred::clsCredential>(host.host());
+    auto controller = std::make_unique<UnderTest<qorcred::clsCredential>>(host.host());
     const bool failed = !host.gate().failed().empty();
     EXPECT_EQ(host.services().trapped().size(), failed ? 1U : 0U);
     host.gate().Reset();

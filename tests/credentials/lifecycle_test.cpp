@@ -11,7 +11,7 @@ namespace {
 TEST(Lifecycle, CreatesItsComponentsAndAsksForTheNamesOnce) {
   RecordingHost host;
 
-  const qorcred::clsCredential controller(host.host());
+  const UnderTest<qorcred::clsCredential> controller(host.host());
 
   EXPECT_TRUE(SameLines(host.transcript().Read(Detail::kEverything), R"~(
     CreateObject "qorDBI.clsDBManager"
@@ -26,7 +26,7 @@ TEST(Lifecycle, CreatesItsComponentsAndAsksForTheNamesOnce) {
 
 TEST(Lifecycle, ReleasesItsComponentsInTheOrderOfTheirCreation) {
   RecordingHost host;
-  auto controller = std::make_unique<qorcred::clsCredential>(host.host());
+  auto controller = std::make_unique<UnderTest<qorcred::clsCredential>>(host.host());
   host.StartOver();
 
   controller.reset();
@@ -110,7 +110,7 @@ TEST(Lifecycle, OnAScreenThatLacksAControlFailsQuietly) {
 TEST(Lifecycle, OnAHostWithoutComponentsCreatesAControllerThatFailsQuietly) {
   RecordingHost host;
   host.gate().FailAt(1);
-  qorcred::clsCredential controller(host.host());
+  UnderTest<qorcred::clsCredential> controller(host.host());
   controller.set_gmobjCredentialScreen(host.screen());
   host.StartOver();
 
@@ -123,9 +123,9 @@ TEST(Lifecycle, OnAHostWithoutComponentsCreatesAControllerThatFailsQuietly) {
 
 TEST(Lifecycle, TwoControllersShareNothing) {
   RecordingHost host;
-  qorcred::clsCredential one(host.host());
+  UnderTest<qorcred::clsCredential> one(host.host());
   {
-    qorcred::clsCredential other(host.host());
+    UnderTest<qorcred::clsCredential> other(host.host());
     other.set_gmobjCredentialScreen(host.screen());
     EXPECT_EQ(host.services().LiveComponents(), 6);
   }

@@ -192,7 +192,7 @@ TEST_F(TenantStorage, WritesDatesInTheFormOfTheHost) {
   Screen().EnterSingle(kCard26, "100");
   Screen().EnterTenantDefaults();
   DatesInWords host(Host().host());
-  qorcred::clsCredential controller(host);
+  UnderTest<qorcred::clsCredential> controller(host);
   controller.set_gmobjCredentialScreen(Host().screen());
 
   EXPECT_TRUE(controller.pbSave(Connection(), kUnit, true));

@@ -27,7 +27,7 @@ class DirCodePassing : public DirCodeTest {
   }
 
   PassingRecord passing_;
-  qorcred::clsDirCode controller_;
+  UnderTest<qorcred::clsDirCode> controller_;
 };
 
 TEST_F(DirCodePassing, OfANewCode) {

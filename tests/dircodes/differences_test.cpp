@@ -3,7 +3,6 @@
 #include <string_view>
 #include <vector>
 
-#include "credentials/cls_credential.h"
 #include "frame/date.h"
 #include "frame/sql_text.h"
 #include "tests/dircodes/dir_code_fixture.h"
@@ -22,7 +21,7 @@ struct Credentials {
     host.StartOver();
   }
   RecordingHost host;
-  qorcred::clsCredential controller;
+  UnderTest<qorcred::clsCredential> controller;
 };
 
 TEST(ScreenDifferences, TheFixedSchedulesStandTheOtherWayRound) {

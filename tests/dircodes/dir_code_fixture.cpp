@@ -9,7 +9,7 @@ namespace qortest {
 
 DirCodeScreen::DirCodeScreen()
     : host_(std::make_unique<RecordingHost>(ScreenKind::kDirectoryCode)),
-      controller_(std::make_unique<qorcred::clsDirCode>(host_->host())) {
+      controller_(std::make_unique<UnderTest<qorcred::clsDirCode>>(host_->host())) {
   controller_->set_mobjDirCodeScreen(host_->screen());
   controller_->set_mfrmConnectionScreen(host_->connectionScreen());
   host_->StartOver();

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "dircodes/cls_dir_code.h"
 #include "tests/support/late_bound.h"
+#include "tests/support/noted_controllers.h"
 #include "tests/support/recording_host.h"
 
 namespace qortest {
@@ -32,7 +32,7 @@ class DirCodeScreen {
   DirCodeScreen();
 
   [[nodiscard]] RecordingHost& host() { return *host_; }
-  [[nodiscard]] qorcred::clsDirCode& controller() { return *controller_; }
+  [[nodiscard]] UnderTest<qorcred::clsDirCode>& controller() { return *controller_; }
   void ReleaseController() { controller_.reset(); }
 
   // The operations, on the recording host's connection and the unit kUnit.
@@ -64,7 +64,7 @@ class DirCodeScreen {
 
  private:
   std::unique_ptr<RecordingHost> host_;
-  std::unique_ptr<qorcred::clsDirCode> controller_;
+  std::unique_ptr<UnderTest<qorcred::clsDirCode>> controller_;
 };
 
 /// Texts and item data of a list, "text=data" each.
@@ -74,7 +74,7 @@ class DirCodeScreen {
 class DirCodeTest : public ::testing::Test {
  protected:
   [[nodiscard]] DirCodeScreen& Screen() { return screen_; }
-  [[nodiscard]] qorcred::clsDirCode& Controller() { return screen_.controller(); }
+  [[nodiscard]] UnderTest<qorcred::clsDirCode>& Controller() { return screen_.controller(); }
   [[nodiscard]] RecordingHost& Host() { return screen_.host(); }
   [[nodiscard]] DatabaseScript& Database() { return screen_.host().database(); }
   [[nodiscard]] const qorcred::ObjectRef& Connection() { return screen_.host().connection(); }

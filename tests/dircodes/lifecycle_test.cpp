@@ -16,7 +16,7 @@ using qorcred::StringArray;
 TEST(DirCodeLifecycle, CreatesItsComponentsAndAsksForTheNamesOnce) {
   RecordingHost host(ScreenKind::kDirectoryCode);
 
-  const qorcred::clsDirCode controller(host.host());
+  const UnderTest<qorcred::clsDirCode> controller(host.host());
 
   EXPECT_TRUE(SameLines(host.transcript().Read(Detail::kEverything), R"~(
     CreateObject "qorDBI.clsDBManager"
@@ -30,7 +30,7 @@ TEST(DirCodeLifecycle, CreatesItsComponentsAndAsksForTheNamesOnce) {
 
 TEST(DirCodeLifecycle, ReleasesTheDatabaseManagerFirst) {
   RecordingHost host(ScreenKind::kDirectoryCode);
-  auto controller = std::make_unique<qorcred::clsDirCode>(host.host());
+  auto controller = std::make_unique<UnderTest<qorcred::clsDirCode>>(host.host());
   host.StartOver();
 
   controller.reset();
@@ -46,7 +46,7 @@ TEST(DirCodeLifecycle, WithoutADatabaseManagerStillMakesTheConnectionManager) {
   RecordingHost host(ScreenKind::kDirectoryCode);
   host.gate().FailOn("CreateObject qorDBI.clsDBManager");
 
-  const qorcred::clsDirCode controller(host.host());
+  const UnderTest<qorcred::clsDirCode> controller(host.host());
 
   EXPECT_EQ(host.transcript().Read(Detail::kComponents),
             (Lines{"CreateObject \"qorDBI.clsDBManager\" ! 1000 \"Injected failure\"",
@@ -58,7 +58,7 @@ TEST(DirCodeLifecycle, WithoutAConnectionManagerStillAsksForTheNames) {
   RecordingHost host(ScreenKind::kDirectoryCode);
   host.gate().FailOn("CreateObject qorCommn.clsConnectionManager");
 
-  const qorcred::clsDirCode controller(host.host());
+  const UnderTest<qorcred::clsDirCode> controller(host.host());
 
   EXPECT_EQ(host.transcript().StartingWith("pbGet").size(), 2U);
   EXPECT_EQ(host.services().LiveComponents(), 1);
@@ -68,7 +68,7 @@ TEST(DirCodeLifecycle, WithoutTheRowIdTextStillAsksForTheOther) {
   RecordingHost host(ScreenKind::kDirectoryCode);
   host.gate().FailOn("pbGetRowIDStringConstant");
 
-  const qorcred::clsDirCode controller(host.host());
+  const UnderTest<qorcred::clsDirCode> controller(host.host());
 
   EXPECT_EQ(host.transcript().StartingWith("pbGet"),
             (Lines{"pbGetRowIDStringConstant ! 1000 \"Injected failure\"",
@@ -78,7 +78,7 @@ TEST(DirCodeLifecycle, WithoutTheRowIdTextStillAsksForTheOther) {
 TEST(DirCodeLifecycle, WithoutADatabaseManagerFailsQuietly) {
   RecordingHost host(ScreenKind::kDirectoryCode);
   host.gate().FailOn("CreateObject qorDBI.clsDBManager");
-  qorcred::clsDirCode controller(host.host());
+  UnderTest<qorcred::clsDirCode> controller(host.host());
   controller.set_mobjDirCodeScreen(host.screen());
   controller.set_mfrmConnectionScreen(host.connectionScreen());
   host.StartOver();
@@ -201,9 +201,9 @@ TEST(DirCodeLifecycle, OpensNoTransaction) {
 
 TEST(DirCodeLifecycle, TwoControllersShareNothing) {
   RecordingHost host(ScreenKind::kDirectoryCode);
-  qorcred::clsDirCode one(host.host());
+  UnderTest<qorcred::clsDirCode> one(host.host());
   {
-    qorcred::clsDirCode other(host.host());
+    UnderTest<qorcred::clsDirCode> other(host.host());
     other.set_mobjDirCodeScreen(host.screen());
     EXPECT_EQ(host.services().LiveComponents(), 4);
   }

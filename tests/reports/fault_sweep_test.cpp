@@ -36,8 +36,8 @@ struct Desk {
     credentials.pbPopulateArrOperators();
   }
   RecordingHost host{ScreenKind::kReportFilter};
-  qorcred::clsDirCodeReport codes;
-  qorcred::clsCredentialReport credentials;
+  UnderTest<qorcred::clsDirCodeReport> codes;
+  UnderTest<qorcred::clsCredentialReport> credentials;
 };
 
 /// One use of a controller; results are told as texts.

@@ -22,7 +22,7 @@ TYPED_TEST_SUITE(ReportLifecycle, BothReports, ReportNames);
 TYPED_TEST(ReportLifecycle, StartsWithNothing) {
   RecordingHost host(ScreenKind::kReportFilter);
   {
-    const TypeParam report(host.host());
+    const UnderTest<TypeParam> report(host.host());
     EXPECT_EQ(report.gfrmTxFilter(), nullptr);
     EXPECT_EQ(report.mlngUnitKey(), 0);
     EXPECT_EQ(report.gstrRIDsForDeletion(), "");
@@ -52,7 +52,7 @@ TYPED_TEST(ReportLifecycle, MakesAManagerForEachDeletionAndLetsItGo) {
 }
 
 TYPED_TEST(ReportLifecycle, TwoControllersShareNothing) {
-  TypeParam other(this->Host().host());
+  UnderTest<TypeParam> other(this->Host().host());
   this->Controller().set_gstrRIDsForDeletion("17");
   this->Controller().pbPopulateArrOperators();
   EXPECT_EQ(other.gstrRIDsForDeletion(), "");

@@ -11,9 +11,8 @@
 #include <type_traits>
 
 #include "frame/runtime_error.h"
-#include "reports/cls_credential_report.h"
-#include "reports/cls_dir_code_report.h"
 #include "tests/support/late_bound.h"
+#include "tests/support/noted_controllers.h"
 #include "tests/support/recording_host.h"
 
 namespace qortest {
@@ -52,19 +51,19 @@ class ReportDesk {
  public:
   ReportDesk()
       : host_(std::make_unique<RecordingHost>(ScreenKind::kReportFilter)),
-        controller_(std::make_unique<Report>(host_->host())) {
+        controller_(std::make_unique<UnderTest<Report>>(host_->host())) {
     controller_->set_gfrmTxFilter(host_->screen());
     controller_->set_mlngUnitKey(kUnit);
     host_->StartOver();
   }
 
   [[nodiscard]] RecordingHost& host() { return *host_; }
-  [[nodiscard]] Report& controller() { return *controller_; }
+  [[nodiscard]] UnderTest<Report>& controller() { return *controller_; }
   void ReleaseController() { controller_.reset(); }
 
  private:
   std::unique_ptr<RecordingHost> host_;
-  std::unique_ptr<Report> controller_;
+  std::unique_ptr<UnderTest<Report>> controller_;
 };
 
 using DirCodeReportDesk = ReportDesk<qorcred::clsDirCodeReport>;
@@ -75,7 +74,7 @@ template <typename Report>
 class ReportTest : public ::testing::Test {
  protected:
   [[nodiscard]] ReportDesk<Report>& Desk() { return desk_; }
-  [[nodiscard]] Report& Controller() { return desk_.controller(); }
+  [[nodiscard]] UnderTest<Report>& Controller() { return desk_.controller(); }
   [[nodiscard]] RecordingHost& Host() { return desk_.host(); }
   [[nodiscard]] DatabaseScript& Database() { return desk_.host().database(); }
   [[nodiscard]] const qorcred::ObjectRef& Connection() { return desk_.host().connection(); }
