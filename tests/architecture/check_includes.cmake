@@ -27,6 +27,7 @@ set(areas
   "host/cli:frame host/unit host/files host/desks host/cli/tour"
   "bench/com:*"
   "bench:frame credentials dircodes reports trace host/dialect host/store host/store/sqlite host/store/engines host/components host/screens host/unit host/files host/desks"
+  "examples:*"
   "tests:*")
 
 # Headers of database engines and, after the colon, the folder that knows the engine. Benchmarks, which
@@ -159,6 +160,7 @@ file(GLOB_RECURSE paths RELATIVE ${tree}
      ${tree}/com/*.h ${tree}/com/*.cpp
      ${tree}/host/*.h ${tree}/host/*.cpp
      ${tree}/bench/*.h ${tree}/bench/*.cpp
+     ${tree}/examples/*.h ${tree}/examples/*.cpp
      ${tree}/tests/*.h ${tree}/tests/*.cpp)
 list(FILTER paths EXCLUDE REGEX "^tests/architecture/sample/")
 list(LENGTH paths count)

@@ -1,0 +1,45 @@
+# cmake -D TREE=... -D EXAMPLES=... -D PLACE=... -D COMPILER=... -D FLAGS=... -P native.cmake
+# Installs the library that was built in TREE into PLACE, builds a copy of the programs of EXAMPLES there,
+# which find it by find_package, and compares what each writes with the transcript beside its source.
+# PREFIX names an installed library to be used instead.
+cmake_minimum_required(VERSION 3.25)
+
+function(run what)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "${what} failed:\n${output}")
+  endif()
+endfunction()
+
+file(REMOVE_RECURSE ${PLACE})
+file(MAKE_DIRECTORY ${PLACE})
+if(NOT PREFIX)
+  set(PREFIX ${PLACE}/prefix)
+  run("Installing" ${CMAKE_COMMAND} --install ${TREE} --component library --prefix ${PREFIX})
+endif()
+# Copied, so that no header is found beside it by accident.
+file(COPY ${EXAMPLES}/ DESTINATION ${PLACE}/source)
+set(settings -DCMAKE_BUILD_TYPE=Debug -DCMAKE_PREFIX_PATH=${PREFIX})
+if(COMPILER)
+  list(APPEND settings -DCMAKE_CXX_COMPILER=${COMPILER})
+endif()
+if(FLAGS)
+  list(APPEND settings "-DCMAKE_CXX_FLAGS=${FLAGS}")
+endif()
+run("Configuring" ${CMAKE_COMMAND} -G Ninja -S ${PLACE}/source -B ${PLACE}/build ${settings})
+run("Building" ${CMAKE_COMMAND} --build ${PLACE}/build)
+
+file(GLOB transcripts ${EXAMPLES}/*.txt)
+list(FILTER transcripts EXCLUDE REGEX "/CMakeLists.txt$")
+if(NOT transcripts)
+  message(FATAL_ERROR "No transcripts are in ${EXAMPLES}")
+endif()
+foreach(transcript ${transcripts})
+  cmake_path(GET transcript STEM program)
+  execute_process(COMMAND ${PLACE}/build/${program} RESULT_VARIABLE status OUTPUT_VARIABLE written)
+  file(READ ${transcript} expected)
+  if(NOT status EQUAL 0 OR NOT written STREQUAL expected)
+    message(FATAL_ERROR "${program} ended with ${status} and wrote\n${written}instead of\n${expected}")
+  endif()
+  message(STATUS "${program} wrote its transcript")
+endforeach()
