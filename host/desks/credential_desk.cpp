@@ -17,6 +17,7 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/tenant_name.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/whole_number.h"
@@ -294,9 +295,8 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
 
   AssignmentLosses losses;
   const QueryResult holders = session_.sql().Select(fmt::format(
-      "SELECT LastName & ' ' & FirstName & ' ' & MiddleInitial FROM TENANTS WHERE UnitKey={} AND "
-      "{} AND TenantID<>{} ORDER BY TenantID",
-      unitKey_, Holds(rid), tenantId));
+      "SELECT {} FROM TENANTS WHERE UnitKey={} AND {} AND TenantID<>{} ORDER BY TenantID",
+      kTenantFullName, unitKey_, Holds(rid), tenantId));
   for (const ResultRow row : holders.rows()) {
     losses.holders.emplace_back(qorcred::Trim(qorcred::TextOrEmpty(row[0])));
   }

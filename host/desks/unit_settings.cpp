@@ -11,6 +11,14 @@
 
 namespace qorhost {
 
+namespace {
+
+QueryResult StoredCapacity(DeskSession& session, std::int32_t unitKey) {
+  return session.sql().Select(qorcred::CapacityQuery(unitKey));
+}
+
+}  // namespace
+
 void RequireSettings(DeskSession& session, std::int32_t unitKey) {
   const QueryResult settings = session.sql().Select(
       fmt::format("SELECT UnitKey FROM UnitSettings WHERE UnitKey={}", unitKey));
@@ -26,7 +34,7 @@ void RequireSettings(DeskSession& session, std::int32_t unitKey) {
 }
 
 std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKey) {
-  const QueryResult answer = session.sql().Select(qorcred::CapacityQuery(unitKey));
+  const QueryResult answer = StoredCapacity(session, unitKey);
   qorcred::Base64Decoder decoder;
   try {
     return qorcred::ToInteger(qorcred::DecodedCapacity(
@@ -34,6 +42,10 @@ std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKe
   } catch (const qorcred::RuntimeError&) {
     return std::nullopt;
   }
+}
+
+bool HasCapacity(DeskSession& session, std::int32_t unitKey) {
+  return !qorcred::IsEmptyText(StoredCapacity(session, unitKey).table->At(0, 0));
 }
 
 std::optional<std::int32_t> CodeDigitsOf(DeskSession& session, std::int32_t unitKey) {
