@@ -119,9 +119,7 @@ ShownDirCode DirCodeDesk::Select(std::string_view choice) {
 /// older than the row.
 bool DirCodeDesk::ShowRow(std::int32_t rid) {
   return shown_.TakeRows(
-      {fmt::format("SELECT DIRECTORYCODE FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_,
-                   rid),
-       fmt::format("SELECT * FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_, rid),
+      {fmt::format("SELECT * FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_, rid),
        fmt::format("SELECT * FROM TENANTS WHERE UNITKEY={} AND DIRECTORYCODE={} ORDER BY RID",
                    unitKey_, rid)});
 }
