@@ -8,7 +8,7 @@
 #include "frame/row_state.h"
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
-#include "host/desks/dir_code_entry.h"
+#include "host/desks/dir_code_fields.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/typed_input.h"
