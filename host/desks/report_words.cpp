@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <optional>
 
+#include "frame/convert.h"
+#include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
@@ -140,7 +142,13 @@ void CheckNumber(const ReportField& field, const std::string& given, bool compar
   if (given.empty() && field.mayBeUnset && comparesEquality) {
     return;
   }
-  if (!NumberTaken(given).isAll) {
+  bool isNumber = false;
+  try {
+    isNumber = qorcred::IsNumeric(given) && qorcred::ToDouble(given) == qorcred::Val(given);
+  } catch (const qorcred::RuntimeError&) {
+    isNumber = false;  // too large for one
+  }
+  if (!isNumber) {
     throw InputFault(
         report_input::kCondition, where,
         given.empty()

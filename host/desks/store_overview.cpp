@@ -62,7 +62,7 @@ std::vector<std::string> MissingSettings(DeskSession& session, const std::vector
           "unit {} '{}' has no settings: its type and capacity are unknown, and nothing can be "
           "stored in it until it has a row in UnitSettings",
           unit.key, unit.name));
-    } else if (!HasCapacity(session, unit.key)) {
+    } else if (HasNoCapacity(session, unit.key)) {
       missing.push_back(fmt::format(
           "unit {} '{}' has the type '{}', whose capacity is unknown: nothing can be stored in it "
           "until UnitTypes has one",

@@ -11,14 +11,6 @@
 
 namespace qorhost {
 
-namespace {
-
-QueryResult StoredCapacity(DeskSession& session, std::int32_t unitKey) {
-  return session.sql().Select(qorcred::CapacityQuery(unitKey));
-}
-
-}  // namespace
-
 void RequireSettings(DeskSession& session, std::int32_t unitKey) {
   const QueryResult settings = session.sql().Select(
       fmt::format("SELECT UnitKey FROM UnitSettings WHERE UnitKey={}", unitKey));
@@ -33,6 +25,14 @@ void RequireSettings(DeskSession& session, std::int32_t unitKey) {
                   unitKey, name.empty() ? "" : ", " + name + ","));
 }
 
+namespace {
+
+QueryResult StoredCapacity(DeskSession& session, std::int32_t unitKey) {
+  return session.sql().Select(qorcred::CapacityQuery(unitKey));
+}
+
+}  // namespace
+
 std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKey) {
   const QueryResult answer = StoredCapacity(session, unitKey);
   qorcred::Base64Decoder decoder;
@@ -44,8 +44,8 @@ std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKe
   }
 }
 
-bool HasCapacity(DeskSession& session, std::int32_t unitKey) {
-  return !qorcred::IsEmptyText(StoredCapacity(session, unitKey).table->At(0, 0));
+bool HasNoCapacity(DeskSession& session, std::int32_t unitKey) {
+  return qorcred::IsEmptyText(StoredCapacity(session, unitKey).table->At(0, 0));
 }
 
 std::optional<std::int32_t> CodeDigitsOf(DeskSession& session, std::int32_t unitKey) {

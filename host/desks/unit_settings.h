@@ -16,8 +16,8 @@ void RequireSettings(DeskSession& session, std::int32_t unitKey);
 /// no number. Past every tracing: the answer is for the host alone.
 [[nodiscard]] std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKey);
 
-/// Whether the store says anything about it.
-[[nodiscard]] bool HasCapacity(DeskSession& session, std::int32_t unitKey);
+/// Whether the store says nothing about it.
+[[nodiscard]] bool HasNoCapacity(DeskSession& session, std::int32_t unitKey);
 
 /// The most digits of the unit's directory codes; nothing when the store does not say.
 [[nodiscard]] std::optional<std::int32_t> CodeDigitsOf(DeskSession& session, std::int32_t unitKey);
