@@ -6,8 +6,9 @@
 namespace qorhost {
 
 bool IsAudited(std::string_view table) {
-  static constexpr std::array<std::string_view, 6> kLeftOut{
-      "ProgramSteps", "UnitCounters", "TenantsBackup", "AuditEntries", "AuditRows", "UnitVersions"};
+  static constexpr std::array<std::string_view, 7> kLeftOut{
+      "ProgramSteps", "UnitCounters", "TenantsBackup", "AuditEntries",
+      "AuditRows",    "UnitVersions", "StoreSeal"};
   return std::find(kLeftOut.begin(), kLeftOut.end(), table) == kLeftOut.end();
 }
 

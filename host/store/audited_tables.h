@@ -6,8 +6,8 @@
 namespace qorhost {
 
 /// Whether the audit keeps the changes of a table's rows. It leaves out what follows from other
-/// rows (the queue of steps, counters, copies of tenants) and itself. The name is as the store
-/// spells it.
+/// rows (the queue of steps, counters, copies of tenants), the seal of a store's log, and itself.
+/// The name is as the store spells it.
 [[nodiscard]] bool IsAudited(std::string_view table);
 
 }  // namespace qorhost
