@@ -3,10 +3,9 @@
 
 #include <string_view>
 
-namespace qorhost {
-
 /// What the inputs are called in an InputFault.
-namespace credential_field {
+namespace qorhost::credential_field {
+
 inline constexpr std::string_view kType = "type";
 inline constexpr std::string_view kFirst = "number";
 inline constexpr std::string_view kLast = "last number";
@@ -22,6 +21,5 @@ inline constexpr std::string_view kCredential = "credential";
 inline constexpr std::string_view kDoor = "door";
 inline constexpr std::string_view kTenant = "tenant";
 inline constexpr std::string_view kNewNumber = "new number";
-}  // namespace credential_field
 
-}  // namespace qorhost
+}  // namespace qorhost::credential_field

@@ -3,10 +3,9 @@
 
 #include <string_view>
 
-namespace qorhost {
-
 /// What the inputs are called in an InputFault.
-namespace dir_code_field {
+namespace qorhost::dir_code_field {
+
 inline constexpr std::string_view kChoice = "directory code";  ///< which stored code is meant
 inline constexpr std::string_view kCode = "code";
 inline constexpr std::string_view kPhone = "phone";
@@ -21,6 +20,5 @@ inline constexpr std::string_view kStart = "first day";
 inline constexpr std::string_view kEnd = "last day";
 inline constexpr std::string_view kActive = "active";
 inline constexpr std::string_view kDisplayName = "display name";
-}  // namespace dir_code_field
 
-}  // namespace qorhost
+}  // namespace qorhost::dir_code_field
