@@ -1,7 +1,10 @@
 #include "host/cli/report_command_line.h"
 
 #include <array>
+#include <string>
 
+#include "host/desks/credential_report.h"
+#include "host/desks/dir_code_report.h"
 #include "host/desks/report_words.h"
 
 namespace qorhost {
@@ -36,6 +39,7 @@ void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOpti
   app->footer("Examples:\n  qorhost report dircodes\n  qorhost report credentials --help");
   const CommandPlace reports{*app, place.chosen};
 
+  static_assert(DirCodeReport::kMostConditions == 5, "the help says five");
   auto* codes = AddCommand(
       reports, "dircodes", "The directory codes by display name; at most five conditions",
       "  qorhost report dircodes --unit 2 --where \"Do Not Disturb = yes\"\n"
@@ -48,11 +52,14 @@ void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOpti
 
   auto* credentials = AddCommand(
       reports, "credentials", "The credentials with the tenants who hold them",
-      "  qorhost report credentials --where \"Credential Type = transmitter\"\n"
-      "  qorhost report credentials --where \"Card Number between 100 AND 199\" \\\n"
-      "      --where \"Tenant Name contains ab\" --format json\n"
-      "  qorhost report credentials --unit 2 --delete rid:17,18,21\n"
-      "Fields: Credential Type, Card Number, Facility Code, Tenant Name.",
+      std::string("  qorhost report credentials --where \"Credential Type = transmitter\"\n"
+                  "  qorhost report credentials --where \"Card Number between 100 AND 199\" \\\n"
+                  "      --where \"Tenant Name contains ab\" --format json\n"
+                  "  qorhost report credentials --unit 2 --delete rid:17,18,21\n"
+                  "Fields: ")
+          .append(CredentialReport::FieldNames())
+          .append(".")
+          .c_str(),
       [&](Console& console) { return RunCredentialReport(global, options, console); }, kWords);
   auto* where = DescribeOutput(*credentials, options);
   credentials

@@ -12,11 +12,13 @@
 #include "frame/siblings.h"
 #include "frame/text.h"
 #include "frame/trap.h"
-#include "host/desks/credential_entry.h"
+#include "host/desks/credential_fields.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/entered_numbers.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/tenant_name.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/whole_number.h"
@@ -294,9 +296,8 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
 
   AssignmentLosses losses;
   const QueryResult holders = session_.sql().Select(fmt::format(
-      "SELECT LastName & ' ' & FirstName & ' ' & MiddleInitial FROM TENANTS WHERE UnitKey={} AND "
-      "{} AND TenantID<>{} ORDER BY TenantID",
-      unitKey_, Holds(rid), tenantId));
+      "SELECT {} FROM TENANTS WHERE UnitKey={} AND {} AND TenantID<>{} ORDER BY TenantID",
+      kTenantFullName, unitKey_, Holds(rid), tenantId));
   for (const ResultRow row : holders.rows()) {
     losses.holders.emplace_back(qorcred::Trim(qorcred::TextOrEmpty(row[0])));
   }

@@ -1,13 +1,9 @@
 #include "host/desks/credential_entry.h"
 
-#include <cmath>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "credentials/credential_type.h"
-#include "frame/convert.h"
-#include "frame/runtime_error.h"
 #include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/desks/credential_desk.h"
@@ -144,20 +140,6 @@ void EnterChange(CredentialDesk& desk, const CredentialChange& change) {
   } else if (change.release) {
     tenants.Select(0);
   }
-}
-
-std::optional<EnteredNumbers> ReadEntered(const ScreenModel& screen) {
-  try {
-    const double first = std::nearbyint(qorcred::ToDouble(screen.Box("txtPINStart").text()));
-    const double last = std::nearbyint(qorcred::ToDouble(screen.Box("txtPINEND").text()));
-    if (first >= 1 && last >= first && last <= qorcred::kHighestCredentialNumber) {
-      return EnteredNumbers{static_cast<std::int64_t>(first), static_cast<std::int64_t>(last)};
-    }
-  } catch (const qorcred::RuntimeError&) {
-    // A text that is no number, or one too long for any.
-    return std::nullopt;
-  }
-  return std::nullopt;
 }
 
 }  // namespace qorhost

@@ -17,6 +17,7 @@
 #include "host/desks/credential_types.h"
 #include "host/desks/entry_index.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/report_captions.h"
 #include "host/files/import_file.h"
 
 namespace qorhost {
@@ -36,17 +37,19 @@ enum Column : std::size_t {
   kColumnCount
 };
 
+namespace caption = credential_caption;
+
 constexpr std::array<ImportColumn, kColumnCount> kColumns{{
-    {"Credential Type", true, {}},  // its help names the types
-    {"Card Number", true, "the credential's number, 1 to 65535"},
-    {"Facility Code", false, "0 to 63 (Corvin 30 Bit card) or 255; empty: 0"},
-    {"ID Code", false, "of a transmitter, 0 to 26; of a card empty"},
-    {"Sequence Number", false, "of a transmitter, 0 to 2; of a card empty"},
-    {"Button Number", false, "of a transmitter, 1 (also empty) or 4; of a card empty"},
-    {"Assigned To", false,
+    {caption::kType, true, {}},  // its help names the types
+    {caption::kNumber, true, "the credential's number, 1 to 65535"},
+    {caption::kFacility, false, "0 to 63 (Corvin 30 Bit card) or 255; empty: 0"},
+    {caption::kIdCode, false, "of a transmitter, 0 to 26; of a card empty"},
+    {caption::kSequence, false, "of a transmitter, 0 to 2; of a card empty"},
+    {caption::kButton, false, "of a transmitter, 1 (also empty) or 4; of a card empty"},
+    {caption::kAssignedTo, false,
      "a tenant's last name, first name and initial; Unassigned or empty: none"},
-    {"RID", false, "not looked at: new rows get identities of their own"},
-    {"Tenant RID", false, "not looked at"},
+    {caption::kRid, false, "not looked at: new rows get identities of their own"},
+    {caption::kTenantRid, false, "not looked at"},
 }};
 
 /// The columns of the screen's inputs.

@@ -7,6 +7,7 @@
 #include "frame/convert.h"
 #include "frame/data_services.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/report_captions.h"
 #include "host/desks/typed_input.h"
 #include "host/store/rows.h"
 
@@ -30,13 +31,14 @@ const std::vector<ReportField>& Fields() {
 /// A column of the report and its place in the statement's result, which also holds the number of
 /// the credential's type.
 struct ReportColumn {
-  const char* title;
+  std::string_view title;
   std::int32_t index;
 };
+namespace caption = credential_caption;
 constexpr ReportColumn kColumns[] = {
-    {"Credential Type", 0}, {"Card Number", 1},   {"Facility Code", 2}, {"ID Code", 3},
-    {"Sequence Number", 4}, {"Button Number", 5}, {"Assigned To", 6},   {"RID", 8},
-    {"Tenant RID", 9}};
+    {caption::kType, 0},       {caption::kNumber, 1},   {caption::kFacility, 2},
+    {caption::kIdCode, 3},     {caption::kSequence, 4}, {caption::kButton, 5},
+    {caption::kAssignedTo, 6}, {caption::kRid, 8},      {caption::kTenantRid, 9}};
 
 /// The name of a tenant without a middle initial ends in a blank.
 Value WithoutBlanksBehind(Value cell) {
@@ -70,6 +72,14 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
   }
 }
 
+std::string CredentialReport::FieldNames() {
+  std::string names;
+  for (const ReportField& field : Fields()) {
+    names += (names.empty() ? "" : ", ") + field.name;
+  }
+  return names;
+}
+
 Outcome CredentialReport::Run() {
   shown_.TakeUnit();
   OperationRecord running(session_);
@@ -80,7 +90,8 @@ Table CredentialReport::Rows(bool withTenantRid) const {
   Table table;
   const std::size_t shown = std::size(kColumns) - (withTenantRid ? 0 : 1);
   for (std::size_t column = 0; column < shown; ++column) {
-    table.columns.push_back({kColumns[column].title, kColumns[column].title});
+    const std::string title(kColumns[column].title);
+    table.columns.push_back({title, title});
   }
   const TableView rows(rows_);
   if (rows.HasNoRows()) {

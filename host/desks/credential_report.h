@@ -43,6 +43,9 @@ class CredentialReport {
   CredentialReport(DeskSession& session, std::int32_t unitKey,
                    const std::vector<std::string>& conditions);
 
+  /// The fields that conditions are on: "Credential Type, Card Number".
+  [[nodiscard]] static std::string FieldNames();
+
   /// Composes the statement and runs it.
   Outcome Run();
   /// The statement of the last run.

@@ -1,5 +1,6 @@
 #include "host/desks/desk_work.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "host/store/store_error.h"
@@ -94,7 +95,14 @@ bool ShownState::TakeRows(std::vector<std::string> selects) {
   // The version before the rows: a change in between shows in the version at least.
   version_ = session_.sql().work().VersionOf(unitKey_);
   selects_ = std::move(selects);
-  rows_ = Reread();
+  rows_.clear();
+  columns_.clear();
+  for (const std::string& select : selects_) {
+    std::vector<std::string> columns = ReadInto(rows_, select);
+    if (columns_.empty()) {
+      columns_ = std::move(columns);
+    }
+  }
   return version_ == lists_ && session_.sql().work().VersionOf(unitKey_) == version_;
 }
 
@@ -107,12 +115,13 @@ void ShownState::TakeOver(const UnitVersion& version, Rows rows, bool besideOthe
 }
 
 void ShownState::TakeAlso(std::string select) {
-  ReadInto(rows_, select);
+  (void)ReadInto(rows_, select);
   selects_.push_back(std::move(select));
 }
 
-void ShownState::ReadInto(Rows& rows, const std::string& select) const {
-  const QueryResult result = session_.sql().Select(select);
+/// Gives the names of the columns.
+std::vector<std::string> ShownState::ReadInto(Rows& rows, const std::string& select) const {
+  QueryResult result = session_.sql().Select(select);
   rows.emplace_back();  // between two statements
   for (const ResultRow row : result.rows()) {
     std::vector<qorcred::Value>& cells = rows.emplace_back();
@@ -120,19 +129,25 @@ void ShownState::ReadInto(Rows& rows, const std::string& select) const {
       cells.push_back(row[static_cast<std::int32_t>(column)]);
     }
   }
+  return std::move(result.columns);
 }
 
 ShownState::Rows ShownState::Reread() const {
   Rows rows;
   for (const std::string& select : selects_) {
-    ReadInto(rows, select);
+    (void)ReadInto(rows, select);
   }
   return rows;
 }
 
-qorcred::Value ShownState::FirstCell() const {
+qorcred::Value ShownState::Cell(std::string_view column) const {
+  const auto named =
+      std::find_if(columns_.begin(), columns_.end(),
+                   [column](const std::string& name) { return qorcred::SameMember(name, column); });
   const bool found = rows_.size() > 1 && !rows_[1].empty();  // behind the mark of the statement
-  return found ? rows_[1].front() : qorcred::Value(qorcred::Null{});
+  return found && named != columns_.end()
+             ? rows_[1][static_cast<std::size_t>(named - columns_.begin())]
+             : qorcred::Value(qorcred::Null{});
 }
 
 bool ShownState::IsStillSo() const {

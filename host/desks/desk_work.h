@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/desks/outcome.h"
@@ -33,19 +34,20 @@ class ShownState {
 
   [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
   [[nodiscard]] const UnitVersion& version() const { return version_; }
-  /// The first cell of the first row; Null without one.
-  [[nodiscard]] qorcred::Value FirstCell() const;
+  /// A cell of the first row that TakeRows() read, by its column; Null without one.
+  [[nodiscard]] qorcred::Value Cell(std::string_view column) const;
   /// Whether the rows are what they were, column by column.
   [[nodiscard]] bool IsStillSo() const;
 
  private:
-  void ReadInto(Rows& rows, const std::string& select) const;
+  std::vector<std::string> ReadInto(Rows& rows, const std::string& select) const;
 
   DeskSession& session_;
   std::int32_t unitKey_;
   UnitVersion version_;
   UnitVersion lists_;
   std::vector<std::string> selects_;
+  std::vector<std::string> columns_;  // of the first of them
   Rows rows_;
 };
 

@@ -2,15 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <optional>
 #include <vector>
 
 #include "frame/convert.h"
 #include "frame/row_state.h"
-#include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
-#include "host/desks/dir_code_entry.h"
+#include "host/desks/dir_code_fields.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/typed_input.h"
@@ -23,31 +21,18 @@ namespace {
 
 namespace field = dir_code_field;
 
-/// The number that an operator means; nothing when the text is none.
-std::optional<double> NumberMeant(std::string_view text) {
-  const std::string_view trimmed = qorcred::Trim(text);
-  if (!qorcred::IsNumeric(trimmed)) {
-    return std::nullopt;
-  }
-  try {
-    return qorcred::Val(trimmed);
-  } catch (const qorcred::RuntimeError&) {
-    return std::nullopt;
-  }
-}
-
 /// The row that the choice names.
 std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_view choice) {
   if (const auto rid = RowNamed(field::kChoice, choice)) {
     return *rid;
   }
-  const std::optional<double> number = NumberMeant(choice);
+  const TakenNumber number = NumberTaken(qorcred::Trim(choice));
   std::vector<std::int32_t> rids;
-  if (number && *number >= 0) {
+  if (number.isAll && *number.value >= 0) {
     const QueryResult found = session.sql().Select(
         fmt::format("SELECT RID FROM DIRECTORYCODE WHERE UNITKEY={} AND DIRECTORYCODE={} ORDER BY "
                     "RID",
-                    unitKey, qorcred::NumberText(*number)));
+                    unitKey, qorcred::NumberText(*number.value)));
     for (const ResultRow row : found.rows()) {
       rids.push_back(qorcred::ToLong(row[0]));
     }
@@ -134,9 +119,7 @@ ShownDirCode DirCodeDesk::Select(std::string_view choice) {
 /// older than the row.
 bool DirCodeDesk::ShowRow(std::int32_t rid) {
   return shown_.TakeRows(
-      {fmt::format("SELECT DIRECTORYCODE FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_,
-                   rid),
-       fmt::format("SELECT * FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_, rid),
+      {fmt::format("SELECT * FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_, rid),
        fmt::format("SELECT * FROM TENANTS WHERE UNITKEY={} AND DIRECTORYCODE={} ORDER BY RID",
                    unitKey_, rid)});
 }

@@ -55,7 +55,7 @@ class DirCodeDesk {
   /// The code that is selected.
   [[nodiscard]] ShownDirCode Shown();
   /// The number of the selected code as it was stored when it was loaded.
-  [[nodiscard]] qorcred::Value StoredCode() const { return shown_.FirstCell(); }
+  [[nodiscard]] qorcred::Value StoredCode() const { return shown_.Cell("DIRECTORYCODE"); }
   /// Fills the list of codes again and selects the row `rid`, when there is one.
   void RefreshCodes(std::int32_t rid = 0);
   /// Types a code. Raises InputFault for one that the box does not take, and for a number

@@ -5,7 +5,6 @@
 #include <array>
 
 #include "frame/convert.h"
-#include "frame/runtime_error.h"
 #include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/desks/dir_code_desk.h"
@@ -191,15 +190,14 @@ void RequireNumber(const std::string& code) {
   if (qorcred::Trim(code).empty() || IsWholeNumber(code)) {
     return;
   }
-  try {
-    const double number = qorcred::Val(code);
-    if (!qorcred::IsNumeric(code) || qorcred::ToDouble(code) != number) {
-      throw InputFault(field::kCode, code,
-                       fmt::format("{{field}} '{{value}}' is no number: it would be stored as {}",
-                                   qorcred::NumberText(number)));
-    }
-  } catch (const qorcred::RuntimeError&) {
+  const TakenNumber number = NumberTaken(code);
+  if (!number.value) {
     throw InputFault(field::kCode, code, "{field} '{value}' is too large a number");
+  }
+  if (!number.isAll) {
+    throw InputFault(field::kCode, code,
+                     fmt::format("{{field}} '{{value}}' is no number: it would be stored as {}",
+                                 qorcred::NumberText(*number.value)));
   }
 }
 

@@ -3,30 +3,13 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "host/desks/dir_code_fields.h"
 
 namespace qorhost {
 
 class DirCodeDesk;
-
-/// What the inputs are called in an InputFault.
-namespace dir_code_field {
-inline constexpr std::string_view kChoice = "directory code";  ///< which stored code is meant
-inline constexpr std::string_view kCode = "code";
-inline constexpr std::string_view kPhone = "phone";
-inline constexpr std::string_view kExtension = "extension";
-inline constexpr std::string_view kDelay = "delay";
-inline constexpr std::string_view kDnd = "do-not-disturb schedule";
-inline constexpr std::string_view kForwardPhone = "forward phone";
-inline constexpr std::string_view kForwardExtension = "forward extension";
-inline constexpr std::string_view kForwardSchedule = "forward schedule";
-inline constexpr std::string_view kForwardDelay = "forward delay";
-inline constexpr std::string_view kStart = "first day";
-inline constexpr std::string_view kEnd = "last day";
-inline constexpr std::string_view kActive = "active";
-inline constexpr std::string_view kDisplayName = "display name";
-}  // namespace dir_code_field
 
 /// What is typed into the screen or ticked on it; nothing given leaves a control as it is. Whether
 /// the texts are numbers and complete is the controller's to say.

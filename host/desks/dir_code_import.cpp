@@ -18,6 +18,7 @@
 #include "host/desks/entry_index.h"
 #include "host/desks/import_words.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/report_captions.h"
 #include "host/files/import_file.h"
 
 namespace qorhost {
@@ -45,24 +46,26 @@ enum Column : std::size_t {
   kColumnCount
 };
 
+namespace caption = dir_code_caption;
+
 constexpr std::array<ImportColumn, kColumnCount> kColumns{{
-    {"Directory Code", true, "the code that a visitor dials, zeros in front or not"},
-    {"Phone No.", true, "the phone number that the unit dials"},
-    {"Phone No. Extension", false, "the extension dialled behind it"},
-    {"Phone No. Delay", false, "the delay before the extension; without one it is 2"},
-    {"Display Name", false, "the name that the unit shows"},
-    {"Directory Status", false, "Active (also without the column) or Inactive"},
-    {"Directory Start Date", false, "first day, as 05 Mar 2024 or 2024-03-05 08:00; empty: none"},
-    {"Directory End Date", false, "last day; empty: none; without the column: the unit's own"},
-    {"Do Not Disturb", false, "True or False; empty: True with a schedule"},
-    {"DND Schedule", false, "a schedule's name or id; <None> or empty: none"},
-    {"Call Forwarding", false, "True or False; empty: True with a phone number or schedule"},
-    {"CF Schedule", false, "a schedule's name or id; <None> or empty: none"},
-    {"CF Phone No.", false, "the phone number that calls are forwarded to"},
-    {"CF Extension", false, "the extension there"},
-    {"CF Time Delay", false, "the delay before the extension there; without one it is 2"},
-    {"Show Display Name", false, "True (also without the column) or False"},
-    {"Show Directory Code", false, "True (also without the column) or False"},
+    {caption::kCode, true, "the code that a visitor dials, zeros in front or not"},
+    {caption::kPhone, true, "the phone number that the unit dials"},
+    {caption::kExtension, false, "the extension dialled behind it"},
+    {caption::kDelay, false, "the delay before the extension; without one it is 2"},
+    {caption::kDisplayName, false, "the name that the unit shows"},
+    {caption::kStatus, false, "Active (also without the column) or Inactive"},
+    {caption::kStart, false, "first day, as 05 Mar 2024 or 2024-03-05 08:00; empty: none"},
+    {caption::kEnd, false, "last day; empty: none; without the column: the unit's own"},
+    {caption::kDnd, false, "True or False; empty: True with a schedule"},
+    {caption::kDndSchedule, false, "a schedule's name or id; <None> or empty: none"},
+    {caption::kForwarding, false, "True or False; empty: True with a phone number or schedule"},
+    {caption::kCfSchedule, false, "a schedule's name or id; <None> or empty: none"},
+    {caption::kCfPhone, false, "the phone number that calls are forwarded to"},
+    {caption::kCfExtension, false, "the extension there"},
+    {caption::kCfDelay, false, "the delay before the extension there; without one it is 2"},
+    {caption::kShowName, false, "True (also without the column) or False"},
+    {caption::kShowCode, false, "True (also without the column) or False"},
 }};
 
 /// The columns of the screen's inputs.

@@ -10,6 +10,7 @@
 #include "frame/data_services.h"
 #include "frame/schedules.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/report_captions.h"
 #include "host/store/rows.h"
 #include "host/unit/unit_code.h"
 #include "reports/dir_code_fragments.h"
@@ -25,7 +26,8 @@ using qorcred::ValueType;
 // The report only compares it and has no name for it.
 constexpr std::int32_t kShowDirectoryCode = 67;
 
-constexpr std::array<std::string_view, 2> kScheduleCaptions{"DND Schedule", "CF Schedule"};
+constexpr std::array<std::string_view, 2> kScheduleCaptions{dir_code_caption::kDndSchedule,
+                                                            dir_code_caption::kCfSchedule};
 
 FieldKind KindOf(std::int32_t rid) {
   namespace field = qorcred::report_field;

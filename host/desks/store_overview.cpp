@@ -5,13 +5,13 @@
 #include <optional>
 #include <string>
 
-#include "frame/capacity.h"
 #include "frame/convert.h"
 #include "frame/siblings.h"
 #include "frame/text.h"
 #include "host/components/application_object.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/tenant_name.h"
 #include "host/desks/unit_settings.h"
 
 namespace qorhost {
@@ -26,15 +26,9 @@ Value CapacityShown(DeskSession& session, std::int32_t unitKey) {
   return capacity ? Value(*capacity) : Value(Null{});
 }
 
-/// Asked past every tracing: the answer is for the operator alone.
-bool HasNoCapacity(DeskSession& session, std::int32_t unitKey) {
-  const QueryResult result = session.sql().Select(qorcred::CapacityQuery(unitKey));
-  return qorcred::IsEmptyText(result.table->At(0, 0));
-}
-
 std::string TenantName(DeskSession& session, std::int32_t tenantId) {
   const QueryResult result = session.sql().Select(
-      fmt::format("SELECT LastName & ' ' & FirstName FROM Tenants WHERE TenantID={}", tenantId));
+      fmt::format("SELECT {} FROM Tenants WHERE TenantID={}", kTenantName, tenantId));
   return std::string(qorcred::Trim(qorcred::TextOrEmpty(result.table->At(0, 0))));
 }
 

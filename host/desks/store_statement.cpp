@@ -5,7 +5,7 @@
 
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
-#include "host/store/engines/opening.h"
+#include "host/dialect/translator.h"
 
 namespace qorhost {
 
@@ -24,7 +24,7 @@ auto Refusing(Work&& work) {
 }  // namespace
 
 StoreStatement::StoreStatement(std::string text) : text_(std::move(text)) {
-  reads_ = Refusing([&] { return KindOfStatement(text_); }) == dialect::StatementKind::kSelect;
+  reads_ = Refusing([&] { return dialect::KindOf(text_); }) == dialect::StatementKind::kSelect;
 }
 
 Table StoreStatement::Read(DeskSession& session) const {

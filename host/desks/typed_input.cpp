@@ -47,6 +47,15 @@ const std::string& TypedNumber(std::string_view field, const std::string& text) 
   return text;
 }
 
+TakenNumber NumberTaken(std::string_view text) {
+  try {
+    const double value = qorcred::Val(text);
+    return {value, qorcred::IsNumeric(text) && qorcred::ToDouble(text) == value};
+  } catch (const qorcred::RuntimeError&) {
+    return {};
+  }
+}
+
 std::int32_t ReadLong(std::string_view field, std::string_view given) {
   const auto number = WholeNumber(given);
   if (!number) {

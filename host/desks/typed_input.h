@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,13 @@ namespace qorhost {
 
 /// Whether the text is digits alone, perhaps behind a sign; blanks around do not count.
 [[nodiscard]] bool IsWholeNumber(std::string_view text);
+
+/// What a controller makes of a text where it wants a number.
+struct TakenNumber {
+  std::optional<double> value;  ///< that the text begins with, 0 without one; nothing: too large
+  bool isAll = false;           ///< whether nothing else stands in the text
+};
+[[nodiscard]] TakenNumber NumberTaken(std::string_view text);
 
 /// A 32-bit whole number. Raises InputFault for anything else.
 [[nodiscard]] std::int32_t ReadLong(std::string_view field, std::string_view given);

@@ -11,6 +11,7 @@
 #include "frame/schema.h"
 #include "frame/text.h"
 #include "host/components/application_object.h"
+#include "host/desks/tenant_name.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/words.h"
 #include "host/store/rows.h"
@@ -151,10 +152,10 @@ void UnitMerge::ReadDetails() {
 }
 
 void UnitMerge::ReadTenants() {
-  const QueryResult rows = session_.sql().Select(
-      fmt::format("SELECT DIRECTORYCODE, LastName & ' ' & FirstName FROM Tenants WHERE UnitKey={} "
-                  "AND DIRECTORYCODE <> NULL ORDER BY TenantID",
-                  unitKey_));
+  const QueryResult rows = session_.sql().Select(fmt::format(
+      "SELECT DIRECTORYCODE, {} FROM Tenants WHERE UnitKey={} AND DIRECTORYCODE <> NULL "
+      "ORDER BY TenantID",
+      kTenantName, unitKey_));
   for (const ResultRow row : rows.rows()) {
     StoredCode* code = FindStored(qorcred::ToLong(row[0]));
     if (code != nullptr) {

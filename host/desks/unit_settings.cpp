@@ -27,8 +27,16 @@ void RequireSettings(DeskSession& session, std::int32_t unitKey) {
   throw FailureError(NoSettingsText(unitKey, name));
 }
 
+namespace {
+
+QueryResult StoredCapacity(DeskSession& session, std::int32_t unitKey) {
+  return session.sql().Select(qorcred::CapacityQuery(unitKey));
+}
+
+}  // namespace
+
 std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKey) {
-  const QueryResult answer = session.sql().Select(qorcred::CapacityQuery(unitKey));
+  const QueryResult answer = StoredCapacity(session, unitKey);
   qorcred::Base64Decoder decoder;
   try {
     return qorcred::ToInteger(qorcred::DecodedCapacity(
@@ -36,6 +44,10 @@ std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKe
   } catch (const qorcred::RuntimeError&) {
     return std::nullopt;
   }
+}
+
+bool HasNoCapacity(DeskSession& session, std::int32_t unitKey) {
+  return qorcred::IsEmptyText(StoredCapacity(session, unitKey).table->At(0, 0));
 }
 
 std::optional<std::int32_t> CodeDigitsOf(DeskSession& session, std::int32_t unitKey) {

@@ -16,9 +16,12 @@ namespace qorhost {
 /// fail without a word about the reason.
 void RequireSettings(DeskSession& session, std::int32_t unitKey);
 
-/// The most combined codes of the unit's type; nothing when the store does not say. Past every
-/// tracing: the answer is for the host alone.
+/// The most combined codes of the unit's type; nothing when the store does not say, or says what is
+/// no number. Past every tracing: the answer is for the host alone.
 [[nodiscard]] std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKey);
+
+/// Whether the store says nothing about it.
+[[nodiscard]] bool HasNoCapacity(DeskSession& session, std::int32_t unitKey);
 
 /// The most digits of the unit's directory codes; nothing when the store does not say.
 [[nodiscard]] std::optional<std::int32_t> CodeDigitsOf(DeskSession& session, std::int32_t unitKey);

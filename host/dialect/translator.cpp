@@ -42,10 +42,15 @@ std::string Located(const std::string& message, std::size_t line, std::size_t co
   return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + message;
 }
 
-Entry TranslateShape(std::string_view sql, const std::vector<Literal>& literals,
-                     EnginePrinter print) {
+Statement BoundTree(std::string_view sql, const std::vector<Literal>& literals) {
   Statement statement = Parse(sql, literals);
   Bind(sql, literals, statement);
+  return statement;
+}
+
+Entry TranslateShape(std::string_view sql, const std::vector<Literal>& literals,
+                     EnginePrinter print) {
+  Statement statement = BoundTree(sql, literals);
   PrintedStatement printed = print(sql, statement);
   auto shape = std::make_shared<Shape>();
   shape->kind = statement.kind;
@@ -68,6 +73,13 @@ Entry TranslateShape(std::string_view sql, const std::vector<Literal>& literals,
 
 SqlError::SqlError(const std::string& message, std::size_t line, std::size_t column)
     : std::runtime_error(Located(message, line, column)), line_(line), column_(column) {}
+
+StatementKind KindOf(std::string_view sql) {
+  std::string key;
+  std::vector<Literal> literals;
+  ReadShape(sql, key, literals);
+  return BoundTree(sql, literals).kind;
+}
 
 class Translator::Cache {
  public:

@@ -69,6 +69,10 @@ struct Statement;
 /// engine cannot take.
 using EnginePrinter = PrintedStatement (*)(std::string_view sql, const Statement& statement);
 
+/// What a statement does, whatever engine is to run it. Raises SqlError for anything that is not
+/// exactly one statement of the dialect over the tables of the catalog.
+[[nodiscard]] StatementKind KindOf(std::string_view sql);
+
 class Translator {
  public:
   explicit Translator(EnginePrinter print);

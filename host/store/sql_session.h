@@ -73,10 +73,6 @@ class SqlSession {
   /// Adds a row to a table of the store and returns its identity. Dates go in as canonical texts.
   virtual std::int32_t AddRow(std::string_view table, std::span<const Field> fields) = 0;
 
-  /// How many rows were added, changed or deleted since the store was opened, undone ones too: two
-  /// equal numbers mean that nothing was written in between.
-  [[nodiscard]] virtual std::int64_t changesSoFar() const noexcept = 0;
-
   /// The transaction of the connection, which controllers begin and end.
   [[nodiscard]] virtual Transaction& transaction() noexcept = 0;
   /// What an operator does, around it and everything else.

@@ -1,7 +1,7 @@
 # cmake -P check_includes.cmake -- TREE [EXPECTED]
 # Checks the sources under TREE: which folder includes which, that an engine's headers are known to
-# its own folder alone, and that no platform macro is named outside com/. Prints each breach and fails
-# when there is one; with EXPECTED, a file of the breaches that there should be, fails when those found
+# its own folder alone, that no two names of some folders include each other, and that no platform
+# macro is named outside com/. Prints each breach and fails when there is one; with EXPECTED, a file of the breaches that there should be, fails when those found
 # differ.
 cmake_minimum_required(VERSION 3.25)
 
@@ -29,6 +29,9 @@ set(areas
   "bench:frame credentials dircodes reports trace host/dialect host/store host/store/sqlite host/store/engines host/components host/screens host/unit host/files host/desks"
   "examples:*"
   "tests:*")
+
+# Folders in which no two names (a header with its source) include each other.
+set(one_way host/components host/screens host/files host/desks host/cli)
 
 # Headers of database engines and, after the colon, the folder that knows the engine. Benchmarks, which
 # measure against the engine itself, and tests may include them, too.
@@ -112,6 +115,13 @@ function(check_file tree path)
       elseif(NOT included STREQUAL area AND NOT included IN_LIST allowed)
         breach("includes \"${name}\", and ${area} may not use ${included}")
       endif()
+      if(included STREQUAL area AND area IN_LIST one_way)
+        string(REGEX REPLACE "\\.[a-z]+$" "" from "${path}")
+        string(REGEX REPLACE "\\.[a-z]+$" "" to "${name}")
+        if(NOT from STREQUAL to)
+          list(APPEND uses "${from}>${to}")
+        endif()
+      endif()
     elseif(line MATCHES "include[ \t]*<([^>]+)>")
       set(name "${CMAKE_MATCH_1}")
       if(area IN_LIST library AND NOT name IN_LIST standard_headers)
@@ -134,6 +144,7 @@ function(check_file tree path)
     endif()
   endif()
   set(breaches ${breaches} PARENT_SCOPE)
+  set(uses ${uses} PARENT_SCOPE)
 endfunction()
 
 # Arguments after "--".
@@ -169,8 +180,18 @@ if(count EQUAL 0)
 endif()
 
 set(breaches "")
+set(uses "")  # "host/desks/a>host/desks/b"
 foreach(path ${paths})
   check_file(${tree} ${path})
+endforeach()
+list(REMOVE_DUPLICATES uses)
+foreach(use ${uses})
+  string(REPLACE ">" ";" names "${use}")
+  list(GET names 0 path)
+  list(GET names 1 other)
+  if("${other}>${path}" IN_LIST uses AND path STRLESS other)
+    breach("and ${other} include each other")
+  endif()
 endforeach()
 
 if(expected_file)

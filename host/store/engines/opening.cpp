@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "host/store/sqlite/printer.h"
 #include "host/store/sqlite/replacement.h"
 #include "host/store/sqlite/schema.h"
 #include "host/store/sqlite/store.h"
@@ -33,11 +32,6 @@ std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file
 std::unique_ptr<Replacement> BeginReplacement(const std::filesystem::path& file,
                                               Patience patience) {
   return std::make_unique<sqlite::Replacement>(file, std::move(patience));
-}
-
-dialect::StatementKind KindOfStatement(std::string_view sql) {
-  dialect::Translator translator(&sqlite::Print);
-  return translator.Translate(sql, "").shape->kind;
 }
 
 }  // namespace qorhost

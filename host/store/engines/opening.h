@@ -3,10 +3,8 @@
 
 #include <filesystem>
 #include <memory>
-#include <string_view>
 #include <vector>
 
-#include "host/dialect/translator.h"
 #include "host/store/replacement.h"
 #include "host/store/store.h"
 
@@ -38,9 +36,5 @@ namespace qorhost {
 /// kBusy when another program goes on writing, or reading what is not in the file yet.
 [[nodiscard]] std::unique_ptr<Replacement> BeginReplacement(const std::filesystem::path& file,
                                                             Patience patience = {});
-
-/// What a statement does, before a store is opened for it. Raises SqlError for what the store would
-/// not take.
-[[nodiscard]] dialect::StatementKind KindOfStatement(std::string_view sql);
 
 }  // namespace qorhost

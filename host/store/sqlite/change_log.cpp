@@ -3,25 +3,16 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 #include <utility>
 
+#include "host/store/audited_tables.h"
 #include "host/store/sqlite/result_reader.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
 
 namespace {
-
-// What follows from other rows, and the audit itself.
-constexpr std::array<std::string_view, 7> kLeftOut{"ProgramSteps", "UnitCounters", "TenantsBackup",
-                                                   "AuditEntries", "AuditRows",    "UnitVersions",
-                                                   "StoreSeal"};
-
-bool IsKept(std::string_view table) {
-  return std::find(kLeftOut.begin(), kLeftOut.end(), table) == kLeftOut.end();
-}
 
 using Reader = int (*)(sqlite3*, int, sqlite3_value**);
 
@@ -100,7 +91,7 @@ void ChangeLog::ReadTables() {
                     "ORDER BY T.name, C.cid");
   while (columns.Step()) {
     const std::string_view name = columns.Text(0);
-    if (!IsKept(name)) {
+    if (!IsAudited(name)) {
       continue;
     }
     if (tables_.empty() || tables_.back().name != name) {

@@ -13,8 +13,7 @@
 
 namespace qorhost::sqlite {
 
-/// Watches a database from its beginning to its end; one at a time. What follows from other rows is
-/// left out: the queue of steps, counters, copies of tenants, and the audit itself.
+/// Watches the audited tables of a database from its beginning to its end; one at a time.
 class ChangeLog {
  public:
   explicit ChangeLog(Database& database);

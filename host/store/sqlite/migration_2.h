@@ -5,7 +5,8 @@
 
 namespace qorhost::sqlite {
 
-// The report knows its fields by these identities. A row that somebody put there before stays as it
+// A migration stays as it is: what stores already have is told here, whatever new ones may get. The
+// report knows its fields by these identities. A row that somebody put there before stays as it
 // is, and a field that has a row under another identity gets no second one. The fields that are not
 // displayed come last: the grid's columns and the report's match by position. Widths are in twips.
 inline constexpr std::string_view kMigration2 = R"sql(

@@ -224,10 +224,6 @@ void Session::RequireUsable() {
   transaction_.CheckUsable();
 }
 
-std::int64_t Session::changesSoFar() const noexcept {
-  return sqlite3_total_changes64(database_.handle());
-}
-
 Statement& Session::Own(std::string_view sql) {
   RequireUsable();
   const auto found = own_.find(sql);

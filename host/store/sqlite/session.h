@@ -40,7 +40,6 @@ class Session final : public SqlSession {
   ChangeResult UpdateVersion(std::string_view sql, const RowVersion& version) override;
   std::int64_t DeleteRow(std::string_view table, std::int32_t rid) override;
   std::int32_t AddRow(std::string_view table, std::span<const Field> fields) override;
-  [[nodiscard]] std::int64_t changesSoFar() const noexcept override;
 
   [[nodiscard]] Transaction& transaction() noexcept override { return transaction_; }
   [[nodiscard]] UnitOfWork& work() noexcept override { return work_; }

@@ -262,25 +262,26 @@ std::optional<UnitVersion> UnitOfWork::Committed(std::int32_t unitKey) const {
 }
 
 void UnitOfWork::RaiseVersions(std::int64_t entry) {
-  if (order_.units.empty()) {
-    const StatementUse raise(
-        session_.Own("INSERT INTO UnitVersions (UnitKey, Entry, Mark) "
-                     "SELECT UnitKey, ?1, random() FROM Units WHERE true "
-                     "UNION SELECT UnitKey, ?1, random() FROM UnitVersions WHERE true "
-                     "ON CONFLICT (UnitKey) DO UPDATE SET Entry=excluded.Entry, "
-                     "Mark=excluded.Mark RETURNING UnitKey, Entry, Mark"));
+  const auto raising = [this, entry](std::string_view rows, std::optional<std::int32_t> unitKey) {
+    const StatementUse raise(session_.Own(
+        fmt::format("INSERT INTO UnitVersions (UnitKey, Entry, Mark) {} ON CONFLICT (UnitKey) DO "
+                    "UPDATE SET Entry=excluded.Entry, Mark=excluded.Mark "
+                    "RETURNING UnitKey, Entry, Mark",
+                    rows)));
     raise->BindNumber(1, entry);
+    if (unitKey) {
+      raise->BindNumber(2, *unitKey);
+    }
     KeepVersions(*raise);
-    return;
+  };
+  if (order_.units.empty()) {
+    raising(
+        "SELECT UnitKey, ?1, random() FROM Units WHERE true "
+        "UNION SELECT UnitKey, ?1, random() FROM UnitVersions WHERE true",
+        std::nullopt);
   }
   for (const std::int32_t unitKey : order_.units) {
-    const StatementUse raise(
-        session_.Own("INSERT INTO UnitVersions (UnitKey, Entry, Mark) VALUES (?2, ?1, random()) "
-                     "ON CONFLICT (UnitKey) DO UPDATE SET Entry=excluded.Entry, "
-                     "Mark=excluded.Mark RETURNING UnitKey, Entry, Mark"));
-    raise->BindNumber(1, entry);
-    raise->BindNumber(2, unitKey);
-    KeepVersions(*raise);
+    raising("VALUES (?2, ?1, random())", unitKey);
   }
 }
 

@@ -73,7 +73,7 @@ TEST_F(DirCodeDesks, ACodeIsFoundByItsNumberAndByItsRow) {
   EXPECT_EQ(byNumber.entry, "0104");
   EXPECT_EQ(byNumber.rid, 14);
   EXPECT_EQ(desk.Select("RID:14").entry, "0104");
-  for (const char* given : {"9999", "abc", "rid:x", "rid:1", "", "101 OR 1=1"}) {
+  for (const char* given : {"9999", "abc", "rid:x", "rid:1", "", "101 OR 1=1", "101,500"}) {
     EXPECT_EQ(FieldAtFault([&] { (void)desk.Select(given); }), field::kChoice) << given;
   }
 }

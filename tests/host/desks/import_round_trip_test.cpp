@@ -43,6 +43,21 @@ class RoundTrip : public ReportFixture {
   }
 };
 
+TEST_F(RoundTrip, TheFieldsOfANewStoreAreTheHeadingsOfAnImport) {
+  const QueryResult fields = session().sql().Select(
+      "SELECT FieldNameDisplay FROM TenantSelectionFields WHERE FieldName LIKE 'DirectoryCode._%' "
+      "ORDER BY DisplaySeq");
+  std::vector<std::string> captions;
+  for (const ResultRow row : fields.rows()) {
+    captions.push_back(qorcred::TextOrEmpty(row[0]));
+  }
+  std::vector<std::string> headings;
+  for (const ImportColumn& column : DirCodeImportColumns()) {
+    headings.emplace_back(column.heading);
+  }
+  EXPECT_EQ(captions, headings);
+}
+
 /// Every line without its last two cells, which hold no quotes and commas.
 std::string WithoutRids(const std::string& csv) {
   std::istringstream lines(csv);

@@ -62,6 +62,16 @@ TEST(TranslatorTest, DescribesTheOtherKinds) {
   EXPECT_FALSE(shapeOf("INSERT INTO units(UnitKey) VALUES(1)")->takesNewRow);
 }
 
+TEST(TranslatorTest, AStatementTellsItsKindWithoutAnyEngine) {
+  EXPECT_EQ(KindOf("SELECT RID FROM Units WHERE UnitKey=1"), StatementKind::kSelect);
+  EXPECT_EQ(KindOf("INSERT INTO Units (UnitKey) VALUES (1)"), StatementKind::kInsert);
+  EXPECT_EQ(KindOf("UPDATE Units SET UnitName='a'"), StatementKind::kUpdate);
+  EXPECT_EQ(KindOf("DELETE FROM Units"), StatementKind::kDelete);
+  for (const char* wrong : {"", "SELECT", "SELECT abc FROM Units", "PRAGMA user_version"}) {
+    EXPECT_THROW((void)KindOf(wrong), SqlError) << wrong;
+  }
+}
+
 TEST(TranslatorTest, BindsTheTimeStampOfEachCall) {
   Translator translator;
   EXPECT_THAT(

@@ -98,17 +98,6 @@ TEST_F(UndoableTest, WhatTheStoreGaveUpShows) {
   EXPECT_FALSE(session().inTransaction());
 }
 
-TEST_F(UndoableTest, AnyWriteShowsInTheChangesAlsoWhenItIsUndone) {
-  const std::int64_t before = session().changesSoFar();
-  (void)session().Select("SELECT * FROM DOORS");
-  EXPECT_EQ(session().changesSoFar(), before);
-  {
-    const LockedWork work(session());
-    AddDoor();
-  }
-  EXPECT_NE(session().changesSoFar(), before);
-}
-
 TEST_F(UndoableTest, AConnectionIsReachedByItsMembers) {
   ConnectionTransaction transaction(Connection());
   {

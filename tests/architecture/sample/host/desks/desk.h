@@ -4,5 +4,6 @@
 #include "credentials/entry.h"
 #include "host/cli/main.h"
 #include "host/components/steps.h"
+#include "host/desks/entry.h"
 #include "host/files/rows.h"
 #include "host/store/store.h"

@@ -1,0 +1,25 @@
+#include "host/desks/entered_numbers.h"
+
+#include <cmath>
+
+#include "credentials/credential_type.h"
+#include "frame/convert.h"
+#include "frame/runtime_error.h"
+
+namespace qorhost {
+
+std::optional<EnteredNumbers> ReadEntered(const ScreenModel& screen) {
+  try {
+    const double first = std::nearbyint(qorcred::ToDouble(screen.Box("txtPINStart").text()));
+    const double last = std::nearbyint(qorcred::ToDouble(screen.Box("txtPINEND").text()));
+    if (first >= 1 && last >= first && last <= qorcred::kHighestCredentialNumber) {
+      return EnteredNumbers{static_cast<std::int64_t>(first), static_cast<std::int64_t>(last)};
+    }
+  } catch (const qorcred::RuntimeError&) {
+    // A text that is no number, or one too long for any.
+    return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,14 @@
+// What tenants are called in statements of the dialect.
+#pragma once
+
+#include <string_view>
+
+namespace qorhost {
+
+/// Last and first name, as expressions of a SELECT on Tenants; blanks around are to be trimmed.
+inline constexpr std::string_view kTenantName = "LastName & ' ' & FirstName";
+/// The same with the middle initial.
+inline constexpr std::string_view kTenantFullName =
+    "LastName & ' ' & FirstName & ' ' & MiddleInitial";
+
+}  // namespace qorhost

@@ -1,0 +1,2 @@
+// What is typed.
+#pragma once

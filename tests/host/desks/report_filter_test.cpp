@@ -1,0 +1,99 @@
+// Where the parts of a condition go on the filter screen.
+#include "host/desks/report_filter.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "frame/controls.h"
+#include "tests/host/desks/desk_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+class ReportFilters : public DeskFixture {
+ protected:
+  static constexpr std::size_t kRow = 1;
+
+  void SetUp() override {
+    DeskFixture::SetUp();
+    filter_.emplace(session(), 0);
+    filter_->Fields(kRow).AddItem("A");
+    filter_->Fields(kRow).AddItem("B");
+  }
+  static ReportCondition Condition(std::int32_t operation, std::string first,
+                                   std::string second = "") {
+    ReportCondition condition;
+    condition.field = 1;
+    condition.operation = operation;
+    condition.first = std::move(first);
+    condition.second = std::move(second);
+    return condition;
+  }
+  void Enter(FieldKind kind, const ReportCondition& condition) {
+    filter_->Enter(kRow, condition, kind);
+  }
+  /// A control of the row, as a controller sees it.
+  template <typename Kind>
+  [[nodiscard]] Kind& At(std::string_view name) {
+    return dynamic_cast<Kind&>(
+        *dynamic_cast<ScreenModel&>(*filter_->visible()).Get<ControlArrayModel>(name).at(kRow));
+  }
+
+  std::optional<ReportFilter> filter_;
+};
+
+TEST_F(ReportFilters, HaveARowForEveryConditionAndFiveAtLeast) {
+  EXPECT_EQ(filter_->rowCount(), 5U);
+  EXPECT_EQ(ReportFilter(session(), 6).rowCount(), 6U);
+}
+
+TEST_F(ReportFilters, ChooseTheFieldAndTheOperatorByItsWord) {
+  Enter(FieldKind::kText, Condition(2, "Ka"));
+  EXPECT_EQ(filter_->Fields(kRow).SelectedText(), "B");
+  EXPECT_EQ(At<ListModel>("cboFilter").SelectedText(), "begins with");
+  EXPECT_EQ(At<TextModel>("txtFrom").text(), "Ka");
+  EXPECT_EQ(At<TextModel>("txtTo").text(), "");
+}
+
+TEST_F(ReportFilters, TypeARangeIntoBothBoxes) {
+  Enter(FieldKind::kNumber, Condition(6, "5", "9"));
+  EXPECT_EQ(At<ListModel>("cboFilter").SelectedText(), "between");
+  EXPECT_EQ(At<TextModel>("txtFrom").text(), "5");
+  EXPECT_EQ(At<TextModel>("txtTo").text(), "9");
+}
+
+TEST_F(ReportFilters, ChooseDaysInThePickers) {
+  const qorcred::Value today = At<PickerModel>("dtpDateTo").Chosen();
+  Enter(FieldKind::kDate, Condition(0, "2026-03-05"));
+  EXPECT_EQ(At<PickerModel>("dtpDateFrom").Chosen(),
+            qorcred::Value(qorcred::FromCivil({2026, 3, 5, 0, 0, 0})));
+  EXPECT_EQ(At<PickerModel>("dtpDateTo").Chosen(), today) << "no second day was given";
+}
+
+TEST_F(ReportFilters, TickYesAndTypeTheYesThatIsComparedAsAText) {
+  Enter(FieldKind::kYesNo, Condition(0, "TRUE"));
+  EXPECT_EQ(At<CheckModel>("chkBoolean").state(), 1);
+  Enter(FieldKind::kYesNoText, Condition(0, "false"));
+  EXPECT_EQ(At<TextModel>("txtFrom").text(), "No");
+}
+
+TEST_F(ReportFilters, ChooseACredentialTypeByAnyOfItsNames) {
+  Enter(FieldKind::kCredentialType, Condition(0, "card26"));
+  EXPECT_EQ(At<ListModel>("cboType").SelectedText(), "Standard 26 Bit card");
+  EXPECT_EQ(At<ListModel>("cboType").count(), 4);
+  EXPECT_EQ(FieldAtFault([&] { Enter(FieldKind::kCredentialType, Condition(0, "badge")); }),
+            report_input::kCondition);
+}
+
+TEST_F(ReportFilters, RefuseWhatCannotBeTypedOrChosen) {
+  EXPECT_EQ(FieldAtFault([&] { Enter(FieldKind::kText, Condition(0, "a\tb")); }),
+            report_input::kCondition);
+  EXPECT_EQ(FieldAtFault([&] { Enter(FieldKind::kDate, Condition(0, "0150-01-01")); }),
+            report_input::kCondition);
+}
+
+}  // namespace
+}  // namespace qorhost::test
