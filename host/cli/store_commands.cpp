@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/cli/display_text.h"
+#include "host/cli/operator.h"
 #include "host/cli/table_printer.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
@@ -33,10 +34,31 @@ void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
 
 void Create(const GlobalOptions& global, const InitOptions& options, const Console& console) {
   try {
-    CreateStore(global.file, options.demo, console.environment.author);
+    CreateStore(global.file, options.demo, console.environment.clock, console.environment.author);
   } catch (const FileError& failure) {
     if (failure.problem() != FileProblem::kExists) throw;
-    RefuseExisting(global);  // it came while the new one was made
+    throw RefusedError(fmt::format(
+        "'{}' was made by somebody else meanwhile, and is left as it is: look at it, then name "
+        "another file with --db, or say 'init --force' to replace it",
+        global.file.string()));
+  }
+}
+
+/// What --force alone does not replace: it may be all that is left of somebody's data.
+void RequireConsent(const GlobalOptions& global, Console& console) {
+  const std::string wrong = WhatIsWrongWith(global.file);
+  if (wrong.empty()) {
+    return;
+  }
+  const std::string question =
+      fmt::format("'{}' {}. Replace it all the same?", global.file.string(), wrong);
+  if (Operator(console, global.answer)
+          .Show(question, qorcred::MessageStyle::kQuestion, "qorhost") !=
+      qorcred::MessageButton::kYes) {
+    throw RefusedError(
+        fmt::format("'{}' {} and was not replaced: name another file with --db, or "
+                    "say --yes as well",
+                    global.file.string(), wrong));
   }
 }
 
@@ -44,8 +66,9 @@ void Replace(const GlobalOptions& global, const InitOptions& options, Console& c
   if (!options.force) {
     RefuseExisting(global);
   }
+  RequireConsent(global, console);
   try {
-    ReplaceStore(global.file, options.demo, PatienceOf(global, console),
+    ReplaceStore(global.file, options.demo, console.environment.clock, PatienceOf(global, console),
                  console.environment.author);
   } catch (const ForeignFile& foreign) {
     throw RefusedError(std::string(foreign.what()) +

@@ -5,7 +5,6 @@
 #include <system_error>
 #include <utility>
 
-#include "host/components/store_host.h"
 #include "host/files/file_kind.h"
 #include "host/files/fresh_file.h"
 #include "host/store/demo.h"
@@ -21,9 +20,10 @@ namespace {
 /// A store that is made in a file of a name of its own. What the engine put beside it goes with it.
 class FreshStore {
  public:
-  FreshStore(const fs::path& place, bool demo, const Author& author) : file_(place) {
+  FreshStore(const fs::path& place, bool demo, const Clock& clock, const Author& author)
+      : file_(place) {
     try {
-      Fill(demo, author);
+      Fill(demo, clock, author);
     } catch (const StoreError& failure) {
       RemoveSideFiles();
       throw StoreError(InWordsOf(failure, place), failure.fault());
@@ -49,10 +49,10 @@ class FreshStore {
     return words;
   }
 
-  void Fill(bool demo, const Author& author) {
+  void Fill(bool demo, const Clock& clock, const Author& author) {
     const std::unique_ptr<Store> store = OpenStore(file_.path(), OpenMode::kReadWrite);
     if (demo) {
-      const std::unique_ptr<SqlSession> session = store->StartSession(SystemClock());
+      const std::unique_ptr<SqlSession> session = store->StartSession(clock);
       session->work().SignAs(author);
       CreateDemoData(*session);
     }
@@ -125,18 +125,34 @@ std::vector<fs::path> FilesOfStore(const fs::path& file) {
   return files;
 }
 
-void CreateStore(const fs::path& file, bool demo, const Author& author) {
+void CreateStore(const fs::path& file, bool demo, const Clock& clock, const Author& author) {
   RequireNoSideFiles(file);
-  FreshStore fresh(file, demo, author);
+  FreshStore fresh(file, demo, clock, author);
   fresh.file().PutInPlace(Standing::kStays);
 }
 
-void ReplaceStore(const fs::path& file, bool demo, Patience patience, const Author& author) {
+void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience patience,
+                  const Author& author) {
   RequireStore(file);
   const std::unique_ptr<Replacement> replacement = BeginReplacement(file, std::move(patience));
-  FreshStore fresh(file, demo, author);
+  FreshStore fresh(file, demo, clock, author);
   fresh.file().TakeRightsOf(file);
   replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
+}
+
+std::string WhatIsWrongWith(const fs::path& file) {
+  if (!IsStoreOrEmpty(file)) {
+    return {};
+  }
+  switch (ConditionOf(file)) {
+    case StoreCondition::kNewer:
+      return "was written by a newer version of this program";
+    case StoreCondition::kDamaged:
+      return "is damaged";
+    case StoreCondition::kUsable:
+      break;
+  }
+  return {};
 }
 
 }  // namespace qorhost

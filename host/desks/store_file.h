@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "host/desks/desk_error.h"
@@ -34,13 +35,18 @@ class ForeignFile : public RefusedError {
 /// Creates a store, empty or with the demo building, readable by its owner alone: made under a name
 /// of its own and put in its place when it is whole. Raises StoreError, and FileError where
 /// something stands already, also what appeared there meanwhile (kExists); nothing is left behind
-/// then.
-void CreateStore(const std::filesystem::path& file, bool demo, const Author& author = {});
+/// then. The demo building's rows carry the clock's time.
+void CreateStore(const std::filesystem::path& file, bool demo, const Clock& clock,
+                 const Author& author = {});
 
 /// The same in the place of a store, whose rights it takes over. Nobody writes to the old one
 /// meanwhile, and it stays as it was when the new one cannot be made. Raises ForeignFile for a file
 /// that is no store: it is never replaced.
-void ReplaceStore(const std::filesystem::path& file, bool demo, Patience patience = {},
-                  const Author& author = {});
+void ReplaceStore(const std::filesystem::path& file, bool demo, const Clock& clock,
+                  Patience patience = {}, const Author& author = {});
+
+/// Why a store is not what it seems before it is replaced: a sentence without its end, "" for one
+/// that this program can use. A file that is no store counts as one that it can.
+[[nodiscard]] std::string WhatIsWrongWith(const std::filesystem::path& file);
 
 }  // namespace qorhost
