@@ -161,12 +161,12 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
     return ExitStatus::kDone;
   }
   MergeReport report = merge.Apply(BarOn(console, global.trace));
-  // Nobody waits while the person thinks: there may be more to agree to by then.
+  // Nobody waits while the person thinks: it may be about other codes by then.
   while (report.wholesale) {
     session.RequireConsent(
         fmt::format("{} of the unit's {} directory codes will be deleted. Go on?",
                     report.wholesale->deletions, report.wholesale->stored));
-    report = merge.Apply(BarOn(console, global.trace), report.wholesale->deletions);
+    report = merge.Apply(BarOn(console, global.trace), report.wholesale->codes);
   }
   const ExitStatus status = TellChange(report, "unit", console);
   if (report.done()) {

@@ -77,7 +77,7 @@ ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& o
   const UnitName unit = session.UnitToChange();
   CredentialReport report(session.desks(), unit.key, {});
   const DeletedCredentials deleted = report.Delete(rids);
-  const ExitStatus status = TellChange(deleted, "unit", console);
+  const ExitStatus status = TellChange(deleted, "credential", console);
   if (deleted.done() && global.json) {
     PrintJsonObject(console.out, {{"unit", unit.key}, {"deleted", deleted.rows}});
   } else if (deleted.done()) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/cli/display_text.h"
+#include "host/cli/operator.h"
 #include "host/cli/table_printer.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
@@ -27,9 +28,18 @@ void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
 
 /// Puts the store in its place. Raises RefusedError that says what to do about what stands there.
 void Put(const GlobalOptions& global, const InitOptions& options, Console& console) {
+  const auto asks = [&](const std::string& found) {
+    return Operator(console, global.answer)
+               .Show(found + ". Replace it all the same?", qorcred::MessageStyle::kQuestion,
+                     "qorhost") == qorcred::MessageButton::kYes;
+  };
   try {
-    PutStore(global.file, {options.demo, console.environment.author},
-             options.force ? Standing::kReplaced : Standing::kStays, PatienceOf(global, console));
+    PutStore(global.file, {options.demo, console.environment.clock, console.environment.author},
+             options.force ? Standing::kReplaced : Standing::kStays, PatienceOf(global, console),
+             asks);
+  } catch (const DoubtfulStore& doubtful) {
+    throw RefusedError(std::string(doubtful.what()) +
+                       ": name another file with --db, or say --yes as well");
   } catch (const ForeignFile& foreign) {
     throw RefusedError(std::string(foreign.what()) +
                        ": name another file with --db, or move it away");

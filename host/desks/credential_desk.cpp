@@ -244,9 +244,11 @@ bool CredentialDesk::ShowRow(std::int32_t rid) {
     return true;  // beside nobody else
   }
   return shown_.TakeRows(
-      {fmt::format("SELECT * FROM CREDENTIALBANK WHERE UnitKey={} AND RID={}", unitKey_, rid),
-       fmt::format("SELECT * FROM TENANTS WHERE UnitKey={} AND {} ORDER BY RID", unitKey_,
-                   Holds(rid))});
+      {{fmt::format("SELECT * FROM CREDENTIALBANK WHERE UnitKey={} AND RID={}", unitKey_, rid),
+        ShownAs::kRow, "CREDENTIALBANK"},
+       {fmt::format("SELECT * FROM TENANTS WHERE UnitKey={} AND {} ORDER BY RID", unitKey_,
+                    Holds(rid)),
+        ShownAs::kHolder, "TENANTS"}});
 }
 
 /// The controller has left the screen with the row's former date: the next change would be stale.
@@ -292,7 +294,7 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
   const std::int32_t tenantId = chosen ? tenants.ItemData(tenants.selected()) : 0;
   const std::string ofTenant =
       fmt::format("FROM TENANTS WHERE UnitKey={} AND TenantID={}", unitKey_, tenantId);
-  shown_.TakeAlso(fmt::format("SELECT * {} ORDER BY RID", ofTenant));
+  shown_.TakeAlso({fmt::format("SELECT * {} ORDER BY RID", ofTenant), ShownAs::kTaker, "TENANTS"});
 
   AssignmentLosses losses;
   const QueryResult holders = session_.sql().Select(fmt::format(

@@ -1,5 +1,7 @@
 #include "host/desks/credential_report.h"
 
+#include <fmt/format.h>
+
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -39,6 +41,8 @@ constexpr ReportColumn kColumns[] = {
     {caption::kType, 0},       {caption::kNumber, 1},   {caption::kFacility, 2},
     {caption::kIdCode, 3},     {caption::kSequence, 4}, {caption::kButton, 5},
     {caption::kAssignedTo, 6}, {caption::kRid, 8},      {caption::kTenantRid, 9}};
+
+constexpr std::int32_t kRidColumn = 8;
 
 /// The name of a tenant without a middle initial ends in a blank.
 Value WithoutBlanksBehind(Value cell) {
@@ -108,10 +112,51 @@ Table CredentialReport::Rows(bool withTenantRid) const {
   return table;
 }
 
+/// Whether the last run's statement gives the same rows of these credentials as it did then.
+bool CredentialReport::ShowsStill(const GivenRids& rids) {
+  if (statement_.empty()) {
+    return true;  // nothing was shown
+  }
+  const QueryResult now = session_.sql().Select(statement_);
+  const TableView then(rows_);
+  const auto rowsOf = [&rids](const TableView& table) {
+    std::vector<std::vector<Value>> found;
+    if (table.HasNoRows()) {
+      return found;
+    }
+    for (const std::int32_t row : RowNumbersOf(table)) {
+      if (rids.Holds(table.Cell(row, kRidColumn))) {
+        std::vector<Value>& cells = found.emplace_back();
+        for (const ReportColumn& column : kColumns) {
+          cells.push_back(table.Cell(row, column.index));
+        }
+      }
+    }
+    return found;
+  };
+  return rowsOf(TableView(qorcred::ObjectRef(now.table))) == rowsOf(then);
+}
+
 DeletedCredentials CredentialReport::Delete(const GivenRids& rids) {
   controller_.set_gstrRIDsForDeletion(rids.text());
   DeletedCredentials deleted;
   deleted.given = rids.count();
+  const UnitVersion shown = shown_.version();
+  const std::string& list = rids.text();
+  (void)shown_.TakeRows(
+      {{fmt::format("SELECT * FROM CREDENTIALBANK WHERE UnitKey={} AND RID IN ({}) ORDER BY RID",
+                    unitKey_, list),
+        ShownAs::kRow, "CREDENTIALBANK"},
+       {fmt::format("SELECT * FROM TENANTS WHERE UnitKey={} AND (CREDENTIALID1 IN ({}) OR "
+                    "CREDENTIALID2 IN ({})) ORDER BY RID",
+                    unitKey_, list, list),
+        ShownAs::kHolder, "TENANTS"}});
+  if (!ShowsStill(rids)) {
+    deleted.ending = Ending::kStale;
+    deleted.cause = StaleCause::kRowChanged;
+    deleted.changes = session_.sql().work().Since(unitKey_, shown);
+    return deleted;
+  }
   const auto run = [&] {
     OperationRecord deleting(session_);
     deleted.rows = 0;
@@ -121,6 +166,10 @@ DeletedCredentials CredentialReport::Delete(const GivenRids& rids) {
   static_cast<Outcome&>(deleted) =
       RunAsWork(session_, shown_, {"delete credentials of the report", run, [] {}});
   return deleted;
+}
+
+bool GivenRids::Holds(const Value& rid) const {
+  return qorcred::IsNumeric(rid) && rids_.contains(qorcred::ToLong(rid));
 }
 
 GivenRids::GivenRids(std::string text) : text_(std::move(text)) {
@@ -134,7 +183,7 @@ GivenRids::GivenRids(std::string text) : text_(std::move(text)) {
                        "{field} '{value}' must be RIDs of the report with commas between them, as "
                        "in 17,18,21");
     }
-    (void)ReadLong(report_input::kRids, rid);
+    rids_.insert(ReadLong(report_input::kRids, rid));
     rest.remove_prefix(more ? comma + 1 : rest.size());
   }
 }

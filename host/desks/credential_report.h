@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,9 +31,11 @@ class GivenRids {
 
   [[nodiscard]] const std::string& text() const { return text_; }
   [[nodiscard]] std::size_t count() const { return count_; }
+  [[nodiscard]] bool Holds(const qorcred::Value& rid) const;
 
  private:
   std::string text_;
+  std::set<std::int32_t> rids_;
   std::size_t count_ = 0;
 };
 
@@ -56,11 +59,13 @@ class CredentialReport {
   /// The same and the tenants' RIDs.
   [[nodiscard]] Table Complete() const { return Rows(true); }
 
-  /// Deletes credentials by their RIDs unless a tenant holds one.
+  /// Deletes credentials by their RIDs unless a tenant holds one. Stale where others have changed
+  /// one of them, or its holder, since the last run showed it.
   DeletedCredentials Delete(const GivenRids& rids);
 
  private:
   [[nodiscard]] Table Rows(bool withTenantRid) const;
+  [[nodiscard]] bool ShowsStill(const GivenRids& rids);
 
   DeskSession& session_;
   std::int32_t unitKey_;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "frame/convert.h"
+#include "frame/text.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {
@@ -52,6 +54,54 @@ void FinishShown(DeskSession& session, WorkGuard& guard, ShownState& shown, bool
   }
 }
 
+StaleCause CauseOf(ShownAs as, bool deleted) {
+  switch (as) {
+    case ShownAs::kRow:
+      return deleted ? StaleCause::kRowDeleted : StaleCause::kRowChanged;
+    case ShownAs::kHolder:
+      return StaleCause::kHolderChanged;
+    case ShownAs::kTaker:
+      break;
+  }
+  return StaleCause::kTakerChanged;
+}
+
+std::optional<std::size_t> ColumnOf(const std::vector<std::string>& columns,
+                                    std::string_view name) {
+  const auto found =
+      std::find_if(columns.begin(), columns.end(), [name](const std::string& column) {
+        return qorcred::CompareIgnoringCase(column, name) == 0;
+      });
+  return found == columns.end() ? std::nullopt
+                                : std::optional(static_cast<std::size_t>(found - columns.begin()));
+}
+
+bool DifferInDateOnly(ShownState::ReadRows now, const ShownState::ReadRows& then) {
+  if (!now.date || now.rids != then.rids || now.cells.size() != then.cells.size()) {
+    return false;
+  }
+  for (std::size_t row = 0; row < now.cells.size(); ++row) {
+    now.cells[row][*now.date] = then.cells[row][*now.date];
+  }
+  return now == then;
+}
+
+bool IsOfRows(const RowChange& change, std::string_view table,
+              const std::vector<std::int32_t>& rids) {
+  return qorcred::CompareIgnoringCase(change.table, table) == 0 &&
+         std::any_of(rids.begin(), rids.end(), [&change](std::int32_t rid) {
+           return change.rid <= rid && rid <= change.lastRid;
+         });
+}
+
+Outcome StaleBy(const ShownState& shown, const ShownState::Difference& difference) {
+  Outcome outcome;
+  outcome.ending = Ending::kStale;
+  outcome.cause = difference.cause;
+  outcome.changes = shown.ChangesBehind(difference);
+  return outcome;
+}
+
 /// The second run, beside nobody else.
 Outcome RunAgain(DeskSession& session, ShownState& shown, const DeskOperation& operation,
                  std::vector<ShownMessage> answers) {
@@ -61,9 +111,8 @@ Outcome RunAgain(DeskSession& session, ShownState& shown, const DeskOperation& o
   bool newQuestion = false;
   try {
     work.Lock();
-    if (!shown.IsStillSo()) {
-      outcome.ending = Ending::kStale;
-      return outcome;
+    if (const auto difference = shown.WhatDiffers()) {
+      return StaleBy(shown, *difference);
     }
     operation.startAgain();
     const AnsweredAgain again(session, std::move(answers));
@@ -73,9 +122,7 @@ Outcome RunAgain(DeskSession& session, ShownState& shown, const DeskOperation& o
     Fail(outcome, failure);
   }
   if (newQuestion) {
-    outcome = {};
-    outcome.ending = Ending::kStale;
-    return outcome;
+    return StaleBy(shown, ShownState::Difference{StaleCause::kNewQuestion, {}, {}});
   }
   constexpr bool kBesideOthers = true;
   FinishShown(session, guard, shown, kBesideOthers, outcome);
@@ -91,18 +138,11 @@ void ShownState::TakeUnit() {
   rows_.clear();
 }
 
-bool ShownState::TakeRows(std::vector<std::string> selects) {
+bool ShownState::TakeRows(std::vector<ShownSelect> selects) {
   // The version before the rows: a change in between shows in the version at least.
   version_ = session_.sql().work().VersionOf(unitKey_);
   selects_ = std::move(selects);
-  rows_.clear();
-  columns_.clear();
-  for (const std::string& select : selects_) {
-    std::vector<std::string> columns = ReadInto(rows_, select);
-    if (columns_.empty()) {
-      columns_ = std::move(columns);
-    }
-  }
+  rows_ = Reread();
   return version_ == lists_ && session_.sql().work().VersionOf(unitKey_) == version_;
 }
 
@@ -114,44 +154,76 @@ void ShownState::TakeOver(const UnitVersion& version, Rows rows, bool besideOthe
   version_ = version;
 }
 
-void ShownState::TakeAlso(std::string select) {
-  (void)ReadInto(rows_, select);
+void ShownState::TakeAlso(ShownSelect select) {
+  rows_.push_back(Read(select));
   selects_.push_back(std::move(select));
 }
 
-/// Gives the names of the columns.
-std::vector<std::string> ShownState::ReadInto(Rows& rows, const std::string& select) const {
-  QueryResult result = session_.sql().Select(select);
-  rows.emplace_back();  // between two statements
+ShownState::ReadRows ShownState::Read(const ShownSelect& select) const {
+  QueryResult result = session_.sql().Select(select.select);
+  const std::optional<std::size_t> rid = ColumnOf(result.columns, "RID");
+  ReadRows rows;
+  rows.date = ColumnOf(result.columns, "LASTMODIFIEDDATE");
   for (const ResultRow row : result.rows()) {
-    std::vector<qorcred::Value>& cells = rows.emplace_back();
+    std::vector<qorcred::Value>& cells = rows.cells.emplace_back();
     for (std::size_t column = 0; column < result.columns.size(); ++column) {
       cells.push_back(row[static_cast<std::int32_t>(column)]);
     }
+    if (rid) {
+      rows.rids.push_back(qorcred::ToLong(cells[*rid]));
+    }
   }
-  return std::move(result.columns);
+  rows.columns = std::move(result.columns);
+  return rows;
 }
 
 ShownState::Rows ShownState::Reread() const {
   Rows rows;
-  for (const std::string& select : selects_) {
-    (void)ReadInto(rows, select);
+  for (const ShownSelect& select : selects_) {
+    rows.push_back(Read(select));
   }
   return rows;
 }
 
 qorcred::Value ShownState::Cell(std::string_view column) const {
-  const auto named =
-      std::find_if(columns_.begin(), columns_.end(),
-                   [column](const std::string& name) { return qorcred::SameMember(name, column); });
-  const bool found = rows_.size() > 1 && !rows_[1].empty();  // behind the mark of the statement
-  return found && named != columns_.end()
-             ? rows_[1][static_cast<std::size_t>(named - columns_.begin())]
-             : qorcred::Value(qorcred::Null{});
+  if (rows_.empty() || rows_.front().cells.empty()) {
+    return qorcred::Null{};
+  }
+  const auto named = ColumnOf(rows_.front().columns, column);
+  return named ? rows_.front().cells.front()[*named] : qorcred::Value(qorcred::Null{});
 }
 
-bool ShownState::IsStillSo() const {
-  return Reread() == rows_;
+std::optional<ShownState::Difference> ShownState::WhatDiffers() const {
+  std::optional<Difference> first;
+  for (std::size_t at = 0; at < selects_.size(); ++at) {
+    const ReadRows now = Read(selects_[at]);
+    if (now == rows_[at]) {
+      continue;
+    }
+    Difference difference{CauseOf(selects_[at].as, now.cells.size() < rows_[at].cells.size()),
+                          selects_[at].table, rows_[at].rids};
+    difference.rids.insert(difference.rids.end(), now.rids.begin(), now.rids.end());
+    if (!DifferInDateOnly(now, rows_[at])) {
+      return difference;
+    }
+    first = first.value_or(difference);  // a change of its holder leaves a date on a row
+  }
+  return first;
+}
+
+std::vector<WorkEntry> ShownState::ChangesBehind(const Difference& difference) const {
+  UnitOfWork& work = session_.sql().work();
+  std::vector<WorkEntry> all = work.Since(unitKey_, version_);
+  std::vector<WorkEntry> those;
+  for (const WorkEntry& entry : all) {
+    const std::vector<RowChange> changes = work.RowsOf(entry.entry);
+    if (std::any_of(changes.begin(), changes.end(), [&difference](const RowChange& change) {
+          return IsOfRows(change, difference.table, difference.rids);
+        })) {
+      those.push_back(entry);
+    }
+  }
+  return those.empty() ? all : those;
 }
 
 Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& operation) {
@@ -174,7 +246,6 @@ Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& 
     outcome = RunAgain(session, shown, operation, std::move(outcome.messages));
   }
   if (outcome.ending == Ending::kStale) {
-    outcome.changes = work.Since(shown.unitKey(), shown.version());
     operation.startAgain();  // what was entered is kept, whatever the controller made of it
   }
   if (outcome.done() || outcome.ending == Ending::kRefused) {

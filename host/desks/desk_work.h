@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,16 @@
 #include "host/desks/session.h"
 
 namespace qorhost {
+
+/// What rows of the store are to a desk that shows them.
+enum class ShownAs : std::uint8_t { kRow, kHolder, kTaker };
+
+/// A SELECT of whole rows that a desk shows, and of which table they are.
+struct ShownSelect {
+  std::string select;
+  ShownAs as = ShownAs::kRow;
+  std::string_view table = {};
+};
 
 /// The state of a unit that a desk shows. The session must outlive it.
 class ShownState {
@@ -23,12 +34,19 @@ class ShownState {
   /// To be called before the desk reads the rows that an operation is meant for, which `selects`
   /// read whole. False when others have changed the unit since the lists were filled: what they
   /// call a row may be another one by now.
-  [[nodiscard]] bool TakeRows(std::vector<std::string> selects);
+  [[nodiscard]] bool TakeRows(std::vector<ShownSelect> selects);
   /// What one more SELECT reads, shown later than the rest: the version stays that of the rest.
-  void TakeAlso(std::string select);
+  void TakeAlso(ShownSelect select);
   /// The unit is as the desk's own operation has left it, with the rows that Reread() gave before
   /// its end; `besideOthers` when others had changed it before, which the lists do not show.
-  using Rows = std::vector<std::vector<qorcred::Value>>;
+  struct ReadRows {
+    std::vector<std::string> columns;
+    std::vector<std::vector<qorcred::Value>> cells;
+    std::vector<std::int32_t> rids;   // of rows that have one
+    std::optional<std::size_t> date;  // the column that says when they were changed
+    friend bool operator==(const ReadRows&, const ReadRows&) = default;
+  };
+  using Rows = std::vector<ReadRows>;  // one for each SELECT
   [[nodiscard]] Rows Reread() const;
   void TakeOver(const UnitVersion& version, Rows rows, bool besideOthers);
 
@@ -36,18 +54,25 @@ class ShownState {
   [[nodiscard]] const UnitVersion& version() const { return version_; }
   /// A cell of the first row that TakeRows() read, by its column; Null without one.
   [[nodiscard]] qorcred::Value Cell(std::string_view column) const;
-  /// Whether the rows are what they were, column by column.
-  [[nodiscard]] bool IsStillSo() const;
+  /// What differs from the rows that were shown, column by column; nothing when they are as they
+  /// were.
+  struct Difference {
+    StaleCause cause = StaleCause::kUnknown;
+    std::string_view table;
+    std::vector<std::int32_t> rids;  ///< then and now
+  };
+  [[nodiscard]] std::optional<Difference> WhatDiffers() const;
+  /// What others have done since it was shown: that which made the difference, if that is known.
+  [[nodiscard]] std::vector<WorkEntry> ChangesBehind(const Difference& difference) const;
 
  private:
-  std::vector<std::string> ReadInto(Rows& rows, const std::string& select) const;
+  [[nodiscard]] ReadRows Read(const ShownSelect& select) const;
 
   DeskSession& session_;
   std::int32_t unitKey_;
   UnitVersion version_;
   UnitVersion lists_;
-  std::vector<std::string> selects_;
-  std::vector<std::string> columns_;  // of the first of them
+  std::vector<ShownSelect> selects_;
   Rows rows_;
 };
 

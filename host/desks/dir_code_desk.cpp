@@ -118,10 +118,12 @@ ShownDirCode DirCodeDesk::Select(std::string_view choice) {
 /// What a change of the row may not overwrite: the row and its holders. False when the list is
 /// older than the row.
 bool DirCodeDesk::ShowRow(std::int32_t rid) {
+  const std::string ofRow = fmt::format("UNITKEY={} AND RID={}", unitKey_, rid);
   return shown_.TakeRows(
-      {fmt::format("SELECT * FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}", unitKey_, rid),
-       fmt::format("SELECT * FROM TENANTS WHERE UNITKEY={} AND DIRECTORYCODE={} ORDER BY RID",
-                   unitKey_, rid)});
+      {{"SELECT * FROM DIRECTORYCODE WHERE " + ofRow, ShownAs::kRow, "DIRECTORYCODE"},
+       {fmt::format("SELECT * FROM TENANTS WHERE UNITKEY={} AND DIRECTORYCODE={} ORDER BY RID",
+                    unitKey_, rid),
+        ShownAs::kHolder, "TENANTS"}});
 }
 
 ShownDirCode DirCodeDesk::Shown() {

@@ -18,6 +18,16 @@ enum class Ending : std::uint8_t {
   kCancelled,  ///< the progress handler stopped it; nothing of it is kept
 };
 
+/// What an operation that ended stale would have overwritten.
+enum class StaleCause : std::uint8_t {
+  kUnknown,
+  kRowChanged,
+  kRowDeleted,
+  kHolderChanged,  ///< who holds the row, or what is stored of those who do
+  kTakerChanged,   ///< the tenant who was to hold it
+  kNewQuestion,    ///< none of it, but the controller asks what nobody was asked
+};
+
 /// A message that a controller showed, and the button that closed it.
 struct ShownMessage {
   std::string text;
@@ -33,7 +43,8 @@ struct Outcome {
   bool returned = false;
   std::vector<ShownMessage> messages;  ///< in their order
   std::vector<std::string> failures;   ///< failed statements and trapped failures, in their order
-  std::vector<WorkEntry> changes;      ///< of a stale one: what others have done meanwhile
+  StaleCause cause = StaleCause::kUnknown;  ///< of a stale one
+  std::vector<WorkEntry> changes;           ///< of a stale one: by whom and what that was
 
   [[nodiscard]] bool done() const { return ending == Ending::kDone; }
 };

@@ -5,7 +5,6 @@
 #include <system_error>
 #include <utility>
 
-#include "host/components/store_host.h"
 #include "host/files/file_error.h"
 #include "host/files/file_kind.h"
 #include "host/store/demo.h"
@@ -21,9 +20,10 @@ namespace {
 /// A store that is made in a file of a name of its own. What the engine put beside it goes with it.
 class FreshStore {
  public:
-  FreshStore(const fs::path& place, bool demo, const Author& author) : file_(place) {
+  FreshStore(const fs::path& place, bool demo, const Clock& clock, const Author& author)
+      : file_(place) {
     try {
-      Fill(demo, author);
+      Fill(demo, clock, author);
     } catch (const StoreError& failure) {
       RemoveSideFiles();
       throw StoreError(InWordsOf(failure, place), failure.fault());
@@ -49,10 +49,10 @@ class FreshStore {
     return words;
   }
 
-  void Fill(bool demo, const Author& author) {
+  void Fill(bool demo, const Clock& clock, const Author& author) {
     const std::unique_ptr<Store> store = OpenStore(file_.path(), OpenMode::kReadWrite);
     if (demo) {
-      const std::unique_ptr<SqlSession> session = store->StartSession(SystemClock());
+      const std::unique_ptr<SqlSession> session = store->StartSession(clock);
       session->work().SignAs(author);
       CreateDemoData(*session);
     }
@@ -116,30 +116,67 @@ std::vector<fs::path> FilesOfStore(const fs::path& file) {
   return files;
 }
 
-void CreateStore(const fs::path& file, bool demo, const Author& author) {
+void CreateStore(const fs::path& file, bool demo, const Clock& clock, const Author& author) {
   RequireNoSideFiles(file);
-  FreshStore fresh(file, demo, author);
+  FreshStore fresh(file, demo, clock, author);
   fresh.file().PutInPlace(Standing::kStays);
 }
 
-void ReplaceStore(const fs::path& file, bool demo, Patience patience, const Author& author) {
+void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience patience,
+                  const Author& author) {
   RequireStore(file);
   const std::unique_ptr<Replacement> replacement = BeginReplacement(file, std::move(patience));
-  FreshStore fresh(file, demo, author);
+  FreshStore fresh(file, demo, clock, author);
   fresh.file().TakeRightsOf(file);
   replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
 }
 
-void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience) {
+namespace {
+
+/// Why a store is not what it seems; "" for one that this program can use.
+std::string WhatIsWrongWith(const fs::path& file) {
+  switch (ConditionOf(file)) {
+    case StoreCondition::kNewer:
+      return "was written by a newer version of this program";
+    case StoreCondition::kDamaged:
+      return "is damaged";
+    case StoreCondition::kUsable:
+      break;
+  }
+  return {};
+}
+
+void CreateAlone(const fs::path& file, const NewStore& made) {
+  try {
+    CreateStore(file, made.demo, made.clock, made.author);
+  } catch (const FileError& failure) {
+    if (failure.problem() != FileProblem::kExists) throw;
+    throw FileError(FileProblem::kExists,
+                    fmt::format("'{}' was made by somebody else meanwhile, and is left as it is",
+                                file.string()));
+  }
+}
+
+}  // namespace
+
+void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
+              const ReplacementConsent& consent) {
   switch (const FileKind kind = KindOf(file, Links::kAreSeen)) {
     case FileKind::kNone:
-      CreateStore(file, made.demo, made.author);
+      CreateAlone(file, made);
       return;
     case FileKind::kFile:
       if (existing == Standing::kStays) {
         throw FileError(FileProblem::kExists, fmt::format("'{}' exists already", file.string()));
       }
-      ReplaceStore(file, made.demo, std::move(patience), made.author);
+      if (const std::string wrong = IsStoreOrEmpty(file) ? WhatIsWrongWith(file) : std::string();
+          !wrong.empty()) {
+        const std::string found = fmt::format("'{}' {}", file.string(), wrong);
+        if (!consent || !consent(found)) {
+          throw DoubtfulStore(found + " and was not replaced");
+        }
+      }
+      ReplaceStore(file, made.demo, made.clock, std::move(patience), made.author);
       return;
     default:
       throw FileError(FileProblem::kOccupied,

@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "host/desks/desk_error.h"
@@ -38,25 +40,38 @@ class ForeignFile : public RefusedError {
 /// Creates a store, empty or with the demo building, readable by its owner alone: made under a name
 /// of its own and put in its place when it is whole. Raises StoreError, and FileError where
 /// something stands already, also what appeared there meanwhile (kExists); nothing is left behind
-/// then.
-void CreateStore(const std::filesystem::path& file, bool demo, const Author& author = {});
+/// then. The demo building's rows carry the clock's time.
+void CreateStore(const std::filesystem::path& file, bool demo, const Clock& clock,
+                 const Author& author = {});
 
 /// The same in the place of a store, whose rights it takes over. Nobody writes to the old one
 /// meanwhile, and it stays as it was when the new one cannot be made. Raises ForeignFile for a file
 /// that is no store: it is never replaced.
-void ReplaceStore(const std::filesystem::path& file, bool demo, Patience patience = {},
-                  const Author& author = {});
+void ReplaceStore(const std::filesystem::path& file, bool demo, const Clock& clock,
+                  Patience patience = {}, const Author& author = {});
 
 /// A new store.
 struct NewStore {
   bool demo = false;  ///< with the demo building; else empty
+  Clock clock;        ///< dates the demo building's rows
   Author author;      ///< signs what is stored
 };
 
+/// A store that may be all that is left of somebody's data, a damaged one or a newer program's, and
+/// was not replaced.
+class DoubtfulStore : public RefusedError {
+ public:
+  using RefusedError::RefusedError;
+};
+
+/// Asked before such a store is replaced; it is told what is the matter with it, a sentence without
+/// its end.
+using ReplacementConsent = std::function<bool(const std::string& found)>;
+
 /// Makes a store where nothing stands, and in the place of another one where `existing` lets it.
 /// Raises FileError, kExists for a file that stays and kOccupied for a folder, a link or anything
-/// else that is no file, and what the two above raise.
+/// else that is no file; DoubtfulStore without consent; and what the two above raise.
 void PutStore(const std::filesystem::path& file, const NewStore& made, Standing existing,
-              Patience patience = {});
+              Patience patience = {}, const ReplacementConsent& consent = {});
 
 }  // namespace qorhost

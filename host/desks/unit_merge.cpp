@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <limits>
 #include <unordered_set>
 #include <utility>
@@ -165,13 +166,13 @@ void UnitMerge::ReadTenants() {
   }
 }
 
-MergeReport UnitMerge::Apply(const Progress& progress, std::size_t agreedDeletions) {
+MergeReport UnitMerge::Apply(const Progress& progress, const LostCodes& agreed) {
   MergeReport report;
   try {
     UnitOfWork& work = session_.sql().work();
     WorkGuard guard(work, {{unitKey_}, "merge with the unit's directory codes", {}});
     work.Lock();
-    report.aftermath = DoAll(progress, agreedDeletions);
+    report.aftermath = DoAll(progress, agreed);
     guard.Commit();
     report.returned = true;
     report.inserted = plan_.Count(MergeAction::kInsert);
@@ -181,7 +182,7 @@ MergeReport UnitMerge::Apply(const Progress& progress, std::size_t agreedDeletio
     report.kept = plan_.kept;
   } catch (const WholesaleDeletion&) {
     report.ending = Ending::kRefused;
-    report.wholesale = {plan_.Count(MergeAction::kDelete), stored_.size()};
+    report.wholesale = {plan_.Count(MergeAction::kDelete), stored_.size(), CodesToLose()};
   } catch (const RefusedError& refusal) {
     report.ending = Ending::kRefused;
     report.failures.emplace_back(refusal.what());
@@ -196,7 +197,7 @@ MergeReport UnitMerge::Apply(const Progress& progress, std::size_t agreedDeletio
   return report;
 }
 
-MergeAftermath UnitMerge::DoAll(const Progress& progress, std::size_t agreedDeletions) {
+MergeAftermath UnitMerge::DoAll(const Progress& progress, const LostCodes& agreed) {
   // The library finds the tenants of a deleted code by the number of rows that went, which is 1:
   // it would take the row 1 from its tenants at every deletion. They are out of its sight
   // meanwhile.
@@ -207,8 +208,11 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress, std::size_t agreedDele
   Undoable whole(transaction);
   Compare();
   RequireRoom();
-  if (plan_.DeletesMostOf(stored_.size()) && plan_.Count(MergeAction::kDelete) > agreedDeletions) {
-    throw WholesaleDeletion();
+  if (plan_.DeletesMostOf(stored_.size())) {
+    const LostCodes lost = CodesToLose();
+    if (!std::includes(agreed.begin(), agreed.end(), lost.begin(), lost.end())) {
+      throw WholesaleDeletion();
+    }
   }
   std::int64_t doneSteps = 0;
   const auto tell = [&] {
@@ -239,6 +243,16 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress, std::size_t agreedDele
   }
   whole.Keep();
   return aftermath;
+}
+
+LostCodes UnitMerge::CodesToLose() const {
+  LostCodes lost;
+  for (const MergeStep& step : plan_.steps) {
+    if (step.action == MergeAction::kDelete) {
+      lost.emplace(stored_[step.stored].rid, stored_[step.stored].number);
+    }
+  }
+  return lost;
 }
 
 /// The controller's merge takes whatever it is given: more codes than the unit's type allows, and

@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "dircodes/cls_dir_code.h"
@@ -26,6 +28,9 @@ struct MergeAftermath {
   std::size_t stepsWithdrawn = 0;   ///< programming steps that the unit's codes made moot
 };
 
+/// Directory codes by row and number: what somebody agrees to lose.
+using LostCodes = std::set<std::pair<std::int32_t, double>>;
+
 /// What an applied merge tells. Nothing is changed unless it is done.
 struct MergeReport : Outcome {
   std::size_t inserted = 0;
@@ -37,6 +42,7 @@ struct MergeReport : Outcome {
   struct Wholesale {
     std::size_t deletions = 0;
     std::size_t stored = 0;
+    LostCodes codes;  ///< those that would be deleted
   };
   std::optional<Wholesale> wholesale;
   MergeAftermath aftermath;
@@ -79,8 +85,8 @@ class UnitMerge {
   /// Plans and does all of it in one transaction, or nothing: when a step fails, when the store
   /// does not hold afterwards what the unit holds, and when `progress` says so. It is called before
   /// the first step, when the plan is made, and behind each. Refuses to delete more than half of
-  /// the unit's codes unless somebody has agreed to lose as many.
-  MergeReport Apply(const Progress& progress, std::size_t agreedDeletions = 0);
+  /// the unit's codes unless somebody has agreed to lose each of them.
+  MergeReport Apply(const Progress& progress, const LostCodes& agreed = {});
 
  private:
   void Compare();
@@ -90,7 +96,8 @@ class UnitMerge {
   void ReadTenants();
   [[nodiscard]] StoredCode* FindStored(std::int32_t rid);
 
-  MergeAftermath DoAll(const Progress& progress, std::size_t agreedDeletions);
+  MergeAftermath DoAll(const Progress& progress, const LostCodes& agreed);
+  [[nodiscard]] LostCodes CodesToLose() const;
   void RequireRoom();
   void Do(const MergeStep& step);
   std::size_t ReleaseTenants();

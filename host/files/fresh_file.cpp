@@ -2,13 +2,17 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdio>   // renameat2
 #include <cstdlib>  // mkostemp
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -39,6 +43,41 @@ int RenameToFreeName(const fs::path& from, const fs::path& to) {
   return 0;
 }
 
+constexpr std::string_view kOwnPrefix = ".qorhost-";
+constexpr std::size_t kOwnLetters = 6;
+
+bool IsOwnName(std::string_view name) {
+  return name.size() == kOwnPrefix.size() + kOwnLetters && name.starts_with(kOwnPrefix) &&
+         std::all_of(name.begin() + kOwnPrefix.size(), name.end(),
+                     [](unsigned char letter) { return std::isalnum(letter) != 0; });
+}
+
+/// Removes a file that no living process holds, and what stands beside it under its name.
+void RemoveIfLeft(const fs::path& file) {
+  const int descriptor = open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) {
+    return;
+  }
+  struct stat left {};
+  if (fstat(descriptor, &left) == 0 && S_ISREG(left.st_mode) && left.st_uid == geteuid() &&
+      flock(descriptor, LOCK_EX | LOCK_NB) == 0) {
+    for (const char* ending : {"-wal", "-shm", "-journal", ""}) {
+      unlink((file.string() + ending).c_str());
+    }
+  }
+  close(descriptor);
+}
+
+void RemoveLeftOnes(const fs::path& folder) {
+  std::error_code failed;  // a folder that cannot be listed keeps them
+  for (fs::directory_iterator one(folder, failed), end; !failed && one != end;
+       one.increment(failed)) {
+    if (IsOwnName(one->path().filename().string())) {
+      RemoveIfLeft(one->path());
+    }
+  }
+}
+
 }  // namespace
 
 fs::path FolderOf(const fs::path& file) {
@@ -60,12 +99,27 @@ FreshFile::FreshFile(fs::path place) : place_(std::move(place)) {
                     fmt::format("cannot write '{}': there is no folder '{}'", place_.string(),
                                 FolderOf(place_).string()));
   }
-  std::string name = (FolderOf(place_) / ".qorhost-XXXXXX").string();
-  descriptor_ = mkostemp(name.data(), O_CLOEXEC);  // exclusively, with mode 0600
-  if (descriptor_ < 0) {
-    Fail(errno);
+  RemoveLeftOnes(FolderOf(place_));
+  Make();
+}
+
+void FreshFile::Make() {
+  constexpr int kMostTries = 100;
+  for (int tries = 1;; ++tries) {
+    std::string name = (FolderOf(place_) / (std::string(kOwnPrefix) + "XXXXXX")).string();
+    descriptor_ = mkostemp(name.data(), O_CLOEXEC);  // exclusively, with mode 0600
+    if (descriptor_ < 0) {
+      Fail(errno);
+    }
+    // As long as it is open, it is nobody's leaving. One who looks for such may have been faster.
+    const bool taken = flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    struct stat made {};
+    if ((!taken && fstat(descriptor_, &made) == 0 && made.st_nlink == 1) || tries == kMostTries) {
+      path_ = name;
+      return;
+    }
+    close(descriptor_);
   }
-  path_ = name;
 }
 
 FreshFile::~FreshFile() {

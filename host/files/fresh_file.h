@@ -13,8 +13,9 @@ enum class Standing : std::uint8_t {
 };
 
 /// An empty file in the folder of its place, made under a name that nobody guesses and that nothing
-/// had, readable by its owner alone. Gone with the object unless it was put in place. Everything
-/// raises FileError with the system's own reason, naming the place.
+/// had, readable by its owner alone. Gone with the object unless it was put in place; what a killed
+/// process has left of its own in that folder, the next one here removes. Everything raises
+/// FileError with the system's own reason, naming the place.
 class FreshFile {
  public:
   explicit FreshFile(std::filesystem::path place);
@@ -33,6 +34,7 @@ class FreshFile {
   void PutInPlace(Standing standing);
 
  private:
+  void Make();
   [[noreturn]] void Fail(int reason) const;
 
   std::filesystem::path place_;

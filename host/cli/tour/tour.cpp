@@ -9,7 +9,6 @@
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/cli/tour/tour_stage.h"
-#include "host/components/store_host.h"
 #include "host/store/demo.h"
 #include "host/store/engines/opening.h"
 
@@ -17,9 +16,9 @@ namespace qorhost {
 
 namespace {
 
-std::unique_ptr<Store> DemoStore() {
+std::unique_ptr<Store> DemoStore(const Clock& clock) {
   std::unique_ptr<Store> store = OpenMemoryStore();
-  CreateDemoData(*store->StartSession(SystemClock()));
+  CreateDemoData(*store->StartSession(clock));
   return store;
 }
 
@@ -50,7 +49,7 @@ void ShowSteps(const TourStage& stage) {
 
 ExitStatus RunTour(const GlobalOptions& global, Console& console) {
   TourGuide guide(console);
-  DeskSession session(DemoStore(),
+  DeskSession session(DemoStore(console.environment.clock),
                       SurroundingsOf(global, console,
                                      [&guide](std::string_view text, qorcred::MessageStyle style,
                                               std::string_view title) {

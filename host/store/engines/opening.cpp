@@ -5,6 +5,7 @@
 #include "host/store/sqlite/replacement.h"
 #include "host/store/sqlite/schema.h"
 #include "host/store/sqlite/store.h"
+#include "host/store/store_error.h"
 
 namespace qorhost {
 
@@ -19,6 +20,20 @@ std::unique_ptr<Store> OpenMemoryStore() {
 
 bool IsStoreOrEmpty(const std::filesystem::path& file) {
   return sqlite::IsStoreOrEmpty(file);
+}
+
+StoreCondition ConditionOf(const std::filesystem::path& file) {
+  try {
+    if (sqlite::IsNewerStore(file)) {
+      return StoreCondition::kNewer;
+    }
+    return sqlite::IsDamaged(file) ? StoreCondition::kDamaged : StoreCondition::kUsable;
+  } catch (const StoreError& failure) {
+    if (failure.fault() == StoreFault::kDamaged || failure.fault() == StoreFault::kNoStore) {
+      return StoreCondition::kDamaged;
+    }
+    throw;
+  }
 }
 
 bool IsOlderStore(const std::filesystem::path& file) {

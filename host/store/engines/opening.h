@@ -1,6 +1,7 @@
 // Opening a store by its name, whatever engine it is kept by. The name is that of a file.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -23,6 +24,15 @@ namespace qorhost {
 /// be replaced without a loss of anything else. Only reads the file. Raises StoreError when it
 /// cannot.
 [[nodiscard]] bool IsStoreOrEmpty(const std::filesystem::path& file);
+
+/// What a store, or an empty file, is to this program.
+enum class StoreCondition : std::uint8_t {
+  kUsable,
+  kNewer,    ///< of a later version than this program's
+  kDamaged,  ///< whatever of it can still be read
+};
+/// Only reads the file, all of it.
+[[nodiscard]] StoreCondition ConditionOf(const std::filesystem::path& file);
 
 /// Whether a file holds a store of an earlier version than this program's. Only reads the file.
 /// Raises StoreError when it cannot, or when the file is damaged or no database.

@@ -167,14 +167,25 @@ bool Database::RequireOwnLog() {
   LogWatch* const watch = handle_.get_deleter().watch.get();
   const LogVerdict verdict = watch == nullptr ? LogVerdict::kBelongs : watch->Look();
   if (verdict == LogVerdict::kForeign) {
-    throw StoreError(fmt::format(
-        "The store '{0}' and its log '{0}-wal' do not belong together: another file was put over "
-        "one of them. Nothing was changed. Close every program that has the store open, move the "
-        "log and '{0}-shm' away, put the copy that you want in the store's place again and open "
-        "it",
-        name_));
+    RefuseOtherFile();
   }
   return verdict == LogVerdict::kBelongs;
+}
+
+void Database::RequireSameFile() {
+  LogWatch* const watch = handle_.get_deleter().watch.get();
+  if (watch != nullptr && !watch->IsFileAsBefore() && watch->Look() != LogVerdict::kBelongs) {
+    RefuseOtherFile();
+  }
+}
+
+void Database::RefuseOtherFile() const {
+  throw StoreError(fmt::format(
+      "The store '{0}' and its log '{0}-wal' do not belong together: another file was put over "
+      "one of them. Nothing was changed. Close every program that has the store open, move the "
+      "log and '{0}-shm' away, put the copy that you want in the store's place again and open "
+      "it",
+      name_));
 }
 
 void Database::ForgetPages() noexcept {

@@ -47,6 +47,9 @@ class Database {
   /// was opened: what is written then would be mixed of two stores. True when all that was read
   /// before holds; else the pages in memory may be those of another file.
   bool RequireOwnLog();
+  /// The same, short, of the file alone: raises unless it holds what it held at the last look, or
+  /// more of the log.
+  void RequireSameFile();
   /// Forgets the pages in memory; outside a transaction.
   void ForgetPages() noexcept;
   /// Statements that were started and not yet reset.
@@ -59,6 +62,7 @@ class Database {
     void operator()(sqlite3* handle) noexcept;
   };
 
+  [[noreturn]] void RefuseOtherFile() const;
   Database(std::string name, const std::string& path, int flags, bool readOnly, Patience patience);
 
   std::string name_;

@@ -50,8 +50,7 @@ LogVerdict LogWatch::Look() {
   for (int looks = 1;; ++looks) {
     // The state before the file: that goes forward only, when the log is copied into it.
     const LogState state = files_.State();
-    const std::optional<Seal> inFile =
-        sealPage_ == 0 ? std::nullopt : SealIn(files_.PageOfFile(sealPage_));
+    const std::optional<Seal> inFile = SealInFile();
     const LogVerdict verdict = files_.logIsInPlace() ? Judge(state, inFile) : LogVerdict::kForeign;
     if (verdict != LogVerdict::kForeign) {
       accepted_ = {state, inFile};
@@ -61,6 +60,14 @@ LogVerdict LogWatch::Look() {
       return verdict;
     }
   }
+}
+
+bool LogWatch::IsFileAsBefore() const {
+  return !files_.hasLog() || (accepted_ && accepted_->inFile == SealInFile());
+}
+
+std::optional<Seal> LogWatch::SealInFile() const {
+  return sealPage_ == 0 ? std::nullopt : SealIn(files_.PageOfFile(sealPage_));
 }
 
 LogVerdict LogWatch::Judge(const LogState& state, const std::optional<Seal>& inFile) const {

@@ -34,6 +34,8 @@ class LogWatch {
 
   /// kForeign is told only of a state that stayed while it was looked at.
   [[nodiscard]] LogVerdict Look();
+  /// Whether the file holds the seal that it held at the last look.
+  [[nodiscard]] bool IsFileAsBefore() const;
 
  private:
   struct Accepted {
@@ -41,6 +43,7 @@ class LogWatch {
     std::optional<Seal> inFile;
   };
 
+  [[nodiscard]] std::optional<Seal> SealInFile() const;
   [[nodiscard]] LogVerdict Judge(const LogState& state, const std::optional<Seal>& inFile) const;
   [[nodiscard]] std::uint32_t WhereTheFileWas(const LogState& state, std::uint32_t firstSeal) const;
   [[nodiscard]] std::uint32_t FindSeal(const LogState& state, const std::optional<Seal>& seal,

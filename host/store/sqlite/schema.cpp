@@ -176,6 +176,17 @@ bool IsStoreOrEmpty(const std::filesystem::path& file) {
   }
 }
 
+bool IsNewerStore(const std::filesystem::path& file) {
+  Database database(file, OpenMode::kReadOnly);
+  return IsOurs(database) && VersionOf(database) > SchemaVersion();
+}
+
+bool IsDamaged(const std::filesystem::path& file) {
+  const Database database(file, OpenMode::kReadOnly);
+  Statement check(database, "PRAGMA quick_check(1)");
+  return check.Step() && check.Text(0) != "ok";
+}
+
 bool IsOlderStore(const std::filesystem::path& file) {
   Database database(file, OpenMode::kReadOnly);
   return IsOurs(database) && HasTables(database) && VersionOf(database) < SchemaVersion();

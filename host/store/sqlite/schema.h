@@ -38,6 +38,11 @@ struct Migration {
 /// cannot.
 [[nodiscard]] bool IsStoreOrEmpty(const std::filesystem::path& file);
 
+/// Whether a file holds a store of a later version than SchemaVersion(), and whether a database's
+/// pages are damaged. They only read the file, and raise StoreError when they cannot.
+[[nodiscard]] bool IsNewerStore(const std::filesystem::path& file);
+[[nodiscard]] bool IsDamaged(const std::filesystem::path& file);
+
 /// Whether a file holds a store of an earlier version than SchemaVersion(). Only reads the file.
 /// Raises StoreError when it cannot, or when the file is damaged or no database.
 [[nodiscard]] bool IsOlderStore(const std::filesystem::path& file);

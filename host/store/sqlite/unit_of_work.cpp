@@ -188,8 +188,7 @@ bool UnitOfWork::Commit() {
       log_.RequireComplete();
       log_.Stop();
       StoreEntry();
-      RequireInPlace(session_.database());
-      session_.database().RequireOwnLog();
+      session_.database().RequireSameFile();
       session_.database().Run("COMMIT");
     }
     Undo();
@@ -223,7 +222,8 @@ void UnitOfWork::StoreEntry() {
   const std::int64_t entry = sqlite3_last_insert_rowid(session_.database().handle());
   StoreFurtherRows(entry, rows);
   RaiseVersions(entry);
-  const StatementUse seal(session_.Own("UPDATE StoreSeal SET Previous=Mark, Mark=randomblob(16)"));
+  const StatementUse seal(
+      session_.Own("UPDATE StoreSeal SET Previous=Mark, Mark=randomblob(16) WHERE rowid=1"));
   seal->Step();
 }
 

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "host/store/sqlite/database.h"
 #include "tests/host/cli/run_fixture.h"
 
 namespace qorhost::test {
@@ -70,6 +71,72 @@ TEST_F(CommandLine, InitReplacesAnEmptyFile) {
   std::ofstream(File("building.db")).close();
   EXPECT_EQ(Run({"init", "--demo", "--force"}).status, 0);
   EXPECT_EQ(Rows({"units"}).size(), 3U);
+}
+
+TEST_F(CommandLine, InitAsksBeforeItReplacesADamagedStoreOrANewerOne) {
+  const std::pair<std::string, std::string> stores[] = {
+      {"newer.db", "was written by a newer version of this program"}, {"damaged.db", "is damaged"}};
+  for (const auto& [name, wrong] : stores) {
+    ASSERT_EQ(Run({"--db", File(name), "init", "--demo"}).status, 0);
+  }
+  {
+    sqlite::Database store(File("newer.db"), OpenMode::kReadWrite);
+    store.Run("PRAGMA user_version=99");
+  }
+  {
+    constexpr std::streamoff kBehindTheFirstPage = 4096;
+    std::fstream store(File("damaged.db"), std::ios::in | std::ios::out | std::ios::binary);
+    store.seekp(kBehindTheFirstPage);
+    store << std::string(40000, 'x');
+  }
+  for (const auto& [name, wrong] : stores) {
+    const std::string before = ContentOf(name);
+    const Outcome refused = Run({"--db", File(name), "init", "--force"});
+    EXPECT_EQ(refused.status, 1) << name;
+    EXPECT_THAT(refused.err, HasSubstr(wrong));
+    EXPECT_THAT(refused.err, HasSubstr("--yes"));
+    EXPECT_TRUE(ContentOf(name) == before) << name;
+    EXPECT_EQ(Run({"--db", File(name), "init", "--force", "--yes"}).status, 0) << name;
+    EXPECT_EQ(Run({"--db", File(name), "units"}).status, 0) << name;
+  }
+}
+
+// So the file alone may be copied or moved then.
+TEST_F(CommandLine, NoCommandLeavesAnythingInTheLog) {
+  namespace fs = std::filesystem;
+  std::ofstream(File("cards.csv")) << "Credential Type,Card Number,Facility Code\ncard26,901,7\n";
+  std::ofstream(File("codes.csv")) << "Directory Code,Phone No.\n901,555-1\n";
+  for (std::vector<std::string> words : std::vector<std::vector<std::string>>{
+           {"init", "--demo"},
+           {"init", "--demo", "--force"},
+           {"units"},
+           {"doors"},
+           {"steps"},
+           {"sql", "SELECT * FROM Units"},
+           {"sql", "--write", "UPDATE DOORS SET DOORNAME='Yard' WHERE UNITKEY=1 AND DOORID=4"},
+           {"credentials", "list"},
+           {"credentials", "add", "--type", "card26", "--start", "801", "--facility", "7"},
+           {"credentials", "import", File("cards.csv")},
+           {"dircodes", "list"},
+           {"dircodes", "show", "101"},
+           {"dircodes", "add", "250", "--phone", "1"},
+           {"dircodes", "edit", "250", "--phone", "2"},
+           {"dircodes", "renumber", "250", "251"},
+           {"dircodes", "delete", "251"},
+           {"dircodes", "import", File("codes.csv")},
+           {"dircodes", "export", "--to", File("unit.txt")},
+           {"dircodes", "sync", "--from", File("unit.txt"), "--dry-run"},
+           {"dircodes", "sync", "--from", File("unit.txt")},
+           {"report", "dircodes"},
+           {"report", "credentials"}}) {
+    const std::string name = words[0] + " " + (words.size() > 1 ? words[1] : "");
+    words.insert(words.end(), {"--unit", "2", "--yes"});
+    const Outcome outcome = Run(words);
+    EXPECT_EQ(outcome.status, 0) << name << outcome.err;
+    std::error_code none;
+    const std::uintmax_t size = fs::file_size(File("building.db-wal"), none);
+    EXPECT_TRUE(none || size == 0) << name;
+  }
 }
 
 TEST_F(CommandLine, InitMakesNoStoreWhereALinkOrSomethingElseStands) {

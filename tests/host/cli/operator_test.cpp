@@ -84,6 +84,25 @@ TEST_F(OperatorTest, IsToldWhoWasFaster) {
             "  2026-01-31 12:00:05 UTC, somebody: sql: UPDATE\n");
 }
 
+TEST_F(OperatorTest, IsToldWhatOthersHaveChanged) {
+  const std::pair<StaleCause, std::string> reasons[] = {
+      {StaleCause::kRowChanged, "someone else has changed the credential meanwhile"},
+      {StaleCause::kRowDeleted, "someone else has deleted the credential meanwhile"},
+      {StaleCause::kHolderChanged,
+       "someone else has changed the holder of the credential meanwhile"},
+      {StaleCause::kTakerChanged,
+       "someone else has changed the tenant who was to get the credential meanwhile"},
+      {StaleCause::kNewQuestion, "what someone else has done meanwhile calls for a question"}};
+  for (const auto& [cause, reason] : reasons) {
+    err_.str("");
+    Outcome outcome;
+    outcome.ending = Ending::kStale;
+    outcome.cause = cause;
+    EXPECT_EQ(Tell(outcome, "credential", console_), ExitStatus::kRefused);
+    EXPECT_EQ(err_.str(), "qorhost: nothing was changed: " + reason + ". Try again.\n");
+  }
+}
+
 TEST_F(OperatorTest, IsToldOnATerminalAfterTwoSecondsThatOthersAreWriting) {
   using std::chrono::milliseconds;
   GlobalOptions global;

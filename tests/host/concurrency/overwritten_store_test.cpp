@@ -177,6 +177,23 @@ TEST_F(OverwrittenStores, ACopyThatComesDuringAnOperationIsNotWritten) {
   ExpectTheCopyWithoutItsLog();
 }
 
+TEST_F(OverwrittenStores, ACopyThatComesDuringAnOperationIsNotWrittenWithAnEmptyLogEither) {
+  {
+    Seat anna(file_, "anna");
+    const PreparedDesk desk = EditPhone("101", "555-2").prepare(anna);
+    bool copied = false;
+    anna.BeforeStatements([&](int) {
+      if (!copied && anna.session().sql().work().written() > 0) {
+        copied = true;
+        CopyOver(old_, file_);
+      }
+    });
+    ExpectRefused(desk.run());
+    EXPECT_TRUE(copied);
+  }
+  ExpectTheCopyWithoutItsLog();
+}
+
 TEST_F(OverwrittenStores, ClosingDoesNotWriteOverTheCopy) {
   {
     Seat anna(file_, "anna");

@@ -50,6 +50,7 @@ struct Told {
   std::vector<std::string> messages;
   std::vector<std::string> failures;
   std::vector<std::string> changedBy;  // of a stale one: who did what
+  StaleCause cause = StaleCause::kUnknown;
   friend bool operator==(const Told&, const Told&) = default;
 
   [[nodiscard]] bool done() const { return ending == Ending::kDone; }

@@ -30,6 +30,7 @@ Told Telling(const Outcome& outcome) {
     told.messages.push_back(message.text);
   }
   told.failures = outcome.failures;
+  told.cause = outcome.cause;
   for (const WorkEntry& entry : outcome.changes) {
     told.changedBy.push_back(fmt::format("{}: {}", entry.who, entry.what));
   }

@@ -174,6 +174,62 @@ INSTANTIATE_TEST_SUITE_P(When, OvertakenOperations, testing::ValuesIn(Operations
                            return one.param.name;
                          });
 
+/// What the second is told.
+struct ToldCause {
+  std::string name;
+  SeatOperation operation;
+  SeatOperation other;
+  StaleCause cause;
+};
+
+void PrintTo(const ToldCause& one, std::ostream* out) {
+  *out << one.name;
+}
+
+class StaleCauses : public testing::TestWithParam<ToldCause> {
+ protected:
+  void SetUp() override { MakeBuilding(file_, kRoomy); }
+
+  TemporaryFolder folder_;
+  std::filesystem::path file_ = folder_.File("building.db");
+};
+
+TEST_P(StaleCauses, AreToldWithThoseWhoMadeThem) {
+  Seat anna(file_, "anna");
+  Seat bert(file_, "bert");
+  Seat carl(file_, "carl");
+  const PreparedDesk desk = GetParam().operation.prepare(anna);
+  ASSERT_TRUE(RunAt(IssueCards("901", "902"), carl).done());
+  ASSERT_TRUE(RunAt(GetParam().other, bert).done());
+  ASSERT_TRUE(RunAt(WriteByHand("UPDATE DOORS SET DOORNAME='Attic' WHERE DOORID=3"), carl).done());
+  const Told told = desk.run();
+  EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
+  EXPECT_EQ(told.cause, GetParam().cause);
+  EXPECT_THAT(told.changedBy, ElementsAre(testing::StartsWith("bert: ")));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, StaleCauses,
+    testing::Values(ToldCause{"RenumberedCard", DeleteCard("103"), RenumberCard("103", 300),
+                              StaleCause::kRowChanged},
+                    ToldCause{"DeletedCard", RenumberCard("103", 300), DeleteCard("103"),
+                              StaleCause::kRowDeleted},
+                    ToldCause{"CardGotAHolder", DeleteCard("103"), AssignCard("103", "Berg Bea"),
+                              StaleCause::kHolderChanged},
+                    ToldCause{"CardLostItsHolder", DeleteCard("101"),
+                              AssignCard("101", std::nullopt), StaleCause::kHolderChanged},
+                    ToldCause{"HolderOfACardChanged", AssignCard("101", std::nullopt),
+                              WriteByHand("UPDATE Tenants SET LastName='X' WHERE TenantID=1"),
+                              StaleCause::kHolderChanged},
+                    ToldCause{"EditedCode", DeleteCode("102"), EditPhone("102", "555-9999"),
+                              StaleCause::kRowChanged},
+                    ToldCause{"DeletedCode", EditPhone("102", "555-9999"), DeleteCode("102"),
+                              StaleCause::kRowDeleted},
+                    ToldCause{"CodeGotAHolder", EditPhone("102", "555-9999"),
+                              WriteByHand("UPDATE Tenants SET DIRECTORYCODE=2 WHERE TenantID=2"),
+                              StaleCause::kHolderChanged}),
+    [](const testing::TestParamInfo<ToldCause>& one) { return one.param.name; });
+
 /// A seat whose store is put back or replaced while its desk is open.
 class ReplacedStores : public testing::Test {
  protected:

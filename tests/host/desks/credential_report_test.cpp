@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "host/desks/store_statement.h"
 #include "tests/host/desks/report_fixture.h"
 
 namespace qorhost::test {
@@ -157,6 +158,32 @@ TEST_F(CredentialReports, DeleteNothingWhenATenantHoldsOne) {
   EXPECT_THAT(shown_, ElementsAre("Credentials which are assigned to tenants cannot be deleted. "
                                   "Please deselect those credentials."));
   EXPECT_EQ(CredentialCount(), before);
+}
+
+TEST_F(CredentialReports, DeleteNothingThatOthersHaveChangedSinceItWasShown) {
+  const std::vector<std::string> free = FreeRids();
+  ASSERT_GE(free.size(), 2U);
+  const std::size_t before = CredentialCount();
+  const std::vector<std::string> changes{
+      "UPDATE CREDENTIALBANK SET PINNO=60001 WHERE RID=" + free[0],
+      "UPDATE TENANTS SET CREDENTIALID1=" + free[0] + " WHERE UNITKEY=1 AND TENANTID=1"};
+  for (const std::string& change : changes) {
+    CredentialReport report(session(), kUnit, {});
+    ASSERT_TRUE(report.Run().done());
+    (void)StoreStatement(change).Change(session());
+    const DeletedCredentials stale = report.Delete(GivenRids(free[0] + "," + free[1]));
+    EXPECT_EQ(stale.ending, Ending::kStale) << change;
+    EXPECT_THAT(stale.changes, testing::SizeIs(1)) << change;
+    EXPECT_EQ(CredentialCount(), before) << change;
+    // The other row is as it was shown.
+    if (change == changes.back()) {
+      CredentialReport again(session(), kUnit, {});
+      ASSERT_TRUE(again.Run().done());
+      (void)StoreStatement("UPDATE CREDENTIALBANK SET PINNO=60002 WHERE RID=" + free[0])
+          .Change(session());
+      EXPECT_TRUE(again.Delete(GivenRids(free[1])).done());
+    }
+  }
 }
 
 TEST_F(CredentialReports, SayWhenNothingWasDeleted) {

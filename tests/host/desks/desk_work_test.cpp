@@ -24,12 +24,13 @@ class DeskWork : public DeskFixture {
     DeskFixture::SetUp();
     shownDoor_.emplace(session(), kUnit);
     shownDoor_->TakeUnit();
-    ASSERT_TRUE(shownDoor_->TakeRows({DoorRow("*", 1)}));
+    ASSERT_TRUE(shownDoor_->TakeRows({Shown(1)}));
   }
 
   static std::string DoorRow(const std::string& columns, int door) {
     return "SELECT " + columns + " FROM DOORS WHERE UNITKEY=2 AND DOORID=" + std::to_string(door);
   }
+  static ShownSelect Shown(int door) { return {DoorRow("*", door), ShownAs::kRow, "DOORS"}; }
   [[nodiscard]] std::string NameOfDoor(int door) { return Cell(DoorRow("DOORNAME", door)); }
   void Rename(int door, const std::string& name) {
     (void)session().sql().Change("UPDATE DOORS SET DOORNAME='" + name +
@@ -81,7 +82,7 @@ TEST_F(DeskWork, ADoneOperationIsStoredUnderItsName) {
 
 TEST_F(DeskWork, WhatItLeavesIsWhatTheNextOneFinds) {
   EXPECT_TRUE(RunAsWork(session(), *shownDoor_, Renaming("Red")).done());
-  EXPECT_TRUE(shownDoor_->IsStillSo());
+  EXPECT_FALSE(shownDoor_->WhatDiffers());
   EXPECT_EQ(shownDoor_->Cell("doorname"), qorcred::Value("Red"));
   EXPECT_TRUE(RunAsWork(session(), *shownDoor_, Renaming("Blue")).done());
   EXPECT_EQ(runs_, 2) << "each once";
@@ -108,7 +109,7 @@ TEST_F(DeskWork, ItRunsAgainBesideAChangeOfOtherRows) {
 
 TEST_F(DeskWork, AChangeOfItsRowsMakesItStaleAndIsTold) {
   OthersRename(1, "Green");
-  EXPECT_FALSE(shownDoor_->IsStillSo());
+  EXPECT_TRUE(shownDoor_->WhatDiffers());
   const Outcome outcome = RunAsWork(session(), *shownDoor_, Renaming("Red"));
   EXPECT_EQ(outcome.ending, Ending::kStale);
   ASSERT_EQ(outcome.changes.size(), 1U);
@@ -143,14 +144,14 @@ TEST_F(DeskWork, AScreenIsPutBackWhenItsOperationIsStale) {
 
 TEST_F(DeskWork, ListsAreOlderThanARowWhenOthersHaveChangedTheUnitInBetween) {
   OthersRename(2, "Green");
-  EXPECT_FALSE(shownDoor_->TakeRows({DoorRow("*", 1)}));
+  EXPECT_FALSE(shownDoor_->TakeRows({Shown(1)}));
   shownDoor_->TakeUnit();
-  EXPECT_TRUE(shownDoor_->TakeRows({DoorRow("*", 1)}));
+  EXPECT_TRUE(shownDoor_->TakeRows({Shown(1)}));
 }
 
 TEST_F(DeskWork, ACellThatIsNotShownIsNull) {
   EXPECT_EQ(shownDoor_->Cell("NoColumn"), qorcred::Value(qorcred::Null{}));
-  (void)shownDoor_->TakeRows({DoorRow("*", 99), DoorRow("*", 1)});
+  (void)shownDoor_->TakeRows({Shown(99), Shown(1)});
   EXPECT_EQ(shownDoor_->Cell("DOORNAME"), qorcred::Value(qorcred::Null{}))
       << "the row of the first statement alone";
 }

@@ -16,6 +16,7 @@
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
 #include "host/files/file_error.h"
+#include "host/files/fresh_file.h"
 #include "tests/host/desks/desk_fixture.h"
 #include "tests/host/store/temporary_folder.h"
 
@@ -25,6 +26,10 @@ namespace {
 using testing::HasSubstr;
 
 namespace fs = std::filesystem;
+
+qorcred::Date AtNoon() {
+  return qorcred::FromCivil({2026, 1, 31, 12, 0, 0});
+}
 
 std::size_t UnitsIn(const fs::path& file) {
   return DeskSession(OpenStoreFile(file, Access::kRead), {}).Units().size();
@@ -38,9 +43,9 @@ TEST(StoreFiles, AreMadeReplacedAndSeen) {
   const TemporaryFolder folder;
   const fs::path file = folder.File("building.db");
   EXPECT_THROW((void)OpenStoreFile(file, Access::kRead), MissingStore);
-  CreateStore(file, true);
+  CreateStore(file, true, AtNoon);
   EXPECT_EQ(UnitsIn(file), 3U);
-  ReplaceStore(file, false);
+  ReplaceStore(file, false, AtNoon);
   EXPECT_EQ(EntriesIn(folder.path()), 1) << "something was left beside it";
   EXPECT_EQ(UnitsIn(file), 0U);
 }
@@ -48,7 +53,7 @@ TEST(StoreFiles, AreMadeReplacedAndSeen) {
 /// What PutStore() says of the place; nothing when it made a store there.
 std::optional<FileProblem> ProblemOfPutting(const fs::path& file, Standing existing) {
   try {
-    PutStore(file, {true, {}}, existing);
+    PutStore(file, {true, AtNoon, {}}, existing);
   } catch (const FileError& failure) {
     return failure.problem();
   }
@@ -77,7 +82,7 @@ TEST(StoreFiles, AreNeverPutInThePlaceOfAFolderOrALink) {
 TEST(StoreFiles, NeverTakeThePlaceOfSomethingElse) {
   const TemporaryFolder folder;
   std::ofstream(folder.File("notes.txt")) << "these are notes, not a database";
-  EXPECT_THROW(ReplaceStore(folder.File("notes.txt"), true), ForeignFile);
+  EXPECT_THROW(ReplaceStore(folder.File("notes.txt"), true, AtNoon), ForeignFile);
   EXPECT_EQ(EntriesIn(folder.path()), 1);
 }
 
@@ -85,7 +90,7 @@ TEST(StoreFiles, AreReadableByTheirOwnerAloneFromTheBeginning) {
   const TemporaryFolder folder;
   const fs::path file = folder.File("building.db");
   const mode_t before = umask(0);
-  CreateStore(file, true);
+  CreateStore(file, true, AtNoon);
   DeskSession session(OpenStoreFile(file, Access::kChange), {});
   (void)session.sql().Change("UPDATE DOORS SET DOORNAME='Yard' WHERE DOORID=4", std::nullopt);
   umask(before);
@@ -98,18 +103,18 @@ TEST(StoreFiles, AreReadableByTheirOwnerAloneFromTheBeginning) {
 TEST(StoreFiles, KeepTheirRightsWhenTheyAreReplaced) {
   const TemporaryFolder folder;
   const fs::path file = folder.File("building.db");
-  CreateStore(file, true);
+  CreateStore(file, true, AtNoon);
   fs::permissions(file, fs::perms(0660));
-  ReplaceStore(file, false);
+  ReplaceStore(file, false, AtNoon);
   EXPECT_EQ(fs::status(file).permissions(), fs::perms(0660));
 }
 
 TEST(StoreFiles, AreNotMadeOverWhatIsThere) {
   const TemporaryFolder folder;
   const fs::path file = folder.File("building.db");
-  CreateStore(file, true);
+  CreateStore(file, true, AtNoon);
   try {
-    CreateStore(file, false);
+    CreateStore(file, false, AtNoon);
     ADD_FAILURE() << "made twice";
   } catch (const FileError& failure) {
     EXPECT_EQ(failure.problem(), FileProblem::kExists);
@@ -118,11 +123,27 @@ TEST(StoreFiles, AreNotMadeOverWhatIsThere) {
   EXPECT_EQ(UnitsIn(file), 3U);
 }
 
+TEST(StoreFiles, OfAKilledProcessAreRemovedByTheNextAndThoseOfALivingOneStay) {
+  const TemporaryFolder folder;
+  for (const char* name : {".qorhost-Ab12cd", ".qorhost-Ab12cd-wal", ".qorhost-Ab12cd-shm"}) {
+    std::ofstream(folder.File(name)) << "half of a store";
+  }
+  const FreshFile living(folder.File("other.db"));
+  for (const char* name : {".qorhost-notes", ".qorhost-Ab12cd.txt", "qorhost-Ab12cd"}) {
+    std::ofstream(folder.File(name)) << "a person's own";
+  }
+  ASSERT_EQ(EntriesIn(folder.path()), 4) << "the three that were left are gone";
+  CreateStore(folder.File("building.db"), true, AtNoon);
+  EXPECT_EQ(EntriesIn(folder.path()), 5);
+  EXPECT_TRUE(fs::exists(living.path()));
+  EXPECT_TRUE(fs::exists(folder.File("building.db")));
+}
+
 // The engine would take the log for the new store's.
 TEST(StoreFiles, AreNotMadeBesideTheLogOfAStoreThatIsGone) {
   const TemporaryFolder folder;
   std::ofstream(folder.File("building.db-wal")) << "a log";
-  EXPECT_THROW(CreateStore(folder.File("building.db"), true), RefusedError);
+  EXPECT_THROW(CreateStore(folder.File("building.db"), true, AtNoon), RefusedError);
   EXPECT_EQ(EntriesIn(folder.path()), 1);
 }
 
@@ -162,7 +183,7 @@ TEST(StoreFiles, AreMadeByOneOfSeveralProcessesAtOnce) {
     const fs::path file = folder.File("building.db");
     const std::vector<int> results = InProcesses(3, [&](int) {
       try {
-        CreateStore(file, true);
+        CreateStore(file, true, AtNoon);
         return kMade;
       } catch (const FileError& failure) {
         return failure.problem() == FileProblem::kExists ? kFoundOne : kOther;
@@ -181,12 +202,12 @@ TEST(StoreFiles, AreMadeByOneOfSeveralProcessesAtOnce) {
 TEST(StoreFiles, AreWholeForEverybodyWhileTheyAreReplaced) {
   const TemporaryFolder folder;
   const fs::path file = folder.File("building.db");
-  CreateStore(file, true);
+  CreateStore(file, true, AtNoon);
   const std::vector<int> results = InProcesses(5, [&](int number) {
     try {
       for (int round = 0; round < 6; ++round) {
         if (number == 0 || number == 4) {
-          ReplaceStore(file, round % 2 == 0);
+          ReplaceStore(file, round % 2 == 0, AtNoon);
         } else if (number == 1) {
           DeskSession session(OpenStoreFile(file, Access::kChange), {});
           (void)session.sql().Change("UPDATE DOORS SET DOORNAME='Yard' WHERE DOORID=4",

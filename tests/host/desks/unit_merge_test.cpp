@@ -124,13 +124,33 @@ TEST_F(UnitMerges, MoreThanHalfOfTheCodesAreDeletedOnlyWhenThatWasAgreedTo) {
   EXPECT_EQ(refused.wholesale->stored, 6U);
   EXPECT_TRUE(IsAsBefore());
 
-  constexpr std::size_t kFewer = 3;
-  EXPECT_TRUE(merge.Apply(nullptr, kFewer).wholesale) << "more than was agreed to";
+  ASSERT_EQ(refused.wholesale->codes.size(), 4U);
+  LostCodes fewer = refused.wholesale->codes;
+  fewer.erase(fewer.begin());
+  EXPECT_TRUE(merge.Apply(nullptr, fewer).wholesale) << "more than was agreed to";
   EXPECT_TRUE(IsAsBefore());
 
-  const MergeReport agreed = merge.Apply(nullptr, refused.wholesale->deletions);
+  const MergeReport agreed = merge.Apply(nullptr, refused.wholesale->codes);
   EXPECT_TRUE(agreed.done());
   EXPECT_EQ(agreed.deleted, 4U);
+  EXPECT_EQ(CodeCount(), 2);
+}
+
+TEST_F(UnitMerges, AsManyOtherCodesAreNotWhatWasAgreedTo) {
+  UnitFile unit = Exported();
+  unit.codes.resize(2);
+  const UnitReading two{unit, {}};
+  UnitMerge merge(session(), kUnit, two, BadLines::kRefused);
+  const MergeReport refused = merge.Apply(nullptr);
+  ASSERT_TRUE(refused.wholesale);
+  // Somebody else gives one of them another number while the question is open.
+  Run("UPDATE DIRECTORYCODE SET DIRECTORYCODE=777 WHERE RID=" +
+      std::to_string(refused.wholesale->codes.begin()->first));
+  const MergeReport again = merge.Apply(nullptr, refused.wholesale->codes);
+  ASSERT_TRUE(again.wholesale);
+  EXPECT_EQ(again.wholesale->deletions, refused.wholesale->deletions);
+  EXPECT_EQ(CodeCount(), 6);
+  EXPECT_TRUE(merge.Apply(nullptr, again.wholesale->codes).done());
   EXPECT_EQ(CodeCount(), 2);
 }
 
