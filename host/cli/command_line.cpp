@@ -58,11 +58,20 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   auto* no = app.add_flag_callback(
       "--no", [&global] { global.answer = false; }, "Answer No to questions");
   yes->excludes(no);
-  constexpr int kLongestWait = 24 * 60 * 60;
-  app.add_option("--wait", global.wait,
-                 "How long to wait for others who are writing to the store (30)")
+  static constexpr NumberRange kWaits{0, 24 * 60 * 60};
+  app.add_option_function<std::string>(
+         "--wait",
+         [&global](const std::string& seconds) {
+           global.wait = static_cast<int>(WholeNumberIn(seconds, kWaits).value_or(0));
+         },
+         "How long to wait for others who are writing to the store (30), up to 86400")
       ->type_name("SECONDS")
-      ->check(CLI::Range(0, kLongestWait));
+      ->check([](const std::string& seconds) {
+        return WholeNumberIn(seconds, kWaits)
+                   ? std::string()
+                   : fmt::format("'{}' must be a whole number from {} to {}, in digits alone",
+                                 seconds, kWaits.lowest, kWaits.highest);
+      });
   app.add_flag("--json", global.json, "Print rows as JSON");
   app.add_flag("--trace", global.trace,
                "Write every call between controller and host to standard error");

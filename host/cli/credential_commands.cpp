@@ -142,7 +142,7 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
 
 ExitStatus RunCredentialRenumber(const GlobalOptions& global,
                                  const CredentialRenumberOptions& options, Console& console) {
-  const std::int32_t number = ReadLong(credential_field::kNewNumber, options.number);
+  const std::int32_t number = ReadCredentialNumber(options.number);
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);

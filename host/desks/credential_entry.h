@@ -59,6 +59,9 @@ struct CredentialChange {
 void EnterCredentials(CredentialDesk& desk, const NewCredentials& entry);
 void EnterChange(CredentialDesk& desk, const CredentialChange& change);
 
+/// The new number of a credential, 1 to 65535. Raises InputFault for anything else.
+[[nodiscard]] std::int32_t ReadCredentialNumber(std::string_view given);
+
 /// The numbers on the screen, read as the controller reads them.
 struct EnteredNumbers {
   std::int64_t first = 0;

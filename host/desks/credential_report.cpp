@@ -123,7 +123,7 @@ GivenRids::GivenRids(std::string text) : text_(std::move(text)) {
                        "{field} '{value}' must be RIDs of the report with commas between them, as "
                        "in 17,18,21");
     }
-    (void)ReadLong(report_input::kRids, rid);
+    (void)ReadLong(report_input::kRids, rid, kFromZero);
     rest.remove_prefix(more ? comma + 1 : rest.size());
   }
 }

@@ -149,7 +149,8 @@ void DirCodeDesk::RefreshCodes(std::int32_t rid) {
   controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, kWholeList, rid);
 }
 
-void DirCodeDesk::TypeCode(const std::string& code) {
+void DirCodeDesk::TypeCode(const std::string& given) {
+  const std::string code = TypedNumber(field::kCode, given);
   TextModel& box = codeBox();
   const std::int32_t most = box.maxLength();
   // The box would cut the text, and another code than the one meant would be stored.
@@ -159,7 +160,7 @@ void DirCodeDesk::TypeCode(const std::string& code) {
                                  "unit's codes",
                                  most));
   }
-  box.SetText(TypedNumber(field::kCode, code));
+  box.SetText(code);
 }
 
 Outcome DirCodeDesk::Work(std::string what, const std::function<Outcome()>& run) {

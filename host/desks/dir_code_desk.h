@@ -60,7 +60,7 @@ class DirCodeDesk {
   void RefreshCodes(std::int32_t rid = 0);
   /// Types a code. Raises InputFault for one that the box does not take, and for a number
   /// that is no whole one.
-  void TypeCode(const std::string& code);
+  void TypeCode(const std::string& given);
 
   // The operations, on this screen and unit, each a unit of work. A change is stale when someone
   // else has changed or deleted the code meanwhile; after one that was done the code is loaded
