@@ -89,14 +89,15 @@ class CredentialDesk {
 
   /// Saves new credentials, `progress` being told of every row.
   IssuedCredentials SaveNew(const Progress& progress = nullptr);
-  /// Saves what was chosen for the credential that is selected. A refused one is loaded again: the
-  /// facts tell what is stored.
+  /// Saves what was chosen for the credential that is selected, unless it is stored so already:
+  /// nothing is queued then. A refused one is loaded again: the facts tell what is stored.
   ChangedCredential SaveEdited();
   /// Assigns the credential that SaveNew() has just stored to the tenant at the place `tenant` of
   /// the list. Takes it into the list of credentials, which is not filled again: for long imports.
   Outcome AssignIssued(const IssuedCredentials& issued, std::int32_t tenant);
   Outcome Delete(std::int32_t rid);
-  /// Queues the steps of those who hold it. Raises InputFault for a number below 0 or above 65535.
+  /// Queues the steps of those who hold it, unless it has that number already. Raises InputFault
+  /// for a number below 0 or above 65535.
   ChangedCredential Renumber(std::int32_t number);
 
  private:
@@ -112,6 +113,8 @@ class CredentialDesk {
   [[nodiscard]] Outcome SaveOnce(IssuedCredentials& issued, const Progress& progress);
   [[nodiscard]] Outcome SaveSelected();
   [[nodiscard]] bool IsHeldAsChosen();
+  [[nodiscard]] bool IsStoredAsShown();
+  [[nodiscard]] ChangedCredential Unchanged() const;
   [[nodiscard]] std::vector<std::int32_t> RowsNamed(std::string_view credential);
   [[nodiscard]] std::string Described(std::vector<std::int32_t> rids);
   void QueueHoldersSteps(std::int32_t rid);

@@ -64,6 +64,14 @@ std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_vie
   return rids.front();
 }
 
+/// What is stored already needs no statement, and the unit no step.
+Outcome Unchanged() {
+  Outcome same;
+  same.returned = true;
+  same.unchanged = true;
+  return same;
+}
+
 }  // namespace
 
 DirCodeDesk::DirCodeDesk(DeskSession& session, std::int32_t unitKey)
@@ -126,6 +134,7 @@ ShownDirCode DirCodeDesk::Select(std::string_view choice) {
   const OperationRecord loading(session_);
   codes().Select(index);
   loading.RequireNoFailure("load the directory code");
+  loaded_ = screen_->Snapshot();
   return Shown();
 }
 
@@ -164,6 +173,7 @@ void DirCodeDesk::TypeCode(const std::string& given) {
 }
 
 Outcome DirCodeDesk::Work(std::string what, const std::function<Outcome()>& run) {
+  loaded_.reset();
   return RunOnScreen(session_, shown_, *screen_,
                      {std::move(what), run, [this] { StartController(); }});
 }
@@ -215,15 +225,28 @@ Outcome DirCodeDesk::Change(std::string_view what, const std::function<bool()>& 
   });
 }
 
+/// Whether the screen shows the selected code as it was loaded and is stored.
+bool DirCodeDesk::IsAsLoaded() const {
+  return loaded_ && screen_->Snapshot() == *loaded_ && shown_.IsStillSo();
+}
+
 Outcome DirCodeDesk::SaveEdited() {
+  if (IsAsLoaded()) {
+    return Unchanged();
+  }
   return Change("edit", [this] {
     screen_->SetVariable("gstrTag", "EDIT");
     return controller_->pbSave(session_.connection(), unitKey_, true, nullptr, codes().selected());
   });
 }
 
-Outcome DirCodeDesk::Renumber(const std::string& code) {
-  (void)TypedNumber(field::kCode, code);
+Outcome DirCodeDesk::Renumber(const std::string& given) {
+  const std::string code = TypedNumber(field::kCode, given);
+  const qorcred::Value stored = StoredCode();
+  if (IsDigits(code) && !qorcred::IsEmptyText(stored) && shown_.IsStillSo() &&
+      qorcred::NumericValue(stored) == qorcred::Val(code)) {
+    return Unchanged();
+  }
   return Change("renumber", [this, &code] {
     return controller_->pbUpdateDirCode(session_.connection(), unitKey_, code);
   });

@@ -70,8 +70,10 @@ class DirCodeDesk {
   SavedDirCode SaveNew();
   /// Saves a new code and, when it is stored, shows it in the list.
   AddedDirCode AddCode();
+  /// Nothing is run, and no step queued, when the screen shows the code as it was loaded.
   Outcome SaveEdited();
-  Outcome Renumber(const std::string& code);
+  /// The same for the number that the code has.
+  Outcome Renumber(const std::string& given);
   Outcome Delete(std::int32_t rid);
 
  private:
@@ -84,12 +86,14 @@ class DirCodeDesk {
   [[nodiscard]] Outcome Work(std::string what, const std::function<Outcome()>& run);
   [[nodiscard]] Outcome Change(std::string_view what, const std::function<bool()>& change);
   [[nodiscard]] Outcome SaveOnce(std::int32_t& rid);
+  [[nodiscard]] bool IsAsLoaded() const;
 
   DeskSession& session_;
   std::int32_t unitKey_;
   std::shared_ptr<ScreenModel> screen_;
   std::optional<qorcred::clsDirCode> controller_;
   ShownState shown_;
+  std::optional<ScreenSnapshot> loaded_;  // by Select(), until an operation changes the store
   Subscription codeSelected_;
 };
 
