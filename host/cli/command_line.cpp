@@ -56,7 +56,7 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   auto* yes = app.add_flag_callback(
       "--yes", [&global] { global.answer = true; }, "Answer Yes to questions");
   auto* no = app.add_flag_callback(
-      "--no", [&global] { global.answer = false; }, "Answer No to questions");
+      "--no", [&global] { global.answer = false; }, "Answer No to questions, and delete nothing");
   yes->excludes(no);
   static constexpr NumberRange kWaits{0, 24 * 60 * 60};
   app.add_option_function<std::string>(

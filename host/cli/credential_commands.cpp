@@ -166,6 +166,7 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& c
   const UnitName unit = session.UnitToChange();
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential chosen = desk.Select(credential);
+  session.RequireDeletion();
   const Outcome deleted = desk.Delete(chosen.rid);
   const ExitStatus status = TellChange(deleted, "credential", console);
   if (deleted.done()) {

@@ -158,6 +158,7 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const std::string& choi
   const ShownDirCode code = desk.Select(choice);
   const std::vector<std::string> tenants = TenantsShown(desk);
 
+  session.RequireDeletion();
   const Outcome deleted = desk.Delete(code.rid);
   const ExitStatus status = TellChange(deleted, "directory code", console);
   if (deleted.done()) {

@@ -56,6 +56,9 @@ void Replace(const GlobalOptions& global, const InitOptions& options, Console& c
 }  // namespace
 
 ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Console& console) {
+  if (options.force && global.answer == false) {
+    throw UsageError("--force replaces a store, and --no says No: leave one of them out");
+  }
   switch (LookAt(global.file)) {
     case StorePlace::kFolder:
       throw RefusedError(
