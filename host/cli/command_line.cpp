@@ -11,6 +11,7 @@
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
 #include "host/cli/display_text.h"
+#include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/cli/tour/tour.h"
@@ -185,22 +186,6 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
   return fmt::format("{} (see '{} --help')", what, CommandName(app));
 }
 
-/// The words with every "--option=" as two, the option and an empty value: the parser would take
-/// the next word for the value.
-std::vector<std::string> WithEmptyValues(const std::vector<std::string>& args) {
-  std::vector<std::string> words;
-  bool options = true;
-  for (const std::string& arg : args) {
-    options = options && arg != "--";
-    const bool empty = options && arg.starts_with("--") && arg.find('=') + 1 == arg.size();
-    words.push_back(empty ? arg.substr(0, arg.size() - 1) : arg);
-    if (empty) {
-      words.emplace_back();
-    }
-  }
-  return words;
-}
-
 ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
   Choice choice;
   CLI::App app(
@@ -209,7 +194,7 @@ ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
       "qorhost");
   Describe(app, choice);
   try {
-    std::vector<std::string> words = WithEmptyValues(args);
+    std::vector<std::string> words = WordsForParser(app, args);
     std::reverse(words.begin(), words.end());
     app.parse(std::move(words));
   } catch (const CLI::Success& help) {
