@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/cli/display_text.h"
+#include "host/cli/few_lines.h"
 #include "host/cli/progress.h"
 #include "host/cli/table_printer.h"
 #include "host/files/input_file.h"
@@ -37,12 +38,16 @@ std::string Counted(std::size_t count, std::string_view one, std::string_view ma
 }
 
 void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {
+  FewLines refused(console, "refused lines");
+  FewLines notes(console, "notes");
   for (const LineRemark& remark : report.remarks) {
     if (!remark.refused || !asJson) {
-      console.err << "qorhost: line " << remark.line << ": " << Displayable(report.TextOf(remark))
-                  << '\n';
+      (remark.refused ? refused : notes)
+          .Tell(fmt::format("line {}: {}", remark.line, Displayable(report.TextOf(remark))));
     }
   }
+  refused.TellRest();
+  notes.TellRest();
 }
 
 void PrintReportAsJson(const ImportReport& report, const UnitName& unit, Console& console) {
