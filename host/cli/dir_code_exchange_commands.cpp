@@ -7,6 +7,7 @@
 
 #include "frame/convert.h"
 #include "host/cli/display_text.h"
+#include "host/cli/few_lines.h"
 #include "host/cli/progress.h"
 #include "host/cli/table_printer.h"
 #include "host/desks/unit_export.h"
@@ -30,26 +31,50 @@ UnitReading ReadFrom(const std::string& from, Console& console) {
   return ReadUnitFile(file);
 }
 
+std::string NameOfFile(const std::string& from) {
+  return from == kStandardStream ? "standard input" : from;
+}
+
+void NameBadLines(const std::vector<LineFault>& faults, const std::string& from, Console& console) {
+  FewLines lines(console, "bad lines");
+  for (const LineFault& fault : faults) {
+    lines.Tell(fmt::format("{}, line {}: {}", Displayable(NameOfFile(from)), fault.line,
+                           Displayable(fault.reason)));
+  }
+  lines.TellRest();
+}
+
+/// Raises RefusedError for lines that may not be left out.
+void RefuseLines(const std::string& refusal) {
+  if (!refusal.empty()) {
+    throw RefusedError(refusal + ", or say --skip-bad-lines");
+  }
+}
+
 /// Names every line that was not taken over. Raises RefusedError unless they may be left out, and
 /// for a file that is no unit file.
 void ReportBadLines(const UnitReading& reading, BadLines badLines, const std::string& from,
                     Console& console) {
-  const std::string file = from == kStandardStream ? "standard input" : from;
-  for (const LineFault& fault : reading.faults) {
-    console.err << fmt::format("qorhost: {}, line {}: {}\n", Displayable(file), fault.line,
-                               Displayable(fault.reason));
-  }
+  const std::string file = NameOfFile(from);
+  NameBadLines(reading.faults, from, console);
   if (!reading.isUnitFile) {
     throw RefusedError(fmt::format("{} is no unit file, so nothing was changed", file));
   }
-  if (const std::string refusal = RefusalOf(reading, badLines); !refusal.empty()) {
-    throw RefusedError(refusal + ", or say --skip-bad-lines");
-  }
+  RefuseLines(RefusalOf(reading, badLines));
   if (reading.faults.empty() && !reading.isCounted) {
     console.err << fmt::format(
         "qorhost: {} has no end line, as files of an older version: whether it is whole cannot be "
         "told.\n",
         Displayable(file));
+  }
+}
+
+/// The same of the lines that the screen refuses.
+void ReportRefusedLines(const std::vector<LineFault>& faults, BadLines badLines,
+                        const std::string& from, Console& console) {
+  NameBadLines(faults, from, console);
+  if (!faults.empty() && badLines == BadLines::kRefused) {
+    RefuseLines(RefusalOfLines(faults.size()));
   }
 }
 
@@ -110,11 +135,12 @@ void PrintDone(const MergeReport& report, const UnitName& unit, bool asJson, Con
 
 /// Names every code that is not written. Raises RefusedError unless they may be left out.
 void ReportObstacles(const std::vector<Obstacle>& obstacles, bool skip, Console& console) {
+  FewLines lines(console, "codes");
   for (const Obstacle& obstacle : obstacles) {
-    console.err << fmt::format("qorhost: directory code {} (RID {}): {}\n",
-                               qorcred::NumberText(obstacle.number), obstacle.rid,
-                               Displayable(obstacle.reason));
+    lines.Tell(fmt::format("directory code {} (RID {}): {}", qorcred::NumberText(obstacle.number),
+                           obstacle.rid, Displayable(obstacle.reason)));
   }
+  lines.TellRest();
   if (!obstacles.empty() && !skip) {
     throw RefusedError(fmt::format(
         "a unit cannot hold {} of the codes, so nothing was written: change them, or leave them "
@@ -149,7 +175,7 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
 
   UnitMerge merge(session.desks(), unit.key, reading, badLines);
   if (options.dryRun) {
-    merge.Plan();
+    ReportRefusedLines(merge.Plan().faults, badLines, options.from, console);
     PrintPlan(merge, reading.file, unit, global.json, console);
     ReportKept(merge.plan().kept, console);
     return ExitStatus::kDone;
@@ -162,6 +188,7 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
                     report.wholesale->deletions, report.wholesale->stored));
     report = merge.Apply(BarOn(console, global.trace), report.wholesale->deletions);
   }
+  ReportRefusedLines(report.faults, badLines, options.from, console);
   const ExitStatus status = TellChange(report, "unit", console);
   if (report.done()) {
     PrintDone(report, unit, global.json, console);

@@ -38,6 +38,7 @@ struct MergeReport : Outcome {
     std::size_t stored = 0;
   };
   std::optional<Wholesale> wholesale;
+  std::vector<LineFault> faults;  ///< lines that the screen refuses, as the plan says
   MergeAftermath aftermath;
 };
 
@@ -46,6 +47,9 @@ enum class BadLines : std::uint8_t {
   kRefused,  ///< with one of them nothing is merged
   kLeftOut,  ///< the others are merged, but no stored code is deleted
 };
+
+/// Why nothing is merged with so many bad lines, and what to do.
+[[nodiscard]] std::string RefusalOfLines(std::size_t count);
 
 /// Why a reading is not merged, and what to do; "" when it is.
 [[nodiscard]] std::string RefusalOf(const UnitReading& reading, BadLines badLines);
@@ -61,8 +65,10 @@ class UnitMerge {
   UnitMerge(const UnitMerge&) = delete;
   UnitMerge& operator=(const UnitMerge&) = delete;
 
-  /// Reads the store's side and compares; writes nothing. Raises FailureError when it cannot be
-  /// read, and RefusedError for codes that the store's unit has no room for.
+  /// Reads the store's side and compares; writes nothing. A line that would be written is checked
+  /// as an entry is: one that the screen refuses is a fault of the plan, and a bad line. Raises
+  /// FailureError when the store cannot be read, and RefusedError for codes that the store's unit
+  /// has no room for.
   const MergePlan& Plan();
   [[nodiscard]] const MergePlan& plan() const { return plan_; }
   [[nodiscard]] const std::vector<StoredCode>& stored() const { return stored_; }
@@ -75,6 +81,7 @@ class UnitMerge {
 
  private:
   void Compare();
+  void LeaveOutRefused();
   void ReadStored();
   void AddPrevious(const qorcred::TableView& fetched, std::int32_t firstPrevious);
   void ReadDetails();
@@ -91,7 +98,9 @@ class UnitMerge {
 
   DeskSession& session_;
   std::int32_t unitKey_;
+  const UnitReading& reading_;
   const UnitFile& unit_;
+  BadLines badLines_;
   MergeRules rules_;
   std::shared_ptr<ScreenModel> connectionScreen_;
   qorcred::clsDirCode controller_;
