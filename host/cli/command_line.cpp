@@ -48,7 +48,7 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
       });
   app.add_option_function<std::string>(
          "--unit", [&global](const std::string& key) { global.unit = WholeNumber(key); },
-         "The unit's key (QORHOST_UNIT; else, to look at, the first unit)")
+         "The unit's key; else that of QORHOST_UNIT, else, to look at, the first")
       ->type_name("N")
       ->check([](const std::string& key) {
         return WholeNumber(key) ? std::string()
@@ -112,6 +112,21 @@ void DescribeStore(CLI::App& app, Choice& choice) {
              [&choice](Console& console) { return RunTour(choice.global, console); });
 }
 
+/// Help in plain words, of every command.
+void SpeakPlainly(CLI::App& app) {
+  app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+  app.get_formatter()->label("REQUIRED", "(needed)");
+  app.get_formatter()->label("Excludes", "not with");
+  for (CLI::Option* option :
+       app.get_options([](const CLI::Option* any) { return any->get_positional(); })) {
+    option->type_name("");
+  }
+  for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) {
+    command->group("Commands");
+    SpeakPlainly(*command);
+  }
+}
+
 void Describe(CLI::App& app, Choice& choice) {
   app.set_version_flag("--version", "qorhost " QORHOST_VERSION);
   app.require_subcommand(1);
@@ -124,6 +139,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeCredentials({app, choice.run}, choice.global, choice.credentials);
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
   DescribeReports({app, choice.run}, choice.global, choice.report);
+  SpeakPlainly(app);
 }
 
 ExitStatus Fail(std::ostream& err, std::string_view what, ExitStatus status) {
@@ -197,6 +213,8 @@ ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
     std::vector<std::string> words = WordsForParser(app, args);
     std::reverse(words.begin(), words.end());
     app.parse(std::move(words));
+  } catch (const UsageError& error) {
+    return Fail(console.err, error.what(), ExitStatus::kUsage);
   } catch (const CLI::Success& help) {
     app.exit(help, console.out, console.err);
     return ExitStatus::kDone;

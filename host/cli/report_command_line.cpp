@@ -52,12 +52,13 @@ void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOpti
       "  qorhost report credentials --where \"Card Number between 100 AND 199\" \\\n"
       "      --where \"Tenant Name contains ab\" --format json\n"
       "  qorhost report credentials --unit 2 --delete rid:17,18,21\n"
-      "Fields: Credential Type, Card Number, Facility Code, Tenant Name.",
+      "Fields: Credential Type, Card Number, Facility Code, Tenant Name; name a wrong operator to\n"
+      "see what goes with a field.",
       [&](Console& console) { return RunCredentialReport(global, options, console); }, kWords);
   auto* where = DescribeOutput(*credentials, options);
   credentials
       ->add_option("--delete", options.toDelete,
-                   "Delete these credentials, none of which a tenant may hold")
+                   "Delete these credentials without a question; a tenant may hold none of them")
       ->type_name("rid:RID,RID...")
       ->excludes(where)
       ->excludes("--format");
