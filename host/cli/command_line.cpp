@@ -11,6 +11,7 @@
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
 #include "host/cli/display_text.h"
+#include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/cli/tour/tour.h"
@@ -47,7 +48,7 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
       });
   app.add_option_function<std::string>(
          "--unit", [&global](const std::string& key) { global.unit = WholeNumber(key); },
-         "The unit's key (QORHOST_UNIT; else, to look at, the first unit)")
+         "The unit's key; else that of QORHOST_UNIT, else, to look at, the first")
       ->type_name("N")
       ->check([](const std::string& key) {
         return WholeNumber(key) ? std::string()
@@ -56,14 +57,23 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   auto* yes = app.add_flag_callback(
       "--yes", [&global] { global.answer = true; }, "Answer Yes to questions");
   auto* no = app.add_flag_callback(
-      "--no", [&global] { global.answer = false; }, "Answer No to questions");
+      "--no", [&global] { global.answer = false; }, "Answer No to questions, and delete nothing");
   yes->excludes(no);
-  constexpr int kLongestWait = 24 * 60 * 60;
-  app.add_option("--wait", global.wait,
-                 fmt::format("How long to wait for others who are writing to the store ({})",
-                             kUsualPatience.count()))
+  static constexpr NumberRange kWaits{0, 24 * 60 * 60};
+  app.add_option_function<std::string>(
+         "--wait",
+         [&global](const std::string& seconds) {
+           global.wait = static_cast<int>(WholeNumberIn(seconds, kWaits).value_or(0));
+         },
+         fmt::format("How long to wait for others who are writing to the store ({}), up to {}",
+                     kUsualPatience.count(), kWaits.highest))
       ->type_name("SECONDS")
-      ->check(CLI::Range(0, kLongestWait));
+      ->check([](const std::string& seconds) {
+        return WholeNumberIn(seconds, kWaits)
+                   ? std::string()
+                   : fmt::format("'{}' must be a whole number from {} to {}, in digits alone",
+                                 seconds, kWaits.lowest, kWaits.highest);
+      });
   app.add_flag("--json", global.json, "Print rows as JSON");
   app.add_flag("--trace", global.trace,
                "Write every call between controller and host to standard error");
@@ -103,6 +113,21 @@ void DescribeStore(CLI::App& app, Choice& choice) {
              [&choice](Console& console) { return RunTour(choice.global, console); });
 }
 
+/// Help in plain words, of every command.
+void SpeakPlainly(CLI::App& app) {
+  app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+  app.get_formatter()->label("REQUIRED", "(needed)");
+  app.get_formatter()->label("Excludes", "not with");
+  for (CLI::Option* option :
+       app.get_options([](const CLI::Option* any) { return any->get_positional(); })) {
+    option->type_name("");
+  }
+  for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) {
+    command->group("Commands");
+    SpeakPlainly(*command);
+  }
+}
+
 void Describe(CLI::App& app, Choice& choice) {
   app.set_version_flag("--version", "qorhost " QORHOST_VERSION);
   app.require_subcommand(1);
@@ -115,6 +140,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeCredentials({app, choice.run}, choice.global, choice.credentials);
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
   DescribeReports({app, choice.run}, choice.global, choice.report);
+  SpeakPlainly(app);
 }
 
 ExitStatus Fail(std::ostream& err, std::string_view what, ExitStatus status) {
@@ -178,22 +204,6 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
   return fmt::format("{} (see '{} --help')", what, CommandName(app));
 }
 
-/// The words with every "--option=" as two, the option and an empty value: the parser would take
-/// the next word for the value.
-std::vector<std::string> WithEmptyValues(const std::vector<std::string>& args) {
-  std::vector<std::string> words;
-  bool options = true;
-  for (const std::string& arg : args) {
-    options = options && arg != "--";
-    const bool empty = options && arg.starts_with("--") && arg.find('=') + 1 == arg.size();
-    words.push_back(empty ? arg.substr(0, arg.size() - 1) : arg);
-    if (empty) {
-      words.emplace_back();
-    }
-  }
-  return words;
-}
-
 ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
   Choice choice;
   CLI::App app(
@@ -202,9 +212,11 @@ ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
       "qorhost");
   Describe(app, choice);
   try {
-    std::vector<std::string> words = WithEmptyValues(args);
+    std::vector<std::string> words = WordsForParser(app, args);
     std::reverse(words.begin(), words.end());
     app.parse(std::move(words));
+  } catch (const UsageError& error) {
+    return Fail(console.err, error.what(), ExitStatus::kUsage);
   } catch (const CLI::Success& help) {
     app.exit(help, console.out, console.err);
     return ExitStatus::kDone;

@@ -122,6 +122,12 @@ void CommandSession::RequireConsent(const std::string& question) {
   }
 }
 
+void CommandSession::RequireDeletion() const {
+  if (global_.answer == false) {
+    throw RefusedError("nothing was deleted: --no says so");
+  }
+}
+
 UnitName CommandSession::ChosenUnit() {
   std::vector<UnitName> units = session_.Units();
   if (units.empty()) {

@@ -47,6 +47,9 @@ class CommandSession {
   /// Asks a question of the host's own, as the controllers' are asked. Raises RefusedError unless
   /// the answer is Yes.
   void RequireConsent(const std::string& question);
+  /// To be called before a deletion, which may ask nothing: with --no nothing is deleted all the
+  /// same. Raises RefusedError then.
+  void RequireDeletion() const;
   /// The unit of --unit alone, or all units.
   [[nodiscard]] std::vector<UnitName> ChosenUnits();
 

@@ -54,12 +54,13 @@ void DescribeAdd(CommandPlace credentials, const GlobalOptions& global,
   };
   NewCredentials& entry = options.entry;
   text("--type", entry.type, EnteredWords("|", "|"), "The kind of credential")->required();
-  text("--start", entry.first, "N", "The credential's number, or the first of a range")->required();
-  text("--end", entry.last, "N", "The last number of a range");
-  text("--facility", entry.facility, "F", "Facility code");
-  text("--id-code", entry.idCode, "N", "ID code of a transmitter");
-  text("--sequence", entry.sequence, "N", "Sequence code of a transmitter");
-  text("--button", entry.button, "1|4", "Button of a transmitter");
+  text("--start", entry.first, "N", "The credential's number, 1 to 65535, or the first of a range")
+      ->required();
+  text("--end", entry.last, "N", "The last number of a range, up to 65535");
+  text("--facility", entry.facility, "F", "Facility code, 0 to 255, of a card30 to 63 (0)");
+  text("--id-code", entry.idCode, "N", "ID code of a transmitter, 0 to 26");
+  text("--sequence", entry.sequence, "N", "Sequence code of a transmitter, 0 to 2");
+  text("--button", entry.button, "1|4", "Button of a transmitter (1)");
   command->add_flag("--with-tenants", entry.withTenants, "Create a tenant for every credential");
   text("--schedules", entry.schedules, "A,B,C,D",
        "The new tenants' schedules at the four doors, by id or name (Full Access)");
@@ -101,7 +102,7 @@ void DescribeRest(CommandPlace credentials, const GlobalOptions& global, Credent
       [&](Console& console) { return RunCredentialRenumber(global, choice.renumber, console); },
       kRenumberWords);
   renumber->add_option("CREDENTIAL", choice.renumber.credential, kCredential)->required();
-  renumber->add_option("NUMBER", choice.renumber.number, "The new number")->required();
+  renumber->add_option("NUMBER", choice.renumber.number, "The new number, 1 to 65535")->required();
 
   auto* remove = AddCommand(
       credentials, "delete", "Delete a credential; asks when a tenant holds it",

@@ -134,8 +134,9 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
     console.err << fmt::format("qorhost: {} is {} now.\n", NameOf(now), AssignmentText(now));
   } else if (changed.done()) {
     const std::string door = now.door ? fmt::format("door {}, ", Displayable(*now.door)) : "";
-    console.out << fmt::format("{} {}: {}{}.\n", NameOf(now), InUnit(unit), door,
-                               AssignmentText(now));
+    console.out << fmt::format("{} {}: {}{}{}.\n", NameOf(now), InUnit(unit), door,
+                               AssignmentText(now),
+                               changed.unchanged ? ", as before; nothing was changed" : "");
     PrintLosses(losses, console);
   }
   return status;
@@ -150,7 +151,10 @@ ExitStatus RunCredentialRenumber(const GlobalOptions& global,
   const ShownCredential before = desk.Select(options.credential);
   const ChangedCredential renumbered = desk.Renumber(number);
   const ExitStatus status = TellChange(renumbered, "credential", console);
-  if (renumbered.done()) {
+  if (renumbered.unchanged) {
+    console.out << fmt::format("{} {}, has that number already; nothing was changed.\n",
+                               NameOf(before), InUnit(unit));
+  } else if (renumbered.done()) {
     console.out << fmt::format("{} is {} now, {}.\n", Displayable(before.entry),
                                NameOf(renumbered.credential), InUnit(unit));
   }
@@ -163,6 +167,7 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& c
   const UnitName unit = session.UnitToChange();
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential chosen = desk.Select(credential);
+  session.RequireDeletion();
   const Outcome deleted = desk.Delete();
   const ExitStatus status = TellChange(deleted, "credential", console);
   if (deleted.done()) {

@@ -55,7 +55,7 @@ void Either(CLI::App& command, std::optional<bool>& target, const char* yes,
 void DescribeEntry(CLI::App& command, DirCodeEntry& entry) {
   Text(command, "--phone", entry.phone, "P", "The phone number that the unit dials");
   Text(command, "--extension", entry.extension, "E", "The extension dialled behind it");
-  Text(command, "--delay", entry.delay, "N", "The delay before the extension (2)");
+  Text(command, "--delay", entry.delay, "N", "The delay before the extension, only with one (2)");
   Text(command, "--dnd", entry.dnd, "SCHEDULE",
        "Do not disturb during this schedule, by id or name");
   Text(command, "--forward-phone", entry.forwardPhone, "P", "Forward calls to this phone number");
@@ -63,7 +63,7 @@ void DescribeEntry(CLI::App& command, DirCodeEntry& entry) {
   Text(command, "--forward-schedule", entry.forwardSchedule, "SCHEDULE",
        "Forward during this schedule, by id or name");
   Text(command, "--forward-delay", entry.forwardDelay, "N",
-       "The delay before the extension there (2)");
+       "The delay before the extension there, only with one (2)");
   Text(command, "--from", entry.from, "DATE", "Active from this day on; none: from the beginning");
   Text(command, "--to", entry.to, "DATE", "Active up to this day; none: without end");
   Text(command, "--display-name", entry.displayName, "NAME", "The name that the unit shows");
@@ -89,8 +89,8 @@ void DescribeAdd(CommandPlace dircodes, const GlobalOptions& global, DirCodeAddO
 void DescribeEdit(CommandPlace dircodes, const GlobalOptions& global, DirCodeEditOptions& edit) {
   auto* command = AddCommand(
       dircodes, "edit", "Change a directory code's settings; what is not named stays",
-      "  qorhost dircodes edit 101 --phone 555-0142\n"
-      "  qorhost dircodes edit 101 --no-dnd --forward-phone 555-0290 \\\n"
+      "  qorhost dircodes edit 101 --unit 2 --phone 555-0142\n"
+      "  qorhost dircodes edit 101 --unit 2 --no-dnd --forward-phone 555-0290 \\\n"
       "      --forward-schedule 1 --hide-name",
       [&](Console& console) { return RunDirCodeEdit(global, edit, console); }, kEntryWords);
   command->add_option("CODE", edit.choice, kCode)->required();
@@ -107,11 +107,13 @@ void DescribeEdit(CommandPlace dircodes, const GlobalOptions& global, DirCodeEdi
 
 void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, DirCodeSyncOptions& sync,
                       DirCodeExportOptions& exported) {
-  auto* merge = AddCommand(dircodes, "sync",
-                           "Make a unit's stored codes what the unit holds, all of it or nothing",
-                           "  qorhost dircodes sync --unit 2 --from unit2.txt --dry-run\n"
-                           "  qorhost dircodes sync --unit 2 --from unit2.txt",
-                           [&](Console& console) { return RunDirCodeSync(global, sync, console); });
+  auto* merge =
+      AddCommand(dircodes, "sync",
+                 "Make a unit's stored codes what the unit holds, all of it or nothing; asks\n"
+                 "before it deletes more than half of them",
+                 "  qorhost dircodes sync --unit 2 --from unit2.txt --dry-run\n"
+                 "  qorhost dircodes sync --unit 2 --from unit2.txt",
+                 [&](Console& console) { return RunDirCodeSync(global, sync, console); });
   merge->add_option("--from", sync.from, "The unit file; - for standard input")
       ->required()
       ->type_name("FILE");
@@ -166,7 +168,7 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
 
   auto* renumber = AddCommand(
       dircodes, "renumber", "Give a directory code another number",
-      "  qorhost dircodes renumber 101 180",
+      "  qorhost dircodes renumber 101 180 --unit 2",
       [&](Console& console) { return RunDirCodeRenumber(global, choice.renumber, console); },
       kRenumberWords);
   renumber->add_option("CODE", choice.renumber.choice, kCode)->required();
@@ -174,7 +176,7 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
 
   auto* remove = AddCommand(
       dircodes, "delete", "Delete a directory code, after a question, and take it from its tenants",
-      "  qorhost dircodes delete 101 --yes",
+      "  qorhost dircodes delete 101 --unit 2 --yes",
       [&](Console& console) { return RunDirCodeDelete(global, choice.choice, console); },
       kChoiceWords);
   remove->add_option("CODE", choice.choice, kCode)->required();

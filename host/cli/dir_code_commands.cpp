@@ -116,7 +116,10 @@ ExitStatus RunDirCodeEdit(const GlobalOptions& global, const DirCodeEditOptions&
 
   const Outcome saved = desk.SaveEdited();
   const ExitStatus status = TellChange(saved, "directory code", console);
-  if (saved.done()) {
+  if (saved.unchanged) {
+    console.out << fmt::format("Directory code {} {}, is stored so already; nothing was changed.\n",
+                               NameOf(code), InUnit(unit));
+  } else if (saved.done()) {
     console.out << fmt::format("Changed directory code {} {}.\n", NameOf(code), InUnit(unit));
     if (!cleared.empty()) {
       console.err << fmt::format("qorhost: cleared, because it was switched off: {}.\n",
@@ -136,7 +139,12 @@ ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumber
 
   const Outcome renumbered = desk.Renumber();
   const ExitStatus status = TellChange(renumbered, "directory code", console);
-  if (renumbered.done()) {
+  if (renumbered.unchanged) {
+    console.out << fmt::format(
+        "Directory code {} {}, has that number already; nothing was "
+        "changed.\n",
+        NameOf(before), InUnit(unit));
+  } else if (renumbered.done()) {
     console.out << fmt::format("Directory code {} is {} now, {}.\n", NameOf(before),
                                Displayable(desk.Shown().entry), InUnit(unit));
   }
@@ -151,6 +159,7 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const std::string& choi
   const ShownDirCode code = desk.Select(choice);
   const std::vector<std::string> tenants = TenantsShown(desk);
 
+  session.RequireDeletion();
   const Outcome deleted = desk.Delete();
   const ExitStatus status = TellChange(deleted, "directory code", console);
   if (deleted.done()) {

@@ -7,6 +7,7 @@
 
 #include "frame/convert.h"
 #include "host/cli/display_text.h"
+#include "host/cli/few_lines.h"
 #include "host/cli/progress.h"
 #include "host/cli/table_printer.h"
 #include "host/desks/unit_export.h"
@@ -32,12 +33,19 @@ std::string NameOfSource(const std::string& from) {
   return from == kStandardStream ? std::string(kStandardInput) : from;
 }
 
-/// Names every line that was not taken over.
-void ReportBadLines(const UnitReading& reading, const std::string& from, Console& console) {
-  for (const LineFault& fault : reading.faults) {
-    console.err << fmt::format("qorhost: {}, line {}: {}\n", Displayable(NameOfSource(from)),
-                               fault.line, Displayable(fault.reason));
+/// Names the lines that are not taken over.
+void NameBadLines(const std::vector<LineFault>& faults, const std::string& from, Console& console) {
+  FewLines lines(console, "bad lines");
+  for (const LineFault& fault : faults) {
+    lines.Tell(fmt::format("{}, line {}: {}", Displayable(NameOfSource(from)), fault.line,
+                           Displayable(fault.reason)));
   }
+  lines.TellRest();
+}
+
+/// What to do about lines that may not be left out.
+[[noreturn]] void RefuseBadLines(const std::string& refusal) {
+  throw RefusedError(refusal + ", or say --skip-bad-lines");
 }
 
 /// Begins the merge. Raises RefusedError that says what to do about a file that is not merged.
@@ -47,10 +55,11 @@ UnitMerge Begin(DeskSession& session, const UnitName& unit, const UnitReading& r
     return {session, unit.key, reading,
             options.skipBadLines ? BadLines::kLeftOut : BadLines::kRefused};
   } catch (const UnusableReading& refusal) {
-    throw RefusedError(refusal.isUnitFile()
-                           ? std::string(refusal.what()) + ", or say --skip-bad-lines"
-                           : fmt::format("{} is no unit file, so nothing was changed",
-                                         NameOfSource(options.from)));
+    if (!refusal.isUnitFile()) {
+      throw RefusedError(fmt::format("{} is no unit file, so nothing was changed",
+                                     NameOfSource(options.from)));
+    }
+    RefuseBadLines(refusal.what());
   }
 }
 
@@ -60,6 +69,15 @@ void TellMissingEnd(const UnitReading& reading, const std::string& from, Console
         "qorhost: {} has no end line, as files of an older version: whether it is whole cannot be "
         "told.\n",
         Displayable(NameOfSource(from)));
+  }
+}
+
+/// Names the lines that the screen refuses. Raises RefusedError unless they may be left out.
+void ReportRefusedLines(const std::vector<LineFault>& faults, const DirCodeSyncOptions& options,
+                        Console& console) {
+  NameBadLines(faults, options.from, console);
+  if (!faults.empty() && !options.skipBadLines) {
+    RefuseBadLines(RefusalOfLines(faults.size()));
   }
 }
 
@@ -111,11 +129,13 @@ void PrintDone(const MergeReport& report, const UnitName& unit, bool asJson, Con
 
 /// Names every code that is not written.
 void ReportObstacles(const std::vector<Obstacle>& obstacles, Console& console) {
+  FewLines lines(console, "codes");
   for (const Obstacle& obstacle : obstacles) {
-    console.err << fmt::format("qorhost: directory code {}: {}\n",
-                               WithRid(qorcred::NumberText(obstacle.number), obstacle.rid),
-                               Displayable(obstacle.reason));
+    lines.Tell(fmt::format("directory code {}: {}",
+                           WithRid(qorcred::NumberText(obstacle.number), obstacle.rid),
+                           Displayable(obstacle.reason)));
   }
+  lines.TellRest();
 }
 
 ExportedUnit Export(DeskSession& session, std::int32_t unitKey, const DirCodeExportOptions& options,
@@ -151,11 +171,11 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   CommandSession session(global, options.dryRun ? Access::kRead : Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   const UnitReading reading = ReadFrom(options.from, console);
-  ReportBadLines(reading, options.from, console);
+  NameBadLines(reading.faults, options.from, console);
   UnitMerge merge = Begin(session.desks(), unit, reading, options);
   TellMissingEnd(reading, options.from, console);
   if (options.dryRun) {
-    merge.Plan();
+    ReportRefusedLines(merge.Plan().faults, options, console);
     PrintPlan(merge, reading.file, unit, global.json, console);
     ReportKept(merge.plan().kept, console);
     return ExitStatus::kDone;
@@ -168,6 +188,7 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
                     report.wholesale->deletions, report.wholesale->stored));
     report = merge.Apply(BarOn(console, global.trace), report.wholesale->codes);
   }
+  ReportRefusedLines(report.faults, options, console);
   const ExitStatus status = TellChange(report, "unit", console);
   if (report.done()) {
     PrintDone(report, unit, global.json, console);

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "host/cli/display_text.h"
+#include "host/cli/few_lines.h"
 #include "host/cli/progress.h"
 #include "host/cli/table_printer.h"
 #include "host/desks/words.h"
@@ -32,12 +33,16 @@ ImportRules RulesOf(const GlobalOptions& global, const ImportOptions& options) {
 }
 
 void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {
+  FewLines refused(console, "refused lines");
+  FewLines notes(console, "notes");
   for (const LineRemark& remark : report.remarks) {
     if (!remark.refused || !asJson) {
-      console.err << "qorhost: line " << remark.line << ": " << Displayable(report.TextOf(remark))
-                  << '\n';
+      (remark.refused ? refused : notes)
+          .Tell(fmt::format("line {}: {}", remark.line, Displayable(report.TextOf(remark))));
     }
   }
+  refused.TellRest();
+  notes.TellRest();
 }
 
 void PrintReportAsJson(const ImportReport& report, const UnitName& unit, Console& console) {

@@ -115,7 +115,7 @@ ExitStatus Tell(const Outcome& outcome, std::string_view what, Console& console)
 }
 
 ExitStatus TellChange(const Outcome& outcome, std::string_view what, Console& console) {
-  console.stored = console.stored || outcome.done();
+  console.stored = console.stored || (outcome.done() && !outcome.unchanged);
   return Tell(outcome, what, console);
 }
 

@@ -58,13 +58,13 @@ void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOpti
                   "  qorhost report credentials --unit 2 --delete rid:17,18,21\n"
                   "Fields: ")
           .append(CredentialReport::FieldNames())
-          .append(".")
+          .append("; name a wrong operator to\nsee what goes with a field.")
           .c_str(),
       [&](Console& console) { return RunCredentialReport(global, options, console); }, kWords);
   auto* where = DescribeOutput(*credentials, options);
   credentials
       ->add_option("--delete", options.toDelete,
-                   "Delete these credentials, none of which a tenant may hold")
+                   "Delete these credentials without a question; a tenant may hold none of them")
       ->type_name("rid:RID,RID...")
       ->excludes(where)
       ->excludes("--format");

@@ -76,6 +76,7 @@ ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& o
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   CredentialReport report(session.desks(), unit.key, {});
+  session.RequireDeletion();
   const DeletedCredentials deleted = report.Delete(rids);
   const ExitStatus status = TellChange(deleted, "credential", console);
   if (deleted.done() && global.json) {

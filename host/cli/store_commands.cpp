@@ -59,6 +59,9 @@ void Put(const GlobalOptions& global, const InitOptions& options, Console& conso
 }  // namespace
 
 ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Console& console) {
+  if (options.force && global.answer == false) {
+    throw UsageError("--force replaces a store, and --no says No: leave one of them out");
+  }
   Put(global, options, console);
   console.stored = true;
   const std::string name = Displayable(global.file.string());

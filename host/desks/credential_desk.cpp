@@ -68,14 +68,8 @@ class WatchedSave {
 }  // namespace
 
 CredentialNumber::CredentialNumber(std::string_view typed)
-    : value_(ReadLong(credential_field::kNewNumber, typed)) {
-  if (value_ < 0 || value_ > qorcred::kHighestCredentialNumber) {
-    throw InputFault(
-        credential_field::kNewNumber, std::to_string(value_),
-        fmt::format("{{field}} '{{value}}' is no credential number: they go from 1 to {}",
-                    qorcred::kHighestCredentialNumber));
-  }
-}
+    : value_(
+          ReadLong(credential_field::kNewNumber, typed, {1, qorcred::kHighestCredentialNumber})) {}
 
 CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskScreen kind)
     : session_(session),
@@ -395,7 +389,38 @@ bool CredentialDesk::IsHeldAsChosen() {
   return holder.rowCount > 0;
 }
 
+/// Whether the credential has the door and the one holder that the screen shows, or none.
+bool CredentialDesk::IsStoredAsShown() {
+  const std::int32_t rid = Shown().rid;
+  const ListModel& tenants = screen_->List("cboAssignedTo");
+  const QueryResult holders = session_.sql().Select(
+      fmt::format("SELECT TenantID FROM TENANTS WHERE UnitKey={} AND {}", unitKey_, Holds(rid)));
+  const bool isHeld = tenants.selected() >= placeholders::kInTenants;
+  if (holders.rowCount != (isHeld ? 1U : 0U) ||
+      (isHeld &&
+       qorcred::ToLong(holders.table->At(0, 0)) != tenants.ItemData(tenants.selected()))) {
+    return false;
+  }
+  const QueryResult door = session_.sql().Select(fmt::format(
+      "SELECT DOORCODE FROM CREDENTIALBANK WHERE UnitKey={} AND RID={}", unitKey_, rid));
+  const ListModel& doors = screen_->List("cboActivate");
+  return door.rowCount == 1 &&
+         (!doors.visible() ||
+          qorcred::RoundToLong(qorcred::NumericValue(door.table->At(0, 0))) == doors.selected());
+}
+
+ChangedCredential CredentialDesk::Unchanged() const {
+  ChangedCredential same{Outcome{}, Shown()};
+  same.returned = true;
+  same.unchanged = true;
+  return same;
+}
+
 ChangedCredential CredentialDesk::SaveEdited() {
+  // The controller would take the credential from its tenant, give it back and queue the step.
+  if (IsStoredAsShown()) {
+    return Unchanged();
+  }
   const std::int32_t rid = Shown().rid;
   Outcome outcome = SaveSelected();
   if (outcome.ending == Ending::kRefused) {
@@ -442,6 +467,12 @@ void CredentialDesk::QueueHoldersSteps(std::int32_t rid) {
 
 ChangedCredential CredentialDesk::Renumber(CredentialNumber number) {
   const ShownCredential credential = Shown();
+  const QueryResult same = session_.sql().Select(
+      fmt::format("SELECT RID FROM CREDENTIALBANK WHERE UnitKey={} AND RID={} AND PINNo={}",
+                  unitKey_, credential.rid, number.value()));
+  if (same.rowCount > 0) {
+    return Unchanged();
+  }
   Outcome outcome = Work("renumber credential " + credential.entry, [&] {
     OperationRecord renumbering(session_);
     const bool stored = controller_->pbUpdatePinNo(session_.connection(), number.value(), unitKey_);

@@ -51,8 +51,8 @@ struct AssignmentLosses {
 /// A number for a credential, as it is typed.
 class CredentialNumber {
  public:
-  /// Raises InputFault for a text that is no whole number of 32 bits, and for a number below 0 or
-  /// above 65535: the controller refuses 0 alone, and would store what the column cannot hold.
+  /// Raises InputFault for anything but a whole number from 1 to 65535: the controller refuses 0
+  /// alone, and would store what the column cannot hold.
   explicit CredentialNumber(std::string_view typed);
 
   [[nodiscard]] std::int32_t value() const noexcept { return value_; }
@@ -102,8 +102,8 @@ class CredentialDesk {
 
   /// Saves new credentials, `progress` being told of every row.
   IssuedCredentials SaveNew(const Progress& progress = nullptr);
-  /// Saves what was chosen for the credential that is selected. A refused one is loaded again: the
-  /// facts tell what is stored.
+  /// Saves what was chosen for the credential that is selected, unless it is stored so already:
+  /// nothing is queued then. A refused one is loaded again: the facts tell what is stored.
   ChangedCredential SaveEdited();
   /// Assigns the credential that SaveNew() has just stored to the tenant at the place `tenant` of
   /// the list. Takes it into the list of credentials, which is not filled again: for long imports.
@@ -111,7 +111,7 @@ class CredentialDesk {
   /// Deletes the credential that is selected. Raises FailureError when none is.
   Outcome Delete();
   /// Gives the credential that is selected another number, and queues the steps of those who hold
-  /// it.
+  /// it, unless it has that number already.
   ChangedCredential Renumber(CredentialNumber number);
 
  private:
@@ -127,6 +127,8 @@ class CredentialDesk {
   [[nodiscard]] Outcome SaveOnce(IssuedCredentials& issued, const Progress& progress);
   [[nodiscard]] Outcome SaveSelected();
   [[nodiscard]] bool IsHeldAsChosen();
+  [[nodiscard]] bool IsStoredAsShown();
+  [[nodiscard]] ChangedCredential Unchanged() const;
   [[nodiscard]] std::vector<std::int32_t> RowsNamed(std::string_view credential);
   [[nodiscard]] std::string Described(std::vector<std::int32_t> rids);
   void QueueHoldersSteps(std::int32_t rid);

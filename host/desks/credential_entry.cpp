@@ -39,7 +39,20 @@ void TypeInto(TextModel& box, std::string_view name, const std::optional<std::st
   if (!box.visible() || !box.enabled()) {
     throw InputFault(name, *text, hidden);
   }
+  if (qorcred::Trim(*text).empty()) {
+    // The controller would take it for 0.
+    throw InputFault(name, *text, "{field} '{value}' is empty: give a number, or leave it out");
+  }
   box.SetText(TypedNumber(name, *text));
+}
+
+/// The controller would take an empty one for a single credential.
+std::string LastOfRange(const std::string& last) {
+  if (qorcred::Trim(last).empty()) {
+    throw InputFault(field::kLast, last,
+                     "{field} '{value}' is empty: leave it out for a single credential");
+  }
+  return TypedNumber(field::kLast, last);
 }
 
 void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button) {
@@ -49,10 +62,12 @@ void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button)
   if (!screen.Option("optButton4").visible()) {
     throw InputFault(field::kButton, *button, "leave {field} out: only transmitters have buttons");
   }
-  if (*button != "1" && *button != "4") {
+  constexpr std::int32_t kUpper = 4;
+  const auto number = WholeNumber(*button);
+  if (number != 1 && number != kUpper) {
     throw InputFault(field::kButton, *button, "{field} '{value}' is neither 1 nor 4");
   }
-  screen.Option(*button == "4" ? "optButton4" : "optButtonDefault").SetOn(true);
+  screen.Option(number == kUpper ? "optButton4" : "optButtonDefault").SetOn(true);
 }
 
 void ChooseSchedules(ScreenModel& screen, const std::string& given) {
@@ -112,7 +127,7 @@ void EnterCredentials(CredentialDesk& desk, const NewCredentials& entry) {
   ChooseType(screen, entry.type);
   screen.SetVariable("gstrTag", entry.last ? "" : "SINGLE");
   screen.Box("txtPINStart").SetText(TypedNumber(field::kFirst, entry.first));
-  screen.Box("txtPINEND").SetText(entry.last ? TypedNumber(field::kLast, *entry.last) : "");
+  screen.Box("txtPINEND").SetText(entry.last ? LastOfRange(*entry.last) : "");
   TypeInto(screen.Box("txtFacilityCode"), field::kFacility, entry.facility,
            "leave {field} out: this unit ignores facility codes");
   TypeInto(screen.Box("txtIDCode"), field::kIdCode, entry.idCode, kForTransmitters);

@@ -183,7 +183,7 @@ GivenRids::GivenRids(std::string text) : text_(std::move(text)) {
                        "{field} '{value}' must be RIDs of the report with commas between them, as "
                        "in 17,18,21");
     }
-    rids_.insert(ReadLong(report_input::kRids, rid));
+    rids_.insert(ReadLong(report_input::kRids, rid, kFromZero));
     rest.remove_prefix(more ? comma + 1 : rest.size());
   }
 }

@@ -51,6 +51,14 @@ std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_vie
   return rids.front();
 }
 
+/// What is stored already needs no statement, and the unit no step.
+Outcome Unchanged() {
+  Outcome same;
+  same.returned = true;
+  same.unchanged = true;
+  return same;
+}
+
 }  // namespace
 
 DirCodeDesk::DirCodeDesk(DeskSession& session, std::int32_t unitKey)
@@ -112,6 +120,7 @@ ShownDirCode DirCodeDesk::Select(std::string_view choice) {
   const OperationRecord loading(session_);
   codes().Select(index);
   loading.RequireNoFailure("load the directory code");
+  loaded_ = screen_->Snapshot();
   return Shown();
 }
 
@@ -137,7 +146,8 @@ void DirCodeDesk::RefreshCodes(std::int32_t rid) {
   controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, qorcred::kNoRid, rid);
 }
 
-void DirCodeDesk::TypeCode(const std::string& code) {
+void DirCodeDesk::TypeCode(const std::string& given) {
+  const std::string code = TypedNumber(field::kCode, given);
   TextModel& box = codeBox();
   const std::int32_t most = box.maxLength();
   // The box would cut the text, and another code than the one meant would be stored.
@@ -147,10 +157,11 @@ void DirCodeDesk::TypeCode(const std::string& code) {
                                  "unit's codes",
                                  most));
   }
-  box.SetText(TypedNumber(field::kCode, code));
+  box.SetText(code);
 }
 
 Outcome DirCodeDesk::Work(std::string what, const std::function<Outcome()>& run) {
+  loaded_.reset();
   return RunOnScreen(session_, shown_, *screen_,
                      {std::move(what), run, [this] { StartController(); }});
 }
@@ -202,7 +213,15 @@ Outcome DirCodeDesk::Change(std::string_view what, const std::function<bool()>& 
   });
 }
 
+/// Whether the screen shows the selected code as it was loaded and is stored.
+bool DirCodeDesk::IsAsLoaded() const {
+  return loaded_ && screen_->Snapshot() == *loaded_ && !shown_.WhatDiffers();
+}
+
 Outcome DirCodeDesk::SaveEdited() {
+  if (IsAsLoaded()) {
+    return Unchanged();
+  }
   return Change("edit", [this] {
     screen_->SetVariable("gstrTag", "EDIT");
     return controller_->pbSave(session_.connection(), unitKey_, true, nullptr, codes().selected());
@@ -210,6 +229,12 @@ Outcome DirCodeDesk::SaveEdited() {
 }
 
 Outcome DirCodeDesk::Renumber() {
+  const std::string& code = codeBox().text();
+  const qorcred::Value stored = StoredCode();
+  if (IsDigits(code) && !qorcred::IsEmptyText(stored) && !shown_.WhatDiffers() &&
+      qorcred::NumericValue(stored) == qorcred::Val(code)) {
+    return Unchanged();
+  }
   return Change("renumber", [this] {
     return controller_->pbUpdateDirCode(session_.connection(), unitKey_, codeBox().text());
   });

@@ -60,7 +60,7 @@ class DirCodeDesk {
   void RefreshCodes(std::int32_t rid = 0);
   /// Types a code. Raises InputFault for one that the box does not take, and for a number
   /// that is no whole one.
-  void TypeCode(const std::string& code);
+  void TypeCode(const std::string& given);
 
   // The operations, on this screen and unit, each a unit of work. A change is stale when someone
   // else has changed or deleted the code meanwhile; after one that was done the code is loaded
@@ -70,8 +70,9 @@ class DirCodeDesk {
   SavedDirCode SaveNew();
   /// Saves a new code and, when it is stored, shows it in the list.
   AddedDirCode AddCode();
+  /// Nothing is run, and no step queued, when the screen shows the code as it was loaded.
   Outcome SaveEdited();
-  /// Gives the code that is selected the number that was typed.
+  /// Gives the code that is selected the number that was typed; nothing is run when it has that.
   Outcome Renumber();
   /// Deletes the code that is selected, and takes it from its tenants. Raises FailureError when
   /// none is.
@@ -87,12 +88,14 @@ class DirCodeDesk {
   [[nodiscard]] Outcome Work(std::string what, const std::function<Outcome()>& run);
   [[nodiscard]] Outcome Change(std::string_view what, const std::function<bool()>& change);
   [[nodiscard]] Outcome SaveOnce(std::int32_t& rid);
+  [[nodiscard]] bool IsAsLoaded() const;
 
   DeskSession& session_;
   std::int32_t unitKey_;
   std::shared_ptr<ScreenModel> screen_;
   std::optional<qorcred::clsDirCode> controller_;
   ShownState shown_;
+  std::optional<ScreenSnapshot> loaded_;  // by Select(), until an operation changes the store
   Subscription codeSelected_;
 };
 

@@ -51,11 +51,10 @@ void ChooseDelay(ScreenModel& screen, std::string_view spinner, std::string_view
             "leave {{field}} out: there is no extension, and without one the delay is always {}",
             qorcred::kDelayWithoutExtension));
   }
-  const std::int32_t delay = ReadLong(name, *given);
-  if (delay < 0) {
+  if (const auto number = WholeNumber(*given); number && *number < 0) {
     throw InputFault(name, *given, "{field} '{value}' is below 0");
   }
-  screen.Spin(spinner).SetValue(delay);
+  screen.Spin(spinner).SetValue(ReadLong(name, *given, kFromZero));
 }
 
 void ChooseDateOrNone(PickerModel& picker, std::string_view name,

@@ -67,6 +67,11 @@ void ImportRun::EnterAll(ImportFile& file, const LineEntry& enter, const Progres
       throw CancelledError();
     }
     if (!file.Next(line)) {
+      if (entered > 0 && !file.endsWithALine()) {
+        Remember(line.number(), false,
+                 "the file ends within this line: if it was cut off there, the last cell is not "
+                 "whole");
+      }
       return;
     }
     EnterLine(line, enter);

@@ -71,7 +71,8 @@ std::optional<std::int32_t> RowNamed(std::string_view field, std::string_view gi
   const std::string_view row = given.substr(kPrefix.size());
   const auto rid = WholeNumber(row);
   if (!rid) {
-    throw InputFault(field, row, "the row '{value}' is no whole number of 32 bits");
+    throw InputFault(field, row,
+                     "the row '{value}' is none: a row is named by its RID, as in rid:17");
   }
   return rid;
 }

@@ -37,6 +37,7 @@ struct MergePlan {
   std::vector<MergeStep> steps;  ///< deletions, updates, inserts
   std::size_t unchanged = 0;
   std::size_t kept = 0;  ///< stored codes that would be deleted if deletions were allowed
+  std::vector<LineFault> faults{};  ///< lines that are no step, because the screen refuses them
 
   [[nodiscard]] std::size_t Count(MergeAction action) const;
   /// Whether it deletes more than half of the codes, of which there are `stored`.

@@ -41,6 +41,7 @@ struct Outcome {
   /// What the controller's operation returned: some return True although they refused, with a
   /// message alone, or although a statement of theirs failed.
   bool returned = false;
+  bool unchanged = false;              ///< done without the controller: the store has it so already
   std::vector<ShownMessage> messages;  ///< in their order
   std::vector<std::string> failures;   ///< failed statements and trapped failures, in their order
   StaleCause cause = StaleCause::kUnknown;  ///< of a stale one

@@ -178,8 +178,7 @@ std::string ReadNumber(const ReportField& field, const std::string& given, bool 
 void RequireOrder(bool inOrder, std::string_view where) {
   if (!inOrder) {
     throw InputFault(report_input::kCondition, where,
-                     "{field} '{value}' finds nothing: the first value of a range must not be "
-                     "above the second");
+                     "{field} '{value}': the first value of a range must not be above the second");
   }
 }
 

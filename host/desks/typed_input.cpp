@@ -1,5 +1,7 @@
 #include "host/desks/typed_input.h"
 
+#include <fmt/format.h>
+
 #include "frame/control_characters.h"
 #include "frame/convert.h"
 #include "frame/date.h"
@@ -7,7 +9,6 @@
 #include "frame/text.h"
 #include "frame/utf8.h"
 #include "host/desks/input_fault.h"
-#include "host/desks/whole_number.h"
 #include "host/unit/unit_code.h"
 
 namespace qorhost {
@@ -40,8 +41,13 @@ bool IsWholeNumber(std::string_view text) {
   return IsDigits(digits);
 }
 
-const std::string& TypedNumber(std::string_view field, const std::string& text) {
-  if (qorcred::IsNumeric(TypedText(field, text)) && !IsWholeNumber(text)) {
+std::string TypedNumber(std::string_view field, const std::string& text) {
+  if (IsWholeNumber(TypedText(field, text))) {
+    std::string_view digits = qorcred::Trim(text);
+    digits.remove_prefix(digits.starts_with('+') ? 1 : 0);
+    return std::string(digits);
+  }
+  if (qorcred::IsNumeric(text)) {
     throw InputFault(field, text, "{field} '{value}' is no whole number: write it in digits alone");
   }
   return text;
@@ -56,12 +62,15 @@ TakenNumber NumberTaken(std::string_view text) {
   }
 }
 
-std::int32_t ReadLong(std::string_view field, std::string_view given) {
-  const auto number = WholeNumber(given);
+std::int32_t ReadLong(std::string_view field, std::string_view given, NumberRange range) {
+  const auto number = WholeNumberIn(given, range);
   if (!number) {
-    throw InputFault(field, given, "{field} '{value}' is no whole number of 32 bits");
+    throw InputFault(field, given,
+                     fmt::format("{{field}} '{{value}}' must be a whole number from {} to {}, in "
+                                 "digits alone",
+                                 range.lowest, range.highest));
   }
-  return *number;
+  return static_cast<std::int32_t>(*number);
 }
 
 GivenDate ReadDate(std::string_view field, std::string_view given) {

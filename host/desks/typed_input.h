@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "frame/value.h"
+#include "host/desks/whole_number.h"
 #include "host/screens/picker_model.h"
 
 namespace qorhost {
@@ -17,9 +18,10 @@ namespace qorhost {
 /// `text` itself; raises InputFault when it is not typable.
 [[nodiscard]] const std::string& TypedText(std::string_view field, const std::string& text);
 
-/// `text` itself; raises InputFault when it is not typable, and for a number that a controller
-/// would round: 1.5, 1e3. What is no number at all is the controller's to refuse.
-[[nodiscard]] const std::string& TypedNumber(std::string_view field, const std::string& text);
+/// A whole number without blanks around it and without a plus sign; any other text as it is. Raises
+/// InputFault when it is not typable, and for a number that a controller would round: 1.5, 1e3.
+/// What is no number at all is the controller's to refuse.
+[[nodiscard]] std::string TypedNumber(std::string_view field, const std::string& text);
 
 /// Whether the text is digits alone, perhaps behind a sign; blanks around do not count.
 [[nodiscard]] bool IsWholeNumber(std::string_view text);
@@ -31,8 +33,9 @@ struct TakenNumber {
 };
 [[nodiscard]] TakenNumber NumberTaken(std::string_view text);
 
-/// A 32-bit whole number. Raises InputFault for anything else.
-[[nodiscard]] std::int32_t ReadLong(std::string_view field, std::string_view given);
+/// A whole number in the range, which 32 bits hold. Raises InputFault for anything else.
+[[nodiscard]] std::int32_t ReadLong(std::string_view field, std::string_view given,
+                                    NumberRange range = {});
 
 /// A date as the pickers show one, with its time or without. Raises InputFault for anything else.
 struct GivenDate {

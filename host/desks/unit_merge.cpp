@@ -12,6 +12,7 @@
 #include "frame/schema.h"
 #include "frame/text.h"
 #include "host/components/application_object.h"
+#include "host/desks/merge_checks.h"
 #include "host/desks/tenant_name.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/words.h"
@@ -41,8 +42,7 @@ std::string RefusalOf(const UnitReading& reading) {
   if (!reading.isUnitFile) {
     return "this is no unit file, so nothing was changed";
   }
-  return Counted(reading.faults.size(), "bad line", "bad lines") +
-         ", so nothing was changed: mend the file";
+  return RefusalOfLines(reading.faults.size());
 }
 
 MergeRules RulesFor(const UnitReading& reading, BadLines badLines) {
@@ -54,6 +54,9 @@ MergeRules RulesFor(const UnitReading& reading, BadLines badLines) {
   return {.withDisplay = reading.file.firmware != kFirmwareWithoutDisplay,
           .withDeletions = reading.faults.empty()};
 }
+
+/// Lines would be written that the screen refuses.
+struct RefusedLines {};
 
 /// More than half of the codes would be deleted, and nobody has agreed to that.
 struct WholesaleDeletion {};
@@ -67,11 +70,17 @@ bool IsChangeOfRow(const ProgramStep& step) {
 UnusableReading::UnusableReading(const UnitReading& reading)
     : RefusedError(RefusalOf(reading)), isUnitFile_(reading.isUnitFile) {}
 
+std::string RefusalOfLines(std::size_t count) {
+  return Counted(count, "bad line", "bad lines") + ", so nothing was changed: mend the file";
+}
+
 UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReading& reading,
                      BadLines badLines)
     : session_(session),
       unitKey_(unitKey),
+      reading_(reading),
       unit_(reading.file),
+      badLines_(badLines),
       rules_(RulesFor(reading, badLines)),
       connectionScreen_(MakeConnectionScreen(unit_.firmware)),
       controller_(session.host()) {
@@ -93,6 +102,35 @@ const MergePlan& UnitMerge::Plan() {
 void UnitMerge::Compare() {
   ReadStored();
   plan_ = PlanMerge(unit_.codes, stored_, rules_);
+  LeaveOutRefused();
+}
+
+/// What is stored already stays, whatever the screen says of it: only what would be written counts.
+void UnitMerge::LeaveOutRefused() {
+  const ScheduleIds schedules = OfferedSchedules(session_, unitKey_);
+  std::unordered_set<std::size_t> refused;
+  std::vector<LineFault> faults;
+  for (const MergeStep& step : plan_.steps) {
+    if (step.action == MergeAction::kDelete) {
+      continue;
+    }
+    std::string fault = FaultOnScreen(unit_.codes[step.unitCode], schedules);
+    if (!fault.empty()) {
+      refused.insert(step.unitCode);
+      faults.push_back({reading_.LineOf(step.unitCode), std::move(fault)});
+    }
+  }
+  if (refused.empty()) {
+    return;
+  }
+  MergeRules rules = rules_;
+  rules.withDeletions = false;  // as with any bad line
+  plan_ = PlanMerge(unit_.codes, stored_, rules);
+  std::erase_if(plan_.steps,
+                [&](const MergeStep& step) { return refused.contains(step.unitCode); });
+  std::sort(faults.begin(), faults.end(),
+            [](const LineFault& one, const LineFault& other) { return one.line < other.line; });
+  plan_.faults = std::move(faults);
 }
 
 void UnitMerge::ReadStored() {
@@ -180,6 +218,9 @@ MergeReport UnitMerge::Apply(const Progress& progress, const LostCodes& agreed) 
     report.deleted = plan_.Count(MergeAction::kDelete);
     report.unchanged = plan_.unchanged;
     report.kept = plan_.kept;
+  } catch (const RefusedLines&) {
+    report.ending = Ending::kRefused;
+    report.failures.push_back(RefusalOfLines(plan_.faults.size()));
   } catch (const WholesaleDeletion&) {
     report.ending = Ending::kRefused;
     report.wholesale = {plan_.Count(MergeAction::kDelete), stored_.size(), CodesToLose()};
@@ -194,6 +235,7 @@ MergeReport UnitMerge::Apply(const Progress& progress, const LostCodes& agreed) 
     report.ending = Ending::kFailed;
     report.failures.emplace_back(failure.what());
   }
+  report.faults = plan_.faults;
   return report;
 }
 
@@ -207,6 +249,9 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress, const LostCodes& agree
   ConnectionTransaction transaction(session_.connection());
   Undoable whole(transaction);
   Compare();
+  if (!plan_.faults.empty() && badLines_ == BadLines::kRefused) {
+    throw RefusedLines();
+  }
   RequireRoom();
   if (plan_.DeletesMostOf(stored_.size())) {
     const LostCodes lost = CodesToLose();

@@ -45,6 +45,7 @@ struct MergeReport : Outcome {
     LostCodes codes;  ///< those that would be deleted
   };
   std::optional<Wholesale> wholesale;
+  std::vector<LineFault> faults;  ///< lines that the screen refuses, as the plan says
   MergeAftermath aftermath;
 };
 
@@ -65,6 +66,9 @@ class UnusableReading : public RefusedError {
   bool isUnitFile_;
 };
 
+/// Why nothing is merged with so many bad lines, and what to do.
+[[nodiscard]] std::string RefusalOfLines(std::size_t count);
+
 /// The host's side of a merge: asks the controller for the store's codes, compares them with the
 /// unit's and has it write each difference. The session and the reading must outlive the merge.
 class UnitMerge {
@@ -76,8 +80,10 @@ class UnitMerge {
   UnitMerge(const UnitMerge&) = delete;
   UnitMerge& operator=(const UnitMerge&) = delete;
 
-  /// Reads the store's side and compares; writes nothing. Raises FailureError when it cannot be
-  /// read, and RefusedError for codes that the store's unit has no room for.
+  /// Reads the store's side and compares; writes nothing. A line that would be written is checked
+  /// as an entry is: one that the screen refuses is a fault of the plan, and a bad line. Raises
+  /// FailureError when the store cannot be read, and RefusedError for codes that the store's unit
+  /// has no room for.
   const MergePlan& Plan();
   [[nodiscard]] const MergePlan& plan() const { return plan_; }
   [[nodiscard]] const std::vector<StoredCode>& stored() const { return stored_; }
@@ -90,6 +96,7 @@ class UnitMerge {
 
  private:
   void Compare();
+  void LeaveOutRefused();
   void ReadStored();
   void AddPrevious(const qorcred::TableView& fetched, std::int32_t firstPrevious);
   void ReadDetails();
@@ -107,7 +114,9 @@ class UnitMerge {
 
   DeskSession& session_;
   std::int32_t unitKey_;
+  const UnitReading& reading_;
   const UnitFile& unit_;
+  BadLines badLines_;
   MergeRules rules_;
   std::shared_ptr<ScreenModel> connectionScreen_;
   qorcred::clsDirCode controller_;

@@ -50,6 +50,8 @@ class ImportFile {
 
   /// How many lines there are behind the headings.
   [[nodiscard]] std::size_t lineCount() const { return lineCount_; }
+  /// Whether the last line has its end: one without may be cut off within its last cell.
+  [[nodiscard]] bool endsWithALine() const { return text_.ends_with('\n'); }
   /// False at the end.
   bool Next(ImportLine& line);
 

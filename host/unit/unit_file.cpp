@@ -220,6 +220,7 @@ class Reader {
       return;
     }
     reading_.file.codes.push_back(std::move(code));
+    reading_.lines.push_back(number_);
   }
 
   std::istream& in_;

@@ -28,6 +28,12 @@ struct UnitReading {
   std::vector<LineFault> faults;  ///< by line
   bool isUnitFile = true;         ///< it begins as a unit file
   bool isCounted = false;         ///< its end line counts its codes; files of version 1 have none
+  std::vector<std::size_t> lines{};  ///< of the file's codes, from 1
+
+  /// The line of a code, by its place in the file; 0 when it comes from no file.
+  [[nodiscard]] std::size_t LineOf(std::size_t code) const {
+    return code < lines.size() ? lines[code] : 0;
+  }
 };
 
 /// The longest line that is read, in bytes. Every code without fault fits into one.

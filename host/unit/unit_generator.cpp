@@ -16,6 +16,9 @@ constexpr std::array<std::string_view, 8> kNames{"Adler, K.",      "Brandt & Son
                                                  "Dufrêne, Odile", "Ek \"Loft\"",   "Ferrari, M.",
                                                  "Groß, Uta",      "Hall #3"};
 
+// Every unit has the schedules 0 and 1.
+constexpr int kSchedules = 2;
+
 // The standard fixes what the engine gives but not what a distribution makes of it.
 class Dice {
  public:
@@ -49,11 +52,11 @@ UnitCode MakeCode(std::int32_t number, Dice& dice) {
   }
   if (dice.OneIn(4)) {
     code[kIsDndChecked] = "1";
-    code[kDndSchedule] = fmt::format("{}", dice.Below(12));
+    code[kDndSchedule] = fmt::format("{}", dice.Below(kSchedules));
   }
   if (dice.OneIn(5)) {
     code[kIsCfChecked] = "1";
-    code[kCfSchedule] = fmt::format("{}", dice.Below(12));
+    code[kCfSchedule] = fmt::format("{}", dice.Below(kSchedules));
     code[kCfPhone] = fmt::format("555{:04}", dice.Below(10000));
     if (dice.OneIn(2)) {
       code[kCfExtension] = fmt::format("{}", 100 + dice.Below(900));

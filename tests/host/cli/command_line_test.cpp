@@ -302,6 +302,9 @@ INSTANTIATE_TEST_SUITE_P(
         UsageRow{"NoUnit", {"--unit", "", "credentials", "list"}, "--unit"},
         UsageRow{"NoUnitBehindItsSign", {"--unit=", "credentials", "list"}, "--unit"},
         UsageRow{"NoTimeToWait", {"--wait=", "credentials", "list"}, "--wait"},
+        UsageRow{"NegativeTimeToWait",
+                 {"--wait", "-1", "credentials", "list"},
+                 "'-1' must be a whole number from 0 to 86400, in digits alone"},
         UsageRow{"FlagWithAnEmptyValue", {"credentials", "list", "--json="}, "''"},
         UsageRow{"UnitThatIsNotThere", {"--unit", "77", "credentials", "list"}, "77"},
         UsageRow{"YesAndNo", {"--yes", "--no", "units"}, "--no"},
@@ -383,7 +386,7 @@ TEST_F(CommandLine, TheEnvironmentNamesTheUnitAndTheOptionGoesBefore) {
               HasSubstr("in unit 2, Linden Park.\n"));
   EXPECT_THAT(Run({"dircodes", "list"}).out, StartsWith("Unit 3, Mill Street Lofts\n"));
   EXPECT_EQ(Rows({"units"}).size(), 3U) << "a list of all units is one";
-  for (const char* wrong : {"two", "2 ", "77"}) {
+  for (const char* wrong : {"two", "2 3", "77"}) {
     unitOfEnvironment_ = wrong;
     const Outcome outcome = Run({"dircodes", "list"});
     EXPECT_EQ(outcome.status, 2) << wrong;

@@ -256,9 +256,10 @@ TEST_F(Credentials, RenumberTellsTheNewNumberAndTheControllersMessages) {
   EXPECT_EQ(renumbered.out, "Standard 26-Bit Card-9100 is Standard 26-Bit Card-9200 (RID " + card +
                                 ") now, in unit 2, Linden Park.\n");
   const Outcome zero = Run({"--unit", "2", "credentials", "renumber", "rid:" + card, "0"});
-  EXPECT_EQ(zero.status, 1);
-  EXPECT_EQ(zero.err,
-            "Pello RT [exclamation]: Please enter a Credential Number between 1 and 65535.\n");
+  EXPECT_EQ(zero.status, 2) << "as any number out of bounds";
+  EXPECT_EQ(
+      zero.err,
+      "qorhost: the new number '0' must be a whole number from 1 to 65535, in digits alone\n");
   const Outcome taken = Run({"--unit", "2", "credentials", "renumber", "rid:" + card, "20001"});
   EXPECT_EQ(taken.status, 1);
   EXPECT_EQ(taken.err, "Pello RT [information]: Credential Number already exists.\n");
@@ -291,6 +292,50 @@ TEST_F(Credentials, DeleteAsksWhenATenantHoldsIt) {
   EXPECT_EQ(Run(words, "what\nY\n", true).status, 0);
   EXPECT_EQ(Find("RID=" + card).size(), 0U);
   EXPECT_EQ(TenantOf(card), "");
+}
+
+TEST_F(Credentials, WhatIsSoAlreadyIsToldAndQueuesNothing) {
+  const std::string card = FreeCard();
+  const std::vector<std::string> words = {"--unit", "2",           "credentials",
+                                          "assign", "rid:" + card, "62"};
+  ASSERT_EQ(Run(words).status, 0);
+  const std::size_t steps = Rows({"steps"}).size();
+  const Outcome again = Run(words);
+  EXPECT_EQ(again.status, 0);
+  EXPECT_EQ(again.out, "Standard 26-Bit Card-9100 (RID " + card +
+                           ") in unit 2, Linden Park: door <None>, assigned to O'Brien Paula H, "
+                           "as before; nothing was changed.\n");
+  EXPECT_EQ(Run({"--unit", "2", "credentials", "renumber", "9100", "9100"}).out,
+            "Standard 26-Bit Card-9100 (RID " + card +
+                ") in unit 2, Linden Park, has that number already; nothing was changed.\n");
+  EXPECT_EQ(Rows({"steps"}).size(), steps);
+}
+
+// Once a credential that nobody held was deleted all the same.
+TEST_F(Credentials, NoMeansNoAlsoWhereNobodyIsAsked) {
+  const std::string card = FreeCard();
+  for (const std::vector<std::string>& words :
+       std::vector<std::vector<std::string>>{{"credentials", "delete", "9100"},
+                                             {"report", "credentials", "--delete", "rid:" + card},
+                                             {"dircodes", "delete", "101"}}) {
+    std::vector<std::string> all = {"--unit", "2", "--no"};
+    all.insert(all.end(), words.begin(), words.end());
+    const Outcome outcome = Run(all);
+    EXPECT_EQ(outcome.status, 1) << words[0];
+    EXPECT_EQ(outcome.out, "") << words[0];
+    EXPECT_EQ(outcome.err, "qorhost: nothing was deleted: --no says so\n") << words[0];
+  }
+  EXPECT_EQ(Find("RID=" + card).size(), 1U);
+  EXPECT_EQ(Run({"init", "--force", "--no"}).status, 2);
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+}
+
+TEST_F(Credentials, AnEmptyNumberIsRefused) {
+  const Outcome facility = Add({"--type", "card26", "--start", "9001", "--facility", ""});
+  EXPECT_EQ(facility.status, 2);
+  EXPECT_EQ(facility.err, "qorhost: --facility '' is empty: give a number, or leave it out\n");
+  EXPECT_EQ(Add({"--type", "card26", "--start", "9001", "--end="}).status, 2);
+  EXPECT_EQ(Find("UnitKey=2 AND PINNo=9001").size(), 0U);
 }
 
 TEST_F(Credentials, DeleteTakesTheAnswerFromTheOptions) {

@@ -111,6 +111,30 @@ TEST_F(DirCodes, AnEmptyValueBehindAnOptionIsAValue) {
   EXPECT_THAT(Do({"delete", "--", "--phone="}).err, HasSubstr("'--phone='"));
 }
 
+// Once the name became "--inactive", and the code stayed active.
+TEST_F(DirCodes, AnOptionIsNotTheValueOfAnother) {
+  const Outcome outcome = Do({"edit", "103", "--display-name", "--inactive"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err,
+            "qorhost: --display-name needs a value, and '--inactive' looks like an option: if it "
+            "is the value, write --display-name=--inactive\n");
+  EXPECT_EQ(Run({"--unit", "--json", "dircodes", "list"}).status, 2);
+  EXPECT_EQ(Run({"--unit", "2", "report", "dircodes", "--where", "--format=csv"}).status, 2);
+  EXPECT_EQ(Do({"edit", "103", "--display-name=--inactive", "--phone", "-5"}).status, 0);
+  EXPECT_EQ(Row("103")["DISPLAYNAME"], "--inactive");
+  EXPECT_EQ(Row("103")["PHONENUMBER"], "-5");
+}
+
+TEST_F(DirCodes, WhatIsSoAlreadyIsToldAndQueuesNothing) {
+  EXPECT_EQ(Do({"edit", "102", "--phone", "555-0101"}).out,
+            "Directory code 0102 (RID 12) in unit 2, Linden Park, is stored so already; nothing "
+            "was changed.\n");
+  EXPECT_EQ(Do({"renumber", "102", "102"}).out,
+            "Directory code 0102 (RID 12) in unit 2, Linden Park, has that number already; "
+            "nothing was changed.\n");
+  EXPECT_EQ(Rows({"steps"}).size(), 0U);
+}
+
 TEST_F(DirCodes, AddTakesWholeNumbersAlone) {
   const std::string digits = " is no whole number: write it in digits alone\n";
   EXPECT_EQ(Do({"add", "abc", "--phone", "1"}).err,

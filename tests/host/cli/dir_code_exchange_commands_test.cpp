@@ -126,6 +126,35 @@ TEST_F(Exchange, SkippedLinesAreNamedAndTheCodesThatWereNotDeletedCounted) {
   EXPECT_THAT(outcome.err, HasSubstr("1 stored code was not deleted"));
 }
 
+TEST_F(Exchange, ALineThatTheScreenRefusesIsNamedAsABadOne) {
+  UnitFile unit = Exported();
+  CodeIn(unit, 103)[Place::kPhone] = "";
+  for (const char* option : {"--dry-run", "--yes"}) {
+    const Outcome outcome = Sync(unit, {option});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err,
+              "qorhost: standard input, line 5: the phone number is empty\n"
+              "qorhost: 1 bad line, so nothing was changed: mend the file, or say "
+              "--skip-bad-lines\n");
+  }
+  const Outcome skipped = Sync(unit, {"--skip-bad-lines"});
+  EXPECT_EQ(skipped.status, 0);
+  EXPECT_THAT(skipped.err, HasSubstr("line 5: the phone number is empty\n"));
+  EXPECT_EQ(skipped.out, "0 inserted, 0 updated, 0 deleted, 5 unchanged in unit 2, Linden Park.\n");
+}
+
+TEST_F(Exchange, OfManyBadLinesAFewAreNamed) {
+  std::string lines;
+  for (int line = 0; line < 30; ++line) {
+    lines += "nonsense\n";
+  }
+  const Outcome outcome = Do({"sync", "--from", "-"}, WithLines(TextOf(Exported()), lines, 36));
+  EXPECT_THAT(outcome.err, HasSubstr("line 28: "));
+  EXPECT_THAT(outcome.err, Not(HasSubstr("line 29: ")));
+  EXPECT_THAT(outcome.err, HasSubstr("qorhost: ... and 10 more bad lines\nqorhost: 30 bad lines"));
+}
+
 TEST_F(Exchange, AFileThatIsNoUnitFileChangesNothing) {
   for (const char* text : {"", "code;phone\n", "\xEF\xBB\xBF\n"}) {
     const Outcome outcome = Do({"sync", "--from", "-"}, text);

@@ -46,6 +46,19 @@ TEST_F(BadFiles, AnUnclosedQuoteLeavesTheLinesBeforeItOutToo) {
   EXPECT_EQ(CountOf("DIRECTORYCODE"), codes);
 }
 
+TEST_F(BadFiles, OfManyRefusedLinesAFewAreTold) {
+  std::string text = "Directory Code,Phone No.\n";
+  for (int line = 0; line < 25; ++line) {
+    text += ",1\n";
+  }
+  const Outcome outcome = Import("dircodes", text);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("qorhost: line 21: Please enter a Directory Code.\n"
+                                     "qorhost: ... and 5 more refused lines\n"));
+  EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 21);
+  EXPECT_THAT(outcome.out, HasSubstr("25 lines refused"));
+}
+
 TEST_F(BadFiles, HeadingsAloneImportNothing) {
   const Outcome outcome = Import("dircodes", "Directory Code,Phone No.\n");
   EXPECT_EQ(outcome.status, 0);

@@ -285,6 +285,56 @@ TEST_F(CredentialDesks, RenumberingWhatNobodyHoldsQueuesNothing) {
   EXPECT_THAT(session().sql().steps().List(kUnit), IsEmpty());
 }
 
+// Each repetition once queued the holder's steps again.
+TEST_F(CredentialDesks, WhatIsStoredAlreadyIsNotStoredAgain) {
+  ASSERT_TRUE(Issue(Cards("9001")).done());
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  (void)desk.Select("9001");
+  CredentialChange change;
+  change.release = true;
+  EnterChange(desk, change);
+  EXPECT_TRUE(desk.SaveEdited().unchanged) << "nobody holds it";
+
+  change = {};
+  change.door = "2";
+  change.tenant = "62";
+  EnterChange(desk, change);
+  EXPECT_FALSE(desk.SaveEdited().unchanged);
+  const std::string row =
+      "SELECT LASTMODIFIEDDATE FROM CREDENTIALBANK WHERE UnitKey=2 AND PINNo=9001";
+  const std::string date = Cell(row);
+  const std::size_t steps = session().sql().steps().List(kUnit).size();
+  EnterChange(desk, change);
+  const ChangedCredential again = desk.SaveEdited();
+  EXPECT_TRUE(again.done());
+  EXPECT_TRUE(again.unchanged);
+  EXPECT_EQ(again.credential.tenant, "O'Brien Paula H");
+  EXPECT_TRUE(desk.Renumber(9001).unchanged);
+  EXPECT_EQ(session().sql().steps().List(kUnit).size(), steps);
+  EXPECT_EQ(Cell(row), date);
+
+  change.door = "1";
+  EnterChange(desk, change);
+  EXPECT_FALSE(desk.SaveEdited().unchanged) << "another door";
+}
+
+TEST_F(CredentialDesks, WhatOthersHaveChangedIsNotTakenForUnchanged) {
+  ASSERT_TRUE(Issue(Cards("9001")).done());
+  CredentialChange change;
+  change.tenant = "62";
+  CredentialDesk shown(session(), kUnit, DeskScreen::kCredentials);
+  (void)shown.Select("9001");
+  EnterChange(shown, change);
+  ASSERT_TRUE(shown.SaveEdited().done());
+  CredentialDesk other(session(), kUnit, DeskScreen::kCredentials);
+  (void)other.Select("9001");
+  CredentialChange release;
+  release.release = true;
+  EnterChange(other, release);
+  ASSERT_TRUE(other.SaveEdited().done());
+  EXPECT_FALSE(shown.SaveEdited().unchanged) << "62 holds it on the screen alone";
+}
+
 TEST_F(CredentialDesks, AChangeTellsTheDoorAndTheHolder) {
   ASSERT_TRUE(Issue(Cards("9001")).done());
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
@@ -328,7 +378,7 @@ TEST_F(CredentialDesks, AChangeThatIsRefusedOnTheWayChangesNothing) {
   ASSERT_NE(tenant, "");
 
   CredentialChange change;
-  change.tenant = "2";
+  change.tenant = "3";
   EnterChange(desk, change);
   const ChangedCredential changed = desk.SaveEdited();
   EXPECT_EQ(changed.ending, Ending::kRefused);

@@ -67,6 +67,34 @@ TEST_F(CredentialEntries, AFaultCarriesWhatWasGiven) {
   EXPECT_EQ(FaultOf(entry)->value(), "Nope");
 }
 
+// An empty text once became 0, or one credential instead of a range.
+TEST_F(CredentialEntries, AnEmptyNumberIsAFault) {
+  namespace field = credential_field;
+  for (const char* empty : {"", " "}) {
+    NewCredentials entry = Cards("9001");
+    entry.type = "transmitter";
+    EXPECT_EQ(FieldOf(Cards("9001", empty)), field::kLast);
+    for (const auto& [member, name] : {std::pair(&NewCredentials::facility, field::kFacility),
+                                       std::pair(&NewCredentials::idCode, field::kIdCode),
+                                       std::pair(&NewCredentials::sequence, field::kSequence),
+                                       std::pair(&NewCredentials::button, field::kButton)}) {
+      NewCredentials given = entry;
+      given.*member = empty;
+      EXPECT_EQ(FieldOf(given), name);
+    }
+  }
+}
+
+TEST_F(CredentialEntries, ANewNumberIsWithinTheBounds) {
+  EXPECT_EQ(ReadCredentialNumber("1"), 1);
+  EXPECT_EQ(ReadCredentialNumber(" 65535 "), 65535);
+  for (const char* given : {"0", "-1", "65536", "", "1.5", "ten"}) {
+    EXPECT_EQ(FieldAtFault([&] { (void)ReadCredentialNumber(given); }),
+              credential_field::kNewNumber)
+        << given;
+  }
+}
+
 TEST_F(CredentialEntries, TakeTheTypesOfTheScreenAlone) {
   NewCredentials entry = Cards("9001");
   for (const CredentialTypeWords& type : EnteredTypes()) {

@@ -189,6 +189,34 @@ TEST_F(DirCodeDesks, OneChangeFollowsTheOther) {
   EXPECT_EQ(desk.Renumber().ending, Ending::kDone);
 }
 
+TEST_F(DirCodeDesks, WhatIsStoredAlreadyIsNotStoredAgain) {
+  DirCodeDesk desk(session(), kUnit);
+  (void)desk.Select("102");
+  (void)EnterDirCodeChange(desk, WithPhone("555-0101"));
+  const Outcome same = desk.SaveEdited();
+  EXPECT_TRUE(same.done());
+  EXPECT_TRUE(same.unchanged);
+  EXPECT_TRUE(desk.Renumber("0102").unchanged);
+  EXPECT_TRUE(desk.Renumber(" +102").unchanged);
+  EXPECT_EQ(Stored("MODIFIED", "102"), "0");
+  EXPECT_THAT(Steps(), IsEmpty());
+
+  (void)EnterDirCodeChange(desk, WithPhone("7"));
+  EXPECT_FALSE(desk.SaveEdited().unchanged);
+  (void)EnterDirCodeChange(desk, WithPhone("555-0101"));
+  EXPECT_FALSE(desk.SaveEdited().unchanged) << "back again";
+  EXPECT_EQ(Stored("PHONENUMBER", "102"), "555-0101");
+}
+
+TEST_F(DirCodeDesks, WhatOthersHaveChangedIsNotTakenForUnchanged) {
+  DirCodeDesk desk(session(), kUnit);
+  (void)desk.Select("102");
+  ASSERT_TRUE(Change("102", WithPhone("7")).done());
+  (void)EnterDirCodeChange(desk, WithPhone("555-0101"));
+  EXPECT_EQ(desk.SaveEdited().ending, Ending::kStale);
+  EXPECT_EQ(desk.Renumber("102").ending, Ending::kStale);
+}
+
 TEST_F(DirCodeDesks, AChangeOfARowThatSomeoneChangedMeanwhileIsStale) {
   DirCodeDesk desk(session(), kUnit);
   (void)desk.Select("101");

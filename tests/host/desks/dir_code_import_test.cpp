@@ -207,8 +207,9 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedLine{"EarlyDate", ",Directory End Date", "252,1,1500-01-01",
                     "Directory End Date '1500-01-01' lies outside the years that the screen "
                     "offers"},
-        RefusedLine{"NoDelay", ",Phone No. Extension,Phone No. Delay", "252,1,3,long",
-                    "Phone No. Delay 'long' is no whole number of 32 bits"},
+        RefusedLine{
+            "NoDelay", ",Phone No. Extension,Phone No. Delay", "252,1,3,long",
+            "Phone No. Delay 'long' must be a whole number from 0 to 2147483647, in digits alone"},
         RefusedLine{"NegativeDelay", ",CF Schedule,CF Phone No.,CF Extension,CF Time Delay",
                     "252,1,Full Access,2,3,-1", "CF Time Delay '-1' is below 0"},
         RefusedLine{"NoFlag", ",Show Display Name", "252,1,perhaps",

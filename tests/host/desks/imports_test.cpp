@@ -3,6 +3,7 @@
 
 #include "host/desks/credential_import.h"
 #include "host/desks/dir_code_import.h"
+#include "host/files/file_error.h"
 #include "tests/host/desks/desk_fixture.h"
 #include "tests/host/desks/import_told.h"
 
@@ -56,6 +57,30 @@ TEST_F(Imports, AFaultNamesTheColumn) {
               ElementsAre("2!: ID Code '2' must be left empty: only transmitters have one",
                           "3!: Credential Type 'key' cannot be entered: the screen has Corvin 30 "
                           "Bit card, Standard 26 Bit card and Transmitter"));
+}
+
+// A file that was cut off within its last cell looks whole but for its last line's end.
+TEST_F(Imports, ALastLineWithoutItsEndIsToldAndTaken) {
+  const ImportReport report = ImportCodes("Directory Code,Phone No.\n250,1\n251,555-01");
+  EXPECT_EQ(report.ending, Ending::kDone);
+  EXPECT_EQ(report.done, 2U);
+  EXPECT_THAT(Told(report), ElementsAre("3: the file ends within this line: if it was cut off "
+                                        "there, the last cell is not whole"));
+}
+
+TEST_F(Imports, AFileThatIsCutOffInAQuotedCellIsRefusedWithTheLine) {
+  for (const char* last : {"251,\"555", "251,\"", "251,\"5\n2", "251,\"a \"\""}) {
+    try {
+      (void)ImportCodes(std::string("Directory Code,Phone No.\n250,1\n") + last);
+      ADD_FAILURE() << last;
+    } catch (const FileError& failure) {
+      EXPECT_EQ(failure.problem(), FileProblem::kUnusable) << last;
+      EXPECT_STREQ(failure.what(),
+                   "line 3: a quote that opens a cell is never closed; nothing was imported")
+          << last;
+    }
+  }
+  EXPECT_EQ(CodeCount(), 6U);
 }
 
 TEST_F(Imports, LinesThatAreRefusedAlikeShareTheirText) {

@@ -39,9 +39,33 @@ TEST(TypedText, NamesItsFieldAndKeepsTheValueAsItCame) {
 TEST(ReadLong, TakesWholeNumbersOf32BitsAndNothingElse) {
   EXPECT_EQ(ReadLong(kField, "2147483647"), 2147483647);
   EXPECT_EQ(ReadLong(kField, "-7"), -7);
-  for (const char* given : {"", "2147483648", "1.5", " 1", "1 ", "ten"}) {
+  for (const char* given : {"", " ", "2147483648", "1.5", "1 2", "ten", "0x1", "--1", "+-1", "+"}) {
     EXPECT_THROW((void)ReadLong(kField, given), InputFault) << given;
   }
+}
+
+TEST(ReadLong, TellsTheRangeInWords) {
+  EXPECT_EQ(ReadLong(kField, "0", kFromZero), 0);
+  try {
+    (void)ReadLong(kField, "-1", kFromZero);
+    FAIL() << "taken";
+  } catch (const InputFault& fault) {
+    EXPECT_STREQ(fault.what(),
+                 "first day '-1' must be a whole number from 0 to 2147483647, in digits alone");
+  }
+}
+
+TEST(WholeNumbers, HaveOneForm) {
+  for (const char* given : {"5", "+5", " 5", "5 ", " +5 ", "005"}) {
+    EXPECT_EQ(WholeNumber(given), 5) << given;
+    EXPECT_EQ(ReadLong(kField, given), 5) << given;
+    EXPECT_TRUE(IsWholeNumber(given)) << given;
+  }
+  EXPECT_EQ(TypedNumber(kField, " +05 "), "05");
+  EXPECT_EQ(TypedNumber(kField, "-5"), "-5") << "the controller's to refuse";
+  EXPECT_EQ(TypedNumber(kField, " five "), " five ");
+  EXPECT_EQ(TypedNumber(kField, "99999999999999999999"), "99999999999999999999");
+  EXPECT_THROW((void)TypedNumber(kField, "5.0"), InputFault);
 }
 
 TEST(ReadDate, TellsADayFromAMoment) {

@@ -233,6 +233,97 @@ TEST_F(UnitMerges, WithBadLinesLeftOutNoStoredCodeIsDeleted) {
   EXPECT_EQ(Stored("PHONENUMBER", "102"), "555-9999");
 }
 
+struct RefusedCode {
+  const char* name;
+  Place place;
+  const char* text;
+  const char* reason;
+};
+
+class RefusedCodes : public UnitFixture, public testing::WithParamInterface<RefusedCode> {};
+
+// The controller's merge stored each of these, and the screen could not show or save it.
+TEST_P(RefusedCodes, AreBadLinesAndNothingIsChanged) {
+  UnitFile unit = Exported();
+  UnitCode& code = CodeIn(unit, 102);
+  code[Place::kIsDndChecked] = code[Place::kIsCfChecked] = "1";
+  code[Place::kDndSchedule] = code[Place::kCfSchedule] = "2";
+  code[Place::kCfPhone] = "555-0290";
+  code[Place::kStartDateUsed] = code[Place::kEndDateUsed] = "1";
+  code[Place::kStartDate] = "260501";
+  code[Place::kEndDate] = "260502";
+  code[Place::kStartTime] = code[Place::kEndTime] = "0800";
+  UnitFile good = unit;
+  code[GetParam().place] = GetParam().text;
+  UnitReading reading{unit, {}};
+  reading.lines = {3, 4, 5, 6, 7, 8};
+
+  UnitMerge merge(session(), kUnit, reading, BadLines::kRefused);
+  const MergeReport report = merge.Apply(nullptr);
+  EXPECT_EQ(report.ending, Ending::kRefused);
+  EXPECT_THAT(report.failures, ElementsAre("1 bad line, so nothing was changed: mend the file"));
+  ASSERT_THAT(report.faults, SizeIs(1));
+  EXPECT_EQ(report.faults[0].line, 4U);
+  EXPECT_EQ(report.faults[0].reason, GetParam().reason);
+  EXPECT_EQ(Stored("PHONENUMBER", "102"), "555-0101");
+  EXPECT_EQ(merge.Plan().faults.size(), 1U);
+  EXPECT_TRUE(Merge(good).done());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Fields, RefusedCodes,
+    testing::Values(RefusedCode{"Escape", Place::kDisplayName, "a\x1B[2J",
+                                "the display name holds control characters"},
+                    RefusedCode{"LineBreak", Place::kPhone, "555\n0101",
+                                "the phone number holds control characters"},
+                    RefusedCode{"UpperControl", Place::kCfExtension, "\xC2\x9B",
+                                "the call-forward extension holds control characters"},
+                    RefusedCode{"EmptyPhone", Place::kPhone, "", "the phone number is empty"},
+                    RefusedCode{"BlankPhone", Place::kPhone, "  ", "the phone number is empty"},
+                    RefusedCode{"UnknownSchedule", Place::kDndSchedule, "99",
+                                "the do-not-disturb schedule 99 is none of this unit's schedules"},
+                    RefusedCode{"UnknownForwardSchedule", Place::kCfSchedule, "6",
+                                "the call-forward schedule 6 is none of this unit's schedules"},
+                    RefusedCode{"NoSchedule", Place::kDndSchedule, "",
+                                "do not disturb is on, but has no schedule"},
+                    RefusedCode{"NoForwardSchedule", Place::kCfSchedule, "",
+                                "call forwarding is on, but has no schedule"},
+                    RefusedCode{"NoForwardPhone", Place::kCfPhone, "",
+                                "call forwarding is on, but has no phone number"},
+                    RefusedCode{"EndsAsItBegins", Place::kEndDate, "260501",
+                                "the end date is not later than the start date"},
+                    RefusedCode{"EndsBefore", Place::kEndDate, "260430",
+                                "the end date is not later than the start date"}),
+    [](const auto& refused) { return std::string(refused.param.name); });
+
+TEST_F(UnitMerges, ACodeThatTheScreenRefusesIsLeftOutAsABadLineIs) {
+  UnitFile unit = Exported();
+  CodeIn(unit, 101)[Place::kPhone] = "555-9999";
+  CodeIn(unit, 102)[Place::kPhone] = "";
+  Drop(unit, 106);
+  AddCopy(unit, "300");
+  unit.codes.back()[Place::kDisplayName] = "\x1B";
+  const UnitReading reading{unit, {}};
+  UnitMerge merge(session(), kUnit, reading, BadLines::kLeftOut);
+  const MergeReport report = merge.Apply(nullptr);
+  EXPECT_TRUE(report.done());
+  EXPECT_EQ(CountsOf(report), "0 inserted, 1 updated, 0 deleted, 3 unchanged");
+  EXPECT_EQ(report.faults.size(), 2U);
+  EXPECT_EQ(report.kept, 1U);
+  EXPECT_EQ(Stored("PHONENUMBER", "101"), "555-9999");
+  EXPECT_EQ(Stored("PHONENUMBER", "102"), "555-0101");
+  EXPECT_THAT(RowOf("300"), IsEmpty());
+  EXPECT_FALSE(RowOf("106").empty());
+}
+
+TEST_F(UnitMerges, WhatIsStoredAlreadyIsNoFault) {
+  Run("UPDATE DirectoryCode SET PHONENUMBER=NULL, DNDSCHEDULEID=99 WHERE UNITKEY=2 AND "
+      "DIRECTORYCODE=102");
+  UnitFile unit = Exported();
+  CodeIn(unit, 101)[Place::kPhone] = "555-9999";
+  EXPECT_EQ(CountsOf(Merge(unit)), "0 inserted, 1 updated, 0 deleted, 5 unchanged");
+}
+
 TEST_F(UnitMerges, ARenumberedCodeIsFoundByItsPreviousNumber) {
   const UnitFile unit = Exported();
   ASSERT_TRUE(Renumber("101", "180").done());
