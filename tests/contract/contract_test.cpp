@@ -4,12 +4,17 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <set>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "frame/text.h"
 #include "tests/contract/described_members.h"
 #include "tests/contract/described_surface.h"
 #include "tests/contract/operations_page.h"
@@ -28,6 +33,24 @@ using ::testing::UnorderedElementsAreArray;
 std::string FileText(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::string Small(std::string_view text) {
+  std::string small(text);
+  std::transform(small.begin(), small.end(), small.begin(), qorcred::LowerAscii);
+  return small;
+}
+
+/// The words between backticks.
+std::vector<std::string> Quoted(std::string_view line) {
+  std::vector<std::string> words;
+  for (;;) {
+    const std::size_t open = line.find('`');
+    const std::size_t close = line.find('`', open + 1);
+    if (open == std::string_view::npos || close == std::string_view::npos) return words;
+    words.emplace_back(line.substr(open + 1, close - open - 1));
+    line.remove_prefix(close + 1);
+  }
 }
 
 TEST(Contract, IsThePageOfTheOperations) {
@@ -80,6 +103,42 @@ TEST(Contract, TellsTheResultOfEveryOperationThatHasOne) {
       EXPECT_EQ(!operation.result.empty(), hasResult) << of.name << "." << operation.name;
     }
   }
+}
+
+/// The columns of schema.md, "Table.Column", in small letters: the names in the first cell of the
+/// rows below a heading that names a table. "`A1` to `A4`" stands for four.
+std::set<std::string> ColumnsOfTheSchemaPage(const std::string& page) {
+  std::set<std::string> columns;
+  std::istringstream lines(page);
+  std::string table;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("#")) table = line.starts_with("### `") ? Quoted(line).front() : "";
+    if (table.empty() || !line.starts_with("| `")) continue;
+    std::vector<std::string> names = Quoted(line.substr(0, line.find(" | ")));
+    if (names.size() == 2 && line.find("` to `") != std::string::npos) {
+      const std::string stem = names.front().substr(0, names.front().size() - 1);
+      names = {stem + "1", stem + "2", stem + "3", stem + "4"};
+    }
+    for (const std::string& name : names) columns.insert(Small(table + "." + name));
+  }
+  return columns;
+}
+
+TEST(Contract, HasTheColumnsOfTheSchemaPage) {
+  std::set<std::string> described;
+  for (const contract::Class& of : DescribedClasses()) {
+    for (const contract::Operation& operation : of.operations) {
+      for (const contract::Table& table : operation.tables) {
+        for (const std::string_view list : {table.read, table.written}) {
+          for (const std::string& column : Items(list)) {
+            described.insert(Small(std::string(table.name) + "." + column));
+          }
+        }
+      }
+    }
+  }
+  EXPECT_EQ(ColumnsOfTheSchemaPage(FileText(std::string(QORCRED_DOCS_DIR) + "/schema.md")),
+            described);
 }
 
 TEST(DescribedSurfaceTest, HasALineForEachWayInWhichAPartIsUsed) {

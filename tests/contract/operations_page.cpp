@@ -237,6 +237,50 @@ std::string ClassText(const contract::Class& of) {
   return text;
 }
 
+struct ColumnUsers {
+  std::vector<std::string> readers;
+  std::vector<std::string> writers;
+};
+
+/// Every column with the operations that name it in their statements, by tables.
+std::string StoreText() {
+  std::map<std::string, std::map<std::string, ColumnUsers>> tables;
+  std::map<std::string, std::vector<std::string>> losers;
+  for (const contract::Class& of : DescribedClasses()) {
+    for (const contract::Operation& operation : of.operations) {
+      const std::string name = std::string(of.name) + "." + std::string(operation.name);
+      for (const contract::Table& table : operation.tables) {
+        auto& columns = tables[std::string(table.name)];
+        for (const std::string& column : Items(table.read)) {
+          columns[column].readers.push_back(name);
+        }
+        for (const std::string& column : Items(table.written)) {
+          columns[column].writers.push_back(name);
+        }
+        if (table.loses) losers[std::string(table.name)].push_back(name);
+      }
+    }
+  }
+  std::string text =
+      "## The data store\n\n"
+      "Every column with the operations whose own statements name it; an operation that runs "
+      "another "
+      "needs the columns of that one, too. What the columns mean stands in "
+      "[schema.md](schema.md).\n\n";
+  for (const auto& [table, columns] : tables) {
+    text += "### " + Code(table) + "\n\n";
+    const auto lost = losers.find(table);
+    if (lost != losers.end()) text += "Rows are deleted by " + Codes(lost->second) + ".\n\n";
+    text += "| Column | Read by | Written by |\n|---|---|---|\n";
+    for (const auto& [column, users] : columns) {
+      text += "| " + Code(column) + " | " + Codes(users.readers) + " | " + Codes(users.writers) +
+              " |\n";
+    }
+    text += "\n";
+  }
+  return text;
+}
+
 constexpr std::string_view kBeginning =
     R"(# The operations, one by one
 
@@ -268,6 +312,7 @@ else. In which order things happen, and what for, stands on the pages of the scr
 std::string OperationsPage() {
   std::string page(kBeginning);
   for (const contract::Class& of : DescribedClasses()) page += ClassText(of);
+  page += StoreText();
   page.pop_back();  // the blank line at the end
   return page;
 }
