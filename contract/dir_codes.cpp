@@ -267,7 +267,7 @@ Operation MergeSave() {
             "0 is no row: it updates and deletes nothing"}},
       .result =
           "True at its end, also when a statement failed in the manager; False for fewer "
-          "than 24 texts",
+          "than 24 texts, but for \"Delete\"",
       .others = {{kConnectionScreen, {"mFirmwareFromHandshake get"}},
                  {kManager, {kInsert, kUpdateOfARow, kQueryDelete, kUpdate}}},
       .tables = {{"DirectoryCode", "UNITKEY, RID, DIRECTORYCODE", kStoredColumns, true},

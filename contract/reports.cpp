@@ -177,8 +177,10 @@ Operation ShowInGrid() {
             Direction::kOut},
            {"colValueItem",
             "a value item that the controller fills over and over and hands to `ValueItems.Add`, "
-            "which must copy it. Left out, the grid's `NewValueItem()` is asked for one when the "
-            "first column needs it; a grid without that member keeps coded cells as they are. "
+            "which must copy it. Left out or Nothing, the grid's `NewValueItem()` is asked for one "
+            "when the "
+            "first column needs it; a grid without that member (438) keeps coded cells as they "
+            "are. "
             "Comes back as it went"}},
       .runs = {"pbGetEntryLength"},
       .creates = {kManager},
