@@ -93,7 +93,7 @@ Operation FillFields() {
       .name = "pbComboData",
       .purpose = "Fills the list of fields of every filter row.",
       .arguments = {kConn},
-      .result = "the captions with \"|\" between; \"\" without fields, or when it failed",
+      .result = R"(the captions with "|" between; "" without fields, or when it failed)",
       .creates = {kManager},
       .screen = {{"cboField",
                   {"Count get", "(index) get", "Clear()", "AddItem(text)", "NewIndex get",

@@ -25,8 +25,6 @@ namespace {
 
 namespace contract = qorcred::contract;
 using qorcred::Member;
-using qorcred::MemberKind;
-using ::testing::ElementsAre;
 using ::testing::UnorderedElementsAre;
 using ::testing::UnorderedElementsAreArray;
 

@@ -1,10 +1,10 @@
 // Which tables and columns of the data store a statement names.
 #pragma once
 
-#include <compare>
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 namespace qortest {
 
@@ -18,7 +18,11 @@ struct NamedColumn {
   std::string column;  ///< empty: the row as a whole, which the statement deletes
   ColumnUse use = ColumnUse::kRead;
 
-  auto operator<=>(const NamedColumn&) const = default;
+  friend bool operator==(const NamedColumn&, const NamedColumn&) = default;
+  friend bool operator<(const NamedColumn& one, const NamedColumn& other) {
+    return std::tie(one.table, one.column, one.use) <
+           std::tie(other.table, other.column, other.use);
+  }
 };
 
 /// The tables and columns that a statement of the desktop SQL names, by what they mean and not by

@@ -7,6 +7,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -97,12 +98,15 @@ Surface NamesIn(const Surface& surface) {
   return names;
 }
 
+// What follows a control's name in a line: a member, an index, or the use of its default member.
+constexpr std::string_view kBehindAName = ".( ";
+
 /// A control that is fetched from its screen counts as named when any of its members is.
 bool IsNamedControl(const std::string& line, const Surface& named) {
-  if (!line.starts_with("screen ")) return false;
-  const auto next = named.upper_bound(line);
-  return next != named.end() && next->starts_with(line) && (*next)[line.size()] != '_' &&
-         !std::isalnum(static_cast<unsigned char>((*next)[line.size()]));
+  return std::any_of(kBehindAName.begin(), kBehindAName.end(), [&](char mark) {
+    const auto next = named.lower_bound(line + mark);
+    return line.starts_with("screen ") && next != named.end() && next->starts_with(line + mark);
+  });
 }
 
 class SurfaceTest : public ::testing::TestWithParam<std::size_t> {
