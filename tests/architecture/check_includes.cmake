@@ -13,6 +13,7 @@ set(areas
   "dircodes:frame"
   "reports:frame"
   "trace:frame credentials dircodes reports"
+  "contract:"
   "com:frame credentials dircodes reports trace"
   "host/dialect:frame"
   "host/screens:frame"
@@ -40,7 +41,7 @@ set(engine_headers
 set(users_of_engines bench tests)
 
 # The library's folders use the standard library alone.
-set(library frame credentials dircodes reports trace)
+set(library frame credentials dircodes reports trace contract)
 set(standard_headers
   algorithm any array atomic barrier bit bitset charconv chrono codecvt compare complex concepts
   condition_variable coroutine deque exception execution filesystem format forward_list fstream
@@ -168,6 +169,7 @@ file(GLOB_RECURSE paths RELATIVE ${tree}
      ${tree}/dircodes/*.h ${tree}/dircodes/*.cpp
      ${tree}/reports/*.h ${tree}/reports/*.cpp
      ${tree}/trace/*.h ${tree}/trace/*.cpp
+     ${tree}/contract/*.h ${tree}/contract/*.cpp
      ${tree}/com/*.h ${tree}/com/*.cpp
      ${tree}/host/*.h ${tree}/host/*.cpp
      ${tree}/bench/*.h ${tree}/bench/*.cpp

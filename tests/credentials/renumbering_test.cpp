@@ -195,6 +195,35 @@ TEST_F(Renumbering, ToMinusOneOfACardChecksNumberAndFacility) {
   }
 }
 
+TEST_F(Renumbering, ToMinusOneIsRefusedWhereTheScreensCredentialIsTaken) {
+  struct Case {
+    std::int32_t selected;
+    std::string_view message;
+  };
+  constexpr std::array<Case, 2> kCases{
+      {{1,
+        "For this Credential Type, the combination of Credential Number and the Facility Code,ID "
+        "Code,Sequence Code, Button No. cannot be duplicated. Credential Number = 700, Facility "
+        "Code = 12 ,ID Code=5, Sequence Code=1, Button No.=1"},
+       {2,
+        "For this Credential Type, the combination of Credential Number and the Facility Code "
+        "cannot be duplicated. Credential Number = 800, Facility Code = 12"}}};
+  for (const Case& one : kCases) {
+    CredentialScreen screen;
+    screen.ShowStored(one.selected, 0);
+    screen.host().SetText("txtFacilityCode", "12");
+    screen.host().SetText("txtIDCode", "5");
+    screen.host().SetText("txtSequenceCode", "1");
+    screen.host().database().Select("from CredentialBank", {{kUnit, 1}});
+
+    EXPECT_FALSE(screen.Renumber(-1));
+
+    EXPECT_EQ(screen.host().transcript().StartingWith("MsgBox"),
+              Lines{"MsgBox 64 \"Pello RT\" \"" + std::string(one.message) + "\" -> 1"});
+    EXPECT_TRUE(screen.host().transcript().StartingWith("ExecuteUpdate").empty());
+  }
+}
+
 // The mode of the check is the operation's own: the next new credential is read from its box again.
 TEST_F(Renumbering, LeavesTheCheckOfNewCredentialsAsItWas) {
   Show(1);

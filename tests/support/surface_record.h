@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace qortest {
@@ -17,7 +18,11 @@ struct Touch {
   std::string what;       ///< the member and how it was reached; a text
   std::string test;       ///< that touched it first
 
-  auto operator<=>(const Touch&) const = default;
+  friend bool operator==(const Touch&, const Touch&) = default;
+  friend bool operator<(const Touch& one, const Touch& other) {
+    return std::tie(one.className, one.operation, one.part, one.what, one.test) <
+           std::tie(other.className, other.operation, other.part, other.what, other.test);
+  }
 };
 
 inline constexpr std::string_view kCreation = "creation";
