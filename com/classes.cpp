@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
 
 #include "credentials/cls_credential.h"
 #include "dircodes/cls_dir_code.h"
@@ -17,41 +20,50 @@ std::shared_ptr<Controller> Create(Host& host) {
   return std::make_shared<Class>(host);
 }
 
+// The digits of an identifier, as many as are asked for.
+constexpr std::uint32_t Digits(std::string_view id, std::size_t first, std::size_t count) {
+  std::uint32_t number = 0;
+  for (const char digit : id.substr(first, count)) {
+    const char base = digit <= '9' ? '0' : 'A' - 10;
+    number = number * 16 + static_cast<std::uint32_t>(digit - base);
+  }
+  return number;
+}
+
+constexpr GUID GuidOf(std::string_view id) {
+  GUID guid{Digits(id, 1, 8),
+            static_cast<WORD>(Digits(id, 10, 4)),
+            static_cast<WORD>(Digits(id, 15, 4)),
+            {}};
+  constexpr std::array<std::size_t, 8> kPlaces{20, 22, 25, 27, 29, 31, 33, 35};
+  for (std::size_t at = 0; at < kPlaces.size(); ++at) {
+    guid.Data4[at] = static_cast<BYTE>(Digits(id, kPlaces[at], 2));
+  }
+  return guid;
+}
+
+template <typename Class>
+ComClass Make(const Identity& identity, const wchar_t* name, const wchar_t* programmaticId) {
+  return {GuidOf(identity.classId),
+          GuidOf(identity.interfaceId),
+          name,
+          programmaticId,
+          identity,
+          Class::MemberTable,
+          Create<Class>};
+}
+
 const std::array kClasses{
-    ComClass{{0x0d5b98bd, 0xb7da, 0x4381, {0x90, 0xfb, 0x09, 0xb3, 0xc4, 0x03, 0x61, 0xcc}},
-             {0xa92ad42f, 0xf836, 0x4150, {0x9b, 0x79, 0xc7, 0x85, 0xc9, 0x8a, 0x1d, 0xb4}},
-             L"clsCredential",
-             L"qorCred.clsCredential",
-             L"Controller of the credential screen",
-             clsCredential::MemberTable,
-             Create<clsCredential>},
-    ComClass{{0x27263ee8, 0x0ac4, 0x479e, {0xad, 0xfa, 0xc7, 0x3e, 0xac, 0xe5, 0xc9, 0xef}},
-             {0xf4a13986, 0xe4a3, 0x47ed, {0xbc, 0x91, 0xc4, 0x99, 0xeb, 0x22, 0xe1, 0xbf}},
-             L"clsDirCode",
-             L"qorCred.clsDirCode",
-             L"Controller of the directory-code screen",
-             clsDirCode::MemberTable,
-             Create<clsDirCode>},
-    ComClass{{0x94f4bccb, 0x3e4f, 0x4739, {0x87, 0x44, 0x42, 0x93, 0xa6, 0xd2, 0xe2, 0x8a}},
-             {0xde658116, 0x4341, 0x4caa, {0x9f, 0x34, 0x04, 0x20, 0xc1, 0x1b, 0xdc, 0xc0}},
-             L"clsDirCodeReport",
-             L"qorCred.clsDirCodeReport",
-             L"Controller of the directory-code report screen",
-             clsDirCodeReport::MemberTable,
-             Create<clsDirCodeReport>},
-    ComClass{{0x186411d4, 0x3819, 0x4472, {0x98, 0x94, 0xe6, 0xc6, 0x99, 0x44, 0x88, 0x0d}},
-             {0x3e1e7847, 0x16a4, 0x4c61, {0x9b, 0x60, 0xbb, 0x05, 0xf7, 0xc5, 0x9b, 0xe7}},
-             L"clsCredentialReport",
-             L"qorCred.clsCredentialReport",
-             L"Controller of the credential report screen",
-             clsCredentialReport::MemberTable,
-             Create<clsCredentialReport>},
+    Make<clsCredential>(kIdentities[0], L"clsCredential", L"qorCred.clsCredential"),
+    Make<clsDirCode>(kIdentities[1], L"clsDirCode", L"qorCred.clsDirCode"),
+    Make<clsDirCodeReport>(kIdentities[2], L"clsDirCodeReport", L"qorCred.clsDirCodeReport"),
+    Make<clsCredentialReport>(kIdentities[3], L"clsCredentialReport",
+                              L"qorCred.clsCredentialReport"),
 };
 
 }  // namespace
 
-const GUID kTypeLibrary = {
-    0x15454b9d, 0xf853, 0x42c9, {0x81, 0xe6, 0x22, 0x64, 0xaa, 0xcd, 0x34, 0xe3}};
+const GUID kTypeLibrary = GuidOf(kTypeLibraryId);
 
 std::span<const ComClass> Classes() {
   return kClasses;

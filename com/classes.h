@@ -6,6 +6,7 @@
 #include <memory>
 #include <span>
 
+#include "com/identities.h"
 #include "frame/host.h"
 #include "frame/member_table.h"
 
@@ -17,7 +18,7 @@ struct ComClass {
   IID dispinterface;
   const wchar_t* name;            ///< "clsCredential"
   const wchar_t* programmaticId;  ///< "qorCred.clsCredential"
-  const wchar_t* description;
+  const Identity& identity;
   std::span<const Member> (*members)();
   std::shared_ptr<Controller> (*create)(Host& host);
 };

@@ -1,30 +1,20 @@
 #include "com/registration.h"
 
 #include <algorithm>
-#include <array>
-#include <span>
 #include <string>
 #include <string_view>
 
-#include "com/classes.h"
 #include "com/module.h"
+#include "com/registration_table.h"
+#include "com/text.h"
 
 namespace qorcred::com {
 
 namespace {
 
-constexpr std::wstring_view kLibraryVersion = L"1.0";
-
-// A type library is found by the bitness of its file.
-constexpr std::wstring_view kPlatform = sizeof(void*) == 8 ? L"win64" : L"win32";
-constexpr std::wstring_view kOtherPlatform = sizeof(void*) == 8 ? L"win32" : L"win64";
-// Below Software\Classes the system keeps CLSID and Interface apart for each bitness, and
-// everything else only once: a component's own keys there are its own, names and the type library
-// are shared.
+constexpr Bitness kBitness = sizeof(void*) == 8 ? Bitness::k64 : Bitness::k32;
+constexpr Bitness kOtherBitness = sizeof(void*) == 8 ? Bitness::k32 : Bitness::k64;
 constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
-
-// Automation's own proxy for interfaces that consist of IDispatch's calls alone.
-constexpr const wchar_t* kDispatchProxy = L"{00020420-0000-0000-C000-000000000046}";
 
 /// A failed registry call, on its way to the entry point.
 struct RegistryFailure {
@@ -64,12 +54,6 @@ HKEY RootOf(Audience audience) {
 
 std::wstring ClassesPath(std::wstring_view below) {
   return std::wstring(L"Software\\Classes\\").append(below);
-}
-
-std::wstring GuidText(REFGUID guid) {
-  std::array<wchar_t, 39> text{};  // with the braces and the zero at its end
-  StringFromGUID2(guid, text.data(), static_cast<int>(text.size()));
-  return text.data();
 }
 
 /// Writes and deletes below Software\Classes of one audience.
@@ -124,67 +108,27 @@ class ClassesKey {
   HKEY root_;
 };
 
-std::wstring ClassPath(const ComClass& comClass) {
-  return L"CLSID\\" + GuidText(comClass.id);
-}
-
-std::wstring InterfacePath(const ComClass& comClass) {
-  return L"Interface\\" + GuidText(comClass.dispinterface);
-}
-
-std::wstring ProgId(const ComClass& comClass) {
-  return comClass.programmaticId;
-}
-
-std::wstring VersionedProgId(const ComClass& comClass) {
-  return ProgId(comClass) + L".1";
-}
-
-std::wstring LibraryPath() {
-  return L"TypeLib\\" + GuidText(kTypeLibrary);
-}
-
-std::wstring LibraryVersionPath() {
-  return LibraryPath() + L"\\" + std::wstring(kLibraryVersion);
-}
-
 std::wstring FolderOf(const std::wstring& file) {
   return file.substr(0, file.find_last_of(L'\\'));
 }
 
-void EnterClass(const ClassesKey& classes, const ComClass& comClass, const std::wstring& file) {
-  const std::wstring path = ClassPath(comClass);
-  classes.Set(path, comClass.description);
-  classes.Set(path + L"\\InprocServer32", file);
-  classes.Set(path + L"\\InprocServer32", L"Apartment", L"ThreadingModel");
-  classes.Set(path + L"\\ProgID", VersionedProgId(comClass));
-  classes.Set(path + L"\\VersionIndependentProgID", ProgId(comClass));
-  classes.Set(path + L"\\TypeLib", GuidText(kTypeLibrary));
-  classes.Set(path + L"\\Version", std::wstring(kLibraryVersion));
-  classes.Set(path + L"\\Programmable", L"");
-
-  for (const std::wstring& name : {ProgId(comClass), VersionedProgId(comClass)}) {
-    classes.Set(name, comClass.description);
-    classes.Set(name + L"\\CLSID", GuidText(comClass.id));
+std::wstring TextOf(const RegistryEntry& entry, const std::wstring& file) {
+  switch (entry.content) {
+    case Content::kFile:
+      return file;
+    case Content::kFolder:
+      return FolderOf(file);
+    case Content::kText:
+      break;
   }
-  classes.Set(ProgId(comClass) + L"\\CurVer", VersionedProgId(comClass));
+  return ToWide(entry.text);
 }
 
-// With it the class's own interface can be reached from other apartments.
-void EnterInterface(const ClassesKey& classes, const ComClass& comClass) {
-  const std::wstring path = InterfacePath(comClass);
-  classes.Set(path, std::wstring(L"_") + comClass.name);
-  classes.Set(path + L"\\ProxyStubClsid32", kDispatchProxy);
-  classes.Set(path + L"\\TypeLib", GuidText(kTypeLibrary));
-  classes.Set(path + L"\\TypeLib", std::wstring(kLibraryVersion), L"Version");
-}
-
-void EnterTypeLibrary(const ClassesKey& classes, const std::wstring& file) {
-  const std::wstring path = LibraryVersionPath();
-  classes.Set(path, L"qorCred controllers");
-  classes.Set(path + L"\\0\\" + std::wstring(kPlatform), file);
-  classes.Set(path + L"\\FLAGS", L"0");
-  classes.Set(path + L"\\HELPDIR", FolderOf(file));
+void Enter(const ClassesKey& classes, const std::wstring& file) {
+  for (const RegistryEntry& entry : RegistrationTable(kBitness)) {
+    const std::wstring name = ToWide(entry.name);
+    classes.Set(ToWide(entry.key), TextOf(entry, file), name.empty() ? nullptr : name.c_str());
+  }
 }
 
 template <typename Body>
@@ -213,53 +157,54 @@ class Steps {
   HRESULT first_ = S_OK;
 };
 
-bool IsClassOfAnyBitness(const ClassesKey& classes, const ComClass& comClass) {
-  const std::wstring path = ClassPath(comClass);
+bool IsClassOfAnyBitness(const ClassesKey& classes, const Identity& identity) {
+  const std::wstring path = ToWide(ClassKey(identity));
   return classes.Exists(path) || classes.Exists(path, kOtherView);
 }
 
 bool IsLibraryOfOtherBitness(const ClassesKey& classes) {
-  return classes.Exists(LibraryVersionPath() + L"\\0\\" + std::wstring(kOtherPlatform));
+  return classes.Exists(ToWide(LibraryFileKey(kOtherBitness)));
 }
 
 // The names stay with a class that stays: the other bitness's, or one that could not be removed.
-void RemoveClass(const ClassesKey& classes, const ComClass& comClass, Steps& steps) noexcept {
-  steps.Take([&] { classes.DeleteTree(ClassPath(comClass)); });
-  steps.Take([&] { classes.DeleteTree(InterfacePath(comClass)); });
+void RemoveClass(const ClassesKey& classes, const Identity& identity, Steps& steps) noexcept {
+  steps.Take([&] { classes.DeleteTree(ToWide(ClassKey(identity))); });
+  steps.Take([&] { classes.DeleteTree(ToWide(InterfaceKey(identity))); });
   for (const auto name : {VersionedProgId, ProgId}) {
     steps.Take([&] {
-      if (!IsClassOfAnyBitness(classes, comClass)) classes.DeleteTree(name(comClass));
+      if (!IsClassOfAnyBitness(classes, identity)) classes.DeleteTree(ToWide(name(identity.name)));
     });
   }
 }
 
 void RemoveTypeLibrary(const ClassesKey& classes) {
-  const std::wstring version = LibraryVersionPath();
-  classes.DeleteTree(version + L"\\0\\" + std::wstring(kPlatform));
+  classes.DeleteTree(ToWide(LibraryFileKey(kBitness)));
   if (IsLibraryOfOtherBitness(classes)) return;
-  classes.DeleteTree(version);
-  classes.DeleteIfEmpty(LibraryPath());
+  classes.DeleteTree(ToWide(LibraryVersionKey()));
+  classes.DeleteIfEmpty(ToWide(LibraryKey()));
 }
 
 // Whether anything is there that RemoveClass() takes away.
-bool IsClassEntered(const ClassesKey& classes, const ComClass& comClass) {
-  if (classes.Exists(ClassPath(comClass)) || classes.Exists(InterfacePath(comClass))) return true;
-  return !IsClassOfAnyBitness(classes, comClass) &&
-         (classes.Exists(ProgId(comClass)) || classes.Exists(VersionedProgId(comClass)));
+bool IsClassEntered(const ClassesKey& classes, const Identity& identity) {
+  if (classes.Exists(ToWide(ClassKey(identity))) ||
+      classes.Exists(ToWide(InterfaceKey(identity)))) {
+    return true;
+  }
+  return !IsClassOfAnyBitness(classes, identity) &&
+         (classes.Exists(ToWide(ProgId(identity.name))) ||
+          classes.Exists(ToWide(VersionedProgId(identity.name))));
 }
 
 // Whether anything is there that RemoveTypeLibrary() takes away.
 bool IsTypeLibraryEntered(const ClassesKey& classes) {
-  const std::wstring version = LibraryVersionPath();
   return classes.Exists(
-      IsLibraryOfOtherBitness(classes) ? version + L"\\0\\" + std::wstring(kPlatform) : version);
+      ToWide(IsLibraryOfOtherBitness(classes) ? LibraryFileKey(kBitness) : LibraryVersionKey()));
 }
 
 bool IsAnythingEntered(const ClassesKey& classes) {
-  const std::span<const ComClass> all = Classes();
   return IsTypeLibraryEntered(classes) ||
-         std::any_of(all.begin(), all.end(), [&classes](const ComClass& comClass) {
-           return IsClassEntered(classes, comClass);
+         std::any_of(kIdentities.begin(), kIdentities.end(), [&classes](const Identity& identity) {
+           return IsClassEntered(classes, identity);
          });
 }
 
@@ -272,11 +217,7 @@ HRESULT Register(Audience audience) noexcept {
     classes.RequireRights();
     const std::wstring file = ModulePath();
     mayBeTakenBack = !IsAnythingEntered(classes);
-    for (const ComClass& comClass : Classes()) {
-      EnterClass(classes, comClass, file);
-      EnterInterface(classes, comClass);
-    }
-    EnterTypeLibrary(classes, file);
+    Enter(classes, file);
   });
   if (FAILED(result) && mayBeTakenBack) (void)Unregister(audience);
   return result;
@@ -285,7 +226,7 @@ HRESULT Register(Audience audience) noexcept {
 HRESULT Unregister(Audience audience) noexcept {
   const ClassesKey classes(audience);
   Steps steps;
-  for (const ComClass& comClass : Classes()) RemoveClass(classes, comClass, steps);
+  for (const Identity& identity : kIdentities) RemoveClass(classes, identity, steps);
   steps.Take([&] { RemoveTypeLibrary(classes); });
   return steps.first();
 }

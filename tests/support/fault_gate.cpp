@@ -21,17 +21,28 @@ void FaultGate::FailOn(std::string description) {
   failOn_ = std::move(description);
 }
 
+void FaultGate::DoAt(std::size_t n, std::function<void()> happening) {
+  FailAt(n);
+  happening_ = std::move(happening);
+}
+
 void FaultGate::Reset() {
   calls_ = 0;
   failAt_ = 0;
   failOn_.clear();
   failed_.clear();
   failure_ = nullptr;
+  happening_ = nullptr;
 }
 
 void FaultGate::Pass(std::string_view description) {
   ++calls_;
   const bool named = !failOn_.empty() && failed_.empty() && description.starts_with(failOn_);
+  if (calls_ == failAt_ && happening_ != nullptr) {
+    // Its own calls may pass here, too.
+    std::exchange(happening_, nullptr)();
+    return;
+  }
   if (calls_ == failAt_ || named) {
     failed_ = description;
     if (failure_ != nullptr) {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,6 +19,8 @@ class FaultGate {
   void FailAt(std::size_t n);
   /// The next call whose description starts with `description` fails.
   void FailOn(std::string description);
+  /// The n-th call from now on does `happening` before anything else; what that raises, it raises.
+  void DoAt(std::size_t n, std::function<void()> happening);
   /// The failing call raises this instead of kApplicationDefined "Injected failure".
   void Raise(std::exception_ptr failure) { failure_ = std::move(failure); }
   /// No call fails, and counting starts again.
@@ -36,6 +39,7 @@ class FaultGate {
   std::string failOn_;
   std::string failed_;
   std::exception_ptr failure_;
+  std::function<void()> happening_;
 };
 
 /// A screen or control behind the gate; what comes back from it stands behind the gate as well.

@@ -69,7 +69,7 @@ TEST_F(RegistrationTest, ForTheUserEntersEveryClass) {
     SCOPED_TRACE(ToUtf8(comClass.name));
     const std::string progId = "qorCred." + ToUtf8(comClass.name);
     const std::string classKey = "CLSID\\" + GuidText(comClass.id);
-    EXPECT_EQ(ValueAt(HKEY_CURRENT_USER, classKey), ToUtf8(comClass.description));
+    EXPECT_EQ(ValueAt(HKEY_CURRENT_USER, classKey), std::string(comClass.identity.description));
     EXPECT_EQ(ValueAt(HKEY_CURRENT_USER, classKey + "\\InprocServer32"), ToUtf8(ComponentFile()));
     EXPECT_EQ(ValueAt(HKEY_CURRENT_USER, classKey + "\\InprocServer32", L"ThreadingModel"),
               "Apartment");

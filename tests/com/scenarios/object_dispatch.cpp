@@ -60,6 +60,8 @@ class ObjectDispatch final : public PlainDispatch<IDispatch> {
       }
       if (result != nullptr) qorcred::com::PutInto(*result, Outward(answer));
       return S_OK;
+    } catch (const BareCode& bare) {
+      return bare.code;
     } catch (...) {
       return qorcred::com::TellCurrent(L"test", info);
     }
