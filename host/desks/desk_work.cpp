@@ -246,6 +246,9 @@ Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& 
     outcome = RunAgain(session, shown, operation, std::move(outcome.messages));
   }
   if (outcome.ending == Ending::kStale) {
+    if (outcome.changes.empty()) {  // found stale by the desk itself
+      outcome.changes = work.Since(shown.unitKey(), shown.version());
+    }
     operation.startAgain();  // what was entered is kept, whatever the controller made of it
   }
   if (outcome.done() || outcome.ending == Ending::kRefused) {
