@@ -143,6 +143,7 @@ TEST(DescribedSurfaceTest, HasALineForEachWayInWhichAPartIsUsed) {
   const contract::Operation operation{
       .name = "pbAny",
       .purpose = "Shows all forms.",
+      .arguments = {{"lngIn", "goes in"}, {"lngOut", "goes out", contract::Direction::kOut}},
       .creates = {"a.B"},
       .screen = {{"gstrTag", {"get put"}},
                  {"cboOne, cboTwo", {"Clear()", "ItemData(index) get put"}},
@@ -157,7 +158,7 @@ TEST(DescribedSurfaceTest, HasALineForEachWayInWhichAPartIsUsed) {
                                    "screen cbotwo.itemdata(-) get", "screen cbotwo.itemdata(-) put",
                                    "screen arrayof(-) get", "a.b run(vb-)", "result table (--) put",
                                    "table units.unitkey read", "table units.unitname written",
-                                   "table units loses"));
+                                   "table units loses", "argument lngout"));
 }
 
 TEST(IsMessageTest, TakesAnythingInThePlacesOfWords) {

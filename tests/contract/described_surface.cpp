@@ -179,6 +179,11 @@ Surface DescribedSurface(const contract::Operation& operation) {
       for (const std::string& form : Forms(member)) surface.insert(Line(part.names, form));
     }
   }
+  for (const contract::Argument& argument : operation.arguments) {
+    if (argument.direction != contract::Direction::kIn) {
+      surface.insert(Line(part::kArgument, argument.name));
+    }
+  }
   for (const std::string_view component : operation.creates) {
     surface.insert(Line(part::kCreated, component));
   }

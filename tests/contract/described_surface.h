@@ -23,7 +23,8 @@ namespace qortest {
 [[nodiscard]] std::vector<std::string> Items(std::string_view list);
 
 /// What touching something comes to: one line each, such as `screen cboactivate.listindex get`,
-/// `qordbi.clsdbmanager executeselect(vvbb)`, `table schedules.unitkey read`. Small letters,
+/// `qordbi.clsdbmanager executeselect(vvbb)`, `table schedules.unitkey read`, `argument lngrid` for
+/// one that comes back changed. Small letters,
 /// because names compare so.
 using Surface = std::set<std::string>;
 

@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "credentials/cls_credential.h"
 #include "dircodes/cls_dir_code.h"
@@ -31,10 +33,63 @@ inline constexpr std::string_view kClassName<qorcred::clsDirCodeReport> = "clsDi
 template <>
 inline constexpr std::string_view kClassName<qorcred::clsCredentialReport> = "clsCredentialReport";
 
+/// Notes that an argument came back changed.
+inline void NoteChanged(std::string_view parameter) {
+  SurfaceRecord::Instance().Note(part::kArgument, parameter);
+}
+
+/// Which object a reference refers to, without keeping it alive.
+class Identity {
+ public:
+  explicit Identity(const qorcred::ObjectRef& object) : object_(object) {}
+
+  [[nodiscard]] bool IsStill(const qorcred::ObjectRef& other) const {
+    return !object_.owner_before(other) && !other.owner_before(object_);
+  }
+
+ private:
+  std::weak_ptr<qorcred::Object> object_;
+};
+
+/// What an argument holds: for the pointer to a result, the result.
+template <typename Given>
+auto ContentOf(const Given& given) {
+  if constexpr (std::is_same_v<Given, std::int32_t*>) {
+    return given == nullptr ? 0 : *given;
+  } else {
+    return given;
+  }
+}
+
+template <typename Given>
+concept HoldsObject = std::is_convertible_v<Given&, qorcred::ObjectRef> &&
+    !std::is_null_pointer_v<std::remove_const_t<Given>>;
+
 /// An argument of a native operation on its way: objects are handed over noted and come back bare,
-/// everything else as it is.
+/// everything else as it is. Notes when it comes back changed.
 template <typename Given>
 class HandedOver {
+ public:
+  HandedOver(std::string_view parameter, Given& given)
+      : parameter_(parameter), given_(given), before_(ContentOf(given)) {}
+  ~HandedOver() {
+    if (ContentOf(given_) != before_) NoteChanged(parameter_);
+  }
+  HandedOver(const HandedOver&) = delete;
+  HandedOver& operator=(const HandedOver&) = delete;
+
+  Given& get() { return given_; }
+
+ private:
+  std::string_view parameter_;
+  Given& given_;
+  decltype(ContentOf(std::declval<Given&>())) before_;
+};
+
+/// What cannot change.
+template <typename Given>
+requires(!HoldsObject<Given> &&
+         (std::is_const_v<Given> || std::is_null_pointer_v<Given>)) class HandedOver<Given> {
  public:
   HandedOver(std::string_view /*parameter*/, Given& given) : given_(given) {}
   Given& get() { return given_; }
@@ -43,18 +98,21 @@ class HandedOver {
   Given& given_;
 };
 
-template <typename Given>
-requires(std::is_convertible_v<Given&, qorcred::ObjectRef> &&
-         !std::is_null_pointer_v<std::remove_const_t<Given>>) class HandedOver<Given> {
+template <HoldsObject Given>
+class HandedOver<Given> {
  public:
   HandedOver(std::string_view parameter, Given& given)
-      : given_(given), object_(Noted(given, PartOf(parameter))) {
+      : parameter_(parameter),
+        given_(given),
+        object_(Noted(given, PartOf(parameter))),
+        before_(object_) {
     // What an operation replaces it lets go of: no reference is held here meanwhile.
     if constexpr (std::is_same_v<Given, qorcred::ObjectRef>) {
       if (PartOf(parameter) == part::kTable) given_.reset();
     }
   }
   ~HandedOver() {
+    if (!before_.IsStill(object_)) NoteChanged(parameter_);
     if constexpr (std::is_same_v<Given, qorcred::ObjectRef>) given_ = Bare(object_);
   }
   HandedOver(const HandedOver&) = delete;
@@ -63,8 +121,10 @@ requires(std::is_convertible_v<Given&, qorcred::ObjectRef> &&
   qorcred::ObjectRef& get() { return object_; }
 
  private:
+  std::string_view parameter_;
   Given& given_;
   qorcred::ObjectRef object_;
+  Identity before_;
 };
 
 /// A controller of that class, by name and natively.
@@ -87,6 +147,7 @@ class NotedController : public qorcred::Controller {
     }
     const BareAtTheEnd bare{arguments};
     const SurfaceRecord::Operation running(kClassName<Class>, member->name);
+    const ChangedArguments changed(*member, arguments);
     for (std::size_t at = 0; at < std::min(arguments.size(), member->parameters.size()); ++at) {
       const std::string* text = arguments[at].template As<std::string>();
       if (text != nullptr) NoteHandedStatement(member->parameters[at], *text);
@@ -115,6 +176,45 @@ class NotedController : public qorcred::Controller {
     ~BareAtTheEnd() {
       for (qorcred::Value& argument : arguments) MakeBare(argument);
     }
+  };
+
+  /// Notes at the end which arguments came back changed.
+  class ChangedArguments {
+   public:
+    ChangedArguments(const qorcred::Member& member, qorcred::Arguments arguments)
+        : member_(member), arguments_(arguments) {
+      for (std::size_t at = 0; at < arguments.size(); ++at) {
+        const qorcred::ObjectRef* object = arguments[at].As<qorcred::ObjectRef>();
+        values_.push_back(object == nullptr ? Converted(at) : qorcred::Value());
+        objects_.emplace_back(object == nullptr ? nullptr : *object);
+      }
+    }
+    ~ChangedArguments() {
+      for (std::size_t at = 0; at < std::min(values_.size(), member_.parameters.size()); ++at) {
+        const qorcred::ObjectRef* object = arguments_[at].As<qorcred::ObjectRef>();
+        const bool isStill = objects_[at].IsStill(object == nullptr ? nullptr : *object) &&
+                             (object != nullptr || Converted(at) == values_[at]);
+        if (!isStill) NoteChanged(member_.parameters[at].name);
+      }
+    }
+    ChangedArguments(const ChangedArguments&) = delete;
+    ChangedArguments& operator=(const ChangedArguments&) = delete;
+
+   private:
+    // As the operation gets it: its type is no change.
+    [[nodiscard]] qorcred::Value Converted(std::size_t at) const {
+      if (at >= member_.parameters.size()) return arguments_[at];
+      try {
+        return qorcred::ConvertArgument(member_.parameters[at].type, arguments_[at]);
+      } catch (const qorcred::RuntimeError&) {
+        return arguments_[at];
+      }
+    }
+
+    const qorcred::Member& member_;
+    qorcred::Arguments arguments_;
+    std::vector<qorcred::Value> values_;
+    std::vector<Identity> objects_;
   };
 
   static Class Created(qorcred::Host& host) {

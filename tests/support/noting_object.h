@@ -21,8 +21,9 @@ inline constexpr std::string_view kTable = "result table";
 inline constexpr std::string_view kGrid = "report grid";
 inline constexpr std::string_view kValueItem = "value item";
 inline constexpr std::string_view kSurroundings = "surroundings";
-inline constexpr std::string_view kCreated = "created";  ///< a component, by its identifier
-inline constexpr std::string_view kMessage = "message";  ///< the style, a blank and the text
+inline constexpr std::string_view kCreated = "created";    ///< a component, by its identifier
+inline constexpr std::string_view kArgument = "argument";  ///< that came back changed: its name
+inline constexpr std::string_view kMessage = "message";    ///< the style, a blank and the text
 inline constexpr std::string_view kStatement = "statement";
 inline constexpr std::string_view kDeletion = "deletion";  ///< of a row by its identity: the table
 }  // namespace part

@@ -17,6 +17,7 @@ namespace {
 
 using qorcred::ObjectRef;
 using ::testing::Contains;
+using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::UnorderedElementsAre;
@@ -122,6 +123,20 @@ TEST(NotedControllerTest, GivesTheHostItsOwnObjectsBack) {
   controller.set_gmobjCredentialScreen(host.screen());
   EXPECT_EQ(controller.gmobjCredentialScreen(), host.screen());
   EXPECT_EQ(qorcred::Get(controller, "gmobjCredentialScreen"), qorcred::Value(host.screen()));
+}
+
+TEST(NotedControllerTest, NotesTheArgumentsThatComeBackChanged) {
+  RecordingHost host(ScreenKind::kDirectoryCode);
+  UnderTest<qorcred::clsDirCode> controller(host.host());
+  ObjectRef table;
+  ASSERT_TRUE(controller.pbFetchDirForMerge(host.connection(), 3, table));
+  EXPECT_NE(table, nullptr);
+  EXPECT_THAT(NotedOf("clsDirCode", "pbFetchDirForMerge"), Contains("argument: arrXDBDirCode"));
+
+  qorcred::StringArray details(24);
+  std::vector<qorcred::Value> arguments{host.connection(), "3", "Convert", details};
+  (void)controller.Invoke("pbMergeSave", qorcred::InvokeKind::kCall, arguments);
+  EXPECT_THAT(NotedOf("clsDirCode", "pbMergeSave"), ElementsAre("argument: strDirCodeDetails"));
 }
 
 TEST(NotedControllerTest, NotesTheStatementThatAnOperationComposes) {
