@@ -56,8 +56,8 @@ UnitMerge Begin(DeskSession& session, const UnitName& unit, const UnitReading& r
             options.skipBadLines ? BadLines::kLeftOut : BadLines::kRefused};
   } catch (const UnusableReading& refusal) {
     if (!refusal.isUnitFile()) {
-      throw RefusedError(fmt::format("{} is no unit file, so nothing was changed",
-                                     NameOfSource(options.from)));
+      throw RefusedError(
+          fmt::format("{} is no unit file, so nothing was changed", NameOfSource(options.from)));
     }
     RefuseBadLines(refusal.what());
   }

@@ -68,8 +68,13 @@ class WatchedSave {
 }  // namespace
 
 CredentialNumber::CredentialNumber(std::string_view typed)
-    : value_(
-          ReadLong(credential_field::kNewNumber, typed, {1, qorcred::kHighestCredentialNumber})) {}
+    : value_(ReadLong(credential_field::kNewNumber, typed)) {
+  if (value_ < 0 || value_ > qorcred::kHighestCredentialNumber) {
+    throw InputFault(credential_field::kNewNumber, typed,
+                     fmt::format("{{field}} '{{value}}' must be a whole number from 1 to {}",
+                                 qorcred::kHighestCredentialNumber));
+  }
+}
 
 CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskScreen kind)
     : session_(session),

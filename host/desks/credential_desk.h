@@ -51,8 +51,8 @@ struct AssignmentLosses {
 /// A number for a credential, as it is typed.
 class CredentialNumber {
  public:
-  /// Raises InputFault for anything but a whole number from 1 to 65535: the controller refuses 0
-  /// alone, and would store what the column cannot hold.
+  /// Raises InputFault for a text that is no whole number, and for a number below 0 or above 65535:
+  /// the controller refuses 0 alone, and would store what the column cannot hold.
   explicit CredentialNumber(std::string_view typed);
 
   [[nodiscard]] std::int32_t value() const noexcept { return value_; }

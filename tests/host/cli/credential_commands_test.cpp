@@ -256,10 +256,9 @@ TEST_F(Credentials, RenumberTellsTheNewNumberAndTheControllersMessages) {
   EXPECT_EQ(renumbered.out, "Standard 26-Bit Card-9100 is Standard 26-Bit Card-9200 (RID " + card +
                                 ") now, in unit 2, Linden Park.\n");
   const Outcome zero = Run({"--unit", "2", "credentials", "renumber", "rid:" + card, "0"});
-  EXPECT_EQ(zero.status, 2) << "as any number out of bounds";
-  EXPECT_EQ(
-      zero.err,
-      "qorhost: the new number '0' must be a whole number from 1 to 65535, in digits alone\n");
+  EXPECT_EQ(zero.status, 1);
+  EXPECT_EQ(zero.err,
+            "Pello RT [exclamation]: Please enter a Credential Number between 1 and 65535.\n");
   const Outcome taken = Run({"--unit", "2", "credentials", "renumber", "rid:" + card, "20001"});
   EXPECT_EQ(taken.status, 1);
   EXPECT_EQ(taken.err, "Pello RT [information]: Credential Number already exists.\n");

@@ -44,14 +44,18 @@ class Races : public testing::Test {
   std::int64_t DoneOf(const std::vector<Arguments>& runs) {
     const std::vector<Finished> all = Race(QORHOST_PROGRAM, runs);
     std::int64_t done = 0;
+    std::int64_t entries = 0;
     for (const Finished& one : all) {
       EXPECT_TRUE(one.status == kDone || one.status == kRefused) << one.status << " " << one.said;
       EXPECT_FALSE(one.said.empty());
       done += one.status == kDone ? 1 : 0;
+      // Who asks for what the store has already is done without a change.
+      entries +=
+          one.status == kDone && one.said.find("nothing was changed") == std::string::npos ? 1 : 0;
     }
     sqlite::Database database = sqlite::OpenDatabase(file_, OpenMode::kReadWrite);
     EXPECT_EQ(WrongIn(database, capacity_), std::vector<std::string>());
-    EXPECT_EQ(database.Number("SELECT count(*) FROM AuditEntries"), done);
+    EXPECT_EQ(database.Number("SELECT count(*) FROM AuditEntries"), entries);
     return done;
   }
 

@@ -418,7 +418,8 @@ TEST_F(CredentialDesks, ARenumberedCredentialIsToldByItsNewNumber) {
   ASSERT_TRUE(Issue(Cards("9001")).done());
   CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
   (void)desk.Select("Standard 26-Bit Card-9001");
-  for (const char* number : {"0", "-1", "-5", "65536", "70000", "12x"}) {
+  EXPECT_EQ(desk.Renumber(CredentialNumber("0")).ending, Ending::kRefused);
+  for (const char* number : {"-1", "-5", "65536", "70000", "12x"}) {
     EXPECT_EQ(FieldAtFault([&] { (void)CredentialNumber(number); }), credential_field::kNewNumber)
         << number;
   }
@@ -427,7 +428,8 @@ TEST_F(CredentialDesks, ARenumberedCredentialIsToldByItsNewNumber) {
   EXPECT_EQ(renumbered.credential.entry, "Standard 26-Bit Card-9200");
   EXPECT_EQ(StoredBetween("9200", "9200"), 1U);
   EXPECT_EQ(desk.Renumber(CredentialNumber("20001")).ending, Ending::kRefused) << "the unit has it";
-  EXPECT_THAT(shown_, ElementsAre("Credential Number already exists."));
+  EXPECT_THAT(shown_, ElementsAre("Please enter a Credential Number between 1 and 65535.",
+                                  "Credential Number already exists."));
 }
 
 TEST_F(CredentialDesks, OneChangeFollowsTheOther) {

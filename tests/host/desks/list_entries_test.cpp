@@ -91,9 +91,9 @@ TEST_F(ListEntries, ARowIsNamedByItsIdentity) {
   EXPECT_EQ(RowNamed(kField, "17"), std::nullopt);
   EXPECT_EQ(RowNamed(kField, "ri"), std::nullopt);
   EXPECT_EQ(FaultIn([] { (void)RowNamed(kField, "rid:"); }),
-            "the row '' is no whole number of 32 bits");
+            "the row '' is none: a row is named by its RID, as in rid:17");
   EXPECT_EQ(FaultIn([] { (void)RowNamed(kField, "rid:4294967296"); }),
-            "the row '4294967296' is no whole number of 32 bits");
+            "the row '4294967296' is none: a row is named by its RID, as in rid:17");
 }
 
 }  // namespace
