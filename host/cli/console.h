@@ -42,6 +42,7 @@ struct Console {
   std::ostream& out;
   std::ostream& err;
   const Environment& environment;
+  std::ostream* traceFile = nullptr;  ///< of --trace-file, while a command runs
   bool stored = false;  ///< a command has changed something that stays, whatever is printed of it
 };
 

@@ -21,6 +21,9 @@ namespace {
 
 namespace field = dir_code_field;
 
+constexpr std::int32_t kNoFormerRow = 0;
+constexpr std::int32_t kNoFormerIndex = 0;
+
 /// The number that an operator means; nothing when the text is none.
 std::optional<double> NumberMeant(std::string_view text) {
   const std::string_view trimmed = qorcred::Trim(text);
@@ -76,12 +79,12 @@ DirCodeDesk::DirCodeDesk(DeskSession& session, std::int32_t unitKey)
 }
 
 void DirCodeDesk::StartController() {
-  controller_.emplace(session_.host());
-  controller_->set_mobjDirCodeScreen(session_.Visible(screen_));
+  controller_.emplace("clsDirCode", session_.host(), session_.tracer());
+  controller_->Set("mobjDirCodeScreen", session_.Visible(screen_));
 }
 
 DirCodeDesk::~DirCodeDesk() {
-  controller_->set_mobjDirCodeScreen(nullptr);
+  controller_->Set("mobjDirCodeScreen", qorcred::ObjectRef());
 }
 
 void DirCodeDesk::Open() {
@@ -89,7 +92,8 @@ void DirCodeDesk::Open() {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
     // The first entry, "<Add New>", stands for no row.
     if (index > 0 && !byController) {
-      controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, codes().ItemData(index));
+      controller_->Run<&qorcred::clsDirCode::pbRetrieveDirCodes>(
+          session_.connection(), unitKey_, codes().ItemData(index), kNoFormerRow);
     }
   });
   RequireSettings(session_, unitKey_);
@@ -99,8 +103,9 @@ void DirCodeDesk::Open() {
 void DirCodeDesk::FillLists() {
   shown_.TakeUnit();
   const OperationRecord filling(session_);
-  controller_->pbRetrieveSchedules(session_.connection(), unitKey_);
-  controller_->pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
+  controller_->Run<&qorcred::clsDirCode::pbRetrieveSchedules>(session_.connection(), unitKey_);
+  controller_->Run<&qorcred::clsDirCode::pbRetrieveSettingsFromUnit>(session_.connection(),
+                                                                     unitKey_);
   RefreshCodes();
   filling.RequireNoFailure("open the directory-code screen");
 }
@@ -146,7 +151,8 @@ ShownDirCode DirCodeDesk::Shown() {
 
 void DirCodeDesk::RefreshCodes(std::int32_t rid) {
   constexpr std::int32_t kWholeList = -1;
-  controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, kWholeList, rid);
+  controller_->Run<&qorcred::clsDirCode::pbRetrieveDirCodes>(session_.connection(), unitKey_,
+                                                             kWholeList, rid);
 }
 
 void DirCodeDesk::TypeCode(const std::string& code) {
@@ -178,7 +184,8 @@ Outcome DirCodeDesk::SaveOnce(std::int32_t& rid) {
   screen_->SetVariable("gstrTag", "");
   OperationRecord saving(session_);
   rid = 0;
-  const bool done = controller_->pbSave(session_.connection(), unitKey_, false, &rid);
+  const bool done = controller_->Run<&qorcred::clsDirCode::pbSave>(session_.connection(), unitKey_,
+                                                                   false, &rid, kNoFormerIndex);
   // The save looks an empty text up before it refuses it: that lookup fails.
   if (!IsDigits(codeBox().text())) {
     saving.ForgiveFirstFailure(rid > 0);
@@ -217,24 +224,26 @@ Outcome DirCodeDesk::Change(std::string_view what, const std::function<bool()>& 
 Outcome DirCodeDesk::SaveEdited() {
   return Change("edit", [this] {
     screen_->SetVariable("gstrTag", "EDIT");
-    return controller_->pbSave(session_.connection(), unitKey_, true, nullptr, codes().selected());
+    return controller_->Run<&qorcred::clsDirCode::pbSave>(session_.connection(), unitKey_, true,
+                                                          nullptr, codes().selected());
   });
 }
 
 Outcome DirCodeDesk::Renumber(const std::string& code) {
   (void)TypedNumber(field::kCode, code);
   return Change("renumber", [this, &code] {
-    return controller_->pbUpdateDirCode(session_.connection(), unitKey_, code);
+    return controller_->Run<&qorcred::clsDirCode::pbUpdateDirCode>(session_.connection(), unitKey_,
+                                                                   code);
   });
 }
 
 Outcome DirCodeDesk::Delete(std::int32_t rid) {
-  constexpr bool kWithoutMessage = true;
-  constexpr bool kAsk = true;  // only with the question do the tenants lose the code, too
+  static constexpr bool kWithoutMessage = true;
+  static constexpr bool kAsk = true;  // only with the question do the tenants lose the code, too
   return Work("delete directory code " + Shown().entry, [this, rid] {
     OperationRecord deleting(session_);
-    return deleting.End(
-        controller_->pbDelete(session_.connection(), unitKey_, rid, kWithoutMessage, kAsk));
+    return deleting.End(controller_->Run<&qorcred::clsDirCode::pbDelete>(
+        session_.connection(), unitKey_, rid, kWithoutMessage, kAsk));
   });
 }
 

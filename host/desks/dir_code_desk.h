@@ -88,7 +88,7 @@ class DirCodeDesk {
   DeskSession& session_;
   std::int32_t unitKey_;
   std::shared_ptr<ScreenModel> screen_;
-  std::optional<qorcred::clsDirCode> controller_;
+  std::optional<Controlled<qorcred::clsDirCode>> controller_;
   ShownState shown_;
   Subscription codeSelected_;
 };
