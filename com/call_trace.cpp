@@ -9,6 +9,8 @@
 
 #include "com/dispatch_object.h"
 #include "com/windows_host.h"
+#include "trace/trace_text.h"
+#include "trace/traced_call.h"
 
 namespace qorcred::com {
 
@@ -136,6 +138,10 @@ TraceableController::TraceableController(std::string_view className, Maker make,
     tracer.End(trace::SpelledFailure(CurrentFailure()));
     throw;
   }
+}
+
+Value TraceableController::RunTraced(const Member& member, InvokeKind kind, Arguments arguments) {
+  return trace::RunTraced(trace_->tracer(), name_, *controller_, member, kind, arguments);
 }
 
 TraceableController::~TraceableController() {

@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "frame/member_table.h"
-#include "trace/traced_call.h"
 #include "trace/traced_host.h"
 #include "trace/tracer.h"
 
@@ -47,12 +46,14 @@ class TraceableController {
 
   /// Runs the member as Member::run does.
   Value Run(const Member& member, InvokeKind kind, Arguments arguments) {
-    return trace_ == nullptr
-               ? member.run(*controller_, kind, arguments)
-               : trace::RunTraced(trace_->tracer(), name_, *controller_, member, kind, arguments);
+    if (trace_ != nullptr) [[unlikely]]
+      return RunTraced(member, kind, arguments);
+    return member.run(*controller_, kind, arguments);
   }
 
  private:
+  Value RunTraced(const Member& member, InvokeKind kind, Arguments arguments);
+
   std::shared_ptr<ThreadTrace> trace_;
   std::string name_;
   std::shared_ptr<Controller> controller_;
