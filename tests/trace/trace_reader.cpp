@@ -138,20 +138,24 @@ std::string ReadText(std::string_view quoted) {
   const std::string_view spelled = quoted.substr(1, quoted.size() - 2);
   std::string text;
   for (std::size_t at = 0; at < spelled.size(); ++at) {
-    if (spelled[at] == '"') {
-      ++at;
-      text += '"';
-    } else if (spelled[at] != '\\') {
+    if (spelled[at] == '"') ++at;  // it is doubled
+    if (spelled[at] != '\\') {
       text += spelled[at];
-    } else if (spelled[++at] == 'n') {
-      text += '\n';
-    } else if (spelled[at] == 't') {
-      text += '\t';
-    } else if (spelled[at] == 'x') {
-      text += static_cast<char>(ReadNumber<std::uint8_t>(spelled.substr(at + 1, 2), 16));
-      at += 2;
-    } else {
-      text += spelled[at];
+      continue;
+    }
+    switch (spelled[++at]) {
+      case 'n':
+        text += '\n';
+        break;
+      case 't':
+        text += '\t';
+        break;
+      case 'x':
+        text += static_cast<char>(ReadNumber<std::uint8_t>(spelled.substr(at + 1, 2), 16));
+        at += 2;
+        break;
+      default:
+        text += spelled[at];
     }
   }
   return text;
