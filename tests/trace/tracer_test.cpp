@@ -204,23 +204,26 @@ TEST_F(Tracing, OfAControllerBeginsWithItsCreationAndEndsWithItsRelease) {
         (controller.Run<&qorcred::clsCredential::pbSave>(ObjectRef(), 3, false, true, &rid)));
     EXPECT_EQ(rid, 5);
   }
+  // Converted once for each controller.
+  const std::string alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   const std::vector<std::string> expected{
       "new clsCredential@2",
       "  CreateObject(\"qorDBI.clsDBManager\") ! 429 \"Component can't create object\"",
       "  Trapped(operation: \"Class_Initialize\") ! 429 \"Component can't create object\"",
       "clsCredential@2.gmobjCredentialScreen = list@1",
       "clsCredential@2.pbBase64Dec(Base64String: \"NTAw\")",
-      // The alphabet, once for each controller.
-      "  TextToAnsi(\"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/\") -> "
-      "0x4142434445464748494A4B4C4D4E4F505152535455565758595A6162636465666768696A6B6C6D6E6F7071"
-      "72737475767778797A303132333435363738392B2F",
-      "  TextToAnsi(\"NTAw\") -> 0x4E544177", "  AnsiToText(0x353030) -> \"500\"", "-> \"500\"",
-      "clsCredential@2.pbBase64Dec(Base64String: \"\")", "  TextToAnsi(\"\") -> 0x",
+      "  TextToAnsi(\"" + alphabet + "\") -> " + qorcred::trace::SpelledBytes(alphabet),
+      "  TextToAnsi(\"NTAw\") -> 0x4E544177",
+      "  AnsiToText(0x353030) -> \"500\"",
+      "-> \"500\"",
+      "clsCredential@2.pbBase64Dec(Base64String: \"\")",
+      "  TextToAnsi(\"\") -> 0x",
       "! 9 \"Subscript out of range\"",
-      "clsCredential@2.pbSave(objConn: Nothing, lngUnitKey: 3, blnIsTBL: False, blnEditCR: True, "
-      "lngRID: 5)",
+      std::string("clsCredential@2.pbSave(objConn: Nothing, lngUnitKey: 3, blnIsTBL: False, ") +
+          "blnEditCR: True, lngRID: 5)",
       "  CreateObject(\"qorAppln.clsApplication\") ! 429 \"Component can't create object\"",
-      "  Trapped(operation: \"pbSave\") ! 429 \"Component can't create object\"", "-> False",
+      "  Trapped(operation: \"pbSave\") ! 429 \"Component can't create object\"",
+      "-> False",
       "Release clsCredential@2"};
   EXPECT_EQ(lines_, expected);
 }
