@@ -14,6 +14,7 @@ install(FILES
   ${PROJECT_SOURCE_DIR}/docs/integration.md
   ${PROJECT_SOURCE_DIR}/docs/reference.md
   ${PROJECT_SOURCE_DIR}/docs/schema.md
+  ${PROJECT_SOURCE_DIR}/docs/trace.md
   DESTINATION . COMPONENT windows)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/script ${PROJECT_SOURCE_DIR}/examples/automation-cpp
         DESTINATION examples COMPONENT windows)

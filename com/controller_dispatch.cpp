@@ -180,27 +180,28 @@ std::optional<Refusal> HandBack(const Places& places, const FormerValues& before
   return first;
 }
 
-Answer RunOperation(Controller& controller, const Member& member, const DISPPARAMS& given) {
+Answer RunOperation(TraceableController& controller, const Member& member,
+                    const DISPPARAMS& given) {
   const std::span<const Parameter> parameters = member.parameters;
   const Places places = PlacesOfCall(given, parameters.size());
   ArgumentValues arguments = ArgumentsFrom(places, parameters, given);
   const FormerValues before = ValuesBefore(places, parameters, arguments);
   // An operation that raises has changed no argument: those that change one trap every failure.
-  Value result = member.run(controller, InvokeKind::kCall, {arguments.data(), parameters.size()});
+  Value result = controller.Run(member, InvokeKind::kCall, {arguments.data(), parameters.size()});
   return {std::move(result), HandBack(places, before, arguments, given)};
 }
 
-Answer RunMember(Controller& controller, const Member& member, InvokeKind kind,
+Answer RunMember(TraceableController& controller, const Member& member, InvokeKind kind,
                  const DISPPARAMS& given) {
   switch (kind) {
     case InvokeKind::kCall:
       return RunOperation(controller, member, given);
     case InvokeKind::kGet:
       if (given.cArgs != 0) throw Refusal{DISP_E_BADPARAMCOUNT, {}};
-      return {member.run(controller, kind, {})};
+      return {controller.Run(member, kind, {})};
     case InvokeKind::kPut: {
       Value value = Converted(&PlaceOfPut(given), member.type, given);
-      return {member.run(controller, kind, {&value, 1})};
+      return {controller.Run(member, kind, {&value, 1})};
     }
   }
   return {};
@@ -214,7 +215,7 @@ HRESULT Refuse(const Refusal& refusal, UINT* badArgument) {
 }  // namespace
 
 ControllerDispatch::ControllerDispatch(const ComClass& comClass)
-    : class_(comClass), controller_(comClass.create(TheHost())) {}
+    : class_(comClass), controller_(ToUtf8(comClass.name), comClass.create, TheHost()) {}
 
 HRESULT ControllerDispatch::QueryInterface(REFIID iid, void** object) {
   if (object == nullptr) return E_POINTER;
@@ -294,7 +295,7 @@ HRESULT ControllerDispatch::Invoke(DISPID id, REFIID iid, LCID locale, WORD flag
   // The host may let go of the controller while it is called back.
   const ComPtr<IDispatch> alive(this);
   try {
-    const Answer answer = RunMember(*controller_, *member, *kind, *parameters);
+    const Answer answer = RunMember(controller_, *member, *kind, *parameters);
     if (result != nullptr) PutInto(*result, answer.result);
     return answer.refusal.has_value() ? Refuse(*answer.refusal, badArgument) : S_OK;
   } catch (const Refusal& refusal) {

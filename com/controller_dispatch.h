@@ -6,6 +6,7 @@
 #include <atomic>
 #include <memory>
 
+#include "com/call_trace.h"
 #include "com/classes.h"
 #include "com/module.h"
 #include "com/ownership.h"
@@ -43,7 +44,7 @@ class ControllerDispatch final : public IDispatch, public ISupportErrorInfo {
   KeepLoaded keepLoaded_;
   const ComClass& class_;
   std::atomic<ULONG> references_{1};
-  std::shared_ptr<Controller> controller_;
+  TraceableController controller_;
 };
 
 }  // namespace qorcred::com

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -16,8 +17,10 @@
 #include "host/cli/store_commands.h"
 #include "host/cli/tour/tour.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/store_file.h"
 #include "host/desks/whole_number.h"
 #include "host/files/file_error.h"
+#include "host/files/whole_file.h"
 
 namespace qorhost {
 
@@ -77,6 +80,13 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   app.add_flag("--json", global.json, "Print rows as JSON");
   app.add_flag("--trace", global.trace,
                "Write every call between controller and host to standard error");
+  auto* traceFile =
+      app.add_option_function<std::string>(
+             "--trace-file", [&global](const std::string& file) { global.traceFile = file; },
+             "Write them to a file, from which they can be read back")
+          ->type_name("FILE");
+  app.add_flag("--force", global.replaceTraceFile, "Replace the file of --trace-file")
+      ->needs(traceFile);
 }
 
 void DescribeStore(CLI::App& app, Choice& choice) {
@@ -162,10 +172,48 @@ ExitStatus StatusOf(FileProblem problem) {
   return ExitStatus::kFailure;
 }
 
+/// Runs the command. With --trace-file its trace is written, also that of a command that fails.
+ExitStatus RunTraced(const Choice& choice, Console& console) {
+  const GlobalOptions& global = choice.global;
+  if (!global.traceFile) {
+    return choice.run(console);
+  }
+  const Writing writing{global.replaceTraceFile ? Standing::kReplaced : Standing::kStays,
+                        FilesOfStore(global.file)};
+  ExitStatus status = ExitStatus::kDone;
+  std::exception_ptr failure;
+  try {
+    WriteWholeFile(*global.traceFile, writing, [&](std::ostream& file) {
+      console.traceFile = &file;
+      try {
+        status = choice.run(console);
+      } catch (...) {
+        failure = std::current_exception();
+      }
+      console.traceFile = nullptr;
+    });
+  } catch (const FileError& unwritten) {
+    if (unwritten.problem() == FileProblem::kExists) {
+      throw RefusedError(
+          fmt::format("{}: name another trace file, or replace it with --force in "
+                      "front of the command",
+                      unwritten.what()));
+    }
+    if (console.stored) {
+      throw FailureError(fmt::format("{}; the change is stored", unwritten.what()));
+    }
+    throw;
+  }
+  if (failure != nullptr) {
+    std::rethrow_exception(failure);
+  }
+  return status;
+}
+
 /// The one place where failures of a command become an exit status and a line.
 ExitStatus RunChosen(const Choice& choice, Console& console) {
   try {
-    return choice.run(console);
+    return RunTraced(choice, console);
   } catch (const UsageError& error) {
     return Fail(console.err, error.what(), ExitStatus::kUsage);
   } catch (const RefusedError& error) {

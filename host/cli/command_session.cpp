@@ -60,9 +60,15 @@ Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, Messa
   surroundings.clock = console.environment.clock;
   surroundings.author = console.environment.author;
   surroundings.patience = PatienceOf(global, console);
-  if (global.trace) {
-    surroundings.transcript = [&err = console.err](std::string_view line) {
-      err << Displayable(line) << '\n';
+  if (global.trace || console.traceFile != nullptr) {
+    surroundings.trace = [err = global.trace ? &console.err : nullptr,
+                          file = console.traceFile](std::string_view line) {
+      if (err != nullptr) {
+        *err << Displayable(line) << '\n';
+      }
+      if (file != nullptr) {
+        *file << line << '\n';
+      }
     };
   }
   return surroundings;

@@ -23,10 +23,12 @@ struct GlobalOptions {
   std::optional<bool> answer;  ///< --yes or --no
   bool json = false;
   bool trace = false;
+  std::optional<std::filesystem::path> traceFile;
+  bool replaceTraceFile = false;
   int wait = static_cast<int>(kUsualPatience.count());  ///< for others who write, in seconds
 };
 
-/// A desk session whose messages, questions and, with --trace, transcript go to the console.
+/// A desk session whose messages, questions and, with --trace, trace go to the console.
 class CommandSession {
  public:
   /// Opens the file of `global`. Raises FailureError that names `qorhost init --demo` when there is

@@ -42,6 +42,7 @@ struct Console {
   std::ostream& out;
   std::ostream& err;
   const Environment& environment;
+  std::ostream* traceFile = nullptr;  ///< of --trace-file, while a command runs
   std::string told = "";  ///< what was said of a unit: a command that fails for it says it no more
   bool stored = false;    ///< a command has changed something that stays, whatever is printed of it
 };

@@ -29,6 +29,7 @@ namespace qorhost {
 namespace {
 
 constexpr std::string_view kNoDoor = "<None>";
+constexpr std::int32_t kNoPreviousRow = 0;
 
 /// The condition on tenants who hold a credential.
 std::string Holds(std::int32_t rid) {
@@ -87,12 +88,12 @@ CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskS
 }
 
 void CredentialDesk::StartController() {
-  controller_.emplace(session_.host());
-  controller_->set_gmobjCredentialScreen(session_.Visible(screen_));
+  controller_.emplace("clsCredential", session_.host(), session_.tracer());
+  controller_->Set("gmobjCredentialScreen", session_.Visible(screen_));
 }
 
 CredentialDesk::~CredentialDesk() {
-  controller_->set_gmobjCredentialScreen(nullptr);
+  controller_->Set("gmobjCredentialScreen", qorcred::ObjectRef());
 }
 
 void CredentialDesk::Open() {
@@ -100,35 +101,36 @@ void CredentialDesk::Open() {
   typeSelected_ = screen_->List("cboCredentialType").OnSelect([this](std::int32_t index) {
     const bool transmitter =
         index >= 0 && screen_->List("cboCredentialType").ItemData(index) == qorcred::kTransmitter;
-    controller_->pbTransmitterCtls(transmitter);
+    controller_->Run<&qorcred::clsCredential::pbTransmitterCtls>(transmitter);
   });
   credentialSelected_ = credentials().OnSelect([this](std::int32_t index) {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
     if (index >= placeholders::kInCredentials && !byController) {
-      controller_->pbRetrieveCredentials(session_.connection(), unitKey_,
-                                         credentials().ItemData(index));
+      controller_->Run<&qorcred::clsCredential::pbRetrieveCredentials>(
+          session_.connection(), unitKey_, credentials().ItemData(index), kNoPreviousRow);
     }
   });
 
   shown_.TakeUnit();
   const OperationRecord opening(session_);
   FillDoors();
-  controller_->pbRetrieveSchedules(session_.connection(), unitKey_);
-  controller_->pbRetrieveTenants(session_.connection(), unitKey_);
-  controller_->pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
+  controller_->Run<&qorcred::clsCredential::pbRetrieveSchedules>(session_.connection(), unitKey_);
+  controller_->Run<&qorcred::clsCredential::pbRetrieveTenants>(session_.connection(), unitKey_);
+  controller_->Run<&qorcred::clsCredential::pbRetrieveSettingsFromUnit>(session_.connection(),
+                                                                        unitKey_);
   screen_->SetVariable("gblnDisplayFacilityCode", takesFacilityCode());
   RefreshCredentials();
   opening.RequireNoFailure("open the credential screen");
 
   // A unit with fewer than four doors ends this with a trapped failure, its labels being set.
-  controller_->pbRetrieveDoorDetails(session_.connection(), unitKey_);
+  controller_->Run<&qorcred::clsCredential::pbRetrieveDoorDetails>(session_.connection(), unitKey_);
 }
 
 /// The lists from which an operator chooses what to change.
 void CredentialDesk::FillLists() {
   shown_.TakeUnit();
   const OperationRecord filling(session_);
-  controller_->pbRetrieveTenants(session_.connection(), unitKey_);
+  controller_->Run<&qorcred::clsCredential::pbRetrieveTenants>(session_.connection(), unitKey_);
   RefreshCredentials();
   filling.RequireNoFailure("fill the credential screen again");
 }
@@ -255,7 +257,8 @@ void CredentialDesk::LoadAgain(std::int32_t rid) {
   if (session_.sql().work().open()) {
     return;  // many follow, and none on this row
   }
-  controller_->pbRetrieveCredentials(session_.connection(), unitKey_, rid);
+  controller_->Run<&qorcred::clsCredential::pbRetrieveCredentials>(session_.connection(), unitKey_,
+                                                                   rid, kNoPreviousRow);
 }
 
 ShownCredential CredentialDesk::Shown() const {
@@ -317,8 +320,8 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
 }
 
 void CredentialDesk::RefreshCredentials(std::int32_t rid) {
-  controller_->pbRetrieveCredentials(session_.connection(), unitKey_, qorcred::kAllCredentials,
-                                     rid);
+  controller_->Run<&qorcred::clsCredential::pbRetrieveCredentials>(session_.connection(), unitKey_,
+                                                                   qorcred::kAllCredentials, rid);
 }
 
 Outcome CredentialDesk::Work(std::string what, const std::function<Outcome()>& run) {
@@ -345,9 +348,9 @@ Outcome CredentialDesk::SaveOnce(IssuedCredentials& issued, const Progress& prog
                            watched.OnInsert(table);
                          })
                                             : nullptr);
-  const bool saved =
-      controller_->pbSave(session_.connection(), unitKey_, kind_ == DeskScreen::kTenantCreating,
-                          false, &issued.lastRid);
+  const bool saved = controller_->Run<&qorcred::clsCredential::pbSave>(
+      session_.connection(), unitKey_, kind_ == DeskScreen::kTenantCreating, false,
+      &issued.lastRid);
   Outcome outcome = saving.End(saved);
   if (watched.cancelled()) {
     outcome.ending = Ending::kCancelled;
@@ -369,7 +372,8 @@ Outcome CredentialDesk::SaveSelected() {
   const ShownCredential credential = Shown();
   Outcome outcome = Work("edit credential " + credential.entry, [this] {
     OperationRecord saving(session_);
-    Outcome saved = saving.End(controller_->pbSave(session_.connection(), unitKey_, false, true));
+    Outcome saved = saving.End(controller_->Run<&qorcred::clsCredential::pbSave>(
+        session_.connection(), unitKey_, false, true, nullptr));
     // The controller answers True also when the tenant is not there any more.
     if (saved.done() && !IsHeldAsChosen()) {
       saved.ending = Ending::kStale;
@@ -449,13 +453,14 @@ Outcome CredentialDesk::Delete() {
   }
   return Work("delete credential " + credential.entry, [this, rid = credential.rid] {
     OperationRecord deleting(session_);
-    return deleting.End(controller_->pbDelete(session_.connection(), unitKey_, rid));
+    return deleting.End(
+        controller_->Run<&qorcred::clsCredential::pbDelete>(session_.connection(), unitKey_, rid));
   });
 }
 
 /// The controller renumbers without a word to the unit, which knows the credential by its number.
 void CredentialDesk::QueueHoldersSteps(std::int32_t rid) {
-  qorcred::Trap(session_.host(), "queue the holder's step", [&] {
+  qorcred::Trap(session_.ownHost(), "queue the holder's step", [&] {
     const QueryResult holders = session_.sql().Select(
         fmt::format("SELECT TenantID FROM TENANTS WHERE UnitKey={} AND {} ORDER BY TenantID",
                     unitKey_, Holds(rid)));
@@ -463,7 +468,7 @@ void CredentialDesk::QueueHoldersSteps(std::int32_t rid) {
       return;
     }
     const qorcred::TenantComponent tenants(
-        session_.host().CreateComponent(qorcred::component::kTenant));
+        session_.ownHost().CreateComponent(qorcred::component::kTenant));
     for (const ResultRow row : holders.rows()) {
       tenants.CreateProgramSteps(session_.connection(), unitKey_, qorcred::ToLong(row[0]));
     }
@@ -480,7 +485,8 @@ ChangedCredential CredentialDesk::Renumber(CredentialNumber number) {
   }
   Outcome outcome = Work("renumber credential " + credential.entry, [&] {
     OperationRecord renumbering(session_);
-    const bool stored = controller_->pbUpdatePinNo(session_.connection(), number.value(), unitKey_);
+    const bool stored = controller_->Run<&qorcred::clsCredential::pbUpdatePinNo>(
+        session_.connection(), number.value(), unitKey_);
     if (stored) {
       QueueHoldersSteps(credential.rid);
     }

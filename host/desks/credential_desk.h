@@ -138,7 +138,7 @@ class CredentialDesk {
   std::int32_t unitKey_;
   DeskScreen kind_;
   std::shared_ptr<ScreenModel> screen_;
-  std::optional<qorcred::clsCredential> controller_;
+  std::optional<Controlled<qorcred::clsCredential>> controller_;
   ShownState shown_;
   bool hasSettings_ = false;  // when it was looked for last
   Subscription typeSelected_;

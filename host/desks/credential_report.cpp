@@ -60,11 +60,11 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
       unitKey_(unitKey),
       shown_(session, unitKey),
       filter_(session, conditions.size()),
-      controller_(session.host()) {
-  controller_.set_gfrmTxFilter(filter_.visible());
-  controller_.set_mlngUnitKey(unitKey);
+      controller_("clsCredentialReport", session.host(), session.tracer()) {
+  controller_.Set("gfrmTxFilter", filter_.visible());
+  controller_.Set("mlngUnitKey", unitKey);
   shown_.TakeUnit();
-  controller_.pbPopulateArrOperators();
+  controller_.Run<&qorcred::clsCredentialReport::pbPopulateArrOperators>();
   for (std::size_t row = 0; row < filter_.rowCount(); ++row) {
     for (const ReportField& field : Fields()) {
       filter_.Fields(row).AddItem(field.name);
@@ -87,7 +87,8 @@ std::string CredentialReport::FieldNames() {
 Outcome CredentialReport::Run() {
   shown_.TakeUnit();
   OperationRecord running(session_);
-  return running.End(controller_.pbGenSql(session_.connection(), unitKey_, rows_, statement_));
+  return running.End(controller_.Run<&qorcred::clsCredentialReport::pbGenSql>(
+      session_.connection(), unitKey_, rows_, statement_));
 }
 
 Table CredentialReport::Rows(bool withTenantRid) const {
@@ -138,7 +139,7 @@ bool CredentialReport::ShowsStill(const GivenRids& rids) {
 }
 
 DeletedCredentials CredentialReport::Delete(const GivenRids& rids) {
-  controller_.set_gstrRIDsForDeletion(rids.text());
+  controller_.Set("gstrRIDsForDeletion", rids.text());
   DeletedCredentials deleted;
   deleted.given = rids.count();
   const UnitVersion shown = shown_.version();
@@ -160,7 +161,8 @@ DeletedCredentials CredentialReport::Delete(const GivenRids& rids) {
   const auto run = [&] {
     OperationRecord deleting(session_);
     deleted.rows = 0;
-    return deleting.End(controller_.pbDelete(session_.connection(), unitKey_, deleted.rows));
+    return deleting.End(controller_.Run<&qorcred::clsCredentialReport::pbDelete>(
+        session_.connection(), unitKey_, deleted.rows));
   };
   // The report keeps nothing between two runs: its controller may run again.
   static_cast<Outcome&>(deleted) =

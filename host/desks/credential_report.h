@@ -71,7 +71,7 @@ class CredentialReport {
   std::int32_t unitKey_;
   ShownState shown_;
   ReportFilter filter_;
-  qorcred::clsCredentialReport controller_;
+  Controlled<qorcred::clsCredentialReport> controller_;
   qorcred::ObjectRef rows_ = std::make_shared<qorcred::ResultTable>();
   std::string statement_;
 };

@@ -21,6 +21,9 @@ namespace {
 
 namespace field = dir_code_field;
 
+constexpr std::int32_t kNoFormerRow = 0;
+constexpr std::int32_t kNoFormerIndex = 0;
+
 /// The row that the choice names.
 std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_view choice) {
   if (const auto rid = RowNamed(field::kChoice, choice)) {
@@ -71,19 +74,20 @@ DirCodeDesk::DirCodeDesk(DeskSession& session, std::int32_t unitKey)
 }
 
 void DirCodeDesk::StartController() {
-  controller_.emplace(session_.host());
-  controller_->set_mobjDirCodeScreen(session_.Visible(screen_));
+  controller_.emplace("clsDirCode", session_.host(), session_.tracer());
+  controller_->Set("mobjDirCodeScreen", session_.Visible(screen_));
 }
 
 DirCodeDesk::~DirCodeDesk() {
-  controller_->set_mobjDirCodeScreen(nullptr);
+  controller_->Set("mobjDirCodeScreen", qorcred::ObjectRef());
 }
 
 void DirCodeDesk::Open() {
   codeSelected_ = codes().OnSelect([this](std::int32_t index) {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
     if (index >= placeholders::kInDirCodes && !byController) {
-      controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, codes().ItemData(index));
+      controller_->Run<&qorcred::clsDirCode::pbRetrieveDirCodes>(
+          session_.connection(), unitKey_, codes().ItemData(index), kNoFormerRow);
     }
   });
   RequireSettings(session_, unitKey_);
@@ -93,8 +97,9 @@ void DirCodeDesk::Open() {
 void DirCodeDesk::FillLists() {
   shown_.TakeUnit();
   const OperationRecord filling(session_);
-  controller_->pbRetrieveSchedules(session_.connection(), unitKey_);
-  controller_->pbRetrieveSettingsFromUnit(session_.connection(), unitKey_);
+  controller_->Run<&qorcred::clsDirCode::pbRetrieveSchedules>(session_.connection(), unitKey_);
+  controller_->Run<&qorcred::clsDirCode::pbRetrieveSettingsFromUnit>(session_.connection(),
+                                                                     unitKey_);
   RefreshCodes();
   filling.RequireNoFailure("open the directory-code screen");
 }
@@ -143,7 +148,8 @@ ShownDirCode DirCodeDesk::Shown() {
 }
 
 void DirCodeDesk::RefreshCodes(std::int32_t rid) {
-  controller_->pbRetrieveDirCodes(session_.connection(), unitKey_, qorcred::kNoRid, rid);
+  controller_->Run<&qorcred::clsDirCode::pbRetrieveDirCodes>(session_.connection(), unitKey_,
+                                                             qorcred::kNoRid, rid);
 }
 
 void DirCodeDesk::TypeCode(const std::string& given) {
@@ -177,7 +183,8 @@ Outcome DirCodeDesk::SaveOnce(std::int32_t& rid) {
   screen_->SetVariable("gstrTag", "");
   OperationRecord saving(session_);
   rid = 0;
-  const bool done = controller_->pbSave(session_.connection(), unitKey_, false, &rid);
+  const bool done = controller_->Run<&qorcred::clsDirCode::pbSave>(session_.connection(), unitKey_,
+                                                                   false, &rid, kNoFormerIndex);
   // The save looks an empty text up before it refuses it: that lookup fails.
   if (!IsDigits(codeBox().text())) {
     saving.ForgiveFirstFailure(rid > 0);
@@ -224,7 +231,8 @@ Outcome DirCodeDesk::SaveEdited() {
   }
   return Change("edit", [this] {
     screen_->SetVariable("gstrTag", "EDIT");
-    return controller_->pbSave(session_.connection(), unitKey_, true, nullptr, codes().selected());
+    return controller_->Run<&qorcred::clsDirCode::pbSave>(session_.connection(), unitKey_, true,
+                                                          nullptr, codes().selected());
   });
 }
 
@@ -236,7 +244,8 @@ Outcome DirCodeDesk::Renumber() {
     return Unchanged();
   }
   return Change("renumber", [this] {
-    return controller_->pbUpdateDirCode(session_.connection(), unitKey_, codeBox().text());
+    return controller_->Run<&qorcred::clsDirCode::pbUpdateDirCode>(session_.connection(), unitKey_,
+                                                                   codeBox().text());
   });
 }
 
@@ -245,12 +254,12 @@ Outcome DirCodeDesk::Delete() {
   if (code.rid <= 0) {
     throw FailureError("cannot delete a directory code: none is selected");
   }
-  constexpr bool kWithoutMessage = true;
-  constexpr bool kAsk = true;  // only with the question do the tenants lose the code, too
+  static constexpr bool kWithoutMessage = true;
+  static constexpr bool kAsk = true;  // only with the question do the tenants lose the code, too
   return Work("delete directory code " + code.entry, [this, rid = code.rid] {
     OperationRecord deleting(session_);
-    return deleting.End(
-        controller_->pbDelete(session_.connection(), unitKey_, rid, kWithoutMessage, kAsk));
+    return deleting.End(controller_->Run<&qorcred::clsDirCode::pbDelete>(
+        session_.connection(), unitKey_, rid, kWithoutMessage, kAsk));
   });
 }
 

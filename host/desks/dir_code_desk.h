@@ -93,7 +93,7 @@ class DirCodeDesk {
   DeskSession& session_;
   std::int32_t unitKey_;
   std::shared_ptr<ScreenModel> screen_;
-  std::optional<qorcred::clsDirCode> controller_;
+  std::optional<Controlled<qorcred::clsDirCode>> controller_;
   ShownState shown_;
   std::optional<ScreenSnapshot> loaded_;  // by Select(), until an operation changes the store
   Subscription codeSelected_;

@@ -156,12 +156,12 @@ DirCodeReport::DirCodeReport(DeskSession& session, std::int32_t unitKey)
     : session_(session),
       unitKey_(unitKey),
       filter_(session, kMostConditions),
-      controller_(session.host()) {
+      controller_("clsDirCodeReport", session.host(), session.tracer()) {
   const OperationRecord opening(session_);
-  controller_.set_gfrmTxFilter(filter_.visible());
-  controller_.set_mlngUnitKey(unitKey);
-  controller_.pbPopulateArrOperators();
-  controller_.pbComboData(session_.connection());
+  controller_.Set("gfrmTxFilter", filter_.visible());
+  controller_.Set("mlngUnitKey", unitKey);
+  controller_.Run<&qorcred::clsDirCodeReport::pbPopulateArrOperators>();
+  controller_.Run<&qorcred::clsDirCodeReport::pbComboData>(session_.connection());
   opening.RequireNoFailure("open the report");
 }
 
@@ -181,7 +181,8 @@ void DirCodeReport::Narrow(const std::vector<std::string>& conditions) {
 
 Outcome DirCodeReport::Compose() {
   OperationRecord composing(session_);
-  statement_ = controller_.pbGenSql(session_.connection(), unitKey_);
+  statement_ =
+      controller_.Run<&qorcred::clsDirCodeReport::pbGenSql>(session_.connection(), unitKey_);
   return composing.End(true);
 }
 
@@ -189,7 +190,9 @@ Outcome DirCodeReport::Run() {
   OperationRecord showing(session_);
   qorcred::ObjectRef visible = session_.Visible("objGrid", grid_);
   qorcred::ObjectRef layout;
-  controller_.pvDirCodeReportResult(unitKey_, session_.connection(), visible, statement_, layout);
+  const qorcred::ObjectRef noValueItem;
+  controller_.Run<&qorcred::clsDirCodeReport::pvDirCodeReportResult>(
+      unitKey_, session_.connection(), visible, statement_, layout, noValueItem);
 
   for (std::size_t index = 0; index < grid_->columns().size(); ++index) {
     const GridColumnModel& column = grid_->columns().at(index);

@@ -49,7 +49,7 @@ class DirCodeReport {
   std::int32_t unitKey_;
   ReportFilter filter_;
   std::shared_ptr<GridModel> grid_ = std::make_shared<GridModel>();
-  qorcred::clsDirCodeReport controller_;
+  Controlled<qorcred::clsDirCodeReport> controller_;
   std::string statement_;
 };
 

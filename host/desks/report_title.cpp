@@ -7,8 +7,10 @@
 namespace qorhost {
 
 std::string ReportTitle(DeskSession& session, std::int32_t unitKey) {
-  qorcred::clsDirCodeReport lookups(session.host());
-  const std::string name = lookups.pbGetUnitName(session.connection(), unitKey);
+  Controlled<qorcred::clsDirCodeReport> lookups("clsDirCodeReport", session.host(),
+                                                session.tracer());
+  const std::string name =
+      lookups.Run<&qorcred::clsDirCodeReport::pbGetUnitName>(session.connection(), unitKey);
   return name.empty() ? fmt::format("Unit {}", unitKey) : name;
 }
 

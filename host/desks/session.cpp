@@ -8,6 +8,7 @@
 #include "frame/convert.h"
 #include "frame/siblings.h"
 #include "host/desks/desk_error.h"
+#include "host/store/observed_store.h"
 #include "trace/tracing_services.h"
 
 namespace qorhost {
@@ -18,17 +19,38 @@ using qorcred::ObjectRef;
 
 DeskSession::DeskSession(std::unique_ptr<Store> store, Surroundings surroundings)
     : surroundings_(std::move(surroundings)),
-      connection_(std::make_shared<StoreConnection>(std::move(store), surroundings_.clock)),
+      tracer_(surroundings_.trace ? std::make_shared<qorcred::trace::Tracer>(surroundings_.trace)
+                                  : nullptr),
+      connection_(
+          std::make_shared<StoreConnection>(Watched(std::move(store)), surroundings_.clock)),
       visibleConnection_(connection_),
       storeHost_(MakeServices()) {
   connection_->store().SetPatience(surroundings_.patience);
   sql().work().SignAs(surroundings_.author);
-  if (surroundings_.transcript) {
+  if (tracer_ != nullptr) {
+    tracedHost_ = std::make_unique<qorcred::trace::TracedHost>(storeHost_, tracer_);
+  } else if (surroundings_.transcript) {
     visibleConnection_ =
         std::make_shared<qorcred::trace::TracingConnection>(connection_, surroundings_.transcript);
     tracingHost_ =
         std::make_unique<qorcred::trace::TracingHost>(storeHost_, surroundings_.transcript);
   }
+}
+
+std::unique_ptr<Store> DeskSession::Watched(std::unique_ptr<Store> store) {
+  if (tracer_ == nullptr) {
+    return store;
+  }
+  return Observed(std::move(store), [this](std::string_view statement, std::int64_t rows,
+                                           const std::exception* failure) {
+    if (tracer_->inStatement()) {
+      return;  // the controller's own, which stands in the trace already
+    }
+    const std::string text = "host " + qorcred::trace::SpelledText(statement);
+    tracer_->Note(failure == nullptr
+                      ? fmt::format("{} -> {} {}", text, rows, rows == 1 ? "row" : "rows")
+                      : fmt::format("{} ! {}", text, qorcred::trace::SpelledText(failure->what())));
+  });
 }
 
 StoreHost::Services DeskSession::MakeServices() {
@@ -116,6 +138,10 @@ void DeskSession::NoteFailure(std::string_view failure) {
 }
 
 qorcred::Host& DeskSession::host() {
+  return tracedHost_ != nullptr ? *tracedHost_ : ownHost();
+}
+
+qorcred::Host& DeskSession::ownHost() {
   if (tracingHost_ != nullptr) {
     return *tracingHost_;
   }
@@ -123,7 +149,7 @@ qorcred::Host& DeskSession::host() {
 }
 
 ObjectRef DeskSession::Visible(const std::shared_ptr<ScreenModel>& screen) const {
-  if (!surroundings_.transcript) {
+  if (tracer_ != nullptr || !surroundings_.transcript) {
     return screen;
   }
   return std::make_shared<qorcred::trace::TracingScreen>(
@@ -132,7 +158,7 @@ ObjectRef DeskSession::Visible(const std::shared_ptr<ScreenModel>& screen) const
 }
 
 ObjectRef DeskSession::Visible(std::string name, ObjectRef object) const {
-  if (!surroundings_.transcript) {
+  if (tracer_ != nullptr || !surroundings_.transcript) {
     return object;
   }
   return std::make_shared<qorcred::trace::TracingControl>(std::move(name), std::move(object),

@@ -15,6 +15,8 @@
 #include "host/desks/outcome.h"
 #include "host/screens/screen_model.h"
 #include "host/store/store_connection.h"
+#include "trace/traced_controller.h"
+#include "trace/traced_host.h"
 #include "trace/tracing_host.h"
 
 namespace qorhost {
@@ -36,7 +38,8 @@ struct Surroundings {
   Clock clock = SystemClock();
   Author author;                              ///< signs what is stored
   Patience patience;                          ///< with others who write
-  qorcred::trace::TranscriptSink transcript;  ///< none: calls are not traced
+  qorcred::trace::TraceSink trace;            ///< none: nothing is traced
+  qorcred::trace::TranscriptSink transcript;  ///< the short lines of tests; not with a trace
 };
 
 struct UnitName {
@@ -44,8 +47,12 @@ struct UnitName {
   std::string name;
 };
 
+/// A controller as a desk holds it.
+template <typename Class>
+using Controlled = qorcred::trace::TracedController<Class>;
+
 /// Keeps everything that controllers need alive: the connection and the host, each behind its
-/// tracing decorator when there is a transcript. One thread.
+/// decorator when there is a trace or a transcript. One thread.
 class DeskSession {
  public:
   DeskSession(std::unique_ptr<Store> store, Surroundings surroundings);
@@ -54,7 +61,11 @@ class DeskSession {
 
   /// The host and connection to hand to controllers.
   [[nodiscard]] qorcred::Host& host();
+  /// The host for what a desk does itself: that is no call of a controller's.
+  [[nodiscard]] qorcred::Host& ownHost();
   [[nodiscard]] const qorcred::ObjectRef& connection() const { return visibleConnection_; }
+  /// Writes the trace; null without one.
+  [[nodiscard]] const std::shared_ptr<qorcred::trace::Tracer>& tracer() const { return tracer_; }
   /// A screen, or any other object under a name, as controllers are to see it.
   [[nodiscard]] qorcred::ObjectRef Visible(const std::shared_ptr<ScreenModel>& screen) const;
   [[nodiscard]] qorcred::ObjectRef Visible(std::string name, qorcred::ObjectRef object) const;
@@ -71,6 +82,7 @@ class DeskSession {
   friend class NoticesAtTheEnd;
 
   [[nodiscard]] StoreHost::Services MakeServices();
+  [[nodiscard]] std::unique_ptr<Store> Watched(std::unique_ptr<Store> store);
   qorcred::MessageButton ShowMessage(std::string_view text, qorcred::MessageStyle style,
                                      std::string_view title);
   [[nodiscard]] qorcred::MessageButton AnswerTo(const NewMessage& message);
@@ -81,9 +93,11 @@ class DeskSession {
   AnsweredAgain* answered_ = nullptr;   // of one that runs again
   NoticesAtTheEnd* notices_ = nullptr;  // those that wait for the end
   bool unattended_ = false;             // all messages are answered without being shown
+  std::shared_ptr<qorcred::trace::Tracer> tracer_;
   std::shared_ptr<StoreConnection> connection_;
   qorcred::ObjectRef visibleConnection_;
   StoreHost storeHost_;
+  std::unique_ptr<qorcred::trace::TracedHost> tracedHost_;
   std::unique_ptr<qorcred::trace::TracingHost> tracingHost_;
 };
 

@@ -30,6 +30,8 @@ using qorcred::TableView;
 constexpr std::int32_t kFetchedRid = 1;
 constexpr std::int32_t kFetchedNumber = 2;
 
+constexpr std::int32_t kNewRow = 0;
+
 /// "`doing`: the first failure; nothing was changed"
 void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
   if (!record.failures().empty()) {
@@ -83,12 +85,12 @@ UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReadi
       badLines_(badLines),
       rules_(RulesFor(reading, badLines)),
       connectionScreen_(MakeConnectionScreen(unit_.firmware)),
-      controller_(session.host()) {
-  controller_.set_mfrmConnectionScreen(session.Visible(connectionScreen_));
+      controller_("clsDirCode", session.host(), session.tracer()) {
+  controller_.Set("mfrmConnectionScreen", session.Visible(connectionScreen_));
 }
 
 UnitMerge::~UnitMerge() {
-  controller_.set_mfrmConnectionScreen(nullptr);
+  controller_.Set("mfrmConnectionScreen", qorcred::ObjectRef());
 }
 
 const MergePlan& UnitMerge::Plan() {
@@ -141,7 +143,8 @@ void UnitMerge::ReadStored() {
       qorcred::NumericValue(session_.sql().Scalar(SelectOfCodes("COUNT(*)", unitKey_))));
   qorcred::ObjectRef fetched;
   const OperationRecord fetching(session_);
-  controller_.pbFetchDirForMerge(session_.connection(), unitKey_, fetched);
+  controller_.Run<&qorcred::clsDirCode::pbFetchDirForMerge>(session_.connection(), unitKey_,
+                                                            fetched);
   RequireNoFailure(fetching, "cannot read the stored directory codes");
 
   const TableView table(fetched);
@@ -342,16 +345,18 @@ void UnitMerge::Do(const MergeStep& step) {
     name =
         "cannot delete the directory code " + WithRid(qorcred::NumberText(code.number), code.rid);
     qorcred::StringArray details;
-    done = controller_.pbMergeSave(session_.connection(), unitKey_, "Delete", details, code.rid);
+    done = controller_.Run<&qorcred::clsDirCode::pbMergeSave>(session_.connection(), unitKey_,
+                                                              "Delete", details, code.rid);
   } else {
     const UnitCode& code = unit_.codes[step.unitCode];
     qorcred::StringArray details = DetailsOf(code);
     name = fmt::format("cannot write the directory code {}", NumberOf(code));
     if (step.action == MergeAction::kUpdate) {
-      done = controller_.pbMergeSave(session_.connection(), unitKey_, "Update", details,
-                                     stored_[step.stored].rid);
+      done = controller_.Run<&qorcred::clsDirCode::pbMergeSave>(
+          session_.connection(), unitKey_, "Update", details, stored_[step.stored].rid);
     } else {
-      done = controller_.pbMergeSave(session_.connection(), unitKey_, "Insert", details);
+      done = controller_.Run<&qorcred::clsDirCode::pbMergeSave>(session_.connection(), unitKey_,
+                                                                "Insert", details, kNewRow);
     }
   }
   // The operation answers True also when its statement failed: only the manager's error tells.

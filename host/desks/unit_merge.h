@@ -119,7 +119,7 @@ class UnitMerge {
   BadLines badLines_;
   MergeRules rules_;
   std::shared_ptr<ScreenModel> connectionScreen_;
-  qorcred::clsDirCode controller_;
+  Controlled<qorcred::clsDirCode> controller_;
   std::vector<StoredCode> stored_;
   std::unordered_map<std::int32_t, std::size_t> placeOf_;  // in stored_, by RID
   MergePlan plan_;

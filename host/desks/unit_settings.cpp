@@ -40,7 +40,7 @@ std::optional<std::int32_t> CapacityOf(DeskSession& session, std::int32_t unitKe
   qorcred::Base64Decoder decoder;
   try {
     return qorcred::ToInteger(qorcred::DecodedCapacity(
-        session.host(), decoder, qorcred::TableView(qorcred::ObjectRef(answer.table))));
+        session.ownHost(), decoder, qorcred::TableView(qorcred::ObjectRef(answer.table))));
   } catch (const qorcred::RuntimeError&) {
     return std::nullopt;
   }

@@ -251,7 +251,8 @@ TEST_F(DirCodes, ACodeThatCannotBeStoredIsAFailure) {
 TEST_F(DirCodes, TraceShowsTheScreenBeingFilled) {
   const Outcome outcome = Do({"list", "--trace"});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_THAT(outcome.err, HasSubstr("cbodirectorycode.AddItem \"<Add New>\"\n"));
+  EXPECT_THAT(outcome.err, testing::ContainsRegex(
+                               "  cbodirectorycode@[0-9]+.AddItem\\(text: \"<Add New>\"\\)\n"));
   EXPECT_EQ(outcome.out, Do({"list"}).out);
 }
 

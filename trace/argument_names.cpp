@@ -1,0 +1,60 @@
+#include "trace/argument_names.h"
+
+#include <array>
+
+#include "frame/object.h"
+
+namespace qorcred::trace {
+
+namespace {
+
+constexpr std::size_t kMostArguments = 9;
+
+struct MemberArguments {
+  std::string_view member;
+  std::array<std::string_view, kMostArguments> names;
+};
+
+constexpr std::array kMembers{
+    MemberArguments{"ExecuteSelect", {"conn", "sql", "errorFlag", "errorText"}},
+    MemberArguments{"ExecuteScalar", {"conn", "sql", "errorFlag", "errorText"}},
+    MemberArguments{"ExecuteQueryDelete", {"conn", "sql", "errorFlag", "errorText"}},
+    MemberArguments{"ExecuteUpdate",
+                    {"conn", "sql", "table", "errorFlag", "errorText", "lastModified", "rid"}},
+    MemberArguments{"ExecuteInsert",
+                    {"conn", "sql", "lastModified", "table", "errorFlag", "errorText"}},
+    MemberArguments{"ExecuteDelete", {"conn", "table", "rid", "errorFlag", "errorText"}},
+    MemberArguments{"pbGetUnitStatus",
+                    {"conn", "unitKey", "status", "text4", "text5", "credentials", "entryCodes",
+                     "directoryCodes", "text9"}},
+    MemberArguments{"pbGetMaxGroupIDOrLinkID", {"unitKey", "conn", "linkID"}},
+    MemberArguments{"pbIncrementMaxGroupIDOrLinkIDByOne", {"unitKey", "conn", "linkID", "by"}},
+    MemberArguments{"pbGetTenantID", {"conn", "unitKey", "rid"}},
+    MemberArguments{"pvCreateProgramSteps", {"conn", "unitKey", "tenant"}},
+    MemberArguments{"pbGenDirCodePrgStep", {"conn", "unitKey", "rid"}},
+    MemberArguments{"pbGenChgDirCodePrgStep", {"conn", "unitKey", "rid"}},
+    MemberArguments{"pbGenDelDirCodePrgStep", {"conn", "unitKey", "rid"}},
+    MemberArguments{"pbDeleteDirCodePrgStep", {"conn", "unitKey", "rid"}},
+    MemberArguments{"pbDeleteDirCodePrgStepExists", {"conn", "unitKey", "code"}},
+    MemberArguments{"Execute", {"sql", "rowsAffected"}},
+    MemberArguments{"AddItem", {"text", "index"}},
+    MemberArguments{"RemoveItem", {"index"}},
+    MemberArguments{"Remove", {"index"}},
+    MemberArguments{"Add", {"item"}},
+    MemberArguments{"ReDim", {"lowRow", "highRow", "lowColumn", "highColumn"}},
+    MemberArguments{"InsertRows", {"row"}},
+    MemberArguments{"DeleteRows", {"row"}},
+    MemberArguments{"QuickSort", {"lowRow", "highRow", "column", "order", "type"}},
+};
+
+}  // namespace
+
+std::string_view ArgumentName(std::string_view member, std::size_t at) {
+  if (at >= kMostArguments) return {};
+  for (const MemberArguments& known : kMembers) {
+    if (SameMember(known.member, member)) return known.names[at];
+  }
+  return {};
+}
+
+}  // namespace qorcred::trace

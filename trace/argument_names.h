@@ -1,0 +1,13 @@
+// What the arguments of the members are called that controllers call.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace qorcred::trace {
+
+/// The name of an argument of a component's, connection's, control's or table's member; empty for a
+/// member or a place that has none.
+[[nodiscard]] std::string_view ArgumentName(std::string_view member, std::size_t at);
+
+}  // namespace qorcred::trace
