@@ -39,8 +39,8 @@ std::string Escaped(std::string_view text) {
       case '<':
         escaped += "&lt;";
         break;
-      case '"':
-        escaped += "&quot;";
+      case '\'':
+        escaped += "&apos;";
         break;
       default:
         escaped += character;
@@ -78,8 +78,8 @@ class Writer {
 
   std::string Write() {
     CollectFiles();
-    Line("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
-    Line("<Wix xmlns=\"http://schemas.microsoft.com/wix/2006/wi\">");
+    Line("<?xml version='1.0' encoding='UTF-8'?>");
+    Line("<Wix xmlns='http://schemas.microsoft.com/wix/2006/wi'>");
     WriteProduct();
     Line("</Wix>");
     return std::move(text_);
@@ -101,20 +101,20 @@ class Writer {
     const std::string family = Family(installer_);
     const std::string product = family + " " + installer_.version;
     const bool is64 = installer_.bitness == Bitness::k64;
-    Line("<Product Id=\"" + IdentifierOf(product) + "\" Name=\"qorCred controllers (" +
+    Line("<Product Id='" + IdentifierOf(product) + "' Name='qorCred controllers (" +
          (is64 ? "64" : "32") + " bit" + (installer_.scope == Scope::kUser ? ", this user" : "") +
-         ")\" Version=\"" + installer_.version +
-         "\" Language=\"1033\" Manufacturer=\"qorCred\" UpgradeCode=\"" +
-         IdentifierOf(family + " upgrades") + "\">");
-    Line("<Package Id=\"" + IdentifierOf(product + " " + installer_.content) +
-         "\" InstallerVersion=\"200\" Compressed=\"yes\" InstallScope=\"" +
-         std::string(ScopeWord(installer_)) + "\"/>");
-    Line("<Media Id=\"1\" Cabinet=\"qorCred.cab\" EmbedCab=\"yes\"/>");
-    Line("<MajorUpgrade DowngradeErrorMessage=\"A newer version of qorCred is installed.\"/>");
+         ")' Version='" + installer_.version +
+         "' Language='1033' Manufacturer='qorCred' UpgradeCode='" +
+         IdentifierOf(family + " upgrades") + "'>");
+    Line("<Package Id='" + IdentifierOf(product + " " + installer_.content) +
+         "' InstallerVersion='200' Compressed='yes' InstallScope='" +
+         std::string(ScopeWord(installer_)) + "'/>");
+    Line("<Media Id='1' Cabinet='qorCred.cab' EmbedCab='yes'/>");
+    Line("<MajorUpgrade DowngradeErrorMessage='A newer version of qorCred is installed.'/>");
     WriteFolders();
-    Line("<Feature Id=\"All\" Level=\"1\">");
+    Line("<Feature Id='All' Level='1'>");
     for (const std::string& component : components_) {
-      Line("<ComponentRef Id=\"" + component + "\"/>");
+      Line("<ComponentRef Id='" + component + "'/>");
     }
     Line("</Feature>");
     Line("</Product>");
@@ -123,17 +123,16 @@ class Writer {
   void WriteFolders() {
     const bool forUser = installer_.scope == Scope::kUser;
     const bool is64 = installer_.bitness == Bitness::k64;
-    Line("<Directory Id=\"TARGETDIR\" Name=\"SourceDir\">");
+    Line("<Directory Id='TARGETDIR' Name='SourceDir'>");
     if (forUser) {
-      Line(
-          "<Directory Id=\"LocalAppDataFolder\"><Directory Id=\"UserPrograms\" Name=\"Programs\">");
+      Line("<Directory Id='LocalAppDataFolder'><Directory Id='UserPrograms' Name='Programs'>");
     } else {
-      Line(std::string("<Directory Id=\"") +
-           (is64 ? "ProgramFiles64Folder" : "ProgramFilesFolder") + "\">");
+      Line(std::string("<Directory Id='") + (is64 ? "ProgramFiles64Folder" : "ProgramFilesFolder") +
+           "'>");
     }
     // Both bitnesses may be there, also for one user.
-    Line(std::string("<Directory Id=\"INSTALLFOLDER\" Name=\"qorCred") +
-         (forUser && !is64 ? " (32 bit)" : "") + "\">");
+    Line(std::string("<Directory Id='INSTALLFOLDER' Name='qorCred") +
+         (forUser && !is64 ? " (32 bit)" : "") + "'>");
     WriteFolder("");
     WriteCommonEntries();
     Line("</Directory>");
@@ -148,8 +147,8 @@ class Writer {
       for (const std::string& name : found->second) WriteFile(folder, name);
     }
     for (const std::string& child : ChildrenOf(folder)) {
-      Line("<Directory Id=\"" + IdOf("Folder", child) + "\" Name=\"" +
-           Escaped(fs::path(child).filename().string()) + "\">");
+      Line("<Directory Id='" + IdOf("Folder", child) + "' Name='" +
+           Escaped(fs::path(child).filename().string()) + "'>");
       WriteFolder(child);
       Line("</Directory>");
     }
@@ -175,9 +174,9 @@ class Writer {
     // The key of a file of the user's is a value of the user's, or another user's repair would look
     // for it in vain.
     const bool isKey = installer_.scope == Scope::kMachine;
-    Line("<File Id=\"" + std::string(isLibrary ? "Library" : IdOf("File", below)) + "\" Name=\"" +
-         Escaped(name) + "\" Source=\"" + Escaped((installer_.folder / below).generic_string()) +
-         "\"" + (isKey ? " KeyPath=\"yes\"" : "") + "/>");
+    Line("<File Id='" + std::string(isLibrary ? "Library" : IdOf("File", below)) + "' Name='" +
+         Escaped(name) + "' Source='" + Escaped((installer_.folder / below).generic_string()) +
+         "'" + (isKey ? " KeyPath='yes'" : "") + "/>");
     if (!isKey) {
       WriteValue("Software\\qorCred\\" + Family(installer_), below, installer_.version, true);
     }
@@ -201,8 +200,8 @@ class Writer {
 
   void BeginComponent(const std::string& id, const std::string& name, bool isOfBitness) {
     const bool is64 = isOfBitness && installer_.bitness == Bitness::k64;
-    Line("<Component Id=\"" + id + "\" Guid=\"" + IdentifierOf(name) + "\" Win64=\"" +
-         (is64 ? "yes" : "no") + "\">");
+    Line("<Component Id='" + id + "' Guid='" + IdentifierOf(name) + "' Win64='" +
+         (is64 ? "yes" : "no") + "'>");
     components_.push_back(id);
   }
 
@@ -217,10 +216,9 @@ class Writer {
 
   void WriteValue(const std::string& key, const std::string& name, const std::string& value,
                   bool isKey) {
-    Line("<RegistryValue Root=\"" + std::string(Root(installer_)) + "\" Key=\"" + Escaped(key) +
-         "\"" + (name.empty() ? "" : " Name=\"" + Escaped(name) + "\"") +
-         " Type=\"string\" Value=\"" + Escaped(value) + "\"" + (isKey ? " KeyPath=\"yes\"" : "") +
-         "/>");
+    Line("<RegistryValue Root='" + std::string(Root(installer_)) + "' Key='" + Escaped(key) + "'" +
+         (name.empty() ? "" : " Name='" + Escaped(name) + "'") + " Type='string' Value='" +
+         Escaped(value) + "'" + (isKey ? " KeyPath='yes'" : "") + "/>");
   }
 
   static std::string IdOf(std::string_view kind, const std::string& name) {
