@@ -10,7 +10,7 @@ packages_build=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohman
 packages_test=(libgtest-dev libgmock-dev lld)
 packages_bench=(libbenchmark-dev)
 packages_windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine
-                  libwine-dev)
+                  libwine-dev msitools wixl)
 packages_wine=(wine wine64 xvfb xauth googletest)
 packages_ci=(ccache clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev gcovr debootstrap)
 
