@@ -66,7 +66,6 @@ class ObservedSession final : public SqlSession {
         [](std::int32_t) { return std::int64_t{1}; });
   }
 
-  std::int64_t changesSoFar() const noexcept override { return inner_->changesSoFar(); }
   Transaction& transaction() noexcept override { return inner_->transaction(); }
   UnitOfWork& work() noexcept override { return inner_->work(); }
   Transaction& savepoint() noexcept override { return inner_->savepoint(); }
