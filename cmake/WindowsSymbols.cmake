@@ -4,8 +4,7 @@
 #
 # After each linking, <dll>.dll.debug has the DWARF symbols, to which the DLL refers by name and checksum,
 # <dll>.pdb the names of all functions with their addresses: GCC writes no types or lines in that form.
-# Nothing of either depends on when and where it was built, nor does the DLL. TARGETS are what it is made
-# of.
+# The DLL does not depend on when and where it was built. TARGETS are what it is made of.
 function(qorcred_separate_symbols dll)
   foreach(target ${ARGN})
     target_compile_options(${target} PRIVATE
