@@ -7,7 +7,9 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <filesystem>
 #include <numeric>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -152,20 +154,29 @@ bool Database::inTransaction() const noexcept {
   return sqlite3_get_autocommit(handle()) == 0;
 }
 
-void Database::WatchLog() {
-  std::unique_ptr<LogWatch>& watch = handle_.get_deleter().watch;
-  std::int64_t sealPage = 0;
+std::uint32_t Database::PageOfSeals() {
   try {
-    sealPage = Number("SELECT rootpage FROM sqlite_schema WHERE type='table' AND name='StoreSeal'");
+    return static_cast<std::uint32_t>(
+        Number("SELECT rootpage FROM sqlite_schema WHERE type='table' AND name='StoreSeal'"));
   } catch (const StoreError&) {
-    sealPage = 0;  // of another file's log nothing may be readable
+    return 0;  // of another file's log nothing may be readable
   }
-  watch = std::make_unique<LogWatch>(handle(), static_cast<std::uint32_t>(sealPage));
+}
+
+void Database::WatchLog() {
+  handle_.get_deleter().watch = std::make_unique<LogWatch>(handle(), PageOfSeals());
 }
 
 bool Database::RequireOwnLog() {
   LogWatch* const watch = handle_.get_deleter().watch.get();
-  const LogVerdict verdict = watch == nullptr ? LogVerdict::kBelongs : watch->Look();
+  if (watch == nullptr) {
+    return true;
+  }
+  LogVerdict verdict = watch->Look();
+  if (verdict == LogVerdict::kForeign) {
+    watch->LookForSealsOn(PageOfSeals());
+    verdict = watch->Look();
+  }
   if (verdict == LogVerdict::kForeign) {
     RefuseOtherFile();
   }
@@ -180,12 +191,14 @@ void Database::RequireSameFile() {
 }
 
 void Database::RefuseOtherFile() const {
+  std::error_code ignored;
+  const bool isLink = std::filesystem::is_symlink(name_, ignored);
   throw StoreError(fmt::format(
-      "The store '{0}' and its log '{0}-wal' do not belong together: another file was put over "
+      "The store '{0}' and its log '{1}-wal' do not belong together: another file was put over "
       "one of them. Nothing was changed. Close every program that has the store open, move the "
-      "log and '{0}-shm' away, put the copy that you want in the store's place again and open "
+      "log and '{1}-shm' away, put the copy that you want in the store's place again and open "
       "it",
-      name_));
+      name_, isLink ? std::filesystem::weakly_canonical(name_, ignored).string() : name_));
 }
 
 void Database::ForgetPages() noexcept {

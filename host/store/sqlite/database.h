@@ -62,6 +62,7 @@ class Database {
     void operator()(sqlite3* handle) noexcept;
   };
 
+  [[nodiscard]] std::uint32_t PageOfSeals();
   [[noreturn]] void RefuseOtherFile() const;
   Database(std::string name, const std::string& path, int flags, bool readOnly, Patience patience);
 

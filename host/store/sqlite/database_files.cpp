@@ -54,8 +54,9 @@ DatabaseFiles::DatabaseFiles(sqlite3* database)
   if (file_ == nullptr || log_ == nullptr || name == nullptr || file_->pMethods->iVersion < 2) {
     return;
   }
-  logPath_ = std::string(name) + "-wal";
-  indexPath_ = std::string(name) + "-shm";
+  path_ = name;
+  logPath_ = path_ + "-wal";
+  indexPath_ = path_ + "-shm";
   logIdentity_ = IdentityOf(logPath_);
   indexIdentity_ = IdentityOf(indexPath_);
   std::array<std::uint8_t, 2> size{};
@@ -88,6 +89,18 @@ LogState DatabaseFiles::State() const noexcept {
   state.frames = NumberInIndex(state_, kFramesInIndex);
   state.inFile = std::min(NumberInIndex(state_, kCopiedInIndex), state.frames);
   return state;
+}
+
+DatabaseFiles::Stamp DatabaseFiles::StampOfFile() const {
+  struct stat status {};
+  if (stat(path_.c_str(), &status) != 0) {
+    return {};
+  }
+  const auto nanoseconds = [](const timespec& time) {
+    constexpr std::int64_t kInASecond = 1'000'000'000;
+    return std::int64_t{time.tv_sec} * kInASecond + time.tv_nsec;
+  };
+  return {status.st_size, nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
 }
 
 bool DatabaseFiles::logIsInPlace() const {

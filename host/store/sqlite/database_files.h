@@ -33,6 +33,14 @@ class DatabaseFiles {
   /// Whether changes go to a log, and this connection sees where that ends.
   [[nodiscard]] bool hasLog() const noexcept { return state_ != nullptr; }
   [[nodiscard]] LogState State() const noexcept;
+  /// Another one whenever anything was written into the file, or was put in its place.
+  struct Stamp {
+    std::int64_t size = 0;
+    std::int64_t written = 0;  // nanoseconds
+    std::int64_t touched = 0;
+    friend bool operator==(const Stamp&, const Stamp&) = default;
+  };
+  [[nodiscard]] Stamp StampOfFile() const;
   /// Whether log and index stand under their names as when this object was made.
   [[nodiscard]] bool logIsInPlace() const;
 
@@ -58,6 +66,7 @@ class DatabaseFiles {
   sqlite3_file* file_ = nullptr;
   sqlite3_file* log_ = nullptr;
   const volatile std::uint8_t* state_ = nullptr;  // the first part of the index
+  std::string path_;
   std::string logPath_;
   std::string indexPath_;
   std::optional<Identity> logIdentity_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <unordered_set>
 
 namespace qorhost::sqlite {
 
@@ -50,10 +49,12 @@ LogVerdict LogWatch::Look() {
   for (int looks = 1;; ++looks) {
     // The state before the file: that goes forward only, when the log is copied into it.
     const LogState state = files_.State();
+    const DatabaseFiles::Stamp stamp = files_.StampOfFile();
     const std::optional<Seal> inFile = SealInFile();
-    const LogVerdict verdict = files_.logIsInPlace() ? Judge(state, inFile) : LogVerdict::kForeign;
+    const LogVerdict verdict =
+        files_.logIsInPlace() ? Judge(state, inFile, stamp) : LogVerdict::kForeign;
     if (verdict != LogVerdict::kForeign) {
-      accepted_ = {state, inFile};
+      accepted_ = {state, inFile, stamp};
       return verdict;
     }
     if (files_.State() == state || looks == kMostLooks) {
@@ -70,18 +71,30 @@ std::optional<Seal> LogWatch::SealInFile() const {
   return sealPage_ == 0 ? std::nullopt : SealIn(files_.PageOfFile(sealPage_));
 }
 
-LogVerdict LogWatch::Judge(const LogState& state, const std::optional<Seal>& inFile) const {
+LogVerdict LogWatch::Judge(const LogState& state, const std::optional<Seal>& inFile,
+                           const DatabaseFiles::Stamp& stamp) const {
+  const bool isPartlyInFile = state.inFile > 0 && state.inFile < state.frames;
   if (accepted_ && accepted_->inFile == inFile && accepted_->state.salts == state.salts &&
-      accepted_->state.inFile == state.inFile && accepted_->state.frames <= state.frames) {
+      accepted_->state.inFile == state.inFile && accepted_->state.frames <= state.frames &&
+      (!isPartlyInFile || accepted_->stamp == stamp)) {
     return LogVerdict::kBelongs;  // only more of the log has come
   }
+  if (state.frames > 0 && !files_.LogReaches(state)) {
+    return LogVerdict::kForeign;
+  }
+  // The seal alone does not tell then: its page is not among those that were copied.
+  if (isPartlyInFile && !FileHoldsWhatWasCopied(state)) {
+    return LogVerdict::kForeign;
+  }
+  const LogVerdict verdict = JudgeSeals(state, inFile);
+  return verdict == LogVerdict::kForeign && HoldsEveryPage(state) ? LogVerdict::kBelongs : verdict;
+}
+
+LogVerdict LogWatch::JudgeSeals(const LogState& state, const std::optional<Seal>& inFile) const {
   // Without a seal in the log nothing tells whether the file is still the one that was read.
   const LogVerdict withoutSeals = accepted_ ? LogVerdict::kBelongsNow : LogVerdict::kBelongs;
   if (state.frames == 0) {
     return withoutSeals;
-  }
-  if (!files_.LogReaches(state)) {
-    return LogVerdict::kForeign;
   }
   // A checkpoint leaves out pages that come again behind its end, as the seal's does with every
   // unit of work: it is copied only by one that reaches the end of the log.
@@ -98,9 +111,8 @@ LogVerdict LogWatch::Judge(const LogState& state, const std::optional<Seal>& inF
       return LogVerdict::kBelongs;
     }
   }
-  return FindSeal(state, inFile, std::max(first, known)) != 0 || HoldsEveryPage(state)
-             ? LogVerdict::kBelongs
-             : LogVerdict::kForeign;
+  return FindSeal(state, inFile, std::max(first, known)) != 0 ? LogVerdict::kBelongs
+                                                              : LogVerdict::kForeign;
 }
 
 /// The frame with the seal that the file held when it was looked at last: it never goes back. 0
@@ -154,18 +166,45 @@ bool LogWatch::HoldsAnySeal(const LogState& state) const {
   return false;
 }
 
-/// A whole store that was put into an open one through the engine begins with all of its pages: no
-/// matter what the file holds.
-bool LogWatch::HoldsEveryPage(const LogState& state) const {
-  std::unordered_set<std::uint32_t> pages;
-  for (std::uint32_t frame = 1; state.inFile == 0 && frame <= state.frames; ++frame) {
-    const DatabaseFiles::Frame header = files_.FrameAt(frame);
-    pages.insert(header.page);
-    if (header.pagesInAll != 0) {
-      return pages.size() >= header.pagesInAll;
+LogWatch::LastFrames LogWatch::LastFramesIn(const LogState& state) const {
+  LastFrames last;
+  for (std::uint32_t frame = 1; frame <= state.frames; ++frame) {
+    last[files_.FrameAt(frame).page] = frame;
+  }
+  return last;
+}
+
+/// How many the store has behind the log's last transaction.
+std::uint32_t LogWatch::PagesInAll(const LogState& state) const {
+  for (std::uint32_t frame = state.frames; frame > 0; --frame) {
+    if (const std::uint32_t pages = files_.FrameAt(frame).pagesInAll; pages != 0) {
+      return pages;
     }
   }
-  return false;
+  return 0;
+}
+
+/// The engine reads these pages from the file: where they are not those of the log, it is another.
+bool LogWatch::FileHoldsWhatWasCopied(const LogState& state) const {
+  const LastFrames last = LastFramesIn(state);
+  const std::uint32_t pagesInAll = PagesInAll(state);
+  return std::all_of(last.begin(), last.end(), [&](const auto& entry) {
+    const auto [page, frame] = entry;
+    const bool isCopied = frame <= state.inFile && page <= pagesInAll;
+    return !isCopied || files_.PageOfFile(page) == files_.PageOfFrame(frame);
+  });
+}
+
+/// A whole store was written into this one through the engine, as VACUUM does: no matter what else
+/// the file holds.
+bool LogWatch::HoldsEveryPage(const LogState& state) const {
+  const std::uint32_t pagesInAll = PagesInAll(state);
+  const LastFrames last = LastFramesIn(state);
+  const auto inStore = std::count_if(last.begin(), last.end(), [pagesInAll](const auto& entry) {
+    return entry.first != 0 && entry.first <= pagesInAll;
+  });
+  return pagesInAll != 0 && static_cast<std::uint32_t>(inStore) == pagesInAll &&
+         (state.inFile == 0 || FileHoldsWhatWasCopied(state));
 }
 
 }  // namespace qorhost::sqlite

@@ -109,6 +109,8 @@ void Prepare(Database& database) {
   database.RequireOwnLog();
   if (isOlder) {
     Migrate(database);
+    // The first seal stands in the file then: a copy from before it is told from the store.
+    database.Run("PRAGMA wal_checkpoint(PASSIVE)");
     database.WatchLog();
   }
 }

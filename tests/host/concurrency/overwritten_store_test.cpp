@@ -2,6 +2,7 @@
 // what is there then is never mixed.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <filesystem>
 #include <fstream>
@@ -337,6 +338,76 @@ TEST_F(OverwrittenStores, AReaderThatKeepsPartOfALogOutOfTheFileDisturbsNobody) 
     Seat bert(file_, "bert");
     EXPECT_TRUE(RunAt(EditPhone("102", phone), bert).done());
   }
+}
+
+TEST_F(OverwrittenStores, ACopyFromBeforeALogThatIsPartlyInTheFileIsRefused) {
+  const fs::path morning = folder_.File("morning.db");
+  fs::copy_file(file_, morning);
+  Seat anna(file_, "anna");
+  const PreparedDesk desk = EditPhone("103", "555-2").prepare(anna);
+  Seat bert(file_, "bert");
+  ASSERT_TRUE(RunAt(EditPhone("101", "555-3"), bert).done());
+  sqlite::Database reader = sqlite::OpenDatabase(file_, OpenMode::kReadOnly);
+  reader.Run("BEGIN");
+  (void)reader.Number("SELECT count(*) FROM DOORS");
+  bert.database().Run("PRAGMA wal_checkpoint(PASSIVE)");
+  ASSERT_TRUE(RunAt(RenumberCard("103", 300), bert).done());
+  ASSERT_NE(BytesOf(file_), BytesOf(morning)) << "nothing was copied";
+  EXPECT_NO_THROW((void)sqlite::OpenDatabase(file_, OpenMode::kReadWrite));
+  CopyOver(morning, file_);
+  EXPECT_THROW((void)sqlite::OpenDatabase(file_, OpenMode::kReadOnly), StoreError);
+  ExpectRefused(desk.run());
+  ExpectRefused(RunAt(EditPhone("102", "555-4"), bert));
+  EXPECT_EQ(BytesOf(file_), BytesOf(morning));
+}
+
+// A VACUUM moves the tables to other pages.
+TEST_F(OverwrittenStores, AVacuumIsNotTakenForAnotherFile) {
+  const fs::path left = folder_.File("left");
+  Seat anna(file_, "anna");
+  Seat bert(file_, "bert");
+  sqlite3_limit(bert.database().handle(), SQLITE_LIMIT_ATTACHED, 1);  // which VACUUM needs
+  bert.database().Run("CREATE TABLE Gone (x); INSERT INTO Gone VALUES (zeroblob(100000))");
+  for (const char* checkpoint : {"", "PRAGMA wal_checkpoint(PASSIVE)"}) {
+    SCOPED_TRACE(checkpoint);
+    for (const std::string phone : {"555-21", "555-22"}) {
+      const PreparedDesk desk =
+          EditPhone("101", phone + (*checkpoint == '\0' ? "8" : "9")).prepare(anna);
+      ASSERT_TRUE(RunAt(EditPhone("102", phone), bert).done());
+      bert.database().Run("DROP TABLE IF EXISTS Gone");
+      bert.database().Run("VACUUM");
+      bert.database().Run(checkpoint);
+      LeaveFilesIn(left);
+      EXPECT_NO_THROW((void)sqlite::OpenDatabase(left / "building.db", OpenMode::kReadWrite));
+      fs::remove_all(left);
+      if (phone == "555-22") {
+        const Told others = RunAt(EditPhone("103", phone), bert);
+        EXPECT_TRUE(others.done()) << TextOf(others);
+      }
+      const Told told = desk.run();
+      EXPECT_TRUE(told.done()) << TextOf(told);
+      EXPECT_NO_THROW((void)sqlite::OpenDatabase(file_, OpenMode::kReadWrite));
+    }
+  }
+  EXPECT_EQ(WrongIn(anna.database(), kRoomy), std::vector<std::string>());
+}
+
+TEST_F(OverwrittenStores, ACopyFromBeforeTheFirstSealIsNotMixedWithTheLogBehindIt) {
+  const fs::path unsealed = folder_.File("unsealed.db");
+  const fs::path left = folder_.File("left");
+  {
+    sqlite::Database older(file_, OpenMode::kReadWrite);
+    older.Run("DROP TABLE StoreSeal; PRAGMA user_version=4; PRAGMA wal_checkpoint(TRUNCATE)");
+  }
+  fs::copy_file(file_, unsealed);
+  {
+    Seat anna(file_, "anna");
+    ASSERT_TRUE(RunAt(IssueCards("301", "310"), anna).done());
+    LeaveFilesIn(left);
+  }
+  CopyOver(unsealed, left / "building.db");
+  EXPECT_THROW((void)sqlite::OpenDatabase(left / "building.db", OpenMode::kReadWrite), StoreError);
+  EXPECT_EQ(BytesOf(left / "building.db"), BytesOf(unsealed));
 }
 
 TEST_F(OverwrittenStores, AWholeStoreThatIsPutIntoAnOpenOneThroughTheEngineIsTheStore) {
