@@ -7,8 +7,6 @@
 #include <cstdint>
 #include <string>
 
-#include "frame/runtime_error.h"
-#include "frame/text.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
@@ -35,12 +33,8 @@ void ChooseType(ListModel& types, std::string_view given) {
 }
 
 void ChooseDay(PickerModel& picker, const std::string& given) {
-  try {
-    picker.Choose(ReadDate(report_input::kCondition, given).date);
-  } catch (const qorcred::RuntimeError&) {
-    throw InputFault(report_input::kCondition, given,
-                     "{field}: '{value}' lies outside the years that the screen offers");
-  }
+  constexpr std::string_view kField = report_input::kCondition;
+  ChooseIn(picker, kField, ReadDate(kField, given).date, given);
 }
 
 }  // namespace

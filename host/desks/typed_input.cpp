@@ -92,8 +92,13 @@ void ChooseDate(PickerModel& picker, std::string_view field, std::string_view gi
     time.minute = 59;
     time.second = 59;
   }
+  ChooseIn(picker, field, qorcred::FromCivil(time), given);
+}
+
+void ChooseIn(PickerModel& picker, std::string_view field, qorcred::Date date,
+              std::string_view given) {
   try {
-    picker.Choose(qorcred::FromCivil(time));
+    picker.Choose(date);
   } catch (const qorcred::RuntimeError&) {
     throw InputFault(field, given,
                      "{field} '{value}' lies outside the years that the screen offers");
