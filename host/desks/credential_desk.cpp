@@ -166,10 +166,8 @@ std::vector<std::int32_t> CredentialDesk::RowsNamed(std::string_view credential)
     return rids;
   }
   const ListModel& list = credentials();
-  for (std::int32_t index = placeholders::kInCredentials; index < list.count(); ++index) {
-    if (qorcred::CompareIgnoringCase(qorcred::Trim(list.Text(index)), wanted) == 0) {
-      rids.push_back(list.ItemData(index));
-    }
+  for (const std::int32_t index : EntriesWithText(list, wanted, placeholders::kInCredentials)) {
+    rids.push_back(list.ItemData(index));
   }
   return rids;
 }
