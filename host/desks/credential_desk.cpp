@@ -416,17 +416,10 @@ bool CredentialDesk::IsStoredAsShown() {
           qorcred::RoundToLong(qorcred::NumericValue(door.table->At(0, 0))) == doors.selected());
 }
 
-ChangedCredential CredentialDesk::Unchanged() const {
-  ChangedCredential same{Outcome{}, Shown()};
-  same.returned = true;
-  same.unchanged = true;
-  return same;
-}
-
 ChangedCredential CredentialDesk::SaveEdited() {
   // The controller would take the credential from its tenant, give it back and queue the step.
   if (IsStoredAsShown()) {
-    return Unchanged();
+    return {Outcome::Unchanged(), Shown()};
   }
   const std::int32_t rid = Shown().rid;
   Outcome outcome = SaveSelected();
@@ -479,7 +472,7 @@ ChangedCredential CredentialDesk::Renumber(CredentialNumber number) {
       fmt::format("SELECT RID FROM CREDENTIALBANK WHERE UnitKey={} AND RID={} AND PINNo={}",
                   unitKey_, credential.rid, number.value()));
   if (same.rowCount > 0) {
-    return Unchanged();
+    return {Outcome::Unchanged(), Shown()};
   }
   Outcome outcome = Work("renumber credential " + credential.entry, [&] {
     OperationRecord renumbering(session_);

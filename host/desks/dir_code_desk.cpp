@@ -54,14 +54,6 @@ std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_vie
   return rids.front();
 }
 
-/// What is stored already needs no statement, and the unit no step.
-Outcome Unchanged() {
-  Outcome same;
-  same.returned = true;
-  same.unchanged = true;
-  return same;
-}
-
 }  // namespace
 
 DirCodeDesk::DirCodeDesk(DeskSession& session, std::int32_t unitKey)
@@ -227,7 +219,7 @@ bool DirCodeDesk::IsAsLoaded() const {
 
 Outcome DirCodeDesk::SaveEdited() {
   if (IsAsLoaded()) {
-    return Unchanged();
+    return Outcome::Unchanged();
   }
   return Change("edit", [this] {
     screen_->SetVariable("gstrTag", "EDIT");
@@ -241,7 +233,7 @@ Outcome DirCodeDesk::Renumber() {
   const qorcred::Value stored = StoredCode();
   if (IsDigits(code) && !qorcred::IsEmptyText(stored) && !shown_.WhatDiffers() &&
       qorcred::NumericValue(stored) == qorcred::Val(code)) {
-    return Unchanged();
+    return Outcome::Unchanged();
   }
   return Change("renumber", [this] {
     return controller_->Run<&qorcred::clsDirCode::pbUpdateDirCode>(session_.connection(), unitKey_,
