@@ -13,6 +13,7 @@
 #include "frame/text.h"
 #include "frame/trap.h"
 #include "host/desks/credential_fields.h"
+#include "host/desks/credential_slots.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/entered_numbers.h"
@@ -30,11 +31,6 @@ namespace {
 
 constexpr std::string_view kNoDoor = "<None>";
 constexpr std::int32_t kNoPreviousRow = 0;
-
-/// The condition on tenants who hold a credential.
-std::string Holds(std::int32_t rid) {
-  return fmt::format("(CREDENTIALID1={0} OR CREDENTIALID2={0})", rid);
-}
 
 std::shared_ptr<ScreenModel> MakeScreen(DeskScreen kind, qorcred::Date today) {
   return kind == DeskScreen::kTenantCreating ? MakeTenantCreatingScreen(today)
@@ -303,11 +299,9 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
   for (const ResultRow row : holders.rows()) {
     losses.holders.emplace_back(qorcred::Trim(qorcred::TextOrEmpty(row[0])));
   }
-  // With both slots taken the controller replaces what is in the first.
   const QueryResult full = session_.sql().Select(
-      fmt::format("SELECT CREDENTIALID1 {} AND CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT "
-                  "NULL AND CREDENTIALID1<>{} AND CREDENTIALID2<>{}",
-                  ofTenant, rid, rid));
+      fmt::format("SELECT CREDENTIALID1 {} AND {} AND CREDENTIALID1<>{} AND CREDENTIALID2<>{}",
+                  ofTenant, kHoldsTwo, rid, rid));
   if (full.rowCount > 0) {
     const std::int32_t replaced = qorcred::ToLong(full.table->At(0, 0));
     const std::int32_t index = credentials().FindData(replaced);
