@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -17,15 +18,16 @@ namespace qorhost {
 
 namespace {
 
+namespace caption = credential_caption;
 using qorcred::TableView;
 using qorcred::Value;
 
 /// The fields in their places in `cboField`.
 const std::vector<ReportField>& Fields() {
   static const std::vector<ReportField> kFields{
-      {"Credential Type", FieldKind::kCredentialType},
-      {"Card Number", FieldKind::kNumber, 0, false, kFromZero},
-      {"Facility Code", FieldKind::kNumber, 0, false, kFromZero},
+      {std::string(caption::kType), FieldKind::kCredentialType},
+      {std::string(caption::kNumber), FieldKind::kNumber, 0, false, kFromZero},
+      {std::string(caption::kFacility), FieldKind::kNumber, 0, false, kFromZero},
       {"Tenant Name", FieldKind::kText}};
   return kFields;
 }
@@ -36,7 +38,6 @@ struct ReportColumn {
   std::string_view title;
   std::int32_t index;
 };
-namespace caption = credential_caption;
 constexpr ReportColumn kColumns[] = {
     {caption::kType, 0},       {caption::kNumber, 1},   {caption::kFacility, 2},
     {caption::kIdCode, 3},     {caption::kSequence, 4}, {caption::kButton, 5},
