@@ -78,11 +78,11 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
 }
 
 std::string CredentialReport::FieldNames() {
-  std::string names;
+  std::vector<std::string_view> names;
   for (const ReportField& field : Fields()) {
-    names += (names.empty() ? "" : ", ") + field.name;
+    names.emplace_back(field.name);
   }
-  return names;
+  return fmt::format("{}", fmt::join(names, ", "));
 }
 
 Outcome CredentialReport::Run() {

@@ -18,11 +18,11 @@ using qorcred::Trim;
 /// "12, 57, 90", at most ten of them.
 std::string NumbersOf(const ListModel& list, const std::vector<std::int32_t>& entries) {
   constexpr std::size_t kMost = 10;
-  std::string numbers;
+  std::vector<std::int32_t> numbers;
   for (std::size_t at = 0; at < std::min(entries.size(), kMost); ++at) {
-    numbers += (at == 0 ? "" : ", ") + std::to_string(list.ItemData(entries[at]));
+    numbers.push_back(list.ItemData(entries[at]));
   }
-  return entries.size() > kMost ? numbers + ", ..." : numbers;
+  return fmt::format("{}{}", fmt::join(numbers, ", "), entries.size() > kMost ? ", ..." : "");
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "host/desks/credential_types.h"
 #include "host/desks/input_fault.h"
@@ -18,12 +20,13 @@ namespace {
 void ChooseType(ListModel& types, std::string_view given) {
   const CredentialTypeWords* found = FindCredentialType(CredentialTypes(), given);
   if (found == nullptr) {
-    std::string names;
+    std::vector<std::string> names;
     for (const CredentialTypeWords& known : CredentialTypes()) {
-      names += fmt::format("{}{} ({})", names.empty() ? "" : ", ", known.reportName, known.word);
+      names.push_back(fmt::format("{} ({})", known.reportName, known.word));
     }
-    throw InputFault(report_input::kCondition, given,
-                     "{field}: '{value}' is no credential type: " + names);
+    throw InputFault(
+        report_input::kCondition, given,
+        fmt::format("{{field}}: '{{value}}' is no credential type: {}", fmt::join(names, ", ")));
   }
   types.Clear();
   for (const CredentialTypeWords& known : CredentialTypes()) {

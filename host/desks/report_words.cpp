@@ -47,11 +47,7 @@ bool EndsWord(std::string_view text, std::size_t size) {
 }
 
 std::string Listed(const std::vector<std::string>& words) {
-  std::string list;
-  for (const std::string& word : words) {
-    list += (list.empty() ? "" : ", ") + word;
-  }
-  return list;
+  return fmt::format("{}", fmt::join(words, ", "));
 }
 
 std::int32_t FindField(std::string_view where, const std::vector<ReportField>& fields) {
