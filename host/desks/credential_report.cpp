@@ -9,6 +9,7 @@
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
+#include "frame/text.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/report_captions.h"
 #include "host/desks/typed_input.h"
@@ -181,7 +182,7 @@ GivenRids::GivenRids(std::string text) : text_(std::move(text)) {
     const std::size_t comma = rest.find(',');
     more = comma != std::string_view::npos;
     const std::string_view rid = rest.substr(0, comma);
-    if (rid.empty() || rid.find_first_not_of("0123456789") != std::string_view::npos) {
+    if (!qorcred::IsDigits(rid)) {
       throw InputFault(report_input::kRids, text_,
                        "{field} '{value}' must be RIDs of the report with commas between them, as "
                        "in 17,18,21");

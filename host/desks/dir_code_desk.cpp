@@ -13,7 +13,6 @@
 #include "host/desks/list_entries.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
-#include "host/unit/unit_code.h"
 
 namespace qorhost {
 
@@ -178,7 +177,7 @@ Outcome DirCodeDesk::SaveOnce(std::int32_t& rid) {
   const bool done = controller_->Run<&qorcred::clsDirCode::pbSave>(session_.connection(), unitKey_,
                                                                    false, &rid, kNoFormerIndex);
   // The save looks an empty text up before it refuses it: that lookup fails.
-  if (!IsDigits(codeBox().text())) {
+  if (!qorcred::IsDigits(codeBox().text())) {
     saving.ForgiveFirstFailure(rid > 0);
   }
   Outcome saved = saving.End(done);
@@ -231,7 +230,7 @@ Outcome DirCodeDesk::SaveEdited() {
 Outcome DirCodeDesk::Renumber() {
   const std::string& code = codeBox().text();
   const qorcred::Value stored = StoredCode();
-  if (IsDigits(code) && !qorcred::IsEmptyText(stored) && !shown_.WhatDiffers() &&
+  if (qorcred::IsDigits(code) && !qorcred::IsEmptyText(stored) && !shown_.WhatDiffers() &&
       qorcred::NumericValue(stored) == qorcred::Val(code)) {
     return Outcome::Unchanged();
   }

@@ -9,7 +9,6 @@
 #include "frame/text.h"
 #include "frame/utf8.h"
 #include "host/desks/input_fault.h"
-#include "host/unit/unit_code.h"
 
 namespace qorhost {
 
@@ -38,7 +37,7 @@ bool IsWholeNumber(std::string_view text) {
   if (digits.starts_with('-') || digits.starts_with('+')) {
     digits.remove_prefix(1);
   }
-  return IsDigits(digits);
+  return qorcred::IsDigits(digits);
 }
 
 std::string TypedNumber(std::string_view field, const std::string& text) {
