@@ -19,10 +19,6 @@ namespace {
 
 constexpr int kSignificantDigits = 15;
 
-bool IsDigit(char letter) noexcept {
-  return letter >= '0' && letter <= '9';
-}
-
 /// Walks over a text, over blanks inside it where the reader asks for that. Gives '\0' at the end.
 class Cursor {
  public:

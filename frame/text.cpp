@@ -127,6 +127,10 @@ std::string_view MidUtf16(std::string_view text, std::size_t first, std::size_t 
   return end <= skipped ? std::string_view() : LeftUtf16(text.substr(before.size()), end - skipped);
 }
 
+bool IsDigits(std::string_view text) noexcept {
+  return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
+}
+
 std::string UpperAscii(std::string_view text) {
   std::string upper(text);
   for (char& letter : upper) {

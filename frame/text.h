@@ -24,6 +24,13 @@ namespace qorcred {
 [[nodiscard]] std::string_view MidUtf16(std::string_view text, std::size_t first,
                                         std::size_t units) noexcept;
 
+[[nodiscard]] constexpr bool IsDigit(char letter) noexcept {
+  return letter >= '0' && letter <= '9';
+}
+
+/// Whether the text is a digit or more, and nothing else.
+[[nodiscard]] bool IsDigits(std::string_view text) noexcept;
+
 /// An ASCII letter in lower case, any other character unchanged.
 [[nodiscard]] constexpr char LowerAscii(char letter) noexcept {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;

@@ -25,6 +25,7 @@ inline constexpr std::int16_t kStartDate = 63;
 inline constexpr std::int16_t kEndDate = 64;
 inline constexpr std::int16_t kDisplayName = 65;
 inline constexpr std::int16_t kShowDisplayName = 66;
+inline constexpr std::int16_t kShowDirectoryCode = 67;
 inline constexpr std::int16_t kLast = 69;
 }  // namespace report_field
 

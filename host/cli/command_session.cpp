@@ -27,11 +27,11 @@ std::unique_ptr<Store> OpenFile(const GlobalOptions& global, Access access, Cons
 /// "1 Harbour Court, 2 Linden Park", not too many of them.
 std::string Listed(const std::vector<UnitName>& units) {
   constexpr std::size_t kMost = 20;
-  std::string list;
+  std::vector<std::string> names;
   for (std::size_t at = 0; at < std::min(units.size(), kMost); ++at) {
-    list += fmt::format("{}{} {}", at == 0 ? "" : ", ", units[at].key, units[at].name);
+    names.push_back(fmt::format("{} {}", units[at].key, units[at].name));
   }
-  return units.size() > kMost ? list + ", ..." : list;
+  return fmt::format("{}{}", fmt::join(names, ", "), units.size() > kMost ? ", ..." : "");
 }
 
 }  // namespace

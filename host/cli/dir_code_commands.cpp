@@ -21,10 +21,7 @@ std::string Shown(const Value& value) {
     return *flag ? "yes" : "no";
   }
   if (const auto* names = value.As<qorcred::StringArray>()) {
-    std::string joined;
-    for (const std::string& name : *names) {
-      joined += (joined.empty() ? "" : ", ") + name;
-    }
+    const std::string joined = fmt::format("{}", fmt::join(*names, ", "));
     return joined.empty() ? "nobody" : joined;
   }
   return qorcred::TextOrEmpty(value);

@@ -13,6 +13,7 @@
 #include "frame/text.h"
 #include "frame/trap.h"
 #include "host/desks/credential_fields.h"
+#include "host/desks/credential_slots.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/entered_numbers.h"
@@ -30,11 +31,6 @@ namespace {
 
 constexpr std::string_view kNoDoor = "<None>";
 constexpr std::int32_t kNoPreviousRow = 0;
-
-/// The condition on tenants who hold a credential.
-std::string Holds(std::int32_t rid) {
-  return fmt::format("(CREDENTIALID1={0} OR CREDENTIALID2={0})", rid);
-}
 
 std::shared_ptr<ScreenModel> MakeScreen(DeskScreen kind, qorcred::Date today) {
   return kind == DeskScreen::kTenantCreating ? MakeTenantCreatingScreen(today)
@@ -166,10 +162,8 @@ std::vector<std::int32_t> CredentialDesk::RowsNamed(std::string_view credential)
     return rids;
   }
   const ListModel& list = credentials();
-  for (std::int32_t index = placeholders::kInCredentials; index < list.count(); ++index) {
-    if (qorcred::CompareIgnoringCase(qorcred::Trim(list.Text(index)), wanted) == 0) {
-      rids.push_back(list.ItemData(index));
-    }
+  for (const std::int32_t index : EntriesWithText(list, wanted, placeholders::kInCredentials)) {
+    rids.push_back(list.ItemData(index));
   }
   return rids;
 }
@@ -305,11 +299,9 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
   for (const ResultRow row : holders.rows()) {
     losses.holders.emplace_back(qorcred::Trim(qorcred::TextOrEmpty(row[0])));
   }
-  // With both slots taken the controller replaces what is in the first.
   const QueryResult full = session_.sql().Select(
-      fmt::format("SELECT CREDENTIALID1 {} AND CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT "
-                  "NULL AND CREDENTIALID1<>{} AND CREDENTIALID2<>{}",
-                  ofTenant, rid, rid));
+      fmt::format("SELECT CREDENTIALID1 {} AND {} AND CREDENTIALID1<>{} AND CREDENTIALID2<>{}",
+                  ofTenant, kHoldsTwo, rid, rid));
   if (full.rowCount > 0) {
     const std::int32_t replaced = qorcred::ToLong(full.table->At(0, 0));
     const std::int32_t index = credentials().FindData(replaced);
@@ -418,17 +410,10 @@ bool CredentialDesk::IsStoredAsShown() {
           qorcred::RoundToLong(qorcred::NumericValue(door.table->At(0, 0))) == doors.selected());
 }
 
-ChangedCredential CredentialDesk::Unchanged() const {
-  ChangedCredential same{Outcome{}, Shown()};
-  same.returned = true;
-  same.unchanged = true;
-  return same;
-}
-
 ChangedCredential CredentialDesk::SaveEdited() {
   // The controller would take the credential from its tenant, give it back and queue the step.
   if (IsStoredAsShown()) {
-    return Unchanged();
+    return {Outcome::Unchanged(), Shown()};
   }
   const std::int32_t rid = Shown().rid;
   Outcome outcome = SaveSelected();
@@ -481,7 +466,7 @@ ChangedCredential CredentialDesk::Renumber(CredentialNumber number) {
       fmt::format("SELECT RID FROM CREDENTIALBANK WHERE UnitKey={} AND RID={} AND PINNo={}",
                   unitKey_, credential.rid, number.value()));
   if (same.rowCount > 0) {
-    return Unchanged();
+    return {Outcome::Unchanged(), Shown()};
   }
   Outcome outcome = Work("renumber credential " + credential.entry, [&] {
     OperationRecord renumbering(session_);

@@ -128,7 +128,6 @@ class CredentialDesk {
   [[nodiscard]] Outcome SaveSelected();
   [[nodiscard]] bool IsHeldAsChosen();
   [[nodiscard]] bool IsStoredAsShown();
-  [[nodiscard]] ChangedCredential Unchanged() const;
   [[nodiscard]] std::vector<std::int32_t> RowsNamed(std::string_view credential);
   [[nodiscard]] std::string Described(std::vector<std::int32_t> rids);
   void QueueHoldersSteps(std::int32_t rid);

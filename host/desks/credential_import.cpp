@@ -14,6 +14,7 @@
 #include "frame/text.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
+#include "host/desks/credential_slots.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/entry_index.h"
 #include "host/desks/list_entries.h"
@@ -139,13 +140,11 @@ class CredentialImport {
     return places.front();
   }
 
-  /// The controller would take the first credential from a tenant who has two.
   void RequireFreeSlot(std::int32_t tenant, std::string_view name) {
     const std::int32_t id = desk_.screen().List("cboAssignedTo").ItemData(tenant);
     const QueryResult slots = session_.sql().Select(
-        fmt::format("SELECT TenantID FROM Tenants WHERE UnitKey={} AND TenantID={} AND "
-                    "CREDENTIALID1 IS NOT NULL AND CREDENTIALID2 IS NOT NULL",
-                    desk_.unitKey(), id));
+        fmt::format("SELECT TenantID FROM Tenants WHERE UnitKey={} AND TenantID={} AND {}",
+                    desk_.unitKey(), id, kHoldsTwo));
     if (slots.rowCount > 0) {
       throw InputFault(credential_field::kTenant, name,
                        "{field} '{value}' has two credentials already");

@@ -12,6 +12,7 @@
 #include "frame/text.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/rows_by_rid.h"
 
 namespace qorhost {
 
@@ -60,15 +61,6 @@ Holders ReadHolders(DeskSession& session, std::int32_t unitKey) {
     }
   }
   return holders;
-}
-
-std::unordered_map<std::int32_t, std::int32_t> RowsByRid(const QueryResult& result) {
-  std::unordered_map<std::int32_t, std::int32_t> rows;
-  rows.reserve(result.rowCount);
-  for (const ResultRow row : result.rows()) {
-    rows.emplace(qorcred::ToLong(row[0]), row.number());
-  }
-  return rows;
 }
 
 Value DoorName(const ListModel& doors, const Value& doorCode) {

@@ -3,11 +3,13 @@
 #include <fmt/format.h>
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
+#include "frame/text.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/report_captions.h"
 #include "host/desks/typed_input.h"
@@ -17,15 +19,16 @@ namespace qorhost {
 
 namespace {
 
+namespace caption = credential_caption;
 using qorcred::TableView;
 using qorcred::Value;
 
 /// The fields in their places in `cboField`.
 const std::vector<ReportField>& Fields() {
   static const std::vector<ReportField> kFields{
-      {"Credential Type", FieldKind::kCredentialType},
-      {"Card Number", FieldKind::kNumber, 0, false, kFromZero},
-      {"Facility Code", FieldKind::kNumber, 0, false, kFromZero},
+      {std::string(caption::kType), FieldKind::kCredentialType},
+      {std::string(caption::kNumber), FieldKind::kNumber, 0, false, kFromZero},
+      {std::string(caption::kFacility), FieldKind::kNumber, 0, false, kFromZero},
       {"Tenant Name", FieldKind::kText}};
   return kFields;
 }
@@ -36,7 +39,6 @@ struct ReportColumn {
   std::string_view title;
   std::int32_t index;
 };
-namespace caption = credential_caption;
 constexpr ReportColumn kColumns[] = {
     {caption::kType, 0},       {caption::kNumber, 1},   {caption::kFacility, 2},
     {caption::kIdCode, 3},     {caption::kSequence, 4}, {caption::kButton, 5},
@@ -77,11 +79,11 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
 }
 
 std::string CredentialReport::FieldNames() {
-  std::string names;
+  std::vector<std::string_view> names;
   for (const ReportField& field : Fields()) {
-    names += (names.empty() ? "" : ", ") + field.name;
+    names.emplace_back(field.name);
   }
-  return names;
+  return fmt::format("{}", fmt::join(names, ", "));
 }
 
 Outcome CredentialReport::Run() {
@@ -180,7 +182,7 @@ GivenRids::GivenRids(std::string text) : text_(std::move(text)) {
     const std::size_t comma = rest.find(',');
     more = comma != std::string_view::npos;
     const std::string_view rid = rest.substr(0, comma);
-    if (rid.empty() || rid.find_first_not_of("0123456789") != std::string_view::npos) {
+    if (!qorcred::IsDigits(rid)) {
       throw InputFault(report_input::kRids, text_,
                        "{field} '{value}' must be RIDs of the report with commas between them, as "
                        "in 17,18,21");

@@ -13,7 +13,6 @@
 #include "host/desks/list_entries.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
-#include "host/unit/unit_code.h"
 
 namespace qorhost {
 
@@ -52,14 +51,6 @@ std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_vie
                     rids.size(), fmt::join(rids, ", rid:")));
   }
   return rids.front();
-}
-
-/// What is stored already needs no statement, and the unit no step.
-Outcome Unchanged() {
-  Outcome same;
-  same.returned = true;
-  same.unchanged = true;
-  return same;
 }
 
 }  // namespace
@@ -186,7 +177,7 @@ Outcome DirCodeDesk::SaveOnce(std::int32_t& rid) {
   const bool done = controller_->Run<&qorcred::clsDirCode::pbSave>(session_.connection(), unitKey_,
                                                                    false, &rid, kNoFormerIndex);
   // The save looks an empty text up before it refuses it: that lookup fails.
-  if (!IsDigits(codeBox().text())) {
+  if (!qorcred::IsDigits(codeBox().text())) {
     saving.ForgiveFirstFailure(rid > 0);
   }
   Outcome saved = saving.End(done);
@@ -227,7 +218,7 @@ bool DirCodeDesk::IsAsLoaded() const {
 
 Outcome DirCodeDesk::SaveEdited() {
   if (IsAsLoaded()) {
-    return Unchanged();
+    return Outcome::Unchanged();
   }
   return Change("edit", [this] {
     screen_->SetVariable("gstrTag", "EDIT");
@@ -239,9 +230,9 @@ Outcome DirCodeDesk::SaveEdited() {
 Outcome DirCodeDesk::Renumber() {
   const std::string& code = codeBox().text();
   const qorcred::Value stored = StoredCode();
-  if (IsDigits(code) && !qorcred::IsEmptyText(stored) && !shown_.WhatDiffers() &&
+  if (qorcred::IsDigits(code) && !qorcred::IsEmptyText(stored) && !shown_.WhatDiffers() &&
       qorcred::NumericValue(stored) == qorcred::Val(code)) {
-    return Unchanged();
+    return Outcome::Unchanged();
   }
   return Change("renumber", [this] {
     return controller_->Run<&qorcred::clsDirCode::pbUpdateDirCode>(session_.connection(), unitKey_,

@@ -9,6 +9,7 @@
 #include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/rows_by_rid.h"
 #include "host/unit/unit_rows.h"
 
 namespace qorhost {
@@ -18,8 +19,7 @@ namespace {
 using qorcred::Null;
 using qorcred::Value;
 
-// Columns of the detail query: around those that a unit knows.
-constexpr std::int32_t kRid = 0;
+// Columns of the detail query behind the RID: around those that a unit knows.
 constexpr std::int32_t kFirstUnitColumn = 1;
 constexpr std::int32_t kState = kFirstUnitColumn + unit_column::kCount;
 
@@ -98,10 +98,7 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
   const ListModel& schedules = desk.screen().List(qorcred::kDndScheduleList);
   const QueryResult details = session.sql().Select(
       SelectOfCodes(fmt::format("RID,{},MODIFIED", kUnitColumns), desk.unitKey()));
-  std::unordered_map<std::int32_t, std::int32_t> rowOf;
-  for (const ResultRow row : details.rows()) {
-    rowOf.emplace(qorcred::ToLong(row[kRid]), row.number());
-  }
+  const auto rowOf = RowsByRid(details);
   const auto tenants = TenantsByRow(session, desk.unitKey());
   for (std::int32_t index = placeholders::kInDirCodes; index < desk.codes().count(); ++index) {
     const std::int32_t rid = desk.codes().ItemData(index);

@@ -23,9 +23,6 @@ using qorcred::TableView;
 using qorcred::Value;
 using qorcred::ValueType;
 
-// The report only compares it and has no name for it.
-constexpr std::int32_t kShowDirectoryCode = 67;
-
 constexpr std::array<std::string_view, 2> kScheduleCaptions{dir_code_caption::kDndSchedule,
                                                             dir_code_caption::kCfSchedule};
 
@@ -54,7 +51,7 @@ FieldKind KindOf(std::int32_t rid) {
     case field::kEndDate:
       return FieldKind::kDate;
     case field::kShowDisplayName:
-    case kShowDirectoryCode:
+    case field::kShowDirectoryCode:
       return FieldKind::kYesNoText;
     default:
       return FieldKind::kOther;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <string>
-#include <vector>
 
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
@@ -16,27 +15,29 @@ namespace {
 
 using qorcred::Trim;
 
-std::vector<std::int32_t> EntriesWithText(const ListModel& list, std::string_view text) {
+/// "12, 57, 90", at most ten of them.
+std::string NumbersOf(const ListModel& list, const std::vector<std::int32_t>& entries) {
+  constexpr std::size_t kMost = 10;
+  std::vector<std::int32_t> numbers;
+  for (std::size_t at = 0; at < std::min(entries.size(), kMost); ++at) {
+    numbers.push_back(list.ItemData(entries[at]));
+  }
+  return fmt::format("{}{}", fmt::join(numbers, ", "), entries.size() > kMost ? ", ..." : "");
+}
+
+}  // namespace
+
+std::vector<std::int32_t> EntriesWithText(const ListModel& list, std::string_view text,
+                                          std::int32_t placeholders) {
+  const std::string_view wanted = Trim(text);
   std::vector<std::int32_t> found;
-  for (std::int32_t index = 0; index < list.count(); ++index) {
-    if (qorcred::CompareIgnoringCase(Trim(list.Text(index)), text) == 0) {
+  for (std::int32_t index = placeholders; index < list.count(); ++index) {
+    if (qorcred::CompareIgnoringCase(Trim(list.Text(index)), wanted) == 0) {
       found.push_back(index);
     }
   }
   return found;
 }
-
-/// "12, 57, 90", at most ten of them.
-std::string NumbersOf(const ListModel& list, const std::vector<std::int32_t>& entries) {
-  constexpr std::size_t kMost = 10;
-  std::string numbers;
-  for (std::size_t at = 0; at < std::min(entries.size(), kMost); ++at) {
-    numbers += (at == 0 ? "" : ", ") + std::to_string(list.ItemData(entries[at]));
-  }
-  return entries.size() > kMost ? numbers + ", ..." : numbers;
-}
-
-}  // namespace
 
 std::int32_t FindEntry(const ListModel& list, std::string_view field, std::string_view given,
                        std::string_view kind, std::int32_t placeholders) {
@@ -48,7 +49,7 @@ std::int32_t FindEntry(const ListModel& list, std::string_view field, std::strin
       }
     }
   }
-  const std::vector<std::int32_t> entries = EntriesWithText(list, wanted);
+  const std::vector<std::int32_t> entries = EntriesWithText(list, wanted, 0);
   if (entries.empty()) {
     throw InputFault(
         field, wanted,
@@ -86,7 +87,7 @@ std::int32_t FindDoor(const ListModel& doors, std::string_view field, std::strin
   if (number && *number >= 0 && *number < doors.count()) {
     return *number;
   }
-  const std::vector<std::int32_t> entries = EntriesWithText(doors, wanted);
+  const std::vector<std::int32_t> entries = EntriesWithText(doors, wanted, 0);
   if (entries.empty()) {
     throw InputFault(field, wanted, "{field}: this unit has no door '{value}'",
                      InputFault::Kind::kSeeList);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "host/screens/list_model.h"
 
@@ -17,6 +18,12 @@ inline constexpr std::int32_t kInCredentials = 1;  // "<Add New>"
 inline constexpr std::int32_t kInDirCodes = 1;     // "<Add New>"
 inline constexpr std::int32_t kInDoors = 1;        // "<None>"
 }  // namespace placeholders
+
+/// The indexes of the entries with a text, letter case and blanks around not counting, behind the
+/// first `placeholders`.
+[[nodiscard]] std::vector<std::int32_t> EntriesWithText(const ListModel& list,
+                                                        std::string_view text,
+                                                        std::int32_t placeholders);
 
 /// The index of the entry that `given` names: by its attached number or by its text, letter case
 /// and blanks around not counting. The first `placeholders` entries stand for no row and are found

@@ -45,38 +45,33 @@ constexpr std::array kCompared{FieldName{Place::kCode, "code"},
                                FieldName{Place::kDisplayName, "display name"},
                                FieldName{Place::kDisplayMode, "display mode"}};
 
-void Append(std::string& list, std::string_view part) {
-  list += list.empty() ? "" : ", ";
-  list += part;
-}
-
 /// The names of what differs; empty when nothing does.
 std::string Differences(const UnitCode& unit, const StoredCode& stored, bool withDisplay) {
   if (!stored.obstacle.empty()) {
     return "the row: " + stored.obstacle;
   }
-  std::string names;
+  std::vector<std::string_view> names;
   for (const FieldName& field : kCompared) {
     const bool counts = withDisplay || field.place != Place::kDisplayMode;
     if (counts && unit[field.place] != stored.code[field.place]) {
-      Append(names, field.name);
+      names.push_back(field.name);
     }
   }
-  return names;
+  return fmt::format("{}", fmt::join(names, ", "));
 }
 
 /// What goes with a row that is deleted.
 std::string Losses(const StoredCode& stored) {
-  std::string losses;
+  std::vector<std::string> losses;
   if (stored.state == qorcred::row_state::kNotSent) {
-    Append(losses, "never sent to the unit");
+    losses.emplace_back("never sent to the unit");
   } else if (stored.state == qorcred::row_state::kChanged) {
-    Append(losses, "its last change was not sent");
+    losses.emplace_back("its last change was not sent");
   }
   if (!stored.tenants.empty()) {
-    Append(losses, fmt::format("taken from {}", fmt::join(stored.tenants, ", ")));
+    losses.push_back(fmt::format("taken from {}", fmt::join(stored.tenants, ", ")));
   }
-  return losses;
+  return fmt::format("{}", fmt::join(losses, ", "));
 }
 
 constexpr std::size_t kNoMatch = static_cast<std::size_t>(-1);

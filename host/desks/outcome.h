@@ -48,6 +48,14 @@ struct Outcome {
   std::vector<WorkEntry> changes;           ///< of a stale one: by whom and what that was
 
   [[nodiscard]] bool done() const { return ending == Ending::kDone; }
+
+  /// What is stored already needs no statement, and the unit no step.
+  [[nodiscard]] static Outcome Unchanged() {
+    Outcome same;
+    same.returned = true;
+    same.unchanged = true;
+    return same;
+  }
 };
 
 /// The outcome alone, without the facts that come with it.

@@ -6,9 +6,9 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
-#include "frame/runtime_error.h"
-#include "frame/text.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
@@ -20,12 +20,13 @@ namespace {
 void ChooseType(ListModel& types, std::string_view given) {
   const CredentialTypeWords* found = FindCredentialType(CredentialTypes(), given);
   if (found == nullptr) {
-    std::string names;
+    std::vector<std::string> names;
     for (const CredentialTypeWords& known : CredentialTypes()) {
-      names += fmt::format("{}{} ({})", names.empty() ? "" : ", ", known.reportName, known.word);
+      names.push_back(fmt::format("{} ({})", known.reportName, known.word));
     }
-    throw InputFault(report_input::kCondition, given,
-                     "{field}: '{value}' is no credential type: " + names);
+    throw InputFault(
+        report_input::kCondition, given,
+        fmt::format("{{field}}: '{{value}}' is no credential type: {}", fmt::join(names, ", ")));
   }
   types.Clear();
   for (const CredentialTypeWords& known : CredentialTypes()) {
@@ -35,12 +36,8 @@ void ChooseType(ListModel& types, std::string_view given) {
 }
 
 void ChooseDay(PickerModel& picker, const std::string& given) {
-  try {
-    picker.Choose(ReadDate(report_input::kCondition, given).date);
-  } catch (const qorcred::RuntimeError&) {
-    throw InputFault(report_input::kCondition, given,
-                     "{field}: '{value}' lies outside the years that the screen offers");
-  }
+  constexpr std::string_view kField = report_input::kCondition;
+  ChooseIn(picker, kField, ReadDate(kField, given).date, given);
 }
 
 }  // namespace

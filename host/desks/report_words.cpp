@@ -7,8 +7,6 @@
 #include <cstddef>
 #include <optional>
 
-#include "frame/convert.h"
-#include "frame/runtime_error.h"
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
@@ -49,11 +47,7 @@ bool EndsWord(std::string_view text, std::size_t size) {
 }
 
 std::string Listed(const std::vector<std::string>& words) {
-  std::string list;
-  for (const std::string& word : words) {
-    list += (list.empty() ? "" : ", ") + word;
-  }
-  return list;
+  return fmt::format("{}", fmt::join(words, ", "));
 }
 
 std::int32_t FindField(std::string_view where, const std::vector<ReportField>& fields) {
@@ -141,15 +135,6 @@ void SplitRange(std::string_view values, std::string_view where, ReportCondition
   }
 }
 
-/// Whether it is a number in any form.
-bool IsNumber(const std::string& given) {
-  try {
-    return qorcred::IsNumeric(given) && qorcred::ToDouble(given) == qorcred::Val(given);
-  } catch (const qorcred::RuntimeError&) {
-    return false;  // too large for one
-  }
-}
-
 /// The number in digits. Controllers take the leading number of a text, round it, and leave a
 /// condition without one out.
 std::string ReadNumber(const ReportField& field, const std::string& given, bool mayBeEmpty,
@@ -164,7 +149,7 @@ std::string ReadNumber(const ReportField& field, const std::string& given, bool 
   }
   const auto number = WholeNumberIn(given, field.range);
   if (!number) {
-    const std::string taken = IsNumber(given)
+    const std::string taken = NumberTaken(given).isAll
                                   ? fmt::format("a whole number from {} to {}, in digits alone",
                                                 field.range.lowest, field.range.highest)
                                   : "a number";

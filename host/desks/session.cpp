@@ -223,9 +223,9 @@ OperationRecord::~OperationRecord() {
   session_.record_ = previous_;
 }
 
-void OperationRecord::RequireNoFailure(std::string_view doing) const {
+void OperationRecord::RequireNoFailure(std::string_view doing, std::string_view addition) const {
   if (!failures_.empty()) {
-    throw FailureError(fmt::format("cannot {}: {}", doing, failures_.front()));
+    throw FailureError(fmt::format("cannot {}: {}{}", doing, failures_.front(), addition));
   }
 }
 

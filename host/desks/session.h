@@ -171,8 +171,8 @@ class OperationRecord {
   OperationRecord& operator=(const OperationRecord&) = delete;
 
   [[nodiscard]] const std::vector<std::string>& failures() const { return failures_; }
-  /// Raises FailureError with the first failure, if there is one: "cannot `doing`: ...".
-  void RequireNoFailure(std::string_view doing) const;
+  /// Raises FailureError with the first failure, if there is one: "cannot `doing`: ...`addition`".
+  void RequireNoFailure(std::string_view doing, std::string_view addition = {}) const;
   /// Leaves the first failure out, when the operation went on behind it: it stored something, a
   /// message was shown, or more has failed.
   void ForgiveFirstFailure(bool stored);

@@ -9,7 +9,6 @@
 #include "frame/text.h"
 #include "frame/utf8.h"
 #include "host/desks/input_fault.h"
-#include "host/unit/unit_code.h"
 
 namespace qorhost {
 
@@ -38,7 +37,7 @@ bool IsWholeNumber(std::string_view text) {
   if (digits.starts_with('-') || digits.starts_with('+')) {
     digits.remove_prefix(1);
   }
-  return IsDigits(digits);
+  return qorcred::IsDigits(digits);
 }
 
 std::string TypedNumber(std::string_view field, const std::string& text) {
@@ -92,8 +91,13 @@ void ChooseDate(PickerModel& picker, std::string_view field, std::string_view gi
     time.minute = 59;
     time.second = 59;
   }
+  ChooseIn(picker, field, qorcred::FromCivil(time), given);
+}
+
+void ChooseIn(PickerModel& picker, std::string_view field, qorcred::Date date,
+              std::string_view given) {
   try {
-    picker.Choose(qorcred::FromCivil(time));
+    picker.Choose(date);
   } catch (const qorcred::RuntimeError&) {
     throw InputFault(field, given,
                      "{field} '{value}' lies outside the years that the screen offers");

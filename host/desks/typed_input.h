@@ -48,4 +48,8 @@ struct GivenDate {
 /// Raises InputFault also for a date that the picker does not offer.
 void ChooseDate(PickerModel& picker, std::string_view field, std::string_view given, bool isEnd);
 
+/// Chooses the date that was given as `given`. Raises InputFault when the picker does not offer it.
+void ChooseIn(PickerModel& picker, std::string_view field, qorcred::Date date,
+              std::string_view given);
+
 }  // namespace qorhost

@@ -32,13 +32,8 @@ constexpr std::int32_t kFetchedNumber = 2;
 
 constexpr std::int32_t kNewRow = 0;
 
-/// "`doing`: the first failure; nothing was changed"
-void RequireNoFailure(const OperationRecord& record, std::string_view doing) {
-  if (!record.failures().empty()) {
-    throw FailureError(
-        fmt::format("{}: {}; nothing was changed", doing, record.failures().front()));
-  }
-}
+/// Behind every failure of a step.
+constexpr std::string_view kNothingChanged = "; nothing was changed";
 
 std::string RefusalOf(const UnitReading& reading) {
   if (!reading.isUnitFile) {
@@ -145,7 +140,7 @@ void UnitMerge::ReadStored() {
   const OperationRecord fetching(session_);
   controller_.Run<&qorcred::clsDirCode::pbFetchDirForMerge>(session_.connection(), unitKey_,
                                                             fetched);
-  RequireNoFailure(fetching, "cannot read the stored directory codes");
+  fetching.RequireNoFailure("read the stored directory codes", kNothingChanged);
 
   const TableView table(fetched);
   const std::int32_t first = table.LowerRow();
@@ -339,18 +334,17 @@ void UnitMerge::RequireRoom() {
 void UnitMerge::Do(const MergeStep& step) {
   const OperationRecord writing(session_);
   bool done = false;
-  std::string name;
+  std::string doing;
   if (step.action == MergeAction::kDelete) {
     const StoredCode& code = stored_[step.stored];
-    name =
-        "cannot delete the directory code " + WithRid(qorcred::NumberText(code.number), code.rid);
+    doing = "delete the directory code " + WithRid(qorcred::NumberText(code.number), code.rid);
     qorcred::StringArray details;
     done = controller_.Run<&qorcred::clsDirCode::pbMergeSave>(session_.connection(), unitKey_,
                                                               "Delete", details, code.rid);
   } else {
     const UnitCode& code = unit_.codes[step.unitCode];
     qorcred::StringArray details = DetailsOf(code);
-    name = fmt::format("cannot write the directory code {}", NumberOf(code));
+    doing = fmt::format("write the directory code {}", NumberOf(code));
     if (step.action == MergeAction::kUpdate) {
       done = controller_.Run<&qorcred::clsDirCode::pbMergeSave>(
           session_.connection(), unitKey_, "Update", details, stored_[step.stored].rid);
@@ -360,9 +354,9 @@ void UnitMerge::Do(const MergeStep& step) {
     }
   }
   // The operation answers True also when its statement failed: only the manager's error tells.
-  RequireNoFailure(writing, name);
+  writing.RequireNoFailure(doing, kNothingChanged);
   if (!done) {
-    throw FailureError(name + "; nothing was changed");
+    throw FailureError(fmt::format("cannot {}{}", doing, kNothingChanged));
   }
 }
 

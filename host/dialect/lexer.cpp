@@ -66,10 +66,6 @@ ByteClass ClassOf(char byte) noexcept {
   return kByteClasses[static_cast<unsigned char>(byte)];
 }
 
-bool IsDigit(char byte) noexcept {
-  return byte >= '0' && byte <= '9';
-}
-
 bool IsControl(char byte) noexcept {
   return static_cast<unsigned char>(byte) < 0x20U;
 }
@@ -154,7 +150,7 @@ class Lexer {
   [[nodiscard]] ByteClass ClassHere() const { return ClassOf(sql_[position_]); }
 
   [[nodiscard]] bool IsDigitAt(std::size_t index) const {
-    return index < sql_.size() && IsDigit(sql_[index]);
+    return index < sql_.size() && qorcred::IsDigit(sql_[index]);
   }
 
   [[nodiscard]] bool StartsLiteral(ByteClass byteClass) const {

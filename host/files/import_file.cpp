@@ -36,11 +36,11 @@ ImportFile::ImportFile(std::string text, std::span<const ImportColumn> columns)
 }
 
 std::string ImportFile::KnownHeadings() const {
-  std::string list;
+  std::vector<std::string> headings;
   for (const ImportColumn& column : columns_) {
-    list += fmt::format("{}\"{}\"", list.empty() ? "" : ", ", column.heading);
+    headings.push_back(fmt::format("\"{}\"", column.heading));
   }
-  return list;
+  return fmt::format("{}", fmt::join(headings, ", "));
 }
 
 std::size_t ImportFile::FindColumn(std::string_view heading, std::size_t line) const {

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -15,6 +14,7 @@ namespace qorhost {
 
 namespace {
 
+using qorcred::IsDigits;
 using qorcred::unit_place::Place;
 using namespace qorcred::unit_place;  // the places
 
@@ -108,11 +108,6 @@ std::string FaultInMode(std::string_view mode) {
 }
 
 }  // namespace
-
-bool IsDigits(std::string_view text) {
-  return !text.empty() &&
-         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
 
 // Texts are pasted into statements as they are, so some cannot get through unharmed.
 std::string FaultInText(std::string_view name, std::string_view text) {

@@ -36,9 +36,6 @@ inline constexpr std::int64_t kLargestUnitCode = 999'999'999'999'999;
 /// The longest text of a code, in UTF-16 units: what a text column of a desktop database holds.
 inline constexpr std::size_t kLongestUnitText = 255;
 
-/// Whether the text is a digit or more, and nothing else.
-[[nodiscard]] bool IsDigits(std::string_view text);
-
 /// Why a text of a code, called `name`, would not get through a statement unharmed; "" when it
 /// would.
 [[nodiscard]] std::string FaultInText(std::string_view name, std::string_view text);

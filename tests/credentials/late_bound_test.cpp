@@ -21,7 +21,6 @@ using qorcred::Null;
 using qorcred::ObjectRef;
 using qorcred::Put;
 using qorcred::Value;
-using qorcred::ValueType;
 
 class LateBound : public CredentialTest {};
 

@@ -22,7 +22,6 @@ using qorcred::ObjectRef;
 using qorcred::Put;
 using qorcred::StringArray;
 using qorcred::Value;
-using qorcred::ValueType;
 
 class LateBoundDirCode : public DirCodeTest {};
 

@@ -167,6 +167,14 @@ TEST(TextTest, ReplaceAllGoesOnceFromTheLeft) {
   });
 }
 
+TEST(TextTest, DigitsAreOneAtLeastAndNothingElse) {
+  EXPECT_TRUE(IsDigits("0"));
+  EXPECT_TRUE(IsDigits("0123456789"));
+  for (const std::string_view other : {"", " 1", "-1", "1.5", "/", ":", "12a", "\u0661"}) {
+    EXPECT_FALSE(IsDigits(other)) << other;
+  }
+}
+
 TEST(TextTest, ContainsFindsAnyPart) {
   EXPECT_TRUE(Contains("abc", ""));
   EXPECT_TRUE(Contains("abc", "bc"));

@@ -13,7 +13,6 @@
 namespace qortest {
 namespace {
 
-using qorcred::Date;
 using qorcred::ErrorNumber;
 using qorcred::FromCivil;
 using qorcred::Null;

@@ -24,9 +24,7 @@ using qorcred::Null;
 using qorcred::ObjectRef;
 using qorcred::Put;
 using qorcred::ResultTable;
-using qorcred::StringArray;
 using qorcred::Value;
-using qorcred::ValueType;
 
 class LateBoundDirCodeReport : public DirCodeReportTest {};
 class LateBoundCredentialReport : public CredentialReportTest {};

@@ -291,10 +291,6 @@ int Statement::columnCount() const noexcept {
   return sqlite3_column_count(handle());
 }
 
-int Statement::parameterCount() const noexcept {
-  return sqlite3_bind_parameter_count(handle());
-}
-
 bool Statement::changesNothing() const noexcept {
   return sqlite3_stmt_readonly(handle()) != 0;
 }

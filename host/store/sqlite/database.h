@@ -89,7 +89,6 @@ class Statement {
   void Reset() noexcept;
 
   [[nodiscard]] int columnCount() const noexcept;
-  [[nodiscard]] int parameterCount() const noexcept;
   [[nodiscard]] bool changesNothing() const noexcept;
   [[nodiscard]] std::int64_t Number(int column) const noexcept;
   [[nodiscard]] bool IsNull(int column) const noexcept;

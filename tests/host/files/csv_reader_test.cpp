@@ -12,7 +12,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 std::vector<CsvRecord> ReadAll(const std::string& text) {
   CsvReader reader(text);

@@ -15,7 +15,6 @@
 namespace {
 
 using qorcred::unit_place::Place;
-using qorhost::UnitCode;
 using qorhost::UnitFile;
 using qorhost::UnitReading;
 using qortest::SampleCode;
