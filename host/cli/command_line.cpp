@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdint>
 #include <exception>
 #include <new>
 #include <utility>
@@ -62,7 +63,7 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   auto* no = app.add_flag_callback(
       "--no", [&global] { global.answer = false; }, "Answer No to questions, and delete nothing");
   yes->excludes(no);
-  static constexpr NumberRange kWaits{0, 24 * 60 * 60};
+  static constexpr NumberRange kWaits{0, std::int64_t{24} * 60 * 60};
   app.add_option_function<std::string>(
          "--wait",
          [&global](const std::string& seconds) {

@@ -63,11 +63,12 @@ void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button)
     throw InputFault(field::kButton, *button, "leave {field} out: only transmitters have buttons");
   }
   constexpr std::int32_t kUpper = 4;
-  const auto number = WholeNumber(*button);
-  if (number != 1 && number != kUpper) {
+  const std::int32_t number = WholeNumber(*button).value_or(0);
+  const bool isUpper = number == kUpper;
+  if (!isUpper && number != 1) {
     throw InputFault(field::kButton, *button, "{field} '{value}' is neither 1 nor 4");
   }
-  screen.Option(number == kUpper ? "optButton4" : "optButtonDefault").SetOn(true);
+  screen.Option(isUpper ? "optButton4" : "optButtonDefault").SetOn(true);
 }
 
 void ChooseSchedules(ScreenModel& screen, const std::string& given) {
