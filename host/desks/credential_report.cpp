@@ -157,7 +157,7 @@ DeletedCredentials CredentialReport::Delete(const GivenRids& rids) {
   if (!ShowsStill(rids)) {
     deleted.ending = Ending::kStale;
     deleted.cause = StaleCause::kRowChanged;
-    deleted.changes = session_.sql().work().Since(unitKey_, shown);
+    deleted.changes = session_.sql().audit().After(shown.entry, unitKey_);
     return deleted;
   }
   const auto run = [&] {

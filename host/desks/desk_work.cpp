@@ -212,11 +212,11 @@ std::optional<ShownState::Difference> ShownState::WhatDiffers() const {
 }
 
 std::vector<WorkEntry> ShownState::ChangesBehind(const Difference& difference) const {
-  UnitOfWork& work = session_.sql().work();
-  std::vector<WorkEntry> all = work.Since(unitKey_, version_);
+  AuditLog& audit = session_.sql().audit();
+  std::vector<WorkEntry> all = audit.After(version_.entry, unitKey_);
   std::vector<WorkEntry> those;
   for (const WorkEntry& entry : all) {
-    const std::vector<RowChange> changes = work.RowsOf(entry.entry);
+    const std::vector<RowChange> changes = audit.RowsOf(entry.entry);
     if (std::any_of(changes.begin(), changes.end(), [&difference](const RowChange& change) {
           return IsOfRows(change, difference.table, difference.rids);
         })) {
@@ -247,7 +247,7 @@ Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& 
   }
   if (outcome.ending == Ending::kStale) {
     if (outcome.changes.empty()) {  // found stale by the desk itself
-      outcome.changes = work.Since(shown.unitKey(), shown.version());
+      outcome.changes = session.sql().audit().After(shown.version().entry, shown.unitKey());
     }
     operation.startAgain();  // what was entered is kept, whatever the controller made of it
   }

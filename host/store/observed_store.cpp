@@ -70,6 +70,7 @@ class ObservedSession final : public SqlSession {
   UnitOfWork& work() noexcept override { return inner_->work(); }
   Transaction& savepoint() noexcept override { return inner_->savepoint(); }
   bool inTransaction() const noexcept override { return inner_->inTransaction(); }
+  AuditLog& audit() noexcept override { return inner_->audit(); }
   StepQueue& steps() noexcept override { return inner_->steps(); }
   TenantRegister& tenants() noexcept override { return inner_->tenants(); }
   UnitRegister& units() noexcept override { return inner_->units(); }

@@ -14,6 +14,7 @@
 #include "frame/result_table.h"
 #include "frame/value.h"
 #include "host/dialect/translator.h"
+#include "host/store/audit_log.h"
 #include "host/store/rows.h"
 #include "host/store/step_queue.h"
 #include "host/store/tenant_register.h"
@@ -83,6 +84,7 @@ class SqlSession {
   /// undid everything (a full disk, for example).
   [[nodiscard]] virtual bool inTransaction() const noexcept = 0;
 
+  [[nodiscard]] virtual AuditLog& audit() noexcept = 0;
   [[nodiscard]] virtual StepQueue& steps() noexcept = 0;
   [[nodiscard]] virtual TenantRegister& tenants() noexcept = 0;
   [[nodiscard]] virtual UnitRegister& units() noexcept = 0;

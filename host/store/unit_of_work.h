@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "frame/value.h"
-#include "host/store/row_change.h"
 #include "host/store/time_stamp.h"
 
 namespace qorhost {
@@ -30,21 +29,11 @@ struct Author {
 
 /// What a unit of work is to do.
 struct WorkOrder {
-  /// That it changes; none means the whole store. An engine with a lock for each unit takes them in
-  /// the order of their keys; SQLite locks the whole store.
+  /// That it changes; none, or several, mean the whole store. An engine with a lock for each unit
+  /// takes them in the order of their keys; SQLite locks the whole store.
   std::vector<std::int32_t> units;
   std::string what;                   ///< as the audit names it: "credentials add"
   std::optional<UnitVersion> filled;  ///< of the first unit, when its rows were shown
-};
-
-/// An audit entry without its rows.
-struct WorkEntry {
-  std::int64_t entry = 0;
-  std::string at;  ///< canonical date text, UTC
-  std::string who;
-  std::string origin;
-  std::optional<std::int32_t> unitKey;  ///< none: several units or what belongs to no unit
-  std::string what;
 };
 
 /// Why nothing of a unit of work will be stored.
@@ -63,11 +52,6 @@ class UnitOfWork {
 
   /// The unit's version now, read without waiting for anybody.
   [[nodiscard]] virtual UnitVersion VersionOf(std::int32_t unitKey) = 0;
-  /// What was done to a unit since a version, oldest first.
-  [[nodiscard]] virtual std::vector<WorkEntry> Since(std::int32_t unitKey,
-                                                     const UnitVersion& version) = 0;
-  /// The rows that an entry changed, in the order in which that was done.
-  [[nodiscard]] virtual std::vector<RowChange> RowsOf(std::int64_t entry) = 0;
 
   /// Who signs the audit entries from now on.
   virtual void SignAs(Author author) = 0;

@@ -7,11 +7,13 @@
 #include <fstream>
 #include <string>
 
+#include "host/store/sqlite/audit_log.h"
 #include "host/store/sqlite/migration_1.h"
 #include "host/store/sqlite/migration_2.h"
 #include "host/store/sqlite/migration_3.h"
 #include "host/store/sqlite/migration_4.h"
 #include "host/store/sqlite/migration_5.h"
+#include "host/store/sqlite/migration_6.h"
 #include "host/store/sqlite/transaction.h"
 #include "host/store/store_error.h"
 
@@ -21,10 +23,11 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 100;  // of every SQLite file
 constexpr int kMostOpenings = 100;        // of a file that is replaced again and again
+constexpr int kFirstWithHashes = 6;       // of the audit: the program makes them
 
 constexpr std::array kMigrations{Migration{1, kMigration1}, Migration{2, kMigration2},
                                  Migration{3, kMigration3}, Migration{4, kMigration4},
-                                 Migration{5, kMigration5}};
+                                 Migration{5, kMigration5}, Migration{6, kMigration6}};
 
 std::int64_t VersionOf(Database& database) {
   return database.Number("PRAGMA user_version");
@@ -88,6 +91,9 @@ void Migrate(Database& database) {
     if (step.version > version) {
       database.Run(std::string(step.sql));
     }
+  }
+  if (version < kFirstWithHashes) {
+    HashEarlierEntries(database);
   }
   database.Run(fmt::format("PRAGMA application_id={}; PRAGMA user_version={}", kApplicationId,
                            SchemaVersion()));

@@ -17,6 +17,7 @@
 #include "frame/value.h"
 #include "host/dialect/translator.h"
 #include "host/store/sql_session.h"
+#include "host/store/sqlite/audit_log.h"
 #include "host/store/sqlite/database.h"
 #include "host/store/sqlite/result_reader.h"
 #include "host/store/sqlite/step_queue.h"
@@ -46,6 +47,7 @@ class Session final : public SqlSession {
   [[nodiscard]] Savepoint& savepoint() noexcept override { return savepoint_; }
   [[nodiscard]] bool inTransaction() const noexcept override { return database_.inTransaction(); }
 
+  [[nodiscard]] AuditLog& audit() noexcept override { return audit_; }
   [[nodiscard]] StepQueue& steps() noexcept override { return steps_; }
   [[nodiscard]] TenantRegister& tenants() noexcept override { return tenants_; }
   [[nodiscard]] UnitRegister& units() noexcept override { return units_; }
@@ -96,6 +98,7 @@ class Session final : public SqlSession {
   UnitOfWork work_{*this};
   Transaction transaction_;
   Savepoint savepoint_;
+  AuditLog audit_{*this};
   StepQueue steps_{*this};
   TenantRegister tenants_{*this};
   UnitRegister units_{*this};

@@ -15,9 +15,6 @@ namespace qorhost::sqlite {
 
 namespace {
 
-// A table's row holds no more than the engine's longest value: the rows of an entry come in pieces.
-constexpr std::size_t kLongestPiece = std::size_t{1024} * 1024;
-
 std::string_view TextOf(VoidReason reason) {
   switch (reason) {
     case VoidReason::kStale:
@@ -52,45 +49,6 @@ UnitVersion UnitOfWork::VersionOf(std::int32_t unitKey) {
   const StatementUse read(session_.Own("SELECT Entry, Mark FROM UnitVersions WHERE UnitKey=?1"));
   read->BindNumber(1, unitKey);
   return read->Step() ? UnitVersion{read->Number(0), read->Number(1)} : UnitVersion{};
-}
-
-std::vector<WorkEntry> UnitOfWork::Since(std::int32_t unitKey, const UnitVersion& version) {
-  const StatementUse read(
-      session_.Own("SELECT RID, At, Who, Origin, UnitKey, What FROM AuditEntries "
-                   "WHERE RID>?2 AND (UnitKey=?1 OR UnitKey IS NULL) ORDER BY RID"));
-  read->BindNumber(1, unitKey);
-  read->BindNumber(2, version.entry);
-  std::vector<WorkEntry> entries;
-  while (read->Step()) {
-    WorkEntry one;
-    one.entry = read->Number(0);
-    one.at = read->Text(1);
-    one.who = read->Text(2);
-    one.origin = read->Text(3);
-    if (!read->IsNull(4)) {
-      one.unitKey = static_cast<std::int32_t>(read->Number(4));
-    }
-    one.what = read->Text(5);
-    entries.push_back(std::move(one));
-  }
-  return entries;
-}
-
-std::vector<RowChange> UnitOfWork::RowsOf(std::int64_t entry) {
-  const StatementUse read(
-      session_.Own("SELECT Rows, 0 AS Piece FROM AuditEntries WHERE RID=?1 UNION ALL "
-                   "SELECT Rows, Piece FROM AuditRows WHERE Entry=?1 ORDER BY Piece"));
-  read->BindNumber(1, entry);
-  std::vector<RowChange> changes;
-  while (read->Step()) {
-    std::string_view lines = read->Text(0);
-    while (!lines.empty()) {
-      const std::size_t end = std::min(lines.find('\n'), lines.size());
-      changes.push_back(ChangeFromText(lines.substr(0, end)));
-      lines.remove_prefix(std::min(end + 1, lines.size()));
-    }
-  }
-  return changes;
 }
 
 void UnitOfWork::SignAs(Author author) {
@@ -201,53 +159,18 @@ bool UnitOfWork::Commit() {
 
 void UnitOfWork::StoreEntry() {
   const qorcred::Date now = author_.utc ? author_.utc() : session_.timeStamp().Clocked();
-  const std::string at = dialect::CanonicalDate(now);
-  const bool oneUnit = order_.units.size() == 1;
-  const std::vector<std::string> rows = RowsInPieces();
-  {
-    const StatementUse store(
-        session_.Own("INSERT INTO AuditEntries (At, Who, Origin, UnitKey, Previous, What, Rows) "
-                     "VALUES (?1, ?2, ?3, ?4, "
-                     "(SELECT Entry FROM UnitVersions WHERE UnitKey=?4), ?5, ?6)"));
-    store->BindText(1, at);
-    store->BindText(2, author_.who);
-    store->BindText(3, author_.origin);
-    if (oneUnit) {
-      store->BindNumber(4, order_.units.front());
-    }
-    store->BindText(5, order_.what);
-    store->BindText(6, rows.front());
-    store->Step();
+  WorkEntry entry;
+  entry.at = dialect::CanonicalDate(now);
+  entry.who = author_.who;
+  entry.origin = author_.origin;
+  if (order_.units.size() == 1) {
+    entry.unitKey = order_.units.front();
   }
-  const std::int64_t entry = sqlite3_last_insert_rowid(session_.database().handle());
-  StoreFurtherRows(entry, rows);
-  RaiseVersions(entry);
+  entry.what = order_.what;
+  RaiseVersions(session_.audit().Append(std::move(entry), log_.changes()));
   const StatementUse seal(
       session_.Own("UPDATE StoreSeal SET Previous=Mark, Mark=randomblob(16) WHERE rowid=1"));
   seal->Step();
-}
-
-std::vector<std::string> UnitOfWork::RowsInPieces() const {
-  std::vector<std::string> pieces(1);
-  for (const RowChange& change : log_.changes()) {
-    const std::string line = TextOfChange(change) + '\n';
-    if (!pieces.back().empty() && pieces.back().size() + line.size() > kLongestPiece) {
-      pieces.emplace_back();
-    }
-    pieces.back() += line;
-  }
-  return pieces;
-}
-
-void UnitOfWork::StoreFurtherRows(std::int64_t entry, const std::vector<std::string>& pieces) {
-  for (std::size_t piece = 1; piece < pieces.size(); ++piece) {
-    const StatementUse insert(
-        session_.Own("INSERT INTO AuditRows (Entry, Piece, Rows) VALUES (?1, ?2, ?3)"));
-    insert->BindNumber(1, entry);
-    insert->BindNumber(2, static_cast<std::int64_t>(piece));
-    insert->BindText(3, pieces[piece]);
-    insert->Step();
-  }
 }
 
 void UnitOfWork::KeepVersions(Statement& raised) {
@@ -274,15 +197,14 @@ void UnitOfWork::RaiseVersions(std::int64_t entry) {
     }
     KeepVersions(*raise);
   };
-  if (order_.units.empty()) {
-    raising(
-        "SELECT UnitKey, ?1, random() FROM Units WHERE true "
-        "UNION SELECT UnitKey, ?1, random() FROM UnitVersions WHERE true",
-        std::nullopt);
+  if (order_.units.size() == 1) {
+    raising("VALUES (?2, ?1, random())", order_.units.front());
+    return;
   }
-  for (const std::int32_t unitKey : order_.units) {
-    raising("VALUES (?2, ?1, random())", unitKey);
-  }
+  raising(
+      "SELECT UnitKey, ?1, random() FROM Units WHERE true "
+      "UNION SELECT UnitKey, ?1, random() FROM UnitVersions WHERE true",
+      std::nullopt);
 }
 
 void UnitOfWork::Undo() noexcept {

@@ -20,9 +20,6 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   ~UnitOfWork() override;
 
   [[nodiscard]] UnitVersion VersionOf(std::int32_t unitKey) override;
-  [[nodiscard]] std::vector<WorkEntry> Since(std::int32_t unitKey,
-                                             const UnitVersion& version) override;
-  [[nodiscard]] std::vector<RowChange> RowsOf(std::int64_t entry) override;
   void SignAs(Author author) override;
 
   void Begin(WorkOrder order) override;
@@ -57,8 +54,6 @@ class UnitOfWork final : public qorhost::UnitOfWork {
  private:
   void TakeRightToWrite();
   void StoreEntry();
-  [[nodiscard]] std::vector<std::string> RowsInPieces() const;
-  void StoreFurtherRows(std::int64_t entry, const std::vector<std::string>& pieces);
   void RaiseVersions(std::int64_t entry);
   void KeepVersions(Statement& raised);
   void ReleaseRightToWrite() noexcept;

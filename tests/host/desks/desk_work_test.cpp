@@ -62,7 +62,7 @@ class DeskWork : public DeskFixture {
   }
   [[nodiscard]] std::vector<std::string> DoneSince(const UnitVersion& version) {
     std::vector<std::string> what;
-    for (const WorkEntry& entry : session().sql().work().Since(kUnit, version)) {
+    for (const WorkEntry& entry : session().sql().audit().After(version.entry, kUnit)) {
       what.push_back(entry.what);
     }
     return what;

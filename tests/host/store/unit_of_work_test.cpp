@@ -50,9 +50,9 @@ class UnitOfWorkTest : public testing::Test {
   /// The entries of the unit and their rows, of the first to the last.
   std::vector<std::string> Audit(std::int32_t unitKey = kUnit) {
     std::vector<std::string> lines;
-    for (const WorkEntry& entry : one_.work().Since(unitKey, {})) {
+    for (const WorkEntry& entry : one_.sql().audit().After(0, unitKey)) {
       lines.push_back(entry.at + " " + entry.who + " " + entry.origin + ": " + entry.what);
-      for (const RowChange& change : one_.work().RowsOf(entry.entry)) {
+      for (const RowChange& change : one_.sql().audit().RowsOf(entry.entry)) {
         lines.push_back(TextOfChange(change));
       }
     }
@@ -145,8 +145,8 @@ TEST_F(UnitOfWorkTest, IsStaleWhereTheUnitHasChangedSinceItWasShown) {
   EXPECT_THROW((void)one_.Doors(), StoreError);
   EXPECT_THROW(one_.work().Commit(), StoreError);
   EXPECT_EQ(one_.Doors(), 2);
-  ASSERT_EQ(one_.work().Since(kUnit, shown).size(), 1U);
-  EXPECT_EQ(one_.work().Since(kUnit, shown)[0].what, "paint the gate");
+  ASSERT_EQ(one_.sql().audit().After(shown.entry, kUnit).size(), 1U);
+  EXPECT_EQ(one_.sql().audit().After(shown.entry, kUnit)[0].what, "paint the gate");
 }
 
 TEST_F(UnitOfWorkTest, AChangeOfAnotherUnitIsNone) {
@@ -165,7 +165,7 @@ TEST_F(UnitOfWorkTest, AChangeOfTheWholeStoreIsOneOfEachUnit) {
   other_.AddDoor();
   other_.work().Commit();
   EXPECT_NE(one_.work().VersionOf(2), shown);
-  EXPECT_EQ(one_.work().Since(2, shown).size(), 1U);
+  EXPECT_EQ(one_.sql().audit().After(shown.entry, 2).size(), 1U);
 }
 
 TEST_F(UnitOfWorkTest, AVersionNeverComesTwiceWhenAUnitIsMadeAgain) {
@@ -254,9 +254,9 @@ TEST_F(UnitOfWorkTest, EntriesLongerThanOnePieceAreReadAsOne) {
   one_.work().Begin(order_);
   one_.Change("DELETE FROM DOORS");
   one_.work().Commit();
-  const std::vector<WorkEntry> entries = one_.work().Since(kUnit, {});
+  const std::vector<WorkEntry> entries = one_.sql().audit().After(0, kUnit);
   ASSERT_EQ(entries.size(), 1U);
-  const std::vector<RowChange> rows = one_.work().RowsOf(entries[0].entry);
+  const std::vector<RowChange> rows = one_.sql().audit().RowsOf(entries[0].entry);
   ASSERT_EQ(rows.size(), 12U);
   EXPECT_EQ(rows[11].before.back().value, Value(longName));
 }

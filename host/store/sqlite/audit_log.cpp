@@ -1,0 +1,213 @@
+#include "host/store/sqlite/audit_log.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "host/store/audit_chain.h"
+#include "host/store/sqlite/audit_chain_reader.h"
+#include "host/store/sqlite/put_back.h"
+#include "host/store/sqlite/session.h"
+#include "host/store/store_error.h"
+
+namespace qorhost::sqlite {
+
+namespace {
+
+// A table's row holds no more than the engine's longest value: the rows of an entry come in pieces.
+constexpr std::size_t kLongestPiece = std::size_t{1024} * 1024;
+
+std::vector<std::string> InPieces(const std::vector<RowChange>& changes) {
+  std::vector<std::string> pieces(1);
+  for (const RowChange& change : changes) {
+    const std::string line = TextOfChange(change) + '\n';
+    if (!pieces.back().empty() && pieces.back().size() + line.size() > kLongestPiece) {
+      pieces.emplace_back();
+    }
+    pieces.back() += line;
+  }
+  return pieces;
+}
+
+std::vector<RowChange> ChangesIn(std::string_view lines) {
+  std::vector<RowChange> changes;
+  while (!lines.empty()) {
+    const std::size_t end = std::min(lines.find('\n'), lines.size());
+    changes.push_back(ChangeFromText(lines.substr(0, end)));
+    lines.remove_prefix(std::min(end + 1, lines.size()));
+  }
+  return changes;
+}
+
+std::vector<WorkEntry> EntriesOf(Statement& read) {
+  std::vector<WorkEntry> entries;
+  while (read.Step()) {
+    entries.push_back(EntryIn(read));
+  }
+  return entries;
+}
+
+bool CanBeRead(const std::vector<std::string>& rows) {
+  try {
+    for (const std::string& piece : rows) {
+      (void)ChangesIn(piece);
+    }
+    return true;
+  } catch (const StoreError&) {
+    return false;
+  }
+}
+
+}  // namespace
+
+std::vector<WorkEntry> AuditLog::After(std::int64_t entry, std::optional<std::int32_t> unitKey) {
+  const StatementUse read(
+      session_.Own("SELECT RID, At, Who, Origin, UnitKey, What FROM AuditEntries "
+                   "WHERE RID>?2 AND (?1 IS NULL OR UnitKey=?1 OR UnitKey IS NULL) ORDER BY RID"));
+  if (unitKey) {
+    read->BindNumber(1, *unitKey);
+  }
+  read->BindNumber(2, entry);
+  return EntriesOf(*read);
+}
+
+std::optional<WorkEntry> AuditLog::Find(std::int64_t entry) {
+  const StatementUse read(
+      session_.Own("SELECT RID, At, Who, Origin, UnitKey, What FROM AuditEntries WHERE RID=?1"));
+  read->BindNumber(1, entry);
+  std::vector<WorkEntry> found = EntriesOf(*read);
+  return found.empty() ? std::nullopt : std::optional(std::move(found.front()));
+}
+
+std::vector<RowChange> AuditLog::RowsOf(std::int64_t entry) {
+  const StatementUse read(
+      session_.Own("SELECT Rows, 0 AS Piece FROM AuditEntries WHERE RID=?1 UNION ALL "
+                   "SELECT Rows, Piece FROM AuditRows WHERE Entry=?1 ORDER BY Piece"));
+  read->BindNumber(1, entry);
+  std::vector<RowChange> changes;
+  while (read->Step()) {
+    std::vector<RowChange> piece = ChangesIn(read->Text(0));
+    std::move(piece.begin(), piece.end(), std::back_inserter(changes));
+  }
+  return changes;
+}
+
+std::vector<ChainHead> AuditLog::Heads() {
+  const StatementUse read(
+      session_.Own("SELECT V.UnitKey, V.Entry, A.Hash FROM UnitVersions V JOIN AuditEntries A "
+                   "ON A.RID = V.Entry ORDER BY V.UnitKey"));
+  std::vector<ChainHead> heads;
+  while (read->Step()) {
+    heads.push_back(
+        {static_cast<std::int32_t>(read->Number(0)), read->Number(1), std::string(read->Text(2))});
+  }
+  return heads;
+}
+
+std::vector<ChainFault> AuditLog::Check() {
+  std::vector<ChainFault> faults;
+  std::int64_t last = 0;
+  // Made of the hashes that are stored: an entry that was altered is told once, and not with every
+  // one behind it.
+  ReadAudit(session_.database(), false, [&](const ReadEntry& read) {
+    using Kind = ChainFault::Kind;
+    last = read.entry.entry;
+    if (read.missing) {
+      faults.push_back({Kind::kMissing, *read.missing, read.entry.unitKey});
+    } else if (read.hash != read.expected) {
+      faults.push_back({Kind::kAltered, read.entry.entry, read.entry.unitKey});
+    } else if (!CanBeRead(read.rows)) {
+      faults.push_back({Kind::kUnreadable, read.entry.entry, read.entry.unitKey});
+    }
+  });
+  const StatementUse versions(
+      session_.Own("SELECT UnitKey, Entry FROM UnitVersions WHERE Entry>?1 ORDER BY Entry"));
+  versions->BindNumber(1, last);
+  while (versions->Step()) {
+    faults.push_back({ChainFault::Kind::kMissing, versions->Number(1),
+                      static_cast<std::int32_t>(versions->Number(0))});
+  }
+  return faults;
+}
+
+std::optional<std::int64_t> AuditLog::PreviousOf(std::int32_t unitKey) {
+  const StatementUse read(session_.Own("SELECT Entry FROM UnitVersions WHERE UnitKey=?1"));
+  read->BindNumber(1, unitKey);
+  return read->Step() ? std::optional(read->Number(0)) : std::nullopt;
+}
+
+std::string AuditLog::HashOfEntry(std::int64_t entry) {
+  const StatementUse read(session_.Own("SELECT Hash FROM AuditEntries WHERE RID=?1"));
+  read->BindNumber(1, entry);
+  return read->Step() ? std::string(read->Text(0)) : std::string();
+}
+
+std::vector<std::string> AuditLog::HashesBefore(const WorkEntry& entry,
+                                                std::optional<std::int64_t> previous) {
+  if (entry.unitKey) {
+    return previous ? std::vector{HashOfEntry(*previous)} : std::vector<std::string>{};
+  }
+  const StatementUse read(
+      session_.Own("SELECT Hash FROM AuditEntries WHERE RID IN (SELECT Entry FROM UnitVersions) OR "
+                   "RID = (SELECT max(RID) FROM AuditEntries WHERE UnitKey IS NULL) ORDER BY RID"));
+  std::vector<std::string> hashes;
+  while (read->Step()) {
+    hashes.emplace_back(read->Text(0));
+  }
+  return hashes;
+}
+
+std::int64_t AuditLog::Append(WorkEntry entry, const std::vector<RowChange>& changes) {
+  const std::vector<std::string> rows = InPieces(changes);
+  const auto previous = entry.unitKey ? PreviousOf(*entry.unitKey) : std::nullopt;
+  entry.entry = session_.database().Number("SELECT coalesce(max(RID), 0) + 1 FROM AuditEntries");
+  const std::string hash = HashOf(entry, HashesBefore(entry, previous), rows);
+  {
+    const StatementUse store(session_.Own(
+        "INSERT INTO AuditEntries (RID, At, Who, Origin, UnitKey, Previous, What, Rows, Hash) "
+        "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9)"));
+    store->BindNumber(1, entry.entry);
+    store->BindText(2, entry.at);
+    store->BindText(3, entry.who);
+    store->BindText(4, entry.origin);
+    if (entry.unitKey) {
+      store->BindNumber(5, *entry.unitKey);
+    }
+    if (previous) {
+      store->BindNumber(6, *previous);
+    }
+    store->BindText(7, entry.what);
+    store->BindText(8, rows.front());
+    store->BindText(9, hash);
+    store->Step();
+  }
+  for (std::size_t piece = 1; piece < rows.size(); ++piece) {
+    const StatementUse insert(
+        session_.Own("INSERT INTO AuditRows (Entry, Piece, Rows) VALUES (?1, ?2, ?3)"));
+    insert->BindNumber(1, entry.entry);
+    insert->BindNumber(2, static_cast<std::int64_t>(piece));
+    insert->BindText(3, rows[piece]);
+    insert->Step();
+  }
+  return entry.entry;
+}
+
+std::optional<std::int64_t> AuditLog::PutBack(const RowChange& change) {
+  return session_.Writing([&] { return PutRowBack(session_, change); });
+}
+
+void HashEarlierEntries(Database& database) {
+  std::vector<std::pair<std::int64_t, std::string>> hashes;
+  ReadAudit(database, true, [&hashes](const ReadEntry& read) {
+    hashes.emplace_back(read.entry.entry, read.expected);
+  });
+  Statement update(database, "UPDATE AuditEntries SET Hash=?2 WHERE RID=?1");
+  for (const auto& [entry, hash] : hashes) {
+    const StatementUse use(update);
+    use->BindNumber(1, entry);
+    use->BindText(2, hash);
+    use->Step();
+  }
+}
+
+}  // namespace qorhost::sqlite

@@ -1,0 +1,46 @@
+// The audit, in the tables AuditEntries and AuditRows.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/store/audit_log.h"
+
+namespace qorhost::sqlite {
+
+class Session;
+
+class AuditLog final : public qorhost::AuditLog {
+ public:
+  explicit AuditLog(Session& session) : session_(session) {}
+
+  [[nodiscard]] std::vector<WorkEntry> After(std::int64_t entry,
+                                             std::optional<std::int32_t> unitKey) override;
+  [[nodiscard]] std::optional<WorkEntry> Find(std::int64_t entry) override;
+  [[nodiscard]] std::vector<RowChange> RowsOf(std::int64_t entry) override;
+  [[nodiscard]] std::vector<ChainHead> Heads() override;
+  [[nodiscard]] std::vector<ChainFault> Check() override;
+  [[nodiscard]] std::optional<std::int64_t> PutBack(const RowChange& change) override;
+
+  // For the unit of work, at its end.
+
+  /// Adds an entry behind the last one and returns its number.
+  std::int64_t Append(WorkEntry entry, const std::vector<RowChange>& changes);
+
+ private:
+  [[nodiscard]] std::optional<std::int64_t> PreviousOf(std::int32_t unitKey);
+  [[nodiscard]] std::string HashOfEntry(std::int64_t entry);
+  [[nodiscard]] std::vector<std::string> HashesBefore(const WorkEntry& entry,
+                                                      std::optional<std::int64_t> previous);
+
+  Session& session_;
+};
+
+class Database;
+
+/// Gives hashes to the entries of a store that has none yet.
+void HashEarlierEntries(Database& database);
+
+}  // namespace qorhost::sqlite
