@@ -13,6 +13,7 @@
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
 #include "host/cli/display_text.h"
+#include "host/cli/history_command_line.h"
 #include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
 #include "host/cli/store_commands.h"
@@ -38,6 +39,7 @@ struct Choice {
   CredentialChoice credentials;
   DirCodeChoice dircodes;
   ReportOptions report;
+  HistoryOptions history;
   CommandRun run;
 };
 
@@ -151,6 +153,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeCredentials({app, choice.run}, choice.global, choice.credentials);
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
   DescribeReports({app, choice.run}, choice.global, choice.report);
+  DescribeHistory({app, choice.run}, choice.global, choice.history);
   SpeakPlainly(app);
 }
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "frame/host.h"
-#include "host/store/unit_of_work.h"
+#include "host/store/audit_log.h"
 
 namespace qorhost {
 

@@ -59,6 +59,8 @@ class AuditLog {
   /// The rows that an entry changed, in the order in which that was done.
   [[nodiscard]] virtual std::vector<RowChange> RowsOf(std::int64_t entry) = 0;
 
+  /// The hash of an entry; empty when there is none of that number.
+  [[nodiscard]] virtual std::string HashOf(std::int64_t entry) = 0;
   /// Where each unit's chain ends, in the order of their keys.
   [[nodiscard]] virtual std::vector<ChainHead> Heads() = 0;
   /// Reads the whole audit and tells what is not as it was written, oldest first.
@@ -66,8 +68,8 @@ class AuditLog {
 
   /// Undoes one change as a part of the open unit of work, if all its rows are as the change left
   /// them: nothing then. Else nothing is changed and the identity of the first row that is not
-  /// comes back. Of a run of new rows only the first is compared, the others have to be there. A
-  /// row that has a date of its last change gets a later one.
+  /// comes back. Of a run of new rows only the first is compared, the others have to be there. The
+  /// date of a row's last change is not compared; a row that has one gets a later one.
   [[nodiscard]] virtual std::optional<std::int64_t> PutBack(const RowChange& change) = 0;
 
  protected:

@@ -136,7 +136,7 @@ std::optional<std::int64_t> AuditLog::PreviousOf(std::int32_t unitKey) {
   return read->Step() ? std::optional(read->Number(0)) : std::nullopt;
 }
 
-std::string AuditLog::HashOfEntry(std::int64_t entry) {
+std::string AuditLog::HashOf(std::int64_t entry) {
   const StatementUse read(session_.Own("SELECT Hash FROM AuditEntries WHERE RID=?1"));
   read->BindNumber(1, entry);
   return read->Step() ? std::string(read->Text(0)) : std::string();
@@ -145,7 +145,7 @@ std::string AuditLog::HashOfEntry(std::int64_t entry) {
 std::vector<std::string> AuditLog::HashesBefore(const WorkEntry& entry,
                                                 std::optional<std::int64_t> previous) {
   if (entry.unitKey) {
-    return previous ? std::vector{HashOfEntry(*previous)} : std::vector<std::string>{};
+    return previous ? std::vector{HashOf(*previous)} : std::vector<std::string>{};
   }
   const StatementUse read(
       session_.Own("SELECT Hash FROM AuditEntries WHERE RID IN (SELECT Entry FROM UnitVersions) OR "
@@ -161,7 +161,7 @@ std::int64_t AuditLog::Append(WorkEntry entry, const std::vector<RowChange>& cha
   const std::vector<std::string> rows = InPieces(changes);
   const auto previous = entry.unitKey ? PreviousOf(*entry.unitKey) : std::nullopt;
   entry.entry = session_.database().Number("SELECT coalesce(max(RID), 0) + 1 FROM AuditEntries");
-  const std::string hash = HashOf(entry, HashesBefore(entry, previous), rows);
+  const std::string hash = qorhost::HashOf(entry, HashesBefore(entry, previous), rows);
   {
     const StatementUse store(session_.Own(
         "INSERT INTO AuditEntries (RID, At, Who, Origin, UnitKey, Previous, What, Rows, Hash) "

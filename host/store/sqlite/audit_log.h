@@ -20,6 +20,7 @@ class AuditLog final : public qorhost::AuditLog {
                                              std::optional<std::int32_t> unitKey) override;
   [[nodiscard]] std::optional<WorkEntry> Find(std::int64_t entry) override;
   [[nodiscard]] std::vector<RowChange> RowsOf(std::int64_t entry) override;
+  [[nodiscard]] std::string HashOf(std::int64_t entry) override;
   [[nodiscard]] std::vector<ChainHead> Heads() override;
   [[nodiscard]] std::vector<ChainFault> Check() override;
   [[nodiscard]] std::optional<std::int64_t> PutBack(const RowChange& change) override;
@@ -31,7 +32,6 @@ class AuditLog final : public qorhost::AuditLog {
 
  private:
   [[nodiscard]] std::optional<std::int64_t> PreviousOf(std::int32_t unitKey);
-  [[nodiscard]] std::string HashOfEntry(std::int64_t entry);
   [[nodiscard]] std::vector<std::string> HashesBefore(const WorkEntry& entry,
                                                       std::optional<std::int64_t> previous);
 

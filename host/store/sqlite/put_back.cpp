@@ -54,9 +54,13 @@ class Terms {
 };
 
 /// That a row holds the cells, letter for letter: comparisons of texts do without letter case else.
+/// The date is left out, which another one that was undone has left on it.
 Terms SameAs(const std::vector<StoredCell>& cells, int first) {
   Terms terms(first);
   for (const StoredCell& cell : cells) {
+    if (cell.column == kChangedAt) {
+      continue;
+    }
     terms.Add(" AND {column} IS ?{number} COLLATE BINARY", cell);
   }
   return terms;

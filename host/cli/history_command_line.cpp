@@ -1,0 +1,80 @@
+#include "host/cli/history_command_line.h"
+
+#include <array>
+#include <string>
+
+#include "host/desks/whole_number.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr std::array kWords{FieldWord{history_input::kSince, "--since", {}},
+                            FieldWord{history_input::kEntry, "ENTRY", {}},
+                            FieldWord{history_input::kHead, "--head", {}}};
+
+void DescribeList(CommandPlace place, const GlobalOptions& global, HistoryOptions& options) {
+  auto* list = AddCommand(
+      place, "list", "List what was done, the latest last",
+      "  qorhost history list --since 7d\n"
+      "  qorhost history list --unit 2 --who anna --subject Tanaka --limit 20",
+      [&](Console& console) { return RunHistoryList(global, options, console); }, kWords);
+  list->add_option("--since", options.query.since, "From a date on (UTC), or from so many days ago")
+      ->type_name("DATE|DAYSd");
+  list->add_option("--who", options.query.who, "A part of the name of who did it")
+      ->type_name("NAME");
+  list->add_option("--subject", options.query.subject,
+                   "A part of what was done, or of a text or number in its rows")
+      ->type_name("TEXT");
+  static constexpr NumberRange kLimits{1, 1'000'000};
+  list->add_option_function<std::string>(
+          "--limit",
+          [&options](const std::string& count) {
+            options.query.latest =
+                static_cast<std::size_t>(WholeNumberIn(count, kLimits).value_or(1));
+          },
+          "Only so many, the latest ones")
+      ->type_name("N")
+      ->check([](const std::string& count) {
+        return WholeNumberIn(count, kLimits)
+                   ? std::string()
+                   : "'" + count + "' must be a whole number from 1, in digits alone";
+      });
+}
+
+}  // namespace
+
+void DescribeHistory(CommandPlace place, const GlobalOptions& global, HistoryOptions& options) {
+  CLI::App* app =
+      place.parent.add_subcommand("history", "See what was done, by whom, and take it back");
+  app->require_subcommand(1);
+  app->fallthrough();
+  app->footer("Examples:\n  qorhost history list --since 7d\n  qorhost history undo 12");
+  const CommandPlace history{*app, place.chosen};
+  DescribeList(history, global, options);
+
+  auto* show = AddCommand(
+      history, "show", "Show what an entry did to the rows, field by field",
+      "  qorhost history show 12",
+      [&](Console& console) { return RunHistoryShow(global, options, console); }, kWords);
+  show->add_option("ENTRY", options.entry, "Its number, as 'history list' prints it")->required();
+
+  auto* undo = AddCommand(
+      history, "undo", "Write back what an entry changed, if nobody has changed it since",
+      "  qorhost history undo 12 --dry-run\n  qorhost history undo 12",
+      [&](Console& console) { return RunHistoryUndo(global, options, console); }, kWords);
+  undo->add_option("ENTRY", options.entry, "Its number, as 'history list' prints it")->required();
+  undo->add_flag("-n,--dry-run", options.trial, "Tell what it would do, and change nothing");
+
+  auto* check = AddCommand(
+      history, "check", "Look for entries that are missing or not as they were written",
+      "  qorhost history check\n  qorhost history check --head 1:57:HASH",
+      [&](Console& console) { return RunHistoryCheck(global, options, console); }, kWords);
+  check
+      ->add_option("--head", options.heads,
+                   "A head that was noted before: its entry must still be the same")
+      ->type_name("UNIT:ENTRY:HASH")
+      ->allow_extra_args(false);
+}
+
+}  // namespace qorhost

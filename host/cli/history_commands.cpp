@@ -1,0 +1,85 @@
+#include "host/cli/history_commands.h"
+
+#include <fmt/format.h>
+
+#include "host/cli/display_text.h"
+#include "host/cli/table_printer.h"
+#include "host/desks/history_undo.h"
+#include "host/desks/words.h"
+#include "host/files/json_writer.h"
+
+namespace qorhost {
+
+namespace {
+
+Table HeadTable(DeskSession& session) {
+  Table table;
+  table.columns = {{"Unit", "unit"}, {"Last entry", "entry"}, {"Head", "head"}};
+  for (const ChainHead& head : session.sql().audit().Heads()) {
+    table.rows.push_back({head.unitKey, static_cast<double>(head.entry), TextOf(head)});
+  }
+  return table;
+}
+
+}  // namespace
+
+ExitStatus RunHistoryList(const GlobalOptions& global, const HistoryOptions& options,
+                          Console& console) {
+  CommandSession session(global, Access::kRead, console);
+  HistoryQuery query = options.query;
+  if (global.unit) {
+    query.unitKey = session.ChosenUnit().key;
+  }
+  PrintRows(console.out, HistoryTable(session.desks(), query), global.json);
+  return ExitStatus::kDone;
+}
+
+ExitStatus RunHistoryShow(const GlobalOptions& global, const HistoryOptions& options,
+                          Console& console) {
+  CommandSession session(global, Access::kRead, console);
+  const WorkEntry entry = EntryOf(session.desks(), options.entry);
+  if (!global.json) {
+    console.out << Displayable(DescriptionOf(entry)) << '\n';
+  }
+  PrintRows(console.out, EntryTable(session.desks(), entry.entry), global.json);
+  return ExitStatus::kDone;
+}
+
+ExitStatus RunHistoryUndo(const GlobalOptions& global, const HistoryOptions& options,
+                          Console& console) {
+  CommandSession session(global, Access::kChange, console);
+  const UndoneWork undone =
+      UndoEntry(session.desks(), options.entry, options.trial ? Trial::kYes : Trial::kNo);
+  console.stored = undone.written;
+  if (global.json) {
+    PrintJsonObject(console.out, {{"entry", static_cast<double>(undone.entry.entry)},
+                                  {"rows", static_cast<double>(undone.rows)},
+                                  {"changed", undone.written}});
+    return ExitStatus::kDone;
+  }
+  console.out << Displayable(DescriptionOf(undone.entry))
+              << (undone.written ? " undone: " : " can be undone: ")
+              << Counted(undone.rows, "row", "rows")
+              << (undone.written ? " as before\n" : "; nothing was changed\n");
+  return ExitStatus::kDone;
+}
+
+ExitStatus RunHistoryCheck(const GlobalOptions& global, const HistoryOptions& options,
+                           Console& console) {
+  std::vector<ChainHead> noted;
+  for (const std::string& head : options.heads) {
+    noted.push_back(ReadHead(head));
+  }
+  CommandSession session(global, Access::kRead, console);
+  const std::vector<std::string> faults = FaultsOfHistory(session.desks(), noted);
+  for (const std::string& fault : faults) {
+    console.err << "qorhost: " << fault << '\n';
+  }
+  if (!faults.empty()) {
+    return ExitStatus::kRefused;
+  }
+  PrintRows(console.out, HeadTable(session.desks()), global.json);
+  return ExitStatus::kDone;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,223 @@
+#include "host/desks/history.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+
+#include "frame/convert.h"
+#include "frame/date.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/typed_input.h"
+#include "host/desks/words.h"
+#include "host/dialect/canonical_date.h"
+#include "host/dialect/folding.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Null;
+using qorcred::Value;
+
+constexpr std::size_t kHashLength = 64;
+
+bool Holds(std::string_view text, std::string_view part) {
+  return dialect::Folded(text).find(dialect::Folded(part)) != std::u32string::npos;
+}
+
+std::optional<std::int64_t> NumberIn(std::string_view text) {
+  std::int64_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size() && !text.empty()
+             ? std::optional(number)
+             : std::nullopt;
+}
+
+/// The first moment that is asked for, as the entries carry it.
+std::string FirstMoment(DeskSession& session, std::string_view since) {
+  if (since.empty()) {
+    return {};
+  }
+  if (since.back() == 'd') {
+    if (const auto days = NumberIn(since.substr(0, since.size() - 1)); days && *days >= 0) {
+      return dialect::CanonicalDate(qorcred::AddDays(session.Today(), -static_cast<double>(*days)));
+    }
+  }
+  return dialect::CanonicalDate(ReadDate(history_input::kSince, since).date);
+}
+
+bool IsAbout(const RowChange& change, std::string_view subject) {
+  const auto holds = [subject](const StoredCell& cell) {
+    return Holds(qorcred::TextOrEmpty(cell.value), subject);
+  };
+  return std::any_of(change.before.begin(), change.before.end(), holds) ||
+         std::any_of(change.after.begin(), change.after.end(), holds);
+}
+
+bool IsAbout(const WorkEntry& entry, const std::vector<RowChange>& rows, std::string_view subject) {
+  return Holds(entry.what, subject) ||
+         std::any_of(rows.begin(), rows.end(),
+                     [subject](const RowChange& change) { return IsAbout(change, subject); });
+}
+
+std::string_view WordOf(RowChangeKind kind) {
+  switch (kind) {
+    case RowChangeKind::kInserted:
+      return "new";
+    case RowChangeKind::kUpdated:
+      return "changed";
+    case RowChangeKind::kDeleted:
+      break;
+  }
+  return "deleted";
+}
+
+/// "Tenants: 1 changed; CredentialBank: 40 new", the tables in the order of their first changes.
+std::string Summary(const std::vector<RowChange>& rows) {
+  struct Count {
+    std::string_view table;
+    RowChangeKind kind;
+    std::int64_t rows;
+  };
+  std::vector<Count> counts;
+  for (const RowChange& change : rows) {
+    const auto same = std::find_if(counts.begin(), counts.end(), [&change](const Count& count) {
+      return count.table == change.table && count.kind == change.kind;
+    });
+    const std::int64_t more = change.lastRid - change.rid + 1;
+    if (same == counts.end()) {
+      counts.push_back({change.table, change.kind, more});
+    } else {
+      same->rows += more;
+    }
+  }
+  std::string text;
+  for (const Count& count : counts) {
+    text += fmt::format("{}{}: {} {}", text.empty() ? "" : "; ", count.table, count.rows,
+                        WordOf(count.kind));
+  }
+  return text;
+}
+
+const Value* Find(const std::vector<StoredCell>& cells, std::string_view column) {
+  const auto found = std::find_if(cells.begin(), cells.end(), [column](const StoredCell& cell) {
+    return cell.column == column;
+  });
+  return found == cells.end() ? nullptr : &found->value;
+}
+
+Value CellOf(const std::vector<StoredCell>& cells, std::string_view column) {
+  const Value* value = Find(cells, column);
+  return value == nullptr ? Value(Null{}) : *value;
+}
+
+}  // namespace
+
+Table HistoryTable(DeskSession& session, const HistoryQuery& query) {
+  const std::string since = FirstMoment(session, query.since);
+  AuditLog& audit = session.sql().audit();
+  Table table;
+  table.columns = {{"Entry", "entry"}, {"Time (UTC)", "time"}, {"Who", "who"},
+                   {"Unit", "unit"},   {"What", "what"},       {"Rows", "rows"}};
+  std::vector<WorkEntry> entries = audit.After(0, query.unitKey);
+  std::reverse(entries.begin(), entries.end());
+  for (const WorkEntry& entry : entries) {
+    if (entry.at < since || !Holds(entry.who, query.who)) {
+      continue;
+    }
+    const std::vector<RowChange> rows = audit.RowsOf(entry.entry);
+    if (!IsAbout(entry, rows, query.subject)) {
+      continue;
+    }
+    table.rows.push_back({static_cast<double>(entry.entry), entry.at, entry.who,
+                          entry.unitKey ? Value(*entry.unitKey) : Value(Null{}), entry.what,
+                          Summary(rows)});
+    if (table.rows.size() == query.latest) {
+      break;
+    }
+  }
+  std::reverse(table.rows.begin(), table.rows.end());
+  return table;
+}
+
+WorkEntry EntryOf(DeskSession& session, std::string_view number) {
+  if (const auto entry = NumberIn(number)) {
+    if (auto found = session.sql().audit().Find(*entry)) {
+      return std::move(*found);
+    }
+  }
+  throw InputFault(history_input::kEntry, number,
+                   "there is no entry '{value}' in the history: 'history list' has their numbers");
+}
+
+Table EntryTable(DeskSession& session, std::int64_t entry) {
+  Table table;
+  table.columns = {{"Table", "table"}, {"RID", "rid"},       {"Change", "change"},
+                   {"Field", "field"}, {"Before", "before"}, {"After", "after"}};
+  for (const RowChange& change : session.sql().audit().RowsOf(entry)) {
+    const auto& cells = change.kind == RowChangeKind::kDeleted ? change.before : change.after;
+    const Value rid = change.rid == change.lastRid
+                          ? Value(static_cast<double>(change.rid))
+                          : Value(fmt::format("{} to {}", change.rid, change.lastRid));
+    for (const StoredCell& cell : cells) {
+      table.rows.push_back({change.table, rid, std::string(WordOf(change.kind)), cell.column,
+                            CellOf(change.before, cell.column), CellOf(change.after, cell.column)});
+    }
+  }
+  return table;
+}
+
+std::string DescriptionOf(const WorkEntry& entry) {
+  return fmt::format("entry {} ({}, by {}, {} UTC)", entry.entry, entry.what,
+                     entry.who.empty() ? "somebody" : entry.who, entry.at);
+}
+
+std::string TextOf(const ChainHead& head) {
+  return fmt::format("{}:{}:{}", head.unitKey, head.entry, head.hash);
+}
+
+ChainHead ReadHead(std::string_view given) {
+  const std::size_t first = given.find(':');
+  const std::size_t second = first == std::string_view::npos ? first : given.find(':', first + 1);
+  if (second != std::string_view::npos) {
+    const auto unit = NumberIn(given.substr(0, first));
+    const auto entry = NumberIn(given.substr(first + 1, second - first - 1));
+    const std::string_view hash = given.substr(second + 1);
+    if (unit && entry && hash.size() == kHashLength) {
+      return {static_cast<std::int32_t>(*unit), *entry, std::string(hash)};
+    }
+  }
+  throw InputFault(history_input::kHead, given,
+                   "'{value}' is no head of the history: give it as 'backup' and 'history check' "
+                   "print it, UNIT:ENTRY:HASH");
+}
+
+std::vector<std::string> FaultsOfHistory(DeskSession& session,
+                                         const std::vector<ChainHead>& noted) {
+  AuditLog& audit = session.sql().audit();
+  std::vector<std::string> faults;
+  for (const ChainFault& fault : audit.Check()) {
+    switch (fault.kind) {
+      case ChainFault::Kind::kAltered:
+        faults.push_back(fmt::format(
+            "entry {} is not as it was written, or one that it follows is not", fault.entry));
+        break;
+      case ChainFault::Kind::kMissing:
+        faults.push_back(fmt::format("entry {} is missing", fault.entry));
+        break;
+      case ChainFault::Kind::kUnreadable:
+        faults.push_back(fmt::format("the rows of entry {} cannot be read", fault.entry));
+        break;
+    }
+  }
+  for (const ChainHead& head : noted) {
+    if (audit.HashOf(head.entry) != head.hash) {
+      faults.push_back(fmt::format("entry {} of unit {} is not the one that was noted", head.entry,
+                                   head.unitKey));
+    }
+  }
+  return faults;
+}
+
+}  // namespace qorhost

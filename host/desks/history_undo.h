@@ -1,0 +1,33 @@
+// Takes back what an entry of the history did.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "host/desks/desk_error.h"
+#include "host/desks/session.h"
+
+namespace qorhost {
+
+/// Rows that are no more as the entry left them: somebody has changed them since.
+class ChangedSince : public RefusedError {
+ public:
+  using RefusedError::RefusedError;
+};
+
+struct UndoneWork {
+  WorkEntry entry;       ///< that was undone
+  std::size_t rows = 0;  ///< that are as they were before it
+  bool written = true;   ///< false for a trial: nothing was changed
+};
+
+enum class Trial : bool { kNo, kYes };
+
+/// Writes the rows back as they were before the entry, queues the steps that program them, and
+/// leaves an entry of its own, all as one unit of work. What the unit holds is the unit's: states
+/// and former codes of directory codes are not put back. Raises InputFault when there is no such
+/// entry, and ChangedSince, which says which row, who and what: nothing was changed then.
+[[nodiscard]] UndoneWork UndoEntry(DeskSession& session, std::string_view number, Trial trial);
+
+}  // namespace qorhost

@@ -1,0 +1,302 @@
+// The history of a store and work that is taken back.
+#include "host/desks/history.h"
+
+#include <gmock/gmock.h>
+
+#include "host/desks/history_undo.h"
+#include "host/store/step_queue.h"
+#include "tests/host/desks/desk_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using qorcred::TextOrEmpty;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class HistoryTest : public DeskFixture {
+ protected:
+  static constexpr std::int32_t kCodeRow = 11;  // of the directory code 101
+
+  void SetUp() override {
+    DeskFixture::SetUp();
+    session().sql().work().SignAs({"anna", "desk 1", [] {
+                                     return qorcred::FromCivil({2026, 1, 31, 12, 0, 0});
+                                   }});
+    last_ = LastEntry();
+    Run("DELETE FROM ProgramSteps");
+  }
+
+  [[nodiscard]] std::int64_t LastEntry() {
+    const auto entries = session().sql().audit().After(0, std::nullopt);
+    return entries.empty() ? 0 : entries.back().entry;
+  }
+
+  /// Runs statements as one unit of work of the unit; the number of its entry.
+  std::string Work(const std::string& what, const std::vector<std::string>& statements) {
+    WorkGuard guard(session().sql().work(), {{kUnit}, what, {}});
+    for (const std::string& statement : statements) {
+      (void)session().sql().Change(statement, std::nullopt);
+    }
+    EXPECT_TRUE(guard.Commit());
+    return std::to_string(LastEntry());
+  }
+  std::string Rename(const std::string& name) {
+    return Work("rename to " + name, {"UPDATE Tenants SET LastName='" + name + "' WHERE RID=62"});
+  }
+
+  [[nodiscard]] std::vector<std::string> Whats(HistoryQuery query) {
+    std::vector<std::string> whats;
+    for (const auto& row : HistoryTable(session(), query).rows) {
+      if (qorcred::NumericValue(row[0]) > static_cast<double>(last_)) {
+        whats.push_back(TextOrEmpty(row[4]));
+      }
+    }
+    return whats;
+  }
+  [[nodiscard]] std::vector<std::string> Steps() {
+    std::vector<std::string> steps;
+    for (const ProgramStep& step : session().sql().steps().List(kUnit)) {
+      steps.push_back(step.kind + " " + std::to_string(step.subjectRid) + " " + step.code);
+    }
+    return steps;
+  }
+  /// What the undoing raised.
+  [[nodiscard]] std::string Refusal(const std::string& entry) {
+    try {
+      (void)UndoEntry(session(), entry, Trial::kNo);
+    } catch (const ChangedSince& refusal) {
+      return refusal.what();
+    }
+    return "";
+  }
+
+  std::int64_t last_ = 0;  // the last entry of the demo building
+};
+
+TEST_F(HistoryTest, ListsWhatWasDoneWithItsRows) {
+  const std::string entry = Rename("Berg");
+  const Table table = HistoryTable(session(), {});
+  const std::vector<qorcred::Value>& row = table.rows.back();
+  EXPECT_EQ(TextOrEmpty(row[0]), entry);
+  EXPECT_EQ(TextOrEmpty(row[1]), "2026-01-31 12:00:00");
+  EXPECT_EQ(TextOrEmpty(row[2]), "anna");
+  EXPECT_EQ(TextOrEmpty(row[3]), "2");
+  EXPECT_EQ(TextOrEmpty(row[4]), "rename to Berg");
+  EXPECT_EQ(TextOrEmpty(row[5]), "Tenants: 1 changed");
+}
+
+TEST_F(HistoryTest, IsNarrowedByUnitTimeNameSubjectAndNumber) {
+  Rename("Berg");
+  Rename("Cole");
+  EXPECT_THAT(Whats({}), ElementsAre("rename to Berg", "rename to Cole"));
+  HistoryQuery query;
+  query.unitKey = 1;
+  EXPECT_THAT(Whats(query), IsEmpty());
+  query = {};
+  query.since = "2026-02-01";
+  EXPECT_THAT(Whats(query), IsEmpty());
+  query.since = "2026-01-31";
+  EXPECT_THAT(Whats(query), testing::SizeIs(2));
+  query.since = "1d";
+  EXPECT_THAT(Whats(query), testing::SizeIs(2));
+  query = {};
+  query.who = "ANN";
+  EXPECT_THAT(Whats(query), testing::SizeIs(2));
+  query.who = "bob";
+  EXPECT_THAT(Whats(query), IsEmpty());
+  query = {};
+  query.subject = "cole";
+  EXPECT_THAT(Whats(query), ElementsAre("rename to Cole"));
+  query = {};
+  query.latest = 1;
+  EXPECT_THAT(Whats(query), ElementsAre("rename to Cole"));
+}
+
+TEST_F(HistoryTest, ADateThatIsNoneIsAFault) {
+  HistoryQuery query;
+  query.since = "yesterday";
+  EXPECT_EQ(FieldAtFault([&] { (void)HistoryTable(session(), query); }), history_input::kSince);
+}
+
+TEST_F(HistoryTest, ShowsTheFieldsBeforeAndAfter) {
+  const std::string name = Cell("SELECT LastName FROM Tenants WHERE RID=62");
+  const std::string entry = Rename("Berg");
+  const Table table = EntryTable(session(), EntryOf(session(), entry).entry);
+  ASSERT_EQ(table.rows.size(), 1U);
+  EXPECT_EQ(TextOrEmpty(table.rows[0][0]), "Tenants");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][1]), "62");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][2]), "changed");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][3]), "LastName");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][4]), name);
+  EXPECT_EQ(TextOrEmpty(table.rows[0][5]), "Berg");
+}
+
+TEST_F(HistoryTest, AnEntryThatIsNotThereIsAFault) {
+  EXPECT_EQ(FieldAtFault([&] { (void)EntryOf(session(), "9999"); }), history_input::kEntry);
+  EXPECT_EQ(FieldAtFault([&] { (void)EntryOf(session(), "twelve"); }), history_input::kEntry);
+}
+
+TEST_F(HistoryTest, AnUndoneEntryIsWrittenBackQueuedAndNoted) {
+  const std::string name = Cell("SELECT LastName FROM Tenants WHERE RID=62");
+  const std::string entry = Rename("Berg");
+  EXPECT_EQ(UndoEntry(session(), entry, Trial::kNo).rows, 1U);
+  EXPECT_EQ(Cell("SELECT LastName FROM Tenants WHERE RID=62"), name);
+  EXPECT_THAT(Steps(), ElementsAre("program tenant 62 "));
+  EXPECT_THAT(Whats({}), ElementsAre("rename to Berg", "undo entry " + entry + ": rename to Berg"));
+}
+
+TEST_F(HistoryTest, ATrialChangesNothing) {
+  const std::string entry = Rename("Berg");
+  EXPECT_EQ(UndoEntry(session(), entry, Trial::kYes).rows, 1U);
+  EXPECT_EQ(Cell("SELECT LastName FROM Tenants WHERE RID=62"), "Berg");
+  EXPECT_THAT(Steps(), IsEmpty());
+  EXPECT_THAT(Whats({}), ElementsAre("rename to Berg"));
+}
+
+TEST_F(HistoryTest, AnUndoIsUndone) {
+  const std::string entry = Rename("Berg");
+  (void)UndoEntry(session(), entry, Trial::kNo);
+  (void)UndoEntry(session(), std::to_string(LastEntry()), Trial::kNo);
+  EXPECT_EQ(Cell("SELECT LastName FROM Tenants WHERE RID=62"), "Berg");
+}
+
+TEST_F(HistoryTest, SeveralEntriesAreUndoneFromTheLast) {
+  const std::string name = Cell("SELECT LastName FROM Tenants WHERE RID=62");
+  const std::string first = Work("one", {"UPDATE Tenants SET LastName='Berg', "
+                                         "LASTMODIFIEDDATE='_LMDATE_' WHERE RID=62"});
+  const std::string second = Work("two", {"UPDATE Tenants SET LastName='Cole', "
+                                          "LASTMODIFIEDDATE='_LMDATE_' WHERE RID=62"});
+  (void)UndoEntry(session(), second, Trial::kNo);
+  (void)UndoEntry(session(), first, Trial::kNo);
+  EXPECT_EQ(Cell("SELECT LastName FROM Tenants WHERE RID=62"), name);
+}
+
+TEST_F(HistoryTest, RowsThatWereChangedSinceAreRefusedWithWhoAndWhat) {
+  const std::string first = Rename("Berg");
+  const std::string second = Rename("Cole");
+  EXPECT_EQ(Refusal(first),
+            "entry " + first +
+                " (rename to Berg, by anna, 2026-01-31 12:00:00 UTC) cannot be "
+                "undone: row 62 of Tenants is no more as it left it, since entry " +
+                second +
+                " (rename to Cole, by anna, 2026-01-31 12:00:00 UTC); nothing was changed");
+  EXPECT_EQ(Cell("SELECT LastName FROM Tenants WHERE RID=62"), "Cole");
+  EXPECT_THAT(Steps(), IsEmpty());
+}
+
+TEST_F(HistoryTest, OneRowThatWasChangedSinceRefusesAll) {
+  const std::string both = Work("two", {"UPDATE Tenants SET LastName='Berg' WHERE RID=62",
+                                        "UPDATE Tenants SET LastName='Berg' WHERE RID=63"});
+  Rename("Cole");
+  EXPECT_THAT(Refusal(both), HasSubstr("row 62 of Tenants"));
+  EXPECT_EQ(Cell("SELECT LastName FROM Tenants WHERE RID=63"), "Berg");
+}
+
+TEST_F(HistoryTest, ARowInTheMiddleOfARunIsWatchedToo) {
+  const std::string insert =
+      "INSERT INTO CredentialBank (UnitKey, CredentialType, PINNo, FacilityCode) VALUES (2, 1, ";
+  const std::string run =
+      Work("three cards", {insert + "901, 7)", insert + "902, 7)", insert + "903, 7)"});
+  const std::string rid = Cell("SELECT RID FROM CredentialBank WHERE PINNo=902 AND UnitKey=2");
+  const std::string renumbered =
+      Work("renumber", {"UPDATE CredentialBank SET PINNo=999 WHERE RID=" + rid});
+  EXPECT_THAT(Refusal(run), HasSubstr("row " + rid +
+                                      " of CredentialBank is no more as it left it, "
+                                      "since entry " +
+                                      renumbered));
+  (void)UndoEntry(session(), renumbered, Trial::kNo);
+  EXPECT_EQ(UndoEntry(session(), run, Trial::kNo).rows, 3U);
+  EXPECT_EQ(CountOf("SELECT RID FROM CredentialBank WHERE PINNo IN (901, 902, 903)"), 0U);
+}
+
+TEST_F(HistoryTest, TheHolderOfACardThatComesBackIsProgrammed) {
+  const std::string card = Cell("SELECT CREDENTIALID1 FROM Tenants WHERE RID=62");
+  ASSERT_FALSE(card.empty());
+  const std::string entry = Work("delete", {"UPDATE Tenants SET CREDENTIALID1=NULL WHERE RID=62",
+                                            "DELETE FROM CredentialBank WHERE RID=" + card});
+  EXPECT_EQ(UndoEntry(session(), entry, Trial::kNo).rows, 2U);
+  EXPECT_EQ(Cell("SELECT CREDENTIALID1 FROM Tenants WHERE RID=62"), card);
+  EXPECT_EQ(CountOf("SELECT RID FROM CredentialBank WHERE RID=" + card), 1U);
+  EXPECT_THAT(Steps(), ElementsAre("program tenant 62 "));
+}
+
+TEST_F(HistoryTest, ADeletedCodeIsProgrammedAgain) {
+  Run("UPDATE DirectoryCode SET MODIFIED=0 WHERE RID=11");
+  const std::string entry = Work("delete", {"DELETE FROM DirectoryCode WHERE RID=11"});
+  (void)UndoEntry(session(), entry, Trial::kNo);
+  EXPECT_EQ(Cell("SELECT DIRECTORYCODE FROM DirectoryCode WHERE RID=11"), "101");
+  EXPECT_EQ(Cell("SELECT MODIFIED FROM DirectoryCode WHERE RID=11"), "2");
+  EXPECT_THAT(Steps(), ElementsAre("program directory code 11 "));
+}
+
+TEST_F(HistoryTest, ANewCodeThatTheUnitHasIsTakenFromIt) {
+  const std::string entry = Work(
+      "add", {"INSERT INTO DirectoryCode (UNITKEY, DIRECTORYCODE, MODIFIED) VALUES (2, 777, 1)"});
+  Run("UPDATE DirectoryCode SET MODIFIED=0, OLDDIRECTORYCODE=777 WHERE DIRECTORYCODE=777");
+  const std::string rid = Cell("SELECT RID FROM DirectoryCode WHERE DIRECTORYCODE=777");
+  (void)UndoEntry(session(), entry, Trial::kNo);
+  EXPECT_THAT(Steps(), ElementsAre("delete directory code " + rid + " 777"));
+}
+
+TEST_F(HistoryTest, ANewCodeThatTheUnitNeverHadLeavesNoStep) {
+  const std::string entry = Work(
+      "add", {"INSERT INTO DirectoryCode (UNITKEY, DIRECTORYCODE, MODIFIED) VALUES (2, 777, 1)"});
+  const std::string rid = Cell("SELECT RID FROM DirectoryCode WHERE DIRECTORYCODE=777");
+  session().sql().steps().Queue(kUnit, step::kProgramDirectoryCode, std::stoi(rid));
+  (void)UndoEntry(session(), entry, Trial::kNo);
+  EXPECT_EQ(CountOf("SELECT RID FROM DirectoryCode WHERE DIRECTORYCODE=777"), 0U);
+  EXPECT_THAT(Steps(), IsEmpty());
+}
+
+TEST_F(HistoryTest, ARenumberedCodeIsChangedBackInTheUnit) {
+  Run("UPDATE DirectoryCode SET MODIFIED=0, OLDDIRECTORYCODE=101 WHERE RID=11");
+  const std::string entry =
+      Work("renumber", {"UPDATE DirectoryCode SET DIRECTORYCODE=777, MODIFIED=2 WHERE RID=11"});
+  // The unit was told meanwhile.
+  Run("UPDATE DirectoryCode SET MODIFIED=0, OLDDIRECTORYCODE=777 WHERE RID=11");
+  (void)UndoEntry(session(), entry, Trial::kNo);
+  EXPECT_EQ(Cell("SELECT DIRECTORYCODE FROM DirectoryCode WHERE RID=11"), "101");
+  EXPECT_EQ(Cell("SELECT MODIFIED FROM DirectoryCode WHERE RID=11"), "2");
+  EXPECT_EQ(Cell("SELECT OLDDIRECTORYCODE FROM DirectoryCode WHERE RID=11"), "777");
+  EXPECT_THAT(Steps(), ElementsAre("change directory code 11 777"));
+}
+
+TEST_F(HistoryTest, AnAlteredEntryIsFound) {
+  EXPECT_THAT(FaultsOfHistory(session(), {}), IsEmpty());
+  const std::string entry = Rename("Berg");
+  const std::vector<ChainHead> heads = session().sql().audit().Heads();
+  EXPECT_THAT(FaultsOfHistory(session(), heads), IsEmpty());
+  Run("UPDATE AuditEntries SET Who='bob' WHERE RID=" + entry);
+  EXPECT_THAT(
+      FaultsOfHistory(session(), {}),
+      ElementsAre("entry " + entry + " is not as it was written, or one that it follows is not"));
+}
+
+TEST_F(HistoryTest, EntriesThatWereRemovedFromTheEndAreFoundByANotedHead) {
+  Rename("Berg");
+  const std::vector<ChainHead> before = session().sql().audit().Heads();
+  const std::string entry = Rename("Cole");
+  std::vector<ChainHead> noted = session().sql().audit().Heads();
+  std::erase_if(noted, [](const ChainHead& head) { return head.unitKey != kUnit; });
+  Run("DELETE FROM AuditEntries WHERE RID=" + entry);
+  for (const ChainHead& head : before) {
+    Run("UPDATE UnitVersions SET Entry=" + std::to_string(head.entry) +
+        " WHERE UnitKey=" + std::to_string(head.unitKey));
+  }
+  EXPECT_THAT(FaultsOfHistory(session(), {}), IsEmpty());
+  EXPECT_THAT(FaultsOfHistory(session(), noted),
+              ElementsAre("entry " + entry + " of unit 2 is not the one that was noted"));
+}
+
+TEST(HistoryHeads, AreReadAsTheyAreWritten) {
+  const ChainHead head{3, 57, std::string(64, 'a')};
+  EXPECT_EQ(ReadHead(TextOf(head)), head);
+  for (const char* text : {"", ":", "3", "3:57", "3:57:abc", "x:57:", "3::"}) {
+    EXPECT_EQ(FieldAtFault([&] { (void)ReadHead(text); }), history_input::kHead) << text;
+  }
+}
+
+}  // namespace
+}  // namespace qorhost::test
