@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <set>
 #include <string>
@@ -14,6 +15,7 @@
 #include "frame/siblings.h"
 #include "frame/text.h"
 #include "host/desks/history.h"
+#include "host/desks/store_check.h"
 #include "host/store/step_queue.h"
 
 namespace qorhost {
@@ -92,14 +94,38 @@ class Undoing {
   /// Returns how many rows are as they were.
   std::size_t Run() {
     RequireRunsUnchanged();
+    const std::vector<Finding> before = Findings();
     for (auto change = changes_.rbegin(); change != changes_.rend(); ++change) {
       Undo(*change);
     }
     ProgramTenants();
+    RequireNoneBeside(before);
     return rows_;
   }
 
  private:
+  [[nodiscard]] std::vector<Finding> Findings() {
+    std::vector<Finding> all;
+    for (const UnitName& unit : session_.Units()) {
+      if (entry_.unitKey.value_or(unit.key) == unit.key) {
+        std::vector<Finding> some = FindingsIn(session_, unit.key);
+        std::move(some.begin(), some.end(), std::back_inserter(all));
+      }
+    }
+    return all;
+  }
+
+  /// What came later may build on what is undone: a card may be held by now, its number be taken
+  /// again, the room for it be full.
+  void RequireNoneBeside(const std::vector<Finding>& before) {
+    for (const Finding& after : Findings()) {
+      if (std::find(before.begin(), before.end(), after) == before.end()) {
+        throw ChangedSince(fmt::format("{} cannot be undone: {} then; nothing was changed",
+                                       DescriptionOf(entry_), after.what));
+      }
+    }
+  }
+
   void RequireRunsUnchanged() {
     const bool hasRun = std::any_of(changes_.begin(), changes_.end(), [](const RowChange& change) {
       return change.lastRid > change.rid;

@@ -10,7 +10,7 @@
 
 namespace qorhost {
 
-/// Rows that are no more as the entry left them: somebody has changed them since.
+/// Rows that are no more as the entry left them, or others that build on them by now.
 class ChangedSince : public RefusedError {
  public:
   using RefusedError::RefusedError;
@@ -27,7 +27,8 @@ enum class Trial : bool { kNo, kYes };
 /// Writes the rows back as they were before the entry, queues the steps that program them, and
 /// leaves an entry of its own, all as one unit of work. What the unit holds is the unit's: states
 /// and former codes of directory codes are not put back. Raises InputFault when there is no such
-/// entry, and ChangedSince, which says which row, who and what: nothing was changed then.
+/// entry, and ChangedSince, which says which row, who and what, or what would be wrong then:
+/// nothing was changed.
 [[nodiscard]] UndoneWork UndoEntry(DeskSession& session, std::string_view number, Trial trial);
 
 }  // namespace qorhost

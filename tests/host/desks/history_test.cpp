@@ -263,6 +263,23 @@ TEST_F(HistoryTest, ARenumberedCodeIsChangedBackInTheUnit) {
   EXPECT_THAT(Steps(), ElementsAre("change directory code 11 777"));
 }
 
+TEST_F(HistoryTest, ACardThatSomebodyHoldsByNowStays) {
+  const std::string entry =
+      Work("issue", {"INSERT INTO CredentialBank (UnitKey, CredentialType, PINNo, FacilityCode) "
+                     "VALUES (2, 1, 901, 7)"});
+  const std::string rid = Cell("SELECT RID FROM CredentialBank WHERE PINNo=901 AND UnitKey=2");
+  Work("assign", {"UPDATE Tenants SET CREDENTIALID2=" + rid + " WHERE RID=62"});
+  EXPECT_THAT(Refusal(entry), HasSubstr("holds the credential RID " + rid +
+                                        ", which is not there then; nothing was changed"));
+  EXPECT_EQ(CountOf("SELECT RID FROM CredentialBank WHERE RID=" + rid), 1U);
+}
+
+TEST_F(HistoryTest, ADeletedCodeDoesNotComeBackBesideItsSuccessor) {
+  const std::string entry = Work("delete", {"DELETE FROM DirectoryCode WHERE RID=11"});
+  Work("add", {"INSERT INTO DirectoryCode (UNITKEY, DIRECTORYCODE, MODIFIED) VALUES (2, 101, 1)"});
+  EXPECT_THAT(Refusal(entry), HasSubstr("directory code 101 is there twice"));
+}
+
 TEST_F(HistoryTest, AnAlteredEntryIsFound) {
   EXPECT_THAT(FaultsOfHistory(session(), {}), IsEmpty());
   const std::string entry = Rename("Berg");

@@ -1,0 +1,201 @@
+#include "host/desks/store_check.h"
+
+#include <fmt/format.h>
+
+#include <map>
+#include <optional>
+#include <set>
+#include <tuple>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "credentials/credential_type.h"
+#include "frame/convert.h"
+#include "frame/row_state.h"
+#include "frame/text.h"
+#include "host/components/application_object.h"
+#include "host/desks/credential_types.h"
+#include "host/desks/tenant_name.h"
+#include "host/desks/unit_settings.h"
+#include "host/desks/words.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Value;
+
+std::string TextOf(const Value& cell) {
+  return std::string(qorcred::Trim(qorcred::TextOrEmpty(cell)));
+}
+
+bool IsSet(const Value& cell) {
+  return !TextOf(cell).empty();
+}
+
+/// Looks one unit over.
+class UnitCheck {
+ public:
+  UnitCheck(DeskSession& session, std::int32_t unitKey) : session_(session), unitKey_(unitKey) {}
+
+  std::vector<Finding> Run() {
+    LookAtCredentials();
+    LookAtCodes();
+    LookAtTenants();
+    LookAtCapacity();
+    return std::move(findings_);
+  }
+
+ private:
+  void Add(std::string what, std::string advice) {
+    findings_.push_back({unitKey_, std::move(what), std::move(advice)});
+  }
+
+  [[nodiscard]] QueryResult Select(std::string_view columns, std::string_view table) const {
+    return session_.sql().Select(
+        fmt::format("SELECT {} FROM {} WHERE UnitKey={} ORDER BY RID", columns, table, unitKey_));
+  }
+
+  void LookAtCredentials() {
+    const QueryResult rows =
+        Select("RID, CredentialType, PINNo, FacilityCode, IDCode, SequenceNumber, ButtonNumber",
+               "CredentialBank");
+    using Number = std::tuple<double, double, double, double, double, double>;
+    std::map<Number, std::int32_t> seen;
+    for (const ResultRow row : rows.rows()) {
+      const std::int32_t rid = qorcred::ToLong(row[0]);
+      const double type = qorcred::NumericValue(row[1]);
+      // A card is told by its number and facility code, a transmitter by the other codes as well.
+      const auto code = [&](std::int32_t column) {
+        return type == qorcred::kTransmitter ? qorcred::NumericValue(row[column]) : 0;
+      };
+      const auto [same, isFirst] =
+          seen.try_emplace(Number{type, qorcred::NumericValue(row[2]),
+                                  qorcred::NumericValue(row[3]), code(4), code(5), code(6)},
+                           rid);
+      const std::string name = fmt::format("{}-{}", ScreenLabelOf(type), TextOf(row[2]));
+      cards_.emplace(rid, name);
+      if (!isFirst) {
+        Add(fmt::format("{} is there twice, as RID {} and RID {}", name, same->second, rid),
+            fmt::format("give one of them another number, or delete it: 'qorhost credentials "
+                        "delete rid:{}'",
+                        rid));
+      }
+    }
+  }
+
+  void LookAtCodes() {
+    const QueryResult rows =
+        Select("RID, DIRECTORYCODE, MODIFIED, STARTDATE, ENDDATE", "DirectoryCode");
+    std::unordered_map<std::string, std::int32_t> seen;
+    for (const ResultRow row : rows.rows()) {
+      const std::int32_t rid = qorcred::ToLong(row[0]);
+      codes_.insert(rid);
+      const bool isDeleted =
+          qorcred::NumericValue(row[2]) == qorcred::row_state::kDeleted && IsSet(row[2]);
+      if (qorcred::NumericValue(row[1]) < 0 || isDeleted) {
+        continue;
+      }
+      const std::string code = TextOf(row[1]);
+      const auto [same, isFirst] = seen.try_emplace(code, rid);
+      if (!isFirst) {
+        Add(fmt::format("directory code {} is there twice, as RID {} and RID {}", code,
+                        same->second, rid),
+            fmt::format("give one of them another number, or delete it: 'qorhost dircodes delete "
+                        "rid:{}'",
+                        rid));
+      }
+      LookAtPeriod(row[3], row[4], "directory code " + code, "'qorhost dircodes edit'");
+    }
+  }
+
+  void LookAtTenants() {
+    const QueryResult rows =
+        Select(fmt::format("RID, {}, CREDENTIALID1, CREDENTIALID2, DIRECTORYCODE, "
+                           "ACTIVESTARTTIME, ACTIVEENDTIME",
+                           kTenantName),
+               "Tenants");
+    for (const ResultRow row : rows.rows()) {
+      const std::string name = WithRid(TextOf(row[1]), qorcred::ToLong(row[0]));
+      LookAtHeld(row[2], name);
+      LookAtHeld(row[3], name);
+      if (IsSet(row[4]) && !codes_.contains(qorcred::ToLong(row[4]))) {
+        Add(fmt::format("tenant {} has the directory code RID {}, which is not there", name,
+                        TextOf(row[4])),
+            "give the tenant another directory code, or none");
+      }
+      LookAtPeriod(row[5], row[6], "tenant " + name, "the tenant's period");
+    }
+  }
+
+  void LookAtHeld(const Value& held, const std::string& tenant) {
+    if (!IsSet(held)) {
+      return;
+    }
+    const std::int32_t rid = qorcred::ToLong(held);
+    const auto card = cards_.find(rid);
+    if (card == cards_.end()) {
+      Add(fmt::format("tenant {} holds the credential RID {}, which is not there", tenant, rid),
+          "give the tenant another credential, or none");
+      return;
+    }
+    const auto [holder, isFirst] = holders_.try_emplace(rid, tenant);
+    if (!isFirst) {
+      Add(fmt::format("{} is held by {} and by {}", WithRid(card->second, rid), holder->second,
+                      tenant),
+          fmt::format("give it to the right one: 'qorhost credentials assign rid:{} --tenant NAME'",
+                      rid));
+    }
+  }
+
+  void LookAtPeriod(const Value& start, const Value& end, const std::string& what,
+                    std::string_view change) {
+    const auto* first = start.As<qorcred::Date>();
+    const auto* last = end.As<qorcred::Date>();
+    if (first != nullptr && last != nullptr && qorcred::SecondsBetween(*first, *last) < 0) {
+      Add(fmt::format("the period of {} ends before it begins", what),
+          fmt::format("change {}", change));
+    }
+  }
+
+  void LookAtCapacity() {
+    const std::optional<std::int32_t> capacity = CapacityOf(session_, unitKey_);
+    if (!capacity) {
+      Add("its capacity is not known", "give the unit settings with a type that has a capacity");
+      return;
+    }
+    const UnitStatus status = ReadUnitStatus(session_.sql(), unitKey_);
+    const std::int64_t used = status.credentials + status.entryCodes + status.directoryCodes;
+    if (used > *capacity) {
+      Add(fmt::format("{} codes are in use, and the unit takes {}", used, *capacity),
+          "delete what is not needed: nothing can be added before");
+    }
+  }
+
+  DeskSession& session_;
+  std::int32_t unitKey_;
+  std::vector<Finding> findings_;
+  std::unordered_map<std::int32_t, std::string> cards_;    // names by RID
+  std::unordered_set<std::int32_t> codes_;                 // RIDs
+  std::unordered_map<std::int32_t, std::string> holders_;  // tenants by the credential's RID
+};
+
+}  // namespace
+
+std::vector<Finding> FindingsIn(DeskSession& session, std::int32_t unitKey) {
+  return UnitCheck(session, unitKey).Run();
+}
+
+Table FindingTable(DeskSession& session, const std::vector<UnitName>& units) {
+  Table table;
+  table.columns = {{"Unit", "unit"}, {"What is wrong", "fault"}, {"How to mend it", "advice"}};
+  for (const UnitName& unit : units) {
+    for (Finding& fault : FindingsIn(session, unit.key)) {
+      table.rows.push_back({unit.key, std::move(fault.what), std::move(fault.advice)});
+    }
+  }
+  return table;
+}
+
+}  // namespace qorhost

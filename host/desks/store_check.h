@@ -1,0 +1,29 @@
+// Looks a store over for what must not be in it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "host/desks/session.h"
+#include "host/files/table.h"
+
+namespace qorhost {
+
+/// Something that is not as it must be.
+struct Finding {
+  std::int32_t unitKey = 0;
+  std::string what;    ///< a sentence without its end
+  std::string advice;  ///< how to mend it
+  friend bool operator==(const Finding&, const Finding&) = default;
+};
+
+/// What is wrong with the rows of a unit: numbers and codes that are there twice, links that point
+/// nowhere, credentials with two holders, more codes than the unit takes, periods that end before
+/// they begin. Takes time linear in the rows.
+[[nodiscard]] std::vector<Finding> FindingsIn(DeskSession& session, std::int32_t unitKey);
+
+/// The findings in these units as rows.
+[[nodiscard]] Table FindingTable(DeskSession& session, const std::vector<UnitName>& units);
+
+}  // namespace qorhost
