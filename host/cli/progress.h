@@ -35,7 +35,7 @@ class ProgressBar {
 };
 
 /// A handler that shows a bar for work of kWorthABar parts and more, wiped when the handler goes.
-/// None when nobody watches, or when a transcript is written to the same place.
+/// None when nobody watches, or when a trace is written to the same place.
 [[nodiscard]] Progress BarOn(Console& console, bool traced);
 
 }  // namespace qorhost

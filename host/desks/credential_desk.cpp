@@ -85,7 +85,7 @@ CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskS
 
 void CredentialDesk::StartController() {
   controller_.emplace("clsCredential", session_.host(), session_.tracer());
-  controller_->Set("gmobjCredentialScreen", session_.Visible(screen_));
+  controller_->Set("gmobjCredentialScreen", qorcred::ObjectRef(screen_));
 }
 
 CredentialDesk::~CredentialDesk() {

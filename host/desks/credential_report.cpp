@@ -63,7 +63,7 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
       shown_(session, unitKey),
       filter_(session, conditions.size()),
       controller_("clsCredentialReport", session.host(), session.tracer()) {
-  controller_.Set("gfrmTxFilter", filter_.visible());
+  controller_.Set("gfrmTxFilter", filter_.screen());
   controller_.Set("mlngUnitKey", unitKey);
   shown_.TakeUnit();
   controller_.Run<&qorcred::clsCredentialReport::pbPopulateArrOperators>();

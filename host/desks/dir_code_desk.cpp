@@ -66,7 +66,7 @@ DirCodeDesk::DirCodeDesk(DeskSession& session, std::int32_t unitKey)
 
 void DirCodeDesk::StartController() {
   controller_.emplace("clsDirCode", session_.host(), session_.tracer());
-  controller_->Set("mobjDirCodeScreen", session_.Visible(screen_));
+  controller_->Set("mobjDirCodeScreen", qorcred::ObjectRef(screen_));
 }
 
 DirCodeDesk::~DirCodeDesk() {

@@ -155,7 +155,7 @@ DirCodeReport::DirCodeReport(DeskSession& session, std::int32_t unitKey)
       filter_(session, kMostConditions),
       controller_("clsDirCodeReport", session.host(), session.tracer()) {
   const OperationRecord opening(session_);
-  controller_.Set("gfrmTxFilter", filter_.visible());
+  controller_.Set("gfrmTxFilter", filter_.screen());
   controller_.Set("mlngUnitKey", unitKey);
   controller_.Run<&qorcred::clsDirCodeReport::pbPopulateArrOperators>();
   controller_.Run<&qorcred::clsDirCodeReport::pbComboData>(session_.connection());
@@ -185,11 +185,11 @@ Outcome DirCodeReport::Compose() {
 
 Outcome DirCodeReport::Run() {
   OperationRecord showing(session_);
-  qorcred::ObjectRef visible = session_.Visible("objGrid", grid_);
+  qorcred::ObjectRef grid = grid_;
   qorcred::ObjectRef layout;
   const qorcred::ObjectRef noValueItem;
   controller_.Run<&qorcred::clsDirCodeReport::pvDirCodeReportResult>(
-      unitKey_, session_.connection(), visible, statement_, layout, noValueItem);
+      unitKey_, session_.connection(), grid, statement_, layout, noValueItem);
 
   for (std::size_t index = 0; index < grid_->columns().size(); ++index) {
     const GridColumnModel& column = grid_->columns().at(index);

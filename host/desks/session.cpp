@@ -9,13 +9,11 @@
 #include "frame/siblings.h"
 #include "host/desks/desk_error.h"
 #include "host/store/observed_store.h"
-#include "trace/tracing_services.h"
 
 namespace qorhost {
 
 using qorcred::MessageButton;
 using qorcred::MessageStyle;
-using qorcred::ObjectRef;
 
 DeskSession::DeskSession(std::unique_ptr<Store> store, Surroundings surroundings)
     : surroundings_(std::move(surroundings)),
@@ -23,17 +21,11 @@ DeskSession::DeskSession(std::unique_ptr<Store> store, Surroundings surroundings
                                   : nullptr),
       connection_(
           std::make_shared<StoreConnection>(Watched(std::move(store)), surroundings_.clock)),
-      visibleConnection_(connection_),
       storeHost_(MakeServices()) {
   connection_->store().SetPatience(surroundings_.patience);
   sql().work().SignAs(surroundings_.author);
   if (tracer_ != nullptr) {
     tracedHost_ = std::make_unique<qorcred::trace::TracedHost>(storeHost_, tracer_);
-  } else if (surroundings_.transcript) {
-    visibleConnection_ =
-        std::make_shared<qorcred::trace::TracingConnection>(connection_, surroundings_.transcript);
-    tracingHost_ =
-        std::make_unique<qorcred::trace::TracingHost>(storeHost_, surroundings_.transcript);
   }
 }
 
@@ -139,30 +131,6 @@ void DeskSession::NoteFailure(std::string_view failure) {
 
 qorcred::Host& DeskSession::host() {
   return tracedHost_ != nullptr ? *tracedHost_ : ownHost();
-}
-
-qorcred::Host& DeskSession::ownHost() {
-  if (tracingHost_ != nullptr) {
-    return *tracingHost_;
-  }
-  return storeHost_;
-}
-
-ObjectRef DeskSession::Visible(const std::shared_ptr<ScreenModel>& screen) const {
-  if (tracer_ != nullptr || !surroundings_.transcript) {
-    return screen;
-  }
-  return std::make_shared<qorcred::trace::TracingScreen>(
-      screen, surroundings_.transcript,
-      [model = screen.get()](std::string_view name) { return model->SpelledName(name); });
-}
-
-ObjectRef DeskSession::Visible(std::string name, ObjectRef object) const {
-  if (tracer_ != nullptr || !surroundings_.transcript) {
-    return object;
-  }
-  return std::make_shared<qorcred::trace::TracingControl>(std::move(name), std::move(object),
-                                                          surroundings_.transcript);
 }
 
 std::vector<UnitName> DeskSession::Units() {

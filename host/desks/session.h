@@ -17,7 +17,6 @@
 #include "host/store/store_connection.h"
 #include "trace/traced_controller.h"
 #include "trace/traced_host.h"
-#include "trace/tracing_host.h"
 
 namespace qorhost {
 
@@ -36,10 +35,9 @@ struct NewMessage {
 struct Surroundings {
   MessageBox messageBox;  ///< none: notices are closed with OK, questions answered No
   Clock clock = SystemClock();
-  Author author;                              ///< signs what is stored
-  Patience patience;                          ///< with others who write
-  qorcred::trace::TraceSink trace;            ///< none: nothing is traced
-  qorcred::trace::TranscriptSink transcript;  ///< the short lines of tests; not with a trace
+  Author author;                    ///< signs what is stored
+  Patience patience;                ///< with others who write
+  qorcred::trace::TraceSink trace;  ///< none: nothing is traced
 };
 
 struct UnitName {
@@ -51,8 +49,8 @@ struct UnitName {
 template <typename Class>
 using Controlled = qorcred::trace::TracedController<Class>;
 
-/// Keeps everything that controllers need alive: the connection and the host, each behind its
-/// decorator when there is a trace or a transcript. One thread.
+/// Keeps everything that controllers need alive: the connection, and the host, behind its decorator
+/// when there is a trace. One thread.
 class DeskSession {
  public:
   DeskSession(std::unique_ptr<Store> store, Surroundings surroundings);
@@ -62,15 +60,12 @@ class DeskSession {
   /// The host and connection to hand to controllers.
   [[nodiscard]] qorcred::Host& host();
   /// The host for what a desk does itself: that is no call of a controller's.
-  [[nodiscard]] qorcred::Host& ownHost();
-  [[nodiscard]] const qorcred::ObjectRef& connection() const { return visibleConnection_; }
+  [[nodiscard]] qorcred::Host& ownHost() { return storeHost_; }
+  [[nodiscard]] qorcred::ObjectRef connection() const { return connection_; }
   /// Writes the trace; null without one.
   [[nodiscard]] const std::shared_ptr<qorcred::trace::Tracer>& tracer() const { return tracer_; }
-  /// A screen, or any other object under a name, as controllers are to see it.
-  [[nodiscard]] qorcred::ObjectRef Visible(const std::shared_ptr<ScreenModel>& screen) const;
-  [[nodiscard]] qorcred::ObjectRef Visible(std::string name, qorcred::ObjectRef object) const;
 
-  /// The store itself, past every tracing.
+  /// The store for what a desk asks itself: statements of the host's own in a trace.
   [[nodiscard]] SqlSession& sql() { return connection_->session(); }
   [[nodiscard]] qorcred::Date Today() { return qorcred::DayOf(surroundings_.clock()); }
   [[nodiscard]] std::vector<UnitName> Units();
@@ -95,10 +90,8 @@ class DeskSession {
   bool unattended_ = false;             // all messages are answered without being shown
   std::shared_ptr<qorcred::trace::Tracer> tracer_;
   std::shared_ptr<StoreConnection> connection_;
-  qorcred::ObjectRef visibleConnection_;
   StoreHost storeHost_;
   std::unique_ptr<qorcred::trace::TracedHost> tracedHost_;
-  std::unique_ptr<qorcred::trace::TracingHost> tracingHost_;
 };
 
 /// While it lives, messages are shown to nobody: notices are closed with OK, questions answered so.

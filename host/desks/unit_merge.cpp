@@ -81,7 +81,7 @@ UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReadi
       rules_(RulesFor(reading, badLines)),
       connectionScreen_(MakeConnectionScreen(unit_.firmware)),
       controller_("clsDirCode", session.host(), session.tracer()) {
-  controller_.Set("mfrmConnectionScreen", session.Visible(connectionScreen_));
+  controller_.Set("mfrmConnectionScreen", qorcred::ObjectRef(connectionScreen_));
 }
 
 UnitMerge::~UnitMerge() {

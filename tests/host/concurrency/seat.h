@@ -30,7 +30,7 @@ class Seat {
   void BeforeStatements(std::function<void(int nth)> step);
 
   std::vector<std::string> shown;               // messages, in their order
-  std::vector<std::string> calls;               // the transcript, when it is traced
+  std::vector<std::string> trace;               // empty unless it is traced
   std::function<void(std::string_view)> onBox;  // called when a message is shown
   bool yes = true;
 

@@ -87,8 +87,9 @@ TEST_F(UnitMerges, EqualCodesCallNoStatementThatWrites) {
   Open(true);
   const MergeReport report = Merge(Exported());
   EXPECT_EQ(CountsOf(report), "0 inserted, 0 updated, 0 deleted, 6 unchanged");
-  EXPECT_THAT(calls_, Contains(HasSubstr("BeginTrans")));
-  for (const char* call : {"ExecuteUpdate", "ExecuteInsert", "ExecuteQueryDelete", "Execute \""}) {
+  EXPECT_THAT(calls_, Contains(HasSubstr(".BeginTrans(")));
+  for (const char* call :
+       {".ExecuteUpdate(", ".ExecuteInsert(", ".ExecuteQueryDelete(", ".Execute("}) {
     EXPECT_THAT(calls_, Each(Not(HasSubstr(call))));
   }
 }

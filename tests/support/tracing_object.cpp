@@ -1,9 +1,9 @@
-#include "trace/tracing_object.h"
+#include "tests/support/tracing_object.h"
 
 #include <cstddef>
 #include <utility>
 
-namespace qorcred::trace {
+namespace qortest {
 
 using qorcred::Arguments;
 using qorcred::InvokeKind;
@@ -161,4 +161,4 @@ Value TracingScreen::Invoke(std::string_view member, InvokeKind kind, Arguments 
   return result;
 }
 
-}  // namespace qorcred::trace
+}  // namespace qortest

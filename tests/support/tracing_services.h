@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "trace/tracing_object.h"
+#include "tests/support/tracing_object.h"
 
-namespace qorcred::trace {
+namespace qortest {
 
 /// A connection: `BeginTrans`, `Execute "INSERT ..." -> 1` with the rows affected.
 class TracingConnection final : public TracingObject {
@@ -35,4 +35,4 @@ class TracingComponent final : public TracingObject {
   std::string programmaticId_;
 };
 
-}  // namespace qorcred::trace
+}  // namespace qortest

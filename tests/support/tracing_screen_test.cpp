@@ -3,9 +3,10 @@
 #include "frame/controls.h"
 #include "frame/date.h"
 #include "host/screens/credential_screen.h"
-#include "tests/trace/recorder.h"
-#include "trace/tracing_object.h"
+#include "tests/support/recorder.h"
+#include "tests/support/tracing_object.h"
 
+namespace qortest {
 namespace {
 
 using qorcred::Call;
@@ -13,9 +14,7 @@ using qorcred::Get;
 using qorcred::ObjectRef;
 using qorcred::Put;
 using qorcred::RuntimeError;
-using qorcred::trace::TracingScreen;
 using qorhost::ScreenModel;
-using qortest::Lines;
 
 class TracingScreenTest : public ::testing::Test {
  protected:
@@ -27,7 +26,7 @@ class TracingScreenTest : public ::testing::Test {
   ObjectRef Control(std::string_view name) { return qorcred::RequireObject(Get(*traced_, name)); }
 
   std::shared_ptr<ScreenModel> screen_ = qorhost::MakeTenantCreatingScreen();
-  qortest::Recorder recorder_;
+  Recorder recorder_;
   ObjectRef traced_ = Traced();
 };
 
@@ -111,3 +110,4 @@ TEST_F(TracingScreenTest, KeepsNoControlAlive) {
 }
 
 }  // namespace
+}  // namespace qortest

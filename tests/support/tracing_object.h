@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "frame/object.h"
-#include "trace/transcript.h"
+#include "tests/support/transcript_text.h"
 
-namespace qorcred::trace {
+namespace qortest {
 
 /// Base of the tracing decorators: keeps the decorated object alive as long as itself.
 /// Whatever the decorated object raises is written to the line and raised again.
@@ -71,4 +71,4 @@ class TracingScreen final : public TracingObject {
 /// The object behind any number of tracing decorators; `object` itself when it is not traced.
 [[nodiscard]] qorcred::ObjectRef Undecorated(const qorcred::ObjectRef& object);
 
-}  // namespace qorcred::trace
+}  // namespace qortest

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "frame/host.h"
-#include "trace/transcript.h"
+#include "tests/support/transcript_text.h"
 
-namespace qorcred::trace {
+namespace qortest {
 
 /// Wraps a host, which must outlive it. Components made through it are traced until their last
 /// reference goes; conversions of texts and dates are handed on without a line.
@@ -34,4 +34,4 @@ class TracingHost final : public qorcred::Host {
   TranscriptSink sink_;
 };
 
-}  // namespace qorcred::trace
+}  // namespace qortest

@@ -1,4 +1,4 @@
-#include "trace/tracing_host.h"
+#include "tests/support/tracing_host.h"
 
 #include <gtest/gtest.h>
 
@@ -7,9 +7,10 @@
 #include "frame/data_services.h"
 #include "frame/date.h"
 #include "frame/result_table.h"
-#include "tests/trace/recorder.h"
-#include "trace/tracing_services.h"
+#include "tests/support/recorder.h"
+#include "tests/support/tracing_services.h"
 
+namespace qortest {
 namespace {
 
 using qorcred::Arguments;
@@ -23,9 +24,6 @@ using qorcred::Missing;
 using qorcred::ObjectRef;
 using qorcred::RuntimeError;
 using qorcred::Value;
-using qorcred::trace::TracingConnection;
-using qorcred::trace::TracingHost;
-using qortest::Lines;
 
 /// Answers every call with what the test says.
 class AnsweringObject final : public qorcred::Object {
@@ -89,7 +87,7 @@ class TracingHostTest : public ::testing::Test {
   }
 
   PlainHost plain_;
-  qortest::Recorder recorder_;
+  Recorder recorder_;
   TracingHost host_{plain_, recorder_.Sink()};
   ObjectRef connection_ = std::make_shared<AnsweringObject>(Giving({}));
 };
@@ -255,3 +253,4 @@ TEST_F(TracingHostTest, AReferenceThatAComponentWritesReachesTheCaller) {
 }
 
 }  // namespace
+}  // namespace qortest

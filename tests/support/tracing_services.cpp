@@ -1,4 +1,4 @@
-#include "trace/tracing_services.h"
+#include "tests/support/tracing_services.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -12,7 +12,7 @@
 #include "frame/result_table.h"
 #include "frame/sql_text.h"
 
-namespace qorcred::trace {
+namespace qortest {
 
 using qorcred::Arguments;
 using qorcred::InvokeKind;
@@ -139,4 +139,4 @@ Value TracingComponent::Invoke(std::string_view member, InvokeKind kind, Argumen
   return result;
 }
 
-}  // namespace qorcred::trace
+}  // namespace qortest

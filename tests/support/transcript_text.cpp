@@ -1,11 +1,11 @@
-#include "trace/transcript.h"
+#include "tests/support/transcript_text.h"
 
 #include "frame/control_characters.h"
 #include "frame/convert.h"
 #include "frame/date.h"
 #include "frame/sql_text.h"
 
-namespace qorcred::trace {
+namespace qortest {
 
 using qorcred::Value;
 using qorcred::ValueType;
@@ -79,4 +79,4 @@ std::string FailureSuffix(const qorcred::RuntimeError& failure) {
                          QuotedText(failure.description()));
 }
 
-}  // namespace qorcred::trace
+}  // namespace qortest

@@ -9,7 +9,7 @@
 #include "frame/runtime_error.h"
 #include "frame/value.h"
 
-namespace qorcred::trace {
+namespace qortest {
 
 /// Receives one line of a transcript, without a line end.
 using TranscriptSink = std::function<void(std::string_view)>;
@@ -28,4 +28,4 @@ using TranscriptSink = std::function<void(std::string_view)>;
 /// ` ! 438 "Object doesn't support this property or method"`, the end of the line of a failed call.
 [[nodiscard]] std::string FailureSuffix(const qorcred::RuntimeError& failure);
 
-}  // namespace qorcred::trace
+}  // namespace qortest

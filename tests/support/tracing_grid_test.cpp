@@ -4,9 +4,10 @@
 #include "host/screens/grid_model.h"
 #include "host/screens/report_filter_screen.h"
 #include "reports/report_grid.h"
-#include "tests/trace/recorder.h"
-#include "trace/tracing_object.h"
+#include "tests/support/recorder.h"
+#include "tests/support/tracing_object.h"
 
+namespace qortest {
 namespace {
 
 using qorcred::GridColumn;
@@ -14,12 +15,10 @@ using qorcred::ObjectRef;
 using qorcred::ReportGrid;
 using qorcred::ResultTable;
 using qorcred::ValueItem;
-using qorcred::trace::TracingControl;
 using qorhost::GridModel;
-using qortest::Lines;
 
 TEST(TracingGridTest, NamesEveryPartByTheWayToIt) {
-  qortest::Recorder recorder;
+  Recorder recorder;
   const auto inner = std::make_shared<GridModel>();
   const ReportGrid grid(std::make_shared<TracingControl>("objGrid", inner, recorder.Sink()));
   const GridColumn column = grid.Columns().At(3);
@@ -39,7 +38,7 @@ TEST(TracingGridTest, NamesEveryPartByTheWayToIt) {
 }
 
 TEST(TracingGridTest, AnItemThatTheGridMadeIsTracedUntilItIsAdded) {
-  qortest::Recorder recorder;
+  Recorder recorder;
   const auto inner = std::make_shared<GridModel>();
   const ReportGrid grid(std::make_shared<TracingControl>("objGrid", inner, recorder.Sink()));
   const ValueItem item(grid.NewValueItem());
@@ -53,9 +52,9 @@ TEST(TracingGridTest, AnItemThatTheGridMadeIsTracedUntilItIsAdded) {
 }
 
 TEST(TracingGridTest, AFilterRowIsNamedByItsIndex) {
-  qortest::Recorder recorder;
+  Recorder recorder;
   const auto screen = qorhost::MakeReportFilterScreen(5, qorcred::Date{46000});
-  const ObjectRef traced = std::make_shared<qorcred::trace::TracingScreen>(
+  const ObjectRef traced = std::make_shared<TracingScreen>(
       screen, recorder.Sink(),
       [screen](std::string_view name) { return screen->SpelledName(name); });
   const qorcred::ControlArray fields = qorcred::Screen(traced).Array("CBOFIELD");
@@ -67,3 +66,4 @@ TEST(TracingGridTest, AFilterRowIsNamedByItsIndex) {
 }
 
 }  // namespace
+}  // namespace qortest

@@ -1,12 +1,12 @@
-#include "trace/tracing_host.h"
+#include "tests/support/tracing_host.h"
 
 #include <memory>
 #include <utility>
 
 #include "frame/sql_text.h"
-#include "trace/tracing_services.h"
+#include "tests/support/tracing_services.h"
 
-namespace qorcred::trace {
+namespace qortest {
 
 TracingHost::TracingHost(qorcred::Host& inner, TranscriptSink sink)
     : inner_(inner), sink_(std::move(sink)) {}
@@ -80,4 +80,4 @@ std::string TracingHost::AnsiToText(std::span<const std::uint8_t> bytes) {
   return inner_.AnsiToText(bytes);
 }
 
-}  // namespace qorcred::trace
+}  // namespace qortest

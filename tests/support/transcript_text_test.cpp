@@ -1,4 +1,4 @@
-#include "trace/transcript.h"
+#include "tests/support/transcript_text.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +7,7 @@
 #include "frame/date.h"
 #include "frame/result_table.h"
 
+namespace qortest {
 namespace {
 
 using qorcred::FromCivil;
@@ -14,8 +15,6 @@ using qorcred::Missing;
 using qorcred::Null;
 using qorcred::ObjectRef;
 using qorcred::Value;
-using qorcred::trace::ArgumentList;
-using qorcred::trace::TranscriptText;
 
 struct Row {
   const char* name;
@@ -54,8 +53,9 @@ TEST(ArgumentListTest, LeavesObjectsOut) {
 }
 
 TEST(FailureSuffixTest, NamesNumberAndText) {
-  EXPECT_EQ(qorcred::trace::FailureSuffix(qorcred::RuntimeError(qorcred::ErrorNumber::kOverflow)),
+  EXPECT_EQ(FailureSuffix(qorcred::RuntimeError(qorcred::ErrorNumber::kOverflow)),
             " ! 6 \"Overflow\"");
 }
 
 }  // namespace
+}  // namespace qortest
