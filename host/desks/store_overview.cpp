@@ -57,8 +57,13 @@ std::vector<std::string> MissingSettings(DeskSession& session, const std::vector
     if (!facts) {
       continue;
     }
-    if (facts->type.empty()) {
+    if (!facts->hasSettings) {
       missing.push_back(NoSettingsText(unit.key, unit.name));
+    } else if (facts->type.empty()) {
+      missing.push_back(fmt::format(
+          "unit {} '{}' has no type: nothing can be stored in it until its row of the store's "
+          "table UnitSettings has one of UnitTypes",
+          unit.key, unit.name));
     } else if (HasNoCapacity(session, unit.key)) {
       missing.push_back(fmt::format(
           "unit {} '{}' has the type '{}', whose capacity is unknown: nothing can be stored in it "

@@ -198,6 +198,9 @@ TEST_F(CommandLine, AUnitWithoutSettingsIsNamed) {
       0);
   EXPECT_THAT(Run({"units"}).err,
               HasSubstr("unit 2 'Linden Park' has the type 'Entry Panel 7', whose capacity is"));
+  ASSERT_EQ(Run({"sql", "--write", "UPDATE UnitSettings SET UNITTYPE=Null WHERE UnitKey=2"}).status,
+            0);
+  EXPECT_THAT(Run({"units"}).err, HasSubstr("unit 2 'Linden Park' has no type: nothing can be"));
 }
 
 TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {
