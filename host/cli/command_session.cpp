@@ -7,9 +7,9 @@
 #include <sstream>
 #include <utility>
 
-#include "host/cli/display_text.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/whole_number.h"
+#include "host/terminal/display_text.h"
 
 namespace qorhost {
 

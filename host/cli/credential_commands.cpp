@@ -2,13 +2,13 @@
 
 #include <fmt/format.h>
 
-#include "host/cli/display_text.h"
 #include "host/cli/progress.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_list.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 

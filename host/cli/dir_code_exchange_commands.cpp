@@ -6,16 +6,16 @@
 #include <vector>
 
 #include "frame/convert.h"
-#include "host/cli/display_text.h"
-#include "host/cli/few_lines.h"
 #include "host/cli/progress.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "host/desks/words.h"
 #include "host/files/file_error.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/few_lines.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "frame/text.h"
-#include "host/cli/display_text.h"
+#include "host/terminal/display_text.h"
 
 namespace qorhost {
 

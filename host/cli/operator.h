@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "frame/host.h"
-#include "host/cli/console.h"
 #include "host/desks/outcome.h"
+#include "host/terminal/console.h"
 
 namespace qorhost {
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <ostream>
 
-#include "host/cli/console.h"
 #include "host/desks/progress.h"
+#include "host/terminal/console.h"
 
 namespace qorhost {
 

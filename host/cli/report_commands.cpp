@@ -5,14 +5,14 @@
 #include <string_view>
 
 #include "frame/text.h"
-#include "host/cli/display_text.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/credential_report.h"
 #include "host/desks/dir_code_report.h"
 #include "host/desks/report_title.h"
 #include "host/desks/words.h"
 #include "host/files/csv_writer.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 

@@ -4,14 +4,14 @@
 
 #include <vector>
 
-#include "host/cli/display_text.h"
 #include "host/cli/operator.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
 #include "host/desks/words.h"
 #include "host/files/file_error.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 

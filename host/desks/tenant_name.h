@@ -7,7 +7,9 @@ namespace qorhost {
 
 /// Last and first name, as expressions of a SELECT on Tenants; blanks around are to be trimmed.
 inline constexpr std::string_view kTenantName = "LastName & ' ' & FirstName";
-/// The same with the middle initial.
+/// First and last name.
+inline constexpr std::string_view kTenantSpokenName = "FirstName & ' ' & LastName";
+/// Last and first name with the middle initial.
 inline constexpr std::string_view kTenantFullName =
     "LastName & ' ' & FirstName & ' ' & MiddleInitial";
 

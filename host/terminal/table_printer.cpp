@@ -1,4 +1,4 @@
-#include "host/cli/table_printer.h"
+#include "host/terminal/table_printer.h"
 
 #include <fmt/format.h>
 
@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "frame/convert.h"
-#include "host/cli/display_text.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
 
 namespace qorhost {
 

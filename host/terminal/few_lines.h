@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/cli/console.h"
+#include "host/terminal/console.h"
 
 namespace qorhost {
 

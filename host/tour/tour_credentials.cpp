@@ -8,11 +8,11 @@
 #include "frame/convert.h"
 #include "frame/screen_names.h"
 #include "frame/text.h"
-#include "host/cli/tour/tour_stage.h"
-#include "host/components/application_object.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
+#include "host/desks/store_overview.h"
 #include "host/store/demo.h"
+#include "host/tour/tour_stage.h"
 
 namespace qorhost {
 
@@ -96,7 +96,7 @@ class CredentialTour {
   /// Saves an entry that must be refused; the unit must hold as many codes as before.
   void Refuse(const RefusedEntry& refused);
   [[nodiscard]] std::int64_t CredentialsOf(std::int32_t unit) {
-    return ReadUnitStatus(session_.sql(), unit).credentials;
+    return UnitStatusOf(session_, unit).credentials;
   }
 
   TourStage stage_;
@@ -220,15 +220,10 @@ void CredentialTour::FillUnit() {
   desk.SelectCredential(list.FindText("Standard 26-Bit Card-1"));
   desk.screen().List("cboAssignedTo").Select(1);
   // The controller reports such an assignment as saved; only the message tells.
-  guide_.Expect(desk.SaveEdited().returned, "the save reports success");
+  const ChangedCredential assigned = desk.SaveEdited();
+  guide_.Expect(assigned.returned, "the save reports success");
   stage_.ExpectMessage("You cannot enter more than 500 combined codes.");
-  const qorcred::Value rid = list.ItemData(list.selected());
-  guide_.Expect(session_.sql()
-                        .Select(fmt::format("SELECT TenantID FROM Tenants WHERE CREDENTIALID1={0} "
-                                            "OR CREDENTIALID2={0}",
-                                            qorcred::ToText(rid)))
-                        .rowCount == 0,
-                "nobody holds the card");
+  guide_.Expect(assigned.credential.tenant.empty(), "nobody holds the card");
   guide_.Result("not assigned");
 }
 

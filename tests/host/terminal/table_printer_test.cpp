@@ -1,5 +1,5 @@
 // Rows as an aligned table.
-#include "host/cli/table_printer.h"
+#include "host/terminal/table_printer.h"
 
 #include <gtest/gtest.h>
 

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "frame/host.h"
-#include "host/cli/console.h"
 #include "host/files/table.h"
 #include "host/screens/list_model.h"
+#include "host/terminal/console.h"
 
 namespace qorhost {
 

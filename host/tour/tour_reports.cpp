@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "frame/convert.h"
-#include "host/cli/tour/tour_stage.h"
 #include "host/desks/credential_report.h"
 #include "host/desks/dir_code_report.h"
 #include "host/files/table.h"
 #include "host/store/demo.h"
+#include "host/tour/tour_stage.h"
 
 namespace qorhost {
 

@@ -1,16 +1,16 @@
-#include "host/cli/tour/tour_stage.h"
+#include "host/tour/tour_stage.h"
 
 #include <fmt/format.h>
 
 #include <string>
 
 #include "frame/text.h"
-#include "host/components/application_object.h"
+#include "host/desks/store_overview.h"
 
 namespace qorhost {
 
 void TourStage::ShowUnit(std::int32_t unit) const {
-  const UnitStatus status = ReadUnitStatus(session.sql(), unit);
+  const UnitStatus status = UnitStatusOf(session, unit);
   guide.Fact("Unit",
              fmt::format("{} \"{}\", {}: {} credentials and {} directory codes", unit, status.name,
                          status.type, status.credentials, status.directoryCodes));

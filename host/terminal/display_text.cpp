@@ -1,4 +1,4 @@
-#include "host/cli/display_text.h"
+#include "host/terminal/display_text.h"
 
 #include <fmt/format.h>
 #include <utf8proc.h>

@@ -9,13 +9,14 @@
 #include "frame/convert.h"
 #include "frame/screen_names.h"
 #include "frame/text.h"
-#include "host/cli/tour/tour_stage.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/dir_code_list.h"
+#include "host/desks/store_overview.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "host/store/demo.h"
+#include "host/tour/tour_stage.h"
 
 namespace qorhost {
 
@@ -137,7 +138,7 @@ void DirCodeTour::ShowRefusals() {
 }
 
 void DirCodeTour::ShowLastStep(std::string_view kind) {
-  const std::vector<ProgramStep> steps = session_.sql().steps().List(kUnit);
+  const std::vector<ProgramStep> steps = StepsOf(session_, kUnit);
   const bool queued = !steps.empty() && steps.back().kind == kind;
   guide_.Expect(queued, fmt::format("the step \"{}\" is queued", kind));
   if (queued) {

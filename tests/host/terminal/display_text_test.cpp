@@ -1,5 +1,5 @@
 // Texts from outside on a terminal.
-#include "host/cli/display_text.h"
+#include "host/terminal/display_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/cli/tour/tour_guide.h"
+#include "host/tour/tour_guide.h"
 
 #include <fmt/format.h>
 
@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "frame/text.h"
-#include "host/cli/display_text.h"
-#include "host/cli/table_printer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "host/cli/tour/tour_guide.h"
 #include "host/desks/session.h"
+#include "host/tour/tour_guide.h"
 
 namespace qorhost {
 
