@@ -122,8 +122,7 @@ std::optional<std::int32_t> CommandSession::NamedUnit() const {
 }
 
 void CommandSession::RequireConsent(const std::string& question) {
-  if (operator_.Show(question, qorcred::MessageStyle::kQuestion, "qorhost") !=
-      qorcred::MessageButton::kYes) {
+  if (!operator_.Asks(question)) {
     throw RefusedError("nothing was changed");
   }
 }

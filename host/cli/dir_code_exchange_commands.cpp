@@ -183,9 +183,7 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   MergeReport report = merge.Apply(BarOn(console, global.trace));
   // Nobody waits while the person thinks: it may be about other codes by then.
   while (report.wholesale) {
-    session.RequireConsent(
-        fmt::format("{} of the unit's {} directory codes will be deleted. Go on?",
-                    report.wholesale->deletions, report.wholesale->stored));
+    session.RequireConsent(report.wholesale->Question());
     report = merge.Apply(BarOn(console, global.trace), report.wholesale->codes);
   }
   ReportRefusedLines(report.faults, options, console);

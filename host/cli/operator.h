@@ -18,6 +18,8 @@ class Operator {
 
   qorcred::MessageButton Show(std::string_view text, qorcred::MessageStyle style,
                               std::string_view title);
+  /// Asks a question of the host's own, as the controllers' are asked. True for Yes.
+  [[nodiscard]] bool Asks(std::string_view question);
 
  private:
   [[nodiscard]] bool AskAtTerminal();

@@ -29,9 +29,7 @@ void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
 /// Puts the store in its place. Raises RefusedError that says what to do about what stands there.
 void Put(const GlobalOptions& global, const InitOptions& options, Console& console) {
   const auto asks = [&](const std::string& found) {
-    return Operator(console, global.answer)
-               .Show(found + ". Replace it all the same?", qorcred::MessageStyle::kQuestion,
-                     "qorhost") == qorcred::MessageButton::kYes;
+    return Operator(console, global.answer).Asks(found + ". Replace it all the same?");
   };
   try {
     PutStore(global.file, {options.demo, console.environment.clock, console.environment.author},

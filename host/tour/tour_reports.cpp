@@ -9,6 +9,7 @@
 #include "frame/convert.h"
 #include "host/desks/credential_report.h"
 #include "host/desks/dir_code_report.h"
+#include "host/desks/row_names.h"
 #include "host/files/table.h"
 #include "host/store/demo.h"
 #include "host/tour/tour_stage.h"

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/desks/session.h"
+#include "host/screens/screen_snapshot.h"
 #include "host/store/sqlite/database.h"
 
 namespace qorhost::test {

@@ -6,6 +6,8 @@
 #include "frame/data_services.h"
 #include "frame/siblings.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/message_rules.h"
+#include "host/desks/operation_record.h"
 #include "tests/host/desks/desk_fixture.h"
 
 namespace qorhost::test {
