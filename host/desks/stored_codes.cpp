@@ -24,6 +24,7 @@ using qorcred::TableView;
 constexpr std::int32_t kFetchedRid = 1;
 constexpr std::int32_t kFetchedNumber = 2;
 
+/// Collects what the store has of each code, one reading after the other.
 class StoredCodes {
  public:
   StoredCodes(DeskSession& session, std::int32_t unitKey) : session_(session), unitKey_(unitKey) {}
