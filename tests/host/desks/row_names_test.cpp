@@ -9,8 +9,9 @@
 
 #include "host/desks/input_fault.h"
 #include "host/desks/report_words.h"
+#include "tests/host/desks/desk_fixture.h"
 
-namespace qorhost {
+namespace qorhost::test {
 namespace {
 
 constexpr std::string_view kField = "credential";
@@ -21,16 +22,6 @@ std::string FaultIn(const std::function<void()>& work) {
     work();
   } catch (const InputFault& fault) {
     return fault.what();
-  }
-  return "";
-}
-
-/// The field of the fault; "" when there is none.
-std::string FieldAtFault(const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const InputFault& fault) {
-    return std::string(fault.field());
   }
   return "";
 }
@@ -70,4 +61,4 @@ TEST(GivenRids, AreNamedBehindAPrefixAlone) {
 }
 
 }  // namespace
-}  // namespace qorhost
+}  // namespace qorhost::test
