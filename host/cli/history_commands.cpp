@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 
-#include "host/cli/display_text.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/history_undo.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
