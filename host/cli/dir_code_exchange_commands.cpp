@@ -182,11 +182,11 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   }
   MergeReport report = merge.Apply(BarOn(console, global.trace));
   // Nobody waits while the person thinks: it may be about other codes by then.
-  while (report.wholesale) {
+  while (report.losses) {
     session.RequireConsent(
         fmt::format("{} of the unit's {} directory codes will be deleted. Go on?",
-                    report.wholesale->deletions, report.wholesale->stored));
-    report = merge.Apply(BarOn(console, global.trace), report.wholesale->codes);
+                    report.losses->codes.size(), report.losses->stored));
+    report = merge.Apply(BarOn(console, global.trace), report.losses->codes);
   }
   ReportRefusedLines(report.faults, options, console);
   const ExitStatus status = TellChange(report, "unit", console);

@@ -55,8 +55,8 @@ MergeRules RulesFor(const UnitReading& reading, BadLines badLines) {
 /// Lines would be written that the screen refuses.
 struct RefusedLines {};
 
-/// More than half of the codes would be deleted, and nobody has agreed to that.
-struct WholesaleDeletion {};
+/// Codes would be deleted that nobody has agreed to lose.
+struct UnagreedLosses {};
 
 bool IsChangeOfRow(const ProgramStep& step) {
   return step.kind == step::kProgramDirectoryCode || step.kind == step::kChangeDirectoryCode;
@@ -72,12 +72,13 @@ std::string RefusalOfLines(std::size_t count) {
 }
 
 UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReading& reading,
-                     BadLines badLines)
+                     BadLines badLines, Deletions deletions)
     : session_(session),
       unitKey_(unitKey),
       reading_(reading),
       unit_(reading.file),
       badLines_(badLines),
+      deletions_(deletions),
       rules_(RulesFor(reading, badLines)),
       connectionScreen_(MakeConnectionScreen(unit_.firmware)),
       controller_("clsDirCode", session.host(), session.tracer()) {
@@ -219,9 +220,9 @@ MergeReport UnitMerge::Apply(const Progress& progress, const LostCodes& agreed) 
   } catch (const RefusedLines&) {
     report.ending = Ending::kRefused;
     report.failures.push_back(RefusalOfLines(plan_.faults.size()));
-  } catch (const WholesaleDeletion&) {
+  } catch (const UnagreedLosses&) {
     report.ending = Ending::kRefused;
-    report.wholesale = {plan_.Count(MergeAction::kDelete), stored_.size(), CodesToLose()};
+    report.losses = {stored_.size(), CodesToLose()};
   } catch (const RefusedError& refusal) {
     report.ending = Ending::kRefused;
     report.failures.emplace_back(refusal.what());
@@ -251,12 +252,7 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress, const LostCodes& agree
     throw RefusedLines();
   }
   RequireRoom();
-  if (plan_.DeletesMostOf(stored_.size())) {
-    const LostCodes lost = CodesToLose();
-    if (!std::includes(agreed.begin(), agreed.end(), lost.begin(), lost.end())) {
-      throw WholesaleDeletion();
-    }
-  }
+  RequireAgreement(agreed);
   std::int64_t doneSteps = 0;
   const auto tell = [&] {
     if (progress && !progress(doneSteps, static_cast<std::int64_t>(plan_.steps.size()))) {
@@ -296,6 +292,16 @@ LostCodes UnitMerge::CodesToLose() const {
     }
   }
   return lost;
+}
+
+void UnitMerge::RequireAgreement(const LostCodes& agreed) const {
+  if (deletions_ == Deletions::kAll) {
+    return;
+  }
+  const LostCodes lost = CodesToLose();
+  if (!std::includes(agreed.begin(), agreed.end(), lost.begin(), lost.end())) {
+    throw UnagreedLosses();
+  }
 }
 
 /// The controller's merge takes whatever it is given: more codes than the unit's type allows, and
