@@ -44,7 +44,8 @@ enum class StoreCondition : std::uint8_t {
 [[nodiscard]] std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file);
 
 /// What a store that is gone has left beside its place and that may hold something of it; what
-/// holds nothing is none.
+/// holds nothing is none. Raises StoreError for a place where no store can stand: its name is too
+/// long.
 [[nodiscard]] std::optional<std::filesystem::path> RemainsBeside(
     const std::filesystem::path& place);
 

@@ -9,6 +9,7 @@
 #include <thread>
 #include <utility>
 
+#include "host/store/sqlite/path_to_open.h"
 #include "host/store/sqlite/schema.h"
 #include "host/store/store_error.h"
 
@@ -53,6 +54,7 @@ bool HoldsNothing(const fs::path& beside) {
 }  // namespace
 
 std::optional<fs::path> RemainsBeside(const fs::path& place) {
+  RequireNameThatFits(place);
   for (const fs::path& beside : SideFilesOf(place)) {
     if (!HoldsNothing(beside)) {
       return beside;

@@ -14,7 +14,8 @@
 namespace qorhost::sqlite {
 
 /// What a store that is gone has left beside its place and that may hold something of it, or is no
-/// file; none for what holds nothing: an empty file, a log without a frame, an index.
+/// file; none for what holds nothing: an empty file, a log without a frame, an index. Raises
+/// StoreError for a place where no store can stand, because its name is too long.
 [[nodiscard]] std::optional<std::filesystem::path> RemainsBeside(
     const std::filesystem::path& place);
 

@@ -187,6 +187,15 @@ TEST(StoreFiles, AreNotMadeBesideWhatIsNoFile) {
   }
 }
 
+// It was made, and could not be opened.
+TEST(StoreFiles, AreNotMadeUnderANameThatIsTooLongForWhatStandsBesideThem) {
+  const TemporaryFolder folder;
+  EXPECT_THROW(CreateStore(folder.File(std::string(248, 'a')), true, AtNoon), StoreError);
+  EXPECT_EQ(EntriesIn(folder.path()), 0);
+  CreateStore(folder.File(std::string(247, 'a')), true, AtNoon);
+  EXPECT_EQ(UnitsIn(folder.File(std::string(247, 'a'))), 3U);
+}
+
 /// Runs `work` in processes that begin together; what each of them returned.
 std::vector<int> InProcesses(int count, const std::function<int(int)>& work) {
   int start[2];
