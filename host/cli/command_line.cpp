@@ -194,14 +194,18 @@ ExitStatus RunTraced(const Choice& choice, Console& console) {
       console.traceFile = nullptr;
     });
   } catch (const FileError& unwritten) {
+    if (console.stored) {
+      throw FailureError(fmt::format("{}; the change is stored", unwritten.what()));
+    }
+    if (failure != nullptr) {  // why the command ended says more
+      console.err << fmt::format("qorhost: {}\n", Displayable(unwritten.what()));
+      std::rethrow_exception(failure);
+    }
     if (unwritten.problem() == FileProblem::kExists) {
       throw RefusedError(
           fmt::format("{}: name another trace file, or replace it with --force in "
                       "front of the command",
                       unwritten.what()));
-    }
-    if (console.stored) {
-      throw FailureError(fmt::format("{}; the change is stored", unwritten.what()));
     }
     throw;
   }

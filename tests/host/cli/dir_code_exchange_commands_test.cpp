@@ -282,6 +282,18 @@ TEST_F(Exchange, ExportReplacesAFileOnlyWhenForcedAndByAWholeOne) {
   EXPECT_EQ(Do({"export", "--to", "/dev/null"}).status, 1);
 }
 
+// The export was told as written, and the trace took its place.
+TEST_F(Exchange, ExportAndTraceNeedFilesOfTheirOwn) {
+  std::filesystem::create_directory_symlink(".", File("here"));
+  for (const char* name : {"unit.txt", "here/unit.txt"}) {
+    const Outcome outcome = Run({"--force", "--trace-file", File(name), "--unit", "2", "dircodes",
+                                 "export", "--force", "--to", File("unit.txt")});
+    EXPECT_EQ(outcome.status, 2) << name;
+    EXPECT_EQ(outcome.out, "") << name;
+    EXPECT_THAT(outcome.err, HasSubstr("--to and --trace-file name the same file")) << name;
+  }
+}
+
 TEST_F(Exchange, ExportNeverGoesThroughALink) {
   Write("unit.txt", "old");
   std::filesystem::create_symlink("unit.txt", File("link.txt"));
