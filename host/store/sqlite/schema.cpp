@@ -9,6 +9,7 @@
 #include <fstream>
 #include <string>
 #include <system_error>
+#include <thread>
 
 #include "host/store/sqlite/migration_1.h"
 #include "host/store/sqlite/migration_2.h"
@@ -120,29 +121,46 @@ void Migrate(Database& database) {
   migration.Keep();
 }
 
-// A store without a log has come from elsewhere or is older. To give it one, all others must have
-// let go of it: those who have a log of their own, because it was put over their store, do so only
-// at their end, and are not worth a long wait.
-void KeepLog(Database& database, const Patience& patience) {
-  constexpr std::chrono::milliseconds kLongest(1000);
-  {
-    Statement mode(database, "PRAGMA journal_mode");
-    if (mode.Step() && mode.Text(0) == "wal") {
-      return;
-    }
-  }
-  database.SetPatience({std::min(patience.limit, kLongest), {}});
+bool HasLog(Database& database) {
+  Statement mode(database, "PRAGMA journal_mode");
+  return mode.Step() && mode.Text(0) == "wal";
+}
+
+// False when others have the file in use. The engine does not wait for them where it might wait for
+// itself, too, as when several give the file a log at once.
+bool TryToGiveLog(Database& database) {
   try {
     database.Run("PRAGMA journal_mode=WAL");
   } catch (const StoreError& failure) {
     if (failure.fault() != StoreFault::kBusy) {
       throw;
     }
-    throw StoreError(
-        fmt::format("'{}' was put there while another program had the store open: nothing was "
-                    "changed; close every program that has it open, then try again",
-                    database.name()),
-        StoreFault::kBusy);
+    return false;
+  }
+  return true;
+}
+
+// A store without a log has come from elsewhere or is older. To give it one, all others must have
+// let go of it: those who have a log of their own, because it was put over their store, do so only
+// at their end, and are not worth a long wait.
+void GiveLog(Database& database, const Patience& patience) {
+  constexpr std::chrono::milliseconds kLongest(1000);
+  constexpr std::chrono::milliseconds kPause(10);
+  if (HasLog(database)) {
+    return;
+  }
+  database.SetPatience({std::chrono::milliseconds(0), {}});
+  for (std::chrono::milliseconds waited{}; !TryToGiveLog(database); waited += kPause) {
+    if (waited >= std::min(patience.limit, kLongest) ||
+        (patience.waiting && !patience.waiting(waited))) {
+      throw StoreError(
+          fmt::format("'{}' has no log yet, and another program has it or the store that was there "
+                      "open: nothing was changed; close every program that has it open, then try "
+                      "again",
+                      database.name()),
+          StoreFault::kBusy);
+    }
+    std::this_thread::sleep_for(kPause);
   }
   database.SetPatience(patience);
 }
@@ -155,7 +173,7 @@ void Prepare(Database& database, const Patience& patience = {}) {
   }
   if (!database.readOnly()) {
     // FULL: what an operator was told is saved stays saved when the power fails.
-    KeepLog(database, patience);
+    GiveLog(database, patience);
     database.Run("PRAGMA synchronous=FULL");
   }
   const bool isOlder = VersionOf(database) < SchemaVersion();

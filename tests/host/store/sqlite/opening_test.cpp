@@ -525,6 +525,26 @@ TEST_F(OpeningTest, AFileWithoutALogOverAStoreThatIsOpenIsToldAndNotWaitedForLon
   }
 }
 
+// Of several who open such a store at once each waits for the one who is faster.
+TEST_F(OpeningTest, AFileWithoutALogIsWaitedForWhileAnotherOneWrites) {
+  { const Database made = OpenDatabase(File(), OpenMode::kCreate); }
+  Database(File(), OpenMode::kReadWrite).Run("PRAGMA journal_mode=DELETE");
+  Database faster(File(), OpenMode::kReadWrite);
+  faster.Run("BEGIN IMMEDIATE");
+  int asked = 0;
+  const Patience patience{std::chrono::hours(1), [&](std::chrono::milliseconds) {
+                            if (++asked == 2) {
+                              faster.Run("COMMIT");
+                            }
+                            return true;
+                          }};
+  const Database opened = OpenDatabase(File(), OpenMode::kReadWrite, patience);
+  Statement mode(opened, "PRAGMA journal_mode");
+  ASSERT_TRUE(mode.Step());
+  EXPECT_EQ(mode.Text(0), "wal");
+  EXPECT_EQ(asked, 2);
+}
+
 struct Advice {
   const char* name;
   int code;
