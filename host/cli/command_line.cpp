@@ -9,6 +9,7 @@
 #include <new>
 #include <utility>
 
+#include "frame/runtime_error.h"
 #include "host/cli/commands.h"
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
@@ -227,6 +228,14 @@ ExitStatus RunChosen(const Choice& choice, Console& console) {
     return Fail(console.err, error.what(), StatusOf(error.problem()));
   } catch (const std::bad_alloc&) {
     return Fail(console.err, "out of memory", ExitStatus::kFailure);
+  } catch (const qorcred::RuntimeError& error) {
+    // It was written past the store's own checks.
+    return error.what() == console.told
+               ? ExitStatus::kFailure
+               : Fail(console.err,
+                      fmt::format("the store holds a value that cannot be used here: {} (error {})",
+                                  error.what(), static_cast<int>(error.number())),
+                      ExitStatus::kFailure);
   } catch (const std::exception& error) {
     return error.what() == console.told ? ExitStatus::kFailure
                                         : Fail(console.err, error.what(), ExitStatus::kFailure);

@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -543,6 +545,28 @@ TEST_F(OpeningTest, AFileWithoutALogIsWaitedForWhileAnotherOneWrites) {
   ASSERT_TRUE(mode.Step());
   EXPECT_EQ(mode.Text(0), "wal");
   EXPECT_EQ(asked, 2);
+}
+
+// It was told to check the disk.
+TEST_F(OpeningTest, ALimitOnTheSizeOfFilesIsCalledSo) {
+  Database store = OpenDatabase(File(), OpenMode::kCreate);
+  store.Run("CREATE TABLE Texts (text)");
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+  const auto signalBefore = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit tight = before;
+  tight.rlim_cur = 512 * 1024;
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tight), 0);
+  std::string failure;
+  try {
+    store.Run("INSERT INTO Texts VALUES (zeroblob(4000000))");
+  } catch (const StoreError& refused) {
+    failure = refused.what();
+  }
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+  (void)std::signal(SIGXFSZ, signalBefore);
+  EXPECT_THAT(failure, HasSubstr("File too large (a limit on the size of files is reached"));
+  EXPECT_EQ(store.Number("SELECT count(*) FROM Texts"), 0);
 }
 
 struct Advice {
