@@ -154,7 +154,7 @@ TEST(StoreFiles, AreMadeBesideWhatAnotherOneLeftAndWhatHoldsNothing) {
   const fs::path file = folder.File("building.db");
   std::ofstream(folder.File("building.db-wal")) << std::string(32, '\x37');  // a header alone
   std::ofstream(folder.File("building.db-shm")) << std::string(32768, '\x18');
-  std::ofstream(folder.File("building.db-journal"));
+  std::ofstream(folder.File("building.db-journal")).flush();
   CreateStore(file, true, AtNoon);
   EXPECT_EQ(EntriesIn(folder.path()), 1) << "what was left is gone";
   EXPECT_EQ(UnitsIn(file), 3U);
