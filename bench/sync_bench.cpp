@@ -47,7 +47,9 @@ qorhost::MergeReport MergeFile(const std::filesystem::path& store,
   const qorhost::UnitReading reading = qorhost::ReadUnitFile(file);
   Check(reading.faults.empty(), "every line of the unit file is good");
   qorhost::DeskSession session(qorhost::OpenStoreFile(store, qorhost::Access::kChange), {});
-  return qorhost::UnitMerge(session, kUnit, reading, qorhost::BadLines::kRefused).Apply(nullptr);
+  return qorhost::UnitMerge(session, kUnit, reading, qorhost::BadLines::kRefused,
+                            qorhost::Deletions::kAll)
+      .Apply(nullptr);
 }
 
 std::string ExportedText(const std::filesystem::path& store) {

@@ -9,6 +9,7 @@
 #include <new>
 #include <utility>
 
+#include "frame/runtime_error.h"
 #include "host/cli/command_session.h"
 #include "host/cli/commands.h"
 #include "host/cli/credential_command_line.h"
@@ -199,14 +200,18 @@ ExitStatus RunTraced(const Choice& choice, Console& console) {
       console.traceFile = nullptr;
     });
   } catch (const FileError& unwritten) {
+    if (console.stored) {
+      throw FailureError(fmt::format("{}; the change is stored", unwritten.what()));
+    }
+    if (failure != nullptr) {  // why the command ended says more
+      console.err << fmt::format("qorhost: {}\n", Displayable(unwritten.what()));
+      std::rethrow_exception(failure);
+    }
     if (unwritten.problem() == FileProblem::kExists) {
       throw RefusedError(
           fmt::format("{}: name another trace file, or replace it with --force in "
                       "front of the command",
                       unwritten.what()));
-    }
-    if (console.stored) {
-      throw FailureError(fmt::format("{}; the change is stored", unwritten.what()));
     }
     throw;
   }
@@ -228,6 +233,14 @@ ExitStatus RunChosen(const Choice& choice, Console& console) {
     return Fail(console.err, error.what(), StatusOf(error.problem()));
   } catch (const std::bad_alloc&) {
     return Fail(console.err, "out of memory", ExitStatus::kFailure);
+  } catch (const qorcred::RuntimeError& error) {
+    // It was written past the store's own checks.
+    return error.what() == console.told
+               ? ExitStatus::kFailure
+               : Fail(console.err,
+                      fmt::format("the store holds a value that cannot be used here: {} (error {})",
+                                  error.what(), static_cast<int>(error.number())),
+                      ExitStatus::kFailure);
   } catch (const std::exception& error) {
     return error.what() == console.told ? ExitStatus::kFailure
                                         : Fail(console.err, error.what(), ExitStatus::kFailure);

@@ -110,7 +110,7 @@ void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, DirCod
   auto* merge =
       AddCommand(dircodes, "sync",
                  "Make a unit's stored codes what the unit holds, all of it or nothing; asks\n"
-                 "before it deletes more than half of them",
+                 "before it deletes any of them",
                  "  qorhost dircodes sync --unit 2 --from unit2.txt --dry-run\n"
                  "  qorhost dircodes sync --unit 2 --from unit2.txt",
                  [&](Console& console) { return RunDirCodeSync(global, sync, console); });

@@ -13,6 +13,7 @@
 #include "host/files/file_error.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
+#include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
 #include "host/terminal/few_lines.h"
 #include "host/terminal/table_printer.h"
@@ -151,6 +152,14 @@ ExportedUnit Export(DeskSession& session, std::int32_t unitKey, const DirCodeExp
   }
 }
 
+/// Raises UsageError where the trace would take the export's place.
+void RequireAnotherTraceFile(const GlobalOptions& global, const DirCodeExportOptions& options) {
+  if (global.traceFile && options.to != kStandardStream &&
+      AreOneFile(*global.traceFile, options.to)) {
+    throw UsageError("--to and --trace-file name the same file: name another one");
+  }
+}
+
 /// Raises RefusedError for a file that is there already, unless it is to be replaced.
 void WriteFile(const UnitFile& unit, const GlobalOptions& global,
                const DirCodeExportOptions& options) {
@@ -182,9 +191,9 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   }
   MergeReport report = merge.Apply(BarOn(console, global.trace));
   // Nobody waits while the person thinks: it may be about other codes by then.
-  while (report.wholesale) {
-    session.RequireConsent(report.wholesale->Question());
-    report = merge.Apply(BarOn(console, global.trace), report.wholesale->codes);
+  while (report.losses) {
+    session.RequireConsent(report.losses->Question());
+    report = merge.Apply(BarOn(console, global.trace), report.losses->codes);
   }
   ReportRefusedLines(report.faults, options, console);
   const ExitStatus status = TellChange(report, "unit", console);
@@ -197,6 +206,7 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
 
 ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOptions& options,
                             Console& console) {
+  RequireAnotherTraceFile(global, options);
   CommandSession session(global, Access::kRead, console);
   const UnitName chosen = session.ChosenUnit();
   const UnitFile unit = Export(session.desks(), chosen.key, options, console).file;

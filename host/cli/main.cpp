@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -18,6 +19,17 @@ namespace {
 bool ReaderIsGone() {
   pollfd output{STDOUT_FILENO, 0, 0};
   return poll(&output, 1, 0) > 0 && (output.revents & (POLLERR | POLLHUP)) != 0;
+}
+
+/// A stream that was closed by whoever started the program stays unusable: the next file that is
+/// opened would get its number, and messages would go into that file.
+void KeepClosedStreamsClosed() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) < 0) {
+      // It gets the lowest free number, which is this one; reading from it or writing to it fails.
+      (void)!open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+  }
 }
 
 /// How wide the terminal is: as COLUMNS says, else as the terminal itself does.
@@ -52,6 +64,7 @@ qorhost::Environment EnvironmentOfProcess() {
 
 int main(int argc, char** argv) {
   try {
+    KeepClosedStreamsClosed();
     // A reader that went away is told by the write, not by a signal.
     std::signal(SIGPIPE, SIG_IGN);
     // So is a limit on the size of files, like a full disk.

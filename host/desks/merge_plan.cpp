@@ -131,10 +131,6 @@ std::size_t MergePlan::Count(MergeAction action) const {
                     [action](const MergeStep& step) { return step.action == action; }));
 }
 
-bool MergePlan::DeletesMostOf(std::size_t stored) const {
-  return Count(MergeAction::kDelete) > stored / 2;
-}
-
 MergePlan PlanMerge(const std::vector<UnitCode>& unit, const std::vector<StoredCode>& stored,
                     const MergeRules& rules) {
   const Matches matches(unit, stored);

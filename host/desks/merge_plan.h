@@ -47,8 +47,6 @@ struct MergePlan {
   std::vector<LineFault> faults{};  ///< lines that are no step, because the screen refuses them
 
   [[nodiscard]] std::size_t Count(MergeAction action) const;
-  /// Whether it deletes more than half of the codes, of which there are `stored`.
-  [[nodiscard]] bool DeletesMostOf(std::size_t stored) const;
 };
 
 struct MergeRules {

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -69,16 +70,12 @@ class FreshStore {
   FreshFile file_;
 };
 
-/// Refuses a place beside which another store's files lie: its log would be taken for the new
-/// one's.
-void RequireNoSideFiles(const fs::path& file) {
-  std::error_code ignored;
-  for (const fs::path& beside : SideFilesOf(file)) {
-    if (fs::exists(fs::symlink_status(beside, ignored)) &&
-        KindOf(file, Links::kAreSeen) == FileKind::kNone) {
-      throw RefusedError(fmt::format(
-          "'{}' was left behind by a store that is gone: move it away first", beside.string()));
-    }
+/// Refuses a place beside which a log of another store lies: it may be all that is left of that.
+void RequireNoRemains(const fs::path& file) {
+  const std::optional<fs::path> left = RemainsBeside(file);
+  if (left && KindOf(file, Links::kAreSeen) == FileKind::kNone) {
+    throw RefusedError(fmt::format(
+        "'{}' was left behind by a store that is gone: move it away first", left->string()));
   }
 }
 
@@ -147,9 +144,10 @@ std::vector<fs::path> FilesOfStore(const fs::path& file) {
 }
 
 void CreateStore(const fs::path& file, bool demo, const Clock& clock, const Author& author) {
-  RequireNoSideFiles(file);
+  RequireNoRemains(file);
   FreshStore fresh(file, demo, clock, author);
-  fresh.file().PutInPlace(Standing::kStays);
+  PutWhereNoneIs(file, fresh.file().path(),
+                 [&fresh] { fresh.file().PutInPlace(Standing::kStays); });
 }
 
 void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience patience,

@@ -41,8 +41,8 @@ MergeRules RulesFor(const UnitReading& reading, BadLines badLines) {
 /// Lines would be written that the screen refuses.
 struct RefusedLines {};
 
-/// More than half of the codes would be deleted, and nobody has agreed to that.
-struct WholesaleDeletion {};
+/// Codes would be deleted that nobody has agreed to lose.
+struct UnagreedLosses {};
 
 }  // namespace
 
@@ -53,18 +53,19 @@ std::string RefusalOfLines(std::size_t count) {
   return Counted(count, "bad line", "bad lines") + ", so nothing was changed: mend the file";
 }
 
-std::string MergeReport::Wholesale::Question() const {
-  return fmt::format("{} of the unit's {} directory codes will be deleted. Go on?", deletions,
+std::string MergeReport::Losses::Question() const {
+  return fmt::format("{} of the unit's {} directory codes will be deleted. Go on?", codes.size(),
                      stored);
 }
 
 UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReading& reading,
-                     BadLines badLines)
+                     BadLines badLines, Deletions deletions)
     : session_(session),
       unitKey_(unitKey),
       reading_(reading),
       unit_(reading.file),
       badLines_(badLines),
+      deletions_(deletions),
       rules_(RulesFor(reading, badLines)),
       connectionScreen_(MakeConnectionScreen(unit_.firmware)),
       controller_("clsDirCode", session.host(), session.tracer()) {
@@ -134,9 +135,9 @@ MergeReport UnitMerge::Apply(const Progress& progress, const LostCodes& agreed) 
   } catch (const RefusedLines&) {
     report.ending = Ending::kRefused;
     report.failures.push_back(RefusalOfLines(plan_.faults.size()));
-  } catch (const WholesaleDeletion&) {
+  } catch (const UnagreedLosses&) {
     report.ending = Ending::kRefused;
-    report.wholesale = {plan_.Count(MergeAction::kDelete), stored_.size(), CodesToLose()};
+    report.losses = {stored_.size(), CodesToLose()};
   } catch (const RefusedError& refusal) {
     report.ending = Ending::kRefused;
     report.failures.emplace_back(refusal.what());
@@ -160,12 +161,7 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress, const LostCodes& agree
     throw RefusedLines();
   }
   RequireRoom(session_, unitKey_, plan_, unit_.codes);
-  if (plan_.DeletesMostOf(stored_.size())) {
-    const LostCodes lost = CodesToLose();
-    if (!std::includes(agreed.begin(), agreed.end(), lost.begin(), lost.end())) {
-      throw WholesaleDeletion();
-    }
-  }
+  RequireAgreement(agreed);
   std::int64_t doneSteps = 0;
   const auto tell = [&] {
     if (progress && !progress(doneSteps, static_cast<std::int64_t>(plan_.steps.size()))) {
@@ -205,6 +201,16 @@ LostCodes UnitMerge::CodesToLose() const {
     }
   }
   return lost;
+}
+
+void UnitMerge::RequireAgreement(const LostCodes& agreed) const {
+  if (deletions_ == Deletions::kAll) {
+    return;
+  }
+  const LostCodes lost = CodesToLose();
+  if (!std::includes(agreed.begin(), agreed.end(), lost.begin(), lost.end())) {
+    throw UnagreedLosses();
+  }
 }
 
 void UnitMerge::Do(const MergeStep& step) {

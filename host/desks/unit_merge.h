@@ -32,16 +32,16 @@ struct MergeReport : Outcome {
   std::size_t deleted = 0;
   std::size_t unchanged = 0;
   std::size_t kept = 0;  ///< stored codes that were not deleted, as the plan says
-  /// Refused because so many codes of the unit would be deleted: somebody is to be asked first.
-  struct Wholesale {
-    std::size_t deletions = 0;
-    std::size_t stored = 0;
-    LostCodes codes;  ///< those that would be deleted
+  /// Refused because codes would be deleted that nobody has agreed to lose: somebody is to be asked
+  /// first.
+  struct Losses {
+    std::size_t stored = 0;  ///< how many codes the unit has
+    LostCodes codes;         ///< those that would be deleted
 
-    /// "5 of the unit's 6 directory codes will be deleted. Go on?"
+    /// "2 of the unit's 6 directory codes will be deleted. Go on?"
     [[nodiscard]] std::string Question() const;
   };
-  std::optional<Wholesale> wholesale;
+  std::optional<Losses> losses;
   std::vector<LineFault> faults;  ///< lines that the screen refuses, as the plan says
   MergeAftermath aftermath;
 };
@@ -50,6 +50,12 @@ struct MergeReport : Outcome {
 enum class BadLines : std::uint8_t {
   kRefused,  ///< with one of them nothing is merged
   kLeftOut,  ///< the others are merged, but no stored code is deleted
+};
+
+/// Which stored codes a merge may delete.
+enum class Deletions : std::uint8_t {
+  kAgreedTo,  ///< those alone that somebody was asked about
+  kAll,       ///< whatever the unit does not hold
 };
 
 /// A reading that is not merged: it is of no unit file, or has bad lines that may not be left out.
@@ -72,7 +78,7 @@ class UnitMerge {
  public:
   /// Raises UnusableReading.
   UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReading& reading,
-            BadLines badLines);
+            BadLines badLines, Deletions deletions = Deletions::kAgreedTo);
   ~UnitMerge();
   UnitMerge(const UnitMerge&) = delete;
   UnitMerge& operator=(const UnitMerge&) = delete;
@@ -87,8 +93,8 @@ class UnitMerge {
 
   /// Plans and does all of it in one transaction, or nothing: when a step fails, when the store
   /// does not hold afterwards what the unit holds, and when `progress` says so. It is called before
-  /// the first step, when the plan is made, and behind each. Refuses to delete more than half of
-  /// the unit's codes unless somebody has agreed to lose each of them.
+  /// the first step, when the plan is made, and behind each. Refuses to delete a code that
+  /// `agreed` lacks unless the merge may delete all.
   MergeReport Apply(const Progress& progress, const LostCodes& agreed = {});
 
  private:
@@ -97,6 +103,7 @@ class UnitMerge {
 
   MergeAftermath DoAll(const Progress& progress, const LostCodes& agreed);
   [[nodiscard]] LostCodes CodesToLose() const;
+  void RequireAgreement(const LostCodes& agreed) const;
   void Do(const MergeStep& step);
   void RequireSame();
 
@@ -105,6 +112,7 @@ class UnitMerge {
   const UnitReading& reading_;
   const UnitFile& unit_;
   BadLines badLines_;
+  Deletions deletions_;
   MergeRules rules_;
   std::shared_ptr<ScreenModel> connectionScreen_;
   Controlled<qorcred::clsDirCode> controller_;

@@ -16,14 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Whether both are one file, or would be one: one name in one folder.
-bool AreOne(const fs::path& one, const fs::path& other) {
-  std::error_code ignored;
-  return fs::equivalent(one, other, ignored) ||
-         (one.filename() == other.filename() &&
-          fs::equivalent(FolderOf(one), FolderOf(other), ignored));
-}
-
 [[noreturn]] void Refuse(const fs::path& to, std::string_view why) {
   throw FileError(FileProblem::kOccupied,
                   fmt::format("'{}' {}: name another file", to.string(), why));
@@ -35,7 +27,7 @@ void CheckPlace(const fs::path& to, const Writing& writing) {
     Refuse(to, "is no name of a file");
   }
   if (std::any_of(writing.never.begin(), writing.never.end(),
-                  [&to](const fs::path& file) { return AreOne(to, file); })) {
+                  [&to](const fs::path& file) { return AreOneFile(to, file); })) {
     Refuse(to, "belongs to the store and is never replaced");
   }
   switch (const FileKind kind = KindOf(to, Links::kAreSeen)) {
@@ -52,6 +44,13 @@ void CheckPlace(const fs::path& to, const Writing& writing) {
 }
 
 }  // namespace
+
+bool AreOneFile(const fs::path& one, const fs::path& other) {
+  std::error_code ignored;
+  return fs::equivalent(one, other, ignored) ||
+         (one.filename() == other.filename() &&
+          fs::equivalent(FolderOf(one), FolderOf(other), ignored));
+}
 
 void WriteWholeFile(const fs::path& to, const Writing& writing,
                     const std::function<void(std::ostream&)>& write) {

@@ -17,6 +17,9 @@ struct Writing {
   std::vector<std::filesystem::path> never;
 };
 
+/// Whether both are one file, or would be one: one name in one folder.
+[[nodiscard]] bool AreOneFile(const std::filesystem::path& one, const std::filesystem::path& other);
+
 /// Has the file written beside its place and moves it there when it is whole: a new one readable by
 /// its owner alone, a replaced one with the rights it had. Raises FileError, and leaves what was
 /// there: kExists for a file that stays, kOccupied for a link, for what is no file and for what is

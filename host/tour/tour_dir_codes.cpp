@@ -232,7 +232,7 @@ void DirCodeTour::Merge() {
   guide_.Expect(reading.faults.empty(), "every line is good");
 
   guide_.Act("The operator merges the unit file");
-  UnitMerge merge(session_, kUnit, reading, BadLines::kRefused);
+  UnitMerge merge(session_, kUnit, reading, BadLines::kRefused, Deletions::kAll);
   const MergeReport report = merge.Apply([&](std::int64_t done, std::int64_t) {
     if (done == 0) {
       ShowPlan(merge, reading.file);

@@ -44,6 +44,15 @@ std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file
   return sqlite::SideFilesOf(file);
 }
 
+std::optional<std::filesystem::path> RemainsBeside(const std::filesystem::path& place) {
+  return sqlite::RemainsBeside(place);
+}
+
+void PutWhereNoneIs(const std::filesystem::path& place, const std::filesystem::path& fresh,
+                    const std::function<void()>& moveInPlace) {
+  sqlite::PutWhereNoneIs(place, fresh, moveInPlace);
+}
+
 std::unique_ptr<Replacement> BeginReplacement(const std::filesystem::path& file,
                                               Patience patience) {
   return std::make_unique<sqlite::Replacement>(file, std::move(patience));

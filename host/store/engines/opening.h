@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "host/store/replacement.h"
@@ -40,6 +42,17 @@ enum class StoreCondition : std::uint8_t {
 
 /// The files that may stand beside a store's and belong to it.
 [[nodiscard]] std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& file);
+
+/// What a store that is gone has left beside its place and that may hold something of it; what
+/// holds nothing is none. Raises StoreError for a place where no store can stand: its name is too
+/// long.
+[[nodiscard]] std::optional<std::filesystem::path> RemainsBeside(
+    const std::filesystem::path& place);
+
+/// Puts a whole store, which nobody has open, where none is: `moveInPlace` gives it the name, or
+/// raises. What was left beside its place goes. Raises StoreError, and no store is there then.
+void PutWhereNoneIs(const std::filesystem::path& place, const std::filesystem::path& fresh,
+                    const std::function<void()>& moveInPlace);
 
 /// Keeps everybody from writing to a store that is to make room for another one; a store that is
 /// too damaged for that is replaced all the same. Waits as every writer does. Raises StoreError:

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <sqlite3.h>
+#include <sys/resource.h>
 #include <sys/statvfs.h>
 
 #include <cerrno>
@@ -25,6 +26,19 @@ bool HasNoSpace(sqlite3* database) {
   return disk.f_bavail == 0 || (countsFiles && disk.f_favail == 0);
 }
 
+bool HasLimitOfSize() {
+  struct rlimit size {};
+  return getrlimit(RLIMIT_FSIZE, &size) == 0 && size.rlim_cur != RLIM_INFINITY;
+}
+
+/// What a person can do about a failure for which the system gave a reason.
+std::string_view AdviceAbout(int reason, StoreFault fault) {
+  return reason == EFBIG
+             ? "a limit on the size of files is reached: raise it (ulimit -f), then try "
+               "again"
+             : AdviceFor(fault);
+}
+
 /// What the system said, where the engine has but one word for all of it: 0 when that is unknown.
 int SystemReason(sqlite3* database, int code) {
   const StoreFault fault = FaultOf(code);
@@ -35,7 +49,10 @@ int SystemReason(sqlite3* database, int code) {
   }
   const int reason = sqlite3_system_errno(database);
   // The log and its index cannot grow: by then the reason may have been overwritten.
-  return reason != EDQUOT && HasNoSpace(database) ? ENOSPC : reason;
+  if (reason != EDQUOT && HasNoSpace(database)) {
+    return ENOSPC;
+  }
+  return reason == 0 && code == SQLITE_IOERR_WRITE && HasLimitOfSize() ? EFBIG : reason;
 }
 
 }  // namespace
@@ -82,7 +99,7 @@ StoreError LastError(sqlite3* database, const std::string& doing) {
     text = std::generic_category().message(reason);
     fault = reason == ENOSPC || reason == EDQUOT ? StoreFault::kFull : fault;
   }
-  const std::string_view advice = AdviceFor(fault);
+  const std::string_view advice = AdviceAbout(reason, fault);
   return StoreError(advice.empty() ? fmt::format("{}: {}", doing, text)
                                    : fmt::format("{}: {} ({})", doing, text, advice),
                     fault);

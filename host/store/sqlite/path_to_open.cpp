@@ -28,6 +28,18 @@ fs::path Beside(const fs::path& file, const char* ending) {
   return beside;
 }
 
+fs::path WholePathOf(const fs::path& file) {
+  std::error_code failed;
+  fs::path whole = fs::absolute(file, failed);
+  if (failed) {
+    throw StoreError(fmt::format("The store '{}' cannot be found from here: the current folder is "
+                                 "gone, so name the store by its whole path",
+                                 file.string()),
+                     StoreFault::kCannotOpen);
+  }
+  return whole;
+}
+
 bool IsMissingOrEmpty(const fs::path& file) {
   std::error_code missing;
   const std::uintmax_t size = fs::file_size(file, missing);
@@ -143,8 +155,28 @@ std::string ReadAloneUri(const fs::path& place) {
 
 }  // namespace
 
+void RequireNameThatFits(const fs::path& file) {
+  constexpr std::size_t kLongestName = 247;  // 255 bytes with "-journal" behind it
+  constexpr std::size_t kLongestPath = 504;  // the engine's own bound
+  if (const std::size_t size = file.filename().string().size(); size > kLongestName) {
+    throw StoreError(
+        fmt::format("The name of the store '{}' has {} bytes: it may have {}, so rename it",
+                    file.string(), size, kLongestName),
+        StoreFault::kCannotOpen);
+  }
+  std::error_code failed;
+  const fs::path place = fs::weakly_canonical(WholePathOf(file), failed);
+  if (const std::size_t size = place.string().size(); !failed && size > kLongestPath) {
+    throw StoreError(fmt::format("The store '{}' stands too deep: its whole path has {} bytes and "
+                                 "may have {}; move its folder, or a part of the way to it",
+                                 file.string(), size, kLongestPath),
+                     StoreFault::kCannotOpen);
+  }
+}
+
 std::string PathToOpen(const fs::path& file, OpenMode mode) {
   RequireFolder(file);
+  RequireNameThatFits(file);
   RequireFile(file, mode);
   std::error_code failed;
   const fs::path place = fs::canonical(file, failed);
@@ -155,8 +187,8 @@ std::string PathToOpen(const fs::path& file, OpenMode mode) {
       return ReadAloneUri(place);
     }
   }
-  // Absolute, because a bare name may read like a URI or ":memory:".
-  return fs::absolute(file).string();
+  // Whole, because a bare name may read like a URI or ":memory:".
+  return WholePathOf(file).string();
 }
 
 }  // namespace qorhost::sqlite

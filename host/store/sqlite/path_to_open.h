@@ -14,4 +14,8 @@ namespace qorhost::sqlite {
 /// call "unable to open database file".
 [[nodiscard]] std::string PathToOpen(const std::filesystem::path& file, OpenMode mode);
 
+/// Raises StoreError for a name that is too long: the engine puts files beside a store whose names
+/// are longer than its own.
+void RequireNameThatFits(const std::filesystem::path& file);
+
 }  // namespace qorhost::sqlite

@@ -1,15 +1,29 @@
-// Putting another database file in the place of one that other programs may have open.
+// Putting a database file in its place: where none is, and in the place of one that other programs
+// may have open.
 #pragma once
 
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "host/store/replacement.h"
 #include "host/store/sqlite/database.h"
 #include "host/store/sqlite/file_lock.h"
 
 namespace qorhost::sqlite {
+
+/// What a store that is gone has left beside its place and that may hold something of it, or is no
+/// file; none for what holds nothing: an empty file, a log without a frame, an index. Raises
+/// StoreError for a place where no store can stand, because its name is too long.
+[[nodiscard]] std::optional<std::filesystem::path> RemainsBeside(
+    const std::filesystem::path& place);
+
+/// Puts a file that nobody has open where none is: `moveInPlace` gives it the name, or raises. Side
+/// files that were left there go before anybody can begin to read the new one; where they cannot,
+/// it goes itself, and StoreError is raised.
+void PutWhereNoneIs(const std::filesystem::path& place, const std::filesystem::path& fresh,
+                    const std::function<void()>& moveInPlace);
 
 /// The order, and what each step is for:
 /// 1. The write lock: whoever writes has ended, and whoever wants to waits until the file has
@@ -30,7 +44,6 @@ class Replacement final : public qorhost::Replacement {
   /// False where what was locked is not what stands there any more.
   bool Lock();
   void EmptyLog();
-  void RemoveSideFiles() const;
 
   std::filesystem::path file_;
   Patience patience_;  // with those who write, and with those who read what the log holds

@@ -3,9 +3,13 @@
 #include <fmt/format.h>
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 #include <fstream>
 #include <string>
+#include <system_error>
+#include <thread>
 
 #include "host/store/sqlite/audit_log.h"
 #include "host/store/sqlite/migration_1.h"
@@ -55,6 +59,29 @@ bool HeaderIsOurs(const std::filesystem::path& file) {
   return std::string_view(header.data(), kMagic.size()) == kMagic && mark == kApplicationId;
 }
 
+// A program that was killed while a store had no log yet leaves a journal, from which its work is
+// undone, and only by one who may write. One who may not is told so when he reads.
+void UndoCutOffWork(const std::filesystem::path& file, const Patience& patience = {}) {
+  std::filesystem::path journal = file;
+  journal += "-journal";
+  std::error_code missing;
+  if (const std::uintmax_t size = std::filesystem::file_size(journal, missing);
+      missing || size == 0 || !HeaderIsOurs(file)) {
+    return;
+  }
+  try {
+    Database database(file, OpenMode::kReadWrite, patience);
+    (void)HasTables(database);
+  } catch (const StoreError&) {  // whoever reads is told the same
+  }
+}
+
+// A file as it is looked at, without a change to what it holds.
+Database OpenToLook(const std::filesystem::path& file) {
+  UndoCutOffWork(file);
+  return {file, OpenMode::kReadOnly};
+}
+
 // Refuses files that are not ours before anything is written to them.
 void CheckOwner(Database& database) {
   const bool hasTables = HasTables(database);
@@ -100,7 +127,51 @@ void Migrate(Database& database) {
   migration.Keep();
 }
 
-void Prepare(Database& database) {
+bool HasLog(Database& database) {
+  Statement mode(database, "PRAGMA journal_mode");
+  return mode.Step() && mode.Text(0) == "wal";
+}
+
+// False when others have the file in use. The engine does not wait for them where it might wait for
+// itself, too, as when several give the file a log at once.
+bool TryToGiveLog(Database& database) {
+  try {
+    database.Run("PRAGMA journal_mode=WAL");
+  } catch (const StoreError& failure) {
+    if (failure.fault() != StoreFault::kBusy) {
+      throw;
+    }
+    return false;
+  }
+  return true;
+}
+
+// A store without a log has come from elsewhere or is older. To give it one, all others must have
+// let go of it: those who have a log of their own, because it was put over their store, do so only
+// at their end, and are not worth a long wait.
+void GiveLog(Database& database, const Patience& patience) {
+  constexpr std::chrono::milliseconds kLongest(1000);
+  constexpr std::chrono::milliseconds kPause(10);
+  if (HasLog(database)) {
+    return;
+  }
+  database.SetPatience({std::chrono::milliseconds(0), {}});
+  for (std::chrono::milliseconds waited{}; !TryToGiveLog(database); waited += kPause) {
+    if (waited >= std::min(patience.limit, kLongest) ||
+        (patience.waiting && !patience.waiting(waited))) {
+      throw StoreError(
+          fmt::format("'{}' has no log yet, and another program has it or the store that was there "
+                      "open: nothing was changed; close every program that has it open, then try "
+                      "again",
+                      database.name()),
+          StoreFault::kBusy);
+    }
+    std::this_thread::sleep_for(kPause);
+  }
+  database.SetPatience(patience);
+}
+
+void Prepare(Database& database, const Patience& patience = {}) {
   CheckOwner(database);
   CheckVersion(database, VersionOf(database));
   if (HasMoved(database)) {
@@ -108,7 +179,8 @@ void Prepare(Database& database) {
   }
   if (!database.readOnly()) {
     // FULL: what an operator was told is saved stays saved when the power fails.
-    database.Run("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL");
+    GiveLog(database, patience);
+    database.Run("PRAGMA synchronous=FULL");
   }
   const bool isOlder = VersionOf(database) < SchemaVersion();
   database.WatchLog();
@@ -135,9 +207,12 @@ Database OpenDatabase(const std::filesystem::path& file, OpenMode mode, const Pa
   // The engine finds the side files by name when it first reads. If the file has moved by then,
   // they may be those of another one, and what was read means nothing.
   for (int openings = 1; openings < kMostOpenings; ++openings) {
+    if (mode == OpenMode::kReadOnly) {
+      UndoCutOffWork(file, patience);
+    }
     Database database(file, mode, patience);
     try {
-      Prepare(database);
+      Prepare(database, patience);
     } catch (const StoreError&) {
       if (!HasMoved(database)) {
         // A log that was written for another file may have made nonsense of what was read.
@@ -174,7 +249,7 @@ bool IsStoreOrEmpty(const std::filesystem::path& file) {
   }
   try {
     // The mark of a store that was cut off while it was made may stand in its log alone.
-    Database database(file, OpenMode::kReadOnly);
+    Database database = OpenToLook(file);
     return !HasTables(database) || IsOurs(database);
   } catch (const StoreError& failure) {
     if (failure.fault() == StoreFault::kNoStore || failure.fault() == StoreFault::kDamaged) {
@@ -185,18 +260,18 @@ bool IsStoreOrEmpty(const std::filesystem::path& file) {
 }
 
 bool IsNewerStore(const std::filesystem::path& file) {
-  Database database(file, OpenMode::kReadOnly);
+  Database database = OpenToLook(file);
   return IsOurs(database) && VersionOf(database) > SchemaVersion();
 }
 
 bool IsDamaged(const std::filesystem::path& file) {
-  const Database database(file, OpenMode::kReadOnly);
+  const Database database = OpenToLook(file);
   Statement check(database, "PRAGMA quick_check(1)");
   return check.Step() && check.Text(0) != "ok";
 }
 
 bool IsOlderStore(const std::filesystem::path& file) {
-  Database database(file, OpenMode::kReadOnly);
+  Database database = OpenToLook(file);
   return IsOurs(database) && HasTables(database) && VersionOf(database) < SchemaVersion();
 }
 

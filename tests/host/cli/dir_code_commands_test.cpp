@@ -11,6 +11,17 @@ using testing::Not;
 
 class DirCodes : public DirCodeFixture {};
 
+// Nothing but "Type mismatch" was said.
+TEST_F(DirCodes, AValueThatAnotherProgramWrotePastTheChecksIsToldAsTheStores) {
+  sqlite::Database(File("building.db"), OpenMode::kReadWrite)
+      .Run("PRAGMA ignore_check_constraints=1; UPDATE DirectoryCode SET DNDSCHEDULEID='x'");
+  const Outcome outcome = Do({"list"});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(
+      outcome.err,
+      "qorhost: the store holds a value that cannot be used here: Type mismatch (error 13)\n");
+}
+
 TEST_F(DirCodes, ListPrintsARowForEveryCode) {
   const nlohmann::json rows = Rows({"--unit", "1", "dircodes", "list"});
   ASSERT_EQ(rows.size(), 10U);

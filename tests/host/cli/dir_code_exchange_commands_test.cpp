@@ -63,17 +63,34 @@ TEST_F(Exchange, SyncPrintsWhatItDid) {
   UnitCode fresh = CodeIn(unit, 101);
   fresh[Place::kCode] = "300";
   unit.codes.push_back(fresh);
-  const Outcome outcome = Sync(unit);
+  const Outcome outcome = Sync(unit, {"--yes"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.out,
             "1 inserted, 1 updated, 1 deleted, 4 unchanged in unit 2, Linden Park.\n"
             "1 tenant is without a directory code now.\n");
 }
 
+// It was deleted, with --no and without anybody to ask.
+TEST_F(Exchange, SyncDeletesNothingWithoutConsent) {
+  UnitFile unit = Exported();
+  Drop(unit, 106);
+  CodeIn(unit, 102)[Place::kPhone] = "555-9999";
+  for (const std::vector<std::string>& options : {std::vector<std::string>{}, {"--no"}}) {
+    const Outcome outcome = Sync(unit, options);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.err,
+                HasSubstr("1 of the unit's 6 directory codes will be deleted. Go on?\n"));
+    EXPECT_THAT(outcome.err, HasSubstr("nothing was changed"));
+    EXPECT_FALSE(Row("106").is_null());
+    EXPECT_NE(Row("102")["PHONENUMBER"], "555-9999");
+  }
+}
+
 TEST_F(Exchange, SyncReportsAsJson) {
   UnitFile unit = Exported();
   Drop(unit, 101);
-  const nlohmann::json report = nlohmann::json::parse(Sync(unit, {"--json"}).out);
+  const nlohmann::json report = nlohmann::json::parse(Sync(unit, {"--yes", "--json"}).out);
   EXPECT_EQ(report["deleted"], 1);
   EXPECT_EQ(report["unchanged"], 5);
   EXPECT_EQ(report["tenants_released"], 1);
@@ -263,6 +280,18 @@ TEST_F(Exchange, ExportReplacesAFileOnlyWhenForcedAndByAWholeOne) {
   EXPECT_EQ(Do({"export", "--to", File("nowhere/unit.txt")}).status, 3);
   EXPECT_EQ(Do({"export", "--to", File(".")}).status, 1);
   EXPECT_EQ(Do({"export", "--to", "/dev/null"}).status, 1);
+}
+
+// The export was told as written, and the trace took its place.
+TEST_F(Exchange, ExportAndTraceNeedFilesOfTheirOwn) {
+  std::filesystem::create_directory_symlink(".", File("here"));
+  for (const char* name : {"unit.txt", "here/unit.txt"}) {
+    const Outcome outcome = Run({"--force", "--trace-file", File(name), "--unit", "2", "dircodes",
+                                 "export", "--force", "--to", File("unit.txt")});
+    EXPECT_EQ(outcome.status, 2) << name;
+    EXPECT_EQ(outcome.out, "") << name;
+    EXPECT_THAT(outcome.err, HasSubstr("--to and --trace-file name the same file")) << name;
+  }
 }
 
 TEST_F(Exchange, ExportNeverGoesThroughALink) {

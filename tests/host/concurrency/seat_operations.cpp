@@ -215,7 +215,8 @@ SeatOperation MergeUnit() {
   return {"merge", [](Seat& seat) {
             const auto run = [&seat] {
               static const UnitReading kUnitAtTheDoor = ChangedUnit();
-              UnitMerge merge(seat.session(), kUnit, kUnitAtTheDoor, BadLines::kRefused);
+              UnitMerge merge(seat.session(), kUnit, kUnitAtTheDoor, BadLines::kRefused,
+                              Deletions::kAll);
               return Telling(merge.Apply(nullptr));
             };
             return PreparedDesk{run, nullptr};

@@ -17,6 +17,7 @@
 #include "host/desks/store_statement.h"
 #include "host/files/file_error.h"
 #include "host/files/fresh_file.h"
+#include "host/store/store_error.h"
 #include "tests/host/desks/desk_fixture.h"
 #include "tests/host/store/temporary_folder.h"
 
@@ -145,6 +146,54 @@ TEST(StoreFiles, AreNotMadeBesideTheLogOfAStoreThatIsGone) {
   std::ofstream(folder.File("building.db-wal")) << "a log";
   EXPECT_THROW(CreateStore(folder.File("building.db"), true, AtNoon), RefusedError);
   EXPECT_EQ(EntriesIn(folder.path()), 1);
+}
+
+// They were refused there, until somebody took away what nobody had asked for.
+TEST(StoreFiles, AreMadeBesideWhatAnotherOneLeftAndWhatHoldsNothing) {
+  const TemporaryFolder folder;
+  const fs::path file = folder.File("building.db");
+  std::ofstream(folder.File("building.db-wal")) << std::string(32, '\x37');  // a header alone
+  std::ofstream(folder.File("building.db-shm")) << std::string(32768, '\x18');
+  std::ofstream(folder.File("building.db-journal")).flush();
+  CreateStore(file, true, AtNoon);
+  EXPECT_EQ(EntriesIn(folder.path()), 1) << "what was left is gone";
+  EXPECT_EQ(UnitsIn(file), 3U);
+}
+
+// Its index must not be met by those who open the new one.
+TEST(StoreFiles, AreMadeBesideTheEmptyLogOfOneThatIsGoneAndStillOpen) {
+  const TemporaryFolder folder;
+  const fs::path file = folder.File("building.db");
+  CreateStore(file, false, AtNoon);
+  DeskSession gone(OpenStoreFile(file, Access::kChange), {});
+  EXPECT_EQ(gone.Units().size(), 0U);
+  ASSERT_EQ(EntriesIn(folder.path()), 3) << "store, log and index";
+  fs::remove(file);
+  CreateStore(file, true, AtNoon);
+  DeskSession made(OpenStoreFile(file, Access::kChange), {});
+  const StoreStatement rename("UPDATE DOORS SET DOORNAME='Yard' WHERE DOORID=4");
+  EXPECT_THROW((void)rename.Change(gone), StoreError);
+  EXPECT_EQ(made.Units().size(), 3U);
+  EXPECT_EQ(gone.Units().size(), 0U);
+}
+
+TEST(StoreFiles, AreNotMadeBesideWhatIsNoFile) {
+  const TemporaryFolder folder;
+  for (const char* name : {"building.db-wal", "building.db-shm", "building.db-journal"}) {
+    fs::create_symlink("nowhere", folder.File(name));
+    EXPECT_THROW(CreateStore(folder.File("building.db"), true, AtNoon), RefusedError) << name;
+    EXPECT_EQ(EntriesIn(folder.path()), 1);
+    fs::remove(folder.File(name));
+  }
+}
+
+// It was made, and could not be opened.
+TEST(StoreFiles, AreNotMadeUnderANameThatIsTooLongForWhatStandsBesideThem) {
+  const TemporaryFolder folder;
+  EXPECT_THROW(CreateStore(folder.File(std::string(248, 'a')), true, AtNoon), StoreError);
+  EXPECT_EQ(EntriesIn(folder.path()), 0);
+  CreateStore(folder.File(std::string(247, 'a')), true, AtNoon);
+  EXPECT_EQ(UnitsIn(folder.File(std::string(247, 'a'))), 3U);
 }
 
 /// Runs `work` in processes that begin together; what each of them returned.

@@ -23,10 +23,11 @@ class UnitFixture : public DirCodeDeskFixture {
   [[nodiscard]] UnitFile Exported(std::int32_t unitKey = kUnit, const std::string& firmware = "") {
     return ExportUnit(session(), unitKey, firmware, Unholdable::kLeftOut).file;
   }
-  /// Merges a unit that was read without a fault.
+  /// Merges a unit that was read without a fault, whatever is deleted.
   [[nodiscard]] MergeReport Merge(UnitFile unit, std::int32_t unitKey = kUnit) {
     const UnitReading reading{std::move(unit), {}};
-    return UnitMerge(session(), unitKey, reading, BadLines::kRefused).Apply(nullptr);
+    return UnitMerge(session(), unitKey, reading, BadLines::kRefused, Deletions::kAll)
+        .Apply(nullptr);
   }
   /// The unit's code with that number.
   static UnitCode& CodeIn(UnitFile& unit, std::int64_t number) {

@@ -56,7 +56,7 @@ class UnitMerges : public UnitFixture {
 
 TEST_F(UnitMerges, TheReportCountsWhatWasDone) {
   const UnitReading unit = Changed();
-  UnitMerge merge(session(), kUnit, unit, BadLines::kRefused);
+  UnitMerge merge(session(), kUnit, unit, BadLines::kRefused, Deletions::kAll);
   std::vector<std::int64_t> told;
   const MergeReport report = merge.Apply([&told](std::int64_t done, std::int64_t total) {
     EXPECT_EQ(total, 3);
@@ -114,30 +114,41 @@ TEST_F(UnitMerges, APlanTellsOfCodesThatWereNeverSent) {
   EXPECT_THAT(PlanOf(unit), ElementsAre(HasSubstr("never sent to the unit")));
 }
 
-TEST_F(UnitMerges, MoreThanHalfOfTheCodesAreDeletedOnlyWhenThatWasAgreedTo) {
+TEST_F(UnitMerges, CodesAreDeletedOnlyWhenThatWasAgreedTo) {
   UnitFile unit = Exported();
-  unit.codes.resize(2);
-  const UnitReading two{unit, {}};
-  UnitMerge merge(session(), kUnit, two, BadLines::kRefused);
+  unit.codes.resize(4);
+  const UnitReading four{unit, {}};
+  UnitMerge merge(session(), kUnit, four, BadLines::kRefused);
   const MergeReport refused = merge.Apply(nullptr);
   EXPECT_EQ(refused.ending, Ending::kRefused);
-  ASSERT_TRUE(refused.wholesale);
-  EXPECT_EQ(refused.wholesale->deletions, 4U);
-  EXPECT_EQ(refused.wholesale->stored, 6U);
-  EXPECT_EQ(refused.wholesale->Question(),
-            "4 of the unit's 6 directory codes will be deleted. Go on?");
+  ASSERT_TRUE(refused.losses);
+  EXPECT_EQ(refused.losses->stored, 6U);
+  EXPECT_EQ(refused.losses->Question(),
+            "2 of the unit's 6 directory codes will be deleted. Go on?");
   EXPECT_TRUE(IsAsBefore());
 
-  ASSERT_EQ(refused.wholesale->codes.size(), 4U);
-  LostCodes fewer = refused.wholesale->codes;
+  ASSERT_EQ(refused.losses->codes.size(), 2U);
+  LostCodes fewer = refused.losses->codes;
   fewer.erase(fewer.begin());
-  EXPECT_TRUE(merge.Apply(nullptr, fewer).wholesale) << "more than was agreed to";
+  EXPECT_TRUE(merge.Apply(nullptr, fewer).losses) << "more than was agreed to";
   EXPECT_TRUE(IsAsBefore());
 
-  const MergeReport agreed = merge.Apply(nullptr, refused.wholesale->codes);
+  const MergeReport agreed = merge.Apply(nullptr, refused.losses->codes);
   EXPECT_TRUE(agreed.done());
-  EXPECT_EQ(agreed.deleted, 4U);
-  EXPECT_EQ(CodeCount(), 2);
+  EXPECT_EQ(agreed.deleted, 2U);
+  EXPECT_EQ(CodeCount(), 4);
+}
+
+// Fewer than half of the codes once went without a question.
+TEST_F(UnitMerges, ASingleCodeIsDeletedOnlyWhenThatWasAgreedTo) {
+  UnitFile unit = Exported();
+  Drop(unit, 106);
+  CodeIn(unit, 102)[Place::kPhone] = "555-9999";
+  const UnitReading five{unit, {}};
+  EXPECT_TRUE(UnitMerge(session(), kUnit, five, BadLines::kRefused).Apply(nullptr).losses);
+  EXPECT_TRUE(IsAsBefore());
+  EXPECT_TRUE(Merge(unit).done()) << "by a merge that may delete all";
+  EXPECT_EQ(CodeCount(), 5);
 }
 
 TEST_F(UnitMerges, AsManyOtherCodesAreNotWhatWasAgreedTo) {
@@ -146,15 +157,15 @@ TEST_F(UnitMerges, AsManyOtherCodesAreNotWhatWasAgreedTo) {
   const UnitReading two{unit, {}};
   UnitMerge merge(session(), kUnit, two, BadLines::kRefused);
   const MergeReport refused = merge.Apply(nullptr);
-  ASSERT_TRUE(refused.wholesale);
+  ASSERT_TRUE(refused.losses);
   // Somebody else gives one of them another number while the question is open.
   Run("UPDATE DIRECTORYCODE SET DIRECTORYCODE=777 WHERE RID=" +
-      std::to_string(refused.wholesale->codes.begin()->first));
-  const MergeReport again = merge.Apply(nullptr, refused.wholesale->codes);
-  ASSERT_TRUE(again.wholesale);
-  EXPECT_EQ(again.wholesale->deletions, refused.wholesale->deletions);
+      std::to_string(refused.losses->codes.begin()->first));
+  const MergeReport again = merge.Apply(nullptr, refused.losses->codes);
+  ASSERT_TRUE(again.losses);
+  EXPECT_EQ(again.losses->codes.size(), refused.losses->codes.size());
   EXPECT_EQ(CodeCount(), 6);
-  EXPECT_TRUE(merge.Apply(nullptr, again.wholesale->codes).done());
+  EXPECT_TRUE(merge.Apply(nullptr, again.losses->codes).done());
   EXPECT_EQ(CodeCount(), 2);
 }
 
@@ -187,14 +198,6 @@ TEST_F(UnitMerges, MoreCodesThanTheUnitsTypeAllowsAreRefusedBeforeAnythingIsWrit
   EXPECT_TRUE(IsAsBefore());
   Run("UPDATE UNITTYPES SET TOTAL='MTUy'");
   EXPECT_TRUE(full.Apply(nullptr).done());
-}
-
-TEST_F(UnitMerges, HalfOfTheCodesAreDeletedWithoutAQuestion) {
-  UnitFile unit = Exported();
-  unit.codes.resize(3);
-  const UnitReading three{unit, {}};
-  EXPECT_TRUE(UnitMerge(session(), kUnit, three, BadLines::kRefused).Apply(nullptr).done());
-  EXPECT_EQ(CodeCount(), 3);
 }
 
 TEST_F(UnitMerges, AFileThatIsNoUnitFileIsNotMergedWhateverMayBeLeftOut) {
@@ -431,7 +434,7 @@ TEST_F(UnitMerges, AStoreThatHoldsSomethingElseAfterwardsUndoesAll) {
 
 TEST_F(UnitMerges, ACancelledMergeChangesNothing) {
   const UnitReading unit = Changed();
-  const MergeReport report = UnitMerge(session(), kUnit, unit, BadLines::kRefused)
+  const MergeReport report = UnitMerge(session(), kUnit, unit, BadLines::kRefused, Deletions::kAll)
                                  .Apply([](std::int64_t done, std::int64_t) { return done < 2; });
   EXPECT_EQ(report.ending, Ending::kCancelled);
   EXPECT_TRUE(IsAsBefore());

@@ -1,9 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -441,6 +444,129 @@ TEST_F(OpeningTest, NoFileStaysOpenWhetherOpeningSucceedsOrFails) {
   EXPECT_NE(FailureOf(File("other.db"), OpenMode::kReadWrite), "opened");
   EXPECT_NE(FailureOf(File("none.db"), OpenMode::kReadWrite), "opened");
   EXPECT_EQ(OpenFiles(), before);
+}
+
+TEST_F(OpeningTest, ANameIsRefusedThatIsTooLongForWhatStandsBesideIt) {
+  EXPECT_EQ(FailureOf(File(std::string(247, 'a').c_str()), OpenMode::kCreate), "opened");
+  EXPECT_THAT(FailureOf(File(std::string(248, 'a').c_str()), OpenMode::kCreate),
+              HasSubstr("has 248 bytes: it may have 247"));
+  EXPECT_FALSE(std::filesystem::exists(File(std::string(248, 'a').c_str())));
+}
+
+// It was called a file that does not exist.
+TEST_F(OpeningTest, APathThatIsTooLongForTheEngineIsCalledSo) {
+  constexpr std::size_t kLongest = 504;
+  std::filesystem::path folder = std::filesystem::canonical(folder_.path());
+  while (folder.string().size() < kLongest - 210) {
+    folder /= std::string(200, 'd');
+  }
+  std::filesystem::create_directories(folder);
+  const std::size_t left = kLongest - folder.string().size() - 1;
+  EXPECT_EQ(FailureOf(folder / std::string(left, 'a'), OpenMode::kCreate), "opened");
+  EXPECT_THAT(FailureOf(folder / std::string(left + 1, 'a'), OpenMode::kCreate),
+              HasSubstr("its whole path has 505 bytes and may have 504"));
+}
+
+TEST_F(OpeningTest, FromAFolderThatIsGoneAStoreNeedsItsWholePath) {
+  { const Database created = OpenDatabase(File(), OpenMode::kCreate); }
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::create_directory(File("gone"));
+  std::filesystem::current_path(File("gone"));
+  std::filesystem::remove(File("gone"));
+  const std::string failure = FailureOf("../building.db", OpenMode::kReadWrite);
+  const std::string whole = FailureOf(File(), OpenMode::kReadWrite);
+  std::filesystem::current_path(before);
+  EXPECT_THAT(failure,
+              HasSubstr("the current folder is gone, so name the store by its whole path"));
+  EXPECT_EQ(whole, "opened");
+}
+
+/// A store without a log, as it is left when the program that writes to it is killed: with half of
+/// a unit of work in it, and a journal that undoes it.
+void MakeCutOff(const std::filesystem::path& from, const std::filesystem::path& cut) {
+  { const Database made = OpenDatabase(from, OpenMode::kCreate); }
+  Database store(from, OpenMode::kReadWrite);
+  store.Run("PRAGMA journal_mode=DELETE; INSERT INTO Units (UnitKey) VALUES (1)");
+  store.Run("BEGIN; INSERT INTO Units (UnitKey) VALUES (2)");
+  ASSERT_EQ(sqlite3_db_cacheflush(store.handle()), SQLITE_OK);
+  std::filesystem::copy_file(from, cut);
+  std::filesystem::copy_file(from.string() + "-journal", cut.string() + "-journal");
+}
+
+// Looking at it was refused, as if there were no rights to write, until somebody changed it.
+TEST_F(OpeningTest, WorkThatWasCutOffWithoutALogIsUndoneAlsoForOneWhoOnlyLooks) {
+  MakeCutOff(File("whole.db"), File());
+  {
+    Database store = OpenDatabase(File(), OpenMode::kReadOnly);
+    EXPECT_EQ(store.Number("SELECT sum(UnitKey) FROM Units"), 1);
+  }
+  EXPECT_FALSE(std::filesystem::exists(File("building.db-journal")));
+  MakeCutOff(File("other.db"), File("cut.db"));
+  EXPECT_FALSE(IsOlderStore(File("cut.db")));
+  EXPECT_FALSE(std::filesystem::exists(File("cut.db-journal")));
+}
+
+// It kept whoever wanted to write waiting as if somebody wrote.
+TEST_F(OpeningTest, AFileWithoutALogOverAStoreThatIsOpenIsToldAndNotWaitedForLong) {
+  { const Database made = OpenDatabase(File(), OpenMode::kCreate); }
+  const Database open = OpenDatabase(File(), OpenMode::kReadWrite);
+  {
+    { const Database made = OpenDatabase(File("bare.db"), OpenMode::kCreate); }
+    Database(File("bare.db"), OpenMode::kReadWrite).Run("PRAGMA journal_mode=DELETE");
+  }
+  std::ofstream over(File(), std::ios::binary | std::ios::in);
+  over << std::ifstream(File("bare.db"), std::ios::binary).rdbuf();
+  over.close();
+  try {
+    const Database late =
+        OpenDatabase(File(), OpenMode::kReadWrite, {std::chrono::hours(1), nullptr});
+    FAIL() << "opened";
+  } catch (const StoreError& failure) {
+    EXPECT_EQ(failure.fault(), StoreFault::kBusy);
+    EXPECT_THAT(failure.what(), HasSubstr("close every program that has it open"));
+  }
+}
+
+// Of several who open such a store at once each waits for the one who is faster.
+TEST_F(OpeningTest, AFileWithoutALogIsWaitedForWhileAnotherOneWrites) {
+  { const Database made = OpenDatabase(File(), OpenMode::kCreate); }
+  Database(File(), OpenMode::kReadWrite).Run("PRAGMA journal_mode=DELETE");
+  Database faster(File(), OpenMode::kReadWrite);
+  faster.Run("BEGIN IMMEDIATE");
+  int asked = 0;
+  const Patience patience{std::chrono::hours(1), [&](std::chrono::milliseconds) {
+                            if (++asked == 2) {
+                              faster.Run("COMMIT");
+                            }
+                            return true;
+                          }};
+  const Database opened = OpenDatabase(File(), OpenMode::kReadWrite, patience);
+  Statement mode(opened, "PRAGMA journal_mode");
+  ASSERT_TRUE(mode.Step());
+  EXPECT_EQ(mode.Text(0), "wal");
+  EXPECT_EQ(asked, 2);
+}
+
+// It was told to check the disk.
+TEST_F(OpeningTest, ALimitOnTheSizeOfFilesIsCalledSo) {
+  Database store = OpenDatabase(File(), OpenMode::kCreate);
+  store.Run("CREATE TABLE Texts (text)");
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+  const auto signalBefore = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit tight = before;
+  tight.rlim_cur = 512 * 1024;
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tight), 0);
+  std::string failure;
+  try {
+    store.Run("INSERT INTO Texts VALUES (zeroblob(4000000))");
+  } catch (const StoreError& refused) {
+    failure = refused.what();
+  }
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+  (void)std::signal(SIGXFSZ, signalBefore);
+  EXPECT_THAT(failure, HasSubstr("File too large (a limit on the size of files is reached"));
+  EXPECT_EQ(store.Number("SELECT count(*) FROM Texts"), 0);
 }
 
 struct Advice {
