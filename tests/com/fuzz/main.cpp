@@ -27,7 +27,7 @@ namespace qortest {
 namespace {
 
 struct Options {
-  std::uint64_t episodes = 2'000;
+  std::uint64_t episodes = 1'000;
   std::uint64_t seed = 20'260'101;
   std::uint64_t from = 0;
   std::uint64_t seconds = 0;
