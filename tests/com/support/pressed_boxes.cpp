@@ -1,5 +1,7 @@
 #include "tests/com/support/pressed_boxes.h"
 
+#include <initializer_list>
+
 namespace qortest {
 
 namespace {
