@@ -20,8 +20,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-constexpr int kRoomy = 40;
-
 class HeldWriters : public testing::TestWithParam<SeatOperation> {
  protected:
   HeldWriters() { MakeBuilding(file_, kRoomy); }

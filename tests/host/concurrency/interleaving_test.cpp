@@ -16,8 +16,6 @@
 namespace qorhost::test {
 namespace {
 
-constexpr int kRoomy = 40;
-
 struct Meeting {
   std::string name;
   SeatOperation first;

@@ -16,7 +16,6 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-constexpr int kRoomy = 40;
 constexpr int kRounds = 3;
 constexpr int kDone = 0;
 constexpr int kRefused = 1;

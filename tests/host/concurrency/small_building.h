@@ -11,6 +11,8 @@ namespace qorhost::test {
 
 inline constexpr std::int32_t kUnit = 1;
 inline constexpr int kCodesInUse = 7;
+/// A capacity that leaves room for whatever a test adds.
+inline constexpr int kRoomy = 40;
 
 /// Makes the store: unit 1 with the cards 101 to 104 in the rows 1 to 4, the directory codes 101 to
 /// 103 in the rows 1 to 3, which the unit knows, and three tenants: Adam holds the card 101 and the

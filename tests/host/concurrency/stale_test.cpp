@@ -20,8 +20,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr int kRoomy = 40;
-
 const std::string kDeletesHeld =
     "This credential is already assgined to a Tenant. Deleting this credential will remove it from "
     "the assigned Tenant and delete the credential from the system. Do you want to continue?";
