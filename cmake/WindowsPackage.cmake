@@ -9,7 +9,7 @@ install(FILES
   ${PROJECT_SOURCE_DIR}/docs/behaviour.md
   ${PROJECT_SOURCE_DIR}/docs/host-contract.md
   ${PROJECT_SOURCE_DIR}/docs/host-credentials.md
-  ${PROJECT_SOURCE_DIR}/docs/host-dircodes.md
+  ${PROJECT_SOURCE_DIR}/docs/host-dir-codes.md
   ${PROJECT_SOURCE_DIR}/docs/host-operations.md
   ${PROJECT_SOURCE_DIR}/docs/host-reports.md
   ${PROJECT_SOURCE_DIR}/docs/integration.md

@@ -304,7 +304,7 @@ Class DirCode() {
       .name = "clsDirCode",
       .purpose =
           "The directory-code screen and the merge with a unit "
-          "([host-dircodes.md](host-dircodes.md)).",
+          "([host-dir-codes.md](host-dir-codes.md)).",
       .properties = {{"mobjDirCodeScreen",
                       "the screen that the operations work on; kept until another or nothing is "
                       "set"},

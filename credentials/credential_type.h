@@ -5,12 +5,9 @@
 #include <cstdint>
 #include <string_view>
 
-namespace qorcred {
+#include "frame/credential_numbers.h"
 
-/// The stored numbers of CREDENTIALBANK.CredentialType.
-inline constexpr std::int16_t kCorvinCard = 0;
-inline constexpr std::int16_t kStandardCard = 1;
-inline constexpr std::int16_t kTransmitter = 2;
+namespace qorcred {
 
 struct CredentialTypeName {
   std::int16_t type;
@@ -24,7 +21,11 @@ inline constexpr std::array<CredentialTypeName, 3> kCredentialTypes{{
     {kTransmitter, "Transmitter"},
 }};
 
-/// Credential numbers run from 1 to this.
+/// Credential numbers run from 1 to this, the codes beside them from 0.
 inline constexpr std::int32_t kHighestCredentialNumber = 65535;
+inline constexpr std::int32_t kHighestFacilityCode = 255;
+inline constexpr std::int32_t kHighestCorvinFacilityCode = 63;
+inline constexpr std::int32_t kHighestIdCode = 26;
+inline constexpr std::int32_t kHighestSequenceCode = 2;
 
 }  // namespace qorcred

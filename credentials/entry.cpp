@@ -27,6 +27,11 @@ bool IsWithin(std::string_view text, std::int32_t low, std::int32_t high) {
   return number >= low && number <= high;
 }
 
+static_assert(kHighestCredentialNumber == 65535 && kHighestFacilityCode == 255 &&
+                  kHighestCorvinFacilityCode == 63 && kHighestIdCode == 26 &&
+                  kHighestSequenceCode == 2,
+              "the messages say so");
+
 bool IsSingleMode(const Screen& screen) {
   return UpperAscii(TextOrEmpty(screen.Variable("gstrTag"))) == "SINGLE";
 }
@@ -109,7 +114,8 @@ bool clsCredential::ReadCodes(const Screen& screen, CredentialEntry& entry) {
   const std::string facilityText = facilityBox.Text();
   const std::string_view facility = Trim(facilityText);
   const bool corvin = entry.type == kCorvinCard;
-  if (!facility.empty() && !IsWithin(facility, 0, corvin ? 63 : 255)) {
+  if (!facility.empty() &&
+      !IsWithin(facility, 0, corvin ? kHighestCorvinFacilityCode : kHighestFacilityCode)) {
     return RefuseEntry(facilityBox, corvin ? "Please enter a Facility Code between 0 and 63."
                                            : "Please enter a Facility Code between 0 and 255.");
   }
@@ -117,12 +123,12 @@ bool clsCredential::ReadCodes(const Screen& screen, CredentialEntry& entry) {
   const bool transmitter = entry.type == kTransmitter;
   const TextBox idBox = screen.Box("txtIDCode");
   const std::string idText = idBox.Text();
-  if (transmitter && !IsWithin(Trim(idText), 0, 26)) {
+  if (transmitter && !IsWithin(Trim(idText), 0, kHighestIdCode)) {
     return RefuseEntry(idBox, "Please enter an ID Code between 0 and 26.");
   }
   const TextBox sequenceBox = screen.Box("txtSequenceCode");
   const std::string sequenceText = sequenceBox.Text();
-  if (transmitter && !IsWithin(Trim(sequenceText), 0, 2)) {
+  if (transmitter && !IsWithin(Trim(sequenceText), 0, kHighestSequenceCode)) {
     return RefuseEntry(sequenceBox, "Please enter a Sequence Code between 0 and 2.");
   }
 

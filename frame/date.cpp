@@ -138,8 +138,7 @@ class DateReader {
   /// At least one digit and at most that many, which no further digit follows.
   std::optional<Number> ReadDigits(std::size_t most) {
     Number number;
-    while (number.digits < rest_.size() && rest_[number.digits] >= '0' &&
-           rest_[number.digits] <= '9') {
+    while (number.digits < rest_.size() && IsDigit(rest_[number.digits])) {
       if (number.digits == most) return std::nullopt;
       number.value = number.value * 10 + (rest_[number.digits] - '0');
       ++number.digits;

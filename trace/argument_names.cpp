@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "frame/manager_operations.h"
 #include "frame/object.h"
 
 namespace qorcred::trace {
@@ -16,14 +17,14 @@ struct MemberArguments {
 };
 
 constexpr std::array kMembers{
-    MemberArguments{"ExecuteSelect", {"conn", "sql", "errorFlag", "errorText"}},
-    MemberArguments{"ExecuteScalar", {"conn", "sql", "errorFlag", "errorText"}},
-    MemberArguments{"ExecuteQueryDelete", {"conn", "sql", "errorFlag", "errorText"}},
-    MemberArguments{"ExecuteUpdate",
+    MemberArguments{kExecuteSelect.name, {"conn", "sql", "errorFlag", "errorText"}},
+    MemberArguments{kExecuteScalar.name, {"conn", "sql", "errorFlag", "errorText"}},
+    MemberArguments{kExecuteQueryDelete.name, {"conn", "sql", "errorFlag", "errorText"}},
+    MemberArguments{kExecuteUpdate.name,
                     {"conn", "sql", "table", "errorFlag", "errorText", "lastModified", "rid"}},
-    MemberArguments{"ExecuteInsert",
+    MemberArguments{kExecuteInsert.name,
                     {"conn", "sql", "lastModified", "table", "errorFlag", "errorText"}},
-    MemberArguments{"ExecuteDelete", {"conn", "table", "rid", "errorFlag", "errorText"}},
+    MemberArguments{kExecuteDelete.name, {"conn", "table", "rid", "errorFlag", "errorText"}},
     MemberArguments{"pbGetUnitStatus",
                     {"conn", "unitKey", "status", "text4", "text5", "credentials", "entryCodes",
                      "directoryCodes", "text9"}},
@@ -46,6 +47,19 @@ constexpr std::array kMembers{
     MemberArguments{"DeleteRows", {"row"}},
     MemberArguments{"QuickSort", {"lowRow", "highRow", "column", "order", "type"}},
 };
+
+/// Whether the names of the manager's arguments have the error flag where its operations have it.
+constexpr bool FlagsAreInPlace() {
+  for (const ManagerOperation& operation : kManagerOperations) {
+    for (const MemberArguments& known : kMembers) {
+      if (known.member == operation.name && known.names[operation.errorFlagAt] != "errorFlag") {
+        return false;
+      }
+    }
+  }
+  return true;
+}
+static_assert(FlagsAreInPlace());
 
 }  // namespace
 

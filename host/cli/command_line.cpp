@@ -9,19 +9,20 @@
 #include <new>
 #include <utility>
 
+#include "host/cli/command_session.h"
 #include "host/cli/commands.h"
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
-#include "host/cli/display_text.h"
 #include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
 #include "host/cli/store_commands.h"
-#include "host/cli/tour/tour.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/store_file.h"
 #include "host/desks/whole_number.h"
 #include "host/files/file_error.h"
 #include "host/files/whole_file.h"
+#include "host/terminal/display_text.h"
+#include "host/tour/tour.h"
 
 namespace qorhost {
 
@@ -120,8 +121,9 @@ void DescribeStore(CLI::App& app, Choice& choice) {
 
   AddCommand({app, choice.run}, "tour",
              "Show the screens and reports at work on a copy of the demo building",
-             "  qorhost tour\n  qorhost tour --trace 2> calls.txt",
-             [&choice](Console& console) { return RunTour(choice.global, console); });
+             "  qorhost tour\n  qorhost tour --trace 2> calls.txt", [&choice](Console& console) {
+               return RunTour(SurroundingsOf(choice.global, console, {}), console);
+             });
 }
 
 /// Help in plain words, of every command.

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/cli/console.h"
+#include "host/terminal/console.h"
 
 namespace qorhost {
 

@@ -7,9 +7,9 @@
 #include <sstream>
 #include <utility>
 
-#include "host/cli/display_text.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/whole_number.h"
+#include "host/terminal/display_text.h"
 
 namespace qorhost {
 
@@ -122,8 +122,7 @@ std::optional<std::int32_t> CommandSession::NamedUnit() const {
 }
 
 void CommandSession::RequireConsent(const std::string& question) {
-  if (operator_.Show(question, qorcred::MessageStyle::kQuestion, "qorhost") !=
-      qorcred::MessageButton::kYes) {
+  if (!operator_.Asks(question)) {
     throw RefusedError("nothing was changed");
   }
 }

@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "host/cli/console.h"
 #include "host/cli/operator.h"
 #include "host/desks/session.h"
 #include "host/desks/store_file.h"
+#include "host/terminal/console.h"
 
 namespace qorhost {
 

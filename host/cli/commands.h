@@ -6,8 +6,8 @@
 #include <span>
 #include <string>
 
-#include "host/cli/console.h"
 #include "host/desks/input_fault.h"
+#include "host/terminal/console.h"
 
 namespace qorhost {
 

@@ -1,5 +1,7 @@
 #include "host/cli/credential_command_line.h"
 
+#include <fmt/format.h>
+
 #include <array>
 #include <string>
 
@@ -49,17 +51,24 @@ void DescribeAdd(CommandPlace credentials, const GlobalOptions& global,
       "      --with-tenants --schedules \"Full Access,Late Shift,1,0\" --to 2027-12-31",
       [&](Console& console) { return RunCredentialAdd(global, options, console); }, kAddWords);
   const auto text = [command](const char* name, auto& target, const std::string& type,
-                              const char* description) {
+                              const std::string& description) {
     return command->add_option(name, target, description)->type_name(type);
   };
   NewCredentials& entry = options.entry;
   text("--type", entry.type, EnteredWords("|", "|"), "The kind of credential")->required();
-  text("--start", entry.first, "N", "The credential's number, 1 to 65535, or the first of a range")
+  namespace bound = credential_bound;
+  text("--start", entry.first, "N",
+       fmt::format("The credential's number, 1 to {}, or the first of a range", bound::kNumber))
       ->required();
-  text("--end", entry.last, "N", "The last number of a range, up to 65535");
-  text("--facility", entry.facility, "F", "Facility code, 0 to 255, of a card30 to 63 (0)");
-  text("--id-code", entry.idCode, "N", "ID code of a transmitter, 0 to 26");
-  text("--sequence", entry.sequence, "N", "Sequence code of a transmitter, 0 to 2");
+  text("--end", entry.last, "N",
+       fmt::format("The last number of a range, up to {}", bound::kNumber));
+  text("--facility", entry.facility, "F",
+       fmt::format("Facility code, 0 to {}, of a card30 to {} (0)", bound::kFacility,
+                   bound::kCorvinFacility));
+  text("--id-code", entry.idCode, "N",
+       fmt::format("ID code of a transmitter, 0 to {}", bound::kIdCode));
+  text("--sequence", entry.sequence, "N",
+       fmt::format("Sequence code of a transmitter, 0 to {}", bound::kSequence));
   text("--button", entry.button, "1|4", "Button of a transmitter (1)");
   command->add_flag("--with-tenants", entry.withTenants, "Create a tenant for every credential");
   text("--schedules", entry.schedules, "A,B,C,D",
@@ -102,7 +111,10 @@ void DescribeRest(CommandPlace credentials, const GlobalOptions& global, Credent
       [&](Console& console) { return RunCredentialRenumber(global, choice.renumber, console); },
       kRenumberWords);
   renumber->add_option("CREDENTIAL", choice.renumber.credential, kCredential)->required();
-  renumber->add_option("NUMBER", choice.renumber.number, "The new number, 1 to 65535")->required();
+  renumber
+      ->add_option("NUMBER", choice.renumber.number,
+                   fmt::format("The new number, 1 to {}", credential_bound::kNumber))
+      ->required();
 
   auto* remove = AddCommand(
       credentials, "delete", "Delete a credential; asks when a tenant holds it",

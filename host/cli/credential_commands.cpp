@@ -2,13 +2,13 @@
 
 #include <fmt/format.h>
 
-#include "host/cli/display_text.h"
 #include "host/cli/progress.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_list.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
@@ -55,22 +55,6 @@ void PrintIssued(const IssuedCredentials& issued, const UnitName& unit, bool wit
 
 std::string Joined(const std::vector<std::string>& names) {
   return Displayable(fmt::format("{}", fmt::join(names, ", ")));
-}
-
-/// Asks when somebody loses a credential by an assignment. Raises RefusedError without consent.
-void RequireConsent(const AssignmentLosses& losses, const ShownCredential& credential,
-                    CommandSession& session) {
-  std::string question;
-  for (const std::string& holder : losses.holders) {
-    question += fmt::format("{} loses {}. ", Displayable(holder), NameOf(credential));
-  }
-  if (!losses.replaced.empty()) {
-    question += fmt::format("{} has two credentials and loses {}. ", Displayable(credential.tenant),
-                            Displayable(losses.replaced));
-  }
-  if (!question.empty()) {
-    session.RequireConsent(question + "Go on?");
-  }
 }
 
 void PrintLosses(const AssignmentLosses& losses, Console& console) {
@@ -124,8 +108,9 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
   (void)desk.Select(options.credential);
   EnterChange(desk, options.change);
   const AssignmentLosses losses = desk.LossesOfSaving();
-  if (!options.change.release) {
-    RequireConsent(losses, desk.Shown(), session);
+  if (!options.change.release && losses.any()) {
+    const ShownCredential before = desk.Shown();
+    session.RequireConsent(QuestionOf(losses, WithRid(before.entry, before.rid), before.tenant));
   }
   const ChangedCredential changed = desk.SaveEdited();
   const ShownCredential& now = changed.credential;

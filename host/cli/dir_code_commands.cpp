@@ -3,12 +3,12 @@
 #include <fmt/format.h>
 
 #include "frame/convert.h"
-#include "host/cli/display_text.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_list.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 

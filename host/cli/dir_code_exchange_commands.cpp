@@ -6,16 +6,16 @@
 #include <vector>
 
 #include "frame/convert.h"
-#include "host/cli/display_text.h"
-#include "host/cli/few_lines.h"
 #include "host/cli/progress.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "host/desks/words.h"
 #include "host/files/file_error.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/few_lines.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
@@ -183,9 +183,7 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   MergeReport report = merge.Apply(BarOn(console, global.trace));
   // Nobody waits while the person thinks: it may be about other codes by then.
   while (report.wholesale) {
-    session.RequireConsent(
-        fmt::format("{} of the unit's {} directory codes will be deleted. Go on?",
-                    report.wholesale->deletions, report.wholesale->stored));
+    session.RequireConsent(report.wholesale->Question());
     report = merge.Apply(BarOn(console, global.trace), report.wholesale->codes);
   }
   ReportRefusedLines(report.faults, options, console);

@@ -2,13 +2,13 @@
 
 #include <fmt/format.h>
 
-#include "host/cli/display_text.h"
-#include "host/cli/few_lines.h"
 #include "host/cli/progress.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/words.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/few_lines.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 

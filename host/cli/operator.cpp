@@ -6,7 +6,7 @@
 #include <string>
 
 #include "frame/text.h"
-#include "host/cli/display_text.h"
+#include "host/terminal/display_text.h"
 
 namespace qorhost {
 
@@ -26,30 +26,10 @@ bool IsWord(std::string_view text, std::string_view letter, std::string_view wor
          qorcred::CompareIgnoringCase(text, word) == 0;
 }
 
-/// Why nothing of an operation on `what` was done.
-std::string ReasonOf(StaleCause cause, std::string_view what) {
-  switch (cause) {
-    case StaleCause::kRowChanged:
-      return fmt::format("someone else has changed the {} meanwhile", what);
-    case StaleCause::kRowDeleted:
-      return fmt::format("someone else has deleted the {} meanwhile", what);
-    case StaleCause::kHolderChanged:
-      return fmt::format("someone else has changed the holder of the {} meanwhile", what);
-    case StaleCause::kTakerChanged:
-      return fmt::format("someone else has changed the tenant who was to get the {} meanwhile",
-                         what);
-    case StaleCause::kNewQuestion:
-      return "what someone else has done meanwhile calls for a question";
-    case StaleCause::kUnknown:
-      break;
-  }
-  return fmt::format("someone else has changed or deleted the {} meanwhile", what);
-}
-
 void TellStale(std::string_view what, const Outcome& outcome, Console& console) {
   constexpr std::size_t kMostChanges = 5;
   console.err << fmt::format("qorhost: nothing was changed: {}. Try again.\n",
-                             ReasonOf(outcome.cause, what));
+                             StaleReason(outcome.cause, what));
   const std::vector<WorkEntry>& changes = outcome.changes;
   const std::size_t first = changes.size() > kMostChanges ? changes.size() - kMostChanges : 0;
   for (std::size_t at = first; at < changes.size(); ++at) {
@@ -81,6 +61,10 @@ MessageButton Operator::Show(std::string_view text, MessageStyle style, std::str
     console_.err << "Answered No: there is no terminal to ask at. Say --yes to answer Yes.\n";
   }
   return yes ? MessageButton::kYes : MessageButton::kNo;
+}
+
+bool Operator::Asks(std::string_view question) {
+  return Show(question, MessageStyle::kQuestion, "qorhost") == MessageButton::kYes;
 }
 
 bool Operator::AskAtTerminal() {

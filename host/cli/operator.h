@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "frame/host.h"
-#include "host/cli/console.h"
 #include "host/desks/outcome.h"
+#include "host/terminal/console.h"
 
 namespace qorhost {
 
@@ -18,6 +18,8 @@ class Operator {
 
   qorcred::MessageButton Show(std::string_view text, qorcred::MessageStyle style,
                               std::string_view title);
+  /// Asks a question of the host's own, as the controllers' are asked. True for Yes.
+  [[nodiscard]] bool Asks(std::string_view question);
 
  private:
   [[nodiscard]] bool AskAtTerminal();

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "host/cli/console.h"
+#include "host/terminal/console.h"
 
 namespace qorhost {
 

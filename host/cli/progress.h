@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <ostream>
 
-#include "host/cli/console.h"
 #include "host/desks/progress.h"
+#include "host/terminal/console.h"
 
 namespace qorhost {
 
@@ -35,7 +35,7 @@ class ProgressBar {
 };
 
 /// A handler that shows a bar for work of kWorthABar parts and more, wiped when the handler goes.
-/// None when nobody watches, or when a transcript is written to the same place.
+/// None when nobody watches, or when a trace is written to the same place.
 [[nodiscard]] Progress BarOn(Console& console, bool traced);
 
 }  // namespace qorhost

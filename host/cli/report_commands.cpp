@@ -4,15 +4,15 @@
 
 #include <string_view>
 
-#include "frame/text.h"
-#include "host/cli/display_text.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/credential_report.h"
 #include "host/desks/dir_code_report.h"
 #include "host/desks/report_title.h"
+#include "host/desks/row_names.h"
 #include "host/desks/words.h"
 #include "host/files/csv_writer.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
@@ -57,22 +57,9 @@ void Print(const Report& report, std::string_view format, std::string_view title
   }
 }
 
-/// The rows behind "rid:". A bare number is the one on a credential, and nothing is asked here.
-GivenRids RowsToDelete(const std::string& given) {
-  constexpr std::string_view kPrefix = "rid:";
-  if (qorcred::CompareIgnoringCase(std::string_view(given).substr(0, kPrefix.size()), kPrefix) !=
-      0) {
-    throw UsageError(fmt::format(
-        "--delete '{}' must be rows of the report as in rid:17,18,21: a bare number is the number "
-        "on a credential",
-        given));
-  }
-  return GivenRids(given.substr(kPrefix.size()));
-}
-
 ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& options,
                              Console& console) {
-  const GivenRids rids = RowsToDelete(*options.toDelete);
+  const GivenRids rids = GivenRids::Named(*options.toDelete);
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   CredentialReport report(session.desks(), unit.key, {});

@@ -4,14 +4,14 @@
 
 #include <vector>
 
-#include "host/cli/display_text.h"
 #include "host/cli/operator.h"
-#include "host/cli/table_printer.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
 #include "host/desks/words.h"
 #include "host/files/file_error.h"
 #include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
@@ -29,9 +29,7 @@ void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
 /// Puts the store in its place. Raises RefusedError that says what to do about what stands there.
 void Put(const GlobalOptions& global, const InitOptions& options, Console& console) {
   const auto asks = [&](const std::string& found) {
-    return Operator(console, global.answer)
-               .Show(found + ". Replace it all the same?", qorcred::MessageStyle::kQuestion,
-                     "qorhost") == qorcred::MessageButton::kYes;
+    return Operator(console, global.answer).Asks(found + ". Replace it all the same?");
   };
   try {
     PutStore(global.file, {options.demo, console.environment.clock, console.environment.author},

@@ -12,7 +12,7 @@ namespace qorhost {
 struct UnitStatus {
   bool known = false;  ///< the store has the unit
   std::string name;
-  std::string type;  ///< UNITTYPES.DESCRIPTION
+  std::string type;  ///< UnitSettings.UNITTYPE; empty where there is none
   std::int64_t credentials = 0;
   std::int64_t entryCodes = 0;  ///< 0: the store keeps no entry codes
   std::int64_t directoryCodes = 0;

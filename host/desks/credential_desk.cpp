@@ -2,34 +2,28 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <utility>
 
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
 #include "frame/schema.h"
-#include "frame/siblings.h"
 #include "frame/text.h"
-#include "frame/trap.h"
+#include "host/desks/credential_choice.h"
 #include "host/desks/credential_fields.h"
 #include "host/desks/credential_slots.h"
-#include "host/desks/credential_types.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/entered_numbers.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
-#include "host/desks/tenant_name.h"
+#include "host/desks/operation_record.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
-#include "host/desks/whole_number.h"
-#include "host/desks/words.h"
 
 namespace qorhost {
 
 namespace {
 
-constexpr std::string_view kNoDoor = "<None>";
 constexpr std::int32_t kNoPreviousRow = 0;
 
 std::shared_ptr<ScreenModel> MakeScreen(DeskScreen kind, qorcred::Date today) {
@@ -85,7 +79,7 @@ CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskS
 
 void CredentialDesk::StartController() {
   controller_.emplace("clsCredential", session_.host(), session_.tracer());
-  controller_->Set("gmobjCredentialScreen", session_.Visible(screen_));
+  controller_->Set("gmobjCredentialScreen", qorcred::ObjectRef(screen_));
 }
 
 CredentialDesk::~CredentialDesk() {
@@ -133,7 +127,7 @@ void CredentialDesk::FillLists() {
 
 void CredentialDesk::FillDoors() {
   ListModel& doors = screen_->List("cboActivate");
-  doors.AddItem(std::string(kNoDoor));
+  doors.AddItem(std::string(kNoneEntry));
   const QueryResult result = session_.sql().Select(
       fmt::format("SELECT DOORNAME FROM DOORS WHERE UNITKEY={} ORDER BY DOORID", unitKey_));
   for (const ResultRow row : result.rows()) {
@@ -145,70 +139,12 @@ bool CredentialDesk::takesFacilityCode() const {
   return screen_->Box("txtFacilityCode").enabled();
 }
 
-/// The rows that a person may mean.
-std::vector<std::int32_t> CredentialDesk::RowsNamed(std::string_view credential) {
-  const std::string_view wanted = qorcred::Trim(credential);
-  if (const auto rid = RowNamed(credential_field::kCredential, wanted)) {
-    return {*rid};
-  }
-  std::vector<std::int32_t> rids;
-  if (const auto number = WholeNumber(wanted)) {
-    const QueryResult found = session_.sql().Select(
-        fmt::format("SELECT RID FROM CREDENTIALBANK WHERE UnitKey={} AND PINNo={} ORDER BY RID",
-                    unitKey_, *number));
-    for (const ResultRow row : found.rows()) {
-      rids.push_back(qorcred::ToLong(row[0]));
-    }
-    return rids;
-  }
-  const ListModel& list = credentials();
-  for (const std::int32_t index : EntriesWithText(list, wanted, placeholders::kInCredentials)) {
-    rids.push_back(list.ItemData(index));
-  }
-  return rids;
-}
-
-/// "Transmitter 301, facility code 7 (rid:609); ...", not too many of them.
-std::string CredentialDesk::Described(std::vector<std::int32_t> rids) {
-  constexpr std::size_t kMost = 10;
-  const bool more = rids.size() > kMost;
-  rids.resize(std::min(rids.size(), kMost));
-  const QueryResult found = session_.sql().Select(fmt::format(
-      "SELECT RID, CredentialType, PINNo, FacilityCode FROM CREDENTIALBANK WHERE UnitKey={} AND "
-      "RID IN ({}) ORDER BY RID",
-      unitKey_, fmt::join(rids, ",")));
-  std::string described;
-  for (const ResultRow row : found.rows()) {
-    const std::string_view label = ScreenLabelOf(qorcred::NumericValue(row[1]));
-    described += fmt::format("{}{} {}, facility code {} (rid:{})", described.empty() ? "" : "; ",
-                             label.empty() ? "Credential" : label, qorcred::TextOrEmpty(row[2]),
-                             qorcred::TextOrEmpty(row[3]), qorcred::ToLong(row[0]));
-  }
-  return more ? described + "; ..." : described;
-}
-
-std::int32_t CredentialDesk::Find(std::string_view credential) {
-  const std::vector<std::int32_t> rids = RowsNamed(credential);
-  if (rids.size() > 1) {
-    throw InputFault(credential_field::kCredential, credential,
-                     fmt::format("{} credentials are called '{{value}}', say rid:N: {}",
-                                 rids.size(), InReason(Described(rids))));
-  }
-  const std::int32_t index = rids.empty() ? ListModel::kNone : credentials().FindData(rids.front());
-  if (index < placeholders::kInCredentials) {
-    throw InputFault(credential_field::kCredential, credential,
-                     fmt::format("unit {} has no credential '{{value}}'", unitKey_),
-                     InputFault::Kind::kSeeList);
-  }
-  return index;
-}
-
 ShownCredential CredentialDesk::Select(std::string_view credential) {
-  std::int32_t index = Find(credential);
+  std::int32_t index = FindCredential(session_, unitKey_, credentials(), credential);
   // The lists are to show what is stored: others may have deleted or renumbered it meanwhile.
   while (!ShowRow(credentials().ItemData(index))) {
     FillLists();
-    index = Find(credential);
+    index = FindCredential(session_, unitKey_, credentials(), credential);
   }
   Load(index);
   return Shown();
@@ -282,33 +218,18 @@ void CredentialDesk::RequireUnitSettings() {
   hasSettings_ = true;
 }
 
-AssignmentLosses CredentialDesk::LossesOfSaving() {
-  RequireUnitSettings();
-  const std::int32_t rid = Shown().rid;
+Assignment CredentialDesk::Chosen() const {
   const ListModel& tenants = screen_->List("cboAssignedTo");
   const bool chosen = tenants.selected() >= placeholders::kInTenants;
-  const std::int32_t tenantId = chosen ? tenants.ItemData(tenants.selected()) : 0;
-  const std::string ofTenant =
-      fmt::format("FROM TENANTS WHERE UnitKey={} AND TenantID={}", unitKey_, tenantId);
-  shown_.TakeAlso({fmt::format("SELECT * {} ORDER BY RID", ofTenant), ShownAs::kTaker, "TENANTS"});
+  return {unitKey_, Shown().rid,
+          chosen ? std::optional(tenants.ItemData(tenants.selected())) : std::nullopt};
+}
 
-  AssignmentLosses losses;
-  const QueryResult holders = session_.sql().Select(fmt::format(
-      "SELECT {} FROM TENANTS WHERE UnitKey={} AND {} AND TenantID<>{} ORDER BY TenantID",
-      kTenantFullName, unitKey_, Holds(rid), tenantId));
-  for (const ResultRow row : holders.rows()) {
-    losses.holders.emplace_back(qorcred::Trim(qorcred::TextOrEmpty(row[0])));
-  }
-  const QueryResult full = session_.sql().Select(
-      fmt::format("SELECT CREDENTIALID1 {} AND {} AND CREDENTIALID1<>{} AND CREDENTIALID2<>{}",
-                  ofTenant, kHoldsTwo, rid, rid));
-  if (full.rowCount > 0) {
-    const std::int32_t replaced = qorcred::ToLong(full.table->At(0, 0));
-    const std::int32_t index = credentials().FindData(replaced);
-    losses.replaced =
-        WithRid(index == ListModel::kNone ? "a credential" : credentials().Text(index), replaced);
-  }
-  return losses;
+AssignmentLosses CredentialDesk::LossesOfSaving() {
+  RequireUnitSettings();
+  const Assignment chosen = Chosen();
+  shown_.TakeAlso({SelectOfTaker(chosen), ShownAs::kTaker, "TENANTS"});
+  return LossesOf(session_, chosen, credentials());
 }
 
 void CredentialDesk::RefreshCredentials(std::int32_t rid) {
@@ -367,7 +288,7 @@ Outcome CredentialDesk::SaveSelected() {
     Outcome saved = saving.End(controller_->Run<&qorcred::clsCredential::pbSave>(
         session_.connection(), unitKey_, false, true, nullptr));
     // The controller answers True also when the tenant is not there any more.
-    if (saved.done() && !IsHeldAsChosen()) {
+    if (saved.done() && !IsHeldAsChosen(session_, Chosen())) {
       saved.ending = Ending::kStale;
     }
     return saved;
@@ -378,32 +299,15 @@ Outcome CredentialDesk::SaveSelected() {
   return outcome;
 }
 
-bool CredentialDesk::IsHeldAsChosen() {
-  const ListModel& tenants = screen_->List("cboAssignedTo");
-  const std::int32_t chosen = tenants.selected();
-  if (chosen < placeholders::kInTenants) {
-    return true;
-  }
-  const QueryResult holder = session_.sql().Select(
-      fmt::format("SELECT RID FROM TENANTS WHERE UnitKey={} AND TenantID={} AND {}", unitKey_,
-                  tenants.ItemData(chosen), Holds(Shown().rid)));
-  return holder.rowCount > 0;
-}
-
 /// Whether the credential has the door and the one holder that the screen shows, or none.
 bool CredentialDesk::IsStoredAsShown() {
-  const std::int32_t rid = Shown().rid;
-  const ListModel& tenants = screen_->List("cboAssignedTo");
-  const QueryResult holders = session_.sql().Select(
-      fmt::format("SELECT TenantID FROM TENANTS WHERE UnitKey={} AND {}", unitKey_, Holds(rid)));
-  const bool isHeld = tenants.selected() >= placeholders::kInTenants;
-  if (holders.rowCount != (isHeld ? 1U : 0U) ||
-      (isHeld &&
-       qorcred::ToLong(holders.table->At(0, 0)) != tenants.ItemData(tenants.selected()))) {
+  if (!IsHeldByChosenAlone(session_, Chosen())) {
     return false;
   }
-  const QueryResult door = session_.sql().Select(fmt::format(
-      "SELECT DOORCODE FROM CREDENTIALBANK WHERE UnitKey={} AND RID={}", unitKey_, rid));
+  const QueryResult door =
+      session_.sql().Select(fmt::format("SELECT DOORCODE FROM CREDENTIALBANK WHERE UnitKey={} AND "
+                                        "RID={}",
+                                        unitKey_, Shown().rid));
   const ListModel& doors = screen_->List("cboActivate");
   return door.rowCount == 1 &&
          (!doors.visible() ||
@@ -443,23 +347,6 @@ Outcome CredentialDesk::Delete() {
   });
 }
 
-/// The controller renumbers without a word to the unit, which knows the credential by its number.
-void CredentialDesk::QueueHoldersSteps(std::int32_t rid) {
-  qorcred::Trap(session_.ownHost(), "queue the holder's step", [&] {
-    const QueryResult holders = session_.sql().Select(
-        fmt::format("SELECT TenantID FROM TENANTS WHERE UnitKey={} AND {} ORDER BY TenantID",
-                    unitKey_, Holds(rid)));
-    if (holders.rowCount == 0) {
-      return;
-    }
-    const qorcred::TenantComponent tenants(
-        session_.ownHost().CreateComponent(qorcred::component::kTenant));
-    for (const ResultRow row : holders.rows()) {
-      tenants.CreateProgramSteps(session_.connection(), unitKey_, qorcred::ToLong(row[0]));
-    }
-  });
-}
-
 ChangedCredential CredentialDesk::Renumber(CredentialNumber number) {
   const ShownCredential credential = Shown();
   const QueryResult same = session_.sql().Select(
@@ -473,7 +360,8 @@ ChangedCredential CredentialDesk::Renumber(CredentialNumber number) {
     const bool stored = controller_->Run<&qorcred::clsCredential::pbUpdatePinNo>(
         session_.connection(), number.value(), unitKey_);
     if (stored) {
-      QueueHoldersSteps(credential.rid);
+      // The controller renumbers without a word to the unit, which knows it by its number.
+      QueueHoldersSteps(session_, unitKey_, credential.rid);
     }
     Outcome renumbered = renumbering.End(stored);
     if (renumbered.ending == Ending::kRefused && renumbered.messages.empty()) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "credentials/cls_credential.h"
+#include "host/desks/assignment.h"
 #include "host/desks/desk_work.h"
 #include "host/desks/outcome.h"
 #include "host/desks/progress.h"
@@ -42,17 +43,11 @@ struct IssuedCredentials : Outcome {
   [[nodiscard]] std::int64_t Count() const { return last - first + 1; }
 };
 
-/// Whom a save of what is chosen takes a credential from.
-struct AssignmentLosses {
-  std::vector<std::string> holders;  ///< who lose the credential that is selected, by their names
-  std::string replaced;  ///< what the chosen tenant loses for it: "Transmitter-301 (RID 17)"
-};
-
 /// A number for a credential, as it is typed.
 class CredentialNumber {
  public:
-  /// Raises InputFault for a text that is no whole number, and for a number below 0 or above 65535:
-  /// the controller refuses 0 alone, and would store what the column cannot hold.
+  /// Raises InputFault for a text that is no whole number, and for a number below 0 or above the
+  /// highest: the controller refuses 0 alone, and would store what the column cannot hold.
   explicit CredentialNumber(std::string_view typed);
 
   [[nodiscard]] std::int32_t value() const noexcept { return value_; }
@@ -118,7 +113,6 @@ class CredentialDesk {
   void Open();
   void StartController();
   void FillDoors();
-  [[nodiscard]] std::int32_t Find(std::string_view credential);
   void FillLists();
   bool ShowRow(std::int32_t rid);
   void LoadAgain(std::int32_t rid);
@@ -126,11 +120,8 @@ class CredentialDesk {
   [[nodiscard]] Outcome Work(std::string what, const std::function<Outcome()>& run);
   [[nodiscard]] Outcome SaveOnce(IssuedCredentials& issued, const Progress& progress);
   [[nodiscard]] Outcome SaveSelected();
-  [[nodiscard]] bool IsHeldAsChosen();
+  [[nodiscard]] Assignment Chosen() const;
   [[nodiscard]] bool IsStoredAsShown();
-  [[nodiscard]] std::vector<std::int32_t> RowsNamed(std::string_view credential);
-  [[nodiscard]] std::string Described(std::vector<std::int32_t> rids);
-  void QueueHoldersSteps(std::int32_t rid);
   void RequireUnitSettings();
 
   DeskSession& session_;

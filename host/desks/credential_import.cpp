@@ -53,6 +53,11 @@ constexpr std::array<ImportColumn, kColumnCount> kColumns{{
     {caption::kTenantRid, false, "not looked at"},
 }};
 
+static_assert(credential_bound::kNumber == 65535 && credential_bound::kCorvinFacility == 63 &&
+                  credential_bound::kFacility == 255 && credential_bound::kIdCode == 26 &&
+                  credential_bound::kSequence == 2,
+              "the columns' help says so");
+
 /// The columns of the screen's inputs.
 constexpr std::array kWords{
     FieldWord{credential_field::kType, kColumns[kType].heading, {}},

@@ -13,6 +13,7 @@
 #include "host/desks/credential_types.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/rows_by_rid.h"
+#include "host/desks/tenant_name.h"
 
 namespace qorhost {
 
@@ -34,27 +35,15 @@ struct Holder {
 };
 using Holders = std::unordered_map<std::int32_t, Holder>;
 
-std::string FullName(const ResultRow& tenant) {
-  std::string name;
-  for (const std::int32_t column : {1, 2, 3}) {
-    const std::string part = qorcred::TextOrEmpty(tenant[column]);
-    if (!part.empty()) {
-      name += (name.empty() ? "" : " ") + part;
-    }
-  }
-  return name;
-}
-
 /// Who holds each credential of the unit.
 Holders ReadHolders(DeskSession& session, std::int32_t unitKey) {
   const QueryResult result = session.sql().Select(fmt::format(
-      "SELECT TenantID, LastName, FirstName, MiddleInitial, CREDENTIALID1, CREDENTIALID2 FROM "
-      "Tenants WHERE UnitKey={} AND (CREDENTIALID1 IS NOT NULL OR CREDENTIALID2 IS NOT NULL) "
-      "ORDER BY TenantID",
-      unitKey));
+      "SELECT TenantID, {}, CREDENTIALID1, CREDENTIALID2 FROM Tenants WHERE UnitKey={} AND "
+      "(CREDENTIALID1 IS NOT NULL OR CREDENTIALID2 IS NOT NULL) ORDER BY TenantID",
+      kFullNameColumns, unitKey));
   Holders holders;
   for (const ResultRow row : result.rows()) {
-    const Holder holder{row[0], FullName(row)};
+    const Holder holder{row[0], FullNameIn(row, 1)};
     for (const std::int32_t slot : {4, 5}) {
       const auto rid = static_cast<std::int32_t>(qorcred::NumericValue(row[slot]));
       holders.emplace(rid, holder);

@@ -9,8 +9,7 @@
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
-#include "frame/text.h"
-#include "host/desks/input_fault.h"
+#include "host/desks/operation_record.h"
 #include "host/desks/report_captions.h"
 #include "host/desks/typed_input.h"
 #include "host/store/rows.h"
@@ -39,12 +38,11 @@ struct ReportColumn {
   std::string_view title;
   std::int32_t index;
 };
+constexpr std::int32_t kRidAt = 8;
 constexpr ReportColumn kColumns[] = {
     {caption::kType, 0},       {caption::kNumber, 1},   {caption::kFacility, 2},
     {caption::kIdCode, 3},     {caption::kSequence, 4}, {caption::kButton, 5},
-    {caption::kAssignedTo, 6}, {caption::kRid, 8},      {caption::kTenantRid, 9}};
-
-constexpr std::int32_t kRidColumn = 8;
+    {caption::kAssignedTo, 6}, {caption::kRid, kRidAt}, {caption::kTenantRid, 9}};
 
 /// The name of a tenant without a middle initial ends in a blank.
 Value WithoutBlanksBehind(Value cell) {
@@ -63,7 +61,7 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
       shown_(session, unitKey),
       filter_(session, conditions.size()),
       controller_("clsCredentialReport", session.host(), session.tracer()) {
-  controller_.Set("gfrmTxFilter", filter_.visible());
+  controller_.Set("gfrmTxFilter", filter_.screen());
   controller_.Set("mlngUnitKey", unitKey);
   shown_.TakeUnit();
   controller_.Run<&qorcred::clsCredentialReport::pbPopulateArrOperators>();
@@ -128,7 +126,7 @@ bool CredentialReport::ShowsStill(const GivenRids& rids) {
       return found;
     }
     for (const std::int32_t row : RowNumbersOf(table)) {
-      if (rids.Holds(table.Cell(row, kRidColumn))) {
+      if (rids.Holds(table.Cell(row, kRidAt))) {
         std::vector<Value>& cells = found.emplace_back();
         for (const ReportColumn& column : kColumns) {
           cells.push_back(table.Cell(row, column.index));
@@ -170,26 +168,6 @@ DeletedCredentials CredentialReport::Delete(const GivenRids& rids) {
   static_cast<Outcome&>(deleted) =
       RunAsWork(session_, shown_, {"delete credentials of the report", run, [] {}});
   return deleted;
-}
-
-bool GivenRids::Holds(const Value& rid) const {
-  return qorcred::IsNumeric(rid) && rids_.contains(qorcred::ToLong(rid));
-}
-
-GivenRids::GivenRids(std::string text) : text_(std::move(text)) {
-  std::string_view rest = text_;
-  for (bool more = true; more; ++count_) {
-    const std::size_t comma = rest.find(',');
-    more = comma != std::string_view::npos;
-    const std::string_view rid = rest.substr(0, comma);
-    if (!qorcred::IsDigits(rid)) {
-      throw InputFault(report_input::kRids, text_,
-                       "{field} '{value}' must be RIDs of the report with commas between them, as "
-                       "in 17,18,21");
-    }
-    rids_.insert(ReadLong(report_input::kRids, rid, kFromZero));
-    rest.remove_prefix(more ? comma + 1 : rest.size());
-  }
 }
 
 }  // namespace qorhost

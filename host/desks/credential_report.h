@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -11,6 +10,7 @@
 #include "host/desks/desk_work.h"
 #include "host/desks/outcome.h"
 #include "host/desks/report_filter.h"
+#include "host/desks/row_names.h"
 #include "host/desks/session.h"
 #include "host/files/table.h"
 #include "reports/cls_credential_report.h"
@@ -21,22 +21,6 @@ namespace qorhost {
 struct DeletedCredentials : Outcome {
   std::size_t given = 0;  ///< RIDs that were to be deleted
   std::int32_t rows = 0;  ///< credentials that were
-};
-
-/// RIDs as a person gives them, with commas between them: "17,18,21".
-class GivenRids {
- public:
-  /// Raises InputFault for anything else.
-  explicit GivenRids(std::string text);
-
-  [[nodiscard]] const std::string& text() const { return text_; }
-  [[nodiscard]] std::size_t count() const { return count_; }
-  [[nodiscard]] bool Holds(const qorcred::Value& rid) const;
-
- private:
-  std::string text_;
-  std::set<std::int32_t> rids_;
-  std::size_t count_ = 0;
 };
 
 /// Opens the filter screen with a row for every condition. The session must outlive it. Raises

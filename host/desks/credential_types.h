@@ -1,4 +1,4 @@
-// The types of credentials by everything that people call them.
+// The types of credentials by everything that people call them, and the bounds of their numbers.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,18 @@
 #include <string>
 #include <string_view>
 
+#include "credentials/credential_type.h"
+
 namespace qorhost {
+
+/// The highest numbers that the screen takes; credential numbers begin with 1, the others with 0.
+namespace credential_bound {
+inline constexpr std::int32_t kNumber = qorcred::kHighestCredentialNumber;
+inline constexpr std::int32_t kFacility = qorcred::kHighestFacilityCode;
+inline constexpr std::int32_t kCorvinFacility = qorcred::kHighestCorvinFacilityCode;
+inline constexpr std::int32_t kIdCode = qorcred::kHighestIdCode;
+inline constexpr std::int32_t kSequence = qorcred::kHighestSequenceCode;
+}  // namespace credential_bound
 
 struct CredentialTypeWords {
   std::int16_t type = 0;        ///< as it is stored

@@ -5,6 +5,7 @@
 
 #include "frame/convert.h"
 #include "frame/text.h"
+#include "host/desks/message_rules.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {
@@ -76,12 +77,25 @@ std::optional<std::size_t> ColumnOf(const std::vector<std::string>& columns,
                                 : std::optional(static_cast<std::size_t>(found - columns.begin()));
 }
 
+/// Of rows that have one.
+std::vector<std::int32_t> RidsOf(const ShownState::ReadRows& rows) {
+  std::vector<std::int32_t> rids;
+  if (const auto rid = ColumnOf(rows.columns, "RID")) {
+    for (const std::vector<qorcred::Value>& cells : rows.cells) {
+      rids.push_back(qorcred::ToLong(cells[*rid]));
+    }
+  }
+  return rids;
+}
+
+/// Whether nothing but the date of their last change is another one.
 bool DifferInDateOnly(ShownState::ReadRows now, const ShownState::ReadRows& then) {
-  if (!now.date || now.rids != then.rids || now.cells.size() != then.cells.size()) {
+  const auto date = ColumnOf(now.columns, "LASTMODIFIEDDATE");
+  if (!date || now.columns != then.columns || now.cells.size() != then.cells.size()) {
     return false;
   }
   for (std::size_t row = 0; row < now.cells.size(); ++row) {
-    now.cells[row][*now.date] = then.cells[row][*now.date];
+    now.cells[row][*date] = then.cells[row][*date];
   }
   return now == then;
 }
@@ -161,16 +175,11 @@ void ShownState::TakeAlso(ShownSelect select) {
 
 ShownState::ReadRows ShownState::Read(const ShownSelect& select) const {
   QueryResult result = session_.sql().Select(select.select);
-  const std::optional<std::size_t> rid = ColumnOf(result.columns, "RID");
   ReadRows rows;
-  rows.date = ColumnOf(result.columns, "LASTMODIFIEDDATE");
   for (const ResultRow row : result.rows()) {
     std::vector<qorcred::Value>& cells = rows.cells.emplace_back();
     for (std::size_t column = 0; column < result.columns.size(); ++column) {
       cells.push_back(row[static_cast<std::int32_t>(column)]);
-    }
-    if (rid) {
-      rows.rids.push_back(qorcred::ToLong(cells[*rid]));
     }
   }
   rows.columns = std::move(result.columns);
@@ -201,8 +210,9 @@ std::optional<ShownState::Difference> ShownState::WhatDiffers() const {
       continue;
     }
     Difference difference{CauseOf(selects_[at].as, now.cells.size() < rows_[at].cells.size()),
-                          selects_[at].table, rows_[at].rids};
-    difference.rids.insert(difference.rids.end(), now.rids.begin(), now.rids.end());
+                          selects_[at].table, RidsOf(rows_[at])};
+    const std::vector<std::int32_t> rids = RidsOf(now);
+    difference.rids.insert(difference.rids.end(), rids.begin(), rids.end());
     if (!DifferInDateOnly(now, rows_[at])) {
       return difference;
     }

@@ -11,6 +11,7 @@
 
 #include "host/desks/outcome.h"
 #include "host/desks/session.h"
+#include "host/screens/screen_model.h"
 
 namespace qorhost {
 
@@ -37,17 +38,17 @@ class ShownState {
   [[nodiscard]] bool TakeRows(std::vector<ShownSelect> selects);
   /// What one more SELECT reads, shown later than the rest: the version stays that of the rest.
   void TakeAlso(ShownSelect select);
-  /// The unit is as the desk's own operation has left it, with the rows that Reread() gave before
-  /// its end; `besideOthers` when others had changed it before, which the lists do not show.
+
+  /// What a SELECT gave.
   struct ReadRows {
     std::vector<std::string> columns;
     std::vector<std::vector<qorcred::Value>> cells;
-    std::vector<std::int32_t> rids;   // of rows that have one
-    std::optional<std::size_t> date;  // the column that says when they were changed
     friend bool operator==(const ReadRows&, const ReadRows&) = default;
   };
   using Rows = std::vector<ReadRows>;  // one for each SELECT
   [[nodiscard]] Rows Reread() const;
+  /// The unit is as the desk's own operation has left it, with the rows that Reread() gave before
+  /// its end; `besideOthers` when others had changed it before, which the lists do not show.
   void TakeOver(const UnitVersion& version, Rows rows, bool besideOthers);
 
   [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }

@@ -11,6 +11,8 @@
 #include "host/desks/dir_code_fields.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/operation_record.h"
+#include "host/desks/row_names.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
 
@@ -66,7 +68,7 @@ DirCodeDesk::DirCodeDesk(DeskSession& session, std::int32_t unitKey)
 
 void DirCodeDesk::StartController() {
   controller_.emplace("clsDirCode", session_.host(), session_.tracer());
-  controller_->Set("mobjDirCodeScreen", session_.Visible(screen_));
+  controller_->Set("mobjDirCodeScreen", qorcred::ObjectRef(screen_));
 }
 
 DirCodeDesk::~DirCodeDesk() {

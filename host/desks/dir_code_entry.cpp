@@ -62,7 +62,7 @@ void ChooseDateOrNone(PickerModel& picker, std::string_view name,
   if (!given) {
     return;
   }
-  if (qorcred::CompareIgnoringCase(qorcred::Trim(*given), "none") == 0) {
+  if (SaysNone(*given)) {
     picker.Choose(std::nullopt);
     return;
   }

@@ -125,7 +125,7 @@ class DirCodeImport {
   /// A schedule's id; nothing for none.
   [[nodiscard]] std::optional<std::string> ReadSchedule(const ImportLine& line, Column column) {
     const std::string_view given = line.Trimmed(column);
-    if (given.empty() || qorcred::CompareIgnoringCase(given, "<None>") == 0) {
+    if (given.empty() || qorcred::CompareIgnoringCase(given, kNoneEntry) == 0) {
       return std::nullopt;
     }
     const std::vector<std::int32_t> places = schedules_.Find(given);
@@ -201,7 +201,7 @@ class DirCodeImport {
       if (!active && !given.empty()) {
         NoteIdle(notes, limit, kStatus, "Inactive");
       } else if (active && line.Cell(limit)) {
-        const std::string date = given.empty()     ? "none"
+        const std::string date = given.empty()     ? std::string(kNoneWord)
                                  : limit == kStart ? std::string(given)
                                                    : EndOf(given);
         (limit == kStart ? entry.from : entry.to) = date;

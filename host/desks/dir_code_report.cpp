@@ -10,7 +10,9 @@
 #include "frame/data_services.h"
 #include "frame/schedules.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/operation_record.h"
 #include "host/desks/report_captions.h"
+#include "host/desks/unit_schedules.h"
 #include "host/store/rows.h"
 #include "host/unit/unit_code.h"
 #include "reports/dir_code_fragments.h"
@@ -75,17 +77,6 @@ std::size_t LeftOutOf(std::int32_t rid) {
 NumberRange RangeOf(std::int32_t rid) {
   return rid == qorcred::report_field::kDirectoryCode ? NumberRange{0, kLargestUnitCode}
                                                       : kFromZero;
-}
-
-/// The schedules that the report finds by their names.
-std::vector<std::string> StoredSchedules(DeskSession& session, std::int32_t unitKey) {
-  const QueryResult rows = session.sql().Select(fmt::format(
-      "SELECT ScheduleName FROM Schedules WHERE UnitKey={} ORDER BY ScheduleID", unitKey));
-  std::vector<std::string> names;
-  for (const ResultRow row : rows.rows()) {
-    names.push_back(qorcred::TextOrEmpty(row[0]));
-  }
-  return names;
 }
 
 std::vector<ReportField> FieldsIn(const ListModel& list,
@@ -155,7 +146,7 @@ DirCodeReport::DirCodeReport(DeskSession& session, std::int32_t unitKey)
       filter_(session, kMostConditions),
       controller_("clsDirCodeReport", session.host(), session.tracer()) {
   const OperationRecord opening(session_);
-  controller_.Set("gfrmTxFilter", filter_.visible());
+  controller_.Set("gfrmTxFilter", filter_.screen());
   controller_.Set("mlngUnitKey", unitKey);
   controller_.Run<&qorcred::clsDirCodeReport::pbPopulateArrOperators>();
   controller_.Run<&qorcred::clsDirCodeReport::pbComboData>(session_.connection());
@@ -169,7 +160,7 @@ void DirCodeReport::Narrow(const std::vector<std::string>& conditions) {
                                  conditions.size()));
   }
   const std::vector<ReportField> fields =
-      FieldsIn(filter_.Fields(0), StoredSchedules(session_, unitKey_));
+      FieldsIn(filter_.Fields(0), ReportedSchedules(session_, unitKey_));
   for (std::size_t row = 0; row < conditions.size(); ++row) {
     const ReportCondition condition = ReadCondition(conditions[row], fields);
     filter_.Enter(row, condition, fields[static_cast<std::size_t>(condition.field)].kind);
@@ -185,11 +176,11 @@ Outcome DirCodeReport::Compose() {
 
 Outcome DirCodeReport::Run() {
   OperationRecord showing(session_);
-  qorcred::ObjectRef visible = session_.Visible("objGrid", grid_);
+  qorcred::ObjectRef grid = grid_;
   qorcred::ObjectRef layout;
   const qorcred::ObjectRef noValueItem;
   controller_.Run<&qorcred::clsDirCodeReport::pvDirCodeReportResult>(
-      unitKey_, session_.connection(), visible, statement_, layout, noValueItem);
+      unitKey_, session_.connection(), grid, statement_, layout, noValueItem);
 
   for (std::size_t index = 0; index < grid_->columns().size(); ++index) {
     const GridColumnModel& column = grid_->columns().at(index);

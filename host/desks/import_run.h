@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "host/desks/input_fault.h"
+#include "host/desks/message_rules.h"
 #include "host/desks/outcome.h"
 #include "host/desks/progress.h"
 #include "host/desks/session.h"

@@ -2,19 +2,16 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/words.h"
 
 namespace qorhost {
 
 namespace {
 
-bool IsOneOf(std::string_view cell, std::initializer_list<std::string_view> words) {
-  return std::any_of(words.begin(), words.end(), [cell](std::string_view word) {
-    return qorcred::CompareIgnoringCase(cell, word) == 0;
-  });
+bool Is(std::string_view cell, std::string_view word) {
+  return qorcred::CompareIgnoringCase(cell, word) == 0;
 }
 
 }  // namespace
@@ -24,10 +21,13 @@ std::optional<bool> ReadEither(std::string_view heading, std::string_view cell,
   if (cell.empty()) {
     return std::nullopt;
   }
-  if (IsOneOf(cell, {words.yes, "True", "Yes", "1"})) {
+  if (const std::optional<bool> yes = YesOrNo(cell)) {
+    return yes;
+  }
+  if (Is(cell, words.yes) || cell == "1") {
     return true;
   }
-  if (IsOneOf(cell, {words.no, "False", "No", "0"})) {
+  if (Is(cell, words.no) || cell == "0") {
     return false;
   }
   throw InputFault(heading, cell,

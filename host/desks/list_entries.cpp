@@ -27,6 +27,10 @@ std::string NumbersOf(const ListModel& list, const std::vector<std::int32_t>& en
 
 }  // namespace
 
+bool SaysNone(std::string_view given) {
+  return qorcred::CompareIgnoringCase(Trim(given), kNoneWord) == 0;
+}
+
 std::vector<std::int32_t> EntriesWithText(const ListModel& list, std::string_view text,
                                           std::int32_t placeholders) {
   const std::string_view wanted = Trim(text);
@@ -64,23 +68,9 @@ std::int32_t FindEntry(const ListModel& list, std::string_view field, std::strin
   return entries.front();
 }
 
-std::optional<std::int32_t> RowNamed(std::string_view field, std::string_view given) {
-  constexpr std::string_view kPrefix = "rid:";
-  if (qorcred::CompareIgnoringCase(given.substr(0, kPrefix.size()), kPrefix) != 0) {
-    return std::nullopt;
-  }
-  const std::string_view row = given.substr(kPrefix.size());
-  const auto rid = WholeNumber(row);
-  if (!rid) {
-    throw InputFault(field, row,
-                     "the row '{value}' is none: a row is named by its RID, as in rid:17");
-  }
-  return rid;
-}
-
 std::int32_t FindDoor(const ListModel& doors, std::string_view field, std::string_view given) {
   const std::string_view wanted = Trim(given);
-  if (qorcred::CompareIgnoringCase(wanted, "none") == 0) {
+  if (SaysNone(wanted)) {
     return 0;
   }
   const auto number = WholeNumber(wanted);

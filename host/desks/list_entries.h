@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -10,13 +9,20 @@
 
 namespace qorhost {
 
+/// The entry of lists of doors and of schedules that stands for none.
+inline constexpr std::string_view kNoneEntry = "<None>";
+/// What a person says for no door and no date.
+inline constexpr std::string_view kNoneWord = "none";
+/// Whether a person says so, in any letter case, blanks around not counting.
+[[nodiscard]] bool SaysNone(std::string_view given);
+
 /// How many entries at the start of a screen's list stand for no row.
 namespace placeholders {
 inline constexpr std::int32_t kInSchedules = 0;    // "No Access" and "Full Access" have ids
 inline constexpr std::int32_t kInTenants = 1;      // "<Unassigned>"
 inline constexpr std::int32_t kInCredentials = 1;  // "<Add New>"
 inline constexpr std::int32_t kInDirCodes = 1;     // "<Add New>"
-inline constexpr std::int32_t kInDoors = 1;        // "<None>"
+inline constexpr std::int32_t kInDoors = 1;        // kNoneEntry
 }  // namespace placeholders
 
 /// The indexes of the entries with a text, letter case and blanks around not counting, behind the
@@ -32,10 +38,6 @@ inline constexpr std::int32_t kInDoors = 1;        // "<None>"
 [[nodiscard]] std::int32_t FindEntry(const ListModel& list, std::string_view field,
                                      std::string_view given, std::string_view kind,
                                      std::int32_t placeholders);
-
-/// The row that "rid:17" names; nothing for a text that does not begin so. Raises InputFault when
-/// no whole number stands behind it.
-[[nodiscard]] std::optional<std::int32_t> RowNamed(std::string_view field, std::string_view given);
 
 /// The entry of a door list: by position from 1 or by name; 0 or "none" is the entry for no door.
 [[nodiscard]] std::int32_t FindDoor(const ListModel& doors, std::string_view field,

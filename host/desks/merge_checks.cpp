@@ -5,11 +5,11 @@
 #include <array>
 #include <string_view>
 
-#include "frame/convert.h"
-#include "frame/schedules.h"
 #include "frame/text.h"
+#include "host/components/application_object.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/typed_input.h"
-#include "host/store/rows.h"
+#include "host/desks/unit_settings.h"
 
 namespace qorhost {
 
@@ -17,18 +17,13 @@ namespace {
 
 using qorcred::unit_place::Place;
 
-struct Named {
-  Place place;
-  std::string_view name;
-};
-
-constexpr std::array kTyped{Named{Place::kPhone, "the phone number"},
-                            Named{Place::kExtension, "the extension"},
-                            Named{Place::kCfPhone, "the call-forward phone number"},
-                            Named{Place::kCfExtension, "the call-forward extension"},
-                            Named{Place::kDisplayName, "the display name"}};
-constexpr std::array kChosen{Named{Place::kDndSchedule, "do-not-disturb schedule"},
-                             Named{Place::kCfSchedule, "call-forward schedule"}};
+constexpr std::array kTyped{PlaceName{Place::kPhone, "the phone number"},
+                            PlaceName{Place::kExtension, "the extension"},
+                            PlaceName{Place::kCfPhone, "the call-forward phone number"},
+                            PlaceName{Place::kCfExtension, "the call-forward extension"},
+                            PlaceName{Place::kDisplayName, "the display name"}};
+constexpr std::array kChosen{PlaceName{Place::kDndSchedule, "do-not-disturb schedule"},
+                             PlaceName{Place::kCfSchedule, "call-forward schedule"}};
 
 bool IsOn(const UnitCode& code, Place flag) {
   return code[flag] == "1";
@@ -49,20 +44,8 @@ bool HasNoPeriod(const UnitCode& code) {
 
 }  // namespace
 
-ScheduleIds OfferedSchedules(DeskSession& session, std::int32_t unitKey) {
-  ScheduleIds ids;
-  for (const qorcred::FixedSchedule& fixed : {qorcred::kNoAccess, qorcred::kFullAccess}) {
-    ids.insert(std::to_string(fixed.id));
-  }
-  const QueryResult rows = session.sql().Select(qorcred::StoredSchedulesQuery(unitKey));
-  for (const ResultRow row : rows.rows()) {
-    ids.insert(qorcred::TextOrEmpty(row[0]));
-  }
-  return ids;
-}
-
 std::string FaultOnScreen(const UnitCode& code, const ScheduleIds& schedules) {
-  for (const Named& text : kTyped) {
+  for (const PlaceName& text : kTyped) {
     if (!IsTypable(code[text.place])) {
       return fmt::format("{} holds control characters", text.name);
     }
@@ -70,7 +53,7 @@ std::string FaultOnScreen(const UnitCode& code, const ScheduleIds& schedules) {
   if (IsBlank(code, Place::kPhone)) {
     return "the phone number is empty";
   }
-  for (const Named& schedule : kChosen) {
+  for (const PlaceName& schedule : kChosen) {
     const std::string& id = code[schedule.place];
     if (!id.empty() && !schedules.contains(id)) {
       return fmt::format("the {} {} is none of this unit's schedules", schedule.name, id);
@@ -86,6 +69,38 @@ std::string FaultOnScreen(const UnitCode& code, const ScheduleIds& schedules) {
     return "call forwarding is on, but has no phone number";
   }
   return HasNoPeriod(code) ? "the end date is not later than the start date" : "";
+}
+
+void RequireRoom(DeskSession& session, std::int32_t unitKey, const MergePlan& plan,
+                 const std::vector<UnitCode>& unit) {
+  const std::optional<std::int32_t> digits = CodeDigitsOf(session, unitKey);
+  for (const MergeStep& step : plan.steps) {
+    if (step.action == MergeAction::kDelete || !digits) {
+      continue;
+    }
+    const std::string number = std::to_string(NumberOf(unit[step.unitCode]));
+    if (number.size() > static_cast<std::size_t>(*digits)) {
+      throw RefusedError(fmt::format(
+          "the directory code {} is longer than the {} digits of this unit's codes; nothing was "
+          "changed",
+          number, *digits));
+    }
+  }
+  const auto inserts = static_cast<std::int64_t>(plan.Count(MergeAction::kInsert));
+  const auto deletions = static_cast<std::int64_t>(plan.Count(MergeAction::kDelete));
+  const std::optional<std::int32_t> capacity = CapacityOf(session, unitKey);
+  if (!capacity || inserts <= deletions) {
+    return;
+  }
+  const UnitStatus now = ReadUnitStatus(session.sql(), unitKey);
+  const std::int64_t then =
+      now.credentials + now.entryCodes + now.directoryCodes + inserts - deletions;
+  if (then > *capacity) {
+    throw RefusedError(
+        fmt::format("the unit would hold {} combined codes, and its type allows {}; nothing was "
+                    "changed",
+                    then, *capacity));
+  }
 }
 
 }  // namespace qorhost

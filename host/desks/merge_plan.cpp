@@ -18,32 +18,27 @@ using qorcred::Null;
 using qorcred::Value;
 using qorcred::unit_place::Place;
 
-struct FieldName {
-  Place place;
-  std::string_view name;
-};
-
 /// What a merge compares; the time of a date goes by the date's name.
-constexpr std::array kCompared{FieldName{Place::kCode, "code"},
-                               FieldName{Place::kPhone, "phone"},
-                               FieldName{Place::kExtension, "extension"},
-                               FieldName{Place::kTimeDelay, "delay"},
-                               FieldName{Place::kIsDndChecked, "do not disturb"},
-                               FieldName{Place::kDndSchedule, "do-not-disturb schedule"},
-                               FieldName{Place::kIsCfChecked, "call forwarding"},
-                               FieldName{Place::kCfSchedule, "call-forward schedule"},
-                               FieldName{Place::kCfPhone, "call-forward phone"},
-                               FieldName{Place::kCfExtension, "call-forward extension"},
-                               FieldName{Place::kCfTimeDelay, "call-forward delay"},
-                               FieldName{Place::kActive, "active"},
-                               FieldName{Place::kStartDateUsed, "start used"},
-                               FieldName{Place::kStartDate, "start date"},
-                               FieldName{Place::kStartTime, "start time"},
-                               FieldName{Place::kEndDateUsed, "end used"},
-                               FieldName{Place::kEndDate, "end date"},
-                               FieldName{Place::kEndTime, "end time"},
-                               FieldName{Place::kDisplayName, "display name"},
-                               FieldName{Place::kDisplayMode, "display mode"}};
+constexpr std::array kCompared{PlaceName{Place::kCode, "code"},
+                               PlaceName{Place::kPhone, "phone"},
+                               PlaceName{Place::kExtension, "extension"},
+                               PlaceName{Place::kTimeDelay, "delay"},
+                               PlaceName{Place::kIsDndChecked, "do not disturb"},
+                               PlaceName{Place::kDndSchedule, "do-not-disturb schedule"},
+                               PlaceName{Place::kIsCfChecked, "call forwarding"},
+                               PlaceName{Place::kCfSchedule, "call-forward schedule"},
+                               PlaceName{Place::kCfPhone, "call-forward phone"},
+                               PlaceName{Place::kCfExtension, "call-forward extension"},
+                               PlaceName{Place::kCfTimeDelay, "call-forward delay"},
+                               PlaceName{Place::kActive, "active"},
+                               PlaceName{Place::kStartDateUsed, "start used"},
+                               PlaceName{Place::kStartDate, "start date"},
+                               PlaceName{Place::kStartTime, "start time"},
+                               PlaceName{Place::kEndDateUsed, "end used"},
+                               PlaceName{Place::kEndDate, "end date"},
+                               PlaceName{Place::kEndTime, "end time"},
+                               PlaceName{Place::kDisplayName, "display name"},
+                               PlaceName{Place::kDisplayMode, "display mode"}};
 
 /// The names of what differs; empty when nothing does.
 std::string Differences(const UnitCode& unit, const StoredCode& stored, bool withDisplay) {
@@ -51,7 +46,7 @@ std::string Differences(const UnitCode& unit, const StoredCode& stored, bool wit
     return "the row: " + stored.obstacle;
   }
   std::vector<std::string_view> names;
-  for (const FieldName& field : kCompared) {
+  for (const PlaceName& field : kCompared) {
     const bool counts = withDisplay || field.place != Place::kDisplayMode;
     if (counts && unit[field.place] != stored.code[field.place]) {
       names.push_back(field.name);

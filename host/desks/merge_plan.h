@@ -5,12 +5,19 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/files/table.h"
 #include "host/unit/unit_file.h"
 
 namespace qorhost {
+
+/// What people call a place of a unit's code.
+struct PlaceName {
+  qorcred::unit_place::Place place;
+  std::string_view name;
+};
 
 /// One row of the store, as far as a merge looks at it.
 struct StoredCode {

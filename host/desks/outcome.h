@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "frame/host.h"
@@ -57,6 +58,10 @@ struct Outcome {
     return same;
   }
 };
+
+/// Why nothing was done of an operation on `what` ("credential") that ended stale: "someone else
+/// has changed the credential meanwhile".
+[[nodiscard]] std::string StaleReason(StaleCause cause, std::string_view what);
 
 /// The outcome alone, without the facts that come with it.
 [[nodiscard]] inline Outcome WithoutFacts(const Outcome& outcome) {

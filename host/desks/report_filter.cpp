@@ -44,8 +44,7 @@ void ChooseDay(PickerModel& picker, const std::string& given) {
 
 ReportFilter::ReportFilter(DeskSession& session, std::size_t conditions)
     : rows_(std::max(conditions, kFewestFilterRows)),
-      screen_(MakeReportFilterScreen(rows_, session.Today())),
-      visible_(session.Visible(screen_)) {}
+      screen_(MakeReportFilterScreen(rows_, session.Today())) {}
 
 void ReportFilter::Enter(std::size_t row, const ReportCondition& condition, FieldKind kind) {
   Fields(row).Select(condition.field);

@@ -18,7 +18,7 @@ class ReportFilter {
   ReportFilter(DeskSession& session, std::size_t conditions);
 
   /// The screen to hand to controllers.
-  [[nodiscard]] const qorcred::ObjectRef& visible() const { return visible_; }
+  [[nodiscard]] qorcred::ObjectRef screen() const { return screen_; }
   /// The list of fields in a row.
   [[nodiscard]] ListModel& Fields(std::size_t row) const { return At<ListModel>("cboField", row); }
   [[nodiscard]] std::size_t rowCount() const { return rows_; }
@@ -35,7 +35,6 @@ class ReportFilter {
 
   std::size_t rows_;
   std::shared_ptr<ScreenModel> screen_;
-  qorcred::ObjectRef visible_;
 };
 
 }  // namespace qorhost

@@ -10,6 +10,7 @@
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
+#include "host/desks/words.h"
 
 namespace qorhost {
 
@@ -270,17 +271,11 @@ std::span<const ReportOperator> OperatorsFor(FieldKind kind) {
 }
 
 bool ReadYesNo(std::string_view given) {
-  for (const std::string_view yes : {"yes", "true"}) {
-    if (CompareIgnoringCase(given, yes) == 0) {
-      return true;
-    }
+  const std::optional<bool> yes = YesOrNo(given);
+  if (!yes) {
+    throw InputFault(report_input::kCondition, given, "{field}: '{value}' is neither yes nor no");
   }
-  for (const std::string_view no : {"no", "false"}) {
-    if (CompareIgnoringCase(given, no) == 0) {
-      return false;
-    }
-  }
-  throw InputFault(report_input::kCondition, given, "{field}: '{value}' is neither yes nor no");
+  return *yes;
 }
 
 std::span<const ReportOperator> OperatorsOf(const ReportField& field) {

@@ -90,6 +90,30 @@ void RequireStore(const fs::path& file) {
   }
 }
 
+/// Why a store is not what it seems; "" for one that this program can use.
+std::string WhatIsWrongWith(const fs::path& file) {
+  switch (ConditionOf(file)) {
+    case StoreCondition::kNewer:
+      return "was written by a newer version of this program";
+    case StoreCondition::kDamaged:
+      return "is damaged";
+    case StoreCondition::kUsable:
+      break;
+  }
+  return {};
+}
+
+void CreateAlone(const fs::path& file, const NewStore& made) {
+  try {
+    CreateStore(file, made.demo, made.clock, made.author);
+  } catch (const FileError& failure) {
+    if (failure.problem() != FileProblem::kExists) throw;
+    throw FileError(FileProblem::kExists,
+                    fmt::format("'{}' was made by somebody else meanwhile, and is left as it is",
+                                file.string()));
+  }
+}
+
 }  // namespace
 
 std::unique_ptr<Store> OpenStoreFile(const fs::path& file, Access access,
@@ -103,6 +127,12 @@ std::unique_ptr<Store> OpenStoreFile(const fs::path& file, Access access,
   }
   return OpenStore(file, access == Access::kRead ? OpenMode::kReadOnly : OpenMode::kReadWrite,
                    patience);
+}
+
+std::unique_ptr<Store> DemoStoreInMemory(const Clock& clock) {
+  std::unique_ptr<Store> store = OpenMemoryStore();
+  CreateDemoData(*store->StartSession(clock));
+  return store;
 }
 
 std::vector<fs::path> FilesOfStore(const fs::path& file) {
@@ -130,34 +160,6 @@ void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience 
   fresh.file().TakeRightsOf(file);
   replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
 }
-
-namespace {
-
-/// Why a store is not what it seems; "" for one that this program can use.
-std::string WhatIsWrongWith(const fs::path& file) {
-  switch (ConditionOf(file)) {
-    case StoreCondition::kNewer:
-      return "was written by a newer version of this program";
-    case StoreCondition::kDamaged:
-      return "is damaged";
-    case StoreCondition::kUsable:
-      break;
-  }
-  return {};
-}
-
-void CreateAlone(const fs::path& file, const NewStore& made) {
-  try {
-    CreateStore(file, made.demo, made.clock, made.author);
-  } catch (const FileError& failure) {
-    if (failure.problem() != FileProblem::kExists) throw;
-    throw FileError(FileProblem::kExists,
-                    fmt::format("'{}' was made by somebody else meanwhile, and is left as it is",
-                                file.string()));
-  }
-}
-
-}  // namespace
 
 void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
               const ReplacementConsent& consent) {

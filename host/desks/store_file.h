@@ -27,6 +27,9 @@ class MissingStore : public FailureError {
 [[nodiscard]] std::unique_ptr<Store> OpenStoreFile(const std::filesystem::path& file, Access access,
                                                    const Patience& patience = {});
 
+/// A store in memory that holds the demo building; the clock dates its rows.
+[[nodiscard]] std::unique_ptr<Store> DemoStoreInMemory(const Clock& clock);
+
 /// The store's file and those that belong to it, under its own name and under that of a link: what
 /// nothing else may be written over.
 [[nodiscard]] std::vector<std::filesystem::path> FilesOfStore(const std::filesystem::path& file);

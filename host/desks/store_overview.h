@@ -6,10 +6,15 @@
 #include <string>
 #include <vector>
 
+#include "host/components/application_object.h"
 #include "host/desks/session.h"
 #include "host/files/table.h"
+#include "host/store/step_queue.h"
 
 namespace qorhost {
+
+/// A unit at a glance; unknown and without a name where the store has none.
+[[nodiscard]] UnitStatus UnitStatusOf(DeskSession& session, std::int32_t unitKey);
 
 /// The units with their codes in use, their capacity and the steps that wait for them.
 [[nodiscard]] Table UnitTable(DeskSession& session, const std::vector<UnitName>& units);
@@ -23,6 +28,12 @@ namespace qorhost {
 [[nodiscard]] Table DoorTable(DeskSession& session, const std::vector<UnitName>& units);
 
 /// The queue of programming steps, of one unit or of all, in the order in which it is sent.
+[[nodiscard]] std::vector<ProgramStep> StepsOf(DeskSession& session,
+                                               std::optional<std::int32_t> unitKey);
+/// Whom or what a step is about: the tenant, "Elena Hollis", or the directory code as it is now,
+/// behind the code that the unit knows where that is another one, "101 to 102".
+[[nodiscard]] std::string SubjectOf(DeskSession& session, const ProgramStep& step);
+/// The queue as rows.
 [[nodiscard]] Table StepTable(DeskSession& session, std::optional<std::int32_t> unitKey);
 
 }  // namespace qorhost

@@ -7,12 +7,12 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "dircodes/cls_dir_code.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/merge_aftermath.h"
 #include "host/desks/merge_plan.h"
 #include "host/desks/outcome.h"
 #include "host/desks/progress.h"
@@ -21,12 +21,6 @@
 #include "host/unit/unit_file.h"
 
 namespace qorhost {
-
-/// What a merge did besides its steps.
-struct MergeAftermath {
-  std::size_t tenantsReleased = 0;  ///< tenants that are without a code now
-  std::size_t stepsWithdrawn = 0;   ///< programming steps that the unit's codes made moot
-};
 
 /// Directory codes by row and number: what somebody agrees to lose.
 using LostCodes = std::set<std::pair<std::int32_t, double>>;
@@ -43,6 +37,9 @@ struct MergeReport : Outcome {
     std::size_t deletions = 0;
     std::size_t stored = 0;
     LostCodes codes;  ///< those that would be deleted
+
+    /// "5 of the unit's 6 directory codes will be deleted. Go on?"
+    [[nodiscard]] std::string Question() const;
   };
   std::optional<Wholesale> wholesale;
   std::vector<LineFault> faults;  ///< lines that the screen refuses, as the plan says
@@ -97,19 +94,10 @@ class UnitMerge {
  private:
   void Compare();
   void LeaveOutRefused();
-  void ReadStored();
-  void AddPrevious(const qorcred::TableView& fetched, std::int32_t firstPrevious);
-  void ReadDetails();
-  void ReadTenants();
-  [[nodiscard]] StoredCode* FindStored(std::int32_t rid);
 
   MergeAftermath DoAll(const Progress& progress, const LostCodes& agreed);
   [[nodiscard]] LostCodes CodesToLose() const;
-  void RequireRoom();
   void Do(const MergeStep& step);
-  std::size_t ReleaseTenants();
-  void MoveTenants(std::int32_t from, std::int32_t to);
-  std::size_t WithdrawMootSteps();
   void RequireSame();
 
   DeskSession& session_;
@@ -121,7 +109,6 @@ class UnitMerge {
   std::shared_ptr<ScreenModel> connectionScreen_;
   Controlled<qorcred::clsDirCode> controller_;
   std::vector<StoredCode> stored_;
-  std::unordered_map<std::int32_t, std::size_t> placeOf_;  // in stored_, by RID
   MergePlan plan_;
 };
 

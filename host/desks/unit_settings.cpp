@@ -17,14 +17,10 @@ std::string NoSettingsText(std::int32_t unitKey, const std::string& name) {
 }
 
 void RequireSettings(DeskSession& session, std::int32_t unitKey) {
-  const QueryResult settings = session.sql().Select(
-      fmt::format("SELECT UnitKey FROM UnitSettings WHERE UnitKey={}", unitKey));
-  if (settings.rowCount > 0) {
-    return;
+  const std::optional<UnitFacts> facts = session.sql().units().Find(unitKey);
+  if (!facts || !facts->hasSettings) {
+    throw FailureError(NoSettingsText(unitKey, facts ? facts->name : ""));
   }
-  const std::string name = qorcred::TextOrEmpty(
-      session.sql().Scalar(fmt::format("SELECT UnitName FROM Units WHERE UnitKey={}", unitKey)));
-  throw FailureError(NoSettingsText(unitKey, name));
 }
 
 namespace {

@@ -7,6 +7,7 @@
 
 #include "frame/date.h"
 #include "frame/runtime_error.h"
+#include "frame/text.h"
 
 namespace qorhost::dialect {
 
@@ -29,7 +30,7 @@ int NumberAt(std::string_view text, std::size_t position, std::size_t length) {
 bool FollowsPicture(std::string_view text) {
   return text.size() == kPicture.size() &&
          std::equal(text.begin(), text.end(), kPicture.begin(), [](char found, char wanted) {
-           return wanted == '0' ? found >= '0' && found <= '9' : found == wanted;
+           return wanted == '0' ? qorcred::IsDigit(found) : found == wanted;
          });
 }
 

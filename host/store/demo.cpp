@@ -10,6 +10,7 @@
 
 #include "frame/capacity.h"
 #include "frame/convert.h"
+#include "frame/credential_numbers.h"
 #include "frame/schedules.h"
 #include "host/store/demo_names.h"
 #include "host/store/store_error.h"
@@ -20,9 +21,6 @@ namespace qorhost {
 namespace {
 
 constexpr std::string_view kStamp = "2026-01-15 09:30:00";
-constexpr int kCardA = 0;
-constexpr int kCardB = 1;
-constexpr int kTransmitter = 2;
 
 struct UnitType {
   std::string_view description;
@@ -132,8 +130,8 @@ void AddSettings(SqlSession& session, const DemoUnit& unit) {
                                         {"MaxDigitsEntryCode", unit.digits},
                                         {"CARDDEFAULTFACILITYCODE", unit.facility},
                                         {"RFDEFAULTFACILITYCODE", unit.facility},
-                                        {"CARDTYPE", kCardA},
-                                        {"RFTYPE", kTransmitter}});
+                                        {"CARDTYPE", int{qorcred::kCorvinCard}},
+                                        {"RFTYPE", int{qorcred::kTransmitter}}});
 }
 
 void AddSurroundings(SqlSession& session, const DemoUnit& unit) {
@@ -180,14 +178,15 @@ Credentials AddCredentials(SqlSession& session, const DemoUnit& unit) {
   };
   Credentials added;
   for (int number = 0; number < unit.cardsA; ++number) {
-    added.cards.push_back(add(kCardA, kFirstCardA + number, 0, 0, 1));
+    added.cards.push_back(add(qorcred::kCorvinCard, kFirstCardA + number, 0, 0, 1));
   }
   for (int number = 0; number < unit.cardsB; ++number) {
-    added.cards.push_back(add(kCardB, kFirstCardB + number, 0, 0, 1));
+    added.cards.push_back(add(qorcred::kStandardCard, kFirstCardB + number, 0, 0, 1));
   }
   for (int number = 0; number < unit.transmitters; ++number) {
-    added.transmitters.push_back(add(kTransmitter, kFirstTransmitter + number, number % kIdCodes,
-                                     number % kSequences, number % 4 == 3 ? 4 : 1));
+    added.transmitters.push_back(add(qorcred::kTransmitter, kFirstTransmitter + number,
+                                     number % kIdCodes, number % kSequences,
+                                     number % 4 == 3 ? 4 : 1));
   }
   return added;
 }

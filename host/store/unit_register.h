@@ -10,7 +10,8 @@ namespace qorhost {
 
 struct UnitFacts {
   std::string name;
-  std::string type;  ///< UNITTYPES.DESCRIPTION; empty for a unit without settings
+  bool hasSettings = false;  ///< there is a row of UnitSettings
+  std::string type;          ///< its UNITTYPE, by which UNITTYPES describes it; may be empty
 };
 
 /// The rows of a unit that count. Directory codes below 0 and deleted ones do not.

@@ -24,15 +24,16 @@ set(areas
   "host/unit:frame dircodes"
   "host/files:frame host/dialect"
   "host/desks:frame credentials dircodes reports trace host/dialect host/store host/store/engines host/components host/screens host/unit host/files"
-  "host/cli/tour:frame host/store host/store/engines host/components host/screens host/unit host/files host/desks host/cli"
-  "host/cli:frame host/unit host/files host/desks host/cli/tour"
+  "host/terminal:frame host/files host/desks"
+  "host/tour:frame host/store host/screens host/unit host/files host/desks host/terminal"
+  "host/cli:frame host/unit host/files host/desks host/terminal host/tour"
   "bench/com:*"
   "bench:frame credentials dircodes reports trace host/dialect host/store host/store/sqlite host/store/engines host/components host/screens host/unit host/files host/desks"
   "examples:*"
   "tests:*")
 
 # Folders in which no two names (a header with its source) include each other.
-set(one_way host/components host/screens host/files host/desks host/cli)
+set(one_way host/components host/screens host/files host/desks host/terminal host/tour host/cli)
 
 # Headers of database engines and, after the colon, the folder that knows the engine. Benchmarks, which
 # measure against the engine itself, and tests may include them, too.

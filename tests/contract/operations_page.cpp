@@ -311,7 +311,7 @@ constexpr std::string_view kBeginning =
 What each operation is for, what its arguments mean, and everything that it touches of its host. The
 tests hold this page against what the operations were seen to touch: it names all of it and nothing
 else. In which order things happen, and what for, stands on the pages of the screens:
-[host-credentials.md](host-credentials.md), [host-dircodes.md](host-dircodes.md) and
+[host-credentials.md](host-credentials.md), [host-dir-codes.md](host-dir-codes.md) and
 [host-reports.md](host-reports.md); what the parts must do stands in
 [host-contract.md](host-contract.md), the columns in [schema.md](schema.md). All statements are listed
 [at the end](#the-statements).

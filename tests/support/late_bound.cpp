@@ -3,7 +3,7 @@
 #include <sstream>
 #include <string_view>
 
-#include "trace/transcript.h"
+#include "tests/support/transcript_text.h"
 
 namespace qortest {
 
@@ -45,7 +45,7 @@ std::string Described(const qorcred::Member& member) {
     out << separator << (parameter.IsOptional() ? "Optional " : "")
         << (parameter.byRef ? "ByRef " : "ByVal ") << parameter.name << " As "
         << TypeName(parameter.type);
-    if (parameter.IsOptional()) out << " = " << qorcred::trace::TranscriptText(parameter.Omitted());
+    if (parameter.IsOptional()) out << " = " << TranscriptText(parameter.Omitted());
     separator = ", ";
   }
   out << ')';

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "trace/tracing_object.h"
+#include "tests/support/tracing_object.h"
 
 namespace qortest {
 
@@ -32,7 +32,7 @@ std::string_view WordFor(Passing passing) {
 
 /// Notes its calls and hands them on. A tracing decorator, so that the services find what they know
 /// behind it.
-class Witness final : public qorcred::trace::TracingObject {
+class Witness final : public TracingObject {
  public:
   Witness(ObjectRef inner, std::shared_ptr<Lines> lines)
       : TracingObject(std::move(inner), [](std::string_view) {}), lines_(std::move(lines)) {}

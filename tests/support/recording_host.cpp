@@ -8,8 +8,8 @@
 #include "host/screens/credential_screen.h"
 #include "host/screens/dir_code_screen.h"
 #include "host/screens/report_filter_screen.h"
-#include "trace/tracing_object.h"
-#include "trace/tracing_services.h"
+#include "tests/support/tracing_object.h"
+#include "tests/support/tracing_services.h"
 
 namespace qortest {
 
@@ -32,8 +32,8 @@ std::shared_ptr<qorhost::ScreenModel> MakeScreen(ScreenKind kind, qorcred::Date 
 }
 
 qorcred::ObjectRef Recorded(const std::shared_ptr<qorhost::ScreenModel>& screen, FaultGate& gate,
-                            qorcred::trace::TranscriptSink write) {
-  return std::make_shared<qorcred::trace::TracingScreen>(
+                            TranscriptSink write) {
+  return std::make_shared<TracingScreen>(
       std::make_shared<GatedObject>("", screen, gate), std::move(write),
       [raw = screen.get()](std::string_view name) { return raw->SpelledName(name); });
 }
@@ -49,7 +49,7 @@ RecordingHost::RecordingHost(ScreenKind kind)
   const auto write = [this](std::string_view line) { transcript_.Add(line); };
   tracedScreen_ = Recorded(rawScreen_, gate_, write);
   tracedLinkScreen_ = Recorded(rawLinkScreen_, gate_, write);
-  tracedConnection_ = std::make_shared<qorcred::trace::TracingConnection>(connection_, write);
+  tracedConnection_ = std::make_shared<TracingConnection>(connection_, write);
   if (kind == ScreenKind::kReportFilter) {
     ReplaceGrid(qorhost::GridModel::kColumns);
   }
@@ -57,8 +57,8 @@ RecordingHost::RecordingHost(ScreenKind kind)
 
 qorcred::ObjectRef RecordingHost::Watched(std::string name, qorcred::ObjectRef object) {
   auto gated = std::make_shared<GatedObject>(name, std::move(object), gate_);
-  return std::make_shared<qorcred::trace::TracingControl>(
-      std::move(name), std::move(gated), [this](std::string_view line) { transcript_.Add(line); });
+  return std::make_shared<TracingControl>(std::move(name), std::move(gated),
+                                          [this](std::string_view line) { transcript_.Add(line); });
 }
 
 Answer RecordingHost::WatchedRow(const Row& cells) {

@@ -15,8 +15,8 @@
 #include "tests/support/fault_gate.h"
 #include "tests/support/scripted_database.h"
 #include "tests/support/scripted_services.h"
+#include "tests/support/tracing_host.h"
 #include "tests/support/transcript_record.h"
-#include "trace/tracing_host.h"
 
 namespace qortest {
 
@@ -80,7 +80,7 @@ class RecordingHost {
   TranscriptRecord transcript_;
   std::shared_ptr<ScriptedConnection> connection_;
   ScriptedHost services_;
-  qorcred::trace::TracingHost tracingHost_;
+  TracingHost tracingHost_;
   std::shared_ptr<qorhost::ScreenModel> rawScreen_;
   std::shared_ptr<qorhost::ScreenModel> rawLinkScreen_;
   qorcred::ObjectRef tracedScreen_;

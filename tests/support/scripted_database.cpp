@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "frame/manager_operations.h"
 #include "frame/runtime_error.h"
 
 namespace qortest {
@@ -88,13 +89,15 @@ Value ScriptedConnection::Invoke(std::string_view member, InvokeKind kind,
   return {};
 }
 
-/// Where an operation of the manager expects its arguments.
+/// An operation of the manager and how it is answered.
 struct ScriptedManager::Operation {
-  std::string_view name;
-  std::size_t fewest;
-  std::size_t most;
-  std::size_t flagAt;
+  qorcred::ManagerOperation operation;
   enum class Kind { kSelect, kScalar, kInsert, kChange } kind;
+  std::size_t omissible = 0;  ///< arguments behind the error text
+
+  [[nodiscard]] std::size_t flagAt() const { return operation.errorFlagAt; }
+  [[nodiscard]] std::size_t fewest() const { return flagAt() + 2; }
+  [[nodiscard]] std::size_t most() const { return fewest() + omissible; }
 };
 
 ScriptedManager::ScriptedManager(FaultGate& gate, DatabaseScript& script, ObjectRef connection)
@@ -148,12 +151,12 @@ Value ScriptedManager::Result(const Operation& operation, const Answer* answer) 
 Value ScriptedManager::Invoke(std::string_view member, InvokeKind kind,
                               qorcred::Arguments arguments) {
   using Kind = Operation::Kind;
-  static constexpr std::array kOperations{Operation{"ExecuteSelect", 4, 4, 2, Kind::kSelect},
-                                          Operation{"ExecuteScalar", 4, 4, 2, Kind::kScalar},
-                                          Operation{"ExecuteUpdate", 5, 7, 3, Kind::kChange},
-                                          Operation{"ExecuteInsert", 6, 6, 4, Kind::kInsert},
-                                          Operation{"ExecuteDelete", 5, 5, 3, Kind::kChange},
-                                          Operation{"ExecuteQueryDelete", 4, 4, 2, Kind::kChange}};
+  static constexpr std::array kOperations{Operation{qorcred::kExecuteSelect, Kind::kSelect},
+                                          Operation{qorcred::kExecuteScalar, Kind::kScalar},
+                                          Operation{qorcred::kExecuteUpdate, Kind::kChange, 2},
+                                          Operation{qorcred::kExecuteInsert, Kind::kInsert},
+                                          Operation{qorcred::kExecuteDelete, Kind::kChange},
+                                          Operation{qorcred::kExecuteQueryDelete, Kind::kChange}};
 
   EXPECT_EQ(kind, InvokeKind::kCall) << member;
   gate_.Pass(member);
@@ -163,13 +166,13 @@ Value ScriptedManager::Invoke(std::string_view member, InvokeKind kind,
   if (SameMember(member, "pbGetLastModifiedDateStringConstant")) {
     return "LASTMODIFIEDDATE";
   }
-  const auto* operation =
-      std::find_if(kOperations.begin(), kOperations.end(),
-                   [member](const Operation& one) { return SameMember(one.name, member); });
+  const auto* operation = std::find_if(
+      kOperations.begin(), kOperations.end(),
+      [member](const Operation& one) { return SameMember(one.operation.name, member); });
   if (operation == kOperations.end()) {
     throw RuntimeError(ErrorNumber::kUnknownMember);
   }
-  if (arguments.size() < operation->fewest || arguments.size() > operation->most) {
+  if (arguments.size() < operation->fewest() || arguments.size() > operation->most()) {
     ADD_FAILURE() << member << " was called with " << arguments.size() << " arguments";
     throw RuntimeError(ErrorNumber::kWrongArgumentCount);
   }
@@ -177,16 +180,16 @@ Value ScriptedManager::Invoke(std::string_view member, InvokeKind kind,
   EXPECT_TRUE(connection != nullptr && *connection == connection_)
       << member << " did not get the host's connection";
   EXPECT_TRUE(arguments[1].Is(ValueType::kString)) << member;
-  EXPECT_TRUE(arguments[operation->flagAt].Is(ValueType::kBoolean)) << member;
-  EXPECT_TRUE(arguments[operation->flagAt + 1].Is(ValueType::kString)) << member;
+  EXPECT_TRUE(arguments[operation->flagAt()].Is(ValueType::kBoolean)) << member;
+  EXPECT_TRUE(arguments[operation->flagAt() + 1].Is(ValueType::kString)) << member;
 
   const std::string* statement = arguments[1].As<std::string>();
   const Answer* answer = statement == nullptr ? nullptr : script_.Next(*statement);
   if (answer == nullptr || !answer->leavesVerdict) {
     const std::string error = answer == nullptr ? std::string() : answer->error;
-    arguments[operation->flagAt] =
+    arguments[operation->flagAt()] =
         answer == nullptr ? false : answer->flag.value_or(!error.empty());
-    arguments[operation->flagAt + 1] = error;
+    arguments[operation->flagAt() + 1] = error;
   }
   return Result(*operation, answer);
 }

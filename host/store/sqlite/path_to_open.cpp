@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include "frame/text.h"
 #include "host/store/sqlite/file_lock.h"
 #include "host/store/store_error.h"
 
@@ -130,7 +131,7 @@ std::string ReadAloneUri(const fs::path& place) {
   std::string uri = "file:";
   for (const char character : place.string()) {
     const auto byte = static_cast<unsigned char>(character);
-    if (byte == '/' || (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
+    if (byte == '/' || qorcred::IsDigit(character) || (byte >= 'a' && byte <= 'z') ||
         (byte >= 'A' && byte <= 'Z')) {
       uri.push_back(character);
     } else {

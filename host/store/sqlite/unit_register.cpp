@@ -7,13 +7,13 @@ namespace qorhost::sqlite {
 
 std::optional<UnitFacts> UnitRegister::Find(std::int32_t unitKey) {
   const StatementUse unit(
-      session_.Own("SELECT U.UnitName, S.UNITTYPE FROM Units U LEFT JOIN UnitSettings S "
+      session_.Own("SELECT U.UnitName, S.UnitKey, S.UNITTYPE FROM Units U LEFT JOIN UnitSettings S "
                    "ON S.UnitKey = U.UnitKey WHERE U.UnitKey=?1"));
   unit->BindNumber(1, unitKey);
   if (!unit->Step()) {
     return std::nullopt;
   }
-  return UnitFacts{std::string(unit->Text(0)), std::string(unit->Text(1))};
+  return UnitFacts{std::string(unit->Text(0)), !unit->IsNull(1), std::string(unit->Text(2))};
 }
 
 UnitCounts UnitRegister::Count(std::int32_t unitKey) {

@@ -198,6 +198,9 @@ TEST_F(CommandLine, AUnitWithoutSettingsIsNamed) {
       0);
   EXPECT_THAT(Run({"units"}).err,
               HasSubstr("unit 2 'Linden Park' has the type 'Entry Panel 7', whose capacity is"));
+  ASSERT_EQ(Run({"sql", "--write", "UPDATE UnitSettings SET UNITTYPE=Null WHERE UnitKey=2"}).status,
+            0);
+  EXPECT_THAT(Run({"units"}).err, HasSubstr("unit 2 'Linden Park' has no type: nothing can be"));
 }
 
 TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {
@@ -364,7 +367,7 @@ TEST_F(CommandLine, ACommandThatChangesNeedsAUnitWhenThereAreSeveral) {
       {"dircodes", "delete", "101", "--yes"},
       {"dircodes", "sync", "--from", "-"},
       {"dircodes", "sync", "--from", "-", "--dry-run"},
-      {"dircodes", "import", QORHOST_SAMPLES "/dircodes.csv"},
+      {"dircodes", "import", QORHOST_SAMPLES "/dir_codes.csv"},
       {"report", "credentials", "--delete", "rid:1"}};
   for (const auto& words : commands) {
     const Outcome outcome = Run(words);
@@ -518,14 +521,14 @@ TEST_F(CommandLine, OutputThatCannotBeWrittenIsToldWithWhatIsStored) {
            {"dircodes", "add", "250", "--phone", "1"},
            {"dircodes", "edit", "250", "--phone", "2"},
            {"dircodes", "delete", "250", "--yes"},
-           {"dircodes", "import", QORHOST_SAMPLES "/dircodes.csv"},
+           {"dircodes", "import", QORHOST_SAMPLES "/dir_codes.csv"},
            {"sql", "--write", "UPDATE Units SET UNITNAME='x' WHERE UNITKEY=3"}}) {
     std::vector<std::string> all = {"--unit", "2"};
     all.insert(all.end(), words.begin(), words.end());
     EXPECT_THAT(Run(all).err, HasSubstr("the change is stored")) << words[0] << ' ' << words[1];
   }
   EXPECT_THAT(
-      Run({"--unit", "2", "dircodes", "import", QORHOST_SAMPLES "/dircodes.csv", "--dry-run"}).err,
+      Run({"--unit", "2", "dircodes", "import", QORHOST_SAMPLES "/dir_codes.csv", "--dry-run"}).err,
       Not(HasSubstr("is stored")));
   readerIsGone_ = true;
   EXPECT_EQ(Run({"units"}).status, 0) << "who has gone has read enough";

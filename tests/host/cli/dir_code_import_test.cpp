@@ -109,7 +109,7 @@ TEST_F(DirCodeImport, StandardInputIsReadToo) {
 
 TEST_F(DirCodeImport, TheSampleIsImportedWhole) {
   const Outcome outcome =
-      Run({"--unit", "2", "dircodes", "import", QORHOST_SAMPLES "/dircodes.csv"});
+      Run({"--unit", "2", "dircodes", "import", QORHOST_SAMPLES "/dir_codes.csv"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.err, IsEmpty());
   EXPECT_EQ(outcome.out, "Imported 6 directory codes, 0 lines refused, in unit 2, Linden Park.\n");

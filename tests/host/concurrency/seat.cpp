@@ -44,7 +44,7 @@ Seat::Seat(const std::filesystem::path& file, const std::string& who, bool trace
     return yes ? qorcred::MessageButton::kYes : qorcred::MessageButton::kNo;
   };
   if (traced) {
-    surroundings.transcript = [this](std::string_view line) { calls.emplace_back(line); };
+    surroundings.trace = [this](std::string_view line) { trace.emplace_back(line); };
   }
   session_ = std::make_unique<DeskSession>(std::move(store), std::move(surroundings));
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/desks/session.h"
+#include "host/screens/screen_snapshot.h"
 #include "host/store/sqlite/database.h"
 
 namespace qorhost::test {
@@ -30,7 +31,7 @@ class Seat {
   void BeforeStatements(std::function<void(int nth)> step);
 
   std::vector<std::string> shown;               // messages, in their order
-  std::vector<std::string> calls;               // the transcript, when it is traced
+  std::vector<std::string> trace;               // empty unless it is traced
   std::function<void(std::string_view)> onBox;  // called when a message is shown
   bool yes = true;
 

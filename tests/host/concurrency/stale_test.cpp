@@ -58,10 +58,10 @@ class OvertakenOperations : public testing::TestWithParam<Overtaken> {
   [[nodiscard]] std::vector<std::string> Content() { return ContentOf(bert_->database()); }
   [[nodiscard]] std::vector<std::string> Wrong() { return WrongIn(bert_->database(), kRoomy); }
   /// How often the controller had a message shown.
-  [[nodiscard]] std::size_t MessagesInTranscript() const {
+  [[nodiscard]] std::size_t MessagesInTrace() const {
     return static_cast<std::size_t>(
-        std::count_if(anna_->calls.begin(), anna_->calls.end(),
-                      [](const std::string& call) { return call.find("MsgBox") == 0; }));
+        std::count_if(anna_->trace.begin(), anna_->trace.end(),
+                      [](const std::string& line) { return line.find("  MsgBox(") == 0; }));
   }
 
   TemporaryFolder folder_;
@@ -81,13 +81,13 @@ TEST_P(OvertakenOperations, AreDoneBesideAChangeOfOtherRows) {
     Begin();
     const PreparedDesk desk = GetParam().operation.prepare(*anna_);
     ASSERT_TRUE(RunAt(other, *bert_).done());
-    anna_->calls.clear();
+    anna_->trace.clear();
     const Told told = desk.run();
     EXPECT_TRUE(told.done()) << TextOf(told);
     EXPECT_EQ(told.messages, GetParam().asked);
     EXPECT_EQ(anna_->shown, GetParam().asked);
     // The controller has asked again, the operator has not been.
-    EXPECT_EQ(MessagesInTranscript(), 2 * GetParam().asked.size());
+    EXPECT_EQ(MessagesInTrace(), 2 * GetParam().asked.size());
     EXPECT_EQ(Content(), oneAfterTheOther);
     EXPECT_EQ(Wrong(), std::vector<std::string>());
   }
@@ -102,13 +102,13 @@ TEST_P(OvertakenOperations, AreToldAndKeepTheirEntryAfterAChangeOfTheirRows) {
     const Told changed = RunAt(other, *bert_);
     ASSERT_TRUE(changed.done()) << TextOf(changed);
     const std::vector<std::string> before = Content();
-    anna_->calls.clear();
+    anna_->trace.clear();
     const Told told = desk.run();
     EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
     EXPECT_THAT(told.changedBy, ElementsAre(testing::StartsWith("bert: ")));
     EXPECT_THAT(told.failures, IsEmpty());
     EXPECT_LE(anna_->shown.size(), 1U);  // nothing twice
-    EXPECT_EQ(anna_->shown.size(), MessagesInTranscript());
+    EXPECT_EQ(anna_->shown.size(), MessagesInTrace());
     EXPECT_EQ(Content(), before);
     EXPECT_EQ(Wrong(), std::vector<std::string>());
     EXPECT_TRUE(desk.screen() == entered) << "the entry is not what it was";

@@ -241,6 +241,20 @@ TEST_F(CredentialDesks, WhoLosesWhatByAnAssignmentIsKnownBeforeIt) {
   EXPECT_THAT(taken.holders, ElementsAre("O'Brien Paula H"));
 }
 
+TEST(AssignmentQuestion, NamesEverybodyWhoLosesACredential) {
+  AssignmentLosses losses;
+  EXPECT_FALSE(losses.any());
+  losses.holders = {"Abel Karin", "Berg Bea"};
+  EXPECT_TRUE(losses.any());
+  EXPECT_EQ(QuestionOf(losses, "Transmitter-301 (RID 17)", "Cole"),
+            "Abel Karin loses Transmitter-301 (RID 17). Berg Bea loses Transmitter-301 (RID 17). "
+            "Go on?");
+  losses = {{}, "Transmitter-302 (RID 18)"};
+  EXPECT_TRUE(losses.any());
+  EXPECT_EQ(QuestionOf(losses, "Transmitter-301 (RID 17)", "Cole"),
+            "Cole has two credentials and loses Transmitter-302 (RID 18). Go on?");
+}
+
 TEST_F(CredentialDesks, ATenantWhoGotAnotherCredentialSinceTheQuestionLosesNone) {
   ASSERT_TRUE(Issue(Cards("9001", "9003")).done());
   CredentialDesk asking(session(), kUnit, DeskScreen::kCredentials);

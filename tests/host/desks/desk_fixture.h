@@ -45,7 +45,7 @@ class DeskFixture : public testing::Test {
       return yes_ ? qorcred::MessageButton::kYes : qorcred::MessageButton::kNo;
     };
     if (traced) {
-      surroundings.transcript = [this](std::string_view line) { calls_.emplace_back(line); };
+      surroundings.trace = [this](std::string_view line) { calls_.emplace_back(line); };
     }
     database_ = &database;
     session_ = std::make_unique<DeskSession>(std::move(store), std::move(surroundings));
@@ -63,7 +63,7 @@ class DeskFixture : public testing::Test {
   void Run(const std::string& statement) { database_->Run(statement); }
 
   std::vector<std::string> shown_;  // messages
-  std::vector<std::string> calls_;  // of a traced session
+  std::vector<std::string> calls_;  // the trace of a traced session
   bool yes_ = false;                // how questions are answered
 
  private:

@@ -85,16 +85,5 @@ TEST_F(ListEntries, ADoorIsFoundByItsPlaceOrItsName) {
             "door: 2 doors are called 'Garage': give the door's number instead");
 }
 
-TEST_F(ListEntries, ARowIsNamedByItsIdentity) {
-  EXPECT_EQ(RowNamed(kField, "rid:17"), 17);
-  EXPECT_EQ(RowNamed(kField, "RID:-3"), -3);
-  EXPECT_EQ(RowNamed(kField, "17"), std::nullopt);
-  EXPECT_EQ(RowNamed(kField, "ri"), std::nullopt);
-  EXPECT_EQ(FaultIn([] { (void)RowNamed(kField, "rid:"); }),
-            "the row '' is none: a row is named by its RID, as in rid:17");
-  EXPECT_EQ(FaultIn([] { (void)RowNamed(kField, "rid:4294967296"); }),
-            "the row '4294967296' is none: a row is named by its RID, as in rid:17");
-}
-
 }  // namespace
 }  // namespace qorhost

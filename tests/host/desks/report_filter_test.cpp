@@ -39,7 +39,7 @@ class ReportFilters : public DeskFixture {
   template <typename Kind>
   [[nodiscard]] Kind& At(std::string_view name) {
     return dynamic_cast<Kind&>(
-        *dynamic_cast<ScreenModel&>(*filter_->visible()).Get<ControlArrayModel>(name).at(kRow));
+        *dynamic_cast<ScreenModel&>(*filter_->screen()).Get<ControlArrayModel>(name).at(kRow));
   }
 
   std::optional<ReportFilter> filter_;

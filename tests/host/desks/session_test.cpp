@@ -6,7 +6,8 @@
 #include "frame/data_services.h"
 #include "frame/siblings.h"
 #include "host/desks/desk_error.h"
-#include "host/screens/credential_screen.h"
+#include "host/desks/message_rules.h"
+#include "host/desks/operation_record.h"
 #include "tests/host/desks/desk_fixture.h"
 
 namespace qorhost::test {
@@ -104,14 +105,19 @@ TEST_F(Session, AFailureIsForgivenWhenTheOperationWentOnBehindIt) {
   EXPECT_THAT(last.failures(), IsEmpty());
 }
 
-TEST_F(Session, TracesScreensOnlyIntoATranscript) {
-  const auto screen = MakeCredentialScreen();
-  EXPECT_EQ(session().Visible(screen), screen);
+TEST_F(Session, TracesWhatControllersAskAndWhatADeskRunsItself) {
+  (void)session().Units();
+  EXPECT_THAT(calls_, IsEmpty()) << "nobody asked for a trace";
   Open(true);
-  const qorcred::ObjectRef visible = session().Visible(screen);
-  EXPECT_NE(visible, screen);
-  (void)visible->Invoke("GSTRTAG", qorcred::InvokeKind::kGet, {});
-  EXPECT_THAT(calls_, ElementsAre("gstrTag -> \"\""));
+  calls_.clear();
+  (void)session().host().ShowMessage("Taken.", MessageStyle::kNotice, "T");
+  (void)session().ownHost().ShowMessage("Seen.", MessageStyle::kNotice, "T");
+  (void)session().Units();
+  EXPECT_THAT(shown_, ElementsAre("Taken.", "Seen."));
+  EXPECT_THAT(calls_,
+              ElementsAre("MsgBox(text: \"Taken.\", style: 64, title: \"T\") -> 1",
+                          "host \"SELECT UnitKey, UnitName FROM Units ORDER BY UnitKey\" -> 3 "
+                          "rows"));
 }
 
 TEST_F(Session, ListsTheUnits) {

@@ -87,8 +87,10 @@ TEST_F(UnitMerges, EqualCodesCallNoStatementThatWrites) {
   Open(true);
   const MergeReport report = Merge(Exported());
   EXPECT_EQ(CountsOf(report), "0 inserted, 0 updated, 0 deleted, 6 unchanged");
-  EXPECT_THAT(calls_, Contains(HasSubstr("BeginTrans")));
-  for (const char* call : {"ExecuteUpdate", "ExecuteInsert", "ExecuteQueryDelete", "Execute \""}) {
+  EXPECT_THAT(calls_, Contains(HasSubstr(".pbFetchDirForMerge(")));
+  for (const char* call :
+       {".pbMergeSave(", ".ExecuteUpdate(", ".ExecuteInsert(", ".ExecuteQueryDelete(",
+        "host \"UPDATE", "host \"INSERT", "host \"DELETE"}) {
     EXPECT_THAT(calls_, Each(Not(HasSubstr(call))));
   }
 }
@@ -122,6 +124,8 @@ TEST_F(UnitMerges, MoreThanHalfOfTheCodesAreDeletedOnlyWhenThatWasAgreedTo) {
   ASSERT_TRUE(refused.wholesale);
   EXPECT_EQ(refused.wholesale->deletions, 4U);
   EXPECT_EQ(refused.wholesale->stored, 6U);
+  EXPECT_EQ(refused.wholesale->Question(),
+            "4 of the unit's 6 directory codes will be deleted. Go on?");
   EXPECT_TRUE(IsAsBefore());
 
   ASSERT_EQ(refused.wholesale->codes.size(), 4U);

@@ -1,0 +1,98 @@
+#include "host/desks/assignment.h"
+
+#include <fmt/format.h>
+
+#include "frame/convert.h"
+#include "frame/siblings.h"
+#include "frame/text.h"
+#include "frame/trap.h"
+#include "host/desks/credential_slots.h"
+#include "host/desks/tenant_name.h"
+#include "host/desks/words.h"
+
+namespace qorhost {
+
+namespace {
+
+/// Of the tenant who is chosen; of none when nobody is.
+std::string FromTaker(const Assignment& chosen) {
+  constexpr std::int32_t kNoTenant = 0;
+  return fmt::format("FROM TENANTS WHERE UnitKey={} AND TenantID={}", chosen.unitKey,
+                     chosen.tenantId.value_or(kNoTenant));
+}
+
+}  // namespace
+
+std::string SelectOfTaker(const Assignment& chosen) {
+  return fmt::format("SELECT * {} ORDER BY RID", FromTaker(chosen));
+}
+
+AssignmentLosses LossesOf(DeskSession& session, const Assignment& chosen,
+                          const ListModel& credentials) {
+  AssignmentLosses losses;
+  const QueryResult holders = session.sql().Select(fmt::format(
+      "SELECT {} FROM TENANTS WHERE UnitKey={} AND {} AND TenantID<>{} ORDER BY TenantID",
+      kFullNameColumns, chosen.unitKey, Holds(chosen.rid), chosen.tenantId.value_or(0)));
+  for (const ResultRow row : holders.rows()) {
+    losses.holders.emplace_back(qorcred::Trim(FullNameIn(row, 0)));
+  }
+  const QueryResult full = session.sql().Select(
+      fmt::format("SELECT CREDENTIALID1 {} AND {} AND CREDENTIALID1<>{} AND CREDENTIALID2<>{}",
+                  FromTaker(chosen), kHoldsTwo, chosen.rid, chosen.rid));
+  if (full.rowCount > 0) {
+    const std::int32_t replaced = qorcred::ToLong(full.table->At(0, 0));
+    const std::int32_t index = credentials.FindData(replaced);
+    losses.replaced =
+        WithRid(index == ListModel::kNone ? "a credential" : credentials.Text(index), replaced);
+  }
+  return losses;
+}
+
+std::string QuestionOf(const AssignmentLosses& losses, std::string_view credential,
+                       std::string_view tenant) {
+  std::string question;
+  for (const std::string& holder : losses.holders) {
+    question += fmt::format("{} loses {}. ", holder, credential);
+  }
+  if (!losses.replaced.empty()) {
+    question += fmt::format("{} has two credentials and loses {}. ", tenant, losses.replaced);
+  }
+  return question + "Go on?";
+}
+
+bool IsHeldAsChosen(DeskSession& session, const Assignment& chosen) {
+  if (!chosen.tenantId) {
+    return true;
+  }
+  const QueryResult holder = session.sql().Select(
+      fmt::format("SELECT RID FROM TENANTS WHERE UnitKey={} AND TenantID={} AND {}", chosen.unitKey,
+                  *chosen.tenantId, Holds(chosen.rid)));
+  return holder.rowCount > 0;
+}
+
+bool IsHeldByChosenAlone(DeskSession& session, const Assignment& chosen) {
+  const QueryResult holders = session.sql().Select(fmt::format(
+      "SELECT TenantID FROM TENANTS WHERE UnitKey={} AND {}", chosen.unitKey, Holds(chosen.rid)));
+  if (!chosen.tenantId) {
+    return holders.rowCount == 0;
+  }
+  return holders.rowCount == 1 && qorcred::ToLong(holders.table->At(0, 0)) == *chosen.tenantId;
+}
+
+void QueueHoldersSteps(DeskSession& session, std::int32_t unitKey, std::int32_t rid) {
+  qorcred::Trap(session.ownHost(), "queue the holder's step", [&] {
+    const QueryResult holders = session.sql().Select(
+        fmt::format("SELECT TenantID FROM TENANTS WHERE UnitKey={} AND {} ORDER BY TenantID",
+                    unitKey, Holds(rid)));
+    if (holders.rowCount == 0) {
+      return;
+    }
+    const qorcred::TenantComponent tenants(
+        session.ownHost().CreateComponent(qorcred::component::kTenant));
+    for (const ResultRow row : holders.rows()) {
+      tenants.CreateProgramSteps(session.connection(), unitKey, qorcred::ToLong(row[0]));
+    }
+  });
+}
+
+}  // namespace qorhost

@@ -1,0 +1,61 @@
+// Rows as an aligned table.
+#include "host/terminal/table_printer.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace qorhost::test {
+namespace {
+
+using qorcred::Null;
+using qorcred::Value;
+
+std::string Printed(const Table& table) {
+  std::ostringstream out;
+  PrintTable(out, table);
+  return out.str();
+}
+
+Table OneRow(std::vector<Value> row) {
+  Table table;
+  for (std::size_t at = 0; at < row.size(); ++at) {
+    table.columns.push_back({"C", "c" + std::to_string(at)});
+  }
+  table.rows.push_back(std::move(row));
+  return table;
+}
+
+TEST(PrintTable, AlignsTextsToTheLeftAndNumbersToTheRight) {
+  Table table;
+  table.columns = {{"Name", "name"}, {"N", "n"}, {"Town", "town"}};
+  table.rows = {{"Zoë", 7, "東京"}, {"Abel", 1200, Null{}}, {"X", Null{}, "Rome"}};
+  EXPECT_EQ(Printed(table),
+            "Name     N  Town\n"
+            "----  ----  ----\n"
+            "Zoë      7  東京\n"
+            "Abel  1200\n"
+            "X           Rome\n"
+            "3 rows\n");
+}
+
+TEST(PrintTable, SaysWhenThereAreNoRowsOrOne) {
+  Table table;
+  table.columns = {{"Name", "name"}};
+  EXPECT_EQ(Printed(table), "no rows\n");
+  table.rows = {{"a"}};
+  EXPECT_EQ(Printed(table), "Name\n----\na\n1 row\n");
+}
+
+TEST(PrintTable, ShowsNullAsTheTableSays) {
+  Table table = OneRow({Null{}});
+  table.nullText = "Null";
+  EXPECT_EQ(Printed(table), "C\n----\nNull\n1 row\n");
+}
+
+TEST(PrintTable, KeepsAHostileCellOnItsLine) {
+  EXPECT_EQ(Printed(OneRow({"a\n\x1B[31mb"})), "C\n------------\na\\n\\x1B[31mb\n1 row\n");
+}
+
+}  // namespace
+}  // namespace qorhost::test
