@@ -10,6 +10,7 @@ install(FILES
   ${PROJECT_SOURCE_DIR}/docs/host-contract.md
   ${PROJECT_SOURCE_DIR}/docs/host-credentials.md
   ${PROJECT_SOURCE_DIR}/docs/host-dir-codes.md
+  ${PROJECT_SOURCE_DIR}/docs/host-operations.md
   ${PROJECT_SOURCE_DIR}/docs/host-reports.md
   ${PROJECT_SOURCE_DIR}/docs/integration.md
   ${PROJECT_SOURCE_DIR}/docs/reference.md

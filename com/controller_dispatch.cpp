@@ -1,5 +1,6 @@
 #include "com/controller_dispatch.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -260,6 +261,7 @@ HRESULT ControllerDispatch::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT coun
   (void)locale;
   if (!IsEqualIID(iid, IID_NULL)) return com::Refuse(DISP_E_UNKNOWNINTERFACE);
   if (names == nullptr || ids == nullptr || count == 0) return com::Refuse(E_INVALIDARG);
+  if (std::find(names, names + count, nullptr) != names + count) return com::Refuse(E_INVALIDARG);
   try {
     for (UINT at = 0; at < count; ++at) ids[at] = DISPID_UNKNOWN;
     const Member* member = qorcred::FindMember(class_.members(), ToUtf8(names[0]));

@@ -72,6 +72,15 @@ Value CurrencyAmount(CY amount) {
   return number;
 }
 
+// Also by reference. Nothing of the array is looked at.
+bool HoldsArray(const VARIANT& variant) {
+  const VARIANT* place = &variant;
+  if (V_VT(place) == (VT_BYREF | VT_VARIANT) && V_VARIANTREF(place) != nullptr) {
+    place = V_VARIANTREF(place);
+  }
+  return (V_VT(place) & VT_ARRAY) != 0;
+}
+
 /// The elements of a one-dimensional array while they are locked.
 class LockedArray {
  public:
@@ -94,7 +103,10 @@ class LockedArray {
 
   [[nodiscard]] std::string Text(std::size_t index) const {
     if (type_ == VT_BSTR) return FromBstr(static_cast<BSTR*>(data_)[index]);
-    return ToText(DateAsText(ToValue(static_cast<VARIANT*>(data_)[index])));
+    const VARIANT& element = static_cast<VARIANT*>(data_)[index];
+    // Never a text, and one may hold itself by a reference: it is refused unread.
+    if (HoldsArray(element)) RaiseTypeMismatch();
+    return ToText(DateAsText(ToValue(element)));
   }
 
   void SetText(std::size_t index, const std::string& text) const {

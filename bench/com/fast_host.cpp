@@ -4,48 +4,14 @@
 #include <cwchar>
 #include <utility>
 
+#include "bench/com/fast_object.h"
 #include "com/counted.h"
-#include "tests/com/support/plain_dispatch.h"
 
 namespace qorbench {
 
 namespace {
 
 using qorcred::com::ComPtr;
-
-/// What every object of this host is made of; `Name` maps names to identifiers.
-class FastObject : public qortest::PlainDispatch<IDispatch> {
- public:
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
-                                          DISPID* ids) override {
-    ids[0] = Name(names[0]);
-    return ids[0] == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
-  }
-
- protected:
-  virtual DISPID Name(const wchar_t* name) = 0;
-};
-
-std::int32_t LongOf(const VARIANT& argument) {
-  return (V_VT(&argument) & VT_BYREF) != 0 ? *V_I4REF(&argument) : V_I4(&argument);
-}
-
-BSTR TextOf(const VARIANT& argument) {
-  return (V_VT(&argument) & VT_BYREF) != 0 ? *V_BSTRREF(&argument) : V_BSTR(&argument);
-}
-
-void Answer(VARIANT* result, std::int32_t number) {
-  if (result == nullptr) return;
-  V_VT(result) = VT_I4;
-  V_I4(result) = number;
-}
-
-void Answer(VARIANT* result, IDispatch* object) {
-  if (result == nullptr) return;
-  object->AddRef();
-  V_VT(result) = VT_DISPATCH;
-  V_DISPATCH(result) = object;
-}
 
 class FastList final : public FastObject {
  public:
@@ -133,14 +99,36 @@ class FastTable final : public FastObject {
   std::int32_t rows_;
 };
 
-class FastManager final : public FastObject {
+/// One cell: what a query gives that finds nothing, or one text.
+class FastCell final : public FastObject {
  public:
-  explicit FastManager(ComPtr<IDispatch> table) : table_(std::move(table)) {}
+  explicit FastCell(const wchar_t* text) : text_(text) {}
 
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result,
                                    EXCEPINFO*, UINT*) override {
+    if (id != DISPID_VALUE) return DISP_E_MEMBERNOTFOUND;
+    V_VT(result) = VT_BSTR;
+    V_BSTR(result) = SysAllocString(text_);
+    return S_OK;
+  }
+
+ private:
+  DISPID Name(const wchar_t*) override { return DISPID_UNKNOWN; }
+
+  const wchar_t* text_;
+};
+
+class FastManager final : public FastObject {
+ public:
+  FastManager(ComPtr<IDispatch> table, std::shared_ptr<std::int32_t> inserts)
+      : table_(std::move(table)), inserts_(std::move(inserts)) {}
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given,
+                                   VARIANT* result, EXCEPINFO*, UINT*) override {
     if (id == kExecuteSelect) {
-      Answer(result, table_.get());
+      Answer(result, AnswerTo(TextOf(given->rgvarg[2])));
+    } else if (id == kExecuteInsert) {
+      Answer(result, ++*inserts_);
     } else if (result != nullptr) {
       V_VT(result) = VT_BSTR;
       V_BSTR(result) = SysAllocString(L"_ROWID_");
@@ -149,50 +137,101 @@ class FastManager final : public FastObject {
   }
 
  private:
-  enum Members : DISPID { kExecuteSelect = 1, kOther };
+  enum Members : DISPID { kExecuteSelect = 1, kExecuteInsert, kOther };
 
   DISPID Name(const wchar_t* name) override {
-    return _wcsicmp(name, L"ExecuteSelect") == 0 ? kExecuteSelect : kOther;
+    if (_wcsicmp(name, L"ExecuteSelect") == 0) return kExecuteSelect;
+    return _wcsicmp(name, L"ExecuteInsert") == 0 ? kExecuteInsert : kOther;
+  }
+
+  // By how the statement begins: the capacity, the check for duplicates, the list.
+  [[nodiscard]] IDispatch* AnswerTo(const wchar_t* sql) const {
+    if (std::wcsncmp(sql, L"SELECT TOTAL", 12) == 0) return capacity_.get();
+    return std::wcsncmp(sql, L"Select Top", 10) == 0 ? nothing_.get() : table_.get();
   }
 
   ComPtr<IDispatch> table_;
+  ComPtr<IDispatch> capacity_ = Make<FastCell>(L"MzI3Njc=");  // 32767
+  ComPtr<IDispatch> nothing_ = Make<FastCell>(L"");
+  std::shared_ptr<std::int32_t> inserts_;
 };
 
-class FastScreen final : public FastObject {
+/// A text box, an option button or the list of types, whatever it is asked for.
+class FastEntry final : public FastObject {
  public:
-  explicit FastScreen(ComPtr<IDispatch> list) : list_(std::move(list)) {}
+  explicit FastEntry(const wchar_t* text) : text_(text) {}
 
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result,
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result,
                                    EXCEPINFO*, UINT*) override {
-    Answer(result, list_.get());
+    if (id == kText) {
+      V_VT(result) = VT_BSTR;
+      V_BSTR(result) = SysAllocString(text_);
+    } else {
+      Answer(result, 0);
+    }
     return S_OK;
   }
 
  private:
+  enum Members : DISPID { kText = 1, kNumber };
+
   DISPID Name(const wchar_t* name) override {
-    return _wcsicmp(name, L"cboCredentials") == 0 ? 1 : DISPID_UNKNOWN;
+    return _wcsicmp(name, L"Text") == 0 ? kText : kNumber;
+  }
+
+  const wchar_t* text_;
+};
+
+/// Its members are the controls in this order.
+class FastScreen final : public FastObject {
+ public:
+  explicit FastScreen(ComPtr<IDispatch> list) : list_(std::move(list)) {}
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result,
+                                   EXCEPINFO*, UINT*) override {
+    if (id == kList) {
+      Answer(result, list_.get());
+    } else if (id == kTag) {
+      V_VT(result) = VT_BSTR;
+      V_BSTR(result) = SysAllocString(L"Range");
+    } else {
+      Answer(result, entries_.at(static_cast<std::size_t>(id - kFirstEntry)).get());
+    }
+    return S_OK;
+  }
+
+ private:
+  enum Members : DISPID { kList = 1, kTag, kFirstEntry };
+
+  DISPID Name(const wchar_t* name) override {
+    constexpr std::array kEntries{L"cboCredentialType", L"txtPINStart", L"txtPINEND",
+                                  L"txtFacilityCode",   L"txtIDCode",   L"txtSequenceCode",
+                                  L"optButton4"};
+    if (_wcsicmp(name, L"cboCredentials") == 0) return kList;
+    if (_wcsicmp(name, L"gstrTag") == 0) return kTag;
+    for (std::size_t at = 0; at < kEntries.size(); ++at) {
+      if (_wcsicmp(name, kEntries[at]) == 0) return kFirstEntry + static_cast<DISPID>(at);
+    }
+    return DISPID_UNKNOWN;
   }
 
   ComPtr<IDispatch> list_;
+  std::array<ComPtr<IDispatch>, 7> entries_{
+      Make<FastEntry>(L""), Make<FastEntry>(L"1"), Make<FastEntry>(L"1000"), Make<FastEntry>(L"7"),
+      Make<FastEntry>(L""), Make<FastEntry>(L""),  Make<FastEntry>(L"")};
 };
 
+/// Its transactions do nothing.
 class FastConnection final : public FastObject {
  public:
   HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
                                    UINT*) override {
-    return DISP_E_MEMBERNOTFOUND;
+    return S_OK;
   }
 
  private:
-  DISPID Name(const wchar_t*) override { return DISPID_UNKNOWN; }
+  DISPID Name(const wchar_t*) override { return 1; }
 };
-
-template <typename Object, typename... Parts>
-ComPtr<IDispatch> Make(Parts&&... parts) {
-  ComPtr<IDispatch> made;
-  *made.Receive() = new Object(std::forward<Parts>(parts)...);
-  return made;
-}
 
 class ManagerFactory final : public qorcred::com::Counted<IClassFactory> {
  public:
@@ -212,7 +251,7 @@ class ManagerFactory final : public qorcred::com::Counted<IClassFactory> {
 };
 
 constexpr std::array kNames{L"qorDBI.clsDBManager", L"qorSPS.clsSendProgSteps",
-                            L"qorTent.clsTenant"};
+                            L"qorTent.clsTenant", L"qorAppln.clsApplication"};
 constexpr CLSID kManagerClass = {
     0x4c1b7d52, 0x6f0e, 0x4f0a, {0x9a, 0x3d, 0x5e, 0x18, 0x72, 0xc4, 0x0b, 0x66}};
 
@@ -226,7 +265,8 @@ FastHost MakeFastHost(std::int32_t credentials) {
   FastHost host;
   host.list = std::make_shared<ListContent>();
   host.screen = Make<FastScreen>(Make<FastList>(host.list));
-  host.manager = Make<FastManager>(Make<FastTable>(credentials));
+  host.inserts = std::make_shared<std::int32_t>(0);
+  host.manager = Make<FastManager>(Make<FastTable>(credentials), host.inserts);
   host.connection = Make<FastConnection>();
   return host;
 }

@@ -1,4 +1,5 @@
-// The quickest host that automation allows: a screen with one list, a manager with one table.
+// The quickest host that automation allows: a screen with a list and an entry of 1,000 credentials,
+// a manager with one table.
 #pragma once
 
 #include <windows.h>
@@ -18,12 +19,14 @@ struct ListContent {
   std::vector<std::int32_t> data;
 };
 
-/// A host's objects. The manager answers every select with the same table of credentials.
+/// A host's objects. The manager answers the selects of a save, and every other with the same table
+/// of credentials.
 struct FastHost {
-  qorcred::com::ComPtr<IDispatch> screen;      ///< has cboCredentials
+  qorcred::com::ComPtr<IDispatch> screen;      ///< has cboCredentials, and what a save reads
   qorcred::com::ComPtr<IDispatch> manager;     ///< `qorDBI.clsDBManager`; any other component too
-  qorcred::com::ComPtr<IDispatch> connection;  ///< has no members
+  qorcred::com::ComPtr<IDispatch> connection;  ///< transactions that do nothing
   std::shared_ptr<ListContent> list;
+  std::shared_ptr<std::int32_t> inserts;  ///< how many rows the manager was asked to insert
 };
 
 [[nodiscard]] FastHost MakeFastHost(std::int32_t credentials);

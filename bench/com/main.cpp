@@ -2,18 +2,17 @@
 // in the same process, and checks that both did the same. com_bench [JSON-FILE]
 #include <windows.h>
 
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <string>
 #include <vector>
 
+#include "bench/com/boundary.h"
 #include "bench/com/fast_host.h"
 #include "bench/com/hand_written_object.h"
+#include "bench/com/rows.h"
 #include "com/call_trace.h"
 #include "com/ownership.h"
 #include "com/windows_host.h"
@@ -26,72 +25,9 @@ namespace {
 using qorcred::com::ComPtr;
 using qorcred::com::OwnedVariant;
 
-constexpr int kRounds = 21;
-constexpr double kGoal = 1.3;
 constexpr double kGoalOfTracing = 1.05;
 constexpr std::int32_t kCredentials = 10000;
 constexpr std::int32_t kUnit = 1;
-
-struct Row {
-  std::string name;
-  double oursNs = 0;
-  double floorNs = 0;
-  double goal = kGoal;
-};
-
-[[noreturn]] void Fail(const char* what) {
-  std::fprintf(stderr, "com_bench: %s\n", what);
-  std::exit(EXIT_FAILURE);
-}
-
-DISPID IdOf(IDispatch* object, const wchar_t* name) {
-  std::wstring copy(name);
-  LPOLESTR names = copy.data();
-  DISPID id = DISPID_UNKNOWN;
-  if (FAILED(object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id))) {
-    Fail("a member is missing");
-  }
-  return id;
-}
-
-void Call(IDispatch* object, DISPID id, WORD flags, VARIANT* arguments, UINT count,
-          VARIANT* result) {
-  DISPID put = DISPID_PROPERTYPUT;
-  const bool isPut = flags == DISPATCH_PROPERTYPUT;
-  DISPPARAMS parameters{arguments, isPut ? &put : nullptr, count, isPut ? 1U : 0U};
-  if (FAILED(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, nullptr,
-                            nullptr))) {
-    Fail("a call failed");
-  }
-}
-
-/// Nanoseconds for one of `items` that `work` deals with.
-double TimeOf(const std::function<void()>& work, double items) {
-  const auto begin = std::chrono::steady_clock::now();
-  work();
-  const auto end = std::chrono::steady_clock::now();
-  return std::chrono::duration<double, std::nano>(end - begin).count() / items;
-}
-
-double Median(std::vector<double> times) {
-  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-  std::nth_element(times.begin(), middle, times.end());
-  return *middle;
-}
-
-// Both take turns, so that the machine's moods meet both.
-Row Compare(std::string name, const std::function<void()>& ours, const std::function<void()>& floor,
-            double items) {
-  ours();
-  floor();
-  std::vector<double> oursTimes;
-  std::vector<double> floorTimes;
-  for (int round = 0; round < kRounds; ++round) {
-    oursTimes.push_back(TimeOf(ours, items));
-    floorTimes.push_back(TimeOf(floor, items));
-  }
-  return {std::move(name), Median(oursTimes), Median(floorTimes)};
-}
 
 std::wstring Decode(IDispatch* object, DISPID id, BSTR text) {
   VARIANT argument;
@@ -179,31 +115,6 @@ Row MeasureTracing() {
   return row;
 }
 
-void Print(const std::vector<Row>& rows) {
-  std::printf("%-14s %10s %10s %6s %6s  %s\n", "name", "ours ns", "floor ns", "ratio", "goal", "");
-  for (const Row& row : rows) {
-    const double ratio = row.oursNs / row.floorNs;
-    std::printf("%-14s %10.1f %10.1f %6.2f %6.2f  %s\n", row.name.c_str(), row.oursNs, row.floorNs,
-                ratio, row.goal, ratio <= row.goal ? "met" : "not met");
-  }
-}
-
-void WriteJson(const std::vector<Row>& rows, const char* file) {
-  std::FILE* out = std::fopen(file, "w");
-  if (out == nullptr) Fail("the JSON file cannot be written");
-  std::fputs("[", out);
-  for (std::size_t at = 0; at < rows.size(); ++at) {
-    const Row& row = rows[at];
-    std::fprintf(out,
-                 "%s\n  {\"name\": \"%s\", \"ours_ns\": %.1f, \"floor_ns\": %.1f, \"ratio\": %.3f, "
-                 "\"goal\": %.2f}",
-                 at == 0 ? "" : ",", row.name.c_str(), row.oursNs, row.floorNs,
-                 row.oursNs / row.floorNs, row.goal);
-  }
-  std::fputs("\n]\n", out);
-  std::fclose(out);
-}
-
 int Run(int count, char** arguments) {
   const FastHost host = MakeFastHost(kCredentials);
   const OfferedManager offered(host.manager);
@@ -223,7 +134,10 @@ int Run(int count, char** arguments) {
 
   const std::vector<Row> rows{MeasureDecoding(component.get(), byHand.get()),
                               MeasureRetrieval(component.get(), byHand.get(), host),
-                              MeasureTracing()};
+                              MeasureTracing(),
+                              MeasureCreation(),
+                              MeasurePut(),
+                              MeasureSave(host)};
   Print(rows);
   if (count > 1) WriteJson(rows, arguments[1]);
   return EXIT_SUCCESS;

@@ -165,6 +165,7 @@ TEST(IsMessageTest, TakesAnythingInThePlacesOfWords) {
   EXPECT_TRUE(IsMessage("No more.", "No more."));
   EXPECT_TRUE(IsMessage("At most 5 of 7", "At most {some} of {all}"));
   EXPECT_TRUE(IsMessage("Code ?", "Code {code}?"));
+  EXPECT_TRUE(IsMessage("Code 5? 6?", "Code {code}?"));
   EXPECT_FALSE(IsMessage("No more", "No more."));
   EXPECT_FALSE(IsMessage("At most 5 of", "At most {some} of {all}"));
   EXPECT_FALSE(IsMessage("At least 5 of 7", "At most {some} of {all}"));

@@ -217,9 +217,12 @@ bool IsMessage(std::string_view text, std::string_view described) {
     text.remove_prefix(fixed.size());
     if (open == std::string_view::npos) return text.empty();
     described.remove_prefix(described.find('}') + 1);
-    // What stands in the place ends where the next fixed words begin.
-    const std::string_view next = described.substr(0, described.find('{'));
-    const std::size_t end = next.empty() ? text.size() : text.find(next);
+    // What stands in the place ends where the next fixed words begin, and the last ones end the
+    // text.
+    const std::size_t further = described.find('{');
+    const std::string_view next = described.substr(0, further);
+    if (further == std::string_view::npos) return text.ends_with(next);
+    const std::size_t end = text.find(next);
     if (end == std::string_view::npos) return false;
     text.remove_prefix(end);
   }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "contract/contract.h"
+#include "contract/statements.h"
 #include "frame/convert.h"
 #include "frame/member_table.h"
 #include "tests/contract/described_members.h"
@@ -281,6 +282,29 @@ std::string StoreText() {
   return text;
 }
 
+/// Every statement with the operation that composes it.
+std::string StatementsText() {
+  std::string text =
+      "## The statements\n\n"
+      "Every statement that an operation composes itself; one that runs another operation runs "
+      "that "
+      "one's, too. {Words} in braces stand for what differs from call to call, {'words'} for a "
+      "text in "
+      "apostrophes or the Null that stands for an empty one. In what the credential screen writes "
+      "every \"-1\" has become Null, in what the directory-code screen writes every empty value. "
+      "Rows "
+      "are also deleted by `ExecuteDelete`, which gets no statement. The conditions of the reports "
+      "stand in [behaviour.md](behaviour.md).\n\n";
+  text += "| Operation | Statement |\n|---|---|\n";
+  for (const contract::Statements& one : contract::AllStatements()) {
+    for (const std::string_view statement : one.texts) {
+      text += "| " + Code(std::string(one.className) + "." + std::string(one.operation)) + " | " +
+              Code(statement) + " |\n";
+    }
+  }
+  return text + "\n";
+}
+
 constexpr std::string_view kBeginning =
     R"(# The operations, one by one
 
@@ -289,7 +313,8 @@ tests hold this page against what the operations were seen to touch: it names al
 else. In which order things happen, and what for, stands on the pages of the screens:
 [host-credentials.md](host-credentials.md), [host-dir-codes.md](host-dir-codes.md) and
 [host-reports.md](host-reports.md); what the parts must do stands in
-[host-contract.md](host-contract.md), the columns in [schema.md](schema.md).
+[host-contract.md](host-contract.md), the columns in [schema.md](schema.md). All statements are listed
+[at the end](#the-statements).
 
 - An argument goes in, out or both ways. One that goes in comes back as it went, whatever its
   declaration ([reference.md](reference.md)); one that goes out may come in as anything of its type.
@@ -313,6 +338,7 @@ std::string OperationsPage() {
   std::string page(kBeginning);
   for (const contract::Class& of : DescribedClasses()) page += ClassText(of);
   page += StoreText();
+  page += StatementsText();
   page.pop_back();  // the blank line at the end
   return page;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <set>
 #include <string>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "contract/contract.h"
+#include "contract/statements.h"
 #include "tests/contract/described_surface.h"
 #include "tests/support/noting_object.h"
 #include "tests/support/surface_record.h"
@@ -25,6 +27,7 @@ namespace contract = qorcred::contract;
 struct Seen {
   std::map<std::string, std::string> surface;  ///< with the test that touched it first
   std::map<std::string, std::string> messages;
+  std::map<std::string, std::string> statements;
 };
 
 using SeenOperations = std::map<std::pair<std::string, std::string>, Seen>;
@@ -53,6 +56,9 @@ const Record& TheRecord() {
     for (const Touch& touch : AllTouches()) {
       Seen& seen = all.operations[{touch.className, touch.operation}];
       if (touch.part == part::kMessage) seen.messages.emplace(touch.what, touch.test);
+      if (touch.part == part::kStatement && touch.what != kHandedOver) {
+        seen.statements.emplace(touch.what, touch.test);
+      }
       for (const std::string& line : TouchedSurface(touch, all.refused)) {
         seen.surface.emplace(line, touch.test);
       }
@@ -83,6 +89,14 @@ std::vector<const contract::Operation*> WithThoseThatItRuns(const contract::Clas
     all.insert(all.end(), inner.begin(), inner.end());
   }
   return all;
+}
+
+std::vector<std::string_view> StatementsOf(const contract::Class& of,
+                                           const contract::Operation& operation) {
+  for (const contract::Statements& one : contract::AllStatements()) {
+    if (one.className == of.name && one.operation == operation.name) return one.texts;
+  }
+  return {};
 }
 
 /// For a statement that cannot be read: the names alone of tables and columns.
@@ -163,6 +177,29 @@ TEST_P(SurfaceTest, NamesTheMessages) {
       EXPECT_TRUE(shown.count(std::string(message.text)) != 0)
           << Described().name << "." << operation.name << " is described to show `" << message.text
           << "`, which no test saw";
+    }
+  }
+}
+
+TEST_P(SurfaceTest, NamesTheStatements) {
+  for (const contract::Operation& operation : Described().operations) {
+    std::vector<std::string_view> described;
+    for (const contract::Operation* one : WithThoseThatItRuns(Described(), operation)) {
+      const auto texts = StatementsOf(Described(), *one);
+      described.insert(described.end(), texts.begin(), texts.end());
+    }
+    std::set<std::string_view> run;
+    for (const auto& [text, test] : SeenOf(Described(), operation).statements) {
+      const auto fits = [&text = text](std::string_view one) { return IsMessage(text, one); };
+      if (std::none_of(described.begin(), described.end(), fits)) {
+        ADD_FAILURE() << Described().name << "." << operation.name << " runs `" << text << "` ("
+                      << test << "), which its description does not name";
+      }
+      std::copy_if(described.begin(), described.end(), std::inserter(run, run.end()), fits);
+    }
+    for (const std::string_view one : StatementsOf(Described(), operation)) {
+      EXPECT_TRUE(run.count(one) != 0) << Described().name << "." << operation.name
+                                       << " is described to run `" << one << "`, which no test saw";
     }
   }
 }

@@ -202,6 +202,24 @@ TEST_F(CodeDetails, WhatIsNoTextAmongThemIsRefusedAtItsPlace) {
   EXPECT_EQ(details.locks(), 0U);
 }
 
+// An element refers to the variable that holds the array: reading it as a text would never end.
+TEST_F(CodeDetails, AnArrayThatHoldsItselfIsRefused) {
+  TextArray details(VT_VARIANT, 0, kTexts);
+  VARIANT holder = details.AsValue();
+  void* data = nullptr;
+  ASSERT_EQ(SafeArrayAccessData(V_ARRAY(&holder), &data), S_OK);
+  auto* elements = static_cast<VARIANT*>(data);
+  VariantClear(&elements[kActive]);
+  elements[kActive] = Variant::Reference(holder);
+  SafeArrayUnaccessData(V_ARRAY(&holder));
+  for (const VARIANT& passed : {holder, static_cast<const VARIANT&>(Variant::Reference(holder))}) {
+    const Outcome outcome = Merge(passed);
+    EXPECT_EQ(outcome.code, DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(outcome.badArgument, 0U);
+    EXPECT_EQ(details.locks(), 0U);
+  }
+}
+
 TEST_F(CodeDetails, OtherArraysAreRefused) {
   std::array<SAFEARRAYBOUND, 2> bounds{{{kTexts, 0}, {2, 0}}};
   const std::pair<VARTYPE, UINT> arrays[] = {{VT_BSTR, 2}, {VT_VARIANT, 2}, {VT_I4, 1}, {VT_R8, 1}};

@@ -66,6 +66,10 @@ TEST_F(CallRules, MissingPiecesAreRefused) {
   LPOLESTR names = name.data();
   EXPECT_EQ(object.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, nullptr), E_INVALIDARG);
   EXPECT_EQ(object.GetIDsOfNames(IID_NULL, &names, 0, LOCALE_USER_DEFAULT, &id), E_INVALIDARG);
+  std::array<LPOLESTR, 2> oneMissing{name.data(), nullptr};
+  std::array<DISPID, 2> ids{};
+  EXPECT_EQ(object.GetIDsOfNames(IID_NULL, oneMissing.data(), 2, LOCALE_USER_DEFAULT, ids.data()),
+            E_INVALIDARG);
 
   const auto invoke = [&object](DISPPARAMS* parameters) {
     return object.Invoke(12, IID_NULL, LOCALE_USER_DEFAULT, kMethod, parameters, nullptr, nullptr,

@@ -18,6 +18,7 @@
 
 #include "tests/com/soak/turn.h"
 #include "tests/com/support/component.h"
+#include "tests/com/support/pressed_boxes.h"
 #include "tests/com/support/process_state.h"
 
 namespace qortest {
@@ -88,24 +89,6 @@ void Lose(const std::string& what) {
   }
 }
 
-// Presses the first button of every message box as soon as it is shown. Runs on the thread that
-// shows it.
-long boxes = 0;
-LRESULT CALLBACK PressButton(int code, WPARAM first, LPARAM second) {
-  if (code == HCBT_ACTIVATE) {
-    const auto box = reinterpret_cast<HWND>(first);
-    for (const int button : {IDOK, IDYES}) {
-      const HWND control = GetDlgItem(box, button);
-      if (control == nullptr) continue;
-      ++boxes;
-      PostMessageW(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
-                   reinterpret_cast<LPARAM>(control));
-      break;
-    }
-  }
-  return CallNextHookEx(nullptr, code, first, second);
-}
-
 void Print(const Checkpoint& point) {
   std::printf("%10llu %10zu %12zu %8zu %10zu\n", static_cast<unsigned long long>(point.operations),
               point.state.blocks, point.state.bytes, point.state.handles,
@@ -157,7 +140,7 @@ void Soak(const Options& options) {
     std::printf("%10zu  %s\n", turns.Count(one), NameOf(one));
   }
   std::printf("%zu calls of the host, %ld message boxes, %zu of the disturbances came to pass\n",
-              turns.calls(), boxes, turns.disturbed());
+              turns.calls(), PressedBoxes::Count(), turns.disturbed());
   if (turns.disturbed() * 2 < options.operations)
     Fail("less than half of the operations were disturbed");
   if (testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed()) {
@@ -178,8 +161,10 @@ int main(int count, char** words) {
   const qortest::Options options = qortest::ReadOptions(count, words);
   if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return EXIT_FAILURE;
   qortest::KeepNoFreedTexts();
-  SetWindowsHookExW(WH_CBT, qortest::PressButton, nullptr, GetCurrentThreadId());
-  qortest::Soak(options);
+  {
+    const qortest::PressedBoxes boxes;
+    qortest::Soak(options);
+  }
   CoUninitialize();
   return EXIT_SUCCESS;
 }

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/com/soak/random.h"
 #include "tests/com/support/offered_component.h"
+#include "tests/com/support/random.h"
 #include "tests/scenarios/scenarios.h"
 
 namespace qortest {
