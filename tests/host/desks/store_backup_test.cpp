@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
+#include <functional>
 #include <iterator>
 
 #include "host/files/file_error.h"
@@ -25,9 +26,14 @@ class StoreBackupTest : public testing::Test {
   static qorcred::Date Noon() { return qorcred::FromCivil({2026, 1, 31, 12, 0, 0}); }
 
   [[nodiscard]] fs::path File(const std::string& name) const { return folder_.File(name); }
+  /// How many files there are, without the logs and indexes of stores.
   [[nodiscard]] std::size_t Files() const {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(folder_.path()), fs::directory_iterator()));
+    std::size_t count = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder_.path())) {
+      const std::string ending = entry.path().extension().string();
+      count += ending == ".db-wal" || ending == ".db-shm" ? 0U : 1U;
+    }
+    return count;
   }
   [[nodiscard]] static std::string BytesOf(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
