@@ -107,7 +107,10 @@ class Credential final : public FastObject {
         where + L"," + components_.rowId + L",0,";
     const std::wstring tail = L"," + facility + L",0,0,1,'_LMDATE_')";
     for (std::int32_t number = first; number <= last; ++number) {
-      lastRid = Insert(connection, insert, head + std::to_wstring(number) + tail);
+      std::wstring sql = head;
+      sql += std::to_wstring(number);
+      sql += tail;
+      lastRid = Insert(connection, insert, sql);
     }
     Call(connection, IdOf(connection, L"CommitTrans"), DISPATCH_METHOD, nullptr, 0, nullptr);
   }
