@@ -51,7 +51,7 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   GlobalOptions& global = choice.global;
   app.add_option_function<std::string>(
          "--db", [&global](const std::string& file) { global.file = file; },
-         "The database file (building.db in the current folder)")
+         "The database file; else that of QORHOST_DB, else building.db in the current folder")
       ->type_name("FILE")
       ->check([](const std::string& file) {
         return file.empty() ? std::string("needs the name of a file") : std::string();
@@ -147,7 +147,7 @@ void SpeakPlainly(CLI::App& app) {
 }
 
 void Describe(CLI::App& app, Choice& choice) {
-  app.set_version_flag("--version", "qorhost " QORHOST_VERSION);
+  app.set_version_flag("-V,--version", "qorhost " QORHOST_VERSION);
   app.require_subcommand(1);
   app.footer(
       "Examples:\n  qorhost tour\n  qorhost init --demo && qorhost credentials list\n"
@@ -276,6 +276,9 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
 
 ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
   Choice choice;
+  if (console.environment.store) {
+    choice.global.file = *console.environment.store;
+  }
   CLI::App app(
       "Credentials and directory codes of an access-control building: the reference host of "
       "qorCred",

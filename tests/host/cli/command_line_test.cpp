@@ -275,6 +275,28 @@ TEST_F(CommandLine, HelpIsEverywhereWithExamples) {
   }
 }
 
+TEST_F(CommandLine, HelpIsAlsoAWord) {
+  const std::string db = File("building.db");
+  EXPECT_EQ(Run({"help", "credentials", "add", "--db", db}).out,
+            Run({"credentials", "add", "--help"}).out);
+  EXPECT_EQ(Run({"help", "--db", db}).out, Run({"--help"}).out);
+  EXPECT_THAT(Run({"help", "credentails", "--db", db}).err, HasSubstr("'credentials'?"));
+}
+
+TEST_F(CommandLine, TheVersionIsToldInTwoWays) {
+  EXPECT_THAT(Run({"--version"}).out, StartsWith("qorhost "));
+  EXPECT_EQ(Run({"-V"}).out, Run({"--version"}).out);
+}
+
+TEST_F(CommandLine, TheEnvironmentNamesTheStoreAndTheOptionGoesBefore) {
+  InitDemo();
+  storeOfEnvironment_ = File("building.db");
+  EXPECT_EQ(Run({"units"}).status, 0);
+  EXPECT_THAT(Run({"units", "--db", File("other.db")}).err, HasSubstr("other.db"));
+  storeOfEnvironment_ = File("nowhere.db");
+  EXPECT_THAT(Run({"units"}).err, HasSubstr("nowhere.db"));
+}
+
 struct UsageRow {
   std::string_view name;
   std::vector<std::string> words;
@@ -300,6 +322,19 @@ INSTANTIATE_TEST_SUITE_P(
         UsageRow{"UnknownCommand", {"frobnicate"}, "frobnicate"},
         UsageRow{"UnknownOption", {"units", "--frobnicate"}, "--frobnicate"},
         UsageRow{"UnknownCredentialCommand", {"credentials", "frobnicate"}, "frobnicate"},
+        UsageRow{"MisspeltCommand",
+                 {"credntials", "list"},
+                 "unknown word 'credntials': did you mean 'credentials'? (see 'qorhost --help')"},
+        UsageRow{"MisspeltCommandWithHelp",
+                 {"credentials", "lsit", "--help"},
+                 "unknown word 'lsit': did you mean 'list'? (see 'qorhost credentials --help')"},
+        UsageRow{"MisspeltOption",
+                 {"credentials", "list", "--untt", "1"},
+                 "unknown option '--untt': did you mean '--unit'?"},
+        UsageRow{"MisspeltOptionWithItsValue",
+                 {"credentials", "add", "--strat=1", "--help"},
+                 "unknown option '--strat': did you mean '--start'?"},
+        UsageRow{"HelpForNothing", {"frobnicate", "--help"}, "unknown word 'frobnicate' (see"},
         UsageRow{"NoNameOfAFile", {"--db", "", "units"}, "needs the name of a file"},
         UsageRow{"UnitThatIsNoNumber", {"--unit", "two", "credentials", "list"}, "two"},
         UsageRow{"NoUnit", {"--unit", "", "credentials", "list"}, "--unit"},
