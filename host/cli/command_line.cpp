@@ -13,9 +13,11 @@
 #include "host/cli/backup_commands.h"
 #include "host/cli/command_session.h"
 #include "host/cli/commands.h"
+#include "host/cli/completion.h"
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
 #include "host/cli/history_command_line.h"
+#include "host/cli/manual_page.h"
 #include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
 #include "host/cli/store_commands.h"
@@ -44,6 +46,7 @@ struct Choice {
   ReportOptions report;
   HistoryOptions history;
   BackupOptions backup;
+  std::string shell;
   CommandRun run;
 };
 
@@ -131,6 +134,26 @@ void DescribeStore(CLI::App& app, Choice& choice) {
              });
 }
 
+/// What is made from the words of all commands.
+void DescribeShells(CLI::App& app, Choice& choice) {
+  auto* completion = AddCommand(
+      {app, choice.run}, "completion", "Print a script by which a shell completes these words",
+      "  qorhost completion bash > ~/.local/share/bash-completion/completions/qorhost\n"
+      "  qorhost completion fish > ~/.config/fish/completions/qorhost.fish",
+      [&app, &choice](Console& console) {
+        WriteCompletion(console.out, choice.shell, WordsOf(app));
+        return ExitStatus::kDone;
+      });
+  completion->add_option("SHELL", choice.shell, "bash, zsh or fish")
+      ->required()
+      ->check(CLI::IsMember(Shells()));
+  AddCommand({app, choice.run}, "manual", "Print the manual page",
+             "  qorhost manual > qorhost.1 && man ./qorhost.1", [&app](Console& console) {
+               WriteManualPage(console.out, QORHOST_VERSION, WordsOf(app));
+               return ExitStatus::kDone;
+             });
+}
+
 /// Help in plain words, of every command.
 void SpeakPlainly(CLI::App& app) {
   app.get_formatter()->label("SUBCOMMAND", "COMMAND");
@@ -160,6 +183,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeReports({app, choice.run}, choice.global, choice.report);
   DescribeHistory({app, choice.run}, choice.global, choice.history);
   DescribeBackup({app, choice.run}, choice.global, choice.backup);
+  DescribeShells(app, choice);
   SpeakPlainly(app);
 }
 
