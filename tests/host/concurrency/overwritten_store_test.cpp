@@ -262,7 +262,9 @@ TEST_F(OverwrittenStores, ACopyThatIsRenamedBesideALeftLogIsRefused) {
   const PreparedDesk desk = EditPhone("101", "555-2").prepare(anna);
   fs::copy_file(old_, folder_.File("new.db"));
   fs::rename(folder_.File("new.db"), file_);
-  EXPECT_THAT(TextOf(desk.run()), HasSubstr("was moved or replaced"));
+  const Told told = desk.run();
+  EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
+  EXPECT_EQ(told.cause, StaleCause::kStoreReplaced);
   EXPECT_THROW((void)sqlite::OpenDatabase(file_, OpenMode::kReadWrite), StoreError);
   EXPECT_EQ(BytesOf(file_), BytesOf(old_));
 }
