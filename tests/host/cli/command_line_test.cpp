@@ -128,7 +128,11 @@ TEST_F(CommandLine, NoCommandLeavesAnythingInTheLog) {
            {"dircodes", "sync", "--from", File("unit.txt"), "--dry-run"},
            {"dircodes", "sync", "--from", File("unit.txt")},
            {"report", "dircodes"},
-           {"report", "credentials"}}) {
+           {"report", "credentials"},
+           {"history", "list"},
+           {"history", "show", "1"},
+           {"history", "check"},
+           {"history", "undo", "2"}}) {
     const std::string name = words[0] + " " + (words.size() > 1 ? words[1] : "");
     words.insert(words.end(), {"--unit", "2", "--yes"});
     const Outcome outcome = Run(words);
@@ -222,7 +226,9 @@ TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {
       {"dircodes", "renumber", "101", "102"},
       {"dircodes", "delete", "101"},
       {"dircodes", "sync", "--from", "-"},
-      {"dircodes", "export", "--to", "-"}};
+      {"dircodes", "export", "--to", "-"},
+      {"history", "list"},
+      {"history", "undo", "1"}};
   for (const std::vector<std::string>& words : commands) {
     const Outcome outcome = Run(words);
     EXPECT_EQ(outcome.status, 3) << words.front();
@@ -265,7 +271,12 @@ TEST_F(CommandLine, HelpIsEverywhereWithExamples) {
                                                           {"dircodes", "renumber"},
                                                           {"dircodes", "delete"},
                                                           {"dircodes", "sync"},
-                                                          {"dircodes", "export"}};
+                                                          {"dircodes", "export"},
+                                                          {"history"},
+                                                          {"history", "list"},
+                                                          {"history", "show"},
+                                                          {"history", "undo"},
+                                                          {"history", "check"}};
   for (std::vector<std::string> words : commands) {
     words.emplace_back("--help");
     const Outcome outcome = Run(words);
@@ -510,7 +521,10 @@ TEST_F(CommandLine, NothingThatIsStoredSteersATerminal) {
       {"report", "dircodes", "--format", "sql", "--where", "Display Name = \xE2\x80\xAE"},
       {"report", "credentials"},
       {"dircodes", "export", "--to", "-"},
-      {"sql", "SELECT * FROM DirectoryCode"}};
+      {"sql", "SELECT * FROM DirectoryCode"},
+      {"history", "list"},
+      {"history", "show", "4"},
+      {"history", "undo", "4"}};
   outputIsTerminal_ = true;
   for (const auto& command : commands) {
     for (const char* option : {"--no-option", "--json", "--trace"}) {
