@@ -26,6 +26,8 @@ namespace {
 
 using qorcred::Value;
 
+constexpr const char* kOneOfTwo = "give one of them another number, or delete it";
+
 std::string TextOf(const Value& cell) {
   return std::string(qorcred::Trim(qorcred::TextOrEmpty(cell)));
 }
@@ -78,9 +80,7 @@ class UnitCheck {
       cards_.emplace(rid, name);
       if (!isFirst) {
         Add(fmt::format("{} is there twice, as RID {} and RID {}", name, same->second, rid),
-            fmt::format("give one of them another number, or delete it: 'qorhost credentials "
-                        "delete rid:{}'",
-                        rid));
+            kOneOfTwo);
       }
     }
   }
@@ -102,11 +102,9 @@ class UnitCheck {
       if (!isFirst) {
         Add(fmt::format("directory code {} is there twice, as RID {} and RID {}", code,
                         same->second, rid),
-            fmt::format("give one of them another number, or delete it: 'qorhost dircodes delete "
-                        "rid:{}'",
-                        rid));
+            kOneOfTwo);
       }
-      LookAtPeriod(row[3], row[4], "directory code " + code, "'qorhost dircodes edit'");
+      LookAtPeriod(row[3], row[4], "directory code " + code);
     }
   }
 
@@ -125,7 +123,7 @@ class UnitCheck {
                         TextOf(row[4])),
             "give the tenant another directory code, or none");
       }
-      LookAtPeriod(row[5], row[6], "tenant " + name, "the tenant's period");
+      LookAtPeriod(row[5], row[6], "tenant " + name);
     }
   }
 
@@ -144,18 +142,16 @@ class UnitCheck {
     if (!isFirst) {
       Add(fmt::format("{} is held by {} and by {}", WithRid(card->second, rid), holder->second,
                       tenant),
-          fmt::format("give it to the right one: 'qorhost credentials assign rid:{} --tenant NAME'",
-                      rid));
+          "assign it to the right one");
     }
   }
 
-  void LookAtPeriod(const Value& start, const Value& end, const std::string& what,
-                    std::string_view change) {
+  void LookAtPeriod(const Value& start, const Value& end, const std::string& what) {
     const auto* first = start.As<qorcred::Date>();
     const auto* last = end.As<qorcred::Date>();
     if (first != nullptr && last != nullptr && qorcred::SecondsBetween(*first, *last) < 0) {
       Add(fmt::format("the period of {} ends before it begins", what),
-          fmt::format("change {}", change));
+          "change its first or its last day");
     }
   }
 
