@@ -10,19 +10,6 @@
 
 namespace qorhost {
 
-namespace {
-
-Table HeadTable(DeskSession& session) {
-  Table table;
-  table.columns = {{"Unit", "unit"}, {"Last entry", "entry"}, {"Head", "head"}};
-  for (const ChainHead& head : session.sql().audit().Heads()) {
-    table.rows.push_back({head.unitKey, static_cast<double>(head.entry), TextOf(head)});
-  }
-  return table;
-}
-
-}  // namespace
-
 ExitStatus RunHistoryList(const GlobalOptions& global, const HistoryOptions& options,
                           Console& console) {
   CommandSession session(global, Access::kRead, console);
@@ -73,7 +60,7 @@ ExitStatus RunHistoryCheck(const GlobalOptions& global, const HistoryOptions& op
   CommandSession session(global, Access::kRead, console);
   const std::vector<std::string> faults = FaultsOfHistory(session.desks(), noted);
   for (const std::string& fault : faults) {
-    console.err << "qorhost: " << fault << '\n';
+    console.err << "qorhost: " << Displayable(fault) << '\n';
   }
   if (!faults.empty()) {
     return ExitStatus::kRefused;
