@@ -161,8 +161,7 @@ class UnitCheck {
       Add("its capacity is not known", "give the unit settings with a type that has a capacity");
       return;
     }
-    const UnitStatus status = ReadUnitStatus(session_.sql(), unitKey_);
-    const std::int64_t used = status.credentials + status.entryCodes + status.directoryCodes;
+    const std::int64_t used = ReadUnitStatus(session_.sql(), unitKey_).CodesInUse();
     if (used > *capacity) {
       Add(fmt::format("{} codes are in use, and the unit takes {}", used, *capacity),
           "delete what is not needed: nothing can be added before");
