@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "frame/runtime_error.h"
+#include "host/cli/backup_commands.h"
 #include "host/cli/command_session.h"
 #include "host/cli/commands.h"
 #include "host/cli/credential_command_line.h"
@@ -42,6 +43,7 @@ struct Choice {
   DirCodeChoice dircodes;
   ReportOptions report;
   HistoryOptions history;
+  BackupOptions backup;
   CommandRun run;
 };
 
@@ -157,6 +159,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
   DescribeReports({app, choice.run}, choice.global, choice.report);
   DescribeHistory({app, choice.run}, choice.global, choice.history);
+  DescribeBackup({app, choice.run}, choice.global, choice.backup);
   SpeakPlainly(app);
 }
 

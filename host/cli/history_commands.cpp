@@ -35,6 +35,11 @@ ExitStatus RunHistoryShow(const GlobalOptions& global, const HistoryOptions& opt
 ExitStatus RunHistoryUndo(const GlobalOptions& global, const HistoryOptions& options,
                           Console& console) {
   CommandSession session(global, Access::kChange, console);
+  const WorkEntry entry = EntryOf(session.desks(), options.entry);
+  if (!entry.unitKey && !options.trial) {
+    session.RequireConsent(
+        fmt::format("{} concerns the whole store. Undo it?", DescriptionOf(entry)));
+  }
   const UndoneWork undone =
       UndoEntry(session.desks(), options.entry, options.trial ? Trial::kYes : Trial::kNo);
   console.stored = undone.written;

@@ -1,4 +1,4 @@
-// The commands for the history of a store.
+// What the commands for history, backup and check print.
 #include <gmock/gmock.h>
 
 #include "tests/host/cli/run_fixture.h"
@@ -7,64 +7,50 @@ namespace qorhost::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::StartsWith;
 
 class HistoryCommands : public RunFixture {
  protected:
   void SetUp() override {
     InitDemo();
-    const Outcome added = Run({"dircodes", "add", "250", "--unit", "2", "--phone", "555-0199"});
-    ASSERT_EQ(added.status, 0) << added.err;
-    const nlohmann::json latest = Rows({"history", "list", "--limit", "1"});
-    entry_ = std::to_string(latest.at(0).at("entry").get<int>());
+    ASSERT_EQ(Run({"credentials", "add", "--unit", "2", "--type", "card26", "--start", "500",
+                   "--end", "510", "--facility", "7"})
+                  .status,
+              0);
   }
-
-  [[nodiscard]] std::size_t Codes() { return Rows({"dircodes", "list", "--unit", "2"}).size(); }
-
-  std::string entry_;  // of the code that was added
 };
 
-TEST_F(HistoryCommands, ListNarrowsByTheUnitThatIsNamed) {
-  EXPECT_EQ(Rows({"history", "list", "--subject", "250", "--unit", "2"}).size(), 1U);
-  EXPECT_EQ(Rows({"history", "list", "--limit", "1", "--unit", "2"}).at(0).at("unit"), 2);
-  const nlohmann::json latest = Rows({"history", "list", "--limit", "1", "--unit", "1"});
-  EXPECT_EQ(latest.at(0).at("what"), "demo building");
-}
+TEST_F(HistoryCommands, ListShowAndUndo) {
+  const nlohmann::json rows = Rows({"history", "list", "--limit", "1"});
+  ASSERT_EQ(rows.size(), 1U);
+  EXPECT_EQ(rows[0]["what"], "issue Standard 26-Bit Card 500 to 510");
+  EXPECT_EQ(rows[0]["rows"], "CredentialBank: 11 new");
+  const std::string entry = rows[0]["entry"].dump();
 
-TEST_F(HistoryCommands, ShowHasTheEntryAboveItsFields) {
-  const Outcome shown = Run({"history", "show", entry_});
-  EXPECT_EQ(shown.status, 0) << shown.err;
-  EXPECT_THAT(shown.out, testing::StartsWith("entry " + entry_ + " ("));
-  EXPECT_THAT(shown.out, HasSubstr("PHONENUMBER                555-0199\n"));
-}
-
-TEST_F(HistoryCommands, UndoTellsWhatItDid) {
-  const std::size_t codes = Codes();
-  const Outcome trial = Run({"history", "undo", entry_, "--dry-run"});
+  EXPECT_THAT(Run({"history", "show", entry}).out, HasSubstr("PINNo"));
+  const Outcome trial = Run({"history", "undo", entry, "--dry-run"});
   EXPECT_EQ(trial.status, 0) << trial.err;
-  EXPECT_THAT(trial.out, HasSubstr(" can be undone: 1 row; nothing was changed\n"));
-  EXPECT_EQ(Codes(), codes);
-  const Outcome undone = Run({"history", "undo", entry_});
+  EXPECT_THAT(trial.out, HasSubstr("can be undone: 11 rows; nothing was changed"));
+  EXPECT_EQ(Rows({"history", "list", "--limit", "1"})[0]["entry"].dump(), entry);
+
+  const Outcome undone = Run({"history", "undo", entry});
   EXPECT_EQ(undone.status, 0) << undone.err;
-  EXPECT_THAT(undone.out, HasSubstr(" undone: 1 row as before\n"));
-  EXPECT_EQ(Codes(), codes - 1);
-  const Outcome again = Run({"history", "undo", entry_});
-  EXPECT_EQ(again.status, 1) << again.out;
+  EXPECT_THAT(undone.out, HasSubstr("undone: 11 rows as before"));
+  const Outcome again = Run({"history", "undo", entry});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_THAT(again.err, HasSubstr("cannot be undone: row"));
 }
 
-TEST_F(HistoryCommands, CheckTakesTheHeadsThatItPrints) {
-  const nlohmann::json heads = Rows({"history", "check"});
-  ASSERT_EQ(heads.size(), 3U);
-  const std::string head = heads.at(1).at("head");
-  EXPECT_EQ(Run({"history", "check", "--head", head}).status, 0);
-  const Outcome other = Run({"history", "check", "--head", "2:1:" + std::string(64, '0')});
-  EXPECT_EQ(other.status, 1);
-  EXPECT_EQ(other.err, "qorhost: entry 1 of unit 2 is not the one that was noted\n");
+TEST_F(HistoryCommands, WrongWordsSayWhatIsWanted) {
+  EXPECT_THAT(Run({"history", "undo", "999"}).err, HasSubstr("there is no entry '999'"));
+  EXPECT_EQ(Run({"history", "undo", "999"}).status, 2);
+  EXPECT_THAT(Run({"history", "list", "--since", "soon"}).err, HasSubstr("--since 'soon'"));
+  EXPECT_THAT(Run({"history", "list", "--limit", "0"}).err, HasSubstr("whole number from 1"));
+  EXPECT_THAT(Run({"history", "check", "--head", "1"}).err, HasSubstr("UNIT:ENTRY:HASH"));
 }
 
 TEST_F(HistoryCommands, AWrongInputIsNamedAndWhereToLook) {
-  const Outcome entry = Run({"history", "undo", "9999"});
-  EXPECT_EQ(entry.status, 2);
-  EXPECT_EQ(entry.err,
+  EXPECT_EQ(Run({"history", "undo", "9999"}).err,
             "qorhost: there is no entry '9999' in the history: 'qorhost history list' has their "
             "numbers\n");
   const Outcome head = Run({"history", "check", "--head", "2:1"});
@@ -75,6 +61,47 @@ TEST_F(HistoryCommands, AWrongInputIsNamedAndWhereToLook) {
   const Outcome since = Run({"history", "list", "--since", "100000d"});
   EXPECT_EQ(since.status, 2);
   EXPECT_EQ(since.err, "qorhost: --since '100000d' is no number of days: write 0d to 99999d\n");
+}
+
+TEST_F(HistoryCommands, TheWholeStoreIsUndoneWithConsentAlone) {
+  const std::string first = Rows({"history", "list"})[0]["entry"].dump();
+  const Outcome refused = Run({"history", "undo", first});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("concerns the whole store"));
+}
+
+TEST_F(HistoryCommands, AHeadOfABackupIsComparedLater) {
+  const nlohmann::json backup =
+      nlohmann::json::parse(Run({"backup", File("backup.db"), "--json"}).out);
+  ASSERT_EQ(backup["heads"].size(), 3U);
+  const std::string head = backup["heads"][1]["head"];
+  EXPECT_THAT(head, StartsWith("2:"));
+  EXPECT_EQ(Run({"history", "check", "--head", head}).status, 0);
+  const Outcome other = Run({"history", "check", "--head", head.substr(0, head.size() - 1) + "g"});
+  EXPECT_EQ(other.status, 1);
+  EXPECT_THAT(other.err, HasSubstr("of unit 2 is not the one that was noted"));
+}
+
+TEST_F(HistoryCommands, ABackupIsRestored) {
+  EXPECT_EQ(Run({"backup", File("backup.db")}).status, 0);
+  const Outcome again = Run({"backup", File("backup.db")});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_THAT(again.err, HasSubstr("replace it with --force"));
+  ASSERT_EQ(Run({"history", "undo", "2"}).status, 0);
+  const Outcome restored = Run({"restore", File("backup.db")});
+  EXPECT_EQ(restored.status, 0) << restored.err;
+  EXPECT_THAT(restored.out, HasSubstr("The store as it was is "));
+  EXPECT_EQ(Rows({"history", "list"}).size(), 2U);
+}
+
+TEST_F(HistoryCommands, ACheckTellsHowToMend) {
+  EXPECT_THAT(Run({"check"}).out, StartsWith("Nothing is wrong"));
+  ASSERT_EQ(Run({"sql", "--write", "UPDATE Tenants SET CREDENTIALID2=99999 WHERE RID=62"}).status,
+            0);
+  const Outcome found = Run({"check"});
+  EXPECT_EQ(found.status, 1);
+  EXPECT_THAT(found.out, HasSubstr("which is not there"));
+  EXPECT_EQ(Run({"check", "--unit", "1"}).status, 0);
 }
 
 }  // namespace

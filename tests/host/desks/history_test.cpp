@@ -17,8 +17,6 @@ using testing::IsEmpty;
 
 class HistoryTest : public DeskFixture {
  protected:
-  static constexpr std::int32_t kCodeRow = 11;  // of the directory code 101
-
   void SetUp() override {
     DeskFixture::SetUp();
     session().sql().work().SignAs({"anna", "desk 1", [] {
