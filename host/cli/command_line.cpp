@@ -17,6 +17,7 @@
 #include "host/cli/history_command_line.h"
 #include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
+#include "host/cli/step_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/store_file.h"
@@ -38,6 +39,7 @@ struct Choice {
   GlobalOptions global;
   InitOptions init;
   SqlOptions sql;
+  StepOptions steps;
   CredentialChoice credentials;
   DirCodeChoice dircodes;
   ReportOptions report;
@@ -110,9 +112,7 @@ void DescribeStore(CLI::App& app, Choice& choice) {
              "List the doors and their captions on the credential screen",
              "  qorhost doors\n  qorhost doors --unit 2",
              [&choice](Console& console) { return RunDoors(choice.global, console); });
-  AddCommand({app, choice.run}, "steps", "List the programming steps that wait for the units",
-             "  qorhost steps\n  qorhost steps --unit 1 --json",
-             [&choice](Console& console) { return RunSteps(choice.global, console); });
+  DescribeSteps({app, choice.run}, choice.global, choice.steps);
 
   auto* sql = AddCommand(
       {app, choice.run}, "sql", "Run one statement of the desktop SQL dialect",
