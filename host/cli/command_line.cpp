@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "frame/runtime_error.h"
+#include "host/cli/building_command_line.h"
 #include "host/cli/command_session.h"
 #include "host/cli/commands.h"
 #include "host/cli/credential_command_line.h"
@@ -39,6 +40,7 @@ struct Choice {
   GlobalOptions global;
   InitOptions init;
   SqlOptions sql;
+  BuildingChoice building;
   StepOptions steps;
   CredentialChoice credentials;
   DirCodeChoice dircodes;
@@ -105,13 +107,7 @@ void DescribeStore(CLI::App& app, Choice& choice) {
                  "Fill it with an invented building: three units, 200 tenants, their credentials");
   init->add_flag("--force", choice.init.force, "Replace an existing store");
 
-  AddCommand({app, choice.run}, "units", "List the units, their codes in use and their capacity",
-             "  qorhost units\n  qorhost units --json",
-             [&choice](Console& console) { return RunUnits(choice.global, console); });
-  AddCommand({app, choice.run}, "doors",
-             "List the doors and their captions on the credential screen",
-             "  qorhost doors\n  qorhost doors --unit 2",
-             [&choice](Console& console) { return RunDoors(choice.global, console); });
+  DescribeBuilding({app, choice.run}, choice.global, choice.building);
   DescribeSteps({app, choice.run}, choice.global, choice.steps);
 
   auto* sql = AddCommand(
