@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "frame/runtime_error.h"
+#include "host/cli/backup_commands.h"
 #include "host/cli/building_command_line.h"
 #include "host/cli/command_session.h"
 #include "host/cli/commands.h"
@@ -46,6 +47,7 @@ struct Choice {
   DirCodeChoice dircodes;
   ReportOptions report;
   HistoryOptions history;
+  BackupOptions backup;
   CommandRun run;
 };
 
@@ -53,7 +55,7 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   GlobalOptions& global = choice.global;
   app.add_option_function<std::string>(
          "--db", [&global](const std::string& file) { global.file = file; },
-         "The database file (building.db in the current folder)")
+         "The database file; else that of QORHOST_DB, else building.db in the current folder")
       ->type_name("FILE")
       ->check([](const std::string& file) {
         return file.empty() ? std::string("needs the name of a file") : std::string();
@@ -141,7 +143,7 @@ void SpeakPlainly(CLI::App& app) {
 }
 
 void Describe(CLI::App& app, Choice& choice) {
-  app.set_version_flag("--version", "qorhost " QORHOST_VERSION);
+  app.set_version_flag("-V,--version", "qorhost " QORHOST_VERSION);
   app.require_subcommand(1);
   app.footer(
       "Examples:\n  qorhost tour\n  qorhost init --demo && qorhost credentials list\n"
@@ -153,6 +155,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
   DescribeReports({app, choice.run}, choice.global, choice.report);
   DescribeHistory({app, choice.run}, choice.global, choice.history);
+  DescribeBackup({app, choice.run}, choice.global, choice.backup);
   SpeakPlainly(app);
 }
 
@@ -269,6 +272,9 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
 
 ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
   Choice choice;
+  if (console.environment.store) {
+    choice.global.file = *console.environment.store;
+  }
   CLI::App app(
       "Credentials and directory codes of an access-control building: the reference host of "
       "qorCred",

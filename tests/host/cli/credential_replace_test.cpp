@@ -63,7 +63,8 @@ TEST_F(CredentialReplaceCommand, WrongNumbersAreMistakesOfUsage) {
   EXPECT_EQ(Replace({"1001", "rid:99999"}).status, 2);
   const Outcome outcome = Replace({"1001", "70000"});
   EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.err, "qorhost: NEW '70000' must be a whole number from 1 to 65535\n");
+  EXPECT_EQ(outcome.err,
+            "qorhost: NEW '70000' must be a whole number from 1 to 65535, in digits alone\n");
 }
 
 TEST_F(CredentialReplaceCommand, NoDeletesNothing) {
