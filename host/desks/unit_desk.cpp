@@ -283,7 +283,6 @@ void AddSurroundings(DeskSession& session, std::int32_t unitKey) {
         Fields{{"ScheduleID", fixed.id}, {"ScheduleName", fixed.name}, {"UnitKey", unitKey}});
   }
   sql.AddRow("TenantGroup", Fields{{"UnitKey", unitKey}, {"IsGroupZero", true}});
-  sql.AddRow("UnitCounters", Fields{{"UnitKey", unitKey}, {"NextLinkCode", 1}});
 }
 
 std::int32_t KeyOfNew(DeskSession& session, const std::optional<std::string>& given) {

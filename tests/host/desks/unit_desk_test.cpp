@@ -79,6 +79,14 @@ TEST_F(UnitDeskTest, CredentialsWithTenantsAreIssuedInANewUnit) {
   EXPECT_THAT(FindingsIn(session(), unit), IsEmpty());
 }
 
+TEST_F(UnitDeskTest, AUnitWhoseAdditionWasUndoneIsAddedAgain) {
+  EXPECT_EQ(Add(Entry()), 4);
+  (void)UndoEntry(session(), std::to_string(LastEntry()), Trial::kNo);
+  EXPECT_EQ(session().Units().size(), 3U);
+  EXPECT_EQ(Add(Entry()), 4);
+  EXPECT_THAT(FindingsIn(session(), 4), IsEmpty());
+}
+
 TEST_F(UnitDeskTest, AKeyIsGivenOrTheNextOne) {
   const auto add = [this](const std::string& key) {
     return AddUnit(session(), key, Entry(), OtherUnits::kAsked, Trial::kNo).unit.key;
