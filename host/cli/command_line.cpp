@@ -11,6 +11,7 @@
 
 #include "frame/runtime_error.h"
 #include "host/cli/backup_commands.h"
+#include "host/cli/building_command_line.h"
 #include "host/cli/command_session.h"
 #include "host/cli/commands.h"
 #include "host/cli/completion.h"
@@ -20,6 +21,7 @@
 #include "host/cli/manual_page.h"
 #include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
+#include "host/cli/step_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/store_file.h"
@@ -41,6 +43,8 @@ struct Choice {
   GlobalOptions global;
   InitOptions init;
   SqlOptions sql;
+  BuildingChoice building;
+  StepOptions steps;
   CredentialChoice credentials;
   DirCodeChoice dircodes;
   ReportOptions report;
@@ -108,16 +112,8 @@ void DescribeStore(CLI::App& app, Choice& choice) {
                  "Fill it with an invented building: three units, 200 tenants, their credentials");
   init->add_flag("--force", choice.init.force, "Replace an existing store");
 
-  AddCommand({app, choice.run}, "units", "List the units, their codes in use and their capacity",
-             "  qorhost units\n  qorhost units --json",
-             [&choice](Console& console) { return RunUnits(choice.global, console); });
-  AddCommand({app, choice.run}, "doors",
-             "List the doors and their captions on the credential screen",
-             "  qorhost doors\n  qorhost doors --unit 2",
-             [&choice](Console& console) { return RunDoors(choice.global, console); });
-  AddCommand({app, choice.run}, "steps", "List the programming steps that wait for the units",
-             "  qorhost steps\n  qorhost steps --unit 1 --json",
-             [&choice](Console& console) { return RunSteps(choice.global, console); });
+  DescribeBuilding({app, choice.run}, choice.global, choice.building);
+  DescribeSteps({app, choice.run}, choice.global, choice.steps);
 
   auto* sql = AddCommand(
       {app, choice.run}, "sql", "Run one statement of the desktop SQL dialect",

@@ -160,7 +160,9 @@ class UnitCheck {
   void LookAtCapacity() {
     const std::optional<std::int32_t> capacity = CapacityOf(session_, unitKey_);
     if (!capacity) {
-      Add("its capacity is not known", "give the unit settings with a type that has a capacity");
+      Add("its capacity is not known",
+          fmt::format("give it a type that has one: 'qorhost units edit {} --type TYPE'",
+                      unitKey_));
       return;
     }
     const std::int64_t used = ReadUnitStatus(session_.sql(), unitKey_).CodesInUse();
