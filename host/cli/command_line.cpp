@@ -18,6 +18,7 @@
 #include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
 #include "host/cli/store_commands.h"
+#include "host/cli/tenant_command_line.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/store_file.h"
 #include "host/desks/whole_number.h"
@@ -42,6 +43,7 @@ struct Choice {
   DirCodeChoice dircodes;
   ReportOptions report;
   HistoryOptions history;
+  TenantChoice tenants;
   CommandRun run;
 };
 
@@ -155,6 +157,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeStore(app, choice);
   DescribeCredentials({app, choice.run}, choice.global, choice.credentials);
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
+  DescribeTenants({app, choice.run}, choice.global, choice.tenants);
   DescribeReports({app, choice.run}, choice.global, choice.report);
   DescribeHistory({app, choice.run}, choice.global, choice.history);
   SpeakPlainly(app);

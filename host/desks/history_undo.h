@@ -7,6 +7,7 @@
 
 #include "host/desks/desk_error.h"
 #include "host/desks/session.h"
+#include "host/desks/trial.h"
 
 namespace qorhost {
 
@@ -21,8 +22,6 @@ struct UndoneWork {
   std::size_t rows = 0;  ///< that are as they were before it
   bool written = true;   ///< false for a trial: nothing was changed
 };
-
-enum class Trial : bool { kNo, kYes };
 
 /// Writes the rows back as they were before the entry, queues the steps that program them, and
 /// leaves an entry of its own, all as one unit of work. What the unit holds is the unit's: states
