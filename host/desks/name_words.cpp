@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <memory>
 #include <optional>
 
 #include "frame/text.h"
@@ -32,22 +30,34 @@ std::string LowerAsciiText(std::string_view text) {
   return lower;
 }
 
+using Letters = std::vector<utf8proc_int32_t>;
+
 /// Decomposed, folded and without marks; nothing for a text that is not UTF-8.
-std::optional<std::string> WithoutMarks(std::string_view text) {
-  struct Free {
-    void operator()(utf8proc_uint8_t* bytes) const { std::free(bytes); }
+std::optional<Letters> WithoutMarks(std::string_view text) {
+  constexpr auto kOptions = static_cast<utf8proc_option_t>(UTF8PROC_DECOMPOSE | UTF8PROC_COMPAT |
+                                                           UTF8PROC_CASEFOLD | UTF8PROC_STRIPMARK);
+  Letters letters(text.size() * 2);
+  const auto decompose = [&] {
+    return utf8proc_decompose(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                              static_cast<utf8proc_ssize_t>(text.size()), letters.data(),
+                              static_cast<utf8proc_ssize_t>(letters.size()), kOptions);
   };
-  utf8proc_uint8_t* mapped = nullptr;
-  const utf8proc_ssize_t size =
-      utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
-                   static_cast<utf8proc_ssize_t>(text.size()), &mapped,
-                   static_cast<utf8proc_option_t>(UTF8PROC_DECOMPOSE | UTF8PROC_COMPAT |
-                                                  UTF8PROC_CASEFOLD | UTF8PROC_STRIPMARK));
-  const std::unique_ptr<utf8proc_uint8_t, Free> owned(mapped);
-  if (size < 0) {
+  utf8proc_ssize_t count = decompose();
+  if (count > static_cast<utf8proc_ssize_t>(letters.size())) {
+    letters.resize(static_cast<std::size_t>(count));
+    count = decompose();
+  }
+  if (count < 0) {
     return std::nullopt;
   }
-  return std::string(reinterpret_cast<const char*>(mapped), static_cast<std::size_t>(size));
+  letters.resize(static_cast<std::size_t>(count));
+  return letters;
+}
+
+void AppendLetter(std::string& text, utf8proc_int32_t letter) {
+  std::array<utf8proc_uint8_t, 4> bytes{};
+  const utf8proc_ssize_t size = utf8proc_encode_char(letter, bytes.data());
+  text.append(bytes.begin(), bytes.begin() + size);
 }
 
 bool IsApostrophe(char32_t letter) {
@@ -73,20 +83,21 @@ std::string Plain(std::string_view text) {
   if (qorcred::IsAscii(text)) {
     return LowerAsciiText(text);
   }
-  const std::optional<std::string> marked = WithoutMarks(text);
-  if (!marked) {
+  const std::optional<Letters> letters = WithoutMarks(text);
+  if (!letters) {
     return LowerAsciiText(text);
   }
   std::string plain;
-  for (std::size_t position = 0; position < marked->size();) {
-    const qorcred::Utf8Character character = qorcred::ReadUtf8(*marked, position);
+  for (const utf8proc_int32_t letter : *letters) {
     const auto* stroked =
-        std::find_if(kStroked.begin(), kStroked.end(),
-                     [&](const PlainLetter& known) { return known.letter == character.codePoint; });
-    plain += stroked != kStroked.end()
-                 ? stroked->plain
-                 : std::string_view(*marked).substr(position, character.length);
-    position += character.length;
+        std::find_if(kStroked.begin(), kStroked.end(), [letter](const PlainLetter& known) {
+          return known.letter == static_cast<char32_t>(letter);
+        });
+    if (stroked != kStroked.end()) {
+      plain += stroked->plain;
+    } else {
+      AppendLetter(plain, letter);
+    }
   }
   return plain;
 }

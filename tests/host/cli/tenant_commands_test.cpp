@@ -100,6 +100,21 @@ TEST_F(TenantCommands, AFullUnitRefusesWhatTheControllerWouldAssign) {
   EXPECT_THAT(full.err, HasSubstr("qorhost: nothing was changed.\n"));
 }
 
+TEST_F(TenantCommands, FindTellsWhoHoldsWhatInAllUnits) {
+  const nlohmann::json found = Rows({"find", "tanaka", "xen"});
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0]["kind"], "resident");
+  EXPECT_EQ(found[0]["unit"], 2);
+  EXPECT_EQ(found[0]["with"], "Corvin 30-Bit Card-1040");
+  EXPECT_EQ(Rows({"--unit", "1", "find", "tanaka", "xen"}).size(), 0U);
+  const Outcome none = Run({"find", "Tanaxa"});
+  EXPECT_EQ(none.status, 0);
+  EXPECT_EQ(none.out, "");
+  EXPECT_THAT(none.err, HasSubstr("nothing found for 'Tanaxa'; did you mean "));
+  EXPECT_THAT(Run({"find", "1"}).err, HasSubstr("these are the best 50 of "));
+  EXPECT_EQ(Run({"find", "--", "-"}).status, 2);
+}
+
 TEST_F(TenantCommands, WhatCannotBeMeantIsAUsage) {
   using Words = std::vector<std::string>;
   for (const Words& words :
