@@ -27,6 +27,13 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   endif()
 endif()
 
+if(MINGW AND CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # Otherwise this compiler leaves cold parts of functions without an instruction. Their unwind entries begin
+  # where those of the next function do, and the 32-bit runtime, which searches the entries by halves, may
+  # then find none for that function: an exception that passes through it ends the process.
+  add_compile_options(-fno-reorder-blocks-and-partition)
+endif()
+
 # A compiler cache is used when the machine has one. It looks into precompiled headers only when it may
 # take macros and times that they hold as they were.
 if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)

@@ -216,7 +216,7 @@ HRESULT Refuse(const Refusal& refusal, UINT* badArgument) {
 }  // namespace
 
 ControllerDispatch::ControllerDispatch(const ComClass& comClass)
-    : class_(comClass), controller_(ToUtf8(comClass.name), comClass.create, TheHost()) {}
+    : class_(comClass), controller_(comClass.identity.name, comClass.create, TheHost()) {}
 
 HRESULT ControllerDispatch::QueryInterface(REFIID iid, void** object) {
   if (object == nullptr) return E_POINTER;

@@ -120,14 +120,19 @@ class FastCell final : public FastObject {
 
 class FastManager final : public FastObject {
  public:
-  FastManager(ComPtr<IDispatch> table, std::shared_ptr<std::int32_t> inserts)
-      : table_(std::move(table)), inserts_(std::move(inserts)) {}
+  FastManager(ComPtr<IDispatch> table, std::shared_ptr<std::int32_t> inserts,
+              std::shared_ptr<std::wstring> lastInsert)
+      : table_(std::move(table)),
+        inserts_(std::move(inserts)),
+        lastInsert_(std::move(lastInsert)) {}
 
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given,
                                    VARIANT* result, EXCEPINFO*, UINT*) override {
     if (id == kExecuteSelect) {
       Answer(result, AnswerTo(TextOf(given->rgvarg[2])));
     } else if (id == kExecuteInsert) {
+      BSTR sql = TextOf(given->rgvarg[4]);
+      lastInsert_->assign(sql, SysStringLen(sql));
       Answer(result, ++*inserts_);
     } else if (result != nullptr) {
       V_VT(result) = VT_BSTR;
@@ -154,6 +159,7 @@ class FastManager final : public FastObject {
   ComPtr<IDispatch> capacity_ = Make<FastCell>(L"MzI3Njc=");  // 32767
   ComPtr<IDispatch> nothing_ = Make<FastCell>(L"");
   std::shared_ptr<std::int32_t> inserts_;
+  std::shared_ptr<std::wstring> lastInsert_;
 };
 
 /// A text box, an option button or the list of types, whatever it is asked for.
@@ -251,7 +257,8 @@ class ManagerFactory final : public qorcred::com::Counted<IClassFactory> {
 };
 
 constexpr std::array kNames{L"qorDBI.clsDBManager", L"qorSPS.clsSendProgSteps",
-                            L"qorTent.clsTenant", L"qorAppln.clsApplication"};
+                            L"qorTent.clsTenant", L"qorAppln.clsApplication",
+                            L"qorCommn.clsConnectionManager"};
 constexpr CLSID kManagerClass = {
     0x4c1b7d52, 0x6f0e, 0x4f0a, {0x9a, 0x3d, 0x5e, 0x18, 0x72, 0xc4, 0x0b, 0x66}};
 
@@ -266,7 +273,8 @@ FastHost MakeFastHost(std::int32_t credentials) {
   host.list = std::make_shared<ListContent>();
   host.screen = Make<FastScreen>(Make<FastList>(host.list));
   host.inserts = std::make_shared<std::int32_t>(0);
-  host.manager = Make<FastManager>(Make<FastTable>(credentials), host.inserts);
+  host.lastInsert = std::make_shared<std::wstring>();
+  host.manager = Make<FastManager>(Make<FastTable>(credentials), host.inserts, host.lastInsert);
   host.connection = Make<FastConnection>();
   return host;
 }

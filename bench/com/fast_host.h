@@ -26,12 +26,13 @@ struct FastHost {
   qorcred::com::ComPtr<IDispatch> manager;     ///< `qorDBI.clsDBManager`; any other component too
   qorcred::com::ComPtr<IDispatch> connection;  ///< transactions that do nothing
   std::shared_ptr<ListContent> list;
-  std::shared_ptr<std::int32_t> inserts;  ///< how many rows the manager was asked to insert
+  std::shared_ptr<std::int32_t> inserts;     ///< how many rows the manager was asked to insert
+  std::shared_ptr<std::wstring> lastInsert;  ///< by which statement it was asked last
 };
 
 [[nodiscard]] FastHost MakeFastHost(std::int32_t credentials);
 
-/// While it lives, every component that a credential controller creates is `manager`.
+/// While it lives, every component that a controller creates is `manager`.
 class OfferedManager {
  public:
   explicit OfferedManager(const qorcred::com::ComPtr<IDispatch>& manager);

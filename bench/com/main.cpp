@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "bench/com/boundary.h"
@@ -132,12 +133,12 @@ int Run(int count, char** arguments) {
        &screen, 1, nullptr);
   const ComPtr<IDispatch> byHand = MakeHandWritten(host.screen, host.manager);
 
-  const std::vector<Row> rows{MeasureDecoding(component.get(), byHand.get()),
-                              MeasureRetrieval(component.get(), byHand.get(), host),
-                              MeasureTracing(),
-                              MeasureCreation(),
-                              MeasurePut(),
-                              MeasureSave(host)};
+  std::vector<Row> rows{MeasureDecoding(component.get(), byHand.get()),
+                        MeasureRetrieval(component.get(), byHand.get(), host), MeasureTracing()};
+  for (Row& row : MeasureCreations()) rows.push_back(std::move(row));
+  rows.push_back(MeasurePut());
+  rows.push_back(MeasureSave(host));
+  rows.push_back(MeasureSaveOfTheLibrary(host));
   Print(rows);
   if (count > 1) WriteJson(rows, arguments[1]);
   return EXIT_SUCCESS;

@@ -69,10 +69,10 @@ Row Compare(std::string name, const std::function<void()>& ours, const std::func
 }
 
 void Print(const std::vector<Row>& rows) {
-  std::printf("%-14s %10s %10s %6s %6s  %s\n", "name", "ours ns", "floor ns", "ratio", "goal", "");
+  std::printf("%-28s %10s %10s %6s %6s  %s\n", "name", "ours ns", "floor ns", "ratio", "goal", "");
   for (const Row& row : rows) {
     const double ratio = row.oursNs / row.floorNs;
-    std::printf("%-14s %10.1f %10.1f %6.2f %6.2f  %s\n", row.name.c_str(), row.oursNs, row.floorNs,
+    std::printf("%-28s %10.1f %10.1f %6.2f %6.2f  %s\n", row.name.c_str(), row.oursNs, row.floorNs,
                 ratio, row.goal, ratio <= row.goal ? "met" : "not met");
   }
 }

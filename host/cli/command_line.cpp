@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "frame/runtime_error.h"
+#include "host/cli/backup_commands.h"
 #include "host/cli/command_session.h"
 #include "host/cli/commands.h"
 #include "host/cli/credential_command_line.h"
@@ -48,6 +49,7 @@ struct Choice {
   HistoryOptions history;
   TenantChoice tenants;
   FindOptions find;
+  BackupOptions backup;
   CommandRun run;
 };
 
@@ -55,7 +57,7 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   GlobalOptions& global = choice.global;
   app.add_option_function<std::string>(
          "--db", [&global](const std::string& file) { global.file = file; },
-         "The database file (building.db in the current folder)")
+         "The database file; else that of QORHOST_DB, else building.db in the current folder")
       ->type_name("FILE")
       ->check([](const std::string& file) {
         return file.empty() ? std::string("needs the name of a file") : std::string();
@@ -163,7 +165,7 @@ void SpeakPlainly(CLI::App& app) {
 }
 
 void Describe(CLI::App& app, Choice& choice) {
-  app.set_version_flag("--version", "qorhost " QORHOST_VERSION);
+  app.set_version_flag("-V,--version", "qorhost " QORHOST_VERSION);
   app.require_subcommand(1);
   app.footer(
       "Examples:\n  qorhost tour\n  qorhost init --demo && qorhost credentials list\n"
@@ -177,6 +179,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeFind({app, choice.run}, choice.global, choice.find);
   DescribeReports({app, choice.run}, choice.global, choice.report);
   DescribeHistory({app, choice.run}, choice.global, choice.history);
+  DescribeBackup({app, choice.run}, choice.global, choice.backup);
   SpeakPlainly(app);
 }
 
@@ -293,6 +296,9 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
 
 ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
   Choice choice;
+  if (console.environment.store) {
+    choice.global.file = *console.environment.store;
+  }
   CLI::App app(
       "Credentials and directory codes of an access-control building: the reference host of "
       "qorCred",

@@ -116,7 +116,8 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
   const ShownCredential& now = changed.credential;
   const ExitStatus status = TellChange(changed, "credential", console);
   if (changed.ending == Ending::kRefused) {
-    console.err << fmt::format("qorhost: {} is {} now.\n", NameOf(now), AssignmentText(now));
+    console.err << fmt::format("qorhost: {} is {} now, {}.\n", NameOf(now), AssignmentText(now),
+                               InUnit(unit));
   } else if (changed.done()) {
     const std::string door = now.door ? fmt::format("door {}, ", Displayable(*now.door)) : "";
     console.out << fmt::format("{} {}: {}{}{}.\n", NameOf(now), InUnit(unit), door,
@@ -158,7 +159,7 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& c
   if (deleted.done()) {
     console.out << fmt::format("Deleted {} {}.\n", NameOf(chosen), InUnit(unit));
   } else {
-    console.err << fmt::format("qorhost: {} was not deleted.\n", NameOf(chosen));
+    console.err << fmt::format("qorhost: {} was not deleted {}.\n", NameOf(chosen), InUnit(unit));
   }
   return status;
 }

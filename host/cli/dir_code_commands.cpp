@@ -166,7 +166,8 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const std::string& choi
                                  Displayable(fmt::format("{}", fmt::join(tenants, ", "))));
     }
   } else {
-    console.err << fmt::format("qorhost: directory code {} was not deleted.\n", NameOf(code));
+    console.err << fmt::format("qorhost: directory code {} was not deleted {}.\n", NameOf(code),
+                               InUnit(unit));
   }
   return status;
 }

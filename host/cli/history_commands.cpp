@@ -21,6 +21,20 @@ Table HeadTable(DeskSession& session) {
   return table;
 }
 
+/// " in unit 2, Linden Park"; nothing for an entry of the whole store.
+std::string InUnitOf(const WorkEntry& entry, DeskSession& session) {
+  if (!entry.unitKey) {
+    return {};
+  }
+  UnitName unit{*entry.unitKey, {}};
+  for (UnitName& one : session.Units()) {
+    if (one.key == unit.key) {
+      unit = std::move(one);
+    }
+  }
+  return " " + InUnit(unit);
+}
+
 }  // namespace
 
 ExitStatus RunHistoryList(const GlobalOptions& global, const HistoryOptions& options,
@@ -48,6 +62,15 @@ ExitStatus RunHistoryShow(const GlobalOptions& global, const HistoryOptions& opt
 ExitStatus RunHistoryUndo(const GlobalOptions& global, const HistoryOptions& options,
                           Console& console) {
   CommandSession session(global, Access::kChange, console);
+  const WorkEntry entry = EntryOf(session.desks(), options.entry);
+  if (global.unit && entry.unitKey && entry.unitKey != global.unit) {
+    throw UsageError(fmt::format("entry {} is of unit {}, not of unit {}", entry.entry,
+                                 *entry.unitKey, *global.unit));
+  }
+  if (!entry.unitKey && !options.trial) {
+    session.RequireConsent(
+        fmt::format("{} concerns the whole store. Undo it?", DescriptionOf(entry)));
+  }
   const UndoneWork undone =
       UndoEntry(session.desks(), options.entry, options.trial ? Trial::kYes : Trial::kNo);
   console.stored = undone.written;
@@ -58,7 +81,8 @@ ExitStatus RunHistoryUndo(const GlobalOptions& global, const HistoryOptions& opt
     return ExitStatus::kDone;
   }
   console.out << Displayable(DescriptionOf(undone.entry))
-              << (undone.written ? " undone: " : " can be undone: ")
+              << (undone.written ? " undone" : " can be undone")
+              << InUnitOf(undone.entry, session.desks()) << ": "
               << Counted(undone.rows, "row", "rows")
               << (undone.written ? " as before\n" : "; nothing was changed\n");
   return ExitStatus::kDone;

@@ -54,6 +54,9 @@ qorhost::Environment EnvironmentOfProcess() {
   environment.author = qorhost::AuthorOfProcess("qorhost");
   environment.columns = ColumnsOfTerminal();
   environment.readerIsGone = ReaderIsGone;
+  if (const char* store = std::getenv("QORHOST_DB"); store != nullptr && *store != '\0') {
+    environment.store = store;
+  }
   if (const char* unit = std::getenv("QORHOST_UNIT"); unit != nullptr && *unit != '\0') {
     environment.unit = unit;
   }

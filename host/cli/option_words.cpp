@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "host/cli/suggestion.h"
 #include "host/terminal/console.h"
 
 namespace qorhost {
@@ -22,14 +23,37 @@ class CommandPath {
  public:
   explicit CommandPath(const CLI::App& app) : commands_{&app} {}
 
-  /// Goes into the command that the word names, if it does.
+  /// Goes into the command that the word names. Raises UsageError where one has to be named and the
+  /// word names none.
   void Follow(const std::string& word) {
-    for (const CLI::App* command : commands_.back()->get_subcommands({})) {
+    const std::vector<const CLI::App*> commands = commands_.back()->get_subcommands({});
+    std::vector<std::string> names;
+    for (const CLI::App* command : commands) {
       if (command->check_name(word)) {
         commands_.push_back(command);
         return;
       }
+      names.push_back(command->get_name());
     }
+    if (!commands.empty()) {
+      Refuse("word", word, names);
+    }
+  }
+  /// Raises UsageError for an option that none of the commands has.
+  void RequireOption(const std::string& word) const {
+    const std::string name = word.substr(0, word.find('='));
+    std::vector<std::string> names;
+    for (const CLI::App* command : commands_) {
+      if (command->get_option_no_throw(name) != nullptr) {
+        return;
+      }
+      for (const CLI::Option* option : command->get_options()) {
+        for (const std::string& known : option->get_lnames()) {
+          names.push_back("--" + known);
+        }
+      }
+    }
+    Refuse("option", name, names);
   }
   /// Whether the word is an option that takes the next word for its value.
   [[nodiscard]] bool TakesNext(const std::string& word) const {
@@ -43,15 +67,32 @@ class CommandPath {
   }
 
  private:
+  [[noreturn]] void Refuse(std::string_view what, const std::string& word,
+                           const std::vector<std::string>& known) const {
+    std::string command;
+    for (const CLI::App* one : commands_) {
+      command += (command.empty() ? "" : " ") + one->get_name();
+    }
+    const std::string meant = MostLike(word, known);
+    throw UsageError(fmt::format("unknown {} '{}'{} (see '{} --help')", what, word,
+                                 meant.empty() ? "" : ": did you mean '" + meant + "'?", command));
+  }
+
   std::vector<const CLI::App*> commands_;
 };
 
-void RequireValues(const CLI::App& app, const std::vector<std::string>& args) {
+/// The parser would take a help option for the whole answer, whatever else stands there.
+void RequireKnownWords(const CLI::App& app, const std::vector<std::string>& args) {
   CommandPath path(app);
   for (std::size_t at = 0; at < args.size() && args[at] != kNoMoreOptions; ++at) {
     if (!LooksLikeAnOption(args[at])) {
-      path.Follow(args[at]);
-    } else if (path.TakesNext(args[at])) {
+      if (!args[at].starts_with('-')) {
+        path.Follow(args[at]);
+      }
+      continue;
+    }
+    path.RequireOption(args[at]);
+    if (path.TakesNext(args[at])) {
       ++at;
       if (at < args.size() && LooksLikeAnOption(args[at])) {
         throw UsageError(fmt::format(
@@ -65,7 +106,12 @@ void RequireValues(const CLI::App& app, const std::vector<std::string>& args) {
 }  // namespace
 
 std::vector<std::string> WordsForParser(const CLI::App& app, const std::vector<std::string>& args) {
-  RequireValues(app, args);
+  if (!args.empty() && args.front() == "help") {
+    std::vector<std::string> asked(args.begin() + 1, args.end());
+    asked.emplace_back("--help");
+    return WordsForParser(app, asked);
+  }
+  RequireKnownWords(app, args);
   std::vector<std::string> words;
   bool options = true;
   for (const std::string& arg : args) {

@@ -19,6 +19,7 @@
 #include "host/desks/operation_record.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
+#include "host/desks/whole_number.h"
 
 namespace qorhost {
 
@@ -58,13 +59,16 @@ class WatchedSave {
 
 }  // namespace
 
-CredentialNumber::CredentialNumber(std::string_view typed)
-    : value_(ReadLong(credential_field::kNewNumber, typed)) {
-  if (value_ < 0 || value_ > qorcred::kHighestCredentialNumber) {
+CredentialNumber::CredentialNumber(std::string_view typed) {
+  constexpr NumberRange kTyped{0, qorcred::kHighestCredentialNumber};  // 0 is the controller's
+  const auto number = WholeNumberIn(typed, kTyped);
+  if (!number) {
     throw InputFault(credential_field::kNewNumber, typed,
-                     fmt::format("{{field}} '{{value}}' must be a whole number from 1 to {}",
+                     fmt::format("{{field}} '{{value}}' must be a whole number from 1 to {}, in "
+                                 "digits alone",
                                  qorcred::kHighestCredentialNumber));
   }
+  value_ = static_cast<std::int32_t>(*number);
 }
 
 CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskScreen kind)

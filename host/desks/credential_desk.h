@@ -53,7 +53,7 @@ class CredentialNumber {
   [[nodiscard]] std::int32_t value() const noexcept { return value_; }
 
  private:
-  std::int32_t value_;
+  std::int32_t value_ = 0;
 };
 
 /// What a change of one credential tells: the credential as it is now.

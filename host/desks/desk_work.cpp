@@ -116,6 +116,14 @@ Outcome StaleBy(const ShownState& shown, const ShownState::Difference& differenc
   return outcome;
 }
 
+/// Where the store was replaced, what the audit of the old one says is nobody's change.
+Outcome StaleByReplacement() {
+  Outcome outcome;
+  outcome.ending = Ending::kStale;
+  outcome.cause = StaleCause::kStoreReplaced;
+  return outcome;
+}
+
 /// The second run, beside nobody else.
 Outcome RunAgain(DeskSession& session, ShownState& shown, const DeskOperation& operation,
                  std::vector<ShownMessage> answers) {
@@ -255,8 +263,12 @@ Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& 
   if (stale) {
     outcome = RunAgain(session, shown, operation, std::move(outcome.messages));
   }
+  const bool replaced = work.voided() == VoidReason::kReplaced;
+  if (replaced) {
+    outcome = StaleByReplacement();
+  }
   if (outcome.ending == Ending::kStale) {
-    if (outcome.changes.empty()) {  // found stale by the desk itself
+    if (outcome.changes.empty() && !replaced) {  // found stale by the desk itself
       outcome.changes = session.sql().audit().After(shown.version().entry, shown.unitKey());
     }
     operation.startAgain();  // what was entered is kept, whatever the controller made of it

@@ -17,6 +17,8 @@ std::string StaleReason(StaleCause cause, std::string_view what) {
                          what);
     case StaleCause::kNewQuestion:
       return "what someone else has done meanwhile calls for a question";
+    case StaleCause::kStoreReplaced:
+      return "the store was moved or replaced meanwhile and has to be opened again";
     case StaleCause::kUnknown:
       break;
   }

@@ -15,7 +15,7 @@ enum class Ending : std::uint8_t {
   kDone,
   kRefused,    ///< a controller said no, or something on the way; nothing was changed
   kFailed,     ///< a statement failed, or something was trapped; nothing was changed
-  kStale,      ///< nothing was changed, because someone else had changed the row meanwhile
+  kStale,      ///< nothing was changed, because someone else was faster: StaleCause
   kCancelled,  ///< the progress handler stopped it; nothing of it is kept
 };
 
@@ -27,6 +27,7 @@ enum class StaleCause : std::uint8_t {
   kHolderChanged,  ///< who holds the row, or what is stored of those who do
   kTakerChanged,   ///< the tenant who was to hold it
   kNewQuestion,    ///< none of it, but the controller asks what nobody was asked
+  kStoreReplaced,  ///< all of it: the session's store is not the one in its place any more
 };
 
 /// A message that a controller showed, and the button that closed it.

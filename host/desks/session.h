@@ -50,6 +50,8 @@ class DeskSession {
   /// Writes the trace; null without one.
   [[nodiscard]] const std::shared_ptr<qorcred::trace::Tracer>& tracer() const { return tracer_; }
 
+  /// What is damaged in the store's file, a line each.
+  [[nodiscard]] std::vector<std::string> Damages() { return connection_->store().Damages(); }
   /// The store for what a desk asks itself: statements of the host's own in a trace.
   [[nodiscard]] SqlSession& sql() { return connection_->session(); }
   [[nodiscard]] Attendance& attendance() { return attendance_; }

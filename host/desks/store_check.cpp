@@ -16,6 +16,7 @@
 #include "frame/text.h"
 #include "host/components/application_object.h"
 #include "host/desks/credential_types.h"
+#include "host/desks/history.h"
 #include "host/desks/tenant_name.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/words.h"
@@ -24,6 +25,7 @@ namespace qorhost {
 
 namespace {
 
+using qorcred::Null;
 using qorcred::Value;
 
 std::string TextOf(const Value& cell) {
@@ -187,13 +189,21 @@ std::vector<Finding> FindingsIn(DeskSession& session, std::int32_t unitKey) {
   return UnitCheck(session, unitKey).Run();
 }
 
-Table FindingTable(DeskSession& session, const std::vector<UnitName>& units) {
+Table WholeCheck(DeskSession& session, const std::vector<UnitName>& units) {
   Table table;
   table.columns = {{"Unit", "unit"}, {"What is wrong", "fault"}, {"How to mend it", "advice"}};
+  for (const std::string& damage : session.Damages()) {
+    table.rows.push_back({Null{}, "the file is damaged: " + damage,
+                          "restore the last backup: 'qorhost restore FILE'"});
+  }
   for (const UnitName& unit : units) {
-    for (Finding& fault : FindingsIn(session, unit.key)) {
-      table.rows.push_back({unit.key, std::move(fault.what), std::move(fault.advice)});
+    for (Finding& finding : FindingsIn(session, unit.key)) {
+      table.rows.push_back({unit.key, std::move(finding.what), std::move(finding.advice)});
     }
+  }
+  for (const std::string& fault : FaultsOfHistory(session, {})) {
+    table.rows.push_back({Null{}, "the history: " + fault,
+                          "compare with a backup; what the rows hold is not touched by it"});
   }
   return table;
 }

@@ -23,7 +23,8 @@ struct Finding {
 /// they begin. Takes time linear in the rows.
 [[nodiscard]] std::vector<Finding> FindingsIn(DeskSession& session, std::int32_t unitKey);
 
-/// The findings in these units as rows.
-[[nodiscard]] Table FindingTable(DeskSession& session, const std::vector<UnitName>& units);
+/// Everything: the file itself, the rows of these units, and the history. A row for each finding,
+/// without a unit for what concerns the whole store.
+[[nodiscard]] Table WholeCheck(DeskSession& session, const std::vector<UnitName>& units);
 
 }  // namespace qorhost

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "host/desks/fresh_store.h"
 #include "host/files/file_error.h"
 #include "host/files/file_kind.h"
 #include "host/store/demo.h"
@@ -18,73 +19,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A store that is made in a file of a name of its own. What the engine put beside it goes with it.
-class FreshStore {
- public:
-  FreshStore(const fs::path& place, bool demo, const Clock& clock, const Author& author)
-      : file_(place) {
-    try {
-      Fill(demo, clock, author);
-    } catch (const StoreError& failure) {
-      RemoveSideFiles();
-      throw StoreError(InWordsOf(failure, place), failure.fault());
-    } catch (...) {
-      RemoveSideFiles();
-      throw;
-    }
-  }
-  ~FreshStore() { RemoveSideFiles(); }
-  FreshStore(const FreshStore&) = delete;
-  FreshStore& operator=(const FreshStore&) = delete;
-
-  [[nodiscard]] FreshFile& file() { return file_; }
-
- private:
-  /// A failure with the name that people know in the place of the one that nobody does.
-  [[nodiscard]] std::string InWordsOf(const StoreError& failure, const fs::path& place) const {
-    std::string words = failure.what();
-    const std::string own = file_.path().string();
-    if (const std::size_t at = words.find(own); at != std::string::npos) {
-      words.replace(at, own.size(), place.string());
-    }
-    return words;
-  }
-
-  void Fill(bool demo, const Clock& clock, const Author& author) {
-    const std::unique_ptr<Store> store = OpenStore(file_.path(), OpenMode::kReadWrite);
+StoreFilling FillingOf(bool demo, const Clock& clock, const Author& author) {
+  return [demo, clock, author](const fs::path& file) {
+    const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite);
     if (demo) {
       const std::unique_ptr<SqlSession> session = store->StartSession(clock);
       session->work().SignAs(author);
       CreateDemoData(*session);
     }
     store->GatherInFile();
-  }
-
-  void RemoveSideFiles() {
-    std::error_code ignored;
-    for (const fs::path& beside : SideFilesOf(file_.path())) {
-      fs::remove(beside, ignored);
-    }
-  }
-
-  FreshFile file_;
-};
-
-/// Refuses a place beside which a log of another store lies: it may be all that is left of that.
-void RequireNoRemains(const fs::path& file) {
-  const std::optional<fs::path> left = RemainsBeside(file);
-  if (left && KindOf(file, Links::kAreSeen) == FileKind::kNone) {
-    throw RefusedError(fmt::format(
-        "'{}' was left behind by a store that is gone: move it away first", left->string()));
-  }
-}
-
-/// Refuses to write over a file that holds something else than a store.
-void RequireStore(const fs::path& file) {
-  if (!IsStoreOrEmpty(file)) {
-    throw ForeignFile(
-        fmt::format("'{}' is no store of this program and is not replaced", file.string()));
-  }
+  };
 }
 
 /// Why a store is not what it seems; "" for one that this program can use.
@@ -143,18 +87,22 @@ std::vector<fs::path> FilesOfStore(const fs::path& file) {
   return files;
 }
 
+void RequireStore(const fs::path& file) {
+  if (!IsStoreOrEmpty(file)) {
+    throw ForeignFile(
+        fmt::format("'{}' is no store of this program and is not replaced", file.string()));
+  }
+}
+
 void CreateStore(const fs::path& file, bool demo, const Clock& clock, const Author& author) {
-  RequireNoRemains(file);
-  FreshStore fresh(file, demo, clock, author);
-  PutWhereNoneIs(file, fresh.file().path(),
-                 [&fresh] { fresh.file().PutInPlace(Standing::kStays); });
+  PutFreshStore(file, FillingOf(demo, clock, author));
 }
 
 void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience patience,
                   const Author& author) {
   RequireStore(file);
   const std::unique_ptr<Replacement> replacement = BeginReplacement(file, std::move(patience));
-  FreshStore fresh(file, demo, clock, author);
+  FreshStore fresh(file, FillingOf(demo, clock, author));
   fresh.file().TakeRightsOf(file);
   replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
 }

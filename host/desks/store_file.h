@@ -40,6 +40,9 @@ class ForeignFile : public RefusedError {
   using RefusedError::RefusedError;
 };
 
+/// Raises ForeignFile for a file that holds something else than a store.
+void RequireStore(const std::filesystem::path& file);
+
 /// Creates a store, empty or with the demo building, readable by its owner alone: made under a name
 /// of its own and put in its place when it is whole. Raises StoreError, and FileError where
 /// something stands already, also what appeared there meanwhile (kExists); nothing is left behind

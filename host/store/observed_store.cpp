@@ -89,6 +89,8 @@ class ObservedStore final : public Store {
     return std::make_unique<ObservedSession>(inner_->StartSession(std::move(clock)), observer_);
   }
   void SetPatience(Patience patience) override { inner_->SetPatience(std::move(patience)); }
+  void CopyInto(const std::filesystem::path& emptyFile) override { inner_->CopyInto(emptyFile); }
+  [[nodiscard]] std::vector<std::string> Damages() override { return inner_->Damages(); }
   void GatherInFile() override { inner_->GatherInFile(); }
   const std::string& name() const noexcept override { return inner_->name(); }
   bool readOnly() const noexcept override { return inner_->readOnly(); }

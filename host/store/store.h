@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/store/patience.h"
 #include "host/store/sql_session.h"
@@ -32,6 +34,11 @@ class Store {
   /// Puts all that it holds into its own file, so that this may be moved alone. Raises StoreError
   /// when it cannot.
   virtual void GatherInFile() = 0;
+  /// Writes all that it holds at one moment into an empty file, which is a store then; others go on
+  /// reading and writing meanwhile. Raises StoreError.
+  virtual void CopyInto(const std::filesystem::path& emptyFile) = 0;
+  /// What is damaged in the file itself, a line each; reads all of it.
+  [[nodiscard]] virtual std::vector<std::string> Damages() = 0;
   /// How the store is called in messages.
   [[nodiscard]] virtual const std::string& name() const noexcept = 0;
   [[nodiscard]] virtual bool readOnly() const noexcept = 0;

@@ -37,7 +37,13 @@ struct WorkOrder {
 };
 
 /// Why nothing of a unit of work will be stored.
-enum class VoidReason : std::uint8_t { kNone, kStale, kFailed, kCancelled };
+enum class VoidReason : std::uint8_t {
+  kNone,
+  kStale,
+  kReplaced,  ///< another store stands in its place, or none: it has to be opened again
+  kFailed,
+  kCancelled
+};
 
 /// A part of SqlSession, and raises what that raises. Between Begin and its end everything that is
 /// written through the session belongs to it, the connection's own transactions, too. The first

@@ -33,7 +33,8 @@ struct Environment {
   std::size_t columns = 80;  ///< of the terminal
   std::function<bool()>
       readerIsGone;  ///< whether nobody reads the output any more; none: somebody does
-  std::optional<std::string> unit;  ///< QORHOST_UNIT: the unit's key where --unit is not given
+  std::optional<std::string> store;  ///< QORHOST_DB: the store's file where --db is not given
+  std::optional<std::string> unit;   ///< QORHOST_UNIT: the unit's key where --unit is not given
 };
 
 /// The streams of one run; they outlive it.

@@ -1,9 +1,11 @@
 #include "host/store/sqlite/store.h"
 
 #include <fmt/format.h>
+#include <sqlite3.h>
 
 #include <utility>
 
+#include "host/store/sqlite/engine_error.h"
 #include "host/store/sqlite/session.h"
 #include "host/store/store_error.h"
 
@@ -27,6 +29,31 @@ void Store::GatherInFile() {
         fmt::format("The store '{}' is in use: {}", name(), AdviceFor(StoreFault::kBusy)),
         StoreFault::kBusy);
   }
+}
+
+void Store::CopyInto(const std::filesystem::path& emptyFile) {
+  Database copy(emptyFile, OpenMode::kReadWrite);
+  sqlite3_backup* backup = sqlite3_backup_init(copy.handle(), "main", database_.handle(), "main");
+  if (backup != nullptr) {
+    // All at once: what others write meanwhile is not in it.
+    sqlite3_backup_step(backup, -1);
+  }
+  if (backup == nullptr || sqlite3_backup_finish(backup) != SQLITE_OK) {
+    throw LastError(copy.handle(), fmt::format("'{}' cannot be written", copy.name()));
+  }
+  // Without a log of its own it can be read where nothing may be written.
+  copy.Run("PRAGMA journal_mode=DELETE");
+}
+
+std::vector<std::string> Store::Damages() {
+  Statement check(database_, "PRAGMA integrity_check");
+  std::vector<std::string> damages;
+  while (check.Step()) {
+    if (check.Text(0) != "ok") {
+      damages.emplace_back(check.Text(0));
+    }
+  }
+  return damages;
 }
 
 const std::string& Store::name() const noexcept {

@@ -1,8 +1,10 @@
 // A store in a SQLite database.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/store/sqlite/database.h"
 #include "host/store/store.h"
@@ -17,6 +19,8 @@ class Store final : public qorhost::Store {
   [[nodiscard]] std::unique_ptr<SqlSession> StartSession(Clock clock) override;
   void SetPatience(Patience patience) override;
   void GatherInFile() override;
+  void CopyInto(const std::filesystem::path& emptyFile) override;
+  [[nodiscard]] std::vector<std::string> Damages() override;
   [[nodiscard]] const std::string& name() const noexcept override;
   [[nodiscard]] bool readOnly() const noexcept override;
   [[nodiscard]] int busyStatements() const noexcept override;

@@ -19,6 +19,8 @@ std::string_view TextOf(VoidReason reason) {
   switch (reason) {
     case VoidReason::kStale:
       return "Somebody else has changed the unit meanwhile: nothing was stored";
+    case VoidReason::kReplaced:
+      return "The store was moved or replaced while it was open: nothing was stored";
     case VoidReason::kCancelled:
       return "The operation was cancelled: nothing was stored";
     case VoidReason::kFailed:
@@ -26,15 +28,6 @@ std::string_view TextOf(VoidReason reason) {
       break;
   }
   return "The operation was given up after an earlier failure: nothing was stored";
-}
-
-void RequireInPlace(const Database& database) {
-  if (HasMoved(database)) {
-    throw StoreError(
-        fmt::format("The store '{}' was moved or replaced while it was open: open it "
-                    "again",
-                    database.name()));
-  }
 }
 
 }  // namespace
@@ -73,12 +66,23 @@ void UnitOfWork::Lock() {
   TakeRightToWrite();
 }
 
+void UnitOfWork::RequireInPlace() {
+  const Database& database = session_.database();
+  if (HasMoved(database)) {
+    Void(VoidReason::kReplaced);
+    throw StoreError(
+        fmt::format("The store '{}' was moved or replaced while it was open: open it "
+                    "again",
+                    database.name()));
+  }
+}
+
 void UnitOfWork::TakeRightToWrite() {
   Database& database = session_.database();
   try {
     database.Run("BEGIN IMMEDIATE");
     locked_ = true;
-    RequireInPlace(database);
+    RequireInPlace();
     if (!database.RequireOwnLog()) {
       database.Run("ROLLBACK");
       database.ForgetPages();

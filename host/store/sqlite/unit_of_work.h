@@ -52,6 +52,7 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   void Forgive() noexcept;
 
  private:
+  void RequireInPlace();
   void TakeRightToWrite();
   void StoreEntry();
   void RaiseVersions(std::int64_t entry);

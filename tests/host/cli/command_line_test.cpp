@@ -128,7 +128,11 @@ TEST_F(CommandLine, NoCommandLeavesAnythingInTheLog) {
            {"dircodes", "sync", "--from", File("unit.txt"), "--dry-run"},
            {"dircodes", "sync", "--from", File("unit.txt")},
            {"report", "dircodes"},
-           {"report", "credentials"}}) {
+           {"report", "credentials"},
+           {"history", "list"},
+           {"history", "show", "1"},
+           {"history", "check"},
+           {"history", "undo", "2"}}) {
     const std::string name = words[0] + " " + (words.size() > 1 ? words[1] : "");
     words.insert(words.end(), {"--unit", "2", "--yes"});
     const Outcome outcome = Run(words);
@@ -222,7 +226,9 @@ TEST_F(CommandLine, EveryCommandNamesInitWhenThereIsNoDatabase) {
       {"dircodes", "renumber", "101", "102"},
       {"dircodes", "delete", "101"},
       {"dircodes", "sync", "--from", "-"},
-      {"dircodes", "export", "--to", "-"}};
+      {"dircodes", "export", "--to", "-"},
+      {"history", "list"},
+      {"history", "undo", "1"}};
   for (const std::vector<std::string>& words : commands) {
     const Outcome outcome = Run(words);
     EXPECT_EQ(outcome.status, 3) << words.front();
@@ -265,7 +271,12 @@ TEST_F(CommandLine, HelpIsEverywhereWithExamples) {
                                                           {"dircodes", "renumber"},
                                                           {"dircodes", "delete"},
                                                           {"dircodes", "sync"},
-                                                          {"dircodes", "export"}};
+                                                          {"dircodes", "export"},
+                                                          {"history"},
+                                                          {"history", "list"},
+                                                          {"history", "show"},
+                                                          {"history", "undo"},
+                                                          {"history", "check"}};
   for (std::vector<std::string> words : commands) {
     words.emplace_back("--help");
     const Outcome outcome = Run(words);
@@ -273,6 +284,28 @@ TEST_F(CommandLine, HelpIsEverywhereWithExamples) {
     EXPECT_THAT(outcome.out, HasSubstr("Examples:\n  qorhost ")) << words.front();
     EXPECT_EQ(outcome.err, "");
   }
+}
+
+TEST_F(CommandLine, HelpIsAlsoAWord) {
+  const std::string db = File("building.db");
+  EXPECT_EQ(Run({"help", "credentials", "add", "--db", db}).out,
+            Run({"credentials", "add", "--help"}).out);
+  EXPECT_EQ(Run({"help", "--db", db}).out, Run({"--help"}).out);
+  EXPECT_THAT(Run({"help", "credentails", "--db", db}).err, HasSubstr("'credentials'?"));
+}
+
+TEST_F(CommandLine, TheVersionIsToldInTwoWays) {
+  EXPECT_THAT(Run({"--version"}).out, StartsWith("qorhost "));
+  EXPECT_EQ(Run({"-V"}).out, Run({"--version"}).out);
+}
+
+TEST_F(CommandLine, TheEnvironmentNamesTheStoreAndTheOptionGoesBefore) {
+  InitDemo();
+  storeOfEnvironment_ = File("building.db");
+  EXPECT_EQ(Run({"units"}).status, 0);
+  EXPECT_THAT(Run({"units", "--db", File("other.db")}).err, HasSubstr("other.db"));
+  storeOfEnvironment_ = File("nowhere.db");
+  EXPECT_THAT(Run({"units"}).err, HasSubstr("nowhere.db"));
 }
 
 struct UsageRow {
@@ -300,6 +333,19 @@ INSTANTIATE_TEST_SUITE_P(
         UsageRow{"UnknownCommand", {"frobnicate"}, "frobnicate"},
         UsageRow{"UnknownOption", {"units", "--frobnicate"}, "--frobnicate"},
         UsageRow{"UnknownCredentialCommand", {"credentials", "frobnicate"}, "frobnicate"},
+        UsageRow{"MisspeltCommand",
+                 {"credntials", "list"},
+                 "unknown word 'credntials': did you mean 'credentials'? (see 'qorhost --help')"},
+        UsageRow{"MisspeltCommandWithHelp",
+                 {"credentials", "lsit", "--help"},
+                 "unknown word 'lsit': did you mean 'list'? (see 'qorhost credentials --help')"},
+        UsageRow{"MisspeltOption",
+                 {"credentials", "list", "--untt", "1"},
+                 "unknown option '--untt': did you mean '--unit'?"},
+        UsageRow{"MisspeltOptionWithItsValue",
+                 {"credentials", "add", "--strat=1", "--help"},
+                 "unknown option '--strat': did you mean '--start'?"},
+        UsageRow{"HelpForNothing", {"frobnicate", "--help"}, "unknown word 'frobnicate' (see"},
         UsageRow{"NoNameOfAFile", {"--db", "", "units"}, "needs the name of a file"},
         UsageRow{"UnitThatIsNoNumber", {"--unit", "two", "credentials", "list"}, "two"},
         UsageRow{"NoUnit", {"--unit", "", "credentials", "list"}, "--unit"},
@@ -475,7 +521,10 @@ TEST_F(CommandLine, NothingThatIsStoredSteersATerminal) {
       {"report", "dircodes", "--format", "sql", "--where", "Display Name = \xE2\x80\xAE"},
       {"report", "credentials"},
       {"dircodes", "export", "--to", "-"},
-      {"sql", "SELECT * FROM DirectoryCode"}};
+      {"sql", "SELECT * FROM DirectoryCode"},
+      {"history", "list"},
+      {"history", "show", "4"},
+      {"history", "undo", "4"}};
   outputIsTerminal_ = true;
   for (const auto& command : commands) {
     for (const char* option : {"--no-option", "--json", "--trace"}) {

@@ -242,11 +242,13 @@ TEST_F(Credentials, ARefusedEditChangesNothingAndTellsWhoHoldsTheCredential) {
       Run({"--unit", "1", "credentials", "edit", "rid:1", "--tenant", "2", "--yes"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_EQ(outcome.err,
-            "qorhost [exclamation]: Abbott Amelia A loses Corvin 30-Bit Card-1001 (RID 1). Go on?\n"
-            "Answered Yes by --yes.\n"
-            "Pello RT [information]: You cannot enter more than 500 combined codes.\n"
-            "qorhost: Corvin 30-Bit Card-1001 (RID 1) is assigned to Abbott Amelia A now.\n");
+  EXPECT_EQ(
+      outcome.err,
+      "qorhost [exclamation]: Abbott Amelia A loses Corvin 30-Bit Card-1001 (RID 1). Go on?\n"
+      "Answered Yes by --yes.\n"
+      "Pello RT [information]: You cannot enter more than 500 combined codes.\n"
+      "qorhost: Corvin 30-Bit Card-1001 (RID 1) is assigned to Abbott Amelia A now, in unit 1, "
+      "Harbour Court.\n");
 }
 
 TEST_F(Credentials, RenumberTellsTheNewNumberAndTheControllersMessages) {
@@ -270,7 +272,8 @@ TEST_F(Credentials, RenumberTakesNumbersOfCredentialsAlone) {
     const Outcome outcome =
         Run({"--unit", "2", "credentials", "renumber", "rid:" + card, "--", number});
     EXPECT_EQ(outcome.status, 2) << number;
-    EXPECT_THAT(outcome.err, HasSubstr("the new number")) << number;
+    EXPECT_EQ(outcome.err, "qorhost: the new number '" + std::string(number) +
+                               "' must be a whole number from 1 to 65535, in digits alone\n");
   }
   EXPECT_EQ(Find("RID=" + card)[0]["PINNo"], 9100);
 }
@@ -284,6 +287,7 @@ TEST_F(Credentials, DeleteAsksWhenATenantHoldsIt) {
   EXPECT_EQ(unasked.status, 1);
   EXPECT_THAT(unasked.err, HasSubstr("Do you want to continue?"));
   EXPECT_THAT(unasked.err, HasSubstr("Say --yes to answer Yes."));
+  EXPECT_THAT(unasked.err, HasSubstr(" was not deleted in unit 2, Linden Park.\n"));
   EXPECT_EQ(Run(words, "no\n", true).status, 1);
   EXPECT_EQ(Run(words, "", true).status, 1);
   ASSERT_EQ(Find("RID=" + card).size(), 1U);

@@ -228,7 +228,9 @@ TEST_F(DirCodes, DeleteAsksAndNamesTheTenantsWhoAreWithoutTheCode) {
   const Outcome unasked = Do({"delete", "101"});
   EXPECT_EQ(unasked.status, 1);
   EXPECT_THAT(unasked.err, HasSubstr("This Directory Code is applied to a Tenant."));
-  EXPECT_THAT(unasked.err, HasSubstr("directory code 0101 (RID 11) was not deleted"));
+  EXPECT_THAT(unasked.err,
+              HasSubstr("directory code 0101 (RID 11) was not deleted in unit 2, Linden "
+                        "Park.\n"));
 
   const Outcome outcome = Do({"delete", "101", "--yes"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;

@@ -92,7 +92,9 @@ TEST_F(OperatorTest, IsToldWhatOthersHaveChanged) {
        "someone else has changed the holder of the credential meanwhile"},
       {StaleCause::kTakerChanged,
        "someone else has changed the tenant who was to get the credential meanwhile"},
-      {StaleCause::kNewQuestion, "what someone else has done meanwhile calls for a question"}};
+      {StaleCause::kNewQuestion, "what someone else has done meanwhile calls for a question"},
+      {StaleCause::kStoreReplaced,
+       "the store was moved or replaced meanwhile and has to be opened again"}};
   for (const auto& [cause, reason] : reasons) {
     err_.str("");
     Outcome outcome;
@@ -106,6 +108,7 @@ TEST_F(OperatorTest, IsToldWhatOthersHaveChanged) {
 TEST_F(OperatorTest, IsToldOnATerminalAfterTwoSecondsThatOthersAreWriting) {
   using std::chrono::milliseconds;
   GlobalOptions global;
+  EXPECT_EQ(PatienceOf(global, console_).limit, std::chrono::seconds(30));
   global.wait = 45;
   EXPECT_FALSE(PatienceOf(global, console_).waiting) << "nobody watches";
   environment_.errorIsTerminal = true;

@@ -10,7 +10,7 @@
 namespace qorhost::test {
 
 Outcome RunFixture::Run(std::vector<std::string> words, const std::string& input, bool terminal) {
-  if (std::find(words.begin(), words.end(), "--db") == words.end()) {
+  if (!storeOfEnvironment_ && std::find(words.begin(), words.end(), "--db") == words.end()) {
     words.insert(words.begin(), {"--db", File("building.db")});
   }
   Environment environment;
@@ -19,6 +19,7 @@ Outcome RunFixture::Run(std::vector<std::string> words, const std::string& input
   environment.outputIsTerminal = outputIsTerminal_;
   environment.columns = columns_;
   environment.readerIsGone = [this] { return readerIsGone_; };
+  environment.store = storeOfEnvironment_;
   environment.unit = unitOfEnvironment_;
   environment.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
   std::istringstream in(input);

@@ -28,7 +28,8 @@ class RunFixture : public testing::Test {
   [[nodiscard]] nlohmann::json Rows(std::vector<std::string> words);
   void InitDemo();
 
-  std::optional<std::string> unitOfEnvironment_;  // QORHOST_UNIT
+  std::optional<std::string> storeOfEnvironment_;  // QORHOST_DB
+  std::optional<std::string> unitOfEnvironment_;   // QORHOST_UNIT
   bool outputIsTerminal_ = false;
   bool outputFails_ = false;  // as on a full disk
   bool readerIsGone_ = false;

@@ -51,6 +51,10 @@ class Crashes : public testing::TestWithParam<Endangered> {
   void SetUp() override {
     fs::create_directory(work_);
     MakeBuilding(folder_.File("new.db"), kCapacity);
+    {
+      Seat earlier(folder_.File("new.db"), "bert");
+      ASSERT_TRUE(RunAt(EditPhone("103", "555-0"), earlier).done());  // entry 1, to be taken back
+    }
     Begin();
     before_ = ContentOf(seat_->database());
     const Told told = RunAt(GetParam().operation, *seat_);
@@ -338,6 +342,7 @@ std::vector<Endangered> OperationsInDanger() {
       {"AssigningAHeldCard", AssignCard("101", "Berg Bea")},
       {"DeletingAHeldCard", DeleteCard("101")},
       {"RenumberingACard", RenumberCard("103", 300)},
+      {"DeletingInAReport", DeleteInReport("3,4")},
       {"ImportingCards", ImportCards("card26,301,7,\ncard26,302,7,Adam Ann\n")},
       {"AddingACode", AddCode("301")},
       {"EditingACode", EditPhone("102", "555-8888")},
@@ -346,6 +351,7 @@ std::vector<Endangered> OperationsInDanger() {
       {"ImportingCodes", ImportCodes("301,555-1\n302,555-2\n")},
       {"Merging", MergeUnit()},
       {"WritingByHand", WriteByHand("UPDATE DIRECTORYCODE SET PHONENUMBER='1'")},
+      {"TakingAnEntryBack", UndoEntry(1)},
   };
 }
 

@@ -22,7 +22,11 @@ using testing::HasSubstr;
 
 class HeldWriters : public testing::TestWithParam<SeatOperation> {
  protected:
-  HeldWriters() { MakeBuilding(file_, kRoomy); }
+  HeldWriters() {
+    MakeBuilding(file_, kRoomy);
+    Seat earlier(file_, "bert");
+    EXPECT_TRUE(RunAt(EditPhone("103", "555-0"), earlier).done());  // entry 1, to be taken back
+  }
 
   TemporaryFolder folder_;
   std::filesystem::path file_ = folder_.File("building.db");
@@ -60,7 +64,7 @@ TEST_P(HeldWriters, AreWaitedFor) {
   EXPECT_TRUE(told.done()) << TextOf(told);
   EXPECT_EQ(asked, 2);
   EXPECT_EQ(WrongIn(other, kRoomy), std::vector<std::string>());
-  EXPECT_EQ(other.Number("SELECT count(*) FROM AuditEntries"), 1);
+  EXPECT_EQ(other.Number("SELECT count(*) FROM AuditEntries"), 2);
 }
 
 TEST_P(HeldWriters, WhoGivesUpWaitingHasChangedNothing) {
@@ -74,19 +78,18 @@ TEST_P(HeldWriters, WhoGivesUpWaitingHasChangedNothing) {
   EXPECT_EQ(ContentOf(other), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(Before, HeldWriters,
-                         testing::Values(IssueCards("201", "203"),
-                                         IssueCardsWithTenants("201", "202"),
-                                         AssignCard("101", "Berg Bea"),
-                                         AssignCard("101", std::nullopt), DeleteCard("101"),
-                                         RenumberCard("103", 300),
-                                         ImportCards("card26,301,7,Adam Ann\n"), AddCode("301"),
-                                         EditPhone("102", "555-8888"), RenumberCode("102", "300"),
-                                         DeleteCode("101"), ImportCodes("301,555-1\n"), MergeUnit(),
-                                         WriteByHand("UPDATE DIRECTORYCODE SET PHONENUMBER='1'")),
-                         [](const testing::TestParamInfo<SeatOperation>& one) {
-                           return "Operation" + std::to_string(one.index);
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Before, HeldWriters,
+    testing::Values(IssueCards("201", "203"), IssueCardsWithTenants("201", "202"),
+                    AssignCard("101", "Berg Bea"), AssignCard("101", std::nullopt),
+                    DeleteCard("101"), RenumberCard("103", 300), DeleteInReport("3"),
+                    ImportCards("card26,301,7,Adam Ann\n"), AddCode("301"),
+                    EditPhone("102", "555-8888"), RenumberCode("102", "300"), DeleteCode("101"),
+                    ImportCodes("301,555-1\n"), MergeUnit(),
+                    WriteByHand("UPDATE DIRECTORYCODE SET PHONENUMBER='1'"), UndoEntry(1)),
+    [](const testing::TestParamInfo<SeatOperation>& one) {
+      return "Operation" + std::to_string(one.index);
+    });
 
 class MessageBoxes : public testing::Test {
  protected:

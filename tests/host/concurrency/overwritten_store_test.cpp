@@ -24,6 +24,10 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
+/// Makes a store one of the schema before the seal.
+const std::string kToSchema4 =
+    "ALTER TABLE AuditEntries DROP COLUMN Hash; DROP TABLE StoreSeal; PRAGMA user_version=4";
+
 std::string BytesOf(const fs::path& file) {
   std::ifstream in(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
@@ -262,7 +266,9 @@ TEST_F(OverwrittenStores, ACopyThatIsRenamedBesideALeftLogIsRefused) {
   const PreparedDesk desk = EditPhone("101", "555-2").prepare(anna);
   fs::copy_file(old_, folder_.File("new.db"));
   fs::rename(folder_.File("new.db"), file_);
-  EXPECT_THAT(TextOf(desk.run()), HasSubstr("was moved or replaced"));
+  const Told told = desk.run();
+  EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
+  EXPECT_EQ(told.cause, StaleCause::kStoreReplaced);
   EXPECT_THROW((void)sqlite::OpenDatabase(file_, OpenMode::kReadWrite), StoreError);
   EXPECT_EQ(BytesOf(file_), BytesOf(old_));
 }
@@ -270,7 +276,7 @@ TEST_F(OverwrittenStores, ACopyThatIsRenamedBesideALeftLogIsRefused) {
 TEST_F(OverwrittenStores, AnOlderStoreWithoutASealIsNotMixedWithALog) {
   {
     sqlite::Database older(old_, OpenMode::kReadWrite);
-    older.Run("PRAGMA journal_mode=DELETE; DROP TABLE StoreSeal; PRAGMA user_version=4");
+    older.Run("PRAGMA journal_mode=DELETE; " + kToSchema4);
   }
   const fs::path left = folder_.File("left");
   {
@@ -287,7 +293,7 @@ TEST_F(OverwrittenStores, AnOlderStoreIsBroughtUpToDateAndFoundAgainWithItsLogLe
   const fs::path left = folder_.File("left");
   {
     sqlite::Database older(file_, OpenMode::kReadWrite);
-    older.Run("DROP TABLE StoreSeal; PRAGMA user_version=4");
+    older.Run(kToSchema4);
   }
   {
     Seat anna(file_, "anna");
@@ -395,7 +401,7 @@ TEST_F(OverwrittenStores, ACopyFromBeforeTheFirstSealIsNotMixedWithTheLogBehindI
   const fs::path left = folder_.File("left");
   {
     sqlite::Database older(file_, OpenMode::kReadWrite);
-    older.Run("DROP TABLE StoreSeal; PRAGMA user_version=4; PRAGMA wal_checkpoint(TRUNCATE)");
+    older.Run(kToSchema4 + "; PRAGMA wal_checkpoint(TRUNCATE)");
   }
   fs::copy_file(file_, unsealed);
   {

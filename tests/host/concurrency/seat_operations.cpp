@@ -10,9 +10,11 @@
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
 #include "host/desks/credential_import.h"
+#include "host/desks/credential_report.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/dir_code_import.h"
+#include "host/desks/history_undo.h"
 #include "host/desks/store_statement.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
@@ -161,6 +163,16 @@ SeatOperation ImportCards(const std::string& lines) {
                 "Credential Type,Card Number,Facility Code,Assigned To\n" + lines);
 }
 
+SeatOperation DeleteInReport(const std::string& rids) {
+  return {"delete in a report " + rids, [rids](Seat& seat) {
+            auto report = std::make_shared<CredentialReport>(seat.session(), kUnit,
+                                                             std::vector<std::string>());
+            (void)report->Run();
+            const auto run = [report, rids] { return Telling(report->Delete(GivenRids(rids))); };
+            return PreparedDesk{run, nullptr};
+          }};
+}
+
 SeatOperation AddCode(const std::string& code) {
   return {"add code " + code, [code](Seat& seat) {
             auto desk = std::make_shared<DirCodeDesk>(seat.session(), kUnit);
@@ -227,6 +239,16 @@ SeatOperation WriteByHand(const std::string& statement) {
   return {"by hand", [statement](Seat& seat) {
             const auto run = [&seat, statement] {
               (void)StoreStatement(statement).Change(seat.session());
+              return Told();
+            };
+            return PreparedDesk{run, nullptr};
+          }};
+}
+
+SeatOperation UndoEntry(std::int64_t entry) {
+  return {fmt::format("undo entry {}", entry), [entry](Seat& seat) {
+            const auto run = [&seat, entry] {
+              (void)qorhost::UndoEntry(seat.session(), std::to_string(entry), Trial::kNo);
               return Told();
             };
             return PreparedDesk{run, nullptr};

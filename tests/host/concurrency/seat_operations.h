@@ -18,6 +18,9 @@ namespace qorhost::test {
 [[nodiscard]] SeatOperation RenumberCard(const std::string& card, std::int32_t number);
 [[nodiscard]] SeatOperation ImportCards(const std::string& lines);
 
+/// Cards by their rows, as "3,4".
+[[nodiscard]] SeatOperation DeleteInReport(const std::string& rids);
+
 [[nodiscard]] SeatOperation AddCode(const std::string& code);
 [[nodiscard]] SeatOperation EditPhone(const std::string& code, const std::string& phone);
 /// Forwards the calls of a code to its own number, which the controller asks about.
@@ -29,5 +32,7 @@ namespace qorhost::test {
 [[nodiscard]] SeatOperation MergeUnit();
 
 [[nodiscard]] SeatOperation WriteByHand(const std::string& statement);
+/// Takes an entry of the audit back.
+[[nodiscard]] SeatOperation UndoEntry(std::int64_t entry);
 
 }  // namespace qorhost::test

@@ -317,6 +317,7 @@ TEST_F(UnitOfWorkTest, AStoreThatWasReplacedIsNotWritten) {
   } catch (const StoreError& failure) {
     EXPECT_THAT(failure.what(), HasSubstr("was moved or replaced"));
   }
+  EXPECT_EQ(one_.work().voided(), VoidReason::kReplaced);
   one_.work().Undo();
   EXPECT_FALSE(one_.sql().inTransaction());
 }

@@ -1,0 +1,56 @@
+#include "host/cli/suggestion.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "host/dialect/folding.h"
+
+namespace qorhost {
+
+namespace {
+
+/// How many letters have to be changed, added, left out or exchanged with the next one to come from
+/// one word to the other.
+std::size_t Distance(const std::u32string& one, const std::u32string& other) {
+  using Row = std::vector<std::size_t>;
+  Row beforeLast;
+  Row last(other.size() + 1);
+  for (std::size_t at = 0; at < last.size(); ++at) {
+    last[at] = at;
+  }
+  for (std::size_t i = 1; i <= one.size(); ++i) {
+    Row row(other.size() + 1, i);
+    for (std::size_t j = 1; j <= other.size(); ++j) {
+      const bool same = one[i - 1] == other[j - 1];
+      row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (same ? 0 : 1)});
+      if (i > 1 && j > 1 && one[i - 1] == other[j - 2] && one[i - 2] == other[j - 1]) {
+        row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+      }
+    }
+    beforeLast = std::move(last);
+    last = std::move(row);
+  }
+  return last.back();
+}
+
+}  // namespace
+
+std::string MostLike(std::string_view given, const std::vector<std::string>& known) {
+  constexpr std::size_t kLongest = 40;  // beyond it is no word
+  if (given.size() > kLongest) {
+    return {};
+  }
+  const std::u32string meant = dialect::Folded(given);
+  std::string best;
+  std::size_t least = std::max<std::size_t>(1, meant.size() / 3) + 1;
+  for (const std::string& word : known) {
+    const std::size_t distance = Distance(meant, dialect::Folded(word));
+    if (distance < least) {
+      least = distance;
+      best = word;
+    }
+  }
+  return best;
+}
+
+}  // namespace qorhost

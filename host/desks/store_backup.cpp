@@ -1,0 +1,162 @@
+#include "host/desks/store_backup.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "host/components/store_host.h"
+#include "host/desks/fresh_store.h"
+#include "host/dialect/canonical_date.h"
+#include "host/files/file_error.h"
+#include "host/files/file_kind.h"
+#include "host/files/whole_file.h"
+#include "host/store/engines/opening.h"
+#include "host/store/store_error.h"
+
+namespace qorhost {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Reads a store as a whole. Raises StoreError for one that is damaged.
+std::vector<ChainHead> ReadThrough(const fs::path& file, const fs::path& shownAs) {
+  const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadOnly);
+  if (const std::vector<std::string> damages = store->Damages(); !damages.empty()) {
+    throw StoreError(fmt::format("'{}' is damaged: {}", shownAs.string(), damages.front()),
+                     StoreFault::kDamaged);
+  }
+  return store->StartSession(SystemClock())->audit().Heads();
+}
+
+void CopyBytes(const fs::path& from, std::ostream& out) {
+  std::ifstream in(from, std::ios::binary);
+  if (in.peek() != std::ifstream::traits_type::eof()) {
+    out << in.rdbuf();
+  }
+}
+
+/// A store of an earlier version is brought up to date in its copy: it stays as it is itself.
+void CopyOlder(const fs::path& from, const fs::path& emptyFile) {
+  if (const auto log = RemainsBeside(from)) {
+    throw RefusedError(
+        fmt::format("'{}' is in an older form and has a log beside it: look at it once with "
+                    "'qorhost units --db', which brings it up to date",
+                    from.string()));
+  }
+  std::ofstream out(emptyFile, std::ios::binary);
+  CopyBytes(from, out);
+  out.close();
+  OpenStore(emptyFile, OpenMode::kReadWrite)->GatherInFile();
+}
+
+/// Copies a store and reads the copy back.
+class CopyOf {
+ public:
+  CopyOf(fs::path from, fs::path shownAs) : from_(std::move(from)), shownAs_(std::move(shownAs)) {}
+
+  void operator()(const fs::path& emptyFile) {
+    if (IsOlderStore(from_)) {
+      CopyOlder(from_, emptyFile);
+    } else {
+      OpenStoreFile(from_, Access::kRead)->CopyInto(emptyFile);
+    }
+    made_->heads = ReadThrough(emptyFile, shownAs_);
+    made_->bytes = fs::file_size(emptyFile);
+  }
+
+  [[nodiscard]] const BackedUp& made() const { return *made_; }
+
+ private:
+  fs::path from_;
+  fs::path shownAs_;
+  std::shared_ptr<BackedUp> made_ = std::make_shared<BackedUp>();  // one for all copies of this
+};
+
+void RequireNotOneOf(const fs::path& file, const fs::path& store) {
+  const std::vector<fs::path> own = FilesOfStore(store);
+  if (std::any_of(own.begin(), own.end(),
+                  [&file](const fs::path& one) { return AreOneFile(one, file); })) {
+    throw RefusedError(
+        fmt::format("'{}' belongs to the store itself: name another file", file.string()));
+  }
+}
+
+/// "building.db.before-restore-20260131-140509"
+fs::path NameToKeep(const fs::path& store, qorcred::Date now) {
+  std::string moment = dialect::CanonicalDate(now);
+  std::erase_if(moment, [](char one) { return one == '-' || one == ':'; });
+  std::replace(moment.begin(), moment.end(), ' ', '-');
+  fs::path name = store;
+  name += ".before-restore-" + moment;
+  return name;
+}
+
+void Keep(const fs::path& store, const fs::path& kept) {
+  try {
+    PutFreshStore(kept, CopyOf(store, kept));
+  } catch (const StoreError& failure) {
+    if (failure.fault() != StoreFault::kDamaged) {
+      throw;
+    }
+    // Byte by byte: it cannot be read as a whole.
+    WriteWholeFile(kept, {}, [&store](std::ostream& out) { CopyBytes(store, out); });
+  }
+}
+
+}  // namespace
+
+BackedUp BackUp(const fs::path& store, const fs::path& to, Standing existing,
+                const Patience& patience) {
+  RequireNotOneOf(to, store);
+  CopyOf copy(store, to);
+  switch (const FileKind kind = KindOf(to, Links::kAreSeen)) {
+    case FileKind::kNone:
+      PutFreshStore(to, copy);
+      return copy.made();
+    case FileKind::kFile:
+      break;
+    default:
+      throw FileError(FileProblem::kOccupied, fmt::format("'{}' is {}", to.string(), NameOf(kind)));
+  }
+  if (existing == Standing::kStays) {
+    throw FileError(FileProblem::kExists, fmt::format("'{}' exists already", to.string()));
+  }
+  RequireStore(to);
+  const std::unique_ptr<Replacement> replacement = BeginReplacement(to, patience);
+  FreshStore fresh(to, copy);
+  fresh.file().TakeRightsOf(to);
+  replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
+  return copy.made();
+}
+
+Restored Restore(const fs::path& store, const fs::path& backup, qorcred::Date now,
+                 Patience patience) {
+  RequireNotOneOf(backup, store);
+  if (KindOf(backup, Links::kAreFollowed) == FileKind::kNone) {
+    throw MissingStore(fmt::format("there is no backup '{}'", backup.string()));
+  }
+  RequireStore(backup);
+  CopyOf copy(backup, backup);
+  Restored restored;
+  if (KindOf(store, Links::kAreSeen) == FileKind::kNone) {
+    PutFreshStore(store, copy);
+  } else {
+    RequireStore(store);
+    const std::unique_ptr<Replacement> replacement = BeginReplacement(store, std::move(patience));
+    FreshStore fresh(store, copy);
+    fresh.file().TakeRightsOf(store);
+    restored.kept = NameToKeep(store, now);
+    Keep(store, *restored.kept);
+    replacement->Put(fresh.file().path(),
+                     [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
+  }
+  restored.heads = copy.made().heads;
+  return restored;
+}
+
+}  // namespace qorhost
