@@ -88,6 +88,8 @@ class Search {
  public:
   Search(DeskSession& session, const std::vector<UnitName>& units, std::string_view text)
       : session_(session), words_(WordsOf(text)), digits_(NumberIn(text)) {
+    // Screens show codes with zeros in front: "0101".
+    number_ = digits_.substr(std::min(digits_.find_first_not_of('0'), digits_.size()));
     for (const UnitName& unit : units) {
       units_.insert(unit.key);
     }
@@ -186,7 +188,7 @@ class Search {
       const std::string number = TextOrEmpty(row[3]);
       Hit hit;
       hit.kind = Kind::kCard;
-      hit.match = MatchOfDigits(digits_, number);
+      hit.match = MatchOfDigits(number_, number);
       const bool isNumberAmongWords =
           digits_.empty() && std::find(words_.begin(), words_.end(), number) != words_.end();
       if (isNumberAmongWords || hit.match != NameMatch::kNone) {
@@ -214,7 +216,7 @@ class Search {
       Hit hit;
       hit.kind = Kind::kCode;
       hit.name = TextOrEmpty(row[3]);
-      hit.match = std::max(MatchOfDigits(digits_, hit.name), MatchOfName(TextOrEmpty(row[4])));
+      hit.match = std::max(MatchOfDigits(number_, hit.name), MatchOfName(TextOrEmpty(row[4])));
       for (std::int32_t column = kFirstPhone; column < kFirstPhone + 2; ++column) {
         const std::string phone = TextOrEmpty(row[column]);
         const std::string digits = DigitsOf(phone);
@@ -290,7 +292,8 @@ class Search {
 
   DeskSession& session_;
   Words words_;
-  std::string digits_;
+  std::string digits_;  // when the text is a number
+  std::string number_;  // the same without zeros in front
   std::set<std::int32_t> units_;
   std::vector<Hit> hits_;
   std::set<std::string> near_;

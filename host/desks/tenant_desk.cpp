@@ -87,6 +87,7 @@ TenantDesk::TenantDesk(DeskSession& session, std::int32_t unitKey)
 void TenantDesk::Read() {
   tenants_ = ReadTenants(session_, unitKey_);
   links_.emplace(session_, unitKey_);
+  outdated_ = false;
 }
 
 void TenantDesk::ChooseBy(const std::function<std::vector<TenantRow>()>& choose) {
@@ -100,6 +101,10 @@ void TenantDesk::ChooseBy(const std::function<std::vector<TenantRow>()>& choose)
     }
     return shown_.TakeRows(std::move(selects));
   };
+  if (outdated_) {
+    shown_.TakeUnit();
+    Read();
+  }
   chosen_ = choose();
   while (!take()) {
     shown_.TakeUnit();
@@ -175,8 +180,8 @@ ChangedTenants TenantDesk::Run(std::string what, Trial trial, const Work& work) 
       trial == Trial::kYes ? Tried(std::move(what), once) : Stored(std::move(what), once);
   static_cast<Outcome&>(changed) = outcome;
   changed.written = trial == Trial::kNo && outcome.done() && !outcome.unchanged;
-  if (changed.written && !session_.sql().work().open()) {
-    Read();
+  if (changed.written) {
+    outdated_ = true;
     chosen_.clear();
   }
   return changed;
@@ -287,9 +292,8 @@ Outcome TenantDesk::EditOnce(const TenantEntry& entry, ChangedTenants& changed) 
   std::vector<std::int32_t> rids;
   for (const TenantRow& before : chosen_) {
     const TenantRow after = values.AppliedTo(before);
-    const std::size_t told = changed.changes.size();
-    (void)Differences(before, after, *links_, changed.changes);
-    if (changed.changes.size() == told) {
+    std::string columns = Differences(before, after, *links_, changed.changes);
+    if (columns.empty()) {
       continue;
     }
     rids.push_back(before.rid);
@@ -305,8 +309,10 @@ Outcome TenantDesk::EditOnce(const TenantEntry& entry, ChangedTenants& changed) 
     for (const std::int32_t card : CardsMissing(before, after)) {
       changed.freed.push_back(qorcred::TextOrEmpty(links_->Card(card)));
     }
-    std::vector<TenantChange> toldAlready;
-    const std::string columns = Differences(before, written, *links_, toldAlready);
+    if (written.cards != after.cards) {
+      std::vector<TenantChange> toldAlready;
+      columns = Differences(before, written, *links_, toldAlready);
+    }
     if (!columns.empty()) {
       settings[columns].push_back(before.rid);
     }
@@ -392,9 +398,7 @@ AddedTenant TenantDesk::Add(const TenantEntry& entry, Trial trial) {
   static_cast<Outcome&>(added) =
       trial == Trial::kYes ? Tried(std::move(what), once) : Stored(std::move(what), once);
   added.written = trial == Trial::kNo && added.done();
-  if (added.written && !session_.sql().work().open()) {
-    Read();
-  }
+  outdated_ = outdated_ || added.written;
   return added;
 }
 

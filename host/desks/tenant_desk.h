@@ -102,6 +102,7 @@ class TenantDesk {
   ShownState shown_;
   std::vector<TenantRow> tenants_;
   std::optional<TenantLinks> links_;
+  bool outdated_ = false;  // by an operation of the desk's own
   std::vector<TenantRow> chosen_;
   std::optional<CredentialDesk> credentials_;  // once cards are asked for
 };

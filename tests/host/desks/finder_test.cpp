@@ -67,7 +67,8 @@ TEST_F(FinderTest, FindsCardsWithTheirHolders) {
 TEST_F(FinderTest, FindsCodesByTheirNumbersNamesAndPhones) {
   Run("UPDATE DIRECTORYCODE SET DIRECTORYCODE=7177, DISPLAYNAME='Hausmeister', "
       "PHONENUMBER='+49 (30) 123-4567' WHERE RID=12");
-  for (const char* text : {"7177", "hausm", "+49 30 1234567", "4930-1234567", "1234567"}) {
+  for (const char* text :
+       {"7177", "007177", "hausm", "+49 30 1234567", "4930-1234567", "1234567"}) {
     EXPECT_THAT(Find(text), ElementsAre("directory code 12 7177")) << text;
   }
   EXPECT_EQ(With("7177"), "+49 (30) 123-4567; Öztürk Zeynep B");
