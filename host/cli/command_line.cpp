@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <exception>
 #include <new>
@@ -17,13 +18,16 @@
 #include "host/cli/completion.h"
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
+#include "host/cli/find_commands.h"
 #include "host/cli/history_command_line.h"
 #include "host/cli/manual_page.h"
 #include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
 #include "host/cli/step_command_line.h"
 #include "host/cli/store_commands.h"
+#include "host/cli/tenant_command_line.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/finder.h"
 #include "host/desks/store_file.h"
 #include "host/desks/whole_number.h"
 #include "host/files/file_error.h"
@@ -49,6 +53,8 @@ struct Choice {
   DirCodeChoice dircodes;
   ReportOptions report;
   HistoryOptions history;
+  TenantChoice tenants;
+  FindOptions find;
   BackupOptions backup;
   std::string shell;
   CommandRun run;
@@ -101,6 +107,18 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
           ->type_name("FILE");
   app.add_flag("--force", global.replaceTraceFile, "Replace the file of --trace-file")
       ->needs(traceFile);
+}
+
+void DescribeFind(CommandPlace place, const GlobalOptions& global, FindOptions& options) {
+  static constexpr std::array kWords{FieldWord{find_input::kText, "TEXT", {}}};
+  auto* find = AddCommand(
+      place, "find", "Find tenants, cards, directory codes and phone numbers in all units",
+      "  qorhost find Tanaka X\n  qorhost find 20031\n  qorhost find 555-0102 --json",
+      [&](Console& console) { return RunFind(global, options, console); }, kWords);
+  find->add_option("TEXT", options.words,
+                   "Words of a name, which may be cut short, the number of a card or of a "
+                   "directory code, a phone number or its last digits")
+      ->required();
 }
 
 void DescribeStore(CLI::App& app, Choice& choice) {
@@ -176,6 +194,8 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeStore(app, choice);
   DescribeCredentials({app, choice.run}, choice.global, choice.credentials);
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
+  DescribeTenants({app, choice.run}, choice.global, choice.tenants);
+  DescribeFind({app, choice.run}, choice.global, choice.find);
   DescribeReports({app, choice.run}, choice.global, choice.report);
   DescribeHistory({app, choice.run}, choice.global, choice.history);
   DescribeBackup({app, choice.run}, choice.global, choice.backup);

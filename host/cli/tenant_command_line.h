@@ -1,0 +1,24 @@
+// The words of the commands for tenants.
+#pragma once
+
+#include <string>
+
+#include "host/cli/commands.h"
+#include "host/cli/tenant_commands.h"
+
+namespace qorhost {
+
+/// Everything that their options write to.
+struct TenantChoice {
+  TenantChoiceOptions listed;
+  std::string shown;
+  TenantEditOptions added;
+  TenantEditOptions edited;
+  TenantEndOptions ended;
+  TenantDeleteOptions deleted;
+};
+
+/// Adds `tenants` with its commands. `global` and `choice` must outlive the parsing and the run.
+void DescribeTenants(CommandPlace place, const GlobalOptions& global, TenantChoice& choice);
+
+}  // namespace qorhost

@@ -1,0 +1,258 @@
+#include "host/cli/tenant_commands.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "frame/convert.h"
+#include "frame/text.h"
+#include "host/desks/tenant_desk.h"
+#include "host/desks/tenant_list.h"
+#include "host/desks/words.h"
+#include "host/files/json_writer.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Value;
+
+std::string ShownText(const Value& value) {
+  if (const bool* flag = value.As<bool>()) {
+    return *flag ? "yes" : "no";
+  }
+  return qorcred::TextOrEmpty(value);
+}
+
+/// The names that are told, not too many of them.
+std::string Listed(const std::vector<std::string>& names) {
+  constexpr std::size_t kMost = 20;
+  const auto end = names.begin() + static_cast<std::ptrdiff_t>(std::min(names.size(), kMost));
+  return Displayable(fmt::format("{}{}", fmt::join(names.begin(), end, ", "),
+                                 names.size() > kMost ? ", ..." : ""));
+}
+
+void Choose(TenantDesk& desk, const TenantChoiceOptions& who) {
+  if (who.names.empty() == who.conditions.empty()) {
+    throw UsageError("say which tenants are meant: by name, or by --where, not by both");
+  }
+  if (who.names.empty()) {
+    desk.ChooseWhere(who.conditions);
+  } else {
+    desk.Choose(who.names);
+  }
+}
+
+Table ChangeTable(const std::vector<TenantChange>& changes, bool asJson) {
+  Table table;
+  table.columns = {{"RID", "rid"},
+                   {"Tenant", "tenant"},
+                   {"Field", "field"},
+                   {"Before", "before"},
+                   {"After", "after"}};
+  const auto cell = [asJson](const Value& value) { return asJson ? value : ShownText(value); };
+  for (const TenantChange& change : changes) {
+    table.rows.push_back({change.rid, change.name, asJson ? change.field.key : change.field.title,
+                          cell(change.before), cell(change.after)});
+  }
+  return table;
+}
+
+/// "Changed", or "Would have changed".
+std::string Verb(std::string_view done, bool written) {
+  std::string verb(done);
+  if (!written) {
+    verb.front() = qorcred::LowerAscii(verb.front());
+    verb.insert(0, "Would have ");
+  }
+  return verb;
+}
+
+/// What `verb` ("Changed", "Deleted") has done, or would do.
+void PrintChanged(const ChangedTenants& changed, const UnitName& unit, std::string_view verb,
+                  const GlobalOptions& global, Console& console) {
+  const Table table = ChangeTable(changed.changes, global.json);
+  if (global.json) {
+    PrintJsonObject(console.out,
+                    {{"unit", unit.key},
+                     {"tenants", static_cast<double>(changed.tenants)},
+                     {"changed", changed.written},
+                     {"freed_cards", qorcred::StringArray(changed.freed)}},
+                    "changes", table);
+    return;
+  }
+  if (changed.meant == 0) {
+    console.out << fmt::format("Nobody {} meets the conditions: nothing was changed.\n",
+                               InUnit(unit));
+    return;
+  }
+  if (changed.tenants == 0) {
+    console.out << fmt::format("Nothing to change {}: it is stored so already.\n", InUnit(unit));
+    return;
+  }
+  // Of many the dry run tells all; the history keeps what was done.
+  constexpr std::size_t kMostTold = 40;
+  if (!table.rows.empty() && (!changed.written || table.rows.size() <= kMostTold)) {
+    PrintTable(console.out, table);
+  }
+  console.out << fmt::format("{} {} {}.{}\n", Verb(verb, changed.written),
+                             Counted(changed.tenants, "tenant", "tenants"), InUnit(unit),
+                             changed.written ? "" : " Nothing was changed.");
+  if (!changed.freed.empty()) {
+    console.out << fmt::format("Held by nobody {}: {}.\n", changed.written ? "now" : "then",
+                               Listed(changed.freed));
+  }
+}
+
+ExitStatus TellChanged(const ChangedTenants& changed, const UnitName& unit, std::string_view verb,
+                       const GlobalOptions& global, Console& console) {
+  const ExitStatus status =
+      changed.written ? TellChange(changed, "tenants", console) : Tell(changed, "tenants", console);
+  if (changed.ending == Ending::kRefused) {
+    console.err << "qorhost: nothing was changed.\n";
+  } else if (changed.done()) {
+    PrintChanged(changed, unit, verb, global, console);
+  }
+  return status;
+}
+
+TenantEntry Complete(const TenantEditOptions& options) {
+  TenantEntry entry = options.entry;
+  if (options.schedules) {
+    TenantEntry every;
+    every.SetSchedules(*options.schedules);
+    for (std::size_t door = 0; door < kTenantDoors; ++door) {
+      if (!entry.schedules[door]) {
+        entry.schedules[door] = every.schedules[door];
+      }
+    }
+  }
+  return entry;
+}
+
+Trial TrialOf(bool trial) {
+  return trial ? Trial::kYes : Trial::kNo;
+}
+
+std::string Question(const TenantDesk& desk) {
+  std::vector<std::string> names;
+  for (const TenantRow& tenant : desk.chosen()) {
+    names.push_back(tenant.NameWithRid());
+  }
+  return fmt::format("{} will be deleted: {}. Go on?", Counted(names.size(), "tenant", "tenants"),
+                     Listed(names));
+}
+
+}  // namespace
+
+ExitStatus RunTenantList(const GlobalOptions& global, const TenantChoiceOptions& options,
+                         Console& console) {
+  CommandSession session(global, Access::kRead, console);
+  const UnitName unit = session.ChosenUnit();
+  TenantDesk desk(session.desks(), unit.key);
+  if (!options.conditions.empty()) {
+    desk.ChooseWhere(options.conditions);
+  }
+  if (!global.json) {
+    PrintTitle(console, unit);
+  }
+  PrintRows(console.out,
+            TenantTable(options.conditions.empty() ? desk.tenants() : desk.chosen(), desk.links()),
+            global.json);
+  return ExitStatus::kDone;
+}
+
+ExitStatus RunTenantShow(const GlobalOptions& global, const std::string& name, Console& console) {
+  constexpr std::size_t kNameWidth = 12;
+  CommandSession session(global, Access::kRead, console);
+  const UnitName unit = session.ChosenUnit();
+  TenantDesk desk(session.desks(), unit.key);
+  desk.Choose({name});
+  if (!global.json) {
+    PrintTitle(console, unit);
+  }
+  for (const TenantRow& tenant : desk.chosen()) {
+    std::vector<std::pair<std::string, Value>> members;
+    for (const TenantDetail& detail : DetailsOf(tenant, desk.links())) {
+      members.emplace_back(detail.name.key, detail.value);
+      const std::string text = ShownText(detail.value);
+      if (!global.json && !text.empty()) {
+        console.out << PaddedTo(detail.name.title, kNameWidth) << "  " << Displayable(text) << '\n';
+      }
+    }
+    if (global.json) {
+      PrintJsonObject(console.out, members);
+    }
+  }
+  return ExitStatus::kDone;
+}
+
+ExitStatus RunTenantAdd(const GlobalOptions& global, const TenantEditOptions& options,
+                        Console& console) {
+  const TenantEntry entry = Complete(options);
+  CommandSession session(global, Access::kChange, console);
+  const UnitName unit = session.UnitToChange();
+  TenantDesk desk(session.desks(), unit.key);
+  const AddedTenant added = desk.Add(entry, TrialOf(options.trial));
+  const ExitStatus status =
+      added.written ? TellChange(added, "unit", console) : Tell(added, "unit", console);
+  if (!added.done()) {
+    return status;
+  }
+  if (global.json) {
+    PrintJsonObject(console.out,
+                    {{"unit", unit.key},
+                     {"rid", added.written ? Value(added.tenant.rid) : Value(qorcred::Null{})},
+                     {"name", added.tenant.Name()},
+                     {"changed", added.written}});
+    return status;
+  }
+  console.out << fmt::format(
+      "{} tenant {} {}.\n", Verb("Added", added.written),
+      Displayable(added.written ? added.tenant.NameWithRid() : added.tenant.Name()), InUnit(unit));
+  if (!entry.to && added.tenant.end) {
+    console.out << fmt::format("The unit's default period holds, until {}.\n",
+                               qorcred::DateText(*added.tenant.end));
+  }
+  return status;
+}
+
+ExitStatus RunTenantEdit(const GlobalOptions& global, const TenantEditOptions& options,
+                         Console& console) {
+  const TenantEntry entry = Complete(options);
+  if (entry.IsEmpty()) {
+    throw UsageError("say what to change: see 'qorhost tenants edit --help'");
+  }
+  CommandSession session(global, Access::kChange, console);
+  const UnitName unit = session.UnitToChange();
+  TenantDesk desk(session.desks(), unit.key);
+  Choose(desk, options.who);
+  return TellChanged(desk.Edit(entry, TrialOf(options.trial)), unit, "Changed", global, console);
+}
+
+ExitStatus RunTenantEnd(const GlobalOptions& global, const TenantEndOptions& options,
+                        Console& console) {
+  CommandSession session(global, Access::kChange, console);
+  const UnitName unit = session.UnitToChange();
+  TenantDesk desk(session.desks(), unit.key);
+  Choose(desk, options.who);
+  return TellChanged(desk.End(options.on, options.freeCards, TrialOf(options.trial)), unit,
+                     "Ended the lease of", global, console);
+}
+
+ExitStatus RunTenantDelete(const GlobalOptions& global, const TenantDeleteOptions& options,
+                           Console& console) {
+  CommandSession session(global, Access::kChange, console);
+  const UnitName unit = session.UnitToChange();
+  TenantDesk desk(session.desks(), unit.key);
+  Choose(desk, options.who);
+  if (!options.trial && !desk.chosen().empty()) {
+    session.RequireDeletion();
+    session.RequireConsent(Question(desk));
+  }
+  return TellChanged(desk.Delete(TrialOf(options.trial)), unit, "Deleted", global, console);
+}
+
+}  // namespace qorhost

@@ -1,0 +1,156 @@
+#include "host/desks/name_words.h"
+
+#include <utf8proc.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "frame/text.h"
+#include "frame/utf8.h"
+
+namespace qorhost {
+
+namespace {
+
+struct PlainLetter {
+  char32_t letter;
+  std::string_view plain;
+};
+
+/// Letters that people type without their stroke, although it is no accent that can be taken off.
+constexpr std::array kStroked{
+    PlainLetter{U'æ', "ae"}, PlainLetter{U'ð', "d"}, PlainLetter{U'ø', "o"},
+    PlainLetter{U'þ', "th"}, PlainLetter{U'đ', "d"}, PlainLetter{U'ħ', "h"},
+    PlainLetter{U'ı', "i"},  PlainLetter{U'ł', "l"}, PlainLetter{U'œ', "oe"}};
+
+std::string LowerAsciiText(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(), qorcred::LowerAscii);
+  return lower;
+}
+
+using Letters = std::vector<utf8proc_int32_t>;
+
+/// Decomposed, folded and without marks; nothing for a text that is not UTF-8.
+std::optional<Letters> WithoutMarks(std::string_view text) {
+  constexpr auto kOptions = static_cast<utf8proc_option_t>(UTF8PROC_DECOMPOSE | UTF8PROC_COMPAT |
+                                                           UTF8PROC_CASEFOLD | UTF8PROC_STRIPMARK);
+  Letters letters(text.size() * 2);
+  const auto decompose = [&] {
+    return utf8proc_decompose(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                              static_cast<utf8proc_ssize_t>(text.size()), letters.data(),
+                              static_cast<utf8proc_ssize_t>(letters.size()), kOptions);
+  };
+  utf8proc_ssize_t count = decompose();
+  if (count > static_cast<utf8proc_ssize_t>(letters.size())) {
+    letters.resize(static_cast<std::size_t>(count));
+    count = decompose();
+  }
+  if (count < 0) {
+    return std::nullopt;
+  }
+  letters.resize(static_cast<std::size_t>(count));
+  return letters;
+}
+
+void AppendLetter(std::string& text, utf8proc_int32_t letter) {
+  std::array<utf8proc_uint8_t, 4> bytes{};
+  const utf8proc_ssize_t size = utf8proc_encode_char(letter, bytes.data());
+  text.append(bytes.begin(), bytes.begin() + size);
+}
+
+bool IsApostrophe(char32_t letter) {
+  return letter == U'\'' || letter == U'\u2019' || letter == U'\u02BC';
+}
+
+bool IsOfWord(char32_t letter) {
+  constexpr char32_t kFirstBeyondAscii = 0x80;
+  if (letter < kFirstBeyondAscii) {
+    const char ascii = static_cast<char>(letter);
+    return qorcred::IsDigit(ascii) || (ascii >= 'a' && ascii <= 'z');
+  }
+  if (letter >= qorcred::kInvalidByte) {
+    return true;
+  }
+  const utf8proc_category_t category = utf8proc_category(static_cast<utf8proc_int32_t>(letter));
+  return category <= UTF8PROC_CATEGORY_NO && category != UTF8PROC_CATEGORY_CN;
+}
+
+}  // namespace
+
+std::string Plain(std::string_view text) {
+  if (qorcred::IsAscii(text)) {
+    return LowerAsciiText(text);
+  }
+  const std::optional<Letters> letters = WithoutMarks(text);
+  if (!letters) {
+    return LowerAsciiText(text);
+  }
+  std::string plain;
+  for (const utf8proc_int32_t letter : *letters) {
+    const auto* stroked =
+        std::find_if(kStroked.begin(), kStroked.end(), [letter](const PlainLetter& known) {
+          return known.letter == static_cast<char32_t>(letter);
+        });
+    if (stroked != kStroked.end()) {
+      plain += stroked->plain;
+    } else {
+      AppendLetter(plain, letter);
+    }
+  }
+  return plain;
+}
+
+Words WordsOf(std::string_view text) {
+  const std::string plain = Plain(text);
+  Words words;
+  bool inside = false;
+  for (std::size_t position = 0; position < plain.size();) {
+    const qorcred::Utf8Character character = qorcred::ReadUtf8(plain, position);
+    if (!IsApostrophe(character.codePoint)) {
+      const bool ofWord = IsOfWord(character.codePoint);
+      if (ofWord && !inside) {
+        words.emplace_back();
+      }
+      if (ofWord) {
+        words.back().append(plain, position, character.length);
+      }
+      inside = ofWord;
+    }
+    position += character.length;
+  }
+  return words;
+}
+
+NameMatch MatchOf(const Words& wanted, const Words& name) {
+  if (wanted.empty() || wanted.size() > name.size()) {
+    return NameMatch::kNone;
+  }
+  // The longest first: a word that a shorter one begins, too, is left for who needs it.
+  std::vector<std::string_view> parts(wanted.begin(), wanted.end());
+  std::stable_sort(parts.begin(), parts.end(), [](std::string_view one, std::string_view other) {
+    return one.size() > other.size();
+  });
+  std::vector<bool> taken(name.size(), false);
+  bool wholeWords = true;
+  for (const std::string_view part : parts) {
+    std::optional<std::size_t> found;
+    for (std::size_t at = 0; at < name.size(); ++at) {
+      if (!taken[at] && name[at].starts_with(part) && (!found || name[at] == part)) {
+        found = at;
+      }
+    }
+    if (!found) {
+      return NameMatch::kNone;
+    }
+    taken[*found] = true;
+    wholeWords = wholeWords && name[*found] == part;
+  }
+  if (!wholeWords) {
+    return NameMatch::kParts;
+  }
+  return wanted.size() == name.size() ? NameMatch::kWhole : NameMatch::kWords;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,261 @@
+#include "host/desks/tenant_rows.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "frame/convert.h"
+#include "frame/row_state.h"
+#include "frame/schedules.h"
+#include "frame/schema.h"
+#include "frame/text.h"
+#include "host/desks/credential_types.h"
+#include "host/desks/words.h"
+#include "host/dialect/canonical_date.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Null;
+using qorcred::Value;
+
+constexpr std::string_view kReadColumns =
+    "RID, TenantID, LastName, FirstName, MiddleInitial, NameAtUnit, GROUPID, ACTIVETENANT, "
+    "ACTIVESTARTTIME, ACTIVEENDTIME, DOORSCHEDULE1, DOORSCHEDULE2, DOORSCHEDULE3, DOORSCHEDULE4, "
+    "CREDENTIALID1, CREDENTIALID2, DIRECTORYCODE, Resident";
+
+std::int32_t NumberIn(const Value& cell) {
+  return qorcred::RoundToLong(qorcred::NumericValue(cell));
+}
+
+std::optional<qorcred::Date> DateIn(const Value& cell) {
+  const auto* date = cell.As<qorcred::Date>();
+  return date == nullptr ? std::nullopt : std::optional(*date);
+}
+
+TenantRow RowIn(const ResultRow& cells) {
+  TenantRow row;
+  std::int32_t column = 0;
+  row.rid = NumberIn(cells[column++]);
+  row.tenantId = NumberIn(cells[column++]);
+  row.lastName = qorcred::TextOrEmpty(cells[column++]);
+  row.firstName = qorcred::TextOrEmpty(cells[column++]);
+  row.initial = qorcred::TextOrEmpty(cells[column++]);
+  row.nameAtUnit = qorcred::TextOrEmpty(cells[column++]);
+  row.group = NumberIn(cells[column++]);
+  const Value& active = cells[column++];
+  row.active = !qorcred::IsEmptyText(active) && qorcred::ToBoolean(active);
+  row.start = DateIn(cells[column++]);
+  row.end = DateIn(cells[column++]);
+  for (std::int32_t& schedule : row.schedules) {
+    schedule = NumberIn(cells[column++]);
+  }
+  for (std::int32_t& card : row.cards) {
+    card = NumberIn(cells[column++]);
+  }
+  row.code = NumberIn(cells[column++]);
+  row.resident = NumberIn(cells[column]) != 0;
+  return row;
+}
+
+/// "Tanaka Xenia M" of the parts that there are.
+std::string Joined(std::initializer_list<std::string_view> parts) {
+  std::string joined;
+  for (const std::string_view part : parts) {
+    const std::string_view trimmed = qorcred::Trim(part);
+    if (!trimmed.empty()) {
+      joined.append(joined.empty() ? "" : " ").append(trimmed);
+    }
+  }
+  return joined;
+}
+
+Value TextShown(const std::string& text) {
+  return text.empty() ? Value(Null{}) : Value(text);
+}
+
+Value DateShown(const std::optional<qorcred::Date>& date) {
+  return date ? Value(*date) : Value(Null{});
+}
+
+std::string OrNull(std::int32_t rid) {
+  return rid == 0 ? "NULL" : std::to_string(rid);
+}
+
+std::string OrNull(const std::string& text) {
+  return text.empty() ? "NULL" : TextLiteral(text);
+}
+
+std::string OrNull(const std::optional<qorcred::Date>& date) {
+  return date ? TextLiteral(dialect::CanonicalDate(*date)) : "NULL";
+}
+
+template <std::size_t Door>
+constexpr TenantColumn ScheduleColumn(std::string_view column, std::string_view title,
+                                      std::string_view key) {
+  return {column, title, key,
+          [](const TenantRow& row, const TenantLinks& links) {
+            return Value(links.Schedule(row.schedules[Door]));
+          },
+          [](const TenantRow& row) { return std::to_string(row.schedules[Door]); }};
+}
+
+template <std::size_t Slot>
+constexpr TenantColumn CardColumn(std::string_view column, std::string_view title,
+                                  std::string_view key) {
+  return {
+      column, title, key,
+      [](const TenantRow& row, const TenantLinks& links) { return links.Card(row.cards[Slot]); },
+      [](const TenantRow& row) { return OrNull(row.cards[Slot]); }};
+}
+
+constexpr std::array kColumns{
+    TenantColumn{"LastName", "Last name", "last_name",
+                 [](const TenantRow& row, const TenantLinks&) { return TextShown(row.lastName); },
+                 [](const TenantRow& row) { return OrNull(row.lastName); }},
+    TenantColumn{"FirstName", "First name", "first_name",
+                 [](const TenantRow& row, const TenantLinks&) { return TextShown(row.firstName); },
+                 [](const TenantRow& row) { return OrNull(row.firstName); }},
+    TenantColumn{"MiddleInitial", "Initial", "initial",
+                 [](const TenantRow& row, const TenantLinks&) { return TextShown(row.initial); },
+                 [](const TenantRow& row) { return OrNull(row.initial); }},
+    TenantColumn{"NameAtUnit", "Name at unit", "name_at_unit",
+                 [](const TenantRow& row, const TenantLinks&) { return TextShown(row.nameAtUnit); },
+                 [](const TenantRow& row) { return OrNull(row.nameAtUnit); }},
+    TenantColumn{"GROUPID", "Group", "group",
+                 [](const TenantRow& row, const TenantLinks&) { return Value(row.group); },
+                 [](const TenantRow& row) { return std::to_string(row.group); }},
+    TenantColumn{"ACTIVETENANT", "Active", "active",
+                 [](const TenantRow& row, const TenantLinks&) { return Value(row.active); },
+                 [](const TenantRow& row) { return std::string(row.active ? "True" : "False"); }},
+    TenantColumn{"ACTIVESTARTTIME", "Start", "start",
+                 [](const TenantRow& row, const TenantLinks&) { return DateShown(row.start); },
+                 [](const TenantRow& row) { return OrNull(row.start); }},
+    TenantColumn{"ACTIVEENDTIME", "End", "end",
+                 [](const TenantRow& row, const TenantLinks&) { return DateShown(row.end); },
+                 [](const TenantRow& row) { return OrNull(row.end); }},
+    ScheduleColumn<0>("DOORSCHEDULE1", "Schedule 1", "schedule1"),
+    ScheduleColumn<1>("DOORSCHEDULE2", "Schedule 2", "schedule2"),
+    ScheduleColumn<2>("DOORSCHEDULE3", "Schedule 3", "schedule3"),
+    ScheduleColumn<3>("DOORSCHEDULE4", "Schedule 4", "schedule4"),
+    CardColumn<0>("CREDENTIALID1", "Card 1", "card1"),
+    CardColumn<1>("CREDENTIALID2", "Card 2", "card2"),
+    TenantColumn{
+        "DIRECTORYCODE", "Code", "code",
+        [](const TenantRow& row, const TenantLinks& links) { return links.Code(row.code); },
+        [](const TenantRow& row) { return OrNull(row.code); }},
+    TenantColumn{"Resident", "Resident", "resident",
+                 [](const TenantRow& row, const TenantLinks&) { return Value(row.resident); },
+                 [](const TenantRow& row) { return std::string(row.resident ? "1" : "0"); }}};
+
+}  // namespace
+
+std::string TenantRow::Name() const {
+  return Joined({lastName, firstName, initial});
+}
+
+std::string TenantRow::SpokenName() const {
+  return Joined({firstName, lastName});
+}
+
+std::string TenantRow::NameWithRid() const {
+  return WithRid(Name(), rid);
+}
+
+std::vector<TenantRow> ReadTenants(DeskSession& session, std::int32_t unitKey) {
+  const QueryResult result = session.sql().Select(
+      fmt::format("SELECT {} FROM Tenants WHERE UnitKey={} ORDER BY LastName, FirstName, "
+                  "MiddleInitial, RID",
+                  kReadColumns, unitKey));
+  std::vector<TenantRow> rows;
+  rows.reserve(result.rowCount);
+  for (const ResultRow row : result.rows()) {
+    rows.push_back(RowIn(row));
+  }
+  return rows;
+}
+
+std::vector<std::string> ConditionsOnRids(std::span<const std::int32_t> rids) {
+  constexpr std::size_t kAtOnce = 500;
+  std::vector<std::string> conditions;
+  for (std::size_t first = 0; first < rids.size(); first += kAtOnce) {
+    const auto some = rids.subspan(first, std::min(kAtOnce, rids.size() - first));
+    conditions.push_back(fmt::format("RID IN ({})", fmt::join(some, ",")));
+  }
+  return conditions;
+}
+
+std::vector<std::string> SelectsOfTenants(std::int32_t unitKey,
+                                          std::span<const std::int32_t> rids) {
+  std::vector<std::string> selects;
+  for (const std::string& condition : ConditionsOnRids(rids)) {
+    selects.push_back(fmt::format("SELECT * FROM TENANTS WHERE UnitKey={} AND {} ORDER BY RID",
+                                  unitKey, condition));
+  }
+  return selects;
+}
+
+TenantLinks::TenantLinks(DeskSession& session, std::int32_t unitKey)
+    : offered(OfferedSchedules(session, unitKey)) {
+  const QueryResult named = session.sql().Select(
+      fmt::format("SELECT ScheduleID, ScheduleName FROM Schedules WHERE UnitKey={}", unitKey));
+  for (const ResultRow row : named.rows()) {
+    schedules[NumberIn(row[0])] = qorcred::TextOrEmpty(row[1]);
+  }
+  for (const qorcred::FixedSchedule& fixed : {qorcred::kNoAccess, qorcred::kFullAccess}) {
+    schedules[fixed.id] = fixed.name;
+  }
+  const QueryResult held = session.sql().Select(fmt::format(
+      "SELECT RID, CredentialType, PINNo FROM CREDENTIALBANK WHERE UnitKey={}", unitKey));
+  for (const ResultRow row : held.rows()) {
+    const std::string_view label = ScreenLabelOf(qorcred::NumericValue(row[1]));
+    const double number = qorcred::NumericValue(row[2]);
+    cards.emplace(NumberIn(row[0]),
+                  StoredCard{fmt::format("{}-{}", label.empty() ? "Credential" : label,
+                                         qorcred::NumberText(number)),
+                             number});
+  }
+  const QueryResult dialled = session.sql().Select(fmt::format(
+      "SELECT RID, DIRECTORYCODE, MODIFIED FROM DIRECTORYCODE WHERE UNITKEY={}", unitKey));
+  for (const ResultRow row : dialled.rows()) {
+    const double number = qorcred::NumericValue(row[1]);
+    const bool isDeleted = qorcred::NumericValue(row[2]) == qorcred::row_state::kDeleted;
+    codes.emplace(NumberIn(row[0]), ListedCode{number, number >= 0 && !isDeleted});
+  }
+}
+
+std::string TenantLinks::Schedule(std::int32_t id) const {
+  const auto found = schedules.find(id);
+  return found == schedules.end() ? std::to_string(id) : found->second;
+}
+
+Value TenantLinks::Card(std::int32_t rid) const {
+  if (rid == 0) {
+    return Null{};
+  }
+  const auto found = cards.find(rid);
+  return found == cards.end() ? fmt::format("rid:{}", rid) : found->second.entry;
+}
+
+Value TenantLinks::Code(std::int32_t rid) const {
+  if (rid == 0) {
+    return Null{};
+  }
+  const auto found = codes.find(rid);
+  return found == codes.end() ? Value(fmt::format("rid:{}", rid)) : Value(found->second.number);
+}
+
+std::span<const TenantColumn> TenantColumns() {
+  return kColumns;
+}
+
+std::string TextLiteral(std::string_view text) {
+  // This text alone would be the time stamp.
+  if (text == qorcred::kLastModifiedText) {
+    return fmt::format("'{}' & '{}'", text.substr(0, 1), text.substr(1));
+  }
+  return fmt::format("'{}'", qorcred::ReplaceAll(text, "'", "''"));
+}
+
+}  // namespace qorhost

@@ -1,0 +1,47 @@
+// Names by their words, without accents and letter case.
+#include "host/desks/name_words.h"
+
+#include <gmock/gmock.h>
+
+namespace qorhost::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(NameWords, HaveNoAccentsAndNoLetterCase) {
+  EXPECT_EQ(Plain("Öztürk"), "ozturk");
+  EXPECT_EQ(Plain("O\u0308ztu\u0308rk"), "ozturk");  // decomposed
+  EXPECT_EQ(Plain("SØREN Łuk Đorđe"), "soren luk dorde");
+  EXPECT_EQ(Plain("Straße"), "strasse");
+  EXPECT_EQ(Plain("\xFF"
+                  "Ab"),
+            "\xFF"
+            "ab");
+}
+
+TEST(NameWords, AreDividedByEverythingButApostrophes) {
+  EXPECT_THAT(WordsOf("Meyer-Lund,  Ana"), ElementsAre("meyer", "lund", "ana"));
+  EXPECT_THAT(WordsOf("O'Brien"), ElementsAre("obrien"));
+  EXPECT_THAT(WordsOf("O\u2019Brien"), ElementsAre("obrien"));
+  EXPECT_THAT(WordsOf(" .,- "), IsEmpty());
+}
+
+TEST(NameWords, MatchByPartsWordsOrWhole) {
+  const Words name = WordsOf("Tanaka Xenia M");
+  EXPECT_EQ(MatchOf(WordsOf("xenia m tanaka"), name), NameMatch::kWhole);
+  EXPECT_EQ(MatchOf(WordsOf("TANAKA"), name), NameMatch::kWords);
+  EXPECT_EQ(MatchOf(WordsOf("Tanaka X"), name), NameMatch::kParts);
+  EXPECT_EQ(MatchOf(WordsOf("naka"), name), NameMatch::kNone);
+  EXPECT_EQ(MatchOf({}, name), NameMatch::kNone);
+}
+
+TEST(NameWords, AWordOfTheNameStandsForOneOnly) {
+  EXPECT_EQ(MatchOf(WordsOf("ta ta"), WordsOf("Tanaka Xenia")), NameMatch::kNone);
+  // The shorter part leaves the longer one its word.
+  EXPECT_EQ(MatchOf(WordsOf("t ta"), WordsOf("Tanaka T")), NameMatch::kParts);
+  EXPECT_EQ(MatchOf(WordsOf("t tanaka"), WordsOf("Tanaka T")), NameMatch::kWhole);
+}
+
+}  // namespace
+}  // namespace qorhost::test
