@@ -3,15 +3,22 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "host/dialect/folding.h"
+#include "frame/text.h"
 
 namespace qorhost {
 
 namespace {
 
+/// Commands and options are spelt in ASCII.
+std::string Lower(std::string_view word) {
+  std::string lower(word);
+  std::transform(lower.begin(), lower.end(), lower.begin(), qorcred::LowerAscii);
+  return lower;
+}
+
 /// How many letters have to be changed, added, left out or exchanged with the next one to come from
 /// one word to the other.
-std::size_t Distance(const std::u32string& one, const std::u32string& other) {
+std::size_t Distance(const std::string& one, const std::string& other) {
   using Row = std::vector<std::size_t>;
   Row beforeLast;
   Row last(other.size() + 1);
@@ -40,11 +47,11 @@ std::string MostLike(std::string_view given, const std::vector<std::string>& kno
   if (given.size() > kLongest) {
     return {};
   }
-  const std::u32string meant = dialect::Folded(given);
+  const std::string meant = Lower(given);
   std::string best;
   std::size_t least = std::max<std::size_t>(1, meant.size() / 3) + 1;
   for (const std::string& word : known) {
-    const std::size_t distance = Distance(meant, dialect::Folded(word));
+    const std::size_t distance = Distance(meant, Lower(word));
     if (distance < least) {
       least = distance;
       best = word;

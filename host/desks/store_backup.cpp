@@ -43,10 +43,10 @@ void CopyBytes(const fs::path& from, std::ostream& out) {
 /// A store of an earlier version is brought up to date in its copy: it stays as it is itself.
 void CopyOlder(const fs::path& from, const fs::path& emptyFile) {
   if (const auto log = RemainsBeside(from)) {
-    throw RefusedError(
-        fmt::format("'{}' is in an older form and has a log beside it: look at it once with "
-                    "'qorhost units --db', which brings it up to date",
-                    from.string()));
+    throw RefusedError(fmt::format(
+        "'{}' is in an older form and has a log beside it: open it once as a store, which "
+        "brings it up to date",
+        from.string()));
   }
   std::ofstream out(emptyFile, std::ios::binary);
   CopyBytes(from, out);

@@ -160,9 +160,7 @@ class UnitCheck {
   void LookAtCapacity() {
     const std::optional<std::int32_t> capacity = CapacityOf(session_, unitKey_);
     if (!capacity) {
-      Add("its capacity is not known",
-          fmt::format("give it a type that has one: 'qorhost units edit {} --type TYPE'",
-                      unitKey_));
+      Add("its capacity is not known", "give it a type that has one");
       return;
     }
     const std::int64_t used = ReadUnitStatus(session_.sql(), unitKey_).CodesInUse();
