@@ -12,14 +12,18 @@
 
 #include "frame/runtime_error.h"
 #include "host/cli/backup_commands.h"
+#include "host/cli/building_command_line.h"
 #include "host/cli/command_session.h"
 #include "host/cli/commands.h"
+#include "host/cli/completion.h"
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
 #include "host/cli/find_commands.h"
 #include "host/cli/history_command_line.h"
+#include "host/cli/manual_page.h"
 #include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
+#include "host/cli/step_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/cli/tenant_command_line.h"
 #include "host/desks/desk_error.h"
@@ -43,6 +47,8 @@ struct Choice {
   GlobalOptions global;
   InitOptions init;
   SqlOptions sql;
+  BuildingChoice building;
+  StepOptions steps;
   CredentialChoice credentials;
   DirCodeChoice dircodes;
   ReportOptions report;
@@ -50,6 +56,7 @@ struct Choice {
   TenantChoice tenants;
   FindOptions find;
   BackupOptions backup;
+  std::string shell;
   CommandRun run;
 };
 
@@ -123,16 +130,8 @@ void DescribeStore(CLI::App& app, Choice& choice) {
                  "Fill it with an invented building: three units, 200 tenants, their credentials");
   init->add_flag("--force", choice.init.force, "Replace an existing store");
 
-  AddCommand({app, choice.run}, "units", "List the units, their codes in use and their capacity",
-             "  qorhost units\n  qorhost units --json",
-             [&choice](Console& console) { return RunUnits(choice.global, console); });
-  AddCommand({app, choice.run}, "doors",
-             "List the doors and their captions on the credential screen",
-             "  qorhost doors\n  qorhost doors --unit 2",
-             [&choice](Console& console) { return RunDoors(choice.global, console); });
-  AddCommand({app, choice.run}, "steps", "List the programming steps that wait for the units",
-             "  qorhost steps\n  qorhost steps --unit 1 --json",
-             [&choice](Console& console) { return RunSteps(choice.global, console); });
+  DescribeBuilding({app, choice.run}, choice.global, choice.building);
+  DescribeSteps({app, choice.run}, choice.global, choice.steps);
 
   auto* sql = AddCommand(
       {app, choice.run}, "sql", "Run one statement of the desktop SQL dialect",
@@ -146,6 +145,26 @@ void DescribeStore(CLI::App& app, Choice& choice) {
              "Show the screens and reports at work on a copy of the demo building",
              "  qorhost tour\n  qorhost tour --trace 2> calls.txt", [&choice](Console& console) {
                return RunTour(SurroundingsOf(choice.global, console, {}), console);
+             });
+}
+
+/// What is made from the words of all commands.
+void DescribeShells(CLI::App& app, Choice& choice) {
+  auto* completion = AddCommand(
+      {app, choice.run}, "completion", "Print a script by which a shell completes these words",
+      "  qorhost completion bash > ~/.local/share/bash-completion/completions/qorhost\n"
+      "  qorhost completion fish > ~/.config/fish/completions/qorhost.fish",
+      [&app, &choice](Console& console) {
+        WriteCompletion(console.out, choice.shell, WordsOf(app));
+        return ExitStatus::kDone;
+      });
+  completion->add_option("SHELL", choice.shell, "bash, zsh or fish")
+      ->required()
+      ->check(CLI::IsMember(Shells()));
+  AddCommand({app, choice.run}, "manual", "Print the manual page",
+             "  qorhost manual > qorhost.1 && man ./qorhost.1", [&app](Console& console) {
+               WriteManualPage(console.out, QORHOST_VERSION, WordsOf(app));
+               return ExitStatus::kDone;
              });
 }
 
@@ -180,6 +199,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeReports({app, choice.run}, choice.global, choice.report);
   DescribeHistory({app, choice.run}, choice.global, choice.history);
   DescribeBackup({app, choice.run}, choice.global, choice.backup);
+  DescribeShells(app, choice);
   SpeakPlainly(app);
 }
 

@@ -10,7 +10,10 @@ CLI::App* AddCommand(CommandPlace place, const char* name, const char* descripti
   command->footer(std::string("Examples:\n") + examples +
                   "\nOptions of every command: see 'qorhost --help'.");
   command->fallthrough();
-  command->callback([&chosen = place.chosen, run = std::move(run), words] {
+  command->callback([&chosen = place.chosen, command, run = std::move(run), words] {
+    if (!command->get_subcommands().empty()) {
+      return;  // one of its own commands was chosen
+    }
     chosen = [run, words](Console& console) {
       try {
         return run(console);

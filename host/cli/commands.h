@@ -20,7 +20,8 @@ struct CommandPlace {
   CommandRun& chosen;
 };
 
-/// Adds a command with its examples; parsing it puts `run` into `place.chosen`. `words` are what
+/// Adds a command with its examples; parsing it puts `run` into `place.chosen`, unless a command of
+/// its own follows. `words` are what
 /// its options and arguments are called: a fault in an input becomes a UsageError in these words.
 /// They must outlive the run.
 CLI::App* AddCommand(CommandPlace place, const char* name, const char* description,

@@ -38,6 +38,7 @@ constexpr std::array kEditWords{kChosenCredential,
 constexpr std::array kAssignWords{kChosenCredential, FieldWord{field::kTenant, "", {}}};
 constexpr std::array kRenumberWords{kChosenCredential,
                                     FieldWord{field::kNewNumber, "the new number", {}}};
+constexpr std::array kReplaceWords{kChosenCredential, FieldWord{field::kNewNumber, "NEW", {}}};
 constexpr std::array kDeleteWords{kChosenCredential};
 
 void DescribeAdd(CommandPlace credentials, const GlobalOptions& global,
@@ -104,6 +105,24 @@ void DescribeEdit(CommandPlace credentials, const GlobalOptions& global,
   assign->add_flag("--release", change.release, "Take it from its tenant")->excludes(holder);
 }
 
+void DescribeReplace(CommandPlace credentials, const GlobalOptions& global,
+                     CredentialReplaceOptions& options) {
+  auto* replace = AddCommand(
+      credentials, "replace", "Put a credential in the place of a lost one",
+      "  qorhost credentials replace \"Standard 26-Bit Card-20001\" 20900 --unit 2\n"
+      "  qorhost credentials replace rid:17 rid:42 --keep-old --unit 2",
+      [&](Console& console) { return RunCredentialReplace(global, options, console); },
+      kReplaceWords);
+  replace->add_option("OLD", options.replacement.lost, kCredential)->required();
+  replace
+      ->add_option("NEW", options.replacement.successor,
+                   "The same, held by nobody; a number that no credential like OLD has is issued")
+      ->required();
+  replace->add_flag("--keep-old", options.replacement.keepLost,
+                    "Leave OLD stored, held by nobody, instead of deleting it");
+  replace->add_flag("-n,--dry-run", options.trial, "Tell what it would do, and change nothing");
+}
+
 void DescribeRest(CommandPlace credentials, const GlobalOptions& global, CredentialChoice& choice) {
   auto* renumber = AddCommand(
       credentials, "renumber", "Give a credential another number",
@@ -145,6 +164,7 @@ void DescribeCredentials(CommandPlace place, const GlobalOptions& global,
              [&](Console& console) { return RunCredentialList(global, console); });
   DescribeAdd(credentials, global, choice.add);
   DescribeEdit(credentials, global, choice.edit);
+  DescribeReplace(credentials, global, choice.replace);
   DescribeRest(credentials, global, choice);
 }
 

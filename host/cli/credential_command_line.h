@@ -15,6 +15,7 @@ struct CredentialChoice {
   CredentialAddOptions add;
   CredentialEditOptions edit;
   CredentialRenumberOptions renumber;
+  CredentialReplaceOptions replace;
   ImportOptions imported;
 };
 

@@ -66,6 +66,47 @@ void PrintLosses(const AssignmentLosses& losses, Console& console) {
   }
 }
 
+std::string NameOf(const NamedCredential& credential) {
+  return WithRid(Displayable(credential.entry), credential.rid);
+}
+
+void PrintReplacedAsJson(const ReplacedCredential& replaced,
+                         const CredentialReplaceOptions& options, const UnitName& unit,
+                         Console& console) {
+  PrintJsonObject(
+      console.out,
+      {{"unit", unit.key},
+       {"lost_rid", replaced.lost.rid},
+       {"lost", replaced.lost.entry},
+       {"lost_deleted", !options.replacement.keepLost},
+       // A trial's row gets another identity later.
+       {"rid",
+        replaced.issued && options.trial ? Value(qorcred::Null{}) : Value(replaced.successor.rid)},
+       {"credential", replaced.successor.entry},
+       {"issued", replaced.issued},
+       {"holder", replaced.holder.empty() ? Value(qorcred::Null{}) : Value(replaced.holder)},
+       {"changed", !options.trial}});
+}
+
+void PrintReplaced(const ReplacedCredential& replaced, const CredentialReplaceOptions& options,
+                   const UnitName& unit, Console& console) {
+  const std::string successor = replaced.issued && options.trial
+                                    ? Displayable(replaced.successor.entry)
+                                    : NameOf(replaced.successor);
+  console.out << fmt::format("{} {} replaced by {}{}, {}.\n", NameOf(replaced.lost),
+                             options.trial ? "would be" : "is", replaced.issued ? "the new " : "",
+                             successor, InUnit(unit));
+  console.out << (replaced.holder.empty() ? "Nobody held it.\n"
+                                          : fmt::format("Holder: {}, whose step {} queued.\n",
+                                                        Displayable(replaced.holder),
+                                                        options.trial ? "would be" : "is"));
+  const std::string_view lost = options.replacement.keepLost ? "stays, held by nobody"
+                                : options.trial              ? "would be deleted"
+                                                             : "is deleted";
+  console.out << fmt::format("The old one {}.{}\n", lost,
+                             options.trial ? " Nothing was changed." : "");
+}
+
 }  // namespace
 
 ExitStatus RunCredentialList(const GlobalOptions& global, Console& console) {
@@ -143,6 +184,28 @@ ExitStatus RunCredentialRenumber(const GlobalOptions& global,
   } else if (renumbered.done()) {
     console.out << fmt::format("{} is {} now, {}.\n", Displayable(before.entry),
                                NameOf(renumbered.credential), InUnit(unit));
+  }
+  return status;
+}
+
+ExitStatus RunCredentialReplace(const GlobalOptions& global,
+                                const CredentialReplaceOptions& options, Console& console) {
+  CommandSession session(global, Access::kChange, console);
+  const UnitName unit = session.UnitToChange();
+  if (!options.replacement.keepLost) {
+    session.RequireDeletion();
+  }
+  const Trial trial = options.trial ? Trial::kYes : Trial::kNo;
+  const ReplacedCredential replaced =
+      ReplaceCredential(session.desks(), unit.key, options.replacement, trial);
+  const ExitStatus status = TellChange(replaced, "credential", console);
+  console.stored = console.stored && !options.trial;
+  if (!replaced.done()) {
+    console.err << fmt::format("qorhost: nothing was changed {}.\n", InUnit(unit));
+  } else if (global.json) {
+    PrintReplacedAsJson(replaced, options, unit, console);
+  } else {
+    PrintReplaced(replaced, options, unit, console);
   }
   return status;
 }

@@ -5,6 +5,7 @@
 
 #include "host/cli/command_session.h"
 #include "host/desks/credential_entry.h"
+#include "host/desks/credential_replacement.h"
 
 namespace qorhost {
 
@@ -24,6 +25,11 @@ struct CredentialRenumberOptions {
   std::string number;
 };
 
+struct CredentialReplaceOptions {
+  CredentialExchange replacement;
+  bool trial = false;  ///< tells what it would do
+};
+
 ExitStatus RunCredentialList(const GlobalOptions& global, Console& console);
 ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOptions& options,
                             Console& console);
@@ -32,6 +38,8 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
                              Console& console);
 ExitStatus RunCredentialRenumber(const GlobalOptions& global,
                                  const CredentialRenumberOptions& options, Console& console);
+ExitStatus RunCredentialReplace(const GlobalOptions& global,
+                                const CredentialReplaceOptions& options, Console& console);
 ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& credential,
                                Console& console);
 

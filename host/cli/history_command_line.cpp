@@ -9,9 +9,10 @@ namespace qorhost {
 
 namespace {
 
-constexpr std::array kWords{FieldWord{history_input::kSince, "--since", {}},
-                            FieldWord{history_input::kEntry, "ENTRY", {}},
-                            FieldWord{history_input::kHead, "--head", {}}};
+constexpr std::array kWords{
+    FieldWord{history_input::kSince, "--since", {}},
+    FieldWord{history_input::kEntry, "ENTRY", "'qorhost history list' has their numbers"},
+    FieldWord{history_input::kHead, "--head", "'qorhost history check' prints them"}};
 
 void DescribeList(CommandPlace place, const GlobalOptions& global, HistoryOptions& options) {
   auto* list = AddCommand(

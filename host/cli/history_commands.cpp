@@ -12,15 +12,6 @@ namespace qorhost {
 
 namespace {
 
-Table HeadTable(DeskSession& session) {
-  Table table;
-  table.columns = {{"Unit", "unit"}, {"Last entry", "entry"}, {"Head", "head"}};
-  for (const ChainHead& head : session.sql().audit().Heads()) {
-    table.rows.push_back({head.unitKey, static_cast<double>(head.entry), TextOf(head)});
-  }
-  return table;
-}
-
 /// " in unit 2, Linden Park"; nothing for an entry of the whole store.
 std::string InUnitOf(const WorkEntry& entry, DeskSession& session) {
   if (!entry.unitKey) {
@@ -97,7 +88,7 @@ ExitStatus RunHistoryCheck(const GlobalOptions& global, const HistoryOptions& op
   CommandSession session(global, Access::kRead, console);
   const std::vector<std::string> faults = FaultsOfHistory(session.desks(), noted);
   for (const std::string& fault : faults) {
-    console.err << "qorhost: " << fault << '\n';
+    console.err << "qorhost: " << Displayable(fault) << '\n';
   }
   if (!faults.empty()) {
     return ExitStatus::kRefused;

@@ -17,6 +17,11 @@ struct UnitStatus {
   std::int64_t entryCodes = 0;  ///< 0: the store keeps no entry codes
   std::int64_t directoryCodes = 0;
   std::int64_t pendingSteps = 0;
+
+  /// What counts against the capacity of the unit's type.
+  [[nodiscard]] std::int64_t CodesInUse() const {
+    return credentials + entryCodes + directoryCodes;
+  }
 };
 
 /// What the store holds of a unit; unknown and without a name where it has none.

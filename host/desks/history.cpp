@@ -3,12 +3,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
+#include <limits>
 
 #include "frame/convert.h"
 #include "frame/date.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
+#include "host/desks/whole_number.h"
 #include "host/desks/words.h"
 #include "host/dialect/canonical_date.h"
 #include "host/dialect/folding.h"
@@ -26,12 +27,8 @@ bool Holds(std::string_view text, std::string_view part) {
   return dialect::Folded(text).find(dialect::Folded(part)) != std::u32string::npos;
 }
 
-std::optional<std::int64_t> NumberIn(std::string_view text) {
-  std::int64_t number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc() && end == text.data() + text.size() && !text.empty()
-             ? std::optional(number)
-             : std::nullopt;
+std::optional<std::int64_t> EntryNumber(std::string_view text) {
+  return WholeNumberIn(text, {0, std::numeric_limits<std::int64_t>::max()});
 }
 
 /// The first moment that is asked for, as the entries carry it.
@@ -40,9 +37,14 @@ std::string FirstMoment(DeskSession& session, std::string_view since) {
     return {};
   }
   if (since.back() == 'd') {
-    if (const auto days = NumberIn(since.substr(0, since.size() - 1)); days && *days >= 0) {
-      return dialect::CanonicalDate(qorcred::AddDays(session.Today(), -static_cast<double>(*days)));
+    static constexpr NumberRange kDaysBack{0, 99'999};
+    const auto days = WholeNumberIn(since.substr(0, since.size() - 1), kDaysBack);
+    if (!days) {
+      throw InputFault(history_input::kSince, since,
+                       fmt::format("{{field}} '{{value}}' is no number of days: write 0d to {}d",
+                                   kDaysBack.highest));
     }
+    return dialect::CanonicalDate(qorcred::AddDays(session.Today(), -static_cast<double>(*days)));
   }
   return dialect::CanonicalDate(ReadDate(history_input::kSince, since).date);
 }
@@ -142,13 +144,13 @@ Table HistoryTable(DeskSession& session, const HistoryQuery& query) {
 }
 
 WorkEntry EntryOf(DeskSession& session, std::string_view number) {
-  if (const auto entry = NumberIn(number)) {
+  if (const auto entry = EntryNumber(number)) {
     if (auto found = session.sql().audit().Find(*entry)) {
       return std::move(*found);
     }
   }
-  throw InputFault(history_input::kEntry, number,
-                   "there is no entry '{value}' in the history: 'history list' has their numbers");
+  throw InputFault(history_input::kEntry, number, "there is no entry '{value}' in the history",
+                   InputFault::Kind::kSeeList);
 }
 
 Table EntryTable(DeskSession& session, std::int64_t entry) {
@@ -173,6 +175,15 @@ std::string DescriptionOf(const WorkEntry& entry) {
                      entry.who.empty() ? "somebody" : entry.who, entry.at);
 }
 
+Table HeadTable(DeskSession& session) {
+  Table table;
+  table.columns = {{"Unit", "unit"}, {"Last entry", "entry"}, {"Head", "head"}};
+  for (const ChainHead& head : session.sql().audit().Heads()) {
+    table.rows.push_back({head.unitKey, static_cast<double>(head.entry), TextOf(head)});
+  }
+  return table;
+}
+
 std::string TextOf(const ChainHead& head) {
   return fmt::format("{}:{}:{}", head.unitKey, head.entry, head.hash);
 }
@@ -181,16 +192,16 @@ ChainHead ReadHead(std::string_view given) {
   const std::size_t first = given.find(':');
   const std::size_t second = first == std::string_view::npos ? first : given.find(':', first + 1);
   if (second != std::string_view::npos) {
-    const auto unit = NumberIn(given.substr(0, first));
-    const auto entry = NumberIn(given.substr(first + 1, second - first - 1));
+    const auto unit = WholeNumber(given.substr(0, first));
+    const auto entry = EntryNumber(given.substr(first + 1, second - first - 1));
     const std::string_view hash = given.substr(second + 1);
     if (unit && entry && hash.size() == kHashLength) {
-      return {static_cast<std::int32_t>(*unit), *entry, std::string(hash)};
+      return {*unit, *entry, std::string(hash)};
     }
   }
   throw InputFault(history_input::kHead, given,
-                   "'{value}' is no head of the history: give it as 'backup' and 'history check' "
-                   "print it, UNIT:ENTRY:HASH");
+                   "{field} '{value}' is no head, which is UNIT:ENTRY:HASH",
+                   InputFault::Kind::kSeeList);
 }
 
 std::vector<std::string> FaultsOfHistory(DeskSession& session,

@@ -31,7 +31,7 @@ struct HistoryQuery {
 };
 
 /// The entries, oldest first. Letter case of names and texts does not count. Raises InputFault for
-/// a `since` that is no date.
+/// a `since` that is neither.
 [[nodiscard]] Table HistoryTable(DeskSession& session, const HistoryQuery& query);
 
 /// An entry by the number that the table shows. Raises InputFault when there is none.
@@ -42,6 +42,9 @@ struct HistoryQuery {
 
 /// "entry 12 (credentials add, by anna, 2026-01-31 12:00:00 UTC)"
 [[nodiscard]] std::string DescriptionOf(const WorkEntry& entry);
+
+/// The head of every unit's chain.
+[[nodiscard]] Table HeadTable(DeskSession& session);
 
 /// A head as it is noted and given back: "1:57:0f3a...", unit, entry and hash.
 [[nodiscard]] std::string TextOf(const ChainHead& head);

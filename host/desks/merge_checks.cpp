@@ -92,9 +92,8 @@ void RequireRoom(DeskSession& session, std::int32_t unitKey, const MergePlan& pl
   if (!capacity || inserts <= deletions) {
     return;
   }
-  const UnitStatus now = ReadUnitStatus(session.sql(), unitKey);
   const std::int64_t then =
-      now.credentials + now.entryCodes + now.directoryCodes + inserts - deletions;
+      ReadUnitStatus(session.sql(), unitKey).CodesInUse() + inserts - deletions;
   if (then > *capacity) {
     throw RefusedError(
         fmt::format("the unit would hold {} combined codes, and its type allows {}; nothing was "

@@ -28,6 +28,8 @@ namespace {
 using qorcred::Null;
 using qorcred::Value;
 
+constexpr const char* kOneOfTwo = "give one of them another number, or delete it";
+
 std::string TextOf(const Value& cell) {
   return std::string(qorcred::Trim(qorcred::TextOrEmpty(cell)));
 }
@@ -80,9 +82,7 @@ class UnitCheck {
       cards_.emplace(rid, name);
       if (!isFirst) {
         Add(fmt::format("{} is there twice, as RID {} and RID {}", name, same->second, rid),
-            fmt::format("give one of them another number, or delete it: 'qorhost credentials "
-                        "delete rid:{}'",
-                        rid));
+            kOneOfTwo);
       }
     }
   }
@@ -104,11 +104,9 @@ class UnitCheck {
       if (!isFirst) {
         Add(fmt::format("directory code {} is there twice, as RID {} and RID {}", code,
                         same->second, rid),
-            fmt::format("give one of them another number, or delete it: 'qorhost dircodes delete "
-                        "rid:{}'",
-                        rid));
+            kOneOfTwo);
       }
-      LookAtPeriod(row[3], row[4], "directory code " + code, "'qorhost dircodes edit'");
+      LookAtPeriod(row[3], row[4], "directory code " + code);
     }
   }
 
@@ -127,7 +125,7 @@ class UnitCheck {
                         TextOf(row[4])),
             "give the tenant another directory code, or none");
       }
-      LookAtPeriod(row[5], row[6], "tenant " + name, "the tenant's period");
+      LookAtPeriod(row[5], row[6], "tenant " + name);
     }
   }
 
@@ -146,29 +144,28 @@ class UnitCheck {
     if (!isFirst) {
       Add(fmt::format("{} is held by {} and by {}", WithRid(card->second, rid), holder->second,
                       tenant),
-          fmt::format("give it to the right one: 'qorhost credentials assign rid:{} --tenant NAME'",
-                      rid));
+          "assign it to the right one");
     }
   }
 
-  void LookAtPeriod(const Value& start, const Value& end, const std::string& what,
-                    std::string_view change) {
+  void LookAtPeriod(const Value& start, const Value& end, const std::string& what) {
     const auto* first = start.As<qorcred::Date>();
     const auto* last = end.As<qorcred::Date>();
     if (first != nullptr && last != nullptr && qorcred::SecondsBetween(*first, *last) < 0) {
       Add(fmt::format("the period of {} ends before it begins", what),
-          fmt::format("change {}", change));
+          "change its first or its last day");
     }
   }
 
   void LookAtCapacity() {
     const std::optional<std::int32_t> capacity = CapacityOf(session_, unitKey_);
     if (!capacity) {
-      Add("its capacity is not known", "give the unit settings with a type that has a capacity");
+      Add("its capacity is not known",
+          fmt::format("give it a type that has one: 'qorhost units edit {} --type TYPE'",
+                      unitKey_));
       return;
     }
-    const UnitStatus status = ReadUnitStatus(session_.sql(), unitKey_);
-    const std::int64_t used = status.credentials + status.entryCodes + status.directoryCodes;
+    const std::int64_t used = ReadUnitStatus(session_.sql(), unitKey_).CodesInUse();
     if (used > *capacity) {
       Add(fmt::format("{} codes are in use, and the unit takes {}", used, *capacity),
           "delete what is not needed: nothing can be added before");
@@ -193,8 +190,7 @@ Table WholeCheck(DeskSession& session, const std::vector<UnitName>& units) {
   Table table;
   table.columns = {{"Unit", "unit"}, {"What is wrong", "fault"}, {"How to mend it", "advice"}};
   for (const std::string& damage : session.Damages()) {
-    table.rows.push_back({Null{}, "the file is damaged: " + damage,
-                          "restore the last backup: 'qorhost restore FILE'"});
+    table.rows.push_back({Null{}, "the file is damaged: " + damage, "restore the last backup"});
   }
   for (const UnitName& unit : units) {
     for (Finding& finding : FindingsIn(session, unit.key)) {

@@ -14,7 +14,7 @@ namespace qorhost {
 struct Finding {
   std::int32_t unitKey = 0;
   std::string what;    ///< a sentence without its end
-  std::string advice;  ///< how to mend it
+  std::string advice;  ///< how to mend it; a front end adds where
   friend bool operator==(const Finding&, const Finding&) = default;
 };
 

@@ -11,7 +11,6 @@
 #include "frame/schema.h"
 #include "frame/text.h"
 #include "host/dialect/refusal.h"
-#include "host/dialect/translator.h"
 
 namespace qorhost::dialect {
 

@@ -30,7 +30,7 @@ struct Author {
 /// What a unit of work is to do.
 struct WorkOrder {
   /// That it changes; none, or several, mean the whole store. An engine with a lock for each unit
-  /// takes them in the order of their keys; SQLite locks the whole store.
+  /// takes them in the order of their keys; one without locks the whole store.
   std::vector<std::int32_t> units;
   std::string what;                   ///< as the audit names it: "credentials add"
   std::optional<UnitVersion> filled;  ///< of the first unit, when its rows were shown

@@ -4,9 +4,11 @@
 #include <utf8proc.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 
 #include "frame/control_characters.h"
+#include "frame/utf8.h"
 
 namespace qorhost {
 
@@ -14,20 +16,8 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
-struct Character {
-  utf8proc_int32_t code;  // negative when the bytes are not UTF-8
-  std::string_view bytes;
-};
-
-Character NextCharacter(std::string_view text) {
-  utf8proc_int32_t code = -1;
-  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
-  const utf8proc_ssize_t length =
-      utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(text.size()), &code);
-  if (length <= 0) {
-    return {-1, text.substr(0, 1)};
-  }
-  return {code, text.substr(0, static_cast<std::size_t>(length))};
+bool IsByte(qorcred::Utf8Character character) {
+  return character.codePoint >= qorcred::kInvalidByte;
 }
 
 }  // namespace
@@ -35,22 +25,23 @@ Character NextCharacter(std::string_view text) {
 std::string Displayable(std::string_view text) {
   std::string shown;
   shown.reserve(text.size());
-  while (!text.empty()) {
-    const Character character = NextCharacter(text);
-    text.remove_prefix(character.bytes.size());
-    if (character.code < 0) {
+  for (std::size_t at = 0; at < text.size();) {
+    const qorcred::Utf8Character character = qorcred::ReadUtf8(text, at);
+    const auto code = static_cast<std::uint32_t>(character.codePoint);
+    if (IsByte(character)) {
       shown += kReplacement;
-    } else if (character.code == '\n') {
+    } else if (code == '\n') {
       shown += "\\n";
-    } else if (character.code == '\t') {
+    } else if (code == '\t') {
       shown += "\\t";
-    } else if (!qorcred::SteersDisplay(static_cast<char32_t>(character.code))) {
-      shown += character.bytes;
-    } else if (character.code <= 0xFF) {
-      fmt::format_to(std::back_inserter(shown), "\\x{:02X}", character.code);
+    } else if (!qorcred::SteersDisplay(character.codePoint)) {
+      shown += text.substr(at, character.length);
+    } else if (code <= 0xFF) {
+      fmt::format_to(std::back_inserter(shown), "\\x{:02X}", code);
     } else {
-      fmt::format_to(std::back_inserter(shown), "\\u{:04X}", character.code);
+      fmt::format_to(std::back_inserter(shown), "\\u{:04X}", code);
     }
+    at += character.length;
   }
   return shown;
 }
@@ -70,11 +61,13 @@ std::string DisplayableLines(std::string_view text) {
 
 std::size_t DisplayWidth(std::string_view text) {
   std::size_t width = 0;
-  while (!text.empty()) {
-    const Character character = NextCharacter(text);
-    text.remove_prefix(character.bytes.size());
-    const int columns = character.code < 0 ? 1 : utf8proc_charwidth(character.code);
+  for (std::size_t at = 0; at < text.size();) {
+    const qorcred::Utf8Character character = qorcred::ReadUtf8(text, at);
+    const int columns =
+        IsByte(character) ? 1
+                          : utf8proc_charwidth(static_cast<utf8proc_int32_t>(character.codePoint));
     width += columns > 0 ? static_cast<std::size_t>(columns) : 0;
+    at += character.length;
   }
   return width;
 }

@@ -33,7 +33,9 @@ set(areas
   "tests:*")
 
 # Folders in which no two names (a header with its source) include each other.
-set(one_way host/components host/screens host/files host/desks host/terminal host/tour host/cli)
+set(one_way
+  host/dialect host/store host/store/engines host/components host/screens host/unit host/files
+  host/desks host/terminal host/tour host/cli)
 
 # Headers of database engines and, after the colon, the folder that knows the engine. Benchmarks, which
 # measure against the engine itself, and tests may include them, too.

@@ -77,6 +77,22 @@ TEST_F(Tracing, TellsArgumentsThatComeBackOther) {
   EXPECT_EQ(arguments[3], Value("no such table"));
 }
 
+TEST_F(Tracing, MakesNoCallOfItsOwn) {
+  int calls = 0;
+  const auto part = std::make_shared<Answering>();
+  inner_->during = part->during = [&calls] { ++calls; };
+  inner_->result = ObjectRef(part);
+  const Value got = Get(*traced_, "Part", 2);
+  EXPECT_EQ(calls, 1);
+  Put(*traced_, "Part", got);
+  EXPECT_EQ(calls, 2);
+  (void)Call(*traced_, "ExecuteSelect", got, "SELECT 1", false, "");
+  EXPECT_EQ(calls, 3);
+  EXPECT_THAT(lines_, ElementsAre("list@1.Part(2) -> Part[2]@2", "list@1.Part = Part[2]@2",
+                                  "list@1.ExecuteSelect(conn: Part[2]@2, sql: \"SELECT 1\", "
+                                  "errorFlag: False, errorText: \"\") -> Part[2]@2"));
+}
+
 TEST_F(Tracing, IndentsWhatHappensInACall) {
   const ObjectRef other = tracer_->Traced(std::make_shared<qorcred::ResultTable>(), "rows");
   inner_->during = [&] { (void)Get(*other, "", 0, 0); };

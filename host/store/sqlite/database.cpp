@@ -154,6 +154,12 @@ bool Database::inTransaction() const noexcept {
   return sqlite3_get_autocommit(handle()) == 0;
 }
 
+void Database::UndoWhatIsOpen(const char* undo) noexcept {
+  if (inTransaction()) {
+    sqlite3_exec(handle(), undo, nullptr, nullptr, nullptr);
+  }
+}
+
 std::uint32_t Database::PageOfSeals() {
   try {
     return static_cast<std::uint32_t>(

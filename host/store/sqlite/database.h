@@ -41,6 +41,8 @@ class Database {
   [[nodiscard]] const std::string& name() const noexcept { return name_; }
   /// Whether SQLite holds a transaction open.
   [[nodiscard]] bool inTransaction() const noexcept;
+  /// Undoes what is open, if anything is, where a failure has nobody to be told to.
+  void UndoWhatIsOpen(const char* undo = "ROLLBACK") noexcept;
   /// From now on, the file and its log are looked at; to be called when something was read.
   void WatchLog();
   /// Raises when the log was not written for the file that stands beside it, or is not the one that

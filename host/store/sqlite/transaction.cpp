@@ -18,9 +18,7 @@ const char* UndoText(bool inner) {
 Transaction::Transaction(Database& database, UnitOfWork& work) : database_(database), work_(work) {}
 
 Transaction::~Transaction() {
-  if (database_.inTransaction()) {
-    sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
-  }
+  database_.UndoWhatIsOpen();
 }
 
 void Transaction::Begin() {
@@ -50,9 +48,7 @@ void Transaction::Commit() {
     state_ = State::kNone;
   } catch (const StoreError&) {
     state_ = State::kCommitFailed;
-    if (database_.inTransaction()) {
-      sqlite3_exec(database_.handle(), UndoText(inner_), nullptr, nullptr, nullptr);
-    }
+    database_.UndoWhatIsOpen(UndoText(inner_));
     throw;
   }
 }

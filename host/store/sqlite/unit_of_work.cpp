@@ -222,9 +222,7 @@ void UnitOfWork::Undo() noexcept {
 void UnitOfWork::ReleaseRightToWrite() noexcept {
   log_.Stop();
   locked_ = false;
-  if (session_.database().inTransaction()) {
-    sqlite3_exec(session_.database().handle(), "ROLLBACK", nullptr, nullptr, nullptr);
-  }
+  session_.database().UndoWhatIsOpen();
 }
 
 }  // namespace qorhost::sqlite

@@ -50,6 +50,20 @@ TEST_F(HistoryCommands, WrongWordsSayWhatIsWanted) {
   EXPECT_THAT(Run({"history", "check", "--head", "1"}).err, HasSubstr("UNIT:ENTRY:HASH"));
 }
 
+TEST_F(HistoryCommands, AWrongInputIsNamedAndWhereToLook) {
+  EXPECT_EQ(Run({"history", "undo", "9999"}).err,
+            "qorhost: there is no entry '9999' in the history: 'qorhost history list' has their "
+            "numbers\n");
+  const Outcome head = Run({"history", "check", "--head", "2:1"});
+  EXPECT_EQ(head.status, 2);
+  EXPECT_EQ(head.err,
+            "qorhost: --head '2:1' is no head, which is UNIT:ENTRY:HASH: 'qorhost history check' "
+            "prints them\n");
+  const Outcome since = Run({"history", "list", "--since", "100000d"});
+  EXPECT_EQ(since.status, 2);
+  EXPECT_EQ(since.err, "qorhost: --since '100000d' is no number of days: write 0d to 99999d\n");
+}
+
 TEST_F(HistoryCommands, TheWholeStoreIsUndoneWithConsentAlone) {
   const std::string first = Rows({"history", "list"})[0]["entry"].dump();
   const Outcome refused = Run({"history", "undo", first});

@@ -17,8 +17,6 @@ using testing::IsEmpty;
 
 class HistoryTest : public DeskFixture {
  protected:
-  static constexpr std::int32_t kCodeRow = 11;  // of the directory code 101
-
   void SetUp() override {
     DeskFixture::SetUp();
     session().sql().work().SignAs({"anna", "desk 1", [] {
@@ -114,10 +112,24 @@ TEST_F(HistoryTest, IsNarrowedByUnitTimeNameSubjectAndNumber) {
   EXPECT_THAT(Whats(query), ElementsAre("rename to Cole"));
 }
 
-TEST_F(HistoryTest, ADateThatIsNoneIsAFault) {
+TEST_F(HistoryTest, WhatIsNeitherADateNorANumberOfDaysIsAFault) {
   HistoryQuery query;
-  query.since = "yesterday";
-  EXPECT_EQ(FieldAtFault([&] { (void)HistoryTable(session(), query); }), history_input::kSince);
+  for (const char* since : {"yesterday", "d", "-1d", "1.5d", "100000d", "99999999999999999999d"}) {
+    query.since = since;
+    EXPECT_EQ(FieldAtFault([&] { (void)HistoryTable(session(), query); }), history_input::kSince)
+        << since;
+  }
+  query.since = "99999d";
+  EXPECT_NO_THROW((void)HistoryTable(session(), query));
+}
+
+TEST_F(HistoryTest, EveryUnitHasAHead) {
+  const std::string entry = Rename("Berg");
+  const Table heads = HeadTable(session());
+  ASSERT_EQ(heads.rows.size(), 3U);
+  EXPECT_EQ(heads.rows[1][0], qorcred::Value(kUnit));
+  EXPECT_EQ(TextOrEmpty(heads.rows[1][1]), entry);
+  EXPECT_THAT(FaultsOfHistory(session(), {ReadHead(TextOrEmpty(heads.rows[1][2]))}), IsEmpty());
 }
 
 TEST_F(HistoryTest, ShowsTheFieldsBeforeAndAfter) {
@@ -310,7 +322,11 @@ TEST_F(HistoryTest, EntriesThatWereRemovedFromTheEndAreFoundByANotedHead) {
 TEST(HistoryHeads, AreReadAsTheyAreWritten) {
   const ChainHead head{3, 57, std::string(64, 'a')};
   EXPECT_EQ(ReadHead(TextOf(head)), head);
-  for (const char* text : {"", ":", "3", "3:57", "3:57:abc", "x:57:", "3::"}) {
+  const std::string hash = ":" + std::string(64, 'a');
+  for (const std::string& text :
+       {std::string(), std::string(":"), std::string("3"), std::string("3:57"),
+        std::string("3:57:abc"), std::string("x:57:"), std::string("3::"), "3:-57" + hash,
+        "4294967299:57" + hash}) {
     EXPECT_EQ(FieldAtFault([&] { (void)ReadHead(text); }), history_input::kHead) << text;
   }
 }

@@ -9,8 +9,10 @@ namespace qorhost::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::MatchesRegex;
+using testing::Not;
 
 class StoreCheckTest : public DeskFixture {
  protected:
@@ -19,6 +21,7 @@ class StoreCheckTest : public DeskFixture {
     for (const Finding& finding : FindingsIn(session(), kUnit)) {
       EXPECT_EQ(finding.unitKey, kUnit);
       EXPECT_FALSE(finding.advice.empty());
+      EXPECT_THAT(finding.advice, Not(HasSubstr("qorhost"))) << "what to type is the front end's";
       what.push_back(finding.what);
     }
     return what;

@@ -1,0 +1,46 @@
+// The commands for units, doors and schedules: what they say.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/cli/command_session.h"
+#include "host/desks/unit_desk.h"
+
+namespace qorhost {
+
+struct UnitOptions {
+  UnitEntry entry;
+  std::optional<std::string> key;  ///< of a new unit
+  std::string unit;                ///< to edit or delete
+  bool settings = false;           ///< of list: prints them
+  bool trial = false;              ///< tells what it would do
+};
+
+struct DoorOptions {
+  std::string door;
+  std::string name;
+  bool trial = false;
+};
+
+struct ScheduleOptions {
+  std::string schedule;
+  std::string name;
+  std::optional<std::string> id;  ///< of a new schedule
+  bool trial = false;
+};
+
+ExitStatus RunUnitList(const GlobalOptions& global, const UnitOptions& options, Console& console);
+ExitStatus RunUnitAdd(const GlobalOptions& global, const UnitOptions& options, Console& console);
+ExitStatus RunUnitEdit(const GlobalOptions& global, const UnitOptions& options, Console& console);
+ExitStatus RunUnitDelete(const GlobalOptions& global, const UnitOptions& options, Console& console);
+ExitStatus RunDoorEdit(const GlobalOptions& global, const DoorOptions& options, Console& console);
+ExitStatus RunScheduleList(const GlobalOptions& global, Console& console);
+ExitStatus RunScheduleAdd(const GlobalOptions& global, const ScheduleOptions& options,
+                          Console& console);
+ExitStatus RunScheduleEdit(const GlobalOptions& global, const ScheduleOptions& options,
+                           Console& console);
+ExitStatus RunScheduleDelete(const GlobalOptions& global, const ScheduleOptions& options,
+                             Console& console);
+
+}  // namespace qorhost

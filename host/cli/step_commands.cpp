@@ -1,0 +1,98 @@
+#include "host/cli/step_commands.h"
+
+#include <fmt/format.h>
+
+#include "host/desks/step_desk.h"
+#include "host/desks/words.h"
+#include "host/files/file_error.h"
+#include "host/files/json_writer.h"
+#include "host/files/whole_file.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Value;
+
+/// Raises RefusedError for a file that is there already, unless it is to be replaced.
+void WriteFile(const StepFile& file, const GlobalOptions& global, const StepOptions& options) {
+  if (global.traceFile && AreOneFile(*global.traceFile, options.to)) {
+    throw UsageError("FILE and --trace-file name the same file: name another one");
+  }
+  try {
+    file.WriteTo(options.to, options.force ? Standing::kReplaced : Standing::kStays, global.file);
+  } catch (const FileError& failure) {
+    if (failure.problem() != FileProblem::kExists) throw;
+    throw RefusedError(std::string(failure.what()) +
+                       ": name another file, or replace it with --force behind 'export'");
+  }
+}
+
+}  // namespace
+
+ExitStatus RunStepList(const GlobalOptions& global, Console& console) {
+  CommandSession session(global, Access::kRead, console);
+  if (global.unit) {
+    (void)session.ChosenUnit();
+  }
+  PrintRows(console.out, WaitingStepTable(session.desks(), global.unit), global.json);
+  return ExitStatus::kDone;
+}
+
+ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options,
+                         Console& console) {
+  CommandSession session(global, Access::kRead, console);
+  const UnitName unit = session.UnitToChange();
+  const StepFile file(session.desks(), unit);
+  if (options.to == kStandardStream) {
+    PrintRaw(console, [&file](std::ostream& out) { file.Write(out); });
+    return ExitStatus::kDone;
+  }
+  WriteFile(file, global, options);
+  console.stored = true;
+  if (global.json) {
+    PrintJsonObject(console.out,
+                    {{"unit", unit.key},
+                     {"file", options.to},
+                     {"steps", CountCell(file.count())},
+                     {"last_step", file.last() ? Value(*file.last()) : Value(qorcred::Null{})}});
+    return ExitStatus::kDone;
+  }
+  console.out << fmt::format("Wrote {} to {} ({}).\n", Counted(file.count(), "step", "steps"),
+                             Displayable(options.to), NameOf(unit));
+  if (file.last()) {
+    console.out << fmt::format("When the unit has them: qorhost steps done --unit {} --upto {}\n",
+                               unit.key, *file.last());
+  }
+  return ExitStatus::kDone;
+}
+
+ExitStatus RunStepsDone(const GlobalOptions& global, const StepOptions& options, Console& console) {
+  CommandSession session(global, Access::kChange, console);
+  const UnitName unit = session.UnitToChange();
+  const SentSteps sent =
+      MarkSent(session.desks(), unit.key, options.upTo, options.trial ? Trial::kYes : Trial::kNo);
+  const bool changed = sent.steps > 0 && !options.trial;
+  console.stored = changed;
+  if (global.json) {
+    PrintJsonObject(console.out, {{"unit", unit.key},
+                                  {"steps", CountCell(sent.steps)},
+                                  {"directory_codes", CountCell(sent.codes)},
+                                  {"changed", changed}});
+    return ExitStatus::kDone;
+  }
+  if (sent.steps == 0) {
+    console.out << fmt::format("Nothing waits for {}; nothing was changed.\n", NameOf(unit));
+    return ExitStatus::kDone;
+  }
+  console.out << fmt::format("{} {} {}, {} as the unit has them.{}\n",
+                             Counted(sent.steps, "step", "steps"),
+                             options.trial ? "would be marked as sent" : "marked as sent",
+                             InUnit(unit), Counted(sent.codes, "directory code", "directory codes"),
+                             options.trial ? " Nothing was changed." : "");
+  return ExitStatus::kDone;
+}
+
+}  // namespace qorhost

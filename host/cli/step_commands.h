@@ -1,0 +1,25 @@
+// The commands that hand programming steps over to a unit.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/cli/command_session.h"
+
+namespace qorhost {
+
+struct StepOptions {
+  std::string to;                   ///< of export: a file, or - for standard output
+  bool force = false;               ///< of export: replaces a file
+  std::optional<std::string> upTo;  ///< of done: the last step
+  bool trial = false;               ///< of done: tells what it would do
+};
+
+/// Lists what waits, with times and subjects.
+ExitStatus RunStepList(const GlobalOptions& global, Console& console);
+/// Writes what waits for a unit down.
+ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options, Console& console);
+/// Marks what was handed over as sent.
+ExitStatus RunStepsDone(const GlobalOptions& global, const StepOptions& options, Console& console);
+
+}  // namespace qorhost

@@ -1,0 +1,99 @@
+#include "host/desks/door_desk.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <vector>
+
+#include "frame/convert.h"
+#include "frame/text.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/list_entries.h"
+#include "host/desks/own_work.h"
+#include "host/desks/stored_row.h"
+#include "host/desks/typed_input.h"
+
+namespace qorhost {
+
+namespace {
+
+struct Door {
+  std::int32_t rid = 0;
+  std::string name;
+};
+
+/// In their order: the first is door 1.
+std::vector<Door> DoorsOf(DeskSession& session, std::int32_t unitKey) {
+  std::vector<Door> doors;
+  const QueryResult rows = session.sql().Select(
+      fmt::format("SELECT RID, DOORNAME FROM DOORS WHERE UNITKEY={} ORDER BY DOORID", unitKey));
+  for (const ResultRow row : rows.rows()) {
+    doors.push_back({qorcred::ToLong(row[0]), qorcred::TextOrEmpty(row[1])});
+  }
+  return doors;
+}
+
+bool AreOneName(std::string_view one, std::string_view other) {
+  return qorcred::CompareIgnoringCase(qorcred::Trim(one), qorcred::Trim(other)) == 0;
+}
+
+/// The place of the door that is meant.
+std::size_t Find(const std::vector<Door>& doors, std::string_view given) {
+  const auto number = WholeNumber(given);
+  if (number && *number >= 1 && static_cast<std::size_t>(*number) <= doors.size()) {
+    return static_cast<std::size_t>(*number) - 1;
+  }
+  std::vector<std::size_t> found;
+  for (std::size_t at = 0; at < doors.size(); ++at) {
+    if (AreOneName(doors[at].name, given)) {
+      found.push_back(at);
+    }
+  }
+  if (found.size() > 1) {
+    throw InputFault(door_input::kDoor, given,
+                     fmt::format("{} doors are called '{{value}}': give the door's number instead",
+                                 found.size()));
+  }
+  if (found.empty()) {
+    throw InputFault(door_input::kDoor, given, "the unit has no door '{value}'",
+                     InputFault::Kind::kSeeList);
+  }
+  return found.front();
+}
+
+std::string ReadName(const std::string& given, const std::vector<Door>& doors, std::size_t own) {
+  std::string name(qorcred::Trim(TypedText(door_input::kName, given)));
+  if (name.empty()) {
+    throw InputFault(door_input::kName, given, "{field} '{value}' is empty");
+  }
+  if (WholeNumber(name) || SaysNone(name) || AreOneName(name, kNoneEntry)) {
+    throw InputFault(door_input::kName, given,
+                     "{field} '{value}' would be taken for a door's number or for no door");
+  }
+  for (std::size_t at = 0; at < doors.size(); ++at) {
+    if (at != own && AreOneName(doors[at].name, name)) {
+      throw InputFault(door_input::kName, given,
+                       fmt::format("door {} has the name '{{value}}' already", at + 1));
+    }
+  }
+  return name;
+}
+
+}  // namespace
+
+ChangedDoor RenameDoor(DeskSession& session, std::int32_t unitKey, std::string_view door,
+                       const std::string& name, Trial trial) {
+  OwnWork work(session, {unitKey}, fmt::format("rename door {} to {}", door, name));
+  const std::vector<Door> doors = DoorsOf(session, unitKey);
+  const std::size_t at = Find(doors, door);
+  ChangedDoor changed{static_cast<std::int32_t>(at + 1), doors[at].name, ReadName(name, doors, at),
+                      false};
+  const std::array fields{Field{"DOORNAME", qorcred::Value(changed.name)}};
+  changed.unchanged =
+      WriteChanged(session, "DOORS", fmt::format("UNITKEY={} AND RID={}", unitKey, doors[at].rid),
+                   fields) == 0;
+  work.End(trial);
+  return changed;
+}
+
+}  // namespace qorhost

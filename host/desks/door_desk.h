@@ -1,0 +1,32 @@
+// The names of a unit's doors.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "host/desks/session.h"
+#include "host/desks/trial.h"
+
+namespace qorhost {
+
+/// What the inputs are called in an InputFault.
+namespace door_input {
+inline constexpr std::string_view kDoor = "door";
+inline constexpr std::string_view kName = "name";
+}  // namespace door_input
+
+struct ChangedDoor {
+  std::int32_t door = 0;  ///< its number, from 1
+  std::string former;
+  std::string name;
+  bool unchanged = false;
+};
+
+/// Gives a door, named by its number or its name, another name. Of a trial nothing is stored.
+/// Raises InputFault for a door that is not there, and for a name that is empty, that another door
+/// of the unit has, or by which a person means a number or no door.
+[[nodiscard]] ChangedDoor RenameDoor(DeskSession& session, std::int32_t unitKey,
+                                     std::string_view door, const std::string& name, Trial trial);
+
+}  // namespace qorhost

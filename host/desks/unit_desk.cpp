@@ -1,0 +1,438 @@
+#include "host/desks/unit_desk.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <limits>
+#include <utility>
+
+#include "frame/capacity.h"
+#include "frame/convert.h"
+#include "frame/credential_numbers.h"
+#include "frame/row_state.h"
+#include "frame/schedules.h"
+#include "frame/text.h"
+#include "host/components/application_object.h"
+#include "host/desks/credential_types.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/list_entries.h"
+#include "host/desks/own_work.h"
+#include "host/desks/stored_row.h"
+#include "host/desks/typed_input.h"
+#include "host/desks/unit_settings.h"
+#include "host/desks/words.h"
+
+namespace qorhost {
+
+namespace {
+
+using qorcred::Null;
+using qorcred::Value;
+namespace input = unit_input;
+
+using Fields = std::vector<Field>;
+
+/// RECORDDEACTIVATION
+enum DefaultEnd : std::int32_t { kNever, kOnDate, kAfterDays };
+
+std::string OfUnit(std::int32_t unitKey) {
+  return fmt::format("UnitKey={}", unitKey);
+}
+
+std::string NameWithKey(std::int32_t key, std::string_view name) {
+  return name.empty() ? fmt::format("unit {}", key) : fmt::format("unit {}, {}", key, name);
+}
+
+std::string NonEmpty(std::string_view field, const std::string& given) {
+  std::string text(qorcred::Trim(TypedText(field, given)));
+  if (text.empty()) {
+    throw InputFault(field, given, "{field} '{value}' is empty");
+  }
+  return text;
+}
+
+bool Flag(std::string_view field, const std::string& given) {
+  const auto flag = YesOrNo(qorcred::Trim(given));
+  if (!flag) {
+    throw InputFault(field, given, "{field} '{value}' is neither yes nor no");
+  }
+  return *flag;
+}
+
+/// "none", "90d" or a date.
+void AddDefaultEnd(const std::string& given, Fields& fields) {
+  const std::string_view text = qorcred::Trim(given);
+  Value kind = std::int32_t{kNever};
+  Value date = Null{};
+  Value days = Null{};
+  const bool isDays = text.size() > 1 && (text.back() == 'd' || text.back() == 'D') &&
+                      qorcred::IsDigits(text.substr(0, text.size() - 1));
+  if (isDays) {
+    kind = std::int32_t{kAfterDays};
+    days = ReadLong(input::kDefaultEnd, text.substr(0, text.size() - 1), {1, unit_bound::kDays});
+  } else if (!SaysNone(text)) {
+    kind = std::int32_t{kOnDate};
+    date = qorcred::DayOf(ReadDate(input::kDefaultEnd, text).date);
+  }
+  fields.push_back({"RECORDDEACTIVATION", kind});
+  fields.push_back({"DEACTIVATIONDATE", date});
+  fields.push_back({"DEACTIVATIONDAYS", days});
+}
+
+void AddNumber(std::string_view column, std::string_view field,
+               const std::optional<std::string>& given, NumberRange range, Fields& fields) {
+  if (given) {
+    fields.push_back({column, ReadLong(field, *given, range)});
+  }
+}
+
+/// The settings that are given, but for the type.
+Fields SettingsOf(const UnitEntry& entry) {
+  constexpr NumberRange kDigits{1, unit_bound::kDigits};
+  Fields fields;
+  AddNumber("MaxDigitsDirectoryCode", input::kCodeDigits, entry.codeDigits, kDigits, fields);
+  AddNumber("MaxDigitsEntryCode", input::kEntryDigits, entry.entryDigits, kDigits, fields);
+  AddNumber("CARDDEFAULTFACILITYCODE", input::kCardFacility, entry.cardFacility,
+            {0, credential_bound::kFacility}, fields);
+  AddNumber("RFDEFAULTFACILITYCODE", input::kTransmitterFacility, entry.transmitterFacility,
+            {0, credential_bound::kFacility}, fields);
+  if (entry.ignoresFacility) {
+    fields.push_back({"IGNOREFACILITYCODE", Flag(input::kIgnoresFacility, *entry.ignoresFacility)});
+  }
+  if (entry.defaultEnd) {
+    AddDefaultEnd(*entry.defaultEnd, fields);
+  }
+  return fields;
+}
+
+/// A SELECT on units, with the column of their key first and that of their name behind.
+std::vector<UnitName> UnitsIn(DeskSession& session, const std::string& select) {
+  std::vector<UnitName> units;
+  const QueryResult found = session.sql().Select(select);
+  for (const ResultRow row : found.rows()) {
+    units.push_back({qorcred::ToLong(row[0]), qorcred::TextOrEmpty(row[1])});
+  }
+  return units;
+}
+
+std::vector<UnitName> UnitsOfType(DeskSession& session, std::string_view type) {
+  return UnitsIn(session, fmt::format("SELECT U.UnitKey, U.UnitName FROM Units U, UnitSettings S "
+                                      "WHERE S.UnitKey=U.UnitKey AND S.UNITTYPE={} ORDER BY "
+                                      "U.UnitKey",
+                                      LiteralOf(Value(type))));
+}
+
+std::string Listed(const std::vector<UnitName>& units) {
+  std::string text;
+  for (const UnitName& unit : units) {
+    text += (text.empty() ? "" : "; ") + NameWithKey(unit.key, unit.name);
+  }
+  return text;
+}
+
+std::string KnownTypes(DeskSession& session) {
+  std::string types;
+  const QueryResult found =
+      session.sql().Select("SELECT DESCRIPTION FROM UNITTYPES ORDER BY DESCRIPTION");
+  for (const ResultRow row : found.rows()) {
+    types += fmt::format("{}'{}'", types.empty() ? "" : ", ", qorcred::TextOrEmpty(row[0]));
+  }
+  return types.empty() ? "none" : types;
+}
+
+/// Writes a unit's name and settings inside a unit of work.
+class UnitWriting {
+ public:
+  UnitWriting(DeskSession& session, std::int32_t unitKey, OtherUnits others)
+      : session_(session), unitKey_(unitKey), others_(others) {}
+
+  /// The number of fields that were others.
+  std::size_t Write(const UnitEntry& entry) {
+    std::size_t changed = 0;
+    if (entry.name) {
+      const std::array fields{Field{"UnitName", Value(NonEmpty(input::kName, *entry.name))}};
+      changed += WriteChanged(session_, "Units", OfUnit(unitKey_), fields);
+    }
+    changed += WriteChanged(session_, "UnitSettings", OfUnit(unitKey_), SettingsOf(entry));
+    if (entry.type || entry.capacity) {
+      changed += WriteType(entry);
+    }
+    RequireDigits(entry);
+    return changed;
+  }
+
+ private:
+  std::size_t WriteType(const UnitEntry& entry) {
+    const std::string former = qorcred::TextOrEmpty(session_.sql().Scalar(
+        fmt::format("SELECT UNITTYPE FROM UnitSettings WHERE {}", OfUnit(unitKey_))));
+    const std::string type = entry.type ? NonEmpty(input::kType, *entry.type) : former;
+    if (type.empty()) {
+      throw InputFault(input::kCapacity, *entry.capacity,
+                       "{field} is that of a type, and the unit has none: give {type} as well");
+    }
+    std::size_t changed = WriteCapacity(type, entry);
+    const std::array fields{Field{"UNITTYPE", Value(type)}};
+    changed += WriteChanged(session_, "UnitSettings", OfUnit(unitKey_), fields);
+    RequireRoom(type);
+    return changed;
+  }
+
+  std::size_t WriteCapacity(const std::string& type, const UnitEntry& entry) {
+    const std::string ofType = "DESCRIPTION=" + LiteralOf(Value(type));
+    const bool isKnown = RowsWhere(session_, "UNITTYPES", ofType) > 0;
+    if (!entry.capacity) {
+      if (!isKnown) {
+        throw InputFault(
+            input::kType, type,
+            fmt::format("there is no type '{{value}}': give one of {}, or {{capacity}} as well for "
+                        "a new one",
+                        InReason(KnownTypes(session_))));
+      }
+      return 0;
+    }
+    const std::string total = qorcred::CapacityText(
+        ReadLong(input::kCapacity, *entry.capacity, {1, unit_bound::kCapacity}));
+    if (!isKnown) {
+      session_.sql().AddRow("UNITTYPES", Fields{{"DESCRIPTION", type}, {"TOTAL", total}});
+      return 1;
+    }
+    const std::array fields{Field{"TOTAL", Value(total)}};
+    const std::size_t changed = WriteChanged(session_, "UNITTYPES", ofType, fields);
+    if (changed > 0 && others_ == OtherUnits::kAsked) {
+      RequireNoOthers(type);
+    }
+    return changed;
+  }
+
+  void RequireNoOthers(const std::string& type) {
+    std::vector<UnitName> others = UnitsOfType(session_, type);
+    std::erase_if(others, [this](const UnitName& unit) { return unit.key == unitKey_; });
+    if (!others.empty()) {
+      throw SharedType(fmt::format("The capacity of the type '{}' is that of {} as well.", type,
+                                   Listed(others)));
+    }
+  }
+
+  /// Of every unit of the type: its capacity may be another one now.
+  void RequireRoom(const std::string& type) {
+    for (const UnitName& unit : UnitsOfType(session_, type)) {
+      const UnitStatus status = ReadUnitStatus(session_.sql(), unit.key);
+      const std::int64_t used = status.credentials + status.entryCodes + status.directoryCodes;
+      const std::optional<std::int32_t> capacity = CapacityOf(session_, unit.key);
+      if (capacity && used > *capacity) {
+        throw RefusedError(
+            fmt::format("{} codes are in use in {}, more than a capacity of {}: "
+                        "nothing was changed",
+                        used, NameWithKey(unit.key, unit.name), *capacity));
+      }
+    }
+  }
+
+  /// No stored code may be longer than its unit takes.
+  void RequireDigits(const UnitEntry& entry) {
+    if (!entry.codeDigits) {
+      return;
+    }
+    const Value highest =
+        session_.sql().Scalar(fmt::format("SELECT MAX(DIRECTORYCODE) FROM DirectoryCode WHERE {} "
+                                          "AND (MODIFIED IS NULL OR MODIFIED<>{})",
+                                          OfUnit(unitKey_), qorcred::row_state::kDeleted));
+    const std::string code = qorcred::TextOrEmpty(highest);
+    const auto digits = static_cast<std::size_t>(
+        ReadLong(input::kCodeDigits, *entry.codeDigits, {1, unit_bound::kDigits}));
+    if (!code.starts_with('-') && code.size() > digits) {
+      throw RefusedError(
+          fmt::format("the directory code {} in {} is longer than {}: nothing was changed", code,
+                      NameWithKey(unitKey_, ""), Counted(digits, "digit", "digits")));
+    }
+  }
+
+  DeskSession& session_;
+  std::int32_t unitKey_;
+  OtherUnits others_;
+};
+
+/// Those of a new unit.
+void AddSettings(DeskSession& session, std::int32_t unitKey) {
+  constexpr int kUsualDigits = 4;
+  session.sql().AddRow("UnitSettings", Fields{{"UnitKey", unitKey},
+                                              {"IGNOREFACILITYCODE", false},
+                                              {"RECORDDEACTIVATION", std::int32_t{kNever}},
+                                              {"MaxDigitsDirectoryCode", kUsualDigits},
+                                              {"MaxDigitsEntryCode", kUsualDigits},
+                                              {"CARDDEFAULTFACILITYCODE", 0},
+                                              {"RFDEFAULTFACILITYCODE", 0},
+                                              {"CARDTYPE", int{qorcred::kCorvinCard}},
+                                              {"RFTYPE", int{qorcred::kTransmitter}}});
+}
+
+/// What the controllers need of a unit, as a new one has it.
+void AddSurroundings(DeskSession& session, std::int32_t unitKey) {
+  constexpr int kDoors = 4;
+  SqlSession& sql = session.sql();
+  sql.AddRow("Units", Fields{{"UnitKey", unitKey}});
+  AddSettings(session, unitKey);
+  for (int door = 1; door <= kDoors; ++door) {
+    sql.AddRow(
+        "DOORS",
+        Fields{{"UNITKEY", unitKey}, {"DOORID", door}, {"DOORNAME", fmt::format("Door {}", door)}});
+  }
+  for (const qorcred::FixedSchedule& fixed : {qorcred::kNoAccess, qorcred::kFullAccess}) {
+    sql.AddRow(
+        "Schedules",
+        Fields{{"ScheduleID", fixed.id}, {"ScheduleName", fixed.name}, {"UnitKey", unitKey}});
+  }
+  sql.AddRow("TenantGroup", Fields{{"UnitKey", unitKey}, {"IsGroupZero", true}});
+}
+
+std::int32_t KeyOfNew(DeskSession& session, const std::optional<std::string>& given) {
+  if (given) {
+    const std::int32_t key =
+        ReadLong(input::kKey, *given, {1, std::numeric_limits<std::int32_t>::max()});
+    if (RowsWhere(session, "Units", OfUnit(key)) > 0) {
+      throw RefusedError(fmt::format("there is a unit {} already: give another key", key));
+    }
+    return key;
+  }
+  const double highest = qorcred::NumericValue(
+      session.sql().Scalar("SELECT MAX(UnitKey) FROM Units WHERE UnitKey > 0"));
+  if (highest >= std::numeric_limits<std::int32_t>::max()) {
+    throw RefusedError("the highest key is taken: give one that is free");
+  }
+  return static_cast<std::int32_t>(highest) + 1;
+}
+
+std::string NameOfUnit(DeskSession& session, std::int32_t unitKey) {
+  return qorcred::TextOrEmpty(
+      session.sql().Scalar(fmt::format("SELECT UnitName FROM Units WHERE {}", OfUnit(unitKey))));
+}
+
+void RequireUnit(DeskSession& session, std::int32_t unitKey) {
+  if (RowsWhere(session, "Units", OfUnit(unitKey)) == 0) {
+    throw RefusedError(fmt::format("there is no unit {} any more", unitKey));
+  }
+}
+
+/// As it is typed.
+std::string DefaultEndShown(const Value& kind, const Value& date, const Value& days) {
+  switch (static_cast<int>(qorcred::NumericValue(kind))) {
+    case kOnDate:
+      if (const auto* day = date.As<qorcred::Date>()) {
+        const qorcred::CivilTime civil = qorcred::ToCivil(*day);
+        return fmt::format("{:04}-{:02}-{:02}", civil.year, civil.month, civil.day);
+      }
+      return "";
+    case kAfterDays:
+      return qorcred::TextOrEmpty(days) + "d";
+    default:
+      return std::string(kNoneWord);
+  }
+}
+
+}  // namespace
+
+ChangedUnit AddUnit(DeskSession& session, const std::optional<std::string>& key,
+                    const UnitEntry& entry, OtherUnits others, Trial trial) {
+  if (!entry.name) {
+    throw InputFault(input::kName, "", "a new unit needs {field}");
+  }
+  if (!entry.type) {
+    throw InputFault(input::kType, "", "a new unit needs {field}: nothing can be stored without");
+  }
+  // A key is free only while nobody else writes: the work names no unit before it is known.
+  OwnWork work(session, {}, "add unit " + *entry.name);
+  const std::int32_t unitKey = KeyOfNew(session, key);
+  AddSurroundings(session, unitKey);
+  UnitWriting(session, unitKey, others).Write(entry);
+  ChangedUnit added{{unitKey, NameOfUnit(session, unitKey)}, false};
+  work.End(trial);
+  return added;
+}
+
+ChangedUnit EditUnit(DeskSession& session, std::int32_t unitKey, const UnitEntry& entry,
+                     OtherUnits others, Trial trial) {
+  // A capacity is that of other units, too.
+  std::vector<std::int32_t> units;
+  if (!entry.capacity) {
+    units.push_back(unitKey);
+  }
+  OwnWork work(session, std::move(units), fmt::format("edit unit {}", unitKey));
+  RequireUnit(session, unitKey);
+  const bool hadSettings = RowsWhere(session, "UnitSettings", OfUnit(unitKey)) > 0;
+  if (!hadSettings) {
+    AddSettings(session, unitKey);
+  }
+  const std::size_t changed = UnitWriting(session, unitKey, others).Write(entry);
+  ChangedUnit edited{{unitKey, NameOfUnit(session, unitKey)}, hadSettings && changed == 0};
+  work.End(trial);
+  return edited;
+}
+
+std::string UnitContents::Text() const {
+  std::string text;
+  const auto add = [&text](std::size_t count, std::string_view one, std::string_view many) {
+    if (count > 0) {
+      text += (text.empty() ? "" : ", ") + Counted(count, one, many);
+    }
+  };
+  add(tenants, "tenant", "tenants");
+  add(credentials, "credential", "credentials");
+  add(codes, "directory code", "directory codes");
+  add(steps, "waiting step", "waiting steps");
+  return text;
+}
+
+UnitContents ContentsOf(DeskSession& session, std::int32_t unitKey) {
+  const std::string ofUnit = OfUnit(unitKey);
+  return {RowsWhere(session, "Tenants", ofUnit), RowsWhere(session, "CredentialBank", ofUnit),
+          RowsWhere(session, "DirectoryCode", ofUnit),
+          RowsWhere(session, "ProgramSteps", ofUnit + " AND Sent=False")};
+}
+
+void DeleteUnit(DeskSession& session, std::int32_t unitKey, const UnitContents& agreed,
+                Trial trial) {
+  OwnWork work(session, {unitKey}, fmt::format("delete unit {}", unitKey));
+  RequireUnit(session, unitKey);
+  if (ContentsOf(session, unitKey) != agreed) {
+    throw RefusedError(
+        "nothing was deleted: somebody else has changed what is in the unit meanwhile. Try again");
+  }
+  // Rows before those that they refer to.
+  for (const std::string_view table :
+       {"ProgramSteps", "TenantsBackup", "Tenants", "CredentialBank", "DirectoryCode",
+        "UnitCounters", "TenantGroup", "Schedules", "DOORS", "UnitSettings", "Units"}) {
+    (void)session.sql().Change(fmt::format("DELETE FROM {} WHERE {}", table, OfUnit(unitKey)),
+                               dialect::StatementKind::kDelete);
+  }
+  work.End(trial);
+}
+
+Table UnitSettingsTable(DeskSession& session, const std::vector<UnitName>& units) {
+  Table table;
+  table.columns = {{"Unit", "unit"},
+                   {"Name", "name"},
+                   {"Type", "type"},
+                   {"Capacity", "capacity"},
+                   {"Code digits", "code_digits"},
+                   {"Entry digits", "entry_digits"},
+                   {"Default end", "default_end"},
+                   {"Ignores facility", "ignores_facility"},
+                   {"Card facility", "card_facility"},
+                   {"Transmitter facility", "transmitter_facility"}};
+  for (const UnitName& unit : units) {
+    const QueryResult found = session.sql().Select(fmt::format(
+        "SELECT UNITTYPE, MaxDigitsDirectoryCode, MaxDigitsEntryCode, RECORDDEACTIVATION, "
+        "DEACTIVATIONDATE, DEACTIVATIONDAYS, IGNOREFACILITYCODE, CARDDEFAULTFACILITYCODE, "
+        "RFDEFAULTFACILITYCODE FROM UnitSettings WHERE {}",
+        OfUnit(unit.key)));
+    for (const ResultRow row : found.rows()) {
+      const auto capacity = CapacityOf(session, unit.key);
+      table.rows.push_back({unit.key, unit.name, row[0],
+                            capacity ? Value(*capacity) : Value(Null{}), row[1], row[2],
+                            DefaultEndShown(row[3], row[4], row[5]), row[6], row[7], row[8]});
+    }
+  }
+  return table;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,113 @@
+// The commands for units, doors and schedules.
+#include <gmock/gmock.h>
+
+#include "tests/host/cli/run_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using testing::HasSubstr;
+
+class BuildingCommands : public RunFixture {
+ protected:
+  void SetUp() override { InitDemo(); }
+};
+
+TEST_F(BuildingCommands, UnitsAloneAndUnitsListAreTheSame) {
+  EXPECT_EQ(Run({"units"}).out, Run({"units", "list"}).out);
+  EXPECT_EQ(Run({"doors"}).out, Run({"doors", "list"}).out);
+  EXPECT_EQ(Run({"schedules"}).out, Run({"schedules", "list"}).out);
+}
+
+TEST_F(BuildingCommands, AUnitIsAddedSetUpAndDeleted) {
+  const Outcome added = Run({"units", "add", "Annex", "--type", "Entry Panel 500"});
+  EXPECT_EQ(added.status, 0) << added.err;
+  EXPECT_EQ(added.out, "Added unit 4, Annex.\n");
+  EXPECT_EQ(Run({"units", "edit", "4", "--name", "Garden House", "--code-digits", "5"}).out,
+            "Set up unit 4, Garden House.\n");
+  EXPECT_EQ(Run({"units", "edit", "4", "--code-digits", "5"}).out,
+            "Set up unit 4, Garden House, as before; nothing was changed.\n");
+  const nlohmann::json rows = Rows({"units", "list", "--settings", "--unit", "4"});
+  ASSERT_EQ(rows.size(), 1U);
+  EXPECT_EQ(rows[0]["capacity"], 500);
+  EXPECT_EQ(rows[0]["code_digits"], 5);
+  EXPECT_EQ(rows[0]["ignores_facility"], false);
+  EXPECT_EQ(rows[0]["default_end"], "none");
+  EXPECT_EQ(Run({"units", "delete", "4"}).out, "Deleted unit 4, Garden House.\n");
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+}
+
+TEST_F(BuildingCommands, AUnitWithSomethingInItIsDeletedWithConsentAlone) {
+  const Outcome refused = Run({"units", "delete", "2"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("unit 2, Linden Park has 75 tenants, 145 credentials, 6 "
+                                     "directory codes, which are deleted with it. Go on?"));
+  EXPECT_EQ(Run({"units", "delete", "2", "--no"}).status, 1);
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+  EXPECT_EQ(Run({"units", "delete", "2", "-n"}).status, 0) << "a trial asks nothing";
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+  const Outcome deleted = Run({"units", "delete", "2", "--yes"});
+  EXPECT_EQ(deleted.status, 0) << deleted.err;
+  EXPECT_EQ(Rows({"units"}).size(), 2U);
+}
+
+TEST_F(BuildingCommands, ACapacityThatOtherUnitsShareIsAskedFor) {
+  EXPECT_EQ(Run({"units", "add", "Annex", "--type", "Entry Panel 2000"}).status, 0);
+  const Outcome refused = Run({"units", "edit", "2", "--capacity", "3000"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("The capacity of the type 'Entry Panel 2000' is that of unit "
+                                     "4, Annex as well. Change it for all of them?"));
+  EXPECT_EQ(Run({"units", "edit", "2", "--capacity", "3000", "--yes"}).status, 0);
+  EXPECT_EQ(Rows({"units", "--unit", "4"})[0]["capacity"], 3000);
+}
+
+TEST_F(BuildingCommands, WrongValuesAreNamedByTheirOptions) {
+  struct Row {
+    std::vector<std::string> words;
+    std::string told;
+  };
+  for (const Row& row :
+       {Row{{"units", "edit", "2", "--capacity", "32768"},
+            "--capacity '32768' must be a whole number from 1 to 32767, in digits alone"},
+        Row{{"units", "edit", "9", "--name", "X"}, "there is no unit '9'"},
+        Row{{"units", "edit", "2"}, "say what to change"}, Row{{"units", "add", "X"}, "--type"},
+        Row{{"doors", "edit", "7", "--name", "X", "--unit", "2"},
+            "the unit has no door '7': 'qorhost doors' lists them"},
+        Row{{"schedules", "edit", "Full Access", "--name", "X", "--unit", "2"},
+            "every unit has the schedule 'Full Access', as it is"},
+        Row{{"schedules", "delete", "X", "--unit", "2"},
+            "the unit has no schedule 'X': 'qorhost schedules' lists them"},
+        Row{{"schedules", "add", "X"}, "say which unit to change"}}) {
+    const Outcome outcome = Run(row.words);
+    EXPECT_EQ(outcome.status, 2) << row.told;
+    EXPECT_THAT(outcome.err, HasSubstr(row.told));
+  }
+}
+
+TEST_F(BuildingCommands, ADoorIsRenamed) {
+  const Outcome outcome = Run({"doors", "edit", "4", "--name", "Yard", "--unit", "2"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out,
+            "Door 4, Service Corridor Level Two, in unit 2, Linden Park is Yard now.\n");
+  EXPECT_EQ(Rows({"doors", "--unit", "2"})[3]["name"], "Yard");
+}
+
+TEST_F(BuildingCommands, SchedulesAreAddedRenamedAndDeleted) {
+  const auto add =
+      nlohmann::json::parse(Run({"schedules", "add", "Gardeners", "--unit", "2", "--json"}).out);
+  EXPECT_EQ(add["schedule"], 6);
+  EXPECT_EQ(add["changed"], true);
+  EXPECT_EQ(Run({"schedules", "edit", "6", "--name", "Garden", "--unit", "2", "-n"}).out,
+            "The schedule 6, Gardeners, in unit 2, Linden Park is Garden now; this was a trial, "
+            "nothing was changed.\n");
+  EXPECT_EQ(Run({"schedules", "edit", "6", "--name", "Garden", "--unit", "2"}).status, 0);
+  EXPECT_EQ(Run({"schedules", "delete", "Garden", "--unit", "2", "--no"}).status, 1);
+  EXPECT_EQ(Run({"schedules", "delete", "Garden", "--unit", "2"}).out,
+            "Deleted the schedule 6, Garden, in unit 2, Linden Park.\n");
+  const Outcome used = Run({"schedules", "delete", "Late Shift", "--unit", "2"});
+  EXPECT_EQ(used.status, 1);
+  EXPECT_THAT(used.err, HasSubstr("the schedule 3, Late Shift, is in use by 19 tenants: "));
+}
+
+}  // namespace
+}  // namespace qorhost::test
