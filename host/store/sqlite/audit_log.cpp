@@ -136,6 +136,12 @@ std::optional<std::int64_t> AuditLog::PreviousOf(std::int32_t unitKey) {
   return read->Step() ? std::optional(read->Number(0)) : std::nullopt;
 }
 
+std::int64_t AuditLog::LastEntry() {
+  const StatementUse read(session_.Own("SELECT max(RID) FROM AuditEntries"));
+  read->Step();
+  return read->Number(0);
+}
+
 std::string AuditLog::HashOf(std::int64_t entry) {
   const StatementUse read(session_.Own("SELECT Hash FROM AuditEntries WHERE RID=?1"));
   read->BindNumber(1, entry);
@@ -160,7 +166,7 @@ std::vector<std::string> AuditLog::HashesBefore(const WorkEntry& entry,
 std::int64_t AuditLog::Append(WorkEntry entry, const std::vector<RowChange>& changes) {
   const std::vector<std::string> rows = InPieces(changes);
   const auto previous = entry.unitKey ? PreviousOf(*entry.unitKey) : std::nullopt;
-  entry.entry = session_.database().Number("SELECT coalesce(max(RID), 0) + 1 FROM AuditEntries");
+  entry.entry = LastEntry() + 1;
   const std::string hash = qorhost::HashOf(entry, HashesBefore(entry, previous), rows);
   {
     const StatementUse store(session_.Own(

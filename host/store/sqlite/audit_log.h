@@ -31,6 +31,7 @@ class AuditLog final : public qorhost::AuditLog {
   std::int64_t Append(WorkEntry entry, const std::vector<RowChange>& changes);
 
  private:
+  [[nodiscard]] std::int64_t LastEntry();
   [[nodiscard]] std::optional<std::int64_t> PreviousOf(std::int32_t unitKey);
   [[nodiscard]] std::vector<std::string> HashesBefore(const WorkEntry& entry,
                                                       std::optional<std::int64_t> previous);
