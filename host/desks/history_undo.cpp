@@ -95,9 +95,8 @@ class Undoing {
   std::size_t Run() {
     RequireRunsUnchanged();
     const std::vector<Finding> before = Findings();
-    for (auto change = changes_.rbegin(); change != changes_.rend(); ++change) {
-      Undo(*change);
-    }
+    std::for_each(changes_.rbegin(), changes_.rend(),
+                  [this](const RowChange& change) { Undo(change); });
     ProgramTenants();
     RequireNoneBeside(before);
     return rows_;
