@@ -102,16 +102,11 @@ std::string Summary(const std::vector<RowChange>& rows) {
   return text;
 }
 
-const Value* Find(const std::vector<StoredCell>& cells, std::string_view column) {
+Value CellOf(const std::vector<StoredCell>& cells, std::string_view column) {
   const auto found = std::find_if(cells.begin(), cells.end(), [column](const StoredCell& cell) {
     return cell.column == column;
   });
-  return found == cells.end() ? nullptr : &found->value;
-}
-
-Value CellOf(const std::vector<StoredCell>& cells, std::string_view column) {
-  const Value* value = Find(cells, column);
-  return value == nullptr ? Value(Null{}) : *value;
+  return found == cells.end() ? Value(Null{}) : found->value;
 }
 
 }  // namespace

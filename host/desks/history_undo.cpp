@@ -15,6 +15,7 @@
 #include "frame/siblings.h"
 #include "frame/text.h"
 #include "host/desks/history.h"
+#include "host/desks/own_work.h"
 #include "host/desks/store_check.h"
 #include "host/store/step_queue.h"
 
@@ -41,7 +42,7 @@ void LeaveToTheUnit(std::string_view table, std::vector<StoredCell>& cells) {
 /// only the first row was kept.
 class LaterChanges {
  public:
-  void Add(const WorkEntry& entry, const RowChange& change) {
+  void Add(const RowChange& change) {
     if (change.kind != RowChangeKind::kUpdated) {
       return;
     }
@@ -50,12 +51,9 @@ class LaterChanges {
       if (before.column == "LASTMODIFIEDDATE" || IsOfTheUnit(change.table, before.column)) {
         continue;
       }
-      Cell& cell = cells_[{change.table, change.rid, before.column}];
-      if (cell.entry == 0) {
-        cell.first = before.value;
-      }
-      cell.latest = change.after[at].value;
-      cell.entry = entry.entry;
+      const auto cell =
+          cells_.try_emplace({change.table, change.rid, before.column}, Cell{before.value, {}});
+      cell.first->second.latest = change.after[at].value;
     }
   }
 
@@ -78,7 +76,6 @@ class LaterChanges {
   struct Cell {
     qorcred::Value first;
     qorcred::Value latest;
-    std::int64_t entry = 0;
   };
   std::map<std::tuple<std::string, std::int64_t, std::string>, Cell> cells_;
 };
@@ -136,7 +133,7 @@ class Undoing {
     LaterChanges later;
     for (const WorkEntry& entry : audit.After(entry_.entry, entry_.unitKey)) {
       for (const RowChange& change : audit.RowsOf(entry.entry)) {
-        later.Add(entry, change);
+        later.Add(change);
       }
     }
     for (const RowChange& change : changes_) {
@@ -290,17 +287,10 @@ std::vector<std::int32_t> UnitsOf(const WorkEntry& entry) {
 
 UndoneWork UndoEntry(DeskSession& session, std::string_view number, Trial trial) {
   UndoneWork undone{EntryOf(session, number), 0, trial == Trial::kNo};
-  WorkGuard guard(session.sql().work(),
-                  {UnitsOf(undone.entry),
-                   fmt::format("undo entry {}: {}", undone.entry.entry, undone.entry.what),
-                   {}});
-  session.sql().work().Lock();
+  OwnWork work(session, UnitsOf(undone.entry),
+               fmt::format("undo entry {}: {}", undone.entry.entry, undone.entry.what));
   undone.rows = Undoing(session, undone.entry).Run();
-  if (trial == Trial::kNo) {
-    guard.Commit();
-  } else {
-    guard.Undo();
-  }
+  work.End(trial);
   return undone;
 }
 
