@@ -30,12 +30,8 @@ std::string CodeAtUnit(const Subject& subject) {
   return subject.session.steps().CodeAtUnit(subject.unitKey, subject.rid);
 }
 
-// A step is made up from its row when it is sent, so a row needs no step twice. The later place in
-// the queue is the right one: what was queued in between may free the code that the row has now.
 void QueueOnce(const Subject& subject, std::string_view kind, std::string_view code = {}) {
-  StepQueue& steps = subject.session.steps();
-  steps.Withdraw(subject.unitKey, kind, subject.rid);
-  steps.Queue(subject.unitKey, kind, subject.rid, code);
+  subject.session.steps().QueueOnce(subject.unitKey, kind, subject.rid, code);
 }
 
 void WithdrawUnsent(const Subject& subject) {

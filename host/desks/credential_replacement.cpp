@@ -237,9 +237,7 @@ class Replacing {
                        holder.inFirst ? "CREDENTIALID1" : "CREDENTIALID2", replaced_.successor.rid,
                        unitKey_, holder.rid));
     replaced_.holder = holder.name;
-    StepQueue& steps = session_.sql().steps();
-    steps.Withdraw(unitKey_, step::kProgramTenant, holder.rid);
-    steps.Queue(unitKey_, step::kProgramTenant, holder.rid);
+    session_.sql().steps().QueueOnce(unitKey_, step::kProgramTenant, holder.rid);
   }
 
   void Change(const std::string& statement) {

@@ -260,8 +260,7 @@ class Undoing {
     }
     StepQueue& steps = session_.sql().steps();
     for (const auto& [unit, rid] : tenants_) {
-      steps.Withdraw(unit, step::kProgramTenant, rid);
-      steps.Queue(unit, step::kProgramTenant, rid);
+      steps.QueueOnce(unit, step::kProgramTenant, rid);
     }
   }
 

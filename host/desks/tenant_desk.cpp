@@ -13,6 +13,7 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/own_work.h"
 #include "host/desks/tenant_choice.h"
 #include "host/desks/tenant_conditions.h"
 #include "host/desks/tenant_fields.h"
@@ -161,10 +162,9 @@ Outcome TenantDesk::Stored(std::string what, const std::function<Outcome()>& run
 /// Does it beside nobody else, and undoes it.
 Outcome TenantDesk::Tried(std::string what, const std::function<Outcome()>& run) {
   credentials_.reset();
-  WorkGuard guard(session_.sql().work(), {{unitKey_}, std::move(what), {}});
-  session_.sql().work().Lock();
+  OwnWork work(session_, {unitKey_}, std::move(what));
   Outcome outcome = run();
-  guard.Undo();
+  work.End(Trial::kYes);
   credentials_.reset();
   return outcome;
 }
@@ -188,10 +188,7 @@ ChangedTenants TenantDesk::Run(std::string what, Trial trial, const Work& work) 
 }
 
 void TenantDesk::QueueStep(std::int32_t rid) {
-  // A step is made up from its row when it is sent: one is enough.
-  StepQueue& steps = session_.sql().steps();
-  steps.Withdraw(unitKey_, step::kProgramTenant, rid);
-  steps.Queue(unitKey_, step::kProgramTenant, rid);
+  session_.sql().steps().QueueOnce(unitKey_, step::kProgramTenant, rid);
 }
 
 CredentialDesk& TenantDesk::Credentials() {

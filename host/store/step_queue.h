@@ -42,6 +42,14 @@ class StepQueue {
   void Queue(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid) {
     Queue(unitKey, kind, subjectRid, {});
   }
+  /// Appends a step in the place of an unsent one of that kind and row. A step is made up from its
+  /// row when it is sent, so a row needs none twice; the later place is the right one: what was
+  /// queued in between may free the code that the row has now.
+  void QueueOnce(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid,
+                 std::string_view code = {}) {
+    Withdraw(unitKey, kind, subjectRid);
+    Queue(unitKey, kind, subjectRid, code);
+  }
   /// Takes the unsent steps of that kind back; returns how many there were.
   virtual std::int64_t Withdraw(std::int32_t unitKey, std::string_view kind,
                                 std::int32_t subjectRid) = 0;
