@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 
+#include "host/cli/existing_file.h"
 #include "host/desks/history.h"
 #include "host/desks/store_backup.h"
 #include "host/desks/store_check.h"
 #include "host/desks/words.h"
-#include "host/files/file_error.h"
 #include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
 #include "host/terminal/table_printer.h"
@@ -17,21 +17,7 @@ namespace {
 
 void PrintHeads(Console& console, const std::vector<ChainHead>& heads) {
   for (const ChainHead& head : heads) {
-    console.out << "  " << TextOf(head) << '\n';
-  }
-}
-
-/// A file that is there already is replaced on request alone.
-template <typename Work>
-auto SayingForce(Work&& work) {
-  try {
-    return work();
-  } catch (const FileError& failure) {
-    if (failure.problem() != FileProblem::kExists) {
-      throw;
-    }
-    throw RefusedError(std::string(failure.what()) +
-                       ": name another file, or replace it with --force");
+    console.Remarks() << "  " << TextOf(head) << '\n';
   }
 }
 
@@ -45,12 +31,14 @@ void DescribeBackup(CommandPlace place, const GlobalOptions& global, BackupOptio
   backup->add_option("FILE", options.file, "The copy; it is read back before it gets its name")
       ->required();
   backup->add_flag("--force", options.force, "Replace a backup that is there");
+  DescribeTrial(*backup, options.trial);
 
   auto* restore = AddCommand(
       place, "restore", "Put a backup in the place of the store, which is kept under another name",
       "  qorhost restore monday.db",
       [&](Console& console) { return RunRestore(global, options, console); });
   restore->add_option("FILE", options.file, "The backup, which stays as it is")->required();
+  DescribeTrial(*restore, options.trial);
 
   AddCommand(place, "check", "Look the store over, and tell how to mend what is wrong",
              "  qorhost check\n  qorhost check --json",
@@ -58,9 +46,9 @@ void DescribeBackup(CommandPlace place, const GlobalOptions& global, BackupOptio
 }
 
 ExitStatus RunBackup(const GlobalOptions& global, const BackupOptions& options, Console& console) {
-  const BackedUp made = SayingForce([&] {
+  const BackedUp made = AdvisingOnExisting("name another file, or replace it with --force", [&] {
     return BackUp(global.file, options.file, options.force ? Standing::kReplaced : Standing::kStays,
-                  PatienceOf(global, console));
+                  PatienceOf(global, console), TrialOf(options.trial));
   });
   if (global.json) {
     Table heads;
@@ -69,33 +57,45 @@ ExitStatus RunBackup(const GlobalOptions& global, const BackupOptions& options, 
       heads.rows.push_back({TextOf(head)});
     }
     PrintJsonObject(console.out,
-                    {{"file", options.file}, {"bytes", static_cast<double>(made.bytes)}}, "heads",
-                    heads);
-    return ExitStatus::kDone;
+                    {{"file", options.file},
+                     {"bytes", static_cast<double>(made.bytes)},
+                     {"changed", !options.trial}},
+                    "heads", heads);
+  } else if (options.trial) {
+    console.out << fmt::format(
+        "Would back up to {}, {} bytes, which can be read. This was a trial, nothing was "
+        "changed.\n",
+        Displayable(options.file), made.bytes);
+  } else {
+    console.Remarks() << fmt::format(
+        "Backed up to {}, {} bytes, read back. Its history ends with\n", Displayable(options.file),
+        made.bytes);
+    PrintHeads(console, made.heads);
+    console.Remarks()
+        << "which 'qorhost history check --head' compares later: note them elsewhere.\n";
   }
-  console.out << fmt::format("Backed up to {}, {} bytes, read back. Its history ends with\n",
-                             Displayable(options.file), made.bytes);
-  PrintHeads(console, made.heads);
-  console.out << "which 'qorhost history check --head' compares later: note them elsewhere.\n";
   return ExitStatus::kDone;
 }
 
 ExitStatus RunRestore(const GlobalOptions& global, const BackupOptions& options, Console& console) {
-  const Restored restored =
-      Restore(global.file, options.file, console.environment.clock(), PatienceOf(global, console));
-  console.stored = true;
+  const Restored restored = Restore(global.file, options.file, console.environment.clock(),
+                                    PatienceOf(global, console), TrialOf(options.trial));
+  console.stored = !options.trial;
   const std::string kept = restored.kept ? restored.kept->string() : std::string();
   if (global.json) {
     PrintJsonObject(console.out, {{"file", global.file.string()},
-                                  {"kept", kept.empty() ? qorcred::Value(qorcred::Null{}) : kept}});
+                                  {"kept", kept.empty() ? qorcred::Value(qorcred::Null{}) : kept},
+                                  {"changed", !options.trial}});
     return ExitStatus::kDone;
   }
-  console.out << fmt::format("Restored {} from {}.", Displayable(global.file.string()),
-                             Displayable(options.file));
+  std::ostream& told = options.trial ? console.out : console.Remarks();
+  told << fmt::format("{} {} from {}.", options.trial ? "Would restore" : "Restored",
+                      Displayable(global.file.string()), Displayable(options.file));
   if (!kept.empty()) {
-    console.out << fmt::format(" The store as it was is {}.", Displayable(kept));
+    told << fmt::format(" The store as it was {} {}.", options.trial ? "would be" : "is",
+                        Displayable(kept));
   }
-  console.out << '\n';
+  told << (options.trial ? " This was a trial, nothing was changed.\n" : "\n");
   return ExitStatus::kDone;
 }
 
@@ -105,7 +105,7 @@ ExitStatus RunCheck(const GlobalOptions& global, Console& console) {
   if (global.json || !found.rows.empty()) {
     PrintRows(console.out, found, global.json);
   } else {
-    console.out << "Nothing is wrong: the file, the rows and the history are in order.\n";
+    console.Remarks() << "Nothing is wrong: the file, the rows and the history are in order.\n";
   }
   return found.rows.empty() ? ExitStatus::kDone : ExitStatus::kRefused;
 }

@@ -11,6 +11,7 @@ namespace qorhost {
 struct BackupOptions {
   std::string file;    ///< the backup
   bool force = false;  ///< replace one that is there
+  bool trial = false;  ///< tells what it would do
 };
 
 /// Adds `backup`, `restore` and `check`. `global` and `options` must outlive the parsing and the

@@ -30,10 +30,6 @@ constexpr std::array kScheduleWords{
     FieldWord{schedule_input::kSchedule, "SCHEDULE", "'qorhost schedules' lists them"},
     FieldWord{schedule_input::kName, "the name", {}}, FieldWord{schedule_input::kId, "--id", {}}};
 
-void AddTrial(CLI::App* command, bool& trial) {
-  command->add_flag("-n,--dry-run", trial, "Tell what it would do, and change nothing");
-}
-
 void DescribeSettings(CLI::App* command, UnitEntry& entry) {
   const auto text = [command](const char* name, std::optional<std::string>& target,
                               const char* type, const std::string& description) {
@@ -77,7 +73,7 @@ void DescribeUnits(CommandPlace place, const GlobalOptions& global, UnitOptions&
   add->add_option("NAME", options.entry.name, "Its name")->required();
   add->add_option("--key", options.key, "Its key (the one behind the highest)")->type_name("N");
   DescribeSettings(add, options.entry);
-  AddTrial(add, options.trial);
+  DescribeTrial(*add, options.trial);
 
   auto* edit = AddCommand(
       units, "edit", "Change a unit's name and settings",
@@ -87,14 +83,14 @@ void DescribeUnits(CommandPlace place, const GlobalOptions& global, UnitOptions&
   edit->add_option("UNIT", options.unit, "Its key")->required();
   edit->add_option("--name", options.entry.name, "Its name")->type_name("NAME");
   DescribeSettings(edit, options.entry);
-  AddTrial(edit, options.trial);
+  DescribeTrial(*edit, options.trial);
 
   auto* remove = AddCommand(
       units, "delete", "Delete a unit; asks when there is anything in it",
       "  qorhost units delete 3 --dry-run\n  qorhost units delete 3 --yes",
       [&](Console& console) { return RunUnitDelete(global, options, console); }, kUnitWords);
   remove->add_option("UNIT", options.unit, "Its key")->required();
-  AddTrial(remove, options.trial);
+  DescribeTrial(*remove, options.trial);
 }
 
 void DescribeDoors(CommandPlace place, const GlobalOptions& global, DoorOptions& options) {
@@ -115,7 +111,7 @@ void DescribeDoors(CommandPlace place, const GlobalOptions& global, DoorOptions&
       [&](Console& console) { return RunDoorEdit(global, options, console); }, kDoorWords);
   edit->add_option("DOOR", options.door, "Its number, from 1, or its name")->required();
   edit->add_option("--name", options.name, "Its new name")->type_name("NAME")->required();
-  AddTrial(edit, options.trial);
+  DescribeTrial(*edit, options.trial);
 }
 
 void DescribeSchedules(CommandPlace place, const GlobalOptions& global, ScheduleOptions& options) {
@@ -136,7 +132,7 @@ void DescribeSchedules(CommandPlace place, const GlobalOptions& global, Schedule
   add->add_option("NAME", options.name, "Its name")->required();
   add->add_option("--id", options.id, "Its id at the unit (the one behind the highest)")
       ->type_name("N");
-  AddTrial(add, options.trial);
+  DescribeTrial(*add, options.trial);
 
   auto* edit = AddCommand(
       schedules, "edit", "Give a schedule another name",
@@ -144,15 +140,15 @@ void DescribeSchedules(CommandPlace place, const GlobalOptions& global, Schedule
       [&](Console& console) { return RunScheduleEdit(global, options, console); }, kScheduleWords);
   edit->add_option("SCHEDULE", options.schedule, "Its id or its name")->required();
   edit->add_option("--name", options.name, "Its new name")->type_name("NAME")->required();
-  AddTrial(edit, options.trial);
+  DescribeTrial(*edit, options.trial);
 
   auto* remove = AddCommand(
-      schedules, "delete", "Delete a schedule that nothing uses",
-      "  qorhost schedules delete Evenings --unit 2",
+      schedules, "delete", "Delete schedules that nothing uses, all or none",
+      "  qorhost schedules delete Evenings \"Cleaning Staff\" --unit 2",
       [&](Console& console) { return RunScheduleDelete(global, options, console); },
       kScheduleWords);
-  remove->add_option("SCHEDULE", options.schedule, "Its id or its name")->required();
-  AddTrial(remove, options.trial);
+  remove->add_option("SCHEDULE", options.toDelete, "Its id or its name")->required();
+  DescribeTrial(*remove, options.trial);
 }
 
 }  // namespace

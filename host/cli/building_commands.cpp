@@ -21,10 +21,6 @@ namespace {
 using qorcred::Value;
 using Members = std::vector<std::pair<std::string, Value>>;
 
-Trial TrialOf(bool trial) {
-  return trial ? Trial::kYes : Trial::kNo;
-}
-
 /// How a change ended, in a line or as one object.
 struct Told {
   std::string text;  ///< without its end
@@ -42,10 +38,11 @@ ExitStatus Tell(const Told& told, const GlobalOptions& global, Console& console)
     PrintJsonObject(console.out, members);
     return ExitStatus::kDone;
   }
-  console.out << fmt::format("{}{}.\n", told.text,
-                             told.unchanged ? ", as before; nothing was changed"
-                             : told.trial   ? "; this was a trial, nothing was changed"
-                                            : "");
+  (told.trial ? console.out : console.Remarks())
+      << fmt::format("{}{}.\n", told.text,
+                     told.unchanged ? ", as before; nothing was changed"
+                     : told.trial   ? "; this was a trial, nothing was changed"
+                                    : "");
   return ExitStatus::kDone;
 }
 
@@ -196,11 +193,23 @@ ExitStatus RunScheduleDelete(const GlobalOptions& global, const ScheduleOptions&
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   session.RequireDeletion();
-  const ChangedSchedule deleted =
-      DeleteSchedule(session.desks(), unit.key, options.schedule, TrialOf(options.trial));
-  return Tell(OfSchedule(fmt::format("Deleted the schedule {}, {}, {}", deleted.id,
-                                     Displayable(deleted.former), InUnit(unit)),
-                         unit, deleted, options),
+  const std::vector<ChangedSchedule> deleted =
+      DeleteSchedules(session.desks(), unit.key, options.toDelete, TrialOf(options.trial));
+  std::vector<std::string> names;
+  names.reserve(deleted.size());
+  for (const ChangedSchedule& one : deleted) {
+    names.push_back(fmt::format("{}, {}", one.id, Displayable(one.former)));
+  }
+  const std::string text =
+      fmt::format("Deleted the {} {}, {}", deleted.size() == 1 ? "schedule" : "schedules",
+                  fmt::join(names, "; "), InUnit(unit));
+  if (deleted.size() == 1) {
+    return Tell(OfSchedule(text, unit, deleted.front(), options), global, console);
+  }
+  return Tell({text,
+               {{"unit", unit.key}, {"schedules", qorcred::StringArray(names)}},
+               false,
+               options.trial},
               global, console);
 }
 

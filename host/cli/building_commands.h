@@ -26,7 +26,8 @@ struct DoorOptions {
 struct ScheduleOptions {
   std::string schedule;
   std::string name;
-  std::optional<std::string> id;  ///< of a new schedule
+  std::optional<std::string> id;      ///< of a new schedule
+  std::vector<std::string> toDelete;  ///< all of them or none
   bool trial = false;
 };
 

@@ -98,6 +98,8 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
                                  seconds, kWaits.lowest, kWaits.highest);
       });
   app.add_flag("--json", global.json, "Print rows as JSON");
+  app.add_flag("-q,--quiet", global.quiet,
+               "Print nothing but what was asked for: of a change that was done nothing");
   app.add_flag("--trace", global.trace,
                "Write every call between controller and host to standard error");
   auto* traceFile =
@@ -129,17 +131,25 @@ void DescribeStore(CLI::App& app, Choice& choice) {
   init->add_flag("--demo", choice.init.demo,
                  "Fill it with an invented building: three units, 200 tenants, their credentials");
   init->add_flag("--force", choice.init.force, "Replace an existing store");
+  DescribeTrial(*init, choice.init.trial);
 
   DescribeBuilding({app, choice.run}, choice.global, choice.building);
   DescribeSteps({app, choice.run}, choice.global, choice.steps);
 
   auto* sql = AddCommand(
-      {app, choice.run}, "sql", "Run one statement of the desktop SQL dialect",
+      {app, choice.run}, "sql",
+      "Run a statement of the desktop SQL dialect, or several, all of them or none",
       "  qorhost sql \"SELECT Top 5 * FROM Tenants WHERE LastName LIKE 'B%'\"\n"
-      "  qorhost sql --write \"UPDATE DOORS SET DOORNAME='Yard' WHERE UNITKEY=1 AND DOORID=4\"",
+      "  qorhost sql --write \"UPDATE DOORS SET DOORNAME='Yard' WHERE UNITKEY=1 AND DOORID=4\"\n"
+      "  qorhost sql --file changes.sql --dry-run\n"
+      "  qorhost sql --write - < changes.sql",
       [&choice](Console& console) { return RunSql(choice.global, choice.sql, console); });
-  sql->add_option("STATEMENT", choice.sql.statement, "The statement")->required();
-  sql->add_flag("--write", choice.sql.write, "Let the statement change the database");
+  sql->add_option("STATEMENT", choice.sql.statement,
+                  "One statement; - for those that standard input holds, between semicolons");
+  sql->add_option("--file", choice.sql.file, "The file with the statements, between semicolons")
+      ->type_name("FILE");
+  sql->add_flag("--write", choice.sql.write, "Let the statements change the database");
+  DescribeTrial(*sql, choice.sql.trial);
 
   AddCommand({app, choice.run}, "tour",
              "Show the screens and reports at work on a copy of the demo building",
@@ -225,6 +235,7 @@ ExitStatus StatusOf(FileProblem problem) {
 /// Runs the command. With --trace-file its trace is written, also that of a command that fails.
 ExitStatus RunTraced(const Choice& choice, Console& console) {
   const GlobalOptions& global = choice.global;
+  console.quiet = global.quiet;
   if (!global.traceFile) {
     return choice.run(console);
   }

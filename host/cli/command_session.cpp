@@ -7,9 +7,12 @@
 #include <sstream>
 #include <utility>
 
+#include "host/desks/history.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/whole_number.h"
+#include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
@@ -74,19 +77,40 @@ Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, Messa
   return surroundings;
 }
 
-CommandSession::CommandSession(const GlobalOptions& global, Access access, Console& console)
-    : CommandSession(OpenFile(global, access, console), global, console) {}
-
-CommandSession::CommandSession(std::unique_ptr<Store> store, const GlobalOptions& global,
-                               Console& console)
+CommandSession::CommandSession(const GlobalOptions& global, Access access, Console& console,
+                               Trial trial)
     : global_(global),
       console_(console),
-      operator_(console, global.answer),
-      session_(std::move(store),
+      trial_(trial),
+      operator_(console, global.answer, trial),
+      session_(OpenFile(global, access, console),
                SurroundingsOf(
                    global, console,
                    [this](std::string_view text, qorcred::MessageStyle style,
                           std::string_view title) { return operator_.Show(text, style, title); })) {
+  if (trial_ == Trial::kYes) {
+    session_.sql().work().OnlyTry();
+  }
+}
+
+bool CommandSession::ToldTrial(const Outcome& outcome) {
+  if (trial_ == Trial::kNo) {
+    return false;
+  }
+  console_.stored = false;
+  if (!outcome.done() || outcome.unchanged) {
+    return false;
+  }
+  const TriedChanges tried = ChangesTried(session_);
+  if (global_.json) {
+    PrintJsonObject(console_.out, {{"changed", false}, {"rows", static_cast<double>(tried.rows)}},
+                    "changes", tried.fields);
+    return true;
+  }
+  PrintTable(console_.out, tried.fields);
+  console_.out << "Would have changed " << tried.summary
+               << ". This was a trial, nothing was changed.\n";
+  return true;
 }
 
 std::vector<UnitName> CommandSession::ChosenUnits() {
@@ -181,7 +205,7 @@ void PrintRaw(Console& console, const std::function<void(std::ostream&)>& print)
 void PrintTitle(Console& console, const UnitName& unit) {
   std::string title = NameOf(unit);
   title.front() = 'U';
-  console.out << title << '\n';
+  console.Remarks() << title << '\n';
 }
 
 void CommandSession::TellWhatIsMissing(const std::vector<UnitName>& units) {

@@ -12,6 +12,7 @@
 #include "host/cli/operator.h"
 #include "host/desks/session.h"
 #include "host/desks/store_file.h"
+#include "host/desks/trial.h"
 #include "host/terminal/console.h"
 
 namespace qorhost {
@@ -22,6 +23,7 @@ struct GlobalOptions {
   std::optional<std::int32_t> unit;
   std::optional<bool> answer;  ///< --yes or --no
   bool json = false;
+  bool quiet = false;  ///< prints nothing but what was asked for
   bool trace = false;
   std::optional<std::filesystem::path> traceFile;
   bool replaceTraceFile = false;
@@ -33,9 +35,9 @@ class CommandSession {
  public:
   /// Opens the file of `global`. Raises FailureError that names `qorhost init --demo` when there is
   /// no such file, and StoreError.
-  CommandSession(const GlobalOptions& global, Access access, Console& console);
-  /// On a store that is open already.
-  CommandSession(std::unique_ptr<Store> store, const GlobalOptions& global, Console& console);
+  /// In a trial every unit of work is done and undone; questions are taken as answered Yes.
+  CommandSession(const GlobalOptions& global, Access access, Console& console,
+                 Trial trial = Trial::kNo);
   CommandSession(const CommandSession&) = delete;
   CommandSession& operator=(const CommandSession&) = delete;
 
@@ -46,8 +48,12 @@ class CommandSession {
   [[nodiscard]] UnitName ChosenUnit();
   /// The same to change something: of several units one has to be named, or it raises UsageError.
   [[nodiscard]] UnitName UnitToChange();
-  /// Asks a question of the host's own, as the controllers' are asked. Raises RefusedError unless
-  /// the answer is Yes.
+  /// Of a trial that would have changed something: tells what, and that nothing was changed. True
+  /// then, and what the command would tell of what it has done is not so.
+  [[nodiscard]] bool ToldTrial(const Outcome& outcome);
+  /// Asks a question of the host's own, as the controllers' are asked: true for Yes.
+  [[nodiscard]] bool Asks(const std::string& question) { return operator_.Asks(question); }
+  /// The same; raises RefusedError unless the answer is Yes.
   void RequireConsent(const std::string& question);
   /// To be called before a deletion, which may ask nothing: with --no nothing is deleted all the
   /// same. Raises RefusedError then.
@@ -64,9 +70,14 @@ class CommandSession {
 
   const GlobalOptions& global_;
   Console& console_;
+  Trial trial_;
   Operator operator_;
   DeskSession session_;
 };
+
+[[nodiscard]] inline Trial TrialOf(bool trial) {
+  return trial ? Trial::kYes : Trial::kNo;
+}
 
 /// Waits for others who write as long as --wait says, with a word on a terminal when that takes a
 /// while.

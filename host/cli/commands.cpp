@@ -25,4 +25,8 @@ CLI::App* AddCommand(CommandPlace place, const char* name, const char* descripti
   return command;
 }
 
+CLI::Option* DescribeTrial(CLI::App& command, bool& trial) {
+  return command.add_flag("-n,--dry-run", trial, "Tell what it would do, and change nothing");
+}
+
 }  // namespace qorhost

@@ -27,4 +27,7 @@ struct CommandPlace {
 CLI::App* AddCommand(CommandPlace place, const char* name, const char* description,
                      const char* examples, CommandRun run, std::span<const FieldWord> words = {});
 
+/// Adds -n, --dry-run to a command that writes.
+CLI::Option* DescribeTrial(CLI::App& command, bool& trial);
+
 }  // namespace qorhost

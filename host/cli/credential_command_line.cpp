@@ -76,6 +76,15 @@ void DescribeAdd(CommandPlace credentials, const GlobalOptions& global,
        "The new tenants' schedules at the four doors, by id or name (Full Access)");
   text("--from", entry.from, "DATE", "First day of the new tenants");
   text("--to", entry.to, "DATE", "Last day of the new tenants");
+  DescribeTrial(*command, options.trial);
+}
+
+/// The last word of `assign` is the tenant.
+void TakeTenantFromEnd(CredentialEditOptions& options) {
+  if (!options.change.release && options.credentials.size() > 1) {
+    options.change.tenant = options.credentials.back();
+    options.credentials.pop_back();
+  }
 }
 
 void DescribeEdit(CommandPlace credentials, const GlobalOptions& global,
@@ -83,26 +92,34 @@ void DescribeEdit(CommandPlace credentials, const GlobalOptions& global,
   const auto run = [&](Console& console) { return RunCredentialEdit(global, options, console); };
   CredentialChange& change = options.change;
   auto* edit =
-      AddCommand(credentials, "edit", "Change a credential's door or tenant",
+      AddCommand(credentials, "edit", "Change the door or tenant of credentials, of all or of none",
                  "  qorhost credentials edit 301 --unit 2 --tenant 42\n"
                  "  qorhost credentials edit \"Standard 26-Bit Card-500\" --unit 2 --door Garage",
                  run, kEditWords);
-  edit->add_option("CREDENTIAL", options.credential, kCredential)->required();
+  edit->add_option("CREDENTIAL", options.credentials, kCredential)->required();
   edit->add_option("--door", change.door, "The door that a card opens: number, name or none")
       ->type_name("DOOR");
   auto* tenant = edit->add_option("--tenant", change.tenant, "Assign to this tenant: id or name")
                      ->type_name("TENANT");
   edit->add_flag("--release", change.release, "Take it from its tenant")->excludes(tenant);
+  DescribeTrial(*edit, options.trial);
 
   auto* assign = AddCommand(
-      credentials, "assign", "Assign a credential to a tenant; asks when somebody loses one by it",
+      credentials, "assign", "Assign credentials to a tenant; asks when somebody loses one by it",
       "  qorhost credentials assign 301 42 --unit 2\n"
-      "  qorhost credentials assign Transmitter-301 \"Abel Karin T\" --unit 2\n"
+      "  qorhost credentials assign Transmitter-301 20031 \"Abel Karin T\" --unit 2\n"
       "  qorhost credentials assign rid:17 --release --unit 2",
-      run, kAssignWords);
-  assign->add_option("CREDENTIAL", options.credential, kCredential)->required();
-  auto* holder = assign->add_option("TENANT", change.tenant, "The tenant's id or name");
-  assign->add_flag("--release", change.release, "Take it from its tenant")->excludes(holder);
+      [&global, &options](Console& console) {
+        TakeTenantFromEnd(options);
+        return RunCredentialEdit(global, options, console);
+      },
+      kAssignWords);
+  assign
+      ->add_option("CREDENTIAL", options.credentials,
+                   std::string(kCredential) + "; behind the last one the tenant's id or name")
+      ->required();
+  assign->add_flag("--release", change.release, "Take them from their tenants; name no tenant");
+  DescribeTrial(*assign, options.trial);
 }
 
 void DescribeReplace(CommandPlace credentials, const GlobalOptions& global,
@@ -120,7 +137,7 @@ void DescribeReplace(CommandPlace credentials, const GlobalOptions& global,
       ->required();
   replace->add_flag("--keep-old", options.replacement.keepLost,
                     "Leave OLD stored, held by nobody, instead of deleting it");
-  replace->add_flag("-n,--dry-run", options.trial, "Tell what it would do, and change nothing");
+  DescribeTrial(*replace, options.trial);
 }
 
 void DescribeRest(CommandPlace credentials, const GlobalOptions& global, CredentialChoice& choice) {
@@ -134,13 +151,16 @@ void DescribeRest(CommandPlace credentials, const GlobalOptions& global, Credent
       ->add_option("NUMBER", choice.renumber.number,
                    fmt::format("The new number, 1 to {}", credential_bound::kNumber))
       ->required();
+  DescribeTrial(*renumber, choice.renumber.trial);
 
   auto* remove = AddCommand(
-      credentials, "delete", "Delete a credential; asks when a tenant holds it",
-      "  qorhost credentials delete 301 --unit 2 --yes",
+      credentials, "delete", "Delete credentials, all or none; asks when a tenant holds one",
+      "  qorhost credentials delete 301 --unit 2 --yes\n"
+      "  qorhost credentials delete 301 302 rid:17 --unit 2 --dry-run",
       [&](Console& console) { return RunCredentialDelete(global, choice.toDelete, console); },
       kDeleteWords);
-  remove->add_option("CREDENTIAL", choice.toDelete, kCredential)->required();
+  remove->add_option("CREDENTIAL", choice.toDelete.credentials, kCredential)->required();
+  DescribeTrial(*remove, choice.toDelete.trial);
 
   DescribeImport(credentials, "Issue the credentials of a CSV file",
                  "  qorhost credentials import cards.csv --unit 2 --dry-run\n"

@@ -1,8 +1,6 @@
 // The words of the commands for credentials.
 #pragma once
 
-#include <string>
-
 #include "host/cli/commands.h"
 #include "host/cli/credential_commands.h"
 #include "host/cli/import_commands.h"
@@ -11,7 +9,7 @@ namespace qorhost {
 
 /// Everything that their options write to.
 struct CredentialChoice {
-  std::string toDelete;
+  CredentialDeleteOptions toDelete;
   CredentialAddOptions add;
   CredentialEditOptions edit;
   CredentialRenumberOptions renumber;

@@ -5,6 +5,7 @@
 #include "host/cli/progress.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_list.h"
+#include "host/desks/credential_series.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
@@ -41,15 +42,16 @@ void PrintIssuedAsJson(const IssuedCredentials& issued, const UnitName& unit, bo
 void PrintIssued(const IssuedCredentials& issued, const UnitName& unit, bool withTenants,
                  Console& console) {
   const std::int64_t count = issued.Count();
-  console.out << (count == 1 ? fmt::format("Issued {} {} {}.\n", issued.type,
-                                           WithRid(std::to_string(issued.first), issued.lastRid),
-                                           InUnit(unit))
-                             : fmt::format("Issued {} credentials: {} {} to {} (last RID {}) {}.\n",
-                                           count, issued.type, issued.first, issued.last,
-                                           issued.lastRid, InUnit(unit)));
+  console.Remarks() << (count == 1
+                            ? fmt::format("Issued {} {} {}.\n", issued.type,
+                                          WithRid(std::to_string(issued.first), issued.lastRid),
+                                          InUnit(unit))
+                            : fmt::format("Issued {} credentials: {} {} to {} (last RID {}) {}.\n",
+                                          count, issued.type, issued.first, issued.last,
+                                          issued.lastRid, InUnit(unit)));
   if (withTenants) {
-    console.out << fmt::format("Created {}, ready to be named; their steps are queued.\n",
-                               Counted(static_cast<std::size_t>(count), "tenant", "tenants"));
+    console.Remarks() << fmt::format("Created {}, ready to be named; their steps are queued.\n",
+                                     Counted(static_cast<std::size_t>(count), "tenant", "tenants"));
   }
 }
 
@@ -59,11 +61,20 @@ std::string Joined(const std::vector<std::string>& names) {
 
 void PrintLosses(const AssignmentLosses& losses, Console& console) {
   if (!losses.holders.empty()) {
-    console.out << fmt::format("Without it now: {}.\n", Joined(losses.holders));
+    console.Remarks() << fmt::format("Without it now: {}.\n", Joined(losses.holders));
   }
   if (!losses.replaced.empty()) {
-    console.out << fmt::format("Taken from the tenant: {}.\n", Displayable(losses.replaced));
+    console.Remarks() << fmt::format("Taken from the tenant: {}.\n", Displayable(losses.replaced));
   }
+}
+
+void PrintEdited(const EditedCredential& edited, const UnitName& unit, Console& console) {
+  const ShownCredential& now = edited.changed.credential;
+  const std::string door = now.door ? fmt::format("door {}, ", Displayable(*now.door)) : "";
+  console.Remarks() << fmt::format(
+      "{} {}: {}{}{}.\n", NameOf(now), InUnit(unit), door, AssignmentText(now),
+      edited.changed.unchanged ? ", as before; nothing was changed" : "");
+  PrintLosses(edited.losses, console);
 }
 
 std::string NameOf(const NamedCredential& credential) {
@@ -90,21 +101,95 @@ void PrintReplacedAsJson(const ReplacedCredential& replaced,
 
 void PrintReplaced(const ReplacedCredential& replaced, const CredentialReplaceOptions& options,
                    const UnitName& unit, Console& console) {
+  std::ostream& told = options.trial ? console.out : console.Remarks();
   const std::string successor = replaced.issued && options.trial
                                     ? Displayable(replaced.successor.entry)
                                     : NameOf(replaced.successor);
-  console.out << fmt::format("{} {} replaced by {}{}, {}.\n", NameOf(replaced.lost),
-                             options.trial ? "would be" : "is", replaced.issued ? "the new " : "",
-                             successor, InUnit(unit));
-  console.out << (replaced.holder.empty() ? "Nobody held it.\n"
-                                          : fmt::format("Holder: {}, whose step {} queued.\n",
-                                                        Displayable(replaced.holder),
-                                                        options.trial ? "would be" : "is"));
+  told << fmt::format("{} {} replaced by {}{}, {}.\n", NameOf(replaced.lost),
+                      options.trial ? "would be" : "is", replaced.issued ? "the new " : "",
+                      successor, InUnit(unit));
+  told << (replaced.holder.empty()
+               ? "Nobody held it.\n"
+               : fmt::format("Holder: {}, whose step {} queued.\n", Displayable(replaced.holder),
+                             options.trial ? "would be" : "is"));
   const std::string_view lost = options.replacement.keepLost ? "stays, held by nobody"
                                 : options.trial              ? "would be deleted"
                                                              : "is deleted";
-  console.out << fmt::format("The old one {}.{}\n", lost,
-                             options.trial ? " Nothing was changed." : "");
+  told << fmt::format("The old one {}.{}\n", lost, options.trial ? " Nothing was changed." : "");
+}
+
+ExitStatus EditOne(CommandSession& session, const UnitName& unit,
+                   const CredentialEditOptions& options, Console& console) {
+  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
+  (void)desk.Select(options.credentials.front());
+  EnterChange(desk, options.change);
+  const AssignmentLosses losses = desk.LossesOfSaving();
+  if (!options.change.release && losses.any()) {
+    const ShownCredential before = desk.Shown();
+    session.RequireConsent(QuestionOf(losses, WithRid(before.entry, before.rid), before.tenant));
+  }
+  const ChangedCredential changed = desk.SaveEdited();
+  const ExitStatus status = TellChange(changed, "credential", console);
+  if (session.ToldTrial(changed)) {
+    return status;
+  }
+  if (changed.ending == Ending::kRefused) {
+    const ShownCredential& now = changed.credential;
+    console.err << fmt::format("qorhost: {} is {} now, {}.\n", NameOf(now), AssignmentText(now),
+                               InUnit(unit));
+  } else if (changed.done()) {
+    PrintEdited({changed, losses}, unit, console);
+  }
+  return status;
+}
+
+ExitStatus EditSeveral(CommandSession& session, const UnitName& unit,
+                       const CredentialEditOptions& options, Console& console) {
+  std::vector<EditedCredential> edited;
+  const SeveralOutcome outcome = EditCredentials(
+      session.desks(), unit.key, options.credentials, options.change,
+      [&session](const std::string& question) { return session.Asks(question); }, edited);
+  const ExitStatus status = TellSeveral(outcome, "credentials", console);
+  if (outcome.done() && !session.ToldTrial(outcome)) {
+    for (const EditedCredential& one : edited) {
+      PrintEdited(one, unit, console);
+    }
+  }
+  return status;
+}
+
+ExitStatus DeleteOne(CommandSession& session, const UnitName& unit, const std::string& credential,
+                     Console& console) {
+  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
+  const ShownCredential chosen = desk.Select(credential);
+  session.RequireDeletion();
+  const Outcome deleted = desk.Delete();
+  const ExitStatus status = TellChange(deleted, "credential", console);
+  if (session.ToldTrial(deleted)) {
+    return status;
+  }
+  if (deleted.done()) {
+    console.Remarks() << fmt::format("Deleted {} {}.\n", NameOf(chosen), InUnit(unit));
+  } else {
+    console.err << fmt::format("qorhost: {} was not deleted {}.\n", NameOf(chosen), InUnit(unit));
+  }
+  return status;
+}
+
+ExitStatus DeleteSeveral(CommandSession& session, const UnitName& unit,
+                         const CredentialDeleteOptions& options, Console& console) {
+  session.RequireDeletion();
+  std::vector<ShownCredential> deleted;
+  const SeveralOutcome outcome = DeleteCredentials(
+      session.desks(), unit.key, options.credentials,
+      [&session](const std::string& question) { return session.Asks(question); }, deleted);
+  const ExitStatus status = TellSeveral(outcome, "credentials", console);
+  if (outcome.done() && !session.ToldTrial(outcome)) {
+    for (const ShownCredential& one : deleted) {
+      console.Remarks() << fmt::format("Deleted {} {}.\n", NameOf(one), InUnit(unit));
+    }
+  }
+  return status;
 }
 
 }  // namespace
@@ -123,13 +208,16 @@ ExitStatus RunCredentialList(const GlobalOptions& global, Console& console) {
 ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOptions& options,
                             Console& console) {
   const bool withTenants = options.entry.withTenants;
-  CommandSession session(global, Access::kChange, console);
+  CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
   CredentialDesk desk(session.desks(), unit.key,
                       withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
   EnterCredentials(desk, options.entry);
   const IssuedCredentials issued = desk.SaveNew(BarOn(console, global.trace));
   const ExitStatus status = TellChange(issued, "unit", console);
+  if (session.ToldTrial(issued)) {
+    return status;
+  }
   if (issued.done() && global.json) {
     PrintIssuedAsJson(issued, unit, withTenants, console);
   } else if (issued.done()) {
@@ -143,47 +231,30 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
   if (!options.change.door && !options.change.tenant && !options.change.release) {
     throw UsageError("say what to change: --door, --tenant or --release");
   }
-  CommandSession session(global, Access::kChange, console);
+  CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
-  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
-  (void)desk.Select(options.credential);
-  EnterChange(desk, options.change);
-  const AssignmentLosses losses = desk.LossesOfSaving();
-  if (!options.change.release && losses.any()) {
-    const ShownCredential before = desk.Shown();
-    session.RequireConsent(QuestionOf(losses, WithRid(before.entry, before.rid), before.tenant));
-  }
-  const ChangedCredential changed = desk.SaveEdited();
-  const ShownCredential& now = changed.credential;
-  const ExitStatus status = TellChange(changed, "credential", console);
-  if (changed.ending == Ending::kRefused) {
-    console.err << fmt::format("qorhost: {} is {} now, {}.\n", NameOf(now), AssignmentText(now),
-                               InUnit(unit));
-  } else if (changed.done()) {
-    const std::string door = now.door ? fmt::format("door {}, ", Displayable(*now.door)) : "";
-    console.out << fmt::format("{} {}: {}{}{}.\n", NameOf(now), InUnit(unit), door,
-                               AssignmentText(now),
-                               changed.unchanged ? ", as before; nothing was changed" : "");
-    PrintLosses(losses, console);
-  }
-  return status;
+  return options.credentials.size() == 1 ? EditOne(session, unit, options, console)
+                                         : EditSeveral(session, unit, options, console);
 }
 
 ExitStatus RunCredentialRenumber(const GlobalOptions& global,
                                  const CredentialRenumberOptions& options, Console& console) {
   const CredentialNumber number(options.number);
-  CommandSession session(global, Access::kChange, console);
+  CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential before = desk.Select(options.credential);
   const ChangedCredential renumbered = desk.Renumber(number);
   const ExitStatus status = TellChange(renumbered, "credential", console);
+  if (session.ToldTrial(renumbered)) {
+    return status;
+  }
   if (renumbered.unchanged) {
-    console.out << fmt::format("{} {}, has that number already; nothing was changed.\n",
-                               NameOf(before), InUnit(unit));
+    console.Remarks() << fmt::format("{} {}, has that number already; nothing was changed.\n",
+                                     NameOf(before), InUnit(unit));
   } else if (renumbered.done()) {
-    console.out << fmt::format("{} is {} now, {}.\n", Displayable(before.entry),
-                               NameOf(renumbered.credential), InUnit(unit));
+    console.Remarks() << fmt::format("{} is {} now, {}.\n", Displayable(before.entry),
+                                     NameOf(renumbered.credential), InUnit(unit));
   }
   return status;
 }
@@ -195,9 +266,8 @@ ExitStatus RunCredentialReplace(const GlobalOptions& global,
   if (!options.replacement.keepLost) {
     session.RequireDeletion();
   }
-  const Trial trial = options.trial ? Trial::kYes : Trial::kNo;
   const ReplacedCredential replaced =
-      ReplaceCredential(session.desks(), unit.key, options.replacement, trial);
+      ReplaceCredential(session.desks(), unit.key, options.replacement, TrialOf(options.trial));
   const ExitStatus status = TellChange(replaced, "credential", console);
   console.stored = console.stored && !options.trial;
   if (!replaced.done()) {
@@ -210,21 +280,13 @@ ExitStatus RunCredentialReplace(const GlobalOptions& global,
   return status;
 }
 
-ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& credential,
+ExitStatus RunCredentialDelete(const GlobalOptions& global, const CredentialDeleteOptions& options,
                                Console& console) {
-  CommandSession session(global, Access::kChange, console);
+  CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
-  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
-  const ShownCredential chosen = desk.Select(credential);
-  session.RequireDeletion();
-  const Outcome deleted = desk.Delete();
-  const ExitStatus status = TellChange(deleted, "credential", console);
-  if (deleted.done()) {
-    console.out << fmt::format("Deleted {} {}.\n", NameOf(chosen), InUnit(unit));
-  } else {
-    console.err << fmt::format("qorhost: {} was not deleted {}.\n", NameOf(chosen), InUnit(unit));
-  }
-  return status;
+  return options.credentials.size() == 1
+             ? DeleteOne(session, unit, options.credentials.front(), console)
+             : DeleteSeveral(session, unit, options, console);
 }
 
 }  // namespace qorhost

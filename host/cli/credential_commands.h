@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/cli/command_session.h"
 #include "host/desks/credential_entry.h"
@@ -11,18 +12,26 @@ namespace qorhost {
 
 struct CredentialAddOptions {
   NewCredentials entry;
+  bool trial = false;  ///< tells what it would do
 };
 
 /// A credential is named by its number ("301"), by its entry in the list ("Transmitter-301") or by
 /// its row ("rid:17").
 struct CredentialEditOptions {
-  std::string credential;
+  std::vector<std::string> credentials;
   CredentialChange change;
+  bool trial = false;
 };
 
 struct CredentialRenumberOptions {
   std::string credential;
   std::string number;
+  bool trial = false;
+};
+
+struct CredentialDeleteOptions {
+  std::vector<std::string> credentials;
+  bool trial = false;
 };
 
 struct CredentialReplaceOptions {
@@ -33,14 +42,14 @@ struct CredentialReplaceOptions {
 ExitStatus RunCredentialList(const GlobalOptions& global, Console& console);
 ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOptions& options,
                             Console& console);
-/// `credentials edit` and `credentials assign`.
+/// `credentials edit` and `credentials assign`; of several credentials all are changed or none.
 ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOptions& options,
                              Console& console);
 ExitStatus RunCredentialRenumber(const GlobalOptions& global,
                                  const CredentialRenumberOptions& options, Console& console);
 ExitStatus RunCredentialReplace(const GlobalOptions& global,
                                 const CredentialReplaceOptions& options, Console& console);
-ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& credential,
+ExitStatus RunCredentialDelete(const GlobalOptions& global, const CredentialDeleteOptions& options,
                                Console& console);
 
 }  // namespace qorhost

@@ -84,16 +84,19 @@ void DescribeAdd(CommandPlace dircodes, const GlobalOptions& global, DirCodeAddO
       [&](Console& console) { return RunDirCodeAdd(global, add, console); }, kEntryWords);
   command->add_option("CODE", add.code, "The code that a visitor dials")->required();
   DescribeEntry(*command, add.entry);
+  DescribeTrial(*command, add.trial);
 }
 
 void DescribeEdit(CommandPlace dircodes, const GlobalOptions& global, DirCodeEditOptions& edit) {
   auto* command = AddCommand(
-      dircodes, "edit", "Change a directory code's settings; what is not named stays",
+      dircodes, "edit",
+      "Change the settings of directory codes, of all or of none; what is not named stays",
       "  qorhost dircodes edit 101 --unit 2 --phone 555-0142\n"
       "  qorhost dircodes edit 101 --unit 2 --no-dnd --forward-phone 555-0290 \\\n"
-      "      --forward-schedule 1 --hide-name",
+      "      --forward-schedule 1 --hide-name\n"
+      "  qorhost dircodes edit 101 102 103 --unit 2 --inactive --dry-run",
       [&](Console& console) { return RunDirCodeEdit(global, edit, console); }, kEntryWords);
-  command->add_option("CODE", edit.choice, kCode)->required();
+  command->add_option("CODE", edit.choices, kCode)->required();
   DescribeEntry(*command, edit.entry);
   auto* noDnd = command->add_flag("--no-dnd", edit.entry.noDnd, "No do-not-disturb any more");
   noDnd->excludes("--dnd");
@@ -103,6 +106,7 @@ void DescribeEdit(CommandPlace dircodes, const GlobalOptions& global, DirCodeEdi
        {"--forward-phone", "--forward-extension", "--forward-schedule", "--forward-delay"}) {
     noForwarding->excludes(option);
   }
+  DescribeTrial(*command, edit.trial);
 }
 
 void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, DirCodeSyncOptions& sync,
@@ -117,7 +121,7 @@ void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, DirCod
   merge->add_option("--from", sync.from, "The unit file; - for standard input")
       ->required()
       ->type_name("FILE");
-  merge->add_flag("--dry-run", sync.dryRun, "Print what would be done, write nothing");
+  merge->add_flag("-n,--dry-run", sync.dryRun, "Print what would be done, write nothing");
   merge->add_flag("--skip-bad-lines", sync.skipBadLines,
                   "Leave bad lines out; no stored code is deleted then");
 
@@ -173,13 +177,17 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
       kRenumberWords);
   renumber->add_option("CODE", choice.renumber.choice, kCode)->required();
   renumber->add_option("NUMBER", choice.renumber.number, "The new code")->required();
+  DescribeTrial(*renumber, choice.renumber.trial);
 
   auto* remove = AddCommand(
-      dircodes, "delete", "Delete a directory code, after a question, and take it from its tenants",
-      "  qorhost dircodes delete 101 --unit 2 --yes",
-      [&](Console& console) { return RunDirCodeDelete(global, choice.choice, console); },
+      dircodes, "delete",
+      "Delete directory codes, all or none, after a question, and take them from their tenants",
+      "  qorhost dircodes delete 101 --unit 2 --yes\n"
+      "  qorhost dircodes delete 101 102 rid:17 --unit 2 --dry-run",
+      [&](Console& console) { return RunDirCodeDelete(global, choice.toDelete, console); },
       kChoiceWords);
-  remove->add_option("CODE", choice.choice, kCode)->required();
+  remove->add_option("CODE", choice.toDelete.choices, kCode)->required();
+  DescribeTrial(*remove, choice.toDelete.trial);
   DescribeExchange(dircodes, global, choice.sync, choice.exported);
   DescribeImport(dircodes, "Add the directory codes of a CSV file",
                  "  qorhost dircodes import codes.csv --unit 2 --dry-run\n"

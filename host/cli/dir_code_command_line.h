@@ -12,7 +12,8 @@ namespace qorhost {
 
 /// Everything that their options write to.
 struct DirCodeChoice {
-  std::string choice;  ///< of show and delete
+  std::string choice;  ///< of show
+  DirCodeDeleteOptions toDelete;
   DirCodeAddOptions add;
   DirCodeEditOptions edit;
   DirCodeRenumberOptions renumber;

@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "frame/convert.h"
+#include "host/cli/existing_file.h"
 #include "host/cli/progress.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "host/desks/words.h"
-#include "host/files/file_error.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
 #include "host/files/whole_file.h"
@@ -114,15 +114,16 @@ void PrintDone(const MergeReport& report, const UnitName& unit, bool asJson, Con
                                   {"steps_withdrawn", CountCell(aftermath.stepsWithdrawn)}});
     return;
   }
-  console.out << fmt::format("{} inserted, {} updated, {} deleted, {} unchanged {}.\n",
-                             report.inserted, report.updated, report.deleted, report.unchanged,
-                             InUnit(unit));
+  console.Remarks() << fmt::format("{} inserted, {} updated, {} deleted, {} unchanged {}.\n",
+                                   report.inserted, report.updated, report.deleted,
+                                   report.unchanged, InUnit(unit));
   if (aftermath.tenantsReleased > 0) {
-    console.out << fmt::format("{} without a directory code now.\n",
-                               Counted(aftermath.tenantsReleased, "tenant is", "tenants are"));
+    console.Remarks() << fmt::format(
+        "{} without a directory code now.\n",
+        Counted(aftermath.tenantsReleased, "tenant is", "tenants are"));
   }
   if (aftermath.stepsWithdrawn > 0) {
-    console.out << fmt::format(
+    console.Remarks() << fmt::format(
         "{} withdrawn: the unit's codes hold.\n",
         Counted(aftermath.stepsWithdrawn, "waiting step was", "waiting steps were"));
   }
@@ -163,14 +164,10 @@ void RequireAnotherTraceFile(const GlobalOptions& global, const DirCodeExportOpt
 /// Raises RefusedError for a file that is there already, unless it is to be replaced.
 void WriteFile(const UnitFile& unit, const GlobalOptions& global,
                const DirCodeExportOptions& options) {
-  try {
+  AdvisingOnExisting("name another file with --to, or replace it with --force", [&] {
     WriteExport(unit, options.to, options.force ? Standing::kReplaced : Standing::kStays,
                 global.file);
-  } catch (const FileError& failure) {
-    if (failure.problem() != FileProblem::kExists) throw;
-    throw RefusedError(std::string(failure.what()) +
-                       ": name another file with --to, or replace it with --force");
-  }
+  });
 }
 
 }  // namespace
@@ -216,9 +213,9 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
   }
   WriteFile(unit, global, options);
   console.stored = true;
-  console.out << fmt::format("Wrote {} to {} ({}).\n",
-                             Counted(unit.codes.size(), "directory code", "directory codes"),
-                             Displayable(options.to), NameOf(chosen));
+  console.Remarks() << fmt::format("Wrote {} to {} ({}).\n",
+                                   Counted(unit.codes.size(), "directory code", "directory codes"),
+                                   Displayable(options.to), NameOf(chosen));
   return ExitStatus::kDone;
 }
 

@@ -65,7 +65,7 @@ void DescribeHistory(CommandPlace place, const GlobalOptions& global, HistoryOpt
       "  qorhost history undo 12 --dry-run\n  qorhost history undo 12",
       [&](Console& console) { return RunHistoryUndo(global, options, console); }, kWords);
   undo->add_option("ENTRY", options.entry, "Its number, as 'history list' prints it")->required();
-  undo->add_flag("-n,--dry-run", options.trial, "Tell what it would do, and change nothing");
+  DescribeTrial(*undo, options.trial);
 
   auto* check = AddCommand(
       history, "check", "Look for entries that are missing or not as they were written",

@@ -44,7 +44,7 @@ ExitStatus RunHistoryShow(const GlobalOptions& global, const HistoryOptions& opt
   CommandSession session(global, Access::kRead, console);
   const WorkEntry entry = EntryOf(session.desks(), options.entry);
   if (!global.json) {
-    console.out << Displayable(DescriptionOf(entry)) << '\n';
+    console.Remarks() << Displayable(DescriptionOf(entry)) << '\n';
   }
   PrintRows(console.out, EntryTable(session.desks(), entry.entry), global.json);
   return ExitStatus::kDone;
@@ -71,11 +71,10 @@ ExitStatus RunHistoryUndo(const GlobalOptions& global, const HistoryOptions& opt
                                   {"changed", undone.written}});
     return ExitStatus::kDone;
   }
-  console.out << Displayable(DescriptionOf(undone.entry))
-              << (undone.written ? " undone" : " can be undone")
-              << InUnitOf(undone.entry, session.desks()) << ": "
-              << Counted(undone.rows, "row", "rows")
-              << (undone.written ? " as before\n" : "; nothing was changed\n");
+  (undone.written ? console.Remarks() : console.out)
+      << Displayable(DescriptionOf(undone.entry)) << (undone.written ? " undone" : " can be undone")
+      << InUnitOf(undone.entry, session.desks()) << ": " << Counted(undone.rows, "row", "rows")
+      << (undone.written ? " as before\n" : "; nothing was changed\n");
   return ExitStatus::kDone;
 }
 

@@ -64,10 +64,11 @@ void PrintReport(const ImportReport& report, const ImportCommand& command, const
                  Console& console) {
   const std::string done = Counted(report.done, command.one, command.many);
   const std::string refused = Counted(report.refused, "line", "lines");
-  console.out << (report.dryRun
-                      ? fmt::format("Would import {}, {} refused, {}. Nothing was written.\n", done,
-                                    refused, InUnit(unit))
-                      : fmt::format("Imported {}, {} refused, {}.\n", done, refused, InUnit(unit)));
+  (report.dryRun ? console.out : console.Remarks())
+      << (report.dryRun
+              ? fmt::format("Would import {}, {} refused, {}. Nothing was written.\n", done,
+                            refused, InUnit(unit))
+              : fmt::format("Imported {}, {} refused, {}.\n", done, refused, InUnit(unit)));
 }
 
 ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,
@@ -101,7 +102,7 @@ void DescribeImport(CommandPlace place, const char* description, const char* exa
                             });
   import->add_option("FILE", options.file,
                      "A CSV file with headings, as 'report' writes one; - for standard input");
-  import->add_flag("--dry-run", options.dryRun, "Say what would be done, write nothing");
+  import->add_flag("-n,--dry-run", options.dryRun, "Say what would be done, write nothing");
   import->add_flag("--columns", options.columns, "Tell what the columns hold, do nothing else");
 }
 

@@ -42,8 +42,8 @@ void TellStale(std::string_view what, const Outcome& outcome, Console& console) 
 
 }  // namespace
 
-Operator::Operator(Console& console, std::optional<bool> answer)
-    : console_(console), answer_(answer) {}
+Operator::Operator(Console& console, std::optional<bool> answer, Trial trial)
+    : console_(console), answer_(answer), trial_(trial) {}
 
 MessageButton Operator::Show(std::string_view text, MessageStyle style, std::string_view title) {
   console_.err << fmt::format("{} [{}]: {}\n", Displayable(title), IconWord(style),
@@ -55,6 +55,9 @@ MessageButton Operator::Show(std::string_view text, MessageStyle style, std::str
   if (answer_) {
     yes = *answer_;
     console_.err << (yes ? "Answered Yes by --yes.\n" : "Answered No by --no.\n");
+  } else if (trial_ == Trial::kYes) {
+    yes = true;
+    console_.err << "Taken as Yes: this is a trial.\n";
   } else if (console_.environment.inputIsTerminal) {
     yes = AskAtTerminal();
   } else {
@@ -96,6 +99,24 @@ ExitStatus Tell(const Outcome& outcome, std::string_view what, Console& console)
     TellStale(what, outcome, console);
   }
   return StatusOf(outcome.ending);
+}
+
+ExitStatus TellSeveral(const SeveralOutcome& outcome, std::string_view what, Console& console) {
+  for (const ShownMessage& message : outcome.messages) {
+    if (message.style != MessageStyle::kQuestion) {
+      console.err << fmt::format("qorhost: {}: {}\n", Displayable(outcome.subject),
+                                 Displayable(message.text));
+    }
+  }
+  const ExitStatus status = Tell(static_cast<const Outcome&>(outcome), what, console);
+  if (!outcome.done()) {
+    console.err << (outcome.subject.empty()
+                        ? std::string("qorhost: nothing was changed.\n")
+                        : fmt::format("qorhost: {} was not done, so nothing was changed.\n",
+                                      Displayable(outcome.subject)));
+  }
+  console.stored = console.stored || (outcome.done() && !outcome.unchanged);
+  return status;
 }
 
 ExitStatus TellChange(const Outcome& outcome, std::string_view what, Console& console) {

@@ -6,6 +6,8 @@
 
 #include "frame/host.h"
 #include "host/desks/outcome.h"
+#include "host/desks/several.h"
+#include "host/desks/trial.h"
 #include "host/terminal/console.h"
 
 namespace qorhost {
@@ -14,7 +16,8 @@ namespace qorhost {
 /// questions: by `answer` when one is given, else by the person at the terminal, else No.
 class Operator {
  public:
-  Operator(Console& console, std::optional<bool> answer);
+  /// In a trial questions are taken as answered Yes unless `answer` says No.
+  Operator(Console& console, std::optional<bool> answer, Trial trial = Trial::kNo);
 
   qorcred::MessageButton Show(std::string_view text, qorcred::MessageStyle style,
                               std::string_view title);
@@ -26,6 +29,7 @@ class Operator {
 
   Console& console_;
   std::optional<bool> answer_;
+  Trial trial_;
 };
 
 [[nodiscard]] ExitStatus StatusOf(Ending ending);
@@ -35,5 +39,7 @@ class Operator {
 ExitStatus Tell(const Outcome& outcome, std::string_view what, Console& console);
 /// The same of an operation that changes the store.
 ExitStatus TellChange(const Outcome& outcome, std::string_view what, Console& console);
+/// The same of several, with the messages about the one that was not done.
+ExitStatus TellSeveral(const SeveralOutcome& outcome, std::string_view what, Console& console);
 
 }  // namespace qorhost

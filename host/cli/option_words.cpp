@@ -2,10 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
-#include "host/cli/suggestion.h"
+#include "frame/text.h"
+#include "host/desks/near_words.h"
 #include "host/terminal/console.h"
 
 namespace qorhost {
@@ -16,6 +18,11 @@ constexpr std::string_view kNoMoreOptions = "--";
 
 bool LooksLikeAnOption(std::string_view word) {
   return word.starts_with("--") && word != kNoMoreOptions;
+}
+
+/// One letter, or several that take no values: "-n", "-nq".
+bool IsShortOption(std::string_view word) {
+  return word.size() > 1 && word[0] == '-' && word[1] != '-' && !qorcred::IsDigit(word[1]);
 }
 
 /// The command whose words come next, and those that it belongs to: their options are its own.
@@ -55,6 +62,19 @@ class CommandPath {
     }
     Refuse("option", name, names);
   }
+  /// The same of one letter after the other.
+  void RequireShortOption(const std::string& word) const {
+    for (const char letter : word.substr(1)) {
+      const std::string name{'-', letter};
+      const bool isKnown =
+          std::any_of(commands_.begin(), commands_.end(), [&name](const CLI::App* command) {
+            return command->get_option_no_throw(name) != nullptr;
+          });
+      if (!isKnown) {
+        Refuse("option", word, {});
+      }
+    }
+  }
   /// Whether the word is an option that takes the next word for its value.
   [[nodiscard]] bool TakesNext(const std::string& word) const {
     for (const CLI::App* command : commands_) {
@@ -85,6 +105,10 @@ class CommandPath {
 void RequireKnownWords(const CLI::App& app, const std::vector<std::string>& args) {
   CommandPath path(app);
   for (std::size_t at = 0; at < args.size() && args[at] != kNoMoreOptions; ++at) {
+    if (IsShortOption(args[at])) {
+      path.RequireShortOption(args[at]);
+      continue;
+    }
     if (!LooksLikeAnOption(args[at])) {
       if (!args[at].starts_with('-')) {
         path.Follow(args[at]);
@@ -103,11 +127,23 @@ void RequireKnownWords(const CLI::App& app, const std::vector<std::string>& args
   }
 }
 
+/// Where the first word stands that is no option in front of the command, nor the value of one.
+std::size_t FirstWord(const CLI::App& app, const std::vector<std::string>& args) {
+  const CommandPath path(app);
+  std::size_t at = 0;
+  while (at < args.size() && args[at].starts_with('-') && args[at] != kNoMoreOptions) {
+    at += path.TakesNext(args[at]) ? 2 : 1;
+  }
+  return at;
+}
+
 }  // namespace
 
 std::vector<std::string> WordsForParser(const CLI::App& app, const std::vector<std::string>& args) {
-  if (!args.empty() && args.front() == "help") {
-    std::vector<std::string> asked(args.begin() + 1, args.end());
+  if (const std::size_t first = FirstWord(app, args);
+      first < args.size() && args[first] == "help") {
+    std::vector<std::string> asked = args;
+    asked.erase(asked.begin() + static_cast<std::ptrdiff_t>(first));
     asked.emplace_back("--help");
     return WordsForParser(app, asked);
   }

@@ -45,7 +45,7 @@ void ProgressBar::Draw(std::int64_t percent) {
 }
 
 Progress BarOn(Console& console, bool traced) {
-  if (!console.environment.errorIsTerminal || traced) {
+  if (!console.environment.errorIsTerminal || traced || console.quiet) {
     return nullptr;
   }
   // Drawn with the first part: before it, a question or a refusal may want the line.

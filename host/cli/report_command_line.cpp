@@ -62,12 +62,15 @@ void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOpti
           .c_str(),
       [&](Console& console) { return RunCredentialReport(global, options, console); }, kWords);
   auto* where = DescribeOutput(*credentials, options);
-  credentials
-      ->add_option("--delete", options.toDelete,
-                   "Delete these credentials without a question; a tenant may hold none of them")
-      ->type_name("rid:RID,RID...")
-      ->excludes(where)
-      ->excludes("--format");
+  auto* toDelete =
+      credentials
+          ->add_option(
+              "--delete", options.toDelete,
+              "Delete these credentials without a question; a tenant may hold none of them")
+          ->type_name("rid:RID,RID...")
+          ->excludes(where)
+          ->excludes("--format");
+  DescribeTrial(*credentials, options.trial)->needs(toDelete);
 }
 
 }  // namespace qorhost

@@ -52,7 +52,7 @@ void Print(const Report& report, std::string_view format, std::string_view title
   } else if (format == "json") {
     PrintJson(console.out, report.Complete());
   } else {
-    console.out << Displayable(title) << '\n';
+    console.Remarks() << Displayable(title) << '\n';
     PrintTable(console.out, report.Visible());
   }
 }
@@ -60,17 +60,21 @@ void Print(const Report& report, std::string_view format, std::string_view title
 ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& options,
                              Console& console) {
   const GivenRids rids = GivenRids::Named(*options.toDelete);
-  CommandSession session(global, Access::kChange, console);
+  CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
   CredentialReport report(session.desks(), unit.key, {});
   session.RequireDeletion();
   const DeletedCredentials deleted = report.Delete(rids);
   const ExitStatus status = TellChange(deleted, "credential", console);
+  if (session.ToldTrial(deleted)) {
+    return status;
+  }
   if (deleted.done() && global.json) {
     PrintJsonObject(console.out, {{"unit", unit.key}, {"deleted", deleted.rows}});
   } else if (deleted.done()) {
-    console.out << fmt::format("Deleted {} of {} {}.\n", deleted.rows,
-                               Counted(deleted.given, "credential", "credentials"), InUnit(unit));
+    console.Remarks() << fmt::format("Deleted {} of {} {}.\n", deleted.rows,
+                                     Counted(deleted.given, "credential", "credentials"),
+                                     InUnit(unit));
   }
   return status;
 }

@@ -10,7 +10,8 @@ namespace qorhost {
 namespace {
 
 constexpr std::array kWords{
-    FieldWord{step_input::kUpTo, "--upto", "'qorhost steps list' shows what waits"}};
+    FieldWord{step_input::kUpTo, "--upto", "'qorhost steps list' shows what waits"},
+    FieldWord{step_input::kStep, "", "'qorhost steps list' shows what waits"}};
 
 }  // namespace
 
@@ -37,11 +38,14 @@ void DescribeSteps(CommandPlace place, const GlobalOptions& global, StepOptions&
 
   auto* done = AddCommand(
       steps, "done", "Mark the steps that a unit was handed as sent",
-      "  qorhost steps done --unit 2 --upto 17\n  qorhost steps done --unit 2 --dry-run",
+      "  qorhost steps done --unit 2 --upto 17\n"
+      "  qorhost steps done 12 14 --unit 2\n  qorhost steps done --unit 2 --dry-run",
       [&](Console& console) { return RunStepsDone(global, options, console); }, kWords);
-  done->add_option("--upto", options.upTo, "The last step that was handed over (all that wait)")
-      ->type_name("STEP");
-  done->add_flag("-n,--dry-run", options.trial, "Tell what it would do, and change nothing");
+  auto* named = done->add_option("STEP", options.choice.steps, "These steps (all that wait)");
+  done->add_option("--upto", options.choice.upTo, "All up to the last one that was handed over")
+      ->type_name("STEP")
+      ->excludes(named);
+  DescribeTrial(*done, options.trial);
 }
 
 }  // namespace qorhost

@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
+#include "host/cli/existing_file.h"
 #include "host/desks/step_desk.h"
 #include "host/desks/words.h"
-#include "host/files/file_error.h"
 #include "host/files/json_writer.h"
 #include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
@@ -21,13 +21,9 @@ void WriteFile(const StepFile& file, const GlobalOptions& global, const StepOpti
   if (global.traceFile && AreOneFile(*global.traceFile, options.to)) {
     throw UsageError("FILE and --trace-file name the same file: name another one");
   }
-  try {
+  AdvisingOnExisting("name another file, or replace it with --force behind 'export'", [&] {
     file.WriteTo(options.to, options.force ? Standing::kReplaced : Standing::kStays, global.file);
-  } catch (const FileError& failure) {
-    if (failure.problem() != FileProblem::kExists) throw;
-    throw RefusedError(std::string(failure.what()) +
-                       ": name another file, or replace it with --force behind 'export'");
-  }
+  });
 }
 
 }  // namespace
@@ -60,11 +56,11 @@ ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options
                      {"last_step", file.last() ? Value(*file.last()) : Value(qorcred::Null{})}});
     return ExitStatus::kDone;
   }
-  console.out << fmt::format("Wrote {} to {} ({}).\n", Counted(file.count(), "step", "steps"),
-                             Displayable(options.to), NameOf(unit));
+  console.Remarks() << fmt::format("Wrote {} to {} ({}).\n", Counted(file.count(), "step", "steps"),
+                                   Displayable(options.to), NameOf(unit));
   if (file.last()) {
-    console.out << fmt::format("When the unit has them: qorhost steps done --unit {} --upto {}\n",
-                               unit.key, *file.last());
+    console.Remarks() << fmt::format(
+        "When the unit has them: qorhost steps done --unit {} --upto {}\n", unit.key, *file.last());
   }
   return ExitStatus::kDone;
 }
@@ -73,7 +69,7 @@ ExitStatus RunStepsDone(const GlobalOptions& global, const StepOptions& options,
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   const SentSteps sent =
-      MarkSent(session.desks(), unit.key, options.upTo, options.trial ? Trial::kYes : Trial::kNo);
+      MarkSent(session.desks(), unit.key, options.choice, TrialOf(options.trial));
   const bool changed = sent.steps > 0 && !options.trial;
   console.stored = changed;
   if (global.json) {
@@ -83,15 +79,16 @@ ExitStatus RunStepsDone(const GlobalOptions& global, const StepOptions& options,
                                   {"changed", changed}});
     return ExitStatus::kDone;
   }
+  std::ostream& told = options.trial ? console.out : console.Remarks();
   if (sent.steps == 0) {
-    console.out << fmt::format("Nothing waits for {}; nothing was changed.\n", NameOf(unit));
+    told << fmt::format("Nothing waits for {}; nothing was changed.\n", NameOf(unit));
     return ExitStatus::kDone;
   }
-  console.out << fmt::format("{} {} {}, {} as the unit has them.{}\n",
-                             Counted(sent.steps, "step", "steps"),
-                             options.trial ? "would be marked as sent" : "marked as sent",
-                             InUnit(unit), Counted(sent.codes, "directory code", "directory codes"),
-                             options.trial ? " Nothing was changed." : "");
+  told << fmt::format("{} {} {}, {} as the unit has them.{}\n",
+                      Counted(sent.steps, "step", "steps"),
+                      options.trial ? "would be marked as sent" : "marked as sent", InUnit(unit),
+                      Counted(sent.codes, "directory code", "directory codes"),
+                      options.trial ? " Nothing was changed." : "");
   return ExitStatus::kDone;
 }
 

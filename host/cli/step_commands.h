@@ -1,18 +1,18 @@
 // The commands that hand programming steps over to a unit.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "host/cli/command_session.h"
+#include "host/desks/step_desk.h"
 
 namespace qorhost {
 
 struct StepOptions {
-  std::string to;                   ///< of export: a file, or - for standard output
-  bool force = false;               ///< of export: replaces a file
-  std::optional<std::string> upTo;  ///< of done: the last step
-  bool trial = false;               ///< of done: tells what it would do
+  std::string to;      ///< of export: a file, or - for standard output
+  bool force = false;  ///< of export: replaces a file
+  StepChoice choice;   ///< of done
+  bool trial = false;  ///< of done: tells what it would do
 };
 
 /// Lists what waits, with times and subjects.

@@ -4,11 +4,13 @@
 
 #include <vector>
 
+#include "host/cli/existing_file.h"
 #include "host/cli/operator.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
 #include "host/desks/words.h"
 #include "host/files/file_error.h"
+#include "host/files/input_file.h"
 #include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
 #include "host/terminal/table_printer.h"
@@ -17,24 +19,67 @@ namespace qorhost {
 
 namespace {
 
-void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
-  const auto rows = static_cast<double>(change.rows);
-  if (asJson) {
-    PrintJsonObject(out, {{"rows", rows}, {"new_rid", static_cast<double>(change.newRid)}});
+void PrintResult(const StatementResult& result, bool asJson, Console& console) {
+  if (const auto* table = std::get_if<Table>(&result)) {
+    PrintRows(console.out, *table, asJson);
     return;
   }
-  out << Counted(static_cast<std::size_t>(change.rows), "row", "rows") << " changed\n";
+  const auto& change = std::get<ChangedRows>(result);
+  if (asJson) {
+    PrintJsonObject(console.out, {{"rows", static_cast<double>(change.rows)},
+                                  {"new_rid", static_cast<double>(change.newRid)}});
+  } else {
+    console.Remarks() << Counted(static_cast<std::size_t>(change.rows), "row", "rows")
+                      << " changed\n";
+  }
+}
+
+/// One after the other; of several as JSON one array.
+void PrintResults(const std::vector<StatementResult>& results, bool asJson, Console& console) {
+  const bool inArray = asJson && results.size() > 1;
+  for (std::size_t at = 0; at < results.size(); ++at) {
+    if (inArray) {
+      console.out << (at == 0 ? "[\n" : ",\n");
+    }
+    PrintResult(results[at], asJson, console);
+  }
+  if (inArray) {
+    console.out << "]\n";
+  }
+}
+
+StoreStatements ReadStatements(const SqlOptions& options, Console& console) {
+  if (options.statement.has_value() == options.file.has_value()) {
+    throw UsageError("give one STATEMENT, or --file FILE, or - for standard input");
+  }
+  if (options.statement && options.statement != kStandardStream) {
+    return StoreStatements(*options.statement);
+  }
+  const std::string& from = options.file ? *options.file : *options.statement;
+  const bool isInput = from == kStandardStream;
+  const auto statements = StoreStatements::OfScript(
+      isInput ? ReadWholeText(console.in, kStandardInput) : ReadWholeFile(from));
+  if (statements.count() == 0) {
+    throw UsageError(
+        fmt::format("there is no statement in {}", isInput ? std::string(kStandardInput) : from));
+  }
+  return statements;
 }
 
 /// Puts the store in its place. Raises RefusedError that says what to do about what stands there.
 void Put(const GlobalOptions& global, const InitOptions& options, Console& console) {
   const auto asks = [&](const std::string& found) {
-    return Operator(console, global.answer).Asks(found + ". Replace it all the same?");
+    return Operator(console, global.answer, TrialOf(options.trial))
+        .Asks(found + ". Replace it all the same?");
   };
   try {
-    PutStore(global.file, {options.demo, console.environment.clock, console.environment.author},
-             options.force ? Standing::kReplaced : Standing::kStays, PatienceOf(global, console),
-             asks);
+    AdvisingOnExisting("name another file with --db, or replace it with --force", [&] {
+      PutStore(global.file,
+               {options.demo, console.environment.clock, console.environment.author,
+                TrialOf(options.trial)},
+               options.force ? Standing::kReplaced : Standing::kStays, PatienceOf(global, console),
+               asks);
+    });
   } catch (const DoubtfulStore& doubtful) {
     throw RefusedError(std::string(doubtful.what()) +
                        ": name another file with --db, or say --yes as well");
@@ -42,15 +87,10 @@ void Put(const GlobalOptions& global, const InitOptions& options, Console& conso
     throw RefusedError(std::string(foreign.what()) +
                        ": name another file with --db, or move it away");
   } catch (const FileError& failure) {
-    switch (failure.problem()) {
-      case FileProblem::kExists:
-        throw RefusedError(std::string(failure.what()) +
-                           ": name another file with --db, or replace it with --force");
-      case FileProblem::kOccupied:
-        throw RefusedError(std::string(failure.what()) + ": name a file with --db");
-      default:
-        throw;
+    if (failure.problem() != FileProblem::kOccupied) {
+      throw;
     }
+    throw RefusedError(std::string(failure.what()) + ": name a file with --db");
   }
 }
 
@@ -61,14 +101,19 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
     throw UsageError("--force replaces a store, and --no says No: leave one of them out");
   }
   Put(global, options, console);
-  console.stored = true;
   const std::string name = Displayable(global.file.string());
-  console.out << (options.demo
-                      ? fmt::format("Created {} with the demo building. Try 'qorhost units'.\n",
-                                    name)
-                      : fmt::format("Created {} without any units. 'qorhost init --demo' makes "
-                                    "one to try things on.\n",
-                                    name));
+  if (options.trial) {
+    console.out << fmt::format("Would create {}. This was a trial, nothing was changed.\n", name);
+    return ExitStatus::kDone;
+  }
+  console.stored = true;
+  console.Remarks() << (options.demo
+                            ? fmt::format(
+                                  "Created {} with the demo building. Try 'qorhost units'.\n", name)
+                            : fmt::format(
+                                  "Created {} without any units. 'qorhost init --demo' makes "
+                                  "one to try things on.\n",
+                                  name));
   return ExitStatus::kDone;
 }
 
@@ -98,18 +143,21 @@ ExitStatus RunSteps(const GlobalOptions& global, Console& console) {
 }
 
 ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Console& console) {
-  // What the statement is decides how the file is opened, so it is looked at first.
-  const StoreStatement statement(options.statement);
-  if (!statement.reads() && !options.write) {
-    throw UsageError("this statement changes the database: say --write to let it");
+  // What the statements are decides how the file is opened, so they are looked at first.
+  const StoreStatements statements = ReadStatements(options, console);
+  const bool reads = statements.reads();
+  if (!reads && !options.write && !options.trial) {
+    throw UsageError(
+        fmt::format("{} the database: say --write to let {}",
+                    statements.count() == 1 ? "this statement changes" : "these statements change",
+                    statements.count() == 1 ? "it" : "them"));
   }
-  CommandSession session(global, statement.reads() ? Access::kRead : Access::kChange, console);
-  if (statement.reads()) {
-    PrintRows(console.out, statement.Read(session.desks()), global.json);
-  } else {
-    const ChangedRows changed = statement.Change(session.desks());
-    console.stored = true;
-    PrintChange(console.out, changed, global.json);
+  CommandSession session(global, reads ? Access::kRead : Access::kChange, console,
+                         TrialOf(options.trial && !reads));
+  const std::vector<StatementResult> results = statements.Run(session.desks());
+  console.stored = !reads;
+  if (!session.ToldTrial({})) {
+    PrintResults(results, global.json, console);
   }
   return ExitStatus::kDone;
 }

@@ -1,6 +1,7 @@
 // The commands that look at a store or make one.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "host/cli/command_session.h"
@@ -10,11 +11,14 @@ namespace qorhost {
 struct InitOptions {
   bool demo = false;
   bool force = false;
+  bool trial = false;  ///< makes the store and does not put it in its place
 };
 
 struct SqlOptions {
-  std::string statement;
+  std::optional<std::string> statement;  ///< or - for a script from standard input
+  std::optional<std::string> file;       ///< a script, or - for standard input
   bool write = false;
+  bool trial = false;  ///< tells what it would do
 };
 
 /// Creates the store's file; an existing store is replaced with --force only, and stays as it was
@@ -26,7 +30,8 @@ ExitStatus RunUnits(const GlobalOptions& global, Console& console);
 ExitStatus RunDoors(const GlobalOptions& global, Console& console);
 /// Lists the queue of programming steps.
 ExitStatus RunSteps(const GlobalOptions& global, Console& console);
-/// Runs one statement of the dialect and shows its rows or the number of rows changed.
+/// Runs one statement of the dialect, or those of a script as one unit of work, and shows their
+/// rows or the numbers of rows changed.
 ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Console& console);
 
 }  // namespace qorhost

@@ -53,10 +53,6 @@ void DescribeWho(CLI::App& command, TenantChoiceOptions& who) {
   DescribeWhere(command, who);
 }
 
-void DescribeTrial(CLI::App& command, bool& trial) {
-  command.add_flag("-n,--dry-run", trial, "Tell what it would do, and change nothing");
-}
-
 void DescribeEntry(CLI::App& command, TenantEditOptions& options) {
   const auto text = [&command](const char* name, auto& target, const char* type,
                                const std::string& description) {

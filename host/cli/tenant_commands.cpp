@@ -83,26 +83,26 @@ void PrintChanged(const ChangedTenants& changed, const UnitName& unit, std::stri
                     "changes", table);
     return;
   }
+  std::ostream& told = changed.written ? console.Remarks() : console.out;
   if (changed.meant == 0) {
-    console.out << fmt::format("Nobody {} meets the conditions: nothing was changed.\n",
-                               InUnit(unit));
+    told << fmt::format("Nobody {} meets the conditions: nothing was changed.\n", InUnit(unit));
     return;
   }
   if (changed.tenants == 0) {
-    console.out << fmt::format("Nothing to change {}: it is stored so already.\n", InUnit(unit));
+    told << fmt::format("Nothing to change {}: it is stored so already.\n", InUnit(unit));
     return;
   }
   // Of many the dry run tells all; the history keeps what was done.
   constexpr std::size_t kMostTold = 40;
   if (!table.rows.empty() && (!changed.written || table.rows.size() <= kMostTold)) {
-    PrintTable(console.out, table);
+    PrintTable(told, table);
   }
-  console.out << fmt::format("{} {} {}.{}\n", Verb(verb, changed.written),
-                             Counted(changed.tenants, "tenant", "tenants"), InUnit(unit),
-                             changed.written ? "" : " Nothing was changed.");
+  told << fmt::format("{} {} {}.{}\n", Verb(verb, changed.written),
+                      Counted(changed.tenants, "tenant", "tenants"), InUnit(unit),
+                      changed.written ? "" : " Nothing was changed.");
   if (!changed.freed.empty()) {
-    console.out << fmt::format("Held by nobody {}: {}.\n", changed.written ? "now" : "then",
-                               Listed(changed.freed));
+    told << fmt::format("Held by nobody {}: {}.\n", changed.written ? "now" : "then",
+                        Listed(changed.freed));
   }
 }
 
@@ -130,10 +130,6 @@ TenantEntry Complete(const TenantEditOptions& options) {
     }
   }
   return entry;
-}
-
-Trial TrialOf(bool trial) {
-  return trial ? Trial::kYes : Trial::kNo;
 }
 
 std::string Question(const TenantDesk& desk) {
@@ -209,12 +205,13 @@ ExitStatus RunTenantAdd(const GlobalOptions& global, const TenantEditOptions& op
                      {"changed", added.written}});
     return status;
   }
-  console.out << fmt::format(
-      "{} tenant {} {}.\n", Verb("Added", added.written),
-      Displayable(added.written ? added.tenant.NameWithRid() : added.tenant.Name()), InUnit(unit));
+  std::ostream& told = added.written ? console.Remarks() : console.out;
+  told << fmt::format("{} tenant {} {}.{}\n", Verb("Added", added.written),
+                      Displayable(added.written ? added.tenant.NameWithRid() : added.tenant.Name()),
+                      InUnit(unit), added.written ? "" : " Nothing was changed.");
   if (!entry.to && added.tenant.end) {
-    console.out << fmt::format("The unit's default period holds, until {}.\n",
-                               qorcred::DateText(*added.tenant.end));
+    told << fmt::format("The unit's default period holds, until {}.\n",
+                        qorcred::DateText(*added.tenant.end));
   }
   return status;
 }

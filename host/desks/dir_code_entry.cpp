@@ -229,6 +229,15 @@ void EnterNewCode(DirCodeDesk& desk, const std::string& code, const DirCodeEntry
   Enter(desk.screen(), entry);
 }
 
+CodePeriod PeriodShown(DirCodeDesk& desk) {
+  ScreenModel& screen = desk.screen();
+  const auto chosen = [&screen](std::string_view name) {
+    const PickerModel& picker = screen.Date(name);
+    return picker.chosen() ? std::optional(picker.shown()) : std::nullopt;
+  };
+  return IsOff(desk, "chkActive") ? CodePeriod{} : CodePeriod{chosen("dtpStart"), chosen("dtpEnd")};
+}
+
 std::vector<std::string> EnterDirCodeChange(DirCodeDesk& desk, const DirCodeEntry& entry) {
   RequireWholeCode(desk);
   const IdleSettings idle = ReadIdle(desk);

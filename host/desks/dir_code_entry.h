@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "frame/date.h"
 #include "host/desks/dir_code_fields.h"
 
 namespace qorhost {
@@ -40,6 +41,14 @@ struct DirCodeEntry {
 /// cannot be typed or chosen, for a code that is no whole number, and for texts that the store's
 /// statements cannot take.
 void EnterNewCode(DirCodeDesk& desk, const std::string& code, const DirCodeEntry& entry);
+
+/// When the code that the screen shows is active; nothing of one that is not, and where the period
+/// is open.
+struct CodePeriod {
+  std::optional<qorcred::Date> start;
+  std::optional<qorcred::Date> end;
+};
+[[nodiscard]] CodePeriod PeriodShown(DirCodeDesk& desk);
 
 /// Sets the controls for the stored code that the screen shows. Gives the settings, named for
 /// people, that a save will clear because they are switched off. Raises InputFault as for a new

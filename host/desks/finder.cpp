@@ -14,6 +14,7 @@
 #include "host/desks/credential_types.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/name_words.h"
+#include "host/desks/near_words.h"
 #include "host/desks/tenant_name.h"
 
 namespace qorhost {
@@ -54,27 +55,6 @@ NameMatch MatchOfDigits(std::string_view wanted, std::string_view number) {
     return NameMatch::kWhole;
   }
   return number.starts_with(wanted) ? NameMatch::kParts : NameMatch::kNone;
-}
-
-/// Whether two words differ by one letter that is wrong, missing, too many, or by two that are
-/// swapped.
-bool IsNearly(std::string_view one, std::string_view other) {
-  if (one.size() > other.size()) {
-    std::swap(one, other);
-  }
-  if (other.size() - one.size() > 1) {
-    return false;
-  }
-  const auto [first, second] = std::mismatch(one.begin(), one.end(), other.begin());
-  const auto at = static_cast<std::size_t>(first - one.begin());
-  if (one.size() < other.size()) {
-    return one.substr(at) == other.substr(at + 1);
-  }
-  if (at + 1 >= one.size() || one.substr(at + 1) == other.substr(at + 1)) {
-    return true;
-  }
-  return one[at] == other[at + 1] && one[at + 1] == other[at] &&
-         one.substr(at + 2) == other.substr(at + 2);
 }
 
 /// "Transmitter-301"

@@ -2,8 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <memory>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 #include "host/desks/desk_error.h"
 #include "host/files/file_kind.h"
@@ -59,11 +61,27 @@ void FreshStore::RemoveSideFiles() {
   }
 }
 
-void PutFreshStore(const fs::path& file, const StoreFilling& fill) {
+void PutFreshStore(const fs::path& file, const StoreFilling& fill, Trial trial) {
   RequireNoRemains(file);
   FreshStore fresh(file, fill);
-  PutWhereNoneIs(file, fresh.file().path(),
-                 [&fresh] { fresh.file().PutInPlace(Standing::kStays); });
+  if (trial == Trial::kNo) {
+    PutWhereNoneIs(file, fresh.file().path(),
+                   [&fresh] { fresh.file().PutInPlace(Standing::kStays); });
+  }
+}
+
+void ReplaceByFreshStore(const fs::path& file, const StoreFilling& fill, Patience patience,
+                         Trial trial, const std::function<void()>& whole) {
+  const std::unique_ptr<Replacement> replacement = BeginReplacement(file, std::move(patience));
+  FreshStore fresh(file, fill);
+  fresh.file().TakeRightsOf(file);
+  if (trial == Trial::kYes) {
+    return;
+  }
+  if (whole) {
+    whole();
+  }
+  replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
 }
 
 }  // namespace qorhost

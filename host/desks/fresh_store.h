@@ -5,7 +5,9 @@
 #include <functional>
 #include <string>
 
+#include "host/desks/trial.h"
 #include "host/files/fresh_file.h"
+#include "host/store/patience.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {
@@ -32,9 +34,17 @@ class FreshStore {
   FreshFile file_;
 };
 
-/// Puts a store that `fill` makes where nothing stands. Raises StoreError, FileError (kExists for
-/// what appeared there meanwhile), RefusedError beside a log of another store, and what `fill`
-/// raises; nothing is left behind then.
-void PutFreshStore(const std::filesystem::path& file, const StoreFilling& fill);
+/// Puts a store that `fill` makes where nothing stands; of a trial it is made and goes again.
+/// Raises StoreError, FileError (kExists for what appeared there meanwhile), RefusedError beside a
+/// log of another store, and what `fill` raises; nothing is left behind then.
+void PutFreshStore(const std::filesystem::path& file, const StoreFilling& fill,
+                   Trial trial = Trial::kNo);
+
+/// Puts one in the place of a store, whose rights it takes over; of a trial it is made and goes
+/// again. Nobody writes to the old one meanwhile, and it stays as it was when the new one cannot be
+/// made. `whole` is called when it is made, before it is put in place; it may be empty. Raises what
+/// BeginReplacement() and `fill` raise, and FileError.
+void ReplaceByFreshStore(const std::filesystem::path& file, const StoreFilling& fill,
+                         Patience patience, Trial trial, const std::function<void()>& whole = {});
 
 }  // namespace qorhost

@@ -148,11 +148,13 @@ WorkEntry EntryOf(DeskSession& session, std::string_view number) {
                    InputFault::Kind::kSeeList);
 }
 
-Table EntryTable(DeskSession& session, std::int64_t entry) {
+namespace {
+
+Table ChangeTable(const std::vector<RowChange>& changes) {
   Table table;
   table.columns = {{"Table", "table"}, {"RID", "rid"},       {"Change", "change"},
                    {"Field", "field"}, {"Before", "before"}, {"After", "after"}};
-  for (const RowChange& change : session.sql().audit().RowsOf(entry)) {
+  for (const RowChange& change : changes) {
     const auto& cells = change.kind == RowChangeKind::kDeleted ? change.before : change.after;
     const Value rid = change.rid == change.lastRid
                           ? Value(static_cast<double>(change.rid))
@@ -163,6 +165,21 @@ Table EntryTable(DeskSession& session, std::int64_t entry) {
     }
   }
   return table;
+}
+
+}  // namespace
+
+Table EntryTable(DeskSession& session, std::int64_t entry) {
+  return ChangeTable(session.sql().audit().RowsOf(entry));
+}
+
+TriedChanges ChangesTried(DeskSession& session) {
+  const std::vector<RowChange>& tried = session.sql().work().tried();
+  TriedChanges changes{ChangeTable(tried), Summary(tried), 0};
+  for (const RowChange& change : tried) {
+    changes.rows += change.lastRid - change.rid + 1;
+  }
+  return changes;
 }
 
 std::string DescriptionOf(const WorkEntry& entry) {

@@ -40,6 +40,14 @@ struct HistoryQuery {
 /// What an entry made of the rows, field by field. Of a run of new rows the first is shown.
 [[nodiscard]] Table EntryTable(DeskSession& session, std::int64_t entry);
 
+/// What units of work that are only tried would have made of the rows.
+struct TriedChanges {
+  Table fields;         ///< as EntryTable() has them
+  std::string summary;  ///< "Tenants: 1 changed; CredentialBank: 40 new", as in HistoryTable()
+  std::int64_t rows = 0;
+};
+[[nodiscard]] TriedChanges ChangesTried(DeskSession& session);
+
 /// "entry 12 (credentials add, by anna, 2026-01-31 12:00:00 UTC)"
 [[nodiscard]] std::string DescriptionOf(const WorkEntry& entry);
 

@@ -9,6 +9,7 @@
 
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/near_words.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/words.h"
 
@@ -51,6 +52,19 @@ std::string Listed(const std::vector<std::string>& words) {
   return fmt::format("{}", fmt::join(words, ", "));
 }
 
+/// The field that was meant by the first words, or by a few of them; empty when none is like them.
+std::string FieldLike(std::string_view where, const std::vector<std::string>& names) {
+  constexpr std::size_t kMostWords = 5;  // of a field's name
+  std::size_t end = 0;
+  for (std::size_t words = 0; words < kMostWords && end < where.size(); ++words) {
+    end = std::min(where.find_first_of(" =<>", end + 1), where.size());
+    if (std::string near = MostLike(where.substr(0, end), names); !near.empty()) {
+      return near;
+    }
+  }
+  return {};
+}
+
 std::int32_t FindField(std::string_view where, const std::vector<ReportField>& fields) {
   if (fields.empty()) {
     throw InputFault(report_input::kCondition, where,
@@ -70,9 +84,12 @@ std::int32_t FindField(std::string_view where, const std::vector<ReportField>& f
     for (const ReportField& field : fields) {
       names.push_back(field.name);
     }
-    throw InputFault(report_input::kCondition, where,
-                     fmt::format("{{field}} '{{value}}' begins with no field of this report: {}",
-                                 InReason(Listed(names))));
+    const std::string near = FieldLike(where, names);
+    throw InputFault(
+        report_input::kCondition, where,
+        fmt::format("{{field}} '{{value}}' begins with no field of this report{}: {}",
+                    near.empty() ? "" : fmt::format(", did you mean '{}'?", InReason(near)),
+                    InReason(Listed(names))));
   }
   return static_cast<std::int32_t>(*found);
 }

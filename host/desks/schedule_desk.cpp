@@ -232,4 +232,18 @@ ChangedSchedule DeleteSchedule(DeskSession& session, std::int32_t unitKey,
   return {meant.id, meant.name, "", false};
 }
 
+std::vector<ChangedSchedule> DeleteSchedules(DeskSession& session, std::int32_t unitKey,
+                                             const std::vector<std::string>& schedules,
+                                             Trial trial) {
+  OwnWork all(session, {unitKey},
+              schedules.size() == 1 ? "delete schedule " + schedules.front()
+                                    : fmt::format("delete {} schedules", schedules.size()));
+  std::vector<ChangedSchedule> deleted;
+  for (const std::string& schedule : schedules) {
+    deleted.push_back(DeleteSchedule(session, unitKey, schedule, trial));
+  }
+  all.End(trial);
+  return deleted;
+}
+
 }  // namespace qorhost

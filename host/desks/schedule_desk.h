@@ -43,7 +43,11 @@ struct ChangedSchedule {
 [[nodiscard]] ChangedSchedule RenameSchedule(DeskSession& session, std::int32_t unitKey,
                                              std::string_view schedule, const std::string& name,
                                              Trial trial);
-/// Raises RefusedError, which says where, while a tenant or a directory code uses it.
+/// Raises RefusedError, which says where, while a tenant or a directory code uses it. Of several
+/// all are deleted or none.
+[[nodiscard]] std::vector<ChangedSchedule> DeleteSchedules(
+    DeskSession& session, std::int32_t unitKey, const std::vector<std::string>& schedules,
+    Trial trial);
 [[nodiscard]] ChangedSchedule DeleteSchedule(DeskSession& session, std::int32_t unitKey,
                                              std::string_view schedule, Trial trial);
 

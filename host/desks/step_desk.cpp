@@ -163,23 +163,39 @@ void WriteStep(std::ostream& out, DeskSession& session, const ProgramStep& step)
   PrintJsonObject(out, members);
 }
 
-/// The last step that is meant. Raises InputFault when it does not wait.
-std::int32_t LastMeant(const std::vector<ProgramStep>& waiting,
-                       const std::optional<std::string>& given) {
-  if (!given) {
-    return waiting.empty() ? 0 : waiting.back().rid;
-  }
-  const auto rid = WholeNumber(*given);
+/// A step that waits. Raises InputFault when it does not.
+std::int32_t Waiting(const std::vector<ProgramStep>& waiting, std::string_view field,
+                     const std::string& given) {
+  const auto rid = WholeNumber(given);
   const bool waits =
       rid && std::any_of(waiting.begin(), waiting.end(),
                          [&rid](const ProgramStep& step) { return step.rid == *rid; });
   if (!waits) {
-    throw InputFault(step_input::kUpTo, *given,
+    throw InputFault(field, given,
                      "no step '{value}' waits for the unit: what was changed again since it was "
                      "handed over waits at a later place",
                      InputFault::Kind::kSeeList);
   }
   return *rid;
+}
+
+std::set<std::int32_t> StepsMeant(const std::vector<ProgramStep>& waiting,
+                                  const StepChoice& choice) {
+  std::set<std::int32_t> meant;
+  for (const std::string& step : choice.steps) {
+    meant.insert(Waiting(waiting, step_input::kStep, step));
+  }
+  if (!choice.steps.empty()) {
+    return meant;
+  }
+  const auto last =
+      choice.upTo ? std::optional(Waiting(waiting, step_input::kUpTo, *choice.upTo)) : std::nullopt;
+  for (const ProgramStep& step : waiting) {
+    if (!last || step.rid <= *last) {
+      meant.insert(step.rid);
+    }
+  }
+  return meant;
 }
 
 /// Steps of directory codes by the row.
@@ -189,14 +205,14 @@ struct CodeSteps {
   std::set<std::int32_t> unchanged;  // whose change of number waits still
 };
 
-CodeSteps CodeStepsOf(const std::vector<ProgramStep>& steps, std::int32_t last) {
+CodeSteps CodeStepsOf(const std::vector<ProgramStep>& steps, const std::set<std::int32_t>& sent) {
   CodeSteps codes;
   for (const ProgramStep& step : steps) {
     const bool isChange = step.kind == step::kChangeDirectoryCode;
     if (step.kind != step::kProgramDirectoryCode && !isChange) {
       continue;
     }
-    if (step.rid <= last) {
+    if (sent.contains(step.rid)) {
       codes.told.insert(step.subjectRid);
       continue;
     }
@@ -249,17 +265,17 @@ void StepFile::WriteTo(const std::filesystem::path& to, Standing existing,
   WriteWholeFile(to, {existing, FilesOfStore(store)}, [this](std::ostream& out) { Write(out); });
 }
 
-SentSteps MarkSent(DeskSession& session, std::int32_t unitKey,
-                   const std::optional<std::string>& upTo, Trial trial) {
+SentSteps MarkSent(DeskSession& session, std::int32_t unitKey, const StepChoice& choice,
+                   Trial trial) {
   OwnWork work(session, {unitKey}, "steps done");
   const std::vector<ProgramStep> waiting = WaitingSteps(session, unitKey);
-  const std::int32_t last = LastMeant(waiting, upTo);
+  const std::set<std::int32_t> meant = StepsMeant(waiting, choice);
   SentSteps sent;
   const auto change = [&session](const std::string& statement) {
     return static_cast<std::size_t>(
         session.sql().Change(statement, dialect::StatementKind::kUpdate).rows);
   };
-  const CodeSteps codes = CodeStepsOf(waiting, last);
+  const CodeSteps codes = CodeStepsOf(waiting, meant);
   for (const std::int32_t rid : codes.told) {
     if (codes.unchanged.contains(rid)) {
       continue;  // the unit knows it by its former number
@@ -272,9 +288,11 @@ SentSteps MarkSent(DeskSession& session, std::int32_t unitKey,
         qorcred::row_state::kDeleted));
     sent.codes += asStored ? rows : 0;
   }
-  sent.steps = change(
-      fmt::format("UPDATE ProgramSteps SET Sent=True WHERE UnitKey={} AND Sent=False AND RID<={}",
-                  unitKey, last));
+  for (const std::int32_t rid : meant) {
+    sent.steps += change(
+        fmt::format("UPDATE ProgramSteps SET Sent=True WHERE UnitKey={} AND Sent=False AND RID={}",
+                    unitKey, rid));
+  }
   work.End(trial);
   return sent;
 }

@@ -21,6 +21,7 @@ namespace qorhost {
 /// What the input is called in an InputFault.
 namespace step_input {
 inline constexpr std::string_view kUpTo = "last step";
+inline constexpr std::string_view kStep = "step";
 }  // namespace step_input
 
 /// The steps that wait, of one unit or of all, in the order of queuing: whom or what they are
@@ -53,11 +54,17 @@ struct SentSteps {
   std::size_t codes = 0;  ///< directory codes that are as the unit has them now
 };
 
-/// Marks what waits for the unit, up to the step `upTo` or all, as sent. A directory code that was
-/// programmed or changed by it stands in the unit under its present number, and is as the unit has
-/// it unless another of its steps waits still. One unit of work; of a trial nothing is stored.
-/// Raises InputFault when `upTo` is no step that waits for the unit.
+/// Which of the steps that wait for a unit; without either all of them.
+struct StepChoice {
+  std::vector<std::string> steps;   ///< these
+  std::optional<std::string> upTo;  ///< else all up to this one
+};
+
+/// Marks steps that wait for the unit as sent. A directory code that was programmed or changed by
+/// them stands in the unit under its present number, and is as the unit has it unless another of
+/// its steps waits still. One unit of work; of a trial nothing is stored. Raises InputFault when
+/// one that is named is no step that waits for the unit.
 [[nodiscard]] SentSteps MarkSent(DeskSession& session, std::int32_t unitKey,
-                                 const std::optional<std::string>& upTo, Trial trial);
+                                 const StepChoice& choice, Trial trial);
 
 }  // namespace qorhost

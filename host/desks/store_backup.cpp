@@ -111,12 +111,12 @@ void Keep(const fs::path& store, const fs::path& kept) {
 }  // namespace
 
 BackedUp BackUp(const fs::path& store, const fs::path& to, Standing existing,
-                const Patience& patience) {
+                const Patience& patience, Trial trial) {
   RequireNotOneOf(to, store);
   CopyOf copy(store, to);
   switch (const FileKind kind = KindOf(to, Links::kAreSeen)) {
     case FileKind::kNone:
-      PutFreshStore(to, copy);
+      PutFreshStore(to, copy, trial);
       return copy.made();
     case FileKind::kFile:
       break;
@@ -127,15 +127,12 @@ BackedUp BackUp(const fs::path& store, const fs::path& to, Standing existing,
     throw FileError(FileProblem::kExists, fmt::format("'{}' exists already", to.string()));
   }
   RequireStore(to);
-  const std::unique_ptr<Replacement> replacement = BeginReplacement(to, patience);
-  FreshStore fresh(to, copy);
-  fresh.file().TakeRightsOf(to);
-  replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
+  ReplaceByFreshStore(to, copy, patience, trial);
   return copy.made();
 }
 
 Restored Restore(const fs::path& store, const fs::path& backup, qorcred::Date now,
-                 Patience patience) {
+                 Patience patience, Trial trial) {
   RequireNotOneOf(backup, store);
   if (KindOf(backup, Links::kAreFollowed) == FileKind::kNone) {
     throw MissingStore(fmt::format("there is no backup '{}'", backup.string()));
@@ -144,16 +141,12 @@ Restored Restore(const fs::path& store, const fs::path& backup, qorcred::Date no
   CopyOf copy(backup, backup);
   Restored restored;
   if (KindOf(store, Links::kAreSeen) == FileKind::kNone) {
-    PutFreshStore(store, copy);
+    PutFreshStore(store, copy, trial);
   } else {
     RequireStore(store);
-    const std::unique_ptr<Replacement> replacement = BeginReplacement(store, std::move(patience));
-    FreshStore fresh(store, copy);
-    fresh.file().TakeRightsOf(store);
     restored.kept = NameToKeep(store, now);
-    Keep(store, *restored.kept);
-    replacement->Put(fresh.file().path(),
-                     [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
+    ReplaceByFreshStore(store, copy, std::move(patience), trial,
+                        [&] { Keep(store, *restored.kept); });
   }
   restored.heads = copy.made().heads;
   return restored;

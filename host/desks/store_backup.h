@@ -20,12 +20,14 @@ struct BackedUp {
   std::vector<ChainHead> heads;  ///< of its history: to be noted elsewhere
 };
 
+// Of a trial the new file is made and read, and goes again without being put in place.
+
 /// Writes all that a store holds at one moment to `to`, while others go on working, reads it back
 /// and puts it in place: there is never half a backup under its name. A file that is there stays
 /// unless it may be replaced and is a store itself; the store's own files never are. Raises
 /// FileError, StoreError, ForeignFile and RefusedError.
 BackedUp BackUp(const std::filesystem::path& store, const std::filesystem::path& to,
-                Standing existing, const Patience& patience = {});
+                Standing existing, const Patience& patience = {}, Trial trial = Trial::kNo);
 
 /// What a restore did.
 struct Restored {
@@ -37,6 +39,6 @@ struct Restored {
 /// moment in it, before. Nobody writes to the store meanwhile; programs that have it open must open
 /// it again. The backup stays as it is. Raises what BackUp() raises; the store is as it was then.
 Restored Restore(const std::filesystem::path& store, const std::filesystem::path& backup,
-                 qorcred::Date now, Patience patience = {});
+                 qorcred::Date now, Patience patience = {}, Trial trial = Trial::kNo);
 
 }  // namespace qorhost

@@ -46,7 +46,7 @@ std::string WhatIsWrongWith(const fs::path& file) {
 
 void CreateAlone(const fs::path& file, const NewStore& made) {
   try {
-    CreateStore(file, made.demo, made.clock, made.author);
+    CreateStore(file, made.demo, made.clock, made.author, made.trial);
   } catch (const FileError& failure) {
     if (failure.problem() != FileProblem::kExists) throw;
     throw FileError(FileProblem::kExists,
@@ -94,17 +94,15 @@ void RequireStore(const fs::path& file) {
   }
 }
 
-void CreateStore(const fs::path& file, bool demo, const Clock& clock, const Author& author) {
-  PutFreshStore(file, FillingOf(demo, clock, author));
+void CreateStore(const fs::path& file, bool demo, const Clock& clock, const Author& author,
+                 Trial trial) {
+  PutFreshStore(file, FillingOf(demo, clock, author), trial);
 }
 
 void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience patience,
-                  const Author& author) {
+                  const Author& author, Trial trial) {
   RequireStore(file);
-  const std::unique_ptr<Replacement> replacement = BeginReplacement(file, std::move(patience));
-  FreshStore fresh(file, FillingOf(demo, clock, author));
-  fresh.file().TakeRightsOf(file);
-  replacement->Put(fresh.file().path(), [&fresh] { fresh.file().PutInPlace(Standing::kReplaced); });
+  ReplaceByFreshStore(file, FillingOf(demo, clock, author), std::move(patience), trial);
 }
 
 void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
@@ -124,7 +122,7 @@ void PutStore(const fs::path& file, const NewStore& made, Standing existing, Pat
           throw DoubtfulStore(found + " and was not replaced");
         }
       }
-      ReplaceStore(file, made.demo, made.clock, std::move(patience), made.author);
+      ReplaceStore(file, made.demo, made.clock, std::move(patience), made.author, made.trial);
       return;
     default:
       throw FileError(FileProblem::kOccupied,

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/desks/desk_error.h"
+#include "host/desks/trial.h"
 #include "host/files/fresh_file.h"
 #include "host/store/store.h"
 
@@ -46,21 +47,22 @@ void RequireStore(const std::filesystem::path& file);
 /// Creates a store, empty or with the demo building, readable by its owner alone: made under a name
 /// of its own and put in its place when it is whole. Raises StoreError, and FileError where
 /// something stands already, also what appeared there meanwhile (kExists); nothing is left behind
-/// then. The demo building's rows carry the clock's time.
+/// then. The demo building's rows carry the clock's time. Of a trial it is made and goes again.
 void CreateStore(const std::filesystem::path& file, bool demo, const Clock& clock,
-                 const Author& author = {});
+                 const Author& author = {}, Trial trial = Trial::kNo);
 
 /// The same in the place of a store, whose rights it takes over. Nobody writes to the old one
 /// meanwhile, and it stays as it was when the new one cannot be made. Raises ForeignFile for a file
 /// that is no store: it is never replaced.
 void ReplaceStore(const std::filesystem::path& file, bool demo, const Clock& clock,
-                  Patience patience = {}, const Author& author = {});
+                  Patience patience = {}, const Author& author = {}, Trial trial = Trial::kNo);
 
 /// A new store.
 struct NewStore {
-  bool demo = false;  ///< with the demo building; else empty
-  Clock clock;        ///< dates the demo building's rows
-  Author author;      ///< signs what is stored
+  bool demo = false;         ///< with the demo building; else empty
+  Clock clock;               ///< dates the demo building's rows
+  Author author;             ///< signs what is stored
+  Trial trial = Trial::kNo;  ///< of one it is made and goes again
 };
 
 /// A store that may be all that is left of somebody's data, a damaged one or a newer program's, and

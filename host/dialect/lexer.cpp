@@ -76,7 +76,7 @@ char MarkOf(LiteralKind kind) noexcept {
 
 class Lexer {
  public:
-  explicit Lexer(std::string_view sql) : sql_(sql) {}
+  explicit Lexer(std::string_view sql, std::size_t begin = 0) : sql_(sql), position_(begin) {}
 
   // Reads the literal that begins at `position`, for which what stands before it is no matter:
   // false when there is none.
@@ -136,12 +136,14 @@ class Lexer {
       token.kind = TokenKind::kBracketed;
       SkipBracketed();
       token.text = sql_.substr(token.offset + 1, position_ - token.offset - 2);
+      token.end = position_;
       return token;
     } else {
       token.kind = TokenKind::kSymbol;
       SkipSymbol(byteClass);
     }
     token.text = sql_.substr(token.offset, position_ - token.offset);
+    token.end = position_;
     return token;
   }
 
@@ -305,7 +307,7 @@ class Lexer {
   }
 
   std::string_view sql_;
-  std::size_t position_ = 0;
+  std::size_t position_;
   std::size_t nameEnd_ = std::string_view::npos;  // where the last name ended
 };
 
@@ -376,6 +378,10 @@ bool ReadAlong(std::string_view sql, const Skeleton& skeleton, std::vector<Liter
     position = literals[index].end;
   }
   return sql.substr(position) == skeleton.texts.back();
+}
+
+Token TokenAt(std::string_view sql, std::size_t offset) {
+  return Lexer(sql, offset).Next();
 }
 
 std::vector<Token> Tokenize(std::string_view sql) {

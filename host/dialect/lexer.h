@@ -46,6 +46,7 @@ struct Token {
   TokenKind kind = TokenKind::kEnd;
   std::string_view text;    ///< the word, the name or the symbol; the whole literal
   std::size_t offset = 0;   ///< of its first byte in the statement
+  std::size_t end = 0;      ///< where the statement goes on behind it
   std::size_t literal = 0;  ///< of a literal: its position among the statement's literals
 };
 
@@ -70,5 +71,9 @@ struct Skeleton {
 
 /// The tokens of a statement that ReadShape() has accepted, a kEnd last.
 [[nodiscard]] std::vector<Token> Tokenize(std::string_view sql);
+
+/// The token that begins at `offset`, behind blanks, whatever stands before it. Raises SqlError as
+/// ReadShape() does.
+[[nodiscard]] Token TokenAt(std::string_view sql, std::size_t offset);
 
 }  // namespace qorhost::dialect

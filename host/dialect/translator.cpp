@@ -72,7 +72,10 @@ Entry TranslateShape(std::string_view sql, const std::vector<Literal>& literals,
 }  // namespace
 
 SqlError::SqlError(const std::string& message, std::size_t line, std::size_t column)
-    : std::runtime_error(Located(message, line, column)), line_(line), column_(column) {}
+    : std::runtime_error(Located(message, line, column)),
+      message_(message),
+      line_(line),
+      column_(column) {}
 
 StatementKind KindOf(std::string_view sql) {
   std::string key;

@@ -27,10 +27,13 @@ class SqlError : public std::runtime_error {
  public:
   SqlError(const std::string& message, std::size_t line, std::size_t column);
 
+  /// What was wrong, without the place.
+  [[nodiscard]] const std::string& message() const noexcept { return message_; }
   [[nodiscard]] std::size_t line() const noexcept { return line_; }
   [[nodiscard]] std::size_t column() const noexcept { return column_; }
 
  private:
+  std::string message_;
   std::size_t line_;
   std::size_t column_;
 };

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "frame/value.h"
+#include "host/store/row_change.h"
 #include "host/store/time_stamp.h"
 
 namespace qorhost {
@@ -72,6 +73,11 @@ class UnitOfWork {
   virtual bool Commit() = 0;
   /// The version that the latest commit gave to a unit; nothing when that stored nothing for it.
   [[nodiscard]] virtual std::optional<UnitVersion> Committed(std::int32_t unitKey) const = 0;
+  /// From now on a commit does all but storing: it undoes what was written, and tried() has it.
+  virtual void OnlyTry() noexcept = 0;
+  /// The rows that commits would have stored, in the order in which they were written; nothing
+  /// unless units of work are only tried.
+  [[nodiscard]] virtual const std::vector<RowChange>& tried() const noexcept = 0;
   /// Ends it with nothing stored; without an open one it does nothing.
   virtual void Undo() noexcept = 0;
   /// Makes it void, once; the first reason stays.

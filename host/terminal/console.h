@@ -46,6 +46,11 @@ struct Console {
   std::ostream* traceFile = nullptr;  ///< of --trace-file, while a command runs
   std::string told = "";  ///< what was said of a unit: a command that fails for it says it no more
   bool stored = false;    ///< a command has changed something that stays, whatever is printed of it
+  bool quiet = false;     ///< of --quiet
+  std::ostream silence{nullptr};  ///< what is written to it goes nowhere
+
+  /// Where what nobody asked for goes, what a command has done above all: the output unless quiet.
+  std::ostream& Remarks() { return quiet ? silence : out; }
 };
 
 /// Stands for standard input or output where a file is named.

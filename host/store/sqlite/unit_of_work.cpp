@@ -149,9 +149,11 @@ bool UnitOfWork::Commit() {
     if (stored) {
       log_.RequireComplete();
       log_.Stop();
-      StoreEntry();
-      session_.database().RequireSameFile();
-      session_.database().Run("COMMIT");
+      if (onlyTried_) {
+        tried_.insert(tried_.end(), log_.changes().begin(), log_.changes().end());
+      } else {
+        StoreAll();
+      }
     }
     Undo();
     return stored;
@@ -159,6 +161,12 @@ bool UnitOfWork::Commit() {
     Undo();
     throw;
   }
+}
+
+void UnitOfWork::StoreAll() {
+  StoreEntry();
+  session_.database().RequireSameFile();
+  session_.database().Run("COMMIT");
 }
 
 void UnitOfWork::StoreEntry() {

@@ -26,6 +26,8 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   void Lock() override;
   bool Commit() override;
   [[nodiscard]] std::optional<UnitVersion> Committed(std::int32_t unitKey) const override;
+  void OnlyTry() noexcept override { onlyTried_ = true; }
+  [[nodiscard]] const std::vector<RowChange>& tried() const noexcept override { return tried_; }
   void Undo() noexcept override;
   void Void(VoidReason reason) noexcept override;
 
@@ -54,6 +56,7 @@ class UnitOfWork final : public qorhost::UnitOfWork {
  private:
   void RequireInPlace();
   void TakeRightToWrite();
+  void StoreAll();
   void StoreEntry();
   void RaiseVersions(std::int64_t entry);
   void KeepVersions(Statement& raised);
@@ -65,6 +68,8 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   WorkOrder order_;
   bool open_ = false;
   bool locked_ = false;
+  bool onlyTried_ = false;
+  std::vector<RowChange> tried_;
   VoidReason void_ = VoidReason::kNone;
   std::map<std::int32_t, UnitVersion> committed_;
 };

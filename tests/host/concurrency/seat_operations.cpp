@@ -238,7 +238,7 @@ SeatOperation MergeUnit() {
 SeatOperation WriteByHand(const std::string& statement) {
   return {"by hand", [statement](Seat& seat) {
             const auto run = [&seat, statement] {
-              (void)StoreStatement(statement).Change(seat.session());
+              (void)StoreStatements(statement).Run(seat.session());
               return Told();
             };
             return PreparedDesk{run, nullptr};

@@ -170,7 +170,7 @@ TEST_F(CredentialReports, DeleteNothingThatOthersHaveChangedSinceItWasShown) {
   for (const std::string& change : changes) {
     CredentialReport report(session(), kUnit, {});
     ASSERT_TRUE(report.Run().done());
-    (void)StoreStatement(change).Change(session());
+    (void)StoreStatements(change).Run(session());
     const DeletedCredentials stale = report.Delete(GivenRids(free[0] + "," + free[1]));
     EXPECT_EQ(stale.ending, Ending::kStale) << change;
     EXPECT_THAT(stale.changes, testing::SizeIs(1)) << change;
@@ -179,8 +179,8 @@ TEST_F(CredentialReports, DeleteNothingThatOthersHaveChangedSinceItWasShown) {
     if (change == changes.back()) {
       CredentialReport again(session(), kUnit, {});
       ASSERT_TRUE(again.Run().done());
-      (void)StoreStatement("UPDATE CREDENTIALBANK SET PINNO=60002 WHERE RID=" + free[0])
-          .Change(session());
+      (void)StoreStatements("UPDATE CREDENTIALBANK SET PINNO=60002 WHERE RID=" + free[0])
+          .Run(session());
       EXPECT_TRUE(again.Delete(GivenRids(free[1])).done());
     }
   }

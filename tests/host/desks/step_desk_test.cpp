@@ -82,7 +82,7 @@ class StepDeskTest : public DeskFixture {
     return rids;
   }
   [[nodiscard]] SentSteps Send(const std::optional<std::string>& upTo = std::nullopt) {
-    return MarkSent(session(), kUnit, upTo, Trial::kNo);
+    return MarkSent(session(), kUnit, {{}, upTo}, Trial::kNo);
   }
   /// State and number at the unit of the directory code 101.
   [[nodiscard]] std::string AtUnit() {
@@ -221,7 +221,7 @@ TEST_F(StepDeskTest, ALastStepThatDoesNotWaitIsAFault) {
 
 TEST_F(StepDeskTest, ATrialSendsNothing) {
   Queue(step::kProgramTenant, 62);
-  EXPECT_EQ(MarkSent(session(), kUnit, std::nullopt, Trial::kYes).steps, 1U);
+  EXPECT_EQ(MarkSent(session(), kUnit, {}, Trial::kYes).steps, 1U);
   EXPECT_EQ(Waiting().size(), 1U);
 }
 

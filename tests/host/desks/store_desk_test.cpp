@@ -171,8 +171,8 @@ TEST(StoreFiles, AreMadeBesideTheEmptyLogOfOneThatIsGoneAndStillOpen) {
   fs::remove(file);
   CreateStore(file, true, AtNoon);
   DeskSession made(OpenStoreFile(file, Access::kChange), {});
-  const StoreStatement rename("UPDATE DOORS SET DOORNAME='Yard' WHERE DOORID=4");
-  EXPECT_THROW((void)rename.Change(gone), StoreError);
+  const StoreStatements rename("UPDATE DOORS SET DOORNAME='Yard' WHERE DOORID=4");
+  EXPECT_THROW((void)rename.Run(gone), StoreError);
   EXPECT_EQ(made.Units().size(), 3U);
   EXPECT_EQ(gone.Units().size(), 0U);
 }
@@ -290,25 +290,25 @@ TEST_F(Overview, HasTheUnitsTheirDoorsAndTheirSteps) {
 class Statements : public DeskFixture {};
 
 TEST_F(Statements, ReadRowsWithTheirTypes) {
-  const StoreStatement statement("SELECT Top 1 IsGroupZero, RID, NULL FROM TenantGroup");
+  const StoreStatements statement("SELECT Top 1 IsGroupZero, RID, NULL FROM TenantGroup");
   EXPECT_TRUE(statement.reads());
-  const Table rows = statement.Read(session());
+  const Table rows = std::get<Table>(statement.Run(session()).front());
   ASSERT_EQ(rows.rows.size(), 1U);
   EXPECT_TRUE(rows.rows[0][0].Is(qorcred::ValueType::kBoolean));
   EXPECT_TRUE(rows.rows[0][2].Is(qorcred::ValueType::kNull));
 }
 
 TEST_F(Statements, TellHowManyRowsTheyChanged) {
-  const StoreStatement statement("UPDATE DOORS SET DOORNAME='Yard' WHERE UNITKEY=1 AND DOORID=4");
+  const StoreStatements statement("UPDATE DOORS SET DOORNAME='Yard' WHERE UNITKEY=1 AND DOORID=4");
   EXPECT_FALSE(statement.reads());
-  EXPECT_EQ(statement.Change(session()).rows, 1);
+  EXPECT_EQ(std::get<ChangedRows>(statement.Run(session()).front()).rows, 1);
   EXPECT_EQ(Cell("SELECT DOORID FROM DOORS WHERE UNITKEY=1 AND DOORNAME='Yard'"), "4");
 }
 
 TEST_F(Statements, AreRefusedWithLineAndColumn) {
   for (const char* text : {"", "DROP TABLE Tenants", "SELECT 'x", "SELECT nope FROM Tenants"}) {
     try {
-      (void)StoreStatement(text).Read(session());
+      (void)StoreStatements(text).Run(session());
       ADD_FAILURE() << text;
     } catch (const RefusedError& error) {
       EXPECT_THAT(error.what(), HasSubstr("line 1, column ")) << text;

@@ -1,7 +1,8 @@
-#include "host/cli/suggestion.h"
+#include "host/desks/near_words.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "frame/text.h"
 
@@ -9,7 +10,7 @@ namespace qorhost {
 
 namespace {
 
-/// Commands and options are spelt in ASCII.
+/// Words of commands and fields are spelt in ASCII.
 std::string Lower(std::string_view word) {
   std::string lower(word);
   std::transform(lower.begin(), lower.end(), lower.begin(), qorcred::LowerAscii);
@@ -41,6 +42,25 @@ std::size_t Distance(const std::string& one, const std::string& other) {
 }
 
 }  // namespace
+
+bool IsNearly(std::string_view one, std::string_view other) {
+  if (one.size() > other.size()) {
+    std::swap(one, other);
+  }
+  if (other.size() - one.size() > 1) {
+    return false;
+  }
+  const auto [first, second] = std::mismatch(one.begin(), one.end(), other.begin());
+  const auto at = static_cast<std::size_t>(first - one.begin());
+  if (one.size() < other.size()) {
+    return one.substr(at) == other.substr(at + 1);
+  }
+  if (at + 1 >= one.size() || one.substr(at + 1) == other.substr(at + 1)) {
+    return true;
+  }
+  return one[at] == other[at + 1] && one[at + 1] == other[at] &&
+         one.substr(at + 2) == other.substr(at + 2);
+}
 
 std::string MostLike(std::string_view given, const std::vector<std::string>& known) {
   constexpr std::size_t kLongest = 40;  // beyond it is no word

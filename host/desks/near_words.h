@@ -7,6 +7,11 @@
 
 namespace qorhost {
 
+/// Whether two words differ by at most one letter that is wrong, missing, too many, or exchanged
+/// with its neighbour: what MostLike() forgives in short words, in the time that it takes to read
+/// them. Letter case counts.
+[[nodiscard]] bool IsNearly(std::string_view one, std::string_view other);
+
 /// The word among `known` that is most like `given`: at most a third of its letters are wrong,
 /// missing, too many or exchanged with their neighbours. Empty when none is. Letter case does not
 /// count.
