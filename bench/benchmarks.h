@@ -16,6 +16,7 @@ enum class Size : bool {
 [[nodiscard]] std::vector<Comparison> AddIssueBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddWorkBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddTenantsBenchmarks(Size size);
+[[nodiscard]] std::vector<Comparison> AddOperatorBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddListBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddDirCodeBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddSyncBenchmarks(Size size);

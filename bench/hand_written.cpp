@@ -349,6 +349,47 @@ std::string IssueTenantsPrepared(sqlite3* database, std::span<const RangeSave> s
   return ids;
 }
 
+void EditTenants(sqlite3* database, std::int32_t unit) {
+  constexpr std::size_t kAtOnce = 500;
+  const std::string stamp = Stamp();
+  Run(database, "BEGIN IMMEDIATE");
+  std::vector<std::int64_t> rids;
+  {
+    const Statement read =
+        Prepare(database, "SELECT RID FROM Tenants WHERE UnitKey=?1 AND DOORSCHEDULE3=1");
+    BindAll(read, std::array<std::int64_t, 1>{unit});
+    while (sqlite3_step(read.get()) == SQLITE_ROW) {
+      rids.push_back(sqlite3_column_int64(read.get(), 0));
+    }
+  }
+  for (std::size_t first = 0; first < rids.size(); first += kAtOnce) {
+    std::string some;
+    for (std::size_t at = first; at < std::min(first + kAtOnce, rids.size()); ++at) {
+      some += (some.empty() ? "" : ",") + std::to_string(rids[at]);
+    }
+    Run(database, ("UPDATE Tenants SET DOORSCHEDULE3=0, LASTMODIFIEDDATE='" + stamp +
+                   "' WHERE UnitKey=" + std::to_string(unit) + " AND RID IN (" + some + ")")
+                      .c_str());
+  }
+  const Statement withdraw =
+      Prepare(database,
+              "DELETE FROM ProgramSteps WHERE UnitKey=?1 AND SubjectRID=?2 AND "
+              "Kind='program tenant' AND Sent=0");
+  const Statement queue = Prepare(
+      database, ("INSERT INTO ProgramSteps (UnitKey, Kind, SubjectRID, QueuedAt, Sent) VALUES (?1, "
+                 "'program tenant', ?2, '" +
+                 stamp + "', 0)")
+                    .c_str());
+  for (const std::int64_t rid : rids) {
+    for (const Statement* statement : {&withdraw, &queue}) {
+      BindAll(*statement, std::array<std::int64_t, 2>{unit, rid});
+      CheckDone(database, sqlite3_step(statement->get()) == SQLITE_DONE);
+      sqlite3_reset(statement->get());
+    }
+  }
+  Run(database, "COMMIT");
+}
+
 std::vector<ListedCredential> ListCredentials(sqlite3* database, std::int32_t unit) {
   const Statement list =
       Prepare(database,

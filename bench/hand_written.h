@@ -31,6 +31,10 @@ void Renumber(sqlite3* database, std::int32_t unit, std::int32_t rows, std::int3
 std::string IssueTenantsWithTexts(sqlite3* database, std::span<const RangeSave> saves);
 std::string IssueTenantsPrepared(sqlite3* database, std::span<const RangeSave> saves);
 
+/// Shuts the unit's tenants with Full Access at door 3 out there, in one transaction: reads who
+/// they are, changes 500 at once, and queues each one's step in the place of one that waits.
+void EditTenants(sqlite3* database, std::int32_t unit);
+
 /// One row of the list query.
 struct ListedCredential {
   std::int32_t unit;

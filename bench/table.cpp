@@ -25,6 +25,13 @@ double RoundedTo(double value, double stepsOfOne) {
   return std::round(value * stepsOfOne) / stepsOfOne;
 }
 
+/// "<= 2", or "+50 ms" where a difference is meant.
+std::string GoalText(const Row& row) {
+  constexpr double kNanosecondsOfMs = 1e6;
+  return row.mostMoreNs > 0.0 ? fmt::format("+{} ms", row.mostMoreNs / kNanosecondsOfMs)
+                              : fmt::format("<= {}", row.goal);
+}
+
 }  // namespace
 
 Row Compare(const Comparison& comparison, const Measurements& measurements) {
@@ -42,6 +49,7 @@ Row Compare(const Comparison& comparison, const Measurements& measurements) {
   row.floorNs = Median(floor);
   row.ratio = row.oursNs / row.floorNs;
   row.goal = comparison.goal;
+  row.mostMoreNs = comparison.mostMoreNs;
   row.lowestRatio = *lowest;
   row.highestRatio = *highest;
   return row;
@@ -53,7 +61,7 @@ std::string TableText(const std::vector<Row>& rows) {
   for (const Row& row : rows) {
     text +=
         fmt::format("{:<24}  {:>7.0f} ns  {:>7.0f} ns  {:>6.2f}  {:>7}  {:<3}  {:.2f} to {:.2f}\n",
-                    row.name, row.oursNs, row.floorNs, row.ratio, fmt::format("<= {}", row.goal),
+                    row.name, row.oursNs, row.floorNs, row.ratio, GoalText(row),
                     row.IsMet() ? "yes" : "no", row.lowestRatio, row.highestRatio);
   }
   return text;
@@ -68,7 +76,8 @@ void WriteJson(const std::vector<Row>& rows, const std::filesystem::path& file) 
                     {"ours_ns", RoundedTo(row.oursNs, kNanosecondSteps)},
                     {"floor_ns", RoundedTo(row.floorNs, kNanosecondSteps)},
                     {"ratio", RoundedTo(row.ratio, kRatioSteps)},
-                    {"goal", row.goal}});
+                    {"goal", row.goal},
+                    {"most_more_ns", row.mostMoreNs}});
   }
   std::ofstream out(file);
   out << list.dump(2) << '\n';

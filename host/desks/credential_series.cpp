@@ -14,15 +14,15 @@ namespace qorhost {
 
 namespace {
 
-using Series = DeskSeries<CredentialDesk>;
+using CredentialSeries = DeskSeries<CredentialDesk>;
 
-Series SeriesIn(DeskSession& session, std::int32_t unitKey) {
-  return Series([&session, unitKey] {
+CredentialSeries CredentialsIn(DeskSession& session, std::int32_t unitKey) {
+  return CredentialSeries([&session, unitKey] {
     return std::make_unique<CredentialDesk>(session, unitKey, DeskScreen::kCredentials);
   });
 }
 
-WorkOrder OrderOf(std::int32_t unitKey, std::string_view verb, std::size_t count) {
+WorkOrder OrderOnCredentials(std::int32_t unitKey, std::string_view verb, std::size_t count) {
   return {{unitKey}, fmt::format("{} {}", verb, Counted(count, "credential", "credentials")), {}};
 }
 
@@ -31,7 +31,7 @@ std::string NameOf(const ShownCredential& credential) {
 }
 
 /// Raises RefusedError for a tenant who has lost one of them to another.
-void RequireAllHeld(Series& series, const std::vector<EditedCredential>& edited) {
+void RequireAllHeld(CredentialSeries& series, const std::vector<EditedCredential>& edited) {
   for (std::size_t at = 0; at < series.count(); ++at) {
     const ShownCredential now = series.At(at).Shown();
     const ShownCredential& meant = edited[at].changed.credential;
@@ -49,7 +49,7 @@ SeveralOutcome EditCredentials(DeskSession& session, std::int32_t unitKey,
                                const std::vector<std::string>& names,
                                const CredentialChange& change, const Consent& consent,
                                std::vector<EditedCredential>& edited) {
-  Series series = SeriesIn(session, unitKey);
+  CredentialSeries series = CredentialsIn(session, unitKey);
   SeveralOperations operations;
   operations.begin = [&] {
     edited.clear();
@@ -71,13 +71,14 @@ SeveralOutcome EditCredentials(DeskSession& session, std::int32_t unitKey,
       RequireAllHeld(series, edited);
     }
   };
-  return RunSeveral(session, OrderOf(unitKey, "edit", names.size()), operations, consent);
+  return RunSeveral(session, OrderOnCredentials(unitKey, "edit", names.size()), operations,
+                    consent);
 }
 
 SeveralOutcome DeleteCredentials(DeskSession& session, std::int32_t unitKey,
                                  const std::vector<std::string>& names, const Consent& consent,
                                  std::vector<ShownCredential>& deleted) {
-  Series series = SeriesIn(session, unitKey);
+  CredentialSeries series = CredentialsIn(session, unitKey);
   SeveralOperations operations;
   operations.begin = [&] {
     deleted.clear();
@@ -88,7 +89,8 @@ SeveralOutcome DeleteCredentials(DeskSession& session, std::int32_t unitKey,
     deleted.push_back(desk.Shown());
     return PartOutcome{desk.Delete(), NameOf(deleted.back())};
   };
-  return RunSeveral(session, OrderOf(unitKey, "delete", names.size()), operations, consent);
+  return RunSeveral(session, OrderOnCredentials(unitKey, "delete", names.size()), operations,
+                    consent);
 }
 
 }  // namespace qorhost

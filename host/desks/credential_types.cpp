@@ -1,5 +1,7 @@
 #include "host/desks/credential_types.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 
@@ -70,6 +72,11 @@ std::string_view ScreenLabelOf(double type) {
     }
   }
   return {};
+}
+
+std::string CardEntry(double type, std::string_view number) {
+  const std::string_view label = ScreenLabelOf(type);
+  return fmt::format("{}-{}", label.empty() ? "Credential" : label, number);
 }
 
 }  // namespace qorhost

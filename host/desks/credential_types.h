@@ -43,4 +43,7 @@ struct CredentialTypeWords {
 /// What the credential screen calls a stored type; "" for a type that is not on it.
 [[nodiscard]] std::string_view ScreenLabelOf(double type);
 
+/// A card as the screens list it: "Transmitter-301"; "Credential-301" of a type that is not on it.
+[[nodiscard]] std::string CardEntry(double type, std::string_view number);
+
 }  // namespace qorhost

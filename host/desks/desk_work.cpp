@@ -38,18 +38,22 @@ void Finish(UnitOfWork& work, WorkGuard& guard, Outcome& outcome,
 }
 
 /// The same, the desk showing then what is stored.
-void FinishShown(DeskSession& session, WorkGuard& guard, ShownState& shown, bool besideOthers,
-                 Outcome& outcome) {
+void FinishShown(DeskSession& session, WorkGuard& guard, ShownState& shown,
+                 const DeskOperation& operation, bool besideOthers, Outcome& outcome) {
   UnitOfWork& work = session.sql().work();
   ShownState::Rows rows;
   const bool changed = work.locked();
+  const bool shows = operation.keepsShowing || outcome.unchanged;
   // While nobody else can change them: what the next operation finds changed, others have changed.
   Finish(work, guard, outcome, [&] {
-    if (changed) {
+    if (changed && shows) {
       rows = shown.Reread();
     }
   });
   if (outcome.done() && changed) {
+    if (!shows) {
+      shown.Forget();
+    }
     const UnitVersion version = work.Committed(shown.unitKey()).value_or(shown.version());
     shown.TakeOver(version, std::move(rows), besideOthers);
   }
@@ -81,23 +85,34 @@ std::optional<std::size_t> ColumnOf(const std::vector<std::string>& columns,
 std::vector<std::int32_t> RidsOf(const ShownState::ReadRows& rows) {
   std::vector<std::int32_t> rids;
   if (const auto rid = ColumnOf(rows.columns, "RID")) {
-    for (const std::vector<qorcred::Value>& cells : rows.cells) {
-      rids.push_back(qorcred::ToLong(cells[*rid]));
+    for (const ResultRow row : rows.rows()) {
+      rids.push_back(qorcred::ToLong(row[static_cast<std::int32_t>(*rid)]));
     }
   }
   return rids;
 }
 
-/// Whether nothing but the date of their last change is another one.
-bool DifferInDateOnly(ShownState::ReadRows now, const ShownState::ReadRows& then) {
-  const auto date = ColumnOf(now.columns, "LASTMODIFIEDDATE");
-  if (!date || now.columns != then.columns || now.cells.size() != then.cells.size()) {
+/// Whether the same rows hold the same, in every column but one, if one is left out.
+bool HoldTheSame(const ShownState::ReadRows& one, const ShownState::ReadRows& other,
+                 std::optional<std::size_t> leftOut = std::nullopt) {
+  if (one.columns != other.columns || one.rowCount != other.rowCount) {
     return false;
   }
-  for (std::size_t row = 0; row < now.cells.size(); ++row) {
-    now.cells[row][*date] = then.cells[row][*date];
+  for (const ResultRow row : one.rows()) {
+    for (std::size_t column = 0; column < one.columns.size(); ++column) {
+      const auto at = static_cast<std::int32_t>(column);
+      if (column != leftOut && row[at] != other.table->At(row.number(), at)) {
+        return false;
+      }
+    }
   }
-  return now == then;
+  return true;
+}
+
+/// Whether nothing but the date of their last change is another one.
+bool DifferInDateOnly(const ShownState::ReadRows& now, const ShownState::ReadRows& then) {
+  const auto date = ColumnOf(now.columns, "LASTMODIFIEDDATE");
+  return date && HoldTheSame(now, then, date);
 }
 
 bool IsOfRows(const RowChange& change, std::string_view table,
@@ -147,7 +162,7 @@ Outcome RunAgain(DeskSession& session, ShownState& shown, const DeskOperation& o
     return StaleBy(shown, ShownState::Difference{StaleCause::kNewQuestion, {}, {}});
   }
   constexpr bool kBesideOthers = true;
-  FinishShown(session, guard, shown, kBesideOthers, outcome);
+  FinishShown(session, guard, shown, operation, kBesideOthers, outcome);
   return outcome;
 }
 
@@ -176,22 +191,18 @@ void ShownState::TakeOver(const UnitVersion& version, Rows rows, bool besideOthe
   version_ = version;
 }
 
+void ShownState::Forget() {
+  selects_.clear();
+  rows_.clear();
+}
+
 void ShownState::TakeAlso(ShownSelect select) {
   rows_.push_back(Read(select));
   selects_.push_back(std::move(select));
 }
 
 ShownState::ReadRows ShownState::Read(const ShownSelect& select) const {
-  QueryResult result = session_.sql().Select(select.select);
-  ReadRows rows;
-  for (const ResultRow row : result.rows()) {
-    std::vector<qorcred::Value>& cells = rows.cells.emplace_back();
-    for (std::size_t column = 0; column < result.columns.size(); ++column) {
-      cells.push_back(row[static_cast<std::int32_t>(column)]);
-    }
-  }
-  rows.columns = std::move(result.columns);
-  return rows;
+  return session_.sql().Select(select.select);
 }
 
 ShownState::Rows ShownState::Reread() const {
@@ -203,21 +214,22 @@ ShownState::Rows ShownState::Reread() const {
 }
 
 qorcred::Value ShownState::Cell(std::string_view column) const {
-  if (rows_.empty() || rows_.front().cells.empty()) {
+  if (rows_.empty() || rows_.front().rowCount == 0) {
     return qorcred::Null{};
   }
   const auto named = ColumnOf(rows_.front().columns, column);
-  return named ? rows_.front().cells.front()[*named] : qorcred::Value(qorcred::Null{});
+  return named ? rows_.front().table->At(0, static_cast<std::int32_t>(*named))
+               : qorcred::Value(qorcred::Null{});
 }
 
 std::optional<ShownState::Difference> ShownState::WhatDiffers() const {
   std::optional<Difference> first;
   for (std::size_t at = 0; at < selects_.size(); ++at) {
     const ReadRows now = Read(selects_[at]);
-    if (now == rows_[at]) {
+    if (HoldTheSame(now, rows_[at])) {
       continue;
     }
-    Difference difference{CauseOf(selects_[at].as, now.cells.size() < rows_[at].cells.size()),
+    Difference difference{CauseOf(selects_[at].as, now.rowCount < rows_[at].rowCount),
                           selects_[at].table, RidsOf(rows_[at])};
     const std::vector<std::int32_t> rids = RidsOf(now);
     difference.rids.insert(difference.rids.end(), rids.begin(), rids.end());
@@ -257,7 +269,7 @@ Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& 
     outcome = operation.run();
     stale = work.voided() == VoidReason::kStale;
     if (!stale) {
-      FinishShown(session, guard, shown, false, outcome);
+      FinishShown(session, guard, shown, operation, false, outcome);
     }
   }
   if (stale) {

@@ -39,17 +39,14 @@ class ShownState {
   /// What one more SELECT reads, shown later than the rest: the version stays that of the rest.
   void TakeAlso(ShownSelect select);
 
-  /// What a SELECT gave.
-  struct ReadRows {
-    std::vector<std::string> columns;
-    std::vector<std::vector<qorcred::Value>> cells;
-    friend bool operator==(const ReadRows&, const ReadRows&) = default;
-  };
+  using ReadRows = QueryResult;        // what a SELECT gave
   using Rows = std::vector<ReadRows>;  // one for each SELECT
   [[nodiscard]] Rows Reread() const;
   /// The unit is as the desk's own operation has left it, with the rows that Reread() gave before
   /// its end; `besideOthers` when others had changed it before, which the lists do not show.
   void TakeOver(const UnitVersion& version, Rows rows, bool besideOthers);
+  /// The rows are shown no more.
+  void Forget();
 
   [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
   [[nodiscard]] const UnitVersion& version() const { return version_; }
@@ -84,6 +81,9 @@ struct DeskOperation {
   /// Puts the screen back as it was before the first run, and a new controller on it: before a
   /// second run, and when the operation has ended stale.
   std::function<void()> startAgain;
+  /// Whether the desk goes on showing the rows when they are changed; else it has to take them
+  /// anew, and they are not read again.
+  bool keepsShowing = true;
 };
 
 /// Runs an operation and stores what it did when it was done; else nothing stays of it. Where the

@@ -14,17 +14,18 @@ namespace qorhost {
 
 namespace {
 
-using Series = DeskSeries<DirCodeDesk>;
+using DirCodeSeries = DeskSeries<DirCodeDesk>;
 
-Series SeriesIn(DeskSession& session, std::int32_t unitKey) {
-  return Series([&session, unitKey] { return std::make_unique<DirCodeDesk>(session, unitKey); });
+DirCodeSeries DirCodesIn(DeskSession& session, std::int32_t unitKey) {
+  return DirCodeSeries(
+      [&session, unitKey] { return std::make_unique<DirCodeDesk>(session, unitKey); });
 }
 
 std::string NameOf(const ShownDirCode& code) {
   return WithRid(code.entry, code.rid);
 }
 
-WorkOrder OrderOf(std::int32_t unitKey, std::string_view verb, std::size_t count) {
+WorkOrder OrderOnDirCodes(std::int32_t unitKey, std::string_view verb, std::size_t count) {
   return {{unitKey},
           fmt::format("{} {}", verb, Counted(count, "directory code", "directory codes")),
           {}};
@@ -35,7 +36,7 @@ WorkOrder OrderOf(std::int32_t unitKey, std::string_view verb, std::size_t count
 SeveralOutcome EditDirCodes(DeskSession& session, std::int32_t unitKey,
                             const std::vector<std::string>& names, const DirCodeEntry& entry,
                             const Consent& consent, std::vector<EditedDirCode>& edited) {
-  Series series = SeriesIn(session, unitKey);
+  DirCodeSeries series = DirCodesIn(session, unitKey);
   SeveralOperations operations;
   operations.begin = [&] {
     edited.clear();
@@ -49,13 +50,13 @@ SeveralOutcome EditDirCodes(DeskSession& session, std::int32_t unitKey,
     edited.push_back(std::move(one));
     return saved;
   };
-  return RunSeveral(session, OrderOf(unitKey, "edit", names.size()), operations, consent);
+  return RunSeveral(session, OrderOnDirCodes(unitKey, "edit", names.size()), operations, consent);
 }
 
 SeveralOutcome DeleteDirCodes(DeskSession& session, std::int32_t unitKey,
                               const std::vector<std::string>& names, const Consent& consent,
                               std::vector<DeletedDirCode>& deleted) {
-  Series series = SeriesIn(session, unitKey);
+  DirCodeSeries series = DirCodesIn(session, unitKey);
   SeveralOperations operations;
   operations.begin = [&] {
     deleted.clear();
@@ -66,7 +67,7 @@ SeveralOutcome DeleteDirCodes(DeskSession& session, std::int32_t unitKey,
     deleted.push_back({desk.Shown(), TenantsShown(desk)});
     return PartOutcome{desk.Delete(), NameOf(deleted.back().code)};
   };
-  return RunSeveral(session, OrderOf(unitKey, "delete", names.size()), operations, consent);
+  return RunSeveral(session, OrderOnDirCodes(unitKey, "delete", names.size()), operations, consent);
 }
 
 }  // namespace qorhost

@@ -57,23 +57,17 @@ NameMatch MatchOfDigits(std::string_view wanted, std::string_view number) {
   return number.starts_with(wanted) ? NameMatch::kParts : NameMatch::kNone;
 }
 
-/// "Transmitter-301"
-std::string EntryOf(const Value& type, const Value& number) {
-  const std::string_view label = ScreenLabelOf(qorcred::NumericValue(type));
-  return fmt::format("{}-{}", label.empty() ? "Credential" : label, TextOrEmpty(number));
-}
-
 /// One search.
 class Search {
  public:
   Search(DeskSession& session, const std::vector<UnitName>& units, std::string_view text)
-      : session_(session), words_(WordsOf(text)), digits_(NumberIn(text)) {
+      : session_(session), wanted_(WordsOf(text)), digits_(NumberIn(text)) {
     // Screens show codes with zeros in front: "0101".
     number_ = digits_.substr(std::min(digits_.find_first_not_of('0'), digits_.size()));
     for (const UnitName& unit : units) {
       units_.insert(unit.key);
     }
-    if (words_.empty()) {
+    if (wanted_.words().empty()) {
       throw InputFault(find_input::kText, text,
                        "{field} '{value}' has no letter and no digit to look for");
     }
@@ -93,7 +87,7 @@ class Search {
       found.rows.rows.push_back({hit.unitKey, KindWord(hit), hit.rid, hit.name, With(hit)});
     }
     if (hits_.empty()) {
-      found.suggestions.assign(near_.begin(), near_.end());
+      found.suggestions = Suggestions();
     }
     return found;
   }
@@ -118,47 +112,80 @@ class Search {
     }
   }
 
-  [[nodiscard]] NameMatch MatchOfName(const std::string& name) {
-    const Words words = WordsOf(name);
-    const NameMatch match = MatchOf(words_, words);
-    constexpr std::size_t kShortest = 3;
-    constexpr std::size_t kMost = 5;
-    if (match == NameMatch::kNone && near_.size() < kMost) {
-      for (const std::string& word : words) {
-        const bool isNear = std::any_of(words_.begin(), words_.end(), [&](const auto& wanted) {
-          return wanted.size() >= kShortest && word != wanted && IsNearly(word, wanted);
-        });
-        if (isNear && near_.size() < kMost) {
-          near_.insert(name);
-        }
-      }
-    }
-    return match;
+  [[nodiscard]] NameMatch MatchOfName(std::string_view name) {
+    return wanted_.MatchOf(reader_.Read({name}));
   }
 
   void LookAtTenants() {
-    const QueryResult rows = session_.sql().Select(fmt::format(
-        "SELECT RID, UnitKey, Resident, NameAtUnit, {} FROM Tenants", kFullNameColumns));
-    for (const ResultRow row : rows.rows()) {
-      if (!IsLookedAt(row[1])) {
-        continue;
+    session_.sql().tenants().EachName([this](const StoredNames& names) {
+      if (!units_.contains(names.unitKey)) {
+        return;
       }
-      Hit hit;
-      hit.kind = Kind::kTenant;
-      hit.name = FullNameIn(row, 4);
-      hit.match = MatchOfName(hit.name);
-      const std::string shown = TextOrEmpty(row[3]);
-      if (hit.match == NameMatch::kNone && !shown.empty()) {
-        hit.match = MatchOf(words_, WordsOf(shown));
+      NameMatch match =
+          wanted_.MatchOf(reader_.Read({names.lastName, names.firstName, names.initial}));
+      if (match == NameMatch::kNone) {
+        match = MatchOfName(names.nameAtUnit);
       }
-      hit.rid = qorcred::ToLong(row[0]);
-      hit.unitKey = qorcred::ToLong(row[1]);
-      hit.resident = qorcred::NumericValue(row[2]) != 0;
-      Add(std::move(hit));
+      if (match != NameMatch::kNone) {
+        hits_.push_back({match,
+                         Kind::kTenant,
+                         names.unitKey,
+                         names.rid,
+                         FullName(names.lastName, names.firstName, names.initial),
+                         names.resident,
+                         {}});
+      }
+    });
+  }
+
+  /// A name with a word that is nearly one of those that are looked for.
+  [[nodiscard]] bool IsNear(std::initializer_list<std::string_view> texts) {
+    constexpr std::size_t kShortest = 3;
+    const std::vector<std::string_view>& words = reader_.Read(texts);
+    return std::any_of(words.begin(), words.end(), [this](std::string_view word) {
+      return std::any_of(
+          wanted_.words().begin(), wanted_.words().end(), [word](const std::string& wanted) {
+            return wanted.size() >= kShortest && word != wanted && IsNearly(word, wanted);
+          });
+    });
+  }
+
+  /// Names for which a person may have been looking who has found nothing.
+  [[nodiscard]] std::vector<std::string> Suggestions() {
+    constexpr std::size_t kMost = 5;
+    std::set<std::string> near;
+    session_.sql().tenants().EachName([&](const StoredNames& names) {
+      if (near.size() < kMost && units_.contains(names.unitKey) &&
+          IsNear({names.lastName, names.firstName, names.initial})) {
+        near.insert(FullName(names.lastName, names.firstName, names.initial));
+      }
+    });
+    for (const std::string& name : codeNames_) {
+      if (near.size() < kMost && IsNear({name})) {
+        near.insert(name);
+      }
     }
+    return {near.begin(), near.end()};
+  }
+
+  /// A number among other words: "Transmitter 301".
+  [[nodiscard]] bool IsAmongWords(std::string_view number) const {
+    const Words& words = wanted_.words();
+    return digits_.empty() && std::find(words.begin(), words.end(), number) != words.end();
+  }
+
+  /// Cards have numbers alone: words without one find none.
+  [[nodiscard]] bool MayFindCards() const {
+    const Words& words = wanted_.words();
+    return !number_.empty() || std::any_of(words.begin(), words.end(), [](const std::string& word) {
+      return qorcred::IsDigits(word);
+    });
   }
 
   void LookAtCards() {
+    if (!MayFindCards()) {
+      return;
+    }
     const QueryResult rows =
         session_.sql().Select("SELECT RID, UnitKey, CredentialType, PINNo FROM CREDENTIALBANK");
     for (const ResultRow row : rows.rows()) {
@@ -169,13 +196,12 @@ class Search {
       Hit hit;
       hit.kind = Kind::kCard;
       hit.match = MatchOfDigits(number_, number);
-      const bool isNumberAmongWords =
-          digits_.empty() && std::find(words_.begin(), words_.end(), number) != words_.end();
-      if (isNumberAmongWords || hit.match != NameMatch::kNone) {
-        hit.name = EntryOf(row[2], row[3]);
+      const bool isAmongWords = IsAmongWords(number);
+      if (isAmongWords || hit.match != NameMatch::kNone) {
+        hit.name = CardEntry(qorcred::NumericValue(row[2]), number);
       }
-      if (isNumberAmongWords) {
-        hit.match = MatchOf(words_, WordsOf(hit.name));
+      if (isAmongWords) {
+        hit.match = MatchOfName(hit.name);
       }
       hit.rid = qorcred::ToLong(row[0]);
       hit.unitKey = qorcred::ToLong(row[1]);
@@ -196,7 +222,8 @@ class Search {
       Hit hit;
       hit.kind = Kind::kCode;
       hit.name = TextOrEmpty(row[3]);
-      hit.match = std::max(MatchOfDigits(number_, hit.name), MatchOfName(TextOrEmpty(row[4])));
+      std::string shown = TextOrEmpty(row[4]);
+      hit.match = std::max(MatchOfDigits(number_, hit.name), MatchOfName(shown));
       for (std::int32_t column = kFirstPhone; column < kFirstPhone + 2; ++column) {
         const std::string phone = TextOrEmpty(row[column]);
         const std::string digits = DigitsOf(phone);
@@ -209,6 +236,7 @@ class Search {
       hit.rid = qorcred::ToLong(row[0]);
       hit.unitKey = qorcred::ToLong(row[1]);
       Add(std::move(hit));
+      codeNames_.push_back(std::move(shown));
     }
   }
 
@@ -251,7 +279,7 @@ class Search {
         "SELECT CredentialType, PINNo FROM CREDENTIALBANK WHERE RID IN ({}, {}) ORDER BY RID",
         rid(0), rid(1)));
     for (const ResultRow row : cards.rows()) {
-      add(EntryOf(row[0], row[1]));
+      add(CardEntry(qorcred::NumericValue(row[0]), TextOrEmpty(row[1])));
     }
     const Value code = session_.sql().Scalar(
         fmt::format("SELECT DIRECTORYCODE FROM DIRECTORYCODE WHERE RID={}", rid(2)));
@@ -271,12 +299,13 @@ class Search {
   }
 
   DeskSession& session_;
-  Words words_;
+  WantedWords wanted_;
+  NameReader reader_;
   std::string digits_;  // when the text is a number
   std::string number_;  // the same without zeros in front
   std::set<std::int32_t> units_;
   std::vector<Hit> hits_;
-  std::set<std::string> near_;
+  std::vector<std::string> codeNames_;  // of codes, for suggestions
 };
 
 }  // namespace

@@ -23,8 +23,9 @@ using qorcred::Value;
 
 constexpr std::size_t kHashLength = 64;
 
-bool Holds(std::string_view text, std::string_view part) {
-  return dialect::Folded(text).find(dialect::Folded(part)) != std::u32string::npos;
+/// Whether the text holds a part, which is folded already.
+bool Holds(std::string_view text, const std::u32string& part) {
+  return part.empty() || dialect::Folded(text).find(part) != std::u32string::npos;
 }
 
 std::optional<std::int64_t> EntryNumber(std::string_view text) {
@@ -49,18 +50,19 @@ std::string FirstMoment(DeskSession& session, std::string_view since) {
   return dialect::CanonicalDate(ReadDate(history_input::kSince, since).date);
 }
 
-bool IsAbout(const RowChange& change, std::string_view subject) {
-  const auto holds = [subject](const StoredCell& cell) {
+bool IsAbout(const RowChange& change, const std::u32string& subject) {
+  const auto holds = [&subject](const StoredCell& cell) {
     return Holds(qorcred::TextOrEmpty(cell.value), subject);
   };
   return std::any_of(change.before.begin(), change.before.end(), holds) ||
          std::any_of(change.after.begin(), change.after.end(), holds);
 }
 
-bool IsAbout(const WorkEntry& entry, const std::vector<RowChange>& rows, std::string_view subject) {
+bool IsAbout(const WorkEntry& entry, const std::vector<RowChange>& rows,
+             const std::u32string& subject) {
   return Holds(entry.what, subject) ||
          std::any_of(rows.begin(), rows.end(),
-                     [subject](const RowChange& change) { return IsAbout(change, subject); });
+                     [&subject](const RowChange& change) { return IsAbout(change, subject); });
 }
 
 std::string_view WordOf(RowChangeKind kind) {
@@ -113,6 +115,8 @@ Value CellOf(const std::vector<StoredCell>& cells, std::string_view column) {
 
 Table HistoryTable(DeskSession& session, const HistoryQuery& query) {
   const std::string since = FirstMoment(session, query.since);
+  const std::u32string who = dialect::Folded(query.who);
+  const std::u32string subject = dialect::Folded(query.subject);
   AuditLog& audit = session.sql().audit();
   Table table;
   table.columns = {{"Entry", "entry"}, {"Time (UTC)", "time"}, {"Who", "who"},
@@ -120,11 +124,11 @@ Table HistoryTable(DeskSession& session, const HistoryQuery& query) {
   std::vector<WorkEntry> entries = audit.After(0, query.unitKey);
   std::reverse(entries.begin(), entries.end());
   for (const WorkEntry& entry : entries) {
-    if (entry.at < since || !Holds(entry.who, query.who)) {
+    if (entry.at < since || !Holds(entry.who, who)) {
       continue;
     }
     const std::vector<RowChange> rows = audit.RowsOf(entry.entry);
-    if (!IsAbout(entry, rows, query.subject)) {
+    if (!IsAbout(entry, rows, subject)) {
       continue;
     }
     table.rows.push_back({static_cast<double>(entry.entry), entry.at, entry.who,

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 #include "frame/text.h"
 #include "frame/utf8.h"
@@ -123,34 +124,80 @@ Words WordsOf(std::string_view text) {
   return words;
 }
 
-NameMatch MatchOf(const Words& wanted, const Words& name) {
-  if (wanted.empty() || wanted.size() > name.size()) {
+/// Lower case, words apart: what WordsOf() does to a text of ASCII.
+void NameReader::AddPlain(std::string_view ascii) {
+  bool inside = false;
+  for (const char given : ascii) {
+    const char letter = qorcred::LowerAscii(given);
+    if (letter == '\'') {
+      continue;
+    }
+    const bool ofWord = IsOfWord(static_cast<unsigned char>(letter));
+    if (ofWord && !inside) {
+      ends_.emplace_back(letters_.size(), 0);
+    }
+    if (ofWord) {
+      letters_ += letter;
+      ends_.back().second = letters_.size();
+    }
+    inside = ofWord;
+  }
+}
+
+const std::vector<std::string_view>& NameReader::Read(
+    std::initializer_list<std::string_view> texts) {
+  letters_.clear();
+  ends_.clear();
+  for (const std::string_view text : texts) {
+    if (qorcred::IsAscii(text)) {
+      AddPlain(text);
+      continue;
+    }
+    for (const std::string& word : WordsOf(text)) {
+      ends_.emplace_back(letters_.size(), letters_.size() + word.size());
+      letters_ += word;
+    }
+  }
+  words_.clear();
+  for (const auto& [begin, end] : ends_) {
+    words_.push_back(std::string_view(letters_).substr(begin, end - begin));
+  }
+  return words_;
+}
+
+WantedWords::WantedWords(Words words) : words_(std::move(words)) {
+  // A word that a shorter one begins, too, is left for who needs it.
+  std::stable_sort(words_.begin(), words_.end(),
+                   [](const auto& one, const auto& other) { return one.size() > other.size(); });
+}
+
+NameMatch WantedWords::MatchOf(std::span<const std::string_view> name) const {
+  if (words_.empty() || words_.size() > name.size()) {
     return NameMatch::kNone;
   }
-  // The longest first: a word that a shorter one begins, too, is left for who needs it.
-  std::vector<std::string_view> parts(wanted.begin(), wanted.end());
-  std::stable_sort(parts.begin(), parts.end(), [](std::string_view one, std::string_view other) {
-    return one.size() > other.size();
-  });
-  std::vector<bool> taken(name.size(), false);
+  taken_.assign(name.size(), false);
   bool wholeWords = true;
-  for (const std::string_view part : parts) {
+  for (const std::string& part : words_) {
     std::optional<std::size_t> found;
     for (std::size_t at = 0; at < name.size(); ++at) {
-      if (!taken[at] && name[at].starts_with(part) && (!found || name[at] == part)) {
+      if (!taken_[at] && name[at].starts_with(part) && (!found || name[at] == part)) {
         found = at;
       }
     }
     if (!found) {
       return NameMatch::kNone;
     }
-    taken[*found] = true;
+    taken_[*found] = true;
     wholeWords = wholeWords && name[*found] == part;
   }
   if (!wholeWords) {
     return NameMatch::kParts;
   }
-  return wanted.size() == name.size() ? NameMatch::kWhole : NameMatch::kWords;
+  return words_.size() == name.size() ? NameMatch::kWhole : NameMatch::kWords;
+}
+
+NameMatch MatchOf(const Words& wanted, const Words& name) {
+  return WantedWords(wanted).MatchOf(std::vector<std::string_view>(name.begin(), name.end()));
 }
 
 }  // namespace qorhost

@@ -1,9 +1,13 @@
 // Names as people look for them: by their words, without accents and letter case.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qorhost {
@@ -17,6 +21,20 @@ namespace qorhost {
 using Words = std::vector<std::string>;
 [[nodiscard]] Words WordsOf(std::string_view text);
 
+/// The same of many texts, one after the other, in memory that is used again.
+class NameReader {
+ public:
+  /// The words of the texts, as if blanks stood between them. Valid until the next call.
+  const std::vector<std::string_view>& Read(std::initializer_list<std::string_view> texts);
+
+ private:
+  void AddPlain(std::string_view ascii);
+
+  std::string letters_;                                    // of all words
+  std::vector<std::pair<std::size_t, std::size_t>> ends_;  // where each begins and ends there
+  std::vector<std::string_view> words_;
+};
+
 /// How well the words that are looked for go with a name; a better one is a greater one.
 enum class NameMatch : std::uint8_t {
   kNone,
@@ -25,7 +43,21 @@ enum class NameMatch : std::uint8_t {
   kWhole,  ///< they are all the words of the name, in whatever order
 };
 
-/// `wanted` without a word matches nothing. Takes as long as both have words.
+/// Words that are looked for, in many names.
+class WantedWords {
+ public:
+  explicit WantedWords(Words words);
+
+  [[nodiscard]] const Words& words() const { return words_; }
+  /// Without a word nothing matches. Takes as long as both have words.
+  [[nodiscard]] NameMatch MatchOf(std::span<const std::string_view> name) const;
+
+ private:
+  Words words_;  // the longest first
+  mutable std::vector<bool> taken_;
+};
+
+/// How well `wanted` goes with one name.
 [[nodiscard]] NameMatch MatchOf(const Words& wanted, const Words& name);
 
 }  // namespace qorhost

@@ -78,7 +78,7 @@ class UnitCheck {
           seen.try_emplace(Number{type, qorcred::NumericValue(row[2]),
                                   qorcred::NumericValue(row[3]), code(4), code(5), code(6)},
                            rid);
-      const std::string name = fmt::format("{}-{}", ScreenLabelOf(type), TextOf(row[2]));
+      const std::string name = CardEntry(type, TextOf(row[2]));
       cards_.emplace(rid, name);
       if (!isFirst) {
         Add(fmt::format("{} is there twice, as RID {} and RID {}", name, same->second, rid),

@@ -155,8 +155,9 @@ Outcome TenantDesk::Stored(std::string what, const std::function<Outcome()>& run
       return Failed(failure);
     }
   };
+  constexpr bool kKeepsShowing = false;  // who was changed has to be chosen again
   return RunAsWork(session_, shown_,
-                   {std::move(what), runTrapped, [this] { credentials_.reset(); }});
+                   {std::move(what), runTrapped, [this] { credentials_.reset(); }, kKeepsShowing});
 }
 
 /// Does it beside nobody else, and undoes it.

@@ -18,17 +18,22 @@ inline constexpr std::string_view kTenantSpokenName = "FirstName & ' ' & LastNam
 /// The parts of a full name, as columns of such a SELECT.
 inline constexpr std::string_view kFullNameColumns = "LastName, FirstName, MiddleInitial";
 
-/// The full name of which the parts stand in a row from column `first` on: those that there are,
-/// with a blank between.
-[[nodiscard]] inline std::string FullNameIn(const ResultRow& tenant, std::int32_t first) {
+/// The parts that there are, with a blank between.
+[[nodiscard]] inline std::string FullName(std::string_view lastName, std::string_view firstName,
+                                          std::string_view initial) {
   std::string name;
-  for (std::int32_t column = first; column < first + 3; ++column) {
-    const std::string part = qorcred::TextOrEmpty(tenant[column]);
+  for (const std::string_view part : {lastName, firstName, initial}) {
     if (!part.empty()) {
-      name += (name.empty() ? "" : " ") + part;
+      name.append(name.empty() ? "" : " ").append(part);
     }
   }
   return name;
+}
+
+/// The full name of which the parts stand in a row from column `first` on.
+[[nodiscard]] inline std::string FullNameIn(const ResultRow& tenant, std::int32_t first) {
+  return FullName(qorcred::TextOrEmpty(tenant[first]), qorcred::TextOrEmpty(tenant[first + 1]),
+                  qorcred::TextOrEmpty(tenant[first + 2]));
 }
 
 }  // namespace qorhost

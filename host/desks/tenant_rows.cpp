@@ -209,12 +209,10 @@ TenantLinks::TenantLinks(DeskSession& session, std::int32_t unitKey)
   const QueryResult held = session.sql().Select(fmt::format(
       "SELECT RID, CredentialType, PINNo FROM CREDENTIALBANK WHERE UnitKey={}", unitKey));
   for (const ResultRow row : held.rows()) {
-    const std::string_view label = ScreenLabelOf(qorcred::NumericValue(row[1]));
     const double number = qorcred::NumericValue(row[2]);
-    cards.emplace(NumberIn(row[0]),
-                  StoredCard{fmt::format("{}-{}", label.empty() ? "Credential" : label,
-                                         qorcred::NumberText(number)),
-                             number});
+    cards.emplace(
+        NumberIn(row[0]),
+        StoredCard{CardEntry(qorcred::NumericValue(row[1]), qorcred::NumberText(number)), number});
   }
   const QueryResult dialled = session.sql().Select(fmt::format(
       "SELECT RID, DIRECTORYCODE, MODIFIED FROM DIRECTORYCODE WHERE UNITKEY={}", unitKey));

@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "frame/utf8.h"
@@ -85,12 +87,45 @@ Value ValueOf(const ordered_json& json) {
   return {qorcred::Null{}};
 }
 
-ordered_json JsonOf(const std::vector<StoredCell>& cells) {
-  ordered_json row = ordered_json::object();
-  for (const StoredCell& cell : cells) {
-    row.emplace(cell.column, JsonOf(cell.value));
+/// Whether a text is itself in JSON, between quotation marks.
+bool IsPlain(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char letter) {
+    constexpr char kDelete = 127;
+    return letter >= ' ' && letter < kDelete && letter != '"' && letter != '\\';
+  });
+}
+
+void AppendText(std::string& json, const std::string& text) {
+  if (IsPlain(text)) {
+    json.append("\"").append(text).append("\"");
+  } else {
+    json += ordered_json(text).dump();
   }
-  return row;
+}
+
+void AppendValue(std::string& json, const Value& value) {
+  const auto* text = value.As<std::string>();
+  if (const auto* number = value.As<std::int32_t>()) {
+    fmt::format_to(std::back_inserter(json), "{}", *number);
+  } else if (text != nullptr && IsPlain(*text)) {
+    AppendText(json, *text);
+  } else {
+    json += JsonOf(value).dump();
+  }
+}
+
+/// A member with the cells of a row, a comma before it.
+void AppendRow(std::string& json, const char* name, const std::vector<StoredCell>& cells) {
+  json.append(",\"").append(name).append("\":{");
+  const char* separator = "";
+  for (const StoredCell& cell : cells) {
+    json += separator;
+    AppendText(json, cell.column);
+    json += ':';
+    AppendValue(json, cell.value);
+    separator = ",";
+  }
+  json += '}';
 }
 
 std::vector<StoredCell> CellsOf(const ordered_json& row) {
@@ -128,22 +163,24 @@ RowChange Parsed(std::string_view text) {
 }  // namespace
 
 std::string TextOfChange(const RowChange& change) {
-  ordered_json json;
-  json[kTable] = change.table;
-  json[WordOf(change.kind)] = {change.rid, change.lastRid};
+  // Written as it stands: a unit of work of thousands of rows would build as many trees.
+  std::string json = fmt::format("{{\"{}\":", kTable);
+  AppendText(json, change.table);
+  fmt::format_to(std::back_inserter(json), ",\"{}\":[{},{}]", WordOf(change.kind), change.rid,
+                 change.lastRid);
   switch (change.kind) {
     case RowChangeKind::kInserted:
-      json[kRow] = JsonOf(change.after);
+      AppendRow(json, kRow, change.after);
       break;
     case RowChangeKind::kUpdated:
-      json[kBefore] = JsonOf(change.before);
-      json[kAfter] = JsonOf(change.after);
+      AppendRow(json, kBefore, change.before);
+      AppendRow(json, kAfter, change.after);
       break;
     case RowChangeKind::kDeleted:
-      json[kRow] = JsonOf(change.before);
+      AppendRow(json, kRow, change.before);
       break;
   }
-  return json.dump();
+  return json += '}';
 }
 
 RowChange ChangeFromText(std::string_view text) {

@@ -2,8 +2,21 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string_view>
 
 namespace qorhost {
+
+/// The names in a tenant's row; "" for what is not there. Valid as long as the call that has them.
+struct StoredNames {
+  std::int32_t unitKey = 0;
+  std::int32_t rid = 0;
+  std::string_view lastName;
+  std::string_view firstName;
+  std::string_view initial;
+  std::string_view nameAtUnit;
+  bool resident = false;
+};
 
 /// A part of SqlSession, and raises what that raises.
 class TenantRegister {
@@ -14,6 +27,9 @@ class TenantRegister {
 
   /// The tenant id of a row; 0 when the unit has no such row.
   [[nodiscard]] virtual std::int32_t TenantIdOf(std::int32_t unitKey, std::int32_t rid) = 0;
+
+  /// Goes over the tenants of all units, without making values of what it hands over.
+  virtual void EachName(const std::function<void(const StoredNames&)>& take) = 0;
 
   /// The unit's next free link code, from 1. The counter knows the codes that were taken, the
   /// tenants those that came with their rows by another way; the counter catches up with them where

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -15,6 +16,36 @@ namespace qorhost::sqlite {
 namespace {
 
 using Reader = int (*)(sqlite3*, int, sqlite3_value**);
+
+qorcred::Value ValueOf(sqlite3_value* cell) {
+  return cell == nullptr ? qorcred::Value(qorcred::Null{}) : PlainValue(cell);
+}
+
+/// Whether two cells hold the same of the same type.
+bool IsTheSame(sqlite3_value* one, sqlite3_value* other) {
+  if (one == nullptr || other == nullptr) {
+    return one == other;
+  }
+  const int type = sqlite3_value_type(one);
+  if (type != sqlite3_value_type(other)) {
+    return false;
+  }
+  switch (type) {
+    case SQLITE_NULL:
+      return true;
+    case SQLITE_INTEGER:
+      return sqlite3_value_int64(one) == sqlite3_value_int64(other);
+    case SQLITE_FLOAT:
+      return sqlite3_value_double(one) == sqlite3_value_double(other);
+    default:
+      break;
+  }
+  const void* const bytes = sqlite3_value_blob(one);
+  const void* const otherBytes = sqlite3_value_blob(other);
+  const int size = sqlite3_value_bytes(one);
+  return size == sqlite3_value_bytes(other) &&
+         (size == 0 || std::memcmp(bytes, otherBytes, static_cast<std::size_t>(size)) == 0);
+}
 
 }  // namespace
 
@@ -51,8 +82,7 @@ struct ChangeLog::Hook {
     for (const std::string& column : table.columns) {
       sqlite3_value* value = nullptr;
       read(log.database_.handle(), static_cast<int>(cells.size()), &value);
-      cells.push_back(
-          {column, value == nullptr ? qorcred::Value(qorcred::Null{}) : PlainValue(value)});
+      cells.push_back({column, ValueOf(value)});
     }
     return cells;
   }
@@ -153,13 +183,23 @@ void ChangeLog::OnInsert(WatchedTable& table, std::int64_t rid) {
 }
 
 void ChangeLog::OnUpdate(const WatchedTable& table, std::int64_t rid) {
-  std::vector<StoredCell> before = Hook::Row(*this, table, &sqlite3_preupdate_old);
-  std::vector<StoredCell> after = Hook::Row(*this, table, &sqlite3_preupdate_new);
+  constexpr std::size_t kUsual = 4;  // columns that a change changes
   RowChange change{RowChangeKind::kUpdated, table.name, rid, rid, {}, {}};
-  for (std::size_t at = 0; at < before.size(); ++at) {
-    if (before[at].value != after[at].value) {
-      change.before.push_back(std::move(before[at]));
-      change.after.push_back(std::move(after[at]));
+  change.before.reserve(kUsual);
+  change.after.reserve(kUsual);
+  for (std::size_t at = 0; at < table.columns.size(); ++at) {
+    sqlite3_value* before = nullptr;
+    sqlite3_value* after = nullptr;
+    sqlite3_preupdate_old(database_.handle(), static_cast<int>(at), &before);
+    sqlite3_preupdate_new(database_.handle(), static_cast<int>(at), &after);
+    if (IsTheSame(before, after)) {
+      continue;  // most are, of many rows
+    }
+    const qorcred::Value was = ValueOf(before);
+    const qorcred::Value is = ValueOf(after);
+    if (was != is) {
+      change.before.push_back({table.columns[at], was});
+      change.after.push_back({table.columns[at], is});
     }
   }
   if (!change.before.empty()) {

@@ -9,6 +9,14 @@ namespace qorhost::sqlite {
 
 inline constexpr std::string_view kCollate = " COLLATE \"DESKTOP\"";
 
+/// Around a time and a date: the time, or one second after the date where that is not earlier.
+struct LaterThanDate {
+  std::string_view beforeTime = "max(";
+  std::string_view beforeDate = ", coalesce(datetime(";
+  std::string_view end = ", '+1 second'), ''))";
+};
+inline constexpr LaterThanDate kLaterThanDate;
+
 /// An operator between its operands, with blanks; ", " for one printed as a function.
 [[nodiscard]] std::string_view SymbolOf(dialect::Operator op);
 

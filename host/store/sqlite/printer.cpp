@@ -100,13 +100,12 @@ void StatementPrinter::PrintUpdate(const Statement& statement) {
   PrintWhere(statement.where);
 }
 
-/// The time, or one second after the row's own date where that is not earlier.
 void StatementPrinter::PrintLaterThanOwn(const Assignment& assignment) {
-  Write("max(");
+  Write(kLaterThanDate.beforeTime);
   PrintValue(*assignment.value);
-  Write(", coalesce(datetime(");
+  Write(kLaterThanDate.beforeDate);
   Write(QuotedName(assignment.column->name));
-  Write(", '+1 second'), ''))");
+  Write(kLaterThanDate.end);
 }
 
 void StatementPrinter::PrintTable(const TableName& table) {

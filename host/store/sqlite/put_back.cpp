@@ -8,6 +8,7 @@
 
 #include "host/dialect/catalog.h"
 #include "host/dialect/names.h"
+#include "host/store/sqlite/engine_names.h"
 #include "host/store/sqlite/session.h"
 #include "host/store/store_error.h"
 
@@ -66,9 +67,9 @@ Terms SameAs(const std::vector<StoredCell>& cells, int first) {
   return terms;
 }
 
-/// The time, or one second after a date where that is not earlier.
 std::string LaterThan(std::string_view now, std::string_view date) {
-  return fmt::format("max({}, coalesce(datetime({}, '+1 second'), ''))", now, date);
+  const LaterThanDate& later = kLaterThanDate;
+  return fmt::format("{}{}{}{}{}", later.beforeTime, now, later.beforeDate, date, later.end);
 }
 
 std::optional<std::int64_t> RemoveRun(Session& session, const RowChange& change) {
