@@ -43,5 +43,17 @@ TEST(NameWords, AWordOfTheNameStandsForOneOnly) {
   EXPECT_EQ(MatchOf(WordsOf("t tanaka"), WordsOf("Tanaka T")), NameMatch::kWhole);
 }
 
+TEST(NameReaders, ReadTheWordsOfOneTextAfterTheOther) {
+  NameReader reader;
+  for (const char* text : {"", " ", "Tanaka", "O'Brien-Smith, J.", "Öztürk  Zeynep", "x'y 2nd",
+                           "M\xC3\xBCller's Sons", "\xFF bad", "Zoe\xCC\x88"}) {
+    const Words words = WordsOf(text);
+    const std::vector<std::string_view>& read = reader.Read({text});
+    EXPECT_EQ(Words(read.begin(), read.end()), words) << text;
+  }
+  const std::vector<std::string_view>& parts = reader.Read({"Tanaka", "", "Xenia M"});
+  EXPECT_EQ(Words(parts.begin(), parts.end()), (Words{"tanaka", "xenia", "m"}));
+}
+
 }  // namespace
 }  // namespace qorhost::test

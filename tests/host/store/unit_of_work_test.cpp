@@ -83,6 +83,28 @@ TEST_F(UnitOfWorkTest, IsStoredWithItsAuditEntryAndRaisesTheVersion) {
   EXPECT_TRUE(Audit(2).empty());
 }
 
+TEST_F(UnitOfWorkTest, OneThatIsOnlyTriedKeepsItsRowsAndStoresNothing) {
+  const UnitVersion before = one_.work().VersionOf(kUnit);
+  one_.work().OnlyTry();
+  for (const char* name : {"Gate", "Yard"}) {
+    one_.work().Begin(order_);
+    one_.AddDoor(name);
+    EXPECT_TRUE(one_.work().Commit());
+    EXPECT_FALSE(one_.work().open());
+  }
+  EXPECT_EQ(other_.Doors(), 0);
+  EXPECT_EQ(one_.Doors(), 0);
+  EXPECT_EQ(one_.work().VersionOf(kUnit), before);
+  EXPECT_THAT(Audit(), testing::IsEmpty());
+  ASSERT_EQ(one_.work().tried().size(), 2U);
+  EXPECT_EQ(one_.work().tried()[1].table, "DOORS");
+
+  one_.work().Begin(order_);
+  EXPECT_THROW(one_.Change("UPDATE Nowhere SET A=1"), std::exception);
+  one_.work().Undo();
+  EXPECT_EQ(one_.work().tried().size(), 2U);
+}
+
 TEST_F(UnitOfWorkTest, OneThatWritesNothingLeavesNoTrace) {
   const UnitVersion before = one_.work().VersionOf(kUnit);
   one_.work().Begin(order_);
