@@ -17,12 +17,12 @@ SeveralOutcome DoAll(const SeveralOperations& operations, OpenQuestions& questio
   all.returned = true;
   all.unchanged = true;
   for (std::size_t at = 0; at < count; ++at) {
-    PartOutcome part = operations.run(at, questions);
+    const PartOutcome part = operations.run(at, questions);
     if (!part.done()) {
       SeveralOutcome undone;
-      static_cast<Outcome&>(undone) = std::move(part);
+      undone.subject = part.subject;
+      static_cast<Outcome&>(undone) = WithoutFacts(part);
       undone.unchanged = false;
-      undone.subject = std::move(part.subject);
       return undone;
     }
     for (const ShownMessage& message : part.messages) {
