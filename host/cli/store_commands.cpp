@@ -57,8 +57,8 @@ StoreStatements ReadStatements(const SqlOptions& options, Console& console) {
   }
   const std::string& from = options.file ? *options.file : *options.statement;
   const bool isInput = from == kStandardStream;
-  const auto statements = StoreStatements::OfScript(
-      isInput ? ReadWholeText(console.in, kStandardInput) : ReadWholeFile(from));
+  auto statements = StoreStatements::OfScript(isInput ? ReadWholeText(console.in, kStandardInput)
+                                                      : ReadWholeFile(from));
   if (statements.count() == 0) {
     throw UsageError(
         fmt::format("there is no statement in {}", isInput ? std::string(kStandardInput) : from));
