@@ -3,9 +3,10 @@
 #include <fmt/format.h>
 #include <iconv.h>
 
-#include <bit>
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -34,8 +35,10 @@ class Converter {
  public:
   explicit Converter(const Source& source)
       : source_(source), handle_(iconv_open("UTF-8", source.name)) {
-    // iconv_open() has no other way to say that it failed.
-    if (std::bit_cast<std::intptr_t>(handle_) == -1) {
+    // The number -1 in the place of a pointer says that it failed.
+    std::intptr_t number = 0;
+    std::memcpy(&number, &handle_, sizeof number);
+    if (number == -1) {
       throw FileError(FileProblem::kUnreachable,
                       fmt::format("this system cannot read {}: {}; save the file as UTF-8",
                                   source.called, std::generic_category().message(errno)));
