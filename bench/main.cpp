@@ -32,9 +32,10 @@ struct Options {
 
 std::vector<Comparison> AddBenchmarks(Size size) {
   std::vector<Comparison> comparisons;
-  for (auto* add : {&AddIssueBenchmarks, &AddWorkBenchmarks, &AddTenantsBenchmarks,
-                    &AddListBenchmarks, &AddDirCodeBenchmarks, &AddSyncBenchmarks,
-                    &AddReportBenchmarks, &AddLibraryBenchmarks, &AddTranslateBenchmarks}) {
+  for (auto* add :
+       {&AddIssueBenchmarks, &AddWorkBenchmarks, &AddTenantsBenchmarks, &AddListBenchmarks,
+        &AddDirCodeBenchmarks, &AddSyncBenchmarks, &AddImportBenchmarks, &AddReportBenchmarks,
+        &AddLibraryBenchmarks, &AddTranslateBenchmarks}) {
     const std::vector<Comparison> added = add(size);
     comparisons.insert(comparisons.end(), added.begin(), added.end());
   }

@@ -55,12 +55,12 @@ class CommandPath {
     }
     Refuse("option", name, names);
   }
-  /// Whether the word is an option that takes the next word for its value.
-  [[nodiscard]] bool TakesNext(const std::string& word) const {
+  /// Whether the word is an option that needs the next word for its value.
+  [[nodiscard]] bool NeedsNext(const std::string& word) const {
     for (const CLI::App* command : commands_) {
       const CLI::Option* option = command->get_option_no_throw(word);
       if (option != nullptr) {
-        return option->get_items_expected_max() > 0;
+        return option->get_items_expected_min() > 0;
       }
     }
     return false;
@@ -92,7 +92,7 @@ void RequireKnownWords(const CLI::App& app, const std::vector<std::string>& args
       continue;
     }
     path.RequireOption(args[at]);
-    if (path.TakesNext(args[at])) {
+    if (path.NeedsNext(args[at])) {
       ++at;
       if (at < args.size() && LooksLikeAnOption(args[at])) {
         throw UsageError(fmt::format(

@@ -156,6 +156,7 @@ void DescribeTenants(CommandPlace place, const GlobalOptions& global, TenantChoi
       [&](Console& console) { return RunTenantShow(global, choice.shown, console); }, kWords);
   show->add_option("TENANT", choice.shown, kWho)->required();
   DescribeChanges(tenants, global, choice);
+  DescribeTenantExchange(tenants, global, choice.imported, choice.exported);
 }
 
 }  // namespace qorhost

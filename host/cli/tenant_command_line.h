@@ -5,6 +5,7 @@
 
 #include "host/cli/commands.h"
 #include "host/cli/tenant_commands.h"
+#include "host/cli/tenant_exchange_commands.h"
 
 namespace qorhost {
 
@@ -16,6 +17,8 @@ struct TenantChoice {
   TenantEditOptions edited;
   TenantEndOptions ended;
   TenantDeleteOptions deleted;
+  TenantImportOptions imported;
+  TenantExportOptions exported;
 };
 
 /// Adds `tenants` with its commands. `global` and `choice` must outlive the parsing and the run.
