@@ -90,15 +90,12 @@ Told OfSchedule(std::string text, const UnitName& unit, const ChangedSchedule& c
 
 }  // namespace
 
-ExitStatus RunUnitList(const GlobalOptions& global, const UnitOptions& options, Console& console) {
+ExitStatus RunUnitList(const GlobalOptions& global, const UnitOptions& options,
+                       const ListOptions& asked, Console& console) {
   if (!options.settings) {
-    return RunUnits(global, console);
+    return RunUnits(global, asked, console);
   }
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
-  session.TellWhatIsMissing(units);
-  PrintRows(console.out, UnitSettingsTable(session.desks(), units), global.json);
-  return ExitStatus::kDone;
+  return PrintOfUnits(global, asked, console, UnitSettingsList);
 }
 
 ExitStatus RunUnitAdd(const GlobalOptions& global, const UnitOptions& options, Console& console) {
@@ -158,12 +155,9 @@ ExitStatus RunDoorEdit(const GlobalOptions& global, const DoorOptions& options, 
               global, console);
 }
 
-ExitStatus RunScheduleList(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
-  session.TellWhatIsMissing(units);
-  PrintRows(console.out, ScheduleTable(session.desks(), units), global.json);
-  return ExitStatus::kDone;
+ExitStatus RunScheduleList(const GlobalOptions& global, const ListOptions& asked,
+                           Console& console) {
+  return PrintOfUnits(global, asked, console, ScheduleList);
 }
 
 ExitStatus RunScheduleAdd(const GlobalOptions& global, const ScheduleOptions& options,

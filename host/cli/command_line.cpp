@@ -110,7 +110,8 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
 }
 
 void DescribeFind(CommandPlace place, const GlobalOptions& global, FindOptions& options) {
-  static constexpr std::array kWords{FieldWord{find_input::kText, "TEXT", {}}};
+  static constexpr std::array kText{FieldWord{find_input::kText, "TEXT", {}}};
+  static constexpr auto kWords = WithListWords(kText);
   auto* find = AddCommand(
       place, "find", "Find tenants, cards, directory codes and phone numbers in all units",
       "  qorhost find Tanaka X\n  qorhost find 20031\n  qorhost find 555-0102 --json",
@@ -119,6 +120,7 @@ void DescribeFind(CommandPlace place, const GlobalOptions& global, FindOptions& 
                    "Words of a name, which may be cut short, the number of a card or of a "
                    "directory code, a phone number or its last digits")
       ->required();
+  DescribeListOptions(*find, options.asked);
 }
 
 void DescribeStore(CLI::App& app, Choice& choice) {

@@ -109,14 +109,13 @@ void PrintReplaced(const ReplacedCredential& replaced, const CredentialReplaceOp
 
 }  // namespace
 
-ExitStatus RunCredentialList(const GlobalOptions& global, Console& console) {
+ExitStatus RunCredentialList(const GlobalOptions& global, const ListOptions& options,
+                             Console& console) {
   CommandSession session(global, Access::kRead, console);
-  const UnitName unit = session.ChosenUnit();
-  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
-  if (!global.json) {
-    PrintTitle(console, unit);
-  }
-  PrintRows(console.out, CredentialTable(session.desks(), desk), global.json);
+  PrintUnitList(global, options, session, console, [&session](const UnitName& unit) {
+    CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
+    return CredentialList(session.desks(), desk);
+  });
   return ExitStatus::kDone;
 }
 

@@ -5,6 +5,7 @@
 #include "frame/convert.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_list.h"
+#include "host/desks/shown_value.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
@@ -17,14 +18,8 @@ namespace {
 using qorcred::Value;
 
 std::string Shown(const Value& value) {
-  if (const bool* flag = value.As<bool>()) {
-    return *flag ? "yes" : "no";
-  }
-  if (const auto* names = value.As<qorcred::StringArray>()) {
-    const std::string joined = fmt::format("{}", fmt::join(*names, ", "));
-    return joined.empty() ? "nobody" : joined;
-  }
-  return qorcred::TextOrEmpty(value);
+  const auto* names = value.As<qorcred::StringArray>();
+  return names != nullptr && names->empty() ? "nobody" : ShownText(value);
 }
 
 void PrintCode(DirCodeDesk& desk, bool asJson, Console& console) {
@@ -59,14 +54,13 @@ void PrintAdded(const AddedDirCode& added, const UnitName& unit, bool asJson, Co
 
 }  // namespace
 
-ExitStatus RunDirCodeList(const GlobalOptions& global, Console& console) {
+ExitStatus RunDirCodeList(const GlobalOptions& global, const ListOptions& options,
+                          Console& console) {
   CommandSession session(global, Access::kRead, console);
-  const UnitName unit = session.ChosenUnit();
-  DirCodeDesk desk(session.desks(), unit.key);
-  if (!global.json) {
-    PrintTitle(console, unit);
-  }
-  PrintRows(console.out, DirCodeTable(session.desks(), desk), global.json);
+  PrintUnitList(global, options, session, console, [&session](const UnitName& unit) {
+    DirCodeDesk desk(session.desks(), unit.key);
+    return DirCodeList(session.desks(), desk);
+  });
   return ExitStatus::kDone;
 }
 

@@ -30,12 +30,16 @@ std::string InUnitOf(const WorkEntry& entry, DeskSession& session) {
 
 ExitStatus RunHistoryList(const GlobalOptions& global, const HistoryOptions& options,
                           Console& console) {
+  RequireOneScope(global, options.asked);
   CommandSession session(global, Access::kRead, console);
   HistoryQuery query = options.query;
+  if (!options.asked.query.LooksAtAll()) {
+    query.latest = options.asked.query.limit;
+  }
   if (global.unit) {
     query.unitKey = session.ChosenUnit().key;
   }
-  PrintRows(console.out, HistoryTable(session.desks(), query), global.json);
+  PrintList(global, HistoryList(session.desks(), query), options.asked.query, console);
   return ExitStatus::kDone;
 }
 

@@ -32,13 +32,8 @@ void WriteFile(const StepFile& file, const GlobalOptions& global, const StepOpti
 
 }  // namespace
 
-ExitStatus RunStepList(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  if (global.unit) {
-    (void)session.ChosenUnit();
-  }
-  PrintRows(console.out, WaitingStepTable(session.desks(), global.unit), global.json);
-  return ExitStatus::kDone;
+ExitStatus RunStepList(const GlobalOptions& global, const ListOptions& asked, Console& console) {
+  return PrintOfQueue(global, asked, console, WaitingStepList);
 }
 
 ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options,

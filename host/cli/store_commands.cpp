@@ -72,29 +72,16 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
   return ExitStatus::kDone;
 }
 
-ExitStatus RunUnits(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
-  session.TellWhatIsMissing(units);
-  PrintRows(console.out, UnitTable(session.desks(), units), global.json);
-  return ExitStatus::kDone;
+ExitStatus RunUnits(const GlobalOptions& global, const ListOptions& asked, Console& console) {
+  return PrintOfUnits(global, asked, console, UnitList);
 }
 
-ExitStatus RunDoors(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
-  session.TellWhatIsMissing(units);
-  PrintRows(console.out, DoorTable(session.desks(), units), global.json);
-  return ExitStatus::kDone;
+ExitStatus RunDoors(const GlobalOptions& global, const ListOptions& asked, Console& console) {
+  return PrintOfUnits(global, asked, console, DoorList);
 }
 
 ExitStatus RunSteps(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  if (global.unit) {
-    (void)session.ChosenUnit();
-  }
-  PrintRows(console.out, StepTable(session.desks(), global.unit), global.json);
-  return ExitStatus::kDone;
+  return PrintOfQueue(global, {}, console, StepList);
 }
 
 ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Console& console) {

@@ -6,6 +6,7 @@
 
 #include "frame/convert.h"
 #include "frame/text.h"
+#include "host/desks/shown_value.h"
 #include "host/desks/tenant_desk.h"
 #include "host/desks/tenant_list.h"
 #include "host/desks/words.h"
@@ -18,13 +19,6 @@ namespace qorhost {
 namespace {
 
 using qorcred::Value;
-
-std::string ShownText(const Value& value) {
-  if (const bool* flag = value.As<bool>()) {
-    return *flag ? "yes" : "no";
-  }
-  return qorcred::TextOrEmpty(value);
-}
 
 /// The names that are told, not too many of them.
 std::string Listed(const std::vector<std::string>& names) {
@@ -147,20 +141,13 @@ std::string Question(const TenantDesk& desk) {
 
 }  // namespace
 
-ExitStatus RunTenantList(const GlobalOptions& global, const TenantChoiceOptions& options,
+ExitStatus RunTenantList(const GlobalOptions& global, const ListOptions& options,
                          Console& console) {
   CommandSession session(global, Access::kRead, console);
-  const UnitName unit = session.ChosenUnit();
-  TenantDesk desk(session.desks(), unit.key);
-  if (!options.conditions.empty()) {
-    desk.ChooseWhere(options.conditions);
-  }
-  if (!global.json) {
-    PrintTitle(console, unit);
-  }
-  PrintRows(console.out,
-            TenantTable(options.conditions.empty() ? desk.tenants() : desk.chosen(), desk.links()),
-            global.json);
+  PrintUnitList(global, options, session, console, [&session](const UnitName& unit) {
+    const TenantDesk desk(session.desks(), unit.key);
+    return TenantList(desk.tenants(), desk.links());
+  });
   return ExitStatus::kDone;
 }
 
@@ -214,7 +201,7 @@ ExitStatus RunTenantAdd(const GlobalOptions& global, const TenantEditOptions& op
       Displayable(added.written ? added.tenant.NameWithRid() : added.tenant.Name()), InUnit(unit));
   if (!entry.to && added.tenant.end) {
     console.out << fmt::format("The unit's default period holds, until {}.\n",
-                               qorcred::DateText(*added.tenant.end));
+                               ShownText(*added.tenant.end));
   }
   return status;
 }

@@ -26,7 +26,7 @@ TEST_F(DirCodes, ListPrintsARowForEveryCode) {
   const nlohmann::json rows = Rows({"--unit", "1", "dircodes", "list"});
   ASSERT_EQ(rows.size(), 10U);
   EXPECT_EQ(rows[0]["code"], 101);
-  EXPECT_EQ(rows[0]["tenants"], 1);
+  EXPECT_EQ(rows[0]["tenants"], nlohmann::json({"Abbott Amelia A"}));
   EXPECT_EQ(rows[0]["state"], "in the unit");
 }
 

@@ -45,7 +45,7 @@ TEST_F(TenantCommands, ATenantIsAddedFoundChangedAndDeleted) {
   EXPECT_THAT(edited.out, HasSubstr("Changed 1 tenant in unit 2, Linden Park.\n"));
   const Outcome shown = Tenants({"show", "byrne"});
   EXPECT_THAT(shown.out, HasSubstr("Name at unit  Sinéad Byrne\n"));
-  EXPECT_THAT(shown.out, HasSubstr("End           6/30/2027 11:59:59 PM\n"));
+  EXPECT_THAT(shown.out, HasSubstr("End           2027-06-30 23:59:59\n"));
   EXPECT_EQ(Tenants({"delete", "byrne"}).status, 1);
   EXPECT_EQ(Tenants({"--no", "delete", "byrne"}).status, 1);
   EXPECT_EQ(Listed("name begins with Byrne").size(), 1U);
