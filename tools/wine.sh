@@ -26,3 +26,22 @@ fresh_prefix() {
   rm -rf "$prefix"
   cp -a "$kept" "$prefix"
 }
+
+# Runs what follows $1 in a new prefix $1, and once more in another new one where it fails: Wine's own
+# installer fails by itself once in a long while, on a busy machine. What is wrong fails both times.
+# One server serves all of a run: none is just ending when the next program starts.
+twice_in_fresh_prefix() {
+  local prefix=$1 status=0 attempt
+  shift
+  for attempt in first second; do
+    status=0
+    fresh_prefix "$prefix"
+    wineserver -p
+    "$@" || status=$?
+    wineserver -k || true
+    wineserver -w
+    [ $status != 0 ] || return 0
+    echo "The $attempt attempt failed."
+  done
+  return $status
+}

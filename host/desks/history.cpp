@@ -122,7 +122,7 @@ List HistoryList(DeskSession& session, const HistoryQuery& query) {
   AuditLog& audit = session.sql().audit();
   List list;
   list.fields = {{"Entry", "entry", FieldKind::kNumber},
-                 {"Time", "time", FieldKind::kDate, ReadFrom::kUtc},
+                 {"Time", "time", FieldKind::kDate, TimeOf::kUtc},
                  {"Who", "who"},
                  {"Unit", "unit", FieldKind::kNumber},
                  {"What", "what"},

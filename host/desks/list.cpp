@@ -193,12 +193,12 @@ void Choose(List& list, const std::vector<std::size_t>& columns) {
 }
 
 /// A moment with its offset; any other cell as it is.
-Value WithItsOffset(Value cell, ReadFrom clock) {
+Value WithItsOffset(Value cell, TimeOf clock) {
   const auto* date = cell.As<qorcred::Date>();
-  if (date == nullptr || clock == ReadFrom::kCalendar) {
+  if (date == nullptr || clock == TimeOf::kCalendar) {
     return cell;
   }
-  return clock == ReadFrom::kUtc ? WithUtcOffset(*date) : WithOffset(cell);
+  return clock == TimeOf::kUtc ? WithUtcOffset(*date) : WithOffset(cell);
 }
 
 Value CellForPeople(Value cell, const ListField& field) {

@@ -22,7 +22,7 @@ inline constexpr std::string_view kColumns = "columns";
 }  // namespace list_input
 
 /// Whose clock a date was read from, where it is a moment; such dates are told with their offset.
-enum class ReadFrom : std::uint8_t { kCalendar, kUtc, kClockOfPlace };
+enum class TimeOf : std::uint8_t { kCalendar, kUtc, kPlace };
 
 /// A field of a list. Its cells are numbers, dates, Booleans or texts as the kind says, or Null;
 /// a text field may have several texts in a cell.
@@ -30,7 +30,7 @@ struct ListField {
   std::string title;  ///< heads the column for people
   std::string key;    ///< names it for programs; questions may use either
   FieldKind kind = FieldKind::kText;
-  ReadFrom clock = ReadFrom::kCalendar;
+  TimeOf clock = TimeOf::kCalendar;
   bool isExtra = false;              ///< a column that is there when it is asked for
   std::vector<std::string> names{};  ///< of schedules: those that a condition may name
 };

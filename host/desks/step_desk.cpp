@@ -214,7 +214,7 @@ List WaitingStepList(DeskSession& session, std::optional<std::int32_t> unitKey) 
   List list;
   list.fields = {{"Step", "step", FieldKind::kNumber},
                  {"Unit", "unit", FieldKind::kNumber},
-                 {"Queued", "queued", FieldKind::kDate, ReadFrom::kClockOfPlace},
+                 {"Queued", "queued", FieldKind::kDate, TimeOf::kPlace},
                  {"Kind", "kind"},
                  {"Row", "row", FieldKind::kNumber},
                  {"Subject", "subject"}};

@@ -129,7 +129,7 @@ List StepList(DeskSession& session, std::optional<std::int32_t> unitKey) {
                  {"Row", "row", FieldKind::kNumber},
                  {"Name", "name"},
                  {"Code", "code", FieldKind::kNumber},
-                 {"Queued", "queued", FieldKind::kDate, ReadFrom::kClockOfPlace},
+                 {"Queued", "queued", FieldKind::kDate, TimeOf::kPlace},
                  {"Sent", "sent", FieldKind::kYesNo}};
   for (const ProgramStep& step : StepsOf(session, unitKey)) {
     const bool tenant = step.kind == step::kProgramTenant;

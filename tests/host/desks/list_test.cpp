@@ -153,7 +153,7 @@ TEST(Lists, OfSeveralUnitsStandBehindEachOtherWithTheirKeys) {
 
 TEST(Lists, PeopleReadYesDatesAndNamesAndProgramsTheirTypes) {
   List list = Sample();
-  list.fields[2].clock = ReadFrom::kUtc;
+  list.fields[2].clock = TimeOf::kUtc;
   list.fields[0].kind = FieldKind::kNumber;
   list.rows[0][0] = "0009";
   const Table people = ForPeople(Answer(list, {}));
