@@ -8,9 +8,9 @@ Table Things(const std::vector<TouchedThing>& touched) {
   Table table;
   table.columns = {{"Type", "type"}, {"Id", "id"}, {"Name", "name"}};
   for (const TouchedThing& thing : touched) {
-    table.rows.push_back({thing.type, thing.id,
-                          thing.name.empty() ? qorcred::Value(qorcred::Null{})
-                                             : qorcred::Value(thing.name)});
+    table.rows.push_back(
+        {thing.type, thing.id,
+         thing.name.empty() ? qorcred::Value(qorcred::Null{}) : qorcred::Value(thing.name)});
   }
   return table;
 }

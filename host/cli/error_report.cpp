@@ -62,6 +62,8 @@ void PrintEndedAsJson(std::ostream& err, const Ended& ended, const Console& cons
       message = console.messages.back().text;
     } else if (message.empty() && !lines.empty()) {
       message = lines.back();
+    } else if (message.empty()) {
+      message = "standard output tells what is wrong";
     }
     told.Add("kind", KindOf(ended.status, console))
         .Add("status", static_cast<std::int32_t>(ended.status))

@@ -56,8 +56,8 @@ MessageButton Operator::Show(std::string_view text, MessageStyle style, std::str
   }
   const bool yes = asks && Answer();
   if (isCollected) {
-    console_.messages.push_back({std::string(title), IconWord(style), std::string(text),
-                                 asks ? (yes ? "yes" : "no") : ""});
+    console_.messages.push_back(
+        {std::string(title), IconWord(style), std::string(text), asks ? (yes ? "yes" : "no") : ""});
   }
   if (!asks) {
     return MessageButton::kOk;

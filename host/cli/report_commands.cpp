@@ -91,7 +91,10 @@ ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& o
   const DeletedCredentials deleted = report.Delete(rids);
   const ExitStatus status = TellChange(deleted, "credential", console);
   if (deleted.done() && global.json) {
-    PrintJsonObject(console.out, {{"unit", unit.key}, {"deleted", deleted.rows}});
+    PrintJsonObject(console.out, {{"unit", unit.key},
+                                  {"stored", deleted.rows > 0},
+                                  {"dry_run", false},
+                                  {"rows", deleted.rows}});
   } else if (deleted.done()) {
     console.out << fmt::format("Deleted {} of {} {}.\n", deleted.rows,
                                Counted(deleted.given, "credential", "credentials"), InUnit(unit));

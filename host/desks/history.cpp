@@ -161,15 +161,16 @@ WorkEntry EntryOf(DeskSession& session, std::string_view number) {
 
 Table EntryTable(DeskSession& session, std::int64_t entry) {
   Table table;
-  table.columns = {{"Table", "table"}, {"RID", "rid"},       {"Change", "change"},
-                   {"Field", "field"}, {"Before", "before"}, {"After", "after"}};
+  table.columns = {{"Table", "table"},   {"RID", "rid"},     {"Last RID", "last_rid"},
+                   {"Change", "change"}, {"Field", "field"}, {"Before", "before"},
+                   {"After", "after"}};
   for (const RowChange& change : session.sql().audit().RowsOf(entry)) {
     const auto& cells = change.kind == RowChangeKind::kDeleted ? change.before : change.after;
-    const Value rid = change.rid == change.lastRid
-                          ? Value(static_cast<double>(change.rid))
-                          : Value(fmt::format("{} to {}", change.rid, change.lastRid));
+    const Value last =
+        change.rid == change.lastRid ? Value(Null{}) : Value(static_cast<double>(change.lastRid));
     for (const StoredCell& cell : cells) {
-      table.rows.push_back({change.table, rid, std::string(WordOf(change.kind)), cell.column,
+      table.rows.push_back({change.table, static_cast<double>(change.rid), last,
+                            std::string(WordOf(change.kind)), cell.column,
                             CellOf(change.before, cell.column), CellOf(change.after, cell.column)});
     }
   }

@@ -259,6 +259,11 @@ SentSteps MarkSent(DeskSession& session, std::int32_t unitKey,
   const std::vector<ProgramStep> waiting = WaitingSteps(session, unitKey);
   const std::int32_t last = LastMeant(waiting, upTo);
   SentSteps sent;
+  for (const ProgramStep& step : waiting) {
+    if (step.rid <= last) {
+      sent.marked.push_back(step.rid);
+    }
+  }
   const auto change = [&session](const std::string& statement) {
     return static_cast<std::size_t>(
         session.sql().Change(statement, dialect::StatementKind::kUpdate).rows);

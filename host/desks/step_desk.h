@@ -49,6 +49,7 @@ class StepFile {
 };
 
 struct SentSteps {
+  std::vector<std::int32_t> marked;  ///< by their numbers
   std::size_t steps = 0;
   std::size_t codes = 0;  ///< directory codes that are as the unit has them now
 };

@@ -240,7 +240,7 @@ TEST_F(Reports, DeletesNothingWhenATenantHoldsOne) {
 }
 
 TEST_F(Reports, SaysWhenNothingWasDeleted) {
-  const Outcome outcome = Credentials({"--delete", "RID:2147483647", "--json"});
+  const Outcome outcome = Credentials({"--delete", "RID:2147483647"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "Pello RT [information]: Credentials(s) are not deleted successfully.\n");
@@ -267,7 +267,7 @@ TEST_F(Reports, DeletionTakesRidsAndNoConditions) {
 
 TEST_F(Reports, JsonCountsWhatWasDeleted) {
   EXPECT_EQ(Credentials({"--delete", "rid:" + FreeRid(0), "--json"}).out,
-            "{\"unit\":2,\"deleted\":1}\n");
+            "{\"unit\":2,\"stored\":true,\"dry_run\":false,\"rows\":1}\n");
 }
 
 TEST_F(Reports, TraceShowsTheCallsAndLeavesTheRowsAlone) {

@@ -49,9 +49,10 @@ TEST_F(StepCommands, AreExportedAndMarkedAsSent) {
             "has them. Nothing was changed.\n");
   const auto done =
       nlohmann::json::parse(Run({"steps", "done", "--unit", "2", "--upto", step, "--json"}).out);
-  EXPECT_EQ(done["steps"], 1);
+  EXPECT_EQ(done["changed"].size(), 1U);
+  EXPECT_EQ(done["changed"][0]["id"].dump(), step);
   EXPECT_EQ(done["directory_codes"], 1);
-  EXPECT_EQ(done["changed"], true);
+  EXPECT_EQ(done["stored"], true);
   EXPECT_TRUE(Rows({"steps", "list"}).empty());
 }
 

@@ -140,10 +140,10 @@ TEST_F(HistoryTest, ShowsTheFieldsBeforeAndAfter) {
   ASSERT_EQ(table.rows.size(), 1U);
   EXPECT_EQ(TextOrEmpty(table.rows[0][0]), "Tenants");
   EXPECT_EQ(TextOrEmpty(table.rows[0][1]), "62");
-  EXPECT_EQ(TextOrEmpty(table.rows[0][2]), "changed");
-  EXPECT_EQ(TextOrEmpty(table.rows[0][3]), "LastName");
-  EXPECT_EQ(TextOrEmpty(table.rows[0][4]), name);
-  EXPECT_EQ(TextOrEmpty(table.rows[0][5]), "Berg");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][3]), "changed");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][4]), "LastName");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][5]), name);
+  EXPECT_EQ(TextOrEmpty(table.rows[0][6]), "Berg");
 }
 
 TEST_F(HistoryTest, AnEntryThatIsNotThereIsAFault) {
