@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "host/cli/list_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/door_desk.h"

@@ -22,6 +22,7 @@
 #include "host/cli/error_report.h"
 #include "host/cli/find_commands.h"
 #include "host/cli/history_command_line.h"
+#include "host/cli/list_command_line.h"
 #include "host/cli/manual_page.h"
 #include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"

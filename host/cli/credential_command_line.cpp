@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 
+#include "host/cli/list_command_line.h"
 #include "host/desks/credential_import.h"
 #include "host/desks/credential_types.h"
 

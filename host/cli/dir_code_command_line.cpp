@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "host/cli/list_command_line.h"
 #include "host/desks/dir_code_import.h"
 #include "host/desks/typed_input.h"
 #include "host/unit/unit_code.h"

@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "host/cli/list_options.h"
+#include "host/cli/list_command_line.h"
 
 namespace qorhost {
 

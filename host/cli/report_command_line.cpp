@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "host/cli/list_command_line.h"
 #include "host/desks/credential_report.h"
 #include "host/desks/dir_code_report.h"
 #include "host/desks/report_words.h"

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "host/cli/list_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/desks/step_desk.h"
 

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "host/cli/list_command_line.h"
 #include "host/desks/credential_fields.h"
 #include "host/desks/report_words.h"
 #include "host/desks/tenant_conditions.h"
