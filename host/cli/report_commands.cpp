@@ -43,7 +43,7 @@ ExitStatus TellWithHint(const Outcome& outcome, const ReportOptions& options, st
   return status;
 }
 
-/// Which units a report is of, and what stands above its table.
+/// Which units a report is of.
 std::vector<UnitName> UnitsOf(const GlobalOptions& global, const ReportOptions& options,
                               CommandSession& session) {
   RequireOneScope(global, options.asked);

@@ -25,7 +25,6 @@ namespace {
 
 using qorcred::TableView;
 using qorcred::Value;
-using qorcred::ValueType;
 
 constexpr std::array<std::string_view, 2> kScheduleCaptions{dir_code_caption::kDndSchedule,
                                                             dir_code_caption::kCfSchedule};
@@ -107,7 +106,7 @@ std::vector<ReportField> FieldsIn(const ListModel& list,
 /// A cell as the grid shows it, in the type of its field: dates and Booleans are such.
 Value ShownAs(FieldKind kind, const Value& cell, const GridValueItems* items) {
   const std::string* translated = items == nullptr ? nullptr : items->Translation(cell);
-  const Value shown = translated == nullptr ? cell : Value(*translated);
+  Value shown = translated == nullptr ? cell : Value(*translated);
   if (const auto* text = shown.As<std::string>(); text != nullptr && kind == FieldKind::kDate) {
     const auto date = qorcred::ParseDate(*text);
     return date ? Value(*date) : shown;
