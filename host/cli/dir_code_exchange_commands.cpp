@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frame/convert.h"
+#include "host/cli/change_report.h"
 #include "host/cli/progress.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
