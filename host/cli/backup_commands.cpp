@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "host/cli/change_report.h"
 #include "host/desks/history.h"
 #include "host/desks/store_backup.h"
 #include "host/desks/store_check.h"
@@ -63,14 +64,13 @@ ExitStatus RunBackup(const GlobalOptions& global, const BackupOptions& options, 
                   PatienceOf(global, console));
   });
   if (global.json) {
-    Table heads;
-    heads.columns = {{"Head", "head"}};
+    qorcred::StringArray heads;
     for (const ChainHead& head : made.heads) {
-      heads.rows.push_back({TextOf(head)});
+      heads.push_back(TextOf(head));
     }
-    PrintJsonObject(console.out,
-                    {{"file", options.file}, {"bytes", static_cast<double>(made.bytes)}}, "heads",
-                    heads);
+    PrintJsonObject(
+        console.out,
+        {{"file", options.file}, {"bytes", static_cast<double>(made.bytes)}, {"heads", heads}});
     return ExitStatus::kDone;
   }
   console.out << fmt::format("Backed up to {}, {} bytes, read back. Its history ends with\n",
@@ -86,8 +86,12 @@ ExitStatus RunRestore(const GlobalOptions& global, const BackupOptions& options,
   console.stored = true;
   const std::string kept = restored.kept ? restored.kept->string() : std::string();
   if (global.json) {
-    PrintJsonObject(console.out, {{"file", global.file.string()},
-                                  {"kept", kept.empty() ? qorcred::Value(qorcred::Null{}) : kept}});
+    ChangeReport report;
+    report.stored = true;
+    report.changed.push_back({"store", qorcred::Null{}, global.file.string()});
+    report.facts.Add("from", options.file)
+        .Add("kept", kept.empty() ? qorcred::Value(qorcred::Null{}) : qorcred::Value(kept));
+    PrintChange(console.out, report);
     return ExitStatus::kDone;
   }
   console.out << fmt::format("Restored {} from {}.", Displayable(global.file.string()),
@@ -104,6 +108,10 @@ ExitStatus RunCheck(const GlobalOptions& global, Console& console) {
   const Table found = WholeCheck(session.desks(), session.ChosenUnits());
   if (global.json || !found.rows.empty()) {
     PrintRows(console.out, found, global.json);
+    if (global.json && !found.rows.empty()) {
+      console.err << "qorhost: " << Counted(found.rows.size(), "fault was", "faults were")
+                  << " found\n";
+    }
   } else {
     console.out << "Nothing is wrong: the file, the rows and the history are in order.\n";
   }

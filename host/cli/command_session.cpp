@@ -44,7 +44,7 @@ Patience PatienceOf(const GlobalOptions& global, Console& console) {
     patience.waiting = [&console, limit, told = false](std::chrono::milliseconds waited) mutable {
       if (waited >= kWordless && !told) {
         told = true;
-        console.err << fmt::format(
+        console.Live() << fmt::format(
             "qorhost: another program is writing to the store: waiting for up to {} s.\n",
             limit.count());
       }
@@ -61,7 +61,7 @@ Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, Messa
   surroundings.author = console.environment.author;
   surroundings.patience = PatienceOf(global, console);
   if (global.trace || console.traceFile != nullptr) {
-    surroundings.trace = [err = global.trace ? &console.err : nullptr,
+    surroundings.trace = [err = global.trace ? &console.Live() : nullptr,
                           file = console.traceFile](std::string_view line) {
       if (err != nullptr) {
         *err << Displayable(line) << '\n';

@@ -11,6 +11,7 @@ namespace qorhost {
 
 /// Everything that their options write to.
 struct CredentialChoice {
+  ListOptions list;
   std::string toDelete;
   CredentialAddOptions add;
   CredentialEditOptions edit;

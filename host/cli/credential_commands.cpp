@@ -2,13 +2,17 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <utility>
+
+#include "frame/convert.h"
+#include "host/cli/change_report.h"
 #include "host/cli/progress.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_list.h"
+#include "host/desks/list_entries.h"
 #include "host/desks/words.h"
-#include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
-#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
@@ -26,16 +30,72 @@ std::string AssignmentText(const ShownCredential& credential) {
                                    : "assigned to " + Displayable(credential.tenant);
 }
 
-void PrintIssuedAsJson(const IssuedCredentials& issued, const UnitName& unit, bool withTenants,
-                       Console& console) {
-  PrintJsonObject(console.out, {{"unit", unit.key},
-                                {"issued", static_cast<double>(issued.Count())},
-                                {"type", issued.type},
-                                {"first", static_cast<double>(issued.first)},
-                                {"last", static_cast<double>(issued.last)},
-                                {"last_rid", issued.lastRid},
-                                {"new_tenant_ids", withTenants ? Value(issued.newTenantIds)
-                                                               : Value(qorcred::Null{})}});
+constexpr std::string_view kCredentialType = "credential";
+
+TouchedThing Thing(std::int32_t rid, const std::string& entry) {
+  return {kCredentialType, rid, entry};
+}
+
+Value TextOrNull(const std::string& text) {
+  return text.empty() ? Value(qorcred::Null{}) : Value(text);
+}
+
+/// The numbers in a list with a comma behind each.
+std::vector<double> NumbersIn(std::string_view list) {
+  std::vector<double> numbers;
+  while (!list.empty()) {
+    const std::size_t comma = std::min(list.find(','), list.size());
+    numbers.push_back(qorcred::Val(list.substr(0, comma)));
+    list.remove_prefix(std::min(comma + 1, list.size()));
+  }
+  return numbers;
+}
+
+void PrintIssuedAsJson(const IssuedCredentials& issued, const UnitName& unit, Console& console) {
+  ChangeReport report;
+  report.unit = unit.key;
+  report.stored = true;
+  // A range is stored in one go: its rows stand behind each other.
+  const auto firstRid = issued.lastRid - static_cast<std::int32_t>(issued.Count()) + 1;
+  for (std::int64_t number = issued.first; number <= issued.last; ++number) {
+    report.added.push_back(Thing(firstRid + static_cast<std::int32_t>(number - issued.first),
+                                 fmt::format("{}-{}", issued.type, number)));
+  }
+  report.facts.Add("type", issued.type)
+      .Add("first", static_cast<double>(issued.first))
+      .Add("last", static_cast<double>(issued.last))
+      .Add("new_tenant_ids", NumbersIn(issued.newTenantIds));
+  PrintChange(console.out, report);
+}
+
+/// What an edit or an assignment has made of the credential.
+void PrintEditedAsJson(const ChangedCredential& changed, const AssignmentLosses& losses,
+                       const UnitName& unit, Console& console) {
+  const ShownCredential& now = changed.credential;
+  ChangeReport report;
+  report.unit = unit.key;
+  report.stored = !changed.unchanged;
+  if (report.stored) {
+    report.changed.push_back(Thing(now.rid, now.entry));
+  }
+  const bool hasDoor = now.door && *now.door != kNoneEntry;
+  report.facts.Add("door", hasDoor ? Value(*now.door) : Value(qorcred::Null{}))
+      .Add("tenant", TextOrNull(now.tenant))
+      .Add("taken_from", qorcred::StringArray(losses.holders))
+      .Add("replaced", TextOrNull(losses.replaced));
+  PrintChange(console.out, report);
+}
+
+void PrintRenumberedAsJson(const ShownCredential& before, const ChangedCredential& renumbered,
+                           const UnitName& unit, Console& console) {
+  ChangeReport report;
+  report.unit = unit.key;
+  report.stored = !renumbered.unchanged;
+  if (report.stored) {
+    report.changed.push_back(Thing(renumbered.credential.rid, renumbered.credential.entry));
+  }
+  report.facts.Add("before", before.entry);
+  PrintChange(console.out, report);
 }
 
 void PrintIssued(const IssuedCredentials& issued, const UnitName& unit, bool withTenants,
@@ -73,19 +133,21 @@ std::string NameOf(const NamedCredential& credential) {
 void PrintReplacedAsJson(const ReplacedCredential& replaced,
                          const CredentialReplaceOptions& options, const UnitName& unit,
                          Console& console) {
-  PrintJsonObject(
-      console.out,
-      {{"unit", unit.key},
-       {"lost_rid", replaced.lost.rid},
-       {"lost", replaced.lost.entry},
-       {"lost_deleted", !options.replacement.keepLost},
-       // A trial's row gets another identity later.
-       {"rid",
-        replaced.issued && options.trial ? Value(qorcred::Null{}) : Value(replaced.successor.rid)},
-       {"credential", replaced.successor.entry},
-       {"issued", replaced.issued},
-       {"holder", replaced.holder.empty() ? Value(qorcred::Null{}) : Value(replaced.holder)},
-       {"changed", !options.trial}});
+  ChangeReport report;
+  report.unit = unit.key;
+  report.trial = options.trial;
+  report.stored = !options.trial;
+  TouchedThing successor = Thing(replaced.successor.rid, replaced.successor.entry);
+  if (replaced.issued && options.trial) {
+    successor.id = qorcred::Null{};  // its row gets another identity later
+  }
+  (replaced.issued ? report.added : report.changed).push_back(std::move(successor));
+  (options.replacement.keepLost ? report.changed : report.deleted)
+      .push_back(Thing(replaced.lost.rid, replaced.lost.entry));
+  report.facts.Add("lost", replaced.lost.entry)
+      .Add("successor", replaced.successor.entry)
+      .Add("holder", TextOrNull(replaced.holder));
+  PrintChange(console.out, report);
 }
 
 void PrintReplaced(const ReplacedCredential& replaced, const CredentialReplaceOptions& options,
@@ -109,14 +171,13 @@ void PrintReplaced(const ReplacedCredential& replaced, const CredentialReplaceOp
 
 }  // namespace
 
-ExitStatus RunCredentialList(const GlobalOptions& global, Console& console) {
+ExitStatus RunCredentialList(const GlobalOptions& global, const ListOptions& options,
+                             Console& console) {
   CommandSession session(global, Access::kRead, console);
-  const UnitName unit = session.ChosenUnit();
-  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
-  if (!global.json) {
-    PrintTitle(console, unit);
-  }
-  PrintRows(console.out, CredentialTable(session.desks(), desk), global.json);
+  PrintUnitList(global, options, session, console, [&session](const UnitName& unit) {
+    CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
+    return CredentialList(session.desks(), desk);
+  });
   return ExitStatus::kDone;
 }
 
@@ -131,7 +192,7 @@ ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOpti
   const IssuedCredentials issued = desk.SaveNew(BarOn(console, global.trace));
   const ExitStatus status = TellChange(issued, "unit", console);
   if (issued.done() && global.json) {
-    PrintIssuedAsJson(issued, unit, withTenants, console);
+    PrintIssuedAsJson(issued, unit, console);
   } else if (issued.done()) {
     PrintIssued(issued, unit, withTenants, console);
   }
@@ -159,6 +220,8 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
   if (changed.ending == Ending::kRefused) {
     console.err << fmt::format("qorhost: {} is {} now, {}.\n", NameOf(now), AssignmentText(now),
                                InUnit(unit));
+  } else if (changed.done() && global.json) {
+    PrintEditedAsJson(changed, losses, unit, console);
   } else if (changed.done()) {
     const std::string door = now.door ? fmt::format("door {}, ", Displayable(*now.door)) : "";
     console.out << fmt::format("{} {}: {}{}{}.\n", NameOf(now), InUnit(unit), door,
@@ -178,7 +241,9 @@ ExitStatus RunCredentialRenumber(const GlobalOptions& global,
   const ShownCredential before = desk.Select(options.credential);
   const ChangedCredential renumbered = desk.Renumber(number);
   const ExitStatus status = TellChange(renumbered, "credential", console);
-  if (renumbered.unchanged) {
+  if (renumbered.done() && global.json) {
+    PrintRenumberedAsJson(before, renumbered, unit, console);
+  } else if (renumbered.unchanged) {
     console.out << fmt::format("{} {}, has that number already; nothing was changed.\n",
                                NameOf(before), InUnit(unit));
   } else if (renumbered.done()) {
@@ -219,7 +284,13 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const std::string& c
   session.RequireDeletion();
   const Outcome deleted = desk.Delete();
   const ExitStatus status = TellChange(deleted, "credential", console);
-  if (deleted.done()) {
+  if (deleted.done() && global.json) {
+    ChangeReport report;
+    report.unit = unit.key;
+    report.stored = true;
+    report.deleted.push_back(Thing(chosen.rid, chosen.entry));
+    PrintChange(console.out, report);
+  } else if (deleted.done()) {
     console.out << fmt::format("Deleted {} {}.\n", NameOf(chosen), InUnit(unit));
   } else {
     console.err << fmt::format("qorhost: {} was not deleted {}.\n", NameOf(chosen), InUnit(unit));

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "host/cli/command_session.h"
+#include "host/cli/list_options.h"
 #include "host/desks/credential_entry.h"
 #include "host/desks/credential_replacement.h"
 
@@ -30,7 +31,8 @@ struct CredentialReplaceOptions {
   bool trial = false;  ///< tells what it would do
 };
 
-ExitStatus RunCredentialList(const GlobalOptions& global, Console& console);
+ExitStatus RunCredentialList(const GlobalOptions& global, const ListOptions& options,
+                             Console& console);
 ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOptions& options,
                             Console& console);
 /// `credentials edit` and `credentials assign`.

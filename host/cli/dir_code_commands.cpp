@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 
 #include "frame/convert.h"
+#include "host/cli/change_report.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_list.h"
+#include "host/desks/shown_value.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
@@ -17,14 +19,8 @@ namespace {
 using qorcred::Value;
 
 std::string Shown(const Value& value) {
-  if (const bool* flag = value.As<bool>()) {
-    return *flag ? "yes" : "no";
-  }
-  if (const auto* names = value.As<qorcred::StringArray>()) {
-    const std::string joined = fmt::format("{}", fmt::join(*names, ", "));
-    return joined.empty() ? "nobody" : joined;
-  }
-  return qorcred::TextOrEmpty(value);
+  const auto* names = value.As<qorcred::StringArray>();
+  return names != nullptr && names->empty() ? "nobody" : ShownText(value);
 }
 
 void PrintCode(DirCodeDesk& desk, bool asJson, Console& console) {
@@ -47,26 +43,48 @@ std::string NameOf(const ShownDirCode& code) {
   return WithRid(Displayable(code.entry), code.rid);
 }
 
+ChangeReport ReportOn(const UnitName& unit, bool stored) {
+  ChangeReport report;
+  report.unit = unit.key;
+  report.stored = stored;
+  return report;
+}
+
+TouchedThing Thing(const ShownDirCode& code) {
+  return {"directory code", code.rid, code.entry};
+}
+
 void PrintAdded(const AddedDirCode& added, const UnitName& unit, bool asJson, Console& console) {
   if (asJson) {
-    PrintJsonObject(
-        console.out,
-        {{"unit", unit.key}, {"code", qorcred::Val(added.number)}, {"rid", added.code.rid}});
+    ChangeReport report = ReportOn(unit, true);
+    report.added.push_back(Thing(added.code));
+    report.facts.Add("code", qorcred::Val(added.number));
+    PrintChange(console.out, report);
   } else {
     console.out << fmt::format("Added directory code {} {}.\n", NameOf(added.code), InUnit(unit));
   }
 }
 
+/// A code that was changed, or was so already; with the command's own facts.
+void PrintChangedAsJson(const ShownDirCode& code, const Outcome& outcome, const UnitName& unit,
+                        const JsonObject& facts, Console& console) {
+  ChangeReport report = ReportOn(unit, !outcome.unchanged);
+  if (report.stored) {
+    report.changed.push_back(Thing(code));
+  }
+  report.facts = facts;
+  PrintChange(console.out, report);
+}
+
 }  // namespace
 
-ExitStatus RunDirCodeList(const GlobalOptions& global, Console& console) {
+ExitStatus RunDirCodeList(const GlobalOptions& global, const ListOptions& options,
+                          Console& console) {
   CommandSession session(global, Access::kRead, console);
-  const UnitName unit = session.ChosenUnit();
-  DirCodeDesk desk(session.desks(), unit.key);
-  if (!global.json) {
-    PrintTitle(console, unit);
-  }
-  PrintRows(console.out, DirCodeTable(session.desks(), desk), global.json);
+  PrintUnitList(global, options, session, console, [&session](const UnitName& unit) {
+    DirCodeDesk desk(session.desks(), unit.key);
+    return DirCodeList(session.desks(), desk);
+  });
   return ExitStatus::kDone;
 }
 
@@ -113,7 +131,10 @@ ExitStatus RunDirCodeEdit(const GlobalOptions& global, const DirCodeEditOptions&
 
   const Outcome saved = desk.SaveEdited();
   const ExitStatus status = TellChange(saved, "directory code", console);
-  if (saved.unchanged) {
+  if (saved.done() && global.json) {
+    PrintChangedAsJson(code, saved, unit,
+                       JsonObject().Add("cleared", qorcred::StringArray(cleared)), console);
+  } else if (saved.unchanged) {
     console.out << fmt::format("Directory code {} {}, is stored so already; nothing was changed.\n",
                                NameOf(code), InUnit(unit));
   } else if (saved.done()) {
@@ -136,7 +157,10 @@ ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumber
 
   const Outcome renumbered = desk.Renumber();
   const ExitStatus status = TellChange(renumbered, "directory code", console);
-  if (renumbered.unchanged) {
+  if (renumbered.done() && global.json) {
+    PrintChangedAsJson(desk.Shown(), renumbered, unit, JsonObject().Add("before", before.entry),
+                       console);
+  } else if (renumbered.unchanged) {
     console.out << fmt::format(
         "Directory code {} {}, has that number already; nothing was "
         "changed.\n",
@@ -159,7 +183,12 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const std::string& choi
   session.RequireDeletion();
   const Outcome deleted = desk.Delete();
   const ExitStatus status = TellChange(deleted, "directory code", console);
-  if (deleted.done()) {
+  if (deleted.done() && global.json) {
+    ChangeReport report = ReportOn(unit, true);
+    report.deleted.push_back(Thing(code));
+    report.facts.Add("tenants", qorcred::StringArray(tenants));
+    PrintChange(console.out, report);
+  } else if (deleted.done()) {
     console.out << fmt::format("Deleted directory code {} {}.\n", NameOf(code), InUnit(unit));
     if (!tenants.empty()) {
       console.out << fmt::format("Without it now: {}.\n",

@@ -28,6 +28,7 @@ bool IsWord(std::string_view text, std::string_view letter, std::string_view wor
 
 void TellStale(std::string_view what, const Outcome& outcome, Console& console) {
   constexpr std::size_t kMostChanges = 5;
+  console.stale = true;
   console.err << fmt::format("qorhost: nothing was changed: {}. Try again.\n",
                              StaleReason(outcome.cause, what));
   const std::vector<WorkEntry>& changes = outcome.changes;
@@ -46,21 +47,34 @@ Operator::Operator(Console& console, std::optional<bool> answer)
     : console_(console), answer_(answer) {}
 
 MessageButton Operator::Show(std::string_view text, MessageStyle style, std::string_view title) {
-  console_.err << fmt::format("{} [{}]: {}\n", Displayable(title), IconWord(style),
-                              Displayable(text));
-  if (style != MessageStyle::kQuestion) {
+  const bool asks = style == MessageStyle::kQuestion;
+  const bool isCollected = console_.live != nullptr;
+  // A person who is asked has to read what.
+  if (!isCollected || (asks && !answer_ && console_.environment.inputIsTerminal)) {
+    console_.Live() << fmt::format("{} [{}]: {}\n", Displayable(title), IconWord(style),
+                                   Displayable(text));
+  }
+  const bool yes = asks && Answer();
+  if (isCollected) {
+    console_.messages.push_back(
+        {std::string(title), IconWord(style), std::string(text), asks ? (yes ? "yes" : "no") : ""});
+  }
+  if (!asks) {
     return MessageButton::kOk;
   }
-  bool yes = false;
-  if (answer_) {
-    yes = *answer_;
-    console_.err << (yes ? "Answered Yes by --yes.\n" : "Answered No by --no.\n");
-  } else if (console_.environment.inputIsTerminal) {
-    yes = AskAtTerminal();
-  } else {
-    console_.err << "Answered No: there is no terminal to ask at. Say --yes to answer Yes.\n";
-  }
   return yes ? MessageButton::kYes : MessageButton::kNo;
+}
+
+bool Operator::Answer() {
+  if (answer_) {
+    console_.err << (*answer_ ? "Answered Yes by --yes.\n" : "Answered No by --no.\n");
+    return *answer_;
+  }
+  if (console_.environment.inputIsTerminal) {
+    return AskAtTerminal();
+  }
+  console_.err << "Answered No: there is no terminal to ask at. Say --yes to answer Yes.\n";
+  return false;
 }
 
 bool Operator::Asks(std::string_view question) {
@@ -70,9 +84,9 @@ bool Operator::Asks(std::string_view question) {
 bool Operator::AskAtTerminal() {
   std::string line;
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-    console_.err << "Yes or No? [y/n] " << std::flush;
+    console_.Live() << "Yes or No? [y/n] " << std::flush;
     if (!std::getline(console_.in, line)) {
-      console_.err << '\n';
+      console_.Live() << '\n';
       return false;
     }
     line.erase(std::remove(line.begin(), line.end(), '\r'), line.end());
@@ -84,7 +98,7 @@ bool Operator::AskAtTerminal() {
       return false;
     }
   }
-  console_.err << "Taken as No.\n";
+  console_.Live() << "Taken as No.\n";
   return false;
 }
 

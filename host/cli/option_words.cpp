@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "frame/text.h"
 #include "host/cli/suggestion.h"
 #include "host/terminal/console.h"
 
@@ -81,10 +82,20 @@ class CommandPath {
   std::vector<const CLI::App*> commands_;
 };
 
-/// The parser would take a help option for the whole answer, whatever else stands there.
-void RequireKnownWords(const CLI::App& app, const std::vector<std::string>& args) {
+/// Whether a word is a value that begins as a short option does, as in "--sort -name".
+bool LooksLikeALetter(std::string_view word) {
+  return word.size() > 1 && word.front() == '-' && word[1] != '-' && !qorcred::IsDigit(word[1]);
+}
+
+/// The words as they came, an option and a value that the parser would take for another option as
+/// one. The parser would take a help option for the whole answer, whatever else stands there, so
+/// that words that are not known are refused before.
+std::vector<std::string> KnownWords(const CLI::App& app, const std::vector<std::string>& args) {
   CommandPath path(app);
-  for (std::size_t at = 0; at < args.size() && args[at] != kNoMoreOptions; ++at) {
+  std::vector<std::string> words;
+  std::size_t at = 0;
+  for (; at < args.size() && args[at] != kNoMoreOptions; ++at) {
+    words.push_back(args[at]);
     if (!LooksLikeAnOption(args[at])) {
       if (!args[at].starts_with('-')) {
         path.Follow(args[at]);
@@ -92,15 +103,23 @@ void RequireKnownWords(const CLI::App& app, const std::vector<std::string>& args
       continue;
     }
     path.RequireOption(args[at]);
-    if (path.NeedsNext(args[at])) {
-      ++at;
-      if (at < args.size() && LooksLikeAnOption(args[at])) {
-        throw UsageError(fmt::format(
-            "{0} needs a value, and '{1}' looks like an option: if it is the value, write {0}={1}",
-            args[at - 1], args[at]));
-      }
+    if (!path.NeedsNext(args[at]) || at + 1 == args.size()) {
+      continue;
+    }
+    const std::string& value = args[++at];
+    if (LooksLikeAnOption(value)) {
+      throw UsageError(fmt::format(
+          "{0} needs a value, and '{1}' looks like an option: if it is the value, write {0}={1}",
+          args[at - 1], value));
+    }
+    if (LooksLikeALetter(value)) {
+      words.back() += "=" + value;
+    } else {
+      words.push_back(value);
     }
   }
+  words.insert(words.end(), args.begin() + static_cast<std::ptrdiff_t>(at), args.end());
+  return words;
 }
 
 }  // namespace
@@ -111,10 +130,9 @@ std::vector<std::string> WordsForParser(const CLI::App& app, const std::vector<s
     asked.emplace_back("--help");
     return WordsForParser(app, asked);
   }
-  RequireKnownWords(app, args);
   std::vector<std::string> words;
   bool options = true;
-  for (const std::string& arg : args) {
+  for (const std::string& arg : KnownWords(app, args)) {
     options = options && arg != kNoMoreOptions;
     const bool empty = options && arg.starts_with("--") && arg.find('=') + 1 == arg.size();
     words.push_back(empty ? arg.substr(0, arg.size() - 1) : arg);

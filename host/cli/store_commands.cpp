@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "host/cli/change_report.h"
 #include "host/cli/operator.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
@@ -20,7 +21,14 @@ namespace {
 void PrintChange(std::ostream& out, const ChangedRows& change, bool asJson) {
   const auto rows = static_cast<double>(change.rows);
   if (asJson) {
-    PrintJsonObject(out, {{"rows", rows}, {"new_rid", static_cast<double>(change.newRid)}});
+    // A statement of one's own tells how many rows it has changed, not which.
+    PrintJsonObject(
+        out, {{"unit", qorcred::Null{}},
+              {"stored", change.rows > 0},
+              {"dry_run", false},
+              {"rows", rows},
+              {"new_rid", change.newRid > 0 ? qorcred::Value(static_cast<double>(change.newRid))
+                                            : qorcred::Value(qorcred::Null{})}});
     return;
   }
   out << Counted(static_cast<std::size_t>(change.rows), "row", "rows") << " changed\n";
@@ -62,6 +70,14 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
   }
   Put(global, options, console);
   console.stored = true;
+  if (global.json) {
+    ChangeReport report;
+    report.stored = true;
+    report.added.push_back({"store", qorcred::Null{}, global.file.string()});
+    report.facts.Add("demo", options.demo);
+    PrintChange(console.out, report);
+    return ExitStatus::kDone;
+  }
   const std::string name = Displayable(global.file.string());
   console.out << (options.demo
                       ? fmt::format("Created {} with the demo building. Try 'qorhost units'.\n",
@@ -72,29 +88,16 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
   return ExitStatus::kDone;
 }
 
-ExitStatus RunUnits(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
-  session.TellWhatIsMissing(units);
-  PrintRows(console.out, UnitTable(session.desks(), units), global.json);
-  return ExitStatus::kDone;
+ExitStatus RunUnits(const GlobalOptions& global, const ListOptions& asked, Console& console) {
+  return PrintOfUnits(global, asked, console, UnitList);
 }
 
-ExitStatus RunDoors(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
-  session.TellWhatIsMissing(units);
-  PrintRows(console.out, DoorTable(session.desks(), units), global.json);
-  return ExitStatus::kDone;
+ExitStatus RunDoors(const GlobalOptions& global, const ListOptions& asked, Console& console) {
+  return PrintOfUnits(global, asked, console, DoorList);
 }
 
 ExitStatus RunSteps(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  if (global.unit) {
-    (void)session.ChosenUnit();
-  }
-  PrintRows(console.out, StepTable(session.desks(), global.unit), global.json);
-  return ExitStatus::kDone;
+  return PrintOfQueue(global, {}, console, StepList);
 }
 
 ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Console& console) {

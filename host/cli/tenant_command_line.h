@@ -11,7 +11,7 @@ namespace qorhost {
 
 /// Everything that their options write to.
 struct TenantChoice {
-  TenantChoiceOptions listed;
+  ListOptions list;
   std::string shown;
   TenantEditOptions added;
   TenantEditOptions edited;

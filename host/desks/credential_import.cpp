@@ -38,7 +38,7 @@ namespace caption = credential_caption;
 constexpr std::array<ImportColumn, kColumnCount> kColumns{{
     {caption::kType, true, {}},  // its help names the types
     {caption::kNumber, true, "the credential's number, 1 to 65535"},
-    {caption::kFacility, false, "0 to 63 (Corvin 30 Bit card) or 255; empty: 0"},
+    {caption::kFacility, false, "0 to 63 (Corvin 30-Bit Card) or 255; empty: 0"},
     {caption::kIdCode, false, "of a transmitter, 0 to 26; of a card empty"},
     {caption::kSequence, false, "of a transmitter, 0 to 2; of a card empty"},
     {caption::kButton, false, "of a transmitter, 1 (also empty) or 4; of a card empty"},

@@ -210,17 +210,21 @@ CodeSteps CodeStepsOf(const std::vector<ProgramStep>& steps, std::int32_t last) 
 
 }  // namespace
 
-Table WaitingStepTable(DeskSession& session, std::optional<std::int32_t> unitKey) {
-  Table table;
-  table.columns = {{"Step", "step"}, {"Unit", "unit"}, {"Queued", "queued"},
-                   {"Kind", "kind"}, {"Row", "row"},   {"Subject", "subject"}};
+List WaitingStepList(DeskSession& session, std::optional<std::int32_t> unitKey) {
+  List list;
+  list.fields = {{"Step", "step", FieldKind::kNumber},
+                 {"Unit", "unit", FieldKind::kNumber},
+                 {"Queued", "queued", FieldKind::kDate, TimeOf::kPlace},
+                 {"Kind", "kind"},
+                 {"Row", "row", FieldKind::kNumber},
+                 {"Subject", "subject"}};
   for (const ProgramStep& step : WaitingSteps(session, unitKey)) {
     const std::string subject =
         step.kind == step::kDeleteDirectoryCode ? step.code : SubjectOf(session, step);
-    table.rows.push_back(
-        {step.rid, step.unitKey, WithOffset(step.queuedAt), step.kind, step.subjectRid, subject});
+    list.rows.push_back(
+        {step.rid, step.unitKey, step.queuedAt, step.kind, step.subjectRid, subject});
   }
-  return table;
+  return list;
 }
 
 StepFile::StepFile(DeskSession& session, UnitName unit)
@@ -255,6 +259,11 @@ SentSteps MarkSent(DeskSession& session, std::int32_t unitKey,
   const std::vector<ProgramStep> waiting = WaitingSteps(session, unitKey);
   const std::int32_t last = LastMeant(waiting, upTo);
   SentSteps sent;
+  for (const ProgramStep& step : waiting) {
+    if (step.rid <= last) {
+      sent.marked.push_back(step.rid);
+    }
+  }
   const auto change = [&session](const std::string& statement) {
     return static_cast<std::size_t>(
         session.sql().Change(statement, dialect::StatementKind::kUpdate).rows);
