@@ -20,6 +20,7 @@ enum class Size : bool {
 [[nodiscard]] std::vector<Comparison> AddListBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddDirCodeBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddSyncBenchmarks(Size size);
+[[nodiscard]] std::vector<Comparison> AddImportBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddReportBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddLibraryBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddTranslateBenchmarks(Size size);

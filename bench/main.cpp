@@ -34,8 +34,8 @@ std::vector<Comparison> AddBenchmarks(Size size) {
   std::vector<Comparison> comparisons;
   for (auto* add :
        {&AddIssueBenchmarks, &AddWorkBenchmarks, &AddTenantsBenchmarks, &AddOperatorBenchmarks,
-        &AddListBenchmarks, &AddDirCodeBenchmarks, &AddSyncBenchmarks, &AddReportBenchmarks,
-        &AddLibraryBenchmarks, &AddTranslateBenchmarks}) {
+        &AddListBenchmarks, &AddDirCodeBenchmarks, &AddSyncBenchmarks, &AddImportBenchmarks,
+        &AddReportBenchmarks, &AddLibraryBenchmarks, &AddTranslateBenchmarks}) {
     const std::vector<Comparison> added = add(size);
     comparisons.insert(comparisons.end(), added.begin(), added.end());
   }

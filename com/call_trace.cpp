@@ -122,17 +122,18 @@ std::wstring TraceFileOf(std::wstring_view named, unsigned long process) {
   return file;
 }
 
-TraceableController::TraceableController(std::string_view className, Maker make, Host& host)
-    : trace_(TraceOfThread()) {
-  if (trace_ == nullptr) {
-    controller_ = make(host);
+TraceableController::TraceableController(std::string_view className, const ControllerMaker& maker,
+                                         void* room, Host& host) {
+  std::shared_ptr<ThreadTrace> trace = TraceOfThread();
+  if (trace == nullptr) {
+    controller_.reset(maker.make(room, host));
     return;
   }
-  trace::Tracer& tracer = trace_->tracer();
-  name_ = tracer.NewName(className);
-  tracer.Begin("new " + name_);
+  trace::Tracer& tracer = trace->tracer();
+  traced_ = std::make_unique<Traced>(Traced{std::move(trace), tracer.NewName(className)});
+  tracer.Begin("new " + traced_->name);
   try {
-    controller_ = make(trace_->host());
+    controller_.reset(maker.make(room, traced_->trace->host()));
     tracer.End("");
   } catch (...) {
     tracer.End(trace::SpelledFailure(CurrentFailure()));
@@ -141,15 +142,16 @@ TraceableController::TraceableController(std::string_view className, Maker make,
 }
 
 Value TraceableController::RunTraced(const Member& member, InvokeKind kind, Arguments arguments) {
-  return trace::RunTraced(trace_->tracer(), name_, *controller_, member, kind, arguments);
+  return trace::RunTraced(traced_->trace->tracer(), traced_->name, *controller_, member, kind,
+                          arguments);
 }
 
 TraceableController::~TraceableController() {
-  if (trace_ == nullptr) return;
+  if (traced_ == nullptr) return;
   try {
-    trace_->tracer().Begin("Release " + name_);
+    traced_->trace->tracer().Begin("Release " + traced_->name);
     controller_.reset();
-    trace_->tracer().End("");
+    traced_->trace->tracer().End("");
   } catch (...) {
     // Memory that is short: the controller goes without its line.
     return;

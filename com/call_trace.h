@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "com/controller_room.h"
 #include "frame/member_table.h"
 #include "trace/traced_host.h"
 #include "trace/tracer.h"
@@ -36,17 +37,16 @@ class ThreadTrace {
 /// A controller, traced or not.
 class TraceableController {
  public:
-  using Maker = std::shared_ptr<Controller> (*)(Host& host);
-
-  /// Raises what `make` raises.
-  TraceableController(std::string_view className, Maker make, Host& host);
+  /// Makes it in `room`, which outlives it. Raises what the maker raises.
+  TraceableController(std::string_view className, const ControllerMaker& maker, void* room,
+                      Host& host);
   ~TraceableController();
   TraceableController(const TraceableController&) = delete;
   TraceableController& operator=(const TraceableController&) = delete;
 
   /// Runs the member as Member::run does.
   Value Run(const Member& member, InvokeKind kind, Arguments arguments) {
-    if (trace_ != nullptr) [[unlikely]]
+    if (traced_ != nullptr) [[unlikely]]
       return RunTraced(member, kind, arguments);
     return member.run(*controller_, kind, arguments);
   }
@@ -54,9 +54,13 @@ class TraceableController {
  private:
   Value RunTraced(const Member& member, InvokeKind kind, Arguments arguments);
 
-  std::shared_ptr<ThreadTrace> trace_;
-  std::string name_;
-  std::shared_ptr<Controller> controller_;
+  struct Traced {
+    std::shared_ptr<ThreadTrace> trace;
+    std::string name;
+  };
+
+  std::unique_ptr<Traced> traced_;  // null unless traces are written
+  ControllerInPlace controller_;
 };
 
 }  // namespace qorcred::com

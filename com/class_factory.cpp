@@ -15,10 +15,7 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object)
   *object = nullptr;
   if (outer != nullptr) return CLASS_E_NOAGGREGATION;
   try {
-    auto* controller = new ControllerDispatch(class_);
-    const HRESULT result = controller->QueryInterface(iid, object);
-    controller->Release();
-    return result;
+    return ControllerDispatch::Create(class_, iid, object);
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   } catch (...) {

@@ -15,11 +15,6 @@ namespace qorcred::com {
 
 namespace {
 
-template <typename Class>
-std::shared_ptr<Controller> Create(Host& host) {
-  return std::make_shared<Class>(host);
-}
-
 // The digits of an identifier, as many as are asked for.
 constexpr std::uint32_t Digits(std::string_view id, std::size_t first, std::size_t count) {
   std::uint32_t number = 0;
@@ -44,13 +39,8 @@ constexpr GUID GuidOf(std::string_view id) {
 
 template <typename Class>
 ComClass Make(const Identity& identity, const wchar_t* name, const wchar_t* programmaticId) {
-  return {GuidOf(identity.classId),
-          GuidOf(identity.interfaceId),
-          name,
-          programmaticId,
-          identity,
-          Class::MemberTable,
-          Create<Class>};
+  return {GuidOf(identity.classId), GuidOf(identity.interfaceId), name, programmaticId, identity,
+          Class::MemberTable,       ControllerMaker::For<Class>()};
 }
 
 const std::array kClasses{

@@ -3,11 +3,10 @@
 
 #include <windows.h>
 
-#include <memory>
 #include <span>
 
+#include "com/controller_room.h"
 #include "com/identities.h"
-#include "frame/host.h"
 #include "frame/member_table.h"
 
 namespace qorcred::com {
@@ -20,7 +19,7 @@ struct ComClass {
   const wchar_t* programmaticId;  ///< "qorCred.clsCredential"
   const Identity& identity;
   std::span<const Member> (*members)();
-  std::shared_ptr<Controller> (*create)(Host& host);
+  ControllerMaker maker;
 };
 
 [[nodiscard]] std::span<const ComClass> Classes();

@@ -216,7 +216,27 @@ HRESULT Refuse(const Refusal& refusal, UINT* badArgument) {
 }  // namespace
 
 ControllerDispatch::ControllerDispatch(const ComClass& comClass)
-    : class_(comClass), controller_(comClass.identity.name, comClass.create, TheHost()) {}
+    : class_(comClass), controller_(comClass.identity.name, comClass.maker, this + 1, TheHost()) {}
+
+void* ControllerDispatch::operator new(std::size_t size, std::size_t room) {
+  return ::operator new(size + room);
+}
+
+// For one whose constructor raises.
+void ControllerDispatch::operator delete(void* memory, std::size_t /*room*/) {
+  ::operator delete(memory);
+}
+
+void ControllerDispatch::operator delete(void* memory) {
+  ::operator delete(memory);
+}
+
+HRESULT ControllerDispatch::Create(const ComClass& comClass, REFIID iid, void** object) {
+  auto* made = new (comClass.maker.size) ControllerDispatch(comClass);
+  const HRESULT result = made->QueryInterface(iid, object);
+  if (FAILED(result)) delete made;
+  return result;
+}
 
 HRESULT ControllerDispatch::QueryInterface(REFIID iid, void** object) {
   if (object == nullptr) return E_POINTER;

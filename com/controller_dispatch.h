@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <atomic>
+#include <cstddef>
 #include <memory>
 
 #include "com/call_trace.h"
@@ -17,10 +18,12 @@ namespace qorcred::com {
 /// identifiers 0, 1, ... and may be named. A refused argument gives its own code and place; what an
 /// operation raises comes as DISP_E_EXCEPTION with its number. Belongs to the apartment that made
 /// it; lives until the last reference is released.
-class ControllerDispatch final : public IDispatch, public ISupportErrorInfo {
+class alignas(kRoomAlignment) ControllerDispatch final : public IDispatch,
+                                                         public ISupportErrorInfo {
  public:
-  /// Raises what creating the controller raises.
-  explicit ControllerDispatch(const ComClass& comClass);
+  /// Makes one and gives its interface `iid`, or E_NOINTERFACE. Raises what creating the controller
+  /// raises.
+  static HRESULT Create(const ComClass& comClass, REFIID iid, void** object);
   ControllerDispatch(const ControllerDispatch&) = delete;
   ControllerDispatch& operator=(const ControllerDispatch&) = delete;
 
@@ -39,11 +42,17 @@ class ControllerDispatch final : public IDispatch, public ISupportErrorInfo {
   HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override;
 
  private:
+  explicit ControllerDispatch(const ComClass& comClass);
   ~ControllerDispatch() = default;
+
+  /// With room for the controller behind the object.
+  static void* operator new(std::size_t size, std::size_t room);
+  static void operator delete(void* memory, std::size_t room);
+  static void operator delete(void* memory);
 
   KeepLoaded keepLoaded_;
   const ComClass& class_;
-  std::atomic<ULONG> references_{1};
+  std::atomic<ULONG> references_{0};
   TraceableController controller_;
 };
 

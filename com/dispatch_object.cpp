@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <typeinfo>
 
 #include "com/failures.h"
 #include "com/text.h"
@@ -237,9 +238,10 @@ ObjectRef Wrap(IDispatch* dispatch) {
 
 ComPtr<IDispatch> Unwrap(const ObjectRef& object) {
   if (object == nullptr) return {};
-  const auto* wrapper = dynamic_cast<const DispatchObject*>(object.get());
-  if (wrapper == nullptr) throw RuntimeError(ErrorNumber::kTypeMismatch);
-  return wrapper->dispatch();
+  // The class is final: its own type is asked for, which costs less than looking for a base.
+  const Object& known = *object;
+  if (typeid(known) != typeid(DispatchObject)) throw RuntimeError(ErrorNumber::kTypeMismatch);
+  return static_cast<const DispatchObject&>(known).dispatch();
 }
 
 }  // namespace qorcred::com

@@ -40,14 +40,14 @@ bool IsSameAscii(std::wstring_view text, std::string_view other) {
   return difference == 0 && bits < 0x80;
 }
 
+void WriteAscii(std::string_view text, wchar_t* out) {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    out[at] = static_cast<unsigned char>(text[at]);
+  }
+}
+
 // Writes UTF-16 units; returns behind the last. There is room for one unit a byte.
 wchar_t* WriteWide(std::string_view text, wchar_t* out) {
-  if (IsAscii(text)) {
-    for (std::size_t at = 0; at < text.size(); ++at) {
-      out[at] = static_cast<unsigned char>(text[at]);
-    }
-    return out + text.size();
-  }
   for (std::size_t position = 0; position < text.size();) {
     const Utf8Character character = ReadUtf8(text, position);
     position += character.length;
@@ -75,6 +75,10 @@ void AppendSupplementary(std::string& text, char32_t codePoint) {
 
 std::wstring ToWide(std::string_view text) {
   std::wstring wide(text.size(), L'\0');
+  if (IsAscii(text)) {
+    WriteAscii(text, wide.data());
+    return wide;
+  }
   const wchar_t* end = WriteWide(text, wide.data());
   wide.resize(static_cast<std::size_t>(end - wide.data()));
   return wide;
@@ -105,9 +109,15 @@ std::string ToUtf8(std::wstring_view text) {
 }
 
 BSTR NewBstr(std::string_view text) {
-  BSTR bstr = SysAllocStringLen(nullptr, static_cast<UINT>(Utf16Length(text)));
+  const bool isAscii = IsAscii(text);
+  const std::size_t length = isAscii ? text.size() : Utf16Length(text);
+  BSTR bstr = SysAllocStringLen(nullptr, static_cast<UINT>(length));
   if (bstr == nullptr) throw RuntimeError(ErrorNumber::kOutOfMemory);
-  WriteWide(text, bstr);
+  if (isAscii) {
+    WriteAscii(text, bstr);
+  } else {
+    WriteWide(text, bstr);
+  }
   return bstr;
 }
 

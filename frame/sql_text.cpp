@@ -1,5 +1,8 @@
 #include "frame/sql_text.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 
 #include "frame/text.h"
@@ -38,13 +41,39 @@ Hole HoleAt(std::string_view sql, std::size_t position) noexcept {
   }
 }
 
-/// Whether the text holds any pair of characters that only a hole has. The library's searches are
-/// several times as fast as the pass, and nearly every statement of a range of credentials ends
-/// here.
+/// 1 where the two characters begin a hole that the rules may fill, else 0. Without branches.
+template <MinusOne minusOne>
+std::uint8_t BeginsHole(char one, char next) noexcept {
+  const auto isPair = [one, next](char first, char second) {
+    return static_cast<unsigned>(one == first) & static_cast<unsigned>(next == second);
+  };
+  constexpr unsigned kMinusOneCounts = minusOne == MinusOne::kBecomesNull ? 1 : 0;
+  return static_cast<std::uint8_t>(isPair(' ', ',') | isPair('\'', '\'') |
+                                   (isPair('-', '1') & kMinusOneCounts));
+}
+
+/// Whether the text holds any pair of characters that only a hole has: nearly every statement of a
+/// range of credentials ends here. Blocks of one size without an exit in the middle are looked at
+/// as a whole by the processor; the search functions of some runtime libraries take each character
+/// by itself.
 template <MinusOne minusOne>
 bool MayHaveHole(std::string_view sql) noexcept {
-  return Contains(sql, " ,") || Contains(sql, "''") ||
-         (minusOne == MinusOne::kBecomesNull && Contains(sql, "-1"));
+  constexpr std::size_t kBlock = 16;
+  std::array<std::uint8_t, kBlock> found{};
+  std::size_t position = 0;
+  for (; position + kBlock < sql.size(); position += kBlock) {
+    const char* const one = sql.data() + position;
+    const char* const next = one + 1;
+    for (std::size_t place = 0; place < kBlock; ++place) {
+      found[place] |= BeginsHole<minusOne>(one[place], next[place]);
+    }
+  }
+  std::uint8_t any = 0;
+  for (; position + 1 < sql.size(); ++position) {
+    any |= BeginsHole<minusOne>(sql[position], sql[position + 1]);
+  }
+  for (const std::uint8_t one : found) any |= one;
+  return any != 0;
 }
 
 template <MinusOne minusOne>

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -11,9 +12,16 @@ namespace qorcred {
 /// Whether all characters are ASCII, as most texts are. There is no exit in the middle, so that
 /// many bytes are looked at a time.
 [[nodiscard]] inline bool IsAscii(std::string_view text) noexcept {
-  unsigned char bits = 0;
-  for (const char letter : text) bits = static_cast<unsigned char>(bits | letter);
-  return bits < 0x80;
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  std::uint64_t bits = 0;
+  std::size_t position = 0;
+  for (; position + sizeof bits <= text.size(); position += sizeof bits) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text.data() + position, sizeof eight);
+    bits |= eight;
+  }
+  for (; position < text.size(); ++position) bits |= static_cast<unsigned char>(text[position]);
+  return (bits & kHighBits) == 0;
 }
 
 /// One character read from a text: its code point and its length in bytes. A byte that does not

@@ -33,11 +33,17 @@ std::vector<std::string> Pieces(std::string_view text) {
 
 }  // namespace
 
-OperatorTables MakeOperatorTables() {
-  return {.numeric = Pieces(kNumeric),
-          .date = Pieces(kDate),
-          .text = Pieces(kText),
-          .field = Pieces(kField)};
+const OperatorTables& FilledOperatorTables() {
+  static const OperatorTables tables{.numeric = Pieces(kNumeric),
+                                     .date = Pieces(kDate),
+                                     .text = Pieces(kText),
+                                     .field = Pieces(kField)};
+  return tables;
+}
+
+const OperatorTables& EmptyOperatorTables() {
+  static const OperatorTables tables;
+  return tables;
 }
 
 }  // namespace qorcred

@@ -8,7 +8,7 @@ namespace qorcred {
 
 /// Four tables of texts that are pasted into statements as they stand: every blank in them counts.
 /// The first three are indexed by the operator's place in `cboFilter` (0 to 7), the last by the
-/// field's place in the credential report's `cboField`. Empty until filled.
+/// field's place in the credential report's `cboField`.
 /// "^" stands for a row's value, "^1" and "^2" for the two values of a range.
 struct OperatorTables {
   std::vector<std::string> numeric;
@@ -17,7 +17,9 @@ struct OperatorTables {
   std::vector<std::string> field;
 };
 
-/// The tables with their contents.
-[[nodiscard]] OperatorTables MakeOperatorTables();
+/// The tables with their contents, which never change.
+[[nodiscard]] const OperatorTables& FilledOperatorTables();
+/// The tables before they are filled.
+[[nodiscard]] const OperatorTables& EmptyOperatorTables();
 
 }  // namespace qorcred

@@ -14,7 +14,7 @@ DatabaseManager ReportController::NewManager() const {
 bool ReportController::pbPopulateArrOperators() {
   bool done = false;
   Trap(host_, "pbPopulateArrOperators", [&] {
-    operators_ = MakeOperatorTables();
+    operators_ = &FilledOperatorTables();
     done = true;
   });
   return done;

@@ -55,7 +55,7 @@ class ReportController : public Controller {
 
   [[nodiscard]] Host& host() const { return host_; }
   [[nodiscard]] Screen RequireFilterScreen() const { return Screen(filterScreen_); }
-  [[nodiscard]] const OperatorTables& operators() const { return operators_; }
+  [[nodiscard]] const OperatorTables& operators() const { return *operators_; }
   [[nodiscard]] DatabaseError& error() { return error_; }
   /// A new manager, to be released with the operation that asked for it.
   [[nodiscard]] DatabaseManager NewManager() const;
@@ -65,7 +65,7 @@ class ReportController : public Controller {
   ObjectRef filterScreen_;
   std::int32_t unitKey_ = 0;
   std::string ridsForDeletion_;
-  OperatorTables operators_;
+  const OperatorTables* operators_ = &EmptyOperatorTables();
   DatabaseError error_;
 };
 

@@ -10,6 +10,7 @@
 #include "bench/com/fast_object.h"
 #include "bench/com/rows.h"
 #include "com/counted.h"
+#include "com/module.h"
 
 namespace qorbench {
 
@@ -167,6 +168,7 @@ class Credential final : public FastObject {
     V_BSTRREF(&reference) = &V_BSTR(&text);
   }
 
+  qorcred::com::KeepLoaded keepLoaded_;  // a library that has objects stays loaded
   Components components_{{L"qorSPS.clsSendProgSteps", L"qorTent.clsTenant"}};
   ComPtr<IDispatch> screen_;
 };
@@ -181,6 +183,7 @@ class DirCode final : public FastObject {
  private:
   DISPID Name(const wchar_t*) override { return DISPID_UNKNOWN; }
 
+  qorcred::com::KeepLoaded keepLoaded_;  // a library that has objects stays loaded
   Components components_{{L"qorCommn.clsConnectionManager"}};
 };
 
@@ -202,6 +205,7 @@ class Report final : public FastObject {
     return _wcsicmp(name, L"mlngUnitKey") == 0 ? 1 : DISPID_UNKNOWN;
   }
 
+  qorcred::com::KeepLoaded keepLoaded_;  // a library that has objects stays loaded
   std::int32_t unitKey_ = 0;
 };
 

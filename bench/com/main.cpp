@@ -88,11 +88,9 @@ Row MeasureTracing() {
   const qorcred::Member& decode =
       *qorcred::FindMember(qorcred::clsCredential::MemberTable(), "pbBase64Dec");
   const std::string text = "UGVsbG8gUlQ6IG1heGltdW0gb2YgY29tYmluZWQgY29kZXMgMzI3Njc=";
+  alignas(qorcred::clsCredential) std::array<std::byte, sizeof(qorcred::clsCredential)> room;
   qorcred::com::TraceableController traceable(
-      "clsCredential",
-      [](qorcred::Host& host) -> std::shared_ptr<qorcred::Controller> {
-        return std::make_shared<qorcred::clsCredential>(host);
-      },
+      "clsCredential", qorcred::com::ControllerMaker::For<qorcred::clsCredential>(), room.data(),
       qorcred::com::TheHost());
   qorcred::clsCredential direct(qorcred::com::TheHost());
   const auto repeat = [&text](const auto& run) {

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "host/cli/change_report.h"
 #include "host/cli/existing_file.h"
 #include "host/desks/history.h"
 #include "host/desks/store_backup.h"
@@ -51,16 +52,16 @@ ExitStatus RunBackup(const GlobalOptions& global, const BackupOptions& options, 
                   PatienceOf(global, console), TrialOf(options.trial));
   });
   if (global.json) {
-    Table heads;
-    heads.columns = {{"Head", "head"}};
+    qorcred::StringArray heads;
     for (const ChainHead& head : made.heads) {
-      heads.rows.push_back({TextOf(head)});
+      heads.push_back(TextOf(head));
     }
-    PrintJsonObject(console.out,
-                    {{"file", options.file},
-                     {"bytes", static_cast<double>(made.bytes)},
-                     {"changed", !options.trial}},
-                    "heads", heads);
+    JsonObject()
+        .Add("file", options.file)
+        .Add("bytes", static_cast<double>(made.bytes))
+        .Add("dry_run", options.trial)
+        .Add("heads", heads)
+        .Print(console.out);
   } else if (options.trial) {
     console.out << fmt::format(
         "Would back up to {}, {} bytes, which can be read. This was a trial, nothing was "
@@ -83,9 +84,13 @@ ExitStatus RunRestore(const GlobalOptions& global, const BackupOptions& options,
   console.stored = !options.trial;
   const std::string kept = restored.kept ? restored.kept->string() : std::string();
   if (global.json) {
-    PrintJsonObject(console.out, {{"file", global.file.string()},
-                                  {"kept", kept.empty() ? qorcred::Value(qorcred::Null{}) : kept},
-                                  {"changed", !options.trial}});
+    ChangeReport report;
+    report.trial = options.trial;
+    report.stored = !options.trial;
+    report.changed.push_back({"store", qorcred::Null{}, global.file.string()});
+    report.facts.Add("from", options.file)
+        .Add("kept", kept.empty() ? qorcred::Value(qorcred::Null{}) : qorcred::Value(kept));
+    PrintChange(console.out, report);
     return ExitStatus::kDone;
   }
   std::ostream& told = options.trial ? console.out : console.Remarks();
@@ -104,6 +109,10 @@ ExitStatus RunCheck(const GlobalOptions& global, Console& console) {
   const Table found = WholeCheck(session.desks(), session.ChosenUnits());
   if (global.json || !found.rows.empty()) {
     PrintRows(console.out, found, global.json);
+    if (global.json && !found.rows.empty()) {
+      console.err << "qorhost: " << Counted(found.rows.size(), "fault was", "faults were")
+                  << " found\n";
+    }
   } else {
     console.Remarks() << "Nothing is wrong: the file, the rows and the history are in order.\n";
   }

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "host/cli/list_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/door_desk.h"
@@ -52,17 +53,20 @@ void DescribeSettings(CLI::App* command, UnitEntry& entry) {
       fmt::format("The usual facility code of transmitters, 0 to {}", credential_bound::kFacility));
 }
 
-void DescribeUnits(CommandPlace place, const GlobalOptions& global, UnitOptions& options) {
+void DescribeUnits(CommandPlace place, const GlobalOptions& global, UnitOptions& options,
+                   ListOptions& asked) {
   CLI::App* app = AddCommand(
       place, "units", "List the units, their codes in use and their capacity; change them",
       "  qorhost units\n  qorhost units --json\n  qorhost units edit 2 --capacity 4000",
-      [&](Console& console) { return RunUnits(global, console); });
+      [&](Console& console) { return RunUnits(global, {}, console); });
   app->require_subcommand(0, 1);
   const CommandPlace units{*app, place.chosen};
 
-  auto* list = AddCommand(units, "list", "List the units, or their settings",
-                          "  qorhost units list\n  qorhost units list --settings",
-                          [&](Console& console) { return RunUnitList(global, options, console); });
+  auto* list = AddCommand(
+      units, "list", "List the units, or their settings",
+      "  qorhost units list --sort -credentials\n  qorhost units list --settings",
+      [&](Console& console) { return RunUnitList(global, options, asked, console); }, kListWords);
+  DescribeListOptions(*list, asked);
   list->add_flag("--settings", options.settings, "List their settings");
 
   auto* add = AddCommand(
@@ -93,18 +97,21 @@ void DescribeUnits(CommandPlace place, const GlobalOptions& global, UnitOptions&
   DescribeTrial(*remove, options.trial);
 }
 
-void DescribeDoors(CommandPlace place, const GlobalOptions& global, DoorOptions& options) {
+void DescribeDoors(CommandPlace place, const GlobalOptions& global, DoorOptions& options,
+                   ListOptions& asked) {
   CLI::App* app =
       AddCommand(place, "doors", "List the doors and their captions on the credential screen",
                  "  qorhost doors\n  qorhost doors --unit 2\n"
                  "  qorhost doors edit 4 --name Yard --unit 2",
-                 [&](Console& console) { return RunDoors(global, console); });
+                 [&](Console& console) { return RunDoors(global, {}, console); });
   app->require_subcommand(0, 1);
   const CommandPlace doors{*app, place.chosen};
 
-  AddCommand(doors, "list", "List the doors and their captions on the credential screen",
-             "  qorhost doors list --unit 2",
-             [&](Console& console) { return RunDoors(global, console); });
+  auto* list = AddCommand(
+      doors, "list", "List the doors and their captions on the credential screen",
+      "  qorhost doors list --unit 2\n  qorhost doors list --where \"name begins with g\"",
+      [&](Console& console) { return RunDoors(global, asked, console); }, kListWords);
+  DescribeListOptions(*list, asked);
 
   auto* edit = AddCommand(
       doors, "edit", "Give a door another name", "  qorhost doors edit 4 --name Yard --unit 2",
@@ -114,17 +121,20 @@ void DescribeDoors(CommandPlace place, const GlobalOptions& global, DoorOptions&
   DescribeTrial(*edit, options.trial);
 }
 
-void DescribeSchedules(CommandPlace place, const GlobalOptions& global, ScheduleOptions& options) {
+void DescribeSchedules(CommandPlace place, const GlobalOptions& global, ScheduleOptions& options,
+                       ListOptions& asked) {
   CLI::App* app =
       AddCommand(place, "schedules", "List the schedules and how often each is used; change them",
                  "  qorhost schedules\n  qorhost schedules add \"Cleaning Staff\" --unit 2",
-                 [&](Console& console) { return RunScheduleList(global, console); });
+                 [&](Console& console) { return RunScheduleList(global, {}, console); });
   app->require_subcommand(0, 1);
   const CommandPlace schedules{*app, place.chosen};
 
-  AddCommand(schedules, "list", "List the schedules and how often each is used",
-             "  qorhost schedules list --unit 2",
-             [&](Console& console) { return RunScheduleList(global, console); });
+  auto* list = AddCommand(
+      schedules, "list", "List the schedules and how often each is used",
+      "  qorhost schedules list --unit 2\n  qorhost schedules list --where \"tenants = 0\"",
+      [&](Console& console) { return RunScheduleList(global, asked, console); }, kListWords);
+  DescribeListOptions(*list, asked);
 
   auto* add = AddCommand(
       schedules, "add", "Add a schedule", "  qorhost schedules add \"Cleaning Staff\" --unit 2",
@@ -154,9 +164,9 @@ void DescribeSchedules(CommandPlace place, const GlobalOptions& global, Schedule
 }  // namespace
 
 void DescribeBuilding(CommandPlace place, const GlobalOptions& global, BuildingChoice& choice) {
-  DescribeUnits(place, global, choice.unit);
-  DescribeDoors(place, global, choice.door);
-  DescribeSchedules(place, global, choice.schedule);
+  DescribeUnits(place, global, choice.unit, choice.list);
+  DescribeDoors(place, global, choice.door, choice.list);
+  DescribeSchedules(place, global, choice.schedule, choice.list);
 }
 
 }  // namespace qorhost

@@ -8,6 +8,7 @@ namespace qorhost {
 
 /// Everything that their options write to.
 struct BuildingChoice {
+  ListOptions list;
   UnitOptions unit;
   DoorOptions door;
   ScheduleOptions schedule;

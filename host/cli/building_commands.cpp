@@ -6,42 +6,53 @@
 #include <utility>
 #include <vector>
 
+#include "host/cli/change_report.h"
 #include "host/cli/store_commands.h"
 #include "host/desks/door_desk.h"
 #include "host/desks/schedule_desk.h"
 #include "host/desks/whole_number.h"
-#include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
-#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
 namespace {
 
-using qorcred::Value;
-using Members = std::vector<std::pair<std::string, Value>>;
-
 /// How a change ended, in a line or as one object.
 struct Told {
-  std::string text;  ///< without its end
-  Members members;   ///< but whether something was changed
+  std::string text;     ///< without its end
+  ChangeReport report;  ///< but whether something was stored
   bool unchanged = false;
-  bool trial = false;
 };
 
-ExitStatus Tell(const Told& told, const GlobalOptions& global, Console& console) {
-  const bool changed = !told.unchanged && !told.trial;
-  console.stored = changed;
+enum class Doing { kAdding, kChanging, kDeleting };
+
+/// One thing of the building that was added, changed or deleted.
+ChangeReport ReportOn(Doing doing, std::int32_t unit, TouchedThing thing, bool trial) {
+  ChangeReport report;
+  report.unit = unit;
+  report.trial = trial;
+  std::vector<TouchedThing>& things = doing == Doing::kAdding     ? report.added
+                                      : doing == Doing::kChanging ? report.changed
+                                                                  : report.deleted;
+  things.push_back(std::move(thing));
+  return report;
+}
+
+ExitStatus Tell(Told told, const GlobalOptions& global, Console& console) {
+  ChangeReport& report = told.report;
+  report.stored = !told.unchanged && !report.trial;
+  console.stored = report.stored;
   if (global.json) {
-    Members members = told.members;
-    members.emplace_back("changed", changed);
-    PrintJsonObject(console.out, members);
+    if (told.unchanged) {
+      report.changed.clear();
+    }
+    PrintChange(console.out, report);
     return ExitStatus::kDone;
   }
-  (told.trial ? console.out : console.Remarks())
+  (report.trial ? console.out : console.Remarks())
       << fmt::format("{}{}.\n", told.text,
                      told.unchanged ? ", as before; nothing was changed"
-                     : told.trial   ? "; this was a trial, nothing was changed"
+                     : report.trial ? "; this was a trial, nothing was changed"
                                     : "");
   return ExitStatus::kDone;
 }
@@ -68,34 +79,34 @@ UnitName UnitNamed(CommandSession& session, const std::string& given) {
   throw UsageError(fmt::format("there is no unit '{}': 'qorhost units' lists them", given));
 }
 
-Told OfUnit(std::string text, const ChangedUnit& changed, const UnitOptions& options) {
+Told OfUnit(std::string text, Doing doing, const ChangedUnit& changed, const UnitOptions& options) {
   return {std::move(text),
-          {{"unit", changed.unit.key}, {"name", changed.unit.name}},
-          changed.unchanged,
-          options.trial};
+          ReportOn(doing, changed.unit.key, {"unit", changed.unit.key, changed.unit.name},
+                   options.trial),
+          changed.unchanged};
 }
 
-Told OfSchedule(std::string text, const UnitName& unit, const ChangedSchedule& changed,
+Told OfSchedule(std::string text, Doing doing, const UnitName& unit, const ChangedSchedule& changed,
                 const ScheduleOptions& options) {
-  return {std::move(text),
-          {{"unit", unit.key},
-           {"schedule", changed.id},
-           {"name", changed.name.empty() ? changed.former : changed.name}},
-          changed.unchanged,
-          options.trial};
+  Told told{std::move(text),
+            ReportOn(doing, unit.key,
+                     {"schedule", changed.id, changed.name.empty() ? changed.former : changed.name},
+                     options.trial),
+            changed.unchanged};
+  if (doing == Doing::kChanging) {
+    told.report.facts.Add("before", changed.former);
+  }
+  return told;
 }
 
 }  // namespace
 
-ExitStatus RunUnitList(const GlobalOptions& global, const UnitOptions& options, Console& console) {
+ExitStatus RunUnitList(const GlobalOptions& global, const UnitOptions& options,
+                       const ListOptions& asked, Console& console) {
   if (!options.settings) {
-    return RunUnits(global, console);
+    return RunUnits(global, asked, console);
   }
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
-  session.TellWhatIsMissing(units);
-  PrintRows(console.out, UnitSettingsTable(session.desks(), units), global.json);
-  return ExitStatus::kDone;
+  return PrintOfUnits(global, asked, console, UnitSettingsList);
 }
 
 ExitStatus RunUnitAdd(const GlobalOptions& global, const UnitOptions& options, Console& console) {
@@ -103,7 +114,8 @@ ExitStatus RunUnitAdd(const GlobalOptions& global, const UnitOptions& options, C
   const ChangedUnit added = WithConsent(session, [&](OtherUnits others) {
     return AddUnit(session.desks(), options.key, options.entry, others, TrialOf(options.trial));
   });
-  return Tell(OfUnit("Added " + NameOf(added.unit), added, options), global, console);
+  return Tell(OfUnit("Added " + NameOf(added.unit), Doing::kAdding, added, options), global,
+              console);
 }
 
 ExitStatus RunUnitEdit(const GlobalOptions& global, const UnitOptions& options, Console& console) {
@@ -115,7 +127,8 @@ ExitStatus RunUnitEdit(const GlobalOptions& global, const UnitOptions& options, 
   const ChangedUnit edited = WithConsent(session, [&](OtherUnits others) {
     return EditUnit(session.desks(), unit.key, options.entry, others, TrialOf(options.trial));
   });
-  return Tell(OfUnit("Set up " + NameOf(edited.unit), edited, options), global, console);
+  return Tell(OfUnit("Set up " + NameOf(edited.unit), Doing::kChanging, edited, options), global,
+              console);
 }
 
 ExitStatus RunUnitDelete(const GlobalOptions& global, const UnitOptions& options,
@@ -130,16 +143,13 @@ ExitStatus RunUnitDelete(const GlobalOptions& global, const UnitOptions& options
   }
   DeleteUnit(session.desks(), unit.key, contents, TrialOf(options.trial));
   const std::string with = contents.any() ? " with " + contents.Text() : "";
-  return Tell({"Deleted " + NameOf(unit) + with,
-               {{"unit", unit.key},
-                {"name", unit.name},
-                {"tenants", CountCell(contents.tenants)},
-                {"credentials", CountCell(contents.credentials)},
-                {"directory_codes", CountCell(contents.codes)},
-                {"pending_steps", CountCell(contents.steps)}},
-               false,
-               options.trial},
-              global, console);
+  Told told{"Deleted " + NameOf(unit) + with,
+            ReportOn(Doing::kDeleting, unit.key, {"unit", unit.key, unit.name}, options.trial)};
+  told.report.facts.Add("tenants", CountCell(contents.tenants))
+      .Add("credentials", CountCell(contents.credentials))
+      .Add("directory_codes", CountCell(contents.codes))
+      .Add("pending_steps", CountCell(contents.steps));
+  return Tell(std::move(told), global, console);
 }
 
 ExitStatus RunDoorEdit(const GlobalOptions& global, const DoorOptions& options, Console& console) {
@@ -147,20 +157,18 @@ ExitStatus RunDoorEdit(const GlobalOptions& global, const DoorOptions& options, 
   const UnitName unit = session.UnitToChange();
   const ChangedDoor changed =
       RenameDoor(session.desks(), unit.key, options.door, options.name, TrialOf(options.trial));
-  return Tell({fmt::format("Door {}, {}, {} is {} now", changed.door, Displayable(changed.former),
-                           InUnit(unit), Displayable(changed.name)),
-               {{"unit", unit.key}, {"door", changed.door}, {"name", changed.name}},
-               changed.unchanged,
-               options.trial},
-              global, console);
+  Told told{
+      fmt::format("Door {}, {}, {} is {} now", changed.door, Displayable(changed.former),
+                  InUnit(unit), Displayable(changed.name)),
+      ReportOn(Doing::kChanging, unit.key, {"door", changed.door, changed.name}, options.trial),
+      changed.unchanged};
+  told.report.facts.Add("before", changed.former);
+  return Tell(std::move(told), global, console);
 }
 
-ExitStatus RunScheduleList(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
-  session.TellWhatIsMissing(units);
-  PrintRows(console.out, ScheduleTable(session.desks(), units), global.json);
-  return ExitStatus::kDone;
+ExitStatus RunScheduleList(const GlobalOptions& global, const ListOptions& asked,
+                           Console& console) {
+  return PrintOfUnits(global, asked, console, ScheduleList);
 }
 
 ExitStatus RunScheduleAdd(const GlobalOptions& global, const ScheduleOptions& options,
@@ -171,7 +179,7 @@ ExitStatus RunScheduleAdd(const GlobalOptions& global, const ScheduleOptions& op
       AddSchedule(session.desks(), unit.key, options.name, options.id, TrialOf(options.trial));
   return Tell(OfSchedule(fmt::format("Added the schedule {}, {}, {}", added.id,
                                      Displayable(added.name), InUnit(unit)),
-                         unit, added, options),
+                         Doing::kAdding, unit, added, options),
               global, console);
 }
 
@@ -184,7 +192,7 @@ ExitStatus RunScheduleEdit(const GlobalOptions& global, const ScheduleOptions& o
   return Tell(
       OfSchedule(fmt::format("The schedule {}, {}, {} is {} now", renamed.id,
                              Displayable(renamed.former), InUnit(unit), Displayable(renamed.name)),
-                 unit, renamed, options),
+                 Doing::kChanging, unit, renamed, options),
       global, console);
 }
 
@@ -195,21 +203,17 @@ ExitStatus RunScheduleDelete(const GlobalOptions& global, const ScheduleOptions&
   session.RequireDeletion();
   const std::vector<ChangedSchedule> deleted =
       DeleteSchedules(session.desks(), unit.key, options.toDelete, TrialOf(options.trial));
+  ChangeReport report;
+  report.unit = unit.key;
+  report.trial = options.trial;
   std::vector<std::string> names;
-  names.reserve(deleted.size());
   for (const ChangedSchedule& one : deleted) {
+    report.deleted.push_back({"schedule", one.id, one.former});
     names.push_back(fmt::format("{}, {}", one.id, Displayable(one.former)));
   }
-  const std::string text =
-      fmt::format("Deleted the {} {}, {}", deleted.size() == 1 ? "schedule" : "schedules",
-                  fmt::join(names, "; "), InUnit(unit));
-  if (deleted.size() == 1) {
-    return Tell(OfSchedule(text, unit, deleted.front(), options), global, console);
-  }
-  return Tell({text,
-               {{"unit", unit.key}, {"schedules", qorcred::StringArray(names)}},
-               false,
-               options.trial},
+  return Tell({fmt::format("Deleted the {} {}, {}", names.size() == 1 ? "schedule" : "schedules",
+                           fmt::join(names, "; "), InUnit(unit)),
+               std::move(report)},
               global, console);
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/cli/command_session.h"
+#include "host/cli/list_options.h"
 #include "host/desks/unit_desk.h"
 
 namespace qorhost {
@@ -31,12 +32,14 @@ struct ScheduleOptions {
   bool trial = false;
 };
 
-ExitStatus RunUnitList(const GlobalOptions& global, const UnitOptions& options, Console& console);
+/// Of `options` the settings.
+ExitStatus RunUnitList(const GlobalOptions& global, const UnitOptions& options,
+                       const ListOptions& asked, Console& console);
 ExitStatus RunUnitAdd(const GlobalOptions& global, const UnitOptions& options, Console& console);
 ExitStatus RunUnitEdit(const GlobalOptions& global, const UnitOptions& options, Console& console);
 ExitStatus RunUnitDelete(const GlobalOptions& global, const UnitOptions& options, Console& console);
 ExitStatus RunDoorEdit(const GlobalOptions& global, const DoorOptions& options, Console& console);
-ExitStatus RunScheduleList(const GlobalOptions& global, Console& console);
+ExitStatus RunScheduleList(const GlobalOptions& global, const ListOptions& asked, Console& console);
 ExitStatus RunScheduleAdd(const GlobalOptions& global, const ScheduleOptions& options,
                           Console& console);
 ExitStatus RunScheduleEdit(const GlobalOptions& global, const ScheduleOptions& options,

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <exception>
 #include <new>
+#include <sstream>
 #include <utility>
 
 #include "frame/runtime_error.h"
@@ -18,8 +19,10 @@
 #include "host/cli/completion.h"
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
+#include "host/cli/error_report.h"
 #include "host/cli/find_commands.h"
 #include "host/cli/history_command_line.h"
+#include "host/cli/list_command_line.h"
 #include "host/cli/manual_page.h"
 #include "host/cli/option_words.h"
 #include "host/cli/report_command_line.h"
@@ -112,7 +115,8 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
 }
 
 void DescribeFind(CommandPlace place, const GlobalOptions& global, FindOptions& options) {
-  static constexpr std::array kWords{FieldWord{find_input::kText, "TEXT", {}}};
+  static constexpr std::array kText{FieldWord{find_input::kText, "TEXT", {}}};
+  static constexpr auto kWords = WithListWords(kText);
   auto* find = AddCommand(
       place, "find", "Find tenants, cards, directory codes and phone numbers in all units",
       "  qorhost find Tanaka X\n  qorhost find 20031\n  qorhost find 555-0102 --json",
@@ -121,6 +125,7 @@ void DescribeFind(CommandPlace place, const GlobalOptions& global, FindOptions& 
                    "Words of a name, which may be cut short, the number of a card or of a "
                    "directory code, a phone number or its last digits")
       ->required();
+  DescribeListOptions(*find, options.asked);
 }
 
 void DescribeStore(CLI::App& app, Choice& choice) {
@@ -213,11 +218,6 @@ void Describe(CLI::App& app, Choice& choice) {
   SpeakPlainly(app);
 }
 
-ExitStatus Fail(std::ostream& err, std::string_view what, ExitStatus status) {
-  err << "qorhost: " << Displayable(what) << '\n';
-  return status;
-}
-
 ExitStatus StatusOf(FileProblem problem) {
   switch (problem) {
     case FileProblem::kHeadings:
@@ -275,29 +275,28 @@ ExitStatus RunTraced(const Choice& choice, Console& console) {
   return status;
 }
 
-/// The one place where failures of a command become an exit status and a line.
-ExitStatus RunChosen(const Choice& choice, Console& console) {
+/// The one place where failures of a command become an exit status and a message.
+Ended RunChosen(const Choice& choice, Console& console) {
   try {
-    return RunTraced(choice, console);
+    return {RunTraced(choice, console)};
   } catch (const UsageError& error) {
-    return Fail(console.err, error.what(), ExitStatus::kUsage);
+    return {ExitStatus::kUsage, error.what(), error.field(), error.value()};
   } catch (const RefusedError& error) {
-    return Fail(console.err, error.what(), ExitStatus::kRefused);
+    return {ExitStatus::kRefused, error.what()};
   } catch (const FileError& error) {
-    return Fail(console.err, error.what(), StatusOf(error.problem()));
+    return {StatusOf(error.problem()), error.what()};
   } catch (const std::bad_alloc&) {
-    return Fail(console.err, "out of memory", ExitStatus::kFailure);
+    return {ExitStatus::kFailure, "out of memory"};
   } catch (const qorcred::RuntimeError& error) {
     // It was written past the store's own checks.
-    return error.what() == console.told
-               ? ExitStatus::kFailure
-               : Fail(console.err,
-                      fmt::format("the store holds a value that cannot be used here: {} (error {})",
-                                  error.what(), static_cast<int>(error.number())),
-                      ExitStatus::kFailure);
+    return {ExitStatus::kFailure,
+            error.what() == console.told
+                ? std::string()
+                : fmt::format("the store holds a value that cannot be used here: {} (error {})",
+                              error.what(), static_cast<int>(error.number()))};
   } catch (const std::exception& error) {
-    return error.what() == console.told ? ExitStatus::kFailure
-                                        : Fail(console.err, error.what(), ExitStatus::kFailure);
+    return {ExitStatus::kFailure,
+            error.what() == console.told ? std::string() : std::string(error.what())};
   }
 }
 
@@ -325,7 +324,8 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
   return fmt::format("{} (see '{} --help')", what, CommandName(app));
 }
 
-ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
+/// Reads the words and runs the command that they name.
+Ended ParseAndRun(const std::vector<std::string>& args, Console& console) {
   Choice choice;
   if (console.environment.store) {
     choice.global.file = *console.environment.store;
@@ -340,14 +340,36 @@ ExitStatus ParseAndRun(const std::vector<std::string>& args, Console& console) {
     std::reverse(words.begin(), words.end());
     app.parse(std::move(words));
   } catch (const UsageError& error) {
-    return Fail(console.err, error.what(), ExitStatus::kUsage);
+    return {ExitStatus::kUsage, error.what(), error.field(), error.value()};
   } catch (const CLI::Success& help) {
     app.exit(help, console.out, console.err);
-    return ExitStatus::kDone;
+    return {};
   } catch (const CLI::ParseError& error) {
-    return Fail(console.err, ParseMessage(app, error), ExitStatus::kUsage);
+    return {ExitStatus::kUsage, ParseMessage(app, error)};
   }
   return RunChosen(choice, console);
+}
+
+/// The same without an exception.
+Ended RunWhole(const std::vector<std::string>& args, Console& console) {
+  try {
+    return ParseAndRun(args, console);
+  } catch (const std::exception& error) {
+    return {ExitStatus::kFailure, error.what()};
+  } catch (...) {
+    return {ExitStatus::kFailure, "unknown failure"};
+  }
+}
+
+/// Whether programs read the output, also where the words are not understood.
+bool AsksForJson(const std::vector<std::string>& args) {
+  for (std::size_t at = 0; at < args.size() && args[at] != "--"; ++at) {
+    const bool isFormat = args[at] == "json" && at > 0 && args[at - 1] == "--format";
+    if (args[at] == "--json" || args[at] == "--format=json" || isFormat) {
+      return true;
+    }
+  }
+  return false;
 }
 
 /// The status of a run whose output may not have been written. A reader who has gone has read
@@ -366,18 +388,31 @@ ExitStatus Written(ExitStatus status, Console& console) {
   return gone ? status : ExitStatus::kFailure;
 }
 
+/// Collects what is said on standard error, and tells it as one object.
+ExitStatus RunForPrograms(const std::vector<std::string>& args, std::istream& in, std::ostream& out,
+                          std::ostream& err, const Environment& environment) {
+  std::ostringstream notes;
+  Console console{in, out, notes, environment};
+  console.live = &err;
+  Ended ended = RunWhole(args, console);
+  ended.status = Written(ended.status, console);
+  PrintEndedAsJson(err, ended, console, notes.str());
+  return ended.status;
+}
+
 }  // namespace
 
 int RunCommandLine(const std::vector<std::string>& args, std::istream& in, std::ostream& out,
                    std::ostream& err, const Environment& environment) {
-  Console console{in, out, err, environment};
-  try {
-    return static_cast<int>(Written(ParseAndRun(args, console), console));
-  } catch (const std::exception& error) {
-    return static_cast<int>(Fail(err, error.what(), ExitStatus::kFailure));
-  } catch (...) {
-    return static_cast<int>(Fail(err, "unknown failure", ExitStatus::kFailure));
+  if (AsksForJson(args)) {
+    return static_cast<int>(RunForPrograms(args, in, out, err, environment));
   }
+  Console console{in, out, err, environment};
+  const Ended ended = RunWhole(args, console);
+  if (!ended.message.empty()) {
+    err << "qorhost: " << Displayable(ended.message) << '\n';
+  }
+  return static_cast<int>(Written(ended.status, console));
 }
 
 }  // namespace qorhost

@@ -47,7 +47,7 @@ Patience PatienceOf(const GlobalOptions& global, Console& console) {
     patience.waiting = [&console, limit, told = false](std::chrono::milliseconds waited) mutable {
       if (waited >= kWordless && !told) {
         told = true;
-        console.err << fmt::format(
+        console.Live() << fmt::format(
             "qorhost: another program is writing to the store: waiting for up to {} s.\n",
             limit.count());
       }
@@ -64,7 +64,7 @@ Surroundings SurroundingsOf(const GlobalOptions& global, Console& console, Messa
   surroundings.author = console.environment.author;
   surroundings.patience = PatienceOf(global, console);
   if (global.trace || console.traceFile != nullptr) {
-    surroundings.trace = [err = global.trace ? &console.err : nullptr,
+    surroundings.trace = [err = global.trace ? &console.Live() : nullptr,
                           file = console.traceFile](std::string_view line) {
       if (err != nullptr) {
         *err << Displayable(line) << '\n';
@@ -98,19 +98,34 @@ bool CommandSession::ToldTrial(const Outcome& outcome) {
     return false;
   }
   console_.stored = false;
-  if (!outcome.done() || outcome.unchanged) {
+  if (global_.json || !outcome.done() || outcome.unchanged) {
     return false;
   }
   const TriedChanges tried = ChangesTried(session_);
-  if (global_.json) {
-    PrintJsonObject(console_.out, {{"changed", false}, {"rows", static_cast<double>(tried.rows)}},
-                    "changes", tried.fields);
-    return true;
-  }
   PrintTable(console_.out, tried.fields);
   console_.out << "Would have changed " << tried.summary
                << ". This was a trial, nothing was changed.\n";
   return true;
+}
+
+void CommandSession::Report(ChangeReport report) {
+  report.trial = trial_ == Trial::kYes;
+  if (report.trial) {
+    report.stored = false;
+    for (TouchedThing& thing : report.added) {
+      thing.id = qorcred::Null{};  // its row gets another identity later
+    }
+  }
+  AddTried(report.facts);
+  PrintChange(console_.out, report);
+}
+
+void CommandSession::AddTried(JsonObject& facts) {
+  if (trial_ == Trial::kYes) {
+    facts.Add("changes", ChangesTried(session_).fields);
+  } else {
+    facts.Add("changes", qorcred::Null{});
+  }
 }
 
 std::vector<UnitName> CommandSession::ChosenUnits() {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "host/cli/change_report.h"
 #include "host/cli/operator.h"
 #include "host/desks/session.h"
 #include "host/desks/store_file.h"
@@ -49,8 +50,13 @@ class CommandSession {
   /// The same to change something: of several units one has to be named, or it raises UsageError.
   [[nodiscard]] UnitName UnitToChange();
   /// Of a trial that would have changed something: tells what, and that nothing was changed. True
-  /// then, and what the command would tell of what it has done is not so.
+  /// then, and what the command would tell of what it has done is not so. Programs are told by
+  /// Report() instead.
   [[nodiscard]] bool ToldTrial(const Outcome& outcome);
+  /// Prints for programs what a command has changed; of a trial what it would, row by row.
+  void Report(ChangeReport report);
+  /// The rows that a trial would have changed, for programs; Null when it is none.
+  void AddTried(JsonObject& facts);
   /// Asks a question of the host's own, as the controllers' are asked: true for Yes.
   [[nodiscard]] bool Asks(const std::string& question) { return operator_.Asks(question); }
   /// The same; raises RefusedError unless the answer is Yes.

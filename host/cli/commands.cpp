@@ -18,7 +18,7 @@ CLI::App* AddCommand(CommandPlace place, const char* name, const char* descripti
       try {
         return run(console);
       } catch (const InputFault& fault) {
-        throw UsageError(InWords(fault, words));
+        throw UsageError(InWords(fault, words), std::string(WordOf(fault, words)), fault.value());
       }
     };
   });

@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 
+#include "host/cli/list_command_line.h"
 #include "host/desks/credential_import.h"
 #include "host/desks/credential_types.h"
 
@@ -179,9 +180,14 @@ void DescribeCredentials(CommandPlace place, const GlobalOptions& global,
   app->fallthrough();
   app->footer("Examples:\n  qorhost credentials list\n  qorhost credentials add --help");
   const CommandPlace credentials{*app, place.chosen};
-  AddCommand(credentials, "list", "List a unit's credentials",
-             "  qorhost credentials list --unit 2\n  qorhost credentials list --json",
-             [&](Console& console) { return RunCredentialList(global, console); });
+  auto* list = AddCommand(
+      credentials, "list", "List a unit's credentials",
+      "  qorhost credentials list --unit 2\n"
+      "  qorhost credentials list --where \"type = card26\" --where \"tenant =\" --all-units\n"
+      "  qorhost credentials list --sort -number --columns number,tenant --limit 10",
+      [&](Console& console) { return RunCredentialList(global, choice.list, console); },
+      kListWords);
+  DescribeListOptions(*list, choice.list);
   DescribeAdd(credentials, global, choice.add);
   DescribeEdit(credentials, global, choice.edit);
   DescribeReplace(credentials, global, choice.replace);

@@ -9,6 +9,7 @@ namespace qorhost {
 
 /// Everything that their options write to.
 struct CredentialChoice {
+  ListOptions list;
   CredentialDeleteOptions toDelete;
   CredentialAddOptions add;
   CredentialEditOptions edit;

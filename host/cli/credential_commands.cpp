@@ -2,14 +2,18 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <utility>
+
+#include "frame/convert.h"
+#include "host/cli/change_report.h"
 #include "host/cli/progress.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_list.h"
 #include "host/desks/credential_series.h"
+#include "host/desks/list_entries.h"
 #include "host/desks/words.h"
-#include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
-#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
@@ -27,16 +31,105 @@ std::string AssignmentText(const ShownCredential& credential) {
                                    : "assigned to " + Displayable(credential.tenant);
 }
 
-void PrintIssuedAsJson(const IssuedCredentials& issued, const UnitName& unit, bool withTenants,
-                       Console& console) {
-  PrintJsonObject(console.out, {{"unit", unit.key},
-                                {"issued", static_cast<double>(issued.Count())},
-                                {"type", issued.type},
-                                {"first", static_cast<double>(issued.first)},
-                                {"last", static_cast<double>(issued.last)},
-                                {"last_rid", issued.lastRid},
-                                {"new_tenant_ids", withTenants ? Value(issued.newTenantIds)
-                                                               : Value(qorcred::Null{})}});
+constexpr std::string_view kCredentialType = "credential";
+
+TouchedThing Thing(std::int32_t rid, const std::string& entry) {
+  return {kCredentialType, rid, entry};
+}
+
+Value TextOrNull(const std::string& text) {
+  return text.empty() ? Value(qorcred::Null{}) : Value(text);
+}
+
+/// The numbers in a list with a comma behind each.
+std::vector<double> NumbersIn(std::string_view list) {
+  std::vector<double> numbers;
+  while (!list.empty()) {
+    const std::size_t comma = std::min(list.find(','), list.size());
+    numbers.push_back(qorcred::Val(list.substr(0, comma)));
+    list.remove_prefix(std::min(comma + 1, list.size()));
+  }
+  return numbers;
+}
+
+ChangeReport ReportOnIssued(const IssuedCredentials& issued, const UnitName& unit) {
+  ChangeReport report;
+  report.unit = unit.key;
+  report.stored = true;
+  // A range is stored in one go: its rows stand behind each other.
+  const auto firstRid = issued.lastRid - static_cast<std::int32_t>(issued.Count()) + 1;
+  for (std::int64_t number = issued.first; number <= issued.last; ++number) {
+    report.added.push_back(Thing(firstRid + static_cast<std::int32_t>(number - issued.first),
+                                 fmt::format("{}-{}", issued.type, number)));
+  }
+  report.facts.Add("type", issued.type)
+      .Add("first", static_cast<double>(issued.first))
+      .Add("last", static_cast<double>(issued.last))
+      .Add("new_tenant_ids", NumbersIn(issued.newTenantIds));
+  return report;
+}
+
+Value DoorOf(const ShownCredential& credential) {
+  const bool hasDoor = credential.door && *credential.door != kNoneEntry;
+  return hasDoor ? Value(*credential.door) : Value(qorcred::Null{});
+}
+
+Value TenantOf(const ShownCredential& credential) {
+  return TextOrNull(credential.tenant);
+}
+
+/// What all of them have; Null for nothing, and where they differ.
+Value OfAll(const std::vector<EditedCredential>& edited, Value (*of)(const ShownCredential&)) {
+  const Value first = of(edited.front().changed.credential);
+  const bool alike = std::all_of(edited.begin(), edited.end(), [&](const EditedCredential& one) {
+    return of(one.changed.credential) == first;
+  });
+  return alike ? first : Value(qorcred::Null{});
+}
+
+/// What an edit or an assignment has made of the credentials.
+ChangeReport ReportOnEdited(const std::vector<EditedCredential>& edited, const UnitName& unit) {
+  ChangeReport report;
+  report.unit = unit.key;
+  qorcred::StringArray takenFrom;
+  qorcred::StringArray replaced;
+  for (const auto& [changed, losses] : edited) {
+    if (!changed.unchanged) {
+      report.changed.push_back(Thing(changed.credential.rid, changed.credential.entry));
+    }
+    takenFrom.insert(takenFrom.end(), losses.holders.begin(), losses.holders.end());
+    if (!losses.replaced.empty()) {
+      replaced.push_back(losses.replaced);
+    }
+  }
+  report.stored = !report.changed.empty();
+  report.facts.Add("door", OfAll(edited, DoorOf))
+      .Add("tenant", OfAll(edited, TenantOf))
+      .Add("taken_from", takenFrom)
+      .Add("replaced", replaced);
+  return report;
+}
+
+ChangeReport ReportOnRenumbered(const ShownCredential& before, const ChangedCredential& renumbered,
+                                const UnitName& unit) {
+  ChangeReport report;
+  report.unit = unit.key;
+  report.stored = !renumbered.unchanged;
+  if (report.stored) {
+    report.changed.push_back(Thing(renumbered.credential.rid, renumbered.credential.entry));
+  }
+  report.facts.Add("before", before.entry);
+  return report;
+}
+
+ChangeReport ReportOnDeleted(const std::vector<ShownCredential>& deleted, const UnitName& unit) {
+  ChangeReport report;
+  report.unit = unit.key;
+  report.stored = true;
+  for (const ShownCredential& one : deleted) {
+    report.deleted.push_back(Thing(one.rid, one.entry));
+  }
+  return report;
 }
 
 void PrintIssued(const IssuedCredentials& issued, const UnitName& unit, bool withTenants,
@@ -84,19 +177,21 @@ std::string NameOf(const NamedCredential& credential) {
 void PrintReplacedAsJson(const ReplacedCredential& replaced,
                          const CredentialReplaceOptions& options, const UnitName& unit,
                          Console& console) {
-  PrintJsonObject(
-      console.out,
-      {{"unit", unit.key},
-       {"lost_rid", replaced.lost.rid},
-       {"lost", replaced.lost.entry},
-       {"lost_deleted", !options.replacement.keepLost},
-       // A trial's row gets another identity later.
-       {"rid",
-        replaced.issued && options.trial ? Value(qorcred::Null{}) : Value(replaced.successor.rid)},
-       {"credential", replaced.successor.entry},
-       {"issued", replaced.issued},
-       {"holder", replaced.holder.empty() ? Value(qorcred::Null{}) : Value(replaced.holder)},
-       {"changed", !options.trial}});
+  ChangeReport report;
+  report.unit = unit.key;
+  report.trial = options.trial;
+  report.stored = !options.trial;
+  TouchedThing successor = Thing(replaced.successor.rid, replaced.successor.entry);
+  if (replaced.issued && options.trial) {
+    successor.id = qorcred::Null{};  // its row gets another identity later
+  }
+  (replaced.issued ? report.added : report.changed).push_back(std::move(successor));
+  (options.replacement.keepLost ? report.changed : report.deleted)
+      .push_back(Thing(replaced.lost.rid, replaced.lost.entry));
+  report.facts.Add("lost", replaced.lost.entry)
+      .Add("successor", replaced.successor.entry)
+      .Add("holder", TextOrNull(replaced.holder));
+  PrintChange(console.out, report);
 }
 
 void PrintReplaced(const ReplacedCredential& replaced, const CredentialReplaceOptions& options,
@@ -118,8 +213,39 @@ void PrintReplaced(const ReplacedCredential& replaced, const CredentialReplaceOp
   told << fmt::format("The old one {}.{}\n", lost, options.trial ? " Nothing was changed." : "");
 }
 
+/// Tells what became of the credentials, whether it was done or only tried.
+void TellEdited(CommandSession& session, const Outcome& outcome,
+                const std::vector<EditedCredential>& edited, const UnitName& unit, bool asJson,
+                Console& console) {
+  if (session.ToldTrial(outcome) || !outcome.done()) {
+    return;
+  }
+  if (asJson) {
+    session.Report(ReportOnEdited(edited, unit));
+    return;
+  }
+  for (const EditedCredential& one : edited) {
+    PrintEdited(one, unit, console);
+  }
+}
+
+void TellDeleted(CommandSession& session, const Outcome& outcome,
+                 const std::vector<ShownCredential>& deleted, const UnitName& unit, bool asJson,
+                 Console& console) {
+  if (session.ToldTrial(outcome) || !outcome.done()) {
+    return;
+  }
+  if (asJson) {
+    session.Report(ReportOnDeleted(deleted, unit));
+    return;
+  }
+  for (const ShownCredential& one : deleted) {
+    console.Remarks() << fmt::format("Deleted {} {}.\n", NameOf(one), InUnit(unit));
+  }
+}
+
 ExitStatus EditOne(CommandSession& session, const UnitName& unit,
-                   const CredentialEditOptions& options, Console& console) {
+                   const CredentialEditOptions& options, bool asJson, Console& console) {
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   (void)desk.Select(options.credentials.front());
   EnterChange(desk, options.change);
@@ -130,78 +256,61 @@ ExitStatus EditOne(CommandSession& session, const UnitName& unit,
   }
   const ChangedCredential changed = desk.SaveEdited();
   const ExitStatus status = TellChange(changed, "credential", console);
-  if (session.ToldTrial(changed)) {
-    return status;
-  }
   if (changed.ending == Ending::kRefused) {
     const ShownCredential& now = changed.credential;
     console.err << fmt::format("qorhost: {} is {} now, {}.\n", NameOf(now), AssignmentText(now),
                                InUnit(unit));
-  } else if (changed.done()) {
-    PrintEdited({changed, losses}, unit, console);
   }
+  TellEdited(session, changed, {{changed, losses}}, unit, asJson, console);
   return status;
 }
 
 ExitStatus EditSeveral(CommandSession& session, const UnitName& unit,
-                       const CredentialEditOptions& options, Console& console) {
+                       const CredentialEditOptions& options, bool asJson, Console& console) {
   std::vector<EditedCredential> edited;
   const SeveralOutcome outcome = EditCredentials(
       session.desks(), unit.key, options.credentials, options.change,
       [&session](const std::string& question) { return session.Asks(question); }, edited);
   const ExitStatus status = TellSeveral(outcome, "credentials", console);
-  if (outcome.done() && !session.ToldTrial(outcome)) {
-    for (const EditedCredential& one : edited) {
-      PrintEdited(one, unit, console);
-    }
-  }
+  TellEdited(session, outcome, edited, unit, asJson, console);
   return status;
 }
 
 ExitStatus DeleteOne(CommandSession& session, const UnitName& unit, const std::string& credential,
-                     Console& console) {
+                     bool asJson, Console& console) {
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential chosen = desk.Select(credential);
   session.RequireDeletion();
   const Outcome deleted = desk.Delete();
   const ExitStatus status = TellChange(deleted, "credential", console);
-  if (session.ToldTrial(deleted)) {
-    return status;
-  }
-  if (deleted.done()) {
-    console.Remarks() << fmt::format("Deleted {} {}.\n", NameOf(chosen), InUnit(unit));
-  } else {
+  if (!deleted.done()) {
     console.err << fmt::format("qorhost: {} was not deleted {}.\n", NameOf(chosen), InUnit(unit));
   }
+  TellDeleted(session, deleted, {chosen}, unit, asJson, console);
   return status;
 }
 
 ExitStatus DeleteSeveral(CommandSession& session, const UnitName& unit,
-                         const CredentialDeleteOptions& options, Console& console) {
+                         const CredentialDeleteOptions& options, bool asJson, Console& console) {
   session.RequireDeletion();
   std::vector<ShownCredential> deleted;
   const SeveralOutcome outcome = DeleteCredentials(
       session.desks(), unit.key, options.credentials,
       [&session](const std::string& question) { return session.Asks(question); }, deleted);
   const ExitStatus status = TellSeveral(outcome, "credentials", console);
-  if (outcome.done() && !session.ToldTrial(outcome)) {
-    for (const ShownCredential& one : deleted) {
-      console.Remarks() << fmt::format("Deleted {} {}.\n", NameOf(one), InUnit(unit));
-    }
-  }
+  TellDeleted(session, outcome, deleted, unit, asJson, console);
   return status;
 }
 
 }  // namespace
 
-ExitStatus RunCredentialList(const GlobalOptions& global, Console& console) {
+ExitStatus RunCredentialList(const GlobalOptions& global, const ListOptions& options,
+                             Console& console) {
   CommandSession session(global, Access::kRead, console);
-  const UnitName unit = session.ChosenUnit();
-  CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
-  if (!global.json) {
-    PrintTitle(console, unit);
-  }
-  PrintRows(console.out, CredentialTable(session.desks(), desk), global.json);
+  PrintUnitList(global, options, session, console, [&session](const UnitName& unit) {
+    CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
+    return CredentialList(session.desks(), desk);
+  });
   return ExitStatus::kDone;
 }
 
@@ -219,7 +328,7 @@ ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOpti
     return status;
   }
   if (issued.done() && global.json) {
-    PrintIssuedAsJson(issued, unit, withTenants, console);
+    session.Report(ReportOnIssued(issued, unit));
   } else if (issued.done()) {
     PrintIssued(issued, unit, withTenants, console);
   }
@@ -233,8 +342,9 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
   }
   CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
-  return options.credentials.size() == 1 ? EditOne(session, unit, options, console)
-                                         : EditSeveral(session, unit, options, console);
+  return options.credentials.size() == 1
+             ? EditOne(session, unit, options, global.json, console)
+             : EditSeveral(session, unit, options, global.json, console);
 }
 
 ExitStatus RunCredentialRenumber(const GlobalOptions& global,
@@ -249,7 +359,9 @@ ExitStatus RunCredentialRenumber(const GlobalOptions& global,
   if (session.ToldTrial(renumbered)) {
     return status;
   }
-  if (renumbered.unchanged) {
+  if (renumbered.done() && global.json) {
+    session.Report(ReportOnRenumbered(before, renumbered, unit));
+  } else if (renumbered.unchanged) {
     console.Remarks() << fmt::format("{} {}, has that number already; nothing was changed.\n",
                                      NameOf(before), InUnit(unit));
   } else if (renumbered.done()) {
@@ -285,8 +397,8 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const CredentialDele
   CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
   return options.credentials.size() == 1
-             ? DeleteOne(session, unit, options.credentials.front(), console)
-             : DeleteSeveral(session, unit, options, console);
+             ? DeleteOne(session, unit, options.credentials.front(), global.json, console)
+             : DeleteSeveral(session, unit, options, global.json, console);
 }
 
 }  // namespace qorhost

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/cli/command_session.h"
+#include "host/cli/list_options.h"
 #include "host/desks/credential_entry.h"
 #include "host/desks/credential_replacement.h"
 
@@ -39,7 +40,8 @@ struct CredentialReplaceOptions {
   bool trial = false;  ///< tells what it would do
 };
 
-ExitStatus RunCredentialList(const GlobalOptions& global, Console& console);
+ExitStatus RunCredentialList(const GlobalOptions& global, const ListOptions& options,
+                             Console& console);
 ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOptions& options,
                             Console& console);
 /// `credentials edit` and `credentials assign`; of several credentials all are changed or none.

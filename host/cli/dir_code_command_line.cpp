@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "host/cli/list_command_line.h"
 #include "host/desks/dir_code_import.h"
 #include "host/desks/typed_input.h"
 #include "host/unit/unit_code.h"
@@ -158,9 +159,12 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
   app->footer("Examples:\n  qorhost dircodes list\n  qorhost dircodes add --help");
   const CommandPlace dircodes{*app, place.chosen};
 
-  AddCommand(dircodes, "list", "List a unit's directory codes",
-             "  qorhost dircodes list --unit 2\n  qorhost dircodes list --json",
-             [&](Console& console) { return RunDirCodeList(global, console); });
+  auto* list = AddCommand(
+      dircodes, "list", "List a unit's directory codes and who has them",
+      "  qorhost dircodes list --unit 2\n"
+      "  qorhost dircodes list --where \"tenants contains abel\" --columns code,phone,tenants",
+      [&](Console& console) { return RunDirCodeList(global, choice.list, console); }, kListWords);
+  DescribeListOptions(*list, choice.list);
   auto* show = AddCommand(
       dircodes, "show", "Show a directory code with its schedules and tenants",
       "  qorhost dircodes show 101\n  qorhost dircodes show rid:17 --json",

@@ -12,6 +12,7 @@ namespace qorhost {
 
 /// Everything that their options write to.
 struct DirCodeChoice {
+  ListOptions list;
   std::string choice;  ///< of show
   DirCodeDeleteOptions toDelete;
   DirCodeAddOptions add;

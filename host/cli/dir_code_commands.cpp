@@ -2,10 +2,16 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <optional>
+#include <utility>
+
 #include "frame/convert.h"
+#include "host/cli/change_report.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_list.h"
 #include "host/desks/dir_code_series.h"
+#include "host/desks/shown_value.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
@@ -18,14 +24,8 @@ namespace {
 using qorcred::Value;
 
 std::string Shown(const Value& value) {
-  if (const bool* flag = value.As<bool>()) {
-    return *flag ? "yes" : "no";
-  }
-  if (const auto* names = value.As<qorcred::StringArray>()) {
-    const std::string joined = fmt::format("{}", fmt::join(*names, ", "));
-    return joined.empty() ? "nobody" : joined;
-  }
-  return qorcred::TextOrEmpty(value);
+  const auto* names = value.As<qorcred::StringArray>();
+  return names != nullptr && names->empty() ? "nobody" : ShownText(value);
 }
 
 void PrintCode(DirCodeDesk& desk, bool asJson, Console& console) {
@@ -48,33 +48,68 @@ std::string NameOf(const ShownDirCode& code) {
   return WithRid(Displayable(code.entry), code.rid);
 }
 
-void PrintAdded(const AddedDirCode& added, const CodePeriod& period, const UnitName& unit,
-                bool asJson, Console& console) {
-  const auto cell = [](const std::optional<qorcred::Date>& date) {
-    return date ? Value(*date) : Value(qorcred::Null{});
-  };
-  if (asJson) {
-    PrintJsonObject(console.out, {{"unit", unit.key},
-                                  {"code", qorcred::Val(added.number)},
-                                  {"rid", added.code.rid},
-                                  {"start", cell(period.start)},
-                                  {"end", cell(period.end)}});
-  } else {
-    console.Remarks() << fmt::format("Added directory code {} {}.\n", NameOf(added.code),
-                                     InUnit(unit));
-  }
+ChangeReport ReportOn(const UnitName& unit, bool stored) {
+  ChangeReport report;
+  report.unit = unit.key;
+  report.stored = stored;
+  return report;
+}
+
+TouchedThing Thing(const ShownDirCode& code) {
+  return {"directory code", code.rid, code.entry};
+}
+
+Value CellOf(const std::optional<qorcred::Date>& date) {
+  return date ? Value(*date) : Value(qorcred::Null{});
+}
+
+ChangeReport ReportOnAdded(const AddedDirCode& added, const CodePeriod& period,
+                           const UnitName& unit) {
+  ChangeReport report = ReportOn(unit, true);
+  report.added.push_back(Thing(added.code));
+  report.facts.Add("code", qorcred::Val(added.number))
+      .Add("start", CellOf(period.start))
+      .Add("end", CellOf(period.end));
+  return report;
+}
+
+void PrintAdded(const AddedDirCode& added, const UnitName& unit, Console& console) {
+  console.Remarks() << fmt::format("Added directory code {} {}.\n", NameOf(added.code),
+                                   InUnit(unit));
 }
 
 /// The dates that the unit gave to a code for which none were said.
 void PrintDefaults(const CodePeriod& period, const DirCodeEntry& entry, Console& console) {
   const auto day = [](const char* word, const std::optional<qorcred::Date>& date, bool said) {
-    return date && !said ? fmt::format(" {} {}", word, qorcred::DateText(*date)) : std::string();
+    return date && !said ? fmt::format(" {} {}", word, ShownText(*date)) : std::string();
   };
   const std::string days = day("from", period.start, entry.from.has_value()) +
                            day("until", period.end, entry.to.has_value());
   if (!days.empty()) {
     console.Remarks() << fmt::format("By the unit's default it is active{}.\n", days);
   }
+}
+
+void AddNew(qorcred::StringArray& all, const std::vector<std::string>& more) {
+  for (const std::string& one : more) {
+    if (std::find(all.begin(), all.end(), one) == all.end()) {
+      all.push_back(one);
+    }
+  }
+}
+
+ChangeReport ReportOnEdited(const std::vector<EditedDirCode>& edited, const UnitName& unit) {
+  ChangeReport report = ReportOn(unit, false);
+  qorcred::StringArray cleared;
+  for (const EditedDirCode& one : edited) {
+    if (!one.unchanged) {
+      report.changed.push_back(Thing(one.code));
+    }
+    AddNew(cleared, one.cleared);
+  }
+  report.stored = !report.changed.empty();
+  report.facts.Add("cleared", cleared);
+  return report;
 }
 
 void PrintEdited(const EditedDirCode& edited, const UnitName& unit, Console& console) {
@@ -92,6 +127,33 @@ void PrintEdited(const EditedDirCode& edited, const UnitName& unit, Console& con
   }
 }
 
+/// Tells what became of the codes, whether it was done or only tried.
+void TellEdited(CommandSession& session, const Outcome& outcome,
+                const std::vector<EditedDirCode>& edited, const UnitName& unit, bool asJson,
+                Console& console) {
+  if (session.ToldTrial(outcome) || !outcome.done()) {
+    return;
+  }
+  if (asJson) {
+    session.Report(ReportOnEdited(edited, unit));
+    return;
+  }
+  for (const EditedDirCode& one : edited) {
+    PrintEdited(one, unit, console);
+  }
+}
+
+ChangeReport ReportOnDeleted(const std::vector<DeletedDirCode>& deleted, const UnitName& unit) {
+  ChangeReport report = ReportOn(unit, true);
+  qorcred::StringArray tenants;
+  for (const DeletedDirCode& one : deleted) {
+    report.deleted.push_back(Thing(one.code));
+    tenants.insert(tenants.end(), one.tenants.begin(), one.tenants.end());
+  }
+  report.facts.Add("tenants", tenants);
+  return report;
+}
+
 void PrintDeleted(const DeletedDirCode& deleted, const UnitName& unit, Console& console) {
   console.Remarks() << fmt::format("Deleted directory code {} {}.\n", NameOf(deleted.code),
                                    InUnit(unit));
@@ -101,80 +163,80 @@ void PrintDeleted(const DeletedDirCode& deleted, const UnitName& unit, Console& 
   }
 }
 
+void TellDeleted(CommandSession& session, const Outcome& outcome,
+                 const std::vector<DeletedDirCode>& deleted, const UnitName& unit, bool asJson,
+                 Console& console) {
+  if (session.ToldTrial(outcome) || !outcome.done()) {
+    return;
+  }
+  if (asJson) {
+    session.Report(ReportOnDeleted(deleted, unit));
+    return;
+  }
+  for (const DeletedDirCode& one : deleted) {
+    PrintDeleted(one, unit, console);
+  }
+}
+
 ExitStatus EditOne(CommandSession& session, const UnitName& unit, const DirCodeEditOptions& options,
-                   Console& console) {
+                   bool asJson, Console& console) {
   DirCodeDesk desk(session.desks(), unit.key);
   const ShownDirCode code = desk.Select(options.choices.front());
   const std::vector<std::string> cleared = EnterDirCodeChange(desk, options.entry);
   const Outcome saved = desk.SaveEdited();
   const ExitStatus status = TellChange(saved, "directory code", console);
-  if (!session.ToldTrial(saved) && saved.done()) {
-    PrintEdited({code, cleared, saved.unchanged}, unit, console);
-  }
+  TellEdited(session, saved, {{code, cleared, saved.unchanged}}, unit, asJson, console);
   return status;
 }
 
 ExitStatus EditSeveral(CommandSession& session, const UnitName& unit,
-                       const DirCodeEditOptions& options, Console& console) {
+                       const DirCodeEditOptions& options, bool asJson, Console& console) {
   std::vector<EditedDirCode> edited;
   const SeveralOutcome outcome = EditDirCodes(
       session.desks(), unit.key, options.choices, options.entry,
       [&session](const std::string& question) { return session.Asks(question); }, edited);
   const ExitStatus status = TellSeveral(outcome, "directory codes", console);
-  if (outcome.done() && !session.ToldTrial(outcome)) {
-    for (const EditedDirCode& one : edited) {
-      PrintEdited(one, unit, console);
-    }
-  }
+  TellEdited(session, outcome, edited, unit, asJson, console);
   return status;
 }
 
 ExitStatus DeleteOne(CommandSession& session, const UnitName& unit, const std::string& choice,
-                     Console& console) {
+                     bool asJson, Console& console) {
   DirCodeDesk desk(session.desks(), unit.key);
   const ShownDirCode code = desk.Select(choice);
   const std::vector<std::string> tenants = TenantsShown(desk);
   session.RequireDeletion();
   const Outcome deleted = desk.Delete();
   const ExitStatus status = TellChange(deleted, "directory code", console);
-  if (session.ToldTrial(deleted)) {
-    return status;
-  }
-  if (deleted.done()) {
-    PrintDeleted({code, tenants}, unit, console);
-  } else {
+  if (!deleted.done()) {
     console.err << fmt::format("qorhost: directory code {} was not deleted {}.\n", NameOf(code),
                                InUnit(unit));
   }
+  TellDeleted(session, deleted, {{code, tenants}}, unit, asJson, console);
   return status;
 }
 
 ExitStatus DeleteSeveral(CommandSession& session, const UnitName& unit,
-                         const DirCodeDeleteOptions& options, Console& console) {
+                         const DirCodeDeleteOptions& options, bool asJson, Console& console) {
   session.RequireDeletion();
   std::vector<DeletedDirCode> deleted;
   const SeveralOutcome outcome = DeleteDirCodes(
       session.desks(), unit.key, options.choices,
       [&session](const std::string& question) { return session.Asks(question); }, deleted);
   const ExitStatus status = TellSeveral(outcome, "directory codes", console);
-  if (outcome.done() && !session.ToldTrial(outcome)) {
-    for (const DeletedDirCode& one : deleted) {
-      PrintDeleted(one, unit, console);
-    }
-  }
+  TellDeleted(session, outcome, deleted, unit, asJson, console);
   return status;
 }
 
 }  // namespace
 
-ExitStatus RunDirCodeList(const GlobalOptions& global, Console& console) {
+ExitStatus RunDirCodeList(const GlobalOptions& global, const ListOptions& options,
+                          Console& console) {
   CommandSession session(global, Access::kRead, console);
-  const UnitName unit = session.ChosenUnit();
-  DirCodeDesk desk(session.desks(), unit.key);
-  if (!global.json) {
-    PrintTitle(console, unit);
-  }
-  PrintRows(console.out, DirCodeTable(session.desks(), desk), global.json);
+  PrintUnitList(global, options, session, console, [&session](const UnitName& unit) {
+    DirCodeDesk desk(session.desks(), unit.key);
+    return DirCodeList(session.desks(), desk);
+  });
   return ExitStatus::kDone;
 }
 
@@ -204,11 +266,11 @@ ExitStatus RunDirCodeAdd(const GlobalOptions& global, const DirCodeAddOptions& o
   if (session.ToldTrial(added)) {
     return status;
   }
-  if (added.isStored()) {
-    PrintAdded(added, period, unit, global.json, console);
-    if (!global.json) {
-      PrintDefaults(period, options.entry, console);
-    }
+  if (added.isStored() && global.json) {
+    session.Report(ReportOnAdded(added, period, unit));
+  } else if (added.isStored()) {
+    PrintAdded(added, unit, console);
+    PrintDefaults(period, options.entry, console);
   } else if (added.ending == Ending::kFailed) {
     console.err << "qorhost: the directory code was not stored.\n";
   }
@@ -222,8 +284,8 @@ ExitStatus RunDirCodeEdit(const GlobalOptions& global, const DirCodeEditOptions&
   }
   CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
-  return options.choices.size() == 1 ? EditOne(session, unit, options, console)
-                                     : EditSeveral(session, unit, options, console);
+  return options.choices.size() == 1 ? EditOne(session, unit, options, global.json, console)
+                                     : EditSeveral(session, unit, options, global.json, console);
 }
 
 ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumberOptions& options,
@@ -239,7 +301,14 @@ ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumber
   if (session.ToldTrial(renumbered)) {
     return status;
   }
-  if (renumbered.unchanged) {
+  if (renumbered.done() && global.json) {
+    ChangeReport report = ReportOn(unit, !renumbered.unchanged);
+    if (report.stored) {
+      report.changed.push_back(Thing(desk.Shown()));
+    }
+    report.facts.Add("before", before.entry);
+    session.Report(std::move(report));
+  } else if (renumbered.unchanged) {
     console.Remarks() << fmt::format(
         "Directory code {} {}, has that number already; nothing was "
         "changed.\n",
@@ -255,8 +324,9 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const DirCodeDeleteOpti
                             Console& console) {
   CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
-  return options.choices.size() == 1 ? DeleteOne(session, unit, options.choices.front(), console)
-                                     : DeleteSeveral(session, unit, options, console);
+  return options.choices.size() == 1
+             ? DeleteOne(session, unit, options.choices.front(), global.json, console)
+             : DeleteSeveral(session, unit, options, global.json, console);
 }
 
 }  // namespace qorhost

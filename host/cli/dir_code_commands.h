@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/cli/command_session.h"
+#include "host/cli/list_options.h"
 #include "host/desks/dir_code_entry.h"
 
 namespace qorhost {
@@ -33,7 +34,8 @@ struct DirCodeDeleteOptions {
   bool trial = false;
 };
 
-ExitStatus RunDirCodeList(const GlobalOptions& global, Console& console);
+ExitStatus RunDirCodeList(const GlobalOptions& global, const ListOptions& options,
+                          Console& console);
 ExitStatus RunDirCodeShow(const GlobalOptions& global, const std::string& choice, Console& console);
 ExitStatus RunDirCodeAdd(const GlobalOptions& global, const DirCodeAddOptions& options,
                          Console& console);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frame/convert.h"
+#include "host/cli/change_report.h"
 #include "host/cli/existing_file.h"
 #include "host/cli/progress.h"
 #include "host/desks/unit_export.h"
@@ -89,31 +90,53 @@ void ReportKept(std::size_t kept, Console& console) {
   }
 }
 
+/// What a merge does to the codes, as programs are told it.
+ChangeReport ReportOn(const UnitMerge& merge, const UnitFile& file, const UnitName& unit) {
+  constexpr std::size_t kAction = 0;
+  constexpr std::size_t kCode = 1;
+  constexpr std::size_t kRid = 2;
+  ChangeReport report;
+  report.unit = unit.key;
+  const Table plan = PlanTable(merge.plan(), file.codes, merge.stored());
+  for (const auto& row : plan.rows) {
+    const std::string action = qorcred::TextOrEmpty(row[kAction]);
+    std::vector<TouchedThing>& things = action == "insert"   ? report.added
+                                        : action == "update" ? report.changed
+                                                             : report.deleted;
+    things.push_back({"directory code", row[kRid], qorcred::TextOrEmpty(row[kCode])});
+  }
+  report.facts.Add("unchanged", CountCell(merge.plan().unchanged))
+      .Add("not_deleted", CountCell(merge.plan().kept))
+      .Add("plan", plan);
+  return report;
+}
+
 void PrintPlan(const UnitMerge& merge, const UnitFile& file, const UnitName& unit, bool asJson,
                Console& console) {
   const MergePlan& plan = merge.plan();
-  PrintRows(console.out, PlanTable(plan, file.codes, merge.stored()), asJson);
-  if (!asJson) {
-    console.out << fmt::format(
-        "Would be {} inserted, {} updated, {} deleted, {} unchanged {}. Nothing was written.\n",
-        plan.Count(MergeAction::kInsert), plan.Count(MergeAction::kUpdate),
-        plan.Count(MergeAction::kDelete), plan.unchanged, InUnit(unit));
-  }
-}
-
-void PrintDone(const MergeReport& report, const UnitName& unit, bool asJson, Console& console) {
-  const MergeAftermath& aftermath = report.aftermath;
   if (asJson) {
-    PrintJsonObject(console.out, {{"unit", unit.key},
-                                  {"inserted", CountCell(report.inserted)},
-                                  {"updated", CountCell(report.updated)},
-                                  {"deleted", CountCell(report.deleted)},
-                                  {"unchanged", CountCell(report.unchanged)},
-                                  {"not_deleted", CountCell(report.kept)},
-                                  {"tenants_released", CountCell(aftermath.tenantsReleased)},
-                                  {"steps_withdrawn", CountCell(aftermath.stepsWithdrawn)}});
+    ChangeReport report = ReportOn(merge, file, unit);
+    report.trial = true;
+    report.facts.Add("tenants_released", qorcred::Null{}).Add("steps_withdrawn", qorcred::Null{});
+    PrintChange(console.out, report);
     return;
   }
+  PrintTable(console.out, PlanTable(plan, file.codes, merge.stored()));
+  console.out << fmt::format(
+      "Would be {} inserted, {} updated, {} deleted, {} unchanged {}. Nothing was written.\n",
+      plan.Count(MergeAction::kInsert), plan.Count(MergeAction::kUpdate),
+      plan.Count(MergeAction::kDelete), plan.unchanged, InUnit(unit));
+}
+
+void PrintDoneAsJson(const MergeReport& done, ChangeReport report, Console& console) {
+  report.stored = done.inserted + done.updated + done.deleted > 0;
+  report.facts.Add("tenants_released", CountCell(done.aftermath.tenantsReleased))
+      .Add("steps_withdrawn", CountCell(done.aftermath.stepsWithdrawn));
+  PrintChange(console.out, report);
+}
+
+void PrintDone(const MergeReport& report, const UnitName& unit, Console& console) {
+  const MergeAftermath& aftermath = report.aftermath;
   console.Remarks() << fmt::format("{} inserted, {} updated, {} deleted, {} unchanged {}.\n",
                                    report.inserted, report.updated, report.deleted,
                                    report.unchanged, InUnit(unit));
@@ -195,7 +218,11 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
   ReportRefusedLines(report.faults, options, console);
   const ExitStatus status = TellChange(report, "unit", console);
   if (report.done()) {
-    PrintDone(report, unit, global.json, console);
+    if (global.json) {
+      PrintDoneAsJson(report, ReportOn(merge, reading.file, unit), console);
+    } else {
+      PrintDone(report, unit, console);
+    }
     ReportKept(report.kept, console);
   }
   return status;
@@ -213,6 +240,12 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
   }
   WriteFile(unit, global, options);
   console.stored = true;
+  if (global.json) {
+    PrintJsonObject(console.out, {{"unit", chosen.key},
+                                  {"file", options.to},
+                                  {"directory_codes", CountCell(unit.codes.size())}});
+    return ExitStatus::kDone;
+  }
   console.Remarks() << fmt::format("Wrote {} to {} ({}).\n",
                                    Counted(unit.codes.size(), "directory code", "directory codes"),
                                    Displayable(options.to), NameOf(chosen));

@@ -9,18 +9,24 @@
 namespace qorhost {
 
 ExitStatus RunFind(const GlobalOptions& global, const FindOptions& options, Console& console) {
-  constexpr std::size_t kMost = 50;
+  constexpr std::size_t kUsual = 50;
+  RequireOneScope(global, options.asked);
+  ListQuery query = options.asked.query;
+  const std::size_t most = query.limit.value_or(kUsual);
+  query.limit = most;
   const std::string text = fmt::format("{}", fmt::join(options.words, " "));
   CommandSession session(global, Access::kRead, console);
-  const Found found = FindText(session.desks(), session.ChosenUnits(), text, kMost);
+  // Which are shown is known when all of them have been looked at.
+  const Found found = FindText(session.desks(), session.ChosenUnits(), text,
+                               query.LooksAtAll() ? std::string::npos : most);
   if (global.json || found.total > 0) {
-    PrintRows(console.out, found.rows, global.json);
+    PrintList(global, found.rows, query, console);
   }
-  if (found.total > kMost) {
+  if (!query.LooksAtAll() && found.total > most) {
     console.err << fmt::format(
         "qorhost: these are the best {} of {}: say more of what you look "
         "for.\n",
-        kMost, found.total);
+        most, found.total);
   } else if (found.total == 0) {
     console.err << fmt::format(
         "qorhost: nothing found for '{}'{}\n", Displayable(text),

@@ -5,11 +5,13 @@
 #include <vector>
 
 #include "host/cli/command_session.h"
+#include "host/cli/list_options.h"
 
 namespace qorhost {
 
 struct FindOptions {
   std::vector<std::string> words;
+  ListOptions asked;
 };
 
 /// Looks in all units, or in that of --unit. Nothing that matches is no failure.

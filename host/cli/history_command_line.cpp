@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "host/desks/whole_number.h"
+#include "host/cli/list_command_line.h"
 
 namespace qorhost {
 
@@ -13,13 +13,14 @@ constexpr std::array kWords{
     FieldWord{history_input::kSince, "--since", {}},
     FieldWord{history_input::kEntry, "ENTRY", "'qorhost history list' has their numbers"},
     FieldWord{history_input::kHead, "--head", "'qorhost history check' prints them"}};
+constexpr auto kQuestions = WithListWords(kWords);
 
 void DescribeList(CommandPlace place, const GlobalOptions& global, HistoryOptions& options) {
   auto* list = AddCommand(
       place, "list", "List what was done, the latest last",
       "  qorhost history list --since 7d\n"
       "  qorhost history list --unit 2 --who anna --subject Tanaka --limit 20",
-      [&](Console& console) { return RunHistoryList(global, options, console); }, kWords);
+      [&](Console& console) { return RunHistoryList(global, options, console); }, kQuestions);
   list->add_option("--since", options.query.since, "From a date on (UTC), or from so many days ago")
       ->type_name("DATE|DAYSd");
   list->add_option("--who", options.query.who, "A part of the name of who did it")
@@ -27,20 +28,7 @@ void DescribeList(CommandPlace place, const GlobalOptions& global, HistoryOption
   list->add_option("--subject", options.query.subject,
                    "A part of what was done, or of a text or number in its rows")
       ->type_name("TEXT");
-  static constexpr NumberRange kLimits{1, 1'000'000};
-  list->add_option_function<std::string>(
-          "--limit",
-          [&options](const std::string& count) {
-            options.query.latest =
-                static_cast<std::size_t>(WholeNumberIn(count, kLimits).value_or(1));
-          },
-          "Only so many, the latest ones")
-      ->type_name("N")
-      ->check([](const std::string& count) {
-        return WholeNumberIn(count, kLimits)
-                   ? std::string()
-                   : "'" + count + "' must be a whole number from 1, in digits alone";
-      });
+  DescribeListOptions(*list, options.asked);
 }
 
 }  // namespace

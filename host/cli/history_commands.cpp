@@ -2,9 +2,10 @@
 
 #include <fmt/format.h>
 
+#include "frame/convert.h"
+#include "host/cli/change_report.h"
 #include "host/desks/history_undo.h"
 #include "host/desks/words.h"
-#include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
 #include "host/terminal/table_printer.h"
 
@@ -26,16 +27,49 @@ std::string InUnitOf(const WorkEntry& entry, DeskSession& session) {
   return " " + InUnit(unit);
 }
 
+/// The rows that the undo has put back, taken away or changed, by their tables.
+ChangeReport ReportOn(const UndoneWork& undone, DeskSession& session) {
+  constexpr std::size_t kTable = 0;
+  constexpr std::size_t kRid = 1;
+  constexpr std::size_t kChange = 3;
+  ChangeReport report;
+  if (undone.entry.unitKey) {
+    report.unit = *undone.entry.unitKey;
+  }
+  report.trial = !undone.written;
+  report.stored = undone.written;
+  const Table rows = EntryTable(session, undone.entry.entry);
+  const std::vector<qorcred::Value>* before = nullptr;
+  for (const auto& row : rows.rows) {
+    if (before != nullptr && (*before)[kTable] == row[kTable] && (*before)[kRid] == row[kRid]) {
+      continue;  // another field of the same row
+    }
+    before = &row;
+    const std::string change = qorcred::TextOrEmpty(row[kChange]);
+    std::vector<TouchedThing>& things = change == "new"       ? report.deleted
+                                        : change == "deleted" ? report.added
+                                                              : report.changed;
+    things.push_back({"row", row[kRid], qorcred::TextOrEmpty(row[kTable])});
+  }
+  report.facts.Add("entry", static_cast<double>(undone.entry.entry))
+      .Add("rows", CountCell(undone.rows));
+  return report;
+}
+
 }  // namespace
 
 ExitStatus RunHistoryList(const GlobalOptions& global, const HistoryOptions& options,
                           Console& console) {
+  RequireOneScope(global, options.asked);
   CommandSession session(global, Access::kRead, console);
   HistoryQuery query = options.query;
+  if (!options.asked.query.LooksAtAll()) {
+    query.latest = options.asked.query.limit;
+  }
   if (global.unit) {
     query.unitKey = session.ChosenUnit().key;
   }
-  PrintRows(console.out, HistoryTable(session.desks(), query), global.json);
+  PrintList(global, HistoryList(session.desks(), query), options.asked.query, console);
   return ExitStatus::kDone;
 }
 
@@ -62,13 +96,10 @@ ExitStatus RunHistoryUndo(const GlobalOptions& global, const HistoryOptions& opt
     session.RequireConsent(
         fmt::format("{} concerns the whole store. Undo it?", DescriptionOf(entry)));
   }
-  const UndoneWork undone =
-      UndoEntry(session.desks(), options.entry, options.trial ? Trial::kYes : Trial::kNo);
+  const UndoneWork undone = UndoEntry(session.desks(), options.entry, TrialOf(options.trial));
   console.stored = undone.written;
   if (global.json) {
-    PrintJsonObject(console.out, {{"entry", static_cast<double>(undone.entry.entry)},
-                                  {"rows", static_cast<double>(undone.rows)},
-                                  {"changed", undone.written}});
+    PrintChange(console.out, ReportOn(undone, session.desks()));
     return ExitStatus::kDone;
   }
   (undone.written ? console.Remarks() : console.out)

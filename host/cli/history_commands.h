@@ -7,11 +7,13 @@
 #include <vector>
 
 #include "host/cli/command_session.h"
+#include "host/cli/list_options.h"
 #include "host/desks/history.h"
 
 namespace qorhost {
 
 struct HistoryOptions {
+  ListOptions asked;               ///< of list
   HistoryQuery query;              ///< without the unit, which is a global option
   std::string entry;               ///< to show or to undo
   bool trial = false;              ///< of undo: tells what it would do

@@ -2,10 +2,21 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "frame/text.h"
 #include "host/cli/progress.h"
+#include "host/desks/desk_error.h"
+#include "host/desks/store_file.h"
 #include "host/desks/words.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
+#include "host/files/rejected_lines.h"
+#include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
 #include "host/terminal/few_lines.h"
 #include "host/terminal/table_printer.h"
@@ -13,6 +24,21 @@
 namespace qorhost {
 
 namespace {
+
+/// What the parser makes of the option without a value.
+bool IsAskedFor(const std::string& columns) {
+  return columns.empty() || columns == "true";
+}
+
+CLI::Validator OneOf(std::vector<std::string> words) {
+  return CLI::Validator(
+      [words = std::move(words)](const std::string& word) {
+        const bool known = std::find(words.begin(), words.end(), word) != words.end();
+        return known ? std::string()
+                     : fmt::format("'{}' is none of {}", word, fmt::join(words, " "));
+      },
+      "");
+}
 
 std::string ReadInput(const ImportOptions& options, Console& console) {
   if (options.file.empty()) {
@@ -29,8 +55,107 @@ ImportRules RulesOf(const GlobalOptions& global, const ImportOptions& options) {
   if (!global.answer) {
     rules.answeredNo = "answered No: --yes answers Yes";
   }
+  rules.apostrophes = options.replaceQuotes ? Apostrophes::kReplaced : Apostrophes::kRefused;
   return rules;
 }
+
+/// "Full name=Name,Flat=Apartment,Notes=": which heading of the file stands for which column.
+std::vector<HeadingMeant> ReadMeant(const std::string& given) {
+  std::vector<HeadingMeant> meant;
+  std::string_view rest = given;
+  for (bool more = true; more;) {
+    const std::size_t comma = rest.find(',');
+    more = comma != std::string_view::npos;
+    const std::string_view one = rest.substr(0, comma);
+    const std::size_t equals = one.rfind('=');
+    if (equals == std::string_view::npos || qorcred::Trim(one.substr(0, equals)).empty()) {
+      throw UsageError(
+          fmt::format("--columns '{}' is no HEADING=COLUMN, as in \"Full name=Name,#3=Apartment\"; "
+                      "without a value --columns tells the columns",
+                      one));
+    }
+    meant.push_back({std::string(qorcred::Trim(one.substr(0, equals))),
+                     std::string(qorcred::Trim(one.substr(equals + 1)))});
+    rest.remove_prefix(more ? comma + 1 : rest.size());
+  }
+  return meant;
+}
+
+ImportForm FormOf(const ImportOptions& options) {
+  ImportForm form;
+  form.delimiter = DelimiterOf(options.delimiter);
+  form.encoding = options.encoding == "cp1252"   ? TextEncoding::kCp1252
+                  : options.encoding == "utf-16" ? TextEncoding::kUtf16
+                                                 : TextEncoding::kUtf8;
+  if (options.columns) {
+    form.meant = ReadMeant(*options.columns);
+  }
+  return form;
+}
+
+/// Where the refused lines go.
+class RejectsFile {
+ public:
+  /// Raises UsageError for a place that another file of the command has, RefusedError for one that
+  /// is taken: before anything is imported.
+  RejectsFile(const GlobalOptions& global, const ImportOptions& options)
+      : place_(options.rejects),
+        writing_{options.force ? Standing::kReplaced : Standing::kStays,
+                 FilesOfStore(global.file)} {
+    if (place_.empty()) {
+      return;
+    }
+    if (AreOneFile(place_, options.file)) {
+      throw UsageError("--rejects names the file that is imported: name another one");
+    }
+    if (global.traceFile && AreOneFile(place_, *global.traceFile)) {
+      throw UsageError("--rejects and --trace-file name the same file: name another one");
+    }
+    const bool isOfStore =
+        std::any_of(writing_.never.begin(), writing_.never.end(),
+                    [this](const auto& file) { return AreOneFile(place_, file); });
+    if (isOfStore) {
+      throw UsageError("--rejects names a file of the store: name another one");
+    }
+    std::error_code ignored;
+    const std::filesystem::path folder = std::filesystem::path(place_).parent_path();
+    if (!folder.empty() && !std::filesystem::is_directory(folder, ignored)) {
+      throw RefusedError(fmt::format(
+          "there is no folder for the file '{}' of --rejects, so nothing was imported", place_));
+    }
+    if (!options.force && std::filesystem::exists(place_, ignored)) {
+      throw RefusedError(
+          fmt::format("there is a file '{}' already, so nothing was imported: name "
+                      "another one with --rejects, or replace it with --force",
+                      place_));
+    }
+  }
+
+  void Collect(const ImportFile& file, ImportRules& rules) {
+    if (place_.empty()) {
+      return;
+    }
+    lines_.emplace(file);
+    rules.onRefused = [this](const ImportLine& line, const std::string& reason) {
+      lines_->Add(line, reason);
+    };
+  }
+
+  /// Writes the file when there is a refused line; "" or what is to be told of it.
+  [[nodiscard]] std::string Write() const {
+    if (!lines_ || lines_->count() == 0) {
+      return {};
+    }
+    WriteWholeFile(place_, writing_, [this](std::ostream& out) { lines_->Write(out); });
+    return fmt::format("The refused {} in {} with the reasons, to be mended and imported.\n",
+                       lines_->count() == 1 ? "line is" : "lines are", Displayable(place_));
+  }
+
+ private:
+  std::string place_;
+  Writing writing_;
+  std::optional<RejectedLines> lines_;
+};
 
 void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {
   FewLines refused(console, "refused lines");
@@ -45,7 +170,8 @@ void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {
   notes.TellRest();
 }
 
-void PrintReportAsJson(const ImportReport& report, const UnitName& unit, Console& console) {
+void PrintReportAsJson(const ImportReport& report, const ImportCommand& command,
+                       const UnitName& unit, Console& console) {
   Table lines;
   lines.columns = {{"Line", "line"}, {"Message", "message"}};
   for (const LineRemark& remark : report.remarks) {
@@ -53,57 +179,97 @@ void PrintReportAsJson(const ImportReport& report, const UnitName& unit, Console
       lines.rows.push_back({CountCell(remark.line), Displayable(report.TextOf(remark))});
     }
   }
-  PrintJsonObject(console.out,
-                  {{"unit", unit.key},
-                   {"done", CountCell(report.done)},
-                   {"refused", CountCell(report.refused)}},
-                  "lines", lines);
+  std::vector<std::pair<std::string, qorcred::Value>> members{{"unit", unit.key},
+                                                              {"done", CountCell(report.done)}};
+  if (command.passesOver) {
+    members.emplace_back("unchanged", CountCell(report.unchanged));
+  }
+  members.emplace_back("refused", CountCell(report.refused));
+  PrintJsonObject(console.out, members, "lines", lines);
 }
 
+/// `rejects` is what is to be told of the file of refused lines.
 void PrintReport(const ImportReport& report, const ImportCommand& command, const UnitName& unit,
-                 Console& console) {
-  const std::string done = Counted(report.done, command.one, command.many);
-  const std::string refused = Counted(report.refused, "line", "lines");
+                 const std::string& rejects, Console& console) {
+  std::string counts = Counted(report.done, command.one, command.many);
+  if (report.unchanged > 0) {
+    counts += fmt::format(", {} stored already", Counted(report.unchanged, "line", "lines"));
+  }
+  counts += fmt::format(", {} refused", Counted(report.refused, "line", "lines"));
   (report.dryRun ? console.out : console.Remarks())
       << (report.dryRun
-              ? fmt::format("Would import {}, {} refused, {}. Nothing was written.\n", done,
-                            refused, InUnit(unit))
-              : fmt::format("Imported {}, {} refused, {}.\n", done, refused, InUnit(unit)));
+              ? fmt::format("Would import {}, {}. Nothing was written.\n", counts, InUnit(unit))
+              : fmt::format("Imported {}, {}.\n", counts, InUnit(unit)))
+      << rejects;
 }
 
 ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,
                      const ImportCommand& command, Console& console) {
-  if (options.columns) {
+  if (options.columns && IsAskedFor(*options.columns)) {
     PrintTable(console.out, ColumnTable(command.columns));
     return ExitStatus::kDone;
   }
-  ImportFile file(ReadInput(options, console), command.columns);
+  RejectsFile rejects(global, options);
+  ImportFile file(ReadInput(options, console), command.columns, FormOf(options));
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
-  const ImportReport report = command.import(
-      session.desks(), unit.key, file, RulesOf(global, options), BarOn(console, global.trace));
+  ImportRules rules = RulesOf(global, options);
+  rejects.Collect(file, rules);
+  const ImportReport report =
+      command.import(session.desks(), unit.key, file, rules, BarOn(console, global.trace));
   console.stored = report.done > 0 && !report.dryRun;
   PrintRemarks(report, global.json, console);
+  const std::string written = rejects.Write();
   if (global.json) {
-    PrintReportAsJson(report, unit, console);
+    PrintReportAsJson(report, command, unit, console);
   } else {
-    PrintReport(report, command, unit, console);
+    PrintReport(report, command, unit, written, console);
   }
   return StatusOf(report.ending);
 }
 
 }  // namespace
 
-void DescribeImport(CommandPlace place, const char* description, const char* examples,
-                    const GlobalOptions& global, ImportOptions& options, ImportCommand command) {
+std::optional<char> DelimiterOf(const std::string& word) {
+  if (word == "auto") {
+    return std::nullopt;
+  }
+  return word == "tab" ? '\t' : word.front();
+}
+
+CLI::App* DescribeImport(CommandPlace place, const char* description, const char* examples,
+                         const GlobalOptions& global, ImportOptions& options,
+                         const ImportCommand& command) {
   auto* import = AddCommand(place, "import", description, examples,
                             [&global, &options, command](Console& console) {
                               return RunImport(global, options, command, console);
                             });
-  import->add_option("FILE", options.file,
-                     "A CSV file with headings, as 'report' writes one; - for standard input");
+  import->add_option(
+      "FILE", options.file,
+      "A file with headings, as 'report' and a spreadsheet write it; - for standard input");
   import->add_flag("-n,--dry-run", options.dryRun, "Say what would be done, write nothing");
-  import->add_flag("--columns", options.columns, "Tell what the columns hold, do nothing else");
+  import
+      ->add_option("--columns", options.columns,
+                   "Which heading, or #N for the Nth, stands for which column; an empty one is "
+                   "left out. Alone: tell what the columns hold, do nothing else")
+      ->type_name("HEADING=COLUMN,...")
+      ->expected(0, 1);
+  import
+      ->add_option("--delimiter", options.delimiter,
+                   "What stands between cells; else a line sep=; or the headings tell")
+      ->type_name(",|;|tab|auto")
+      ->check(OneOf({",", ";", "tab", "auto"}));
+  import
+      ->add_option("--encoding", options.encoding,
+                   "The encoding (utf-8), unless a byte order mark tells")
+      ->type_name("utf-8|cp1252|utf-16")
+      ->check(OneOf({"utf-8", "cp1252", "utf-16"}));
+  import
+      ->add_option("--rejects", options.rejects,
+                   "Write refused lines to this file, with the reasons, to be mended and imported")
+      ->type_name("FILE");
+  import->add_flag("--force", options.force, "Replace the file of --rejects");
+  return import;
 }
 
 }  // namespace qorhost

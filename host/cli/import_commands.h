@@ -1,6 +1,8 @@
-// The commands that import a CSV file.
+// The commands that import a spreadsheet.
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -12,22 +14,33 @@
 namespace qorhost {
 
 struct ImportOptions {
-  std::string file;      ///< "-" for standard input
-  bool dryRun = false;   ///< does all of it, then undoes it
-  bool columns = false;  ///< prints the columns and does nothing
+  std::string file;                    ///< "-" for standard input
+  bool dryRun = false;                 ///< does all of it, then undoes it
+  std::optional<std::string> columns;  ///< "HEADING=COLUMN,..."; else the columns are printed
+  std::string delimiter = "auto";      ///< a character, or "tab"
+  std::string encoding = "utf-8";
+  std::string rejects;  ///< a file for the refused lines; "" for none
+  bool force = false;   ///< replaces that file
+  bool replaceQuotes = false;
 };
 
 /// One of the imports: what it reads, what does it, and what the things are called.
 struct ImportCommand {
   std::span<const ImportColumn> columns;
-  ImportReport (*import)(DeskSession& session, std::int32_t unitKey, ImportFile& file,
-                         const ImportRules& rules, const Progress& progress) = nullptr;
+  std::function<ImportReport(DeskSession& session, std::int32_t unitKey, ImportFile& file,
+                             const ImportRules& rules, const Progress& progress)>
+      import = nullptr;
   std::string_view one;
   std::string_view many;
+  bool passesOver = false;  ///< whether lines may be stored already
 };
 
-/// Adds `import`. `global` and `options` must outlive the parsing and the run.
-void DescribeImport(CommandPlace place, const char* description, const char* examples,
-                    const GlobalOptions& global, ImportOptions& options, ImportCommand command);
+/// Adds `import` and returns it. `global` and `options` must outlive the parsing and the run.
+CLI::App* DescribeImport(CommandPlace place, const char* description, const char* examples,
+                         const GlobalOptions& global, ImportOptions& options,
+                         const ImportCommand& command);
+
+/// The character that the option names; nothing for "auto".
+[[nodiscard]] std::optional<char> DelimiterOf(const std::string& word);
 
 }  // namespace qorhost

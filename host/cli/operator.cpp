@@ -28,6 +28,7 @@ bool IsWord(std::string_view text, std::string_view letter, std::string_view wor
 
 void TellStale(std::string_view what, const Outcome& outcome, Console& console) {
   constexpr std::size_t kMostChanges = 5;
+  console.stale = true;
   console.err << fmt::format("qorhost: nothing was changed: {}. Try again.\n",
                              StaleReason(outcome.cause, what));
   const std::vector<WorkEntry>& changes = outcome.changes;
@@ -46,24 +47,40 @@ Operator::Operator(Console& console, std::optional<bool> answer, Trial trial)
     : console_(console), answer_(answer), trial_(trial) {}
 
 MessageButton Operator::Show(std::string_view text, MessageStyle style, std::string_view title) {
-  console_.err << fmt::format("{} [{}]: {}\n", Displayable(title), IconWord(style),
-                              Displayable(text));
-  if (style != MessageStyle::kQuestion) {
+  const bool asks = style == MessageStyle::kQuestion;
+  const bool isCollected = console_.live != nullptr;
+  // A person who is asked has to read what.
+  const bool isAsked =
+      asks && !answer_ && trial_ == Trial::kNo && console_.environment.inputIsTerminal;
+  if (!isCollected || isAsked) {
+    console_.Live() << fmt::format("{} [{}]: {}\n", Displayable(title), IconWord(style),
+                                   Displayable(text));
+  }
+  const bool yes = asks && Answer();
+  if (isCollected) {
+    console_.messages.push_back(
+        {std::string(title), IconWord(style), std::string(text), asks ? (yes ? "yes" : "no") : ""});
+  }
+  if (!asks) {
     return MessageButton::kOk;
   }
-  bool yes = false;
-  if (answer_) {
-    yes = *answer_;
-    console_.err << (yes ? "Answered Yes by --yes.\n" : "Answered No by --no.\n");
-  } else if (trial_ == Trial::kYes) {
-    yes = true;
-    console_.err << "Taken as Yes: this is a trial.\n";
-  } else if (console_.environment.inputIsTerminal) {
-    yes = AskAtTerminal();
-  } else {
-    console_.err << "Answered No: there is no terminal to ask at. Say --yes to answer Yes.\n";
-  }
   return yes ? MessageButton::kYes : MessageButton::kNo;
+}
+
+bool Operator::Answer() {
+  if (answer_) {
+    console_.err << (*answer_ ? "Answered Yes by --yes.\n" : "Answered No by --no.\n");
+    return *answer_;
+  }
+  if (trial_ == Trial::kYes) {
+    console_.err << "Taken as Yes: this is a trial.\n";
+    return true;
+  }
+  if (console_.environment.inputIsTerminal) {
+    return AskAtTerminal();
+  }
+  console_.err << "Answered No: there is no terminal to ask at. Say --yes to answer Yes.\n";
+  return false;
 }
 
 bool Operator::Asks(std::string_view question) {
@@ -73,9 +90,9 @@ bool Operator::Asks(std::string_view question) {
 bool Operator::AskAtTerminal() {
   std::string line;
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-    console_.err << "Yes or No? [y/n] " << std::flush;
+    console_.Live() << "Yes or No? [y/n] " << std::flush;
     if (!std::getline(console_.in, line)) {
-      console_.err << '\n';
+      console_.Live() << '\n';
       return false;
     }
     line.erase(std::remove(line.begin(), line.end(), '\r'), line.end());
@@ -87,7 +104,7 @@ bool Operator::AskAtTerminal() {
       return false;
     }
   }
-  console_.err << "Taken as No.\n";
+  console_.Live() << "Taken as No.\n";
   return false;
 }
 
@@ -103,7 +120,12 @@ ExitStatus Tell(const Outcome& outcome, std::string_view what, Console& console)
 
 ExitStatus TellSeveral(const SeveralOutcome& outcome, std::string_view what, Console& console) {
   for (const ShownMessage& message : outcome.messages) {
-    if (message.style != MessageStyle::kQuestion) {
+    if (message.style == MessageStyle::kQuestion) {
+      continue;
+    }
+    if (console.live != nullptr) {
+      console.messages.push_back({message.title, IconWord(message.style), message.text, ""});
+    } else {
       console.err << fmt::format("qorhost: {}: {}\n", Displayable(outcome.subject),
                                  Displayable(message.text));
     }

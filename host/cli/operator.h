@@ -25,6 +25,7 @@ class Operator {
   [[nodiscard]] bool Asks(std::string_view question);
 
  private:
+  [[nodiscard]] bool Answer();
   [[nodiscard]] bool AskAtTerminal();
 
   Console& console_;

@@ -75,12 +75,12 @@ class CommandPath {
       }
     }
   }
-  /// Whether the word is an option that takes the next word for its value.
-  [[nodiscard]] bool TakesNext(const std::string& word) const {
+  /// Whether the word is an option that needs the next word for its value.
+  [[nodiscard]] bool NeedsNext(const std::string& word) const {
     for (const CLI::App* command : commands_) {
       const CLI::Option* option = command->get_option_no_throw(word);
       if (option != nullptr) {
-        return option->get_items_expected_max() > 0;
+        return option->get_items_expected_min() > 0;
       }
     }
     return false;
@@ -101,10 +101,15 @@ class CommandPath {
   std::vector<const CLI::App*> commands_;
 };
 
-/// The parser would take a help option for the whole answer, whatever else stands there.
-void RequireKnownWords(const CLI::App& app, const std::vector<std::string>& args) {
+/// The words as they came, an option and a value that the parser would take for another option as
+/// one. The parser would take a help option for the whole answer, whatever else stands there, so
+/// that words that are not known are refused before.
+std::vector<std::string> KnownWords(const CLI::App& app, const std::vector<std::string>& args) {
   CommandPath path(app);
-  for (std::size_t at = 0; at < args.size() && args[at] != kNoMoreOptions; ++at) {
+  std::vector<std::string> words;
+  std::size_t at = 0;
+  for (; at < args.size() && args[at] != kNoMoreOptions; ++at) {
+    words.push_back(args[at]);
     if (IsShortOption(args[at])) {
       path.RequireShortOption(args[at]);
       continue;
@@ -116,15 +121,23 @@ void RequireKnownWords(const CLI::App& app, const std::vector<std::string>& args
       continue;
     }
     path.RequireOption(args[at]);
-    if (path.TakesNext(args[at])) {
-      ++at;
-      if (at < args.size() && LooksLikeAnOption(args[at])) {
-        throw UsageError(fmt::format(
-            "{0} needs a value, and '{1}' looks like an option: if it is the value, write {0}={1}",
-            args[at - 1], args[at]));
-      }
+    if (!path.NeedsNext(args[at]) || at + 1 == args.size()) {
+      continue;
+    }
+    const std::string& value = args[++at];
+    if (LooksLikeAnOption(value)) {
+      throw UsageError(fmt::format(
+          "{0} needs a value, and '{1}' looks like an option: if it is the value, write {0}={1}",
+          args[at - 1], value));
+    }
+    if (IsShortOption(value)) {
+      words.back() += "=" + value;
+    } else {
+      words.push_back(value);
     }
   }
+  words.insert(words.end(), args.begin() + static_cast<std::ptrdiff_t>(at), args.end());
+  return words;
 }
 
 /// Where the first word stands that is no option in front of the command, nor the value of one.
@@ -132,7 +145,7 @@ std::size_t FirstWord(const CLI::App& app, const std::vector<std::string>& args)
   const CommandPath path(app);
   std::size_t at = 0;
   while (at < args.size() && args[at].starts_with('-') && args[at] != kNoMoreOptions) {
-    at += path.TakesNext(args[at]) ? 2 : 1;
+    at += path.NeedsNext(args[at]) ? 2 : 1;
   }
   return at;
 }
@@ -147,10 +160,9 @@ std::vector<std::string> WordsForParser(const CLI::App& app, const std::vector<s
     asked.emplace_back("--help");
     return WordsForParser(app, asked);
   }
-  RequireKnownWords(app, args);
   std::vector<std::string> words;
   bool options = true;
-  for (const std::string& arg : args) {
+  for (const std::string& arg : KnownWords(app, args)) {
     options = options && arg != kNoMoreOptions;
     const bool empty = options && arg.starts_with("--") && arg.find('=') + 1 == arg.size();
     words.push_back(empty ? arg.substr(0, arg.size() - 1) : arg);

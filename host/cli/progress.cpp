@@ -49,7 +49,7 @@ Progress BarOn(Console& console, bool traced) {
     return nullptr;
   }
   // Drawn with the first part: before it, a question or a refusal may want the line.
-  return [&terminal = console.err, columns = console.environment.columns,
+  return [&terminal = console.Live(), columns = console.environment.columns,
           bar = std::shared_ptr<ProgressBar>()](std::int64_t done, std::int64_t total) mutable {
     if (total >= kWorthABar) {
       if (bar == nullptr) {

@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "host/cli/list_command_line.h"
 #include "host/desks/credential_report.h"
 #include "host/desks/dir_code_report.h"
 #include "host/desks/report_words.h"
@@ -11,8 +12,8 @@ namespace qorhost {
 
 namespace {
 
-constexpr std::array kWords{FieldWord{report_input::kCondition, "--where", {}},
-                            FieldWord{report_input::kRids, "--delete", {}}};
+constexpr std::array kDeletion{FieldWord{report_input::kRids, "--delete", {}}};
+constexpr auto kWords = WithListWords(kDeletion);
 
 CLI::Option* DescribeOutput(CLI::App& command, ReportOptions& options) {
   auto* where = command
@@ -26,6 +27,7 @@ CLI::Option* DescribeOutput(CLI::App& command, ReportOptions& options) {
                   "statement alone")
       ->type_name("FORMAT")
       ->check(CLI::IsMember({"table", "csv", "json", "sql"}));
+  DescribeOrder(command, options.asked);
   return where;
 }
 

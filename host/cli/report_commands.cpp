@@ -43,18 +43,42 @@ ExitStatus TellWithHint(const Outcome& outcome, const ReportOptions& options, st
   return status;
 }
 
-/// Prints a report that has a table for people and a complete one for programs.
-template <typename Report>
-void Print(const Report& report, std::string_view format, std::string_view title,
-           Console& console) {
+/// Which units a report is of.
+std::vector<UnitName> UnitsOf(const GlobalOptions& global, const ReportOptions& options,
+                              CommandSession& session) {
+  RequireOneScope(global, options.asked);
+  return options.asked.allUnits ? session.ChosenUnits() : std::vector{session.ChosenUnit()};
+}
+
+/// The rows of one unit, or of all with the unit's key.
+void Add(List& all, List rows, const UnitName& unit, const ReportOptions& options) {
+  Append(all, options.asked.allUnits ? WithUnit(std::move(rows), unit) : std::move(rows));
+}
+
+/// Prints the rows as a table for people, or complete for programs and spreadsheets.
+void Print(List rows, std::string_view format, const ReportOptions& options,
+           const std::string& title, Console& console) {
+  const ListQuery& query = options.asked.query;
   if (format == "csv") {
-    PrintRaw(console, [&report](std::ostream& out) { PrintCsv(out, report.Complete()); });
+    const Table table = ForPeople(Answer(WithExtras(std::move(rows)), query));
+    PrintRaw(console, [&table](std::ostream& out) { PrintCsv(out, table); });
   } else if (format == "json") {
-    PrintJson(console.out, report.Complete());
+    PrintJson(console.out, ForPrograms(Answer(WithExtras(std::move(rows)), query)));
   } else {
-    console.Remarks() << Displayable(title) << '\n';
-    PrintTable(console.out, report.Visible());
+    const Table table = ForPeople(Answer(std::move(rows), query));
+    if (!title.empty()) {
+      console.Remarks() << Displayable(title) << '\n';
+    }
+    PrintTable(console.out, table, WidthOf(console));
   }
+}
+
+/// What stands above the table of one unit.
+std::string TitleOf(CommandSession& session, const std::vector<UnitName>& units,
+                    std::string_view format, const ReportOptions& options) {
+  return format == "table" && !options.asked.allUnits
+             ? ReportTitle(session.desks(), units.front().key)
+             : std::string();
 }
 
 ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& options,
@@ -70,7 +94,13 @@ ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& o
     return status;
   }
   if (deleted.done() && global.json) {
-    PrintJsonObject(console.out, {{"unit", unit.key}, {"deleted", deleted.rows}});
+    JsonObject object;
+    object.Add("unit", unit.key)
+        .Add("stored", deleted.rows > 0 && !options.trial)
+        .Add("dry_run", options.trial)
+        .Add("rows", deleted.rows);
+    session.AddTried(object);
+    object.Print(console.out);
   } else if (deleted.done()) {
     console.Remarks() << fmt::format("Deleted {} of {} {}.\n", deleted.rows,
                                      Counted(deleted.given, "credential", "credentials"),
@@ -85,24 +115,29 @@ ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& op
                             Console& console) {
   const std::string format = FormatOf(global, options);
   CommandSession session(global, Access::kRead, console);
-  const std::int32_t unit = session.ChosenUnit().key;
-  DirCodeReport report(session.desks(), unit);
-  report.Narrow(options.conditions);
-
-  const Outcome composed = report.Compose();
-  if (format == "sql" || !composed.done()) {
-    const ExitStatus status = TellWithHint(composed, options, kCodeHint, console);
-    if (status == ExitStatus::kDone) {
+  const std::vector<UnitName> units = UnitsOf(global, options, session);
+  List rows;
+  std::string title;
+  for (const UnitName& unit : units) {
+    DirCodeReport report(session.desks(), unit.key);
+    report.Narrow(options.conditions);
+    const Outcome composed = report.Compose();
+    if (format == "sql" && composed.done()) {
       console.out << Displayable(report.statement()) << '\n';
+      continue;
     }
-    return status;
+    title = composed.done() ? TitleOf(session, units, format, options) : std::string();
+    const ExitStatus status =
+        TellWithHint(composed.done() ? report.Run() : composed, options, kCodeHint, console);
+    if (status != ExitStatus::kDone) {
+      return status;
+    }
+    Add(rows, report.Rows(), unit, options);
   }
-  const std::string title = format == "table" ? ReportTitle(session.desks(), unit) : std::string();
-  const ExitStatus status = TellWithHint(report.Run(), options, kCodeHint, console);
-  if (status == ExitStatus::kDone) {
-    Print(report, format, title, console);
+  if (format != "sql") {
+    Print(std::move(rows), format, options, title, console);
   }
-  return status;
+  return ExitStatus::kDone;
 }
 
 ExitStatus RunCredentialReport(const GlobalOptions& global, const ReportOptions& options,
@@ -112,19 +147,27 @@ ExitStatus RunCredentialReport(const GlobalOptions& global, const ReportOptions&
   }
   const std::string format = FormatOf(global, options);
   CommandSession session(global, Access::kRead, console);
-  const std::int32_t unit = session.ChosenUnit().key;
-  CredentialReport report(session.desks(), unit, options.conditions);
-  const std::string title = format == "table" ? ReportTitle(session.desks(), unit) : std::string();
-  const Outcome ran = report.Run();
-  if (format == "sql") {
-    // Composed also when the store refused to run it: this is where to look for the reason.
-    console.out << Displayable(report.statement()) << '\n';
+  const std::vector<UnitName> units = UnitsOf(global, options, session);
+  List rows;
+  std::string title;
+  for (const UnitName& unit : units) {
+    CredentialReport report(session.desks(), unit.key, options.conditions);
+    title = TitleOf(session, units, format, options);
+    const Outcome ran = report.Run();
+    if (format == "sql") {
+      // Composed also when the store refused to run it: this is where to look for the reason.
+      console.out << Displayable(report.statement()) << '\n';
+    }
+    const ExitStatus status = TellWithHint(ran, options, kCredentialHint, console);
+    if (status != ExitStatus::kDone) {
+      return status;
+    }
+    Add(rows, report.Rows(), unit, options);
   }
-  const ExitStatus status = TellWithHint(ran, options, kCredentialHint, console);
-  if (status == ExitStatus::kDone && format != "sql") {
-    Print(report, format, title, console);
+  if (format != "sql") {
+    Print(std::move(rows), format, options, title, console);
   }
-  return status;
+  return ExitStatus::kDone;
 }
 
 }  // namespace qorhost

@@ -6,10 +6,12 @@
 #include <vector>
 
 #include "host/cli/command_session.h"
+#include "host/cli/list_options.h"
 
 namespace qorhost {
 
 struct ReportOptions {
+  ListOptions asked;                    ///< but conditions
   std::vector<std::string> conditions;  ///< "FIELD OPERATOR VALUE [AND VALUE2]"
   std::optional<std::string> format;    ///< "table", "csv", "json" or "sql"
   std::optional<std::string> toDelete;  ///< "rid:" and RIDs with commas between them

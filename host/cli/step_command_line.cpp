@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "host/cli/list_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/desks/step_desk.h"
 
@@ -25,9 +26,12 @@ void DescribeSteps(CommandPlace place, const GlobalOptions& global, StepOptions&
   app->require_subcommand(0, 1);
   const CommandPlace steps{*app, place.chosen};
 
-  AddCommand(steps, "list", "List what waits, in the order of queuing, with times and subjects",
-             "  qorhost steps list\n  qorhost steps list --unit 1 --json",
-             [&](Console& console) { return RunStepList(global, console); });
+  auto* list = AddCommand(
+      steps, "list", "List what waits, in the order of queuing, with times and subjects",
+      "  qorhost steps list --unit 1 --json\n"
+      "  qorhost steps list --where \"queued < 2026-12-01\" --sort unit,-queued",
+      [&](Console& console) { return RunStepList(global, options.asked, console); }, kListWords);
+  DescribeListOptions(*list, options.asked);
 
   auto* written =
       AddCommand(steps, "export", "Write what waits for a unit to a file that it reads",

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "host/cli/change_report.h"
 #include "host/cli/existing_file.h"
 #include "host/desks/step_desk.h"
 #include "host/desks/words.h"
@@ -28,13 +29,8 @@ void WriteFile(const StepFile& file, const GlobalOptions& global, const StepOpti
 
 }  // namespace
 
-ExitStatus RunStepList(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  if (global.unit) {
-    (void)session.ChosenUnit();
-  }
-  PrintRows(console.out, WaitingStepTable(session.desks(), global.unit), global.json);
-  return ExitStatus::kDone;
+ExitStatus RunStepList(const GlobalOptions& global, const ListOptions& asked, Console& console) {
+  return PrintOfQueue(global, asked, console, WaitingStepList);
 }
 
 ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options,
@@ -73,10 +69,15 @@ ExitStatus RunStepsDone(const GlobalOptions& global, const StepOptions& options,
   const bool changed = sent.steps > 0 && !options.trial;
   console.stored = changed;
   if (global.json) {
-    PrintJsonObject(console.out, {{"unit", unit.key},
-                                  {"steps", CountCell(sent.steps)},
-                                  {"directory_codes", CountCell(sent.codes)},
-                                  {"changed", changed}});
+    ChangeReport report;
+    report.unit = unit.key;
+    report.trial = options.trial;
+    report.stored = changed;
+    for (const std::int32_t step : sent.marked) {
+      report.changed.push_back({"step", step, ""});
+    }
+    report.facts.Add("directory_codes", CountCell(sent.codes));
+    PrintChange(console.out, report);
     return ExitStatus::kDone;
   }
   std::ostream& told = options.trial ? console.out : console.Remarks();

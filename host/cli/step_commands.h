@@ -4,11 +4,13 @@
 #include <string>
 
 #include "host/cli/command_session.h"
+#include "host/cli/list_options.h"
 #include "host/desks/step_desk.h"
 
 namespace qorhost {
 
 struct StepOptions {
+  ListOptions asked;   ///< of list
   std::string to;      ///< of export: a file, or - for standard output
   bool force = false;  ///< of export: replaces a file
   StepChoice choice;   ///< of done
@@ -16,7 +18,7 @@ struct StepOptions {
 };
 
 /// Lists what waits, with times and subjects.
-ExitStatus RunStepList(const GlobalOptions& global, Console& console);
+ExitStatus RunStepList(const GlobalOptions& global, const ListOptions& asked, Console& console);
 /// Writes what waits for a unit down.
 ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options, Console& console);
 /// Marks what was handed over as sent.

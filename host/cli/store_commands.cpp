@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "host/cli/change_report.h"
 #include "host/cli/existing_file.h"
 #include "host/cli/operator.h"
 #include "host/desks/store_overview.h"
@@ -19,15 +20,30 @@ namespace qorhost {
 
 namespace {
 
-void PrintResult(const StatementResult& result, bool asJson, Console& console) {
+/// A statement of one's own tells how many rows it has changed, not which; a trial tells both.
+void PrintChangeAsJson(const ChangedRows& change, bool trial, CommandSession& session,
+                       Console& console) {
+  const bool hasNew = change.newRid > 0 && !trial;
+  JsonObject object;
+  object.Add("unit", qorcred::Null{})
+      .Add("stored", change.rows > 0 && !trial)
+      .Add("dry_run", trial)
+      .Add("rows", static_cast<double>(change.rows))
+      .Add("new_rid", hasNew ? qorcred::Value(static_cast<double>(change.newRid))
+                             : qorcred::Value(qorcred::Null{}));
+  session.AddTried(object);
+  object.Print(console.out);
+}
+
+void PrintResult(const StatementResult& result, bool asJson, CommandSession& session,
+                 Console& console) {
   if (const auto* table = std::get_if<Table>(&result)) {
     PrintRows(console.out, *table, asJson);
     return;
   }
   const auto& change = std::get<ChangedRows>(result);
   if (asJson) {
-    PrintJsonObject(console.out, {{"rows", static_cast<double>(change.rows)},
-                                  {"new_rid", static_cast<double>(change.newRid)}});
+    PrintChangeAsJson(change, false, session, console);
   } else {
     console.Remarks() << Counted(static_cast<std::size_t>(change.rows), "row", "rows")
                       << " changed\n";
@@ -35,17 +51,30 @@ void PrintResult(const StatementResult& result, bool asJson, Console& console) {
 }
 
 /// One after the other; of several as JSON one array.
-void PrintResults(const std::vector<StatementResult>& results, bool asJson, Console& console) {
+void PrintResults(const std::vector<StatementResult>& results, bool asJson, CommandSession& session,
+                  Console& console) {
   const bool inArray = asJson && results.size() > 1;
   for (std::size_t at = 0; at < results.size(); ++at) {
     if (inArray) {
       console.out << (at == 0 ? "[\n" : ",\n");
     }
-    PrintResult(results[at], asJson, console);
+    PrintResult(results[at], asJson, session, console);
   }
   if (inArray) {
     console.out << "]\n";
   }
+}
+
+/// What all of them would have changed, as of one.
+void PrintTriedAsJson(const std::vector<StatementResult>& results, CommandSession& session,
+                      Console& console) {
+  ChangedRows all;
+  for (const StatementResult& result : results) {
+    if (const auto* change = std::get_if<ChangedRows>(&result)) {
+      all.rows += change->rows;
+    }
+  }
+  PrintChangeAsJson(all, true, session, console);
 }
 
 StoreStatements ReadStatements(const SqlOptions& options, Console& console) {
@@ -101,12 +130,21 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
     throw UsageError("--force replaces a store, and --no says No: leave one of them out");
   }
   Put(global, options, console);
+  console.stored = !options.trial;
+  if (global.json) {
+    ChangeReport report;
+    report.trial = options.trial;
+    report.stored = console.stored;
+    report.added.push_back({"store", qorcred::Null{}, global.file.string()});
+    report.facts.Add("demo", options.demo);
+    PrintChange(console.out, report);
+    return ExitStatus::kDone;
+  }
   const std::string name = Displayable(global.file.string());
   if (options.trial) {
     console.out << fmt::format("Would create {}. This was a trial, nothing was changed.\n", name);
     return ExitStatus::kDone;
   }
-  console.stored = true;
   console.Remarks() << (options.demo
                             ? fmt::format(
                                   "Created {} with the demo building. Try 'qorhost units'.\n", name)
@@ -117,29 +155,16 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
   return ExitStatus::kDone;
 }
 
-ExitStatus RunUnits(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
-  session.TellWhatIsMissing(units);
-  PrintRows(console.out, UnitTable(session.desks(), units), global.json);
-  return ExitStatus::kDone;
+ExitStatus RunUnits(const GlobalOptions& global, const ListOptions& asked, Console& console) {
+  return PrintOfUnits(global, asked, console, UnitList);
 }
 
-ExitStatus RunDoors(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
-  session.TellWhatIsMissing(units);
-  PrintRows(console.out, DoorTable(session.desks(), units), global.json);
-  return ExitStatus::kDone;
+ExitStatus RunDoors(const GlobalOptions& global, const ListOptions& asked, Console& console) {
+  return PrintOfUnits(global, asked, console, DoorList);
 }
 
 ExitStatus RunSteps(const GlobalOptions& global, Console& console) {
-  CommandSession session(global, Access::kRead, console);
-  if (global.unit) {
-    (void)session.ChosenUnit();
-  }
-  PrintRows(console.out, StepTable(session.desks(), global.unit), global.json);
-  return ExitStatus::kDone;
+  return PrintOfQueue(global, {}, console, StepList);
 }
 
 ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Console& console) {
@@ -152,12 +177,17 @@ ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Consol
                     statements.count() == 1 ? "this statement changes" : "these statements change",
                     statements.count() == 1 ? "it" : "them"));
   }
-  CommandSession session(global, reads ? Access::kRead : Access::kChange, console,
-                         TrialOf(options.trial && !reads));
+  const bool trial = options.trial && !reads;
+  CommandSession session(global, reads ? Access::kRead : Access::kChange, console, TrialOf(trial));
   const std::vector<StatementResult> results = statements.Run(session.desks());
   console.stored = !reads;
-  if (!session.ToldTrial({})) {
-    PrintResults(results, global.json, console);
+  if (session.ToldTrial({})) {
+    return ExitStatus::kDone;
+  }
+  if (trial && global.json) {
+    PrintTriedAsJson(results, session, console);
+  } else {
+    PrintResults(results, global.json, session, console);
   }
   return ExitStatus::kDone;
 }

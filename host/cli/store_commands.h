@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/cli/command_session.h"
+#include "host/cli/list_options.h"
 
 namespace qorhost {
 
@@ -25,9 +26,9 @@ struct SqlOptions {
 /// when the new one cannot be made. A file that is no store is never replaced.
 ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Console& console);
 /// Lists the units with the codes in use and their capacity.
-ExitStatus RunUnits(const GlobalOptions& global, Console& console);
+ExitStatus RunUnits(const GlobalOptions& global, const ListOptions& asked, Console& console);
 /// Lists the doors with their names and their captions on the credential screen.
-ExitStatus RunDoors(const GlobalOptions& global, Console& console);
+ExitStatus RunDoors(const GlobalOptions& global, const ListOptions& asked, Console& console);
 /// Lists the queue of programming steps.
 ExitStatus RunSteps(const GlobalOptions& global, Console& console);
 /// Runs one statement of the dialect, or those of a script as one unit of work, and shows their

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "host/cli/list_command_line.h"
 #include "host/desks/credential_fields.h"
 #include "host/desks/report_words.h"
 #include "host/desks/tenant_conditions.h"
@@ -142,9 +143,13 @@ void DescribeTenants(CommandPlace place, const GlobalOptions& global, TenantChoi
   const CommandPlace tenants{*app, place.chosen};
   auto* list = AddCommand(
       tenants, "list", "List a unit's tenants, by name",
-      "  qorhost tenants list --unit 2\n  qorhost tenants list --where \"card =\" --unit 2 --json",
-      [&](Console& console) { return RunTenantList(global, choice.listed, console); }, kWords);
-  DescribeWhere(*list, choice.listed);
+      std::string("  qorhost tenants list --where \"card =\" --unit 2 --json\n"
+                  "  qorhost tenants list --where \"end < 2027-01-01\" --sort end,name --all-units "
+                  "\\\n      --columns name,end,card\nFields: ")
+          .append(TenantConditions::FieldNames())
+          .c_str(),
+      [&](Console& console) { return RunTenantList(global, choice.list, console); }, kListWords);
+  DescribeListOptions(*list, choice.list);
 
   auto* show = AddCommand(
       tenants, "show", "Show everything that is stored of a tenant",
@@ -152,6 +157,7 @@ void DescribeTenants(CommandPlace place, const GlobalOptions& global, TenantChoi
       [&](Console& console) { return RunTenantShow(global, choice.shown, console); }, kWords);
   show->add_option("TENANT", choice.shown, kWho)->required();
   DescribeChanges(tenants, global, choice);
+  DescribeTenantExchange(tenants, global, choice.imported, choice.exported);
 }
 
 }  // namespace qorhost

@@ -5,17 +5,20 @@
 
 #include "host/cli/commands.h"
 #include "host/cli/tenant_commands.h"
+#include "host/cli/tenant_exchange_commands.h"
 
 namespace qorhost {
 
 /// Everything that their options write to.
 struct TenantChoice {
-  TenantChoiceOptions listed;
+  ListOptions list;
   std::string shown;
   TenantEditOptions added;
   TenantEditOptions edited;
   TenantEndOptions ended;
   TenantDeleteOptions deleted;
+  TenantImportOptions imported;
+  TenantExportOptions exported;
 };
 
 /// Adds `tenants` with its commands. `global` and `choice` must outlive the parsing and the run.

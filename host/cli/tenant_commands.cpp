@@ -6,6 +6,8 @@
 
 #include "frame/convert.h"
 #include "frame/text.h"
+#include "host/cli/change_report.h"
+#include "host/desks/shown_value.h"
 #include "host/desks/tenant_desk.h"
 #include "host/desks/tenant_list.h"
 #include "host/desks/words.h"
@@ -19,12 +21,10 @@ namespace {
 
 using qorcred::Value;
 
-std::string ShownText(const Value& value) {
-  if (const bool* flag = value.As<bool>()) {
-    return *flag ? "yes" : "no";
-  }
-  return qorcred::TextOrEmpty(value);
-}
+constexpr std::string_view kDeletedVerb = "Deleted";
+
+/// What was done to tenants.
+enum class Tenants : bool { kChanged, kDeleted };
 
 /// The names that are told, not too many of them.
 std::string Listed(const std::vector<std::string>& names) {
@@ -45,19 +45,47 @@ void Choose(TenantDesk& desk, const TenantChoiceOptions& who) {
   }
 }
 
-Table ChangeTable(const std::vector<TenantChange>& changes, bool asJson) {
+/// For people: the values as they read them.
+Table ChangeTable(const std::vector<TenantChange>& changes) {
   Table table;
   table.columns = {{"RID", "rid"},
                    {"Tenant", "tenant"},
                    {"Field", "field"},
                    {"Before", "before"},
                    {"After", "after"}};
-  const auto cell = [asJson](const Value& value) { return asJson ? value : ShownText(value); };
   for (const TenantChange& change : changes) {
-    table.rows.push_back({change.rid, change.name, asJson ? change.field.key : change.field.title,
-                          cell(change.before), cell(change.after)});
+    table.rows.push_back({change.rid, change.name, change.field.title, ShownText(change.before),
+                          ShownText(change.after)});
   }
   return table;
+}
+
+/// For programs: the fields' names and the values in their types.
+Table FieldTable(const std::vector<TenantChange>& changes) {
+  Table table;
+  table.columns = {{"Id", "id"}, {"Field", "field"}, {"Before", "before"}, {"After", "after"}};
+  for (const TenantChange& change : changes) {
+    table.rows.push_back({change.rid, change.field.key, change.before, change.after});
+  }
+  return table;
+}
+
+/// Who was changed, or deleted, and how.
+void PrintChangedAsJson(const ChangedTenants& changed, const UnitName& unit, Tenants what,
+                        Console& console) {
+  ChangeReport report;
+  report.unit = unit.key;
+  report.trial = !changed.written;
+  report.stored = changed.written && changed.tenants > 0;
+  std::vector<TouchedThing>& things = what == Tenants::kDeleted ? report.deleted : report.changed;
+  for (const TenantChange& change : changed.changes) {
+    if (things.empty() || things.back().id != Value(change.rid)) {
+      things.push_back({"tenant", change.rid, change.name});
+    }
+  }
+  report.facts.Add("fields", FieldTable(changed.changes))
+      .Add("freed_cards", qorcred::StringArray(changed.freed));
+  PrintChange(console.out, report);
 }
 
 /// "Changed", or "Would have changed".
@@ -72,17 +100,8 @@ std::string Verb(std::string_view done, bool written) {
 
 /// What `verb` ("Changed", "Deleted") has done, or would do.
 void PrintChanged(const ChangedTenants& changed, const UnitName& unit, std::string_view verb,
-                  const GlobalOptions& global, Console& console) {
-  const Table table = ChangeTable(changed.changes, global.json);
-  if (global.json) {
-    PrintJsonObject(console.out,
-                    {{"unit", unit.key},
-                     {"tenants", static_cast<double>(changed.tenants)},
-                     {"changed", changed.written},
-                     {"freed_cards", qorcred::StringArray(changed.freed)}},
-                    "changes", table);
-    return;
-  }
+                  Console& console) {
+  const Table table = ChangeTable(changed.changes);
   std::ostream& told = changed.written ? console.Remarks() : console.out;
   if (changed.meant == 0) {
     told << fmt::format("Nobody {} meets the conditions: nothing was changed.\n", InUnit(unit));
@@ -112,8 +131,11 @@ ExitStatus TellChanged(const ChangedTenants& changed, const UnitName& unit, std:
       changed.written ? TellChange(changed, "tenants", console) : Tell(changed, "tenants", console);
   if (changed.ending == Ending::kRefused) {
     console.err << "qorhost: nothing was changed.\n";
+  } else if (changed.done() && global.json) {
+    PrintChangedAsJson(changed, unit, verb == kDeletedVerb ? Tenants::kDeleted : Tenants::kChanged,
+                       console);
   } else if (changed.done()) {
-    PrintChanged(changed, unit, verb, global, console);
+    PrintChanged(changed, unit, verb, console);
   }
   return status;
 }
@@ -143,20 +165,13 @@ std::string Question(const TenantDesk& desk) {
 
 }  // namespace
 
-ExitStatus RunTenantList(const GlobalOptions& global, const TenantChoiceOptions& options,
+ExitStatus RunTenantList(const GlobalOptions& global, const ListOptions& options,
                          Console& console) {
   CommandSession session(global, Access::kRead, console);
-  const UnitName unit = session.ChosenUnit();
-  TenantDesk desk(session.desks(), unit.key);
-  if (!options.conditions.empty()) {
-    desk.ChooseWhere(options.conditions);
-  }
-  if (!global.json) {
-    PrintTitle(console, unit);
-  }
-  PrintRows(console.out,
-            TenantTable(options.conditions.empty() ? desk.tenants() : desk.chosen(), desk.links()),
-            global.json);
+  PrintUnitList(global, options, session, console, [&session](const UnitName& unit) {
+    const TenantDesk desk(session.desks(), unit.key);
+    return TenantList(desk.tenants(), desk.links());
+  });
   return ExitStatus::kDone;
 }
 
@@ -198,11 +213,14 @@ ExitStatus RunTenantAdd(const GlobalOptions& global, const TenantEditOptions& op
     return status;
   }
   if (global.json) {
-    PrintJsonObject(console.out,
-                    {{"unit", unit.key},
-                     {"rid", added.written ? Value(added.tenant.rid) : Value(qorcred::Null{})},
-                     {"name", added.tenant.Name()},
-                     {"changed", added.written}});
+    ChangeReport report;
+    report.unit = unit.key;
+    report.trial = !added.written;
+    report.stored = added.written;
+    report.added.push_back({"tenant",
+                            added.written ? Value(added.tenant.rid) : Value(qorcred::Null{}),
+                            added.tenant.Name()});
+    PrintChange(console.out, report);
     return status;
   }
   std::ostream& told = added.written ? console.Remarks() : console.out;
@@ -211,7 +229,7 @@ ExitStatus RunTenantAdd(const GlobalOptions& global, const TenantEditOptions& op
                       InUnit(unit), added.written ? "" : " Nothing was changed.");
   if (!entry.to && added.tenant.end) {
     told << fmt::format("The unit's default period holds, until {}.\n",
-                        qorcred::DateText(*added.tenant.end));
+                        ShownText(*added.tenant.end));
   }
   return status;
 }
@@ -249,7 +267,7 @@ ExitStatus RunTenantDelete(const GlobalOptions& global, const TenantDeleteOption
     session.RequireDeletion();
     session.RequireConsent(Question(desk));
   }
-  return TellChanged(desk.Delete(TrialOf(options.trial)), unit, "Deleted", global, console);
+  return TellChanged(desk.Delete(TrialOf(options.trial)), unit, kDeletedVerb, global, console);
 }
 
 }  // namespace qorhost

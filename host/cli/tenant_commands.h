@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/cli/command_session.h"
+#include "host/cli/list_options.h"
 #include "host/desks/tenant_entry.h"
 
 namespace qorhost {
@@ -35,8 +36,7 @@ struct TenantDeleteOptions {
   bool trial = false;
 };
 
-ExitStatus RunTenantList(const GlobalOptions& global, const TenantChoiceOptions& options,
-                         Console& console);
+ExitStatus RunTenantList(const GlobalOptions& global, const ListOptions& options, Console& console);
 ExitStatus RunTenantShow(const GlobalOptions& global, const std::string& name, Console& console);
 /// The entry alone counts.
 ExitStatus RunTenantAdd(const GlobalOptions& global, const TenantEditOptions& options,

@@ -19,7 +19,7 @@ MessageButton Attendance::Show(const NewMessage& message) {
   }
   const MessageButton answer = AnswerTo(message);
   if (notes_ != nullptr) {
-    notes_->messages.push_back({message.text, message.style, answer});
+    notes_->messages.push_back({message.text, message.style, answer, message.title});
   }
   return answer;
 }

@@ -9,11 +9,10 @@
 #include <string_view>
 #include <vector>
 
-#include "credentials/credential_type.h"
-#include "frame/convert.h"
 #include "frame/text.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
+#include "host/desks/credential_line.h"
 #include "host/desks/credential_slots.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/entry_index.h"
@@ -25,14 +24,10 @@ namespace qorhost {
 
 namespace {
 
+using credential_column::kType;
+
 enum Column : std::size_t {
-  kType,
-  kNumber,
-  kFacility,
-  kIdCode,
-  kSequence,
-  kButton,
-  kAssignedTo,
+  kAssignedTo = credential_column::kCount,
   kRid,
   kTenantRid,
   kColumnCount
@@ -43,7 +38,7 @@ namespace caption = credential_caption;
 constexpr std::array<ImportColumn, kColumnCount> kColumns{{
     {caption::kType, true, {}},  // its help names the types
     {caption::kNumber, true, "the credential's number, 1 to 65535"},
-    {caption::kFacility, false, "0 to 63 (Corvin 30 Bit card) or 255; empty: 0"},
+    {caption::kFacility, false, "0 to 63 (Corvin 30-Bit Card) or 255; empty: 0"},
     {caption::kIdCode, false, "of a transmitter, 0 to 26; of a card empty"},
     {caption::kSequence, false, "of a transmitter, 0 to 2; of a card empty"},
     {caption::kButton, false, "of a transmitter, 1 (also empty) or 4; of a card empty"},
@@ -57,45 +52,6 @@ static_assert(credential_bound::kNumber == 65535 && credential_bound::kCorvinFac
                   credential_bound::kFacility == 255 && credential_bound::kIdCode == 26 &&
                   credential_bound::kSequence == 2,
               "the columns' help says so");
-
-/// The columns of the screen's inputs.
-constexpr std::array kWords{
-    FieldWord{credential_field::kType, kColumns[kType].heading, {}},
-    FieldWord{credential_field::kFirst, kColumns[kNumber].heading, {}},
-    FieldWord{credential_field::kFacility, kColumns[kFacility].heading, {}},
-    FieldWord{credential_field::kIdCode, kColumns[kIdCode].heading, {}},
-    FieldWord{credential_field::kSequence, kColumns[kSequence].heading, {}},
-    FieldWord{credential_field::kButton, kColumns[kButton].heading, {}},
-    FieldWord{credential_field::kTenant, kColumns[kAssignedTo].heading, {}},
-};
-
-const CredentialTypeWords& ReadType(const ImportLine& line) {
-  const std::string_view given = line.Trimmed(kType);
-  const CredentialTypeWords* type = FindCredentialType(EnteredTypes(), given);
-  if (type == nullptr) {
-    throw InputFault(
-        credential_field::kType, given,
-        "{field} '{value}' cannot be entered: the screen has " + EnteredNames(", ", " and "));
-  }
-  return *type;
-}
-
-/// The text of a cell; nothing for an empty one.
-std::optional<std::string> ReadText(const ImportLine& line, Column column) {
-  const std::string_view given = line.Trimmed(column);
-  return given.empty() ? std::nullopt : std::optional<std::string>(given);
-}
-
-/// What only transmitters have.
-std::optional<std::string> ReadOfTransmitter(const ImportLine& line, Column column,
-                                             std::string_view field, std::int16_t type) {
-  std::optional<std::string> given = ReadText(line, column);
-  if (given && type != qorcred::kTransmitter) {
-    throw InputFault(field, *given,
-                     "{field} '{value}' must be left empty: only transmitters have one");
-  }
-  return given;
-}
 
 class CredentialImport {
  public:
@@ -158,28 +114,7 @@ class CredentialImport {
 
   void TypeAll(const ImportLine& line) {
     desk_.screen().Restore(fresh_);
-    const CredentialTypeWords& type = ReadType(line);
-    NewCredentials entry;
-    entry.type = type.word;
-    entry.first = line.Trimmed(kNumber);
-    entry.facility = ReadFacility(line);
-    entry.idCode = ReadOfTransmitter(line, kIdCode, credential_field::kIdCode, type.type);
-    entry.sequence = ReadOfTransmitter(line, kSequence, credential_field::kSequence, type.type);
-    entry.button = ReadOfTransmitter(line, kButton, credential_field::kButton, type.type);
-    EnterCredentials(desk_, entry);
-  }
-
-  /// A unit that ignores facility codes stores 0, and reports show it.
-  [[nodiscard]] std::optional<std::string> ReadFacility(const ImportLine& line) {
-    std::optional<std::string> given = ReadText(line, kFacility);
-    if (!given || desk_.takesFacilityCode()) {
-      return given;
-    }
-    if (given->find_first_not_of('0') != std::string::npos) {
-      throw InputFault(credential_field::kFacility, *given,
-                       "{field} '{value}' must be left empty: this unit ignores facility codes");
-    }
-    return std::nullopt;
+    EnterCredentials(desk_, ReadCredential(line, kType, desk_.takesFacilityCode()));
   }
 
   DeskSession& session_;
@@ -204,7 +139,11 @@ std::span<const ImportColumn> CredentialImportColumns() {
 
 ImportReport ImportCredentials(DeskSession& session, std::int32_t unitKey, ImportFile& file,
                                const ImportRules& rules, const Progress& progress) {
-  ImportRun run(session, {{unitKey}, "import credentials", {}}, rules, kWords);
+  auto fields = CredentialFields(kType);
+  std::vector<ColumnField> inputs(fields.begin(), fields.end());
+  inputs.push_back({credential_field::kTenant, kAssignedTo});
+  const std::vector<FieldWord> words = WordsOf(file, inputs);
+  ImportRun run(session, {{unitKey}, "import credentials", {}}, rules, words);
   CredentialImport entering(session, unitKey);
   return run.Run(
       file, [&entering](const ImportLine& line, ImportNotes&) { return entering.Enter(line); },

@@ -62,18 +62,24 @@ Value DoorName(const ListModel& doors, const Value& doorCode) {
 }
 
 Value TypeLabel(const Value& type) {
-  const std::string_view label = ScreenLabelOf(qorcred::NumericValue(type));
-  return label.empty() ? Value(Null{}) : Value(label);
+  const std::string_view name = TypeNameOf(qorcred::NumericValue(type));
+  return name.empty() ? Value(Null{}) : Value(name);
 }
 
 }  // namespace
 
-Table CredentialTable(DeskSession& session, CredentialDesk& desk) {
-  Table table;
-  table.columns = {{"RID", "rid"},           {"Type", "type"},       {"Number", "number"},
-                   {"Facility", "facility"}, {"ID code", "id_code"}, {"Sequence", "sequence"},
-                   {"Button", "button"},     {"Door", "door"},       {"Tenant", "tenant_id"},
-                   {"Assigned to", "tenant"}};
+List CredentialList(DeskSession& session, CredentialDesk& desk) {
+  List shown;
+  shown.fields = {{"RID", "rid", FieldKind::kNumber},
+                  {"Type", "type", FieldKind::kCredentialType},
+                  {"Number", "number", FieldKind::kNumber},
+                  {"Facility", "facility", FieldKind::kNumber},
+                  {"ID code", "id_code", FieldKind::kNumber},
+                  {"Sequence", "sequence", FieldKind::kNumber},
+                  {"Button", "button", FieldKind::kNumber},
+                  {"Door", "door"},
+                  {"Tenant id", "tenant_id", FieldKind::kNumber},
+                  {"Tenant", "tenant"}};
   const ListModel& list = desk.screen().List("cboCredentials");
   const ListModel& doors = desk.screen().List("cboActivate");
   const QueryResult details = session.sql().Select(fmt::format(
@@ -99,9 +105,9 @@ Table CredentialTable(DeskSession& session, CredentialDesk& desk) {
     const Holder held = holder == holders.end() ? Holder{} : holder->second;
     row.push_back(held.tenantId);
     row.push_back(held.name);
-    table.rows.push_back(std::move(row));
+    shown.rows.push_back(std::move(row));
   }
-  return table;
+  return shown;
 }
 
 }  // namespace qorhost

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "host/desks/credential_desk.h"
+#include "host/desks/list.h"
 #include "host/desks/session.h"
-#include "host/files/table.h"
 
 namespace qorhost {
 
 /// Every credential in the screen's list, in its order, with its codes, door and tenant.
-[[nodiscard]] Table CredentialTable(DeskSession& session, CredentialDesk& desk);
+[[nodiscard]] List CredentialList(DeskSession& session, CredentialDesk& desk);
 
 }  // namespace qorhost

@@ -22,27 +22,38 @@ namespace caption = credential_caption;
 using qorcred::TableView;
 using qorcred::Value;
 
+/// The column of this field is called otherwise.
+ReportField TenantNameField() {
+  ReportField field{"Tenant Name", FieldKind::kText};
+  field.alsoCalled = caption::kAssignedTo;
+  return field;
+}
+
 /// The fields in their places in `cboField`.
 const std::vector<ReportField>& Fields() {
   static const std::vector<ReportField> kFields{
       {std::string(caption::kType), FieldKind::kCredentialType},
       {std::string(caption::kNumber), FieldKind::kNumber, 0, false, kFromZero},
       {std::string(caption::kFacility), FieldKind::kNumber, 0, false, kFromZero},
-      {"Tenant Name", FieldKind::kText}};
+      TenantNameField()};
   return kFields;
 }
 
-/// A column of the report and its place in the statement's result, which also holds the number of
-/// the credential's type.
+/// A column of the report and its place in the statement's result.
 struct ReportColumn {
   std::string_view title;
   std::int32_t index;
+  FieldKind kind;
+  bool isExtra = false;
 };
+constexpr std::int32_t kTypeNumberAt = 7;
 constexpr std::int32_t kRidAt = 8;
 constexpr ReportColumn kColumns[] = {
-    {caption::kType, 0},       {caption::kNumber, 1},   {caption::kFacility, 2},
-    {caption::kIdCode, 3},     {caption::kSequence, 4}, {caption::kButton, 5},
-    {caption::kAssignedTo, 6}, {caption::kRid, kRidAt}, {caption::kTenantRid, 9}};
+    {caption::kType, 0, FieldKind::kCredentialType},   {caption::kNumber, 1, FieldKind::kNumber},
+    {caption::kFacility, 2, FieldKind::kNumber},       {caption::kIdCode, 3, FieldKind::kNumber},
+    {caption::kSequence, 4, FieldKind::kNumber},       {caption::kButton, 5, FieldKind::kNumber},
+    {caption::kAssignedTo, 6, FieldKind::kText},       {caption::kRid, kRidAt, FieldKind::kNumber},
+    {caption::kTenantRid, 9, FieldKind::kNumber, true}};
 
 /// The name of a tenant without a middle initial ends in a blank.
 Value WithoutBlanksBehind(Value cell) {
@@ -91,26 +102,31 @@ Outcome CredentialReport::Run() {
       session_.connection(), unitKey_, rows_, statement_));
 }
 
-Table CredentialReport::Rows(bool withTenantRid) const {
-  Table table;
-  const std::size_t shown = std::size(kColumns) - (withTenantRid ? 0 : 1);
-  for (std::size_t column = 0; column < shown; ++column) {
-    const std::string title(kColumns[column].title);
-    table.columns.push_back({title, title});
+List CredentialReport::Rows() const {
+  List list;
+  for (const ReportColumn& column : kColumns) {
+    const std::string title(column.title);
+    ListField& field = list.fields.emplace_back(ListField{title, title, column.kind});
+    field.isExtra = column.isExtra;
   }
   const TableView rows(rows_);
   if (rows.HasNoRows()) {
-    return table;
+    return list;
   }
   for (const std::int32_t row : RowNumbersOf(rows)) {
     std::vector<Value> cells;
-    cells.reserve(shown);
-    for (std::size_t column = 0; column < shown; ++column) {
-      cells.push_back(WithoutBlanksBehind(rows.Cell(row, kColumns[column].index)));
+    cells.reserve(std::size(kColumns));
+    for (const ReportColumn& column : kColumns) {
+      cells.push_back(WithoutBlanksBehind(rows.Cell(row, column.index)));
     }
-    table.rows.push_back(std::move(cells));
+    // One type has one name everywhere; the statement spells it in its own way.
+    const std::string_view type = TypeNameOf(qorcred::NumericValue(rows.Cell(row, kTypeNumberAt)));
+    if (!type.empty()) {
+      cells.front() = Value(type);
+    }
+    list.rows.push_back(std::move(cells));
   }
-  return table;
+  return list;
 }
 
 /// Whether the last run's statement gives the same rows of these credentials as it did then.

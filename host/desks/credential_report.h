@@ -8,11 +8,11 @@
 
 #include "frame/result_table.h"
 #include "host/desks/desk_work.h"
+#include "host/desks/list.h"
 #include "host/desks/outcome.h"
 #include "host/desks/report_filter.h"
 #include "host/desks/row_names.h"
 #include "host/desks/session.h"
-#include "host/files/table.h"
 #include "reports/cls_credential_report.h"
 
 namespace qorhost {
@@ -38,17 +38,16 @@ class CredentialReport {
   /// The statement of the last run.
   [[nodiscard]] const std::string& statement() const { return statement_; }
 
-  /// The columns that the screen shows.
-  [[nodiscard]] Table Visible() const { return Rows(false); }
-  /// The same and the tenants' RIDs.
-  [[nodiscard]] Table Complete() const { return Rows(true); }
+  /// The columns that the screen shows; the tenants' RIDs are extra.
+  [[nodiscard]] List Rows() const;
+  /// What the screen shows, for people.
+  [[nodiscard]] Table Visible() const { return ForPeople(Answer(Rows(), {})); }
 
   /// Deletes credentials by their RIDs unless a tenant holds one. Stale where others have changed
   /// one of them, or its holder, since the last run showed it.
   DeletedCredentials Delete(const GivenRids& rids);
 
  private:
-  [[nodiscard]] Table Rows(bool withTenantRid) const;
   [[nodiscard]] bool ShowsStill(const GivenRids& rids);
 
   DeskSession& session_;

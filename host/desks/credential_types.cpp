@@ -25,15 +25,15 @@ bool SameName(std::string_view one, std::string_view other) {
                                       qorcred::ReplaceAll(other, "-", " ")) == 0;
 }
 
-/// What the entered types are called by one of their texts.
-std::string Entered(std::string_view CredentialTypeWords::*text, std::string_view between,
-                    std::string_view last) {
+/// What the entered types are called by one of their names.
+template <typename NameOf>
+std::string Entered(NameOf&& nameOf, std::string_view between, std::string_view last) {
   std::string list;
   for (const CredentialTypeWords& type : EnteredTypes()) {
     if (!list.empty()) {
       list += &type == &EnteredTypes().back() ? last : between;
     }
-    list += type.*text;
+    list += nameOf(type);
   }
   return list;
 }
@@ -49,11 +49,12 @@ std::span<const CredentialTypeWords> EnteredTypes() {
 }
 
 std::string EnteredWords(std::string_view between, std::string_view last) {
-  return Entered(&CredentialTypeWords::word, between, last);
+  return Entered([](const CredentialTypeWords& type) { return type.word; }, between, last);
 }
 
 std::string EnteredNames(std::string_view between, std::string_view last) {
-  return Entered(&CredentialTypeWords::reportName, between, last);
+  return Entered([](const CredentialTypeWords& type) { return TypeNameOf(type.type); }, between,
+                 last);
 }
 
 const CredentialTypeWords* FindCredentialType(std::span<const CredentialTypeWords> types,
@@ -72,6 +73,13 @@ std::string_view ScreenLabelOf(double type) {
     }
   }
   return {};
+}
+
+std::string_view TypeNameOf(double type) {
+  const std::string_view label = ScreenLabelOf(type);
+  const auto reported = std::find_if(kTypes.begin(), kTypes.end(),
+                                     [type](const auto& known) { return known.type == type; });
+  return !label.empty() || reported == kTypes.end() ? label : reported->reportName;
 }
 
 std::string CardEntry(double type, std::string_view number) {

@@ -22,7 +22,8 @@ inline constexpr std::int32_t kSequence = qorcred::kHighestSequenceCode;
 struct CredentialTypeWords {
   std::int16_t type = 0;        ///< as it is stored
   std::string_view word;        ///< in commands and files: "card26"
-  std::string_view reportName;  ///< "Standard 26 Bit card"; the screen's own label says "26-Bit"
+  std::string_view reportName;  ///< in the report's statement: "Standard 26 Bit card"; people read
+                                ///< TypeNameOf()
 };
 
 /// Every type that reports know, by its stored number.
@@ -42,6 +43,9 @@ struct CredentialTypeWords {
 
 /// What the credential screen calls a stored type; "" for a type that is not on it.
 [[nodiscard]] std::string_view ScreenLabelOf(double type);
+/// What people read of a stored type: the screen's label; of one that reports alone know, their
+/// name; "" for any other.
+[[nodiscard]] std::string_view TypeNameOf(double type);
 
 /// A card as the screens list it: "Transmitter-301"; "Credential-301" of a type that is not on it.
 [[nodiscard]] std::string CardEntry(double type, std::string_view number);

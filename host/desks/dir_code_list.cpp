@@ -10,6 +10,7 @@
 #include "frame/text.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/rows_by_rid.h"
+#include "host/desks/tenant_name.h"
 #include "host/unit/unit_rows.h"
 
 namespace qorhost {
@@ -50,15 +51,50 @@ std::string StateText(const Value& state) {
   }
 }
 
-std::unordered_map<std::int32_t, std::int32_t> TenantsByRow(DeskSession& session,
-                                                            std::int32_t unitKey) {
+/// The names of the tenants who have each code.
+std::unordered_map<std::int32_t, qorcred::StringArray> TenantsByRow(DeskSession& session,
+                                                                    std::int32_t unitKey) {
+  constexpr std::int32_t kName = 1;
   const QueryResult result = session.sql().Select(fmt::format(
-      "SELECT DIRECTORYCODE FROM Tenants WHERE UnitKey={} AND DIRECTORYCODE <> NULL", unitKey));
-  std::unordered_map<std::int32_t, std::int32_t> counts;
+      "SELECT DIRECTORYCODE, {} FROM Tenants WHERE UnitKey={} AND DIRECTORYCODE <> NULL ORDER BY "
+      "LastName, FirstName, MiddleInitial, RID",
+      kFullNameColumns, unitKey));
+  std::unordered_map<std::int32_t, qorcred::StringArray> tenants;
   for (const ResultRow row : result.rows()) {
-    ++counts[qorcred::ToLong(row[0])];
+    tenants[qorcred::ToLong(row[0])].push_back(FullNameIn(row, kName));
   }
-  return counts;
+  return tenants;
+}
+
+std::vector<std::string> NamesOf(const ListModel& schedules) {
+  std::vector<std::string> names;
+  for (std::int32_t index = 0; index < schedules.count(); ++index) {
+    names.push_back(schedules.Text(index));
+  }
+  return names;
+}
+
+std::vector<ListField> FieldsWith(const std::vector<std::string>& schedules) {
+  std::vector<ListField> fields{{"RID", "rid", FieldKind::kNumber},
+                                {"Code", "code", FieldKind::kNumber},
+                                {"Phone", "phone"},
+                                {"Extension", "extension"},
+                                {"Delay", "delay", FieldKind::kNumber},
+                                {"DND schedule", "dnd_schedule", FieldKind::kSchedule},
+                                {"Forward phone", "forward_phone"},
+                                {"Forward schedule", "forward_schedule", FieldKind::kSchedule},
+                                {"Active", "active", FieldKind::kYesNo},
+                                {"Start", "start", FieldKind::kDate},
+                                {"End", "end", FieldKind::kDate},
+                                {"Display name", "display_name"},
+                                {"Tenants", "tenants"},
+                                {"State", "state"}};
+  for (ListField& field : fields) {
+    if (field.kind == FieldKind::kSchedule) {
+      field.names = schedules;
+    }
+  }
+  return fields;
 }
 
 Value Ticked(DirCodeDesk& desk, std::string_view box) {
@@ -79,23 +115,10 @@ Value ChosenSchedule(DirCodeDesk& desk, std::string_view list) {
 
 }  // namespace
 
-Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
-  Table table;
-  table.columns = {{"RID", "rid"},
-                   {"Code", "code"},
-                   {"Phone", "phone"},
-                   {"Ext.", "extension"},
-                   {"Delay", "delay"},
-                   {"Do not disturb", "dnd_schedule"},
-                   {"Forwarded to", "forward_phone"},
-                   {"During", "forward_schedule"},
-                   {"Active", "active"},
-                   {"From", "from"},
-                   {"To", "to"},
-                   {"Display name", "display_name"},
-                   {"Tenants", "tenants"},
-                   {"State", "state"}};
+List DirCodeList(DeskSession& session, DirCodeDesk& desk) {
+  List list;
   const ListModel& schedules = desk.screen().List(qorcred::kDndScheduleList);
+  list.fields = FieldsWith(NamesOf(schedules));
   const QueryResult details = session.sql().Select(
       SelectOfCodes(fmt::format("RID,{},MODIFIED", kUnitColumns), desk.unitKey()));
   const auto rowOf = RowsByRid(details);
@@ -111,7 +134,7 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
     const bool disturbs = !IsSet(cell(unit_column::kIsDndChecked));
     const bool forwards = IsSet(cell(unit_column::kIsCfChecked));
     const auto held = tenants.find(rid);
-    table.rows.push_back(
+    list.rows.push_back(
         {rid, cell(unit_column::kCode), cell(unit_column::kPhone), cell(unit_column::kExtension),
          cell(unit_column::kTimeDelay),
          disturbs ? Value(Null{}) : ScheduleName(schedules, cell(unit_column::kDndSchedule)),
@@ -119,9 +142,9 @@ Table DirCodeTable(DeskSession& session, DirCodeDesk& desk) {
          forwards ? ScheduleName(schedules, cell(unit_column::kCfSchedule)) : Value(Null{}),
          IsSet(cell(unit_column::kActive)), cell(unit_column::kStartDate),
          cell(unit_column::kEndDate), cell(unit_column::kDisplayName),
-         held == tenants.end() ? 0 : held->second, StateText(row[kState])});
+         held == tenants.end() ? qorcred::StringArray() : held->second, StateText(row[kState])});
   }
-  return table;
+  return list;
 }
 
 std::vector<std::string> TenantsShown(DirCodeDesk& desk) {
@@ -150,8 +173,8 @@ std::vector<DirCodeDetail> DetailsShown(DirCodeDesk& desk) {
           {"  extension", "forward_extension", Typed(desk, "txtExtnCF")},
           {"  delay", "forward_delay", Spun(desk, "pvnTimeDelayCF")},
           {"Active", "active", Ticked(desk, "chkActive")},
-          {"  from", "from", screen.Date("dtpStart").Chosen()},
-          {"  to", "to", screen.Date("dtpEnd").Chosen()},
+          {"  start", "start", screen.Date("dtpStart").Chosen()},
+          {"  end", "end", screen.Date("dtpEnd").Chosen()},
           {"Display name", "display_name", Typed(desk, "txtDisplayName")},
           {"  shown", "show_name", Ticked(desk, "chkShowDisplayName")},
           {"Code shown", "show_code", Ticked(desk, "chkShowDirCode")},

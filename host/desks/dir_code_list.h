@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "host/desks/dir_code_desk.h"
+#include "host/desks/list.h"
 #include "host/desks/session.h"
-#include "host/files/table.h"
 
 namespace qorhost {
 
-/// Every code in the screen's list, in its order.
-[[nodiscard]] Table DirCodeTable(DeskSession& session, DirCodeDesk& desk);
+/// Every code in the screen's list, in its order, with the tenants who have it.
+[[nodiscard]] List DirCodeList(DeskSession& session, DirCodeDesk& desk);
 
 /// The code that the screen shows.
 struct DirCodeDetail {

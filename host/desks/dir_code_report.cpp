@@ -8,11 +8,13 @@
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
+#include "frame/date.h"
 #include "frame/schedules.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/operation_record.h"
 #include "host/desks/report_captions.h"
 #include "host/desks/unit_schedules.h"
+#include "host/desks/words.h"
 #include "host/store/rows.h"
 #include "host/unit/unit_code.h"
 #include "reports/dir_code_fragments.h"
@@ -23,7 +25,6 @@ namespace {
 
 using qorcred::TableView;
 using qorcred::Value;
-using qorcred::ValueType;
 
 constexpr std::array<std::string_view, 2> kScheduleCaptions{dir_code_caption::kDndSchedule,
                                                             dir_code_caption::kCfSchedule};
@@ -90,6 +91,10 @@ std::vector<ReportField> FieldsIn(const ListModel& list,
     added.kind = KindOf(rid);
     added.leftOut = LeftOutOf(rid);
     added.mayBeUnset = rid == field::kTimeDelay || rid == field::kCfTimeDelay;
+    if (rid == field::kActive) {
+      added.yesWord = "Active";
+      added.noWord = "Inactive";
+    }
     added.range = RangeOf(rid);
     if (added.kind == FieldKind::kSchedule) {
       added.names = schedules;
@@ -98,44 +103,51 @@ std::vector<ReportField> FieldsIn(const ListModel& list,
   return fields;
 }
 
-/// A cell as the grid shows it; a number that is not translated stays one.
-Value ShownCell(const Value& cell, const GridValueItems* items) {
-  if (items != nullptr) {
-    if (const std::string* text = items->Translation(cell)) {
-      return *text;
-    }
+/// A cell as the grid shows it, in the type of its field: dates and Booleans are such.
+Value ShownAs(FieldKind kind, const Value& cell, const GridValueItems* items) {
+  const std::string* translated = items == nullptr ? nullptr : items->Translation(cell);
+  Value shown = translated == nullptr ? cell : Value(*translated);
+  if (const auto* text = shown.As<std::string>(); text != nullptr && kind == FieldKind::kDate) {
+    const auto date = qorcred::ParseDate(*text);
+    return date ? Value(*date) : shown;
   }
-  return cell.Is(ValueType::kBoolean) ? Value(qorcred::TextOrEmpty(cell)) : cell;
+  if (kind == FieldKind::kYesNo || kind == FieldKind::kYesNoText) {
+    const auto flag = YesOrNo(qorcred::TextOrEmpty(shown));
+    return flag ? Value(*flag) : shown;
+  }
+  return shown;
 }
 
 /// One column of the output: of the result and, where the grid shows it, of the grid.
 struct OutputColumn {
-  std::string title;
+  ListField field;
   std::int32_t index = 0;
   const GridValueItems* items = nullptr;
 };
 
-Table MakeTable(const std::vector<OutputColumn>& columns, const qorcred::ObjectRef& bound) {
-  Table table;
-  for (const OutputColumn& column : columns) {
-    table.columns.push_back({column.title, column.title});
+List MakeList(std::vector<OutputColumn> columns, const qorcred::ObjectRef& bound) {
+  List list;
+  for (OutputColumn& column : columns) {
+    list.fields.push_back(std::move(column.field));
   }
   if (bound == nullptr) {
-    return table;
+    return list;
   }
   const TableView rows(bound);
   const std::int32_t lastColumn = rows.UpperColumn();
   for (const std::int32_t row : RowNumbersOf(rows)) {
     std::vector<Value> cells;
     cells.reserve(columns.size());
-    for (const OutputColumn& column : columns) {
-      cells.push_back(column.index <= lastColumn
-                          ? ShownCell(rows.Cell(row, column.index), column.items)
-                          : Value(qorcred::Null{}));
+    for (std::size_t at = 0; at < columns.size(); ++at) {
+      const OutputColumn& column = columns[at];
+      cells.push_back(
+          column.index <= lastColumn
+              ? ShownAs(list.fields[at].kind, rows.Cell(row, column.index), column.items)
+              : Value(qorcred::Null{}));
     }
-    table.rows.push_back(std::move(cells));
+    list.rows.push_back(std::move(cells));
   }
-  return table;
+  return list;
 }
 
 }  // namespace
@@ -194,29 +206,28 @@ Outcome DirCodeReport::Run() {
   return showing.End(true);
 }
 
-Table DirCodeReport::Visible() const {
-  std::vector<OutputColumn> columns;
-  for (std::size_t index = 0; index < grid_->columns().size(); ++index) {
-    const GridColumnModel& column = grid_->columns().at(index);
-    if (column.visible()) {
-      columns.push_back({column.caption(), static_cast<std::int32_t>(index), &column.items()});
-    }
-  }
-  return MakeTable(columns, grid_->bound());
-}
-
-Table DirCodeReport::Complete() const {
+List DirCodeReport::Rows() const {
   const std::vector<std::string> names = ColumnNames();
+  const std::vector<ReportField> known = FieldsIn(filter_.Fields(0), {});
   std::vector<OutputColumn> columns;
   for (std::size_t index = 0; index < names.size(); ++index) {
+    OutputColumn& column = columns.emplace_back();
+    column.index = static_cast<std::int32_t>(index);
+    column.field = {names[index], names[index]};
+    const auto field = std::find_if(known.begin(), known.end(), [&](const ReportField& one) {
+      return one.name == names[index];
+    });
+    if (field != known.end()) {
+      column.field.kind = field->kind;
+    }
     // The grid's columns and the result's match by position; one that the store's owner moved is
     // shown as it is stored.
     const bool inGrid =
         index < grid_->columns().size() && grid_->columns().at(index).caption() == names[index];
-    columns.push_back({names[index], static_cast<std::int32_t>(index),
-                       inGrid ? &grid_->columns().at(index).items() : nullptr});
+    column.field.isExtra = !inGrid || !grid_->columns().at(index).visible();
+    column.items = inGrid ? &grid_->columns().at(index).items() : nullptr;
   }
-  return MakeTable(columns, grid_->bound());
+  return MakeList(std::move(columns), grid_->bound());
 }
 
 std::vector<std::string> DirCodeReport::ColumnNames() const {

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "host/desks/list.h"
 #include "host/desks/outcome.h"
 #include "host/desks/report_filter.h"
 #include "host/desks/session.h"
-#include "host/files/table.h"
 #include "host/screens/grid_model.h"
 #include "reports/cls_dir_code_report.h"
 
@@ -37,10 +37,10 @@ class DirCodeReport {
   /// schedules that every unit has: their names are added to the grid here.
   Outcome Run();
 
-  /// The grid's visible columns.
-  [[nodiscard]] Table Visible() const;
-  /// Every column of the statement under its name, the hidden ones too.
-  [[nodiscard]] Table Complete() const;
+  /// Every column of the statement under its name; those that the grid does not show are extra.
+  [[nodiscard]] List Rows() const;
+  /// The grid's visible columns, for people.
+  [[nodiscard]] Table Visible() const { return ForPeople(Answer(Rows(), {})); }
 
  private:
   [[nodiscard]] std::vector<std::string> ColumnNames() const;

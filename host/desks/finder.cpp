@@ -81,8 +81,11 @@ class Search {
     found.total = hits_.size();
     std::sort(hits_.begin(), hits_.end(), IsBetter);
     hits_.resize(std::min(hits_.size(), most));
-    found.rows.columns = {
-        {"Unit", "unit"}, {"What", "kind"}, {"RID", "rid"}, {"Name", "name"}, {"With", "with"}};
+    found.rows.fields = {{"Unit", "unit", FieldKind::kNumber},
+                         {"Kind", "kind"},
+                         {"RID", "rid", FieldKind::kNumber},
+                         {"Name", "name"},
+                         {"With", "with"}};
     for (const Hit& hit : hits_) {
       found.rows.rows.push_back({hit.unitKey, KindWord(hit), hit.rid, hit.name, With(hit)});
     }

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "host/desks/list.h"
 #include "host/desks/session.h"
-#include "host/files/table.h"
 
 namespace qorhost {
 
@@ -18,7 +18,7 @@ inline constexpr std::string_view kText = "text";
 }  // namespace find_input
 
 struct Found {
-  Table rows;                            ///< the best first, as many as were asked for
+  List rows;                             ///< the best first, as many as were asked for
   std::size_t total = 0;                 ///< that match
   std::vector<std::string> suggestions;  ///< words that are nearly so, when nothing matches
 };

@@ -104,6 +104,12 @@ std::string Summary(const std::vector<RowChange>& rows) {
   return text;
 }
 
+/// When it was made; the text that is there where that is no date.
+Value MomentOf(const WorkEntry& entry) {
+  const auto moment = dialect::FromCanonicalDate(entry.at);
+  return moment ? Value(*moment) : Value(entry.at);
+}
+
 Value CellOf(const std::vector<StoredCell>& cells, std::string_view column) {
   const auto found = std::find_if(cells.begin(), cells.end(), [column](const StoredCell& cell) {
     return cell.column == column;
@@ -113,14 +119,19 @@ Value CellOf(const std::vector<StoredCell>& cells, std::string_view column) {
 
 }  // namespace
 
-Table HistoryTable(DeskSession& session, const HistoryQuery& query) {
+List HistoryList(DeskSession& session, const HistoryQuery& query) {
   const std::string since = FirstMoment(session, query.since);
   const std::u32string who = dialect::Folded(query.who);
   const std::u32string subject = dialect::Folded(query.subject);
   AuditLog& audit = session.sql().audit();
-  Table table;
-  table.columns = {{"Entry", "entry"}, {"Time (UTC)", "time"}, {"Who", "who"},
-                   {"Unit", "unit"},   {"What", "what"},       {"Rows", "rows"}};
+  List list;
+  list.fields = {{"Entry", "entry", FieldKind::kNumber},
+                 {"Time", "time", FieldKind::kDate, TimeOf::kUtc},
+                 {"Who", "who"},
+                 {"Unit", "unit", FieldKind::kNumber},
+                 {"What", "what"},
+                 {"Rows", "rows"}};
+  list.latestLast = true;
   std::vector<WorkEntry> entries = audit.After(0, query.unitKey);
   std::reverse(entries.begin(), entries.end());
   for (const WorkEntry& entry : entries) {
@@ -131,15 +142,15 @@ Table HistoryTable(DeskSession& session, const HistoryQuery& query) {
     if (!IsAbout(entry, rows, subject)) {
       continue;
     }
-    table.rows.push_back({static_cast<double>(entry.entry), entry.at, entry.who,
-                          entry.unitKey ? Value(*entry.unitKey) : Value(Null{}), entry.what,
-                          Summary(rows)});
-    if (table.rows.size() == query.latest) {
+    list.rows.push_back({static_cast<double>(entry.entry), MomentOf(entry), entry.who,
+                         entry.unitKey ? Value(*entry.unitKey) : Value(Null{}), entry.what,
+                         Summary(rows)});
+    if (list.rows.size() == query.latest) {
       break;
     }
   }
-  std::reverse(table.rows.begin(), table.rows.end());
-  return table;
+  std::reverse(list.rows.begin(), list.rows.end());
+  return list;
 }
 
 WorkEntry EntryOf(DeskSession& session, std::string_view number) {
@@ -156,15 +167,16 @@ namespace {
 
 Table ChangeTable(const std::vector<RowChange>& changes) {
   Table table;
-  table.columns = {{"Table", "table"}, {"RID", "rid"},       {"Change", "change"},
-                   {"Field", "field"}, {"Before", "before"}, {"After", "after"}};
+  table.columns = {{"Table", "table"},   {"RID", "rid"},     {"Last RID", "last_rid"},
+                   {"Change", "change"}, {"Field", "field"}, {"Before", "before"},
+                   {"After", "after"}};
   for (const RowChange& change : changes) {
     const auto& cells = change.kind == RowChangeKind::kDeleted ? change.before : change.after;
-    const Value rid = change.rid == change.lastRid
-                          ? Value(static_cast<double>(change.rid))
-                          : Value(fmt::format("{} to {}", change.rid, change.lastRid));
+    const Value last =
+        change.rid == change.lastRid ? Value(Null{}) : Value(static_cast<double>(change.lastRid));
     for (const StoredCell& cell : cells) {
-      table.rows.push_back({change.table, rid, std::string(WordOf(change.kind)), cell.column,
+      table.rows.push_back({change.table, static_cast<double>(change.rid), last,
+                            std::string(WordOf(change.kind)), cell.column,
                             CellOf(change.before, cell.column), CellOf(change.after, cell.column)});
     }
   }

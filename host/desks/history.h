@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/desks/list.h"
 #include "host/desks/session.h"
 #include "host/files/table.h"
 #include "host/store/audit_log.h"
@@ -32,7 +33,7 @@ struct HistoryQuery {
 
 /// The entries, oldest first. Letter case of names and texts does not count. Raises InputFault for
 /// a `since` that is neither.
-[[nodiscard]] Table HistoryTable(DeskSession& session, const HistoryQuery& query);
+[[nodiscard]] List HistoryList(DeskSession& session, const HistoryQuery& query);
 
 /// An entry by the number that the table shows. Raises InputFault when there is none.
 [[nodiscard]] WorkEntry EntryOf(DeskSession& session, std::string_view number);
@@ -43,7 +44,7 @@ struct HistoryQuery {
 /// What units of work that are only tried would have made of the rows.
 struct TriedChanges {
   Table fields;         ///< as EntryTable() has them
-  std::string summary;  ///< "Tenants: 1 changed; CredentialBank: 40 new", as in HistoryTable()
+  std::string summary;  ///< "Tenants: 1 changed; CredentialBank: 40 new", as in HistoryList()
   std::int64_t rows = 0;
 };
 [[nodiscard]] TriedChanges ChangesTried(DeskSession& session);

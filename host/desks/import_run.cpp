@@ -7,6 +7,7 @@
 
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
+#include "host/store/store_error.h"
 
 namespace qorhost {
 
@@ -38,10 +39,14 @@ ImportRun::ImportRun(DeskSession& session, const WorkOrder& order, const ImportR
   }
 }
 
-ImportReport ImportRun::Run(ImportFile& file, const LineEntry& enter, const Progress& progress) {
+ImportReport ImportRun::Run(ImportFile& file, const LineEntry& enter, const Progress& progress,
+                            const std::function<void()>& finish) {
   report_.dryRun = rules_.dryRun;
   try {
     EnterAll(file, enter, progress);
+    if (finish) {
+      finish();
+    }
   } catch (const CancelledError&) {
     all_.Undo();
     ImportReport cancelled;
@@ -83,16 +88,17 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
   failures_.clear();
   if (!line.fault().empty()) {
     messages_.push_back(line.fault());
-    Refuse(line.number());
+    Refuse(line);
     return;
   }
   SqlSession& sql = session_.sql();
   ImportNotes notes;
   {
     Undoable one(sql.savepoint());
-    if (TryLine(line, enter, notes)) {
+    bool unchanged = false;
+    if (TryLine(line, enter, notes, unchanged)) {
       one.Keep();
-      ++report_.done;
+      ++(unchanged ? report_.unchanged : report_.done);
       for (const std::string& note : notes) {
         Remember(line.number(), false, note);
       }
@@ -105,19 +111,25 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
                                    line.number(),
                                    failures_.empty() ? "not stored" : failures_.front()));
   }
-  Refuse(line.number());
+  Refuse(line);
 }
 
-bool ImportRun::TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes) {
+bool ImportRun::TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes,
+                        bool& unchanged) {
   try {
     const Outcome outcome = enter(line, notes);
     TakeMessages(outcome);
+    unchanged = outcome.unchanged;
     return outcome.done();
+  } catch (const RefusedLine& refused) {
+    TakeMessages(refused.outcome());
   } catch (const InputFault& fault) {
     messages_.push_back(InWords(fault, columns_));
   } catch (const RefusedError& error) {
     messages_.emplace_back(error.what());
   } catch (const FailureError& error) {
+    failures_.emplace_back(error.what());
+  } catch (const StoreError& error) {
     failures_.emplace_back(error.what());
   }
   return false;
@@ -134,7 +146,7 @@ void ImportRun::TakeMessages(const Outcome& outcome) {
   failures_ = outcome.failures;
 }
 
-void ImportRun::Refuse(std::size_t line) {
+void ImportRun::Refuse(const ImportLine& line) {
   ++report_.refused;
   for (const std::string& failure : failures_) {
     failed_ = true;
@@ -143,7 +155,11 @@ void ImportRun::Refuse(std::size_t line) {
   if (messages_.empty()) {
     messages_.emplace_back("it was not stored");
   }
-  Remember(line, true, fmt::format("{}", fmt::join(messages_, " ")));
+  const std::string reason = fmt::format("{}", fmt::join(messages_, " "));
+  Remember(line.number(), true, reason);
+  if (rules_.onRefused) {
+    rules_.onRefused(line, reason);
+  }
 }
 
 void ImportRun::Remember(std::size_t line, bool refused, const std::string& text) {

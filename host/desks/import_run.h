@@ -3,14 +3,17 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
+#include "host/desks/import_words.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/message_rules.h"
 #include "host/desks/outcome.h"
@@ -26,6 +29,9 @@ struct ImportRules {
   bool answerYes = false;  ///< how every question is answered
   /// What is told, in brackets, behind a question that was answered No.
   std::string answeredNo = "answered No";
+  Apostrophes apostrophes = Apostrophes::kRefused;  ///< in display names of directory codes
+  /// Is handed every refused line with the reason, in the order of the file.
+  std::function<void(const ImportLine& line, const std::string& reason)> onRefused = nullptr;
 };
 
 /// What a person is told of one line.
@@ -41,6 +47,7 @@ struct ImportReport {
   Ending ending = Ending::kDone;
   bool dryRun = false;
   std::size_t done = 0;             ///< lines that are stored now, or would be
+  std::size_t unchanged = 0;        ///< lines that were stored so already, or passed over
   std::size_t refused = 0;          ///< lines of which nothing is stored
   std::vector<LineRemark> remarks;  ///< by line
   std::vector<std::string> texts;   ///< many lines of a file are refused alike
@@ -50,11 +57,19 @@ struct ImportReport {
   }
 };
 
-/// What one line came to besides its rows: what was left out of it, for people.
-using ImportNotes = std::vector<std::string>;
+/// What ended a line of several operations: one of them was not done.
+class RefusedLine : public std::exception {
+ public:
+  explicit RefusedLine(Outcome outcome) : outcome_(std::move(outcome)) {}
+  [[nodiscard]] const Outcome& outcome() const noexcept { return outcome_; }
+  [[nodiscard]] const char* what() const noexcept override { return "a line was not stored"; }
+
+ private:
+  Outcome outcome_;
+};
 
 /// Enters one line into the screen and saves it. Raises InputFault for what cannot be typed into
-/// the screen.
+/// the screen, and RefusedLine.
 using LineEntry = std::function<Outcome(const ImportLine& line, ImportNotes& notes)>;
 
 /// Enters every line in one transaction of the store, in which a refused line leaves nothing
@@ -68,16 +83,17 @@ class ImportRun {
   ImportRun(DeskSession& session, const WorkOrder& order, const ImportRules& rules,
             std::span<const FieldWord> columns);
 
-  /// `enter` works on the unit's screen.
-  [[nodiscard]] ImportReport Run(ImportFile& file, const LineEntry& enter,
-                                 const Progress& progress);
+  /// `enter` works on the unit's screen; `finish` writes, behind the last line, what stands for
+  /// all.
+  [[nodiscard]] ImportReport Run(ImportFile& file, const LineEntry& enter, const Progress& progress,
+                                 const std::function<void()>& finish = nullptr);
 
  private:
   void EnterAll(ImportFile& file, const LineEntry& enter, const Progress& progress);
   void EnterLine(const ImportLine& line, const LineEntry& enter);
-  bool TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes);
+  bool TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes, bool& unchanged);
   void TakeMessages(const Outcome& outcome);
-  void Refuse(std::size_t line);
+  void Refuse(const ImportLine& line);
   void Remember(std::size_t line, bool refused, const std::string& text);
 
   DeskSession& session_;

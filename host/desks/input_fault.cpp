@@ -83,6 +83,11 @@ std::string InReason(std::string_view text) {
   return qorcred::ReplaceAll(text, "{", kBrace);
 }
 
+std::string_view WordOf(const InputFault& fault, std::span<const FieldWord> words) {
+  const FieldWord* word = Find(words, fault.field());
+  return word == nullptr || word->word.empty() ? fault.field() : word->word;
+}
+
 std::string InWords(const InputFault& fault, std::span<const FieldWord> words) {
   const FieldWord* word = Find(words, fault.field());
   std::string_view reason = fault.reason();

@@ -46,6 +46,9 @@ class InputFault : public std::runtime_error {
 /// something else.
 [[nodiscard]] std::string InReason(std::string_view text);
 
+/// What a front end calls the input; the desk's own name where it has no word.
+[[nodiscard]] std::string_view WordOf(const InputFault& fault, std::span<const FieldWord> words);
+
 /// The reason in the words of a front end. A field without a word goes by its own name.
 [[nodiscard]] std::string InWords(const InputFault& fault, std::span<const FieldWord> words);
 

@@ -6,6 +6,7 @@
 #include <ctime>
 
 #include "frame/date.h"
+#include "host/dialect/canonical_date.h"
 
 namespace qorhost {
 
@@ -31,6 +32,12 @@ std::string WithOffset(const qorcred::Value& time) {
   return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}{}{:02}:{:02}", civil.year, civil.month,
                      civil.day, civil.hour, civil.minute, civil.second, minutes < 0 ? '-' : '+',
                      std::abs(minutes) / kMinutesInHour, std::abs(minutes) % kMinutesInHour);
+}
+
+std::string WithUtcOffset(qorcred::Date time) {
+  std::string text = dialect::CanonicalDate(time) + "+00:00";
+  text.replace(text.find(' '), 1, "T");
+  return text;
 }
 
 }  // namespace qorhost

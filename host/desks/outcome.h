@@ -35,6 +35,7 @@ struct ShownMessage {
   std::string text;
   qorcred::MessageStyle style = qorcred::MessageStyle::kNotice;
   qorcred::MessageButton answer = qorcred::MessageButton::kOk;
+  std::string title = {};
 };
 
 /// Operations that have more to tell derive their facts from it. All texts are as they came.

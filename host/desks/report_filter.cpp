@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "host/desks/credential_types.h"
-#include "host/desks/input_fault.h"
 #include "host/desks/typed_input.h"
 
 namespace qorhost {
@@ -18,21 +17,12 @@ namespace qorhost {
 namespace {
 
 void ChooseType(ListModel& types, std::string_view given) {
-  const CredentialTypeWords* found = FindCredentialType(CredentialTypes(), given);
-  if (found == nullptr) {
-    std::vector<std::string> names;
-    for (const CredentialTypeWords& known : CredentialTypes()) {
-      names.push_back(fmt::format("{} ({})", known.reportName, known.word));
-    }
-    throw InputFault(
-        report_input::kCondition, given,
-        fmt::format("{{field}}: '{{value}}' is no credential type: {}", fmt::join(names, ", ")));
-  }
+  const std::int16_t type = ReadCredentialType(given).type;
   types.Clear();
   for (const CredentialTypeWords& known : CredentialTypes()) {
     types.AddItemWithData(std::string(known.reportName), known.type);
   }
-  types.Select(found->type);
+  types.Select(type);
 }
 
 void ChooseDay(PickerModel& picker, const std::string& given) {

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
@@ -65,21 +66,27 @@ std::string FieldLike(std::string_view where, const std::vector<std::string>& na
   return {};
 }
 
-std::int32_t FindField(std::string_view where, const std::vector<ReportField>& fields) {
+/// A field at the start of a text: its place and how many characters name it.
+struct FoundField {
+  std::int32_t place = 0;
+  std::size_t size = 0;
+};
+
+FoundField FindField(std::string_view where, const std::vector<ReportField>& fields) {
   if (fields.empty()) {
     throw InputFault(report_input::kCondition, where,
                      "{field} '{value}': the store has no fields to narrow this report by: "
                      "TenantSelectionFields is empty");
   }
-  std::optional<std::size_t> found;
+  FoundField found;
   for (std::size_t at = 0; at < fields.size(); ++at) {
-    const std::string& name = fields[at].name;
-    if (!name.empty() && StartsWith(where, name) && EndsWord(where, name.size()) &&
-        (!found || name.size() > fields[*found].name.size())) {
-      found = at;
+    for (const std::string& name : {fields[at].name, fields[at].alsoCalled}) {
+      if (StartsWith(where, name) && EndsWord(where, name.size()) && name.size() > found.size) {
+        found = {static_cast<std::int32_t>(at), name.size()};
+      }
     }
   }
-  if (!found) {
+  if (found.size == 0) {
     std::vector<std::string> names;
     for (const ReportField& field : fields) {
       names.push_back(field.name);
@@ -87,11 +94,11 @@ std::int32_t FindField(std::string_view where, const std::vector<ReportField>& f
     const std::string near = FieldLike(where, names);
     throw InputFault(
         report_input::kCondition, where,
-        fmt::format("{{field}} '{{value}}' begins with no field of this report{}: {}",
+        fmt::format("{{field}} '{{value}}' begins with no field{}: {}",
                     near.empty() ? "" : fmt::format(", did you mean '{}'?", InReason(near)),
                     InReason(Listed(names))));
   }
-  return static_cast<std::int32_t>(*found);
+  return found;
 }
 
 /// How to say what an operator that is left out would say.
@@ -209,6 +216,9 @@ void CheckText(bool isEmpty, bool comparesEquality, std::string_view where) {
 /// nothing, or everything.
 void CheckSchedule(const ReportField& field, const std::string& given, bool comparesEquality,
                    std::string_view where) {
+  if (given.empty() && field.mayBeUnset && comparesEquality) {
+    return;
+  }
   if (given.empty()) {
     throw InputFault(report_input::kCondition, where,
                      fmt::format("{{field}} '{{value}}' ends without a value: '{}' takes the name "
@@ -227,20 +237,38 @@ void CheckSchedule(const ReportField& field, const std::string& given, bool comp
   }
 }
 
-qorcred::Date ReadDay(std::string_view given) {
+qorcred::Date ReadDay(const ReportField& field, std::string_view given) {
   const GivenDate date = ReadDate(report_input::kCondition, given);
-  if (date.hasTime) {
+  if (date.hasTime && !field.takesTimes) {
     throw InputFault(report_input::kCondition, given,
                      "{field} '{value}': the report compares whole days, leave the time out");
   }
   return date.date;
 }
 
-void CheckDays(const ReportCondition& condition, std::string_view where) {
-  const qorcred::Date first = ReadDay(condition.first);
-  if (!condition.second.empty()) {
-    RequireOrder(first.serial <= ReadDay(condition.second).serial, where);
+void CheckDays(const ReportField& field, bool comparesEquality, std::string_view where,
+               const ReportCondition& condition) {
+  if (condition.first.empty() && field.mayBeUnset && comparesEquality) {
+    return;
   }
+  const qorcred::Date first = ReadDay(field, condition.first);
+  if (!condition.second.empty()) {
+    RequireOrder(first.serial <= ReadDay(field, condition.second).serial, where);
+  }
+}
+
+/// Yes or no in one of its spellings, or in the words that the rows have for them.
+void ReadYesNoWords(const ReportField& field, bool comparesEquality, ReportCondition& condition) {
+  if (condition.first.empty() && field.mayBeUnset && comparesEquality) {
+    return;
+  }
+  for (const auto& [word, plain] :
+       {std::pair(field.yesWord, "yes"), std::pair(field.noWord, "no")}) {
+    if (!word.empty() && CompareIgnoringCase(word, condition.first) == 0) {
+      condition.first = plain;
+    }
+  }
+  (void)ReadYesNo(condition.first);
 }
 
 /// The values as the field takes them.
@@ -255,11 +283,10 @@ void CheckValues(const ReportField& field, bool comparesEquality, std::string_vi
     case FieldKind::kSchedule:
       return CheckSchedule(field, condition.first, comparesEquality, where);
     case FieldKind::kDate:
-      return CheckDays(condition, where);
+      return CheckDays(field, comparesEquality, where, condition);
     case FieldKind::kYesNo:
     case FieldKind::kYesNoText:
-      (void)ReadYesNo(condition.first);
-      return;
+      return ReadYesNoWords(field, comparesEquality, condition);
     case FieldKind::kOther:
     case FieldKind::kCredentialType:
       return;
@@ -295,6 +322,20 @@ bool ReadYesNo(std::string_view given) {
   return *yes;
 }
 
+const CredentialTypeWords& ReadCredentialType(std::string_view given) {
+  const CredentialTypeWords* found = FindCredentialType(CredentialTypes(), given);
+  if (found == nullptr) {
+    std::vector<std::string> names;
+    for (const CredentialTypeWords& known : CredentialTypes()) {
+      names.push_back(fmt::format("{} ({})", TypeNameOf(known.type), known.word));
+    }
+    throw InputFault(
+        report_input::kCondition, given,
+        fmt::format("{{field}}: '{{value}}' is no credential type: {}", fmt::join(names, ", ")));
+  }
+  return *found;
+}
+
 std::span<const ReportOperator> OperatorsOf(const ReportField& field) {
   const std::span<const ReportOperator> operators = OperatorsFor(field.kind);
   return operators.first(operators.size() - field.leftOut);
@@ -303,10 +344,11 @@ std::span<const ReportOperator> OperatorsOf(const ReportField& field) {
 ReportCondition ReadCondition(std::string_view where, const std::vector<ReportField>& fields) {
   const std::string_view trimmed = Trim(where);
   ReportCondition condition;
-  condition.field = FindField(trimmed, fields);
+  const FoundField named = FindField(trimmed, fields);
+  condition.field = named.place;
   const ReportField& field = fields[static_cast<std::size_t>(condition.field)];
 
-  const std::string_view rest = Trim(trimmed.substr(field.name.size()));
+  const std::string_view rest = Trim(trimmed.substr(named.size));
   const FoundOperator found = FindOperator(rest, field, trimmed);
   condition.operation = found.place;
   const std::string_view values = Trim(rest.substr(found.size));

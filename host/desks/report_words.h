@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/desks/credential_types.h"
 #include "host/desks/whole_number.h"
 
 namespace qorhost {
@@ -36,9 +37,14 @@ struct ReportField {
   std::string name;
   FieldKind kind = FieldKind::kText;
   std::size_t leftOut = 0;  ///< operators at the end of the kind's list that do not narrow by it
-  bool mayBeUnset = false;  ///< of numbers: whether (un)equal without a value asks for rows without
+  bool mayBeUnset = false;  ///< of all but texts: whether (un)equal without a value asks for rows
+                            ///< without
   NumberRange range{};      ///< of numbers
   std::vector<std::string> names{};  ///< of schedules: those that the report finds
+  std::string alsoCalled{};          ///< another name of it, or ""
+  std::string yesWord{};             ///< of yes or no: what the rows say instead, or ""
+  std::string noWord{};
+  bool takesTimes = false;  ///< of dates: whether a time may be given, else whole days alone
 };
 
 /// An operator by its word in `cboFilter`; its place in the list of operators is that in
@@ -72,5 +78,8 @@ struct ReportCondition {
 
 /// Yes or no in one of its spellings. Raises InputFault for anything else.
 [[nodiscard]] bool ReadYesNo(std::string_view given);
+
+/// A type by any of its names. Raises InputFault that lists them.
+[[nodiscard]] const CredentialTypeWords& ReadCredentialType(std::string_view given);
 
 }  // namespace qorhost

@@ -172,24 +172,24 @@ std::string RowOf(std::int32_t unitKey, const Schedule& schedule) {
 
 }  // namespace
 
-Table ScheduleTable(DeskSession& session, const std::vector<UnitName>& units) {
-  Table table;
-  table.columns = {{"Unit", "unit"},
-                   {"Schedule", "schedule"},
-                   {"Name", "name"},
-                   {"Tenants", "tenants"},
-                   {"Directory codes", "directory_codes"}};
+List ScheduleList(DeskSession& session, const std::vector<UnitName>& units) {
+  List list;
+  list.fields = {{"Unit", "unit", FieldKind::kNumber},
+                 {"Schedule", "schedule", FieldKind::kNumber},
+                 {"Name", "name"},
+                 {"Tenants", "tenants", FieldKind::kNumber},
+                 {"Directory codes", "directory_codes", FieldKind::kNumber}};
   for (const UnitName& unit : units) {
     for (const Schedule& schedule : SchedulesOf(session, unit.key)) {
       if (!schedule.deleted) {
-        table.rows.push_back(
+        list.rows.push_back(
             {unit.key, schedule.id, schedule.name,
              CountCell(RowsWhere(session, "Tenants", TenantsUsing(unit.key, schedule.id))),
              CountCell(RowsWhere(session, "DirectoryCode", CodesUsing(unit.key, schedule.id)))});
       }
     }
   }
-  return table;
+  return list;
 }
 
 ChangedSchedule AddSchedule(DeskSession& session, std::int32_t unitKey, const std::string& name,

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "host/desks/list.h"
 #include "host/desks/session.h"
 #include "host/desks/trial.h"
-#include "host/files/table.h"
 
 namespace qorhost {
 
@@ -29,7 +29,7 @@ struct ChangedSchedule {
 
 /// The schedules with how many tenants and directory codes use each; those that are deleted but
 /// stored are left out.
-[[nodiscard]] Table ScheduleTable(DeskSession& session, const std::vector<UnitName>& units);
+[[nodiscard]] List ScheduleList(DeskSession& session, const std::vector<UnitName>& units);
 
 // Changes, each a unit of work; of a trial nothing is stored. A schedule is named by its id or its
 // name. Raise InputFault for one that is not there, for one of the two that every unit has, and for

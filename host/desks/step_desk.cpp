@@ -226,17 +226,21 @@ CodeSteps CodeStepsOf(const std::vector<ProgramStep>& steps, const std::set<std:
 
 }  // namespace
 
-Table WaitingStepTable(DeskSession& session, std::optional<std::int32_t> unitKey) {
-  Table table;
-  table.columns = {{"Step", "step"}, {"Unit", "unit"}, {"Queued", "queued"},
-                   {"Kind", "kind"}, {"Row", "row"},   {"Subject", "subject"}};
+List WaitingStepList(DeskSession& session, std::optional<std::int32_t> unitKey) {
+  List list;
+  list.fields = {{"Step", "step", FieldKind::kNumber},
+                 {"Unit", "unit", FieldKind::kNumber},
+                 {"Queued", "queued", FieldKind::kDate, TimeOf::kPlace},
+                 {"Kind", "kind"},
+                 {"Row", "row", FieldKind::kNumber},
+                 {"Subject", "subject"}};
   for (const ProgramStep& step : WaitingSteps(session, unitKey)) {
     const std::string subject =
         step.kind == step::kDeleteDirectoryCode ? step.code : SubjectOf(session, step);
-    table.rows.push_back(
-        {step.rid, step.unitKey, WithOffset(step.queuedAt), step.kind, step.subjectRid, subject});
+    list.rows.push_back(
+        {step.rid, step.unitKey, step.queuedAt, step.kind, step.subjectRid, subject});
   }
-  return table;
+  return list;
 }
 
 StepFile::StepFile(DeskSession& session, UnitName unit)
@@ -271,6 +275,11 @@ SentSteps MarkSent(DeskSession& session, std::int32_t unitKey, const StepChoice&
   const std::vector<ProgramStep> waiting = WaitingSteps(session, unitKey);
   const std::set<std::int32_t> meant = StepsMeant(waiting, choice);
   SentSteps sent;
+  for (const ProgramStep& step : waiting) {
+    if (meant.contains(step.rid)) {
+      sent.marked.push_back(step.rid);
+    }
+  }
   const auto change = [&session](const std::string& statement) {
     return static_cast<std::size_t>(
         session.sql().Change(statement, dialect::StatementKind::kUpdate).rows);

@@ -10,10 +10,10 @@
 #include <string_view>
 #include <vector>
 
+#include "host/desks/list.h"
 #include "host/desks/session.h"
 #include "host/desks/trial.h"
 #include "host/files/fresh_file.h"
-#include "host/files/table.h"
 #include "host/store/step_queue.h"
 
 namespace qorhost {
@@ -26,7 +26,7 @@ inline constexpr std::string_view kStep = "step";
 
 /// The steps that wait, of one unit or of all, in the order of queuing: whom or what they are
 /// about, and when they were queued, with the offset of that time.
-[[nodiscard]] Table WaitingStepTable(DeskSession& session, std::optional<std::int32_t> unitKey);
+[[nodiscard]] List WaitingStepList(DeskSession& session, std::optional<std::int32_t> unitKey);
 
 /// What waits for one unit, with all that the unit has to know, made up from the rows as they are:
 /// one line of JSON for each step between a line of the unit and one that counts them.
@@ -50,6 +50,7 @@ class StepFile {
 };
 
 struct SentSteps {
+  std::vector<std::int32_t> marked;  ///< by their numbers
   std::size_t steps = 0;
   std::size_t codes = 0;  ///< directory codes that are as the unit has them now
 };

@@ -10,6 +10,7 @@
 #include "frame/siblings.h"
 #include "frame/text.h"
 #include "host/desks/credential_desk.h"
+#include "host/desks/list_condition.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/tenant_name.h"
 #include "host/desks/unit_settings.h"
@@ -24,6 +25,12 @@ using qorcred::Value;
 Value CapacityShown(DeskSession& session, std::int32_t unitKey) {
   const std::optional<std::int32_t> capacity = CapacityOf(session, unitKey);
   return capacity ? Value(*capacity) : Value(Null{});
+}
+
+/// The code that the unit knows, as a number where it is one.
+Value CodeShown(const ProgramStep& step) {
+  const auto number = NumberOf(Value(step.code));
+  return step.code.empty() ? Value(Null{}) : number ? Value(*number) : Value(step.code);
 }
 
 std::string TenantName(DeskSession& session, std::string_view name, std::int32_t tenantId) {
@@ -51,20 +58,24 @@ std::string SubjectOf(DeskSession& session, const ProgramStep& step) {
   return step.code.empty() ? code : fmt::format("{} to {}", step.code, code);
 }
 
-Table UnitTable(DeskSession& session, const std::vector<UnitName>& units) {
-  Table table;
-  table.columns = {{"Unit", "unit"},         {"Name", "name"},
-                   {"Type", "type"},         {"Credentials", "credentials"},
-                   {"Entry", "entry_codes"}, {"Directory", "directory_codes"},
-                   {"Capacity", "capacity"}, {"Steps", "pending_steps"}};
+List UnitList(DeskSession& session, const std::vector<UnitName>& units) {
+  List list;
+  list.fields = {{"Unit", "unit", FieldKind::kNumber},
+                 {"Name", "name"},
+                 {"Type", "type"},
+                 {"Credentials", "credentials", FieldKind::kNumber},
+                 {"Entry codes", "entry_codes", FieldKind::kNumber},
+                 {"Directory codes", "directory_codes", FieldKind::kNumber},
+                 {"Capacity", "capacity", FieldKind::kNumber},
+                 {"Pending steps", "pending_steps", FieldKind::kNumber}};
   const auto number = [](std::int64_t count) { return Value(static_cast<double>(count)); };
   for (const UnitName& unit : units) {
     const UnitStatus status = UnitStatusOf(session, unit.key);
-    table.rows.push_back({unit.key, unit.name, status.type, number(status.credentials),
-                          number(status.entryCodes), number(status.directoryCodes),
-                          CapacityShown(session, unit.key), number(status.pendingSteps)});
+    list.rows.push_back({unit.key, unit.name, status.type, number(status.credentials),
+                         number(status.entryCodes), number(status.directoryCodes),
+                         CapacityShown(session, unit.key), number(status.pendingSteps)});
   }
-  return table;
+  return list;
 }
 
 std::vector<std::string> MissingSettings(DeskSession& session, const std::vector<UnitName>& units) {
@@ -91,34 +102,43 @@ std::vector<std::string> MissingSettings(DeskSession& session, const std::vector
   return missing;
 }
 
-Table DoorTable(DeskSession& session, const std::vector<UnitName>& units) {
-  Table table;
-  table.columns = {{"Unit", "unit"}, {"Door", "door"}, {"Name", "name"}, {"On screen", "caption"}};
+List DoorList(DeskSession& session, const std::vector<UnitName>& units) {
+  List list;
+  list.fields = {{"Unit", "unit", FieldKind::kNumber},
+                 {"Door", "door", FieldKind::kNumber},
+                 {"Name", "name"},
+                 {"Caption", "caption"}};
   for (const UnitName& unit : units) {
     CredentialDesk desk(session, unit.key, DeskScreen::kCredentials);
     const ListModel& doors = desk.screen().List("cboActivate");
     for (std::int32_t door = placeholders::kInDoors; door < doors.count(); ++door) {
       const std::string label = fmt::format("lblDoor{}", door);
       const bool shown = !desk.screen().SpelledName(label).empty();
-      table.rows.push_back({unit.key, door, doors.Text(door),
-                            shown ? Value(desk.screen().Any(label).caption()) : Value(Null{})});
+      list.rows.push_back({unit.key, door, doors.Text(door),
+                           shown ? Value(desk.screen().Any(label).caption()) : Value(Null{})});
     }
   }
-  return table;
+  return list;
 }
 
-Table StepTable(DeskSession& session, std::optional<std::int32_t> unitKey) {
-  Table table;
-  table.columns = {{"Step", "step"}, {"Unit", "unit"}, {"Kind", "kind"},     {"Row", "subject_rid"},
-                   {"Name", "name"}, {"Code", "code"}, {"Queued", "queued"}, {"Sent", "sent"}};
+List StepList(DeskSession& session, std::optional<std::int32_t> unitKey) {
+  List list;
+  list.fields = {{"Step", "step", FieldKind::kNumber},
+                 {"Unit", "unit", FieldKind::kNumber},
+                 {"Kind", "kind"},
+                 {"Row", "row", FieldKind::kNumber},
+                 {"Name", "name"},
+                 {"Code", "code", FieldKind::kNumber},
+                 {"Queued", "queued", FieldKind::kDate, TimeOf::kPlace},
+                 {"Sent", "sent", FieldKind::kYesNo}};
   for (const ProgramStep& step : StepsOf(session, unitKey)) {
     const bool tenant = step.kind == step::kProgramTenant;
-    table.rows.push_back(
+    list.rows.push_back(
         {step.rid, step.unitKey, step.kind, step.subjectRid,
          tenant ? Value(TenantName(session, kTenantName, step.subjectRid)) : Value(Null{}),
-         step.code.empty() ? Value(Null{}) : Value(step.code), step.queuedAt, step.sent});
+         CodeShown(step), step.queuedAt, step.sent});
   }
-  return table;
+  return list;
 }
 
 }  // namespace qorhost

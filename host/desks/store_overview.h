@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "host/components/application_object.h"
+#include "host/desks/list.h"
 #include "host/desks/session.h"
-#include "host/files/table.h"
 #include "host/store/step_queue.h"
 
 namespace qorhost {
@@ -17,7 +17,7 @@ namespace qorhost {
 [[nodiscard]] UnitStatus UnitStatusOf(DeskSession& session, std::int32_t unitKey);
 
 /// The units with their codes in use, their capacity and the steps that wait for them.
-[[nodiscard]] Table UnitTable(DeskSession& session, const std::vector<UnitName>& units);
+[[nodiscard]] List UnitList(DeskSession& session, const std::vector<UnitName>& units);
 
 /// What units lack, so that nothing can be stored in them; a sentence for each: "unit 9, Annex,
 /// has no settings: ...".
@@ -25,7 +25,7 @@ namespace qorhost {
                                                        const std::vector<UnitName>& units);
 
 /// The units' doors with their names and their captions on the credential screen.
-[[nodiscard]] Table DoorTable(DeskSession& session, const std::vector<UnitName>& units);
+[[nodiscard]] List DoorList(DeskSession& session, const std::vector<UnitName>& units);
 
 /// The queue of programming steps, of one unit or of all, in the order in which it is sent.
 [[nodiscard]] std::vector<ProgramStep> StepsOf(DeskSession& session,
@@ -34,6 +34,6 @@ namespace qorhost {
 /// behind the code that the unit knows where that is another one, "101 to 102".
 [[nodiscard]] std::string SubjectOf(DeskSession& session, const ProgramStep& step);
 /// The queue as rows.
-[[nodiscard]] Table StepTable(DeskSession& session, std::optional<std::int32_t> unitKey);
+[[nodiscard]] List StepList(DeskSession& session, std::optional<std::int32_t> unitKey);
 
 }  // namespace qorhost

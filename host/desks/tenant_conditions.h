@@ -2,32 +2,26 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "host/desks/report_words.h"
+#include "host/desks/list_condition.h"
 #include "host/desks/tenant_rows.h"
 
 namespace qorhost {
 
-/// Conditions of which a tenant must meet all. A tenant's cards are compared by the numbers printed
-/// on them, and meet a condition when one of them does; "does not" is met when none does. A date
-/// that is not set meets no condition but "does not equal" and "not between".
+/// Conditions of which a tenant must meet all, on the fields of the list of tenants.
 class TenantConditions {
  public:
   /// `links` must live as long. Raises InputFault for what is no condition.
   TenantConditions(const std::vector<std::string>& conditions, const TenantLinks& links);
 
   [[nodiscard]] bool AreMetBy(const TenantRow& tenant) const;
-  /// "name, name at unit, group, ..."
+  /// "rid, name, name_at_unit, ..."
   [[nodiscard]] static std::string FieldNames();
 
  private:
-  [[nodiscard]] bool IsMet(const ReportCondition& condition, const TenantRow& tenant) const;
-
   const TenantLinks& links_;
-  std::vector<ReportField> fields_;
-  std::vector<ReportCondition> conditions_;
+  std::vector<ListCondition> conditions_;
 };
 
 }  // namespace qorhost

@@ -7,13 +7,13 @@
 #include <utility>
 
 #include "frame/convert.h"
-#include "frame/schedules.h"
 #include "host/desks/credential_choice.h"
 #include "host/desks/credential_slots.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/own_work.h"
+#include "host/desks/tenant_adding.h"
 #include "host/desks/tenant_choice.h"
 #include "host/desks/tenant_conditions.h"
 #include "host/desks/tenant_fields.h"
@@ -370,21 +370,6 @@ Outcome TenantDesk::DeleteOnce(ChangedTenants& changed) {
   return chosen_.empty() ? Outcome::Unchanged() : Done();
 }
 
-std::int32_t TenantDesk::GroupZero() {
-  return qorcred::RoundToLong(qorcred::NumericValue(session_.sql().Scalar(
-      fmt::format("SELECT RID FROM TenantGroup WHERE UnitKey={} AND IsGroupZero=True", unitKey_))));
-}
-
-/// As the screen that creates tenants shows it.
-void TenantDesk::SetDefaultPeriod(TenantRow& tenant) {
-  CredentialDesk desk(session_, unitKey_, DeskScreen::kTenantCreating);
-  const PickerModel& start = desk.screen().Date("dtpStart");
-  const PickerModel& end = desk.screen().Date("dtpEnd");
-  tenant.start = start.chosen() ? std::optional(start.shown()) : std::nullopt;
-  tenant.end = end.chosen() ? std::optional(end.shown()) : std::nullopt;
-  tenant.active = tenant.start || tenant.end;
-}
-
 AddedTenant TenantDesk::Add(const TenantEntry& entry, Trial trial) {
   if (!entry.lastName) {
     throw InputFault(field::kLastName, "", "{field} is needed: lists show tenants by it");
@@ -406,33 +391,10 @@ Outcome TenantDesk::AddOnce(const TenantEntry& entry, TenantRow& added) {
   if (cards) {
     RequireFree(*cards, 0);
   }
-  TenantRow fresh;
-  fresh.schedules.fill(qorcred::kFullAccess.id);
-  fresh.group = GroupZero();
-  SetDefaultPeriod(fresh);
-  added = TenantValues(session_, unitKey_, entry, *links_, cards).AppliedTo(fresh);
-
-  // The connection's first write tells whether the unit is as it was shown: the code is free then.
-  TenantRegister& tenants = session_.sql().tenants();
-  const std::int32_t linkCode = tenants.NextLinkCode(unitKey_);
-  tenants.TakeLinkCodes(unitKey_, 1);
-  std::string columns = "UnitKey, LINKCODE, LASTMODIFIEDDATE";
-  std::string literals = fmt::format("{}, {}, '_LMDATE_'", unitKey_, linkCode);
-  for (const TenantColumn& column : TenantColumns()) {
-    columns.append(", ").append(column.column);
-    literals.append(", ").append(column.literal(added));
-  }
-  added.rid = static_cast<std::int32_t>(
-      session_.sql()
-          .Change(fmt::format("INSERT INTO Tenants ({}) VALUES ({})", columns, literals),
-                  dialect::StatementKind::kInsert)
-          .newRow);
-  added.tenantId = tenants.TenantIdOf(unitKey_, added.rid);
-  (void)session_.sql().Change(
-      fmt::format("INSERT INTO TenantsBackup (UnitKey, TenantID) VALUES ({}, {})", unitKey_,
-                  added.tenantId),
-      dialect::StatementKind::kInsert);
-  QueueStep(added.rid);
+  TenantAdding adding(session_, unitKey_);
+  added = TenantValues(session_, unitKey_, entry, *links_, cards).AppliedTo(adding.fresh());
+  adding.Store(added);
+  adding.KeepLinkCodes();
   return Done();
 }
 

@@ -61,36 +61,6 @@ std::optional<qorcred::Date> ReadDay(std::string_view name, const std::string& g
   return qorcred::FromCivil(time);
 }
 
-std::int32_t FindSchedule(const TenantLinks& links, const std::string& given) {
-  const std::string_view wanted = qorcred::Trim(given);
-  if (const auto id = WholeNumber(wanted); id && links.offered.contains(std::to_string(*id))) {
-    return *id;
-  }
-  std::vector<std::int32_t> found;
-  std::vector<std::string> names;
-  for (const auto& [id, name] : links.schedules) {
-    if (!links.offered.contains(std::to_string(id))) {
-      continue;
-    }
-    names.push_back(name);
-    if (qorcred::CompareIgnoringCase(qorcred::Trim(name), wanted) == 0) {
-      found.push_back(id);
-    }
-  }
-  if (found.empty()) {
-    throw InputFault(field::kSchedules, given,
-                     fmt::format("{{field}}: '{{value}}' is none of the unit's schedules: {}",
-                                 InReason(fmt::format("{}", fmt::join(names, ", ")))));
-  }
-  if (found.size() > 1) {
-    throw InputFault(field::kSchedules, given,
-                     fmt::format("{{field}}: {} schedules are called '{{value}}': give the id "
-                                 "instead ({})",
-                                 found.size(), fmt::join(found, ", ")));
-  }
-  return found.front();
-}
-
 std::int32_t FindCode(const TenantLinks& links, const std::string& given) {
   if (SaysNone(given)) {
     return 0;
@@ -140,6 +110,37 @@ std::int32_t FindGroup(DeskSession& session, std::int32_t unitKey, const std::st
 }
 
 }  // namespace
+
+std::int32_t FindSchedule(const TenantLinks& links, std::string_view field,
+                          const std::string& given) {
+  const std::string_view wanted = qorcred::Trim(given);
+  if (const auto id = WholeNumber(wanted); id && links.offered.contains(std::to_string(*id))) {
+    return *id;
+  }
+  std::vector<std::int32_t> found;
+  std::vector<std::string> names;
+  for (const auto& [id, name] : links.schedules) {
+    if (!links.offered.contains(std::to_string(id))) {
+      continue;
+    }
+    names.push_back(name);
+    if (qorcred::CompareIgnoringCase(qorcred::Trim(name), wanted) == 0) {
+      found.push_back(id);
+    }
+  }
+  if (found.empty()) {
+    throw InputFault(field, given,
+                     fmt::format("{{field}}: '{{value}}' is none of the unit's schedules: {}",
+                                 InReason(fmt::format("{}", fmt::join(names, ", ")))));
+  }
+  if (found.size() > 1) {
+    throw InputFault(field, given,
+                     fmt::format("{{field}}: {} schedules are called '{{value}}': give the id "
+                                 "instead ({})",
+                                 found.size(), fmt::join(found, ", ")));
+  }
+  return found.front();
+}
 
 void TenantEntry::SetSchedules(const std::string& given) {
   std::string_view rest = given;
@@ -203,7 +204,7 @@ void TenantValues::ReadLinks(DeskSession& session, std::int32_t unitKey, const T
   }
   for (std::size_t door = 0; door < kTenantDoors; ++door) {
     if (entry.schedules[door]) {
-      schedules_[door] = FindSchedule(links, *entry.schedules[door]);
+      schedules_[door] = FindSchedule(links, field::kSchedules, *entry.schedules[door]);
     }
   }
   if (entry.code) {

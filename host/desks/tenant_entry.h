@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/desks/tenant_rows.h"
@@ -39,6 +40,11 @@ struct TenantEntry {
   void SetSchedules(const std::string& given);
   [[nodiscard]] bool IsEmpty() const;
 };
+
+/// The id of the schedule that a person names, by its id or name, of those that the unit offers.
+/// Raises InputFault when there is none or several.
+[[nodiscard]] std::int32_t FindSchedule(const TenantLinks& links, std::string_view field,
+                                        const std::string& given);
 
 /// The entry read, with what it names found in the unit.
 class TenantValues {

@@ -94,7 +94,10 @@ std::string OrNull(const std::optional<qorcred::Date>& date) {
 template <std::size_t Door>
 constexpr TenantColumn ScheduleColumn(std::string_view column, std::string_view title,
                                       std::string_view key) {
-  return {column, title, key,
+  return {column,
+          title,
+          key,
+          FieldKind::kSchedule,
           [](const TenantRow& row, const TenantLinks& links) {
             return Value(links.Schedule(row.schedules[Door]));
           },
@@ -105,34 +108,37 @@ template <std::size_t Slot>
 constexpr TenantColumn CardColumn(std::string_view column, std::string_view title,
                                   std::string_view key) {
   return {
-      column, title, key,
+      column,
+      title,
+      key,
+      FieldKind::kText,
       [](const TenantRow& row, const TenantLinks& links) { return links.Card(row.cards[Slot]); },
       [](const TenantRow& row) { return OrNull(row.cards[Slot]); }};
 }
 
 constexpr std::array kColumns{
-    TenantColumn{"LastName", "Last name", "last_name",
+    TenantColumn{"LastName", "Last name", "last_name", FieldKind::kText,
                  [](const TenantRow& row, const TenantLinks&) { return TextShown(row.lastName); },
                  [](const TenantRow& row) { return OrNull(row.lastName); }},
-    TenantColumn{"FirstName", "First name", "first_name",
+    TenantColumn{"FirstName", "First name", "first_name", FieldKind::kText,
                  [](const TenantRow& row, const TenantLinks&) { return TextShown(row.firstName); },
                  [](const TenantRow& row) { return OrNull(row.firstName); }},
-    TenantColumn{"MiddleInitial", "Initial", "initial",
+    TenantColumn{"MiddleInitial", "Initial", "initial", FieldKind::kText,
                  [](const TenantRow& row, const TenantLinks&) { return TextShown(row.initial); },
                  [](const TenantRow& row) { return OrNull(row.initial); }},
-    TenantColumn{"NameAtUnit", "Name at unit", "name_at_unit",
+    TenantColumn{"NameAtUnit", "Name at unit", "name_at_unit", FieldKind::kText,
                  [](const TenantRow& row, const TenantLinks&) { return TextShown(row.nameAtUnit); },
                  [](const TenantRow& row) { return OrNull(row.nameAtUnit); }},
-    TenantColumn{"GROUPID", "Group", "group",
+    TenantColumn{"GROUPID", "Group", "group", FieldKind::kNumber,
                  [](const TenantRow& row, const TenantLinks&) { return Value(row.group); },
                  [](const TenantRow& row) { return std::to_string(row.group); }},
-    TenantColumn{"ACTIVETENANT", "Active", "active",
+    TenantColumn{"ACTIVETENANT", "Active", "active", FieldKind::kYesNo,
                  [](const TenantRow& row, const TenantLinks&) { return Value(row.active); },
                  [](const TenantRow& row) { return std::string(row.active ? "True" : "False"); }},
-    TenantColumn{"ACTIVESTARTTIME", "Start", "start",
+    TenantColumn{"ACTIVESTARTTIME", "Start", "start", FieldKind::kDate,
                  [](const TenantRow& row, const TenantLinks&) { return DateShown(row.start); },
                  [](const TenantRow& row) { return OrNull(row.start); }},
-    TenantColumn{"ACTIVEENDTIME", "End", "end",
+    TenantColumn{"ACTIVEENDTIME", "End", "end", FieldKind::kDate,
                  [](const TenantRow& row, const TenantLinks&) { return DateShown(row.end); },
                  [](const TenantRow& row) { return OrNull(row.end); }},
     ScheduleColumn<0>("DOORSCHEDULE1", "Schedule 1", "schedule1"),
@@ -142,10 +148,10 @@ constexpr std::array kColumns{
     CardColumn<0>("CREDENTIALID1", "Card 1", "card1"),
     CardColumn<1>("CREDENTIALID2", "Card 2", "card2"),
     TenantColumn{
-        "DIRECTORYCODE", "Code", "code",
+        "DIRECTORYCODE", "Code", "code", FieldKind::kNumber,
         [](const TenantRow& row, const TenantLinks& links) { return links.Code(row.code); },
         [](const TenantRow& row) { return OrNull(row.code); }},
-    TenantColumn{"Resident", "Resident", "resident",
+    TenantColumn{"Resident", "Resident", "resident", FieldKind::kYesNo,
                  [](const TenantRow& row, const TenantLinks&) { return Value(row.resident); },
                  [](const TenantRow& row) { return std::string(row.resident ? "1" : "0"); }}};
 

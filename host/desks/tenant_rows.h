@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "frame/date.h"
+#include "host/desks/report_words.h"
 #include "host/desks/session.h"
 #include "host/desks/unit_schedules.h"
 
@@ -85,6 +86,7 @@ struct TenantColumn {
   std::string_view column;
   std::string_view title;
   std::string_view key;
+  FieldKind kind;
   qorcred::Value (*shown)(const TenantRow&, const TenantLinks&);
   std::string (*literal)(const TenantRow&);  ///< its value in a statement
 };

@@ -407,18 +407,18 @@ void DeleteUnit(DeskSession& session, std::int32_t unitKey, const UnitContents& 
   work.End(trial);
 }
 
-Table UnitSettingsTable(DeskSession& session, const std::vector<UnitName>& units) {
-  Table table;
-  table.columns = {{"Unit", "unit"},
-                   {"Name", "name"},
-                   {"Type", "type"},
-                   {"Capacity", "capacity"},
-                   {"Code digits", "code_digits"},
-                   {"Entry digits", "entry_digits"},
-                   {"Default end", "default_end"},
-                   {"Ignores facility", "ignores_facility"},
-                   {"Card facility", "card_facility"},
-                   {"Transmitter facility", "transmitter_facility"}};
+List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units) {
+  List list;
+  list.fields = {{"Unit", "unit", FieldKind::kNumber},
+                 {"Name", "name"},
+                 {"Type", "type"},
+                 {"Capacity", "capacity", FieldKind::kNumber},
+                 {"Code digits", "code_digits", FieldKind::kNumber},
+                 {"Entry digits", "entry_digits", FieldKind::kNumber},
+                 {"Default end", "default_end"},
+                 {"Ignores facility", "ignores_facility", FieldKind::kYesNo},
+                 {"Card facility", "card_facility", FieldKind::kNumber},
+                 {"Transmitter facility", "transmitter_facility", FieldKind::kNumber}};
   for (const UnitName& unit : units) {
     const QueryResult found = session.sql().Select(fmt::format(
         "SELECT UNITTYPE, MaxDigitsDirectoryCode, MaxDigitsEntryCode, RECORDDEACTIVATION, "
@@ -427,12 +427,12 @@ Table UnitSettingsTable(DeskSession& session, const std::vector<UnitName>& units
         OfUnit(unit.key)));
     for (const ResultRow row : found.rows()) {
       const auto capacity = CapacityOf(session, unit.key);
-      table.rows.push_back({unit.key, unit.name, row[0],
-                            capacity ? Value(*capacity) : Value(Null{}), row[1], row[2],
-                            DefaultEndShown(row[3], row[4], row[5]), row[6], row[7], row[8]});
+      list.rows.push_back({unit.key, unit.name, row[0], capacity ? Value(*capacity) : Value(Null{}),
+                           row[1], row[2], DefaultEndShown(row[3], row[4], row[5]), row[6], row[7],
+                           row[8]});
     }
   }
-  return table;
+  return list;
 }
 
 }  // namespace qorhost

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "host/desks/desk_error.h"
+#include "host/desks/list.h"
 #include "host/desks/session.h"
 #include "host/desks/trial.h"
-#include "host/files/table.h"
 
 namespace qorhost {
 
@@ -100,6 +100,6 @@ void DeleteUnit(DeskSession& session, std::int32_t unitKey, const UnitContents& 
                 Trial trial);
 
 /// The units with their settings.
-[[nodiscard]] Table UnitSettingsTable(DeskSession& session, const std::vector<UnitName>& units);
+[[nodiscard]] List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units);
 
 }  // namespace qorhost

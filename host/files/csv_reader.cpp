@@ -30,7 +30,8 @@ void Take(CsvRecord& record, std::string& cell, std::string_view part) {
 
 }  // namespace
 
-CsvReader::CsvReader(std::string_view text) : text_(text) {
+CsvReader::CsvReader(std::string_view text, char delimiter, std::size_t firstLine)
+    : text_(text), delimiter_(delimiter), line_(firstLine) {
   if (text_.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
     text_.remove_prefix(kByteOrderMark.size());
   }
@@ -61,7 +62,8 @@ bool CsvReader::Next(CsvRecord& record) {
   while (ReadCell(record) == End::kCell) {
   }
   if (!qorcred::IsUtf8(text_.substr(start, at_ - start))) {
-    SetFault(record, "the line is not valid UTF-8: save the file as UTF-8");
+    SetFault(record,
+             "the line is not valid UTF-8: save the file as UTF-8, or say which encoding it has");
   }
   return true;
 }
@@ -112,13 +114,15 @@ bool CsvReader::ReadQuoted(CsvRecord& record, std::string& cell) {
   }
 }
 
-/// Reads up to the comma or line end and steps over it.
+/// Reads up to the delimiter or line end and steps over it.
 CsvReader::End CsvReader::ReadPlain(CsvRecord& record, std::string& cell) {
-  const std::size_t stop = std::min(text_.find_first_of(",\n", at_), text_.size());
+  const char stops[] = {delimiter_, '\n'};
+  const std::size_t stop =
+      std::min(text_.find_first_of(std::string_view(stops, sizeof stops), at_), text_.size());
   std::string_view part = text_.substr(at_, stop - at_);
   at_ = stop;
-  const bool comma = !AtEnd() && text_[at_] == ',';
-  if (!comma && part.ends_with('\r')) {
+  const bool delimited = !AtEnd() && text_[at_] == delimiter_;
+  if (!delimited && part.ends_with('\r')) {
     part.remove_suffix(1);
   }
   if (part.find('"') != std::string_view::npos) {
@@ -129,9 +133,9 @@ CsvReader::End CsvReader::ReadPlain(CsvRecord& record, std::string& cell) {
   Take(record, cell, part);
   if (!AtEnd()) {
     ++at_;
-    line_ += comma ? 0 : 1;
+    line_ += delimited ? 0 : 1;
   }
-  return comma ? End::kCell : End::kRecord;
+  return delimited ? End::kCell : End::kRecord;
 }
 
 }  // namespace qorhost

@@ -17,16 +17,17 @@ struct CsvRecord {
   std::optional<std::size_t> unclosedQuote;  ///< the line of a quote that nothing closes
 };
 
-/// Reads records with commas between cells, ended by LF or CR LF. A cell in quotes may hold commas,
-/// line ends and doubled quotes. Lines without a character are passed over, a byte order mark too.
-/// The text must outlive the reader. Time and memory are linear in it.
+/// Reads records with commas, or another delimiter, between cells, ended by LF or CR LF. A cell in
+/// quotes may hold delimiters, line ends and doubled quotes. Lines without a character are passed
+/// over, a byte order mark too. The text must outlive the reader. Time and memory are linear in it.
 class CsvReader {
  public:
   /// The longest cell in bytes, as long as a spreadsheet's.
   static constexpr std::size_t kLongestCell = 32767;
   static constexpr std::size_t kMostCells = 256;
 
-  explicit CsvReader(std::string_view text);
+  /// `firstLine` is the line of the file in which the text begins.
+  explicit CsvReader(std::string_view text, char delimiter = ',', std::size_t firstLine = 1);
 
   /// False at the end. A record with a fault does not keep the next one from being read; one with
   /// an unclosed quote is the last.
@@ -42,8 +43,9 @@ class CsvReader {
   void PassEmptyLines();
 
   std::string_view text_;
+  char delimiter_;
   std::size_t at_ = 0;
-  std::size_t line_ = 1;
+  std::size_t line_;
 };
 
 }  // namespace qorhost

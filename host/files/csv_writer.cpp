@@ -14,9 +14,9 @@ using qorcred::Value;
 
 constexpr std::string_view kLineEnd = "\r\n";
 
-std::string FieldOf(const Value& value) {
+std::string FieldOf(const Value& value, char delimiter) {
   if (const auto* text = value.As<std::string>()) {
-    return CsvField(WithoutFormula(*text));
+    return CsvField(WithoutFormula(*text), delimiter);
   }
   if (const auto* date = value.As<qorcred::Date>()) {
     return dialect::CanonicalDate(*date);
@@ -26,8 +26,9 @@ std::string FieldOf(const Value& value) {
 
 }  // namespace
 
-std::string CsvField(std::string_view text) {
-  const bool plain = text.find_first_of(",\"\r\n") == std::string_view::npos &&
+std::string CsvField(std::string_view text, char delimiter) {
+  const bool plain = text.find(delimiter) == std::string_view::npos &&
+                     text.find_first_of("\"\r\n") == std::string_view::npos &&
                      (text.empty() || (text.front() != ' ' && text.back() != ' '));
   if (plain) {
     return std::string(text);
@@ -39,16 +40,17 @@ std::string CsvField(std::string_view text) {
   return field + '"';
 }
 
-void PrintCsv(std::ostream& out, const Table& table) {
+void PrintCsv(std::ostream& out, const Table& table, char delimiter) {
+  const std::string between(1, delimiter);
   std::string line;
   for (std::size_t at = 0; at < table.columns.size(); ++at) {
-    line += (at == 0 ? "" : ",") + CsvField(WithoutFormula(table.columns[at].title));
+    line += (at == 0 ? "" : between) + CsvField(WithoutFormula(table.columns[at].title), delimiter);
   }
   out << line << kLineEnd;
   for (const auto& row : table.rows) {
     line.clear();
     for (std::size_t at = 0; at < row.size(); ++at) {
-      line += (at == 0 ? "" : ",") + FieldOf(row[at]);
+      line += (at == 0 ? "" : between) + FieldOf(row[at], delimiter);
     }
     out << line << kLineEnd;
   }

@@ -9,12 +9,12 @@
 
 namespace qorhost {
 
-/// A field as it stands in a line: in quotes, with quotes doubled, where it has a comma, a quote, a
-/// line end or a blank at either end.
-[[nodiscard]] std::string CsvField(std::string_view text);
+/// A field as it stands in a line: in quotes, with quotes doubled, where it has the delimiter, a
+/// quote, a line end or a blank at either end.
+[[nodiscard]] std::string CsvField(std::string_view text, char delimiter = ',');
 
 /// A line of titles, then a line for each row, each ended by CR LF. Texts are WithoutFormula(),
 /// numbers stand as they are, dates as "2026-01-31 14:05:09", Null as nothing.
-void PrintCsv(std::ostream& out, const Table& table);
+void PrintCsv(std::ostream& out, const Table& table, char delimiter = ',');
 
 }  // namespace qorhost

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "frame/text.h"
@@ -18,6 +20,50 @@ std::string Shortened(std::string_view text) {
   return std::string(start) + (start.size() < text.size() ? "..." : "");
 }
 
+/// Without the blanks around that a spreadsheet's cells have: tabs and no-break spaces, too.
+std::string_view WithoutBlanks(std::string_view cell) {
+  constexpr std::array<std::string_view, 3> kBlanks{" ", "\t", "\xC2\xA0"};
+  const auto cut = [&cell](std::string_view blank) {
+    if (cell.starts_with(blank)) {
+      cell.remove_prefix(blank.size());
+      return true;
+    }
+    if (cell.ends_with(blank)) {
+      cell.remove_suffix(blank.size());
+      return true;
+    }
+    return false;
+  };
+  while (std::any_of(kBlanks.begin(), kBlanks.end(), cut)) {
+  }
+  return cell;
+}
+
+bool AreOneHeading(std::string_view one, std::string_view other) {
+  return qorcred::CompareIgnoringCase(WithoutBlanks(one), WithoutBlanks(other)) == 0;
+}
+
+bool IsBlank(std::string_view cell) {
+  return WithoutBlanks(cell).empty();
+}
+
+/// A row of a spreadsheet in which nothing stands. One empty cell in quotes is a line of its own.
+bool IsBlankRow(const CsvRecord& record) {
+  return record.fault.empty() && record.cells.size() > 1 &&
+         std::all_of(record.cells.begin(), record.cells.end(), IsBlank);
+}
+
+/// The place that "#3" names.
+std::optional<std::size_t> PlaceNamed(std::string_view heading) {
+  constexpr std::size_t kMostDigits = 3;
+  const std::string_view digits = heading.substr(heading.starts_with('#') ? 1 : heading.size());
+  if (!qorcred::IsDigits(digits) || digits.size() > kMostDigits) {
+    return std::nullopt;
+  }
+  const std::size_t number = std::stoul(std::string(digits));
+  return number == 0 ? std::nullopt : std::optional(number - 1);
+}
+
 }  // namespace
 
 std::optional<std::string_view> ImportLine::Cell(std::size_t column) const {
@@ -26,12 +72,17 @@ std::optional<std::string_view> ImportLine::Cell(std::size_t column) const {
 }
 
 std::string_view ImportLine::Trimmed(std::size_t column) const {
-  return qorcred::Trim(Cell(column).value_or(""));
+  return WithoutBlanks(Cell(column).value_or(""));
 }
 
-ImportFile::ImportFile(std::string text, std::span<const ImportColumn> columns)
-    : text_(std::move(text)), columns_(columns), reader_(text_), placeOf_(columns.size()) {
-  ReadHeadings();
+ImportFile::ImportFile(std::string text, std::span<const ImportColumn> columns,
+                       const ImportForm& form)
+    : text_(TextAsUtf8(std::move(text), form.encoding)),
+      columns_(columns),
+      form_(FormOf(text_, form.delimiter)),
+      reader_(form_.text, form_.delimiter, form_.hasFormLine ? 2 : 1),
+      placeOf_(columns.size()) {
+  ReadHeadings(form.meant);
   CheckQuotes();
 }
 
@@ -43,48 +94,104 @@ std::string ImportFile::KnownHeadings() const {
   return fmt::format("{}", fmt::join(headings, ", "));
 }
 
+std::string_view ImportFile::HeadingOf(std::size_t column) const {
+  const std::optional<std::size_t> place = placeOf_.at(column);
+  const std::string_view heading = place ? WithoutBlanks(headings_[*place]) : std::string_view();
+  return heading.empty() ? columns_[column].heading : heading;
+}
+
 std::size_t ImportFile::FindColumn(std::string_view heading, std::size_t line) const {
   for (std::size_t column = 0; column < columns_.size(); ++column) {
-    if (qorcred::CompareIgnoringCase(qorcred::Trim(heading), columns_[column].heading) == 0) {
+    const ImportColumn& known = columns_[column];
+    if (AreOneHeading(heading, known.heading) ||
+        (!known.alias.empty() && AreOneHeading(heading, known.alias))) {
       return column;
     }
   }
-  const bool otherComma = heading.find_first_of(";\t") != std::string_view::npos;
+  const bool otherDelimiter =
+      form_.delimiter == ',' && heading.find_first_of(";\t") != std::string_view::npos;
   throw FileError(
       FileProblem::kHeadings,
       fmt::format("line {}: there is no column '{}'{}; the columns are {}", line,
-                  Shortened(heading), otherComma ? " (cells must have commas between them)" : "",
-                  KnownHeadings()));
+                  Shortened(heading),
+                  otherDelimiter ? " (cells must have commas between them)" : "", KnownHeadings()));
 }
 
-void ImportFile::ReadHeadings() {
-  CsvRecord headings;
-  if (!reader_.Next(headings)) {
+/// What each column of the file is meant to be: nothing where nobody has said it.
+std::vector<std::optional<std::string>> ImportFile::NamesOfColumns(
+    const std::vector<HeadingMeant>& meant, std::size_t line) const {
+  std::vector<std::optional<std::string>> names(headings_.size());
+  for (const HeadingMeant& one : meant) {
+    const std::optional<std::size_t> byPlace = PlaceNamed(one.heading);
+    bool found = false;
+    for (std::size_t place = 0; place < headings_.size(); ++place) {
+      if (byPlace ? place == *byPlace : AreOneHeading(headings_[place], one.heading)) {
+        names[place] = one.column;
+        found = true;
+      }
+    }
+    if (!found) {
+      throw FileError(FileProblem::kHeadings,
+                      fmt::format("line {}: the file has no heading '{}'; its headings are \"{}\"",
+                                  line, Shortened(one.heading),
+                                  Shortened(fmt::format("{}", fmt::join(headings_, "\", \"")))));
+    }
+  }
+  return names;
+}
+
+void ImportFile::ReadHeadings(const std::vector<HeadingMeant>& meant) {
+  CsvRecord record;
+  if (!reader_.Next(record)) {
     throw FileError(FileProblem::kHeadings,
                     fmt::format("the file is empty: its first line must hold headings out of {}",
                                 KnownHeadings()));
   }
-  if (!headings.fault.empty()) {
+  if (!record.fault.empty()) {
     throw FileError(
         FileProblem::kHeadings,
-        fmt::format("line {}: {}", headings.unclosedQuote.value_or(headings.line), headings.fault));
+        fmt::format("line {}: {}", record.unclosedQuote.value_or(record.line), record.fault));
   }
-  cellCount_ = headings.cells.size();
-  for (std::size_t place = 0; place < cellCount_; ++place) {
-    const std::size_t column = FindColumn(headings.cells[place], headings.line);
-    if (placeOf_[column]) {
-      throw FileError(FileProblem::kHeadings,
-                      fmt::format("line {}: the column \"{}\" is there twice", headings.line,
-                                  columns_[column].heading));
+  for (std::string& heading : record.cells) {
+    headings_.push_back(WithoutFormulaMark(std::move(heading)));
+  }
+  const auto names = NamesOfColumns(meant, record.line);
+  for (std::size_t place = 0; place < headings_.size(); ++place) {
+    if (!names[place]) {
+      TakeHeading(place, headings_[place], record.line);
+    } else if (!names[place]->empty()) {
+      TakeHeading(place, *names[place], record.line);
     }
-    placeOf_[column] = place;
   }
   for (std::size_t column = 0; column < columns_.size(); ++column) {
     if (columns_[column].needed && !placeOf_[column]) {
       throw FileError(FileProblem::kHeadings, fmt::format("line {}: the column \"{}\" is missing",
-                                                          headings.line, columns_[column].heading));
+                                                          record.line, columns_[column].heading));
     }
   }
+}
+
+void ImportFile::TakeHeading(std::size_t place, const std::string& name, std::size_t line) {
+  if (IsBlank(name) && headings_.size() > 1) {
+    unheaded_.push_back(place);
+    return;
+  }
+  const auto twice = [&](std::string_view heading) {
+    throw FileError(FileProblem::kHeadings,
+                    fmt::format("line {}: the column \"{}\" is there twice", line, heading));
+  };
+  if (AreOneHeading(name, kReasonHeading)) {
+    if (reasonPlace_) {
+      twice(kReasonHeading);
+    }
+    reasonPlace_ = place;
+    return;
+  }
+  const std::size_t column = FindColumn(name, line);
+  if (placeOf_[column]) {
+    twice(columns_[column].heading);
+  }
+  placeOf_[column] = place;
 }
 
 /// Runs through the file once: behind a quote that is never closed nothing is what it seems.
@@ -92,7 +199,7 @@ void ImportFile::CheckQuotes() {
   CsvReader ahead = reader_;
   CsvRecord record;
   while (ahead.Next(record)) {
-    ++lineCount_;
+    lineCount_ += IsBlankRow(record) ? 0 : 1;
     if (record.unclosedQuote) {
       throw FileError(FileProblem::kUnusable, fmt::format("line {}: {}; nothing was imported",
                                                           *record.unclosedQuote, record.fault));
@@ -100,15 +207,34 @@ void ImportFile::CheckQuotes() {
   }
 }
 
+void ImportFile::FindFault(CsvRecord& record) const {
+  if (!record.fault.empty()) {
+    return;
+  }
+  if (record.cells.size() != headings_.size()) {
+    record.fault = fmt::format("{} cells, but {} headings", record.cells.size(), headings_.size());
+    return;
+  }
+  for (const std::size_t place : unheaded_) {
+    if (!IsBlank(record.cells[place])) {
+      record.fault = fmt::format(
+          "column {} has no heading, and '{}' stands in it: give it a heading, or "
+          "say what it is",
+          place + 1, Shortened(record.cells[place]));
+      return;
+    }
+  }
+}
+
 bool ImportFile::Next(ImportLine& line) {
   CsvRecord& record = line.record_;
-  if (!reader_.Next(record)) {
-    return false;
-  }
+  do {
+    if (!reader_.Next(record)) {
+      return false;
+    }
+  } while (IsBlankRow(record));
   line.placeOf_ = placeOf_;
-  if (record.fault.empty() && record.cells.size() != cellCount_) {
-    record.fault = fmt::format("{} cells, but {} headings", record.cells.size(), cellCount_);
-  }
+  FindFault(record);
   for (std::string& cell : record.cells) {
     cell = WithoutFormulaMark(std::move(cell));
   }

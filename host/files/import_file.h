@@ -1,4 +1,4 @@
-// A CSV file with headings, whose lines are to be entered one by one.
+// A file of separated values with headings, whose lines are to be entered one by one.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,10 @@
 #include <string_view>
 #include <vector>
 
+#include "host/files/csv_form.h"
 #include "host/files/csv_reader.h"
 #include "host/files/table.h"
+#include "host/files/text_encoding.h"
 
 namespace qorhost {
 
@@ -17,7 +19,24 @@ namespace qorhost {
 struct ImportColumn {
   std::string_view heading;
   bool needed = false;
-  std::string_view help;  ///< what its cells hold
+  std::string_view help;        ///< what its cells hold
+  std::string_view alias = {};  ///< another name for it
+};
+
+/// The column in which a rejected line says why. Every import passes over it.
+inline constexpr std::string_view kReasonHeading = "Reason";
+
+/// A heading of the file that stands for another one.
+struct HeadingMeant {
+  std::string heading;  ///< as it stands in the file, or "#3" for the third one
+  std::string column;   ///< the import's; "" leaves the column out
+};
+
+/// What somebody says of a file's form; what is left out is found in the file.
+struct ImportForm {
+  std::optional<char> delimiter = std::nullopt;
+  TextEncoding encoding = TextEncoding::kUtf8;
+  std::vector<HeadingMeant> meant = {};
 };
 
 /// One line of the file behind the headings.
@@ -27,6 +46,8 @@ class ImportLine {
   [[nodiscard]] std::size_t number() const { return record_.line; }
   /// Why its cells cannot be used; "" when they can.
   [[nodiscard]] const std::string& fault() const { return record_.fault; }
+  /// All cells as they are to be typed, in the order of the file.
+  [[nodiscard]] const std::vector<std::string>& cells() const { return record_.cells; }
   /// The cell of a column as it is to be typed; nothing when the file has no such column.
   [[nodiscard]] std::optional<std::string_view> Cell(std::size_t column) const;
   /// The same without blanks around; "" when the file has no such column.
@@ -40,11 +61,13 @@ class ImportLine {
 
 /// A whole file in memory. Headings may stand in any order and letter case. What is wrong with the
 /// headings, or a quote that is never closed, is told at once: where cells end is unknown then.
+/// Lines without anything in their cells are passed over. A line is at fault when it has something
+/// in a column without a heading.
 class ImportFile {
  public:
   /// Takes the text of a file. Raises FileError: kHeadings for headings that are unknown, missing
-  /// or there twice, kUnusable for the quote.
-  ImportFile(std::string text, std::span<const ImportColumn> columns);
+  /// or there twice, kUnusable for the quote and for bytes that the encoding does not have.
+  ImportFile(std::string text, std::span<const ImportColumn> columns, const ImportForm& form = {});
   ImportFile(const ImportFile&) = delete;
   ImportFile& operator=(const ImportFile&) = delete;
 
@@ -55,17 +78,33 @@ class ImportFile {
   /// False at the end.
   bool Next(ImportLine& line);
 
+  [[nodiscard]] char delimiter() const { return form_.delimiter; }
+  /// As they stand in the file.
+  [[nodiscard]] const std::vector<std::string>& headings() const { return headings_; }
+  /// The place of the column of reasons; nothing when there is none.
+  [[nodiscard]] std::optional<std::size_t> reasonPlace() const { return reasonPlace_; }
+  [[nodiscard]] bool HasColumn(std::size_t column) const { return placeOf_.at(column).has_value(); }
+  /// What the file calls a column; the column's own heading when the file does not have it.
+  [[nodiscard]] std::string_view HeadingOf(std::size_t column) const;
+
  private:
-  void ReadHeadings();
+  void ReadHeadings(const std::vector<HeadingMeant>& meant);
+  void TakeHeading(std::size_t place, const std::string& name, std::size_t line);
+  [[nodiscard]] std::vector<std::optional<std::string>> NamesOfColumns(
+      const std::vector<HeadingMeant>& meant, std::size_t line) const;
   [[nodiscard]] std::size_t FindColumn(std::string_view heading, std::size_t line) const;
   void CheckQuotes();
+  void FindFault(CsvRecord& record) const;
   [[nodiscard]] std::string KnownHeadings() const;
 
   std::string text_;
   std::span<const ImportColumn> columns_;
+  CsvForm form_;
   CsvReader reader_;
   std::vector<std::optional<std::size_t>> placeOf_;
-  std::size_t cellCount_ = 0;
+  std::vector<std::string> headings_;
+  std::vector<std::size_t> unheaded_;  // places of columns without a heading
+  std::optional<std::size_t> reasonPlace_;
   std::size_t lineCount_ = 0;
 };
 

@@ -122,6 +122,52 @@ void PrintJson(std::ostream& out, const Table& table) {
   out << (table.rows.empty() ? "]\n" : "\n]\n");
 }
 
+JsonObject& JsonObject::Add(std::string_view key, const Value& value) {
+  members_.emplace_back(key, JsonText(JsonOf(value)));
+  return *this;
+}
+
+JsonObject& JsonObject::Add(std::string_view key, const Table& rows) {
+  const std::vector<std::string> keys = UniqueKeys(rows.columns);
+  std::string text = "[";
+  for (const std::vector<Value>& row : rows.rows) {
+    text += (text.size() == 1 ? "" : ",") + JsonText(RowJson(keys, row));
+  }
+  members_.emplace_back(key, text + "]");
+  return *this;
+}
+
+JsonObject& JsonObject::Add(std::string_view key, const JsonObject& object) {
+  members_.emplace_back(key, object.Text());
+  return *this;
+}
+
+JsonObject& JsonObject::Add(std::string_view key, const std::vector<double>& numbers) {
+  ordered_json array = ordered_json::array();
+  for (const double number : numbers) {
+    array.push_back(NumberJson(number));
+  }
+  members_.emplace_back(key, JsonText(array));
+  return *this;
+}
+
+JsonObject& JsonObject::Add(const JsonObject& more) {
+  members_.insert(members_.end(), more.members_.begin(), more.members_.end());
+  return *this;
+}
+
+void JsonObject::Print(std::ostream& out) const {
+  out << Text() << '\n';
+}
+
+std::string JsonObject::Text() const {
+  std::string text = "{";
+  for (const auto& [key, value] : members_) {
+    text += fmt::format("{}{}:{}", text.size() == 1 ? "" : ",", JsonText(key), value);
+  }
+  return text + "}";
+}
+
 void PrintJsonObject(std::ostream& out, const std::vector<std::pair<std::string, Value>>& members) {
   out << JsonText(ObjectJson(members)) << '\n';
 }

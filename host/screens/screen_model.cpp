@@ -48,9 +48,15 @@ Value ConvertLike(const Value& declared, const Value& value) {
 
 bool ScreenModel::NameLess::operator()(std::string_view one,
                                        std::string_view other) const noexcept {
-  return std::lexicographical_compare(
-      one.begin(), one.end(), other.begin(), other.end(),
-      [](char left, char right) { return LowerAscii(left) < LowerAscii(right); });
+  // Names are mostly asked for as they are spelt.
+  const auto [left, right] = std::mismatch(
+      one.begin(), one.end(), other.begin(), other.end(), [](char first, char second) {
+        return first == second || LowerAscii(first) == LowerAscii(second);
+      });
+  if (left == one.end() || right == other.end()) {
+    return one.size() < other.size();
+  }
+  return LowerAscii(*left) < LowerAscii(*right);
 }
 
 ScreenModel::ScreenModel(std::string name)

@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "host/desks/session.h"
 
@@ -37,6 +39,14 @@ struct Environment {
   std::optional<std::string> unit;   ///< QORHOST_UNIT: the unit's key where --unit is not given
 };
 
+/// A message of a controller, or a question, as it is told to programs.
+struct ToldMessage {
+  std::string title;
+  std::string_view icon;
+  std::string text;
+  std::string answer;  ///< "yes" or "no" to a question
+};
+
 /// The streams of one run; they outlive it.
 struct Console {
   std::istream& in;
@@ -51,6 +61,13 @@ struct Console {
 
   /// Where what nobody asked for goes, what a command has done above all: the output unless quiet.
   std::ostream& Remarks() { return quiet ? silence : out; }
+  bool stale = false;            ///< a command found that somebody else was faster
+  std::ostream* live = nullptr;  ///< standard error itself, where `err` only collects what programs
+                                 ///< are told as one object at the end
+  std::vector<ToldMessage> messages = {};  ///< then: those that were shown
+
+  /// Where a person watches: questions, bars, traces.
+  [[nodiscard]] std::ostream& Live() const { return live == nullptr ? err : *live; }
 };
 
 /// Stands for standard input or output where a file is named.
@@ -61,6 +78,16 @@ inline constexpr std::string_view kStandardInput = "standard input";  ///< in me
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+  /// In the value of an input: `field` is what the command line calls it.
+  UsageError(const std::string& what, std::string field, std::string value)
+      : std::runtime_error(what), field_(std::move(field)), value_(std::move(value)) {}
+
+  [[nodiscard]] const std::string& field() const noexcept { return field_; }
+  [[nodiscard]] const std::string& value() const noexcept { return value_; }
+
+ private:
+  std::string field_;
+  std::string value_;
 };
 
 }  // namespace qorhost

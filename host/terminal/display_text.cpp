@@ -20,6 +20,14 @@ bool IsByte(qorcred::Utf8Character character) {
   return character.codePoint >= qorcred::kInvalidByte;
 }
 
+/// The columns that a character takes: wide ones two, combining marks none.
+std::size_t WidthOfCharacter(const qorcred::Utf8Character& character) {
+  const int columns = IsByte(character)
+                          ? 1
+                          : utf8proc_charwidth(static_cast<utf8proc_int32_t>(character.codePoint));
+  return columns > 0 ? static_cast<std::size_t>(columns) : 0;
+}
+
 }  // namespace
 
 std::string Displayable(std::string_view text) {
@@ -63,13 +71,27 @@ std::size_t DisplayWidth(std::string_view text) {
   std::size_t width = 0;
   for (std::size_t at = 0; at < text.size();) {
     const qorcred::Utf8Character character = qorcred::ReadUtf8(text, at);
-    const int columns =
-        IsByte(character) ? 1
-                          : utf8proc_charwidth(static_cast<utf8proc_int32_t>(character.codePoint));
-    width += columns > 0 ? static_cast<std::size_t>(columns) : 0;
+    width += WidthOfCharacter(character);
     at += character.length;
   }
   return width;
+}
+
+std::string CutTo(std::string text, std::size_t width) {
+  if (DisplayWidth(text) <= width) {
+    return text;
+  }
+  std::size_t taken = 1;  // by what stands for the rest
+  std::size_t at = 0;
+  while (at < text.size()) {
+    const qorcred::Utf8Character character = qorcred::ReadUtf8(text, at);
+    taken += WidthOfCharacter(character);
+    if (taken > width) {
+      break;
+    }
+    at += character.length;
+  }
+  return text.substr(0, at) + "…";
 }
 
 std::string PaddedTo(std::string text, std::size_t width) {

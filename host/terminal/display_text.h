@@ -18,6 +18,9 @@ namespace qorhost {
 /// none.
 [[nodiscard]] std::size_t DisplayWidth(std::string_view text);
 
+/// The text, or as much of it as `width` columns hold with a "…" behind it. At least one column.
+[[nodiscard]] std::string CutTo(std::string text, std::size_t width);
+
 /// The text with blanks behind it up to `width` columns; a longer text stays whole.
 [[nodiscard]] std::string PaddedTo(std::string text, std::size_t width);
 

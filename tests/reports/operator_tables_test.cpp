@@ -13,24 +13,24 @@ using Pieces = std::vector<std::string>;
 
 TEST(OperatorTables, OfNumbers) {
   EXPECT_EQ(
-      qorcred::MakeOperatorTables().numeric,
+      qorcred::FilledOperatorTables().numeric,
       (Pieces{"=", "<>", ">", ">=", "<", "<=", "Between ^1 And ^2", "Not Between ^1 And ^2"}));
 }
 
 TEST(OperatorTables, OfTexts) {
-  EXPECT_EQ(qorcred::MakeOperatorTables().text,
+  EXPECT_EQ(qorcred::FilledOperatorTables().text,
             (Pieces{"= '^'", " <> '^'", " Like '^%'", " Not Like '^%'", " Like '%^' ",
                     " Not Like '%^' ", " Like '%^%' ", " Not Like '%^%' "}));
 }
 
 TEST(OperatorTables, OfDates) {
-  EXPECT_EQ(qorcred::MakeOperatorTables().date,
+  EXPECT_EQ(qorcred::FilledOperatorTables().date,
             (Pieces{" = #^# ", " <> #^# ", " > #^# ", " >=#^# ", " < #^# ", " <= #^# ",
                     " Between #^1# And #^2# ", " Not Between #^1# And #^2#"}));
 }
 
 TEST(OperatorTables, OfFields) {
-  EXPECT_EQ(qorcred::MakeOperatorTables().field,
+  EXPECT_EQ(qorcred::FilledOperatorTables().field,
             (Pieces{"a.CredentialType", "a.PINNo", "a.FacilityCode",
                     "b.LastName & ' ' & b.FirstName & ' ' & b.MiddleInitial"}));
 }

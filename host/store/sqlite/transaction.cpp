@@ -15,6 +15,14 @@ const char* UndoText(bool inner) {
 
 }  // namespace
 
+void OftenRun::Run(Database& database) {
+  if (!statement_) {
+    statement_.emplace(database, sql_);
+  }
+  const StatementUse run(*statement_);
+  run->Step();
+}
+
 Transaction::Transaction(Database& database, UnitOfWork& work) : database_(database), work_(work) {}
 
 Transaction::~Transaction() {
@@ -29,7 +37,7 @@ void Transaction::Begin() {
   inner_ = database_.inTransaction();
   if (inner_) {
     begun_ = work_.Here();
-    database_.Run("SAVEPOINT inner_transaction");
+    beginInner_.Run(database_);
   } else {
     // Taking the right to write at once: a second program is met here and not halfway through.
     database_.Run(database_.readOnly() ? "BEGIN" : "BEGIN IMMEDIATE");
@@ -44,7 +52,11 @@ void Transaction::Commit() {
   try {
     work_.RequireUsable();
     CheckUsable();
-    database_.Run(inner_ ? "RELEASE inner_transaction" : "COMMIT");
+    if (inner_) {
+      commitInner_.Run(database_);
+    } else {
+      database_.Run("COMMIT");
+    }
     state_ = State::kNone;
   } catch (const StoreError&) {
     state_ = State::kCommitFailed;
@@ -76,14 +88,14 @@ void Transaction::CheckUsable() {
 
 void Savepoint::Begin() {
   work_.RequireUsable();
-  database_.Run("SAVEPOINT part");
+  begin_.Run(database_);
   begun_ = work_.Here();
   open_ = true;
 }
 
 void Savepoint::Commit() {
   work_.RequireUsable();
-  database_.Run("RELEASE part");
+  commit_.Run(database_);
   open_ = false;
 }
 

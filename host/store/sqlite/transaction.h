@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string_view>
 
 #include "host/store/sqlite/change_log.h"
 #include "host/store/sqlite/database.h"
@@ -10,6 +12,17 @@
 namespace qorhost::sqlite {
 
 class UnitOfWork;
+
+/// A text without parameters that runs many thousand times: prepared when it runs first.
+class OftenRun {
+ public:
+  explicit OftenRun(std::string_view sql) : sql_(sql) {}
+  void Run(Database& database);
+
+ private:
+  std::string_view sql_;
+  std::optional<Statement> statement_;
+};
 
 /// The one that a connection's users may hold open. In a unit of work it is a part of that: undone
 /// alone, and final with the whole.
@@ -36,6 +49,8 @@ class Transaction final : public qorhost::Transaction {
   State state_ = State::kNone;
   bool inner_ = false;
   ChangeLog::Place begun_;
+  OftenRun beginInner_{"SAVEPOINT inner_transaction"};
+  OftenRun commitInner_{"RELEASE inner_transaction"};
 };
 
 /// A part of a unit of work that has taken the right to write. Undone, it is forgotten that
@@ -54,6 +69,8 @@ class Savepoint final : public qorhost::Transaction {
   Database& database_;
   UnitOfWork& work_;
   ChangeLog::Place begun_;
+  OftenRun begin_{"SAVEPOINT part"};
+  OftenRun commit_{"RELEASE part"};
   bool open_ = false;
 };
 

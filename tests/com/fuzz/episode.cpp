@@ -259,6 +259,7 @@ class Episodes::Episode {
     ++all_.calls_;
     ++all_.codes_[ended.code];
     hostCalls_ += host_.calls();
+    all_.endings_.insert(Ending(shape, ended));
     std::string wrong = Judge(shape, arguments, ended, info);
     if (wrong.empty() && ended.code == S_OK) wrong = JudgeContent(shape, arguments, ended);
     if (wrong.empty() && ended.code != S_OK) wrong = JudgeRefusal(shape, arguments, ended);
@@ -274,6 +275,15 @@ class Episodes::Episode {
            (shape.member == nullptr ? "(no member)" : std::string(shape.member->name)) + ", id " +
            std::to_string(shape.id) + ", flags " + std::to_string(shape.flags) + ", types " +
            arguments.Types() + (arguments.isBroken() ? ", broken" : "");
+  }
+
+  [[nodiscard]] std::string Ending(const Shape& shape, const Ended& ended) const {
+    std::array<char, 24> code{};
+    std::snprintf(code.data(), code.size(), " %08lX%s", static_cast<unsigned long>(ended.code),
+                  host_.calls() == 0 ? "" : " calls");
+    return qorcred::com::ToUtf8(class_.programmaticId) + "." +
+           (shape.member == nullptr ? "(no member)" : std::string(shape.member->name)) +
+           code.data();
   }
 
   // What holds for every call.

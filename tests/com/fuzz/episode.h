@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,6 +35,8 @@ class Episodes {
   [[nodiscard]] std::size_t hostCalls() const { return hostCalls_; }
   /// How many calls have ended with each code.
   [[nodiscard]] const std::map<long, std::size_t>& codes() const { return codes_; }
+  /// Each member with each code that its calls have ended with, having called the host or not.
+  [[nodiscard]] const std::set<std::string>& endings() const { return endings_; }
 
  private:
   class Episode;
@@ -44,6 +47,7 @@ class Episodes {
   std::size_t calls_ = 0;
   std::size_t hostCalls_ = 0;
   std::map<long, std::size_t> codes_;
+  std::set<std::string> endings_;
 };
 
 }  // namespace qortest

@@ -1,5 +1,10 @@
 // Calls the component in every way that automation lets a client try, on hosts that answer by
 // chance. com_fuzz [--episodes N] [--seed N] [--from N] [--seconds N] [--plant DEFECT]
+//         com_fuzz --corpus all | --collect EPISODES [--seed N]
+//
+// --corpus runs the episodes of corpus.h, which end every member in every way that is known;
+// --collect prints such a table anew: those of so many episodes that reach what none before them
+// reached.
 //
 // An episode comes from the seed and its own number: one that finds something is run again alone by
 // --seed and --from, which are printed with it. With --plant the component has a defect that has to
@@ -18,6 +23,7 @@
 #include <string>
 #include <string_view>
 
+#include "tests/com/fuzz/corpus.h"
 #include "tests/com/fuzz/episode.h"
 #include "tests/com/fuzz/planted.h"
 #include "tests/com/support/pressed_boxes.h"
@@ -33,6 +39,8 @@ struct Options {
   std::uint64_t seconds = 0;
   std::uint64_t patience = 20;
   std::string defect;
+  bool corpus = false;
+  std::uint64_t collect = 0;
 };
 
 // How often the heaps are looked at.
@@ -104,6 +112,10 @@ Options ReadOptions(int count, char** words) {
       options.from = std::stoull(value);
     } else if (name == "--seconds") {
       options.seconds = std::stoull(value);
+    } else if (name == "--corpus") {
+      options.corpus = true;
+    } else if (name == "--collect") {
+      options.collect = std::stoull(value);
     } else if (name == "--patience") {
       options.patience = std::stoull(value);
     } else {
@@ -157,6 +169,50 @@ void Fuzz(const Options& options) {
   if (grown > kBlocksToSpare) Fail("more memory is allocated than before");
 }
 
+void RunOne(Episodes& episodes, std::uint64_t fromSeed, std::uint64_t number) {
+  seed = fromSeed;
+  running = number;
+  Random random(fromSeed, number);
+  const std::string wrong = episodes.Run(random);
+  if (!wrong.empty()) Fail(wrong.c_str());
+  if (!AreHeapsSound()) Fail("a heap is damaged, by this or one before");
+}
+
+void Collect(const Options& options) {
+  Episodes episodes(options.defect);
+  for (std::uint64_t number = 0; number < options.collect; ++number) {
+    const std::size_t before = episodes.endings().size();
+    RunOne(episodes, options.seed, number);
+    if (episodes.endings().size() != before) {
+      std::printf("    {%llu, %llu},\n", static_cast<unsigned long long>(options.seed),
+                  static_cast<unsigned long long>(number));
+    }
+  }
+  std::printf("%zu endings\n", episodes.endings().size());
+}
+
+// A change of the fuzzer makes other episodes of the same numbers: the table is collected anew
+// then.
+void RunCorpus(const Options& options) {
+  Episodes episodes(options.defect);
+  for (const CorpusEpisode& each : kCorpus) RunOne(episodes, each.seed, each.number);
+  Tell(episodes, kCorpus.size());
+  std::printf("%zu endings\n", episodes.endings().size());
+  if (episodes.endings().size() < kEndingsOfCorpus) {
+    Refuse("the episodes of corpus.h reach less than they did: print them anew with --collect");
+  }
+}
+
+void Run(const Options& options) {
+  if (options.collect != 0) {
+    Collect(options);
+  } else if (options.corpus) {
+    RunCorpus(options);
+  } else {
+    Fuzz(options);
+  }
+}
+
 }  // namespace
 }  // namespace qortest
 
@@ -172,7 +228,7 @@ int main(int count, char** words) {
   HANDLE watch = CreateThread(nullptr, 0, qortest::Watch, ended, 0, nullptr);
   {
     const qortest::PressedBoxes boxes;
-    qortest::Fuzz(options);
+    qortest::Run(options);
   }
   SetEvent(ended);
   WaitForSingleObject(watch, INFINITE);

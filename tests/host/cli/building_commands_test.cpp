@@ -95,8 +95,8 @@ TEST_F(BuildingCommands, ADoorIsRenamed) {
 TEST_F(BuildingCommands, SchedulesAreAddedRenamedAndDeleted) {
   const auto add =
       nlohmann::json::parse(Run({"schedules", "add", "Gardeners", "--unit", "2", "--json"}).out);
-  EXPECT_EQ(add["schedule"], 6);
-  EXPECT_EQ(add["changed"], true);
+  EXPECT_EQ(add["added"][0]["id"], 6);
+  EXPECT_EQ(add["stored"], true);
   EXPECT_EQ(Run({"schedules", "edit", "6", "--name", "Garden", "--unit", "2", "-n"}).out,
             "The schedule 6, Gardeners, in unit 2, Linden Park is Garden now; this was a trial, "
             "nothing was changed.\n");

@@ -44,12 +44,12 @@ TEST_F(CredentialReplaceCommand, ADryRunTellsTheSameAndChangesNothing) {
 
 TEST_F(CredentialReplaceCommand, PrintsOneObjectAsJson) {
   const auto object = nlohmann::json::parse(Replace({"1001", "1900", "--keep-old", "--json"}).out);
-  EXPECT_EQ(object["lost_rid"], 489);
-  EXPECT_EQ(object["lost_deleted"], false);
-  EXPECT_EQ(object["rid"], 744);
-  EXPECT_EQ(object["issued"], true);
+  EXPECT_EQ(object["changed"].size(), 1U);
+  EXPECT_EQ(object["changed"][0]["id"], 489);
+  EXPECT_EQ(object["deleted"].size(), 0U);
+  EXPECT_EQ(object["added"][0]["id"], 744);
   EXPECT_EQ(object["holder"], "Hollis Elena G");
-  EXPECT_EQ(object["changed"], true);
+  EXPECT_EQ(object["stored"], true);
 }
 
 TEST_F(CredentialReplaceCommand, AHeldSuccessorIsRefused) {

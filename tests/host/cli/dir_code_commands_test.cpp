@@ -26,7 +26,7 @@ TEST_F(DirCodes, ListPrintsARowForEveryCode) {
   const nlohmann::json rows = Rows({"--unit", "1", "dircodes", "list"});
   ASSERT_EQ(rows.size(), 10U);
   EXPECT_EQ(rows[0]["code"], 101);
-  EXPECT_EQ(rows[0]["tenants"], 1);
+  EXPECT_EQ(rows[0]["tenants"], nlohmann::json({"Abbott Amelia A"}));
   EXPECT_EQ(rows[0]["state"], "in the unit");
 }
 
@@ -90,7 +90,7 @@ TEST_F(DirCodes, AddReportsAsJson) {
       Rows({"--unit", "2", "dircodes", "add", "0250", "--phone", "555-0199"});
   EXPECT_EQ(report["code"], 250);
   EXPECT_EQ(report["unit"], 2);
-  EXPECT_EQ(report["rid"], Row("250")["RID"]);
+  EXPECT_EQ(report["added"][0]["id"], Row("250")["RID"]);
 }
 
 TEST_F(DirCodes, ARefusalIsTheControllersMessageAlone) {

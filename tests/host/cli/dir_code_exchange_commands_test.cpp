@@ -91,7 +91,7 @@ TEST_F(Exchange, SyncReportsAsJson) {
   UnitFile unit = Exported();
   Drop(unit, 101);
   const nlohmann::json report = nlohmann::json::parse(Sync(unit, {"--yes", "--json"}).out);
-  EXPECT_EQ(report["deleted"], 1);
+  EXPECT_EQ(report["deleted"].size(), 1U);
   EXPECT_EQ(report["unchanged"], 5);
   EXPECT_EQ(report["tenants_released"], 1);
 }
@@ -110,7 +110,8 @@ TEST_F(Exchange, DryRunPrintsThePlan) {
       HasSubstr("Would be 0 inserted, 1 updated, 1 deleted, 4 unchanged in unit 2, Linden Park. "
                 "Nothing was written.\n"));
 
-  const nlohmann::json plan = nlohmann::json::parse(Sync(unit, {"--dry-run", "--json"}).out);
+  const nlohmann::json plan =
+      nlohmann::json::parse(Sync(unit, {"--dry-run", "--json"}).out)["plan"];
   ASSERT_EQ(plan.size(), 2U);
   EXPECT_EQ(plan[0]["action"], "delete");
   EXPECT_EQ(plan[0]["rid"], 11);

@@ -54,9 +54,9 @@ TEST_F(DirCodeImport, AQuestionIsAnsweredNoUnlessYesIsSaid) {
 
 TEST_F(DirCodeImport, JsonHasTheCountsAndEveryRefusedLine) {
   const Outcome outcome =
-      Import("dircodes", "Directory Code,Phone No.\n250,1\n\"25\n1\",1\n,\n252,1\n", {"--json"});
+      Import("dircodes", "Directory Code,Phone No.\n250,1\n\"25\n1\",1\n,1\n252,1\n", {"--json"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, IsEmpty());
+  EXPECT_THAT(outcome.err, HasSubstr("\"message\":\"standard output tells what is wrong\""));
   const nlohmann::json report = nlohmann::json::parse(outcome.out);
   EXPECT_EQ(report["done"], 2);
   EXPECT_EQ(report["refused"], 2);

@@ -75,7 +75,7 @@ TEST_F(HistoryCommands, AHeadOfABackupIsComparedLater) {
   const nlohmann::json backup =
       nlohmann::json::parse(Run({"backup", File("backup.db"), "--json"}).out);
   ASSERT_EQ(backup["heads"].size(), 3U);
-  const std::string head = backup["heads"][1]["head"];
+  const std::string head = backup["heads"][1];
   EXPECT_THAT(head, StartsWith("2:"));
   EXPECT_EQ(Run({"history", "check", "--head", head}).status, 0);
   const Outcome other = Run({"history", "check", "--head", head.substr(0, head.size() - 1) + "g"});

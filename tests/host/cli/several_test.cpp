@@ -178,6 +178,25 @@ TEST_F(Scripts, OfSelectsNeedNoLeaveAndAreOneArrayAsJson) {
   EXPECT_EQ(told[0].size(), 3U);
 }
 
+TEST_F(Scripts, ThatChangeTellOneObjectEachAndOneOfATrial) {
+  const std::string script =
+      "UPDATE DOORS SET DOORNAME='Yard' WHERE UNITKEY=2;"
+      "SELECT DOORID FROM DOORS WHERE UNITKEY=2;"
+      "DELETE FROM DOORS WHERE UNITKEY=2 AND DOORID=4";
+  const nlohmann::json tried = nlohmann::json::parse(Run({"sql", "-", "-n", "--json"}, script).out);
+  EXPECT_EQ(tried["dry_run"], true);
+  EXPECT_EQ(tried["stored"], false);
+  EXPECT_EQ(tried["rows"], 5);
+  EXPECT_FALSE(tried["changes"].empty());
+  const nlohmann::json told =
+      nlohmann::json::parse(Run({"sql", "-", "--write", "--json"}, script).out);
+  ASSERT_EQ(told.size(), 3U);
+  EXPECT_EQ(told[0]["rows"], 4);
+  EXPECT_EQ(told[0]["stored"], true);
+  EXPECT_EQ(told[1].size(), 4U);
+  EXPECT_EQ(told[2]["rows"], 1);
+}
+
 TEST_F(Scripts, WithoutAStatementAreAMistake) {
   EXPECT_EQ(Run({"sql", "-"}, " ; -- nothing\n").status, 2);
   EXPECT_EQ(Run({"sql"}).status, 2);

@@ -45,7 +45,7 @@ TEST_F(TenantCommands, ATenantIsAddedFoundChangedAndDeleted) {
   EXPECT_THAT(edited.out, HasSubstr("Changed 1 tenant in unit 2, Linden Park.\n"));
   const Outcome shown = Tenants({"show", "byrne"});
   EXPECT_THAT(shown.out, HasSubstr("Name at unit  Sinéad Byrne\n"));
-  EXPECT_THAT(shown.out, HasSubstr("End           6/30/2027 11:59:59 PM\n"));
+  EXPECT_THAT(shown.out, HasSubstr("End           2027-06-30 23:59:59\n"));
   EXPECT_EQ(Tenants({"delete", "byrne"}).status, 1);
   EXPECT_EQ(Tenants({"--no", "delete", "byrne"}).status, 1);
   EXPECT_EQ(Listed("name begins with Byrne").size(), 1U);
@@ -72,11 +72,11 @@ TEST_F(TenantCommands, AChangeIsOneObjectForPrograms) {
   const nlohmann::json changed =
       Rows({"--unit", "2", "tenants", "end", "62", "--on", "2026-12-31", "--free-cards"});
   EXPECT_EQ(changed["unit"], 2);
-  EXPECT_EQ(changed["tenants"], 1);
-  EXPECT_EQ(changed["changed"], true);
+  EXPECT_EQ(changed["changed"].size(), 1U);
+  EXPECT_EQ(changed["stored"], true);
   EXPECT_EQ(changed["freed_cards"][0], "Corvin 30-Bit Card-1002");
-  EXPECT_EQ(changed["changes"][1]["field"], "end");
-  EXPECT_EQ(changed["changes"][1]["after"], "2026-12-31T23:59:59");
+  EXPECT_EQ(changed["fields"][1]["field"], "end");
+  EXPECT_EQ(changed["fields"][1]["after"], "2026-12-31T23:59:59");
   EXPECT_EQ(Rows({"steps"}).size(), 1U);
 }
 

@@ -23,11 +23,11 @@ class CredentialDesks : public CredentialFixture {};
 
 TEST_F(CredentialDesks, TheListHasARowForEveryCredential) {
   CredentialDesk desk(session(), 1, DeskScreen::kCredentials);
-  const Table table = CredentialTable(session(), desk);
+  const List table = CredentialList(session(), desk);
   EXPECT_EQ(table.rows.size(), 488U);
-  ASSERT_EQ(table.columns[1].key, "type");
+  ASSERT_EQ(table.fields[1].key, "type");
   EXPECT_EQ(table.rows[0][1], qorcred::Value("Corvin 30-Bit Card"));
-  ASSERT_EQ(table.columns[2].key, "number");
+  ASSERT_EQ(table.fields[2].key, "number");
   EXPECT_EQ(table.rows[0][2].type(), qorcred::ValueType::kLong);
 }
 
@@ -69,7 +69,7 @@ TEST_F(CredentialDesks, NewTenantsGetTheirSchedulesAndPeriodAndAreTaughtToTheUni
   EXPECT_EQ(Cell("SELECT ACTIVETENANT" + tenant), "True");
   EXPECT_EQ(session().sql().Scalar("SELECT ACTIVEENDTIME" + tenant),
             qorcred::Value(qorcred::FromCivil({2026, 12, 31, 23, 59, 59})));
-  EXPECT_EQ(StepTable(session(), kUnit).rows.size(), 1U);
+  EXPECT_EQ(StepList(session(), kUnit).rows.size(), 1U);
 }
 
 TEST_F(CredentialDesks, ATransmittersCodesAreStored) {

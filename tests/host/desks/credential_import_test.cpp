@@ -39,7 +39,7 @@ class CredentialImports : public DeskFixture {
                 " FROM Tenants WHERE UnitKey=2 AND TenantID=" + std::to_string(id));
   }
   [[nodiscard]] std::size_t CredentialCount() { return CountOf("SELECT RID FROM CREDENTIALBANK"); }
-  [[nodiscard]] std::size_t StepCount() { return StepTable(session(), std::nullopt).rows.size(); }
+  [[nodiscard]] std::size_t StepCount() { return StepList(session(), std::nullopt).rows.size(); }
 };
 
 TEST_F(CredentialImports, ATransmitterIsEnteredWithEveryCell) {
@@ -78,7 +78,7 @@ TEST_F(CredentialImports, TheColumnsTellTheTypes) {
   EXPECT_EQ(columns[0].heading, "Credential Type");
   EXPECT_TRUE(columns[0].needed);
   EXPECT_EQ(columns[0].help,
-            "Corvin 30 Bit card, Standard 26 Bit card or Transmitter; also card30, card26, "
+            "Corvin 30-Bit Card, Standard 26-Bit Card or Transmitter; also card30, card26, "
             "transmitter");
 }
 
@@ -179,11 +179,11 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedCase{"ButtonOfACard", "card26,903,7,,,1,",
                     "Button Number '1' must be left empty: only transmitters have one"},
         RefusedCase{"NoType", ",903,7,,,,",
-                    "Credential Type '' cannot be entered: the screen has Corvin 30 Bit card, "
-                    "Standard 26 Bit card and Transmitter"},
+                    "Credential Type '' cannot be entered: the screen has Corvin 30-Bit Card, "
+                    "Standard 26-Bit Card and Transmitter"},
         RefusedCase{"TypeThatTheScreenHasNot", "Corporate 1000 35-Bit Card,903,7,,,,",
                     "Credential Type 'Corporate 1000 35-Bit Card' cannot be entered: the screen "
-                    "has Corvin 30 Bit card, Standard 26 Bit card and Transmitter"},
+                    "has Corvin 30-Bit Card, Standard 26-Bit Card and Transmitter"},
         RefusedCase{"UnknownTenant", "card26,903,7,,,,Nobody At All",
                     std::string("Assigned To 'Nobody At All' ") + kNoTenant},
         RefusedCase{"Resident", "card26,903,7,,,,Whitlock Ines H",

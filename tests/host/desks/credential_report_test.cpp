@@ -53,12 +53,12 @@ TEST_F(CredentialReports, ListTheCredentialsWithTheirTenants) {
   EXPECT_EQ(CsvOf(report.Visible()),
             "Credential Type,Card Number,Facility Code,ID Code,Sequence Number,Button "
             "Number,Assigned To,RID\r\n"
-            "Corvin 30 Bit card,1001,7,,,,Hollis Elena G,489\r\n"
-            "Corvin 30 Bit card,1002,7,,,,O'Brien Paula H,490\r\n");
+            "Corvin 30-Bit Card,1001,7,,,,Hollis Elena G,489\r\n"
+            "Corvin 30-Bit Card,1002,7,,,,O'Brien Paula H,490\r\n");
   EXPECT_EQ(CsvOf(Credentials({"Card Number = 1001"})),
             "Credential Type,Card Number,Facility Code,ID Code,Sequence Number,Button "
             "Number,Assigned To,RID,Tenant RID\r\n"
-            "Corvin 30 Bit card,1001,7,,,,Hollis Elena G,489,61\r\n");
+            "Corvin 30-Bit Card,1001,7,,,,Hollis Elena G,489,61\r\n");
 }
 
 TEST_F(CredentialReports, HaveEveryCredentialWithoutConditions) {
@@ -103,7 +103,7 @@ TEST_F(CredentialReports, NameATypeThatIsNone) {
     EXPECT_EQ(fault.field(), report_input::kCondition);
     EXPECT_EQ(fault.value(), "paper");
     EXPECT_THAT(fault.what(),
-                HasSubstr("Standard 26 Bit card (card26), Transmitter (transmitter)"));
+                HasSubstr("Standard 26-Bit Card (card26), Transmitter (transmitter)"));
   }
 }
 

@@ -40,10 +40,10 @@ class DirCodeDesks : public DirCodeDeskFixture {
 
 TEST_F(DirCodeDesks, TheTableHasARowForEveryCodeInTheirOrder) {
   DirCodeDesk desk(session(), 1);
-  const Table table = DirCodeTable(session(), desk);
+  const List table = DirCodeList(session(), desk);
   const auto cell = [&table](std::size_t row, std::string_view key) {
-    for (std::size_t column = 0; column < table.columns.size(); ++column) {
-      if (table.columns[column].key == key) {
+    for (std::size_t column = 0; column < table.fields.size(); ++column) {
+      if (table.fields[column].key == key) {
         return qorcred::TextOrEmpty(table.rows[row][column]);
       }
     }
@@ -52,7 +52,7 @@ TEST_F(DirCodeDesks, TheTableHasARowForEveryCodeInTheirOrder) {
   ASSERT_EQ(table.rows.size(), 10U);
   EXPECT_EQ(cell(0, "code"), "101");
   EXPECT_EQ(cell(9, "code"), "110");
-  EXPECT_EQ(cell(0, "tenants"), "1");
+  EXPECT_EQ(table.rows[0][12], qorcred::Value(qorcred::StringArray{"Abbott Amelia A"}));
   EXPECT_EQ(cell(2, "forward_schedule"), "Weekdays 8 to 18");
   EXPECT_EQ(cell(0, "state"), "in the unit");
 }
@@ -61,7 +61,7 @@ TEST_F(DirCodeDesks, TheTableTellsWhatWaitsToBeSent) {
   ASSERT_TRUE(Add("250", WithPhone("1")).done());
   ASSERT_TRUE(Change("101", WithPhone("1")).done());
   DirCodeDesk desk(session(), kUnit);
-  const Table table = DirCodeTable(session(), desk);
+  const List table = DirCodeList(session(), desk);
   ASSERT_EQ(table.rows.size(), 7U);
   EXPECT_EQ(qorcred::TextOrEmpty(table.rows[0].back()), "change to be sent");
   EXPECT_EQ(qorcred::TextOrEmpty(table.rows[6].back()), "to be sent");

@@ -220,12 +220,13 @@ INSTANTIATE_TEST_SUITE_P(
                     "Display Name 'a\x1B[2Jb' cannot be typed into a box: it has control "
                     "characters or bytes that are not UTF-8"},
         RefusedLine{"Apostrophe", ",Display Name", "252,1,O'Neil",
-                    "Display Name holds an apostrophe, which would end the text in a statement"},
+                    "Display Name 'O'Neil' has an apostrophe, which would end the text in a "
+                    "statement: write O’Neil"},
         RefusedLine{"MissingCell", ",Display Name", "252,1", "2 cells, but 3 headings"},
         RefusedLine{"OneCellMore", "", "252,1,", "3 cells, but 2 headings"},
         RefusedLine{"NotUtf8", "", "252,\xFC",
                     "the line is not valid UTF-8: save the file as "
-                    "UTF-8"}),
+                    "UTF-8, or say which encoding it has"}),
     [](const auto& line) { return line.param.name; });
 
 TEST_F(DirCodeImports, WithYesForwardACodeToItsOwnNumber) {
@@ -277,7 +278,7 @@ TEST_F(DirCodeImports, CountTheCapacityThroughTheFileInADryRunToo) {
 }
 
 TEST_F(DirCodeImports, CountTheLinesOfACellWithALineBreak) {
-  const ImportReport report = Import("Directory Code,Phone No.\n250,1\n\"25\n1\",1\n,\n252,1\n");
+  const ImportReport report = Import("Directory Code,Phone No.\n250,1\n\"25\n1\",1\n,1\n252,1\n");
   EXPECT_EQ(report.done, 2U);
   EXPECT_EQ(report.refused, 2U);
   EXPECT_THAT(Told(report),

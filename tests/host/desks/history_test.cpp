@@ -46,7 +46,7 @@ class HistoryTest : public DeskFixture {
 
   [[nodiscard]] std::vector<std::string> Whats(HistoryQuery query) {
     std::vector<std::string> whats;
-    for (const auto& row : HistoryTable(session(), query).rows) {
+    for (const auto& row : HistoryList(session(), query).rows) {
       if (qorcred::NumericValue(row[0]) > static_cast<double>(last_)) {
         whats.push_back(TextOrEmpty(row[4]));
       }
@@ -75,10 +75,11 @@ class HistoryTest : public DeskFixture {
 
 TEST_F(HistoryTest, ListsWhatWasDoneWithItsRows) {
   const std::string entry = Rename("Berg");
-  const Table table = HistoryTable(session(), {});
+  const List table = HistoryList(session(), {});
   const std::vector<qorcred::Value>& row = table.rows.back();
   EXPECT_EQ(TextOrEmpty(row[0]), entry);
-  EXPECT_EQ(TextOrEmpty(row[1]), "2026-01-31 12:00:00");
+  EXPECT_EQ(row[1], qorcred::Value(qorcred::FromCivil({2026, 1, 31, 12, 0, 0})));
+  EXPECT_EQ(TextOrEmpty(ForPeople(table).rows.back()[1]), "2026-01-31T12:00:00+00:00");
   EXPECT_EQ(TextOrEmpty(row[2]), "anna");
   EXPECT_EQ(TextOrEmpty(row[3]), "2");
   EXPECT_EQ(TextOrEmpty(row[4]), "rename to Berg");
@@ -116,11 +117,11 @@ TEST_F(HistoryTest, WhatIsNeitherADateNorANumberOfDaysIsAFault) {
   HistoryQuery query;
   for (const char* since : {"yesterday", "d", "-1d", "1.5d", "100000d", "99999999999999999999d"}) {
     query.since = since;
-    EXPECT_EQ(FieldAtFault([&] { (void)HistoryTable(session(), query); }), history_input::kSince)
+    EXPECT_EQ(FieldAtFault([&] { (void)HistoryList(session(), query); }), history_input::kSince)
         << since;
   }
   query.since = "99999d";
-  EXPECT_NO_THROW((void)HistoryTable(session(), query));
+  EXPECT_NO_THROW((void)HistoryList(session(), query));
 }
 
 TEST_F(HistoryTest, EveryUnitHasAHead) {
@@ -139,10 +140,10 @@ TEST_F(HistoryTest, ShowsTheFieldsBeforeAndAfter) {
   ASSERT_EQ(table.rows.size(), 1U);
   EXPECT_EQ(TextOrEmpty(table.rows[0][0]), "Tenants");
   EXPECT_EQ(TextOrEmpty(table.rows[0][1]), "62");
-  EXPECT_EQ(TextOrEmpty(table.rows[0][2]), "changed");
-  EXPECT_EQ(TextOrEmpty(table.rows[0][3]), "LastName");
-  EXPECT_EQ(TextOrEmpty(table.rows[0][4]), name);
-  EXPECT_EQ(TextOrEmpty(table.rows[0][5]), "Berg");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][3]), "changed");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][4]), "LastName");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][5]), name);
+  EXPECT_EQ(TextOrEmpty(table.rows[0][6]), "Berg");
 }
 
 TEST_F(HistoryTest, AnEntryThatIsNotThereIsAFault) {

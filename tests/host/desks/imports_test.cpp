@@ -55,8 +55,8 @@ TEST_F(Imports, AFaultNamesTheColumn) {
                   "5!: Directory Code '12345' is longer than the 4 digits of this unit's codes"));
   EXPECT_THAT(Told(ImportCards("Credential Type,Card Number,ID Code\ncard26,901,2\nkey,902,\n")),
               ElementsAre("2!: ID Code '2' must be left empty: only transmitters have one",
-                          "3!: Credential Type 'key' cannot be entered: the screen has Corvin 30 "
-                          "Bit card, Standard 26 Bit card and Transmitter"));
+                          "3!: Credential Type 'key' cannot be entered: the screen has Corvin 30-"
+                          "Bit Card, Standard 26-Bit Card and Transmitter"));
 }
 
 // A file that was cut off within its last cell looks whole but for its last line's end.

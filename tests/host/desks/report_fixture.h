@@ -52,13 +52,13 @@ class ReportFixture : public DeskFixture {
     report.Narrow(conditions);
     EXPECT_TRUE(report.Compose().done());
     EXPECT_TRUE(report.Run().done());
-    return report.Complete();
+    return ForPeople(WithExtras(report.Rows()));
   }
   /// The same of its credentials.
   [[nodiscard]] Table Credentials(const std::vector<std::string>& conditions = {}) {
     CredentialReport report(session(), kUnit, conditions);
     EXPECT_TRUE(report.Run().done());
-    return report.Complete();
+    return ForPeople(WithExtras(report.Rows()));
   }
 };
 

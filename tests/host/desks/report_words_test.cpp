@@ -141,7 +141,7 @@ TEST(ReportWordsTest, AFieldsNameIsToldAsItIs) {
     return std::string("read");
   };
   EXPECT_THAT(failure("Floor = 5"),
-              HasSubstr("'Floor = 5' begins with no field of this report: {value} {{field}}"));
+              HasSubstr("'Floor = 5' begins with no field: {value} {{field}}"));
   EXPECT_THAT(failure("{value} {{field}} > 5"), HasSubstr("goes with '{value} {{field}}': equal"));
 }
 

@@ -104,7 +104,7 @@ TEST_F(ScheduleDeskTest, WhatNothingUsesIsDeleted) {
 
 TEST_F(ScheduleDeskTest, AreListedWithTheirUses) {
   (void)Add("Gardeners");
-  const Table table = ScheduleTable(session(), {{kUnit, "Linden Park"}});
+  const List table = ScheduleList(session(), {{kUnit, "Linden Park"}});
   ASSERT_EQ(table.rows.size(), 7U);
   EXPECT_EQ(qorcred::TextOrEmpty(table.rows[1][3]), "75");
   EXPECT_EQ(qorcred::TextOrEmpty(table.rows[4][4]), "1");

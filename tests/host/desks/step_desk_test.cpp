@@ -76,7 +76,7 @@ class StepDeskTest : public DeskFixture {
   }
   [[nodiscard]] std::vector<std::int32_t> Waiting() {
     std::vector<std::int32_t> rids;
-    for (const auto& row : WaitingStepTable(session(), std::nullopt).rows) {
+    for (const auto& row : WaitingStepList(session(), std::nullopt).rows) {
       rids.push_back(qorcred::ToLong(row[0]));
     }
     return rids;
@@ -105,15 +105,15 @@ TEST_F(StepDeskTest, ListsWhatWaitsInItsOrderWithTimesAndSubjects) {
   const std::int32_t first = Queue(step::kProgramTenant, 62);
   const std::int32_t second = Queue(step::kChangeDirectoryCode, kCodeRow, "99");
   const std::int32_t third = Queue(step::kDeleteDirectoryCode, 999, "88");
-  const Table table = WaitingStepTable(session(), kUnit);
+  const List table = WaitingStepList(session(), kUnit);
   ASSERT_EQ(table.rows.size(), 3U);
   EXPECT_THAT(Waiting(), ElementsAre(first, second, third));
-  EXPECT_EQ(TextOrEmpty(table.rows[0][2]), "2026-01-31T14:05:09+00:00");
+  EXPECT_EQ(TextOrEmpty(ForPeople(table).rows[0][2]), "2026-01-31T14:05:09+00:00");
   EXPECT_EQ(TextOrEmpty(table.rows[0][5]),
             Cell("SELECT FirstName & ' ' & LastName FROM Tenants WHERE RID=62"));
   EXPECT_EQ(TextOrEmpty(table.rows[1][5]), "99 to 101");
   EXPECT_EQ(TextOrEmpty(table.rows[2][5]), "88");
-  EXPECT_THAT(WaitingStepTable(session(), 1).rows, IsEmpty());
+  EXPECT_THAT(WaitingStepList(session(), 1).rows, IsEmpty());
 }
 
 TEST_F(StepDeskTest, TheFileHasWhatTheUnitHasToKnow) {

@@ -278,13 +278,13 @@ TEST(StoreFiles, AreWholeForEverybodyWhileTheyAreReplaced) {
 class Overview : public DeskFixture {};
 
 TEST_F(Overview, HasTheUnitsTheirDoorsAndTheirSteps) {
-  const Table units = UnitTable(session(), session().Units());
+  const List units = UnitList(session(), session().Units());
   ASSERT_EQ(units.rows.size(), 3U);
   EXPECT_EQ(units.rows[0][1], qorcred::Value("Harbour Court"));
-  const Table doors = DoorTable(session(), {{2, ""}});
+  const List doors = DoorList(session(), {{2, ""}});
   ASSERT_GE(doors.rows.size(), 4U);
   EXPECT_EQ(qorcred::TextOrEmpty(doors.rows[0][3]).size(), 12U) << "a caption is cut";
-  EXPECT_TRUE(StepTable(session(), std::nullopt).rows.empty());
+  EXPECT_TRUE(StepList(session(), std::nullopt).rows.empty());
 }
 
 class Statements : public DeskFixture {};

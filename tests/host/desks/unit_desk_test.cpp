@@ -57,7 +57,7 @@ TEST_F(UnitDeskTest, ANewUnitHasWhatTheControllersNeed) {
   EXPECT_EQ(unit, 4);
   EXPECT_THAT(MissingSettings(session(), {{unit, "Annex"}}), IsEmpty());
   EXPECT_THAT(FindingsIn(session(), unit), IsEmpty());
-  EXPECT_EQ(DoorTable(session(), {{unit, "Annex"}}).rows.size(), 4U);
+  EXPECT_EQ(DoorList(session(), {{unit, "Annex"}}).rows.size(), 4U);
   EXPECT_EQ(CountOf("SELECT RID FROM Schedules WHERE UnitKey=4 AND ScheduleID IN (0, 1)"), 2U);
   EXPECT_EQ(CountOf("SELECT RID FROM TenantGroup WHERE UnitKey=4 AND IsGroupZero=True"), 1U);
 }
@@ -209,7 +209,7 @@ TEST_F(UnitDeskTest, TheDefaultEndIsADateDaysOrNone) {
   EXPECT_EQ(Setting("RECORDDEACTIVATION"), "1");
   EXPECT_THAT(Setting("DEACTIVATIONDATE"), HasSubstr("12/31/2027"));
   EXPECT_TRUE(Edit(entry).unchanged);
-  const Table shown = UnitSettingsTable(session(), {{kUnit, "Linden Park"}});
+  const List shown = UnitSettingsList(session(), {{kUnit, "Linden Park"}});
   EXPECT_EQ(qorcred::TextOrEmpty(shown.rows[0][6]), "2027-12-31");
   // The screens read it: a new code of the unit ends then.
   DirCodeDesk desk(session(), kUnit);

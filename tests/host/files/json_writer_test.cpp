@@ -91,5 +91,22 @@ TEST(PrintJson, GivesAnEmptyArrayWithoutRows) {
   EXPECT_EQ(Json(table), nlohmann::json::array());
 }
 
+TEST(JsonObjects, ArePutTogetherMemberByMemberOnOneLine) {
+  Table rows;
+  rows.columns = {{"A", "a"}, {"A", "a"}};
+  rows.rows = {{1, "x\x1B"}, {true, Null{}}};
+  JsonObject inner;
+  inner.Add("numbers", std::vector<double>{1, 2.5}).Add("none", std::vector<double>{});
+  JsonObject object;
+  object.Add("rows", rows).Add("inner", inner).Add("key \"", "text").Add(inner);
+  std::ostringstream out;
+  object.Print(out);
+  JsonObject().Print(out);
+  EXPECT_EQ(out.str(),
+            "{\"rows\":[{\"a\":1,\"a_2\":\"x\\u001b\"},{\"a\":true,\"a_2\":null}],"
+            "\"inner\":{\"numbers\":[1,2.5],\"none\":[]},\"key \\\"\":\"text\","
+            "\"numbers\":[1,2.5],\"none\":[]}\n{}\n");
+}
+
 }  // namespace
 }  // namespace qorhost::test

@@ -47,6 +47,40 @@ TEST(PrintTable, SaysWhenThereAreNoRowsOrOne) {
   EXPECT_EQ(Printed(table), "Name\n----\na\n1 row\n");
 }
 
+std::string PrintedInto(std::size_t width, const Table& table) {
+  std::ostringstream out;
+  PrintTable(out, table, width);
+  return out.str();
+}
+
+Table Wide() {
+  Table table;
+  table.columns = {{"Key", "key"}, {"Long name", "name"}, {"Town", "town"}};
+  table.rows = {{17, "Abel Karin Theodora", "東京東京東京東京"}, {123456, "Berg", "Rome"}};
+  return table;
+}
+
+TEST(PrintTable, CutsTheWidestTextsWhereTheTerminalIsNarrow) {
+  EXPECT_EQ(PrintedInto(45, Wide()), Printed(Wide()));
+  EXPECT_EQ(PrintedInto(36, Wide()),
+            "   Key  Long name      Town\n"
+            "------  -------------  -------------\n"
+            "    17  Abel Karin T…  東京東京東京…\n"
+            "123456  Berg           Rome\n"
+            "2 rows\n");
+}
+
+TEST(PrintTable, LeavesTheLastColumnsOutWhereTheyCouldNotBeReadAndNamesThem) {
+  EXPECT_EQ(PrintedInto(33, Wide()),
+            "   Key  Long name\n"
+            "------  -------------------\n"
+            "    17  Abel Karin Theodora\n"
+            "123456  Berg\n"
+            "2 rows (not shown: Town)\n");
+  EXPECT_EQ(PrintedInto(3, Wide()),
+            "   Key\n------\n    17\n123456\n2 rows (not shown: Long name, Town)\n");
+}
+
 TEST(PrintTable, ShowsNullAsTheTableSays) {
   Table table = OneRow({Null{}});
   table.nullText = "Null";

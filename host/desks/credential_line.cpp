@@ -1,0 +1,87 @@
+#include "host/desks/credential_line.h"
+
+#include <cstdint>
+#include <string_view>
+
+#include "credentials/credential_type.h"
+#include "host/desks/credential_types.h"
+#include "host/desks/input_fault.h"
+
+namespace qorhost {
+
+namespace {
+
+namespace column = credential_column;
+
+/// The text of a cell; nothing for an empty one.
+std::optional<std::string> ReadText(const ImportLine& line, std::size_t column) {
+  const std::string_view given = line.Trimmed(column);
+  return given.empty() ? std::nullopt : std::optional<std::string>(given);
+}
+
+const CredentialTypeWords& ReadType(const std::string& given) {
+  const CredentialTypeWords* type = FindCredentialType(EnteredTypes(), given);
+  if (type == nullptr) {
+    throw InputFault(
+        credential_field::kType, given,
+        "{field} '{value}' cannot be entered: the screen has " + EnteredNames(", ", " and "));
+  }
+  return *type;
+}
+
+/// What only transmitters have.
+std::optional<std::string> ReadOfTransmitter(const ImportLine& line, std::size_t column,
+                                             std::string_view field, std::int16_t type) {
+  std::optional<std::string> given = ReadText(line, column);
+  if (given && type != qorcred::kTransmitter) {
+    throw InputFault(field, *given,
+                     "{field} '{value}' must be left empty: only transmitters have one");
+  }
+  return given;
+}
+
+std::optional<std::string> ReadFacility(const std::optional<std::string>& given, bool takesOne) {
+  if (!given || takesOne) {
+    return given;
+  }
+  if (given->find_first_not_of('0') != std::string::npos) {
+    throw InputFault(credential_field::kFacility, *given,
+                     "{field} '{value}' must be left empty: this unit ignores facility codes");
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::array<ColumnField, column::kCount> CredentialFields(std::size_t first) {
+  return {{{credential_field::kType, first + column::kType},
+           {credential_field::kFirst, first + column::kNumber},
+           {credential_field::kFacility, first + column::kFacility},
+           {credential_field::kIdCode, first + column::kIdCode},
+           {credential_field::kSequence, first + column::kSequence},
+           {credential_field::kButton, first + column::kButton}}};
+}
+
+NewCredentials ReadCredential(const ImportLine& line, std::size_t first, bool takesFacilityCode,
+                              const CredentialDefaults& defaults) {
+  const auto cell = [&](std::size_t column) { return ReadText(line, first + column); };
+  const CredentialTypeWords& type =
+      ReadType(cell(column::kType).value_or(defaults.type.value_or("")));
+  std::optional<std::string> facility = cell(column::kFacility);
+  if (!facility) {
+    facility = defaults.facility;
+  }
+  NewCredentials entry;
+  entry.type = type.word;
+  entry.first = line.Trimmed(first + column::kNumber);
+  entry.facility = ReadFacility(facility, takesFacilityCode);
+  entry.idCode =
+      ReadOfTransmitter(line, first + column::kIdCode, credential_field::kIdCode, type.type);
+  entry.sequence =
+      ReadOfTransmitter(line, first + column::kSequence, credential_field::kSequence, type.type);
+  entry.button =
+      ReadOfTransmitter(line, first + column::kButton, credential_field::kButton, type.type);
+  return entry;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,211 @@
+#include "host/desks/dir_code_line.h"
+
+#include <fmt/format.h>
+
+#include "frame/screen_names.h"
+#include "frame/text.h"
+#include "host/desks/input_fault.h"
+#include "host/desks/list_entries.h"
+#include "host/desks/report_captions.h"
+
+namespace qorhost {
+
+namespace {
+
+namespace caption = dir_code_caption;
+
+// The columns by their bare names.
+using namespace dir_code_column;
+
+constexpr std::array<ImportColumn, kCount> kColumns{{
+    {caption::kCode, true, "the code that a visitor dials, zeros in front or not"},
+    {caption::kPhone, true, "the phone number that the unit dials"},
+    {caption::kExtension, false, "the extension dialled behind it"},
+    {caption::kDelay, false, "the delay before the extension; without one it is 2"},
+    {caption::kDisplayName, false, "the name that the unit shows"},
+    {caption::kStatus, false, "Active (also without the column) or Inactive"},
+    {caption::kStart, false, "first day, as 05 Mar 2024 or 2024-03-05 08:00; empty: none"},
+    {caption::kEnd, false, "last day; empty: none; without the column: the unit's own"},
+    {caption::kDnd, false, "True or False; empty: True with a schedule"},
+    {caption::kDndSchedule, false, "a schedule's name or id; <None> or empty: none"},
+    {caption::kForwarding, false, "True or False; empty: True with a phone number or schedule"},
+    {caption::kCfSchedule, false, "a schedule's name or id; <None> or empty: none"},
+    {caption::kCfPhone, false, "the phone number that calls are forwarded to"},
+    {caption::kCfExtension, false, "the extension there"},
+    {caption::kCfDelay, false, "the delay before the extension there; without one it is 2"},
+    {caption::kShowName, false, "True (also without the column) or False"},
+    {caption::kShowCode, false, "True (also without the column) or False"},
+}};
+
+constexpr std::array<ColumnField, 12> kFields{{
+    {dir_code_field::kCode, kCode},
+    {dir_code_field::kPhone, kPhone},
+    {dir_code_field::kExtension, kExtension},
+    {dir_code_field::kDelay, kDelay},
+    {dir_code_field::kDisplayName, kDisplayName},
+    {dir_code_field::kStart, kStart},
+    {dir_code_field::kEnd, kEnd},
+    {dir_code_field::kDnd, kDndSchedule},
+    {dir_code_field::kForwardSchedule, kCfSchedule},
+    {dir_code_field::kForwardPhone, kCfPhone},
+    {dir_code_field::kForwardExtension, kCfExtension},
+    {dir_code_field::kForwardDelay, kCfDelay},
+}};
+
+/// An end at the last minute of a day, as a report shows the end of a day, means all of that day.
+std::string EndOf(std::string_view cell) {
+  constexpr std::string_view kLastMinute = " 23:59";
+  return std::string(cell.ends_with(kLastMinute) ? cell.substr(0, cell.size() - kLastMinute.size())
+                                                 : cell);
+}
+
+void NoteIdle(ImportNotes& notes, std::size_t idle, std::size_t off, std::string_view word) {
+  notes.push_back(fmt::format("{} was not taken over: {} is {}", kColumns[idle].heading,
+                              kColumns[off].heading, word));
+}
+
+}  // namespace
+
+std::span<const ImportColumn, kCount> DirCodeColumns() {
+  return kColumns;
+}
+
+std::vector<ColumnField> DirCodeFields(std::size_t first) {
+  std::vector<ColumnField> fields(kFields.begin(), kFields.end());
+  for (ColumnField& field : fields) {
+    field.column += first;
+  }
+  return fields;
+}
+
+std::string StorableName(const std::string& name, Apostrophes apostrophes) {
+  constexpr std::string_view kTypographic = "\xE2\x80\x99";
+  if (name.find('\'') == std::string::npos) {
+    return name;
+  }
+  std::string storable = qorcred::ReplaceAll(name, "'", kTypographic);
+  if (apostrophes == Apostrophes::kReplaced) {
+    return storable;
+  }
+  throw InputFault(dir_code_field::kDisplayName, name,
+                   "{field} '{value}' has an apostrophe, which would end the text in a statement: "
+                   "write " +
+                       InReason(storable));
+}
+
+DirCodeLines::DirCodeLines(DirCodeDesk& desk, std::size_t first, Apostrophes apostrophes)
+    : desk_(desk),
+      first_(first),
+      apostrophes_(apostrophes),
+      schedules_(desk.screen().List(qorcred::kDndScheduleList), placeholders::kInSchedules) {}
+
+DirCodeEntry DirCodeLines::Read(const ImportLine& line, ImportNotes& notes) const {
+  DirCodeEntry entry;
+  ReadPhone(line, entry, notes);
+  ReadDnd(line, entry, notes);
+  ReadForwarding(line, entry, notes);
+  ReadPeriod(line, entry, notes);
+  entry.displayName = StorableName(CellOf(line, kDisplayName), apostrophes_);
+  entry.showName = ReadTrueFalse(line, kShowName);
+  entry.showCode = ReadTrueFalse(line, kShowCode);
+  return entry;
+}
+
+std::string DirCodeLines::CellOf(const ImportLine& line, std::size_t column) const {
+  return std::string(line.Cell(first_ + column).value_or(""));
+}
+
+std::optional<bool> DirCodeLines::ReadTrueFalse(const ImportLine& line, std::size_t column) const {
+  return ReadEither(kColumns[column].heading, Trimmed(line, column), kTrueFalse);
+}
+
+/// A schedule's id; nothing for none.
+std::optional<std::string> DirCodeLines::ReadSchedule(const ImportLine& line,
+                                                      std::size_t column) const {
+  const std::string_view given = Trimmed(line, column);
+  if (given.empty() || qorcred::CompareIgnoringCase(given, kNoneEntry) == 0) {
+    return std::nullopt;
+  }
+  const std::vector<std::int32_t> places = schedules_.Find(given);
+  if (places.size() == 1) {
+    return std::to_string(desk_.screen().List(qorcred::kDndScheduleList).ItemData(places.front()));
+  }
+  // An id, or a message about the name.
+  return std::string(given);
+}
+
+/// The delay behind a phone number; it is only looked at with an extension.
+std::optional<std::string> DirCodeLines::ReadDelay(const ImportLine& line, std::size_t extension,
+                                                   std::size_t delay, ImportNotes& notes) const {
+  const std::string_view given = Trimmed(line, delay);
+  if (given.empty()) {
+    return std::nullopt;
+  }
+  if (Trimmed(line, extension).empty()) {
+    if (given != qorcred::kDelayWithoutExtension) {
+      notes.push_back(fmt::format("{} '{}' was not taken over: without an extension it is {}",
+                                  kColumns[delay].heading, given, qorcred::kDelayWithoutExtension));
+    }
+    return std::nullopt;
+  }
+  return std::string(given);
+}
+
+void DirCodeLines::ReadPhone(const ImportLine& line, DirCodeEntry& entry,
+                             ImportNotes& notes) const {
+  entry.phone = CellOf(line, kPhone);
+  entry.extension = CellOf(line, kExtension);
+  entry.delay = ReadDelay(line, kExtension, kDelay, notes);
+}
+
+void DirCodeLines::ReadDnd(const ImportLine& line, DirCodeEntry& entry, ImportNotes& notes) const {
+  const std::optional<std::string> schedule = ReadSchedule(line, kDndSchedule);
+  if (ReadTrueFalse(line, kDnd).value_or(schedule.has_value())) {
+    desk_.screen().Check("chkDND").SetState(1);
+    entry.dnd = schedule;
+  } else if (schedule) {
+    NoteIdle(notes, kDndSchedule, kDnd, "False");
+  }
+}
+
+void DirCodeLines::ReadForwarding(const ImportLine& line, DirCodeEntry& entry,
+                                  ImportNotes& notes) const {
+  const std::optional<std::string> schedule = ReadSchedule(line, kCfSchedule);
+  const bool phone = !Trimmed(line, kCfPhone).empty();
+  const bool extension = !Trimmed(line, kCfExtension).empty();
+  if (ReadTrueFalse(line, kForwarding).value_or(schedule || phone || extension)) {
+    desk_.screen().Check("chkCallForwarding").SetState(1);
+    entry.forwardPhone = CellOf(line, kCfPhone);
+    entry.forwardExtension = CellOf(line, kCfExtension);
+    entry.forwardSchedule = schedule;
+    entry.forwardDelay = ReadDelay(line, kCfExtension, kCfDelay, notes);
+    return;
+  }
+  if (schedule) {
+    NoteIdle(notes, kCfSchedule, kForwarding, "False");
+  }
+  for (const std::size_t idle : {kCfPhone, kCfExtension}) {
+    if (!Trimmed(line, idle).empty()) {
+      NoteIdle(notes, idle, kForwarding, "False");
+    }
+  }
+}
+
+void DirCodeLines::ReadPeriod(const ImportLine& line, DirCodeEntry& entry,
+                              ImportNotes& notes) const {
+  entry.active = ReadEither(kColumns[kStatus].heading, Trimmed(line, kStatus), kActiveInactive);
+  const bool active = entry.active.value_or(true);
+  for (const std::size_t limit : {kStart, kEnd}) {
+    const std::string_view given = Trimmed(line, limit);
+    if (!active && !given.empty()) {
+      NoteIdle(notes, limit, kStatus, "Inactive");
+    } else if (active && line.Cell(first_ + limit)) {
+      const std::string date = given.empty()     ? std::string(kNoneWord)
+                               : limit == kStart ? std::string(given)
+                                                 : EndOf(given);
+      (limit == kStart ? entry.from : entry.to) = date;
+    }
+  }
+}
+
+}  // namespace qorhost

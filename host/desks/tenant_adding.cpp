@@ -1,0 +1,77 @@
+#include "host/desks/tenant_adding.h"
+
+#include <fmt/format.h>
+
+#include <limits>
+#include <optional>
+#include <string>
+
+#include "frame/convert.h"
+#include "frame/schedules.h"
+#include "host/desks/credential_desk.h"
+#include "host/desks/desk_error.h"
+
+namespace qorhost {
+
+namespace {
+
+/// As the screen that creates tenants shows it.
+void SetDefaultPeriod(DeskSession& session, std::int32_t unitKey, TenantRow& tenant) {
+  CredentialDesk desk(session, unitKey, DeskScreen::kTenantCreating);
+  const PickerModel& start = desk.screen().Date("dtpStart");
+  const PickerModel& end = desk.screen().Date("dtpEnd");
+  tenant.start = start.chosen() ? std::optional(start.shown()) : std::nullopt;
+  tenant.end = end.chosen() ? std::optional(end.shown()) : std::nullopt;
+  tenant.active = tenant.start || tenant.end;
+}
+
+}  // namespace
+
+std::int32_t GroupZeroOf(DeskSession& session, std::int32_t unitKey) {
+  return qorcred::RoundToLong(qorcred::NumericValue(session.sql().Scalar(
+      fmt::format("SELECT RID FROM TenantGroup WHERE UnitKey={} AND IsGroupZero=True", unitKey))));
+}
+
+TenantAdding::TenantAdding(DeskSession& session, std::int32_t unitKey)
+    : session_(session), unitKey_(unitKey) {
+  fresh_.schedules.fill(qorcred::kFullAccess.id);
+  fresh_.group = GroupZeroOf(session, unitKey);
+  SetDefaultPeriod(session, unitKey, fresh_);
+}
+
+void TenantAdding::Store(TenantRow& tenant) {
+  // The connection's first write tells whether the unit is as it was shown: the code is free then.
+  SqlSession& sql = session_.sql();
+  if (taken_ == 0) {
+    nextLinkCode_ = sql.tenants().NextLinkCode(unitKey_);
+  }
+  if (nextLinkCode_ > std::numeric_limits<std::int32_t>::max()) {
+    throw RefusedError("the unit has no link code left");
+  }
+  std::string columns = "UnitKey, LINKCODE, LASTMODIFIEDDATE";
+  std::string literals = fmt::format("{}, {}, '_LMDATE_'", unitKey_, nextLinkCode_);
+  for (const TenantColumn& column : TenantColumns()) {
+    columns.append(", ").append(column.column);
+    literals.append(", ").append(column.literal(tenant));
+  }
+  tenant.rid = static_cast<std::int32_t>(
+      sql.Change(fmt::format("INSERT INTO Tenants ({}) VALUES ({})", columns, literals),
+                 dialect::StatementKind::kInsert)
+          .newRow);
+  tenant.tenantId = sql.tenants().TenantIdOf(unitKey_, tenant.rid);
+  (void)sql.Change(fmt::format("INSERT INTO TenantsBackup (UnitKey, TenantID) VALUES ({}, {})",
+                               unitKey_, tenant.tenantId),
+                   dialect::StatementKind::kInsert);
+  sql.steps().Queue(unitKey_, step::kProgramTenant, tenant.rid);
+  ++nextLinkCode_;
+  ++taken_;
+}
+
+void TenantAdding::KeepLinkCodes() {
+  if (taken_ > 0) {
+    session_.sql().tenants().TakeLinkCodes(unitKey_, taken_);
+    taken_ = 0;
+  }
+}
+
+}  // namespace qorhost

@@ -1,0 +1,37 @@
+// Adding tenants to a unit, one or many in one unit of work.
+#pragma once
+
+#include <cstdint>
+
+#include "host/desks/session.h"
+#include "host/desks/tenant_rows.h"
+
+namespace qorhost {
+
+/// Reads once what every new tenant of a unit has. To be made and used inside a unit of work that
+/// nobody else writes beside.
+class TenantAdding {
+ public:
+  /// The session must live as long. Raises FailureError when the unit's screen cannot be opened.
+  TenantAdding(DeskSession& session, std::int32_t unitKey);
+
+  /// A new tenant of the unit's group zero with Full Access and the unit's default period.
+  [[nodiscard]] const TenantRow& fresh() const { return fresh_; }
+  /// Stores the tenant with the next link code, and queues the step "program tenant". Puts the
+  /// tenant's row and id into `tenant`.
+  void Store(TenantRow& tenant);
+  /// Sees to it that the link codes are not given out again: to be called behind the last tenant.
+  void KeepLinkCodes();
+
+ private:
+  DeskSession& session_;
+  std::int32_t unitKey_;
+  TenantRow fresh_;
+  std::int64_t nextLinkCode_ = 0;  // once a tenant was stored
+  std::int32_t taken_ = 0;
+};
+
+/// The RID of the unit's group zero; 0 when it has none.
+[[nodiscard]] std::int32_t GroupZeroOf(DeskSession& session, std::int32_t unitKey);
+
+}  // namespace qorhost

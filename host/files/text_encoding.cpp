@@ -1,0 +1,104 @@
+#include "host/files/text_encoding.h"
+
+#include <fmt/format.h>
+#include <iconv.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "host/files/file_error.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
+constexpr std::string_view kBigEndianMark = "\xFE\xFF";
+
+/// One way to read bytes, as the system's converter calls it.
+struct Source {
+  const char* name;
+  std::string_view called;  // for people
+};
+
+constexpr Source kCp1252Source{"CP1252", "Windows-1252"};
+constexpr Source kLittleEndian{"UTF-16LE", "UTF-16"};
+constexpr Source kBigEndian{"UTF-16BE", "UTF-16"};
+
+class Converter {
+ public:
+  explicit Converter(const Source& source)
+      : source_(source), handle_(iconv_open("UTF-8", source.name)) {
+    // The number -1 in the place of a pointer says that it failed.
+    std::intptr_t number = 0;
+    std::memcpy(&number, &handle_, sizeof number);
+    if (number == -1) {
+      throw FileError(FileProblem::kUnreachable,
+                      fmt::format("this system cannot read {}: {}; save the file as UTF-8",
+                                  source.called, std::generic_category().message(errno)));
+    }
+  }
+  ~Converter() { iconv_close(handle_); }
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+
+  [[nodiscard]] std::string Convert(std::string& text) {
+    constexpr std::size_t kPart = 65536;
+    std::string converted;
+    converted.reserve(text.size());
+    std::string part(kPart, '\0');
+    char* in = text.data();
+    std::size_t left = text.size();
+    while (left > 0) {
+      char* out = part.data();
+      std::size_t room = part.size();
+      const std::size_t status = iconv(handle_, &in, &left, &out, &room);
+      const int reason = errno;
+      converted.append(part.data(), part.size() - room);
+      if (status == static_cast<std::size_t>(-1) && reason != E2BIG) {
+        throw FileError(FileProblem::kUnusable,
+                        fmt::format("byte {} of the file is no {}: it has another encoding, or was "
+                                    "cut off; nothing was imported",
+                                    text.size() - left + 1, source_.called));
+      }
+    }
+    return converted;
+  }
+
+ private:
+  Source source_;
+  iconv_t handle_;
+};
+
+}  // namespace
+
+std::string TextAsUtf8(std::string text, TextEncoding encoding) {
+  const std::string_view bytes = text;
+  if (bytes.starts_with(kUtf8Mark)) {
+    return text.erase(0, kUtf8Mark.size());
+  }
+  for (const auto& [mark, source] :
+       {std::pair(kLittleEndianMark, kLittleEndian), std::pair(kBigEndianMark, kBigEndian)}) {
+    if (bytes.starts_with(mark)) {
+      text.erase(0, mark.size());
+      return Converter(source).Convert(text);
+    }
+  }
+  switch (encoding) {
+    case TextEncoding::kCp1252:
+      return Converter(kCp1252Source).Convert(text);
+    case TextEncoding::kUtf16:
+      return Converter(kLittleEndian).Convert(text);
+    case TextEncoding::kUtf8:
+      break;
+  }
+  return text;
+}
+
+}  // namespace qorhost

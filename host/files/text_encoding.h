@@ -1,0 +1,21 @@
+// Texts from outside in whatever encoding a spreadsheet has saved them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace qorhost {
+
+enum class TextEncoding : std::uint8_t {
+  kUtf8,
+  kCp1252,  ///< of older programs in Western countries
+  kUtf16,   ///< little-endian, unless a byte order mark says otherwise
+};
+
+/// The text as UTF-8, without a byte order mark. A mark says what the encoding is, whatever
+/// `encoding` says; a text that is to be UTF-8 is handed back as it is, bytes that are none
+/// included. Raises FileError, kUnusable, with the place of the first byte that the encoding does
+/// not have. Time and memory are linear.
+[[nodiscard]] std::string TextAsUtf8(std::string text, TextEncoding encoding);
+
+}  // namespace qorhost

@@ -1,0 +1,102 @@
+// Questions to lists at the command line: one set of options for all of them.
+#include <gmock/gmock.h>
+
+#include "tests/host/cli/run_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+class ListCommands : public RunFixture {
+ protected:
+  void SetUp() override { InitDemo(); }
+};
+
+/// The commands whose lists answer questions, with what they need to have rows.
+const std::vector<std::vector<std::string>> kLists{
+    {"credentials", "list"}, {"dircodes", "list"},     {"tenants", "list"}, {"units", "list"},
+    {"doors", "list"},       {"schedules", "list"},    {"history", "list"}, {"find", "tanaka"},
+    {"report", "dircodes"},  {"report", "credentials"}};
+
+std::vector<std::string> With(std::vector<std::string> words, std::vector<std::string> more) {
+  words.insert(words.end(), more.begin(), more.end());
+  return words;
+}
+
+TEST_F(ListCommands, AllTakeAnOrderColumnsAndALimit) {
+  for (const auto& list : kLists) {
+    SCOPED_TRACE(list[0] + " " + list[1]);
+    const nlohmann::json all = Rows(With(list, {"--all-units"}));
+    ASSERT_FALSE(all.empty());
+    const std::string field = all[0].items().begin().key();
+    const nlohmann::json first =
+        Rows(With(list, {"--all-units", "--sort", field, "--columns", field, "--limit", "1"}));
+    const nlohmann::json last =
+        Rows(With(list, {"--all-units", "--sort", "-" + field, "--columns", field}));
+    ASSERT_EQ(first.size(), 1U);
+    EXPECT_EQ(first[0].size(), 1U);
+    EXPECT_EQ(last.size(), all.size());
+    EXPECT_EQ(Run(With(list, {"--sort", "nothing"})).status, 2);
+    EXPECT_EQ(Run(With(list, {"--columns", "nothing"})).status, 2);
+    EXPECT_EQ(Run(With(list, {"--limit", "0"})).status, 2);
+    EXPECT_EQ(Run(With(list, {"--where", "nothing = 1"})).status, 2);
+    EXPECT_EQ(Run(With(list, {"--all-units", "--unit", "2"})).status, 2);
+  }
+}
+
+TEST_F(ListCommands, AWrongQuestionPrintsNoTitle) {
+  EXPECT_EQ(Run({"tenants", "list", "--sort", "floor"}).out, "");
+  EXPECT_EQ(Run({"report", "credentials", "--sort", "floor"}).out, "");
+}
+
+TEST_F(ListCommands, OfOneUnitStandUnderItsNameAndOfAllWithItsKey) {
+  EXPECT_THAT(Run({"tenants", "list", "--unit", "2"}).out, StartsWith("Unit 2, Linden Park\nRID"));
+  unitOfEnvironment_ = "2";
+  EXPECT_THAT(Run({"tenants", "list"}).out, StartsWith("Unit 2, Linden Park\nRID"));
+  EXPECT_THAT(Run({"tenants", "list", "--all-units"}).out, StartsWith("Unit  RID  Name"));
+  EXPECT_EQ(Rows({"tenants", "list", "--all-units"}).size(), 200U);
+  EXPECT_THAT(Run({"report", "dircodes", "--all-units"}).out, StartsWith("Unit  Directory Code"));
+}
+
+TEST_F(ListCommands, FitTheTerminalAndGoWholeIntoAPipe) {
+  columns_ = 60;
+  EXPECT_THAT(Run({"units", "list"}).out, HasSubstr("Pending steps"));
+  outputIsTerminal_ = true;
+  const std::string fitted = Run({"units", "list"}).out;
+  EXPECT_THAT(fitted, AllOf(HasSubstr("Mill Street …"), HasSubstr("3 rows (not shown: ")));
+  EXPECT_THAT(Run({"units", "list", "--columns", "unit,name"}).out,
+              AllOf(HasSubstr("Mill Street Lofts"), Not(HasSubstr("not shown"))));
+}
+
+TEST_F(ListCommands, ReportsTakeTheWordsThatTheyPrint) {
+  EXPECT_EQ(Rows({"report", "dircodes", "--where", "Directory Status = Active"}).size(), 10U);
+  EXPECT_EQ(Rows({"report", "dircodes", "--where", "Directory Status = inactive"}).size(), 0U);
+  EXPECT_EQ(Rows({"report", "credentials", "--where", "Assigned To begins with Abbott"}),
+            Rows({"report", "credentials", "--where", "Tenant Name begins with Abbott"}));
+  const nlohmann::json sorted =
+      Rows({"report", "credentials", "--sort=-Card Number", "--limit", "2"});
+  EXPECT_GE(sorted[0]["Card Number"], sorted[1]["Card Number"]);
+}
+
+TEST_F(ListCommands, ANewLimitOfFindIsKeptAndAConditionLooksAtAllThatMatch) {
+  EXPECT_EQ(Rows({"find", "1", "--limit", "70"}).size(), 70U);
+  const nlohmann::json codes = Rows({"find", "1", "--where", "kind = directory code"});
+  EXPECT_FALSE(codes.empty());
+  EXPECT_EQ(codes[0]["kind"], "directory code");
+}
+
+TEST_F(ListCommands, ALimitOfTheHistoryShowsTheLatest) {
+  EXPECT_EQ(Run({"doors", "edit", "4", "--name", "Yard", "--unit", "2"}).status, 0);
+  const nlohmann::json latest = Rows({"history", "list", "--limit", "1"});
+  ASSERT_EQ(latest.size(), 1U);
+  EXPECT_EQ(latest[0]["entry"], 2);
+  EXPECT_EQ(Rows({"history", "list", "--where", "unit = 2"}).size(), 1U);
+  EXPECT_EQ(Rows({"history", "list", "--sort", "entry", "--limit", "1"})[0]["entry"], 1);
+}
+
+}  // namespace
+}  // namespace qorhost::test
