@@ -169,6 +169,8 @@ std::vector<Case> Cases() {
        "resident:bool"},
       {"tenants add", "tenants add --last Byrne --to 2027-06-30 --unit 2", Case::kChangeObject, ""},
       {"tenants add", "tenants add --last Cole --unit 2 -n", Case::kChangeObject, ""},
+      {"tenants export", "tenants export --unit 2 --to FOLDER/tenants.csv", Case::kObject,
+       "unit:number lines:number file:text"},
       {"tenants edit", "tenants edit Byrne --first Ann --unit 2", Case::kChangeObject,
        "fields:rows freed_cards:texts"},
       {"tenants edit", "tenants edit Byrne --first Ann --unit 2", Case::kChangeObject,
@@ -239,7 +241,8 @@ std::vector<Case> Cases() {
 /// Commands that print no rows and change nothing, or what is no JSON by its nature.
 const std::set<std::string> kWithoutJson{"tour", "completion", "manual"};
 /// What an import tells stands in its own tests.
-const std::set<std::string> kTestedElsewhere{"credentials import", "dircodes import"};
+const std::set<std::string> kTestedElsewhere{"credentials import", "dircodes import",
+                                             "tenants import"};
 
 class JsonContract : public RunFixture {
  protected:

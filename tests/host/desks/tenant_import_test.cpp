@@ -123,7 +123,7 @@ INSTANTIATE_TEST_SUITE_P(
                           "Card Number '1001' is held by Hollis Elena G (RID 61)"},
         RefusedTenantLine{"CardWithoutType", ",Card Number", ",40001",
                           "Card Type is empty: no credential has the number '40001', and a new one "
-                          "needs a type: Corvin 30 Bit card, Standard 26 Bit card or Transmitter"},
+                          "needs a type: Corvin 30-Bit Card, Standard 26-Bit Card or Transmitter"},
         RefusedTenantLine{"Separators", ",Card Type,Card Number", ",card26,\"20,001\"",
                           "Card Number '20,001' has separators between its digits: write 20001"},
         RefusedTenantLine{"CodeBehindCard", ",Card Type,Card Number,Directory Code,Phone",
@@ -132,8 +132,8 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedTenantLine{
             "SecondCardBehindFirst", ",Card Type,Card Number,Card 2 Type,Card 2 Number",
             ",card26,40001,card99,40002",
-            "Card 2 Type 'card99' cannot be entered: the screen has Corvin 30 Bit card, "
-            "Standard 26 Bit card and Transmitter"},
+            "Card 2 Type 'card99' cannot be entered: the screen has Corvin 30-Bit Card, "
+            "Standard 26-Bit Card and Transmitter"},
         RefusedTenantLine{"SameCardTwice", ",Card Type,Card Number,Card 2 Type,Card 2 Number",
                           ",card26,20040,card26,20040", "both cards of the line are the same one"},
         RefusedTenantLine{"OtherPhone", ",Directory Code,Phone", ",101,555-9999",
