@@ -42,7 +42,9 @@ struct Setting {
 
   [[nodiscard]] qorhost::UnitOfWork& work() const { return connection->session().work(); }
   [[nodiscard]] qorhost::WorkOrder Order(std::int32_t unit, const char* what) const {
-    return {{unit}, what, work().VersionOf(unit)};
+    // As a desk has it: what its last operation left, else what the store says.
+    const auto committed = work().Committed(unit);
+    return {{unit}, what, committed ? *committed : work().VersionOf(unit)};
   }
 };
 

@@ -40,8 +40,10 @@ class Properties final : public qorcred::Object {
 };
 
 inline ObjectRef Box(const std::string& text) {
-  return std::make_shared<Properties>(
-      Properties::Pairs{{"Text", Value(text)}, {"Enabled", Value(true)}, {"Visible", Value(true)}});
+  return std::make_shared<Properties>(Properties::Pairs{{"Text", Value(text)},
+                                                        {"Enabled", Value(true)},
+                                                        {"Visible", Value(true)},
+                                                        {"BackColor", Value(0)}});
 }
 
 inline ObjectRef Option(bool chosen) {

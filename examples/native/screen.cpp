@@ -306,6 +306,8 @@ int main() {
   };
   static_cast<List&>(*credentials).onSelect = [&] {
     if (qorcred::ToBoolean(qorcred::Get(*screen, "gblnModifiedFromClass"))) return;
+    // Entry 0 is "<Add New>", which has no row to load.
+    if (qorcred::ToLong(qorcred::Get(*credentials, "ListIndex")) < 1) return;
     controller.pbRetrieveCredentials(connection, unit, selected());
   };
 

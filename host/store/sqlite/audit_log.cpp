@@ -130,44 +130,48 @@ std::vector<ChainFault> AuditLog::Check() {
   return faults;
 }
 
-std::optional<std::int64_t> AuditLog::PreviousOf(std::int32_t unitKey) {
-  const StatementUse read(session_.Own("SELECT Entry FROM UnitVersions WHERE UnitKey=?1"));
-  read->BindNumber(1, unitKey);
-  return read->Step() ? std::optional(read->Number(0)) : std::nullopt;
-}
-
-std::int64_t AuditLog::LastEntry() {
-  const StatementUse read(session_.Own("SELECT max(RID) FROM AuditEntries"));
-  read->Step();
-  return read->Number(0);
-}
-
 std::string AuditLog::HashOf(std::int64_t entry) {
   const StatementUse read(session_.Own("SELECT Hash FROM AuditEntries WHERE RID=?1"));
   read->BindNumber(1, entry);
   return read->Step() ? std::string(read->Text(0)) : std::string();
 }
 
-std::vector<std::string> AuditLog::HashesBefore(const WorkEntry& entry,
-                                                std::optional<std::int64_t> previous) {
-  if (entry.unitKey) {
-    return previous ? std::vector{HashOf(*previous)} : std::vector<std::string>{};
+AuditLog::ChainEnd AuditLog::EndFor(std::int32_t unitKey) {
+  // One statement: an operation of one row is made of few.
+  const StatementUse read(
+      session_.Own("SELECT (SELECT max(RID) FROM AuditEntries), V.Entry, A.Hash FROM (SELECT 1) "
+                   "LEFT JOIN UnitVersions V ON V.UnitKey=?1 "
+                   "LEFT JOIN AuditEntries A ON A.RID=V.Entry"));
+  read->BindNumber(1, unitKey);
+  read->Step();
+  ChainEnd end;
+  end.last = read->Number(0);
+  if (!read->IsNull(1)) {
+    end.previous = read->Number(1);
+    end.hashes.emplace_back(read->Text(2));
   }
+  return end;
+}
+
+AuditLog::ChainEnd AuditLog::EndForAll() {
+  ChainEnd end;
+  const StatementUse last(session_.Own("SELECT max(RID) FROM AuditEntries"));
+  last->Step();
+  end.last = last->Number(0);
   const StatementUse read(
       session_.Own("SELECT Hash FROM AuditEntries WHERE RID IN (SELECT Entry FROM UnitVersions) OR "
                    "RID = (SELECT max(RID) FROM AuditEntries WHERE UnitKey IS NULL) ORDER BY RID"));
-  std::vector<std::string> hashes;
   while (read->Step()) {
-    hashes.emplace_back(read->Text(0));
+    end.hashes.emplace_back(read->Text(0));
   }
-  return hashes;
+  return end;
 }
 
 std::int64_t AuditLog::Append(WorkEntry entry, const std::vector<RowChange>& changes) {
   const std::vector<std::string> rows = InPieces(changes);
-  const auto previous = entry.unitKey ? PreviousOf(*entry.unitKey) : std::nullopt;
-  entry.entry = LastEntry() + 1;
-  const std::string hash = qorhost::HashOf(entry, HashesBefore(entry, previous), rows);
+  const ChainEnd end = entry.unitKey ? EndFor(*entry.unitKey) : EndForAll();
+  entry.entry = end.last + 1;
+  const std::string hash = qorhost::HashOf(entry, end.hashes, rows);
   {
     const StatementUse store(session_.Own(
         "INSERT INTO AuditEntries (RID, At, Who, Origin, UnitKey, Previous, What, Rows, Hash) "
@@ -179,8 +183,8 @@ std::int64_t AuditLog::Append(WorkEntry entry, const std::vector<RowChange>& cha
     if (entry.unitKey) {
       store->BindNumber(5, *entry.unitKey);
     }
-    if (previous) {
-      store->BindNumber(6, *previous);
+    if (end.previous) {
+      store->BindNumber(6, *end.previous);
     }
     store->BindText(7, entry.what);
     store->BindText(8, rows.front());

@@ -31,10 +31,15 @@ class AuditLog final : public qorhost::AuditLog {
   std::int64_t Append(WorkEntry entry, const std::vector<RowChange>& changes);
 
  private:
-  [[nodiscard]] std::int64_t LastEntry();
-  [[nodiscard]] std::optional<std::int64_t> PreviousOf(std::int32_t unitKey);
-  [[nodiscard]] std::vector<std::string> HashesBefore(const WorkEntry& entry,
-                                                      std::optional<std::int64_t> previous);
+  /// What a new entry goes on from: the last entry's number (0 for none), the last of its unit, and
+  /// the hashes that its own is made of.
+  struct ChainEnd {
+    std::int64_t last = 0;
+    std::optional<std::int64_t> previous;
+    std::vector<std::string> hashes;
+  };
+  [[nodiscard]] ChainEnd EndFor(std::int32_t unitKey);
+  [[nodiscard]] ChainEnd EndForAll();
 
   Session& session_;
 };

@@ -259,7 +259,7 @@ class Episodes::Episode {
     ++all_.calls_;
     ++all_.codes_[ended.code];
     hostCalls_ += host_.calls();
-    all_.endings_.insert(Ending(shape, ended));
+    if (all_.keepsEndings_) all_.endings_.insert(Ending(shape, ended));
     std::string wrong = Judge(shape, arguments, ended, info);
     if (wrong.empty() && ended.code == S_OK) wrong = JudgeContent(shape, arguments, ended);
     if (wrong.empty() && ended.code != S_OK) wrong = JudgeRefusal(shape, arguments, ended);

@@ -35,6 +35,8 @@ class Episodes {
   [[nodiscard]] std::size_t hostCalls() const { return hostCalls_; }
   /// How many calls have ended with each code.
   [[nodiscard]] const std::map<long, std::size_t>& codes() const { return codes_; }
+  /// From now on writes down how calls end. Not where the process is measured: it takes memory.
+  void KeepEndings() { keepsEndings_ = true; }
   /// Each member with each code that its calls have ended with, having called the host or not.
   [[nodiscard]] const std::set<std::string>& endings() const { return endings_; }
 
@@ -47,6 +49,7 @@ class Episodes {
   std::size_t calls_ = 0;
   std::size_t hostCalls_ = 0;
   std::map<long, std::size_t> codes_;
+  bool keepsEndings_ = false;
   std::set<std::string> endings_;
 };
 

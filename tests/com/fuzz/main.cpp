@@ -180,6 +180,7 @@ void RunOne(Episodes& episodes, std::uint64_t fromSeed, std::uint64_t number) {
 
 void Collect(const Options& options) {
   Episodes episodes(options.defect);
+  episodes.KeepEndings();
   for (std::uint64_t number = 0; number < options.collect; ++number) {
     const std::size_t before = episodes.endings().size();
     RunOne(episodes, options.seed, number);
@@ -195,6 +196,7 @@ void Collect(const Options& options) {
 // then.
 void RunCorpus(const Options& options) {
   Episodes episodes(options.defect);
+  episodes.KeepEndings();
   for (const CorpusEpisode& each : kCorpus) RunOne(episodes, each.seed, each.number);
   Tell(episodes, kCorpus.size());
   std::printf("%zu endings\n", episodes.endings().size());

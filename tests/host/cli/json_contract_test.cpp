@@ -185,6 +185,8 @@ std::vector<Case> Cases() {
        "resident:bool"},
       {"tenants add", "tenants add --last Byrne --to 2027-06-30 --unit 2", Case::kChangeObject, ""},
       {"tenants add", "tenants add --last Cole --unit 2 -n", Case::kChangeObject, ""},
+      {"tenants export", "tenants export --unit 2 --to FOLDER/tenants.csv", Case::kObject,
+       "unit:number lines:number file:text"},
       {"tenants edit", "tenants edit Byrne --first Ann --unit 2", Case::kChangeObject,
        "fields:rows freed_cards:texts"},
       {"tenants edit", "tenants edit Byrne --first Ann --unit 2", Case::kChangeObject,
@@ -193,8 +195,6 @@ std::vector<Case> Cases() {
        "fields:rows freed_cards:texts"},
       {"tenants delete", "tenants delete Byrne --unit 2 --yes", Case::kChangeObject,
        "fields:rows freed_cards:texts"},
-      {"tenants export", "tenants export --unit 2 --to FOLDER/tenants.csv", Case::kObject,
-       "unit:number lines:number file:text"},
       {"find", "find 1004", Case::kRows, "unit:number kind:text rid:number name:text with:text?"},
       {"report dircodes", "report dircodes --unit 2", Case::kRows,
        "Directory_Code:number Phone_No.:text? Phone_No._Extension:text? Phone_No._Delay:number? "
