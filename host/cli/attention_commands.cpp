@@ -29,16 +29,16 @@ ExitStatus RunAttentionList(const GlobalOptions& global, const AttentionOptions&
   return ExitStatus::kDone;
 }
 
-/// What is asked before a step, and told after it.
-struct StepWords {
-  std::string_view question;  ///< behind the number of tenants
-  std::string_view done;      ///< in front of it
-};
-
-StepWords WordsOf(AttentionStep step) {
-  return step == AttentionStep::kEnd
-             ? StepWords{"end their leases today and hold no card any more", "Ended the lease of"}
-             : StepWords{"hold no card any more and have No Access at every door", "Deactivated"};
+std::string Question(AttentionStep step, const std::vector<TenantRow>& tenants) {
+  std::vector<std::string> names;
+  for (const TenantRow& tenant : tenants) {
+    names.push_back(tenant.NameWithRid());
+  }
+  return fmt::format("{}: {}, {}. Go on?",
+                     step == AttentionStep::kEnd
+                         ? "These leases end today, and their cards are free"
+                         : "These tenants lose their cards and have No Access at every door",
+                     Counted(names.size(), "tenant", "tenants"), SomeNames(names));
 }
 
 ExitStatus RunStep(const GlobalOptions& global, const AttentionOptions& options, AttentionStep step,
@@ -47,16 +47,11 @@ ExitStatus RunStep(const GlobalOptions& global, const AttentionOptions& options,
   const UnitName unit = session.UnitToChange();
   AttentionDesk desk(session.desks(), unit.key, DaysOf(session, options), options.conditions, step);
   if (!options.trial && !desk.chosen().empty()) {
-    std::vector<std::string> names;
-    for (const TenantRow& tenant : desk.chosen()) {
-      names.push_back(tenant.NameWithRid());
-    }
-    session.RequireConsent(fmt::format("{} will {}: {}. Go on?",
-                                       Counted(names.size(), "tenant", "tenants"),
-                                       WordsOf(step).question, SomeNames(names)));
+    session.RequireConsent(Question(step, desk.chosen()));
   }
-  return TellChangedTenants(desk.Run(TrialOf(options.trial)), unit, WordsOf(step).done, global,
-                            console);
+  return TellChangedTenants(desk.Run(TrialOf(options.trial)), unit,
+                            step == AttentionStep::kEnd ? "Ended the lease of" : "Deactivated",
+                            global, console);
 }
 
 ExitStatus RunFreeCardDelete(const GlobalOptions& global, const AttentionOptions& options,

@@ -9,6 +9,7 @@
 #include "frame/convert.h"
 #include "frame/date.h"
 #include "frame/schedules.h"
+#include "host/desks/shown_value.h"
 #include "host/desks/tenant_rows.h"
 #include "host/desks/typed_input.h"
 
@@ -101,7 +102,9 @@ List AccessList(DeskSession& session, std::int32_t unitKey, const AccessTime& ti
   const TenantLinks links(session, unitKey);
   const std::vector<Door> doors = DoorsOf(session, unitKey);
   List list;
-  list.title = "Access";
+  list.title = fmt::format("Access on {}", qorcred::SecondsBetween(time.from, time.to) == 0
+                                               ? ShownText(time.from)
+                                               : ShownDay(time.from));
   list.fields = Fields(links);
   for (const TenantRow& tenant : ReadTenants(session, unitKey)) {
     const bool holds = PeriodHolds(tenant, time);

@@ -36,12 +36,14 @@ class Attention {
     const bool hasDoor =
         std::any_of(tenant.schedules.begin(), tenant.schedules.end(),
                     [](std::int32_t schedule) { return schedule != qorcred::kNoAccess.id; });
-    if (tenant.active && tenant.end) {
-      if (IsPast(*tenant.end) && (hasCard || hasDoor)) {
+    if (tenant.active && tenant.end && IsPast(*tenant.end)) {
+      if (hasCard || hasDoor) {
         Add(expired_, attention::kExpired, tenant);
-      } else if (IsSoon(*tenant.end)) {
-        Add(expiring_, attention::kExpiring, tenant);
       }
+      return;  // and needs nothing any more
+    }
+    if (tenant.active && tenant.end && IsSoon(*tenant.end)) {
+      Add(expiring_, attention::kExpiring, tenant);
     }
     if (!hasCard && !tenant.resident) {
       Add(withoutCard_, attention::kNoCard, tenant);

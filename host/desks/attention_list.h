@@ -34,9 +34,10 @@ struct AttentionDays {
   std::int32_t within = kUsualSoon;  ///< from 0, which is today alone
 };
 
-/// A row for each reason, in the order of the reasons, of each by its end and then by its name.
-/// `rid` is that of the tenant, the code or the credential. Only periods that are kept count.
-/// Takes time linear in the rows of the unit but for that order.
+/// A row for each reason, in the order of the reasons, of each by its end and then by its name. Who
+/// is past the last day is missing nothing. `rid` is that of the tenant, the code or the
+/// credential. Only periods that are kept count. Takes time linear in the rows of the unit but for
+/// that order.
 [[nodiscard]] List AttentionList(DeskSession& session, std::int32_t unitKey,
                                  const AttentionDays& days);
 /// The same of tenants that were read already.

@@ -120,7 +120,7 @@ tbody tr:nth-child(even) td { background: #f3f5f7; }
 .n { text-align: right; font-variant-numeric: tabular-nums; }
 td.n, td.s { white-space: nowrap; }
 td.l { overflow-wrap: anywhere; }
-svg { display: block; width: 100%; max-width: 54em; height: auto; margin: 0 0 .8em; break-inside: avoid; }
+svg { display: block; width: 100%; max-width: 62em; height: auto; margin: 0 0 .8em; break-inside: avoid; }
 svg text { font-size: 12px; fill: #000; }
 @media print {
   body { margin: 0; padding: 0; max-width: none; }

@@ -116,7 +116,7 @@ SvgChart ColumnChart(const ChartText& text, std::span<const ChartColumn> columns
   constexpr double kHighest = 110;
   constexpr double kBelow = 16;  // from there to the foot of a label
   constexpr double kAbove = 4;   // from a column to its number
-  constexpr double kLabelWidth = 76;
+  constexpr double kLabelWidth = 96;
   constexpr double kFilled = 0.7;  // of a column's room
   SvgDrawing drawing(text, kHeight);
   double most = 0;
@@ -136,11 +136,14 @@ SvgChart ColumnChart(const ChartText& text, std::span<const ChartColumn> columns
     if (high > 0 && (numberWidth <= step || columns[at].value == most)) {
       drawing.Text(middle, kFoot - high - kAbove, "middle", NumberShown(columns[at].value));
     }
-    if (at % every == 0) {
+    // The last one is labelled, and others where there is room.
+    if ((columns.size() - 1 - at) % every == 0) {
       drawing.Line(middle, kFoot, middle, kFoot + 4);
-      const bool isFirst = middle < kLabelWidth / 2;
-      drawing.Text(isFirst ? 0 : middle, kFoot + kBelow, isFirst ? "start" : "middle",
-                   columns[at].label);
+      const bool isLast = at + 1 == columns.size();
+      if (isLast || middle > kLabelWidth / 2) {
+        drawing.Text(isLast ? kWidth : middle, kFoot + kBelow, isLast ? "end" : "middle",
+                     columns[at].label);
+      }
     }
   }
   drawing.Line(0, kFoot, kWidth, kFoot);
