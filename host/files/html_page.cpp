@@ -31,10 +31,10 @@ struct ColumnLengths {
   std::size_t text = 0;
   std::size_t word = 0;  // that is not broken
 
-  void Take(std::string_view text_) {
+  void Take(std::string_view cell) {
     std::size_t length = 0;
     std::size_t inWord = 0;
-    for (const char byte : text_) {
+    for (const char byte : cell) {
       const bool begins = (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
       length += begins ? 1U : 0U;
       inWord = byte == ' ' ? 0 : inWord + (begins ? 1U : 0U);
@@ -101,7 +101,7 @@ const SheetForm& FormFor(std::size_t width) {
 }
 
 constexpr std::string_view kStyle = R"(
-html { color: #000; background: #fff; font-family: "Helvetica Neue", Arial, "Liberation Sans", "DejaVu Sans", sans-serif; line-height: 1.3; }
+html { color: #000; background: #fff; font-family: "Helvetica Neue", Arial, "Liberation Sans", "DejaVu Sans", sans-serif; line-height: 1.25; }
 body { margin: 2em auto; padding: 0 1em; max-width: 80em; }
 h1 { font-size: 1.9em; font-weight: 600; margin: 0 0 .3em; }
 h1, dd, caption, th, td { unicode-bidi: isolate; }
@@ -113,7 +113,7 @@ section { margin-bottom: 2em; }
 h2 { font-size: 1.25em; font-weight: 600; margin: 0 0 .5em; break-after: avoid; }
 caption { text-align: left; padding-bottom: .5em; color: #333; break-after: avoid; }
 table { width: 100%; border-collapse: collapse; }
-th, td { padding: .28em .45em; text-align: left; vertical-align: top; }
+th, td { padding: .2em .45em; text-align: left; vertical-align: top; }
 th { font-weight: 600; vertical-align: bottom; border-bottom: 1.5px solid #000; }
 td { border-bottom: 1px solid #c4ccd2; }
 tbody tr:nth-child(even) td { background: #f3f5f7; }
@@ -126,6 +126,7 @@ svg text { font-size: 12px; fill: #000; }
   body { margin: 0; padding: 0; max-width: none; }
   thead { display: table-header-group; }
   tr { break-inside: avoid; }
+  section { margin-bottom: 1.3em; }
   * { -webkit-print-color-adjust: exact; print-color-adjust: exact; }
 }
 )";

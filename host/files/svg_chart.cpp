@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <iterator>
 #include <string_view>
@@ -102,7 +103,7 @@ SvgChart BarChart(const ChartText& text, std::span<const ChartBar> bars) {
         drawing.Box(kLeft + kLength, top, kBeyond, kThick, kOver);
       }
       told = fmt::format("{} of {} ({:.0f} %)", NumberShown(bar.value), NumberShown(*bar.limit),
-                         share * 100);
+                         std::floor(share * 100));  // what is not full is not 100 %
     }
     drawing.Text(kLeft + kLength + kBeyond + kGap, top + kTextBelow, "start", told);
     top += kStep;
@@ -111,11 +112,12 @@ SvgChart BarChart(const ChartText& text, std::span<const ChartBar> bars) {
 }
 
 SvgChart ColumnChart(const ChartText& text, std::span<const ChartColumn> columns) {
-  constexpr double kHeight = 170;
-  constexpr double kFoot = 140;  // of the columns
-  constexpr double kHighest = 110;
+  constexpr double kHeight = 142;
+  constexpr double kFoot = 112;  // of the columns
+  constexpr double kHighest = 84;
   constexpr double kBelow = 16;  // from there to the foot of a label
   constexpr double kAbove = 4;   // from a column to its number
+  constexpr double kTick = 4;
   constexpr double kLabelWidth = 96;
   constexpr double kFilled = 0.7;  // of a column's room
   SvgDrawing drawing(text, kHeight);
@@ -138,9 +140,9 @@ SvgChart ColumnChart(const ChartText& text, std::span<const ChartColumn> columns
     }
     // The last one is labelled, and others where there is room.
     if ((columns.size() - 1 - at) % every == 0) {
-      drawing.Line(middle, kFoot, middle, kFoot + 4);
       const bool isLast = at + 1 == columns.size();
       if (isLast || middle > kLabelWidth / 2) {
+        drawing.Line(middle, kFoot, middle, kFoot + kTick);
         drawing.Text(isLast ? kWidth : middle, kFoot + kBelow, isLast ? "end" : "middle",
                      columns[at].label);
       }

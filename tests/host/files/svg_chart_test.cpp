@@ -57,7 +57,7 @@ TEST(Bars, ShortenLabelsBetweenCharacters) {
 
 TEST(Columns, AreAsHighAsTheirShareOfTheHighest) {
   const std::string chart = Columns({{"a", 0}, {"b", 5}, {"c", 10}});
-  EXPECT_THAT(chart, AllOf(HasSubstr("height=\"110.0\" fill"), HasSubstr("height=\"55.0\" fill"),
+  EXPECT_THAT(chart, AllOf(HasSubstr("height=\"84.0\" fill"), HasSubstr("height=\"42.0\" fill"),
                            HasSubstr(">10</text>"), Not(HasSubstr(">0</text>"))));
   EXPECT_THAT(Columns({{"a", 0}, {"b", 0}}), Not(HasSubstr("<rect")));
   EXPECT_THAT(Columns({}), Not(HasSubstr("<rect")));
