@@ -221,6 +221,7 @@ void Describe(CLI::App& app, Choice& choice) {
 ExitStatus StatusOf(FileProblem problem) {
   switch (problem) {
     case FileProblem::kHeadings:
+    case FileProblem::kUnknownHeadings:
       return ExitStatus::kUsage;
     case FileProblem::kUnusable:
     case FileProblem::kExists:

@@ -70,7 +70,10 @@ TEST_F(BuildingCommands, WrongValuesAreNamedByTheirOptions) {
        {Row{{"units", "edit", "2", "--capacity", "32768"},
             "--capacity '32768' must be a whole number from 1 to 32767, in digits alone"},
         Row{{"units", "edit", "9", "--name", "X"}, "there is no unit '9'"},
-        Row{{"units", "edit", "2"}, "say what to change"}, Row{{"units", "add", "X"}, "--type"},
+        Row{{"units", "edit", "2"}, "say what to change"},
+        Row{{"units", "add", "X"},
+            "a new unit needs --type: one that is stored, or the name of a new one with its "
+            "capacity"},
         Row{{"doors", "edit", "7", "--name", "X", "--unit", "2"},
             "the unit has no door '7': 'qorhost doors' lists them"},
         Row{{"schedules", "edit", "Full Access", "--name", "X", "--unit", "2"},

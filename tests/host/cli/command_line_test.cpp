@@ -41,8 +41,9 @@ TEST_F(CommandLine, InitKeepsAnExistingFileUnlessForced) {
   EXPECT_EQ(refused.status, 1);
   EXPECT_THAT(refused.err, HasSubstr("exists already"));
   EXPECT_EQ(Rows({"units"}).size(), 3U);
-  EXPECT_EQ(Run({"init", "--force"}).status, 0);
+  EXPECT_THAT(Run({"init", "--force"}).out, HasSubstr("'qorhost units add' adds one"));
   EXPECT_EQ(Rows({"units"}).size(), 0U);
+  EXPECT_THAT(Run({"tenants", "list"}).err, HasSubstr("'qorhost units add' adds one"));
 }
 
 TEST_F(CommandLine, InitNeverReplacesAFileThatIsNoStore) {

@@ -48,9 +48,9 @@ void RunFixture::InitDemo() {
 }
 
 void RunFixture::CopyFiles(const std::filesystem::path& from, const std::filesystem::path& to) {
-  std::filesystem::copy(from, to,
-                        std::filesystem::copy_options::recursive |
-                            std::filesystem::copy_options::overwrite_existing);
+  std::filesystem::copy(
+      from, to,
+      std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
 }
 
 }  // namespace qorhost::test
