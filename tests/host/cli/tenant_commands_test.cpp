@@ -59,7 +59,7 @@ TEST_F(TenantCommands, ATenantIsAddedFoundChangedAndDeleted) {
 TEST_F(TenantCommands, TheQuestionBeforeADeletionNamesTenOfMany) {
   const std::size_t people = Listed("rid > 0").size();
   ASSERT_GT(people, 20U);
-  const Outcome asked = Tenants({"--no", "delete", "--where", "rid > 0"});
+  const Outcome asked = Tenants({"delete", "--where", "rid > 0"});
   EXPECT_EQ(asked.status, 1);
   EXPECT_THAT(asked.err, HasSubstr(fmt::format("{} tenants will be deleted: ", people)));
   EXPECT_THAT(asked.err, HasSubstr(fmt::format(" and {} more. Go on?", people - 10)));
