@@ -158,8 +158,8 @@ ExitStatus RunDoorEdit(const GlobalOptions& global, const DoorOptions& options, 
   const ChangedDoor changed =
       RenameDoor(session.desks(), unit.key, options.door, options.name, TrialOf(options.trial));
   Told told{
-      fmt::format("Door {}, {}, {} is {} now", changed.door, Displayable(changed.former),
-                  InUnit(unit), Displayable(changed.name)),
+      fmt::format("Door {} {} is called {} now, and was {}", changed.door, InUnit(unit),
+                  Displayable(changed.name), Displayable(changed.former)),
       ReportOn(Doing::kChanging, unit.key, {"door", changed.door, changed.name}, options.trial),
       changed.unchanged};
   told.report.facts.Add("before", changed.former);
@@ -190,8 +190,8 @@ ExitStatus RunScheduleEdit(const GlobalOptions& global, const ScheduleOptions& o
   const ChangedSchedule renamed = RenameSchedule(session.desks(), unit.key, options.schedule,
                                                  options.name, TrialOf(options.trial));
   return Tell(
-      OfSchedule(fmt::format("The schedule {}, {}, {} is {} now", renamed.id,
-                             Displayable(renamed.former), InUnit(unit), Displayable(renamed.name)),
+      OfSchedule(fmt::format("The schedule {} {} is called {} now, and was {}", renamed.id,
+                             InUnit(unit), Displayable(renamed.name), Displayable(renamed.former)),
                  Doing::kChanging, unit, renamed, options),
       global, console);
 }

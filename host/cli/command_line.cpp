@@ -230,6 +230,7 @@ void Describe(CLI::App& app, Choice& choice) {
 ExitStatus StatusOf(FileProblem problem) {
   switch (problem) {
     case FileProblem::kHeadings:
+    case FileProblem::kUnknownHeadings:
       return ExitStatus::kUsage;
     case FileProblem::kUnusable:
     case FileProblem::kExists:
@@ -318,6 +319,19 @@ std::string CommandName(const CLI::App& app) {
   return name;
 }
 
+/// The commands that the last word that was understood can be followed by.
+std::string CommandsBelow(const CLI::App& app) {
+  const CLI::App* last = &app;
+  while (!last->get_subcommands().empty()) {
+    last = last->get_subcommands().back();
+  }
+  std::vector<std::string> names;
+  for (const CLI::App* command : last->get_subcommands({})) {
+    names.push_back(command->get_name());
+  }
+  return fmt::format("{}", fmt::join(names, ", "));
+}
+
 /// What was wrong with the words and where to look.
 std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
   const std::vector<std::string> unknown = app.remaining(true);
@@ -328,7 +342,7 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& error) {
   if (!unknown.empty()) {
     what = fmt::format("unknown word '{}'", unknown.front());
   } else if (commandMissing) {
-    what = "A command is needed";
+    what = fmt::format("A command is needed: {}", CommandsBelow(app));
   }
   return fmt::format("{} (see '{} --help')", what, CommandName(app));
 }

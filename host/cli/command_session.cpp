@@ -175,9 +175,10 @@ void CommandSession::RequireDeletion() const {
 UnitName CommandSession::ChosenUnit() {
   std::vector<UnitName> units = session_.Units();
   if (units.empty()) {
-    throw RefusedError(
-        fmt::format("'{}' has no units: 'qorhost init --demo' makes a store with three",
-                    global_.file.string()));
+    throw RefusedError(fmt::format(
+        "'{}' has no units: 'qorhost units add' adds one, 'qorhost init --demo' makes a store "
+        "with three",
+        global_.file.string()));
   }
   const std::optional<std::int32_t> key = NamedUnit();
   UnitName chosen = key ? Find(*key, std::move(units)) : std::move(units.front());

@@ -9,13 +9,16 @@
 #include <vector>
 
 #include "frame/text.h"
+#include "frame/utf8.h"
 #include "host/cli/progress.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/store_file.h"
 #include "host/desks/words.h"
+#include "host/files/file_error.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
 #include "host/files/rejected_lines.h"
+#include "host/files/text_encoding.h"
 #include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
 #include "host/terminal/few_lines.h"
@@ -91,6 +94,51 @@ ImportForm FormOf(const ImportOptions& options) {
     form.meant = ReadMeant(*options.columns);
   }
   return form;
+}
+
+/// The number of the first line with bytes that are no UTF-8; 0 without one.
+std::size_t FirstLineOfAnotherEncoding(std::string_view text) {
+  std::size_t line = 0;
+  while (!text.empty()) {
+    ++line;
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    if (!qorcred::IsUtf8(text.substr(0, end))) {
+      return line;
+    }
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return 0;
+}
+
+/// A spreadsheet in another encoding would lose every line with an accent, one by one: nothing is
+/// taken in before somebody has said which one it is.
+void RequireEncoding(const std::string& text, const ImportOptions& options) {
+  if (!options.encoding.empty() || qorcred::IsUtf8(text)) {
+    return;
+  }
+  const std::size_t line = FirstLineOfAnotherEncoding(TextAsUtf8(text, TextEncoding::kUtf8));
+  if (line != 0) {
+    throw RefusedError(fmt::format(
+        "line {} is not UTF-8, so nothing was imported: say which encoding the file has, "
+        "--encoding cp1252 for most that are not, or --encoding utf-8 to have such lines refused",
+        line));
+  }
+}
+
+ImportFile FileOf(const ImportOptions& options, const ImportCommand& command, Console& console) {
+  std::string text = ReadInput(options, console);
+  RequireEncoding(text, options);
+  try {
+    return ImportFile(std::move(text), command.columns, FormOf(options));
+  } catch (const FileError& error) {
+    if (error.problem() != FileProblem::kUnknownHeadings) {
+      throw;
+    }
+    throw FileError(error.problem(),
+                    fmt::format("{}; --columns \"HEADING=COLUMN,...\" says which one a heading "
+                                "stands for, HEADING= leaves it out",
+                                error.what()));
+  }
 }
 
 /// Where the refused lines go.
@@ -210,7 +258,7 @@ ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,
     return ExitStatus::kDone;
   }
   RejectsFile rejects(global, options);
-  ImportFile file(ReadInput(options, console), command.columns, FormOf(options));
+  ImportFile file = FileOf(options, command, console);
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
   ImportRules rules = RulesOf(global, options);

@@ -18,9 +18,9 @@ struct ImportOptions {
   bool dryRun = false;                 ///< does all of it, then undoes it
   std::optional<std::string> columns;  ///< "HEADING=COLUMN,..."; else the columns are printed
   std::string delimiter = "auto";      ///< a character, or "tab"
-  std::string encoding = "utf-8";
-  std::string rejects;  ///< a file for the refused lines; "" for none
-  bool force = false;   ///< replaces that file
+  std::string encoding;                ///< "" when nobody has said one: then it has to be UTF-8
+  std::string rejects;                 ///< a file for the refused lines; "" for none
+  bool force = false;                  ///< replaces that file
   bool replaceQuotes = false;
 };
 

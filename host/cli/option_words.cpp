@@ -25,6 +25,19 @@ bool IsShortOption(std::string_view word) {
   return word.size() > 1 && word[0] == '-' && word[1] != '-' && !qorcred::IsDigit(word[1]);
 }
 
+/// Adds "history undo" for the word "undo": the commands below `app` that a word names, each with
+/// the words in front of it.
+void AddCommandsNamed(const CLI::App& app, const std::string& word, const std::string& before,
+                      std::vector<std::string>& found) {
+  for (const CLI::App* command : app.get_subcommands({})) {
+    const std::string name = before + command->get_name();
+    if (command->check_name(word)) {
+      found.push_back(name);
+    }
+    AddCommandsNamed(*command, word, name + " ", found);
+  }
+}
+
 /// The command whose words come next, and those that it belongs to: their options are its own.
 class CommandPath {
  public:
@@ -43,7 +56,7 @@ class CommandPath {
       names.push_back(command->get_name());
     }
     if (!commands.empty()) {
-      Refuse("word", word, names);
+      RefuseCommand(word, names);
     }
   }
   /// Raises UsageError for an option that none of the commands has.
@@ -87,13 +100,23 @@ class CommandPath {
   }
 
  private:
+  /// A command of another word is one that was meant: "undo" is "history undo".
+  [[noreturn]] void RefuseCommand(const std::string& word,
+                                  const std::vector<std::string>& known) const {
+    std::vector<std::string> elsewhere;
+    AddCommandsNamed(*commands_.front(), word, "", elsewhere);
+    const bool isOneOfFew = !elsewhere.empty() && elsewhere.size() <= 3;
+    Refuse("word", word, known,
+           isOneOfFew ? fmt::format("{}", fmt::join(elsewhere, "' or '")) : std::string());
+  }
   [[noreturn]] void Refuse(std::string_view what, const std::string& word,
-                           const std::vector<std::string>& known) const {
+                           const std::vector<std::string>& known,
+                           const std::string& certain = {}) const {
     std::string command;
     for (const CLI::App* one : commands_) {
       command += (command.empty() ? "" : " ") + one->get_name();
     }
-    const std::string meant = MostLike(word, known);
+    const std::string meant = certain.empty() ? MostLike(word, known) : certain;
     throw UsageError(fmt::format("unknown {} '{}'{} (see '{} --help')", what, word,
                                  meant.empty() ? "" : ": did you mean '" + meant + "'?", command));
   }

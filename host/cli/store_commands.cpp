@@ -149,8 +149,8 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
                             ? fmt::format(
                                   "Created {} with the demo building. Try 'qorhost units'.\n", name)
                             : fmt::format(
-                                  "Created {} without any units. 'qorhost init --demo' makes "
-                                  "one to try things on.\n",
+                                  "Created {} without any units. 'qorhost units add' adds one; "
+                                  "'qorhost init --demo' makes a store to try things on.\n",
                                   name));
   return ExitStatus::kDone;
 }

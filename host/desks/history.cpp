@@ -47,7 +47,12 @@ std::string FirstMoment(DeskSession& session, std::string_view since) {
     }
     return dialect::CanonicalDate(qorcred::AddDays(session.Today(), -static_cast<double>(*days)));
   }
-  return dialect::CanonicalDate(ReadDate(history_input::kSince, since).date);
+  try {
+    return dialect::CanonicalDate(ReadDate(history_input::kSince, since).date);
+  } catch (const InputFault& fault) {
+    throw InputFault(fault.field(), since,
+                     fault.reason() + "; or how many days ago: 7d is from a week ago on");
+  }
 }
 
 bool IsAbout(const RowChange& change, const std::u32string& subject) {

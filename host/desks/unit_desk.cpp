@@ -337,7 +337,9 @@ ChangedUnit AddUnit(DeskSession& session, const std::optional<std::string>& key,
     throw InputFault(input::kName, "", "a new unit needs {field}");
   }
   if (!entry.type) {
-    throw InputFault(input::kType, "", "a new unit needs {field}: nothing can be stored without");
+    throw InputFault(input::kType, "",
+                     "a new unit needs {field}: one that is stored, or the name of a new one "
+                     "with its capacity; without nothing can be stored");
   }
   // A key is free only while nobody else writes: the work names no unit before it is known.
   OwnWork work(session, {}, "add unit " + *entry.name);

@@ -8,11 +8,12 @@
 namespace qorhost {
 
 enum class FileProblem : std::uint8_t {
-  kUnreachable,  ///< the system does not let it be read or written
-  kUnusable,     ///< it is too large, or what it holds is damaged
-  kHeadings,     ///< its headings are not those that are asked for
-  kExists,       ///< it is there already, and nobody asked for its replacement
-  kOccupied,     ///< what stands there is never replaced
+  kUnreachable,      ///< the system does not let it be read or written
+  kUnusable,         ///< it is too large, or what it holds is damaged
+  kHeadings,         ///< its headings are not those that are asked for
+  kUnknownHeadings,  ///< some of them stand for nothing that is known
+  kExists,           ///< it is there already, and nobody asked for its replacement
+  kOccupied,         ///< what stands there is never replaced
 };
 
 /// A file that cannot be used. what() says why and what to do; it may hold parts of the file as

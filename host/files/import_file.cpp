@@ -20,6 +20,11 @@ std::string Shortened(std::string_view text) {
   return std::string(start) + (start.size() < text.size() ? "..." : "");
 }
 
+FileError TwiceThere(std::string_view heading, std::size_t line) {
+  return FileError(FileProblem::kHeadings,
+                   fmt::format("line {}: the column \"{}\" is there twice", line, heading));
+}
+
 /// Without the blanks around that a spreadsheet's cells have: tabs and no-break spaces, too.
 std::string_view WithoutBlanks(std::string_view cell) {
   constexpr std::array<std::string_view, 3> kBlanks{" ", "\t", "\xC2\xA0"};
@@ -100,7 +105,7 @@ std::string_view ImportFile::HeadingOf(std::size_t column) const {
   return heading.empty() ? columns_[column].heading : heading;
 }
 
-std::size_t ImportFile::FindColumn(std::string_view heading, std::size_t line) const {
+std::optional<std::size_t> ImportFile::FindColumn(std::string_view heading) const {
   for (std::size_t column = 0; column < columns_.size(); ++column) {
     const ImportColumn& known = columns_[column];
     if (AreOneHeading(heading, known.heading) ||
@@ -108,12 +113,24 @@ std::size_t ImportFile::FindColumn(std::string_view heading, std::size_t line) c
       return column;
     }
   }
+  return std::nullopt;
+}
+
+/// Tells all headings at once that stand for no column, so that nobody has to try them one by one.
+void ImportFile::RequireKnownHeadings(std::size_t line) const {
+  if (unknown_.empty()) {
+    return;
+  }
+  std::vector<std::string> told;
+  for (const std::string& heading : unknown_) {
+    told.push_back(fmt::format("'{}'", Shortened(heading)));
+  }
   const bool otherDelimiter =
-      form_.delimiter == ',' && heading.find_first_of(";\t") != std::string_view::npos;
+      form_.delimiter == ',' && unknown_.front().find_first_of(";\t") != std::string_view::npos;
   throw FileError(
-      FileProblem::kHeadings,
-      fmt::format("line {}: there is no column '{}'{}; the columns are {}", line,
-                  Shortened(heading),
+      FileProblem::kUnknownHeadings,
+      fmt::format("line {}: there {} {}{}; the columns are {}", line,
+                  told.size() == 1 ? "is no column" : "are no columns", fmt::join(told, ", "),
                   otherDelimiter ? " (cells must have commas between them)" : "", KnownHeadings()));
 }
 
@@ -163,6 +180,7 @@ void ImportFile::ReadHeadings(const std::vector<HeadingMeant>& meant) {
       TakeHeading(place, *names[place], record.line);
     }
   }
+  RequireKnownHeadings(record.line);
   for (std::size_t column = 0; column < columns_.size(); ++column) {
     if (columns_[column].needed && !placeOf_[column]) {
       throw FileError(FileProblem::kHeadings, fmt::format("line {}: the column \"{}\" is missing",
@@ -176,20 +194,21 @@ void ImportFile::TakeHeading(std::size_t place, const std::string& name, std::si
     unheaded_.push_back(place);
     return;
   }
-  const auto twice = [&](std::string_view heading) {
-    throw FileError(FileProblem::kHeadings,
-                    fmt::format("line {}: the column \"{}\" is there twice", line, heading));
-  };
   if (AreOneHeading(name, kReasonHeading)) {
     if (reasonPlace_) {
-      twice(kReasonHeading);
+      throw TwiceThere(kReasonHeading, line);
     }
     reasonPlace_ = place;
-    return;
+  } else if (const auto column = FindColumn(name)) {
+    TakeColumn(place, *column, line);
+  } else {
+    unknown_.push_back(name);
   }
-  const std::size_t column = FindColumn(name, line);
+}
+
+void ImportFile::TakeColumn(std::size_t place, std::size_t column, std::size_t line) {
   if (placeOf_[column]) {
-    twice(columns_[column].heading);
+    throw TwiceThere(columns_[column].heading, line);
   }
   placeOf_[column] = place;
 }

@@ -65,8 +65,9 @@ class ImportLine {
 /// in a column without a heading.
 class ImportFile {
  public:
-  /// Takes the text of a file. Raises FileError: kHeadings for headings that are unknown, missing
-  /// or there twice, kUnusable for the quote and for bytes that the encoding does not have.
+  /// Takes the text of a file. Raises FileError: kUnknownHeadings for headings that stand for no
+  /// column, all of them at once, kHeadings for those that are missing or there twice, kUnusable
+  /// for the quote and for bytes that the encoding does not have.
   ImportFile(std::string text, std::span<const ImportColumn> columns, const ImportForm& form = {});
   ImportFile(const ImportFile&) = delete;
   ImportFile& operator=(const ImportFile&) = delete;
@@ -90,9 +91,11 @@ class ImportFile {
  private:
   void ReadHeadings(const std::vector<HeadingMeant>& meant);
   void TakeHeading(std::size_t place, const std::string& name, std::size_t line);
+  void TakeColumn(std::size_t place, std::size_t column, std::size_t line);
   [[nodiscard]] std::vector<std::optional<std::string>> NamesOfColumns(
       const std::vector<HeadingMeant>& meant, std::size_t line) const;
-  [[nodiscard]] std::size_t FindColumn(std::string_view heading, std::size_t line) const;
+  [[nodiscard]] std::optional<std::size_t> FindColumn(std::string_view heading) const;
+  void RequireKnownHeadings(std::size_t line) const;
   void CheckQuotes();
   void FindFault(CsvRecord& record) const;
   [[nodiscard]] std::string KnownHeadings() const;
@@ -104,6 +107,7 @@ class ImportFile {
   std::vector<std::optional<std::size_t>> placeOf_;
   std::vector<std::string> headings_;
   std::vector<std::size_t> unheaded_;  // places of columns without a heading
+  std::vector<std::string> unknown_;   // headings that stand for no column
   std::optional<std::size_t> reasonPlace_;
   std::size_t lineCount_ = 0;
 };

@@ -45,10 +45,12 @@ std::string DisplayableLines(std::string_view text) {
 }
 
 std::string SomeNames(const std::vector<std::string>& names) {
-  constexpr std::size_t kMost = 20;
-  const auto end = names.begin() + static_cast<std::ptrdiff_t>(std::min(names.size(), kMost));
-  return Displayable(fmt::format("{}{}", fmt::join(names.begin(), end, ", "),
-                                 names.size() > kMost ? ", ..." : ""));
+  constexpr std::size_t kMost = 10;
+  const std::size_t told = std::min(names.size(), kMost);
+  const auto end = names.begin() + static_cast<std::ptrdiff_t>(told);
+  const std::string rest =
+      names.size() > told ? fmt::format(" and {} more", names.size() - told) : "";
+  return Displayable(fmt::format("{}{}", fmt::join(names.begin(), end, ", "), rest));
 }
 
 std::size_t DisplayWidth(std::string_view text) {

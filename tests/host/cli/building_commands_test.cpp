@@ -70,7 +70,10 @@ TEST_F(BuildingCommands, WrongValuesAreNamedByTheirOptions) {
        {Row{{"units", "edit", "2", "--capacity", "32768"},
             "--capacity '32768' must be a whole number from 1 to 32767, in digits alone"},
         Row{{"units", "edit", "9", "--name", "X"}, "there is no unit '9'"},
-        Row{{"units", "edit", "2"}, "say what to change"}, Row{{"units", "add", "X"}, "--type"},
+        Row{{"units", "edit", "2"}, "say what to change"},
+        Row{{"units", "add", "X"},
+            "a new unit needs --type: one that is stored, or the name of a new one with its "
+            "capacity"},
         Row{{"doors", "edit", "7", "--name", "X", "--unit", "2"},
             "the unit has no door '7': 'qorhost doors' lists them"},
         Row{{"schedules", "edit", "Full Access", "--name", "X", "--unit", "2"},
@@ -87,8 +90,9 @@ TEST_F(BuildingCommands, WrongValuesAreNamedByTheirOptions) {
 TEST_F(BuildingCommands, ADoorIsRenamed) {
   const Outcome outcome = Run({"doors", "edit", "4", "--name", "Yard", "--unit", "2"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.out,
-            "Door 4, Service Corridor Level Two, in unit 2, Linden Park is Yard now.\n");
+  EXPECT_EQ(
+      outcome.out,
+      "Door 4 in unit 2, Linden Park is called Yard now, and was Service Corridor Level Two.\n");
   EXPECT_EQ(Rows({"doors", "--unit", "2"})[3]["name"], "Yard");
 }
 
@@ -98,8 +102,8 @@ TEST_F(BuildingCommands, SchedulesAreAddedRenamedAndDeleted) {
   EXPECT_EQ(add["added"][0]["id"], 6);
   EXPECT_EQ(add["stored"], true);
   EXPECT_EQ(Run({"schedules", "edit", "6", "--name", "Garden", "--unit", "2", "-n"}).out,
-            "The schedule 6, Gardeners, in unit 2, Linden Park is Garden now; this was a trial, "
-            "nothing was changed.\n");
+            "The schedule 6 in unit 2, Linden Park is called Garden now, and was Gardeners; this "
+            "was a trial, nothing was changed.\n");
   EXPECT_EQ(Run({"schedules", "edit", "6", "--name", "Garden", "--unit", "2"}).status, 0);
   EXPECT_EQ(Run({"schedules", "delete", "Garden", "--unit", "2", "--no"}).status, 1);
   EXPECT_EQ(Run({"schedules", "delete", "Garden", "--unit", "2"}).out,

@@ -41,8 +41,9 @@ TEST_F(CommandLine, InitKeepsAnExistingFileUnlessForced) {
   EXPECT_EQ(refused.status, 1);
   EXPECT_THAT(refused.err, HasSubstr("exists already"));
   EXPECT_EQ(Rows({"units"}).size(), 3U);
-  EXPECT_EQ(Run({"init", "--force"}).status, 0);
+  EXPECT_THAT(Run({"init", "--force"}).out, HasSubstr("'qorhost units add' adds one"));
   EXPECT_EQ(Rows({"units"}).size(), 0U);
+  EXPECT_THAT(Run({"tenants", "list"}).err, HasSubstr("'qorhost units add' adds one"));
 }
 
 TEST_F(CommandLine, InitNeverReplacesAFileThatIsNoStore) {
@@ -336,6 +337,18 @@ INSTANTIATE_TEST_SUITE_P(
         UsageRow{"MisspeltCommand",
                  {"credntials", "list"},
                  "unknown word 'credntials': did you mean 'credentials'? (see 'qorhost --help')"},
+        UsageRow{"CommandOfAnotherWord",
+                 {"undo", "12"},
+                 "unknown word 'undo': did you mean 'history undo'? (see 'qorhost --help')"},
+        UsageRow{"CommandBelowAnotherWord",
+                 {"tenants", "replace"},
+                 "unknown word 'replace': did you mean 'credentials replace'? (see 'qorhost "
+                 "tenants --help')"},
+        UsageRow{"CommandOfTooManyWords", {"delete"}, "unknown word 'delete' (see"},
+        UsageRow{"NoCommandOfAWord",
+                 {"tenants"},
+                 "A command is needed: list, show, add, edit, end, delete, import, export (see "
+                 "'qorhost tenants --help')"},
         UsageRow{"MisspeltCommandWithHelp",
                  {"credentials", "lsit", "--help"},
                  "unknown word 'lsit': did you mean 'list'? (see 'qorhost credentials --help')"},

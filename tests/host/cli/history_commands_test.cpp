@@ -59,6 +59,8 @@ TEST_F(HistoryCommands, AWrongInputIsNamedAndWhereToLook) {
   EXPECT_EQ(head.err,
             "qorhost: --head '2:1' is no head, which is UNIT:ENTRY:HASH: 'qorhost history check' "
             "prints them\n");
+  EXPECT_THAT(Run({"history", "list", "--since", "7 days"}).err,
+              HasSubstr("; or how many days ago: 7d is from a week ago on"));
   const Outcome since = Run({"history", "list", "--since", "100000d"});
   EXPECT_EQ(since.status, 2);
   EXPECT_EQ(since.err, "qorhost: --since '100000d' is no number of days: write 0d to 99999d\n");

@@ -6,7 +6,9 @@
 namespace qorhost::test {
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 class BadFiles : public ImportFixture {};
 
@@ -35,6 +37,42 @@ TEST_F(BadFiles, AnUnknownHeadingIsAMistakeAndListsTheColumns) {
               HasSubstr("line 1: there is no column 'Door'; the columns are \"Credential Type\", "
                         "\"Card Number\", \"Facility Code\", \"ID Code\", \"Sequence Number\", "
                         "\"Button Number\", \"Assigned To\", \"RID\", \"Tenant RID\""));
+}
+
+TEST_F(BadFiles, AllUnknownHeadingsAreToldAtOnceWithTheWayOut) {
+  const Outcome outcome =
+      Import("credentials", "Flat,Credential Type,No.,Card Number\n7,card26,1,2\n");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err, StartsWith("qorhost: line 1: there are no columns 'Flat', 'No.'; "));
+  EXPECT_THAT(outcome.err, EndsWith("; --columns \"HEADING=COLUMN,...\" says which one a heading "
+                                    "stands for, HEADING= leaves it out\n"));
+}
+
+TEST_F(BadFiles, AnotherEncodingThatNobodyHasSaidIsRefusedBeforeAnythingIsImported) {
+  const std::string names = "Directory Code,Phone No.,Display Name\n250,1,Ann\n251,2,Bj\xF6rn\n";
+  const std::size_t codes = CountOf("DIRECTORYCODE");
+  const Outcome unsaid = Import("dircodes", names);
+  EXPECT_EQ(unsaid.status, 1);
+  EXPECT_EQ(unsaid.err,
+            "qorhost: line 3 is not UTF-8, so nothing was imported: say which encoding the file "
+            "has, --encoding cp1252 for most that are not, or --encoding utf-8 to have such lines "
+            "refused\n");
+  EXPECT_EQ(CountOf("DIRECTORYCODE"), codes);
+  EXPECT_THAT(Import("dircodes", names, {"--encoding", "utf-8"}).err,
+              HasSubstr("line 3: the line is not valid UTF-8"));
+  EXPECT_EQ(CountOf("DIRECTORYCODE"), codes + 1);
+  EXPECT_THAT(Import("dircodes", "Directory Code,Phone No.,Display Name\n252,2,Bj\xF6rn\n",
+                     {"--encoding", "cp1252"})
+                  .out,
+              HasSubstr("Imported 1"));
+}
+
+TEST_F(BadFiles, AByteOrderMarkSaysTheEncodingAsWell) {
+  std::string utf16 = "\xFF\xFE";
+  for (const char letter : std::string_view("Directory Code,Phone No.\n253,1\n")) {
+    utf16 += {letter, '\0'};
+  }
+  EXPECT_THAT(Import("dircodes", utf16).out, HasSubstr("Imported 1"));
 }
 
 TEST_F(BadFiles, AnUnclosedQuoteLeavesTheLinesBeforeItOutToo) {
