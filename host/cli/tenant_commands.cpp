@@ -154,21 +154,13 @@ TenantEntry Complete(const TenantEditOptions& options) {
   return entry;
 }
 
-/// Names as many as a person reads; the number is that of all.
 std::string Question(const TenantDesk& desk) {
-  constexpr std::size_t kMostNames = 10;
-  const std::size_t count = desk.chosen().size();
   std::vector<std::string> names;
   for (const TenantRow& tenant : desk.chosen()) {
-    if (names.size() == kMostNames) {
-      break;
-    }
     names.push_back(tenant.NameWithRid());
   }
-  const std::string rest =
-      count > names.size() ? fmt::format(" and {} more", count - names.size()) : "";
-  return fmt::format("{} will be deleted: {}{}. Go on?", Counted(count, "tenant", "tenants"),
-                     Listed(names), rest);
+  return fmt::format("{} will be deleted: {}. Go on?", Counted(names.size(), "tenant", "tenants"),
+                     Listed(names));
 }
 
 }  // namespace
