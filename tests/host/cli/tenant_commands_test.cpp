@@ -1,5 +1,4 @@
 // The commands for tenants, as they are typed and as they print.
-#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include "tests/host/cli/run_fixture.h"
@@ -54,16 +53,6 @@ TEST_F(TenantCommands, ATenantIsAddedFoundChangedAndDeleted) {
   EXPECT_EQ(deleted.status, 0) << deleted.err;
   EXPECT_THAT(deleted.out, HasSubstr("Deleted 1 tenant in unit 2"));
   EXPECT_EQ(Listed("name begins with Byrne").size(), 0U);
-}
-
-TEST_F(TenantCommands, TheQuestionBeforeADeletionNamesTenOfMany) {
-  const std::size_t people = Listed("rid > 0").size();
-  ASSERT_GT(people, 20U);
-  const Outcome asked = Tenants({"delete", "--where", "rid > 0"});
-  EXPECT_EQ(asked.status, 1);
-  EXPECT_THAT(asked.err, HasSubstr(fmt::format("{} tenants will be deleted: ", people)));
-  EXPECT_THAT(asked.err, HasSubstr(fmt::format(" and {} more. Go on?", people - 10)));
-  EXPECT_EQ(Listed("rid > 0").size(), people);
 }
 
 TEST_F(TenantCommands, ADryRunListsWhatWouldChange) {
