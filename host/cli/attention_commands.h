@@ -22,7 +22,7 @@ struct AttentionOptions {
 /// Adds `attention` with its commands. `global` and `options` must outlive the parsing and the run.
 void DescribeAttention(CommandPlace place, const GlobalOptions& global, AttentionOptions& options);
 
-/// Adds --within, which says how many days count as soon; `days` must outlive the parsing.
-void DescribeWithin(CLI::App& command, std::int32_t& days);
+/// Adds --within, which says how many days count as soon; `within` must outlive the parsing.
+void DescribeWithin(CLI::App& command, std::int32_t& within);
 
 }  // namespace qorhost
