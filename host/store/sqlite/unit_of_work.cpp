@@ -126,6 +126,13 @@ void UnitOfWork::AfterFailedWrite() noexcept {
   }
 }
 
+void UnitOfWork::KeepCounts(std::int32_t unitKey, const UnitCounts& now) {
+  if (!locked_) {
+    throw StoreError("Counts are kept while nobody else can write: take the right to write first");
+  }
+  log_.counts().Follow(unitKey, now);
+}
+
 void UnitOfWork::Void(VoidReason reason) noexcept {
   if (void_ == VoidReason::kNone) {
     void_ = reason;
