@@ -92,6 +92,7 @@ class Session final : public SqlSession {
   Prepared& Bound(std::string_view sql);
   Prepared& BoundSelect(std::string_view sql);
   Prepared& BoundChange(std::string_view sql, std::optional<dialect::StatementKind> kind);
+  ChangeResult RunChange(Statement& bound);
   [[nodiscard]] bool IsVersion(const RowVersion& version, std::string_view changedTable);
 
   Database& database_;

@@ -63,10 +63,12 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   void StoreAll();
   void StoreEntry();
   void RaiseVersions(std::int64_t entry);
-  void KeepVersions(Statement& raised);
+  void RaiseVersion(std::int32_t unitKey, std::int64_t entry);
   void ReleaseRightToWrite() noexcept;
 
   Session& session_;
+  OftenRun begin_{"BEGIN IMMEDIATE"};
+  OftenRun commit_{"COMMIT"};
   ChangeLog log_;
   Author author_;
   WorkOrder order_;
