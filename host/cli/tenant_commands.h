@@ -37,7 +37,8 @@ struct TenantDeleteOptions {
 };
 
 ExitStatus RunTenantList(const GlobalOptions& global, const ListOptions& options, Console& console);
-ExitStatus RunTenantShow(const GlobalOptions& global, const std::string& name, Console& console);
+ExitStatus RunTenantShow(const GlobalOptions& global, const std::vector<std::string>& names,
+                         Console& console);
 /// The entry alone counts.
 ExitStatus RunTenantAdd(const GlobalOptions& global, const TenantEditOptions& options,
                         Console& console);
