@@ -90,10 +90,10 @@ void DescribeUnits(CommandPlace place, const GlobalOptions& global, UnitOptions&
   DescribeTrial(*edit, options.trial);
 
   auto* remove = AddCommand(
-      units, "delete", "Delete a unit; asks when there is anything in it",
-      "  qorhost units delete 3 --dry-run\n  qorhost units delete 3 --yes",
+      units, "delete", "Delete units, all or none; asks when there is anything in them",
+      "  qorhost units delete 3 --dry-run\n  qorhost units delete 3 4 --yes",
       [&](Console& console) { return RunUnitDelete(global, options, console); }, kUnitWords);
-  remove->add_option("UNIT", options.unit, "Its key")->required();
+  remove->add_option("UNIT", options.toDelete, "Its key")->required();
   DescribeTrial(*remove, options.trial);
 }
 

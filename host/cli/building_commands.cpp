@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "host/cli/store_commands.h"
 #include "host/desks/door_desk.h"
 #include "host/desks/schedule_desk.h"
+#include "host/desks/unit_deletion.h"
 #include "host/desks/whole_number.h"
 #include "host/terminal/display_text.h"
 
@@ -79,6 +81,36 @@ UnitName UnitNamed(CommandSession& session, const std::string& given) {
   throw UsageError(fmt::format("there is no unit '{}': 'qorhost units' lists them", given));
 }
 
+/// Those that are named, each once, with what is in them.
+std::vector<UnitToDelete> UnitsToDelete(CommandSession& session,
+                                        const std::vector<std::string>& given) {
+  std::vector<UnitToDelete> units;
+  for (const std::string& one : given) {
+    UnitName unit = UnitNamed(session, one);
+    if (std::none_of(units.begin(), units.end(),
+                     [&unit](const UnitToDelete& other) { return other.unit.key == unit.key; })) {
+      const UnitContents contents = ContentsOf(session.desks(), unit.key);
+      units.push_back({std::move(unit), contents});
+    }
+  }
+  return units;
+}
+
+/// Asks once, about all of them that are not empty.
+void RequireConsentTo(const std::vector<UnitToDelete>& units, CommandSession& session) {
+  std::vector<std::string> filled;
+  for (const auto& [unit, contents] : units) {
+    if (contents.any()) {
+      filled.push_back(fmt::format("{} has {}", NameOf(unit), contents.Text()));
+    }
+  }
+  if (!filled.empty()) {
+    session.RequireConsent(fmt::format("{}, which are deleted with {}. Go on?",
+                                       fmt::join(filled, "; "),
+                                       filled.size() == 1 ? "it" : "them"));
+  }
+}
+
 Told OfUnit(std::string text, Doing doing, const ChangedUnit& changed, const UnitOptions& options) {
   return {std::move(text),
           ReportOn(doing, changed.unit.key, {"unit", changed.unit.key, changed.unit.name},
@@ -134,22 +166,29 @@ ExitStatus RunUnitEdit(const GlobalOptions& global, const UnitOptions& options, 
 ExitStatus RunUnitDelete(const GlobalOptions& global, const UnitOptions& options,
                          Console& console) {
   CommandSession session(global, Access::kChange, console);
-  const UnitName unit = UnitNamed(session, options.unit);
+  const std::vector<UnitToDelete> units = UnitsToDelete(session, options.toDelete);
   session.RequireDeletion();
-  const UnitContents contents = ContentsOf(session.desks(), unit.key);
-  if (contents.any() && !options.trial) {
-    session.RequireConsent(
-        fmt::format("{} has {}, which are deleted with it. Go on?", NameOf(unit), contents.Text()));
+  if (!options.trial) {
+    RequireConsentTo(units, session);
   }
-  DeleteUnit(session.desks(), unit.key, contents, TrialOf(options.trial));
-  const std::string with = contents.any() ? " with " + contents.Text() : "";
-  Told told{"Deleted " + NameOf(unit) + with,
-            ReportOn(Doing::kDeleting, unit.key, {"unit", unit.key, unit.name}, options.trial)};
-  told.report.facts.Add("tenants", CountCell(contents.tenants))
-      .Add("credentials", CountCell(contents.credentials))
-      .Add("directory_codes", CountCell(contents.codes))
-      .Add("pending_steps", CountCell(contents.steps));
-  return Tell(std::move(told), global, console);
+  DeleteUnits(session.desks(), units, TrialOf(options.trial));
+  ChangeReport report;
+  report.unit =
+      units.size() == 1 ? qorcred::Value(units.front().unit.key) : qorcred::Value(qorcred::Null{});
+  report.trial = options.trial;
+  UnitContents all;
+  std::vector<std::string> deleted;
+  for (const auto& [unit, contents] : units) {
+    report.deleted.push_back({"unit", unit.key, unit.name});
+    deleted.push_back(NameOf(unit) + (contents.any() ? " with " + contents.Text() : ""));
+    all.Add(contents);
+  }
+  report.facts.Add("tenants", CountCell(all.tenants))
+      .Add("credentials", CountCell(all.credentials))
+      .Add("directory_codes", CountCell(all.codes))
+      .Add("pending_steps", CountCell(all.steps));
+  return Tell({fmt::format("Deleted {}", fmt::join(deleted, "; ")), std::move(report)}, global,
+              console);
 }
 
 ExitStatus RunDoorEdit(const GlobalOptions& global, const DoorOptions& options, Console& console) {

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/cli/command_session.h"
 #include "host/cli/list_options.h"
@@ -13,9 +14,10 @@ namespace qorhost {
 struct UnitOptions {
   UnitEntry entry;
   std::optional<std::string> key;  ///< of a new unit
-  std::string unit;                ///< to edit or delete
-  bool settings = false;           ///< of list: prints them
-  bool trial = false;              ///< tells what it would do
+  std::string unit;                ///< to edit
+  std::vector<std::string> toDelete;
+  bool settings = false;  ///< of list: prints them
+  bool trial = false;     ///< tells what it would do
 };
 
 struct DoorOptions {

@@ -145,6 +145,7 @@ void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, DirCod
       });
   write->add_flag("--skip", exported.skip, "Leave codes out that a unit cannot hold");
   write->add_flag("--force", exported.force, "Replace a file that is there already");
+  DescribeTrial(*write, exported.trial);
 }
 
 }  // namespace
@@ -164,11 +165,11 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
       [&](Console& console) { return RunDirCodeList(global, choice.list, console); }, kListWords);
   DescribeListOptions(*list, choice.list);
   auto* show = AddCommand(
-      dircodes, "show", "Show a directory code with its schedules and tenants",
-      "  qorhost dircodes show 101\n  qorhost dircodes show rid:17 --json",
-      [&](Console& console) { return RunDirCodeShow(global, choice.choice, console); },
+      dircodes, "show", "Show directory codes with their schedules and tenants",
+      "  qorhost dircodes show 101 102\n  qorhost dircodes show rid:17 --json",
+      [&](Console& console) { return RunDirCodeShow(global, choice.shown, console); },
       kChoiceWords);
-  show->add_option("CODE", choice.choice, kCodeHelp)->required();
+  show->add_option("CODE", choice.shown, kCodeHelp)->required();
   DescribeAdd(dircodes, global, choice.add);
   DescribeEdit(dircodes, global, choice.edit);
 

@@ -13,7 +13,7 @@ namespace qorhost {
 /// Everything that their options write to.
 struct DirCodeChoice {
   ListOptions list;
-  std::string choice;  ///< of show
+  std::vector<std::string> shown;
   DirCodeDeleteOptions toDelete;
   DirCodeAddOptions add;
   DirCodeEditOptions edit;

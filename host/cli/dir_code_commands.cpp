@@ -240,16 +240,24 @@ ExitStatus RunDirCodeList(const GlobalOptions& global, const ListOptions& option
   return ExitStatus::kDone;
 }
 
-ExitStatus RunDirCodeShow(const GlobalOptions& global, const std::string& choice,
+ExitStatus RunDirCodeShow(const GlobalOptions& global, const std::vector<std::string>& choices,
                           Console& console) {
   CommandSession session(global, Access::kRead, console);
   const UnitName unit = session.ChosenUnit();
   DirCodeDesk desk(session.desks(), unit.key);
-  (void)desk.Select(choice);
+  for (const std::string& choice : choices) {
+    (void)desk.Select(choice);  // before anything is printed: all are shown, or none
+  }
   if (!global.json) {
     PrintTitle(console, unit);
   }
-  PrintCode(desk, global.json, console);
+  for (std::size_t at = 0; at < choices.size(); ++at) {
+    if (at > 0 && !global.json) {
+      console.out << '\n';
+    }
+    (void)desk.Select(choices[at]);
+    PrintCode(desk, global.json, console);
+  }
   return ExitStatus::kDone;
 }
 

@@ -36,7 +36,8 @@ struct DirCodeDeleteOptions {
 
 ExitStatus RunDirCodeList(const GlobalOptions& global, const ListOptions& options,
                           Console& console);
-ExitStatus RunDirCodeShow(const GlobalOptions& global, const std::string& choice, Console& console);
+ExitStatus RunDirCodeShow(const GlobalOptions& global, const std::vector<std::string>& choices,
+                          Console& console);
 ExitStatus RunDirCodeAdd(const GlobalOptions& global, const DirCodeAddOptions& options,
                          Console& console);
 /// Of several codes all are changed, or deleted, or none.

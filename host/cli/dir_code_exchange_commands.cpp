@@ -184,10 +184,18 @@ void RequireAnotherTraceFile(const GlobalOptions& global, const DirCodeExportOpt
   }
 }
 
-/// Raises RefusedError for a file that is there already, unless it is to be replaced.
+/// Raises RefusedError for a file that is there already, unless it is to be replaced. A trial
+/// writes nothing.
 void WriteFile(const UnitFile& unit, const GlobalOptions& global,
                const DirCodeExportOptions& options) {
-  AdvisingOnExisting("name another file with --to, or replace it with --force", [&] {
+  constexpr std::string_view kAdvice = "name another file with --to, or replace it with --force";
+  if (options.trial) {
+    if (!options.force && options.to != kStandardStream) {
+      RequireNoFile(options.to, kAdvice);
+    }
+    return;
+  }
+  AdvisingOnExisting(kAdvice, [&] {
     WriteExport(unit, options.to, options.force ? Standing::kReplaced : Standing::kStays,
                 global.file);
   });
@@ -234,21 +242,26 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
   CommandSession session(global, Access::kRead, console);
   const UnitName chosen = session.ChosenUnit();
   const UnitFile unit = Export(session.desks(), chosen.key, options, console).file;
-  if (options.to == kStandardStream) {
+  if (options.to == kStandardStream && !options.trial) {
     PrintRaw(console, [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
     return ExitStatus::kDone;
   }
   WriteFile(unit, global, options);
-  console.stored = true;
+  console.stored = !options.trial;
   if (global.json) {
     PrintJsonObject(console.out, {{"unit", chosen.key},
                                   {"file", options.to},
                                   {"directory_codes", CountCell(unit.codes.size())}});
     return ExitStatus::kDone;
   }
-  console.Remarks() << fmt::format("Wrote {} to {} ({}).\n",
-                                   Counted(unit.codes.size(), "directory code", "directory codes"),
-                                   Displayable(options.to), NameOf(chosen));
+  const std::string what =
+      fmt::format("{} to {} ({})", Counted(unit.codes.size(), "directory code", "directory codes"),
+                  Displayable(options.to), NameOf(chosen));
+  if (options.trial) {
+    console.out << fmt::format("Would write {}. Nothing was written.\n", what);
+  } else {
+    console.Remarks() << fmt::format("Wrote {}.\n", what);
+  }
   return ExitStatus::kDone;
 }
 

@@ -18,6 +18,7 @@ struct DirCodeExportOptions {
   std::string firmware;  ///< empty: that of units with display options
   bool skip = false;     ///< leaves codes out that a unit cannot hold
   bool force = false;    ///< replaces a file that is there already
+  bool trial = false;    ///< tells what it would write
 };
 
 /// Makes the store's codes of the unit what the file says the unit holds, all of it or nothing.

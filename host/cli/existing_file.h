@@ -1,8 +1,10 @@
 // What to do about a file that is there already.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "host/desks/desk_error.h"
 #include "host/files/file_error.h"
@@ -20,6 +22,14 @@ auto AdvisingOnExisting(std::string_view advice, Work&& work) {
       throw;
     }
     throw RefusedError(std::string(failure.what()).append(": ").append(advice));
+  }
+}
+
+/// The same of a file that a trial would write, which writes nothing that could stand in the way.
+inline void RequireNoFile(const std::string& file, std::string_view advice) {
+  std::error_code unreachable;
+  if (std::filesystem::exists(std::filesystem::symlink_status(file, unreachable))) {
+    throw RefusedError("'" + file + "' is there already: " + std::string(advice));
   }
 }
 

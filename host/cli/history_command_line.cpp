@@ -43,16 +43,17 @@ void DescribeHistory(CommandPlace place, const GlobalOptions& global, HistoryOpt
   DescribeList(history, global, options);
 
   auto* show = AddCommand(
-      history, "show", "Show what an entry did to the rows, field by field",
-      "  qorhost history show 12",
+      history, "show", "Show what entries did to the rows, field by field",
+      "  qorhost history show 12 14",
       [&](Console& console) { return RunHistoryShow(global, options, console); }, kHistoryWords);
-  show->add_option("ENTRY", options.entry, "Its number, as 'history list' prints it")->required();
+  show->add_option("ENTRY", options.entries, "Its number, as 'history list' prints it")->required();
 
   auto* undo = AddCommand(
-      history, "undo", "Write back what an entry changed, if nobody has changed it since",
-      "  qorhost history undo 12 --dry-run\n  qorhost history undo 12",
+      history, "undo",
+      "Write back what entries changed, if nobody has changed it since, all or none",
+      "  qorhost history undo 12 --dry-run\n  qorhost history undo 12 14",
       [&](Console& console) { return RunHistoryUndo(global, options, console); }, kHistoryWords);
-  undo->add_option("ENTRY", options.entry, "Its number, as 'history list' prints it")->required();
+  undo->add_option("ENTRY", options.entries, "Its number, as 'history list' prints it")->required();
   DescribeTrial(*undo, options.trial);
 
   auto* check = AddCommand(

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "frame/convert.h"
 #include "host/cli/change_report.h"
 #include "host/desks/history_undo.h"
@@ -27,17 +29,11 @@ std::string InUnitOf(const WorkEntry& entry, DeskSession& session) {
   return " " + InUnit(unit);
 }
 
-/// The rows that the undo has put back, taken away or changed, by their tables.
-ChangeReport ReportOn(const UndoneWork& undone, DeskSession& session) {
+/// The rows that the undo of an entry has put back, taken away or changed, by their tables.
+void AddRowsOf(const UndoneWork& undone, DeskSession& session, ChangeReport& report) {
   constexpr std::size_t kTable = 0;
   constexpr std::size_t kRid = 1;
   constexpr std::size_t kChange = 3;
-  ChangeReport report;
-  if (undone.entry.unitKey) {
-    report.unit = *undone.entry.unitKey;
-  }
-  report.trial = !undone.written;
-  report.stored = undone.written;
   const Table rows = EntryTable(session, undone.entry.entry);
   const std::vector<qorcred::Value>* before = nullptr;
   for (const auto& row : rows.rows) {
@@ -51,8 +47,28 @@ ChangeReport ReportOn(const UndoneWork& undone, DeskSession& session) {
                                                               : report.changed;
     things.push_back({"row", row[kRid], qorcred::TextOrEmpty(row[kTable])});
   }
-  report.facts.Add("entry", static_cast<double>(undone.entry.entry))
-      .Add("rows", CountCell(undone.rows));
+}
+
+ChangeReport ReportOn(const std::vector<UndoneWork>& undone, DeskSession& session) {
+  ChangeReport report;
+  const WorkEntry& first = undone.front().entry;
+  const bool isOneUnit = std::all_of(undone.begin(), undone.end(), [&first](const UndoneWork& one) {
+    return one.entry.unitKey == first.unitKey;
+  });
+  if (isOneUnit && first.unitKey) {
+    report.unit = *first.unitKey;
+  }
+  report.stored = undone.front().written;
+  report.trial = !report.stored;
+  std::size_t rows = 0;
+  for (const UndoneWork& one : undone) {
+    AddRowsOf(one, session, report);
+    rows += one.rows;
+  }
+  report.facts
+      .Add("entry", undone.size() == 1 ? qorcred::Value(static_cast<double>(first.entry))
+                                       : qorcred::Value(qorcred::Null{}))
+      .Add("rows", CountCell(rows));
   return report;
 }
 
@@ -78,36 +94,46 @@ ExitStatus RunHistoryList(const GlobalOptions& global, const HistoryOptions& opt
 ExitStatus RunHistoryShow(const GlobalOptions& global, const HistoryOptions& options,
                           Console& console) {
   CommandSession session(global, Access::kRead, console);
-  const WorkEntry entry = EntryOf(session.desks(), options.entry);
-  if (!global.json) {
-    console.Remarks() << Displayable(DescriptionOf(entry)) << '\n';
+  std::vector<WorkEntry> entries;
+  for (const std::string& number : options.entries) {
+    entries.push_back(EntryOf(session.desks(), number));
   }
-  PrintRows(console.out, EntryTable(session.desks(), entry.entry), global.json);
+  for (const WorkEntry& entry : entries) {
+    if (!global.json) {
+      console.Remarks() << Displayable(DescriptionOf(entry)) << '\n';
+    }
+    PrintRows(console.out, EntryTable(session.desks(), entry.entry), global.json);
+  }
   return ExitStatus::kDone;
 }
 
 ExitStatus RunHistoryUndo(const GlobalOptions& global, const HistoryOptions& options,
                           Console& console) {
   CommandSession session(global, Access::kChange, console);
-  const WorkEntry entry = EntryOf(session.desks(), options.entry);
-  if (global.unit && entry.unitKey && entry.unitKey != global.unit) {
-    throw UsageError(fmt::format("entry {} is of unit {}, not of unit {}", entry.entry,
-                                 *entry.unitKey, *global.unit));
+  for (const std::string& number : options.entries) {
+    const WorkEntry entry = EntryOf(session.desks(), number);
+    if (global.unit && entry.unitKey && entry.unitKey != global.unit) {
+      throw UsageError(fmt::format("entry {} is of unit {}, not of unit {}", entry.entry,
+                                   *entry.unitKey, *global.unit));
+    }
+    if (!entry.unitKey && !options.trial) {
+      session.RequireConsent(
+          fmt::format("{} concerns the whole store. Undo it?", DescriptionOf(entry)));
+    }
   }
-  if (!entry.unitKey && !options.trial) {
-    session.RequireConsent(
-        fmt::format("{} concerns the whole store. Undo it?", DescriptionOf(entry)));
-  }
-  const UndoneWork undone = UndoEntry(session.desks(), options.entry, TrialOf(options.trial));
-  console.stored = undone.written;
+  const std::vector<UndoneWork> undone =
+      UndoEntries(session.desks(), options.entries, TrialOf(options.trial));
+  console.stored = undone.front().written;
   if (global.json) {
     PrintChange(console.out, ReportOn(undone, session.desks()));
     return ExitStatus::kDone;
   }
-  (undone.written ? console.Remarks() : console.out)
-      << Displayable(DescriptionOf(undone.entry)) << (undone.written ? " undone" : " can be undone")
-      << InUnitOf(undone.entry, session.desks()) << ": " << Counted(undone.rows, "row", "rows")
-      << (undone.written ? " as before\n" : "; nothing was changed\n");
+  for (const UndoneWork& one : undone) {
+    (one.written ? console.Remarks() : console.out)
+        << Displayable(DescriptionOf(one.entry)) << (one.written ? " undone" : " can be undone")
+        << InUnitOf(one.entry, session.desks()) << ": " << Counted(one.rows, "row", "rows")
+        << (one.written ? " as before\n" : "; nothing was changed\n");
+  }
   return ExitStatus::kDone;
 }
 

@@ -13,20 +13,20 @@
 namespace qorhost {
 
 struct HistoryOptions {
-  ListOptions asked;               ///< of list
-  HistoryQuery query;              ///< without the unit, which is a global option
-  std::string entry;               ///< to show or to undo
-  bool trial = false;              ///< of undo: tells what it would do
-  std::vector<std::string> heads;  ///< of check: that were noted
+  ListOptions asked;                 ///< of list
+  HistoryQuery query;                ///< without the unit, which is a global option
+  std::vector<std::string> entries;  ///< to show or to undo
+  bool trial = false;                ///< of undo: tells what it would do
+  std::vector<std::string> heads;    ///< of check: that were noted
 };
 
 /// Lists the entries.
 ExitStatus RunHistoryList(const GlobalOptions& global, const HistoryOptions& options,
                           Console& console);
-/// Shows what one did to the rows, field by field.
+/// Shows what each did to the rows, field by field.
 ExitStatus RunHistoryShow(const GlobalOptions& global, const HistoryOptions& options,
                           Console& console);
-/// Takes one back.
+/// Takes them back, all or none.
 ExitStatus RunHistoryUndo(const GlobalOptions& global, const HistoryOptions& options,
                           Console& console);
 /// Looks for entries that are missing or not as they were written, and prints the heads.

@@ -39,6 +39,7 @@ void DescribeSteps(CommandPlace place, const GlobalOptions& global, StepOptions&
                  [&](Console& console) { return RunStepExport(global, options, console); });
   written->add_option("FILE", options.to, "The file, or - for standard output")->required();
   written->add_flag("--force", options.force, "Replace an existing file");
+  DescribeTrial(*written, options.trial);
 
   auto* done = AddCommand(
       steps, "done", "Mark the steps that a unit was handed as sent",

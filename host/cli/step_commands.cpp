@@ -17,12 +17,21 @@ namespace {
 
 using qorcred::Value;
 
-/// Raises RefusedError for a file that is there already, unless it is to be replaced.
+/// Raises RefusedError for a file that is there already, unless it is to be replaced. A trial
+/// writes nothing.
 void WriteFile(const StepFile& file, const GlobalOptions& global, const StepOptions& options) {
   if (global.traceFile && AreOneFile(*global.traceFile, options.to)) {
     throw UsageError("FILE and --trace-file name the same file: name another one");
   }
-  AdvisingOnExisting("name another file, or replace it with --force behind 'export'", [&] {
+  constexpr std::string_view kAdvice =
+      "name another file, or replace it with --force behind 'export'";
+  if (options.trial) {
+    if (!options.force && options.to != kStandardStream) {
+      RequireNoFile(options.to, kAdvice);
+    }
+    return;
+  }
+  AdvisingOnExisting(kAdvice, [&] {
     file.WriteTo(options.to, options.force ? Standing::kReplaced : Standing::kStays, global.file);
   });
 }
@@ -38,18 +47,24 @@ ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options
   CommandSession session(global, Access::kRead, console);
   const UnitName unit = session.UnitToChange();
   const StepFile file(session.desks(), unit);
-  if (options.to == kStandardStream) {
+  if (options.to == kStandardStream && !options.trial) {
     PrintRaw(console, [&file](std::ostream& out) { file.Write(out); });
     return ExitStatus::kDone;
   }
   WriteFile(file, global, options);
-  console.stored = true;
+  console.stored = !options.trial;
   if (global.json) {
     PrintJsonObject(console.out,
                     {{"unit", unit.key},
                      {"file", options.to},
                      {"steps", CountCell(file.count())},
                      {"last_step", file.last() ? Value(*file.last()) : Value(qorcred::Null{})}});
+    return ExitStatus::kDone;
+  }
+  if (options.trial) {
+    console.out << fmt::format("Would write {} to {} ({}). Nothing was written.\n",
+                               Counted(file.count(), "step", "steps"), Displayable(options.to),
+                               NameOf(unit));
     return ExitStatus::kDone;
   }
   console.Remarks() << fmt::format("Wrote {} to {} ({}).\n", Counted(file.count(), "step", "steps"),

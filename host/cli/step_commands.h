@@ -14,7 +14,7 @@ struct StepOptions {
   std::string to;      ///< of export: a file, or - for standard output
   bool force = false;  ///< of export: replaces a file
   StepChoice choice;   ///< of done
-  bool trial = false;  ///< of done: tells what it would do
+  bool trial = false;  ///< of export and done: tells what it would do
 };
 
 /// Lists what waits, with times and subjects.

@@ -152,8 +152,8 @@ void DescribeTenants(CommandPlace place, const GlobalOptions& global, TenantChoi
   DescribeListOptions(*list, choice.list);
 
   auto* show = AddCommand(
-      tenants, "show", "Show everything that is stored of a tenant",
-      "  qorhost tenants show \"Tanaka X\" --unit 2",
+      tenants, "show", "Show everything that is stored of tenants",
+      "  qorhost tenants show \"Tanaka X\" --unit 2\n  qorhost tenants show rid:61 rid:62 --json",
       [&](Console& console) { return RunTenantShow(global, choice.shown, console); }, kTenantWords);
   show->add_option("TENANT", choice.shown, kWho)->required();
   DescribeChanges(tenants, global, choice);

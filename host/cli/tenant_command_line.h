@@ -12,7 +12,7 @@ namespace qorhost {
 /// Everything that their options write to.
 struct TenantChoice {
   ListOptions list;
-  std::string shown;
+  std::vector<std::string> shown;
   TenantEditOptions added;
   TenantEditOptions edited;
   TenantEndOptions ended;

@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/cli/change_report.h"
@@ -166,16 +169,21 @@ ExitStatus RunTenantList(const GlobalOptions& global, const ListOptions& options
   return ExitStatus::kDone;
 }
 
-ExitStatus RunTenantShow(const GlobalOptions& global, const std::string& name, Console& console) {
+ExitStatus RunTenantShow(const GlobalOptions& global, const std::vector<std::string>& names,
+                         Console& console) {
   constexpr std::size_t kNameWidth = 12;
   CommandSession session(global, Access::kRead, console);
   const UnitName unit = session.ChosenUnit();
   TenantDesk desk(session.desks(), unit.key);
-  desk.Choose({name});
+  desk.Choose(names);
   if (!global.json) {
     PrintTitle(console, unit);
   }
+  bool isFirst = true;
   for (const TenantRow& tenant : desk.chosen()) {
+    if (!std::exchange(isFirst, false) && !global.json) {
+      console.out << '\n';
+    }
     std::vector<std::pair<std::string, Value>> members;
     for (const TenantDetail& detail : DetailsOf(tenant, desk.links())) {
       members.emplace_back(detail.name.key, detail.value);

@@ -43,7 +43,8 @@ ExitStatus TellChangedTenants(const ChangedTenants& changed, const UnitName& uni
                               std::string_view verb, const GlobalOptions& global, Console& console);
 
 ExitStatus RunTenantList(const GlobalOptions& global, const ListOptions& options, Console& console);
-ExitStatus RunTenantShow(const GlobalOptions& global, const std::string& name, Console& console);
+ExitStatus RunTenantShow(const GlobalOptions& global, const std::vector<std::string>& names,
+                         Console& console);
 /// The entry alone counts.
 ExitStatus RunTenantAdd(const GlobalOptions& global, const TenantEditOptions& options,
                         Console& console);

@@ -26,15 +26,16 @@ constexpr std::array<ImportColumn, kCount> kColumns{{
     {caption::kStatus, false, "Active (also without the column) or Inactive"},
     {caption::kStart, false, "first day, as 05 Mar 2024 or 2024-03-05 08:00; empty: none"},
     {caption::kEnd, false, "last day; empty: none; without the column: the unit's own"},
-    {caption::kDnd, false, "True or False; empty: True with a schedule"},
+    {caption::kDnd, false, "yes or no (also True or False); empty: yes with a schedule"},
     {caption::kDndSchedule, false, "a schedule's name or id; <None> or empty: none"},
-    {caption::kForwarding, false, "True or False; empty: True with a phone number or schedule"},
+    {caption::kForwarding, false,
+     "yes or no (also True or False); empty: yes with a phone number or schedule"},
     {caption::kCfSchedule, false, "a schedule's name or id; <None> or empty: none"},
     {caption::kCfPhone, false, "the phone number that calls are forwarded to"},
     {caption::kCfExtension, false, "the extension there"},
     {caption::kCfDelay, false, "the delay before the extension there; without one it is 2"},
-    {caption::kShowName, false, "True (also without the column) or False"},
-    {caption::kShowCode, false, "True (also without the column) or False"},
+    {caption::kShowName, false, "yes (also without the column) or no; also True or False"},
+    {caption::kShowCode, false, "yes (also without the column) or no; also True or False"},
 }};
 
 constexpr std::array<ColumnField, 12> kFields{{

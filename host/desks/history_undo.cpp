@@ -83,8 +83,10 @@ class LaterChanges {
 /// Undoes one entry inside a unit of work that has taken the right to write.
 class Undoing {
  public:
-  Undoing(DeskSession& session, WorkEntry entry)
+  /// `undone` are those that were undone before in the same unit of work.
+  Undoing(DeskSession& session, WorkEntry entry, const std::set<std::int64_t>& undone)
       : session_(session),
+        undone_(undone),
         entry_(std::move(entry)),
         changes_(session.sql().audit().RowsOf(entry_.entry)) {}
 
@@ -132,6 +134,9 @@ class Undoing {
     AuditLog& audit = session_.sql().audit();
     LaterChanges later;
     for (const WorkEntry& entry : audit.After(entry_.entry, entry_.unitKey)) {
+      if (undone_.contains(entry.entry)) {
+        continue;
+      }
       for (const RowChange& change : audit.RowsOf(entry.entry)) {
         later.Add(change);
       }
@@ -271,6 +276,7 @@ class Undoing {
   };
 
   DeskSession& session_;
+  const std::set<std::int64_t>& undone_;
   WorkEntry entry_;
   std::vector<RowChange> changes_;
   std::size_t rows_ = 0;
@@ -278,17 +284,54 @@ class Undoing {
   std::vector<Cards> cards_;
 };
 
-std::vector<std::int32_t> UnitsOf(const WorkEntry& entry) {
-  return entry.unitKey ? std::vector{*entry.unitKey} : std::vector<std::int32_t>{};
+/// That the entries are of, the latest first; none, or several, mean the whole store.
+std::vector<std::int32_t> UnitsOf(const std::vector<WorkEntry>& entries) {
+  std::set<std::int32_t> units;
+  for (const WorkEntry& entry : entries) {
+    if (!entry.unitKey) {
+      return {};
+    }
+    units.insert(*entry.unitKey);
+  }
+  return {units.begin(), units.end()};
+}
+
+std::string NameOf(const std::vector<WorkEntry>& entries) {
+  if (entries.size() == 1) {
+    return fmt::format("undo entry {}: {}", entries.front().entry, entries.front().what);
+  }
+  std::string numbers;
+  for (const WorkEntry& entry : entries) {
+    numbers += fmt::format("{}{}", numbers.empty() ? "" : ", ", entry.entry);
+  }
+  return "undo entries " + numbers;
 }
 
 }  // namespace
 
 UndoneWork UndoEntry(DeskSession& session, std::string_view number, Trial trial) {
-  UndoneWork undone{EntryOf(session, number), 0, trial == Trial::kNo};
-  OwnWork work(session, UnitsOf(undone.entry),
-               fmt::format("undo entry {}: {}", undone.entry.entry, undone.entry.what));
-  undone.rows = Undoing(session, undone.entry).Run();
+  return std::move(UndoEntries(session, {std::string(number)}, trial).front());
+}
+
+std::vector<UndoneWork> UndoEntries(DeskSession& session, const std::vector<std::string>& numbers,
+                                    Trial trial) {
+  std::vector<WorkEntry> entries;
+  for (const std::string& number : numbers) {
+    WorkEntry entry = EntryOf(session, number);
+    if (std::none_of(entries.begin(), entries.end(),
+                     [&entry](const WorkEntry& known) { return known.entry == entry.entry; })) {
+      entries.push_back(std::move(entry));
+    }
+  }
+  std::sort(entries.begin(), entries.end(),
+            [](const WorkEntry& one, const WorkEntry& other) { return one.entry > other.entry; });
+  OwnWork work(session, UnitsOf(entries), NameOf(entries));
+  std::vector<UndoneWork> undone;
+  std::set<std::int64_t> before;
+  for (const WorkEntry& entry : entries) {
+    undone.push_back({entry, Undoing(session, entry, before).Run(), trial == Trial::kNo});
+    before.insert(entry.entry);
+  }
   work.End(trial);
   return undone;
 }

@@ -3,7 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/desks/desk_error.h"
 #include "host/desks/session.h"
@@ -29,5 +31,11 @@ struct UndoneWork {
 /// entry, and ChangedSince, which says which row, who and what, or what would be wrong then:
 /// nothing was changed.
 [[nodiscard]] UndoneWork UndoEntry(DeskSession& session, std::string_view number, Trial trial);
+
+/// The same of several as one unit of work, the latest first, for what came later builds on what
+/// was there: all of them or none. An entry that is named twice is undone once.
+[[nodiscard]] std::vector<UndoneWork> UndoEntries(DeskSession& session,
+                                                  const std::vector<std::string>& numbers,
+                                                  Trial trial);
 
 }  // namespace qorhost

@@ -31,11 +31,10 @@ ImportRun::ImportRun(DeskSession& session, const WorkOrder& order, const ImportR
       rules_(rules),
       columns_(columns),
       unseen_(session, rules.answerYes),
-      counts_(session.sql().units().KeepCounts()),
       all_(session.sql().work(), order) {
   session_.sql().work().Lock();
   for (const std::int32_t unitKey : order.units) {
-    counts_->Follow(unitKey);
+    session.sql().units().KeepCounts(unitKey);  // every save asks how many codes it has
   }
 }
 

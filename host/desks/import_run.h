@@ -99,8 +99,7 @@ class ImportRun {
   DeskSession& session_;
   const ImportRules& rules_;
   std::span<const FieldWord> columns_;
-  UnseenMessages unseen_;               // questions are answered by the rules
-  std::unique_ptr<KeptCounts> counts_;  // every save asks how many codes the unit has
+  UnseenMessages unseen_;  // questions are answered by the rules
   WorkGuard all_;
   std::vector<std::string> messages_;  // about the line
   std::vector<std::string> failures_;  // of the line

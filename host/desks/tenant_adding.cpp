@@ -33,7 +33,13 @@ std::int32_t GroupZeroOf(DeskSession& session, std::int32_t unitKey) {
 }
 
 TenantAdding::TenantAdding(DeskSession& session, std::int32_t unitKey)
-    : session_(session), unitKey_(unitKey) {
+    : session_(session),
+      unitKey_(unitKey),
+      insert_("INSERT INTO Tenants (UnitKey, LINKCODE, LASTMODIFIEDDATE") {
+  for (const TenantColumn& column : TenantColumns()) {
+    insert_.append(", ").append(column.column);
+  }
+  insert_ += ") VALUES (";
   fresh_.schedules.fill(qorcred::kFullAccess.id);
   fresh_.group = GroupZeroOf(session, unitKey);
   SetDefaultPeriod(session, unitKey, fresh_);
@@ -48,16 +54,13 @@ void TenantAdding::Store(TenantRow& tenant) {
   if (nextLinkCode_ > std::numeric_limits<std::int32_t>::max()) {
     throw RefusedError("the unit has no link code left");
   }
-  std::string columns = "UnitKey, LINKCODE, LASTMODIFIEDDATE";
-  std::string literals = fmt::format("{}, {}, '_LMDATE_'", unitKey_, nextLinkCode_);
+  std::string insert = insert_;
+  insert += fmt::format("{}, {}, '_LMDATE_'", unitKey_, nextLinkCode_);
   for (const TenantColumn& column : TenantColumns()) {
-    columns.append(", ").append(column.column);
-    literals.append(", ").append(column.literal(tenant));
+    insert.append(", ").append(column.literal(tenant));
   }
-  tenant.rid = static_cast<std::int32_t>(
-      sql.Change(fmt::format("INSERT INTO Tenants ({}) VALUES ({})", columns, literals),
-                 dialect::StatementKind::kInsert)
-          .newRow);
+  tenant.rid =
+      static_cast<std::int32_t>(sql.Change(insert + ")", dialect::StatementKind::kInsert).newRow);
   tenant.tenantId = sql.tenants().TenantIdOf(unitKey_, tenant.rid);
   (void)sql.Change(fmt::format("INSERT INTO TenantsBackup (UnitKey, TenantID) VALUES ({}, {})",
                                unitKey_, tenant.tenantId),

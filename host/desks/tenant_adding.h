@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "host/desks/session.h"
 #include "host/desks/tenant_rows.h"
@@ -26,6 +27,7 @@ class TenantAdding {
  private:
   DeskSession& session_;
   std::int32_t unitKey_;
+  std::string insert_;  // up to the values of a row
   TenantRow fresh_;
   std::int64_t nextLinkCode_ = 0;  // once a tenant was stored
   std::int32_t taken_ = 0;

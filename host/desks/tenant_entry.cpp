@@ -109,6 +109,12 @@ std::int32_t FindGroup(DeskSession& session, std::int32_t unitKey, const std::st
                   names.empty() ? "it has none" : fmt::format("{}", fmt::join(names, ", "))));
 }
 
+/// The name that a unit shows unless another one is given: it takes no more.
+std::string NameAtUnitOf(const TenantRow& row) {
+  const std::string name = row.SpokenName();
+  return std::string(qorcred::Trim(qorcred::LeftUtf16(name, tenant_bound::kName)));
+}
+
 }  // namespace
 
 std::int32_t FindSchedule(const TenantLinks& links, std::string_view field,
@@ -182,6 +188,7 @@ TenantValues::TenantValues(DeskSession& session, std::int32_t unitKey, const Ten
   if (entry.to) {
     end_ = ReadDay(field::kEnd, *entry.to, true);
   }
+  typed_.from = entry.from;
   typed_.to = entry.to;
   ReadLinks(session, unitKey, entry, links);
 }
@@ -241,8 +248,8 @@ TenantRow TenantValues::AppliedTo(const TenantRow& before) const {
   const bool isNamed = typed_.lastName || typed_.firstName;
   if (typed_.nameAtUnit) {
     row.nameAtUnit = *typed_.nameAtUnit;
-  } else if (isNamed && (row.nameAtUnit.empty() || row.nameAtUnit == before.SpokenName())) {
-    row.nameAtUnit = row.SpokenName();
+  } else if (isNamed && (row.nameAtUnit.empty() || row.nameAtUnit == NameAtUnitOf(before))) {
+    row.nameAtUnit = NameAtUnitOf(row);
   }
   row.group = group_.value_or(row.group);
   row.start = start_.value_or(row.start);
@@ -260,8 +267,10 @@ TenantRow TenantValues::AppliedTo(const TenantRow& before) const {
 
   if ((start_ || end_) && row.start && row.end &&
       qorcred::SecondsBetween(*row.start, *row.end) < 0) {
-    throw InputFault(field::kEnd, typed_.to.value_or(""),
-                     fmt::format("the period of {} would end before it begins, on {}",
+    throw InputFault(end_ ? field::kEnd : field::kStart,
+                     (end_ ? typed_.to : typed_.from).value_or(""),
+                     fmt::format("{{field}} '{{value}}': the period of {} would end before it "
+                                 "begins, on {}",
                                  InReason(row.Name()), qorcred::DateText(*row.start)));
   }
   return row;

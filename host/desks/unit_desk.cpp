@@ -370,45 +370,6 @@ ChangedUnit EditUnit(DeskSession& session, std::int32_t unitKey, const UnitEntry
   return edited;
 }
 
-std::string UnitContents::Text() const {
-  std::string text;
-  const auto add = [&text](std::size_t count, std::string_view one, std::string_view many) {
-    if (count > 0) {
-      text += (text.empty() ? "" : ", ") + Counted(count, one, many);
-    }
-  };
-  add(tenants, "tenant", "tenants");
-  add(credentials, "credential", "credentials");
-  add(codes, "directory code", "directory codes");
-  add(steps, "waiting step", "waiting steps");
-  return text;
-}
-
-UnitContents ContentsOf(DeskSession& session, std::int32_t unitKey) {
-  const std::string ofUnit = OfUnit(unitKey);
-  return {RowsWhere(session, "Tenants", ofUnit), RowsWhere(session, "CredentialBank", ofUnit),
-          RowsWhere(session, "DirectoryCode", ofUnit),
-          RowsWhere(session, "ProgramSteps", ofUnit + " AND Sent=False")};
-}
-
-void DeleteUnit(DeskSession& session, std::int32_t unitKey, const UnitContents& agreed,
-                Trial trial) {
-  OwnWork work(session, {unitKey}, fmt::format("delete unit {}", unitKey));
-  RequireUnit(session, unitKey);
-  if (ContentsOf(session, unitKey) != agreed) {
-    throw RefusedError(
-        "nothing was deleted: somebody else has changed what is in the unit meanwhile. Try again");
-  }
-  // Rows before those that they refer to.
-  for (const std::string_view table :
-       {"ProgramSteps", "TenantsBackup", "Tenants", "CredentialBank", "DirectoryCode",
-        "UnitCounters", "TenantGroup", "Schedules", "DOORS", "UnitSettings", "Units"}) {
-    (void)session.sql().Change(fmt::format("DELETE FROM {} WHERE {}", table, OfUnit(unitKey)),
-                               dialect::StatementKind::kDelete);
-  }
-  work.End(trial);
-}
-
 List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units) {
   List list;
   list.title = "Settings of units";

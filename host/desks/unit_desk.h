@@ -80,25 +80,6 @@ struct ChangedUnit {
 [[nodiscard]] ChangedUnit EditUnit(DeskSession& session, std::int32_t unitKey,
                                    const UnitEntry& entry, OtherUnits others, Trial trial);
 
-/// What stands in a unit beside its surroundings.
-struct UnitContents {
-  std::size_t tenants = 0;
-  std::size_t credentials = 0;
-  std::size_t codes = 0;
-  std::size_t steps = 0;  ///< that wait
-
-  [[nodiscard]] bool any() const { return tenants + credentials + codes + steps > 0; }
-  friend bool operator==(const UnitContents&, const UnitContents&) = default;
-  /// "75 tenants, 145 credentials"; what there is none of is left out.
-  [[nodiscard]] std::string Text() const;
-};
-[[nodiscard]] UnitContents ContentsOf(DeskSession& session, std::int32_t unitKey);
-
-/// Deletes a unit with all that is in it, which must be what the person agreed to. Raises
-/// RefusedError when there is something else by now.
-void DeleteUnit(DeskSession& session, std::int32_t unitKey, const UnitContents& agreed,
-                Trial trial);
-
 /// The units with their settings.
 [[nodiscard]] List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units);
 

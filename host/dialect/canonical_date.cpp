@@ -1,7 +1,5 @@
 #include "host/dialect/canonical_date.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -27,6 +25,13 @@ int NumberAt(std::string_view text, std::size_t position, std::size_t length) {
   return number;
 }
 
+/// By hand: every row that is written has such a date.
+void PutNumber(std::string& text, std::size_t position, std::size_t length, int number) {
+  for (std::size_t at = position + length; at > position; number /= 10) {
+    text[--at] = static_cast<char>('0' + number % 10);
+  }
+}
+
 bool FollowsPicture(std::string_view text) {
   return text.size() == kPicture.size() &&
          std::equal(text.begin(), text.end(), kPicture.begin(), [](char found, char wanted) {
@@ -38,8 +43,14 @@ bool FollowsPicture(std::string_view text) {
 
 std::string CanonicalDate(qorcred::Date date) {
   const qorcred::CivilTime civil = qorcred::ToCivil(date);
-  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", civil.year, civil.month, civil.day,
-                     civil.hour, civil.minute, civil.second);
+  std::string text(kPicture);
+  PutNumber(text, 0, 4, civil.year);
+  PutNumber(text, 5, 2, civil.month);
+  PutNumber(text, 8, 2, civil.day);
+  PutNumber(text, 11, 2, civil.hour);
+  PutNumber(text, 14, 2, civil.minute);
+  PutNumber(text, 17, 2, civil.second);
+  return text;
 }
 
 std::optional<qorcred::Date> FromCanonicalDate(std::string_view text) {

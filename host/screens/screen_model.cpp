@@ -209,8 +209,11 @@ void ScreenModel::PutBack(const ScreenSnapshot& snapshot) {
   for (std::size_t at = 0; at < controls_.size(); ++at) {
     controls_[at]->PutBack(snapshot.controls[at].state);
   }
-  for (const ScreenSnapshot::Variable& variable : snapshot.variables) {
-    members_.find(variable.name)->second.variable = variable.value;
+  auto kept = snapshot.variables.begin();  // which stand in the same order
+  for (auto& [name, member] : members_) {
+    if (member.control == nullptr) {
+      member.variable = (kept++)->value;
+    }
   }
   link_->focused = snapshot.focused;
 }

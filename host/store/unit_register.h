@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -22,23 +21,6 @@ struct UnitCounts {
   friend bool operator==(const UnitCounts&, const UnitCounts&) = default;
 };
 
-/// Lets UnitRegister::Count() do without counting a unit's rows for as long as it lives: many saves
-/// in one transaction, each of which asks for the counts, take time linear in their number. Must
-/// begin and end outside the transaction.
-class KeptCounts {
- public:
-  virtual ~KeptCounts() = default;
-  KeptCounts(const KeptCounts&) = delete;
-  KeptCounts& operator=(const KeptCounts&) = delete;
-
-  /// Counts the unit's rows and follows every change of them from now on, until the transaction in
-  /// which it is called ends; it must let nobody else write.
-  virtual void Follow(std::int32_t unitKey) = 0;
-
- protected:
-  KeptCounts() = default;
-};
-
 /// A part of SqlSession, and raises what that raises.
 class UnitRegister {
  public:
@@ -49,8 +31,10 @@ class UnitRegister {
   /// Nothing for a unit that the store does not have.
   [[nodiscard]] virtual std::optional<UnitFacts> Find(std::int32_t unitKey) = 0;
   [[nodiscard]] virtual UnitCounts Count(std::int32_t unitKey) = 0;
-  /// The session must outlive what is returned.
-  [[nodiscard]] virtual std::unique_ptr<KeptCounts> KeepCounts() = 0;
+  /// Counts the unit's rows and follows every change of them until the unit of work ends, which
+  /// must have taken the right to write: Count() does without counting them meanwhile. Many saves,
+  /// each of which asks for the counts, take time linear in their number then.
+  virtual void KeepCounts(std::int32_t unitKey) = 0;
 
  protected:
   UnitRegister() = default;

@@ -58,11 +58,12 @@ struct ChangeLog::Hook {
       return;
     }
     ++log.touched_;
-    WatchedTable* const table = log.Find(name);
-    if (table == nullptr) {
-      return;
-    }
     try {
+      log.counts_.OnChange(operation, name);
+      WatchedTable* const table = log.Find(name);
+      if (table == nullptr) {
+        return;
+      }
       switch (operation) {
         case SQLITE_INSERT:
           return log.OnInsert(*table, after);
@@ -88,7 +89,7 @@ struct ChangeLog::Hook {
   }
 };
 
-ChangeLog::ChangeLog(Database& database) : database_(database) {
+ChangeLog::ChangeLog(Database& database) : database_(database), counts_(database) {
   sqlite3_preupdate_hook(database_.handle(), &Hook::Called, this);
 }
 
@@ -111,6 +112,7 @@ void ChangeLog::Start() {
 
 void ChangeLog::Stop() noexcept {
   on_ = false;
+  counts_.ForgetAll();
 }
 
 void ChangeLog::ReadTables() {
@@ -145,7 +147,7 @@ ChangeLog::WatchedTable* ChangeLog::Find(std::string_view name) {
 }
 
 ChangeLog::Place ChangeLog::Here() const {
-  Place place{touched_, changes_.size(), {}};
+  Place place{touched_, changes_.size(), {}, counts_.Here()};
   for (const WatchedTable& table : tables_) {
     place.runs.push_back({table.run, table.run ? changes_[*table.run].lastRid : 0});
   }
@@ -154,6 +156,7 @@ ChangeLog::Place ChangeLog::Here() const {
 
 void ChangeLog::GoBackTo(const Place& place) {
   touched_ = place.touched;
+  counts_.GoBackTo(place.counts);
   changes_.resize(std::min(changes_.size(), place.changes));
   for (std::size_t at = 0; at < tables_.size(); ++at) {
     const Place::Run run = at < place.runs.size() ? place.runs[at] : Place::Run{};

@@ -10,6 +10,7 @@
 
 #include "host/store/row_change.h"
 #include "host/store/sqlite/database.h"
+#include "host/store/sqlite/kept_counts.h"
 
 namespace qorhost::sqlite {
 
@@ -34,11 +35,14 @@ class ChangeLog {
     std::int64_t touched = 0;
     std::size_t changes = 0;
     std::vector<Run> runs;  // in the order of the tables
+    KeptCounts::Place counts;
   };
   [[nodiscard]] Place Here() const;
   void GoBackTo(const Place& place);
 
   [[nodiscard]] const std::vector<RowChange>& changes() const { return changes_; }
+  /// The counts of units, of which those that are followed are kept until the end.
+  [[nodiscard]] KeptCounts& counts() noexcept { return counts_; }
   /// How many rows of the store were written, those that are left out, too.
   [[nodiscard]] std::int64_t touched() const noexcept { return touched_; }
   /// Raises when a change could not be kept: memory is out.
@@ -66,6 +70,7 @@ class ChangeLog {
   std::int64_t touched_ = 0;
   std::vector<RowChange> changes_;
   std::vector<WatchedTable> tables_;
+  KeptCounts counts_;
   std::size_t latest_ = 0;  // the table that was found last: rows of one come one after the other
 };
 

@@ -78,6 +78,10 @@ void Configure(sqlite3* handle) {
   sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
 }
 
+StoreError FailureOf(const Database& database) {
+  return LastError(database.handle(), fmt::format("The store '{}'", database.name()));
+}
+
 int FlagsOf(OpenMode mode) {
   switch (mode) {
     case OpenMode::kReadOnly:
@@ -141,7 +145,7 @@ Database Database::InMemory() {
 
 void Database::Run(const std::string& sql) {
   if (sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
-    throw LastError(handle(), fmt::format("The store '{}'", name_));
+    throw FailureOf(*this);
   }
 }
 
@@ -315,6 +319,16 @@ std::string_view Statement::Text(int column) const noexcept {
   return text == nullptr
              ? std::string_view()
              : std::string_view(static_cast<const char*>(text), static_cast<std::size_t>(size));
+}
+
+void OftenRun::Run(const Database& database) {
+  if (!statement_) {
+    statement_.emplace(database, sql_);
+  }
+  const StatementUse run(*statement_);
+  if (sqlite3_step(run->handle()) != SQLITE_DONE) {
+    throw FailureOf(database);
+  }
 }
 
 }  // namespace qorhost::sqlite

@@ -1,112 +1,159 @@
 #include "host/store/sqlite/kept_counts.h"
 
 #include <fmt/format.h>
+#include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
-#include <string>
-#include <string_view>
+#include <new>
 
 #include "frame/row_state.h"
-#include "host/store/store_error.h"
+#include "host/store/sqlite/session.h"
 
 namespace qorhost::sqlite {
 
 namespace {
 
-/// Rows that are counted: those of a table that meet a condition, {0} being the row and {1} the
-/// state of a deleted one.
+bool IsNumber(sqlite3_value* value) {
+  const int type = sqlite3_value_type(value);
+  return type == SQLITE_INTEGER || type == SQLITE_FLOAT;
+}
+
+bool CountsAlways(sqlite3_value* /*none*/, sqlite3_value* /*none*/) {
+  return true;
+}
+
+bool IsListedCode(sqlite3_value* code, sqlite3_value* modified) {
+  return IsNumber(code) && sqlite3_value_double(code) >= 0 &&
+         sqlite3_value_int64(modified) != qorcred::row_state::kDeleted;  // Null reads as 0
+}
+
+bool IsPendingStep(sqlite3_value* sent, sqlite3_value* /*none*/) {
+  return IsNumber(sent) && sqlite3_value_int64(sent) == 0;
+}
+
+/// The rows of a table that count: by a condition on at most two of its columns, which is told
+/// twice: to the engine for all rows, {} being the state of deleted ones, and here for one.
 struct CountedRows {
   std::string_view table;
+  std::int64_t UnitCounts::*count;
   std::string_view condition;
+  std::string_view first;
+  std::string_view second;
+  bool (*counts)(sqlite3_value* first, sqlite3_value* second);
 };
+
 constexpr std::array kCounted{
-    CountedRows{"CredentialBank", "1"},
-    CountedRows{"DirectoryCode",
-                "coalesce({0}DIRECTORYCODE>=0 AND coalesce({0}MODIFIED,0)<>{1},0)"},
-    CountedRows{"ProgramSteps", "coalesce({0}Sent=0,0)"},
+    CountedRows{"CredentialBank", &UnitCounts::credentials, "true", "", "", &CountsAlways},
+    CountedRows{"DirectoryCode", &UnitCounts::directoryCodes,
+                "DIRECTORYCODE>=0 AND coalesce(MODIFIED,0)<>{}", "DIRECTORYCODE", "MODIFIED",
+                &IsListedCode},
+    CountedRows{"ProgramSteps", &UnitCounts::pendingSteps, "Sent=0", "Sent", "", &IsPendingStep},
 };
 
-std::string Condition(const CountedRows& rows, std::string_view row) {
-  return fmt::format(fmt::runtime(rows.condition), row, qorcred::row_state::kDeleted);
-}
-
-std::int64_t CountRows(Session& session, const CountedRows& rows, std::int32_t unitKey) {
-  const StatementUse count(session.Own(fmt::format(
-      "SELECT count(*) FROM {} WHERE UnitKey=?1 AND {}", rows.table, Condition(rows, ""))));
-  count->BindNumber(1, unitKey);
-  count->Step();
-  return count->Number(0);
-}
-
-UnitCounts CountUnit(Session& session, std::int32_t unitKey) {
-  return {CountRows(session, kCounted[0], unitKey), CountRows(session, kCounted[1], unitKey),
-          CountRows(session, kCounted[2], unitKey)};
-}
-
-bool AreKept(Session& session) {
-  const StatementUse find(session.Own("SELECT 1 FROM temp.sqlite_schema WHERE name='kept_counts'"));
-  return find->Step();
-}
-
-/// "Adds" a row to the count of its unit, or with "-" takes it away.
-std::string CountOne(const CountedRows& rows, char sign, std::string_view row) {
-  return fmt::format("UPDATE kept_counts SET {0}={0}{1}{2} WHERE UnitKey={3}UnitKey;", rows.table,
-                     sign, Condition(rows, row), row);
-}
-
-std::string Trigger(const CountedRows& rows, std::string_view event, const std::string& body) {
-  return fmt::format("CREATE TEMP TRIGGER kept_{0}_{1} AFTER {1} ON main.{0} BEGIN {2} END;",
-                     rows.table, event, body);
+int ColumnOf(const Database& database, std::string_view table, std::string_view column) {
+  Statement find(database,
+                 "SELECT cid FROM pragma_table_info(?1) WHERE name=?2 COLLATE NOCASE LIMIT 1");
+  find.BindText(1, table);
+  find.BindText(2, column);
+  return find.Step() ? static_cast<int>(find.Number(0)) : -1;
 }
 
 }  // namespace
 
-KeptCounts::KeptCounts(Session& session) : session_(session) {
-  // What a temporary table holds is undone together with the rows that it counts.
-  std::string sql =
-      "CREATE TEMP TABLE kept_counts (UnitKey INTEGER PRIMARY KEY, CredentialBank, DirectoryCode, "
-      "ProgramSteps);";
+UnitCounts CountUnit(Session& session, std::int32_t unitKey) {
+  UnitCounts counts;
   for (const CountedRows& rows : kCounted) {
-    const std::string add = CountOne(rows, '+', "NEW.");
-    const std::string take = CountOne(rows, '-', "OLD.");
-    sql += Trigger(rows, "INSERT", add) + Trigger(rows, "DELETE", take) +
-           Trigger(rows, "UPDATE", take + add);
+    const StatementUse count(session.Own(
+        fmt::format("SELECT count(*) FROM {} WHERE UnitKey=?1 AND {}", rows.table,
+                    fmt::format(fmt::runtime(rows.condition), qorcred::row_state::kDeleted))));
+    count->BindNumber(1, unitKey);
+    count->Step();
+    counts.*rows.count = count->Number(0);
   }
-  session_.database().Run(sql);
+  return counts;
 }
 
-KeptCounts::~KeptCounts() {
-  std::string sql;
-  for (const CountedRows& rows : kCounted) {
-    for (const std::string_view event : {"INSERT", "DELETE", "UPDATE"}) {
-      sql += fmt::format("DROP TRIGGER IF EXISTS temp.kept_{}_{};", rows.table, event);
-    }
+void KeptCounts::Follow(std::int32_t unitKey, const UnitCounts& now) {
+  if (columns_.empty()) {
+    ReadColumns();
   }
-  try {
-    session_.database().Run(sql + "DROP TABLE IF EXISTS temp.kept_counts");
-  } catch (const StoreError&) {
-    // They go with the connection.
+  if (Find(unitKey) == nullptr) {
+    units_.emplace_back(unitKey, now);
+  }
+}
+
+void KeptCounts::ReadColumns() {
+  std::vector<Columns> columns;
+  for (const CountedRows& rows : kCounted) {
+    columns.push_back({ColumnOf(database_, rows.table, "UnitKey"),
+                       ColumnOf(database_, rows.table, rows.first),
+                       ColumnOf(database_, rows.table, rows.second)});
+  }
+  columns_ = std::move(columns);
+}
+
+const UnitCounts* KeptCounts::Find(std::int32_t unitKey) const noexcept {
+  const auto found = std::find_if(units_.begin(), units_.end(),
+                                  [unitKey](const auto& unit) { return unit.first == unitKey; });
+  return found == units_.end() ? nullptr : &found->second;
+}
+
+const UnitFacts* KeptCounts::FactsOf(std::int32_t unitKey) const noexcept {
+  return facts_ && facts_->first == unitKey ? &facts_->second : nullptr;
+}
+
+void KeptCounts::KeepFacts(std::int32_t unitKey, const UnitFacts& facts) {
+  if (Find(unitKey) != nullptr) {
+    facts_.emplace(unitKey, facts);
+  }
+}
+
+void KeptCounts::OnChange(int operation, std::string_view table) {
+  if (units_.empty()) {
+    return;
+  }
+  if (table == "Units" || table == "UnitSettings") {
+    facts_.reset();
+    return;
+  }
+  for (std::size_t at = 0; at < kCounted.size(); ++at) {
+    if (kCounted.at(at).table != table) {
+      continue;
+    }
+    if (operation != SQLITE_INSERT) {
+      Add(at, false, -1);
+    }
+    if (operation != SQLITE_DELETE) {
+      Add(at, true, 1);
+    }
     return;
   }
 }
 
-void KeptCounts::Follow(std::int32_t unitKey) {
-  const UnitCounts now = CountUnit(session_, unitKey);
-  session_.database().Run(fmt::format("INSERT INTO temp.kept_counts VALUES ({},{},{},{})", unitKey,
-                                      now.credentials, now.directoryCodes, now.pendingSteps));
-}
-
-UnitCounts ReadUnitCounts(Session& session, std::int32_t unitKey) {
-  if (AreKept(session)) {
-    const StatementUse kept(
-        session.Own("SELECT CredentialBank, DirectoryCode, ProgramSteps FROM temp.kept_counts "
-                    "WHERE UnitKey=?1"));
-    kept->BindNumber(1, unitKey);
-    if (kept->Step()) {
-      return {kept->Number(0), kept->Number(1), kept->Number(2)};
+/// Adds a number to the count of the unit that the row before the change, or behind it, is of.
+void KeptCounts::Add(std::size_t table, bool isNew, int number) {
+  const CountedRows& rows = kCounted.at(table);
+  const auto cell = [&](int column) -> sqlite3_value* {
+    sqlite3_value* value = nullptr;
+    if (column >= 0 &&
+        (isNew ? sqlite3_preupdate_new(database_.handle(), column, &value)
+               : sqlite3_preupdate_old(database_.handle(), column, &value)) != SQLITE_OK) {
+      throw std::bad_alloc();
     }
+    return value;
+  };
+  const Columns& columns = columns_.at(table);
+  sqlite3_value* const unit = cell(columns.unit);
+  if (!IsNumber(unit)) {
+    return;
   }
-  return CountUnit(session, unitKey);
+  const std::int64_t unitKey = sqlite3_value_int64(unit);
+  const auto followed = std::find_if(units_.begin(), units_.end(),
+                                     [unitKey](const auto& one) { return one.first == unitKey; });
+  if (followed != units_.end() && rows.counts(cell(columns.first), cell(columns.second))) {
+    followed->second.*rows.count += number;
+  }
 }
 
 }  // namespace qorhost::sqlite

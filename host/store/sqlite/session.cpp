@@ -133,14 +133,18 @@ Session::Prepared& Session::BoundChange(std::string_view sql, std::optional<Stat
 }
 
 ChangeResult Session::Change(std::string_view sql, std::optional<StatementKind> kind) {
-  return Writing([&]() -> ChangeResult {
+  return Writing([&] {
     const StatementUse use(BoundChange(sql, kind).statement);
-    const WorkLimit limit(database_);
-    use->Step();
-    const std::int64_t rows = ChangedRows();
-    // SQLite's identity of the latest row outlives an INSERT that added none.
-    return {rows, rows > 0 ? sqlite3_last_insert_rowid(database_.handle()) : 0};
+    return RunChange(*use);
   });
+}
+
+ChangeResult Session::RunChange(Statement& bound) {
+  const WorkLimit limit(database_);
+  bound.Step();
+  const std::int64_t rows = ChangedRows();
+  // SQLite's identity of the latest row outlives an INSERT that added none.
+  return {rows, rows > 0 ? sqlite3_last_insert_rowid(database_.handle()) : 0};
 }
 
 bool Session::IsVersion(const RowVersion& version, std::string_view changedTable) {
@@ -167,16 +171,20 @@ bool Session::IsVersion(const RowVersion& version, std::string_view changedTable
 }
 
 ChangeResult Session::UpdateVersion(std::string_view sql, const RowVersion& version) {
-  // The look and the change are one step for everybody else.
+  // The look and the change are one step for everybody else: in a transaction, of whoever it is.
+  work_.BeforeWrite();
   std::optional<Undoable> oneStep;
-  if (!transaction_.open()) {
+  if (!inTransaction()) {
     oneStep.emplace(transaction_);
   }
-  Prepared& prepared = BoundChange(sql, StatementKind::kUpdate);
-  const std::string changedTable = prepared.shape->table;
-  prepared.statement.Reset();
-  const ChangeResult result =
-      IsVersion(version, changedTable) ? Change(sql, StatementKind::kUpdate) : ChangeResult{};
+  ChangeResult result;
+  {
+    Prepared& prepared = BoundChange(sql, StatementKind::kUpdate);
+    const StatementUse use(prepared.statement);
+    if (IsVersion(version, prepared.shape->table)) {
+      result = Writing([&] { return RunChange(*use); });
+    }
+  }
   if (oneStep.has_value()) {
     oneStep->Keep();
   }

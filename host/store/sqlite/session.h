@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -75,6 +74,12 @@ class Session final : public SqlSession {
   [[nodiscard]] const dialect::Translator& translator() const noexcept { return translator_; }
 
  private:
+  struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const noexcept {
+      return std::hash<std::string_view>{}(text);
+    }
+  };
   struct Prepared {
     std::shared_ptr<const dialect::Shape> shape;  // keeps the key of the cache from being reused
     Statement statement;
@@ -87,6 +92,7 @@ class Session final : public SqlSession {
   Prepared& Bound(std::string_view sql);
   Prepared& BoundSelect(std::string_view sql);
   Prepared& BoundChange(std::string_view sql, std::optional<dialect::StatementKind> kind);
+  ChangeResult RunChange(Statement& bound);
   [[nodiscard]] bool IsVersion(const RowVersion& version, std::string_view changedTable);
 
   Database& database_;
@@ -94,7 +100,7 @@ class Session final : public SqlSession {
   dialect::Translator translator_;
   std::unordered_map<const dialect::Shape*, Prepared> prepared_;
   Prepared* latest_ = nullptr;
-  std::map<std::string, Statement, std::less<>> own_;  // by text
+  std::unordered_map<std::string, Statement, TextHash, std::equal_to<>> own_;  // by text
   UnitOfWork work_{*this};
   Transaction transaction_;
   Savepoint savepoint_;

@@ -15,14 +15,6 @@ const char* UndoText(bool inner) {
 
 }  // namespace
 
-void OftenRun::Run(Database& database) {
-  if (!statement_) {
-    statement_.emplace(database, sql_);
-  }
-  const StatementUse run(*statement_);
-  run->Step();
-}
-
 Transaction::Transaction(Database& database, UnitOfWork& work) : database_(database), work_(work) {}
 
 Transaction::~Transaction() {

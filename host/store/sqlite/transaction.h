@@ -2,8 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
-#include <string_view>
 
 #include "host/store/sqlite/change_log.h"
 #include "host/store/sqlite/database.h"
@@ -12,17 +10,6 @@
 namespace qorhost::sqlite {
 
 class UnitOfWork;
-
-/// A text without parameters that runs many thousand times: prepared when it runs first.
-class OftenRun {
- public:
-  explicit OftenRun(std::string_view sql) : sql_(sql) {}
-  void Run(Database& database);
-
- private:
-  std::string_view sql_;
-  std::optional<Statement> statement_;
-};
 
 /// The one that a connection's users may hold open. In a unit of work it is a part of that: undone
 /// alone, and final with the whole.

@@ -80,13 +80,13 @@ void UnitOfWork::RequireInPlace() {
 void UnitOfWork::TakeRightToWrite() {
   Database& database = session_.database();
   try {
-    database.Run("BEGIN IMMEDIATE");
+    begin_.Run(database);
     locked_ = true;
     RequireInPlace();
     if (!database.RequireOwnLog()) {
       database.Run("ROLLBACK");
       database.ForgetPages();
-      database.Run("BEGIN IMMEDIATE");
+      begin_.Run(database);
       database.RequireOwnLog();
     }
     if (order_.filled.has_value() && VersionOf(order_.units.front()) != *order_.filled) {
@@ -124,6 +124,13 @@ void UnitOfWork::AfterFailedWrite() noexcept {
   if (open_) {
     Void(VoidReason::kFailed);
   }
+}
+
+void UnitOfWork::KeepCounts(std::int32_t unitKey, const UnitCounts& now) {
+  if (!locked_) {
+    throw StoreError("Counts are kept while nobody else can write: take the right to write first");
+  }
+  log_.counts().Follow(unitKey, now);
 }
 
 void UnitOfWork::Void(VoidReason reason) noexcept {
@@ -166,7 +173,7 @@ bool UnitOfWork::Commit() {
 void UnitOfWork::StoreAll() {
   StoreEntry();
   session_.database().RequireSameFile();
-  session_.database().Run("COMMIT");
+  commit_.Run(session_.database());
 }
 
 void UnitOfWork::StoreEntry() {
@@ -185,38 +192,40 @@ void UnitOfWork::StoreEntry() {
   seal->Step();
 }
 
-void UnitOfWork::KeepVersions(Statement& raised) {
-  while (raised.Step()) {
-    committed_[static_cast<std::int32_t>(raised.Number(0))] = {raised.Number(1), raised.Number(2)};
-  }
-}
-
 std::optional<UnitVersion> UnitOfWork::Committed(std::int32_t unitKey) const {
   const auto found = committed_.find(unitKey);
   return found == committed_.end() ? std::nullopt : std::optional(found->second);
 }
 
 void UnitOfWork::RaiseVersions(std::int64_t entry) {
-  const auto raising = [this, entry](std::string_view rows, std::optional<std::int32_t> unitKey) {
-    const StatementUse raise(session_.Own(
-        fmt::format("INSERT INTO UnitVersions (UnitKey, Entry, Mark) {} ON CONFLICT (UnitKey) DO "
-                    "UPDATE SET Entry=excluded.Entry, Mark=excluded.Mark "
-                    "RETURNING UnitKey, Entry, Mark",
-                    rows)));
-    raise->BindNumber(1, entry);
-    if (unitKey) {
-      raise->BindNumber(2, *unitKey);
-    }
-    KeepVersions(*raise);
-  };
   if (order_.units.size() == 1) {
-    raising("VALUES (?2, ?1, random())", order_.units.front());
+    RaiseVersion(order_.units.front(), entry);
     return;
   }
-  raising(
-      "SELECT UnitKey, ?1, random() FROM Units WHERE true "
-      "UNION SELECT UnitKey, ?1, random() FROM UnitVersions WHERE true",
-      std::nullopt);
+  const StatementUse raise(
+      session_.Own("INSERT INTO UnitVersions (UnitKey, Entry, Mark) "
+                   "SELECT UnitKey, ?1, random() FROM Units WHERE true "
+                   "UNION SELECT UnitKey, ?1, random() FROM UnitVersions WHERE true "
+                   "ON CONFLICT (UnitKey) DO UPDATE SET Entry=excluded.Entry, Mark=excluded.Mark "
+                   "RETURNING UnitKey, Entry, Mark"));
+  raise->BindNumber(1, entry);
+  while (raise->Step()) {
+    committed_[static_cast<std::int32_t>(raise->Number(0))] = {raise->Number(1), raise->Number(2)};
+  }
+}
+
+/// Most operations are meant for one unit.
+void UnitOfWork::RaiseVersion(std::int32_t unitKey, std::int64_t entry) {
+  UnitVersion version{entry, 0};
+  sqlite3_randomness(sizeof version.mark, &version.mark);
+  const StatementUse raise(
+      session_.Own("INSERT INTO UnitVersions (UnitKey, Entry, Mark) VALUES (?1, ?2, ?3) "
+                   "ON CONFLICT (UnitKey) DO UPDATE SET Entry=?2, Mark=?3"));
+  raise->BindNumber(1, unitKey);
+  raise->BindNumber(2, version.entry);
+  raise->BindNumber(3, version.mark);
+  raise->Step();
+  committed_[unitKey] = version;
 }
 
 void UnitOfWork::Undo() noexcept {

@@ -47,6 +47,10 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   /// A statement that should have written has failed.
   void AfterFailedWrite() noexcept;
 
+  /// Counts that are kept until the work's end; see UnitRegister.
+  void KeepCounts(std::int32_t unitKey, const UnitCounts& now);
+  [[nodiscard]] KeptCounts& keptCounts() noexcept { return log_.counts(); }
+
   /// Where the work stands, to go back to when what comes behind it is undone.
   [[nodiscard]] ChangeLog::Place Here() const { return log_.Here(); }
   void GoBackTo(const ChangeLog::Place& place) { log_.GoBackTo(place); }
@@ -59,10 +63,12 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   void StoreAll();
   void StoreEntry();
   void RaiseVersions(std::int64_t entry);
-  void KeepVersions(Statement& raised);
+  void RaiseVersion(std::int32_t unitKey, std::int64_t entry);
   void ReleaseRightToWrite() noexcept;
 
   Session& session_;
+  OftenRun begin_{"BEGIN IMMEDIATE"};
+  OftenRun commit_{"COMMIT"};
   ChangeLog log_;
   Author author_;
   WorkOrder order_;

@@ -6,6 +6,18 @@
 namespace qorhost::sqlite {
 
 std::optional<UnitFacts> UnitRegister::Find(std::int32_t unitKey) {
+  session_.work().RequireUsable();
+  if (const UnitFacts* const kept = session_.work().keptCounts().FactsOf(unitKey)) {
+    return *kept;
+  }
+  std::optional<UnitFacts> facts = Read(unitKey);
+  if (facts) {
+    session_.work().keptCounts().KeepFacts(unitKey, *facts);
+  }
+  return facts;
+}
+
+std::optional<UnitFacts> UnitRegister::Read(std::int32_t unitKey) {
   const StatementUse unit(
       session_.Own("SELECT U.UnitName, S.UnitKey, S.UNITTYPE FROM Units U LEFT JOIN UnitSettings S "
                    "ON S.UnitKey = U.UnitKey WHERE U.UnitKey=?1"));
@@ -17,11 +29,13 @@ std::optional<UnitFacts> UnitRegister::Find(std::int32_t unitKey) {
 }
 
 UnitCounts UnitRegister::Count(std::int32_t unitKey) {
-  return ReadUnitCounts(session_, unitKey);
+  session_.work().RequireUsable();
+  const UnitCounts* const kept = session_.work().keptCounts().Find(unitKey);
+  return kept != nullptr ? *kept : CountUnit(session_, unitKey);
 }
 
-std::unique_ptr<qorhost::KeptCounts> UnitRegister::KeepCounts() {
-  return std::make_unique<KeptCounts>(session_);
+void UnitRegister::KeepCounts(std::int32_t unitKey) {
+  session_.work().KeepCounts(unitKey, CountUnit(session_, unitKey));
 }
 
 }  // namespace qorhost::sqlite

@@ -13,9 +13,11 @@ class UnitRegister final : public qorhost::UnitRegister {
 
   [[nodiscard]] std::optional<UnitFacts> Find(std::int32_t unitKey) override;
   [[nodiscard]] UnitCounts Count(std::int32_t unitKey) override;
-  [[nodiscard]] std::unique_ptr<qorhost::KeptCounts> KeepCounts() override;
+  void KeepCounts(std::int32_t unitKey) override;
 
  private:
+  [[nodiscard]] std::optional<UnitFacts> Read(std::int32_t unitKey);
+
   Session& session_;
 };
 

@@ -17,8 +17,8 @@ using qorhost::CsvReader;
 using qorhost::CsvRecord;
 using qortest::Check;
 
-std::vector<CsvRecord> ReadAll(const std::string& text) {
-  CsvReader reader(text);
+std::vector<CsvRecord> ReadAll(const std::string& text, char delimiter) {
+  CsvReader reader(text, delimiter);
   std::vector<CsvRecord> records;
   CsvRecord record;
   while (reader.Next(record)) {
@@ -49,7 +49,7 @@ void CheckRecords(const std::string& text, const std::vector<CsvRecord>& records
 }
 
 /// What the writer makes of records is read as the same records.
-void CheckRoundTrip(const std::vector<CsvRecord>& records) {
+void CheckRoundTrip(const std::vector<CsvRecord>& records, char delimiter) {
   std::string written;
   std::vector<std::vector<std::string>> meant;
   for (const CsvRecord& record : records) {
@@ -59,12 +59,13 @@ void CheckRoundTrip(const std::vector<CsvRecord>& records) {
     }
     meant.push_back(record.cells);
     for (std::size_t at = 0; at < record.cells.size(); ++at) {
-      written += (at == 0 ? "" : ",") + qorhost::CsvField(record.cells[at]);
+      written += (at == 0 ? "" : std::string(1, delimiter)) +
+                 qorhost::CsvField(record.cells[at], delimiter);
     }
     written += "\r\n";
   }
   // The writer writes no mark in front, and the reader passes one over.
-  const std::vector<CsvRecord> again = ReadAll("first\r\n" + written);
+  const std::vector<CsvRecord> again = ReadAll("first\r\n" + written, delimiter);
   Check(again.size() == meant.size() + 1, "every written record is read");
   for (std::size_t at = 0; at < meant.size(); ++at) {
     Check(again[at + 1].fault.empty(), "a written record has no fault");
@@ -81,9 +82,12 @@ void CheckFormulaMark(const std::string& text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(data, data + size);
-  const std::vector<CsvRecord> records = ReadAll(text);
-  CheckRecords(text, records);
-  CheckRoundTrip(records);
+  // Each text with each of the characters that files have between their cells.
+  for (const char delimiter : {',', ';', '\t'}) {
+    const std::vector<CsvRecord> records = ReadAll(text, delimiter);
+    CheckRecords(text, records);
+    CheckRoundTrip(records, delimiter);
+  }
   CheckFormulaMark(text);
   return 0;
 }

@@ -105,6 +105,48 @@ TEST_F(Several, CodesAreEditedAndDeletedTogether) {
   EXPECT_EQ(Rows({"sql", count}).size(), 0U);
 }
 
+TEST_F(Several, AreShownOneBehindTheOtherOrNotAtAll) {
+  const Outcome codes = Run({"dircodes", "show", "101", "102"});
+  EXPECT_EQ(codes.status, 0) << codes.err;
+  EXPECT_LT(codes.out.find("101"), codes.out.find("102"));
+  const Outcome tenants = Run({"tenants", "show", "Byrne Ana", "Okoro Ben", "--json"});
+  EXPECT_EQ(tenants.status, 0) << tenants.err;
+  EXPECT_THAT(tenants.out, HasSubstr("Byrne"));
+  EXPECT_THAT(tenants.out, HasSubstr("Okoro"));
+  const Outcome missing = Run({"dircodes", "show", "101", "9999"});
+  EXPECT_EQ(missing.status, 2);
+  EXPECT_EQ(missing.out, "");
+}
+
+TEST_F(Several, UnitsAreDeletedTogetherOrNotAtAll) {
+  ASSERT_EQ(
+      Run({"units", "add", "Annex", "--key", "11", "--type", "Box", "--capacity", "50"}).status, 0);
+  ASSERT_EQ(Run({"units", "add", "Barn", "--key", "12", "--type", "Box"}).status, 0);
+  EXPECT_EQ(Run({"units", "delete", "11", "99", "--yes"}).status, 2);
+  EXPECT_EQ(Run({"units", "delete", "11", "2"}).status, 1) << "nobody could be asked";
+  EXPECT_EQ(Rows({"sql", "SELECT UnitKey FROM Units WHERE UnitKey IN (11,12)"}).size(), 2U);
+  const Outcome deleted = Run({"units", "delete", "11", "12", "11", "--yes"});
+  EXPECT_EQ(deleted.status, 0) << deleted.err;
+  EXPECT_EQ(Rows({"sql", "SELECT UnitKey FROM Units WHERE UnitKey IN (11,12)"}).size(), 0U);
+}
+
+TEST_F(Several, EntriesAreUndoneTheLatestFirstAsOne) {
+  ASSERT_EQ(Run({"dircodes", "edit", "101", "--phone", "555-0001"}).status, 0);
+  ASSERT_EQ(Run({"dircodes", "edit", "101", "--phone", "555-0002"}).status, 0);
+  const auto history = Rows({"history", "list"});
+  const std::string last = std::to_string(history.size());
+  const std::string before = std::to_string(history.size() - 1);
+  EXPECT_EQ(Run({"history", "undo", before}).status, 1) << "the later one builds on it";
+  const Outcome shown = Run({"history", "show", before, last});
+  EXPECT_EQ(shown.status, 0) << shown.err;
+  EXPECT_LT(shown.out.find("555-0001"), shown.out.find("555-0002"));
+  const Outcome undone = Run({"history", "undo", before, last});
+  EXPECT_EQ(undone.status, 0) << undone.err;
+  EXPECT_EQ(Rows({"sql", "SELECT RID FROM DirectoryCode WHERE PHONENUMBER LIKE '555-000*'"}).size(),
+            0U);
+  EXPECT_EQ(Rows({"history", "list"}).size(), history.size() + 1);
+}
+
 TEST_F(Several, SchedulesAreDeletedTogetherOrNotAtAll) {
   ASSERT_EQ(Run({"schedules", "add", "Evenings"}).status, 0);
   const Outcome used = Run({"schedules", "delete", "Evenings", "Night Shift"});

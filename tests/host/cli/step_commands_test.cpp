@@ -1,6 +1,8 @@
 // The commands that hand programming steps over.
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 #include "tests/host/cli/run_fixture.h"
 
 namespace qorhost::test {
@@ -35,6 +37,10 @@ TEST_F(StepCommands, ListHasTimesWithOffset) {
 TEST_F(StepCommands, AreExportedAndMarkedAsSent) {
   const std::string step = Step();
   const std::string file = File("steps.txt");
+  const Outcome tried = Run({"steps", "export", file, "--unit", "2", "-n"});
+  EXPECT_EQ(tried.status, 0) << tried.err;
+  EXPECT_NE(tried.out.find("Would write"), std::string::npos) << tried.out;
+  EXPECT_FALSE(std::filesystem::exists(file));
   const Outcome exported = Run({"steps", "export", file, "--unit", "2"});
   EXPECT_EQ(exported.status, 0) << exported.err;
   EXPECT_EQ(exported.out, "Wrote 1 step to " + file +
@@ -42,6 +48,7 @@ TEST_F(StepCommands, AreExportedAndMarkedAsSent) {
                               "--unit 2 --upto " +
                               step + "\n");
   EXPECT_EQ(Run({"steps", "export", file, "--unit", "2"}).status, 1);
+  EXPECT_EQ(Run({"steps", "export", file, "--unit", "2", "-n"}).status, 1);
   EXPECT_EQ(Run({"steps", "export", file, "--unit", "2", "--force"}).status, 0);
 
   EXPECT_EQ(Run({"steps", "done", "--unit", "2", "--upto", step, "-n"}).out,

@@ -158,9 +158,21 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedTenantLine{
             "DoorOfTransmitter", ",Card Type,Card Number,ID Code,Sequence Number,Card Door",
             ",transmitter,900,5,1,2", "Card Door '2' must be left empty: only cards have a door"},
+        RefusedTenantLine{
+            "Period", ",Start,End", ",2027-01-01,2026-12-31",
+            "End '2026-12-31': the period of Newcomer would end before it begins, on 1/1/2027"},
         RefusedTenantLine{"Group", ",Group", ",99",
                           "Group: '99' is none of the unit's groups: 3 (zero), 4"}),
     [](const auto& one) { return one.param.name; });
+
+TEST_F(TenantImports, ANameAtUnitThatIsMadeOfALongNameIsCut) {
+  const std::string last(40, 'L');
+  const std::string first(30, 'F');
+  EXPECT_EQ(Import("Last Name,First Name\n" + last + "," + first + "\n").done, 1U);
+  EXPECT_EQ(CountOf("SELECT RID FROM Tenants WHERE UnitKey=2 AND NameAtUnit='" + first + " " +
+                    last.substr(0, 19) + "'"),
+            1U);
+}
 
 TEST_F(TenantImports, ALineNeedsANameAndATotalIsNone) {
   EXPECT_THAT(Refusals("Name,Card Type,Card Number\n,card26,40001\nTotal,,800\nTotal Tina,,\n"),

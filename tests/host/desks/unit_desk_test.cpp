@@ -10,6 +10,7 @@
 #include "host/desks/history_undo.h"
 #include "host/desks/store_check.h"
 #include "host/desks/store_overview.h"
+#include "host/desks/unit_deletion.h"
 #include "tests/host/desks/desk_fixture.h"
 
 namespace qorhost::test {
@@ -285,7 +286,7 @@ TEST_F(UnitDeskTest, AUnitWithoutSettingsIsGivenThem) {
 TEST_F(UnitDeskTest, ADeletedUnitIsGoneWithAllThatWasInItAndComesBackByUndoing) {
   const UnitContents contents = ContentsOf(session(), kUnit);
   EXPECT_EQ(contents.Text(), "75 tenants, 145 credentials, 6 directory codes");
-  DeleteUnit(session(), kUnit, contents, Trial::kNo);
+  DeleteUnits(session(), {{{kUnit, ""}, contents}}, Trial::kNo);
   for (const char* table :
        {"Units", "UnitSettings", "DOORS", "Schedules", "TenantGroup", "UnitCounters", "Tenants",
         "CredentialBank", "DirectoryCode", "ProgramSteps", "TenantsBackup"}) {
@@ -300,7 +301,7 @@ TEST_F(UnitDeskTest, ADeletedUnitIsGoneWithAllThatWasInItAndComesBackByUndoing) 
 TEST_F(UnitDeskTest, AUnitWithSomethingElseInItByNowIsNotDeleted) {
   UnitContents contents = ContentsOf(session(), kUnit);
   contents.tenants -= 1;
-  EXPECT_THROW(DeleteUnit(session(), kUnit, contents, Trial::kNo), RefusedError);
+  EXPECT_THROW(DeleteUnits(session(), {{{kUnit, ""}, contents}}, Trial::kNo), RefusedError);
   EXPECT_EQ(session().Units().size(), 3U);
 }
 
@@ -310,7 +311,7 @@ TEST_F(UnitDeskTest, TrialsChangeNothing) {
   UnitEntry entry;
   entry.name = "Other";
   EXPECT_FALSE(EditUnit(session(), kUnit, entry, OtherUnits::kAsked, Trial::kYes).unchanged);
-  DeleteUnit(session(), kUnit, ContentsOf(session(), kUnit), Trial::kYes);
+  DeleteUnits(session(), {{{kUnit, ""}, ContentsOf(session(), kUnit)}}, Trial::kYes);
   EXPECT_EQ(session().Units().size(), 3U);
   EXPECT_EQ(Cell("SELECT UnitName FROM Units WHERE UnitKey=2"), "Linden Park");
   EXPECT_EQ(LastEntry(), last);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/store/store_error.h"
 #include "tests/host/store/store_fixture.h"
 
 namespace qorhost::test {
@@ -17,6 +18,13 @@ namespace {
 
 class KeptCountsTest : public StoreFixture {
  protected:
+  /// Begins a unit of work that keeps the counts of the unit.
+  void BeginKeeping() {
+    work().Begin({{kUnit}, "import", {}});
+    work().Lock();
+    connection_->session().units().KeepCounts(kUnit);
+  }
+  [[nodiscard]] qorhost::UnitOfWork& work() { return connection_->session().work(); }
   [[nodiscard]] UnitCounts Read(std::int32_t unit = kUnit) {
     return connection_->session().units().Count(unit);
   }
@@ -37,13 +45,11 @@ TEST_F(KeptCountsTest, FollowEveryChangeOfARow) {
   const std::vector<std::string> units{"1", "2", "NULL"};
   Run("INSERT INTO CredentialBank (UnitKey) VALUES (1), (2); INSERT INTO DirectoryCode (UNITKEY, "
       "DIRECTORYCODE) VALUES (1, 5), (1, -1); INSERT INTO ProgramSteps (UnitKey) VALUES (1), (1)");
-  const auto kept = connection_->session().units().KeepCounts();
-  Run("BEGIN");
-  kept->Follow(kUnit);
+  BeginKeeping();
   EXPECT_EQ(Read(), (UnitCounts{1, 1, 2}));
   for (int change = 0; change < 3000; ++change) {
     const std::string row = std::to_string(1 + random() % 100);
-    const std::string code = any({"0", "7", "-1", "NULL"});
+    const std::string code = any({"0", "7", "-1", "-0.5", "2.5", "NULL"});
     const std::string state = any({"0", "1", "3", "NULL"});
     const std::string sent = any({"0", "-1", "NULL"});
     Run(any({"INSERT INTO CredentialBank (UnitKey) VALUES (" + any(units) + ")",
@@ -61,44 +67,72 @@ TEST_F(KeptCountsTest, FollowEveryChangeOfARow) {
     ASSERT_EQ(Read(), Counted()) << "change " << change;
   }
   EXPECT_GT(Read().directoryCodes, 0);
-  Run("COMMIT");
+  Run("DELETE FROM DirectoryCode");
+  EXPECT_EQ(Read(), Counted());
+  EXPECT_TRUE(work().Commit());
 }
 
 TEST_F(KeptCountsTest, AreUndoneWithTheRows) {
-  const auto kept = connection_->session().units().KeepCounts();
-  Run("BEGIN");
-  kept->Follow(kUnit);
-  Run("SAVEPOINT line; INSERT INTO CredentialBank (UnitKey) VALUES (1); ROLLBACK TO line; RELEASE "
-      "line");
+  BeginKeeping();
+  {
+    Undoable line(connection_->session().savepoint());
+    Run("INSERT INTO CredentialBank (UnitKey) VALUES (1)");
+    {
+      Undoable inner(connection_->session().transaction());
+      Run("INSERT INTO CredentialBank (UnitKey) VALUES (1)");
+      EXPECT_EQ(Read().credentials, 2);
+      inner.Undo();
+    }
+    EXPECT_EQ(Read().credentials, 1);
+    line.Undo();
+  }
   EXPECT_EQ(Read().credentials, 0);
   Run("INSERT INTO CredentialBank (UnitKey) VALUES (1)");
   EXPECT_EQ(Read().credentials, 1);
-  Run("ROLLBACK");
+  work().Undo();
   EXPECT_EQ(Read().credentials, 0);
 }
 
 TEST_F(KeptCountsTest, OtherUnitsAreCounted) {
-  const auto kept = connection_->session().units().KeepCounts();
-  Run("BEGIN");
-  kept->Follow(kUnit);
+  BeginKeeping();
   Run("INSERT INTO CredentialBank (UnitKey) VALUES (2), (2)");
   EXPECT_EQ(Read(2), (UnitCounts{2, 0, 0}));
-  Run("COMMIT");
+  EXPECT_EQ(Read(), (UnitCounts{0, 0, 0}));
+  work().Undo();
 }
 
-TEST_F(KeptCountsTest, LeaveNothingInTheStore) {
-  const std::int64_t before = Number("SELECT count(*) FROM sqlite_schema");
-  {
-    const auto kept = connection_->session().units().KeepCounts();
-    Run("BEGIN");
-    kept->Follow(kUnit);
-    Run("INSERT INTO ProgramSteps (UnitKey) VALUES (1)");
-    Run("COMMIT");
-  }
+TEST_F(KeptCountsTest, EndWithTheUnitOfWork) {
+  BeginKeeping();
+  Run("INSERT INTO ProgramSteps (UnitKey) VALUES (1)");
+  EXPECT_TRUE(work().Commit());
   Run("INSERT INTO ProgramSteps (UnitKey) VALUES (1)");
   EXPECT_EQ(Read().pendingSteps, 2);
-  EXPECT_EQ(Number("SELECT count(*) FROM sqlite_schema"), before);
-  EXPECT_EQ(Number("SELECT count(*) FROM temp.sqlite_schema"), 0);
+}
+
+TEST_F(KeptCountsTest, AreRefusedWhileOthersCanWrite) {
+  EXPECT_THROW(connection_->session().units().KeepCounts(kUnit), StoreError);
+  work().Begin({{kUnit}, "import", {}});
+  EXPECT_THROW(connection_->session().units().KeepCounts(kUnit), StoreError);
+  work().Undo();
+}
+
+TEST_F(KeptCountsTest, WhatAUnitIsIsReadAgainWhenItChanges) {
+  const auto name = [this] { return connection_->session().units().Find(kUnit)->name; };
+  const auto type = [this] { return connection_->session().units().Find(kUnit)->type; };
+  BeginKeeping();
+  EXPECT_EQ(name(), "Court");
+  EXPECT_EQ(type(), "");
+  Run("INSERT INTO UnitSettings (UnitKey, UNITTYPE) VALUES (1, 'Panel')");
+  EXPECT_EQ(type(), "Panel");
+  {
+    Undoable line(connection_->session().savepoint());
+    Run("UPDATE Units SET UnitName='Yard' WHERE UnitKey=1");
+    EXPECT_EQ(name(), "Yard");
+    line.Undo();
+  }
+  EXPECT_EQ(name(), "Court");
+  work().Undo();
+  EXPECT_EQ(type(), "");
 }
 
 }  // namespace
