@@ -13,33 +13,32 @@ namespace qorhost {
 
 namespace {
 
-namespace field = credential_field;
-
 constexpr const char* kCredential =
     "The number on it, the entry of the list as in Transmitter-301, or its row as in rid:17";
 
-constexpr FieldWord kChosenCredential{field::kCredential, "",
+constexpr FieldWord kChosenCredential{credential_field::kCredential, "",
                                       "'qorhost credentials list' shows them"};
 constexpr std::array kAddWords{
-    FieldWord{field::kType, "--type", {}},
-    FieldWord{field::kFirst, "--start", {}},
-    FieldWord{field::kLast, "--end", {}},
-    FieldWord{field::kFacility, "--facility", {}},
-    FieldWord{field::kIdCode, "--id-code", {}},
-    FieldWord{field::kSequence, "--sequence", {}},
-    FieldWord{field::kButton, "--button", {}},
-    FieldWord{field::kNewTenants, "--with-tenants", {}},
-    FieldWord{field::kSchedules, "--schedules", {}},
-    FieldWord{field::kStart, "--from", {}},
-    FieldWord{field::kEnd, "--to", {}},
+    FieldWord{credential_field::kType, "--type", {}},
+    FieldWord{credential_field::kFirst, "--start", {}},
+    FieldWord{credential_field::kLast, "--end", {}},
+    FieldWord{credential_field::kFacility, "--facility", {}},
+    FieldWord{credential_field::kIdCode, "--id-code", {}},
+    FieldWord{credential_field::kSequence, "--sequence", {}},
+    FieldWord{credential_field::kButton, "--button", {}},
+    FieldWord{credential_field::kNewTenants, "--with-tenants", {}},
+    FieldWord{credential_field::kSchedules, "--schedules", {}},
+    FieldWord{credential_field::kStart, "--from", {}},
+    FieldWord{credential_field::kEnd, "--to", {}},
 };
-constexpr std::array kEditWords{kChosenCredential,
-                                FieldWord{field::kDoor, "--door", "'qorhost doors' lists them"},
-                                FieldWord{field::kTenant, "--tenant", {}}};
-constexpr std::array kAssignWords{kChosenCredential, FieldWord{field::kTenant, "", {}}};
+constexpr std::array kEditWords{
+    kChosenCredential, FieldWord{credential_field::kDoor, "--door", "'qorhost doors' lists them"},
+    FieldWord{credential_field::kTenant, "--tenant", {}}};
+constexpr std::array kAssignWords{kChosenCredential, FieldWord{credential_field::kTenant, "", {}}};
 constexpr std::array kRenumberWords{kChosenCredential,
-                                    FieldWord{field::kNewNumber, "the new number", {}}};
-constexpr std::array kReplaceWords{kChosenCredential, FieldWord{field::kNewNumber, "NEW", {}}};
+                                    FieldWord{credential_field::kNewNumber, "the new number", {}}};
+constexpr std::array kReplaceWords{kChosenCredential,
+                                   FieldWord{credential_field::kNewNumber, "NEW", {}}};
 constexpr std::array kDeleteWords{kChosenCredential};
 
 void DescribeAdd(CommandPlace credentials, const GlobalOptions& global,

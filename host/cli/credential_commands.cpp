@@ -148,13 +148,13 @@ void PrintIssued(const IssuedCredentials& issued, const UnitName& unit, bool wit
   }
 }
 
-std::string Joined(const std::vector<std::string>& names) {
+std::string NamesJoined(const std::vector<std::string>& names) {
   return Displayable(fmt::format("{}", fmt::join(names, ", ")));
 }
 
 void PrintLosses(const AssignmentLosses& losses, Console& console) {
   if (!losses.holders.empty()) {
-    console.Remarks() << fmt::format("Without it now: {}.\n", Joined(losses.holders));
+    console.Remarks() << fmt::format("Without it now: {}.\n", NamesJoined(losses.holders));
   }
   if (!losses.replaced.empty()) {
     console.Remarks() << fmt::format("Taken from the tenant: {}.\n", Displayable(losses.replaced));
@@ -276,8 +276,8 @@ ExitStatus EditSeveral(CommandSession& session, const UnitName& unit,
   return status;
 }
 
-ExitStatus DeleteOne(CommandSession& session, const UnitName& unit, const std::string& credential,
-                     bool asJson, Console& console) {
+ExitStatus DeleteCredential(CommandSession& session, const UnitName& unit,
+                            const std::string& credential, bool asJson, Console& console) {
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential chosen = desk.Select(credential);
   session.RequireDeletion();
@@ -397,7 +397,7 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const CredentialDele
   CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
   return options.credentials.size() == 1
-             ? DeleteOne(session, unit, options.credentials.front(), global.json, console)
+             ? DeleteCredential(session, unit, options.credentials.front(), global.json, console)
              : DeleteSeveral(session, unit, options, global.json, console);
 }
 

@@ -13,30 +13,28 @@ namespace qorhost {
 
 namespace {
 
-namespace field = dir_code_field;
-
-constexpr const char* kCode = "The code as it is dialled, or its row as in rid:17";
+constexpr const char* kCodeHelp = "The code as it is dialled, or its row as in rid:17";
 
 constexpr std::string_view kList = "'qorhost dircodes list' shows them";
-constexpr std::array kChoiceWords{FieldWord{field::kChoice, "", kList}};
+constexpr std::array kChoiceWords{FieldWord{dir_code_field::kChoice, "", kList}};
 constexpr std::array kEntryWords{
-    FieldWord{field::kChoice, "", kList},
-    FieldWord{field::kCode, "the code", {}},
-    FieldWord{field::kPhone, "--phone", {}},
-    FieldWord{field::kExtension, "--extension", {}},
-    FieldWord{field::kDelay, "--delay", {}},
-    FieldWord{field::kDnd, "--dnd", {}},
-    FieldWord{field::kForwardPhone, "--forward-phone", {}},
-    FieldWord{field::kForwardExtension, "--forward-extension", {}},
-    FieldWord{field::kForwardSchedule, "--forward-schedule", {}},
-    FieldWord{field::kForwardDelay, "--forward-delay", {}},
-    FieldWord{field::kStart, "--from", {}},
-    FieldWord{field::kEnd, "--to", {}},
-    FieldWord{field::kActive, "--active", {}},
-    FieldWord{field::kDisplayName, "--display-name", {}},
+    FieldWord{dir_code_field::kChoice, "", kList},
+    FieldWord{dir_code_field::kCode, "the code", {}},
+    FieldWord{dir_code_field::kPhone, "--phone", {}},
+    FieldWord{dir_code_field::kExtension, "--extension", {}},
+    FieldWord{dir_code_field::kDelay, "--delay", {}},
+    FieldWord{dir_code_field::kDnd, "--dnd", {}},
+    FieldWord{dir_code_field::kForwardPhone, "--forward-phone", {}},
+    FieldWord{dir_code_field::kForwardExtension, "--forward-extension", {}},
+    FieldWord{dir_code_field::kForwardSchedule, "--forward-schedule", {}},
+    FieldWord{dir_code_field::kForwardDelay, "--forward-delay", {}},
+    FieldWord{dir_code_field::kStart, "--from", {}},
+    FieldWord{dir_code_field::kEnd, "--to", {}},
+    FieldWord{dir_code_field::kActive, "--active", {}},
+    FieldWord{dir_code_field::kDisplayName, "--display-name", {}},
 };
-constexpr std::array kRenumberWords{FieldWord{field::kChoice, "", kList},
-                                    FieldWord{field::kCode, "the new code", {}}};
+constexpr std::array kCodeRenumberWords{FieldWord{dir_code_field::kChoice, "", kList},
+                                        FieldWord{dir_code_field::kCode, "the new code", {}}};
 
 CLI::Option* Text(CLI::App& command, const char* name, std::optional<std::string>& target,
                   const char* type, const char* description) {
@@ -97,7 +95,7 @@ void DescribeEdit(CommandPlace dircodes, const GlobalOptions& global, DirCodeEdi
       "      --forward-schedule 1 --hide-name\n"
       "  qorhost dircodes edit 101 102 103 --unit 2 --inactive --dry-run",
       [&](Console& console) { return RunDirCodeEdit(global, edit, console); }, kEntryWords);
-  command->add_option("CODE", edit.choices, kCode)->required();
+  command->add_option("CODE", edit.choices, kCodeHelp)->required();
   DescribeEntry(*command, edit.entry);
   auto* noDnd = command->add_flag("--no-dnd", edit.entry.noDnd, "No do-not-disturb any more");
   noDnd->excludes("--dnd");
@@ -170,7 +168,7 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
       "  qorhost dircodes show 101\n  qorhost dircodes show rid:17 --json",
       [&](Console& console) { return RunDirCodeShow(global, choice.choice, console); },
       kChoiceWords);
-  show->add_option("CODE", choice.choice, kCode)->required();
+  show->add_option("CODE", choice.choice, kCodeHelp)->required();
   DescribeAdd(dircodes, global, choice.add);
   DescribeEdit(dircodes, global, choice.edit);
 
@@ -178,8 +176,8 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
       dircodes, "renumber", "Give a directory code another number",
       "  qorhost dircodes renumber 101 180 --unit 2",
       [&](Console& console) { return RunDirCodeRenumber(global, choice.renumber, console); },
-      kRenumberWords);
-  renumber->add_option("CODE", choice.renumber.choice, kCode)->required();
+      kCodeRenumberWords);
+  renumber->add_option("CODE", choice.renumber.choice, kCodeHelp)->required();
   renumber->add_option("NUMBER", choice.renumber.number, "The new code")->required();
   DescribeTrial(*renumber, choice.renumber.trial);
 
@@ -190,7 +188,7 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
       "  qorhost dircodes delete 101 102 rid:17 --unit 2 --dry-run",
       [&](Console& console) { return RunDirCodeDelete(global, choice.toDelete, console); },
       kChoiceWords);
-  remove->add_option("CODE", choice.toDelete.choices, kCode)->required();
+  remove->add_option("CODE", choice.toDelete.choices, kCodeHelp)->required();
   DescribeTrial(*remove, choice.toDelete.trial);
   DescribeExchange(dircodes, global, choice.sync, choice.exported);
   DescribeImport(dircodes, "Add the directory codes of a CSV file",

@@ -200,8 +200,8 @@ ExitStatus EditSeveral(CommandSession& session, const UnitName& unit,
   return status;
 }
 
-ExitStatus DeleteOne(CommandSession& session, const UnitName& unit, const std::string& choice,
-                     bool asJson, Console& console) {
+ExitStatus DeleteCode(CommandSession& session, const UnitName& unit, const std::string& choice,
+                      bool asJson, Console& console) {
   DirCodeDesk desk(session.desks(), unit.key);
   const ShownDirCode code = desk.Select(choice);
   const std::vector<std::string> tenants = TenantsShown(desk);
@@ -325,7 +325,7 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const DirCodeDeleteOpti
   CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
   return options.choices.size() == 1
-             ? DeleteOne(session, unit, options.choices.front(), global.json, console)
+             ? DeleteCode(session, unit, options.choices.front(), global.json, console)
              : DeleteSeveral(session, unit, options, global.json, console);
 }
 

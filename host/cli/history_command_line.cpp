@@ -9,11 +9,11 @@ namespace qorhost {
 
 namespace {
 
-constexpr std::array kWords{
+constexpr std::array kHistoryWords{
     FieldWord{history_input::kSince, "--since", {}},
     FieldWord{history_input::kEntry, "ENTRY", "'qorhost history list' has their numbers"},
     FieldWord{history_input::kHead, "--head", "'qorhost history check' prints them"}};
-constexpr auto kQuestions = WithListWords(kWords);
+constexpr auto kQuestions = WithListWords(kHistoryWords);
 
 void DescribeList(CommandPlace place, const GlobalOptions& global, HistoryOptions& options) {
   auto* list = AddCommand(
@@ -45,20 +45,20 @@ void DescribeHistory(CommandPlace place, const GlobalOptions& global, HistoryOpt
   auto* show = AddCommand(
       history, "show", "Show what an entry did to the rows, field by field",
       "  qorhost history show 12",
-      [&](Console& console) { return RunHistoryShow(global, options, console); }, kWords);
+      [&](Console& console) { return RunHistoryShow(global, options, console); }, kHistoryWords);
   show->add_option("ENTRY", options.entry, "Its number, as 'history list' prints it")->required();
 
   auto* undo = AddCommand(
       history, "undo", "Write back what an entry changed, if nobody has changed it since",
       "  qorhost history undo 12 --dry-run\n  qorhost history undo 12",
-      [&](Console& console) { return RunHistoryUndo(global, options, console); }, kWords);
+      [&](Console& console) { return RunHistoryUndo(global, options, console); }, kHistoryWords);
   undo->add_option("ENTRY", options.entry, "Its number, as 'history list' prints it")->required();
   DescribeTrial(*undo, options.trial);
 
   auto* check = AddCommand(
       history, "check", "Look for entries that are missing or not as they were written",
       "  qorhost history check\n  qorhost history check --head 1:57:HASH",
-      [&](Console& console) { return RunHistoryCheck(global, options, console); }, kWords);
+      [&](Console& console) { return RunHistoryCheck(global, options, console); }, kHistoryWords);
   check
       ->add_option("--head", options.heads,
                    "A head that was noted before: its entry must still be the same")

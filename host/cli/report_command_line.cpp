@@ -13,7 +13,7 @@ namespace qorhost {
 namespace {
 
 constexpr std::array kDeletion{FieldWord{report_input::kRids, "--delete", {}}};
-constexpr auto kWords = WithListWords(kDeletion);
+constexpr auto kReportWords = WithListWords(kDeletion);
 
 CLI::Option* DescribeOutput(CLI::App& command, ReportOptions& options) {
   auto* where = command
@@ -49,7 +49,7 @@ void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOpti
       "  qorhost report dircodes --where \"Directory End Date between 2026-01-01 AND 2026-12-31\"\n"
       "Fields: those that the unit's store offers; name a wrong one to see them, and a wrong\n"
       "operator to see what goes with a field.",
-      [&](Console& console) { return RunDirCodeReport(global, options, console); }, kWords);
+      [&](Console& console) { return RunDirCodeReport(global, options, console); }, kReportWords);
   DescribeOutput(*codes, options);
 
   auto* credentials = AddCommand(
@@ -62,7 +62,8 @@ void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOpti
           .append(CredentialReport::FieldNames())
           .append("; name a wrong operator to\nsee what goes with a field.")
           .c_str(),
-      [&](Console& console) { return RunCredentialReport(global, options, console); }, kWords);
+      [&](Console& console) { return RunCredentialReport(global, options, console); },
+      kReportWords);
   auto* where = DescribeOutput(*credentials, options);
   auto* toDelete =
       credentials

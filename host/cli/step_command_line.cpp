@@ -10,7 +10,7 @@ namespace qorhost {
 
 namespace {
 
-constexpr std::array kWords{
+constexpr std::array kStepWords{
     FieldWord{step_input::kUpTo, "--upto", "'qorhost steps list' shows what waits"},
     FieldWord{step_input::kStep, "", "'qorhost steps list' shows what waits"}};
 
@@ -44,7 +44,7 @@ void DescribeSteps(CommandPlace place, const GlobalOptions& global, StepOptions&
       steps, "done", "Mark the steps that a unit was handed as sent",
       "  qorhost steps done --unit 2 --upto 17\n"
       "  qorhost steps done 12 14 --unit 2\n  qorhost steps done --unit 2 --dry-run",
-      [&](Console& console) { return RunStepsDone(global, options, console); }, kWords);
+      [&](Console& console) { return RunStepsDone(global, options, console); }, kStepWords);
   auto* named = done->add_option("STEP", options.choice.steps, "These steps (all that wait)");
   done->add_option("--upto", options.choice.upTo, "All up to the last one that was handed over")
       ->type_name("STEP")

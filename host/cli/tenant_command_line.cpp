@@ -14,32 +14,30 @@ namespace qorhost {
 
 namespace {
 
-namespace field = tenant_field;
-
 constexpr const char* kWho = "The name or words of it, the id, or rows as in rid:17,18";
 
-constexpr std::array kWords{
-    FieldWord{field::kTenant, "", "'qorhost tenants list' shows them"},
+constexpr std::array kTenantWords{
+    FieldWord{tenant_field::kTenant, "", "'qorhost tenants list' shows them"},
     FieldWord{report_input::kCondition, "--where", {}},
-    FieldWord{field::kLastName, "--last", {}},
-    FieldWord{field::kFirstName, "--first", {}},
-    FieldWord{field::kInitial, "--initial", {}},
-    FieldWord{field::kNameAtUnit, "--name-at-unit", {}},
-    FieldWord{field::kGroup, "--group", {}},
-    FieldWord{field::kActive, "--active", {}},
-    FieldWord{field::kStart, "--from", {}},
-    FieldWord{field::kEnd, "--to", {}},
-    FieldWord{field::kSchedules, "--schedules", {}},
-    FieldWord{field::kCard, "--card", {}},
+    FieldWord{tenant_field::kLastName, "--last", {}},
+    FieldWord{tenant_field::kFirstName, "--first", {}},
+    FieldWord{tenant_field::kInitial, "--initial", {}},
+    FieldWord{tenant_field::kNameAtUnit, "--name-at-unit", {}},
+    FieldWord{tenant_field::kGroup, "--group", {}},
+    FieldWord{tenant_field::kActive, "--active", {}},
+    FieldWord{tenant_field::kStart, "--from", {}},
+    FieldWord{tenant_field::kEnd, "--to", {}},
+    FieldWord{tenant_field::kSchedules, "--schedules", {}},
+    FieldWord{tenant_field::kCard, "--card", {}},
     FieldWord{credential_field::kCredential, "--card", "'qorhost credentials list' shows them"},
-    FieldWord{field::kCode, "--code", "'qorhost dircodes list' shows them"},
-    FieldWord{field::kResident, "--resident", {}},
+    FieldWord{tenant_field::kCode, "--code", "'qorhost dircodes list' shows them"},
+    FieldWord{tenant_field::kResident, "--resident", {}},
 };
 
 constexpr std::array kEndWords{
-    FieldWord{field::kTenant, "", "'qorhost tenants list' shows them"},
+    FieldWord{tenant_field::kTenant, "", "'qorhost tenants list' shows them"},
     FieldWord{report_input::kCondition, "--where", {}},
-    FieldWord{field::kEnd, "--on", {}},
+    FieldWord{tenant_field::kEnd, "--on", {}},
 };
 
 void DescribeWhere(CLI::App& command, TenantChoiceOptions& who) {
@@ -95,7 +93,7 @@ void DescribeChanges(CommandPlace tenants, const GlobalOptions& global, TenantCh
       "  qorhost tenants add --unit 2 --last \"O'Brien\" --schedules \"Full Access,Late "
       "Shift,1,0\" "
       "\\\n      --to 2027-12-31",
-      [&](Console& console) { return RunTenantAdd(global, choice.added, console); }, kWords);
+      [&](Console& console) { return RunTenantAdd(global, choice.added, console); }, kTenantWords);
   DescribeEntry(*add, choice.added);
   add->get_option("--last")->required();
   DescribeTrial(*add, choice.added.trial);
@@ -108,7 +106,8 @@ void DescribeChanges(CommandPlace tenants, const GlobalOptions& global, TenantCh
                   "Fields of conditions: ")
           .append(TenantConditions::FieldNames())
           .c_str(),
-      [&](Console& console) { return RunTenantEdit(global, choice.edited, console); }, kWords);
+      [&](Console& console) { return RunTenantEdit(global, choice.edited, console); },
+      kTenantWords);
   DescribeWho(*edit, choice.edited.who);
   DescribeEntry(*edit, choice.edited);
   DescribeTrial(*edit, choice.edited.trial);
@@ -128,7 +127,8 @@ void DescribeChanges(CommandPlace tenants, const GlobalOptions& global, TenantCh
   auto* remove = AddCommand(
       tenants, "delete", "Delete tenants; asks first",
       "  qorhost tenants delete \"Tanaka X\" --unit 2 --yes",
-      [&](Console& console) { return RunTenantDelete(global, choice.deleted, console); }, kWords);
+      [&](Console& console) { return RunTenantDelete(global, choice.deleted, console); },
+      kTenantWords);
   DescribeWho(*remove, choice.deleted.who);
   DescribeTrial(*remove, choice.deleted.trial);
 }
@@ -154,7 +154,7 @@ void DescribeTenants(CommandPlace place, const GlobalOptions& global, TenantChoi
   auto* show = AddCommand(
       tenants, "show", "Show everything that is stored of a tenant",
       "  qorhost tenants show \"Tanaka X\" --unit 2",
-      [&](Console& console) { return RunTenantShow(global, choice.shown, console); }, kWords);
+      [&](Console& console) { return RunTenantShow(global, choice.shown, console); }, kTenantWords);
   show->add_option("TENANT", choice.shown, kWho)->required();
   DescribeChanges(tenants, global, choice);
   DescribeTenantExchange(tenants, global, choice.imported, choice.exported);

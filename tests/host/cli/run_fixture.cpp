@@ -38,8 +38,19 @@ nlohmann::json RunFixture::Rows(std::vector<std::string> words) {
 }
 
 void RunFixture::InitDemo() {
-  const Outcome outcome = Run({"init", "--demo"});
-  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  static const TemporaryFolder kept;
+  const std::filesystem::path made = kept.File("building.db");
+  if (!std::filesystem::exists(made)) {
+    const Outcome outcome = Run({"--db", made.string(), "init", "--demo"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+  }
+  std::filesystem::copy_file(made, File("building.db"));
+}
+
+void RunFixture::CopyFiles(const std::filesystem::path& from, const std::filesystem::path& to) {
+  std::filesystem::copy(
+      from, to,
+      std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
 }
 
 }  // namespace qorhost::test

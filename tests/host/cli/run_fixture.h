@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -26,6 +27,7 @@ class RunFixture : public testing::Test {
                             bool terminal = false);
   /// The rows that a command prints with --json.
   [[nodiscard]] nlohmann::json Rows(std::vector<std::string> words);
+  /// Makes the demo store, as a copy of one that is made once.
   void InitDemo();
 
   std::optional<std::string> storeOfEnvironment_;  // QORHOST_DB
@@ -38,6 +40,8 @@ class RunFixture : public testing::Test {
   [[nodiscard]] std::string File(const std::string& name) const {
     return (folder_.path() / name).string();
   }
+  [[nodiscard]] const std::filesystem::path& folder() const { return folder_.path(); }
+  static void CopyFiles(const std::filesystem::path& from, const std::filesystem::path& to);
 
  private:
   TemporaryFolder folder_;

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 
 #include "tests/host/cli/run_fixture.h"
 
@@ -68,9 +69,23 @@ const std::vector<WritingRow> kWriting{
 
 class Writing : public RunFixture, public testing::WithParamInterface<WritingRow> {
  protected:
+  static void SetUpTestSuite() { prepared_ = std::make_unique<TemporaryFolder>(); }
+  static void TearDownTestSuite() { prepared_.reset(); }
+
+  /// Every test has a copy of what the first one prepares.
   void SetUp() override {
-    InitDemo();
     unitOfEnvironment_ = "2";
+    if (std::filesystem::is_empty(prepared_->path())) {
+      ASSERT_NO_FATAL_FAILURE(Prepare());
+      CopyFiles(folder(), prepared_->path());
+    } else {
+      CopyFiles(prepared_->path(), folder());
+    }
+    Fill();
+  }
+
+  void Prepare() {
+    InitDemo();
     for (const Words& words :
          std::vector<Words>{{"credentials", "add", "--type", "card26", "--start", "9100", "--end",
                              "9104", "--facility", "7"},
@@ -86,7 +101,6 @@ class Writing : public RunFixture, public testing::WithParamInterface<WritingRow
     ASSERT_EQ(Run({"dircodes", "add", "889", "--phone", "2"}).status, 0) << "for sync to delete";
     std::ofstream(File("changes.sql")) << "UPDATE DOORS SET DOORNAME='Yard' WHERE UNITKEY=2;\n"
                                           "DELETE FROM DOORS WHERE UNITKEY=2 AND DOORID=4;\n";
-    Fill();
   }
 
   /// What the row's stand-ins stand for.
@@ -109,12 +123,14 @@ class Writing : public RunFixture, public testing::WithParamInterface<WritingRow
   }
   /// Every row of the store that a person or a unit would miss.
   [[nodiscard]] std::string Everything() {
-    std::string all;
+    std::string statements;
     for (const char* table : {"Units", "UnitSettings", "DOORS", "Schedules", "Tenants",
                               "CredentialBank", "DirectoryCode", "ProgramSteps", "TenantGroup"}) {
-      all += Run({"sql", "--json", std::string("SELECT * FROM ") + table}).out;
+      statements += std::string("SELECT * FROM ") + table + ";\n";
     }
-    return all + Run({"history", "list"}).out;
+    const Outcome rows = Run({"sql", "--json", "-"}, statements);
+    EXPECT_EQ(rows.status, 0) << rows.err;
+    return rows.out + Run({"history", "list"}).out;
   }
   [[nodiscard]] std::string Input() const {
     if (words_.at(1) != "import") {
@@ -126,7 +142,12 @@ class Writing : public RunFixture, public testing::WithParamInterface<WritingRow
   }
 
   Words words_;
+
+ private:
+  static std::unique_ptr<TemporaryFolder> prepared_;
 };
+
+std::unique_ptr<TemporaryFolder> Writing::prepared_;
 
 TEST_P(Writing, ATrialTellsSomethingAndChangesNothing) {
   const std::string before = Everything();
