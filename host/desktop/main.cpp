@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QSettings>
 #include <filesystem>
 #include <iostream>
@@ -11,15 +12,23 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("qordesk"));
   QApplication::setOrganizationName(QStringLiteral("qorCred"));
+  QCommandLineParser words;
+  words.setApplicationDescription(QApplication::translate("main", "Looks after a building."));
+  words.addHelpOption();
+  words.addPositionalArgument(
+      QStringLiteral("store"),
+      QApplication::translate("main", "The store to open; else that of the last time."),
+      QStringLiteral("[store]"));
+  words.process(application);
+  const QStringList given = words.positionalArguments();
   try {
     QSettings settings;
     qorhost::WorkSurroundings surroundings;
     surroundings.author = qorhost::AuthorOfProcess("qordesk");
     qorhost::MainWindow window(settings, std::move(surroundings));
     window.show();
-    const QStringList given = QApplication::arguments();
-    if (given.size() > 1) {
-      window.OpenStore(std::filesystem::path(qorhost::FromQt(given.at(1))));
+    if (!given.isEmpty()) {
+      window.OpenStore(std::filesystem::path(qorhost::FromQt(given.front())));
     } else {
       window.OpenLastStore();
     }

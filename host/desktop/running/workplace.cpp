@@ -25,10 +25,11 @@ Surroundings SurroundingsOf(QWidget& window, OperationRunner& runner,
 }  // namespace
 
 Workplace::Workplace(QWidget& window, OperationRunner& runner, std::unique_ptr<Store> store,
-                     const WorkSurroundings& surroundings)
+                     std::filesystem::path file, const WorkSurroundings& surroundings)
     : window_(window),
       runner_(runner),
-      session_(std::move(store), SurroundingsOf(window, runner, surroundings)) {}
+      session_(std::move(store), SurroundingsOf(window, runner, surroundings)),
+      file_(std::move(file)) {}
 
 void Workplace::Tell(const QString& what) const {
   if (onTell_) {

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QWidget>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 
@@ -23,14 +24,20 @@ struct WorkSurroundings {
 class Workplace {
  public:
   Workplace(QWidget& window, OperationRunner& runner, std::unique_ptr<Store> store,
-            const WorkSurroundings& surroundings);
+            std::filesystem::path file, const WorkSurroundings& surroundings);
 
   [[nodiscard]] DeskSession& session() { return session_; }
   [[nodiscard]] OperationRunner& runner() { return runner_; }
   /// Where messages are shown.
   [[nodiscard]] QWidget* window() { return &window_; }
   [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
-  void SetUnit(std::int32_t unitKey) { unitKey_ = unitKey; }
+  [[nodiscard]] QString unitName() const { return unitName_; }
+  void SetUnit(std::int32_t unitKey, const QString& name) {
+    unitKey_ = unitKey;
+    unitName_ = name;
+  }
+  /// The store's own file, over which nothing is written; empty for one in memory.
+  [[nodiscard]] const std::filesystem::path& file() const { return file_; }
 
   /// Tells in one line what was done; the window shows it for a while.
   void Tell(const QString& what) const;
@@ -43,7 +50,9 @@ class Workplace {
   QWidget& window_;
   OperationRunner& runner_;
   DeskSession session_;
+  std::filesystem::path file_;
   std::int32_t unitKey_ = 0;
+  QString unitName_;
   std::function<void(const QString& what)> onTell_;
   std::function<void()> onChanged_;
 };

@@ -2,6 +2,7 @@
 
 #include <screens/ui_overview_page.h>
 
+#include <QDate>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QProgressBar>

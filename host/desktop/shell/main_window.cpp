@@ -21,7 +21,8 @@ namespace {
 constexpr int kToldFor = 15000;  // milliseconds
 constexpr QSize kUsualSize(1040, 800);
 constexpr int kBetweenScreens = 3;  // pixels around each
-constexpr int kMostDigits = 9;      // screens that have a shortcut
+constexpr int kUnitName = Qt::UserRole + 1;
+constexpr int kMostDigits = 9;  // screens that have a shortcut
 
 namespace setting {
 const QString kGeometry = QStringLiteral("window/geometry");
@@ -189,7 +190,7 @@ bool MainWindow::OpenStore(const std::filesystem::path& file) {
     if (!ran) {
       return false;
     }
-    TakeStore(std::move(store), name);
+    TakeStore(std::move(store), file, name);
     settings_.setValue(setting::kStore, name);
     return true;
   } catch (const std::exception& failure) {
@@ -203,7 +204,7 @@ bool MainWindow::OpenDemo() {
     return false;
   }
   try {
-    TakeStore(DemoStoreInMemory(surroundings_.clock), tr("Demo building"));
+    TakeStore(DemoStoreInMemory(surroundings_.clock), {}, tr("Demo building"));
     return true;
   } catch (const std::exception& failure) {
     TellFailure(this, tr("The demo building cannot be opened."), ToQt(failure.what()));
@@ -247,8 +248,9 @@ void MainWindow::OpenLastStore() {
   }
 }
 
-void MainWindow::TakeStore(std::unique_ptr<Store> store, const QString& name) {
-  auto place = std::make_unique<Workplace>(*this, runner_, std::move(store), surroundings_);
+void MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
+                           const QString& name) {
+  auto place = std::make_unique<Workplace>(*this, runner_, std::move(store), file, surroundings_);
   DropPages();
   place_ = std::move(place);
   place_->OnTell([this](const QString& what) { statusBar()->showMessage(what, kToldFor); });
@@ -272,9 +274,14 @@ void MainWindow::FillUnits() {
     units_->addItem(unit.name.empty() ? tr("Unit %1").arg(unit.key)
                                       : tr("%1 (%2)").arg(ToQt(unit.name)).arg(unit.key),
                     unit.key);
+    units_->setItemData(units_->count() - 1, ToQt(unit.name), kUnitName);
   }
   units_->setCurrentIndex(std::max(units_->findData(last), units_->count() > 0 ? 0 : -1));
-  place_->SetUnit(units_->currentData().toInt());
+  TakeUnit(units_->currentIndex());
+}
+
+void MainWindow::TakeUnit(int index) {
+  place_->SetUnit(units_->itemData(index).toInt(), units_->itemData(index, kUnitName).toString());
 }
 
 void MainWindow::DropPages() {
@@ -291,7 +298,7 @@ void MainWindow::ShowUnit(std::int32_t unitKey) {
   }
   if (MayLeave()) {
     DropPages();
-    place_->SetUnit(unitKey);
+    TakeUnit(units_->findData(unitKey));
     ShowPage(screens_->currentRow());
   }
   const QSignalBlocker quiet(units_);

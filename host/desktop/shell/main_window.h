@@ -53,8 +53,10 @@ class MainWindow final : public QMainWindow {
  private:
   void MakeMenus();
   void MakeSides();
-  void TakeStore(std::unique_ptr<Store> store, const QString& name);
+  void TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
+                 const QString& name);
   void FillUnits();
+  void TakeUnit(int index);
   void DropPages();
   void ShowPage(int row);
   void ShowProblem(int row, const QString& why);

@@ -5,7 +5,9 @@
 
 #include "host/desktop/screens/credential_page.h"
 #include "host/desktop/screens/dir_code_page.h"
+#include "host/desktop/screens/history_page.h"
 #include "host/desktop/screens/overview_page.h"
+#include "host/desktop/screens/steps_page.h"
 
 namespace qorhost {
 
@@ -22,6 +24,8 @@ constexpr std::array kScreens{
                 Make<CredentialPage>},
     ScreenEntry{"dir_codes", QT_TRANSLATE_NOOP("Screens", "Directory codes"), true,
                 Make<DirCodePage>},
+    ScreenEntry{"steps", QT_TRANSLATE_NOOP("Screens", "Programming steps"), true, Make<StepsPage>},
+    ScreenEntry{"history", QT_TRANSLATE_NOOP("Screens", "History"), true, Make<HistoryPage>},
 };
 
 }  // namespace
