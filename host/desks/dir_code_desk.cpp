@@ -159,11 +159,16 @@ void DirCodeDesk::StartNew() {
   for (const std::string_view spinner : {"pvnTimeDelay", "pvnTimeDelayCF"}) {
     screen_->Spin(spinner).SetValue(std::int32_t{0});
   }
+  screen_->List("lstTenants").Clear();
+  screen_->ClearFocus();
+  // The dates that the unit gives a new code.
   for (const std::string_view picker : {"dtpStart", "dtpEnd"}) {
     screen_->Date(picker).Choose(std::nullopt);
   }
-  screen_->List("lstTenants").Clear();
-  screen_->ClearFocus();
+  const OperationRecord beginning(session_);
+  controller_->Run<&qorcred::clsDirCode::pbRetrieveSettingsFromUnit>(session_.connection(),
+                                                                     unitKey_);
+  beginning.RequireNoFailure("begin a new directory code");
 }
 
 void DirCodeDesk::RefreshCodes(std::int32_t rid) {

@@ -66,7 +66,7 @@ CredentialPage::CredentialPage(Workplace& place)
   ui_->setupUi(this);
   ConnectWidgets();
   OpenDesk();
-  StartNew();
+  ShowOpened();
 }
 
 CredentialPage::~CredentialPage() = default;
@@ -130,6 +130,12 @@ void CredentialPage::ShowMode() {
 
 void CredentialPage::StartNew() {
   desk_->StartNew();
+  ShowOpened();
+}
+
+/// The screen as it opened, for new credentials.
+void CredentialPage::ShowOpened() {
+  desk_->credentials().Select(0);
   entered_ = false;
   ShowMode();
 }
@@ -144,7 +150,7 @@ void CredentialPage::Refresh() {
   (void)Run(tr("The credentials cannot be shown."), [&] {
     OpenDesk();
     if (wasNew || desk_->credentials().FindData(rid) < placeholders::kInCredentials) {
-      StartNew();
+      ShowOpened();
     } else {
       ShowRow(rid);
     }
@@ -206,7 +212,7 @@ void CredentialPage::ShowWithEntry() {
                                                : std::span<const std::string_view>(kEnteredEdit));
   (void)Run(tr("The credentials cannot be shown."), [&] {
     OpenDesk();
-    fresh ? StartNew() : ShowRow(rid);
+    fresh ? ShowOpened() : ShowRow(rid);
     entry.PutInto(desk_->screen());
     entered_ = true;
     binding_->Flush();

@@ -33,6 +33,7 @@ class CredentialPage final : public ScreenPage {
   void ConnectWidgets();
   void ShowMode();
   void StartNew();
+  void ShowOpened();
   void ChooseCredential(std::int32_t index);
   void ShowRow(std::int32_t rid);
   void Save();

@@ -48,7 +48,7 @@ DirCodePage::DirCodePage(Workplace& place)
   ui_->setupUi(this);
   ConnectWidgets();
   OpenDesk();
-  StartNew();
+  ShowOpened();
 }
 
 DirCodePage::~DirCodePage() = default;
@@ -109,6 +109,12 @@ void DirCodePage::ShowMode() {
 
 void DirCodePage::StartNew() {
   desk_->StartNew();
+  ShowOpened();
+}
+
+/// The screen as it opened, for a new code.
+void DirCodePage::ShowOpened() {
+  desk_->codes().Select(0);
   TickForNewCode(desk_->screen());
   entered_ = false;
   ShowMode();
@@ -124,7 +130,7 @@ void DirCodePage::Refresh() {
   (void)Run(tr("The directory codes cannot be shown."), [&] {
     OpenDesk();
     if (wasNew || desk_->codes().FindData(rid) < placeholders::kInDirCodes) {
-      StartNew();
+      ShowOpened();
     } else {
       ShowRow(rid);
     }
@@ -174,7 +180,7 @@ void DirCodePage::ShowWithEntry() {
   (void)Run(tr("The directory codes cannot be shown."), [&] {
     OpenDesk();
     if (fresh) {
-      StartNew();
+      ShowOpened();
       desk_->screen().Box("txtdirectorycode").SetText(code);
     } else {
       ShowRow(rid);

@@ -32,6 +32,7 @@ class DirCodePage final : public ScreenPage {
   void ConnectWidgets();
   void ShowMode();
   void StartNew();
+  void ShowOpened();
   void ChooseCode(std::int32_t index);
   void ShowRow(std::int32_t rid);
   void Save();

@@ -39,7 +39,6 @@ void StepsPage::ShowSteps() {
   const bool any = !waiting.rows.empty();
   steps_.Show(std::move(waiting));
   FitColumns(*ui_->steps);
-  ui_->steps->setVisible(any);
   ui_->noSteps->setVisible(!any);
   ui_->exportButton->setEnabled(any);
   ui_->markButton->setEnabled(any);

@@ -323,6 +323,7 @@ void MainWindow::ShowPage(int row) {
   if (place_ == nullptr || row < 0) {
     return;
   }
+  statusBar()->clearMessage();  // what was told was told of another screen
   const auto at = static_cast<std::size_t>(row);
   const ScreenEntry& screen = Screens()[at];
   if (made_[at] == nullptr && screen.needsUnit && units_->count() == 0) {

@@ -299,11 +299,11 @@ TEST_F(DirCodeDesks, ANewCodeIsBegunOnAScreenAsItOpened) {
   for (const char* box : {"txtdirectorycode", "txtPhoneNo", "txtExtn", "txtDisplayName"}) {
     EXPECT_EQ(desk.screen().Box(box).held().own, opened.screen().Box(box).held().own) << box;
   }
-  for (const char* name :
-       {"chkDND", "chkActive", "cboSchedules", "cboSchedulesCF", "lstTenants", "pvnTimeDelay"}) {
+  for (const char* name : {"chkDND", "chkActive", "cboSchedules", "cboSchedulesCF", "lstTenants",
+                           "pvnTimeDelay", "dtpStart", "dtpEnd"}) {
     EXPECT_EQ(desk.screen().Any(name).held(), opened.screen().Any(name).held()) << name;
   }
-  EXPECT_FALSE(desk.screen().Date("dtpEnd").chosen());
+  EXPECT_TRUE(desk.screen().Date("dtpEnd").chosen());
 }
 
 TEST_F(DirCodeDesks, WhatIsTypedIntoTheScreenIsCheckedAsAnEntryIs) {

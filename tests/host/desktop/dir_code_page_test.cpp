@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QSpinBox>
 
+#include "host/desks/dir_code_desk.h"
+#include "host/desks/dir_code_entry.h"
 #include "host/desktop/binding/date_field.h"
 #include "tests/host/desktop/desktop_fixture.h"
 
@@ -37,6 +39,27 @@ TEST_F(DirCodeScreens, ACodeIsAddedWithWhatNewCodesHave) {
   EXPECT_EQ(CellOf("ACTIVE", "399"), "True");
   EXPECT_EQ(CellOf("SHOWDIRECTORYCODE", "399"), "True");
   EXPECT_THAT(Find<QLabel>("title").text().toStdString(), HasSubstr("399"));
+}
+
+TEST_F(DirCodeScreens, ACodeGetsThePeriodThatTheUnitGivesNewCodesAlsoAfterAnother) {
+  EnterCode("398");
+  Click("saveButton");
+  Click("newButton");
+  EnterCode("399");
+  Click("saveButton");
+  Surroundings surroundings;
+  surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
+  DeskSession session(OpenStoreFile(File("building.db"), Access::kChange), surroundings);
+  DirCodeDesk desk(session, kUnit);
+  EnterNewCode(desk, "397", {});
+  desk.screen().Box("txtPhoneNo").SetText("5550100");
+  const AddedDirCode added = desk.AddCode();
+  ASSERT_TRUE(added.isStored());
+  for (const char* column : {"STARTDATE", "ENDDATE"}) {
+    EXPECT_EQ(CellOf(column, "398"), CellOf(column, "397"));
+    EXPECT_EQ(CellOf(column, "399"), CellOf(column, "397"));
+  }
+  EXPECT_NE(CellOf("ENDDATE", "397"), "");
 }
 
 TEST_F(DirCodeScreens, EveryRefusalStandsAtItsWidget) {
