@@ -12,6 +12,8 @@
 #include <utility>
 
 #include "frame/runtime_error.h"
+#include "host/cli/access_commands.h"
+#include "host/cli/attention_commands.h"
 #include "host/cli/backup_commands.h"
 #include "host/cli/building_command_line.h"
 #include "host/cli/command_session.h"
@@ -25,6 +27,7 @@
 #include "host/cli/list_command_line.h"
 #include "host/cli/manual_page.h"
 #include "host/cli/option_words.h"
+#include "host/cli/overview_commands.h"
 #include "host/cli/report_command_line.h"
 #include "host/cli/step_command_line.h"
 #include "host/cli/store_commands.h"
@@ -58,6 +61,9 @@ struct Choice {
   HistoryOptions history;
   TenantChoice tenants;
   FindOptions find;
+  AccessOptions access;
+  AttentionOptions attention;
+  OverviewOptions overview;
   BackupOptions backup;
   std::string shell;
   CommandRun run;
@@ -211,6 +217,9 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeDirCodes({app, choice.run}, choice.global, choice.dircodes);
   DescribeTenants({app, choice.run}, choice.global, choice.tenants);
   DescribeFind({app, choice.run}, choice.global, choice.find);
+  DescribeAccess({app, choice.run}, choice.global, choice.access);
+  DescribeAttention({app, choice.run}, choice.global, choice.attention);
+  DescribeOverview({app, choice.run}, choice.global, choice.overview);
   DescribeReports({app, choice.run}, choice.global, choice.report);
   DescribeHistory({app, choice.run}, choice.global, choice.history);
   DescribeBackup({app, choice.run}, choice.global, choice.backup);

@@ -217,10 +217,14 @@ void PrintRaw(Console& console, const std::function<void(std::ostream&)>& print)
   console.out << DisplayableLines(text.str());
 }
 
-void PrintTitle(Console& console, const UnitName& unit) {
+std::string TitleOf(const UnitName& unit) {
   std::string title = NameOf(unit);
   title.front() = 'U';
-  console.Remarks() << title << '\n';
+  return title;
+}
+
+void PrintTitle(Console& console, const UnitName& unit) {
+  console.Remarks() << TitleOf(unit) << '\n';
 }
 
 void CommandSession::TellWhatIsMissing(const std::vector<UnitName>& units) {

@@ -92,7 +92,9 @@ class CommandSession {
 [[nodiscard]] std::string NameOf(const UnitName& unit);
 /// "in unit 2, Linden Park"
 [[nodiscard]] std::string InUnit(const UnitName& unit);
-/// "Unit 2, Linden Park" above what is printed of it.
+/// "Unit 2, Linden Park"
+[[nodiscard]] std::string TitleOf(const UnitName& unit);
+/// That above what is printed of it.
 void PrintTitle(Console& console, const UnitName& unit);
 
 /// What programs read, byte by byte; on a terminal nothing in it can steer that.

@@ -4,23 +4,24 @@
 
 #include "host/desks/finder.h"
 #include "host/terminal/display_text.h"
-#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
 ExitStatus RunFind(const GlobalOptions& global, const FindOptions& options, Console& console) {
   constexpr std::size_t kUsual = 50;
   RequireOneScope(global, options.asked);
-  ListQuery query = options.asked.query;
+  ListOptions asked = options.asked;
+  ListQuery& query = asked.query;
   const std::size_t most = query.limit.value_or(kUsual);
   query.limit = most;
   const std::string text = fmt::format("{}", fmt::join(options.words, " "));
   CommandSession session(global, Access::kRead, console);
   // Which are shown is known when all of them have been looked at.
-  const Found found = FindText(session.desks(), session.ChosenUnits(), text,
-                               query.LooksAtAll() ? std::string::npos : most);
-  if (global.json || found.total > 0) {
-    PrintList(global, found.rows, query, console);
+  const std::vector<UnitName> units = session.ChosenUnits();
+  const Found found =
+      FindText(session.desks(), units, text, query.LooksAtAll() ? std::string::npos : most);
+  if (found.total > 0 || FormatOf(global, asked.output) != "table") {
+    PrintList(global, asked, {found.rows, OneUnit(global, units)}, session, console);
   }
   if (!query.LooksAtAll() && found.total > most) {
     console.err << fmt::format(

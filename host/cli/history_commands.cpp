@@ -66,10 +66,12 @@ ExitStatus RunHistoryList(const GlobalOptions& global, const HistoryOptions& opt
   if (!options.asked.query.LooksAtAll()) {
     query.latest = options.asked.query.limit;
   }
+  std::optional<UnitName> unit;
   if (global.unit) {
-    query.unitKey = session.ChosenUnit().key;
+    unit = session.ChosenUnit();
+    query.unitKey = unit->key;
   }
-  PrintList(global, HistoryList(session.desks(), query), options.asked.query, console);
+  PrintList(global, options.asked, {HistoryList(session.desks(), query), unit}, session, console);
   return ExitStatus::kDone;
 }
 

@@ -13,6 +13,22 @@ void DescribeListOptions(CLI::App& command, ListOptions& options) {
       ->type_name("\"FIELD OPERATOR VALUE [AND VALUE2]\"")
       ->allow_extra_args(false);
   DescribeOrder(command, options);
+  DescribeFormats(command, options.output,
+                  "table for people (the default), csv, json, or html for printing",
+                  {"table", "csv", "json", "html"});
+}
+
+void DescribeFormats(CLI::App& command, OutputOptions& output, const std::string& description,
+                     const std::vector<std::string>& formats) {
+  command.add_option("--format", output.format, description)
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember(formats));
+  auto* to = command
+                 .add_option("--to", output.to,
+                             "The file to write, whose ending (.html, .csv, .json, .txt) says the "
+                             "format where --format does not (standard output)")
+                 ->type_name("FILE");
+  command.add_flag("--force", output.force, "Replace a file that is there already")->needs(to);
 }
 
 void DescribeOrder(CLI::App& command, ListOptions& options) {

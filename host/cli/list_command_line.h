@@ -4,6 +4,8 @@
 #include <CLI/CLI.hpp>
 #include <array>
 #include <cstddef>
+#include <string>
+#include <vector>
 
 #include "host/cli/list_options.h"
 #include "host/desks/input_fault.h"
@@ -26,9 +28,13 @@ constexpr std::array<FieldWord, Count + kListWords.size()> WithListWords(
   return words;
 }
 
-/// Adds --where, --sort, --columns, --limit and --all-units; `options` must outlive the parsing.
+/// Adds --where, --sort, --columns, --limit, --all-units, --format, --to and --force; `options`
+/// must outlive the parsing.
 void DescribeListOptions(CLI::App& command, ListOptions& options);
-/// The same but --where, which the command has a meaning of its own for.
+/// --sort, --columns, --limit and --all-units alone.
 void DescribeOrder(CLI::App& command, ListOptions& options);
+/// --format with these formats, --to and --force alone.
+void DescribeFormats(CLI::App& command, OutputOptions& output, const std::string& description,
+                     const std::vector<std::string>& formats);
 
 }  // namespace qorhost

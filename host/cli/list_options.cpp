@@ -3,10 +3,26 @@
 #include <utility>
 #include <vector>
 
+#include "host/desks/list_page.h"
+#include "host/files/csv_writer.h"
 #include "host/files/json_writer.h"
 #include "host/terminal/table_printer.h"
 
 namespace qorhost {
+
+namespace {
+
+/// To a terminal nothing goes that could steer it.
+void PrintForPrograms(const GlobalOptions& global, const OutputOptions& output, std::size_t rows,
+                      Console& console, const std::function<void(std::ostream&)>& print) {
+  if (output.toFile()) {
+    PrintTo(global, output, rows, console, print);
+  } else {
+    PrintRaw(console, print);
+  }
+}
+
+}  // namespace
 
 void RequireOneScope(const GlobalOptions& global, const ListOptions& options) {
   if (options.allUnits && global.unit) {
@@ -14,13 +30,43 @@ void RequireOneScope(const GlobalOptions& global, const ListOptions& options) {
   }
 }
 
-void PrintList(const GlobalOptions& global, List list, const ListQuery& query, Console& console) {
-  List answer = Answer(std::move(list), query);
-  if (global.json) {
-    PrintJson(console.out, ForPrograms(std::move(answer)));
+void PrintList(const GlobalOptions& global, const ListOptions& options, PrintedList printed,
+               CommandSession& session, Console& console) {
+  const OutputOptions& output = options.output;
+  const std::string format = FormatOf(global, output);
+  const bool everyColumn = printed.everyColumn && (format == "csv" || format == "json");
+  List answer = Answer(everyColumn ? WithExtras(std::move(printed.list)) : std::move(printed.list),
+                       options.query);
+  const std::size_t rows = answer.rows.size();
+  if (format == "json") {
+    const Table table = ForPrograms(std::move(answer));
+    PrintTo(global, output, rows, console, [&table](std::ostream& out) { PrintJson(out, table); });
+  } else if (format == "csv") {
+    const Table table = ForPeople(std::move(answer));
+    PrintForPrograms(global, output, rows, console,
+                     [&table](std::ostream& out) { PrintCsv(out, table); });
+  } else if (format == "html") {
+    ListQuery asked = options.query;
+    asked.conditions.insert(asked.conditions.begin(), printed.narrowedBy.begin(),
+                            printed.narrowedBy.end());
+    const HtmlPage page = printed.page
+                              ? printed.page(std::move(answer), asked)
+                              : PageOf(session.desks(), std::move(answer), asked, printed.unit);
+    PrintForPrograms(global, output, rows, console,
+                     [&page](std::ostream& out) { PrintHtml(out, page); });
   } else {
-    PrintTable(console.out, ForPeople(std::move(answer)), WidthOf(console));
+    const Table table = ForPeople(std::move(answer));
+    PrintTo(global, output, rows, console, [&](std::ostream& out) {
+      if (!printed.title.empty()) {
+        (output.toFile() ? out : console.Remarks()) << printed.title << '\n';
+      }
+      PrintTable(out, table, output.toFile() ? 0 : WidthOf(console));
+    });
   }
+}
+
+std::optional<UnitName> OneUnit(const GlobalOptions& global, const std::vector<UnitName>& units) {
+  return global.unit && !units.empty() ? std::optional(units.front()) : std::nullopt;
 }
 
 ExitStatus PrintOfUnits(const GlobalOptions& global, const ListOptions& options, Console& console,
@@ -29,7 +75,8 @@ ExitStatus PrintOfUnits(const GlobalOptions& global, const ListOptions& options,
   CommandSession session(global, Access::kRead, console);
   const std::vector<UnitName> units = session.ChosenUnits();
   session.TellWhatIsMissing(units);
-  PrintList(global, read(session.desks(), units), options.query, console);
+  PrintList(global, options, {read(session.desks(), units), OneUnit(global, units)}, session,
+            console);
   return ExitStatus::kDone;
 }
 
@@ -37,10 +84,9 @@ ExitStatus PrintOfQueue(const GlobalOptions& global, const ListOptions& options,
                         List (*read)(DeskSession&, std::optional<std::int32_t>)) {
   RequireOneScope(global, options);
   CommandSession session(global, Access::kRead, console);
-  if (global.unit) {
-    (void)session.ChosenUnit();
-  }
-  PrintList(global, read(session.desks(), global.unit), options.query, console);
+  const std::optional<UnitName> unit =
+      global.unit ? std::optional(session.ChosenUnit()) : std::nullopt;
+  PrintList(global, options, {read(session.desks(), global.unit), unit}, session, console);
   return ExitStatus::kDone;
 }
 
@@ -54,15 +100,11 @@ void PrintUnitList(const GlobalOptions& global, const ListOptions& options, Comm
     for (const UnitName& unit : units) {
       Append(all, WithUnit(read(unit), unit));
     }
-    PrintList(global, std::move(all), options.query, console);
+    PrintList(global, options, {std::move(all)}, session, console);
     return;
   }
   const UnitName unit = session.ChosenUnit();
-  List answer = Answer(read(unit), options.query);
-  if (!global.json) {
-    PrintTitle(console, unit);
-  }
-  PrintList(global, std::move(answer), {}, console);
+  PrintList(global, options, {read(unit), unit, TitleOf(unit)}, session, console);
 }
 
 }  // namespace qorhost

@@ -21,13 +21,11 @@ CLI::Option* DescribeOutput(CLI::App& command, ReportOptions& options) {
                                 "A condition on a field; several must all hold")
                     ->type_name("\"FIELD OPERATOR VALUE [AND VALUE2]\"")
                     ->allow_extra_args(false);
-  command
-      .add_option("--format", options.format,
-                  "table for people (the default), csv and json with every column, sql for the "
-                  "statement alone")
-      ->type_name("FORMAT")
-      ->check(CLI::IsMember({"table", "csv", "json", "sql"}));
   DescribeOrder(command, options.asked);
+  DescribeFormats(command, options.asked.output,
+                  "table for people (the default), csv and json with every column, html for "
+                  "printing, sql for the statement alone",
+                  {"table", "csv", "json", "html", "sql"});
   return where;
 }
 

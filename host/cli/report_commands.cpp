@@ -3,27 +3,27 @@
 #include <fmt/format.h>
 
 #include <string_view>
+#include <utility>
 
 #include "host/desks/credential_report.h"
 #include "host/desks/dir_code_report.h"
 #include "host/desks/report_title.h"
 #include "host/desks/row_names.h"
 #include "host/desks/words.h"
-#include "host/files/csv_writer.h"
 #include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
-#include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
 namespace {
 
-/// The format of --format, or of --json.
+/// The format of a report: that of a list, or its statement.
 std::string FormatOf(const GlobalOptions& global, const ReportOptions& options) {
-  if (global.json && options.format && *options.format != "json") {
-    throw UsageError(fmt::format("--json and --format {} exclude each other", *options.format));
+  std::string format = FormatOf(global, options.asked.output);
+  if (format == "sql" && options.asked.output.toFile()) {
+    throw UsageError("--format sql prints the statement: it does not go with --to");
   }
-  return global.json ? "json" : options.format.value_or("table");
+  return format;
 }
 
 constexpr std::string_view kCodeHint =
@@ -55,29 +55,25 @@ void Add(List& all, List rows, const UnitName& unit, const ReportOptions& option
   Append(all, options.asked.allUnits ? WithUnit(std::move(rows), unit) : std::move(rows));
 }
 
-/// Prints the rows as a table for people, or complete for programs and spreadsheets.
-void Print(List rows, std::string_view format, const ReportOptions& options,
-           const std::string& title, Console& console) {
-  const ListQuery& query = options.asked.query;
-  if (format == "csv") {
-    const Table table = ForPeople(Answer(WithExtras(std::move(rows)), query));
-    PrintRaw(console, [&table](std::ostream& out) { PrintCsv(out, table); });
-  } else if (format == "json") {
-    PrintJson(console.out, ForPrograms(Answer(WithExtras(std::move(rows)), query)));
-  } else {
-    const Table table = ForPeople(Answer(std::move(rows), query));
-    if (!title.empty()) {
-      console.Remarks() << Displayable(title) << '\n';
-    }
-    PrintTable(console.out, table, WidthOf(console));
+/// Prints the rows as a table or a page for people, or complete for programs and spreadsheets.
+void Print(List rows, std::string title, const std::vector<UnitName>& units,
+           const GlobalOptions& global, const ReportOptions& options, CommandSession& session,
+           Console& console) {
+  PrintedList printed{std::move(rows)};
+  printed.title = std::move(title);
+  printed.everyColumn = true;
+  printed.narrowedBy = options.conditions;
+  if (!options.asked.allUnits) {
+    printed.unit = units.front();
   }
+  PrintList(global, options.asked, std::move(printed), session, console);
 }
 
 /// What stands above the table of one unit.
 std::string TitleOf(CommandSession& session, const std::vector<UnitName>& units,
                     std::string_view format, const ReportOptions& options) {
   return format == "table" && !options.asked.allUnits
-             ? ReportTitle(session.desks(), units.front().key)
+             ? Displayable(ReportTitle(session.desks(), units.front().key))
              : std::string();
 }
 
@@ -135,7 +131,7 @@ ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& op
     Add(rows, report.Rows(), unit, options);
   }
   if (format != "sql") {
-    Print(std::move(rows), format, options, title, console);
+    Print(std::move(rows), std::move(title), units, global, options, session, console);
   }
   return ExitStatus::kDone;
 }
@@ -165,7 +161,7 @@ ExitStatus RunCredentialReport(const GlobalOptions& global, const ReportOptions&
     Add(rows, report.Rows(), unit, options);
   }
   if (format != "sql") {
-    Print(std::move(rows), format, options, title, console);
+    Print(std::move(rows), std::move(title), units, global, options, session, console);
   }
   return ExitStatus::kDone;
 }

@@ -13,7 +13,6 @@ namespace qorhost {
 struct ReportOptions {
   ListOptions asked;                    ///< but conditions
   std::vector<std::string> conditions;  ///< "FIELD OPERATOR VALUE [AND VALUE2]"
-  std::optional<std::string> format;    ///< "table", "csv", "json" or "sql"
   std::optional<std::string> toDelete;  ///< "rid:" and RIDs with commas between them
   bool trial = false;                   ///< of a deletion: tells what it would do
 };

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/cli/change_report.h"
@@ -25,14 +23,6 @@ constexpr std::string_view kDeletedVerb = "Deleted";
 
 /// What was done to tenants.
 enum class Tenants : bool { kChanged, kDeleted };
-
-/// The names that are told, not too many of them.
-std::string Listed(const std::vector<std::string>& names) {
-  constexpr std::size_t kMost = 20;
-  const auto end = names.begin() + static_cast<std::ptrdiff_t>(std::min(names.size(), kMost));
-  return Displayable(fmt::format("{}{}", fmt::join(names.begin(), end, ", "),
-                                 names.size() > kMost ? ", ..." : ""));
-}
 
 void Choose(TenantDesk& desk, const TenantChoiceOptions& who) {
   if (who.names.empty() == who.conditions.empty()) {
@@ -121,23 +111,8 @@ void PrintChanged(const ChangedTenants& changed, const UnitName& unit, std::stri
                       changed.written ? "" : " Nothing was changed.");
   if (!changed.freed.empty()) {
     told << fmt::format("Held by nobody {}: {}.\n", changed.written ? "now" : "then",
-                        Listed(changed.freed));
+                        SomeNames(changed.freed));
   }
-}
-
-ExitStatus TellChanged(const ChangedTenants& changed, const UnitName& unit, std::string_view verb,
-                       const GlobalOptions& global, Console& console) {
-  const ExitStatus status =
-      changed.written ? TellChange(changed, "tenants", console) : Tell(changed, "tenants", console);
-  if (changed.ending == Ending::kRefused) {
-    console.err << "qorhost: nothing was changed.\n";
-  } else if (changed.done() && global.json) {
-    PrintChangedAsJson(changed, unit, verb == kDeletedVerb ? Tenants::kDeleted : Tenants::kChanged,
-                       console);
-  } else if (changed.done()) {
-    PrintChanged(changed, unit, verb, console);
-  }
-  return status;
 }
 
 TenantEntry Complete(const TenantEditOptions& options) {
@@ -160,10 +135,26 @@ std::string Question(const TenantDesk& desk) {
     names.push_back(tenant.NameWithRid());
   }
   return fmt::format("{} will be deleted: {}. Go on?", Counted(names.size(), "tenant", "tenants"),
-                     Listed(names));
+                     SomeNames(names));
 }
 
 }  // namespace
+
+ExitStatus TellChangedTenants(const ChangedTenants& changed, const UnitName& unit,
+                              std::string_view verb, const GlobalOptions& global,
+                              Console& console) {
+  const ExitStatus status =
+      changed.written ? TellChange(changed, "tenants", console) : Tell(changed, "tenants", console);
+  if (changed.ending == Ending::kRefused) {
+    console.err << "qorhost: nothing was changed.\n";
+  } else if (changed.done() && global.json) {
+    PrintChangedAsJson(changed, unit, verb == kDeletedVerb ? Tenants::kDeleted : Tenants::kChanged,
+                       console);
+  } else if (changed.done()) {
+    PrintChanged(changed, unit, verb, console);
+  }
+  return status;
+}
 
 ExitStatus RunTenantList(const GlobalOptions& global, const ListOptions& options,
                          Console& console) {
@@ -244,7 +235,8 @@ ExitStatus RunTenantEdit(const GlobalOptions& global, const TenantEditOptions& o
   const UnitName unit = session.UnitToChange();
   TenantDesk desk(session.desks(), unit.key);
   Choose(desk, options.who);
-  return TellChanged(desk.Edit(entry, TrialOf(options.trial)), unit, "Changed", global, console);
+  return TellChangedTenants(desk.Edit(entry, TrialOf(options.trial)), unit, "Changed", global,
+                            console);
 }
 
 ExitStatus RunTenantEnd(const GlobalOptions& global, const TenantEndOptions& options,
@@ -253,8 +245,8 @@ ExitStatus RunTenantEnd(const GlobalOptions& global, const TenantEndOptions& opt
   const UnitName unit = session.UnitToChange();
   TenantDesk desk(session.desks(), unit.key);
   Choose(desk, options.who);
-  return TellChanged(desk.End(options.on, options.freeCards, TrialOf(options.trial)), unit,
-                     "Ended the lease of", global, console);
+  return TellChangedTenants(desk.End(options.on, options.freeCards, TrialOf(options.trial)), unit,
+                            "Ended the lease of", global, console);
 }
 
 ExitStatus RunTenantDelete(const GlobalOptions& global, const TenantDeleteOptions& options,
@@ -267,7 +259,8 @@ ExitStatus RunTenantDelete(const GlobalOptions& global, const TenantDeleteOption
     session.RequireDeletion();
     session.RequireConsent(Question(desk));
   }
-  return TellChanged(desk.Delete(TrialOf(options.trial)), unit, kDeletedVerb, global, console);
+  return TellChangedTenants(desk.Delete(TrialOf(options.trial)), unit, kDeletedVerb, global,
+                            console);
 }
 
 }  // namespace qorhost

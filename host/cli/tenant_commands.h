@@ -3,10 +3,12 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/cli/command_session.h"
 #include "host/cli/list_options.h"
+#include "host/desks/tenant_desk.h"
 #include "host/desks/tenant_entry.h"
 
 namespace qorhost {
@@ -35,6 +37,10 @@ struct TenantDeleteOptions {
   TenantChoiceOptions who;
   bool trial = false;
 };
+
+/// Tells what became of tenants, in lines or as one object; `verb` is what was done, "Changed".
+ExitStatus TellChangedTenants(const ChangedTenants& changed, const UnitName& unit,
+                              std::string_view verb, const GlobalOptions& global, Console& console);
 
 ExitStatus RunTenantList(const GlobalOptions& global, const ListOptions& options, Console& console);
 ExitStatus RunTenantShow(const GlobalOptions& global, const std::string& name, Console& console);

@@ -70,6 +70,7 @@ Value TypeLabel(const Value& type) {
 
 List CredentialList(DeskSession& session, CredentialDesk& desk) {
   List shown;
+  shown.title = "Credentials";
   shown.fields = {{"RID", "rid", FieldKind::kNumber},
                   {"Type", "type", FieldKind::kCredentialType},
                   {"Number", "number", FieldKind::kNumber},

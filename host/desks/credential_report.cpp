@@ -104,6 +104,7 @@ Outcome CredentialReport::Run() {
 
 List CredentialReport::Rows() const {
   List list;
+  list.title = "Credentials";
   for (const ReportColumn& column : kColumns) {
     const std::string title(column.title);
     ListField& field = list.fields.emplace_back(ListField{title, title, column.kind});

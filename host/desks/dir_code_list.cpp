@@ -117,6 +117,7 @@ Value ChosenSchedule(DirCodeDesk& desk, std::string_view list) {
 
 List DirCodeList(DeskSession& session, DirCodeDesk& desk) {
   List list;
+  list.title = "Directory codes";
   const ListModel& schedules = desk.screen().List(qorcred::kDndScheduleList);
   list.fields = FieldsWith(NamesOf(schedules));
   const QueryResult details = session.sql().Select(

@@ -127,6 +127,7 @@ struct OutputColumn {
 
 List MakeList(std::vector<OutputColumn> columns, const qorcred::ObjectRef& bound) {
   List list;
+  list.title = "Directory codes";
   for (OutputColumn& column : columns) {
     list.fields.push_back(std::move(column.field));
   }

@@ -81,6 +81,7 @@ class Search {
     found.total = hits_.size();
     std::sort(hits_.begin(), hits_.end(), IsBetter);
     hits_.resize(std::min(hits_.size(), most));
+    found.rows.title = "Found";
     found.rows.fields = {{"Unit", "unit", FieldKind::kNumber},
                          {"Kind", "kind"},
                          {"RID", "rid", FieldKind::kNumber},

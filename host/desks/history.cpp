@@ -125,6 +125,7 @@ List HistoryList(DeskSession& session, const HistoryQuery& query) {
   const std::u32string subject = dialect::Folded(query.subject);
   AuditLog& audit = session.sql().audit();
   List list;
+  list.title = "What was done";
   list.fields = {{"Entry", "entry", FieldKind::kNumber},
                  {"Time", "time", FieldKind::kDate, TimeOf::kUtc},
                  {"Who", "who"},

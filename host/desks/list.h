@@ -39,6 +39,7 @@ struct List {
   std::vector<ListField> fields;
   std::vector<std::vector<qorcred::Value>> rows;
   bool latestLast = false;  ///< a limit then means the last rows of those that were not sorted
+  std::string title{};      ///< what its rows are: "Tenants"
 };
 
 /// What is asked of a list; what is left out changes nothing.

@@ -174,6 +174,7 @@ std::string RowOf(std::int32_t unitKey, const Schedule& schedule) {
 
 List ScheduleList(DeskSession& session, const std::vector<UnitName>& units) {
   List list;
+  list.title = "Schedules";
   list.fields = {{"Unit", "unit", FieldKind::kNumber},
                  {"Schedule", "schedule", FieldKind::kNumber},
                  {"Name", "name"},

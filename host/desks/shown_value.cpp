@@ -39,6 +39,11 @@ std::string ShownText(const Value& value) {
   return qorcred::TextOrEmpty(value);
 }
 
+std::string ShownDay(qorcred::Date date) {
+  const std::string text = dialect::CanonicalDate(date);
+  return text.substr(0, text.find(' '));
+}
+
 Value ShownCell(Value value) {
   const bool isWritten = value.As<bool>() != nullptr || value.As<qorcred::Date>() != nullptr ||
                          value.As<qorcred::StringArray>() != nullptr;

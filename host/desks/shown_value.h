@@ -11,6 +11,9 @@ namespace qorhost {
 /// between them, anything else as its text; nothing for Null.
 [[nodiscard]] std::string ShownText(const qorcred::Value& value);
 
+/// The day alone: "2026-01-31".
+[[nodiscard]] std::string ShownDay(qorcred::Date date);
+
 /// What ShownText() writes otherwise than the value's own text, as that text; any other value as it
 /// is.
 [[nodiscard]] qorcred::Value ShownCell(qorcred::Value value);

@@ -228,6 +228,7 @@ CodeSteps CodeStepsOf(const std::vector<ProgramStep>& steps, const std::set<std:
 
 List WaitingStepList(DeskSession& session, std::optional<std::int32_t> unitKey) {
   List list;
+  list.title = "Steps that wait";
   list.fields = {{"Step", "step", FieldKind::kNumber},
                  {"Unit", "unit", FieldKind::kNumber},
                  {"Queued", "queued", FieldKind::kDate, TimeOf::kPlace},

@@ -60,6 +60,7 @@ std::string SubjectOf(DeskSession& session, const ProgramStep& step) {
 
 List UnitList(DeskSession& session, const std::vector<UnitName>& units) {
   List list;
+  list.title = "Units";
   list.fields = {{"Unit", "unit", FieldKind::kNumber},
                  {"Name", "name"},
                  {"Type", "type"},
@@ -104,6 +105,7 @@ std::vector<std::string> MissingSettings(DeskSession& session, const std::vector
 
 List DoorList(DeskSession& session, const std::vector<UnitName>& units) {
   List list;
+  list.title = "Doors";
   list.fields = {{"Unit", "unit", FieldKind::kNumber},
                  {"Door", "door", FieldKind::kNumber},
                  {"Name", "name"},
@@ -123,6 +125,7 @@ List DoorList(DeskSession& session, const std::vector<UnitName>& units) {
 
 List StepList(DeskSession& session, std::optional<std::int32_t> unitKey) {
   List list;
+  list.title = "Programming steps";
   list.fields = {{"Step", "step", FieldKind::kNumber},
                  {"Unit", "unit", FieldKind::kNumber},
                  {"Kind", "kind"},

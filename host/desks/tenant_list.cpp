@@ -105,6 +105,7 @@ Value TenantCell(const TenantRow& tenant, const TenantLinks& links, std::size_t 
 
 List TenantList(const std::vector<TenantRow>& tenants, const TenantLinks& links) {
   List list;
+  list.title = "Tenants";
   list.fields = TenantFields(links);
   list.rows.reserve(tenants.size());
   for (const TenantRow& tenant : tenants) {

@@ -242,6 +242,16 @@ Value TenantLinks::Card(std::int32_t rid) const {
   return found == cards.end() ? fmt::format("rid:{}", rid) : found->second.entry;
 }
 
+qorcred::StringArray TenantLinks::Cards(const TenantRow& tenant) const {
+  qorcred::StringArray held;
+  for (const std::int32_t card : tenant.cards) {
+    if (card != 0) {
+      held.push_back(qorcred::TextOrEmpty(Card(card)));
+    }
+  }
+  return held;
+}
+
 Value TenantLinks::Code(std::int32_t rid) const {
   if (rid == 0) {
     return Null{};

@@ -77,7 +77,8 @@ struct TenantLinks {
   std::unordered_map<std::int32_t, ListedCode> codes;
 
   [[nodiscard]] std::string Schedule(std::int32_t id) const;
-  [[nodiscard]] qorcred::Value Card(std::int32_t rid) const;  ///< Null without one
+  [[nodiscard]] qorcred::Value Card(std::int32_t rid) const;                ///< Null without one
+  [[nodiscard]] qorcred::StringArray Cards(const TenantRow& tenant) const;  ///< that are held
   [[nodiscard]] qorcred::Value Code(std::int32_t rid) const;
 };
 

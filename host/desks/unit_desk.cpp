@@ -409,6 +409,7 @@ void DeleteUnit(DeskSession& session, std::int32_t unitKey, const UnitContents& 
 
 List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units) {
   List list;
+  list.title = "Settings of units";
   list.fields = {{"Unit", "unit", FieldKind::kNumber},
                  {"Name", "name"},
                  {"Type", "type"},

@@ -22,6 +22,9 @@ struct Table {
   std::string_view nullText = "";  ///< what people are shown for Null
 };
 
+/// Which columns have numbers and nothing else: they stand to the right.
+[[nodiscard]] std::vector<bool> NumberColumns(const Table& table);
+
 /// A count as a cell.
 [[nodiscard]] inline qorcred::Value CountCell(std::size_t count) {
   return {static_cast<double>(count)};

@@ -4,17 +4,14 @@
 #include <utf8proc.h>
 
 #include <algorithm>
-#include <cstdint>
-#include <iterator>
+#include <cstddef>
 
-#include "frame/control_characters.h"
 #include "frame/utf8.h"
+#include "host/files/visible_text.h"
 
 namespace qorhost {
 
 namespace {
-
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 bool IsByte(qorcred::Utf8Character character) {
   return character.codePoint >= qorcred::kInvalidByte;
@@ -31,27 +28,7 @@ std::size_t WidthOfCharacter(const qorcred::Utf8Character& character) {
 }  // namespace
 
 std::string Displayable(std::string_view text) {
-  std::string shown;
-  shown.reserve(text.size());
-  for (std::size_t at = 0; at < text.size();) {
-    const qorcred::Utf8Character character = qorcred::ReadUtf8(text, at);
-    const auto code = static_cast<std::uint32_t>(character.codePoint);
-    if (IsByte(character)) {
-      shown += kReplacement;
-    } else if (code == '\n') {
-      shown += "\\n";
-    } else if (code == '\t') {
-      shown += "\\t";
-    } else if (!qorcred::SteersDisplay(character.codePoint)) {
-      shown += text.substr(at, character.length);
-    } else if (code <= 0xFF) {
-      fmt::format_to(std::back_inserter(shown), "\\x{:02X}", code);
-    } else {
-      fmt::format_to(std::back_inserter(shown), "\\u{:04X}", code);
-    }
-    at += character.length;
-  }
-  return shown;
+  return VisibleText(text);
 }
 
 std::string DisplayableLines(std::string_view text) {
@@ -65,6 +42,13 @@ std::string DisplayableLines(std::string_view text) {
     text.remove_prefix(std::min(end + 1, text.size()));
   }
   return shown;
+}
+
+std::string SomeNames(const std::vector<std::string>& names) {
+  constexpr std::size_t kMost = 20;
+  const auto end = names.begin() + static_cast<std::ptrdiff_t>(std::min(names.size(), kMost));
+  return Displayable(fmt::format("{}{}", fmt::join(names.begin(), end, ", "),
+                                 names.size() > kMost ? ", ..." : ""));
 }
 
 std::size_t DisplayWidth(std::string_view text) {

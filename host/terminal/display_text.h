@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qorhost {
 
@@ -13,6 +14,9 @@ namespace qorhost {
 
 /// A text of many lines, each as Displayable() shows it, its ends of lines kept.
 [[nodiscard]] std::string DisplayableLines(std::string_view text);
+
+/// The names that are told, with commas between them, not too many of them; displayable.
+[[nodiscard]] std::string SomeNames(const std::vector<std::string>& names);
 
 /// The columns that a displayable text takes on a terminal: wide characters two, combining marks
 /// none.

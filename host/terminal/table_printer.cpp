@@ -15,19 +15,9 @@ namespace qorhost {
 namespace {
 
 using qorcred::Value;
-using qorcred::ValueType;
-
-bool IsNumber(const Value& value) {
-  return value.Is(ValueType::kInteger) || value.Is(ValueType::kLong) ||
-         value.Is(ValueType::kDouble);
-}
-
-bool IsNothing(const Value& value) {
-  return value.Is(ValueType::kNull) || value.Is(ValueType::kEmpty);
-}
 
 std::string CellText(const Value& value, std::string_view nullText) {
-  if (value.Is(ValueType::kNull)) {
+  if (value.Is(qorcred::ValueType::kNull)) {
     return std::string(nullText);
   }
   return Displayable(qorcred::ToText(value));
@@ -36,21 +26,18 @@ std::string CellText(const Value& value, std::string_view nullText) {
 class Layout {
  public:
   Layout(const Table& table, std::size_t width)
-      : table_(table), widths_(table.columns.size(), 0), shown_(widths_.size()) {
-    // To the right when a column has numbers and nothing else.
-    std::vector<bool> hasNumber(table.columns.size(), false);
-    numeric_.assign(table.columns.size(), true);
+      : table_(table),
+        widths_(table.columns.size(), 0),
+        shown_(widths_.size()),
+        numeric_(NumberColumns(table)) {
     for (const auto& row : table.rows) {
       for (std::size_t at = 0; at < widths_.size(); ++at) {
         widths_[at] = std::max(widths_[at], DisplayWidth(CellText(row[at], table.nullText)));
-        numeric_[at] = numeric_[at] && (IsNumber(row[at]) || IsNothing(row[at]));
-        hasNumber[at] = hasNumber[at] || IsNumber(row[at]);
       }
     }
     // What a column cannot be narrower than.
     std::vector<std::size_t> least;
     for (std::size_t at = 0; at < numeric_.size(); ++at) {
-      numeric_[at] = numeric_[at] && hasNumber[at];
       const std::size_t title = DisplayWidth(Displayable(table.columns[at].title));
       least.push_back(numeric_[at] ? std::max(widths_[at], std::min(title, kNarrowest))
                                    : kNarrowest);
@@ -136,8 +123,8 @@ class Layout {
 
   const Table& table_;
   std::vector<std::size_t> widths_;
-  std::size_t shown_;  // columns, from the left
-  std::vector<bool> numeric_;
+  std::size_t shown_;          // columns, from the left
+  std::vector<bool> numeric_;  // to the right
 };
 
 }  // namespace

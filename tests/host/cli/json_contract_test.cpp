@@ -196,6 +196,31 @@ std::vector<Case> Cases() {
       {"tenants delete", "tenants delete Byrne --unit 2 --yes", Case::kChangeObject,
        "fields:rows freed_cards:texts"},
       {"find", "find 1004", Case::kRows, "unit:number kind:text rid:number name:text with:text?"},
+      {"access list", "access list --unit 2", Case::kRows,
+       "rid:number tenant:text active:bool start:date? end:date? cards:texts code:number? "
+       "door:text schedule:text access:bool"},
+      {"attention list", "attention list --unit 2", Case::kRows,
+       "reason:text rid:number name:text end:date? days:number? cards:texts code:number?"},
+      {"attention end", "attention end --unit 2", Case::kChangeObject,
+       "fields:rows freed_cards:texts"},
+      {"tenants end", "tenants end rid:70 --on 2026-02-05 --unit 2", Case::kChangeObject,
+       "fields:rows freed_cards:texts"},
+      {"attention end", "attention end --unit 2 --yes", Case::kChangeObject,
+       "fields:rows freed_cards:texts"},
+      {"tenants end", "tenants end rid:71 --on 2026-01-05 --unit 2", Case::kChangeObject,
+       "fields:rows freed_cards:texts"},
+      {"attention deactivate", "attention deactivate --unit 2 --yes", Case::kChangeObject,
+       "fields:rows freed_cards:texts"},
+      {"attention delete", "attention delete --unit 2 --where 'rid = 1'", Case::kChangeObject,
+       kTried},
+      {"attention delete", "attention delete --unit 2 --where 'name = Transmitter-320' -n",
+       Case::kChangeObject, kTried},
+      {"attention delete", "attention delete --unit 2 --where 'name = Transmitter-320' --yes",
+       Case::kChangeObject, kTried},
+      {"overview", "overview", Case::kRows,
+       "unit:number name:text tenants:number codes_in_use:number capacity:number? "
+       "waiting_steps:number waiting_since:moment? expired:number expiring:number "
+       "free_cards:number"},
       {"report dircodes", "report dircodes --unit 2", Case::kRows,
        "Directory_Code:number Phone_No.:text? Phone_No._Extension:text? Phone_No._Delay:number? "
        "Display_Name:text? Directory_Status:text Directory_Start_Date:date? "
