@@ -92,10 +92,8 @@ CredentialDesk::~CredentialDesk() {
 
 void CredentialDesk::Open() {
   // The screen's own handlers; they stand still while the controller writes the controls.
-  typeSelected_ = screen_->List("cboCredentialType").OnSelect([this](std::int32_t index) {
-    const bool transmitter =
-        index >= 0 && screen_->List("cboCredentialType").ItemData(index) == qorcred::kTransmitter;
-    controller_->Run<&qorcred::clsCredential::pbTransmitterCtls>(transmitter);
+  typeSelected_ = screen_->List("cboCredentialType").OnSelect([this](std::int32_t /*index*/) {
+    ShowTypesControls();
   });
   credentialSelected_ = credentials().OnSelect([this](std::int32_t index) {
     const bool byController = qorcred::ToBoolean(screen_->Variable("gblnModifiedFromClass"));
@@ -118,6 +116,29 @@ void CredentialDesk::Open() {
 
   // A unit with fewer than four doors ends this with a trapped failure, its labels being set.
   controller_->Run<&qorcred::clsCredential::pbRetrieveDoorDetails>(session_.connection(), unitKey_);
+}
+
+void CredentialDesk::ShowTypesControls() {
+  const ListModel& types = screen_->List("cboCredentialType");
+  const bool transmitter =
+      types.selected() >= 0 && types.ItemData(types.selected()) == qorcred::kTransmitter;
+  controller_->Run<&qorcred::clsCredential::pbTransmitterCtls>(transmitter);
+}
+
+void CredentialDesk::StartNew() {
+  shown_.Forget();
+  credentials().Select(0);
+  for (const std::string_view box :
+       {"txtFacilityCode", "txtPINStart", "txtPINEND", "txtIDCode", "txtSequenceCode"}) {
+    screen_->Box(box).SetText("");
+  }
+  for (const std::string_view list : {"cboAssignedTo", "cboActivate"}) {
+    screen_->List(list).Select(ListModel::kNone);
+  }
+  screen_->Option("optButtonDefault").SetOn(true);
+  screen_->SetVariable("gstrTag", "");
+  screen_->ClearFocus();
+  ShowTypesControls();
 }
 
 /// The lists from which an operator chooses what to change.

@@ -83,6 +83,9 @@ class CredentialDesk {
   ShownCredential Select(std::string_view credential);
   /// The same by its place in the list. Raises FailureError also when somebody else has deleted it.
   void SelectCredential(std::int32_t index);
+  /// Selects "<Add New>" and empties what a loaded credential has left: the screen is as it opened,
+  /// but for the type, and takes what the type has.
+  void StartNew();
   /// What the screen shows now.
   [[nodiscard]] ShownCredential Shown() const;
   /// Who would lose what by SaveEdited(), to be asked for before it: when that changes meanwhile,
@@ -113,6 +116,7 @@ class CredentialDesk {
   void Open();
   void StartController();
   void FillDoors();
+  void ShowTypesControls();
   void FillLists();
   bool ShowRow(std::int32_t rid);
   void LoadAgain(std::int32_t rid);

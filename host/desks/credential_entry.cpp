@@ -30,6 +30,16 @@ void ChooseType(ScreenModel& screen, std::string_view word) {
                    "{field} '{value}' is none of " + EnteredWords(", ", " and "));
 }
 
+/// The word of the type that is selected; "" without one.
+std::string WordOfType(const ListModel& types) {
+  for (const CredentialTypeWords& known : EnteredTypes()) {
+    if (types.selected() != ListModel::kNone && types.ItemData(types.selected()) == known.type) {
+      return std::string(known.word);
+    }
+  }
+  return "";
+}
+
 /// Types into a box that the screen shows; `hidden` says what hides or disables it.
 void TypeInto(TextModel& box, std::string_view name, const std::optional<std::string>& text,
               std::string_view hidden) {
@@ -139,6 +149,30 @@ void EnterCredentials(CredentialDesk& desk, const NewCredentials& entry) {
   } else {
     RefuseTenantInputs(entry);
   }
+}
+
+NewCredentials TypedCredentials(CredentialDesk& desk, bool isRange) {
+  ScreenModel& screen = desk.screen();
+  const auto typed = [&screen](std::string_view name) -> std::optional<std::string> {
+    const TextModel& box = screen.Box(name);
+    if (!box.visible() || !box.enabled() || qorcred::Trim(box.text()).empty()) {
+      return std::nullopt;
+    }
+    return box.text();
+  };
+  NewCredentials entry;
+  entry.type = WordOfType(screen.List("cboCredentialType"));
+  entry.first = screen.Box("txtPINStart").text();
+  if (isRange) {
+    entry.last = screen.Box("txtPINEND").text();
+  }
+  entry.facility = typed("txtFacilityCode");
+  entry.idCode = typed("txtIDCode");
+  entry.sequence = typed("txtSequenceCode");
+  if (screen.Option("optButton4").visible()) {
+    entry.button = screen.Option("optButton4").on() ? "4" : "1";
+  }
+  return entry;
 }
 
 void EnterChange(CredentialDesk& desk, const CredentialChange& change) {

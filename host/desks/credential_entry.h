@@ -36,6 +36,9 @@ struct CredentialChange {
 /// Set the screen's controls as the entry says. Raise InputFault for what the screen does not let
 /// an operator enter: a control that is hidden or disabled, an entry that a list does not have.
 void EnterCredentials(CredentialDesk& desk, const NewCredentials& entry);
+/// What is typed into the screen's boxes for new credentials, to be entered so: a box that is empty
+/// or that the screen hides gives nothing, but the last number of a range is given as it is.
+[[nodiscard]] NewCredentials TypedCredentials(CredentialDesk& desk, bool isRange);
 void EnterChange(CredentialDesk& desk, const CredentialChange& change);
 
 }  // namespace qorhost

@@ -6,6 +6,7 @@
 
 #include "frame/convert.h"
 #include "frame/row_state.h"
+#include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/dir_code_fields.h"
@@ -138,6 +139,36 @@ ShownDirCode DirCodeDesk::Shown() {
   return selected == ListModel::kNone
              ? ShownDirCode{}
              : ShownDirCode{codes().SelectedText(), codes().ItemData(selected)};
+}
+
+void DirCodeDesk::StartNew() {
+  loaded_.reset();
+  shown_.Forget();
+  codes().Select(0);
+  for (const std::string_view box : {"txtdirectorycode", "txtPhoneNo", "txtExtn", "txtPhoneNocf",
+                                     "txtExtnCF", "txtDisplayName"}) {
+    screen_->Box(box).SetText("");
+  }
+  for (const std::string_view box :
+       {"chkDND", "chkCallForwarding", "chkActive", "chkShowDisplayName", "chkShowDirCode"}) {
+    screen_->Check(box).SetState(0);
+  }
+  for (const std::string_view list : {qorcred::kDndScheduleList, qorcred::kCfScheduleList}) {
+    screen_->List(list).Select(ListModel::kNone);
+  }
+  for (const std::string_view spinner : {"pvnTimeDelay", "pvnTimeDelayCF"}) {
+    screen_->Spin(spinner).SetValue(std::int32_t{0});
+  }
+  screen_->List("lstTenants").Clear();
+  screen_->ClearFocus();
+  // The dates that the unit gives a new code.
+  for (const std::string_view picker : {"dtpStart", "dtpEnd"}) {
+    screen_->Date(picker).Choose(std::nullopt);
+  }
+  const OperationRecord beginning(session_);
+  controller_->Run<&qorcred::clsDirCode::pbRetrieveSettingsFromUnit>(session_.connection(),
+                                                                     unitKey_);
+  beginning.RequireNoFailure("begin a new directory code");
 }
 
 void DirCodeDesk::RefreshCodes(std::int32_t rid) {

@@ -52,6 +52,9 @@ class DirCodeDesk {
   /// Selects a code, by its number or as in "rid:17", which loads it into the edit controls. Raises
   /// InputFault when the unit has no such code or several, FailureError when it cannot be loaded.
   ShownDirCode Select(std::string_view choice);
+  /// Selects "<Add New>" and empties what a loaded code has left: the screen is as it opened,
+  /// with the period that the unit gives new codes. Raises FailureError when that cannot be read.
+  void StartNew();
   /// The code that is selected.
   [[nodiscard]] ShownDirCode Shown();
   /// The number of the selected code as it was stored when it was loaded.

@@ -200,13 +200,6 @@ void RequireNumber(const std::string& code) {
   }
 }
 
-/// What a new code has unless its entry says otherwise.
-void TickForNewCode(ScreenModel& screen) {
-  for (const std::string_view box : {"chkActive", "chkShowDisplayName", "chkShowDirCode"}) {
-    screen.Check(box).SetState(1);
-  }
-}
-
 void Enter(ScreenModel& screen, const DirCodeEntry& entry) {
   TypeInto(screen.Box("txtPhoneNo"), field::kPhone, entry.phone);
   TypeInto(screen.Box("txtExtn"), field::kExtension, entry.extension);
@@ -222,11 +215,41 @@ void Enter(ScreenModel& screen, const DirCodeEntry& entry) {
 
 }  // namespace
 
+void TickForNewCode(ScreenModel& screen) {
+  for (const std::string_view box : {"chkActive", "chkShowDisplayName", "chkShowDirCode"}) {
+    screen.Check(box).SetState(1);
+  }
+}
+
 void EnterNewCode(DirCodeDesk& desk, const std::string& code, const DirCodeEntry& entry) {
   RequireNumber(code);
   TickForNewCode(desk.screen());
   desk.TypeCode(code);
   Enter(desk.screen(), entry);
+}
+
+namespace {
+
+/// What nobody types may have been pasted.
+void RequireTypable(ScreenModel& screen) {
+  for (const PastedBox& pasted : kPastedBoxes) {
+    (void)TypedText(pasted.name, screen.Box(pasted.box).text());
+  }
+  RequireStorable(screen);
+}
+
+}  // namespace
+
+void CheckTypedCode(DirCodeDesk& desk) {
+  const std::string code = desk.screen().Box("txtdirectorycode").text();
+  RequireNumber(code);
+  desk.TypeCode(code);
+  RequireTypable(desk.screen());
+}
+
+void CheckTypedChange(DirCodeDesk& desk) {
+  RequireWholeCode(desk);
+  RequireTypable(desk.screen());
 }
 
 CodePeriod PeriodShown(DirCodeDesk& desk) {

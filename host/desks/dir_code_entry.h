@@ -11,6 +11,7 @@
 namespace qorhost {
 
 class DirCodeDesk;
+class ScreenModel;
 
 /// What is typed into the screen or ticked on it; nothing given leaves a control as it is. Whether
 /// the texts are numbers and complete is the controller's to say.
@@ -42,6 +43,12 @@ struct DirCodeEntry {
 /// statements cannot take.
 void EnterNewCode(DirCodeDesk& desk, const std::string& code, const DirCodeEntry& entry);
 
+/// The same of what is typed into the screen already; what a new code has unless somebody says
+/// otherwise is ticked by TickForNewCode() before.
+void CheckTypedCode(DirCodeDesk& desk);
+void CheckTypedChange(DirCodeDesk& desk);
+/// Ticks what a new code has unless its entry says otherwise: active, with name and code shown.
+void TickForNewCode(ScreenModel& screen);
 /// When the code that the screen shows is active; nothing of one that is not, and where the period
 /// is open.
 struct CodePeriod {

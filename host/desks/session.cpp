@@ -49,6 +49,7 @@ StoreHost::Services DeskSession::MakeServices() {
   services.messageBox = [this](std::string_view text, MessageStyle style, std::string_view title) {
     return attendance_.Show({std::string(text), style, std::string(title)});
   };
+  services.letEventsRun = surroundings_.pendingEvents;
   services.failureLog = [this](std::string_view operation, const qorcred::RuntimeError& failure) {
     if (failure.number() == qorcred::ErrorNumber::kApplicationDefined) {
       attendance_.NoteFailure(

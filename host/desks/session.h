@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,9 +21,10 @@ namespace qorhost {
 struct Surroundings {
   MessageBox messageBox;  ///< none: notices are closed with OK, questions answered No
   Clock clock = SystemClock();
-  Author author;                    ///< signs what is stored
-  Patience patience;                ///< with others who write
-  qorcred::trace::TraceSink trace;  ///< none: nothing is traced
+  Author author;                        ///< signs what is stored
+  Patience patience;                    ///< with others who write
+  std::function<void()> pendingEvents;  ///< lets them run when a controller waits for them
+  qorcred::trace::TraceSink trace;      ///< none: nothing is traced
 };
 
 struct UnitName {

@@ -47,6 +47,8 @@ class ScreenModel final : public qorcred::Object {
   void ClearFocus();
   /// The spelling under which a control or variable was added; "" when there is none.
   [[nodiscard]] std::string_view SpelledName(std::string_view name) const;
+  /// All controls, also those of arrays ("cboField(0)"), in the order in which they were taken in.
+  [[nodiscard]] const std::vector<ControlModel*>& controls() const { return controls_; }
   /// The names of all controls and variables, by letter.
   [[nodiscard]] std::vector<std::string_view> Names() const;
 

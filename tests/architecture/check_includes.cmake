@@ -26,6 +26,7 @@ set(areas
   "host/desks:frame credentials dircodes reports trace host/dialect host/store host/store/engines host/components host/screens host/unit host/files"
   "host/terminal:frame host/files host/desks"
   "host/tour:frame host/store host/screens host/unit host/files host/desks host/terminal"
+  "host/desktop:frame host/store host/screens host/unit host/files host/desks"
   "host/cli:frame host/unit host/files host/desks host/terminal host/tour"
   "bench/com:*"
   "bench:frame credentials dircodes reports trace host/dialect host/store host/store/sqlite host/store/engines host/components host/screens host/unit host/files host/desks"
@@ -35,13 +36,16 @@ set(areas
 # Folders in which no two names (a header with its source) include each other.
 set(one_way
   host/dialect host/store host/store/engines host/components host/screens host/unit host/files
-  host/desks host/terminal host/tour host/cli)
+  host/desks host/terminal host/tour host/desktop host/cli)
 
 # Headers of database engines and, after the colon, the folder that knows the engine. Benchmarks, which
 # measure against the engine itself, and tests may include them, too.
 set(engine_headers
   "sqlite3.h:host/store/sqlite")
 set(users_of_engines bench tests)
+
+# Folders that know the widgets' headers: <QWidget>, <QtTest/QTest>.
+set(users_of_widgets host/desktop tests bench)
 
 # The library's folders use the standard library alone.
 set(library frame credentials dircodes reports trace contract)
@@ -130,6 +134,9 @@ function(check_file tree path)
       set(name "${CMAKE_MATCH_1}")
       if(area IN_LIST library AND NOT name IN_LIST standard_headers)
         breach("includes <${name}>, which is not of the standard library")
+      endif()
+      if(name MATCHES "^Q[A-Zt]" AND NOT area IN_LIST users_of_widgets)
+        breach("includes <${name}>, which only host/desktop may know")
       endif()
       engine_of("${name}" engine)
       if(NOT engine STREQUAL "" AND NOT area STREQUAL engine AND NOT area IN_LIST users_of_engines)

@@ -31,6 +31,44 @@ TEST_F(CredentialDesks, TheListHasARowForEveryCredential) {
   EXPECT_EQ(table.rows[0][2].type(), qorcred::ValueType::kLong);
 }
 
+TEST_F(CredentialDesks, ANewCredentialIsBegunOnAScreenAsItOpened) {
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  CredentialDesk fresh(session(), kUnit, DeskScreen::kCredentials);
+  fresh.StartNew();
+  (void)desk.Select("rid:609");
+  ASSERT_FALSE(desk.Shown().tenant.empty());
+  desk.screen().Box("txtPINStart").SetText("9001");
+  desk.StartNew();
+  for (const char* box : {"txtFacilityCode", "txtPINStart", "txtIDCode", "txtSequenceCode"}) {
+    EXPECT_EQ(desk.screen().Box(box).text(), "") << box;
+    EXPECT_EQ(desk.screen().Box(box).visible(), fresh.screen().Box(box).visible()) << box;
+  }
+  EXPECT_EQ(desk.Shown().entry, "<Add New>");
+  EXPECT_EQ(desk.Shown().tenant, "");
+  EXPECT_EQ(desk.screen().List("cboActivate").visible(), true);
+}
+
+TEST_F(CredentialDesks, WhatIsTypedIsReadBackAsItWouldBeEntered) {
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  NewCredentials entry;
+  entry.type = "transmitter";
+  entry.first = "9001";
+  entry.last = "9002";
+  entry.idCode = "3";
+  entry.sequence = "1";
+  entry.button = "4";
+  EnterCredentials(desk, entry);
+  const NewCredentials typed = TypedCredentials(desk, true);
+  EXPECT_EQ(typed.type, "transmitter");
+  EXPECT_EQ(typed.first, "9001");
+  EXPECT_EQ(typed.last, "9002");
+  EXPECT_EQ(typed.facility, std::nullopt);
+  EXPECT_EQ(typed.idCode, "3");
+  EXPECT_EQ(typed.sequence, "1");
+  EXPECT_EQ(typed.button, "4");
+  EXPECT_EQ(TypedCredentials(desk, false).last, std::nullopt);
+}
+
 TEST_F(CredentialDesks, ASavedRangeTellsItsNumbersAndItsLastRow) {
   const IssuedCredentials issued = Issue(Cards("9001", "9003"));
   EXPECT_EQ(issued.ending, Ending::kDone);

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "host/desks/desk_error.h"
+#include "host/desks/dir_code_entry.h"
 #include "host/desks/dir_code_list.h"
 #include "tests/host/desks/dir_code_fixture.h"
 
@@ -285,6 +286,38 @@ TEST_F(DirCodeDesks, DeletingACodeThatTheUnitNeverHadWithdrawsItsStep) {
   EXPECT_THAT(TextsOf(Delete("250").messages),
               ElementsAre(HasSubstr("Are you sure you want to delete Directory Code 250?")));
   EXPECT_THAT(Steps(), IsEmpty());
+}
+
+TEST_F(DirCodeDesks, ANewCodeIsBegunOnAScreenAsItOpened) {
+  DirCodeDesk desk(session(), kUnit);
+  DirCodeDesk opened(session(), kUnit);
+  (void)desk.Select("101");
+  desk.screen().Check("chkDND").SetState(1);
+  desk.screen().List("cboSchedules").Select(1);
+  desk.StartNew();
+  EXPECT_EQ(desk.Shown().entry, "<Add New>");
+  for (const char* box : {"txtdirectorycode", "txtPhoneNo", "txtExtn", "txtDisplayName"}) {
+    EXPECT_EQ(desk.screen().Box(box).held().own, opened.screen().Box(box).held().own) << box;
+  }
+  for (const char* name : {"chkDND", "chkActive", "cboSchedules", "cboSchedulesCF", "lstTenants",
+                           "pvnTimeDelay", "dtpStart", "dtpEnd"}) {
+    EXPECT_EQ(desk.screen().Any(name).held(), opened.screen().Any(name).held()) << name;
+  }
+  EXPECT_TRUE(desk.screen().Date("dtpEnd").chosen());
+}
+
+TEST_F(DirCodeDesks, WhatIsTypedIntoTheScreenIsCheckedAsAnEntryIs) {
+  DirCodeDesk desk(session(), kUnit);
+  desk.screen().Box("txtdirectorycode").SetText("39x");
+  EXPECT_EQ(FieldAtFault([&] { CheckTypedCode(desk); }), field::kCode);
+  desk.screen().Box("txtdirectorycode").SetText("0399");
+  EXPECT_EQ(FieldAtFault([&] { CheckTypedCode(desk); }), "");
+  desk.screen().Box("txtDisplayName").SetText("a\nb");
+  EXPECT_EQ(FieldAtFault([&] { CheckTypedCode(desk); }), field::kDisplayName);
+  (void)desk.Select("101");
+  EXPECT_EQ(FieldAtFault([&] { CheckTypedChange(desk); }), "");
+  desk.screen().Box("txtPhoneNo").SetText("5550100\t");
+  EXPECT_EQ(FieldAtFault([&] { CheckTypedChange(desk); }), field::kPhone);
 }
 
 }  // namespace

@@ -1,0 +1,53 @@
+// What every widget that is bound to a control of a screen has in common.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "host/screens/control_model.h"
+
+namespace qorhost {
+
+/// Told of the widget in which a person changed something.
+using EditHandler = std::function<void(QWidget& widget)>;
+
+/// Keeps a widget and a control the same: what changes in the control is shown at once, what a
+/// person does to the widget is put into the control, and what the control refuses is taken back
+/// from the widget. What is shown is never taken for something that a person did. The control and
+/// the widget must outlive the binding. One thread.
+class ControlBinding {
+ public:
+  virtual ~ControlBinding() = default;
+  ControlBinding(const ControlBinding&) = delete;
+  ControlBinding& operator=(const ControlBinding&) = delete;
+
+  [[nodiscard]] ControlModel& control() const { return control_; }
+  [[nodiscard]] QWidget& widget() const { return widget_; }
+  void OnEdit(EditHandler handler) { onEdit_ = std::move(handler); }
+  /// Shows what was put off until the control stands still: the entries of a list.
+  virtual void Flush() {}
+
+ protected:
+  ControlBinding(ControlModel& control, QWidget& widget);
+
+  /// Shows all that the control holds; for the end of a constructor.
+  void ShowAll();
+  /// Shows the control's own state after a change of that kind; ShowAll() asks for every kind.
+  virtual void ShowOwn(ChangeKind kind) = 0;
+  /// Shows a caption that the controller gave; widgets without one leave it.
+  virtual void ShowCaption(const QString& caption) { (void)caption; }
+  /// Puts what a person did into the control.
+  void Put(const std::function<void()>& put);
+
+ private:
+  void Show(ChangeKind kind);
+  void ShowState();
+  void ShowLook();
+
+  ControlModel& control_;
+  QWidget& widget_;
+  EditHandler onEdit_;
+  Subscription changes_;
+};
+
+}  // namespace qorhost

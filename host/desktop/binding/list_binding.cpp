@@ -1,0 +1,128 @@
+#include "host/desktop/binding/list_binding.h"
+
+#include <QAbstractItemView>
+#include <QEvent>
+#include <QItemSelectionModel>
+#include <QSignalBlocker>
+#include <variant>
+
+namespace qorhost {
+
+namespace {
+
+/// Keeps a wheel that turns over a combo box on its way down a form from changing it.
+class WheelNeedsFocus final : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (event->type() == QEvent::Wheel && widget != nullptr && !widget->hasFocus()) {
+      event->ignore();
+      return true;
+    }
+    return QObject::eventFilter(watched, event);
+  }
+};
+
+}  // namespace
+
+ListBinding::ListBinding(ListModel& list, QWidget& widget)
+    : ControlBinding(list, widget), list_(list) {
+  later_.setSingleShot(true);
+  later_.setInterval(0);
+  QObject::connect(&later_, &QTimer::timeout, &later_, [this] { Flush(); });
+}
+
+void ListBinding::ShowOwn(ChangeKind kind) {
+  if (kind == ChangeKind::kItems && !outdated_) {
+    outdated_ = true;
+    later_.start();
+  }
+  if (kind == ChangeKind::kSelection && !outdated_) {
+    ShowSelection(list_.selected());
+  }
+}
+
+void ListBinding::Flush() {
+  if (!outdated_) {
+    return;
+  }
+  outdated_ = false;
+  {
+    const QSignalBlocker quiet(widget());
+    entries_.Show(std::get<ListState>(list_.held().own).items);
+  }
+  ShowSelection(list_.selected());
+}
+
+void ListBinding::Choose(int index) {
+  if (outdated_) {
+    Flush();  // it was chosen among entries that are gone
+    return;
+  }
+  if (index == list_.selected()) {
+    return;
+  }
+  if (onChoice_) {
+    onChoice_(index);
+    // Perhaps it was not selected after all.
+    Flush();
+    ShowSelection(list_.selected());
+    return;
+  }
+  Put([this, index] { list_.Select(index); });
+}
+
+ComboBinding::ComboBinding(ListModel& list, QComboBox& combo)
+    : ListBinding(list, combo), combo_(combo) {
+  combo_.setModel(&entries());
+  combo_.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  combo_.setFocusPolicy(Qt::StrongFocus);
+  combo_.installEventFilter(new WheelNeedsFocus(&combo_));
+  if (auto* view = qobject_cast<QListView*>(combo_.view())) {
+    view->setUniformItemSizes(true);
+  }
+  // Whatever the binding does not do itself is a person's choice, by mouse, arrow or letter.
+  QObject::connect(&combo_, &QComboBox::currentIndexChanged, &combo_, [this](int index) {
+    if (index >= 0) {
+      Choose(index);
+    }
+  });
+  ShowAll();
+  Flush();
+}
+
+void ComboBinding::ShowSelection(std::int32_t index) {
+  const QSignalBlocker quiet(combo_);
+  combo_.setCurrentIndex(index);
+}
+
+ListBoxBinding::ListBoxBinding(ListModel& list, QListView& view)
+    : ListBinding(list, view), view_(view) {
+  view_.setUniformItemSizes(true);
+  view_.setModel(&entries());
+  QObject::connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, &view_,
+                   [this](const QModelIndex& current) {
+                     if (current.isValid() && !showing_) {
+                       Choose(current.row());
+                     }
+                   });
+  ShowAll();
+  Flush();
+}
+
+void ListBoxBinding::ShowSelection(std::int32_t index) {
+  QItemSelectionModel& selection = *view_.selectionModel();
+  showing_ = true;
+  const QModelIndex row = entries().index(index, 0);
+  if (row.isValid()) {
+    selection.setCurrentIndex(row, QItemSelectionModel::ClearAndSelect);
+    view_.scrollTo(row);
+  } else {
+    selection.clear();
+  }
+  showing_ = false;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,38 @@
+#include "host/desktop/binding/list_entries_model.h"
+
+#include <algorithm>
+
+#include "host/desktop/binding/qt_text.h"
+
+namespace qorhost {
+
+void ListEntriesModel::Show(const ListItems& items) {
+  const std::size_t before = items_.size();
+  const bool appended = before > 0 && items.size() > before &&
+                        std::equal(items_.begin(), items_.end(), items.begin());
+  if (appended) {
+    beginInsertRows({}, static_cast<int>(before), static_cast<int>(items.size()) - 1);
+    items_ = items;
+    endInsertRows();
+    return;
+  }
+  beginResetModel();
+  items_ = items;
+  endResetModel();
+}
+
+int ListEntriesModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(items_.size());
+}
+
+QVariant ListEntriesModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || index.row() >= rowCount()) {
+    return {};
+  }
+  if (role != Qt::DisplayRole && role != Qt::EditRole) {
+    return {};
+  }
+  return ToQt(items_[static_cast<std::size_t>(index.row())].text);
+}
+
+}  // namespace qorhost

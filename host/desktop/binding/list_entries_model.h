@@ -1,0 +1,26 @@
+// The entries of a list as views show them.
+#pragma once
+
+#include <QAbstractListModel>
+
+#include "host/screens/list_items.h"
+
+namespace qorhost {
+
+/// Shares the entries with the list that they are of; texts are made when they are looked at, so
+/// that a list of tens of thousands opens at once.
+class ListEntriesModel final : public QAbstractListModel {
+ public:
+  using QAbstractListModel::QAbstractListModel;
+
+  /// Shows other entries. Those that are only appended leave the view where it is.
+  void Show(const ListItems& items);
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+
+ private:
+  ListItems items_;
+};
+
+}  // namespace qorhost

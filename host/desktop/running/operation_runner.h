@@ -1,0 +1,52 @@
+// Runs one operation of the desks at a time on the window's thread, and keeps the window alive.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QString>
+#include <chrono>
+#include <functional>
+
+#include "host/desks/progress.h"
+#include "host/desktop/running/busy_bar.h"
+#include "host/desktop/running/input_gate.h"
+#include "host/store/patience.h"
+
+namespace qorhost {
+
+/// Operations run where they are called. Whatever an operation calls back (its progress, a wait for
+/// another seat's lock, a controller's wait for pending events) lets the window paint and its
+/// Cancel button work; all other input is held back. Who has cancelled hears of it from the
+/// operation, which ends as cancelled. One thread.
+class OperationRunner {
+ public:
+  /// The bar, with its Cancel button, must outlive it.
+  explicit OperationRunner(BusyBar& bar);
+
+  [[nodiscard]] bool busy() const { return busy_; }
+  /// The gate to be opened for a message.
+  [[nodiscard]] InputGate& gate() { return gate_; }
+  /// Runs an operation, told as `what` while it takes long. False, and nothing is run, while
+  /// another one runs. What the operation raises passes through.
+  bool Run(const QString& what, const std::function<void()>& operation);
+
+  // What the operation is handed.
+
+  /// Shows how far it has come; false once Cancel was pressed.
+  [[nodiscard]] Progress progress();
+  /// Waits for others who write, as long as they take or until Cancel is pressed.
+  [[nodiscard]] Patience patience();
+  /// Paints, when it is time to.
+  void LetEventsRun();
+
+ private:
+  void Pump();
+
+  BusyBar& bar_;
+  InputGate gate_;
+  QElapsedTimer sincePumped_;
+  QString what_;
+  bool busy_ = false;
+  bool cancelled_ = false;
+};
+
+}  // namespace qorhost

@@ -1,0 +1,46 @@
+#include "host/desktop/running/workplace.h"
+
+#include "host/desktop/running/messages.h"
+
+namespace qorhost {
+
+namespace {
+
+Surroundings SurroundingsOf(QWidget& window, OperationRunner& runner,
+                            const WorkSurroundings& given) {
+  Surroundings surroundings;
+  surroundings.clock = given.clock;
+  surroundings.author = given.author;
+  surroundings.trace = given.trace;
+  surroundings.patience = runner.patience();
+  surroundings.pendingEvents = [&runner] { runner.LetEventsRun(); };
+  surroundings.messageBox = [&window, &runner](std::string_view text, qorcred::MessageStyle style,
+                                               std::string_view title) {
+    const OpenGate open(runner.gate());
+    return ShowMessageBox(&window, text, style, title);
+  };
+  return surroundings;
+}
+
+}  // namespace
+
+Workplace::Workplace(QWidget& window, OperationRunner& runner, std::unique_ptr<Store> store,
+                     std::filesystem::path file, const WorkSurroundings& surroundings)
+    : window_(window),
+      runner_(runner),
+      session_(std::move(store), SurroundingsOf(window, runner, surroundings)),
+      file_(std::move(file)) {}
+
+void Workplace::Tell(const QString& what) const {
+  if (onTell_) {
+    onTell_(what);
+  }
+}
+
+void Workplace::TellChanged() const {
+  if (onChanged_) {
+    onChanged_();
+  }
+}
+
+}  // namespace qorhost

@@ -1,0 +1,60 @@
+// A store that is open in the window, and what its screens need to work on it.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include "host/desks/session.h"
+#include "host/desktop/running/operation_runner.h"
+
+namespace qorhost {
+
+/// What the window hands in for every store that it opens.
+struct WorkSurroundings {
+  Clock clock = SystemClock();
+  Author author;
+  qorcred::trace::TraceSink trace;  ///< none: nothing is traced
+};
+
+/// One thread. The window and the runner must outlive it; screens must not outlive it.
+class Workplace {
+ public:
+  Workplace(QWidget& window, OperationRunner& runner, std::unique_ptr<Store> store,
+            std::filesystem::path file, const WorkSurroundings& surroundings);
+
+  [[nodiscard]] DeskSession& session() { return session_; }
+  [[nodiscard]] OperationRunner& runner() { return runner_; }
+  /// Where messages are shown.
+  [[nodiscard]] QWidget* window() { return &window_; }
+  [[nodiscard]] std::int32_t unitKey() const { return unitKey_; }
+  [[nodiscard]] QString unitName() const { return unitName_; }
+  void SetUnit(std::int32_t unitKey, const QString& name) {
+    unitKey_ = unitKey;
+    unitName_ = name;
+  }
+  /// The store's own file, over which nothing is written; empty for one in memory.
+  [[nodiscard]] const std::filesystem::path& file() const { return file_; }
+
+  /// Tells in one line what was done; the window shows it for a while.
+  void Tell(const QString& what) const;
+  void OnTell(std::function<void(const QString& what)> handler) { onTell_ = std::move(handler); }
+  /// To be called when an operation has changed the store: what other screens show may be old.
+  void TellChanged() const;
+  void OnChanged(std::function<void()> handler) { onChanged_ = std::move(handler); }
+
+ private:
+  QWidget& window_;
+  OperationRunner& runner_;
+  DeskSession session_;
+  std::filesystem::path file_;
+  std::int32_t unitKey_ = 0;
+  QString unitName_;
+  std::function<void(const QString& what)> onTell_;
+  std::function<void()> onChanged_;
+};
+
+}  // namespace qorhost

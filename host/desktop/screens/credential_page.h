@@ -1,0 +1,55 @@
+// The credential screen: issues credentials, one or a range, and edits, assigns, renumbers and
+// deletes one.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "host/desks/credential_desk.h"
+#include "host/desktop/screens/screen_page.h"
+
+namespace Ui {
+class CredentialPage;
+}
+
+namespace qorhost {
+
+class CredentialPage final : public ScreenPage {
+  Q_OBJECT
+
+ public:
+  /// Raises what the desk raises when it cannot be opened.
+  explicit CredentialPage(Workplace& place);
+  ~CredentialPage() override;
+
+  [[nodiscard]] bool HasEntries() const override { return entered_; }
+  void Refresh() override;
+
+ protected:
+  [[nodiscard]] std::span<const FieldWidget> Fields() const override;
+
+ private:
+  void OpenDesk();
+  void ConnectWidgets();
+  void ShowMode();
+  void StartNew();
+  void ShowOpened();
+  void ChooseCredential(std::int32_t index);
+  void ShowRow(std::int32_t rid);
+  void Save();
+  void SaveNew();
+  void SaveEdited();
+  void ShowWithEntry();
+  void Renumber();
+  void Delete();
+  [[nodiscard]] bool ConsentsToLosses();
+  [[nodiscard]] bool isNew() const;
+  [[nodiscard]] bool MayLeaveEntry();
+
+  std::unique_ptr<Ui::CredentialPage> ui_;
+  std::optional<CredentialDesk> desk_;
+  std::optional<ScreenBinding> binding_;
+  bool entered_ = false;
+};
+
+}  // namespace qorhost

@@ -1,0 +1,54 @@
+// The directory-code screen: adds, edits, renumbers and deletes codes, and shows their tenants.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "host/desks/dir_code_desk.h"
+#include "host/desktop/screens/screen_page.h"
+
+namespace Ui {
+class DirCodePage;
+}
+
+namespace qorhost {
+
+class DirCodePage final : public ScreenPage {
+  Q_OBJECT
+
+ public:
+  /// Raises what the desk raises when it cannot be opened.
+  explicit DirCodePage(Workplace& place);
+  ~DirCodePage() override;
+
+  [[nodiscard]] bool HasEntries() const override { return entered_; }
+  void Refresh() override;
+
+ protected:
+  [[nodiscard]] std::span<const FieldWidget> Fields() const override;
+
+ private:
+  void OpenDesk();
+  void ConnectWidgets();
+  void ShowMode();
+  void StartNew();
+  void ShowOpened();
+  void ChooseCode(std::int32_t index);
+  void ShowRow(std::int32_t rid);
+  void Save();
+  void SaveNew();
+  void SaveEdited();
+  void Renumber();
+  void Delete();
+  void ShowWithEntry();
+  [[nodiscard]] bool ShowsAgain(const Outcome& outcome);
+  [[nodiscard]] bool isNew();
+  [[nodiscard]] bool MayLeaveEntry();
+
+  std::unique_ptr<Ui::DirCodePage> ui_;
+  std::optional<DirCodeDesk> desk_;
+  std::optional<ScreenBinding> binding_;
+  bool entered_ = false;
+};
+
+}  // namespace qorhost

@@ -1,0 +1,83 @@
+#include "host/desktop/screens/history_page.h"
+
+#include <screens/ui_history_page.h>
+
+#include <algorithm>
+
+#include "host/desks/history.h"
+#include "host/desks/history_undo.h"
+#include "host/desks/shown_value.h"
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/messages.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr std::size_t kEntry = 0;  // the column of its number
+
+}  // namespace
+
+HistoryPage::HistoryPage(Workplace& place)
+    : ScreenPage(place), ui_(std::make_unique<Ui::HistoryPage>()) {
+  ui_->setupUi(this);
+  ui_->entries->setSelectionMode(QAbstractItemView::SingleSelection);
+  SetUp(*ui_->entries, entries_);
+  SetUp(*ui_->rows, rows_);
+  connect(ui_->findEntry, &QLineEdit::textChanged, this, [this](const QString& text) {
+    entries_.Narrow(text);
+    ShowRows();
+  });
+  connect(ui_->entries->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this] { (void)Run(tr("The entry cannot be shown."), [this] { ShowRows(); }); });
+  connect(ui_->undoButton, &QPushButton::clicked, this, [this] { Undo(); });
+  ShowEntries();
+}
+
+HistoryPage::~HistoryPage() = default;
+
+void HistoryPage::Refresh() {
+  (void)Run(tr("The history cannot be shown."), [this] { ShowEntries(); });
+}
+
+void HistoryPage::ShowEntries() {
+  HistoryQuery query;
+  query.unitKey = place().unitKey();
+  List list = HistoryList(session(), query);
+  std::reverse(list.rows.begin(), list.rows.end());  // a person looks for the latest
+  entries_.Show(std::move(list));
+  FitColumns(*ui_->entries);
+  ShowRows();
+}
+
+std::string HistoryPage::Chosen() const {
+  const QModelIndexList chosen = ui_->entries->selectionModel()->selectedRows();
+  return chosen.isEmpty() ? "" : ShownText(entries_.Row(chosen.front().row()).at(kEntry));
+}
+
+void HistoryPage::ShowRows() {
+  const std::string entry = Chosen();
+  rows_.Show(entry.empty() ? Table{} : EntryTable(session(), EntryOf(session(), entry).entry));
+  FitColumns(*ui_->rows);
+  ui_->undoButton->setEnabled(!entry.empty());
+}
+
+void HistoryPage::Undo() {
+  const std::string entry = Chosen();
+  if (!AskToGoOn(this, tr("Undo entry %1? The rows become what they were before it, and the steps "
+                          "that tell the unit are queued.")
+                           .arg(ToQt(entry)))) {
+    return;
+  }
+  UndoneWork undone;
+  const bool ran = Run(tr("The entry cannot be undone."), [&] {
+    undone = UndoEntry(session(), entry, Trial::kNo);
+    ShowEntries();
+  });
+  if (ran) {
+    place().Tell(tr("Undone: %1.").arg(ToQt(DescriptionOf(undone.entry))));
+    place().TellChanged();
+  }
+}
+
+}  // namespace qorhost

@@ -1,0 +1,98 @@
+#include "host/desktop/screens/list_table_model.h"
+
+#include <QHeaderView>
+#include <algorithm>
+
+#include "host/desks/shown_value.h"
+#include "host/desktop/binding/qt_text.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr int kRowsMeasured = 200;  // those that a person may see at first
+
+bool Holds(const std::vector<qorcred::Value>& row, const QString& text) {
+  return std::any_of(row.begin(), row.end(), [&text](const qorcred::Value& cell) {
+    return ToQt(ShownText(cell)).contains(text, Qt::CaseInsensitive);
+  });
+}
+
+}  // namespace
+
+void ListTableModel::Show(List list) {
+  all_ = WithExtras(std::move(list));
+  ShowAsAsked();
+}
+
+void ListTableModel::Show(const Table& table) {
+  List list;
+  for (const TableColumn& column : table.columns) {
+    list.fields.push_back({column.title, column.key});
+  }
+  list.rows = table.rows;
+  Show(std::move(list));
+}
+
+void ListTableModel::Narrow(const QString& text) {
+  text_ = text;
+  ShowAsAsked();
+}
+
+void ListTableModel::sort(int column, Qt::SortOrder order) {
+  sortedBy_ = column;
+  downwards_ = order == Qt::DescendingOrder;
+  ShowAsAsked();
+}
+
+void ListTableModel::ShowAsAsked() {
+  beginResetModel();
+  ListQuery query;
+  if (sortedBy_ >= 0 && sortedBy_ < static_cast<int>(all_.fields.size())) {
+    query.sort = (downwards_ ? "-" : "") + all_.fields[static_cast<std::size_t>(sortedBy_)].key;
+  }
+  shown_ = Answer(all_, query);
+  if (!text_.isEmpty()) {
+    std::erase_if(shown_.rows, [this](const auto& row) { return !Holds(row, text_); });
+  }
+  endResetModel();
+}
+
+int ListTableModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(shown_.rows.size());
+}
+
+int ListTableModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(all_.fields.size());
+}
+
+QVariant ListTableModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || role != Qt::DisplayRole) {
+    return {};
+  }
+  return ToQt(ShownText(Row(index.row()).at(static_cast<std::size_t>(index.column()))));
+}
+
+QVariant ListTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 ||
+      section >= columnCount()) {
+    return {};
+  }
+  return ToQt(all_.fields[static_cast<std::size_t>(section)].title);
+}
+
+void SetUp(QTableView& view, ListTableModel& model) {
+  view.setModel(&model);
+  view.horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+  view.horizontalHeader()->setStretchLastSection(true);
+  view.horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
+  view.verticalHeader()->hide();
+  view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+}
+
+void FitColumns(QTableView& view) {
+  view.verticalHeader()->setDefaultSectionSize(view.fontMetrics().height() * 3 / 2);
+  view.resizeColumnsToContents();
+}
+
+}  // namespace qorhost

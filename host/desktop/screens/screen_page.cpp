@@ -1,0 +1,151 @@
+#include "host/desktop/screens/screen_page.h"
+
+#include <QLabel>
+#include <algorithm>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "host/desks/desk_error.h"
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/messages.h"
+
+namespace qorhost {
+
+namespace {
+
+/// Without the ampersand of the mnemonic and the colon behind it.
+QString Plain(QString text) {
+  text.remove(QLatin1Char('&'));
+  return text.endsWith(QLatin1Char(':')) ? text.chopped(1) : text;
+}
+
+/// Who was faster: the latest of them.
+QString Others(const Outcome& outcome) {
+  constexpr std::size_t kMost = 5;
+  QString told;
+  const std::size_t count = outcome.changes.size();
+  for (std::size_t at = count > kMost ? count - kMost : 0; at < count; ++at) {
+    const WorkEntry& change = outcome.changes[at];
+    told += QStringLiteral("\n%1 UTC, %2: %3")
+                .arg(ToQt(change.at),
+                     change.who.empty() ? ScreenPage::tr("somebody") : ToQt(change.who),
+                     ToQt(change.what));
+  }
+  return told;
+}
+
+QString Capitalized(QString text) {
+  return text.replace(0, 1, text.left(1).toUpper());
+}
+
+/// A line for each.
+QString Failures(const Outcome& outcome) {
+  QStringList lines;
+  for (const std::string& failure : outcome.failures) {
+    lines.append(ToQt(failure));
+  }
+  return lines.join(QLatin1Char('\n'));
+}
+
+}  // namespace
+
+QString CalledAs(const QWidget& widget) {
+  if (!widget.accessibleName().isEmpty()) {
+    return widget.accessibleName();
+  }
+  for (const QLabel* label : widget.parentWidget()->findChildren<QLabel*>()) {
+    if (label->buddy() == &widget) {
+      return Plain(label->text());
+    }
+  }
+  return Plain(widget.property("text").toString());
+}
+
+ScreenPage::ScreenPage(Workplace& place, QWidget* parent)
+    : QWidget(parent), place_(place), mark_(new FaultMark(*this)) {}
+
+bool ScreenPage::Run(const QString& what, const std::function<void()>& operation) {
+  mark_->Clear();
+  try {
+    return place_.runner().Run(what, operation);
+  } catch (const InputFault& fault) {
+    TellFault(fault);
+  } catch (const CancelledError&) {
+    place_.Tell(tr("Cancelled. Nothing was changed."));
+  } catch (const std::exception& failure) {
+    TellFailure(place_.window(), what, ToQt(failure.what()));
+  }
+  return false;
+}
+
+QWidget* ScreenPage::WidgetFor(std::string_view field) const {
+  for (const FieldWidget& known : Fields()) {
+    if (known.field == field) {
+      return findChild<QWidget*>(ToQt(known.widget));
+    }
+  }
+  return nullptr;
+}
+
+void ScreenPage::TellFault(const InputFault& fault) {
+  std::vector<std::string> names;
+  for (const FieldWidget& known : Fields()) {
+    const auto* widget = findChild<QWidget*>(ToQt(known.widget));
+    names.push_back(widget == nullptr ? std::string(known.field) : FromQt(CalledAs(*widget)));
+  }
+  std::vector<FieldWord> words;
+  for (std::size_t at = 0; at < names.size(); ++at) {
+    words.push_back({Fields()[at].field, names[at], ""});
+  }
+  const QString told = ToQt(InWords(fault, words));
+  QWidget* widget = WidgetFor(fault.field());
+  if (widget == nullptr || !widget->isVisible()) {
+    TellFailure(place_.window(), tr("This cannot be entered."), told);
+    return;
+  }
+  widget->setFocus(Qt::OtherFocusReason);
+  mark_->Show(*widget, told);
+}
+
+bool ScreenPage::Tell(const Outcome& outcome, std::string_view what, const ScreenModel& screen) {
+  const bool done = Tell(outcome, what);
+  if (outcome.ending != Ending::kRefused || outcome.messages.empty() || screen.focused().empty()) {
+    return done;
+  }
+  auto* widget = findChild<QWidget*>(ToQt(screen.focused()));
+  if (widget != nullptr && widget->isVisible()) {
+    widget->setFocus(Qt::OtherFocusReason);
+    mark_->Show(*widget, ToQt(outcome.messages.back().text));
+  }
+  return done;
+}
+
+bool ScreenPage::Tell(const Outcome& outcome, std::string_view what) {
+  const QString nothing = tr("Nothing was changed.");
+  switch (outcome.ending) {
+    case Ending::kDone:
+      return true;
+    case Ending::kCancelled:
+      place_.Tell(tr("Cancelled. Nothing was changed."));
+      break;
+    case Ending::kStale:
+      TellFailure(place_.window(), nothing,
+                  tr("%1. What you entered is still there: look at it and try again.")
+                          .arg(Capitalized(ToQt(StaleReason(outcome.cause, what)))) +
+                      Others(outcome));
+      break;
+    case Ending::kFailed:
+      TellFailure(place_.window(), nothing, Failures(outcome));
+      break;
+    case Ending::kRefused:
+      place_.Tell(nothing);
+      if (outcome.messages.empty()) {
+        TellFailure(place_.window(), nothing, Failures(outcome));
+      }
+      break;
+  }
+  return false;
+}
+
+}  // namespace qorhost

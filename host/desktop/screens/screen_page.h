@@ -1,0 +1,64 @@
+// What all screens of the program have in common.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <span>
+#include <string_view>
+
+#include "host/desks/input_fault.h"
+#include "host/desks/outcome.h"
+#include "host/desktop/binding/screen_binding.h"
+#include "host/desktop/running/workplace.h"
+#include "host/desktop/screens/fault_mark.h"
+
+namespace qorhost {
+
+/// Which widget of a form holds an input of a desk.
+struct FieldWidget {
+  std::string_view field;   ///< the desk's own name of the input
+  std::string_view widget;  ///< the control's name
+};
+
+/// A screen for one unit, or for the whole store. The workplace must outlive it.
+class ScreenPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ScreenPage(Workplace& place, QWidget* parent = nullptr);
+
+  /// Whether something was entered and not stored.
+  [[nodiscard]] virtual bool HasEntries() const { return false; }
+  /// Shows what is stored now; called whenever the screen comes to the front and has no entries.
+  virtual void Refresh() {}
+
+  [[nodiscard]] FaultMark& mark() { return *mark_; }
+
+ protected:
+  [[nodiscard]] Workplace& place() { return place_; }
+  [[nodiscard]] DeskSession& session() { return place_.session(); }
+
+  /// Runs an operation; false when another one runs, or when it raised, which is told: an input
+  /// that is wrong at its widget, anything else in a box.
+  bool Run(const QString& what, const std::function<void()>& operation);
+  /// Tells how an operation on `what` ("credential") ended; true when it was done. A refusal is
+  /// shown at the control of `screen` that the controller has sent the focus to.
+  bool Tell(const Outcome& outcome, std::string_view what, const ScreenModel& screen);
+  bool Tell(const Outcome& outcome, std::string_view what);
+
+  /// Where inputs of the desk are found: the widgets bear these names.
+  virtual std::span<const FieldWidget> Fields() const { return {}; }
+
+ private:
+  void TellFault(const InputFault& fault);
+  [[nodiscard]] QWidget* WidgetFor(std::string_view field) const;
+
+  Workplace& place_;
+  FaultMark* mark_;
+};
+
+/// What a label or a box is called on the form: its accessible name, its label's text, or its own.
+[[nodiscard]] QString CalledAs(const QWidget& widget);
+
+}  // namespace qorhost

@@ -1,0 +1,84 @@
+// The window: a store that is open, its units, and the screens.
+#pragma once
+
+#include <QComboBox>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QSettings>
+#include <QStackedWidget>
+#include <QString>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "host/desks/store_file.h"
+#include "host/desktop/running/workplace.h"
+#include "host/desktop/shell/appearance.h"
+#include "host/desktop/shell/screens_table.h"
+#include "host/desktop/shell/start_page.h"
+
+namespace qorhost {
+
+/// One store at a time. What goes wrong with it is told in a box, and the program goes on.
+class MainWindow final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  /// The settings keep the layout, the look, and the last store, unit and screen; they must outlive
+  /// the window.
+  MainWindow(QSettings& settings, WorkSurroundings surroundings);
+  ~MainWindow() override;
+
+  /// Each asks before entries that are not saved are lost; false when it was not done.
+  bool OpenStore(const std::filesystem::path& file);
+  bool OpenDemo();
+  bool CreateStoreAt(const std::filesystem::path& file, bool demo);
+  bool CloseStore();
+  /// The store of the last time, where it is there still; without a word else.
+  void OpenLastStore();
+
+  /// Brings a screen of the table to the front, by its key.
+  void ShowScreen(const QString& key);
+  void ShowUnit(std::int32_t unitKey);
+  /// The screen in front; null where none is.
+  [[nodiscard]] ScreenPage* page() const;
+  /// Null while no store is open.
+  [[nodiscard]] Workplace* place() { return place_.get(); }
+  [[nodiscard]] OperationRunner& runner() { return runner_; }
+  void SetAppearance(const Appearance& appearance);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void MakeMenus();
+  void MakeSides();
+  void TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
+                 const QString& name);
+  void FillUnits();
+  void TakeUnit(int index);
+  void DropPages();
+  void ShowPage(int row);
+  void ShowProblem(int row, const QString& why);
+  void ChooseStore();
+  void ChooseNewStore();
+  [[nodiscard]] bool MayLeave();
+  void Restore();
+  void Remember();
+
+  QSettings& settings_;
+  WorkSurroundings surroundings_;
+  Appearance appearance_;
+  BusyBar* bar_;
+  OperationRunner runner_;
+  std::unique_ptr<Workplace> place_;
+  QStackedWidget* pages_;
+  StartPage* start_;
+  QWidget* sides_;
+  QListWidget* screens_;
+  QComboBox* units_;
+  std::vector<QWidget*> made_;  // for each line of the table; null until it is looked at
+  std::vector<bool> outdated_;  // the store has changed since it was shown
+};
+
+}  // namespace qorhost

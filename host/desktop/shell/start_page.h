@@ -1,0 +1,25 @@
+// What the window shows while no store is open.
+#pragma once
+
+#include <QPushButton>
+#include <QWidget>
+
+namespace qorhost {
+
+class StartPage final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit StartPage(QWidget* parent = nullptr);
+
+  [[nodiscard]] QPushButton& demoButton() { return *demo_; }
+  [[nodiscard]] QPushButton& openButton() { return *open_; }
+  [[nodiscard]] QPushButton& newButton() { return *new_; }
+
+ private:
+  QPushButton* demo_;
+  QPushButton* open_;
+  QPushButton* new_;
+};
+
+}  // namespace qorhost

@@ -1,0 +1,190 @@
+#include "tests/host/desktop/desktop_fixture.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QStatusBar>
+
+#include "frame/convert.h"
+#include "host/desktop/binding/qt_text.h"
+
+namespace qorhost::test {
+
+namespace {
+
+constexpr int kBetweenLooks = 5;  // milliseconds
+
+int RowOf(const QAbstractItemModel& model, const char* entry) {
+  for (int row = 0; row < model.rowCount(); ++row) {
+    if (model.index(row, 0).data().toString() == QString::fromUtf8(entry)) {
+      return row;
+    }
+  }
+  throw std::logic_error(std::string("there is no entry ") + entry);
+}
+
+void ClickRow(QAbstractItemView& view, int row) {
+  const QModelIndex index = view.model()->index(row, 0);
+  view.scrollTo(index);
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    view.visualRect(index).center());
+}
+
+}  // namespace
+
+void Settle() {
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  QCoreApplication::processEvents();
+}
+
+Answers::Answers() {
+  timer_.setInterval(kBetweenLooks);
+  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Look(); });
+  timer_.start();
+}
+
+Answers::~Answers() {
+  EXPECT_TRUE(answers_.empty()) << answers_.size() << " boxes were expected and did not come";
+}
+
+void Answers::Click(QMessageBox::StandardButton button) {
+  answers_.push_back({button, {}});
+}
+
+void Answers::Type(const QString& text) {
+  answers_.push_back({QMessageBox::NoButton, text});
+}
+
+void Answers::Look() {
+  auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+  if (dialog == nullptr || !dialog->isVisible()) {
+    return;
+  }
+  Answer answer;
+  const bool expected = !answers_.empty();
+  if (expected) {
+    answer = answers_.front();
+    answers_.pop_front();
+  }
+  auto* box = qobject_cast<QMessageBox*>(dialog);
+  if (box != nullptr) {
+    const QString more = box->informativeText().isEmpty()
+                             ? QString()
+                             : QStringLiteral("\n") + box->informativeText();
+    seen_.push_back({FromQt(box->windowTitle()), FromQt(box->text() + more), box->icon(),
+                     box->defaultButton() == nullptr
+                         ? ""
+                         : FromQt(box->defaultButton()->text().remove(QLatin1Char('&')))});
+  }
+  if (!expected) {
+    ADD_FAILURE() << "unexpected: " << (box != nullptr ? seen_.back().text : "a dialog");
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    return;
+  }
+  if (box == nullptr) {
+    auto* line = dialog->findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr);
+    QTest::keyClicks(line, answer.typed);
+    QTest::keyClick(line, Qt::Key_Return);
+    return;
+  }
+  QAbstractButton* button = box->button(answer.button);
+  if (button == nullptr) {
+    ADD_FAILURE() << "no such button at: " << seen_.back().text;
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    return;
+  }
+  QTest::mouseClick(button, Qt::LeftButton);
+}
+
+DesktopTest::DesktopTest()
+    : settings_(std::make_unique<QSettings>(folder_.filePath(QStringLiteral("settings.ini")),
+                                            QSettings::IniFormat)),
+      answers_(std::make_unique<Answers>()) {
+  MakeWindow();
+}
+
+DesktopTest::~DesktopTest() {
+  window_.reset();
+  Settle();
+}
+
+void DesktopTest::MakeWindow() {
+  window_.reset();
+  WorkSurroundings surroundings;
+  surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
+  surroundings.author = {"anna", "qordesk on lobby", {}};
+  surroundings.trace = [this](std::string_view line) { trace_.emplace_back(line); };
+  window_ = std::make_unique<MainWindow>(*settings_, surroundings);
+  window_->show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+}
+
+std::filesystem::path DesktopTest::File(const std::string& name) const {
+  return std::filesystem::path(FromQt(folder_.path())) / name;
+}
+
+void DesktopTest::OpenDemoAt(const QString& screen) {
+  ASSERT_TRUE(window_->CreateStoreAt(File("building.db"), true));
+  window_->ShowUnit(kUnit);
+  window_->ShowScreen(screen);
+  ASSERT_NE(window_->page(), nullptr);
+  Settle();
+}
+
+void DesktopTest::Click(const char* button) {
+  QTest::mouseClick(&Find<QAbstractButton>(button), Qt::LeftButton, Qt::NoModifier,
+                    {10, Find<QAbstractButton>(button).height() / 2});
+  Settle();
+}
+
+void DesktopTest::Type(const char* line, const char* text) {
+  auto& edit = Find<QLineEdit>(line);
+  QTest::mouseClick(&edit, Qt::LeftButton);
+  QTest::keyClick(&edit, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&edit, Qt::Key_Delete);
+  QTest::keyClicks(&edit, QString::fromUtf8(text));
+}
+
+void DesktopTest::Choose(const char* combo, const char* entry) {
+  auto& box = Find<QComboBox>(combo);
+  const int row = RowOf(*box.model(), entry);
+  box.setFocus();
+  // The keys of a person who looks at the entries on the way.
+  while (box.currentIndex() != row) {
+    const int before = box.currentIndex();
+    QTest::keyClick(&box, before < row ? Qt::Key_Down : Qt::Key_Up);
+    ASSERT_NE(box.currentIndex(), before) << "the keys do not move " << combo;
+  }
+  Settle();
+  ASSERT_EQ(box.currentText(), QString::fromUtf8(entry));
+}
+
+void DesktopTest::ClickEntry(const char* list, const char* entry) {
+  auto& view = Find<QListView>(list);
+  ClickRow(view, RowOf(*view.model(), entry));
+  Settle();
+}
+
+std::string DesktopTest::TextIn(const char* line) {
+  return FromQt(Find<QLineEdit>(line).text());
+}
+
+std::string DesktopTest::Marked() {
+  QWidget* marked = page().mark().marked();
+  return marked == nullptr ? "" : FromQt(marked->objectName()) + ": " + FromQt(page().mark().why());
+}
+
+std::string DesktopTest::Told() {
+  return FromQt(window_->statusBar()->currentMessage());
+}
+
+std::string DesktopTest::Cell(const std::string& select) {
+  return qorcred::TextOrEmpty(window_->place()->session().sql().Scalar(select));
+}
+
+}  // namespace qorhost::test

@@ -1,0 +1,118 @@
+// The window on a demo building, worked with mouse and keys.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest/QTest>
+#include <deque>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame/date.h"
+#include "host/desktop/shell/main_window.h"
+
+namespace qorhost::test {
+
+/// A message box as a person sees it.
+struct SeenBox {
+  std::string title;
+  std::string text;
+  QMessageBox::Icon icon = QMessageBox::NoIcon;
+  std::string defaultButton;
+};
+
+/// Answers the boxes that come up, in turn, by clicks and keys. A box for which there is no answer
+/// is closed by Escape, and fails the test.
+class Answers {
+ public:
+  Answers();
+  ~Answers();
+
+  /// The next box is closed by a click on that button.
+  void Click(QMessageBox::StandardButton button);
+  /// The text is typed into the next dialog, which Return closes.
+  void Type(const QString& text);
+
+  [[nodiscard]] const std::vector<SeenBox>& seen() const { return seen_; }
+  [[nodiscard]] std::string LastText() const { return seen_.empty() ? "" : seen_.back().text; }
+
+ private:
+  struct Answer {
+    QMessageBox::StandardButton button = QMessageBox::NoButton;
+    QString typed;
+  };
+  void Look();
+
+  QTimer timer_;
+  std::deque<Answer> answers_;
+  std::vector<SeenBox> seen_;
+};
+
+/// The clock stands at 2026-01-31 14:05:09. Settings and stores lie in a folder of the test's own.
+class DesktopTest : public testing::Test {
+ protected:
+  static constexpr std::int32_t kUnit = 2;
+
+  DesktopTest();
+  ~DesktopTest() override;
+
+  /// A new window, with the settings as they are.
+  void MakeWindow();
+  /// The demo building in a file, shown at a screen for unit 2.
+  void OpenDemoAt(const QString& screen);
+  [[nodiscard]] std::filesystem::path File(const std::string& name) const;
+
+  [[nodiscard]] MainWindow& window() { return *window_; }
+  [[nodiscard]] ScreenPage& page() { return *window_->page(); }
+  /// A widget of the screen in front by its name; fails the test without one.
+  template <typename Widget>
+  [[nodiscard]] Widget& Find(const char* name) {
+    QWidget* where = window_->page() != nullptr ? static_cast<QWidget*>(window_->page())
+                                                : static_cast<QWidget*>(window_.get());
+    auto* found = where->findChild<Widget*>(QString::fromLatin1(name));
+    if (found == nullptr) {
+      found = window_->findChild<Widget*>(QString::fromLatin1(name));
+    }
+    if (found == nullptr) {
+      throw std::logic_error(std::string("there is no widget ") + name);
+    }
+    return *found;
+  }
+  void Click(const char* button);
+  /// Types in place of what is in the line.
+  void Type(const char* line, const char* text);
+  /// Goes to the entry with the arrow keys.
+  void Choose(const char* combo, const char* entry);
+  /// Clicks on the entry in the list.
+  void ClickEntry(const char* list, const char* entry);
+  [[nodiscard]] std::string TextIn(const char* line);
+  /// What is said at which widget: "txtPINStart: You must ...".
+  [[nodiscard]] std::string Marked();
+  [[nodiscard]] std::string Told();
+  /// The first cell of a SELECT on the open store.
+  [[nodiscard]] std::string Cell(const std::string& select);
+
+  QTemporaryDir folder_;
+  std::unique_ptr<QSettings> settings_;
+  std::vector<std::string> trace_;
+  std::unique_ptr<Answers> answers_;
+  std::unique_ptr<MainWindow> window_;
+};
+
+/// Works off what waits in the window's queue.
+void Settle();
+
+}  // namespace qorhost::test

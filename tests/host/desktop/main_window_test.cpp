@@ -1,0 +1,164 @@
+// The window around the screens: stores, units, what is remembered, what goes wrong.
+#include <gmock/gmock.h>
+
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QTableWidget>
+#include <fstream>
+#include <set>
+
+#include "tests/host/desktop/desktop_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class Windows : public DesktopTest {};
+
+TEST_F(Windows, TheDemoBuildingOpensAtItsOverview) {
+  Click("demoButton");
+  ASSERT_NE(window().place(), nullptr);
+  const auto bars = page().findChildren<QProgressBar*>();
+  EXPECT_EQ(bars.size(), 3);
+  EXPECT_THAT(bars.front()->text().toStdString(), HasSubstr("codes in use"));
+  EXPECT_EQ(Find<QComboBox>("unitChooser").count(), 3);
+}
+
+TEST_F(Windows, ANewStoreWithoutUnitsSaysSo) {
+  ASSERT_TRUE(window().CreateStoreAt(File("empty.db"), false));
+  window().ShowScreen(QStringLiteral("credentials"));
+  EXPECT_EQ(window().page(), nullptr);
+  const auto* problem = window().findChild<QStackedWidget*>()->currentWidget();
+  EXPECT_THAT(qobject_cast<const QLabel*>(problem)->text().toStdString(),
+              HasSubstr("no units yet"));
+}
+
+TEST_F(Windows, WhatIsNoStoreIsToldAndTheProgramGoesOn) {
+  std::ofstream(File("notes.db")) << "not a store at all, but longer than a page header would be";
+  answers_->Click(QMessageBox::Ok);
+  EXPECT_FALSE(window().OpenStore(File("notes.db")));
+  EXPECT_EQ(answers_->seen().back().icon, QMessageBox::Critical);
+  answers_->Click(QMessageBox::Ok);
+  EXPECT_FALSE(window().OpenStore(File("missing.db")));
+  Click("demoButton");
+  EXPECT_NE(window().place(), nullptr);
+}
+
+TEST_F(Windows, AStoreThatVanishesIsToldAndTheEntryStays) {
+  OpenDemoAt(QStringLiteral("credentials"));
+  Type("txtPINStart", "9001");
+  std::filesystem::rename(File("building.db"), File("elsewhere.db"));
+  answers_->Click(QMessageBox::Ok);
+  Click("saveButton");
+  EXPECT_THAT(answers_->LastText(), testing::Not(IsEmpty()));
+  EXPECT_EQ(TextIn("txtPINStart"), "9001");
+}
+
+TEST_F(Windows, LayoutStoreUnitAndScreenAreRemembered) {
+  OpenDemoAt(QStringLiteral("dir_codes"));
+  window().resize(1111, 777);
+  window().SetAppearance({Theme::kDark, 125});
+  EXPECT_TRUE(window().close());
+  MakeWindow();
+  window().OpenLastStore();
+  ASSERT_NE(window().place(), nullptr);
+  EXPECT_EQ(window().place()->unitKey(), kUnit);
+  EXPECT_EQ(page().objectName(), QStringLiteral("DirCodePage"));
+  EXPECT_EQ(window().size(), QSize(1111, 777));
+  EXPECT_LT(QApplication::palette().color(QPalette::Window).lightness(), 100);
+  window().SetAppearance({});
+}
+
+TEST_F(Windows, ClosingWithAnEntryAsks) {
+  OpenDemoAt(QStringLiteral("credentials"));
+  Type("txtPINStart", "9001");
+  answers_->Click(QMessageBox::No);
+  EXPECT_FALSE(window().close());
+  EXPECT_TRUE(window().isVisible());
+  answers_->Click(QMessageBox::Yes);
+  EXPECT_TRUE(window().close());
+}
+
+TEST_F(Windows, AnotherUnitIsShownAfterAskingForTheEntry) {
+  OpenDemoAt(QStringLiteral("credentials"));
+  Type("txtPINStart", "9001");
+  auto& units = Find<QComboBox>("unitChooser");
+  answers_->Click(QMessageBox::No);
+  QTest::keyClick(&units, Qt::Key_Up);
+  EXPECT_EQ(window().place()->unitKey(), kUnit);
+  EXPECT_EQ(units.currentData().toInt(), kUnit);
+  answers_->Click(QMessageBox::Yes);
+  QTest::keyClick(&units, Qt::Key_Up);
+  EXPECT_EQ(window().place()->unitKey(), 1);
+}
+
+TEST_F(Windows, EveryScreenIsReachedByItsShortcut) {
+  OpenDemoAt(QStringLiteral("overview"));
+  int digit = 0;
+  for (const ScreenEntry& screen : Screens()) {
+    ++digit;
+    QTest::keyClick(&window(), static_cast<Qt::Key>(Qt::Key_0 + digit), Qt::ControlModifier);
+    EXPECT_EQ(Find<QListWidget>("screenChooser").currentItem()->text(), TitleOf(screen));
+    EXPECT_NE(window().page(), nullptr) << screen.key;
+  }
+}
+
+/// What a person works in, not the parts that those are made of.
+bool IsEditor(const QWidget& widget) {
+  return widget.focusPolicy() != Qt::NoFocus && widget.isVisibleTo(widget.window()) &&
+         !widget.objectName().isEmpty() && !widget.objectName().startsWith(QLatin1String("qt_")) &&
+         (widget.inherits("QLineEdit") || widget.inherits("QComboBox") ||
+          widget.inherits("QAbstractButton") || widget.inherits("QAbstractSpinBox") ||
+          widget.inherits("QAbstractItemView") || widget.inherits("qorhost::DateField"));
+}
+
+TEST_F(Windows, EveryEditorHasANameForThoseWhoCannotSeeIt) {
+  OpenDemoAt(QStringLiteral("overview"));
+  for (const ScreenEntry& screen : Screens()) {
+    window().ShowScreen(QString::fromLatin1(screen.key));
+    for (const QWidget* widget : page().findChildren<QWidget*>()) {
+      if (IsEditor(*widget)) {
+        EXPECT_FALSE(CalledAs(*widget).isEmpty())
+            << screen.key << ": " << widget->objectName().toStdString();
+      }
+    }
+  }
+}
+
+TEST_F(Windows, NoTwoMnemonicsOfAScreenAreTheSame) {
+  OpenDemoAt(QStringLiteral("overview"));
+  for (const ScreenEntry& screen : Screens()) {
+    window().ShowScreen(QString::fromLatin1(screen.key));
+    std::set<std::string> seen;
+    for (const QWidget* widget : page().findChildren<QWidget*>()) {
+      const QKeySequence key = QKeySequence::mnemonic(widget->property("text").toString());
+      if (!widget->inherits("QLineEdit") && !key.isEmpty()) {
+        EXPECT_TRUE(seen.insert(key.toString().toStdString()).second)
+            << screen.key << " has " << key.toString().toStdString()
+            << " twice: " << widget->objectName().toStdString();
+      }
+    }
+  }
+}
+
+TEST_F(Windows, TabReachesEveryEditorInTheOrderInWhichTheyAreRead) {
+  OpenDemoAt(QStringLiteral("dir_codes"));
+  const QStringList order{QStringLiteral("txtdirectorycode"), QStringLiteral("chkShowDirCode"),
+                          QStringLiteral("txtDisplayName"),   QStringLiteral("chkShowDisplayName"),
+                          QStringLiteral("txtPhoneNo"),       QStringLiteral("txtExtn"),
+                          QStringLiteral("pvnTimeDelay"),     QStringLiteral("chkDND")};
+  window().activateWindow();
+  Find<QLineEdit>("txtdirectorycode").setFocus();
+  for (const QString& name : order) {
+    EXPECT_EQ(window().focusWidget()->objectName(), name);
+    QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
+  }
+}
+
+}  // namespace
+}  // namespace qorhost::test
