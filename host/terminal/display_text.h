@@ -15,7 +15,8 @@ namespace qorhost {
 /// A text of many lines, each as Displayable() shows it, its ends of lines kept.
 [[nodiscard]] std::string DisplayableLines(std::string_view text);
 
-/// As many names as a person reads, with commas between them, and how many more there are; displayable.
+/// As many names as a person reads, with commas between them, and how many more there are;
+/// displayable.
 [[nodiscard]] std::string SomeNames(const std::vector<std::string>& names);
 
 /// The columns that a displayable text takes on a terminal: wide characters two, combining marks
