@@ -13,9 +13,13 @@ install(FILES
   ${PROJECT_SOURCE_DIR}/docs/host-operations.md
   ${PROJECT_SOURCE_DIR}/docs/host-reports.md
   ${PROJECT_SOURCE_DIR}/docs/integration.md
+  ${PROJECT_SOURCE_DIR}/docs/native.md
   ${PROJECT_SOURCE_DIR}/docs/reference.md
   ${PROJECT_SOURCE_DIR}/docs/schema.md
+  ${PROJECT_SOURCE_DIR}/docs/security.md
   ${PROJECT_SOURCE_DIR}/docs/trace.md
+  ${PROJECT_SOURCE_DIR}/docs/unit-file.md
+  ${PROJECT_SOURCE_DIR}/docs/unit-merge.md
   DESTINATION . COMPONENT windows)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/script ${PROJECT_SOURCE_DIR}/examples/automation-cpp
         DESTINATION examples COMPONENT windows)

@@ -5,6 +5,7 @@
 #include <array>
 #include <map>
 #include <mutex>
+#include <stdexcept>
 #include <utility>
 
 #include "com/dispatch_object.h"
@@ -39,13 +40,20 @@ class TraceFile {
   TraceFile& operator=(const TraceFile&) = delete;
 
   [[nodiscard]] bool isOpen() const { return file_ != INVALID_HANDLE_VALUE; }
+  /// Throws where the line cannot be written as a whole, and from then on: what came behind a gap
+  /// would be read wrongly.
   void Write(const std::string& line) {
     DWORD written = 0;
-    WriteFile(file_, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+    whole_ =
+        whole_ &&
+        WriteFile(file_, line.data(), static_cast<DWORD>(line.size()), &written, nullptr) != 0 &&
+        written == line.size();
+    if (!whole_) throw std::runtime_error("the trace cannot be written");
   }
 
  private:
   HANDLE file_;
+  bool whole_ = true;
 };
 
 const void* IdentityOf(const Object& object) {

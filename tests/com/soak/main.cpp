@@ -16,6 +16,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/com/scenarios/object_dispatch.h"
 #include "tests/com/soak/turn.h"
 #include "tests/com/support/component.h"
 #include "tests/com/support/pressed_boxes.h"
@@ -45,6 +46,8 @@ constexpr long long kHandlesToSpare = 2;
 struct Checkpoint {
   std::uint64_t operations;
   ProcessState state;
+  int hostObjects;  ///< of the test's host, which the component held until then: 0 between
+                    ///< operations
 };
 
 [[noreturn]] void Fail(const std::string& what) {
@@ -90,9 +93,10 @@ void Lose(const std::string& what) {
 }
 
 void Print(const Checkpoint& point) {
-  std::printf("%10llu %10zu %12zu %8zu %10zu\n", static_cast<unsigned long long>(point.operations),
-              point.state.blocks, point.state.bytes, point.state.handles,
-              point.state.committed / 1024);
+  std::printf("%10llu %10zu %12zu %8zu %10zu %10d\n",
+              static_cast<unsigned long long>(point.operations), point.state.blocks,
+              point.state.bytes, point.state.handles, point.state.committed / 1024,
+              point.hostObjects);
   std::fflush(stdout);
 }
 
@@ -116,12 +120,12 @@ void Soak(const Options& options) {
               static_cast<unsigned long long>(options.seed),
               static_cast<unsigned long long>(options.from),
               static_cast<unsigned long long>(options.from + options.operations - 1));
-  std::printf("%10s %10s %12s %8s %10s\n", "operations", "blocks", "bytes", "handles",
-              "claimed KB");
+  std::printf("%10s %10s %12s %8s %10s %10s\n", "operations", "blocks", "bytes", "handles",
+              "claimed KB", "objects");
   Turns turns;
   std::vector<Checkpoint> points;
   points.reserve(kParts + 1);
-  points.push_back({0, MeasureProcess()});
+  points.push_back({0, MeasureProcess(), LiveAutomationObjects()});
   Print(points.back());
   for (std::uint64_t done = 0; done < options.operations;) {
     const std::uint64_t number = options.from + done;
@@ -131,7 +135,7 @@ void Soak(const Options& options) {
     ++done;
     if (number % kLeakEach == 0) Lose(options.leak);
     if (done * kParts / options.operations > (done - 1) * kParts / options.operations) {
-      points.push_back({done, MeasureProcess()});
+      points.push_back({done, MeasureProcess(), LiveAutomationObjects()});
       Print(points.back());
     }
   }
