@@ -113,10 +113,17 @@ std::size_t FirstLineOfAnotherEncoding(std::string_view text) {
 /// A spreadsheet in another encoding would lose every line with an accent, one by one: nothing is
 /// taken in before somebody has said which one it is.
 void RequireEncoding(const std::string& text, const ImportOptions& options) {
-  if (!options.encoding.empty() || qorcred::IsUtf8(text)) {
+  if (!options.encoding.empty() ||
+      (qorcred::IsUtf8(text) && text.find('\0') == std::string::npos)) {
     return;
   }
-  const std::size_t line = FirstLineOfAnotherEncoding(TextAsUtf8(text, TextEncoding::kUtf8));
+  const std::string read = TextAsUtf8(text, TextEncoding::kUtf8);
+  if (std::string_view(read).substr(0, read.find('\n')).find('\0') != std::string_view::npos) {
+    throw RefusedError(
+        "line 1 has zero bytes between its letters, as UTF-16 has, so nothing was imported: "
+        "--encoding utf-16 reads it");
+  }
+  const std::size_t line = FirstLineOfAnotherEncoding(read);
   if (line != 0) {
     throw RefusedError(fmt::format(
         "line {} is not UTF-8, so nothing was imported: say which encoding the file has, "

@@ -26,6 +26,7 @@ using qorcred::Value;
 ReportField TenantNameField() {
   ReportField field{"Tenant Name", FieldKind::kText};
   field.alsoCalled = caption::kAssignedTo;
+  field.unsetWord = "Unassigned";
   return field;
 }
 

@@ -98,6 +98,7 @@ class Undoing {
                   [this](const RowChange& change) { Undo(change); });
     ProgramTenants();
     RequireNoneBeside(before);
+    RequireSomething();
     return rows_;
   }
 
@@ -121,6 +122,18 @@ class Undoing {
         throw ChangedSince(fmt::format("{} cannot be undone: {} then; nothing was changed",
                                        DescriptionOf(entry_), after.what));
       }
+    }
+  }
+
+  /// Of steps that were marked as sent nothing is given back: what the unit holds is not in the
+  /// store.
+  void RequireSomething() const {
+    if (rows_ == 0 && tenants_.empty() && cards_.empty()) {
+      throw RefusedError(
+          fmt::format("{} cannot be undone: it changed only what the unit holds, which stays as "
+                      "the unit has it; "
+                      "a change of a tenant or a code queues its step again",
+                      DescriptionOf(entry_)));
     }
   }
 

@@ -11,6 +11,7 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/list_condition.h"
 #include "host/desks/local_time.h"
+#include "host/desks/near_words.h"
 #include "host/desks/shown_value.h"
 #include "host/dialect/folding.h"
 #include "host/unit/unit_code.h"
@@ -32,12 +33,14 @@ std::size_t FieldCalled(const std::vector<ListField>& fields, std::string_view n
   const auto found = std::find_if(fields.begin(), fields.end(),
                                   [name](const ListField& field) { return IsCalled(field, name); });
   if (found == fields.end()) {
-    std::vector<std::string_view> keys;
+    std::vector<std::string> keys;
     for (const ListField& field : fields) {
-      keys.push_back(field.key);
+      keys.emplace_back(field.key);
     }
+    const std::string meant = MostLike(name, keys);
     throw InputFault(input, name,
-                     fmt::format("{{field}}: '{{value}}' is no field of this list: {}",
+                     fmt::format("{{field}}: '{{value}}' is no field of this list{}: {}",
+                                 meant.empty() ? "" : fmt::format(", did you mean '{}'?", meant),
                                  InReason(fmt::format("{}", fmt::join(keys, ", ")))));
   }
   return static_cast<std::size_t>(found - fields.begin());

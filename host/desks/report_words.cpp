@@ -271,11 +271,20 @@ void ReadYesNoWords(const ReportField& field, bool comparesEquality, ReportCondi
   (void)ReadYesNo(condition.first);
 }
 
+/// What the rows say where there is nothing asks for nothing.
+void ReadUnsetWord(const ReportField& field, bool comparesEquality, ReportCondition& condition) {
+  if (comparesEquality && !field.unsetWord.empty() &&
+      CompareIgnoringCase(field.unsetWord, condition.first) == 0) {
+    condition.first.clear();
+  }
+}
+
 /// The values as the field takes them.
 void CheckValues(const ReportField& field, bool comparesEquality, std::string_view where,
                  ReportCondition& condition) {
   switch (field.kind) {
     case FieldKind::kText:
+      ReadUnsetWord(field, comparesEquality, condition);
       return CheckText(condition.first.empty(), comparesEquality, where);
     case FieldKind::kNumber:
     case FieldKind::kNumberText:

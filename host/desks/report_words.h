@@ -42,6 +42,7 @@ struct ReportField {
   NumberRange range{};      ///< of numbers
   std::vector<std::string> names{};  ///< of schedules: those that the report finds
   std::string alsoCalled{};          ///< another name of it, or ""
+  std::string unsetWord{};           ///< of texts: what the rows say where there is none, or ""
   std::string yesWord{};             ///< of yes or no: what the rows say instead, or ""
   std::string noWord{};
   bool takesTimes = false;  ///< of dates: whether a time may be given, else whole days alone

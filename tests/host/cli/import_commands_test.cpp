@@ -65,6 +65,11 @@ TEST_F(BadFiles, AnotherEncodingThatNobodyHasSaidIsRefusedBeforeAnythingIsImport
                      {"--encoding", "cp1252"})
                   .out,
               HasSubstr("Imported 1"));
+
+  const std::string wide{"C\0o\0d\0e\0\n\0001\0\n\0", 16};
+  EXPECT_EQ(Import("dircodes", wide).err,
+            "qorhost: line 1 has zero bytes between its letters, as UTF-16 has, so nothing was "
+            "imported: --encoding utf-16 reads it\n");
 }
 
 TEST_F(BadFiles, AByteOrderMarkSaysTheEncodingAsWell) {

@@ -304,5 +304,15 @@ TEST_F(Reports, AnOlderStoreIsBroughtUpToDateFirst) {
   EXPECT_EQ(Count("TenantSelectionFields"), 17);
 }
 
+TEST_F(Reports, FindWhoIsUnassignedByTheWordThatTheyPrint) {
+  const nlohmann::json without =
+      Rows({"report", "credentials", "--unit", "2", "--where", "Tenant Name ="});
+  EXPECT_GT(without.size(), 0U);
+  EXPECT_EQ(Rows({"report", "credentials", "--unit", "2", "--where", "Assigned To = unassigned"}),
+            without);
+  EXPECT_EQ(Rows({"report", "credentials", "--unit", "2", "--where", "Tenant Name <> Unassigned"}),
+            Rows({"report", "credentials", "--unit", "2", "--where", "Tenant Name <>"}));
+}
+
 }  // namespace
 }  // namespace qorhost::test

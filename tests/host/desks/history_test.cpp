@@ -73,6 +73,18 @@ class HistoryTest : public DeskFixture {
   std::int64_t last_ = 0;  // the last entry of the demo building
 };
 
+TEST_F(HistoryTest, AnEntryOfWhatTheUnitHoldsAloneIsNotUndone) {
+  Run("UPDATE DirectoryCode SET MODIFIED=1 WHERE RID=11");
+  const std::string sent = Work("steps done", {"UPDATE DirectoryCode SET MODIFIED=0 WHERE RID=11"});
+  try {
+    (void)UndoEntry(session(), sent, Trial::kNo);
+    FAIL() << "undone";
+  } catch (const RefusedError& refused) {
+    EXPECT_THAT(refused.what(), HasSubstr("changed only what the unit holds"));
+  }
+  EXPECT_EQ(std::to_string(LastEntry()), sent);
+}
+
 TEST_F(HistoryTest, ListsWhatWasDoneWithItsRows) {
   const std::string entry = Rename("Berg");
   const List table = HistoryList(session(), {});

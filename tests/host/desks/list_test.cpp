@@ -135,6 +135,9 @@ TEST(Lists, TellAWrongFieldWithThoseThatThereAre) {
   };
   EXPECT_THAT(faultOf({{}, "floor", "", {}}),
               HasSubstr("sort: sort: 'floor' is no field of this list: number, name, day"));
+  EXPECT_THAT(
+      faultOf({{}, "nmae", "", {}}),
+      HasSubstr("'nmae' is no field of this list, did you mean 'name'?: number, name, day"));
   EXPECT_THAT(faultOf({{}, "", "name,,day", {}}), HasSubstr("columns: columns: '' is no field"));
   EXPECT_THAT(faultOf({{"floor = 5"}, "", "", {}}), HasSubstr("condition: condition 'floor = 5'"));
   EXPECT_THAT(faultOf({{"day = soon"}, "", "", {}}), HasSubstr("is no date"));
