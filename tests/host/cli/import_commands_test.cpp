@@ -66,8 +66,10 @@ TEST_F(BadFiles, AnotherEncodingThatNobodyHasSaidIsRefusedBeforeAnythingIsImport
                   .out,
               HasSubstr("Imported 1"));
 
-  const std::string wide{"C\0o\0d\0e\0\n\0001\0\n\0", 16};
-  EXPECT_EQ(Import("dircodes", wide).err,
+  const char wide[] =
+      "C\0o\0d\0e\0\n\0"
+      "1\0\n";
+  EXPECT_EQ(Import("dircodes", {wide, sizeof wide}).err,
             "qorhost: line 1 has zero bytes between its letters, as UTF-16 has, so nothing was "
             "imported: --encoding utf-16 reads it\n");
 }
