@@ -108,6 +108,18 @@ bool CommandSession::ToldTrial(const Outcome& outcome) {
   return true;
 }
 
+void CommandSession::TellDone(const Outcome& outcome, const std::function<ChangeReport()>& report,
+                              const std::function<void()>& print) {
+  if (ToldTrial(outcome) || !outcome.done()) {
+    return;
+  }
+  if (global_.json) {
+    Report(report());
+  } else {
+    print();
+  }
+}
+
 void CommandSession::Report(ChangeReport report) {
   report.trial = trial_ == Trial::kYes;
   if (report.trial) {

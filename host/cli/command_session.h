@@ -53,13 +53,21 @@ class CommandSession {
   /// then, and what the command would tell of what it has done is not so. Programs are told by
   /// Report() instead.
   [[nodiscard]] bool ToldTrial(const Outcome& outcome);
+  /// Tells of what is done: with --json what `report` makes, else `print` tells it. Of a trial it
+  /// tells what ToldTrial() does, of what is not done nothing.
+  void TellDone(const Outcome& outcome, const std::function<ChangeReport()>& report,
+                const std::function<void()>& print);
   /// Prints for programs what a command has changed; of a trial what it would, row by row.
   void Report(ChangeReport report);
   /// The rows that a trial would have changed, for programs; Null when it is none.
   void AddTried(JsonObject& facts);
   /// Asks a question of the host's own, as the controllers' are asked: true for Yes.
   [[nodiscard]] bool Asks(const std::string& question) { return operator_.Asks(question); }
-  /// The same; raises RefusedError unless the answer is Yes.
+  /// For what has to ask later. The session must outlive it.
+  [[nodiscard]] Consent Asking() {
+    return [this](const std::string& question) { return Asks(question); };
+  }
+  /// The same as Asks(); raises RefusedError unless the answer is Yes.
   void RequireConsent(const std::string& question);
   /// To be called before a deletion, which may ask nothing: with --no nothing is deleted all the
   /// same. Raises RefusedError then.

@@ -148,13 +148,9 @@ void PrintIssued(const IssuedCredentials& issued, const UnitName& unit, bool wit
   }
 }
 
-std::string NamesJoined(const std::vector<std::string>& names) {
-  return Displayable(fmt::format("{}", fmt::join(names, ", ")));
-}
-
 void PrintLosses(const AssignmentLosses& losses, Console& console) {
   if (!losses.holders.empty()) {
-    console.Remarks() << fmt::format("Without it now: {}.\n", NamesJoined(losses.holders));
+    console.Remarks() << fmt::format("Without it now: {}.\n", AllNames(losses.holders));
   }
   if (!losses.replaced.empty()) {
     console.Remarks() << fmt::format("Taken from the tenant: {}.\n", Displayable(losses.replaced));
@@ -168,6 +164,17 @@ void PrintEdited(const EditedCredential& edited, const UnitName& unit, Console& 
       "{} {}: {}{}{}.\n", NameOf(now), InUnit(unit), door, AssignmentText(now),
       edited.changed.unchanged ? ", as before; nothing was changed" : "");
   PrintLosses(edited.losses, console);
+}
+
+void PrintRenumbered(const ShownCredential& before, const ChangedCredential& renumbered,
+                     const UnitName& unit, Console& console) {
+  if (renumbered.unchanged) {
+    console.Remarks() << fmt::format("{} {}, has that number already; nothing was changed.\n",
+                                     NameOf(before), InUnit(unit));
+    return;
+  }
+  console.Remarks() << fmt::format("{} is {} now, {}.\n", Displayable(before.entry),
+                                   NameOf(renumbered.credential), InUnit(unit));
 }
 
 std::string NameOf(const NamedCredential& credential) {
@@ -215,37 +222,31 @@ void PrintReplaced(const ReplacedCredential& replaced, const CredentialReplaceOp
 
 /// Tells what became of the credentials, whether it was done or only tried.
 void TellEdited(CommandSession& session, const Outcome& outcome,
-                const std::vector<EditedCredential>& edited, const UnitName& unit, bool asJson,
+                const std::vector<EditedCredential>& edited, const UnitName& unit,
                 Console& console) {
-  if (session.ToldTrial(outcome) || !outcome.done()) {
-    return;
-  }
-  if (asJson) {
-    session.Report(ReportOnEdited(edited, unit));
-    return;
-  }
-  for (const EditedCredential& one : edited) {
-    PrintEdited(one, unit, console);
-  }
+  session.TellDone(
+      outcome, [&] { return ReportOnEdited(edited, unit); },
+      [&] {
+        for (const EditedCredential& one : edited) {
+          PrintEdited(one, unit, console);
+        }
+      });
 }
 
 void TellDeleted(CommandSession& session, const Outcome& outcome,
-                 const std::vector<ShownCredential>& deleted, const UnitName& unit, bool asJson,
+                 const std::vector<ShownCredential>& deleted, const UnitName& unit,
                  Console& console) {
-  if (session.ToldTrial(outcome) || !outcome.done()) {
-    return;
-  }
-  if (asJson) {
-    session.Report(ReportOnDeleted(deleted, unit));
-    return;
-  }
-  for (const ShownCredential& one : deleted) {
-    console.Remarks() << fmt::format("Deleted {} {}.\n", NameOf(one), InUnit(unit));
-  }
+  session.TellDone(
+      outcome, [&] { return ReportOnDeleted(deleted, unit); },
+      [&] {
+        for (const ShownCredential& one : deleted) {
+          console.Remarks() << fmt::format("Deleted {} {}.\n", NameOf(one), InUnit(unit));
+        }
+      });
 }
 
 ExitStatus EditOne(CommandSession& session, const UnitName& unit,
-                   const CredentialEditOptions& options, bool asJson, Console& console) {
+                   const CredentialEditOptions& options, Console& console) {
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   (void)desk.Select(options.credentials.front());
   EnterChange(desk, options.change);
@@ -261,23 +262,22 @@ ExitStatus EditOne(CommandSession& session, const UnitName& unit,
     console.err << fmt::format("qorhost: {} is {} now, {}.\n", NameOf(now), AssignmentText(now),
                                InUnit(unit));
   }
-  TellEdited(session, changed, {{changed, losses}}, unit, asJson, console);
+  TellEdited(session, changed, {{changed, losses}}, unit, console);
   return status;
 }
 
 ExitStatus EditSeveral(CommandSession& session, const UnitName& unit,
-                       const CredentialEditOptions& options, bool asJson, Console& console) {
+                       const CredentialEditOptions& options, Console& console) {
   std::vector<EditedCredential> edited;
-  const SeveralOutcome outcome = EditCredentials(
-      session.desks(), unit.key, options.credentials, options.change,
-      [&session](const std::string& question) { return session.Asks(question); }, edited);
+  const SeveralOutcome outcome = EditCredentials(session.desks(), unit.key, options.credentials,
+                                                 options.change, session.Asking(), edited);
   const ExitStatus status = TellSeveral(outcome, "credentials", console);
-  TellEdited(session, outcome, edited, unit, asJson, console);
+  TellEdited(session, outcome, edited, unit, console);
   return status;
 }
 
 ExitStatus DeleteCredential(CommandSession& session, const UnitName& unit,
-                            const std::string& credential, bool asJson, Console& console) {
+                            const std::string& credential, Console& console) {
   CredentialDesk desk(session.desks(), unit.key, DeskScreen::kCredentials);
   const ShownCredential chosen = desk.Select(credential);
   session.RequireDeletion();
@@ -286,19 +286,18 @@ ExitStatus DeleteCredential(CommandSession& session, const UnitName& unit,
   if (!deleted.done()) {
     console.err << fmt::format("qorhost: {} was not deleted {}.\n", NameOf(chosen), InUnit(unit));
   }
-  TellDeleted(session, deleted, {chosen}, unit, asJson, console);
+  TellDeleted(session, deleted, {chosen}, unit, console);
   return status;
 }
 
 ExitStatus DeleteSeveral(CommandSession& session, const UnitName& unit,
-                         const CredentialDeleteOptions& options, bool asJson, Console& console) {
+                         const CredentialDeleteOptions& options, Console& console) {
   session.RequireDeletion();
   std::vector<ShownCredential> deleted;
-  const SeveralOutcome outcome = DeleteCredentials(
-      session.desks(), unit.key, options.credentials,
-      [&session](const std::string& question) { return session.Asks(question); }, deleted);
+  const SeveralOutcome outcome =
+      DeleteCredentials(session.desks(), unit.key, options.credentials, session.Asking(), deleted);
   const ExitStatus status = TellSeveral(outcome, "credentials", console);
-  TellDeleted(session, outcome, deleted, unit, asJson, console);
+  TellDeleted(session, outcome, deleted, unit, console);
   return status;
 }
 
@@ -324,14 +323,9 @@ ExitStatus RunCredentialAdd(const GlobalOptions& global, const CredentialAddOpti
   EnterCredentials(desk, options.entry);
   const IssuedCredentials issued = desk.SaveNew(BarOn(console, global.trace));
   const ExitStatus status = TellChange(issued, "unit", console);
-  if (session.ToldTrial(issued)) {
-    return status;
-  }
-  if (issued.done() && global.json) {
-    session.Report(ReportOnIssued(issued, unit));
-  } else if (issued.done()) {
-    PrintIssued(issued, unit, withTenants, console);
-  }
+  session.TellDone(
+      issued, [&] { return ReportOnIssued(issued, unit); },
+      [&] { PrintIssued(issued, unit, withTenants, console); });
   return status;
 }
 
@@ -342,9 +336,8 @@ ExitStatus RunCredentialEdit(const GlobalOptions& global, const CredentialEditOp
   }
   CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
-  return options.credentials.size() == 1
-             ? EditOne(session, unit, options, global.json, console)
-             : EditSeveral(session, unit, options, global.json, console);
+  return options.credentials.size() == 1 ? EditOne(session, unit, options, console)
+                                         : EditSeveral(session, unit, options, console);
 }
 
 ExitStatus RunCredentialRenumber(const GlobalOptions& global,
@@ -356,18 +349,9 @@ ExitStatus RunCredentialRenumber(const GlobalOptions& global,
   const ShownCredential before = desk.Select(options.credential);
   const ChangedCredential renumbered = desk.Renumber(number);
   const ExitStatus status = TellChange(renumbered, "credential", console);
-  if (session.ToldTrial(renumbered)) {
-    return status;
-  }
-  if (renumbered.done() && global.json) {
-    session.Report(ReportOnRenumbered(before, renumbered, unit));
-  } else if (renumbered.unchanged) {
-    console.Remarks() << fmt::format("{} {}, has that number already; nothing was changed.\n",
-                                     NameOf(before), InUnit(unit));
-  } else if (renumbered.done()) {
-    console.Remarks() << fmt::format("{} is {} now, {}.\n", Displayable(before.entry),
-                                     NameOf(renumbered.credential), InUnit(unit));
-  }
+  session.TellDone(
+      renumbered, [&] { return ReportOnRenumbered(before, renumbered, unit); },
+      [&] { PrintRenumbered(before, renumbered, unit, console); });
   return status;
 }
 
@@ -397,8 +381,8 @@ ExitStatus RunCredentialDelete(const GlobalOptions& global, const CredentialDele
   CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
   return options.credentials.size() == 1
-             ? DeleteCredential(session, unit, options.credentials.front(), global.json, console)
-             : DeleteSeveral(session, unit, options, global.json, console);
+             ? DeleteCredential(session, unit, options.credentials.front(), console)
+             : DeleteSeveral(session, unit, options, console);
 }
 
 }  // namespace qorhost

@@ -129,18 +129,14 @@ void PrintEdited(const EditedDirCode& edited, const UnitName& unit, Console& con
 
 /// Tells what became of the codes, whether it was done or only tried.
 void TellEdited(CommandSession& session, const Outcome& outcome,
-                const std::vector<EditedDirCode>& edited, const UnitName& unit, bool asJson,
-                Console& console) {
-  if (session.ToldTrial(outcome) || !outcome.done()) {
-    return;
-  }
-  if (asJson) {
-    session.Report(ReportOnEdited(edited, unit));
-    return;
-  }
-  for (const EditedDirCode& one : edited) {
-    PrintEdited(one, unit, console);
-  }
+                const std::vector<EditedDirCode>& edited, const UnitName& unit, Console& console) {
+  session.TellDone(
+      outcome, [&] { return ReportOnEdited(edited, unit); },
+      [&] {
+        for (const EditedDirCode& one : edited) {
+          PrintEdited(one, unit, console);
+        }
+      });
 }
 
 ChangeReport ReportOnDeleted(const std::vector<DeletedDirCode>& deleted, const UnitName& unit) {
@@ -158,50 +154,67 @@ void PrintDeleted(const DeletedDirCode& deleted, const UnitName& unit, Console& 
   console.Remarks() << fmt::format("Deleted directory code {} {}.\n", NameOf(deleted.code),
                                    InUnit(unit));
   if (!deleted.tenants.empty()) {
-    console.Remarks() << fmt::format(
-        "Without it now: {}.\n", Displayable(fmt::format("{}", fmt::join(deleted.tenants, ", "))));
+    console.Remarks() << fmt::format("Without it now: {}.\n", AllNames(deleted.tenants));
   }
 }
 
 void TellDeleted(CommandSession& session, const Outcome& outcome,
-                 const std::vector<DeletedDirCode>& deleted, const UnitName& unit, bool asJson,
+                 const std::vector<DeletedDirCode>& deleted, const UnitName& unit,
                  Console& console) {
-  if (session.ToldTrial(outcome) || !outcome.done()) {
+  session.TellDone(
+      outcome, [&] { return ReportOnDeleted(deleted, unit); },
+      [&] {
+        for (const DeletedDirCode& one : deleted) {
+          PrintDeleted(one, unit, console);
+        }
+      });
+}
+
+ChangeReport ReportOnRenumbered(const ShownDirCode& before, const Outcome& renumbered,
+                                const ShownDirCode& now, const UnitName& unit) {
+  ChangeReport report = ReportOn(unit, !renumbered.unchanged);
+  if (report.stored) {
+    report.changed.push_back(Thing(now));
+  }
+  report.facts.Add("before", before.entry);
+  return report;
+}
+
+void PrintRenumbered(const ShownDirCode& before, const Outcome& renumbered, const ShownDirCode& now,
+                     const UnitName& unit, Console& console) {
+  if (renumbered.unchanged) {
+    console.Remarks() << fmt::format(
+        "Directory code {} {}, has that number already; nothing was changed.\n", NameOf(before),
+        InUnit(unit));
     return;
   }
-  if (asJson) {
-    session.Report(ReportOnDeleted(deleted, unit));
-    return;
-  }
-  for (const DeletedDirCode& one : deleted) {
-    PrintDeleted(one, unit, console);
-  }
+  console.Remarks() << fmt::format("Directory code {} is {} now, {}.\n", NameOf(before),
+                                   Displayable(now.entry), InUnit(unit));
 }
 
 ExitStatus EditOne(CommandSession& session, const UnitName& unit, const DirCodeEditOptions& options,
-                   bool asJson, Console& console) {
+                   Console& console) {
   DirCodeDesk desk(session.desks(), unit.key);
   const ShownDirCode code = desk.Select(options.choices.front());
   const std::vector<std::string> cleared = EnterDirCodeChange(desk, options.entry);
   const Outcome saved = desk.SaveEdited();
   const ExitStatus status = TellChange(saved, "directory code", console);
-  TellEdited(session, saved, {{code, cleared, saved.unchanged}}, unit, asJson, console);
+  TellEdited(session, saved, {{code, cleared, saved.unchanged}}, unit, console);
   return status;
 }
 
 ExitStatus EditSeveral(CommandSession& session, const UnitName& unit,
-                       const DirCodeEditOptions& options, bool asJson, Console& console) {
+                       const DirCodeEditOptions& options, Console& console) {
   std::vector<EditedDirCode> edited;
-  const SeveralOutcome outcome = EditDirCodes(
-      session.desks(), unit.key, options.choices, options.entry,
-      [&session](const std::string& question) { return session.Asks(question); }, edited);
+  const SeveralOutcome outcome = EditDirCodes(session.desks(), unit.key, options.choices,
+                                              options.entry, session.Asking(), edited);
   const ExitStatus status = TellSeveral(outcome, "directory codes", console);
-  TellEdited(session, outcome, edited, unit, asJson, console);
+  TellEdited(session, outcome, edited, unit, console);
   return status;
 }
 
 ExitStatus DeleteCode(CommandSession& session, const UnitName& unit, const std::string& choice,
-                      bool asJson, Console& console) {
+                      Console& console) {
   DirCodeDesk desk(session.desks(), unit.key);
   const ShownDirCode code = desk.Select(choice);
   const std::vector<std::string> tenants = TenantsShown(desk);
@@ -212,19 +225,18 @@ ExitStatus DeleteCode(CommandSession& session, const UnitName& unit, const std::
     console.err << fmt::format("qorhost: directory code {} was not deleted {}.\n", NameOf(code),
                                InUnit(unit));
   }
-  TellDeleted(session, deleted, {{code, tenants}}, unit, asJson, console);
+  TellDeleted(session, deleted, {{code, tenants}}, unit, console);
   return status;
 }
 
 ExitStatus DeleteSeveral(CommandSession& session, const UnitName& unit,
-                         const DirCodeDeleteOptions& options, bool asJson, Console& console) {
+                         const DirCodeDeleteOptions& options, Console& console) {
   session.RequireDeletion();
   std::vector<DeletedDirCode> deleted;
-  const SeveralOutcome outcome = DeleteDirCodes(
-      session.desks(), unit.key, options.choices,
-      [&session](const std::string& question) { return session.Asks(question); }, deleted);
+  const SeveralOutcome outcome =
+      DeleteDirCodes(session.desks(), unit.key, options.choices, session.Asking(), deleted);
   const ExitStatus status = TellSeveral(outcome, "directory codes", console);
-  TellDeleted(session, outcome, deleted, unit, asJson, console);
+  TellDeleted(session, outcome, deleted, unit, console);
   return status;
 }
 
@@ -292,8 +304,8 @@ ExitStatus RunDirCodeEdit(const GlobalOptions& global, const DirCodeEditOptions&
   }
   CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
-  return options.choices.size() == 1 ? EditOne(session, unit, options, global.json, console)
-                                     : EditSeveral(session, unit, options, global.json, console);
+  return options.choices.size() == 1 ? EditOne(session, unit, options, console)
+                                     : EditSeveral(session, unit, options, console);
 }
 
 ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumberOptions& options,
@@ -306,25 +318,9 @@ ExitStatus RunDirCodeRenumber(const GlobalOptions& global, const DirCodeRenumber
 
   const Outcome renumbered = desk.Renumber();
   const ExitStatus status = TellChange(renumbered, "directory code", console);
-  if (session.ToldTrial(renumbered)) {
-    return status;
-  }
-  if (renumbered.done() && global.json) {
-    ChangeReport report = ReportOn(unit, !renumbered.unchanged);
-    if (report.stored) {
-      report.changed.push_back(Thing(desk.Shown()));
-    }
-    report.facts.Add("before", before.entry);
-    session.Report(std::move(report));
-  } else if (renumbered.unchanged) {
-    console.Remarks() << fmt::format(
-        "Directory code {} {}, has that number already; nothing was "
-        "changed.\n",
-        NameOf(before), InUnit(unit));
-  } else if (renumbered.done()) {
-    console.Remarks() << fmt::format("Directory code {} is {} now, {}.\n", NameOf(before),
-                                     Displayable(desk.Shown().entry), InUnit(unit));
-  }
+  session.TellDone(
+      renumbered, [&] { return ReportOnRenumbered(before, renumbered, desk.Shown(), unit); },
+      [&] { PrintRenumbered(before, renumbered, desk.Shown(), unit, console); });
   return status;
 }
 
@@ -332,9 +328,8 @@ ExitStatus RunDirCodeDelete(const GlobalOptions& global, const DirCodeDeleteOpti
                             Console& console) {
   CommandSession session(global, Access::kChange, console, TrialOf(options.trial));
   const UnitName unit = session.UnitToChange();
-  return options.choices.size() == 1
-             ? DeleteCode(session, unit, options.choices.front(), global.json, console)
-             : DeleteSeveral(session, unit, options, global.json, console);
+  return options.choices.size() == 1 ? DeleteCode(session, unit, options.choices.front(), console)
+                                     : DeleteSeveral(session, unit, options, console);
 }
 
 }  // namespace qorhost

@@ -31,10 +31,8 @@ ExitStatus RunFind(const GlobalOptions& global, const FindOptions& options, Cons
   } else if (found.total == 0) {
     console.err << fmt::format(
         "qorhost: nothing found for '{}'{}\n", Displayable(text),
-        found.suggestions.empty()
-            ? std::string(".")
-            : fmt::format("; did you mean {}?",
-                          Displayable(fmt::format("{}", fmt::join(found.suggestions, ", ")))));
+        found.suggestions.empty() ? std::string(".")
+                                  : fmt::format("; did you mean {}?", AllNames(found.suggestions)));
   }
   return ExitStatus::kDone;
 }

@@ -17,10 +17,10 @@ ExitStatus RunOverview(const GlobalOptions& global, const OverviewOptions& optio
   const std::vector<UnitName> units = session.ChosenUnits();
   session.TellWhatIsMissing(units);
   DeskSession& desks = session.desks();
-  PrintedList printed{OverviewList(desks, units, options.within), OneUnit(global, units)};
+  const StoreOverview overview = OverviewOf(desks, units, options.within);
+  PrintedList printed{overview.list, OneUnit(global, units)};
   printed.page = [&](List answer, const ListQuery& asked) {
-    return OverviewPage(desks, units, OneUnit(global, units), options.within, std::move(answer),
-                        asked);
+    return PageOfOverview(desks, overview, OneUnit(global, units), std::move(answer), asked);
   };
   PrintList(global, options.asked, std::move(printed), session, console);
   return ExitStatus::kDone;

@@ -46,23 +46,18 @@ Value NumberOrNull(const std::optional<std::int32_t>& number) {
   return number ? Value(*number) : Value(Null{});
 }
 
-/// What is over or ends soon, of several units with the unit in front.
-List Endings(DeskSession& session, const std::vector<UnitName>& units, std::int32_t within) {
-  List all;
-  for (const UnitName& unit : units) {
-    List matters = AttentionList(session, unit.key, {session.Today(), within});
-    std::erase_if(matters.rows, [](const auto& row) {
-      const std::string reason = qorcred::TextOrEmpty(row.front());
-      return reason == attention::kNoCard || reason == attention::kNoCode ||
-             reason == attention::kFreeCard;
-    });
-    Append(all, units.size() > 1 ? WithUnit(std::move(matters), unit) : std::move(matters));
-  }
-  return all;
+/// Those that are about what is over or ends soon.
+List EndingsAmong(List matters) {
+  std::erase_if(matters.rows, [](const auto& row) {
+    const std::string reason = qorcred::TextOrEmpty(row.front());
+    return reason == attention::kNoCard || reason == attention::kNoCode ||
+           reason == attention::kFreeCard;
+  });
+  return matters;
 }
 
 /// So many in a chart that it has room on a sheet.
-PageSection CodesInUse(DeskSession& session, const std::vector<UnitName>& units) {
+PageSection CodesInUse(const std::vector<UnitUse>& units) {
   constexpr std::size_t kInChart = 24;
   PageSection section;
   section.heading = "Codes in use";
@@ -76,9 +71,7 @@ PageSection CodesInUse(DeskSession& session, const std::vector<UnitName>& units)
       description.clear();
     }
   };
-  for (const UnitName& unit : units) {
-    const std::int64_t used = UnitStatusOf(session, unit.key).CodesInUse();
-    const std::optional<std::int32_t> capacity = CapacityOf(session, unit.key);
+  for (const auto& [unit, used, capacity] : units) {
     description += fmt::format("{}Unit {}, {}: {} of {}", description.empty() ? "" : "; ", unit.key,
                                unit.name, used, capacity ? std::to_string(*capacity) : "unknown");
     bars.push_back({fmt::format("{}, {}", unit.key, unit.name), static_cast<double>(used),
@@ -117,48 +110,52 @@ PageSection Activity(DeskSession& session, const std::optional<UnitName>& unit) 
 
 }  // namespace
 
-List OverviewList(DeskSession& session, const std::vector<UnitName>& units, std::int32_t within) {
-  List list;
-  list.title = "Overview";
-  list.fields = {{"Unit", "unit", FieldKind::kNumber},
-                 {"Name", "name"},
-                 {"Tenants", "tenants", FieldKind::kNumber},
-                 {"Codes in use", "codes_in_use", FieldKind::kNumber},
-                 {"Capacity", "capacity", FieldKind::kNumber},
-                 {"Waiting steps", "waiting_steps", FieldKind::kNumber},
-                 {"Waiting since", "waiting_since", FieldKind::kDate, TimeOf::kPlace},
-                 {"Expired", "expired", FieldKind::kNumber},
-                 {"Expiring", "expiring", FieldKind::kNumber},
-                 {"Free cards", "free_cards", FieldKind::kNumber}};
+StoreOverview OverviewOf(DeskSession& session, const std::vector<UnitName>& units,
+                         std::int32_t within) {
+  StoreOverview overview;
+  overview.within = within;
+  overview.list.title = "Overview";
+  overview.list.fields = {{"Unit", "unit", FieldKind::kNumber},
+                          {"Name", "name"},
+                          {"Tenants", "tenants", FieldKind::kNumber},
+                          {"Codes in use", "codes_in_use", FieldKind::kNumber},
+                          {"Capacity", "capacity", FieldKind::kNumber},
+                          {"Waiting steps", "waiting_steps", FieldKind::kNumber},
+                          {"Waiting since", "waiting_since", FieldKind::kDate, TimeOf::kPlace},
+                          {"Expired", "expired", FieldKind::kNumber},
+                          {"Expiring", "expiring", FieldKind::kNumber},
+                          {"Free cards", "free_cards", FieldKind::kNumber}};
   for (const UnitName& unit : units) {
     const UnitStatus status = UnitStatusOf(session, unit.key);
+    const std::optional<std::int32_t> capacity = CapacityOf(session, unit.key);
     const std::vector<TenantRow> tenants = ReadTenants(session, unit.key);
     const TenantLinks links(session, unit.key);
-    const List matters =
-        AttentionList(session, unit.key, {session.Today(), within}, tenants, links);
-    list.rows.push_back(
+    List matters = AttentionList(session, unit.key, {session.Today(), within}, tenants, links);
+    overview.list.rows.push_back(
         {unit.key, unit.name, CountCell(tenants.size()), static_cast<double>(status.CodesInUse()),
-         NumberOrNull(CapacityOf(session, unit.key)), static_cast<double>(status.pendingSteps),
+         NumberOrNull(capacity), static_cast<double>(status.pendingSteps),
          WaitingSince(session, unit.key), CountOf(matters, attention::kExpired),
          CountOf(matters, attention::kExpiring), CountOf(matters, attention::kFreeCard)});
+    overview.use.push_back({unit, status.CodesInUse(), capacity});
+    List endings = EndingsAmong(std::move(matters));
+    Append(overview.endings,
+           units.size() > 1 ? WithUnit(std::move(endings), unit) : std::move(endings));
   }
-  return list;
+  return overview;
 }
 
-HtmlPage OverviewPage(DeskSession& session, const std::vector<UnitName>& units,
-                      const std::optional<UnitName>& unit, std::int32_t within, List rows,
-                      const ListQuery& asked) {
+HtmlPage PageOfOverview(DeskSession& session, const StoreOverview& overview,
+                        const std::optional<UnitName>& unit, List rows, const ListQuery& asked) {
   HtmlPage page = EmptyPage(session, "Overview", unit);
   PageSection atAGlance = SectionOf(std::move(rows), asked);
   atAGlance.heading = "At a glance";
   page.sections.push_back(std::move(atAGlance));
-  page.sections.push_back(CodesInUse(session, units));
+  page.sections.push_back(CodesInUse(overview.use));
   page.sections.push_back(Activity(session, unit));
-  List endings = Endings(session, units, within);
-  if (!endings.rows.empty()) {
-    PageSection ends = SectionOf(std::move(endings), {});
+  if (!overview.endings.rows.empty()) {
+    PageSection ends = SectionOf(overview.endings, {});
     ends.heading = fmt::format("Over, or ending within {}",
-                               Counted(static_cast<std::size_t>(within), "day", "days"));
+                               Counted(static_cast<std::size_t>(overview.within), "day", "days"));
     page.sections.push_back(std::move(ends));
   }
   return page;

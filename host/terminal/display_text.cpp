@@ -44,6 +44,10 @@ std::string DisplayableLines(std::string_view text) {
   return shown;
 }
 
+std::string AllNames(const std::vector<std::string>& names) {
+  return Displayable(fmt::format("{}", fmt::join(names, ", ")));
+}
+
 std::string SomeNames(const std::vector<std::string>& names) {
   constexpr std::size_t kMost = 10;
   const std::size_t told = std::min(names.size(), kMost);

@@ -15,6 +15,8 @@ namespace qorhost {
 /// A text of many lines, each as Displayable() shows it, its ends of lines kept.
 [[nodiscard]] std::string DisplayableLines(std::string_view text);
 
+/// The names with commas between them; displayable.
+[[nodiscard]] std::string AllNames(const std::vector<std::string>& names);
 /// As many names as a person reads, with commas between them, and how many more there are;
 /// displayable.
 [[nodiscard]] std::string SomeNames(const std::vector<std::string>& names);

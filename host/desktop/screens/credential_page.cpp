@@ -62,7 +62,7 @@ QString Described(const IssuedCredentials& issued) {
 }  // namespace
 
 CredentialPage::CredentialPage(Workplace& place)
-    : ScreenPage(place), ui_(std::make_unique<Ui::CredentialPage>()) {
+    : EntryPage(place), ui_(std::make_unique<Ui::CredentialPage>()) {
   ui_->setupUi(this);
   ConnectWidgets();
   OpenDesk();
@@ -79,12 +79,7 @@ void CredentialPage::OpenDesk() {
   binding_.reset();
   desk_.emplace(session(), place().unitKey(), DeskScreen::kCredentials);
   binding_.emplace(desk_->screen(), *this, UnseenControls());
-  binding_->OnEdit([this](QWidget& widget) {
-    entered_ = true;
-    if (mark().marked() == &widget) {
-      mark().Clear();
-    }
-  });
+  binding_->OnEdit([this](QWidget& widget) { NoteEdit(widget); });
   binding_->OnChoice("cboCredentials", [this](std::int32_t index) { ChooseCredential(index); });
 }
 
@@ -136,12 +131,8 @@ void CredentialPage::StartNew() {
 /// The screen as it opened, for new credentials.
 void CredentialPage::ShowOpened() {
   desk_->credentials().Select(0);
-  entered_ = false;
+  SetEntered(false);
   ShowMode();
-}
-
-bool CredentialPage::MayLeaveEntry() {
-  return !entered_ || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
 }
 
 void CredentialPage::Refresh() {
@@ -171,7 +162,7 @@ void CredentialPage::ChooseCredential(std::int32_t index) {
 
 void CredentialPage::ShowRow(std::int32_t rid) {
   desk_->SelectCredential(desk_->credentials().FindData(rid));
-  entered_ = false;
+  SetEntered(false);
   ShowMode();
 }
 
@@ -214,7 +205,7 @@ void CredentialPage::ShowWithEntry() {
     OpenDesk();
     fresh ? ShowOpened() : ShowRow(rid);
     entry.PutInto(desk_->screen());
-    entered_ = true;
+    SetEntered(true);
     binding_->Flush();
   });
 }
@@ -249,7 +240,7 @@ void CredentialPage::SaveEdited() {
     }
     return;
   }
-  entered_ = false;
+  SetEntered(false);
   place().Tell(changed.unchanged
                    ? tr("%1 is stored so already.").arg(ToQt(changed.credential.entry))
                    : tr("Saved %1.").arg(ToQt(changed.credential.entry)));

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "host/desks/credential_desk.h"
-#include "host/desktop/screens/screen_page.h"
+#include "host/desktop/screens/entry_page.h"
 
 namespace Ui {
 class CredentialPage;
@@ -14,7 +14,7 @@ class CredentialPage;
 
 namespace qorhost {
 
-class CredentialPage final : public ScreenPage {
+class CredentialPage final : public EntryPage {
   Q_OBJECT
 
  public:
@@ -22,7 +22,6 @@ class CredentialPage final : public ScreenPage {
   explicit CredentialPage(Workplace& place);
   ~CredentialPage() override;
 
-  [[nodiscard]] bool HasEntries() const override { return entered_; }
   void Refresh() override;
 
  protected:
@@ -44,12 +43,10 @@ class CredentialPage final : public ScreenPage {
   void Delete();
   [[nodiscard]] bool ConsentsToLosses();
   [[nodiscard]] bool isNew() const;
-  [[nodiscard]] bool MayLeaveEntry();
 
   std::unique_ptr<Ui::CredentialPage> ui_;
   std::optional<CredentialDesk> desk_;
   std::optional<ScreenBinding> binding_;
-  bool entered_ = false;
 };
 
 }  // namespace qorhost

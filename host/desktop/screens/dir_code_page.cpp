@@ -9,7 +9,6 @@
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/list_entries.h"
 #include "host/desktop/binding/qt_text.h"
-#include "host/desktop/running/messages.h"
 #include "host/desktop/screens/kept_entry.h"
 #include "host/desktop/screens/list_finder.h"
 
@@ -44,7 +43,7 @@ constexpr std::array<std::string_view, 16> kEntered{
 }  // namespace
 
 DirCodePage::DirCodePage(Workplace& place)
-    : ScreenPage(place), ui_(std::make_unique<Ui::DirCodePage>()) {
+    : EntryPage(place), ui_(std::make_unique<Ui::DirCodePage>()) {
   ui_->setupUi(this);
   ConnectWidgets();
   OpenDesk();
@@ -66,10 +65,7 @@ void DirCodePage::OpenDesk() {
     if (&widget == ui_->lstTenants) {
       return;  // looking at a tenant enters nothing
     }
-    entered_ = true;
-    if (mark().marked() == &widget) {
-      mark().Clear();
-    }
+    NoteEdit(widget);
   });
   binding_->OnChoice("cbodirectorycode", [this](std::int32_t index) { ChooseCode(index); });
 }
@@ -116,12 +112,8 @@ void DirCodePage::StartNew() {
 void DirCodePage::ShowOpened() {
   desk_->codes().Select(0);
   TickForNewCode(desk_->screen());
-  entered_ = false;
+  SetEntered(false);
   ShowMode();
-}
-
-bool DirCodePage::MayLeaveEntry() {
-  return !entered_ || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
 }
 
 void DirCodePage::Refresh() {
@@ -151,7 +143,7 @@ void DirCodePage::ChooseCode(std::int32_t index) {
 
 void DirCodePage::ShowRow(std::int32_t rid) {
   (void)desk_->Select(fmt::format("rid:{}", rid));
-  entered_ = false;
+  SetEntered(false);
   ShowMode();
 }
 
@@ -163,7 +155,7 @@ void DirCodePage::Save() {
 bool DirCodePage::ShowsAgain(const Outcome& outcome) {
   binding_->Flush();
   if (Tell(outcome, "directory code", desk_->screen())) {
-    entered_ = false;
+    SetEntered(false);
     return true;
   }
   if (outcome.ending == Ending::kStale) {
@@ -186,7 +178,7 @@ void DirCodePage::ShowWithEntry() {
       ShowRow(rid);
     }
     entry.PutInto(desk_->screen());
-    entered_ = true;
+    SetEntered(true);
     binding_->Flush();
   });
 }

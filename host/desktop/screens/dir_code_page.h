@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "host/desks/dir_code_desk.h"
-#include "host/desktop/screens/screen_page.h"
+#include "host/desktop/screens/entry_page.h"
 
 namespace Ui {
 class DirCodePage;
@@ -13,7 +13,7 @@ class DirCodePage;
 
 namespace qorhost {
 
-class DirCodePage final : public ScreenPage {
+class DirCodePage final : public EntryPage {
   Q_OBJECT
 
  public:
@@ -21,7 +21,6 @@ class DirCodePage final : public ScreenPage {
   explicit DirCodePage(Workplace& place);
   ~DirCodePage() override;
 
-  [[nodiscard]] bool HasEntries() const override { return entered_; }
   void Refresh() override;
 
  protected:
@@ -43,12 +42,10 @@ class DirCodePage final : public ScreenPage {
   void ShowWithEntry();
   [[nodiscard]] bool ShowsAgain(const Outcome& outcome);
   [[nodiscard]] bool isNew();
-  [[nodiscard]] bool MayLeaveEntry();
 
   std::unique_ptr<Ui::DirCodePage> ui_;
   std::optional<DirCodeDesk> desk_;
   std::optional<ScreenBinding> binding_;
-  bool entered_ = false;
 };
 
 }  // namespace qorhost

@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "frame/date.h"
+#include "host/desks/attention_list.h"
 #include "host/desks/expiring.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/unit_settings.h"
@@ -19,8 +20,6 @@
 namespace qorhost {
 
 namespace {
-
-constexpr std::int32_t kSoon = 30;  // days
 
 QString DayText(qorcred::Date date) {
   const qorcred::CivilTime civil = qorcred::ToCivil(date);
@@ -111,7 +110,7 @@ void OverviewPage::ShowExpiring() {
   for (const UnitName& unit : session().Units()) {
     names[unit.key] = UnitText(unit);
   }
-  const std::vector<ExpiringPeriod> found = ExpiringWithin(session(), kSoon);
+  const std::vector<ExpiringPeriod> found = ExpiringWithin(session(), kUsualSoon);
   ui_->expiring->setRowCount(static_cast<int>(found.size()));
   int row = 0;
   for (const ExpiringPeriod& period : found) {

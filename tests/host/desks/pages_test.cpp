@@ -53,7 +53,7 @@ TEST_F(PagesTest, AListTellsWhatItIsOfAndWhatWasAskedFor) {
 TEST_F(PagesTest, TheOverviewHasARowForEveryUnit) {
   Run("UPDATE Tenants SET ACTIVETENANT=-1, ACTIVEENDTIME='2026-01-30 23:59:59' WHERE RID=62");
   Run("UPDATE Tenants SET ACTIVETENANT=-1, ACTIVEENDTIME='2026-02-05 23:59:59' WHERE RID=63");
-  const List list = OverviewList(session(), session().Units(), 30);
+  const List list = OverviewOf(session(), session().Units(), 30).list;
   ASSERT_THAT(list.rows, SizeIs(3));
   EXPECT_EQ(list.rows[1][0], Value(2));
   EXPECT_EQ(list.rows[1][2], Value(75.0)) << "tenants";
@@ -61,12 +61,12 @@ TEST_F(PagesTest, TheOverviewHasARowForEveryUnit) {
   EXPECT_EQ(list.rows[1][4], Value(2000)) << "capacity";
   EXPECT_EQ(list.rows[1][7], Value(1.0)) << "expired";
   EXPECT_EQ(list.rows[1][8], Value(1.0)) << "expiring";
-  EXPECT_EQ(OverviewList(session(), session().Units(), 4).rows[1][8], Value(0.0));
+  EXPECT_EQ(OverviewOf(session(), session().Units(), 4).list.rows[1][8], Value(0.0));
 }
 
 TEST_F(PagesTest, TheOverviewTellsSinceWhenStepsWait) {
   Run("DELETE FROM ProgramSteps");
-  const auto since = [&] { return OverviewList(session(), session().Units(), 30).rows[1][6]; };
+  const auto since = [&] { return OverviewOf(session(), session().Units(), 30).list.rows[1][6]; };
   EXPECT_TRUE(since().Is(qorcred::ValueType::kNull));
   session().sql().steps().Queue(kUnit, step::kProgramTenant, 62);
   EXPECT_EQ(ShownText(since()), "2026-01-31 14:05:09");
@@ -75,8 +75,8 @@ TEST_F(PagesTest, TheOverviewTellsSinceWhenStepsWait) {
 TEST_F(PagesTest, TheOverviewDrawsWhatItSays) {
   Run("UPDATE Tenants SET ACTIVETENANT=-1, ACTIVEENDTIME='2026-01-30 23:59:59' WHERE RID=62");
   const std::vector<UnitName> units = session().Units();
-  const List list = OverviewList(session(), units, 30);
-  const HtmlPage page = OverviewPage(session(), units, {}, 30, list, {});
+  const StoreOverview overview = OverviewOf(session(), units, 30);
+  const HtmlPage page = PageOfOverview(session(), overview, {}, overview.list, {});
   ASSERT_THAT(page.sections, SizeIs(4));
   EXPECT_THAT(page.sections[1].charts, SizeIs(1));
   EXPECT_THAT(page.sections[2].charts, SizeIs(1));
@@ -90,7 +90,7 @@ TEST_F(PagesTest, TheOverviewDrawsWhatItSays) {
 
 TEST_F(PagesTest, AChartHasNoMoreUnitsThanASheetHolds) {
   const std::vector<UnitName> units(25, UnitName{2, "Linden Park"});
-  const HtmlPage page = OverviewPage(session(), units, {}, 0, {}, {});
+  const HtmlPage page = PageOfOverview(session(), OverviewOf(session(), units, 0), {}, {}, {});
   EXPECT_THAT(page.sections[1].charts, SizeIs(2));
 }
 

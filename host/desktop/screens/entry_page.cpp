@@ -1,0 +1,18 @@
+#include "host/desktop/screens/entry_page.h"
+
+#include "host/desktop/running/messages.h"
+
+namespace qorhost {
+
+void EntryPage::NoteEdit(const QWidget& widget) {
+  entered_ = true;
+  if (mark().marked() == &widget) {
+    mark().Clear();
+  }
+}
+
+bool EntryPage::MayLeaveEntry() {
+  return !entered_ || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
+}
+
+}  // namespace qorhost

@@ -1,0 +1,28 @@
+// What the screens in which something is entered and saved have in common.
+#pragma once
+
+#include "host/desktop/screens/screen_page.h"
+
+namespace qorhost {
+
+/// Remembers whether something was entered and not stored.
+class EntryPage : public ScreenPage {
+  Q_OBJECT
+
+ public:
+  using ScreenPage::ScreenPage;
+
+  [[nodiscard]] bool HasEntries() const override { return entered_; }
+
+ protected:
+  /// To be told of every edit: the widget's fault, when it has one, is shown no more.
+  void NoteEdit(const QWidget& widget);
+  void SetEntered(bool entered) { entered_ = entered; }
+  /// Asks where something was entered; true when it may be left.
+  [[nodiscard]] bool MayLeaveEntry();
+
+ private:
+  bool entered_ = false;
+};
+
+}  // namespace qorhost
