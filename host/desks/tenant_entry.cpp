@@ -6,6 +6,7 @@
 
 #include "frame/convert.h"
 #include "frame/text.h"
+#include "host/desks/door_schedules.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/row_names.h"
@@ -149,24 +150,9 @@ std::int32_t FindSchedule(const TenantLinks& links, std::string_view field,
 }
 
 void TenantEntry::SetSchedules(const std::string& given) {
-  std::string_view rest = given;
-  std::size_t door = 0;
-  for (bool more = true; more; ++door) {
-    if (door == kTenantDoors) {
-      throw InputFault(field::kSchedules, given,
-                       "{field} takes at most four schedules, one for each door");
-    }
-    const std::size_t comma = rest.find(',');
-    const std::string_view schedule = qorcred::Trim(rest.substr(0, comma));
-    if (schedule.empty()) {
-      throw InputFault(field::kSchedules, given,
-                       "{field} '{value}' has an empty schedule: name one for every door up to the "
-                       "last that you name, as in 'Full Access,1'");
-    }
+  ForEachDoor(field::kSchedules, given, [this](std::size_t door, std::string_view schedule) {
     schedules[door] = std::string(schedule);
-    more = comma != std::string_view::npos;
-    rest.remove_prefix(more ? comma + 1 : rest.size());
-  }
+  });
 }
 
 bool TenantEntry::IsEmpty() const {

@@ -158,6 +158,24 @@ TEST_F(HistoryTest, ShowsTheFieldsBeforeAndAfter) {
   EXPECT_EQ(TextOrEmpty(table.rows[0][6]), "Berg");
 }
 
+TEST_F(HistoryTest, TellsEachRowThatAnEntryTouchedOnce) {
+  const std::string entry =
+      Work("several", {"UPDATE Tenants SET LastName='Berg', FirstName='Ida' WHERE RID=62",
+                       "DELETE FROM DirectoryCode WHERE RID=13",
+                       "INSERT INTO TenantGroup (UnitKey, IsGroupZero) VALUES (2, False)"});
+  std::vector<std::string> told;
+  for (const TouchedRow& row : RowsTouched(session(), EntryOf(session(), entry).entry)) {
+    const char* const kind = row.kind == RowChangeKind::kInserted  ? "new "
+                             : row.kind == RowChangeKind::kDeleted ? "deleted "
+                                                                   : "changed ";
+    told.push_back(
+        kind + row.table +
+        (row.kind == RowChangeKind::kInserted ? std::string() : " " + std::to_string(row.rid)));
+  }
+  EXPECT_THAT(told,
+              ElementsAre("changed Tenants 62", "deleted DirectoryCode 13", "new TenantGroup"));
+}
+
 TEST_F(HistoryTest, AnEntryThatIsNotThereIsAFault) {
   EXPECT_EQ(FieldAtFault([&] { (void)EntryOf(session(), "9999"); }), history_input::kEntry);
   EXPECT_EQ(FieldAtFault([&] { (void)EntryOf(session(), "twelve"); }), history_input::kEntry);
