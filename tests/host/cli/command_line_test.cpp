@@ -249,6 +249,11 @@ TEST_F(CommandLine, AFileThatIsNoDatabaseIsAFailureAndStaysAsItIs) {
   EXPECT_EQ(word, "these");
 }
 
+TEST_F(CommandLine, TheTourNeedsNoStoreAndLeavesNone) {
+  EXPECT_EQ(Run({"tour"}).status, 0);
+  EXPECT_FALSE(std::filesystem::exists(File("building.db")));
+}
+
 TEST_F(CommandLine, HelpIsEverywhereWithExamples) {
   const std::vector<std::vector<std::string>> commands = {{},
                                                           {"init"},
