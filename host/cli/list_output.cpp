@@ -58,7 +58,7 @@ void PrintTo(const GlobalOptions& global, const OutputOptions& output, std::size
     print(console.out);
     return;
   }
-  WriteFileOfTo(output.to, output.force, global, print);
+  WriteFileOfTo({output.to, output.force}, global, print);
   if (global.json || output.format == "json") {
     PrintJsonObject(console.out, {{"rows", CountCell(rows)}, {"file", output.to}});
   } else {

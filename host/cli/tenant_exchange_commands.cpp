@@ -44,7 +44,7 @@ ExitStatus RunTenantExport(const GlobalOptions& global, const TenantExportOption
     print(console.out);
     return ExitStatus::kDone;
   }
-  WriteFileOfTo(options.to, options.force, global, print);
+  WriteFileOfTo({options.to, options.force}, global, print);
   if (global.json) {
     PrintJsonObject(
         console.out,

@@ -36,11 +36,11 @@ void WriteUnlessTried(const FileToWrite& file, std::string_view advice,
   }
 }
 
-void WriteFileOfTo(const std::string& to, bool force, const GlobalOptions& global,
+void WriteFileOfTo(const FileToWrite& file, const GlobalOptions& global,
                    const std::function<void(std::ostream&)>& print) {
-  RequireNoTraceIn(to, "--to", global);
-  AdvisingOnExisting(kAdviceOnTo, [&] {
-    WriteWholeFile(to, {StandingOf(force), FilesOfStore(global.file)}, print);
+  RequireNoTraceIn(file.place, "--to", global);
+  WriteUnlessTried(file, kAdviceOnTo, [&](Standing existing) {
+    WriteWholeFile(file.place, {existing, FilesOfStore(global.file)}, print);
   });
 }
 

@@ -54,7 +54,7 @@ void WriteUnlessTried(const FileToWrite& file, std::string_view advice,
 
 /// Writes the file of --to, whole or not at all, and over nothing of the store. Raises UsageError,
 /// RefusedError for a file that is there and may not be replaced, and FileError.
-void WriteFileOfTo(const std::string& to, bool force, const GlobalOptions& global,
+void WriteFileOfTo(const FileToWrite& file, const GlobalOptions& global,
                    const std::function<void(std::ostream&)>& print);
 
 }  // namespace qorhost
