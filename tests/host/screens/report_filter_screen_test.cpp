@@ -34,8 +34,8 @@ TEST(ReportFilterScreenTest, HasAtLeastFiveRows) {
       EXPECT_EQ(screen->Get<ControlArrayModel>(name).size(), 5U) << name;
     }
   }
-  EXPECT_EQ(qorhost::MakeReportFilterScreen(6, kFilterDay)->Get<ControlArrayModel>("cboType").size(),
-            6U);
+  EXPECT_EQ(
+      qorhost::MakeReportFilterScreen(6, kFilterDay)->Get<ControlArrayModel>("cboType").size(), 6U);
 }
 
 TEST(ReportFilterScreenTest, OpensEmptyWithTodayChosen) {
