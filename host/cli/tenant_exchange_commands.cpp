@@ -54,7 +54,9 @@ ExitStatus RunTenantExport(const GlobalOptions& global, const TenantExportOption
   const UnitName unit = session.ChosenUnit();
   const Table table = ExportedTenants(session.desks(), unit.key);
   if (options.to == kStandardStream) {
-    PrintCsv(console.out, table, DelimiterOf(options.delimiter).value_or(','));
+    PrintRaw(console, [&](std::ostream& out) {
+      PrintCsv(out, table, DelimiterOf(options.delimiter).value_or(','));
+    });
     return ExitStatus::kDone;
   }
   Write(table, global, options);

@@ -99,9 +99,10 @@ constexpr std::array kWrong{
     Wrong{"changed code without a step",
           "SELECT DIRECTORYCODE FROM DirectoryCode D WHERE MODIFIED IN (1, 2) AND NOT EXISTS "
           "(SELECT 1 FROM ProgramSteps S WHERE S.UnitKey = D.UNITKEY AND S.SubjectRID = D.RID AND "
+          "S.Sent = 0 AND "
           "S.Kind IN ('program directory code', 'change directory code'))"},
     Wrong{"step without a changed code",
-          "SELECT Kind || ' ' || SubjectRID FROM ProgramSteps S WHERE "
+          "SELECT Kind || ' ' || SubjectRID FROM ProgramSteps S WHERE S.Sent = 0 AND "
           "Kind IN ('program directory code', 'change directory code') AND NOT EXISTS "
           "(SELECT 1 FROM DirectoryCode D WHERE D.RID = S.SubjectRID AND D.MODIFIED IN (1, 2))"},
     Wrong{"step that deletes a code that is there",
