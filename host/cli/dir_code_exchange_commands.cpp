@@ -227,6 +227,7 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
   if (global.json) {
     PrintJsonObject(console.out, {{"unit", chosen.key},
                                   {"file", options.to},
+                                  {"dry_run", options.trial},
                                   {"directory_codes", CountCell(unit.codes.size())}});
     return ExitStatus::kDone;
   }

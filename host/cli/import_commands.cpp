@@ -214,8 +214,8 @@ void PrintReportAsJson(const ImportReport& report, const ImportCommand& command,
       lines.rows.push_back({CountCell(remark.line), Displayable(report.TextOf(remark))});
     }
   }
-  std::vector<std::pair<std::string, qorcred::Value>> members{{"unit", unit.key},
-                                                              {"done", CountCell(report.done)}};
+  std::vector<std::pair<std::string, qorcred::Value>> members{
+      {"unit", unit.key}, {"dry_run", report.dryRun}, {"done", CountCell(report.done)}};
   if (command.passesOver) {
     members.emplace_back("unchanged", CountCell(report.unchanged));
   }

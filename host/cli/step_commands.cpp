@@ -36,6 +36,7 @@ ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options
     PrintJsonObject(console.out,
                     {{"unit", unit.key},
                      {"file", options.to},
+                     {"dry_run", options.trial},
                      {"steps", CountCell(file.count())},
                      {"last_step", file.last() ? Value(*file.last()) : Value(qorcred::Null{})}});
     return ExitStatus::kDone;

@@ -41,7 +41,7 @@ ExitStatus RunTenantExport(const GlobalOptions& global, const TenantExportOption
     PrintCsv(out, table, DelimiterOf(options.delimiter).value_or(','));
   };
   if (options.to == kStandardStream) {
-    print(console.out);
+    PrintRaw(console, print);
     return ExitStatus::kDone;
   }
   WriteFileOfTo({options.to, options.force}, global, print);

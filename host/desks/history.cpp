@@ -256,6 +256,7 @@ ChainHead ReadHead(std::string_view given) {
 
 std::vector<std::string> FaultsOfHistory(DeskSession& session,
                                          const std::vector<ChainHead>& noted) {
+  const Undoable oneState(session.sql().look());
   AuditLog& audit = session.sql().audit();
   std::vector<std::string> faults;
   for (const ChainFault& fault : audit.Check()) {

@@ -242,6 +242,7 @@ class TenantExport {
 }  // namespace
 
 Table ExportedTenants(DeskSession& session, std::int32_t unitKey) {
+  const Undoable oneState(session.sql().look());
   return TenantExport(session, unitKey).Run();
 }
 
