@@ -57,7 +57,8 @@ std::vector<std::string> SelectsOfContent(sqlite::Database& database) {
        Column(database,
               "SELECT name FROM sqlite_schema WHERE type='table' AND (name NOT LIKE "
               "'sqlite!_%' ESCAPE '!' OR name = 'sqlite_sequence') AND name NOT IN "
-              "('AuditRows', 'StoreSeal') ORDER BY name")) {
+              "('AuditRows', 'StoreSeal', 'UnitVersions') OR name = 'CurrentVersions' ORDER BY "
+              "name")) {
     std::string cells;
     for (const std::string& column :
          Column(database, fmt::format("SELECT name FROM pragma_table_info('{}') WHERE lower(name) "
@@ -111,7 +112,7 @@ constexpr std::array kWrong{
           "NULL AND Previous IS NOT (SELECT max(RID) FROM AuditEntries B WHERE B.RID < A.RID AND "
           "(B.UnitKey = A.UnitKey OR B.UnitKey IS NULL))"},
     Wrong{"version that is not the last entry's",
-          "SELECT UnitKey FROM UnitVersions V WHERE Entry IS NOT (SELECT max(RID) FROM "
+          "SELECT UnitKey FROM CurrentVersions V WHERE Entry IS NOT (SELECT max(RID) FROM "
           "AuditEntries A WHERE A.UnitKey = V.UnitKey OR A.UnitKey IS NULL)"},
     Wrong{"entry without rows", "SELECT RID FROM AuditEntries WHERE Rows=''"},
     Wrong{"damage",

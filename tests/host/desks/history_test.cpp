@@ -1,6 +1,7 @@
 // The history of a store and work that is taken back.
 #include "host/desks/history.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include "host/desks/history_undo.h"
@@ -324,8 +325,9 @@ TEST_F(HistoryTest, EntriesThatWereRemovedFromTheEndAreFoundByANotedHead) {
   std::erase_if(noted, [](const ChainHead& head) { return head.unitKey != kUnit; });
   Run("DELETE FROM AuditEntries WHERE RID=" + entry);
   for (const ChainHead& head : before) {
-    Run("UPDATE UnitVersions SET Entry=" + std::to_string(head.entry) +
-        " WHERE UnitKey=" + std::to_string(head.unitKey));
+    for (const char* table : {"UnitVersions", "StoreSeal"}) {
+      Run(fmt::format("UPDATE {} SET Entry={} WHERE UnitKey={}", table, head.entry, head.unitKey));
+    }
   }
   EXPECT_THAT(FaultsOfHistory(session(), {}), IsEmpty());
   EXPECT_THAT(FaultsOfHistory(session(), noted),
