@@ -251,7 +251,8 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
   if (global.json) {
     PrintJsonObject(console.out, {{"unit", chosen.key},
                                   {"file", options.to},
-                                  {"directory_codes", CountCell(unit.codes.size())}});
+                                  {"directory_codes", CountCell(unit.codes.size())},
+                                  {"dry_run", options.trial}});
     return ExitStatus::kDone;
   }
   const std::string what =

@@ -58,7 +58,8 @@ ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options
                     {{"unit", unit.key},
                      {"file", options.to},
                      {"steps", CountCell(file.count())},
-                     {"last_step", file.last() ? Value(*file.last()) : Value(qorcred::Null{})}});
+                     {"last_step", file.last() ? Value(*file.last()) : Value(qorcred::Null{})},
+                     {"dry_run", options.trial}});
     return ExitStatus::kDone;
   }
   if (options.trial) {

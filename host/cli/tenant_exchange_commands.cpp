@@ -35,12 +35,21 @@ TenantImportRules Complete(const ImportRules& rules, const TenantImportOptions& 
   return complete;
 }
 
+/// Raises RefusedError for a file that is there already, unless it is to be replaced. A trial
+/// writes nothing.
 void Write(const Table& table, const GlobalOptions& global, const TenantExportOptions& options) {
+  constexpr std::string_view kAdvice = "name another file with --to, or replace it with --force";
+  if (options.trial) {
+    if (!options.force && options.to != kStandardStream) {
+      RequireNoFile(options.to, kAdvice);
+    }
+    return;
+  }
   if (global.traceFile && AreOneFile(*global.traceFile, options.to)) {
     throw UsageError("--to and --trace-file name the same file: name another one");
   }
   const char delimiter = DelimiterOf(options.delimiter).value_or(',');
-  AdvisingOnExisting("name another file with --to, or replace it with --force", [&] {
+  AdvisingOnExisting(kAdvice, [&] {
     WriteWholeFile(
         options.to,
         {options.force ? Standing::kReplaced : Standing::kStays, FilesOfStore(global.file)},
@@ -53,20 +62,25 @@ ExitStatus RunTenantExport(const GlobalOptions& global, const TenantExportOption
   CommandSession session(global, Access::kRead, console);
   const UnitName unit = session.ChosenUnit();
   const Table table = ExportedTenants(session.desks(), unit.key);
-  if (options.to == kStandardStream) {
+  if (options.to == kStandardStream && !options.trial) {
     PrintCsv(console.out, table, DelimiterOf(options.delimiter).value_or(','));
     return ExitStatus::kDone;
   }
   Write(table, global, options);
   if (global.json) {
-    PrintJsonObject(
-        console.out,
-        {{"unit", unit.key}, {"lines", CountCell(table.rows.size())}, {"file", options.to}});
+    PrintJsonObject(console.out, {{"unit", unit.key},
+                                  {"lines", CountCell(table.rows.size())},
+                                  {"file", options.to},
+                                  {"dry_run", options.trial}});
+    return ExitStatus::kDone;
+  }
+  const std::string what = fmt::format(
+      "{} to {}: the tenants {}, and the cards and directory codes that nobody has.",
+      Counted(table.rows.size(), "line", "lines"), Displayable(options.to), InUnit(unit));
+  if (options.trial) {
+    console.out << "Would write " << what << " Nothing was written.\n";
   } else {
-    console.Remarks() << fmt::format(
-        "Wrote {} to {}: the tenants {}, and the cards and directory codes "
-        "that nobody has.\n",
-        Counted(table.rows.size(), "line", "lines"), Displayable(options.to), InUnit(unit));
+    console.Remarks() << "Wrote " << what << '\n';
   }
   return ExitStatus::kDone;
 }
@@ -111,6 +125,7 @@ void DescribeTenantExchange(CommandPlace tenants, const GlobalOptions& global,
         return known ? std::string() : fmt::format("'{}' is none of , ; tab", word);
       });
   out->add_flag("--force", exported.force, "Replace a file that is there already");
+  DescribeTrial(*out, exported.trial);
 }
 
 }  // namespace qorhost

@@ -163,7 +163,10 @@ void TenantEntry::SetSchedules(const std::string& given) {
                        "{field} '{value}' has an empty schedule: name one for every door up to the "
                        "last that you name, as in 'Full Access,1'");
     }
-    schedules[door] = std::string(schedule);
+    if (!schedules[door]) {
+      schedules[door] = std::string(schedule);
+      scheduleInputs[door] = field::kSchedules;
+    }
     more = comma != std::string_view::npos;
     rest.remove_prefix(more ? comma + 1 : rest.size());
   }
@@ -211,7 +214,7 @@ void TenantValues::ReadLinks(DeskSession& session, std::int32_t unitKey, const T
   }
   for (std::size_t door = 0; door < kTenantDoors; ++door) {
     if (entry.schedules[door]) {
-      schedules_[door] = FindSchedule(links, field::kSchedules, *entry.schedules[door]);
+      schedules_[door] = FindSchedule(links, entry.scheduleInputs[door], *entry.schedules[door]);
     }
   }
   if (entry.code) {
