@@ -6,6 +6,7 @@
 
 #include "frame/convert.h"
 #include "host/cli/change_report.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/history_undo.h"
 #include "host/desks/words.h"
 #include "host/terminal/display_text.h"
@@ -39,25 +40,26 @@ void AddRowsOf(const UndoneWork& undone, DeskSession& session, ChangeReport& rep
   }
 }
 
-ChangeReport ReportOn(const std::vector<UndoneWork>& undone, DeskSession& session) {
+ChangeReport ReportOn(const Undoing& undone, DeskSession& session) {
   ChangeReport report;
-  const WorkEntry& first = undone.front().entry;
-  const bool isOneUnit = std::all_of(undone.begin(), undone.end(), [&first](const UndoneWork& one) {
+  const std::vector<UndoneWork>& all = undone.entries;
+  const WorkEntry& first = all.front().entry;
+  const bool isOneUnit = std::all_of(all.begin(), all.end(), [&first](const UndoneWork& one) {
     return one.entry.unitKey == first.unitKey;
   });
   if (isOneUnit && first.unitKey) {
     report.unit = *first.unitKey;
   }
-  report.stored = undone.front().written;
+  report.stored = undone.written;
   report.trial = !report.stored;
   std::size_t rows = 0;
-  for (const UndoneWork& one : undone) {
+  for (const UndoneWork& one : all) {
     AddRowsOf(one, session, report);
     rows += one.rows;
   }
   report.facts
-      .Add("entry", undone.size() == 1 ? qorcred::Value(static_cast<double>(first.entry))
-                                       : qorcred::Value(qorcred::Null{}))
+      .Add("entry", all.size() == 1 ? qorcred::Value(static_cast<double>(first.entry))
+                                    : qorcred::Value(qorcred::Null{}))
       .Add("rows", CountCell(rows));
   return report;
 }
@@ -111,18 +113,20 @@ ExitStatus RunHistoryUndo(const GlobalOptions& global, const HistoryOptions& opt
           fmt::format("{} concerns the whole store. Undo it?", DescriptionOf(entry)));
     }
   }
-  const std::vector<UndoneWork> undone =
-      UndoEntries(session.desks(), options.entries, TrialOf(options.trial));
-  console.stored = undone.front().written;
+  const Undoing undone = UndoEntries(session.desks(), options.entries, TrialOf(options.trial));
+  if (!undone.done()) {
+    throw RefusedError(undone.reason);
+  }
+  console.stored = undone.written;
   if (global.json) {
     PrintChange(console.out, ReportOn(undone, session.desks()));
     return ExitStatus::kDone;
   }
-  for (const UndoneWork& one : undone) {
-    (one.written ? console.Remarks() : console.out)
-        << Displayable(DescriptionOf(one.entry)) << (one.written ? " undone" : " can be undone")
+  for (const UndoneWork& one : undone.entries) {
+    (undone.written ? console.Remarks() : console.out)
+        << Displayable(DescriptionOf(one.entry)) << (undone.written ? " undone" : " can be undone")
         << InUnitOf(one.entry, session.desks()) << ": " << Counted(one.rows, "row", "rows")
-        << (one.written ? " as before\n" : "; nothing was changed\n");
+        << (undone.written ? " as before\n" : "; nothing was changed\n");
   }
   return ExitStatus::kDone;
 }

@@ -31,6 +31,13 @@ std::string FormatOfFile(const std::string& file) {
       return std::string(format);
     }
   }
+  if (qorcred::CompareIgnoringCase(ending, ".pdf") == 0) {
+    throw UsageError(
+        fmt::format("--to '{}': no PDF is written here: write a page with a name that ends in "
+                    ".html, and save it as a PDF from a browser's print dialogue "
+                    "(docs/printing.md)",
+                    file));
+  }
   throw UsageError(
       fmt::format("--to '{}': say what to write with --format, or name a file that ends in .html, "
                   ".csv, .json or .txt",

@@ -121,13 +121,7 @@ void PrintChanged(const ChangedTenants& changed, const UnitName& unit, std::stri
 TenantEntry Complete(const TenantEditOptions& options) {
   TenantEntry entry = options.entry;
   if (options.schedules) {
-    TenantEntry every;
-    every.SetSchedules(*options.schedules);
-    for (std::size_t door = 0; door < kTenantDoors; ++door) {
-      if (!entry.schedules[door]) {
-        entry.schedules[door] = every.schedules[door];
-      }
-    }
+    entry.SetSchedules(*options.schedules);
   }
   return entry;
 }

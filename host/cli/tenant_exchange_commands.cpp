@@ -40,20 +40,25 @@ ExitStatus RunTenantExport(const GlobalOptions& global, const TenantExportOption
   const auto print = [&](std::ostream& out) {
     PrintCsv(out, table, DelimiterOf(options.delimiter).value_or(','));
   };
-  if (options.to == kStandardStream) {
+  if (options.to == kStandardStream && !options.trial) {
     PrintRaw(console, print);
     return ExitStatus::kDone;
   }
-  WriteFileOfTo({options.to, options.force}, global, print);
+  WriteFileOfTo({options.to, options.force, options.trial}, global, print);
   if (global.json) {
-    PrintJsonObject(
-        console.out,
-        {{"unit", unit.key}, {"lines", CountCell(table.rows.size())}, {"file", options.to}});
+    PrintJsonObject(console.out, {{"unit", unit.key},
+                                  {"lines", CountCell(table.rows.size())},
+                                  {"file", options.to},
+                                  {"dry_run", options.trial}});
+    return ExitStatus::kDone;
+  }
+  const std::string what = fmt::format(
+      "{} to {}: the tenants {}, and the cards and directory codes that nobody has.",
+      Counted(table.rows.size(), "line", "lines"), Displayable(options.to), InUnit(unit));
+  if (options.trial) {
+    console.out << "Would write " << what << " Nothing was written.\n";
   } else {
-    console.Remarks() << fmt::format(
-        "Wrote {} to {}: the tenants {}, and the cards and directory codes "
-        "that nobody has.\n",
-        Counted(table.rows.size(), "line", "lines"), Displayable(options.to), InUnit(unit));
+    console.Remarks() << "Wrote " << what << '\n';
   }
   return ExitStatus::kDone;
 }
@@ -98,6 +103,7 @@ void DescribeTenantExchange(CommandPlace tenants, const GlobalOptions& global,
         return known ? std::string() : fmt::format("'{}' is none of , ; tab", word);
       });
   out->add_flag("--force", exported.force, "Replace a file that is there already");
+  DescribeTrial(*out, exported.trial);
 }
 
 }  // namespace qorhost

@@ -20,6 +20,7 @@ struct TenantExportOptions {
   std::string to = "-";
   std::string delimiter = ",";
   bool force = false;
+  bool trial = false;  ///< tells what it would write
 };
 
 /// Adds `import` and `export`. `global` and the options must outlive the parsing and the run.

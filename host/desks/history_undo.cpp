@@ -6,6 +6,7 @@
 #include <iterator>
 #include <map>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,6 +29,12 @@ constexpr std::string_view kCards = "CredentialBank";
 constexpr std::string_view kTenants = "Tenants";
 constexpr std::string_view kState = "MODIFIED";
 constexpr std::string_view kCodeAtUnit = "OLDDIRECTORYCODE";
+
+/// Why an entry cannot be undone; ends the unit of work.
+class CannotUndo : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
 
 /// Whether a column tells what the unit holds, which no undoing changes.
 bool IsOfTheUnit(std::string_view table, std::string_view column) {
@@ -81,10 +88,10 @@ class LaterChanges {
 };
 
 /// Undoes one entry inside a unit of work that has taken the right to write.
-class Undoing {
+class EntryUndoing {
  public:
   /// `undone` are those that were undone before in the same unit of work.
-  Undoing(DeskSession& session, WorkEntry entry, const std::set<std::int64_t>& undone)
+  EntryUndoing(DeskSession& session, WorkEntry entry, const std::set<std::int64_t>& undone)
       : session_(session),
         undone_(undone),
         entry_(std::move(entry)),
@@ -119,8 +126,8 @@ class Undoing {
   void RequireNoneBeside(const std::vector<Finding>& before) {
     for (const Finding& after : Findings()) {
       if (std::find(before.begin(), before.end(), after) == before.end()) {
-        throw ChangedSince(fmt::format("{} cannot be undone: {} then; nothing was changed",
-                                       DescriptionOf(entry_), after.what));
+        throw CannotUndo(fmt::format("{} cannot be undone: {} then; nothing was changed",
+                                     DescriptionOf(entry_), after.what));
       }
     }
   }
@@ -129,7 +136,7 @@ class Undoing {
   /// store.
   void RequireSomething() const {
     if (rows_ == 0 && tenants_.empty() && cards_.empty()) {
-      throw RefusedError(
+      throw CannotUndo(
           fmt::format("{} cannot be undone: it changed only what the unit holds, which stays as "
                       "the unit has it; "
                       "a change of a tenant or a code queues its step again",
@@ -194,7 +201,7 @@ class Undoing {
         behind = DescriptionOf(entry);
       }
     }
-    throw ChangedSince(fmt::format(
+    throw CannotUndo(fmt::format(
         "{} cannot be undone: row {} of {} is no more as it left it{}; nothing was changed",
         DescriptionOf(entry_), rid, table, behind.empty() ? std::string() : ", since " + behind));
   }
@@ -322,12 +329,11 @@ std::string NameOf(const std::vector<WorkEntry>& entries) {
 
 }  // namespace
 
-UndoneWork UndoEntry(DeskSession& session, std::string_view number, Trial trial) {
-  return std::move(UndoEntries(session, {std::string(number)}, trial).front());
+Undoing UndoEntry(DeskSession& session, std::string_view number, Trial trial) {
+  return UndoEntries(session, {std::string(number)}, trial);
 }
 
-std::vector<UndoneWork> UndoEntries(DeskSession& session, const std::vector<std::string>& numbers,
-                                    Trial trial) {
+Undoing UndoEntries(DeskSession& session, const std::vector<std::string>& numbers, Trial trial) {
   std::vector<WorkEntry> entries;
   for (const std::string& number : numbers) {
     WorkEntry entry = EntryOf(session, number);
@@ -339,11 +345,21 @@ std::vector<UndoneWork> UndoEntries(DeskSession& session, const std::vector<std:
   std::sort(entries.begin(), entries.end(),
             [](const WorkEntry& one, const WorkEntry& other) { return one.entry > other.entry; });
   OwnWork work(session, UnitsOf(entries), NameOf(entries));
-  std::vector<UndoneWork> undone;
+  Undoing undone;
+  undone.returned = true;
+  undone.written = trial == Trial::kNo;
   std::set<std::int64_t> before;
-  for (const WorkEntry& entry : entries) {
-    undone.push_back({entry, Undoing(session, entry, before).Run(), trial == Trial::kNo});
-    before.insert(entry.entry);
+  try {
+    for (const WorkEntry& entry : entries) {
+      undone.entries.push_back({entry, EntryUndoing(session, entry, before).Run()});
+      before.insert(entry.entry);
+    }
+  } catch (const CannotUndo& refusal) {
+    Undoing refused;
+    refused.ending = Ending::kRefused;
+    refused.written = false;
+    refused.reason = refusal.what();
+    return refused;
   }
   work.End(trial);
   return undone;

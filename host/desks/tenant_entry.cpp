@@ -151,7 +151,10 @@ std::int32_t FindSchedule(const TenantLinks& links, std::string_view field,
 
 void TenantEntry::SetSchedules(const std::string& given) {
   ForEachDoor(field::kSchedules, given, [this](std::size_t door, std::string_view schedule) {
-    schedules[door] = std::string(schedule);
+    if (!schedules[door]) {
+      schedules[door] = std::string(schedule);
+      scheduleInputs[door] = field::kSchedules;
+    }
   });
 }
 
@@ -197,7 +200,7 @@ void TenantValues::ReadLinks(DeskSession& session, std::int32_t unitKey, const T
   }
   for (std::size_t door = 0; door < kTenantDoors; ++door) {
     if (entry.schedules[door]) {
-      schedules_[door] = FindSchedule(links, field::kSchedules, *entry.schedules[door]);
+      schedules_[door] = FindSchedule(links, entry.scheduleInputs[door], *entry.schedules[door]);
     }
   }
   if (entry.code) {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/desks/tenant_fields.h"
 #include "host/desks/tenant_rows.h"
 
 namespace qorhost {
@@ -31,12 +32,14 @@ struct TenantEntry {
   std::optional<std::string> to;  ///< a date without a time is the day's last second
   /// Of doors 1 to 4, by id or name.
   std::array<std::optional<std::string>, kTenantDoors> schedules;
+  /// The input that each of them came from, which a fault is about.
+  std::array<std::string_view, kTenantDoors> scheduleInputs = tenant_field::kDoorSchedules;
   std::vector<std::string> cards;  ///< those that are held afterwards, and no others; at most two
   std::optional<std::string> code;
   std::optional<std::string> resident;  ///< yes or no
 
-  /// Takes "A,B,C,D" apart, one for each door from the first on. Raises InputFault when there are
-  /// more than four, or one is empty.
+  /// Takes "A,B,C,D" apart, one for each door from the first on that has none yet. Raises
+  /// InputFault when there are more than four, or one is empty.
   void SetSchedules(const std::string& given);
   [[nodiscard]] bool IsEmpty() const;
 };

@@ -1,6 +1,7 @@
 // The inputs of the tenants' desk by name.
 #pragma once
 
+#include <array>
 #include <string_view>
 
 /// What the inputs are called in an InputFault.
@@ -15,7 +16,10 @@ inline constexpr std::string_view kGroup = "group";
 inline constexpr std::string_view kActive = "active";
 inline constexpr std::string_view kStart = "first day";
 inline constexpr std::string_view kEnd = "last day";
-inline constexpr std::string_view kSchedules = "schedules";
+inline constexpr std::string_view kSchedules = "schedules";  ///< at all doors, in their order
+/// At one door alone, the first to the fourth.
+inline constexpr std::array<std::string_view, 4> kDoorSchedules{"schedule 1", "schedule 2",
+                                                                "schedule 3", "schedule 4"};
 inline constexpr std::string_view kCard = "card";
 inline constexpr std::string_view kCode = "directory code";
 inline constexpr std::string_view kResident = "resident";

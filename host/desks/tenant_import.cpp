@@ -248,15 +248,11 @@ class TenantImport {
     entry.from = cell(column::kStart);
     entry.to = cell(column::kEnd);
     entry.resident = cell(column::kResident);
+    for (std::size_t door = 0; door < kTenantDoors; ++door) {
+      entry.schedules.at(door) = cell(column::kSchedule1 + door);
+    }
     if (const auto all = cell(column::kSchedules)) {
       entry.SetSchedules(*all);
-    }
-    for (std::size_t door = 0; door < kTenantDoors; ++door) {
-      const std::size_t at = column::kSchedule1 + door;
-      if (const auto schedule = cell(at)) {
-        entry.schedules.at(door) =
-            std::to_string(FindSchedule(links_, file_.HeadingOf(at), *schedule));
-      }
     }
     return entry;
   }

@@ -116,6 +116,10 @@ std::vector<ColumnField> TenantFields(const ImportFile& file) {
           {field::kStart, column::kStart},
           {field::kEnd, column::kEnd},
           {field::kSchedules, column::kSchedules},
+          {field::kDoorSchedules[0], column::kSchedule1},
+          {field::kDoorSchedules[1], column::kSchedule1 + 1},
+          {field::kDoorSchedules[2], column::kSchedule1 + 2},
+          {field::kDoorSchedules[3], column::kSchedule1 + 3},
           {field::kResident, column::kResident}};
 }
 

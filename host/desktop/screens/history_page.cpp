@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "host/desks/desk_error.h"
 #include "host/desks/history.h"
 #include "host/desks/history_undo.h"
 #include "host/desks/shown_value.h"
@@ -69,13 +70,16 @@ void HistoryPage::Undo() {
                            .arg(ToQt(entry)))) {
     return;
   }
-  UndoneWork undone;
+  Undoing undone;
   const bool ran = Run(tr("The entry cannot be undone."), [&] {
     undone = UndoEntry(session(), entry, Trial::kNo);
+    if (!undone.done()) {
+      throw RefusedError(undone.reason);
+    }
     ShowEntries();
   });
   if (ran) {
-    place().Tell(tr("Undone: %1.").arg(ToQt(DescriptionOf(undone.entry))));
+    place().Tell(tr("Undone: %1.").arg(ToQt(DescriptionOf(undone.entries.front().entry))));
     place().TellChanged();
   }
 }

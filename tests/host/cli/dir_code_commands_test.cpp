@@ -6,6 +6,7 @@
 namespace qorhost::test {
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -83,6 +84,17 @@ TEST_F(DirCodes, AddTakesEveryOption) {
   EXPECT_EQ(row["SHOWDIRECTORYCODE"], false);
   EXPECT_EQ(row["STARTDATE"], "2026-02-01T00:00:00");
   EXPECT_EQ(row["ENDDATE"], "2026-12-31T23:59:59");
+}
+
+TEST_F(DirCodes, AddTellsTheDatesThatTheUnitGave) {
+  ASSERT_EQ(Run({"units", "edit", "2", "--default-end", "2031-05-31"}).status, 0);
+  const Outcome added = Do({"add", "250", "--phone", "555-0199", "--from", "2026-02-01"});
+  EXPECT_EQ(added.status, 0) << added.err;
+  EXPECT_THAT(added.out,
+              EndsWith("By the unit's default it is active until 2031-05-31 23:59:59.\n"));
+  EXPECT_THAT(
+      Do({"add", "251", "--phone", "555-0199", "--from", "2026-02-01", "--to", "2026-12-31"}).out,
+      Not(HasSubstr("default")));
 }
 
 TEST_F(DirCodes, AddReportsAsJson) {

@@ -301,6 +301,29 @@ TEST_F(Exchange, ExportReplacesAFileOnlyWhenForcedAndByAWholeOne) {
   EXPECT_EQ(Do({"export", "--to", "/dev/null"}).status, 1);
 }
 
+TEST_F(Exchange, ADryRunOfAnExportTellsWhatItWouldWriteAndWritesNothing) {
+  const std::string file = File("unit.txt");
+  const Outcome tried = Do({"export", "--to", file, "-n"});
+  EXPECT_EQ(tried.status, 0) << tried.err;
+  EXPECT_EQ(tried.out, "Would write 6 directory codes to " + file +
+                           " (unit 2, Linden Park). Nothing was written.\n");
+  EXPECT_FALSE(std::filesystem::exists(file));
+  EXPECT_EQ(nlohmann::json::parse(Do({"export", "--to", file, "-n", "--json"}).out)["dry_run"],
+            true);
+  const Outcome shown = Do({"export", "--to", "-", "-n"});
+  EXPECT_EQ(shown.out,
+            "Would write 6 directory codes to - (unit 2, Linden Park). Nothing was written.\n");
+
+  Write("unit.txt", "old");
+  const Outcome refused = Do({"export", "--to", file, "-n"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.err, "qorhost: '" + file +
+                             "' is there already: name another file with --to, or replace it with "
+                             "--force\n");
+  EXPECT_EQ(Do({"export", "--to", file, "-n", "--force"}).status, 0);
+  EXPECT_EQ(Read("unit.txt"), "old");
+}
+
 // The export was told as written, and the trace took its place.
 TEST_F(Exchange, ExportAndTraceNeedFilesOfTheirOwn) {
   std::filesystem::create_directory_symlink(".", File("here"));

@@ -186,7 +186,7 @@ std::vector<Case> Cases() {
       {"tenants add", "tenants add --last Byrne --to 2027-06-30 --unit 2", Case::kChangeObject, ""},
       {"tenants add", "tenants add --last Cole --unit 2 -n", Case::kChangeObject, ""},
       {"tenants export", "tenants export --unit 2 --to FOLDER/tenants.csv", Case::kObject,
-       "unit:number lines:number file:text"},
+       "unit:number lines:number file:text dry_run:bool"},
       {"tenants edit", "tenants edit Byrne --first Ann --unit 2", Case::kChangeObject,
        "fields:rows freed_cards:texts"},
       {"tenants edit", "tenants edit Byrne --first Ann --unit 2", Case::kChangeObject,

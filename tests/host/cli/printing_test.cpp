@@ -98,9 +98,13 @@ TEST_F(Printing, AFileIsWrittenInTheFormatOfItsEnding) {
   EXPECT_THAT(written("doors.csv"), StartsWith("Unit,Door,Name"));
   EXPECT_EQ(json::parse(written("doors.json")).size(), 4U);
   EXPECT_THAT(written("doors.txt"), StartsWith("Unit  Door  Name"));
-  const Outcome unknown = Run({"doors", "list", "--to", File("doors.pdf")});
+  const Outcome unknown = Run({"doors", "list", "--to", File("doors.ods")});
   EXPECT_EQ(unknown.status, 2);
   EXPECT_THAT(unknown.err, HasSubstr("say what to write with --format"));
+  const Outcome pdf = Run({"doors", "list", "--to", File("doors.PDF")});
+  EXPECT_EQ(pdf.status, 2);
+  EXPECT_THAT(pdf.err, HasSubstr("write a page with a name that ends in .html, and save it as a "
+                                 "PDF from a browser's print dialogue (docs/printing.md)"));
   EXPECT_EQ(Run({"doors", "list", "--to", File("doors.pdf"), "--format", "html"}).status, 0);
 }
 

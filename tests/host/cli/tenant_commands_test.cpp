@@ -130,5 +130,15 @@ TEST_F(TenantCommands, WhatCannotBeMeantIsAUsage) {
   EXPECT_THAT(Tenants({"end", "62", "--on", "soon"}).err, HasSubstr("--on 'soon' is no date"));
 }
 
+TEST_F(TenantCommands, AWrongScheduleIsToldByTheOptionThatNamedIt) {
+  EXPECT_THAT(Tenants({"edit", "62", "--schedule1", "Nite"}).err,
+              HasSubstr("--schedule1: 'Nite' is none of the unit's schedules"));
+  EXPECT_THAT(Tenants({"edit", "62", "--schedule4", "Nite"}).err, HasSubstr("--schedule4: 'Nite'"));
+  EXPECT_THAT(Tenants({"edit", "62", "--schedules", "1,Nite"}).err,
+              HasSubstr("--schedules: 'Nite'"));
+  EXPECT_EQ(Tenants({"edit", "62", "--schedules", "Nite,1", "--schedule1", "Late Shift"}).status,
+            0);
+}
+
 }  // namespace
 }  // namespace qorhost::test

@@ -74,6 +74,33 @@ TEST_F(TenantExchange, WhatIsExportedIsImportedAgain) {
             "Park.\n");
 }
 
+TEST_F(TenantExchange, ADryRunOfAnExportTellsWhatItWouldWriteAndWritesNothing) {
+  const std::string file = File("tenants.csv");
+  const std::vector<std::string> words{"--unit", "2", "tenants", "export", "-n"};
+  const auto with = [&words](std::vector<std::string> more) {
+    more.insert(more.begin(), words.begin(), words.end());
+    return more;
+  };
+  const Outcome tried = Run(with({"--to", file}));
+  EXPECT_EQ(tried.status, 0) << tried.err;
+  EXPECT_EQ(tried.out, "Would write 130 lines to " + file +
+                           ": the tenants in unit 2, Linden Park, and the cards and directory "
+                           "codes that nobody has. Nothing was written.\n");
+  EXPECT_FALSE(std::filesystem::exists(file));
+  EXPECT_THAT(Run(words).out, StartsWith("Would write 130 lines to -: "));
+  EXPECT_EQ(nlohmann::json::parse(Run(with({"--to", file, "--json"})).out),
+            (nlohmann::json{{"unit", 2}, {"lines", 130}, {"file", file}, {"dry_run", true}}));
+
+  std::ofstream(file) << "old";
+  const Outcome refused = Run(with({"--to", file}));
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.err, "qorhost: '" + file +
+                             "' is there already: name another file with --to, or replace it with "
+                             "--force\n");
+  EXPECT_EQ(Run(with({"--to", file, "--force"})).status, 0);
+  EXPECT_EQ(Read("tenants.csv"), "old");
+}
+
 TEST_F(TenantExchange, RefusedLinesGoToAFileThatIsMendedAndImported) {
   const std::string rejects = File("mend.csv");
   const Outcome first =

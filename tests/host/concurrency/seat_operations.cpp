@@ -12,6 +12,7 @@
 #include "host/desks/credential_import.h"
 #include "host/desks/credential_replacement.h"
 #include "host/desks/credential_report.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/dir_code_import.h"
@@ -353,7 +354,11 @@ SeatOperation WriteByHand(const std::string& statement) {
 SeatOperation UndoEntry(std::int64_t entry) {
   return {fmt::format("undo entry {}", entry), [entry](Seat& seat) {
             const auto run = [&seat, entry] {
-              (void)qorhost::UndoEntry(seat.session(), std::to_string(entry), Trial::kNo);
+              const Undoing undone =
+                  qorhost::UndoEntry(seat.session(), std::to_string(entry), Trial::kNo);
+              if (!undone.done()) {
+                throw RefusedError(undone.reason);
+              }
               return Told();
             };
             return PreparedDesk{run, nullptr};

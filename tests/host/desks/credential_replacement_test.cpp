@@ -102,7 +102,7 @@ TEST_F(CredentialReplacementTest, IsOneUnitOfWork) {
 TEST_F(CredentialReplacementTest, IsUndone) {
   ASSERT_TRUE(Replace("rid:" + card_, "60001").done());
   const auto entry = session().sql().audit().After(0, kUnit).back().entry;
-  (void)UndoEntry(session(), std::to_string(entry), Trial::kNo);
+  EXPECT_TRUE(UndoEntry(session(), std::to_string(entry), Trial::kNo).done());
   EXPECT_EQ(Slots(), card_ + "/");
   EXPECT_EQ(Stored(std::stoi(card_)).back(), '3') << "the door";
   EXPECT_EQ(StoredBetween("60001", "60001"), 0U);

@@ -61,14 +61,19 @@ class HistoryTest : public DeskFixture {
     }
     return steps;
   }
-  /// What the undoing raised.
+  /// Why an entry was not undone.
   [[nodiscard]] std::string Refusal(const std::string& entry) {
-    try {
-      (void)UndoEntry(session(), entry, Trial::kNo);
-    } catch (const ChangedSince& refusal) {
-      return refusal.what();
-    }
-    return "";
+    const Undoing undone = UndoEntry(session(), entry, Trial::kNo);
+    EXPECT_EQ(undone.ending, Ending::kRefused);
+    EXPECT_THAT(undone.entries, IsEmpty());
+    EXPECT_FALSE(undone.written);
+    return undone.reason;
+  }
+  /// Undoes the entry; how many rows are as before.
+  std::size_t Undo(const std::string& entry) {
+    const Undoing undone = UndoEntry(session(), entry, Trial::kNo);
+    EXPECT_TRUE(undone.done()) << undone.reason;
+    return undone.done() ? undone.entries.front().rows : 0;
   }
 
   std::int64_t last_ = 0;  // the last entry of the demo building
@@ -77,12 +82,7 @@ class HistoryTest : public DeskFixture {
 TEST_F(HistoryTest, AnEntryOfWhatTheUnitHoldsAloneIsNotUndone) {
   Run("UPDATE DirectoryCode SET MODIFIED=1 WHERE RID=11");
   const std::string sent = Work("steps done", {"UPDATE DirectoryCode SET MODIFIED=0 WHERE RID=11"});
-  try {
-    (void)UndoEntry(session(), sent, Trial::kNo);
-    FAIL() << "undone";
-  } catch (const RefusedError& refused) {
-    EXPECT_THAT(refused.what(), HasSubstr("changed only what the unit holds"));
-  }
+  EXPECT_THAT(Refusal(sent), HasSubstr("changed only what the unit holds"));
   EXPECT_EQ(std::to_string(LastEntry()), sent);
 }
 
@@ -185,7 +185,7 @@ TEST_F(HistoryTest, AnEntryThatIsNotThereIsAFault) {
 TEST_F(HistoryTest, AnUndoneEntryIsWrittenBackQueuedAndNoted) {
   const std::string name = Cell("SELECT LastName FROM Tenants WHERE RID=62");
   const std::string entry = Rename("Berg");
-  EXPECT_EQ(UndoEntry(session(), entry, Trial::kNo).rows, 1U);
+  EXPECT_EQ(Undo(entry), 1U);
   EXPECT_EQ(Cell("SELECT LastName FROM Tenants WHERE RID=62"), name);
   EXPECT_THAT(Steps(), ElementsAre("program tenant 62 "));
   EXPECT_THAT(Whats({}), ElementsAre("rename to Berg", "undo entry " + entry + ": rename to Berg"));
@@ -193,7 +193,10 @@ TEST_F(HistoryTest, AnUndoneEntryIsWrittenBackQueuedAndNoted) {
 
 TEST_F(HistoryTest, ATrialChangesNothing) {
   const std::string entry = Rename("Berg");
-  EXPECT_EQ(UndoEntry(session(), entry, Trial::kYes).rows, 1U);
+  const Undoing tried = UndoEntry(session(), entry, Trial::kYes);
+  ASSERT_TRUE(tried.done()) << tried.reason;
+  EXPECT_FALSE(tried.written);
+  EXPECT_EQ(tried.entries.front().rows, 1U);
   EXPECT_EQ(Cell("SELECT LastName FROM Tenants WHERE RID=62"), "Berg");
   EXPECT_THAT(Steps(), IsEmpty());
   EXPECT_THAT(Whats({}), ElementsAre("rename to Berg"));
@@ -201,8 +204,8 @@ TEST_F(HistoryTest, ATrialChangesNothing) {
 
 TEST_F(HistoryTest, AnUndoIsUndone) {
   const std::string entry = Rename("Berg");
-  (void)UndoEntry(session(), entry, Trial::kNo);
-  (void)UndoEntry(session(), std::to_string(LastEntry()), Trial::kNo);
+  Undo(entry);
+  Undo(std::to_string(LastEntry()));
   EXPECT_EQ(Cell("SELECT LastName FROM Tenants WHERE RID=62"), "Berg");
 }
 
@@ -212,8 +215,8 @@ TEST_F(HistoryTest, SeveralEntriesAreUndoneFromTheLast) {
                                          "LASTMODIFIEDDATE='_LMDATE_' WHERE RID=62"});
   const std::string second = Work("two", {"UPDATE Tenants SET LastName='Cole', "
                                           "LASTMODIFIEDDATE='_LMDATE_' WHERE RID=62"});
-  (void)UndoEntry(session(), second, Trial::kNo);
-  (void)UndoEntry(session(), first, Trial::kNo);
+  Undo(second);
+  Undo(first);
   EXPECT_EQ(Cell("SELECT LastName FROM Tenants WHERE RID=62"), name);
 }
 
@@ -250,8 +253,8 @@ TEST_F(HistoryTest, ARowInTheMiddleOfARunIsWatchedToo) {
                                       " of CredentialBank is no more as it left it, "
                                       "since entry " +
                                       renumbered));
-  (void)UndoEntry(session(), renumbered, Trial::kNo);
-  EXPECT_EQ(UndoEntry(session(), run, Trial::kNo).rows, 3U);
+  Undo(renumbered);
+  EXPECT_EQ(Undo(run), 3U);
   EXPECT_EQ(CountOf("SELECT RID FROM CredentialBank WHERE PINNo IN (901, 902, 903)"), 0U);
 }
 
@@ -260,7 +263,7 @@ TEST_F(HistoryTest, TheHolderOfACardThatComesBackIsProgrammed) {
   ASSERT_FALSE(card.empty());
   const std::string entry = Work("delete", {"UPDATE Tenants SET CREDENTIALID1=NULL WHERE RID=62",
                                             "DELETE FROM CredentialBank WHERE RID=" + card});
-  EXPECT_EQ(UndoEntry(session(), entry, Trial::kNo).rows, 2U);
+  EXPECT_EQ(Undo(entry), 2U);
   EXPECT_EQ(Cell("SELECT CREDENTIALID1 FROM Tenants WHERE RID=62"), card);
   EXPECT_EQ(CountOf("SELECT RID FROM CredentialBank WHERE RID=" + card), 1U);
   EXPECT_THAT(Steps(), ElementsAre("program tenant 62 "));
@@ -269,7 +272,7 @@ TEST_F(HistoryTest, TheHolderOfACardThatComesBackIsProgrammed) {
 TEST_F(HistoryTest, ADeletedCodeIsProgrammedAgain) {
   Run("UPDATE DirectoryCode SET MODIFIED=0 WHERE RID=11");
   const std::string entry = Work("delete", {"DELETE FROM DirectoryCode WHERE RID=11"});
-  (void)UndoEntry(session(), entry, Trial::kNo);
+  Undo(entry);
   EXPECT_EQ(Cell("SELECT DIRECTORYCODE FROM DirectoryCode WHERE RID=11"), "101");
   EXPECT_EQ(Cell("SELECT MODIFIED FROM DirectoryCode WHERE RID=11"), "2");
   EXPECT_THAT(Steps(), ElementsAre("program directory code 11 "));
@@ -280,7 +283,7 @@ TEST_F(HistoryTest, ANewCodeThatTheUnitHasIsTakenFromIt) {
       "add", {"INSERT INTO DirectoryCode (UNITKEY, DIRECTORYCODE, MODIFIED) VALUES (2, 777, 1)"});
   Run("UPDATE DirectoryCode SET MODIFIED=0, OLDDIRECTORYCODE=777 WHERE DIRECTORYCODE=777");
   const std::string rid = Cell("SELECT RID FROM DirectoryCode WHERE DIRECTORYCODE=777");
-  (void)UndoEntry(session(), entry, Trial::kNo);
+  Undo(entry);
   EXPECT_THAT(Steps(), ElementsAre("delete directory code " + rid + " 777"));
 }
 
@@ -289,7 +292,7 @@ TEST_F(HistoryTest, ANewCodeThatTheUnitNeverHadLeavesNoStep) {
       "add", {"INSERT INTO DirectoryCode (UNITKEY, DIRECTORYCODE, MODIFIED) VALUES (2, 777, 1)"});
   const std::string rid = Cell("SELECT RID FROM DirectoryCode WHERE DIRECTORYCODE=777");
   session().sql().steps().Queue(kUnit, step::kProgramDirectoryCode, std::stoi(rid));
-  (void)UndoEntry(session(), entry, Trial::kNo);
+  Undo(entry);
   EXPECT_EQ(CountOf("SELECT RID FROM DirectoryCode WHERE DIRECTORYCODE=777"), 0U);
   EXPECT_THAT(Steps(), IsEmpty());
 }
@@ -300,7 +303,7 @@ TEST_F(HistoryTest, ARenumberedCodeIsChangedBackInTheUnit) {
       Work("renumber", {"UPDATE DirectoryCode SET DIRECTORYCODE=777, MODIFIED=2 WHERE RID=11"});
   // The unit was told meanwhile.
   Run("UPDATE DirectoryCode SET MODIFIED=0, OLDDIRECTORYCODE=777 WHERE RID=11");
-  (void)UndoEntry(session(), entry, Trial::kNo);
+  Undo(entry);
   EXPECT_EQ(Cell("SELECT DIRECTORYCODE FROM DirectoryCode WHERE RID=11"), "101");
   EXPECT_EQ(Cell("SELECT MODIFIED FROM DirectoryCode WHERE RID=11"), "2");
   EXPECT_EQ(Cell("SELECT OLDDIRECTORYCODE FROM DirectoryCode WHERE RID=11"), "777");

@@ -300,7 +300,7 @@ TEST_F(TenantDeskTest, WhatCannotBeEnteredIsAFault) {
   EXPECT_EQ(FaultyField(with(&TenantEntry::group, "7777")), tenant_field::kGroup);
   TenantEntry entry;
   entry.schedules[0] = "Sundays";
-  EXPECT_EQ(FaultyField(entry), tenant_field::kSchedules);
+  EXPECT_EQ(FaultyField(entry), tenant_field::kDoorSchedules[0]);
   EXPECT_EQ(FieldAtFault([&] { entry.SetSchedules("1,,2"); }), tenant_field::kSchedules);
   EXPECT_EQ(FieldAtFault([&] { entry.SetSchedules("1,1,1,1,1"); }), tenant_field::kSchedules);
 }

@@ -82,7 +82,7 @@ TEST_F(UnitDeskTest, CredentialsWithTenantsAreIssuedInANewUnit) {
 
 TEST_F(UnitDeskTest, AUnitWhoseAdditionWasUndoneIsAddedAgain) {
   EXPECT_EQ(Add(Entry()), 4);
-  (void)UndoEntry(session(), std::to_string(LastEntry()), Trial::kNo);
+  EXPECT_TRUE(UndoEntry(session(), std::to_string(LastEntry()), Trial::kNo).done());
   EXPECT_EQ(session().Units().size(), 3U);
   EXPECT_EQ(Add(Entry()), 4);
   EXPECT_THAT(FindingsIn(session(), 4), IsEmpty());
@@ -293,7 +293,7 @@ TEST_F(UnitDeskTest, ADeletedUnitIsGoneWithAllThatWasInItAndComesBackByUndoing) 
     EXPECT_EQ(CountOf(std::string("SELECT RID FROM ") + table + " WHERE UnitKey=2"), 0U) << table;
   }
   EXPECT_EQ(session().Units().size(), 2U);
-  (void)UndoEntry(session(), std::to_string(LastEntry()), Trial::kNo);
+  EXPECT_TRUE(UndoEntry(session(), std::to_string(LastEntry()), Trial::kNo).done());
   EXPECT_EQ(session().Units().size(), 3U);
   EXPECT_EQ(ContentsOf(session(), kUnit).tenants, 75U);
 }
