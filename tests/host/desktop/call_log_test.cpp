@@ -151,6 +151,8 @@ TEST_F(CallLogs, AreNarrowedToATextAndToStatements) {
 class CallLogWindows : public DesktopTest {
  protected:
   void PressCtrlL() {
+    window().activateWindow();
+    (void)QTest::qWaitForWindowActive(&window());
     QTest::keyClick(&window(), Qt::Key_L, Qt::ControlModifier);
     Settle();
   }
@@ -189,7 +191,7 @@ TEST_F(CallLogWindows, ASavedTraceIsTheSameWhenItIsReplayed) {
   ASSERT_GT(trace.size(), 1000U);
   EXPECT_EQ(Told(), "Saved a trace of " + std::to_string(trace.size()) + " lines.");
   EXPECT_THAT(trace, testing::Contains(StartsWith("clsCredential@1.pbSave(")));
-  EXPECT_THAT(trace, testing::Contains(HasSubstr("pvSaveDirCode")));
+  EXPECT_THAT(trace, testing::Contains(testing::MatchesRegex("clsDirCode@[0-9]+\\.pbSave\\(.*")));
   const std::vector<std::string> replayed = qortest::Replayed(trace);
   const auto [was, is] =
       std::mismatch(trace.begin(), trace.end(), replayed.begin(), replayed.end());
@@ -247,8 +249,12 @@ TEST_F(CallLogWindows, AreFilteredPausedCopiedAndStartedOver) {
   Click("pauseCalls");
   EXPECT_GT(Log().rowCount(), shown + 50);
   Click("startCallsOver");
-  EXPECT_LE(Log().rowCount(), shown);
-  EXPECT_THAT(Log().Text(0), HasSubstr("host"));
+  EXPECT_LT(Log().rowCount(), shown + 50);
+  bool fresh = false;
+  for (int row = 0; row < Log().rowCount(); ++row) {
+    fresh = fresh || Log().Text(row) == "new clsCredential@1";
+  }
+  EXPECT_TRUE(fresh);
 }
 
 TEST_F(CallLogWindows, IsRememberedAndFollowsTheStoreThatIsOpened) {

@@ -108,7 +108,13 @@ void Answers::Look() {
     line->setCompleter(nullptr);  // what it suggests would take the keys
     line->selectAll();
     QTest::keyClicks(line, answer.typed);
-    QTest::keyClick(line, Qt::Key_Return);
+    // Behind this look: what asks then is seen by the next one.
+    QTimer::singleShot(0, line, [this, line, dialog, answer] {
+      QTest::keyClick(line, Qt::Key_Return);
+      if (dialog->isVisible()) {
+        answers_.push_front(answer);  // a dialog that still reads a folder was not ready
+      }
+    });
     return;
   }
   QAbstractButton* button = box->button(answer.button);
