@@ -116,6 +116,7 @@ void CallLogDock::ShowState() {
     told += tr("\n%1 older ones are gone").arg(static_cast<qulonglong>(log_.gone()));
   }
   ui_->callCount->setText(told);
+  ui_->callCount->setMinimumWidth(ui_->callCount->sizeHint().width());
 }
 
 void CallLogDock::Copy() const {

@@ -272,6 +272,7 @@ TEST_F(CallLogWindows, IsRememberedAndFollowsTheStoreThatIsOpened) {
 TEST_F(CallLogWindows, ATraceIsNeverWrittenOverTheStore) {
   OpenDemoAt(QStringLiteral("credentials"));
   PressCtrlL();
+  ASSERT_GT(Log().kept(), 100U);
   answers_->Type(QString::fromStdString(File("building.db").string()));
   answers_->Click(QMessageBox::Yes);  // the dialog's own question
   answers_->Click(QMessageBox::Ok);

@@ -90,12 +90,16 @@ void Screenshots::TakeReport(const QString& look) {
 void Screenshots::TakeCalls(const QString& look) {
   window().ShowScreen(QStringLiteral("credentials"));
   window().activateWindow();
+  (void)QTest::qWaitForWindowActive(&window());
   QTest::keyClick(&window(), Qt::Key_L, Qt::ControlModifier);
+  Settle();
+  ASSERT_FALSE(window().calls().isHidden());
   window().calls().log().Flush();
   ClickRows(Find<QTableView>("calls"), 1);
   Take(QStringLiteral("call_log"), look);
   ExpectNothingCut("call log, " + look.toStdString());
-  QTest::keyClick(&window(), Qt::Key_L, Qt::ControlModifier);
+  window().calls().hide();
+  Settle();
 }
 
 struct Look {
