@@ -21,7 +21,7 @@ namespace qorhost {
 namespace {
 
 /// The widths of the columns but the last, in characters.
-constexpr std::array kWidths{9, 34, 18, 60};
+constexpr std::array kWidths{13, 34, 18, 58};
 
 void SetUpCalls(QTableView& view) {
   const int character = view.fontMetrics().averageCharWidth();
