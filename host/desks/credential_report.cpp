@@ -30,16 +30,6 @@ ReportField TenantNameField() {
   return field;
 }
 
-/// The fields in their places in `cboField`.
-const std::vector<ReportField>& Fields() {
-  static const std::vector<ReportField> kFields{
-      {std::string(caption::kType), FieldKind::kCredentialType},
-      {std::string(caption::kNumber), FieldKind::kNumber, 0, false, kFromZero},
-      {std::string(caption::kFacility), FieldKind::kNumber, 0, false, kFromZero},
-      TenantNameField()};
-  return kFields;
-}
-
 /// A column of the report and its place in the statement's result.
 struct ReportColumn {
   std::string_view title;
@@ -66,6 +56,16 @@ Value WithoutBlanksBehind(Value cell) {
 
 }  // namespace
 
+/// In their places in `cboField`.
+const std::vector<ReportField>& CredentialReport::FilterFields() {
+  static const std::vector<ReportField> kFields{
+      {std::string(caption::kType), FieldKind::kCredentialType},
+      {std::string(caption::kNumber), FieldKind::kNumber, 0, false, kFromZero},
+      {std::string(caption::kFacility), FieldKind::kNumber, 0, false, kFromZero},
+      TenantNameField()};
+  return kFields;
+}
+
 CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
                                    const std::vector<std::string>& conditions)
     : session_(session),
@@ -78,19 +78,19 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
   shown_.TakeUnit();
   controller_.Run<&qorcred::clsCredentialReport::pbPopulateArrOperators>();
   for (std::size_t row = 0; row < filter_.rowCount(); ++row) {
-    for (const ReportField& field : Fields()) {
+    for (const ReportField& field : FilterFields()) {
       filter_.Fields(row).AddItem(field.name);
     }
   }
   for (std::size_t row = 0; row < conditions.size(); ++row) {
-    const ReportCondition condition = ReadCondition(conditions[row], Fields());
-    filter_.Enter(row, condition, Fields()[static_cast<std::size_t>(condition.field)].kind);
+    const ReportCondition condition = ReadCondition(conditions[row], FilterFields());
+    filter_.Enter(row, condition, FilterFields()[static_cast<std::size_t>(condition.field)].kind);
   }
 }
 
 std::string CredentialReport::FieldNames() {
   std::vector<std::string_view> names;
-  for (const ReportField& field : Fields()) {
+  for (const ReportField& field : FilterFields()) {
     names.emplace_back(field.name);
   }
   return fmt::format("{}", fmt::join(names, ", "));

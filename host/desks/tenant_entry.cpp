@@ -11,6 +11,7 @@
 #include "host/desks/list_entries.h"
 #include "host/desks/row_names.h"
 #include "host/desks/tenant_fields.h"
+#include "host/desks/tenant_groups.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/words.h"
 
@@ -93,16 +94,12 @@ std::int32_t FindGroup(DeskSession& session, std::int32_t unitKey, const std::st
   const std::string_view wanted = qorcred::Trim(given);
   const bool isZero = qorcred::CompareIgnoringCase(wanted, "zero") == 0;
   const std::optional<std::int32_t> rid = WholeNumber(wanted);
-  const QueryResult groups = session.sql().Select(fmt::format(
-      "SELECT RID, IsGroupZero FROM TenantGroup WHERE UnitKey={} ORDER BY RID", unitKey));
   std::vector<std::string> names;
-  for (const ResultRow row : groups.rows()) {
-    const std::int32_t group = qorcred::ToLong(row[0]);
-    const bool groupZero = !qorcred::IsEmptyText(row[1]) && qorcred::ToBoolean(row[1]);
-    if (isZero ? groupZero : rid == group) {
-      return group;
+  for (const TenantGroup& group : ReadTenantGroups(session, unitKey)) {
+    if (isZero ? group.isZero : rid == group.rid) {
+      return group.rid;
     }
-    names.push_back(groupZero ? fmt::format("{} (zero)", group) : std::to_string(group));
+    names.push_back(group.isZero ? fmt::format("{} (zero)", group.rid) : std::to_string(group.rid));
   }
   throw InputFault(
       field::kGroup, given,
