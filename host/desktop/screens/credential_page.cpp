@@ -212,12 +212,13 @@ void CredentialPage::ShowWithEntry() {
 
 bool CredentialPage::ConsentsToLosses() {
   const ShownCredential shown = desk_->Shown();
-  const AssignmentLosses losses = desk_->LossesOfSaving();
-  if (shown.tenant.empty() || !losses.any()) {
+  const auto question =
+      QuestionOf(desk_->LossesOfSaving(), WithRid(shown.entry, shown.rid), shown.tenant);
+  if (!question) {
     return true;
   }
   const OpenGate open(place().runner().gate());
-  return AskToGoOn(this, ToQt(QuestionOf(losses, WithRid(shown.entry, shown.rid), shown.tenant)));
+  return AskToGoOn(this, ToQt(*question));
 }
 
 void CredentialPage::SaveEdited() {
