@@ -13,6 +13,12 @@ namespace qorhost {
 
 namespace {
 
+/// Every line is a part.
+WorkOrder InParts(WorkOrder order) {
+  order.inParts = true;
+  return order;
+}
+
 /// A message without the middle when a huge cell stands there.
 std::string Shortened(std::string text) {
   constexpr std::size_t kPart = 200;
@@ -31,7 +37,7 @@ ImportRun::ImportRun(DeskSession& session, const WorkOrder& order, const ImportR
       rules_(rules),
       columns_(columns),
       unseen_(session, rules.answerYes),
-      all_(session.sql().work(), order) {
+      all_(session.sql().work(), InParts(order)) {
   session_.sql().work().Lock();
   for (const std::int32_t unitKey : order.units) {
     session.sql().units().KeepCounts(unitKey);  // every save asks how many codes it has

@@ -181,6 +181,7 @@ ChangedTenants TenantDesk::Run(std::string what, Trial trial, const Work& work) 
       trial == Trial::kYes ? Tried(std::move(what), once) : Stored(std::move(what), once);
   static_cast<Outcome&>(changed) = outcome;
   changed.written = trial == Trial::kNo && outcome.done() && !outcome.unchanged;
+  changed.steps = session_.sql().work().stepsQueued();
   if (changed.written) {
     outdated_ = true;
     chosen_.clear();
@@ -394,7 +395,8 @@ Outcome TenantDesk::AddOnce(const TenantEntry& entry, TenantRow& added) {
   TenantAdding adding(session_, unitKey_);
   added = TenantValues(session_, unitKey_, entry, *links_, cards).AppliedTo(adding.fresh());
   adding.Store(added);
-  adding.KeepLinkCodes();
+  adding.Finish();
+  added.tenantId = session_.sql().tenants().TenantIdOf(unitKey_, added.rid);
   return Done();
 }
 

@@ -34,6 +34,7 @@ struct ChangedTenants : Outcome {
   std::size_t tenants = 0;            ///< who were changed; the others are stored so already
   std::vector<TenantChange> changes;  ///< field by field; who is deleted as one field
   std::vector<std::string> freed;     ///< cards that nobody holds now, as the screens list them
+  std::int64_t steps = 0;             ///< programming steps that were queued, or would be
   bool written = true;                ///< false for a trial: nothing was changed
 };
 

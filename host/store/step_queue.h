@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,10 @@ class StepQueue {
   void Queue(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid) {
     Queue(unitKey, kind, subjectRid, {});
   }
+  /// Appends a step of the kind for each row, in their order. Takes one statement for each run of
+  /// rows without gaps.
+  virtual void QueueAll(std::int32_t unitKey, std::string_view kind,
+                        std::span<const std::int32_t> subjectRids) = 0;
   /// Appends a step in the place of an unsent one of that kind and row. A step is made up from its
   /// row when it is sent, so a row needs none twice; the later place is the right one: what was
   /// queued in between may free the code that the row has now.
