@@ -112,6 +112,10 @@ void PrintChanged(const ChangedTenants& changed, const UnitName& unit, std::stri
   told << fmt::format("{} {} {}.{}\n", Verb(verb, changed.written),
                       Counted(changed.tenants, "tenant", "tenants"), InUnit(unit),
                       changed.written ? "" : " Nothing was changed.");
+  if (!changed.written && changed.steps > 0) {
+    told << fmt::format("Would queue {}.\n", Counted(static_cast<std::size_t>(changed.steps),
+                                                     "programming step", "programming steps"));
+  }
   if (!changed.freed.empty()) {
     told << fmt::format("Held by nobody {}: {}.\n", changed.written ? "now" : "then",
                         SomeNames(changed.freed));

@@ -30,22 +30,26 @@ enum Column : std::size_t {
   kAssignedTo = credential_column::kCount,
   kRid,
   kTenantRid,
+  kDoor,
+  kTenantId,
   kColumnCount
 };
 
 namespace caption = credential_caption;
 
 constexpr std::array<ImportColumn, kColumnCount> kColumns{{
-    {caption::kType, true, {}},  // its help names the types
-    {caption::kNumber, true, "the credential's number, 1 to 65535"},
-    {caption::kFacility, false, "0 to 63 (Corvin 30-Bit Card) or 255; empty: 0"},
+    {caption::kType, true, {}, "Type"},  // its help names the types
+    {caption::kNumber, true, "the credential's number, 1 to 65535", "Number"},
+    {caption::kFacility, false, "0 to 63 (Corvin 30-Bit Card) or 255; empty: 0", "Facility"},
     {caption::kIdCode, false, "of a transmitter, 0 to 26; of a card empty"},
-    {caption::kSequence, false, "of a transmitter, 0 to 2; of a card empty"},
-    {caption::kButton, false, "of a transmitter, 1 (also empty) or 4; of a card empty"},
+    {caption::kSequence, false, "of a transmitter, 0 to 2; of a card empty", "Sequence"},
+    {caption::kButton, false, "of a transmitter, 1 (also empty) or 4; of a card empty", "Button"},
     {caption::kAssignedTo, false,
-     "a tenant's last name, first name and initial; Unassigned or empty: none"},
+     "a tenant's last name, first name and initial; Unassigned or empty: none", "Tenant"},
     {caption::kRid, false, "not looked at: new rows get identities of their own"},
     {caption::kTenantRid, false, "not looked at"},
+    {"Door", false, {}, {}, true},
+    {"Tenant id", false, {}, {}, true},
 }};
 
 static_assert(credential_bound::kNumber == 65535 && credential_bound::kCorvinFacility == 63 &&
