@@ -110,7 +110,8 @@ void WriteBashValues(std::ostream& out, const CommandWords& command) {
 
 void WriteBash(std::ostream& out, const std::vector<CommandWords>& commands) {
   const std::string withValues = fmt::format("{}", fmt::join(OptionsWithValues(commands), "|"));
-  // Names may have blanks in them: each stands on a line of its own.
+  // Names may have blanks in them: each stands on a line of its own. To zsh, `path` is where
+  // programs are.
   out << "_qorhost_offer() {\n"
          "  local value IFS=$'\\n'\n"
          "  COMPREPLY=()\n"
@@ -121,12 +122,13 @@ void WriteBash(std::ostream& out, const std::vector<CommandWords>& commands) {
          "  done\n"
          "}\n"
          "_qorhost_stored() {\n"
-         "  qorhost \"${globals[@]}\" \"$@\" --format csv 2> /dev/null | tail -n +2 |\n"
+         "  qorhost \"${globals[@]}\" \"$@\" --format csv 2> /dev/null | tail -n +2 | tr -d '\\r' "
+         "|\n"
          "    sed 's/^\"\\(.*\\)\"$/\\1/; s/\"\"/\"/g'\n"
          "}\n"
          "_qorhost() {\n"
          "  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}\n"
-         "  local path= at word words=\n"
+         "  local place= at word next=\n"
          "  local -a globals\n"
          "  globals=(--quiet)\n"
          "  for ((at = 1; at < COMP_CWORD; at++)); do\n"
@@ -139,26 +141,26 @@ void WriteBash(std::ostream& out, const std::vector<CommandWords>& commands) {
          "    esac\n"
          "    case $word in\n";
   fmt::print(out, "      {}) ((at++)); continue ;;\n", withValues);
-  out << "    esac\n    case \"${path:+$path }$word\" in\n";
+  out << "    esac\n    case \"${place:+$place }$word\" in\n";
   for (const CommandWords& command : commands) {
     if (!command.path.empty()) {
-      fmt::print(out, "      '{}') path='{}' ;;\n", command.path, command.path);
+      fmt::print(out, "      '{}') place='{}' ;;\n", command.path, command.path);
     }
   }
   out << "    esac\n  done\n"
-         "  case \"$path $previous\" in\n";
+         "  case \"$place $previous\" in\n";
   for (auto command = commands.rbegin(); command != commands.rend(); ++command) {
     WriteBashValues(out, *command);  // the program's own, which go with all, behind the others
   }
   out << "  esac\n  case $previous in\n";
   fmt::print(out, "    {}) COMPREPLY=(); return ;;\n", withValues);
-  out << "  esac\n  case $path in\n";
+  out << "  esac\n  case $place in\n";
   for (const CommandWords& command : commands) {
-    fmt::print(out, "    '{}') words='{}' ;;\n", command.path,
-               Joined(NextWords(command, commands.front())));
+    fmt::print(out, "    '{}') next='{}' ;;\n", command.path,
+               fmt::join(NextWords(command, commands.front()), "\n"));
   }
   out << "  esac\n"
-         "  COMPREPLY=($(compgen -W \"$words\" -- \"$current\"))\n"
+         "  _qorhost_offer \"$next\"\n"
          "}\n"
          "complete -o default -F _qorhost qorhost\n";
 }
@@ -183,12 +185,13 @@ void WriteFish(std::ostream& out, const std::vector<CommandWords>& commands) {
          "      set globals $globals $words[$at] $words[(math $at + 1)]\n"
          "    end\n"
          "  end\n"
-         "  qorhost $globals $argv --format csv 2> /dev/null | tail -n +2 | string trim -c '\"'\n"
+         "  qorhost $globals $argv --format csv 2> /dev/null | tail -n +2 |\n"
+         "    string trim | string trim -c '\"'\n"
          "end\n"
          "function __qorhost_path\n"
          "  set -l path\n"
          "  for word in (commandline -opc)[2..-1]\n"
-         "    switch (string join ' ' $path $word)\n";
+         "    switch (string join -- ' ' $path $word)\n";
   for (const CommandWords& command : commands) {
     if (!command.path.empty()) {
       fmt::print(out, "      case '{}'\n        set path $path $word\n", command.path);
