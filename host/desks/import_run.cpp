@@ -50,7 +50,7 @@ ImportReport ImportRun::Run(ImportFile& file, const LineEntry& enter, const Prog
   try {
     EnterAll(file, enter, progress);
     if (finish) {
-      finish();
+      FinishAll(finish);
     }
   } catch (const CancelledError&) {
     all_.Undo();
@@ -67,6 +67,14 @@ ImportReport ImportRun::Run(ImportFile& file, const LineEntry& enter, const Prog
                    : report_.refused == 0 ? Ending::kDone
                                           : Ending::kRefused;
   return std::move(report_);
+}
+
+void ImportRun::FinishAll(const std::function<void()>& finish) {
+  try {
+    finish();
+  } catch (const StoreError& error) {
+    throw FailureError(fmt::format("{}; nothing was imported", error.what()));
+  }
 }
 
 void ImportRun::EnterAll(ImportFile& file, const LineEntry& enter, const Progress& progress) {
