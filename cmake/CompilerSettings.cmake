@@ -57,6 +57,12 @@ endif()
 if(QORCRED_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Undefined behaviour ends the program where it happens. Saying in words what it was costs a third
+    # of the compilation and most of the objects' size; where it was, the address sanitizer tells when
+    # it handles the signal: ASAN_OPTIONS=handle_sigill=1, which the preset of the tests sets.
+    add_compile_options(-fsanitize-undefined-trap-on-error)
+  endif()
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_link_options(-fsanitize=address,undefined)
 endif()

@@ -27,7 +27,7 @@ constexpr std::size_t kMostArguments = 16;
 class ArgumentPack {
  public:
   // Through the constructor of an empty pack, so that one that fails half way frees what it has.
-  explicit ArgumentPack(Arguments arguments) : ArgumentPack() {
+  explicit ArgumentPack(const Arguments& arguments) : ArgumentPack() {
     if (arguments.size() > kMostArguments) throw RuntimeError(ErrorNumber::kWrongArgumentCount);
     for (; count_ < arguments.size(); ++count_) {
       PutInto(variants_[count_], arguments[arguments.size() - 1 - count_]);
@@ -173,7 +173,7 @@ bool DispatchObject::IsScriptObject() {
   return kind_ == Kind::kScript;
 }
 
-Value DispatchObject::Read(DISPID id, Arguments arguments) {
+Value DispatchObject::Read(DISPID id, const Arguments& arguments) {
   ArgumentPack pack(arguments);
   DISPPARAMS parameters{pack.data(), nullptr, pack.count(), 0};
   OwnedVariant result;
@@ -185,7 +185,7 @@ Value DispatchObject::Read(DISPID id, Arguments arguments) {
   return ToValue(result);
 }
 
-void DispatchObject::Write(DISPID id, Arguments arguments) {
+void DispatchObject::Write(DISPID id, const Arguments& arguments) {
   if (arguments.empty()) throw RuntimeError(ErrorNumber::kWrongArgumentCount);
   ArgumentPack pack(arguments);
   DISPID put = DISPID_PROPERTYPUT;
@@ -206,7 +206,7 @@ void DispatchObject::Write(DISPID id, Arguments arguments) {
   if (FAILED(done)) throw FailureFrom(done, info);
 }
 
-Value DispatchObject::Run(DISPID id, Arguments arguments) {
+Value DispatchObject::Run(DISPID id, const Arguments& arguments) {
   ArgumentPack pack(arguments);
   const bool isScript = IsScriptObject();
   const auto passingOf = [&](std::size_t at) {

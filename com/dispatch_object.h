@@ -34,9 +34,9 @@ class DispatchObject final : public Object {
 
   [[nodiscard]] DISPID IdOf(std::string_view member);
   [[nodiscard]] bool IsScriptObject();
-  Value Read(DISPID id, Arguments arguments);
-  void Write(DISPID id, Arguments arguments);
-  Value Run(DISPID id, Arguments arguments);
+  Value Read(DISPID id, const Arguments& arguments);
+  void Write(DISPID id, const Arguments& arguments);
+  Value Run(DISPID id, const Arguments& arguments);
 
   ComPtr<IDispatch> dispatch_;
   std::vector<KnownMember> members_;

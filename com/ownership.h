@@ -42,7 +42,8 @@ class ComPtr {
   Interface* pointer_ = nullptr;
 };
 
-/// Frees what a variant holds. Numbers, which most are, cost no call.
+/// Frees what a variant holds, for good: what it held is not to be looked at again. Numbers, which
+/// most are, cost no call.
 inline void Clear(VARIANT& variant) {
   switch (V_VT(&variant)) {
     case VT_EMPTY:
@@ -53,6 +54,9 @@ inline void Clear(VARIANT& variant) {
     case VT_R8:
     case VT_DATE:
     case VT_ERROR:
+      return;
+    case VT_BSTR:
+      SysFreeString(V_BSTR(&variant));
       return;
     default:
       VariantClear(&variant);
@@ -72,10 +76,11 @@ struct OwnedExcepInfo : EXCEPINFO {
   OwnedExcepInfo() : EXCEPINFO{} {}
   OwnedExcepInfo(const OwnedExcepInfo&) = delete;
   OwnedExcepInfo& operator=(const OwnedExcepInfo&) = delete;
+  // One by one: gathered in a list they would be copied first, at every call.
   ~OwnedExcepInfo() {
-    for (BSTR text : {bstrSource, bstrDescription, bstrHelpFile}) {
-      if (text != nullptr) SysFreeString(text);
-    }
+    if (bstrSource != nullptr) SysFreeString(bstrSource);
+    if (bstrDescription != nullptr) SysFreeString(bstrDescription);
+    if (bstrHelpFile != nullptr) SysFreeString(bstrHelpFile);
   }
 };
 

@@ -88,11 +88,11 @@ class LockedArray {
     if (array == nullptr || SafeArrayGetDim(array) != 1) RaiseTypeMismatch();
     Require(SafeArrayGetVartype(array, &type_));
     if (type_ != VT_BSTR && type_ != VT_VARIANT) RaiseTypeMismatch();
-    LONG low = 0;
-    LONG high = 0;
-    Require(SafeArrayGetLBound(array, 1, &low));
-    Require(SafeArrayGetUBound(array, 1, &high));
-    size_ = high < low ? 0 : static_cast<std::size_t>(high - low) + 1;
+    // Counted, not reckoned from the bounds: near the ends of what a bound can be the upper one is
+    // no number any more.
+    size_ = array->rgsabound[0].cElements;
+    // A description whose elements were never made, or are gone.
+    if (size_ != 0 && array->pvData == nullptr) RaiseTypeMismatch();
     Require(SafeArrayAccessData(array, &data_));
   }
   ~LockedArray() { SafeArrayUnaccessData(array_); }

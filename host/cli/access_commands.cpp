@@ -24,13 +24,11 @@ ExitStatus RunAccessList(const GlobalOptions& global, const AccessOptions& optio
 }  // namespace
 
 void DescribeAccess(CommandPlace place, const GlobalOptions& global, AccessOptions& options) {
-  CLI::App* app =
-      place.parent.add_subcommand("access", "See who may go in where and when, door by door");
-  app->require_subcommand(1);
-  app->fallthrough();
-  app->footer("Examples:\n  qorhost access list\n  qorhost access list --help");
+  const CommandPlace access =
+      AddGroup(place, "access", "See who may go in where and when, door by door",
+               "  qorhost access list\n  qorhost access list --help");
   auto* list = AddCommand(
-      {*app, place.chosen}, "list",
+      access, "list",
       "List every tenant at every door with period, cards, code and schedule, and whether access "
       "holds",
       "  qorhost access list --unit 2 --where \"door contains garage\" --where \"access = yes\" "

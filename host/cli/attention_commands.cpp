@@ -99,10 +99,8 @@ ExitStatus RunFreeCardDelete(const GlobalOptions& global, const AttentionOptions
 void DescribeStep(CommandPlace place, const char* name, const char* description,
                   const char* examples, CommandRun run, AttentionOptions& options) {
   auto* step = AddCommand(place, name, description, examples, std::move(run), kListWords);
-  step->add_option("--where", options.conditions,
-                   "Those of the list that meet a condition; several must all hold")
-      ->type_name("\"FIELD OPERATOR VALUE [AND VALUE2]\"")
-      ->allow_extra_args(false);
+  DescribeConditions(*step, options.conditions,
+                     "Those of the list that meet a condition; several must all hold");
   DescribeWithin(*step, options.within);
   DescribeTrial(*step, options.trial);
 }
@@ -111,30 +109,15 @@ void DescribeStep(CommandPlace place, const char* name, const char* description,
 
 void DescribeWithin(CLI::App& command, std::int32_t& within) {
   static constexpr NumberRange kDays{0, 36'500};
-  command
-      .add_option_function<std::string>(
-          "--within",
-          [&within](const std::string& days) {
-            within = static_cast<std::int32_t>(WholeNumberIn(days, kDays).value_or(kUsualSoon));
-          },
-          fmt::format("How many days from today on count as soon ({})", kUsualSoon))
-      ->type_name("DAYS")
-      ->check([](const std::string& days) {
-        return WholeNumberIn(days, kDays)
-                   ? std::string()
-                   : fmt::format("'{}' must be a whole number from {} to {}, in digits alone", days,
-                                 kDays.lowest, kDays.highest);
-      });
+  AddNumber(command, "--within", "DAYS", kDays,
+            fmt::format("How many days from today on count as soon ({})", kUsualSoon),
+            [&within](std::int64_t days) { within = static_cast<std::int32_t>(days); });
 }
 
 void DescribeAttention(CommandPlace place, const GlobalOptions& global, AttentionOptions& options) {
-  CLI::App* app = place.parent.add_subcommand(
-      "attention", "See what needs attention, leases and cards above all, and settle it");
-  app->require_subcommand(1);
-  app->fallthrough();
-  app->footer(
-      "Examples:\n  qorhost attention list --within 30\n  qorhost attention deactivate --help");
-  const CommandPlace attention{*app, place.chosen};
+  const CommandPlace attention = AddGroup(
+      place, "attention", "See what needs attention, leases and cards above all, and settle it",
+      "  qorhost attention list --within 30\n  qorhost attention deactivate --help");
   auto* list = AddCommand(
       attention, "list",
       "List tenants and directory codes whose last day is past or near, tenants without a card or "

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "host/cli/change_report.h"
-#include "host/cli/existing_file.h"
+#include "host/cli/written_file.h"
 #include "host/desks/history.h"
 #include "host/desks/store_backup.h"
 #include "host/desks/store_check.h"
@@ -48,8 +48,8 @@ void DescribeBackup(CommandPlace place, const GlobalOptions& global, BackupOptio
 
 ExitStatus RunBackup(const GlobalOptions& global, const BackupOptions& options, Console& console) {
   const BackedUp made = AdvisingOnExisting("name another file, or replace it with --force", [&] {
-    return BackUp(global.file, options.file, options.force ? Standing::kReplaced : Standing::kStays,
-                  PatienceOf(global, console), TrialOf(options.trial));
+    return BackUp(global.file, options.file, StandingOf(options.force), PatienceOf(global, console),
+                  TrialOf(options.trial));
   });
   if (global.json) {
     qorcred::StringArray heads;

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -81,19 +80,13 @@ UnitName UnitNamed(CommandSession& session, const std::string& given) {
   throw UsageError(fmt::format("there is no unit '{}': 'qorhost units' lists them", given));
 }
 
-/// Those that are named, each once, with what is in them.
 std::vector<UnitToDelete> UnitsToDelete(CommandSession& session,
                                         const std::vector<std::string>& given) {
-  std::vector<UnitToDelete> units;
+  std::vector<UnitName> units;
   for (const std::string& one : given) {
-    UnitName unit = UnitNamed(session, one);
-    if (std::none_of(units.begin(), units.end(),
-                     [&unit](const UnitToDelete& other) { return other.unit.key == unit.key; })) {
-      const UnitContents contents = ContentsOf(session.desks(), unit.key);
-      units.push_back({std::move(unit), contents});
-    }
+    units.push_back(UnitNamed(session, one));
   }
-  return units;
+  return WithContents(session.desks(), units);
 }
 
 /// Asks once, about all of them that are not empty.
@@ -198,13 +191,12 @@ ExitStatus RunUnitDelete(const GlobalOptions& global, const UnitOptions& options
   report.unit =
       units.size() == 1 ? qorcred::Value(units.front().unit.key) : qorcred::Value(qorcred::Null{});
   report.trial = options.trial;
-  UnitContents all;
   std::vector<std::string> deleted;
   for (const auto& [unit, contents] : units) {
     report.deleted.push_back({"unit", unit.key, unit.name});
     deleted.push_back(NameOf(unit) + (contents.any() ? " with " + contents.Text() : ""));
-    all.Add(contents);
   }
+  const UnitContents all = ContentsOf(units);
   report.facts.Add("tenants", CountCell(all.tenants))
       .Add("credentials", CountCell(all.credentials))
       .Add("directory_codes", CountCell(all.codes))

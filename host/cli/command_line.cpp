@@ -7,15 +7,14 @@
 #include <array>
 #include <cstdint>
 #include <exception>
-#include <new>
 #include <sstream>
 #include <utility>
 
-#include "frame/runtime_error.h"
 #include "host/cli/access_commands.h"
 #include "host/cli/attention_commands.h"
 #include "host/cli/backup_commands.h"
 #include "host/cli/building_command_line.h"
+#include "host/cli/command_run.h"
 #include "host/cli/command_session.h"
 #include "host/cli/commands.h"
 #include "host/cli/completion.h"
@@ -32,12 +31,8 @@
 #include "host/cli/step_command_line.h"
 #include "host/cli/store_commands.h"
 #include "host/cli/tenant_command_line.h"
-#include "host/desks/desk_error.h"
 #include "host/desks/finder.h"
-#include "host/desks/store_file.h"
 #include "host/desks/whole_number.h"
-#include "host/files/file_error.h"
-#include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
 #include "host/tour/tour.h"
 
@@ -92,20 +87,10 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
       "--no", [&global] { global.answer = false; }, "Answer No to questions, and delete nothing");
   yes->excludes(no);
   static constexpr NumberRange kWaits{0, std::int64_t{24} * 60 * 60};
-  app.add_option_function<std::string>(
-         "--wait",
-         [&global](const std::string& seconds) {
-           global.wait = static_cast<int>(WholeNumberIn(seconds, kWaits).value_or(0));
-         },
-         fmt::format("How long to wait for others who are writing to the store ({}), up to {}",
-                     kUsualPatience.count(), kWaits.highest))
-      ->type_name("SECONDS")
-      ->check([](const std::string& seconds) {
-        return WholeNumberIn(seconds, kWaits)
-                   ? std::string()
-                   : fmt::format("'{}' must be a whole number from {} to {}, in digits alone",
-                                 seconds, kWaits.lowest, kWaits.highest);
-      });
+  AddNumber(app, "--wait", "SECONDS", kWaits,
+            fmt::format("How long to wait for others who are writing to the store ({}), up to {}",
+                        kUsualPatience.count(), kWaits.highest),
+            [&global](std::int64_t seconds) { global.wait = static_cast<int>(seconds); });
   app.add_flag("--json", global.json, "Print rows as JSON");
   app.add_flag("-q,--quiet", global.quiet,
                "Print nothing but what was asked for: of a change that was done nothing");
@@ -227,89 +212,6 @@ void Describe(CLI::App& app, Choice& choice) {
   SpeakPlainly(app);
 }
 
-ExitStatus StatusOf(FileProblem problem) {
-  switch (problem) {
-    case FileProblem::kHeadings:
-    case FileProblem::kUnknownHeadings:
-      return ExitStatus::kUsage;
-    case FileProblem::kUnusable:
-    case FileProblem::kExists:
-    case FileProblem::kOccupied:
-      return ExitStatus::kRefused;
-    case FileProblem::kUnreachable:
-      break;
-  }
-  return ExitStatus::kFailure;
-}
-
-/// Runs the command. With --trace-file its trace is written, also that of a command that fails.
-ExitStatus RunTraced(const Choice& choice, Console& console) {
-  const GlobalOptions& global = choice.global;
-  console.quiet = global.quiet;
-  if (!global.traceFile) {
-    return choice.run(console);
-  }
-  const Writing writing{global.replaceTraceFile ? Standing::kReplaced : Standing::kStays,
-                        FilesOfStore(global.file)};
-  ExitStatus status = ExitStatus::kDone;
-  std::exception_ptr failure;
-  try {
-    WriteWholeFile(*global.traceFile, writing, [&](std::ostream& file) {
-      console.traceFile = &file;
-      try {
-        status = choice.run(console);
-      } catch (...) {
-        failure = std::current_exception();
-      }
-      console.traceFile = nullptr;
-    });
-  } catch (const FileError& unwritten) {
-    if (console.stored) {
-      throw FailureError(fmt::format("{}; the change is stored", unwritten.what()));
-    }
-    if (failure != nullptr) {  // why the command ended says more
-      console.err << fmt::format("qorhost: {}\n", Displayable(unwritten.what()));
-      std::rethrow_exception(failure);
-    }
-    if (unwritten.problem() == FileProblem::kExists) {
-      throw RefusedError(
-          fmt::format("{}: name another trace file, or replace it with --force in "
-                      "front of the command",
-                      unwritten.what()));
-    }
-    throw;
-  }
-  if (failure != nullptr) {
-    std::rethrow_exception(failure);
-  }
-  return status;
-}
-
-/// The one place where failures of a command become an exit status and a message.
-Ended RunChosen(const Choice& choice, Console& console) {
-  try {
-    return {RunTraced(choice, console)};
-  } catch (const UsageError& error) {
-    return {ExitStatus::kUsage, error.what(), error.field(), error.value()};
-  } catch (const RefusedError& error) {
-    return {ExitStatus::kRefused, error.what()};
-  } catch (const FileError& error) {
-    return {StatusOf(error.problem()), error.what()};
-  } catch (const std::bad_alloc&) {
-    return {ExitStatus::kFailure, "out of memory"};
-  } catch (const qorcred::RuntimeError& error) {
-    // It was written past the store's own checks.
-    return {ExitStatus::kFailure,
-            error.what() == console.told
-                ? std::string()
-                : fmt::format("the store holds a value that cannot be used here: {} (error {})",
-                              error.what(), static_cast<int>(error.number()))};
-  } catch (const std::exception& error) {
-    return {ExitStatus::kFailure,
-            error.what() == console.told ? std::string() : std::string(error.what())};
-  }
-}
-
 /// The words that name the command as far as it was understood: "qorhost credentials delete".
 std::string CommandName(const CLI::App& app) {
   std::string name = app.get_name();
@@ -370,7 +272,7 @@ Ended ParseAndRun(const std::vector<std::string>& args, Console& console) {
   } catch (const CLI::ParseError& error) {
     return {ExitStatus::kUsage, ParseMessage(app, error)};
   }
-  return RunChosen(choice, console);
+  return RunChosen(choice.run, choice.global, console);
 }
 
 /// The same without an exception.

@@ -75,6 +75,14 @@ class CommandSession {
   /// The unit of --unit alone, or all units.
   [[nodiscard]] std::vector<UnitName> ChosenUnits();
 
+  /// What `read` gives, read from one state of the store. Print it behind that: whoever reads page
+  /// by page keeps nobody waiting then.
+  template <typename Read>
+  [[nodiscard]] auto OfOneState(Read&& read) {
+    const Undoable oneState(session_.sql().look());
+    return read();
+  }
+
   /// Tells what units lack so that nothing can be stored in them.
   void TellWhatIsMissing(const std::vector<UnitName>& units);
 

@@ -1,5 +1,7 @@
 #include "host/cli/commands.h"
 
+#include <fmt/format.h>
+
 #include <utility>
 
 namespace qorhost {
@@ -23,6 +25,33 @@ CLI::App* AddCommand(CommandPlace place, const char* name, const char* descripti
     };
   });
   return command;
+}
+
+CommandPlace AddGroup(CommandPlace place, const char* name, const char* description,
+                      const char* examples) {
+  CLI::App* group = place.parent.add_subcommand(name, description);
+  group->require_subcommand(1);
+  group->fallthrough();
+  group->footer(std::string("Examples:\n") + examples);
+  return {*group, place.chosen};
+}
+
+CLI::Option* AddNumber(CLI::App& command, const char* name, const char* type, NumberRange range,
+                       const std::string& description, std::function<void(std::int64_t)> take) {
+  return command
+      .add_option_function<std::string>(
+          name,
+          [range, take = std::move(take)](const std::string& given) {
+            take(WholeNumberIn(given, range).value_or(range.lowest));
+          },
+          description)
+      ->type_name(type)
+      ->check([range](const std::string& given) {
+        return WholeNumberIn(given, range)
+                   ? std::string()
+                   : fmt::format("'{}' must be a whole number from {} to {}, in digits alone",
+                                 given, range.lowest, range.highest);
+      });
 }
 
 CLI::Option* DescribeTrial(CLI::App& command, bool& trial) {

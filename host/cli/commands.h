@@ -2,11 +2,13 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
 
 #include "host/desks/input_fault.h"
+#include "host/desks/whole_number.h"
 #include "host/terminal/console.h"
 
 namespace qorhost {
@@ -26,6 +28,14 @@ struct CommandPlace {
 /// They must outlive the run.
 CLI::App* AddCommand(CommandPlace place, const char* name, const char* description,
                      const char* examples, CommandRun run, std::span<const FieldWord> words = {});
+
+/// Adds a command that only stands in front of commands of its own, with examples of them.
+CommandPlace AddGroup(CommandPlace place, const char* name, const char* description,
+                      const char* examples);
+
+/// Adds an option that takes a whole number of the range and hands it to `take`.
+CLI::Option* AddNumber(CLI::App& command, const char* name, const char* type, NumberRange range,
+                       const std::string& description, std::function<void(std::int64_t)> take);
 
 /// Adds -n, --dry-run to a command that writes.
 CLI::Option* DescribeTrial(CLI::App& command, bool& trial);

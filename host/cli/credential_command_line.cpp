@@ -173,12 +173,9 @@ void DescribeRest(CommandPlace credentials, const GlobalOptions& global, Credent
 
 void DescribeCredentials(CommandPlace place, const GlobalOptions& global,
                          CredentialChoice& choice) {
-  CLI::App* app =
-      place.parent.add_subcommand("credentials", "List, issue, change and delete credentials");
-  app->require_subcommand(1);
-  app->fallthrough();
-  app->footer("Examples:\n  qorhost credentials list\n  qorhost credentials add --help");
-  const CommandPlace credentials{*app, place.chosen};
+  const CommandPlace credentials =
+      AddGroup(place, "credentials", "List, issue, change and delete credentials",
+               "  qorhost credentials list\n  qorhost credentials add --help");
   auto* list = AddCommand(
       credentials, "list", "List a unit's credentials",
       "  qorhost credentials list --unit 2\n"

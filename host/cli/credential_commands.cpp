@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "frame/convert.h"
 #include "host/cli/change_report.h"
 #include "host/cli/progress.h"
 #include "host/desks/credential_desk.h"
@@ -41,31 +40,17 @@ Value TextOrNull(const std::string& text) {
   return text.empty() ? Value(qorcred::Null{}) : Value(text);
 }
 
-/// The numbers in a list with a comma behind each.
-std::vector<double> NumbersIn(std::string_view list) {
-  std::vector<double> numbers;
-  while (!list.empty()) {
-    const std::size_t comma = std::min(list.find(','), list.size());
-    numbers.push_back(qorcred::Val(list.substr(0, comma)));
-    list.remove_prefix(std::min(comma + 1, list.size()));
-  }
-  return numbers;
-}
-
 ChangeReport ReportOnIssued(const IssuedCredentials& issued, const UnitName& unit) {
   ChangeReport report;
   report.unit = unit.key;
   report.stored = true;
-  // A range is stored in one go: its rows stand behind each other.
-  const auto firstRid = issued.lastRid - static_cast<std::int32_t>(issued.Count()) + 1;
   for (std::int64_t number = issued.first; number <= issued.last; ++number) {
-    report.added.push_back(Thing(firstRid + static_cast<std::int32_t>(number - issued.first),
-                                 fmt::format("{}-{}", issued.type, number)));
+    report.added.push_back(Thing(issued.RidOf(number), issued.EntryOf(number)));
   }
   report.facts.Add("type", issued.type)
       .Add("first", static_cast<double>(issued.first))
       .Add("last", static_cast<double>(issued.last))
-      .Add("new_tenant_ids", NumbersIn(issued.newTenantIds));
+      .Add("new_tenant_ids", issued.NewTenants());
   return report;
 }
 

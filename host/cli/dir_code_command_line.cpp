@@ -151,12 +151,9 @@ void DescribeExchange(CommandPlace dircodes, const GlobalOptions& global, DirCod
 }  // namespace
 
 void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeChoice& choice) {
-  CLI::App* app = place.parent.add_subcommand(
-      "dircodes", "List, enter, change and delete directory codes; merge them with a unit");
-  app->require_subcommand(1);
-  app->fallthrough();
-  app->footer("Examples:\n  qorhost dircodes list\n  qorhost dircodes add --help");
-  const CommandPlace dircodes{*app, place.chosen};
+  const CommandPlace dircodes = AddGroup(
+      place, "dircodes", "List, enter, change and delete directory codes; merge them with a unit",
+      "  qorhost dircodes list\n  qorhost dircodes add --help");
 
   auto* list = AddCommand(
       dircodes, "list", "List a unit's directory codes and who has them",

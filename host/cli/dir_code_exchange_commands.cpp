@@ -7,14 +7,13 @@
 
 #include "frame/convert.h"
 #include "host/cli/change_report.h"
-#include "host/cli/existing_file.h"
 #include "host/cli/progress.h"
+#include "host/cli/written_file.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "host/desks/words.h"
 #include "host/files/input_file.h"
 #include "host/files/json_writer.h"
-#include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
 #include "host/terminal/few_lines.h"
 #include "host/terminal/table_printer.h"
@@ -92,22 +91,20 @@ void ReportKept(std::size_t kept, Console& console) {
 
 /// What a merge does to the codes, as programs are told it.
 ChangeReport ReportOn(const UnitMerge& merge, const UnitFile& file, const UnitName& unit) {
-  constexpr std::size_t kAction = 0;
-  constexpr std::size_t kCode = 1;
-  constexpr std::size_t kRid = 2;
   ChangeReport report;
   report.unit = unit.key;
-  const Table plan = PlanTable(merge.plan(), file.codes, merge.stored());
-  for (const auto& row : plan.rows) {
-    const std::string action = qorcred::TextOrEmpty(row[kAction]);
-    std::vector<TouchedThing>& things = action == "insert"   ? report.added
-                                        : action == "update" ? report.changed
-                                                             : report.deleted;
-    things.push_back({"directory code", row[kRid], qorcred::TextOrEmpty(row[kCode])});
+  for (const MergeStep& step : merge.plan().steps) {
+    std::vector<TouchedThing>& things = step.action == MergeAction::kInsert   ? report.added
+                                        : step.action == MergeAction::kUpdate ? report.changed
+                                                                              : report.deleted;
+    const MergeSubject subject = SubjectOf(step, file.codes, merge.stored());
+    things.push_back({"directory code",
+                      subject.rid ? qorcred::Value(*subject.rid) : qorcred::Value(qorcred::Null{}),
+                      qorcred::NumberText(subject.number)});
   }
   report.facts.Add("unchanged", CountCell(merge.plan().unchanged))
       .Add("not_deleted", CountCell(merge.plan().kept))
-      .Add("plan", plan);
+      .Add("plan", PlanTable(merge.plan(), file.codes, merge.stored()));
   return report;
 }
 
@@ -176,31 +173,6 @@ ExportedUnit Export(DeskSession& session, std::int32_t unitKey, const DirCodeExp
   }
 }
 
-/// Raises UsageError where the trace would take the export's place.
-void RequireAnotherTraceFile(const GlobalOptions& global, const DirCodeExportOptions& options) {
-  if (global.traceFile && options.to != kStandardStream &&
-      AreOneFile(*global.traceFile, options.to)) {
-    throw UsageError("--to and --trace-file name the same file: name another one");
-  }
-}
-
-/// Raises RefusedError for a file that is there already, unless it is to be replaced. A trial
-/// writes nothing.
-void WriteFile(const UnitFile& unit, const GlobalOptions& global,
-               const DirCodeExportOptions& options) {
-  constexpr std::string_view kAdvice = "name another file with --to, or replace it with --force";
-  if (options.trial) {
-    if (!options.force && options.to != kStandardStream) {
-      RequireNoFile(options.to, kAdvice);
-    }
-    return;
-  }
-  AdvisingOnExisting(kAdvice, [&] {
-    WriteExport(unit, options.to, options.force ? Standing::kReplaced : Standing::kStays,
-                global.file);
-  });
-}
-
 }  // namespace
 
 ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions& options,
@@ -238,7 +210,9 @@ ExitStatus RunDirCodeSync(const GlobalOptions& global, const DirCodeSyncOptions&
 
 ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOptions& options,
                             Console& console) {
-  RequireAnotherTraceFile(global, options);
+  if (options.to != kStandardStream) {
+    RequireNoTraceIn(options.to, "--to", global);
+  }
   CommandSession session(global, Access::kRead, console);
   const UnitName chosen = session.ChosenUnit();
   const UnitFile unit = Export(session.desks(), chosen.key, options, console).file;
@@ -246,13 +220,15 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
     PrintRaw(console, [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
     return ExitStatus::kDone;
   }
-  WriteFile(unit, global, options);
+  WriteUnlessTried({options.to, options.force, options.trial}, kAdviceOnTo, [&](Standing existing) {
+    WriteExport(unit, options.to, existing, global.file);
+  });
   console.stored = !options.trial;
   if (global.json) {
     PrintJsonObject(console.out, {{"unit", chosen.key},
                                   {"file", options.to},
-                                  {"directory_codes", CountCell(unit.codes.size())},
-                                  {"dry_run", options.trial}});
+                                  {"dry_run", options.trial},
+                                  {"directory_codes", CountCell(unit.codes.size())}});
     return ExitStatus::kDone;
   }
   const std::string what =

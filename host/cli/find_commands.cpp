@@ -18,8 +18,9 @@ ExitStatus RunFind(const GlobalOptions& global, const FindOptions& options, Cons
   CommandSession session(global, Access::kRead, console);
   // Which are shown is known when all of them have been looked at.
   const std::vector<UnitName> units = session.ChosenUnits();
-  const Found found =
-      FindText(session.desks(), units, text, query.LooksAtAll() ? std::string::npos : most);
+  const Found found = session.OfOneState([&] {
+    return FindText(session.desks(), units, text, query.LooksAtAll() ? std::string::npos : most);
+  });
   if (found.total > 0 || FormatOf(global, asked.output) != "table") {
     PrintList(global, asked, {found.rows, OneUnit(global, units)}, session, console);
   }

@@ -34,12 +34,9 @@ void DescribeList(CommandPlace place, const GlobalOptions& global, HistoryOption
 }  // namespace
 
 void DescribeHistory(CommandPlace place, const GlobalOptions& global, HistoryOptions& options) {
-  CLI::App* app =
-      place.parent.add_subcommand("history", "See what was done, by whom, and take it back");
-  app->require_subcommand(1);
-  app->fallthrough();
-  app->footer("Examples:\n  qorhost history list --since 7d\n  qorhost history undo 12");
-  const CommandPlace history{*app, place.chosen};
+  const CommandPlace history =
+      AddGroup(place, "history", "See what was done, by whom, and take it back",
+               "  qorhost history list --since 7d\n  qorhost history undo 12");
   DescribeList(history, global, options);
 
   auto* show = AddCommand(

@@ -32,21 +32,11 @@ std::string InUnitOf(const WorkEntry& entry, DeskSession& session) {
 
 /// The rows that the undo of an entry has put back, taken away or changed, by their tables.
 void AddRowsOf(const UndoneWork& undone, DeskSession& session, ChangeReport& report) {
-  constexpr std::size_t kTable = 0;
-  constexpr std::size_t kRid = 1;
-  constexpr std::size_t kChange = 3;
-  const Table rows = EntryTable(session, undone.entry.entry);
-  const std::vector<qorcred::Value>* before = nullptr;
-  for (const auto& row : rows.rows) {
-    if (before != nullptr && (*before)[kTable] == row[kTable] && (*before)[kRid] == row[kRid]) {
-      continue;  // another field of the same row
-    }
-    before = &row;
-    const std::string change = qorcred::TextOrEmpty(row[kChange]);
-    std::vector<TouchedThing>& things = change == "new"       ? report.deleted
-                                        : change == "deleted" ? report.added
-                                                              : report.changed;
-    things.push_back({"row", row[kRid], qorcred::TextOrEmpty(row[kTable])});
+  for (const TouchedRow& row : RowsTouched(session, undone.entry.entry)) {
+    std::vector<TouchedThing>& things = row.kind == RowChangeKind::kInserted  ? report.deleted
+                                        : row.kind == RowChangeKind::kDeleted ? report.added
+                                                                              : report.changed;
+    things.push_back({"row", static_cast<double>(row.rid), row.table});
   }
 }
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "frame/text.h"
-#include "frame/utf8.h"
 #include "host/cli/progress.h"
+#include "host/cli/written_file.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/store_file.h"
 #include "host/desks/words.h"
@@ -96,39 +96,23 @@ ImportForm FormOf(const ImportOptions& options) {
   return form;
 }
 
-/// The number of the first line with bytes that are no UTF-8; 0 without one.
-std::size_t FirstLineOfAnotherEncoding(std::string_view text) {
-  std::size_t line = 0;
-  while (!text.empty()) {
-    ++line;
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    if (!qorcred::IsUtf8(text.substr(0, end))) {
-      return line;
-    }
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
-  return 0;
-}
-
 /// A spreadsheet in another encoding would lose every line with an accent, one by one: nothing is
 /// taken in before somebody has said which one it is.
 void RequireEncoding(const std::string& text, const ImportOptions& options) {
-  if (!options.encoding.empty() ||
-      (qorcred::IsUtf8(text) && text.find('\0') == std::string::npos)) {
+  if (!options.encoding.empty()) {
     return;
   }
-  const std::string read = TextAsUtf8(text, TextEncoding::kUtf8);
-  if (std::string_view(read).substr(0, read.find('\n')).find('\0') != std::string_view::npos) {
+  const EncodingDoubt doubt = DoubtAbout(text);
+  if (doubt.isLikeUtf16) {
     throw RefusedError(
         "line 1 has zero bytes between its letters, as UTF-16 has, so nothing was imported: "
         "--encoding utf-16 reads it");
   }
-  const std::size_t line = FirstLineOfAnotherEncoding(read);
-  if (line != 0) {
+  if (doubt.badLine != 0) {
     throw RefusedError(fmt::format(
         "line {} is not UTF-8, so nothing was imported: say which encoding the file has, "
         "--encoding cp1252 for most that are not, or --encoding utf-8 to have such lines refused",
-        line));
+        doubt.badLine));
   }
 }
 
@@ -154,18 +138,14 @@ class RejectsFile {
   /// Raises UsageError for a place that another file of the command has, RefusedError for one that
   /// is taken: before anything is imported.
   RejectsFile(const GlobalOptions& global, const ImportOptions& options)
-      : place_(options.rejects),
-        writing_{options.force ? Standing::kReplaced : Standing::kStays,
-                 FilesOfStore(global.file)} {
+      : place_(options.rejects), writing_{StandingOf(options.force), FilesOfStore(global.file)} {
     if (place_.empty()) {
       return;
     }
     if (AreOneFile(place_, options.file)) {
       throw UsageError("--rejects names the file that is imported: name another one");
     }
-    if (global.traceFile && AreOneFile(place_, *global.traceFile)) {
-      throw UsageError("--rejects and --trace-file name the same file: name another one");
-    }
+    RequireNoTraceIn(place_, "--rejects", global);
     const bool isOfStore =
         std::any_of(writing_.never.begin(), writing_.never.end(),
                     [this](const auto& file) { return AreOneFile(place_, file); });
@@ -234,8 +214,8 @@ void PrintReportAsJson(const ImportReport& report, const ImportCommand& command,
       lines.rows.push_back({CountCell(remark.line), Displayable(report.TextOf(remark))});
     }
   }
-  std::vector<std::pair<std::string, qorcred::Value>> members{{"unit", unit.key},
-                                                              {"done", CountCell(report.done)}};
+  std::vector<std::pair<std::string, qorcred::Value>> members{
+      {"unit", unit.key}, {"dry_run", report.dryRun}, {"done", CountCell(report.done)}};
   if (command.passesOver) {
     members.emplace_back("unchanged", CountCell(report.unchanged));
   }

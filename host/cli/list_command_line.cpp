@@ -9,15 +9,19 @@
 namespace qorhost {
 
 void DescribeListOptions(CLI::App& command, ListOptions& options) {
-  command
-      .add_option("--where", options.query.conditions,
-                  "Those that meet a condition; several must all hold")
-      ->type_name("\"FIELD OPERATOR VALUE [AND VALUE2]\"")
-      ->allow_extra_args(false);
+  DescribeConditions(command, options.query.conditions,
+                     "Those that meet a condition; several must all hold");
   DescribeOrder(command, options);
   DescribeFormats(command, options.output,
                   "table for people (the default), csv, json, or html for printing",
                   {"table", "csv", "json", "html"});
+}
+
+CLI::Option* DescribeConditions(CLI::App& command, std::vector<std::string>& conditions,
+                                const std::string& description) {
+  return command.add_option("--where", conditions, description)
+      ->type_name("\"FIELD OPERATOR VALUE [AND VALUE2]\"")
+      ->allow_extra_args(false);
 }
 
 void DescribeFormats(CLI::App& command, OutputOptions& output, const std::string& description,

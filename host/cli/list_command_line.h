@@ -31,6 +31,9 @@ constexpr std::array<FieldWord, Count + kListWords.size()> WithListWords(
 /// Adds --where, --sort, --columns, --limit, --all-units, --format, --to and --force; `options`
 /// must outlive the parsing.
 void DescribeListOptions(CLI::App& command, ListOptions& options);
+/// --where alone.
+CLI::Option* DescribeConditions(CLI::App& command, std::vector<std::string>& conditions,
+                                const std::string& description);
 /// --sort, --columns, --limit and --all-units alone.
 void DescribeOrder(CLI::App& command, ListOptions& options);
 /// --format with these formats, --to and --force alone.

@@ -76,8 +76,8 @@ ExitStatus PrintOfUnits(const GlobalOptions& global, const ListOptions& options,
   CommandSession session(global, Access::kRead, console);
   const std::vector<UnitName> units = session.ChosenUnits();
   session.TellWhatIsMissing(units);
-  PrintList(global, options, {read(session.desks(), units), OneUnit(global, units)}, session,
-            console);
+  List rows = session.OfOneState([&] { return read(session.desks(), units); });
+  PrintList(global, options, {std::move(rows), OneUnit(global, units)}, session, console);
   return ExitStatus::kDone;
 }
 
@@ -87,7 +87,8 @@ ExitStatus PrintOfQueue(const GlobalOptions& global, const ListOptions& options,
   CommandSession session(global, Access::kRead, console);
   const std::optional<UnitName> unit =
       global.unit ? std::optional(session.ChosenUnit()) : std::nullopt;
-  PrintList(global, options, {read(session.desks(), global.unit), unit}, session, console);
+  List rows = session.OfOneState([&] { return read(session.desks(), global.unit); });
+  PrintList(global, options, {std::move(rows), unit}, session, console);
   return ExitStatus::kDone;
 }
 
@@ -97,15 +98,19 @@ void PrintUnitList(const GlobalOptions& global, const ListOptions& options, Comm
   if (options.allUnits) {
     const std::vector<UnitName> units = session.ChosenUnits();
     session.TellWhatIsMissing(units);
-    List all;
-    for (const UnitName& unit : units) {
-      Append(all, WithUnit(read(unit), unit));
-    }
+    List all = session.OfOneState([&] {
+      List every;
+      for (const UnitName& unit : units) {
+        Append(every, WithUnit(read(unit), unit));
+      }
+      return every;
+    });
     PrintList(global, options, {std::move(all)}, session, console);
     return;
   }
   const UnitName unit = session.ChosenUnit();
-  PrintList(global, options, {read(unit), unit, TitleOf(unit)}, session, console);
+  List rows = session.OfOneState([&] { return read(unit); });
+  PrintList(global, options, {std::move(rows), unit, TitleOf(unit)}, session, console);
 }
 
 }  // namespace qorhost

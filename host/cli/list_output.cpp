@@ -8,11 +8,9 @@
 #include <utility>
 
 #include "frame/text.h"
-#include "host/cli/existing_file.h"
-#include "host/desks/store_file.h"
+#include "host/cli/written_file.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
-#include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
 
 namespace qorhost {
@@ -67,14 +65,7 @@ void PrintTo(const GlobalOptions& global, const OutputOptions& output, std::size
     print(console.out);
     return;
   }
-  if (global.traceFile && AreOneFile(*global.traceFile, output.to)) {
-    throw UsageError("--to and --trace-file name the same file: name another one");
-  }
-  AdvisingOnExisting("name another file with --to, or replace it with --force", [&] {
-    WriteWholeFile(
-        output.to,
-        {output.force ? Standing::kReplaced : Standing::kStays, FilesOfStore(global.file)}, print);
-  });
+  WriteFileOfTo({output.to, output.force}, global, print);
   if (global.json || output.format == "json") {
     PrintJsonObject(console.out, {{"rows", CountCell(rows)}, {"file", output.to}});
   } else {

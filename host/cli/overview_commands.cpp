@@ -17,7 +17,8 @@ ExitStatus RunOverview(const GlobalOptions& global, const OverviewOptions& optio
   const std::vector<UnitName> units = session.ChosenUnits();
   session.TellWhatIsMissing(units);
   DeskSession& desks = session.desks();
-  const StoreOverview overview = OverviewOf(desks, units, options.within);
+  const StoreOverview overview =
+      session.OfOneState([&] { return OverviewOf(desks, units, options.within); });
   PrintedList printed{overview.list, OneUnit(global, units)};
   printed.page = [&](List answer, const ListQuery& asked) {
     return PageOfOverview(desks, overview, OneUnit(global, units), std::move(answer), asked);

@@ -16,11 +16,8 @@ constexpr std::array kDeletion{FieldWord{report_input::kRids, "--delete", {}}};
 constexpr auto kReportWords = WithListWords(kDeletion);
 
 CLI::Option* DescribeOutput(CLI::App& command, ReportOptions& options) {
-  auto* where = command
-                    .add_option("--where", options.conditions,
-                                "A condition on a field; several must all hold")
-                    ->type_name("\"FIELD OPERATOR VALUE [AND VALUE2]\"")
-                    ->allow_extra_args(false);
+  auto* where = DescribeConditions(command, options.conditions,
+                                   "A condition on a field; several must all hold");
   DescribeOrder(command, options.asked);
   DescribeFormats(command, options.asked.output,
                   "table for people (the default), csv and json with every column, html for "
@@ -32,12 +29,9 @@ CLI::Option* DescribeOutput(CLI::App& command, ReportOptions& options) {
 }  // namespace
 
 void DescribeReports(CommandPlace place, const GlobalOptions& global, ReportOptions& options) {
-  CLI::App* app = place.parent.add_subcommand(
-      "report", "Print a unit's directory codes or credentials, narrowed by conditions");
-  app->require_subcommand(1);
-  app->fallthrough();
-  app->footer("Examples:\n  qorhost report dircodes\n  qorhost report credentials --help");
-  const CommandPlace reports{*app, place.chosen};
+  const CommandPlace reports = AddGroup(
+      place, "report", "Print a unit's directory codes or credentials, narrowed by conditions",
+      "  qorhost report dircodes\n  qorhost report credentials --help");
 
   static_assert(DirCodeReport::kMostConditions == 5, "the help says five");
   auto* codes = AddCommand(

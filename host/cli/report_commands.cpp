@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <functional>
 #include <string_view>
 #include <utility>
 
@@ -69,12 +70,45 @@ void Print(List rows, std::string title, const std::vector<UnitName>& units,
   PrintList(global, options.asked, std::move(printed), session, console);
 }
 
-/// What stands above the table of one unit.
-std::string TitleOf(CommandSession& session, const std::vector<UnitName>& units,
-                    std::string_view format, const ReportOptions& options) {
-  return format == "table" && !options.asked.allUnits
-             ? Displayable(ReportTitle(session.desks(), units.front().key))
-             : std::string();
+/// The report of one unit, being made.
+struct UnitReport {
+  CommandSession& session;
+  const UnitName& unit;
+  bool isStatement;  ///< its statement is asked for alone
+  bool isTitled;     ///< something stands above its rows
+  std::string title{};
+  List rows{};
+
+  [[nodiscard]] std::string Title() const {
+    return isTitled ? Displayable(ReportTitle(session.desks(), unit.key)) : std::string();
+  }
+};
+
+/// Prints the reports of all units that are asked for as one. `run` makes that of a unit; what ends
+/// one of them ends all.
+ExitStatus RunOfUnits(const GlobalOptions& global, const ReportOptions& options, Console& console,
+                      const std::function<ExitStatus(UnitReport&)>& run) {
+  const std::string format = FormatOf(global, options);
+  const bool isStatement = format == "sql";
+  CommandSession session(global, Access::kRead, console);
+  const std::vector<UnitName> units = UnitsOf(global, options, session);
+  List rows;
+  std::string title;
+  for (const UnitName& unit : units) {
+    UnitReport made{session, unit, isStatement, format == "table" && !options.asked.allUnits};
+    const ExitStatus status = run(made);
+    if (status != ExitStatus::kDone) {
+      return status;
+    }
+    title = std::move(made.title);
+    if (!isStatement) {
+      Add(rows, std::move(made.rows), unit, options);
+    }
+  }
+  if (!isStatement) {
+    Print(std::move(rows), std::move(title), units, global, options, session, console);
+  }
+  return ExitStatus::kDone;
 }
 
 ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& options,
@@ -109,31 +143,22 @@ ExitStatus DeleteCredentials(const GlobalOptions& global, const ReportOptions& o
 
 ExitStatus RunDirCodeReport(const GlobalOptions& global, const ReportOptions& options,
                             Console& console) {
-  const std::string format = FormatOf(global, options);
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = UnitsOf(global, options, session);
-  List rows;
-  std::string title;
-  for (const UnitName& unit : units) {
-    DirCodeReport report(session.desks(), unit.key);
+  return RunOfUnits(global, options, console, [&](UnitReport& made) {
+    DirCodeReport report(made.session.desks(), made.unit.key);
     report.Narrow(options.conditions);
     const Outcome composed = report.Compose();
-    if (format == "sql" && composed.done()) {
+    if (made.isStatement && composed.done()) {
       console.out << Displayable(report.statement()) << '\n';
-      continue;
+      return ExitStatus::kDone;
     }
-    title = composed.done() ? TitleOf(session, units, format, options) : std::string();
+    made.title = composed.done() ? made.Title() : std::string();
     const ExitStatus status =
         TellWithHint(composed.done() ? report.Run() : composed, options, kCodeHint, console);
-    if (status != ExitStatus::kDone) {
-      return status;
+    if (status == ExitStatus::kDone) {
+      made.rows = report.Rows();
     }
-    Add(rows, report.Rows(), unit, options);
-  }
-  if (format != "sql") {
-    Print(std::move(rows), std::move(title), units, global, options, session, console);
-  }
-  return ExitStatus::kDone;
+    return status;
+  });
 }
 
 ExitStatus RunCredentialReport(const GlobalOptions& global, const ReportOptions& options,
@@ -141,29 +166,20 @@ ExitStatus RunCredentialReport(const GlobalOptions& global, const ReportOptions&
   if (options.toDelete) {
     return DeleteCredentials(global, options, console);
   }
-  const std::string format = FormatOf(global, options);
-  CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = UnitsOf(global, options, session);
-  List rows;
-  std::string title;
-  for (const UnitName& unit : units) {
-    CredentialReport report(session.desks(), unit.key, options.conditions);
-    title = TitleOf(session, units, format, options);
+  return RunOfUnits(global, options, console, [&](UnitReport& made) {
+    CredentialReport report(made.session.desks(), made.unit.key, options.conditions);
+    made.title = made.Title();
     const Outcome ran = report.Run();
-    if (format == "sql") {
+    if (made.isStatement) {
       // Composed also when the store refused to run it: this is where to look for the reason.
       console.out << Displayable(report.statement()) << '\n';
     }
     const ExitStatus status = TellWithHint(ran, options, kCredentialHint, console);
-    if (status != ExitStatus::kDone) {
-      return status;
+    if (status == ExitStatus::kDone) {
+      made.rows = report.Rows();
     }
-    Add(rows, report.Rows(), unit, options);
-  }
-  if (format != "sql") {
-    Print(std::move(rows), std::move(title), units, global, options, session, console);
-  }
-  return ExitStatus::kDone;
+    return status;
+  });
 }
 
 }  // namespace qorhost

@@ -3,40 +3,16 @@
 #include <fmt/format.h>
 
 #include "host/cli/change_report.h"
-#include "host/cli/existing_file.h"
+#include "host/cli/written_file.h"
 #include "host/desks/step_desk.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
-#include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
 #include "host/terminal/table_printer.h"
 
 namespace qorhost {
 
-namespace {
-
 using qorcred::Value;
-
-/// Raises RefusedError for a file that is there already, unless it is to be replaced. A trial
-/// writes nothing.
-void WriteFile(const StepFile& file, const GlobalOptions& global, const StepOptions& options) {
-  if (global.traceFile && AreOneFile(*global.traceFile, options.to)) {
-    throw UsageError("FILE and --trace-file name the same file: name another one");
-  }
-  constexpr std::string_view kAdvice =
-      "name another file, or replace it with --force behind 'export'";
-  if (options.trial) {
-    if (!options.force && options.to != kStandardStream) {
-      RequireNoFile(options.to, kAdvice);
-    }
-    return;
-  }
-  AdvisingOnExisting(kAdvice, [&] {
-    file.WriteTo(options.to, options.force ? Standing::kReplaced : Standing::kStays, global.file);
-  });
-}
-
-}  // namespace
 
 ExitStatus RunStepList(const GlobalOptions& global, const ListOptions& asked, Console& console) {
   return PrintOfQueue(global, asked, console, WaitingStepList);
@@ -51,15 +27,18 @@ ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options
     PrintRaw(console, [&file](std::ostream& out) { file.Write(out); });
     return ExitStatus::kDone;
   }
-  WriteFile(file, global, options);
+  RequireNoTraceIn(options.to, "FILE", global);
+  WriteUnlessTried({options.to, options.force, options.trial},
+                   "name another file, or replace it with --force behind 'export'",
+                   [&](Standing existing) { file.WriteTo(options.to, existing, global.file); });
   console.stored = !options.trial;
   if (global.json) {
     PrintJsonObject(console.out,
                     {{"unit", unit.key},
                      {"file", options.to},
+                     {"dry_run", options.trial},
                      {"steps", CountCell(file.count())},
-                     {"last_step", file.last() ? Value(*file.last()) : Value(qorcred::Null{})},
-                     {"dry_run", options.trial}});
+                     {"last_step", file.last() ? Value(*file.last()) : Value(qorcred::Null{})}});
     return ExitStatus::kDone;
   }
   if (options.trial) {

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "host/cli/change_report.h"
-#include "host/cli/existing_file.h"
 #include "host/cli/operator.h"
+#include "host/cli/written_file.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
 #include "host/desks/words.h"
@@ -106,8 +106,7 @@ void Put(const GlobalOptions& global, const InitOptions& options, Console& conso
       PutStore(global.file,
                {options.demo, console.environment.clock, console.environment.author,
                 TrialOf(options.trial)},
-               options.force ? Standing::kReplaced : Standing::kStays, PatienceOf(global, console),
-               asks);
+               StandingOf(options.force), PatienceOf(global, console), asks);
     });
   } catch (const DoubtfulStore& doubtful) {
     throw RefusedError(std::string(doubtful.what()) +

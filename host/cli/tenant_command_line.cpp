@@ -44,16 +44,9 @@ constexpr std::array kEndWords{
     FieldWord{tenant_field::kEnd, "--on", {}},
 };
 
-void DescribeWhere(CLI::App& command, TenantChoiceOptions& who) {
-  command
-      .add_option("--where", who.conditions, "Those who meet a condition; several must all hold")
-      ->type_name("\"FIELD OPERATOR VALUE [AND VALUE2]\"")
-      ->allow_extra_args(false);
-}
-
 void DescribeWho(CLI::App& command, TenantChoiceOptions& who) {
   command.add_option("TENANT", who.names, kWho);
-  DescribeWhere(command, who);
+  DescribeConditions(command, who.conditions, "Those who meet a condition; several must all hold");
 }
 
 void DescribeEntry(CLI::App& command, TenantEditOptions& options) {
@@ -140,11 +133,8 @@ void DescribeChanges(CommandPlace tenants, const GlobalOptions& global, TenantCh
 }  // namespace
 
 void DescribeTenants(CommandPlace place, const GlobalOptions& global, TenantChoice& choice) {
-  CLI::App* app = place.parent.add_subcommand("tenants", "List, add, change and delete tenants");
-  app->require_subcommand(1);
-  app->fallthrough();
-  app->footer("Examples:\n  qorhost tenants list\n  qorhost tenants edit --help");
-  const CommandPlace tenants{*app, place.chosen};
+  const CommandPlace tenants = AddGroup(place, "tenants", "List, add, change and delete tenants",
+                                        "  qorhost tenants list\n  qorhost tenants edit --help");
   auto* list = AddCommand(
       tenants, "list", "List a unit's tenants, by name",
       std::string("  qorhost tenants list --where \"card =\" --unit 2 --json\n"

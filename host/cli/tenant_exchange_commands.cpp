@@ -4,17 +4,14 @@
 
 #include <optional>
 
-#include "host/cli/existing_file.h"
+#include "host/cli/written_file.h"
 #include "host/desks/credential_types.h"
-#include "host/desks/store_file.h"
 #include "host/desks/tenant_export.h"
 #include "host/desks/tenant_file.h"
 #include "host/desks/tenant_import.h"
 #include "host/desks/words.h"
 #include "host/files/csv_writer.h"
-#include "host/files/input_file.h"
 #include "host/files/json_writer.h"
-#include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
 
 namespace qorhost {
@@ -35,38 +32,19 @@ TenantImportRules Complete(const ImportRules& rules, const TenantImportOptions& 
   return complete;
 }
 
-/// Raises RefusedError for a file that is there already, unless it is to be replaced. A trial
-/// writes nothing.
-void Write(const Table& table, const GlobalOptions& global, const TenantExportOptions& options) {
-  constexpr std::string_view kAdvice = "name another file with --to, or replace it with --force";
-  if (options.trial) {
-    if (!options.force && options.to != kStandardStream) {
-      RequireNoFile(options.to, kAdvice);
-    }
-    return;
-  }
-  if (global.traceFile && AreOneFile(*global.traceFile, options.to)) {
-    throw UsageError("--to and --trace-file name the same file: name another one");
-  }
-  const char delimiter = DelimiterOf(options.delimiter).value_or(',');
-  AdvisingOnExisting(kAdvice, [&] {
-    WriteWholeFile(
-        options.to,
-        {options.force ? Standing::kReplaced : Standing::kStays, FilesOfStore(global.file)},
-        [&](std::ostream& out) { PrintCsv(out, table, delimiter); });
-  });
-}
-
 ExitStatus RunTenantExport(const GlobalOptions& global, const TenantExportOptions& options,
                            Console& console) {
   CommandSession session(global, Access::kRead, console);
   const UnitName unit = session.ChosenUnit();
   const Table table = ExportedTenants(session.desks(), unit.key);
+  const auto print = [&](std::ostream& out) {
+    PrintCsv(out, table, DelimiterOf(options.delimiter).value_or(','));
+  };
   if (options.to == kStandardStream && !options.trial) {
-    PrintCsv(console.out, table, DelimiterOf(options.delimiter).value_or(','));
+    PrintRaw(console, print);
     return ExitStatus::kDone;
   }
-  Write(table, global, options);
+  WriteFileOfTo({options.to, options.force, options.trial}, global, print);
   if (global.json) {
     PrintJsonObject(console.out, {{"unit", unit.key},
                                   {"lines", CountCell(table.rows.size())},

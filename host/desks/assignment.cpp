@@ -4,7 +4,6 @@
 
 #include "frame/convert.h"
 #include "frame/siblings.h"
-#include "frame/text.h"
 #include "frame/trap.h"
 #include "host/desks/credential_slots.h"
 #include "host/desks/tenant_name.h"
@@ -34,7 +33,7 @@ AssignmentLosses LossesOf(DeskSession& session, const Assignment& chosen,
       "SELECT {} FROM TENANTS WHERE UnitKey={} AND {} AND TenantID<>{} ORDER BY TenantID",
       kFullNameColumns, chosen.unitKey, Holds(chosen.rid), chosen.tenantId.value_or(0)));
   for (const ResultRow row : holders.rows()) {
-    losses.holders.emplace_back(qorcred::Trim(FullNameIn(row, 0)));
+    losses.holders.push_back(FullNameIn(row, 0));
   }
   const QueryResult full = session.sql().Select(
       fmt::format("SELECT CREDENTIALID1 {} AND {} AND CREDENTIALID1<>{} AND CREDENTIALID2<>{}",

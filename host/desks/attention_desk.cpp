@@ -7,16 +7,12 @@
 #include "frame/convert.h"
 #include "frame/schedules.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/row_names.h"
 #include "host/desks/shown_value.h"
 
 namespace qorhost {
 
 namespace {
-
-/// "rid:17,18,21"
-std::string RowsNamed(const std::vector<std::int32_t>& rids) {
-  return fmt::format("rid:{}", fmt::join(rids, ","));
-}
 
 std::string OnlyFor(std::string_view reason) {
   return fmt::format("reason = {}", reason);
@@ -40,7 +36,7 @@ AttentionDesk::AttentionDesk(DeskSession& session, std::int32_t unitKey, const A
   }
   // Choosing may find that somebody has written, and reads the tenants again.
   for (std::vector<std::int32_t> meant = Meant(); !meant.empty();) {
-    tenants_.Choose({RowsNamed(meant)});
+    tenants_.Choose({RowNames(meant)});
     std::vector<std::int32_t> now = Meant();
     if (now == meant) {
       break;
@@ -86,7 +82,7 @@ DeletedCredentials FreeCards::Delete() {
   for (const Card& card : cards_) {
     rids.push_back(card.rid);
   }
-  return report_.Delete(GivenRids::Named(RowsNamed(rids)));
+  return report_.Delete(GivenRids::Named(RowNames(rids)));
 }
 
 }  // namespace qorhost

@@ -22,7 +22,7 @@ using qorcred::Null;
 using qorcred::Value;
 using Row = std::vector<Value>;
 
-constexpr std::size_t kRid = 1;
+constexpr std::size_t kRidColumn = 1;
 
 /// Collects the rows of each reason, to be put behind each other.
 class Attention {
@@ -36,13 +36,13 @@ class Attention {
     const bool hasDoor =
         std::any_of(tenant.schedules.begin(), tenant.schedules.end(),
                     [](std::int32_t schedule) { return schedule != qorcred::kNoAccess.id; });
-    if (tenant.active && tenant.end && IsPast(*tenant.end)) {
+    if (tenant.active && tenant.end && days_.IsPast(*tenant.end)) {
       if (hasCard || hasDoor) {
         Add(expired_, attention::kExpired, tenant);
       }
       return;  // and needs nothing any more
     }
-    if (tenant.active && tenant.end && IsSoon(*tenant.end)) {
+    if (tenant.active && tenant.end && days_.IsSoon(*tenant.end)) {
       Add(expiring_, attention::kExpiring, tenant);
     }
     if (!hasCard && !tenant.resident) {
@@ -55,13 +55,12 @@ class Attention {
 
   void LookAtCode(std::int32_t rid, const Value& end) {
     const auto* date = end.As<qorcred::Date>();
-    const auto code = links_.codes.find(rid);
-    if (date == nullptr || code == links_.codes.end() || !code->second.listed) {
+    if (date == nullptr || !links_.codes.contains(rid)) {
       return;
     }
-    if (IsPast(*date)) {
+    if (days_.IsPast(*date)) {
       AddCode(expiredCodes_, attention::kExpiredCode, rid, *date);
-    } else if (IsSoon(*date)) {
+    } else if (days_.IsSoon(*date)) {
       AddCode(expiringCodes_, attention::kExpiringCode, rid, *date);
     }
   }
@@ -98,19 +97,12 @@ class Attention {
  private:
   static constexpr std::size_t kEnd = 3;
 
-  [[nodiscard]] std::int64_t DaysUntil(qorcred::Date end) const {
-    return qorcred::DaysBetween(days_.today, end);
-  }
-  [[nodiscard]] bool IsPast(qorcred::Date end) const { return DaysUntil(end) < 0; }
-  [[nodiscard]] bool IsSoon(qorcred::Date end) const {
-    return !IsPast(end) && DaysUntil(end) <= days_.within;
-  }
   static bool EndsEarlier(const Row& one, const Row& other) {
     return qorcred::SecondsBetween(*one[kEnd].As<qorcred::Date>(),
                                    *other[kEnd].As<qorcred::Date>()) > 0;
   }
   [[nodiscard]] const StoredCard& CardIn(const Row& row) const {
-    return links_.cards.at(*row[kRid].As<std::int32_t>());
+    return links_.cards.at(*row[kRidColumn].As<std::int32_t>());
   }
   static std::string_view TypeOf(const StoredCard& card) {
     return std::string_view(card.entry).substr(0, card.entry.rfind('-'));
@@ -132,7 +124,7 @@ class Attention {
   }
   void SetEnd(Row& row, qorcred::Date end) const {
     row[kEnd] = end;
-    row[kEnd + 1] = static_cast<double>(DaysUntil(end));
+    row[kEnd + 1] = static_cast<double>(days_.Until(end));
   }
 
   AttentionDays days_;
@@ -151,9 +143,9 @@ List AttentionList(DeskSession& session, std::int32_t unitKey, const AttentionDa
     found.LookAt(tenant);
   }
   const QueryResult codes = session.sql().Select(
-      fmt::format("SELECT RID, ENDDATE FROM DIRECTORYCODE WHERE UNITKEY={} AND ACTIVE=True "
+      fmt::format("SELECT RID, ENDDATE FROM DIRECTORYCODE WHERE UNITKEY={} AND {} "
                   "ORDER BY DIRECTORYCODE",
-                  unitKey));
+                  unitKey, CodesThatEnd()));
   for (const ResultRow row : codes.rows()) {
     found.LookAtCode(qorcred::ToLong(row[0]), row[1]);
   }
@@ -179,7 +171,7 @@ List AttentionList(DeskSession& session, std::int32_t unitKey, const AttentionDa
 std::vector<std::int32_t> RidsIn(const List& list) {
   std::vector<std::int32_t> rids;
   for (const Row& row : list.rows) {
-    rids.push_back(*row[kRid].As<std::int32_t>());
+    rids.push_back(*row[kRidColumn].As<std::int32_t>());
   }
   return rids;
 }

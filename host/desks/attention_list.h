@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/desks/attention_days.h"
 #include "host/desks/list.h"
 #include "host/desks/session.h"
 #include "host/desks/tenant_rows.h"
@@ -23,16 +24,6 @@ inline constexpr std::string_view kNoCard = "no card";
 inline constexpr std::string_view kNoCode = "no code";      ///< a tenant without a directory code
 inline constexpr std::string_view kFreeCard = "free card";  ///< a credential that nobody holds
 }  // namespace attention
-
-/// How many days from today on count as soon, when nobody says.
-inline constexpr std::int32_t kUsualSoon = 30;
-
-/// Which days are past and which come soon. Days count, not their hours: what ends today is not
-/// past.
-struct AttentionDays {
-  qorcred::Date today;
-  std::int32_t within = kUsualSoon;  ///< from 0, which is today alone
-};
 
 /// A row for each reason, in the order of the reasons, of each by its end and then by its name. Who
 /// is past the last day is missing nothing. `rid` is that of the tenant, the code or the

@@ -54,9 +54,9 @@ std::string Described(DeskSession& session, std::int32_t unitKey, std::vector<st
   std::string described;
   for (const ResultRow row : found.rows()) {
     const std::string_view label = ScreenLabelOf(qorcred::NumericValue(row[1]));
-    described += fmt::format("{}{} {}, facility code {} (rid:{})", described.empty() ? "" : "; ",
+    described += fmt::format("{}{} {}, facility code {} ({})", described.empty() ? "" : "; ",
                              label.empty() ? "Credential" : label, qorcred::TextOrEmpty(row[2]),
-                             qorcred::TextOrEmpty(row[3]), qorcred::ToLong(row[0]));
+                             qorcred::TextOrEmpty(row[3]), RowName(qorcred::ToLong(row[0])));
   }
   return more ? described + "; ..." : described;
 }

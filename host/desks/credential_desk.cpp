@@ -10,16 +10,13 @@
 #include "frame/schema.h"
 #include "frame/text.h"
 #include "host/desks/credential_choice.h"
-#include "host/desks/credential_fields.h"
 #include "host/desks/credential_slots.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/entered_numbers.h"
-#include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/operation_record.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/unit_settings.h"
-#include "host/desks/whole_number.h"
 
 namespace qorhost {
 
@@ -58,18 +55,6 @@ class WatchedSave {
 };
 
 }  // namespace
-
-CredentialNumber::CredentialNumber(std::string_view typed) {
-  constexpr NumberRange kTyped{0, qorcred::kHighestCredentialNumber};  // 0 is the controller's
-  const auto number = WholeNumberIn(typed, kTyped);
-  if (!number) {
-    throw InputFault(credential_field::kNewNumber, typed,
-                     fmt::format("{{field}} '{{value}}' must be a whole number from 1 to {}, in "
-                                 "digits alone",
-                                 qorcred::kHighestCredentialNumber));
-  }
-  value_ = static_cast<std::int32_t>(*number);
-}
 
 CredentialDesk::CredentialDesk(DeskSession& session, std::int32_t unitKey, DeskScreen kind)
     : session_(session),

@@ -11,7 +11,9 @@
 
 #include "credentials/cls_credential.h"
 #include "host/desks/assignment.h"
+#include "host/desks/credential_number.h"
 #include "host/desks/desk_work.h"
+#include "host/desks/issued_credentials.h"
 #include "host/desks/outcome.h"
 #include "host/desks/progress.h"
 #include "host/desks/session.h"
@@ -30,30 +32,6 @@ struct ShownCredential {
   std::int32_t rid = 0;             ///< 0 when none is selected
   std::optional<std::string> door;  ///< "<None>" for no door; nothing where there are no doors
   std::string tenant;               ///< who is chosen as its holder; "" for nobody
-};
-
-/// What a save of new credentials tells. The numbers are those that were accepted.
-struct IssuedCredentials : Outcome {
-  std::string type;  ///< the screen's label
-  std::int64_t first = 0;
-  std::int64_t last = 0;
-  std::int32_t lastRid = 0;
-  std::string newTenantIds;  ///< a comma behind each; "" without new tenants
-
-  [[nodiscard]] std::int64_t Count() const { return last - first + 1; }
-};
-
-/// A number for a credential, as it is typed.
-class CredentialNumber {
- public:
-  /// Raises InputFault for a text that is no whole number, and for a number below 0 or above the
-  /// highest: the controller refuses 0 alone, and would store what the column cannot hold.
-  explicit CredentialNumber(std::string_view typed);
-
-  [[nodiscard]] std::int32_t value() const noexcept { return value_; }
-
- private:
-  std::int32_t value_ = 0;
 };
 
 /// What a change of one credential tells: the credential as it is now.

@@ -8,6 +8,7 @@
 #include "frame/text.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_types.h"
+#include "host/desks/door_schedules.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/typed_input.h"
@@ -82,27 +83,11 @@ void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button)
 }
 
 void ChooseSchedules(ScreenModel& screen, const std::string& given) {
-  std::string_view rest = given;
-  std::size_t door = 0;
-  for (bool more = true; more; ++door) {
-    if (door == qorcred::kScheduleLists.size()) {
-      throw InputFault(field::kSchedules, given,
-                       "{field} takes at most four schedules, one for each door");
-    }
-    const std::size_t comma = rest.find(',');
-    const std::string_view schedule = qorcred::Trim(rest.substr(0, comma));
-    if (schedule.empty()) {
-      // The list has "Full Access" chosen: an empty text must not open a door.
-      throw InputFault(field::kSchedules, given,
-                       "{field} '{value}' has an empty schedule: name one for every door up to the "
-                       "last that you name, as in 'Full Access,1'");
-    }
+  ForEachDoor(field::kSchedules, given, [&screen](std::size_t door, std::string_view schedule) {
     ListModel& list = screen.List(qorcred::kScheduleLists[door]);
     list.Select(
         FindEntry(list, field::kSchedules, schedule, "schedule", placeholders::kInSchedules));
-    more = comma != std::string_view::npos;
-    rest.remove_prefix(more ? comma + 1 : rest.size());
-  }
+  });
 }
 
 void EnterTenants(ScreenModel& screen, const NewCredentials& entry) {

@@ -28,7 +28,7 @@ using credential_column::kType;
 
 enum Column : std::size_t {
   kAssignedTo = credential_column::kCount,
-  kRid,
+  kRowId,
   kTenantRid,
   kDoor,
   kTenantId,

@@ -10,7 +10,6 @@
 
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
-#include "frame/text.h"
 #include "host/desks/credential_choice.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
@@ -149,7 +148,7 @@ class Replacing {
                     kFullNameColumns, unitKey_, Holds(credential.rid)));
     std::vector<Holder> holders;
     for (const ResultRow row : rows.rows()) {
-      holders.push_back({qorcred::ToLong(row[0]), std::string(qorcred::Trim(FullNameIn(row, 2))),
+      holders.push_back({qorcred::ToLong(row[0]), FullNameIn(row, 2),
                          qorcred::NumericValue(row[1]) == credential.rid});
     }
     if (holders.size() > 1) {
@@ -194,7 +193,7 @@ class Replacing {
     }
     EnterCredentials(desk_, entry);
     IssuedCredentials issued = desk_.SaveNew();
-    replaced_.successor = {fmt::format("{}-{}", issued.type, issued.first), issued.lastRid};
+    replaced_.successor = {issued.EntryOf(issued.first), issued.lastRid};
     return WithoutFacts(issued);
   }
 

@@ -45,13 +45,6 @@ ReportField TypeField() {
   return field;
 }
 
-/// The fields in their places in `cboField`.
-const std::vector<ReportField>& Fields() {
-  static const std::vector<ReportField> kFields{TypeField(), NumberField(caption::kNumber),
-                                                NumberField(caption::kFacility), TenantNameField()};
-  return kFields;
-}
-
 /// A column of the report and its place in the statement's result.
 struct ReportColumn {
   std::string_view title;
@@ -78,6 +71,13 @@ Value WithoutBlanksBehind(Value cell) {
 
 }  // namespace
 
+/// In their places in `cboField`.
+const std::vector<ReportField>& CredentialReport::FilterFields() {
+  static const std::vector<ReportField> kFields{TypeField(), NumberField(caption::kNumber),
+                                                NumberField(caption::kFacility), TenantNameField()};
+  return kFields;
+}
+
 CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
                                    const std::vector<std::string>& conditions)
     : session_(session),
@@ -90,19 +90,19 @@ CredentialReport::CredentialReport(DeskSession& session, std::int32_t unitKey,
   shown_.TakeUnit();
   controller_.Run<&qorcred::clsCredentialReport::pbPopulateArrOperators>();
   for (std::size_t row = 0; row < filter_.rowCount(); ++row) {
-    for (const ReportField& field : Fields()) {
+    for (const ReportField& field : FilterFields()) {
       filter_.Fields(row).AddItem(field.name);
     }
   }
   for (std::size_t row = 0; row < conditions.size(); ++row) {
-    const ReportCondition condition = ReadCondition(conditions[row], Fields());
-    filter_.Enter(row, condition, Fields()[static_cast<std::size_t>(condition.field)].kind);
+    const ReportCondition condition = ReadCondition(conditions[row], FilterFields());
+    filter_.Enter(row, condition, FilterFields()[static_cast<std::size_t>(condition.field)].kind);
   }
 }
 
 std::string CredentialReport::FieldNames() {
   std::vector<std::string_view> names;
-  for (const ReportField& field : Fields()) {
+  for (const ReportField& field : FilterFields()) {
     names.emplace_back(field.name);
   }
   return fmt::format("{}", fmt::join(names, ", "));

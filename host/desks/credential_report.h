@@ -33,6 +33,10 @@ class CredentialReport {
   /// The fields that conditions are on: "Credential Type, Card Number".
   [[nodiscard]] static std::string FieldNames();
 
+  /// The filter rows, and the fields that they are of.
+  [[nodiscard]] ReportFilter& filter() { return filter_; }
+  [[nodiscard]] static const std::vector<ReportField>& FilterFields();
+
   /// Composes the statement and runs it.
   Outcome Run();
   /// The statement of the last run.

@@ -1,8 +1,6 @@
 // Rows that are changed one after the other at one desk.
 #pragma once
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +9,8 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "host/desks/row_names.h"
 
 namespace qorhost {
 
@@ -38,7 +38,7 @@ class DeskSeries {
 
   /// The desk with the row at that place selected.
   Desk& At(std::size_t at) {
-    (void)desk_->Select(fmt::format("rid:{}", rids_[at]));
+    (void)desk_->Select(RowName(rids_[at]));
     return *desk_;
   }
 

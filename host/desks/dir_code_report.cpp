@@ -177,12 +177,15 @@ void DirCodeReport::Narrow(const std::vector<std::string>& conditions) {
                      fmt::format("the report takes at most {} conditions, not {}", kMostConditions,
                                  conditions.size()));
   }
-  const std::vector<ReportField> fields =
-      FieldsIn(filter_.Fields(0), ReportedSchedules(session_, unitKey_));
+  const std::vector<ReportField> fields = FilterFields();
   for (std::size_t row = 0; row < conditions.size(); ++row) {
     const ReportCondition condition = ReadCondition(conditions[row], fields);
     filter_.Enter(row, condition, fields[static_cast<std::size_t>(condition.field)].kind);
   }
+}
+
+std::vector<ReportField> DirCodeReport::FilterFields() const {
+  return FieldsIn(filter_.Fields(0), ReportedSchedules(session_, unitKey_));
 }
 
 Outcome DirCodeReport::Compose() {

@@ -29,6 +29,10 @@ class DirCodeReport {
   /// that is not understood, or would narrow nothing.
   void Narrow(const std::vector<std::string>& conditions);
 
+  /// The filter rows, and the fields that they are of.
+  [[nodiscard]] ReportFilter& filter() { return filter_; }
+  [[nodiscard]] std::vector<ReportField> FilterFields() const;
+
   /// Composes the report's statement from the conditions.
   Outcome Compose();
   /// The statement that was composed last.

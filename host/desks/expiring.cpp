@@ -5,17 +5,12 @@
 #include <algorithm>
 
 #include "frame/convert.h"
-#include "frame/date.h"
+#include "host/desks/attention_days.h"
 #include "host/desks/tenant_name.h"
 
 namespace qorhost {
 
 namespace {
-
-/// "#1/31/2026#"
-std::string Literal(qorcred::Date day) {
-  return fmt::format("#{}#", qorcred::DateText(qorcred::DayOf(day)));
-}
 
 void Append(std::vector<ExpiringPeriod>& found, DeskSession& session, bool areTenants,
             const std::string& select) {
@@ -29,18 +24,15 @@ void Append(std::vector<ExpiringPeriod>& found, DeskSession& session, bool areTe
 }  // namespace
 
 std::vector<ExpiringPeriod> ExpiringWithin(DeskSession& session, std::int32_t days) {
-  const qorcred::Date today = session.Today();
-  const std::string from = Literal(today);
-  const std::string behind = Literal(qorcred::AddDays(today, days + 1));
+  const AttentionDays soon{session.Today(), days};
   std::vector<ExpiringPeriod> found;
   Append(found, session, true,
          fmt::format("SELECT UNITKEY, {}, ACTIVEENDTIME FROM TENANTS WHERE ACTIVETENANT=True AND "
-                     "ACTIVEENDTIME >= {} AND ACTIVEENDTIME < {}",
-                     kTenantName, from, behind));
+                     "{}",
+                     kTenantName, soon.SoonIn("ACTIVEENDTIME")));
   Append(found, session, false,
-         fmt::format("SELECT UNITKEY, DIRECTORYCODE, ENDDATE FROM DIRECTORYCODE WHERE ACTIVE=True "
-                     "AND ENDDATE >= {} AND ENDDATE < {}",
-                     from, behind));
+         fmt::format("SELECT UNITKEY, DIRECTORYCODE, ENDDATE FROM DIRECTORYCODE WHERE {} AND {}",
+                     CodesThatEnd(), soon.SoonIn("ENDDATE")));
   std::stable_sort(found.begin(), found.end(),
                    [](const ExpiringPeriod& one, const ExpiringPeriod& other) {
                      return one.end.serial < other.end.serial;

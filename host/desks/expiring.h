@@ -17,8 +17,8 @@ struct ExpiringPeriod {
   qorcred::Date end;
 };
 
-/// The active tenants and codes whose periods end today or within so many days behind it, those
-/// that end first in front.
+/// The active tenants and codes of all units whose periods end today or within so many days behind
+/// it, as AttentionList() has them of one unit, those that end first in front. Reads them alone.
 [[nodiscard]] std::vector<ExpiringPeriod> ExpiringWithin(DeskSession& session, std::int32_t days);
 
 }  // namespace qorhost

@@ -8,11 +8,11 @@
 #include <utility>
 
 #include "frame/convert.h"
-#include "frame/row_state.h"
 #include "frame/text.h"
 #include "host/desks/credential_slots.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/listed_rows.h"
 #include "host/desks/name_words.h"
 #include "host/desks/near_words.h"
 #include "host/desks/tenant_name.h"
@@ -219,8 +219,7 @@ class Search {
         "SELECT RID, UNITKEY, MODIFIED, DIRECTORYCODE, DISPLAYNAME, PHONENUMBER, CFPHONENUMBER "
         "FROM DIRECTORYCODE");
     for (const ResultRow row : rows.rows()) {
-      const bool isDeleted = qorcred::NumericValue(row[2]) == qorcred::row_state::kDeleted;
-      if (!IsLookedAt(row[1]) || isDeleted || qorcred::NumericValue(row[3]) < 0) {
+      if (!IsLookedAt(row[1]) || !IsListedCode(row[3], row[2])) {
         continue;
       }
       Hit hit;

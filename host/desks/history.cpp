@@ -171,16 +171,20 @@ WorkEntry EntryOf(DeskSession& session, std::string_view number) {
 
 namespace {
 
+/// The columns of which a change tells.
+const std::vector<StoredCell>& CellsOf(const RowChange& change) {
+  return change.kind == RowChangeKind::kDeleted ? change.before : change.after;
+}
+
 Table ChangeTable(const std::vector<RowChange>& changes, NamedFor reader) {
   Table table;
   table.columns = {{"Table", "table"},   {"RID", "rid"},     {"Last RID", "last_rid"},
                    {"Change", "change"}, {"Field", "field"}, {"Before", "before"},
                    {"After", "after"}};
   for (const RowChange& change : changes) {
-    const auto& cells = change.kind == RowChangeKind::kDeleted ? change.before : change.after;
     const Value last =
         change.rid == change.lastRid ? Value(Null{}) : Value(static_cast<double>(change.lastRid));
-    for (const StoredCell& cell : cells) {
+    for (const StoredCell& cell : CellsOf(change)) {
       table.rows.push_back({change.table, static_cast<double>(change.rid), last,
                             std::string(WordOf(change.kind)),
                             std::string(NameOfColumn(change.table, cell.column, reader)),
@@ -194,6 +198,18 @@ Table ChangeTable(const std::vector<RowChange>& changes, NamedFor reader) {
 
 Table EntryTable(DeskSession& session, std::int64_t entry, NamedFor reader) {
   return ChangeTable(session.sql().audit().RowsOf(entry), reader);
+}
+
+std::vector<TouchedRow> RowsTouched(DeskSession& session, std::int64_t entry) {
+  std::vector<TouchedRow> rows;
+  for (const RowChange& change : session.sql().audit().RowsOf(entry)) {
+    const bool isSameRow =
+        !rows.empty() && rows.back().table == change.table && rows.back().rid == change.rid;
+    if (!isSameRow && !CellsOf(change).empty()) {
+      rows.push_back({change.kind, change.table, change.rid});
+    }
+  }
+  return rows;
 }
 
 TriedChanges ChangesTried(DeskSession& session, NamedFor reader) {
@@ -242,6 +258,7 @@ ChainHead ReadHead(std::string_view given) {
 
 std::vector<std::string> FaultsOfHistory(DeskSession& session,
                                          const std::vector<ChainHead>& noted) {
+  const Undoable oneState(session.sql().look());
   AuditLog& audit = session.sql().audit();
   std::vector<std::string> faults;
   for (const ChainFault& fault : audit.Check()) {

@@ -13,6 +13,7 @@
 #include "host/desks/session.h"
 #include "host/files/table.h"
 #include "host/store/audit_log.h"
+#include "host/store/row_change.h"
 
 namespace qorhost {
 
@@ -43,6 +44,16 @@ struct HistoryQuery {
 /// Of a run of new rows the first is shown.
 [[nodiscard]] Table EntryTable(DeskSession& session, std::int64_t entry,
                                NamedFor reader = NamedFor::kPeople);
+
+/// A row that an entry has made, changed or deleted.
+struct TouchedRow {
+  RowChangeKind kind = RowChangeKind::kInserted;
+  std::string table;
+  std::int64_t rid = 0;
+};
+/// Those of an entry, as EntryTable() shows them; several changes of a row behind each other are
+/// one.
+[[nodiscard]] std::vector<TouchedRow> RowsTouched(DeskSession& session, std::int64_t entry);
 
 /// What units of work that are only tried would have made of the rows.
 struct TriedChanges {

@@ -164,6 +164,18 @@ MergePlan PlanMerge(const std::vector<UnitCode>& unit, const std::vector<StoredC
   return plan;
 }
 
+MergeSubject SubjectOf(const MergeStep& step, const std::vector<UnitCode>& unit,
+                       const std::vector<StoredCode>& stored) {
+  MergeSubject subject;
+  if (step.action != MergeAction::kInsert) {
+    subject = {stored[step.stored].number, stored[step.stored].rid};
+  }
+  if (step.action != MergeAction::kDelete) {
+    subject.number = static_cast<double>(NumberOf(unit[step.unitCode]));
+  }
+  return subject;
+}
+
 Table PlanTable(const MergePlan& plan, const std::vector<UnitCode>& unit,
                 const std::vector<StoredCode>& stored) {
   Table table;
@@ -173,13 +185,9 @@ Table PlanTable(const MergePlan& plan, const std::vector<UnitCode>& unit,
                    {"Code in store", "stored_code"},
                    {"What", "what"}};
   for (const MergeStep& step : plan.steps) {
-    const bool inUnit = step.action != MergeAction::kDelete;
-    const bool inStore = step.action != MergeAction::kInsert;
-    table.rows.push_back({ActionWord(step.action),
-                          inUnit ? Value(static_cast<double>(NumberOf(unit[step.unitCode])))
-                                 : Value(stored[step.stored].number),
-                          inStore ? Value(stored[step.stored].rid) : Value(Null{}),
-                          inStore ? Value(stored[step.stored].number) : Value(Null{}),
+    const auto [number, rid] = SubjectOf(step, unit, stored);
+    table.rows.push_back({ActionWord(step.action), number, rid ? Value(*rid) : Value(Null{}),
+                          rid ? Value(stored[step.stored].number) : Value(Null{}),
                           step.what.empty() ? Value(Null{}) : Value(step.what)});
   }
   return table;

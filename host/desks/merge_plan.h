@@ -59,6 +59,14 @@ struct MergeRules {
 [[nodiscard]] MergePlan PlanMerge(const std::vector<UnitCode>& unit,
                                   const std::vector<StoredCode>& stored, const MergeRules& rules);
 
+/// The directory code that a step is about, and its row; an insert has none yet.
+struct MergeSubject {
+  double number = 0;
+  std::optional<std::int32_t> rid;
+};
+[[nodiscard]] MergeSubject SubjectOf(const MergeStep& step, const std::vector<UnitCode>& unit,
+                                     const std::vector<StoredCode>& stored);
+
 /// The steps of a plan as rows.
 [[nodiscard]] Table PlanTable(const MergePlan& plan, const std::vector<UnitCode>& unit,
                               const std::vector<StoredCode>& stored);

@@ -1,5 +1,7 @@
 #include "host/desks/row_names.h"
 
+#include <fmt/format.h>
+
 #include <utility>
 
 #include "frame/convert.h"
@@ -11,21 +13,23 @@
 
 namespace qorhost {
 
-namespace {
-
-/// What stands behind "rid:"; nothing for a text that does not begin so.
-std::optional<std::string_view> BehindPrefix(std::string_view given) {
-  constexpr std::string_view kPrefix = "rid:";
-  if (qorcred::CompareIgnoringCase(given.substr(0, kPrefix.size()), kPrefix) != 0) {
-    return std::nullopt;
-  }
-  return given.substr(kPrefix.size());
+std::string RowName(std::int32_t rid) {
+  return RowNames({&rid, 1});
 }
 
-}  // namespace
+std::string RowNames(std::span<const std::int32_t> rids) {
+  return fmt::format("{}{}", kRowPrefix, fmt::join(rids, ","));
+}
+
+std::optional<std::string_view> BehindRowPrefix(std::string_view given) {
+  if (qorcred::CompareIgnoringCase(given.substr(0, kRowPrefix.size()), kRowPrefix) != 0) {
+    return std::nullopt;
+  }
+  return given.substr(kRowPrefix.size());
+}
 
 std::optional<std::int32_t> RowNamed(std::string_view field, std::string_view given) {
-  const std::optional<std::string_view> row = BehindPrefix(given);
+  const std::optional<std::string_view> row = BehindRowPrefix(given);
   if (!row) {
     return std::nullopt;
   }
@@ -38,7 +42,7 @@ std::optional<std::int32_t> RowNamed(std::string_view field, std::string_view gi
 }
 
 GivenRids GivenRids::Named(std::string_view given) {
-  const std::optional<std::string_view> rids = BehindPrefix(given);
+  const std::optional<std::string_view> rids = BehindRowPrefix(given);
   if (!rids) {
     throw InputFault(report_input::kRids, given,
                      "{field} '{value}' must be rows of the report as in rid:17,18,21: a bare "

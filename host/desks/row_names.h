@@ -5,12 +5,25 @@
 #include <cstdint>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 
 #include "frame/value.h"
 
 namespace qorhost {
+
+/// Stands in front of RIDs.
+inline constexpr std::string_view kRowPrefix = "rid:";
+
+/// "rid:17"
+[[nodiscard]] std::string RowName(std::int32_t rid);
+/// "rid:17,18,21"
+[[nodiscard]] std::string RowNames(std::span<const std::int32_t> rids);
+
+/// What stands behind kRowPrefix, letter case not counting; nothing for a text that does not begin
+/// so.
+[[nodiscard]] std::optional<std::string_view> BehindRowPrefix(std::string_view given);
 
 /// The row that "rid:17" names; nothing for a text that does not begin so. Raises InputFault when
 /// no whole number stands behind it.

@@ -7,11 +7,11 @@
 #include <limits>
 
 #include "frame/convert.h"
-#include "frame/row_state.h"
 #include "frame/schedules.h"
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/listed_rows.h"
 #include "host/desks/own_work.h"
 #include "host/desks/stored_row.h"
 #include "host/desks/tenant_name.h"
@@ -42,8 +42,7 @@ std::vector<Schedule> SchedulesOf(DeskSession& session, std::int32_t unitKey) {
   for (const ResultRow row : rows.rows()) {
     schedules.push_back({qorcred::ToLong(row[0]),
                          qorcred::RoundToLong(qorcred::NumericValue(row[1])),
-                         qorcred::TextOrEmpty(row[2]),
-                         qorcred::NumericValue(row[3]) == qorcred::row_state::kDeleted});
+                         qorcred::TextOrEmpty(row[2]), IsDeleted(row[3])});
   }
   return schedules;
 }

@@ -14,27 +14,31 @@ using qorcred::MessageStyle;
 
 DeskSession::DeskSession(std::unique_ptr<Store> store, Surroundings surroundings)
     : surroundings_(std::move(surroundings)),
-      tracer_(surroundings_.trace ? std::make_shared<qorcred::trace::Tracer>(surroundings_.trace)
-                                  : nullptr),
       connection_(
           std::make_shared<StoreConnection>(Watched(std::move(store)), surroundings_.clock)),
       attendance_(std::move(surroundings_.messageBox), *connection_),
       storeHost_(MakeServices()) {
   connection_->store().SetPatience(surroundings_.patience);
   sql().work().SignAs(surroundings_.author);
+  TraceTo(surroundings_.trace);
+}
+
+void DeskSession::TraceTo(qorcred::trace::TraceSink sink) {
+  tracedHost_.reset();
+  tracer_ = sink ? std::make_shared<qorcred::trace::Tracer>(std::move(sink)) : nullptr;
   if (tracer_ != nullptr) {
     tracedHost_ = std::make_unique<qorcred::trace::TracedHost>(storeHost_, tracer_);
   }
 }
 
 std::unique_ptr<Store> DeskSession::Watched(std::unique_ptr<Store> store) {
-  if (tracer_ == nullptr) {
+  if (!surroundings_.trace && !surroundings_.tracedLater) {
     return store;
   }
   return Observed(std::move(store), [this](std::string_view statement, std::int64_t rows,
                                            const std::exception* failure) {
-    if (tracer_->inStatement()) {
-      return;  // the controller's own, which stands in the trace already
+    if (tracer_ == nullptr || tracer_->inStatement()) {
+      return;  // nobody asks, or it is the controller's own, which stands there already
     }
     const std::string text = "host " + qorcred::trace::SpelledText(statement);
     tracer_->Note(failure == nullptr

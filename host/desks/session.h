@@ -25,6 +25,7 @@ struct Surroundings {
   Patience patience;                    ///< with others who write
   std::function<void()> pendingEvents;  ///< lets them run when a controller waits for them
   qorcred::trace::TraceSink trace;      ///< none: nothing is traced
+  bool tracedLater = false;             ///< whether TraceTo() will be called
 };
 
 struct UnitName {
@@ -49,6 +50,10 @@ class DeskSession {
   /// The host for what a desk does itself: that is no call of a controller's.
   [[nodiscard]] qorcred::Host& ownHost() { return storeHost_; }
   [[nodiscard]] qorcred::ObjectRef connection() const { return connection_; }
+  /// Begins another trace, or ends the one there is with an empty sink. No desk may be open: each
+  /// holds controllers of the trace that was there when it opened. For a session that began with a
+  /// trace, or tracedLater.
+  void TraceTo(qorcred::trace::TraceSink sink);
   /// Writes the trace; null without one.
   [[nodiscard]] const std::shared_ptr<qorcred::trace::Tracer>& tracer() const { return tracer_; }
 

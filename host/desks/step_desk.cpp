@@ -12,6 +12,7 @@
 #include "frame/row_state.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/listed_rows.h"
 #include "host/desks/local_time.h"
 #include "host/desks/own_work.h"
 #include "host/desks/store_file.h"
@@ -291,11 +292,11 @@ SentSteps MarkSent(DeskSession& session, std::int32_t unitKey, const StepChoice&
       continue;  // the unit knows it by its former number
     }
     const bool asStored = !codes.waiting.contains(rid);
-    const std::size_t rows = change(fmt::format(
-        "UPDATE DirectoryCode SET OLDDIRECTORYCODE=DIRECTORYCODE{} WHERE UnitKey={} AND RID={} AND "
-        "(MODIFIED IS NULL OR MODIFIED<>{})",
-        asStored ? fmt::format(", MODIFIED={}", qorcred::row_state::kInUnit) : "", unitKey, rid,
-        qorcred::row_state::kDeleted));
+    const std::size_t rows = change(
+        fmt::format("UPDATE DirectoryCode SET OLDDIRECTORYCODE=DIRECTORYCODE{} WHERE UnitKey={} "
+                    "AND RID={} AND {}",
+                    asStored ? fmt::format(", MODIFIED={}", qorcred::row_state::kInUnit) : "",
+                    unitKey, rid, kIsNotDeleted));
     sent.codes += asStored ? rows : 0;
   }
   for (const std::int32_t rid : meant) {

@@ -13,6 +13,7 @@
 #include "host/dialect/canonical_date.h"
 #include "host/files/file_error.h"
 #include "host/files/file_kind.h"
+#include "host/files/input_file.h"
 #include "host/files/whole_file.h"
 #include "host/store/engines/opening.h"
 #include "host/store/store_error.h"
@@ -34,7 +35,7 @@ std::vector<ChainHead> ReadThrough(const fs::path& file, const fs::path& shownAs
 }
 
 void CopyBytes(const fs::path& from, std::ostream& out) {
-  std::ifstream in(from, std::ios::binary);
+  InputFile in(from, "store");
   if (in.peek() != std::ifstream::traits_type::eof()) {
     out << in.rdbuf();
   }
@@ -96,15 +97,40 @@ fs::path NameToKeep(const fs::path& store, qorcred::Date now) {
   return name;
 }
 
+/// Byte by byte a store that cannot be read as a whole, with its log: changes may be in that alone.
+void KeepBytes(const fs::path& store, const fs::path& kept) {
+  const auto keep = [](const fs::path& from, const fs::path& to) {
+    WriteWholeFile(to, {}, [&from](std::ostream& out) { CopyBytes(from, out); });
+  };
+  keep(store, kept);
+  const std::vector<fs::path> beside = SideFilesOf(store);
+  const std::vector<fs::path> besideKept = SideFilesOf(kept);
+  for (std::size_t at = 0; at < beside.size(); ++at) {
+    // The index tells nothing that the log does not, and closing it would give up locks on it.
+    const bool isIndex = beside[at].string().ends_with("-shm");
+    if (!isIndex && KindOf(beside[at], Links::kAreSeen) == FileKind::kFile) {
+      keep(beside[at], besideKept[at]);
+    }
+  }
+}
+
 void Keep(const fs::path& store, const fs::path& kept) {
   try {
     PutFreshStore(kept, CopyOf(store, kept));
   } catch (const StoreError& failure) {
-    if (failure.fault() != StoreFault::kDamaged) {
+    // Whose header is damaged is none for the engine: that it is one was looked at before.
+    if (failure.fault() != StoreFault::kDamaged && failure.fault() != StoreFault::kNoStore) {
       throw;
     }
-    // Byte by byte: it cannot be read as a whole.
-    WriteWholeFile(kept, {}, [&store](std::ostream& out) { CopyBytes(store, out); });
+    KeepBytes(store, kept);
+  }
+}
+
+/// A link would become a file, and what it leads to would stay as it is.
+void RequireNoLink(const fs::path& store) {
+  if (KindOf(store, Links::kAreSeen) == FileKind::kLink) {
+    throw FileError(FileProblem::kOccupied,
+                    fmt::format("'{}' is a link: name the store that it leads to", store.string()));
   }
 }
 
@@ -133,11 +159,15 @@ BackedUp BackUp(const fs::path& store, const fs::path& to, Standing existing,
 
 Restored Restore(const fs::path& store, const fs::path& backup, qorcred::Date now,
                  Patience patience, Trial trial) {
+  RequireNoLink(store);
   RequireNotOneOf(backup, store);
   if (KindOf(backup, Links::kAreFollowed) == FileKind::kNone) {
     throw MissingStore(fmt::format("there is no backup '{}'", backup.string()));
   }
-  RequireStore(backup);
+  if (!IsStoreOrEmpty(backup)) {
+    throw ForeignFile(
+        fmt::format("'{}' is no store of this program: nothing was changed", backup.string()));
+  }
   CopyOf copy(backup, backup);
   Restored restored;
   if (KindOf(store, Links::kAreSeen) == FileKind::kNone) {

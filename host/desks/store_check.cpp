@@ -12,11 +12,11 @@
 
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
-#include "frame/row_state.h"
 #include "frame/text.h"
 #include "host/components/application_object.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/history.h"
+#include "host/desks/listed_rows.h"
 #include "host/desks/tenant_name.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/words.h"
@@ -94,9 +94,7 @@ class UnitCheck {
     for (const ResultRow row : rows.rows()) {
       const std::int32_t rid = qorcred::ToLong(row[0]);
       codes_.insert(rid);
-      const bool isDeleted =
-          qorcred::NumericValue(row[2]) == qorcred::row_state::kDeleted && IsSet(row[2]);
-      if (qorcred::NumericValue(row[1]) < 0 || isDeleted) {
+      if (!IsListedCode(row[1], row[2])) {
         continue;
       }
       const std::string code = TextOf(row[1]);
@@ -185,6 +183,7 @@ std::vector<Finding> FindingsIn(DeskSession& session, std::int32_t unitKey) {
 }
 
 Table WholeCheck(DeskSession& session, const std::vector<UnitName>& units) {
+  const Undoable oneState(session.sql().look());
   Table table;
   table.columns = {{"Unit", "unit"}, {"What is wrong", "fault"}, {"How to mend it", "advice"}};
   for (const std::string& damage : session.Damages()) {

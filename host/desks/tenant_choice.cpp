@@ -17,8 +17,6 @@ namespace qorhost {
 
 namespace {
 
-constexpr std::string_view kRowPrefix = "rid:";
-
 /// The tenants of a unit by everything that names them.
 class Directory {
  public:
@@ -33,8 +31,8 @@ class Directory {
   /// Their places.
   [[nodiscard]] std::vector<std::size_t> Named(const std::string& given) {
     const std::string_view text = qorcred::Trim(given);
-    if (qorcred::CompareIgnoringCase(text.substr(0, kRowPrefix.size()), kRowPrefix) == 0) {
-      return InRows(text);
+    if (const auto rows = BehindRowPrefix(text)) {
+      return InRows(*rows);
     }
     if (const auto id = WholeNumber(text)) {
       const auto found = byId_.find(*id);
@@ -47,9 +45,9 @@ class Directory {
   }
 
  private:
-  [[nodiscard]] std::vector<std::size_t> InRows(std::string_view text) const {
+  /// The rows with commas between them.
+  [[nodiscard]] std::vector<std::size_t> InRows(std::string_view rest) const {
     std::vector<std::size_t> places;
-    std::string_view rest = text.substr(kRowPrefix.size());
     for (bool more = true; more;) {
       const std::size_t comma = rest.find(',');
       more = comma != std::string_view::npos;
@@ -104,7 +102,8 @@ class Directory {
     std::string described;
     for (std::size_t at = 0; at < std::min(places.size(), kMost); ++at) {
       const TenantRow& tenant = tenants_[places[at]];
-      described += fmt::format("{}{} (rid:{})", at == 0 ? "" : "; ", tenant.Name(), tenant.rid);
+      described +=
+          fmt::format("{}{} ({})", at == 0 ? "" : "; ", tenant.Name(), RowName(tenant.rid));
     }
     throw InputFault(
         tenant_field::kTenant, given,

@@ -13,6 +13,7 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/own_work.h"
+#include "host/desks/row_names.h"
 #include "host/desks/tenant_adding.h"
 #include "host/desks/tenant_choice.h"
 #include "host/desks/tenant_conditions.h"
@@ -25,38 +26,6 @@ namespace qorhost {
 namespace {
 
 namespace field = tenant_field;
-
-/// "LastName='Berg', FirstName=NULL" of the columns that differ, each told; "" when none does.
-std::string Differences(const TenantRow& before, const TenantRow& after, const TenantLinks& links,
-                        std::vector<TenantChange>& changes) {
-  std::string settings;
-  for (const TenantColumn& column : TenantColumns()) {
-    const std::string literal = column.literal(after);
-    if (literal == column.literal(before)) {
-      continue;
-    }
-    settings += fmt::format("{}{}={}", settings.empty() ? "" : ", ", column.column, literal);
-    changes.push_back({before.rid, before.Name(),
-                       TableColumn{std::string(column.title), std::string(column.key)},
-                       column.shown(before, links), column.shown(after, links)});
-  }
-  return settings;
-}
-
-bool IsIn(const std::array<std::int32_t, kTenantCards>& cards, std::int32_t rid) {
-  return std::find(cards.begin(), cards.end(), rid) != cards.end();
-}
-
-/// Those that one row has and another has not.
-std::vector<std::int32_t> CardsMissing(const TenantRow& from, const TenantRow& in) {
-  std::vector<std::int32_t> missing;
-  for (const std::int32_t card : from.cards) {
-    if (card != 0 && !IsIn(in.cards, card)) {
-      missing.push_back(card);
-    }
-  }
-  return missing;
-}
 
 Outcome Failed(const StoreError& failure) {
   Outcome outcome;
@@ -253,7 +222,7 @@ Outcome TenantDesk::Give(std::int32_t card, const TenantRow& tenant) {
                                  "who is none",
                                  InReason(tenant.NameWithRid())));
   }
-  (void)desk.Select(fmt::format("rid:{}", card));
+  (void)desk.Select(RowName(card));
   takers.Select(taker);
   return WithoutFacts(desk.SaveEdited());
 }
@@ -300,7 +269,7 @@ Outcome TenantDesk::EditOnce(const TenantEntry& entry, ChangedTenants& changed) 
     // resident's.
     TenantRow written = after;
     for (std::int32_t& card : written.cards) {
-      if (card != 0 && !IsIn(before.cards, card)) {
+      if (card != 0 && !HoldsCard(before, card)) {
         given.emplace_back(card, after);
         card = 0;
       }

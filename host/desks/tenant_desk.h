@@ -12,21 +12,12 @@
 #include "host/desks/desk_work.h"
 #include "host/desks/outcome.h"
 #include "host/desks/session.h"
+#include "host/desks/tenant_changes.h"
 #include "host/desks/tenant_entry.h"
 #include "host/desks/tenant_rows.h"
 #include "host/desks/trial.h"
-#include "host/files/table.h"
 
 namespace qorhost {
-
-/// One field of one tenant, before and after.
-struct TenantChange {
-  std::int32_t rid = 0;
-  std::string name;  ///< of the tenant, as it was
-  TableColumn field;
-  qorcred::Value before;
-  qorcred::Value after;
-};
 
 /// What an operation on tenants tells. Of a trial: what it would be.
 struct ChangedTenants : Outcome {

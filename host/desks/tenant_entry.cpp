@@ -6,10 +6,12 @@
 
 #include "frame/convert.h"
 #include "frame/text.h"
+#include "host/desks/door_schedules.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/row_names.h"
 #include "host/desks/tenant_fields.h"
+#include "host/desks/tenant_groups.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/words.h"
 
@@ -92,16 +94,12 @@ std::int32_t FindGroup(DeskSession& session, std::int32_t unitKey, const std::st
   const std::string_view wanted = qorcred::Trim(given);
   const bool isZero = qorcred::CompareIgnoringCase(wanted, "zero") == 0;
   const std::optional<std::int32_t> rid = WholeNumber(wanted);
-  const QueryResult groups = session.sql().Select(fmt::format(
-      "SELECT RID, IsGroupZero FROM TenantGroup WHERE UnitKey={} ORDER BY RID", unitKey));
   std::vector<std::string> names;
-  for (const ResultRow row : groups.rows()) {
-    const std::int32_t group = qorcred::ToLong(row[0]);
-    const bool groupZero = !qorcred::IsEmptyText(row[1]) && qorcred::ToBoolean(row[1]);
-    if (isZero ? groupZero : rid == group) {
-      return group;
+  for (const TenantGroup& group : ReadTenantGroups(session, unitKey)) {
+    if (isZero ? group.isZero : rid == group.rid) {
+      return group.rid;
     }
-    names.push_back(groupZero ? fmt::format("{} (zero)", group) : std::to_string(group));
+    names.push_back(group.isZero ? fmt::format("{} (zero)", group.rid) : std::to_string(group.rid));
   }
   throw InputFault(
       field::kGroup, given,
@@ -149,27 +147,12 @@ std::int32_t FindSchedule(const TenantLinks& links, std::string_view field,
 }
 
 void TenantEntry::SetSchedules(const std::string& given) {
-  std::string_view rest = given;
-  std::size_t door = 0;
-  for (bool more = true; more; ++door) {
-    if (door == kTenantDoors) {
-      throw InputFault(field::kSchedules, given,
-                       "{field} takes at most four schedules, one for each door");
-    }
-    const std::size_t comma = rest.find(',');
-    const std::string_view schedule = qorcred::Trim(rest.substr(0, comma));
-    if (schedule.empty()) {
-      throw InputFault(field::kSchedules, given,
-                       "{field} '{value}' has an empty schedule: name one for every door up to the "
-                       "last that you name, as in 'Full Access,1'");
-    }
+  ForEachDoor(field::kSchedules, given, [this](std::size_t door, std::string_view schedule) {
     if (!schedules[door]) {
       schedules[door] = std::string(schedule);
       scheduleInputs[door] = field::kSchedules;
     }
-    more = comma != std::string_view::npos;
-    rest.remove_prefix(more ? comma + 1 : rest.size());
-  }
+  });
 }
 
 bool TenantEntry::IsEmpty() const {

@@ -13,10 +13,10 @@
 
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
-#include "frame/row_state.h"
 #include "frame/text.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/listed_rows.h"
 #include "host/desks/tenant_adding.h"
 #include "host/desks/tenant_file.h"
 #include "host/desks/tenant_rows.h"
@@ -162,8 +162,7 @@ class TenantExport {
         "FROM DIRECTORYCODE WHERE UNITKEY={}",
         unitKey_));
     for (const ResultRow row : rows.rows()) {
-      if (qorcred::NumericValue(row[1]) < 0 ||
-          qorcred::NumericValue(row[18]) == qorcred::row_state::kDeleted) {
+      if (!IsListedCode(row[1], row[18])) {
         continue;
       }
       const bool isActive = TrueOrFalse(row[6]) == "True";
@@ -243,6 +242,7 @@ class TenantExport {
 }  // namespace
 
 Table ExportedTenants(DeskSession& session, std::int32_t unitKey) {
+  const Undoable oneState(session.sql().look());
   return TenantExport(session, unitKey).Run();
 }
 

@@ -5,11 +5,12 @@
 #include <utility>
 
 #include "frame/convert.h"
-#include "frame/row_state.h"
 #include "frame/text.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/import_run.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/listed_rows.h"
+#include "host/desks/row_names.h"
 #include "host/desks/tenant_file.h"
 #include "host/desks/typed_input.h"
 
@@ -57,12 +58,12 @@ void TenantImportCodes::ReadCodes() {
                   "UNITKEY={}",
                   unitKey_));
   for (const ResultRow row : stored.rows()) {
-    const double number = qorcred::NumericValue(row[1]);
-    if (number < 0 || qorcred::NumericValue(row[3]) == qorcred::row_state::kDeleted) {
+    if (!IsListedCode(row[1], row[3])) {
       continue;
     }
     const auto [place, isNew] = byNumber_.try_emplace(
-        number, Code{qorcred::ToLong(row[0]), qorcred::TextOrEmpty(row[2]), 0, {}, true});
+        qorcred::NumericValue(row[1]),
+        Code{qorcred::ToLong(row[0]), qorcred::TextOrEmpty(row[2]), 0, {}, true});
     place->second.isOnlyOne = isNew;
   }
 }
@@ -156,7 +157,7 @@ void TenantImportCodes::Change(const ImportLine& line, Code& code) {
   if (entry.IsEmpty()) {
     return;
   }
-  (void)desk_.Select(fmt::format("rid:{}", code.rid));
+  (void)desk_.Select(RowName(code.rid));
   (void)EnterDirCodeChange(desk_, entry);
   const Outcome saved = desk_.SaveEdited();
   if (!saved.done()) {

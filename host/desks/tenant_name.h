@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "frame/convert.h"
+#include "frame/text.h"
 #include "host/store/sql_session.h"
 
 namespace qorhost {
@@ -18,11 +19,12 @@ inline constexpr std::string_view kTenantSpokenName = "FirstName & ' ' & LastNam
 /// The parts of a full name, as columns of such a SELECT.
 inline constexpr std::string_view kFullNameColumns = "LastName, FirstName, MiddleInitial";
 
-/// The parts that there are, with a blank between.
+/// The parts that there are, with a blank between; blanks around a part are left out.
 [[nodiscard]] inline std::string FullName(std::string_view lastName, std::string_view firstName,
                                           std::string_view initial) {
   std::string name;
-  for (const std::string_view part : {lastName, firstName, initial}) {
+  for (const std::string_view given : {lastName, firstName, initial}) {
+    const std::string_view part = qorcred::Trim(given);
     if (!part.empty()) {
       name.append(name.empty() ? "" : " ").append(part);
     }

@@ -5,11 +5,13 @@
 #include <algorithm>
 
 #include "frame/convert.h"
-#include "frame/row_state.h"
 #include "frame/schedules.h"
 #include "frame/schema.h"
 #include "frame/text.h"
 #include "host/desks/credential_types.h"
+#include "host/desks/listed_rows.h"
+#include "host/desks/row_names.h"
+#include "host/desks/tenant_name.h"
 #include "host/desks/words.h"
 #include "host/dialect/canonical_date.h"
 
@@ -57,18 +59,6 @@ TenantRow RowIn(const ResultRow& cells) {
   row.code = NumberIn(cells[column++]);
   row.resident = NumberIn(cells[column]) != 0;
   return row;
-}
-
-/// "Tanaka Xenia M" of the parts that there are.
-std::string Joined(std::initializer_list<std::string_view> parts) {
-  std::string joined;
-  for (const std::string_view part : parts) {
-    const std::string_view trimmed = qorcred::Trim(part);
-    if (!trimmed.empty()) {
-      joined.append(joined.empty() ? "" : " ").append(trimmed);
-    }
-  }
-  return joined;
 }
 
 Value TextShown(const std::string& text) {
@@ -158,11 +148,11 @@ constexpr std::array kColumns{
 }  // namespace
 
 std::string TenantRow::Name() const {
-  return Joined({lastName, firstName, initial});
+  return FullName(lastName, firstName, initial);
 }
 
 std::string TenantRow::SpokenName() const {
-  return Joined({firstName, lastName});
+  return FullName(firstName, lastName, {});
 }
 
 std::string TenantRow::NameWithRid() const {
@@ -223,9 +213,8 @@ TenantLinks::TenantLinks(DeskSession& session, std::int32_t unitKey)
   const QueryResult dialled = session.sql().Select(fmt::format(
       "SELECT RID, DIRECTORYCODE, MODIFIED FROM DIRECTORYCODE WHERE UNITKEY={}", unitKey));
   for (const ResultRow row : dialled.rows()) {
-    const double number = qorcred::NumericValue(row[1]);
-    const bool isDeleted = qorcred::NumericValue(row[2]) == qorcred::row_state::kDeleted;
-    codes.emplace(NumberIn(row[0]), ListedCode{number, number >= 0 && !isDeleted});
+    codes.emplace(NumberIn(row[0]),
+                  ListedCode{qorcred::NumericValue(row[1]), IsListedCode(row[1], row[2])});
   }
 }
 
@@ -239,7 +228,7 @@ Value TenantLinks::Card(std::int32_t rid) const {
     return Null{};
   }
   const auto found = cards.find(rid);
-  return found == cards.end() ? fmt::format("rid:{}", rid) : found->second.entry;
+  return found == cards.end() ? RowName(rid) : found->second.entry;
 }
 
 qorcred::StringArray TenantLinks::Cards(const TenantRow& tenant) const {
@@ -257,7 +246,7 @@ Value TenantLinks::Code(std::int32_t rid) const {
     return Null{};
   }
   const auto found = codes.find(rid);
-  return found == codes.end() ? Value(fmt::format("rid:{}", rid)) : Value(found->second.number);
+  return found == codes.end() ? Value(RowName(rid)) : Value(found->second.number);
 }
 
 std::span<const TenantColumn> TenantColumns() {

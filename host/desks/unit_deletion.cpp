@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string_view>
 
 #include "host/desks/desk_error.h"
@@ -56,6 +57,25 @@ UnitContents ContentsOf(DeskSession& session, std::int32_t unitKey) {
   return {RowsWhere(session, "Tenants", ofUnit), RowsWhere(session, "CredentialBank", ofUnit),
           RowsWhere(session, "DirectoryCode", ofUnit),
           RowsWhere(session, "ProgramSteps", ofUnit + " AND Sent=False")};
+}
+
+std::vector<UnitToDelete> WithContents(DeskSession& session, const std::vector<UnitName>& units) {
+  std::vector<UnitToDelete> toDelete;
+  for (const UnitName& unit : units) {
+    if (std::none_of(toDelete.begin(), toDelete.end(),
+                     [&unit](const UnitToDelete& other) { return other.unit.key == unit.key; })) {
+      toDelete.push_back({unit, ContentsOf(session, unit.key)});
+    }
+  }
+  return toDelete;
+}
+
+UnitContents ContentsOf(const std::vector<UnitToDelete>& units) {
+  UnitContents all;
+  for (const UnitToDelete& one : units) {
+    all.Add(one.contents);
+  }
+  return all;
 }
 
 void DeleteUnits(DeskSession& session, const std::vector<UnitToDelete>& units, Trial trial) {

@@ -37,6 +37,12 @@ struct UnitToDelete {
   UnitContents contents;
 };
 
+/// The units, each once, with what is in them.
+[[nodiscard]] std::vector<UnitToDelete> WithContents(DeskSession& session,
+                                                     const std::vector<UnitName>& units);
+/// What is in all of them together.
+[[nodiscard]] UnitContents ContentsOf(const std::vector<UnitToDelete>& units);
+
 /// Deletes units with all that is in them as one unit of work: all or none. Raises RefusedError
 /// when there is something else in one of them by now, or it is gone.
 void DeleteUnits(DeskSession& session, const std::vector<UnitToDelete>& units, Trial trial);

@@ -9,16 +9,16 @@
 #include "frame/capacity.h"
 #include "frame/convert.h"
 #include "frame/credential_numbers.h"
-#include "frame/row_state.h"
 #include "frame/schedules.h"
 #include "frame/text.h"
 #include "host/components/application_object.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/input_fault.h"
-#include "host/desks/list_entries.h"
+#include "host/desks/listed_rows.h"
 #include "host/desks/own_work.h"
 #include "host/desks/stored_row.h"
 #include "host/desks/typed_input.h"
+#include "host/desks/unit_default_end.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/words.h"
 
@@ -31,9 +31,6 @@ using qorcred::Value;
 namespace input = unit_input;
 
 using Fields = std::vector<Field>;
-
-/// RECORDDEACTIVATION
-enum DefaultEnd : std::int32_t { kNever, kOnDate, kAfterDays };
 
 std::string OfUnit(std::int32_t unitKey) {
   return fmt::format("UnitKey={}", unitKey);
@@ -59,26 +56,6 @@ bool Flag(std::string_view field, const std::string& given) {
   return *flag;
 }
 
-/// "none", "90d" or a date.
-void AddDefaultEnd(const std::string& given, Fields& fields) {
-  const std::string_view text = qorcred::Trim(given);
-  Value kind = std::int32_t{kNever};
-  Value date = Null{};
-  Value days = Null{};
-  const bool isDays = text.size() > 1 && (text.back() == 'd' || text.back() == 'D') &&
-                      qorcred::IsDigits(text.substr(0, text.size() - 1));
-  if (isDays) {
-    kind = std::int32_t{kAfterDays};
-    days = ReadLong(input::kDefaultEnd, text.substr(0, text.size() - 1), {1, unit_bound::kDays});
-  } else if (!SaysNone(text)) {
-    kind = std::int32_t{kOnDate};
-    date = qorcred::DayOf(ReadDate(input::kDefaultEnd, text).date);
-  }
-  fields.push_back({"RECORDDEACTIVATION", kind});
-  fields.push_back({"DEACTIVATIONDATE", date});
-  fields.push_back({"DEACTIVATIONDAYS", days});
-}
-
 void AddNumber(std::string_view column, std::string_view field,
                const std::optional<std::string>& given, NumberRange range, Fields& fields) {
   if (given) {
@@ -100,7 +77,9 @@ Fields SettingsOf(const UnitEntry& entry) {
     fields.push_back({"IGNOREFACILITYCODE", Flag(input::kIgnoresFacility, *entry.ignoresFacility)});
   }
   if (entry.defaultEnd) {
-    AddDefaultEnd(*entry.defaultEnd, fields);
+    for (Field& field : ReadDefaultEnd(*entry.defaultEnd)) {
+      fields.push_back(std::move(field));
+    }
   }
   return fields;
 }
@@ -235,8 +214,8 @@ class UnitWriting {
     }
     const Value highest =
         session_.sql().Scalar(fmt::format("SELECT MAX(DIRECTORYCODE) FROM DirectoryCode WHERE {} "
-                                          "AND (MODIFIED IS NULL OR MODIFIED<>{})",
-                                          OfUnit(unitKey_), qorcred::row_state::kDeleted));
+                                          "AND {}",
+                                          OfUnit(unitKey_), kIsNotDeleted));
     const std::string code = qorcred::TextOrEmpty(highest);
     const auto digits = static_cast<std::size_t>(
         ReadLong(input::kCodeDigits, *entry.codeDigits, {1, unit_bound::kDigits}));
@@ -310,22 +289,6 @@ std::string NameOfUnit(DeskSession& session, std::int32_t unitKey) {
 void RequireUnit(DeskSession& session, std::int32_t unitKey) {
   if (RowsWhere(session, "Units", OfUnit(unitKey)) == 0) {
     throw RefusedError(fmt::format("there is no unit {} any more", unitKey));
-  }
-}
-
-/// As it is typed.
-std::string DefaultEndShown(const Value& kind, const Value& date, const Value& days) {
-  switch (static_cast<int>(qorcred::NumericValue(kind))) {
-    case kOnDate:
-      if (const auto* day = date.As<qorcred::Date>()) {
-        const qorcred::CivilTime civil = qorcred::ToCivil(*day);
-        return fmt::format("{:04}-{:02}-{:02}", civil.year, civil.month, civil.day);
-      }
-      return "";
-    case kAfterDays:
-      return qorcred::TextOrEmpty(days) + "d";
-    default:
-      return std::string(kNoneWord);
   }
 }
 

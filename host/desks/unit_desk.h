@@ -5,35 +5,15 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/desks/desk_error.h"
 #include "host/desks/list.h"
 #include "host/desks/session.h"
 #include "host/desks/trial.h"
+#include "host/desks/unit_fields.h"
 
 namespace qorhost {
-
-/// What the inputs are called in an InputFault.
-namespace unit_input {
-inline constexpr std::string_view kKey = "key";
-inline constexpr std::string_view kName = "name";
-inline constexpr std::string_view kType = "type";
-inline constexpr std::string_view kCapacity = "capacity";
-inline constexpr std::string_view kCodeDigits = "digits of directory codes";
-inline constexpr std::string_view kEntryDigits = "digits of entry codes";
-inline constexpr std::string_view kDefaultEnd = "default end";
-inline constexpr std::string_view kIgnoresFacility = "ignores facility codes";
-inline constexpr std::string_view kCardFacility = "facility code of cards";
-inline constexpr std::string_view kTransmitterFacility = "facility code of transmitters";
-}  // namespace unit_input
-
-namespace unit_bound {
-inline constexpr std::int32_t kCapacity = 32767;  ///< what the controllers read as 16 bits
-inline constexpr std::int32_t kDigits = 15;       ///< of a code, which is a floating-point number
-inline constexpr std::int32_t kDays = 36500;      ///< after which a code ends by default
-}  // namespace unit_bound
 
 /// A unit as it is typed; what is not given stays, or is as in a new unit.
 struct UnitEntry {

@@ -185,9 +185,7 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress, const LostCodes& agree
   }
   if (!plan_.steps.empty()) {
     aftermath.stepsWithdrawn = WithdrawMootSteps(session_, unitKey_, plan_, {unit_.codes, stored_});
-    MergePlan done = std::move(plan_);
     RequireSame();
-    plan_ = std::move(done);
   }
   whole.Keep();
   return aftermath;
@@ -244,8 +242,13 @@ void UnitMerge::Do(const MergeStep& step) {
 
 /// The store must hold now what the unit holds: whatever a statement made of a text shows here.
 void UnitMerge::RequireSame() {
+  // What was planned is told when it is done, and of the rows as they were.
+  MergePlan plan = std::move(plan_);
+  std::vector<StoredCode> stored = std::move(stored_);
   Compare();
   if (plan_.steps.empty()) {
+    plan_ = std::move(plan);
+    stored_ = std::move(stored);
     return;
   }
   const MergeStep& step = plan_.steps.front();

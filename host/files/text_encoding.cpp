@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <iconv.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +12,7 @@
 #include <system_error>
 #include <utility>
 
+#include "frame/utf8.h"
 #include "host/files/file_error.h"
 
 namespace qorhost {
@@ -76,7 +78,33 @@ class Converter {
   iconv_t handle_;
 };
 
+/// The number of the first line with bytes that are no UTF-8; 0 without one.
+std::size_t FirstBadLine(std::string_view text) {
+  std::size_t line = 0;
+  while (!text.empty()) {
+    ++line;
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    if (!qorcred::IsUtf8(text.substr(0, end))) {
+      return line;
+    }
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return 0;
+}
+
 }  // namespace
+
+EncodingDoubt DoubtAbout(const std::string& text) {
+  if (qorcred::IsUtf8(text) && text.find('\0') == std::string::npos) {
+    return {};
+  }
+  const std::string read = TextAsUtf8(text, TextEncoding::kUtf8);
+  const std::string_view firstLine = std::string_view(read).substr(0, read.find('\n'));
+  if (firstLine.find('\0') != std::string_view::npos) {
+    return {true, 0};
+  }
+  return {false, FirstBadLine(read)};
+}
 
 std::string TextAsUtf8(std::string text, TextEncoding encoding) {
   const std::string_view bytes = text;

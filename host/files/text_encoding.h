@@ -1,6 +1,7 @@
 // Texts from outside in whatever encoding a spreadsheet has saved them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -17,5 +18,13 @@ enum class TextEncoding : std::uint8_t {
 /// included. Raises FileError, kUnusable, with the place of the first byte that the encoding does
 /// not have. Time and memory are linear.
 [[nodiscard]] std::string TextAsUtf8(std::string text, TextEncoding encoding);
+
+/// What speaks against a text's being UTF-8, a byte order mark apart.
+struct EncodingDoubt {
+  bool isLikeUtf16 = false;  ///< its first line has zero bytes between its letters
+  std::size_t badLine = 0;   ///< else the first line with bytes that are no UTF-8; 0 without one
+};
+/// Raises FileError as TextAsUtf8() does.
+[[nodiscard]] EncodingDoubt DoubtAbout(const std::string& text);
 
 }  // namespace qorhost

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <sodium/crypto_generichash.h>
+#include <sodium/utils.h>
 
 #include <array>
 
@@ -18,7 +19,7 @@ class Digest {
   Digest() { crypto_generichash_init(&state_, nullptr, 0, kHashSize); }
 
   void Add(std::string_view text) {
-    AddBytes(fmt::format("{}:", text.size()));
+    AddLength(text.size());
     AddBytes(text);
   }
   /// Texts that are one text in pieces.
@@ -27,7 +28,7 @@ class Digest {
     for (const std::string& piece : pieces) {
       size += piece.size();
     }
-    AddBytes(fmt::format("{}:", size));
+    AddLength(size);
     for (const std::string& piece : pieces) {
       AddBytes(piece);
     }
@@ -36,10 +37,16 @@ class Digest {
   [[nodiscard]] std::string End() {
     std::array<unsigned char, kHashSize> hash{};
     crypto_generichash_final(&state_, hash.data(), hash.size());
-    return fmt::format("{:02x}", fmt::join(hash, ""));
+    std::array<char, 2 * kHashSize + 1> hex{};
+    return sodium_bin2hex(hex.data(), hex.size(), hash.data(), hash.size());
   }
 
  private:
+  void AddLength(std::size_t size) {
+    const fmt::format_int digits(size);
+    AddBytes({digits.data(), digits.size()});
+    AddBytes(":");
+  }
   void AddBytes(std::string_view bytes) {
     // The library reads bytes as unsigned ones.
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)

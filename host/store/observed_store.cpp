@@ -69,6 +69,7 @@ class ObservedSession final : public SqlSession {
   Transaction& transaction() noexcept override { return inner_->transaction(); }
   UnitOfWork& work() noexcept override { return inner_->work(); }
   Transaction& savepoint() noexcept override { return inner_->savepoint(); }
+  Transaction& look() noexcept override { return inner_->look(); }
   bool inTransaction() const noexcept override { return inner_->inTransaction(); }
   AuditLog& audit() noexcept override { return inner_->audit(); }
   StepQueue& steps() noexcept override { return inner_->steps(); }

@@ -80,6 +80,9 @@ class SqlSession {
   [[nodiscard]] virtual UnitOfWork& work() noexcept = 0;
   /// One part of a unit of work that has taken the right to write: it may fail and be undone alone.
   [[nodiscard]] virtual Transaction& savepoint() noexcept = 0;
+  /// Reading that sees one state of the store, whatever others store meanwhile; nobody waits for
+  /// it. Nothing may be written in it. Inside anything that is open already it is a part of that.
+  [[nodiscard]] virtual Transaction& look() noexcept = 0;
   /// Whether any of them is open. False where one should be means that the store gave it up and
   /// undid everything (a full disk, for example).
   [[nodiscard]] virtual bool inTransaction() const noexcept = 0;

@@ -44,20 +44,14 @@ class ScriptedObject final : public qorcred::Object {
   ObjectRef object_;
 };
 
-class Replay final : public qorcred::Host {
+class Replay : public qorcred::Host {
  public:
-  Replay()
-      : tracer_(std::make_shared<qorcred::trace::Tracer>(
-            [this](std::string_view line) { lines_.emplace_back(line); },
-            [](const qorcred::Object& object) -> const void* {
-              const auto* scripted = dynamic_cast<const ScriptedObject*>(&object);
-              return scripted == nullptr ? nullptr : scripted->object();
-            })),
-        tracedHost_(*this, tracer_) {}
+  Replay() = default;
+  Replay(const Replay&) = delete;
+  Replay& operator=(const Replay&) = delete;
 
-  std::vector<std::string> Run(const std::vector<TracedLine>& trace) {
+  void Run(const std::vector<TracedLine>& trace) {
     for (const TracedLine& line : trace) RunLine(line);
-    return std::move(lines_);
   }
 
   /// The next answer for an object's call; writes what the call changed into `arguments`.
@@ -80,10 +74,28 @@ class Replay final : public qorcred::Host {
   }
   std::string AnsiToText(std::span<const std::uint8_t>) override { return ReadText(Next().result); }
 
+ protected:
+  ~Replay() override = default;
+
+  // The controllers call their host to the end: they have to go before it.
+  void DropControllers() {
+    controllers_.clear();
+    objects_.clear();
+  }
+
  private:
+  // What the replay does with the controllers, and with what it comes across.
+  virtual void NoteHostsOwn(const TracedLine& line) = 0;
+  virtual std::unique_ptr<qorcred::Controller> Make(std::string_view className) = 0;
+  virtual Value RunOn(qorcred::Controller& controller, const qorcred::Member& member,
+                      const std::string& name, InvokeKind kind, std::vector<Value>& arguments) = 0;
+  virtual void Release(const TracedLine& line, std::unique_ptr<qorcred::Controller> controller) = 0;
+  virtual void EndOperation(const TracedLine& line, bool hasAskedForAll) = 0;
+
   struct Frame {
     const std::vector<TracedLine>* lines;
     std::size_t next = 0;
+    bool asksForMore = false;
   };
   static ObjectRef ObjectIn(const Value& value) { return *value.As<ObjectRef>(); }
 
@@ -98,12 +110,9 @@ class Replay final : public qorcred::Host {
   void Learn(std::string_view text, const Value& value);
 
   void RunLine(const TracedLine& line);
-  void Make(const std::string& name);
   void RunMember(const TracedLine& line);
+  [[nodiscard]] static bool HasAskedForAll(const Frame& frame);
 
-  std::vector<std::string> lines_;
-  std::shared_ptr<qorcred::trace::Tracer> tracer_;
-  qorcred::trace::TracedHost tracedHost_;
   std::vector<Frame> frames_;
   std::map<std::string, std::shared_ptr<ScriptedObject>, std::less<>> objects_;
   std::map<std::string, std::unique_ptr<qorcred::Controller>, std::less<>> controllers_;
@@ -133,6 +142,7 @@ const TracedLine& Replay::Next() {
     const TracedLine& line = (*frame.lines)[frame.next++];
     if (!line.head.starts_with("Release ")) return line;
   }
+  frame.asksForMore = true;
   throw qorcred::RuntimeError(qorcred::ErrorNumber::kInternal, "The trace has no further call");
 }
 
@@ -189,42 +199,33 @@ Value Replay::Answer(InvokeKind kind, Arguments arguments) {
 
 void Replay::RunLine(const TracedLine& line) {
   if (line.head.starts_with("host ")) {
-    tracer_->Note(line.head + (line.result.empty() ? "" : " -> " + line.result) +
-                  (line.failure.empty() ? "" : " ! " + line.failure));
+    NoteHostsOwn(line);
     return;
   }
   frames_.push_back({&line.inner});
   if (line.head.starts_with("new ")) {
-    Make(line.head.substr(4));
+    const std::string name = line.head.substr(4);
+    controllers_[name] = Make(std::string_view(name).substr(0, name.find('@')));
   } else if (line.head.starts_with("Release ")) {
     const auto found = controllers_.find(line.head.substr(8));
     if (found != controllers_.end()) {
-      tracer_->Begin(line.head);
+      std::unique_ptr<qorcred::Controller> released = std::move(found->second);
       controllers_.erase(found);
-      tracer_->End("");
+      Release(line, std::move(released));
     }
   } else {
     RunMember(line);
   }
+  const bool hasAskedForAll = HasAskedForAll(frames_.back());
   frames_.pop_back();
+  EndOperation(line, hasAskedForAll);
 }
 
-void Replay::Make(const std::string& name) {
-  const std::string className = name.substr(0, name.find('@'));
-  tracer_->Begin("new " + tracer_->NewName(className));
-  auto& made = controllers_[name];
-  if (className == "clsCredential") {
-    made = std::make_unique<qorcred::clsCredential>(tracedHost_);
-  } else if (className == "clsDirCode") {
-    made = std::make_unique<qorcred::clsDirCode>(tracedHost_);
-  } else if (className == "clsDirCodeReport") {
-    made = std::make_unique<qorcred::clsDirCodeReport>(tracedHost_);
-  } else if (className == "clsCredentialReport") {
-    made = std::make_unique<qorcred::clsCredentialReport>(tracedHost_);
-  } else {
-    throw std::runtime_error("no class of controllers: " + className);
+bool Replay::HasAskedForAll(const Frame& frame) {
+  for (std::size_t at = frame.next; at < frame.lines->size(); ++at) {
+    if (!(*frame.lines)[at].head.starts_with("Release ")) return false;
   }
-  tracer_->End("");
+  return !frame.asksForMore;
 }
 
 void Replay::RunMember(const TracedLine& line) {
@@ -253,7 +254,7 @@ void Replay::RunMember(const TracedLine& line) {
   std::vector<Value> arguments;
   for (const std::string_view item : told) arguments.push_back(Read(NamedItem(item).second));
   try {
-    const Value result = RunTraced(*tracer_, name, *found->second, *member, kind, arguments);
+    const Value result = RunOn(*found->second, *member, name, kind, arguments);
     Learn(line.result, result);
   } catch (const qorcred::RuntimeError&) {
     // It stands in the trace.
@@ -266,11 +267,103 @@ void Replay::RunMember(const TracedLine& line) {
   }
 }
 
+/// The controllers of today, traced anew.
+class TracedReplay final : public Replay {
+ public:
+  TracedReplay()
+      : tracer_(std::make_shared<qorcred::trace::Tracer>(
+            [this](std::string_view line) { lines_.emplace_back(line); },
+            [](const qorcred::Object& object) -> const void* {
+              const auto* scripted = dynamic_cast<const ScriptedObject*>(&object);
+              return scripted == nullptr ? nullptr : scripted->object();
+            })),
+        host_(*this, tracer_) {}
+  ~TracedReplay() override { DropControllers(); }
+
+  std::vector<std::string> TakeLines() { return std::move(lines_); }
+
+ private:
+  void NoteHostsOwn(const TracedLine& line) override {
+    tracer_->Note(line.head + (line.result.empty() ? "" : " -> " + line.result) +
+                  (line.failure.empty() ? "" : " ! " + line.failure));
+  }
+
+  std::unique_ptr<qorcred::Controller> Make(std::string_view className) override {
+    tracer_->Begin("new " + tracer_->NewName(className));
+    std::unique_ptr<qorcred::Controller> made = MakeByName(className);
+    tracer_->End("");
+    return made;
+  }
+
+  std::unique_ptr<qorcred::Controller> MakeByName(std::string_view className) {
+    if (className == "clsCredential") return std::make_unique<qorcred::clsCredential>(host_);
+    if (className == "clsDirCode") return std::make_unique<qorcred::clsDirCode>(host_);
+    if (className == "clsDirCodeReport") return std::make_unique<qorcred::clsDirCodeReport>(host_);
+    if (className == "clsCredentialReport") {
+      return std::make_unique<qorcred::clsCredentialReport>(host_);
+    }
+    throw std::runtime_error("no class of controllers: " + std::string(className));
+  }
+
+  Value RunOn(qorcred::Controller& controller, const qorcred::Member& member,
+              const std::string& name, InvokeKind kind, std::vector<Value>& arguments) override {
+    return RunTraced(*tracer_, name, controller, member, kind, arguments);
+  }
+
+  void Release(const TracedLine& line, std::unique_ptr<qorcred::Controller> controller) override {
+    tracer_->Begin(line.head);
+    controller.reset();
+    tracer_->End("");
+  }
+
+  // What is other than it was stands in the new trace.
+  void EndOperation(const TracedLine&, bool) override {}
+
+  std::vector<std::string> lines_;
+  std::shared_ptr<qorcred::trace::Tracer> tracer_;
+  qorcred::trace::TracedHost host_;
+};
+
+/// Somebody's own controllers.
+class UntracedReplay final : public Replay {
+ public:
+  explicit UntracedReplay(const ControllerMaker& make) : make_(make) {}
+  ~UntracedReplay() override { DropControllers(); }
+
+ private:
+  void NoteHostsOwn(const TracedLine&) override {}
+  std::unique_ptr<qorcred::Controller> Make(std::string_view className) override {
+    return make_(className, *this);
+  }
+  Value RunOn(qorcred::Controller& controller, const qorcred::Member& member, const std::string&,
+              InvokeKind kind, std::vector<Value>& arguments) override {
+    return controller.Invoke(member.name, kind, arguments);
+  }
+  void Release(const TracedLine&, std::unique_ptr<qorcred::Controller> controller) override {
+    controller.reset();
+  }
+  void EndOperation(const TracedLine& line, bool hasAskedForAll) override {
+    if (!hasAskedForAll) {
+      throw std::runtime_error("line " + std::to_string(line.number) +
+                               " asks its host for other things than it did: " + line.head);
+    }
+  }
+
+  const ControllerMaker& make_;
+};
+
 }  // namespace
 
 std::vector<std::string> Replayed(const std::vector<std::string>& trace) {
   const std::vector<TracedLine> read = ReadTrace(trace);
-  return Replay().Run(read);
+  TracedReplay replay;
+  replay.Run(read);
+  return replay.TakeLines();
+}
+
+void ReplayOn(const ControllerMaker& make, const std::vector<std::string>& trace) {
+  const std::vector<TracedLine> read = ReadTrace(trace);
+  UntracedReplay(make).Run(read);
 }
 
 }  // namespace qortest

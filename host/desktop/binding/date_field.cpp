@@ -36,7 +36,7 @@ DateField::DateField(QWidget* parent)
   row->addWidget(edit_, 1);
   edit_->setTimeSpec(Qt::UTC);
   edit_->setCalendarPopup(true);
-  edit_->setDisplayFormat(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+  SetWholeDays(false);
   edit_->setEnabled(false);
   setFocusProxy(check_);
   setFocusPolicy(Qt::StrongFocus);
@@ -53,6 +53,12 @@ DateField::DateField(QWidget* parent)
     }
   });
   connect(edit_, &QDateTimeEdit::dateTimeChanged, this, [this] { Choose(); });
+}
+
+void DateField::SetWholeDays(bool whole) {
+  wholeDays_ = whole;
+  edit_->setDisplayFormat(whole ? QStringLiteral("yyyy-MM-dd")
+                                : QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
 void DateField::changeEvent(QEvent* event) {

@@ -16,6 +16,7 @@ namespace qorhost {
 class DateField final : public QWidget {
   Q_OBJECT
   Q_PROPERTY(bool endOfDay READ endOfDay WRITE SetEndOfDay)
+  Q_PROPERTY(bool wholeDays READ wholeDays WRITE SetWholeDays)
 
  public:
   using ChoiceHandler = std::function<void(std::optional<qorcred::Date> date)>;
@@ -25,6 +26,9 @@ class DateField final : public QWidget {
   /// Whether a date that is chosen anew is the last second of its day.
   [[nodiscard]] bool endOfDay() const { return endOfDay_; }
   void SetEndOfDay(bool end) { endOfDay_ = end; }
+  /// Whether days are shown without a time.
+  [[nodiscard]] bool wholeDays() const { return wholeDays_; }
+  void SetWholeDays(bool whole);
   /// Told of what a person chooses.
   void OnChoice(ChoiceHandler handler) { onChoice_ = std::move(handler); }
 
@@ -49,6 +53,7 @@ class DateField final : public QWidget {
   QDateTimeEdit* edit_;
   ChoiceHandler onChoice_;
   bool endOfDay_ = false;
+  bool wholeDays_ = false;
 };
 
 }  // namespace qorhost

@@ -1,31 +1,13 @@
 #include "host/desktop/binding/list_binding.h"
 
 #include <QAbstractItemView>
-#include <QEvent>
 #include <QItemSelectionModel>
 #include <QSignalBlocker>
 #include <variant>
 
+#include "host/desktop/binding/wheel_guard.h"
+
 namespace qorhost {
-
-namespace {
-
-/// Keeps a wheel that turns over a combo box on its way down a form from changing it.
-class WheelNeedsFocus final : public QObject {
- public:
-  using QObject::QObject;
-
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    const auto* widget = qobject_cast<QWidget*>(watched);
-    if (event->type() == QEvent::Wheel && widget != nullptr && !widget->hasFocus()) {
-      event->ignore();
-      return true;
-    }
-    return QObject::eventFilter(watched, event);
-  }
-};
-
-}  // namespace
 
 ListBinding::ListBinding(ListModel& list, QWidget& widget)
     : ControlBinding(list, widget), list_(list) {
@@ -78,8 +60,7 @@ ComboBinding::ComboBinding(ListModel& list, QComboBox& combo)
     : ListBinding(list, combo), combo_(combo) {
   combo_.setModel(&entries());
   combo_.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  combo_.setFocusPolicy(Qt::StrongFocus);
-  combo_.installEventFilter(new WheelNeedsFocus(&combo_));
+  WheelGuard::Watch(combo_);
   if (auto* view = qobject_cast<QListView*>(combo_.view())) {
     view->setUniformItemSizes(true);
   }

@@ -12,6 +12,7 @@ Surroundings SurroundingsOf(QWidget& window, OperationRunner& runner,
   surroundings.clock = given.clock;
   surroundings.author = given.author;
   surroundings.trace = given.trace;
+  surroundings.tracedLater = true;
   surroundings.patience = runner.patience();
   surroundings.pendingEvents = [&runner] { runner.LetEventsRun(); };
   surroundings.messageBox = [&window, &runner](std::string_view text, qorcred::MessageStyle style,
@@ -29,7 +30,19 @@ Workplace::Workplace(QWidget& window, OperationRunner& runner, std::unique_ptr<S
     : window_(window),
       runner_(runner),
       session_(std::move(store), SurroundingsOf(window, runner, surroundings)),
-      file_(std::move(file)) {}
+      file_(std::move(file)),
+      givenTrace_(surroundings.trace) {}
+
+void Workplace::TraceTo(const qorcred::trace::TraceSink& sink) {
+  if (!sink || !givenTrace_) {
+    session_.TraceTo(sink ? sink : givenTrace_);
+    return;
+  }
+  session_.TraceTo([given = givenTrace_, sink](std::string_view line) {
+    given(line);
+    sink(line);
+  });
+}
 
 void Workplace::Tell(const QString& what) const {
   if (onTell_) {

@@ -39,6 +39,9 @@ class Workplace {
   /// The store's own file, over which nothing is written; empty for one in memory.
   [[nodiscard]] const std::filesystem::path& file() const { return file_; }
 
+  /// Writes a trace to this sink, too, from now on; none ends that. No screen may be open.
+  void TraceTo(const qorcred::trace::TraceSink& sink);
+
   /// Tells in one line what was done; the window shows it for a while.
   void Tell(const QString& what) const;
   void OnTell(std::function<void(const QString& what)> handler) { onTell_ = std::move(handler); }
@@ -51,6 +54,7 @@ class Workplace {
   OperationRunner& runner_;
   DeskSession session_;
   std::filesystem::path file_;
+  qorcred::trace::TraceSink givenTrace_;
   std::int32_t unitKey_ = 0;
   QString unitName_;
   std::function<void(const QString& what)> onTell_;

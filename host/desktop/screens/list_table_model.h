@@ -24,6 +24,8 @@ class ListTableModel final : public QAbstractTableModel {
   /// Any letter case; an empty text shows all rows.
   void Narrow(const QString& text);
 
+  /// All that is shown, in its order.
+  [[nodiscard]] const List& shown() const { return shown_; }
   /// The row that is shown at a place.
   [[nodiscard]] const std::vector<qorcred::Value>& Row(int row) const {
     return shown_.rows.at(static_cast<std::size_t>(row));

@@ -80,12 +80,13 @@ bool ScreenPage::Run(const QString& what, const std::function<void()>& operation
 }
 
 QWidget* ScreenPage::WidgetFor(std::string_view field) const {
+  QWidget* found = nullptr;
   for (const FieldWidget& known : Fields()) {
-    if (known.field == field) {
-      return findChild<QWidget*>(ToQt(known.widget));
+    if (known.field == field && (found == nullptr || !found->isVisible())) {
+      found = findChild<QWidget*>(ToQt(known.widget));
     }
   }
-  return nullptr;
+  return found;
 }
 
 void ScreenPage::TellFault(const InputFault& fault) {

@@ -47,7 +47,8 @@ class ScreenPage : public QWidget {
   bool Tell(const Outcome& outcome, std::string_view what, const ScreenModel& screen);
   bool Tell(const Outcome& outcome, std::string_view what);
 
-  /// Where inputs of the desk are found: the widgets bear these names.
+  /// Where inputs of the desk are found: the widgets bear these names. Of several for one input the
+  /// first that is visible counts.
   virtual std::span<const FieldWidget> Fields() const { return {}; }
 
  private:

@@ -13,6 +13,7 @@
 
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/shell/backing_up.h"
 
 namespace qorhost {
 
@@ -26,6 +27,7 @@ constexpr int kMostDigits = 9;  // screens that have a shortcut
 
 namespace setting {
 const QString kGeometry = QStringLiteral("window/geometry");
+const QString kPlaces = QStringLiteral("window/places");
 const QString kTheme = QStringLiteral("look/theme");
 const QString kText = QStringLiteral("look/text");
 const QString kStore = QStringLiteral("last/store");
@@ -47,12 +49,16 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
       pages_(new QStackedWidget(this)),
       start_(new StartPage(pages_)),
       sides_(new QWidget(this)),
+      calls_(new CallLogDock(surroundings_.clock, this)),
       screens_(new QListWidget(sides_)),
       units_(new QComboBox(sides_)),
       made_(Screens().size(), nullptr),
       outdated_(Screens().size(), false) {
   pages_->addWidget(start_);
   MakeSides();
+  addDockWidget(Qt::BottomDockWidgetArea, calls_);
+  calls_->hide();
+  calls_->toggleViewAction()->setChecked(false);  // nothing tells it before the first showing
   MakeMenus();
   auto* center = new QWidget(this);
   auto* row = new QHBoxLayout(center);
@@ -64,6 +70,15 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
   connect(&start_->openButton(), &QPushButton::clicked, this, [this] { ChooseStore(); });
   connect(&start_->newButton(), &QPushButton::clicked, this, [this] { ChooseNewStore(); });
   Restore();
+  // Afterwards: what is being shown cannot be hidden again.
+  connect(
+      calls_, &QDockWidget::visibilityChanged, this, [this](bool shown) { FollowCalls(shown); },
+      Qt::QueuedConnection);
+  calls_->OnStartOver([this] {
+    if (MayLeave()) {
+      ReopenScreens();
+    }
+  });
 }
 
 MainWindow::~MainWindow() {
@@ -99,6 +114,11 @@ void MainWindow::MakeMenus() {
   store->addAction(tr("New…"), QKeySequence::New, this, [this] { ChooseNewStore(); });
   store->addAction(tr("Open…"), QKeySequence::Open, this, [this] { ChooseStore(); });
   store->addAction(tr("Demo building"), this, [this] { (void)OpenDemo(); });
+  store->addAction(tr("Back up…"), this, [this] {
+    if (place_ != nullptr) {
+      BackUpStore(*place_);
+    }
+  });
   store->addAction(tr("Close"), QKeySequence::Close, this, [this] { (void)CloseStore(); });
   store->addSeparator();
   store->addAction(tr("Quit"), QKeySequence::Quit, this, [this] { close(); });
@@ -121,6 +141,9 @@ void MainWindow::MakeMenus() {
   });
 
   QMenu* look = menuBar()->addMenu(tr("View"));
+  calls_->toggleViewAction()->setShortcut(QKeySequence(QStringLiteral("Ctrl+L")));
+  look->addAction(calls_->toggleViewAction());
+  look->addSeparator();
   look->addAction(tr("Light"), this, [this] {
     SetAppearance({Theme::kLight, appearance_.textPercent});
   });
@@ -146,11 +169,13 @@ void MainWindow::Restore() {
                  settings_.value(setting::kText, kUsualTextPercent).toInt()});
   resize(kUsualSize);
   (void)restoreGeometry(settings_.value(setting::kGeometry).toByteArray());
+  (void)restoreState(settings_.value(setting::kPlaces).toByteArray());
   setWindowTitle(QCoreApplication::applicationName());
 }
 
 void MainWindow::Remember() {
   settings_.setValue(setting::kGeometry, saveGeometry());
+  settings_.setValue(setting::kPlaces, saveState());
   settings_.setValue(setting::kTheme, static_cast<int>(appearance_.theme));
   settings_.setValue(setting::kText, appearance_.textPercent);
   if (place_ != nullptr) {
@@ -167,14 +192,34 @@ ScreenPage* MainWindow::page() const {
   return qobject_cast<ScreenPage*>(pages_->currentWidget());
 }
 
+bool MainWindow::HasEntries() const {
+  return std::any_of(made_.begin(), made_.end(), [](const QWidget* made) {
+    const auto* screen = qobject_cast<const ScreenPage*>(made);
+    return screen != nullptr && screen->HasEntries();
+  });
+}
+
 bool MainWindow::MayLeave() {
-  for (QWidget* made : made_) {
-    const auto* screen = qobject_cast<ScreenPage*>(made);
-    if (screen != nullptr && screen->HasEntries()) {
-      return AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
-    }
+  return !HasEntries() || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
+}
+
+/// Controllers are followed from their making on: the screens are opened again.
+void MainWindow::FollowCalls(bool shown) {
+  // It goes and comes with the window, too: that changes nothing.
+  if (place_ == nullptr || shown == calls_->isHidden() || shown == calls_->follows()) {
+    return;
   }
-  return true;
+  if (shown && !MayLeave()) {
+    calls_->hide();
+  } else if (shown || !HasEntries()) {
+    ReopenScreens();
+  }
+}
+
+void MainWindow::ReopenScreens() {
+  DropPages();
+  calls_->Follow(place_.get());
+  ShowPage(screens_->currentRow());
 }
 
 bool MainWindow::OpenStore(const std::filesystem::path& file) {
@@ -231,6 +276,7 @@ bool MainWindow::CloseStore() {
   }
   Remember();
   DropPages();
+  calls_->Follow(nullptr);
   place_.reset();
   sides_->hide();
   pages_->setCurrentWidget(start_);
@@ -253,6 +299,7 @@ void MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::
   auto place = std::make_unique<Workplace>(*this, runner_, std::move(store), file, surroundings_);
   DropPages();
   place_ = std::move(place);
+  calls_->Follow(place_.get());
   place_->OnTell([this](const QString& what) { statusBar()->showMessage(what, kToldFor); });
   place_->OnChanged([this] {
     for (std::size_t row = 0; row < outdated_.size(); ++row) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "host/desks/store_file.h"
+#include "host/desktop/calls/call_log_dock.h"
 #include "host/desktop/running/workplace.h"
 #include "host/desktop/shell/appearance.h"
 #include "host/desktop/shell/screens_table.h"
@@ -45,6 +46,7 @@ class MainWindow final : public QMainWindow {
   /// Null while no store is open.
   [[nodiscard]] Workplace* place() { return place_.get(); }
   [[nodiscard]] OperationRunner& runner() { return runner_; }
+  [[nodiscard]] CallLogDock& calls() { return *calls_; }
   void SetAppearance(const Appearance& appearance);
 
  protected:
@@ -62,7 +64,10 @@ class MainWindow final : public QMainWindow {
   void ShowProblem(int row, const QString& why);
   void ChooseStore();
   void ChooseNewStore();
+  [[nodiscard]] bool HasEntries() const;
   [[nodiscard]] bool MayLeave();
+  void FollowCalls(bool shown);
+  void ReopenScreens();
   void Restore();
   void Remember();
 
@@ -75,6 +80,7 @@ class MainWindow final : public QMainWindow {
   QStackedWidget* pages_;
   StartPage* start_;
   QWidget* sides_;
+  CallLogDock* calls_;
   QListWidget* screens_;
   QComboBox* units_;
   std::vector<QWidget*> made_;  // for each line of the table; null until it is looked at

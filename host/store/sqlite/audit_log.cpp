@@ -94,7 +94,7 @@ std::vector<RowChange> AuditLog::RowsOf(std::int64_t entry) {
 
 std::vector<ChainHead> AuditLog::Heads() {
   const StatementUse read(
-      session_.Own("SELECT V.UnitKey, V.Entry, A.Hash FROM UnitVersions V JOIN AuditEntries A "
+      session_.Own("SELECT V.UnitKey, V.Entry, A.Hash FROM CurrentVersions V JOIN AuditEntries A "
                    "ON A.RID = V.Entry ORDER BY V.UnitKey"));
   std::vector<ChainHead> heads;
   while (read->Step()) {
@@ -121,7 +121,7 @@ std::vector<ChainFault> AuditLog::Check() {
     }
   });
   const StatementUse versions(
-      session_.Own("SELECT UnitKey, Entry FROM UnitVersions WHERE Entry>?1 ORDER BY Entry"));
+      session_.Own("SELECT UnitKey, Entry FROM CurrentVersions WHERE Entry>?1 ORDER BY Entry"));
   versions->BindNumber(1, last);
   while (versions->Step()) {
     faults.push_back({ChainFault::Kind::kMissing, versions->Number(1),
@@ -136,19 +136,17 @@ std::string AuditLog::HashOf(std::int64_t entry) {
   return read->Step() ? std::string(read->Text(0)) : std::string();
 }
 
-AuditLog::ChainEnd AuditLog::EndFor(std::int32_t unitKey) {
+AuditLog::ChainEnd AuditLog::EndBehind(std::int64_t previous) {
   // One statement: an operation of one row is made of few.
-  const StatementUse read(
-      session_.Own("SELECT (SELECT max(RID) FROM AuditEntries), V.Entry, A.Hash FROM (SELECT 1) "
-                   "LEFT JOIN UnitVersions V ON V.UnitKey=?1 "
-                   "LEFT JOIN AuditEntries A ON A.RID=V.Entry"));
-  read->BindNumber(1, unitKey);
+  const StatementUse read(session_.Own(
+      "SELECT max(RID), (SELECT Hash FROM AuditEntries WHERE RID=?1) FROM AuditEntries"));
+  read->BindNumber(1, previous);
   read->Step();
   ChainEnd end;
   end.last = read->Number(0);
-  if (!read->IsNull(1)) {
-    end.previous = read->Number(1);
-    end.hashes.emplace_back(read->Text(2));
+  if (previous != 0) {
+    end.previous = previous;
+    end.hashes.emplace_back(read->Text(1));
   }
   return end;
 }
@@ -158,18 +156,19 @@ AuditLog::ChainEnd AuditLog::EndForAll() {
   const StatementUse last(session_.Own("SELECT max(RID) FROM AuditEntries"));
   last->Step();
   end.last = last->Number(0);
-  const StatementUse read(
-      session_.Own("SELECT Hash FROM AuditEntries WHERE RID IN (SELECT Entry FROM UnitVersions) OR "
-                   "RID = (SELECT max(RID) FROM AuditEntries WHERE UnitKey IS NULL) ORDER BY RID"));
+  const StatementUse read(session_.Own(
+      "SELECT Hash FROM AuditEntries WHERE RID IN (SELECT Entry FROM CurrentVersions) OR "
+      "RID = (SELECT max(RID) FROM AuditEntries WHERE UnitKey IS NULL) ORDER BY RID"));
   while (read->Step()) {
     end.hashes.emplace_back(read->Text(0));
   }
   return end;
 }
 
-std::int64_t AuditLog::Append(WorkEntry entry, const std::vector<RowChange>& changes) {
+std::int64_t AuditLog::Append(WorkEntry entry, std::int64_t previous,
+                              const std::vector<RowChange>& changes) {
   const std::vector<std::string> rows = InPieces(changes);
-  const ChainEnd end = entry.unitKey ? EndFor(*entry.unitKey) : EndForAll();
+  const ChainEnd end = entry.unitKey ? EndBehind(previous) : EndForAll();
   entry.entry = end.last + 1;
   const std::string hash = qorhost::HashOf(entry, end.hashes, rows);
   {

@@ -27,8 +27,10 @@ class AuditLog final : public qorhost::AuditLog {
 
   // For the unit of work, at its end.
 
-  /// Adds an entry behind the last one and returns its number.
-  std::int64_t Append(WorkEntry entry, const std::vector<RowChange>& changes);
+  /// Adds an entry behind the last one and returns its number. `previous` is the last one of its
+  /// unit, 0 for none; of no meaning for an entry of the whole store.
+  std::int64_t Append(WorkEntry entry, std::int64_t previous,
+                      const std::vector<RowChange>& changes);
 
  private:
   /// What a new entry goes on from: the last entry's number (0 for none), the last of its unit, and
@@ -38,7 +40,7 @@ class AuditLog final : public qorhost::AuditLog {
     std::optional<std::int64_t> previous;
     std::vector<std::string> hashes;
   };
-  [[nodiscard]] ChainEnd EndFor(std::int32_t unitKey);
+  [[nodiscard]] ChainEnd EndBehind(std::int64_t previous);
   [[nodiscard]] ChainEnd EndForAll();
 
   Session& session_;

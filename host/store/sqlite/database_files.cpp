@@ -96,9 +96,11 @@ DatabaseFiles::Stamp DatabaseFiles::StampOfFile() const {
   if (stat(path_.c_str(), &status) != 0) {
     return {};
   }
+  // A file may claim any year: what is too large comes round, and is the same for the same moment.
   const auto nanoseconds = [](const timespec& time) {
-    constexpr std::int64_t kInASecond = 1'000'000'000;
-    return std::int64_t{time.tv_sec} * kInASecond + time.tv_nsec;
+    constexpr std::uint64_t kInASecond = 1'000'000'000;
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(time.tv_sec) * kInASecond +
+                                     static_cast<std::uint64_t>(time.tv_nsec));
   };
   return {status.st_size, nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
 }

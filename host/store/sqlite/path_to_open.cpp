@@ -108,6 +108,22 @@ void RequireFile(const fs::path& file, OpenMode mode) {
   }
 }
 
+// The engine would wait at a pipe beside the store, and go through a link.
+void RequireFilesBeside(const fs::path& place) {
+  for (const char* ending : {"-wal", "-shm", "-journal"}) {
+    const fs::path beside = Beside(place, ending);
+    std::error_code ignored;
+    const fs::file_status status = fs::symlink_status(beside, ignored);
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+      throw StoreError(
+          fmt::format("'{}' is no file, and stands where the store '{}' has one of its "
+                      "own: move it away",
+                      beside.string(), place.string()),
+          StoreFault::kCannotOpen);
+    }
+  }
+}
+
 // A user who only reads leaves an index and an empty log that are his own: SQLite cannot take them
 // away on a file that it may not write. They keep the owner out, and tell nothing.
 void RemoveWhatOthersLeft(const fs::path& place) {
@@ -136,6 +152,22 @@ bool IsReadAlone(const fs::path& place) {
   std::error_code ignored;
   return IsMissingOrEmpty(Beside(place, "-wal")) && !fs::exists(Beside(place, "-shm"), ignored) &&
          !fs::exists(Beside(place, "-journal"), ignored);
+}
+
+// A log that holds something is read by an index beside it: without one, that has to be made.
+void RequireIndexOrRoom(const fs::path& place) {
+  std::error_code ignored;
+  if (IsMissingOrEmpty(Beside(place, "-wal")) || fs::exists(Beside(place, "-shm"), ignored) ||
+      MayBeWritten(place.parent_path())) {
+    return;
+  }
+  const int reason = errno;
+  throw StoreError(
+      fmt::format("The store '{0}' cannot be read: changes stand in its log '{0}-wal' alone, and "
+                  "the index that reading takes cannot be made beside it: {1} (copy both to a "
+                  "folder that you may write)",
+                  place.string(), std::generic_category().message(reason)),
+      StoreFault::kCannotOpen);
 }
 
 // A URI that tells SQLite that nobody writes the file and nothing stands beside it.
@@ -181,10 +213,13 @@ std::string PathToOpen(const fs::path& file, OpenMode mode) {
   std::error_code failed;
   const fs::path place = fs::canonical(file, failed);
   if (!failed) {
+    RequireFilesBeside(place);
     if (MayBeWritten(place) && MayBeWritten(place.parent_path())) {
       RemoveWhatOthersLeft(place);
     } else if (mode == OpenMode::kReadOnly && IsReadAlone(place)) {
       return ReadAloneUri(place);
+    } else if (mode == OpenMode::kReadOnly) {
+      RequireIndexOrRoom(place);
     }
   }
   // Whole, because a bare name may read like a URI or ":memory:".

@@ -18,6 +18,7 @@
 #include "host/store/sqlite/migration_4.h"
 #include "host/store/sqlite/migration_5.h"
 #include "host/store/sqlite/migration_6.h"
+#include "host/store/sqlite/migration_7.h"
 #include "host/store/sqlite/transaction.h"
 #include "host/store/store_error.h"
 
@@ -31,7 +32,8 @@ constexpr int kFirstWithHashes = 6;       // of the audit: the program makes the
 
 constexpr std::array kMigrations{Migration{1, kMigration1}, Migration{2, kMigration2},
                                  Migration{3, kMigration3}, Migration{4, kMigration4},
-                                 Migration{5, kMigration5}, Migration{6, kMigration6}};
+                                 Migration{5, kMigration5}, Migration{6, kMigration6},
+                                 Migration{7, kMigration7}};
 
 std::int64_t VersionOf(Database& database) {
   return database.Number("PRAGMA user_version");

@@ -54,7 +54,8 @@ Session::Session(Database& database, Clock clock)
       timeStamp_(std::move(clock)),
       translator_(&Print),
       transaction_(database, work_),
-      savepoint_(database, work_) {}
+      savepoint_(database, work_),
+      look_(database) {}
 
 Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Shape>& shape) {
   if (latest_ != nullptr && latest_->shape == shape) {

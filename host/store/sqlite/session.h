@@ -44,6 +44,7 @@ class Session final : public SqlSession {
   [[nodiscard]] Transaction& transaction() noexcept override { return transaction_; }
   [[nodiscard]] UnitOfWork& work() noexcept override { return work_; }
   [[nodiscard]] Savepoint& savepoint() noexcept override { return savepoint_; }
+  [[nodiscard]] Look& look() noexcept override { return look_; }
   [[nodiscard]] bool inTransaction() const noexcept override { return database_.inTransaction(); }
 
   [[nodiscard]] AuditLog& audit() noexcept override { return audit_; }
@@ -104,6 +105,7 @@ class Session final : public SqlSession {
   UnitOfWork work_{*this};
   Transaction transaction_;
   Savepoint savepoint_;
+  Look look_;
   AuditLog audit_{*this};
   StepQueue steps_{*this};
   TenantRegister tenants_{*this};

@@ -100,6 +100,23 @@ void Savepoint::Rollback() {
   }
 }
 
+void Look::Begin() {
+  if (depth_ == 0) {
+    isOwn_ = !database_.inTransaction();
+    if (isOwn_) {
+      database_.Run("BEGIN");
+    }
+  }
+  ++depth_;
+}
+
+void Look::Rollback() {
+  --depth_;
+  if (depth_ == 0 && isOwn_) {
+    database_.UndoWhatIsOpen();
+  }
+}
+
 void WholeTransaction::Begin() {
   database_.Run("BEGIN IMMEDIATE");
   open_ = true;

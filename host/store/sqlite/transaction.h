@@ -61,6 +61,22 @@ class Savepoint final : public qorhost::Transaction {
   bool open_ = false;
 };
 
+/// Reading that sees one state of the store. May be begun inside itself.
+class Look final : public qorhost::Transaction {
+ public:
+  explicit Look(Database& database) : database_(database) {}
+
+  void Begin() override;
+  void Commit() override { Rollback(); }
+  void Rollback() override;
+  [[nodiscard]] bool open() const noexcept override { return depth_ > 0; }
+
+ private:
+  Database& database_;
+  int depth_ = 0;
+  bool isOwn_ = false;  // not a part of what was open before
+};
+
 /// One around everything on a database that has no session yet: nobody else writes from its
 /// beginning on.
 class WholeTransaction final : public qorhost::Transaction {

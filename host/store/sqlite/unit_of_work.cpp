@@ -39,7 +39,7 @@ UnitOfWork::~UnitOfWork() {
 }
 
 UnitVersion UnitOfWork::VersionOf(std::int32_t unitKey) {
-  const StatementUse read(session_.Own("SELECT Entry, Mark FROM UnitVersions WHERE UnitKey=?1"));
+  const StatementUse read(session_.Own("SELECT Entry, Mark FROM CurrentVersions WHERE UnitKey=?1"));
   read->BindNumber(1, unitKey);
   return read->Step() ? UnitVersion{read->Number(0), read->Number(1)} : UnitVersion{};
 }
@@ -92,7 +92,8 @@ void UnitOfWork::TakeRightToWrite() {
       begin_.Run(database);
       database.RequireOwnLog();
     }
-    if (order_.filled.has_value() && VersionOf(order_.units.front()) != *order_.filled) {
+    before_ = order_.units.empty() ? UnitVersion{} : VersionOf(order_.units.front());
+    if (order_.filled.has_value() && before_ != *order_.filled) {
       Void(VoidReason::kStale);
       throw StoreError(std::string(TextOf(VoidReason::kStale)));
     }
@@ -189,10 +190,7 @@ void UnitOfWork::StoreEntry() {
     entry.unitKey = order_.units.front();
   }
   entry.what = order_.what;
-  RaiseVersions(session_.audit().Append(std::move(entry), log_.changes()));
-  const StatementUse seal(
-      session_.Own("UPDATE StoreSeal SET Previous=Mark, Mark=randomblob(16) WHERE rowid=1"));
-  seal->Step();
+  RaiseVersions(session_.audit().Append(std::move(entry), before_.entry, log_.changes()));
 }
 
 std::optional<UnitVersion> UnitOfWork::Committed(std::int32_t unitKey) const {
@@ -205,6 +203,10 @@ void UnitOfWork::RaiseVersions(std::int64_t entry) {
     RaiseVersion(order_.units.front(), entry);
     return;
   }
+  // The seal first: the version that stands with it goes where the others are raised.
+  const StatementUse seal(session_.Own(
+      "UPDATE StoreSeal SET Previous=Mark, Mark=randomblob(16), UnitKey=NULL WHERE rowid=1"));
+  seal->Step();
   const StatementUse raise(
       session_.Own("INSERT INTO UnitVersions (UnitKey, Entry, Mark) "
                    "SELECT UnitKey, ?1, random() FROM Units WHERE true "
@@ -217,13 +219,13 @@ void UnitOfWork::RaiseVersions(std::int64_t entry) {
   }
 }
 
-/// Most operations are meant for one unit.
+/// Most operations are meant for one unit: its version and the seal are one row.
 void UnitOfWork::RaiseVersion(std::int32_t unitKey, std::int64_t entry) {
   UnitVersion version{entry, 0};
   sqlite3_randomness(sizeof version.mark, &version.mark);
   const StatementUse raise(
-      session_.Own("INSERT INTO UnitVersions (UnitKey, Entry, Mark) VALUES (?1, ?2, ?3) "
-                   "ON CONFLICT (UnitKey) DO UPDATE SET Entry=?2, Mark=?3"));
+      session_.Own("UPDATE StoreSeal SET Previous=Mark, Mark=randomblob(16), UnitKey=?1, Entry=?2, "
+                   "UnitMark=?3 WHERE rowid=1"));
   raise->BindNumber(1, unitKey);
   raise->BindNumber(2, version.entry);
   raise->BindNumber(3, version.mark);

@@ -75,6 +75,7 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   WorkOrder order_;
   bool open_ = false;
   bool locked_ = false;
+  UnitVersion before_;  // of the order's first unit, read with the right to write
   bool onlyTried_ = false;
   std::vector<RowChange> tried_;
   VoidReason void_ = VoidReason::kNone;

@@ -1,5 +1,6 @@
 // Arrays of texts that an operation changes.
 #include <array>
+#include <climits>
 
 #include "tests/com/client/client_fixture.h"
 
@@ -127,6 +128,41 @@ TEST_P(CodeDetailsOf, PassedByValueStayAsTheyAre) {
   ASSERT_EQ(outcome.code, S_OK);
   EXPECT_EQ(V_BOOL(&outcome.result), VARIANT_TRUE);
   ExpectUntouched(details);
+}
+
+TEST_P(CodeDetailsOf, ThatTheClientHasLockedAreConvertedAndStayLocked) {
+  TextArray details(GetParam(), 0, kTexts);
+  Fill(details);
+  ASSERT_EQ(SafeArrayLock(*details.place()), S_OK);
+  EXPECT_EQ(Merge(Variant::Reference(details.type(), details.place())).code, S_OK);
+  EXPECT_EQ(details.locks(), 1U);
+  ASSERT_EQ(SafeArrayUnlock(*details.place()), S_OK);
+  ExpectConverted(details);
+}
+
+TEST_P(CodeDetailsOf, AtTheEndsOfTheBoundsAreConverted) {
+  for (const LONG low : {LONG_MAX - static_cast<LONG>(kTexts), LONG_MIN}) {
+    TextArray details(GetParam(), low, kTexts);
+    Fill(details);
+    EXPECT_EQ(Merge(Variant::Reference(details.type(), details.place())).code, S_OK);
+    ExpectConverted(details);
+  }
+}
+
+TEST_P(CodeDetailsOf, NoneAtTheLowestBoundFails) {
+  TextArray details(GetParam(), LONG_MIN, 0);
+  const Outcome outcome = Merge(Variant::Reference(details.type(), details.place()));
+  ASSERT_EQ(outcome.code, S_OK);
+  EXPECT_EQ(V_BOOL(&outcome.result), VARIANT_FALSE);
+}
+
+TEST_P(CodeDetailsOf, WithoutMemoryAreRefused) {
+  TextArray details(GetParam(), 0, kTexts);
+  ASSERT_EQ(SafeArrayDestroyData(*details.place()), S_OK);
+  const Outcome outcome = Merge(Variant::Reference(details.type(), details.place()));
+  EXPECT_EQ(outcome.code, DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(outcome.badArgument, 0U);
+  EXPECT_EQ(details.locks(), 0U);
 }
 
 TEST_P(CodeDetailsOf, ThatEndTooEarlyFailAndAreUnlocked) {

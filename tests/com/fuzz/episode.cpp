@@ -259,7 +259,10 @@ class Episodes::Episode {
     ++all_.calls_;
     ++all_.codes_[ended.code];
     hostCalls_ += host_.calls();
-    if (all_.keepsEndings_) all_.endings_.insert(Ending(shape, ended));
+    if (all_.keepsEndings_) {
+      all_.endings_.insert(Ending(shape, ended));
+      KeepArrays(arguments, ended);
+    }
     std::string wrong = Judge(shape, arguments, ended, info);
     if (wrong.empty() && ended.code == S_OK) wrong = JudgeContent(shape, arguments, ended);
     if (wrong.empty() && ended.code != S_OK) wrong = JudgeRefusal(shape, arguments, ended);
@@ -284,6 +287,16 @@ class Episodes::Episode {
     return qorcred::com::ToUtf8(class_.programmaticId) + "." +
            (shape.member == nullptr ? "(no member)" : std::string(shape.member->name)) +
            code.data();
+  }
+
+  // Which arrays were taken, and which were refused as such.
+  void KeepArrays(const OddArguments& arguments, const Ended& ended) const {
+    if (ended.code != S_OK && ended.code != DISP_E_TYPEMISMATCH) return;
+    for (const ArrayState& array : arguments.arrays()) {
+      for (const std::string& feature : array.features()) {
+        all_.endings_.insert(feature + (ended.code == S_OK ? " taken" : " refused"));
+      }
+    }
   }
 
   // What holds for every call.

@@ -37,7 +37,8 @@ class Episodes {
   [[nodiscard]] const std::map<long, std::size_t>& codes() const { return codes_; }
   /// From now on writes down how calls end. Not where the process is measured: it takes memory.
   void KeepEndings() { keepsEndings_ = true; }
-  /// Each member with each code that its calls have ended with, having called the host or not.
+  /// Each member with each code that its calls have ended with, having called the host or not, and
+  /// each element type and shape of arrays that were in a call that was done or refused.
   [[nodiscard]] const std::set<std::string>& endings() const { return endings_; }
 
  private:

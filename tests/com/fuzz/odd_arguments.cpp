@@ -160,6 +160,7 @@ VARIANT OddArguments::OfParameter(ValueType type) {
     case ValueType::kString:
       return values_.OfType(VT_BSTR);
     case ValueType::kStringArray:
+      if (random().Below(4) == 0) return values_.AnyArray();
       return values_.OfType(VT_ARRAY | (random().Below(2) == 0 ? VT_BSTR : VT_VARIANT));
     default:
       return values_.Usual();
@@ -229,8 +230,28 @@ void OddArguments::MakePut(ValueType type, bool isSound) {
 void OddArguments::Freeze() {
   frozen_ = arguments_;
   for (Place& place : places_) place.frozen = place.bytes;
+  FreezeArrays();
   parameters_ = {arguments_.data(), named_.data(), static_cast<UINT>(arguments_.size()),
                  static_cast<UINT>(named_.size())};
+}
+
+void OddArguments::FreezeArrays() {
+  const auto freeze = [this](const VARIANT& holder, bool isByReference) {
+    const bool isArray = (V_VT(&holder) & VT_ARRAY) != 0 && IsSoundType(V_VT(&holder));
+    if (isArray && V_ARRAY(&holder) != nullptr)
+      arrays_.emplace_back(*V_ARRAY(&holder), isByReference);
+  };
+  for (const VARIANT& argument : arguments_) freeze(argument, false);
+  for (Place& place : places_) {
+    VARIANT holder{};
+    if (place.type == VT_VARIANT) {
+      std::memcpy(&holder, place.content(), sizeof(VARIANT));
+    } else if ((place.type & VT_ARRAY) != 0) {
+      std::memcpy(&V_ARRAY(&holder), place.content(), sizeof(SAFEARRAY*));
+      V_VT(&holder) = place.type;
+    }
+    freeze(holder, true);
+  }
 }
 
 void OddArguments::Break() {
@@ -254,6 +275,10 @@ std::string OddArguments::Damage() const {
       return "argument " + std::to_string(at) + " of the client's array is another one";
     }
   }
+  for (const ArrayState& array : arrays_) {
+    std::string damage = array.Damage();
+    if (!damage.empty()) return damage;
+  }
   for (const Place& place : places_) {
     for (std::size_t at = 0; at < place.bytes.size(); ++at) {
       const bool isContent = at >= kGuard && at < kGuard + place.size;
@@ -267,7 +292,9 @@ std::string OddArguments::Damage() const {
 
 bool OddArguments::AreWritten() const {
   return std::any_of(places_.begin(), places_.end(),
-                     [](const Place& place) { return place.bytes != place.frozen; });
+                     [](const Place& place) { return place.bytes != place.frozen; }) ||
+         std::any_of(arrays_.begin(), arrays_.end(),
+                     [](const ArrayState& array) { return array.IsWritten(); });
 }
 
 std::string OddArguments::Types() const {

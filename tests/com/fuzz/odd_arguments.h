@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "frame/member_table.h"
+#include "tests/com/fuzz/array_state.h"
 #include "tests/com/fuzz/odd_values.h"
 
 namespace qortest {
@@ -44,6 +45,8 @@ class OddArguments {
   [[nodiscard]] bool AreWritten() const;
   /// The types, for whoever looks for the mistake.
   [[nodiscard]] std::string Types() const;
+  /// The arrays among the arguments, as they were before the call.
+  [[nodiscard]] const std::vector<ArrayState>& arrays() const { return arrays_; }
 
  private:
   static constexpr std::size_t kGuard = 32;
@@ -63,6 +66,7 @@ class OddArguments {
   [[nodiscard]] VARIANT ReferenceTo(VARTYPE type, VARIANT value);
   [[nodiscard]] VARIANT ArrayInItself();
   VARIANT Keep(VARIANT value);
+  void FreezeArrays();
   Random& random() { return values_.random(); }
 
   OddValues& values_;
@@ -71,6 +75,7 @@ class OddArguments {
   std::vector<DISPID> named_;
   std::vector<VARIANT> kept_;  ///< what was passed by value
   std::deque<Place> places_;
+  std::vector<ArrayState> arrays_;
   DISPPARAMS parameters_{};
   bool isBroken_ = false;
 };

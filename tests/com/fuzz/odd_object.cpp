@@ -138,9 +138,11 @@ class OddObject final : public PlainDispatch<IDispatch> {
     return answer;
   }
 
-  // Of a type that no variant has, the component clears nothing: it would be lost.
+  // Of a type that no variant has, the component clears nothing, and an array that is locked nobody
+  // can free: both would be lost.
   static VARIANT SoundOnly(VARIANT value) {
     if (!IsSoundType(V_VT(&value))) V_VT(&value) = VT_EMPTY;
+    Unlock(value);
     return value;
   }
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <climits>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace qortest {
@@ -13,7 +14,11 @@ constexpr std::array<VARTYPE, 20> kSoundTypes{
     VT_EMPTY, VT_NULL, VT_I2, VT_I4,  VT_R4,  VT_R8,  VT_CY, VT_DATE, VT_BSTR,    VT_DISPATCH,
     VT_ERROR, VT_BOOL, VT_I1, VT_UI1, VT_UI2, VT_UI4, VT_I8, VT_UI8,  VT_DECIMAL, VT_UNKNOWN};
 
-constexpr std::array<VARTYPE, 6> kArrays{VT_BSTR, VT_VARIANT, VT_I4, VT_UI1, VT_DISPATCH, VT_BSTR};
+// What arrays hold; the two that the component takes stand there more than once.
+constexpr std::array<VARTYPE, 23> kElements{
+    VT_BSTR, VT_VARIANT, VT_BSTR, VT_VARIANT, VT_BSTR,  VT_I1,       VT_UI1,    VT_I2,
+    VT_UI2,  VT_I4,      VT_UI4,  VT_I8,      VT_UI8,   VT_INT,      VT_R4,     VT_R8,
+    VT_CY,   VT_DATE,    VT_BOOL, VT_DECIMAL, VT_ERROR, VT_DISPATCH, VT_UNKNOWN};
 
 // What no variant holds: types of other structures, marks that stand alone, numbers beyond all.
 constexpr std::array<VARTYPE, 14> kUnsoundTypes{
@@ -59,9 +64,24 @@ bool IsSoundType(VARTYPE type) {
   return type == VT_INT || type == VT_UINT;
 }
 
+void Unlock(const VARIANT& value) {
+  const bool isArray = (V_VT(&value) & VT_ARRAY) != 0 && IsSoundType(V_VT(&value));
+  SAFEARRAY* array = isArray ? V_ARRAY(&value) : nullptr;
+  while (array != nullptr && array->cLocks != 0) SafeArrayUnlock(array);
+}
+
 void Drop(VARIANT& value) {
+  Unlock(value);
   if (IsSoundType(V_VT(&value))) VariantClear(&value);
   V_VT(&value) = VT_EMPTY;
+}
+
+std::size_t CountElements(const SAFEARRAY& array) {
+  std::size_t count = 1;
+  for (USHORT dimension = 0; dimension < array.cDims; ++dimension) {
+    count *= array.rgsabound[dimension].cElements;
+  }
+  return count;
 }
 
 std::wstring OddValues::Text() {
@@ -100,10 +120,13 @@ double OddValues::Number() {
 
 VARIANT OddValues::Any() {
   if (random_.Below(12) == 0) return OfType(OneOf(kUnsoundTypes, random_));
-  if (random_.Below(6) == 0)
-    return OfType(static_cast<VARTYPE>(VT_ARRAY | OneOf(kArrays, random_)));
+  if (random_.Below(6) == 0) return AnyArray();
   if (random_.Below(8) == 0) return OfType(random_.Below(2) == 0 ? VT_INT : VT_UINT);
   return OfType(OneOf(kSoundTypes, random_));
+}
+
+VARIANT OddValues::AnyArray() {
+  return OfType(static_cast<VARTYPE>(VT_ARRAY | OneOf(kElements, random_)));
 }
 
 VARIANT OddValues::Usual() {
@@ -170,18 +193,27 @@ VARIANT OddValues::OfType(VARTYPE type) {
   return value;
 }
 
+// One to three dimensions, some without elements, with bounds up to the ends of what a bound can
+// be. Some are locked, some have lost their elements, and some are of another type than their
+// variant says.
 SAFEARRAY* OddValues::Array(VARTYPE type) {
   if (random_.Below(10) == 0) return nullptr;
-  constexpr std::array<LONG, 5> kLowest{0, 0, 1, -3, LONG_MAX - 100};
+  constexpr std::array<LONG, 8> kLowest{0, 0, 0, 1, -3, 7, LONG_MAX - 10, LONG_MIN};
   constexpr std::array<ULONG, 5> kSizes{0, 1, 24, 24, 40};
-  std::array<SAFEARRAYBOUND, 2> bounds{};
+  const UINT dimensions = random_.Below(4) == 0 ? static_cast<UINT>(2 + random_.Below(2)) : 1;
+  std::array<SAFEARRAYBOUND, 3> bounds{};
   for (SAFEARRAYBOUND& bound : bounds) {
-    bound.cElements = OneOf(kSizes, random_);
+    bound.cElements =
+        dimensions == 1 ? OneOf(kSizes, random_) : static_cast<ULONG>(random_.Below(5));
     bound.lLbound = OneOf(kLowest, random_);
   }
-  const UINT dimensions = random_.Below(8) == 0 ? 2 : 1;
-  SAFEARRAY* array = SafeArrayCreate(type, dimensions, bounds.data());
-  if (array != nullptr && dimensions == 1 && bounds[0].cElements != 0) Fill(array, type);
+  const VARTYPE own = random_.Below(12) == 0 ? OneOf(kElements, random_) : type;
+  SAFEARRAY* array = SafeArrayCreate(own, dimensions, bounds.data());
+  if (array == nullptr) return nullptr;
+  Fill(array, own);
+  if (random_.Below(12) == 0) SafeArrayDestroyData(array);
+  // One within another could not be freed with it.
+  if (depth_ == 0 && random_.Below(5) == 0) SafeArrayLock(array);
   return array;
 }
 
@@ -189,22 +221,27 @@ void OddValues::Fill(SAFEARRAY* array, VARTYPE type) {
   void* data = nullptr;
   if (FAILED(SafeArrayAccessData(array, &data))) return;
   ++depth_;
-  for (ULONG at = 0; at < array->rgsabound[0].cElements; ++at) {
-    if (type == VT_BSTR && random_.Below(8) != 0) {
-      const VARIANT text = OfType(VT_BSTR);
-      static_cast<BSTR*>(data)[at] = V_BSTR(&text);
-    } else if (type == VT_VARIANT) {
-      // Arrays in arrays, but not for ever.
-      static_cast<VARIANT*>(data)[at] =
-          depth_ > 3 || random_.Below(4) != 0 ? OfType(VT_BSTR) : Any();
-      VARIANT& element = static_cast<VARIANT*>(data)[at];
-      if (!IsSoundType(V_VT(&element))) V_VT(&element) = VT_EMPTY;
-    } else if (type == VT_DISPATCH) {
-      static_cast<IUnknown**>(data)[at] = random_.Below(2) == 0 ? nullptr : makeObject_(true);
-    }
+  const std::size_t count = CountElements(*array);
+  for (std::size_t at = 0; at < count; ++at) {
+    FillElement(static_cast<char*>(data) + at * array->cbElements, array->cbElements, type);
   }
   --depth_;
   SafeArrayUnaccessData(array);
+}
+
+void OddValues::FillElement(void* element, ULONG size, VARTYPE type) {
+  if (random_.Below(8) == 0) return;  // it stays nothing
+  if (type == VT_VARIANT) {
+    // Arrays in arrays, but not for ever.
+    VARIANT value = depth_ > 3 || random_.Below(4) != 0 ? OfType(VT_BSTR) : Any();
+    if (!IsSoundType(V_VT(&value))) V_VT(&value) = VT_EMPTY;
+    std::memcpy(element, &value, size);
+    return;
+  }
+  const VARIANT value = OfType(type);
+  const void* content = &V_I8(&value);
+  if (type == VT_DECIMAL) content = &value;
+  std::memcpy(element, content, size);
 }
 
 }  // namespace qortest

@@ -24,6 +24,8 @@ class OddValues {
   [[nodiscard]] VARIANT Any();
   /// A value of that type, with whatever content.
   [[nodiscard]] VARIANT OfType(VARTYPE type);
+  /// An array of whatever automation keeps in arrays.
+  [[nodiscard]] VARIANT AnyArray();
   /// A value that hosts and clients do send.
   [[nodiscard]] VARIANT Usual();
   /// Texts with zeros, lone surrogates, numbers, marks of statements; now and then a long one.
@@ -36,6 +38,7 @@ class OddValues {
  private:
   [[nodiscard]] SAFEARRAY* Array(VARTYPE type);
   void Fill(SAFEARRAY* array, VARTYPE type);
+  void FillElement(void* element, ULONG size, VARTYPE type);
 
   Random& random_;
   Maker makeObject_;
@@ -47,5 +50,11 @@ class OddValues {
 
 /// Clears a value that OddValues made, or what a call has put in its place.
 void Drop(VARIANT& value);
+
+/// Takes back every lock of an array, which cannot be freed with them; nothing for other values.
+void Unlock(const VARIANT& value);
+
+/// How many elements an array has, in all dimensions.
+[[nodiscard]] std::size_t CountElements(const SAFEARRAY& array);
 
 }  // namespace qortest

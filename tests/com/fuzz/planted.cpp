@@ -1,5 +1,6 @@
 #include "tests/com/fuzz/planted.h"
 
+#include <cstring>
 #include <utility>
 
 #include "tests/com/support/plain_dispatch.h"
@@ -12,6 +13,17 @@ using qorcred::com::ComPtr;
 
 bool IsReference(const VARIANT& argument, VARTYPE type) {
   return V_VT(&argument) == (VT_BYREF | type) && V_BYREF(&argument) != nullptr;
+}
+
+// An array that comes by value; null for anything else.
+SAFEARRAY* ArrayIn(const VARIANT& argument) {
+  const bool isArray = V_VT(&argument) == (VT_ARRAY | VT_BSTR) && V_ARRAY(&argument) != nullptr;
+  return isArray ? V_ARRAY(&argument) : nullptr;
+}
+
+void ClearFirst(SAFEARRAY& array) {
+  if (array.pvData == nullptr || array.rgsabound[0].cElements == 0) return;
+  std::memset(array.pvData, 0, array.cbElements);
 }
 
 /// Passes every call on, and does harm behind it.
@@ -51,6 +63,9 @@ class Defective final : public PlainDispatch<IDispatch> {
       V_DISPATCH(&argument)->AddRef();
     }
     if (defect_ == "block" && isPut && V_VT(&argument) == VT_BSTR) (void)SysAllocString(L"lost");
+    SAFEARRAY* array = ArrayIn(argument);
+    if (defect_ == "element" && array != nullptr) ClearFirst(*array);
+    if (defect_ == "lock" && array != nullptr) SafeArrayLock(array);
     const bool leadsNowhere = (V_VT(&argument) & VT_BYREF) != 0 && V_BYREF(&argument) == nullptr;
     if (defect_ == "crash" && leadsNowhere) *V_I2REF(&argument) = 0;
     if (defect_ == "hang" && leadsNowhere) WaitForSingleObject(GetCurrentThread(), INFINITE);
@@ -63,8 +78,9 @@ class Defective final : public PlainDispatch<IDispatch> {
 }  // namespace
 
 const std::vector<std::string_view>& PlantedDefects() {
-  static const std::vector<std::string_view> names{
-      "code", "value", "width", "argument", "write", "reference", "block", "crash", "hang"};
+  static const std::vector<std::string_view> names{"code",  "value",     "width", "argument",
+                                                   "write", "reference", "block", "element",
+                                                   "lock",  "crash",     "hang"};
   return names;
 }
 

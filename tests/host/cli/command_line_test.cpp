@@ -249,6 +249,11 @@ TEST_F(CommandLine, AFileThatIsNoDatabaseIsAFailureAndStaysAsItIs) {
   EXPECT_EQ(word, "these");
 }
 
+TEST_F(CommandLine, TheTourNeedsNoStoreAndLeavesNone) {
+  EXPECT_EQ(Run({"tour"}).status, 0);
+  EXPECT_FALSE(std::filesystem::exists(File("building.db")));
+}
+
 TEST_F(CommandLine, HelpIsEverywhereWithExamples) {
   const std::vector<std::vector<std::string>> commands = {{},
                                                           {"init"},
@@ -534,6 +539,18 @@ TEST_F(CommandLine, NothingThatIsStoredSteersATerminal) {
       {"report", "dircodes", "--format", "sql", "--where", "Display Name = \xE2\x80\xAE"},
       {"report", "credentials"},
       {"dircodes", "export", "--to", "-"},
+      {"tenants", "list"},
+      {"tenants", "show", "rid:62"},
+      {"tenants", "export"},
+      {"access", "list"},
+      {"attention", "list", "--within", "36500"},
+      {"overview"},
+      {"schedules"},
+      {"find", "a"},
+      {"steps", "list"},
+      {"steps", "export", "-"},
+      {"check"},
+      {"history", "check"},
       {"sql", "SELECT * FROM DirectoryCode"},
       {"history", "list"},
       {"history", "show", "4"},

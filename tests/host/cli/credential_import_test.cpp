@@ -57,6 +57,7 @@ TEST_F(CredentialImport, JsonHasTheCountsAndEveryRefusedLine) {
       nlohmann::json::parse(outcome.out),
       (nlohmann::json{
           {"unit", 2},
+          {"dry_run", false},
           {"done", 1},
           {"refused", 1},
           {"lines",

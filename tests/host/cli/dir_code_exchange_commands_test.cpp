@@ -96,6 +96,24 @@ TEST_F(Exchange, SyncReportsAsJson) {
   EXPECT_EQ(report["tenants_released"], 1);
 }
 
+// The rows were looked up in what the store held behind the merge: others were named, or the
+// program ended.
+TEST_F(Exchange, SyncTellsProgramsTheRowsThatItChanged) {
+  UnitFile unit = Exported();
+  Drop(unit, 101);
+  Drop(unit, 106);
+  CodeIn(unit, 103)[Place::kPhone] = "555-9999";
+  const nlohmann::json report = nlohmann::json::parse(Sync(unit, {"--yes", "--json"}).out);
+  ASSERT_EQ(report["deleted"].size(), 2U);
+  EXPECT_EQ(report["deleted"][0]["id"], 11);
+  EXPECT_EQ(report["deleted"][0]["name"], "101");
+  EXPECT_EQ(report["deleted"][1]["id"], 16);
+  EXPECT_EQ(report["deleted"][1]["name"], "106");
+  ASSERT_EQ(report["changed"].size(), 1U);
+  EXPECT_EQ(report["changed"][0]["id"], 13);
+  EXPECT_EQ(report["changed"][0]["name"], "103");
+}
+
 TEST_F(Exchange, DryRunPrintsThePlan) {
   UnitFile unit = Exported();
   CodeIn(unit, 102)[Place::kPhone] = "555-9999";

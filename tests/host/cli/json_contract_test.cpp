@@ -167,7 +167,7 @@ std::vector<Case> Cases() {
       {"dircodes delete", "dircodes delete 251 --unit 2 --yes", Case::kChangeObject,
        "tenants:texts " + kTried},
       {"dircodes export", "dircodes export --unit 2 --to FOLDER/unit.txt", Case::kObject,
-       "unit:number file:text directory_codes:number dry_run:bool"},
+       "unit:number file:text dry_run:bool directory_codes:number"},
       {"dircodes sync", "dircodes sync --unit 2 --from FOLDER/unit.txt --dry-run",
        Case::kChangeObject,
        "unchanged:number not_deleted:number plan:rows tenants_released:number? "
@@ -263,7 +263,7 @@ std::vector<Case> Cases() {
       {"steps list", "steps list", Case::kRows,
        "step:number unit:number queued:moment kind:text row:number subject:text"},
       {"steps export", "steps export FOLDER/steps.txt --unit 2", Case::kObject,
-       "unit:number file:text steps:number last_step:number? dry_run:bool"},
+       "unit:number file:text dry_run:bool steps:number last_step:number?"},
       {"steps done", "steps done --unit 2", Case::kChangeObject, "directory_codes:number"},
       {"history list", "history list", Case::kRows,
        "entry:number time:moment who:text unit:number? what:text rows:text"},

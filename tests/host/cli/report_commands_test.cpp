@@ -305,7 +305,8 @@ TEST_F(Reports, AnOlderStoreIsBroughtUpToDateFirst) {
   {
     sqlite::Database store(File("building.db"), OpenMode::kReadWrite);
     store.Run(
-        "DROP TABLE AuditEntries; DROP TABLE AuditRows; DROP TABLE UnitVersions; DROP TABLE "
+        "DROP VIEW CurrentVersions; DROP TABLE AuditEntries; DROP TABLE AuditRows; DROP TABLE "
+        "UnitVersions; DROP TABLE "
         "StoreSeal;"
         "DELETE FROM TenantSelectionFields; PRAGMA user_version=1");
   }

@@ -42,6 +42,7 @@ TEST_F(TenantExchange, JsonTellsWhatWasStoredAlready) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(nlohmann::json::parse(outcome.out),
             (nlohmann::json{{"unit", 2},
+                            {"dry_run", false},
                             {"done", 1},
                             {"unchanged", 1},
                             {"refused", 1},

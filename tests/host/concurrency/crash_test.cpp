@@ -352,6 +352,14 @@ std::vector<Endangered> OperationsInDanger() {
       {"Merging", MergeUnit()},
       {"WritingByHand", WriteByHand("UPDATE DIRECTORYCODE SET PHONENUMBER='1'")},
       {"TakingAnEntryBack", UndoEntry(1)},
+      {"AddingATenant", AddTenant("Dahl")},
+      {"GivingATenantACard", GiveTenant("Adam", "103")},
+      {"EndingALease", EndTenant("Adam")},
+      {"DeletingATenant", DeleteTenant("Adam")},
+      {"ImportingPeople", ImportPeople("Dahl,301,5,301\n")},
+      {"ReplacingACard", ReplaceCard("101", "301")},
+      {"MarkingStepsAsSent", MarkStepsSent()},
+      {"NamingASchedule", NameSchedule("Weekdays", "Workdays")},
   };
 }
 

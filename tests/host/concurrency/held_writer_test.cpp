@@ -86,7 +86,11 @@ INSTANTIATE_TEST_SUITE_P(
                     ImportCards("card26,301,7,Adam Ann\n"), AddCode("301"),
                     EditPhone("102", "555-8888"), RenumberCode("102", "300"), DeleteCode("101"),
                     ImportCodes("301,555-1\n"), MergeUnit(),
-                    WriteByHand("UPDATE DIRECTORYCODE SET PHONENUMBER='1'"), UndoEntry(1)),
+                    WriteByHand("UPDATE DIRECTORYCODE SET PHONENUMBER='1'"), UndoEntry(1),
+                    AddTenant("Dahl"), NameTenant("Berg", "Bach"), GiveTenant("Berg", "103"),
+                    EndTenant("Adam"), DeleteTenant("Adam"), ImportPeople("Dahl,301,5,301\n"),
+                    ReplaceCard("101", "301"), MarkStepsSent(),
+                    NameSchedule("Weekdays", "Workdays")),
     [](const testing::TestParamInfo<SeatOperation>& one) {
       return "Operation" + std::to_string(one.index);
     });

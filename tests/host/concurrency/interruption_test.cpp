@@ -129,7 +129,8 @@ TEST_P(Interruptions, LeaveWhatOneAfterTheOtherWouldLeave) {
       firstHeld = firstHeld || run.firstHeld;
     }
   }
-  EXPECT_GT(orders, 4);
+  // Few, where one asks for the right to write at once, as an import does.
+  EXPECT_GT(orders, 2);
   RecordProperty("orders", orders);
 }
 

@@ -26,7 +26,8 @@ using testing::HasSubstr;
 
 /// Makes a store one of the schema before the seal.
 const std::string kToSchema4 =
-    "ALTER TABLE AuditEntries DROP COLUMN Hash; DROP TABLE StoreSeal; PRAGMA user_version=4";
+    "UPDATE StoreSeal SET UnitKey=NULL; DROP VIEW CurrentVersions; DROP TABLE StoreSeal; "
+    "ALTER TABLE AuditEntries DROP COLUMN Hash; PRAGMA user_version=4";
 
 std::string BytesOf(const fs::path& file) {
   std::ifstream in(file, std::ios::binary);

@@ -10,13 +10,19 @@
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
 #include "host/desks/credential_import.h"
+#include "host/desks/credential_replacement.h"
 #include "host/desks/credential_report.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/dir_code_import.h"
 #include "host/desks/history_undo.h"
+#include "host/desks/schedule_desk.h"
+#include "host/desks/step_desk.h"
 #include "host/desks/store_statement.h"
+#include "host/desks/tenant_desk.h"
+#include "host/desks/tenant_file.h"
+#include "host/desks/tenant_import.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "tests/host/concurrency/small_building.h"
@@ -103,6 +109,21 @@ SeatOperation Import(std::string name, std::span<const ImportColumn> columns, Im
             };
             return PreparedDesk{run, nullptr};
           }};
+}
+
+/// With a tenant who is chosen when the desk is prepared.
+template <typename Work>
+SeatOperation OnTenant(std::string name, const std::string& tenant, Work work) {
+  return {std::move(name), [tenant, work](Seat& seat) {
+            auto desk = std::make_shared<TenantDesk>(seat.session(), kUnit);
+            desk->Choose({tenant});
+            return PreparedDesk{[desk, work] { return Telling(work(*desk)); }, nullptr};
+          }};
+}
+
+SeatOperation EditTenant(std::string name, const std::string& tenant, const TenantEntry& entry) {
+  return OnTenant(std::move(name), tenant,
+                  [entry](TenantDesk& desk) { return desk.Edit(entry, Trial::kNo); });
 }
 
 /// What the unit of a new building holds, but another phone for 102, no 103, and 300.
@@ -231,6 +252,90 @@ SeatOperation MergeUnit() {
               UnitMerge merge(seat.session(), kUnit, kUnitAtTheDoor, BadLines::kRefused,
                               Deletions::kAll);
               return Telling(merge.Apply(nullptr));
+            };
+            return PreparedDesk{run, nullptr};
+          }};
+}
+
+SeatOperation AddTenant(const std::string& lastName) {
+  return {"add tenant " + lastName, [lastName](Seat& seat) {
+            auto desk = std::make_shared<TenantDesk>(seat.session(), kUnit);
+            const auto run = [desk, lastName] {
+              TenantEntry entry;
+              entry.lastName = lastName;
+              return Telling(desk->Add(entry, Trial::kNo));
+            };
+            return PreparedDesk{run, nullptr};
+          }};
+}
+
+SeatOperation NameTenant(const std::string& tenant, const std::string& lastName) {
+  TenantEntry entry;
+  entry.lastName = lastName;
+  return EditTenant("rename " + tenant, tenant, entry);
+}
+
+SeatOperation GiveTenant(const std::string& tenant, const std::string& card) {
+  TenantEntry entry;
+  entry.cards = {card};
+  return EditTenant(fmt::format("give {} {}", tenant, card), tenant, entry);
+}
+
+SeatOperation MoveTenant(const std::string& tenant, const std::string& code) {
+  TenantEntry entry;
+  entry.code = code;
+  return EditTenant(fmt::format("move {} to {}", tenant, code), tenant, entry);
+}
+
+SeatOperation EndTenant(const std::string& tenant) {
+  return OnTenant("end the lease of " + tenant, tenant, [](TenantDesk& desk) {
+    constexpr bool kFreeCards = true;
+    return desk.End("2026-12-31", kFreeCards, Trial::kNo);
+  });
+}
+
+SeatOperation DeleteTenant(const std::string& tenant) {
+  return OnTenant("delete " + tenant, tenant,
+                  [](TenantDesk& desk) { return desk.Delete(Trial::kNo); });
+}
+
+SeatOperation ImportPeople(const std::string& lines) {
+  const auto importer = [](DeskSession& session, std::int32_t unitKey, ImportFile& file,
+                           const ImportRules& rules, const Progress& progress) {
+    TenantImportRules whole;
+    static_cast<ImportRules&>(whole) = rules;
+    whole.cards = {"card26", "7"};
+    return ImportTenants(session, unitKey, file, whole, progress);
+  };
+  return Import("import people", TenantFileColumns(), importer,
+                "Last Name,Directory Code,Phone No.,Card Number\n" + lines);
+}
+
+SeatOperation ReplaceCard(const std::string& card, const std::string& successor) {
+  return {
+      fmt::format("replace {} by {}", card, successor), [card, successor](Seat& seat) {
+        const auto run = [&seat, card, successor] {
+          return Telling(ReplaceCredential(seat.session(), kUnit, {card, successor}, Trial::kNo));
+        };
+        return PreparedDesk{run, nullptr};
+      }};
+}
+
+SeatOperation MarkStepsSent() {
+  return {"steps done", [](Seat& seat) {
+            const auto run = [&seat] {
+              (void)MarkSent(seat.session(), kUnit, {}, Trial::kNo);
+              return Told();
+            };
+            return PreparedDesk{run, nullptr};
+          }};
+}
+
+SeatOperation NameSchedule(const std::string& schedule, const std::string& name) {
+  return {"rename schedule " + schedule, [schedule, name](Seat& seat) {
+            const auto run = [&seat, schedule, name] {
+              (void)RenameSchedule(seat.session(), kUnit, schedule, name, Trial::kNo);
+              return Told();
             };
             return PreparedDesk{run, nullptr};
           }};

@@ -31,6 +31,20 @@ namespace qorhost::test {
 /// With a unit that has another phone for 102, no 103, and 300.
 [[nodiscard]] SeatOperation MergeUnit();
 
+[[nodiscard]] SeatOperation AddTenant(const std::string& lastName);
+/// A tenant who is chosen by name gets another last name, another card, another directory code.
+[[nodiscard]] SeatOperation NameTenant(const std::string& tenant, const std::string& lastName);
+[[nodiscard]] SeatOperation GiveTenant(const std::string& tenant, const std::string& card);
+[[nodiscard]] SeatOperation MoveTenant(const std::string& tenant, const std::string& code);
+/// With the cards taken at once.
+[[nodiscard]] SeatOperation EndTenant(const std::string& tenant);
+[[nodiscard]] SeatOperation DeleteTenant(const std::string& tenant);
+/// Of last name, directory code and card number.
+[[nodiscard]] SeatOperation ImportPeople(const std::string& lines);
+[[nodiscard]] SeatOperation ReplaceCard(const std::string& card, const std::string& successor);
+[[nodiscard]] SeatOperation MarkStepsSent();
+[[nodiscard]] SeatOperation NameSchedule(const std::string& schedule, const std::string& name);
+
 [[nodiscard]] SeatOperation WriteByHand(const std::string& statement);
 /// Takes an entry of the audit back.
 [[nodiscard]] SeatOperation UndoEntry(std::int64_t entry);

@@ -57,7 +57,8 @@ std::vector<std::string> SelectsOfContent(sqlite::Database& database) {
        Column(database,
               "SELECT name FROM sqlite_schema WHERE type='table' AND (name NOT LIKE "
               "'sqlite!_%' ESCAPE '!' OR name = 'sqlite_sequence') AND name NOT IN "
-              "('AuditRows', 'StoreSeal') ORDER BY name")) {
+              "('AuditRows', 'StoreSeal', 'UnitVersions') OR name = 'CurrentVersions' ORDER BY "
+              "name")) {
     std::string cells;
     for (const std::string& column :
          Column(database, fmt::format("SELECT name FROM pragma_table_info('{}') WHERE lower(name) "
@@ -98,9 +99,10 @@ constexpr std::array kWrong{
     Wrong{"changed code without a step",
           "SELECT DIRECTORYCODE FROM DirectoryCode D WHERE MODIFIED IN (1, 2) AND NOT EXISTS "
           "(SELECT 1 FROM ProgramSteps S WHERE S.UnitKey = D.UNITKEY AND S.SubjectRID = D.RID AND "
+          "S.Sent = 0 AND "
           "S.Kind IN ('program directory code', 'change directory code'))"},
     Wrong{"step without a changed code",
-          "SELECT Kind || ' ' || SubjectRID FROM ProgramSteps S WHERE "
+          "SELECT Kind || ' ' || SubjectRID FROM ProgramSteps S WHERE S.Sent = 0 AND "
           "Kind IN ('program directory code', 'change directory code') AND NOT EXISTS "
           "(SELECT 1 FROM DirectoryCode D WHERE D.RID = S.SubjectRID AND D.MODIFIED IN (1, 2))"},
     Wrong{"step that deletes a code that is there",
@@ -111,7 +113,7 @@ constexpr std::array kWrong{
           "NULL AND Previous IS NOT (SELECT max(RID) FROM AuditEntries B WHERE B.RID < A.RID AND "
           "(B.UnitKey = A.UnitKey OR B.UnitKey IS NULL))"},
     Wrong{"version that is not the last entry's",
-          "SELECT UnitKey FROM UnitVersions V WHERE Entry IS NOT (SELECT max(RID) FROM "
+          "SELECT UnitKey FROM CurrentVersions V WHERE Entry IS NOT (SELECT max(RID) FROM "
           "AuditEntries A WHERE A.UnitKey = V.UnitKey OR A.UnitKey IS NULL)"},
     Wrong{"entry without rows", "SELECT RID FROM AuditEntries WHERE Rows=''"},
     Wrong{"damage",

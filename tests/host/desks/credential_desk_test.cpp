@@ -79,7 +79,14 @@ TEST_F(CredentialDesks, ASavedRangeTellsItsNumbersAndItsLastRow) {
   EXPECT_EQ(std::to_string(issued.lastRid),
             Cell("SELECT RID FROM CREDENTIALBANK WHERE UnitKey=2 AND PINNo=9003"));
   EXPECT_EQ(issued.newTenantIds, "");
+  EXPECT_TRUE(issued.NewTenants().empty());
   EXPECT_EQ(StoredBetween("9001", "9003"), 3U);
+  for (const std::int64_t number : {9001, 9002, 9003}) {
+    EXPECT_EQ(
+        std::to_string(issued.RidOf(number)),
+        Cell("SELECT RID FROM CREDENTIALBANK WHERE UnitKey=2 AND PINNo=" + std::to_string(number)));
+  }
+  EXPECT_EQ(issued.EntryOf(9002), "Standard 26-Bit Card-9002");
 }
 
 TEST_F(CredentialDesks, NewTenantsAreToldByTheirIds) {
@@ -91,6 +98,9 @@ TEST_F(CredentialDesks, NewTenantsAreToldByTheirIds) {
   ASSERT_TRUE(ids.ends_with(','));
   ids.pop_back();
   EXPECT_EQ(CountOf("SELECT TenantID FROM Tenants WHERE TenantID IN (" + ids + ")"), 2U);
+  const std::vector<double> told = issued.NewTenants();
+  ASSERT_EQ(told.size(), 2U);
+  EXPECT_EQ(qorcred::NumberText(told[0]) + "," + qorcred::NumberText(told[1]), ids);
 }
 
 TEST_F(CredentialDesks, NewTenantsGetTheirSchedulesAndPeriodAndAreTaughtToTheUnit) {

@@ -1,6 +1,7 @@
 // The history of a store and work that is taken back.
 #include "host/desks/history.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include "host/desks/history_undo.h"
@@ -158,6 +159,24 @@ TEST_F(HistoryTest, ShowsTheFieldsBeforeAndAfter) {
             "last_name");
   EXPECT_EQ(TextOrEmpty(table.rows[0][5]), name);
   EXPECT_EQ(TextOrEmpty(table.rows[0][6]), "Berg");
+}
+
+TEST_F(HistoryTest, TellsEachRowThatAnEntryTouchedOnce) {
+  const std::string entry =
+      Work("several", {"UPDATE Tenants SET LastName='Berg', FirstName='Ida' WHERE RID=62",
+                       "DELETE FROM DirectoryCode WHERE RID=13",
+                       "INSERT INTO TenantGroup (UnitKey, IsGroupZero) VALUES (2, False)"});
+  std::vector<std::string> told;
+  for (const TouchedRow& row : RowsTouched(session(), EntryOf(session(), entry).entry)) {
+    const char* const kind = row.kind == RowChangeKind::kInserted  ? "new "
+                             : row.kind == RowChangeKind::kDeleted ? "deleted "
+                                                                   : "changed ";
+    told.push_back(
+        kind + row.table +
+        (row.kind == RowChangeKind::kInserted ? std::string() : " " + std::to_string(row.rid)));
+  }
+  EXPECT_THAT(told,
+              ElementsAre("changed Tenants 62", "deleted DirectoryCode 13", "new TenantGroup"));
 }
 
 TEST_F(HistoryTest, AnEntryThatIsNotThereIsAFault) {
@@ -329,8 +348,9 @@ TEST_F(HistoryTest, EntriesThatWereRemovedFromTheEndAreFoundByANotedHead) {
   std::erase_if(noted, [](const ChainHead& head) { return head.unitKey != kUnit; });
   Run("DELETE FROM AuditEntries WHERE RID=" + entry);
   for (const ChainHead& head : before) {
-    Run("UPDATE UnitVersions SET Entry=" + std::to_string(head.entry) +
-        " WHERE UnitKey=" + std::to_string(head.unitKey));
+    for (const char* table : {"UnitVersions", "StoreSeal"}) {
+      Run(fmt::format("UPDATE {} SET Entry={} WHERE UnitKey={}", table, head.entry, head.unitKey));
+    }
   }
   EXPECT_THAT(FaultsOfHistory(session(), {}), IsEmpty());
   EXPECT_THAT(FaultsOfHistory(session(), noted),

@@ -1,6 +1,7 @@
 // Which code of a unit belongs to which row, and what a merge would do about it.
 #include "host/desks/merge_plan.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace qorhost {
@@ -58,6 +59,17 @@ TEST(MergePlan, EqualSidesNeedNothing) {
 TEST(MergePlan, DeletionsComeFirstAndInsertsLast) {
   EXPECT_EQ(Told({Code("9"), Code("1", "5")}, {Stored(10, "1"), Stored(11, "2")}),
             "delete 11; update 10 to 1: phone; insert 9");
+}
+
+TEST(MergePlan, AStepIsAboutTheUnitsCodeAndTheStoresRow) {
+  const std::vector<UnitCode> unit{Code("9"), Code("1", "5")};
+  const std::vector<StoredCode> stored{Stored(10, "7", 1), Stored(11, "2")};
+  std::string told;
+  for (const MergeStep& step : PlanMerge(unit, stored, {}).steps) {
+    const MergeSubject subject = SubjectOf(step, unit, stored);
+    told += fmt::format("{}@{} ", subject.number, subject.rid.value_or(0));
+  }
+  EXPECT_EQ(told, "2@11 1@10 9@0 ");
 }
 
 TEST(MergePlan, APreviousNumberMatchesWhenNoRowHasTheNumberNow) {

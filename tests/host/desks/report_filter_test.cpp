@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "frame/controls.h"
 #include "tests/host/desks/desk_fixture.h"
@@ -93,6 +94,89 @@ TEST_F(ReportFilters, RefuseWhatCannotBeTypedOrChosen) {
             report_input::kCondition);
   EXPECT_EQ(FieldAtFault([&] { Enter(FieldKind::kDate, Condition(0, "0150-01-01")); }),
             report_input::kCondition);
+}
+
+/// A screen that a person fills in, with a field of each kind.
+class FollowedFilters : public ReportFilters {
+ protected:
+  void SetUp() override {
+    DeskFixture::SetUp();
+    std::vector<ReportField> fields{{"Name", FieldKind::kText},
+                                    {"Number", FieldKind::kNumber},
+                                    {"Day", FieldKind::kDate},
+                                    {"Listed", FieldKind::kYesNoText},
+                                    {"Type", FieldKind::kCredentialType}};
+    filter_.emplace(session(), 0);
+    for (const ReportField& field : fields) {
+      filter_->Fields(kRow).AddItem(field.name);
+    }
+    fields[1].leftOut = 2;
+    fields[1].range = {0, 999};
+    filter_->Follow(fields);
+  }
+  [[nodiscard]] std::string Visible() {
+    std::string names;
+    for (const std::string_view name :
+         {"txtFrom", "txtTo", "dtpDateFrom", "dtpDateTo", "chkBoolean", "cboType"}) {
+      if (At<ControlModel>(name).visible()) {
+        names += names.empty() ? name : " " + std::string(name);
+      }
+    }
+    return names;
+  }
+};
+
+TEST_F(FollowedFilters, ShowTheControlsThatTheFieldAndTheOperatorTake) {
+  EXPECT_EQ(Visible(), "");
+  EXPECT_FALSE(At<ListModel>("cboFilter").enabled());
+  filter_->Fields(kRow).Select(0);
+  EXPECT_TRUE(At<ListModel>("cboFilter").enabled());
+  EXPECT_EQ(At<ListModel>("cboFilter").SelectedText(), "equal");
+  EXPECT_EQ(Visible(), "txtFrom");
+  filter_->Fields(kRow).Select(1);
+  EXPECT_EQ(At<ListModel>("cboFilter").count(), 6) << "the ranges are left out";
+  filter_->Fields(kRow).Select(2);
+  EXPECT_EQ(Visible(), "dtpDateFrom");
+  At<ListModel>("cboFilter").SelectText("between");
+  EXPECT_EQ(Visible(), "dtpDateFrom dtpDateTo");
+  filter_->Fields(kRow).Select(3);
+  EXPECT_EQ(Visible(), "chkBoolean");
+  filter_->Fields(kRow).Select(4);
+  EXPECT_EQ(Visible(), "cboType");
+  EXPECT_EQ(At<ListModel>("cboType").selected(), 0);
+  filter_->Clear(kRow);
+  EXPECT_EQ(Visible(), "");
+  EXPECT_EQ(filter_->FieldIn(kRow), nullptr);
+}
+
+TEST_F(FollowedFilters, AnotherFieldForgetsTheValuesOfTheLast) {
+  filter_->Fields(kRow).Select(0);
+  At<TextModel>("txtFrom").SetText("Ka");
+  filter_->Fields(kRow).Select(1);
+  EXPECT_EQ(At<TextModel>("txtFrom").text(), "");
+}
+
+TEST_F(FollowedFilters, RefuseAtTheRowWhatItsFieldDoesNotTake) {
+  filter_->TakeEntered();  // rows without a field are no conditions
+  filter_->Fields(kRow).Select(1);
+  EXPECT_EQ(FieldAtFault([&] { filter_->TakeEntered(); }), kConditionRows[kRow]);
+  At<TextModel>("txtFrom").SetText("1000");
+  EXPECT_EQ(FieldAtFault([&] { filter_->TakeEntered(); }), kConditionRows[kRow]);
+  At<TextModel>("txtFrom").SetText(" 999 ");
+  filter_->TakeEntered();
+  EXPECT_EQ(At<TextModel>("txtFrom").text(), "999");
+  filter_->Fields(kRow).Select(2);
+  At<PickerModel>("dtpDateFrom").Choose(std::nullopt);
+  EXPECT_EQ(FieldAtFault([&] { filter_->TakeEntered(); }), kConditionRows[kRow]);
+}
+
+TEST_F(FollowedFilters, TypeTheAnswerThatIsComparedAsAText) {
+  filter_->Fields(kRow).Select(3);
+  filter_->TakeEntered();
+  EXPECT_EQ(At<TextModel>("txtFrom").text(), "No");
+  At<CheckModel>("chkBoolean").SetState(1);
+  filter_->TakeEntered();
+  EXPECT_EQ(At<TextModel>("txtFrom").text(), "Yes");
 }
 
 }  // namespace

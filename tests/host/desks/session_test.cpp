@@ -185,5 +185,23 @@ TEST_F(Session, AWorkInPartsGoesBackFromALittleAndFromMuch) {
   EXPECT_EQ(CountOf("SELECT RID FROM Tenants WHERE UnitKey=2"), 75U + kMany);
 }
 
+TEST_F(Session, BeginsAnotherTraceAndEndsIt) {
+  Open(true);
+  (void)session().Units();
+  ASSERT_EQ(calls_.size(), 1U);
+  std::vector<std::string> other;
+  session().TraceTo([&other](std::string_view line) { other.emplace_back(line); });
+  FailStatement();
+  (void)session().Units();
+  ASSERT_GE(other.size(), 3U);
+  EXPECT_EQ(other.front(), "CreateObject(\"qorDBI.clsDBManager\") -> qorDBI.clsDBManager@1");
+  EXPECT_EQ(calls_.size(), 1U);
+  other.clear();
+  session().TraceTo({});
+  (void)session().Units();
+  FailStatement();
+  EXPECT_THAT(other, IsEmpty());
+}
+
 }  // namespace
 }  // namespace qorhost::test

@@ -185,5 +185,53 @@ TEST_F(StoreBackupTest, ADamagedStoreIsKeptAsItIs) {
   EXPECT_EQ(NameIn(store_), NameIn(backup_));
 }
 
+// The log was removed: what had been stored last was kept nowhere.
+TEST_F(StoreBackupTest, AStoreThatIsCutOffIsKeptWithItsLog) {
+  BackUp(store_, backup_, Standing::kStays);
+  const fs::path left = File("left.db");
+  {
+    DeskSession open(OpenStoreFile(store_, Access::kChange), {});
+    Rename(store_, "Berg");
+    fs::copy_file(store_, left);
+    fs::copy_file(File("building.db-wal"), File("left.db-wal"));
+  }
+  const std::string whole = BytesOf(left);
+  const std::string log = BytesOf(File("left.db-wal"));
+  const std::string damaged = whole.substr(0, 5000);
+  Write(left, damaged);
+  const Restored restored = Restore(left, backup_, Noon());
+  ASSERT_TRUE(restored.kept);
+  EXPECT_TRUE(BytesOf(*restored.kept) == damaged);
+  EXPECT_TRUE(BytesOf(restored.kept->string() + "-wal") == log);
+  Write(*restored.kept, whole);  // as one who can mend it does
+  EXPECT_EQ(NameIn(*restored.kept), "Berg");
+  EXPECT_EQ(NameIn(left), NameIn(backup_));
+}
+
+// Of all damages this one could not be mended by a backup.
+TEST_F(StoreBackupTest, AStoreWhoseHeaderIsDamagedIsKeptAsItIs) {
+  BackUp(store_, backup_, Standing::kStays);
+  std::string damaged = BytesOf(store_);
+  constexpr std::size_t kPageSize = 16;
+  damaged[kPageSize] = '\0';
+  Write(store_, damaged);
+  const Restored restored = Restore(store_, backup_, Noon());
+  ASSERT_TRUE(restored.kept);
+  EXPECT_TRUE(BytesOf(*restored.kept) == damaged);
+  EXPECT_EQ(NameIn(store_), NameIn(backup_));
+}
+
+// The link became a file that everybody could read, and the store stayed as it was.
+TEST_F(StoreBackupTest, NothingIsRestoredThroughALink) {
+  BackUp(store_, backup_, Standing::kStays);
+  Rename(store_, "Berg");
+  fs::create_symlink("building.db", File("link.db"));
+  EXPECT_EQ(ProblemOf([&] { (void)Restore(File("link.db"), backup_, Noon()); }),
+            FileProblem::kOccupied);
+  EXPECT_TRUE(fs::is_symlink(File("link.db")));
+  EXPECT_EQ(NameIn(store_), "Berg");
+  EXPECT_EQ(Files(), 3U) << "something was left beside them";
+}
+
 }  // namespace
 }  // namespace qorhost::test

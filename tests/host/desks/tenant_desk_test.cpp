@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
+#include "host/desks/credential_list.h"
 #include "host/desks/store_check.h"
 #include "host/desks/tenant_fields.h"
 #include "host/store/step_queue.h"
@@ -95,6 +98,18 @@ TEST_F(TenantDeskTest, TenantsAreNamedByIdRowsAndWords) {
   EXPECT_THAT(Named({"rid:63,62", "rid:63"}), ElementsAre(63, 62));
   EXPECT_THAT(Named({"tanaka x"}), ElementsAre(62));
   EXPECT_THAT(Named({"Xenia Tanaka M"}), ElementsAre(62));
+}
+
+TEST_F(TenantDeskTest, ANameIsTheSameInEveryListWhateverStandsAroundItsParts) {
+  Run("UPDATE Tenants SET LastName=' Berg ', FirstName='', MiddleInitial=' K' WHERE RID=62");
+  TenantDesk desk(session(), kUnit);
+  desk.Choose({"rid:62"});
+  EXPECT_EQ(desk.chosen().front().Name(), "Berg K");
+  CredentialDesk credentials(session(), kUnit, DeskScreen::kCredentials);
+  const List cards = CredentialList(session(), credentials);
+  EXPECT_TRUE(std::any_of(cards.rows.begin(), cards.rows.end(), [](const auto& row) {
+    return std::find(row.begin(), row.end(), qorcred::Value("Berg K")) != row.end();
+  }));
 }
 
 TEST_F(TenantDeskTest, AWholeNameWinsOverOneWithMoreWords) {

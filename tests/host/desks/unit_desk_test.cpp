@@ -305,6 +305,15 @@ TEST_F(UnitDeskTest, AUnitWithSomethingElseInItByNowIsNotDeleted) {
   EXPECT_EQ(session().Units().size(), 3U);
 }
 
+TEST_F(UnitDeskTest, AUnitThatIsNamedTwiceIsDeletedOnce) {
+  const std::vector<UnitToDelete> units =
+      WithContents(session(), {{kUnit, ""}, {1, ""}, {kUnit, ""}});
+  ASSERT_EQ(units.size(), 2U);
+  EXPECT_EQ(units[0].contents, ContentsOf(session(), kUnit));
+  EXPECT_EQ(units[1].contents, ContentsOf(session(), 1));
+  EXPECT_EQ(ContentsOf(units).tenants, 75U + 60U);
+}
+
 TEST_F(UnitDeskTest, TrialsChangeNothing) {
   const std::int64_t last = LastEntry();
   EXPECT_EQ(AddUnit(session(), std::nullopt, Entry(), OtherUnits::kAsked, Trial::kYes).unit.key, 4);

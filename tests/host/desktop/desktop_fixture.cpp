@@ -52,11 +52,23 @@ Answers::~Answers() {
 }
 
 void Answers::Click(QMessageBox::StandardButton button) {
-  answers_.push_back({button, {}});
+  answers_.push_back({button, {}, {}});
 }
 
 void Answers::Type(const QString& text) {
-  answers_.push_back({QMessageBox::NoButton, text});
+  answers_.push_back({QMessageBox::NoButton, text, {}});
+}
+
+void Answers::With(std::function<void(QDialog& dialog)> work) {
+  answers_.push_back({QMessageBox::NoButton, {}, std::move(work)});
+}
+
+void Answers::Press(const char* button) {
+  With([button](QDialog& dialog) {
+    auto* found = dialog.findChild<QAbstractButton*>(QString::fromLatin1(button));
+    ASSERT_NE(found, nullptr) << button;
+    QTest::mouseClick(found, Qt::LeftButton);
+  });
 }
 
 void Answers::Look() {
@@ -85,11 +97,24 @@ void Answers::Look() {
     QTest::keyClick(dialog, Qt::Key_Escape);
     return;
   }
+  if (answer.work) {
+    answer.work(*dialog);
+    return;
+  }
   if (box == nullptr) {
-    auto* line = dialog->findChild<QLineEdit*>();
+    auto* line = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    line = line != nullptr ? line : dialog->findChild<QLineEdit*>();
     ASSERT_NE(line, nullptr);
+    line->setCompleter(nullptr);  // what it suggests would take the keys
+    line->selectAll();
     QTest::keyClicks(line, answer.typed);
-    QTest::keyClick(line, Qt::Key_Return);
+    // Behind this look: what asks then is seen by the next one.
+    QTimer::singleShot(0, line, [this, line, dialog, answer] {
+      QTest::keyClick(line, Qt::Key_Return);
+      if (dialog->isVisible()) {
+        answers_.push_front(answer);  // a dialog that still reads a folder was not ready
+      }
+    });
     return;
   }
   QAbstractButton* button = box->button(answer.button);

@@ -17,6 +17,7 @@
 #include <QtTest/QTest>
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -45,6 +46,10 @@ class Answers {
   void Click(QMessageBox::StandardButton button);
   /// The text is typed into the next dialog, which Return closes.
   void Type(const QString& text);
+  /// The next dialog is worked by the function, which has to close it.
+  void With(std::function<void(QDialog& dialog)> work);
+  /// The button of that name is clicked in the next dialog.
+  void Press(const char* button);
 
   [[nodiscard]] const std::vector<SeenBox>& seen() const { return seen_; }
   [[nodiscard]] std::string LastText() const { return seen_.empty() ? "" : seen_.back().text; }
@@ -53,6 +58,7 @@ class Answers {
   struct Answer {
     QMessageBox::StandardButton button = QMessageBox::NoButton;
     QString typed;
+    std::function<void(QDialog& dialog)> work;
   };
   void Look();
 

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QDir>
 #include <QLabel>
+#include <QTableView>
 
 #include "tests/host/desktop/desktop_fixture.h"
 
@@ -13,13 +14,17 @@ namespace {
 
 class Screenshots : public DesktopTest {
  protected:
-  void Take(const QString& name, const QString& look) {
+  void Take(const QString& name, const QString& look) { Take(window(), name, look); }
+  void Take(QWidget& widget, const QString& name, const QString& look) {
     const QDir folder(QStringLiteral(QORDESK_PICTURES));
     ASSERT_TRUE(folder.mkpath(QStringLiteral(".")));
     const QString file = folder.filePath(QStringLiteral("%1-%2.png").arg(name, look));
     // As small as they get: documents show some of the files as they are.
-    EXPECT_TRUE(window().grab().save(file, "PNG", 0)) << file.toStdString();
+    EXPECT_TRUE(widget.grab().save(file, "PNG", 0)) << file.toStdString();
   }
+  void TakeTenants(const QString& look);
+  void TakeReport(const QString& look);
+  void TakeCalls(const QString& look);
   void ExpectNothingCut(const std::string& where) {
     for (const auto* label : window().findChildren<QLabel*>()) {
       if (label->isVisible() && !label->wordWrap()) {
@@ -38,6 +43,64 @@ class Screenshots : public DesktopTest {
     }
   }
 };
+
+/// The first row of a table, and with Ctrl the second.
+void ClickRows(QTableView& view, int count) {
+  for (int row = 0; row < count; ++row) {
+    QTest::mouseClick(view.viewport(), Qt::LeftButton,
+                      row == 0 ? Qt::NoModifier : Qt::ControlModifier,
+                      view.visualRect(view.model()->index(row, 1)).center());
+  }
+  Settle();
+}
+
+void Screenshots::TakeTenants(const QString& look) {
+  window().ShowScreen(QStringLiteral("tenants"));
+  ClickRows(Find<QTableView>("tenants"), 1);
+  Take(QStringLiteral("tenant"), look);
+  ClickRows(Find<QTableView>("tenants"), 2);
+  Choose("schedule4", "Management");
+  Take(QStringLiteral("several_tenants"), look);
+  answers_->With([&](QDialog& dialog) {
+    Take(dialog, QStringLiteral("changes"), look);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  Click("saveButton");
+  answers_->Click(QMessageBox::Yes);
+  Click("newButton");
+  ClickRows(Find<QTableView>("tenants"), 1);
+  answers_->With([&](QDialog& dialog) {
+    Take(dialog, QStringLiteral("lease_end"), look);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  Click("endButton");
+}
+
+void Screenshots::TakeReport(const QString& look) {
+  window().ShowScreen(QStringLiteral("dir_code_report"));
+  Choose("cboField_0", "Directory End Date");
+  Choose("cboFilter_0", "between");
+  Choose("cboField_1", "Display Name");
+  Choose("cboField_2", "Directory Status");
+  Click("runButton");
+  Take(QStringLiteral("report_refusal"), look);
+  ExpectNothingCut("report, " + look.toStdString());
+}
+
+void Screenshots::TakeCalls(const QString& look) {
+  window().ShowScreen(QStringLiteral("credentials"));
+  window().activateWindow();
+  (void)QTest::qWaitForWindowActive(&window());
+  QTest::keyClick(&window(), Qt::Key_L, Qt::ControlModifier);
+  Settle();
+  ASSERT_FALSE(window().calls().isHidden());
+  window().calls().log().Flush();
+  ClickRows(Find<QTableView>("calls"), 1);
+  Take(QStringLiteral("call_log"), look);
+  ExpectNothingCut("call log, " + look.toStdString());
+  window().calls().hide();
+  Settle();
+}
 
 struct Look {
   const char* name;
@@ -77,6 +140,9 @@ TEST_F(Screenshots, OfEveryScreenInEveryLook) {
     ClickEntry("cboCredentials", list.model()->index(3, 0).data().toString().toUtf8().constData());
     Take(QStringLiteral("credential"), QString::fromLatin1(look.name));
     ExpectNothingCut(std::string("credential, ") + look.name);
+    TakeTenants(QString::fromLatin1(look.name));
+    TakeReport(QString::fromLatin1(look.name));
+    TakeCalls(QString::fromLatin1(look.name));
   }
   window().SetAppearance({});
 }

@@ -48,6 +48,29 @@ TEST_F(UndoableTest, WhatIsNotKeptIsUndoneAtItsEnd) {
   EXPECT_EQ(Doors(), 0);
 }
 
+TEST_F(UndoableTest, ALookMayBeginInsideItselfAndLeavesNothingOpen) {
+  {
+    const Undoable whole(session().look());
+    {
+      const Undoable part(session().look());
+      EXPECT_EQ(Doors(), 0);
+    }
+    EXPECT_TRUE(session().inTransaction()) << "the part has ended the whole";
+  }
+  EXPECT_FALSE(session().inTransaction());
+}
+
+TEST_F(UndoableTest, ALookInAUnitOfWorkEndsNothingOfIt) {
+  LockedWork work(session());
+  AddDoor();
+  {
+    const Undoable look(session().look());
+    EXPECT_EQ(Doors(), 1);
+  }
+  work.Commit();
+  EXPECT_EQ(Doors(), 1);
+}
+
 TEST_F(UndoableTest, ASavepointIsUndoneAlone) {
   LockedWork work(session());
   AddDoor();

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <fstream>
+#include <map>
 
 #include "frame/convert.h"
 #include "host/store/engines/opening.h"
@@ -188,6 +189,59 @@ TEST_F(UnitOfWorkTest, AChangeOfTheWholeStoreIsOneOfEachUnit) {
   other_.work().Commit();
   EXPECT_NE(one_.work().VersionOf(2), shown);
   EXPECT_EQ(one_.sql().audit().After(shown.entry, 2).size(), 1U);
+}
+
+TEST_F(UnitOfWorkTest, EachUnitKeepsItsVersionWhileOthersAreChanged) {
+  std::map<std::int32_t, UnitVersion> shown;
+  std::int64_t entry = 0;
+  // The same unit twice, then another one, the whole store, and back.
+  for (const std::vector<std::int32_t>& units :
+       std::vector<std::vector<std::int32_t>>{{1}, {1}, {2}, {1}, {}, {2}, {2}, {1}}) {
+    one_.work().Begin({units, "add a door", {}});
+    one_.AddDoor();
+    EXPECT_TRUE(one_.work().Commit());
+    ++entry;
+    for (const std::int32_t unit : {1, 2}) {
+      const UnitVersion now = other_.work().VersionOf(unit);
+      const bool isChanged = units.empty() || units.front() == unit;
+      EXPECT_EQ(now != shown[unit], isChanged) << "unit " << unit << ", entry " << entry;
+      if (isChanged) {
+        EXPECT_EQ(now.entry, entry);
+        EXPECT_EQ(one_.work().Committed(unit), now);
+      }
+      shown[unit] = now;
+    }
+  }
+  const std::vector<ChainHead> heads = one_.sql().audit().Heads();
+  ASSERT_EQ(heads.size(), 2U);
+  EXPECT_EQ(heads[0].entry, 8);
+  EXPECT_EQ(heads[1].entry, 7);
+  EXPECT_THAT(one_.sql().audit().Check(), testing::IsEmpty());
+}
+
+TEST_F(UnitOfWorkTest, AnOlderStoreKeepsTheVersionsOfItsUnits) {
+  const std::filesystem::path file = folder_.path() / "older.db";
+  UnitVersion shown;
+  {
+    const Seat seat(file, OpenMode::kCreate);
+    sqlite::Database& database = sqlite::DatabaseOf(seat.connection->store());
+    database.Run("INSERT INTO Units (UnitKey, UnitName) VALUES (1, 'Court')");
+    seat.work().Begin(order_);
+    seat.AddDoor();
+    seat.work().Commit();
+    shown = seat.work().VersionOf(kUnit);
+    database.Run(
+        "UPDATE StoreSeal SET UnitKey=NULL; DROP VIEW CurrentVersions; "
+        "DROP TRIGGER KeepVersion; ALTER TABLE StoreSeal DROP COLUMN UnitKey; "
+        "ALTER TABLE StoreSeal DROP COLUMN Entry; ALTER TABLE StoreSeal DROP COLUMN UnitMark; "
+        "PRAGMA user_version=6");
+  }
+  const Seat seat(file, OpenMode::kReadWrite);
+  EXPECT_EQ(seat.work().VersionOf(kUnit), shown);
+  seat.work().Begin({{kUnit}, "add a door", shown});
+  seat.AddDoor();
+  EXPECT_TRUE(seat.work().Commit());
+  EXPECT_EQ(seat.work().VersionOf(kUnit).entry, shown.entry + 1);
 }
 
 TEST_F(UnitOfWorkTest, AVersionNeverComesTwiceWhenAUnitIsMadeAgain) {

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -282,6 +283,30 @@ TEST_F(OpeningTest, RefusesWhatIsNoFileAtOnce) {
   }
 }
 
+// A pipe in the place of the journal was waited for without end.
+TEST_F(OpeningTest, RefusesAtOnceWhatIsNoFileBesideAStore) {
+  { const Database made = OpenDatabase(File(), OpenMode::kCreate); }
+  for (const char* name : {"building.db-wal", "building.db-shm", "building.db-journal"}) {
+    const std::filesystem::path beside = File(name);
+    for (const char* kind : {"pipe", "folder", "link"}) {
+      std::filesystem::remove(beside);
+      if (kind == std::string_view("pipe")) {
+        ASSERT_EQ(mkfifo(beside.c_str(), 0600), 0);
+      } else if (kind == std::string_view("folder")) {
+        std::filesystem::create_directory(beside);
+      } else {
+        std::filesystem::create_symlink("nowhere", beside);
+      }
+      for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite}) {
+        EXPECT_THAT(FailureOf(File(), mode), AllOf(HasSubstr(name), HasSubstr("move it away")))
+            << kind;
+      }
+    }
+    std::filesystem::remove(beside);
+  }
+  EXPECT_EQ(FailureOf(File(), OpenMode::kReadWrite), "opened");
+}
+
 TEST_F(OpeningTest, MakesNothingThroughALinkThatLeadsNowhere) {
   std::filesystem::create_symlink("nowhere", File());
   EXPECT_THAT(FailureOf(File(), OpenMode::kCreate), HasSubstr("is a link that leads nowhere"));
@@ -363,6 +388,25 @@ TEST_F(TwoUsersTest, AStoreInAFolderThatMayNotBeWrittenIsRead) {
   EXPECT_EQ(Files(), 1);
 }
 
+// It was said that there is no such file.
+TEST_F(TwoUsersTest, ALogThatCannotBeReadWhereNothingMayBeWrittenIsNamed) {
+  {
+    Database open = OpenDatabase(File(), OpenMode::kReadWrite);
+    open.Run("INSERT INTO Units (UnitKey) VALUES (6)");
+    std::filesystem::copy_file(File(), File("left.db"));
+    std::filesystem::copy_file(File("building.db-wal"), File("left.db-wal"));
+  }
+  std::filesystem::permissions(File("left.db-wal"), std::filesystem::perms(0644));
+  LetFolder(0755);
+  As(
+      kReader,
+      [this] {
+        const Database store = OpenDatabase(File("left.db"), OpenMode::kReadOnly);
+        return std::string("read");
+      },
+      "changes stand in its log '.*left.db-wal' alone, .*: Permission denied .copy both");
+}
+
 TEST_F(TwoUsersTest, AnothersReadingLeavesNothingBeside) {
   LetFolder(0777);
   As(
@@ -401,6 +445,16 @@ TEST_F(TwoUsersTest, RootsWorkLeavesNothingThatKeepsTheOwnerOut) {
   EXPECT_EQ(Files(), 3);
   As(
       kOwner, [this] { return Write(); }, "written");
+}
+
+TEST_F(OpeningTest, AFileThatClaimsAYearFarAwayIsOpenedAndWritten) {
+  { const Database created = OpenDatabase(File(), OpenMode::kCreate); }
+  constexpr time_t kLate = 15'000'000'000;  // in the year 2445
+  const timespec times[] = {{kLate, 0}, {kLate, 0}};
+  ASSERT_EQ(utimensat(AT_FDCWD, File().c_str(), times, 0), 0);
+  Database store = OpenDatabase(File(), OpenMode::kReadWrite);
+  store.Run("INSERT INTO Units (UnitKey) VALUES (6)");
+  EXPECT_EQ(store.Number("SELECT count(*) FROM Units"), 1);
 }
 
 TEST_F(OpeningTest, TakesANameThatReadsLikeAUriAsAName) {

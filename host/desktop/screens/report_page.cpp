@@ -1,0 +1,264 @@
+#include "host/desktop/screens/report_page.h"
+
+#include <fmt/format.h>
+#include <screens/ui_report_page.h>
+
+#include <QBuffer>
+#include <QFileDialog>
+#include <QPageLayout>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QToolButton>
+#include <algorithm>
+#include <array>
+#include <map>
+
+#include "host/desks/report_captions.h"
+#include "host/desks/report_title.h"
+#include "host/desks/shown_value.h"
+#include "host/desks/store_file.h"
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/printing/table_printer.h"
+#include "host/desktop/running/messages.h"
+#include "host/files/csv_writer.h"
+#include "host/files/whole_file.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr int kConditions = static_cast<int>(kConditionRows.size());
+constexpr std::size_t kMostSums = 6;
+constexpr int kPaperResolution = 300;  // dots an inch
+
+/// A condition that is wrong is shown at the first of these that is visible.
+constexpr std::array kFields{
+    FieldWidget{kConditionRows[0], "txtFrom_0"}, FieldWidget{kConditionRows[0], "dtpDateFrom_0"},
+    FieldWidget{kConditionRows[1], "txtFrom_1"}, FieldWidget{kConditionRows[1], "dtpDateFrom_1"},
+    FieldWidget{kConditionRows[2], "txtFrom_2"}, FieldWidget{kConditionRows[2], "dtpDateFrom_2"},
+    FieldWidget{kConditionRows[3], "txtFrom_3"}, FieldWidget{kConditionRows[3], "dtpDateFrom_3"},
+    FieldWidget{kConditionRows[4], "txtFrom_4"}, FieldWidget{kConditionRows[4], "dtpDateFrom_4"}};
+
+QString Rows(std::size_t count) {
+  return count == 1 ? ReportPage::tr("1 row")
+                    : ReportPage::tr("%1 rows").arg(static_cast<qulonglong>(count));
+}
+
+void LayOut(QPagedPaintDevice& device) {
+  constexpr double kMargin = 15;  // millimetres
+  device.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape,
+                                   QMarginsF(kMargin, kMargin, kMargin, kMargin),
+                                   QPageLayout::Millimeter));
+}
+
+}  // namespace
+
+DeletedCredentials ReportSource::Delete(const GivenRids& /*rids*/) {
+  throw std::logic_error("this report deletes nothing");
+}
+
+ReportPage::ReportPage(Workplace& place, const QString& title, Deleting deleting)
+    : ScreenPage(place), ui_(std::make_unique<Ui::ReportPage>()) {
+  ui_->setupUi(this);
+  ui_->title->setText(title);
+  ui_->deleteButton->setVisible(deleting == Deleting::kOffered);
+  SetUp(*ui_->rows, rows_);
+  ConnectWidgets();
+}
+
+ReportPage::~ReportPage() = default;
+
+std::span<const FieldWidget> ReportPage::Fields() const {
+  return kFields;
+}
+
+void ReportPage::Open(std::unique_ptr<ReportSource> source) {
+  source_ = std::move(source);
+  source_->filter().Follow(source_->fields());
+  binding_.emplace(source_->filter().model(), *this, std::vector<std::string_view>{});
+  binding_->OnEdit([this](const QWidget& widget) {
+    if (mark().marked() == &widget) {
+      mark().Clear();
+    }
+    ShowState();
+  });
+  ShowRows();
+}
+
+void ReportPage::ConnectWidgets() {
+  connect(ui_->runButton, &QPushButton::clicked, this, [this] { ShowRows(); });
+  connect(ui_->csvButton, &QPushButton::clicked, this, [this] { SaveCsv(); });
+  connect(ui_->pdfButton, &QPushButton::clicked, this, [this] { SavePdf(); });
+  connect(ui_->printButton, &QPushButton::clicked, this, [this] { Print(); });
+  connect(ui_->deleteButton, &QPushButton::clicked, this, [this] { Delete(); });
+  for (int row = 0; row < kConditions; ++row) {
+    auto* clear = findChild<QToolButton*>(QStringLiteral("clear_%1").arg(row));
+    connect(clear, &QToolButton::clicked, this, [this, row] {
+      source_->filter().Clear(static_cast<std::size_t>(row));
+      mark().Clear();
+      ShowState();
+    });
+    for (const char* box : {"txtFrom_%1", "txtTo_%1"}) {
+      auto* line = findChild<QLineEdit*>(QString::fromLatin1(box).arg(row));
+      connect(line, &QLineEdit::returnPressed, this, [this] { ShowRows(); });
+    }
+  }
+  connect(ui_->rows->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this] { ShowState(); });
+}
+
+void ReportPage::Refresh() {
+  ShowRows();
+}
+
+/// Whether it was run; what went wrong is told.
+bool ReportPage::RunReport() {
+  Outcome outcome;
+  const bool ran = Run(tr("The report cannot be shown."), [&] {
+    source_->filter().TakeEntered();
+    outcome = source_->Run();
+  });
+  if (!ran) {
+    return false;
+  }
+  if (outcome.ending == Ending::kFailed) {
+    outcome.failures.push_back(
+        FromQt(tr("Values go into the statement as they are: write a quote in one twice, and ask "
+                  "for a name and for none in two reports.")));
+  }
+  return Tell(outcome, "unit");
+}
+
+void ReportPage::ShowRows() {
+  if (!RunReport()) {
+    return;
+  }
+  rows_.Show(source_->Rows());
+  FitColumns(*ui_->rows);
+  ui_->totals->setText(Totals());
+  ShowState();
+}
+
+void ReportPage::ShowState() {
+  const bool any = rows_.rowCount() > 0;
+  for (QPushButton* button : {ui_->csvButton, ui_->pdfButton, ui_->printButton}) {
+    button->setEnabled(any);
+  }
+  ui_->deleteButton->setEnabled(ui_->rows->selectionModel()->hasSelection());
+  for (int row = 0; row < kConditions; ++row) {
+    auto* clear = findChild<QToolButton*>(QStringLiteral("clear_%1").arg(row));
+    clear->setVisible(source_->filter().FieldIn(static_cast<std::size_t>(row)) != nullptr);
+  }
+}
+
+/// "75 rows: 50 Corvin 30-Bit Card, 25 Transmitter": how many of each type, or of yes and no.
+QString ReportPage::Totals() const {
+  const List& shown = rows_.shown();
+  QString told = Rows(shown.rows.size());
+  for (std::size_t at = 0; at < shown.fields.size(); ++at) {
+    if (shown.fields[at].kind != FieldKind::kCredentialType) {
+      continue;
+    }
+    std::map<std::string, std::size_t> counts;
+    for (const auto& row : shown.rows) {
+      ++counts[ShownText(row.at(at))];
+    }
+    QStringList sums;
+    for (const auto& [text, count] : counts) {
+      sums.append(QStringLiteral("%1 %2").arg(static_cast<qulonglong>(count)).arg(ToQt(text)));
+    }
+    if (!sums.isEmpty() && counts.size() <= kMostSums) {
+      told += QStringLiteral(": ") + sums.join(QStringLiteral(", "));
+    }
+  }
+  return told;
+}
+
+QString ReportPage::PaperTitle() {
+  return tr("%1 – %2").arg(ToQt(ReportTitle(session(), place().unitKey())), ui_->title->text());
+}
+
+/// Asks for a file's name and has it written; the store's own files are never replaced.
+void ReportPage::Save(const QString& question, const QString& name,
+                      const std::function<void(std::ostream& out)>& write) {
+  // The dialog asks before it names a file that exists.
+  const QString file = QFileDialog::getSaveFileName(this, question, name);
+  if (file.isEmpty()) {
+    return;
+  }
+  const bool ran = Run(tr("The report cannot be written."), [&] {
+    WriteWholeFile(std::filesystem::path(FromQt(file)),
+                   {Standing::kReplaced, FilesOfStore(place().file())}, write);
+  });
+  if (ran) {
+    place().Tell(tr("Wrote %1 to %2.").arg(Rows(rows_.shown().rows.size()), file));
+  }
+}
+
+void ReportPage::SaveCsv() {
+  Save(tr("Write the rows to a file"), QStringLiteral("report.csv"),
+       [this](std::ostream& out) { PrintCsv(out, ForPeople(rows_.shown())); });
+}
+
+void ReportPage::SavePdf() {
+  Save(tr("Write the report as PDF"), QStringLiteral("report.pdf"), [this](std::ostream& out) {
+    QBuffer bytes;
+    bytes.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&bytes);
+    writer.setResolution(kPaperResolution);
+    writer.setTitle(PaperTitle());
+    LayOut(writer);
+    PrintTable(writer, PaperTitle(), ForPeople(rows_.shown()), place().runner().progress());
+    out.write(bytes.data().constData(), bytes.data().size());
+  });
+}
+
+void ReportPage::Print() {
+  QPrinter printer;
+  LayOut(printer);
+  QPrintDialog dialog(&printer, this);
+  if (dialog.exec() != QDialog::Accepted) {
+    return;
+  }
+  const bool ran = Run(tr("The report cannot be printed."), [&] {
+    PrintTable(printer, PaperTitle(), ForPeople(rows_.shown()), place().runner().progress());
+  });
+  if (ran) {
+    place().Tell(tr("Printed %1.").arg(Rows(rows_.shown().rows.size())));
+  }
+}
+
+std::string ReportPage::ChosenRids() const {
+  const List& shown = rows_.shown();
+  const auto field =
+      std::find_if(shown.fields.begin(), shown.fields.end(),
+                   [](const ListField& one) { return one.key == credential_caption::kRid; });
+  std::vector<std::string> rids;
+  for (const QModelIndex& row : ui_->rows->selectionModel()->selectedRows()) {
+    rids.push_back(
+        ShownText(rows_.Row(row.row()).at(static_cast<std::size_t>(field - shown.fields.begin()))));
+  }
+  return fmt::format("{}", fmt::join(rids, ","));
+}
+
+void ReportPage::Delete() {
+  const auto count = ui_->rows->selectionModel()->selectedRows().size();
+  if (!AskToGoOn(this, count == 1 ? tr("Delete the chosen credential?")
+                                  : tr("Delete the %1 chosen credentials?").arg(count))) {
+    return;
+  }
+  DeletedCredentials deleted;
+  const bool ran =
+      Run(tr("Deleting credentials"), [&] { deleted = source_->Delete(GivenRids(ChosenRids())); });
+  if (!ran || !Tell(deleted, "credential")) {
+    return;
+  }
+  ShowRows();
+  place().Tell(tr("Deleted %1 of %2 credentials.")
+                   .arg(deleted.rows)
+                   .arg(static_cast<qulonglong>(deleted.given)));
+  place().TellChanged();
+}
+
+}  // namespace qorhost

@@ -1,0 +1,112 @@
+#include "host/desktop/screens/tenant_creating_page.h"
+
+#include <screens/ui_tenant_creating_page.h>
+
+#include <algorithm>
+#include <array>
+
+#include "host/desks/credential_entry.h"
+#include "host/desks/credential_fields.h"
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/screens/kept_entry.h"
+
+namespace qorhost {
+
+namespace {
+
+namespace field = credential_field;
+
+/// The controls of a credential that is there already, and what the period says of itself.
+const std::vector<std::string_view> kUnseen{"cboAssignedTo", "cboCredentials", "cboActivate",
+                                            "lblActivate", "chkActive"};
+
+constexpr std::array kFields{FieldWidget{field::kType, "cboCredentialType"},
+                             FieldWidget{field::kFirst, "txtPINStart"},
+                             FieldWidget{field::kLast, "txtPINEND"},
+                             FieldWidget{field::kFacility, "txtFacilityCode"},
+                             FieldWidget{field::kIdCode, "txtIDCode"},
+                             FieldWidget{field::kSequence, "txtSequenceCode"},
+                             FieldWidget{field::kButton, "optButton4"},
+                             FieldWidget{field::kSchedules, "cboSchedules1"},
+                             FieldWidget{field::kStart, "dtpStart"},
+                             FieldWidget{field::kEnd, "dtpEnd"}};
+
+/// What a person enters, in the order in which the screen takes it.
+constexpr std::array<std::string_view, 14> kEntered{
+    "cboCredentialType", "txtPINStart",   "txtPINEND",        "txtFacilityCode", "txtIDCode",
+    "txtSequenceCode",   "cboSchedules1", "cboSchedules2",    "cboSchedules3",   "cboSchedules4",
+    "dtpStart",          "dtpEnd",        "optButtonDefault", "optButton4"};
+
+}  // namespace
+
+TenantCreatingPage::TenantCreatingPage(Workplace& place)
+    : EntryPage(place), ui_(std::make_unique<Ui::TenantCreatingPage>()) {
+  ui_->setupUi(this);
+  connect(ui_->saveButton, &QPushButton::clicked, this, [this] { Save(); });
+  connect(ui_->newButton, &QPushButton::clicked, this, [this] {
+    if (MayLeaveEntry()) {
+      Refresh();
+      ui_->txtPINStart->setFocus();
+    }
+  });
+  OpenDesk();
+}
+
+TenantCreatingPage::~TenantCreatingPage() = default;
+
+std::span<const FieldWidget> TenantCreatingPage::Fields() const {
+  return kFields;
+}
+
+void TenantCreatingPage::OpenDesk() {
+  binding_.reset();
+  desk_.emplace(session(), place().unitKey(), DeskScreen::kTenantCreating);
+  binding_.emplace(desk_->screen(), *this, kUnseen);
+  binding_->OnEdit([this](QWidget& widget) { NoteEdit(widget); });
+  SetEntered(false);
+}
+
+void TenantCreatingPage::Refresh() {
+  (void)Run(tr("The screen cannot be shown."), [this] { OpenDesk(); });
+}
+
+void TenantCreatingPage::Save() {
+  IssuedCredentials issued;
+  const bool ran = Run(tr("Creating tenants"), [&] {
+    desk_->screen().ClearFocus();
+    NewCredentials entry = TypedCredentials(*desk_, !ui_->txtPINEND->text().trimmed().isEmpty());
+    entry.withTenants = true;
+    EnterCredentials(*desk_, entry);
+    issued = desk_->SaveNew(place().runner().progress());
+  });
+  if (!ran) {
+    return;
+  }
+  if (!Tell(issued, "unit", desk_->screen())) {
+    if (issued.ending == Ending::kStale) {
+      ShowWithEntry();
+    }
+    return;
+  }
+  const auto tenants = std::count(issued.newTenantIds.begin(), issued.newTenantIds.end(), ',');
+  place().Tell(tr("Created %1 tenants with %2-%3 to %4.")
+                   .arg(static_cast<qlonglong>(tenants))
+                   .arg(ToQt(issued.type))
+                   .arg(static_cast<qlonglong>(issued.first))
+                   .arg(static_cast<qlonglong>(issued.last)));
+  Refresh();
+  place().TellChanged();
+}
+
+/// Others have changed the unit: it is shown as it is now, with what was entered.
+void TenantCreatingPage::ShowWithEntry() {
+  const KeptEntry entry(desk_->screen(), kEntered);
+  (void)Run(tr("The screen cannot be shown."), [&] {
+    OpenDesk();
+    entry.PutInto(desk_->screen());
+    SetEntered(true);
+    binding_->Flush();
+  });
+}
+
+}  // namespace qorhost

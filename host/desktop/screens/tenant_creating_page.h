@@ -1,0 +1,39 @@
+// The screen that creates a tenant for every credential of a range, and gives them access.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "host/desks/credential_desk.h"
+#include "host/desktop/screens/entry_page.h"
+
+namespace Ui {
+class TenantCreatingPage;
+}
+
+namespace qorhost {
+
+class TenantCreatingPage final : public EntryPage {
+  Q_OBJECT
+
+ public:
+  /// Raises what the desk raises when it cannot be opened.
+  explicit TenantCreatingPage(Workplace& place);
+  ~TenantCreatingPage() override;
+
+  void Refresh() override;
+
+ protected:
+  [[nodiscard]] std::span<const FieldWidget> Fields() const override;
+
+ private:
+  void OpenDesk();
+  void Save();
+  void ShowWithEntry();
+
+  std::unique_ptr<Ui::TenantCreatingPage> ui_;
+  std::optional<CredentialDesk> desk_;
+  std::optional<ScreenBinding> binding_;
+};
+
+}  // namespace qorhost

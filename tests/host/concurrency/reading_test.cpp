@@ -1,0 +1,93 @@
+// What takes several statements to read is read from one state of the store, whatever others store
+// meanwhile.
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <set>
+#include <sstream>
+
+#include "host/desks/history.h"
+#include "host/desks/store_check.h"
+#include "host/desks/tenant_export.h"
+#include "host/files/csv_writer.h"
+#include "tests/host/concurrency/seat.h"
+#include "tests/host/concurrency/seat_operations.h"
+#include "tests/host/concurrency/small_building.h"
+#include "tests/host/store/temporary_folder.h"
+
+namespace qorhost::test {
+namespace {
+
+using Reading = std::function<std::string(DeskSession& session)>;
+
+class Readings : public testing::Test {
+ protected:
+  /// All that somebody reads while another one does something, once at each statement.
+  [[nodiscard]] std::set<std::string> ReadBeside(const SeatOperation& operation,
+                                                 const Reading& read) {
+    std::set<std::string> found;
+    bool reached = true;
+    for (int nth = 0; reached; ++nth) {
+      const TemporaryFolder folder;
+      const std::filesystem::path file = folder.File("building.db");
+      MakeBuilding(file, kRoomy);
+      Seat reader(file, "anna");
+      Seat other(file, "bert");
+      EXPECT_TRUE(RunAt(EditPhone("103", "555-0"), other).done());
+      reached = false;
+      reader.BeforeStatements([&](int statement) {
+        if (statement == nth) {
+          reached = true;
+          EXPECT_TRUE(RunAt(operation, other).done());
+        }
+      });
+      found.insert(read(reader.session()));
+      EXPECT_FALSE(reader.session().sql().inTransaction());
+    }
+    return found;
+  }
+};
+
+// The history was said to lack the entry that came meanwhile, and tenants to hold what was not
+// there.
+TEST_F(Readings, OfACheckFindNothingWrongBesideOthers) {
+  const Reading check = [](DeskSession& session) {
+    std::ostringstream found;
+    PrintCsv(found, WholeCheck(session, session.Units()));
+    return found.str();
+  };
+  for (const SeatOperation& operation :
+       {IssueCards("201", "203"), AssignCard("103", "Berg Bea"), DeleteCard("101"),
+        DeleteCode("101"), AddCode("301"), MergeUnit()}) {
+    EXPECT_EQ(ReadBeside(operation, check),
+              std::set<std::string>{"Unit,What is wrong,How to mend it\r\n"})
+        << operation.name;
+  }
+}
+
+TEST_F(Readings, OfTheHistoryFindItWholeBesideOthers) {
+  const Reading check = [](DeskSession& session) {
+    const std::vector<std::string> faults = FaultsOfHistory(session, {});
+    return faults.empty() ? std::string() : faults.front();
+  };
+  EXPECT_EQ(ReadBeside(EditPhone("102", "555-1"), check), std::set<std::string>{""});
+}
+
+// A tenant was written without the card that came meanwhile: imported again, it would be lost.
+TEST_F(Readings, OfAnExportAreWholeTenants) {
+  const Reading read = [](DeskSession& session) {
+    std::ostringstream file;
+    PrintCsv(file, ExportedTenants(session, kUnit));
+    return file.str();
+  };
+  for (const SeatOperation& operation :
+       {IssueCardsWithTenants("201", "202"), AssignCard("103", "Berg Bea"), DeleteCard("101"),
+        DeleteCode("101")}) {
+    EXPECT_LE(ReadBeside(operation, read).size(), 2U) << operation.name;  // before and behind it
+  }
+}
+
+}  // namespace
+}  // namespace qorhost::test
