@@ -47,9 +47,6 @@ struct Answer {
   std::optional<Refusal> refusal = {};
 };
 
-// No operation takes more.
-constexpr std::size_t kMostParameters = 8;
-
 /// Where a client's arguments stand, in the order of the parameters; null for omitted ones.
 using Places = std::array<VARIANT*, kMostParameters>;
 

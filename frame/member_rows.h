@@ -85,7 +85,7 @@ struct Thunk<function> {
   /// Whether the described parameters are the function's.
   static constexpr bool Fits(std::span<const Parameter> described) {
     constexpr std::size_t kCount = sizeof...(Parameters);
-    if (described.size() != kCount) return false;
+    if (described.size() != kCount || kCount > kMostParameters) return false;
     // One more, because there may be none.
     constexpr ValueType kTypes[] = {ArgumentFor<Parameters>::kType..., ValueType::kEmpty};
     constexpr bool kWritable[] = {ArgumentFor<Parameters>::kWritable..., false};

@@ -2,6 +2,7 @@
 // library check and the reference documentation all come from a class's one table.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -35,6 +36,9 @@ struct Parameter {
   /// What the operation gets for an omitted argument. For optional parameters alone.
   [[nodiscard]] Value Omitted() const;
 };
+
+/// No operation takes more; a row with more does not compile.
+inline constexpr std::size_t kMostParameters = 8;
 
 enum class MemberKind : std::uint8_t { kOperation, kProperty };
 

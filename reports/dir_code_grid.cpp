@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "frame/convert.h"
 #include "frame/format.h"
@@ -96,7 +98,9 @@ Translations ScheduleTranslations(const TableView& schedules) {
   Translations translations;
   if (!schedules.HasNoRows()) {
     for (std::int32_t row = schedules.LowerRow(), last = schedules.UpperRow(); row <= last; ++row) {
-      translations.push_back({schedules.Cell(row, 0), TextOrEmpty(schedules.Cell(row, 1))});
+      Value stored = schedules.Cell(row, 0);
+      std::string shown = TextOrEmpty(schedules.Cell(row, 1));
+      translations.push_back({std::move(stored), std::move(shown)});
     }
   }
   translations.push_back({"", "<None>"});

@@ -1,5 +1,6 @@
 // The fields that the directory-code report can be narrowed by.
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "frame/convert.h"
@@ -19,7 +20,9 @@ std::vector<FieldChoice> ChoicesIn(const TableView& fields) {
   std::vector<FieldChoice> choices;
   if (fields.HasNoRows()) return choices;
   for (std::int32_t row = fields.LowerRow(), last = fields.UpperRow(); row <= last; ++row) {
-    choices.push_back({fields.Cell(row, 0), TextOrEmpty(fields.Cell(row, 1))});
+    Value rid = fields.Cell(row, 0);
+    std::string caption = TextOrEmpty(fields.Cell(row, 1));
+    choices.push_back({std::move(rid), std::move(caption)});
   }
   return choices;
 }

@@ -26,6 +26,8 @@ ExitStatus StatusOf(FileProblem problem) {
     case FileProblem::kUnusable:
     case FileProblem::kExists:
     case FileProblem::kOccupied:
+    case FileProblem::kLikeUtf16:
+    case FileProblem::kNotUtf8:
       return ExitStatus::kRefused;
     case FileProblem::kUnreachable:
       break;

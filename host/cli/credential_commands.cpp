@@ -236,9 +236,9 @@ ExitStatus EditOne(CommandSession& session, const UnitName& unit,
   (void)desk.Select(options.credentials.front());
   EnterChange(desk, options.change);
   const AssignmentLosses losses = desk.LossesOfSaving();
-  if (!options.change.release && losses.any()) {
-    const ShownCredential before = desk.Shown();
-    session.RequireConsent(QuestionOf(losses, WithRid(before.entry, before.rid), before.tenant));
+  const ShownCredential before = desk.Shown();
+  if (const auto question = QuestionOf(losses, WithRid(before.entry, before.rid), before.tenant)) {
+    session.RequireConsent(*question);
   }
   const ChangedCredential changed = desk.SaveEdited();
   const ExitStatus status = TellChange(changed, "credential", console);

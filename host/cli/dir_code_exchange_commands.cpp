@@ -220,9 +220,9 @@ ExitStatus RunDirCodeExport(const GlobalOptions& global, const DirCodeExportOpti
     PrintRaw(console, [&unit](std::ostream& out) { WriteUnitFile(out, unit); });
     return ExitStatus::kDone;
   }
-  WriteUnlessTried({options.to, options.force, options.trial}, kAdviceOnTo, [&](Standing existing) {
-    WriteExport(unit, options.to, existing, global.file);
-  });
+  WriteUnlessTried(
+      {options.to, options.force, options.trial}, kAdviceOnTo, global,
+      [&](Standing existing) { WriteExport(unit, options.to, existing, global.file); });
   console.stored = !options.trial;
   if (global.json) {
     PrintJsonObject(console.out, {{"unit", chosen.key},

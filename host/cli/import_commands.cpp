@@ -96,23 +96,22 @@ ImportForm FormOf(const ImportOptions& options) {
   return form;
 }
 
-/// A spreadsheet in another encoding would lose every line with an accent, one by one: nothing is
-/// taken in before somebody has said which one it is.
 void RequireEncoding(const std::string& text, const ImportOptions& options) {
   if (!options.encoding.empty()) {
     return;
   }
-  const EncodingDoubt doubt = DoubtAbout(text);
-  if (doubt.isLikeUtf16) {
-    throw RefusedError(
-        "line 1 has zero bytes between its letters, as UTF-16 has, so nothing was imported: "
-        "--encoding utf-16 reads it");
-  }
-  if (doubt.badLine != 0) {
-    throw RefusedError(fmt::format(
-        "line {} is not UTF-8, so nothing was imported: say which encoding the file has, "
-        "--encoding cp1252 for most that are not, or --encoding utf-8 to have such lines refused",
-        doubt.badLine));
+  try {
+    RequireUndoubted(text);
+  } catch (const FileError& doubt) {
+    if (doubt.problem() == FileProblem::kLikeUtf16) {
+      throw RefusedError(std::string(doubt.what()) + ": --encoding utf-16 reads it");
+    }
+    if (doubt.problem() == FileProblem::kNotUtf8) {
+      throw RefusedError(std::string(doubt.what()) +
+                         ": say which encoding the file has, --encoding cp1252 for most that are "
+                         "not, or --encoding utf-8 to have such lines refused");
+    }
+    throw;
   }
 }
 
@@ -152,17 +151,15 @@ class RejectsFile {
     if (isOfStore) {
       throw UsageError("--rejects names a file of the store: name another one");
     }
-    std::error_code ignored;
-    const std::filesystem::path folder = std::filesystem::path(place_).parent_path();
-    if (!folder.empty() && !std::filesystem::is_directory(folder, ignored)) {
+    try {
+      RequirePlace(place_, writing_);
+    } catch (const FileError& refusal) {
       throw RefusedError(fmt::format(
-          "there is no folder for the file '{}' of --rejects, so nothing was imported", place_));
-    }
-    if (!options.force && std::filesystem::exists(place_, ignored)) {
-      throw RefusedError(
-          fmt::format("there is a file '{}' already, so nothing was imported: name "
-                      "another one with --rejects, or replace it with --force",
-                      place_));
+          "--rejects: {}{}", refusal.what(),
+          refusal.problem() == FileProblem::kExists
+              ? ", so nothing was imported: name another one with --rejects, or replace it with "
+                "--force"
+              : "; nothing was imported"));
     }
   }
 
@@ -223,9 +220,8 @@ void PrintReportAsJson(const ImportReport& report, const ImportCommand& command,
   PrintJsonObject(console.out, members, "lines", lines);
 }
 
-/// `rejects` is what is to be told of the file of refused lines.
 void PrintReport(const ImportReport& report, const ImportCommand& command, const UnitName& unit,
-                 const std::string& rejects, Console& console) {
+                 Console& console) {
   std::string counts = Counted(report.done, command.one, command.many);
   if (report.unchanged > 0) {
     counts += fmt::format(", {} stored already", Counted(report.unchanged, "line", "lines"));
@@ -234,8 +230,23 @@ void PrintReport(const ImportReport& report, const ImportCommand& command, const
   (report.dryRun ? console.out : console.Remarks())
       << (report.dryRun
               ? fmt::format("Would import {}, {}. Nothing was written.\n", counts, InUnit(unit))
-              : fmt::format("Imported {}, {}.\n", counts, InUnit(unit)))
-      << rejects;
+              : fmt::format("Imported {}, {}.\n", counts, InUnit(unit)));
+}
+
+/// Behind what was imported, which stands whatever becomes of the file.
+void WriteRejects(const RejectsFile& rejects, const ImportReport& report, bool asJson,
+                  Console& console) {
+  try {
+    const std::string written = rejects.Write();
+    if (!asJson) {
+      (report.dryRun ? console.out : console.Remarks()) << written;
+    }
+  } catch (const FileError& unwritten) {
+    if (!console.stored) {
+      throw;
+    }
+    throw FailureError(fmt::format("{}; what was imported is stored", unwritten.what()));
+  }
 }
 
 ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,
@@ -254,12 +265,12 @@ ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,
       command.import(session.desks(), unit.key, file, rules, BarOn(console, global.trace));
   console.stored = report.done > 0 && !report.dryRun;
   PrintRemarks(report, global.json, console);
-  const std::string written = rejects.Write();
   if (global.json) {
     PrintReportAsJson(report, command, unit, console);
   } else {
-    PrintReport(report, command, unit, written, console);
+    PrintReport(report, command, unit, console);
   }
+  WriteRejects(rejects, report, global.json, console);
   return StatusOf(report.ending);
 }
 

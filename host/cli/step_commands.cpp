@@ -29,7 +29,7 @@ ExitStatus RunStepExport(const GlobalOptions& global, const StepOptions& options
   }
   RequireNoTraceIn(options.to, "FILE", global);
   WriteUnlessTried({options.to, options.force, options.trial},
-                   "name another file, or replace it with --force behind 'export'",
+                   "name another file, or replace it with --force behind 'export'", global,
                    [&](Standing existing) { file.WriteTo(options.to, existing, global.file); });
   console.stored = !options.trial;
   if (global.json) {

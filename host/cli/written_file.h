@@ -49,7 +49,7 @@ struct FileToWrite {
 
 /// Has `write` write it. In a trial nothing is written, and what stands in the way is refused all
 /// the same.
-void WriteUnlessTried(const FileToWrite& file, std::string_view advice,
+void WriteUnlessTried(const FileToWrite& file, std::string_view advice, const GlobalOptions& global,
                       const std::function<void(Standing)>& write);
 
 /// Writes the file of --to, whole or not at all, and over nothing of the store. Raises UsageError,

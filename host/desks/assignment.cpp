@@ -47,8 +47,11 @@ AssignmentLosses LossesOf(DeskSession& session, const Assignment& chosen,
   return losses;
 }
 
-std::string QuestionOf(const AssignmentLosses& losses, std::string_view credential,
-                       std::string_view tenant) {
+std::optional<std::string> QuestionOf(const AssignmentLosses& losses, std::string_view credential,
+                                      std::string_view tenant) {
+  if (tenant.empty() || !losses.any()) {
+    return std::nullopt;
+  }
   std::string question;
   for (const std::string& holder : losses.holders) {
     question += fmt::format("{} loses {}. ", holder, credential);

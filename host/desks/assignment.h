@@ -35,9 +35,12 @@ struct AssignmentLosses {
                                         const ListModel& credentials);
 
 /// The question to be asked before losses: "Hollis Elena loses Transmitter-301 (RID 17). Go on?".
-/// `credential` is what is assigned, with its RID, `tenant` who is to hold it.
-[[nodiscard]] std::string QuestionOf(const AssignmentLosses& losses, std::string_view credential,
-                                     std::string_view tenant);
+/// `credential` is what is assigned, with its RID, `tenant` who is to hold it. Nothing is asked
+/// where nobody loses anything, nor where nobody is to hold it: taking it back is what was asked
+/// for.
+[[nodiscard]] std::optional<std::string> QuestionOf(const AssignmentLosses& losses,
+                                                    std::string_view credential,
+                                                    std::string_view tenant);
 
 /// Whether the tenant who is chosen holds the credential; so when nobody is chosen.
 [[nodiscard]] bool IsHeldAsChosen(DeskSession& session, const Assignment& chosen);

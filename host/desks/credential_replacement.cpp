@@ -20,6 +20,7 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/message_rules.h"
 #include "host/desks/own_work.h"
+#include "host/desks/row_names.h"
 #include "host/desks/tenant_name.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/whole_number.h"
@@ -129,13 +130,14 @@ class Replacing {
     const QueryResult found = session_.sql().Select(
         fmt::format("SELECT RID FROM CREDENTIALBANK WHERE {} ORDER BY RID", condition));
     if (found.rowCount > 1) {
-      throw InputFault(credential_field::kNewNumber, replacement_.successor,
-                       fmt::format("{} credentials of that kind have the number {{value}}: name "
-                                   "one by its row, as in rid:{}",
-                                   found.rowCount, qorcred::ToLong(found.table->At(0, 0))));
+      throw InputFault(
+          credential_field::kNewNumber, replacement_.successor,
+          fmt::format("{} credentials of that kind have the number {{value}}: name "
+                      "one by its row, as in {}",
+                      found.rowCount, RowName(qorcred::ToLong(found.table->At(0, 0)))));
     }
     if (found.rowCount == 1) {
-      replaced_.successor = Named(fmt::format("rid:{}", qorcred::ToLong(found.table->At(0, 0))));
+      replaced_.successor = Named(RowName(qorcred::ToLong(found.table->At(0, 0))));
     }
     return found.rowCount == 1;
   }

@@ -60,8 +60,8 @@ SeveralOutcome EditCredentials(DeskSession& session, std::int32_t unitKey,
     EnterChange(desk, change);
     const AssignmentLosses losses = desk.LossesOfSaving();
     const ShownCredential before = desk.Shown();
-    if (!change.release && losses.any()) {
-      questions.Add(NameOf(before), QuestionOf(losses, NameOf(before), before.tenant));
+    if (const auto question = QuestionOf(losses, NameOf(before), before.tenant)) {
+      questions.Add(NameOf(before), *question);
     }
     edited.push_back({desk.SaveEdited(), losses});
     return PartOutcome{WithoutFacts(edited.back().changed), NameOf(before)};

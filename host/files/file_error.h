@@ -14,6 +14,8 @@ enum class FileProblem : std::uint8_t {
   kUnknownHeadings,  ///< some of them stand for nothing that is known
   kExists,           ///< it is there already, and nobody asked for its replacement
   kOccupied,         ///< what stands there is never replaced
+  kLikeUtf16,        ///< its text is UTF-16, which was not said
+  kNotUtf8,          ///< its text is of another encoding than UTF-8, which was not said
 };
 
 /// A file that cannot be used. what() says why and what to do; it may hold parts of the file as

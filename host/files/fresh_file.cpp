@@ -92,13 +92,17 @@ void SyncFolder(const fs::path& folder) noexcept {
   }
 }
 
-FreshFile::FreshFile(fs::path place) : place_(std::move(place)) {
+void RequireFolderOf(const fs::path& file) {
   std::error_code ignored;
-  if (!fs::is_directory(FolderOf(place_), ignored)) {
+  if (!fs::is_directory(FolderOf(file), ignored)) {
     throw FileError(FileProblem::kUnreachable,
-                    fmt::format("cannot write '{}': there is no folder '{}'", place_.string(),
-                                FolderOf(place_).string()));
+                    fmt::format("cannot write '{}': there is no folder '{}'", file.string(),
+                                FolderOf(file).string()));
   }
+}
+
+FreshFile::FreshFile(fs::path place) : place_(std::move(place)) {
+  RequireFolderOf(place_);
   RemoveLeftOnes(FolderOf(place_));
   Make();
 }

@@ -48,5 +48,7 @@ void SyncFolder(const std::filesystem::path& folder) noexcept;
 
 /// The folder that a file stands in: "." for a bare name.
 [[nodiscard]] std::filesystem::path FolderOf(const std::filesystem::path& file);
+/// Raises FileError, kUnreachable, where that is none.
+void RequireFolderOf(const std::filesystem::path& file);
 
 }  // namespace qorhost

@@ -106,6 +106,19 @@ EncodingDoubt DoubtAbout(const std::string& text) {
   return {false, FirstBadLine(read)};
 }
 
+void RequireUndoubted(const std::string& text) {
+  const EncodingDoubt doubt = DoubtAbout(text);
+  if (doubt.isLikeUtf16) {
+    throw FileError(FileProblem::kLikeUtf16,
+                    "line 1 has zero bytes between its letters, as UTF-16 has, so nothing was "
+                    "imported");
+  }
+  if (doubt.badLine != 0) {
+    throw FileError(FileProblem::kNotUtf8,
+                    fmt::format("line {} is not UTF-8, so nothing was imported", doubt.badLine));
+  }
+}
+
 std::string TextAsUtf8(std::string text, TextEncoding encoding) {
   const std::string_view bytes = text;
   if (bytes.starts_with(kUtf8Mark)) {

@@ -27,4 +27,9 @@ struct EncodingDoubt {
 /// Raises FileError as TextAsUtf8() does.
 [[nodiscard]] EncodingDoubt DoubtAbout(const std::string& text);
 
+/// Before anything of a text is taken in of which nobody said the encoding: one in another than
+/// UTF-8 would lose every line with an accent, one by one. Raises FileError, kLikeUtf16 or
+/// kNotUtf8, to which a front end adds how the encoding is said.
+void RequireUndoubted(const std::string& text);
+
 }  // namespace qorhost

@@ -21,8 +21,9 @@ namespace {
                   fmt::format("'{}' {}: name another file", to.string(), why));
 }
 
-/// Raises FileError where nothing may be put.
-void CheckPlace(const fs::path& to, const Writing& writing) {
+}  // namespace
+
+void RequirePlace(const fs::path& to, const Writing& writing) {
   if (to.filename().empty()) {
     Refuse(to, "is no name of a file");
   }
@@ -32,7 +33,7 @@ void CheckPlace(const fs::path& to, const Writing& writing) {
   }
   switch (const FileKind kind = KindOf(to, Links::kAreSeen)) {
     case FileKind::kNone:
-      return;
+      return RequireFolderOf(to);
     case FileKind::kFile:
       if (writing.existing == Standing::kStays) {
         throw FileError(FileProblem::kExists, fmt::format("'{}' exists already", to.string()));
@@ -43,8 +44,6 @@ void CheckPlace(const fs::path& to, const Writing& writing) {
   }
 }
 
-}  // namespace
-
 bool AreOneFile(const fs::path& one, const fs::path& other) {
   std::error_code ignored;
   return fs::equivalent(one, other, ignored) ||
@@ -54,7 +53,7 @@ bool AreOneFile(const fs::path& one, const fs::path& other) {
 
 void WriteWholeFile(const fs::path& to, const Writing& writing,
                     const std::function<void(std::ostream&)>& write) {
-  CheckPlace(to, writing);
+  RequirePlace(to, writing);
   FreshFile fresh(to);
   if (KindOf(to, Links::kAreSeen) == FileKind::kFile) {
     fresh.TakeRightsOf(to);

@@ -20,10 +20,15 @@ struct Writing {
 /// Whether both are one file, or would be one: one name in one folder.
 [[nodiscard]] bool AreOneFile(const std::filesystem::path& one, const std::filesystem::path& other);
 
+/// Raises FileError where no file may be put, before anything is made for it: kExists for a file
+/// that stays, kOccupied for a link, for what is no file and for what is never replaced,
+/// kUnreachable where there is no folder.
+void RequirePlace(const std::filesystem::path& to, const Writing& writing);
+
 /// Has the file written beside its place and moves it there when it is whole: a new one readable by
 /// its owner alone, a replaced one with the rights it had. Raises FileError, and leaves what was
-/// there: kExists for a file that stays, kOccupied for a link, for what is no file and for what is
-/// never replaced, kUnreachable with the system's reason when it cannot be written.
+/// there: what RequirePlace() raises, kUnreachable with the system's reason when it cannot be
+/// written.
 void WriteWholeFile(const std::filesystem::path& to, const Writing& writing,
                     const std::function<void(std::ostream&)>& write);
 

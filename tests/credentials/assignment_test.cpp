@@ -224,6 +224,7 @@ TEST_F(EditedCredential, CountsIn32Bits) {
         Case{"LimitTooLarge", "2147483648", {"0", "0", "0"}, "Trapped pbSave 6"},
         Case{"SumTooLarge", "2147483647", {"2147483647", "1", "0"}, "Trapped pbSave 6"},
         Case{"FirstSumTooLarge", "2147483647", {"2147483647", "1", "-1"}, "Trapped pbSave 6"},
+        Case{"LimitThatIsNoNumber", "many", {"0", "0", "0"}, "Trapped pbSave 13"},
         Case{"NoNumber", "500", {"0", "x", "0"}, "Trapped pbSave 13"}}) {
     CredentialScreen screen;
     screen.ShowStored(1, 1);

@@ -157,6 +157,8 @@ TEST_F(CapacityCheck, OfATextThatIsNoNumberStoresNothing) {
 
   EXPECT_TRUE(Host().transcript().StartingWith("MsgBox").empty());
   EXPECT_EQ(Host().transactions().begun(), 0);
+  ASSERT_EQ(Host().services().trapped().size(), 1U);
+  EXPECT_EQ(Host().services().trapped().front().second, qorcred::ErrorNumber::kTypeMismatch);
 }
 
 TEST_F(CapacityCheck, OfACountThatIsNoNumberIsAMismatch) {

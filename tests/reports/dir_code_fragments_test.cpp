@@ -311,6 +311,9 @@ TEST_F(DirCodeFragments, OfDatesAreWrittenAsTheHostWritesThem) {
   Host().script().dateText = "5. March";
   EXPECT_EQ(Added(63, 2, ""), " AND DirectoryCode.Column > #5. March 23:59:59# ");
   EXPECT_EQ(Added(63, 0, ""), " AND Format(DirectoryCode.Column, 'DD MM YYYY')  = '05 03 2024' ");
+  // Its hyphens stay, also where one stands before a 1.
+  Host().script().dateText = "2024-10-05";
+  EXPECT_EQ(Added(63, 2, ""), " AND DirectoryCode.Column > #2024-10-05 23:59:59# ");
 }
 
 }  // namespace

@@ -54,6 +54,20 @@ TEST_F(FieldChoices, FillEveryListAndTellTheCaptions) {
   EXPECT_TRUE(TranscriptIs(lines + "Release \"qorDBI.clsDBManager\""));
 }
 
+// Hosts whose tables are objects of their own see when the cells are read.
+TEST_F(FieldChoices, ReadEachFieldsIdBeforeItsCaption) {
+  Database().Replace("SELECT RID, FieldNameDisplay", Host().WatchedRow({51, "Directory Code"}));
+  EXPECT_EQ(Fill(), "Directory Code");
+  Lines read;
+  for (const std::string& line : Host().transcript().Read(Detail::kEverything)) {
+    if (line.starts_with("rows(0, 0)") || line.starts_with("rows(0, 1)")) read.push_back(line);
+  }
+  // Whether there are rows is asked of the first cell.
+  ASSERT_GE(read.size(), 2U);
+  EXPECT_EQ(Lines(read.end() - 2, read.end()),
+            (Lines{"rows(0, 0) -> 51", "rows(0, 1) -> \"Directory Code\""}));
+}
+
 TEST_F(FieldChoices, ReplaceWhatTheListsHeld) {
   ChooseField(Host(), 3, 99);
   Store({{51, "Directory Code"}});

@@ -82,6 +82,19 @@ TEST_F(ReportValueItems, StandForSchedules) {
   }
 }
 
+TEST_F(ReportValueItems, OfAScheduleAreReadIdFirst) {
+  Database().Replace("FROM Schedules", Host().WatchedRow({2, "Day"}));
+  StoreLayout({"DND Schedule"});
+  AnswerRows({{2}});
+  Show();
+  Lines read;
+  for (const std::string& line : Host().transcript().Read(Detail::kEverything)) {
+    if (line == "rows(0, 0) -> 2" || line == "rows(0, 1) -> \"Day\"") read.push_back(line);
+  }
+  ASSERT_GE(read.size(), 2U);
+  EXPECT_EQ(Lines(read.end() - 2, read.end()), (Lines{"rows(0, 0) -> 2", "rows(0, 1) -> \"Day\""}));
+}
+
 TEST_F(ReportValueItems, WithoutSchedulesStandForNoneAlone) {
   StoreLayout({"DND Schedule"});
   AnswerRows({{Null{}}, {5}});

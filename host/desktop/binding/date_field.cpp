@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 
 #include "frame/date.h"
+#include "host/desktop/binding/qt_text.h"
 
 namespace qorhost {
 
@@ -15,8 +16,7 @@ const QTime kLastSecond(23, 59, 59);
 /// In UTC, where every time of a day is there once.
 QDateTime ToDateTime(qorcred::Date date) {
   const qorcred::CivilTime civil = qorcred::ToCivil(date);
-  return {QDate(civil.year, civil.month, civil.day), QTime(civil.hour, civil.minute, civil.second),
-          Qt::UTC};
+  return {ToQtDay(date), QTime(civil.hour, civil.minute, civil.second), Qt::UTC};
 }
 
 qorcred::Date ToDate(const QDateTime& shown) {

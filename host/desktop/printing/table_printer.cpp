@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 #include "host/desks/desk_error.h"
@@ -22,8 +23,8 @@ const QColor kLine(0x9A, 0xA2, 0xAD);
 
 class Sheet {
  public:
-  Sheet(QPagedPaintDevice& device, const QString& title, const Table& table)
-      : device_(device), title_(title), table_(table), right_(NumberColumns(table)) {
+  Sheet(QPagedPaintDevice& device, QString title, const Table& table)
+      : device_(device), title_(std::move(title)), table_(table), right_(NumberColumns(table)) {
     if (!painter_.begin(&device)) {
       throw FailureError("the printer, or the file, takes nothing");
     }

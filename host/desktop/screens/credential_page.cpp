@@ -7,19 +7,17 @@
 
 #include "frame/screen_names.h"
 #include "host/desks/credential_entry.h"
-#include "host/desks/credential_fields.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/words.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/screens/credential_widgets.h"
 #include "host/desktop/screens/kept_entry.h"
 #include "host/desktop/screens/list_finder.h"
 
 namespace qorhost {
 
 namespace {
-
-namespace field = credential_field;
 
 /// The controls of the tenants that the tenant-creating screen makes.
 const std::vector<std::string_view>& UnseenControls() {
@@ -33,17 +31,6 @@ const std::vector<std::string_view>& UnseenControls() {
   return unseen;
 }
 
-constexpr std::array kFields{FieldWidget{field::kType, "cboCredentialType"},
-                             FieldWidget{field::kFirst, "txtPINStart"},
-                             FieldWidget{field::kLast, "txtPINEND"},
-                             FieldWidget{field::kFacility, "txtFacilityCode"},
-                             FieldWidget{field::kIdCode, "txtIDCode"},
-                             FieldWidget{field::kSequence, "txtSequenceCode"},
-                             FieldWidget{field::kButton, "optButton4"},
-                             FieldWidget{field::kCredential, "cboCredentials"},
-                             FieldWidget{field::kDoor, "cboActivate"},
-                             FieldWidget{field::kTenant, "cboAssignedTo"}};
-
 /// What a person enters, in the order in which the screen takes it.
 constexpr std::array<std::string_view, 8> kEnteredNew{
     "cboCredentialType", "txtPINStart",     "txtPINEND",        "txtFacilityCode",
@@ -52,8 +39,7 @@ constexpr std::array<std::string_view, 2> kEnteredEdit{"cboActivate", "cboAssign
 
 /// "Transmitter-301", or "Transmitter-301 to 305".
 QString Described(const IssuedCredentials& issued) {
-  const QString first =
-      QStringLiteral("%1-%2").arg(ToQt(issued.type)).arg(static_cast<qlonglong>(issued.first));
+  const QString first = ToQt(issued.EntryOf(issued.first));
   return issued.Count() == 1
              ? first
              : CredentialPage::tr("%1 to %2").arg(first).arg(static_cast<qlonglong>(issued.last));
@@ -72,7 +58,7 @@ CredentialPage::CredentialPage(Workplace& place)
 CredentialPage::~CredentialPage() = default;
 
 std::span<const FieldWidget> CredentialPage::Fields() const {
-  return kFields;
+  return kCredentialWidgets;
 }
 
 void CredentialPage::OpenDesk() {
@@ -212,12 +198,13 @@ void CredentialPage::ShowWithEntry() {
 
 bool CredentialPage::ConsentsToLosses() {
   const ShownCredential shown = desk_->Shown();
-  const AssignmentLosses losses = desk_->LossesOfSaving();
-  if (shown.tenant.empty() || !losses.any()) {
+  const auto question =
+      QuestionOf(desk_->LossesOfSaving(), WithRid(shown.entry, shown.rid), shown.tenant);
+  if (!question) {
     return true;
   }
   const OpenGate open(place().runner().gate());
-  return AskToGoOn(this, ToQt(QuestionOf(losses, WithRid(shown.entry, shown.rid), shown.tenant)));
+  return AskToGoOn(this, ToQt(*question));
 }
 
 void CredentialPage::SaveEdited() {

@@ -1,6 +1,5 @@
 #include "host/desktop/screens/dir_code_page.h"
 
-#include <fmt/format.h>
 #include <screens/ui_dir_code_page.h>
 
 #include <QInputDialog>
@@ -8,6 +7,7 @@
 
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/row_names.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/screens/kept_entry.h"
 #include "host/desktop/screens/list_finder.h"
@@ -142,7 +142,7 @@ void DirCodePage::ChooseCode(std::int32_t index) {
 }
 
 void DirCodePage::ShowRow(std::int32_t rid) {
-  (void)desk_->Select(fmt::format("rid:{}", rid));
+  (void)desk_->Select(RowName(rid));
   SetEntered(false);
   ShowMode();
 }
@@ -229,7 +229,7 @@ void DirCodePage::Renumber() {
   }
   Outcome renumbered;
   const bool ran = Run(tr("Renumbering the directory code"), [&] {
-    (void)desk_->Select(fmt::format("rid:{}", shown.rid));
+    (void)desk_->Select(RowName(shown.rid));
     desk_->TypeCode(FromQt(number.trimmed()));
     renumbered = desk_->Renumber();
   });

@@ -6,18 +6,17 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "frame/date.h"
+#include "host/desktop/binding/qt_text.h"
 
 namespace qorhost {
 
 LeaseEndDialog::LeaseEndDialog(QWidget* parent, const QString& whose, qorcred::Date today)
     : QDialog(parent), day_(new QDateEdit(this)), frees_(new QCheckBox(this)) {
   setWindowTitle(QCoreApplication::applicationName());
-  const qorcred::CivilTime civil = qorcred::ToCivil(today);
   day_->setObjectName(QStringLiteral("lastDay"));
   day_->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
   day_->setCalendarPopup(true);
-  day_->setDate(QDate(civil.year, civil.month, civil.day));
+  day_->setDate(ToQtDay(today));
   frees_->setObjectName(QStringLiteral("freesCards"));
   frees_->setText(tr("&Free the cards at once"));
   auto* form = new QFormLayout(this);

@@ -22,8 +22,7 @@ namespace qorhost {
 namespace {
 
 QString DayText(qorcred::Date date) {
-  const qorcred::CivilTime civil = qorcred::ToCivil(date);
-  return QDate(civil.year, civil.month, civil.day).toString(Qt::ISODate);
+  return ToQtDay(date).toString(Qt::ISODate);
 }
 
 QString UnitText(const UnitName& unit) {

@@ -2,34 +2,20 @@
 
 #include <screens/ui_tenant_creating_page.h>
 
-#include <algorithm>
 #include <array>
 
 #include "host/desks/credential_entry.h"
-#include "host/desks/credential_fields.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/screens/credential_widgets.h"
 #include "host/desktop/screens/kept_entry.h"
 
 namespace qorhost {
 
 namespace {
 
-namespace field = credential_field;
-
 /// The controls of a credential that is there already, and what the period says of itself.
 const std::vector<std::string_view> kUnseen{"cboAssignedTo", "cboCredentials", "cboActivate",
                                             "lblActivate", "chkActive"};
-
-constexpr std::array kFields{FieldWidget{field::kType, "cboCredentialType"},
-                             FieldWidget{field::kFirst, "txtPINStart"},
-                             FieldWidget{field::kLast, "txtPINEND"},
-                             FieldWidget{field::kFacility, "txtFacilityCode"},
-                             FieldWidget{field::kIdCode, "txtIDCode"},
-                             FieldWidget{field::kSequence, "txtSequenceCode"},
-                             FieldWidget{field::kButton, "optButton4"},
-                             FieldWidget{field::kSchedules, "cboSchedules1"},
-                             FieldWidget{field::kStart, "dtpStart"},
-                             FieldWidget{field::kEnd, "dtpEnd"}};
 
 /// What a person enters, in the order in which the screen takes it.
 constexpr std::array<std::string_view, 14> kEntered{
@@ -55,7 +41,7 @@ TenantCreatingPage::TenantCreatingPage(Workplace& place)
 TenantCreatingPage::~TenantCreatingPage() = default;
 
 std::span<const FieldWidget> TenantCreatingPage::Fields() const {
-  return kFields;
+  return kCredentialWidgets;
 }
 
 void TenantCreatingPage::OpenDesk() {
@@ -88,11 +74,9 @@ void TenantCreatingPage::Save() {
     }
     return;
   }
-  const auto tenants = std::count(issued.newTenantIds.begin(), issued.newTenantIds.end(), ',');
-  place().Tell(tr("Created %1 tenants with %2-%3 to %4.")
-                   .arg(static_cast<qlonglong>(tenants))
-                   .arg(ToQt(issued.type))
-                   .arg(static_cast<qlonglong>(issued.first))
+  place().Tell(tr("Created %1 tenants with %2 to %3.")
+                   .arg(static_cast<qulonglong>(issued.NewTenants().size()))
+                   .arg(ToQt(issued.EntryOf(issued.first)))
                    .arg(static_cast<qlonglong>(issued.last)));
   Refresh();
   place().TellChanged();

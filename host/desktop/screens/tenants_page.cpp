@@ -1,6 +1,5 @@
 #include "host/desktop/screens/tenants_page.h"
 
-#include <fmt/format.h>
 #include <screens/ui_tenants_page.h>
 
 #include <QItemSelectionModel>
@@ -11,6 +10,7 @@
 
 #include "frame/convert.h"
 #include "host/desks/credential_fields.h"
+#include "host/desks/row_names.h"
 #include "host/desks/shown_value.h"
 #include "host/desks/tenant_fields.h"
 #include "host/desks/tenant_list.h"
@@ -200,7 +200,7 @@ void TenantsPage::TakeSelection() {
 void TenantsPage::Choose(const Rids& rids) {
   chosen_.clear();
   if (!rids.empty()) {
-    desk_->Choose({fmt::format("rid:{}", fmt::join(rids, ","))});
+    desk_->Choose({RowNames(rids)});
   }
   chosen_ = rids;
 }

@@ -318,7 +318,7 @@ TEST_F(Exchange, ADryRunOfAnExportTellsWhatItWouldWriteAndWritesNothing) {
   const Outcome refused = Do({"export", "--to", file, "-n"});
   EXPECT_EQ(refused.status, 1);
   EXPECT_EQ(refused.err, "qorhost: '" + file +
-                             "' is there already: name another file with --to, or replace it with "
+                             "' exists already: name another file with --to, or replace it with "
                              "--force\n");
   EXPECT_EQ(Do({"export", "--to", file, "-n", "--force"}).status, 0);
   EXPECT_EQ(Read("unit.txt"), "old");

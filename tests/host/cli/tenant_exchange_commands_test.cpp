@@ -95,7 +95,7 @@ TEST_F(TenantExchange, ADryRunOfAnExportTellsWhatItWouldWriteAndWritesNothing) {
   const Outcome refused = Run(with({"--to", file}));
   EXPECT_EQ(refused.status, 1);
   EXPECT_EQ(refused.err, "qorhost: '" + file +
-                             "' is there already: name another file with --to, or replace it with "
+                             "' exists already: name another file with --to, or replace it with "
                              "--force\n");
   EXPECT_EQ(Run(with({"--to", file, "--force"})).status, 0);
   EXPECT_EQ(Read("tenants.csv"), "old");
@@ -160,7 +160,7 @@ TEST_F(TenantExchange, OptionsThatCannotBeMeantAreRefused) {
   EXPECT_THAT(refusal({"--rejects", File("building.db"), "--force"}),
               HasSubstr("names a file of the store"));
   EXPECT_THAT(Run({"--unit", "2", "tenants", "import", file, "--rejects", File("no/mend.csv")}).err,
-              HasSubstr("so nothing was imported"));
+              HasSubstr("; nothing was imported"));
   EXPECT_THAT(refusal({"--update", "--skip-existing"}), HasSubstr("--skip-existing"));
   EXPECT_EQ(Query("SELECT RID FROM Tenants WHERE LastName='One'").size(), 0U);
 }

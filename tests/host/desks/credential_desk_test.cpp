@@ -292,6 +292,7 @@ TEST_F(CredentialDesks, WhoLosesWhatByAnAssignmentIsKnownBeforeIt) {
 TEST(AssignmentQuestion, NamesEverybodyWhoLosesACredential) {
   AssignmentLosses losses;
   EXPECT_FALSE(losses.any());
+  EXPECT_EQ(QuestionOf(losses, "Transmitter-301 (RID 17)", "Cole"), std::nullopt);
   losses.holders = {"Abel Karin", "Berg Bea"};
   EXPECT_TRUE(losses.any());
   EXPECT_EQ(QuestionOf(losses, "Transmitter-301 (RID 17)", "Cole"),
@@ -301,6 +302,7 @@ TEST(AssignmentQuestion, NamesEverybodyWhoLosesACredential) {
   EXPECT_TRUE(losses.any());
   EXPECT_EQ(QuestionOf(losses, "Transmitter-301 (RID 17)", "Cole"),
             "Cole has two credentials and loses Transmitter-302 (RID 18). Go on?");
+  EXPECT_EQ(QuestionOf(losses, "Transmitter-301 (RID 17)", ""), std::nullopt) << "taken back";
 }
 
 TEST_F(CredentialDesks, ATenantWhoGotAnotherCredentialSinceTheQuestionLosesNone) {

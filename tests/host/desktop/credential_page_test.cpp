@@ -232,12 +232,8 @@ TEST_F(CredentialScreens, ASaveMakesTheCallsThatItMakesWithoutAWindow) {
   ASSERT_GT(shown.size(), 10U);
 
   std::vector<std::string> headless;
-  Surroundings surroundings;
-  surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
-  surroundings.trace = [&headless](std::string_view line) { headless.emplace_back(line); };
-  CreateStore(File("other.db"), true, surroundings.clock);
-  DeskSession session(OpenStoreFile(File("other.db"), Access::kChange), surroundings);
-  CredentialDesk desk(session, kUnit, DeskScreen::kCredentials);
+  const auto session = WithoutAWindow(headless);
+  CredentialDesk desk(*session, kUnit, DeskScreen::kCredentials);
   NewCredentials entry;
   entry.type = "card26";
   entry.first = "9001";

@@ -18,6 +18,10 @@ namespace {
 
 constexpr int kBetweenLooks = 5;  // milliseconds
 
+qorcred::Date TheTestsDay() {
+  return qorcred::FromCivil({2026, 1, 31, 14, 5, 9});
+}
+
 int RowOf(const QAbstractItemModel& model, const char* entry) {
   for (int row = 0; row < model.rowCount(); ++row) {
     if (model.index(row, 0).data().toString() == QString::fromUtf8(entry)) {
@@ -141,7 +145,7 @@ DesktopTest::~DesktopTest() {
 void DesktopTest::MakeWindow() {
   window_.reset();
   WorkSurroundings surroundings;
-  surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
+  surroundings.clock = TheTestsDay;
   surroundings.author = {"anna", "qordesk on lobby", {}};
   surroundings.trace = [this](std::string_view line) { trace_.emplace_back(line); };
   window_ = std::make_unique<MainWindow>(*settings_, surroundings);
@@ -151,6 +155,15 @@ void DesktopTest::MakeWindow() {
 
 std::filesystem::path DesktopTest::File(const std::string& name) const {
   return std::filesystem::path(FromQt(folder_.path())) / name;
+}
+
+std::unique_ptr<DeskSession> DesktopTest::WithoutAWindow(std::vector<std::string>& trace) const {
+  Surroundings surroundings;
+  surroundings.clock = TheTestsDay;
+  surroundings.trace = [&trace](std::string_view line) { trace.emplace_back(line); };
+  CreateStore(File("other.db"), true, surroundings.clock);
+  return std::make_unique<DeskSession>(OpenStoreFile(File("other.db"), Access::kChange),
+                                       surroundings);
 }
 
 void DesktopTest::OpenDemoAt(const QString& screen) {

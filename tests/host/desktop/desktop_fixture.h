@@ -23,6 +23,7 @@
 #include <vector>
 
 #include "frame/date.h"
+#include "host/desks/session.h"
 #include "host/desktop/shell/main_window.h"
 
 namespace qorhost::test {
@@ -80,6 +81,8 @@ class DesktopTest : public testing::Test {
   /// The demo building in a file, shown at a screen for unit 2.
   void OpenDemoAt(const QString& screen);
   [[nodiscard]] std::filesystem::path File(const std::string& name) const;
+  /// A session on another demo building, with the same clock, which adds its calls to `trace`.
+  [[nodiscard]] std::unique_ptr<DeskSession> WithoutAWindow(std::vector<std::string>& trace) const;
 
   [[nodiscard]] MainWindow& window() { return *window_; }
   [[nodiscard]] ScreenPage& page() { return *window_->page(); }

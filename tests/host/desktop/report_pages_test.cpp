@@ -226,11 +226,8 @@ TEST_F(CredentialReports, MakeTheCallsThatTheyMakeWithoutAWindow) {
   ASSERT_GT(shown.size(), 20U);
 
   std::vector<std::string> headless;
-  Surroundings surroundings;
-  surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
-  surroundings.trace = [&headless](std::string_view line) { headless.emplace_back(line); };
-  DeskSession session(OpenStoreFile(File("building.db"), Access::kRead), surroundings);
-  CredentialReport report(session, kUnit, {"Card Number < 1005"});
+  const auto session = WithoutAWindow(headless);
+  CredentialReport report(*session, kUnit, {"Card Number < 1005"});
   ASSERT_TRUE(report.Run().done());
   EXPECT_EQ(shown, run(headless));
 }

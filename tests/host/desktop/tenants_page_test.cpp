@@ -255,12 +255,8 @@ TEST_F(TenantScreens, ACardIsGivenByTheCallsThatGiveItWithoutAWindow) {
   ASSERT_GT(shown.size(), 100U);
 
   std::vector<std::string> headless;
-  Surroundings surroundings;
-  surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
-  surroundings.trace = [&headless](std::string_view line) { headless.emplace_back(line); };
-  CreateStore(File("other.db"), true, surroundings.clock);
-  DeskSession session(OpenStoreFile(File("other.db"), Access::kChange), surroundings);
-  TenantDesk desk(session, kUnit);
+  const auto session = WithoutAWindow(headless);
+  TenantDesk desk(*session, kUnit);
   desk.Choose({"O'Brien Paula"});
   TenantEntry entry;
   entry.cards = {"Corvin 30-Bit Card-1002", "Transmitter-325"};

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "host/files/file_error.h"
 
 namespace qorhost {
 namespace {
@@ -38,6 +41,16 @@ TEST(EncodingDoubt, TellsWhatATextIsInsteadAndWhereItShows) {
     const EncodingDoubt doubt = DoubtAbout(row.text);
     EXPECT_EQ(doubt.isLikeUtf16, row.isLikeUtf16) << row.name;
     EXPECT_EQ(doubt.badLine, row.badLine) << row.name;
+    std::optional<FileProblem> refused;
+    try {
+      RequireUndoubted(row.text);
+    } catch (const FileError& refusal) {
+      refused = refusal.problem();
+    }
+    EXPECT_EQ(refused, row.isLikeUtf16    ? std::optional(FileProblem::kLikeUtf16)
+                       : row.badLine != 0 ? std::optional(FileProblem::kNotUtf8)
+                                          : std::nullopt)
+        << row.name;
   }
 }
 
