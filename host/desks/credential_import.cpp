@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "frame/text.h"
+#include "host/desks/card_door.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
 #include "host/desks/credential_line.h"
@@ -48,7 +49,7 @@ constexpr std::array<ImportColumn, kColumnCount> kColumns{{
      "a tenant's last name, first name and initial; Unassigned or empty: none", "Tenant"},
     {caption::kRid, false, "not looked at: new rows get identities of their own"},
     {caption::kTenantRid, false, "not looked at"},
-    {"Door", false, {}, {}, true},
+    {"Door", false, "the door that a card opens, by number or name; empty or none: no door"},
     {"Tenant id", false, {}, {}, true},
 }};
 
@@ -73,15 +74,30 @@ class CredentialImport {
   Outcome Enter(const ImportLine& line) {
     TypeAll(line);
     const IssuedCredentials issued = desk_.SaveNew();
+    Outcome entered = WithoutFacts(issued);
     if (issued.done()) {
       if (const std::optional<std::int32_t> tenant = FindTenant(line)) {
-        return desk_.AssignIssued(issued, *tenant);
+        entered = desk_.AssignIssued(issued, *tenant);
       }
     }
-    return WithoutFacts(issued);
+    if (entered.done()) {
+      OpenDoor(line, issued);
+    }
+    return entered;
   }
 
  private:
+  void OpenDoor(const ImportLine& line, const IssuedCredentials& issued) {
+    const std::string_view given = line.Trimmed(kDoor);
+    if (given.empty()) {
+      return;
+    }
+    const double type = FindCredentialType(EnteredTypes(), issued.type)->type;
+    if (const std::int32_t door = DoorInCell(desk_.screen().List("cboActivate"), type, given)) {
+      WriteDoor(session_, desk_.unitKey(), issued.RidOf(issued.first), door);
+    }
+  }
+
   /// The tenant's place in the list; nothing for nobody.
   [[nodiscard]] std::optional<std::int32_t> FindTenant(const ImportLine& line) {
     const std::string_view given = line.Trimmed(kAssignedTo);
@@ -146,6 +162,7 @@ ImportReport ImportCredentials(DeskSession& session, std::int32_t unitKey, Impor
   auto fields = CredentialFields(kType);
   std::vector<ColumnField> inputs(fields.begin(), fields.end());
   inputs.push_back({credential_field::kTenant, kAssignedTo});
+  inputs.push_back({credential_field::kDoor, kDoor});
   const std::vector<FieldWord> words = WordsOf(file, inputs);
   ImportRun run(session, {{unitKey}, "import credentials", {}}, rules, words);
   CredentialImport entering(session, unitKey);

@@ -85,7 +85,6 @@ class TenantDesk {
   [[nodiscard]] std::optional<std::vector<std::int32_t>> CardsIn(const TenantEntry& entry);
   void RequireFree(const std::vector<std::int32_t>& cards, std::int32_t but);
   [[nodiscard]] Outcome Give(std::int32_t card, const TenantRow& tenant);
-  void QueueStep(std::int32_t rid);
 
   DeskSession& session_;
   std::int32_t unitKey_;

@@ -8,6 +8,7 @@
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
 #include "frame/text.h"
+#include "host/desks/card_door.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/import_run.h"
@@ -259,22 +260,12 @@ const TenantImportCards::Card& TenantImportCards::Issue(const ImportLine& line, 
   return issued_.back();
 }
 
-/// No controller's operation writes a door alone.
 void TenantImportCards::OpenDoor(Card& card, std::string_view given) {
-  const std::int32_t door = FindDoor(desk_.screen().List("cboActivate"), field::kDoor, given);
-  if (card.type == qorcred::kTransmitter && door != 0) {
-    throw InputFault(field::kDoor, given,
-                     "{field} '{value}' must be left empty: only cards have a door");
+  const std::int32_t door = DoorInCell(desk_.screen().List("cboActivate"), card.type, given);
+  if (card.door != door) {
+    WriteDoor(session_, unitKey_, card.rid, door);
+    card.door = door;
   }
-  if (card.door == door) {
-    return;
-  }
-  (void)session_.sql().Change(
-      fmt::format("UPDATE CREDENTIALBANK SET DOORCODE={}, LASTMODIFIEDDATE='_LMDATE_' WHERE "
-                  "UnitKey={} AND RID={}",
-                  door, unitKey_, card.rid),
-      dialect::StatementKind::kUpdate);
-  card.door = door;
 }
 
 }  // namespace qorhost

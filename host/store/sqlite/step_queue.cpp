@@ -39,6 +39,22 @@ void StepQueue::QueueAll(std::int32_t unitKey, std::string_view kind,
   });
 }
 
+void StepQueue::WithdrawAll(std::int32_t unitKey, std::string_view kind,
+                            std::span<const std::int32_t> subjectRids) {
+  session_.Writing([&] {
+    ForEachRun(subjectRids, [&](std::int32_t first, std::int32_t last) {
+      const StatementUse withdraw(
+          session_.Own("DELETE FROM ProgramSteps WHERE UnitKey=?1 AND SubjectRID BETWEEN ?2 AND ?3 "
+                       "AND Kind=?4 AND Sent=0"));
+      withdraw->BindNumber(1, unitKey);
+      withdraw->BindNumber(2, first);
+      withdraw->BindNumber(3, last);
+      withdraw->BindText(4, kind);
+      withdraw->Step();
+    });
+  });
+}
+
 std::int64_t StepQueue::Withdraw(std::int32_t unitKey, std::string_view kind,
                                  std::int32_t subjectRid) {
   return session_.Writing([&] {

@@ -68,7 +68,10 @@ TEST_F(RoundTrip, AListOfCredentialsIsImported) {
   // Residents and tenants with two of them are not among those to whom the screen assigns.
   Change("UPDATE Tenants SET CREDENTIALID1=NULL WHERE Resident<>0 AND UnitKey=2");
   Change("UPDATE Tenants SET CREDENTIALID2=NULL WHERE UnitKey=2");
-  const std::string kOwn = "type,number,facility,id_code,sequence,button,tenant";
+  Change(
+      "UPDATE CredentialBank SET DOORCODE=3 WHERE CredentialType<>2 AND PINNo BETWEEN 1001 AND "
+      "1012 AND UnitKey=2");
+  const std::string kOwn = "type,number,facility,id_code,sequence,button,door,tenant";
   const std::string before = Listed("credentials", kOwn);
   const std::string exported = Listed("credentials");
   Change("UPDATE Tenants SET CREDENTIALID1=NULL WHERE UnitKey=2");
