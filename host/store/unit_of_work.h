@@ -87,8 +87,8 @@ class UnitOfWork {
   [[nodiscard]] virtual bool open() const noexcept = 0;
   /// How many rows it has written so far: two equal numbers mean that nothing was in between.
   [[nodiscard]] virtual std::int64_t written() const noexcept = 0;
-  /// How many programming steps it has queued so far, less those that it took back; of the latest
-  /// one that wrote when none does, kept or not.
+  /// How many programming steps it has queued so far and not taken back, also in the place of ones
+  /// that waited; of the latest one that wrote when none does, kept or not.
   [[nodiscard]] virtual std::int64_t stepsQueued() const noexcept = 0;
   /// Whether nobody else can write until its end.
   [[nodiscard]] virtual bool locked() const noexcept = 0;

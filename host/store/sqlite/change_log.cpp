@@ -62,7 +62,7 @@ struct ChangeLog::Hook {
       log.counts_.OnChange(operation, name);
       WatchedTable* const table = log.Find(name);
       if (table == nullptr) {
-        log.CountStep(operation, name);
+        log.CountStep(operation, name, operation == SQLITE_INSERT ? after : before);
         return;
       }
       switch (operation) {
@@ -108,6 +108,7 @@ void ChangeLog::Start() {
   changes_.clear();
   touched_ = 0;
   steps_ = 0;
+  firstStep_ = 0;
   incomplete_ = false;
   on_ = true;
 }
@@ -180,9 +181,15 @@ void ChangeLog::RequireComplete() const {
   }
 }
 
-void ChangeLog::CountStep(int operation, std::string_view table) noexcept {
-  if (table == "ProgramSteps") {
-    steps_ += operation == SQLITE_INSERT ? 1 : operation == SQLITE_DELETE ? -1 : 0;
+void ChangeLog::CountStep(int operation, std::string_view table, std::int64_t rid) noexcept {
+  if (operation == SQLITE_UPDATE || table != "ProgramSteps") {
+    return;
+  }
+  if (operation == SQLITE_INSERT) {
+    firstStep_ = firstStep_ == 0 ? rid : firstStep_;
+    ++steps_;
+  } else if (firstStep_ != 0 && rid >= firstStep_) {
+    --steps_;  // those of others have lower numbers, for none comes twice
   }
 }
 

@@ -214,7 +214,13 @@ TEST_F(Trials, TellHowManyStepsWouldBeQueued) {
               testing::HasSubstr("1 changed, and queued 1 programming step. This was a trial"));
   EXPECT_THAT(
       Run({"--unit", "2", "tenants", "edit", "rid:61", "rid:62", "--schedule1", "0", "-n"}).out,
-      testing::EndsWith(" Nothing was changed.\nWould queue 2 programming steps.\n"));
+      testing::EndsWith(", and queued 2 programming steps. Nothing was changed.\n"));
+  // A step that waits already makes way for the new one.
+  ASSERT_EQ(Run({"--unit", "2", "tenants", "edit", "rid:61", "--schedule1", "0"}).status, 0);
+  EXPECT_THAT(
+      Run({"--unit", "2", "tenants", "edit", "rid:61", "rid:62", "--schedule2", "0", "-n"}).out,
+      testing::EndsWith(", and queued 2 programming steps. Nothing was changed.\n"));
+  ASSERT_EQ(Run({"--unit", "2", "steps", "done"}).status, 0);
   EXPECT_THAT(Rows({"--unit", "2", "steps", "list"}), testing::IsEmpty());
 }
 
