@@ -37,6 +37,14 @@ std::string Listed(const std::vector<UnitName>& units) {
   return fmt::format("{}{}", fmt::join(names, ", "), units.size() > kMost ? ", ..." : "");
 }
 
+/// What a trial would have queued besides: ", and queued 2 programming steps".
+std::string StepsThen(std::int64_t steps) {
+  return steps <= 0
+             ? std::string()
+             : fmt::format(", and queued {}", Counted(static_cast<std::size_t>(steps),
+                                                      "programming step", "programming steps"));
+}
+
 }  // namespace
 
 Patience PatienceOf(const GlobalOptions& global, Console& console) {
@@ -101,9 +109,9 @@ bool CommandSession::ToldTrial(const Outcome& outcome) {
   if (global_.json || !outcome.done() || outcome.unchanged) {
     return false;
   }
-  const TriedChanges tried = ChangesTried(session_);
+  const TriedChanges tried = ChangesTried(session_, NamedFor::kPeople);
   PrintTable(console_.out, tried.fields);
-  console_.out << "Would have changed " << tried.summary
+  console_.out << "Would have changed " << tried.summary << StepsThen(tried.steps)
                << ". This was a trial, nothing was changed.\n";
   return true;
 }
@@ -134,7 +142,7 @@ void CommandSession::Report(ChangeReport report) {
 
 void CommandSession::AddTried(JsonObject& facts) {
   if (trial_ == Trial::kYes) {
-    facts.Add("changes", ChangesTried(session_).fields);
+    facts.Add("changes", ChangesTried(session_, NamedFor::kPrograms).fields);
   } else {
     facts.Add("changes", qorcred::Null{});
   }

@@ -212,10 +212,25 @@ TEST_F(Trials, TellEveryFieldThatWouldChange) {
   EXPECT_EQ(told["changed"].size(), 1U);
   bool found = false;
   for (const nlohmann::json& change : told["changes"]) {
-    found = found || (change["table"] == "DirectoryCode" && change["field"] == "PHONENUMBER" &&
+    found = found || (change["table"] == "DirectoryCode" && change["field"] == "phone" &&
                       change["before"] == "555-0100" && change["after"] == "555-9999");
   }
   EXPECT_TRUE(found) << tried.out;
+}
+
+TEST_F(Trials, TellHowManyStepsWouldBeQueued) {
+  EXPECT_THAT(Run({"--unit", "2", "dircodes", "renumber", "101", "180", "-n"}).out,
+              testing::HasSubstr("1 changed, and queued 1 programming step. This was a trial"));
+  EXPECT_THAT(
+      Run({"--unit", "2", "tenants", "edit", "rid:61", "rid:62", "--schedule1", "0", "-n"}).out,
+      testing::EndsWith(", and queued 2 programming steps. Nothing was changed.\n"));
+  // A step that waits already makes way for the new one.
+  ASSERT_EQ(Run({"--unit", "2", "tenants", "edit", "rid:61", "--schedule1", "0"}).status, 0);
+  EXPECT_THAT(
+      Run({"--unit", "2", "tenants", "edit", "rid:61", "rid:62", "--schedule2", "0", "-n"}).out,
+      testing::EndsWith(", and queued 2 programming steps. Nothing was changed.\n"));
+  ASSERT_EQ(Run({"--unit", "2", "steps", "done"}).status, 0);
+  EXPECT_THAT(Rows({"--unit", "2", "steps", "list"}), testing::IsEmpty());
 }
 
 TEST_F(Trials, TakeQuestionsAsAnsweredYesUnlessNoIsSaid) {
