@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <array>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -18,6 +19,7 @@
 #include "tests/com/scenarios/object_dispatch.h"
 #include "tests/com/scenarios/typed_components.h"
 #include "tests/com/support/offered_component.h"
+#include "tests/com/support/variant.h"
 
 namespace qortest {
 
@@ -108,6 +110,36 @@ TEST_P(ScenarioTest, GivesTheKeptTranscriptThroughTheComponent) {
 
 TEST_P(ScenarioTest, GivesTheKeptTranscriptWithComponentsThatDeclareTheirArguments) {
   EXPECT_EQ(RunThroughComponent(GetParam(), AsTypedComponent), Kept());
+}
+
+// What the scenarios above would end with, were a number handed over by reference whose variable is
+// not the one declared.
+TEST(TypedComponentTest, TakesADoubleForALongByValueAndNotByReference) {
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  {
+    RecordingHost host(ScreenKind::kDirectoryCode);
+    const ComPtr<IDispatch> sender =
+        AsTypedComponent(qorcred::component::kStepSender,
+                         host.host().CreateComponent(qorcred::component::kStepSender));
+    std::wstring member = L"pbDeleteDirCodePrgStepExists";
+    LPOLESTR name = member.data();
+    DISPID id = DISPID_UNKNOWN;
+    ASSERT_EQ(sender->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_NEUTRAL, &id), S_OK);
+    const auto ask = [&](const VARIANT& code) {
+      Variant connection(AsAutomationObject(host.connection()));
+      std::array<VARIANT, 3> reversed{code, Variant(1), connection};
+      DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+      Variant result;
+      return sender->Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_METHOD, &parameters, &result,
+                            nullptr, nullptr);
+    };
+    double code = 12.0;
+    LONG whole = 12;
+    EXPECT_EQ(ask(Variant(code)), S_OK);
+    EXPECT_EQ(ask(Variant::Reference(VT_I4, &whole)), S_OK);
+    EXPECT_EQ(ask(Variant::Reference(VT_R8, &code)), DISP_E_TYPEMISMATCH);
+  }
+  CoUninitialize();
 }
 
 INSTANTIATE_TEST_SUITE_P(Component, ScenarioTest,
