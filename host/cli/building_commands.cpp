@@ -70,22 +70,11 @@ ChangedUnit WithConsent(CommandSession& session,
   return change(OtherUnits::kChanged);
 }
 
-/// The unit that `given` names, or the one of --unit.
-UnitName UnitNamed(CommandSession& session, const std::string& given) {
-  const auto key = WholeNumber(given);
-  for (const UnitName& unit : session.desks().Units()) {
-    if (key && unit.key == *key) {
-      return unit;
-    }
-  }
-  throw UsageError(fmt::format("there is no unit '{}': 'qorhost units' lists them", given));
-}
-
 std::vector<UnitToDelete> UnitsToDelete(CommandSession& session,
                                         const std::vector<std::string>& given) {
   std::vector<UnitName> units;
   for (const std::string& one : given) {
-    units.push_back(UnitNamed(session, one));
+    units.push_back(session.UnitNamed(one));
   }
   return WithContents(session.desks(), units);
 }
@@ -151,7 +140,7 @@ ExitStatus RunUnitEdit(const GlobalOptions& global, const UnitOptions& options, 
   CommandSession session(global, Access::kChange, console);
   std::vector<std::int32_t> keys;
   for (const std::string& given : options.toEdit) {
-    const std::int32_t key = UnitNamed(session, given).key;
+    const std::int32_t key = session.UnitNamed(given).key;
     if (std::find(keys.begin(), keys.end(), key) == keys.end()) {
       keys.push_back(key);
     }

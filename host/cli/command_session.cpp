@@ -98,7 +98,7 @@ CommandSession::CommandSession(const GlobalOptions& global, Access access, Conso
                    [this](std::string_view text, qorcred::MessageStyle style,
                           std::string_view title) { return operator_.Show(text, style, title); })) {
   if (trial_ == Trial::kYes) {
-    session_.sql().work().OnlyTry();
+    session_.OnlyTry();
   }
 }
 
@@ -150,20 +150,20 @@ void CommandSession::AddTried(JsonObject& facts) {
 }
 
 std::vector<UnitName> CommandSession::ChosenUnits() {
-  std::vector<UnitName> units = session_.Units();
   if (!global_.unit) {
-    return units;
+    return session_.Units();
   }
-  return {Find(*global_.unit, std::move(units))};
+  return {UnitNamed(std::to_string(*global_.unit))};
 }
 
-UnitName CommandSession::Find(std::int32_t key, std::vector<UnitName> units) const {
-  for (UnitName& unit : units) {
-    if (unit.key == key) {
+UnitName CommandSession::UnitNamed(const std::string& given) {
+  const auto key = WholeNumber(given);
+  for (UnitName& unit : session_.Units()) {
+    if (key && unit.key == *key) {
       return std::move(unit);
     }
   }
-  throw UsageError(fmt::format("there is no unit {} in '{}': 'qorhost units' lists them", key,
+  throw UsageError(fmt::format("there is no unit '{}' in '{}': 'qorhost units' lists them", given,
                                global_.file.string()));
 }
 
@@ -202,7 +202,7 @@ UnitName CommandSession::ChosenUnit() {
         global_.file.string()));
   }
   const std::optional<std::int32_t> key = NamedUnit();
-  UnitName chosen = key ? Find(*key, std::move(units)) : std::move(units.front());
+  UnitName chosen = key ? UnitNamed(std::to_string(*key)) : std::move(units.front());
   TellWhatIsMissing({chosen});
   return chosen;
 }

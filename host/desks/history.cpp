@@ -258,7 +258,7 @@ ChainHead ReadHead(std::string_view given) {
 
 std::vector<std::string> FaultsOfHistory(DeskSession& session,
                                          const std::vector<ChainHead>& noted) {
-  const Undoable oneState(session.sql().look());
+  const Undoable oneState = session.OneState();
   AuditLog& audit = session.sql().audit();
   std::vector<std::string> faults;
   for (const ChainFault& fault : audit.Check()) {

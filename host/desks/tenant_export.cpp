@@ -242,7 +242,7 @@ class TenantExport {
 }  // namespace
 
 Table ExportedTenants(DeskSession& session, std::int32_t unitKey) {
-  const Undoable oneState(session.sql().look());
+  const Undoable oneState = session.OneState();
   return TenantExport(session, unitKey).Run();
 }
 

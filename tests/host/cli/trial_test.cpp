@@ -6,6 +6,7 @@
 #include <iterator>
 #include <memory>
 
+#include "host/store/sqlite/database.h"
 #include "tests/host/cli/run_fixture.h"
 
 namespace qorhost::test {
@@ -121,16 +122,24 @@ class Writing : public RunFixture, public testing::WithParamInterface<WritingRow
       }
     }
   }
-  /// Every row of the store that a person or a unit would miss.
+  /// Every row of the store, the entries of its history too.
   [[nodiscard]] std::string Everything() {
-    std::string statements;
-    for (const char* table : {"Units", "UnitSettings", "DOORS", "Schedules", "Tenants",
-                              "CredentialBank", "DirectoryCode", "ProgramSteps", "TenantGroup"}) {
-      statements += std::string("SELECT * FROM ") + table + ";\n";
+    const sqlite::Database store(File("building.db"), OpenMode::kReadOnly);
+    std::string rows;
+    for (sqlite::Statement tables(store, "SELECT name FROM sqlite_schema WHERE type='table'");
+         tables.Step();) {
+      rows += tables.Text(0);
+      rows += '\n';
+      for (sqlite::Statement row(store, "SELECT * FROM " + std::string(tables.Text(0)));
+           row.Step();) {
+        for (int column = 0; column < row.columnCount(); ++column) {
+          rows += row.IsNull(column) ? std::string_view("NULL") : row.Text(column);
+          rows += '|';
+        }
+        rows += '\n';
+      }
     }
-    const Outcome rows = Run({"sql", "--json", "-"}, statements);
-    EXPECT_EQ(rows.status, 0) << rows.err;
-    return rows.out + Run({"history", "list"}).out;
+    return rows;
   }
   [[nodiscard]] std::string Input() const {
     if (words_.at(1) != "import") {
