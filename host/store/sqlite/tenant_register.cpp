@@ -21,10 +21,10 @@ void TenantRegister::EachName(const std::function<Reading(const StoredNames&)>& 
                    "FROM Tenants ORDER BY RID"));
   auto reading = Reading::kGoesOn;
   while (reading == Reading::kGoesOn && read->Step()) {
-    reading = take({static_cast<std::int32_t>(read->Number(kUnit)),
-                    static_cast<std::int32_t>(read->Number(kRid)), read->Text(kLast),
-                    read->Text(kFirst), read->Text(kInitial), read->Text(kAtUnit),
-                    read->Number(kResident) != 0});
+    reading =
+        take({static_cast<std::int32_t>(read->Number(kUnit)),
+              static_cast<std::int32_t>(read->Number(kRid)), read->Text(kLast), read->Text(kFirst),
+              read->Text(kInitial), read->Text(kAtUnit), read->Number(kResident) != 0});
   }
 }
 
