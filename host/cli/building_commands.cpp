@@ -12,6 +12,7 @@
 #include "host/desks/schedule_desk.h"
 #include "host/desks/unit_deletion.h"
 #include "host/desks/whole_number.h"
+#include "host/desks/words.h"
 #include "host/terminal/display_text.h"
 
 namespace qorhost {

@@ -166,7 +166,7 @@ void DescribeShells(CLI::App& app, Choice& choice) {
       });
   completion->add_option("SHELL", choice.shell, "bash, zsh or fish")
       ->required()
-      ->check(CLI::IsMember(Shells()));
+      ->check(CLI::IsMember(Shells()).description(""));
   AddCommand({app, choice.run}, "manual", "Print the manual page",
              "  qorhost manual > qorhost.1 && man ./qorhost.1", [&app](Console& console) {
                WriteManualPage(console.out, QORHOST_VERSION, WordsOf(app));

@@ -10,6 +10,7 @@
 #include "host/desks/history.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/whole_number.h"
+#include "host/desks/words.h"
 #include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
 #include "host/terminal/table_printer.h"

@@ -149,9 +149,9 @@ void WriteBash(std::ostream& out, const std::vector<CommandWords>& commands) {
   }
   out << "    esac\n  done\n"
          "  case \"$place $previous\" in\n";
-  for (auto command = commands.rbegin(); command != commands.rend(); ++command) {
-    WriteBashValues(out, *command);  // the program's own, which go with all, behind the others
-  }
+  // The program's own, which go with all commands, behind the others.
+  std::for_each(commands.rbegin(), commands.rend(),
+                [&out](const CommandWords& command) { WriteBashValues(out, command); });
   out << "  esac\n  case $previous in\n";
   fmt::print(out, "    {}) COMPREPLY=(); return ;;\n", withValues);
   out << "  esac\n  case $place in\n";

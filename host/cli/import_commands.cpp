@@ -195,7 +195,8 @@ void PrintRemarks(const ImportReport& report, bool asJson, Console& console) {
   for (const LineRemark& remark : report.remarks) {
     if (!remark.refused || !asJson) {
       (remark.refused ? refused : notes)
-          .Tell(fmt::format("line {}: {}", remark.line, Displayable(report.TextOf(remark))));
+          .Tell(fmt::format("{}line {}: {}", remark.refused ? "" : "note on ", remark.line,
+                            Displayable(report.TextOf(remark))));
     }
   }
   refused.TellRest();

@@ -28,7 +28,7 @@ void DescribeFormats(CLI::App& command, OutputOptions& output, const std::string
                      const std::vector<std::string>& formats) {
   command.add_option("--format", output.format, description)
       ->type_name(fmt::format("{}", fmt::join(formats, "|")))
-      ->check(CLI::IsMember(formats));
+      ->check(CLI::IsMember(formats).description(""));
   auto* to = command
                  .add_option("--to", output.to,
                              "The file to write, whose ending (.html, .csv, .json, .txt) says the "

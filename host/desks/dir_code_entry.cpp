@@ -183,23 +183,6 @@ void RequireWholeCode(DirCodeDesk& desk) {
   }
 }
 
-/// A save would store what begins with another text as 0, and what goes on behind a number as that
-/// number. An empty text is the controller's to refuse.
-void RequireNumber(const std::string& code) {
-  if (qorcred::Trim(code).empty() || IsWholeNumber(code)) {
-    return;
-  }
-  const TakenNumber number = NumberTaken(code);
-  if (!number.value) {
-    throw InputFault(field::kCode, code, "{field} '{value}' is too large a number");
-  }
-  if (!number.isAll) {
-    throw InputFault(field::kCode, code,
-                     fmt::format("{{field}} '{{value}}' is no number: it would be stored as {}",
-                                 qorcred::NumberText(*number.value)));
-  }
-}
-
 void Enter(ScreenModel& screen, const DirCodeEntry& entry) {
   TypeInto(screen.Box("txtPhoneNo"), field::kPhone, entry.phone);
   TypeInto(screen.Box("txtExtn"), field::kExtension, entry.extension);
@@ -215,6 +198,21 @@ void Enter(ScreenModel& screen, const DirCodeEntry& entry) {
 
 }  // namespace
 
+void RequireCodeNumber(const std::string& code) {
+  if (qorcred::Trim(code).empty() || IsWholeNumber(code)) {
+    return;
+  }
+  const TakenNumber number = NumberTaken(code);
+  if (!number.value) {
+    throw InputFault(field::kCode, code, "{field} '{value}' is too large a number");
+  }
+  if (!number.isAll) {
+    throw InputFault(field::kCode, code,
+                     fmt::format("{{field}} '{{value}}' is no number: it would be stored as {}",
+                                 qorcred::NumberText(*number.value)));
+  }
+}
+
 void TickForNewCode(ScreenModel& screen) {
   for (const std::string_view box : {"chkActive", "chkShowDisplayName", "chkShowDirCode"}) {
     screen.Check(box).SetState(1);
@@ -222,7 +220,7 @@ void TickForNewCode(ScreenModel& screen) {
 }
 
 void EnterNewCode(DirCodeDesk& desk, const std::string& code, const DirCodeEntry& entry) {
-  RequireNumber(code);
+  RequireCodeNumber(code);
   TickForNewCode(desk.screen());
   desk.TypeCode(code);
   Enter(desk.screen(), entry);
@@ -242,7 +240,7 @@ void RequireTypable(ScreenModel& screen) {
 
 void CheckTypedCode(DirCodeDesk& desk) {
   const std::string code = desk.screen().Box("txtdirectorycode").text();
-  RequireNumber(code);
+  RequireCodeNumber(code);
   desk.TypeCode(code);
   RequireTypable(desk.screen());
 }

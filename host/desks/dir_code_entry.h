@@ -37,6 +37,10 @@ struct DirCodeEntry {
   [[nodiscard]] bool IsEmpty() const;
 };
 
+/// A save would store what begins with another text as 0, and what goes on behind a number as that
+/// number: raises InputFault for them. An empty text is the controller's to refuse.
+void RequireCodeNumber(const std::string& code);
+
 /// Types a new code and sets the screen's controls as `entry` says; the others stay, but the code
 /// is active, with name and code shown, unless the entry says otherwise. Raises InputFault for what
 /// cannot be typed or chosen, for a code that is no whole number, and for texts that the store's

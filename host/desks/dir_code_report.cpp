@@ -94,8 +94,8 @@ std::vector<ReportField> FieldsIn(const ListModel& list,
     added.leftOut = LeftOutOf(rid);
     added.mayBeUnset = rid == field::kTimeDelay || rid == field::kCfTimeDelay;
     if (rid == field::kActive) {
-      added.yesWord = "Active";
-      added.noWord = "Inactive";
+      added.yesWord = dir_code_caption::kActiveWord;
+      added.noWord = dir_code_caption::kInactiveWord;
     }
     added.range = RangeOf(rid);
     if (added.kind == FieldKind::kSchedule) {

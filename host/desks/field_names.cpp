@@ -96,6 +96,10 @@ ListField NamedField(const NamedThing& thing, std::string_view key, FieldKind ki
   if (const FieldNames* names = FindNames(thing, key)) {
     field.title = names->title;
     field.otherNames = OtherNames(thing, key);
+    if (names->heading == code::kStatus) {
+      field.yesWord = code::kActiveWord;
+      field.noWord = code::kInactiveWord;
+    }
   }
   return field;
 }

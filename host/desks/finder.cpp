@@ -123,7 +123,7 @@ class Search {
   void LookAtTenants() {
     session_.sql().tenants().EachName([this](const StoredNames& names) {
       if (!units_.contains(names.unitKey)) {
-        return;
+        return Reading::kGoesOn;
       }
       NameMatch match =
           wanted_.MatchOf(reader_.Read({names.lastName, names.firstName, names.initial}));
@@ -139,6 +139,7 @@ class Search {
                          names.resident,
                          {}});
       }
+      return Reading::kGoesOn;
     });
   }
 
@@ -159,10 +160,11 @@ class Search {
     constexpr std::size_t kMost = 5;
     std::set<std::string> near;
     session_.sql().tenants().EachName([&](const StoredNames& names) {
-      if (near.size() < kMost && units_.contains(names.unitKey) &&
+      if (units_.contains(names.unitKey) &&
           IsNear({names.lastName, names.firstName, names.initial})) {
         near.insert(FullName(names.lastName, names.firstName, names.initial));
       }
+      return near.size() < kMost ? Reading::kGoesOn : Reading::kHasEnough;
     });
     for (const std::string& name : codeNames_) {
       if (near.size() < kMost && IsNear({name})) {

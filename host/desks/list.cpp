@@ -257,6 +257,8 @@ std::vector<ReportField> ConditionFields(const std::vector<ListField>& fields) {
     one.takesTimes = true;
     one.range = {0, kLargestUnitCode};
     one.names = field.names;
+    one.yesWord = field.yesWord;
+    one.noWord = field.noWord;
   }
   return known;
 }

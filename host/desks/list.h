@@ -34,6 +34,8 @@ struct ListField {
   bool isExtra = false;                   ///< a column that is there when it is asked for
   std::vector<std::string> names{};       ///< of schedules: those that a condition may name
   std::vector<std::string> otherNames{};  ///< that questions may use, too
+  std::string yesWord{};  ///< of yes or no: what reports say instead, which conditions take, too
+  std::string noWord{};
 };
 
 struct List {

@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "frame/convert.h"
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/name_words.h"
@@ -20,8 +21,8 @@ namespace {
 /// The tenants of a unit by everything that names them.
 class Directory {
  public:
-  Directory(const std::vector<TenantRow>& tenants, std::int32_t unitKey)
-      : tenants_(tenants), unitKey_(unitKey) {
+  Directory(const std::vector<TenantRow>& tenants, const TenantLinks& links, std::int32_t unitKey)
+      : tenants_(tenants), links_(links), unitKey_(unitKey) {
     for (std::size_t at = 0; at < tenants.size(); ++at) {
       byRid_.emplace(tenants[at].rid, at);
       byId_.emplace(tenants[at].tenantId, at);
@@ -101,9 +102,7 @@ class Directory {
     constexpr std::size_t kMost = 10;
     std::string described;
     for (std::size_t at = 0; at < std::min(places.size(), kMost); ++at) {
-      const TenantRow& tenant = tenants_[places[at]];
-      described +=
-          fmt::format("{}{} ({})", at == 0 ? "" : "; ", tenant.Name(), RowName(tenant.rid));
+      described += (at == 0 ? "" : "; ") + Described(tenants_[places[at]]);
     }
     throw InputFault(
         tenant_field::kTenant, given,
@@ -111,7 +110,15 @@ class Directory {
                     places.size(), InReason(described), places.size() > kMost ? "; ..." : ""));
   }
 
+  /// By which one of several is known: "Tanaka Xenia M (rid:62, code 102)".
+  [[nodiscard]] std::string Described(const TenantRow& tenant) const {
+    const std::string code = qorcred::TextOrEmpty(links_.Code(tenant.code));
+    return fmt::format("{} ({}{}{})", tenant.Name(), RowName(tenant.rid),
+                       code.empty() ? "" : ", code ", code);
+  }
+
   const std::vector<TenantRow>& tenants_;
+  const TenantLinks& links_;
   std::int32_t unitKey_;
   std::unordered_map<std::int32_t, std::size_t> byRid_;
   std::unordered_map<std::int32_t, std::size_t> byId_;
@@ -121,8 +128,9 @@ class Directory {
 }  // namespace
 
 std::vector<TenantRow> TenantsNamed(const std::vector<std::string>& texts,
-                                    const std::vector<TenantRow>& tenants, std::int32_t unitKey) {
-  Directory directory(tenants, unitKey);
+                                    const std::vector<TenantRow>& tenants, const TenantLinks& links,
+                                    std::int32_t unitKey) {
+  Directory directory(tenants, links, unitKey);
   std::vector<TenantRow> named;
   std::unordered_set<std::size_t> taken;
   for (const std::string& text : texts) {

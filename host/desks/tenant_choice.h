@@ -13,9 +13,9 @@ namespace qorhost {
 /// by rows as in "rid:17,18", or by words of the name in whatever order, without accents and letter
 /// case; words may be cut short. A name that is whole wins over one that has more words, and that
 /// over words that are cut short. Raises InputFault when there is none or, with those whom it may
-/// mean, when there are several.
+/// mean and their codes, when there are several.
 [[nodiscard]] std::vector<TenantRow> TenantsNamed(const std::vector<std::string>& texts,
                                                   const std::vector<TenantRow>& tenants,
-                                                  std::int32_t unitKey);
+                                                  const TenantLinks& links, std::int32_t unitKey);
 
 }  // namespace qorhost

@@ -84,7 +84,7 @@ void TenantDesk::ChooseBy(const std::function<std::vector<TenantRow>()>& choose)
 }
 
 void TenantDesk::Choose(const std::vector<std::string>& names) {
-  ChooseBy([&] { return TenantsNamed(names, tenants_, unitKey_); });
+  ChooseBy([&] { return TenantsNamed(names, tenants_, *links_, unitKey_); });
 }
 
 void TenantDesk::ChooseWhere(const std::vector<std::string>& conditions) {

@@ -10,6 +10,7 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/row_names.h"
+#include "host/desks/shown_value.h"
 #include "host/desks/tenant_fields.h"
 #include "host/desks/tenant_groups.h"
 #include "host/desks/typed_input.h"
@@ -257,7 +258,7 @@ TenantRow TenantValues::AppliedTo(const TenantRow& before) const {
                      (end_ ? typed_.to : typed_.from).value_or(""),
                      fmt::format("{{field}} '{{value}}': the period of {} would end before it "
                                  "begins, on {}",
-                                 InReason(row.Name()), qorcred::DateText(*row.start)));
+                                 InReason(row.Name()), ShownText(*row.start)));
   }
   return row;
 }

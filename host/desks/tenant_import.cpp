@@ -88,6 +88,7 @@ class TenantImport {
   }
 
   Outcome EnterTenant(const ImportLine& line, const LineName& name, ImportNotes& notes) {
+    codes_.RequireNumber(line);  // without one the line would mean somebody else
     const std::string_view tenantId = line.Trimmed(column::kTenantId);
     const TenantImportPeople::Match match = people_.Find(name, NumberOfCode(line), tenantId);
     if (match.same != nullptr) {

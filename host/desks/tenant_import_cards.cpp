@@ -14,6 +14,7 @@
 #include "host/desks/import_run.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/tenant_file.h"
+#include "host/desks/typed_input.h"
 #include "host/desks/whole_number.h"
 #include "host/desks/words.h"
 
@@ -129,6 +130,11 @@ std::int32_t TenantImportCards::TakeIn(const ImportLine& line, const Slot& slot,
     return entry.empty() ? 0 : TakeListed(entry, holder);
   }
   RequireNoSeparators(field::kFirst, number);
+  if (!IsWholeNumber(number)) {
+    // What the controller says of it would name neither the cell nor its column.
+    throw InputFault(field::kFirst, number,
+                     "{field} '{value}' is no whole number: write it in digits alone");
+  }
   const std::string_view door = line.Trimmed(slot.door);
   if (const Card* known = Find(line, slot)) {
     if (stored == StoredAlready::kRefused) {

@@ -73,6 +73,19 @@ std::string_view TenantImportCodes::CodeIn(const ImportLine& line) {
   return code.empty() ? line.Trimmed(tenant_file_column::kApartment) : code;
 }
 
+void TenantImportCodes::RequireNumber(const ImportLine& line) const {
+  const std::string_view given = CodeIn(line);
+  if (given.empty() || SaysNone(given)) {
+    return;
+  }
+  try {
+    RequireNoSeparators(field::kCode, given);
+    RequireCodeNumber(std::string(given));
+  } catch (const InputFault& fault) {
+    throw RefusedError(InWords(fault, words_));
+  }
+}
+
 void TenantImportCodes::Keep() {
   if (added_) {
     byNumber_.insert(std::move(*added_));

@@ -30,6 +30,9 @@ class TenantImportCodes {
   [[nodiscard]] std::int32_t Take(const ImportLine& line, const std::string& displayName,
                                   StoredAlready stored, ImportNotes& notes);
 
+  /// Raises RefusedError for a cell that is no number to be dialled.
+  void RequireNumber(const ImportLine& line) const;
+
   void Keep();
   void Drop() { added_.reset(); }
 

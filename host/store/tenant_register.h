@@ -19,6 +19,9 @@ struct StoredNames {
   bool resident = false;
 };
 
+/// Whether whoever takes names wants more of them.
+enum class Reading : bool { kHasEnough, kGoesOn };
+
 /// A part of SqlSession, and raises what that raises.
 class TenantRegister {
  public:
@@ -29,8 +32,9 @@ class TenantRegister {
   /// The tenant id of a row; 0 when the unit has no such row.
   [[nodiscard]] virtual std::int32_t TenantIdOf(std::int32_t unitKey, std::int32_t rid) = 0;
 
-  /// Goes over the tenants of all units, without making values of what it hands over.
-  virtual void EachName(const std::function<void(const StoredNames&)>& take) = 0;
+  /// Goes over the tenants of all units until `take` says that it has enough, without making values
+  /// of what it hands over.
+  virtual void EachName(const std::function<Reading(const StoredNames&)>& take) = 0;
 
   /// Gives each of the unit's rows its row in TenantsBackup. Takes one statement for each run of
   /// rows without gaps.

@@ -14,15 +14,17 @@ std::int32_t TenantRegister::TenantIdOf(std::int32_t unitKey, std::int32_t rid) 
   return find->Step() ? static_cast<std::int32_t>(find->Number(0)) : 0;
 }
 
-void TenantRegister::EachName(const std::function<void(const StoredNames&)>& take) {
+void TenantRegister::EachName(const std::function<Reading(const StoredNames&)>& take) {
   enum Column { kUnit, kRid, kLast, kFirst, kInitial, kAtUnit, kResident };
   const StatementUse read(
       session_.Own("SELECT UnitKey, RID, LastName, FirstName, MiddleInitial, NameAtUnit, Resident "
                    "FROM Tenants ORDER BY RID"));
-  while (read->Step()) {
-    take({static_cast<std::int32_t>(read->Number(kUnit)),
-          static_cast<std::int32_t>(read->Number(kRid)), read->Text(kLast), read->Text(kFirst),
-          read->Text(kInitial), read->Text(kAtUnit), read->Number(kResident) != 0});
+  auto reading = Reading::kGoesOn;
+  while (reading == Reading::kGoesOn && read->Step()) {
+    reading =
+        take({static_cast<std::int32_t>(read->Number(kUnit)),
+              static_cast<std::int32_t>(read->Number(kRid)), read->Text(kLast), read->Text(kFirst),
+              read->Text(kInitial), read->Text(kAtUnit), read->Number(kResident) != 0});
   }
 }
 

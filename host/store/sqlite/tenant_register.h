@@ -12,7 +12,7 @@ class TenantRegister final : public qorhost::TenantRegister {
   explicit TenantRegister(Session& session) : session_(session) {}
 
   [[nodiscard]] std::int32_t TenantIdOf(std::int32_t unitKey, std::int32_t rid) override;
-  void EachName(const std::function<void(const StoredNames&)>& take) override;
+  void EachName(const std::function<Reading(const StoredNames&)>& take) override;
   void BackUp(std::int32_t unitKey, std::span<const std::int32_t> rids) override;
   [[nodiscard]] std::int32_t NextLinkCode(std::int32_t unitKey) override;
   void TakeLinkCodes(std::int32_t unitKey, std::int32_t count) override;

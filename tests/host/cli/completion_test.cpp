@@ -78,6 +78,7 @@ TEST_F(Completion, BashIsOfferedFilesWhereAValueIsDue) {
 TEST_F(Completion, BashIsOfferedTheValuesThatThereAre) {
   InitDemo();
   EXPECT_EQ(Offered("qorhost units list --format t"), "table\n");
+  EXPECT_EQ(Offered("qorhost units list --format h"), "html\n");
   EXPECT_EQ(Offered("qorhost tenants edit 62 --resident \"\""), "yes no\n");
   EXPECT_EQ(Offered("qorhost tenants list --unit \"\""), "1 2 3\n");
   EXPECT_EQ(Offered("qorhost --unit 2 tenants edit 62 --schedule1 L"), "Late\\ Shift\n");

@@ -20,13 +20,14 @@ TEST_F(DirCodeImport, EveryRemarkIsPrintedWithItsLineAndTheCountsWithTheEnd) {
         Import("dircodes", text,
                dryRun ? std::vector<std::string>{"--dry-run"} : std::vector<std::string>{});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err,
-              "qorhost: line 2: Phone No. Delay '7' was not taken over: without an extension it "
-              "is 2\n"
-              "qorhost: line 3: Display Name 'a\\x1B[2Jb' cannot be typed into a box: it has "
-              "control characters or bytes that are not UTF-8\n"
-              "qorhost: line 4: This Directory Code already exists. Please enter a different "
-              "Directory Code.\n");
+    EXPECT_EQ(
+        outcome.err,
+        "qorhost: note on line 2: Phone No. Delay '7' was not taken over: without an extension it "
+        "is 2\n"
+        "qorhost: line 3: Display Name 'a\\x1B[2Jb' cannot be typed into a box: it has "
+        "control characters or bytes that are not UTF-8\n"
+        "qorhost: line 4: This Directory Code already exists. Please enter a different "
+        "Directory Code.\n");
     EXPECT_EQ(outcome.out,
               dryRun ? "Would import 2 directory codes, 2 lines refused, in unit 2, Linden Park. "
                        "Nothing was written.\n"

@@ -121,6 +121,8 @@ TEST_F(ListCommands, FitTheTerminalAndGoWholeIntoAPipe) {
 TEST_F(ListCommands, ReportsTakeTheWordsThatTheyPrint) {
   EXPECT_EQ(Rows({"report", "dircodes", "--where", "Directory Status = Active"}).size(), 10U);
   EXPECT_EQ(Rows({"report", "dircodes", "--where", "Directory Status = inactive"}).size(), 0U);
+  EXPECT_EQ(Rows({"dircodes", "list", "--where", "Directory Status = Active"}).size(), 10U);
+  EXPECT_EQ(Rows({"dircodes", "list", "--where", "active = inactive"}).size(), 0U);
   EXPECT_EQ(Rows({"report", "credentials", "--where", "Assigned To begins with Abbott"}),
             Rows({"report", "credentials", "--where", "Tenant Name begins with Abbott"}));
   const nlohmann::json sorted =

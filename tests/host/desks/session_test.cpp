@@ -146,6 +146,28 @@ TEST_F(Session, StepsOfManyRowsAreQueuedInTheirOrder) {
   EXPECT_EQ(steps.List(kUnit).size(), rids.size());
 }
 
+TEST_F(Session, StepsOfManyRowsTakeThePlaceOfThoseThatWait) {
+  StepQueue& steps = session().sql().steps();
+  Run("DELETE FROM ProgramSteps");
+  for (const std::int32_t rid : {71, 63, 70}) {
+    steps.Queue(kUnit, step::kProgramTenant, rid);
+  }
+  steps.Queue(kUnit, step::kProgramDirectoryCode,
+              71);  // of another row, which has that number, too
+  steps.Queue(1, step::kProgramTenant, 71);
+  Run("UPDATE ProgramSteps SET Sent=True WHERE SubjectRID=70");
+  steps.QueueAllOnce(kUnit, step::kProgramTenant, {72, 62, 71, 70});
+  std::vector<std::int32_t> waiting;
+  for (const ProgramStep& one : steps.List(kUnit)) {
+    if (!one.sent && one.kind == step::kProgramTenant) {
+      waiting.push_back(one.subjectRid);
+    }
+  }
+  EXPECT_EQ(waiting, (std::vector<std::int32_t>{63, 62, 70, 71, 72}));
+  EXPECT_EQ(steps.List(kUnit).size(), 7U);  // with the code's, and the one that was sent
+  EXPECT_EQ(steps.List(1).size(), 1U);
+}
+
 TEST_F(Session, EveryTenantGetsOneBackupRow) {
   Run("DELETE FROM TenantsBackup");
   const std::vector<std::int32_t> rids{62, 63, 70};

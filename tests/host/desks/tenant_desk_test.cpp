@@ -121,7 +121,7 @@ TEST_F(TenantDeskTest, SeveralOfThatNameAreTold) {
   Run("UPDATE Tenants SET LastName='Tanaka', FirstName='Xaver', MiddleInitial=NULL WHERE RID=63");
   EXPECT_EQ(Refusal("Tanaka X"),
             "2 tenants are called '{value}', say more of the name, or rid:N: Tanaka Xaver "
-            "(rid:63); Tanaka Xenia M (rid:62)");
+            "(rid:63, code 103); Tanaka Xenia M (rid:62, code 102)");
 }
 
 TEST_F(TenantDeskTest, WhoIsNotThereIsAFault) {

@@ -142,6 +142,10 @@ INSTANTIATE_TEST_SUITE_P(
                           "'555-0100'"},
         RefusedTenantLine{"PhoneWithoutCode", ",Phone", ",555-9999",
                           "Phone '555-9999' has nobody who could dial it: Directory Code is empty"},
+        RefusedTenantLine{"WordForACard", ",Card Type,Card Number", ",card26,lost",
+                          "Card Number 'lost' is no whole number: write it in digits alone"},
+        RefusedTenantLine{"TwoNumbersInACell", ",Card Type,Card Number", ",card26,40001/40002",
+                          "Card Number '40001/40002' is no whole number: write it in digits alone"},
         RefusedTenantLine{"NoNumber", ",Flat", ",12B",
                           "Flat '12B' is no number: it would be stored as 12"},
         RefusedTenantLine{
@@ -159,12 +163,19 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedTenantLine{
             "DoorOfTransmitter", ",Card Type,Card Number,ID Code,Sequence Number,Card Door",
             ",transmitter,900,5,1,2", "Card Door '2' must be left empty: only cards have a door"},
-        RefusedTenantLine{
-            "Period", ",Start,End", ",2027-01-01,2026-12-31",
-            "End '2026-12-31': the period of Newcomer would end before it begins, on 1/1/2027"},
+        RefusedTenantLine{"Period", ",Start,End", ",2027-01-01,2026-12-31",
+                          "End '2026-12-31': the period of Newcomer would end before it begins, on "
+                          "2027-01-01 00:00"},
         RefusedTenantLine{"Group", ",Group", ",99",
                           "Group: '99' is none of the unit's groups: 3 (zero), 4"}),
     [](const auto& one) { return one.param.name; });
+
+TEST_F(TenantImports, ACodeThatIsNoNumberIsToldBeforeWhoHasTheName) {
+  const ImportReport report =
+      Import("Last Name,First Name,Initial,Flat\nHollis,Elena,G,PH-1\nHollis,Elena,G,\n");
+  EXPECT_THAT(Told(report), ElementsAre("2!: Flat 'PH-1' is no number: it would be stored as 0",
+                                        "3!: Hollis Elena G (RID 61) is stored already"));
+}
 
 TEST_F(TenantImports, ANameAtUnitThatIsMadeOfALongNameIsCut) {
   const std::string last(40, 'L');
