@@ -89,6 +89,7 @@ class ImportRun {
                                  const std::function<void()>& finish = nullptr);
 
  private:
+  static void FinishAll(const std::function<void()>& finish);
   void EnterAll(ImportFile& file, const LineEntry& enter, const Progress& progress);
   void EnterLine(const ImportLine& line, const LineEntry& enter);
   bool TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes, bool& unchanged);
