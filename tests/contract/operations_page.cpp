@@ -343,9 +343,9 @@ else. In which order things happen, and what for, stands on the pages of the scr
   reference store spells them; letter case does not count.
 - Messages have the title "Pello RT". 64 is information, 48 an exclamation, both with OK; 52 asks,
   with Yes and No. {Words} in braces stand for what differs.
-- *Without*: what becomes of an operation of `clsCredential` when a component is missing that it uses; the
-  log is told 429 where it cannot be created, 91 where an object is not set. The other classes are in
-  [host-contract.md](host-contract.md#when-a-component-is-missing).
+- *Without*: what becomes of an operation of `clsCredential` and `clsDirCode` when a component is missing
+  that it uses; the log is told 429 where it cannot be created, 91 where an object is not set. The reports
+  are in [host-contract.md](host-contract.md#when-a-component-is-missing).
 
 )";
 

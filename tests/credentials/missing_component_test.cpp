@@ -1,13 +1,10 @@
-// What becomes of each operation when the host lacks a component that it uses: what it did by then,
-// what it gives and what the log is told; and that the description says so.
-#include <functional>
-#include <map>
+// What becomes of each operation of the credential controller when the host lacks a component that
+// it uses, and that the description says so.
+#include "tests/support/missing_component.h"
+
 #include <optional>
-#include <ostream>
-#include <set>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <vector>
 
 #include "contract/contract.h"
@@ -24,24 +21,7 @@ constexpr std::string_view kStepSender = "qorSPS.clsSendProgSteps";
 constexpr std::string_view kTenants = "qorTent.clsTenant";
 constexpr std::string_view kApplication = "qorAppln.clsApplication";
 
-using Act = std::function<std::optional<bool>(CredentialScreen&)>;
-
-/// One operation without one component, and the whole transcript of what it does then.
-struct Lack {
-  std::string_view name;
-  std::string_view operation;
-  std::string_view component;
-  bool sinceCreation;
-  std::string_view use;  ///< as the description calls it
-  std::function<void(CredentialScreen&)> arrange;
-  Act act;
-  std::string_view did;
-  ScreenKind kind = ScreenKind::kCredential;
-};
-
-std::ostream& operator<<(std::ostream& out, const Lack& lack) {
-  return out << lack.name;
-}
+using CredentialLack = Lack<CredentialScreen>;
 
 void Nothing(CredentialScreen&) {}
 
@@ -74,8 +54,8 @@ std::optional<bool> DeleteOne(CredentialScreen& screen) {
   return screen.Delete(17);
 }
 
-const std::vector<Lack>& Lacks() {
-  static const std::vector<Lack> rows{
+const std::vector<CredentialLack>& Rows() {
+  static const std::vector<CredentialLack> rows{
       {"RetrieveSchedulesWithoutManager", "pbRetrieveSchedules", kManager, true, "", Nothing,
        [](CredentialScreen& screen) -> std::optional<bool> {
          screen.controller().pbRetrieveSchedules(screen.host().connection(), kUnit);
@@ -355,90 +335,19 @@ const std::vector<Lack>& Lacks() {
   return rows;
 }
 
-/// An absence as the description and the rows above both name it: operation, component, whether
-/// since the creation, use.
-using Key = std::tuple<std::string_view, std::string_view, bool, std::string_view>;
-
-std::map<Key, contract::Absence> DescribedAbsences() {
-  std::map<Key, contract::Absence> all;
-  for (const contract::Operation& operation : contract::Credential().operations) {
-    for (const contract::Absence& absence : operation.absences) {
-      const Key key{operation.name, absence.component, absence.sinceCreation, absence.use};
-      EXPECT_TRUE(all.emplace(key, absence).second) << operation.name << " " << absence.component;
-    }
-  }
-  return all;
-}
-
-Key KeyOf(const Lack& lack) {
-  return {lack.operation, lack.component, lack.sinceCreation, lack.use};
-}
-
-class MissingComponent : public ::testing::TestWithParam<Lack> {
- protected:
-  /// What the log was told; 0 when nothing was trapped.
-  static int ToldNumber(const RecordingHost& host) {
-    const auto& trapped = host.services().trapped();
-    return trapped.empty() ? 0 : static_cast<int>(trapped.front().second);
-  }
-};
+class MissingComponent : public ::testing::TestWithParam<CredentialLack> {};
 
 TEST_P(MissingComponent, LeavesWhatIsDescribed) {
-  const Lack& lack = GetParam();
-  const auto described = DescribedAbsences();
-  const auto absence = described.find(KeyOf(lack));
-  ASSERT_NE(absence, described.end()) << "it is not described";
-  CredentialScreen screen(lack.kind, lack.sinceCreation ? lack.component : "");
-  lack.arrange(screen);
-  screen.host().StartOver();
-  if (!lack.sinceCreation) screen.host().script().missing = lack.component;
-
-  const std::optional<bool> result = lack.act(screen);
-
-  EXPECT_TRUE(SameLines(screen.host().transcript().Read(Detail::kEverything), lack.did));
-  EXPECT_LE(screen.host().services().trapped().size(), 1U);
-  EXPECT_EQ(ToldNumber(screen.host()), absence->second.failure);
-  EXPECT_EQ(!result ? "" : *result ? "True" : "False", absence->second.result);
-  EXPECT_EQ(screen.host().transactions().open(), 0);
+  const CredentialLack& row = GetParam();
+  CredentialScreen screen(row.kind, row.sinceCreation ? row.component : "");
+  ExpectWhatIsDescribed(row, screen, contract::Credential());
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, MissingComponent, ::testing::ValuesIn(Lacks()),
+INSTANTIATE_TEST_SUITE_P(Each, MissingComponent, ::testing::ValuesIn(Rows()),
                          [](const auto& test) { return std::string(test.param.name); });
 
-TEST(MissingComponents, AreTriedWhereverTheyAreDescribed) {
-  std::set<Key> tried;
-  for (const Lack& lack : Lacks()) tried.insert(KeyOf(lack));
-
-  for (const auto& [key, absence] : DescribedAbsences()) {
-    EXPECT_EQ(tried.count(key), 1U)
-        << std::get<0>(key) << " without " << std::get<1>(key) << " " << std::get<3>(key);
-  }
-}
-
-// What an operation creates may be missing then; what it calls without creating it, or the manager,
-// may be missing since the controller's creation.
-TEST(MissingComponents, AreDescribedForEveryOperationThatUsesThem) {
-  std::set<std::tuple<std::string_view, std::string_view, bool>> described;
-  for (const auto& [key, absence] : DescribedAbsences()) {
-    described.emplace(std::get<0>(key), std::get<1>(key), std::get<2>(key));
-  }
-  std::set<std::tuple<std::string_view, std::string_view, bool>> used;
-  for (const contract::Operation& operation : contract::Credential().operations) {
-    for (const std::string_view component : operation.creates) {
-      used.emplace(operation.name, component, false);
-    }
-    for (const contract::Part& part : operation.others) {
-      if (part.names == kManager && operation.name != contract::kCreation) {
-        used.emplace(operation.name, part.names, true);
-      }
-    }
-  }
-  EXPECT_GE(used.size(), 13U);
-  for (const auto& [operation, component, sinceCreation] : used) {
-    EXPECT_EQ(described.count({operation, component, sinceCreation}), 1U)
-        << operation << " without " << component
-        << (sinceCreation ? " since the controller's creation" : "");
-  }
+TEST(MissingComponents, AreDescribedAndTriedForEveryOperationThatUsesThem) {
+  ExpectAllTried(contract::Credential(), KeysOf(Rows()));
 }
 
 }  // namespace
