@@ -51,6 +51,18 @@ struct Message {
   std::string_view text;
 };
 
+/// What comes of an operation when the host lacks a component that it uses.
+struct Absence {
+  std::string_view component;
+  /// True: the controller, which keeps one for its life, could not create it then. False: the
+  /// operation cannot create it.
+  bool sinceCreation = false;
+  int failure = 0;               ///< what the log is told: 91, 429; 0 when nothing fails
+  std::string_view result = {};  ///< empty without a result
+  std::string_view effect;       ///< what was done by then, and what is not
+  std::string_view use = {};     ///< where it differs: which use of the operation
+};
+
 struct Operation {
   std::string_view name;
   std::string_view purpose;
@@ -65,6 +77,7 @@ struct Operation {
   std::vector<Table> tables = {};
   std::string_view handedStatement = {};  ///< the argument whose statement it runs
   std::vector<Message> messages = {};
+  std::vector<Absence> absences = {};
 };
 
 struct Property {

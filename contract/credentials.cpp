@@ -17,7 +17,20 @@ Operation Creation() {
           "manager for its two texts. It stops at the first that fails.",
       .creates = {kManager, kStepSender, kTenants},
       .others = {{kManager, {kRowIdText, kLastModifiedText}}},
+      .absences =
+          {{.component = kManager,
+            .failure = 429,
+            .effect = "step sender and tenants are not created, the two texts not asked for"},
+           {.component = kStepSender,
+            .failure = 429,
+            .effect = "the tenants are not created, the two texts not asked for"},
+           {.component = kTenants, .failure = 429, .effect = "the two texts are not asked for"}},
   };
+}
+
+// An operation that asks the manager before it touches anything.
+Absence WithoutManager(std::string_view effect) {
+  return {.component = kManager, .sinceCreation = true, .failure = 91, .effect = effect};
 }
 
 Operation RetrieveSchedules() {
@@ -33,6 +46,7 @@ Operation RetrieveSchedules() {
       .others = {{kManager, {kSelect}},
                  {kTable, {kCell, kPutCell, kFirst, kLast, kReDim, "InsertRows(row)"}}},
       .tables = {{"Schedules", "UnitKey, ScheduleID, ScheduleName, Modified"}},
+      .absences = {WithoutManager("nothing is touched")},
   };
 }
 
@@ -47,6 +61,7 @@ Operation RetrieveTenants() {
                   {"Clear()", "AddItem(text)", "NewIndex get", "ItemData(index) put"}}},
       .others = {{kManager, {kSelect}}, {kTable, {kCell, kFirst, kLast}}},
       .tables = {{"Tenants", "UnitKey, TenantID, LastName, FirstName, MiddleInitial, Resident"}},
+      .absences = {WithoutManager("nothing is touched")},
   };
 }
 
@@ -70,6 +85,8 @@ Operation RetrieveSettings() {
       .tables = {{"UnitSettings",
                   "UnitKey, IGNOREFACILITYCODE, RECORDDEACTIVATION, DEACTIVATIONDATE, "
                   "DEACTIVATIONDAYS"}},
+      .absences = {WithoutManager(
+          "the types stand in their list, the first one selected; the rest is as it was")},
   };
 }
 
@@ -81,6 +98,7 @@ Operation RetrieveDoorDetails() {
       .screen = {{"lblDoor1, lblDoor2, lblDoor3, lblDoor4", {"Caption put"}}},
       .others = {{kManager, {kSelect}}, {kTable, {kCell}}},
       .tables = {{"DOORS", "UNITKEY, DOORID, DOORNAME"}},
+      .absences = {WithoutManager("nothing is touched")},
   };
 }
 
@@ -116,6 +134,7 @@ Operation RetrieveCredentials() {
                  {"Tenants",
                   "UnitKey, TenantID, LastName, FirstName, MiddleInitial, CREDENTIALID1, "
                   "CREDENTIALID2"}},
+      .absences = {WithoutManager("nothing is touched")},
   };
 }
 
@@ -174,6 +193,50 @@ std::vector<Message> SaveMessages() {
        "A maximum of {maximum} combined codes are allowed. {count} combined codes are currently "
        "assigned. Only {rest} credentials can be created. Reduce the ending number to {end}"},
       {64, "You cannot enter more than {maximum} combined codes."},
+  };
+}
+
+std::vector<Absence> SaveAbsences() {
+  constexpr std::string_view kNoPlaceholder =
+      "the INSERT has an empty place for the identity (`VALUES(3,,0,...`), because the manager "
+      "was not asked for its text; a manager refuses it, and the save is rolled back";
+  return {
+      {.component = kApplication, .failure = 429, .result = "False", .effect = "nothing is read"},
+      {.component = kTenants, .failure = 429, .result = "False", .effect = "nothing is read"},
+      {.component = kManager,
+       .sinceCreation = true,
+       .failure = 91,
+       .result = "False",
+       .effect = "the entry is read, and nothing is written; for an empty end box `gstrTag` and "
+                 "`txtPINEND` are put",
+       .use = "new credentials"},
+      {.component = kManager,
+       .sinceCreation = true,
+       .result = "False",
+       .effect = "it is refused with its message, as always",
+       .use = "an entry that breaks a bound"},
+      {.component = kManager,
+       .sinceCreation = true,
+       .failure = 91,
+       .result = "False",
+       .effect = "nothing is written",
+       .use = "an edit"},
+      {.component = kManager,
+       .failure = 429,
+       .result = "False",
+       .effect = "the door is stored and the former tenant released, nothing is assigned: the "
+                 "assignment makes a manager of its own for the unit's capacity",
+       .use = "an edit that assigns"},
+      {.component = kStepSender,
+       .sinceCreation = true,
+       .result = "False",
+       .effect = kNoPlaceholder,
+       .use = "new credentials"},
+      {.component = kTenants,
+       .sinceCreation = true,
+       .result = "False",
+       .effect = kNoPlaceholder,
+       .use = "new credentials"},
   };
 }
 
@@ -237,6 +300,7 @@ Operation Save() {
                   "CREDENTIALID1, CREDENTIALID2, LASTMODIFIEDDATE"},
                  {"TenantsBackup", {}, "UnitKey, TenantID"}},
       .messages = SaveMessages(),
+      .absences = SaveAbsences(),
   };
 }
 
@@ -266,6 +330,22 @@ Operation Delete() {
                     "This credential is already assgined to a Tenant. Deleting this credential "
                     "will remove it from the assigned Tenant and delete the credential from the "
                     "system. Do you want to continue?"}},
+      .absences = {{.component = kManager,
+                    .sinceCreation = true,
+                    .failure = 91,
+                    .result = "False",
+                    .effect = "nothing is asked or deleted"},
+                   {.component = kTenants,
+                    .failure = 429,
+                    .result = "False",
+                    .effect =
+                        "the credential is deleted, behind the question; its tenant keeps the "
+                        "number and gets no steps",
+                    .use = "one that is held"},
+                   {.component = kTenants,
+                    .result = "True",
+                    .effect = "no tenants are needed",
+                    .use = "one that nobody holds"}},
   };
 }
 
@@ -296,6 +376,16 @@ Operation Renumber() {
                    {64, "Credential Number already exists."},
                    kCardIsTaken,
                    kTransmitterIsTaken},
+      .absences = {{.component = kManager,
+                    .sinceCreation = true,
+                    .failure = 91,
+                    .result = "False",
+                    .effect = "nothing is looked up or written"},
+                   {.component = kManager,
+                    .sinceCreation = true,
+                    .result = "False",
+                    .effect = "it is refused with its message, as always",
+                    .use = "the number 0"}},
   };
 }
 

@@ -17,6 +17,15 @@ constexpr std::string_view kStoredColumns =
     "CFSCHEDULEID, ISCFCHECKED, CFPHONENUMBER, CFEXTENSION, CFTIMEDELAY, LASTMODIFIEDDATE, ACTIVE, "
     "STARTDATE, ENDDATE, DISPLAYNAME, SHOWDISPLAYNAME, SHOWDIRECTORYCODE, MODIFIED, "
     "OLDDIRECTORYCODE";
+// An operation that asks the manager before it touches anything.
+Absence WithoutManager(std::string_view result, std::string_view effect = "nothing is touched") {
+  return {.component = kManager,
+          .sinceCreation = true,
+          .failure = 91,
+          .result = result,
+          .effect = effect};
+}
+
 constexpr Message kCodeIsTaken{
     64, "This Directory Code already exists. Please enter a different Directory Code."};
 
@@ -28,6 +37,11 @@ Operation Creation() {
           "manager for its two texts. Each is tried, whatever became of the one before.",
       .creates = {kManager, kLink},
       .others = {{kManager, {kRowIdText, kLastModifiedText}}},
+      .absences = {{.component = kManager,
+                    .failure = 429,
+                    .effect =
+                        "the connection manager is created; asking for the texts fails with 91"},
+                   {.component = kLink, .failure = 429, .effect = "the texts are asked for"}},
   };
 }
 
@@ -46,6 +60,7 @@ Operation RetrieveSchedules() {
                   {kCell, kPutCell, kFirst, kLast, kReDim, "InsertRows(row)",
                    "QuickSort(lowRow, highRow, column, 0, 9)"}}},
       .tables = {{"Schedules", "UnitKey, ScheduleID, ScheduleName, Modified"}},
+      .absences = {WithoutManager("")},
   };
 }
 
@@ -67,6 +82,7 @@ Operation RetrieveSettings() {
       .tables = {{"UnitSettings",
                   "UnitKey, MaxDigitsDirectoryCode, IGNOREFACILITYCODE, RECORDDEACTIVATION, "
                   "DEACTIVATIONDATE, DEACTIVATIONDAYS"}},
+      .absences = {WithoutManager("")},
   };
 }
 
@@ -91,6 +107,7 @@ Operation RetrieveTenants() {
       .tables = {{"Tenants",
                   "UnitKey, TenantID, LastName, FirstName, MiddleInitial, NameAtUnit, Resident, "
                   "DIRECTORYCODE"}},
+      .absences = {WithoutManager("False")},
   };
 }
 
@@ -126,6 +143,7 @@ Operation RetrieveCodes() {
                  {kTable, {kCell, kFirst, kLast}},
                  {kSurroundings, {kDateText}}},
       .tables = {{"DirectoryCode", kShownColumns}},
+      .absences = {WithoutManager("")},
   };
 }
 
@@ -183,6 +201,20 @@ Operation Save() {
            {52,
             "The phone numbers for the Directory Code and Call Forwarding are the same. Do you "
             "still want to proceed?"}},
+      .absences = {WithoutManager("False", "the code is read, nothing is written"),
+                   {.component = kApplication,
+                    .failure = 429,
+                    .result = "False",
+                    .effect = "nothing is written",
+                    .use = "a code that is not stored"},
+                   {.component = kApplication,
+                    .result = "True",
+                    .effect = "it is not needed",
+                    .use = "a code that is stored"},
+                   {.component = kStepSender,
+                    .failure = 429,
+                    .result = "False",
+                    .effect = "the entry was checked, also with its messages; nothing is written"}},
   };
 }
 
@@ -209,6 +241,11 @@ Operation Renumber() {
                    {64, "Please enter the Directory Code in number."},
                    {64, "Please enter the positvie number as Directory Code."},
                    kCodeIsTaken},
+      .absences = {WithoutManager("False"),
+                   {.component = kStepSender,
+                    .failure = 429,
+                    .result = "False",
+                    .effect = "the row and the list have the new code"}},
   };
 }
 
@@ -241,6 +278,11 @@ Operation Delete() {
                     "remove it from the system. Do you wish to continue?"},
                    {52, "Are you sure you want to delete Directory Code {code}?"},
                    {64, "Directory Code deleted successfully."}},
+      .absences = {WithoutManager("False", "nothing is asked or deleted"),
+                   {.component = kStepSender,
+                    .failure = 429,
+                    .result = "False",
+                    .effect = "the question was asked, nothing is deleted"}},
   };
 }
 
@@ -272,6 +314,7 @@ Operation MergeSave() {
                  {kManager, {kInsert, kUpdateOfARow, kQueryDelete, kUpdate}}},
       .tables = {{"DirectoryCode", "UNITKEY, RID, DIRECTORYCODE", kStoredColumns, true},
                  {"Tenants", "UnitKey, DIRECTORYCODE", "DIRECTORYCODE, MODIFIED"}},
+      .absences = {WithoutManager("False", "the details are converted, nothing is written")},
   };
 }
 
@@ -294,6 +337,19 @@ Operation FetchForMerge() {
                  {kTable, {kCell, kPutCell, kFirst, kLast, kReDim}},
                  {kSurroundings, {kNow, "LetEventsRun()"}}},
       .tables = {{"DirectoryCode", "UNITKEY, RID, DIRECTORYCODE, OLDDIRECTORYCODE"}},
+      .absences = {WithoutManager("False"),
+                   {.component = kLink,
+                    .sinceCreation = true,
+                    .failure = 91,
+                    .result = "False",
+                    .effect = "it ends at the first ping, with the current codes and what was "
+                              "appended by then in the table",
+                    .use = "six seconds and longer"},
+                   {.component = kLink,
+                    .sinceCreation = true,
+                    .result = "True",
+                    .effect = "it is not needed",
+                    .use = "shorter"}},
   };
 }
 

@@ -31,8 +31,8 @@ inline constexpr std::string_view kDelete =
 inline constexpr std::string_view kQueryDelete =
     "ExecuteQueryDelete(conn V, sql V, errorFlag B, errorText B)";
 inline constexpr std::string_view kUnitStatus =
-    "pbGetUnitStatus(conn V, unitKey B, status V, text V, text V, credentials B, entryCodes B, "
-    "directoryCodes B, text V)";
+    "pbGetUnitStatus(conn V, unitKey B, status V, text4 V, text5 V, credentials B, entryCodes B, "
+    "directoryCodes B, text9 V)";
 inline constexpr std::string_view kProgramTenant =
     "pvCreateProgramSteps(conn V, unitKey V, tenant V)";
 inline constexpr std::string_view kProgramCode = "pbGenDirCodePrgStep(conn V, unitKey B, rid)";

@@ -63,6 +63,12 @@ static_assert(FlagsAreInPlace());
 
 }  // namespace
 
+std::vector<std::string_view> MembersWithArgumentNames() {
+  std::vector<std::string_view> members;
+  for (const MemberArguments& known : kMembers) members.push_back(known.member);
+  return members;
+}
+
 std::string_view ArgumentName(std::string_view member, std::size_t at) {
   if (at >= kMostArguments) return {};
   for (const MemberArguments& known : kMembers) {

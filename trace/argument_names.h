@@ -3,11 +3,15 @@
 
 #include <cstddef>
 #include <string_view>
+#include <vector>
 
 namespace qorcred::trace {
 
 /// The name of an argument of a component's, connection's, control's or table's member; empty for a
 /// member or a place that has none.
 [[nodiscard]] std::string_view ArgumentName(std::string_view member, std::size_t at);
+
+/// The members that have names for their arguments.
+[[nodiscard]] std::vector<std::string_view> MembersWithArgumentNames();
 
 }  // namespace qorcred::trace

@@ -140,6 +140,19 @@ std::string MessageTable(const contract::Operation& operation) {
   return rows + "\n";
 }
 
+std::string AbsenceTable(const contract::Operation& operation) {
+  if (operation.absences.empty()) return {};
+  std::string rows = "| Without | Log | Result | What happens |\n|---|---|---|---|\n";
+  for (const contract::Absence& absence : operation.absences) {
+    rows += "| " + Code(absence.component);
+    if (absence.sinceCreation) rows += " since the controller's creation";
+    if (!absence.use.empty()) rows += ": " + std::string(absence.use);
+    rows += " | " + (absence.failure == 0 ? std::string() : std::to_string(absence.failure)) +
+            " | " + std::string(absence.result) + " | " + Cell(absence.effect) + " |\n";
+  }
+  return rows + "\n";
+}
+
 std::string ResultText(const contract::Operation& operation, const qorcred::Member& member) {
   std::string text = operation.result.empty() ? std::string("No result.")
                                               : "Result (" + std::string(TypeName(member.type)) +
@@ -153,7 +166,7 @@ std::string OperationText(const contract::Class& of, const contract::Operation& 
                      std::string(operation.purpose) + "\n\n";
   if (operation.name == contract::kCreation) {
     return "### Creation of `" + std::string(of.name) + "`\n\n" + std::string(operation.purpose) +
-           "\n\n" + PartTable(operation);
+           "\n\n" + PartTable(operation) + AbsenceTable(operation);
   }
   const qorcred::Member& member = *qorcred::FindMember(MembersOf(of.name), operation.name);
   text += Code(Call(operation, member)) + "\n\n";
@@ -165,7 +178,8 @@ std::string OperationText(const contract::Class& of, const contract::Operation& 
   if (!operation.handedStatement.empty()) {
     text += "Runs the statement of " + Code(operation.handedStatement) + ".\n\n";
   }
-  return text + PartTable(operation) + TableTable(operation) + MessageTable(operation);
+  return text + PartTable(operation) + TableTable(operation) + MessageTable(operation) +
+         AbsenceTable(operation);
 }
 
 /// What is used of one control or variable, and by which operations.
@@ -329,6 +343,9 @@ else. In which order things happen, and what for, stands on the pages of the scr
   reference store spells them; letter case does not count.
 - Messages have the title "Pello RT". 64 is information, 48 an exclamation, both with OK; 52 asks,
   with Yes and No. {Words} in braces stand for what differs.
+- *Without*: what becomes of an operation of `clsCredential` and `clsDirCode` when a component is missing
+  that it uses; the log is told 429 where it cannot be created, 91 where an object is not set. The reports
+  are in [host-contract.md](host-contract.md#when-a-component-is-missing).
 
 )";
 

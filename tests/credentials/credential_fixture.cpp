@@ -9,9 +9,11 @@
 
 namespace qortest {
 
-CredentialScreen::CredentialScreen(ScreenKind kind)
-    : host_(std::make_unique<RecordingHost>(kind)),
-      controller_(std::make_unique<UnderTest<qorcred::clsCredential>>(host_->host())) {
+CredentialScreen::CredentialScreen(ScreenKind kind, std::string_view missingAtCreation)
+    : host_(std::make_unique<RecordingHost>(kind)) {
+  host_->script().missing = missingAtCreation;
+  controller_ = std::make_unique<UnderTest<qorcred::clsCredential>>(host_->host());
+  host_->script().missing.clear();
   controller_->set_gmobjCredentialScreen(host_->screen());
   host_->StartOver();
 }

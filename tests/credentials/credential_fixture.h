@@ -29,7 +29,9 @@ inline constexpr std::string_view kCapacityQuery =
 /// A controller on a recording host. The transcript starts behind the controller's creation.
 class CredentialScreen {
  public:
-  explicit CredentialScreen(ScreenKind kind = ScreenKind::kCredential);
+  /// `missingAtCreation` is the identifier of a component that can be created only afterwards.
+  explicit CredentialScreen(ScreenKind kind = ScreenKind::kCredential,
+                            std::string_view missingAtCreation = {});
 
   [[nodiscard]] RecordingHost& host() { return *host_; }
   [[nodiscard]] UnderTest<qorcred::clsCredential>& controller() { return *controller_; }

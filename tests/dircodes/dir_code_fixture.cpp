@@ -7,9 +7,11 @@
 
 namespace qortest {
 
-DirCodeScreen::DirCodeScreen()
-    : host_(std::make_unique<RecordingHost>(ScreenKind::kDirectoryCode)),
-      controller_(std::make_unique<UnderTest<qorcred::clsDirCode>>(host_->host())) {
+DirCodeScreen::DirCodeScreen(std::string_view missingAtCreation)
+    : host_(std::make_unique<RecordingHost>(ScreenKind::kDirectoryCode)) {
+  host_->script().missing = missingAtCreation;
+  controller_ = std::make_unique<UnderTest<qorcred::clsDirCode>>(host_->host());
+  host_->script().missing.clear();
   controller_->set_mobjDirCodeScreen(host_->screen());
   controller_->set_mfrmConnectionScreen(host_->connectionScreen());
   host_->StartOver();

@@ -29,7 +29,8 @@ inline constexpr std::string_view kCapacityQuery =
 /// A controller on a recording host. The transcript starts behind the controller's creation.
 class DirCodeScreen {
  public:
-  DirCodeScreen();
+  /// `missingAtCreation` is the identifier of a component that can be created only afterwards.
+  explicit DirCodeScreen(std::string_view missingAtCreation = {});
 
   [[nodiscard]] RecordingHost& host() { return *host_; }
   [[nodiscard]] UnderTest<qorcred::clsDirCode>& controller() { return *controller_; }

@@ -167,6 +167,7 @@ int ScriptedHost::LiveComponents() const {
 
 ObjectRef ScriptedHost::CreateComponent(std::string_view programmaticId) {
   gate_.Pass("CreateObject " + std::string(programmaticId));
+  if (programmaticId == script_.missing) throw RuntimeError(ErrorNumber::kCannotCreateComponent);
   ObjectRef component;
   if (programmaticId == "qorDBI.clsDBManager") {
     component = std::make_shared<ScriptedManager>(gate_, script_.database, connection_);

@@ -21,6 +21,8 @@ namespace qortest {
 /// What the services answer.
 struct ServiceScript {
   DatabaseScript database;
+  /// The identifier of a component that cannot be created; empty when all can.
+  std::string missing;
   /// A unit's counts of credentials, entry codes and directory codes.
   std::string credentials = "0";
   std::string entryCodes = "0";

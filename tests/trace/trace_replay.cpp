@@ -1,5 +1,6 @@
 #include "tests/trace/trace_replay.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -359,6 +360,16 @@ std::vector<std::string> Replayed(const std::vector<std::string>& trace) {
   TracedReplay replay;
   replay.Run(read);
   return replay.TakeLines();
+}
+
+std::string DifferenceInReplay(const std::vector<std::string>& trace) {
+  const std::vector<std::string> replayed = Replayed(trace);
+  const auto [was, is] =
+      std::mismatch(trace.begin(), trace.end(), replayed.begin(), replayed.end());
+  if (was == trace.end() && is == replayed.end()) return {};
+  return "line " + std::to_string(was - trace.begin() + 1) + " of " + std::to_string(trace.size()) +
+         " was\n" + (was == trace.end() ? "(the end)" : *was) + "\nand is\n" +
+         (is == replayed.end() ? "(the end)" : *is);
 }
 
 void ReplayOn(const ControllerMaker& make, const std::vector<std::string>& trace) {

@@ -17,6 +17,10 @@ namespace qortest {
 /// then. Raises std::runtime_error for what cannot be read as a trace.
 [[nodiscard]] std::vector<std::string> Replayed(const std::vector<std::string>& trace);
 
+/// Where the trace of the replay first differs from `trace`: the line as it was and as it is. Empty
+/// when both are the same. Raises as Replayed() does.
+[[nodiscard]] std::string DifferenceInReplay(const std::vector<std::string>& trace);
+
 /// Makes a controller of the class of that name on a host that outlives it.
 using ControllerMaker = std::function<std::unique_ptr<qorcred::Controller>(
     std::string_view className, qorcred::Host& host)>;

@@ -13,6 +13,8 @@ namespace qorhost::test {
 
 class CredentialFixture : public DeskFixture {
  protected:
+  CredentialFixture() { replays_ = true; }
+
   /// A card, or a range of them.
   static NewCredentials Cards(std::string first, std::optional<std::string> last = std::nullopt) {
     NewCredentials entry;

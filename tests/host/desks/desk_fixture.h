@@ -18,6 +18,7 @@
 #include "host/store/engines/opening.h"
 #include "host/store/sqlite/database.h"
 #include "host/store/sqlite/store.h"
+#include "tests/trace/trace_replay.h"
 
 namespace qorhost::test {
 
@@ -28,9 +29,11 @@ class DeskFixture : public testing::Test {
   static constexpr std::int32_t kUnit = 2;
 
   void SetUp() override { Open(false); }
+  void TearDown() override { Close(); }
 
-  /// A new session on a new demo building.
+  /// A new session on a new demo building; calls_ has its trace when it is `traced`.
   void Open(bool traced) {
+    Close();
     std::unique_ptr<Store> store = OpenMemoryStore();
     sqlite::Database& database = sqlite::DatabaseOf(*store);
     CreateDemoData(*store->StartSession(SystemClock()));
@@ -44,8 +47,11 @@ class DeskFixture : public testing::Test {
       }
       return yes_ ? qorcred::MessageButton::kYes : qorcred::MessageButton::kNo;
     };
-    if (traced) {
-      surroundings.trace = [this](std::string_view line) { calls_.emplace_back(line); };
+    if (traced || replays_) {
+      surroundings.trace = [this, traced](std::string_view line) {
+        if (traced) calls_.emplace_back(line);
+        if (replays_) trace_.emplace_back(line);
+      };
     }
     database_ = &database;
     session_ = std::make_unique<DeskSession>(std::move(store), std::move(surroundings));
@@ -65,8 +71,19 @@ class DeskFixture : public testing::Test {
   std::vector<std::string> shown_;  // messages
   std::vector<std::string> calls_;  // the trace of a traced session
   bool yes_ = false;                // how questions are answered
+  /// Whether the controllers run again, alone: not where a test calls the session's host itself.
+  bool replays_ = false;
 
  private:
+  // Whatever a test has its desks do is a case for the controllers alone as well: on a host that
+  // answers as the trace has it they leave the same trace.
+  void Close() {
+    session_.reset();
+    EXPECT_EQ(qortest::DifferenceInReplay(trace_), "");
+    trace_.clear();
+  }
+
+  std::vector<std::string> trace_;
   std::unique_ptr<DeskSession> session_;
   sqlite::Database* database_ = nullptr;  // of the session
 };

@@ -28,6 +28,8 @@ namespace qorhost::test {
 
 class DirCodeDeskFixture : public DeskFixture {
  protected:
+  DirCodeDeskFixture() { replays_ = true; }
+
   /// The texts of a row by its columns, "Null" for Null.
   using Row = std::map<std::string, std::string>;
 

@@ -17,6 +17,8 @@ namespace qorhost::test {
 
 class ReportFixture : public DeskFixture {
  protected:
+  ReportFixture() { replays_ = true; }
+
   static std::vector<std::string> TitlesOf(const Table& table) {
     std::vector<std::string> titles;
     for (const TableColumn& column : table.columns) {
