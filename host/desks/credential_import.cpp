@@ -69,10 +69,11 @@ class CredentialImport {
   Outcome Enter(const ImportLine& line) {
     TypeAll(line);
     const IssuedCredentials issued = desk_.SaveNew();
-    if (issued.done()) {
-      if (const std::optional<std::int32_t> tenant = FindTenant(line)) {
-        return desk_.AssignIssued(issued, *tenant);
-      }
+    if (!issued.done()) {
+      throw RefusedLine(WithoutFacts(issued), ColumnOfControl(desk_.screen().focused(), kType));
+    }
+    if (const std::optional<std::int32_t> tenant = FindTenant(line)) {
+      return desk_.AssignIssued(issued, *tenant);
     }
     return WithoutFacts(issued);
   }

@@ -30,6 +30,7 @@ class Database {
 
   /// How long it waits for another one that writes.
   void SetPatience(Patience patience) { *patience_ = std::move(patience); }
+  [[nodiscard]] const Patience& patience() const noexcept { return *patience_; }
 
   /// Runs SQLite text (one or more statements) that gives no rows.
   void Run(const std::string& sql);

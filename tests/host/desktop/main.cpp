@@ -26,7 +26,9 @@ extern "C" const char* __lsan_default_suppressions() {
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  }
   qInstallMessageHandler(WriteMessage);
   const QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("qordesk"));
