@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "host/files/csv_writer.h"
@@ -96,6 +97,12 @@ std::string ImportSheet::MeaningOf(std::size_t place, std::span<const ImportColu
   const std::string& name = meanings_[place].value_or(headings_[place]);
   const std::optional<std::size_t> column = ColumnCalled(name, columns);
   return column ? std::string(columns[*column].heading) : std::string();
+}
+
+bool ImportSheet::IsMeaningKnown(std::size_t place, std::span<const ImportColumn> columns) const {
+  return meanings_.at(place) || headings_[place].empty() ||
+         ColumnCalled(headings_[place], columns) ||
+         ColumnCalled(headings_[place], std::array{ImportColumn{kReasonHeading, false, {}}});
 }
 
 void ImportSheet::SetMeaning(std::size_t place, std::string column) {

@@ -48,6 +48,8 @@ class ImportSheet {
   /// "" for none of them.
   [[nodiscard]] std::string MeaningOf(std::size_t place,
                                       std::span<const ImportColumn> columns) const;
+  /// Whether that is known: whether somebody has said it, or the heading tells.
+  [[nodiscard]] bool IsMeaningKnown(std::size_t place, std::span<const ImportColumn> columns) const;
   /// A heading of a column; "" leaves the cells out.
   void SetMeaning(std::size_t place, std::string column);
   void ForgetMeanings();

@@ -4,6 +4,7 @@
 
 #include <QFileDialog>
 #include <QShortcut>
+#include <QStyledItemDelegate>
 #include <algorithm>
 
 #include "host/desks/credential_types.h"
@@ -19,6 +20,20 @@ namespace {
 
 constexpr int kWidestCells = 24;  // letters that a column shows at first
 
+/// What is wrong stays marked in a row that is chosen.
+class MarkingDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.data(Qt::BackgroundRole).isValid()) {
+      option->state &= ~QStyle::State_Selected;
+    }
+  }
+};
+
 enum EncodingChoice : int { kFoundEncoding, kUtf8, kCp1252, kUtf16 };
 
 }  // namespace
@@ -29,6 +44,7 @@ ImportPage::ImportPage(Workplace& place)
   FillChoices();
   SetUp(*ui_->preview, rows_);
   ui_->preview->horizontalHeader()->setStretchLastSection(false);
+  ui_->preview->setItemDelegate(new MarkingDelegate(ui_->preview));
   ConnectWidgets();
   ConnectTable();
   ShowState();
@@ -55,6 +71,7 @@ void ImportPage::FillChoices() {
   ui_->cardType->addItem(ImportPage::tr("are refused"));
   for (QComboBox* filledLater : {ui_->column, ui_->standsFor}) {
     filledLater->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    filledLater->setPlaceholderText(QStringLiteral("?"));
   }
   for (const CredentialTypeWords& type : EnteredTypes()) {
     ui_->cardType->addItem(ToQt(TypeNameOf(type.type)), ToQt(type.word));
@@ -174,7 +191,8 @@ void ImportPage::TakeSheet(std::unique_ptr<ImportSheet> sheet) {
   last_ = {};
   checked_ = false;
   SetEntered(false);
-  ui_->fileName->setText(QString::fromStdString(file_.string()));
+  ui_->fileName->setText(QString::fromStdString(file_.filename().string()));
+  ui_->fileName->setToolTip(QString::fromStdString(file_.string()));
   FillColumns();
   ui_->preview->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
   ui_->preview->resizeColumnsToContents();
@@ -205,10 +223,13 @@ void ImportPage::FillColumns() {
 }
 
 void ImportPage::ShowMeaning() {
-  const int place = ui_->column->currentIndex();
-  const std::string meaning =
-      place < 0 ? "" : sheet_->MeaningOf(static_cast<std::size_t>(place), ColumnsOf(kind()));
-  ui_->standsFor->setCurrentIndex(std::max(ui_->standsFor->findData(ToQt(meaning)), 0));
+  const int column = ui_->column->currentIndex();
+  const auto place = static_cast<std::size_t>(std::max(column, 0));
+  const bool isKnown = column >= 0 && sheet_->IsMeaningKnown(place, ColumnsOf(kind()));
+  ui_->standsFor->setCurrentIndex(
+      isKnown
+          ? std::max(ui_->standsFor->findData(ToQt(sheet_->MeaningOf(place, ColumnsOf(kind())))), 0)
+          : -1);
 }
 
 void ImportPage::TakeMeaning() {
@@ -217,6 +238,7 @@ void ImportPage::TakeMeaning() {
     sheet_->SetMeaning(static_cast<std::size_t>(place),
                        FromQt(ui_->standsFor->currentData().toString()));
     rows_.ShowMeanings();
+    ui_->preview->resizeColumnToContents(ImportTableModel::kFirstCell + place);
     NoteChange();
   }
 }
@@ -322,7 +344,7 @@ TenantImportRules ImportPage::Rules(bool dryRun) const {
 
 bool ImportPage::RunImport(const QString& what, bool dryRun) {
   ImportReport report;
-  QString headings;
+  std::optional<FileError> headings;
   const bool ran = Run(what, [&] {
     try {
       report = sheet_->Run(ColumnsOf(kind()), [&](ImportFile& file) {
@@ -330,11 +352,11 @@ bool ImportPage::RunImport(const QString& what, bool dryRun) {
                         place().runner().progress());
       });
     } catch (const FileError& error) {
-      headings = ToQt(error.what());
+      headings = error;
     }
   });
-  if (!headings.isEmpty()) {
-    TellHeadings(headings);
+  if (headings) {
+    TellHeadings(*headings);
     return false;
   }
   if (!ran) {
@@ -347,22 +369,24 @@ bool ImportPage::RunImport(const QString& what, bool dryRun) {
   last_ = std::move(report);
   checked_ = true;
   ShowRows();
+  ui_->preview->resizeColumnToContents(ImportTableModel::kState);
   ShowState();
   return true;
 }
 
-void ImportPage::TellHeadings(const QString& why) {
-  for (int place = 0; place < ui_->column->count(); ++place) {
-    const bool isUnknown =
-        sheet_->MeaningOf(static_cast<std::size_t>(place), ColumnsOf(kind())).empty();
-    if (isUnknown) {
-      ui_->column->setCurrentIndex(place);
+void ImportPage::TellHeadings(const FileError& fault) {
+  QString told = ToQt(fault.what());
+  for (int column = 0; column < ui_->column->count(); ++column) {
+    if (!sheet_->IsMeaningKnown(static_cast<std::size_t>(column), ColumnsOf(kind()))) {
+      ui_->column->setCurrentIndex(column);
+      told = tr("No column of the import is called “%1”: say what it stands for, or leave it out.")
+                 .arg(ui_->column->currentText());
       break;
     }
   }
   ShowMeaning();
   ui_->standsFor->setFocus(Qt::OtherFocusReason);
-  mark().Show(*ui_->standsFor, why);
+  mark().Show(*ui_->standsFor, told);
 }
 
 void ImportPage::Check() {

@@ -9,6 +9,7 @@
 #include "host/desktop/screens/entry_page.h"
 #include "host/desktop/screens/import_kinds.h"
 #include "host/desktop/screens/import_table_model.h"
+#include "host/files/file_error.h"
 
 namespace Ui {
 class ImportPage;
@@ -49,7 +50,7 @@ class ImportPage final : public EntryPage {
   void Import();
   /// False when it was not done: what speaks against it is shown.
   bool RunImport(const QString& what, bool dryRun);
-  void TellHeadings(const QString& why);
+  void TellHeadings(const FileError& fault);
   [[nodiscard]] ImportKind kind() const;
   [[nodiscard]] TenantImportRules Rules(bool dryRun) const;
 

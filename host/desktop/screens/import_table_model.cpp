@@ -10,7 +10,6 @@ namespace qorhost {
 namespace {
 
 constexpr int kLine = 0;
-constexpr int kState = 1;
 constexpr QColor kWrong(0xB3, 0x2D, 0x2D);  // of a fault's note
 
 std::size_t PlaceOf(const QModelIndex& index) {
@@ -98,7 +97,7 @@ QString ImportTableModel::TextAt(const QModelIndex& index) const {
   switch (index.column()) {
     case kLine:
       return QString::number(sheet_->LineOf(row));
-    case kState:
+    case ImportTableModel::kState:
       return StateOf(sheet_->RemarkOn(row));
     default:
       return ToQt(sheet_->Cell(row, PlaceOf(index)));
@@ -164,6 +163,9 @@ QVariant ImportTableModel::headerData(int section, Qt::Orientation orientation, 
   }
   const QString heading = ToQt(sheet_->headings()[place]);
   const QString meaning = ToQt(sheet_->MeaningOf(place, columns_));
+  if (!sheet_->IsMeaningKnown(place, columns_)) {
+    return QStringLiteral("%1 → ?").arg(heading);
+  }
   if (meaning.isEmpty()) {
     return ImportTableModel::tr("%1 (left out)").arg(heading);
   }

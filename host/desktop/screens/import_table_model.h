@@ -20,6 +20,7 @@ class ImportTableModel final : public QAbstractTableModel {
  public:
   using QAbstractTableModel::QAbstractTableModel;
 
+  static constexpr int kState = 1;      ///< the column of what the last check said
   static constexpr int kFirstCell = 2;  ///< the column of a row's first cell
 
   /// Null shows nothing. The sheet and the columns must live until others are shown.

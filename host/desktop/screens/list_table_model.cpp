@@ -87,6 +87,7 @@ void SetUp(QTableView& view, QAbstractItemModel& model) {
   view.horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
   view.horizontalHeader()->setStretchLastSection(true);
   view.horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
+  view.horizontalHeader()->setHighlightSections(false);
   view.verticalHeader()->hide();
   view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
 }

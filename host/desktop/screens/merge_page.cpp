@@ -93,7 +93,8 @@ void MergePage::Open(const std::filesystem::path& file) {
       throw RefusedError(
           FromQt(tr("%1 is no unit file.").arg(QString::fromStdString(file.string()))));
     }
-    ui_->fileName->setText(QString::fromStdString(file.string()));
+    ui_->fileName->setText(QString::fromStdString(file.filename().string()));
+    ui_->fileName->setToolTip(QString::fromStdString(file.string()));
     ui_->skipBadLines->setEnabled(true);
     Compare();
   });

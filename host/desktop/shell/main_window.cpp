@@ -89,7 +89,7 @@ void MainWindow::MakeSides() {
   column->addWidget(label);
   column->addWidget(units_);
   column->addWidget(screens_, 1);
-  sides_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+  sides_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
   sides_->hide();
   connect(screens_, &QListWidget::currentRowChanged, this, [this](int row) { ShowPage(row); });
   connect(units_, &QComboBox::activated, this,

@@ -1580,6 +1580,10 @@
         <source>Imported: %1. Stored already: %2. Refused: %3.</source>
         <translation>Importiert: %1. Schon gespeichert: %2. Abgelehnt: %3.</translation>
     </message>
+    <message>
+        <source>No column of the import is called “%1”: say what it stands for, or leave it out.</source>
+        <translation>Keine Spalte des Imports heißt „%1“: Sagen Sie, was sie bedeutet, oder lassen Sie sie weg.</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::ImportTableModel</name>

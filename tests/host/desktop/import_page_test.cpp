@@ -96,7 +96,7 @@ TEST_F(ImportScreens, RefusedRowsStayAndTheOthersAreImportedAfterAsking) {
 TEST_F(ImportScreens, HeadingsAreSaidToStandForColumns) {
   ChooseCodes("Flat,Ring\n250,1\n");
   Click("checkButton");
-  EXPECT_THAT(Marked(), StartsWith("standsFor: line 1: there are no columns 'Flat', 'Ring'"));
+  EXPECT_THAT(Marked(), StartsWith("standsFor: No column of the import is called “Flat”"));
   EXPECT_EQ(Find<QComboBox>("column").currentText(), QStringLiteral("Flat"));
   Choose("standsFor", "Directory Code");
   EXPECT_EQ(Marked(), "");

@@ -158,6 +158,7 @@ const Look kLooks[] = {{"light", {Theme::kLight, 100}},
 TEST_F(Screenshots, OfEveryScreenInEveryLook) {
   for (const Look& look : kLooks) {
     window().SetAppearance(look.appearance);
+    Settle();
     (void)window().CloseStore();
     Take(QStringLiteral("start"), QString::fromLatin1(look.name));
     if (std::filesystem::exists(File("building.db"))) {
