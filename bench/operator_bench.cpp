@@ -23,6 +23,7 @@ namespace {
 constexpr const char* kEdit = "operator/edit";
 constexpr const char* kEditByHand = "operator/edit-by-hand";
 constexpr const char* kFind = "operator/find";
+constexpr const char* kFindNothing = "operator/find-nothing";
 constexpr const char* kLookUp = "operator/look-up";
 
 constexpr std::int32_t kUnit = 1;
@@ -104,6 +105,16 @@ void FindOurs(benchmark::State& state) {
   });
 }
 
+/// The names that are near have to be looked for, too.
+void FindNothing(benchmark::State& state) {
+  SearchIn(state, [](const BenchStore& store) {
+    qorhost::DeskSession session(store.Open(), {});
+    const qorhost::Found found =
+        qorhost::FindText(session, {{kUnit, "Court"}}, "ozturk50000 persona45x", 50);
+    Check(found.total == 0, fmt::format("nobody is found, not {}", found.total));
+  });
+}
+
 void LookUpByHand(benchmark::State& state) {
   SearchIn(state, [](const BenchStore& store) {
     qorhost::sqlite::Database database = store.OpenDatabase();
@@ -120,11 +131,13 @@ std::vector<Comparison> AddOperatorBenchmarks(Size /*size*/) {
   benchmark::RegisterBenchmark(kEdit, EditOurs)->Iterations(1);
   benchmark::RegisterBenchmark(kEditByHand, EditByHand)->Iterations(1);
   benchmark::RegisterBenchmark(kFind, FindOurs)->Iterations(1);
+  benchmark::RegisterBenchmark(kFindNothing, FindNothing)->Iterations(1);
   benchmark::RegisterBenchmark(kLookUp, LookUpByHand)->Iterations(1);
   constexpr double kEditGoal = 3.0;
   constexpr double kNanosecondsOfMs = 1e6;
   return {{"tenants-edit-10000", kEdit, kEditByHand, kEditGoal},
-          {"find-100000", kFind, kLookUp, 0.0, kMostMoreMs * kNanosecondsOfMs}};
+          {"find-100000", kFind, kLookUp, 0.0, kMostMoreMs * kNanosecondsOfMs},
+          {"find-nothing-100000", kFindNothing, kLookUp, 0.0, kMostMoreMs * kNanosecondsOfMs}};
 }
 
 }  // namespace qorbench

@@ -29,6 +29,17 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   endif()
 endif()
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # This compiler looks for garbage whenever it has taken another 128 MiB, and finds little: left alone up
+  # to half a GiB, it needs a seventh less time. Ninja runs two compilers more than there are processors.
+  cmake_host_system_information(RESULT memory_mebibytes QUERY TOTAL_PHYSICAL_MEMORY)
+  cmake_host_system_information(RESULT processors QUERY NUMBER_OF_LOGICAL_CORES)
+  math(EXPR compilers_mebibytes "(${processors} + 2) * 1024")
+  if(memory_mebibytes GREATER compilers_mebibytes)
+    add_compile_options("SHELL:--param ggc-min-heapsize=524288")
+  endif()
+endif()
+
 if(MINGW AND CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_SIZEOF_VOID_P EQUAL 4)
   # Otherwise this compiler leaves cold parts of functions without an instruction. Their unwind entries begin
   # where those of the next function do, and the 32-bit runtime, which searches the entries by halves, may

@@ -16,4 +16,12 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/qorCredConfig.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qorCred COMPONENT library)
 if(QORCRED_BUILD_HOST)
   install(TARGETS qorhost RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  if(TARGET qorhost_words)
+    set(words ${CMAKE_CURRENT_BINARY_DIR}/host/cli/words)
+    install(FILES ${words}/qorhost.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES ${words}/qorhost DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+    install(FILES ${words}/_qorhost DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+    install(FILES ${words}/qorhost.fish
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+  endif()
 endif()

@@ -78,6 +78,9 @@ class Decimal {
     const std::int64_t exponent = scale_ + exponent_;
     if (exponent > kLargestExponent) return {NumberReading::kTooLarge, 0.0};
     if (exponent < -kLargestExponent) return {NumberReading::kNumber, 0.0};
+    if (digits_.size() <= kExactDigits && exponent == static_cast<std::int64_t>(digits_.size())) {
+      return {NumberReading::kNumber, Whole(negative)};
+    }
 
     const std::string text = (negative ? "-0." : "0.") + digits_ + "e" + std::to_string(exponent);
     TextNumber result{NumberReading::kNumber, 0.0};
@@ -90,10 +93,21 @@ class Decimal {
   }
 
  private:
+  // As many a double holds without rounding.
+  static constexpr std::size_t kExactDigits = 15;
   // No double needs more digits than these to be told from its neighbours.
   static constexpr std::size_t kKeptDigits = 800;
   // Far outside the range of a double on both sides.
   static constexpr std::int64_t kLargestExponent = 400;
+
+  /// The digits as they stand: most numbers are whole.
+  [[nodiscard]] double Whole(bool negative) const {
+    std::int64_t number = 0;
+    for (const char digit : digits_) {
+      number = number * 10 + (digit - '0');
+    }
+    return static_cast<double>(negative ? -number : number);
+  }
 
   std::string digits_;
   std::int64_t scale_ = 0;

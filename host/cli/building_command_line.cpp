@@ -80,11 +80,11 @@ void DescribeUnits(CommandPlace place, const GlobalOptions& global, UnitOptions&
   DescribeTrial(*add, options.trial);
 
   auto* edit = AddCommand(
-      units, "edit", "Change a unit's name and settings",
+      units, "edit", "Change a unit's name and settings, or the settings of several",
       "  qorhost units edit 2 --name \"Linden Park East\"\n"
-      "  qorhost units edit 2 --code-digits 5 --default-end 90d",
+      "  qorhost units edit 2 3 --code-digits 5 --default-end 90d",
       [&](Console& console) { return RunUnitEdit(global, options, console); }, kUnitWords);
-  edit->add_option("UNIT", options.unit, "Its key")->required();
+  edit->add_option("UNIT", options.toEdit, "Its key")->required();
   edit->add_option("--name", options.entry.name, "Its name")->type_name("NAME");
   DescribeSettings(edit, options.entry);
   DescribeTrial(*edit, options.trial);
@@ -114,10 +114,15 @@ void DescribeDoors(CommandPlace place, const GlobalOptions& global, DoorOptions&
   DescribeListOptions(*list, asked);
 
   auto* edit = AddCommand(
-      doors, "edit", "Give a door another name", "  qorhost doors edit 4 --name Yard --unit 2",
+      doors, "edit", "Give doors other names, all of them or none",
+      "  qorhost doors edit 4 --name Yard --unit 2\n"
+      "  qorhost doors edit 3 4 --name Garden --name Yard --unit 2",
       [&](Console& console) { return RunDoorEdit(global, options, console); }, kDoorWords);
-  edit->add_option("DOOR", options.door, "Its number, from 1, or its name")->required();
-  edit->add_option("--name", options.name, "Its new name")->type_name("NAME")->required();
+  edit->add_option("DOOR", options.doors, "Its number, from 1, or its name")->required();
+  edit->add_option("--name", options.names, "Its new name; of several doors one for each")
+      ->type_name("NAME")
+      ->required()
+      ->allow_extra_args(false);
   DescribeTrial(*edit, options.trial);
 }
 

@@ -69,22 +69,11 @@ ChangedUnit WithConsent(CommandSession& session,
   return change(OtherUnits::kChanged);
 }
 
-/// The unit that `given` names, or the one of --unit.
-UnitName UnitNamed(CommandSession& session, const std::string& given) {
-  const auto key = WholeNumber(given);
-  for (const UnitName& unit : session.desks().Units()) {
-    if (key && unit.key == *key) {
-      return unit;
-    }
-  }
-  throw UsageError(fmt::format("there is no unit '{}': 'qorhost units' lists them", given));
-}
-
 std::vector<UnitToDelete> UnitsToDelete(CommandSession& session,
                                         const std::vector<std::string>& given) {
   std::vector<UnitName> units;
   for (const std::string& one : given) {
-    units.push_back(UnitNamed(session, one));
+    units.push_back(session.UnitNamed(one));
   }
   return WithContents(session.desks(), units);
 }
@@ -148,12 +137,34 @@ ExitStatus RunUnitEdit(const GlobalOptions& global, const UnitOptions& options, 
     throw UsageError("say what to change: --name or a setting (see 'qorhost units edit --help')");
   }
   CommandSession session(global, Access::kChange, console);
-  const UnitName unit = UnitNamed(session, options.unit);
-  const ChangedUnit edited = WithConsent(session, [&](OtherUnits others) {
-    return EditUnit(session.desks(), unit.key, options.entry, others, TrialOf(options.trial));
+  std::vector<std::int32_t> keys;
+  for (const std::string& given : options.toEdit) {
+    const std::int32_t key = session.UnitNamed(given).key;
+    if (std::find(keys.begin(), keys.end(), key) == keys.end()) {
+      keys.push_back(key);
+    }
+  }
+  if (keys.size() > 1 && options.entry.name) {
+    throw UsageError("--name is of one unit: name one unit, or leave it out");
+  }
+  std::vector<ChangedUnit> edited;
+  (void)WithConsent(session, [&](OtherUnits others) {
+    edited = EditUnits(session.desks(), keys, options.entry, others, TrialOf(options.trial));
+    return edited.front();
   });
-  return Tell(OfUnit("Set up " + NameOf(edited.unit), Doing::kChanging, edited, options), global,
-              console);
+  ChangeReport report;
+  report.unit = edited.size() == 1 ? qorcred::Value(keys.front()) : qorcred::Value(qorcred::Null{});
+  report.trial = options.trial;
+  std::vector<std::string> names;
+  for (const ChangedUnit& one : edited) {
+    names.push_back(NameOf(one.unit));
+    if (!one.unchanged) {
+      report.changed.push_back({"unit", one.unit.key, one.unit.name});
+    }
+  }
+  const bool unchanged = report.changed.empty();
+  return Tell({fmt::format("Set up {}", fmt::join(names, "; ")), std::move(report), unchanged},
+              global, console);
 }
 
 ExitStatus RunUnitDelete(const GlobalOptions& global, const UnitOptions& options,
@@ -186,15 +197,33 @@ ExitStatus RunUnitDelete(const GlobalOptions& global, const UnitOptions& options
 ExitStatus RunDoorEdit(const GlobalOptions& global, const DoorOptions& options, Console& console) {
   CommandSession session(global, Access::kChange, console);
   const UnitName unit = session.UnitToChange();
-  const ChangedDoor changed =
-      RenameDoor(session.desks(), unit.key, options.door, options.name, TrialOf(options.trial));
-  Told told{
-      fmt::format("Door {} {} is called {} now, and was {}", changed.door, InUnit(unit),
-                  Displayable(changed.name), Displayable(changed.former)),
-      ReportOn(Doing::kChanging, unit.key, {"door", changed.door, changed.name}, options.trial),
-      changed.unchanged};
-  told.report.facts.Add("before", changed.former);
-  return Tell(std::move(told), global, console);
+  if (options.doors.size() != options.names.size()) {
+    throw UsageError(fmt::format("{} for {}: give each door one with --name, in the same order",
+                                 Counted(options.names.size(), "name", "names"),
+                                 Counted(options.doors.size(), "door", "doors")));
+  }
+  std::vector<NewDoorName> renamed;
+  for (std::size_t at = 0; at < options.doors.size(); ++at) {
+    renamed.push_back({options.doors[at], options.names[at]});
+  }
+  const std::vector<ChangedDoor> changed =
+      RenameDoors(session.desks(), unit.key, renamed, TrialOf(options.trial));
+  ChangeReport report;
+  report.unit = unit.key;
+  report.trial = options.trial;
+  std::vector<std::string> told;
+  for (const ChangedDoor& one : changed) {
+    told.push_back(fmt::format("Door {} {} is called {} now, and was {}", one.door, InUnit(unit),
+                               Displayable(one.name), Displayable(one.former)));
+    if (!one.unchanged) {
+      report.changed.push_back({"door", one.door, one.name});
+    }
+  }
+  const bool unchanged = report.changed.empty();
+  report.facts.Add("before", changed.size() == 1 ? qorcred::Value(changed.front().former)
+                                                 : qorcred::Value(qorcred::Null{}));
+  return Tell({fmt::format("{}", fmt::join(told, "; ")), std::move(report), unchanged}, global,
+              console);
 }
 
 ExitStatus RunScheduleList(const GlobalOptions& global, const ListOptions& asked,

@@ -14,15 +14,15 @@ namespace qorhost {
 struct UnitOptions {
   UnitEntry entry;
   std::optional<std::string> key;  ///< of a new unit
-  std::string unit;                ///< to edit
+  std::vector<std::string> toEdit;
   std::vector<std::string> toDelete;
   bool settings = false;  ///< of list: prints them
   bool trial = false;     ///< tells what it would do
 };
 
 struct DoorOptions {
-  std::string door;
-  std::string name;
+  std::vector<std::string> doors;
+  std::vector<std::string> names;  ///< one for each
   bool trial = false;
 };
 

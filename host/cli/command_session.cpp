@@ -37,6 +37,14 @@ std::string Listed(const std::vector<UnitName>& units) {
   return fmt::format("{}{}", fmt::join(names, ", "), units.size() > kMost ? ", ..." : "");
 }
 
+/// What a trial would have queued besides: ", and queued 2 programming steps".
+std::string StepsThen(std::int64_t steps) {
+  return steps <= 0
+             ? std::string()
+             : fmt::format(", and queued {}", Counted(static_cast<std::size_t>(steps),
+                                                      "programming step", "programming steps"));
+}
+
 }  // namespace
 
 Patience PatienceOf(const GlobalOptions& global, Console& console) {
@@ -89,7 +97,7 @@ CommandSession::CommandSession(const GlobalOptions& global, Access access, Conso
                    [this](std::string_view text, qorcred::MessageStyle style,
                           std::string_view title) { return operator_.Show(text, style, title); })) {
   if (trial_ == Trial::kYes) {
-    session_.sql().work().OnlyTry();
+    session_.OnlyTry();
   }
 }
 
@@ -101,9 +109,9 @@ bool CommandSession::ToldTrial(const Outcome& outcome) {
   if (global_.json || !outcome.done() || outcome.unchanged) {
     return false;
   }
-  const TriedChanges tried = ChangesTried(session_);
+  const TriedChanges tried = ChangesTried(session_, NamedFor::kPeople);
   PrintTable(console_.out, tried.fields);
-  console_.out << "Would have changed " << tried.summary
+  console_.out << "Would have changed " << tried.summary << StepsThen(tried.steps)
                << ". This was a trial, nothing was changed.\n";
   return true;
 }
@@ -134,27 +142,27 @@ void CommandSession::Report(ChangeReport report) {
 
 void CommandSession::AddTried(JsonObject& facts) {
   if (trial_ == Trial::kYes) {
-    facts.Add("changes", ChangesTried(session_).fields);
+    facts.Add("changes", ChangesTried(session_, NamedFor::kPrograms).fields);
   } else {
     facts.Add("changes", qorcred::Null{});
   }
 }
 
 std::vector<UnitName> CommandSession::ChosenUnits() {
-  std::vector<UnitName> units = session_.Units();
   if (!global_.unit) {
-    return units;
+    return session_.Units();
   }
-  return {Find(*global_.unit, std::move(units))};
+  return {UnitNamed(std::to_string(*global_.unit))};
 }
 
-UnitName CommandSession::Find(std::int32_t key, std::vector<UnitName> units) const {
-  for (UnitName& unit : units) {
-    if (unit.key == key) {
+UnitName CommandSession::UnitNamed(const std::string& given) {
+  const auto key = WholeNumber(given);
+  for (UnitName& unit : session_.Units()) {
+    if (key && unit.key == *key) {
       return std::move(unit);
     }
   }
-  throw UsageError(fmt::format("there is no unit {} in '{}': 'qorhost units' lists them", key,
+  throw UsageError(fmt::format("there is no unit '{}' in '{}': 'qorhost units' lists them", given,
                                global_.file.string()));
 }
 
@@ -193,7 +201,7 @@ UnitName CommandSession::ChosenUnit() {
         global_.file.string()));
   }
   const std::optional<std::int32_t> key = NamedUnit();
-  UnitName chosen = key ? Find(*key, std::move(units)) : std::move(units.front());
+  UnitName chosen = key ? UnitNamed(std::to_string(*key)) : std::move(units.front());
   TellWhatIsMissing({chosen});
   return chosen;
 }

@@ -72,6 +72,8 @@ class CommandSession {
   /// To be called before a deletion, which may ask nothing: with --no nothing is deleted all the
   /// same. Raises RefusedError then.
   void RequireDeletion() const;
+  /// The unit whose key is given; UsageError when there is none.
+  [[nodiscard]] UnitName UnitNamed(const std::string& given);
   /// The unit of --unit alone, or all units.
   [[nodiscard]] std::vector<UnitName> ChosenUnits();
 
@@ -79,7 +81,7 @@ class CommandSession {
   /// by page keeps nobody waiting then.
   template <typename Read>
   [[nodiscard]] auto OfOneState(Read&& read) {
-    const Undoable oneState(session_.sql().look());
+    const Undoable oneState = session_.OneState();
     return read();
   }
 
@@ -88,7 +90,6 @@ class CommandSession {
 
  private:
   [[nodiscard]] std::optional<std::int32_t> NamedUnit() const;
-  [[nodiscard]] UnitName Find(std::int32_t key, std::vector<UnitName> units) const;
 
   const GlobalOptions& global_;
   Console& console_;

@@ -43,30 +43,124 @@ std::vector<std::string> OptionsWithValues(const std::vector<CommandWords>& comm
   return names;
 }
 
-void WriteBash(std::ostream& out, const std::vector<CommandWords>& commands) {
-  const std::string withValues = fmt::format("{}", fmt::join(OptionsWithValues(commands), "|"));
-  out << "_qorhost() {\n"
-         "  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}\n"
-         "  local path= at word words=\n"
-         "  for ((at = 1; at < COMP_CWORD; at++)); do\n"
-         "    word=${COMP_WORDS[at]}\n"
-         "    case $word in\n";
-  fmt::print(out, "      {}) ((at++)); continue ;;\n", withValues);
-  out << "    esac\n    case \"${path:+$path }$word\" in\n";
-  for (const CommandWords& command : commands) {
-    if (!command.path.empty()) {
-      fmt::print(out, "      '{}') path='{}' ;;\n", command.path, command.path);
+/// What an option takes as a word that is known: "yes" and "no" of "yes|no", "none" of "none|DATE".
+std::vector<std::string> FixedValues(const OptionWords& option) {
+  std::vector<std::string> values;
+  std::string_view rest = option.value;
+  while (!rest.empty()) {
+    const std::size_t bar = std::min(rest.find('|'), rest.size());
+    const std::string_view word = rest.substr(0, bar);
+    const bool isKnown = !word.empty() && std::all_of(word.begin(), word.end(), [](char letter) {
+      return (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9') || letter == '-';
+    });
+    if (isKnown) {
+      values.emplace_back(word);
+    }
+    rest.remove_prefix(std::min(bar + 1, rest.size()));
+  }
+  return values;
+}
+
+/// Options whose values stand in the store, and the list that has them.
+struct StoredValues {
+  std::string_view list;
+  std::vector<std::string_view> options;
+};
+const std::vector<StoredValues>& ListedValues() {
+  static const std::vector<StoredValues> kListed{{"units list --columns unit", {"--unit"}},
+                                                 {"schedules list --columns name",
+                                                  {"--schedule1", "--schedule2", "--schedule3",
+                                                   "--schedule4", "--dnd", "--forward-schedule"}}};
+  return kListed;
+}
+
+/// The list that has an option's values; "" when none does.
+std::string_view ListOf(const OptionWords& option) {
+  for (const StoredValues& one : ListedValues()) {
+    for (const std::string& name : option.names) {
+      if (std::find(one.options.begin(), one.options.end(), name) != one.options.end()) {
+        return one.list;
+      }
     }
   }
-  out << "    esac\n  done\n  case $previous in\n";
-  fmt::print(out, "    {}) COMPREPLY=(); return ;;\n", withValues);
-  out << "  esac\n  case $path in\n";
+  return {};
+}
+
+/// What a shell is offered behind an option: "'credentials add --type') offer ...".
+void WriteBashValues(std::ostream& out, const CommandWords& command) {
+  for (const OptionWords& option : command.options) {
+    const std::vector<std::string> fixed = FixedValues(option);
+    const std::string_view list = ListOf(option);
+    if (fixed.empty() && list.empty()) {
+      continue;
+    }
+    std::string words;
+    for (const std::string& name : option.names) {
+      words += fmt::format(
+          "{}{}", words.empty() ? "" : "|",
+          command.path.empty() ? "*' " + name + "'" : fmt::format("'{} {}'", command.path, name));
+    }
+    if (list.empty()) {
+      fmt::print(out, "    {}) _qorhost_offer '{}'; return ;;\n", words, fmt::join(fixed, "\n"));
+    } else {
+      fmt::print(out, "    {}) _qorhost_offer \"$(_qorhost_stored {})\"; return ;;\n", words, list);
+    }
+  }
+}
+
+void WriteBash(std::ostream& out, const std::vector<CommandWords>& commands) {
+  const std::string withValues = fmt::format("{}", fmt::join(OptionsWithValues(commands), "|"));
+  // Names may have blanks in them: each stands on a line of its own. To zsh, `path` is where
+  // programs are.
+  out << "_qorhost_offer() {\n"
+         "  local value IFS=$'\\n'\n"
+         "  COMPREPLY=()\n"
+         "  for value in $1; do\n"
+         "    case $value in\n"
+         "      \"$current\"*) COMPREPLY+=(\"$(printf %q \"$value\")\") ;;\n"
+         "    esac\n"
+         "  done\n"
+         "}\n"
+         "_qorhost_stored() {\n"
+         "  qorhost \"${globals[@]}\" \"$@\" --format csv 2> /dev/null | tail -n +2 | tr -d '\\r' "
+         "|\n"
+         "    sed 's/^\"\\(.*\\)\"$/\\1/; s/\"\"/\"/g'\n"
+         "}\n"
+         "_qorhost() {\n"
+         "  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}\n"
+         "  local place= at word next=\n"
+         "  local -a globals\n"
+         "  globals=(--quiet)\n"
+         "  for ((at = 1; at < COMP_CWORD; at++)); do\n"
+         "    word=${COMP_WORDS[at]}\n"
+         "    case $word in\n"
+         "      --db|--unit)\n"
+         "        if ((at + 1 < COMP_CWORD)); then\n"
+         "          globals+=(\"$word\" \"${COMP_WORDS[at+1]}\")\n"
+         "        fi ;;\n"
+         "    esac\n"
+         "    case $word in\n";
+  fmt::print(out, "      {}) ((at++)); continue ;;\n", withValues);
+  out << "    esac\n    case \"${place:+$place }$word\" in\n";
   for (const CommandWords& command : commands) {
-    fmt::print(out, "    '{}') words='{}' ;;\n", command.path,
-               Joined(NextWords(command, commands.front())));
+    if (!command.path.empty()) {
+      fmt::print(out, "      '{}') place='{}' ;;\n", command.path, command.path);
+    }
+  }
+  out << "    esac\n  done\n"
+         "  case \"$place $previous\" in\n";
+  for (auto command = commands.rbegin(); command != commands.rend(); ++command) {
+    WriteBashValues(out, *command);  // the program's own, which go with all, behind the others
+  }
+  out << "  esac\n  case $previous in\n";
+  fmt::print(out, "    {}) COMPREPLY=(); return ;;\n", withValues);
+  out << "  esac\n  case $place in\n";
+  for (const CommandWords& command : commands) {
+    fmt::print(out, "    '{}') next='{}' ;;\n", command.path,
+               fmt::join(NextWords(command, commands.front()), "\n"));
   }
   out << "  esac\n"
-         "  COMPREPLY=($(compgen -W \"$words\" -- \"$current\"))\n"
+         "  _qorhost_offer \"$next\"\n"
          "}\n"
          "complete -o default -F _qorhost qorhost\n";
 }
@@ -83,10 +177,21 @@ std::string InQuotes(std::string_view text) {
 }
 
 void WriteFish(std::ostream& out, const std::vector<CommandWords>& commands) {
-  out << "function __qorhost_path\n"
+  out << "function __qorhost_stored\n"
+         "  set -l words (commandline -opc)\n"
+         "  set -l globals --quiet\n"
+         "  for at in (seq 2 (count $words))\n"
+         "    if contains -- $words[$at] --db --unit; and test $at -lt (count $words)\n"
+         "      set globals $globals $words[$at] $words[(math $at + 1)]\n"
+         "    end\n"
+         "  end\n"
+         "  qorhost $globals $argv --format csv 2> /dev/null | tail -n +2 |\n"
+         "    string trim | string trim -c '\"'\n"
+         "end\n"
+         "function __qorhost_path\n"
          "  set -l path\n"
          "  for word in (commandline -opc)[2..-1]\n"
-         "    switch (string join ' ' $path $word)\n";
+         "    switch (string join -- ' ' $path $word)\n";
   for (const CommandWords& command : commands) {
     if (!command.path.empty()) {
       fmt::print(out, "      case '{}'\n        set path $path $word\n", command.path);
@@ -98,7 +203,13 @@ void WriteFish(std::ostream& out, const std::vector<CommandWords>& commands) {
     for (const std::string& name : option.names) {
       out << (name.starts_with("--") ? " -l " + name.substr(2) : " -s " + name.substr(1));
     }
-    fmt::print(out, "{} -d {}\n", option.value.empty() ? "" : " -r", InQuotes(option.description));
+    const std::vector<std::string> fixed = FixedValues(option);
+    const std::string_view list = ListOf(option);
+    const std::string values = !list.empty() ? fmt::format(" -x -a '(__qorhost_stored {})'", list)
+                               : !fixed.empty()       ? fmt::format(" -x -a '{}'", Joined(fixed))
+                               : option.value.empty() ? ""
+                                                      : " -r";
+    fmt::print(out, "{} -d {}\n", values, InQuotes(option.description));
   };
   for (const CommandWords& command : commands) {
     const std::string condition = fmt::format(" -n 'test (__qorhost_path) = \"{}\"'", command.path);
@@ -130,10 +241,16 @@ void WriteCompletion(std::ostream& out, std::string_view shell,
     return;
   }
   if (shell == "zsh") {
-    // Zsh runs completions that were written for Bash.
-    out << "autoload -U +X compinit && compinit\nautoload -U +X bashcompinit && bashcompinit\n";
+    // Zsh runs completions that were written for Bash. In a folder of its own functions the script
+    // is run by the first completion, which it then has to give.
+    out << "#compdef qorhost\n"
+           "(( $+functions[compdef] )) || { autoload -U +X compinit && compinit; }\n"
+           "autoload -U +X bashcompinit && bashcompinit\n";
   }
   WriteBash(out, commands);
+  if (shell == "zsh") {
+    out << "[[ -z ${compstate[context]-} ]] || _bash_complete -o default -F _qorhost\n";
+  }
 }
 
 }  // namespace qorhost

@@ -94,7 +94,8 @@ ExitStatus RunHistoryShow(const GlobalOptions& global, const HistoryOptions& opt
     if (!global.json) {
       console.Remarks() << Displayable(DescriptionOf(entry)) << '\n';
     }
-    PrintRows(console.out, EntryTable(session.desks(), entry.entry), global.json);
+    const NamedFor reader = global.json ? NamedFor::kPrograms : NamedFor::kPeople;
+    PrintRows(console.out, EntryTable(session.desks(), entry.entry, reader), global.json);
   }
   return ExitStatus::kDone;
 }

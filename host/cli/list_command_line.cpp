@@ -1,5 +1,7 @@
 #include "host/cli/list_command_line.h"
 
+#include <fmt/format.h>
+
 #include <string>
 
 #include "host/desks/whole_number.h"
@@ -25,7 +27,7 @@ CLI::Option* DescribeConditions(CLI::App& command, std::vector<std::string>& con
 void DescribeFormats(CLI::App& command, OutputOptions& output, const std::string& description,
                      const std::vector<std::string>& formats) {
   command.add_option("--format", output.format, description)
-      ->type_name("FORMAT")
+      ->type_name(fmt::format("{}", fmt::join(formats, "|")))
       ->check(CLI::IsMember(formats));
   auto* to = command
                  .add_option("--to", output.to,

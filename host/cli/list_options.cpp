@@ -34,7 +34,8 @@ void PrintList(const GlobalOptions& global, const ListOptions& options, PrintedL
                CommandSession& session, Console& console) {
   const OutputOptions& output = options.output;
   const std::string format = FormatOf(global, output);
-  const bool everyColumn = printed.everyColumn && (format == "csv" || format == "json");
+  const bool everyColumn = (printed.everyColumn && (format == "csv" || format == "json")) ||
+                           (printed.list.csvHasExtras && format == "csv");
   List answer = Answer(everyColumn ? WithExtras(std::move(printed.list)) : std::move(printed.list),
                        options.query);
   const std::size_t rows = answer.rows.size();

@@ -109,9 +109,15 @@ void PrintChanged(const ChangedTenants& changed, const UnitName& unit, std::stri
   if (!table.rows.empty() && (!changed.written || table.rows.size() <= kMostTold)) {
     PrintTable(told, table);
   }
-  told << fmt::format("{} {} {}.{}\n", Verb(verb, changed.written),
-                      Counted(changed.tenants, "tenant", "tenants"), InUnit(unit),
-                      changed.written ? "" : " Nothing was changed.");
+  told << fmt::format("{} {} {}", Verb(verb, changed.written),
+                      Counted(changed.tenants, "tenant", "tenants"), InUnit(unit));
+  if (changed.written) {
+    told << ".\n";
+  } else {
+    told << fmt::format(
+        ", and queued {}. Nothing was changed.\n",
+        Counted(static_cast<std::size_t>(changed.steps), "programming step", "programming steps"));
+  }
   if (!changed.freed.empty()) {
     told << fmt::format("Held by nobody {}: {}.\n", changed.written ? "now" : "then",
                         SomeNames(changed.freed));

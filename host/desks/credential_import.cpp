@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "frame/text.h"
+#include "host/desks/card_door.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
 #include "host/desks/credential_line.h"
@@ -30,22 +31,26 @@ enum Column : std::size_t {
   kAssignedTo = credential_column::kCount,
   kRowId,
   kTenantRid,
+  kDoor,
+  kTenantId,
   kColumnCount
 };
 
 namespace caption = credential_caption;
 
 constexpr std::array<ImportColumn, kColumnCount> kColumns{{
-    {caption::kType, true, {}},  // its help names the types
-    {caption::kNumber, true, "the credential's number, 1 to 65535"},
-    {caption::kFacility, false, "0 to 63 (Corvin 30-Bit Card) or 255; empty: 0"},
+    {caption::kType, true, {}, "Type"},  // its help names the types
+    {caption::kNumber, true, "the credential's number, 1 to 65535", "Number"},
+    {caption::kFacility, false, "0 to 63 (Corvin 30-Bit Card) or 255; empty: 0", "Facility"},
     {caption::kIdCode, false, "of a transmitter, 0 to 26; of a card empty"},
-    {caption::kSequence, false, "of a transmitter, 0 to 2; of a card empty"},
-    {caption::kButton, false, "of a transmitter, 1 (also empty) or 4; of a card empty"},
+    {caption::kSequence, false, "of a transmitter, 0 to 2; of a card empty", "Sequence"},
+    {caption::kButton, false, "of a transmitter, 1 (also empty) or 4; of a card empty", "Button"},
     {caption::kAssignedTo, false,
-     "a tenant's last name, first name and initial; Unassigned or empty: none"},
+     "a tenant's last name, first name and initial; Unassigned or empty: none", "Tenant"},
     {caption::kRid, false, "not looked at: new rows get identities of their own"},
     {caption::kTenantRid, false, "not looked at"},
+    {"Door", false, "the door that a card opens, by number or name; empty or none: no door"},
+    {"Tenant id", false, {}, {}, true},
 }};
 
 static_assert(credential_bound::kNumber == 65535 && credential_bound::kCorvinFacility == 63 &&
@@ -72,13 +77,28 @@ class CredentialImport {
     if (!issued.done()) {
       throw RefusedLine(WithoutFacts(issued), ColumnOfControl(desk_.screen().focused(), kType));
     }
+    Outcome entered = WithoutFacts(issued);
     if (const std::optional<std::int32_t> tenant = FindTenant(line)) {
-      return desk_.AssignIssued(issued, *tenant);
+      entered = desk_.AssignIssued(issued, *tenant);
     }
-    return WithoutFacts(issued);
+    if (entered.done()) {
+      OpenDoor(line, issued);
+    }
+    return entered;
   }
 
  private:
+  void OpenDoor(const ImportLine& line, const IssuedCredentials& issued) {
+    const std::string_view given = line.Trimmed(kDoor);
+    if (given.empty()) {
+      return;
+    }
+    const double type = FindCredentialType(EnteredTypes(), issued.type)->type;
+    if (const std::int32_t door = DoorInCell(desk_.screen().List("cboActivate"), type, given)) {
+      WriteDoor(session_, desk_.unitKey(), issued.RidOf(issued.first), door);
+    }
+  }
+
   /// The tenant's place in the list; nothing for nobody.
   [[nodiscard]] std::optional<std::int32_t> FindTenant(const ImportLine& line) {
     const std::string_view given = line.Trimmed(kAssignedTo);
@@ -143,6 +163,7 @@ ImportReport ImportCredentials(DeskSession& session, std::int32_t unitKey, Impor
   auto fields = CredentialFields(kType);
   std::vector<ColumnField> inputs(fields.begin(), fields.end());
   inputs.push_back({credential_field::kTenant, kAssignedTo});
+  inputs.push_back({credential_field::kDoor, kDoor});
   const std::vector<FieldWord> words = WordsOf(file, inputs);
   ImportRun run(session, {{unitKey}, "import credentials", {}}, rules, words);
   CredentialImport entering(session, unitKey);

@@ -11,6 +11,7 @@
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/desks/credential_types.h"
+#include "host/desks/field_names.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/rows_by_rid.h"
 #include "host/desks/tenant_name.h"
@@ -71,16 +72,14 @@ Value TypeLabel(const Value& type) {
 List CredentialList(DeskSession& session, CredentialDesk& desk) {
   List shown;
   shown.title = "Credentials";
-  shown.fields = {{"RID", "rid", FieldKind::kNumber},
-                  {"Type", "type", FieldKind::kCredentialType},
-                  {"Number", "number", FieldKind::kNumber},
-                  {"Facility", "facility", FieldKind::kNumber},
-                  {"ID code", "id_code", FieldKind::kNumber},
-                  {"Sequence", "sequence", FieldKind::kNumber},
-                  {"Button", "button", FieldKind::kNumber},
-                  {"Door", "door"},
-                  {"Tenant id", "tenant_id", FieldKind::kNumber},
-                  {"Tenant", "tenant"}};
+  const auto field = [](std::string_view key, FieldKind kind = FieldKind::kNumber) {
+    return NamedField(CredentialNames(), key, kind);
+  };
+  shown.fields = {field("rid"),       field("type", FieldKind::kCredentialType),
+                  field("number"),    field("facility"),
+                  field("id_code"),   field("sequence"),
+                  field("button"),    field("door", FieldKind::kText),
+                  field("tenant_id"), field("tenant", FieldKind::kText)};
   const ListModel& list = desk.screen().List("cboCredentials");
   const ListModel& doors = desk.screen().List("cboActivate");
   const QueryResult details = session.sql().Select(fmt::format(

@@ -9,6 +9,7 @@
 
 #include "frame/convert.h"
 #include "frame/data_services.h"
+#include "host/desks/field_names.h"
 #include "host/desks/operation_record.h"
 #include "host/desks/report_captions.h"
 #include "host/desks/typed_input.h"
@@ -25,8 +26,22 @@ using qorcred::Value;
 /// The column of this field is called otherwise.
 ReportField TenantNameField() {
   ReportField field{"Tenant Name", FieldKind::kText};
-  field.alsoCalled = caption::kAssignedTo;
+  field.alsoCalled = OtherNames(CredentialNames(), caption::kAssignedTo);
+  field.alsoCalled.emplace_back(caption::kAssignedTo);
   field.unsetWord = "Unassigned";
+  return field;
+}
+
+ReportField NumberField(std::string_view name) {
+  ReportField field{std::string(name), FieldKind::kNumber, 0, false, kFromZero};
+  field.alsoCalled = OtherNames(CredentialNames(), name);
+  return field;
+}
+
+ReportField TypeField() {
+  ReportField field{std::string(caption::kType), FieldKind::kCredentialType};
+  field.alsoCalled = OtherNames(CredentialNames(), caption::kType);
+  field.leftOut = 1;  // "does not equal" finds the same as "equal"
   return field;
 }
 
@@ -58,11 +73,8 @@ Value WithoutBlanksBehind(Value cell) {
 
 /// In their places in `cboField`.
 const std::vector<ReportField>& CredentialReport::FilterFields() {
-  static const std::vector<ReportField> kFields{
-      {std::string(caption::kType), FieldKind::kCredentialType},
-      {std::string(caption::kNumber), FieldKind::kNumber, 0, false, kFromZero},
-      {std::string(caption::kFacility), FieldKind::kNumber, 0, false, kFromZero},
-      TenantNameField()};
+  static const std::vector<ReportField> kFields{TypeField(), NumberField(caption::kNumber),
+                                                NumberField(caption::kFacility), TenantNameField()};
   return kFields;
 }
 
@@ -110,6 +122,7 @@ List CredentialReport::Rows() const {
     const std::string title(column.title);
     ListField& field = list.fields.emplace_back(ListField{title, title, column.kind});
     field.isExtra = column.isExtra;
+    field.otherNames = OtherNames(CredentialNames(), title);
   }
   const TableView rows(rows_);
   if (rows.HasNoRows()) {

@@ -1,5 +1,7 @@
 #include "host/desks/dir_code_import.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -42,7 +44,19 @@ class DirCodeImport {
 }  // namespace
 
 std::span<const ImportColumn> DirCodeImportColumns() {
-  return DirCodeColumns();
+  // What a list shows beside them is not the code's own.
+  static const auto kColumns = [] {
+    constexpr std::array<ImportColumn, 4> kOfLists{{{"RID", false, {}, {}, true},
+                                                    {"Unit", false, {}, {}, true},
+                                                    {"Tenants", false, {}, {}, true},
+                                                    {"State", false, {}, {}, true}}};
+    std::array<ImportColumn, dir_code_column::kCount + kOfLists.size()> columns{};
+    const auto codes = DirCodeColumns();
+    std::copy(kOfLists.begin(), kOfLists.end(),
+              std::copy(codes.begin(), codes.end(), columns.begin()));
+    return columns;
+  }();
+  return kColumns;
 }
 
 ImportReport ImportDirCodes(DeskSession& session, std::int32_t unitKey, ImportFile& file,

@@ -3,11 +3,13 @@
 #include <fmt/format.h>
 
 #include <unordered_map>
+#include <utility>
 
 #include "frame/convert.h"
 #include "frame/row_state.h"
 #include "frame/screen_names.h"
 #include "frame/text.h"
+#include "host/desks/field_names.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/rows_by_rid.h"
 #include "host/desks/tenant_name.h"
@@ -75,20 +77,31 @@ std::vector<std::string> NamesOf(const ListModel& schedules) {
 }
 
 std::vector<ListField> FieldsWith(const std::vector<std::string>& schedules) {
-  std::vector<ListField> fields{{"RID", "rid", FieldKind::kNumber},
-                                {"Code", "code", FieldKind::kNumber},
-                                {"Phone", "phone"},
-                                {"Extension", "extension"},
-                                {"Delay", "delay", FieldKind::kNumber},
-                                {"DND schedule", "dnd_schedule", FieldKind::kSchedule},
-                                {"Forward phone", "forward_phone"},
-                                {"Forward schedule", "forward_schedule", FieldKind::kSchedule},
-                                {"Active", "active", FieldKind::kYesNo},
-                                {"Start", "start", FieldKind::kDate},
-                                {"End", "end", FieldKind::kDate},
-                                {"Display name", "display_name"},
-                                {"Tenants", "tenants"},
-                                {"State", "state"}};
+  const auto named = [](std::string_view key, FieldKind kind = FieldKind::kText) {
+    return NamedField(DirCodeNames(), key, kind);
+  };
+  std::vector<ListField> fields{named("rid", FieldKind::kNumber),
+                                named("code", FieldKind::kNumber),
+                                named("phone"),
+                                named("extension"),
+                                named("delay", FieldKind::kNumber),
+                                named("dnd_schedule", FieldKind::kSchedule),
+                                named("forward_phone"),
+                                named("forward_schedule", FieldKind::kSchedule),
+                                named("active", FieldKind::kYesNo),
+                                named("start", FieldKind::kDate),
+                                named("end", FieldKind::kDate),
+                                named("display_name"),
+                                named("tenants"),
+                                named("state")};
+  for (const auto& [key, kind] :
+       {std::pair("dnd", FieldKind::kYesNo), std::pair("forwarding", FieldKind::kYesNo),
+        std::pair("forward_extension", FieldKind::kText),
+        std::pair("forward_delay", FieldKind::kNumber), std::pair("show_name", FieldKind::kYesNo),
+        std::pair("show_code", FieldKind::kYesNo)}) {
+    fields.push_back(named(key, kind));
+    fields.back().isExtra = true;
+  }
   for (ListField& field : fields) {
     if (field.kind == FieldKind::kSchedule) {
       field.names = schedules;
@@ -118,6 +131,7 @@ Value ChosenSchedule(DirCodeDesk& desk, std::string_view list) {
 List DirCodeList(DeskSession& session, DirCodeDesk& desk) {
   List list;
   list.title = "Directory codes";
+  list.csvHasExtras = true;
   const ListModel& schedules = desk.screen().List(qorcred::kDndScheduleList);
   list.fields = FieldsWith(NamesOf(schedules));
   const QueryResult details = session.sql().Select(
@@ -136,14 +150,26 @@ List DirCodeList(DeskSession& session, DirCodeDesk& desk) {
     const bool forwards = IsSet(cell(unit_column::kIsCfChecked));
     const auto held = tenants.find(rid);
     list.rows.push_back(
-        {rid, cell(unit_column::kCode), cell(unit_column::kPhone), cell(unit_column::kExtension),
+        {rid,
+         cell(unit_column::kCode),
+         cell(unit_column::kPhone),
+         cell(unit_column::kExtension),
          cell(unit_column::kTimeDelay),
          disturbs ? Value(Null{}) : ScheduleName(schedules, cell(unit_column::kDndSchedule)),
          forwards ? cell(unit_column::kCfPhone) : Value(Null{}),
          forwards ? ScheduleName(schedules, cell(unit_column::kCfSchedule)) : Value(Null{}),
-         IsSet(cell(unit_column::kActive)), cell(unit_column::kStartDate),
-         cell(unit_column::kEndDate), cell(unit_column::kDisplayName),
-         held == tenants.end() ? qorcred::StringArray() : held->second, StateText(row[kState])});
+         IsSet(cell(unit_column::kActive)),
+         cell(unit_column::kStartDate),
+         cell(unit_column::kEndDate),
+         cell(unit_column::kDisplayName),
+         held == tenants.end() ? qorcred::StringArray() : held->second,
+         StateText(row[kState]),
+         !disturbs,
+         forwards,
+         forwards ? cell(unit_column::kCfExtension) : Value(Null{}),
+         forwards ? cell(unit_column::kCfTimeDelay) : Value(Null{}),
+         IsSet(cell(unit_column::kShowDisplayName)),
+         IsSet(cell(unit_column::kShowDirectoryCode))});
   }
   return list;
 }

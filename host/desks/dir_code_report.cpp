@@ -10,6 +10,7 @@
 #include "frame/data_services.h"
 #include "frame/date.h"
 #include "frame/schedules.h"
+#include "host/desks/field_names.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/operation_record.h"
 #include "host/desks/report_captions.h"
@@ -88,6 +89,7 @@ std::vector<ReportField> FieldsIn(const ListModel& list,
     const std::int32_t rid = list.ItemData(index);
     ReportField& added = fields.emplace_back();
     added.name = list.Text(index);
+    added.alsoCalled = OtherNames(DirCodeNames(), added.name);
     added.kind = KindOf(rid);
     added.leftOut = LeftOutOf(rid);
     added.mayBeUnset = rid == field::kTimeDelay || rid == field::kCfTimeDelay;
@@ -98,6 +100,9 @@ std::vector<ReportField> FieldsIn(const ListModel& list,
     added.range = RangeOf(rid);
     if (added.kind == FieldKind::kSchedule) {
       added.names = schedules;
+      const std::int32_t tick =
+          list.FindData(rid == field::kDndSchedule ? field::kIsDndChecked : field::kIsCfChecked);
+      added.switchedBy = tick == ListModel::kNone ? std::string() : list.Text(tick);
     }
   }
   return fields;
@@ -223,6 +228,7 @@ List DirCodeReport::Rows() const {
     });
     if (field != known.end()) {
       column.field.kind = field->kind;
+      column.field.otherNames = field->alsoCalled;
     }
     // The grid's columns and the result's match by position; one that the store's owner moved is
     // shown as it is stored.

@@ -96,4 +96,20 @@ ChangedDoor RenameDoor(DeskSession& session, std::int32_t unitKey, std::string_v
   return changed;
 }
 
+std::vector<ChangedDoor> RenameDoors(DeskSession& session, std::int32_t unitKey,
+                                     const std::vector<NewDoorName>& renamed, Trial trial) {
+  std::vector<ChangedDoor> changed;
+  if (renamed.size() == 1) {
+    const NewDoorName& only = renamed.front();
+    changed.push_back(RenameDoor(session, unitKey, only.door, only.name, trial));
+    return changed;
+  }
+  OwnWork work(session, {unitKey}, fmt::format("rename {} doors", renamed.size()));
+  for (const NewDoorName& one : renamed) {
+    changed.push_back(RenameDoor(session, unitKey, one.door, one.name, Trial::kNo));
+  }
+  work.End(trial);
+  return changed;
+}
+
 }  // namespace qorhost

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/desks/session.h"
 #include "host/desks/trial.h"
@@ -28,5 +29,14 @@ struct ChangedDoor {
 /// of the unit has, or by which a person means a number or no door.
 [[nodiscard]] ChangedDoor RenameDoor(DeskSession& session, std::int32_t unitKey,
                                      std::string_view door, const std::string& name, Trial trial);
+
+struct NewDoorName {
+  std::string door;
+  std::string name;
+};
+/// The same of several, one after the other, as one unit of work: all of them or none.
+[[nodiscard]] std::vector<ChangedDoor> RenameDoors(DeskSession& session, std::int32_t unitKey,
+                                                   const std::vector<NewDoorName>& renamed,
+                                                   Trial trial);
 
 }  // namespace qorhost

@@ -176,7 +176,7 @@ const std::vector<StoredCell>& CellsOf(const RowChange& change) {
   return change.kind == RowChangeKind::kDeleted ? change.before : change.after;
 }
 
-Table ChangeTable(const std::vector<RowChange>& changes) {
+Table ChangeTable(const std::vector<RowChange>& changes, NamedFor reader) {
   Table table;
   table.columns = {{"Table", "table"},   {"RID", "rid"},     {"Last RID", "last_rid"},
                    {"Change", "change"}, {"Field", "field"}, {"Before", "before"},
@@ -186,7 +186,8 @@ Table ChangeTable(const std::vector<RowChange>& changes) {
         change.rid == change.lastRid ? Value(Null{}) : Value(static_cast<double>(change.lastRid));
     for (const StoredCell& cell : CellsOf(change)) {
       table.rows.push_back({change.table, static_cast<double>(change.rid), last,
-                            std::string(WordOf(change.kind)), cell.column,
+                            std::string(WordOf(change.kind)),
+                            std::string(NameOfColumn(change.table, cell.column, reader)),
                             CellOf(change.before, cell.column), CellOf(change.after, cell.column)});
     }
   }
@@ -195,8 +196,8 @@ Table ChangeTable(const std::vector<RowChange>& changes) {
 
 }  // namespace
 
-Table EntryTable(DeskSession& session, std::int64_t entry) {
-  return ChangeTable(session.sql().audit().RowsOf(entry));
+Table EntryTable(DeskSession& session, std::int64_t entry, NamedFor reader) {
+  return ChangeTable(session.sql().audit().RowsOf(entry), reader);
 }
 
 std::vector<TouchedRow> RowsTouched(DeskSession& session, std::int64_t entry) {
@@ -211,9 +212,10 @@ std::vector<TouchedRow> RowsTouched(DeskSession& session, std::int64_t entry) {
   return rows;
 }
 
-TriedChanges ChangesTried(DeskSession& session) {
+TriedChanges ChangesTried(DeskSession& session, NamedFor reader) {
   const std::vector<RowChange>& tried = session.sql().work().tried();
-  TriedChanges changes{ChangeTable(tried), Summary(tried), 0};
+  TriedChanges changes{ChangeTable(tried, reader), Summary(tried), 0,
+                       session.sql().work().stepsQueued()};
   for (const RowChange& change : tried) {
     changes.rows += change.lastRid - change.rid + 1;
   }
@@ -256,7 +258,7 @@ ChainHead ReadHead(std::string_view given) {
 
 std::vector<std::string> FaultsOfHistory(DeskSession& session,
                                          const std::vector<ChainHead>& noted) {
-  const Undoable oneState(session.sql().look());
+  const Undoable oneState = session.OneState();
   AuditLog& audit = session.sql().audit();
   std::vector<std::string> faults;
   for (const ChainFault& fault : audit.Check()) {

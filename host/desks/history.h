@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/desks/field_names.h"
 #include "host/desks/list.h"
 #include "host/desks/session.h"
 #include "host/files/table.h"
@@ -39,8 +40,10 @@ struct HistoryQuery {
 /// An entry by the number that the table shows. Raises InputFault when there is none.
 [[nodiscard]] WorkEntry EntryOf(DeskSession& session, std::string_view number);
 
-/// What an entry made of the rows, field by field. Of a run of new rows the first is shown.
-[[nodiscard]] Table EntryTable(DeskSession& session, std::int64_t entry);
+/// What an entry made of the rows, field by field, as lists call them; values as they are stored.
+/// Of a run of new rows the first is shown.
+[[nodiscard]] Table EntryTable(DeskSession& session, std::int64_t entry,
+                               NamedFor reader = NamedFor::kPeople);
 
 /// A row that an entry has made, changed or deleted.
 struct TouchedRow {
@@ -57,8 +60,9 @@ struct TriedChanges {
   Table fields;         ///< as EntryTable() has them
   std::string summary;  ///< "Tenants: 1 changed; CredentialBank: 40 new", as in HistoryList()
   std::int64_t rows = 0;
+  std::int64_t steps = 0;  ///< programming steps that would have been queued
 };
-[[nodiscard]] TriedChanges ChangesTried(DeskSession& session);
+[[nodiscard]] TriedChanges ChangesTried(DeskSession& session, NamedFor reader);
 
 /// "entry 12 (credentials add, by anna, 2026-01-31 12:00:00 UTC)"
 [[nodiscard]] std::string DescriptionOf(const WorkEntry& entry);

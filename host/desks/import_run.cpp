@@ -13,6 +13,12 @@ namespace qorhost {
 
 namespace {
 
+/// Every line is a part.
+WorkOrder InParts(WorkOrder order) {
+  order.inParts = true;
+  return order;
+}
+
 /// A message without the middle when a huge cell stands there.
 std::string Shortened(std::string text) {
   constexpr std::size_t kPart = 200;
@@ -31,7 +37,7 @@ ImportRun::ImportRun(DeskSession& session, const WorkOrder& order, const ImportR
       rules_(rules),
       columns_(columns),
       unseen_(session, rules.answerYes),
-      all_(session.sql().work(), order) {
+      all_(session.sql().work(), InParts(order)) {
   session_.sql().work().Lock();
   for (const std::int32_t unitKey : order.units) {
     session.sql().units().KeepCounts(unitKey);  // every save asks how many codes it has
@@ -44,7 +50,7 @@ ImportReport ImportRun::Run(ImportFile& file, const LineEntry& enter, const Prog
   try {
     EnterAll(file, enter, progress);
     if (finish) {
-      finish();
+      FinishAll(finish);
     }
   } catch (const CancelledError&) {
     all_.Undo();
@@ -61,6 +67,14 @@ ImportReport ImportRun::Run(ImportFile& file, const LineEntry& enter, const Prog
                    : report_.refused == 0 ? Ending::kDone
                                           : Ending::kRefused;
   return std::move(report_);
+}
+
+void ImportRun::FinishAll(const std::function<void()>& finish) {
+  try {
+    finish();
+  } catch (const StoreError& error) {
+    throw FailureError(fmt::format("{}; nothing was imported", error.what()));
+  }
 }
 
 void ImportRun::EnterAll(ImportFile& file, const LineEntry& enter, const Progress& progress) {

@@ -108,6 +108,7 @@ class ImportRun {
                                  const std::function<void()>& finish = nullptr);
 
  private:
+  static void FinishAll(const std::function<void()>& finish);
   void EnterAll(ImportFile& file, const LineEntry& enter, const Progress& progress);
   void EnterLine(const ImportFile& file, const ImportLine& line, const LineEntry& enter);
   bool TryLine(const ImportFile& file, const ImportLine& line, const LineEntry& enter,

@@ -24,8 +24,11 @@ using qorcred::Value;
 using Row = std::vector<Value>;
 
 bool IsCalled(const ListField& field, std::string_view name) {
-  return qorcred::CompareIgnoringCase(field.key, name) == 0 ||
-         qorcred::CompareIgnoringCase(field.title, name) == 0;
+  const auto isName = [name](std::string_view one) {
+    return qorcred::CompareIgnoringCase(one, name) == 0;
+  };
+  return isName(field.key) || isName(field.title) ||
+         std::any_of(field.otherNames.begin(), field.otherNames.end(), isName);
 }
 
 std::size_t FieldCalled(const std::vector<ListField>& fields, std::string_view name,
@@ -247,7 +250,8 @@ std::vector<ReportField> ConditionFields(const std::vector<ListField>& fields) {
   for (const ListField& field : fields) {
     ReportField& one = known.emplace_back();
     one.name = field.key;
-    one.alsoCalled = field.title;
+    one.alsoCalled = field.otherNames;
+    one.alsoCalled.push_back(field.title);
     one.kind = field.kind;
     one.mayBeUnset = true;
     one.takesTimes = true;

@@ -31,15 +31,17 @@ struct ListField {
   std::string key;    ///< names it for programs; questions may use either
   FieldKind kind = FieldKind::kText;
   TimeOf clock = TimeOf::kCalendar;
-  bool isExtra = false;              ///< a column that is there when it is asked for
-  std::vector<std::string> names{};  ///< of schedules: those that a condition may name
+  bool isExtra = false;                   ///< a column that is there when it is asked for
+  std::vector<std::string> names{};       ///< of schedules: those that a condition may name
+  std::vector<std::string> otherNames{};  ///< that questions may use, too
 };
 
 struct List {
   std::vector<ListField> fields;
   std::vector<std::vector<qorcred::Value>> rows;
-  bool latestLast = false;  ///< a limit then means the last rows of those that were not sorted
-  std::string title{};      ///< what its rows are: "Tenants"
+  bool csvHasExtras = false;  ///< so that an import of the same takes it without a loss
+  bool latestLast = false;    ///< a limit then means the last rows of those that were not sorted
+  std::string title{};        ///< what its rows are: "Tenants"
 };
 
 /// What is asked of a list; what is left out changes nothing.

@@ -20,14 +20,14 @@ std::string Lower(std::string_view word) {
 /// How many letters have to be changed, added, left out or exchanged with the next one to come from
 /// one word to the other.
 std::size_t Distance(const std::string& one, const std::string& other) {
-  using Row = std::vector<std::size_t>;
-  Row beforeLast;
-  Row last(other.size() + 1);
+  using Counts = std::vector<std::size_t>;
+  Counts beforeLast;
+  Counts last(other.size() + 1);
   for (std::size_t at = 0; at < last.size(); ++at) {
     last[at] = at;
   }
   for (std::size_t i = 1; i <= one.size(); ++i) {
-    Row row(other.size() + 1, i);
+    Counts row(other.size() + 1, i);
     for (std::size_t j = 1; j <= other.size(); ++j) {
       const bool same = one[i - 1] == other[j - 1];
       row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (same ? 0 : 1)});

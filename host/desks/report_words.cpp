@@ -10,6 +10,7 @@
 
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/list_entries.h"
 #include "host/desks/near_words.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/words.h"
@@ -80,11 +81,13 @@ FoundField FindField(std::string_view where, const std::vector<ReportField>& fie
   }
   FoundField found;
   for (std::size_t at = 0; at < fields.size(); ++at) {
-    for (const std::string& name : {fields[at].name, fields[at].alsoCalled}) {
+    const auto tryName = [&](std::string_view name) {
       if (StartsWith(where, name) && EndsWord(where, name.size()) && name.size() > found.size) {
         found = {static_cast<std::int32_t>(at), name.size()};
       }
-    }
+    };
+    tryName(fields[at].name);
+    std::for_each(fields[at].alsoCalled.begin(), fields[at].alsoCalled.end(), tryName);
   }
   if (found.size == 0) {
     std::vector<std::string> names;
@@ -229,6 +232,13 @@ void CheckSchedule(const ReportField& field, const std::string& given, bool comp
   const bool known = std::any_of(field.names.begin(), field.names.end(), [&](const auto& one) {
     return CompareIgnoringCase(one, name) == 0;
   });
+  if (comparesEquality && !known && !field.switchedBy.empty() &&
+      CompareIgnoringCase(given, kNoneEntry) == 0) {
+    throw InputFault(report_input::kCondition, where,
+                     fmt::format("{{field}} '{{value}}': the report finds schedules by their names "
+                                 "alone; rows without one have '{} = no'",
+                                 InReason(field.switchedBy)));
+  }
   if (comparesEquality && !known) {
     const std::string names = field.names.empty() ? "the unit has none" : Listed(field.names);
     throw InputFault(report_input::kCondition, where,
@@ -316,9 +326,8 @@ std::span<const ReportOperator> OperatorsFor(FieldKind kind) {
     case FieldKind::kYesNo:
     case FieldKind::kYesNoText:
     case FieldKind::kOther:
-      return std::span(kTextOperators).first(kComparisons);
     case FieldKind::kCredentialType:
-      return std::span(kTextOperators).first(1);
+      return std::span(kTextOperators).first(kComparisons);
   }
   return {};
 }

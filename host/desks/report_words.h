@@ -40,12 +40,13 @@ struct ReportField {
   bool mayBeUnset = false;  ///< of all but texts: whether (un)equal without a value asks for rows
                             ///< without
   NumberRange range{};      ///< of numbers
-  std::vector<std::string> names{};  ///< of schedules: those that the report finds
-  std::string alsoCalled{};          ///< another name of it, or ""
-  std::string unsetWord{};           ///< of texts: what the rows say where there is none, or ""
-  std::string yesWord{};             ///< of yes or no: what the rows say instead, or ""
+  std::vector<std::string> names{};       ///< of schedules: those that the report finds
+  std::vector<std::string> alsoCalled{};  ///< other names of it
+  std::string unsetWord{};  ///< of texts: what the rows say where there is none, or ""
+  std::string yesWord{};    ///< of yes or no: what the rows say instead, or ""
   std::string noWord{};
-  bool takesTimes = false;  ///< of dates: whether a time may be given, else whole days alone
+  std::string switchedBy{};  ///< of schedules: the field that says whether there is one, or ""
+  bool takesTimes = false;   ///< of dates: whether a time may be given, else whole days alone
 };
 
 /// An operator by its word in `cboFilter`; its place in the list of operators is that in

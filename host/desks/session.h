@@ -61,6 +61,11 @@ class DeskSession {
   [[nodiscard]] std::vector<std::string> Damages() { return connection_->store().Damages(); }
   /// The store for what a desk asks itself: statements of the host's own in a trace.
   [[nodiscard]] SqlSession& sql() { return connection_->session(); }
+  /// From now on operations are only tried: each tells what it would change and stores nothing.
+  void OnlyTry() { sql().work().OnlyTry(); }
+  /// As long as it lives, all that is read is of one state of the store, whatever others store
+  /// meanwhile; nobody waits for it. Nothing may be written meanwhile.
+  [[nodiscard]] Undoable OneState() { return Undoable(sql().look()); }
   [[nodiscard]] Attendance& attendance() { return attendance_; }
   [[nodiscard]] qorcred::Date Today() { return qorcred::DayOf(surroundings_.clock()); }
   [[nodiscard]] std::vector<UnitName> Units();

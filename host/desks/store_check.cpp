@@ -183,7 +183,7 @@ std::vector<Finding> FindingsIn(DeskSession& session, std::int32_t unitKey) {
 }
 
 Table WholeCheck(DeskSession& session, const std::vector<UnitName>& units) {
-  const Undoable oneState(session.sql().look());
+  const Undoable oneState = session.OneState();
   Table table;
   table.columns = {{"Unit", "unit"}, {"What is wrong", "fault"}, {"How to mend it", "advice"}};
   for (const std::string& damage : session.Damages()) {

@@ -48,7 +48,7 @@ TenantAdding::TenantAdding(DeskSession& session, std::int32_t unitKey)
 void TenantAdding::Store(TenantRow& tenant) {
   // The connection's first write tells whether the unit is as it was shown: the code is free then.
   SqlSession& sql = session_.sql();
-  if (taken_ == 0) {
+  if (rids_.empty()) {
     nextLinkCode_ = sql.tenants().NextLinkCode(unitKey_);
   }
   if (nextLinkCode_ > std::numeric_limits<std::int32_t>::max()) {
@@ -61,20 +61,19 @@ void TenantAdding::Store(TenantRow& tenant) {
   }
   tenant.rid =
       static_cast<std::int32_t>(sql.Change(insert + ")", dialect::StatementKind::kInsert).newRow);
-  tenant.tenantId = sql.tenants().TenantIdOf(unitKey_, tenant.rid);
-  (void)sql.Change(fmt::format("INSERT INTO TenantsBackup (UnitKey, TenantID) VALUES ({}, {})",
-                               unitKey_, tenant.tenantId),
-                   dialect::StatementKind::kInsert);
-  sql.steps().Queue(unitKey_, step::kProgramTenant, tenant.rid);
+  rids_.push_back(tenant.rid);
   ++nextLinkCode_;
-  ++taken_;
 }
 
-void TenantAdding::KeepLinkCodes() {
-  if (taken_ > 0) {
-    session_.sql().tenants().TakeLinkCodes(unitKey_, taken_);
-    taken_ = 0;
+void TenantAdding::Finish() {
+  if (rids_.empty()) {
+    return;
   }
+  SqlSession& sql = session_.sql();
+  sql.tenants().BackUp(unitKey_, rids_);
+  sql.steps().QueueAll(unitKey_, step::kProgramTenant, rids_);
+  sql.tenants().TakeLinkCodes(unitKey_, static_cast<std::int32_t>(rids_.size()));
+  rids_.clear();
 }
 
 }  // namespace qorhost

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "host/desks/session.h"
 #include "host/desks/tenant_rows.h"
@@ -18,19 +19,19 @@ class TenantAdding {
 
   /// A new tenant of the unit's group zero with Full Access and the unit's default period.
   [[nodiscard]] const TenantRow& fresh() const { return fresh_; }
-  /// Stores the tenant with the next link code, and queues the step "program tenant". Puts the
-  /// tenant's row and id into `tenant`.
+  /// Stores the tenant with the next link code. Puts the tenant's row into `tenant`.
   void Store(TenantRow& tenant);
-  /// Sees to it that the link codes are not given out again: to be called behind the last tenant.
-  void KeepLinkCodes();
+  /// Stores what goes with all of them: backup rows, the steps "program tenant" in their order, and
+  /// that the link codes are taken. To be called behind the last tenant.
+  void Finish();
 
  private:
   DeskSession& session_;
   std::int32_t unitKey_;
   std::string insert_;  // up to the values of a row
   TenantRow fresh_;
-  std::int64_t nextLinkCode_ = 0;  // once a tenant was stored
-  std::int32_t taken_ = 0;
+  std::int64_t nextLinkCode_ = 0;   // once a tenant was stored
+  std::vector<std::int32_t> rids_;  // of those that were stored
 };
 
 /// The RID of the unit's group zero; 0 when it has none.

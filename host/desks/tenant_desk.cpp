@@ -150,15 +150,12 @@ ChangedTenants TenantDesk::Run(std::string what, Trial trial, const Work& work) 
       trial == Trial::kYes ? Tried(std::move(what), once) : Stored(std::move(what), once);
   static_cast<Outcome&>(changed) = outcome;
   changed.written = trial == Trial::kNo && outcome.done() && !outcome.unchanged;
+  changed.steps = session_.sql().work().stepsQueued();
   if (changed.written) {
     outdated_ = true;
     chosen_.clear();
   }
   return changed;
-}
-
-void TenantDesk::QueueStep(std::int32_t rid) {
-  session_.sql().steps().QueueOnce(unitKey_, step::kProgramTenant, rid);
 }
 
 CredentialDesk& TenantDesk::Credentials() {
@@ -312,9 +309,7 @@ Outcome TenantDesk::EditOnce(const TenantEntry& entry, ChangedTenants& changed) 
       return assigned;
     }
   }
-  for (const std::int32_t rid : rids) {
-    QueueStep(rid);
-  }
+  session_.sql().steps().QueueAllOnce(unitKey_, step::kProgramTenant, std::move(rids));
   return Done();
 }
 
@@ -324,18 +319,20 @@ ChangedTenants TenantDesk::Delete(Trial trial) {
 }
 
 Outcome TenantDesk::DeleteOnce(ChangedTenants& changed) {
+  std::vector<std::int32_t> rids;
   for (const TenantRow& tenant : chosen_) {
     if (session_.sql().DeleteRow("Tenants", tenant.rid) != 1) {
       return Stale();
     }
-    QueueStep(tenant.rid);
+    rids.push_back(tenant.rid);
     changed.changes.push_back(
         {tenant.rid, tenant.Name(), {"Tenant", "tenant"}, tenant.Name(), qorcred::Null{}});
     for (const std::int32_t card : CardsMissing(tenant, TenantRow{})) {
       changed.freed.push_back(qorcred::TextOrEmpty(links_->Card(card)));
     }
   }
-  changed.tenants = chosen_.size();
+  changed.tenants = rids.size();
+  session_.sql().steps().QueueAllOnce(unitKey_, step::kProgramTenant, std::move(rids));
   return chosen_.empty() ? Outcome::Unchanged() : Done();
 }
 
@@ -363,7 +360,8 @@ Outcome TenantDesk::AddOnce(const TenantEntry& entry, TenantRow& added) {
   TenantAdding adding(session_, unitKey_);
   added = TenantValues(session_, unitKey_, entry, *links_, cards).AppliedTo(adding.fresh());
   adding.Store(added);
-  adding.KeepLinkCodes();
+  adding.Finish();
+  added.tenantId = session_.sql().tenants().TenantIdOf(unitKey_, added.rid);
   return Done();
 }
 

@@ -25,6 +25,7 @@ struct ChangedTenants : Outcome {
   std::size_t tenants = 0;            ///< who were changed; the others are stored so already
   std::vector<TenantChange> changes;  ///< field by field; who is deleted as one field
   std::vector<std::string> freed;     ///< cards that nobody holds now, as the screens list them
+  std::int64_t steps = 0;             ///< programming steps that were queued, or would be
   bool written = true;                ///< false for a trial: nothing was changed
 };
 
@@ -84,7 +85,6 @@ class TenantDesk {
   [[nodiscard]] std::optional<std::vector<std::int32_t>> CardsIn(const TenantEntry& entry);
   void RequireFree(const std::vector<std::int32_t>& cards, std::int32_t but);
   [[nodiscard]] Outcome Give(std::int32_t card, const TenantRow& tenant);
-  void QueueStep(std::int32_t rid);
 
   DeskSession& session_;
   std::int32_t unitKey_;

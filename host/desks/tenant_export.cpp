@@ -95,7 +95,7 @@ class TenantExport {
 
   [[nodiscard]] Table Run() {
     Table table;
-    for (const ImportColumn& one : TenantFileColumns()) {
+    for (const ImportColumn& one : TenantFileColumns().first(column::kExported)) {
       table.columns.push_back({std::string(one.heading), std::string(one.heading)});
     }
     std::vector<TenantRow> tenants = ReadTenants(session_, unitKey_);
@@ -192,13 +192,13 @@ class TenantExport {
   }
 
   static Cells Nobodys() {
-    Cells row(column::kCount, Value(std::string()));
+    Cells row(column::kExported, Value(std::string()));
     row[column::kLastName] = std::string(kNobody);
     return row;
   }
 
   [[nodiscard]] Cells RowOf(const TenantRow& tenant) {
-    Cells row(column::kCount, Value(std::string()));
+    Cells row(column::kExported, Value(std::string()));
     row[column::kTenantId] = tenant.tenantId;
     row[column::kLastName] = tenant.lastName;
     row[column::kFirstName] = tenant.firstName;
@@ -242,7 +242,7 @@ class TenantExport {
 }  // namespace
 
 Table ExportedTenants(DeskSession& session, std::int32_t unitKey) {
-  const Undoable oneState(session.sql().look());
+  const Undoable oneState = session.OneState();
   return TenantExport(session, unitKey).Run();
 }
 

@@ -59,7 +59,14 @@ std::span<const ImportColumn> TenantFileColumns() {
     columns[column::kCard1].help = kTypes;
     const auto codes = DirCodeColumns();
     std::copy(codes.begin(), codes.end(), columns.begin() + column::kCode);
-    const std::span code(columns.begin() + column::kCode, columns.end());
+    constexpr std::string_view kEntry =
+        "a stored card or transmitter as lists call it, as Transmitter-301";
+    columns[column::kEntry1] = {"Card 1", false, kEntry};
+    columns[column::kEntry2] = {"Card 2", false, kEntry};
+    columns[column::kRid] = {"RID", false, {}, {}, true};
+    columns[column::kUnit] = {"Unit", false, {}, {}, true};
+    columns[column::kCardNumbers] = {"Card", false, {}, {}, true};
+    const std::span code(columns.begin() + column::kCode, dir_code_column::kCount);
     // A tenant's line needs no code, and codes are shared: the first line says what a code has.
     for (ImportColumn& one : code) {
       one.needed = false;

@@ -11,8 +11,9 @@
 
 namespace qorhost {
 
-/// In this order an export writes them. A credential's own columns begin at `kCard1` and `kCard2`,
-/// its door behind them; those of the directory code at `kCode`.
+/// In this order an export writes them, up to `kExported`. A credential's own columns begin at
+/// `kCard1` and `kCard2`, its door behind them; those of the directory code at `kCode`. Behind them
+/// stand those that a list of tenants has besides.
 namespace tenant_file_column {
 enum : std::size_t {
   kTenantId,
@@ -34,7 +35,13 @@ enum : std::size_t {
   kCard2,
   kDoor2 = kCard2 + credential_column::kCount,
   kCode,
-  kCount = kCode + dir_code_column::kCount
+  kExported = kCode + dir_code_column::kCount,
+  kEntry1 = kExported,  ///< a stored credential as lists call it: "Transmitter-301"
+  kEntry2,
+  kRid,
+  kUnit,
+  kCardNumbers,
+  kCount
 };
 }  // namespace tenant_file_column
 

@@ -51,7 +51,7 @@ class TenantImport {
         rules_(rules),
         links_(session, unitKey),
         tenants_(ReadTenants(session, unitKey)),
-        people_(tenants_, links_),
+        people_(tenants_, links_, file.lineCount()),
         adding_(session, unitKey),
         cards_(session, unitKey, file, tenants_, rules.cards),
         codes_(session, unitKey, file, rules.apostrophes) {}
@@ -66,7 +66,7 @@ class TenantImport {
     return entered;
   }
 
-  void Finish() { adding_.KeepLinkCodes(); }
+  void Finish() { adding_.Finish(); }
 
  private:
   Outcome EnterNobodys(const ImportLine& line, ImportNotes& notes) {

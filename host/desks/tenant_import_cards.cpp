@@ -7,6 +7,8 @@
 
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
+#include "frame/text.h"
+#include "host/desks/card_door.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/import_run.h"
@@ -54,8 +56,12 @@ TenantImportCards::TenantImportCards(DeskSession& session, std::int32_t unitKey,
     const auto own = CredentialFields(first);
     std::vector<ColumnField> fields(own.begin(), own.end());
     fields.push_back({field::kDoor, door});
-    slots_[slot] = {first, door, WordsOf(file, fields)};
+    const std::size_t entry = tenant_file_column::kEntry1 + slot;
+    fields.push_back({field::kCredential, entry});
+    slots_[slot] = {first, door, entry, WordsOf(file, fields)};
   }
+  byNumber_.reserve(file.lineCount());
+  holders_.reserve(tenants.size() + file.lineCount());
   ReadCards(tenants);
 }
 
@@ -119,7 +125,8 @@ std::int32_t TenantImportCards::TakeIn(const ImportLine& line, const Slot& slot,
                                        std::int32_t holder, StoredAlready stored) {
   const std::string_view number = line.Trimmed(slot.first + column::kNumber);
   if (number.empty()) {
-    return 0;
+    const std::string_view entry = line.Trimmed(slot.entry);
+    return entry.empty() ? 0 : TakeListed(entry, holder);
   }
   RequireNoSeparators(field::kFirst, number);
   const std::string_view door = line.Trimmed(slot.door);
@@ -127,7 +134,7 @@ std::int32_t TenantImportCards::TakeIn(const ImportLine& line, const Slot& slot,
     if (stored == StoredAlready::kRefused) {
       throw InputFault(field::kFirst, number, "{field} '{value}' is stored already");
     }
-    RequireFree(*known, number, holder);
+    RequireFree(*known, number, holder, field::kFirst);
     if (stored == StoredAlready::kChanged && !door.empty()) {
       Card changed = *known;
       OpenDoor(changed, door);
@@ -139,6 +146,34 @@ std::int32_t TenantImportCards::TakeIn(const ImportLine& line, const Slot& slot,
     OpenDoor(issued_.back(), door);
   }
   return issued.rid;
+}
+
+std::int32_t TenantImportCards::TakeListed(std::string_view entry, std::int32_t holder) const {
+  const std::size_t dash = std::min(entry.rfind('-'), entry.size() - 1);
+  const auto same = byNumber_.find(WholeNumber(entry.substr(dash + 1)).value_or(0));
+  const Card* found = nullptr;
+  if (same != byNumber_.end()) {
+    for (const Card& card : same->second) {
+      if (qorcred::CompareIgnoringCase(CardEntry(card.type, std::to_string(card.number)), entry) !=
+          0) {
+        continue;
+      }
+      if (found != nullptr) {
+        throw InputFault(field::kCredential, entry,
+                         "{field}: several credentials are listed as '{value}': say the type, the "
+                         "number and the facility code in columns of their own");
+      }
+      found = &card;
+    }
+  }
+  if (found == nullptr) {
+    throw InputFault(
+        field::kCredential, entry,
+        "{field}: the unit has no credential '{value}': one that is to be issued needs "
+        "its type and number in columns of their own");
+  }
+  RequireFree(*found, entry, holder, field::kCredential);
+  return found->rid;
 }
 
 /// The stored card that the cells mean; null when there is none.
@@ -189,12 +224,12 @@ bool TenantImportCards::Fits(const Card& card, const ImportLine& line, const Slo
   return true;
 }
 
-void TenantImportCards::RequireFree(const Card& card, std::string_view given,
-                                    std::int32_t holder) const {
+void TenantImportCards::RequireFree(const Card& card, std::string_view given, std::int32_t holder,
+                                    std::string_view input) const {
   const auto held = holders_.find(card.rid);
   if (held != holders_.end() && holder != kAnyHolder && held->second.tenant != holder) {
     throw InputFault(
-        field::kFirst, given,
+        input, given,
         fmt::format("{{field}} '{{value}}' is held by {}", InReason(held->second.described)));
   }
 }
@@ -225,22 +260,12 @@ const TenantImportCards::Card& TenantImportCards::Issue(const ImportLine& line, 
   return issued_.back();
 }
 
-/// No controller's operation writes a door alone.
 void TenantImportCards::OpenDoor(Card& card, std::string_view given) {
-  const std::int32_t door = FindDoor(desk_.screen().List("cboActivate"), field::kDoor, given);
-  if (card.type == qorcred::kTransmitter && door != 0) {
-    throw InputFault(field::kDoor, given,
-                     "{field} '{value}' must be left empty: only cards have a door");
+  const std::int32_t door = DoorInCell(desk_.screen().List("cboActivate"), card.type, given);
+  if (card.door != door) {
+    WriteDoor(session_, unitKey_, card.rid, door);
+    card.door = door;
   }
-  if (card.door == door) {
-    return;
-  }
-  (void)session_.sql().Change(
-      fmt::format("UPDATE CREDENTIALBANK SET DOORCODE={}, LASTMODIFIEDDATE='_LMDATE_' WHERE "
-                  "UnitKey={} AND RID={}",
-                  door, unitKey_, card.rid),
-      dialect::StatementKind::kUpdate);
-  card.door = door;
 }
 
 }  // namespace qorhost

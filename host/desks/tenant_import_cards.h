@@ -60,16 +60,20 @@ class TenantImportCards {
   struct Slot {
     std::size_t first = 0;
     std::size_t door = 0;
+    std::size_t entry = 0;
     std::vector<FieldWord> words;
   };
 
   void ReadCards(const std::vector<TenantRow>& tenants);
   [[nodiscard]] std::int32_t TakeIn(const ImportLine& line, const Slot& slot, std::int32_t holder,
                                     StoredAlready stored);
+  /// The stored card that a list calls so.
+  [[nodiscard]] std::int32_t TakeListed(std::string_view entry, std::int32_t holder) const;
   [[nodiscard]] const Card* Find(const ImportLine& line, const Slot& slot) const;
   [[nodiscard]] bool Fits(const Card& card, const ImportLine& line, const Slot& slot,
                           std::int32_t type) const;
-  void RequireFree(const Card& card, std::string_view given, std::int32_t holder) const;
+  void RequireFree(const Card& card, std::string_view given, std::int32_t holder,
+                   std::string_view input) const;
   [[nodiscard]] const Card& Issue(const ImportLine& line, const Slot& slot);
   void OpenDoor(Card& card, std::string_view given);
 

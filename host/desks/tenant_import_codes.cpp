@@ -48,6 +48,7 @@ TenantImportCodes::TenantImportCodes(DeskSession& session, std::int32_t unitKey,
     fields.insert(fields.begin(), {field::kCode, tenant_file_column::kApartment});
   }
   words_ = WordsOf(file, fields);
+  byNumber_.reserve(file.lineCount());
   ReadCodes();
 }
 

@@ -63,6 +63,15 @@ LineName Divided(std::string_view whole) {
   return name;
 }
 
+/// Whether the whole name is what lists make of its parts.
+bool IsJoinedOf(const LineName& parts, std::string_view whole) {
+  TenantRow row;
+  row.lastName = parts.last;
+  row.firstName = parts.first;
+  row.initial = parts.initial;
+  return !whole.empty() && row.Name() == whole;
+}
+
 std::string KeyOf(std::string_view last, std::string_view first, std::string_view initial) {
   constexpr char kBetween = '\n';
   return Plain(last) + kBetween + Plain(first) + kBetween + Plain(initial);
@@ -75,6 +84,11 @@ std::optional<LineName> NameIn(const ImportLine& line, const ImportFile& file) {
   const std::string_view last = line.Trimmed(column::kLastName);
   const std::string_view heading =
       file.HeadingOf(file.HasColumn(column::kName) ? column::kName : column::kLastName);
+  const LineName parts{std::string(last), std::string(line.Trimmed(column::kFirstName)),
+                       std::string(line.Trimmed(column::kInitial))};
+  if (!last.empty() && IsJoinedOf(parts, whole)) {
+    return parts;  // as a list of tenants has both
+  }
   if (!whole.empty() && !last.empty()) {
     throw InputFault(heading, whole,
                      fmt::format("{{field}} '{{value}}' and {} '{}' stand in one line: leave one "
@@ -99,8 +113,7 @@ std::optional<LineName> NameIn(const ImportLine& line, const ImportFile& file) {
   if (!whole.empty()) {
     return Divided(whole);
   }
-  return LineName{std::string(last), std::string(line.Trimmed(column::kFirstName)),
-                  std::string(line.Trimmed(column::kInitial))};
+  return parts;
 }
 
 std::vector<ColumnField> TenantFields(const ImportFile& file) {
@@ -128,8 +141,8 @@ std::string KnownTenant::Described() const {
 }
 
 TenantImportPeople::TenantImportPeople(const std::vector<TenantRow>& tenants,
-                                       const TenantLinks& links) {
-  byName_.reserve(tenants.size());
+                                       const TenantLinks& links, std::size_t more) {
+  byName_.reserve(tenants.size() + more);
   for (const TenantRow& tenant : tenants) {
     const auto code = links.codes.find(tenant.code);
     Add({tenant, code == links.codes.end() ? -1 : code->second.number, 0, {}});

@@ -42,7 +42,9 @@ struct KnownTenant {
 /// person unless both have directory codes that differ, or lines gave them different ids.
 class TenantImportPeople {
  public:
-  TenantImportPeople(const std::vector<TenantRow>& tenants, const TenantLinks& links);
+  /// `more` may be added.
+  TenantImportPeople(const std::vector<TenantRow>& tenants, const TenantLinks& links,
+                     std::size_t more);
 
   struct Match {
     KnownTenant* same = nullptr;         ///< the person that is meant, when there is one

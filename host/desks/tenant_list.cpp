@@ -5,6 +5,7 @@
 #include <array>
 
 #include "frame/number_text.h"
+#include "host/desks/field_names.h"
 
 namespace qorhost {
 
@@ -64,8 +65,8 @@ std::vector<ListField> TenantFields(const TenantLinks& links) {
   }
   const auto columns = TenantColumns();
   for (std::size_t at = 0; at < columns.size(); ++at) {
-    ListField& field = fields.emplace_back(
-        ListField{std::string(columns[at].title), std::string(columns[at].key), columns[at].kind});
+    ListField& field =
+        fields.emplace_back(NamedField(TenantNames(), columns[at].key, columns[at].kind));
     field.isExtra = at < kNameParts;
     if (field.kind == FieldKind::kSchedule) {
       for (const auto& [id, name] : links.schedules) {
@@ -106,6 +107,7 @@ Value TenantCell(const TenantRow& tenant, const TenantLinks& links, std::size_t 
 List TenantList(const std::vector<TenantRow>& tenants, const TenantLinks& links) {
   List list;
   list.title = "Tenants";
+  list.csvHasExtras = true;
   list.fields = TenantFields(links);
   list.rows.reserve(tenants.size());
   for (const TenantRow& tenant : tenants) {

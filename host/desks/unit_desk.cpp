@@ -333,6 +333,21 @@ ChangedUnit EditUnit(DeskSession& session, std::int32_t unitKey, const UnitEntry
   return edited;
 }
 
+std::vector<ChangedUnit> EditUnits(DeskSession& session, const std::vector<std::int32_t>& unitKeys,
+                                   const UnitEntry& entry, OtherUnits others, Trial trial) {
+  std::vector<ChangedUnit> edited;
+  if (unitKeys.size() == 1) {
+    edited.push_back(EditUnit(session, unitKeys.front(), entry, others, trial));
+    return edited;
+  }
+  OwnWork work(session, {}, fmt::format("edit units {}", fmt::join(unitKeys, ", ")));
+  for (const std::int32_t unitKey : unitKeys) {
+    edited.push_back(EditUnit(session, unitKey, entry, others, Trial::kNo));
+  }
+  work.End(trial);
+  return edited;
+}
+
 List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units) {
   List list;
   list.title = "Settings of units";

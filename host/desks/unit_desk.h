@@ -60,6 +60,12 @@ struct ChangedUnit {
 [[nodiscard]] ChangedUnit EditUnit(DeskSession& session, std::int32_t unitKey,
                                    const UnitEntry& entry, OtherUnits others, Trial trial);
 
+/// The same of several units as one unit of work: all of them or none.
+[[nodiscard]] std::vector<ChangedUnit> EditUnits(DeskSession& session,
+                                                 const std::vector<std::int32_t>& unitKeys,
+                                                 const UnitEntry& entry, OtherUnits others,
+                                                 Trial trial);
+
 /// The units with their settings.
 [[nodiscard]] List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units);
 

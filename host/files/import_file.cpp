@@ -27,6 +27,10 @@ FileError TwiceThere(std::string_view heading, std::size_t line) {
 
 /// Without the blanks around that a spreadsheet's cells have: tabs and no-break spaces, too.
 std::string_view WithoutBlanks(std::string_view cell) {
+  const auto isPlain = [](char letter) { return letter > ' ' && letter <= '~'; };
+  if (cell.empty() || (isPlain(cell.front()) && isPlain(cell.back()))) {
+    return cell;  // as most are
+  }
   constexpr std::array<std::string_view, 3> kBlanks{" ", "\t", "\xC2\xA0"};
   const auto cut = [&cell](std::string_view blank) {
     if (cell.starts_with(blank)) {
@@ -94,7 +98,9 @@ ImportFile::ImportFile(std::string text, std::span<const ImportColumn> columns,
 std::string ImportFile::KnownHeadings() const {
   std::vector<std::string> headings;
   for (const ImportColumn& column : columns_) {
-    headings.push_back(fmt::format("\"{}\"", column.heading));
+    if (!column.passedOver) {
+      headings.push_back(fmt::format("\"{}\"", column.heading));
+    }
   }
   return fmt::format("{}", fmt::join(headings, ", "));
 }
@@ -275,8 +281,10 @@ Table ColumnTable(std::span<const ImportColumn> columns) {
   Table table;
   table.columns = {{"Column", "column"}, {"Needed", "needed"}, {"Cells", "cells"}};
   for (const ImportColumn& column : columns) {
-    table.rows.push_back(
-        {std::string(column.heading), column.needed ? "yes" : "", std::string(column.help)});
+    if (!column.passedOver) {
+      table.rows.push_back(
+          {std::string(column.heading), column.needed ? "yes" : "", std::string(column.help)});
+    }
   }
   return table;
 }

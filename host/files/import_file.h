@@ -21,6 +21,7 @@ struct ImportColumn {
   bool needed = false;
   std::string_view help;        ///< what its cells hold
   std::string_view alias = {};  ///< another name for it
+  bool passedOver = false;      ///< is in files that lists have written, and not looked at
 };
 
 /// The column in which a rejected line says why. Every import passes over it.

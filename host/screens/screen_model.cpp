@@ -86,13 +86,17 @@ void ScreenModel::AddVariable(std::string name, Value initial) {
 }
 
 void ScreenModel::AddMember(std::string name, Member member) {
-  if (name.empty() || qorcred::SameMember(name, kName) ||
-      !members_.emplace(std::move(name), std::move(member)).second) {
+  if (name.empty() || qorcred::SameMember(name, kName) || members_.contains(name)) {
     throw RuntimeError(ErrorNumber::kInvalidProcedureCall);
   }
+  const auto added = members_.emplace(std::move(name), std::move(member)).first;
+  bySpelling_.emplace(added->first, &added->second);
 }
 
 const ScreenModel::Member& ScreenModel::Find(std::string_view name) const {
+  if (const auto spelt = bySpelling_.find(name); spelt != bySpelling_.end()) {
+    return *spelt->second;
+  }
   const auto found = members_.find(name);
   if (found == members_.end()) {
     throw RuntimeError(ErrorNumber::kUnknownMember);

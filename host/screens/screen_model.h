@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "frame/object.h"
@@ -24,6 +25,8 @@ namespace qorhost {
 class ScreenModel final : public qorcred::Object {
  public:
   explicit ScreenModel(std::string name);
+  ScreenModel(const ScreenModel&) = delete;
+  ScreenModel& operator=(const ScreenModel&) = delete;
 
   /// Takes a control in under a name; a name that is taken already raises kInvalidProcedureCall.
   /// Returns the control.
@@ -117,6 +120,8 @@ class ScreenModel final : public qorcred::Object {
   std::string name_;
   std::shared_ptr<ScreenLink> link_;
   std::map<std::string, Member, NameLess> members_;
+  std::unordered_map<std::string_view, Member*>
+      bySpelling_;                       // of members_, as they are mostly asked
   std::vector<ControlModel*> controls_;  // all, also those of arrays; members_ owns them
 };
 

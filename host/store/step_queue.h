@@ -1,8 +1,10 @@
 // The queue of programming steps that wait to be sent to the units.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +44,10 @@ class StepQueue {
   void Queue(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid) {
     Queue(unitKey, kind, subjectRid, {});
   }
+  /// Appends a step of the kind for each row, in their order. Takes one statement for each run of
+  /// rows without gaps.
+  virtual void QueueAll(std::int32_t unitKey, std::string_view kind,
+                        std::span<const std::int32_t> subjectRids) = 0;
   /// Appends a step in the place of an unsent one of that kind and row. A step is made up from its
   /// row when it is sent, so a row needs none twice; the later place is the right one: what was
   /// queued in between may free the code that the row has now.
@@ -50,6 +56,18 @@ class StepQueue {
     Withdraw(unitKey, kind, subjectRid);
     Queue(unitKey, kind, subjectRid, code);
   }
+  /// The same for many rows that a change of all of them has changed: the steps stand in the order
+  /// of the rows' RIDs.
+  void QueueAllOnce(std::int32_t unitKey, std::string_view kind,
+                    std::vector<std::int32_t> subjectRids) {
+    std::sort(subjectRids.begin(), subjectRids.end());
+    WithdrawAll(unitKey, kind, subjectRids);
+    QueueAll(unitKey, kind, subjectRids);
+  }
+  /// Takes the unsent steps of that kind of all these rows back. Takes one statement for each run
+  /// of rows without gaps.
+  virtual void WithdrawAll(std::int32_t unitKey, std::string_view kind,
+                           std::span<const std::int32_t> subjectRids) = 0;
   /// Takes the unsent steps of that kind back; returns how many there were.
   virtual std::int64_t Withdraw(std::int32_t unitKey, std::string_view kind,
                                 std::int32_t subjectRid) = 0;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string_view>
 
 namespace qorhost {
@@ -30,6 +31,10 @@ class TenantRegister {
 
   /// Goes over the tenants of all units, without making values of what it hands over.
   virtual void EachName(const std::function<void(const StoredNames&)>& take) = 0;
+
+  /// Gives each of the unit's rows its row in TenantsBackup. Takes one statement for each run of
+  /// rows without gaps.
+  virtual void BackUp(std::int32_t unitKey, std::span<const std::int32_t> rids) = 0;
 
   /// The unit's next free link code, from 1. The counter knows the codes that were taken, the
   /// tenants those that came with their rows by another way; the counter catches up with them where

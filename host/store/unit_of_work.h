@@ -35,6 +35,7 @@ struct WorkOrder {
   std::vector<std::int32_t> units;
   std::string what;                   ///< as the audit names it: "credentials add"
   std::optional<UnitVersion> filled;  ///< of the first unit, when its rows were shown
+  bool inParts = false;               ///< it has many savepoints, one after the other
 };
 
 /// Why nothing of a unit of work will be stored.
@@ -86,6 +87,9 @@ class UnitOfWork {
   [[nodiscard]] virtual bool open() const noexcept = 0;
   /// How many rows it has written so far: two equal numbers mean that nothing was in between.
   [[nodiscard]] virtual std::int64_t written() const noexcept = 0;
+  /// How many programming steps it has queued so far and not taken back, also in the place of ones
+  /// that waited; of the latest one that wrote when none does, kept or not.
+  [[nodiscard]] virtual std::int64_t stepsQueued() const noexcept = 0;
   /// Whether nobody else can write until its end.
   [[nodiscard]] virtual bool locked() const noexcept = 0;
   [[nodiscard]] virtual VoidReason voided() const noexcept = 0;

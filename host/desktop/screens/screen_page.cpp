@@ -9,7 +9,6 @@
 #include "host/desks/desk_error.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
-#include "host/store/transaction.h"
 
 namespace qorhost {
 
@@ -90,7 +89,7 @@ bool ScreenPage::Run(const QString& what, const std::function<void()>& operation
 
 bool ScreenPage::Look(const QString& what, const std::function<void()>& show) {
   return Run(what, [&] {
-    const Undoable oneState(session().sql().look());
+    const Undoable oneState = session().OneState();
     show();
   });
 }

@@ -62,6 +62,7 @@ struct ChangeLog::Hook {
       log.counts_.OnChange(operation, name);
       WatchedTable* const table = log.Find(name);
       if (table == nullptr) {
+        log.CountStep(operation, name, operation == SQLITE_INSERT ? after : before);
         return;
       }
       switch (operation) {
@@ -106,6 +107,8 @@ void ChangeLog::Start() {
   }
   changes_.clear();
   touched_ = 0;
+  steps_ = 0;
+  firstStep_ = 0;
   incomplete_ = false;
   on_ = true;
 }
@@ -146,16 +149,20 @@ ChangeLog::WatchedTable* ChangeLog::Find(std::string_view name) {
   return nullptr;
 }
 
-ChangeLog::Place ChangeLog::Here() const {
-  Place place{touched_, changes_.size(), {}, counts_.Here()};
+void ChangeLog::NoteHere(Place& place) const {
+  place.touched = touched_;
+  place.steps = steps_;
+  place.changes = changes_.size();
+  place.counts = counts_.Here();
+  place.runs.clear();
   for (const WatchedTable& table : tables_) {
     place.runs.push_back({table.run, table.run ? changes_[*table.run].lastRid : 0});
   }
-  return place;
 }
 
 void ChangeLog::GoBackTo(const Place& place) {
   touched_ = place.touched;
+  steps_ = place.steps;
   counts_.GoBackTo(place.counts);
   changes_.resize(std::min(changes_.size(), place.changes));
   for (std::size_t at = 0; at < tables_.size(); ++at) {
@@ -171,6 +178,18 @@ void ChangeLog::RequireComplete() const {
   if (incomplete_) {
     throw StoreError("The changes could not be written down for the audit: nothing was stored",
                      StoreFault::kNoMemory);
+  }
+}
+
+void ChangeLog::CountStep(int operation, std::string_view table, std::int64_t rid) noexcept {
+  if (operation == SQLITE_UPDATE || table != "ProgramSteps") {
+    return;
+  }
+  if (operation == SQLITE_INSERT) {
+    firstStep_ = firstStep_ == 0 ? rid : firstStep_;
+    ++steps_;
+  } else if (firstStep_ != 0 && rid >= firstStep_) {
+    --steps_;  // those of others have lower numbers, for none comes twice
   }
 }
 

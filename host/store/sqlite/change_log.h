@@ -33,11 +33,13 @@ class ChangeLog {
       std::int64_t end = 0;
     };
     std::int64_t touched = 0;
+    std::int64_t steps = 0;
     std::size_t changes = 0;
     std::vector<Run> runs;  // in the order of the tables
     KeptCounts::Place counts;
   };
-  [[nodiscard]] Place Here() const;
+  /// Puts it into `place`, whose room is used again.
+  void NoteHere(Place& place) const;
   void GoBackTo(const Place& place);
 
   [[nodiscard]] const std::vector<RowChange>& changes() const { return changes_; }
@@ -45,6 +47,9 @@ class ChangeLog {
   [[nodiscard]] KeptCounts& counts() noexcept { return counts_; }
   /// How many rows of the store were written, those that are left out, too.
   [[nodiscard]] std::int64_t touched() const noexcept { return touched_; }
+  /// How many of the programming steps that it has queued still wait; also of the work that has
+  /// ended.
+  [[nodiscard]] std::int64_t steps() const noexcept { return steps_; }
   /// Raises when a change could not be kept: memory is out.
   void RequireComplete() const;
 
@@ -60,6 +65,7 @@ class ChangeLog {
 
   void ReadTables();
   [[nodiscard]] WatchedTable* Find(std::string_view name);
+  void CountStep(int operation, std::string_view table, std::int64_t rid) noexcept;
   void OnInsert(WatchedTable& table, std::int64_t rid);
   void OnUpdate(const WatchedTable& table, std::int64_t rid);
   void OnDelete(const WatchedTable& table, std::int64_t rid);
@@ -68,6 +74,8 @@ class ChangeLog {
   bool on_ = false;
   bool incomplete_ = false;
   std::int64_t touched_ = 0;
+  std::int64_t steps_ = 0;
+  std::int64_t firstStep_ = 0;  // its RID; 0 before there is one
   std::vector<RowChange> changes_;
   std::vector<WatchedTable> tables_;
   KeptCounts counts_;

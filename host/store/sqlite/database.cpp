@@ -94,6 +94,14 @@ StoreError FailureOf(const Database& database) {
   return LastError(database.handle(), fmt::format("The store '{}'", database.name()));
 }
 
+/// What holds for the engine in this process. Where somebody else has begun to use it, it stays as
+/// it is: only slower.
+void SetUpEngine() {
+  constexpr int kSavepointBlock = 512 * 1024;  // more than a hundred pages that a savepoint changes
+  static const int done = sqlite3_config(SQLITE_CONFIG_STMTJRNL_SPILL, kSavepointBlock);
+  static_cast<void>(done);
+}
+
 int FlagsOf(OpenMode mode) {
   switch (mode) {
     case OpenMode::kReadOnly:
@@ -129,6 +137,7 @@ Database::Database(std::string name, const std::string& path, int flags, bool re
     : name_(std::move(name)),
       readOnly_(readOnly),
       patience_(std::make_unique<Patience>(std::move(patience))) {
+  SetUpEngine();
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
   handle_.reset(opened);
@@ -154,6 +163,12 @@ Database::Database(std::string name, const std::string& path, int flags, bool re
 Database Database::InMemory() {
   return {":memory:", ":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY,
           false, Patience{}};
+}
+
+void Database::KeepSavepoints(SavepointRoom room) noexcept {
+  const char* const setting =
+      room == SavepointRoom::kOneBlock ? "PRAGMA temp_store=DEFAULT" : "PRAGMA temp_store=MEMORY";
+  sqlite3_exec(handle(), setting, nullptr, nullptr, nullptr);
 }
 
 void Database::Run(const std::string& sql) {

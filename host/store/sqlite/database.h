@@ -19,6 +19,11 @@ namespace qorhost::sqlite {
 
 class Statement;
 
+/// Where the engine keeps what going back to a savepoint takes: in small pieces, all of it in
+/// memory; or in one block, which many small savepoints take much less time for, and beyond it in a
+/// file without a name. The other setting holds for what large sorts need, too.
+enum class SavepointRoom : std::uint8_t { kPieces, kOneBlock };
+
 /// One open database file, used by one thread. Statements must end before it.
 class Database {
  public:
@@ -31,6 +36,9 @@ class Database {
   /// How long it waits for another one that writes.
   void SetPatience(Patience patience) { *patience_ = std::move(patience); }
   [[nodiscard]] const Patience& patience() const noexcept { return *patience_; }
+
+  /// To be called outside a transaction, for those that begin then.
+  void KeepSavepoints(SavepointRoom room) noexcept;
 
   /// Runs SQLite text (one or more statements) that gives no rows.
   void Run(const std::string& sql);

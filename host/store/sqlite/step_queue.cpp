@@ -1,6 +1,7 @@
 #include "host/store/sqlite/step_queue.h"
 
 #include "frame/convert.h"
+#include "host/store/sqlite/row_runs.h"
 #include "host/store/sqlite/session.h"
 
 namespace qorhost::sqlite {
@@ -17,6 +18,40 @@ void StepQueue::Queue(std::int32_t unitKey, std::string_view kind, std::int32_t 
     insert->BindText(4, code);
     insert->BindText(5, session_.timeStamp().Now());
     insert->Step();
+  });
+}
+
+void StepQueue::QueueAll(std::int32_t unitKey, std::string_view kind,
+                         std::span<const std::int32_t> subjectRids) {
+  session_.Writing([&] {
+    ForEachRun(subjectRids, [&](std::int32_t first, std::int32_t last) {
+      const StatementUse insert(session_.Own(
+          "WITH RECURSIVE Subjects (RID) AS (SELECT ?3 UNION ALL SELECT RID+1 FROM Subjects WHERE "
+          "RID<?4) INSERT INTO ProgramSteps (UnitKey, Kind, SubjectRID, QueuedAt, Sent) SELECT ?1, "
+          "?2, RID, ?5, 0 FROM Subjects"));
+      insert->BindNumber(1, unitKey);
+      insert->BindText(2, kind);
+      insert->BindNumber(3, first);
+      insert->BindNumber(4, last);
+      insert->BindText(5, session_.timeStamp().Now());
+      insert->Step();
+    });
+  });
+}
+
+void StepQueue::WithdrawAll(std::int32_t unitKey, std::string_view kind,
+                            std::span<const std::int32_t> subjectRids) {
+  session_.Writing([&] {
+    ForEachRun(subjectRids, [&](std::int32_t first, std::int32_t last) {
+      const StatementUse withdraw(
+          session_.Own("DELETE FROM ProgramSteps WHERE UnitKey=?1 AND SubjectRID BETWEEN ?2 AND ?3 "
+                       "AND Kind=?4 AND Sent=0"));
+      withdraw->BindNumber(1, unitKey);
+      withdraw->BindNumber(2, first);
+      withdraw->BindNumber(3, last);
+      withdraw->BindText(4, kind);
+      withdraw->Step();
+    });
   });
 }
 

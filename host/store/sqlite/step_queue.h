@@ -14,6 +14,10 @@ class StepQueue final : public qorhost::StepQueue {
   using qorhost::StepQueue::Queue;
   void Queue(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid,
              std::string_view code) override;
+  void WithdrawAll(std::int32_t unitKey, std::string_view kind,
+                   std::span<const std::int32_t> subjectRids) override;
+  void QueueAll(std::int32_t unitKey, std::string_view kind,
+                std::span<const std::int32_t> subjectRids) override;
   std::int64_t Withdraw(std::int32_t unitKey, std::string_view kind,
                         std::int32_t subjectRid) override;
   [[nodiscard]] bool IsDeletionPending(std::int32_t unitKey, std::string_view code) override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/store/sqlite/row_runs.h"
 #include "host/store/sqlite/session.h"
 
 namespace qorhost::sqlite {
@@ -23,6 +24,20 @@ void TenantRegister::EachName(const std::function<void(const StoredNames&)>& tak
           static_cast<std::int32_t>(read->Number(kRid)), read->Text(kLast), read->Text(kFirst),
           read->Text(kInitial), read->Text(kAtUnit), read->Number(kResident) != 0});
   }
+}
+
+void TenantRegister::BackUp(std::int32_t unitKey, std::span<const std::int32_t> rids) {
+  session_.Writing([&] {
+    ForEachRun(rids, [&](std::int32_t first, std::int32_t last) {
+      const StatementUse insert(session_.Own(
+          "INSERT INTO TenantsBackup (UnitKey, TenantID) SELECT UnitKey, TenantID FROM Tenants "
+          "WHERE UnitKey=?1 AND RID BETWEEN ?2 AND ?3 ORDER BY RID"));
+      insert->BindNumber(1, unitKey);
+      insert->BindNumber(2, first);
+      insert->BindNumber(3, last);
+      insert->Step();
+    });
+  });
 }
 
 std::int32_t TenantRegister::NextLinkCode(std::int32_t unitKey) {

@@ -13,6 +13,7 @@ class TenantRegister final : public qorhost::TenantRegister {
 
   [[nodiscard]] std::int32_t TenantIdOf(std::int32_t unitKey, std::int32_t rid) override;
   void EachName(const std::function<void(const StoredNames&)>& take) override;
+  void BackUp(std::int32_t unitKey, std::span<const std::int32_t> rids) override;
   [[nodiscard]] std::int32_t NextLinkCode(std::int32_t unitKey) override;
   void TakeLinkCodes(std::int32_t unitKey, std::int32_t count) override;
 

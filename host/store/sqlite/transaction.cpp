@@ -28,7 +28,7 @@ void Transaction::Begin() {
   work_.BeforeWrite();
   inner_ = database_.inTransaction();
   if (inner_) {
-    begun_ = work_.Here();
+    work_.NoteHere(begun_);
     beginInner_.Run(database_);
   } else {
     // Taking the right to write at once: a second program is met here and not halfway through.
@@ -81,7 +81,7 @@ void Transaction::CheckUsable() {
 void Savepoint::Begin() {
   work_.RequireUsable();
   begin_.Run(database_);
-  begun_ = work_.Here();
+  work_.NoteHere(begun_);
   open_ = true;
 }
 

@@ -80,6 +80,9 @@ void UnitOfWork::RequireInPlace() {
 void UnitOfWork::TakeRightToWrite() {
   Database& database = session_.database();
   try {
+    if (order_.inParts) {
+      database.KeepSavepoints(SavepointRoom::kOneBlock);
+    }
     begin_.Run(database);
     locked_ = true;
     RequireInPlace();
@@ -242,6 +245,9 @@ void UnitOfWork::ReleaseRightToWrite() noexcept {
   log_.Stop();
   locked_ = false;
   session_.database().UndoWhatIsOpen();
+  if (order_.inParts) {
+    session_.database().KeepSavepoints(SavepointRoom::kPieces);
+  }
 }
 
 }  // namespace qorhost::sqlite

@@ -35,6 +35,7 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   [[nodiscard]] std::int64_t written() const noexcept override {
     return locked_ ? log_.touched() : 0;
   }
+  [[nodiscard]] std::int64_t stepsQueued() const noexcept override { return log_.steps(); }
   [[nodiscard]] bool locked() const noexcept override { return locked_; }
   [[nodiscard]] VoidReason voided() const noexcept override { return void_; }
 
@@ -52,7 +53,7 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   [[nodiscard]] KeptCounts& keptCounts() noexcept { return log_.counts(); }
 
   /// Where the work stands, to go back to when what comes behind it is undone.
-  [[nodiscard]] ChangeLog::Place Here() const { return log_.Here(); }
+  void NoteHere(ChangeLog::Place& place) const { log_.NoteHere(place); }
   void GoBackTo(const ChangeLog::Place& place) { log_.GoBackTo(place); }
   /// The part that has failed was undone, so that the rest may go on.
   void Forgive() noexcept;

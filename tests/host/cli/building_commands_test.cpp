@@ -37,6 +37,58 @@ TEST_F(BuildingCommands, AUnitIsAddedSetUpAndDeleted) {
   EXPECT_EQ(Rows({"units"}).size(), 3U);
 }
 
+TEST_F(BuildingCommands, SeveralUnitsAreSetUpAllOrNone) {
+  const Outcome set = Run({"units", "edit", "2", "3", "2", "--default-end", "90d"});
+  EXPECT_EQ(set.status, 0) << set.err;
+  EXPECT_EQ(set.out, "Set up unit 2, Linden Park; unit 3, Mill Street Lofts.\n");
+  const auto ends = [this] {
+    std::vector<std::string> all;
+    for (const auto& row : Rows({"units", "list", "--settings"})) {
+      all.push_back(row["default_end"]);
+    }
+    return all;
+  };
+  EXPECT_EQ(ends()[1], "90d");
+  EXPECT_EQ(ends()[2], "90d");
+  EXPECT_EQ(Rows({"history", "list", "--limit", "1"})[0]["what"], "edit units 2, 3");
+  EXPECT_EQ(Run({"units", "edit", "2", "99", "--default-end", "none"}).status, 2);
+  EXPECT_EQ(ends()[1], "90d");
+  EXPECT_EQ(Run({"units", "edit", "2", "3", "--default-end", "none", "-n"}).status, 0);
+  EXPECT_EQ(ends()[2], "90d");
+  const Outcome named = Run({"units", "edit", "2", "3", "--name", "Both"});
+  EXPECT_EQ(named.status, 2);
+  EXPECT_EQ(named.err, "qorhost: --name is of one unit: name one unit, or leave it out\n");
+}
+
+TEST_F(BuildingCommands, SeveralDoorsAreRenamedAllOrNone) {
+  const auto names = [this] {
+    std::vector<std::string> all;
+    for (const auto& row : Rows({"doors", "list", "--unit", "2"})) {
+      all.push_back(row["name"]);
+    }
+    return all;
+  };
+  const std::vector<std::string> before = names();
+  const Outcome renamed =
+      Run({"--unit", "2", "doors", "edit", "3", "4", "--name", "Garden", "--name", "Yard"});
+  EXPECT_EQ(renamed.status, 0) << renamed.err;
+  EXPECT_EQ(renamed.out, "Door 3 in unit 2, Linden Park is called Garden now, and was " +
+                             before[2] +
+                             "; Door 4 in unit 2, Linden Park is called Yard now, and "
+                             "was " +
+                             before[3] + ".\n");
+  EXPECT_EQ(names()[2], "Garden");
+  EXPECT_EQ(names()[3], "Yard");
+  EXPECT_EQ(
+      Run({"--unit", "2", "doors", "edit", "3", "4", "--name", "Pool", "--name", "Pool"}).status,
+      2);
+  EXPECT_EQ(names()[2], "Garden") << "one of two is nothing";
+  const Outcome few = Run({"--unit", "2", "doors", "edit", "3", "4", "--name", "Pool"});
+  EXPECT_EQ(few.status, 2);
+  EXPECT_EQ(few.err,
+            "qorhost: 1 name for 2 doors: give each door one with --name, in the same order\n");
+}
+
 TEST_F(BuildingCommands, AUnitWithSomethingInItIsDeletedWithConsentAlone) {
   const Outcome refused = Run({"units", "delete", "2"});
   EXPECT_EQ(refused.status, 1);

@@ -12,21 +12,55 @@ namespace {
 
 using testing::HasSubstr;
 
+/// What a command writes to its standard output.
+std::string OutputOf(const std::string& command) {
+  const std::unique_ptr<FILE, int (*)(FILE*)> shell(popen(command.c_str(), "r"), pclose);
+  std::string output;
+  for (int letter = std::fgetc(shell.get()); letter != EOF; letter = std::fgetc(shell.get())) {
+    output += static_cast<char>(letter);
+  }
+  return output;
+}
+
+/// Whether the machine has a program.
+bool Has(const std::string& program) {
+  return !OutputOf("command -v " + program).empty();
+}
+
 class Completion : public RunFixture {
  protected:
+  /// Writes the script for a shell; in front of it a function that does what the program does, on
+  /// the demo store.
+  [[nodiscard]] std::string Script(const std::string& shell) {
+    std::string script = File("completion." + shell);
+    const std::string program = std::string(QORHOST_PROGRAM) + " --db " + File("building.db");
+    std::ofstream(script) << (shell == "fish"
+                                  ? "function qorhost; command " + program + " $argv; end\n"
+                                  : "qorhost() { command " + program + " \"$@\"; }\n")
+                          << Run({"completion", shell}).out;
+    return script;
+  }
   /// What the script for Bash offers for the last of these words.
   [[nodiscard]] std::string Offered(const std::string& words) {
-    const std::string script = File("completion.bash");
-    std::ofstream(script) << Run({"completion", "bash"}).out;
-    const std::string command = "bash -c 'source " + script + "; COMP_WORDS=(" + words +
-                                "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _qorhost; "
-                                "echo \"${COMPREPLY[@]}\"'";
-    const std::unique_ptr<FILE, int (*)(FILE*)> shell(popen(command.c_str(), "r"), pclose);
-    std::string offered;
-    for (int letter = std::fgetc(shell.get()); letter != EOF; letter = std::fgetc(shell.get())) {
-      offered += static_cast<char>(letter);
-    }
-    return offered;
+    return OutputOf("bash -c 'source " + Script("bash") + "; COMP_WORDS=(" + words +
+                    "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _qorhost; "
+                    "echo \"${COMPREPLY[@]}\"'");
+  }
+  /// The same in zsh, as it runs what was written for Bash.
+  [[nodiscard]] std::string OfferedByZsh(const std::string& words) {
+    return OutputOf("ZDOTDIR=" + folder().string() + " zsh -f -c 'autoload -U +X compinit && " +
+                    "compinit -u -d " + File("dump") + "; source " + Script("zsh") +
+                    "; offer() { emulate -L sh; setopt kshglob noshglob braceexpand ksharrays; "
+                    "COMP_WORDS=(" +
+                    words +
+                    "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _qorhost; "
+                    "echo \"${COMPREPLY[@]}\"; }; offer' 2>&1");
+  }
+  /// What fish offers behind a line, without the descriptions.
+  [[nodiscard]] std::string OfferedByFish(const std::string& line) {
+    return OutputOf("HOME=" + folder().string() + " fish -N -c 'source " + Script("fish") +
+                    "; complete -C \"" + line +
+                    "\" | string split -f1 \\t | string join \" \"' 2>&1");
   }
 };
 
@@ -39,6 +73,49 @@ TEST_F(Completion, BashIsOfferedCommandsAndOptions) {
 
 TEST_F(Completion, BashIsOfferedFilesWhereAValueIsDue) {
   EXPECT_EQ(Offered("qorhost --db \"\""), "\n");
+}
+
+TEST_F(Completion, BashIsOfferedTheValuesThatThereAre) {
+  InitDemo();
+  EXPECT_EQ(Offered("qorhost units list --format t"), "table\n");
+  EXPECT_EQ(Offered("qorhost tenants edit 62 --resident \"\""), "yes no\n");
+  EXPECT_EQ(Offered("qorhost tenants list --unit \"\""), "1 2 3\n");
+  EXPECT_EQ(Offered("qorhost --unit 2 tenants edit 62 --schedule1 L"), "Late\\ Shift\n");
+}
+
+TEST_F(Completion, ZshIsOfferedTheSame) {
+  if (!Has("zsh")) {
+    GTEST_SKIP() << "zsh is not installed";
+  }
+  InitDemo();
+  EXPECT_EQ(OfferedByZsh("qorhost cred"), "credentials\n");
+  EXPECT_EQ(OfferedByZsh("qorhost --unit 2 credentials add --st"), "--start\n");
+  EXPECT_EQ(OfferedByZsh("qorhost units list --format t"), "table\n");
+  EXPECT_EQ(OfferedByZsh("qorhost tenants list --unit \"\""), "1 2 3\n");
+  EXPECT_EQ(OfferedByZsh("qorhost --unit 2 tenants edit 62 --schedule1 L"), "Late\\ Shift\n");
+}
+
+TEST_F(Completion, FishIsOfferedTheSame) {
+  if (!Has("fish")) {
+    GTEST_SKIP() << "fish is not installed";
+  }
+  InitDemo();
+  EXPECT_EQ(OfferedByFish("qorhost cred"), "credentials\n");
+  EXPECT_EQ(OfferedByFish("qorhost credentials a"), "add assign\n");
+  EXPECT_EQ(OfferedByFish("qorhost --unit 2 credentials add --st"), "--start\n");
+  EXPECT_EQ(OfferedByFish("qorhost units list --format t"), "table\n");
+  EXPECT_EQ(OfferedByFish("qorhost tenants list --unit "), "1 2 3\n");
+  EXPECT_EQ(OfferedByFish("qorhost --unit 2 tenants edit 62 --schedule1 L"), "Late Shift\n");
+}
+
+TEST_F(Completion, TheManualPageIsSetWithoutAWarning) {
+  if (!Has("groff")) {
+    GTEST_SKIP() << "groff is not installed";
+  }
+  std::ofstream(File("qorhost.1")) << Run({"manual"}).out;
+  EXPECT_EQ(OutputOf("groff -man -Tutf8 -ww -z " + File("qorhost.1") + " 2>&1"), "");
+  EXPECT_THAT(OutputOf("groff -man -Tutf8 " + File("qorhost.1") + " 2>&1"),
+              HasSubstr("dircodes export"));
 }
 
 TEST_F(Completion, OtherShellsHaveTheirs) {

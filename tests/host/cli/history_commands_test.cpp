@@ -1,6 +1,8 @@
 // What the commands for history, backup and check print.
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "tests/host/cli/run_fixture.h"
 
 namespace qorhost::test {
@@ -8,6 +10,7 @@ namespace {
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 class HistoryCommands : public RunFixture {
@@ -28,7 +31,11 @@ TEST_F(HistoryCommands, ListShowAndUndo) {
   EXPECT_EQ(rows[0]["rows"], "CredentialBank: 11 new");
   const std::string entry = rows[0]["entry"].dump();
 
-  EXPECT_THAT(Run({"history", "show", entry}).out, HasSubstr("PINNo"));
+  EXPECT_THAT(Run({"history", "show", entry}).out, Not(HasSubstr("PINNo")));
+  const nlohmann::json fields = Rows({"history", "show", entry});
+  EXPECT_TRUE(std::any_of(fields.begin(), fields.end(), [](const nlohmann::json& row) {
+    return row["field"] == "number" && row["after"] == 500;
+  }));
   const Outcome trial = Run({"history", "undo", entry, "--dry-run"});
   EXPECT_EQ(trial.status, 0) << trial.err;
   EXPECT_THAT(trial.out, HasSubstr("11 rows; nothing was changed"));

@@ -356,7 +356,7 @@ TEST_F(JsonContract, HasACaseForEveryCommand) {
   }
   // The script for the shell has a line for every command, with the words that may follow.
   const std::string script = Run({"completion", "bash"}).out;
-  const std::regex line(R"(\n    '([a-z ]+)'\) words='([^']*)')");
+  const std::regex line(R"(\n    '([a-z ]+)'\) next='([^']*)')");
   std::vector<std::string> missing;
   std::size_t commands = 0;
   for (auto at = std::sregex_iterator(script.begin(), script.end(), line);

@@ -36,6 +36,43 @@ std::vector<std::string> With(std::vector<std::string> words, std::vector<std::s
   return words;
 }
 
+TEST_F(ListCommands, AFieldGoesByTheNamesOfListsAndOfReports) {
+  const nlohmann::json code =
+      Rows({"dircodes", "list", "--unit", "2", "--where", "Directory Code between 101 AND 102",
+            "--where", "Directory Status = yes", "--sort", "-Directory Code", "--columns",
+            "Phone No.,code"});
+  ASSERT_EQ(code.size(), 2U);
+  EXPECT_EQ(code[0]["code"], 102);
+  EXPECT_EQ(code[0].size(), 2U);
+  EXPECT_TRUE(code[0].contains("phone"));
+  const nlohmann::json reported =
+      Rows({"report", "dircodes", "--unit", "2", "--where", "code = 101", "--where",
+            "active = Active", "--sort", "-code", "--columns", "phone,Directory Code"});
+  ASSERT_EQ(reported.size(), 1U);
+  EXPECT_EQ(reported[0]["Directory Code"], 101);
+  EXPECT_EQ(reported[0]["Phone No."], code[1]["phone"]);
+  EXPECT_EQ(Rows({"report", "credentials", "--unit", "2", "--where", "type = card26", "--where",
+                  "tenant =", "--columns", "number,tenant"}),
+            Rows({"report", "credentials", "--unit", "2", "--where", "Credential Type = card26",
+                  "--where", "Tenant Name =", "--columns", "Card Number,Assigned To"}));
+  EXPECT_EQ(Rows({"credentials", "list", "--unit", "2", "--where", "Assigned To begins with O'B"}),
+            Rows({"credentials", "list", "--unit", "2", "--where", "tenant begins with O'B"}));
+  EXPECT_EQ(Rows({"tenants", "list", "--unit", "2", "--where", "Directory Code = 101"}),
+            Rows({"tenants", "list", "--unit", "2", "--where", "code = 101"}));
+}
+
+TEST_F(ListCommands, ATypeIsComparedBothWays) {
+  const std::vector<std::string> list{"credentials", "list", "--unit", "2", "--where"};
+  const std::size_t all = Rows({"credentials", "list", "--unit", "2"}).size();
+  const std::size_t transmitters = Rows(With(list, {"type = transmitter"})).size();
+  EXPECT_GT(transmitters, 0U);
+  EXPECT_EQ(Rows(With(list, {"type <> transmitter"})).size(), all - transmitters);
+  const Outcome reported =
+      Run({"report", "credentials", "--unit", "2", "--where", "type <> transmitter"});
+  EXPECT_EQ(reported.status, 2);
+  EXPECT_THAT(reported.err, HasSubstr("has no operator that goes with 'Credential Type': equal"));
+}
+
 TEST_F(ListCommands, AllTakeAnOrderColumnsAndALimit) {
   for (const auto& list : kLists) {
     SCOPED_TRACE(list.front() + " " + list.back());

@@ -175,7 +175,7 @@ TEST_F(Printing, AStepIsAskedAboutTriedAndKeptInTheHistory) {
   Sql("UPDATE Tenants SET ACTIVETENANT=True, ACTIVEENDTIME='2026-01-30 23:59:59' WHERE RID=62");
   const PrintedWords step{"attention", "deactivate", "--unit", "2"};
   const Outcome tried = Run(Joined(step, {"-n"}));
-  EXPECT_THAT(tried.out, HasSubstr("Would have deactivated 1 tenant in unit 2, Linden Park."));
+  EXPECT_THAT(tried.out, HasSubstr("Would have deactivated 1 tenant in unit 2, Linden Park,"));
   const Outcome unasked = Run(step);
   EXPECT_EQ(unasked.status, 1);
   EXPECT_EQ(unasked.out, "");

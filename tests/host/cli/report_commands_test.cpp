@@ -179,6 +179,15 @@ TEST_F(Reports, AWrongConditionIsAMistakeInTheOption) {
   }
 }
 
+TEST_F(Reports, NoScheduleIsAskedForByTheFieldThatSaysSo) {
+  const Outcome dnd =
+      Run({"--unit", "2", "report", "dircodes", "--where", "DND Schedule = <None>"});
+  EXPECT_EQ(dnd.status, 2);
+  EXPECT_THAT(dnd.err, HasSubstr("rows without one have 'Do Not Disturb = no'"));
+  EXPECT_THAT(Run({"--unit", "2", "report", "dircodes", "--where", "CF Schedule <> <None>"}).err,
+              HasSubstr("rows without one have 'Call Forwarding = no'"));
+}
+
 TEST_F(Reports, AValueThatBreaksTheStatementFailsWithAHint) {
   const Outcome codes = Codes({"--where", "Display Name contains O'Brien"});
   EXPECT_EQ(codes.status, 3);

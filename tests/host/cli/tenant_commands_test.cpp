@@ -60,8 +60,9 @@ TEST_F(TenantCommands, ADryRunListsWhatWouldChange) {
       Tenants({"edit", "--where", "schedule3 = Early Shift", "--schedule3", "Night Shift", "-n"});
   EXPECT_EQ(tried.status, 0) << tried.err;
   EXPECT_THAT(tried.out, HasSubstr("Schedule 3  Early Shift  Night Shift\n"));
-  EXPECT_THAT(tried.out, HasSubstr("Would have changed 19 tenants in unit 2, Linden Park. Nothing "
-                                   "was changed.\n"));
+  EXPECT_THAT(tried.out,
+              HasSubstr("Would have changed 19 tenants in unit 2, Linden Park, and queued 19 "
+                        "programming steps. Nothing was changed.\n"));
   EXPECT_EQ(Rows({"steps"}).size(), 0U);
   EXPECT_THAT(Tenants({"add", "--last", "Tried", "-n"}).out,
               HasSubstr("Would have added tenant Tried in unit 2"));

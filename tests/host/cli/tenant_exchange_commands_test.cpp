@@ -172,7 +172,7 @@ TEST_F(TenantExchange, ColumnsTellsWhatTheCellsHold) {
     const Outcome columns = Run(words);
     EXPECT_EQ(columns.status, 0) << columns.err;
     EXPECT_THAT(columns.out, HasSubstr("Apartment"));
-    EXPECT_THAT(columns.out, HasSubstr("48 rows"));
+    EXPECT_THAT(columns.out, HasSubstr("50 rows"));
   }
 }
 

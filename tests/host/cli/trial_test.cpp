@@ -6,6 +6,7 @@
 #include <iterator>
 #include <memory>
 
+#include "host/store/sqlite/database.h"
 #include "tests/host/cli/run_fixture.h"
 
 namespace qorhost::test {
@@ -121,16 +122,24 @@ class Writing : public RunFixture, public testing::WithParamInterface<WritingRow
       }
     }
   }
-  /// Every row of the store that a person or a unit would miss.
+  /// Every row of the store, the entries of its history too.
   [[nodiscard]] std::string Everything() {
-    std::string statements;
-    for (const char* table : {"Units", "UnitSettings", "DOORS", "Schedules", "Tenants",
-                              "CredentialBank", "DirectoryCode", "ProgramSteps", "TenantGroup"}) {
-      statements += std::string("SELECT * FROM ") + table + ";\n";
+    const sqlite::Database store(File("building.db"), OpenMode::kReadOnly);
+    std::string rows;
+    for (sqlite::Statement tables(store, "SELECT name FROM sqlite_schema WHERE type='table'");
+         tables.Step();) {
+      rows += tables.Text(0);
+      rows += '\n';
+      for (sqlite::Statement row(store, "SELECT * FROM " + std::string(tables.Text(0)));
+           row.Step();) {
+        for (int column = 0; column < row.columnCount(); ++column) {
+          rows += row.IsNull(column) ? std::string_view("NULL") : row.Text(column);
+          rows += '|';
+        }
+        rows += '\n';
+      }
     }
-    const Outcome rows = Run({"sql", "--json", "-"}, statements);
-    EXPECT_EQ(rows.status, 0) << rows.err;
-    return rows.out + Run({"history", "list"}).out;
+    return rows;
   }
   [[nodiscard]] std::string Input() const {
     if (words_.at(1) != "import") {
@@ -203,10 +212,25 @@ TEST_F(Trials, TellEveryFieldThatWouldChange) {
   EXPECT_EQ(told["changed"].size(), 1U);
   bool found = false;
   for (const nlohmann::json& change : told["changes"]) {
-    found = found || (change["table"] == "DirectoryCode" && change["field"] == "PHONENUMBER" &&
+    found = found || (change["table"] == "DirectoryCode" && change["field"] == "phone" &&
                       change["before"] == "555-0100" && change["after"] == "555-9999");
   }
   EXPECT_TRUE(found) << tried.out;
+}
+
+TEST_F(Trials, TellHowManyStepsWouldBeQueued) {
+  EXPECT_THAT(Run({"--unit", "2", "dircodes", "renumber", "101", "180", "-n"}).out,
+              testing::HasSubstr("1 changed, and queued 1 programming step. This was a trial"));
+  EXPECT_THAT(
+      Run({"--unit", "2", "tenants", "edit", "rid:61", "rid:62", "--schedule1", "0", "-n"}).out,
+      testing::EndsWith(", and queued 2 programming steps. Nothing was changed.\n"));
+  // A step that waits already makes way for the new one.
+  ASSERT_EQ(Run({"--unit", "2", "tenants", "edit", "rid:61", "--schedule1", "0"}).status, 0);
+  EXPECT_THAT(
+      Run({"--unit", "2", "tenants", "edit", "rid:61", "rid:62", "--schedule2", "0", "-n"}).out,
+      testing::EndsWith(", and queued 2 programming steps. Nothing was changed.\n"));
+  ASSERT_EQ(Run({"--unit", "2", "steps", "done"}).status, 0);
+  EXPECT_THAT(Rows({"--unit", "2", "steps", "list"}), testing::IsEmpty());
 }
 
 TEST_F(Trials, TakeQuestionsAsAnsweredYesUnlessNoIsSaid) {

@@ -74,7 +74,7 @@ TEST_F(CredentialImports, TypesAreKnownByAllTheirNames) {
 
 TEST_F(CredentialImports, TheColumnsTellTheTypes) {
   const auto columns = CredentialImportColumns();
-  ASSERT_EQ(columns.size(), 9U);
+  ASSERT_EQ(columns.size(), 11U);
   EXPECT_EQ(columns[0].heading, "Credential Type");
   EXPECT_TRUE(columns[0].needed);
   EXPECT_EQ(columns[0].help,
@@ -104,6 +104,23 @@ TEST_F(CredentialImports, TheTenantOfThatNameGetsTheCredentialAndAStepIsQueued) 
   EXPECT_NE(Stored("901", "RID"), "");
   EXPECT_EQ(Tenant(62, "CREDENTIALID2"), Stored("901", "RID"));
   EXPECT_EQ(StepCount(), steps + 1);
+}
+
+TEST_F(CredentialImports, ADoorIsStoredByNumberOrNameAndOnlyOfCards) {
+  Run("UPDATE Doors SET DOORNAME='Garage' WHERE UNITKEY=2 AND DOORID=2");
+  const ImportReport report = Import(
+      "Card Number,Credential Type,Assigned To,Door,ID Code,Sequence Number\n"
+      "901,card26,O'Brien Paula H,garage,,\n902,card26,,1,,\n903,card26,,none,,\n"
+      "904,transmitter,,1,1,1\n905,card26,,Attic,,\n");
+  EXPECT_EQ(report.done, 3U);
+  EXPECT_EQ(Stored("901", "DOORCODE"), "2");
+  EXPECT_EQ(Tenant(62, "CREDENTIALID2"), Stored("901", "RID"));
+  EXPECT_EQ(Stored("902", "DOORCODE"), "1");
+  EXPECT_NE(Stored("903", "RID"), "");
+  EXPECT_EQ(Stored("903", "DOORCODE"), "");
+  EXPECT_THAT(Told(report), ElementsAre("5!: Door '1' must be left empty: only cards have a door",
+                                        "6!: Door: this unit has no door 'Attic'"));
+  EXPECT_EQ(Stored("905", "RID"), "");
 }
 
 TEST_F(CredentialImports, RidsOfTheFileAreNotLookedAt) {

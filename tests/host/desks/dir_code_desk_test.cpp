@@ -64,8 +64,10 @@ TEST_F(DirCodeDesks, TheTableTellsWhatWaitsToBeSent) {
   DirCodeDesk desk(session(), kUnit);
   const List table = DirCodeList(session(), desk);
   ASSERT_EQ(table.rows.size(), 7U);
-  EXPECT_EQ(qorcred::TextOrEmpty(table.rows[0].back()), "change to be sent");
-  EXPECT_EQ(qorcred::TextOrEmpty(table.rows[6].back()), "to be sent");
+  constexpr std::size_t kState = 13;
+  ASSERT_EQ(table.fields[kState].key, "state");
+  EXPECT_EQ(qorcred::TextOrEmpty(table.rows[0][kState]), "change to be sent");
+  EXPECT_EQ(qorcred::TextOrEmpty(table.rows[6][kState]), "to be sent");
 }
 
 TEST_F(DirCodeDesks, ACodeIsFoundByItsNumberAndByItsRow) {

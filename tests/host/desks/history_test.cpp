@@ -154,7 +154,9 @@ TEST_F(HistoryTest, ShowsTheFieldsBeforeAndAfter) {
   EXPECT_EQ(TextOrEmpty(table.rows[0][0]), "Tenants");
   EXPECT_EQ(TextOrEmpty(table.rows[0][1]), "62");
   EXPECT_EQ(TextOrEmpty(table.rows[0][3]), "changed");
-  EXPECT_EQ(TextOrEmpty(table.rows[0][4]), "LastName");
+  EXPECT_EQ(TextOrEmpty(table.rows[0][4]), "Last name");
+  EXPECT_EQ(TextOrEmpty(EntryTable(session(), std::stoll(entry), NamedFor::kPrograms).rows[0][4]),
+            "last_name");
   EXPECT_EQ(TextOrEmpty(table.rows[0][5]), name);
   EXPECT_EQ(TextOrEmpty(table.rows[0][6]), "Berg");
 }

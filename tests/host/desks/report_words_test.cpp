@@ -278,7 +278,7 @@ TEST(ReportWordsTest, EveryOperatorHasTheWordThatTheControllersKnow) {
             "between|not between|");
   EXPECT_EQ(words(FieldKind::kDate), words(FieldKind::kNumber));
   EXPECT_EQ(words(FieldKind::kYesNo), "equal|does not equal|");
-  EXPECT_EQ(words(FieldKind::kCredentialType), "equal|");
+  EXPECT_EQ(words(FieldKind::kCredentialType), "equal|does not equal|");
 }
 
 }  // namespace

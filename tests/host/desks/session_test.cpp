@@ -8,6 +8,9 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/message_rules.h"
 #include "host/desks/operation_record.h"
+#include "host/store/step_queue.h"
+#include "host/store/tenant_register.h"
+#include "host/store/unit_of_work.h"
 #include "tests/host/desks/desk_fixture.h"
 
 namespace qorhost::test {
@@ -125,6 +128,61 @@ TEST_F(Session, ListsTheUnits) {
   ASSERT_EQ(units.size(), 3U);
   EXPECT_EQ(units[0].key, 1);
   EXPECT_EQ(units[0].name, "Harbour Court");
+}
+
+TEST_F(Session, StepsOfManyRowsAreQueuedInTheirOrder) {
+  StepQueue& steps = session().sql().steps();
+  Run("DELETE FROM ProgramSteps");
+  const std::vector<std::int32_t> rids{70, 71, 72, 62, 64};
+  steps.QueueAll(kUnit, step::kProgramTenant, rids);
+  std::vector<std::int32_t> queued;
+  for (const ProgramStep& step : steps.List(kUnit)) {
+    EXPECT_EQ(step.kind, step::kProgramTenant);
+    EXPECT_FALSE(step.sent);
+    queued.push_back(step.subjectRid);
+  }
+  EXPECT_EQ(queued, rids);
+  steps.QueueAll(kUnit, step::kProgramTenant, {});
+  EXPECT_EQ(steps.List(kUnit).size(), rids.size());
+}
+
+TEST_F(Session, EveryTenantGetsOneBackupRow) {
+  Run("DELETE FROM TenantsBackup");
+  const std::vector<std::int32_t> rids{62, 63, 70};
+  session().sql().tenants().BackUp(kUnit, rids);
+  const QueryResult rows =
+      session().sql().Select("SELECT UnitKey, TenantID FROM TenantsBackup ORDER BY RID");
+  ASSERT_EQ(rows.rowCount, 3U);
+  std::vector<std::int32_t> ids;
+  for (const ResultRow row : rows.rows()) {
+    EXPECT_EQ(qorcred::ToLong(row[0]), kUnit);
+    ids.push_back(qorcred::ToLong(row[1]));
+  }
+  EXPECT_EQ(ids, rids);
+}
+
+// What going back takes is kept in one block; beyond it in a file.
+TEST_F(Session, AWorkInPartsGoesBackFromALittleAndFromMuch) {
+  constexpr int kMany = 4000;  // rows on more than a hundred pages
+  SqlSession& sql = session().sql();
+  WorkOrder order{{kUnit}, "many", {}};
+  order.inParts = true;
+  WorkGuard work(sql.work(), order);
+  for (int row = 0; row < kMany; ++row) {
+    (void)sql.Change("INSERT INTO Tenants (UnitKey, LastName, NameAtUnit) VALUES (2, '" +
+                         std::string(50, 'x') + "', '" + std::string(50, 'y') + "')",
+                     dialect::StatementKind::kInsert);
+  }
+  const auto changed = [this] { return CountOf("SELECT RID FROM Tenants WHERE FirstName='Z'"); };
+  for (const std::string& where : {std::string(" WHERE RID=62"), std::string()}) {
+    Undoable part(sql.savepoint());
+    (void)sql.Change("UPDATE Tenants SET FirstName='Z'" + where, dialect::StatementKind::kUpdate);
+    EXPECT_GT(changed(), 0U);
+    part.Undo();
+    EXPECT_EQ(changed(), 0U);
+  }
+  EXPECT_TRUE(work.Commit());
+  EXPECT_EQ(CountOf("SELECT RID FROM Tenants WHERE UnitKey=2"), 75U + kMany);
 }
 
 TEST_F(Session, BeginsAnotherTraceAndEndsIt) {

@@ -5,6 +5,7 @@
 
 #include <sstream>
 
+#include "host/desks/desk_error.h"
 #include "host/desks/tenant_export.h"
 #include "host/desks/tenant_file.h"
 #include "host/files/csv_writer.h"
@@ -350,10 +351,21 @@ TEST_F(TenantImports, ARefusedLineIsHandedOnWithItsReason) {
   EXPECT_THAT(handed, ElementsAre("One: Group: '99' is none of the unit's groups: 3 (zero), 4"));
 }
 
-TEST_F(TenantImports, ALineWhoseStepFailsIsUndoneAndTheOthersAreStored) {
-  Run("CREATE TRIGGER broken BEFORE INSERT ON ProgramSteps WHEN (SELECT LastName FROM Tenants "
-      "WHERE "
-      "RID=NEW.SubjectRID)='Two' BEGIN SELECT raise(ABORT, 'no step today'); END");
+TEST_F(TenantImports, NothingIsImportedWhereTheStepsOfAllFail) {
+  Run("CREATE TRIGGER broken BEFORE INSERT ON ProgramSteps BEGIN SELECT raise(ABORT, 'no step "
+      "today'); END");
+  try {
+    (void)Import("Last Name\nOne\nTwo\n");
+    FAIL() << "imported";
+  } catch (const FailureError& failure) {
+    EXPECT_STREQ(failure.what(), "The statement failed: no step today; nothing was imported");
+  }
+  EXPECT_EQ(CountOf("SELECT RID FROM Tenants WHERE LastName='One'"), 0U);
+}
+
+TEST_F(TenantImports, ALineWhoseTenantFailsIsUndoneAndTheOthersAreStored) {
+  Run("CREATE TRIGGER broken BEFORE INSERT ON Tenants WHEN NEW.LastName='Two' BEGIN SELECT "
+      "raise(ABORT, 'no tenant today'); END");
   const ImportReport report = Import(
       "Last Name,Card Type,Card Number\nOne,card26,40001\nTwo,card26,40002\nThree,card26,40003\n");
   EXPECT_EQ(report.ending, Ending::kFailed);

@@ -6,6 +6,8 @@
 #include <sstream>
 
 #include "frame/text.h"
+#include "host/desks/door_desk.h"
+#include "host/desks/store_overview.h"
 #include "host/desks/tenant_export.h"
 #include "host/desks/tenant_file.h"
 #include "host/desks/tenant_import.h"
@@ -81,6 +83,15 @@ class TenantRoundTrip : public DeskFixture {
     PrintCsv(csv, ExportedTenants(session(), kUnit));
     return csv.str();
   }
+  /// The names of the doors, as the list of doors has them.
+  [[nodiscard]] std::vector<std::string> Doors() {
+    constexpr std::size_t kName = 2;
+    std::vector<std::string> names;
+    for (const auto& row : DoorList(session(), {{kUnit, {}}}).rows) {
+      names.push_back(qorcred::TextOrEmpty(row[kName]));
+    }
+    return names;
+  }
 };
 
 TEST_F(TenantRoundTrip, WhatIsExportedGivesTheSameStoreAgain) {
@@ -105,6 +116,16 @@ TEST_F(TenantRoundTrip, WhatIsExportedGivesTheSameStoreAgain) {
       "DOORSCHEDULE4) VALUES (2, 'Same', 'Sam', 'Sam Same', 3, 500, 0, 0, 0, 0)");
   const std::vector<std::string> before = WholeStore(session()).rows();
   const std::string exported = Exported();
+  const std::vector<std::string> doors = Doors();
+
+  // Doors are no rows that come and go: they are emptied, and named again before their cards come.
+  Run("UPDATE DOORS SET DOORNAME='' WHERE UNITKEY=2");
+  ASSERT_NE(Doors(), doors);
+  std::vector<NewDoorName> named;
+  for (std::size_t at = 0; at < doors.size(); ++at) {
+    named.push_back({std::to_string(at + 1), doors[at]});
+  }
+  ASSERT_EQ(RenameDoors(session(), kUnit, named, Trial::kNo).size(), doors.size());
 
   Run("DELETE FROM Tenants WHERE UnitKey=2; DELETE FROM CredentialBank WHERE UnitKey=2; DELETE "
       "FROM DirectoryCode WHERE UNITKEY=2; DELETE FROM ProgramSteps");

@@ -1,6 +1,7 @@
 // Both report screens, worked with mouse and keys.
 #include <gmock/gmock.h>
 
+#include <QBuffer>
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
