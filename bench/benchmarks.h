@@ -24,6 +24,8 @@ enum class Size : bool {
 [[nodiscard]] std::vector<Comparison> AddReportBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddLibraryBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddTranslateBenchmarks(Size size);
+/// Of the desktop program; there is none where Qt is not.
+[[nodiscard]] std::vector<Comparison> AddDesktopBenchmarks(Size size);
 
 /// The benchmark that counts the library's allocations for each credential.
 inline constexpr const char* kLibraryBenchmark = "library/range";

@@ -74,11 +74,12 @@ class CredentialImport {
   Outcome Enter(const ImportLine& line) {
     TypeAll(line);
     const IssuedCredentials issued = desk_.SaveNew();
+    if (!issued.done()) {
+      throw RefusedLine(WithoutFacts(issued), ColumnOfControl(desk_.screen().focused(), kType));
+    }
     Outcome entered = WithoutFacts(issued);
-    if (issued.done()) {
-      if (const std::optional<std::int32_t> tenant = FindTenant(line)) {
-        entered = desk_.AssignIssued(issued, *tenant);
-      }
+    if (const std::optional<std::int32_t> tenant = FindTenant(line)) {
+      entered = desk_.AssignIssued(issued, *tenant);
     }
     if (entered.done()) {
       OpenDoor(line, issued);

@@ -1,7 +1,9 @@
 #include "host/desks/credential_line.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "credentials/credential_type.h"
 #include "host/desks/credential_types.h"
@@ -60,6 +62,18 @@ std::array<ColumnField, column::kCount> CredentialFields(std::size_t first) {
            {credential_field::kIdCode, first + column::kIdCode},
            {credential_field::kSequence, first + column::kSequence},
            {credential_field::kButton, first + column::kButton}}};
+}
+
+std::size_t ColumnOfControl(std::string_view control, std::size_t first) {
+  constexpr std::array<std::pair<std::string_view, std::size_t>, 5> kControls{
+      {{"cboCredentialType", column::kType},
+       {"txtFacilityCode", column::kFacility},
+       {"txtIDCode", column::kIdCode},
+       {"txtSequenceCode", column::kSequence},
+       {"optButton4", column::kButton}}};
+  const auto* found = std::find_if(kControls.begin(), kControls.end(),
+                                   [control](const auto& known) { return known.first == control; });
+  return first + (found == kControls.end() ? column::kNumber : found->second);
 }
 
 NewCredentials ReadCredential(const ImportLine& line, std::size_t first, bool takesFacilityCode,

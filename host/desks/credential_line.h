@@ -21,6 +21,10 @@ enum : std::size_t { kType, kNumber, kFacility, kIdCode, kSequence, kButton, kCo
 [[nodiscard]] std::array<ColumnField, credential_column::kCount> CredentialFields(
     std::size_t first);
 
+/// The column whose cell is typed into a control of the credential screen, when the first is
+/// `first`: that of the number where no cell is.
+[[nodiscard]] std::size_t ColumnOfControl(std::string_view control, std::size_t first);
+
 /// What empty cells mean; nothing where they stay empty.
 struct CredentialDefaults {
   std::optional<std::string> type;

@@ -27,7 +27,12 @@ class DirCodeImport {
     desk_.screen().Restore(fresh_);
     const DirCodeEntry entry = lines_.Read(line, notes);
     EnterNewCode(desk_, std::string(line.Trimmed(dir_code_column::kCode)), entry);
-    return WithoutFacts(desk_.SaveNew());
+    const SavedDirCode saved = desk_.SaveNew();
+    if (!saved.done()) {
+      throw RefusedLine(WithoutFacts(saved),
+                        ColumnOfDirCodeControl(desk_.screen().focused(), kFirst));
+    }
+    return WithoutFacts(saved);
   }
 
  private:

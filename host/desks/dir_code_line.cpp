@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
@@ -81,6 +84,23 @@ std::vector<ColumnField> DirCodeFields(std::size_t first) {
     field.column += first;
   }
   return fields;
+}
+
+std::size_t ColumnOfDirCodeControl(std::string_view control, std::size_t first) {
+  constexpr std::array<std::pair<std::string_view, std::size_t>, 10> kControls{
+      {{"txtPhoneNo", dir_code_column::kPhone},
+       {"txtExtn", dir_code_column::kExtension},
+       {"txtDisplayName", dir_code_column::kDisplayName},
+       {"dtpStart", dir_code_column::kStart},
+       {"dtpEnd", dir_code_column::kEnd},
+       {"cboSchedules", dir_code_column::kDndSchedule},
+       {"cboSchedulesCF", dir_code_column::kCfSchedule},
+       {"txtPhoneNocf", dir_code_column::kCfPhone},
+       {"txtExtnCF", dir_code_column::kCfExtension},
+       {"pvnTimeDelay", dir_code_column::kDelay}}};
+  const auto* found = std::find_if(kControls.begin(), kControls.end(),
+                                   [control](const auto& known) { return known.first == control; });
+  return first + (found == kControls.end() ? dir_code_column::kCode : found->second);
 }
 
 std::string StorableName(const std::string& name, Apostrophes apostrophes) {

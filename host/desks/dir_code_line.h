@@ -47,6 +47,10 @@ enum : std::size_t {
 /// The inputs of the directory-code screen that these columns hold, when the first is `first`.
 [[nodiscard]] std::vector<ColumnField> DirCodeFields(std::size_t first);
 
+/// The column whose cell is typed into a control of the directory-code screen, when the first is
+/// `first`: that of the code where no cell is.
+[[nodiscard]] std::size_t ColumnOfDirCodeControl(std::string_view control, std::size_t first);
+
 /// A display name that can be stored: with typographic apostrophes where they are replaced. Raises
 /// InputFault, with the name as it has to stand, where they are not.
 [[nodiscard]] std::string StorableName(const std::string& name, Apostrophes apostrophes);

@@ -92,13 +92,14 @@ void ImportRun::EnterAll(ImportFile& file, const LineEntry& enter, const Progres
       }
       return;
     }
-    EnterLine(line, enter);
+    EnterLine(file, line, enter);
   }
 }
 
-void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
+void ImportRun::EnterLine(const ImportFile& file, const ImportLine& line, const LineEntry& enter) {
   messages_.clear();
   failures_.clear();
+  wrong_.reset();
   if (!line.fault().empty()) {
     messages_.push_back(line.fault());
     Refuse(line);
@@ -109,8 +110,9 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
   {
     Undoable one(sql.savepoint());
     bool unchanged = false;
-    if (TryLine(line, enter, notes, unchanged)) {
+    if (TryLine(file, line, enter, notes, unchanged)) {
       one.Keep();
+      wrong_.reset();
       ++(unchanged ? report_.unchanged : report_.done);
       for (const std::string& note : notes) {
         Remember(line.number(), false, note);
@@ -127,8 +129,8 @@ void ImportRun::EnterLine(const ImportLine& line, const LineEntry& enter) {
   Refuse(line);
 }
 
-bool ImportRun::TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes,
-                        bool& unchanged) {
+bool ImportRun::TryLine(const ImportFile& file, const ImportLine& line, const LineEntry& enter,
+                        ImportNotes& notes, bool& unchanged) {
   try {
     const Outcome outcome = enter(line, notes);
     TakeMessages(outcome);
@@ -136,8 +138,13 @@ bool ImportRun::TryLine(const ImportLine& line, const LineEntry& enter, ImportNo
     return outcome.done();
   } catch (const RefusedLine& refused) {
     TakeMessages(refused.outcome());
+    wrong_ = refused.column() ? file.PlaceOf(*refused.column()) : std::nullopt;
   } catch (const InputFault& fault) {
     messages_.push_back(InWords(fault, columns_));
+    wrong_ = file.PlaceCalled(WordOf(fault, columns_));
+  } catch (const RefusedCell& refused) {
+    messages_.emplace_back(refused.what());
+    wrong_ = file.PlaceCalled(refused.heading());
   } catch (const RefusedError& error) {
     messages_.emplace_back(error.what());
   } catch (const FailureError& error) {
@@ -180,7 +187,7 @@ void ImportRun::Remember(std::size_t line, bool refused, const std::string& text
   if (isNew) {
     report_.texts.push_back(place->first);
   }
-  report_.remarks.push_back({line, refused, place->second});
+  report_.remarks.push_back({line, refused, place->second, wrong_});
 }
 
 }  // namespace qorhost

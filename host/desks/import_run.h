@@ -6,6 +6,7 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/desks/desk_error.h"
 #include "host/desks/import_words.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/message_rules.h"
@@ -39,6 +41,8 @@ struct LineRemark {
   std::size_t line = 0;
   bool refused = false;  ///< else the line was imported without a part of it
   std::size_t text = 0;  ///< in the report's texts
+  /// Where in the line the cell stands that is wrong, from 0; nothing where it is none of them.
+  std::optional<std::size_t> place = std::nullopt;
 };
 
 /// What an import came to. Refused when a line was, failed when a statement of one failed; nothing
@@ -60,12 +64,27 @@ struct ImportReport {
 /// What ended a line of several operations: one of them was not done.
 class RefusedLine : public std::exception {
  public:
-  explicit RefusedLine(Outcome outcome) : outcome_(std::move(outcome)) {}
+  /// `column` is that of the cell that the controller did not take, where that is known.
+  explicit RefusedLine(Outcome outcome, std::optional<std::size_t> column = std::nullopt)
+      : outcome_(std::move(outcome)), column_(column) {}
   [[nodiscard]] const Outcome& outcome() const noexcept { return outcome_; }
+  [[nodiscard]] std::optional<std::size_t> column() const noexcept { return column_; }
   [[nodiscard]] const char* what() const noexcept override { return "a line was not stored"; }
 
  private:
   Outcome outcome_;
+  std::optional<std::size_t> column_;
+};
+
+/// A line that is refused for what stands under one of the file's headings.
+class RefusedCell : public RefusedError {
+ public:
+  RefusedCell(const std::string& why, std::string_view heading)
+      : RefusedError(why), heading_(heading) {}
+  [[nodiscard]] const std::string& heading() const noexcept { return heading_; }
+
+ private:
+  std::string heading_;
 };
 
 /// Enters one line into the screen and saves it. Raises InputFault for what cannot be typed into
@@ -91,8 +110,9 @@ class ImportRun {
  private:
   static void FinishAll(const std::function<void()>& finish);
   void EnterAll(ImportFile& file, const LineEntry& enter, const Progress& progress);
-  void EnterLine(const ImportLine& line, const LineEntry& enter);
-  bool TryLine(const ImportLine& line, const LineEntry& enter, ImportNotes& notes, bool& unchanged);
+  void EnterLine(const ImportFile& file, const ImportLine& line, const LineEntry& enter);
+  bool TryLine(const ImportFile& file, const ImportLine& line, const LineEntry& enter,
+               ImportNotes& notes, bool& unchanged);
   void TakeMessages(const Outcome& outcome);
   void Refuse(const ImportLine& line);
   void Remember(std::size_t line, bool refused, const std::string& text);
@@ -104,6 +124,7 @@ class ImportRun {
   WorkGuard all_;
   std::vector<std::string> messages_;  // about the line
   std::vector<std::string> failures_;  // of the line
+  std::optional<std::size_t> wrong_;   // the place of the line's cell that is refused
   ImportReport report_;
   std::unordered_map<std::string, std::size_t> placeOfText_;
   bool failed_ = false;

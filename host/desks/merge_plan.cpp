@@ -176,6 +176,30 @@ MergeSubject SubjectOf(const MergeStep& step, const std::vector<UnitCode>& unit,
   return subject;
 }
 
+Table StepTable(const MergeStep& step, const std::vector<UnitCode>& unit,
+                const std::vector<StoredCode>& stored) {
+  const UnitCode* there = step.action == MergeAction::kDelete ? nullptr : &unit[step.unitCode];
+  const bool isReadable =
+      step.action != MergeAction::kInsert && stored[step.stored].obstacle.empty();
+  const UnitCode* here = isReadable ? &stored[step.stored].code : nullptr;
+  const auto text = [](const UnitCode* code, Place place) {
+    return code == nullptr ? Value(Null{}) : Value((*code)[place]);
+  };
+  Table table;
+  table.columns = {{"Field", "field"}, {"Store", "store"}, {"Unit", "unit"}, {"", "differs"}};
+  for (const PlaceName& field : kCompared) {
+    const bool isEmpty = (here == nullptr || (*here)[field.place].empty()) &&
+                         (there == nullptr || (*there)[field.place].empty());
+    if (!isEmpty) {
+      const bool differs =
+          here == nullptr || there == nullptr || (*here)[field.place] != (*there)[field.place];
+      table.rows.push_back({field.name, text(here, field.place), text(there, field.place),
+                            differs ? "differs" : ""});
+    }
+  }
+  return table;
+}
+
 Table PlanTable(const MergePlan& plan, const std::vector<UnitCode>& unit,
                 const std::vector<StoredCode>& stored) {
   Table table;

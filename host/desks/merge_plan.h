@@ -28,6 +28,8 @@ struct StoredCode {
   std::string obstacle;            ///< why the unit's notation cannot hold the row; else empty
   std::int16_t state = 0;          ///< MODIFIED: 1 never sent, 2 changed since it was sent
   std::vector<std::string> tenants;
+
+  friend bool operator==(const StoredCode&, const StoredCode&) = default;
 };
 
 enum class MergeAction : std::uint8_t { kInsert, kUpdate, kDelete };
@@ -66,6 +68,11 @@ struct MergeSubject {
 };
 [[nodiscard]] MergeSubject SubjectOf(const MergeStep& step, const std::vector<UnitCode>& unit,
                                      const std::vector<StoredCode>& stored);
+
+/// Both sides of a step, field by field: what the store has, what the unit has, and which fields
+/// the merge would write. A side that has no code is Null.
+[[nodiscard]] Table StepTable(const MergeStep& step, const std::vector<UnitCode>& unit,
+                              const std::vector<StoredCode>& stored);
 
 /// The steps of a plan as rows.
 [[nodiscard]] Table PlanTable(const MergePlan& plan, const std::vector<UnitCode>& unit,

@@ -25,8 +25,9 @@ namespace fs = std::filesystem;
 namespace {
 
 /// Reads a store as a whole. Raises StoreError for one that is damaged.
-std::vector<ChainHead> ReadThrough(const fs::path& file, const fs::path& shownAs) {
-  const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadOnly);
+std::vector<ChainHead> ReadThrough(const fs::path& file, const fs::path& shownAs,
+                                   const Patience& patience) {
+  const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadOnly, patience);
   if (const std::vector<std::string> damages = store->Damages(); !damages.empty()) {
     throw StoreError(fmt::format("'{}' is damaged: {}", shownAs.string(), damages.front()),
                      StoreFault::kDamaged);
@@ -58,15 +59,16 @@ void CopyOlder(const fs::path& from, const fs::path& emptyFile) {
 /// Copies a store and reads the copy back.
 class CopyOf {
  public:
-  CopyOf(fs::path from, fs::path shownAs) : from_(std::move(from)), shownAs_(std::move(shownAs)) {}
+  CopyOf(fs::path from, fs::path shownAs, Patience patience)
+      : from_(std::move(from)), shownAs_(std::move(shownAs)), patience_(std::move(patience)) {}
 
   void operator()(const fs::path& emptyFile) {
     if (IsOlderStore(from_)) {
       CopyOlder(from_, emptyFile);
     } else {
-      OpenStoreFile(from_, Access::kRead)->CopyInto(emptyFile);
+      OpenStoreFile(from_, Access::kRead, patience_)->CopyInto(emptyFile);
     }
-    made_->heads = ReadThrough(emptyFile, shownAs_);
+    made_->heads = ReadThrough(emptyFile, shownAs_, patience_);
     made_->bytes = fs::file_size(emptyFile);
   }
 
@@ -75,6 +77,7 @@ class CopyOf {
  private:
   fs::path from_;
   fs::path shownAs_;
+  Patience patience_;
   std::shared_ptr<BackedUp> made_ = std::make_shared<BackedUp>();  // one for all copies of this
 };
 
@@ -114,9 +117,9 @@ void KeepBytes(const fs::path& store, const fs::path& kept) {
   }
 }
 
-void Keep(const fs::path& store, const fs::path& kept) {
+void Keep(const fs::path& store, const fs::path& kept, const Patience& patience) {
   try {
-    PutFreshStore(kept, CopyOf(store, kept));
+    PutFreshStore(kept, CopyOf(store, kept, patience));
   } catch (const StoreError& failure) {
     // Whose header is damaged is none for the engine: that it is one was looked at before.
     if (failure.fault() != StoreFault::kDamaged && failure.fault() != StoreFault::kNoStore) {
@@ -139,7 +142,7 @@ void RequireNoLink(const fs::path& store) {
 BackedUp BackUp(const fs::path& store, const fs::path& to, Standing existing,
                 const Patience& patience, Trial trial) {
   RequireNotOneOf(to, store);
-  CopyOf copy(store, to);
+  CopyOf copy(store, to, patience);
   switch (const FileKind kind = KindOf(to, Links::kAreSeen)) {
     case FileKind::kNone:
       PutFreshStore(to, copy, trial);
@@ -158,7 +161,7 @@ BackedUp BackUp(const fs::path& store, const fs::path& to, Standing existing,
 }
 
 Restored Restore(const fs::path& store, const fs::path& backup, qorcred::Date now,
-                 Patience patience, Trial trial) {
+                 const Patience& patience, Trial trial) {
   RequireNoLink(store);
   RequireNotOneOf(backup, store);
   if (KindOf(backup, Links::kAreFollowed) == FileKind::kNone) {
@@ -168,15 +171,15 @@ Restored Restore(const fs::path& store, const fs::path& backup, qorcred::Date no
     throw ForeignFile(
         fmt::format("'{}' is no store of this program: nothing was changed", backup.string()));
   }
-  CopyOf copy(backup, backup);
+  CopyOf copy(backup, backup, patience);
   Restored restored;
   if (KindOf(store, Links::kAreSeen) == FileKind::kNone) {
     PutFreshStore(store, copy, trial);
   } else {
     RequireStore(store);
     restored.kept = NameToKeep(store, now);
-    ReplaceByFreshStore(store, copy, std::move(patience), trial,
-                        [&] { Keep(store, *restored.kept); });
+    ReplaceByFreshStore(store, copy, patience, trial,
+                        [&] { Keep(store, *restored.kept, patience); });
   }
   restored.heads = copy.made().heads;
   return restored;

@@ -39,6 +39,6 @@ struct Restored {
 /// moment in it, before. Nobody writes to the store meanwhile; programs that have it open must open
 /// it again. The backup stays as it is. Raises what BackUp() raises; the store is as it was then.
 Restored Restore(const std::filesystem::path& store, const std::filesystem::path& backup,
-                 qorcred::Date now, Patience patience = {}, Trial trial = Trial::kNo);
+                 qorcred::Date now, const Patience& patience = {}, Trial trial = Trial::kNo);
 
 }  // namespace qorhost

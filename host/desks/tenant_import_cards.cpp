@@ -118,7 +118,7 @@ std::int32_t TenantImportCards::Take(const ImportLine& line, std::size_t slot, s
   try {
     return TakeIn(line, columns, holder, stored);
   } catch (const InputFault& fault) {
-    throw RefusedError(InWords(fault, columns.words));
+    throw RefusedCell(InWords(fault, columns.words), WordOf(fault, columns.words));
   }
 }
 
@@ -252,7 +252,7 @@ const TenantImportCards::Card& TenantImportCards::Issue(const ImportLine& line, 
   EnterCredentials(desk_, ReadCredential(line, slot.first, desk_.takesFacilityCode(), defaults_));
   const IssuedCredentials saved = desk_.SaveNew();
   if (!saved.done()) {
-    throw RefusedLine(WithoutFacts(saved));
+    throw RefusedLine(WithoutFacts(saved), ColumnOfControl(desk_.screen().focused(), slot.first));
   }
   const ListModel& types = desk_.screen().List("cboCredentialType");
   const bool fourth = desk_.screen().Option("optButton4").on();

@@ -86,6 +86,14 @@ void TenantImportCodes::RequireNumber(const ImportLine& line) const {
   }
 }
 
+/// Where the cell stands that the screen has sent the focus to.
+std::size_t TenantImportCodes::ColumnOfRefusal(const ImportLine& line) {
+  const std::size_t found = ColumnOfDirCodeControl(desk_.screen().focused(), kFirst);
+  const bool isApartment =
+      found == kFirst + column::kCode && line.Trimmed(kFirst + column::kCode).empty();
+  return isApartment ? static_cast<std::size_t>(tenant_file_column::kApartment) : found;
+}
+
 void TenantImportCodes::Keep() {
   if (added_) {
     byNumber_.insert(std::move(*added_));
@@ -98,7 +106,7 @@ std::int32_t TenantImportCodes::Take(const ImportLine& line, const std::string& 
   try {
     return TakeIn(line, displayName, stored, notes);
   } catch (const InputFault& fault) {
-    throw RefusedError(InWords(fault, words_));
+    throw RefusedCell(InWords(fault, words_), WordOf(fault, words_));
   }
 }
 
@@ -174,7 +182,7 @@ void TenantImportCodes::Change(const ImportLine& line, Code& code) {
   (void)EnterDirCodeChange(desk_, entry);
   const Outcome saved = desk_.SaveEdited();
   if (!saved.done()) {
-    throw RefusedLine(saved);
+    throw RefusedLine(saved, ColumnOfRefusal(line));
   }
 }
 
@@ -189,7 +197,7 @@ std::int32_t TenantImportCodes::Add(const ImportLine& line, const std::string& d
   EnterNewCode(desk_, given, entry);
   const SavedDirCode saved = desk_.SaveNew();
   if (!saved.isStored()) {
-    throw RefusedLine(WithoutFacts(saved));
+    throw RefusedLine(WithoutFacts(saved), ColumnOfRefusal(line));
   }
   added_ = {qorcred::Val(given), Code{saved.rid, std::string(line.Trimmed(kFirst + column::kPhone)),
                                       line.number(), RestOf(line), true}};

@@ -46,6 +46,7 @@ class TenantImportCodes {
   };
 
   void ReadCodes();
+  [[nodiscard]] std::size_t ColumnOfRefusal(const ImportLine& line);
   [[nodiscard]] std::int32_t TakeIn(const ImportLine& line, const std::string& displayName,
                                     StoredAlready stored, ImportNotes& notes);
   [[nodiscard]] std::int32_t TakeStored(const ImportLine& line, Code& code, StoredAlready stored,

@@ -44,6 +44,9 @@ struct RefusedLines {};
 /// Codes would be deleted that nobody has agreed to lose.
 struct UnagreedLosses {};
 
+/// What was accepted is not what it was when it was shown.
+struct OthersWereFaster {};
+
 }  // namespace
 
 UnusableReading::UnusableReading(const UnitReading& reading)
@@ -74,6 +77,14 @@ UnitMerge::UnitMerge(DeskSession& session, std::int32_t unitKey, const UnitReadi
 
 UnitMerge::~UnitMerge() {
   controller_.Set("mfrmConnectionScreen", qorcred::ObjectRef());
+}
+
+const MergePlan& UnitMerge::Look() {
+  planned_ = session_.sql().work().VersionOf(unitKey_);
+  ConnectionTransaction transaction(session_.connection());
+  const Undoable asOneLook(transaction);
+  Compare();
+  return plan_;
 }
 
 const MergePlan& UnitMerge::Plan() {
@@ -118,6 +129,14 @@ void UnitMerge::LeaveOutRefused() {
   plan_.faults = std::move(faults);
 }
 
+MergeReport UnitMerge::ApplyAccepted(const std::vector<std::size_t>& steps,
+                                     const Progress& progress) {
+  choice_.emplace(plan_, stored_, steps);
+  MergeReport report = Apply(progress);
+  choice_.reset();
+  return report;
+}
+
 MergeReport UnitMerge::Apply(const Progress& progress, const LostCodes& agreed) {
   MergeReport report;
   try {
@@ -135,6 +154,10 @@ MergeReport UnitMerge::Apply(const Progress& progress, const LostCodes& agreed) 
   } catch (const RefusedLines&) {
     report.ending = Ending::kRefused;
     report.failures.push_back(RefusalOfLines(plan_.faults.size()));
+  } catch (const OthersWereFaster&) {
+    report.ending = Ending::kStale;
+    report.cause = StaleCause::kRowChanged;
+    report.changes = session_.sql().audit().After(planned_.entry, unitKey_);
   } catch (const UnagreedLosses&) {
     report.ending = Ending::kRefused;
     report.losses = {stored_.size(), CodesToLose()};
@@ -159,6 +182,9 @@ MergeAftermath UnitMerge::DoAll(const Progress& progress, const LostCodes& agree
   Compare();
   if (!plan_.faults.empty() && badLines_ == BadLines::kRefused) {
     throw RefusedLines();
+  }
+  if (choice_ && !choice_->Narrow(plan_, stored_)) {
+    throw OthersWereFaster();
   }
   RequireRoom(session_, unitKey_, plan_, unit_.codes);
   RequireAgreement(agreed);
@@ -202,7 +228,7 @@ LostCodes UnitMerge::CodesToLose() const {
 }
 
 void UnitMerge::RequireAgreement(const LostCodes& agreed) const {
-  if (deletions_ == Deletions::kAll) {
+  if (deletions_ == Deletions::kAll || choice_) {
     return;
   }
   const LostCodes lost = CodesToLose();
@@ -246,12 +272,16 @@ void UnitMerge::RequireSame() {
   MergePlan plan = std::move(plan_);
   std::vector<StoredCode> stored = std::move(stored_);
   Compare();
-  if (plan_.steps.empty()) {
+  const MergeStep* left = plan_.steps.empty() ? nullptr : &plan_.steps.front();
+  if (choice_) {
+    left = choice_->FirstLeft(plan_, stored_);
+  }
+  if (left == nullptr) {
     plan_ = std::move(plan);
     stored_ = std::move(stored);
     return;
   }
-  const MergeStep& step = plan_.steps.front();
+  const MergeStep& step = *left;
   const double number = step.action == MergeAction::kDelete
                             ? stored_[step.stored].number
                             : static_cast<double>(NumberOf(unit_.codes[step.unitCode]));

@@ -13,6 +13,7 @@
 #include "dircodes/cls_dir_code.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/merge_aftermath.h"
+#include "host/desks/merge_choice.h"
 #include "host/desks/merge_plan.h"
 #include "host/desks/outcome.h"
 #include "host/desks/progress.h"
@@ -88,6 +89,9 @@ class UnitMerge {
   /// FailureError when the store cannot be read, and RefusedError for codes that the store's unit
   /// has no room for.
   const MergePlan& Plan();
+  /// The same for somebody who accepts some of the differences: whether there is room for all of
+  /// them is not asked.
+  const MergePlan& Look();
   [[nodiscard]] const MergePlan& plan() const { return plan_; }
   [[nodiscard]] const std::vector<StoredCode>& stored() const { return stored_; }
 
@@ -96,6 +100,10 @@ class UnitMerge {
   /// the first step, when the plan is made, and behind each. Refuses to delete a code that
   /// `agreed` lacks unless the merge may delete all.
   MergeReport Apply(const Progress& progress, const LostCodes& agreed = {});
+  /// The same for some steps of plan() alone, by their places: deletions among them are agreed to.
+  /// Ends stale, with nothing changed, when a row is not as the plan has it any more; the plan is
+  /// to be made again then.
+  MergeReport ApplyAccepted(const std::vector<std::size_t>& steps, const Progress& progress);
 
  private:
   void Compare();
@@ -118,6 +126,8 @@ class UnitMerge {
   Controlled<qorcred::clsDirCode> controller_;
   std::vector<StoredCode> stored_;
   MergePlan plan_;
+  UnitVersion planned_;                ///< of the unit, when the plan was made
+  std::optional<MergeChoice> choice_;  ///< nothing: all steps
 };
 
 }  // namespace qorhost

@@ -6,12 +6,15 @@
 
 #include "host/desks/author.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/shell/language.h"
 #include "host/desktop/shell/main_window.h"
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("qordesk"));
   QApplication::setOrganizationName(QStringLiteral("qorCred"));
+  QSettings settings;
+  const qorhost::Language language(qorhost::Remembered(settings).language());
   QCommandLineParser words;
   words.setApplicationDescription(QApplication::translate("main", "Looks after a building."));
   words.addHelpOption();
@@ -22,7 +25,6 @@ int main(int argc, char** argv) {
   words.process(application);
   const QStringList given = words.positionalArguments();
   try {
-    QSettings settings;
     qorhost::WorkSurroundings surroundings;
     surroundings.author = qorhost::AuthorOfProcess("qordesk");
     qorhost::MainWindow window(settings, std::move(surroundings));

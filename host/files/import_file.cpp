@@ -56,12 +56,6 @@ bool IsBlank(std::string_view cell) {
   return WithoutBlanks(cell).empty();
 }
 
-/// A row of a spreadsheet in which nothing stands. One empty cell in quotes is a line of its own.
-bool IsBlankRow(const CsvRecord& record) {
-  return record.fault.empty() && record.cells.size() > 1 &&
-         std::all_of(record.cells.begin(), record.cells.end(), IsBlank);
-}
-
 /// The place that "#3" names.
 std::optional<std::size_t> PlaceNamed(std::string_view heading) {
   constexpr std::size_t kMostDigits = 3;
@@ -74,6 +68,12 @@ std::optional<std::size_t> PlaceNamed(std::string_view heading) {
 }
 
 }  // namespace
+
+/// One empty cell in quotes is a line of its own.
+bool IsBlankRow(const CsvRecord& record) {
+  return record.fault.empty() && record.cells.size() > 1 &&
+         std::all_of(record.cells.begin(), record.cells.end(), IsBlank);
+}
 
 std::optional<std::string_view> ImportLine::Cell(std::size_t column) const {
   const std::optional<std::size_t> place = placeOf_.at(column);
@@ -111,9 +111,20 @@ std::string_view ImportFile::HeadingOf(std::size_t column) const {
   return heading.empty() ? columns_[column].heading : heading;
 }
 
-std::optional<std::size_t> ImportFile::FindColumn(std::string_view heading) const {
-  for (std::size_t column = 0; column < columns_.size(); ++column) {
-    const ImportColumn& known = columns_[column];
+std::optional<std::size_t> ImportFile::PlaceCalled(std::string_view heading) const {
+  const auto found =
+      std::find_if(headings_.begin(), headings_.end(), [heading](const std::string& known) {
+        return !IsBlank(known) && AreOneHeading(known, heading);
+      });
+  return found == headings_.end()
+             ? std::nullopt
+             : std::optional(static_cast<std::size_t>(found - headings_.begin()));
+}
+
+std::optional<std::size_t> ColumnCalled(std::string_view heading,
+                                        std::span<const ImportColumn> columns) {
+  for (std::size_t column = 0; column < columns.size(); ++column) {
+    const ImportColumn& known = columns[column];
     if (AreOneHeading(heading, known.heading) ||
         (!known.alias.empty() && AreOneHeading(heading, known.alias))) {
       return column;
@@ -205,7 +216,7 @@ void ImportFile::TakeHeading(std::size_t place, const std::string& name, std::si
       throw TwiceThere(kReasonHeading, line);
     }
     reasonPlace_ = place;
-  } else if (const auto column = FindColumn(name)) {
+  } else if (const auto column = ColumnCalled(name, columns_)) {
     TakeColumn(place, *column, line);
   } else {
     unknown_.push_back(name);

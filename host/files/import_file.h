@@ -88,6 +88,12 @@ class ImportFile {
   [[nodiscard]] bool HasColumn(std::size_t column) const { return placeOf_.at(column).has_value(); }
   /// What the file calls a column; the column's own heading when the file does not have it.
   [[nodiscard]] std::string_view HeadingOf(std::size_t column) const;
+  /// Where in a line the column's cell stands, from 0; nothing when the file does not have it.
+  [[nodiscard]] std::optional<std::size_t> PlaceOf(std::size_t column) const {
+    return placeOf_.at(column);
+  }
+  /// Where the first heading stands that is called so.
+  [[nodiscard]] std::optional<std::size_t> PlaceCalled(std::string_view heading) const;
 
  private:
   void ReadHeadings(const std::vector<HeadingMeant>& meant);
@@ -95,7 +101,6 @@ class ImportFile {
   void TakeColumn(std::size_t place, std::size_t column, std::size_t line);
   [[nodiscard]] std::vector<std::optional<std::string>> NamesOfColumns(
       const std::vector<HeadingMeant>& meant, std::size_t line) const;
-  [[nodiscard]] std::optional<std::size_t> FindColumn(std::string_view heading) const;
   void RequireKnownHeadings(std::size_t line) const;
   void CheckQuotes();
   void FindFault(CsvRecord& record) const;
@@ -112,6 +117,14 @@ class ImportFile {
   std::optional<std::size_t> reasonPlace_;
   std::size_t lineCount_ = 0;
 };
+
+/// Which of the columns a heading names, in any letter case and with blanks around it; nothing for
+/// one that names none.
+[[nodiscard]] std::optional<std::size_t> ColumnCalled(std::string_view heading,
+                                                      std::span<const ImportColumn> columns);
+
+/// Whether nothing but blanks stands in a record with several cells: an import passes over it.
+[[nodiscard]] bool IsBlankRow(const CsvRecord& record);
 
 /// The columns and what their cells hold, for people.
 [[nodiscard]] Table ColumnTable(std::span<const ImportColumn> columns);

@@ -1,4 +1,4 @@
-// How long one who wants to write waits for another who is writing.
+// How long one who wants to write waits for another who is writing, and who is called meanwhile.
 #pragma once
 
 #include <chrono>
@@ -13,6 +13,9 @@ struct Patience {
   /// Called again and again while waiting, with the time waited; answers false to give up. May be
   /// empty.
   std::function<bool(std::chrono::milliseconds waited)> waiting;
+  /// Called now and then while a statement works, or a copy is made; answers false to have it fail,
+  /// with all that it did undone. It must not use the store. May be empty.
+  std::function<bool()> working = nullptr;
 };
 
 }  // namespace qorhost

@@ -1,6 +1,7 @@
 // What every widget that is bound to a control of a screen has in common.
 #pragma once
 
+#include <QObject>
 #include <QWidget>
 #include <functional>
 
@@ -36,6 +37,8 @@ class ControlBinding {
   virtual void ShowOwn(ChangeKind kind) = 0;
   /// Shows a caption that the controller gave; widgets without one leave it.
   virtual void ShowCaption(const QString& caption) { (void)caption; }
+  /// The context of connections to the widget, which outlives the binding: they end with it.
+  [[nodiscard]] QObject* context() { return &context_; }
   /// Puts what a person did into the control.
   void Put(const std::function<void()>& put);
 
@@ -47,6 +50,7 @@ class ControlBinding {
   ControlModel& control_;
   QWidget& widget_;
   EditHandler onEdit_;
+  QObject context_;
   Subscription changes_;
 };
 

@@ -65,7 +65,7 @@ ComboBinding::ComboBinding(ListModel& list, QComboBox& combo)
     view->setUniformItemSizes(true);
   }
   // Whatever the binding does not do itself is a person's choice, by mouse, arrow or letter.
-  QObject::connect(&combo_, &QComboBox::currentIndexChanged, &combo_, [this](int index) {
+  QObject::connect(&combo_, &QComboBox::currentIndexChanged, context(), [this](int index) {
     if (index >= 0) {
       Choose(index);
     }
@@ -83,7 +83,7 @@ ListBoxBinding::ListBoxBinding(ListModel& list, QListView& view)
     : ListBinding(list, view), view_(view) {
   view_.setUniformItemSizes(true);
   view_.setModel(&entries());
-  QObject::connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, &view_,
+  QObject::connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, context(),
                    [this](const QModelIndex& current) {
                      if (current.isValid() && !showing_) {
                        Choose(current.row());

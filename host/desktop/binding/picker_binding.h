@@ -11,6 +11,9 @@ namespace qorhost {
 class PickerBinding final : public ControlBinding {
  public:
   PickerBinding(PickerModel& picker, DateField& field);
+  ~PickerBinding() override { field_.OnChoice({}); }
+  PickerBinding(const PickerBinding&) = delete;
+  PickerBinding& operator=(const PickerBinding&) = delete;
 
  private:
   void ShowOwn(ChangeKind kind) override;

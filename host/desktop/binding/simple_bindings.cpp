@@ -29,7 +29,7 @@ int NearestIn(const QSpinBox& box, const qorcred::Value& value) {
 
 TextBinding::TextBinding(TextModel& box, QLineEdit& edit)
     : ControlBinding(box, edit), box_(box), edit_(edit) {
-  QObject::connect(&edit_, &QLineEdit::textEdited, &edit_, [this](const QString& text) {
+  QObject::connect(&edit_, &QLineEdit::textEdited, context(), [this](const QString& text) {
     Put([this, &text] { box_.SetText(FromQt(text)); });
     ShowOwn(ChangeKind::kValue);  // the box may have cut it
   });
@@ -48,7 +48,7 @@ void TextBinding::ShowOwn(ChangeKind /*kind*/) {
 
 CheckBinding::CheckBinding(CheckModel& box, QCheckBox& check)
     : ControlBinding(box, check), box_(box), check_(check) {
-  QObject::connect(&check_, &QCheckBox::clicked, &check_, [this](bool checked) {
+  QObject::connect(&check_, &QCheckBox::clicked, context(), [this](bool checked) {
     check_.setTristate(false);
     Put([this, checked] { box_.SetState(checked ? kChecked : std::int16_t{0}); });
   });
@@ -65,7 +65,7 @@ void CheckBinding::ShowOwn(ChangeKind /*kind*/) {
 
 OptionBinding::OptionBinding(OptionModel& option, QRadioButton& button)
     : ControlBinding(option, button), option_(option), button_(button) {
-  QObject::connect(&button_, &QRadioButton::clicked, &button_,
+  QObject::connect(&button_, &QRadioButton::clicked, context(),
                    [this] { Put([this] { option_.SetOn(true); }); });
   ShowAll();
 }
@@ -81,7 +81,7 @@ void OptionBinding::ShowOwn(ChangeKind /*kind*/) {
 
 SpinnerBinding::SpinnerBinding(SpinnerModel& spinner, QSpinBox& box)
     : ControlBinding(spinner, box), spinner_(spinner), box_(box) {
-  QObject::connect(&box_, &QSpinBox::valueChanged, &box_, [this](int value) {
+  QObject::connect(&box_, &QSpinBox::valueChanged, context(), [this](int value) {
     Put([this, value] { spinner_.SetValue(qorcred::Value(static_cast<std::int32_t>(value))); });
   });
   ShowAll();

@@ -48,8 +48,10 @@ bool OperationRunner::Run(const QString& what, const std::function<void()>& oper
     return false;
   }
   cancelled_ = false;
+  counted_ = false;
   what_ = what;
   sincePumped_.start();
+  sinceBegun_.start();
   const Running running(busy_, gate_, bar_);
   operation();
   return true;
@@ -58,6 +60,7 @@ bool OperationRunner::Run(const QString& what, const std::function<void()>& oper
 Progress OperationRunner::progress() {
   return [this](std::int64_t done, std::int64_t total) {
     if (busy_ && sincePumped_.elapsed() >= kBetweenPumps) {
+      counted_ = true;
       bar_.Tell(what_, done, total);
       Pump();
     }
@@ -66,7 +69,8 @@ Progress OperationRunner::progress() {
 }
 
 Patience OperationRunner::patience() {
-  return {kLongest, [this](std::chrono::milliseconds waited) {
+  return {kLongest,
+          [this](std::chrono::milliseconds waited) {
             if (busy_ && waited >= kUnnoticed) {
               bar_.TellWaiting();
             }
@@ -74,13 +78,25 @@ Patience OperationRunner::patience() {
               Pump();
             }
             return !cancelled_;
-          }};
+          },
+          [this] { return LookUp(); }};
+}
+
+bool OperationRunner::LookUp() {
+  if (!busy_ || !gate_.isShut()) {
+    return true;  // while a message is shown it pumps for itself
+  }
+  if (sincePumped_.elapsed() >= kBetweenPumps) {
+    if (!counted_ && sinceBegun_.elapsed() >= kUnnoticed.count()) {
+      bar_.Tell(what_, 0, 0);
+    }
+    Pump();
+  }
+  return !cancelled_;
 }
 
 void OperationRunner::LetEventsRun() {
-  if (busy_ && sincePumped_.elapsed() >= kBetweenPumps) {
-    Pump();
-  }
+  (void)LookUp();
 }
 
 void OperationRunner::Pump() {

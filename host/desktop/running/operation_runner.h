@@ -13,16 +13,18 @@
 
 namespace qorhost {
 
-/// Operations run where they are called. Whatever an operation calls back (its progress, a wait for
-/// another seat's lock, a controller's wait for pending events) lets the window paint and its
-/// Cancel button work; all other input is held back. Who has cancelled hears of it from the
-/// operation, which ends as cancelled. One thread.
+/// Operations run where they are called. Whatever an operation calls back (its progress, a
+/// statement that works, a wait for another seat's lock, a controller's wait for pending events)
+/// lets the window paint and its Cancel button work; all other input is held back. A statement that
+/// works when Cancel is pressed fails, and with it what it is a part of. One thread.
 class OperationRunner {
  public:
   /// The bar, with its Cancel button, must outlive it.
   explicit OperationRunner(BusyBar& bar);
 
   [[nodiscard]] bool busy() const { return busy_; }
+  /// Whether Cancel was pressed while the latest operation ran.
+  [[nodiscard]] bool cancelled() const { return cancelled_; }
   /// The gate to be opened for a message.
   [[nodiscard]] InputGate& gate() { return gate_; }
   /// Runs an operation, told as `what` while it takes long. False, and nothing is run, while
@@ -33,17 +35,22 @@ class OperationRunner {
 
   /// Shows how far it has come; false once Cancel was pressed.
   [[nodiscard]] Progress progress();
-  /// Waits for others who write, as long as they take or until Cancel is pressed.
+  /// Waits for others who write, as long as they take or until Cancel is pressed; looks up while a
+  /// statement works.
   [[nodiscard]] Patience patience();
   /// Paints, when it is time to.
   void LetEventsRun();
 
  private:
   void Pump();
+  /// False once Cancel was pressed.
+  bool LookUp();
 
   BusyBar& bar_;
   InputGate gate_;
   QElapsedTimer sincePumped_;
+  QElapsedTimer sinceBegun_;
+  bool counted_ = false;  // the bar shows how far it has come
   QString what_;
   bool busy_ = false;
   bool cancelled_ = false;

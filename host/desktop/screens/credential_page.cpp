@@ -62,8 +62,10 @@ std::span<const FieldWidget> CredentialPage::Fields() const {
 }
 
 void CredentialPage::OpenDesk() {
-  binding_.reset();
-  desk_.emplace(session(), place().unitKey(), DeskScreen::kCredentials);
+  auto desk =
+      std::make_unique<CredentialDesk>(session(), place().unitKey(), DeskScreen::kCredentials);
+  binding_.reset();  // not before: a store that fails leaves the screen as it is
+  desk_ = std::move(desk);
   binding_.emplace(desk_->screen(), *this, UnseenControls());
   binding_->OnEdit([this](QWidget& widget) { NoteEdit(widget); });
   binding_->OnChoice("cboCredentials", [this](std::int32_t index) { ChooseCredential(index); });

@@ -45,7 +45,7 @@ class CredentialPage final : public EntryPage {
   [[nodiscard]] bool isNew() const;
 
   std::unique_ptr<Ui::CredentialPage> ui_;
-  std::optional<CredentialDesk> desk_;
+  std::unique_ptr<CredentialDesk> desk_;
   std::optional<ScreenBinding> binding_;
 };
 

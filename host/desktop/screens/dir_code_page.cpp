@@ -57,8 +57,9 @@ std::span<const FieldWidget> DirCodePage::Fields() const {
 }
 
 void DirCodePage::OpenDesk() {
-  binding_.reset();
-  desk_.emplace(session(), place().unitKey());
+  auto desk = std::make_unique<DirCodeDesk>(session(), place().unitKey());
+  binding_.reset();  // not before: a store that fails leaves the screen as it is
+  desk_ = std::move(desk);
   // The buttons are those of a screen that edits and selects in steps of its own.
   binding_.emplace(desk_->screen(), *this, std::vector<std::string_view>{"cmdedit", "cmdSelect"});
   binding_->OnEdit([this](QWidget& widget) {

@@ -44,7 +44,7 @@ class DirCodePage final : public EntryPage {
   [[nodiscard]] bool isNew();
 
   std::unique_ptr<Ui::DirCodePage> ui_;
-  std::optional<DirCodeDesk> desk_;
+  std::unique_ptr<DirCodeDesk> desk_;
   std::optional<ScreenBinding> binding_;
 };
 

@@ -12,6 +12,9 @@ void EntryPage::NoteEdit(const QWidget& widget) {
 }
 
 bool EntryPage::MayLeaveEntry() {
+  if (place().runner().busy()) {
+    return false;  // a list's finder that looked meanwhile
+  }
   return !entered_ || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
 }
 

@@ -30,7 +30,7 @@ HistoryPage::HistoryPage(Workplace& place)
     ShowRows();
   });
   connect(ui_->entries->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-          [this] { (void)Run(tr("The entry cannot be shown."), [this] { ShowRows(); }); });
+          [this] { (void)Look(tr("The entry cannot be shown."), [this] { ShowRows(); }); });
   connect(ui_->undoButton, &QPushButton::clicked, this, [this] { Undo(); });
   ShowEntries();
 }
@@ -38,7 +38,7 @@ HistoryPage::HistoryPage(Workplace& place)
 HistoryPage::~HistoryPage() = default;
 
 void HistoryPage::Refresh() {
-  (void)Run(tr("The history cannot be shown."), [this] { ShowEntries(); });
+  (void)Look(tr("The history cannot be shown."), [this] { ShowEntries(); });
 }
 
 void HistoryPage::ShowEntries() {
@@ -76,9 +76,9 @@ void HistoryPage::Undo() {
     if (!undone.done()) {
       throw RefusedError(undone.reason);
     }
-    ShowEntries();
   });
   if (ran) {
+    Refresh();
     place().Tell(tr("Undone: %1.").arg(ToQt(DescriptionOf(undone.entries.front().entry))));
     place().TellChanged();
   }

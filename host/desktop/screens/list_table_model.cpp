@@ -5,6 +5,7 @@
 
 #include "host/desks/shown_value.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/screens/list_titles.h"
 
 namespace qorhost {
 
@@ -78,14 +79,15 @@ QVariant ListTableModel::headerData(int section, Qt::Orientation orientation, in
       section >= columnCount()) {
     return {};
   }
-  return ToQt(all_.fields[static_cast<std::size_t>(section)].title);
+  return ShownTitle(all_.fields[static_cast<std::size_t>(section)].title);
 }
 
-void SetUp(QTableView& view, ListTableModel& model) {
+void SetUp(QTableView& view, QAbstractItemModel& model) {
   view.setModel(&model);
   view.horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
   view.horizontalHeader()->setStretchLastSection(true);
   view.horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
+  view.horizontalHeader()->setHighlightSections(false);
   view.verticalHeader()->hide();
   view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
 }

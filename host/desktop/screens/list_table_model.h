@@ -50,7 +50,7 @@ class ListTableModel final : public QAbstractTableModel {
 
 /// Gives the view the model, rows of one fixed height, and columns as wide as their first rows
 /// need.
-void SetUp(QTableView& view, ListTableModel& model);
+void SetUp(QTableView& view, QAbstractItemModel& model);
 void FitColumns(QTableView& view);
 
 }  // namespace qorhost

@@ -68,7 +68,7 @@ OverviewPage::OverviewPage(Workplace& place)
 OverviewPage::~OverviewPage() = default;
 
 void OverviewPage::Refresh() {
-  (void)Run(tr("The overview cannot be shown."), [this] {
+  (void)Look(tr("The overview cannot be shown."), [this] {
     ShowUnits();
     ShowExpiring();
   });

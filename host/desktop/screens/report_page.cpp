@@ -83,6 +83,9 @@ void ReportPage::Open(std::unique_ptr<ReportSource> source) {
     }
     ShowState();
   });
+}
+
+void ReportPage::Begin() {
   ShowRows();
 }
 

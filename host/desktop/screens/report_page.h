@@ -49,6 +49,7 @@ class ReportPage : public ScreenPage {
  public:
   ~ReportPage() override;
 
+  void Begin() override;
   void Refresh() override;
 
  protected:

@@ -66,17 +66,39 @@ ScreenPage::ScreenPage(Workplace& place, QWidget* parent)
     : QWidget(parent), place_(place), mark_(new FaultMark(*this)) {}
 
 bool ScreenPage::Run(const QString& what, const std::function<void()>& operation) {
+  if (place_.runner().busy()) {
+    return false;
+  }
   mark_->Clear();
+  const std::optional<UnitVersion> before = session().sql().work().Committed(place_.unitKey());
   try {
-    return place_.runner().Run(what, operation);
+    return place_.runner().Run(what.endsWith(QLatin1Char('.')) ? tr("Working") : what, operation);
   } catch (const InputFault& fault) {
     TellFault(fault);
   } catch (const CancelledError&) {
-    place_.Tell(tr("Cancelled. Nothing was changed."));
+    TellCancelled(before);
   } catch (const std::exception& failure) {
-    TellFailure(place_.window(), what, ToQt(failure.what()));
+    if (place_.runner().cancelled()) {
+      TellCancelled(before);
+    } else {
+      TellFailure(place_.window(), what, ToQt(failure.what()));
+    }
   }
   return false;
+}
+
+bool ScreenPage::Look(const QString& what, const std::function<void()>& show) {
+  return Run(what, [&] {
+    const Undoable oneState = session().OneState();
+    show();
+  });
+}
+
+/// What was stored before the cancelling stays, as when rows cannot be shown again behind it.
+void ScreenPage::TellCancelled(const std::optional<UnitVersion>& before) {
+  const bool stored = session().sql().work().Committed(place_.unitKey()) != before;
+  place_.Tell(stored ? tr("Cancelled behind the change, which is stored. F5 shows it.")
+                     : tr("Cancelled. Nothing was changed."));
 }
 
 QWidget* ScreenPage::WidgetFor(std::string_view field) const {
@@ -137,6 +159,10 @@ bool ScreenPage::Tell(const Outcome& outcome, std::string_view what) {
                       Others(outcome));
       break;
     case Ending::kFailed:
+      if (place_.runner().cancelled()) {
+        place_.Tell(tr("Cancelled. Nothing was changed."));
+        break;
+      }
       TellFailure(place_.window(), nothing, Failures(outcome));
       break;
     case Ending::kRefused:

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -30,6 +31,9 @@ class ScreenPage : public QWidget {
 
   /// Whether something was entered and not stored.
   [[nodiscard]] virtual bool HasEntries() const { return false; }
+  /// Called once, when the screen is to be shown for the first time: for operations that may be
+  /// cancelled or refused, behind which it is there all the same.
+  virtual void Begin() {}
   /// Shows what is stored now; called whenever the screen comes to the front and has no entries.
   virtual void Refresh() {}
 
@@ -40,8 +44,11 @@ class ScreenPage : public QWidget {
   [[nodiscard]] DeskSession& session() { return place_.session(); }
 
   /// Runs an operation; false when another one runs, or when it raised, which is told: an input
-  /// that is wrong at its widget, anything else in a box.
+  /// that is wrong at its widget, anything else in a box, under `what`: a sentence, or what is
+  /// done, which is shown meanwhile ("Saving credentials").
   bool Run(const QString& what, const std::function<void()>& operation);
+  /// Runs what shows something: it sees one state of the store, and may write nothing.
+  bool Look(const QString& what, const std::function<void()>& show);
   /// Tells how an operation on `what` ("credential") ended; true when it was done. A refusal is
   /// shown at the control of `screen` that the controller has sent the focus to.
   bool Tell(const Outcome& outcome, std::string_view what, const ScreenModel& screen);
@@ -52,6 +59,7 @@ class ScreenPage : public QWidget {
   virtual std::span<const FieldWidget> Fields() const { return {}; }
 
  private:
+  void TellCancelled(const std::optional<UnitVersion>& before);
   void TellFault(const InputFault& fault);
   [[nodiscard]] QWidget* WidgetFor(std::string_view field) const;
 

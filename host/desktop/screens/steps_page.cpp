@@ -31,7 +31,7 @@ StepsPage::StepsPage(Workplace& place) : ScreenPage(place), ui_(std::make_unique
 StepsPage::~StepsPage() = default;
 
 void StepsPage::Refresh() {
-  (void)Run(tr("The steps cannot be shown."), [this] { ShowSteps(); });
+  (void)Look(tr("The steps cannot be shown."), [this] { ShowSteps(); });
 }
 
 void StepsPage::ShowSteps() {
@@ -79,9 +79,9 @@ void StepsPage::MarkSent() {
   SentSteps sent;
   const bool ran = Run(tr("The steps cannot be marked."), [&] {
     sent = qorhost::MarkSent(session(), place().unitKey(), choice, Trial::kNo);
-    ShowSteps();
   });
   if (ran) {
+    Refresh();
     place().Tell(tr("Marked as sent: %1.").arg(static_cast<qulonglong>(sent.steps)));
     place().TellChanged();
   }

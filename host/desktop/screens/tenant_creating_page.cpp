@@ -45,8 +45,10 @@ std::span<const FieldWidget> TenantCreatingPage::Fields() const {
 }
 
 void TenantCreatingPage::OpenDesk() {
-  binding_.reset();
-  desk_.emplace(session(), place().unitKey(), DeskScreen::kTenantCreating);
+  auto desk =
+      std::make_unique<CredentialDesk>(session(), place().unitKey(), DeskScreen::kTenantCreating);
+  binding_.reset();  // not before: a store that fails leaves the screen as it is
+  desk_ = std::move(desk);
   binding_.emplace(desk_->screen(), *this, kUnseen);
   binding_->OnEdit([this](QWidget& widget) { NoteEdit(widget); });
   SetEntered(false);

@@ -32,7 +32,7 @@ class TenantCreatingPage final : public EntryPage {
   void ShowWithEntry();
 
   std::unique_ptr<Ui::TenantCreatingPage> ui_;
-  std::optional<CredentialDesk> desk_;
+  std::unique_ptr<CredentialDesk> desk_;
   std::optional<ScreenBinding> binding_;
 };
 

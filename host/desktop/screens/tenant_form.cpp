@@ -20,9 +20,9 @@ namespace {
 
 constexpr int kMostSuggestions = 12;
 
-QString Tr(const char* text) {
-  return QCoreApplication::translate("TenantsPage", text);
-}
+struct TenantTexts {
+  Q_DECLARE_TR_FUNCTIONS(TenantForm)
+};
 
 /// What all of them have; nothing where they differ, or for nobody.
 template <typename Get>
@@ -39,7 +39,7 @@ auto Common(const std::vector<TenantRow>& tenants, Get get)
 
 /// What stands where there is nothing in common.
 QString Placeholder(const std::vector<TenantRow>& tenants) {
-  return tenants.empty() ? Tr("as usual") : Tr("as it is for each");
+  return tenants.empty() ? TenantTexts::tr("as usual") : TenantTexts::tr("as it is for each");
 }
 
 void ShowIn(QComboBox& combo, std::optional<std::int32_t> id, const QString& name,
@@ -149,8 +149,9 @@ void TenantForm::Offer(const TenantLinks& links, const std::vector<TenantGroup>&
   const QSignalBlocker quiet(ui_.group);
   ui_.group->clear();
   for (const TenantGroup& group : groups) {
-    ui_.group->addItem(group.isZero ? Tr("%1 (zero)").arg(group.rid) : QString::number(group.rid),
-                       group.rid);
+    ui_.group->addItem(
+        group.isZero ? TenantTexts::tr("%1 (zero)").arg(group.rid) : QString::number(group.rid),
+        group.rid);
   }
   std::unordered_set<std::int32_t> held;
   for (const TenantRow& holder : holders) {

@@ -130,7 +130,7 @@ void TenantsPage::ConnectWidgets() {
 }
 
 void TenantsPage::OpenDesk() {
-  desk_.emplace(session(), place().unitKey());
+  desk_ = std::make_unique<TenantDesk>(session(), place().unitKey());
   form_.Offer(desk_->links(), ReadTenantGroups(session(), place().unitKey()), desk_->tenants());
 }
 

@@ -60,7 +60,7 @@ class TenantsPage final : public EntryPage {
   std::unique_ptr<Ui::TenantsPage> ui_;
   TenantForm form_;
   ListTableModel list_;
-  std::optional<TenantDesk> desk_;
+  std::unique_ptr<TenantDesk> desk_;
   Rids chosen_;           // also those that the search hides
   bool showing_ = false;  // what changes in the list is no choice
 };

@@ -14,6 +14,7 @@
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/shell/backing_up.h"
+#include "host/desktop/shell/language.h"
 
 namespace qorhost {
 
@@ -23,17 +24,6 @@ constexpr int kToldFor = 15000;  // milliseconds
 constexpr QSize kUsualSize(1040, 800);
 constexpr int kBetweenScreens = 3;  // pixels around each
 constexpr int kUnitName = Qt::UserRole + 1;
-constexpr int kMostDigits = 9;  // screens that have a shortcut
-
-namespace setting {
-const QString kGeometry = QStringLiteral("window/geometry");
-const QString kPlaces = QStringLiteral("window/places");
-const QString kTheme = QStringLiteral("look/theme");
-const QString kText = QStringLiteral("look/text");
-const QString kStore = QStringLiteral("last/store");
-const QString kUnit = QStringLiteral("last/unit");
-const QString kScreen = QStringLiteral("last/screen");
-}  // namespace setting
 
 QString FileFilter() {
   return MainWindow::tr("Stores (*.db);;All files (*)");
@@ -42,19 +32,16 @@ QString FileFilter() {
 }  // namespace
 
 MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
-    : settings_(settings),
+    : remembered_(settings),
       surroundings_(std::move(surroundings)),
       bar_(new BusyBar(this)),
       runner_(*bar_),
-      pages_(new QStackedWidget(this)),
-      start_(new StartPage(pages_)),
+      start_(new StartPage(this)),
+      pages_(new PageStack(runner_, start_, this)),
       sides_(new QWidget(this)),
       calls_(new CallLogDock(surroundings_.clock, this)),
       screens_(new QListWidget(sides_)),
-      units_(new QComboBox(sides_)),
-      made_(Screens().size(), nullptr),
-      outdated_(Screens().size(), false) {
-  pages_->addWidget(start_);
+      units_(new QComboBox(sides_)) {
   MakeSides();
   addDockWidget(Qt::BottomDockWidgetArea, calls_);
   calls_->hide();
@@ -82,7 +69,7 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
 }
 
 MainWindow::~MainWindow() {
-  DropPages();
+  pages_->Drop();
 }
 
 void MainWindow::MakeSides() {
@@ -102,7 +89,7 @@ void MainWindow::MakeSides() {
   column->addWidget(label);
   column->addWidget(units_);
   column->addWidget(screens_, 1);
-  sides_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+  sides_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
   sides_->hide();
   connect(screens_, &QListWidget::currentRowChanged, this, [this](int row) { ShowPage(row); });
   connect(units_, &QComboBox::activated, this,
@@ -110,6 +97,12 @@ void MainWindow::MakeSides() {
 }
 
 void MainWindow::MakeMenus() {
+  MakeStoreMenu();
+  MakeScreensMenu();
+  MakeViewMenu();
+}
+
+void MainWindow::MakeStoreMenu() {
   QMenu* store = menuBar()->addMenu(tr("Store"));
   store->addAction(tr("New…"), QKeySequence::New, this, [this] { ChooseNewStore(); });
   store->addAction(tr("Open…"), QKeySequence::Open, this, [this] { ChooseStore(); });
@@ -122,16 +115,16 @@ void MainWindow::MakeMenus() {
   store->addAction(tr("Close"), QKeySequence::Close, this, [this] { (void)CloseStore(); });
   store->addSeparator();
   store->addAction(tr("Quit"), QKeySequence::Quit, this, [this] { close(); });
+}
 
+void MainWindow::MakeScreensMenu() {
   QMenu* go = menuBar()->addMenu(tr("Screens"));
   int row = 0;
   for (const ScreenEntry& screen : Screens()) {
     QAction* action =
         go->addAction(TitleOf(screen), this, [this, row] { screens_->setCurrentRow(row); });
+    action->setShortcut(QKeySequence(QString::fromLatin1(screen.shortcut)));
     ++row;
-    if (row <= kMostDigits) {
-      action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(row)));
-    }
   }
   go->addSeparator();
   go->addAction(tr("Refresh"), QKeySequence::Refresh, this, [this] {
@@ -139,7 +132,9 @@ void MainWindow::MakeMenus() {
       shown->Refresh();
     }
   });
+}
 
+void MainWindow::MakeViewMenu() {
   QMenu* look = menuBar()->addMenu(tr("View"));
   calls_->toggleViewAction()->setShortcut(QKeySequence(QStringLiteral("Ctrl+L")));
   look->addAction(calls_->toggleViewAction());
@@ -156,6 +151,13 @@ void MainWindow::MakeMenus() {
       SetAppearance({appearance_.theme, percent});
     });
   }
+  look->addSeparator();
+  for (const LanguageName& language : kLanguages) {
+    look->addAction(QString::fromUtf8(language.name), this, [this, key = language.key] {
+      remembered_.SetLanguage(QString::fromLatin1(key));
+      statusBar()->showMessage(tr("The language holds from the next start on."), kToldFor);
+    });
+  }
 }
 
 void MainWindow::SetAppearance(const Appearance& appearance) {
@@ -164,43 +166,29 @@ void MainWindow::SetAppearance(const Appearance& appearance) {
 }
 
 void MainWindow::Restore() {
-  const int theme = settings_.value(setting::kTheme, 0).toInt();
-  SetAppearance({theme == static_cast<int>(Theme::kDark) ? Theme::kDark : Theme::kLight,
-                 settings_.value(setting::kText, kUsualTextPercent).toInt()});
+  SetAppearance(remembered_.appearance());
   resize(kUsualSize);
-  (void)restoreGeometry(settings_.value(setting::kGeometry).toByteArray());
-  (void)restoreState(settings_.value(setting::kPlaces).toByteArray());
+  (void)restoreGeometry(remembered_.geometry());
+  (void)restoreState(remembered_.places());
   setWindowTitle(QCoreApplication::applicationName());
 }
 
 void MainWindow::Remember() {
-  settings_.setValue(setting::kGeometry, saveGeometry());
-  settings_.setValue(setting::kPlaces, saveState());
-  settings_.setValue(setting::kTheme, static_cast<int>(appearance_.theme));
-  settings_.setValue(setting::kText, appearance_.textPercent);
+  remembered_.SetLayout(saveGeometry(), saveState());
+  remembered_.SetAppearance(appearance_);
   if (place_ != nullptr) {
-    settings_.setValue(setting::kUnit, place_->unitKey());
     const int row = screens_->currentRow();
-    if (row >= 0) {
-      settings_.setValue(setting::kScreen,
-                         QString::fromLatin1(Screens()[static_cast<std::size_t>(row)].key));
-    }
+    remembered_.SetPlace(
+        place_->unitKey(),
+        row < 0 ? QString() : QString::fromLatin1(Screens()[static_cast<std::size_t>(row)].key));
   }
 }
 
-ScreenPage* MainWindow::page() const {
-  return qobject_cast<ScreenPage*>(pages_->currentWidget());
-}
-
-bool MainWindow::HasEntries() const {
-  return std::any_of(made_.begin(), made_.end(), [](const QWidget* made) {
-    const auto* screen = qobject_cast<const ScreenPage*>(made);
-    return screen != nullptr && screen->HasEntries();
-  });
-}
-
 bool MainWindow::MayLeave() {
-  return !HasEntries() || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
+  if (runner_.busy()) {
+    return false;
+  }
+  return !pages_->HasEntries() || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
 }
 
 /// Controllers are followed from their making on: the screens are opened again.
@@ -211,13 +199,13 @@ void MainWindow::FollowCalls(bool shown) {
   }
   if (shown && !MayLeave()) {
     calls_->hide();
-  } else if (shown || !HasEntries()) {
+  } else if (shown || !pages_->HasEntries()) {
     ReopenScreens();
   }
 }
 
 void MainWindow::ReopenScreens() {
-  DropPages();
+  pages_->Drop();
   calls_->Follow(place_.get());
   ShowPage(screens_->currentRow());
 }
@@ -236,7 +224,7 @@ bool MainWindow::OpenStore(const std::filesystem::path& file) {
       return false;
     }
     TakeStore(std::move(store), file, name);
-    settings_.setValue(setting::kStore, name);
+    remembered_.SetStore(name);
     return true;
   } catch (const std::exception& failure) {
     TellFailure(this, tr("%1 cannot be opened.").arg(name), ToQt(failure.what()));
@@ -275,18 +263,17 @@ bool MainWindow::CloseStore() {
     return false;
   }
   Remember();
-  DropPages();
+  pages_->Take(nullptr);
   calls_->Follow(nullptr);
   place_.reset();
   sides_->hide();
-  pages_->setCurrentWidget(start_);
   setWindowTitle(QCoreApplication::applicationName());
-  settings_.remove(setting::kStore);
+  remembered_.SetStore({});
   return true;
 }
 
 void MainWindow::OpenLastStore() {
-  const QString last = settings_.value(setting::kStore).toString();
+  const QString last = remembered_.store();
   std::error_code unreadable;
   const std::filesystem::path file(last.toStdString());
   if (!last.isEmpty() && std::filesystem::exists(file, unreadable)) {
@@ -297,26 +284,23 @@ void MainWindow::OpenLastStore() {
 void MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
                            const QString& name) {
   auto place = std::make_unique<Workplace>(*this, runner_, std::move(store), file, surroundings_);
-  DropPages();
+  pages_->Drop();
   place_ = std::move(place);
+  pages_->Take(place_.get());
   calls_->Follow(place_.get());
   place_->OnTell([this](const QString& what) { statusBar()->showMessage(what, kToldFor); });
-  place_->OnChanged([this] {
-    for (std::size_t row = 0; row < outdated_.size(); ++row) {
-      outdated_[row] = made_[row] != nullptr && made_[row] != pages_->currentWidget();
-    }
-  });
+  place_->OnChanged([this] { pages_->NoteChange(); });
   setWindowTitle(tr("%1 – %2").arg(name, QCoreApplication::applicationName()));
   FillUnits();
   sides_->show();
-  const QString last = settings_.value(setting::kScreen).toString();
+  const QString last = remembered_.screen();
   ShowScreen(last.isEmpty() ? QString::fromLatin1(Screens().front().key) : last);
 }
 
 void MainWindow::FillUnits() {
   const QSignalBlocker quiet(units_);
   units_->clear();
-  const int last = settings_.value(setting::kUnit).toInt();
+  const int last = remembered_.unit();
   for (const UnitName& unit : place_->session().Units()) {
     units_->addItem(unit.name.empty() ? tr("Unit %1").arg(unit.key)
                                       : tr("%1 (%2)").arg(ToQt(unit.name)).arg(unit.key),
@@ -331,20 +315,12 @@ void MainWindow::TakeUnit(int index) {
   place_->SetUnit(units_->itemData(index).toInt(), units_->itemData(index, kUnitName).toString());
 }
 
-void MainWindow::DropPages() {
-  for (QWidget*& made : made_) {
-    delete made;
-    made = nullptr;
-  }
-  std::fill(outdated_.begin(), outdated_.end(), false);
-}
-
 void MainWindow::ShowUnit(std::int32_t unitKey) {
   if (place_ == nullptr || unitKey == place_->unitKey()) {
     return;
   }
   if (MayLeave()) {
-    DropPages();
+    pages_->Drop();
     TakeUnit(units_->findData(unitKey));
     ShowPage(screens_->currentRow());
   }
@@ -367,43 +343,8 @@ void MainWindow::ShowScreen(const QString& key) {
 }
 
 void MainWindow::ShowPage(int row) {
-  if (place_ == nullptr || row < 0) {
-    return;
-  }
   statusBar()->clearMessage();  // what was told was told of another screen
-  const auto at = static_cast<std::size_t>(row);
-  const ScreenEntry& screen = Screens()[at];
-  if (made_[at] == nullptr && screen.needsUnit && units_->count() == 0) {
-    ShowProblem(row, tr("The store has no units yet: this screen shows what is in one."));
-    return;
-  }
-  if (made_[at] == nullptr) {
-    try {
-      made_[at] = screen.make(*place_).release();
-      pages_->addWidget(made_[at]);
-    } catch (const std::exception& failure) {
-      ShowProblem(row, ToQt(failure.what()));
-      return;
-    }
-  }
-  pages_->setCurrentWidget(made_[at]);
-  auto* shown = qobject_cast<ScreenPage*>(made_[at]);
-  if (shown != nullptr && outdated_[at] && !shown->HasEntries()) {
-    outdated_[at] = false;
-    shown->Refresh();
-  }
-}
-
-/// A screen that cannot be opened says why, and is tried again when it is looked at again.
-void MainWindow::ShowProblem(int row, const QString& why) {
-  const auto at = static_cast<std::size_t>(row);
-  auto* problem = new QLabel(tr("%1 cannot be shown: %2").arg(TitleOf(Screens()[at]), why), pages_);
-  problem->setTextFormat(Qt::PlainText);
-  problem->setWordWrap(true);
-  problem->setAlignment(Qt::AlignCenter);
-  pages_->addWidget(problem);
-  pages_->setCurrentWidget(problem);
-  connect(pages_, &QStackedWidget::currentChanged, problem, &QObject::deleteLater);
+  pages_->Show(row);
 }
 
 void MainWindow::ChooseStore() {

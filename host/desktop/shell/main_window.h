@@ -5,17 +5,16 @@
 #include <QListWidget>
 #include <QMainWindow>
 #include <QSettings>
-#include <QStackedWidget>
 #include <QString>
 #include <filesystem>
 #include <memory>
-#include <vector>
 
 #include "host/desks/store_file.h"
 #include "host/desktop/calls/call_log_dock.h"
 #include "host/desktop/running/workplace.h"
 #include "host/desktop/shell/appearance.h"
-#include "host/desktop/shell/screens_table.h"
+#include "host/desktop/shell/page_stack.h"
+#include "host/desktop/shell/remembered.h"
 #include "host/desktop/shell/start_page.h"
 
 namespace qorhost {
@@ -42,7 +41,7 @@ class MainWindow final : public QMainWindow {
   void ShowScreen(const QString& key);
   void ShowUnit(std::int32_t unitKey);
   /// The screen in front; null where none is.
-  [[nodiscard]] ScreenPage* page() const;
+  [[nodiscard]] ScreenPage* page() const { return pages_->page(); }
   /// Null while no store is open.
   [[nodiscard]] Workplace* place() { return place_.get(); }
   [[nodiscard]] OperationRunner& runner() { return runner_; }
@@ -54,37 +53,35 @@ class MainWindow final : public QMainWindow {
 
  private:
   void MakeMenus();
+  void MakeStoreMenu();
+  void MakeScreensMenu();
+  void MakeViewMenu();
   void MakeSides();
   void TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
                  const QString& name);
   void FillUnits();
   void TakeUnit(int index);
-  void DropPages();
   void ShowPage(int row);
-  void ShowProblem(int row, const QString& why);
   void ChooseStore();
   void ChooseNewStore();
-  [[nodiscard]] bool HasEntries() const;
   [[nodiscard]] bool MayLeave();
   void FollowCalls(bool shown);
   void ReopenScreens();
   void Restore();
   void Remember();
 
-  QSettings& settings_;
+  Remembered remembered_;
   WorkSurroundings surroundings_;
   Appearance appearance_;
   BusyBar* bar_;
   OperationRunner runner_;
   std::unique_ptr<Workplace> place_;
-  QStackedWidget* pages_;
   StartPage* start_;
+  PageStack* pages_;
   QWidget* sides_;
   CallLogDock* calls_;
   QListWidget* screens_;
   QComboBox* units_;
-  std::vector<QWidget*> made_;  // for each line of the table; null until it is looked at
-  std::vector<bool> outdated_;  // the store has changed since it was shown
 };
 
 }  // namespace qorhost

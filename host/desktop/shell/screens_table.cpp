@@ -6,6 +6,8 @@
 #include "host/desktop/screens/credential_page.h"
 #include "host/desktop/screens/dir_code_page.h"
 #include "host/desktop/screens/history_page.h"
+#include "host/desktop/screens/import_page.h"
+#include "host/desktop/screens/merge_page.h"
 #include "host/desktop/screens/overview_page.h"
 #include "host/desktop/screens/report_pages.h"
 #include "host/desktop/screens/steps_page.h"
@@ -22,20 +24,27 @@ std::unique_ptr<ScreenPage> Make(Workplace& place) {
 }
 
 constexpr std::array kScreens{
-    ScreenEntry{"overview", QT_TRANSLATE_NOOP("Screens", "Overview"), false, Make<OverviewPage>},
-    ScreenEntry{"tenants", QT_TRANSLATE_NOOP("Screens", "Tenants"), true, Make<TenantsPage>},
-    ScreenEntry{"credentials", QT_TRANSLATE_NOOP("Screens", "Credentials"), true,
+    ScreenEntry{"overview", QT_TRANSLATE_NOOP("Screens", "Overview"), "Ctrl+1", false,
+                Make<OverviewPage>},
+    ScreenEntry{"tenants", QT_TRANSLATE_NOOP("Screens", "Tenants"), "Ctrl+2", true,
+                Make<TenantsPage>},
+    ScreenEntry{"credentials", QT_TRANSLATE_NOOP("Screens", "Credentials"), "Ctrl+3", true,
                 Make<CredentialPage>},
-    ScreenEntry{"tenant_creating", QT_TRANSLATE_NOOP("Screens", "New tenants"), true,
+    ScreenEntry{"tenant_creating", QT_TRANSLATE_NOOP("Screens", "New tenants"), "Ctrl+4", true,
                 Make<TenantCreatingPage>},
-    ScreenEntry{"dir_codes", QT_TRANSLATE_NOOP("Screens", "Directory codes"), true,
+    ScreenEntry{"dir_codes", QT_TRANSLATE_NOOP("Screens", "Directory codes"), "Ctrl+5", true,
                 Make<DirCodePage>},
-    ScreenEntry{"credential_report", QT_TRANSLATE_NOOP("Screens", "Credential report"), true,
-                Make<CredentialReportPage>},
-    ScreenEntry{"dir_code_report", QT_TRANSLATE_NOOP("Screens", "Directory-code report"), true,
-                Make<DirCodeReportPage>},
-    ScreenEntry{"steps", QT_TRANSLATE_NOOP("Screens", "Programming steps"), true, Make<StepsPage>},
-    ScreenEntry{"history", QT_TRANSLATE_NOOP("Screens", "History"), true, Make<HistoryPage>},
+    ScreenEntry{"credential_report", QT_TRANSLATE_NOOP("Screens", "Credential report"), "Ctrl+6",
+                true, Make<CredentialReportPage>},
+    ScreenEntry{"dir_code_report", QT_TRANSLATE_NOOP("Screens", "Directory-code report"), "Ctrl+7",
+                true, Make<DirCodeReportPage>},
+    ScreenEntry{"steps", QT_TRANSLATE_NOOP("Screens", "Programming steps"), "Ctrl+8", true,
+                Make<StepsPage>},
+    ScreenEntry{"history", QT_TRANSLATE_NOOP("Screens", "History"), "Ctrl+9", true,
+                Make<HistoryPage>},
+    ScreenEntry{"import", QT_TRANSLATE_NOOP("Screens", "Import"), "Ctrl+I", true, Make<ImportPage>},
+    ScreenEntry{"merge", QT_TRANSLATE_NOOP("Screens", "Merge with the unit"), "Ctrl+M", true,
+                Make<MergePage>},
 };
 
 }  // namespace

@@ -11,7 +11,8 @@ namespace qorhost {
 struct ScreenEntry {
   const char* key;    ///< names it in the settings; never changes
   const char* title;  ///< in English, translated in the context "Screens"
-  bool needsUnit;     ///< whether it shows one unit, not the whole store
+  const char* shortcut;
+  bool needsUnit;  ///< whether it shows one unit, not the whole store
   /// Opens it for the workplace's unit; raises what the desk raises.
   std::unique_ptr<ScreenPage> (*make)(Workplace& place);
 };

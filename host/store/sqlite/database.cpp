@@ -59,6 +59,18 @@ int WaitForOther(void* context, int attempts) {
   return 1;
 }
 
+constexpr int kStepsBetweenLooks = 20'000;  // of the engine: a few milliseconds
+
+/// Called by SQLite while a statement works: anything but 0 interrupts it.
+int LookUp(void* context) {
+  const auto& patience = *static_cast<const Patience*>(context);
+  try {
+    return patience.working && !patience.working() ? 1 : 0;
+  } catch (...) {
+    return 1;
+  }
+}
+
 void Limit(sqlite3* handle, int what, int value) {
   sqlite3_limit(handle, what, value);
 }
@@ -140,6 +152,7 @@ Database::Database(std::string name, const std::string& path, int flags, bool re
   }
   Configure(opened);
   sqlite3_busy_handler(opened, &WaitForOther, patience_.get());
+  sqlite3_progress_handler(opened, kStepsBetweenLooks, &LookUp, patience_.get());
   RegisterSqlFunctions(opened);
   Run(
       fmt::format("PRAGMA foreign_keys=ON; PRAGMA temp_store=MEMORY; PRAGMA cell_size_check=ON;"

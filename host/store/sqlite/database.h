@@ -35,6 +35,7 @@ class Database {
 
   /// How long it waits for another one that writes.
   void SetPatience(Patience patience) { *patience_ = std::move(patience); }
+  [[nodiscard]] const Patience& patience() const noexcept { return *patience_; }
 
   /// To be called outside a transaction, for those that begin then.
   void KeepSavepoints(SavepointRoom room) noexcept;

@@ -3,10 +3,12 @@
 #include <fmt/format.h>
 #include <sqlite3.h>
 
+#include <functional>
 #include <utility>
 
 #include "host/store/sqlite/engine_error.h"
 #include "host/store/sqlite/session.h"
+#include "host/store/sqlite/transaction.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
@@ -32,14 +34,22 @@ void Store::GatherInFile() {
 }
 
 void Store::CopyInto(const std::filesystem::path& emptyFile) {
+  constexpr int kPagesAtOnce = 2048;  // 8 MiB
   Database copy(emptyFile, OpenMode::kReadWrite);
+  // One state of the store: what others write meanwhile is not in it.
+  Look look(database_);
+  const Undoable oneState(look);
   sqlite3_backup* backup = sqlite3_backup_init(copy.handle(), "main", database_.handle(), "main");
-  if (backup != nullptr) {
-    // All at once: what others write meanwhile is not in it.
-    sqlite3_backup_step(backup, -1);
+  const std::function<bool()>& working = database_.patience().working;
+  bool goesOn = backup != nullptr;
+  while (goesOn && sqlite3_backup_step(backup, kPagesAtOnce) == SQLITE_OK) {
+    goesOn = !working || working();
   }
   if (backup == nullptr || sqlite3_backup_finish(backup) != SQLITE_OK) {
     throw LastError(copy.handle(), fmt::format("'{}' cannot be written", copy.name()));
+  }
+  if (!goesOn) {
+    throw StoreError(fmt::format("'{}' is not whole: its copying was stopped", copy.name()));
   }
   // Without a log of its own it can be read where nothing may be written.
   copy.Run("PRAGMA journal_mode=DELETE");

@@ -54,6 +54,49 @@ class UnitMerges : public UnitFixture {
   }
 };
 
+TEST_F(UnitMerges, OfDifferencesThatAreAcceptedOneByOneNoOthersAreMade) {
+  const UnitReading unit = Changed();
+  UnitMerge merge(session(), kUnit, unit, BadLines::kRefused);
+  ASSERT_EQ(merge.Look().steps.size(), 3U);  // 106 deleted, 102 updated, 300 inserted
+  const MergeReport report = merge.ApplyAccepted({1}, nullptr);
+  EXPECT_TRUE(report.done());
+  EXPECT_EQ(CountsOf(report), "0 inserted, 1 updated, 0 deleted, 4 unchanged");
+  EXPECT_EQ(CodeCount(), 6);
+  ASSERT_EQ(merge.Look().steps.size(), 2U);
+  EXPECT_TRUE(merge.ApplyAccepted({0, 1}, nullptr).done());
+  EXPECT_THAT(merge.Look().steps, IsEmpty());
+}
+
+TEST_F(UnitMerges, ADifferenceWhoseRowOthersHaveChangedIsNotMade) {
+  const UnitReading unit = Changed();
+  UnitMerge merge(session(), kUnit, unit, BadLines::kRefused);
+  ASSERT_EQ(merge.Look().steps.size(), 3U);
+  (void)session().sql().Change(
+      "UPDATE DIRECTORYCODE SET PHONENUMBER='555-7777' WHERE UNITKEY=2 AND PHONENUMBER IN (SELECT "
+      "PHONENUMBER FROM DIRECTORYCODE WHERE UNITKEY=2 AND DIRECTORYCODE=102)",
+      dialect::StatementKind::kUpdate);
+  EXPECT_EQ(merge.ApplyAccepted({1}, nullptr).ending, Ending::kStale);
+  EXPECT_EQ(CountOf("SELECT RID FROM DIRECTORYCODE WHERE PHONENUMBER='555-9999'"), 0U);
+  ASSERT_EQ(merge.Look().steps.size(), 3U);
+  EXPECT_TRUE(merge.ApplyAccepted({1, 2}, nullptr).done());
+}
+
+TEST_F(UnitMerges, TheSidesOfADifferenceAreToldFieldByField) {
+  const UnitReading unit = Changed();
+  UnitMerge merge(session(), kUnit, unit, BadLines::kRefused);
+  const MergePlan& plan = merge.Look();
+  std::vector<std::string> told;
+  for (const auto& row : StepTable(plan.steps[1], unit.file.codes, merge.stored()).rows) {
+    if (!qorcred::TextOrEmpty(row[3]).empty()) {
+      told.push_back(qorcred::TextOrEmpty(row[0]) + ": " + qorcred::TextOrEmpty(row[2]));
+    }
+  }
+  EXPECT_THAT(told, ElementsAre("phone: 555-9999"));
+  for (const auto& row : StepTable(plan.steps[0], unit.file.codes, merge.stored()).rows) {
+    EXPECT_EQ(qorcred::TextOrEmpty(row[2]), "");
+  }
+}
+
 TEST_F(UnitMerges, TheReportCountsWhatWasDone) {
   const UnitReading unit = Changed();
   UnitMerge merge(session(), kUnit, unit, BadLines::kRefused, Deletions::kAll);

@@ -96,6 +96,20 @@ class Bindings : public testing::Test {
   std::vector<std::string> edited_;
 };
 
+// A screen that is opened again is bound again: what a person does is no matter of the old binding.
+TEST_F(Bindings, WhatIsDoneBehindItsEndReachesNoBinding) {
+  Fill("combo", 2);
+  Bind();
+  binding_.reset();
+  QTest::keyClicks(&Of<QLineEdit>("text"), QStringLiteral("7"));
+  QTest::mouseClick(&Of<QCheckBox>("check"), Qt::LeftButton);
+  QTest::keyClick(&Of<QSpinBox>("spin"), Qt::Key_Up);
+  EXPECT_TRUE(edited_.empty());
+  Bind();
+  QTest::keyClicks(&Of<QLineEdit>("text"), QStringLiteral("8"));
+  EXPECT_EQ(edited_, std::vector<std::string>{"text"});
+}
+
 TEST_F(Bindings, EveryControlThatTheFormLacksIsNamed) {
   delete &Of<QLineEdit>("text");
   delete &Of<QLineEdit>("array_1");

@@ -117,8 +117,8 @@ TEST_F(RunningOperations, WaitingForAnotherSeatsLockEndsByCancel) {
     }
   });
   moment_.start(0);
-  answers_->Click(QMessageBox::Ok);
   Click("saveButton");
+  EXPECT_EQ(Told(), "Cancelled. Nothing was changed.");
   EXPECT_THAT(shown, HasSubstr("Another program is writing"));
   EXPECT_EQ(TextIn("txtPINStart"), "9001");
   held.Undo();

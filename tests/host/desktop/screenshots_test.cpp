@@ -6,7 +6,11 @@
 #include <QDir>
 #include <QLabel>
 #include <QTableView>
+#include <fstream>
 
+#include "host/desks/unit_export.h"
+#include "host/desktop/screens/import_page.h"
+#include "host/desktop/screens/merge_page.h"
 #include "tests/host/desktop/desktop_fixture.h"
 
 namespace qorhost::test {
@@ -25,6 +29,8 @@ class Screenshots : public DesktopTest {
   void TakeTenants(const QString& look);
   void TakeReport(const QString& look);
   void TakeCalls(const QString& look);
+  void TakeImport(const QString& look);
+  void TakeMerge(const QString& look);
   void ExpectNothingCut(const std::string& where) {
     for (const auto* label : window().findChildren<QLabel*>()) {
       if (label->isVisible() && !label->wordWrap()) {
@@ -102,6 +108,44 @@ void Screenshots::TakeCalls(const QString& look) {
   Settle();
 }
 
+void Screenshots::TakeImport(const QString& look) {
+  std::ofstream(File("residents.csv"))
+      << "Full name,Apartment,Phone No.,Card Type,Card Number,Facility Code,Start\n"
+         "\"Rae, Zoë\",250,555-0250,card26,9001,7,2026-02-01\n"
+         "\"Ng, Li\",251,555-0251,card26,9002,700,2026-02-01\n"
+         "\"Diaz, Ana\",252,555-0252,card26,9003,7,soon\n"
+         "\"Okafor, Ben\",253,555-0253,transmitter,9004,7,2026-02-01\n";
+  window().ShowScreen(QStringLiteral("import"));
+  auto& import = dynamic_cast<ImportPage&>(page());
+  import.Open(File("residents.csv"));
+  Click("checkButton");
+  Take(QStringLiteral("import_headings"), look);
+  ExpectNothingCut("import with an unknown heading, " + look.toStdString());
+  Choose("standsFor", "Name");
+  Click("checkButton");
+  Take(QStringLiteral("import_checked"), look);
+  ExpectNothingCut("import, " + look.toStdString());
+}
+
+void Screenshots::TakeMerge(const QString& look) {
+  UnitFile unit = ExportUnit(window().place()->session(), kUnit, "", Unholdable::kLeftOut).file;
+  unit.codes[1][qorcred::unit_place::kPhone] = "555-9999";
+  unit.codes.push_back(unit.codes.front());
+  unit.codes.back()[qorcred::unit_place::kCode] = "300";
+  unit.codes.erase(unit.codes.begin() + 3);
+  std::ofstream file(File("unit.txt"));
+  WriteUnitFile(file, unit);
+  file.close();
+  window().ShowScreen(QStringLiteral("merge"));
+  dynamic_cast<MergePage&>(page()).Open(File("unit.txt"));
+  ClickRows(Find<QTableView>("differences"), 1);
+  ClickRows(Find<QTableView>("differences"), 2);
+  Click("acceptAllButton");
+  Take(QStringLiteral("merge_differences"), look);
+  ExpectNothingCut("merge, " + look.toStdString());
+  Click("acceptNoneButton");
+}
+
 struct Look {
   const char* name;
   Appearance appearance;
@@ -114,6 +158,7 @@ const Look kLooks[] = {{"light", {Theme::kLight, 100}},
 TEST_F(Screenshots, OfEveryScreenInEveryLook) {
   for (const Look& look : kLooks) {
     window().SetAppearance(look.appearance);
+    Settle();
     (void)window().CloseStore();
     Take(QStringLiteral("start"), QString::fromLatin1(look.name));
     if (std::filesystem::exists(File("building.db"))) {
@@ -143,6 +188,8 @@ TEST_F(Screenshots, OfEveryScreenInEveryLook) {
     TakeTenants(QString::fromLatin1(look.name));
     TakeReport(QString::fromLatin1(look.name));
     TakeCalls(QString::fromLatin1(look.name));
+    TakeImport(QString::fromLatin1(look.name));
+    TakeMerge(QString::fromLatin1(look.name));
   }
   window().SetAppearance({});
 }

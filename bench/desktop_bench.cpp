@@ -1,0 +1,246 @@
+// The desktop program: a unit opened against a plain item model, an operation through the window
+// against the same at its desk, and a window made against an empty one.
+#include <benchmark/benchmark.h>
+#include <fmt/format.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QSettings>
+#include <QStandardItemModel>
+#include <QTemporaryDir>
+#include <array>
+#include <memory>
+
+#include "bench/bench_store.h"
+#include "bench/benchmarks.h"
+#include "bench/check.h"
+#include "bench/hand_written.h"
+#include "frame/convert.h"
+#include "host/desks/dir_code_desk.h"
+#include "host/desks/dir_code_entry.h"
+#include "host/desks/row_names.h"
+#include "host/desks/store_file.h"
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/shell/main_window.h"
+
+namespace qorbench {
+
+namespace {
+
+constexpr const char* kOpen = "desktop/open";
+constexpr const char* kOpenFloor = "desktop/open-items";
+constexpr const char* kOperation = "desktop/operation";
+constexpr const char* kOperationFloor = "desktop/operation-desk";
+constexpr const char* kStart = "desktop/start";
+constexpr const char* kStartFloor = "desktop/start-empty";
+
+constexpr std::int32_t kUnit = 1;
+constexpr std::int32_t kMost = 32767;  // codes of a unit
+constexpr std::int32_t kOperations = 40;
+constexpr std::int32_t kWindows = 10;
+
+/// Works off what waits until a widget has been painted.
+class Painted final : public QObject {
+ public:
+  explicit Painted(QWidget& widget) { widget.installEventFilter(this); }
+
+  void Wait() {
+    while (!painted_) {
+      QApplication::processEvents();
+    }
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    painted_ = painted_ || event->type() == QEvent::Paint;
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  bool painted_ = false;
+};
+
+/// The program's window with settings of its own.
+struct Program {
+  QTemporaryDir folder;
+  QSettings settings{folder.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat};
+  qorhost::MainWindow window{settings, {}};
+};
+
+/// A store with as many credentials as a unit can have.
+void Fill(const BenchStore& store) {
+  qorhost::sqlite::Database database = store.OpenDatabase();
+  (void)by_hand::IssuePrepared(database.handle(), std::array{RangeSave{kUnit, 1, kMost}});
+}
+
+void OpenUnit(benchmark::State& state) {
+  const BenchStore store;
+  Fill(store);
+  Program program;
+  program.window.show();
+  Check(program.window.OpenStore(store.File()), "the store opens");
+  program.window.ShowUnit(kUnit);
+  program.window.ShowScreen(QStringLiteral("overview"));
+  QApplication::processEvents();
+  int rows = 0;
+  for ([[maybe_unused]] auto iteration : state) {
+    program.window.ShowScreen(QStringLiteral("credentials"));
+    auto* list = program.window.page()->findChild<QListView*>(QStringLiteral("cboCredentials"));
+    Painted(*list->viewport()).Wait();
+    rows = list->model()->rowCount();
+  }
+  Check(rows == kMost + 1, "every credential is listed behind <Add New>");
+  state.counters[kItems] = kMost;
+}
+
+void OpenItems(benchmark::State& state) {
+  const BenchStore store;
+  Fill(store);
+  qorhost::DeskSession session(qorhost::OpenStoreFile(store.File(), qorhost::Access::kChange), {});
+  int rows = 0;
+  for ([[maybe_unused]] auto iteration : state) {
+    const qorhost::QueryResult read = session.sql().Select(
+        fmt::format("SELECT RID, CredentialType, PINNo FROM CREDENTIALBANK WHERE UnitKey={} ORDER "
+                    "BY CredentialType, PINNo",
+                    kUnit));
+    QStandardItemModel items;
+    for (const qorhost::ResultRow row : read.rows()) {
+      auto* item = new QStandardItem(qorhost::ToQt(qorcred::TextOrEmpty(row[2])));
+      item->setData(qorcred::ToLong(row[0]), Qt::UserRole);
+      items.appendRow(item);
+    }
+    QListView list;
+    list.setModel(&items);
+    list.show();
+    Painted(*list.viewport()).Wait();
+    rows = items.rowCount();
+  }
+  Check(rows == kMost, "every credential is an item");
+  state.counters[kItems] = kMost;
+}
+
+/// A key with a letter, as a person types it.
+void Type(QWidget& widget, char letter) {
+  QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(QLatin1Char(letter)));
+  QApplication::sendEvent(&widget, &press);
+}
+
+constexpr std::int32_t kCodes = 20;
+
+/// The last of the operations is what is stored.
+void CheckPhones(qorhost::DeskSession& session) {
+  Check(qorcred::TextOrEmpty(session.sql().Scalar(
+            "SELECT Count(*) FROM DIRECTORYCODE WHERE UNITKEY=1 AND PHONENUMBER='8'")) == "1",
+        "the code has the phone number that was entered last");
+}
+
+void OperateInWindow(benchmark::State& state) {
+  const BenchStore store;
+  {
+    qorhost::sqlite::Database database = store.OpenDatabase();
+    PutDirCodes(database, kCodes);
+  }
+  Program program;
+  program.window.show();
+  Check(program.window.OpenStore(store.File()), "the store opens");
+  program.window.ShowUnit(kUnit);
+  program.window.ShowScreen(QStringLiteral("dir_codes"));
+  auto* list = program.window.page()->findChild<QListView*>(QStringLiteral("cbodirectorycode"));
+  auto* phone = program.window.page()->findChild<QLineEdit*>(QStringLiteral("txtPhoneNo"));
+  auto* save = program.window.page()->findChild<QPushButton*>(QStringLiteral("saveButton"));
+  list->setCurrentIndex(list->model()->index(1, 0));
+  QApplication::processEvents();
+  for ([[maybe_unused]] auto iteration : state) {
+    for (std::int32_t time = 0; time < kOperations; ++time) {
+      phone->selectAll();
+      Type(*phone, time % 2 == 0 ? '7' : '8');
+      save->click();
+      QApplication::processEvents();
+    }
+  }
+  CheckPhones(program.window.place()->session());
+  state.counters[kItems] = kOperations;
+}
+
+void OperateAtDesk(benchmark::State& state) {
+  const BenchStore store;
+  {
+    qorhost::sqlite::Database database = store.OpenDatabase();
+    PutDirCodes(database, kCodes);
+  }
+  qorhost::DeskSession session(qorhost::OpenStoreFile(store.File(), qorhost::Access::kChange), {});
+  qorhost::DirCodeDesk desk(session, kUnit);
+  const std::int32_t rid = desk.codes().ItemData(1);
+  (void)desk.Select(qorhost::RowName(rid));
+  for ([[maybe_unused]] auto iteration : state) {
+    for (std::int32_t time = 0; time < kOperations; ++time) {
+      qorhost::DirCodeEntry entry;
+      entry.phone = time % 2 == 0 ? "7" : "8";
+      (void)qorhost::EnterDirCodeChange(desk, entry);
+      Check(desk.SaveEdited().done(), "the code is saved");
+      (void)desk.Select(qorhost::RowName(rid));
+    }
+  }
+  CheckPhones(session);
+  state.counters[kItems] = kOperations;
+}
+
+template <typename Make>
+void MakeWindows(benchmark::State& state, Make make) {
+  for ([[maybe_unused]] auto iteration : state) {
+    for (std::int32_t time = 0; time < kWindows; ++time) {
+      make();
+    }
+  }
+  state.counters[kItems] = kWindows;
+}
+
+void StartProgram(benchmark::State& state) {
+  MakeWindows(state, [] {
+    Program program;
+    Painted painted(program.window);
+    program.window.show();
+    painted.Wait();
+  });
+}
+
+void StartEmpty(benchmark::State& state) {
+  MakeWindows(state, [] {
+    QMainWindow window;
+    Painted painted(window);
+    window.show();
+    painted.Wait();
+  });
+}
+
+/// One for the whole run, without a screen. Its arguments have to live as long.
+void StartQt() {
+  static int count = 1;
+  static std::array<char, 9> name{"qorbench"};
+  static std::array<char*, 2> arguments{name.data(), nullptr};
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  static const QApplication application(count, arguments.data());
+  qorhost::Apply({});
+}
+
+}  // namespace
+
+std::vector<Comparison> AddDesktopBenchmarks(Size /*size*/) {
+  StartQt();
+  benchmark::RegisterBenchmark(kOpen, OpenUnit)->Iterations(1);
+  benchmark::RegisterBenchmark(kOpenFloor, OpenItems)->Iterations(1);
+  benchmark::RegisterBenchmark(kOperation, OperateInWindow)->Iterations(1);
+  benchmark::RegisterBenchmark(kOperationFloor, OperateAtDesk)->Iterations(1);
+  benchmark::RegisterBenchmark(kStart, StartProgram)->Iterations(1);
+  benchmark::RegisterBenchmark(kStartFloor, StartEmpty)->Iterations(1);
+  constexpr double kOpenGoal = 3.0;
+  constexpr double kOperationGoal = 1.2;
+  constexpr double kStartGoal = 2.0;
+  return {{"desktop-open-32767", kOpen, kOpenFloor, kOpenGoal},
+          {"desktop-operation", kOperation, kOperationFloor, kOperationGoal},
+          {"desktop-start", kStart, kStartFloor, kStartGoal}};
+}
+
+}  // namespace qorbench

@@ -1,0 +1,36 @@
+// The language of the program's own texts. Those of the controllers and desks are as they are.
+#pragma once
+
+#include <QString>
+#include <QTranslator>
+#include <array>
+
+namespace qorhost {
+
+struct LanguageName {
+  const char* key;   ///< as the settings keep it
+  const char* name;  ///< in the language itself
+};
+
+/// English first, which needs no translation.
+inline constexpr std::array kLanguages{LanguageName{"en", "English"},
+                                       LanguageName{"de", "Deutsch"}};
+
+/// Translates windows that are made while it lives. Where the build has no translations, all is
+/// English.
+class Language {
+ public:
+  /// A key of kLanguages; "" is the system's language.
+  explicit Language(const QString& key);
+  ~Language();
+  Language(const Language&) = delete;
+  Language& operator=(const Language&) = delete;
+
+  [[nodiscard]] bool isTranslated() const { return !own_.isEmpty(); }
+
+ private:
+  QTranslator own_;
+  QTranslator ofQt_;
+};
+
+}  // namespace qorhost

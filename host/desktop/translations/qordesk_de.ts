@@ -1,0 +1,2221 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE">
+<context>
+    <name>BackUp</name>
+    <message>
+        <source>There is nothing to back up.</source>
+        <translation>Es gibt nichts zu sichern.</translation>
+    </message>
+    <message>
+        <source>The demo building is in memory alone: nothing of it is kept.</source>
+        <translation>Das Demogebäude ist nur im Arbeitsspeicher: Nichts davon bleibt.</translation>
+    </message>
+    <message>
+        <source>Back up the store</source>
+        <translation>Bestand sichern</translation>
+    </message>
+    <message>
+        <source>Stores (*.db)</source>
+        <translation>Bestände (*.db)</translation>
+    </message>
+    <message>
+        <source>Backing up</source>
+        <translation>Bestand wird gesichert</translation>
+    </message>
+    <message>
+        <source>Backed up to %1 (%2), and read back.</source>
+        <translation>Gesichert in %1 (%2) und zurückgelesen.</translation>
+    </message>
+    <message>
+        <source>Cancelled. The store is not backed up.</source>
+        <translation>Abgebrochen. Der Bestand ist nicht gesichert.</translation>
+    </message>
+    <message>
+        <source>The store is not backed up.</source>
+        <translation>Der Bestand ist nicht gesichert.</translation>
+    </message>
+</context>
+<context>
+    <name>CallLog</name>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Object</source>
+        <translation>Objekt</translation>
+    </message>
+    <message>
+        <source>Member</source>
+        <translation>Member</translation>
+    </message>
+    <message>
+        <source>Arguments</source>
+        <translation>Argumente</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>Ergebnis</translation>
+    </message>
+</context>
+<context>
+    <name>CallLogPanel</name>
+    <message>
+        <source>Show only calls with this text</source>
+        <translation>Nur Aufrufe mit diesem Text anzeigen</translation>
+    </message>
+    <message>
+        <source>Statements only</source>
+        <translation>Nur Anweisungen</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>The list stands still; calls go on being kept</source>
+        <translation>Die Liste steht still; Aufrufe werden weiter festgehalten</translation>
+    </message>
+    <message>
+        <source>Start over</source>
+        <translation>Neu beginnen</translation>
+    </message>
+    <message>
+        <source>Empties the list, and opens the screen again so that its calls are complete</source>
+        <translation>Leert die Liste und öffnet den Bildschirm neu, damit seine Aufrufe vollständig sind</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Save trace…</source>
+        <translation>Mitschnitt speichern…</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>Aufrufe</translation>
+    </message>
+    <message>
+        <source>The chosen call in full</source>
+        <translation>Der gewählte Aufruf im Ganzen</translation>
+    </message>
+</context>
+<context>
+    <name>CredentialPage</name>
+    <message>
+        <source>&amp;Find:</source>
+        <translation>&amp;Suchen:</translation>
+    </message>
+    <message>
+        <source>Type a part of a credential</source>
+        <translation>Teil eines Ausweises eingeben</translation>
+    </message>
+    <message>
+        <source>C&amp;redentials:</source>
+        <translation>&amp;Ausweise:</translation>
+    </message>
+    <message>
+        <source>Credentials</source>
+        <translation>Ausweise</translation>
+    </message>
+    <message>
+        <source>New credentials</source>
+        <translation>Neue Ausweise</translation>
+    </message>
+    <message>
+        <source>Numbers</source>
+        <translation>Nummern</translation>
+    </message>
+    <message>
+        <source>&amp;Type:</source>
+        <translation>&amp;Typ:</translation>
+    </message>
+    <message>
+        <source>How many:</source>
+        <translation>Wie viele:</translation>
+    </message>
+    <message>
+        <source>&amp;One</source>
+        <translation>&amp;Einer</translation>
+    </message>
+    <message>
+        <source>A ran&amp;ge</source>
+        <translation>&amp;Bereich</translation>
+    </message>
+    <message>
+        <source>N&amp;umber:</source>
+        <translation>&amp;Nummer:</translation>
+    </message>
+    <message>
+        <source>&amp;Last number:</source>
+        <translation>&amp;Letzte Nummer:</translation>
+    </message>
+    <message>
+        <source>Card or transmitter</source>
+        <translation>Karte oder Sender</translation>
+    </message>
+    <message>
+        <source>F&amp;acility code:</source>
+        <translation>Ob&amp;jektcode:</translation>
+    </message>
+    <message>
+        <source>&amp;ID code:</source>
+        <translation>&amp;ID-Code:</translation>
+    </message>
+    <message>
+        <source>Se&amp;quence code:</source>
+        <translation>Se&amp;quenzcode:</translation>
+    </message>
+    <message>
+        <source>Button &amp;1</source>
+        <translation>Taste &amp;1</translation>
+    </message>
+    <message>
+        <source>Button &amp;4</source>
+        <translation>Taste &amp;4</translation>
+    </message>
+    <message>
+        <source>Holder and door</source>
+        <translation>Inhaber und Tür</translation>
+    </message>
+    <message>
+        <source>&amp;Held by:</source>
+        <translation>In&amp;haber:</translation>
+    </message>
+    <message>
+        <source>Opens &amp;door:</source>
+        <translation>Öffnet Tü&amp;r:</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>S&amp;peichern</translation>
+    </message>
+    <message>
+        <source>&amp;New</source>
+        <translation>Ne&amp;u</translation>
+    </message>
+    <message>
+        <source>Renum&amp;ber…</source>
+        <translation>U&amp;mnummerieren…</translation>
+    </message>
+    <message>
+        <source>D&amp;elete</source>
+        <translation>Lös&amp;chen</translation>
+    </message>
+</context>
+<context>
+    <name>DirCodePage</name>
+    <message>
+        <source>&amp;Find:</source>
+        <translation>&amp;Suchen:</translation>
+    </message>
+    <message>
+        <source>Type a part of a code</source>
+        <translation>Teil eines Codes eingeben</translation>
+    </message>
+    <message>
+        <source>Directory &amp;codes:</source>
+        <translation>&amp;Rufcodes:</translation>
+    </message>
+    <message>
+        <source>Directory codes</source>
+        <translation>Rufcodes</translation>
+    </message>
+    <message>
+        <source>New directory code</source>
+        <translation>Neuer Rufcode</translation>
+    </message>
+    <message>
+        <source>Directory code</source>
+        <translation>Rufcode</translation>
+    </message>
+    <message>
+        <source>C&amp;ode:</source>
+        <translation>C&amp;ode:</translation>
+    </message>
+    <message>
+        <source>Sho&amp;w the code</source>
+        <translation>Code &amp;anzeigen</translation>
+    </message>
+    <message>
+        <source>Display n&amp;ame:</source>
+        <translation>Anzei&amp;gename:</translation>
+    </message>
+    <message>
+        <source>Show &amp;the name</source>
+        <translation>Name&amp;n anzeigen</translation>
+    </message>
+    <message>
+        <source>Call</source>
+        <translation>Anruf</translation>
+    </message>
+    <message>
+        <source>&amp;Phone:</source>
+        <translation>&amp;Telefon:</translation>
+    </message>
+    <message>
+        <source>E&amp;xtension:</source>
+        <translation>&amp;Durchwahl:</translation>
+    </message>
+    <message>
+        <source>after</source>
+        <translation>nach</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> s</translation>
+    </message>
+    <message>
+        <source>Delay before the extension</source>
+        <translation>Verzögerung vor der Durchwahl</translation>
+    </message>
+    <message>
+        <source>Do not dist&amp;urb:</source>
+        <translation>N&amp;icht stören:</translation>
+    </message>
+    <message>
+        <source>Do-not-disturb schedule</source>
+        <translation>Zeitplan für „Nicht stören“</translation>
+    </message>
+    <message>
+        <source>Call forwarding</source>
+        <translation>Rufweiterleitung</translation>
+    </message>
+    <message>
+        <source>Fo&amp;rward calls:</source>
+        <translation>&amp;Weiterleiten:</translation>
+    </message>
+    <message>
+        <source>Call forwarding schedule</source>
+        <translation>Zeitplan der Rufweiterleitung</translation>
+    </message>
+    <message>
+        <source>To p&amp;hone:</source>
+        <translation>An Tele&amp;fon:</translation>
+    </message>
+    <message>
+        <source>&amp;Extension:</source>
+        <translation>Durchwah&amp;l:</translation>
+    </message>
+    <message>
+        <source>Delay before the forwarding extension</source>
+        <translation>Verzögerung vor der Durchwahl der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>Active period</source>
+        <translation>Gültigkeit</translation>
+    </message>
+    <message>
+        <source>Acti&amp;ve</source>
+        <translation>A&amp;ktiv</translation>
+    </message>
+    <message>
+        <source>F&amp;irst day:</source>
+        <translation>&amp;Erster Tag:</translation>
+    </message>
+    <message>
+        <source>First day</source>
+        <translation>Erster Tag</translation>
+    </message>
+    <message>
+        <source>&amp;Last day:</source>
+        <translation>Let&amp;zter Tag:</translation>
+    </message>
+    <message>
+        <source>Last day</source>
+        <translation>Letzter Tag</translation>
+    </message>
+    <message>
+        <source>Tenants with this code</source>
+        <translation>Mieter mit diesem Code</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>S&amp;peichern</translation>
+    </message>
+    <message>
+        <source>&amp;New</source>
+        <translation>Ne&amp;u</translation>
+    </message>
+    <message>
+        <source>Renum&amp;ber…</source>
+        <translation>U&amp;mnummerieren…</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>Lös&amp;chen</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryPage</name>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>&amp;Find:</source>
+        <translation>&amp;Suchen:</translation>
+    </message>
+    <message>
+        <source>Show only entries with this text</source>
+        <translation>Nur Einträge mit diesem Text anzeigen</translation>
+    </message>
+    <message>
+        <source>What was done in the unit</source>
+        <translation>Was in der Anlage getan wurde</translation>
+    </message>
+    <message>
+        <source>What it made of the &amp;rows:</source>
+        <translation>Was er aus den &amp;Zeilen machte:</translation>
+    </message>
+    <message>
+        <source>What the entry made of the rows</source>
+        <translation>Was der Eintrag aus den Zeilen machte</translation>
+    </message>
+    <message>
+        <source>&amp;Undo this entry</source>
+        <translation>Eintrag &amp;rückgängig machen</translation>
+    </message>
+</context>
+<context>
+    <name>Import</name>
+    <message>
+        <source>Tenants with their cards and codes</source>
+        <translation>Mieter mit Karten und Codes</translation>
+    </message>
+    <message>
+        <source>Credentials</source>
+        <translation>Ausweise</translation>
+    </message>
+    <message>
+        <source>Directory codes</source>
+        <translation>Rufcodes</translation>
+    </message>
+</context>
+<context>
+    <name>ImportPage</name>
+    <message>
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>W&amp;hat the file holds:</source>
+        <translation>&amp;Inhalt der Datei:</translation>
+    </message>
+    <message>
+        <source>Choose a &amp;file…</source>
+        <translation>&amp;Datei wählen…</translation>
+    </message>
+    <message>
+        <source>No file is chosen.</source>
+        <translation>Keine Datei ist gewählt.</translation>
+    </message>
+    <message>
+        <source>&amp;Encoding:</source>
+        <translation>&amp;Kodierung:</translation>
+    </message>
+    <message>
+        <source>&amp;Between cells:</source>
+        <translation>&amp;Trennzeichen:</translation>
+    </message>
+    <message>
+        <source>C&amp;olumn of the file:</source>
+        <translation>&amp;Spalte der Datei:</translation>
+    </message>
+    <message>
+        <source>s&amp;tands for:</source>
+        <translation>b&amp;edeutet:</translation>
+    </message>
+    <message>
+        <source>Tenants that are stored &amp;already:</source>
+        <translation>Mieter, die es schon &amp;gibt:</translation>
+    </message>
+    <message>
+        <source>Cards &amp;without a type:</source>
+        <translation>Karten &amp;ohne Typ:</translation>
+    </message>
+    <message>
+        <source>and facilit&amp;y code:</source>
+        <translation>und Ob&amp;jektcode:</translation>
+    </message>
+    <message>
+        <source>Store apostrophes of &amp;display names as ’</source>
+        <translation>Apostrophe in An&amp;zeigenamen als ’ speichern</translation>
+    </message>
+    <message>
+        <source>Answer &amp;questions with Yes</source>
+        <translation>&amp;Fragen mit Ja beantworten</translation>
+    </message>
+    <message>
+        <source>Fi&amp;nd:</source>
+        <translation>S&amp;uchen:</translation>
+    </message>
+    <message>
+        <source>Show only rows with this text</source>
+        <translation>Nur Zeilen mit diesem Text anzeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Refused rows only</source>
+        <translation>Nur abge&amp;lehnte Zeilen</translation>
+    </message>
+    <message>
+        <source>Next wron&amp;g cell</source>
+        <translation>&amp;Nächste falsche Zelle</translation>
+    </message>
+    <message>
+        <source>F8</source>
+        <translation>F8</translation>
+    </message>
+    <message>
+        <source>The rows of the file</source>
+        <translation>Die Zeilen der Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Leave out rows</source>
+        <translation>Zeilen &amp;weglassen</translation>
+    </message>
+    <message>
+        <source>Chec&amp;k</source>
+        <translation>&amp;Prüfen</translation>
+    </message>
+    <message>
+        <source>&amp;Import</source>
+        <translation>I&amp;mportieren</translation>
+    </message>
+</context>
+<context>
+    <name>Lists</name>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Anlage</translation>
+    </message>
+    <message>
+        <source>Queued</source>
+        <translation>Eingereiht</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Row</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Subject</source>
+        <translation>Gegenstand</translation>
+    </message>
+    <message>
+        <source>Entry</source>
+        <translation>Eintrag</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Who</source>
+        <translation>Wer</translation>
+    </message>
+    <message>
+        <source>What</source>
+        <translation>Was</translation>
+    </message>
+    <message>
+        <source>Rows</source>
+        <translation>Zeilen</translation>
+    </message>
+    <message>
+        <source>Table</source>
+        <translation>Tabelle</translation>
+    </message>
+    <message>
+        <source>RID</source>
+        <translation>RID</translation>
+    </message>
+    <message>
+        <source>Last RID</source>
+        <translation>Letzte RID</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Änderung</translation>
+    </message>
+    <message>
+        <source>Field</source>
+        <translation>Feld</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
+    </message>
+    <message>
+        <source>After</source>
+        <translation>Nachher</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>Directory code</source>
+        <translation>Rufcode</translation>
+    </message>
+</context>
+<context>
+    <name>MergePage</name>
+    <message>
+        <source>Merge with the unit</source>
+        <translation>Mit der Anlage abgleichen</translation>
+    </message>
+    <message>
+        <source>Choose the unit’s &amp;file…</source>
+        <translation>&amp;Datei der Anlage wählen…</translation>
+    </message>
+    <message>
+        <source>No file is chosen.</source>
+        <translation>Keine Datei ist gewählt.</translation>
+    </message>
+    <message>
+        <source>Leave out &amp;bad lines</source>
+        <translation>&amp;Fehlerhafte Zeilen weglassen</translation>
+    </message>
+    <message>
+        <source>No stored code is deleted then: a bad line may stand for any of them</source>
+        <translation>Dann wird kein gespeicherter Code gelöscht: Eine fehlerhafte Zeile kann für jeden von ihnen stehen</translation>
+    </message>
+    <message>
+        <source>Fi&amp;nd:</source>
+        <translation>S&amp;uchen:</translation>
+    </message>
+    <message>
+        <source>Show only differences with this text</source>
+        <translation>Nur Unterschiede mit diesem Text anzeigen</translation>
+    </message>
+    <message>
+        <source>Accept &amp;all that are shown</source>
+        <translation>&amp;Alle angezeigten annehmen</translation>
+    </message>
+    <message>
+        <source>Accept n&amp;one</source>
+        <translation>&amp;Keine annehmen</translation>
+    </message>
+    <message>
+        <source>Differences between the unit and the store</source>
+        <translation>Unterschiede zwischen Anlage und Bestand</translation>
+    </message>
+    <message>
+        <source>Both &amp;sides:</source>
+        <translation>Beide &amp;Seiten:</translation>
+    </message>
+    <message>
+        <source>Both sides of the difference</source>
+        <translation>Beide Seiten des Unterschieds</translation>
+    </message>
+    <message>
+        <source>&amp;Make what is accepted</source>
+        <translation>A&amp;ngenommenes übernehmen</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>Line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>OverviewPage</name>
+    <message>
+        <source>Overview</source>
+        <translation>Übersicht</translation>
+    </message>
+    <message>
+        <source>Units</source>
+        <translation>Anlagen</translation>
+    </message>
+    <message>
+        <source>Ends within &amp;30 days:</source>
+        <translation>Endet innerhalb von &amp;30 Tagen:</translation>
+    </message>
+    <message>
+        <source>What ends soon</source>
+        <translation>Was bald endet</translation>
+    </message>
+    <message>
+        <source>Nothing ends within 30 days.</source>
+        <translation>Innerhalb von 30 Tagen endet nichts.</translation>
+    </message>
+</context>
+<context>
+    <name>ReportPage</name>
+    <message>
+        <source>Report</source>
+        <translation>Bericht</translation>
+    </message>
+    <message>
+        <source>All of these conditions hold</source>
+        <translation>Alle diese Bedingungen gelten zugleich</translation>
+    </message>
+    <message>
+        <source>Condition 1: field</source>
+        <translation>Bedingung 1: Feld</translation>
+    </message>
+    <message>
+        <source>No condition</source>
+        <translation>Keine Bedingung</translation>
+    </message>
+    <message>
+        <source>Condition 1: comparison</source>
+        <translation>Bedingung 1: Vergleich</translation>
+    </message>
+    <message>
+        <source>Condition 1</source>
+        <translation>Bedingung 1</translation>
+    </message>
+    <message>
+        <source>and</source>
+        <translation>und</translation>
+    </message>
+    <message>
+        <source>Condition 1: second value</source>
+        <translation>Bedingung 1: zweiter Wert</translation>
+    </message>
+    <message>
+        <source>Condition 1: second date</source>
+        <translation>Bedingung 1: zweites Datum</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>Condition 1: yes</source>
+        <translation>Bedingung 1: ja</translation>
+    </message>
+    <message>
+        <source>Condition 1: type</source>
+        <translation>Bedingung 1: Typ</translation>
+    </message>
+    <message>
+        <source>✕</source>
+        <translation>✕</translation>
+    </message>
+    <message>
+        <source>Clear condition 1</source>
+        <translation>Bedingung 1 leeren</translation>
+    </message>
+    <message>
+        <source>Condition 2: field</source>
+        <translation>Bedingung 2: Feld</translation>
+    </message>
+    <message>
+        <source>Condition 2: comparison</source>
+        <translation>Bedingung 2: Vergleich</translation>
+    </message>
+    <message>
+        <source>Condition 2</source>
+        <translation>Bedingung 2</translation>
+    </message>
+    <message>
+        <source>Condition 2: second value</source>
+        <translation>Bedingung 2: zweiter Wert</translation>
+    </message>
+    <message>
+        <source>Condition 2: second date</source>
+        <translation>Bedingung 2: zweites Datum</translation>
+    </message>
+    <message>
+        <source>Condition 2: yes</source>
+        <translation>Bedingung 2: ja</translation>
+    </message>
+    <message>
+        <source>Condition 2: type</source>
+        <translation>Bedingung 2: Typ</translation>
+    </message>
+    <message>
+        <source>Clear condition 2</source>
+        <translation>Bedingung 2 leeren</translation>
+    </message>
+    <message>
+        <source>Condition 3: field</source>
+        <translation>Bedingung 3: Feld</translation>
+    </message>
+    <message>
+        <source>Condition 3: comparison</source>
+        <translation>Bedingung 3: Vergleich</translation>
+    </message>
+    <message>
+        <source>Condition 3</source>
+        <translation>Bedingung 3</translation>
+    </message>
+    <message>
+        <source>Condition 3: second value</source>
+        <translation>Bedingung 3: zweiter Wert</translation>
+    </message>
+    <message>
+        <source>Condition 3: second date</source>
+        <translation>Bedingung 3: zweites Datum</translation>
+    </message>
+    <message>
+        <source>Condition 3: yes</source>
+        <translation>Bedingung 3: ja</translation>
+    </message>
+    <message>
+        <source>Condition 3: type</source>
+        <translation>Bedingung 3: Typ</translation>
+    </message>
+    <message>
+        <source>Clear condition 3</source>
+        <translation>Bedingung 3 leeren</translation>
+    </message>
+    <message>
+        <source>Condition 4: field</source>
+        <translation>Bedingung 4: Feld</translation>
+    </message>
+    <message>
+        <source>Condition 4: comparison</source>
+        <translation>Bedingung 4: Vergleich</translation>
+    </message>
+    <message>
+        <source>Condition 4</source>
+        <translation>Bedingung 4</translation>
+    </message>
+    <message>
+        <source>Condition 4: second value</source>
+        <translation>Bedingung 4: zweiter Wert</translation>
+    </message>
+    <message>
+        <source>Condition 4: second date</source>
+        <translation>Bedingung 4: zweites Datum</translation>
+    </message>
+    <message>
+        <source>Condition 4: yes</source>
+        <translation>Bedingung 4: ja</translation>
+    </message>
+    <message>
+        <source>Condition 4: type</source>
+        <translation>Bedingung 4: Typ</translation>
+    </message>
+    <message>
+        <source>Clear condition 4</source>
+        <translation>Bedingung 4 leeren</translation>
+    </message>
+    <message>
+        <source>Condition 5: field</source>
+        <translation>Bedingung 5: Feld</translation>
+    </message>
+    <message>
+        <source>Condition 5: comparison</source>
+        <translation>Bedingung 5: Vergleich</translation>
+    </message>
+    <message>
+        <source>Condition 5</source>
+        <translation>Bedingung 5</translation>
+    </message>
+    <message>
+        <source>Condition 5: second value</source>
+        <translation>Bedingung 5: zweiter Wert</translation>
+    </message>
+    <message>
+        <source>Condition 5: second date</source>
+        <translation>Bedingung 5: zweites Datum</translation>
+    </message>
+    <message>
+        <source>Condition 5: yes</source>
+        <translation>Bedingung 5: ja</translation>
+    </message>
+    <message>
+        <source>Condition 5: type</source>
+        <translation>Bedingung 5: Typ</translation>
+    </message>
+    <message>
+        <source>Clear condition 5</source>
+        <translation>Bedingung 5 leeren</translation>
+    </message>
+    <message>
+        <source>&amp;Show</source>
+        <translation>&amp;Anzeigen</translation>
+    </message>
+    <message>
+        <source>Rows of the report</source>
+        <translation>Zeilen des Berichts</translation>
+    </message>
+    <message>
+        <source>&amp;CSV…</source>
+        <translation>&amp;CSV…</translation>
+    </message>
+    <message>
+        <source>P&amp;DF…</source>
+        <translation>P&amp;DF…</translation>
+    </message>
+    <message>
+        <source>&amp;Print…</source>
+        <translation>D&amp;rucken…</translation>
+    </message>
+    <message>
+        <source>De&amp;lete the chosen…</source>
+        <translation>Gewählte &amp;löschen…</translation>
+    </message>
+</context>
+<context>
+    <name>Screens</name>
+    <message>
+        <source>Overview</source>
+        <translation>Übersicht</translation>
+    </message>
+    <message>
+        <source>Tenants</source>
+        <translation>Mieter</translation>
+    </message>
+    <message>
+        <source>Credentials</source>
+        <translation>Ausweise</translation>
+    </message>
+    <message>
+        <source>New tenants</source>
+        <translation>Neue Mieter</translation>
+    </message>
+    <message>
+        <source>Directory codes</source>
+        <translation>Rufcodes</translation>
+    </message>
+    <message>
+        <source>Credential report</source>
+        <translation>Ausweisbericht</translation>
+    </message>
+    <message>
+        <source>Directory-code report</source>
+        <translation>Rufcode-Bericht</translation>
+    </message>
+    <message>
+        <source>Programming steps</source>
+        <translation>Programmierschritte</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Merge with the unit</source>
+        <translation>Mit der Anlage abgleichen</translation>
+    </message>
+</context>
+<context>
+    <name>StepsPage</name>
+    <message>
+        <source>Programming steps</source>
+        <translation>Programmierschritte</translation>
+    </message>
+    <message>
+        <source>&amp;Find:</source>
+        <translation>&amp;Suchen:</translation>
+    </message>
+    <message>
+        <source>Show only steps with this text</source>
+        <translation>Nur Schritte mit diesem Text anzeigen</translation>
+    </message>
+    <message>
+        <source>Steps that wait for the unit</source>
+        <translation>Schritte, die auf die Anlage warten</translation>
+    </message>
+    <message>
+        <source>No step waits for the unit.</source>
+        <translation>Kein Schritt wartet auf die Anlage.</translation>
+    </message>
+    <message>
+        <source>&amp;Export…</source>
+        <translation>&amp;Exportieren…</translation>
+    </message>
+    <message>
+        <source>&amp;Mark as sent</source>
+        <translation>Als &amp;gesendet markieren</translation>
+    </message>
+</context>
+<context>
+    <name>TablePrinter</name>
+    <message>
+        <source>Page %1</source>
+        <translation>Seite %1</translation>
+    </message>
+</context>
+<context>
+    <name>TenantCreatingPage</name>
+    <message>
+        <source>New tenants with credentials</source>
+        <translation>Neue Mieter mit Ausweisen</translation>
+    </message>
+    <message>
+        <source>Credentials: a tenant is created for each</source>
+        <translation>Ausweise: Für jeden wird ein Mieter angelegt</translation>
+    </message>
+    <message>
+        <source>&amp;Type:</source>
+        <translation>&amp;Typ:</translation>
+    </message>
+    <message>
+        <source>First n&amp;umber:</source>
+        <translation>Erste &amp;Nummer:</translation>
+    </message>
+    <message>
+        <source>&amp;Last number:</source>
+        <translation>&amp;Letzte Nummer:</translation>
+    </message>
+    <message>
+        <source>none for one tenant alone</source>
+        <translation>leer für einen einzigen Mieter</translation>
+    </message>
+    <message>
+        <source>Card or transmitter</source>
+        <translation>Karte oder Sender</translation>
+    </message>
+    <message>
+        <source>F&amp;acility code:</source>
+        <translation>Ob&amp;jektcode:</translation>
+    </message>
+    <message>
+        <source>&amp;ID code:</source>
+        <translation>&amp;ID-Code:</translation>
+    </message>
+    <message>
+        <source>Se&amp;quence code:</source>
+        <translation>Se&amp;quenzcode:</translation>
+    </message>
+    <message>
+        <source>&amp;Button 1</source>
+        <translation>Taste &amp;1</translation>
+    </message>
+    <message>
+        <source>Button &amp;4</source>
+        <translation>Taste &amp;4</translation>
+    </message>
+    <message>
+        <source>Access</source>
+        <translation>Zutritt</translation>
+    </message>
+    <message>
+        <source>Door 1:</source>
+        <translation>Tür 1:</translation>
+    </message>
+    <message>
+        <source>Schedule of door 1</source>
+        <translation>Zeitplan von Tür 1</translation>
+    </message>
+    <message>
+        <source>Door 2:</source>
+        <translation>Tür 2:</translation>
+    </message>
+    <message>
+        <source>Schedule of door 2</source>
+        <translation>Zeitplan von Tür 2</translation>
+    </message>
+    <message>
+        <source>Door 3:</source>
+        <translation>Tür 3:</translation>
+    </message>
+    <message>
+        <source>Schedule of door 3</source>
+        <translation>Zeitplan von Tür 3</translation>
+    </message>
+    <message>
+        <source>Door 4:</source>
+        <translation>Tür 4:</translation>
+    </message>
+    <message>
+        <source>Schedule of door 4</source>
+        <translation>Zeitplan von Tür 4</translation>
+    </message>
+    <message>
+        <source>Period in which they have access</source>
+        <translation>Zeitraum, in dem sie Zutritt haben</translation>
+    </message>
+    <message>
+        <source>F&amp;rom:</source>
+        <translation>A&amp;b:</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>Ab</translation>
+    </message>
+    <message>
+        <source>U&amp;ntil:</source>
+        <translation>Bi&amp;s:</translation>
+    </message>
+    <message>
+        <source>Until</source>
+        <translation>Bis</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>S&amp;peichern</translation>
+    </message>
+    <message>
+        <source>Start o&amp;ver</source>
+        <translation>Neu &amp;anfangen</translation>
+    </message>
+</context>
+<context>
+    <name>TenantForm</name>
+    <message>
+        <source>as usual</source>
+        <translation>wie üblich</translation>
+    </message>
+    <message>
+        <source>as it is for each</source>
+        <translation>wie bei jedem</translation>
+    </message>
+    <message>
+        <source>%1 (zero)</source>
+        <translation>%1 (null)</translation>
+    </message>
+</context>
+<context>
+    <name>TenantsPage</name>
+    <message>
+        <source>Fin&amp;d:</source>
+        <translation>&amp;Suchen:</translation>
+    </message>
+    <message>
+        <source>Show only tenants with this text</source>
+        <translation>Nur Mieter mit diesem Text anzeigen</translation>
+    </message>
+    <message>
+        <source>Tenants</source>
+        <translation>Mieter</translation>
+    </message>
+    <message>
+        <source>New tenant</source>
+        <translation>Neuer Mieter</translation>
+    </message>
+    <message>
+        <source>What you change here is changed for all of them.</source>
+        <translation>Was Sie hier ändern, wird bei allen geändert.</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>&amp;Last name:</source>
+        <translation>&amp;Nachname:</translation>
+    </message>
+    <message>
+        <source>&amp;First name:</source>
+        <translation>&amp;Vorname:</translation>
+    </message>
+    <message>
+        <source>&amp;Middle initial:</source>
+        <translation>&amp;Mittelinitiale:</translation>
+    </message>
+    <message>
+        <source>Name &amp;at the unit:</source>
+        <translation>Name an der An&amp;lage:</translation>
+    </message>
+    <message>
+        <source>Lease</source>
+        <translation>Mietzeit</translation>
+    </message>
+    <message>
+        <source>F&amp;rom:</source>
+        <translation>A&amp;b:</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>Ab</translation>
+    </message>
+    <message>
+        <source>&amp;Until:</source>
+        <translation>B&amp;is:</translation>
+    </message>
+    <message>
+        <source>Until</source>
+        <translation>Bis</translation>
+    </message>
+    <message>
+        <source>The period holds (acti&amp;ve)</source>
+        <translation>Zeitraum gilt (ak&amp;tiv)</translation>
+    </message>
+    <message>
+        <source>Without a date the unit gives a new tenant its default period.</source>
+        <translation>Ohne Datum gibt die Anlage einem neuen Mieter ihren üblichen Zeitraum.</translation>
+    </message>
+    <message>
+        <source>Access</source>
+        <translation>Zutritt</translation>
+    </message>
+    <message>
+        <source>Door &amp;1:</source>
+        <translation>Tür &amp;1:</translation>
+    </message>
+    <message>
+        <source>Door &amp;2:</source>
+        <translation>Tür &amp;2:</translation>
+    </message>
+    <message>
+        <source>Door &amp;3:</source>
+        <translation>Tür &amp;3:</translation>
+    </message>
+    <message>
+        <source>Door &amp;4:</source>
+        <translation>Tür &amp;4:</translation>
+    </message>
+    <message>
+        <source>&amp;Group:</source>
+        <translation>&amp;Gruppe:</translation>
+    </message>
+    <message>
+        <source>Credentials and code</source>
+        <translation>Ausweise und Code</translation>
+    </message>
+    <message>
+        <source>&amp;Card:</source>
+        <translation>&amp;Karte:</translation>
+    </message>
+    <message>
+        <source>&amp;Other card:</source>
+        <translation>An&amp;dere Karte:</translation>
+    </message>
+    <message>
+        <source>Director&amp;y code:</source>
+        <translation>&amp;Rufcode:</translation>
+    </message>
+    <message>
+        <source>Res&amp;ident</source>
+        <translation>Be&amp;wohner</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>S&amp;peichern</translation>
+    </message>
+    <message>
+        <source>&amp;New</source>
+        <translation>Ne&amp;u</translation>
+    </message>
+    <message>
+        <source>&amp;End lease…</source>
+        <translation>Mietzeit b&amp;eenden…</translation>
+    </message>
+    <message>
+        <source>Dele&amp;te…</source>
+        <translation>Lös&amp;chen…</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>Looks after a building.</source>
+        <translation>Verwaltet ein Gebäude.</translation>
+    </message>
+    <message>
+        <source>The store to open; else that of the last time.</source>
+        <translation>Der Bestand, der geöffnet wird; sonst der vom letzten Mal.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::BusyBar</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Another program is writing to the store; waiting for it</source>
+        <translation>Ein anderes Programm schreibt in den Bestand; es wird darauf gewartet</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::CallLogDock</name>
+    <message>
+        <source>Call log</source>
+        <translation>Aufrufprotokoll</translation>
+    </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Zeilen</translation>
+    </message>
+    <message>
+        <source>
+%1 older ones are gone</source>
+        <translation>
+%1 ältere sind fort</translation>
+    </message>
+    <message>
+        <source>Save the trace</source>
+        <translation>Mitschnitt speichern</translation>
+    </message>
+    <message>
+        <source>The trace cannot be saved.</source>
+        <translation>Der Mitschnitt kann nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>Saved a trace of %1 lines.</source>
+        <translation>Mitschnitt von %1 Zeilen gespeichert.</translation>
+    </message>
+    <message>
+        <source>Saved the last %1 lines: without what came before them they cannot be replayed.</source>
+        <translation>Die letzten %1 Zeilen gespeichert: Ohne das, was vor ihnen kam, können sie nicht wiederholt werden.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::ChangesDialog</name>
+    <message>
+        <source>What will be changed</source>
+        <translation>Was geändert wird</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::CredentialPage</name>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>A new credential cannot be begun.</source>
+        <translation>Ein neuer Ausweis kann nicht begonnen werden.</translation>
+    </message>
+    <message>
+        <source>First n&amp;umber:</source>
+        <translation>Erste &amp;Nummer:</translation>
+    </message>
+    <message>
+        <source>N&amp;umber:</source>
+        <translation>&amp;Nummer:</translation>
+    </message>
+    <message>
+        <source>New credentials</source>
+        <translation>Neue Ausweise</translation>
+    </message>
+    <message>
+        <source>The credentials cannot be shown.</source>
+        <translation>Die Ausweise können nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>The credential cannot be shown.</source>
+        <translation>Der Ausweis kann nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Saving credentials</source>
+        <translation>Ausweise werden gespeichert</translation>
+    </message>
+    <message>
+        <source>Saved %1.</source>
+        <translation>%1 gespeichert.</translation>
+    </message>
+    <message>
+        <source>Saving the credential</source>
+        <translation>Der Ausweis wird gespeichert</translation>
+    </message>
+    <message>
+        <source>%1 is stored so already.</source>
+        <translation>%1 ist schon so gespeichert.</translation>
+    </message>
+    <message>
+        <source>Renumber</source>
+        <translation>Umnummerieren</translation>
+    </message>
+    <message>
+        <source>New number of %1:</source>
+        <translation>Neue Nummer von %1:</translation>
+    </message>
+    <message>
+        <source>Renumbering the credential</source>
+        <translation>Der Ausweis wird umnummeriert</translation>
+    </message>
+    <message>
+        <source>%1 has the number %2 now.</source>
+        <translation>%1 hat jetzt die Nummer %2.</translation>
+    </message>
+    <message>
+        <source>Delete %1?</source>
+        <translation>%1 löschen?</translation>
+    </message>
+    <message>
+        <source>Deleting the credential</source>
+        <translation>Der Ausweis wird gelöscht</translation>
+    </message>
+    <message>
+        <source>Deleted %1.</source>
+        <translation>%1 gelöscht.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::CredentialReportPage</name>
+    <message>
+        <source>Credential report</source>
+        <translation>Ausweisbericht</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::DateField</name>
+    <message>
+        <source>set</source>
+        <translation>gesetzt</translation>
+    </message>
+    <message>
+        <source>date is set</source>
+        <translation>Datum ist gesetzt</translation>
+    </message>
+    <message>
+        <source>date and time</source>
+        <translation>Datum und Uhrzeit</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::DirCodePage</name>
+    <message>
+        <source>A new directory code cannot be begun.</source>
+        <translation>Ein neuer Rufcode kann nicht begonnen werden.</translation>
+    </message>
+    <message>
+        <source>New directory code</source>
+        <translation>Neuer Rufcode</translation>
+    </message>
+    <message>
+        <source>Directory code %1</source>
+        <translation>Rufcode %1</translation>
+    </message>
+    <message>
+        <source>The directory codes cannot be shown.</source>
+        <translation>Die Rufcodes können nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>The directory code cannot be shown.</source>
+        <translation>Der Rufcode kann nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Saving the directory code</source>
+        <translation>Der Rufcode wird gespeichert</translation>
+    </message>
+    <message>
+        <source>Saved directory code %1.</source>
+        <translation>Rufcode %1 gespeichert.</translation>
+    </message>
+    <message>
+        <source>%1 is stored so already.</source>
+        <translation>%1 ist schon so gespeichert.</translation>
+    </message>
+    <message>
+        <source>Renumber</source>
+        <translation>Umnummerieren</translation>
+    </message>
+    <message>
+        <source>New code in place of %1:</source>
+        <translation>Neuer Code anstelle von %1:</translation>
+    </message>
+    <message>
+        <source>Renumbering the directory code</source>
+        <translation>Der Rufcode wird umnummeriert</translation>
+    </message>
+    <message>
+        <source>%1 is %2 now.</source>
+        <translation>%1 ist jetzt %2.</translation>
+    </message>
+    <message>
+        <source>Deleting the directory code</source>
+        <translation>Der Rufcode wird gelöscht</translation>
+    </message>
+    <message>
+        <source>Deleted directory code %1.</source>
+        <translation>Rufcode %1 gelöscht.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::DirCodeReportPage</name>
+    <message>
+        <source>Directory-code report</source>
+        <translation>Rufcode-Bericht</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::EntryPage</name>
+    <message>
+        <source>What you entered is not saved. Leave it?</source>
+        <translation>Was Sie eingegeben haben, ist nicht gespeichert. Verlassen?</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::HistoryPage</name>
+    <message>
+        <source>The entry cannot be shown.</source>
+        <translation>Der Eintrag kann nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>The history cannot be shown.</source>
+        <translation>Der Verlauf kann nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Undo entry %1? The rows become what they were before it, and the steps that tell the unit are queued.</source>
+        <translation>Eintrag %1 rückgängig machen? Die Zeilen werden, was sie vor ihm waren, und die Schritte, die es der Anlage sagen, werden eingereiht.</translation>
+    </message>
+    <message>
+        <source>The entry cannot be undone.</source>
+        <translation>Der Eintrag kann nicht rückgängig gemacht werden.</translation>
+    </message>
+    <message>
+        <source>Undone: %1.</source>
+        <translation>Rückgängig gemacht: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::ImportPage</name>
+    <message>
+        <source>as found</source>
+        <translation>wie erkannt</translation>
+    </message>
+    <message>
+        <source>Windows (1252)</source>
+        <translation>Windows (1252)</translation>
+    </message>
+    <message>
+        <source>comma</source>
+        <translation>Komma</translation>
+    </message>
+    <message>
+        <source>semicolon</source>
+        <translation>Semikolon</translation>
+    </message>
+    <message>
+        <source>tab</source>
+        <translation>Tabulator</translation>
+    </message>
+    <message>
+        <source>are refused</source>
+        <translation>werden abgelehnt</translation>
+    </message>
+    <message>
+        <source>are passed over</source>
+        <translation>werden übergangen</translation>
+    </message>
+    <message>
+        <source>are changed</source>
+        <translation>werden geändert</translation>
+    </message>
+    <message>
+        <source>Choose a spreadsheet</source>
+        <translation>Tabelle wählen</translation>
+    </message>
+    <message>
+        <source>Spreadsheets as text (*.csv *.txt *.tsv);;All files (*)</source>
+        <translation>Tabellen als Text (*.csv *.txt *.tsv);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>The file cannot be read.</source>
+        <translation>Die Datei kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>(nothing: left out)</source>
+        <translation>(nichts: weggelassen)</translation>
+    </message>
+    <message>
+        <source>(column %1)</source>
+        <translation>(Spalte %1)</translation>
+    </message>
+    <message>
+        <source>Rows: %1.</source>
+        <translation>Zeilen: %1.</translation>
+    </message>
+    <message>
+        <source>Rows: %1. None is refused.</source>
+        <translation>Zeilen: %1. Keine wird abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Rows: %1, of which are refused: %2.</source>
+        <translation>Zeilen: %1, davon abgelehnt: %2.</translation>
+    </message>
+    <message>
+        <source>They are to be checked.</source>
+        <translation>Sie sind noch zu prüfen.</translation>
+    </message>
+    <message>
+        <source>Leave out the chosen rows (%1)? The file stays as it is.</source>
+        <translation>Die gewählten Zeilen (%1) weglassen? Die Datei bleibt, wie sie ist.</translation>
+    </message>
+    <message>
+        <source>Cancelled. Nothing was changed.</source>
+        <translation>Abgebrochen. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>The rows cannot be checked.</source>
+        <translation>Die Zeilen können nicht geprüft werden.</translation>
+    </message>
+    <message>
+        <source>Checked: %1 would be stored, %2 refused. Nothing was stored.</source>
+        <translation>Geprüft: %1 würden gespeichert, %2 abgelehnt. Nichts wurde gespeichert.</translation>
+    </message>
+    <message>
+        <source>Nothing was stored: every row is refused.</source>
+        <translation>Nichts wurde gespeichert: Jede Zeile wird abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Rows that are refused: %1. They stay here to be mended. Import the others (%2)?</source>
+        <translation>Abgelehnte Zeilen: %1. Sie bleiben hier, um berichtigt zu werden. Die anderen (%2) importieren?</translation>
+    </message>
+    <message>
+        <source>The rows cannot be imported.</source>
+        <translation>Die Zeilen können nicht importiert werden.</translation>
+    </message>
+    <message>
+        <source>Imported: %1. Stored already: %2. Refused: %3.</source>
+        <translation>Importiert: %1. Schon gespeichert: %2. Abgelehnt: %3.</translation>
+    </message>
+    <message>
+        <source>No column of the import is called “%1”: say what it stands for, or leave it out.</source>
+        <translation>Keine Spalte des Imports heißt „%1“: Sagen Sie, was sie bedeutet, oder lassen Sie sie weg.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::ImportTableModel</name>
+    <message>
+        <source>refused</source>
+        <translation>abgelehnt</translation>
+    </message>
+    <message>
+        <source>taken in part</source>
+        <translation>zum Teil übernommen</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Check</source>
+        <translation>Prüfung</translation>
+    </message>
+    <message>
+        <source>(no heading)</source>
+        <translation>(keine Überschrift)</translation>
+    </message>
+    <message>
+        <source>%1 (left out)</source>
+        <translation>%1 (weggelassen)</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::LeaseEndDialog</name>
+    <message>
+        <source>&amp;Free the cards at once</source>
+        <translation>&amp;Karten sofort freigeben</translation>
+    </message>
+    <message>
+        <source>&amp;Last day:</source>
+        <translation>Let&amp;zter Tag:</translation>
+    </message>
+    <message>
+        <source>&amp;End lease…</source>
+        <translation>Mietzeit b&amp;eenden…</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::MainWindow</name>
+    <message>
+        <source>Stores (*.db);;All files (*)</source>
+        <translation>Bestände (*.db);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Unit:</source>
+        <translation>Anlage:</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Anlage</translation>
+    </message>
+    <message>
+        <source>Screens</source>
+        <translation>Bildschirme</translation>
+    </message>
+    <message>
+        <source>Store</source>
+        <translation>Bestand</translation>
+    </message>
+    <message>
+        <source>New…</source>
+        <translation>Neu…</translation>
+    </message>
+    <message>
+        <source>Open…</source>
+        <translation>Öffnen…</translation>
+    </message>
+    <message>
+        <source>Demo building</source>
+        <translation>Demogebäude</translation>
+    </message>
+    <message>
+        <source>Back up…</source>
+        <translation>Sichern…</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>View</source>
+        <translation>Ansicht</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Text at %1 %</source>
+        <translation>Text mit %1 %</translation>
+    </message>
+    <message>
+        <source>The language holds from the next start on.</source>
+        <translation>Die Sprache gilt ab dem nächsten Start.</translation>
+    </message>
+    <message>
+        <source>What you entered is not saved. Leave it?</source>
+        <translation>Was Sie eingegeben haben, ist nicht gespeichert. Verlassen?</translation>
+    </message>
+    <message>
+        <source>Opening the store</source>
+        <translation>Der Bestand wird geöffnet</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened.</source>
+        <translation>%1 kann nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>The demo building cannot be opened.</source>
+        <translation>Das Demogebäude kann nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>Making the store</source>
+        <translation>Der Bestand wird angelegt</translation>
+    </message>
+    <message>
+        <source>No store can be made at %1.</source>
+        <translation>In %1 kann kein Bestand angelegt werden.</translation>
+    </message>
+    <message>
+        <source>%1 – %2</source>
+        <translation>%1 – %2</translation>
+    </message>
+    <message>
+        <source>Unit %1</source>
+        <translation>Anlage %1</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Open a store</source>
+        <translation>Bestand öffnen</translation>
+    </message>
+    <message>
+        <source>Make a new store</source>
+        <translation>Neuen Bestand anlegen</translation>
+    </message>
+    <message>
+        <source>New store</source>
+        <translation>Neuer Bestand</translation>
+    </message>
+    <message>
+        <source>Put the demo building into it?</source>
+        <translation>Soll das Demogebäude hineingelegt werden?</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::MergePage</name>
+    <message>
+        <source>Choose the unit’s file</source>
+        <translation>Datei der Anlage wählen</translation>
+    </message>
+    <message>
+        <source>The unit’s file cannot be read.</source>
+        <translation>Die Datei der Anlage kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>%1 is no unit file.</source>
+        <translation>%1 ist keine Datei einer Anlage.</translation>
+    </message>
+    <message>
+        <source>The unit’s file cannot be compared with the store.</source>
+        <translation>Die Datei der Anlage kann nicht mit dem Bestand verglichen werden.</translation>
+    </message>
+    <message>
+        <source>No file is chosen.</source>
+        <translation>Keine Datei ist gewählt.</translation>
+    </message>
+    <message>
+        <source>Nothing is merged with bad lines: mend the file, or leave them out.</source>
+        <translation>Mit fehlerhaften Zeilen wird nichts abgeglichen: Berichtigen Sie die Datei, oder lassen Sie sie weg.</translation>
+    </message>
+    <message>
+        <source>The file has no end line, as files of an older version: whether it is whole cannot be told.</source>
+        <translation>Die Datei hat keine Schlusszeile, wie Dateien einer älteren Version: Ob sie vollständig ist, lässt sich nicht sagen.</translation>
+    </message>
+    <message>
+        <source>Field</source>
+        <translation>Feld</translation>
+    </message>
+    <message>
+        <source>Store</source>
+        <translation>Bestand</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Anlage</translation>
+    </message>
+    <message>
+        <source>The unit and the store have the same %1 directory codes.</source>
+        <translation>Anlage und Bestand haben dieselben %1 Rufcodes.</translation>
+    </message>
+    <message>
+        <source>Differences: %1, of which are accepted: %2. The same on both sides: %3.</source>
+        <translation>Unterschiede: %1, davon angenommen: %2. Auf beiden Seiten gleich: %3.</translation>
+    </message>
+    <message>
+        <source>Of the unit’s %1 directory codes will be deleted: %2. Go on?</source>
+        <translation>Von den %1 Rufcodes der Anlage werden gelöscht: %2. Fortfahren?</translation>
+    </message>
+    <message>
+        <source>The differences cannot be made.</source>
+        <translation>Die Unterschiede können nicht übernommen werden.</translation>
+    </message>
+    <message>
+        <source>Added: %1. Changed: %2. Deleted: %3. Tenants without a code now: %4. Steps withdrawn: %5.</source>
+        <translation>Hinzugefügt: %1. Geändert: %2. Gelöscht: %3. Mieter jetzt ohne Code: %4. Zurückgenommene Schritte: %5.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::MergeTableModel</name>
+    <message>
+        <source>add</source>
+        <translation>hinzufügen</translation>
+    </message>
+    <message>
+        <source>change</source>
+        <translation>ändern</translation>
+    </message>
+    <message>
+        <source>delete</source>
+        <translation>löschen</translation>
+    </message>
+    <message>
+        <source>accepted</source>
+        <translation>angenommen</translation>
+    </message>
+    <message>
+        <source>not accepted</source>
+        <translation>nicht angenommen</translation>
+    </message>
+    <message>
+        <source>Accept</source>
+        <translation>Annehmen</translation>
+    </message>
+    <message>
+        <source>In the store</source>
+        <translation>Im Bestand</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>Code</translation>
+    </message>
+    <message>
+        <source>What differs or is lost</source>
+        <translation>Was abweicht oder verloren geht</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::OverviewPage</name>
+    <message>
+        <source>Unit %1</source>
+        <translation>Anlage %1</translation>
+    </message>
+    <message>
+        <source>Unit %1, %2</source>
+        <translation>Anlage %1, %2</translation>
+    </message>
+    <message>
+        <source>no step waits for the unit</source>
+        <translation>kein Schritt wartet auf die Anlage</translation>
+    </message>
+    <message>
+        <source>one step waits for the unit</source>
+        <translation>ein Schritt wartet auf die Anlage</translation>
+    </message>
+    <message>
+        <source>%1 steps wait for the unit</source>
+        <translation>%1 Schritte warten auf die Anlage</translation>
+    </message>
+    <message>
+        <source>%1 codes in use; the capacity is unknown</source>
+        <translation>%1 Codes in Gebrauch; die Kapazität ist unbekannt</translation>
+    </message>
+    <message>
+        <source>%1 of %2 codes in use</source>
+        <translation>%1 von %2 Codes in Gebrauch</translation>
+    </message>
+    <message>
+        <source>Ends</source>
+        <translation>Endet</translation>
+    </message>
+    <message>
+        <source>What</source>
+        <translation>Was</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Anlage</translation>
+    </message>
+    <message>
+        <source>The overview cannot be shown.</source>
+        <translation>Die Übersicht kann nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>%1 credentials, %2 directory codes; %3</source>
+        <translation>%1 Ausweise, %2 Rufcodes; %3</translation>
+    </message>
+    <message>
+        <source>The store has no units yet.</source>
+        <translation>Der Bestand hat noch keine Anlagen.</translation>
+    </message>
+    <message>
+        <source>Tenant</source>
+        <translation>Mieter</translation>
+    </message>
+    <message>
+        <source>Directory code</source>
+        <translation>Rufcode</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::PageStack</name>
+    <message>
+        <source>it was cancelled.</source>
+        <translation>es wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Opening %1</source>
+        <translation>%1 wird geöffnet</translation>
+    </message>
+    <message>
+        <source>The store has no units yet: this screen shows what is in one.</source>
+        <translation>Der Bestand hat noch keine Anlagen: Dieser Bildschirm zeigt, was in einer ist.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be shown: %2</source>
+        <translation>%1 kann nicht angezeigt werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::ReportPage</name>
+    <message>
+        <source>1 row</source>
+        <translation>1 Zeile</translation>
+    </message>
+    <message>
+        <source>%1 rows</source>
+        <translation>%1 Zeilen</translation>
+    </message>
+    <message>
+        <source>The report cannot be shown.</source>
+        <translation>Der Bericht kann nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Values go into the statement as they are: write a quote in one twice, and ask for a name and for none in two reports.</source>
+        <translation>Werte gehen so in die Anweisung, wie sie sind: Schreiben Sie ein Anführungszeichen in einem doppelt, und fragen Sie nach einem Namen und nach keinem in zwei Berichten.</translation>
+    </message>
+    <message>
+        <source>%1 – %2</source>
+        <translation>%1 – %2</translation>
+    </message>
+    <message>
+        <source>The report cannot be written.</source>
+        <translation>Der Bericht kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>Wrote %1 to %2.</source>
+        <translation>%1 nach %2 geschrieben.</translation>
+    </message>
+    <message>
+        <source>Write the rows to a file</source>
+        <translation>Zeilen in eine Datei schreiben</translation>
+    </message>
+    <message>
+        <source>Write the report as PDF</source>
+        <translation>Bericht als PDF schreiben</translation>
+    </message>
+    <message>
+        <source>The report cannot be printed.</source>
+        <translation>Der Bericht kann nicht gedruckt werden.</translation>
+    </message>
+    <message>
+        <source>Printed %1.</source>
+        <translation>%1 gedruckt.</translation>
+    </message>
+    <message>
+        <source>Delete the chosen credential?</source>
+        <translation>Den gewählten Ausweis löschen?</translation>
+    </message>
+    <message>
+        <source>Delete the %1 chosen credentials?</source>
+        <translation>Die %1 gewählten Ausweise löschen?</translation>
+    </message>
+    <message>
+        <source>Deleting credentials</source>
+        <translation>Ausweise werden gelöscht</translation>
+    </message>
+    <message>
+        <source>Deleted %1 of %2 credentials.</source>
+        <translation>%1 von %2 Ausweisen gelöscht.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::ScreenPage</name>
+    <message>
+        <source>somebody</source>
+        <translation>jemand</translation>
+    </message>
+    <message>
+        <source>Working</source>
+        <translation>In Arbeit</translation>
+    </message>
+    <message>
+        <source>Cancelled behind the change, which is stored. F5 shows it.</source>
+        <translation>Abgebrochen nach der Änderung, die gespeichert ist. F5 zeigt sie.</translation>
+    </message>
+    <message>
+        <source>Cancelled. Nothing was changed.</source>
+        <translation>Abgebrochen. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>This cannot be entered.</source>
+        <translation>Das kann nicht eingegeben werden.</translation>
+    </message>
+    <message>
+        <source>Nothing was changed.</source>
+        <translation>Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>%1. What you entered is still there: look at it and try again.</source>
+        <translation>%1. Was Sie eingegeben haben, ist noch da: Sehen Sie es an und versuchen Sie es noch einmal.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::StartPage</name>
+    <message>
+        <source>No store is open.</source>
+        <translation>Kein Bestand ist geöffnet.</translation>
+    </message>
+    <message>
+        <source>Try the &amp;demo building</source>
+        <translation>&amp;Demogebäude ausprobieren</translation>
+    </message>
+    <message>
+        <source>Three units with tenants, credentials and directory codes, in memory: nothing of it is kept.</source>
+        <translation>Drei Anlagen mit Mietern, Ausweisen und Rufcodes, im Arbeitsspeicher: Nichts davon bleibt.</translation>
+    </message>
+    <message>
+        <source>&amp;Open a store…</source>
+        <translation>Bestand ö&amp;ffnen…</translation>
+    </message>
+    <message>
+        <source>The file of a building that was set up before.</source>
+        <translation>Die Datei eines Gebäudes, das schon eingerichtet ist.</translation>
+    </message>
+    <message>
+        <source>Make a &amp;new store…</source>
+        <translation>&amp;Neuen Bestand anlegen…</translation>
+    </message>
+    <message>
+        <source>An empty file for a building, or one with the demo building in it.</source>
+        <translation>Eine leere Datei für ein Gebäude oder eine mit dem Demogebäude darin.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::StepsPage</name>
+    <message>
+        <source>The steps cannot be shown.</source>
+        <translation>Die Schritte können nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Write the steps to a file</source>
+        <translation>Schritte in eine Datei schreiben</translation>
+    </message>
+    <message>
+        <source>The steps cannot be written.</source>
+        <translation>Die Schritte können nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>Wrote %1 steps to %2. Mark them as sent when the unit has them.</source>
+        <translation>%1 Schritte nach %2 geschrieben. Markieren Sie sie als gesendet, wenn die Anlage sie hat.</translation>
+    </message>
+    <message>
+        <source>Mark all steps that wait for the unit as sent?</source>
+        <translation>Alle Schritte, die auf die Anlage warten, als gesendet markieren?</translation>
+    </message>
+    <message>
+        <source>Mark the chosen steps as sent (%1)?</source>
+        <translation>Die gewählten Schritte (%1) als gesendet markieren?</translation>
+    </message>
+    <message>
+        <source>The steps cannot be marked.</source>
+        <translation>Die Schritte können nicht markiert werden.</translation>
+    </message>
+    <message>
+        <source>Marked as sent: %1.</source>
+        <translation>Als gesendet markiert: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::TenantCreatingPage</name>
+    <message>
+        <source>The screen cannot be shown.</source>
+        <translation>Der Bildschirm kann nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Creating tenants</source>
+        <translation>Mieter werden angelegt</translation>
+    </message>
+    <message>
+        <source>Created %1 tenants with %2 to %3.</source>
+        <translation>%1 Mieter mit %2 bis %3 angelegt.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::TenantsPage</name>
+    <message>
+        <source>Tenant</source>
+        <translation>Mieter</translation>
+    </message>
+    <message>
+        <source>Field</source>
+        <translation>Feld</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
+    </message>
+    <message>
+        <source>After</source>
+        <translation>Nachher</translation>
+    </message>
+    <message>
+        <source>1 tenant</source>
+        <translation>1 Mieter</translation>
+    </message>
+    <message>
+        <source>%1 tenants</source>
+        <translation>%1 Mieter</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>The tenants cannot be shown.</source>
+        <translation>Die Mieter können nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>New tenant</source>
+        <translation>Neuer Mieter</translation>
+    </message>
+    <message>
+        <source>Saving the tenant</source>
+        <translation>Der Mieter wird gespeichert</translation>
+    </message>
+    <message>
+        <source>Added tenant %1.</source>
+        <translation>Mieter %1 hinzugefügt.</translation>
+    </message>
+    <message>
+        <source> Held by nobody then: %1.</source>
+        <translation> Niemand hat dann noch: %1.</translation>
+    </message>
+    <message>
+        <source>It is stored so already.</source>
+        <translation>Es ist schon so gespeichert.</translation>
+    </message>
+    <message>
+        <source>Changed %1.</source>
+        <translation>%1 geändert.</translation>
+    </message>
+    <message>
+        <source>Changed %1. Held by nobody now: %2.</source>
+        <translation>%1 geändert. Niemand hat jetzt noch: %2.</translation>
+    </message>
+    <message>
+        <source>Changing the tenants</source>
+        <translation>Die Mieter werden geändert</translation>
+    </message>
+    <message>
+        <source>%1 will be changed.</source>
+        <translation>%1 werden geändert.</translation>
+    </message>
+    <message>
+        <source>&amp;Change</source>
+        <translation>&amp;Ändern</translation>
+    </message>
+    <message>
+        <source>The lease of %1 ends.</source>
+        <translation>Die Mietzeit von %1 endet.</translation>
+    </message>
+    <message>
+        <source>Ending leases</source>
+        <translation>Mietzeiten werden beendet</translation>
+    </message>
+    <message>
+        <source>The lease of %1 will end.</source>
+        <translation>Die Mietzeit von %1 wird enden.</translation>
+    </message>
+    <message>
+        <source>&amp;End lease</source>
+        <translation>Mietzeit &amp;beenden</translation>
+    </message>
+    <message>
+        <source>Delete %1: %2?
+The unit is told to forget them, and their cards are free.</source>
+        <translation>%1 löschen: %2?
+Die Anlage bekommt gesagt, dass sie sie vergisst, und ihre Karten sind frei.</translation>
+    </message>
+    <message>
+        <source>Deleting tenants</source>
+        <translation>Mieter werden gelöscht</translation>
+    </message>
+    <message>
+        <source>Deleted %1.</source>
+        <translation>%1 gelöscht.</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,212 @@
+// The window under whatever a hand can do to it, and through a day of work: no crash, nothing that
+// grows.
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <sqlite3.h>
+
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <random>
+
+#include "host/desks/store_check.h"
+#include "host/desktop/screens/import_page.h"
+#include "tests/host/desktop/desktop_fixture.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+// The sanitizer's own; its header does not come with every compiler.
+// NOLINTNEXTLINE(readability-identifier-naming, bugprone-reserved-identifier)
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
+#endif
+
+namespace qorhost::test {
+namespace {
+
+/// A number that somebody has put into the surroundings; else the usual one.
+long Asked(const char* name, long usual) {
+  const char* asked = std::getenv(name);
+  return asked == nullptr ? usual : std::strtol(asked, nullptr, 10);
+}
+
+/// Without the pages that the engine keeps up to a bound of its own.
+std::size_t BytesInUse() {
+  const auto ofEngine = static_cast<std::size_t>(sqlite3_memory_used());
+#if defined(__SANITIZE_ADDRESS__)
+  return __sanitizer_get_current_allocated_bytes() - ofEngine;
+#else
+  return mallinfo2().uordblks - ofEngine;
+#endif
+}
+
+/// Does by chance what a person could do.
+class Hand {
+ public:
+  Hand(MainWindow& window, unsigned seed) : window_(window), chance_(seed) {
+    boxes_.setInterval(0);
+    QObject::connect(&boxes_, &QTimer::timeout, &boxes_, [this] { CloseDialog(); });
+    boxes_.start();
+  }
+
+  void Act() {
+    switch (Below(8)) {
+      case 0:
+        window_.ShowScreen(QString::fromLatin1(Screens()[Below(Screens().size())].key));
+        break;
+      case 1:
+        QTest::keyClick(&window_, Qt::Key_F5);
+        break;
+      case 2:
+        window_.resize(400 + static_cast<int>(Below(900)), 300 + static_cast<int>(Below(700)));
+        break;
+      case 3:
+      case 4:
+        Click();
+        break;
+      default:
+        Press();
+        break;
+    }
+    Settle();
+  }
+
+ private:
+  std::size_t Below(std::size_t end) { return chance_() % end; }
+
+  /// A widget of the screen in front that can be worked with; null without one.
+  QWidget* Any() {
+    std::vector<QWidget*> widgets;
+    if (window_.page() != nullptr) {
+      for (QWidget* widget : window_.page()->findChildren<QWidget*>()) {
+        if (widget->isVisible() && widget->isEnabled() && widget->focusPolicy() != Qt::NoFocus) {
+          widgets.push_back(widget);
+        }
+      }
+    }
+    return widgets.empty() ? nullptr : widgets[Below(widgets.size())];
+  }
+
+  void Click() {
+    QWidget* widget = Any();
+    if (widget == nullptr) {
+      return;
+    }
+    if (auto* area = qobject_cast<QAbstractScrollArea*>(widget)) {
+      widget = area->viewport();
+    }
+    const QPoint at(static_cast<int>(Below(static_cast<std::size_t>(widget->width()) + 1)),
+                    static_cast<int>(Below(static_cast<std::size_t>(widget->height()) + 1)));
+    const Qt::KeyboardModifiers keys = Below(4) == 0 ? Qt::ControlModifier : Qt::NoModifier;
+    if (Below(6) == 0) {
+      QTest::mouseDClick(widget, Qt::LeftButton, keys, at);
+    } else {
+      QTest::mouseClick(widget, Qt::LeftButton, keys, at);
+    }
+  }
+
+  void Press() {
+    constexpr std::array kKeys{Qt::Key_Tab,  Qt::Key_Backtab, Qt::Key_Return, Qt::Key_Escape,
+                               Qt::Key_Up,   Qt::Key_Down,    Qt::Key_Left,   Qt::Key_Right,
+                               Qt::Key_Home, Qt::Key_End,     Qt::Key_Delete, Qt::Key_Space,
+                               Qt::Key_F2,   Qt::Key_F8,      Qt::Key_PageUp, Qt::Key_PageDown};
+    QWidget* widget = Any();
+    if (widget == nullptr) {
+      return;
+    }
+    if (Below(3) == 0) {
+      widget->setFocus();
+    }
+    QWidget* focus = window_.focusWidget() == nullptr ? widget : window_.focusWidget();
+    if (Below(2) == 0) {
+      QTest::keyClick(focus, kKeys.at(Below(kKeys.size())));
+    } else {
+      const std::string_view letters = "0123456789,-' aZ%";
+      QTest::keyClick(focus, letters[Below(letters.size())]);
+    }
+  }
+
+  /// A box gets any of its buttons, any other dialog or list that has come up is closed.
+  void CloseDialog() {
+    if (QWidget* list = QApplication::activePopupWidget()) {
+      QTest::keyClick(list, Qt::Key_Escape);
+      list->close();
+      return;
+    }
+    QWidget* dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr || !dialog->isVisible()) {
+      return;
+    }
+    if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
+      const QList<QAbstractButton*> buttons = box->buttons();
+      QTest::mouseClick(
+          buttons[static_cast<qsizetype>(Below(static_cast<std::size_t>(buttons.size())))],
+          Qt::LeftButton);
+      return;
+    }
+    QTest::keyClick(dialog, Qt::Key_Escape);
+  }
+
+  MainWindow& window_;
+  std::mt19937 chance_;
+  QTimer boxes_;
+};
+
+class LongWork : public DesktopTest {};
+
+TEST_F(LongWork, WhateverAHandDoesTheProgramGoesOn) {
+  answers_.reset();
+  OpenDemoAt(QStringLiteral("import"));
+  std::ofstream(File("people.csv")) << "Name,Flat\n\"Rae, Zoë\",250\n\"Ng, Li\",x\n";
+  dynamic_cast<ImportPage&>(page()).Open(File("people.csv"));
+  const auto seed = static_cast<unsigned>(Asked("QORDESK_FUZZ_SEED", 4711));
+  const long seconds = Asked("QORDESK_FUZZ_SECONDS", 0);
+  constexpr long kUsualEvents = 400;
+  const std::size_t findings = FindingsIn(window().place()->session(), kUnit).size();
+  Hand hand(window(), seed);
+  QElapsedTimer since;
+  since.start();
+  long done = 0;
+  while (seconds > 0 ? since.elapsed() < seconds * 1000 : done < kUsualEvents) {
+    hand.Act();
+    ++done;
+    ASSERT_FALSE(window().runner().busy()) << "seed " << seed << ", event " << done;
+    ASSERT_NE(window().place(), nullptr);
+  }
+  // What is stored is whole, whatever was saved and undone.
+  EXPECT_TRUE(window().place()->session().Damages().empty());
+  EXPECT_EQ(FindingsIn(window().place()->session(), kUnit).size(), findings);
+  std::cout << done << " events of the seed " << seed << '\n';
+}
+
+TEST_F(LongWork, ADaysWorkLeavesNothingBehind) {
+  const long operations = Asked("QORDESK_OPERATIONS", 500);
+  const long begin = operations / 5;  // by then everything that is kept for good is there
+  OpenDemoAt(QStringLiteral("dir_codes"));
+  std::size_t bytes = 0;
+  for (long done = 0; done < operations; ++done) {
+    const std::string code = done % 2 == 0 ? "0102" : "0103";
+    ClickEntry("cbodirectorycode", code.c_str());
+    Type("txtPhoneNo", done % 4 < 2 ? "555-1111" : "555-2222");
+    Click("saveButton");
+    ASSERT_EQ(Told(), "Saved directory code " + code + ".") << done;
+    trace_.clear();
+    trace_.shrink_to_fit();
+    if (done % 50 == 49) {  // a look at the other screens
+      window().ShowScreen(QStringLiteral("steps"));
+      window().ShowScreen(QStringLiteral("dir_codes"));
+    }
+    if (done == begin) {
+      bytes = BytesInUse();
+    }
+  }
+  const std::size_t then = BytesInUse();
+  const double grown = then > bytes ? static_cast<double>(then - bytes) : 0.0;
+  const double each = grown / static_cast<double>(operations - begin);
+  std::cout << operations << " operations, " << each << " bytes more for each\n";
+  constexpr double kMostForEach = 256;
+  EXPECT_LT(each, kMostForEach);
+}
+
+}  // namespace
+}  // namespace qorhost::test

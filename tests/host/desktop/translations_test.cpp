@@ -1,0 +1,157 @@
+// The program in German: every text is translated, nothing is lost on the way, and the screens hold
+// it.
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QXmlStreamReader>
+#include <set>
+
+#include "host/desktop/shell/language.h"
+#include "tests/host/desktop/desktop_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+struct Translated {
+  QString context;
+  QString source;
+  QString text;
+  bool unfinished = false;
+};
+
+std::vector<Translated> ReadTranslation(const QString& path) {
+  QFile file(path);
+  std::vector<Translated> all;
+  if (!file.open(QIODevice::ReadOnly)) {
+    return all;
+  }
+  QXmlStreamReader xml(&file);
+  QString context;
+  while (!xml.atEnd()) {
+    if (xml.readNext() != QXmlStreamReader::StartElement) {
+      continue;
+    }
+    if (xml.name() == QLatin1String("name")) {
+      context = xml.readElementText();
+    } else if (xml.name() == QLatin1String("source")) {
+      all.push_back({context, xml.readElementText(), {}, false});
+    } else if (xml.name() == QLatin1String("translation")) {
+      all.back().unfinished = xml.attributes().hasAttribute(QLatin1String("type"));
+      all.back().text = xml.readElementText();
+    }
+  }
+  return all;
+}
+
+/// "%1", "%2", each as often as it is there.
+QStringList PlacesIn(const QString& text) {
+  static const QRegularExpression kPlace(QStringLiteral("%[0-9n]"));
+  QStringList places;
+  auto found = kPlace.globalMatch(text);
+  while (found.hasNext()) {
+    places.append(found.next().captured());
+  }
+  places.sort();
+  return places;
+}
+
+TEST(Translations, LoseNoPlaceNoKeyAndNoEnd) {
+  const std::vector<Translated> all = ReadTranslation(QStringLiteral(QORDESK_TRANSLATION));
+  ASSERT_GT(all.size(), 400U);
+  for (const Translated& one : all) {
+    const std::string which = one.context.toStdString() + ": " + one.source.toStdString();
+    EXPECT_FALSE(one.unfinished) << which;
+    EXPECT_FALSE(one.text.isEmpty()) << which;
+    EXPECT_EQ(PlacesIn(one.source), PlacesIn(one.text)) << which;
+    EXPECT_EQ(QKeySequence::mnemonic(one.source).isEmpty(),
+              QKeySequence::mnemonic(one.text).isEmpty())
+        << which;
+    for (const char* end : {".", ":", "…", "?", "\n"}) {
+      EXPECT_EQ(one.source.endsWith(QString::fromUtf8(end)),
+                one.text.endsWith(QString::fromUtf8(end)))
+          << which;
+    }
+  }
+}
+
+TEST(Translations, HaveEveryTextOfTheProgram) {
+  const QString tool = QStringLiteral(QORDESK_LUPDATE);
+  if (tool.isEmpty()) {
+    GTEST_SKIP() << "there is no lupdate (qt6-l10n-tools)";
+  }
+  const QTemporaryDir folder;
+  const QString fresh = folder.filePath(QStringLiteral("fresh.ts"));
+  ASSERT_TRUE(QFile::copy(QStringLiteral(QORDESK_TRANSLATION), fresh));
+  QProcess collect;
+  collect.setWorkingDirectory(QStringLiteral(QORCRED_SOURCES));
+  collect.start(tool, {QStringLiteral("-I"), QStringLiteral("."), QStringLiteral("-locations"),
+                       QStringLiteral("none"), QStringLiteral("-no-obsolete"),
+                       QStringLiteral("host/desktop"), QStringLiteral("-ts"), fresh});
+  constexpr int kLongest = 60000;  // milliseconds
+  ASSERT_TRUE(collect.waitForFinished(kLongest));
+  ASSERT_EQ(collect.exitCode(), 0) << collect.readAllStandardError().toStdString();
+  const std::vector<Translated> all = ReadTranslation(fresh);
+  for (const Translated& one : all) {
+    EXPECT_FALSE(one.unfinished) << one.context.toStdString() << ": " << one.source.toStdString()
+                                 << ": tools/translate collects it";
+  }
+  EXPECT_EQ(all.size(), ReadTranslation(QStringLiteral(QORDESK_TRANSLATION)).size());
+}
+
+class InGerman : public DesktopTest {
+ protected:
+  InGerman() {
+    MakeWindow();  // again: what was made before is English
+  }
+
+  Language german_{QStringLiteral("de")};
+};
+
+TEST_F(InGerman, EveryScreenHoldsItsTextsAndHasItsKeysOnce) {
+  if (!german_.isTranslated()) {
+    GTEST_SKIP() << "there is no lrelease (qt6-l10n-tools)";
+  }
+  MakeWindow();
+  OpenDemoAt(QStringLiteral("overview"));
+  for (const ScreenEntry& screen : Screens()) {
+    window().ShowScreen(QString::fromLatin1(screen.key));
+    Settle();
+    const QDir folder(QStringLiteral(QORDESK_PICTURES));
+    ASSERT_TRUE(folder.mkpath(QStringLiteral(".")));
+    EXPECT_TRUE(window().grab().save(
+        folder.filePath(QStringLiteral("%1-german.png").arg(QString::fromLatin1(screen.key))),
+        "PNG", 0));
+    std::set<std::string> keys;
+    for (const QWidget* widget : page().findChildren<QWidget*>()) {
+      const QString text = widget->property("text").toString();
+      const QKeySequence key = QKeySequence::mnemonic(text);
+      if (!widget->inherits("QLineEdit") && !key.isEmpty()) {
+        EXPECT_TRUE(keys.insert(key.toString().toStdString()).second)
+            << screen.key << " has " << key.toString().toStdString()
+            << " twice: " << text.toStdString();
+      }
+      const auto* label = qobject_cast<const QLabel*>(widget);
+      if (label != nullptr && label->isVisible() && !label->wordWrap()) {
+        EXPECT_GE(label->width(), label->sizeHint().width())
+            << screen.key << ": " << label->text().toStdString();
+      }
+    }
+  }
+  window().ShowScreen(QStringLiteral("steps"));
+  EXPECT_EQ(Find<QPushButton>("markButton").text(), QStringLiteral("Als &gesendet markieren"));
+}
+
+TEST_F(InGerman, AControllersWordsStayAsTheyAre) {
+  OpenDemoAt(QStringLiteral("credentials"));
+  answers_->Click(QMessageBox::Ok);
+  Click("saveButton");
+  EXPECT_THAT(answers_->LastText(), testing::StartsWith("You must"));
+}
+
+}  // namespace
+}  // namespace qorhost::test
