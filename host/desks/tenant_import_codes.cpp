@@ -82,7 +82,7 @@ void TenantImportCodes::RequireNumber(const ImportLine& line) const {
     RequireNoSeparators(field::kCode, given);
     RequireCodeNumber(std::string(given));
   } catch (const InputFault& fault) {
-    throw RefusedError(InWords(fault, words_));
+    throw RefusedCell(InWords(fault, words_), WordOf(fault, words_));
   }
 }
 

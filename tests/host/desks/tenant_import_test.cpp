@@ -175,6 +175,7 @@ TEST_F(TenantImports, ACodeThatIsNoNumberIsToldBeforeWhoHasTheName) {
       Import("Last Name,First Name,Initial,Flat\nHollis,Elena,G,PH-1\nHollis,Elena,G,\n");
   EXPECT_THAT(Told(report), ElementsAre("2!: Flat 'PH-1' is no number: it would be stored as 0",
                                         "3!: Hollis Elena G (RID 61) is stored already"));
+  EXPECT_EQ(report.remarks.front().place, 3U);
 }
 
 TEST_F(TenantImports, ANameAtUnitThatIsMadeOfALongNameIsCut) {
