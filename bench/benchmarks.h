@@ -2,6 +2,7 @@
 // they give; a benchmark does its work once in each round.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "bench/table.h"
@@ -24,6 +25,9 @@ enum class Size : bool {
 [[nodiscard]] std::vector<Comparison> AddReportBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddLibraryBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddTranslateBenchmarks(Size size);
+/// What those of the desktop program need as long as they run: a platform without a screen. Null
+/// where Qt is not.
+[[nodiscard]] std::shared_ptr<void> StartDesktop();
 /// Of the desktop program; there is none where Qt is not.
 [[nodiscard]] std::vector<Comparison> AddDesktopBenchmarks(Size size);
 

@@ -1,5 +1,5 @@
-// The desktop program: a unit opened against a plain item model, an operation through the window
-// against the same at its desk, and a window made against an empty one.
+// The desktop program: a unit opened against a plain item model, and an operation through the
+// window against the same at its desk.
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>
 
@@ -7,7 +7,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
-#include <QMainWindow>
 #include <QPushButton>
 #include <QSettings>
 #include <QStandardItemModel>
@@ -35,13 +34,10 @@ constexpr const char* kOpen = "desktop/open";
 constexpr const char* kOpenFloor = "desktop/open-items";
 constexpr const char* kOperation = "desktop/operation";
 constexpr const char* kOperationFloor = "desktop/operation-desk";
-constexpr const char* kStart = "desktop/start";
-constexpr const char* kStartFloor = "desktop/start-empty";
 
 constexpr std::int32_t kUnit = 1;
 constexpr std::int32_t kMost = 32767;  // codes of a unit
 constexpr std::int32_t kOperations = 40;
-constexpr std::int32_t kWindows = 10;
 
 /// Works off what waits until a widget has been painted.
 class Painted final : public QObject {
@@ -187,60 +183,28 @@ void OperateAtDesk(benchmark::State& state) {
   state.counters[kItems] = kOperations;
 }
 
-template <typename Make>
-void MakeWindows(benchmark::State& state, Make make) {
-  for ([[maybe_unused]] auto iteration : state) {
-    for (std::int32_t time = 0; time < kWindows; ++time) {
-      make();
-    }
-  }
-  state.counters[kItems] = kWindows;
-}
+}  // namespace
 
-void StartProgram(benchmark::State& state) {
-  MakeWindows(state, [] {
-    Program program;
-    Painted painted(program.window);
-    program.window.show();
-    painted.Wait();
-  });
-}
-
-void StartEmpty(benchmark::State& state) {
-  MakeWindows(state, [] {
-    QMainWindow window;
-    Painted painted(window);
-    window.show();
-    painted.Wait();
-  });
-}
-
-/// One for the whole run, without a screen. Its arguments have to live as long.
-void StartQt() {
+std::shared_ptr<void> StartDesktop() {
+  // Its arguments have to live as long as it does.
   static int count = 1;
   static std::array<char, 9> name{"qorbench"};
   static std::array<char*, 2> arguments{name.data(), nullptr};
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  static const QApplication application(count, arguments.data());
+  auto application = std::make_shared<QApplication>(count, arguments.data());
   qorhost::Apply({});
+  return application;
 }
 
-}  // namespace
-
 std::vector<Comparison> AddDesktopBenchmarks(Size /*size*/) {
-  StartQt();
   benchmark::RegisterBenchmark(kOpen, OpenUnit)->Iterations(1);
   benchmark::RegisterBenchmark(kOpenFloor, OpenItems)->Iterations(1);
   benchmark::RegisterBenchmark(kOperation, OperateInWindow)->Iterations(1);
   benchmark::RegisterBenchmark(kOperationFloor, OperateAtDesk)->Iterations(1);
-  benchmark::RegisterBenchmark(kStart, StartProgram)->Iterations(1);
-  benchmark::RegisterBenchmark(kStartFloor, StartEmpty)->Iterations(1);
   constexpr double kOpenGoal = 3.0;
   constexpr double kOperationGoal = 1.2;
-  constexpr double kStartGoal = 2.0;
   return {{"desktop-open-32767", kOpen, kOpenFloor, kOpenGoal},
-          {"desktop-operation", kOperation, kOperationFloor, kOperationGoal},
-          {"desktop-start", kStart, kStartFloor, kStartGoal}};
+          {"desktop-operation", kOperation, kOperationFloor, kOperationGoal}};
 }
 
 }  // namespace qorbench

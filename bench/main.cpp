@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <ctime>
 #include <exception>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -93,6 +94,7 @@ int Main(int argumentCount, char** arguments) {
   app.add_option("--json", options.jsonFile, "Write the rows to this file as well");
   CLI11_PARSE(app, argumentCount, arguments);
 
+  const std::shared_ptr<void> desktop = StartDesktop();
   const std::vector<Comparison> comparisons =
       AddBenchmarks(options.quick ? Size::kQuick : Size::kFull);
   const Measurements measurements = Measure(options);

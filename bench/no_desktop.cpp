@@ -3,6 +3,10 @@
 
 namespace qorbench {
 
+std::shared_ptr<void> StartDesktop() {
+  return nullptr;
+}
+
 std::vector<Comparison> AddDesktopBenchmarks(Size /*size*/) {
   return {};
 }
