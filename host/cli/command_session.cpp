@@ -153,12 +153,16 @@ std::vector<UnitName> CommandSession::ChosenUnits() {
   if (!global_.unit) {
     return session_.Units();
   }
-  return {UnitNamed(std::to_string(*global_.unit))};
+  return {Find(global_.unit, std::to_string(*global_.unit), session_.Units())};
 }
 
 UnitName CommandSession::UnitNamed(const std::string& given) {
-  const auto key = WholeNumber(given);
-  for (UnitName& unit : session_.Units()) {
+  return Find(WholeNumber(given), given, session_.Units());
+}
+
+UnitName CommandSession::Find(std::optional<std::int32_t> key, std::string_view given,
+                              std::vector<UnitName> units) const {
+  for (UnitName& unit : units) {
     if (key && unit.key == *key) {
       return std::move(unit);
     }
@@ -202,7 +206,8 @@ UnitName CommandSession::ChosenUnit() {
         global_.file.string()));
   }
   const std::optional<std::int32_t> key = NamedUnit();
-  UnitName chosen = key ? UnitNamed(std::to_string(*key)) : std::move(units.front());
+  UnitName chosen =
+      key ? Find(key, std::to_string(*key), std::move(units)) : std::move(units.front());
   TellWhatIsMissing({chosen});
   return chosen;
 }

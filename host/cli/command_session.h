@@ -90,6 +90,9 @@ class CommandSession {
 
  private:
   [[nodiscard]] std::optional<std::int32_t> NamedUnit() const;
+  /// Among `units` the one with that key, which was `given` so.
+  [[nodiscard]] UnitName Find(std::optional<std::int32_t> key, std::string_view given,
+                              std::vector<UnitName> units) const;
 
   const GlobalOptions& global_;
   Console& console_;

@@ -38,6 +38,37 @@ void EnterOne(CredentialScreen& screen) {
   screen.host().database().Error("VALUES(3,,", "syntax error");
 }
 
+/// A creation that ended before the manager told its word for identities: the row is stored without
+/// one, which an engine refuses.
+constexpr std::string_view kSaveWithoutIdentity = R"~(
+        CreateObject "qorAppln.clsApplication"
+        CreateObject "qorTent.clsTenant"
+        txtPINStart.Text -> "20"
+        txtPINEND.Text -> ""
+        gstrTag = "Single"
+        txtPINEND.Text = "20"
+        cboCredentialType.ListIndex -> 1
+        cboCredentialType.ItemData(1) -> 1
+        txtFacilityCode.Text -> "12"
+        txtIDCode.Text -> ""
+        txtSequenceCode.Text -> ""
+        optButton4.Value -> False
+        gstrTag -> "Single"
+        txtPINStart.Text -> "20"
+        txtFacilityCode.Text -> "12"
+        ExecuteSelect "Select UnitKey,PINNo from CredentialBank where UnitKey = 3 and CredentialType = 1 and PINNo = 20 and FacilityCode = 12" -> no rows
+        ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
+        CreateObject "qorAppln.clsApplication"
+        pbGetUnitStatus 3 -> 0 0 0
+        Release "qorAppln.clsApplication"
+        BeginTrans
+        ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,,1,20,12,0,0,1,'_LMDATE_')" "" "CREDENTIALBANK" -> 0 ! "syntax error"
+        gstrNewTenantIDs = ""
+        RollbackTrans
+        Release "qorAppln.clsApplication"
+        Release "qorTent.clsTenant"
+      )~";
+
 std::optional<bool> SaveOne(CredentialScreen& screen) {
   return screen.SaveNew();
 }
@@ -52,6 +83,11 @@ std::optional<bool> Edit(CredentialScreen& screen) {
 
 std::optional<bool> DeleteOne(CredentialScreen& screen) {
   return screen.Delete(17);
+}
+
+std::optional<bool> CreateAnother(CredentialScreen& screen) {
+  const UnderTest<qorcred::clsCredential> another(screen.host().host());
+  return std::nullopt;
 }
 
 const std::vector<CredentialLack>& Rows() {
@@ -213,63 +249,9 @@ const std::vector<CredentialLack>& Rows() {
         Trapped pbSave 429 "Component can't create object"
       )~"},
       {"SaveWithoutStepSenderSinceCreation", "pbSave", kStepSender, true, "new credentials",
-       EnterOne, SaveOne, R"~(
-        CreateObject "qorAppln.clsApplication"
-        CreateObject "qorTent.clsTenant"
-        txtPINStart.Text -> "20"
-        txtPINEND.Text -> ""
-        gstrTag = "Single"
-        txtPINEND.Text = "20"
-        cboCredentialType.ListIndex -> 1
-        cboCredentialType.ItemData(1) -> 1
-        txtFacilityCode.Text -> "12"
-        txtIDCode.Text -> ""
-        txtSequenceCode.Text -> ""
-        optButton4.Value -> False
-        gstrTag -> "Single"
-        txtPINStart.Text -> "20"
-        txtFacilityCode.Text -> "12"
-        ExecuteSelect "Select UnitKey,PINNo from CredentialBank where UnitKey = 3 and CredentialType = 1 and PINNo = 20 and FacilityCode = 12" -> no rows
-        ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
-        CreateObject "qorAppln.clsApplication"
-        pbGetUnitStatus 3 -> 0 0 0
-        Release "qorAppln.clsApplication"
-        BeginTrans
-        ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,,1,20,12,0,0,1,'_LMDATE_')" "" "CREDENTIALBANK" -> 0 ! "syntax error"
-        gstrNewTenantIDs = ""
-        RollbackTrans
-        Release "qorAppln.clsApplication"
-        Release "qorTent.clsTenant"
-      )~"},
+       EnterOne, SaveOne, kSaveWithoutIdentity},
       {"SaveWithoutTenantsSinceCreation", "pbSave", kTenants, true, "new credentials", EnterOne,
-       SaveOne, R"~(
-        CreateObject "qorAppln.clsApplication"
-        CreateObject "qorTent.clsTenant"
-        txtPINStart.Text -> "20"
-        txtPINEND.Text -> ""
-        gstrTag = "Single"
-        txtPINEND.Text = "20"
-        cboCredentialType.ListIndex -> 1
-        cboCredentialType.ItemData(1) -> 1
-        txtFacilityCode.Text -> "12"
-        txtIDCode.Text -> ""
-        txtSequenceCode.Text -> ""
-        optButton4.Value -> False
-        gstrTag -> "Single"
-        txtPINStart.Text -> "20"
-        txtFacilityCode.Text -> "12"
-        ExecuteSelect "Select UnitKey,PINNo from CredentialBank where UnitKey = 3 and CredentialType = 1 and PINNo = 20 and FacilityCode = 12" -> no rows
-        ExecuteSelect "SELECT TOTAL FROM UNITTYPES T, UNITSETTINGS S WHERE S.UnitKey = 3 AND S.UNITTYPE = T.DESCRIPTION" -> 1 row
-        CreateObject "qorAppln.clsApplication"
-        pbGetUnitStatus 3 -> 0 0 0
-        Release "qorAppln.clsApplication"
-        BeginTrans
-        ExecuteInsert "INSERT INTO CREDENTIALBANK(UnitKey,RID,CredentialType,PINNo,FacilityCode,IDCode,SequenceNumber,ButtonNumber,LASTMODIFIEDDATE)VALUES(3,,1,20,12,0,0,1,'_LMDATE_')" "" "CREDENTIALBANK" -> 0 ! "syntax error"
-        gstrNewTenantIDs = ""
-        RollbackTrans
-        Release "qorAppln.clsApplication"
-        Release "qorTent.clsTenant"
-      )~"},
+       SaveOne, kSaveWithoutIdentity},
       {"DeletionWithoutManager", "pbDelete", kManager, true, "", ShowHeld, DeleteOne, R"~(
         Trapped pbDelete 91 "Object variable not set"
       )~"},
@@ -298,32 +280,17 @@ const std::vector<CredentialLack>& Rows() {
        R"~(
         MsgBox 48 "Pello RT" "Please enter a Credential Number between 1 and 65535." -> 1
       )~"},
-      {"CreationWithoutManager", "creation", kManager, false, "", Nothing,
-       [](CredentialScreen& screen) -> std::optional<bool> {
-         const UnderTest<qorcred::clsCredential> another(screen.host().host());
-         return std::nullopt;
-       },
-       R"~(
+      {"CreationWithoutManager", "creation", kManager, false, "", Nothing, CreateAnother, R"~(
         CreateObject "qorDBI.clsDBManager" ! 429 "Component can't create object"
         Trapped Class_Initialize 429 "Component can't create object"
       )~"},
-      {"CreationWithoutStepSender", "creation", kStepSender, false, "", Nothing,
-       [](CredentialScreen& screen) -> std::optional<bool> {
-         const UnderTest<qorcred::clsCredential> another(screen.host().host());
-         return std::nullopt;
-       },
-       R"~(
+      {"CreationWithoutStepSender", "creation", kStepSender, false, "", Nothing, CreateAnother, R"~(
         CreateObject "qorDBI.clsDBManager"
         CreateObject "qorSPS.clsSendProgSteps" ! 429 "Component can't create object"
         Trapped Class_Initialize 429 "Component can't create object"
         Release "qorDBI.clsDBManager"
       )~"},
-      {"CreationWithoutTenants", "creation", kTenants, false, "", Nothing,
-       [](CredentialScreen& screen) -> std::optional<bool> {
-         const UnderTest<qorcred::clsCredential> another(screen.host().host());
-         return std::nullopt;
-       },
-       R"~(
+      {"CreationWithoutTenants", "creation", kTenants, false, "", Nothing, CreateAnother, R"~(
         CreateObject "qorDBI.clsDBManager"
         CreateObject "qorSPS.clsSendProgSteps"
         CreateObject "qorTent.clsTenant" ! 429 "Component can't create object"

@@ -66,6 +66,11 @@ std::optional<bool> Fetch(DirCodeScreen& screen) {
   return screen.controller().pbFetchDirForMerge(screen.host().connection(), kUnit, table);
 }
 
+std::optional<bool> CreateAnother(DirCodeScreen& screen) {
+  const UnderTest<qorcred::clsDirCode> another(screen.host().host());
+  return std::nullopt;
+}
+
 const std::vector<DirCodeLack>& Lacks() {
   static const std::vector<DirCodeLack> rows{
       {"SchedulesWithoutManager", "pbRetrieveSchedules", kManager, true, "", Nothing,
@@ -246,12 +251,7 @@ const std::vector<DirCodeLack>& Lacks() {
         mFirmwareFromHandshake -> "FC01.006"
         Trapped pbMergeSave 91 "Object variable not set"
       )~"},
-      {"CreationWithoutManager", "creation", kManager, false, "", Nothing,
-       [](DirCodeScreen& screen) -> std::optional<bool> {
-         const UnderTest<qorcred::clsDirCode> another(screen.host().host());
-         return std::nullopt;
-       },
-       R"~(
+      {"CreationWithoutManager", "creation", kManager, false, "", Nothing, CreateAnother, R"~(
         CreateObject "qorDBI.clsDBManager" ! 429 "Component can't create object"
         Trapped Class_Initialize 429 "Component can't create object"
         CreateObject "qorCommn.clsConnectionManager"
@@ -259,12 +259,7 @@ const std::vector<DirCodeLack>& Lacks() {
         Trapped Class_Initialize 91 "Object variable not set"
         Release "qorCommn.clsConnectionManager"
       )~"},
-      {"CreationWithoutLink", "creation", kLink, false, "", Nothing,
-       [](DirCodeScreen& screen) -> std::optional<bool> {
-         const UnderTest<qorcred::clsDirCode> another(screen.host().host());
-         return std::nullopt;
-       },
-       R"~(
+      {"CreationWithoutLink", "creation", kLink, false, "", Nothing, CreateAnother, R"~(
         CreateObject "qorDBI.clsDBManager"
         CreateObject "qorCommn.clsConnectionManager" ! 429 "Component can't create object"
         Trapped Class_Initialize 429 "Component can't create object"

@@ -194,8 +194,7 @@ void ImportPage::TakeSheet(std::unique_ptr<ImportSheet> sheet) {
   ui_->fileName->setText(QString::fromStdString(file_.filename().string()));
   ui_->fileName->setToolTip(QString::fromStdString(file_.string()));
   FillColumns();
-  ui_->preview->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
-  ui_->preview->resizeColumnsToContents();
+  FitColumns(*ui_->preview);
   const int widest = fontMetrics().averageCharWidth() * kWidestCells;
   for (int column = 0; column < rows_.columnCount(); ++column) {
     ui_->preview->setColumnWidth(column, std::min(ui_->preview->columnWidth(column), widest));

@@ -137,8 +137,7 @@ void MergePage::ShowNothing() {
 
 void MergePage::ShowDifferences() {
   differences_.Show(merge_.get(), reading_.file.codes);
-  ui_->differences->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
-  ui_->differences->resizeColumnsToContents();
+  FitColumns(*ui_->differences);
   SetEntered(!differences_.Accepted().empty());
   ShowBadLines();
   ShowSides();
