@@ -46,6 +46,11 @@ constexpr std::array kMembers{
     MemberArguments{"InsertRows", {"row"}},
     MemberArguments{"DeleteRows", {"row"}},
     MemberArguments{"QuickSort", {"lowRow", "highRow", "column", "order", "type"}},
+    MemberArguments{"ItemData", {"index"}},
+    MemberArguments{"List", {"index"}},
+    MemberArguments{"Columns", {"index"}},
+    MemberArguments{"LowerBound", {"dimension"}},
+    MemberArguments{"UpperBound", {"dimension"}},
 };
 
 /// Whether the names of the manager's arguments have the error flag where its operations have it.
@@ -67,6 +72,12 @@ std::vector<std::string_view> MembersWithArgumentNames() {
   std::vector<std::string_view> members;
   for (const MemberArguments& known : kMembers) members.push_back(known.member);
   return members;
+}
+
+std::string_view IndexName(std::size_t at, std::size_t count) {
+  if (count == 1) return "index";
+  if (count != 2) return {};
+  return at == 0 ? "row" : "column";
 }
 
 std::string_view ArgumentName(std::string_view member, std::size_t at) {

@@ -34,7 +34,7 @@ TracedHost::TracedHost(Host& inner, std::shared_ptr<Tracer> tracer)
 
 ObjectRef TracedHost::CreateComponent(std::string_view programmaticId) {
   return Told(
-      *tracer_, "CreateObject(" + SpelledText(programmaticId) + ")",
+      *tracer_, "CreateObject(progId: " + SpelledText(programmaticId) + ")",
       [&] {
         return tracer_->TracedComponent(inner_.CreateComponent(programmaticId), programmaticId);
       },
@@ -82,19 +82,21 @@ void TracedHost::ReportFailure(std::string_view operation, const RuntimeError& f
 
 std::string TracedHost::DateText(Date date) {
   return Told(
-      *tracer_, "DateText(" + tracer_->Spelled(date) + ")", [&] { return inner_.DateText(date); },
+      *tracer_, "DateText(date: " + tracer_->Spelled(date) + ")",
+      [&] { return inner_.DateText(date); },
       [](const std::string& text) { return SpelledText(text); });
 }
 
 std::vector<std::uint8_t> TracedHost::TextToAnsi(std::string_view text) {
   return Told(
-      *tracer_, "TextToAnsi(" + SpelledText(text) + ")", [&] { return inner_.TextToAnsi(text); },
+      *tracer_, "TextToAnsi(text: " + SpelledText(text) + ")",
+      [&] { return inner_.TextToAnsi(text); },
       [](const std::vector<std::uint8_t>& bytes) { return SpelledBytes(AsText(bytes)); });
 }
 
 std::string TracedHost::AnsiToText(std::span<const std::uint8_t> bytes) {
   return Told(
-      *tracer_, "AnsiToText(" + SpelledBytes(AsText(bytes)) + ")",
+      *tracer_, "AnsiToText(bytes: " + SpelledBytes(AsText(bytes)) + ")",
       [&] { return inner_.AnsiToText(bytes); },
       [](const std::string& text) { return SpelledText(text); });
 }

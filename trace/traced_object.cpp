@@ -59,11 +59,10 @@ std::string TracedObject::Call(std::string_view member, InvokeKind kind,
   if (!member.empty()) call.append(".").append(member);
   const bool isPut = kind == InvokeKind::kPut && !arguments.empty();
   const Arguments listed = isPut ? Arguments(arguments.data(), arguments.size() - 1) : arguments;
-  if (kind == InvokeKind::kCall) {
-    call += ArgumentsText(*tracer_, listed,
-                          [member](std::size_t at) { return ArgumentName(member, at); });
-  } else if (!listed.empty()) {
-    call += ArgumentsText(*tracer_, listed, [](std::size_t) { return std::string_view(); });
+  if (kind == InvokeKind::kCall || !listed.empty()) {
+    call += ArgumentsText(*tracer_, listed, [member, count = listed.size()](std::size_t at) {
+      return member.empty() ? IndexName(at, count) : ArgumentName(member, at);
+    });
   }
   if (isPut) call += " = " + tracer_->Spelled(arguments.back());
   return call;

@@ -223,7 +223,7 @@ class EntryUndoing {
   }
 
   [[nodiscard]] qorcred::StepSender Sender() {
-    return qorcred::StepSender(session_.host().CreateComponent(qorcred::component::kStepSender));
+    return qorcred::StepSender(session_.ownHost().CreateComponent(qorcred::component::kStepSender));
   }
 
   /// Before new codes go: what the unit has of them it has to forget.

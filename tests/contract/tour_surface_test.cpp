@@ -14,7 +14,7 @@
 #include "tests/contract/described_surface.h"
 #include "tests/contract/undescribed.h"
 #include "tests/host/cli/run_fixture.h"
-#include "tests/support/noted_controllers.h"
+#include "tests/support/noted_by_name.h"
 #include "tests/support/surface_record.h"
 #include "tests/trace/trace_replay.h"
 
@@ -22,19 +22,6 @@ namespace qortest {
 namespace {
 
 namespace contract = qorcred::contract;
-
-std::unique_ptr<qorcred::Controller> MakeNoted(std::string_view className, qorcred::Host& host) {
-  if (className == "clsCredential")
-    return std::make_unique<UnderTest<qorcred::clsCredential>>(host);
-  if (className == "clsDirCode") return std::make_unique<UnderTest<qorcred::clsDirCode>>(host);
-  if (className == "clsDirCodeReport") {
-    return std::make_unique<UnderTest<qorcred::clsDirCodeReport>>(host);
-  }
-  if (className == "clsCredentialReport") {
-    return std::make_unique<UnderTest<qorcred::clsCredentialReport>>(host);
-  }
-  throw std::runtime_error("no class of controllers: " + std::string(className));
-}
 
 class TourSurface : public qorhost::test::RunFixture {
  protected:
@@ -45,7 +32,7 @@ class TourSurface : public qorhost::test::RunFixture {
       std::ifstream file(File("tour.txt"));
       std::vector<std::string> trace;
       for (std::string line; std::getline(file, line);) trace.push_back(line);
-      ReplayOn(MakeNoted, trace);
+      ReplayOn(MakeNotedController, trace);
       return SeenIn(SurfaceRecord::Instance().Touches());
     }();
     return seen;
@@ -129,15 +116,15 @@ TEST(NotedReplay, OfAnOperationThatAsksForSomethingElseIsRefused) {
       R"(clsCredentialReport@1.gstrRIDsForDeletion = "101")",
       "clsCredentialReport@1.pbValidate(objConn: objConn@2, lngUnitKey: 3, objDB: objDB@3)",
       select,
-      R"(  rows@4(0, 0) -> "")",
+      R"(  rows@4(row: 0, column: 0) -> "")",
       "-> True"};
-  EXPECT_NO_THROW(ReplayOn(MakeNoted, trace));
+  EXPECT_NO_THROW(ReplayOn(MakeNotedController, trace));
   std::vector<std::string> longer = trace;
-  longer.insert(longer.end() - 1, "  rows@4(1, 0) -> \"\"");
-  EXPECT_THROW(ReplayOn(MakeNoted, longer), std::runtime_error);
+  longer.insert(longer.end() - 1, "  rows@4(row: 1, column: 0) -> \"\"");
+  EXPECT_THROW(ReplayOn(MakeNotedController, longer), std::runtime_error);
   std::vector<std::string> shorter = trace;
   shorter.erase(shorter.end() - 2);
-  EXPECT_THROW(ReplayOn(MakeNoted, shorter), std::runtime_error);
+  EXPECT_THROW(ReplayOn(MakeNotedController, shorter), std::runtime_error);
 }
 
 }  // namespace

@@ -66,7 +66,12 @@ class Replay : public qorcred::Host {
   qorcred::Date Now() override { return *AnswerOf(Next()).As<qorcred::Date>(); }
   void LetEventsRun() override { (void)AnswerOf(Next()); }
   void ReportFailure(std::string_view, const qorcred::RuntimeError&) noexcept override {
-    if (Frame& frame = frames_.back(); frame.next < frame.lines->size()) ++frame.next;
+    Frame& frame = frames_.back();
+    while (frame.next < frame.lines->size() &&
+           (*frame.lines)[frame.next].head.starts_with("Release ")) {
+      ++frame.next;
+    }
+    if (frame.next < frame.lines->size()) ++frame.next;
   }
   std::string DateText(qorcred::Date) override { return ReadText(Next().result); }
   std::vector<std::uint8_t> TextToAnsi(std::string_view) override {
@@ -224,7 +229,8 @@ void Replay::RunLine(const TracedLine& line) {
 
 bool Replay::HasAskedForAll(const Frame& frame) {
   for (std::size_t at = frame.next; at < frame.lines->size(); ++at) {
-    if (!(*frame.lines)[at].head.starts_with("Release ")) return false;
+    const std::string& head = (*frame.lines)[at].head;
+    if (!head.starts_with("Release ") && !head.starts_with("host ")) return false;
   }
   return !frame.asksForMore;
 }

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
+#include <fstream>
 #include <limits>
 #include <memory>
 #include <string>
@@ -12,6 +13,7 @@
 #include "credentials/cls_credential.h"
 #include "frame/date.h"
 #include "frame/result_table.h"
+#include "tests/trace/trace_grammar.h"
 #include "tests/trace/trace_reader.h"
 #include "tests/trace/trace_replay.h"
 #include "trace/traced_controller.h"
@@ -60,10 +62,11 @@ TEST_F(Tracing, GivesEachKindOfAccessItsForm) {
   inner_->result = {};
   (void)Call(*traced_, "AddItem", "a \"b\"\n", std::int16_t{3});
   (void)Call(*traced_, "Unheard", true);
-  EXPECT_THAT(lines_, ElementsAre("list@1.ItemData(2) -> 7", "list@1.ItemData(2) = \"7\"",
-                                  "list@1 = 1.5#", "list@1.ListCount() -> 7",
-                                  "list@1.AddItem(text: \"a \"\"b\"\"\\n\", index: 3%)",
-                                  "list@1.Unheard(True)"));
+  EXPECT_THAT(
+      lines_,
+      ElementsAre("list@1.ItemData(index: 2) -> 7", "list@1.ItemData(index: 2) = \"7\"",
+                  "list@1 = 1.5#", "list@1.ListCount() -> 7",
+                  "list@1.AddItem(text: \"a \"\"b\"\"\\n\", index: 3%)", "list@1.Unheard(True)"));
 }
 
 TEST_F(Tracing, TellsArgumentsThatComeBackOther) {
@@ -98,14 +101,15 @@ TEST_F(Tracing, IndentsWhatHappensInACall) {
   inner_->during = [&] { (void)Get(*other, "", 0, 0); };
   inner_->result = true;
   (void)Call(*traced_, "SetFocus");
-  EXPECT_THAT(lines_, ElementsAre("list@1.SetFocus()", "  rows@2(0, 0) -> \"\"", "-> True"));
+  EXPECT_THAT(lines_,
+              ElementsAre("list@1.SetFocus()", "  rows@2(row: 0, column: 0) -> \"\"", "-> True"));
 }
 
 TEST_F(Tracing, TellsFailuresAndRaisesThem) {
   EXPECT_THROW(
       (void)Get(*tracer_->Traced(std::make_shared<qorcred::ResultTable>(), "rows"), "", 5, 0),
       qorcred::RuntimeError);
-  EXPECT_THAT(lines_, ElementsAre("rows@2(5, 0) ! 9 \"Subscript out of range\""));
+  EXPECT_THAT(lines_, ElementsAre("rows@2(row: 5, column: 0) ! 9 \"Subscript out of range\""));
 }
 
 TEST_F(Tracing, HandsObjectsOnUntracedAndBackTraced) {
@@ -124,7 +128,8 @@ TEST_F(Tracing, GivesAnObjectAnotherNumberThanTheOneThatStoodThereBefore) {
     (void)Get(*tracer_->Traced(std::make_shared<qorcred::ResultTable>(), "rows"), "", 0, 0);
   }
   EXPECT_THAT(lines_,
-              ElementsAre("rows@2(0, 0) -> \"\"", "rows@3(0, 0) -> \"\"", "rows@4(0, 0) -> \"\""));
+              ElementsAre("rows@2(row: 0, column: 0) -> \"\"", "rows@3(row: 0, column: 0) -> \"\"",
+                          "rows@4(row: 0, column: 0) -> \"\""));
 }
 
 TEST_F(Tracing, EndsWithASinkThatFails) {
@@ -173,7 +178,32 @@ TEST(TraceText, CanBeReadBack) {
                         }),
               value)
         << text;
+    EXPECT_EQ(FaultInTraceLine("a@1 = " + text), "") << text;
+    EXPECT_EQ(FaultInTraceLine("a@1.Do(x: " + text + ", " + text + ") -> " + text), "") << text;
   }
+}
+
+TEST(TraceGrammar, HasTheLinesOfItsPage) {
+  std::ifstream page(QORCRED_DOCS_DIR "/trace.md");
+  std::vector<std::string> lines;
+  bool inSample = false;
+  for (std::string line; std::getline(page, line) && (!inSample || line != "```");) {
+    if (inSample && line != "  ...") lines.push_back(line);
+    inSample = inSample || line == "```text";
+  }
+  EXPECT_GT(lines.size(), 10U);
+  EXPECT_EQ(FaultInTrace(lines), "");
+}
+
+TEST(TraceGrammar, RefusesWhatIsNoLineOfATrace) {
+  for (const std::string_view line :
+       {"", "a@1.", "a.Do()", "a@1.Do(", "a@1.Do(x 1)", "a@1 -> ", "a@1 = \"open", "a@1 = \"\\q\"",
+        "a@1 = 5&", "a@1 = #", "new a", "Release a", "host 5", "host \"\" -> many rows", "Beep()",
+        "-> True False", "! text", "a@1.Get -> 5 out", "a@1 = {\"a\" \"b\"}"}) {
+    EXPECT_NE(FaultInTraceLine(line), "") << line;
+  }
+  EXPECT_NE(FaultInTrace({"a@1.Do()", "    b@2.Get -> 5"}), "");
+  EXPECT_NE(FaultInTrace({" a@1.Do()"}), "");
 }
 
 TEST(TraceReader, TakesACallApart) {
@@ -224,20 +254,20 @@ TEST_F(Tracing, OfAControllerBeginsWithItsCreationAndEndsWithItsRelease) {
   const std::string alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   const std::vector<std::string> expected{
       "new clsCredential@2",
-      "  CreateObject(\"qorDBI.clsDBManager\") ! 429 \"Component can't create object\"",
+      "  CreateObject(progId: \"qorDBI.clsDBManager\") ! 429 \"Component can't create object\"",
       "  Trapped(operation: \"Class_Initialize\") ! 429 \"Component can't create object\"",
       "clsCredential@2.gmobjCredentialScreen = list@1",
       "clsCredential@2.pbBase64Dec(Base64String: \"NTAw\")",
-      "  TextToAnsi(\"" + alphabet + "\") -> " + qorcred::trace::SpelledBytes(alphabet),
-      "  TextToAnsi(\"NTAw\") -> 0x4E544177",
-      "  AnsiToText(0x353030) -> \"500\"",
+      "  TextToAnsi(text: \"" + alphabet + "\") -> " + qorcred::trace::SpelledBytes(alphabet),
+      "  TextToAnsi(text: \"NTAw\") -> 0x4E544177",
+      "  AnsiToText(bytes: 0x353030) -> \"500\"",
       "-> \"500\"",
       "clsCredential@2.pbBase64Dec(Base64String: \"\")",
-      "  TextToAnsi(\"\") -> 0x",
+      "  TextToAnsi(text: \"\") -> 0x",
       "! 9 \"Subscript out of range\"",
       std::string("clsCredential@2.pbSave(objConn: Nothing, lngUnitKey: 3, blnIsTBL: False, ") +
           "blnEditCR: True, lngRID: 5)",
-      "  CreateObject(\"qorAppln.clsApplication\") ! 429 \"Component can't create object\"",
+      "  CreateObject(progId: \"qorAppln.clsApplication\") ! 429 \"Component can't create object\"",
       "  Trapped(operation: \"pbSave\") ! 429 \"Component can't create object\"",
       "-> False",
       "Release clsCredential@2"};

@@ -82,14 +82,14 @@ TEST_F(ComTrace, HasOperationsWithTheCallsToTheHostBelow) {
   }
   EXPECT_THAT(
       Lines(),
-      ElementsAre("new clsCredentialReport@1",
-                  "clsCredentialReport@1.gstrRIDsForDeletion = \"101,102\"",
-                  "clsCredentialReport@1.pbValidate(objConn: objConn@2, lngUnitKey: 3, objDB: "
-                  "objDB@3)",
-                  "  objDB@3.ExecuteSelect(conn: objConn@2, sql: \"Select TenantID from Tenants "
-                  "where UnitKey=3 And (CredentialID1 IN (101,102) OR CredentialID2 "
-                  "IN(101,102))\", errorFlag: False, errorText: \"\") -> rows@4",
-                  "  rows@4(0, 0) -> \"\"", "-> True", "Release clsCredentialReport@1"));
+      ElementsAre(
+          "new clsCredentialReport@1", "clsCredentialReport@1.gstrRIDsForDeletion = \"101,102\"",
+          "clsCredentialReport@1.pbValidate(objConn: objConn@2, lngUnitKey: 3, objDB: "
+          "objDB@3)",
+          "  objDB@3.ExecuteSelect(conn: objConn@2, sql: \"Select TenantID from Tenants "
+          "where UnitKey=3 And (CredentialID1 IN (101,102) OR CredentialID2 "
+          "IN(101,102))\", errorFlag: False, errorText: \"\") -> rows@4",
+          "  rows@4(row: 0, column: 0) -> \"\"", "-> True", "Release clsCredentialReport@1"));
 }
 
 TEST_F(ComTrace, HasComponentsFromTheirCreationToTheirRelease) {
@@ -99,8 +99,9 @@ TEST_F(ComTrace, HasComponentsFromTheirCreationToTheirRelease) {
     const Client controller(kCredential);
   }
   const std::vector<std::string> lines = Lines();
-  EXPECT_THAT(lines, Contains(StartsWith("  CreateObject(\"qorDBI.clsDBManager\") -> ")));
-  EXPECT_THAT(lines, Contains(StartsWith("  CreateObject(\"qorSPS.clsSendProgSteps\") ! 429 ")));
+  EXPECT_THAT(lines, Contains(StartsWith("  CreateObject(progId: \"qorDBI.clsDBManager\") -> ")));
+  EXPECT_THAT(lines,
+              Contains(StartsWith("  CreateObject(progId: \"qorSPS.clsSendProgSteps\") ! 429 ")));
   EXPECT_THAT(lines, Contains(StartsWith("  Trapped(operation: \"Class_Initialize\") ! 429 ")));
   EXPECT_THAT(lines, Contains(StartsWith("Release clsCredential@")));
   EXPECT_THAT(lines, Contains(StartsWith("  Release qorDBI.clsDBManager@")));

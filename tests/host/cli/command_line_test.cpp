@@ -682,7 +682,7 @@ TEST_F(CommandLine, TracePrintsTheCallsToStandardErrorAndLeavesTheRowsAlone) {
   const Outcome traced = Run({"--trace", "credentials", "list"});
   EXPECT_EQ(traced.out, plain.out);
   EXPECT_EQ(plain.err, "");
-  EXPECT_THAT(traced.err, HasSubstr("  CreateObject(\"qorDBI.clsDBManager\") -> "));
+  EXPECT_THAT(traced.err, HasSubstr("  CreateObject(progId: \"qorDBI.clsDBManager\") -> "));
   EXPECT_THAT(traced.err,
               testing::ContainsRegex("  cboCredentials@[0-9]+.AddItem\\(text: \"<Add New>\"\\)\n"));
   EXPECT_THAT(traced.err, Not(HasSubstr("Trapped")));

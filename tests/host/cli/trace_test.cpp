@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/host/cli/run_fixture.h"
+#include "tests/trace/trace_grammar.h"
 #include "tests/trace/trace_replay.h"
 
 namespace qorhost::test {
@@ -35,13 +36,14 @@ TEST_F(Trace, TellsAnOperationAtTheMarginAndItsCallsBelow) {
             0);
   const std::vector<std::string> lines = LinesOf("calls.txt");
   EXPECT_THAT(lines, Contains("new clsCredential@1"));
-  EXPECT_THAT(lines, Contains("  CreateObject(\"qorDBI.clsDBManager\") -> qorDBI.clsDBManager@2"));
+  EXPECT_THAT(lines,
+              Contains("  CreateObject(progId: \"qorDBI.clsDBManager\") -> qorDBI.clsDBManager@2"));
   EXPECT_THAT(lines, Contains(StartsWith("clsCredential@1.pbSave(objConn: objConn@6, "
                                          "lngUnitKey: 2, blnIsTBL: False, blnEditCR: False, "
                                          "lngRID: 0)")));
   EXPECT_THAT(lines, Contains(testing::MatchesRegex("  objConn@6.BeginTrans\\(\\)")));
   EXPECT_THAT(lines, Contains(testing::MatchesRegex("-> True out lngRID: [0-9]+")));
-  EXPECT_THAT(lines, Contains(testing::MatchesRegex("  rows@[0-9]+\\(0, 0\\) -> .*")));
+  EXPECT_THAT(lines, Contains(testing::MatchesRegex("  rows@[0-9]+\\(row: 0, column: 0\\) -> .*")));
   EXPECT_THAT(lines, Contains(StartsWith("host \"SELECT UnitKey, UnitName FROM Units")));
   EXPECT_THAT(lines, Contains("Release clsCredential@1"));
   EXPECT_THAT(lines, Contains("  Release qorDBI.clsDBManager@2"));
@@ -52,6 +54,7 @@ TEST_F(Trace, OfTheTourIsTheSameWhenItIsReplayed) {
   const std::vector<std::string> trace = LinesOf("tour.txt");
   ASSERT_GT(trace.size(), 10000U);
   EXPECT_EQ(qortest::DifferenceInReplay(trace), "");
+  EXPECT_EQ(qortest::FaultInTrace(trace), "");
 }
 
 TEST_F(Trace, ReplayedWithAnotherAnswerIsAnotherTrace) {

@@ -18,6 +18,9 @@ using testing::IsEmpty;
 
 class HistoryTest : public DeskFixture {
  protected:
+  // An undo asks a component for its steps: for itself, not for a controller.
+  HistoryTest() { replays_ = true; }
+
   void SetUp() override {
     DeskFixture::SetUp();
     session().sql().work().SignAs({"anna", "desk 1", [] {

@@ -216,7 +216,8 @@ TEST_F(Session, BeginsAnotherTraceAndEndsIt) {
   FailStatement();
   (void)session().Units();
   ASSERT_GE(other.size(), 3U);
-  EXPECT_EQ(other.front(), "CreateObject(\"qorDBI.clsDBManager\") -> qorDBI.clsDBManager@1");
+  EXPECT_EQ(other.front(),
+            "CreateObject(progId: \"qorDBI.clsDBManager\") -> qorDBI.clsDBManager@1");
   EXPECT_EQ(calls_.size(), 1U);
   other.clear();
   session().TraceTo({});
