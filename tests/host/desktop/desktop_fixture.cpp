@@ -77,7 +77,8 @@ void Answers::Press(const char* button) {
 
 void Answers::Look() {
   auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-  if (dialog == nullptr || !dialog->isVisible()) {
+  // A click on a window that is still on its way to the screen is lost.
+  if (dialog == nullptr || !dialog->isVisible() || !dialog->windowHandle()->isExposed()) {
     return;
   }
   Answer answer;
@@ -127,7 +128,12 @@ void Answers::Look() {
     QTest::keyClick(dialog, Qt::Key_Escape);
     return;
   }
+  const QPointer<QDialog> clicked = dialog;
   QTest::mouseClick(button, Qt::LeftButton);
+  if (clicked != nullptr && clicked->isVisible()) {
+    answers_.push_front(answer);  // a window manager moved the button away: the next look clicks
+    seen_.pop_back();
+  }
 }
 
 DesktopTest::DesktopTest()
