@@ -18,6 +18,7 @@
 #include "host/store/engines/opening.h"
 #include "host/store/sqlite/database.h"
 #include "host/store/sqlite/store.h"
+#include "tests/support/noted_by_name.h"
 #include "tests/trace/trace_replay.h"
 
 namespace qorhost::test {
@@ -76,10 +77,11 @@ class DeskFixture : public testing::Test {
 
  private:
   // Whatever a test has its desks do is a case for the controllers alone as well: on a host that
-  // answers as the trace has it they leave the same trace.
+  // answers as the trace has it they leave the same trace, and touch what they are described to.
   void Close() {
     session_.reset();
     EXPECT_EQ(qortest::DifferenceInReplay(trace_), "");
+    EXPECT_NO_THROW(qortest::ReplayOn(qortest::MakeNotedController, trace_));
     trace_.clear();
   }
 

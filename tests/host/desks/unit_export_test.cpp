@@ -19,7 +19,11 @@ using qorcred::unit_place::Place;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class UnitExports : public UnitFixture {};
+class UnitExports : public UnitFixture {
+ protected:
+  // Every row is the same operation, which the tests of the merge run again.
+  UnitExports() { replays_ = false; }
+};
 
 TEST_F(UnitExports, MergedAndExportedAgainGiveTheSameBytes) {
   const UnitFile made = GenerateUnit(1800, 7);
