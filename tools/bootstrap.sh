@@ -14,7 +14,7 @@ packages_bench=(libbenchmark-dev)
 packages_windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine
                   libwine-dev msitools wixl)
 packages_wine=(wine wine64 xvfb xauth googletest)
-packages_ci=(ccache clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev gcovr debootstrap)
+packages_ci=(ccache clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev gcovr debootstrap openssl osslsigncode)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -1,4 +1,7 @@
 // Laying the columns of the report's grid out, and the whole course of showing a report.
+#include <gmock/gmock.h>
+
+#include <fstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -218,6 +221,18 @@ TEST_F(ReportLayout, ThatCannotBeReadIsTheFixedOne) {
   EXPECT_EQ(Captions(),
             std::vector<std::string>(std::begin(kFixedCaptions), std::end(kFixedCaptions)));
   EXPECT_EQ(Host().shownGrid().rowCount(), 1U);
+}
+
+TEST(GridLayoutPage, HasTheFixedCaptionsInTheirOrder) {
+  std::ifstream page(QORCRED_DOCS_DIR "/host-reports.md");
+  std::string text;
+  // In one line, however the page is broken.
+  for (std::string word; page >> word;) text += word + " ";
+  std::string captions = "the fixed 17 captions:";
+  for (const std::string_view caption : kFixedCaptions) {
+    captions += std::string(caption == kFixedCaptions[0] ? " " : ", ") + std::string(caption);
+  }
+  EXPECT_THAT(text, testing::HasSubstr(captions + ". "));
 }
 
 TEST_F(ReportLayout, ThatCannotBeAppliedEndsTheOperation) {

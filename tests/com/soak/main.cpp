@@ -1,5 +1,5 @@
 // Works with the component for a long time while its host misbehaves, and watches what the process
-// holds. com_soak [--operations N] [--seed N] [--from N] [--leak block|handle|reference]
+// holds. com_soak [--operations N] [--seed N] [--from N] [--leak block|bytes|handle|reference]
 //
 // Every operation comes from the seed and its own number: one that fails can be run alone, with
 // --from. With --leak one operation in a hundred loses something on purpose; the soak has to fail
@@ -41,6 +41,7 @@ constexpr std::uint64_t kFewestForGrowth = 1'000;
 // What the system may still keep for itself. What the component loses it loses with every operation
 // of some kind, and there are hundreds of each.
 constexpr long long kBlocksToSpare = 8;
+constexpr long long kBytesToSpare = 4096;
 constexpr long long kHandlesToSpare = 2;
 
 struct Checkpoint {
@@ -83,6 +84,9 @@ Options ReadOptions(int count, char** words) {
 void Lose(const std::string& what) {
   if (what == "block") {
     (void)SysAllocString(L"nobody frees this text");
+  } else if (what == "bytes") {
+    static std::string longer;  // one block, whatever it holds
+    longer.append(1024, ' ');
   } else if (what == "handle") {
     (void)CreateEventW(nullptr, FALSE, FALSE, nullptr);
   } else if (what == "reference") {
@@ -111,6 +115,7 @@ void RequireNoGrowth(const std::vector<Checkpoint>& points) {
               grown(&ProcessState::blocks), grown(&ProcessState::bytes),
               grown(&ProcessState::handles));
   if (grown(&ProcessState::blocks) > kBlocksToSpare) Fail("more memory is allocated than before");
+  if (grown(&ProcessState::bytes) > kBytesToSpare) Fail("what is allocated holds more than before");
   if (grown(&ProcessState::handles) > kHandlesToSpare) Fail("more handles are open than before");
   if (!AreHeapsSound()) Fail("a heap is damaged");
 }

@@ -3,6 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <string>
+
 #include "host/desks/input_fault.h"
 
 namespace qorhost {
@@ -127,6 +132,54 @@ TEST(ReportWordsTest, AnOperatorIsAWholeWordOrSymbol) {
        {"Phone No.", "Phone No. equals 5", "Phone No. => 5", "Phone No. == 5",
         "Phone No. Delay >< 5", "Phone No. Delay betweenish 5 AND 6", "Phone No. > 5"}) {
     EXPECT_THAT(FailureOf(where), HasSubstr("has no operator that goes with")) << where;
+  }
+}
+
+/// The cells of a row of a table in a page, without the blanks around them.
+std::vector<std::string> CellsOf(std::string_view row) {
+  std::vector<std::string> cells;
+  for (std::size_t begin = 1; begin < row.size();) {
+    const std::size_t end = std::min(row.find('|', begin), row.size());
+    std::string_view cell = row.substr(begin, end - begin);
+    while (cell.starts_with(' ')) cell.remove_prefix(1);
+    while (cell.ends_with(' ')) cell.remove_suffix(1);
+    cells.emplace_back(cell);
+    begin = end + 1;
+  }
+  return cells;
+}
+
+// Hosts of other makers fill their lists by this table.
+TEST(ReportWordsTest, TheOperatorsAreThoseOfThePageInItsOrder) {
+  // The last as the report has it.
+  const std::array columns{ReportField{"", FieldKind::kText}, ReportField{"", FieldKind::kNumber},
+                           ReportField{"", FieldKind::kYesNo},
+                           ReportField{"", FieldKind::kCredentialType, 1}};
+  std::ifstream page(QORHOST_DOCS "/host-reports.md");
+  std::string line;
+  while (std::getline(page, line) && !line.starts_with("| Place | Texts, schedules")) {
+  }
+  ASSERT_EQ(CellsOf(line).size(), 1 + columns.size());
+  std::getline(page, line);
+  std::array<std::vector<std::string>, 4> listed;
+  std::size_t places = 0;
+  while (std::getline(page, line) && line.starts_with('|')) {
+    const std::vector<std::string> cells = CellsOf(line);
+    EXPECT_EQ(cells[0], std::to_string(places++));
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+      if (const std::string& word = cells.at(column + 1); !word.empty()) {
+        listed[column].push_back(word);
+      }
+    }
+  }
+  for (std::size_t column = 0; column < columns.size(); ++column) {
+    std::vector<std::string> words;
+    for (const ReportOperator& one : OperatorsOf(columns[column])) words.emplace_back(one.word);
+    EXPECT_EQ(words, listed[column]) << "column " << column + 1;
+  }
+  for (const FieldKind kind : {FieldKind::kSchedule, FieldKind::kDate}) {
+    const std::size_t column = kind == FieldKind::kDate ? 1 : 0;
+    EXPECT_EQ(OperatorsFor(kind).data(), OperatorsOf(columns[column]).data());
   }
 }
 
