@@ -42,9 +42,22 @@ std::size_t First(std::size_t one, std::size_t other) {
 /// Takes " -> result", " ! failure" and " out names" off the end of `text` and returns what is
 /// left.
 std::string_view TakeOutcome(std::string_view text, TracedLine& line) {
-  const std::size_t result = FindOutsideTexts(text, kResult);
-  const std::size_t failure = FindOutsideTexts(text, kFailure);
-  const std::size_t outs = FindOutsideTexts(text, kOuts);
+  // In one pass: a trace has many lines, and most of them one outcome.
+  std::size_t result = std::string_view::npos;
+  std::size_t failure = result;
+  std::size_t outs = result;
+  bool inText = false;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] == '"') inText = !inText;
+    if (inText || text[at] != ' ') continue;
+    const std::string_view rest = text.substr(at);
+    const auto note = [at, rest](std::size_t& place, std::string_view mark) {
+      if (place == std::string_view::npos && rest.starts_with(mark)) place = at;
+    };
+    note(result, kResult);
+    note(failure, kFailure);
+    note(outs, kOuts);
+  }
   const auto between = [&](std::size_t from, std::string_view mark) {
     const std::size_t begin = from + mark.size();
     return std::string(text.substr(begin, outs == std::string_view::npos || outs < begin

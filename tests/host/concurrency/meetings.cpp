@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <utility>
 
+#include "tests/host/store/whole_copy.h"
+
 namespace qorhost::test {
 
 void PrintTo(const Meeting& meeting, std::ostream* out) {

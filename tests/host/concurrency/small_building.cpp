@@ -1,7 +1,6 @@
 #include "tests/host/concurrency/small_building.h"
 
 #include <fmt/format.h>
-#include <sqlite3.h>
 
 #include <array>
 #include <stdexcept>
@@ -143,15 +142,6 @@ std::vector<std::string> ContentOf(sqlite::Database& database) {
     }
   }
   return lines;
-}
-
-void CopyWhole(sqlite::Database& from, sqlite::Database& to) {
-  constexpr int kAllPages = -1;
-  sqlite3_backup* copying = sqlite3_backup_init(to.handle(), "main", from.handle(), "main");
-  if (copying == nullptr || sqlite3_backup_step(copying, kAllPages) != SQLITE_DONE ||
-      sqlite3_backup_finish(copying) != SQLITE_OK) {
-    throw std::runtime_error("the store cannot be copied");
-  }
 }
 
 std::vector<std::string> WrongIn(sqlite::Database& database, int capacity) {

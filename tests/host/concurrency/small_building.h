@@ -23,9 +23,6 @@ void MakeBuilding(const std::filesystem::path& file, int capacity);
 /// stores in which the same was done.
 [[nodiscard]] std::vector<std::string> ContentOf(sqlite::Database& database);
 
-/// Puts everything of one store in the place of another's, as a restore does while it is open.
-void CopyWhole(sqlite::Database& from, sqlite::Database& to);
-
 /// What must never be in a store, whoever worked on it at once: numbers and codes that are there
 /// twice, more codes than the unit takes, tenants who hold what is not there, a credential with two
 /// holders, changed codes without a step, steps without a change, a broken chain of the audit.

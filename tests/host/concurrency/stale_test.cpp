@@ -14,6 +14,7 @@
 #include "tests/host/concurrency/seat_operations.h"
 #include "tests/host/concurrency/small_building.h"
 #include "tests/host/store/temporary_folder.h"
+#include "tests/host/store/whole_copy.h"
 
 namespace qorhost::test {
 namespace {

@@ -18,6 +18,7 @@
 #include "host/store/engines/opening.h"
 #include "host/store/sqlite/database.h"
 #include "host/store/sqlite/store.h"
+#include "tests/host/store/whole_copy.h"
 #include "tests/support/noted_by_name.h"
 #include "tests/trace/trace_replay.h"
 
@@ -37,7 +38,7 @@ class DeskFixture : public testing::Test {
     Close();
     std::unique_ptr<Store> store = OpenMemoryStore();
     sqlite::Database& database = sqlite::DatabaseOf(*store);
-    CreateDemoData(*store->StartSession(SystemClock()));
+    CopyWhole(sqlite::DatabaseOf(Demo()), database);
     Surroundings surroundings;
     surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
     surroundings.messageBox = [this](std::string_view text, qorcred::MessageStyle style,
@@ -83,6 +84,16 @@ class DeskFixture : public testing::Test {
     EXPECT_EQ(qortest::DifferenceInReplay(trace_), "");
     EXPECT_NO_THROW(qortest::ReplayOn(qortest::MakeNotedController, trace_));
     trace_.clear();
+  }
+
+  /// The demo building as it is made, once.
+  [[nodiscard]] static Store& Demo() {
+    static const std::unique_ptr<Store> demo = [] {
+      std::unique_ptr<Store> made = OpenMemoryStore();
+      CreateDemoData(*made->StartSession(SystemClock()));
+      return made;
+    }();
+    return *demo;
   }
 
   std::vector<std::string> trace_;
