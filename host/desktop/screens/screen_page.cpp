@@ -94,9 +94,11 @@ bool ScreenPage::Look(const QString& what, const std::function<void()>& show) {
   });
 }
 
-/// What was stored before the cancelling stays, as when rows cannot be shown again behind it.
+/// What was stored before the cancelling stays, as when rows cannot be shown again behind it. A
+/// unit of work that was undone has committed nothing, whatever an earlier one has.
 void ScreenPage::TellCancelled(const std::optional<UnitVersion>& before) {
-  const bool stored = session().sql().work().Committed(place_.unitKey()) != before;
+  const std::optional<UnitVersion> committed = session().sql().work().Committed(place_.unitKey());
+  const bool stored = committed && committed != before;
   place_.Tell(stored ? tr("Cancelled behind the change, which is stored. F5 shows it.")
                      : tr("Cancelled. Nothing was changed."));
 }

@@ -1749,6 +1749,18 @@
         <source>Put the demo building into it?</source>
         <translation>Soll das Demogebäude hineingelegt werden?</translation>
     </message>
+    <message>
+        <source>Making the demo building</source>
+        <translation>Das Demogebäude wird angelegt</translation>
+    </message>
+    <message>
+        <source>Cancelled. Nothing was opened.</source>
+        <translation>Abgebrochen. Es wurde nichts geöffnet.</translation>
+    </message>
+    <message>
+        <source>Reading the units</source>
+        <translation>Die Anlagen werden gelesen</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::MergePage</name>
