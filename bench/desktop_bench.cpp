@@ -37,7 +37,7 @@ constexpr const char* kOperationFloor = "desktop/operation-desk";
 
 constexpr std::int32_t kUnit = 1;
 constexpr std::int32_t kMost = 32767;  // codes of a unit
-constexpr std::int32_t kOperations = 40;
+constexpr std::int32_t kOperations = 400;
 
 /// Works off what waits until a widget has been painted.
 class Painted final : public QObject {
@@ -204,7 +204,8 @@ std::vector<Comparison> AddDesktopBenchmarks(Size /*size*/) {
   constexpr double kOpenGoal = 3.0;
   constexpr double kOperationGoal = 1.2;
   return {{"desktop-open-32767", kOpen, kOpenFloor, kOpenGoal},
-          {"desktop-operation", kOperation, kOperationFloor, kOperationGoal}};
+          {"desktop-operation", kOperation, kOperationFloor, kOperationGoal},
+          AddDesktopStartBenchmarks()};
 }
 
 }  // namespace qorbench

@@ -42,6 +42,16 @@ CallLogDock::CallLogDock(Clock clock, QWidget* parent)
       ui_(std::make_unique<Ui::CallLogPanel>()),
       log_(std::move(clock)) {
   setObjectName(QStringLiteral("callLog"));
+}
+
+void CallLogDock::setVisible(bool visible) {
+  if (visible && widget() == nullptr) {
+    MakePanel();
+  }
+  QDockWidget::setVisible(visible);
+}
+
+void CallLogDock::MakePanel() {
   auto* panel = new QWidget(this);
   ui_->setupUi(panel);
   ui_->calls->setModel(&log_);

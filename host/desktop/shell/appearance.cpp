@@ -3,8 +3,9 @@
 #include <QFont>
 #include <QFontInfo>
 #include <QStyle>
-#include <QStyleFactory>
 #include <algorithm>
+
+#include "host/desktop/shell/field_style.h"
 
 namespace qorhost {
 
@@ -58,8 +59,8 @@ QPalette PaletteOf(Theme theme) {
 
 void Apply(const Appearance& appearance) {
   static const QFont system = QApplication::font();
-  if (QApplication::style()->objectName() != QStringLiteral("fusion")) {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  if (qobject_cast<FieldStyle*>(QApplication::style()) == nullptr) {
+    QApplication::setStyle(new FieldStyle);
   }
   QApplication::setPalette(PaletteOf(appearance.theme));
   QFont font = system;
