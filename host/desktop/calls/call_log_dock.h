@@ -37,6 +37,9 @@ class CallLogDock final : public QDockWidget {
   /// What it shows is made when it is shown first: most programs end without that.
   void setVisible(bool visible) override;
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   void MakePanel();
   void ConnectWidgets();

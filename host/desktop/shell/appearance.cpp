@@ -71,6 +71,7 @@ void Apply(const Appearance& appearance) {
     font.setPixelSize(system.pixelSize() * percent / kUsualTextPercent);
   }
   QApplication::setFont(font);
+  QApplication::setFont(font, "QDockWidgetTitle");  // else of a size of their own on some platforms
   QFont heading = font;
   heading.setPointSizeF(QFontInfo(font).pointSizeF() * kHeadingSize);
   QApplication::setFont(heading, "qorhost::Heading");

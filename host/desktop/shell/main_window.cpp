@@ -15,6 +15,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/shell/backing_up.h"
 #include "host/desktop/shell/language.h"
+#include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
 
@@ -274,7 +275,7 @@ void MainWindow::TellNotOpened(const QString& what, const std::exception& failur
   if (runner_.cancelled()) {
     statusBar()->showMessage(tr("Cancelled. Nothing was opened."), kToldFor);
   } else {
-    TellFailure(this, what, ToQt(failure.what()));
+    TellFailure(this, what, Told(failure.what()));
   }
 }
 

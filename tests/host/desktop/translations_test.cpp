@@ -49,9 +49,9 @@ std::vector<Translated> ReadTranslation(const QString& path) {
   return all;
 }
 
-/// "%1", "%2", each as often as it is there.
+/// "%1", "{field}", each as often as it is there.
 QStringList PlacesIn(const QString& text) {
-  static const QRegularExpression kPlace(QStringLiteral("%[0-9n]"));
+  static const QRegularExpression kPlace(QStringLiteral("%[0-9n]|\\{[a-z]+\\}"));
   QStringList places;
   auto found = kPlace.globalMatch(text);
   while (found.hasNext()) {
