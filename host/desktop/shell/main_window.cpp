@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -108,6 +109,10 @@ void MainWindow::MakeMenus() {
   MakeStoreMenu();
   MakeScreensMenu();
   MakeViewMenu();
+  // Their titles have no letters of their own: the screens use them all.
+  auto* open = new QShortcut(QKeySequence(Qt::Key_F10), this);
+  connect(open, &QShortcut::activated, this,
+          [this] { menuBar()->setActiveAction(menuBar()->actions().front()); });
 }
 
 void MainWindow::MakeStoreMenu() {
