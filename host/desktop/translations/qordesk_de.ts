@@ -891,6 +891,26 @@
         <source>the query asks for far more work than a report: narrow it</source>
         <translation>die Abfrage verlangt weit mehr Arbeit als ein Bericht: sie einschränken</translation>
     </message>
+    <message>
+        <source>unit %1%2 has no settings: the store&apos;s table UnitSettings needs a row for it</source>
+        <translation>die Anlage %1%2 hat keine Einstellungen: die Tabelle UnitSettings des Bestands braucht eine Zeile für sie</translation>
+    </message>
+    <message>
+        <source>no step &apos;{value}&apos; waits for the unit: what was changed again since it was handed over waits at a later place</source>
+        <translation>kein Schritt „{value}“ wartet auf die Anlage: was nach der Übergabe noch einmal geändert wurde, wartet an späterer Stelle</translation>
+    </message>
+    <message>
+        <source>%1 loses %2. %3 has two credentials and loses %4. Go on?</source>
+        <translation>%1 verliert %2. %3 hat zwei Ausweise und verliert %4. Fortfahren?</translation>
+    </message>
+    <message>
+        <source>%1 has two credentials and loses %2. Go on?</source>
+        <translation>%1 hat zwei Ausweise und verliert %2. Fortfahren?</translation>
+    </message>
+    <message>
+        <source>%1 loses %2. Go on?</source>
+        <translation>%1 verliert %2. Fortfahren?</translation>
+    </message>
 </context>
 <context>
     <name>DirCodePage</name>

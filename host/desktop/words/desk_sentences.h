@@ -263,6 +263,16 @@ inline constexpr DeskSentence kDeskSentences[] = {
                        "unit %1 '%2' has the type '%3', whose capacity is unknown: nothing can be "
                        "stored in it until UnitTypes has one"),
      ""},
+    {QT_TRANSLATE_NOOP(
+         "Desks", "unit %1%2 has no settings: the store's table UnitSettings needs a row for it"),
+     ""},
+    {QT_TRANSLATE_NOOP("Desks",
+                       "no step '{value}' waits for the unit: what was changed again since it was "
+                       "handed over waits at a later place"),
+     ""},
+    {QT_TRANSLATE_NOOP("Desks", "%1 loses %2. %3 has two credentials and loses %4. Go on?"), ""},
+    {QT_TRANSLATE_NOOP("Desks", "%1 has two credentials and loses %2. Go on?"), ""},
+    {QT_TRANSLATE_NOOP("Desks", "%1 loses %2. Go on?"), ""},
     {QT_TRANSLATE_NOOP("Desks", "there is no database '%1'"), ""},
     {QT_TRANSLATE_NOOP("Desks", "'%1' exists already"), ""},
     {QT_TRANSLATE_NOOP("Desks", "'%1' was made by somebody else meanwhile, and is left as it is"),

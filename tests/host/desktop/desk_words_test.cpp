@@ -60,9 +60,9 @@ class Sayings {
                          QDirIterator::Subdirectories);
       while (files.hasNext()) {
         for (const QString& text : TextsIn(files.next())) {
-          texts_.append(text);
+          texts_.append(text.trimmed());
           if (kWords.match(text).hasMatch()) {  // else it is a piece of anything
-            forms_.push_back(FormOf(text));
+            forms_.push_back(FormOf(text.trimmed()));
           }
         }
       }
@@ -70,7 +70,8 @@ class Sayings {
   }
 
   [[nodiscard]] bool Has(const QString& sentence) const {
-    return texts_.contains(sentence) ||
+    static const QRegularExpression kPlace(QStringLiteral("%[1-9]"));
+    return texts_.contains(QString(sentence).replace(kPlace, QStringLiteral("{}"))) ||
            std::any_of(forms_.begin(), forms_.end(), [&sentence](const QRegularExpression& form) {
              return form.match(sentence).hasMatch();
            });
@@ -87,9 +88,14 @@ TEST(DeskWords, AreOfSentencesThatTheHostHas) {
                       QStringLiteral("host/desktop/printing")});
   for (const DeskSentence& sentence : kDeskSentences) {
     const QString text = QString::fromUtf8(sentence.text);
+    const QStringList parts = text.split(QRegularExpression(QStringLiteral("(?<=\\.) ")));
+    if (parts.size() > 1 && std::all_of(parts.begin(), parts.end(),
+                                        [&host](const QString& part) { return host.Has(part); })) {
+      continue;  // said one behind the other
+    }
     // What was done stands before the engine's reason for its failure, and some end with a value.
     EXPECT_TRUE(host.Has(text) || host.Has(text.section(QLatin1String(": %"), 0, 0)) ||
-                (text.endsWith(QLatin1String(" %1")) && host.Has(text.chopped(2))))
+                (text.endsWith(QLatin1String(" %1")) && host.Has(text.chopped(3))))
         << sentence.text << ": nothing says this any more";
   }
 }
@@ -121,6 +127,9 @@ TEST(DeskWords, AreTranslatedWithWhatStandsInThem) {
        "Das Laden des Rufcodes ist nicht gelungen: no such table"},
       {"2 rows have the directory code '{value}': name a row instead (rid:1, rid:2)",
        "2 Zeilen haben den Rufcode „{value}“: stattdessen eine Zeile nennen (rid:1, rid:2)"},
+      {"Ng Li loses Transmitter-301 (RID 17). Rae Zoë has two credentials and loses A-1. Go on?",
+       "Ng Li verliert Transmitter-301 (RID 17). Rae Zoë hat zwei Ausweise und verliert A-1. "
+       "Fortfahren?"},
       {"You must enter a credential number.", "You must enter a credential number."},
       {"", ""}};
   for (const Row& row : rows) {
