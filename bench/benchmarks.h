@@ -28,6 +28,8 @@ enum class Size : bool {
 /// What those of the desktop program need as long as they run: a platform without a screen. Null
 /// where Qt is not.
 [[nodiscard]] std::shared_ptr<void> StartDesktop();
+/// Of the desktop program's start; a part of the next.
+[[nodiscard]] Comparison AddDesktopStartBenchmarks();
 /// Of the desktop program; there is none where Qt is not.
 [[nodiscard]] std::vector<Comparison> AddDesktopBenchmarks(Size size);
 

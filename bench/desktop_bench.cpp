@@ -1,13 +1,15 @@
-// The desktop program: a unit opened against a plain item model, and an operation through the
-// window against the same at its desk.
+// The desktop program: a unit opened against a plain item model, and operations through the window
+// against the same at their desks.
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSettings>
 #include <QStandardItemModel>
 #include <QTemporaryDir>
@@ -19,6 +21,8 @@
 #include "bench/check.h"
 #include "bench/hand_written.h"
 #include "frame/convert.h"
+#include "host/desks/credential_desk.h"
+#include "host/desks/credential_entry.h"
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/row_names.h"
@@ -34,10 +38,12 @@ constexpr const char* kOpen = "desktop/open";
 constexpr const char* kOpenFloor = "desktop/open-items";
 constexpr const char* kOperation = "desktop/operation";
 constexpr const char* kOperationFloor = "desktop/operation-desk";
+constexpr const char* kRange = "desktop/range";
+constexpr const char* kRangeFloor = "desktop/range-desk";
 
 constexpr std::int32_t kUnit = 1;
 constexpr std::int32_t kMost = 32767;  // codes of a unit
-constexpr std::int32_t kOperations = 40;
+constexpr std::int32_t kOperations = 400;
 
 /// Works off what waits until a widget has been painted.
 class Painted final : public QObject {
@@ -183,6 +189,69 @@ void OperateAtDesk(benchmark::State& state) {
   state.counters[kItems] = kOperations;
 }
 
+constexpr std::int32_t kRangeCount = 10000;
+constexpr const char* kFacility = "7";
+
+/// All of the range are stored, and the list shows them.
+void CheckRange(qorhost::DeskSession& session, int listed) {
+  Check(qorcred::TextOrEmpty(session.sql().Scalar(
+            "SELECT Count(*) FROM CREDENTIALBANK WHERE UnitKey=1 AND FacilityCode=7")) ==
+            std::to_string(kRangeCount),
+        "the range is stored");
+  Check(listed == kRangeCount + 1, "the range is listed behind <Add New>");
+}
+
+void IssueInWindow(benchmark::State& state) {
+  const BenchStore store;
+  Program program;
+  program.window.show();
+  Check(program.window.OpenStore(store.File()), "the store opens");
+  program.window.ShowUnit(kUnit);
+  program.window.ShowScreen(QStringLiteral("credentials"));
+  QWidget& page = *program.window.page();
+  const auto type = [&page](const char* line, const std::string& text) {
+    auto* edit = page.findChild<QLineEdit*>(QString::fromLatin1(line));
+    edit->selectAll();
+    for (const char letter : text) {
+      Type(*edit, letter);
+    }
+  };
+  auto* types = page.findChild<QComboBox*>(QStringLiteral("cboCredentialType"));
+  QApplication::processEvents();
+  for ([[maybe_unused]] auto iteration : state) {
+    types->setCurrentIndex(types->findText(QStringLiteral("Standard 26-Bit Card")));
+    page.findChild<QRadioButton*>(QStringLiteral("severalCredentials"))->click();
+    type("txtPINStart", "1");
+    type("txtPINEND", std::to_string(kRangeCount));
+    type("txtFacilityCode", kFacility);
+    page.findChild<QPushButton*>(QStringLiteral("saveButton"))->click();
+    QApplication::processEvents();
+  }
+  CheckRange(program.window.place()->session(),
+             page.findChild<QListView*>(QStringLiteral("cboCredentials"))->model()->rowCount());
+  state.counters[kItems] = kRangeCount;
+}
+
+void IssueAtDesk(benchmark::State& state) {
+  const BenchStore store;
+  qorhost::DeskSession session(qorhost::OpenStoreFile(store.File(), qorhost::Access::kChange), {});
+  qorhost::CredentialDesk desk(session, kUnit, qorhost::DeskScreen::kCredentials);
+  for ([[maybe_unused]] auto iteration : state) {
+    qorhost::NewCredentials entry;
+    entry.type = "card26";
+    entry.first = "1";
+    entry.last = std::to_string(kRangeCount);
+    entry.facility = kFacility;
+    qorhost::EnterCredentials(desk, entry);
+    const qorhost::IssuedCredentials issued = desk.SaveNew();
+    Check(issued.done(), "the range is saved");
+    desk.RefreshCredentials();
+    desk.SelectCredential(desk.credentials().FindData(issued.lastRid));
+  }
+  CheckRange(session, desk.credentials().count());
+  state.counters[kItems] = kRangeCount;
+}
+
 }  // namespace
 
 std::shared_ptr<void> StartDesktop() {
@@ -201,10 +270,14 @@ std::vector<Comparison> AddDesktopBenchmarks(Size /*size*/) {
   benchmark::RegisterBenchmark(kOpenFloor, OpenItems)->Iterations(1);
   benchmark::RegisterBenchmark(kOperation, OperateInWindow)->Iterations(1);
   benchmark::RegisterBenchmark(kOperationFloor, OperateAtDesk)->Iterations(1);
+  benchmark::RegisterBenchmark(kRange, IssueInWindow)->Iterations(1);
+  benchmark::RegisterBenchmark(kRangeFloor, IssueAtDesk)->Iterations(1);
   constexpr double kOpenGoal = 3.0;
   constexpr double kOperationGoal = 1.2;
   return {{"desktop-open-32767", kOpen, kOpenFloor, kOpenGoal},
-          {"desktop-operation", kOperation, kOperationFloor, kOperationGoal}};
+          {"desktop-operation", kOperation, kOperationFloor, kOperationGoal},
+          {"desktop-range", kRange, kRangeFloor, kOperationGoal},
+          AddDesktopStartBenchmarks()};
 }
 
 }  // namespace qorbench

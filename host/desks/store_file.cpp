@@ -19,13 +19,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-StoreFilling FillingOf(bool demo, const Clock& clock, const Author& author) {
-  return [demo, clock, author](const fs::path& file) {
-    const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite);
-    if (demo) {
-      const std::unique_ptr<SqlSession> session = store->StartSession(clock);
-      session->work().SignAs(author);
-      CreateDemoData(*session);
+StoreFilling FillingOf(const NewStore& made, const Patience& patience = {}) {
+  return [made, patience](const fs::path& file) {
+    const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite, patience);
+    if (made.demo) {
+      const std::unique_ptr<SqlSession> session = store->StartSession(made.clock);
+      session->work().SignAs(made.author);
+      CreateDemoData(*session, patience.working);
     }
     store->GatherInFile();
   };
@@ -44,9 +44,9 @@ std::string WhatIsWrongWith(const fs::path& file) {
   return {};
 }
 
-void CreateAlone(const fs::path& file, const NewStore& made) {
+void CreateAlone(const fs::path& file, const NewStore& made, const Patience& patience) {
   try {
-    CreateStore(file, made.demo, made.clock, made.author, made.trial);
+    PutFreshStore(file, FillingOf(made, patience), made.trial);
   } catch (const FileError& failure) {
     if (failure.problem() != FileProblem::kExists) throw;
     throw FileError(FileProblem::kExists,
@@ -70,9 +70,10 @@ std::unique_ptr<Store> OpenStoreFile(const fs::path& file, Access access,
                    patience);
 }
 
-std::unique_ptr<Store> DemoStoreInMemory(const Clock& clock) {
+std::unique_ptr<Store> DemoStoreInMemory(const Clock& clock, const Patience& patience) {
   std::unique_ptr<Store> store = OpenMemoryStore();
-  CreateDemoData(*store->StartSession(clock));
+  store->SetPatience(patience);
+  CreateDemoData(*store->StartSession(clock), patience.working);
   return store;
 }
 
@@ -96,20 +97,21 @@ void RequireStore(const fs::path& file) {
 
 void CreateStore(const fs::path& file, bool demo, const Clock& clock, const Author& author,
                  Trial trial) {
-  PutFreshStore(file, FillingOf(demo, clock, author), trial);
+  PutFreshStore(file, FillingOf({demo, clock, author, trial}), trial);
 }
 
 void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience patience,
                   const Author& author, Trial trial) {
   RequireStore(file);
-  ReplaceByFreshStore(file, FillingOf(demo, clock, author), std::move(patience), trial);
+  const StoreFilling filling = FillingOf({demo, clock, author, trial}, patience);
+  ReplaceByFreshStore(file, filling, std::move(patience), trial);
 }
 
 void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
               const ReplacementConsent& consent) {
   switch (const FileKind kind = KindOf(file, Links::kAreSeen)) {
     case FileKind::kNone:
-      CreateAlone(file, made);
+      CreateAlone(file, made, patience);
       return;
     case FileKind::kFile:
       if (existing == Standing::kStays) {

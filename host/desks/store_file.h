@@ -28,8 +28,10 @@ class MissingStore : public FailureError {
 [[nodiscard]] std::unique_ptr<Store> OpenStoreFile(const std::filesystem::path& file, Access access,
                                                    const Patience& patience = {});
 
-/// A store in memory that holds the demo building; the clock dates its rows.
-[[nodiscard]] std::unique_ptr<Store> DemoStoreInMemory(const Clock& clock);
+/// A store in memory that holds the demo building; the clock dates its rows. Raises StoreError when
+/// the patience ends it.
+[[nodiscard]] std::unique_ptr<Store> DemoStoreInMemory(const Clock& clock,
+                                                       const Patience& patience = {});
 
 /// The store's file and those that belong to it, under its own name and under that of a link: what
 /// nothing else may be written over.
@@ -76,7 +78,8 @@ class DoubtfulStore : public RefusedError {
 /// its end.
 using ReplacementConsent = std::function<bool(const std::string& found)>;
 
-/// Makes a store where nothing stands, and in the place of another one where `existing` lets it.
+/// Makes a store where nothing stands, and in the place of another one where `existing` lets it;
+/// the patience is asked while it is made, too, and may end that with nothing left behind.
 /// Raises FileError, kExists for a file that stays and kOccupied for a folder, a link or anything
 /// else that is no file; DoubtfulStore without consent; and what the two above raise.
 void PutStore(const std::filesystem::path& file, const NewStore& made, Standing existing,

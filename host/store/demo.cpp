@@ -112,38 +112,55 @@ qorcred::Value OrNull(std::optional<int> number) {
 
 using Fields = std::vector<Field>;
 
-void AddUnitTypes(SqlSession& session) {
+/// Adds the rows as long as somebody wants them.
+class DemoRows {
+ public:
+  DemoRows(SqlSession& session, const GoOn& goOn) : session_(session), goOn_(goOn) {}
+
+  std::int32_t Add(std::string_view table, std::span<const Field> fields) const {
+    if (goOn_ && !goOn_()) {
+      throw StoreError("The demo building was not made: cancelled");
+    }
+    return session_.AddRow(table, fields);
+  }
+
+ private:
+  SqlSession& session_;
+  const GoOn& goOn_;
+};
+
+void AddUnitTypes(const DemoRows& rows) {
   for (const UnitType& type : kUnitTypes) {
-    session.AddRow("UNITTYPES", Fields{{"DESCRIPTION", type.description},
-                                       {"TOTAL", qorcred::CapacityText(type.capacity)}});
+    rows.Add("UNITTYPES", Fields{{"DESCRIPTION", type.description},
+                                 {"TOTAL", qorcred::CapacityText(type.capacity)}});
   }
 }
 
-void AddSettings(SqlSession& session, const DemoUnit& unit) {
-  session.AddRow("UnitSettings", Fields{{"UnitKey", unit.key},
-                                        {"UNITTYPE", unit.type},
-                                        {"IGNOREFACILITYCODE", unit.ignoresFacilityCode},
-                                        {"RECORDDEACTIVATION", unit.deactivation},
-                                        {"DEACTIVATIONDATE", OrNull(unit.deactivationDate)},
-                                        {"DEACTIVATIONDAYS", OrNull(unit.deactivationDays)},
-                                        {"MaxDigitsDirectoryCode", unit.digits},
-                                        {"MaxDigitsEntryCode", unit.digits},
-                                        {"CARDDEFAULTFACILITYCODE", unit.facility},
-                                        {"RFDEFAULTFACILITYCODE", unit.facility},
-                                        {"CARDTYPE", int{qorcred::kCorvinCard}},
-                                        {"RFTYPE", int{qorcred::kTransmitter}}});
+void AddSettings(const DemoRows& rows, const DemoUnit& unit) {
+  rows.Add("UnitSettings", Fields{{"UnitKey", unit.key},
+                                  {"UNITTYPE", unit.type},
+                                  {"IGNOREFACILITYCODE", unit.ignoresFacilityCode},
+                                  {"RECORDDEACTIVATION", unit.deactivation},
+                                  {"DEACTIVATIONDATE", OrNull(unit.deactivationDate)},
+                                  {"DEACTIVATIONDAYS", OrNull(unit.deactivationDays)},
+                                  {"MaxDigitsDirectoryCode", unit.digits},
+                                  {"MaxDigitsEntryCode", unit.digits},
+                                  {"CARDDEFAULTFACILITYCODE", unit.facility},
+                                  {"RFDEFAULTFACILITYCODE", unit.facility},
+                                  {"CARDTYPE", int{qorcred::kCorvinCard}},
+                                  {"RFTYPE", int{qorcred::kTransmitter}}});
 }
 
-void AddSurroundings(SqlSession& session, const DemoUnit& unit) {
-  session.AddRow("Units", Fields{{"UnitKey", unit.key}, {"UnitName", unit.name}});
-  AddSettings(session, unit);
+void AddSurroundings(const DemoRows& rows, const DemoUnit& unit) {
+  rows.Add("Units", Fields{{"UnitKey", unit.key}, {"UnitName", unit.name}});
+  AddSettings(rows, unit);
   int door = 0;
   for (const std::string_view name : unit.doors) {
-    session.AddRow("DOORS", Fields{{"UNITKEY", unit.key}, {"DOORID", ++door}, {"DOORNAME", name}});
+    rows.Add("DOORS", Fields{{"UNITKEY", unit.key}, {"DOORID", ++door}, {"DOORNAME", name}});
   }
   const auto addSchedule = [&](int id, std::string_view name) {
-    session.AddRow("Schedules",
-                   Fields{{"ScheduleID", id}, {"ScheduleName", name}, {"UnitKey", unit.key}});
+    rows.Add("Schedules",
+             Fields{{"ScheduleID", id}, {"ScheduleName", name}, {"UnitKey", unit.key}});
   };
   for (const qorcred::FixedSchedule& fixed : {qorcred::kNoAccess, qorcred::kFullAccess}) {
     addSchedule(fixed.id, fixed.name);
@@ -159,22 +176,22 @@ struct Credentials {
   std::vector<std::int32_t> transmitters;
 };
 
-Credentials AddCredentials(SqlSession& session, const DemoUnit& unit) {
+Credentials AddCredentials(const DemoRows& rows, const DemoUnit& unit) {
   constexpr int kFirstCardA = 1001;
   constexpr int kFirstCardB = 20001;
   constexpr int kFirstTransmitter = 301;
   constexpr int kIdCodes = 27;
   constexpr int kSequences = 3;
   const auto add = [&](int type, int number, int idCode, int sequence, int button) {
-    return session.AddRow("CredentialBank", Fields{{"UnitKey", unit.key},
-                                                   {"CredentialType", type},
-                                                   {"PINNo", number},
-                                                   {"FacilityCode", unit.facility},
-                                                   {"IDCode", idCode},
-                                                   {"SequenceNumber", sequence},
-                                                   {"ButtonNumber", button},
-                                                   {"DOORCODE", 0},
-                                                   {"LASTMODIFIEDDATE", kStamp}});
+    return rows.Add("CredentialBank", Fields{{"UnitKey", unit.key},
+                                             {"CredentialType", type},
+                                             {"PINNo", number},
+                                             {"FacilityCode", unit.facility},
+                                             {"IDCode", idCode},
+                                             {"SequenceNumber", sequence},
+                                             {"ButtonNumber", button},
+                                             {"DOORCODE", 0},
+                                             {"LASTMODIFIEDDATE", kStamp}});
   };
   Credentials added;
   for (int number = 0; number < unit.cardsA; ++number) {
@@ -191,7 +208,7 @@ Credentials AddCredentials(SqlSession& session, const DemoUnit& unit) {
   return added;
 }
 
-std::vector<std::int32_t> AddDirectoryCodes(SqlSession& session, const DemoUnit& unit) {
+std::vector<std::int32_t> AddDirectoryCodes(const DemoRows& rows, const DemoUnit& unit) {
   constexpr int kFirstCode = 101;
   const auto when = [](bool given, qorcred::Value value) {
     return given ? std::move(value) : qorcred::Value(qorcred::Null{});
@@ -202,32 +219,32 @@ std::vector<std::int32_t> AddDirectoryCodes(SqlSession& session, const DemoUnit&
     const bool undisturbed = number % 4 == 3;  // during the unit's third schedule
     const bool extended = number % 4 == 1;
     const int code = kFirstCode + number;
-    added.push_back(session.AddRow(
-        "DirectoryCode",
-        Fields{{"UNITKEY", unit.key},
-               {"DIRECTORYCODE", code},
-               {"PHONENUMBER", fmt::format("555-01{:02}", number)},
-               {"EXTENSION", when(extended, std::to_string(10 + number))},
-               {"TIMEDELAY", extended ? 5 : 2},
-               {"DNDSCHEDULEID", when(undisturbed, 4)},
-               {"ISDNDCHECKED", undisturbed},
-               {"CFSCHEDULEID", when(forwarded, 2)},
-               {"ISCFCHECKED", forwarded},
-               {"CFPHONENUMBER", when(forwarded, fmt::format("555-02{:02}", number))},
-               {"CFTIMEDELAY", 2},
-               {"LASTMODIFIEDDATE", kStamp},
-               {"ACTIVE", true},
-               {"DISPLAYNAME", fmt::format("Apartment {}", code)},
-               {"SHOWDISPLAYNAME", true},
-               {"SHOWDIRECTORYCODE", true},
-               {"MODIFIED", 0},
-               {"OLDDIRECTORYCODE", code}}));
+    added.push_back(
+        rows.Add("DirectoryCode",
+                 Fields{{"UNITKEY", unit.key},
+                        {"DIRECTORYCODE", code},
+                        {"PHONENUMBER", fmt::format("555-01{:02}", number)},
+                        {"EXTENSION", when(extended, std::to_string(10 + number))},
+                        {"TIMEDELAY", extended ? 5 : 2},
+                        {"DNDSCHEDULEID", when(undisturbed, 4)},
+                        {"ISDNDCHECKED", undisturbed},
+                        {"CFSCHEDULEID", when(forwarded, 2)},
+                        {"ISCFCHECKED", forwarded},
+                        {"CFPHONENUMBER", when(forwarded, fmt::format("555-02{:02}", number))},
+                        {"CFTIMEDELAY", 2},
+                        {"LASTMODIFIEDDATE", kStamp},
+                        {"ACTIVE", true},
+                        {"DISPLAYNAME", fmt::format("Apartment {}", code)},
+                        {"SHOWDISPLAYNAME", true},
+                        {"SHOWDIRECTORYCODE", true},
+                        {"MODIFIED", 0},
+                        {"OLDDIRECTORYCODE", code}}));
   }
   return added;
 }
 
 // `firstPerson` runs through all units, so that no name comes twice.
-void AddTenants(SqlSession& session, const DemoUnit& unit, std::size_t firstPerson,
+void AddTenants(const DemoRows& rows, const DemoUnit& unit, std::size_t firstPerson,
                 const Credentials& credentials, const std::vector<std::int32_t>& codes) {
   constexpr int kFirstNameStep = 11;
   constexpr int kLastNameStep = 7;
@@ -235,8 +252,8 @@ void AddTenants(SqlSession& session, const DemoUnit& unit, std::size_t firstPers
   constexpr int kEveryResident = 20;
   constexpr int kEverySecondCredential = 5;
   const std::int32_t groupZero =
-      session.AddRow("TenantGroup", Fields{{"UnitKey", unit.key}, {"IsGroupZero", true}});
-  session.AddRow("TenantGroup", Fields{{"UnitKey", unit.key}, {"IsGroupZero", false}});
+      rows.Add("TenantGroup", Fields{{"UnitKey", unit.key}, {"IsGroupZero", true}});
+  rows.Add("TenantGroup", Fields{{"UnitKey", unit.key}, {"IsGroupZero", false}});
   const auto orNull = [](const std::vector<std::int32_t>& rids, int at) {
     const auto index = static_cast<std::size_t>(at);
     return index < rids.size() ? qorcred::Value(rids[index]) : qorcred::Value(qorcred::Null{});
@@ -250,34 +267,33 @@ void AddTenants(SqlSession& session, const DemoUnit& unit, std::size_t firstPers
     const std::string_view initial = demo::kInitials.substr(person % demo::kInitials.size(), 1);
     const bool hasInitial = number % kEveryWithoutInitial != kEveryWithoutInitial - 1;
     const bool hasSecond = number % kEverySecondCredential == 0;
-    session.AddRow("Tenants",
-                   Fields{{"UnitKey", unit.key},
-                          {"LastName", last},
-                          {"FirstName", first},
-                          {"MiddleInitial",
-                           hasInitial ? qorcred::Value(initial) : qorcred::Value(qorcred::Null{})},
-                          {"NameAtUnit", fmt::format("{} {}", first, last)},
-                          {"Resident", number % kEveryResident == kEveryResident - 1 ? 1 : 0},
-                          {"GROUPID", groupZero},
-                          {"LINKCODE", number + 1},
-                          {"ACTIVETENANT", 0},
-                          {"DOORSCHEDULE1", 1},
-                          {"DOORSCHEDULE2", 1},
-                          {"DOORSCHEDULE3", 2 + number % 4},
-                          {"DOORSCHEDULE4", 0},
-                          {"CREDENTIALID1", orNull(credentials.cards, number)},
-                          {"CREDENTIALID2", hasSecond ? orNull(credentials.transmitters,
-                                                               number / kEverySecondCredential)
-                                                      : qorcred::Value(qorcred::Null{})},
-                          {"DIRECTORYCODE", orNull(codes, number)},
-                          {"LASTMODIFIEDDATE", kStamp}});
+    rows.Add("Tenants", Fields{{"UnitKey", unit.key},
+                               {"LastName", last},
+                               {"FirstName", first},
+                               {"MiddleInitial", hasInitial ? qorcred::Value(initial)
+                                                            : qorcred::Value(qorcred::Null{})},
+                               {"NameAtUnit", fmt::format("{} {}", first, last)},
+                               {"Resident", number % kEveryResident == kEveryResident - 1 ? 1 : 0},
+                               {"GROUPID", groupZero},
+                               {"LINKCODE", number + 1},
+                               {"ACTIVETENANT", 0},
+                               {"DOORSCHEDULE1", 1},
+                               {"DOORSCHEDULE2", 1},
+                               {"DOORSCHEDULE3", 2 + number % 4},
+                               {"DOORSCHEDULE4", 0},
+                               {"CREDENTIALID1", orNull(credentials.cards, number)},
+                               {"CREDENTIALID2", hasSecond ? orNull(credentials.transmitters,
+                                                                    number / kEverySecondCredential)
+                                                           : qorcred::Value(qorcred::Null{})},
+                               {"DIRECTORYCODE", orNull(codes, number)},
+                               {"LASTMODIFIEDDATE", kStamp}});
   }
-  session.AddRow("UnitCounters", Fields{{"UnitKey", unit.key}, {"NextLinkCode", unit.tenants + 1}});
+  rows.Add("UnitCounters", Fields{{"UnitKey", unit.key}, {"NextLinkCode", unit.tenants + 1}});
 }
 
 }  // namespace
 
-void CreateDemoData(SqlSession& session) {
+void CreateDemoData(SqlSession& session, const GoOn& goOn) {
   for (const std::string_view query :
        {"SELECT COUNT(*) FROM Units", "SELECT COUNT(*) FROM UNITTYPES"}) {
     if (qorcred::ToLong(session.Scalar(query)) != 0) {
@@ -286,12 +302,13 @@ void CreateDemoData(SqlSession& session) {
   }
   WorkGuard whole(session.work(), {{}, "demo building", {}});
   session.work().Lock();
-  AddUnitTypes(session);
+  const DemoRows rows(session, goOn);
+  AddUnitTypes(rows);
   std::size_t person = 0;
   for (const DemoUnit& unit : kUnits) {
-    AddSurroundings(session, unit);
-    const Credentials credentials = AddCredentials(session, unit);
-    AddTenants(session, unit, person, credentials, AddDirectoryCodes(session, unit));
+    AddSurroundings(rows, unit);
+    const Credentials credentials = AddCredentials(rows, unit);
+    AddTenants(rows, unit, person, credentials, AddDirectoryCodes(rows, unit));
     person += static_cast<std::size_t>(unit.tenants);
   }
   whole.Commit();

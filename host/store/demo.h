@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "host/store/sql_session.h"
 
@@ -14,9 +15,12 @@ inline constexpr std::int32_t kLongDoorNamesUnit = 2;
 inline constexpr std::int32_t kNoFacilityCodeUnit = 3;  ///< ignores facility codes
 }  // namespace demo
 
+/// Asked before each row; answers false to end it.
+using GoOn = std::function<bool()>;
+
 /// Fills an empty store with three units, their doors, schedules, tenants, credentials and
 /// directory codes: the same rows at every call. Raises StoreError when the store has units
-/// already; a failure leaves the store as it was.
-void CreateDemoData(SqlSession& session);
+/// already, and when it is not to go on; a failure leaves the store as it was.
+void CreateDemoData(SqlSession& session, const GoOn& goOn = {});
 
 }  // namespace qorhost

@@ -95,8 +95,11 @@ ListBoxBinding::ListBoxBinding(ListModel& list, QListView& view)
 
 void ListBoxBinding::ShowSelection(std::int32_t index) {
   QItemSelectionModel& selection = *view_.selectionModel();
-  showing_ = true;
   const QModelIndex row = entries().index(index, 0);
+  if (selection.currentIndex() == row && selection.isSelected(row) == row.isValid()) {
+    return;
+  }
+  showing_ = true;
   if (row.isValid()) {
     selection.setCurrentIndex(row, QItemSelectionModel::ClearAndSelect);
     view_.scrollTo(row);

@@ -8,9 +8,13 @@ namespace qorhost {
 
 void ListEntriesModel::Show(const ListItems& items) {
   const std::size_t before = items_.size();
-  const bool appended = before > 0 && items.size() > before &&
-                        std::equal(items_.begin(), items_.end(), items.begin());
-  if (appended) {
+  const bool keepsThose =
+      items.size() >= before && std::equal(items_.begin(), items_.end(), items.begin());
+  if (keepsThose && items.size() == before) {
+    items_ = items;  // filled again with the same: the view has nothing to do
+    return;
+  }
+  if (keepsThose && before > 0) {
     beginInsertRows({}, static_cast<int>(before), static_cast<int>(items.size()) - 1);
     items_ = items;
     endInsertRows();

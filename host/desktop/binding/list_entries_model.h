@@ -13,7 +13,8 @@ class ListEntriesModel final : public QAbstractListModel {
  public:
   using QAbstractListModel::QAbstractListModel;
 
-  /// Shows other entries. Those that are only appended leave the view where it is.
+  /// Shows other entries. Those that are only appended leave the view where it is, and a list
+  /// that was filled again with the same as it is.
   void Show(const ListItems& items);
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;

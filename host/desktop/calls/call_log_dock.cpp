@@ -4,8 +4,8 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QEvent>
 #include <QFileDialog>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QScrollBar>
@@ -14,6 +14,7 @@
 #include "host/desks/store_file.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/words/desk_words.h"
 #include "host/files/whole_file.h"
 
 namespace qorhost {
@@ -23,8 +24,7 @@ namespace {
 /// The widths of the columns but the last, in characters.
 constexpr std::array kWidths{13, 34, 18, 58};
 
-void SetUpCalls(QTableView& view) {
-  const int character = view.fontMetrics().averageCharWidth();
+void SetUpCalls(QTableView& view, int character) {
   for (int column = 0; column < static_cast<int>(kWidths.size()); ++column) {
     view.setColumnWidth(column, kWidths.at(static_cast<std::size_t>(column)) * character);
   }
@@ -42,10 +42,29 @@ CallLogDock::CallLogDock(Clock clock, QWidget* parent)
       ui_(std::make_unique<Ui::CallLogPanel>()),
       log_(std::move(clock)) {
   setObjectName(QStringLiteral("callLog"));
+}
+
+void CallLogDock::setVisible(bool visible) {
+  if (visible && widget() == nullptr) {
+    MakePanel();
+  }
+  QDockWidget::setVisible(visible);
+}
+
+/// Columns are as wide as the text needs.
+void CallLogDock::changeEvent(QEvent* event) {
+  QDockWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange && widget() != nullptr) {
+    SetUpCalls(*ui_->calls, fontMetrics().averageCharWidth());
+    ShowState();
+  }
+}
+
+void CallLogDock::MakePanel() {
   auto* panel = new QWidget(this);
   ui_->setupUi(panel);
   ui_->calls->setModel(&log_);
-  SetUpCalls(*ui_->calls);
+  SetUpCalls(*ui_->calls, fontMetrics().averageCharWidth());
   setWidget(panel);
   ConnectWidgets();
   ShowState();
@@ -107,7 +126,7 @@ void CallLogDock::Follow(Workplace* place) {
 
 void CallLogDock::ShowState() {
   QTableView& view = *ui_->calls;
-  view.verticalHeader()->setDefaultSectionSize(view.fontMetrics().height() * 5 / 4);
+  view.verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 5 / 4);
   const bool any = log_.rowCount() > 0;
   ui_->copyCalls->setEnabled(any);
   ui_->saveCalls->setEnabled(log_.kept() > 0);
@@ -149,7 +168,7 @@ void CallLogDock::SaveTo(const std::filesystem::path& file) {
   try {
     WriteWholeFile(file, writing, [this](std::ostream& out) { log_.WriteTo(out); });
   } catch (const std::exception& failure) {
-    TellFailure(window(), tr("The trace cannot be saved."), ToQt(failure.what()));
+    TellFailure(window(), tr("The trace cannot be saved."), Told(failure.what()));
     return;
   }
   if (place_ != nullptr) {

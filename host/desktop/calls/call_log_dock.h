@@ -34,7 +34,14 @@ class CallLogDock final : public QDockWidget {
   [[nodiscard]] bool follows() const { return follows_; }
   [[nodiscard]] CallLog& log() { return log_; }
 
+  /// What it shows is made when it is shown first: most programs end without that.
+  void setVisible(bool visible) override;
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
+  void MakePanel();
   void ConnectWidgets();
   void ShowState();
   void Copy() const;

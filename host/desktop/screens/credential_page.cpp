@@ -14,6 +14,7 @@
 #include "host/desktop/screens/credential_widgets.h"
 #include "host/desktop/screens/kept_entry.h"
 #include "host/desktop/screens/list_finder.h"
+#include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
 
@@ -206,7 +207,7 @@ bool CredentialPage::ConsentsToLosses() {
     return true;
   }
   const OpenGate open(place().runner().gate());
-  return AskToGoOn(this, ToQt(*question));
+  return AskToGoOn(this, Told(*question));
 }
 
 void CredentialPage::SaveEdited() {

@@ -18,4 +18,9 @@ bool EntryPage::MayLeaveEntry() {
   return !entered_ || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
 }
 
+void EntryPage::ShowFile(QLabel& label, const std::filesystem::path& file) {
+  label.setText(QString::fromStdString(file.filename().string()));
+  label.setToolTip(QString::fromStdString(file.string()));
+}
+
 }  // namespace qorhost

@@ -1,6 +1,9 @@
 // What the screens in which something is entered and saved have in common.
 #pragma once
 
+#include <QLabel>
+#include <filesystem>
+
 #include "host/desktop/screens/screen_page.h"
 
 namespace qorhost {
@@ -20,6 +23,8 @@ class EntryPage : public ScreenPage {
   void SetEntered(bool entered) { entered_ = entered; }
   /// Asks where something was entered; true when it may be left.
   [[nodiscard]] bool MayLeaveEntry();
+  /// Shows the name of the file that is worked with; where it lies is told on the label.
+  static void ShowFile(QLabel& label, const std::filesystem::path& file);
 
  private:
   bool entered_ = false;

@@ -27,7 +27,7 @@ HistoryPage::HistoryPage(Workplace& place)
   SetUp(*ui_->rows, rows_);
   connect(ui_->findEntry, &QLineEdit::textChanged, this, [this](const QString& text) {
     entries_.Narrow(text);
-    ShowRows();
+    (void)Look(tr("The entry cannot be shown."), [this] { ShowRows(); });
   });
   connect(ui_->entries->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           [this] { (void)Look(tr("The entry cannot be shown."), [this] { ShowRows(); }); });

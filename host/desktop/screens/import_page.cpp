@@ -11,6 +11,7 @@
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/list_table_model.h"
+#include "host/desktop/words/desk_words.h"
 #include "host/files/file_error.h"
 #include "host/files/input_file.h"
 
@@ -191,8 +192,7 @@ void ImportPage::TakeSheet(std::unique_ptr<ImportSheet> sheet) {
   last_ = {};
   checked_ = false;
   SetEntered(false);
-  ui_->fileName->setText(QString::fromStdString(file_.filename().string()));
-  ui_->fileName->setToolTip(QString::fromStdString(file_.string()));
+  ShowFile(*ui_->fileName, file_);
   FillColumns();
   FitColumns(*ui_->preview);
   const int widest = fontMetrics().averageCharWidth() * kWidestCells;
@@ -374,7 +374,7 @@ bool ImportPage::RunImport(const QString& what, bool dryRun) {
 }
 
 void ImportPage::TellHeadings(const FileError& fault) {
-  QString told = ToQt(fault.what());
+  QString told = Told(fault.what());
   for (int column = 0; column < ui_->column->count(); ++column) {
     if (!sheet_->IsMeaningKnown(static_cast<std::size_t>(column), ColumnsOf(kind()))) {
       ui_->column->setCurrentIndex(column);

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
 
@@ -81,7 +82,7 @@ QModelIndex ImportTableModel::NextWrong(const QModelIndex& behind) const {
 
 QString ImportTableModel::ReasonAt(const QModelIndex& index) const {
   const SheetRemark* remark = index.isValid() ? sheet_->RemarkOn(RowAt(index.row())) : nullptr;
-  return remark == nullptr ? QString() : ToQt(remark->text);
+  return remark == nullptr ? QString() : Told(remark->text);
 }
 
 int ImportTableModel::rowCount(const QModelIndex& parent) const {

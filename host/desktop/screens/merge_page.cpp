@@ -7,6 +7,7 @@
 
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/words/desk_words.h"
 #include "host/files/input_file.h"
 
 namespace qorhost {
@@ -25,7 +26,7 @@ QString TextOf(const std::vector<LineFault>& faults) {
     }
     lines.append(MergePage::tr("Line %1: %2")
                      .arg(static_cast<qulonglong>(fault.line))
-                     .arg(ToQt(fault.reason)));
+                     .arg(Told(fault.reason)));
   }
   return lines.join(QLatin1Char('\n'));
 }
@@ -93,8 +94,7 @@ void MergePage::Open(const std::filesystem::path& file) {
       throw RefusedError(
           FromQt(tr("%1 is no unit file.").arg(QString::fromStdString(file.string()))));
     }
-    ui_->fileName->setText(QString::fromStdString(file.filename().string()));
-    ui_->fileName->setToolTip(QString::fromStdString(file.string()));
+    ShowFile(*ui_->fileName, file);
     ui_->skipBadLines->setEnabled(true);
     Compare();
   });

@@ -16,6 +16,7 @@
 #include "host/desks/store_overview.h"
 #include "host/desks/unit_settings.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
 
@@ -91,7 +92,7 @@ void OverviewPage::ShowUnits() {
                                      .arg(StepsText(status.pendingSteps)),
                                  box));
     for (const std::string& missing : MissingSettings(session(), {unit})) {
-      auto* warning = new QLabel(ToQt(missing), box);
+      auto* warning = new QLabel(Told(missing), box);
       warning->setTextFormat(Qt::PlainText);
       warning->setWordWrap(true);
       column->addWidget(warning);

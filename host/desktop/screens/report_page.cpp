@@ -8,10 +8,11 @@
 #include <QPageLayout>
 #include <QPdfWriter>
 #include <QPrintDialog>
-#include <QPrinter>
+#include <QTemporaryDir>
 #include <QToolButton>
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <map>
 
 #include "host/desks/report_captions.h"
@@ -22,7 +23,6 @@
 #include "host/desktop/printing/table_printer.h"
 #include "host/desktop/running/messages.h"
 #include "host/files/csv_writer.h"
-#include "host/files/whole_file.h"
 
 namespace qorhost {
 
@@ -182,7 +182,12 @@ QString ReportPage::PaperTitle() {
   return tr("%1 – %2").arg(ToQt(ReportTitle(session(), place().unitKey())), ui_->title->text());
 }
 
-/// Asks for a file's name and has it written; the store's own files are never replaced.
+/// The store's own files are never replaced.
+Writing ReportPage::Replacing() {
+  return {Standing::kReplaced, FilesOfStore(place().file())};
+}
+
+/// Asks for a file's name and has it written.
 void ReportPage::Save(const QString& question, const QString& name,
                       const std::function<void(std::ostream& out)>& write) {
   // The dialog asks before it names a file that exists.
@@ -191,8 +196,7 @@ void ReportPage::Save(const QString& question, const QString& name,
     return;
   }
   const bool ran = Run(tr("The report cannot be written."), [&] {
-    WriteWholeFile(std::filesystem::path(FromQt(file)),
-                   {Standing::kReplaced, FilesOfStore(place().file())}, write);
+    WriteWholeFile(std::filesystem::path(FromQt(file)), Replacing(), write);
   });
   if (ran) {
     place().Tell(tr("Wrote %1 to %2.").arg(Rows(rows_.shown().rows.size()), file));
@@ -212,8 +216,23 @@ void ReportPage::SavePdf() {
     writer.setResolution(kPaperResolution);
     writer.setTitle(PaperTitle());
     LayOut(writer);
-    PrintTable(writer, PaperTitle(), ForPeople(rows_.shown()), place().runner().progress());
+    PrintRows(writer);
     out.write(bytes.data().constData(), bytes.data().size());
+  });
+}
+
+void ReportPage::PrintRows(QPagedPaintDevice& device) {
+  PrintTable(device, PaperTitle(), ForPeople(rows_.shown()), place().runner().progress());
+}
+
+/// A printer that writes a file would write it over whatever has that name, piece by piece.
+void ReportPage::PrintInto(QPrinter& printer, const std::filesystem::path& file) {
+  const QTemporaryDir folder;
+  const QString printed = folder.filePath(QStringLiteral("report.pdf"));
+  printer.setOutputFileName(printed);
+  WriteWholeFile(file, Replacing(), [&](std::ostream& out) {
+    PrintRows(printer);
+    out << std::ifstream(FromQt(printed), std::ios::binary).rdbuf();
   });
 }
 
@@ -225,7 +244,8 @@ void ReportPage::Print() {
     return;
   }
   const bool ran = Run(tr("The report cannot be printed."), [&] {
-    PrintTable(printer, PaperTitle(), ForPeople(rows_.shown()), place().runner().progress());
+    const QString file = printer.outputFileName();
+    file.isEmpty() ? PrintRows(printer) : PrintInto(printer, FromQt(file));
   });
   if (ran) {
     place().Tell(tr("Printed %1.").arg(Rows(rows_.shown().rows.size())));

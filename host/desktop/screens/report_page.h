@@ -2,6 +2,8 @@
 // out of the program.
 #pragma once
 
+#include <QPagedPaintDevice>
+#include <QPrinter>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -15,6 +17,7 @@
 #include "host/desks/report_filter.h"
 #include "host/desktop/screens/list_table_model.h"
 #include "host/desktop/screens/screen_page.h"
+#include "host/files/whole_file.h"
 
 namespace Ui {
 class ReportPage;
@@ -71,6 +74,9 @@ class ReportPage : public ScreenPage {
             const std::function<void(std::ostream& out)>& write);
   void SaveCsv();
   void SavePdf();
+  void PrintRows(QPagedPaintDevice& device);
+  void PrintInto(QPrinter& printer, const std::filesystem::path& file);
+  [[nodiscard]] Writing Replacing();
   void Print();
   void Delete();
   [[nodiscard]] std::string ChosenRids() const;

@@ -9,6 +9,7 @@
 #include "host/desks/desk_error.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
 
@@ -43,7 +44,7 @@ QString Capitalized(QString text) {
 QString Failures(const Outcome& outcome) {
   QStringList lines;
   for (const std::string& failure : outcome.failures) {
-    lines.append(ToQt(failure));
+    lines.append(Told(failure));
   }
   return lines.join(QLatin1Char('\n'));
 }
@@ -81,7 +82,7 @@ bool ScreenPage::Run(const QString& what, const std::function<void()>& operation
     if (place_.runner().cancelled()) {
       TellCancelled(before);
     } else {
-      TellFailure(place_.window(), what, ToQt(failure.what()));
+      TellFailure(place_.window(), what, Told(failure.what()));
     }
   }
   return false;
@@ -94,9 +95,11 @@ bool ScreenPage::Look(const QString& what, const std::function<void()>& show) {
   });
 }
 
-/// What was stored before the cancelling stays, as when rows cannot be shown again behind it.
+/// What was stored before the cancelling stays, as when rows cannot be shown again behind it. A
+/// unit of work that was undone has committed nothing, whatever an earlier one has.
 void ScreenPage::TellCancelled(const std::optional<UnitVersion>& before) {
-  const bool stored = session().sql().work().Committed(place_.unitKey()) != before;
+  const std::optional<UnitVersion> committed = session().sql().work().Committed(place_.unitKey());
+  const bool stored = committed && committed != before;
   place_.Tell(stored ? tr("Cancelled behind the change, which is stored. F5 shows it.")
                      : tr("Cancelled. Nothing was changed."));
 }
@@ -121,7 +124,9 @@ void ScreenPage::TellFault(const InputFault& fault) {
   for (std::size_t at = 0; at < names.size(); ++at) {
     words.push_back({Fields()[at].field, names[at], ""});
   }
-  const QString told = ToQt(InWords(fault, words));
+  const InputFault inLanguage(fault.field(), fault.value(), FromQt(Told(fault.reason())),
+                              fault.kind());
+  const QString told = ToQt(InWords(inLanguage, words));
   QWidget* widget = WidgetFor(fault.field());
   if (widget == nullptr || !widget->isVisible()) {
     TellFailure(place_.window(), tr("This cannot be entered."), told);
@@ -155,7 +160,7 @@ bool ScreenPage::Tell(const Outcome& outcome, std::string_view what) {
     case Ending::kStale:
       TellFailure(place_.window(), nothing,
                   tr("%1. What you entered is still there: look at it and try again.")
-                          .arg(Capitalized(ToQt(StaleReason(outcome.cause, what)))) +
+                          .arg(Capitalized(Told(StaleReason(outcome.cause, what)))) +
                       Others(outcome));
       break;
     case Ending::kFailed:

@@ -3,8 +3,9 @@
 #include <QFont>
 #include <QFontInfo>
 #include <QStyle>
-#include <QStyleFactory>
 #include <algorithm>
+
+#include "host/desktop/shell/field_style.h"
 
 namespace qorhost {
 
@@ -58,8 +59,8 @@ QPalette PaletteOf(Theme theme) {
 
 void Apply(const Appearance& appearance) {
   static const QFont system = QApplication::font();
-  if (QApplication::style()->objectName() != QStringLiteral("fusion")) {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  if (qobject_cast<FieldStyle*>(QApplication::style()) == nullptr) {
+    QApplication::setStyle(new FieldStyle);
   }
   QApplication::setPalette(PaletteOf(appearance.theme));
   QFont font = system;
@@ -70,6 +71,7 @@ void Apply(const Appearance& appearance) {
     font.setPixelSize(system.pixelSize() * percent / kUsualTextPercent);
   }
   QApplication::setFont(font);
+  QApplication::setFont(font, "QDockWidgetTitle");  // else of a size of their own on some platforms
   QFont heading = font;
   heading.setPointSizeF(QFontInfo(font).pointSizeF() * kHeadingSize);
   QApplication::setFont(heading, "qorhost::Heading");

@@ -8,6 +8,7 @@
 #include "host/desks/store_backup.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
 
@@ -48,7 +49,7 @@ void BackUpStore(Workplace& place) {
       place.Tell(BackUps::tr("Cancelled. The store is not backed up."));
       return;
     }
-    TellFailure(window, BackUps::tr("The store is not backed up."), ToQt(failure.what()));
+    TellFailure(window, BackUps::tr("The store is not backed up."), Told(failure.what()));
   }
 }
 

@@ -1,4 +1,5 @@
-// The language of the program's own texts. Those of the controllers and desks are as they are.
+// The language of the program's own texts, and of what desks say as far as it is known. The
+// controllers' own texts are as they are.
 #pragma once
 
 #include <QString>

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -15,6 +16,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/shell/backing_up.h"
 #include "host/desktop/shell/language.h"
+#include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
 
@@ -25,6 +27,12 @@ constexpr QSize kUsualSize(1040, 800);
 constexpr int kBetweenScreens = 3;  // pixels around each
 constexpr int kUnitName = Qt::UserRole + 1;
 
+/// What is made under a look need not be changed to it.
+Appearance Applied(const Appearance& appearance) {
+  Apply(appearance);
+  return appearance;
+}
+
 QString FileFilter() {
   return MainWindow::tr("Stores (*.db);;All files (*)");
 }
@@ -34,6 +42,7 @@ QString FileFilter() {
 MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
     : remembered_(settings),
       surroundings_(std::move(surroundings)),
+      appearance_(Applied(remembered_.appearance())),
       bar_(new BusyBar(this)),
       runner_(*bar_),
       start_(new StartPage(this)),
@@ -100,6 +109,10 @@ void MainWindow::MakeMenus() {
   MakeStoreMenu();
   MakeScreensMenu();
   MakeViewMenu();
+  // Their titles have no letters of their own: the screens use them all.
+  auto* open = new QShortcut(QKeySequence(Qt::Key_F10), this);
+  connect(open, &QShortcut::activated, this,
+          [this] { menuBar()->setActiveAction(menuBar()->actions().front()); });
 }
 
 void MainWindow::MakeStoreMenu() {
@@ -166,7 +179,6 @@ void MainWindow::SetAppearance(const Appearance& appearance) {
 }
 
 void MainWindow::Restore() {
-  SetAppearance(remembered_.appearance());
   resize(kUsualSize);
   (void)restoreGeometry(remembered_.geometry());
   (void)restoreState(remembered_.places());
@@ -223,11 +235,13 @@ bool MainWindow::OpenStore(const std::filesystem::path& file) {
     if (!ran) {
       return false;
     }
-    TakeStore(std::move(store), file, name);
+    if (!TakeStore(std::move(store), file, name)) {
+      return false;
+    }
     remembered_.SetStore(name);
     return true;
   } catch (const std::exception& failure) {
-    TellFailure(this, tr("%1 cannot be opened.").arg(name), ToQt(failure.what()));
+    TellNotOpened(tr("%1 cannot be opened.").arg(name), failure);
   }
   return false;
 }
@@ -237,10 +251,13 @@ bool MainWindow::OpenDemo() {
     return false;
   }
   try {
-    TakeStore(DemoStoreInMemory(surroundings_.clock), {}, tr("Demo building"));
-    return true;
+    std::unique_ptr<Store> store;
+    const bool ran = runner_.Run(tr("Making the demo building"), [&] {
+      store = DemoStoreInMemory(surroundings_.clock, runner_.patience());
+    });
+    return ran && TakeStore(std::move(store), {}, tr("Demo building"));
   } catch (const std::exception& failure) {
-    TellFailure(this, tr("The demo building cannot be opened."), ToQt(failure.what()));
+    TellNotOpened(tr("The demo building cannot be opened."), failure);
   }
   return false;
 }
@@ -248,14 +265,23 @@ bool MainWindow::OpenDemo() {
 bool MainWindow::CreateStoreAt(const std::filesystem::path& file, bool demo) {
   try {
     const bool ran = runner_.Run(tr("Making the store"), [&] {
-      CreateStore(file, demo, surroundings_.clock, surroundings_.author);
+      PutStore(file, {demo, surroundings_.clock, surroundings_.author}, Standing::kStays,
+               runner_.patience());
     });
     return ran && OpenStore(file);
   } catch (const std::exception& failure) {
-    TellFailure(this, tr("No store can be made at %1.").arg(QString::fromStdString(file.string())),
-                ToQt(failure.what()));
+    TellNotOpened(tr("No store can be made at %1.").arg(QString::fromStdString(file.string())),
+                  failure);
   }
   return false;
+}
+
+void MainWindow::TellNotOpened(const QString& what, const std::exception& failure) {
+  if (runner_.cancelled()) {
+    statusBar()->showMessage(tr("Cancelled. Nothing was opened."), kToldFor);
+  } else {
+    TellFailure(this, what, Told(failure.what()));
+  }
 }
 
 bool MainWindow::CloseStore() {
@@ -281,9 +307,13 @@ void MainWindow::OpenLastStore() {
   }
 }
 
-void MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
+bool MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
                            const QString& name) {
   auto place = std::make_unique<Workplace>(*this, runner_, std::move(store), file, surroundings_);
+  std::vector<UnitName> units;
+  if (!runner_.Run(tr("Reading the units"), [&] { units = place->session().Units(); })) {
+    return false;
+  }
   pages_->Drop();
   place_ = std::move(place);
   pages_->Take(place_.get());
@@ -291,17 +321,18 @@ void MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::
   place_->OnTell([this](const QString& what) { statusBar()->showMessage(what, kToldFor); });
   place_->OnChanged([this] { pages_->NoteChange(); });
   setWindowTitle(tr("%1 – %2").arg(name, QCoreApplication::applicationName()));
-  FillUnits();
+  FillUnits(units);
   sides_->show();
   const QString last = remembered_.screen();
   ShowScreen(last.isEmpty() ? QString::fromLatin1(Screens().front().key) : last);
+  return true;
 }
 
-void MainWindow::FillUnits() {
+void MainWindow::FillUnits(const std::vector<UnitName>& units) {
   const QSignalBlocker quiet(units_);
   units_->clear();
   const int last = remembered_.unit();
-  for (const UnitName& unit : place_->session().Units()) {
+  for (const UnitName& unit : units) {
     units_->addItem(unit.name.empty() ? tr("Unit %1").arg(unit.key)
                                       : tr("%1 (%2)").arg(ToQt(unit.name)).arg(unit.key),
                     unit.key);
@@ -355,8 +386,10 @@ void MainWindow::ChooseStore() {
 }
 
 void MainWindow::ChooseNewStore() {
-  QString file = QFileDialog::getSaveFileName(this, tr("Make a new store"),
-                                              QStringLiteral("building.db"), FileFilter());
+  // Nothing that stands already is replaced: the program says so itself.
+  const QString file =
+      QFileDialog::getSaveFileName(this, tr("Make a new store"), QStringLiteral("building.db"),
+                                   FileFilter(), nullptr, QFileDialog::DontConfirmOverwrite);
   if (file.isEmpty() || !MayLeave()) {
     return;
   }

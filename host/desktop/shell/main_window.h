@@ -6,8 +6,10 @@
 #include <QMainWindow>
 #include <QSettings>
 #include <QString>
+#include <exception>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 #include "host/desks/store_file.h"
 #include "host/desktop/calls/call_log_dock.h"
@@ -57,9 +59,12 @@ class MainWindow final : public QMainWindow {
   void MakeScreensMenu();
   void MakeViewMenu();
   void MakeSides();
-  void TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
+  /// False when another operation runs. Raises what reading its units raises; the store that was
+  /// open stays so then.
+  bool TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
                  const QString& name);
-  void FillUnits();
+  void TellNotOpened(const QString& what, const std::exception& failure);
+  void FillUnits(const std::vector<UnitName>& units);
   void TakeUnit(int index);
   void ShowPage(int row);
   void ChooseStore();

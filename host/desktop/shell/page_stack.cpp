@@ -5,6 +5,7 @@
 
 #include "host/desks/desk_error.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
 
@@ -65,7 +66,7 @@ void PageStack::Show(int row) {
         return;
       }
     } catch (const std::exception& failure) {
-      ShowProblem(row, runner_.cancelled() ? tr("it was cancelled.") : ToQt(failure.what()));
+      ShowProblem(row, runner_.cancelled() ? tr("it was cancelled.") : Told(failure.what()));
       return;
     }
   }

@@ -206,6 +206,713 @@
     </message>
 </context>
 <context>
+    <name>Desks</name>
+    <message>
+        <source>someone else has changed the unit meanwhile</source>
+        <translation>jemand anderes hat die Anlage inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has changed the credential meanwhile</source>
+        <translation>jemand anderes hat den Ausweis inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has changed the directory code meanwhile</source>
+        <translation>jemand anderes hat den Rufcode inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has changed the tenant meanwhile</source>
+        <translation>jemand anderes hat den Mieter inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has deleted the credential meanwhile</source>
+        <translation>jemand anderes hat den Ausweis inzwischen gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has deleted the directory code meanwhile</source>
+        <translation>jemand anderes hat den Rufcode inzwischen gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has deleted the tenant meanwhile</source>
+        <translation>jemand anderes hat den Mieter inzwischen gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has changed or deleted the unit meanwhile</source>
+        <translation>jemand anderes hat die Anlage inzwischen geändert oder gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has changed or deleted the credential meanwhile</source>
+        <translation>jemand anderes hat den Ausweis inzwischen geändert oder gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has changed or deleted the directory code meanwhile</source>
+        <translation>jemand anderes hat den Rufcode inzwischen geändert oder gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has changed or deleted the tenant meanwhile</source>
+        <translation>jemand anderes hat den Mieter inzwischen geändert oder gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has changed the holder of the credential meanwhile</source>
+        <translation>jemand anderes hat den Inhaber des Ausweises inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has changed the holder of the directory code meanwhile</source>
+        <translation>jemand anderes hat einen Mieter mit dem Rufcode inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has changed the tenant who was to get the credential meanwhile</source>
+        <translation>jemand anderes hat den Mieter, der den Ausweis bekommen sollte, inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has changed the tenant who was to get the directory code meanwhile</source>
+        <translation>jemand anderes hat den Mieter, der den Rufcode bekommen sollte, inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>what someone else has done meanwhile calls for a question</source>
+        <translation>was jemand anderes inzwischen getan hat, verlangt eine Rückfrage</translation>
+    </message>
+    <message>
+        <source>the store was moved or replaced meanwhile and has to be opened again</source>
+        <translation>der Bestand wurde inzwischen verschoben oder ersetzt und muss neu geöffnet werden</translation>
+    </message>
+    <message>
+        <source>cannot %1: %2</source>
+        <translation>%1 ist nicht gelungen: %2</translation>
+    </message>
+    <message>
+        <source>open the credential screen</source>
+        <translation>Das Öffnen der Ausweise</translation>
+    </message>
+    <message>
+        <source>fill the credential screen again</source>
+        <translation>Das erneute Füllen der Ausweise</translation>
+    </message>
+    <message>
+        <source>load the credential</source>
+        <translation>Das Laden des Ausweises</translation>
+    </message>
+    <message>
+        <source>open the directory-code screen</source>
+        <translation>Das Öffnen der Rufcodes</translation>
+    </message>
+    <message>
+        <source>load the directory code</source>
+        <translation>Das Laden des Rufcodes</translation>
+    </message>
+    <message>
+        <source>begin a new directory code</source>
+        <translation>Der Beginn eines neuen Rufcodes</translation>
+    </message>
+    <message>
+        <source>open the report</source>
+        <translation>Das Öffnen des Berichts</translation>
+    </message>
+    <message>
+        <source>read the stored directory codes</source>
+        <translation>Das Lesen der gespeicherten Rufcodes</translation>
+    </message>
+    <message>
+        <source>queue the holder&apos;s step</source>
+        <translation>Das Einreihen des Schritts für den Inhaber</translation>
+    </message>
+    <message>
+        <source>cannot load the credential: somebody else has deleted it meanwhile</source>
+        <translation>Der Ausweis kann nicht geladen werden: jemand anderes hat ihn inzwischen gelöscht</translation>
+    </message>
+    <message>
+        <source>cannot delete a credential: none is selected</source>
+        <translation>Es kann kein Ausweis gelöscht werden: keiner ist gewählt</translation>
+    </message>
+    <message>
+        <source>cannot delete a directory code: none is selected</source>
+        <translation>Es kann kein Rufcode gelöscht werden: keiner ist gewählt</translation>
+    </message>
+    <message>
+        <source>cancelled; nothing was changed</source>
+        <translation>abgebrochen; es wurde nichts geändert</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is empty: lists show tenants by it</source>
+        <translation>{field} „{value}“ ist leer: in Listen steht der Mieter unter diesem Namen</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is empty: give a number, or leave it out</source>
+        <translation>{field} „{value}“ ist leer: eine Nummer angeben</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is empty: leave it out for a single credential</source>
+        <translation>{field} „{value}“ ist leer: für einen einzigen Ausweis wird keine angegeben</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is empty</source>
+        <translation>{field} „{value}“ ist leer</translation>
+    </message>
+    <message>
+        <source>{field} is needed: lists show tenants by it</source>
+        <translation>{field} fehlt: in Listen steht der Mieter unter diesem Namen</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is below 0</source>
+        <translation>{field} „{value}“ ist kleiner als 0</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is too large a number</source>
+        <translation>{field} „{value}“ ist eine zu große Zahl</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is no number: it would be stored as %1</source>
+        <translation>{field} „{value}“ ist keine Zahl: gespeichert würde %1</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is longer than the %1 digits of this unit&apos;s codes</source>
+        <translation>{field} „{value}“ ist länger als die %1 Ziffern der Codes dieser Anlage</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; must be a whole number from 1 to %1, in digits alone</source>
+        <translation>{field} „{value}“ muss eine ganze Zahl von 1 bis %1 sein, nur mit Ziffern geschrieben</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; must be a whole number from %1 to %2, in digits alone</source>
+        <translation>{field} „{value}“ muss eine ganze Zahl von %1 bis %2 sein, nur mit Ziffern geschrieben</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is no whole number: write it in digits alone</source>
+        <translation>{field} „{value}“ ist keine ganze Zahl: nur mit Ziffern schreiben</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is no date: write it as 2026-12-31, 12/31/2026 or 31 Dec 2026, with a time as in &apos;2026-12-31 18:00&apos;</source>
+        <translation>{field} „{value}“ ist kein Datum: es als 2026-12-31, 12/31/2026 oder 31 Dec 2026 schreiben, mit einer Uhrzeit wie in „2026-12-31 18:00“</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; lies outside the years that the screen offers</source>
+        <translation>{field} „{value}“ liegt außerhalb der Jahre, die der Bildschirm anbietet</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; cannot be typed into a box: it has control characters or bytes that are not UTF-8</source>
+        <translation>{field} „{value}“ kann in kein Feld eingegeben werden: es hat Steuerzeichen oder Bytes, die kein UTF-8 sind</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; has %1 characters, and takes %2 at most</source>
+        <translation>{field} „{value}“ hat %1 Zeichen, und höchstens %2 sind möglich</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; has an apostrophe, which would end the text in a statement: write %1</source>
+        <translation>{field} „{value}“ hat einen Apostroph, der den Text in einer Anweisung beenden würde: stattdessen %1 schreiben</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; has separators between its digits: write %1</source>
+        <translation>{field} „{value}“ hat Trennzeichen zwischen den Ziffern: %1 schreiben</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is neither 1 nor 4</source>
+        <translation>{field} „{value}“ ist weder 1 noch 4</translation>
+    </message>
+    <message>
+        <source>{field}: &apos;{value}&apos; is neither yes nor no</source>
+        <translation>{field}: „{value}“ ist weder Ja noch Nein</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is neither %1 nor %2</source>
+        <translation>{field} „{value}“ ist weder %1 noch %2</translation>
+    </message>
+    <message>
+        <source>leave {field} out: only transmitters have buttons</source>
+        <translation>{field} leer lassen: nur Sender haben Tasten</translation>
+    </message>
+    <message>
+        <source>leave {field} out: only transmitters have it</source>
+        <translation>{field} leer lassen: nur Sender haben das</translation>
+    </message>
+    <message>
+        <source>leave {field} out: this unit ignores facility codes</source>
+        <translation>{field} leer lassen: diese Anlage beachtet keine Objektcodes</translation>
+    </message>
+    <message>
+        <source>leave {field} out: only cards have a door</source>
+        <translation>{field} leer lassen: nur Karten haben eine Tür</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; must be left empty: only cards have a door</source>
+        <translation>{field} „{value}“ muss leer bleiben: nur Karten haben eine Tür</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; must be left empty: only transmitters have one</source>
+        <translation>{field} „{value}“ muss leer bleiben: nur Sender haben das</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; must be left empty: this unit ignores facility codes</source>
+        <translation>{field} „{value}“ muss leer bleiben: diese Anlage beachtet keine Objektcodes</translation>
+    </message>
+    <message>
+        <source>leave {field} out: there is no extension, and without one the delay is always %1</source>
+        <translation>{field} weglassen: es gibt keine Durchwahl, und ohne sie ist die Wartezeit immer %1</translation>
+    </message>
+    <message>
+        <source>the directory code %1 is shown as {value} and would be stored so: renumber it first</source>
+        <translation>der Rufcode %1 wird als {value} angezeigt und würde so gespeichert: ihn zuerst umnummerieren</translation>
+    </message>
+    <message>
+        <source>unit %1 has no credential &apos;{value}&apos;</source>
+        <translation>die Anlage %1 hat keinen Ausweis „{value}“</translation>
+    </message>
+    <message>
+        <source>unit %1 has no directory code &apos;{value}&apos;</source>
+        <translation>die Anlage %1 hat keinen Rufcode „{value}“</translation>
+    </message>
+    <message>
+        <source>unit %1 has no directory code in row %2</source>
+        <translation>die Anlage %1 hat keinen Rufcode in Zeile %2</translation>
+    </message>
+    <message>
+        <source>unit %1 has no tenant &apos;{value}&apos;</source>
+        <translation>die Anlage %1 hat keinen Mieter „{value}“</translation>
+    </message>
+    <message>
+        <source>%1 rows have the directory code &apos;{value}&apos;: name a row instead (rid:%2)</source>
+        <translation>%1 Zeilen haben den Rufcode „{value}“: stattdessen eine Zeile nennen (rid:%2)</translation>
+    </message>
+    <message>
+        <source>{field}: %1 rows have the directory code &apos;{value}&apos;: name a row instead (rid:%2)</source>
+        <translation>{field}: %1 Zeilen haben den Rufcode „{value}“: stattdessen eine Zeile nennen (rid:%2)</translation>
+    </message>
+    <message>
+        <source>{field}: this unit has no directory code &apos;{value}&apos;</source>
+        <translation>{field}: diese Anlage hat keinen Rufcode „{value}“</translation>
+    </message>
+    <message>
+        <source>{field}: this unit has no door &apos;{value}&apos;</source>
+        <translation>{field}: diese Anlage hat keine Tür „{value}“</translation>
+    </message>
+    <message>
+        <source>{field}: %1 doors are called &apos;{value}&apos;: give the door&apos;s number instead</source>
+        <translation>{field}: %1 Türen heißen „{value}“: stattdessen die Nummer der Tür angeben</translation>
+    </message>
+    <message>
+        <source>{field}: &apos;{value}&apos; is none of the unit&apos;s groups: %1</source>
+        <translation>{field}: „{value}“ ist keine Gruppe der Anlage: %1</translation>
+    </message>
+    <message>
+        <source>{field}: &apos;{value}&apos; is none of the unit&apos;s schedules: %1</source>
+        <translation>{field}: „{value}“ ist kein Zeitplan der Anlage: %1</translation>
+    </message>
+    <message>
+        <source>{field}: %1 schedules are called &apos;{value}&apos;: give the id instead (%2)</source>
+        <translation>{field}: %1 Zeitpläne heißen „{value}“: stattdessen die Nummer angeben (%2)</translation>
+    </message>
+    <message>
+        <source>there is no entry &apos;{value}&apos; in the history</source>
+        <translation>im Verlauf gibt es keinen Eintrag „{value}“</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is one too many: a tenant holds at most %1</source>
+        <translation>{field} „{value}“ ist zu viel: ein Mieter hat höchstens %1</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is held by %1: take it from there first</source>
+        <translation>{field} „{value}“ gehört %1: zuerst dort wegnehmen</translation>
+    </message>
+    <message>
+        <source>%1 is a resident: {field} &apos;{value}&apos; can be given to a tenant who is none</source>
+        <translation>%1 ist Bewohner: {field} „{value}“ kann nur ein Mieter bekommen, der keiner ist</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; can be given to one tenant only: name one</source>
+        <translation>{field} „{value}“ kann nur ein Mieter bekommen: einen wählen</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos;: the period of %1 would end before it begins, on %2</source>
+        <translation>{field} „{value}“: der Zeitraum von %1 würde vor seinem Beginn am %2 enden</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is no date: a lease ends on one</source>
+        <translation>{field} „{value}“ ist kein Datum: eine Mietzeit endet an einem</translation>
+    </message>
+    <message>
+        <source>the unit has no link code left</source>
+        <translation>die Anlage hat keinen Verknüpfungscode mehr frei</translation>
+    </message>
+    <message>
+        <source>The unit has no link code left</source>
+        <translation>Die Anlage hat keinen Verknüpfungscode mehr frei</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; needs two values, as in &apos;... between 5 AND 9&apos;</source>
+        <translation>{field} „{value}“ braucht zwei Werte</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; ends without a value: &apos;%1&apos; takes a number</source>
+        <translation>{field} „{value}“ endet ohne einen Wert: „%1“ nimmt eine Zahl</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos;: &apos;%1&apos; takes %2, and &apos;%3&apos; is none</source>
+        <translation>{field} „{value}“: „%1“ nimmt %2, und „%3“ ist keine</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2, in digits alone</source>
+        <translation>eine ganze Zahl von %1 bis %2, nur mit Ziffern geschrieben</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos;: the first value of a range must not be above the second</source>
+        <translation>{field} „{value}“: der erste Wert eines Bereichs darf nicht größer als der zweite sein</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; ends without a text to look for; &apos;equal&apos; without one finds the rows that have none</source>
+        <translation>{field} „{value}“ endet ohne einen Text, der gesucht wird; „equal“ ohne Text findet die Zeilen, die keinen haben</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; ends without a value: &apos;%1&apos; takes the name of a schedule</source>
+        <translation>{field} „{value}“ endet ohne einen Wert: „%1“ nimmt den Namen eines Zeitplans</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos;: &apos;%1&apos; is none of the unit&apos;s schedules: %2</source>
+        <translation>{field} „{value}“: „%1“ ist kein Zeitplan der Anlage: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be undone: %2 then; nothing was changed</source>
+        <translation>%1 kann nicht rückgängig gemacht werden: dann %2; es wurde nichts geändert</translation>
+    </message>
+    <message>
+        <source>%1 cannot be undone: row %2 of %3 is no more as it left it%4; nothing was changed</source>
+        <translation>%1 kann nicht rückgängig gemacht werden: Zeile %2 von %3 ist nicht mehr so, wie er sie hinterließ%4; es wurde nichts geändert</translation>
+    </message>
+    <message>
+        <source>%1 cannot be undone: it changed only what the unit holds, which stays as the unit has it; a change of a tenant or a code queues its step again</source>
+        <translation>%1 kann nicht rückgängig gemacht werden: er änderte nur, was die Anlage hat, und das bleibt so; eine Änderung eines Mieters oder Codes reiht ihren Schritt neu ein</translation>
+    </message>
+    <message>
+        <source>the line has neither a name nor a card nor a directory code</source>
+        <translation>die Zeile hat weder einen Namen noch eine Karte noch einen Rufcode</translation>
+    </message>
+    <message>
+        <source>%1 is stored already</source>
+        <translation>%1 ist schon gespeichert</translation>
+    </message>
+    <message>
+        <source>%1 has two credentials already</source>
+        <translation>%1 hat schon zwei Ausweise</translation>
+    </message>
+    <message>
+        <source>both cards of the line are the same one</source>
+        <translation>beide Karten der Zeile sind dieselbe</translation>
+    </message>
+    <message>
+        <source>%1 is in line %2 already: one line holds all that a tenant has, a second card in columns of its own</source>
+        <translation>%1 steht schon in Zeile %2: eine Zeile hat alles, was ein Mieter hat, eine zweite Karte in eigenen Spalten</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is held by %1</source>
+        <translation>{field} „{value}“ gehört %1</translation>
+    </message>
+    <message>
+        <source>{field} is empty: no credential has the number &apos;%1&apos;, and a new one needs a type: %2</source>
+        <translation>{field} ist leer: kein Ausweis hat die Nummer „%1“, und ein neuer braucht einen Typ: %2</translation>
+    </message>
+    <message>
+        <source>{field}: several credentials have the number &apos;{value}&apos;: say the type and the facility code, too</source>
+        <translation>{field}: mehrere Ausweise haben die Nummer „{value}“: auch Typ und Objektcode angeben</translation>
+    </message>
+    <message>
+        <source>{field}: several credentials are listed as &apos;{value}&apos;: say the type, the number and the facility code in columns of their own</source>
+        <translation>{field}: mehrere Ausweise stehen als „{value}“ in der Liste: Typ, Nummer und Objektcode in eigenen Spalten angeben</translation>
+    </message>
+    <message>
+        <source>{field}: the unit has no credential &apos;{value}&apos;: one that is to be issued needs its type and number in columns of their own</source>
+        <translation>{field}: die Anlage hat keinen Ausweis „{value}“: einer, der ausgegeben werden soll, braucht Typ und Nummer in eigenen Spalten</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is no name: the line seems to add the others up</source>
+        <translation>{field} „{value}“ ist kein Name: die Zeile scheint die anderen zusammenzuzählen</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; has nobody who could dial it: {code} is empty</source>
+        <translation>{field} „{value}“ hat niemanden, der dort anrufen könnte: {code} ist leer</translation>
+    </message>
+    <message>
+        <source>{field}: several rows have the directory code &apos;{value}&apos;</source>
+        <translation>{field}: mehrere Zeilen haben den Rufcode „{value}“</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is no tenant of this unit to whom the screen assigns credentials</source>
+        <translation>{field} „{value}“ ist kein Mieter dieser Anlage, dem der Bildschirm Ausweise zuordnet</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; has two credentials already</source>
+        <translation>{field} „{value}“ hat schon zwei Ausweise</translation>
+    </message>
+    <message>
+        <source>the file is empty: its first line must hold headings</source>
+        <translation>die Datei ist leer: ihre erste Zeile muss Überschriften haben</translation>
+    </message>
+    <message>
+        <source>the file is empty: its first line must hold headings out of %1</source>
+        <translation>die Datei ist leer: ihre erste Zeile muss Überschriften aus dieser Liste haben: %1</translation>
+    </message>
+    <message>
+        <source>line %1: the column &quot;%2&quot; is there twice</source>
+        <translation>Zeile %1: die Spalte „%2“ ist zweimal da</translation>
+    </message>
+    <message>
+        <source>line %1: the column &quot;%2&quot; is missing</source>
+        <translation>Zeile %1: die Spalte „%2“ fehlt</translation>
+    </message>
+    <message>
+        <source>the line is not valid UTF-8: save the file as UTF-8, or say which encoding it has</source>
+        <translation>die Zeile ist kein gültiges UTF-8: die Datei als UTF-8 speichern oder sagen, welche Kodierung sie hat</translation>
+    </message>
+    <message>
+        <source>a quote that opens a cell is never closed</source>
+        <translation>ein Anführungszeichen, das eine Zelle öffnet, wird nie geschlossen</translation>
+    </message>
+    <message>
+        <source>%1 cells, but %2 headings</source>
+        <translation>%1 Zellen, aber %2 Überschriften</translation>
+    </message>
+    <message>
+        <source>the directory code %1 stands in line %2 already</source>
+        <translation>der Rufcode %1 steht schon in Zeile %2</translation>
+    </message>
+    <message>
+        <source>the directory code must be a number of digits</source>
+        <translation>der Rufcode muss eine Zahl aus Ziffern sein</translation>
+    </message>
+    <message>
+        <source>the directory code has more than 15 digits</source>
+        <translation>der Rufcode hat mehr als 15 Ziffern</translation>
+    </message>
+    <message>
+        <source>%1 fields instead of %2</source>
+        <translation>%1 Felder statt %2</translation>
+    </message>
+    <message>
+        <source>the phone number is empty</source>
+        <translation>die Telefonnummer ist leer</translation>
+    </message>
+    <message>
+        <source>do not disturb is on, but has no schedule</source>
+        <translation>„Nicht stören“ ist an, hat aber keinen Zeitplan</translation>
+    </message>
+    <message>
+        <source>call forwarding is on, but has no schedule</source>
+        <translation>die Rufweiterleitung ist an, hat aber keinen Zeitplan</translation>
+    </message>
+    <message>
+        <source>call forwarding is on, but has no phone number</source>
+        <translation>die Rufweiterleitung ist an, hat aber keine Telefonnummer</translation>
+    </message>
+    <message>
+        <source>the end date is not later than the start date</source>
+        <translation>der letzte Tag ist nicht später als der erste</translation>
+    </message>
+    <message>
+        <source>the directory code %1 is longer than the %2 digits of this unit&apos;s codes; nothing was changed</source>
+        <translation>der Rufcode %1 ist länger als die %2 Ziffern der Codes dieser Anlage; es wurde nichts geändert</translation>
+    </message>
+    <message>
+        <source>the unit would hold %1 combined codes, and its type allows %2; nothing was changed</source>
+        <translation>die Anlage hätte %1 Codes, und ihr Typ erlaubt %2; es wurde nichts geändert</translation>
+    </message>
+    <message>
+        <source>the line is longer than %1 bytes</source>
+        <translation>die Zeile ist länger als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>never sent to the unit</source>
+        <translation>nie an die Anlage gesendet</translation>
+    </message>
+    <message>
+        <source>its last change was not sent</source>
+        <translation>seine letzte Änderung wurde nicht gesendet</translation>
+    </message>
+    <message>
+        <source>taken from %1</source>
+        <translation>wird %1 genommen</translation>
+    </message>
+    <message>
+        <source>unit %1 &apos;%2&apos; has no type: nothing can be stored in it until its row of the store&apos;s table UnitSettings has one of UnitTypes</source>
+        <translation>die Anlage %1 „%2“ hat keinen Typ: in ihr kann nichts gespeichert werden, bis ihre Zeile in der Tabelle UnitSettings einen aus UnitTypes hat</translation>
+    </message>
+    <message>
+        <source>unit %1 &apos;%2&apos; has the type &apos;%3&apos;, whose capacity is unknown: nothing can be stored in it until UnitTypes has one</source>
+        <translation>die Anlage %1 „%2“ hat den Typ „%3“, dessen Größe unbekannt ist: in ihr kann nichts gespeichert werden, bis UnitTypes eine hat</translation>
+    </message>
+    <message>
+        <source>there is no database &apos;%1&apos;</source>
+        <translation>es gibt keinen Bestand „%1“</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; exists already</source>
+        <translation>„%1“ gibt es schon</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was made by somebody else meanwhile, and is left as it is</source>
+        <translation>„%1“ hat inzwischen jemand anderes angelegt und bleibt, wie es ist</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no store of this program and is not replaced</source>
+        <translation>„%1“ ist kein Bestand dieses Programms und wird nicht ersetzt</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; belongs to the store itself: name another file</source>
+        <translation>„%1“ gehört zum Bestand selbst: eine andere Datei nennen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was left behind by a store that is gone: move it away first</source>
+        <translation>„%1“ hat ein Bestand hinterlassen, den es nicht mehr gibt: die Datei zuerst wegräumen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is in an older form and has a log beside it: open it once as a store, which brings it up to date</source>
+        <translation>„%1“ hat eine ältere Form und ein Protokoll daneben: einmal als Bestand öffnen, das bringt ihn auf den neuen Stand</translation>
+    </message>
+    <message>
+        <source>cannot write &apos;%1&apos;: there is no folder &apos;%2&apos;</source>
+        <translation>„%1“ kann nicht geschrieben werden: es gibt keinen Ordner „%2“</translation>
+    </message>
+    <message>
+        <source>there is no file &apos;%1&apos;</source>
+        <translation>es gibt keine Datei „%1“</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is larger than %2 MB: split it, with the headings in each part; nothing was imported</source>
+        <translation>„%1“ ist größer als %2 MB: die Datei teilen, mit den Überschriften in jedem Teil; es wurde nichts importiert</translation>
+    </message>
+    <message>
+        <source>the printer, or the file, takes nothing</source>
+        <translation>der Drucker oder die Datei nimmt nichts an</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a database of another program: name another file</source>
+        <translation>„%1“ ist die Datenbank eines anderen Programms: eine andere Datei nennen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is empty: create the store first</source>
+        <translation>„%1“ ist leer: zuerst den Bestand anlegen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was written by a newer version of this program (schema %2, this one reads up to %3): use that version</source>
+        <translation>„%1“ hat eine neuere Version dieses Programms geschrieben (Schema %2, diese liest bis %3): jene Version verwenden</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is being replaced again and again: try again later</source>
+        <translation>„%1“ wird immer wieder ersetzt: es später noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is damaged: %2</source>
+        <translation>„%1“ ist beschädigt: %2</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos;: %2 (%3)</source>
+        <translation>Der Bestand „%1“: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>Cannot open the store &apos;%1&apos;: %2 (%3)</source>
+        <translation>Der Bestand „%1“ kann nicht geöffnet werden: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; cannot be written: %2</source>
+        <translation>In den Bestand „%1“ kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; is in use: %2</source>
+        <translation>Der Bestand „%1“ ist in Gebrauch: %2</translation>
+    </message>
+    <message>
+        <source>The statement failed: %1 (%2)</source>
+        <translation>Die Anweisung ist fehlgeschlagen: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>The statement cannot be run: %1 (%2)</source>
+        <translation>Die Anweisung kann nicht ausgeführt werden: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; was moved or replaced while it was open: open it again</source>
+        <translation>Der Bestand „%1“ wurde verschoben oder ersetzt, während er offen war: ihn neu öffnen</translation>
+    </message>
+    <message>
+        <source>The store was moved or replaced while it was open: nothing was stored</source>
+        <translation>Der Bestand wurde verschoben oder ersetzt, während er offen war: es wurde nichts gespeichert</translation>
+    </message>
+    <message>
+        <source>Somebody else has changed the unit meanwhile: nothing was stored</source>
+        <translation>Jemand anderes hat die Anlage inzwischen geändert: es wurde nichts gespeichert</translation>
+    </message>
+    <message>
+        <source>The operation was given up after an earlier failure: nothing was stored</source>
+        <translation>Der Vorgang wurde nach einem Fehler aufgegeben: es wurde nichts gespeichert</translation>
+    </message>
+    <message>
+        <source>The operation was cancelled: nothing was stored</source>
+        <translation>Der Vorgang wurde abgebrochen: es wurde nichts gespeichert</translation>
+    </message>
+    <message>
+        <source>Another user&apos;s program has the store &apos;%1&apos; open: let it finish, then try again</source>
+        <translation>Das Programm eines anderen Benutzers hat den Bestand „%1“ offen: es beenden lassen und noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>another program is writing to the store: nothing was changed; let it finish, then try again</source>
+        <translation>ein anderes Programm schreibt in den Bestand: es wurde nichts geändert; es beenden lassen und noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>check the rights on the file and its folder, or open it for reading only</source>
+        <translation>die Rechte an der Datei und ihrem Ordner prüfen</translation>
+    </message>
+    <message>
+        <source>the store cannot be written: check the rights on the file and its folder, or whether it was opened for reading only</source>
+        <translation>in den Bestand kann nicht geschrieben werden: die Rechte an der Datei und ihrem Ordner prüfen</translation>
+    </message>
+    <message>
+        <source>the disk is full: make room, then try again</source>
+        <translation>der Datenträger ist voll: Platz schaffen und noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>the disk could not be read or written: check it, then try again</source>
+        <translation>vom Datenträger konnte nicht gelesen oder auf ihn geschrieben werden: ihn prüfen und noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>the file is not a store: choose another one</source>
+        <translation>die Datei ist kein Bestand: eine andere wählen</translation>
+    </message>
+    <message>
+        <source>the store is damaged: put back a copy of it</source>
+        <translation>der Bestand ist beschädigt: eine Sicherung zurückspielen</translation>
+    </message>
+    <message>
+        <source>the file cannot be opened: check its name and the rights on it and its folder</source>
+        <translation>die Datei kann nicht geöffnet werden: ihren Namen und die Rechte an ihr und ihrem Ordner prüfen</translation>
+    </message>
+    <message>
+        <source>there is not enough memory: close other programs, then try again</source>
+        <translation>der Speicher reicht nicht: andere Programme schließen und noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>the query asks for far more work than a report: narrow it</source>
+        <translation>die Abfrage verlangt weit mehr Arbeit als ein Bericht: sie einschränken</translation>
+    </message>
+    <message>
+        <source>unit %1%2 has no settings: the store&apos;s table UnitSettings needs a row for it</source>
+        <translation>die Anlage %1%2 hat keine Einstellungen: die Tabelle UnitSettings des Bestands braucht eine Zeile für sie</translation>
+    </message>
+    <message>
+        <source>no step &apos;{value}&apos; waits for the unit: what was changed again since it was handed over waits at a later place</source>
+        <translation>kein Schritt „{value}“ wartet auf die Anlage: was nach der Übergabe noch einmal geändert wurde, wartet an späterer Stelle</translation>
+    </message>
+    <message>
+        <source>%1 loses %2. %3 has two credentials and loses %4. Go on?</source>
+        <translation>%1 verliert %2. %3 hat zwei Ausweise und verliert %4. Fortfahren?</translation>
+    </message>
+    <message>
+        <source>%1 has two credentials and loses %2. Go on?</source>
+        <translation>%1 hat zwei Ausweise und verliert %2. Fortfahren?</translation>
+    </message>
+    <message>
+        <source>%1 loses %2. Go on?</source>
+        <translation>%1 verliert %2. Fortfahren?</translation>
+    </message>
+</context>
+<context>
     <name>DirCodePage</name>
     <message>
         <source>&amp;Find:</source>
@@ -1748,6 +2455,18 @@
     <message>
         <source>Put the demo building into it?</source>
         <translation>Soll das Demogebäude hineingelegt werden?</translation>
+    </message>
+    <message>
+        <source>Making the demo building</source>
+        <translation>Das Demogebäude wird angelegt</translation>
+    </message>
+    <message>
+        <source>Cancelled. Nothing was opened.</source>
+        <translation>Abgebrochen. Es wurde nichts geöffnet.</translation>
+    </message>
+    <message>
+        <source>Reading the units</source>
+        <translation>Die Anlagen werden gelesen</translation>
     </message>
 </context>
 <context>

@@ -29,47 +29,7 @@ constexpr int kMostCompoundSelects = 100;
 constexpr int kLongestPattern = 1000;
 constexpr int kCacheSize = -32 * 1024;  // page cache of 32 MiB: a full range save stays in it
 
-/// Asked by SQLite each time it meets another one's lock: 1 to try again.
-int WaitForOther(void* context, int attempts) {
-  using std::chrono::milliseconds;
-  // Short waits at first: most writers are gone in a moment.
-  constexpr std::array kPauses{1, 2, 5, 10, 15, 20, 25};
-  constexpr int kLongestPause = 50;
-  const auto& patience = *static_cast<const Patience*>(context);
-  const auto nth = static_cast<std::size_t>(attempts);
-  // Counted by what was slept, which is never more than what has passed.
-  const int shortOnes = std::accumulate(
-      kPauses.begin(), kPauses.begin() + static_cast<std::ptrdiff_t>(std::min(nth, kPauses.size())),
-      0);
-  const int longOnes =
-      nth > kPauses.size() ? static_cast<int>(nth - kPauses.size()) * kLongestPause : 0;
-  const milliseconds waited(shortOnes + longOnes);
-  if (waited >= patience.limit) {
-    return 0;
-  }
-  try {
-    if (patience.waiting && !patience.waiting(waited)) {
-      return 0;
-    }
-  } catch (...) {
-    return 0;
-  }
-  const milliseconds pause(nth < kPauses.size() ? kPauses[nth] : kLongestPause);
-  std::this_thread::sleep_for(std::min(pause, patience.limit - waited));
-  return 1;
-}
-
 constexpr int kStepsBetweenLooks = 20'000;  // of the engine: a few milliseconds
-
-/// Called by SQLite while a statement works: anything but 0 interrupts it.
-int LookUp(void* context) {
-  const auto& patience = *static_cast<const Patience*>(context);
-  try {
-    return patience.working && !patience.working() ? 1 : 0;
-  } catch (...) {
-    return 1;
-  }
-}
 
 void Limit(sqlite3* handle, int what, int value) {
   sqlite3_limit(handle, what, value);
@@ -116,6 +76,52 @@ int FlagsOf(OpenMode mode) {
 
 }  // namespace
 
+/// Asked by SQLite each time it meets another one's lock: 1 to try again.
+int Database::WaitForOther(void* asked, int attempts) {
+  using std::chrono::milliseconds;
+  // Short waits at first: most writers are gone in a moment.
+  constexpr std::array kPauses{1, 2, 5, 10, 15, 20, 25};
+  constexpr int kLongestPause = 50;
+  const Patience& patience = static_cast<const Asked*>(asked)->patience;
+  const auto nth = static_cast<std::size_t>(attempts);
+  // Counted by what was slept, which is never more than what has passed.
+  const int shortOnes = std::accumulate(
+      kPauses.begin(), kPauses.begin() + static_cast<std::ptrdiff_t>(std::min(nth, kPauses.size())),
+      0);
+  const int longOnes =
+      nth > kPauses.size() ? static_cast<int>(nth - kPauses.size()) * kLongestPause : 0;
+  const milliseconds waited(shortOnes + longOnes);
+  if (waited >= patience.limit) {
+    return 0;
+  }
+  try {
+    if (patience.waiting && !patience.waiting(waited)) {
+      return 0;
+    }
+  } catch (...) {
+    return 0;
+  }
+  const milliseconds pause(nth < kPauses.size() ? kPauses[nth] : kLongestPause);
+  std::this_thread::sleep_for(std::min(pause, patience.limit - waited));
+  return 1;
+}
+
+/// Called by SQLite while a statement works: anything but 0 interrupts it.
+int Database::LookUp(void* asked) {
+  auto& [patience, stepsLeft] = *static_cast<Asked*>(asked);
+  if (stepsLeft) {
+    *stepsLeft -= kStepsBetweenLooks;
+    if (*stepsLeft < 0) {
+      return 1;
+    }
+  }
+  try {
+    return patience.working && !patience.working() ? 1 : 0;
+  } catch (...) {
+    return 1;
+  }
+}
+
 void Database::Closer::operator()(sqlite3* handle) noexcept {
   try {
     if (watch != nullptr && watch->Look() == LogVerdict::kForeign) {
@@ -136,7 +142,7 @@ Database::Database(std::string name, const std::string& path, int flags, bool re
                    Patience patience)
     : name_(std::move(name)),
       readOnly_(readOnly),
-      patience_(std::make_unique<Patience>(std::move(patience))) {
+      asked_(std::make_unique<Asked>(Asked{std::move(patience), std::nullopt})) {
   SetUpEngine();
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
@@ -151,8 +157,8 @@ Database::Database(std::string name, const std::string& path, int flags, bool re
                      StoreFault::kReadOnly);
   }
   Configure(opened);
-  sqlite3_busy_handler(opened, &WaitForOther, patience_.get());
-  sqlite3_progress_handler(opened, kStepsBetweenLooks, &LookUp, patience_.get());
+  sqlite3_busy_handler(opened, &WaitForOther, asked_.get());
+  sqlite3_progress_handler(opened, kStepsBetweenLooks, &LookUp, asked_.get());
   RegisterSqlFunctions(opened);
   Run(
       fmt::format("PRAGMA foreign_keys=ON; PRAGMA temp_store=MEMORY; PRAGMA cell_size_check=ON;"

@@ -34,8 +34,11 @@ class Database {
   static Database InMemory();
 
   /// How long it waits for another one that writes.
-  void SetPatience(Patience patience) { *patience_ = std::move(patience); }
-  [[nodiscard]] const Patience& patience() const noexcept { return *patience_; }
+  void SetPatience(Patience patience) { asked_->patience = std::move(patience); }
+  [[nodiscard]] const Patience& patience() const noexcept { return asked_->patience; }
+  /// How many more steps of the engine its statements may take from now on; none: as many as they
+  /// need. One that would take more fails with SQLITE_INTERRUPT, as one that patience ends.
+  void BoundSteps(std::optional<std::int64_t> most) noexcept { asked_->stepsLeft = most; }
 
   /// To be called outside a transaction, for those that begin then.
   void KeepSavepoints(SavepointRoom room) noexcept;
@@ -74,6 +77,14 @@ class Database {
     void operator()(sqlite3* handle) noexcept;
   };
 
+  /// What SQLite asks while it works or waits.
+  struct Asked {
+    Patience patience;
+    std::optional<std::int64_t> stepsLeft;
+  };
+
+  static int WaitForOther(void* asked, int attempts);
+  static int LookUp(void* asked);
   [[nodiscard]] std::uint32_t PageOfSeals();
   [[noreturn]] void RefuseOtherFile() const;
   Database(std::string name, const std::string& path, int flags, bool readOnly, Patience patience);
@@ -81,7 +92,7 @@ class Database {
   std::string name_;
   bool readOnly_;
   // Where SQLite finds it, wherever this object is moved to.
-  std::unique_ptr<Patience> patience_;
+  std::unique_ptr<Asked> asked_;
   std::unique_ptr<sqlite3, Closer> handle_;
 };
 

@@ -1,6 +1,7 @@
 #include "tests/host/desktop/desktop_fixture.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -136,6 +137,24 @@ void Answers::Look() {
   }
 }
 
+CancelPress::CancelPress(MainWindow& window, By by) {
+  auto* cancel = window.findChild<QPushButton*>(QStringLiteral("cancelOperation"));
+  QObject::connect(&look_, &QTimer::timeout, &look_, [this, &window, cancel, by] {
+    if (!window.runner().busy() || (by == By::kButton && !cancel->isVisible())) {
+      return;
+    }
+    look_.stop();
+    done_ = true;
+    told_ = FromQt(cancel->parentWidget()->findChild<QLabel*>()->text());
+    if (by == By::kButton) {
+      QTest::mouseClick(cancel, Qt::LeftButton);
+    } else {
+      QTest::keyClick(&window, Qt::Key_Escape);
+    }
+  });
+  look_.start(0);
+}
+
 DesktopTest::DesktopTest()
     : settings_(std::make_unique<QSettings>(folder_.filePath(QStringLiteral("settings.ini")),
                                             QSettings::IniFormat)),
@@ -184,6 +203,16 @@ void DesktopTest::Click(const char* button) {
   QTest::mouseClick(&Find<QAbstractButton>(button), Qt::LeftButton, Qt::NoModifier,
                     {10, Find<QAbstractButton>(button).height() / 2});
   Settle();
+}
+
+void DesktopTest::ChooseInMenu(const char* text) {
+  for (QAction* action : window_->findChildren<QAction*>()) {
+    if (action->text() == QString::fromUtf8(text)) {
+      action->trigger();
+      return;
+    }
+  }
+  FAIL() << "there is no " << text << " in a menu";
 }
 
 void DesktopTest::Type(const char* line, const char* text) {

@@ -68,6 +68,23 @@ class Answers {
   std::vector<SeenBox> seen_;
 };
 
+/// Cancels the next operation: by its button, as soon as it is shown, or by Escape, at once.
+class CancelPress {
+ public:
+  enum class By : bool { kButton, kEscape };
+
+  explicit CancelPress(MainWindow& window, By by = By::kButton);
+
+  [[nodiscard]] bool done() const { return done_; }
+  /// What was told beside the button then.
+  [[nodiscard]] const std::string& told() const { return told_; }
+
+ private:
+  QTimer look_;
+  bool done_ = false;
+  std::string told_;
+};
+
 /// The clock stands at 2026-01-31 14:05:09. Settings and stores lie in a folder of the test's own.
 class DesktopTest : public testing::Test {
  protected:
@@ -101,6 +118,8 @@ class DesktopTest : public testing::Test {
     return *found;
   }
   void Click(const char* button);
+  /// Chooses what stands so in a menu.
+  void ChooseInMenu(const char* text);
   /// Types in place of what is in the line.
   void Type(const char* line, const char* text);
   /// Goes to the entry with the arrow keys.

@@ -5,6 +5,8 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QProgressBar>
 #include <QTableWidget>
 #include <fstream>
@@ -107,6 +109,22 @@ TEST_F(Windows, EveryScreenIsReachedByItsShortcut) {
     EXPECT_EQ(Find<QListWidget>("screenChooser").currentItem()->text(), TitleOf(screen));
     EXPECT_NE(window().page(), nullptr) << screen.key;
   }
+}
+
+TEST_F(Windows, TheMenusAreReachedByF10) {
+  window().activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+  QTest::keyClick(&window(), Qt::Key_F10);
+  QStringList titles;
+  for (qsizetype menu = 0; menu < window().menuBar()->actions().size(); ++menu) {
+    auto* open = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(open, nullptr);
+    titles.append(open->title());
+    QTest::keyClick(open, Qt::Key_Right);
+  }
+  EXPECT_EQ(titles, QStringList({QStringLiteral("Store"), QStringLiteral("Screens"),
+                                 QStringLiteral("View")}));
+  QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
 }
 
 /// What a person works in, not the parts that those are made of.

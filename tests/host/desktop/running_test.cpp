@@ -107,19 +107,10 @@ TEST_F(RunningOperations, WaitingForAnotherSeatsLockEndsByCancel) {
   Choose("cboCredentialType", "Standard 26-Bit Card");
   Type("txtPINStart", "9001");
   Type("txtFacilityCode", "7");
-  std::string shown;
-  QObject::connect(&moment_, &QTimer::timeout, &moment_, [&] {
-    auto* cancel = window().findChild<QPushButton*>(QStringLiteral("cancelOperation"));
-    if (window().runner().busy() && cancel->isVisible()) {
-      moment_.stop();
-      shown = cancel->parentWidget()->findChild<QLabel*>()->text().toStdString();
-      QTest::mouseClick(cancel, Qt::LeftButton);
-    }
-  });
-  moment_.start(0);
+  const CancelPress cancel(window());
   Click("saveButton");
   EXPECT_EQ(Told(), "Cancelled. Nothing was changed.");
-  EXPECT_THAT(shown, HasSubstr("Another program is writing"));
+  EXPECT_THAT(cancel.told(), HasSubstr("Another program is writing"));
   EXPECT_EQ(TextIn("txtPINStart"), "9001");
   held.Undo();
   Click("saveButton");

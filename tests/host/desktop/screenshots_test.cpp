@@ -23,7 +23,7 @@ class Screenshots : public DesktopTest {
     const QDir folder(QStringLiteral(QORDESK_PICTURES));
     ASSERT_TRUE(folder.mkpath(QStringLiteral(".")));
     const QString file = folder.filePath(QStringLiteral("%1-%2.png").arg(name, look));
-    // As small as they get: documents show some of the files as they are.
+    // As small as they get; those that documents show have a palette of 256 colours, too.
     EXPECT_TRUE(widget.grab().save(file, "PNG", 0)) << file.toStdString();
   }
   void TakeTenants(const QString& look);

@@ -59,15 +59,7 @@ TEST_F(StoresInTrouble, AStoreWhoseLockIsHeldIsWaitedForUntilCancel) {
   window().ShowScreen(QStringLiteral("dir_codes"));
   Type("txtdirectorycode", "250");
   Type("txtPhoneNo", "1");
-  QTimer cancel;
-  QObject::connect(&cancel, &QTimer::timeout, &cancel, [&] {
-    auto* button = window().findChild<QPushButton*>(QStringLiteral("cancelOperation"));
-    if (window().runner().busy() && button->isVisible()) {
-      cancel.stop();
-      QTest::mouseClick(button, Qt::LeftButton);
-    }
-  });
-  cancel.start(0);
+  const CancelPress cancel(window());
   Click("saveButton");
   EXPECT_EQ(Told(), "Cancelled. Nothing was changed.");
   EXPECT_EQ(TextIn("txtdirectorycode"), "250");

@@ -1,7 +1,6 @@
-// The screen that creates tenants with their credentials, worked with mouse and keys; backups.
+// The screen that creates tenants with their credentials, worked with mouse and keys.
 #include <gmock/gmock.h>
 
-#include <QAction>
 #include <QCheckBox>
 
 #include "host/desks/credential_desk.h"
@@ -11,9 +10,6 @@
 
 namespace qorhost::test {
 namespace {
-
-using testing::HasSubstr;
-using testing::StartsWith;
 
 class CreatingScreens : public DesktopTest {
  protected:
@@ -91,45 +87,6 @@ TEST_F(CreatingScreens, MakeTheCallsThatASaveMakesWithoutAWindow) {
   EnterCredentials(desk, entry);
   ASSERT_TRUE(desk.SaveNew().done());
   EXPECT_EQ(shown, save(headless));
-}
-
-class Backups : public DesktopTest {
- protected:
-  void ChooseBackUp() {
-    for (QAction* action : window().findChildren<QAction*>()) {
-      if (action->text() == QStringLiteral("Back up…")) {
-        action->trigger();
-        return;
-      }
-    }
-    FAIL() << "there is no such action";
-  }
-};
-
-TEST_F(Backups, AreStoresThatCanBeOpened) {
-  OpenDemoAt(QStringLiteral("overview"));
-  answers_->Type(QString::fromStdString(File("monday.db").string()));
-  ChooseBackUp();
-  EXPECT_THAT(Told(), StartsWith("Backed up to " + File("monday.db").string()));
-  EXPECT_TRUE(window().OpenStore(File("monday.db")));
-  EXPECT_EQ(Cell("SELECT Count(*) FROM Units"), "3");
-}
-
-TEST_F(Backups, NeverReplaceTheStoreItself) {
-  OpenDemoAt(QStringLiteral("overview"));
-  answers_->Type(QString::fromStdString(File("building.db").string()));
-  answers_->Click(QMessageBox::Yes);  // the dialog's own question
-  answers_->Click(QMessageBox::Ok);
-  ChooseBackUp();
-  EXPECT_EQ(answers_->seen().back().icon, QMessageBox::Critical);
-  EXPECT_EQ(Cell("SELECT Count(*) FROM Units"), "3");
-}
-
-TEST_F(Backups, OfAStoreInMemoryThereAreNone) {
-  Click("demoButton");
-  answers_->Click(QMessageBox::Ok);
-  ChooseBackUp();
-  EXPECT_THAT(answers_->LastText(), HasSubstr("in memory"));
 }
 
 }  // namespace

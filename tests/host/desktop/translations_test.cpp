@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QMenuBar>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
@@ -48,9 +49,9 @@ std::vector<Translated> ReadTranslation(const QString& path) {
   return all;
 }
 
-/// "%1", "%2", each as often as it is there.
+/// "%1", "{field}", each as often as it is there.
 QStringList PlacesIn(const QString& text) {
-  static const QRegularExpression kPlace(QStringLiteral("%[0-9n]"));
+  static const QRegularExpression kPlace(QStringLiteral("%[0-9n]|\\{[a-z]+\\}"));
   QStringList places;
   auto found = kPlace.globalMatch(text);
   while (found.hasNext()) {
@@ -144,6 +145,27 @@ TEST_F(InGerman, EveryScreenHoldsItsTextsAndHasItsKeysOnce) {
   }
   window().ShowScreen(QStringLiteral("steps"));
   EXPECT_EQ(Find<QPushButton>("markButton").text(), QStringLiteral("Als &gesendet markieren"));
+}
+
+class LanguageMenu : public DesktopTest {
+ protected:
+  [[nodiscard]] QString FirstMenu() {
+    return window().menuBar()->actions().front()->text().remove(QLatin1Char('&'));
+  }
+};
+
+TEST_F(LanguageMenu, ChoosesTheLanguageOfTheNextStart) {
+  const std::pair<const char*, const char*> languages[] = {{"Deutsch", "Bestand"},
+                                                           {"English", "Store"}};
+  for (const auto& [choice, menu] : languages) {
+    const QString before = FirstMenu();
+    ChooseInMenu(choice);
+    EXPECT_FALSE(Told().empty());
+    EXPECT_EQ(FirstMenu(), before);
+    const Language next(Remembered(*settings_).language());
+    MakeWindow();
+    EXPECT_EQ(FirstMenu(), next.isTranslated() ? QString::fromUtf8(menu) : QStringLiteral("Store"));
+  }
 }
 
 TEST_F(InGerman, AControllersWordsStayAsTheyAre) {

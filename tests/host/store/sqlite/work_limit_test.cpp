@@ -64,6 +64,29 @@ TEST_F(WorkLimitTest, AStoppedQueryInATransactionLeavesTheTransaction) {
   EXPECT_EQ(Number("SELECT count(*) FROM TenantsBackup"), 1999);
 }
 
+// A limit of an earlier statement once took the looking up away with it: a window stood still while
+// it read.
+TEST_F(WorkLimitTest, LeavesWhoeverLooksUpMeanwhile) {
+  int looks = 0;
+  bool goesOn = true;
+  Patience patience;
+  patience.working = [&] {
+    ++looks;
+    return goesOn;
+  };
+  connection_->store().SetPatience(patience);
+  const char* const pairs =
+      "SELECT a.TenantID FROM TenantsBackup a, TenantsBackup b "
+      "WHERE a.TenantID+b.TenantID=0";
+  for (int time = 0; time < 2; ++time) {
+    looks = 0;
+    (void)connection_->session().Select(pairs);
+    EXPECT_GT(looks, 10) << time;
+  }
+  goesOn = false;
+  EXPECT_THROW((void)connection_->session().Select(pairs), StoreError);
+}
+
 TEST_F(WorkLimitTest, LiesOnTheDatabaseAsLongAsItLives) {
   const char* const count = "SELECT count(*) FROM TenantsBackup a, TenantsBackup b";
   {

@@ -1,0 +1,59 @@
+#include "host/desktop/shell/program.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QSettings>
+#include <filesystem>
+#include <iostream>
+
+#include "host/desks/author.h"
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/shell/language.h"
+
+namespace qorhost {
+
+namespace {
+
+/// What stands behind the program's name.
+QStringList WordsGiven(const QApplication& application) {
+  QCommandLineParser words;
+  words.setApplicationDescription(QApplication::translate("main", "Looks after a building."));
+  words.addHelpOption();
+  words.addPositionalArgument(
+      QStringLiteral("store"),
+      QApplication::translate("main", "The store to open; else that of the last time."),
+      QStringLiteral("[store]"));
+  words.process(application);
+  return words.positionalArguments();
+}
+
+}  // namespace
+
+int RunProgram(int argc, char** argv, const std::function<void(MainWindow& window)>& shown) {
+  const QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("qordesk"));
+  QApplication::setOrganizationName(QStringLiteral("qorCred"));
+  QSettings settings;
+  const Language language(Remembered(settings).language());
+  const QStringList given = WordsGiven(application);
+  try {
+    WorkSurroundings surroundings;
+    surroundings.author = AuthorOfProcess("qordesk");
+    MainWindow window(settings, std::move(surroundings));
+    window.show();
+    if (shown) {
+      shown(window);
+    }
+    if (!given.isEmpty()) {
+      window.OpenStore(std::filesystem::path(FromQt(given.front())));
+    } else {
+      window.OpenLastStore();
+    }
+    return QApplication::exec();
+  } catch (const std::exception& failure) {
+    std::cerr << "qordesk: " << failure.what() << '\n';
+  }
+  return 1;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,166 @@
+// What desks say, told in the program's language.
+#include "host/desktop/words/desk_words.h"
+
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/shell/language.h"
+#include "host/desktop/words/desk_sentences.h"
+#include "tests/host/desktop/desktop_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using testing::HasSubstr;
+
+/// The texts of a source, those that stand one behind the other as one, without its comments.
+QStringList TextsIn(const QString& path) {
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+  QString source = QString::fromUtf8(file.readAll());
+  source.remove(QRegularExpression(QStringLiteral("//[^\n]*")));
+  static const QRegularExpression kRun(QStringLiteral("(?:\"(?:[^\"\\\\]|\\\\.)*\"\\s*)+"));
+  static const QRegularExpression kBetween(QStringLiteral("\"\\s*\""));
+  QStringList texts;
+  for (auto found = kRun.globalMatch(source); found.hasNext();) {
+    QString text = found.next().captured().trimmed();
+    text = text.mid(1, text.size() - 2);
+    text.remove(kBetween);
+    texts.append(text.replace(QLatin1String("\\\""), QLatin1String("\"")));
+  }
+  return texts;
+}
+
+/// The form of a text in which "{}" is anything and "{{" a brace.
+QRegularExpression FormOf(QString text) {
+  static const QRegularExpression kPlace(QStringLiteral("\\\\\\{[0-9]?\\\\\\}"));
+  text.replace(QLatin1String("{{"), QLatin1String("\x01"));
+  text.replace(QLatin1String("}}"), QLatin1String("\x02"));
+  text = QRegularExpression::escape(text);
+  text.replace(kPlace, QStringLiteral(".*"));
+  text.replace(QLatin1String("\\\x01"), QLatin1String("\\{"));
+  text.replace(QLatin1String("\\\x02"), QLatin1String("\\}"));
+  return QRegularExpression(QRegularExpression::anchoredPattern(text));
+}
+
+/// All that the folders' sources can say.
+class Sayings {
+ public:
+  explicit Sayings(const QStringList& folders) {
+    static const QRegularExpression kWords(
+        QStringLiteral("^[a-z]{5,} |[a-z]{2,}[^a-z{}]+[a-z]{2,}"));
+    for (const QString& folder : folders) {
+      QDirIterator files(QStringLiteral(QORCRED_SOURCES "/") + folder,
+                         {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
+                         QDirIterator::Subdirectories);
+      while (files.hasNext()) {
+        for (const QString& text : TextsIn(files.next())) {
+          texts_.append(text.trimmed());
+          if (kWords.match(text).hasMatch()) {  // else it is a piece of anything
+            forms_.push_back(FormOf(text.trimmed()));
+          }
+        }
+      }
+    }
+  }
+
+  [[nodiscard]] bool Has(const QString& sentence) const {
+    static const QRegularExpression kPlace(QStringLiteral("%[1-9]"));
+    return texts_.contains(QString(sentence).replace(kPlace, QStringLiteral("{}"))) ||
+           std::any_of(forms_.begin(), forms_.end(), [&sentence](const QRegularExpression& form) {
+             return form.match(sentence).hasMatch();
+           });
+  }
+
+ private:
+  QStringList texts_;
+  std::vector<QRegularExpression> forms_;
+};
+
+TEST(DeskWords, AreOfSentencesThatTheHostHas) {
+  const Sayings host({QStringLiteral("host/desks"), QStringLiteral("host/files"),
+                      QStringLiteral("host/unit"), QStringLiteral("host/store"),
+                      QStringLiteral("host/desktop/printing")});
+  for (const DeskSentence& sentence : kDeskSentences) {
+    const QString text = QString::fromUtf8(sentence.text);
+    const QStringList parts = text.split(QRegularExpression(QStringLiteral("(?<=\\.) ")));
+    if (parts.size() > 1 && std::all_of(parts.begin(), parts.end(),
+                                        [&host](const QString& part) { return host.Has(part); })) {
+      continue;  // said one behind the other
+    }
+    // What was done stands before the engine's reason for its failure, and some end with a value.
+    EXPECT_TRUE(host.Has(text) || host.Has(text.section(QLatin1String(": %"), 0, 0)) ||
+                (text.endsWith(QLatin1String(" %1")) && host.Has(text.chopped(3))))
+        << sentence.text << ": nothing says this any more";
+  }
+}
+
+TEST(DeskWords, StayAsTheyAreInEnglish) {
+  EXPECT_EQ(FromQt(Told("there is no database 'a.db'")), "there is no database 'a.db'");
+}
+
+TEST(DeskWords, AreTranslatedWithWhatStandsInThem) {
+  const Language german(QStringLiteral("de"));
+  if (!german.isTranslated()) {
+    GTEST_SKIP() << "there is no lrelease (qt6-l10n-tools)";
+  }
+  struct Row {
+    const char* said;
+    const char* told;
+  };
+  const Row rows[] = {
+      {"there is no database 'a.db'", "es gibt keinen Bestand „a.db“"},
+      // What a value holds is no place of the sentence.
+      {"there is no database '%1 {field} %2'", "es gibt keinen Bestand „%1 {field} %2“"},
+      {"{field} '{value}' is below 0", "{field} „{value}“ ist kleiner als 0"},
+      {"Delay '-1' is below 0", "Delay „-1“ ist kleiner als 0"},
+      // A part that is a sentence itself.
+      {"Cannot open the store 'a.db': disk I/O error (the disk is full: make room, then try again)",
+       "Der Bestand „a.db“ kann nicht geöffnet werden: disk I/O error (der Datenträger ist voll: "
+       "Platz schaffen und noch einmal versuchen)"},
+      {"cannot load the directory code: no such table",
+       "Das Laden des Rufcodes ist nicht gelungen: no such table"},
+      {"2 rows have the directory code '{value}': name a row instead (rid:1, rid:2)",
+       "2 Zeilen haben den Rufcode „{value}“: stattdessen eine Zeile nennen (rid:1, rid:2)"},
+      {"Ng Li loses Transmitter-301 (RID 17). Rae Zoë has two credentials and loses A-1. Go on?",
+       "Ng Li verliert Transmitter-301 (RID 17). Rae Zoë hat zwei Ausweise und verliert A-1. "
+       "Fortfahren?"},
+      {"You must enter a credential number.", "You must enter a credential number."},
+      {"", ""}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(FromQt(Told(row.said)), row.told);
+  }
+}
+
+class DesksInGerman : public DesktopTest {
+ protected:
+  void SetUp() override {
+    if (!german_.isTranslated()) {
+      GTEST_SKIP() << "there is no lrelease (qt6-l10n-tools)";
+    }
+    MakeWindow();  // again: what was made before is English
+  }
+
+  Language german_{QStringLiteral("de")};
+};
+
+TEST_F(DesksInGerman, AnInputThatADeskDoesNotTakeIsTold) {
+  OpenDemoAt(QStringLiteral("credentials"));
+  Type("txtPINStart", "1.5");
+  Click("saveButton");
+  EXPECT_EQ(Marked(), "txtPINStart: Nummer „1.5“ ist keine ganze Zahl: nur mit Ziffern schreiben");
+}
+
+TEST_F(DesksInGerman, AStoreThatIsNotThereIsTold) {
+  answers_->Click(QMessageBox::Ok);
+  EXPECT_FALSE(window().OpenStore(File("missing.db")));
+  EXPECT_THAT(answers_->LastText(), HasSubstr("es gibt keinen Bestand"));
+}
+
+}  // namespace
+}  // namespace qorhost::test
