@@ -122,11 +122,13 @@ void DescribeFind(CommandPlace place, const GlobalOptions& global, FindOptions& 
 void DescribeStore(CLI::App& app, Choice& choice) {
   auto* init = AddCommand(
       {app, choice.run}, "init", "Create the database file",
-      "  qorhost init --demo\n  qorhost init --demo --force --db trial.db",
+      "  qorhost init --demo\n  qorhost init --demo --force --db trial.db\n"
+      "  qorhost init --from building.mdb --report odd.txt --dry-run",
       [&choice](Console& console) { return RunInit(choice.global, choice.init, console); });
   init->add_flag("--demo", choice.init.demo,
                  "Fill it with an invented building: three units, 200 tenants, their credentials");
   init->add_flag("--force", choice.init.force, "Replace an existing store");
+  DescribeMoving(*init, choice.init.moving);
   DescribeTrial(*init, choice.init.trial);
 
   DescribeBuilding({app, choice.run}, choice.global, choice.building);

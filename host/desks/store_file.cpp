@@ -19,13 +19,14 @@ namespace fs = std::filesystem;
 
 namespace {
 
-StoreFilling FillingOf(bool demo, const Clock& clock, const Author& author) {
-  return [demo, clock, author](const fs::path& file) {
+StoreFilling FillingOf(const NewStore& made) {
+  return [made](const fs::path& file) {
     const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite);
-    if (demo) {
-      const std::unique_ptr<SqlSession> session = store->StartSession(clock);
-      session->work().SignAs(author);
-      CreateDemoData(*session);
+    if (made.demo || made.contents) {
+      const std::unique_ptr<SqlSession> session = store->StartSession(made.clock);
+      session->work().SignAs(made.author);
+      if (made.demo) CreateDemoData(*session);
+      if (made.contents) made.contents(*session);
     }
     store->GatherInFile();
   };
@@ -46,13 +47,18 @@ std::string WhatIsWrongWith(const fs::path& file) {
 
 void CreateAlone(const fs::path& file, const NewStore& made) {
   try {
-    CreateStore(file, made.demo, made.clock, made.author, made.trial);
+    PutFreshStore(file, FillingOf(made), made.trial);
   } catch (const FileError& failure) {
     if (failure.problem() != FileProblem::kExists) throw;
     throw FileError(FileProblem::kExists,
                     fmt::format("'{}' was made by somebody else meanwhile, and is left as it is",
                                 file.string()));
   }
+}
+
+void ReplaceWith(const fs::path& file, const NewStore& made, Patience patience) {
+  RequireStore(file);
+  ReplaceByFreshStore(file, FillingOf(made), std::move(patience), made.trial);
 }
 
 }  // namespace
@@ -96,13 +102,12 @@ void RequireStore(const fs::path& file) {
 
 void CreateStore(const fs::path& file, bool demo, const Clock& clock, const Author& author,
                  Trial trial) {
-  PutFreshStore(file, FillingOf(demo, clock, author), trial);
+  PutFreshStore(file, FillingOf({demo, clock, author, trial}), trial);
 }
 
 void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience patience,
                   const Author& author, Trial trial) {
-  RequireStore(file);
-  ReplaceByFreshStore(file, FillingOf(demo, clock, author), std::move(patience), trial);
+  ReplaceWith(file, {demo, clock, author, trial}, std::move(patience));
 }
 
 void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
@@ -122,7 +127,7 @@ void PutStore(const fs::path& file, const NewStore& made, Standing existing, Pat
           throw DoubtfulStore(found + " and was not replaced");
         }
       }
-      ReplaceStore(file, made.demo, made.clock, std::move(patience), made.author, made.trial);
+      ReplaceWith(file, made, std::move(patience));
       return;
     default:
       throw FileError(FileProblem::kOccupied,

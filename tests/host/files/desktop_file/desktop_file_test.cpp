@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <fstream>
 #include <iterator>
@@ -183,6 +184,27 @@ TEST_F(DesktopFiles, RowsThatAreLostAreCountedInTheRefusal) {
   EXPECT_THAT(RefusalOf(Written("flipped.accdb", WithPageOfChance(whole, kPageOfTenants))),
               AllOf(HasSubstr("'TENANTS' says that it has 120 rows, and 90 can be read"),
                     HasSubstr("older copy")));
+}
+
+/// In the catalogue the kind of a table stands before its name, with two dates and four bytes
+/// between.
+TEST_F(DesktopFiles, ATableThatStandsElsewhereIsToldToBeLinked) {
+  using namespace std::string_view_literals;
+  constexpr std::size_t kBetween = 22;
+  constexpr char kTable = 1;
+  for (const char kind : {'\4', '\6'}) {  // by ODBC, or in another file of this kind
+    std::string bytes = BytesOf(SampleDatabase("building-2000.mdb"));
+    const std::size_t name = bytes.find("T\0E\0N\0A\0N\0T\0S\0"sv);
+    ASSERT_EQ(bytes.at(name - kBetween), kTable);
+    bytes[name - kBetween] = kind;
+    const DesktopFile file = ReadDesktopFile(Written("linked.mdb", bytes), WholeReading());
+    const auto tenants =
+        std::find_if(file.tables.begin(), file.tables.end(),
+                     [](const DesktopTable& table) { return table.name == "TENANTS"; });
+    ASSERT_NE(tenants, file.tables.end());
+    EXPECT_TRUE(tenants->isLinked);
+    EXPECT_THAT(tenants->rows, IsEmpty());
+  }
 }
 
 TEST_F(DesktopFiles, ReadingEndsAtItsLimits) {

@@ -22,28 +22,6 @@ struct Overloaded : Kinds... {
 template <typename... Kinds>
 Overloaded(Kinds...) -> Overloaded<Kinds...>;
 
-/// By the system's calendar, not by the one that is tested.
-std::string DateText(double serial) {
-  using namespace std::chrono;
-  const double day = std::trunc(serial);
-  const auto thousandths =
-      static_cast<std::int64_t>(std::llround(std::abs(serial - day) * 86'400'000));
-  const sys_days zero = year(1899) / December / 30;
-  const auto moment =
-      sys_time<milliseconds>(zero + days(static_cast<int>(day))) + milliseconds(thousandths);
-  const auto midnight = floor<days>(moment);
-  const year_month_day date(midnight);
-  const hh_mm_ss<milliseconds> time(moment - midnight);
-  std::string text =
-      fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", static_cast<int>(date.year()),
-                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                  time.hours().count(), time.minutes().count(), time.seconds().count());
-  if (time.subseconds().count() != 0) {
-    text += fmt::format(".{:03}", time.subseconds().count());
-  }
-  return text;
-}
-
 std::string Hex(const std::string& bytes) {
   std::string hex;
   for (const char byte : bytes) {
@@ -87,6 +65,28 @@ bool AreEqual(const DesktopTable& table, const std::vector<DesktopCell>& row,
 
 }  // namespace
 
+/// By the system's calendar, not by the one that is tested.
+std::string ExpectedDate(double serial) {
+  using namespace std::chrono;
+  const double day = std::trunc(serial);
+  const auto thousandths =
+      static_cast<std::int64_t>(std::llround(std::abs(serial - day) * 86'400'000));
+  const sys_days zero = year(1899) / December / 30;
+  const auto moment =
+      sys_time<milliseconds>(zero + days(static_cast<int>(day))) + milliseconds(thousandths);
+  const auto midnight = floor<days>(moment);
+  const year_month_day date(midnight);
+  const hh_mm_ss<milliseconds> time(moment - midnight);
+  std::string text =
+      fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", static_cast<int>(date.year()),
+                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                  time.hours().count(), time.minutes().count(), time.seconds().count());
+  if (time.subseconds().count() != 0) {
+    text += fmt::format(".{:03}", time.subseconds().count());
+  }
+  return text;
+}
+
 fs::path SampleDatabase(std::string_view name) {
   return fs::path(QORHOST_DESKTOP_SAMPLES) / name;
 }
@@ -110,7 +110,7 @@ json AsExpected(const DesktopCell& cell) {
             return json(
                 fmt::format("{}{}.{:04}", amount.parts < 0 ? "-" : "", size / 10000, size % 10000));
           },
-          [](DesktopDate date) { return json(DateText(date.serial)); },
+          [](DesktopDate date) { return json(ExpectedDate(date.serial)); },
           [](const DesktopText& text) { return json(text.utf8); },
           [](const DesktopBytes& bytes) {
             const bool mayBeOther = bytes.bytes.size() == 16 || bytes.bytes.size() == 17;

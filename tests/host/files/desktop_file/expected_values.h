@@ -17,7 +17,10 @@ namespace qorhost::test {
 /// building-2000.expected.json.
 [[nodiscard]] nlohmann::ordered_json ExpectedOf(std::string_view name);
 
-/// A cell as those files write it; no_json for types that they write otherwise than the page does.
+/// A date as those files write it.
+[[nodiscard]] std::string ExpectedDate(double serial);
+/// A cell as those files write it; discarded for types that they write otherwise than the page
+/// does.
 [[nodiscard]] nlohmann::json AsExpected(const DesktopCell& cell);
 
 /// Where a table is not what is expected: a line each, with the first rows alone.
