@@ -21,6 +21,7 @@
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
 #include "host/cli/error_report.h"
+#include "host/cli/export_commands.h"
 #include "host/cli/find_commands.h"
 #include "host/cli/history_command_line.h"
 #include "host/cli/list_command_line.h"
@@ -60,6 +61,7 @@ struct Choice {
   AttentionOptions attention;
   OverviewOptions overview;
   BackupOptions backup;
+  ExportOptions exported;
   std::string shell;
   CommandRun run;
 };
@@ -210,6 +212,7 @@ void Describe(CLI::App& app, Choice& choice) {
   DescribeReports({app, choice.run}, choice.global, choice.report);
   DescribeHistory({app, choice.run}, choice.global, choice.history);
   DescribeBackup({app, choice.run}, choice.global, choice.backup);
+  DescribeExport({app, choice.run}, choice.global, choice.exported);
   DescribeShells(app, choice);
   SpeakPlainly(app);
 }
