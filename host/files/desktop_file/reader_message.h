@@ -23,9 +23,9 @@ enum class FrameKind : std::uint8_t {
 /// Raised by one number with every change of the frames.
 inline constexpr std::uint32_t kFormNumber = 1;
 /// The longest payload: a row with its long texts.
-inline constexpr std::size_t kLongestFrame = std::size_t{128} << 20;
-/// All that one file may give.
-inline constexpr std::size_t kMostBytes = std::size_t{512} << 20;
+inline constexpr std::size_t kLongestFrame = std::size_t{32} << 20;
+/// All that one file may give. What is made of it takes up to twelve times as much.
+inline constexpr std::size_t kMostBytes = std::size_t{128} << 20;
 /// In the place of a cell's length: Null.
 inline constexpr std::uint32_t kNullCell = 0xFFFFFFFF;
 
