@@ -13,7 +13,10 @@ void Measurements::ReportRuns(const std::vector<Run>& runs) {
     const auto items = run.counters.find(kItems);
     Check(!run.error_occurred && items != run.counters.end() && items->second.value > 0,
           "every benchmark says how many items it dealt with");
-    const double seconds = run.cpu_accumulated_time / static_cast<double>(run.iterations);
+    const auto told = run.counters.find(kSeconds);
+    const double seconds = told != run.counters.end()
+                               ? told->second.value
+                               : run.cpu_accumulated_time / static_cast<double>(run.iterations);
     times_[run.run_name.function_name].push_back(seconds * 1e9 / items->second.value);
     if (const auto counted = run.counters.find(kAllocations); counted != run.counters.end()) {
       allocations_[run.run_name.function_name] = counted->second.value;

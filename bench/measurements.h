@@ -17,6 +17,10 @@ inline constexpr const char* kItems = "items";
 /// The counter of operator new's calls for each item, where a benchmark has it.
 inline constexpr const char* kAllocations = "allocations";
 
+/// The counter of the processor time of one iteration in seconds, where a benchmark looks at it
+/// itself because other processes have a part in it.
+inline constexpr const char* kSeconds = "seconds";
+
 /// Keeps each benchmark's time for one item, in nanoseconds of the processor's time, one figure for
 /// each round in which it ran; and the last figure of its allocations. Nothing is printed.
 class Measurements final : public benchmark::BenchmarkReporter {
