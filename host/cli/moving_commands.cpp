@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
+#include <system_error>
 
 #include "host/cli/change_report.h"
 #include "host/cli/progress.h"
@@ -74,6 +76,24 @@ class ReportFile {
   std::optional<std::string> place_;
   Writing writing_;
 };
+
+/// The file that the other application puts beside a database as long as it has it open.
+std::optional<fs::path> LockBeside(const fs::path& file) {
+  for (const char* ending : {".ldb", ".laccdb"}) {
+    const fs::path beside = fs::path(file).replace_extension(ending);
+    std::error_code ignored;
+    if (fs::exists(beside, ignored)) return beside;
+  }
+  return std::nullopt;
+}
+
+void TellWhoHasItOpen(const fs::path& file, Console& console) {
+  if (const std::optional<fs::path> lock = LockBeside(file)) {
+    console.err << fmt::format(
+        "'{}' says that another program has it open: what that has not written yet is not in it\n",
+        Displayable(lock->string()));
+  }
+}
 
 MovingOrder OrderOf(const GlobalOptions& global, const MovingOptions& options,
                     const Environment& environment) {
@@ -194,6 +214,7 @@ bool RunsMoving(const MovingOptions& options) {
 ExitStatus RunMoving(const GlobalOptions& global, const MovingOptions& options,
                      const NewStorePlace& place, Console& console) {
   const ReportFile report(global, options, place.force);
+  TellWhoHasItOpen(*options.from, console);
   const MovingPlan plan = PlanMoving(OrderOf(global, options, console.environment));
   const bool isRefused = plan.refusedRows() > 0 && !options.skipBadRows;
   if (place.trial && !global.json) {

@@ -15,8 +15,6 @@ namespace qorhost {
 
 namespace {
 
-using qorcred::Null;
-
 /// The text that a capacity stands for; nothing where it is no Base64 of ASCII.
 std::optional<std::string> DecodedText(std::string_view text) {
   if (text.empty() || text.size() % 4 != 0) return std::nullopt;

@@ -3,9 +3,10 @@
 #include <fmt/format.h>
 #include <iconv.h>
 
-#include <array>
+#include <bit>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace qorhost::desktop_file {
 
@@ -116,7 +117,8 @@ class Conversion {
   Conversion& operator=(const Conversion&) = delete;
 
   [[nodiscard]] bool open() const {
-    return handle_ != reinterpret_cast<iconv_t>(-1);  // as the system tells it
+    // The system tells a failure by this pointer.
+    return handle_ != std::bit_cast<iconv_t>(std::intptr_t{-1});
   }
 
   /// Appends what the bytes say; how many of them it took.

@@ -157,6 +157,16 @@ TEST_F(MovingCommands, AStoreThatIsThereStays) {
   EXPECT_EQ(Rows({"units"}).size(), 4U);
 }
 
+TEST_F(MovingCommands, AFileThatIsOpenElsewhereIsToldOf) {
+  fs::copy_file(Sample("encoded-2000.mdb"), File("building.mdb"));
+  std::ofstream(File("building.ldb")) << "a seat";
+  const Outcome outcome = Run({"init", "--from", File("building.mdb")});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.err, AllOf(HasSubstr("building.ldb"), HasSubstr("another program")));
+  fs::remove(File("building.ldb"));
+  EXPECT_EQ(Run({"init", "--from", File("building.mdb"), "--force"}).err, "");
+}
+
 TEST_F(MovingCommands, OptionsGoTogether) {
   EXPECT_EQ(Run({"init", "--skip-bad-rows"}).status, 2);
   EXPECT_EQ(Run({"init", "--report", File("odd.txt")}).status, 2);
