@@ -22,6 +22,8 @@ enum class Size : bool {
 [[nodiscard]] std::vector<Comparison> AddDirCodeBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddSyncBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddImportBenchmarks(Size size);
+/// None where desktop database files cannot be read, or there is no other program that does.
+[[nodiscard]] std::vector<Comparison> AddMovingBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddReportBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddLibraryBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddTranslateBenchmarks(Size size);

@@ -16,6 +16,10 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/qorCredConfig.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qorCred COMPONENT library)
 if(QORCRED_BUILD_HOST)
   install(TARGETS qorhost RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  if(TARGET qorhost_desktop_reader)
+    install(TARGETS qorhost_desktop_reader
+            RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/qorhost)
+  endif()
   if(TARGET qorhost_words)
     set(words ${CMAKE_CURRENT_BINARY_DIR}/host/cli/words)
     install(FILES ${words}/qorhost.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)

@@ -10,7 +10,8 @@ packages_build=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohman
 packages_test=(libgtest-dev libgmock-dev lld zsh fish groff-base)
 packages_desktop=(qt6-base-dev qt6-l10n-tools)
 packages_desktop_x=(xvfb openbox qt6-qpa-plugins)
-packages_bench=(libbenchmark-dev)
+packages_moving=(mdbtools-dev)
+packages_bench=(libbenchmark-dev mdbtools)
 packages_windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine
                   libwine-dev msitools wixl)
 packages_wine=(wine wine64 xvfb xauth googletest)

@@ -82,11 +82,13 @@ void DescribeFind(CommandPlace place, const GlobalOptions& global, FindOptions& 
 void DescribeInit(CLI::App& app, Choice& choice) {
   auto* init = AddCommand(
       {app, choice.run}, "init", "Create the database file",
-      "  qorhost init --demo\n  qorhost init --demo --force --db trial.db",
+      "  qorhost init --demo\n  qorhost init --demo --force --db trial.db\n"
+      "  qorhost init --from building.mdb --report odd.txt --dry-run",
       [&choice](Console& console) { return RunInit(choice.global, choice.init, console); });
   init->add_flag("--demo", choice.init.demo,
                  "Fill it with an invented building: three units, 200 tenants, their credentials");
   init->add_flag("--force", choice.init.force, "Replace an existing store");
+  DescribeMoving(*init, choice.init.moving);
   DescribeTrial(*init, choice.init.trial);
 }
 
@@ -208,6 +210,10 @@ constexpr std::array kCommandGroups{
     CommandGroup{{"backup", "restore", "check"},
                  [](CLI::App& app, Choice& choice) {
                    DescribeBackup({app, choice.run}, choice.global, choice.backup);
+                 }},
+    CommandGroup{{"export"},
+                 [](CLI::App& app, Choice& choice) {
+                   DescribeExport({app, choice.run}, choice.global, choice.exported);
                  }},
     CommandGroup{{kCompletion, kManual}, DescribeShells},
 };

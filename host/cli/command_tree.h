@@ -13,6 +13,7 @@
 #include "host/cli/commands.h"
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
+#include "host/cli/export_commands.h"
 #include "host/cli/find_commands.h"
 #include "host/cli/history_command_line.h"
 #include "host/cli/overview_commands.h"
@@ -40,6 +41,7 @@ struct Choice {
   AttentionOptions attention;
   OverviewOptions overview;
   BackupOptions backup;
+  ExportOptions exported;
   std::string shell;
   CommandRun run;
 };

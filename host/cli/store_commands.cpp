@@ -5,8 +5,7 @@
 #include <vector>
 
 #include "host/cli/change_report.h"
-#include "host/cli/operator.h"
-#include "host/cli/written_file.h"
+#include "host/cli/new_store.h"
 #include "host/desks/store_overview.h"
 #include "host/desks/store_statement.h"
 #include "host/desks/words.h"
@@ -95,40 +94,20 @@ StoreStatements ReadStatements(const SqlOptions& options, Console& console) {
   return statements;
 }
 
-/// Puts the store in its place. Raises RefusedError that says what to do about what stands there.
-void Put(const GlobalOptions& global, const InitOptions& options, Console& console) {
-  const auto asks = [&](const std::string& found) {
-    return Operator(console, global.answer, TrialOf(options.trial))
-        .Asks(found + ". Replace it all the same?");
-  };
-  try {
-    AdvisingOnExisting("name another file with --db, or replace it with --force", [&] {
-      PutStore(global.file,
-               {options.demo, console.environment.clock, console.environment.author,
-                TrialOf(options.trial)},
-               StandingOf(options.force), PatienceOf(global, console), asks);
-    });
-  } catch (const DoubtfulStore& doubtful) {
-    throw RefusedError(std::string(doubtful.what()) +
-                       ": name another file with --db, or say --yes as well");
-  } catch (const ForeignFile& foreign) {
-    throw RefusedError(std::string(foreign.what()) +
-                       ": name another file with --db, or move it away");
-  } catch (const FileError& failure) {
-    if (failure.problem() != FileProblem::kOccupied) {
-      throw;
-    }
-    throw RefusedError(std::string(failure.what()) + ": name a file with --db");
-  }
-}
-
 }  // namespace
 
 ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Console& console) {
   if (options.force && global.answer == false) {
     throw UsageError("--force replaces a store, and --no says No: leave one of them out");
   }
-  Put(global, options, console);
+  if (RunsMoving(options.moving)) {
+    if (options.demo) {
+      throw UsageError(
+          "--from brings a building in, and --demo makes one up: leave one of them out");
+    }
+    return RunMoving(global, options.moving, {options.force, options.trial}, console);
+  }
+  PutNewStore(global, {options.force, options.trial}, options.demo, {}, console);
   console.stored = !options.trial;
   if (global.json) {
     ChangeReport report;

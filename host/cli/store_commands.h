@@ -6,13 +6,15 @@
 
 #include "host/cli/command_session.h"
 #include "host/cli/list_options.h"
+#include "host/cli/moving_commands.h"
 
 namespace qorhost {
 
 struct InitOptions {
   bool demo = false;
   bool force = false;
-  bool trial = false;  ///< makes the store and does not put it in its place
+  bool trial = false;    ///< makes the store and does not put it in its place
+  MovingOptions moving;  ///< of a building that is brought in
 };
 
 struct SqlOptions {

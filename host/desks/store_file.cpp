@@ -22,10 +22,11 @@ namespace {
 StoreFilling FillingOf(const NewStore& made, const Patience& patience = {}) {
   return [made, patience](const fs::path& file) {
     const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite, patience);
-    if (made.demo) {
+    if (made.demo || made.contents) {
       const std::unique_ptr<SqlSession> session = store->StartSession(made.clock);
       session->work().SignAs(made.author);
-      CreateDemoData(*session, patience.working);
+      if (made.demo) CreateDemoData(*session, patience.working);
+      if (made.contents) made.contents(*session);
     }
     store->GatherInFile();
   };
@@ -53,6 +54,12 @@ void CreateAlone(const fs::path& file, const NewStore& made, const Patience& pat
                     fmt::format("'{}' was made by somebody else meanwhile, and is left as it is",
                                 file.string()));
   }
+}
+
+void ReplaceWith(const fs::path& file, const NewStore& made, Patience patience) {
+  RequireStore(file);
+  const StoreFilling filling = FillingOf(made, patience);
+  ReplaceByFreshStore(file, filling, std::move(patience), made.trial);
 }
 
 }  // namespace
@@ -102,9 +109,7 @@ void CreateStore(const fs::path& file, bool demo, const Clock& clock, const Auth
 
 void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience patience,
                   const Author& author, Trial trial) {
-  RequireStore(file);
-  const StoreFilling filling = FillingOf({demo, clock, author, trial}, patience);
-  ReplaceByFreshStore(file, filling, std::move(patience), trial);
+  ReplaceWith(file, {demo, clock, author, trial}, std::move(patience));
 }
 
 void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
@@ -124,7 +129,7 @@ void PutStore(const fs::path& file, const NewStore& made, Standing existing, Pat
           throw DoubtfulStore(found + " and was not replaced");
         }
       }
-      ReplaceStore(file, made.demo, made.clock, std::move(patience), made.author, made.trial);
+      ReplaceWith(file, made, std::move(patience));
       return;
     default:
       throw FileError(FileProblem::kOccupied,

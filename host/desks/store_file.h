@@ -65,6 +65,8 @@ struct NewStore {
   Clock clock;               ///< dates the demo building's rows
   Author author;             ///< signs what is stored
   Trial trial = Trial::kNo;  ///< of one it is made and goes again
+  /// Stores what else it is to hold; none: nothing. What it raises ends the making.
+  std::function<void(SqlSession&)> contents = {};
 };
 
 /// A store that may be all that is left of somebody's data, a damaged one or a newer program's, and

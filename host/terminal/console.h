@@ -37,6 +37,8 @@ struct Environment {
       readerIsGone;  ///< whether nobody reads the output any more; none: somebody does
   std::optional<std::string> store;  ///< QORHOST_DB: the store's file where --db is not given
   std::optional<std::string> unit;   ///< QORHOST_UNIT: the unit's key where --unit is not given
+  std::string
+      desktopReader;  ///< the program that reads desktop database files; "": that of this one
 };
 
 /// A message of a controller, or a question, as it is told to programs.

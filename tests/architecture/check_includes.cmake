@@ -22,25 +22,27 @@ set(areas
   "host/store:frame host/dialect"
   "host/components:frame host/dialect host/store"
   "host/unit:frame dircodes"
+  "host/files/desktop_file:frame host/dialect host/files"
   "host/files:frame host/dialect"
-  "host/desks:frame credentials dircodes reports trace host/dialect host/store host/store/engines host/components host/screens host/unit host/files"
+  "host/desks:frame credentials dircodes reports trace host/dialect host/store host/store/engines host/components host/screens host/unit host/files host/files/desktop_file"
   "host/terminal:frame host/files host/desks"
   "host/tour:frame host/store host/screens host/unit host/files host/desks host/terminal"
   "host/desktop:frame host/store host/screens host/unit host/files host/desks"
   "host/cli:frame host/unit host/files host/desks host/terminal host/tour"
   "bench/com:*"
-  "bench:frame credentials dircodes reports trace host/dialect host/store host/store/sqlite host/store/engines host/components host/screens host/unit host/files host/desks host/desktop"
+  "bench:frame credentials dircodes reports trace host/dialect host/store host/store/sqlite host/store/engines host/components host/screens host/unit host/files host/files/desktop_file host/desks host/desktop"
   "examples:*"
   "tests:*")
 
 # Folders in which no two names (a header with its source) include each other.
 set(one_way
   host/dialect host/store host/store/engines host/components host/screens host/unit host/files
-  host/desks host/terminal host/tour host/desktop host/cli)
+  host/files/desktop_file host/desks host/terminal host/tour host/desktop host/cli)
 
-# Headers of database engines and, after the colon, the folder that knows the engine. Benchmarks, which
-# measure against the engine itself, and tests may include them, too.
+# Headers of database engines, and of libraries that read other databases, and, after the colon, the folder
+# that knows them. Benchmarks, which measure against the engine itself, and tests may include them, too.
 set(engine_headers
+  "mdbtools.h:host/files/desktop_file"
   "sqlite3.h:host/store/sqlite")
 set(users_of_engines bench tests)
 

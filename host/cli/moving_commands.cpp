@@ -1,0 +1,240 @@
+#include "host/cli/moving_commands.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <system_error>
+
+#include "host/cli/change_report.h"
+#include "host/cli/progress.h"
+#include "host/cli/written_file.h"
+#include "host/desks/desk_error.h"
+#include "host/desks/moving_in/moving_in.h"
+#include "host/desks/moving_in/moving_report.h"
+#include "host/desks/store_check.h"
+#include "host/desks/store_file.h"
+#include "host/desks/words.h"
+#include "host/files/csv_writer.h"
+#include "host/files/whole_file.h"
+#include "host/terminal/display_text.h"
+
+namespace qorhost {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kRowsInMessage = 5;
+
+bool IsCsv(const fs::path& file) {
+  std::string ending = file.extension().string();
+  std::transform(ending.begin(), ending.end(), ending.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  return ending == ".csv";
+}
+
+/// The file of --report.
+class ReportFile {
+ public:
+  /// Raises UsageError and what RequirePlace() raises: before anything is read.
+  ReportFile(const GlobalOptions& global, const MovingOptions& options, bool force)
+      : place_(options.report), writing_{StandingOf(force), FilesOfStore(global.file)} {
+    if (!place_) return;
+    if (AreOneFile(*place_, *options.from)) {
+      throw UsageError("--report names the file that is brought in: name another one");
+    }
+    RequireNoTraceIn(*place_, "--report", global);
+    Advised([this] { RequirePlace(*place_, writing_); });
+  }
+
+  void Write(const MovingPlan& plan, std::string_view name) const {
+    if (!place_) return;
+    Advised([&] {
+      WriteWholeFile(*place_, writing_, [&](std::ostream& out) {
+        if (IsCsv(*place_)) {
+          PrintCsv(out, SettledCells(plan));
+        } else {
+          PrintMovingReport(out, plan, name);
+        }
+      });
+    });
+  }
+
+  /// Where all of it can be read.
+  [[nodiscard]] std::string Advice() const {
+    return place_ ? fmt::format("'{}' lists all", *place_) : "--report FILE lists all";
+  }
+
+ private:
+  template <typename Work>
+  static void Advised(const Work& work) {
+    AdvisingOnExisting("name another file with --report, or replace it with --force", work);
+  }
+
+  std::optional<std::string> place_;
+  Writing writing_;
+};
+
+/// The file that the other application puts beside a database as long as it has it open.
+std::optional<fs::path> LockBeside(const fs::path& file) {
+  for (const char* ending : {".ldb", ".laccdb"}) {
+    const fs::path beside = fs::path(file).replace_extension(ending);
+    std::error_code ignored;
+    if (fs::exists(beside, ignored)) return beside;
+  }
+  return std::nullopt;
+}
+
+void TellWhoHasItOpen(const fs::path& file, Console& console) {
+  if (const std::optional<fs::path> lock = LockBeside(file)) {
+    console.err << fmt::format(
+        "'{}' says that another program has it open: what that has not written yet is not in it\n",
+        Displayable(lock->string()));
+  }
+}
+
+MovingOrder OrderOf(const GlobalOptions& global, const MovingOptions& options,
+                    const Environment& environment) {
+  MovingOrder order;
+  order.file = *options.from;
+  order.unit = global.unit;
+  order.reading.codePage = options.codePage.value_or(0);
+  order.reading.reader = environment.desktopReader;
+  return order;
+}
+
+[[noreturn]] void RefuseBadRows(const MovingPlan& plan, const MovingOptions& options,
+                                const ReportFile& report) {
+  std::string reasons;
+  std::size_t shown = 0;
+  for (const SettledCell& cell : plan.settled()) {
+    if (cell.settlement != Settlement::kRefused || shown == kRowsInMessage) continue;
+    ++shown;
+    reasons += fmt::format("; {}, row {}: {} {}: {}", cell.table, cell.row, cell.column, cell.value,
+                           cell.reason);
+  }
+  throw RefusedError(fmt::format(
+      "{} of '{}' cannot be brought in, so nothing was{}. {}; mend them there, or bring the others "
+      "in with --skip-bad-rows",
+      Counted(plan.refusedRows(), "row", "rows"), *options.from, reasons, report.Advice()));
+}
+
+std::size_t RowsOf(const MovingPlan& plan, std::string_view table) {
+  for (const MovedTable& moved : plan.numbers()) {
+    if (moved.name == table) return moved.broughtIn;
+  }
+  return 0;
+}
+
+std::string ContentsOf(const MovingPlan& plan) {
+  return fmt::format("{}, {}, {}, {}", Counted(RowsOf(plan, "Units"), "unit", "units"),
+                     Counted(RowsOf(plan, "Tenants"), "tenant", "tenants"),
+                     Counted(RowsOf(plan, "CredentialBank"), "credential", "credentials"),
+                     Counted(RowsOf(plan, "DirectoryCode"), "directory code", "directory codes"));
+}
+
+/// What is wrong with the rows of the new store.
+std::size_t FindingsInNewStore(const GlobalOptions& global, Console& console) {
+  CommandSession session(global, Access::kRead, console);
+  return WholeCheck(session.desks(), session.desks().Units()).rows.size();
+}
+
+void TellOddities(const MovingPlan& plan, const ReportFile& report, Console& console) {
+  const std::size_t adjusted = plan.CountOf(Settlement::kAdjusted);
+  const std::size_t kept = plan.CountOf(Settlement::kKept);
+  if (plan.refusedRows() + adjusted + kept == 0) return;
+  console.Remarks() << fmt::format("{} left out, {} adjusted, {} kept as odd: {}.\n",
+                                   Counted(plan.refusedRows(), "row", "rows"),
+                                   Counted(adjusted, "cell", "cells"), kept, report.Advice());
+}
+
+void TellNewStore(const GlobalOptions& global, const MovingPlan& plan, const MovingOptions& options,
+                  const ReportFile& report, Console& console) {
+  console.Remarks() << fmt::format("Created {} from {}: {}.\n", Displayable(global.file.string()),
+                                   Displayable(*options.from), ContentsOf(plan));
+  TellOddities(plan, report, console);
+  const std::size_t findings = FindingsInNewStore(global, console);
+  console.Remarks() << (findings == 0
+                            ? "'qorhost check' finds nothing wrong.\n"
+                            : fmt::format("'qorhost check' tells {} that the file already had.\n",
+                                          Counted(findings, "fault", "faults")));
+}
+
+void PrintAsJson(const GlobalOptions& global, const MovingPlan& plan, const MovingOptions& options,
+                 bool trial, Console& console) {
+  ChangeReport report;
+  report.trial = trial;
+  report.stored = console.stored;
+  report.added.push_back({"store", qorcred::Null{}, global.file.string()});
+  report.facts.Add("demo", false)
+      .Add("from", *options.from)
+      .Add("tables", MovedTables(plan))
+      .Add("settled", SettledCells(plan));
+  PrintChange(console.out, report);
+}
+
+void PutBuilding(const GlobalOptions& global, const MovingPlan& plan, const MovingOptions& options,
+                 const NewStorePlace& place, Console& console) {
+  const Progress bar = BarOn(console, false);
+  const std::string name = fs::path(*options.from).filename().string();
+  PutNewStore(
+      global, place, false, [&](SqlSession& session) { BringIn(session, plan, name, bar); },
+      console);
+  console.stored = !place.trial;
+}
+
+}  // namespace
+
+void DescribeMoving(CLI::App& init, MovingOptions& options) {
+  init.add_option("--from", options.from,
+                  "Bring a building in from a desktop database file, .mdb or .accdb; with --unit "
+                  "one unit alone")
+      ->type_name("FILE");
+  init.add_option("--report", options.report,
+                  "With --from: write what was odd in it to a file, as text, or as CSV to one "
+                  "called .csv")
+      ->type_name("FILE");
+  init.add_flag("--skip-bad-rows", options.skipBadRows,
+                "With --from: leave out the rows that cannot be brought in, and bring in the rest");
+  init.add_option("--code-page", options.codePage,
+                  "With --from: the code page of texts in a file of the oldest format, as 1250 "
+                  "(that of the file)")
+      ->type_name("N");
+}
+
+bool RunsMoving(const MovingOptions& options) {
+  if (!options.from && (options.report || options.skipBadRows || options.codePage)) {
+    throw UsageError("--report, --skip-bad-rows and --code-page go with --from FILE");
+  }
+  return options.from.has_value();
+}
+
+ExitStatus RunMoving(const GlobalOptions& global, const MovingOptions& options,
+                     const NewStorePlace& place, Console& console) {
+  const ReportFile report(global, options, place.force);
+  TellWhoHasItOpen(*options.from, console);
+  const MovingPlan plan = PlanMoving(OrderOf(global, options, console.environment));
+  const bool isRefused = plan.refusedRows() > 0 && !options.skipBadRows;
+  if (place.trial && !global.json) {
+    PrintMovingReport(console.out, plan, *options.from);
+  }
+  if (isRefused) {
+    report.Write(plan, *options.from);
+    RefuseBadRows(plan, options, report);
+  }
+  PutBuilding(global, plan, options, place, console);
+  report.Write(plan, *options.from);
+  if (global.json) {
+    PrintAsJson(global, plan, options, place.trial, console);
+  } else if (place.trial) {
+    console.out << fmt::format("\nWould create {}. This was a trial, nothing was changed.\n",
+                               Displayable(global.file.string()));
+  } else {
+    TellNewStore(global, plan, options, report, console);
+  }
+  return ExitStatus::kDone;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,38 @@
+#include "host/cli/new_store.h"
+
+#include <string>
+
+#include "host/cli/operator.h"
+#include "host/cli/written_file.h"
+#include "host/files/file_error.h"
+
+namespace qorhost {
+
+void PutNewStore(const GlobalOptions& global, const NewStorePlace& place, bool demo,
+                 const std::function<void(SqlSession&)>& contents, Console& console) {
+  const auto asks = [&](const std::string& found) {
+    return Operator(console, global.answer, TrialOf(place.trial))
+        .Asks(found + ". Replace it all the same?");
+  };
+  try {
+    AdvisingOnExisting("name another file with --db, or replace it with --force", [&] {
+      PutStore(global.file,
+               {demo, console.environment.clock, console.environment.author, TrialOf(place.trial),
+                contents},
+               StandingOf(place.force), PatienceOf(global, console), asks);
+    });
+  } catch (const DoubtfulStore& doubtful) {
+    throw RefusedError(std::string(doubtful.what()) +
+                       ": name another file with --db, or say --yes as well");
+  } catch (const ForeignFile& foreign) {
+    throw RefusedError(std::string(foreign.what()) +
+                       ": name another file with --db, or move it away");
+  } catch (const FileError& failure) {
+    if (failure.problem() != FileProblem::kOccupied) {
+      throw;
+    }
+    throw RefusedError(std::string(failure.what()) + ": name a file with --db");
+  }
+}
+
+}  // namespace qorhost

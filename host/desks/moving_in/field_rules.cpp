@@ -1,0 +1,74 @@
+// The fields of the directory-code report.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <limits>
+
+#include "frame/text.h"
+#include "host/desks/moving_in/row_rules.h"
+#include "host/dialect/catalog.h"
+
+namespace qorhost {
+
+namespace {
+
+/// Whether "Table.Column" is in the store.
+bool IsColumn(std::string_view field) {
+  const std::size_t point = field.find('.');
+  if (point == std::string_view::npos) return false;
+  const dialect::Table* table = dialect::FindTable(field.substr(0, point));
+  return table != nullptr && dialect::FindColumn(*table, field.substr(point + 1)) != nullptr;
+}
+
+/// The report takes values by the places of the fields that it displays: those that it does not
+/// must stand behind them, or every value comes into another one's column.
+void SettleOrder(RuleWork& work) {
+  constexpr std::string_view kOfReport = "DIRECTORYCODE.";
+  constexpr std::int32_t kDisplayed = 1;
+  const std::size_t name = work.At("FieldName");
+  const std::size_t display = work.At("Display");
+  const std::size_t sequence = work.At("DisplaySeq");
+  std::int32_t lastDisplayed = std::numeric_limits<std::int32_t>::min();
+  std::int32_t last = 0;
+  std::vector<StagedRow*> hidden;
+  work.Each([&](StagedRow& row) {
+    if (!qorcred::UpperAscii(TextIn(row.cells[name])).starts_with(kOfReport)) return;
+    const std::int32_t place = LongIn(row.cells[sequence]).value_or(0);
+    last = std::max(last, place);
+    if (LongIn(row.cells[display]) == kDisplayed) {
+      lastDisplayed = std::max(lastDisplayed, place);
+    } else {
+      hidden.push_back(&row);
+    }
+  });
+  std::stable_sort(hidden.begin(), hidden.end(), [&](const StagedRow* one, const StagedRow* other) {
+    return LongIn(one->cells[sequence]).value_or(0) < LongIn(other->cells[sequence]).value_or(0);
+  });
+  for (StagedRow* row : hidden) {
+    if (LongIn(row->cells[sequence]).value_or(0) >= lastDisplayed) continue;
+    if (last == std::numeric_limits<std::int32_t>::max()) return;
+    work.Adjust(*row, sequence, ++last, "field-order",
+                "a field that is not displayed stands behind those that are, or the report shows "
+                "values in the columns of others");
+  }
+}
+
+}  // namespace
+
+void SettleReportFields(RuleWork& work) {
+  const std::size_t name = work.At("FieldName");
+  std::set<std::string> seen;
+  work.Each([&](StagedRow& row) {
+    const std::string_view field = TextIn(row.cells[name]);
+    if (field.empty()) {
+      work.Refuse(row, name, "null-name", "the field has no name");
+    } else if (!IsColumn(field)) {
+      work.Refuse(row, name, "unknown-field", "no table has such a column: the report would fail");
+    } else if (!seen.insert(qorcred::UpperAscii(field)).second) {
+      work.Refuse(row, name, "duplicate-field", "a row before it has the field");
+    }
+  });
+  SettleOrder(work);
+}
+
+}  // namespace qorhost

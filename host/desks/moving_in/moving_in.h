@@ -1,0 +1,33 @@
+// Brings an existing building in from a desktop database file.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+#include "host/desks/moving_in/moving_plan.h"
+#include "host/desks/progress.h"
+#include "host/files/desktop_file/desktop_reading.h"
+#include "host/store/sql_session.h"
+
+namespace qorhost {
+
+/// What is asked of a file.
+struct MovingOrder {
+  std::filesystem::path file;
+  std::optional<std::int32_t> unit;  ///< this one alone
+  DesktopReading reading;            ///< but the tables, which are those of a store
+};
+
+/// Reads the file and settles every row. Raises FileError where it cannot be read whole, and
+/// RefusedError where it holds no building.
+[[nodiscard]] MovingPlan PlanMoving(const MovingOrder& order);
+
+/// Stores all rows that were not refused as one unit of work, with their identities, into a store
+/// that has no units: all of them or none. Raises RefusedError for a store that has units,
+/// CancelledError when the handler says no, and what the session raises.
+void BringIn(SqlSession& session, const MovingPlan& plan, std::string_view fileName,
+             const Progress& progress = {});
+
+}  // namespace qorhost

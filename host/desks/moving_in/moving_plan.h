@@ -1,0 +1,66 @@
+// What of a desktop database file comes into a store: every row settled, before there is a store.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/desks/moving_in/settled_cell.h"
+#include "host/desks/moving_in/staged_table.h"
+#include "host/files/desktop_file/desktop_table.h"
+
+namespace qorhost {
+
+/// One table by numbers; every row of the file is in one of the last three.
+struct MovedTable {
+  std::string_view name;
+  bool isInFile = false;
+  std::size_t inFile = 0;
+  std::size_t broughtIn = 0;
+  std::size_t refused = 0;
+  std::size_t ofOtherUnits = 0;
+};
+
+/// What a file has and the store has not, and the other way round.
+struct LeftThings {
+  std::vector<std::string> unknownTables;   ///< "AccessEvents, 25 rows"
+  std::vector<std::string> unknownColumns;  ///< "Units.InstalledOn"
+  std::vector<std::string> missingTables;   ///< with what that means
+  std::vector<std::string> missingColumns;  ///< "DOORS.RID"
+};
+
+class MovingPlan {
+ public:
+  /// Of all units, or of one alone. `name` is the file's, for messages. Raises RefusedError for a
+  /// file of another application, one whose tables stand elsewhere, lack what gives them a meaning,
+  /// or do not have the unit.
+  MovingPlan(const DesktopFile& file, std::string_view name, std::optional<std::int32_t> unit);
+
+  /// In the order in which they are stored, those among them that the file does not have.
+  [[nodiscard]] const std::vector<StagedTable>& tables() const { return tables_; }
+  /// In the order of the tables and rows.
+  [[nodiscard]] const std::vector<SettledCell>& settled() const { return settled_; }
+  [[nodiscard]] const std::vector<MovedTable>& numbers() const { return numbers_; }
+  [[nodiscard]] const LeftThings& left() const { return left_; }
+  [[nodiscard]] std::size_t CountOf(Settlement settlement) const;
+  [[nodiscard]] std::size_t refusedRows() const;
+  [[nodiscard]] std::size_t broughtInRows() const;
+
+ private:
+  void Stage(const DesktopFile& file, std::string_view name);
+  void RequireMeaning(const StagedTable& table, std::string_view name) const;
+  void LeaveOtherUnits(std::int32_t unit, std::string_view name);
+  void Settle();
+  void Count();
+  [[nodiscard]] StagedTable& Of(std::string_view table);
+
+  std::vector<StagedTable> tables_;
+  std::vector<SettledCell> settled_;
+  std::vector<MovedTable> numbers_;
+  LeftThings left_;
+};
+
+}  // namespace qorhost

@@ -1,0 +1,24 @@
+// How a desktop database file is read.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace qorhost {
+
+struct DesktopReading {
+  /// Tables of which the rows are wanted, in any letter case of ASCII; others have none.
+  std::vector<std::string> wanted;
+  /// The code page of the oldest format's texts, 1250 for example; 0: the one that the file tells,
+  /// or 1252.
+  unsigned codePage = 0;
+  std::size_t mebibytes = 512;                 ///< of memory, at most
+  std::chrono::seconds processorTime{120};     ///< at most
+  std::chrono::milliseconds longest{300'000};  ///< from its beginning to its end
+  std::filesystem::path reader;  ///< the program that reads it; none: the one that belongs to this
+};
+
+}  // namespace qorhost

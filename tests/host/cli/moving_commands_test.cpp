@@ -1,0 +1,186 @@
+// A building that comes from a desktop database file, at the command line.
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "host/files/csv_reader.h"
+#include "tests/host/cli/run_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+using nlohmann::json;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+class MovingCommands : public RunFixture {
+ protected:
+  void SetUp() override {
+    if (std::string_view(QORHOST_DESKTOP_READER).empty()) {
+      GTEST_SKIP() << "libmdb (Debian: mdbtools-dev) was not there when this was built";
+    }
+  }
+
+  static std::string Sample(const std::string& name) {
+    return std::string(QORHOST_DESKTOP_SAMPLES) + "/" + name;
+  }
+  [[nodiscard]] Outcome Bring(const std::string& name, std::vector<std::string> more = {}) {
+    more.insert(more.begin(), {"init", "--from", Sample(name)});
+    return Run(std::move(more));
+  }
+  [[nodiscard]] bool HasStore() const { return fs::exists(File("building.db")); }
+  [[nodiscard]] std::string TextOf(const std::string& name) const {
+    std::ifstream in(File(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+};
+
+TEST_F(MovingCommands, ABuildingIsOneCommand) {
+  const Outcome outcome = Bring("building-2000.mdb");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(outcome.out,
+              AllOf(HasSubstr("4 units, 120 tenants, 235 credentials, 50 directory codes"),
+                    HasSubstr("0 rows left out, 3 cells adjusted, 0 kept as odd"),
+                    HasSubstr("'qorhost check' finds nothing wrong")));
+  EXPECT_EQ(Rows({"units"}).size(), 4U);
+  EXPECT_EQ(Run({"check"}).status, 0);
+  EXPECT_THAT(Run({"find", "佐藤"}).out, HasSubstr("佐藤"));
+}
+
+TEST_F(MovingCommands, ABuildingWithBadRowsIsNotBroughtInUnlessTheyAreSkipped) {
+  const Outcome refused = Bring("building-odd.mdb");
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.out, "");
+  EXPECT_THAT(refused.err,
+              AllOf(HasSubstr("52 rows"), HasSubstr("Units, row 8: UnitKey 2"),
+                    HasSubstr("--skip-bad-rows"), HasSubstr("--report FILE lists all")));
+  EXPECT_FALSE(HasStore());
+  const Outcome brought = Bring("building-odd.mdb", {"--skip-bad-rows"});
+  EXPECT_EQ(brought.status, 0) << brought.err;
+  EXPECT_THAT(brought.out, AllOf(HasSubstr("52 rows left out, 23 cells adjusted, 33 kept as odd"),
+                                 HasSubstr("5 faults that the file already had")));
+  EXPECT_THAT(Run({"check"}).out, HasSubstr("5 rows"));
+}
+
+TEST_F(MovingCommands, TheReportIsWrittenAlsoOfARefusedFile) {
+  EXPECT_EQ(Bring("building-odd.mdb", {"--report", File("odd.txt")}).status, 1);
+  EXPECT_THAT(TextOf("odd.txt"),
+              AllOf(HasSubstr("113 rows to bring in, 52 rows refused"),
+                    HasSubstr("CredentialBank, row 28 (RID 28): DOORCODE \"99999999999\"")));
+  EXPECT_EQ(Bring("building-odd.mdb", {"--report", File("odd.CSV")}).status, 1);
+  const std::string text = TextOf("odd.CSV");
+  CsvReader reader(text);
+  CsvRecord record;
+  std::size_t lines = 0;
+  for (; reader.Next(record); ++lines) {
+    EXPECT_EQ(record.cells.size(), 9U);
+    if (lines == 0) {
+      EXPECT_THAT(record.cells,
+                  testing::ElementsAre("Settlement", "Table", "Row", "Identity", "Column", "Value",
+                                       "Instead", "Kind", "Reason"));
+    }
+  }
+  EXPECT_EQ(lines, 1U + 52U + 23U + 33U);
+  EXPECT_FALSE(HasStore());
+}
+
+TEST_F(MovingCommands, AReportTakesNoOtherFilesPlace) {
+  std::ofstream(File("odd.txt")) << "mine";
+  const Outcome taken = Bring("building-2000.mdb", {"--report", File("odd.txt")});
+  EXPECT_EQ(taken.status, 1);
+  EXPECT_THAT(taken.err, HasSubstr("exists already"));
+  EXPECT_EQ(TextOf("odd.txt"), "mine");
+  EXPECT_FALSE(HasStore());
+  EXPECT_EQ(Bring("building-2000.mdb", {"--report", File("building.db")}).status, 1);
+  EXPECT_EQ(Bring("building-2000.mdb", {"--report", Sample("building-2000.mdb")}).status, 2);
+  EXPECT_EQ(Bring("building-2000.mdb", {"--report", File("odd.txt"), "--force"}).status, 0);
+  EXPECT_THAT(TextOf("odd.txt"), Not(StartsWith("mine")));
+}
+
+TEST_F(MovingCommands, ATrialTellsAllAndLeavesNothing) {
+  const Outcome outcome = Bring("building-2010.accdb", {"--dry-run"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, AllOf(HasSubstr("496 rows to bring in"), HasSubstr("Site Notes, 4 rows"),
+                                 HasSubstr("CredentialBank.Deposit"),
+                                 HasSubstr("This was a trial, nothing was changed.")));
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder()), fs::directory_iterator()), 0);
+  EXPECT_EQ(Bring("building-odd.mdb", {"-n"}).status, 1);
+  EXPECT_EQ(Bring("building-odd.mdb", {"-n", "--skip-bad-rows"}).status, 0);
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder()), fs::directory_iterator()), 0);
+}
+
+TEST_F(MovingCommands, OneUnitAloneMayBeBroughtIn) {
+  EXPECT_EQ(Bring("building-2000.mdb", {"--unit", "7"}).status, 0);
+  const json units = Rows({"units"});
+  ASSERT_EQ(units.size(), 1U);
+  EXPECT_EQ(units.front().at("credentials"), 68);
+  const Outcome none =
+      Run({"--db", File("other.db"), "init", "--from", Sample("building-2000.mdb"), "--unit", "8"});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_THAT(none.err, HasSubstr("it has 3, 7, 12, 40"));
+}
+
+TEST_F(MovingCommands, ProgramsReadTablesAndSettledCells) {
+  const Outcome outcome = Bring("building-odd.mdb", {"--skip-bad-rows", "--json"});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  const json told = json::parse(outcome.out);
+  EXPECT_EQ(told.at("stored"), true);
+  EXPECT_EQ(told.at("tables").size(), 11U);
+  EXPECT_EQ(told.at("settled").size(), 52U + 23U + 33U);
+  EXPECT_EQ(told.at("settled").at(1).at("kind"), "duplicate-key");
+}
+
+TEST_F(MovingCommands, WhatCannotBeReadLeavesNoStore) {
+  for (const char* name : {"password-2000.mdb", "password-2010.accdb", "other-application.mdb",
+                           "README.md", "none.mdb"}) {
+    const Outcome outcome = Bring(name);
+    EXPECT_NE(outcome.status, 0) << name;
+    EXPECT_THAT(outcome.err, HasSubstr(name));
+    EXPECT_FALSE(HasStore()) << name;
+  }
+}
+
+TEST_F(MovingCommands, AStoreThatIsThereStays) {
+  ASSERT_EQ(Run({"init", "--demo"}).status, 0);
+  const Outcome outcome = Bring("building-2000.mdb");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("--force"));
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+  EXPECT_EQ(Bring("building-odd.mdb", {"--force"}).status, 1);
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+  EXPECT_EQ(Bring("building-2000.mdb", {"--force"}).status, 0);
+  EXPECT_EQ(Rows({"units"}).size(), 4U);
+}
+
+TEST_F(MovingCommands, AFileThatIsOpenElsewhereIsToldOf) {
+  fs::copy_file(Sample("encoded-2000.mdb"), File("building.mdb"));
+  std::ofstream(File("building.ldb")) << "a seat";
+  const Outcome outcome = Run({"init", "--from", File("building.mdb")});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.err, AllOf(HasSubstr("building.ldb"), HasSubstr("another program")));
+  fs::remove(File("building.ldb"));
+  EXPECT_EQ(Run({"init", "--from", File("building.mdb"), "--force"}).err, "");
+}
+
+TEST_F(MovingCommands, OptionsGoTogether) {
+  EXPECT_EQ(Run({"init", "--skip-bad-rows"}).status, 2);
+  EXPECT_EQ(Run({"init", "--report", File("odd.txt")}).status, 2);
+  EXPECT_EQ(Bring("building-2000.mdb", {"--demo"}).status, 2);
+  EXPECT_THAT(Bring("building-2000.mdb", {"--code-page", "1"}).err, HasSubstr("no code page 1"));
+}
+
+/// The program itself finds the one that reads such files beside it.
+TEST_F(MovingCommands, TheProgramBringsItsOwnReader) {
+  const std::string command = std::string(QORHOST_PROGRAM) + " --db '" + File("building.db") +
+                              "' init --from '" + Sample("encoded-2000.mdb") + "' > /dev/null";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  EXPECT_EQ(Rows({"tenants", "list"}).size(), 8U);
+}
+
+}  // namespace
+}  // namespace qorhost::test

@@ -1,0 +1,333 @@
+// Buildings that were brought in: every row in the store, reports as the file's own tables have it.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+
+#include "frame/convert.h"
+#include "host/desks/credential_report.h"
+#include "host/desks/desk_error.h"
+#include "host/desks/dir_code_report.h"
+#include "host/desks/session.h"
+#include "host/desks/store_check.h"
+#include "host/store/engines/opening.h"
+#include "tests/host/desks/moving_in/moving_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using nlohmann::json;
+using nlohmann::ordered_json;
+using qorcred::Value;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAreArray;
+
+Clock AtNoon() {
+  return [] { return qorcred::FromCivil({2026, 2, 3, 12, 0, 0}); };
+}
+
+/// A value of the store as the expected values write it.
+json AsJson(const Value& value) {
+  if (value.Is(qorcred::ValueType::kNull)) return nullptr;
+  if (const auto* flag = value.As<bool>()) return *flag;
+  if (const auto* date = value.As<qorcred::Date>()) return ExpectedDate(date->serial);
+  if (const auto* number = value.As<double>()) return *number;
+  if (const auto* number = value.As<std::int32_t>()) return *number;
+  if (const auto* number = value.As<std::int16_t>()) return *number;
+  return qorcred::TextOrEmpty(value);
+}
+
+/// A table of expected values under whatever letter case.
+const ordered_json& TableOf(const ordered_json& expected, std::string_view name) {
+  for (const auto& [own, table] : expected.at("tables").items()) {
+    if (FindKnownTable(own) == FindKnownTable(name)) return table;
+  }
+  throw std::out_of_range(std::string(name));
+}
+
+class MovedBuildings : public MovingFixture {
+ protected:
+  void Bring(std::string_view name, std::optional<std::int32_t> unit = std::nullopt) {
+    plan_.emplace(PlanOf(name, unit));
+    std::unique_ptr<Store> store = OpenMemoryStore();
+    BringIn(*store->StartSession(AtNoon()), *plan_, name);
+    Surroundings surroundings;
+    surroundings.clock = AtNoon();
+    session_ = std::make_unique<DeskSession>(std::move(store), surroundings);
+  }
+
+  [[nodiscard]] std::vector<json> Rows(const std::string& statement) {
+    const QueryResult result = session_->sql().Select(statement);
+    std::vector<json> rows;
+    for (const ResultRow row : result.rows()) {
+      json cells = json::array();
+      for (std::size_t column = 0; column < result.columns.size(); ++column) {
+        cells.push_back(AsJson(row[static_cast<std::int32_t>(column)]));
+      }
+      rows.push_back(std::move(cells));
+    }
+    return rows;
+  }
+
+  /// The cells that were stored with another value than the file's.
+  [[nodiscard]] bool WasAdjusted(std::string_view table, std::string_view column) const {
+    return std::any_of(plan_->settled().begin(), plan_->settled().end(),
+                       [&](const SettledCell& cell) {
+                         return cell.settlement == Settlement::kAdjusted && cell.table == table &&
+                                cell.column == column;
+                       });
+  }
+
+  [[nodiscard]] std::vector<std::string> Faults() {
+    std::vector<std::string> faults;
+    for (const auto& row : WholeCheck(*session_, session_->Units()).rows) {
+      faults.push_back(qorcred::TextOrEmpty(row[0]) + ": " + qorcred::TextOrEmpty(row[1]));
+    }
+    return faults;
+  }
+
+  std::optional<MovingPlan> plan_;
+  std::unique_ptr<DeskSession> session_;
+};
+
+class MovedSamples : public MovedBuildings, public testing::WithParamInterface<const char*> {};
+
+TEST_P(MovedSamples, HaveEveryRowAsItWasWritten) {
+  Bring(GetParam());
+  const ordered_json expected = ExpectedOf(GetParam());
+  for (const KnownTable& known : KnownTables()) {
+    const ordered_json& table = TableOf(expected, known.name);
+    std::vector<std::string> names;  // of the file, in the order that is selected
+    std::string columns;
+    for (const auto& [name, type] : table.at("columns").items()) {
+      const dialect::Column* column = dialect::FindColumn(LayoutOf(known), name);
+      if (column == nullptr || WasAdjusted(known.name, column->name)) continue;
+      names.push_back(name);
+      columns += (columns.empty() ? "" : ", ") + name;
+    }
+    const std::vector<json> rows =
+        Rows("SELECT " + columns + " FROM " + std::string(known.name) + " ORDER BY RID");
+    ASSERT_EQ(rows.size(), table.at("rows").get<std::size_t>()) << known.name;
+    for (std::size_t at = 0; at < names.size(); ++at) {
+      std::size_t nulls = 0;
+      double sum = 0;
+      for (const json& row : rows) {
+        if (row[at].is_null()) ++nulls;
+        if (row[at].is_number()) sum += row[at].get<double>();
+        if (row[at] == true) ++sum;
+      }
+      EXPECT_EQ(nulls, table.at("nulls").at(names[at]).get<std::size_t>()) << names[at];
+      if (table.at("sums").contains(names[at])) {
+        EXPECT_EQ(sum, table.at("sums").at(names[at]).get<double>()) << names[at];
+      }
+    }
+    const std::set<json> stored(rows.begin(), rows.end());
+    for (const ordered_json& sample : table.at("sample")) {
+      json wanted = json::array();
+      for (const std::string& name : names) wanted.push_back(json(sample.at(name)));
+      EXPECT_TRUE(stored.contains(wanted)) << known.name << wanted;
+    }
+  }
+}
+
+TEST_P(MovedSamples, AreInOrder) {
+  Bring(GetParam());
+  EXPECT_THAT(Faults(), IsEmpty());
+}
+
+TEST_P(MovedSamples, AreStoredAsOneEntryOfTheHistory) {
+  Bring(GetParam());
+  const std::vector<WorkEntry> entries = session_->sql().audit().After(0, std::nullopt);
+  ASSERT_EQ(entries.size(), 1U);
+  EXPECT_EQ(entries.front().what, std::string("init from ") + GetParam());
+}
+INSTANTIATE_TEST_SUITE_P(All, MovedSamples,
+                         testing::Values("building-2000.mdb", "building-2010.accdb",
+                                         "encoded-2000.mdb"),
+                         [](const auto& sample) {
+                           std::string name(sample.param);
+                           std::erase_if(name, [](unsigned char letter) {
+                             return std::isalnum(letter) == 0;
+                           });
+                           return name;
+                         });
+
+// ---- Reports, against the file of expected values alone
+// ---------------------------------------------
+
+/// A cell as a report shows it.
+std::string Shown(const json& cell) {
+  if (cell.is_null()) return "";
+  if (cell.is_string()) return cell.get<std::string>();
+  if (cell.is_number_float()) return std::to_string(cell.get<std::int64_t>());
+  return cell.dump();
+}
+
+/// "Müller Jürgen Ö"
+std::string NameOf(const json& tenant) {
+  std::string name;
+  for (const char* part : {"LASTNAME", "FIRSTNAME", "MIDDLEINITIAL"}) {
+    const std::string text = Shown(tenant.at(part));
+    if (!text.empty()) name += (name.empty() ? "" : " ") + text;
+  }
+  return name;
+}
+
+TEST_F(MovedBuildings, TheCredentialReportSaysWhatTheFileSays) {
+  Bring("encoded-2000.mdb");
+  const ordered_json expected = ExpectedOf("encoded-2000.mdb");
+  std::map<json, std::string> holders;
+  for (const ordered_json& tenant : TableOf(expected, "Tenants").at("sample")) {
+    for (const char* place : {"CREDENTIALID1", "CREDENTIALID2"}) {
+      if (!tenant.at(place).is_null()) holders[json(tenant.at(place))] = NameOf(json(tenant));
+    }
+  }
+  const std::map<int, std::string> types{
+      {0, "Corvin 30-Bit Card"}, {1, "Standard 26-Bit Card"}, {2, "Transmitter"}};
+  std::vector<std::vector<std::string>> wanted;
+  for (const ordered_json& row : TableOf(expected, "CredentialBank").at("sample")) {
+    const int type = row.at("CREDENTIALTYPE");
+    const auto ofTransmitter = [&](const char* column) {
+      return type == 2 ? Shown(json(row.at(column))) : std::string();
+    };
+    const auto holder = holders.find(json(row.at("RID")));
+    wanted.push_back({types.at(type), Shown(json(row.at("PINNO"))),
+                      Shown(json(row.at("FACILITYCODE"))), ofTransmitter("IDCODE"),
+                      ofTransmitter("SEQUENCENUMBER"), ofTransmitter("BUTTONNUMBER"),
+                      holder == holders.end() ? "Unassigned" : holder->second});
+  }
+  CredentialReport report(*session_, 1, {});
+  ASSERT_TRUE(report.Run().done());
+  const Table table = report.Visible();
+  std::vector<std::vector<std::string>> rows;
+  for (const auto& cells : table.rows) {
+    std::vector<std::string>& row = rows.emplace_back();
+    for (std::size_t at = 0; at < wanted.front().size(); ++at) {
+      row.push_back(qorcred::TextOrEmpty(cells.at(at)));
+    }
+  }
+  EXPECT_EQ(rows.size(), 14U);
+  EXPECT_THAT(rows, UnorderedElementsAreArray(wanted));
+}
+
+TEST_F(MovedBuildings, TheDirectoryCodeReportSaysWhatTheFileSays) {
+  Bring("encoded-2000.mdb");
+  const ordered_json expected = ExpectedOf("encoded-2000.mdb");
+  // The fields that are displayed, in their order; captions are the file's own.
+  std::map<int, std::string> shown;
+  for (const ordered_json& field : TableOf(expected, "TenantSelectionFields").at("sample")) {
+    const std::string name = field.at("FieldName");
+    if (name.starts_with("DirectoryCode.") && field.at("Display") == 1) {
+      shown[field.at("DisplaySeq")] = name.substr(name.find('.') + 1);
+    }
+  }
+  std::vector<std::vector<std::string>> wanted;
+  for (const ordered_json& code : TableOf(expected, "DirectoryCode").at("sample")) {
+    if (code.at("DIRECTORYCODE") < 0) continue;  // in no list
+    std::vector<std::string>& row = wanted.emplace_back();
+    for (const auto& [place, field] : shown) {
+      std::string name = field;
+      for (char& letter : name) letter = static_cast<char>(std::toupper(letter));
+      const json cell(code.at(name));
+      row.push_back(cell.is_boolean() ? (cell.get<bool>() ? "yes" : "no") : Shown(cell));
+    }
+  }
+  DirCodeReport report(*session_, 1);
+  ASSERT_TRUE(report.Compose().done());
+  ASSERT_TRUE(report.Run().done());
+  const Table table = report.Visible();
+  std::vector<std::string> captions;
+  for (const TableColumn& column : table.columns) captions.push_back(column.title);
+  std::vector<std::string> wantedCaptions;
+  for (const auto& [place, field] : shown) wantedCaptions.push_back(field);
+  EXPECT_EQ(captions, wantedCaptions);
+  std::vector<std::vector<std::string>> rows;
+  for (const auto& cells : table.rows) {
+    std::vector<std::string>& row = rows.emplace_back();
+    for (const Value& cell : cells) row.push_back(qorcred::TextOrEmpty(cell));
+  }
+  EXPECT_EQ(rows.size(), 3U);
+  EXPECT_THAT(rows, UnorderedElementsAreArray(wanted));
+}
+
+TEST_F(MovedBuildings, TheUnitsHaveTheCountsOfTheFile) {
+  Bring("building-2000.mdb");
+  const ordered_json expected = ExpectedOf("building-2000.mdb");
+  std::int64_t credentials = 0;
+  for (const UnitName& unit : session_->Units()) {
+    CredentialReport report(*session_, unit.key, {});
+    ASSERT_TRUE(report.Run().done());
+    credentials += static_cast<std::int64_t>(report.Visible().rows.size());
+  }
+  EXPECT_EQ(credentials, TableOf(expected, "CredentialBank").at("rows").get<std::int64_t>());
+  EXPECT_EQ(session_->Units().size(), 4U);
+}
+
+// ---- The odd one, and what is not brought in
+// ---------------------------------------------------------
+
+TEST_F(MovedBuildings, OfAnOddOneTheCheckTellsWhatTheFileAlreadyHad) {
+  Bring("building-odd.mdb");
+  EXPECT_THAT(Faults(),
+              ElementsAre("1: Standard 26-Bit Card-501 (RID 1) is held by Good Row 1 (RID 1) and "
+                          "by Second Holder Row 7 (RID 7)",
+                          "1: the period of tenant Backwards Row 17 (RID 17) ends before it begins",
+                          "3: 13 codes are in use, and the unit takes 10",
+                          "4: its capacity is not known", "5: its capacity is not known"));
+  EXPECT_THAT(Rows("SELECT MODIFIED FROM Tenants WHERE RID=16"),
+              ElementsAre(json::array({"2024-05-06 10:11:12"})));
+  EXPECT_THAT(Rows("SELECT ACTIVESTARTTIME, ACTIVEENDTIME FROM Tenants WHERE RID=18"),
+              ElementsAre(json::array({"1752-09-14 00:00:00", "9999-12-31 00:00:00"})));
+  EXPECT_THAT(Rows("SELECT RID FROM Schedules WHERE ScheduleID=4"), ElementsAre(json::array({10})));
+  EXPECT_THAT(Rows("SELECT COUNT(*) FROM Tenants"), ElementsAre(json::array({24})));
+}
+
+TEST_F(MovedBuildings, OneUnitAloneComesWithAllThatBelongsToIt) {
+  Bring("building-2000.mdb", 7);
+  EXPECT_THAT(Rows("SELECT UnitKey FROM Units"), ElementsAre(json::array({7})));
+  EXPECT_THAT(Rows("SELECT COUNT(*) FROM Tenants WHERE UnitKey<>7"), ElementsAre(json::array({0})));
+  EXPECT_THAT(Rows("SELECT COUNT(*) FROM CredentialBank"), ElementsAre(json::array({68})));
+  EXPECT_THAT(Faults(), IsEmpty());
+}
+
+TEST_F(MovedBuildings, WhatIsStoppedLeavesNothing) {
+  const MovingPlan plan = PlanOf("building-2000.mdb");
+  const std::unique_ptr<Store> store = OpenMemoryStore();
+  const std::unique_ptr<SqlSession> session = store->StartSession(AtNoon());
+  const auto stopAt = [](std::int64_t place) {
+    return [place](std::int64_t done, std::int64_t) { return done < place; };
+  };
+  EXPECT_THROW(BringIn(*session, plan, "building.mdb", stopAt(300)), CancelledError);
+  EXPECT_EQ(session->Select("SELECT RID FROM Units").rowCount, 0U);
+  EXPECT_EQ(session->Select("SELECT RID FROM TenantSelectionFields").rowCount, 17U);
+  EXPECT_FALSE(session->inTransaction());
+  BringIn(*session, plan, "building.mdb", stopAt(497));
+  EXPECT_EQ(session->Select("SELECT RID FROM Units").rowCount, 4U);
+}
+
+TEST_F(MovedBuildings, AStoreThatHasUnitsTakesNoOthers) {
+  const MovingPlan plan = PlanOf("encoded-2000.mdb");
+  const std::unique_ptr<Store> store = OpenMemoryStore();
+  const std::unique_ptr<SqlSession> session = store->StartSession(AtNoon());
+  BringIn(*session, plan, "one.mdb");
+  EXPECT_THROW(BringIn(*session, plan, "two.mdb"), RefusedError);
+  EXPECT_EQ(session->Select("SELECT RID FROM CredentialBank").rowCount, 14U);
+}
+
+TEST_F(MovedBuildings, NewRowsComeBehindThoseThatWereBroughtIn) {
+  Bring("encoded-2000.mdb");
+  SqlSession& session = session_->sql();
+  EXPECT_EQ(session.tenants().NextLinkCode(1), 9);
+  EXPECT_EQ(
+      session
+          .Change("INSERT INTO CredentialBank (UnitKey, CredentialType, PINNo) VALUES (1, 1, 9)",
+                  std::nullopt)
+          .newRow,
+      16);
+}
+
+}  // namespace
+}  // namespace qorhost::test

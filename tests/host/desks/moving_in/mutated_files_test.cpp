@@ -1,0 +1,161 @@
+// Files that chance has changed: refused, or read with every row somewhere; no hang, no half
+// import. QORHOST_FUZZ_SECONDS lets it go on for so long, from another beginning each time.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <vector>
+
+#include "host/desks/desk_error.h"
+#include "host/files/file_error.h"
+#include "host/store/engines/opening.h"
+#include "tests/host/desks/moving_in/moving_fixture.h"
+#include "tests/host/store/temporary_folder.h"
+
+namespace qorhost::test {
+namespace {
+
+using Time = std::chrono::steady_clock;
+
+constexpr std::size_t kPage = 4096;
+constexpr int kUsualFiles = 120;
+
+/// Changes of the bytes of a file, each another kind of damage.
+class Mutation {
+ public:
+  explicit Mutation(unsigned seed) : random_(seed) {}
+
+  [[nodiscard]] std::string Of(std::string bytes, const std::string& other) {
+    for (std::size_t changes = 1 + Below(4); changes > 0; --changes) Change(bytes, other);
+    return bytes;
+  }
+
+ private:
+  [[nodiscard]] std::size_t Below(std::size_t end) {
+    return std::uniform_int_distribution<std::size_t>(0, end - 1)(random_);
+  }
+
+  void Change(std::string& bytes, const std::string& other) {
+    if (bytes.size() < 2 * kPage) return;
+    const std::size_t page = Below(bytes.size() / kPage) * kPage;
+    switch (Below(8)) {
+      case 0:
+        bytes[Below(bytes.size())] = static_cast<char>(Below(256));
+        break;
+      case 1:  // among the definitions and lists at the beginning of a page
+        bytes[page + Below(64)] = static_cast<char>(Below(256));
+        break;
+      case 2:
+        PutNumber(bytes, Below(bytes.size() - 4));
+        break;
+      case 3:
+        PutNumber(bytes, page + Below(16) * 4);
+        break;
+      case 4:
+        bytes.replace(page, kPage, bytes, Below(bytes.size() / kPage) * kPage, kPage);
+        break;
+      case 5:
+        bytes.replace(page, kPage, other, Below(other.size() / kPage) * kPage, kPage);
+        break;
+      case 6:
+        for (std::size_t at = page; at < page + kPage; ++at)
+          bytes[at] = static_cast<char>(random_());
+        break;
+      default:
+        if (Below(8) == 0) bytes.resize(page);
+        bytes[Below(128) % bytes.size()] = static_cast<char>(Below(256));
+        break;
+    }
+  }
+
+  void PutNumber(std::string& bytes, std::size_t at) {
+    const std::uint32_t numbers[] = {0,
+                                     1,
+                                     0x7FFFFFFF,
+                                     0x80000000,
+                                     0xFFFFFFFF,
+                                     static_cast<std::uint32_t>(Below(bytes.size() / kPage)),
+                                     static_cast<std::uint32_t>(Below(bytes.size() / kPage)) << 8U};
+    const std::uint32_t number = numbers[Below(std::size(numbers))];
+    for (int byte = 0; byte < 4; ++byte) {
+      bytes[at + static_cast<std::size_t>(byte)] = static_cast<char>(number >> (8 * byte) & 0xFFU);
+    }
+  }
+
+  std::minstd_rand random_;
+};
+
+class MutatedFiles : public MovingFixture {
+ protected:
+  [[nodiscard]] static std::string BytesOfSample(const char* name) {
+    std::ifstream in(SampleDatabase(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
+  /// Whether it could be read. Everything else than a refusal ends the test.
+  bool Bring(const std::string& bytes) {
+    const std::filesystem::path file = folder_.File("mutated.mdb");
+    std::ofstream(file, std::ios::binary | std::ios::trunc) << bytes;
+    MovingOrder order = OrderFor("");
+    order.file = file;
+    order.reading.longest = std::chrono::seconds(30);
+    order.reading.processorTime = std::chrono::seconds(10);
+    try {
+      const MovingPlan plan = PlanMoving(order);
+      for (const MovedTable& table : plan.numbers()) {
+        EXPECT_EQ(table.inFile, table.broughtIn + table.refused);
+      }
+      const std::unique_ptr<Store> store = OpenMemoryStore();
+      const std::unique_ptr<SqlSession> session = store->StartSession(SystemClock());
+      BringIn(*session, plan, "mutated.mdb");
+      EXPECT_EQ(session->Select("SELECT RID FROM Tenants").rowCount, RowsOf(plan, "Tenants"));
+      return true;
+    } catch (const FileError& refused) {
+      EXPECT_NE(std::string(refused.what()), "");
+    } catch (const RefusedError& refused) {
+      EXPECT_NE(std::string(refused.what()), "");
+    }
+    return false;
+  }
+
+  [[nodiscard]] static std::size_t RowsOf(const MovingPlan& plan, std::string_view name) {
+    for (const MovedTable& table : plan.numbers()) {
+      if (table.name == name) return table.broughtIn;
+    }
+    return 0;
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(MutatedFiles, AreRefusedOrBroughtInWhole) {
+  const std::vector<std::string> samples{
+      BytesOfSample("building-2000.mdb"), BytesOfSample("building-2010.accdb"),
+      BytesOfSample("building-odd.mdb"), BytesOfSample("encoded-2000.mdb"),
+      BytesOfSample("password-2010.accdb")};
+  const char* longer = std::getenv("QORHOST_FUZZ_SECONDS");
+  const Time::time_point end =
+      Time::now() + std::chrono::seconds(longer == nullptr ? 0 : std::atoi(longer));
+  const unsigned first = longer == nullptr ? 1 : std::random_device()();
+  unsigned files = 0;
+  unsigned read = 0;
+  auto slowest = Time::duration::zero();
+  for (unsigned seed = first; files < kUsualFiles || Time::now() < end; ++seed, ++files) {
+    SCOPED_TRACE(seed);
+    const Time::time_point begin = Time::now();
+    const std::string& sample = samples[seed % samples.size()];
+    read += Bring(Mutation(seed).Of(sample, samples[(seed / 7) % samples.size()])) ? 1 : 0;
+    slowest = std::max(slowest, Time::now() - begin);
+    if (HasFailure()) break;
+  }
+  std::cout << files << " files, " << read << " of them read, the slowest in "
+            << std::chrono::duration_cast<std::chrono::milliseconds>(slowest).count() << " ms\n";
+  EXPECT_GT(read, 0U);
+  EXPECT_LT(read, files);
+}
+
+}  // namespace
+}  // namespace qorhost::test

@@ -1,0 +1,244 @@
+// Database files of desktop applications: every value of the samples as it was written, and a clear
+// refusal of everything that cannot be read whole.
+#include "host/files/desktop_file/desktop_file.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+
+#include "host/files/file_error.h"
+#include "tests/host/files/desktop_file/expected_values.h"
+#include "tests/host/store/temporary_folder.h"
+
+namespace qorhost::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+std::string BytesOf(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+constexpr std::size_t kPage = 4096;
+
+/// The bytes of a file with one page overwritten.
+std::string WithPageOfChance(std::string bytes, std::size_t page) {
+  std::minstd_rand random(7);
+  for (std::size_t at = page * kPage; at < (page + 1) * kPage; ++at) {
+    bytes[at] = static_cast<char>(random() >> 8U);
+  }
+  return bytes;
+}
+
+class DesktopFiles : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (fs::path(QORHOST_DESKTOP_READER).empty()) {
+      GTEST_SKIP() << "libmdb (Debian: mdbtools-dev) was not there when this was built";
+    }
+  }
+
+  [[nodiscard]] static DesktopReading Reading(std::vector<std::string> wanted) {
+    DesktopReading reading;
+    reading.wanted = std::move(wanted);
+    reading.reader = QORHOST_DESKTOP_READER;
+    return reading;
+  }
+  /// With the rows of all tables that hold any of the building's.
+  [[nodiscard]] static DesktopReading WholeReading() {
+    return Reading({"Units", "UnitTypes", "UnitSettings", "Doors", "Schedules", "TenantGroup",
+                    "CredentialBank", "Tenants", "TenantsBackup", "DirectoryCode",
+                    "TenantSelectionFields", "AccessEvents", "Site Notes", "Recipes", "Ingredients",
+                    "Shops and Doors"});
+  }
+  [[nodiscard]] fs::path Written(std::string_view name, const std::string& bytes) const {
+    const fs::path file = folder_.File(name);
+    std::ofstream(file, std::ios::binary) << bytes;
+    return file;
+  }
+  [[nodiscard]] static std::string RefusalOf(const fs::path& file,
+                                             const DesktopReading& reading = WholeReading()) {
+    try {
+      (void)ReadDesktopFile(file, reading);
+    } catch (const FileError& failure) {
+      return failure.what();
+    }
+    return "read";
+  }
+
+  TemporaryFolder folder_;
+};
+
+class DesktopSamples : public DesktopFiles, public testing::WithParamInterface<const char*> {};
+
+TEST_P(DesktopSamples, EveryValueIsWhatWasWritten) {
+  const DesktopFile file = ReadDesktopFile(SampleDatabase(GetParam()), WholeReading());
+  const nlohmann::ordered_json expected = ExpectedOf(GetParam());
+  EXPECT_EQ(file.tables.size(), expected.at("tables").size());
+  for (const DesktopTable& table : file.tables) {
+    ASSERT_TRUE(expected.at("tables").contains(table.name)) << table.name;
+    EXPECT_THAT(Differences(table, expected.at("tables").at(table.name)), IsEmpty());
+    EXPECT_EQ(table.count, table.rows.size()) << table.name;
+  }
+}
+INSTANTIATE_TEST_SUITE_P(All, DesktopSamples,
+                         testing::Values("building-2000.mdb", "building-2010.accdb",
+                                         "building-large.accdb", "building-odd.mdb",
+                                         "encoded-2000.mdb", "other-application.mdb"),
+                         [](const auto& sample) {
+                           std::string name(sample.param);
+                           std::erase_if(name, [](unsigned char letter) {
+                             return std::isalnum(letter) == 0;
+                           });
+                           return name;
+                         });
+
+TEST_F(DesktopFiles, TablesThatAreNotWantedHaveNoRowsAndTheirCount) {
+  const DesktopFile file =
+      ReadDesktopFile(SampleDatabase("building-2000.mdb"), Reading({"tenants"}));
+  for (const DesktopTable& table : file.tables) {
+    EXPECT_EQ(table.rows.size(), table.name == "TENANTS" ? 120U : 0U) << table.name;
+    EXPECT_GT(table.count, 0U) << table.name;
+  }
+}
+
+TEST_F(DesktopFiles, TheOriginalIsNotTouched) {
+  const fs::path file = Written("building.mdb", BytesOf(SampleDatabase("encoded-2000.mdb")));
+  fs::permissions(file, fs::perms::owner_read);
+  const auto before = fs::last_write_time(file);
+  (void)ReadDesktopFile(file, WholeReading());
+  EXPECT_EQ(fs::last_write_time(file), before);
+  EXPECT_EQ(BytesOf(file), BytesOf(SampleDatabase("encoded-2000.mdb")));
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path()), fs::directory_iterator()), 1);
+}
+
+TEST_F(DesktopFiles, PasswordsAreRefusedAlsoWhereThePagesAreReadable) {
+  for (const char* name : {"password-2000.mdb", "password-2010.accdb"}) {
+    EXPECT_THAT(RefusalOf(SampleDatabase(name)),
+                AllOf(HasSubstr(name), HasSubstr("has a password"), HasSubstr("in a copy")));
+  }
+}
+
+TEST_F(DesktopFiles, WhatIsNoDatabaseIsRefused) {
+  EXPECT_THAT(RefusalOf(Written("empty.mdb", "")), HasSubstr("is empty"));
+  EXPECT_THAT(RefusalOf(Written("one.mdb", "S")), HasSubstr("is no desktop database"));
+  EXPECT_THAT(RefusalOf(Written("text.mdb", "Standard Jet DB is only text here")),
+              HasSubstr("is no desktop database"));
+  const std::string mark("\0\1\0\0Standard Jet DB\0", 20);
+  EXPECT_NE(RefusalOf(Written("head.mdb", mark)), "read");
+  EXPECT_THAT(RefusalOf(folder_.File("none.mdb")), HasSubstr("there is no file"));
+  EXPECT_THAT(RefusalOf(folder_.path()), HasSubstr("it is a folder"));
+}
+
+TEST_F(DesktopFiles, AFormatOfLaterDaysIsRefused) {
+  std::string bytes = BytesOf(SampleDatabase("building-2010.accdb"));
+  bytes[0x14] = 0x63;
+  EXPECT_THAT(RefusalOf(Written("later.accdb", bytes)), HasSubstr("a format that is not known"));
+}
+
+TEST_F(DesktopFiles, ACutFileIsRefused) {
+  const std::string whole = BytesOf(SampleDatabase("building-2000.mdb"));
+  EXPECT_THAT(RefusalOf(Written("within.mdb", whole.substr(0, 279'762))),
+              HasSubstr("ends within a page"));
+  for (std::size_t pages = 1; pages * kPage < whole.size(); pages += 7) {
+    EXPECT_THAT(RefusalOf(Written("pages.mdb", whole.substr(0, pages * kPage))),
+                HasSubstr("is damaged"))
+        << pages;
+  }
+}
+
+/// A page of a table, of the catalogue of tables, or one that nothing is read from.
+TEST_F(DesktopFiles, AFileThatHasLostAPageOfRowsIsRefusedOrReadWhole) {
+  const std::string whole = BytesOf(SampleDatabase("building-2010.accdb"));
+  const nlohmann::ordered_json expected = ExpectedOf("building-2010.accdb");
+  int refused = 0;
+  for (std::size_t page = 1; page < whole.size() / kPage; ++page) {
+    if (whole[page * kPage] != 1) continue;
+    const fs::path file = Written("flipped.accdb", WithPageOfChance(whole, page));
+    try {
+      for (const DesktopTable& table : ReadDesktopFile(file, WholeReading()).tables) {
+        EXPECT_THAT(Differences(table, expected.at("tables").at(table.name)), IsEmpty()) << page;
+      }
+    } catch (const FileError& failure) {
+      EXPECT_THAT(failure.what(), HasSubstr("is damaged")) << page;
+      ++refused;
+    }
+  }
+  EXPECT_GT(refused, 20);
+}
+
+TEST_F(DesktopFiles, RowsThatAreLostAreCountedInTheRefusal) {
+  constexpr std::size_t kPageOfTenants = 136;
+  const std::string whole = BytesOf(SampleDatabase("building-2010.accdb"));
+  EXPECT_THAT(RefusalOf(Written("flipped.accdb", WithPageOfChance(whole, kPageOfTenants))),
+              AllOf(HasSubstr("'TENANTS' says that it has 120 rows, and 90 can be read"),
+                    HasSubstr("older copy")));
+}
+
+/// In the catalogue the kind of a table stands before its name, with two dates and four bytes
+/// between.
+TEST_F(DesktopFiles, ATableThatStandsElsewhereIsToldToBeLinked) {
+  using namespace std::string_view_literals;
+  constexpr std::size_t kBetween = 22;
+  constexpr char kTable = 1;
+  for (const char kind : {'\4', '\6'}) {  // by ODBC, or in another file of this kind
+    std::string bytes = BytesOf(SampleDatabase("building-2000.mdb"));
+    const std::size_t name = bytes.find("T\0E\0N\0A\0N\0T\0S\0"sv);
+    ASSERT_EQ(bytes.at(name - kBetween), kTable);
+    bytes[name - kBetween] = kind;
+    const DesktopFile file = ReadDesktopFile(Written("linked.mdb", bytes), WholeReading());
+    const auto tenants =
+        std::find_if(file.tables.begin(), file.tables.end(),
+                     [](const DesktopTable& table) { return table.name == "TENANTS"; });
+    ASSERT_NE(tenants, file.tables.end());
+    EXPECT_TRUE(tenants->isLinked);
+    EXPECT_THAT(tenants->rows, IsEmpty());
+  }
+}
+
+TEST_F(DesktopFiles, ReadingEndsAtItsLimits) {
+  DesktopReading reading = WholeReading();
+  reading.longest = std::chrono::milliseconds(1);
+  EXPECT_THAT(RefusalOf(SampleDatabase("building-large.accdb"), reading),
+              HasSubstr("was not read within"));
+  reading = WholeReading();
+  reading.mebibytes = 1;
+  EXPECT_THAT(RefusalOf(SampleDatabase("building-large.accdb"), reading), HasSubstr("is damaged"));
+}
+
+TEST_F(DesktopFiles, WithoutAReaderTheRefusalSaysHowToGetOne) {
+  DesktopReading reading = WholeReading();
+  reading.reader = folder_.File("none");
+  EXPECT_THAT(RefusalOf(SampleDatabase("building-2000.mdb"), reading), HasSubstr("mdbtools-dev"));
+}
+
+TEST_F(DesktopFiles, AReaderThatTellsHalfIsNotBelieved) {
+  const auto reader = [&](std::string_view script) {
+    const fs::path file = folder_.File("reader");
+    std::ofstream(file) << "#!/bin/sh\n" << script << "\n";
+    fs::permissions(file, fs::perms::owner_all);
+    DesktopReading reading = WholeReading();
+    reading.reader = file;
+    return RefusalOf(SampleDatabase("building-2000.mdb"), reading);
+  };
+  const std::string cut =
+      fmt::format("{} 512 60 Units 3<&3 | head -c 300", fs::path(QORHOST_DESKTOP_READER).string());
+  EXPECT_THAT(reader("exit 0"), HasSubstr("is damaged"));
+  EXPECT_THAT(reader("PATH=/bin:/usr/bin\n" + cut), HasSubstr("is damaged"));
+  EXPECT_THAT(reader("printf 'H\\377\\377\\377\\377'"), HasSubstr("is damaged"));
+  EXPECT_THAT(reader("kill -SEGV $$"), HasSubstr("is damaged"));
+}
+
+}  // namespace
+}  // namespace qorhost::test

@@ -1,0 +1,35 @@
+// node second_reader.mjs FOLDER FILE TABLE...: prints, as one JSON object, the columns and rows of tables of
+// a desktop database file as the package mdb-reader in FOLDER/node_modules reads them.
+import { readFileSync } from "node:fs";
+import { createRequire } from "node:module";
+import { pathToFileURL } from "node:url";
+
+const [folder, file, ...tables] = process.argv.slice(2);
+const require = createRequire(pathToFileURL(`${folder}/node_modules/`).href);
+const { default: MDBReader } = await import(pathToFileURL(require.resolve("mdb-reader")).href);
+
+const two = (number) => String(number).padStart(2, "0");
+
+function dateText(date) {
+  const year = String(date.getUTCFullYear()).padStart(4, "0");
+  const day = `${year}-${two(date.getUTCMonth() + 1)}-${two(date.getUTCDate())}`;
+  const time = `${two(date.getUTCHours())}:${two(date.getUTCMinutes())}:${two(date.getUTCSeconds())}`;
+  const thousandths = date.getUTCMilliseconds();
+  return `${day} ${time}${thousandths ? `.${String(thousandths).padStart(3, "0")}` : ""}`;
+}
+
+function cell(value) {
+  if (value === undefined || value === null) return null;
+  if (value instanceof Date) return dateText(value);
+  if (value instanceof Uint8Array) return { hex: Buffer.from(value).toString("hex") };
+  return value;
+}
+
+const reader = new MDBReader(readFileSync(file));
+const read = {};
+for (const name of tables) {
+  const table = reader.getTable(name);
+  const columns = table.getColumnNames();
+  read[name] = { columns, rows: table.getData().map((row) => columns.map((column) => cell(row[column]))) };
+}
+process.stdout.write(JSON.stringify(read));
