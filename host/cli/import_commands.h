@@ -20,6 +20,7 @@ struct ImportOptions {
   std::string delimiter = "auto";      ///< a character, or "tab"
   std::string encoding;                ///< "" when nobody has said one: then it has to be UTF-8
   std::string rejects;                 ///< a file for the refused lines; "" for none
+  std::string dates;                   ///< "dmy", "mdy" or "ymd"; "" when nobody has said it
   bool force = false;                  ///< replaces that file
   bool replaceQuotes = false;
 };

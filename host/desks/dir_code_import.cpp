@@ -18,9 +18,9 @@ constexpr std::size_t kFirst = 0;  // of the columns
 
 class DirCodeImport {
  public:
-  DirCodeImport(DeskSession& session, std::int32_t unitKey, Apostrophes apostrophes)
+  DirCodeImport(DeskSession& session, std::int32_t unitKey, const ImportRules& rules)
       : desk_(session, unitKey),
-        lines_(desk_, kFirst, apostrophes),
+        lines_(desk_, kFirst, rules.apostrophes, rules.dates),
         fresh_(desk_.screen().Snapshot()) {}
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
@@ -63,7 +63,7 @@ ImportReport ImportDirCodes(DeskSession& session, std::int32_t unitKey, ImportFi
                             const ImportRules& rules, const Progress& progress) {
   const std::vector<FieldWord> words = WordsOf(file, DirCodeFields(kFirst));
   ImportRun run(session, {{unitKey}, "import directory codes", {}}, rules, words);
-  DirCodeImport entering(session, unitKey, rules.apostrophes);
+  DirCodeImport entering(session, unitKey, rules);
   return run.Run(
       file,
       [&entering](const ImportLine& line, ImportNotes& notes) {

@@ -118,10 +118,12 @@ std::string StorableName(const std::string& name, Apostrophes apostrophes) {
                        InReason(storable));
 }
 
-DirCodeLines::DirCodeLines(DirCodeDesk& desk, std::size_t first, Apostrophes apostrophes)
+DirCodeLines::DirCodeLines(DirCodeDesk& desk, std::size_t first, Apostrophes apostrophes,
+                           SheetDates dates)
     : desk_(desk),
       first_(first),
       apostrophes_(apostrophes),
+      dates_(std::move(dates)),
       schedules_(desk.screen().List(qorcred::kDndScheduleList), placeholders::kInSchedules) {}
 
 DirCodeEntry DirCodeLines::Read(const ImportLine& line, ImportNotes& notes) const {
@@ -225,10 +227,10 @@ void DirCodeLines::ReadPeriod(const ImportLine& line, DirCodeEntry& entry,
     if (!active && !given.empty()) {
       NoteIdle(notes, limit, kStatus, "Inactive");
     } else if (active && line.Cell(first_ + limit)) {
-      const std::string date = given.empty()     ? std::string(kNoneWord)
-                               : limit == kStart ? std::string(given)
-                                                 : EndOf(given);
-      (limit == kStart ? entry.from : entry.to) = date;
+      (limit == kStart ? entry.from : entry.to) =
+          given.empty()     ? std::string(kNoneWord)
+          : limit == kStart ? DateInCell(dir_code_field::kStart, given, dates_)
+                            : EndOf(DateInCell(dir_code_field::kEnd, given, dates_));
     }
   }
 }

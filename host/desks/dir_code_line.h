@@ -13,6 +13,7 @@
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/entry_index.h"
 #include "host/desks/import_words.h"
+#include "host/desks/sheet_dates.h"
 #include "host/files/import_file.h"
 
 namespace qorhost {
@@ -59,7 +60,7 @@ enum : std::size_t {
 class DirCodeLines {
  public:
   /// `first` is the place of the first of the columns above. The desk must live as long.
-  DirCodeLines(DirCodeDesk& desk, std::size_t first, Apostrophes apostrophes);
+  DirCodeLines(DirCodeDesk& desk, std::size_t first, Apostrophes apostrophes, SheetDates dates);
 
   /// What the cells of a line say but for the code itself. Ticks the boxes for Do Not Disturb and
   /// Call Forwarding on the screen. Raises InputFault for cells that say nothing that is known.
@@ -83,6 +84,7 @@ class DirCodeLines {
   DirCodeDesk& desk_;
   std::size_t first_;
   Apostrophes apostrophes_;
+  SheetDates dates_;
   EntryIndex schedules_;
 };
 

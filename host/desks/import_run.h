@@ -21,6 +21,7 @@
 #include "host/desks/outcome.h"
 #include "host/desks/progress.h"
 #include "host/desks/session.h"
+#include "host/desks/sheet_dates.h"
 #include "host/files/import_file.h"
 
 namespace qorhost {
@@ -32,6 +33,7 @@ struct ImportRules {
   /// What is told, in brackets, behind a question that was answered No.
   std::string answeredNo = "answered No";
   Apostrophes apostrophes = Apostrophes::kRefused;  ///< in display names of directory codes
+  SheetDates dates{};
   /// Is handed every refused line with the reason, in the order of the file.
   std::function<void(const ImportLine& line, const std::string& reason)> onRefused = nullptr;
 };

@@ -14,6 +14,7 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/sheet_dates.h"
 #include "host/desks/tenant_adding.h"
 #include "host/desks/tenant_entry.h"
 #include "host/desks/tenant_file.h"
@@ -54,7 +55,7 @@ class TenantImport {
         people_(tenants_, links_, file.lineCount()),
         adding_(session, unitKey),
         cards_(session, unitKey, file, tenants_, rules.cards),
-        codes_(session, unitKey, file, rules.apostrophes) {}
+        codes_(session, unitKey, file, rules.apostrophes, rules.dates) {}
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
     cards_.Drop();
@@ -237,6 +238,10 @@ class TenantImport {
       const std::string_view given = line.Trimmed(at);
       return given.empty() ? std::nullopt : std::optional<std::string>(given);
     };
+    const auto date = [&](std::size_t at, std::string_view field) {
+      const auto given = cell(at);
+      return given ? std::optional(DateInCell(field, *given, rules_.dates)) : std::nullopt;
+    };
     TenantEntry entry;
     entry.lastName = name.last;
     entry.firstName = name.first;
@@ -246,8 +251,8 @@ class TenantImport {
     }
     entry.group = cell(column::kGroup);
     entry.active = cell(column::kActive);
-    entry.from = cell(column::kStart);
-    entry.to = cell(column::kEnd);
+    entry.from = date(column::kStart, tenant_field::kStart);
+    entry.to = date(column::kEnd, tenant_field::kEnd);
     entry.resident = cell(column::kResident);
     for (std::size_t door = 0; door < kTenantDoors; ++door) {
       entry.schedules.at(door) = cell(column::kSchedule1 + door);

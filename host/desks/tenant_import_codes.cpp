@@ -36,12 +36,13 @@ std::string RestOf(const ImportLine& line) {
 }  // namespace
 
 TenantImportCodes::TenantImportCodes(DeskSession& session, std::int32_t unitKey,
-                                     const ImportFile& file, Apostrophes apostrophes)
+                                     const ImportFile& file, Apostrophes apostrophes,
+                                     SheetDates dates)
     : session_(session),
       unitKey_(unitKey),
       apostrophes_(apostrophes),
       desk_(session, unitKey),
-      lines_(desk_, kFirst, apostrophes),
+      lines_(desk_, kFirst, apostrophes, std::move(dates)),
       fresh_(desk_.screen().Snapshot()) {
   std::vector<ColumnField> fields = DirCodeFields(kFirst);
   if (!file.HasColumn(kFirst) && file.HasColumn(tenant_file_column::kApartment)) {

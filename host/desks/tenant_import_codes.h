@@ -19,7 +19,7 @@ class TenantImportCodes {
  public:
   /// The session and the file must live as long; the unit is written by nobody else.
   TenantImportCodes(DeskSession& session, std::int32_t unitKey, const ImportFile& file,
-                    Apostrophes apostrophes);
+                    Apostrophes apostrophes, SheetDates dates);
 
   /// What a line means by its directory code, or by its apartment where it has none; "" for none.
   [[nodiscard]] static std::string_view CodeIn(const ImportLine& line);

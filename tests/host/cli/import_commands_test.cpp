@@ -44,8 +44,9 @@ TEST_F(BadFiles, AllUnknownHeadingsAreToldAtOnceWithTheWayOut) {
       Import("credentials", "Flat,Credential Type,No.,Card Number\n7,card26,1,2\n");
   EXPECT_EQ(outcome.status, 2);
   EXPECT_THAT(outcome.err, StartsWith("qorhost: line 1: there are no columns 'Flat', 'No.'; "));
-  EXPECT_THAT(outcome.err, EndsWith("; --columns \"HEADING=COLUMN,...\" says which one a heading "
-                                    "stands for, HEADING= leaves it out\n"));
+  EXPECT_THAT(outcome.err, EndsWith("; look this over and say it: --columns \"Flat=,No.=\" "
+                                    "(HEADING=COLUMN; with nothing behind it a column is left "
+                                    "out)\n"));
 }
 
 TEST_F(BadFiles, AnotherEncodingThatNobodyHasSaidIsRefusedBeforeAnythingIsImported) {
