@@ -1,6 +1,7 @@
 // Names as people look for them: by their words, without accents and letter case.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -15,6 +16,17 @@ namespace qorhost {
 /// The text in lower case and without accents, however these are encoded: "Öztürk" is "ozturk",
 /// "Søren" is "soren". Bytes that are not UTF-8 stay.
 [[nodiscard]] std::string Plain(std::string_view text);
+
+/// What a text is sorted by, as people do it: without accents and letter case, so that Öztürk
+/// stands behind Ozan and in front of Petrov; what is the same so by its bytes.
+struct TextOrder {
+  std::string plain;
+  std::string text;
+
+  TextOrder() = default;
+  explicit TextOrder(std::string_view given) : plain(Plain(given)), text(given) {}
+  [[nodiscard]] auto operator<=>(const TextOrder& other) const = default;
+};
 
 /// The words of a plain text: letters and digits; apostrophes are no part of a word and do not
 /// divide it ("O'Brien" is "obrien"), everything else divides.
