@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "frame/text.h"
+#include "frame/utf8.h"
 #include "host/cli/progress.h"
 #include "host/cli/written_file.h"
 #include "host/desks/desk_error.h"
@@ -103,6 +104,12 @@ ImportForm FormOf(const ImportOptions& options) {
 }
 
 void RequireEncoding(const std::string& text, const ImportOptions& options) {
+  if (options.encoding == "cp1252" && qorcred::IsUtf8(text) && !qorcred::IsAscii(text) &&
+      !HasByteOrderMark(text)) {
+    throw RefusedError(
+        "the file is UTF-8, and read as cp1252 every letter with an accent would be "
+        "two others, so nothing was imported: leave --encoding out");
+  }
   if (!options.encoding.empty()) {
     return;
   }

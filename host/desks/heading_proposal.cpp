@@ -67,7 +67,9 @@ constexpr std::array kWords{OtherWords{"no", "number"},
                             OtherWords{"badge", "card"},
                             OtherWords{"fob", "card"},
                             OtherWords{"karte", "card"},
-                            OtherWords{"kartennummer", "card number"}};
+                            OtherWords{"kartennummer", "card number"},
+                            OtherWords{"kartennr", "card number"},
+                            OtherWords{"anlagencode", "facility code"}};
 
 template <std::size_t kCount>
 std::string_view InOwnWords(const std::array<OtherWords, kCount>& known, std::string_view written) {

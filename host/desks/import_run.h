@@ -67,15 +67,19 @@ struct ImportReport {
 class RefusedLine : public std::exception {
  public:
   /// `column` is that of the cell that the controller did not take, where that is known.
-  explicit RefusedLine(Outcome outcome, std::optional<std::size_t> column = std::nullopt)
-      : outcome_(std::move(outcome)), column_(column) {}
+  /// `because` is a sentence of the host's own behind the controller's.
+  explicit RefusedLine(Outcome outcome, std::optional<std::size_t> column = std::nullopt,
+                       std::string because = {})
+      : outcome_(std::move(outcome)), column_(column), because_(std::move(because)) {}
   [[nodiscard]] const Outcome& outcome() const noexcept { return outcome_; }
   [[nodiscard]] std::optional<std::size_t> column() const noexcept { return column_; }
+  [[nodiscard]] const std::string& because() const noexcept { return because_; }
   [[nodiscard]] const char* what() const noexcept override { return "a line was not stored"; }
 
  private:
   Outcome outcome_;
   std::optional<std::size_t> column_;
+  std::string because_;
 };
 
 /// A line that is refused for what stands under one of the file's headings.

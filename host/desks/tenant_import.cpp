@@ -59,7 +59,7 @@ class TenantImport {
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
     cards_.Drop();
-    codes_.Drop();
+    codes_.Begin(line);
     const std::optional<LineName> name = NameIn(line, file_);
     Outcome entered = name ? EnterTenant(line, *name, notes) : EnterNobodys(line, notes);
     cards_.Keep();
@@ -88,7 +88,18 @@ class TenantImport {
     return session_.sql().work().written() == before ? Outcome::Unchanged() : Done();
   }
 
+  /// A program that could not write a letter has written a question mark.
+  static void TellLostLetters(const LineName& name, ImportNotes& notes) {
+    const std::string whole = fmt::format("{} {}", name.last, name.first);
+    if (whole.find('?') != std::string::npos || whole.find("\xEF\xBF\xBD") != std::string::npos) {
+      notes.push_back(fmt::format(
+          "'{}' has a question mark: a letter may have been lost when the file was written",
+          qorcred::Trim(whole)));
+    }
+  }
+
   Outcome EnterTenant(const ImportLine& line, const LineName& name, ImportNotes& notes) {
+    TellLostLetters(name, notes);
     codes_.RequireNumber(line);  // without one the line would mean somebody else
     const std::string_view tenantId = line.Trimmed(column::kTenantId);
     const TenantImportPeople::Match match = people_.Find(name, NumberOfCode(line), tenantId);

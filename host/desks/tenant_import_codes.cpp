@@ -95,7 +95,20 @@ std::size_t TenantImportCodes::ColumnOfRefusal(const ImportLine& line) {
   return isApartment ? static_cast<std::size_t>(tenant_file_column::kApartment) : found;
 }
 
+void TenantImportCodes::Begin(const ImportLine& line) {
+  added_.reset();
+  if (dialled_) {
+    refused_.insert_or_assign(dialled_->first, dialled_->second);
+  }
+  dialled_.reset();
+  const TakenNumber code = NumberTaken(CodeIn(line));
+  if (code.isAll && !line.Trimmed(kFirst + column::kPhone).empty()) {
+    dialled_ = {*code.value, line.number()};
+  }
+}
+
 void TenantImportCodes::Keep() {
+  dialled_.reset();
   if (added_) {
     byNumber_.insert(std::move(*added_));
   }
@@ -187,6 +200,17 @@ void TenantImportCodes::Change(const ImportLine& line, Code& code) {
   }
 }
 
+/// Of lines with one code the first has the phone number: when that one is refused, the others lack
+/// it.
+std::string TenantImportCodes::WhyWithoutPhone(const ImportLine& line) const {
+  const std::string_view given = CodeIn(line);
+  const auto found = refused_.find(qorcred::Val(given));
+  if (!line.Trimmed(kFirst + column::kPhone).empty() || found == refused_.end()) {
+    return {};
+  }
+  return fmt::format("Line {} has that of {}, and is refused.", found->second, given);
+}
+
 std::int32_t TenantImportCodes::Add(const ImportLine& line, const std::string& displayName,
                                     ImportNotes& notes) {
   const std::string given(CodeIn(line));
@@ -198,7 +222,7 @@ std::int32_t TenantImportCodes::Add(const ImportLine& line, const std::string& d
   EnterNewCode(desk_, given, entry);
   const SavedDirCode saved = desk_.SaveNew();
   if (!saved.isStored()) {
-    throw RefusedLine(WithoutFacts(saved), ColumnOfRefusal(line));
+    throw RefusedLine(WithoutFacts(saved), ColumnOfRefusal(line), WhyWithoutPhone(line));
   }
   added_ = {qorcred::Val(given), Code{saved.rid, std::string(line.Trimmed(kFirst + column::kPhone)),
                                       line.number(), RestOf(line), true}};

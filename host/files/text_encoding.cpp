@@ -94,6 +94,11 @@ std::size_t FirstBadLine(std::string_view text) {
 
 }  // namespace
 
+bool HasByteOrderMark(std::string_view text) {
+  return text.starts_with(kUtf8Mark) || text.starts_with(kLittleEndianMark) ||
+         text.starts_with(kBigEndianMark);
+}
+
 EncodingDoubt DoubtAbout(const std::string& text) {
   if (qorcred::IsUtf8(text) && text.find('\0') == std::string::npos) {
     return {};

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace qorhost {
 
@@ -18,6 +19,9 @@ enum class TextEncoding : std::uint8_t {
 /// included. Raises FileError, kUnusable, with the place of the first byte that the encoding does
 /// not have. Time and memory are linear.
 [[nodiscard]] std::string TextAsUtf8(std::string text, TextEncoding encoding);
+
+/// Whether a text begins with a mark that says its encoding.
+[[nodiscard]] bool HasByteOrderMark(std::string_view text);
 
 /// What speaks against a text's being UTF-8, a byte order mark apart.
 struct EncodingDoubt {

@@ -75,6 +75,21 @@ TEST_F(BadFiles, AnotherEncodingThatNobodyHasSaidIsRefusedBeforeAnythingIsImport
             "imported: --encoding utf-16 reads it\n");
 }
 
+TEST_F(BadFiles, Utf8ThatIsSaidToBeAnotherEncodingIsRefusedBeforeItsLettersAreLost) {
+  const std::string names = "Directory Code,Phone No.,Display Name\n250,1,Björn\n";
+  const Outcome wrong = Import("dircodes", names, {"--encoding", "cp1252"});
+  EXPECT_EQ(wrong.status, 1);
+  EXPECT_EQ(wrong.err,
+            "qorhost: the file is UTF-8, and read as cp1252 every letter with an accent would be "
+            "two others, so nothing was imported: leave --encoding out\n");
+  EXPECT_THAT(Import("dircodes", "\xEF\xBB\xBF" + names, {"--encoding", "cp1252"}).out,
+              HasSubstr("Imported 1"))
+      << "a mark tells it for certain";
+  EXPECT_THAT(Import("dircodes", "Directory Code,Phone No.\n251,1\n", {"--encoding", "cp1252"}).out,
+              HasSubstr("Imported 1"))
+      << "in ASCII there is no difference";
+}
+
 TEST_F(BadFiles, AByteOrderMarkSaysTheEncodingAsWell) {
   std::string utf16 = "\xFF\xFE";
   for (const char letter : std::string_view("Directory Code,Phone No.\n253,1\n")) {

@@ -91,6 +91,25 @@ TEST_F(TenantExchange, UnknownHeadingsAreToldWithALineThatIsUnderstood) {
                 "Telephone=Phone No.,Card no.=Card Number\""));
 }
 
+TEST_F(TenantExchange, ALineWhosePhoneNumberWasInARefusedOneSaysSo) {
+  const Outcome outcome = ImportTenants(
+      "Name,Apartment,Phone,End\nAda One,901,555-1,soon\nBea Two,901,,\nCem Three,902,,\n", {"-n"});
+  EXPECT_THAT(outcome.err,
+              HasSubstr("line 3: Please enter a Phone No. to apply to the Directory Code. Line 2 "
+                        "has that of 901, and is refused.\n"));
+  EXPECT_THAT(outcome.err,
+              HasSubstr("line 4: Please enter a Phone No. to apply to the Directory Code.\n"));
+}
+
+TEST_F(TenantExchange, LettersThatWereLostBeforeAreNoted) {
+  const Outcome outcome = ImportTenants("Last Name,First Name\nY?ld?z,Ada\nOne,\n", {"-n"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(
+      outcome.err,
+      "qorhost: note on line 2: 'Y?ld?z Ada' has a question mark: a letter may have been lost "
+      "when the file was written\n");
+}
+
 TEST_F(TenantExchange, JsonTellsWhatWasStoredAlready) {
   const Outcome outcome = ImportTenants(
       "Last Name,First Name,Initial\nHollis,Elena,G\nOne,,\n,,x\n", {"--skip-existing", "--json"});
