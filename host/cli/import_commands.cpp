@@ -128,10 +128,18 @@ void RequireEncoding(const std::string& text, const ImportOptions& options) {
   }
 }
 
-/// The value of --columns that would be understood: what has been said of headings that are known,
-/// and what the others may stand for.
-std::string ProposedColumns(const UnknownHeadings& headings, std::span<const ImportColumn> columns,
-                            const ImportOptions& options) {
+/// The --columns that would be understood: what has been said of headings that are known, and what
+/// the others may stand for. A first line in which nothing is known may be a title.
+std::string WayOut(const UnknownHeadings& headings, std::span<const ImportColumn> columns,
+                   const ImportOptions& options) {
+  const std::vector<HeadingMeant> proposed = ProposedMeanings(headings, columns);
+  const bool isAnyKnown = !headings.taken().empty() ||
+                          std::any_of(proposed.begin(), proposed.end(),
+                                      [](const HeadingMeant& one) { return !one.column.empty(); });
+  if (!isAnyKnown) {
+    return "if these are no headings, delete the lines above the headings, which have to be the "
+           "first; --columns \"HEADING=COLUMN,...\" says what headings stand for";
+  }
   std::vector<std::string> told;
   if (options.columns) {
     for (const HeadingMeant& said : ReadMeant(*options.columns)) {
@@ -140,10 +148,14 @@ std::string ProposedColumns(const UnknownHeadings& headings, std::span<const Imp
       }
     }
   }
-  for (const HeadingMeant& one : ProposedMeanings(headings, columns)) {
+  for (const HeadingMeant& one : proposed) {
     told.push_back(fmt::format("{}={}", one.heading, one.column));
   }
-  return fmt::format("{}", fmt::join(told, ","));
+  return fmt::format(
+      "look this over and say it: --columns \"{}\" (HEADING=COLUMN; with nothing behind it a "
+      "column "
+      "is left out)",
+      fmt::join(told, ","));
 }
 
 ImportFile FileOf(const ImportOptions& options, const ImportCommand& command, Console& console) {
@@ -152,11 +164,8 @@ ImportFile FileOf(const ImportOptions& options, const ImportCommand& command, Co
   try {
     return ImportFile(std::move(text), command.columns, FormOf(options));
   } catch (const UnknownHeadings& headings) {
-    throw FileError(
-        headings.problem(),
-        fmt::format("{}; look this over and say it: --columns \"{}\" (HEADING=COLUMN; with nothing "
-                    "behind it a column is left out)",
-                    headings.what(), ProposedColumns(headings, command.columns, options)));
+    throw FileError(headings.problem(), fmt::format("{}; {}", headings.what(),
+                                                    WayOut(headings, command.columns, options)));
   }
 }
 

@@ -90,6 +90,29 @@ TEST_F(BadFiles, Utf8ThatIsSaidToBeAnotherEncodingIsRefusedBeforeItsLettersAreLo
       << "in ASCII there is no difference";
 }
 
+TEST_F(BadFiles, AWorkbookIsToldToBeSavedAsCsv) {
+  using namespace std::string_literals;
+  for (const std::string& start :
+       {"PK\x03\x04\x14\0\0\0"s, "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1\0\0"s}) {
+    for (const std::vector<std::string>& options :
+         {std::vector<std::string>{}, {"--encoding", "cp1252"}, {"--encoding", "utf-16"}}) {
+      const Outcome outcome = Import("tenants", start + "xl\n", options);
+      EXPECT_EQ(outcome.status, 1);
+      EXPECT_EQ(outcome.err,
+                "qorhost: the file is a workbook of a spreadsheet program and no text, so nothing "
+                "was imported: save the sheet as CSV there, and import that\n");
+    }
+  }
+}
+
+TEST_F(BadFiles, ATitleAboveTheHeadingsIsToldToBeDeleted) {
+  const Outcome outcome = Import("tenants", "Residents of the house,,\nName,Apartment,Phone\n");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err,
+              HasSubstr("if these are no headings, delete the lines above the headings, "
+                        "which have to be the first"));
+}
+
 TEST_F(BadFiles, AByteOrderMarkSaysTheEncodingAsWell) {
   std::string utf16 = "\xFF\xFE";
   for (const char letter : std::string_view("Directory Code,Phone No.\n253,1\n")) {
