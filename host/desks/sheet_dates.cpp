@@ -105,10 +105,10 @@ void RequireDate(std::string_view field, std::string_view cell) {
 }  // namespace
 
 std::string DateInCell(std::string_view field, std::string_view cell, const SheetDates& dates) {
-  const std::optional<ThreeNumbers> found = ThreeNumbersIn(cell);
   if (dates.order == DateOrder::kAsTyped) {
     return std::string(cell);
   }
+  const std::optional<ThreeNumbers> found = ThreeNumbersIn(cell);
   if (!found || HasItsOwnOrder(*found)) {
     RequireDate(field, cell);
     return std::string(cell);

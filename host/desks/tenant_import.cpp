@@ -90,11 +90,16 @@ class TenantImport {
 
   /// A program that could not write a letter has written a question mark.
   static void TellLostLetters(const LineName& name, ImportNotes& notes) {
-    const std::string whole = fmt::format("{} {}", name.last, name.first);
-    if (whole.find('?') != std::string::npos || whole.find("\xEF\xBF\xBD") != std::string::npos) {
-      notes.push_back(fmt::format(
-          "'{}' has a question mark: a letter may have been lost when the file was written",
-          qorcred::Trim(whole)));
+    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD, which looks like one
+    const auto hasLost = [&](std::string_view part) {
+      return part.find('?') != std::string_view::npos ||
+             part.find(kReplacement) != std::string_view::npos;
+    };
+    if (hasLost(name.last) || hasLost(name.first)) {
+      notes.push_back(
+          fmt::format("'{}' has a question mark: a letter may have been lost when the file was "
+                      "written",
+                      qorcred::Trim(fmt::format("{} {}", name.last, name.first))));
     }
   }
 
