@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <array>
 
+#include "frame/text.h"
 #include "host/desks/name_words.h"
 #include "host/desks/near_words.h"
+#include "host/desks/typed_input.h"
 
 namespace qorhost {
 
@@ -120,8 +122,11 @@ double Likeness(const Words& heading, const Words& column) {
 
 /// Whether a heading can be written as it stands, between commas and in the quotes of a shell.
 bool CanBeNamed(std::string_view heading, const std::vector<std::string>& all) {
-  return heading.find_first_of(",\"$`\\!\n") == std::string_view::npos &&
-         !heading.starts_with('#') && std::count(all.begin(), all.end(), heading) == 1;
+  const auto isSame = [heading](const std::string& other) {
+    return qorcred::CompareIgnoringCase(qorcred::Trim(heading), qorcred::Trim(other)) == 0;
+  };
+  return IsTypable(heading) && heading.find_first_of(",\"$`\\!") == std::string_view::npos &&
+         !heading.starts_with('#') && std::count_if(all.begin(), all.end(), isSame) == 1;
 }
 
 }  // namespace

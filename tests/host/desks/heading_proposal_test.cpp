@@ -83,8 +83,10 @@ TEST(HeadingProposal, GivesEveryColumnOnceAndLeavesTheOthersOut) {
 
 TEST(HeadingProposal, NamesAHeadingByItsPlaceWhereItsTextWouldBeTakenApart) {
   using Proposed = std::vector<std::pair<std::string, std::string>>;
-  EXPECT_EQ(ProposedFor("\"Name, full\",Note,Note,\"\"\"Tel\"\"\",$x\n"),
-            (Proposed{{"#1", "Name"}, {"#2", ""}, {"#3", ""}, {"#4", "Phone No."}, {"#5", ""}}));
+  EXPECT_EQ(
+      ProposedFor("\"Name, full\",Note,note ,\"\"\"Tel\"\"\",$x,a\tb\n"),
+      (Proposed{
+          {"#1", "Name"}, {"#2", ""}, {"#3", ""}, {"#4", "Phone No."}, {"#5", ""}, {"#6", ""}}));
 }
 
 TEST(HeadingProposal, LooksAtWhatSomebodyHasSaidInstead) {
