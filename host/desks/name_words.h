@@ -1,13 +1,13 @@
 // Names as people look for them: by their words, without accents and letter case.
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -25,7 +25,10 @@ struct TextOrder {
 
   TextOrder() = default;
   explicit TextOrder(std::string_view given) : plain(Plain(given)), text(given) {}
-  [[nodiscard]] auto operator<=>(const TextOrder& other) const = default;
+  [[nodiscard]] friend bool operator==(const TextOrder& one, const TextOrder& other) = default;
+  [[nodiscard]] friend bool operator<(const TextOrder& one, const TextOrder& other) {
+    return std::tie(one.plain, one.text) < std::tie(other.plain, other.text);
+  }
 };
 
 /// The words of a plain text: letters and digits; apostrophes are no part of a word and do not

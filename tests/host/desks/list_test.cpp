@@ -25,7 +25,6 @@ using qorcred::Null;
 using qorcred::Value;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 Value On(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
   return qorcred::FromCivil({year, month, day, hour, minute, second});
