@@ -355,6 +355,7 @@ TEST_F(TenantDeskTest, ATenantIsAddedWithWhatTheUnitGives) {
   const AddedTenant added = desk.Add(entry, Trial::kNo);
   ASSERT_TRUE(added.done()) << testing::PrintToString(added.failures);
   const std::int32_t rid = added.tenant.rid;
+  EXPECT_EQ(session().sql().audit().After(0, kUnit).back().what, "add tenant d'Arc Joan");
   EXPECT_EQ(Of("LastName", rid), "d'Arc");
   EXPECT_EQ(Of("NameAtUnit", rid), "Joan d'Arc");
   EXPECT_EQ(Of("UnitKey", rid), "2");
