@@ -322,6 +322,11 @@ std::optional<char> DelimiterOf(const std::string& word) {
   return word == "tab" ? '\t' : word.front();
 }
 
+void DescribeQuotes(CLI::App& import, ImportOptions& options) {
+  import.add_flag("--replace-quotes", options.replaceQuotes,
+                  "Write apostrophes of display names as typographic ones");
+}
+
 CLI::App* DescribeImport(CommandPlace place, const char* description, const char* examples,
                          const GlobalOptions& global, ImportOptions& options,
                          const ImportCommand& command) {

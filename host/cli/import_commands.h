@@ -41,6 +41,9 @@ CLI::App* DescribeImport(CommandPlace place, const char* description, const char
                          const GlobalOptions& global, ImportOptions& options,
                          const ImportCommand& command);
 
+/// Adds --replace-quotes to an import that makes display names of directory codes.
+void DescribeQuotes(CLI::App& import, ImportOptions& options);
+
 /// The character that the option names; nothing for "auto".
 [[nodiscard]] std::optional<char> DelimiterOf(const std::string& word);
 

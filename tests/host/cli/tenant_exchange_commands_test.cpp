@@ -76,6 +76,14 @@ TEST_F(TenantExchange, TheOrderOfDatesGoesForDirectoryCodesToo) {
       (nlohmann::json{{{"STARTDATE", "2027-02-01T08:00:00"}, {"ENDDATE", "2027-12-31T23:59:59"}}}));
 }
 
+TEST_F(TenantExchange, QuotesOfDisplayNamesAreReplacedForDirectoryCodesToo) {
+  const std::string codes = "Directory Code,Phone No.,Display Name\n902,1,Ann O'Brien\n";
+  EXPECT_THAT(Import("dircodes", codes).err, HasSubstr("has an apostrophe"));
+  EXPECT_EQ(Import("dircodes", codes, {"--replace-quotes"}).status, 0);
+  EXPECT_EQ(Query("SELECT DISPLAYNAME FROM DIRECTORYCODE WHERE DIRECTORYCODE=902"),
+            (nlohmann::json{{{"DISPLAYNAME", "Ann O’Brien"}}}));
+}
+
 TEST_F(TenantExchange, UnknownHeadingsAreToldWithALineThatIsUnderstood) {
   const std::string sheet =
       "Full name,Flat,Telephone,Card no.,Owner\nAda One,901,555-1,41001,yes\n";
