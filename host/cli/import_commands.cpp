@@ -65,6 +65,7 @@ ImportRules RulesOf(const GlobalOptions& global, const ImportOptions& options) {
                  : options.dates == "ymd" ? DateOrder::kYearFirst
                                           : DateOrder::kUnsaid,
                  "--dates dmy, mdy or ymd says it for all lines"};
+  rules.howToReplace = ", or have it written by --replace-quotes";
   rules.apostrophes = options.replaceQuotes ? Apostrophes::kReplaced : Apostrophes::kRefused;
   return rules;
 }

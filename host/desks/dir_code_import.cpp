@@ -19,9 +19,7 @@ constexpr std::size_t kFirst = 0;  // of the columns
 class DirCodeImport {
  public:
   DirCodeImport(DeskSession& session, std::int32_t unitKey, const ImportRules& rules)
-      : desk_(session, unitKey),
-        lines_(desk_, kFirst, rules.apostrophes, rules.dates),
-        fresh_(desk_.screen().Snapshot()) {}
+      : desk_(session, unitKey), lines_(desk_, kFirst, rules), fresh_(desk_.screen().Snapshot()) {}
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
     desk_.screen().Restore(fresh_);

@@ -33,6 +33,8 @@ struct ImportRules {
   /// What is told, in brackets, behind a question that was answered No.
   std::string answeredNo = "answered No";
   Apostrophes apostrophes = Apostrophes::kRefused;  ///< in display names of directory codes
+  /// What is told behind a refused apostrophe: ", or ..."; a sentence without its full stop.
+  std::string howToReplace{};
   SheetDates dates{};
   /// Is handed every refused line with the reason, in the order of the file.
   std::function<void(const ImportLine& line, const std::string& reason)> onRefused = nullptr;

@@ -55,7 +55,7 @@ class TenantImport {
         people_(tenants_, links_, file.lineCount()),
         adding_(session, unitKey),
         cards_(session, unitKey, file, tenants_, rules.cards),
-        codes_(session, unitKey, file, rules.apostrophes, rules.dates) {}
+        codes_(session, unitKey, file, rules) {}
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
     cards_.Drop();

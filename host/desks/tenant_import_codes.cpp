@@ -36,13 +36,12 @@ std::string RestOf(const ImportLine& line) {
 }  // namespace
 
 TenantImportCodes::TenantImportCodes(DeskSession& session, std::int32_t unitKey,
-                                     const ImportFile& file, Apostrophes apostrophes,
-                                     SheetDates dates)
+                                     const ImportFile& file, const ImportRules& rules)
     : session_(session),
       unitKey_(unitKey),
-      apostrophes_(apostrophes),
+      rules_(rules),
       desk_(session, unitKey),
-      lines_(desk_, kFirst, apostrophes, std::move(dates)),
+      lines_(desk_, kFirst, rules),
       fresh_(desk_.screen().Snapshot()) {
   std::vector<ColumnField> fields = DirCodeFields(kFirst);
   if (!file.HasColumn(kFirst) && file.HasColumn(tenant_file_column::kApartment)) {
@@ -187,7 +186,7 @@ void TenantImportCodes::Change(const ImportLine& line, Code& code) {
   entry.extension = cell(column::kExtension);
   entry.displayName = cell(column::kDisplayName);
   if (entry.displayName) {
-    entry.displayName = StorableName(*entry.displayName, apostrophes_);
+    entry.displayName = StorableName(*entry.displayName, rules_);
   }
   if (entry.IsEmpty()) {
     return;
@@ -217,7 +216,7 @@ std::int32_t TenantImportCodes::Add(const ImportLine& line, const std::string& d
   desk_.screen().Restore(fresh_);
   DirCodeEntry entry = lines_.Read(line, notes);
   if (!line.Cell(kFirst + column::kDisplayName)) {
-    entry.displayName = StorableName(displayName, apostrophes_);
+    entry.displayName = StorableName(displayName, rules_);
   }
   EnterNewCode(desk_, given, entry);
   const SavedDirCode saved = desk_.SaveNew();

@@ -17,9 +17,9 @@ namespace qorhost {
 /// Reads the unit's codes once, and keeps up with the lines as TenantImportCards does.
 class TenantImportCodes {
  public:
-  /// The session and the file must live as long; the unit is written by nobody else.
+  /// The session, the file and the rules must live as long; the unit is written by nobody else.
   TenantImportCodes(DeskSession& session, std::int32_t unitKey, const ImportFile& file,
-                    Apostrophes apostrophes, SheetDates dates);
+                    const ImportRules& rules);
 
   /// What a line means by its directory code, or by its apartment where it has none; "" for none.
   [[nodiscard]] static std::string_view CodeIn(const ImportLine& line);
@@ -59,7 +59,7 @@ class TenantImportCodes {
 
   DeskSession& session_;
   std::int32_t unitKey_;
-  Apostrophes apostrophes_;
+  const ImportRules& rules_;
   DirCodeDesk desk_;
   DirCodeLines lines_;
   ScreenSnapshot fresh_;  // the screen as every line finds it
