@@ -10,6 +10,9 @@ namespace qorhost {
 
 namespace {
 
+/// Stands in front of the words of any command, and is none itself.
+constexpr std::string_view kHelpWord = "help";
+
 std::string Joined(const std::vector<std::string>& words) {
   return fmt::format("{}", fmt::join(words, " "));
 }
@@ -17,6 +20,9 @@ std::string Joined(const std::vector<std::string>& words) {
 /// What may come next: the command's own commands and options, and those of the program.
 std::vector<std::string> NextWords(const CommandWords& command, const CommandWords& program) {
   std::vector<std::string> words = command.commands;
+  if (command.path.empty()) {
+    words.emplace_back(kHelpWord);
+  }
   for (const CommandWords* one : {&command, &program}) {
     for (const OptionWords& option : one->options) {
       for (const std::string& name : option.names) {
@@ -61,29 +67,66 @@ std::vector<std::string> FixedValues(const OptionWords& option) {
   return values;
 }
 
-/// Options whose values stand in the store, and the list that has them.
+/// Options and arguments whose values stand in the store, and the list that has them.
 struct StoredValues {
   std::string_view list;
-  std::vector<std::string_view> options;
+  std::vector<std::string_view> names;
 };
 const std::vector<StoredValues>& ListedValues() {
-  static const std::vector<StoredValues> kListed{{"units list --columns unit", {"--unit"}},
-                                                 {"schedules list --columns name",
-                                                  {"--schedule1", "--schedule2", "--schedule3",
-                                                   "--schedule4", "--dnd", "--forward-schedule"}}};
+  static const std::vector<StoredValues> kListed{
+      {"units list --columns unit", {"--unit", "UNIT"}},
+      {"doors list --columns name", {"DOOR"}},
+      {"schedules list --columns name",
+       {"--schedule1", "--schedule2", "--schedule3", "--schedule4", "--dnd", "--forward-schedule",
+        "SCHEDULE"}},
+      {"tenants list --columns name", {"TENANT"}},
+      {"credentials list --columns number", {"CREDENTIAL", "OLD"}},
+      {"dircodes list --columns code", {"CODE"}},
+      {"steps list --columns step", {"STEP"}},
+      {"history list --limit 50 --columns entry", {"ENTRY"}}};
   return kListed;
 }
 
-/// The list that has an option's values; "" when none does.
+/// The list that has the values of an option or argument; "" when none does.
 std::string_view ListOf(const OptionWords& option) {
   for (const StoredValues& one : ListedValues()) {
     for (const std::string& name : option.names) {
-      if (std::find(one.options.begin(), one.options.end(), name) != one.options.end()) {
+      if (std::find(one.names.begin(), one.names.end(), name) != one.names.end()) {
         return one.list;
       }
     }
   }
   return {};
+}
+
+/// The list that has the values of a command's first argument; "" when none does. What is added is
+/// in no list yet.
+std::string_view ListOfArgument(const CommandWords& command) {
+  const bool isNew = command.path.ends_with(" add");
+  return isNew || command.arguments.empty() ? std::string_view()
+                                            : ListOf(command.arguments.front());
+}
+
+bool TakesAShell(const CommandWords& command) {
+  return !command.arguments.empty() && command.arguments.front().names.front() == "SHELL";
+}
+
+/// What Bash is offered where an argument is due: values that are known, else files.
+void WriteBashArguments(std::ostream& out, const std::vector<CommandWords>& commands) {
+  out << "  case $current in\n    -*) ;;\n    *) case $place in\n";
+  for (const CommandWords& command : commands) {
+    const std::string_view list = ListOfArgument(command);
+    if (!list.empty()) {
+      fmt::print(out, "      '{}') _qorhost_offer \"$(_qorhost_stored {})\"; return ;;\n",
+                 command.path, list);
+    } else if (TakesAShell(command)) {
+      fmt::print(out, "      '{}') _qorhost_offer '{}'; return ;;\n", command.path,
+                 fmt::join(Shells(), "\n"));
+    } else if (!command.arguments.empty()) {
+      fmt::print(out, "      '{}') COMPREPLY=(); return ;;\n", command.path);
+    }
+  }
+  out << "    esac ;;\n  esac\n";
 }
 
 /// What a shell is offered behind an option: "'credentials add --type') offer ...".
@@ -113,11 +156,11 @@ void WriteBash(std::ostream& out, const std::vector<CommandWords>& commands) {
   // Names may have blanks in them: each stands on a line of its own. To zsh, `path` is where
   // programs are.
   out << "_qorhost_offer() {\n"
-         "  local value IFS=$'\\n'\n"
+         "  local value plain=${current//\\\\/} IFS=$'\\n'\n"
          "  COMPREPLY=()\n"
          "  for value in $1; do\n"
          "    case $value in\n"
-         "      \"$current\"*) COMPREPLY+=(\"$(printf %q \"$value\")\") ;;\n"
+         "      \"$plain\"*) COMPREPLY+=(\"$(printf %q \"$value\")\") ;;\n"
          "    esac\n"
          "  done\n"
          "}\n"
@@ -154,7 +197,9 @@ void WriteBash(std::ostream& out, const std::vector<CommandWords>& commands) {
                 [&out](const CommandWords& command) { WriteBashValues(out, command); });
   out << "  esac\n  case $previous in\n";
   fmt::print(out, "    {}) COMPREPLY=(); return ;;\n", withValues);
-  out << "  esac\n  case $place in\n";
+  out << "  esac\n";
+  WriteBashArguments(out, commands);
+  out << "  case $place in\n";
   for (const CommandWords& command : commands) {
     fmt::print(out, "    '{}') next='{}' ;;\n", command.path,
                fmt::join(NextWords(command, commands.front()), "\n"));
@@ -211,6 +256,8 @@ void WriteFish(std::ostream& out, const std::vector<CommandWords>& commands) {
                                                       : " -r";
     fmt::print(out, "{} -d {}\n", values, InQuotes(option.description));
   };
+  fmt::print(out, "complete -c qorhost -f -n 'test (__qorhost_path) = \"\"' -a {} -d '{}'\n",
+             kHelpWord, "Tell the options of a command");
   for (const CommandWords& command : commands) {
     const std::string condition = fmt::format(" -n 'test (__qorhost_path) = \"{}\"'", command.path);
     for (const std::string& name : command.commands) {
@@ -220,6 +267,11 @@ void WriteFish(std::ostream& out, const std::vector<CommandWords>& commands) {
                        [&path](const CommandWords& one) { return one.path == path; });
       fmt::print(out, "complete -c qorhost -f{} -a {} -d {}\n", condition, name,
                  InQuotes(found->description));
+    }
+    if (const std::string_view list = ListOfArgument(command); !list.empty()) {
+      fmt::print(out, "complete -c qorhost -f{} -a '(__qorhost_stored {})'\n", condition, list);
+    } else if (TakesAShell(command)) {
+      fmt::print(out, "complete -c qorhost -f{} -a '{}'\n", condition, Joined(Shells()));
     }
     for (const OptionWords& option : command.options) {
       print(command.path.empty() ? std::string() : condition, option);

@@ -189,12 +189,14 @@ void DescribeDirCodes(CommandPlace place, const GlobalOptions& global, DirCodeCh
   remove->add_option("CODE", choice.toDelete.choices, kCodeHelp)->required();
   DescribeTrial(*remove, choice.toDelete.trial);
   DescribeExchange(dircodes, global, choice.sync, choice.exported);
-  DescribeImport(dircodes, "Add the directory codes of a CSV file",
-                 "  qorhost dircodes import codes.csv --unit 2 --dry-run\n"
-                 "  qorhost report dircodes --unit 1 --format csv | qorhost dircodes import - "
-                 "--unit 2",
-                 global, choice.imported,
-                 {DirCodeImportColumns(), ImportDirCodes, "directory code", "directory codes"});
+  auto* import =
+      DescribeImport(dircodes, "Add the directory codes of a CSV file",
+                     "  qorhost dircodes import codes.csv --unit 2 --dry-run\n"
+                     "  qorhost report dircodes --unit 1 --format csv | qorhost dircodes import - "
+                     "--unit 2",
+                     global, choice.imported,
+                     {DirCodeImportColumns(), ImportDirCodes, "directory code", "directory codes"});
+  DescribeQuotes(*import, choice.imported);
 }
 
 }  // namespace qorhost

@@ -9,9 +9,11 @@
 #include <vector>
 
 #include "frame/text.h"
+#include "frame/utf8.h"
 #include "host/cli/progress.h"
 #include "host/cli/written_file.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/heading_proposal.h"
 #include "host/desks/store_file.h"
 #include "host/desks/words.h"
 #include "host/files/file_error.h"
@@ -58,6 +60,12 @@ ImportRules RulesOf(const GlobalOptions& global, const ImportOptions& options) {
   if (!global.answer) {
     rules.answeredNo = "answered No: --yes answers Yes";
   }
+  rules.dates = {options.dates == "dmy"   ? DateOrder::kDayFirst
+                 : options.dates == "mdy" ? DateOrder::kMonthFirst
+                 : options.dates == "ymd" ? DateOrder::kYearFirst
+                                          : DateOrder::kUnsaid,
+                 "--dates dmy, mdy or ymd says it for all lines"};
+  rules.howToReplace = ", or have it written by --replace-quotes";
   rules.apostrophes = options.replaceQuotes ? Apostrophes::kReplaced : Apostrophes::kRefused;
   return rules;
 }
@@ -97,6 +105,12 @@ ImportForm FormOf(const ImportOptions& options) {
 }
 
 void RequireEncoding(const std::string& text, const ImportOptions& options) {
+  if (options.encoding == "cp1252" && qorcred::IsUtf8(text) && !qorcred::IsAscii(text) &&
+      !HasByteOrderMark(text)) {
+    throw RefusedError(
+        "the file is UTF-8, and read as cp1252 every letter with an accent would be "
+        "two others, so nothing was imported: leave --encoding out");
+  }
   if (!options.encoding.empty()) {
     return;
   }
@@ -115,19 +129,44 @@ void RequireEncoding(const std::string& text, const ImportOptions& options) {
   }
 }
 
+/// The --columns that would be understood: what has been said of headings that are known, and what
+/// the others may stand for. A first line in which nothing is known may be a title.
+std::string WayOut(const UnknownHeadings& headings, std::span<const ImportColumn> columns,
+                   const ImportOptions& options) {
+  const std::vector<HeadingMeant> proposed = ProposedMeanings(headings, columns);
+  const bool isAnyKnown = !headings.taken().empty() ||
+                          std::any_of(proposed.begin(), proposed.end(),
+                                      [](const HeadingMeant& one) { return !one.column.empty(); });
+  if (!isAnyKnown) {
+    return "if these are no headings, delete the lines above the headings, which have to be the "
+           "first; --columns \"HEADING=COLUMN,...\" says what headings stand for";
+  }
+  std::vector<std::string> told;
+  if (options.columns) {
+    for (const HeadingMeant& said : ReadMeant(*options.columns)) {
+      if (said.column.empty() || ColumnCalled(said.column, columns)) {
+        told.push_back(fmt::format("{}={}", said.heading, said.column));
+      }
+    }
+  }
+  for (const HeadingMeant& one : proposed) {
+    told.push_back(fmt::format("{}={}", one.heading, one.column));
+  }
+  return fmt::format(
+      "look this over and say it: --columns \"{}\" (HEADING=COLUMN; with nothing behind it a "
+      "column "
+      "is left out)",
+      fmt::join(told, ","));
+}
+
 ImportFile FileOf(const ImportOptions& options, const ImportCommand& command, Console& console) {
   std::string text = ReadInput(options, console);
   RequireEncoding(text, options);
   try {
     return ImportFile(std::move(text), command.columns, FormOf(options));
-  } catch (const FileError& error) {
-    if (error.problem() != FileProblem::kUnknownHeadings) {
-      throw;
-    }
-    throw FileError(error.problem(),
-                    fmt::format("{}; --columns \"HEADING=COLUMN,...\" says which one a heading "
-                                "stands for, HEADING= leaves it out",
-                                error.what()));
+  } catch (const UnknownHeadings& headings) {
+    throw FileError(headings.problem(), fmt::format("{}; {}", headings.what(),
+                                                    WayOut(headings, command.columns, options)));
   }
 }
 
@@ -284,6 +323,11 @@ std::optional<char> DelimiterOf(const std::string& word) {
   return word == "tab" ? '\t' : word.front();
 }
 
+void DescribeQuotes(CLI::App& import, ImportOptions& options) {
+  import.add_flag("--replace-quotes", options.replaceQuotes,
+                  "Write apostrophes of display names as typographic ones");
+}
+
 CLI::App* DescribeImport(CommandPlace place, const char* description, const char* examples,
                          const GlobalOptions& global, ImportOptions& options,
                          const ImportCommand& command) {
@@ -311,6 +355,11 @@ CLI::App* DescribeImport(CommandPlace place, const char* description, const char
                    "The encoding (utf-8), unless a byte order mark tells")
       ->type_name("utf-8|cp1252|utf-16")
       ->check(OneOf({"utf-8", "cp1252", "utf-16"}));
+  import
+      ->add_option("--dates", options.dates,
+                   "The order of dates such as 03/04/2026 or 3.4.2026; without it they are refused")
+      ->type_name("dmy|mdy|ymd")
+      ->check(OneOf({"dmy", "mdy", "ymd"}));
   import
       ->add_option("--rejects", options.rejects,
                    "Write refused lines to this file, with the reasons, to be mended and imported")

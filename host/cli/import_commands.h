@@ -20,6 +20,7 @@ struct ImportOptions {
   std::string delimiter = "auto";      ///< a character, or "tab"
   std::string encoding;                ///< "" when nobody has said one: then it has to be UTF-8
   std::string rejects;                 ///< a file for the refused lines; "" for none
+  std::string dates;                   ///< "dmy", "mdy" or "ymd"; "" when nobody has said it
   bool force = false;                  ///< replaces that file
   bool replaceQuotes = false;
 };
@@ -39,6 +40,9 @@ struct ImportCommand {
 CLI::App* DescribeImport(CommandPlace place, const char* description, const char* examples,
                          const GlobalOptions& global, ImportOptions& options,
                          const ImportCommand& command);
+
+/// Adds --replace-quotes to an import that makes display names of directory codes.
+void DescribeQuotes(CLI::App& import, ImportOptions& options);
 
 /// The character that the option names; nothing for "auto".
 [[nodiscard]] std::optional<char> DelimiterOf(const std::string& word);

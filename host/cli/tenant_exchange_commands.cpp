@@ -87,8 +87,7 @@ void DescribeTenantExchange(CommandPlace tenants, const GlobalOptions& global,
   in->add_option("--facility", imported.facility,
                  "The facility code of cards of which the line says none")
       ->type_name("F");
-  in->add_flag("--replace-quotes", imported.common.replaceQuotes,
-               "Write apostrophes of display names as typographic ones");
+  DescribeQuotes(*in, imported.common);
 
   auto* out = AddCommand(
       tenants, "export", "Write tenants with their cards and directory codes as a spreadsheet",

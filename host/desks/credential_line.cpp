@@ -8,6 +8,8 @@
 #include "credentials/credential_type.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/typed_input.h"
+#include "host/desks/whole_number.h"
 
 namespace qorhost {
 
@@ -53,6 +55,24 @@ std::optional<std::string> ReadFacility(const std::optional<std::string>& given,
   return std::nullopt;
 }
 
+/// What the screen would refuse without a word about the cell. An empty one is left to the screen.
+void RequireInBounds(std::string_view field, const std::optional<std::string>& given,
+                     NumberRange range) {
+  if (given && !given->empty()) {
+    RequireNoSeparators(field, *given);
+    (void)ReadLong(field, TypedNumber(field, *given), range);
+  }
+}
+
+void RequireInBounds(const NewCredentials& entry, std::int16_t type) {
+  const bool isCorvin = type == qorcred::kCorvinCard;
+  RequireInBounds(credential_field::kFirst, entry.first, {1, credential_bound::kNumber});
+  RequireInBounds(credential_field::kFacility, entry.facility,
+                  {0, isCorvin ? credential_bound::kCorvinFacility : credential_bound::kFacility});
+  RequireInBounds(credential_field::kIdCode, entry.idCode, {0, credential_bound::kIdCode});
+  RequireInBounds(credential_field::kSequence, entry.sequence, {0, credential_bound::kSequence});
+}
+
 }  // namespace
 
 std::array<ColumnField, column::kCount> CredentialFields(std::size_t first) {
@@ -95,6 +115,7 @@ NewCredentials ReadCredential(const ImportLine& line, std::size_t first, bool ta
       ReadOfTransmitter(line, first + column::kSequence, credential_field::kSequence, type.type);
   entry.button =
       ReadOfTransmitter(line, first + column::kButton, credential_field::kButton, type.type);
+  RequireInBounds(entry, type.type);
   return entry;
 }
 

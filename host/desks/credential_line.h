@@ -32,8 +32,8 @@ struct CredentialDefaults {
 };
 
 /// What the cells of a line say, to be entered. A unit that ignores facility codes stores 0, which
-/// is taken without a word. Raises InputFault for a type that the screen does not have, and for
-/// what only transmitters have.
+/// is taken without a word. Raises InputFault for a type that the screen does not have, for what
+/// only transmitters have and for numbers outside the bounds of the type.
 [[nodiscard]] NewCredentials ReadCredential(const ImportLine& line, std::size_t first,
                                             bool takesFacilityCode,
                                             const CredentialDefaults& defaults = {});

@@ -18,10 +18,8 @@ constexpr std::size_t kFirst = 0;  // of the columns
 
 class DirCodeImport {
  public:
-  DirCodeImport(DeskSession& session, std::int32_t unitKey, Apostrophes apostrophes)
-      : desk_(session, unitKey),
-        lines_(desk_, kFirst, apostrophes),
-        fresh_(desk_.screen().Snapshot()) {}
+  DirCodeImport(DeskSession& session, std::int32_t unitKey, const ImportRules& rules)
+      : desk_(session, unitKey), lines_(desk_, kFirst, rules), fresh_(desk_.screen().Snapshot()) {}
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
     desk_.screen().Restore(fresh_);
@@ -63,7 +61,7 @@ ImportReport ImportDirCodes(DeskSession& session, std::int32_t unitKey, ImportFi
                             const ImportRules& rules, const Progress& progress) {
   const std::vector<FieldWord> words = WordsOf(file, DirCodeFields(kFirst));
   ImportRun run(session, {{unitKey}, "import directory codes", {}}, rules, words);
-  DirCodeImport entering(session, unitKey, rules.apostrophes);
+  DirCodeImport entering(session, unitKey, rules);
   return run.Run(
       file,
       [&entering](const ImportLine& line, ImportNotes& notes) {

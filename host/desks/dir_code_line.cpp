@@ -103,25 +103,25 @@ std::size_t ColumnOfDirCodeControl(std::string_view control, std::size_t first) 
   return first + (found == kControls.end() ? dir_code_column::kCode : found->second);
 }
 
-std::string StorableName(const std::string& name, Apostrophes apostrophes) {
+std::string StorableName(const std::string& name, const ImportRules& rules) {
   constexpr std::string_view kTypographic = "\xE2\x80\x99";
   if (name.find('\'') == std::string::npos) {
     return name;
   }
   std::string storable = qorcred::ReplaceAll(name, "'", kTypographic);
-  if (apostrophes == Apostrophes::kReplaced) {
+  if (rules.apostrophes == Apostrophes::kReplaced) {
     return storable;
   }
   throw InputFault(dir_code_field::kDisplayName, name,
                    "{field} '{value}' has an apostrophe, which would end the text in a statement: "
                    "write " +
-                       InReason(storable));
+                       InReason(storable + rules.howToReplace));
 }
 
-DirCodeLines::DirCodeLines(DirCodeDesk& desk, std::size_t first, Apostrophes apostrophes)
+DirCodeLines::DirCodeLines(DirCodeDesk& desk, std::size_t first, const ImportRules& rules)
     : desk_(desk),
       first_(first),
-      apostrophes_(apostrophes),
+      rules_(rules),
       schedules_(desk.screen().List(qorcred::kDndScheduleList), placeholders::kInSchedules) {}
 
 DirCodeEntry DirCodeLines::Read(const ImportLine& line, ImportNotes& notes) const {
@@ -130,7 +130,7 @@ DirCodeEntry DirCodeLines::Read(const ImportLine& line, ImportNotes& notes) cons
   ReadDnd(line, entry, notes);
   ReadForwarding(line, entry, notes);
   ReadPeriod(line, entry, notes);
-  entry.displayName = StorableName(CellOf(line, kDisplayName), apostrophes_);
+  entry.displayName = StorableName(CellOf(line, kDisplayName), rules_);
   entry.showName = ReadTrueFalse(line, kShowName);
   entry.showCode = ReadTrueFalse(line, kShowCode);
   return entry;
@@ -225,10 +225,10 @@ void DirCodeLines::ReadPeriod(const ImportLine& line, DirCodeEntry& entry,
     if (!active && !given.empty()) {
       NoteIdle(notes, limit, kStatus, "Inactive");
     } else if (active && line.Cell(first_ + limit)) {
-      const std::string date = given.empty()     ? std::string(kNoneWord)
-                               : limit == kStart ? std::string(given)
-                                                 : EndOf(given);
-      (limit == kStart ? entry.from : entry.to) = date;
+      (limit == kStart ? entry.from : entry.to) =
+          given.empty()     ? std::string(kNoneWord)
+          : limit == kStart ? DateInCell(dir_code_field::kStart, given, rules_.dates)
+                            : EndOf(DateInCell(dir_code_field::kEnd, given, rules_.dates));
     }
   }
 }

@@ -12,6 +12,7 @@
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/entry_index.h"
+#include "host/desks/import_run.h"
 #include "host/desks/import_words.h"
 #include "host/files/import_file.h"
 
@@ -53,13 +54,14 @@ enum : std::size_t {
 
 /// A display name that can be stored: with typographic apostrophes where they are replaced. Raises
 /// InputFault, with the name as it has to stand, where they are not.
-[[nodiscard]] std::string StorableName(const std::string& name, Apostrophes apostrophes);
+[[nodiscard]] std::string StorableName(const std::string& name, const ImportRules& rules);
 
 /// Reads the lines of a file for a directory-code screen.
 class DirCodeLines {
  public:
-  /// `first` is the place of the first of the columns above. The desk must live as long.
-  DirCodeLines(DirCodeDesk& desk, std::size_t first, Apostrophes apostrophes);
+  /// `first` is the place of the first of the columns above. The desk and the rules must live as
+  /// long.
+  DirCodeLines(DirCodeDesk& desk, std::size_t first, const ImportRules& rules);
 
   /// What the cells of a line say but for the code itself. Ticks the boxes for Do Not Disturb and
   /// Call Forwarding on the screen. Raises InputFault for cells that say nothing that is known.
@@ -82,7 +84,7 @@ class DirCodeLines {
 
   DirCodeDesk& desk_;
   std::size_t first_;
-  Apostrophes apostrophes_;
+  const ImportRules& rules_;
   EntryIndex schedules_;
 };
 

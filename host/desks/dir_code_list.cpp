@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <unordered_map>
 #include <utility>
 
@@ -11,6 +12,7 @@
 #include "frame/text.h"
 #include "host/desks/field_names.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/name_words.h"
 #include "host/desks/rows_by_rid.h"
 #include "host/desks/tenant_name.h"
 #include "host/unit/unit_rows.h"
@@ -58,12 +60,16 @@ std::unordered_map<std::int32_t, qorcred::StringArray> TenantsByRow(DeskSession&
                                                                     std::int32_t unitKey) {
   constexpr std::int32_t kName = 1;
   const QueryResult result = session.sql().Select(fmt::format(
-      "SELECT DIRECTORYCODE, {} FROM Tenants WHERE UnitKey={} AND DIRECTORYCODE <> NULL ORDER BY "
-      "LastName, FirstName, MiddleInitial, RID",
+      "SELECT DIRECTORYCODE, {} FROM Tenants WHERE UnitKey={} AND DIRECTORYCODE <> NULL",
       kFullNameColumns, unitKey));
   std::unordered_map<std::int32_t, qorcred::StringArray> tenants;
   for (const ResultRow row : result.rows()) {
     tenants[qorcred::ToLong(row[0])].push_back(FullNameIn(row, kName));
+  }
+  for (auto& [rid, names] : tenants) {
+    std::sort(names.begin(), names.end(), [](const std::string& one, const std::string& other) {
+      return TextOrder(one) < TextOrder(other);
+    });
   }
   return tenants;
 }

@@ -34,11 +34,12 @@ struct Hit {
   std::string name;
   bool resident = false;
   std::string about;  ///< the phone number of a code
+  TextOrder order{};  ///< of the name
 };
 
 bool IsBetter(const Hit& one, const Hit& other) {
-  return std::tie(other.match, one.kind, one.unitKey, one.name, one.rid) <
-         std::tie(one.match, other.kind, other.unitKey, other.name, other.rid);
+  return std::tie(other.match, one.kind, one.unitKey, one.order, one.rid) <
+         std::tie(one.match, other.kind, other.unitKey, other.order, other.rid);
 }
 
 std::string DigitsOf(std::string_view text) {
@@ -79,6 +80,9 @@ class Search {
     LookAtCodes();
     Found found;
     found.total = hits_.size();
+    for (Hit& hit : hits_) {
+      hit.order = TextOrder(hit.name);
+    }
     std::sort(hits_.begin(), hits_.end(), IsBetter);
     hits_.resize(std::min(hits_.size(), most));
     found.rows.title = "Found";

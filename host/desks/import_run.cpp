@@ -138,6 +138,9 @@ bool ImportRun::TryLine(const ImportFile& file, const ImportLine& line, const Li
     return outcome.done();
   } catch (const RefusedLine& refused) {
     TakeMessages(refused.outcome());
+    if (!refused.because().empty()) {
+      messages_.push_back(refused.because());
+    }
     wrong_ = refused.column() ? file.PlaceOf(*refused.column()) : std::nullopt;
   } catch (const InputFault& fault) {
     messages_.push_back(InWords(fault, columns_));

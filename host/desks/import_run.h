@@ -21,6 +21,7 @@
 #include "host/desks/outcome.h"
 #include "host/desks/progress.h"
 #include "host/desks/session.h"
+#include "host/desks/sheet_dates.h"
 #include "host/files/import_file.h"
 
 namespace qorhost {
@@ -32,6 +33,9 @@ struct ImportRules {
   /// What is told, in brackets, behind a question that was answered No.
   std::string answeredNo = "answered No";
   Apostrophes apostrophes = Apostrophes::kRefused;  ///< in display names of directory codes
+  /// What is told behind a refused apostrophe: ", or ..."; a sentence without its full stop.
+  std::string howToReplace{};
+  SheetDates dates{};
   /// Is handed every refused line with the reason, in the order of the file.
   std::function<void(const ImportLine& line, const std::string& reason)> onRefused = nullptr;
 };
@@ -65,15 +69,19 @@ struct ImportReport {
 class RefusedLine : public std::exception {
  public:
   /// `column` is that of the cell that the controller did not take, where that is known.
-  explicit RefusedLine(Outcome outcome, std::optional<std::size_t> column = std::nullopt)
-      : outcome_(std::move(outcome)), column_(column) {}
+  /// `because` is a sentence of the host's own behind the controller's.
+  explicit RefusedLine(Outcome outcome, std::optional<std::size_t> column = std::nullopt,
+                       std::string because = {})
+      : outcome_(std::move(outcome)), column_(column), because_(std::move(because)) {}
   [[nodiscard]] const Outcome& outcome() const noexcept { return outcome_; }
   [[nodiscard]] std::optional<std::size_t> column() const noexcept { return column_; }
+  [[nodiscard]] const std::string& because() const noexcept { return because_; }
   [[nodiscard]] const char* what() const noexcept override { return "a line was not stored"; }
 
  private:
   Outcome outcome_;
   std::optional<std::size_t> column_;
+  std::string because_;
 };
 
 /// A line that is refused for what stands under one of the file's headings.

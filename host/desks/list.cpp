@@ -11,9 +11,9 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/list_condition.h"
 #include "host/desks/local_time.h"
+#include "host/desks/name_words.h"
 #include "host/desks/near_words.h"
 #include "host/desks/shown_value.h"
-#include "host/dialect/folding.h"
 #include "host/unit/unit_code.h"
 
 namespace qorhost {
@@ -84,7 +84,7 @@ struct SortKey {
   enum Rank : std::uint8_t { kNumber, kText, kNothing };
   Rank rank = kNothing;
   double number = 0;
-  std::u32string text;
+  TextOrder text;
 };
 
 SortKey KeyOf(const Value& cell, FieldKind kind) {
@@ -100,7 +100,7 @@ SortKey KeyOf(const Value& cell, FieldKind kind) {
     }
   }
   const std::string text = ShownText(cell);
-  return text.empty() ? SortKey() : SortKey{SortKey::kText, 0, dialect::Folded(text)};
+  return text.empty() ? SortKey() : SortKey{SortKey::kText, 0, TextOrder(text)};
 }
 
 /// Negative, zero or positive; what there is stands before what is missing in either direction.
@@ -109,10 +109,13 @@ int Compare(const SortKey& one, const SortKey& other, bool downwards) {
     const bool isMissing = one.rank == SortKey::kNothing || other.rank == SortKey::kNothing;
     return (one.rank < other.rank) == (isMissing || !downwards) ? -1 : 1;
   }
-  const int order = one.number < other.number   ? -1
-                    : one.number > other.number ? 1
-                                                : one.text.compare(other.text);
-  return downwards ? -order : order;
+  if (one.number != other.number) {
+    return (one.number < other.number) == downwards ? 1 : -1;
+  }
+  if (one.text == other.text) {
+    return 0;
+  }
+  return (one.text < other.text) == downwards ? 1 : -1;
 }
 
 void Sort(List& list, std::string_view asked) {

@@ -58,7 +58,8 @@ struct ListQuery {
 };
 
 /// The list as it is asked for, its extra fields gone unless they are. Numbers sort as numbers,
-/// dates as dates, texts without letter case; rows without a value stand last. Raises InputFault.
+/// dates as dates, texts as people sort them
+/// (TextOrder); rows without a value stand last. Raises InputFault.
 [[nodiscard]] List Answer(List list, const ListQuery& query);
 
 /// The fields as conditions know them.

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -15,6 +16,20 @@ namespace qorhost {
 /// The text in lower case and without accents, however these are encoded: "Öztürk" is "ozturk",
 /// "Søren" is "soren". Bytes that are not UTF-8 stay.
 [[nodiscard]] std::string Plain(std::string_view text);
+
+/// What a text is sorted by, as people do it: without accents and letter case, so that Öztürk
+/// stands behind Ozan and in front of Petrov; what is the same so by its bytes.
+struct TextOrder {
+  std::string plain;
+  std::string text;
+
+  TextOrder() = default;
+  explicit TextOrder(std::string_view given) : plain(Plain(given)), text(given) {}
+  [[nodiscard]] friend bool operator==(const TextOrder& one, const TextOrder& other) = default;
+  [[nodiscard]] friend bool operator<(const TextOrder& one, const TextOrder& other) {
+    return std::tie(one.plain, one.text) < std::tie(other.plain, other.text);
+  }
+};
 
 /// The words of a plain text: letters and digits; apostrophes are no part of a word and do not
 /// divide it ("O'Brien" is "obrien"), everything else divides.

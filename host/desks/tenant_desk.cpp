@@ -18,6 +18,7 @@
 #include "host/desks/tenant_choice.h"
 #include "host/desks/tenant_conditions.h"
 #include "host/desks/tenant_fields.h"
+#include "host/desks/tenant_name.h"
 #include "host/desks/words.h"
 #include "host/store/store_error.h"
 
@@ -343,7 +344,9 @@ AddedTenant TenantDesk::Add(const TenantEntry& entry, Trial trial) {
   AddedTenant added;
   shown_.TakeUnit();
   const auto once = [&] { return AddOnce(entry, added.tenant); };
-  std::string what = fmt::format("add tenant {}", *entry.lastName);
+  std::string what = fmt::format(
+      "add tenant {}",
+      FullName(*entry.lastName, entry.firstName.value_or(""), entry.initial.value_or("")));
   static_cast<Outcome&>(added) =
       trial == Trial::kYes ? Tried(std::move(what), once) : Stored(std::move(what), once);
   added.written = trial == Trial::kNo && added.done();

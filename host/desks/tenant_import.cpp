@@ -14,6 +14,7 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/sheet_dates.h"
 #include "host/desks/tenant_adding.h"
 #include "host/desks/tenant_entry.h"
 #include "host/desks/tenant_file.h"
@@ -54,11 +55,11 @@ class TenantImport {
         people_(tenants_, links_, file.lineCount()),
         adding_(session, unitKey),
         cards_(session, unitKey, file, tenants_, rules.cards),
-        codes_(session, unitKey, file, rules.apostrophes) {}
+        codes_(session, unitKey, file, rules) {}
 
   Outcome Enter(const ImportLine& line, ImportNotes& notes) {
     cards_.Drop();
-    codes_.Drop();
+    codes_.Begin(line);
     const std::optional<LineName> name = NameIn(line, file_);
     Outcome entered = name ? EnterTenant(line, *name, notes) : EnterNobodys(line, notes);
     cards_.Keep();
@@ -87,7 +88,23 @@ class TenantImport {
     return session_.sql().work().written() == before ? Outcome::Unchanged() : Done();
   }
 
+  /// A program that could not write a letter has written a question mark.
+  static void TellLostLetters(const LineName& name, ImportNotes& notes) {
+    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD, which looks like one
+    const auto hasLost = [&](std::string_view part) {
+      return part.find('?') != std::string_view::npos ||
+             part.find(kReplacement) != std::string_view::npos;
+    };
+    if (hasLost(name.last) || hasLost(name.first)) {
+      notes.push_back(
+          fmt::format("'{}' has a question mark: a letter may have been lost when the file was "
+                      "written",
+                      qorcred::Trim(fmt::format("{} {}", name.last, name.first))));
+    }
+  }
+
   Outcome EnterTenant(const ImportLine& line, const LineName& name, ImportNotes& notes) {
+    TellLostLetters(name, notes);
     codes_.RequireNumber(line);  // without one the line would mean somebody else
     const std::string_view tenantId = line.Trimmed(column::kTenantId);
     const TenantImportPeople::Match match = people_.Find(name, NumberOfCode(line), tenantId);
@@ -237,6 +254,10 @@ class TenantImport {
       const std::string_view given = line.Trimmed(at);
       return given.empty() ? std::nullopt : std::optional<std::string>(given);
     };
+    const auto date = [&](std::size_t at, std::string_view field) {
+      const auto given = cell(at);
+      return given ? std::optional(DateInCell(field, *given, rules_.dates)) : std::nullopt;
+    };
     TenantEntry entry;
     entry.lastName = name.last;
     entry.firstName = name.first;
@@ -246,8 +267,8 @@ class TenantImport {
     }
     entry.group = cell(column::kGroup);
     entry.active = cell(column::kActive);
-    entry.from = cell(column::kStart);
-    entry.to = cell(column::kEnd);
+    entry.from = date(column::kStart, tenant_field::kStart);
+    entry.to = date(column::kEnd, tenant_field::kEnd);
     entry.resident = cell(column::kResident);
     for (std::size_t door = 0; door < kTenantDoors; ++door) {
       entry.schedules.at(door) = cell(column::kSchedule1 + door);

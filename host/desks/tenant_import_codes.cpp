@@ -36,12 +36,12 @@ std::string RestOf(const ImportLine& line) {
 }  // namespace
 
 TenantImportCodes::TenantImportCodes(DeskSession& session, std::int32_t unitKey,
-                                     const ImportFile& file, Apostrophes apostrophes)
+                                     const ImportFile& file, const ImportRules& rules)
     : session_(session),
       unitKey_(unitKey),
-      apostrophes_(apostrophes),
+      rules_(rules),
       desk_(session, unitKey),
-      lines_(desk_, kFirst, apostrophes),
+      lines_(desk_, kFirst, rules),
       fresh_(desk_.screen().Snapshot()) {
   std::vector<ColumnField> fields = DirCodeFields(kFirst);
   if (!file.HasColumn(kFirst) && file.HasColumn(tenant_file_column::kApartment)) {
@@ -94,7 +94,20 @@ std::size_t TenantImportCodes::ColumnOfRefusal(const ImportLine& line) {
   return isApartment ? static_cast<std::size_t>(tenant_file_column::kApartment) : found;
 }
 
+void TenantImportCodes::Begin(const ImportLine& line) {
+  added_.reset();
+  if (dialled_) {
+    refused_.insert_or_assign(dialled_->first, dialled_->second);
+  }
+  dialled_.reset();
+  const TakenNumber code = NumberTaken(CodeIn(line));
+  if (code.isAll && !line.Trimmed(kFirst + column::kPhone).empty()) {
+    dialled_ = {*code.value, line.number()};
+  }
+}
+
 void TenantImportCodes::Keep() {
+  dialled_.reset();
   if (added_) {
     byNumber_.insert(std::move(*added_));
   }
@@ -173,7 +186,7 @@ void TenantImportCodes::Change(const ImportLine& line, Code& code) {
   entry.extension = cell(column::kExtension);
   entry.displayName = cell(column::kDisplayName);
   if (entry.displayName) {
-    entry.displayName = StorableName(*entry.displayName, apostrophes_);
+    entry.displayName = StorableName(*entry.displayName, rules_);
   }
   if (entry.IsEmpty()) {
     return;
@@ -186,18 +199,29 @@ void TenantImportCodes::Change(const ImportLine& line, Code& code) {
   }
 }
 
+/// Of lines with one code the first has the phone number: when that one is refused, the others lack
+/// it.
+std::string TenantImportCodes::WhyWithoutPhone(const ImportLine& line) const {
+  const std::string_view given = CodeIn(line);
+  const auto found = refused_.find(qorcred::Val(given));
+  if (!line.Trimmed(kFirst + column::kPhone).empty() || found == refused_.end()) {
+    return {};
+  }
+  return fmt::format("Line {} has that of {}, and is refused.", found->second, given);
+}
+
 std::int32_t TenantImportCodes::Add(const ImportLine& line, const std::string& displayName,
                                     ImportNotes& notes) {
   const std::string given(CodeIn(line));
   desk_.screen().Restore(fresh_);
   DirCodeEntry entry = lines_.Read(line, notes);
   if (!line.Cell(kFirst + column::kDisplayName)) {
-    entry.displayName = StorableName(displayName, apostrophes_);
+    entry.displayName = StorableName(displayName, rules_);
   }
   EnterNewCode(desk_, given, entry);
   const SavedDirCode saved = desk_.SaveNew();
   if (!saved.isStored()) {
-    throw RefusedLine(WithoutFacts(saved), ColumnOfRefusal(line));
+    throw RefusedLine(WithoutFacts(saved), ColumnOfRefusal(line), WhyWithoutPhone(line));
   }
   added_ = {qorcred::Val(given), Code{saved.rid, std::string(line.Trimmed(kFirst + column::kPhone)),
                                       line.number(), RestOf(line), true}};

@@ -17,9 +17,9 @@ namespace qorhost {
 /// Reads the unit's codes once, and keeps up with the lines as TenantImportCards does.
 class TenantImportCodes {
  public:
-  /// The session and the file must live as long; the unit is written by nobody else.
+  /// The session, the file and the rules must live as long; the unit is written by nobody else.
   TenantImportCodes(DeskSession& session, std::int32_t unitKey, const ImportFile& file,
-                    Apostrophes apostrophes);
+                    const ImportRules& rules);
 
   /// What a line means by its directory code, or by its apartment where it has none; "" for none.
   [[nodiscard]] static std::string_view CodeIn(const ImportLine& line);
@@ -33,8 +33,9 @@ class TenantImportCodes {
   /// Raises RefusedError for a cell that is no number to be dialled.
   void RequireNumber(const ImportLine& line) const;
 
+  /// The next line; the one before it leaves nothing behind unless it was kept.
+  void Begin(const ImportLine& line);
   void Keep();
-  void Drop() { added_.reset(); }
 
  private:
   struct Code {
@@ -52,18 +53,21 @@ class TenantImportCodes {
   [[nodiscard]] std::int32_t TakeStored(const ImportLine& line, Code& code, StoredAlready stored,
                                         ImportNotes& notes);
   void Change(const ImportLine& line, Code& code);
+  [[nodiscard]] std::string WhyWithoutPhone(const ImportLine& line) const;
   [[nodiscard]] std::int32_t Add(const ImportLine& line, const std::string& displayName,
                                  ImportNotes& notes);
 
   DeskSession& session_;
   std::int32_t unitKey_;
-  Apostrophes apostrophes_;
+  const ImportRules& rules_;
   DirCodeDesk desk_;
   DirCodeLines lines_;
   ScreenSnapshot fresh_;  // the screen as every line finds it
   std::vector<FieldWord> words_;
   std::unordered_map<double, Code> byNumber_;
-  std::optional<std::pair<double, Code>> added_;  // by this line
+  std::optional<std::pair<double, Code>> added_;           // by this line
+  std::optional<std::pair<double, std::size_t>> dialled_;  // code with a phone number, and line
+  std::unordered_map<double, std::size_t> refused_;        // the same of lines that were not kept
 };
 
 }  // namespace qorhost

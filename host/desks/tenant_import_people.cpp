@@ -21,8 +21,9 @@ namespace column = tenant_file_column;
 
 /// Whether somebody has added the lines up below them.
 bool SaysTotal(std::string_view name) {
-  constexpr std::array<std::string_view, 6> kWords{"total", "totals",      "sum",
-                                                   "count", "grand total", "subtotal"};
+  constexpr std::array<std::string_view, 10> kWords{"total",       "totals",   "sum",   "count",
+                                                    "grand total", "subtotal", "summe", "gesamt",
+                                                    "gesamtsumme", "anzahl"};
   name.remove_suffix(name.ends_with(':') ? 1 : 0);
   return std::any_of(kWords.begin(), kWords.end(), [name](std::string_view word) {
     return qorcred::CompareIgnoringCase(name, word) == 0;

@@ -3,13 +3,16 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "frame/convert.h"
 #include "frame/schedules.h"
 #include "frame/schema.h"
 #include "frame/text.h"
+#include "frame/utf8.h"
 #include "host/desks/credential_types.h"
 #include "host/desks/listed_rows.h"
+#include "host/desks/name_words.h"
 #include "host/desks/row_names.h"
 #include "host/desks/tenant_name.h"
 #include "host/desks/words.h"
@@ -145,6 +148,33 @@ constexpr std::array kColumns{
                  [](const TenantRow& row, const TenantLinks&) { return Value(row.resident); },
                  [](const TenantRow& row) { return std::string(row.resident ? "1" : "0"); }}};
 
+bool HasAsciiName(const TenantRow& row) {
+  return qorcred::IsAscii(row.lastName) && qorcred::IsAscii(row.firstName) &&
+         qorcred::IsAscii(row.initial);
+}
+
+/// The store has sorted letters with accents behind Z; without any its order is that of people.
+/// Names that differ by accents alone stay in the store's order.
+void SortByName(std::vector<TenantRow>& rows) {
+  if (std::all_of(rows.begin(), rows.end(), HasAsciiName)) {
+    return;
+  }
+  constexpr char kBetween = '\n';  // stands in front of every letter: the shorter name comes first
+  std::vector<std::pair<std::string, std::size_t>> order;
+  order.reserve(rows.size());
+  for (const TenantRow& row : rows) {
+    order.emplace_back(Plain(row.lastName + kBetween + row.firstName + kBetween + row.initial),
+                       order.size());
+  }
+  std::sort(order.begin(), order.end());
+  std::vector<TenantRow> sorted;
+  sorted.reserve(rows.size());
+  for (const auto& [name, at] : order) {
+    sorted.push_back(std::move(rows[at]));
+  }
+  rows = std::move(sorted);
+}
+
 }  // namespace
 
 std::string TenantRow::Name() const {
@@ -169,6 +199,7 @@ std::vector<TenantRow> ReadTenants(DeskSession& session, std::int32_t unitKey) {
   for (const ResultRow row : result.rows()) {
     rows.push_back(RowIn(row));
   }
+  SortByName(rows);
   return rows;
 }
 

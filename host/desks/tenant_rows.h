@@ -47,7 +47,7 @@ struct TenantRow {
   [[nodiscard]] std::string NameWithRid() const;
 };
 
-/// In the order of their names.
+/// In the order of their names, as people sort them (TextOrder).
 [[nodiscard]] std::vector<TenantRow> ReadTenants(DeskSession& session, std::int32_t unitKey);
 
 /// A SELECT of whole rows for each few hundred RIDs: statements have a bound on their length.

@@ -139,16 +139,22 @@ void ImportFile::RequireKnownHeadings(std::size_t line) const {
     return;
   }
   std::vector<std::string> told;
-  for (const std::string& heading : unknown_) {
-    told.push_back(fmt::format("'{}'", Shortened(heading)));
+  for (const UnknownHeading& heading : unknown_) {
+    told.push_back(fmt::format("'{}'", Shortened(heading.called)));
   }
-  const bool otherDelimiter =
-      form_.delimiter == ',' && unknown_.front().find_first_of(";\t") != std::string_view::npos;
-  throw FileError(
-      FileProblem::kUnknownHeadings,
+  std::vector<std::size_t> taken;
+  for (std::size_t column = 0; column < placeOf_.size(); ++column) {
+    if (placeOf_[column]) {
+      taken.push_back(column);
+    }
+  }
+  const bool otherDelimiter = form_.delimiter == ',' && unknown_.front().called.find_first_of(
+                                                            ";\t") != std::string_view::npos;
+  throw UnknownHeadings(
       fmt::format("line {}: there {} {}{}; the columns are {}", line,
                   told.size() == 1 ? "is no column" : "are no columns", fmt::join(told, ", "),
-                  otherDelimiter ? " (cells must have commas between them)" : "", KnownHeadings()));
+                  otherDelimiter ? " (cells must have commas between them)" : "", KnownHeadings()),
+      headings_, unknown_, taken);
 }
 
 /// What each column of the file is meant to be: nothing where nobody has said it.
@@ -219,7 +225,7 @@ void ImportFile::TakeHeading(std::size_t place, const std::string& name, std::si
   } else if (const auto column = ColumnCalled(name, columns_)) {
     TakeColumn(place, *column, line);
   } else {
-    unknown_.push_back(name);
+    unknown_.push_back({place, name});
   }
 }
 

@@ -6,10 +6,12 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/files/csv_form.h"
 #include "host/files/csv_reader.h"
+#include "host/files/file_error.h"
 #include "host/files/table.h"
 #include "host/files/text_encoding.h"
 
@@ -40,6 +42,34 @@ struct ImportForm {
   std::vector<HeadingMeant> meant = {};
 };
 
+/// A heading of a file that stands for no column.
+struct UnknownHeading {
+  std::size_t place = 0;  ///< from 0
+  std::string called;     ///< as it stands in the file, or as somebody says that it is meant
+};
+
+/// Headings that stand for no column, all of them at once.
+class UnknownHeadings : public FileError {
+ public:
+  UnknownHeadings(const std::string& what, std::vector<std::string> headings,
+                  std::vector<UnknownHeading> unknown, std::vector<std::size_t> taken)
+      : FileError(FileProblem::kUnknownHeadings, what),
+        headings_(std::move(headings)),
+        unknown_(std::move(unknown)),
+        taken_(std::move(taken)) {}
+
+  /// All that the file has, as they stand there.
+  [[nodiscard]] const std::vector<std::string>& headings() const noexcept { return headings_; }
+  [[nodiscard]] const std::vector<UnknownHeading>& unknown() const noexcept { return unknown_; }
+  /// The columns that other headings stand for.
+  [[nodiscard]] const std::vector<std::size_t>& taken() const noexcept { return taken_; }
+
+ private:
+  std::vector<std::string> headings_;
+  std::vector<UnknownHeading> unknown_;
+  std::vector<std::size_t> taken_;
+};
+
 /// One line of the file behind the headings.
 class ImportLine {
  public:
@@ -66,9 +96,8 @@ class ImportLine {
 /// in a column without a heading.
 class ImportFile {
  public:
-  /// Takes the text of a file. Raises FileError: kUnknownHeadings for headings that stand for no
-  /// column, all of them at once, kHeadings for those that are missing or there twice, kUnusable
-  /// for the quote and for bytes that the encoding does not have.
+  /// Takes the text of a file. Raises UnknownHeadings, and FileError: kHeadings for those that are
+  /// missing or there twice, kUnusable for the quote and for bytes that the encoding does not have.
   ImportFile(std::string text, std::span<const ImportColumn> columns, const ImportForm& form = {});
   ImportFile(const ImportFile&) = delete;
   ImportFile& operator=(const ImportFile&) = delete;
@@ -113,7 +142,7 @@ class ImportFile {
   std::vector<std::optional<std::size_t>> placeOf_;
   std::vector<std::string> headings_;
   std::vector<std::size_t> unheaded_;  // places of columns without a heading
-  std::vector<std::string> unknown_;   // headings that stand for no column
+  std::vector<UnknownHeading> unknown_;
   std::optional<std::size_t> reasonPlace_;
   std::size_t lineCount_ = 0;
 };

@@ -92,7 +92,23 @@ std::size_t FirstBadLine(std::string_view text) {
   return 0;
 }
 
+/// What a spreadsheet program keeps for itself looks like a text in no encoding.
+void RequireNoWorkbook(std::string_view bytes) {
+  constexpr std::string_view kZip = "PK\x03\x04";                             // .xlsx, .ods
+  constexpr std::string_view kCompound = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";  // .xls
+  if (bytes.starts_with(kZip) || bytes.starts_with(kCompound)) {
+    throw FileError(FileProblem::kUnusable,
+                    "the file is a workbook of a spreadsheet program and no text, so nothing was "
+                    "imported: save the sheet as CSV there, and import that");
+  }
+}
+
 }  // namespace
+
+bool HasByteOrderMark(std::string_view text) {
+  return text.starts_with(kUtf8Mark) || text.starts_with(kLittleEndianMark) ||
+         text.starts_with(kBigEndianMark);
+}
 
 EncodingDoubt DoubtAbout(const std::string& text) {
   if (qorcred::IsUtf8(text) && text.find('\0') == std::string::npos) {
@@ -121,6 +137,7 @@ void RequireUndoubted(const std::string& text) {
 
 std::string TextAsUtf8(std::string text, TextEncoding encoding) {
   const std::string_view bytes = text;
+  RequireNoWorkbook(bytes);
   if (bytes.starts_with(kUtf8Mark)) {
     return text.erase(0, kUtf8Mark.size());
   }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace qorhost {
 
@@ -16,8 +17,11 @@ enum class TextEncoding : std::uint8_t {
 /// The text as UTF-8, without a byte order mark. A mark says what the encoding is, whatever
 /// `encoding` says; a text that is to be UTF-8 is handed back as it is, bytes that are none
 /// included. Raises FileError, kUnusable, with the place of the first byte that the encoding does
-/// not have. Time and memory are linear.
+/// not have, and for a workbook (.xlsx, .ods, .xls). Time and memory are linear.
 [[nodiscard]] std::string TextAsUtf8(std::string text, TextEncoding encoding);
+
+/// Whether a text begins with a mark that says its encoding.
+[[nodiscard]] bool HasByteOrderMark(std::string_view text);
 
 /// What speaks against a text's being UTF-8, a byte order mark apart.
 struct EncodingDoubt {

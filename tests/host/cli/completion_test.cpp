@@ -84,6 +84,33 @@ TEST_F(Completion, BashIsOfferedTheValuesThatThereAre) {
   EXPECT_EQ(Offered("qorhost --unit 2 tenants edit 62 --schedule1 L"), "Late\\ Shift\n");
 }
 
+TEST_F(Completion, BashIsOfferedTheArgumentsThatThereAre) {
+  InitDemo();
+  EXPECT_EQ(Offered("qorhost units edit \"\""), "1 2 3\n");
+  EXPECT_EQ(Offered("qorhost units delete 1 3"), "3\n") << "of several";
+  EXPECT_EQ(Offered("qorhost --unit 2 schedules edit L"), "Late\\ Shift\n");
+  EXPECT_EQ(Offered("qorhost --unit 2 tenants show Hollis"), "Hollis\\ Elena\\ G Hollis\\ Marek\n");
+  EXPECT_EQ(Offered("qorhost --unit 2 tenants show \"Hollis\\\\ E\""), "Hollis\\ Elena\\ G\n");
+  EXPECT_EQ(Offered("qorhost --unit 2 dircodes renumber 10"), "101 102 103 104 105 106\n");
+  EXPECT_EQ(Offered("qorhost --unit 2 credentials delete 32"), "320 321 322 323 324 325\n");
+  EXPECT_EQ(Offered("qorhost history undo \"\""), "1\n");
+  EXPECT_EQ(Offered("qorhost completion \"\""), "bash zsh fish\n");
+  EXPECT_EQ(Offered("qorhost units edit 1 --na"), "--name\n") << "options behind a hyphen";
+}
+
+TEST_F(Completion, BashIsOfferedFilesAndNothingElseWhereAnArgumentIsNew) {
+  InitDemo();
+  EXPECT_EQ(Offered("qorhost --unit 2 dircodes add \"\""), "\n");
+  EXPECT_EQ(Offered("qorhost backup \"\""), "\n");
+  EXPECT_EQ(Offered("qorhost find \"\""), "\n");
+}
+
+TEST_F(Completion, BashIsOfferedWordsBehindHelp) {
+  EXPECT_EQ(Offered("qorhost he"), "help\n");
+  EXPECT_EQ(Offered("qorhost help cred"), "credentials\n");
+  EXPECT_EQ(Offered("qorhost help report d"), "dircodes\n");
+}
+
 TEST_F(Completion, ZshIsOfferedTheSame) {
   if (!Has("zsh")) {
     GTEST_SKIP() << "zsh is not installed";
@@ -93,6 +120,8 @@ TEST_F(Completion, ZshIsOfferedTheSame) {
   EXPECT_EQ(OfferedByZsh("qorhost --unit 2 credentials add --st"), "--start\n");
   EXPECT_EQ(OfferedByZsh("qorhost units list --format t"), "table\n");
   EXPECT_EQ(OfferedByZsh("qorhost tenants list --unit \"\""), "1 2 3\n");
+  EXPECT_EQ(OfferedByZsh("qorhost units edit \"\""), "1 2 3\n");
+  EXPECT_EQ(OfferedByZsh("qorhost help report d"), "dircodes\n");
   EXPECT_EQ(OfferedByZsh("qorhost --unit 2 tenants edit 62 --schedule1 L"), "Late\\ Shift\n");
 }
 
@@ -106,6 +135,9 @@ TEST_F(Completion, FishIsOfferedTheSame) {
   EXPECT_EQ(OfferedByFish("qorhost --unit 2 credentials add --st"), "--start\n");
   EXPECT_EQ(OfferedByFish("qorhost units list --format t"), "table\n");
   EXPECT_EQ(OfferedByFish("qorhost tenants list --unit "), "1 2 3\n");
+  EXPECT_EQ(OfferedByFish("qorhost units edit "), "1 2 3\n");
+  EXPECT_EQ(OfferedByFish("qorhost completion "), "bash fish zsh\n");
+  EXPECT_EQ(OfferedByFish("qorhost help report d"), "dircodes\n");
   EXPECT_EQ(OfferedByFish("qorhost --unit 2 tenants edit 62 --schedule1 L"), "Late Shift\n");
 }
 

@@ -61,7 +61,9 @@ TEST_F(CredentialImport, JsonHasTheCountsAndEveryRefusedLine) {
           {"done", 1},
           {"refused", 1},
           {"lines",
-           {{{"line", 3}, {"message", "Please enter a starting number between 1 and 65535."}}}}}));
+           {{{"line", 3},
+             {"message",
+              "Card Number '0' must be a whole number from 1 to 65535, in digits alone"}}}}}));
 }
 
 TEST_F(CredentialImport, TheSampleIsImportedWhole) {

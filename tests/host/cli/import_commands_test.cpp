@@ -44,8 +44,9 @@ TEST_F(BadFiles, AllUnknownHeadingsAreToldAtOnceWithTheWayOut) {
       Import("credentials", "Flat,Credential Type,No.,Card Number\n7,card26,1,2\n");
   EXPECT_EQ(outcome.status, 2);
   EXPECT_THAT(outcome.err, StartsWith("qorhost: line 1: there are no columns 'Flat', 'No.'; "));
-  EXPECT_THAT(outcome.err, EndsWith("; --columns \"HEADING=COLUMN,...\" says which one a heading "
-                                    "stands for, HEADING= leaves it out\n"));
+  EXPECT_THAT(outcome.err, EndsWith("; look this over and say it: --columns \"Flat=,No.=\" "
+                                    "(HEADING=COLUMN; with nothing behind it a column is left "
+                                    "out)\n"));
 }
 
 TEST_F(BadFiles, AnotherEncodingThatNobodyHasSaidIsRefusedBeforeAnythingIsImported) {
@@ -72,6 +73,44 @@ TEST_F(BadFiles, AnotherEncodingThatNobodyHasSaidIsRefusedBeforeAnythingIsImport
   EXPECT_EQ(Import("dircodes", {wide, sizeof wide}).err,
             "qorhost: line 1 has zero bytes between its letters, as UTF-16 has, so nothing was "
             "imported: --encoding utf-16 reads it\n");
+}
+
+TEST_F(BadFiles, Utf8ThatIsSaidToBeAnotherEncodingIsRefusedBeforeItsLettersAreLost) {
+  const std::string names = "Directory Code,Phone No.,Display Name\n250,1,Björn\n";
+  const Outcome wrong = Import("dircodes", names, {"--encoding", "cp1252"});
+  EXPECT_EQ(wrong.status, 1);
+  EXPECT_EQ(wrong.err,
+            "qorhost: the file is UTF-8, and read as cp1252 every letter with an accent would be "
+            "two others, so nothing was imported: leave --encoding out\n");
+  EXPECT_THAT(Import("dircodes", "\xEF\xBB\xBF" + names, {"--encoding", "cp1252"}).out,
+              HasSubstr("Imported 1"))
+      << "a mark tells it for certain";
+  EXPECT_THAT(Import("dircodes", "Directory Code,Phone No.\n251,1\n", {"--encoding", "cp1252"}).out,
+              HasSubstr("Imported 1"))
+      << "in ASCII there is no difference";
+}
+
+TEST_F(BadFiles, AWorkbookIsToldToBeSavedAsCsv) {
+  using namespace std::string_literals;
+  for (const std::string& start :
+       {"PK\x03\x04\x14\0\0\0"s, "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1\0\0"s}) {
+    for (const std::vector<std::string>& options :
+         {std::vector<std::string>{}, {"--encoding", "cp1252"}, {"--encoding", "utf-16"}}) {
+      const Outcome outcome = Import("tenants", start + "xl\n", options);
+      EXPECT_EQ(outcome.status, 1);
+      EXPECT_EQ(outcome.err,
+                "qorhost: the file is a workbook of a spreadsheet program and no text, so nothing "
+                "was imported: save the sheet as CSV there, and import that\n");
+    }
+  }
+}
+
+TEST_F(BadFiles, ATitleAboveTheHeadingsIsToldToBeDeleted) {
+  const Outcome outcome = Import("tenants", "Residents of the house,,\nName,Apartment,Phone\n");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err,
+              HasSubstr("if these are no headings, delete the lines above the headings, "
+                        "which have to be the first"));
 }
 
 TEST_F(BadFiles, AByteOrderMarkSaysTheEncodingAsWell) {

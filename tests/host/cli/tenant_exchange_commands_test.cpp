@@ -36,6 +36,88 @@ TEST_F(TenantExchange, TellsWhatWasImportedAndWhatWasNot) {
             "Would import 1 line, 1 line refused, in unit 2, Linden Park. Nothing was written.\n");
 }
 
+TEST_F(TenantExchange, TheOrderOfDatesIsSaidForAllLinesAndNeverGuessed) {
+  const std::string sheet =
+      "Name,Start,End\nAda One,03/04/2027,2027-05-06\nBea Two,15.01.2027,\nCem Three,5 Feb 2027,\n";
+  const Outcome unsaid = ImportTenants(sheet, {"-n"});
+  EXPECT_EQ(unsaid.status, 1);
+  EXPECT_EQ(unsaid.err,
+            "qorhost: line 2: Start '03/04/2027' does not tell in which order day, month and year "
+            "stand: --dates dmy, mdy or ymd says it for all lines\n"
+            "qorhost: line 3: Start '15.01.2027' does not tell in which order day, month and year "
+            "stand: --dates dmy, mdy or ymd says it for all lines\n");
+  const Outcome monthFirst = ImportTenants(sheet, {"-n", "--dates", "mdy"});
+  EXPECT_EQ(monthFirst.err,
+            "qorhost: line 3: Start '15.01.2027' is no date in the order month, day, year: write "
+            "it so, or as 2026-12-31\n");
+  EXPECT_EQ(ImportTenants(sheet, {"--dates", "dmy"}).status, 0);
+  EXPECT_EQ(Query("SELECT LastName, ACTIVESTARTTIME, ACTIVEENDTIME FROM Tenants WHERE LastName IN "
+                  "('One','Two','Three') ORDER BY RID"),
+            (nlohmann::json{{{"LastName", "One"},
+                             {"ACTIVESTARTTIME", "2027-04-03T00:00:00"},
+                             {"ACTIVEENDTIME", "2027-05-06T23:59:59"}},
+                            {{"LastName", "Two"},
+                             {"ACTIVESTARTTIME", "2027-01-15T00:00:00"},
+                             {"ACTIVEENDTIME", nullptr}},
+                            {{"LastName", "Three"},
+                             {"ACTIVESTARTTIME", "2027-02-05T00:00:00"},
+                             {"ACTIVEENDTIME", nullptr}}}));
+  EXPECT_EQ(ImportTenants(sheet, {"--dates", "german"}).status, 2);
+}
+
+TEST_F(TenantExchange, TheOrderOfDatesGoesForDirectoryCodesToo) {
+  const std::string codes =
+      "Directory Code,Phone No.,Directory Start Date,Directory End Date\n"
+      "901,1,01.02.2027 08:00,31.12.2027 23:59\n";
+  EXPECT_THAT(Import("dircodes", codes).err, HasSubstr("--dates dmy, mdy or ymd"));
+  EXPECT_EQ(Import("dircodes", codes, {"--dates", "dmy"}).status, 0);
+  EXPECT_EQ(
+      Query("SELECT STARTDATE, ENDDATE FROM DIRECTORYCODE WHERE DIRECTORYCODE=901"),
+      (nlohmann::json{{{"STARTDATE", "2027-02-01T08:00:00"}, {"ENDDATE", "2027-12-31T23:59:59"}}}));
+}
+
+TEST_F(TenantExchange, QuotesOfDisplayNamesAreReplacedForDirectoryCodesToo) {
+  const std::string codes = "Directory Code,Phone No.,Display Name\n902,1,Ann O'Brien\n";
+  EXPECT_THAT(Import("dircodes", codes).err, HasSubstr("has an apostrophe"));
+  EXPECT_EQ(Import("dircodes", codes, {"--replace-quotes"}).status, 0);
+  EXPECT_EQ(Query("SELECT DISPLAYNAME FROM DIRECTORYCODE WHERE DIRECTORYCODE=902"),
+            (nlohmann::json{{{"DISPLAYNAME", "Ann O’Brien"}}}));
+}
+
+TEST_F(TenantExchange, UnknownHeadingsAreToldWithALineThatIsUnderstood) {
+  const std::string sheet =
+      "Full name,Flat,Telephone,Card no.,Owner\nAda One,901,555-1,41001,yes\n";
+  const Outcome unknown = ImportTenants(sheet);
+  EXPECT_EQ(unknown.status, 2);
+  const std::string proposal = "Full name=Name,Telephone=Phone No.,Card no.=Card Number,Owner=";
+  EXPECT_THAT(unknown.err, HasSubstr("look this over and say it: --columns \"" + proposal + "\""));
+  const Outcome said = ImportTenants(sheet, {"--columns", proposal, "--card-type", "card26"});
+  EXPECT_EQ(said.status, 0) << said.err;
+  EXPECT_THAT(
+      ImportTenants(sheet, {"--columns", "Full name=Name,Owner=Resident,Flat=Apartmnt"}).err,
+      HasSubstr("--columns \"Full name=Name,Owner=Resident,Flat=Apartment,"
+                "Telephone=Phone No.,Card no.=Card Number\""));
+}
+
+TEST_F(TenantExchange, ALineWhosePhoneNumberWasInARefusedOneSaysSo) {
+  const Outcome outcome = ImportTenants(
+      "Name,Apartment,Phone,End\nAda One,901,555-1,soon\nBea Two,901,,\nCem Three,902,,\n", {"-n"});
+  EXPECT_THAT(outcome.err,
+              HasSubstr("line 3: Please enter a Phone No. to apply to the Directory Code. Line 2 "
+                        "has that of 901, and is refused.\n"));
+  EXPECT_THAT(outcome.err,
+              HasSubstr("line 4: Please enter a Phone No. to apply to the Directory Code.\n"));
+}
+
+TEST_F(TenantExchange, LettersThatWereLostBeforeAreNoted) {
+  const Outcome outcome = ImportTenants("Last Name,First Name\nY?ld?z,Ada\nOne,\n", {"-n"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(
+      outcome.err,
+      "qorhost: note on line 2: 'Y?ld?z Ada' has a question mark: a letter may have been lost "
+      "when the file was written\n");
+}
+
 TEST_F(TenantExchange, JsonTellsWhatWasStoredAlready) {
   const Outcome outcome = ImportTenants(
       "Last Name,First Name,Initial\nHollis,Elena,G\nOne,,\n,,x\n", {"--skip-existing", "--json"});
@@ -136,8 +218,8 @@ TEST_F(TenantExchange, CredentialsAndCodesHaveTheSameForms) {
   EXPECT_EQ(cards.status, 1);
   EXPECT_THAT(cards.out, StartsWith("Imported 1 credential, 1 line refused"));
   EXPECT_EQ(Read("mend.csv"),
-            "\xEF\xBB\xBFKind;No.;Who;Reason\r\ncard26;0;André;Please enter a starting number "
-            "between 1 and 65535.\r\n");
+            "\xEF\xBB\xBFKind;No.;Who;Reason\r\ncard26;0;André;No. '0' must be a whole number "
+            "from 1 to 65535, in digits alone\r\n");
   const Outcome codes =
       Import("dircodes", "Directory Code\tPhone\n250\t1\n", {"--columns", "Phone=Phone No."});
   EXPECT_EQ(codes.status, 0) << codes.err;
@@ -191,9 +273,10 @@ class Residents : public TenantExchange {
     const std::string headings =
         "Full name=Name,Flat=Apartment,Telephone=Phone,Card no.=Card Number,"
         "2nd card=Card 2 Number,Move in=Start,Move out=End,Owner=Resident,Remarks=";
-    std::vector<std::string> words{"--unit",     "1",         "tenants",     "import", file,
-                                   "--encoding", "cp1252",    "--card-type", "card26", "--facility",
-                                   "7",          "--columns", headings};
+    std::vector<std::string> words{"--unit", "1",          "tenants", "import",
+                                   file,     "--encoding", "cp1252",  "--card-type",
+                                   "card26", "--facility", "7",       "--columns",
+                                   headings, "--dates",    "mdy"};
     words.insert(words.end(), options.begin(), options.end());
     return Run(words);
   }
@@ -208,8 +291,9 @@ TEST_F(Residents, OfARealSpreadsheetAreTakenInAndTheRestIsMended) {
   EXPECT_EQ(std::count(first.err.begin(), first.err.end(), '\n'), 21);
   for (const char* told :
        {"line 53: Card no. '20021' is held by Novak Søren (line 23)\n",
-        "line 74: Move out '31.12.2026' is no date: ",
+        "line 74: Move out '31.12.2026' is no date in the order month, day, year: ",
         "line 93: Card no. '20.091' has separators between its digits: write 20091\n",
+        "line 350: Card no. '70000' must be a whole number from 1 to 65535, in digits alone\n",
         "line 204: Flat '12B' is no number", "line 305: Full name is empty: ",
         "line 266: Telephone '+49 30 555-9999' is not what the directory code 711 dials by line",
         " 265: that is '+49 30 555-0711'\n", "line 407: Lefèvre Tara is in line 406 already",

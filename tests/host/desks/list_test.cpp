@@ -25,7 +25,6 @@ using qorcred::Null;
 using qorcred::Value;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 Value On(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
   return qorcred::FromCivil({year, month, day, hour, minute, second});
@@ -100,9 +99,24 @@ TEST(Lists, SortNumbersAsNumbersAndDatesAsDatesWithWhatIsMissingLast) {
   EXPECT_THAT(By("number"), ElementsAre(4, 1, 2, 3, 5));
   EXPECT_THAT(By("-number"), ElementsAre(3, 2, 1, 4, 5));
   EXPECT_THAT(By("day"), ElementsAre(2, 4, 3, 1, 5));
-  EXPECT_THAT(By("name"), ElementsAre(2, 3, 4, 1, 5));
+  EXPECT_THAT(By("name"), ElementsAre(2, 4, 3, 1, 5));
   EXPECT_THAT(By("-active, day"), ElementsAre(3, 1, 2, 4, 5));
   EXPECT_THAT(By("Active,-No."), ElementsAre(2, 4, 3, 1, 5));
+}
+
+TEST(Lists, SortNamesAsPeopleDo) {
+  List list;
+  list.fields = {{"Name", "name"}};
+  for (const char* name : {"Zoe", "Öztürk", "Petrov", "oz", "Ångström", "Abel", "muller", "Müller",
+                           "Muller", "O\u0308zturk", "Østby", "Obrien"}) {
+    list.rows.push_back({name});
+  }
+  std::vector<std::string> sorted;
+  for (const auto& row : Answer(list, {{}, "name", "", {}}).rows) {
+    sorted.push_back(qorcred::ToText(row.front()));
+  }
+  EXPECT_THAT(sorted, ElementsAre("Abel", "Ångström", "Muller", "Müller", "muller", "Obrien",
+                                  "Østby", "oz", "O\u0308zturk", "Öztürk", "Petrov", "Zoe"));
 }
 
 TEST(Lists, ALimitTakesTheFirstRowsAndOfAHistoryTheLast) {

@@ -112,6 +112,16 @@ TEST_F(TenantDeskTest, ANameIsTheSameInEveryListWhateverStandsAroundItsParts) {
   }));
 }
 
+TEST_F(TenantDeskTest, TenantsStandInTheOrderInWhichPeopleSortNames) {
+  int rid = 61;
+  for (const char* name : {"Öztürk", "Zander", "ozan", "Petrov", "Åberg", "Abel", "Ozturk"}) {
+    Run("UPDATE Tenants SET LastName='" + std::string(name) +
+        "', FirstName='A', MiddleInitial=NULL, NameAtUnit='Sorted' WHERE RID=" +
+        std::to_string(rid++));
+  }
+  EXPECT_THAT(Where({"name_at_unit = Sorted"}), ElementsAre(66, 65, 63, 67, 61, 64, 62));
+}
+
 TEST_F(TenantDeskTest, AWholeNameWinsOverOneWithMoreWords) {
   Run("UPDATE Tenants SET LastName='Tanaka', FirstName='Xenia', MiddleInitial=NULL WHERE RID=63");
   EXPECT_THAT(Named({"Tanaka Xenia"}), ElementsAre(63));
@@ -345,6 +355,7 @@ TEST_F(TenantDeskTest, ATenantIsAddedWithWhatTheUnitGives) {
   const AddedTenant added = desk.Add(entry, Trial::kNo);
   ASSERT_TRUE(added.done()) << testing::PrintToString(added.failures);
   const std::int32_t rid = added.tenant.rid;
+  EXPECT_EQ(session().sql().audit().After(0, kUnit).back().what, "add tenant d'Arc Joan");
   EXPECT_EQ(Of("LastName", rid), "d'Arc");
   EXPECT_EQ(Of("NameAtUnit", rid), "Joan d'Arc");
   EXPECT_EQ(Of("UnitKey", rid), "2");

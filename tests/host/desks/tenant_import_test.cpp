@@ -188,10 +188,12 @@ TEST_F(TenantImports, ANameAtUnitThatIsMadeOfALongNameIsCut) {
 }
 
 TEST_F(TenantImports, ALineNeedsANameAndATotalIsNone) {
-  EXPECT_THAT(Refusals("Name,Card Type,Card Number\n,card26,40001\nTotal,,800\nTotal Tina,,\n"),
-              ElementsAre("2!: Name is empty: lists show tenants by it; <Unassigned> stands for "
-                          "nobody",
-                          "3!: Name 'Total' is no name: the line seems to add the others up"));
+  EXPECT_THAT(
+      Refusals("Name,Card Type,Card Number\n,card26,40001\nTotal,,800\nTotal Tina,,\nSumme,,\n"),
+      ElementsAre("2!: Name is empty: lists show tenants by it; <Unassigned> stands for "
+                  "nobody",
+                  "3!: Name 'Total' is no name: the line seems to add the others up",
+                  "5!: Name 'Summe' is no name: the line seems to add the others up"));
   EXPECT_EQ(OfNewest("FirstName & ' ' & LastName"), "Total Tina");
   EXPECT_THAT(Refusals("Name,Last Name\nA B,C\n"),
               ElementsAre("2!: Name 'A B' and Last Name 'C' stand in one line: leave one of them "

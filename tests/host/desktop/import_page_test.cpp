@@ -205,7 +205,8 @@ std::vector<std::string> SavesIn(const std::vector<std::string>& trace) {
 }
 
 TEST_F(ImportScreens, MakesTheCallsThatAnImportMakesWithoutAWindow) {
-  const std::string file = "Credential Type,Card Number,Facility Code\ncard26,9001,7\ncard26,0,7\n";
+  const std::string file =
+      "Credential Type,Card Number,Facility Code\ncard26,9001,7\ncard26,9001,7\n";
   Choose("kind", "Credentials");
   ChooseFile("cards.csv", file);
   Click("checkButton");
