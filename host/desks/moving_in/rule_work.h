@@ -12,11 +12,20 @@
 #include <utility>
 #include <vector>
 
+#include "frame/text.h"
 #include "frame/value.h"
 #include "host/desks/moving_in/settled_cell.h"
 #include "host/desks/moving_in/staged_table.h"
 
 namespace qorhost {
+
+/// The order in which a store finds texts equal: letter case does not count.
+struct IgnoringCase {
+  using is_transparent = void;
+  bool operator()(std::string_view one, std::string_view other) const {
+    return qorcred::CompareIgnoringCase(one, other) < 0;
+  }
+};
 
 /// The rows that are brought in, as later tables refer to them.
 struct AcceptedRows {
@@ -27,12 +36,12 @@ struct AcceptedRows {
     std::optional<std::int32_t> groupZero;  ///< RID
     std::size_t codesInUse = 0;
   };
-  std::map<std::int32_t, Unit> units;                                     // by key
-  std::map<std::string, std::optional<std::int32_t>> capacities;          // by type in capitals
-  std::set<std::pair<std::int32_t, std::int32_t>> schedules;              // unit and number
-  std::unordered_map<std::int32_t, std::int32_t> unitOfGroup;             // by RID
-  std::unordered_map<std::int32_t, std::int32_t> unitOfCredential;        // by RID
-  std::unordered_map<std::int32_t, std::int32_t> unitOfCode;              // by RID
+  std::map<std::int32_t, Unit> units;                                           // by key
+  std::map<std::string, std::optional<std::int32_t>, IgnoringCase> capacities;  // by type
+  std::set<std::pair<std::int32_t, std::int32_t>> schedules;                    // unit and number
+  std::unordered_map<std::int32_t, std::int32_t> unitOfGroup;                   // by RID
+  std::unordered_map<std::int32_t, std::int32_t> unitOfCredential;              // by RID
+  std::unordered_map<std::int32_t, std::int32_t> unitOfCode;                    // by RID
   std::map<std::pair<std::int32_t, std::int32_t>, std::int32_t> tenants;  // RID by unit and id
 };
 

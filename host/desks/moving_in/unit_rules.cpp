@@ -1,7 +1,6 @@
 // Units, their types and settings.
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -94,22 +93,17 @@ void SettleUnits(RuleWork& work, AcceptedRows& accepted) {
 void SettleUnitTypes(RuleWork& work, AcceptedRows& accepted) {
   const std::size_t name = work.At("DESCRIPTION");
   const std::size_t total = work.At("TOTAL");
-  std::vector<std::string> seen;
   work.Each([&](StagedRow& row) {
     const std::string_view description = TextIn(row.cells[name]);
     if (row.cells[name].Is(qorcred::ValueType::kNull)) {
       work.Refuse(row, name, "null-type", "the type has no name");
       return;
     }
-    const bool isThere = std::any_of(seen.begin(), seen.end(), [&](const std::string& other) {
-      return qorcred::CompareIgnoringCase(other, description) == 0;
-    });
-    if (isThere) {
+    if (accepted.capacities.contains(description)) {
       work.Refuse(row, name, "duplicate-type",
                   "a type before it has the name, for letter case does not count");
       return;
     }
-    seen.emplace_back(description);
     accepted.capacities.emplace(description, SettleCapacity(work, row, total));
   });
 }
@@ -130,9 +124,9 @@ void SettleUnitSettings(RuleWork& work, AcceptedRows& accepted) {
     }
     unit.hasSettings = true;
     unit.codeDigits = LongIn(row.cells[digits]);
-    const std::string name(TextIn(row.cells[type]));
-    for (const auto& [known, capacity] : accepted.capacities) {
-      if (qorcred::CompareIgnoringCase(known, name) == 0) unit.type = known;
+    if (const auto found = accepted.capacities.find(TextIn(row.cells[type]));
+        found != accepted.capacities.end()) {
+      unit.type = found->first;
     }
     if (!unit.type) {
       work.Keep(row, type, "missing-type",

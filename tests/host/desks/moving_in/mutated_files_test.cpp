@@ -9,6 +9,7 @@
 #include <random>
 #include <vector>
 
+#include "host/components/store_host.h"
 #include "host/desks/desk_error.h"
 #include "host/files/file_error.h"
 #include "host/store/engines/opening.h"
