@@ -18,7 +18,8 @@ set(areas
   "host/dialect:frame"
   "host/screens:frame"
   "host/store/sqlite:frame host/dialect host/store"
-  "host/store/engines:frame host/dialect host/store host/store/sqlite"
+  "host/store/postgres:frame host/dialect host/store"
+  "host/store/engines:frame host/dialect host/store host/store/sqlite host/store/postgres"
   "host/store:frame host/dialect"
   "host/components:frame host/dialect host/store"
   "host/unit:frame dircodes"
@@ -41,7 +42,8 @@ set(one_way
 # Headers of database engines and, after the colon, the folder that knows the engine. Benchmarks, which
 # measure against the engine itself, and tests may include them, too.
 set(engine_headers
-  "sqlite3.h:host/store/sqlite")
+  "sqlite3.h:host/store/sqlite"
+  "libpq-fe.h:host/store/postgres")
 set(users_of_engines bench tests)
 
 # Folders that know the widgets' headers: <QWidget>, <QtTest/QTest>.
