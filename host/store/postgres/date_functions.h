@@ -126,11 +126,12 @@ BEGIN
   RETURN desktop.serial_of(canonical);
 END $$;
 
--- A value beside a date: the date that it is, else the text itself. A number that is no date comes
--- before every date.
+-- A value beside a date: the date that it is, else the text itself. A number that is no date, also
+-- in a text, comes before every date.
 CREATE FUNCTION desktop.date(content text) RETURNS text
 LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
-  SELECT coalesce(desktop.read_date(content), content)
+  SELECT coalesce(desktop.read_date(content),
+                  CASE WHEN desktop.is_plain_number(content) THEN '' ELSE content END)
 $$;
 
 CREATE FUNCTION desktop.date(serial float8) RETURNS text

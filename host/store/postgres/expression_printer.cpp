@@ -28,6 +28,8 @@ bool MayBeBoundAsText(const Expression& node) {
 
 std::string_view CallOf(Operator op) {
   switch (op) {
+    case Operator::kMultiply:
+      return "desktop.multiply(";
     case Operator::kDivide:
       return "desktop.divide(";
     case Operator::kWholeDivide:
@@ -47,8 +49,6 @@ std::string_view BetweenOperands(Operator op) {
       return " + ";
     case Operator::kSubtract:
       return " - ";
-    case Operator::kMultiply:
-      return " * ";
     default:
       return ", ";
   }
@@ -117,6 +117,13 @@ void StatementPrinter::PrintConverted(const Expression& node, Form own, Form for
     case Form::kAny:
       if (MayBeBoundAsText(node)) {
         PrintLiteral(node, "desktop.bound_value(");
+        break;
+      }
+      if (node.coercion == Coercion::kNumber &&
+          (OwnFormOf(node) == Form::kText || OwnFormOf(node) == Form::kAny)) {
+        Write("desktop.number_or_text(");
+        PrintOwn(node);
+        Write(")");
         break;
       }
       Write("to_jsonb(");

@@ -204,24 +204,30 @@ BEGIN
   RETURN CASE WHEN parts[1] = '-' THEN -number ELSE number END;
 END $$;
 
--- A text of a column beside a column of numbers.
+-- Whether a text is a number beside a column of numbers.
+CREATE FUNCTION desktop.is_plain_number(content text) RETURNS boolean
+LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
+  SELECT content ~ '^[ \t\n\v\f\r]*[-+]?(?:[0-9]+(?:\.[0-9]*)?|\.[0-9]+)(?:[Ee][-+]?[0-9]+)?[ \t\n\v\f\r]*$'
+$$;
+
 CREATE FUNCTION desktop.column_number(content text) RETURNS float8
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 DECLARE
-  parts text[] := regexp_match(content, '^[ \t\n\v\f\r]*([-+]?)([0-9]+(?:\.[0-9]*)?|\.[0-9]+)'
-                                        '(?:[Ee]([-+]?[0-9]+))?[ \t\n\v\f\r]*$');
+  parts text[];
   number float8;
 BEGIN
-  IF parts IS NULL THEN
+  IF NOT desktop.is_plain_number(content) THEN
     RETURN 'Infinity';
   END IF;
+  parts := regexp_match(content, '([-+]?)([0-9.]+)(?:[Ee]([-+]?[0-9]+))?');
   number := desktop.decimal_value(parts[2], parts[3]);
   RETURN CASE WHEN parts[1] = '-' THEN -number ELSE number END;
 END $$;
 
+-- The number that a text is, as the dialect or as a column reads it.
 CREATE FUNCTION desktop.text_number(content text) RETURNS float8
 LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
-  SELECT coalesce(desktop.read_number(content), 'Infinity')
+  SELECT coalesce(desktop.read_number(content), desktop.column_number(content))
 $$;
 
 CREATE FUNCTION desktop.number_of(content text) RETURNS float8
@@ -267,11 +273,27 @@ BEGIN
   PERFORM desktop.refuse('Overflow');
 END $$;
 
+-- The server refuses results that are too small to be told from 0; the dialect takes them for 0. The
+-- bound is the logarithm of half the smallest double.
+CREATE FUNCTION desktop.multiply(one float8, other float8) RETURNS float8
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+  IF least(abs(one), abs(other)) < 1e-16 AND one <> 0 AND other <> 0
+     AND ln(abs(one)) + ln(abs(other)) < -745.1332191019411 THEN
+    RETURN 0;
+  END IF;
+  RETURN one * other;
+END $$;
+
 CREATE FUNCTION desktop.divide(dividend float8, divisor float8) RETURNS float8
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
   IF divisor = 0 THEN
     PERFORM desktop.refuse('division by zero');
+  END IF;
+  IF abs(dividend) < 1e-16 AND dividend <> 0
+     AND ln(abs(dividend)) - ln(abs(divisor)) < -745.1332191019411 THEN
+    RETURN 0;
   END IF;
   RETURN dividend / divisor;
 END $$;
@@ -301,8 +323,7 @@ BEGIN
   IF (base = 0 AND exponent < 0) OR (base < 0 AND exponent <> trunc(exponent)) THEN
     PERFORM desktop.refuse('Overflow');
   END IF;
-  -- The server refuses a result that is too small to be told from 0.
-  IF base <> 0 AND exponent * ln(abs(base)) < -745 THEN
+  IF base <> 0 AND exponent * ln(abs(base)) < -745.1332191019411 THEN
     RETURN 0;
   END IF;
   RETURN power(base, exponent);

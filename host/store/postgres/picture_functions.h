@@ -24,28 +24,24 @@ END $$;
 CREATE FUNCTION desktop.scientific(number float8) RETURNS text
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 DECLARE
-  shown numeric := abs(desktop.shown_digits(number)::numeric);
-  power int := 0;
-  digits text;
+  shown text := abs(desktop.shown_digits(number)::numeric)::text;
+  digits text := rpad(ltrim(replace(shown, '.', ''), '0'), 4, '0');
+  whole text := split_part(shown, '.', 1);
+  power int := CASE WHEN whole <> '0' THEN length(whole) - 1
+                    ELSE -1 - length(substring(shown FROM '^0\.(0*)')) END;
+  rounded int := left(digits, 3)::int
+    + CASE WHEN substr(digits, 4, 1) >= '5' COLLATE "C" THEN 1 ELSE 0 END;
 BEGIN
-  IF shown <> 0 THEN
-    power := floor(log(shown))::int;
-    -- The logarithm is rounded: next to a power of ten it may be off by one.
-    WHILE shown >= 10::numeric ^ (power + 1) LOOP
-      power := power + 1;
-    END LOOP;
-    WHILE shown * 10::numeric ^ (-power) < 1 LOOP
-      power := power - 1;
-    END LOOP;
-    shown := round(shown * 10::numeric ^ (-power), 2);
-    IF shown >= 10 THEN
-      shown := shown / 10;
-      power := power + 1;
-    END IF;
+  IF number = 0 THEN
+    power := 0;
   END IF;
-  digits := round(shown, 2)::text;
-  RETURN CASE WHEN number < 0 THEN '-' ELSE '' END || digits || 'E'
-    || CASE WHEN power < 0 THEN '-' ELSE '+' END
+  IF rounded = 1000 THEN
+    rounded := 100;
+    power := power + 1;
+  END IF;
+  digits := lpad(rounded::text, 3, '0');
+  RETURN CASE WHEN number < 0 THEN '-' ELSE '' END || left(digits, 1) || '.' || substr(digits, 2)
+    || 'E' || CASE WHEN power < 0 THEN '-' ELSE '+' END
     || lpad(abs(power)::text, greatest(2, length(abs(power)::text)), '0');
 END $$;
 
@@ -65,12 +61,15 @@ BEGIN
     || lpad(digits, greatest(width, length(digits)), '0');
 END $$;
 
--- A number after a named format; Null where there is none of that name.
+-- A number after a named format; Null where there is none of that name, or no number.
 CREATE FUNCTION desktop.named_number(number float8, name text) RETURNS text
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
 DECLARE
   amount text;
 BEGIN
+  IF number IS NULL THEN
+    RETURN NULL;
+  END IF;
   CASE name
     WHEN 'general number' THEN RETURN desktop.number_text(number);
     WHEN 'fixed' THEN RETURN desktop.two_places(number, 0, false);

@@ -96,6 +96,21 @@ LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
               ELSE to_jsonb(desktop.bound_number(content)) END
 $$;
 
+-- A number where the text is one, else the text.
+CREATE FUNCTION desktop.number_or_text(content text) RETURNS jsonb
+LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
+  SELECT CASE desktop.text_number(content)
+    WHEN 'Infinity' THEN to_jsonb(content)
+    WHEN '-Infinity' THEN to_jsonb(-1.7976931348623157e308::float8)
+    ELSE to_jsonb(desktop.text_number(content)) END
+$$;
+
+CREATE FUNCTION desktop.number_or_text(content jsonb) RETURNS jsonb
+LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$
+  SELECT CASE WHEN desktop.is_text(content) THEN desktop.number_or_text(content #>> '{}')
+              ELSE content END
+$$;
+
 -- What a column holds that takes numbers as well as time stamps.
 CREATE FUNCTION desktop.stored_value(content text) RETURNS jsonb
 LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE AS $$

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -40,10 +41,10 @@ std::string NumberCell(std::string_view text) {
   return qorcred::NumberText(number);
 }
 
-/// A value of which only the row tells what it is: a number, or a text in double quotes.
+/// A value of which only the row tells what it is.
 std::string JsonCell(std::string_view text) {
-  return text.front() == '"' ? "'" + std::string(text.substr(1, text.size() - 2)) + "'"
-                             : NumberCell(text);
+  const nlohmann::json value = nlohmann::json::parse(text);
+  return value.is_string() ? "'" + value.get<std::string>() + "'" : NumberCell(text);
 }
 
 std::string CellOf(const Result& result, int row, int column) {
