@@ -1,13 +1,15 @@
 // A connection to a PostgreSQL server and the results of its statements.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "host/store/patience.h"
 
 struct pg_conn;
 struct pg_result;
@@ -44,6 +46,15 @@ class Result {
 /// A value that is sent with a statement: a text of its type, or Null.
 using Sent = std::optional<std::string_view>;
 
+/// A statement in the server's words, which the server reads once for each connection.
+struct PreparedText {
+  std::string sql;
+  std::string name;  ///< as the server knows it; empty before it has read it
+};
+
+/// Is handed each row of a SELECT, which is the only one of its result.
+using TakeRow = std::function<void(const Result&)>;
+
 /// Used by one thread. Everything raises StoreError: with the server's own words where it refuses a
 /// statement, and StoreFault::kNoServer where it cannot be reached any more.
 class Connection {
@@ -56,8 +67,8 @@ class Connection {
   /// of the machine can read the arguments of this one.
   explicit Connection(const std::string& name);
   ~Connection();
-  Connection(Connection&&) noexcept = default;
-  Connection& operator=(Connection&&) noexcept = default;
+  Connection(Connection&&) noexcept;
+  Connection& operator=(Connection&&) noexcept;
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
@@ -65,6 +76,25 @@ class Connection {
   Result Run(const std::string& sql, std::span<const Sent> values = {});
   /// Runs statements without parameters one after the other.
   void RunAll(const std::string& sql);
+
+  /// Runs a statement with the values of its parameters. Inside a transaction a `guarded` one that
+  /// the server refuses leaves the transaction as it was, by a savepoint that costs no waiting for
+  /// answers of its own; otherwise the transaction is lost. With `take` the rows are handed over
+  /// one by one and the result has none; what it raises ends the statement.
+  Result Run(PreparedText& statement, std::span<const Sent> values, bool guarded,
+             const TakeRow& take = nullptr);
+
+  /// Runs statements that may have to wait for another one's lock. `waiting` is asked again and
+  /// again meanwhile, with the time waited; its false ends the waiting, as the limit does: then
+  /// StoreFault::kBusy is raised.
+  Result RunWaiting(const std::string& sql, const Patience& patience);
+
+  /// Who is told of each changed row, by the triggers' text; nobody at first. It must not raise and
+  /// not use the connection.
+  void TellChanges(std::function<void(std::string_view)> told);
+
+  /// Undoes the open transaction, or whatever `sql` undoes, if one is open.
+  void UndoWhatIsOpen(const char* sql = "ROLLBACK") noexcept;
 
   /// Whether a transaction is open, usable or not.
   [[nodiscard]] bool inTransaction() const noexcept;
@@ -76,10 +106,16 @@ class Connection {
   struct Finish {
     void operator()(pg_conn* handle) const noexcept;
   };
+  struct Listener;
+
   void RequireServer();
+  void Send(PreparedText& statement, std::span<const Sent> values, bool guarded);
+  void Cancel() noexcept;
 
   std::string name_;
+  std::unique_ptr<Listener> listener_;
   std::unique_ptr<pg_conn, Finish> handle_;
+  std::int64_t named_ = 0;  // statements that were given names
 };
 
 /// Whether a name is that of a store on a server, and not of a file: it begins with "postgresql:"

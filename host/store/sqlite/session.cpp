@@ -70,7 +70,9 @@ Session::Prepared& Session::Bound(std::string_view sql) {
 Session::Prepared& Session::BoundSelect(std::string_view sql) {
   Prepared& prepared = Bound(sql);
   try {
-    RequireSelect(prepared.shape->kind);
+    // What the engine would write for is no SELECT, whatever it says.
+    RequireSelect(prepared.statement.changesNothing() ? prepared.shape->kind
+                                                      : StatementKind::kUpdate);
   } catch (...) {
     prepared.statement.Reset();
     throw;
