@@ -21,9 +21,6 @@ namespace {
 constexpr int kOldestServer = 150000;
 constexpr const char* kConnectSeconds = "10";
 
-constexpr std::array<std::string_view, 2> kSchemes{"postgresql:", "postgres:"};
-constexpr std::string_view kService = "service=";
-
 /// What people may read of a name: a URI's options may be long.
 std::string ShownName(const std::string& name) {
   return name.substr(0, name.find('?'));
@@ -362,18 +359,6 @@ void Connection::UndoWhatIsOpen(const char* sql) noexcept {
 bool Connection::inTransaction() const noexcept {
   const PGTransactionStatusType status = PQtransactionStatus(handle());
   return status == PQTRANS_INTRANS || status == PQTRANS_INERROR;
-}
-
-bool IsServerName(std::string_view name) {
-  if (name.substr(0, kService.size()) == kService) {
-    return name.size() > kService.size();
-  }
-  for (const std::string_view scheme : kSchemes) {
-    if (name.substr(0, scheme.size()) == scheme) {
-      return true;
-    }
-  }
-  return false;
 }
 
 }  // namespace qorhost::postgres

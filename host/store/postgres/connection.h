@@ -118,8 +118,4 @@ class Connection {
   std::int64_t named_ = 0;  // statements that were given names
 };
 
-/// Whether a name is that of a store on a server, and not of a file: it begins with "postgresql:"
-/// or "postgres:", or is "service=" with a word.
-[[nodiscard]] bool IsServerName(std::string_view name);
-
 }  // namespace qorhost::postgres

@@ -70,9 +70,10 @@ Session::Prepared& Session::Bound(std::string_view sql) {
 Session::Prepared& Session::BoundSelect(std::string_view sql) {
   Prepared& prepared = Bound(sql);
   try {
+    const StatementKind kind = prepared.shape->kind;
     // What the engine would write for is no SELECT, whatever it says.
-    RequireSelect(prepared.statement.changesNothing() ? prepared.shape->kind
-                                                      : StatementKind::kUpdate);
+    const bool writes = kind == StatementKind::kSelect && !prepared.statement.changesNothing();
+    RequireSelect(writes ? StatementKind::kUpdate : kind);
   } catch (...) {
     prepared.statement.Reset();
     throw;

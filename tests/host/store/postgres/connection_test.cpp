@@ -6,6 +6,7 @@
 #include <array>
 #include <string>
 
+#include "host/store/server_name.h"
 #include "host/store/store_error.h"
 #include "test_server.h"
 

@@ -16,7 +16,7 @@ qorcred::Date SomeDay() {
 }
 
 TEST(DemoFailureTest, LeavesTheStoreAsItWasWhenItFails) {
-  const std::unique_ptr<Store> store = FreshStore();
+  const std::unique_ptr<Store> store = OpenMemoryStore();
   sqlite::Database& database = sqlite::DatabaseOf(*store);
   database.Run(
       "CREATE TRIGGER refuse BEFORE INSERT ON Tenants WHEN NEW.UnitKey = 3 BEGIN "
