@@ -71,18 +71,6 @@ Value NumberOrText(const std::string& text) {
   return isNumber ? WholeNumber(static_cast<std::int64_t>(NumberIn(text))) : Value(text);
 }
 
-Value ValueOf(const dialect::Column& column, const nlohmann::json& json) {
-  if (json.is_null()) {
-    return {qorcred::Null{}};
-  }
-  if (json.is_string()) {
-    const auto text = json.get<std::string>();
-    return TakesTimeStamps(column) ? NumberOrText(text) : Value(text);
-  }
-  return column.type == ColumnType::kDouble ? Value(json.get<double>())
-                                            : WholeNumber(json.get<std::int64_t>());
-}
-
 }  // namespace
 
 SentValues::SentValues(std::span<const Value> values) {
@@ -140,15 +128,19 @@ Value CellOf(const Result& result, int row, int column, const std::optional<Colu
   return isBoolean ? plain : DateOrText(*plain.As<std::string>());
 }
 
-std::vector<StoredCell> CellsOf(const dialect::Table& table, const nlohmann::json& row) {
-  std::vector<StoredCell> cells;
-  for (const dialect::Column& column : table.columns) {
-    if (!column.generated) {
-      cells.push_back(
-          {std::string(column.name), ValueOf(column, row.at(std::string(column.name)))});
-    }
+Value ToldCell(const dialect::Column& column, const nlohmann::json& cell, RowState state) {
+  if (cell.is_null()) {
+    return {qorcred::Null{}};
   }
-  return cells;
+  if (cell.is_string()) {
+    const auto text = cell.get<std::string>();
+    return TakesTimeStamps(column) ? NumberOrText(text) : Value(text);
+  }
+  if (column.type == ColumnType::kDouble) {
+    const auto number = cell.get<double>();
+    return state == RowState::kAfter ? LongOrDouble(number) : Value(number);
+  }
+  return WholeNumber(cell.get<std::int64_t>());
 }
 
 std::string_view SentTypeOf(const dialect::Column& column) {

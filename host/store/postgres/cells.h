@@ -13,7 +13,6 @@
 #include "host/dialect/catalog.h"
 #include "host/store/cell_values.h"
 #include "host/store/postgres/connection.h"
-#include "host/store/row_change.h"
 
 namespace qorhost::postgres {
 
@@ -44,10 +43,11 @@ class SentValues {
 /// The type of a column of a SELECT; nothing where the statement does not tell it.
 using ColumnTypes = std::vector<std::optional<dialect::ColumnType>>;
 
-/// A row of a table as the triggers tell it, a JSON object, as cells: those of the catalog that are
-/// stored, in its order.
-[[nodiscard]] std::vector<StoredCell> CellsOf(const dialect::Table& table,
-                                              const nlohmann::json& row);
+/// A cell of a row as the triggers tell it. Numbers of a Double column are Doubles in what a row
+/// was, and whole ones Longs in what it is, as the audit has them on every engine.
+enum class RowState : std::uint8_t { kBefore, kAfter };
+[[nodiscard]] qorcred::Value ToldCell(const dialect::Column& column, const nlohmann::json& cell,
+                                      RowState state);
 
 /// The type that a column's values are sent with.
 [[nodiscard]] std::string_view SentTypeOf(const dialect::Column& column);

@@ -1,6 +1,5 @@
 #include "host/store/postgres/change_log.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -30,22 +29,32 @@ std::vector<std::string> StoredColumns(const dialect::Table& table) {
 }
 
 /// A number of a row; nothing where the cell holds none.
-std::optional<double> NumberIn(const std::vector<StoredCell>& row, std::string_view column) {
-  const auto found = std::find_if(
-      row.begin(), row.end(), [column](const StoredCell& cell) { return cell.column == column; });
-  if (found == row.end()) {
-    return std::nullopt;
-  }
-  if (const auto* number = found->value.As<std::int32_t>()) {
-    return *number;
-  }
-  const auto* number = found->value.As<double>();
-  return number == nullptr ? std::nullopt : std::optional(*number);
+std::optional<double> NumberIn(const json& row, const char* column) {
+  const json& cell = row.at(column);
+  return cell.is_number() ? std::optional(cell.get<double>()) : std::nullopt;
 }
 
-/// The identity is a row's first column.
-std::int64_t RidOf(const std::vector<StoredCell>& row) {
-  return *row.front().value.As<std::int32_t>();
+/// The columns of a row that are others in another one.
+json Differing(const json& row, const json& other) {
+  json differing = row;
+  for (const auto& [column, cell] : row.items()) {
+    if (cell == other.at(column)) {
+      differing.erase(column);
+    }
+  }
+  return differing;
+}
+
+/// The cells of the stored columns that a row has, in the catalog's order.
+std::vector<StoredCell> CellsOf(const dialect::Table& table, const json& row, RowState state) {
+  std::vector<StoredCell> cells;
+  for (const dialect::Column& column : table.columns) {
+    const std::string name(column.name);
+    if (!column.generated && row.contains(name)) {
+      cells.push_back({name, ToldCell(column, row.at(name), state)});
+    }
+  }
+  return cells;
 }
 
 }  // namespace
@@ -118,43 +127,36 @@ void ChangeLog::Take(std::string_view text) {
     return;
   }
   list_.Touch();
-  std::vector<StoredCell> before;
-  std::vector<StoredCell> after;
-  if (told.contains("before")) {
-    before = CellsOf(*known, told["before"]);
-    Count(name, before, -1);
+  const bool wasThere = told.contains("before");
+  const bool isThere = told.contains("after");
+  if (wasThere) {
+    Count(name, told["before"], -1);
   }
-  if (told.contains("after")) {
-    after = CellsOf(*known, told["after"]);
-    Count(name, after, 1);
+  if (isThere) {
+    Count(name, told["after"], 1);
   }
   ChangeList::Watched* const table = list_.Find(name);
-  const std::int64_t rid = RidOf(after.empty() ? before : after);
+  const auto rid = told[isThere ? "after" : "before"].at("RID").get<std::int64_t>();
   if (table == nullptr) {
-    if (name == kSteps && (before.empty() || after.empty())) {
-      list_.CountStep(before.empty(), rid);
+    if (name == kSteps && wasThere != isThere) {
+      list_.CountStep(isThere, rid);
     }
-  } else if (before.empty()) {
+  } else if (!wasThere) {
     if (!list_.JoinsRun(*table, rid)) {
-      list_.AddInserted(*table, rid, std::move(after));
+      list_.AddInserted(*table, rid, CellsOf(*known, told["after"], RowState::kAfter));
     }
-  } else if (after.empty()) {
-    list_.AddDeleted(*table, rid, std::move(before));
+  } else if (!isThere) {
+    list_.AddDeleted(*table, rid, CellsOf(*known, told["before"], RowState::kBefore));
   } else {
-    std::vector<StoredCell> former;
-    std::vector<StoredCell> present;
-    for (std::size_t at = 0; at < before.size(); ++at) {
-      if (before[at].value != after[at].value) {
-        former.push_back(std::move(before[at]));
-        present.push_back(std::move(after[at]));
-      }
-    }
-    list_.AddUpdated(*table, rid, std::move(former), std::move(present));
+    const json& before = told["before"];
+    const json& after = told["after"];
+    list_.AddUpdated(*table, rid, CellsOf(*known, Differing(before, after), RowState::kBefore),
+                     CellsOf(*known, Differing(after, before), RowState::kAfter));
   }
 }
 
 /// The rows that UnitCounts counts, as the register counts them all at once.
-void ChangeLog::Count(std::string_view table, const std::vector<StoredCell>& row, int number) {
+void ChangeLog::Count(std::string_view table, const nlohmann::json& row, int number) {
   if (counts_.empty()) {
     return;
   }

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 #include <map>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "host/store/change_list.h"
@@ -47,7 +47,7 @@ class ChangeLog {
 
  private:
   void Take(std::string_view text);
-  void Count(std::string_view table, const std::vector<StoredCell>& row, int number);
+  void Count(std::string_view table, const nlohmann::json& row, int number);
 
   Connection& connection_;
   ChangeList list_;
