@@ -14,7 +14,6 @@ namespace qorhost::postgres {
 namespace {
 
 using nlohmann::json;
-using qorcred::Value;
 
 constexpr std::string_view kSteps = "ProgramSteps";
 

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
+#include <exception>
 #include <utility>
 #include <vector>
 
@@ -76,6 +78,15 @@ class SentTexts {
   std::vector<std::string> texts_;
   std::vector<const char*> pointers_;
 };
+
+/// Whoever fails to say so waits no longer.
+bool GoesOnWaiting(const Patience& patience, std::chrono::milliseconds waited) {
+  try {
+    return !patience.waiting || patience.waiting(waited);
+  } catch (...) {
+    return false;
+  }
+}
 
 bool IsDone(ExecStatusType status) {
   return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK;
@@ -306,7 +317,7 @@ Result Connection::RunWaiting(const std::string& sql, const Patience& patience) 
     if (poll(&socket, 1, static_cast<int>(pause.count())) == 0) {
       const auto waited =
           std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - started);
-      hasEnough = patience.waiting && !patience.waiting(waited);
+      hasEnough = !GoesOnWaiting(patience, waited);
       pause = std::min(pause * 2, kLongestPause);
     }
     if (PQconsumeInput(handle()) == 0) {
