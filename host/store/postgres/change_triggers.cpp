@@ -55,7 +55,7 @@ std::string ChangeTriggersText() {
   for (const dialect::Table& table : dialect::Tables()) {
     for (const Event& event : kEvents) {
       text += fmt::format(
-          "CREATE TRIGGER \"Tell{0}\" AFTER {0} ON \"{1}\" REFERENCING {2} FOR EACH STATEMENT "
+          R"(CREATE TRIGGER "Tell{0}" AFTER {0} ON "{1}" REFERENCING {2} FOR EACH STATEMENT )"
           "EXECUTE FUNCTION desktop.tell_changes();\n",
           event.name, table.name, event.rows);
     }

@@ -105,7 +105,7 @@ std::optional<std::int64_t> RemoveRun(Session& session, const RowChange& change)
 
 std::optional<std::int64_t> WriteFormerCells(Session& session, const RowChange& change) {
   const dialect::Table& table = RequireTable(change.table);
-  Written update("UPDATE " + QuotedName(table.name) + " SET \"RID\"=\"RID\"");
+  Written update("UPDATE " + QuotedName(table.name) + R"( SET "RID"="RID")");
   for (const StoredCell& cell : change.before) {
     if (cell.column != kChangedAt) {
       update << ", " << QuotedName(cell.column) << "=";

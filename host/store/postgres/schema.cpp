@@ -23,7 +23,7 @@ std::optional<int> VersionOf(Connection& connection) {
   if (connection.Run("SELECT to_regclass('qorhost.\"StoreSchema\"')").IsNull(0, 0)) {
     return std::nullopt;
   }
-  const Result version = connection.Run("SELECT \"Version\" FROM qorhost.\"StoreSchema\"");
+  const Result version = connection.Run(R"(SELECT "Version" FROM qorhost."StoreSchema")");
   return static_cast<int>(version.rows() == 0 ? 0 : version.Number(0, 0));
 }
 
@@ -35,7 +35,7 @@ void Make(Connection& connection) {
       connection.RunAll(CreateFunctionsText() +
                         "CREATE SCHEMA qorhost; SET LOCAL search_path = qorhost;" +
                         std::string(kMigration1) + ChangeTriggersText() +
-                        fmt::format("CREATE TABLE \"StoreSchema\" (\"Version\" integer NOT NULL);"
+                        fmt::format(R"(CREATE TABLE "StoreSchema" ("Version" integer NOT NULL);)"
                                     "INSERT INTO \"StoreSchema\" VALUES ({})",
                                     kVersion));
     }

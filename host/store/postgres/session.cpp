@@ -121,10 +121,9 @@ bool Session::IsVersion(const RowVersion& version, std::string_view changedTable
   }
   SentValues values;
   values.AddNumber(version.rid);
-  const Result stored =
-      Own(fmt::format("SELECT \"LASTMODIFIEDDATE\" FROM {} WHERE \"RID\"=$1::int4",
-                      QuotedName(table->name)),
-          values);
+  const Result stored = Own(fmt::format(R"(SELECT "LASTMODIFIEDDATE" FROM {} WHERE "RID"=$1::int4)",
+                                        QuotedName(table->name)),
+                            values);
   return stored.rows() > 0 &&
          IsSameVersion(CellOf(stored, 0, 0, dialect::ColumnType::kDate), version.lastModified);
 }

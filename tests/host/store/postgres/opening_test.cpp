@@ -64,7 +64,7 @@ TEST_F(ServerStore, IsMadeOnceAndThenOpened) {
 
 TEST_F(ServerStore, OfANewerSchemaIsRefused) {
   (void)Open(OpenMode::kCreate);
-  Connection(name_).RunAll("UPDATE qorhost.\"StoreSchema\" SET \"Version\" = \"Version\" + 1");
+  Connection(name_).RunAll(R"(UPDATE qorhost."StoreSchema" SET "Version" = "Version" + 1)");
   for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite, OpenMode::kCreate}) {
     EXPECT_THAT(FailureToOpen(mode, StoreFault::kRefused), HasSubstr("newer version"));
   }
@@ -145,9 +145,8 @@ TEST_F(ServerStore, TwoUnitsAreWrittenSideBySide) {
 
 TEST_F(ServerStore, ReadsABoundedResult) {
   Store store = Open(OpenMode::kCreate);
-  store.connection().RunAll(
-      "INSERT INTO qorhost.\"TenantsBackup\" (\"UnitKey\", \"TenantID\") "
-      "SELECT 1, n FROM generate_series(1, 1001) n");
+  store.connection().RunAll(R"(INSERT INTO qorhost."TenantsBackup" ("UnitKey", "TenantID") )"
+                            "SELECT 1, n FROM generate_series(1, 1001) n");
   const std::unique_ptr<SqlSession> session = store.StartSession(Noon);
   try {
     (void)session->Select("SELECT a.RID FROM TenantsBackup a, TenantsBackup b");
