@@ -6,7 +6,7 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 packages_build=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohmann-json3-dev
-                libsodium-dev libsqlite3-dev libutf8proc-dev)
+                libpq-dev libsodium-dev libsqlite3-dev libutf8proc-dev)
 packages_test=(libgtest-dev libgmock-dev lld zsh fish groff-base)
 packages_desktop=(qt6-base-dev qt6-l10n-tools)
 packages_desktop_x=(xvfb openbox qt6-qpa-plugins)
@@ -15,7 +15,8 @@ packages_bench=(libbenchmark-dev mdbtools)
 packages_windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine
                   libwine-dev msitools wixl)
 packages_wine=(wine wine64 xvfb xauth googletest)
-packages_ci=(ccache clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev gcovr debootstrap openssl osslsigncode)
+packages_ci=(ccache clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev gcovr debootstrap openssl osslsigncode
+             postgresql)
 
 say() { printf '%s\n' "$*" >&2; }
 

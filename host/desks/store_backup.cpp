@@ -141,6 +141,7 @@ void RequireNoLink(const fs::path& store) {
 
 BackedUp BackUp(const fs::path& store, const fs::path& to, Standing existing,
                 const Patience& patience, Trial trial) {
+  RequireFileStore(store, "backed up");
   RequireNotOneOf(to, store);
   CopyOf copy(store, to, patience);
   switch (const FileKind kind = KindOf(to, Links::kAreSeen)) {
@@ -162,6 +163,7 @@ BackedUp BackUp(const fs::path& store, const fs::path& to, Standing existing,
 
 Restored Restore(const fs::path& store, const fs::path& backup, qorcred::Date now,
                  const Patience& patience, Trial trial) {
+  RequireFileStore(store, "restored");
   RequireNoLink(store);
   RequireNotOneOf(backup, store);
   if (KindOf(backup, Links::kAreFollowed) == FileKind::kNone) {

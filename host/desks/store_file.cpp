@@ -32,6 +32,25 @@ StoreFilling FillingOf(const NewStore& made, const Patience& patience = {}) {
   };
 }
 
+/// Makes a store on a server, where one that stands is never replaced.
+void PutOnServer(const fs::path& name, const NewStore& made) {
+  if (IsStoreOnServer(name)) {
+    throw StoreError(fmt::format(
+        "There is a store in '{}' already, and one on a server is not replaced: name another "
+        "database, or drop its schemas qorhost and desktop there",
+        name.string()));
+  }
+  if (made.trial == Trial::kYes) {
+    return;
+  }
+  const std::unique_ptr<Store> store = OpenStore(name, OpenMode::kCreate);
+  if (made.demo) {
+    const std::unique_ptr<SqlSession> session = store->StartSession(made.clock);
+    session->work().SignAs(made.author);
+    CreateDemoData(*session);
+  }
+}
+
 /// Why a store is not what it seems; "" for one that this program can use.
 std::string WhatIsWrongWith(const fs::path& file) {
   switch (ConditionOf(file)) {
@@ -66,6 +85,10 @@ void ReplaceWith(const fs::path& file, const NewStore& made, Patience patience) 
 
 std::unique_ptr<Store> OpenStoreFile(const fs::path& file, Access access,
                                      const Patience& patience) {
+  if (IsOnServer(file)) {
+    return OpenStore(file, access == Access::kRead ? OpenMode::kReadOnly : OpenMode::kReadWrite,
+                     patience);
+  }
   if (KindOf(file, Links::kAreSeen) == FileKind::kNone) {
     throw MissingStore(fmt::format("there is no database '{}'", file.string()));
   }
@@ -85,6 +108,9 @@ std::unique_ptr<Store> DemoStoreInMemory(const Clock& clock, const Patience& pat
 }
 
 std::vector<fs::path> FilesOfStore(const fs::path& file) {
+  if (IsOnServer(file)) {
+    return {};
+  }
   std::error_code ignored;
   std::vector<fs::path> files{file, fs::weakly_canonical(file, ignored)};
   for (const fs::path& name : std::vector<fs::path>(files)) {
@@ -114,6 +140,10 @@ void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience 
 
 void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
               const ReplacementConsent& consent) {
+  if (IsOnServer(file)) {
+    PutOnServer(file, made);
+    return;
+  }
   switch (const FileKind kind = KindOf(file, Links::kAreSeen)) {
     case FileKind::kNone:
       CreateAlone(file, made, patience);

@@ -39,7 +39,7 @@ class GroupingCheck {
   GroupingCheck(std::string_view sql, const Select& select) : sql_(sql), select_(select) {}
 
   void Check(const Expression& expression) const {
-    if (expression.kind == NodeKind::kAggregate || IsGrouped(expression)) {
+    if (expression.kind == NodeKind::kAggregate || IsGrouped(select_, expression)) {
       return;
     }
     if (expression.kind == NodeKind::kColumn && IsOwn(expression.source)) {
@@ -53,11 +53,6 @@ class GroupingCheck {
   }
 
  private:
-  [[nodiscard]] bool IsGrouped(const Expression& expression) const {
-    return std::any_of(select_.groupBy.begin(), select_.groupBy.end(),
-                       [&](const ExpressionPtr& key) { return IsSame(*key, expression); });
-  }
-
   // A column of a query around this one is the same for every row of a group.
   [[nodiscard]] bool IsOwn(const TableName* table) const {
     return std::any_of(select_.from.begin(), select_.from.end(),
@@ -68,21 +63,33 @@ class GroupingCheck {
   const Select& select_;
 };
 
-}  // namespace
-
-void CheckGrouping(std::string_view sql, const Select& select,
-                   const std::vector<OrderItem>& orderBy) {
+bool HasAggregates(const Select& select, const std::vector<OrderItem>& orderBy) {
   const auto isAggregated = [](const SelectItem& item) { return HasAggregate(*item.expression); };
   const auto isOrderedByAggregate = [](const OrderItem& item) {
     return item.expression && HasAggregate(*item.expression);
   };
-  const bool aggregates = std::any_of(select.items.begin(), select.items.end(), isAggregated) ||
-                          std::any_of(orderBy.begin(), orderBy.end(), isOrderedByAggregate) ||
-                          (select.having && HasAggregate(*select.having));
-  if (select.having && select.groupBy.empty() && !aggregates) {
+  return std::any_of(select.items.begin(), select.items.end(), isAggregated) ||
+         std::any_of(orderBy.begin(), orderBy.end(), isOrderedByAggregate) ||
+         (select.having && HasAggregate(*select.having));
+}
+
+}  // namespace
+
+bool IsAggregated(const Select& select, const std::vector<OrderItem>& orderBy) {
+  return !select.groupBy.empty() || HasAggregates(select, orderBy);
+}
+
+bool IsGrouped(const Select& select, const Expression& expression) {
+  return std::any_of(select.groupBy.begin(), select.groupBy.end(),
+                     [&](const ExpressionPtr& key) { return IsSame(*key, expression); });
+}
+
+void CheckGrouping(std::string_view sql, const Select& select,
+                   const std::vector<OrderItem>& orderBy) {
+  if (select.having && select.groupBy.empty() && !HasAggregates(select, orderBy)) {
     Refuse(sql, select.having->offset, "HAVING needs GROUP BY or an aggregate function");
   }
-  if (select.groupBy.empty() && !aggregates) {
+  if (!IsAggregated(select, orderBy)) {
     return;
   }
   const GroupingCheck check(sql, select);

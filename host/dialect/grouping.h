@@ -13,4 +13,10 @@ namespace qorhost::dialect {
 void CheckGrouping(std::string_view sql, const Select& select,
                    const std::vector<OrderItem>& orderBy);
 
+/// Whether a bound SELECT shows one row for each group, or one for all rows.
+[[nodiscard]] bool IsAggregated(const Select& select, const std::vector<OrderItem>& orderBy);
+
+/// Whether an expression is one that the SELECT groups by.
+[[nodiscard]] bool IsGrouped(const Select& select, const Expression& expression);
+
 }  // namespace qorhost::dialect

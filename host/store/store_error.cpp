@@ -32,6 +32,8 @@ std::string_view AdviceFor(StoreFault fault) {
       return "the query asks for far more work than a report: narrow it";
     case StoreFault::kTooLong:
       return "the statement or one of its values is too long: use a shorter one";
+    case StoreFault::kNoServer:
+      return "the server cannot be reached: check its address, the network and whether it runs";
     case StoreFault::kOther:
     case StoreFault::kRefused:
       break;

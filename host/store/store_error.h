@@ -24,6 +24,7 @@ enum class StoreFault : std::uint8_t {
   kNoMemory,
   kTooMuchWork,
   kTooLong,
+  kNoServer,  ///< the server is not there, or not any more
 };
 
 /// A failure of the store underneath. what() says what went wrong and what to do about it.

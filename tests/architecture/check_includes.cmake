@@ -18,7 +18,8 @@ set(areas
   "host/dialect:frame"
   "host/screens:frame"
   "host/store/sqlite:frame host/dialect host/store"
-  "host/store/engines:frame host/dialect host/store host/store/sqlite"
+  "host/store/postgres:frame host/dialect host/store"
+  "host/store/engines:frame host/dialect host/store host/store/sqlite host/store/postgres"
   "host/store:frame host/dialect"
   "host/components:frame host/dialect host/store"
   "host/unit:frame dircodes"
@@ -43,7 +44,8 @@ set(one_way
 # that knows them. Benchmarks, which measure against the engine itself, and tests may include them, too.
 set(engine_headers
   "mdbtools.h:host/files/desktop_file"
-  "sqlite3.h:host/store/sqlite")
+  "sqlite3.h:host/store/sqlite"
+  "libpq-fe.h:host/store/postgres")
 set(users_of_engines bench tests)
 
 # Folders that know the widgets' headers: <QWidget>, <QtTest/QTest>.

@@ -17,6 +17,8 @@
 #include "host/desktop/shell/backing_up.h"
 #include "host/desktop/shell/language.h"
 #include "host/desktop/words/desk_words.h"
+#include "host/store/server_name.h"
+#include "host/store/store_error.h"
 
 namespace qorhost {
 
@@ -228,6 +230,9 @@ bool MainWindow::OpenStore(const std::filesystem::path& file) {
   }
   const QString name = QString::fromStdString(file.string());
   try {
+    if (IsServerName(file.string())) {
+      throw StoreError("This program does not open stores on a server yet: use the command line");
+    }
     std::unique_ptr<Store> store;
     const bool ran = runner_.Run(tr("Opening the store"), [&] {
       store = OpenStoreFile(file, Access::kChange, runner_.patience());

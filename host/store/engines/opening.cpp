@@ -1,7 +1,11 @@
 #include "host/store/engines/opening.h"
 
+#include <fmt/format.h>
+
 #include <utility>
 
+#include "host/store/engines/server_engine.h"
+#include "host/store/server_name.h"
 #include "host/store/sqlite/replacement.h"
 #include "host/store/sqlite/schema.h"
 #include "host/store/sqlite/store.h"
@@ -11,7 +15,32 @@ namespace qorhost {
 
 std::unique_ptr<Store> OpenStore(const std::filesystem::path& file, OpenMode mode,
                                  const Patience& patience) {
+  if (IsOnServer(file)) {
+    return OpenServerStore(file.string(), mode, patience);
+  }
   return std::make_unique<sqlite::Store>(sqlite::OpenDatabase(file, mode, patience));
+}
+
+bool IsOnServer(const std::filesystem::path& name) {
+  return IsServerName(name.string());
+}
+
+bool IsStoreOnServer(const std::filesystem::path& name) {
+  try {
+    (void)OpenServerStore(name.string(), OpenMode::kReadOnly, {});
+    return true;
+  } catch (const StoreError& failure) {
+    if (failure.fault() == StoreFault::kNoStore) {
+      return false;
+    }
+    throw;
+  }
+}
+
+void RequireFileStore(const std::filesystem::path& name, const std::string& what) {
+  if (IsOnServer(name)) {
+    throw StoreError(fmt::format("A store on a server cannot be {} yet: name one in a file", what));
+  }
 }
 
 std::unique_ptr<Store> OpenMemoryStore() {

@@ -1,4 +1,5 @@
-// Opening a store by its name, whatever engine it is kept by. The name is that of a file.
+// Opening a store by its name, whatever engine it is kept by. The name is that of a file, or one
+// that IsServerName() takes for a store on a server.
 #pragma once
 
 #include <cstdint>
@@ -6,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "host/store/replacement.h"
@@ -19,8 +21,18 @@ namespace qorhost {
 [[nodiscard]] std::unique_ptr<Store> OpenStore(const std::filesystem::path& file, OpenMode mode,
                                                const Patience& patience = {});
 
+/// Whether a name is that of a store on a server; see IsServerName().
+[[nodiscard]] bool IsOnServer(const std::filesystem::path& name);
+/// Whether there is a store on a server under that name, of whatever version. Raises StoreError
+/// when the server or the database cannot be reached.
+[[nodiscard]] bool IsStoreOnServer(const std::filesystem::path& name);
+/// Raises StoreError for a store on a server: `what` cannot be done with one yet.
+void RequireFileStore(const std::filesystem::path& name, const std::string& what);
+
 /// An empty store in memory, gone with the object.
 [[nodiscard]] std::unique_ptr<Store> OpenMemoryStore();
+
+// What follows is about files alone.
 
 /// Whether a file holds a store, whole or damaged and of any version, or nothing at all: what may
 /// be replaced without a loss of anything else. Only reads the file. Raises StoreError when it

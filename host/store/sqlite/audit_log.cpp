@@ -2,42 +2,16 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 
 #include "host/store/audit_chain.h"
+#include "host/store/audit_rows.h"
 #include "host/store/sqlite/audit_chain_reader.h"
 #include "host/store/sqlite/put_back.h"
 #include "host/store/sqlite/session.h"
-#include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
 
 namespace {
-
-// A table's row holds no more than the engine's longest value: the rows of an entry come in pieces.
-constexpr std::size_t kLongestPiece = std::size_t{1024} * 1024;
-
-std::vector<std::string> InPieces(const std::vector<RowChange>& changes) {
-  std::vector<std::string> pieces(1);
-  for (const RowChange& change : changes) {
-    const std::string line = TextOfChange(change) + '\n';
-    if (!pieces.back().empty() && pieces.back().size() + line.size() > kLongestPiece) {
-      pieces.emplace_back();
-    }
-    pieces.back() += line;
-  }
-  return pieces;
-}
-
-std::vector<RowChange> ChangesIn(std::string_view lines) {
-  std::vector<RowChange> changes;
-  while (!lines.empty()) {
-    const std::size_t end = std::min(lines.find('\n'), lines.size());
-    changes.push_back(ChangeFromText(lines.substr(0, end)));
-    lines.remove_prefix(std::min(end + 1, lines.size()));
-  }
-  return changes;
-}
 
 std::vector<WorkEntry> EntriesOf(Statement& read) {
   std::vector<WorkEntry> entries;
@@ -45,17 +19,6 @@ std::vector<WorkEntry> EntriesOf(Statement& read) {
     entries.push_back(EntryIn(read));
   }
   return entries;
-}
-
-bool CanBeRead(const std::vector<std::string>& rows) {
-  try {
-    for (const std::string& piece : rows) {
-      (void)ChangesIn(piece);
-    }
-    return true;
-  } catch (const StoreError&) {
-    return false;
-  }
 }
 
 }  // namespace
@@ -86,7 +49,7 @@ std::vector<RowChange> AuditLog::RowsOf(std::int64_t entry) {
   read->BindNumber(1, entry);
   std::vector<RowChange> changes;
   while (read->Step()) {
-    std::vector<RowChange> piece = ChangesIn(read->Text(0));
+    std::vector<RowChange> piece = RowsInPiece(read->Text(0));
     std::move(piece.begin(), piece.end(), std::back_inserter(changes));
   }
   return changes;
@@ -107,17 +70,10 @@ std::vector<ChainHead> AuditLog::Heads() {
 std::vector<ChainFault> AuditLog::Check() {
   std::vector<ChainFault> faults;
   std::int64_t last = 0;
-  // Made of the hashes that are stored: an entry that was altered is told once, and not with every
-  // one behind it.
   ReadAudit(session_.database(), false, [&](const ReadEntry& read) {
-    using Kind = ChainFault::Kind;
     last = read.entry.entry;
-    if (read.missing) {
-      faults.push_back({Kind::kMissing, *read.missing, read.entry.unitKey});
-    } else if (read.hash != read.expected) {
-      faults.push_back({Kind::kAltered, read.entry.entry, read.entry.unitKey});
-    } else if (!CanBeRead(read.rows)) {
-      faults.push_back({Kind::kUnreadable, read.entry.entry, read.entry.unitKey});
+    if (const std::optional<ChainFault> fault = FaultIn(read)) {
+      faults.push_back(*fault);
     }
   });
   const StatementUse versions(
@@ -167,7 +123,7 @@ AuditLog::ChainEnd AuditLog::EndForAll() {
 
 std::int64_t AuditLog::Append(WorkEntry entry, std::int64_t previous,
                               const std::vector<RowChange>& changes) {
-  const std::vector<std::string> rows = InPieces(changes);
+  const std::vector<std::string> rows = RowsInPieces(changes);
   const ChainEnd end = entry.unitKey ? EndBehind(previous) : EndForAll();
   entry.entry = end.last + 1;
   const std::string hash = qorhost::HashOf(entry, end.hashes, rows);

@@ -2,8 +2,8 @@
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <cstring>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -57,12 +57,15 @@ struct ChangeLog::Hook {
     if (!log.on_ || std::string_view(schema) != "main") {
       return;
     }
-    ++log.touched_;
+    log.list_.Touch();
     try {
       log.counts_.OnChange(operation, name);
-      WatchedTable* const table = log.Find(name);
+      Watched* const table = log.list_.Find(name);
       if (table == nullptr) {
-        log.CountStep(operation, name, operation == SQLITE_INSERT ? after : before);
+        if (operation != SQLITE_UPDATE && std::string_view(name) == "ProgramSteps") {
+          const bool isNew = operation == SQLITE_INSERT;
+          log.list_.CountStep(isNew, isNew ? after : before);
+        }
         return;
       }
       switch (operation) {
@@ -78,7 +81,7 @@ struct ChangeLog::Hook {
     }
   }
 
-  static std::vector<StoredCell> Row(const ChangeLog& log, const WatchedTable& table, Reader read) {
+  static std::vector<StoredCell> Row(const ChangeLog& log, const Watched& table, Reader read) {
     std::vector<StoredCell> cells;
     cells.reserve(table.columns.size());
     for (const std::string& column : table.columns) {
@@ -99,16 +102,10 @@ ChangeLog::~ChangeLog() {
 }
 
 void ChangeLog::Start() {
-  if (tables_.empty()) {
+  if (list_.empty()) {
     ReadTables();
   }
-  for (WatchedTable& table : tables_) {
-    table.run.reset();
-  }
-  changes_.clear();
-  touched_ = 0;
-  steps_ = 0;
-  firstStep_ = 0;
+  list_.Start();
   incomplete_ = false;
   on_ = true;
 }
@@ -124,54 +121,35 @@ void ChangeLog::ReadTables() {
                     "SELECT T.name, C.name FROM sqlite_schema T, pragma_table_info(T.name) C "
                     "WHERE T.type='table' AND T.name NOT LIKE 'sqlite!_%' ESCAPE '!' "
                     "ORDER BY T.name, C.cid");
+  std::string table;
+  std::vector<std::string> names;
+  const auto watch = [&] {
+    if (!names.empty()) {
+      list_.Watch(std::exchange(table, {}), std::exchange(names, {}));
+    }
+  };
   while (columns.Step()) {
     const std::string_view name = columns.Text(0);
     if (!IsAudited(name)) {
       continue;
     }
-    if (tables_.empty() || tables_.back().name != name) {
-      tables_.push_back({std::string(name), {}, {}});
+    if (table != name) {
+      watch();
+      table = name;
     }
-    tables_.back().columns.emplace_back(columns.Text(1));
+    names.emplace_back(columns.Text(1));
   }
-}
-
-ChangeLog::WatchedTable* ChangeLog::Find(std::string_view name) {
-  if (latest_ < tables_.size() && tables_[latest_].name == name) {
-    return &tables_[latest_];
-  }
-  for (std::size_t at = 0; at < tables_.size(); ++at) {
-    if (tables_[at].name == name) {
-      latest_ = at;
-      return &tables_[at];
-    }
-  }
-  return nullptr;
+  watch();
 }
 
 void ChangeLog::NoteHere(Place& place) const {
-  place.touched = touched_;
-  place.steps = steps_;
-  place.changes = changes_.size();
+  list_.NoteHere(place.list);
   place.counts = counts_.Here();
-  place.runs.clear();
-  for (const WatchedTable& table : tables_) {
-    place.runs.push_back({table.run, table.run ? changes_[*table.run].lastRid : 0});
-  }
 }
 
 void ChangeLog::GoBackTo(const Place& place) {
-  touched_ = place.touched;
-  steps_ = place.steps;
+  list_.GoBackTo(place.list);
   counts_.GoBackTo(place.counts);
-  changes_.resize(std::min(changes_.size(), place.changes));
-  for (std::size_t at = 0; at < tables_.size(); ++at) {
-    const Place::Run run = at < place.runs.size() ? place.runs[at] : Place::Run{};
-    tables_[at].run = run.change;
-    if (run.change) {
-      changes_[*run.change].lastRid = run.end;
-    }
-  }
 }
 
 void ChangeLog::RequireComplete() const {
@@ -181,34 +159,18 @@ void ChangeLog::RequireComplete() const {
   }
 }
 
-void ChangeLog::CountStep(int operation, std::string_view table, std::int64_t rid) noexcept {
-  if (operation == SQLITE_UPDATE || table != "ProgramSteps") {
-    return;
-  }
-  if (operation == SQLITE_INSERT) {
-    firstStep_ = firstStep_ == 0 ? rid : firstStep_;
-    ++steps_;
-  } else if (firstStep_ != 0 && rid >= firstStep_) {
-    --steps_;  // those of others have lower numbers, for none comes twice
+void ChangeLog::OnInsert(Watched& table, std::int64_t rid) {
+  if (!list_.JoinsRun(table, rid)) {
+    list_.AddInserted(table, rid, Hook::Row(*this, table, &sqlite3_preupdate_new));
   }
 }
 
-void ChangeLog::OnInsert(WatchedTable& table, std::int64_t rid) {
-  if (table.run && changes_[*table.run].lastRid + 1 == rid) {
-    changes_[*table.run].lastRid = rid;
-    return;
-  }
-  RowChange change{RowChangeKind::kInserted, table.name, rid, rid, {}, {}};
-  change.after = Hook::Row(*this, table, &sqlite3_preupdate_new);
-  changes_.push_back(std::move(change));
-  table.run = changes_.size() - 1;
-}
-
-void ChangeLog::OnUpdate(const WatchedTable& table, std::int64_t rid) {
+void ChangeLog::OnUpdate(const Watched& table, std::int64_t rid) {
   constexpr std::size_t kUsual = 4;  // columns that a change changes
-  RowChange change{RowChangeKind::kUpdated, table.name, rid, rid, {}, {}};
-  change.before.reserve(kUsual);
-  change.after.reserve(kUsual);
+  std::vector<StoredCell> former;
+  std::vector<StoredCell> present;
+  former.reserve(kUsual);
+  present.reserve(kUsual);
   for (std::size_t at = 0; at < table.columns.size(); ++at) {
     sqlite3_value* before = nullptr;
     sqlite3_value* after = nullptr;
@@ -220,19 +182,15 @@ void ChangeLog::OnUpdate(const WatchedTable& table, std::int64_t rid) {
     const qorcred::Value was = ValueOf(before);
     const qorcred::Value is = ValueOf(after);
     if (was != is) {
-      change.before.push_back({table.columns[at], was});
-      change.after.push_back({table.columns[at], is});
+      former.push_back({table.columns[at], was});
+      present.push_back({table.columns[at], is});
     }
   }
-  if (!change.before.empty()) {
-    changes_.push_back(std::move(change));
-  }
+  list_.AddUpdated(table, rid, std::move(former), std::move(present));
 }
 
-void ChangeLog::OnDelete(const WatchedTable& table, std::int64_t rid) {
-  RowChange change{RowChangeKind::kDeleted, table.name, rid, rid, {}, {}};
-  change.before = Hook::Row(*this, table, &sqlite3_preupdate_old);
-  changes_.push_back(std::move(change));
+void ChangeLog::OnDelete(const Watched& table, std::int64_t rid) {
+  list_.AddDeleted(table, rid, Hook::Row(*this, table, &sqlite3_preupdate_old));
 }
 
 }  // namespace qorhost::sqlite

@@ -1,13 +1,10 @@
 // The rows that a unit of work changes, written down while SQLite changes them.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <optional>
-#include <string>
-#include <string_view>
 #include <vector>
 
+#include "host/store/change_list.h"
 #include "host/store/row_change.h"
 #include "host/store/sqlite/database.h"
 #include "host/store/sqlite/kept_counts.h"
@@ -28,28 +25,21 @@ class ChangeLog {
 
   /// A place to go back to, when what came behind it is undone.
   struct Place {
-    struct Run {
-      std::optional<std::size_t> change;
-      std::int64_t end = 0;
-    };
-    std::int64_t touched = 0;
-    std::int64_t steps = 0;
-    std::size_t changes = 0;
-    std::vector<Run> runs;  // in the order of the tables
+    ChangeList::Place list;
     KeptCounts::Place counts;
   };
   /// Puts it into `place`, whose room is used again.
   void NoteHere(Place& place) const;
   void GoBackTo(const Place& place);
 
-  [[nodiscard]] const std::vector<RowChange>& changes() const { return changes_; }
+  [[nodiscard]] const std::vector<RowChange>& changes() const { return list_.changes(); }
   /// The counts of units, of which those that are followed are kept until the end.
   [[nodiscard]] KeptCounts& counts() noexcept { return counts_; }
   /// How many rows of the store were written, those that are left out, too.
-  [[nodiscard]] std::int64_t touched() const noexcept { return touched_; }
+  [[nodiscard]] std::int64_t touched() const noexcept { return list_.touched(); }
   /// How many of the programming steps that it has queued still wait; also of the work that has
   /// ended.
-  [[nodiscard]] std::int64_t steps() const noexcept { return steps_; }
+  [[nodiscard]] std::int64_t steps() const noexcept { return list_.steps(); }
   /// Raises when a change could not be kept: memory is out.
   void RequireComplete() const;
 
@@ -57,29 +47,18 @@ class ChangeLog {
   struct Hook;
   friend struct Hook;
 
-  struct WatchedTable {
-    std::string name;
-    std::vector<std::string> columns;
-    std::optional<std::size_t> run;  // the latest run of new rows, in changes_
-  };
+  using Watched = ChangeList::Watched;
 
   void ReadTables();
-  [[nodiscard]] WatchedTable* Find(std::string_view name);
-  void CountStep(int operation, std::string_view table, std::int64_t rid) noexcept;
-  void OnInsert(WatchedTable& table, std::int64_t rid);
-  void OnUpdate(const WatchedTable& table, std::int64_t rid);
-  void OnDelete(const WatchedTable& table, std::int64_t rid);
+  void OnInsert(Watched& table, std::int64_t rid);
+  void OnUpdate(const Watched& table, std::int64_t rid);
+  void OnDelete(const Watched& table, std::int64_t rid);
 
   Database& database_;
   bool on_ = false;
   bool incomplete_ = false;
-  std::int64_t touched_ = 0;
-  std::int64_t steps_ = 0;
-  std::int64_t firstStep_ = 0;  // its RID; 0 before there is one
-  std::vector<RowChange> changes_;
-  std::vector<WatchedTable> tables_;
+  ChangeList list_;
   KeptCounts counts_;
-  std::size_t latest_ = 0;  // the table that was found last: rows of one come one after the other
 };
 
 }  // namespace qorhost::sqlite

@@ -10,7 +10,7 @@
 #include "host/dialect/names.h"
 #include "host/store/sqlite/engine_names.h"
 #include "host/store/sqlite/session.h"
-#include "host/store/store_error.h"
+#include "host/store/statement_rules.h"
 
 namespace qorhost::sqlite {
 
@@ -19,14 +19,6 @@ namespace {
 using dialect::QuotedName;
 
 constexpr std::string_view kChangedAt = "LASTMODIFIEDDATE";
-
-const dialect::Table& TableOf(const RowChange& change) {
-  const dialect::Table* found = dialect::FindTable(change.table);
-  if (found == nullptr) {
-    throw StoreError(fmt::format("There is no table '{}' in the store", change.table));
-  }
-  return *found;
-}
 
 /// One parameter behind the other, and the text that names their columns.
 class Terms {
@@ -73,7 +65,7 @@ std::string LaterThan(std::string_view now, std::string_view date) {
 }
 
 std::optional<std::int64_t> RemoveRun(Session& session, const RowChange& change) {
-  const std::string table = QuotedName(TableOf(change).name);
+  const std::string table = QuotedName(RequireTable(change.table).name);
   const Terms same = SameAs(change.after, 2);
   {
     const StatementUse first(
@@ -104,7 +96,7 @@ std::optional<std::int64_t> RemoveRun(Session& session, const RowChange& change)
 }
 
 std::optional<std::int64_t> WriteFormerCells(Session& session, const RowChange& change) {
-  const dialect::Table& table = TableOf(change);
+  const dialect::Table& table = RequireTable(change.table);
   const bool isDated = dialect::FindColumn(table, kChangedAt) != nullptr;
   Terms former(3);
   for (const StoredCell& cell : change.before) {
@@ -130,7 +122,7 @@ std::optional<std::int64_t> WriteFormerCells(Session& session, const RowChange& 
 }
 
 std::optional<std::int64_t> AddFormerRow(Session& session, const RowChange& change) {
-  const dialect::Table& table = TableOf(change);
+  const dialect::Table& table = RequireTable(change.table);
   {
     const StatementUse standing(
         session.Own(fmt::format("SELECT 1 FROM {} WHERE RID=?1", QuotedName(table.name))));

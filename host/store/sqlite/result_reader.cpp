@@ -1,44 +1,17 @@
 #include "host/store/sqlite/result_reader.h"
 
-#include <fmt/format.h>
 #include <sqlite3.h>
 
-#include <limits>
 #include <span>
 #include <string_view>
 
-#include "frame/date.h"
-#include "host/dialect/canonical_date.h"
 #include "host/store/sqlite/table_text.h"
-#include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
 
 namespace {
 
 using qorcred::Value;
-
-Value WholeNumber(std::int64_t number) {
-  const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
-                    number <= std::numeric_limits<std::int32_t>::max();
-  return fits ? Value(static_cast<std::int32_t>(number)) : Value(static_cast<double>(number));
-}
-
-// A number in a date column counts days; one outside the calendar stays a number.
-Value DateOrNumber(double serial) {
-  const auto date = dialect::DateFromSerial(serial);
-  return date.has_value() ? Value(*date) : Value(serial);
-}
-
-Value DateOrText(std::string_view text) {
-  if (const auto canonical = dialect::FromCanonicalDate(text)) {
-    return {*canonical};
-  }
-  if (const auto other = qorcred::ParseDate(text)) {
-    return {*other};
-  }
-  return {text};
-}
 
 std::string_view TextOf(sqlite3_value* cell) {
   const void* bytes = sqlite3_value_blob(cell);
@@ -48,23 +21,12 @@ std::string_view TextOf(sqlite3_value* cell) {
              : std::string_view(static_cast<const char*>(bytes), static_cast<std::size_t>(size));
 }
 
-CellKind KindOf(dialect::ColumnType type) {
-  switch (type) {
-    case dialect::ColumnType::kBoolean:
-      return CellKind::kBoolean;
-    case dialect::ColumnType::kDate:
-      return CellKind::kDate;
-    default:
-      return CellKind::kPlain;
-  }
-}
-
 CellKind DeclaredKind(const Statement& statement, int column) {
   const char* declared = sqlite3_column_decltype(statement.handle(), column);
   const std::string_view type = declared == nullptr ? std::string_view() : declared;
   for (const auto one : {dialect::ColumnType::kBoolean, dialect::ColumnType::kDate}) {
     if (type == DeclaredType(one)) {
-      return KindOf(one);
+      return CellKindOf(one);
     }
   }
   return CellKind::kPlain;
@@ -78,7 +40,7 @@ std::vector<CellKind> CellKindsOf(const Statement& statement,
   for (int column = 0; column < statement.columnCount(); ++column) {
     const auto at = static_cast<std::size_t>(column);
     const bool known = at < types.size() && types[at].has_value();
-    kinds.push_back(known ? KindOf(*types[at]) : DeclaredKind(statement, column));
+    kinds.push_back(known ? CellKindOf(*types[at]) : DeclaredKind(statement, column));
   }
   return kinds;
 }
@@ -126,17 +88,6 @@ Value ReadCell(const Statement& statement, int column, CellKind kind) {
     }
     default:
       return isBoolean ? Value(TextOf(cell)) : DateOrText(TextOf(cell));
-  }
-}
-
-void RequireBounded(std::size_t rows, std::size_t bytes) {
-  if (rows > kMostRows || bytes > kMostBytes) {
-    throw StoreError(
-        fmt::format("The result has more than {}: narrow it with WHERE, with fewer columns, or to "
-                    "its first rows with Top n",
-                    rows > kMostRows ? fmt::format("{} rows", kMostRows)
-                                     : fmt::format("{} MiB", kMostBytes >> 20U)),
-        StoreFault::kTooMuchWork);
   }
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
@@ -11,18 +10,12 @@
 
 #include "frame/result_table.h"
 #include "host/dialect/catalog.h"
+#include "host/store/cell_values.h"
 #include "host/store/sqlite/database.h"
 
 struct sqlite3_value;
 
 namespace qorhost::sqlite {
-
-/// How the cells of a column become values. Null is Null in every column.
-enum class CellKind : std::uint8_t {
-  kPlain,    ///< whole numbers Long (Double beyond 32 bit), others Double, texts String
-  kBoolean,  ///< Boolean; a text stays a String
-  kDate,     ///< Date; a text that is no date stays a String
-};
 
 /// The columns' kinds: after the types that the dialect knows (`types`, which may be shorter), else
 /// after the declared types of the columns they come from.
@@ -37,13 +30,6 @@ enum class CellKind : std::uint8_t {
 
 /// One cell of the current row.
 [[nodiscard]] qorcred::Value ReadCell(const Statement& statement, int column, CellKind kind);
-
-/// A result may not become larger.
-inline constexpr std::size_t kMostRows = 1'000'000;
-inline constexpr std::size_t kMostBytes = std::size_t{256} << 20U;
-
-/// Raises StoreError for a result that has become too large, with a word how to narrow it.
-void RequireBounded(std::size_t rows, std::size_t bytes);
 
 /// Steps to the end and keeps every row; without any it is one cell that holds "". There may be
 /// fewer or more rows than expected: the number only saves the table from growing step by step.

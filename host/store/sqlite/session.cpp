@@ -5,14 +5,11 @@
 
 #include <utility>
 
-#include "frame/convert.h"
-#include "frame/date.h"
-#include "frame/text.h"
 #include "host/dialect/catalog.h"
 #include "host/dialect/names.h"
 #include "host/store/sqlite/printer.h"
 #include "host/store/sqlite/work_limit.h"
-#include "host/store/store_error.h"
+#include "host/store/statement_rules.h"
 
 namespace qorhost::sqlite {
 
@@ -23,29 +20,6 @@ using qorcred::Value;
 
 // More shapes than all screens and reports write; beyond that the cache starts anew.
 constexpr std::size_t kMostPrepared = 200;
-
-std::string_view NameOf(StatementKind kind) {
-  switch (kind) {
-    case StatementKind::kSelect:
-      return "a SELECT";
-    case StatementKind::kInsert:
-      return "an INSERT";
-    case StatementKind::kUpdate:
-      return "an UPDATE";
-    case StatementKind::kDelete:
-      return "a DELETE";
-  }
-  return "another statement";
-}
-
-// A last-modified value as hosts hand it over (a date or a text of one) as a date.
-std::optional<qorcred::Date> AsDate(const Value& value) {
-  if (const auto* date = value.As<qorcred::Date>()) {
-    return *date;
-  }
-  const auto* text = value.As<std::string>();
-  return text == nullptr ? std::nullopt : qorcred::ParseDate(*text);
-}
 
 }  // namespace
 
@@ -95,10 +69,14 @@ Session::Prepared& Session::Bound(std::string_view sql) {
 
 Session::Prepared& Session::BoundSelect(std::string_view sql) {
   Prepared& prepared = Bound(sql);
-  if (prepared.shape->kind != StatementKind::kSelect || !prepared.statement.changesNothing()) {
+  try {
+    const StatementKind kind = prepared.shape->kind;
+    // What the engine would write for is no SELECT, whatever it says.
+    const bool writes = kind == StatementKind::kSelect && !prepared.statement.changesNothing();
+    RequireSelect(writes ? StatementKind::kUpdate : kind);
+  } catch (...) {
     prepared.statement.Reset();
-    throw StoreError(
-        fmt::format("This takes a SELECT, and the statement is {}", NameOf(prepared.shape->kind)));
+    throw;
   }
   return prepared;
 }
@@ -123,14 +101,13 @@ Value Session::Scalar(std::string_view sql) {
 
 Session::Prepared& Session::BoundChange(std::string_view sql, std::optional<StatementKind> kind) {
   Prepared& prepared = Bound(sql);
-  const StatementKind found = prepared.shape->kind;
-  if (found == kind || (!kind.has_value() && found != StatementKind::kSelect)) {
-    return prepared;
+  try {
+    RequireChange(prepared.shape->kind, kind);
+  } catch (...) {
+    prepared.statement.Reset();
+    throw;
   }
-  prepared.statement.Reset();
-  throw StoreError(fmt::format("This takes {}, and the statement is {}",
-                               kind.has_value() ? NameOf(*kind) : "an INSERT, UPDATE or DELETE",
-                               NameOf(found)));
+  return prepared;
 }
 
 ChangeResult Session::Change(std::string_view sql, std::optional<StatementKind> kind) {
@@ -149,10 +126,8 @@ ChangeResult Session::RunChange(Statement& bound) {
 }
 
 bool Session::IsVersion(const RowVersion& version, std::string_view changedTable) {
-  const dialect::Table* named = dialect::FindTable(version.table);
-  const dialect::Table* table = named != nullptr ? named : dialect::FindTable(changedTable);
-  if (table == nullptr || dialect::FindColumn(*table, "RID") == nullptr ||
-      dialect::FindColumn(*table, "LASTMODIFIEDDATE") == nullptr) {
+  const dialect::Table* table = VersionedTable(version.table, changedTable);
+  if (table == nullptr) {
     return true;
   }
   const StatementUse use(
@@ -161,14 +136,7 @@ bool Session::IsVersion(const RowVersion& version, std::string_view changedTable
   if (!use->Step()) {
     return false;
   }
-  const Value stored = ReadCell(*use, 0, CellKind::kDate);
-  const auto now = AsDate(stored);
-  const auto meant = AsDate(version.lastModified);
-  if (now.has_value() && meant.has_value()) {
-    return qorcred::SecondsBetween(*now, *meant) == 0;
-  }
-  return qorcred::Trim(qorcred::TextOrEmpty(stored)) ==
-         qorcred::Trim(qorcred::TextOrEmpty(version.lastModified));
+  return IsSameVersion(ReadCell(*use, 0, CellKind::kDate), version.lastModified);
 }
 
 ChangeResult Session::UpdateVersion(std::string_view sql, const RowVersion& version) {
@@ -193,15 +161,9 @@ ChangeResult Session::UpdateVersion(std::string_view sql, const RowVersion& vers
 }
 
 std::int64_t Session::DeleteRow(std::string_view table, std::int32_t rid) {
-  const dialect::Table* found = dialect::FindTable(table);
-  if (found == nullptr) {
-    throw StoreError(fmt::format("There is no table '{}' in the store", table));
-  }
-  if (dialect::FindColumn(*found, "RID") == nullptr) {
-    throw StoreError(fmt::format("The rows of {} have no identity to delete by", found->name));
-  }
+  const dialect::Table& found = RequireTable(table);
   return Writing([&] {
-    const StatementUse use(Own(fmt::format("DELETE FROM \"{}\" WHERE RID=?1", found->name)));
+    const StatementUse use(Own(fmt::format("DELETE FROM \"{}\" WHERE RID=?1", found.name)));
     use->BindNumber(1, rid);
     use->Step();
     return ChangedRows();

@@ -1,7 +1,7 @@
 #include "host/store/sqlite/step_queue.h"
 
 #include "frame/convert.h"
-#include "host/store/sqlite/row_runs.h"
+#include "host/store/row_runs.h"
 #include "host/store/sqlite/session.h"
 
 namespace qorhost::sqlite {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/store/sqlite/row_runs.h"
+#include "host/store/row_runs.h"
 #include "host/store/sqlite/session.h"
 
 namespace qorhost::sqlite {

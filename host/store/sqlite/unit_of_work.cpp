@@ -3,34 +3,15 @@
 #include <fmt/format.h>
 #include <sqlite3.h>
 
-#include <string_view>
 #include <utility>
 
 #include "host/dialect/canonical_date.h"
 #include "host/store/sqlite/schema.h"
 #include "host/store/sqlite/session.h"
+#include "host/store/statement_rules.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
-
-namespace {
-
-std::string_view TextOf(VoidReason reason) {
-  switch (reason) {
-    case VoidReason::kStale:
-      return "Somebody else has changed the unit meanwhile: nothing was stored";
-    case VoidReason::kReplaced:
-      return "The store was moved or replaced while it was open: nothing was stored";
-    case VoidReason::kCancelled:
-      return "The operation was cancelled: nothing was stored";
-    case VoidReason::kFailed:
-    case VoidReason::kNone:
-      break;
-  }
-  return "The operation was given up after an earlier failure: nothing was stored";
-}
-
-}  // namespace
 
 UnitOfWork::UnitOfWork(Session& session) : session_(session), log_(session.database()) {}
 
@@ -95,7 +76,7 @@ void UnitOfWork::TakeRightToWrite() {
     before_ = order_.units.empty() ? UnitVersion{} : VersionOf(order_.units.front());
     if (order_.filled.has_value() && before_ != *order_.filled) {
       Void(VoidReason::kStale);
-      throw StoreError(std::string(TextOf(VoidReason::kStale)));
+      throw StoreError(std::string(WordsOf(VoidReason::kStale)));
     }
     log_.Start();
   } catch (const StoreError&) {
@@ -113,7 +94,7 @@ void UnitOfWork::RequireUsable() {
     Void(VoidReason::kFailed);  // SQLite gave it up by itself (a full disk, for example)
   }
   if (void_ != VoidReason::kNone) {
-    throw StoreError(std::string(TextOf(void_)));
+    throw StoreError(std::string(WordsOf(void_)));
   }
 }
 

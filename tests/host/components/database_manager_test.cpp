@@ -246,7 +246,7 @@ TEST_F(DatabaseManagerTest, AVersionedUpdateThatFailsLeavesNoTransaction) {
             0);
   EXPECT_TRUE(error_.flag);
   EXPECT_EQ(connection_->OpenTransactions(), 0);
-  EXPECT_FALSE(Raw().inTransaction());
+  EXPECT_FALSE(connection_->session().inTransaction());
 }
 
 TEST_F(DatabaseManagerTest, TransactionsCoverWhatTheManagerWrites) {

@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "test_database.h"
+#include "case_database.h"
 
 namespace qorhost::dialect::test {
 
@@ -22,9 +22,9 @@ struct Row {
 };
 
 constexpr std::array kRows{
-    Row{"sqlite", &Case::sqlite}, Row{"values", &Case::values},   Row{"types", &Case::types},
-    Row{"gives", &Case::gives},   Row{"changes", &Case::changes}, Row{"error", &Case::error},
-    Row{"fails", &Case::fails},
+    Row{"sqlite", &Case::sqlite}, Row{"postgres", &Case::postgres}, Row{"values", &Case::values},
+    Row{"types", &Case::types},   Row{"gives", &Case::gives},       Row{"changes", &Case::changes},
+    Row{"error", &Case::error},   Row{"fails", &Case::fails},
 };
 
 void ReadRow(Case& entry, std::string_view line) {

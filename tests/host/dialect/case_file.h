@@ -2,7 +2,8 @@
 //
 //   == what the case shows
 //   desktop  a statement; several run one after the other and the last is judged
-//   sqlite   what it is translated to
+//   sqlite   what it is translated to for that engine
+//   postgres the same for that one
 //   values   the values of its parameters, separated by " | "
 //   types    the result types that the translation tells, separated by blanks; ? is unknown
 //   gives    its rows: cells separated by ", ", rows by " ; "; "nothing" for none
@@ -25,6 +26,7 @@ struct Case {
   std::string name;
   std::vector<std::string> desktop;
   std::optional<std::string> sqlite;
+  std::optional<std::string> postgres;
   std::optional<std::string> values;
   std::optional<std::string> types;
   std::optional<std::string> gives;

@@ -1,133 +1,18 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "case_file.h"
+#include "case_run.h"
 #include "test_database.h"
 
 namespace qorhost::dialect::test {
 
 namespace {
 
-std::string Joined(const std::vector<std::string>& parts, std::string_view separator) {
-  std::string text;
-  for (const std::string& part : parts) {
-    text.append(text.empty() ? std::string_view() : separator).append(part);
-  }
-  return text;
-}
-
-std::string PrintedRows(const Outcome& outcome) {
-  std::vector<std::string> rows;
-  for (const std::vector<std::string>& row : outcome.rows) {
-    rows.push_back(Joined(row, ", "));
-  }
-  return rows.empty() ? "nothing" : Joined(rows, " ; ");
-}
-
-std::string PrintedType(const std::optional<ColumnType>& type) {
-  if (!type) {
-    return "?";
-  }
-  switch (*type) {
-    case ColumnType::kIdentity:
-      return "Identity";
-    case ColumnType::kLong:
-      return "Long";
-    case ColumnType::kDouble:
-      return "Double";
-    case ColumnType::kBoolean:
-      return "Boolean";
-    case ColumnType::kDate:
-      return "Date";
-    case ColumnType::kText:
-      return "Text";
-  }
-  return "";
-}
-
-std::string PrintedTypes(const Shape& shape) {
-  std::vector<std::string> types;
-  for (const std::optional<ColumnType>& type : shape.resultTypes) {
-    types.push_back(PrintedType(type));
-  }
-  return Joined(types, " ");
-}
-
-std::string PrintedValues(const Translation& translation) {
-  std::vector<std::string> values;
-  for (const qorcred::Value& value : translation.parameters) {
-    values.push_back(Printed(value));
-  }
-  return Joined(values, " | ");
-}
-
-class DialectCase : public testing::TestWithParam<Case> {
- protected:
-  // Judges the text of the translation, without running it.
-  void CheckTranslation(const std::string& sql) {
-    const Case& expected = GetParam();
-    const Translation translation = database_.translator().Translate(sql, kNow);
-    if (expected.sqlite) {
-      EXPECT_EQ(translation.shape->sql, *expected.sqlite);
-    }
-    if (expected.values) {
-      EXPECT_EQ(PrintedValues(translation), *expected.values);
-    }
-    if (expected.types) {
-      EXPECT_EQ(PrintedTypes(*translation.shape), *expected.types);
-    }
-  }
-
-  void CheckOutcome(const std::string& sql) {
-    const Case& expected = GetParam();
-    const Outcome outcome = database_.Run(sql);
-    if (expected.gives) {
-      EXPECT_EQ(PrintedRows(outcome), *expected.gives);
-    }
-    if (expected.changes) {
-      EXPECT_EQ(std::to_string(outcome.changes), *expected.changes);
-    }
-  }
-
-  void CheckRefusal(const std::string& sql) {
-    try {
-      database_.translator().Translate(sql, kNow);
-      FAIL() << "translated";
-    } catch (const SqlError& error) {
-      EXPECT_EQ(std::string(error.what()), *GetParam().error);
-    }
-  }
-
-  void CheckFailure(const std::string& sql) {
-    try {
-      database_.Run(sql);
-      FAIL() << "ran";
-    } catch (const SqlError& error) {
-      FAIL() << "refused before it ran: " << error.what();
-    } catch (const std::runtime_error& error) {
-      EXPECT_THAT(error.what(), testing::HasSubstr(*GetParam().fails));
-    }
-  }
-
-  TestDatabase database_;
-};
+class DialectCase : public testing::TestWithParam<Case> {};
 
 TEST_P(DialectCase, ComesOutAsWritten) {
-  const Case& expected = GetParam();
-  for (std::size_t index = 0; index + 1 < expected.desktop.size(); ++index) {
-    database_.Run(expected.desktop[index]);
-  }
-  const std::string& sql = expected.desktop.back();
-  if (expected.error) {
-    CheckRefusal(sql);
-  } else if (expected.fails) {
-    CheckFailure(sql);
-  } else {
-    CheckTranslation(sql);
-    CheckOutcome(sql);
-  }
+  TestDatabase database;
+  RunCase(database, GetParam(), GetParam().sqlite);
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, DialectCase, testing::ValuesIn(LoadCases()),

@@ -1,8 +1,8 @@
 #include "test_database.h"
 
 #include <cstdint>
-#include <fstream>
 #include <stdexcept>
+#include <string>
 
 #include "frame/convert.h"
 #include "host/dialect/catalog.h"
@@ -58,23 +58,6 @@ std::string CellOf(sqlite3_stmt* statement, int column) {
 
 }  // namespace
 
-std::string Printed(const qorcred::Value& value) {
-  const auto* text = value.As<std::string>();
-  return text == nullptr ? qorcred::ToText(value) : "'" + *text + "'";
-}
-
-std::vector<std::string> LinesOf(const std::string& file) {
-  std::ifstream stream(std::string(DIALECT_FOLDER) + "/" + file);
-  if (!stream) {
-    throw std::runtime_error("cannot read " + file);
-  }
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(stream, line);) {
-    lines.push_back(line);
-  }
-  return lines;
-}
-
 TestDatabase::TestDatabase() {
   sqlite3* database = nullptr;
   const int opened = sqlite3_open(":memory:", &database);
@@ -87,11 +70,7 @@ TestDatabase::TestDatabase() {
     const StatementPtr create = Prepare(database, sqlite::CreateTableText(table));
     sqlite3_step(create.get());
   }
-  for (const std::string& line : LinesOf("seed.sql")) {
-    if (!line.empty() && line.front() != '#' && Run(line).changes != 1) {
-      throw std::runtime_error("the seed inserts no row: " + line);
-    }
-  }
+  RunSeed(*this);
 }
 
 Outcome TestDatabase::Run(std::string_view sql) {

@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include "host/store/sqlite/audit_log.h"
 #include "host/store/unit_of_work.h"
 #include "tests/host/store/store_fixture.h"
 
@@ -132,17 +131,6 @@ TEST_F(AuditLogTest, AnEntryOfTheStoreIsBoundToTheUnitsBeforeIt) {
   Run("UPDATE AuditEntries SET Hash=replace(Hash, substr(Hash, 1, 1), 'x') WHERE RID=2");
   EXPECT_THAT(Audit().Check(),
               ElementsAre(ChainFault{Kind::kAltered, 2, 2}, ChainFault{Kind::kAltered, 3, {}}));
-}
-
-TEST_F(AuditLogTest, AnOlderStoreGetsTheHashesThatItWouldHave) {
-  AddDoor(1, "Gate");
-  Work({}, "INSERT INTO UNITTYPES (DESCRIPTION, TOTAL) VALUES ('Large', 'NTAw')");
-  AddDoor(2, "Lobby");
-  const std::vector<ChainHead> heads = Audit().Heads();
-  Run("UPDATE AuditEntries SET Hash=''");
-  sqlite::HashEarlierEntries(Raw());
-  EXPECT_EQ(Audit().Heads(), heads);
-  EXPECT_THAT(Audit().Check(), IsEmpty());
 }
 
 TEST_F(AuditLogTest, RowsThatCannotBeReadAreTold) {

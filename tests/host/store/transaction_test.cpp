@@ -103,7 +103,7 @@ TEST_F(UndoableTest, TheConnectionsTransactionIsAPartOfASavepoint) {
 
 // A row that breaks a link only when the whole is stored.
 TEST_F(UndoableTest, WhatCannotBeKeptIsUndone) {
-  Run("CREATE TABLE child (unit REFERENCES Units(UnitKey) DEFERRABLE INITIALLY DEFERRED)");
+  Run("CREATE TABLE child (unit integer REFERENCES Units(UnitKey) DEFERRABLE INITIALLY DEFERRED)");
   {
     LockedWork work(session());
     AddDoor();

@@ -4,14 +4,12 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
-#include <fstream>
 #include <map>
+#include <memory>
 
 #include "frame/convert.h"
-#include "host/store/engines/opening.h"
 #include "host/store/store_error.h"
 #include "tests/host/store/store_fixture.h"
-#include "tests/host/store/temporary_folder.h"
 
 namespace qorhost::test {
 namespace {
@@ -23,8 +21,8 @@ using testing::HasSubstr;
 class UnitOfWorkTest : public testing::Test {
  protected:
   struct Seat {
-    explicit Seat(const std::filesystem::path& file, OpenMode mode)
-        : connection(std::make_shared<StoreConnection>(OpenStore(file, mode), Noon)) {
+    Seat(const StorePlace& place, OpenMode mode)
+        : connection(std::make_shared<StoreConnection>(place.Open(mode), Noon)) {
       connection->store().SetPatience({std::chrono::milliseconds(0), {}});
       work().SignAs({"anna", "desk 1", Noon});
     }
@@ -44,8 +42,8 @@ class UnitOfWorkTest : public testing::Test {
   static qorcred::Date Noon() { return qorcred::FromCivil({2026, 1, 31, 12, 0, 0}); }
 
   void SetUp() override {
-    sqlite::DatabaseOf(one_.connection->store())
-        .Run("INSERT INTO Units (UnitKey, UnitName) VALUES (1, 'Court'), (2, 'Gardens')");
+    RunRaw(one_.connection->store(),
+           "INSERT INTO Units (UnitKey, UnitName) VALUES (1, 'Court'), (2, 'Gardens')");
   }
 
   /// The entries of the unit and their rows, of the first to the last.
@@ -61,9 +59,9 @@ class UnitOfWorkTest : public testing::Test {
   }
 
   const WorkOrder order_{{kUnit}, "add a door", {}};
-  TemporaryFolder folder_;
-  Seat one_{folder_.path() / "building.db", OpenMode::kCreate};
-  Seat other_{folder_.path() / "building.db", OpenMode::kReadWrite};
+  std::unique_ptr<StorePlace> place_ = NewPlace();
+  Seat one_{*place_, OpenMode::kCreate};
+  Seat other_{*place_, OpenMode::kReadWrite};
 };
 
 TEST_F(UnitOfWorkTest, IsStoredWithItsAuditEntryAndRaisesTheVersion) {
@@ -151,8 +149,15 @@ TEST_F(UnitOfWorkTest, WhatTheConnectionRollsBackIsNotInTheAudit) {
   qorcred::Call(*one_.connection, "RollbackTrans");
   one_.AddDoor("stays, too");
   one_.work().Commit();
-  EXPECT_THAT(Audit(),
-              testing::ElementsAre(testing::_, HasSubstr(R"("inserted":[1,2],"row":{"RID":1)")));
+  // Whether the second row goes on the first one's run is the engine's: the identity of a row that
+  // was undone may be given out again or not.
+  std::int64_t added = 0;
+  for (const RowChange& change : one_.sql().audit().RowsOf(1)) {
+    EXPECT_EQ(static_cast<int>(change.kind), static_cast<int>(RowChangeKind::kInserted));
+    added += change.lastRid - change.rid + 1;
+  }
+  EXPECT_EQ(added, 2);
+  EXPECT_THAT(Audit(), testing::Each(testing::Not(HasSubstr("goes"))));
 }
 
 TEST_F(UnitOfWorkTest, IsStaleWhereTheUnitHasChangedSinceItWasShown) {
@@ -217,31 +222,6 @@ TEST_F(UnitOfWorkTest, EachUnitKeepsItsVersionWhileOthersAreChanged) {
   EXPECT_EQ(heads[0].entry, 8);
   EXPECT_EQ(heads[1].entry, 7);
   EXPECT_THAT(one_.sql().audit().Check(), testing::IsEmpty());
-}
-
-TEST_F(UnitOfWorkTest, AnOlderStoreKeepsTheVersionsOfItsUnits) {
-  const std::filesystem::path file = folder_.path() / "older.db";
-  UnitVersion shown;
-  {
-    const Seat seat(file, OpenMode::kCreate);
-    sqlite::Database& database = sqlite::DatabaseOf(seat.connection->store());
-    database.Run("INSERT INTO Units (UnitKey, UnitName) VALUES (1, 'Court')");
-    seat.work().Begin(order_);
-    seat.AddDoor();
-    seat.work().Commit();
-    shown = seat.work().VersionOf(kUnit);
-    database.Run(
-        "UPDATE StoreSeal SET UnitKey=NULL; DROP VIEW CurrentVersions; "
-        "DROP TRIGGER KeepVersion; ALTER TABLE StoreSeal DROP COLUMN UnitKey; "
-        "ALTER TABLE StoreSeal DROP COLUMN Entry; ALTER TABLE StoreSeal DROP COLUMN UnitMark; "
-        "PRAGMA user_version=6");
-  }
-  const Seat seat(file, OpenMode::kReadWrite);
-  EXPECT_EQ(seat.work().VersionOf(kUnit), shown);
-  seat.work().Begin({{kUnit}, "add a door", shown});
-  seat.AddDoor();
-  EXPECT_TRUE(seat.work().Commit());
-  EXPECT_EQ(seat.work().VersionOf(kUnit).entry, shown.entry + 1);
 }
 
 TEST_F(UnitOfWorkTest, AVersionNeverComesTwiceWhenAUnitIsMadeAgain) {
@@ -343,11 +323,12 @@ TEST_F(UnitOfWorkTest, EntriesOfAUnitFormOneChain) {
     one_.AddDoor();
     one_.work().Commit();
   }
-  sqlite::Statement chain(sqlite::DatabaseOf(one_.connection->store()),
-                          "SELECT group_concat(RID || '<' || coalesce(Previous, '')) FROM "
-                          "AuditEntries");
-  ASSERT_TRUE(chain.Step());
-  EXPECT_EQ(chain.Text(0), "1<,2<,3<1");
+  for (const auto& [entry, previous] :
+       std::map<std::string, std::string>{{"1", "0"}, {"2", "0"}, {"3", "1"}}) {
+    EXPECT_EQ(TextOfRaw(one_.connection->store(),
+                        "SELECT coalesce(Previous, 0) FROM AuditEntries WHERE RID=" + entry),
+              previous);
+  }
 }
 
 TEST_F(UnitOfWorkTest, WaitsForTheOtherAsLongAsItHasPatience) {
@@ -380,22 +361,6 @@ TEST_F(UnitOfWorkTest, OneWhoGivesUpWaitingHasStoredNothing) {
   other_.work().Undo();
   EXPECT_THROW(one_.work().Commit(), StoreError);
   EXPECT_EQ(one_.Doors(), 0);
-}
-
-TEST_F(UnitOfWorkTest, AStoreThatWasReplacedIsNotWritten) {
-  const std::filesystem::path file = folder_.path() / "building.db";
-  std::filesystem::rename(file, folder_.path() / "old.db");
-  std::ofstream(file).close();
-  one_.work().Begin(order_);
-  try {
-    one_.AddDoor();
-    ADD_FAILURE() << "wrote to a store that is not there";
-  } catch (const StoreError& failure) {
-    EXPECT_THAT(failure.what(), HasSubstr("was moved or replaced"));
-  }
-  EXPECT_EQ(one_.work().voided(), VoidReason::kReplaced);
-  one_.work().Undo();
-  EXPECT_FALSE(one_.sql().inTransaction());
 }
 
 TEST_F(UnitOfWorkTest, AskingForALinkCodeDoesNotTakeTheRightToWrite) {

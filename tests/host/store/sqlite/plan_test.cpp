@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/store/sqlite/printer.h"
-#include "tests/host/store/store_fixture.h"
+#include "tests/host/store/sqlite/sqlite_fixture.h"
 
 namespace qorhost::test {
 
@@ -26,7 +26,7 @@ void PrintTo(const Row& row, std::ostream* out) {
   *out << row.sql;
 }
 
-class PlanTest : public StoreFixture, public testing::WithParamInterface<Row> {
+class PlanTest : public SqliteFixture, public testing::WithParamInterface<Row> {
  protected:
   [[nodiscard]] std::string PlanOf(std::string_view sql) {
     dialect::Translator translator(&Print);

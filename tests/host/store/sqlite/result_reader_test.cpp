@@ -6,7 +6,7 @@
 
 #include "frame/convert.h"
 #include "host/store/store_error.h"
-#include "tests/host/store/store_fixture.h"
+#include "tests/host/store/sqlite/sqlite_fixture.h"
 
 namespace qorhost::test {
 
@@ -18,7 +18,7 @@ using qorcred::Date;
 using qorcred::Null;
 using qorcred::Value;
 
-class ResultReaderTest : public StoreFixture {
+class ResultReaderTest : public SqliteFixture {
  protected:
   [[nodiscard]] Value Cell(std::string_view sql) { return connection_->session().Scalar(sql); }
 };

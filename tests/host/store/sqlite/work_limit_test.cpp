@@ -6,7 +6,7 @@
 #include <string>
 
 #include "host/store/store_error.h"
-#include "tests/host/store/store_fixture.h"
+#include "tests/host/store/sqlite/sqlite_fixture.h"
 
 namespace qorhost::test {
 
@@ -24,7 +24,7 @@ constexpr const char* kEndless =
     "SELECT Count(*) FROM TenantsBackup a, TenantsBackup b, TenantsBackup c, TenantsBackup d, "
     "TenantsBackup e, TenantsBackup f WHERE a.TenantID + b.TenantID < f.TenantID";
 
-class WorkLimitTest : public StoreFixture {
+class WorkLimitTest : public SqliteFixture {
  protected:
   void SetUp() override {
     StoreFixture::SetUp();

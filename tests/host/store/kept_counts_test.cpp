@@ -1,6 +1,4 @@
 // Counts that are kept row by row are those that counting gives.
-#include "host/store/sqlite/kept_counts.h"
-
 #include <gtest/gtest.h>
 
 #include <random>
@@ -8,12 +6,10 @@
 #include <vector>
 
 #include "host/store/store_error.h"
+#include "host/store/unit_register.h"
 #include "tests/host/store/store_fixture.h"
 
 namespace qorhost::test {
-
-using namespace sqlite;
-
 namespace {
 
 class KeptCountsTest : public StoreFixture {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-namespace qorhost::sqlite {
+namespace qorhost {
 
 /// Calls `take(first, last)` for every run of rows without gaps, in their order.
 template <typename Take>
@@ -20,4 +20,4 @@ void ForEachRun(std::span<const std::int32_t> rids, const Take& take) {
   }
 }
 
-}  // namespace qorhost::sqlite
+}  // namespace qorhost

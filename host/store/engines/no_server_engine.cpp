@@ -1,0 +1,15 @@
+#include "host/store/engines/server_engine.h"
+#include "host/store/store_error.h"
+
+namespace qorhost {
+
+std::unique_ptr<Store> OpenServerStore(const std::string& /*name*/, OpenMode /*mode*/,
+                                       const Patience& /*patience*/) {
+  throw StoreError(
+      "This program was built without libpq and opens no store on a server: name a file, or build "
+      "it "
+      "where libpq is installed",
+      StoreFault::kCannotOpen);
+}
+
+}  // namespace qorhost

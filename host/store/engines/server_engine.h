@@ -1,0 +1,15 @@
+// Stores on a server, in a build that has the engine for them and in one that has not.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/store/store.h"
+
+namespace qorhost {
+
+/// As OpenStore(). Raises StoreError in a build without the engine.
+[[nodiscard]] std::unique_ptr<Store> OpenServerStore(const std::string& name, OpenMode mode,
+                                                     const Patience& patience);
+
+}  // namespace qorhost

@@ -1,0 +1,189 @@
+#include "host/store/postgres/audit_log.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "host/store/audit_chain.h"
+#include "host/store/audit_chain_check.h"
+#include "host/store/audit_rows.h"
+#include "host/store/postgres/put_back.h"
+#include "host/store/postgres/session.h"
+
+namespace qorhost::postgres {
+
+namespace {
+
+/// A row of "RID", "At", "Who", "Origin", "UnitKey", "What".
+WorkEntry EntryIn(const Result& read, int row) {
+  WorkEntry entry;
+  entry.entry = read.Number(row, 0);
+  entry.at = read.Text(row, 1);
+  entry.who = read.Text(row, 2);
+  entry.origin = read.Text(row, 3);
+  if (!read.IsNull(row, 4)) {
+    entry.unitKey = static_cast<std::int32_t>(read.Number(row, 4));
+  }
+  entry.what = read.Text(row, 5);
+  return entry;
+}
+
+std::vector<WorkEntry> EntriesIn(const Result& read) {
+  std::vector<WorkEntry> entries;
+  for (int row = 0; row < read.rows(); ++row) {
+    entries.push_back(EntryIn(read, row));
+  }
+  return entries;
+}
+
+SentValues Values(std::int64_t number) {
+  SentValues values;
+  values.AddNumber(number);
+  return values;
+}
+
+void AddOrNull(SentValues& values, std::optional<std::int64_t> number) {
+  if (number) {
+    values.AddNumber(*number);
+  } else {
+    values.AddNull();
+  }
+}
+
+}  // namespace
+
+std::vector<WorkEntry> AuditLog::After(std::int64_t entry, std::optional<std::int32_t> unitKey) {
+  SentValues values;
+  AddOrNull(values, unitKey);
+  values.AddNumber(entry);
+  return EntriesIn(session_.Own(
+      R"(SELECT "RID", "At", "Who", "Origin", "UnitKey", "What" FROM "AuditEntries" WHERE "RID">$2::int8 AND ($1::int4 IS NULL OR "UnitKey"=$1::int4 OR "UnitKey" IS NULL) ORDER BY "RID")",
+      values));
+}
+
+std::optional<WorkEntry> AuditLog::Find(std::int64_t entry) {
+  std::vector<WorkEntry> found = EntriesIn(session_.Own(
+      R"(SELECT "RID", "At", "Who", "Origin", "UnitKey", "What" FROM "AuditEntries" WHERE "RID"=$1::int8)",
+      Values(entry)));
+  return found.empty() ? std::nullopt : std::optional(std::move(found.front()));
+}
+
+std::vector<RowChange> AuditLog::RowsOf(std::int64_t entry) {
+  const Result read = session_.Own(
+      R"(SELECT "Rows", 0 AS "Piece" FROM "AuditEntries" WHERE "RID"=$1::int8 UNION ALL SELECT "Rows", "Piece" FROM "AuditRows" WHERE "Entry"=$1::int8 ORDER BY "Piece")",
+      Values(entry));
+  std::vector<RowChange> changes;
+  for (int row = 0; row < read.rows(); ++row) {
+    std::vector<RowChange> piece = RowsInPiece(read.Text(row, 0));
+    std::move(piece.begin(), piece.end(), std::back_inserter(changes));
+  }
+  return changes;
+}
+
+std::vector<ChainHead> AuditLog::Heads() {
+  const Result read = session_.Own(
+      R"(SELECT V."UnitKey", V."Entry", A."Hash" FROM "UnitVersions" V JOIN "AuditEntries" A ON A."RID" = V."Entry" ORDER BY V."UnitKey")");
+  std::vector<ChainHead> heads;
+  for (int row = 0; row < read.rows(); ++row) {
+    heads.push_back({static_cast<std::int32_t>(read.Number(row, 0)), read.Number(row, 1),
+                     std::string(read.Text(row, 2))});
+  }
+  return heads;
+}
+
+std::vector<ChainFault> AuditLog::Check() {
+  std::vector<ChainFault> faults;
+  AuditChainCheck check(false);
+  ReadEntry read;
+  const auto end = [&] {
+    if (read.entry.entry == 0) {
+      return;  // before the first
+    }
+    check.Take(read);
+    if (const std::optional<ChainFault> fault = FaultIn(read)) {
+      faults.push_back(*fault);
+    }
+  };
+  // One statement for all: each entry comes with each of its further pieces, or once with none.
+  (void)session_.Own(
+      R"(SELECT E."RID", E."At", E."Who", E."Origin", E."UnitKey", E."What", E."Previous", E."Rows", E."Hash", P."Rows" FROM "AuditEntries" E LEFT JOIN "AuditRows" P ON P."Entry" = E."RID" ORDER BY E."RID", P."Piece")",
+      {}, [&](const Result& row) {
+        if (row.Number(0, 0) != read.entry.entry) {
+          end();
+          read = {};
+          read.entry = EntryIn(row, 0);
+          if (!row.IsNull(0, 6)) {
+            read.previous = row.Number(0, 6);
+          }
+          read.rows.emplace_back(row.Text(0, 7));
+          read.hash = row.Text(0, 8);
+        }
+        if (!row.IsNull(0, 9)) {
+          read.rows.emplace_back(row.Text(0, 9));
+        }
+      });
+  end();
+  const Result versions = session_.Own(
+      R"(SELECT "UnitKey", "Entry" FROM "UnitVersions" WHERE "Entry">$1::int8 ORDER BY "Entry", "UnitKey")",
+      Values(check.last()));
+  for (int row = 0; row < versions.rows(); ++row) {
+    faults.push_back({ChainFault::Kind::kMissing, versions.Number(row, 1),
+                      static_cast<std::int32_t>(versions.Number(row, 0))});
+  }
+  return faults;
+}
+
+std::string AuditLog::HashOf(std::int64_t entry) {
+  const Result read =
+      session_.Own(R"(SELECT "Hash" FROM "AuditEntries" WHERE "RID"=$1::int8)", Values(entry));
+  return read.rows() == 0 ? std::string() : std::string(read.Text(0, 0));
+}
+
+std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, std::int64_t previous) {
+  if (entry.unitKey) {
+    return previous == 0 ? std::vector<std::string>() : std::vector{HashOf(previous)};
+  }
+  const Result read = session_.Own(
+      R"(SELECT "Hash" FROM "AuditEntries" WHERE "RID" IN (SELECT "Entry" FROM "UnitVersions") OR "RID" = (SELECT max("RID") FROM "AuditEntries" WHERE "UnitKey" IS NULL) ORDER BY "RID")");
+  std::vector<std::string> hashes;
+  for (int row = 0; row < read.rows(); ++row) {
+    hashes.emplace_back(read.Text(row, 0));
+  }
+  return hashes;
+}
+
+std::int64_t AuditLog::Append(WorkEntry entry, std::int64_t previous,
+                              const std::vector<RowChange>& changes) {
+  const std::vector<std::string> rows = RowsInPieces(changes);
+  entry.entry =
+      session_.Own(R"(UPDATE "AuditEnd" SET "Last" = "Last" + 1 RETURNING "Last")").Number(0, 0);
+  SentValues values;
+  values.AddNumber(entry.entry);
+  values.AddText(entry.at);
+  values.AddText(entry.who);
+  values.AddText(entry.origin);
+  AddOrNull(values, entry.unitKey);
+  AddOrNull(values, entry.unitKey && previous != 0 ? std::optional(previous) : std::nullopt);
+  values.AddText(entry.what);
+  values.AddText(rows.front());
+  values.AddText(qorhost::HashOf(entry, HashesBehind(entry, previous), rows));
+  (void)session_.Own(
+      R"(INSERT INTO "AuditEntries" ("RID", "At", "Who", "Origin", "UnitKey", "Previous", "What", "Rows", "Hash") VALUES ($1::int8, $2::text, $3::text, $4::text, $5::int4, $6::int8, $7::text, $8::text, $9::text))",
+      values);
+  for (std::size_t piece = 1; piece < rows.size(); ++piece) {
+    SentValues further;
+    further.AddNumber(entry.entry);
+    further.AddNumber(static_cast<std::int64_t>(piece));
+    further.AddText(rows[piece]);
+    (void)session_.Own(
+        R"(INSERT INTO "AuditRows" ("Entry", "Piece", "Rows") VALUES ($1::int8, $2::int4, $3::text))",
+        further);
+  }
+  return entry.entry;
+}
+
+std::optional<std::int64_t> AuditLog::PutBack(const RowChange& change) {
+  return session_.Writing([&] { return PutRowBack(session_, change); });
+}
+
+}  // namespace qorhost::postgres

@@ -1,0 +1,43 @@
+// The audit, in the tables AuditEntries and AuditRows.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/store/audit_log.h"
+
+namespace qorhost::postgres {
+
+class Session;
+
+class AuditLog final : public qorhost::AuditLog {
+ public:
+  explicit AuditLog(Session& session) : session_(session) {}
+
+  [[nodiscard]] std::vector<WorkEntry> After(std::int64_t entry,
+                                             std::optional<std::int32_t> unitKey) override;
+  [[nodiscard]] std::optional<WorkEntry> Find(std::int64_t entry) override;
+  [[nodiscard]] std::vector<RowChange> RowsOf(std::int64_t entry) override;
+  [[nodiscard]] std::string HashOf(std::int64_t entry) override;
+  [[nodiscard]] std::vector<ChainHead> Heads() override;
+  [[nodiscard]] std::vector<ChainFault> Check() override;
+  [[nodiscard]] std::optional<std::int64_t> PutBack(const RowChange& change) override;
+
+  // For the unit of work, at its end.
+
+  /// Adds an entry behind the last one and returns its number; from here to the commit nobody else
+  /// adds one. `previous` is the last one of its unit, 0 for none; of no meaning for an entry of
+  /// the whole store.
+  std::int64_t Append(WorkEntry entry, std::int64_t previous,
+                      const std::vector<RowChange>& changes);
+
+ private:
+  [[nodiscard]] std::vector<std::string> HashesBehind(const WorkEntry& entry,
+                                                      std::int64_t previous);
+
+  Session& session_;
+};
+
+}  // namespace qorhost::postgres

@@ -1,0 +1,179 @@
+#include "host/store/postgres/change_log.h"
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "frame/row_state.h"
+#include "host/dialect/catalog.h"
+#include "host/store/audited_tables.h"
+#include "host/store/postgres/cells.h"
+#include "host/store/store_error.h"
+
+namespace qorhost::postgres {
+
+namespace {
+
+using nlohmann::json;
+
+constexpr std::string_view kSteps = "ProgramSteps";
+
+std::vector<std::string> StoredColumns(const dialect::Table& table) {
+  std::vector<std::string> names;
+  for (const dialect::Column& column : table.columns) {
+    if (!column.generated) {
+      names.emplace_back(column.name);
+    }
+  }
+  return names;
+}
+
+/// A number of a row; nothing where the cell holds none.
+std::optional<double> NumberIn(const json& row, const char* column) {
+  const json& cell = row.at(column);
+  return cell.is_number() ? std::optional(cell.get<double>()) : std::nullopt;
+}
+
+/// The columns of a row that are others in another one.
+json Differing(const json& row, const json& other) {
+  json differing = row;
+  for (const auto& [column, cell] : row.items()) {
+    if (cell == other.at(column)) {
+      differing.erase(column);
+    }
+  }
+  return differing;
+}
+
+/// The cells of the stored columns that a row has, in the catalog's order.
+std::vector<StoredCell> CellsOf(const dialect::Table& table, const json& row, RowState state) {
+  std::vector<StoredCell> cells;
+  for (const dialect::Column& column : table.columns) {
+    const std::string name(column.name);
+    if (!column.generated && row.contains(name)) {
+      cells.push_back({name, ToldCell(column, row.at(name), state)});
+    }
+  }
+  return cells;
+}
+
+}  // namespace
+
+ChangeLog::ChangeLog(Connection& connection) : connection_(connection) {
+  for (const dialect::Table& table : dialect::Tables()) {
+    if (IsAudited(table.name)) {
+      list_.Watch(std::string(table.name), StoredColumns(table));
+    }
+  }
+  connection_.TellChanges([this](std::string_view text) {
+    if (!on_) {
+      return;
+    }
+    try {
+      Take(text);
+    } catch (...) {
+      incomplete_ = true;
+    }
+  });
+}
+
+ChangeLog::~ChangeLog() {
+  connection_.TellChanges(nullptr);
+}
+
+void ChangeLog::Start() {
+  list_.Start();
+  counts_.clear();
+  incomplete_ = false;
+  on_ = true;
+}
+
+void ChangeLog::Stop() noexcept {
+  on_ = false;
+  counts_.clear();
+}
+
+void ChangeLog::NoteHere(Place& place) const {
+  list_.NoteHere(place.list);
+  place.counts = counts_;
+}
+
+void ChangeLog::GoBackTo(const Place& place) {
+  list_.GoBackTo(place.list);
+  counts_ = place.counts;
+}
+
+void ChangeLog::RequireComplete() const {
+  if (incomplete_) {
+    throw StoreError("The changes could not be written down for the audit: nothing was stored",
+                     StoreFault::kNoMemory);
+  }
+}
+
+void ChangeLog::Follow(std::int32_t unitKey, const UnitCounts& now) {
+  counts_.try_emplace(unitKey, now);
+}
+
+const UnitCounts* ChangeLog::CountsOf(std::int32_t unitKey) const {
+  const auto found = counts_.find(unitKey);
+  return found == counts_.end() ? nullptr : &found->second;
+}
+
+void ChangeLog::Take(std::string_view text) {
+  const json told = json::parse(text);
+  const auto name = told.at("table").get<std::string>();
+  const dialect::Table* const known = dialect::FindTable(name);
+  if (known == nullptr) {
+    return;
+  }
+  list_.Touch();
+  const bool wasThere = told.contains("before");
+  const bool isThere = told.contains("after");
+  if (wasThere) {
+    Count(name, told["before"], -1);
+  }
+  if (isThere) {
+    Count(name, told["after"], 1);
+  }
+  ChangeList::Watched* const table = list_.Find(name);
+  const auto rid = told[isThere ? "after" : "before"].at("RID").get<std::int64_t>();
+  if (table == nullptr) {
+    if (name == kSteps && wasThere != isThere) {
+      list_.CountStep(isThere, rid);
+    }
+  } else if (!wasThere) {
+    if (!list_.JoinsRun(*table, rid)) {
+      list_.AddInserted(*table, rid, CellsOf(*known, told["after"], RowState::kAfter));
+    }
+  } else if (!isThere) {
+    list_.AddDeleted(*table, rid, CellsOf(*known, told["before"], RowState::kBefore));
+  } else {
+    const json& before = told["before"];
+    const json& after = told["after"];
+    list_.AddUpdated(*table, rid, CellsOf(*known, Differing(before, after), RowState::kBefore),
+                     CellsOf(*known, Differing(after, before), RowState::kAfter));
+  }
+}
+
+/// The rows that UnitCounts counts, as the register counts them all at once.
+void ChangeLog::Count(std::string_view table, const nlohmann::json& row, int number) {
+  if (counts_.empty()) {
+    return;
+  }
+  const bool isCode = table == "DirectoryCode";
+  const std::optional<double> unit = NumberIn(row, isCode ? "UNITKEY" : "UnitKey");
+  const auto followed = unit ? counts_.find(static_cast<std::int32_t>(*unit)) : counts_.end();
+  if (followed == counts_.end()) {
+    return;
+  }
+  UnitCounts& counts = followed->second;
+  if (table == "CredentialBank") {
+    counts.credentials += number;
+  } else if (isCode && NumberIn(row, "DIRECTORYCODE").value_or(-1) >= 0 &&
+             NumberIn(row, "MODIFIED") != qorcred::row_state::kDeleted) {
+    counts.directoryCodes += number;
+  } else if (table == kSteps && NumberIn(row, "Sent") == 0) {
+    counts.pendingSteps += number;
+  }
+}
+
+}  // namespace qorhost::postgres

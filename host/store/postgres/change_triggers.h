@@ -1,0 +1,16 @@
+// How the server tells which rows a statement has changed.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qorhost::postgres {
+
+/// The five letters by which a notice of a changed row is known.
+inline constexpr std::string_view kChangedRow = "QHROW";
+
+/// The statements that have every change of the catalog's tables told to whoever makes it: a notice
+/// for each row, in the order of their identities, {"table", "before", "after"}. The rows are JSON.
+[[nodiscard]] std::string ChangeTriggersText();
+
+}  // namespace qorhost::postgres

@@ -1,0 +1,121 @@
+// A connection to a PostgreSQL server and the results of its statements.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "host/store/patience.h"
+
+struct pg_conn;
+struct pg_result;
+
+namespace qorhost::postgres {
+
+/// The rows or the effect of a statement. Rows and columns count from 0.
+class Result {
+ public:
+  explicit Result(pg_result* result) : result_(result) {}
+
+  [[nodiscard]] int rows() const noexcept;
+  [[nodiscard]] int columns() const noexcept;
+  [[nodiscard]] std::string_view NameOf(int column) const;
+  /// The number by which the server knows a column's type.
+  [[nodiscard]] std::uint32_t TypeOf(int column) const;
+  [[nodiscard]] bool IsNull(int row, int column) const;
+  /// "" for Null; valid as long as the result.
+  [[nodiscard]] std::string_view Text(int row, int column) const;
+  /// The whole number that the text is; 0 for Null.
+  [[nodiscard]] std::int64_t Number(int row, int column) const;
+  /// How many rows an INSERT, UPDATE or DELETE added, changed or deleted; the rows of a SELECT.
+  [[nodiscard]] std::int64_t affected() const;
+
+  [[nodiscard]] const pg_result* get() const noexcept { return result_.get(); }
+
+ private:
+  struct Clear {
+    void operator()(pg_result* result) const noexcept;
+  };
+  std::unique_ptr<pg_result, Clear> result_;
+};
+
+/// A value that is sent with a statement: a text of its type, or Null.
+using Sent = std::optional<std::string_view>;
+
+/// A statement in the server's words, which the server reads once for each connection.
+struct PreparedText {
+  std::string sql;
+  std::string name;  ///< as the server knows it; empty before it has read it
+};
+
+/// Is handed each row of a SELECT, which is the only one of its result.
+using TakeRow = std::function<void(const Result&)>;
+
+/// Used by one thread. Everything raises StoreError: with the server's own words where it refuses a
+/// statement, and StoreFault::kNoServer where it cannot be reached any more.
+class Connection {
+ public:
+  /// Connects to the server and database of `name`: a URI ("postgresql://host/database") or
+  /// "service=name" and the like, as libpq reads it, which also asks its own files and variables
+  /// for what is left out (host, user, password, certificates). Raises StoreError when the server
+  /// cannot be reached within 10 seconds (or connect_timeout), refuses, is older than 15 or keeps
+  /// texts in another encoding than UTF-8, and when the name holds a password: every other program
+  /// of the machine can read the arguments of this one.
+  explicit Connection(const std::string& name);
+  ~Connection();
+  Connection(Connection&&) noexcept;
+  Connection& operator=(Connection&&) noexcept;
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  /// Runs one statement with the values of its parameters.
+  Result Run(const std::string& sql, std::span<const Sent> values = {});
+  /// Runs statements without parameters one after the other.
+  void RunAll(const std::string& sql);
+
+  /// Runs a statement with the values of its parameters. Inside a transaction a `guarded` one that
+  /// the server refuses leaves the transaction as it was, by a savepoint that costs no waiting for
+  /// answers of its own; otherwise the transaction is lost. With `take` the rows are handed over
+  /// one by one and the result has none; what it raises ends the statement.
+  Result Run(PreparedText& statement, std::span<const Sent> values, bool guarded,
+             const TakeRow& take = nullptr);
+
+  /// Runs statements that may have to wait for another one's lock. `waiting` is asked again and
+  /// again meanwhile, with the time waited; its false ends the waiting, as the limit does: then
+  /// StoreFault::kBusy is raised.
+  Result RunWaiting(const std::string& sql, const Patience& patience);
+
+  /// Who is told of each changed row, by the triggers' text; nobody at first. It must not raise and
+  /// not use the connection.
+  void TellChanges(std::function<void(std::string_view)> told);
+
+  /// Undoes the open transaction, or whatever `sql` undoes, if one is open.
+  void UndoWhatIsOpen(const char* sql = "ROLLBACK") noexcept;
+
+  /// Whether a transaction is open, usable or not.
+  [[nodiscard]] bool inTransaction() const noexcept;
+  /// How the store is called in messages: the name without what follows a "?".
+  [[nodiscard]] const std::string& name() const noexcept { return name_; }
+  [[nodiscard]] pg_conn* handle() const noexcept { return handle_.get(); }
+
+ private:
+  struct Finish {
+    void operator()(pg_conn* handle) const noexcept;
+  };
+  struct Listener;
+
+  void RequireServer();
+  void Send(PreparedText& statement, std::span<const Sent> values, bool guarded);
+  void Cancel() noexcept;
+
+  std::string name_;
+  std::unique_ptr<Listener> listener_;
+  std::unique_ptr<pg_conn, Finish> handle_;
+  std::int64_t named_ = 0;  // statements that were given names
+};
+
+}  // namespace qorhost::postgres

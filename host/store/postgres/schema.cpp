@@ -1,0 +1,89 @@
+#include "host/store/postgres/schema.h"
+
+#include <fmt/format.h>
+
+#include <optional>
+#include <string_view>
+
+#include "host/store/postgres/change_triggers.h"
+#include "host/store/postgres/migration_1.h"
+#include "host/store/postgres/sql_functions.h"
+#include "host/store/store_error.h"
+
+namespace qorhost::postgres {
+
+namespace {
+
+constexpr int kVersion = 1;
+// Whoever makes a store keeps others from doing the same meanwhile.
+constexpr std::string_view kMaking = "SELECT pg_advisory_xact_lock(1902072947)";
+
+/// Nothing where the database has no store.
+std::optional<int> VersionOf(Connection& connection) {
+  if (connection.Run("SELECT to_regclass('qorhost.\"StoreSchema\"')").IsNull(0, 0)) {
+    return std::nullopt;
+  }
+  const Result version = connection.Run(R"(SELECT "Version" FROM qorhost."StoreSchema")");
+  return static_cast<int>(version.rows() == 0 ? 0 : version.Number(0, 0));
+}
+
+void Make(Connection& connection) {
+  connection.RunAll("BEGIN");
+  try {
+    connection.Run(std::string(kMaking));
+    if (!VersionOf(connection)) {
+      connection.RunAll(CreateFunctionsText() +
+                        "CREATE SCHEMA qorhost; SET LOCAL search_path = qorhost;" +
+                        std::string(kMigration1) + ChangeTriggersText() +
+                        fmt::format(R"(CREATE TABLE "StoreSchema" ("Version" integer NOT NULL);)"
+                                    "INSERT INTO \"StoreSchema\" VALUES ({})",
+                                    kVersion));
+    }
+    connection.RunAll("COMMIT");
+  } catch (...) {
+    connection.UndoWhatIsOpen();
+    throw;
+  }
+}
+
+void RequireVersion(const Connection& connection, std::optional<int> version) {
+  if (!version) {
+    throw StoreError(fmt::format("There is no store in '{}': create it first", connection.name()),
+                     StoreFault::kNoStore);
+  }
+  if (*version > kVersion) {
+    throw StoreError(
+        fmt::format("'{}' was written by a newer version of this program (schema {}, this one "
+                    "reads up to {}): use that version",
+                    connection.name(), *version, kVersion));
+  }
+  if (*version < kVersion) {
+    throw StoreError(
+        fmt::format("'{}' is in a form that no version of this program has written "
+                    "(schema {})",
+                    connection.name(), *version));
+  }
+}
+
+}  // namespace
+
+int SchemaVersion() {
+  return kVersion;
+}
+
+Connection OpenServerStore(const std::string& name, OpenMode mode) {
+  Connection connection(name);
+  std::optional<int> version = VersionOf(connection);
+  if (!version && mode == OpenMode::kCreate) {
+    Make(connection);
+    version = VersionOf(connection);
+  }
+  RequireVersion(connection, version);
+  connection.RunAll("SET search_path = qorhost");
+  if (mode == OpenMode::kReadOnly) {
+    connection.RunAll("SET default_transaction_read_only = on");
+  }
+  return connection;
+}
+
+}  // namespace qorhost::postgres

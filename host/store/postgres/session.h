@@ -1,0 +1,122 @@
+// A session on a PostgreSQL server.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "host/dialect/translator.h"
+#include "host/store/patience.h"
+#include "host/store/postgres/audit_log.h"
+#include "host/store/postgres/cells.h"
+#include "host/store/postgres/connection.h"
+#include "host/store/postgres/step_queue.h"
+#include "host/store/postgres/tenant_register.h"
+#include "host/store/postgres/transaction.h"
+#include "host/store/postgres/unit_of_work.h"
+#include "host/store/postgres/unit_register.h"
+#include "host/store/sql_session.h"
+#include "host/store/time_stamp.h"
+
+namespace qorhost::postgres {
+
+/// Each statement of the dialect is parsed and prepared once per shape, each of the engine's own
+/// texts once. A write outside of a unit of work and of a transaction is one of its own, alone on
+/// the store.
+class Session final : public SqlSession {
+ public:
+  /// The patience is the store's, and lives longer.
+  Session(Connection& connection, const Patience& patience, Clock clock);
+
+  [[nodiscard]] QueryResult Select(std::string_view sql) override;
+  [[nodiscard]] qorcred::Value Scalar(std::string_view sql) override;
+  ChangeResult Change(std::string_view sql, std::optional<dialect::StatementKind> kind) override;
+  ChangeResult UpdateVersion(std::string_view sql, const RowVersion& version) override;
+  std::int64_t DeleteRow(std::string_view table, std::int32_t rid) override;
+  std::int32_t AddRow(std::string_view table, std::span<const Field> fields) override;
+
+  [[nodiscard]] Transaction& transaction() noexcept override { return transaction_; }
+  [[nodiscard]] UnitOfWork& work() noexcept override { return work_; }
+  [[nodiscard]] Savepoint& savepoint() noexcept override { return savepoint_; }
+  [[nodiscard]] Look& look() noexcept override { return look_; }
+  [[nodiscard]] bool inTransaction() const noexcept override { return connection_.inTransaction(); }
+
+  [[nodiscard]] AuditLog& audit() noexcept override { return audit_; }
+  [[nodiscard]] StepQueue& steps() noexcept override { return steps_; }
+  [[nodiscard]] TenantRegister& tenants() noexcept override { return tenants_; }
+  [[nodiscard]] UnitRegister& units() noexcept override { return units_; }
+
+  /// Runs what may write, as a part of the open unit of work, which is void when it fails.
+  template <typename Write>
+  auto Writing(Write&& write) {
+    work_.BeforeWrite();
+    if (!work_.open() && !inTransaction()) {
+      AloneOnStore alone(connection_, patience_);
+      auto result = write();
+      alone.Keep();
+      return result;
+    }
+    try {
+      return write();
+    } catch (...) {
+      work_.AfterFailedWrite();
+      throw;
+    }
+  }
+
+  /// Runs a text of this engine's own, of which there are few: it is prepared once.
+  Result Own(std::string_view sql, const SentValues& values = {}, const TakeRow& take = nullptr);
+
+  [[nodiscard]] Connection& connection() const noexcept { return connection_; }
+  [[nodiscard]] const Patience& patience() const noexcept { return patience_; }
+  [[nodiscard]] TimeStamp& timeStamp() noexcept { return timeStamp_; }
+  [[nodiscard]] const dialect::Translator& translator() const noexcept { return translator_; }
+
+ private:
+  struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const noexcept {
+      return std::hash<std::string_view>{}(text);
+    }
+  };
+  struct Prepared {
+    std::shared_ptr<const dialect::Shape> shape;  // keeps the key of the cache from being reused
+    PreparedText text;
+    std::size_t latestRows = 0;  // of the last SELECT
+  };
+  /// A translated statement with its values.
+  struct Bound {
+    Prepared* prepared = nullptr;
+    SentValues values;
+  };
+
+  [[nodiscard]] Bound Bind(std::string_view sql);
+  Prepared& PreparedFor(const std::shared_ptr<const dialect::Shape>& shape);
+  Result Run(PreparedText& text, const SentValues& values, const TakeRow& take);
+  ChangeResult RunChange(Bound& bound);
+  [[nodiscard]] bool IsVersion(const RowVersion& version, std::string_view changedTable);
+  void RequireUsable();
+
+  Connection& connection_;
+  const Patience& patience_;
+  TimeStamp timeStamp_;
+  dialect::Translator translator_;
+  std::unordered_map<const dialect::Shape*, Prepared> prepared_;
+  std::unordered_map<std::string, PreparedText, TextHash, std::equal_to<>> own_;  // by text
+  UnitOfWork work_{*this};
+  Transaction transaction_;
+  Savepoint savepoint_;
+  Look look_;
+  AuditLog audit_{*this};
+  StepQueue steps_{*this};
+  TenantRegister tenants_{*this};
+  UnitRegister units_{*this};
+};
+
+}  // namespace qorhost::postgres

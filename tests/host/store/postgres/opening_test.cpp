@@ -1,0 +1,162 @@
+// Stores on a server as they are made, opened, refused and lost.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "frame/date.h"
+#include "host/store/postgres/schema.h"
+#include "host/store/postgres/session.h"
+#include "host/store/postgres/store.h"
+#include "host/store/store_error.h"
+#include "test_server.h"
+
+namespace qorhost::postgres::test {
+
+namespace {
+
+using testing::HasSubstr;
+
+class ServerStore : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
+      GTEST_SKIP() << missing;
+    }
+    static int count = 0;
+    name_ = TestServer::Shared().Create("opening" + std::to_string(++count));
+  }
+
+  [[nodiscard]] Store Open(OpenMode mode) const {
+    return {OpenServerStore(name_, mode), Patience(), mode == OpenMode::kReadOnly};
+  }
+  [[nodiscard]] std::string FailureToOpen(OpenMode mode, StoreFault fault) const {
+    try {
+      (void)Open(mode);
+    } catch (const StoreError& failure) {
+      EXPECT_EQ(static_cast<int>(failure.fault()), static_cast<int>(fault));
+      return failure.what();
+    }
+    return "it was opened";
+  }
+
+  std::string name_;
+};
+
+qorcred::Date Noon() {
+  return qorcred::FromCivil({2026, 1, 31, 12, 0, 0});
+}
+
+TEST_F(ServerStore, IsMadeOnceAndThenOpened) {
+  EXPECT_THAT(FailureToOpen(OpenMode::kReadWrite, StoreFault::kNoStore),
+              HasSubstr("create it first"));
+  {
+    Store made = Open(OpenMode::kCreate);
+    made.StartSession(Noon)->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+  }
+  Store again = Open(OpenMode::kCreate);
+  EXPECT_EQ(again.StartSession(Noon)->Scalar("SELECT Count(*) FROM Units"), qorcred::Value(1));
+}
+
+TEST_F(ServerStore, OfANewerSchemaIsRefused) {
+  (void)Open(OpenMode::kCreate);
+  Connection(name_).RunAll(R"(UPDATE qorhost."StoreSchema" SET "Version" = "Version" + 1)");
+  for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite, OpenMode::kCreate}) {
+    EXPECT_THAT(FailureToOpen(mode, StoreFault::kRefused), HasSubstr("newer version"));
+  }
+}
+
+TEST_F(ServerStore, ForReadingTakesNoChanges) {
+  (void)Open(OpenMode::kCreate);
+  Store store = Open(OpenMode::kReadOnly);
+  EXPECT_TRUE(store.readOnly());
+  const std::unique_ptr<SqlSession> session = store.StartSession(Noon);
+  EXPECT_EQ(session->Scalar("SELECT Count(*) FROM Units"), qorcred::Value(0));
+  try {
+    session->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+    ADD_FAILURE() << "a store for reading was written";
+  } catch (const StoreError& failure) {
+    EXPECT_EQ(static_cast<int>(failure.fault()), static_cast<int>(StoreFault::kReadOnly));
+  }
+}
+
+TEST_F(ServerStore, ThatIsLostInAUnitOfWorkHasStoredNothing) {
+  Store store = Open(OpenMode::kCreate);
+  const std::unique_ptr<SqlSession> session = store.StartSession(Noon);
+  session->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+  const std::string backend(store.connection().Run("SELECT pg_backend_pid()::text").Text(0, 0));
+  session->work().Begin({{1}, "add a door", {}});
+  session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+  Connection(TestServer::Shared().NameOf("postgres"))
+      .Run("SELECT pg_terminate_backend(" + backend + ", 5000)");
+  EXPECT_THROW(session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}}), StoreError);
+  EXPECT_EQ(static_cast<int>(session->work().voided()), static_cast<int>(VoidReason::kFailed));
+  EXPECT_THROW(session->work().Commit(), StoreError);
+  EXPECT_FALSE(session->work().open());
+  EXPECT_EQ(Open(OpenMode::kReadOnly).StartSession(Noon)->Scalar("SELECT Count(*) FROM DOORS"),
+            qorcred::Value(0));
+}
+
+TEST_F(ServerStore, KeepsATransactionUsableBehindAStatementThatTheServerRefuses) {
+  Store store = Open(OpenMode::kCreate);
+  const std::unique_ptr<SqlSession> session = store.StartSession(Noon);
+  session->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+  session->transaction().Begin();
+  session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+  EXPECT_THROW(session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 99}}), StoreError);
+  EXPECT_THROW((void)session->Select("SELECT RID / 0 FROM Units"), StoreError);
+  session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+  session->transaction().Commit();
+  EXPECT_EQ(session->Scalar("SELECT Count(*) FROM DOORS"), qorcred::Value(2));
+}
+
+TEST_F(ServerStore, AReadThatFailsLeavesAUnitOfWorkAsItWas) {
+  Store store = Open(OpenMode::kCreate);
+  const std::unique_ptr<SqlSession> session = store.StartSession(Noon);
+  session->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+  session->work().Begin({{1}, "add a door", {}});
+  session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+  EXPECT_THROW((void)session->Select("SELECT RID / 0 FROM Units"), StoreError);
+  EXPECT_TRUE(session->work().Commit());
+  EXPECT_EQ(session->Scalar("SELECT Count(*) FROM DOORS"), qorcred::Value(1));
+}
+
+TEST_F(ServerStore, TwoUnitsAreWrittenSideBySide) {
+  Store one = Open(OpenMode::kCreate);
+  Store other = Open(OpenMode::kReadWrite);
+  const std::unique_ptr<SqlSession> here = one.StartSession(Noon);
+  const std::unique_ptr<SqlSession> there = other.StartSession(Noon);
+  other.SetPatience({std::chrono::milliseconds(0), {}});
+  here->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+  here->AddRow("Units", std::vector<Field>{{"UnitKey", 2}});
+  here->work().Begin({{1}, "add a door", {}});
+  here->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+  there->work().Begin({{2}, "add a door", {}});
+  there->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 2}});
+  EXPECT_TRUE(there->work().Commit());
+  EXPECT_TRUE(here->work().Commit());
+  EXPECT_THAT(here->audit().Check(), testing::IsEmpty());
+  EXPECT_EQ(here->audit().After(0, std::nullopt).size(), 2U);
+}
+
+TEST_F(ServerStore, ReadsABoundedResult) {
+  Store store = Open(OpenMode::kCreate);
+  store.connection().RunAll(R"(INSERT INTO qorhost."TenantsBackup" ("UnitKey", "TenantID") )"
+                            "SELECT 1, n FROM generate_series(1, 1001) n");
+  const std::unique_ptr<SqlSession> session = store.StartSession(Noon);
+  try {
+    (void)session->Select("SELECT a.RID FROM TenantsBackup a, TenantsBackup b");
+    ADD_FAILURE() << "more than a million rows were read";
+  } catch (const StoreError& failure) {
+    EXPECT_THAT(failure.what(), HasSubstr("more than 1000000 rows"));
+  }
+  EXPECT_EQ(session->Scalar("SELECT Count(*) FROM TenantsBackup"), qorcred::Value(1001));
+}
+
+}  // namespace
+
+}  // namespace qorhost::postgres::test
