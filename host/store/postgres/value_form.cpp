@@ -145,6 +145,12 @@ Form FormOf(const Expression& node) {
   return Form::kText;
 }
 
+bool MayBeBoundAsText(const Expression& node) {
+  const bool isCompared = node.conversion == Conversion::kCompareNumber ||
+                          node.conversion == Conversion::kCompareBoolean;
+  return node.kind == NodeKind::kLiteral && isCompared && node.valueClass != ValueClass::kNumber;
+}
+
 Form CommonForm(Form one, Form other) {
   if (one == other || other == Form::kNull) {
     return one;

@@ -23,6 +23,9 @@ enum class Form : std::uint8_t {
 /// The same without what the binder makes of it.
 [[nodiscard]] Form OwnFormOf(const dialect::Expression& node);
 
+/// Whether it is a literal beside numbers that may turn out to be none when it is bound.
+[[nodiscard]] bool MayBeBoundAsText(const dialect::Expression& node);
+
 /// Where either may stand.
 [[nodiscard]] Form CommonForm(Form one, Form other);
 
