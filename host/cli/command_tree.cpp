@@ -28,7 +28,8 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   GlobalOptions& global = choice.global;
   app.add_option_function<std::string>(
          "--db", [&global](const std::string& file) { global.file = file; },
-         "The database file; else that of QORHOST_DB, else building.db in the current folder")
+         "The database file, or a server (postgresql://HOST/DATABASE); else that of QORHOST_DB, else "
+         "building.db in the current folder")
       ->type_name("FILE")
       ->check([](const std::string& file) {
         return file.empty() ? std::string("needs the name of a file") : std::string();

@@ -69,6 +69,12 @@ void ImportPage::FillChoices() {
                               static_cast<int>(StoredTenants::kSkipped));
   ui_->storedTenants->addItem(ImportPage::tr("are changed"),
                               static_cast<int>(StoredTenants::kUpdated));
+  ui_->dates->addItem(ImportPage::tr("are refused"), static_cast<int>(DateOrder::kUnsaid));
+  ui_->dates->addItem(ImportPage::tr("begin with the day"), static_cast<int>(DateOrder::kDayFirst));
+  ui_->dates->addItem(ImportPage::tr("begin with the month"),
+                      static_cast<int>(DateOrder::kMonthFirst));
+  ui_->dates->addItem(ImportPage::tr("begin with the year"),
+                      static_cast<int>(DateOrder::kYearFirst));
   ui_->cardType->addItem(ImportPage::tr("are refused"));
   for (QComboBox* filledLater : {ui_->column, ui_->standsFor}) {
     filledLater->setSizeAdjustPolicy(QComboBox::AdjustToContents);
@@ -92,7 +98,7 @@ void ImportPage::ConnectWidgets() {
   });
   connect(ui_->column, &QComboBox::activated, this, [this] { ShowMeaning(); });
   connect(ui_->standsFor, &QComboBox::activated, this, [this] { TakeMeaning(); });
-  for (QComboBox* rule : {ui_->storedTenants, ui_->cardType}) {
+  for (QComboBox* rule : {ui_->storedTenants, ui_->cardType, ui_->dates}) {
     connect(rule, &QComboBox::activated, this, [this] { NoteChange(); });
   }
   connect(ui_->facility, &QLineEdit::textEdited, this, [this] { NoteChange(); });
@@ -332,6 +338,8 @@ TenantImportRules ImportPage::Rules(bool dryRun) const {
   rules.apostrophes =
       ui_->replaceQuotes->isChecked() ? Apostrophes::kReplaced : Apostrophes::kRefused;
   rules.stored = static_cast<StoredTenants>(ui_->storedTenants->currentData().toInt());
+  rules.dates = {static_cast<DateOrder>(ui_->dates->currentData().toInt()),
+                 FromQt(ImportPage::tr("above the rows stands how such dates are read"))};
   if (const QString type = ui_->cardType->currentData().toString(); !type.isEmpty()) {
     rules.cards.type = FromQt(type);
   }

@@ -1148,6 +1148,10 @@
         <translation>und Ob&amp;jektcode:</translation>
     </message>
     <message>
+        <source>Dates &amp;such as 3/4/2026:</source>
+        <translation>D&amp;aten wie 3.4.2026:</translation>
+    </message>
+    <message>
         <source>Store apostrophes of &amp;display names as ’</source>
         <translation>Apostrophe in An&amp;zeigenamen als ’ speichern</translation>
     </message>
@@ -2210,6 +2214,22 @@
     <message>
         <source>are refused</source>
         <translation>werden abgelehnt</translation>
+    </message>
+    <message>
+        <source>begin with the day</source>
+        <translation>beginnen mit dem Tag</translation>
+    </message>
+    <message>
+        <source>begin with the month</source>
+        <translation>beginnen mit dem Monat</translation>
+    </message>
+    <message>
+        <source>begin with the year</source>
+        <translation>beginnen mit dem Jahr</translation>
+    </message>
+    <message>
+        <source>above the rows stands how such dates are read</source>
+        <translation>wie solche Daten gelesen werden, steht über den Zeilen</translation>
     </message>
     <message>
         <source>are passed over</source>
