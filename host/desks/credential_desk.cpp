@@ -10,6 +10,7 @@
 #include "frame/schema.h"
 #include "frame/text.h"
 #include "host/desks/credential_choice.h"
+#include "host/desks/credential_rows.h"
 #include "host/desks/credential_slots.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/entered_numbers.h"
@@ -243,8 +244,24 @@ AssignmentLosses CredentialDesk::LossesOfSaving() {
 }
 
 void CredentialDesk::RefreshCredentials(std::int32_t rid) {
-  controller_->Run<&qorcred::clsCredential::pbRetrieveCredentials>(session_.connection(), unitKey_,
-                                                                   qorcred::kAllCredentials, rid);
+  constexpr int kMostTries = 10;
+  for (int tries = 0; tries < kMostTries; ++tries) {
+    // The controller counts the rows to find the entry of one, also those without an entry.
+    controller_->Run<&qorcred::clsCredential::pbRetrieveCredentials>(
+        session_.connection(), unitKey_, qorcred::kAllCredentials,
+        hidesRows_ ? kNoPreviousRow : rid);
+    const EntryRows rows = GiveEntriesTheirRows(session_, unitKey_, credentials());
+    hidesRows_ = rows != EntryRows::kOwn;
+    if (rows == EntryRows::kOlder) {
+      continue;
+    }
+    const std::int32_t index = credentials().FindData(rid);
+    if (hidesRows_ && index >= placeholders::kInCredentials) {
+      credentials().Select(index);
+    }
+    return;
+  }
+  throw FailureError("cannot show the credentials: others change them all the time; try again");
 }
 
 Outcome CredentialDesk::Work(std::string what, const std::function<Outcome()>& run) {

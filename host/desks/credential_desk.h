@@ -69,7 +69,9 @@ class CredentialDesk {
   /// Who would lose what by SaveEdited(), to be asked for before it: when that changes meanwhile,
   /// the save is stale.
   [[nodiscard]] AssignmentLosses LossesOfSaving();
-  /// Fills the list of credentials again and selects the row `rid`, when there is one.
+  /// Fills the list of credentials again and selects the row `rid`, when there is one. Every entry
+  /// has its own row, also where the store holds credentials of types that the screen does not
+  /// know. Raises FailureError when others never cease to change them meanwhile.
   void RefreshCredentials(std::int32_t rid = 0);
 
   // The operations, on this screen and unit, each a unit of work. A change is stale when someone
@@ -112,6 +114,7 @@ class CredentialDesk {
   std::shared_ptr<ScreenModel> screen_;
   std::optional<Controlled<qorcred::clsCredential>> controller_;
   ShownState shown_;
+  bool hidesRows_ = false;    // the list has no entries for some of the unit's credentials
   bool hasSettings_ = false;  // when it was looked for last
   Subscription typeSelected_;
   Subscription credentialSelected_;

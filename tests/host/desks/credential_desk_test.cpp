@@ -2,7 +2,11 @@
 // store.
 #include "host/desks/credential_desk.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
 
 #include "frame/date.h"
 #include "host/desks/credential_list.h"
@@ -29,6 +33,46 @@ TEST_F(CredentialDesks, TheListHasARowForEveryCredential) {
   EXPECT_EQ(table.rows[0][1], qorcred::Value("Corvin 30-Bit Card"));
   ASSERT_EQ(table.fields[2].key, "number");
   EXPECT_EQ(table.rows[0][2].type(), qorcred::ValueType::kLong);
+}
+
+// The controller leaves the row of such a type with the entry in front of it.
+TEST_F(CredentialDesks, ACredentialOfAnUnknownTypeTakesNoOthersPlace) {
+  const auto entriesOf = [](CredentialDesk& desk) {
+    std::vector<std::string> entries;
+    const ListModel& list = desk.screen().List("cboCredentials");
+    for (std::int32_t index = 0; index < list.count(); ++index) {
+      entries.push_back(list.Text(index) + " " + std::to_string(list.ItemData(index)));
+    }
+    return entries;
+  };
+  for (const char* type : {"9", "-1", "3"}) {
+    Open(false);
+    const std::vector<std::string> before = [&] {
+      CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+      return entriesOf(desk);
+    }();
+    Run(std::string("UPDATE CredentialBank SET CredentialType=") + type +
+        " WHERE RID IN (501, 610)");
+    CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+    std::vector<std::string> expected;
+    for (const std::string& entry : before) {
+      if (!entry.ends_with(" 501") && !entry.ends_with(" 610")) expected.push_back(entry);
+    }
+    ASSERT_EQ(expected.size() + 2, before.size());
+    EXPECT_EQ(entriesOf(desk), expected) << type;
+    EXPECT_EQ(CredentialList(session(), desk).rows.size(), expected.size() - 1) << type;
+
+    EnterCredentials(desk, Cards("9001"));
+    const IssuedCredentials issued = desk.SaveNew();
+    ASSERT_TRUE(issued.done()) << type;
+    desk.RefreshCredentials(issued.lastRid);
+    EXPECT_EQ(desk.Shown().rid, issued.lastRid) << type;
+    EXPECT_TRUE(desk.Shown().entry.ends_with("-9001")) << type;
+
+    const std::string last = expected.back().substr(0, expected.back().rfind(' '));
+    (void)desk.Select(last);
+    EXPECT_EQ(fmt::format("{} {}", desk.Shown().entry, desk.Shown().rid), expected.back()) << type;
+  }
 }
 
 TEST_F(CredentialDesks, ANewCredentialIsBegunOnAScreenAsItOpened) {
