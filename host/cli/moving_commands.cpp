@@ -77,7 +77,7 @@ class ReportFile {
   Writing writing_;
 };
 
-/// The file that the other application puts beside a database as long as it has it open.
+/// The file that the other application puts beside a database as long as it works with it.
 std::optional<fs::path> LockBeside(const fs::path& file) {
   for (const char* ending : {".ldb", ".laccdb"}) {
     const fs::path beside = fs::path(file).replace_extension(ending);
@@ -90,8 +90,9 @@ std::optional<fs::path> LockBeside(const fs::path& file) {
 void TellWhoHasItOpen(const fs::path& file, Console& console) {
   if (const std::optional<fs::path> lock = LockBeside(file)) {
     console.err << fmt::format(
-        "'{}' says that another program has it open: what that has not written yet is not in it\n",
-        Displayable(lock->string()));
+        "'{}' seems to be open elsewhere, for '{}' stands beside it: what has not been written yet "
+        "is not in it\n",
+        Displayable(file.string()), Displayable(lock->filename().string()));
   }
 }
 
