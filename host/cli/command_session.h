@@ -51,8 +51,10 @@ class CommandSession {
   [[nodiscard]] UnitName UnitToChange();
   /// Of a trial that would have changed something: tells what, and that nothing was changed. True
   /// then, and what the command would tell of what it has done is not so. Programs are told by
-  /// Report() instead.
-  [[nodiscard]] bool ToldTrial(const Outcome& outcome);
+  /// Report() instead. `rows` are all that would have changed, where there may be some that the
+  /// history tells nothing of.
+  [[nodiscard]] bool ToldTrial(const Outcome& outcome,
+                               std::optional<std::int64_t> rows = std::nullopt);
   /// Tells of what is done: with --json what `report` makes, else `print` tells it. Of a trial it
   /// tells what ToldTrial() does, of what is not done nothing.
   void TellDone(const Outcome& outcome, const std::function<ChangeReport()>& report,
