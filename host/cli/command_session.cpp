@@ -166,11 +166,14 @@ void CommandSession::AddTried(JsonObject& facts) {
   }
 }
 
-std::vector<UnitName> CommandSession::ChosenUnits() {
-  if (!global_.unit) {
-    return session_.Units();
-  }
-  return {Find(global_.unit, std::to_string(*global_.unit), session_.Units())};
+std::optional<UnitName> CommandSession::UnitOf(UnitScope scope) {
+  const std::optional<std::int32_t> key = scope == UnitScope::kNamed ? NamedUnit() : global_.unit;
+  return key ? std::optional(Find(key, std::to_string(*key), session_.Units())) : std::nullopt;
+}
+
+std::vector<UnitName> CommandSession::ChosenUnits(UnitScope scope) {
+  const std::optional<UnitName> one = UnitOf(scope);
+  return one ? std::vector{*one} : session_.Units();
 }
 
 UnitName CommandSession::UnitNamed(const std::string& given) {

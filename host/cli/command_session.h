@@ -31,6 +31,12 @@ struct GlobalOptions {
   int wait = static_cast<int>(kUsualPatience.count());  ///< for others who write, in seconds
 };
 
+/// Which unit a list is of.
+enum class UnitScope : std::uint8_t {
+  kEvery,  ///< that of --unit, else all
+  kNamed,  ///< that of --unit, else that of QORHOST_UNIT, else all
+};
+
 /// A desk session whose messages, questions and, with --trace, trace go to the console.
 class CommandSession {
  public:
@@ -76,8 +82,11 @@ class CommandSession {
   void RequireDeletion() const;
   /// The unit whose key is given; UsageError when there is none.
   [[nodiscard]] UnitName UnitNamed(const std::string& given);
-  /// The unit of --unit alone, or all units.
-  [[nodiscard]] std::vector<UnitName> ChosenUnits();
+  /// The unit that the scope names; nothing for all units. Raises UsageError for one that is not in
+  /// the store.
+  [[nodiscard]] std::optional<UnitName> UnitOf(UnitScope scope);
+  /// That one, or all units.
+  [[nodiscard]] std::vector<UnitName> ChosenUnits(UnitScope scope = UnitScope::kEvery);
 
   /// What `read` gives, read from one state of the store. Print it behind that: whoever reads page
   /// by page keeps nobody waiting then.

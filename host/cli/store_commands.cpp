@@ -133,11 +133,11 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
 }
 
 ExitStatus RunUnits(const GlobalOptions& global, const ListOptions& asked, Console& console) {
-  return PrintOfUnits(global, asked, console, UnitList);
+  return PrintOfUnits(global, asked, UnitScope::kEvery, console, UnitList);
 }
 
 ExitStatus RunDoors(const GlobalOptions& global, const ListOptions& asked, Console& console) {
-  return PrintOfUnits(global, asked, console, DoorList);
+  return PrintOfUnits(global, asked, UnitScope::kNamed, console, DoorList);
 }
 
 ExitStatus RunSteps(const GlobalOptions& global, Console& console) {
