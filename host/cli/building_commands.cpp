@@ -121,7 +121,7 @@ ExitStatus RunUnitList(const GlobalOptions& global, const UnitOptions& options,
   if (!options.settings) {
     return RunUnits(global, asked, console);
   }
-  return PrintOfUnits(global, asked, console, UnitSettingsList);
+  return PrintOfUnits(global, asked, UnitScope::kEvery, console, UnitSettingsList);
 }
 
 ExitStatus RunUnitAdd(const GlobalOptions& global, const UnitOptions& options, Console& console) {
@@ -229,7 +229,7 @@ ExitStatus RunDoorEdit(const GlobalOptions& global, const DoorOptions& options, 
 
 ExitStatus RunScheduleList(const GlobalOptions& global, const ListOptions& asked,
                            Console& console) {
-  return PrintOfUnits(global, asked, console, ScheduleList);
+  return PrintOfUnits(global, asked, UnitScope::kNamed, console, ScheduleList);
 }
 
 ExitStatus RunScheduleAdd(const GlobalOptions& global, const ScheduleOptions& options,

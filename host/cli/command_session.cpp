@@ -38,6 +38,21 @@ std::string Listed(const std::vector<UnitName>& units) {
   return fmt::format("{}{}", fmt::join(names, ", "), units.size() > kMost ? ", ..." : "");
 }
 
+/// What a trial would have changed: "Tenants: 1 changed"; of `all` its rows as many as the history
+/// would tell nothing of are counted behind it, or alone.
+std::string WouldHaveChanged(const TriedChanges& tried, std::optional<std::int64_t> all) {
+  const auto rows = [](std::int64_t count) {
+    return Counted(static_cast<std::size_t>(count), "row", "rows");
+  };
+  if (tried.summary.empty()) {
+    return rows(all.value_or(tried.rows));
+  }
+  const std::int64_t untold = all.value_or(tried.rows) - tried.rows;
+  return untold <= 0 ? tried.summary
+                     : fmt::format("{}; and {} of which the history tells nothing", tried.summary,
+                                   rows(untold));
+}
+
 /// What a trial would have queued besides: ", and queued 2 programming steps".
 std::string StepsThen(std::int64_t steps) {
   return steps <= 0
@@ -102,7 +117,7 @@ CommandSession::CommandSession(const GlobalOptions& global, Access access, Conso
   }
 }
 
-bool CommandSession::ToldTrial(const Outcome& outcome) {
+bool CommandSession::ToldTrial(const Outcome& outcome, std::optional<std::int64_t> rows) {
   if (trial_ == Trial::kNo) {
     return false;
   }
@@ -111,8 +126,10 @@ bool CommandSession::ToldTrial(const Outcome& outcome) {
     return false;
   }
   const TriedChanges tried = ChangesTried(session_, NamedFor::kPeople);
-  PrintTable(console_.out, tried.fields);
-  console_.out << "Would have changed " << tried.summary << StepsThen(tried.steps)
+  if (!tried.fields.rows.empty()) {
+    PrintTable(console_.out, tried.fields);
+  }
+  console_.out << "Would have changed " << WouldHaveChanged(tried, rows) << StepsThen(tried.steps)
                << ". This was a trial, nothing was changed.\n";
   return true;
 }
@@ -149,11 +166,14 @@ void CommandSession::AddTried(JsonObject& facts) {
   }
 }
 
-std::vector<UnitName> CommandSession::ChosenUnits() {
-  if (!global_.unit) {
-    return session_.Units();
-  }
-  return {Find(global_.unit, std::to_string(*global_.unit), session_.Units())};
+std::optional<UnitName> CommandSession::UnitOf(UnitScope scope) {
+  const std::optional<std::int32_t> key = scope == UnitScope::kNamed ? NamedUnit() : global_.unit;
+  return key ? std::optional(Find(key, std::to_string(*key), session_.Units())) : std::nullopt;
+}
+
+std::vector<UnitName> CommandSession::ChosenUnits(UnitScope scope) {
+  const std::optional<UnitName> one = UnitOf(scope);
+  return one ? std::vector{*one} : session_.Units();
 }
 
 UnitName CommandSession::UnitNamed(const std::string& given) {

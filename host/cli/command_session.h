@@ -31,6 +31,12 @@ struct GlobalOptions {
   int wait = static_cast<int>(kUsualPatience.count());  ///< for others who write, in seconds
 };
 
+/// Which unit a list is of.
+enum class UnitScope : std::uint8_t {
+  kEvery,  ///< that of --unit, else all
+  kNamed,  ///< that of --unit, else that of QORHOST_UNIT, else all
+};
+
 /// A desk session whose messages, questions and, with --trace, trace go to the console.
 class CommandSession {
  public:
@@ -51,8 +57,10 @@ class CommandSession {
   [[nodiscard]] UnitName UnitToChange();
   /// Of a trial that would have changed something: tells what, and that nothing was changed. True
   /// then, and what the command would tell of what it has done is not so. Programs are told by
-  /// Report() instead.
-  [[nodiscard]] bool ToldTrial(const Outcome& outcome);
+  /// Report() instead. `rows` are all that would have changed, where there may be some that the
+  /// history tells nothing of.
+  [[nodiscard]] bool ToldTrial(const Outcome& outcome,
+                               std::optional<std::int64_t> rows = std::nullopt);
   /// Tells of what is done: with --json what `report` makes, else `print` tells it. Of a trial it
   /// tells what ToldTrial() does, of what is not done nothing.
   void TellDone(const Outcome& outcome, const std::function<ChangeReport()>& report,
@@ -74,8 +82,11 @@ class CommandSession {
   void RequireDeletion() const;
   /// The unit whose key is given; UsageError when there is none.
   [[nodiscard]] UnitName UnitNamed(const std::string& given);
-  /// The unit of --unit alone, or all units.
-  [[nodiscard]] std::vector<UnitName> ChosenUnits();
+  /// The unit that the scope names; nothing for all units. Raises UsageError for one that is not in
+  /// the store.
+  [[nodiscard]] std::optional<UnitName> UnitOf(UnitScope scope);
+  /// That one, or all units.
+  [[nodiscard]] std::vector<UnitName> ChosenUnits(UnitScope scope = UnitScope::kEvery);
 
   /// What `read` gives, read from one state of the store. Print it behind that: whoever reads page
   /// by page keeps nobody waiting then.

@@ -28,15 +28,17 @@ void DescribeGlobal(CLI::App& app, Choice& choice) {
   GlobalOptions& global = choice.global;
   app.add_option_function<std::string>(
          "--db", [&global](const std::string& file) { global.file = file; },
-         "The database file, or a server (postgresql://HOST/DATABASE); else that of QORHOST_DB, else "
-         "building.db in the current folder")
+         "The database file, or a server (postgresql://HOST/DATABASE); else that of QORHOST_DB, "
+         "else building.db in the current folder")
       ->type_name("FILE")
       ->check([](const std::string& file) {
         return file.empty() ? std::string("needs the name of a file") : std::string();
       });
   app.add_option_function<std::string>(
          "--unit", [&global](const std::string& key) { global.unit = WholeNumber(key); },
-         "The unit's key; else that of QORHOST_UNIT, else, to look at, the first")
+         "The unit's key; else that of QORHOST_UNIT, which 'units', 'find', 'overview', 'history', "
+         "'check' and 'export' leave alone; else, to look at, the first, and all for doors, "
+         "schedules and steps")
       ->type_name("N")
       ->check([](const std::string& key) {
         return WholeNumber(key) ? std::string()

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "frame/convert.h"
 #include "frame/text.h"
 #include "frame/utf8.h"
 #include "host/cli/progress.h"
@@ -251,13 +252,12 @@ void PrintReportAsJson(const ImportReport& report, const ImportCommand& command,
       lines.rows.push_back({CountCell(remark.line), Displayable(report.TextOf(remark))});
     }
   }
-  std::vector<std::pair<std::string, qorcred::Value>> members{
-      {"unit", unit.key}, {"dry_run", report.dryRun}, {"done", CountCell(report.done)}};
+  JsonObject object;
+  object.Add("unit", unit.key).Add("dry_run", report.dryRun).Add("done", CountCell(report.done));
   if (command.passesOver) {
-    members.emplace_back("unchanged", CountCell(report.unchanged));
+    object.Add("unchanged", CountCell(report.unchanged));
   }
-  members.emplace_back("refused", CountCell(report.refused));
-  PrintJsonObject(console.out, members, "lines", lines);
+  object.Add("refused", CountCell(report.refused)).Add("lines", lines).Print(console.out);
 }
 
 void PrintReport(const ImportReport& report, const ImportCommand& command, const UnitName& unit,
@@ -289,10 +289,22 @@ void WriteRejects(const RejectsFile& rejects, const ImportReport& report, bool a
   }
 }
 
+/// What the file may hold. To people only that a column is needed is told.
+void PrintColumns(const ImportCommand& command, bool asJson, Console& console) {
+  constexpr std::size_t kNeeded = 1;
+  Table table = ColumnTable(command.columns);
+  for (std::vector<qorcred::Value>& row : table.rows) {
+    if (!asJson) {
+      row[kNeeded] = qorcred::ToBoolean(row[kNeeded]) ? "yes" : "";
+    }
+  }
+  PrintRows(console.out, table, asJson);
+}
+
 ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,
                      const ImportCommand& command, Console& console) {
   if (options.columns && IsAskedFor(*options.columns)) {
-    PrintTable(console.out, ColumnTable(command.columns));
+    PrintColumns(command, global.json, console);
     return ExitStatus::kDone;
   }
   RejectsFile rejects(global, options);

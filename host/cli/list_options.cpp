@@ -22,6 +22,10 @@ void PrintForPrograms(const GlobalOptions& global, const OutputOptions& output, 
   }
 }
 
+UnitScope ScopeOf(const ListOptions& options, UnitScope usual) {
+  return options.allUnits ? UnitScope::kEvery : usual;
+}
+
 }  // namespace
 
 void RequireOneScope(const GlobalOptions& global, const ListOptions& options) {
@@ -70,14 +74,16 @@ std::optional<UnitName> OneUnit(const GlobalOptions& global, const std::vector<U
   return global.unit && !units.empty() ? std::optional(units.front()) : std::nullopt;
 }
 
-ExitStatus PrintOfUnits(const GlobalOptions& global, const ListOptions& options, Console& console,
+ExitStatus PrintOfUnits(const GlobalOptions& global, const ListOptions& options, UnitScope scope,
+                        Console& console,
                         List (*read)(DeskSession&, const std::vector<UnitName>&)) {
   RequireOneScope(global, options);
   CommandSession session(global, Access::kRead, console);
-  const std::vector<UnitName> units = session.ChosenUnits();
+  const UnitScope asked = ScopeOf(options, scope);
+  const std::vector<UnitName> units = session.ChosenUnits(asked);
   session.TellWhatIsMissing(units);
   List rows = session.OfOneState([&] { return read(session.desks(), units); });
-  PrintList(global, options, {std::move(rows), OneUnit(global, units)}, session, console);
+  PrintList(global, options, {std::move(rows), session.UnitOf(asked)}, session, console);
   return ExitStatus::kDone;
 }
 
@@ -85,9 +91,13 @@ ExitStatus PrintOfQueue(const GlobalOptions& global, const ListOptions& options,
                         List (*read)(DeskSession&, std::optional<std::int32_t>)) {
   RequireOneScope(global, options);
   CommandSession session(global, Access::kRead, console);
-  const std::optional<UnitName> unit =
-      global.unit ? std::optional(session.ChosenUnit()) : std::nullopt;
-  List rows = session.OfOneState([&] { return read(session.desks(), global.unit); });
+  const std::optional<UnitName> unit = session.UnitOf(ScopeOf(options, UnitScope::kNamed));
+  std::optional<std::int32_t> key;
+  if (unit) {
+    session.TellWhatIsMissing({*unit});
+    key = unit->key;
+  }
+  List rows = session.OfOneState([&] { return read(session.desks(), key); });
   PrintList(global, options, {std::move(rows), unit}, session, console);
   return ExitStatus::kDone;
 }

@@ -39,10 +39,10 @@ void RequireOneScope(const GlobalOptions& global, const ListOptions& options);
 void PrintList(const GlobalOptions& global, const ListOptions& options, PrintedList printed,
                CommandSession& session, Console& console);
 
-/// Prints the list of the unit of --unit, or of all.
-ExitStatus PrintOfUnits(const GlobalOptions& global, const ListOptions& options, Console& console,
-                        List (*read)(DeskSession&, const std::vector<UnitName>&));
-/// The same of a list that does without the units' names.
+/// Prints the list of the unit that the scope names, or of all: those of --all-units, too.
+ExitStatus PrintOfUnits(const GlobalOptions& global, const ListOptions& options, UnitScope scope,
+                        Console& console, List (*read)(DeskSession&, const std::vector<UnitName>&));
+/// The same of what waits for the unit of --unit or QORHOST_UNIT, or for all.
 ExitStatus PrintOfQueue(const GlobalOptions& global, const ListOptions& options, Console& console,
                         List (*read)(DeskSession&, std::optional<std::int32_t>));
 

@@ -64,16 +64,15 @@ void PrintResults(const std::vector<StatementResult>& results, bool asJson, Comm
   }
 }
 
-/// What all of them would have changed, as of one.
-void PrintTriedAsJson(const std::vector<StatementResult>& results, CommandSession& session,
-                      Console& console) {
-  ChangedRows all;
+/// How many rows all of them have changed.
+std::int64_t RowsOf(const std::vector<StatementResult>& results) {
+  std::int64_t rows = 0;
   for (const StatementResult& result : results) {
     if (const auto* change = std::get_if<ChangedRows>(&result)) {
-      all.rows += change->rows;
+      rows += change->rows;
     }
   }
-  PrintChangeAsJson(all, true, session, console);
+  return rows;
 }
 
 StoreStatements ReadStatements(const SqlOptions& options, Console& console) {
@@ -134,11 +133,11 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
 }
 
 ExitStatus RunUnits(const GlobalOptions& global, const ListOptions& asked, Console& console) {
-  return PrintOfUnits(global, asked, console, UnitList);
+  return PrintOfUnits(global, asked, UnitScope::kEvery, console, UnitList);
 }
 
 ExitStatus RunDoors(const GlobalOptions& global, const ListOptions& asked, Console& console) {
-  return PrintOfUnits(global, asked, console, DoorList);
+  return PrintOfUnits(global, asked, UnitScope::kNamed, console, DoorList);
 }
 
 ExitStatus RunSteps(const GlobalOptions& global, Console& console) {
@@ -159,11 +158,11 @@ ExitStatus RunSql(const GlobalOptions& global, const SqlOptions& options, Consol
   CommandSession session(global, reads ? Access::kRead : Access::kChange, console, TrialOf(trial));
   const std::vector<StatementResult> results = statements.Run(session.desks());
   console.stored = !reads;
-  if (session.ToldTrial({})) {
+  if (session.ToldTrial({}, RowsOf(results))) {
     return ExitStatus::kDone;
   }
   if (trial && global.json) {
-    PrintTriedAsJson(results, session, console);
+    PrintChangeAsJson({RowsOf(results), 0}, true, session, console);  // as of one
   } else {
     PrintResults(results, global.json, session, console);
   }

@@ -8,11 +8,11 @@
 #include "frame/convert.h"
 #include "frame/date.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/name_words.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/whole_number.h"
 #include "host/desks/words.h"
 #include "host/dialect/canonical_date.h"
-#include "host/dialect/folding.h"
 
 namespace qorhost {
 
@@ -25,7 +25,7 @@ constexpr std::size_t kHashLength = 64;
 
 /// Whether the text holds a part, which is folded already.
 bool Holds(std::string_view text, const std::u32string& part) {
-  return part.empty() || dialect::Folded(text).find(part) != std::u32string::npos;
+  return part.empty() || FoldedText(text).find(part) != std::u32string::npos;
 }
 
 std::optional<std::int64_t> EntryNumber(std::string_view text) {
@@ -126,8 +126,8 @@ Value CellOf(const std::vector<StoredCell>& cells, std::string_view column) {
 
 List HistoryList(DeskSession& session, const HistoryQuery& query) {
   const std::string since = FirstMoment(session, query.since);
-  const std::u32string who = dialect::Folded(query.who);
-  const std::u32string subject = dialect::Folded(query.subject);
+  const std::u32string who = FoldedText(query.who);
+  const std::u32string subject = FoldedText(query.subject);
   AuditLog& audit = session.sql().audit();
   List list;
   list.title = "What was done";

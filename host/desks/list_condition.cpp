@@ -5,9 +5,9 @@
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/desks/credential_types.h"
+#include "host/desks/name_words.h"
 #include "host/desks/shown_value.h"
 #include "host/desks/typed_input.h"
-#include "host/dialect/folding.h"
 #include "host/unit/unit_code.h"
 
 namespace qorhost {
@@ -104,13 +104,13 @@ ListCondition::ListCondition(std::string_view where, const std::vector<ReportFie
       yes_ = ReadYesNo(condition.first);
       return;
     case FieldKind::kCredentialType:
-      text_ = dialect::Folded(TypeNameOf(ReadCredentialType(condition.first).type));
+      text_ = FoldedText(TypeNameOf(ReadCredentialType(condition.first).type));
       return;
     case FieldKind::kSchedule:
-      text_ = dialect::Folded(qorcred::ReplaceAll(condition.first, "''", "'"));
+      text_ = FoldedText(qorcred::ReplaceAll(condition.first, "''", "'"));
       return;
     default:
-      text_ = dialect::Folded(condition.first);
+      text_ = FoldedText(condition.first);
       return;
   }
 }
@@ -136,7 +136,7 @@ bool ListCondition::IsMetBy(const Value& cell) const {
 
 bool ListCondition::TextHolds(const Value& cell) const {
   return AnyOf(cell, [this](const Value& one) {
-    const std::u32string text = dialect::Folded(ShownText(one));
+    const std::u32string text = FoldedText(ShownText(one));
     switch (operation_ / kPair) {
       case 0:
         return text == text_;

@@ -14,8 +14,8 @@
 
 namespace qorhost {
 
-/// A condition that is read once and asked of many cells. Texts compare without letter case, dates
-/// by whole days unless a time is given. A cell of several values meets a condition when one of
+/// A condition that is read once and asked of many cells. Texts compare as FoldedText(), dates by
+/// whole days unless a time is given. A cell of several values meets a condition when one of
 /// them does; the operators that deny ("does not equal", "not between", ...) are met when none
 /// does. A cell without a value meets those, and "equal" without a value.
 class ListCondition {

@@ -9,6 +9,7 @@
 
 #include "frame/text.h"
 #include "frame/utf8.h"
+#include "host/dialect/folding.h"
 
 namespace qorhost {
 
@@ -33,15 +34,18 @@ std::string LowerAsciiText(std::string_view text) {
 
 using Letters = std::vector<utf8proc_int32_t>;
 
-/// Decomposed, folded and without marks; nothing for a text that is not UTF-8.
-std::optional<Letters> WithoutMarks(std::string_view text) {
-  constexpr auto kOptions = static_cast<utf8proc_option_t>(UTF8PROC_DECOMPOSE | UTF8PROC_COMPAT |
-                                                           UTF8PROC_CASEFOLD | UTF8PROC_STRIPMARK);
+constexpr auto kWithoutMarks = static_cast<utf8proc_option_t>(
+    UTF8PROC_DECOMPOSE | UTF8PROC_COMPAT | UTF8PROC_CASEFOLD | UTF8PROC_STRIPMARK);
+constexpr auto kComposed = static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE);
+
+/// Its letters, each with its marks behind it as far as `options` leave them; nothing for a text
+/// that is not UTF-8.
+std::optional<Letters> Decomposed(std::string_view text, utf8proc_option_t options) {
   Letters letters(text.size() * 2);
   const auto decompose = [&] {
     return utf8proc_decompose(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
                               static_cast<utf8proc_ssize_t>(text.size()), letters.data(),
-                              static_cast<utf8proc_ssize_t>(letters.size()), kOptions);
+                              static_cast<utf8proc_ssize_t>(letters.size()), options);
   };
   utf8proc_ssize_t count = decompose();
   if (count > static_cast<utf8proc_ssize_t>(letters.size())) {
@@ -84,7 +88,7 @@ std::string Plain(std::string_view text) {
   if (qorcred::IsAscii(text)) {
     return LowerAsciiText(text);
   }
-  const std::optional<Letters> letters = WithoutMarks(text);
+  const std::optional<Letters> letters = Decomposed(text, kWithoutMarks);
   if (!letters) {
     return LowerAsciiText(text);
   }
@@ -101,6 +105,23 @@ std::string Plain(std::string_view text) {
     }
   }
   return plain;
+}
+
+std::u32string FoldedText(std::string_view text) {
+  std::optional<Letters> letters;
+  if (!qorcred::IsAscii(text)) {
+    letters = Decomposed(text, kComposed);
+  }
+  if (!letters) {
+    return dialect::Folded(text);
+  }
+  const utf8proc_ssize_t count = utf8proc_normalize_utf32(
+      letters->data(), static_cast<utf8proc_ssize_t>(letters->size()), kComposed);
+  std::u32string folded;
+  for (utf8proc_ssize_t at = 0; at < count; ++at) {
+    folded += dialect::FoldPoint(static_cast<char32_t>((*letters)[static_cast<std::size_t>(at)]));
+  }
+  return folded;
 }
 
 Words WordsOf(std::string_view text) {

@@ -17,6 +17,11 @@ namespace qorhost {
 /// "Søren" is "soren". Bytes that are not UTF-8 stay.
 [[nodiscard]] std::string Plain(std::string_view text);
 
+/// The text as folded code points, as conditions compare it: letter case does not count, nor
+/// whether an accent is encoded with its letter or behind it (NFC, NFD); accents themselves do.
+/// What is not UTF-8 is folded as it is.
+[[nodiscard]] std::u32string FoldedText(std::string_view text);
+
 /// What a text is sorted by, as people do it: without accents and letter case, so that Öztürk
 /// stands behind Ozan and in front of Petrov; what is the same so by its bytes.
 struct TextOrder {

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <set>
@@ -17,7 +18,9 @@
 #include "host/desks/credential_types.h"
 #include "host/desks/history.h"
 #include "host/desks/listed_rows.h"
+#include "host/desks/tenant_groups.h"
 #include "host/desks/tenant_name.h"
+#include "host/desks/unit_schedules.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/words.h"
 
@@ -44,6 +47,7 @@ class UnitCheck {
   UnitCheck(DeskSession& session, std::int32_t unitKey) : session_(session), unitKey_(unitKey) {}
 
   std::vector<Finding> Run() {
+    ReadBuilding();
     LookAtCredentials();
     LookAtCodes();
     LookAtTenants();
@@ -61,10 +65,22 @@ class UnitCheck {
         fmt::format("SELECT {} FROM {} WHERE UnitKey={} ORDER BY RID", columns, table, unitKey_));
   }
 
+  /// What rows of people, cards and codes may be linked to.
+  void ReadBuilding() {
+    schedules_ = OfferedSchedules(session_, unitKey_);
+    doors_ = Select("RID", "DOORS").rowCount;
+    for (const TenantGroup& group : ReadTenantGroups(session_, unitKey_)) {
+      groups_.insert(group.rid);
+      if (group.isZero) {  // then new tenants are in that one, and nobody is in none
+        groups_.erase(kNoGroup);
+      }
+    }
+  }
+
   void LookAtCredentials() {
-    const QueryResult rows =
-        Select("RID, CredentialType, PINNo, FacilityCode, IDCode, SequenceNumber, ButtonNumber",
-               "CredentialBank");
+    const QueryResult rows = Select(
+        "RID, CredentialType, PINNo, FacilityCode, IDCode, SequenceNumber, ButtonNumber, DOORCODE",
+        "CredentialBank");
     using Number = std::tuple<double, double, double, double, double, double>;
     std::map<Number, std::int32_t> seen;
     for (const ResultRow row : rows.rows()) {
@@ -84,12 +100,25 @@ class UnitCheck {
         Add(fmt::format("{} is there twice, as RID {} and RID {}", name, same->second, rid),
             kOneOfTwo);
       }
+      if (type != qorcred::kTransmitter) {  // the screen shows no door for these
+        LookAtDoor(row[7], WithRid(name, rid));
+      }
+    }
+  }
+
+  void LookAtDoor(const Value& door, const std::string& card) {
+    const double number = qorcred::NumericValue(door);
+    if (number < 0 || number > static_cast<double>(doors_)) {
+      Add(fmt::format("{} has the door {}, which is not there", card, TextOf(door)),
+          "give the card one of the unit's doors, or none");
     }
   }
 
   void LookAtCodes() {
-    const QueryResult rows =
-        Select("RID, DIRECTORYCODE, MODIFIED, STARTDATE, ENDDATE", "DirectoryCode");
+    const QueryResult rows = Select(
+        "RID, DIRECTORYCODE, MODIFIED, STARTDATE, ENDDATE, ISDNDCHECKED, DNDSCHEDULEID, "
+        "ISCFCHECKED, CFSCHEDULEID",
+        "DirectoryCode");
     std::unordered_map<std::string, std::int32_t> seen;
     for (const ResultRow row : rows.rows()) {
       const std::int32_t rid = qorcred::ToLong(row[0]);
@@ -104,14 +133,32 @@ class UnitCheck {
                         same->second, rid),
             kOneOfTwo);
       }
-      LookAtPeriod(row[3], row[4], "directory code " + code);
+      const std::string name = "directory code " + code;
+      LookAtPeriod(row[3], row[4], name);
+      LookAtSwitched(row[5], row[6], name, "Do Not Disturb");
+      LookAtSwitched(row[7], row[8], name, "Call Forwarding");
     }
+  }
+
+  /// A schedule that counts only while its setting is switched on.
+  void LookAtSwitched(const Value& on, const Value& schedule, const std::string& code,
+                      std::string_view setting) {
+    if (IsSet(on) && qorcred::ToBoolean(on) && IsMissingSchedule(schedule)) {
+      Add(fmt::format("{} has the schedule {} for {}, which is not there", code, TextOf(schedule),
+                      setting),
+          fmt::format("give the code another schedule for {}, or switch that off", setting));
+    }
+  }
+
+  [[nodiscard]] bool IsMissingSchedule(const Value& id) const {
+    return IsSet(id) && !schedules_.contains(TextOf(id));
   }
 
   void LookAtTenants() {
     const QueryResult rows =
         Select(fmt::format("RID, {}, CREDENTIALID1, CREDENTIALID2, DIRECTORYCODE, "
-                           "ACTIVESTARTTIME, ACTIVEENDTIME",
+                           "ACTIVESTARTTIME, ACTIVEENDTIME, GROUPID, DOORSCHEDULE1, "
+                           "DOORSCHEDULE2, DOORSCHEDULE3, DOORSCHEDULE4",
                            kTenantName),
                "Tenants");
     for (const ResultRow row : rows.rows()) {
@@ -124,6 +171,27 @@ class UnitCheck {
             "give the tenant another directory code, or none");
       }
       LookAtPeriod(row[5], row[6], "tenant " + name);
+      LookAtGroup(row[7], name);
+      for (const std::int32_t door : {1, 2, 3, 4}) {
+        LookAtDoorSchedule(row[7 + door], door, name);
+      }
+    }
+  }
+
+  void LookAtGroup(const Value& group, const std::string& tenant) {
+    if (IsSet(group) && !groups_.contains(qorcred::ToLong(group))) {
+      Add(fmt::format("tenant {} is in the group {}, which is not there", tenant, TextOf(group)),
+          groups_.contains(kNoGroup)
+              ? "put the tenant into one of the unit's groups, or into 0, which is none"
+              : "put the tenant into one of the unit's groups");
+    }
+  }
+
+  void LookAtDoorSchedule(const Value& schedule, std::int32_t door, const std::string& tenant) {
+    if (IsMissingSchedule(schedule)) {
+      Add(fmt::format("tenant {} has the schedule {} at door {}, which is not there", tenant,
+                      TextOf(schedule), door),
+          "give the tenant another schedule at that door");
     }
   }
 
@@ -171,6 +239,9 @@ class UnitCheck {
   DeskSession& session_;
   std::int32_t unitKey_;
   std::vector<Finding> findings_;
+  ScheduleIds schedules_;                                  // that the screens offer
+  std::unordered_set<std::int32_t> groups_{kNoGroup};      // RIDs, 0 where no group is zero
+  std::size_t doors_ = 0;                                  // cards name them from 1, 0 is none
   std::unordered_map<std::int32_t, std::string> cards_;    // names by RID
   std::unordered_set<std::int32_t> codes_;                 // RIDs
   std::unordered_map<std::int32_t, std::string> holders_;  // tenants by the credential's RID

@@ -18,9 +18,10 @@ struct Finding {
   friend bool operator==(const Finding&, const Finding&) = default;
 };
 
-/// What is wrong with the rows of a unit: numbers and codes that are there twice, links that point
-/// nowhere, credentials with two holders, more codes than the unit takes, periods that end before
-/// they begin. Takes time linear in the rows.
+/// What is wrong with the rows of a unit: numbers and codes that are there twice, links (to
+/// credentials, codes, groups, doors, schedules) that point nowhere, credentials with two holders,
+/// more codes than the unit takes, periods that end before they begin. Takes time linear in the
+/// rows.
 [[nodiscard]] std::vector<Finding> FindingsIn(DeskSession& session, std::int32_t unitKey);
 
 /// Everything: the file itself, the rows of these units, and the history. A row for each finding,

@@ -96,11 +96,16 @@ std::int32_t FindGroup(DeskSession& session, std::int32_t unitKey, const std::st
   const bool isZero = qorcred::CompareIgnoringCase(wanted, "zero") == 0;
   const std::optional<std::int32_t> rid = WholeNumber(wanted);
   std::vector<std::string> names;
+  bool hasZero = false;
   for (const TenantGroup& group : ReadTenantGroups(session, unitKey)) {
     if (isZero ? group.isZero : rid == group.rid) {
       return group.rid;
     }
+    hasZero = hasZero || group.isZero;
     names.push_back(group.isZero ? fmt::format("{} (zero)", group.rid) : std::to_string(group.rid));
+  }
+  if (!hasZero && (isZero || rid == kNoGroup)) {
+    return kNoGroup;
   }
   throw InputFault(
       field::kGroup, given,

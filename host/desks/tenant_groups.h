@@ -13,6 +13,9 @@ struct TenantGroup {
   bool isZero = false;  ///< the one that new tenants get
 };
 
+/// What tenants have for a group where none is the unit's group zero.
+inline constexpr std::int32_t kNoGroup = 0;
+
 /// In the order of their RIDs.
 [[nodiscard]] std::vector<TenantGroup> ReadTenantGroups(DeskSession& session, std::int32_t unitKey);
 

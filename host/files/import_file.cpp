@@ -288,8 +288,7 @@ Table ColumnTable(std::span<const ImportColumn> columns) {
   table.columns = {{"Column", "column"}, {"Needed", "needed"}, {"Cells", "cells"}};
   for (const ImportColumn& column : columns) {
     if (!column.passedOver) {
-      table.rows.push_back(
-          {std::string(column.heading), column.needed ? "yes" : "", std::string(column.help)});
+      table.rows.push_back({std::string(column.heading), column.needed, std::string(column.help)});
     }
   }
   return table;

@@ -155,7 +155,7 @@ class ImportFile {
 /// Whether nothing but blanks stands in a record with several cells: an import passes over it.
 [[nodiscard]] bool IsBlankRow(const CsvRecord& record);
 
-/// The columns and what their cells hold, for people.
+/// The columns, whether each is needed, and what their cells hold.
 [[nodiscard]] Table ColumnTable(std::span<const ImportColumn> columns);
 
 }  // namespace qorhost

@@ -74,12 +74,10 @@ std::string EscapedJson(std::string_view json) {
   return escaped;
 }
 
-constexpr int kOnOneLine = -1;
-constexpr int kIndented = 2;
-
-std::string JsonText(const ordered_json& json, int layout = kOnOneLine) {
+std::string JsonText(const ordered_json& json) {
+  constexpr int kOnOneLine = -1;
   // A text that is not UTF-8 must not stop the output of everything else.
-  return EscapedJson(json.dump(layout, ' ', false, ordered_json::error_handler_t::replace));
+  return EscapedJson(json.dump(kOnOneLine, ' ', false, ordered_json::error_handler_t::replace));
 }
 
 std::vector<std::string> UniqueKeys(const std::vector<TableColumn>& columns) {
@@ -170,18 +168,6 @@ std::string JsonObject::Text() const {
 
 void PrintJsonObject(std::ostream& out, const std::vector<std::pair<std::string, Value>>& members) {
   out << JsonText(ObjectJson(members)) << '\n';
-}
-
-void PrintJsonObject(std::ostream& out, const std::vector<std::pair<std::string, Value>>& members,
-                     const std::string& rowsKey, const Table& rows) {
-  const std::vector<std::string> keys = UniqueKeys(rows.columns);
-  ordered_json array = ordered_json::array();
-  for (const std::vector<Value>& row : rows.rows) {
-    array.push_back(RowJson(keys, row));
-  }
-  ordered_json object = ObjectJson(members);
-  object[rowsKey] = std::move(array);
-  out << JsonText(object, kIndented) << '\n';
 }
 
 }  // namespace qorhost

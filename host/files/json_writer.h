@@ -39,10 +39,4 @@ class JsonObject {
 void PrintJsonObject(std::ostream& out,
                      const std::vector<std::pair<std::string, qorcred::Value>>& members);
 
-/// The same with rows behind the members, under a key of their own: every member and every cell on
-/// a line of its own.
-void PrintJsonObject(std::ostream& out,
-                     const std::vector<std::pair<std::string, qorcred::Value>>& members,
-                     const std::string& rowsKey, const Table& rows);
-
 }  // namespace qorhost

@@ -41,8 +41,8 @@ class Completion : public RunFixture {
     return script;
   }
   /// What the script for Bash offers for the last of these words.
-  [[nodiscard]] std::string Offered(const std::string& words) {
-    return OutputOf("bash -c 'source " + Script("bash") + "; COMP_WORDS=(" + words +
+  [[nodiscard]] std::string Offered(const std::string& words, const std::string& environment = "") {
+    return OutputOf(environment + " bash -c 'source " + Script("bash") + "; COMP_WORDS=(" + words +
                     "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _qorhost; "
                     "echo \"${COMPREPLY[@]}\"'");
   }
@@ -96,6 +96,16 @@ TEST_F(Completion, BashIsOfferedTheArgumentsThatThereAre) {
   EXPECT_EQ(Offered("qorhost history undo \"\""), "1\n");
   EXPECT_EQ(Offered("qorhost completion \"\""), "bash zsh fish\n");
   EXPECT_EQ(Offered("qorhost units edit 1 --na"), "--name\n") << "options behind a hyphen";
+}
+
+TEST_F(Completion, BashIsOfferedWhatTheUnitOfTheEnvironmentHas) {
+  InitDemo();
+  EXPECT_EQ(Run({"doors", "edit", "4", "--name", "Yard2", "--unit", "2"}).status, 0);
+  EXPECT_EQ(Run({"doors", "edit", "4", "--name", "Yard3", "--unit", "3"}).status, 0);
+  EXPECT_EQ(Offered("qorhost doors edit Yard"), "Yard2 Yard3\n");
+  EXPECT_EQ(Offered("qorhost doors edit Yard", "QORHOST_UNIT=2"), "Yard2\n");
+  EXPECT_EQ(Offered("qorhost --unit 3 doors edit Yard", "QORHOST_UNIT=2"), "Yard3\n");
+  EXPECT_EQ(Offered("qorhost units edit \"\"", "QORHOST_UNIT=2"), "1 2 3\n");
 }
 
 TEST_F(Completion, BashIsOfferedFilesAndNothingElseWhereAnArgumentIsNew) {

@@ -1,6 +1,8 @@
 // dircodes import: what it prints, its questions and exit statuses.
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "tests/host/cli/import_fixture.h"
 
 namespace qorhost::test {
@@ -59,6 +61,7 @@ TEST_F(DirCodeImport, JsonHasTheCountsAndEveryRefusedLine) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("\"message\":\"standard output tells what is wrong\""));
   const nlohmann::json report = nlohmann::json::parse(outcome.out);
+  EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), 1);
   EXPECT_EQ(report["done"], 2);
   EXPECT_EQ(report["refused"], 2);
   EXPECT_EQ(report["lines"][0]["line"], 3);

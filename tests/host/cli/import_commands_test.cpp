@@ -6,6 +6,7 @@
 namespace qorhost::test {
 namespace {
 
+using testing::ContainsRegex;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -28,6 +29,16 @@ TEST_F(BadFiles, WithoutAFileTheCommandSaysWhatItNeeds) {
   const Outcome outcome = Run({"dircodes", "import"});
   EXPECT_EQ(outcome.status, 2);
   EXPECT_THAT(outcome.err, HasSubstr("name the CSV file, or - for standard input"));
+}
+
+TEST_F(BadFiles, TheColumnsAreToldToPeopleAndToPrograms) {
+  const std::string told = Run({"dircodes", "import", "--columns"}).out;
+  EXPECT_THAT(told, ContainsRegex("Directory Code +yes +[A-Z]"));
+  EXPECT_THAT(told, ContainsRegex("Extension +[A-Z]"));
+  const nlohmann::json columns = Rows({"dircodes", "import", "--columns"});
+  EXPECT_EQ(columns[0]["column"], "Directory Code");
+  EXPECT_EQ(columns[0]["needed"], true);
+  EXPECT_EQ(columns[1]["needed"], false);
 }
 
 TEST_F(BadFiles, AnUnknownHeadingIsAMistakeAndListsTheColumns) {

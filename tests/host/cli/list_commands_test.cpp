@@ -1,6 +1,8 @@
 // Questions to lists at the command line: one set of options for all of them.
 #include <gmock/gmock.h>
 
+#include <set>
+
 #include "tests/host/cli/run_fixture.h"
 
 namespace qorhost::test {
@@ -106,6 +108,44 @@ TEST_F(ListCommands, OfOneUnitStandUnderItsNameAndOfAllWithItsKey) {
   EXPECT_THAT(Run({"tenants", "list", "--all-units"}).out, StartsWith("Unit  RID  Name"));
   EXPECT_EQ(Rows({"tenants", "list", "--all-units"}).size(), 200U);
   EXPECT_THAT(Run({"report", "dircodes", "--all-units"}).out, StartsWith("Unit  Directory Code"));
+}
+
+TEST_F(ListCommands, WhatIsChangedInOneUnitIsListedOfTheOneThatTheEnvironmentNames) {
+  const auto unitsIn = [this](const std::vector<std::string>& words) {
+    std::set<int> units;
+    for (const nlohmann::json& row : Rows(words)) {
+      units.insert(row["unit"].get<int>());
+    }
+    return units;
+  };
+  for (const char* unit : {"1", "2"}) {
+    ASSERT_EQ(Run({"--unit", unit, "dircodes", "edit", "101", "--phone", "555-0999"}).status, 0);
+  }
+  const std::set<int> changed{1, 2};
+  const std::set<int> all{1, 2, 3};
+  for (const std::string list : {"doors", "schedules", "steps"}) {
+    SCOPED_TRACE(list);
+    const std::set<int>& every = list == "steps" ? changed : all;
+    unitOfEnvironment_.reset();
+    EXPECT_EQ(unitsIn({list, "list"}), every);
+    unitOfEnvironment_ = "2";
+    EXPECT_EQ(unitsIn({list}), std::set<int>{2});
+    EXPECT_EQ(unitsIn({list, "list"}), std::set<int>{2});
+    EXPECT_EQ(unitsIn({list, "list", "--unit", "1"}), std::set<int>{1});
+    EXPECT_EQ(unitsIn({list, "list", "--all-units"}), every);
+    unitOfEnvironment_ = "77";
+    EXPECT_EQ(Run({list, "list"}).status, 2);
+  }
+}
+
+TEST_F(ListCommands, OthersLookAtAllUnitsWhateverTheEnvironmentNames) {
+  unitOfEnvironment_ = "2";
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+  EXPECT_EQ(Rows({"units", "list", "--settings"}).size(), 3U);
+  EXPECT_EQ(Rows({"overview"}).size(), 3U);
+  EXPECT_EQ(Rows({"find", "1004"}).size(), 3U);
+  EXPECT_EQ(Run({"--unit", "1", "doors", "edit", "4", "--name", "Yard"}).status, 0);
+  EXPECT_EQ(Rows({"history", "list", "--where", "unit = 1"}).size(), 1U);
 }
 
 TEST_F(ListCommands, FitTheTerminalAndGoWholeIntoAPipe) {

@@ -274,6 +274,25 @@ TEST_F(Trials, OfSqlNeedNoLeaveToWrite) {
   EXPECT_EQ(Rows({"sql", "SELECT DOORID FROM DOORS WHERE UNITKEY=2"}).size(), 4U);
 }
 
+TEST_F(Trials, OfSqlCountRowsOfWhichTheHistoryTellsNothing) {
+  ASSERT_EQ(Run({"tenants", "edit", "rid:61", "rid:62", "--schedule1", "0"}).status, 0);
+  const std::size_t steps = Rows({"sql", "SELECT RID FROM ProgramSteps"}).size();
+  ASSERT_GT(steps, 1U);
+  const std::string counted = std::to_string(steps) + " rows";
+  EXPECT_EQ(Run({"sql", "--write", "DELETE FROM ProgramSteps", "-n"}).out,
+            "Would have changed " + counted + ". This was a trial, nothing was changed.\n");
+  EXPECT_EQ(Run({"sql", "--write", "DELETE FROM ProgramSteps WHERE RID=-1", "-n"}).out,
+            "Would have changed 0 rows. This was a trial, nothing was changed.\n");
+  EXPECT_THAT(Run({"sql", "-", "-n"},
+                  "DELETE FROM ProgramSteps; UPDATE DOORS SET DOORNAME='Yard' "
+                  "WHERE UNITKEY=2 AND DOORID=4;")
+                  .out,
+              testing::EndsWith("Would have changed DOORS: 1 changed; and " + counted +
+                                " of which the history tells nothing. This was a trial, nothing "
+                                "was changed.\n"));
+  EXPECT_EQ(Rows({"sql", "SELECT RID FROM ProgramSteps"}).size(), steps);
+}
+
 TEST_F(Trials, QuietListsHaveTheirRowsAndNoTitle) {
   const Outcome all = Run({"dircodes", "list"});
   const Outcome quiet = Run({"-q", "dircodes", "list"});

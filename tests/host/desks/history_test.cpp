@@ -129,6 +129,17 @@ TEST_F(HistoryTest, IsNarrowedByUnitTimeNameSubjectAndNumber) {
   EXPECT_THAT(Whats(query), ElementsAre("rename to Cole"));
 }
 
+TEST_F(HistoryTest, ASubjectIsFoundHoweverItsAccentsAreEncoded) {
+  Rename("O\u0308ztu\u0308rk");
+  Rename("Ozturk");
+  HistoryQuery query;
+  query.subject = "öztürk";
+  EXPECT_THAT(Whats(query), ElementsAre("rename to O\u0308ztu\u0308rk", "rename to Ozturk"))
+      << "the second has the former name in its row";
+  Rename("Berg");
+  EXPECT_THAT(Whats(query), testing::SizeIs(2));
+}
+
 TEST_F(HistoryTest, WhatIsNeitherADateNorANumberOfDaysIsAFault) {
   HistoryQuery query;
   for (const char* since : {"yesterday", "d", "-1d", "1.5d", "100000d", "99999999999999999999d"}) {

@@ -10,6 +10,7 @@
 #include "host/desks/finder.h"
 #include "host/desks/history.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/list_condition.h"
 #include "host/desks/schedule_desk.h"
 #include "host/desks/step_desk.h"
 #include "host/desks/store_overview.h"
@@ -78,6 +79,15 @@ TEST(Lists, AreNarrowedByConditionsOnFieldsOfEveryKind) {
   EXPECT_THAT(Where({"active = yes"}), ElementsAre(1, 3));
   EXPECT_THAT(Where({"active <> true"}), ElementsAre(2, 4, 5));
   EXPECT_THAT(Where({"number < 100", "active = no"}), ElementsAre(2, 4));
+}
+
+TEST(Lists, CompareTextsHoweverAnAccentIsEncoded) {
+  EXPECT_THAT(Where({"name = O\u0308ZTU\u0308RK"}), ElementsAre(1));
+  EXPECT_THAT(Where({"name begins with A\u0308"}), ElementsAre(4));
+  EXPECT_THAT(Where({"name begins with A"}), ElementsAre(2)) << "an accent counts";
+  const ListCondition condition("name = Öztürk", {{"name", FieldKind::kText}});
+  EXPECT_TRUE(condition.IsMetBy(Value("O\u0308ztu\u0308rk")));
+  EXPECT_FALSE(condition.IsMetBy(Value("Ozturk")));
 }
 
 TEST(Lists, CompareDatesByDaysUnlessATimeIsGiven) {

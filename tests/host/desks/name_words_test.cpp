@@ -20,6 +20,16 @@ TEST(NameWords, HaveNoAccentsAndNoLetterCase) {
             "ab");
 }
 
+TEST(FoldedTexts, AreOneHoweverAnAccentIsEncoded) {
+  EXPECT_EQ(FoldedText("ÖZTÜRK"), U"öztürk");
+  EXPECT_EQ(FoldedText("O\u0308zTU\u0308RK"), U"öztürk");
+  EXPECT_EQ(FoldedText("Zw\u1E69"), FoldedText("ZWs\u0307\u0323")) << "marks in another order";
+  EXPECT_NE(FoldedText("Öztürk"), FoldedText("Ozturk"));
+  EXPECT_EQ(FoldedText("Straße"), U"straße");
+  EXPECT_EQ(FoldedText(""), U"");
+  EXPECT_EQ(FoldedText("\xFFO\u0308").size(), 3U) << "what is not UTF-8 is not composed";
+}
+
 TEST(NameWords, AreDividedByEverythingButApostrophes) {
   EXPECT_THAT(WordsOf("Meyer-Lund,  Ana"), ElementsAre("meyer", "lund", "ana"));
   EXPECT_THAT(WordsOf("O'Brien"), ElementsAre("obrien"));

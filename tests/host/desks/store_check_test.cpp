@@ -72,6 +72,65 @@ TEST_F(StoreCheckTest, FindsLinksThatPointNowhere) {
                           "there"));
 }
 
+TEST_F(StoreCheckTest, FindsSchedulesOfTenantsThatAreNotThere) {
+  Run("INSERT INTO Schedules (ScheduleID, ScheduleName, UnitKey, Modified) "
+      "VALUES (70, 'Of another unit', 1, 0), (71, 'Deleted', 2, 3), (72, 'There', 2, 0)");
+  Run("UPDATE Tenants SET LastName='Berg', FirstName='Bea', DOORSCHEDULE1=70, DOORSCHEDULE2=71, "
+      "DOORSCHEDULE3=72, DOORSCHEDULE4=-1 WHERE RID=62");
+  EXPECT_THAT(
+      Found(),
+      ElementsAre("tenant Berg Bea (RID 62) has the schedule 70 at door 1, which is not there",
+                  "tenant Berg Bea (RID 62) has the schedule 71 at door 2, which is not there",
+                  "tenant Berg Bea (RID 62) has the schedule -1 at door 4, which is not there"));
+  // The two that every unit has are there also where they are not stored.
+  Run("DELETE FROM Schedules WHERE UnitKey=2 AND ScheduleID IN (0, 1)");
+  Run("UPDATE Tenants SET DOORSCHEDULE1=0, DOORSCHEDULE2=1, DOORSCHEDULE4=NULL WHERE RID=62");
+  EXPECT_THAT(Found(), IsEmpty());
+}
+
+TEST_F(StoreCheckTest, FindsGroupsThatAreNotThere) {
+  const std::string own = Cell("SELECT GROUPID FROM Tenants WHERE RID=62");
+  const std::string other = Cell("SELECT RID FROM TenantGroup WHERE UnitKey=1");
+  Run("UPDATE Tenants SET LastName='Berg', FirstName='Bea', GROUPID=" + other + " WHERE RID=62");
+  EXPECT_THAT(Found(), ElementsAre("tenant Berg Bea (RID 62) is in the group " + other +
+                                   ", which is not there"));
+  Run("UPDATE Tenants SET GROUPID=0 WHERE RID=62");
+  EXPECT_THAT(Found(),
+              ElementsAre("tenant Berg Bea (RID 62) is in the group 0, which is not there"));
+  Run("UPDATE Tenants SET GROUPID=NULL WHERE RID=62");
+  EXPECT_THAT(Found(), IsEmpty());
+}
+
+TEST_F(StoreCheckTest, GroupNoneIsInOrderWhereTheUnitHasNoGroupForNewTenants) {
+  Run("UPDATE Tenants SET GROUPID=0 WHERE RID=62");
+  Run("UPDATE TenantGroup SET IsGroupZero=0 WHERE UnitKey=2");
+  EXPECT_THAT(Found(), IsEmpty());
+  Run("UPDATE Tenants SET GROUPID=0 WHERE UnitKey=2; DELETE FROM TenantGroup WHERE UnitKey=2");
+  EXPECT_THAT(Found(), IsEmpty());
+}
+
+TEST_F(StoreCheckTest, FindsDoorsOfCardsThatAreNotThere) {
+  Run("INSERT INTO CredentialBank (RID, UnitKey, CredentialType, PINNo, FacilityCode, DOORCODE) "
+      "VALUES (9001, 2, 1, 901, 7, 4), (9002, 2, 1, 902, 7, 5), (9003, 2, 1, 903, 7, -1), "
+      "(9004, 2, 1, 904, 7, NULL), (9005, 2, 2, 905, 7, 5)");
+  EXPECT_THAT(
+      Found(),
+      ElementsAre("Standard 26-Bit Card-902 (RID 9002) has the door 5, which is not there",
+                  "Standard 26-Bit Card-903 (RID 9003) has the door -1, which is not there"));
+}
+
+TEST_F(StoreCheckTest, FindsSchedulesOfCodesThatAreNotThereWhileTheyCount) {
+  Run("UPDATE DirectoryCode SET ISDNDCHECKED=-1, DNDSCHEDULEID=70, ISCFCHECKED=-1, "
+      "CFSCHEDULEID=71 WHERE RID=11");
+  EXPECT_THAT(
+      Found(),
+      ElementsAre(
+          "directory code 101 has the schedule 70 for Do Not Disturb, which is not there",
+          "directory code 101 has the schedule 71 for Call Forwarding, which is not there"));
+  Run("UPDATE DirectoryCode SET ISDNDCHECKED=0, ISCFCHECKED=NULL WHERE RID=11");
+  EXPECT_THAT(Found(), IsEmpty());
+}
+
 TEST_F(StoreCheckTest, FindsACredentialWithTwoHolders) {
   const std::string card = Cell("SELECT CREDENTIALID1 FROM Tenants WHERE RID=62");
   Run("UPDATE Tenants SET CREDENTIALID2=CREDENTIALID1 WHERE RID=62");

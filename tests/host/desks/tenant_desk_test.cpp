@@ -315,6 +315,20 @@ TEST_F(TenantDeskTest, WhatCannotBeEnteredIsAFault) {
   EXPECT_EQ(FieldAtFault([&] { entry.SetSchedules("1,1,1,1,1"); }), tenant_field::kSchedules);
 }
 
+TEST_F(TenantDeskTest, WithoutAGroupZeroTenantsAreInNone) {
+  TenantEntry entry;
+  for (const char* none : {"0", "zero"}) {
+    Run("UPDATE TenantGroup SET IsGroupZero=1 WHERE RID=3; UPDATE Tenants SET GROUPID=4 WHERE "
+        "RID=62");
+    entry.group = "0";
+    EXPECT_EQ(FaultyField(entry), tenant_field::kGroup);
+    Run("UPDATE TenantGroup SET IsGroupZero=0 WHERE RID=3");
+    entry.group = none;
+    ASSERT_TRUE(Edit({"rid:62"}, entry).done()) << none;
+    EXPECT_EQ(Of("GROUPID"), "0") << none;
+  }
+}
+
 TEST_F(TenantDeskTest, APeriodMakesATenantActiveUnlessItIsSaid) {
   TenantEntry entry;
   entry.from = "2026-02-01";

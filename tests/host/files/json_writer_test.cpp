@@ -70,21 +70,6 @@ TEST(PrintJson, NumbersKeysThatComeTwice) {
   EXPECT_EQ(row["RID_2_2"], 3);
 }
 
-TEST(PrintJson, WritesAnObjectWithRowsEachValueOnItsLine) {
-  Table table;
-  table.columns = {{"Line", "line"}, {"Message", "message"}};
-  std::ostringstream none;
-  PrintJsonObject(none, {{"unit", 2}, {"done", CountCell(3)}}, "lines", table);
-  EXPECT_EQ(none.str(), "{\n  \"unit\": 2,\n  \"done\": 3,\n  \"lines\": []\n}\n");
-
-  table.rows = {{CountCell(7), "a \x1B"}};
-  std::ostringstream one;
-  PrintJsonObject(one, {{"unit", 2}}, "lines", table);
-  EXPECT_EQ(one.str(),
-            "{\n  \"unit\": 2,\n  \"lines\": [\n    {\n      \"line\": 7,\n      \"message\": \"a "
-            "\\u001b\"\n    }\n  ]\n}\n");
-}
-
 TEST(PrintJson, GivesAnEmptyArrayWithoutRows) {
   Table table;
   table.columns = {{"Name", "name"}};
@@ -98,12 +83,16 @@ TEST(JsonObjects, ArePutTogetherMemberByMemberOnOneLine) {
   JsonObject inner;
   inner.Add("numbers", std::vector<double>{1, 2.5}).Add("none", std::vector<double>{});
   JsonObject object;
-  object.Add("rows", rows).Add("inner", inner).Add("key \"", "text").Add(inner);
+  object.Add("rows", rows)
+      .Add("no rows", Table{})
+      .Add("inner", inner)
+      .Add("key \"", "text")
+      .Add(inner);
   std::ostringstream out;
   object.Print(out);
   JsonObject().Print(out);
   EXPECT_EQ(out.str(),
-            "{\"rows\":[{\"a\":1,\"a_2\":\"x\\u001b\"},{\"a\":true,\"a_2\":null}],"
+            "{\"rows\":[{\"a\":1,\"a_2\":\"x\\u001b\"},{\"a\":true,\"a_2\":null}],\"no rows\":[],"
             "\"inner\":{\"numbers\":[1,2.5],\"none\":[]},\"key \\\"\":\"text\","
             "\"numbers\":[1,2.5],\"none\":[]}\n{}\n");
 }
