@@ -2,14 +2,17 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
 #include <tuple>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "credentials/credential_type.h"
 #include "frame/convert.h"
@@ -83,6 +86,7 @@ class UnitCheck {
         "CredentialBank");
     using Number = std::tuple<double, double, double, double, double, double>;
     std::map<Number, std::int32_t> seen;
+    std::map<std::string, std::vector<std::int32_t>> hidden;  // by type
     for (const ResultRow row : rows.rows()) {
       const std::int32_t rid = qorcred::ToLong(row[0]);
       const double type = qorcred::NumericValue(row[1]);
@@ -100,15 +104,26 @@ class UnitCheck {
         Add(fmt::format("{} is there twice, as RID {} and RID {}", name, same->second, rid),
             kOneOfTwo);
       }
+      if (ScreenLabelOf(type).empty()) {
+        hidden[IsSet(row[1]) ? TextOf(row[1]) : "Null"].push_back(rid);
+      }
       if (type != qorcred::kTransmitter) {  // the screen shows no door for these
         LookAtDoor(row[7], WithRid(name, rid));
       }
     }
+    for (const auto& [type, rids] : hidden) {
+      Add(fmt::format(
+              "credentials of the type {}, which no screen knows: {}, the first RID {}; the "
+              "report has them, lists have not",
+              type, rids.size(), rids.front()),
+          "give them a type that the screens know (qorhost sql --write), or leave them");
+    }
   }
 
   void LookAtDoor(const Value& door, const std::string& card) {
+    constexpr std::size_t kDoorsOfAnyUnit = 4;  // also of one that has not named them all
     const double number = qorcred::NumericValue(door);
-    if (number < 0 || number > static_cast<double>(doors_)) {
+    if (number < 0 || number > static_cast<double>(std::max(doors_, kDoorsOfAnyUnit))) {
       Add(fmt::format("{} has the door {}, which is not there", card, TextOf(door)),
           "give the card one of the unit's doors, or none");
     }
