@@ -32,6 +32,10 @@ const std::string& TypedText(std::string_view field, const std::string& text) {
   return text;
 }
 
+std::string WithTypographicApostrophes(std::string_view text) {
+  return qorcred::ReplaceAll(std::string(text), "'", "\xE2\x80\x99");
+}
+
 bool IsWholeNumber(std::string_view text) {
   std::string_view digits = qorcred::Trim(text);
   if (digits.starts_with('-') || digits.starts_with('+')) {

@@ -23,6 +23,10 @@ namespace qorhost {
 /// What is no number at all is the controller's to refuse.
 [[nodiscard]] std::string TypedNumber(std::string_view field, const std::string& text);
 
+/// The text with typographic apostrophes: what can be written where a plain one would end the text
+/// in a statement.
+[[nodiscard]] std::string WithTypographicApostrophes(std::string_view text);
+
 /// Whether the text is digits alone, perhaps behind a sign; blanks around do not count.
 [[nodiscard]] bool IsWholeNumber(std::string_view text);
 
