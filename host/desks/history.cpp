@@ -48,7 +48,7 @@ std::string FirstMoment(DeskSession& session, std::string_view since) {
     return dialect::CanonicalDate(qorcred::AddDays(session.Today(), -static_cast<double>(*days)));
   }
   try {
-    return dialect::CanonicalDate(ReadDate(history_input::kSince, since).date);
+    return dialect::CanonicalDate(ReadMoment(history_input::kSince, since, TimeOf::kUtc).date);
   } catch (const InputFault& fault) {
     throw InputFault(fault.field(), since,
                      fault.reason() + "; or how many days ago: 7d is from a week ago on");

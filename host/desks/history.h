@@ -27,7 +27,7 @@ inline constexpr std::string_view kHead = "head";
 /// Which entries are looked for; what is left out does not narrow.
 struct HistoryQuery {
   std::optional<std::int32_t> unitKey;  ///< entries of the whole store are among them
-  std::string since;                    ///< a date of UTC, or days back: "7d"
+  std::string since;                    ///< a date of UTC or with its offset, or days back: "7d"
   std::string who;                      ///< a part of the name
   std::string subject;                  ///< a part of what was done, or of a text in its rows
   std::optional<std::size_t> latest;    ///< only so many, the latest ones

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "frame/value.h"
+#include "host/desks/local_time.h"
 #include "host/desks/whole_number.h"
 #include "host/screens/picker_model.h"
 
@@ -41,12 +42,16 @@ struct TakenNumber {
 [[nodiscard]] std::int32_t ReadLong(std::string_view field, std::string_view given,
                                     NumberRange range = {});
 
-/// A date as the pickers show one, with its time or without. Raises InputFault for anything else.
+/// A date as the pickers show one, with its time or without, or with a T between them. Raises
+/// InputFault for anything else.
 struct GivenDate {
   qorcred::Date date;
   bool hasTime = false;
 };
 [[nodiscard]] GivenDate ReadDate(std::string_view field, std::string_view given);
+/// The same for a clock: a time with its offset ("2026-01-31T14:05:09+01:00", or Z) is read as
+/// well, as what that clock shows then. A calendar has no offset.
+[[nodiscard]] GivenDate ReadMoment(std::string_view field, std::string_view given, TimeOf clock);
 
 /// Chooses the date that ReadDate() reads; as an end, without a time, it is the day's last second.
 /// Raises InputFault also for a date that the picker does not offer.
