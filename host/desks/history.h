@@ -40,7 +40,8 @@ struct HistoryQuery {
 /// An entry by the number that the table shows. Raises InputFault when there is none.
 [[nodiscard]] WorkEntry EntryOf(DeskSession& session, std::string_view number);
 
-/// What an entry made of the rows, field by field, as lists call them; values as they are stored.
+/// What an entry made of the rows, field by field, as lists call them; values as they are stored,
+/// but the capacity of a type as a number.
 /// Of a run of new rows the first is shown.
 [[nodiscard]] Table EntryTable(DeskSession& session, std::int64_t entry,
                                NamedFor reader = NamedFor::kPeople);
