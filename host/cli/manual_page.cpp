@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <fmt/ostream.h>
 
+#include <array>
+#include <span>
 #include <string>
 
 namespace qorhost {
@@ -44,6 +46,43 @@ void WriteFooter(std::ostream& out, const std::string& footer) {
   fmt::print(out, ".PP\n.nf\n{}\n.fi\n", Escaped(footer));
 }
 
+/// A word and what it means.
+struct Entry {
+  std::string_view word;
+  std::string_view meaning;
+};
+
+constexpr std::array kExitStatus{
+    Entry{"0", "It is done; what a trial or a list found is printed."},
+    Entry{"1",
+          "Refused: by a controller, by the rules of the building, or by the person who was asked; "
+          "check and history check have found something."},
+    Entry{
+        "2",
+        "Usage: a word, an option, a name, a number or a condition that is not known. Nothing was "
+        "changed."},
+    Entry{"3", "The store or the system failed."}};
+
+constexpr std::array kEnvironment{
+    Entry{"QORHOST_DB",
+          "The store where --db names none; without both, building.db in the current "
+          "folder."},
+    Entry{"QORHOST_UNIT",
+          "The key of the unit where --unit names none. The units, find, overview, history, check "
+          "and export look at all units all the same, and so does a list with --all-units."},
+    Entry{"TZ",
+          "The time zone of the place, in which times are told but those of the history, "
+          "which are of UTC."},
+    Entry{"COLUMNS", "How wide a table may be on a terminal; else as wide as that is."},
+    Entry{"NO_COLOR", "Where it is set nothing is written in colours."}};
+
+void WriteEntries(std::ostream& out, std::string_view title, std::span<const Entry> entries) {
+  fmt::print(out, ".SH {}\n", title);
+  for (const Entry& entry : entries) {
+    fmt::print(out, ".TP\n.B {}\n{}\n", Escaped(entry.word), Escaped(entry.meaning));
+  }
+}
+
 }  // namespace
 
 void WriteManualPage(std::ostream& out, std::string_view version,
@@ -63,6 +102,8 @@ void WriteManualPage(std::ostream& out, std::string_view version,
     WriteOptions(out, command.options);
     WriteFooter(out, command.footer);
   }
+  WriteEntries(out, "EXIT STATUS", kExitStatus);
+  WriteEntries(out, "ENVIRONMENT", kEnvironment);
   out << ".SH EXAMPLES\n";
   WriteFooter(out, program.footer);
 }

@@ -117,13 +117,20 @@ constexpr std::array kPastedBoxes{PastedBox{"txtPhoneNo", field::kPhone},
                                   PastedBox{"txtExtnCF", field::kForwardExtension},
                                   PastedBox{"txtDisplayName", field::kDisplayName}};
 
+/// A name may have another apostrophe; in a number to be dialled any is a slip.
+std::string WayOut(std::string_view name, const std::string& text) {
+  const std::string typographic = WithTypographicApostrophes(text);
+  const bool helps = name == field::kDisplayName && FaultInText(name, typographic).empty();
+  return helps ? ": write " + InReason(typographic) : std::string();
+}
+
 /// Some texts would break the statement or come out of it as others.
 void RequireStorable(ScreenModel& screen) {
   for (const PastedBox& pasted : kPastedBoxes) {
     const std::string& text = screen.Box(pasted.box).text();
     const std::string fault = FaultInText("{field}", text);
     if (!fault.empty()) {
-      throw InputFault(pasted.name, text, fault);
+      throw InputFault(pasted.name, text, fault + WayOut(pasted.name, text));
     }
   }
 }

@@ -10,6 +10,7 @@
 #include "host/desks/input_fault.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/report_captions.h"
+#include "host/desks/typed_input.h"
 
 namespace qorhost {
 
@@ -104,11 +105,10 @@ std::size_t ColumnOfDirCodeControl(std::string_view control, std::size_t first) 
 }
 
 std::string StorableName(const std::string& name, const ImportRules& rules) {
-  constexpr std::string_view kTypographic = "\xE2\x80\x99";
   if (name.find('\'') == std::string::npos) {
     return name;
   }
-  std::string storable = qorcred::ReplaceAll(name, "'", kTypographic);
+  std::string storable = WithTypographicApostrophes(name);
   if (rules.apostrophes == Apostrophes::kReplaced) {
     return storable;
   }

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <limits>
 
+#include "frame/base64.h"
 #include "frame/convert.h"
 #include "frame/date.h"
+#include "frame/runtime_error.h"
 #include "host/desks/input_fault.h"
 #include "host/desks/name_words.h"
 #include "host/desks/typed_input.h"
@@ -48,7 +50,7 @@ std::string FirstMoment(DeskSession& session, std::string_view since) {
     return dialect::CanonicalDate(qorcred::AddDays(session.Today(), -static_cast<double>(*days)));
   }
   try {
-    return dialect::CanonicalDate(ReadDate(history_input::kSince, since).date);
+    return dialect::CanonicalDate(ReadMoment(history_input::kSince, since, TimeOf::kUtc).date);
   } catch (const InputFault& fault) {
     throw InputFault(fault.field(), since,
                      fault.reason() + "; or how many days ago: 7d is from a week ago on");
@@ -176,7 +178,30 @@ const std::vector<StoredCell>& CellsOf(const RowChange& change) {
   return change.kind == RowChangeKind::kDeleted ? change.before : change.after;
 }
 
-Table ChangeTable(const std::vector<RowChange>& changes, NamedFor reader) {
+/// As it is stored, but the capacity of a type as the number that it stands for.
+class ReadableCells {
+ public:
+  explicit ReadableCells(DeskSession& session) : session_(session) {}
+
+  Value Of(const std::string& table, const std::string& column, Value stored) {
+    const auto* text = stored.As<std::string>();
+    if (table != "UNITTYPES" || column != "TOTAL" || text == nullptr) {
+      return stored;
+    }
+    try {
+      return qorcred::ToInteger(decoder_.Decode(session_.ownHost(), *text));
+    } catch (const qorcred::RuntimeError&) {
+      return stored;
+    }
+  }
+
+ private:
+  DeskSession& session_;
+  qorcred::Base64Decoder decoder_;
+};
+
+Table ChangeTable(DeskSession& session, const std::vector<RowChange>& changes, NamedFor reader) {
+  ReadableCells readable(session);
   Table table;
   table.columns = {{"Table", "table"},   {"RID", "rid"},     {"Last RID", "last_rid"},
                    {"Change", "change"}, {"Field", "field"}, {"Before", "before"},
@@ -185,10 +210,13 @@ Table ChangeTable(const std::vector<RowChange>& changes, NamedFor reader) {
     const Value last =
         change.rid == change.lastRid ? Value(Null{}) : Value(static_cast<double>(change.lastRid));
     for (const StoredCell& cell : CellsOf(change)) {
+      const auto shown = [&](const std::vector<StoredCell>& cells) {
+        return readable.Of(change.table, cell.column, CellOf(cells, cell.column));
+      };
       table.rows.push_back({change.table, static_cast<double>(change.rid), last,
                             std::string(WordOf(change.kind)),
                             std::string(NameOfColumn(change.table, cell.column, reader)),
-                            CellOf(change.before, cell.column), CellOf(change.after, cell.column)});
+                            shown(change.before), shown(change.after)});
     }
   }
   return table;
@@ -197,7 +225,7 @@ Table ChangeTable(const std::vector<RowChange>& changes, NamedFor reader) {
 }  // namespace
 
 Table EntryTable(DeskSession& session, std::int64_t entry, NamedFor reader) {
-  return ChangeTable(session.sql().audit().RowsOf(entry), reader);
+  return ChangeTable(session, session.sql().audit().RowsOf(entry), reader);
 }
 
 std::vector<TouchedRow> RowsTouched(DeskSession& session, std::int64_t entry) {
@@ -214,7 +242,7 @@ std::vector<TouchedRow> RowsTouched(DeskSession& session, std::int64_t entry) {
 
 TriedChanges ChangesTried(DeskSession& session, NamedFor reader) {
   const std::vector<RowChange>& tried = session.sql().work().tried();
-  TriedChanges changes{ChangeTable(tried, reader), Summary(tried), 0,
+  TriedChanges changes{ChangeTable(session, tried, reader), Summary(tried), 0,
                        session.sql().work().stepsQueued()};
   for (const RowChange& change : tried) {
     changes.rows += change.lastRid - change.rid + 1;

@@ -27,7 +27,7 @@ inline constexpr std::string_view kHead = "head";
 /// Which entries are looked for; what is left out does not narrow.
 struct HistoryQuery {
   std::optional<std::int32_t> unitKey;  ///< entries of the whole store are among them
-  std::string since;                    ///< a date of UTC, or days back: "7d"
+  std::string since;                    ///< a date of UTC or with its offset, or days back: "7d"
   std::string who;                      ///< a part of the name
   std::string subject;                  ///< a part of what was done, or of a text in its rows
   std::optional<std::size_t> latest;    ///< only so many, the latest ones
@@ -40,7 +40,8 @@ struct HistoryQuery {
 /// An entry by the number that the table shows. Raises InputFault when there is none.
 [[nodiscard]] WorkEntry EntryOf(DeskSession& session, std::string_view number);
 
-/// What an entry made of the rows, field by field, as lists call them; values as they are stored.
+/// What an entry made of the rows, field by field, as lists call them; values as they are stored,
+/// but the capacity of a type as a number.
 /// Of a run of new rows the first is shown.
 [[nodiscard]] Table EntryTable(DeskSession& session, std::int64_t entry,
                                NamedFor reader = NamedFor::kPeople);

@@ -258,6 +258,7 @@ std::vector<ReportField> ConditionFields(const std::vector<ListField>& fields) {
     one.kind = field.kind;
     one.mayBeUnset = true;
     one.takesTimes = true;
+    one.clock = field.clock;
     one.range = {0, kLargestUnitCode};
     one.names = field.names;
     one.yesWord = field.yesWord;

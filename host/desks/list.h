@@ -21,9 +21,6 @@ inline constexpr std::string_view kSort = "sort";
 inline constexpr std::string_view kColumns = "columns";
 }  // namespace list_input
 
-/// Whose clock a date was read from, where it is a moment; such dates are told with their offset.
-enum class TimeOf : std::uint8_t { kCalendar, kUtc, kPlace };
-
 /// A field of a list. Its cells are numbers, dates, Booleans or texts as the kind says, or Null;
 /// a text field may have several texts in a cell.
 struct ListField {

@@ -63,8 +63,8 @@ double SecondsTo(qorcred::Date moment) {
   return static_cast<double>(qorcred::SecondsBetween(qorcred::Date{}, moment));
 }
 
-double GivenMoment(std::string_view given, bool& byMoment) {
-  const GivenDate date = ReadDate(report_input::kCondition, given);
+double GivenMoment(std::string_view given, TimeOf clock, bool& byMoment) {
+  const GivenDate date = ReadMoment(report_input::kCondition, given, clock);
   byMoment = byMoment || date.hasTime;
   return SecondsTo(date.date);
 }
@@ -97,8 +97,10 @@ ListCondition::ListCondition(std::string_view where, const std::vector<ReportFie
       second_ = qorcred::Val(condition.second);
       return;
     case FieldKind::kDate:
-      first_ = GivenMoment(condition.first, byMoment_);
-      second_ = condition.second.empty() ? 0 : GivenMoment(condition.second, byMoment_);
+      first_ = GivenMoment(condition.first, fields[field_].clock, byMoment_);
+      second_ = condition.second.empty()
+                    ? 0
+                    : GivenMoment(condition.second, fields[field_].clock, byMoment_);
       return;
     case FieldKind::kYesNo:
       yes_ = ReadYesNo(condition.first);

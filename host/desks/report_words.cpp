@@ -248,7 +248,7 @@ void CheckSchedule(const ReportField& field, const std::string& given, bool comp
 }
 
 qorcred::Date ReadDay(const ReportField& field, std::string_view given) {
-  const GivenDate date = ReadDate(report_input::kCondition, given);
+  const GivenDate date = ReadMoment(report_input::kCondition, given, field.clock);
   if (date.hasTime && !field.takesTimes) {
     throw InputFault(report_input::kCondition, given,
                      "{field} '{value}': the report compares whole days, leave the time out");

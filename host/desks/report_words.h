@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/desks/credential_types.h"
+#include "host/desks/local_time.h"
 #include "host/desks/whole_number.h"
 
 namespace qorhost {
@@ -47,6 +48,7 @@ struct ReportField {
   std::string noWord{};
   std::string switchedBy{};  ///< of schedules: the field that says whether there is one, or ""
   bool takesTimes = false;   ///< of dates: whether a time may be given, else whole days alone
+  TimeOf clock = TimeOf::kCalendar;  ///< of dates: of a moment its offset may be given
 };
 
 /// An operator by its word in `cboFilter`; its place in the list of operators is that in

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "frame/value.h"
+#include "host/desks/local_time.h"
 #include "host/desks/whole_number.h"
 #include "host/screens/picker_model.h"
 
@@ -23,6 +24,10 @@ namespace qorhost {
 /// What is no number at all is the controller's to refuse.
 [[nodiscard]] std::string TypedNumber(std::string_view field, const std::string& text);
 
+/// The text with typographic apostrophes: what can be written where a plain one would end the text
+/// in a statement.
+[[nodiscard]] std::string WithTypographicApostrophes(std::string_view text);
+
 /// Whether the text is digits alone, perhaps behind a sign; blanks around do not count.
 [[nodiscard]] bool IsWholeNumber(std::string_view text);
 
@@ -37,12 +42,16 @@ struct TakenNumber {
 [[nodiscard]] std::int32_t ReadLong(std::string_view field, std::string_view given,
                                     NumberRange range = {});
 
-/// A date as the pickers show one, with its time or without. Raises InputFault for anything else.
+/// A date as the pickers show one, with its time or without, or with a T between them. Raises
+/// InputFault for anything else.
 struct GivenDate {
   qorcred::Date date;
   bool hasTime = false;
 };
 [[nodiscard]] GivenDate ReadDate(std::string_view field, std::string_view given);
+/// The same for a clock: a time with its offset ("2026-01-31T14:05:09+01:00", or Z) is read as
+/// well, as what that clock shows then. A calendar has no offset.
+[[nodiscard]] GivenDate ReadMoment(std::string_view field, std::string_view given, TimeOf clock);
 
 /// Chooses the date that ReadDate() reads; as an end, without a time, it is the day's last second.
 /// Raises InputFault also for a date that the picker does not offer.

@@ -178,5 +178,18 @@ TEST_F(Completion, TheManualPageHasEveryCommand) {
   EXPECT_THAT(page, HasSubstr(".B \\-\\-unit N\n"));
 }
 
+TEST_F(Completion, TheManualPageTellsHowCommandsEndAndWhatTheyReadOfTheEnvironment) {
+  const std::string page = Run({"manual"}).out;
+  const std::size_t status = page.find("\n.SH EXIT STATUS\n.TP\n.B 0\n");
+  const std::size_t environment = page.find("\n.SH ENVIRONMENT\n.TP\n.B QORHOST_DB\n");
+  ASSERT_NE(status, std::string::npos);
+  ASSERT_NE(environment, std::string::npos);
+  EXPECT_LT(status, environment);
+  for (const char* told :
+       {"\n.B 1\nRefused", "\n.B 2\nUsage", "\n.B 3\nThe store", "\n.B QORHOST_UNIT\nThe key"}) {
+    EXPECT_THAT(page, HasSubstr(told));
+  }
+}
+
 }  // namespace
 }  // namespace qorhost::test

@@ -24,6 +24,26 @@ class HistoryCommands : public RunFixture {
   }
 };
 
+TEST_F(HistoryCommands, ACapacityIsToldAsTheNumberThatItIs) {
+  const std::vector<std::string> edit{"units", "edit", "1", "--capacity", "498", "--yes"};
+  ASSERT_EQ(Run(edit).status, 0);
+  const std::string entry = Rows({"history", "list"}).back()["entry"].dump();
+  EXPECT_THAT(Run({"history", "show", entry}).out, testing::ContainsRegex("TOTAL +[0-9]+ +498\n"));
+  bool found = false;
+  for (const nlohmann::json& row : Rows({"history", "show", entry})) {
+    if (row["field"] == "TOTAL") {
+      found = true;
+      EXPECT_TRUE(row["before"].is_number()) << row;
+      EXPECT_EQ(row["after"], 498);
+    }
+  }
+  EXPECT_TRUE(found);
+  ASSERT_EQ(Run({"sql", "--write", "UPDATE UNITTYPES SET TOTAL='%'"}).status, 0);
+  EXPECT_THAT(Run({"history", "show", Rows({"history", "list"}).back()["entry"].dump()}).out,
+              testing::ContainsRegex("TOTAL +498 +%\n"))
+      << "what is none stays as it is stored";
+}
+
 TEST_F(HistoryCommands, ListShowAndUndo) {
   const nlohmann::json rows = Rows({"history", "list", "--limit", "1"});
   ASSERT_EQ(rows.size(), 1U);

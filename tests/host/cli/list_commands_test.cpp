@@ -177,6 +177,22 @@ TEST_F(ListCommands, ANewLimitOfFindIsKeptAndAConditionLooksAtAllThatMatch) {
   EXPECT_EQ(codes[0]["kind"], "directory code");
 }
 
+TEST_F(ListCommands, AMomentIsGivenBackAsItIsPrinted) {
+  ASSERT_EQ(Run({"--unit", "2", "dircodes", "edit", "101", "--phone", "555-0999"}).status, 0);
+  const std::string queued = Rows({"steps", "list"})[0]["queued"];
+  EXPECT_EQ(Rows({"steps", "list", "--where", "queued >= " + queued}).size(), 1U) << queued;
+  EXPECT_EQ(Rows({"steps", "list", "--where", "queued = " + queued}).size(), 1U) << queued;
+  EXPECT_EQ(Rows({"steps", "list", "--where", "queued > " + queued}).size(), 0U) << queued;
+  const nlohmann::json done = Rows({"history", "list"});
+  const std::string time = done.back()["time"];
+  EXPECT_EQ(Rows({"history", "list", "--where", "time = " + time}),
+            Rows({"history", "list", "--since", time}));
+  EXPECT_EQ(Rows({"history", "list", "--since", "2099-01-01T00:00:00+14:00"}).size(), 0U);
+  const std::string end =
+      Rows({"dircodes", "list", "--unit", "2", "--where", "code = 101"})[0]["end"];
+  EXPECT_FALSE(Rows({"dircodes", "list", "--unit", "2", "--where", "end = " + end}).empty()) << end;
+}
+
 TEST_F(ListCommands, ALimitOfTheHistoryShowsTheLatest) {
   EXPECT_EQ(Run({"doors", "edit", "4", "--name", "Yard", "--unit", "2"}).status, 0);
   const nlohmann::json latest = Rows({"history", "list", "--limit", "1"});

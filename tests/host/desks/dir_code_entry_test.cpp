@@ -123,6 +123,27 @@ INSTANTIATE_TEST_SUITE_P(
                      "Code."}),
     [](const auto& refused) { return refused.param.name; });
 
+TEST_F(DirCodeEntries, ANameIsToldWithTheApostropheThatItMayHave) {
+  const auto refusal = [this](const DirCodeEntry& entry) {
+    DirCodeDesk desk(session(), kUnit);
+    try {
+      EnterNewCode(desk, "250", entry);
+    } catch (const InputFault& fault) {
+      return fault.reason();
+    }
+    return std::string();
+  };
+  const std::string fault = "{field} holds an apostrophe, which would end the text in a statement";
+  DirCodeEntry named = WithPhone("1");
+  named.displayName = "O'Brien {";
+  EXPECT_EQ(refusal(named), fault + ": write O\u2019Brien {{");
+  named.displayName = "O\u2019Brien";
+  EXPECT_EQ(refusal(named), "");
+  named.displayName = "O'Brien, , Ann";
+  EXPECT_EQ(refusal(named), fault) << "the other apostrophe alone does not help";
+  EXPECT_EQ(refusal(WithPhone("1'")), fault) << "there is none in a number";
+}
+
 TEST_F(DirCodeEntries, WhatCannotBeEnteredNamesItsField) {
   EXPECT_EQ(FieldOf(WithPhone("1\n")), field::kPhone);
   EXPECT_EQ(FieldOf(WithPhone("1'")), field::kPhone) << "an apostrophe ends the statement's text";

@@ -78,6 +78,38 @@ TEST(ReadDate, TellsADayFromAMoment) {
   }
 }
 
+TEST(ReadDate, TakesTheTOfPrograms) {
+  const GivenDate read = ReadDate(kField, "2026-12-31T18:00:05");
+  EXPECT_TRUE(read.hasTime);
+  EXPECT_EQ(read.date, qorcred::FromCivil({2026, 12, 31, 18, 0, 5}));
+  EXPECT_THROW((void)ReadDate(kField, "2026-12-31T18:00:05+00:00"), InputFault) << "no clock";
+  EXPECT_THROW((void)ReadDate(kField, "2026-12-31T"), InputFault);
+}
+
+TEST(ReadMoment, TakesAnOffsetAndGivesWhatTheClockShows) {
+  const auto utc = [](std::string_view given) {
+    const GivenDate read = ReadMoment(kField, given, TimeOf::kUtc);
+    EXPECT_TRUE(read.hasTime);
+    return WithUtcOffset(read.date);
+  };
+  EXPECT_EQ(utc("2026-11-23T07:13:42+00:00"), "2026-11-23T07:13:42+00:00");
+  EXPECT_EQ(utc("2026-11-23T07:13:42Z"), "2026-11-23T07:13:42+00:00");
+  EXPECT_EQ(utc(" 2026-11-23 07:13+01:30 "), "2026-11-23T05:43:00+00:00");
+  EXPECT_EQ(utc("2026-11-23T23:13:42-02:00"), "2026-11-24T01:13:42+00:00");
+  EXPECT_EQ(utc("2026-11-23 07:13:42"), "2026-11-23T07:13:42+00:00") << "the clock's own";
+  EXPECT_FALSE(ReadMoment(kField, "2026-11-23", TimeOf::kUtc).hasTime);
+  for (const char* month : {"01", "07"}) {
+    const std::string date = std::string("2026-") + month + "-23 07:13:42";
+    const qorcred::Date place = ReadDate(kField, date).date;
+    EXPECT_EQ(ReadMoment(kField, WithOffset(place), TimeOf::kPlace).date, place) << month;
+  }
+  for (const char* given : {"soon+01:00", "2026-11-23T07:13:42+1:00", "2026-11-23T07:13:42+ab:00",
+                            "9999-12-31T23:59:59-05:00", "Z", "2026-11-23+01:00"}) {
+    EXPECT_THROW((void)ReadMoment(kField, given, TimeOf::kUtc), InputFault) << given;
+  }
+  EXPECT_THROW((void)ReadMoment(kField, "2026-11-23T07:13:42Z", TimeOf::kCalendar), InputFault);
+}
+
 TEST(ChooseDate, TakesTheLastSecondOfADayThatEndsSomething) {
   PickerModel picker(qorcred::FromCivil({2026, 1, 31, 0, 0, 0}));
   ChooseDate(picker, kField, "2026-12-31", true);
