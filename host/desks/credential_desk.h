@@ -114,7 +114,7 @@ class CredentialDesk {
   std::shared_ptr<ScreenModel> screen_;
   std::optional<Controlled<qorcred::clsCredential>> controller_;
   ShownState shown_;
-  bool hidesRows_ = false;    // the list has no entries for some of the unit's credentials
+  bool hidesRows_ = false;    // the controller has made no entries for some of the credentials
   bool hasSettings_ = false;  // when it was looked for last
   Subscription typeSelected_;
   Subscription credentialSelected_;
