@@ -112,10 +112,8 @@ class UnitCheck {
       }
     }
     for (const auto& [type, rids] : hidden) {
-      Add(fmt::format(
-              "credentials of the type {}, which no screen knows: {}, the first RID {}; the "
-              "report has them, lists have not",
-              type, rids.size(), rids.front()),
+      Add(fmt::format("credentials of the type {}, which no screen knows: {}, the first RID {}",
+                      type, rids.size(), rids.front()),
           "give them a type that the screens know (qorhost sql --write), or leave them");
     }
   }

@@ -75,7 +75,7 @@ class CredentialRow {
       work_.Refuse(row_, at_.type, "unknown-type", "the credential has no type");
     } else if (TypeNameOf(*type_).empty()) {
       work_.Keep(row_, at_.type, "unknown-type",
-                 "a type that is not known: the report has it, lists have not");
+                 "a type that is not known: lists have it at their end");
     }
   }
 
