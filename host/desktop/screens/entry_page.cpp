@@ -15,7 +15,11 @@ bool EntryPage::MayLeaveEntry() {
   if (place().runner().busy()) {
     return false;  // a list's finder that looked meanwhile
   }
-  return !entered_ || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
+  const bool may = !entered_ || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
+  if (may) {
+    place().Tell({});  // what was told was told of the entry that is left
+  }
+  return may;
 }
 
 void EntryPage::ShowFile(QLabel& label, const std::filesystem::path& file) {

@@ -1,5 +1,6 @@
 #include "host/desktop/screens/list_table_model.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <algorithm>
 
@@ -12,6 +13,26 @@ namespace qorhost {
 namespace {
 
 constexpr int kRowsMeasured = 200;  // those that a person may see at first
+
+/// Fits a table again whenever its letters change; owned by the table.
+class FontWatch final : public QObject {
+ public:
+  explicit FontWatch(QTableView& view) : QObject(&view), view_(view) {
+    view.installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::FontChange) {
+      // Behind the event: by then the titles have their new letters, too.
+      QMetaObject::invokeMethod(
+          this, [this] { FitColumns(view_); }, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  QTableView& view_;
+};
 
 bool Holds(const std::vector<qorcred::Value>& row, const QString& text) {
   return std::any_of(row.begin(), row.end(), [&text](const qorcred::Value& cell) {
@@ -90,6 +111,12 @@ void SetUp(QTableView& view, QAbstractItemModel& model) {
   view.horizontalHeader()->setHighlightSections(false);
   view.verticalHeader()->hide();
   view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  KeepFit(view);
+}
+
+void KeepFit(QTableView& view) {
+  FitColumns(view);
+  new FontWatch(view);
 }
 
 void FitColumns(QTableView& view) {

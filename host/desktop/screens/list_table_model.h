@@ -48,9 +48,11 @@ class ListTableModel final : public QAbstractTableModel {
   bool downwards_ = false;
 };
 
-/// Gives the view the model, rows of one fixed height, and columns as wide as their first rows
-/// need.
+/// Gives the view the model, and rows of one fixed height; keeps it fit.
 void SetUp(QTableView& view, QAbstractItemModel& model);
+/// Makes columns as wide as their titles and first rows need, and rows as high as the letters.
 void FitColumns(QTableView& view);
+/// Fits the view now, and whenever its letters change.
+void KeepFit(QTableView& view);
 
 }  // namespace qorhost

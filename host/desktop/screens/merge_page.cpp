@@ -124,6 +124,7 @@ void MergePage::Compare() {
 
 void MergePage::ShowNothing() {
   differences_.Show(nullptr, {});
+  FitColumns(*ui_->differences);
   merge_.reset();
   reading_ = {};
   SetEntered(false);

@@ -16,6 +16,7 @@
 #include "host/desks/store_overview.h"
 #include "host/desks/unit_settings.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/screens/list_table_model.h"
 #include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
@@ -62,17 +63,19 @@ OverviewPage::OverviewPage(Workplace& place)
   ui_->expiring->setHorizontalHeaderLabels({tr("Ends"), tr("What"), tr("Name"), tr("Unit")});
   ui_->expiring->verticalHeader()->hide();
   ui_->expiring->horizontalHeader()->setStretchLastSection(true);
-  ShowUnits();
-  ShowExpiring();
+  KeepFit(*ui_->expiring);
+  ShowStored();
 }
 
 OverviewPage::~OverviewPage() = default;
 
 void OverviewPage::Refresh() {
-  (void)Look(tr("The overview cannot be shown."), [this] {
-    ShowUnits();
-    ShowExpiring();
-  });
+  (void)Look(tr("The overview cannot be shown."), [this] { ShowStored(); });
+}
+
+void OverviewPage::ShowStored() {
+  ShowExpiring();
+  ShowUnits();
 }
 
 void OverviewPage::ShowUnits() {
@@ -100,7 +103,13 @@ void OverviewPage::ShowUnits() {
     ui_->unitsLayout->addWidget(box);
   }
   if (units.empty()) {
-    ui_->unitsLayout->addWidget(new QLabel(tr("The store has no units yet."), ui_->unitsContent));
+    auto* none = new QLabel(
+        tr("The store has no units yet. “qorhost units add” makes one; F5 shows it then."),
+        ui_->unitsContent);
+    none->setWordWrap(true);
+    ui_->unitsLayout->addWidget(none);
+  } else if (ui_->expiring->rowCount() == 0) {
+    ui_->unitsLayout->addWidget(new QLabel(tr("Nothing ends within 30 days."), ui_->unitsContent));
   }
   ui_->unitsLayout->addStretch();
 }
@@ -123,10 +132,9 @@ void OverviewPage::ShowExpiring() {
     }
     ++row;
   }
-  ui_->expiring->resizeColumnsToContents();
+  FitColumns(*ui_->expiring);
   ui_->expiring->setVisible(!found.empty());
   ui_->expiringLabel->setVisible(!found.empty());
-  ui_->nothingExpires->setVisible(found.empty());
 }
 
 }  // namespace qorhost

@@ -22,6 +22,7 @@ class OverviewPage final : public ScreenPage {
   void Refresh() override;
 
  private:
+  void ShowStored();
   void ShowUnits();
   void ShowExpiring();
 

@@ -155,7 +155,8 @@ void ReportPage::ShowState() {
   }
 }
 
-/// "75 rows: 50 Corvin 30-Bit Card, 25 Transmitter": how many of each type, or of yes and no.
+/// How many rows are shown, and of a report with credential types how many of each, where these are
+/// few: "75 rows: 50 Corvin 30-Bit Card, 25 Transmitter".
 QString ReportPage::Totals() const {
   const List& shown = rows_.shown();
   QString told = Rows(shown.rows.size());

@@ -214,6 +214,7 @@ void TenantsPage::ShowChosen() {
                                             : Tenants(tenants.size()));
   ui_->severalHint->setVisible(tenants.size() > 1);
   ui_->periodHint->setVisible(tenants.empty());
+  ui_->groupLease->updateGeometry();  // else it keeps the height of a hint that has gone
   ui_->endButton->setEnabled(!tenants.empty());
   ui_->deleteButton->setEnabled(!tenants.empty());
 }

@@ -4,6 +4,7 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QtGlobal>
+#include <algorithm>
 
 #ifdef QORDESK_TRANSLATED
 /// Stands outside of all namespaces, as its macro asks for.
@@ -16,13 +17,21 @@ static void TakeTranslations() {}
 
 namespace qorhost {
 
+QString LanguageFor(const QString& key) {
+  const QString wanted =
+      (key.isEmpty() ? QLocale::system() : QLocale(key)).name().section(QLatin1Char('_'), 0, 0);
+  const auto known = std::find_if(
+      kLanguages.begin(), kLanguages.end(),
+      [&wanted](const LanguageName& language) { return wanted == QLatin1String(language.key); });
+  return QString::fromLatin1(known == kLanguages.end() ? kLanguages.front().key : known->key);
+}
+
 Language::Language(const QString& key) {
-  const QLocale locale = key.isEmpty() ? QLocale::system() : QLocale(key);
-  if (locale.language() == QLocale::English) {
+  const QString language = LanguageFor(key);
+  if (language == QLatin1String(kLanguages.front().key)) {
     return;
   }
   TakeTranslations();
-  const QString language = locale.name().section(QLatin1Char('_'), 0, 0);
   if (own_.load(QStringLiteral(":/translations/qordesk_%1.qm").arg(language))) {
     QCoreApplication::installTranslator(&own_);
     // Buttons of boxes and the dialogs for files.

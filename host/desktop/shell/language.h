@@ -17,6 +17,10 @@ struct LanguageName {
 inline constexpr std::array kLanguages{LanguageName{"en", "English"},
                                        LanguageName{"de", "Deutsch"}};
 
+/// The one of kLanguages that the program speaks under a key: its own, for "" the system's where it
+/// is one of them, else English.
+[[nodiscard]] QString LanguageFor(const QString& key);
+
 /// Translates windows that are made while it lives. Where the build has no translations, all is
 /// English.
 class Language {

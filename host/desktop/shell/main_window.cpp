@@ -1,7 +1,5 @@
 #include "host/desktop/shell/main_window.h"
 
-#include <QAction>
-#include <QActionGroup>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QLabel>
@@ -52,7 +50,9 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
       sides_(new QWidget(this)),
       calls_(new CallLogDock(surroundings_.clock, this)),
       screens_(new QListWidget(sides_)),
-      units_(new QComboBox(sides_)) {
+      units_(new QComboBox(sides_)),
+      themes_(new QActionGroup(this)),
+      sizes_(new QActionGroup(this)) {
   MakeSides();
   addDockWidget(Qt::BottomDockWidgetArea, calls_);
   calls_->hide();
@@ -142,11 +142,15 @@ void MainWindow::MakeScreensMenu() {
     ++row;
   }
   go->addSeparator();
-  go->addAction(tr("Refresh"), QKeySequence::Refresh, this, [this] {
-    if (ScreenPage* shown = page(); shown != nullptr && MayLeave()) {
-      shown->Refresh();
-    }
-  });
+  go->addAction(tr("Refresh"), QKeySequence::Refresh, this, [this] { ShowAgain(); });
+}
+
+QAction* MainWindow::AddChoice(QMenu& menu, QActionGroup& group, const QString& text,
+                               const std::function<void()>& choose) {
+  QAction* action = menu.addAction(text, this, choose);
+  action->setCheckable(true);
+  group.addAction(action);
+  return action;
 }
 
 void MainWindow::MakeViewMenu() {
@@ -154,30 +158,45 @@ void MainWindow::MakeViewMenu() {
   calls_->toggleViewAction()->setShortcut(QKeySequence(QStringLiteral("Ctrl+L")));
   look->addAction(calls_->toggleViewAction());
   look->addSeparator();
-  look->addAction(tr("Light"), this, [this] {
-    SetAppearance({Theme::kLight, appearance_.textPercent});
-  });
-  look->addAction(tr("Dark"), this, [this] {
-    SetAppearance({Theme::kDark, appearance_.textPercent});
-  });
-  look->addSeparator();
-  for (const int percent : {100, 125, 150, 200}) {
-    look->addAction(tr("Text at %1 %").arg(percent), this, [this, percent] {
-      SetAppearance({appearance_.theme, percent});
-    });
+  const std::pair<QString, Theme> themes[] = {{tr("Light"), Theme::kLight},
+                                              {tr("Dark"), Theme::kDark}};
+  for (const auto& [text, theme] : themes) {
+    AddChoice(*look, *themes_, text, [this, theme = theme] {
+      SetAppearance({theme, appearance_.textPercent});
+    })->setData(static_cast<int>(theme));
   }
   look->addSeparator();
+  for (const int percent : {100, 125, 150, 200}) {
+    AddChoice(*look, *sizes_, tr("Text at %1 %").arg(percent), [this, percent] {
+      SetAppearance({appearance_.theme, percent});
+    })->setData(percent);
+  }
+  TickLook();
+  look->addSeparator();
+  auto* languages = new QActionGroup(this);
+  const QString chosen = LanguageFor(remembered_.language());
   for (const LanguageName& language : kLanguages) {
-    look->addAction(QString::fromUtf8(language.name), this, [this, key = language.key] {
-      remembered_.SetLanguage(QString::fromLatin1(key));
+    const QString key = QString::fromLatin1(language.key);
+    AddChoice(*look, *languages, QString::fromUtf8(language.name), [this, key] {
+      remembered_.SetLanguage(key);
       statusBar()->showMessage(tr("The language holds from the next start on."), kToldFor);
-    });
+    })->setChecked(key == chosen);
+  }
+}
+
+void MainWindow::TickLook() {
+  for (QAction* theme : themes_->actions()) {
+    theme->setChecked(theme->data().toInt() == static_cast<int>(appearance_.theme));
+  }
+  for (QAction* size : sizes_->actions()) {
+    size->setChecked(size->data().toInt() == appearance_.textPercent);
   }
 }
 
 void MainWindow::SetAppearance(const Appearance& appearance) {
   appearance_ = appearance;
   Apply(appearance_);
+  TickLook();
 }
 
 void MainWindow::Restore() {
@@ -277,6 +296,38 @@ bool MainWindow::CreateStoreAt(const std::filesystem::path& file, bool demo) {
   } catch (const std::exception& failure) {
     TellNotOpened(tr("No store can be made at %1.").arg(QString::fromStdString(file.string())),
                   failure);
+  }
+  return false;
+}
+
+void MainWindow::ShowAgain() {
+  if (place_ == nullptr || !MayLeave()) {
+    return;
+  }
+  if (units_->count() == 0 && !ReadUnits()) {
+    return;
+  }
+  if (ScreenPage* shown = page()) {
+    shown->Refresh();
+  } else {
+    ShowPage(screens_->currentRow());
+  }
+}
+
+/// Whether they could be read; what went wrong is told.
+bool MainWindow::ReadUnits() {
+  try {
+    std::vector<UnitName> units;
+    const bool ran =
+        runner_.Run(tr("Reading the units"), [&] { units = place_->session().Units(); });
+    if (ran) {
+      FillUnits(units);
+    }
+    return ran;
+  } catch (const std::exception& failure) {
+    if (!runner_.cancelled()) {
+      TellFailure(this, tr("The units cannot be read."), Told(failure.what()));
+    }
   }
   return false;
 }

@@ -1,13 +1,17 @@
 // The window: a store that is open, its units, and the screens.
 #pragma once
 
+#include <QAction>
+#include <QActionGroup>
 #include <QComboBox>
 #include <QListWidget>
 #include <QMainWindow>
+#include <QMenu>
 #include <QSettings>
 #include <QString>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -58,11 +62,18 @@ class MainWindow final : public QMainWindow {
   void MakeStoreMenu();
   void MakeScreensMenu();
   void MakeViewMenu();
+  /// An entry that has a tick while it is the one of its group that holds.
+  QAction* AddChoice(QMenu& menu, QActionGroup& group, const QString& text,
+                     const std::function<void()>& choose);
+  void TickLook();
   void MakeSides();
   /// False when another operation runs. Raises what reading its units raises; the store that was
   /// open stays so then.
   bool TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
                  const QString& name);
+  /// The screen in front as it is stored now, in a store without units with those that it has now.
+  void ShowAgain();
+  [[nodiscard]] bool ReadUnits();
   void TellNotOpened(const QString& what, const std::exception& failure);
   void FillUnits(const std::vector<UnitName>& units);
   void TakeUnit(int index);
@@ -87,6 +98,8 @@ class MainWindow final : public QMainWindow {
   CallLogDock* calls_;
   QListWidget* screens_;
   QComboBox* units_;
+  QActionGroup* themes_;
+  QActionGroup* sizes_;
 };
 
 }  // namespace qorhost

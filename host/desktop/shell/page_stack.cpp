@@ -85,7 +85,8 @@ bool PageStack::Make(int row) {
   const bool ran = runner_.Run(tr("Opening %1").arg(TitleOf(screen)), [&] {
     if (screen.needsUnit && place_->session().Units().empty()) {
       throw RefusedError(
-          FromQt(tr("The store has no units yet: this screen shows what is in one.")));
+          FromQt(tr("The store has no units yet: this screen shows what is in one. “qorhost units "
+                    "add” makes one; F5 shows it then.")));
     }
     made = screen.make(*place_);
   });

@@ -1364,10 +1364,6 @@
         <source>What ends soon</source>
         <translation>Was bald endet</translation>
     </message>
-    <message>
-        <source>Nothing ends within 30 days.</source>
-        <translation>Innerhalb von 30 Tagen endet nichts.</translation>
-    </message>
 </context>
 <context>
     <name>ReportPage</name>
@@ -2488,6 +2484,10 @@
         <source>Reading the units</source>
         <translation>Die Anlagen werden gelesen</translation>
     </message>
+    <message>
+        <source>The units cannot be read.</source>
+        <translation>Die Anlagen können nicht gelesen werden.</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::MergePage</name>
@@ -2646,16 +2646,20 @@
         <translation>%1 Ausweise, %2 Rufcodes; %3</translation>
     </message>
     <message>
-        <source>The store has no units yet.</source>
-        <translation>Der Bestand hat noch keine Anlagen.</translation>
-    </message>
-    <message>
         <source>Tenant</source>
         <translation>Mieter</translation>
     </message>
     <message>
         <source>Directory code</source>
         <translation>Rufcode</translation>
+    </message>
+    <message>
+        <source>The store has no units yet. “qorhost units add” makes one; F5 shows it then.</source>
+        <translation>Der Bestand hat noch keine Anlagen. „qorhost units add“ macht eine; F5 zeigt sie dann.</translation>
+    </message>
+    <message>
+        <source>Nothing ends within 30 days.</source>
+        <translation>Innerhalb von 30 Tagen endet nichts.</translation>
     </message>
 </context>
 <context>
@@ -2669,12 +2673,12 @@
         <translation>%1 wird geöffnet</translation>
     </message>
     <message>
-        <source>The store has no units yet: this screen shows what is in one.</source>
-        <translation>Der Bestand hat noch keine Anlagen: Dieser Bildschirm zeigt, was in einer ist.</translation>
-    </message>
-    <message>
         <source>%1 cannot be shown: %2</source>
         <translation>%1 kann nicht angezeigt werden: %2</translation>
+    </message>
+    <message>
+        <source>The store has no units yet: this screen shows what is in one. “qorhost units add” makes one; F5 shows it then.</source>
+        <translation>Der Bestand hat noch keine Anlagen: Dieser Bildschirm zeigt, was in einer ist. „qorhost units add“ macht eine; F5 zeigt sie dann.</translation>
     </message>
 </context>
 <context>

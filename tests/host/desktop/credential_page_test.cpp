@@ -59,10 +59,21 @@ TEST_F(CredentialScreens, ARefusalIsShownAtTheWidgetInTheControllersWords) {
   ASSERT_EQ(answers_->seen().size(), 1U);
   const SeenBox& box = answers_->seen().front();
   EXPECT_EQ(box.text, "You must enter a credential number.");
+  EXPECT_EQ(box.title, "Pello RT");
   EXPECT_EQ(box.defaultButton, "OK");
   EXPECT_EQ(Marked(), "txtPINStart: You must enter a credential number.");
   EXPECT_EQ(window().focusWidget(), &Find<QLineEdit>("txtPINStart"));
   Type("txtPINStart", "9");
+  EXPECT_EQ(Marked(), "");
+}
+
+TEST_F(CredentialScreens, WhatWasToldOfARefusalGoesWithTheEntry) {
+  answers_->Click(QMessageBox::Ok);
+  Click("saveButton");
+  EXPECT_EQ(Told(), "Nothing was changed.");
+  const QAbstractItemModel& list = *Find<QListView>("cboCredentials").model();
+  ClickEntry("cboCredentials", list.index(3, 0).data().toString().toUtf8().constData());
+  EXPECT_EQ(Told(), "");
   EXPECT_EQ(Marked(), "");
 }
 

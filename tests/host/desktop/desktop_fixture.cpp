@@ -9,6 +9,7 @@
 #include <QListView>
 #include <QPushButton>
 #include <QStatusBar>
+#include <algorithm>
 
 #include "frame/convert.h"
 #include "host/desktop/binding/qt_text.h"
@@ -41,6 +42,32 @@ void ClickRow(QAbstractItemView& view, int row) {
 }
 
 }  // namespace
+
+std::vector<std::string> CallsOf(std::string_view operation,
+                                 const std::vector<std::string>& trace) {
+  const std::string call = "." + std::string(operation) + "(";
+  const auto last = std::find_if(trace.rbegin(), trace.rend(), [&call](const std::string& line) {
+    return !line.starts_with(' ') && line.find(call) != std::string::npos;
+  });
+  std::vector<std::string> lines;
+  if (last == trace.rend()) {
+    return lines;
+  }
+  const auto first = last.base() - 1;
+  const auto isOver = [](const std::string& line) { return !line.starts_with(' '); };
+  auto end = std::find_if(first + 1, trace.end(), isOver);
+  if (end != trace.end() && end->starts_with("-> ")) {
+    ++end;
+  }
+  for (auto line = first; line != end; ++line) {
+    std::string plain = *line;
+    for (std::size_t at = plain.find('@'); at != std::string::npos; at = plain.find('@', at)) {
+      plain.erase(at, plain.find_first_not_of("0123456789", at + 1) - at);
+    }
+    lines.push_back(plain);
+  }
+  return lines;
+}
 
 void Settle() {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -192,6 +219,10 @@ std::unique_ptr<DeskSession> DesktopTest::WithoutAWindow(std::vector<std::string
   Surroundings surroundings;
   surroundings.clock = TheTestsDay;
   surroundings.trace = [&trace](std::string_view line) { trace.emplace_back(line); };
+  surroundings.messageBox = [](std::string_view, qorcred::MessageStyle style, std::string_view) {
+    return style == qorcred::MessageStyle::kQuestion ? qorcred::MessageButton::kYes
+                                                     : qorcred::MessageButton::kOk;
+  };
   CreateStore(File("other.db"), true, surroundings.clock);
   return std::make_unique<DeskSession>(OpenStoreFile(File("other.db"), Access::kChange),
                                        surroundings);
@@ -260,6 +291,20 @@ std::string DesktopTest::Marked() {
 
 std::string DesktopTest::Told() {
   return FromQt(window_->statusBar()->currentMessage());
+}
+
+void DesktopTest::GiveACard(const char* number) {
+  window_->ShowScreen(QStringLiteral("credentials"));
+  Choose("cboCredentialType", "Standard 26-Bit Card");
+  Type("txtPINStart", number);
+  Type("txtFacilityCode", "7");
+  Click("saveButton");
+  const auto& holders = Find<QComboBox>("cboAssignedTo");
+  const QString paula =
+      holders.itemText(holders.findText(QStringLiteral("O'Brien Paula"), Qt::MatchStartsWith));
+  Choose("cboAssignedTo", paula.toUtf8().constData());
+  Click("saveButton");
+  ASSERT_EQ(Told(), std::string("Saved Standard 26-Bit Card-") + number + ".");
 }
 
 std::string DesktopTest::Cell(const std::string& select) {

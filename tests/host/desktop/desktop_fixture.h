@@ -20,6 +20,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "frame/date.h"
@@ -98,7 +99,8 @@ class DesktopTest : public testing::Test {
   /// The demo building in a file, shown at a screen for unit 2.
   void OpenDemoAt(const QString& screen);
   [[nodiscard]] std::filesystem::path File(const std::string& name) const;
-  /// A session on another demo building, with the same clock, which adds its calls to `trace`.
+  /// A session on another demo building, with the same clock, which adds its calls to `trace` and
+  /// answers questions with Yes.
   [[nodiscard]] std::unique_ptr<DeskSession> WithoutAWindow(std::vector<std::string>& trace) const;
 
   [[nodiscard]] MainWindow& window() { return *window_; }
@@ -130,6 +132,9 @@ class DesktopTest : public testing::Test {
   /// What is said at which widget: "txtPINStart: You must ...".
   [[nodiscard]] std::string Marked();
   [[nodiscard]] std::string Told();
+  /// Issues a card at the credential screen and gives it to Paula O'Brien: two entries of the
+  /// history, and a step.
+  void GiveACard(const char* number);
   /// The first cell of a SELECT on the open store.
   [[nodiscard]] std::string Cell(const std::string& select);
 
@@ -139,6 +144,11 @@ class DesktopTest : public testing::Test {
   std::unique_ptr<Answers> answers_;
   std::unique_ptr<MainWindow> window_;
 };
+
+/// What a trace has of the last call of an operation, from its first line to its return, without
+/// the numbers of objects: a window has seen others before.
+[[nodiscard]] std::vector<std::string> CallsOf(std::string_view operation,
+                                               const std::vector<std::string>& trace);
 
 /// Works off what waits in the window's queue.
 void Settle();

@@ -132,5 +132,57 @@ TEST_F(DirCodeScreens, ACodeIsRenumberedAndDeleted) {
   EXPECT_EQ(CellOf("Count(*)", "398"), "0");
 }
 
+TEST_F(DirCodeScreens, SavesMakeTheCallsThatTheyMakeWithoutAWindow) {
+  EnterCode("399");
+  trace_.clear();
+  Click("saveButton");
+  const std::vector<std::string> added = CallsOf("pbSave", trace_);
+  ASSERT_GT(added.size(), 20U);
+  ClickEntry("cbodirectorycode", "0101");
+  Type("txtExtn", "42");
+  trace_.clear();
+  Click("saveButton");
+  const std::vector<std::string> changed = CallsOf("pbSave", trace_);
+  ASSERT_GT(changed.size(), 20U);
+
+  std::vector<std::string> headless;
+  const auto session = WithoutAWindow(headless);
+  DirCodeDesk desk(*session, kUnit);
+  DirCodeEntry entry;
+  entry.displayName = "Lobby";
+  entry.phone = "5550100";
+  EnterNewCode(desk, "399", entry);
+  ASSERT_TRUE(desk.AddCode().isStored());
+  EXPECT_EQ(added, CallsOf("pbSave", headless));
+  (void)desk.Select("0101");
+  DirCodeEntry change;
+  change.extension = "42";
+  (void)EnterDirCodeChange(desk, change);
+  ASSERT_TRUE(desk.SaveEdited().done());
+  EXPECT_EQ(changed, CallsOf("pbSave", headless));
+}
+
+TEST_F(DirCodeScreens, RenumberingAndDeletingMakeTheCallsThatTheyMakeWithoutAWindow) {
+  ClickEntry("cbodirectorycode", "0102");
+  answers_->Type(QStringLiteral("398"));
+  Click("renumberButton");
+  answers_->Click(QMessageBox::Yes);
+  Click("deleteButton");
+  const std::vector<std::string> renumbered = CallsOf("pbUpdateDirCode", trace_);
+  const std::vector<std::string> deleted = CallsOf("pbDelete", trace_);
+  ASSERT_GT(renumbered.size(), 5U);
+  ASSERT_GT(deleted.size(), 5U);
+
+  std::vector<std::string> headless;
+  const auto session = WithoutAWindow(headless);
+  DirCodeDesk desk(*session, kUnit);
+  (void)desk.Select("0102");
+  desk.TypeCode("398");
+  ASSERT_TRUE(desk.Renumber().done());
+  ASSERT_TRUE(desk.Delete().done());
+  EXPECT_EQ(renumbered, CallsOf("pbUpdateDirCode", headless));
+  EXPECT_EQ(deleted, CallsOf("pbDelete", headless));
+}
+
 }  // namespace
 }  // namespace qorhost::test

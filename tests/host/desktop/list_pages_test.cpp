@@ -1,6 +1,7 @@
 // The screens that show lists: programming steps, and the history with its way back.
 #include <gmock/gmock.h>
 
+#include <QHeaderView>
 #include <QPushButton>
 #include <QTableView>
 
@@ -14,19 +15,10 @@ using testing::HasSubstr;
 
 class ListScreens : public DesktopTest {
  protected:
-  /// A card for a tenant: two entries of the history, and a step.
+  /// Two entries of the history, and a step.
   void Work() {
     OpenDemoAt(QStringLiteral("credentials"));
-    Choose("cboCredentialType", "Standard 26-Bit Card");
-    Type("txtPINStart", "9001");
-    Type("txtFacilityCode", "7");
-    Click("saveButton");
-    const auto& holders = Find<QComboBox>("cboAssignedTo");
-    const QString paula =
-        holders.itemText(holders.findText(QStringLiteral("O'Brien Paula"), Qt::MatchStartsWith));
-    Choose("cboAssignedTo", paula.toUtf8().constData());
-    Click("saveButton");
-    ASSERT_EQ(Told(), "Saved Standard 26-Bit Card-9001.");
+    GiveACard("9001");
   }
   void ClickCell(const char* table, int row) {
     auto& view = Find<QTableView>(table);
@@ -121,6 +113,31 @@ TEST(ListTables, SortDatesByTimeNumbersByValueAndEmptyCellsLast) {
   EXPECT_THAT(numbers(), testing::ElementsAre("100", "10", "9"));
   model.Narrow(QStringLiteral("2025"));
   EXPECT_THAT(numbers(), testing::ElementsAre("100"));
+}
+
+TEST(ListTables, ShowManyRowsInOneNotification) {
+  constexpr int kMany = 65000;
+  List list;
+  list.fields = {{"Number", "number", FieldKind::kNumber}};
+  for (std::int32_t number = 0; number < kMany; ++number) {
+    list.rows.push_back({number});
+  }
+  ListTableModel model;
+  QTableView view;
+  qorhost::SetUp(view, model);  // the test has one, too
+  view.show();
+  int resets = 0;
+  int others = 0;
+  QObject::connect(&model, &QAbstractItemModel::modelReset, &view, [&resets] { ++resets; });
+  QObject::connect(&model, &QAbstractItemModel::rowsInserted, &view, [&others] { ++others; });
+  QObject::connect(&model, &QAbstractItemModel::layoutChanged, &view, [&others] { ++others; });
+  QObject::connect(&model, &QAbstractItemModel::dataChanged, &view, [&others] { ++others; });
+  model.Show(std::move(list));
+  FitColumns(view);
+  EXPECT_EQ(model.rowCount(), kMany);
+  EXPECT_EQ(resets, 1);
+  EXPECT_EQ(others, 0);
+  EXPECT_EQ(view.rowHeight(kMany - 1), view.verticalHeader()->defaultSectionSize());
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The window around the screens: stores, units, what is remembered, what goes wrong.
 #include <gmock/gmock.h>
 
-#include <QAbstractSpinBox>
+#include <QActionGroup>
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
@@ -29,15 +29,6 @@ TEST_F(Windows, TheDemoBuildingOpensAtItsOverview) {
   EXPECT_EQ(bars.size(), 3);
   EXPECT_THAT(bars.front()->text().toStdString(), HasSubstr("codes in use"));
   EXPECT_EQ(Find<QComboBox>("unitChooser").count(), 3);
-}
-
-TEST_F(Windows, ANewStoreWithoutUnitsSaysSo) {
-  ASSERT_TRUE(window().CreateStoreAt(File("empty.db"), false));
-  window().ShowScreen(QStringLiteral("credentials"));
-  EXPECT_EQ(window().page(), nullptr);
-  const auto* problem = window().findChild<QStackedWidget*>()->currentWidget();
-  EXPECT_THAT(qobject_cast<const QLabel*>(problem)->text().toStdString(),
-              HasSubstr("no units yet"));
 }
 
 TEST_F(Windows, WhatIsNoStoreIsToldAndTheProgramGoesOn) {
@@ -127,56 +118,29 @@ TEST_F(Windows, TheMenusAreReachedByF10) {
   QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
 }
 
-/// What a person works in, not the parts that those are made of.
-bool IsEditor(const QWidget& widget) {
-  return widget.focusPolicy() != Qt::NoFocus && widget.isVisibleTo(widget.window()) &&
-         !widget.objectName().isEmpty() && !widget.objectName().startsWith(QLatin1String("qt_")) &&
-         (widget.inherits("QLineEdit") || widget.inherits("QComboBox") ||
-          widget.inherits("QAbstractButton") || widget.inherits("QAbstractSpinBox") ||
-          widget.inherits("QAbstractItemView") || widget.inherits("qorhost::DateField"));
-}
-
-TEST_F(Windows, EveryEditorHasANameForThoseWhoCannotSeeIt) {
-  OpenDemoAt(QStringLiteral("overview"));
-  for (const ScreenEntry& screen : Screens()) {
-    window().ShowScreen(QString::fromLatin1(screen.key));
-    for (const QWidget* widget : page().findChildren<QWidget*>()) {
-      if (IsEditor(*widget)) {
-        EXPECT_FALSE(CalledAs(*widget).isEmpty())
-            << screen.key << ": " << widget->objectName().toStdString();
+TEST_F(Windows, TheViewMenuTicksWhatHolds) {
+  Remembered(*settings_).SetLanguage(QStringLiteral("en"));
+  MakeWindow();
+  const auto ticked = [this] {
+    QStringList texts;
+    for (const QAction* action : window().findChildren<QAction*>()) {
+      if (action->actionGroup() != nullptr && action->isChecked()) {
+        texts.append(action->text());
       }
     }
-  }
-}
-
-TEST_F(Windows, NoTwoMnemonicsOfAScreenAreTheSame) {
-  OpenDemoAt(QStringLiteral("overview"));
-  for (const ScreenEntry& screen : Screens()) {
-    window().ShowScreen(QString::fromLatin1(screen.key));
-    std::set<std::string> seen;
-    for (const QWidget* widget : page().findChildren<QWidget*>()) {
-      const QKeySequence key = QKeySequence::mnemonic(widget->property("text").toString());
-      if (!widget->inherits("QLineEdit") && !key.isEmpty()) {
-        EXPECT_TRUE(seen.insert(key.toString().toStdString()).second)
-            << screen.key << " has " << key.toString().toStdString()
-            << " twice: " << widget->objectName().toStdString();
-      }
-    }
-  }
-}
-
-TEST_F(Windows, TabReachesEveryEditorInTheOrderInWhichTheyAreRead) {
-  OpenDemoAt(QStringLiteral("dir_codes"));
-  const QStringList order{QStringLiteral("txtdirectorycode"), QStringLiteral("chkShowDirCode"),
-                          QStringLiteral("txtDisplayName"),   QStringLiteral("chkShowDisplayName"),
-                          QStringLiteral("txtPhoneNo"),       QStringLiteral("txtExtn"),
-                          QStringLiteral("pvnTimeDelay"),     QStringLiteral("chkDND")};
-  window().activateWindow();
-  Find<QLineEdit>("txtdirectorycode").setFocus();
-  for (const QString& name : order) {
-    EXPECT_EQ(window().focusWidget()->objectName(), name);
-    QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
-  }
+    texts.sort();
+    return texts.join(QStringLiteral(", ")).toStdString();
+  };
+  EXPECT_EQ(ticked(), "English, Light, Text at 100 %");
+  ChooseInMenu("Dark");
+  ChooseInMenu("Text at 150 %");
+  EXPECT_EQ(ticked(), "Dark, English, Text at 150 %");
+  window().SetAppearance({Theme::kLight, 125});
+  ChooseInMenu("Deutsch");
+  EXPECT_EQ(ticked(), "Deutsch, Light, Text at 125 %");
+  MakeWindow();
+  EXPECT_EQ(ticked(), "Deutsch, Light, Text at 100 %");  // a look is remembered by closing
+  window().SetAppearance({});
 }
 
 }  // namespace

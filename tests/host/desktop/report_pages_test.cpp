@@ -15,6 +15,7 @@
 
 #include "host/desks/credential_report.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/dir_code_report.h"
 #include "host/desktop/binding/date_field.h"
 #include "host/desktop/printing/table_printer.h"
 #include "tests/host/desktop/desktop_fixture.h"
@@ -59,6 +60,21 @@ class ReportScreens : public DesktopTest {
     return bytes.str();
   }
 };
+
+/// The calls of a report's operation. The window has shown the report before: the operation is
+/// handed what came of that, and its rows have the name under which they were first seen.
+std::vector<std::string> ReportIn(const std::vector<std::string>& trace, const char* operation) {
+  std::vector<std::string> lines = CallsOf(operation, trace);
+  if (!lines.empty()) {
+    lines.erase(lines.begin());
+  }
+  for (std::string& line : lines) {
+    if (const std::size_t at = line.find("arrXDBTx"); at != std::string::npos) {
+      line.replace(at, std::string_view("arrXDBTx").size(), "rows");
+    }
+  }
+  return lines;
+}
 
 class CredentialReports : public ReportScreens {
  protected:
@@ -236,36 +252,14 @@ TEST_F(CredentialReports, MakeTheCallsThatTheyMakeWithoutAWindow) {
   Type("txtFrom_0", "1005");
   trace_.clear();
   Click("runButton");
-  const auto run = [](const std::vector<std::string>& trace) {
-    const auto begin = std::find_if(trace.begin(), trace.end(), [](const std::string& line) {
-      return line.find(".pbGenSql(") != std::string::npos;
-    });
-    std::vector<std::string> lines;
-    // The window has shown the report before: the operation is handed what came of that, and
-    // objects have other numbers.
-    for (auto line = begin + 1; line != trace.end(); ++line) {
-      std::string plain = *line;
-      for (std::size_t at = plain.find('@'); at != std::string::npos; at = plain.find('@', at)) {
-        plain.erase(at, plain.find_first_not_of("0123456789", at + 1) - at);
-      }
-      if (const std::size_t at = plain.find("arrXDBTx"); at != std::string::npos) {
-        plain.replace(at, std::string_view("arrXDBTx").size(), "rows");  // as it was first seen
-      }
-      lines.push_back(plain);
-      if (line->starts_with("-> ")) {
-        break;
-      }
-    }
-    return lines;
-  };
-  const std::vector<std::string> shown = run(trace_);
+  const std::vector<std::string> shown = ReportIn(trace_, "pbGenSql");
   ASSERT_GT(shown.size(), 20U);
 
   std::vector<std::string> headless;
   const auto session = WithoutAWindow(headless);
   CredentialReport report(*session, kUnit, {"Card Number < 1005"});
   ASSERT_TRUE(report.Run().done());
-  EXPECT_EQ(shown, run(headless));
+  EXPECT_EQ(shown, ReportIn(headless, "pbGenSql"));
 }
 
 class DirCodeReports : public ReportScreens {
@@ -305,6 +299,54 @@ TEST_F(DirCodeReports, ADateThatIsNotChosenIsToldAtItsWidget) {
   QTest::mouseClick(&date.check(), Qt::LeftButton, Qt::NoModifier, {8, 8});
   Click("runButton");
   EXPECT_THAT(Marked(), StartsWith("dtpDateFrom_0: Condition 1"));
+}
+
+TEST_F(DirCodeReports, SortDatesByTheirDays) {
+  SqlSession& sql = window().place()->session().sql();
+  const std::pair<const char*, const char*> ends[] = {{"101", "#2027-02-01 23:59:59#"},
+                                                      {"102", "#2026-10-09 23:59:59#"},
+                                                      {"103", "#2026-09-30 23:59:59#"}};
+  for (const auto& [code, end] : ends) {
+    (void)sql.Change(std::string("UPDATE DIRECTORYCODE SET ENDDATE=") + end +
+                         " WHERE UNITKEY=2 AND DIRECTORYCODE=" + code,
+                     dialect::StatementKind::kUpdate);
+  }
+  Click("runButton");
+  const auto order = [this] {
+    std::vector<std::string> codes;
+    for (int row = 0; row < Rows().rowCount(); ++row) {
+      const std::string code = CellOf(row, ColumnOf("Directory Code"));
+      if (code == "0101" || code == "0102" || code == "0103") {
+        codes.push_back(code);
+      }
+    }
+    return codes;
+  };
+  SortBy(ColumnOf("Directory End Date"));
+  EXPECT_THAT(order(), testing::ElementsAre("0103", "0102", "0101"));
+  SortBy(ColumnOf("Directory End Date"));
+  EXPECT_THAT(order(), testing::ElementsAre("0101", "0102", "0103"));
+}
+
+TEST_F(DirCodeReports, MakeTheCallsThatTheyMakeWithoutAWindow) {
+  Choose("cboField_0", "Display Name");
+  Choose("cboFilter_0", "begins with");
+  Type("txtFrom_0", "Apartment 10");
+  trace_.clear();
+  Click("runButton");
+  std::vector<std::string> headless;
+  const auto session = WithoutAWindow(headless);
+  DirCodeReport report(*session, kUnit);
+  ASSERT_TRUE(report.Compose().done());  // as the window has shown all rows before
+  ASSERT_TRUE(report.Run().done());
+  report.Narrow({"Display Name begins with Apartment 10"});
+  ASSERT_TRUE(report.Compose().done());
+  ASSERT_TRUE(report.Run().done());
+  for (const char* operation : {"pbGenSql", "pvDirCodeReportResult"}) {
+    const std::vector<std::string> shown = ReportIn(trace_, operation);
+    ASSERT_GT(shown.size(), 10U) << operation;
+    EXPECT_EQ(shown, ReportIn(headless, operation));
+  }
 }
 
 /// A table of that many rows, with a column that no page is wide enough for.

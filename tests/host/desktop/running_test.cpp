@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
+#include <algorithm>
 #include <thread>
 
 #include "host/desks/history.h"
@@ -49,6 +51,31 @@ TEST_F(RunningOperations, CancelEndsALongSaveAndNothingIsStored) {
       Cell("SELECT Count(*) FROM CREDENTIALBANK WHERE UnitKey=2 AND PINNo Between 9001 AND 10400"),
       "0");
   EXPECT_EQ(TextIn("txtPINStart"), "9001");
+}
+
+TEST_F(RunningOperations, TheProgressOfALongSaveRises) {
+  Choose("cboCredentialType", "Standard 26-Bit Card");
+  Click("severalCredentials");
+  Type("txtPINStart", "9001");
+  Type("txtPINEND", "10400");
+  Type("txtFacilityCode", "7");
+  auto* cancel = window().findChild<QPushButton*>(QStringLiteral("cancelOperation"));
+  const auto* bar = cancel->parentWidget()->findChild<QProgressBar*>();
+  std::vector<int> values;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &look, [&] {
+    if (bar->isVisible() && bar->maximum() > 0 &&
+        (values.empty() || values.back() != bar->value())) {
+      values.push_back(bar->value());
+    }
+  });
+  look.start(0);
+  Click("saveButton");
+  look.stop();
+  EXPECT_EQ(Told(), "Saved Standard 26-Bit Card-9001 to 10400.");
+  EXPECT_GT(values.size(), 3U);
+  EXPECT_TRUE(std::is_sorted(values.begin(), values.end())) << testing::PrintToString(values);
+  EXPECT_FALSE(bar->isVisible());
 }
 
 TEST_F(RunningOperations, EscapeCancelsToo) {

@@ -4,11 +4,14 @@
 
 #include <QAbstractButton>
 #include <QDir>
+#include <QHeaderView>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QTableView>
 #include <fstream>
 
 #include "host/desks/unit_export.h"
+#include "host/desktop/binding/date_field.h"
 #include "host/desktop/screens/import_page.h"
 #include "host/desktop/screens/merge_page.h"
 #include "tests/host/desktop/desktop_fixture.h"
@@ -23,15 +26,23 @@ class Screenshots : public DesktopTest {
     const QDir folder(QStringLiteral(QORDESK_PICTURES));
     ASSERT_TRUE(folder.mkpath(QStringLiteral(".")));
     const QString file = folder.filePath(QStringLiteral("%1-%2.png").arg(name, look));
+    const QPixmap picture = widget.grab();
+    EXPECT_EQ(picture.width(), qRound(widget.width() * widget.devicePixelRatioF()));
     // As small as they get; those that documents show have a palette of 256 colours, too.
-    EXPECT_TRUE(widget.grab().save(file, "PNG", 0)) << file.toStdString();
+    EXPECT_TRUE(picture.save(file, "PNG", 0)) << file.toStdString();
   }
   void TakeTenants(const QString& look);
   void TakeReport(const QString& look);
   void TakeCalls(const QString& look);
   void TakeImport(const QString& look);
   void TakeMerge(const QString& look);
+  static void ExpectNoTitleCut(const QTableView& table, const std::string& where);
   void ExpectNothingCut(const std::string& where) {
+    for (const auto* table : window().findChildren<QTableView*>()) {
+      if (table->isVisible()) {
+        ExpectNoTitleCut(*table, where);
+      }
+    }
     for (const auto* label : window().findChildren<QLabel*>()) {
       if (label->isVisible() && !label->wordWrap()) {
         EXPECT_GE(label->width(), label->sizeHint().width())
@@ -49,6 +60,19 @@ class Screenshots : public DesktopTest {
     }
   }
 };
+
+void Screenshots::ExpectNoTitleCut(const QTableView& table, const std::string& where) {
+  const QHeaderView& titles = *table.horizontalHeader();
+  for (int column = 0; column < titles.count(); ++column) {
+    if (!titles.isSectionHidden(column)) {
+      EXPECT_GE(titles.sectionSize(column), titles.sectionSizeHint(column))
+          << where << ", " << table.objectName().toStdString() << ": "
+          << table.model()->headerData(column, Qt::Horizontal).toString().toStdString();
+    }
+  }
+  EXPECT_GE(table.verticalHeader()->defaultSectionSize(), table.fontMetrics().height())
+      << where << ", " << table.objectName().toStdString();
+}
 
 /// The first row of a table, and with Ctrl the second.
 void ClickRows(QTableView& view, int count) {
@@ -88,7 +112,10 @@ void Screenshots::TakeReport(const QString& look) {
   Choose("cboFilter_0", "between");
   Choose("cboField_1", "Display Name");
   Choose("cboField_2", "Directory Status");
+  QTest::mouseClick(&Find<DateField>("dtpDateFrom_0").check(), Qt::LeftButton, Qt::NoModifier,
+                    {8, 8});
   Click("runButton");
+  EXPECT_THAT(Marked(), testing::StartsWith("dtpDateFrom_0: Condition 1"));
   Take(QStringLiteral("report_refusal"), look);
   ExpectNothingCut("report, " + look.toStdString());
 }
@@ -100,8 +127,23 @@ void Screenshots::TakeCalls(const QString& look) {
   QTest::keyClick(&window(), Qt::Key_L, Qt::ControlModifier);
   Settle();
   ASSERT_FALSE(window().calls().isHidden());
-  window().calls().log().Flush();
-  ClickRows(Find<QTableView>("calls"), 1);
+  CallLog& log = window().calls().log();
+  log.Flush();
+  int statement = 0;
+  while (statement + 1 < log.rowCount() &&
+         log.index(statement, CallLog::kMember).data().toString() !=
+             QLatin1String("ExecuteSelect")) {
+    ++statement;
+  }
+  auto& calls = Find<QTableView>("calls");
+  const QModelIndex call = log.index(statement, CallLog::kMember);
+  calls.scrollTo(call);
+  QTest::mouseClick(calls.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    calls.visualRect(call).center());
+  Settle();
+  EXPECT_TRUE(Find<QPlainTextEdit>("wholeCall")
+                  .toPlainText()
+                  .contains(QLatin1String("ExecuteSelect(conn: ")));
   Take(QStringLiteral("call_log"), look);
   ExpectNothingCut("call log, " + look.toStdString());
   window().calls().hide();
@@ -151,12 +193,21 @@ struct Look {
   Appearance appearance;
 };
 
-const Look kLooks[] = {{"light", {Theme::kLight, 100}},
-                       {"dark", {Theme::kDark, 100}},
-                       {"large", {Theme::kLight, 150}}};
+/// On a screen of twice the density one look tells whether it is laid out as on others.
+std::vector<Look> LooksAt(double density) {
+  if (density > 1) {
+    return {{"high_dpi", {Theme::kLight, 100}}};
+  }
+  return {{"light", {Theme::kLight, 100}},
+          {"dark", {Theme::kDark, 100}},
+          {"large", {Theme::kLight, 150}}};
+}
 
 TEST_F(Screenshots, OfEveryScreenInEveryLook) {
-  for (const Look& look : kLooks) {
+  if (qEnvironmentVariableIsSet("QT_SCALE_FACTOR")) {
+    ASSERT_EQ(window().devicePixelRatioF(), qEnvironmentVariable("QT_SCALE_FACTOR").toDouble());
+  }
+  for (const Look& look : LooksAt(window().devicePixelRatioF())) {
     window().SetAppearance(look.appearance);
     Settle();
     (void)window().CloseStore();
@@ -166,9 +217,13 @@ TEST_F(Screenshots, OfEveryScreenInEveryLook) {
       window().ShowUnit(kUnit);
     } else {
       OpenDemoAt(QStringLiteral("overview"));
+      GiveACard("9021");  // so that steps and history have rows
     }
     for (const ScreenEntry& screen : Screens()) {
       window().ShowScreen(QString::fromLatin1(screen.key));
+      if (std::string_view(screen.key) == "history") {
+        ClickRows(Find<QTableView>("entries"), 1);
+      }
       Settle();
       Take(QString::fromLatin1(screen.key), QString::fromLatin1(look.name));
       ExpectNothingCut(std::string(screen.key) + ", " + look.name);
@@ -178,6 +233,7 @@ TEST_F(Screenshots, OfEveryScreenInEveryLook) {
     Take(QStringLiteral("dir_code"), QString::fromLatin1(look.name));
     ExpectNothingCut(std::string("directory code, ") + look.name);
     window().ShowScreen(QStringLiteral("credentials"));
+    Click("newButton");
     answers_->Click(QMessageBox::Ok);
     Click("saveButton");
     Take(QStringLiteral("refusal"), QString::fromLatin1(look.name));
@@ -192,6 +248,31 @@ TEST_F(Screenshots, OfEveryScreenInEveryLook) {
     TakeMerge(QString::fromLatin1(look.name));
   }
   window().SetAppearance({});
+}
+
+/// A window that has to grow is told of its new size by its system, and lays itself out behind
+/// that.
+void LayOut() {
+  constexpr int kRounds = 5;
+  for (int round = 0; round < kRounds; ++round) {
+    Settle();
+  }
+}
+
+TEST_F(Screenshots, TextThatGrowsUnderAnOpenScreenIsNotCut) {
+  OpenDemoAt(QStringLiteral("overview"));
+  GiveACard("9021");
+  for (const ScreenEntry& screen : Screens()) {
+    window().SetAppearance({});
+    window().ShowScreen(QString::fromLatin1(screen.key));
+    Settle();
+    window().SetAppearance({Theme::kLight, 150});
+    LayOut();
+    ExpectNothingCut(std::string(screen.key) + ", grown");
+    window().SetAppearance({});
+    LayOut();
+    ExpectNothingCut(std::string(screen.key) + ", small again");
+  }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QDateEdit>
+#include <QGroupBox>
 #include <QLabel>
 #include <QTableView>
 #include <algorithm>
@@ -64,6 +65,15 @@ TEST_F(TenantScreens, ATenantIsAddedWithWhatTheUnitGives) {
   EXPECT_EQ(Find<QComboBox>("schedule2").currentText(), QStringLiteral("Late Shift"));
   EXPECT_EQ(TextIn("code"), "104");
   EXPECT_FALSE(page().HasEntries());
+}
+
+TEST_F(TenantScreens, AHintThatHasGoneLeavesNoRoomBehind) {
+  const auto& lease = Find<QGroupBox>("groupLease");
+  const int before = lease.height();
+  ClickTenant("O'Brien Paula H");
+  EXPECT_FALSE(Find<QLabel>("periodHint").isVisible());
+  EXPECT_LT(lease.height(), before);
+  EXPECT_EQ(lease.height(), lease.sizeHint().height());
 }
 
 TEST_F(TenantScreens, WhatCannotBeEnteredIsToldAtItsWidget) {
