@@ -110,7 +110,8 @@ class UnitCheck {
     const double number = qorcred::NumericValue(door);
     if (number < 0 || number > static_cast<double>(doors_)) {
       Add(fmt::format("{} has the door {}, which is not there", card, TextOf(door)),
-          "give the card one of the unit's doors, or none");
+          "set its DOORCODE to one of the unit's doors, from 1, or to 0 for none, by a statement: "
+          "the screen cannot load the card before");
     }
   }
 
