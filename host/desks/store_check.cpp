@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <optional>
@@ -119,11 +118,11 @@ class UnitCheck {
   }
 
   void LookAtDoor(const Value& door, const std::string& card) {
-    constexpr std::size_t kDoorsOfAnyUnit = 4;  // also of one that has not named them all
     const double number = qorcred::NumericValue(door);
-    if (number < 0 || number > static_cast<double>(std::max(doors_, kDoorsOfAnyUnit))) {
+    if (number < 0 || number > static_cast<double>(doors_)) {
       Add(fmt::format("{} has the door {}, which is not there", card, TextOf(door)),
-          "give the card one of the unit's doors, or none");
+          "set its DOORCODE to one of the unit's doors, from 1, or to 0 for none, by a statement: "
+          "the screen cannot load the card before");
     }
   }
 

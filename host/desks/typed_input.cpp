@@ -83,7 +83,7 @@ constexpr std::size_t kBehindDay = 10;
 
 std::string WithoutT(std::string_view given) {
   std::string text(qorcred::Trim(given));
-  if (text.size() > kBehindDay && text[kBehindDay] == 'T' && text[4] == '-') {
+  if (text.size() > kBehindDay + 1 && text[kBehindDay] == 'T' && text[4] == '-') {
     text[kBehindDay] = ' ';
   }
   return text;

@@ -188,9 +188,11 @@ TEST_F(ListCommands, AMomentIsGivenBackAsItIsPrinted) {
   EXPECT_EQ(Rows({"history", "list", "--where", "time = " + time}),
             Rows({"history", "list", "--since", time}));
   EXPECT_EQ(Rows({"history", "list", "--since", "2099-01-01T00:00:00+14:00"}).size(), 0U);
-  const std::string end =
-      Rows({"dircodes", "list", "--unit", "2", "--where", "code = 101"})[0]["end"];
-  EXPECT_FALSE(Rows({"dircodes", "list", "--unit", "2", "--where", "end = " + end}).empty()) << end;
+  const std::string end = "2026-12-31T18:00:00";
+  ASSERT_EQ(Run({"--unit", "2", "tenants", "edit", "rid:62", "--to", end}).status, 0);
+  const nlohmann::json ending = Rows({"--unit", "2", "tenants", "list", "--where", "end = " + end});
+  ASSERT_EQ(ending.size(), 1U);
+  EXPECT_EQ(ending[0]["end"], end);
 }
 
 TEST_F(ListCommands, ALimitOfTheHistoryShowsTheLatest) {

@@ -135,7 +135,9 @@ TEST_P(MovedSamples, HaveEveryRowAsItWasWritten) {
 
 TEST_P(MovedSamples, AreInOrder) {
   Bring(GetParam());
-  EXPECT_THAT(Faults(), IsEmpty());
+  // Cards in the files open doors that their units do not have, and come as they are.
+  EXPECT_THAT(Faults(), testing::Each(testing::AllOf(testing::HasSubstr(" has the door "),
+                                                     testing::EndsWith(", which is not there"))));
 }
 
 TEST_P(MovedSamples, AreStoredAsOneEntryOfTheHistory) {
@@ -273,7 +275,8 @@ TEST_F(MovedBuildings, OfAnOddOneTheCheckTellsWhatTheFileAlreadyHad) {
   Bring("building-odd.mdb");
   EXPECT_THAT(
       Faults(),
-      ElementsAre("1: credentials of the type 9, which no screen knows: 1, the first RID 16",
+      ElementsAre("1: Standard 26-Bit Card-525 (RID 25) has the door 3, which is not there",
+                  "1: credentials of the type 9, which no screen knows: 1, the first RID 16",
                   "1: Standard 26-Bit Card-501 (RID 1) is held by Good Row 1 (RID 1) and "
                   "by Second Holder Row 7 (RID 7)",
                   "1: the period of tenant Backwards Row 17 (RID 17) ends before it begins",
