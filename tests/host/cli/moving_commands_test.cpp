@@ -167,7 +167,8 @@ TEST_F(MovingCommands, AFileThatIsOpenElsewhereIsToldOf) {
   std::ofstream(File("building.ldb")) << "a seat";
   const Outcome outcome = Run({"init", "--from", File("building.mdb")});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_THAT(outcome.err, AllOf(HasSubstr("building.ldb"), HasSubstr("seems to be open elsewhere")));
+  EXPECT_THAT(outcome.err,
+              AllOf(HasSubstr("building.ldb"), HasSubstr("seems to be open elsewhere")));
   fs::remove(File("building.ldb"));
   EXPECT_EQ(Run({"init", "--from", File("building.mdb"), "--force"}).err, "");
 }

@@ -142,8 +142,9 @@ TEST_F(ImportScreens, OtherRulesMakeACheckVoid) {
 }
 
 TEST_F(ImportScreens, TheOrderOfDatesIsSaidForAllRowsAndNeverGuessed) {
-  ChooseCodes("Directory Code,Phone No.,Directory Status,Directory Start Date,Directory End Date\n"
-              "250,1,Active,03.04.2026,04.04.2026\n");
+  ChooseCodes(
+      "Directory Code,Phone No.,Directory Status,Directory Start Date,Directory End Date\n"
+      "250,1,Active,03.04.2026,04.04.2026\n");
   Click("checkButton");
   EXPECT_THAT(Told(), StartsWith("Checked: 0 would be stored, 1 refused."));
   EXPECT_TRUE(IsMarked(0, kFirstCell + 3));
@@ -151,9 +152,8 @@ TEST_F(ImportScreens, TheOrderOfDatesIsSaidForAllRowsAndNeverGuessed) {
   Choose("dates", "begin with the day");
   EXPECT_THAT(LabelText("summary"), HasSubstr("to be checked"));
   Click("importButton");
-  EXPECT_THAT(
-      Cell("SELECT STARTDATE FROM DIRECTORYCODE WHERE UNITKEY=2 AND DIRECTORYCODE=250"),
-      StartsWith("4/3/2026"));
+  EXPECT_THAT(Cell("SELECT STARTDATE FROM DIRECTORYCODE WHERE UNITKEY=2 AND DIRECTORYCODE=250"),
+              StartsWith("4/3/2026"));
 }
 
 TEST_F(ImportScreens, AnotherEncodingAndDelimiterAreFoundAndCanBeSaid) {
