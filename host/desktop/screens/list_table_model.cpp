@@ -1,5 +1,6 @@
 #include "host/desktop/screens/list_table_model.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QHeaderView>
 #include <algorithm>
@@ -21,11 +22,18 @@ class FontWatch final : public QObject {
     view.installEventFilter(this);
   }
 
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::User) {
+      FitColumns(view_);
+      return true;
+    }
+    return QObject::event(event);
+  }
+
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::FontChange) {
       // Behind the event: by then the titles have their new letters, too.
-      QMetaObject::invokeMethod(
-          this, [this] { FitColumns(view_); }, Qt::QueuedConnection);
+      QCoreApplication::postEvent(this, new QEvent(QEvent::User));
     }
     return QObject::eventFilter(watched, event);
   }
