@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QFontInfo>
+#include <QPointer>
 #include <QStyle>
 #include <algorithm>
 
@@ -59,8 +60,11 @@ QPalette PaletteOf(Theme theme) {
 
 void Apply(const Appearance& appearance) {
   static const QFont system = QApplication::font();
-  if (qobject_cast<FieldStyle*>(QApplication::style()) == nullptr) {
-    QApplication::setStyle(new FieldStyle);
+  // The application owns it, and deletes it for another one.
+  static QPointer<FieldStyle> style;
+  if (style.isNull()) {
+    style = new FieldStyle;
+    QApplication::setStyle(style);
   }
   QApplication::setPalette(PaletteOf(appearance.theme));
   QFont font = system;

@@ -52,7 +52,8 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
       screens_(new QListWidget(sides_)),
       units_(new QComboBox(sides_)),
       themes_(new QActionGroup(this)),
-      sizes_(new QActionGroup(this)) {
+      sizes_(new QActionGroup(this)),
+      languages_(new QActionGroup(this)) {
   MakeSides();
   addDockWidget(Qt::BottomDockWidgetArea, calls_);
   calls_->hide();
@@ -173,11 +174,10 @@ void MainWindow::MakeViewMenu() {
   }
   TickLook();
   look->addSeparator();
-  auto* languages = new QActionGroup(this);
   const QString chosen = LanguageFor(remembered_.language());
   for (const LanguageName& language : kLanguages) {
     const QString key = QString::fromLatin1(language.key);
-    AddChoice(*look, *languages, QString::fromUtf8(language.name), [this, key] {
+    AddChoice(*look, *languages_, QString::fromUtf8(language.name), [this, key] {
       remembered_.SetLanguage(key);
       statusBar()->showMessage(tr("The language holds from the next start on."), kToldFor);
     })->setChecked(key == chosen);

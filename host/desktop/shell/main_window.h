@@ -100,6 +100,7 @@ class MainWindow final : public QMainWindow {
   QComboBox* units_;
   QActionGroup* themes_;
   QActionGroup* sizes_;
+  QActionGroup* languages_;
 };
 
 }  // namespace qorhost

@@ -118,7 +118,7 @@ class Conversion {
 
   [[nodiscard]] bool open() const {
     // The system tells a failure by this pointer.
-    return handle_ != std::bit_cast<iconv_t>(std::intptr_t{-1});
+    return std::bit_cast<std::intptr_t>(handle_) != -1;
   }
 
   /// Appends what the bytes say; how many of them it took.
