@@ -1,9 +1,7 @@
 #include "host/desks/credential_line.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <string_view>
-#include <utility>
 
 #include "credentials/credential_type.h"
 #include "host/desks/credential_types.h"
@@ -85,15 +83,12 @@ std::array<ColumnField, column::kCount> CredentialFields(std::size_t first) {
 }
 
 std::size_t ColumnOfControl(std::string_view control, std::size_t first) {
-  constexpr std::array<std::pair<std::string_view, std::size_t>, 5> kControls{
-      {{"cboCredentialType", column::kType},
-       {"txtFacilityCode", column::kFacility},
-       {"txtIDCode", column::kIdCode},
-       {"txtSequenceCode", column::kSequence},
-       {"optButton4", column::kButton}}};
-  const auto* found = std::find_if(kControls.begin(), kControls.end(),
-                                   [control](const auto& known) { return known.first == control; });
-  return first + (found == kControls.end() ? column::kNumber : found->second);
+  constexpr std::array<ControlColumn, 5> kControls{{{"cboCredentialType", column::kType},
+                                                    {"txtFacilityCode", column::kFacility},
+                                                    {"txtIDCode", column::kIdCode},
+                                                    {"txtSequenceCode", column::kSequence},
+                                                    {"optButton4", column::kButton}}};
+  return first + ColumnOf(control, kControls, column::kNumber);
 }
 
 NewCredentials ReadCredential(const ImportLine& line, std::size_t first, bool takesFacilityCode,

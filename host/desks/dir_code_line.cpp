@@ -2,9 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <utility>
-
 #include "frame/screen_names.h"
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
@@ -88,7 +85,7 @@ std::vector<ColumnField> DirCodeFields(std::size_t first) {
 }
 
 std::size_t ColumnOfDirCodeControl(std::string_view control, std::size_t first) {
-  constexpr std::array<std::pair<std::string_view, std::size_t>, 10> kControls{
+  constexpr std::array<ControlColumn, 10> kControls{
       {{"txtPhoneNo", dir_code_column::kPhone},
        {"txtExtn", dir_code_column::kExtension},
        {"txtDisplayName", dir_code_column::kDisplayName},
@@ -99,9 +96,7 @@ std::size_t ColumnOfDirCodeControl(std::string_view control, std::size_t first) 
        {"txtPhoneNocf", dir_code_column::kCfPhone},
        {"txtExtnCF", dir_code_column::kCfExtension},
        {"pvnTimeDelay", dir_code_column::kDelay}}};
-  const auto* found = std::find_if(kControls.begin(), kControls.end(),
-                                   [control](const auto& known) { return known.first == control; });
-  return first + (found == kControls.end() ? dir_code_column::kCode : found->second);
+  return first + ColumnOf(control, kControls, dir_code_column::kCode);
 }
 
 std::string StorableName(const std::string& name, const ImportRules& rules) {

@@ -44,6 +44,14 @@ std::string WithoutSeparators(std::string_view cell) {
 
 }  // namespace
 
+std::size_t ColumnOf(std::string_view control, std::span<const ControlColumn> columns,
+                     std::size_t otherwise) {
+  const auto found =
+      std::find_if(columns.begin(), columns.end(),
+                   [control](const ControlColumn& known) { return known.control == control; });
+  return found == columns.end() ? otherwise : found->column;
+}
+
 std::vector<FieldWord> WordsOf(const ImportFile& file, std::span<const ColumnField> fields) {
   std::vector<FieldWord> words;
   words.reserve(fields.size());

@@ -25,6 +25,16 @@ struct ColumnField {
   std::size_t column = 0;
 };
 
+/// The column whose cell is typed into a control of a screen.
+struct ControlColumn {
+  std::string_view control;
+  std::size_t column = 0;
+};
+
+/// The column of a control, or `otherwise` where no cell is typed into it.
+[[nodiscard]] std::size_t ColumnOf(std::string_view control, std::span<const ControlColumn> columns,
+                                   std::size_t otherwise);
+
 /// The inputs in the words of a file: its own headings. The file must live as long.
 [[nodiscard]] std::vector<FieldWord> WordsOf(const ImportFile& file,
                                              std::span<const ColumnField> fields);
