@@ -1,13 +1,14 @@
 #include "host/store/postgres/change_log.h"
 
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "frame/row_state.h"
 #include "host/dialect/catalog.h"
 #include "host/store/audited_tables.h"
 #include "host/store/postgres/cells.h"
-#include "host/store/store_error.h"
 
 namespace qorhost::postgres {
 
@@ -61,61 +62,23 @@ std::vector<StoredCell> CellsOf(const dialect::Table& table, const json& row, Ro
 ChangeLog::ChangeLog(Connection& connection) : connection_(connection) {
   for (const dialect::Table& table : dialect::Tables()) {
     if (IsAudited(table.name)) {
-      list_.Watch(std::string(table.name), StoredColumns(table));
+      list().Watch(std::string(table.name), StoredColumns(table));
     }
   }
   connection_.TellChanges([this](std::string_view text) {
-    if (!on_) {
+    if (!on()) {
       return;
     }
     try {
       Take(text);
     } catch (...) {
-      incomplete_ = true;
+      MissOne();
     }
   });
 }
 
 ChangeLog::~ChangeLog() {
   connection_.TellChanges(nullptr);
-}
-
-void ChangeLog::Start() {
-  list_.Start();
-  counts_.clear();
-  incomplete_ = false;
-  on_ = true;
-}
-
-void ChangeLog::Stop() noexcept {
-  on_ = false;
-  counts_.clear();
-}
-
-void ChangeLog::NoteHere(Place& place) const {
-  list_.NoteHere(place.list);
-  place.counts = counts_;
-}
-
-void ChangeLog::GoBackTo(const Place& place) {
-  list_.GoBackTo(place.list);
-  counts_ = place.counts;
-}
-
-void ChangeLog::RequireComplete() const {
-  if (incomplete_) {
-    throw StoreError("The changes could not be written down for the audit: nothing was stored",
-                     StoreFault::kNoMemory);
-  }
-}
-
-void ChangeLog::Follow(std::int32_t unitKey, const UnitCounts& now) {
-  counts_.try_emplace(unitKey, now);
-}
-
-const UnitCounts* ChangeLog::CountsOf(std::int32_t unitKey) const {
-  const auto found = counts_.find(unitKey);
-  return found == counts_.end() ? nullptr : &found->second;
 }
 
 void ChangeLog::Take(std::string_view text) {
@@ -125,7 +88,7 @@ void ChangeLog::Take(std::string_view text) {
   if (known == nullptr) {
     return;
   }
-  list_.Touch();
+  list().Touch();
   const bool wasThere = told.contains("before");
   const bool isThere = told.contains("after");
   if (wasThere) {
@@ -134,45 +97,49 @@ void ChangeLog::Take(std::string_view text) {
   if (isThere) {
     Count(name, told["after"], 1);
   }
-  ChangeList::Watched* const table = list_.Find(name);
+  ChangeList::Watched* const table = list().Find(name);
   const auto rid = told[isThere ? "after" : "before"].at("RID").get<std::int64_t>();
   if (table == nullptr) {
     if (name == kSteps && wasThere != isThere) {
-      list_.CountStep(isThere, rid);
+      list().CountStep(isThere, rid);
     }
   } else if (!wasThere) {
-    if (!list_.JoinsRun(*table, rid)) {
-      list_.AddInserted(*table, rid, CellsOf(*known, told["after"], RowState::kAfter));
+    if (!list().JoinsRun(*table, rid)) {
+      list().AddInserted(*table, rid, CellsOf(*known, told["after"], RowState::kAfter));
     }
   } else if (!isThere) {
-    list_.AddDeleted(*table, rid, CellsOf(*known, told["before"], RowState::kBefore));
+    list().AddDeleted(*table, rid, CellsOf(*known, told["before"], RowState::kBefore));
   } else {
     const json& before = told["before"];
     const json& after = told["after"];
-    list_.AddUpdated(*table, rid, CellsOf(*known, Differing(before, after), RowState::kBefore),
-                     CellsOf(*known, Differing(after, before), RowState::kAfter));
+    list().AddUpdated(*table, rid, CellsOf(*known, Differing(before, after), RowState::kBefore),
+                      CellsOf(*known, Differing(after, before), RowState::kAfter));
   }
 }
 
 /// The rows that UnitCounts counts, as the register counts them all at once.
 void ChangeLog::Count(std::string_view table, const nlohmann::json& row, int number) {
-  if (counts_.empty()) {
+  if (units().empty()) {
+    return;
+  }
+  if (table == "Units" || table == "UnitSettings") {
+    units().ForgetFacts();
     return;
   }
   const bool isCode = table == "DirectoryCode";
-  const std::optional<double> unit = NumberIn(row, isCode ? "UNITKEY" : "UnitKey");
-  const auto followed = unit ? counts_.find(static_cast<std::int32_t>(*unit)) : counts_.end();
-  if (followed == counts_.end()) {
-    return;
-  }
-  UnitCounts& counts = followed->second;
+  std::int64_t UnitCounts::*counted = nullptr;
   if (table == "CredentialBank") {
-    counts.credentials += number;
+    counted = &UnitCounts::credentials;
   } else if (isCode && NumberIn(row, "DIRECTORYCODE").value_or(-1) >= 0 &&
              NumberIn(row, "MODIFIED") != qorcred::row_state::kDeleted) {
-    counts.directoryCodes += number;
+    counted = &UnitCounts::directoryCodes;
   } else if (table == kSteps && NumberIn(row, "Sent") == 0) {
-    counts.pendingSteps += number;
+    counted = &UnitCounts::pendingSteps;
+  }
+  const std::optional<double> unit =
+      counted == nullptr ? std::nullopt : NumberIn(row, isCode ? "UNITKEY" : "UnitKey");
+  if (unit) {
+    units().Add(static_cast<std::int32_t>(*unit), counted, number);
   }
 }
 

@@ -5,10 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "host/dialect/canonical_date.h"
 #include "host/store/postgres/session.h"
-#include "host/store/statement_rules.h"
-#include "host/store/store_error.h"
 
 namespace qorhost::postgres {
 
@@ -24,7 +21,8 @@ UnitVersion VersionIn(const Result& result) {
 
 }  // namespace
 
-UnitOfWork::UnitOfWork(Session& session) : session_(session), log_(session.connection()) {}
+UnitOfWork::UnitOfWork(Session& session)
+    : WorkCourse(session.timeStamp(), log_), session_(session), log_(session.connection()) {}
 
 UnitOfWork::~UnitOfWork() {
   Undo();
@@ -37,181 +35,56 @@ UnitVersion UnitOfWork::VersionOf(std::int32_t unitKey) {
       R"(SELECT "Entry", "Mark" FROM "UnitVersions" WHERE "UnitKey"=$1::int4)", values));
 }
 
-void UnitOfWork::SignAs(Author author) {
-  author_ = std::move(author);
+bool UnitOfWork::isInTransaction() const noexcept {
+  return session_.connection().inTransaction();
 }
 
-void UnitOfWork::Begin(WorkOrder order) {
-  if (open_ || session_.inTransaction()) {
-    throw StoreError("An operation is under way already: end it first");
-  }
-  order_ = std::move(order);
-  committed_.clear();
-  void_ = VoidReason::kNone;
-  open_ = true;
-}
-
-void UnitOfWork::Lock() {
-  if (locked_) {
+void UnitOfWork::TakeRight() {
+  Connection& connection = session_.connection();
+  connection.RunAll("BEGIN");
+  if (order().units.size() != 1) {
+    (void)connection.RunWaiting(kLockStore, session_.patience());
     return;
   }
-  order_.filled.reset();
-  TakeRightToWrite();
-}
-
-void UnitOfWork::TakeRightToWrite() {
-  try {
-    session_.connection().RunAll("BEGIN");
-    LockUnits();
-    locked_ = true;
-    // A statement of its own: it sees what was stored while the lock was waited for.
-    before_ = order_.units.empty() ? UnitVersion{} : VersionOf(order_.units.front());
-    if (order_.filled.has_value() && before_ != *order_.filled) {
-      Void(VoidReason::kStale);
-      throw StoreError(std::string(WordsOf(VoidReason::kStale)));
-    }
-    log_.Start();
-  } catch (const StoreError&) {
-    Void(VoidReason::kFailed);
-    ReleaseRightToWrite();
-    throw;
-  }
-}
-
-void UnitOfWork::LockUnits() {
-  if (order_.units.size() != 1) {
-    (void)session_.connection().RunWaiting(kLockStore, session_.patience());
-    return;
-  }
-  const std::int32_t unit = order_.units.front();
-  (void)session_.connection().RunWaiting(
+  const std::int32_t unit = order().units.front();
+  (void)connection.RunWaiting(
       fmt::format(R"(INSERT INTO "UnitVersions" VALUES ({0}, 0, 0) ON CONFLICT DO NOTHING; )"
                   R"(SELECT 1 FROM "UnitVersions" WHERE "UnitKey"={0} FOR UPDATE)",
                   unit),
       session_.patience());
 }
 
-void UnitOfWork::RequireUsable() {
-  if (!open_) {
-    return;
-  }
-  if (locked_ && !session_.connection().inTransaction()) {
-    Void(VoidReason::kFailed);  // the server has gone, and has undone everything
-  }
-  if (void_ != VoidReason::kNone) {
-    throw StoreError(std::string(WordsOf(void_)));
-  }
-}
-
-void UnitOfWork::BeforeWrite() {
-  RequireUsable();
-  if (open_ && !locked_) {
-    TakeRightToWrite();
-  }
-}
-
-void UnitOfWork::AfterFailedWrite() noexcept {
-  if (open_) {
-    Void(VoidReason::kFailed);
-  }
-}
-
-void UnitOfWork::KeepCounts(std::int32_t unitKey, const UnitCounts& now) {
-  if (!locked_) {
-    throw StoreError("Counts are kept while nobody else can write: take the right to write first");
-  }
-  log_.Follow(unitKey, now);
-}
-
-void UnitOfWork::Void(VoidReason reason) noexcept {
-  if (void_ == VoidReason::kNone) {
-    void_ = reason;
-  }
-}
-
-void UnitOfWork::Forgive() noexcept {
-  // What the server gave up as a whole is lost for every part of it.
-  if (locked_ && session_.connection().inTransaction()) {
-    void_ = VoidReason::kNone;
-  }
-}
-
-bool UnitOfWork::Commit() {
-  if (!open_) {
-    throw StoreError("There is no operation to store: begin one first");
-  }
-  try {
-    RequireUsable();
-    const bool stored = locked_ && written() > 0;
-    if (stored) {
-      log_.RequireComplete();
-      log_.Stop();
-      if (onlyTried_) {
-        tried_.insert(tried_.end(), log_.changes().begin(), log_.changes().end());
-      } else {
-        StoreAll();
-      }
-    }
-    Undo();
-    return stored;
-  } catch (...) {
-    committed_.clear();
-    Undo();
-    throw;
-  }
-}
-
-void UnitOfWork::StoreAll() {
-  const qorcred::Date now = author_.utc ? author_.utc() : session_.timeStamp().Clocked();
-  WorkEntry entry;
-  entry.at = dialect::CanonicalDate(now);
-  entry.who = author_.who;
-  entry.origin = author_.origin;
-  if (order_.units.size() == 1) {
-    entry.unitKey = order_.units.front();
-  }
-  entry.what = order_.what;
-  RaiseVersions(session_.audit().Append(std::move(entry), before_.entry, log_.changes()));
+WorkCourse::Versions UnitOfWork::Store(WorkEntry entry, std::int64_t previous) {
+  Versions raised =
+      RaiseVersions(session_.audit().Append(std::move(entry), previous, log_.changes()));
   session_.connection().RunAll("COMMIT");
+  return raised;
 }
 
-std::optional<UnitVersion> UnitOfWork::Committed(std::int32_t unitKey) const {
-  const auto found = committed_.find(unitKey);
-  return found == committed_.end() ? std::nullopt : std::optional(found->second);
-}
-
-void UnitOfWork::RaiseVersions(std::int64_t entry) {
+WorkCourse::Versions UnitOfWork::RaiseVersions(std::int64_t entry) {
   SentValues values;
   values.AddNumber(entry);
   std::string which = R"(SELECT "UnitKey" FROM "Units" UNION SELECT "UnitKey" FROM "UnitVersions")";
-  if (order_.units.size() == 1) {
-    values.AddNumber(order_.units.front());
+  if (order().units.size() == 1) {
+    values.AddNumber(order().units.front());
     which = R"(SELECT $2::int4 AS "UnitKey")";
   }
-  const Result raised = session_.Own(
+  const Result read = session_.Own(
       fmt::format(
           R"(INSERT INTO "UnitVersions" SELECT "UnitKey", $1::int8, {} FROM ({}) AS "Raised" )"
           R"(ON CONFLICT ("UnitKey") DO UPDATE SET "Entry"=excluded."Entry", )"
           R"("Mark"=excluded."Mark" RETURNING "UnitKey", "Entry", "Mark")",
           kRandomMark, which),
       values);
-  for (int row = 0; row < raised.rows(); ++row) {
-    committed_[static_cast<std::int32_t>(raised.Number(row, 0))] = {raised.Number(row, 1),
-                                                                    raised.Number(row, 2)};
+  Versions raised;
+  for (int row = 0; row < read.rows(); ++row) {
+    raised[static_cast<std::int32_t>(read.Number(row, 0))] = {read.Number(row, 1),
+                                                              read.Number(row, 2)};
   }
+  return raised;
 }
 
-void UnitOfWork::Undo() noexcept {
-  if (!open_) {
-    return;
-  }
-  ReleaseRightToWrite();
-  open_ = false;
-}
-
-void UnitOfWork::ReleaseRightToWrite() noexcept {
-  log_.Stop();
-  locked_ = false;
+void UnitOfWork::GiveRightBack() noexcept {
   session_.connection().UndoWhatIsOpen();
 }
 

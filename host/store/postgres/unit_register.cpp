@@ -8,6 +8,18 @@
 namespace qorhost::postgres {
 
 std::optional<UnitFacts> UnitRegister::Find(std::int32_t unitKey) {
+  session_.work().RequireUsable();
+  if (const UnitFacts* const kept = session_.work().units().FactsOf(unitKey)) {
+    return *kept;
+  }
+  std::optional<UnitFacts> facts = Read(unitKey);
+  if (facts) {
+    session_.work().units().KeepFacts(unitKey, *facts);
+  }
+  return facts;
+}
+
+std::optional<UnitFacts> UnitRegister::Read(std::int32_t unitKey) {
   SentValues values;
   values.AddNumber(unitKey);
   const Result unit = session_.Own(
@@ -22,7 +34,7 @@ std::optional<UnitFacts> UnitRegister::Find(std::int32_t unitKey) {
 
 UnitCounts UnitRegister::Count(std::int32_t unitKey) {
   session_.work().RequireUsable();
-  const UnitCounts* const kept = session_.work().log().CountsOf(unitKey);
+  const UnitCounts* const kept = session_.work().units().CountsOf(unitKey);
   return kept != nullptr ? *kept : CountRows(unitKey);
 }
 

@@ -16,6 +16,7 @@ class UnitRegister final : public qorhost::UnitRegister {
   void KeepCounts(std::int32_t unitKey) override;
 
  private:
+  [[nodiscard]] std::optional<UnitFacts> Read(std::int32_t unitKey);
   [[nodiscard]] UnitCounts CountRows(std::int32_t unitKey);
 
   Session& session_;

@@ -9,7 +9,6 @@
 
 #include "host/store/audited_tables.h"
 #include "host/store/sqlite/result_reader.h"
-#include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
 
@@ -54,17 +53,17 @@ struct ChangeLog::Hook {
   static void Called(void* context, sqlite3* /*handle*/, int operation, const char* schema,
                      const char* name, sqlite3_int64 before, sqlite3_int64 after) {
     auto& log = *static_cast<ChangeLog*>(context);
-    if (!log.on_ || std::string_view(schema) != "main") {
+    if (!log.on() || std::string_view(schema) != "main") {
       return;
     }
-    log.list_.Touch();
+    log.list().Touch();
     try {
       log.counts_.OnChange(operation, name);
-      Watched* const table = log.list_.Find(name);
+      Watched* const table = log.list().Find(name);
       if (table == nullptr) {
         if (operation != SQLITE_UPDATE && std::string_view(name) == "ProgramSteps") {
           const bool isNew = operation == SQLITE_INSERT;
-          log.list_.CountStep(isNew, isNew ? after : before);
+          log.list().CountStep(isNew, isNew ? after : before);
         }
         return;
       }
@@ -77,7 +76,7 @@ struct ChangeLog::Hook {
           return log.OnDelete(*table, before);
       }
     } catch (...) {
-      log.incomplete_ = true;
+      log.MissOne();
     }
   }
 
@@ -93,7 +92,7 @@ struct ChangeLog::Hook {
   }
 };
 
-ChangeLog::ChangeLog(Database& database) : database_(database), counts_(database) {
+ChangeLog::ChangeLog(Database& database) : database_(database), counts_(database, units()) {
   sqlite3_preupdate_hook(database_.handle(), &Hook::Called, this);
 }
 
@@ -102,17 +101,15 @@ ChangeLog::~ChangeLog() {
 }
 
 void ChangeLog::Start() {
-  if (list_.empty()) {
+  if (list().empty()) {
     ReadTables();
   }
-  list_.Start();
-  incomplete_ = false;
-  on_ = true;
+  qorhost::ChangeLog::Start();
 }
 
-void ChangeLog::Stop() noexcept {
-  on_ = false;
-  counts_.ForgetAll();
+void ChangeLog::Follow(std::int32_t unitKey, const UnitCounts& now) {
+  counts_.ReadColumns();
+  qorhost::ChangeLog::Follow(unitKey, now);
 }
 
 void ChangeLog::ReadTables() {
@@ -125,7 +122,7 @@ void ChangeLog::ReadTables() {
   std::vector<std::string> names;
   const auto watch = [&] {
     if (!names.empty()) {
-      list_.Watch(std::exchange(table, {}), std::exchange(names, {}));
+      list().Watch(std::exchange(table, {}), std::exchange(names, {}));
     }
   };
   while (columns.Step()) {
@@ -142,26 +139,9 @@ void ChangeLog::ReadTables() {
   watch();
 }
 
-void ChangeLog::NoteHere(Place& place) const {
-  list_.NoteHere(place.list);
-  place.counts = counts_.Here();
-}
-
-void ChangeLog::GoBackTo(const Place& place) {
-  list_.GoBackTo(place.list);
-  counts_.GoBackTo(place.counts);
-}
-
-void ChangeLog::RequireComplete() const {
-  if (incomplete_) {
-    throw StoreError("The changes could not be written down for the audit: nothing was stored",
-                     StoreFault::kNoMemory);
-  }
-}
-
 void ChangeLog::OnInsert(Watched& table, std::int64_t rid) {
-  if (!list_.JoinsRun(table, rid)) {
-    list_.AddInserted(table, rid, Hook::Row(*this, table, &sqlite3_preupdate_new));
+  if (!list().JoinsRun(table, rid)) {
+    list().AddInserted(table, rid, Hook::Row(*this, table, &sqlite3_preupdate_new));
   }
 }
 
@@ -186,11 +166,11 @@ void ChangeLog::OnUpdate(const Watched& table, std::int64_t rid) {
       present.push_back({table.columns[at], is});
     }
   }
-  list_.AddUpdated(table, rid, std::move(former), std::move(present));
+  list().AddUpdated(table, rid, std::move(former), std::move(present));
 }
 
 void ChangeLog::OnDelete(const Watched& table, std::int64_t rid) {
-  list_.AddDeleted(table, rid, Hook::Row(*this, table, &sqlite3_preupdate_old));
+  list().AddDeleted(table, rid, Hook::Row(*this, table, &sqlite3_preupdate_old));
 }
 
 }  // namespace qorhost::sqlite

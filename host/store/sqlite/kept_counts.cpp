@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <array>
 #include <new>
 
@@ -74,16 +73,10 @@ UnitCounts CountUnit(Session& session, std::int32_t unitKey) {
   return counts;
 }
 
-void KeptCounts::Follow(std::int32_t unitKey, const UnitCounts& now) {
-  if (columns_.empty()) {
-    ReadColumns();
-  }
-  if (Find(unitKey) == nullptr) {
-    units_.emplace_back(unitKey, now);
-  }
-}
-
 void KeptCounts::ReadColumns() {
+  if (!columns_.empty()) {
+    return;
+  }
   std::vector<Columns> columns;
   for (const CountedRows& rows : kCounted) {
     columns.push_back({ColumnOf(database_, rows.table, "UnitKey"),
@@ -93,28 +86,12 @@ void KeptCounts::ReadColumns() {
   columns_ = std::move(columns);
 }
 
-const UnitCounts* KeptCounts::Find(std::int32_t unitKey) const noexcept {
-  const auto found = std::find_if(units_.begin(), units_.end(),
-                                  [unitKey](const auto& unit) { return unit.first == unitKey; });
-  return found == units_.end() ? nullptr : &found->second;
-}
-
-const UnitFacts* KeptCounts::FactsOf(std::int32_t unitKey) const noexcept {
-  return facts_ && facts_->first == unitKey ? &facts_->second : nullptr;
-}
-
-void KeptCounts::KeepFacts(std::int32_t unitKey, const UnitFacts& facts) {
-  if (Find(unitKey) != nullptr) {
-    facts_.emplace(unitKey, facts);
-  }
-}
-
 void KeptCounts::OnChange(int operation, std::string_view table) {
   if (units_.empty()) {
     return;
   }
   if (table == "Units" || table == "UnitSettings") {
-    facts_.reset();
+    units_.ForgetFacts();
     return;
   }
   for (std::size_t at = 0; at < kCounted.size(); ++at) {
@@ -148,11 +125,10 @@ void KeptCounts::Add(std::size_t table, bool isNew, int number) {
   if (!IsNumber(unit)) {
     return;
   }
-  const std::int64_t unitKey = sqlite3_value_int64(unit);
-  const auto followed = std::find_if(units_.begin(), units_.end(),
-                                     [unitKey](const auto& one) { return one.first == unitKey; });
-  if (followed != units_.end() && rows.counts(cell(columns.first), cell(columns.second))) {
-    followed->second.*rows.count += number;
+  const auto unitKey = static_cast<std::int32_t>(sqlite3_value_int64(unit));
+  if (units_.CountsOf(unitKey) != nullptr &&
+      rows.counts(cell(columns.first), cell(columns.second))) {
+    units_.Add(unitKey, rows.count, number);
   }
 }
 

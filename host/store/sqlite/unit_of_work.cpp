@@ -5,15 +5,14 @@
 
 #include <utility>
 
-#include "host/dialect/canonical_date.h"
 #include "host/store/sqlite/schema.h"
 #include "host/store/sqlite/session.h"
-#include "host/store/statement_rules.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::sqlite {
 
-UnitOfWork::UnitOfWork(Session& session) : session_(session), log_(session.database()) {}
+UnitOfWork::UnitOfWork(Session& session)
+    : WorkCourse(session.timeStamp(), log_), session_(session), log_(session.database()) {}
 
 UnitOfWork::~UnitOfWork() {
   Undo();
@@ -25,26 +24,8 @@ UnitVersion UnitOfWork::VersionOf(std::int32_t unitKey) {
   return read->Step() ? UnitVersion{read->Number(0), read->Number(1)} : UnitVersion{};
 }
 
-void UnitOfWork::SignAs(Author author) {
-  author_ = std::move(author);
-}
-
-void UnitOfWork::Begin(WorkOrder order) {
-  if (open_ || session_.database().inTransaction()) {
-    throw StoreError("An operation is under way already: end it first");
-  }
-  order_ = std::move(order);
-  committed_.clear();
-  void_ = VoidReason::kNone;
-  open_ = true;
-}
-
-void UnitOfWork::Lock() {
-  if (locked_) {
-    return;
-  }
-  order_.filled.reset();
-  TakeRightToWrite();
+bool UnitOfWork::isInTransaction() const noexcept {
+  return session_.database().inTransaction();
 }
 
 void UnitOfWork::RequireInPlace() {
@@ -58,131 +39,32 @@ void UnitOfWork::RequireInPlace() {
   }
 }
 
-void UnitOfWork::TakeRightToWrite() {
+void UnitOfWork::TakeRight() {
   Database& database = session_.database();
-  try {
-    if (order_.inParts) {
-      database.KeepSavepoints(SavepointRoom::kOneBlock);
-    }
+  if (order().inParts) {
+    database.KeepSavepoints(SavepointRoom::kOneBlock);
+  }
+  begin_.Run(database);
+  RequireInPlace();
+  if (!database.RequireOwnLog()) {
+    database.Run("ROLLBACK");
+    database.ForgetPages();
     begin_.Run(database);
-    locked_ = true;
-    RequireInPlace();
-    if (!database.RequireOwnLog()) {
-      database.Run("ROLLBACK");
-      database.ForgetPages();
-      begin_.Run(database);
-      database.RequireOwnLog();
-    }
-    before_ = order_.units.empty() ? UnitVersion{} : VersionOf(order_.units.front());
-    if (order_.filled.has_value() && before_ != *order_.filled) {
-      Void(VoidReason::kStale);
-      throw StoreError(std::string(WordsOf(VoidReason::kStale)));
-    }
-    log_.Start();
-  } catch (const StoreError&) {
-    Void(VoidReason::kFailed);
-    ReleaseRightToWrite();
-    throw;
+    database.RequireOwnLog();
   }
 }
 
-void UnitOfWork::RequireUsable() {
-  if (!open_) {
-    return;
-  }
-  if (locked_ && !session_.database().inTransaction()) {
-    Void(VoidReason::kFailed);  // SQLite gave it up by itself (a full disk, for example)
-  }
-  if (void_ != VoidReason::kNone) {
-    throw StoreError(std::string(WordsOf(void_)));
-  }
-}
-
-void UnitOfWork::BeforeWrite() {
-  RequireUsable();
-  if (open_ && !locked_) {
-    TakeRightToWrite();
-  }
-}
-
-void UnitOfWork::AfterFailedWrite() noexcept {
-  if (open_) {
-    Void(VoidReason::kFailed);
-  }
-}
-
-void UnitOfWork::KeepCounts(std::int32_t unitKey, const UnitCounts& now) {
-  if (!locked_) {
-    throw StoreError("Counts are kept while nobody else can write: take the right to write first");
-  }
-  log_.counts().Follow(unitKey, now);
-}
-
-void UnitOfWork::Void(VoidReason reason) noexcept {
-  if (void_ == VoidReason::kNone) {
-    void_ = reason;
-  }
-}
-
-void UnitOfWork::Forgive() noexcept {
-  // What SQLite gave up as a whole is lost for every part of it.
-  if (locked_ && session_.database().inTransaction()) {
-    void_ = VoidReason::kNone;
-  }
-}
-
-bool UnitOfWork::Commit() {
-  if (!open_) {
-    throw StoreError("There is no operation to store: begin one first");
-  }
-  try {
-    RequireUsable();
-    const bool stored = locked_ && written() > 0;
-    if (stored) {
-      log_.RequireComplete();
-      log_.Stop();
-      if (onlyTried_) {
-        tried_.insert(tried_.end(), log_.changes().begin(), log_.changes().end());
-      } else {
-        StoreAll();
-      }
-    }
-    Undo();
-    return stored;
-  } catch (...) {
-    Undo();
-    throw;
-  }
-}
-
-void UnitOfWork::StoreAll() {
-  StoreEntry();
+WorkCourse::Versions UnitOfWork::Store(WorkEntry entry, std::int64_t previous) {
+  Versions raised =
+      RaiseVersions(session_.audit().Append(std::move(entry), previous, log_.changes()));
   session_.database().RequireSameFile();
   commit_.Run(session_.database());
+  return raised;
 }
 
-void UnitOfWork::StoreEntry() {
-  const qorcred::Date now = author_.utc ? author_.utc() : session_.timeStamp().Clocked();
-  WorkEntry entry;
-  entry.at = dialect::CanonicalDate(now);
-  entry.who = author_.who;
-  entry.origin = author_.origin;
-  if (order_.units.size() == 1) {
-    entry.unitKey = order_.units.front();
-  }
-  entry.what = order_.what;
-  RaiseVersions(session_.audit().Append(std::move(entry), before_.entry, log_.changes()));
-}
-
-std::optional<UnitVersion> UnitOfWork::Committed(std::int32_t unitKey) const {
-  const auto found = committed_.find(unitKey);
-  return found == committed_.end() ? std::nullopt : std::optional(found->second);
-}
-
-void UnitOfWork::RaiseVersions(std::int64_t entry) {
-  if (order_.units.size() == 1) {
-    RaiseVersion(order_.units.front(), entry);
-    return;
+WorkCourse::Versions UnitOfWork::RaiseVersions(std::int64_t entry) {
+  if (order().units.size() == 1) {
+    return RaiseVersion(order().units.front(), entry);
   }
   // The seal first: the version that stands with it goes where the others are raised.
   const StatementUse seal(session_.Own(
@@ -195,13 +77,15 @@ void UnitOfWork::RaiseVersions(std::int64_t entry) {
                    "ON CONFLICT (UnitKey) DO UPDATE SET Entry=excluded.Entry, Mark=excluded.Mark "
                    "RETURNING UnitKey, Entry, Mark"));
   raise->BindNumber(1, entry);
+  Versions raised;
   while (raise->Step()) {
-    committed_[static_cast<std::int32_t>(raise->Number(0))] = {raise->Number(1), raise->Number(2)};
+    raised[static_cast<std::int32_t>(raise->Number(0))] = {raise->Number(1), raise->Number(2)};
   }
+  return raised;
 }
 
 /// Most operations are meant for one unit: its version and the seal are one row.
-void UnitOfWork::RaiseVersion(std::int32_t unitKey, std::int64_t entry) {
+WorkCourse::Versions UnitOfWork::RaiseVersion(std::int32_t unitKey, std::int64_t entry) {
   UnitVersion version{entry, 0};
   sqlite3_randomness(sizeof version.mark, &version.mark);
   const StatementUse raise(
@@ -211,22 +95,12 @@ void UnitOfWork::RaiseVersion(std::int32_t unitKey, std::int64_t entry) {
   raise->BindNumber(2, version.entry);
   raise->BindNumber(3, version.mark);
   raise->Step();
-  committed_[unitKey] = version;
+  return {{unitKey, version}};
 }
 
-void UnitOfWork::Undo() noexcept {
-  if (!open_) {
-    return;
-  }
-  ReleaseRightToWrite();
-  open_ = false;
-}
-
-void UnitOfWork::ReleaseRightToWrite() noexcept {
-  log_.Stop();
-  locked_ = false;
+void UnitOfWork::GiveRightBack() noexcept {
   session_.database().UndoWhatIsOpen();
-  if (order_.inParts) {
+  if (order().inParts) {
     session_.database().KeepSavepoints(SavepointRoom::kPieces);
   }
 }

@@ -7,12 +7,12 @@ namespace qorhost::sqlite {
 
 std::optional<UnitFacts> UnitRegister::Find(std::int32_t unitKey) {
   session_.work().RequireUsable();
-  if (const UnitFacts* const kept = session_.work().keptCounts().FactsOf(unitKey)) {
+  if (const UnitFacts* const kept = session_.work().units().FactsOf(unitKey)) {
     return *kept;
   }
   std::optional<UnitFacts> facts = Read(unitKey);
   if (facts) {
-    session_.work().keptCounts().KeepFacts(unitKey, *facts);
+    session_.work().units().KeepFacts(unitKey, *facts);
   }
   return facts;
 }
@@ -30,7 +30,7 @@ std::optional<UnitFacts> UnitRegister::Read(std::int32_t unitKey) {
 
 UnitCounts UnitRegister::Count(std::int32_t unitKey) {
   session_.work().RequireUsable();
-  const UnitCounts* const kept = session_.work().keptCounts().Find(unitKey);
+  const UnitCounts* const kept = session_.work().units().CountsOf(unitKey);
   return kept != nullptr ? *kept : CountUnit(session_, unitKey);
 }
 
