@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "host/dialect/printed_statement.h"
@@ -113,6 +114,8 @@ class StatementPrinter {
   void PrintAggregate(const dialect::Expression& node);
 
   [[nodiscard]] bool IsGroupKey(const dialect::Expression& node) const;
+  /// What a result column is called.
+  [[nodiscard]] static std::string NameOf(const dialect::Select& select, std::size_t column);
 
   std::string_view sql_;
   dialect::PrintedStatement printed_;
