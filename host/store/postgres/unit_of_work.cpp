@@ -116,6 +116,24 @@ void UnitOfWork::AfterFailedWrite() noexcept {
   }
 }
 
+void UnitOfWork::WriteHeld() {
+  try {
+    session_.buffer().Write();
+  } catch (...) {
+    AfterFailedWrite();
+    throw;
+  }
+}
+
+std::int64_t UnitOfWork::written() const noexcept {
+  return locked_ ? log_.touched() + session_.buffer().held() : 0;
+}
+
+std::int64_t UnitOfWork::stepsQueued() const noexcept {
+  const HeldRows* const steps = session_.buffer().RowsOf("ProgramSteps");
+  return log_.steps() + (steps == nullptr ? 0 : static_cast<std::int64_t>(steps->count()));
+}
+
 void UnitOfWork::KeepCounts(std::int32_t unitKey, const UnitCounts& now) {
   if (!locked_) {
     throw StoreError("Counts are kept while nobody else can write: take the right to write first");
@@ -142,6 +160,7 @@ bool UnitOfWork::Commit() {
   }
   try {
     RequireUsable();
+    WriteHeld();
     const bool stored = locked_ && written() > 0;
     if (stored) {
       log_.RequireComplete();
@@ -212,6 +231,7 @@ void UnitOfWork::Undo() noexcept {
 void UnitOfWork::ReleaseRightToWrite() noexcept {
   log_.Stop();
   locked_ = false;
+  session_.DropHeld();
   session_.connection().UndoWhatIsOpen();
 }
 

@@ -22,6 +22,7 @@ std::optional<UnitFacts> UnitRegister::Find(std::int32_t unitKey) {
 
 UnitCounts UnitRegister::Count(std::int32_t unitKey) {
   session_.work().RequireUsable();
+  session_.work().WriteHeld();  // they are counted when they are written
   const UnitCounts* const kept = session_.work().log().CountsOf(unitKey);
   return kept != nullptr ? *kept : CountRows(unitKey);
 }

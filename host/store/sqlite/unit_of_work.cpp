@@ -111,6 +111,28 @@ void UnitOfWork::AfterFailedWrite() noexcept {
   }
 }
 
+void UnitOfWork::WriteHeld() {
+  try {
+    session_.buffer().Write();
+  } catch (...) {
+    AfterFailedWrite();
+    throw;
+  }
+}
+
+void UnitOfWork::DropHeld() noexcept {
+  session_.buffer().Discard();
+}
+
+std::int64_t UnitOfWork::written() const noexcept {
+  return locked_ ? log_.touched() + session_.buffer().held() : 0;
+}
+
+std::int64_t UnitOfWork::stepsQueued() const noexcept {
+  const HeldRows* const steps = session_.buffer().RowsOf("ProgramSteps");
+  return log_.steps() + (steps == nullptr ? 0 : static_cast<std::int64_t>(steps->count()));
+}
+
 void UnitOfWork::KeepCounts(std::int32_t unitKey, const UnitCounts& now) {
   if (!locked_) {
     throw StoreError("Counts are kept while nobody else can write: take the right to write first");
@@ -137,6 +159,7 @@ bool UnitOfWork::Commit() {
   }
   try {
     RequireUsable();
+    WriteHeld();
     const bool stored = locked_ && written() > 0;
     if (stored) {
       log_.RequireComplete();
@@ -225,6 +248,7 @@ void UnitOfWork::Undo() noexcept {
 void UnitOfWork::ReleaseRightToWrite() noexcept {
   log_.Stop();
   locked_ = false;
+  DropHeld();
   session_.database().UndoWhatIsOpen();
   if (order_.inParts) {
     session_.database().KeepSavepoints(SavepointRoom::kPieces);

@@ -32,10 +32,8 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   void Void(VoidReason reason) noexcept override;
 
   [[nodiscard]] bool open() const noexcept override { return open_; }
-  [[nodiscard]] std::int64_t written() const noexcept override {
-    return locked_ ? log_.touched() : 0;
-  }
-  [[nodiscard]] std::int64_t stepsQueued() const noexcept override { return log_.steps(); }
+  [[nodiscard]] std::int64_t written() const noexcept override;
+  [[nodiscard]] std::int64_t stepsQueued() const noexcept override;
   [[nodiscard]] bool locked() const noexcept override { return locked_; }
   [[nodiscard]] VoidReason voided() const noexcept override { return void_; }
 
@@ -47,6 +45,10 @@ class UnitOfWork final : public qorhost::UnitOfWork {
   void BeforeWrite();
   /// A statement that should have written has failed.
   void AfterFailedWrite() noexcept;
+  /// Writes the rows that the session holds: before anything else runs.
+  void WriteHeld();
+  /// Drops them with what else was undone.
+  void DropHeld() noexcept;
 
   /// Counts that are kept until the work's end; see UnitRegister.
   void KeepCounts(std::int32_t unitKey, const UnitCounts& now);
