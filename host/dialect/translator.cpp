@@ -48,6 +48,35 @@ Statement BoundTree(std::string_view sql, const std::vector<Literal>& literals) 
   return statement;
 }
 
+/// Null for any other statement than an INSERT of literals, and for one that gives the identity.
+std::shared_ptr<const AddedRow> AddedRowOf(const Statement& statement) {
+  if (statement.kind != StatementKind::kInsert) {
+    return nullptr;
+  }
+  auto row = std::make_shared<AddedRow>();
+  row->table = statement.table.table;
+  for (const Assignment& assignment : statement.assignments) {
+    const Expression& value = *assignment.value;
+    const bool isIdentity = assignment.column->type == ColumnType::kIdentity;
+    if (isIdentity && value.kind == NodeKind::kNull) {
+      continue;
+    }
+    std::optional<qorcred::Value> constant;
+    if (value.kind == NodeKind::kNull) {
+      constant = qorcred::Value(qorcred::Null{});
+    } else if (value.kind == NodeKind::kTrue || value.kind == NodeKind::kFalse) {
+      constant = qorcred::Value(value.kind == NodeKind::kTrue ? -1 : 0);
+    } else if (value.kind != NodeKind::kLiteral) {
+      return nullptr;
+    }
+    if (isIdentity || value.coercion != Coercion::kNone) {
+      return nullptr;
+    }
+    row->cells.push_back({assignment.column, std::move(constant)});
+  }
+  return row;
+}
+
 Entry TranslateShape(std::string_view sql, const std::vector<Literal>& literals,
                      EnginePrinter print) {
   Statement statement = BoundTree(sql, literals);
@@ -56,6 +85,7 @@ Entry TranslateShape(std::string_view sql, const std::vector<Literal>& literals,
   shape->kind = statement.kind;
   shape->sql = std::move(printed.sql);
   shape->takesNewRow = statement.takesNewRow;
+  shape->addedRow = AddedRowOf(statement);
   if (statement.table.table != nullptr) {
     shape->table = statement.table.table->name;
   }

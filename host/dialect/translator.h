@@ -38,6 +38,17 @@ class SqlError : public std::runtime_error {
   std::size_t column_;
 };
 
+/// The row that an INSERT adds, where each of its values is a literal: the columns in the
+/// statement's order, without the identity, which the store gives.
+struct AddedRow {
+  struct Cell {
+    const Column* column = nullptr;
+    std::optional<qorcred::Value> constant;  ///< none: the statement's next parameter
+  };
+  const Table* table = nullptr;
+  std::vector<Cell> cells;
+};
+
 /// A translated statement without its literals; shared by all statements of the same shape. A
 /// prepared statement may be kept by the shape's address for as long as the pointer to it is kept.
 /// An expression whose value does not fit its column, a division by zero and the like fail when it
@@ -48,6 +59,8 @@ struct Shape {
                              ///< spells it; empty for SELECT
   std::string sql;           ///< the engine's text; its parameters have the order of the values
   bool takesNewRow = false;  ///< an INSERT whose VALUES name the row-id text
+  /// Null unless all that an INSERT does is to add one row of literals.
+  std::shared_ptr<const AddedRow> addedRow;
   /// The type of each result column of a SELECT as far as the statement tells it; nothing for
   /// arithmetic and the like, where the value's own type counts. Empty for the other kinds.
   std::vector<std::optional<ColumnType>> resultTypes;

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -10,6 +12,7 @@
 #include <vector>
 
 #include "frame/value.h"
+#include "host/dialect/translator.h"
 
 namespace qorhost {
 
@@ -81,6 +84,13 @@ class StepQueue {
 
  protected:
   StepQueue() = default;
+
+  /// The row of a step that waits, and its values.
+  [[nodiscard]] static const std::shared_ptr<const dialect::AddedRow>& FormOfStep();
+  using StepValues = std::array<qorcred::Value, 5>;
+  [[nodiscard]] static StepValues ValuesOfStep(std::int32_t unitKey, std::string_view kind,
+                                               std::int32_t subjectRid, std::string_view code,
+                                               std::string_view queuedAt);
 };
 
 }  // namespace qorhost

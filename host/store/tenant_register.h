@@ -3,8 +3,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string_view>
+
+#include "host/store/write_buffer.h"
 
 namespace qorhost {
 
@@ -49,6 +52,13 @@ class TenantRegister {
 
  protected:
   TenantRegister() = default;
+
+  /// The id of a tenant whose row is held; nothing for another one.
+  [[nodiscard]] static std::optional<std::int32_t> HeldTenantId(const WriteBuffer& buffer,
+                                                                std::int32_t unitKey,
+                                                                std::int32_t rid);
+  /// The next free code; the counter catches up with the tenants. Raises kOverflow.
+  [[nodiscard]] static std::int32_t CatchUp(LinkCodes::Known& codes);
 
   /// `code` as a link code. Raises kOverflow where it is none.
   [[nodiscard]] static std::int32_t RequireLinkCode(std::int64_t code);

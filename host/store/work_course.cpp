@@ -74,6 +74,24 @@ void WorkCourse::AfterFailedWrite() noexcept {
   }
 }
 
+void WorkCourse::WriteHeld() {
+  try {
+    buffer_.Write();
+  } catch (...) {
+    AfterFailedWrite();
+    throw;
+  }
+}
+
+std::int64_t WorkCourse::written() const noexcept {
+  return locked_ ? log_.touched() + buffer_.held() : 0;
+}
+
+std::int64_t WorkCourse::stepsQueued() const noexcept {
+  const HeldRows* const steps = buffer_.RowsOf("ProgramSteps");
+  return log_.steps() + (steps == nullptr ? 0 : static_cast<std::int64_t>(steps->count()));
+}
+
 void WorkCourse::KeepCounts(std::int32_t unitKey, const UnitCounts& now) {
   if (!locked_) {
     throw StoreError("Counts are kept while nobody else can write: take the right to write first");
@@ -100,6 +118,7 @@ bool WorkCourse::Commit() {
   }
   try {
     RequireUsable();
+    WriteHeld();
     const bool stored = locked_ && written() > 0;
     if (stored) {
       log_.RequireComplete();

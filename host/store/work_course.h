@@ -9,6 +9,7 @@
 #include "host/store/audit_log.h"
 #include "host/store/change_log.h"
 #include "host/store/unit_of_work.h"
+#include "host/store/write_buffer.h"
 
 namespace qorhost {
 
@@ -28,8 +29,8 @@ class WorkCourse : public UnitOfWork {
   void Void(VoidReason reason) noexcept final;
 
   [[nodiscard]] bool open() const noexcept final { return open_; }
-  [[nodiscard]] std::int64_t written() const noexcept final { return locked_ ? log_.touched() : 0; }
-  [[nodiscard]] std::int64_t stepsQueued() const noexcept final { return log_.steps(); }
+  [[nodiscard]] std::int64_t written() const noexcept final;
+  [[nodiscard]] std::int64_t stepsQueued() const noexcept final;
   [[nodiscard]] bool locked() const noexcept final { return locked_; }
   [[nodiscard]] VoidReason voided() const noexcept final { return void_; }
 
@@ -41,6 +42,8 @@ class WorkCourse : public UnitOfWork {
   void BeforeWrite();
   /// A statement that should have written has failed.
   void AfterFailedWrite() noexcept;
+  /// Writes the rows that the session holds: before anything else runs.
+  void WriteHeld();
 
   /// Counts that are kept until the work's end; see UnitRegister.
   void KeepCounts(std::int32_t unitKey, const UnitCounts& now);
@@ -56,8 +59,10 @@ class WorkCourse : public UnitOfWork {
  protected:
   using Versions = std::map<std::int32_t, UnitVersion>;
 
-  /// The clock is the session's, the log the engine's; both live longer than the calls of this.
-  WorkCourse(TimeStamp& clock, ChangeLog& log) : clock_(clock), log_(log) {}
+  /// The clock and what is held are the session's, the log the engine's; all live longer than the
+  /// calls of this.
+  WorkCourse(TimeStamp& clock, WriteBuffer& buffer, ChangeLog& log)
+      : clock_(clock), buffer_(buffer), log_(log) {}
 
   [[nodiscard]] const WorkOrder& order() const noexcept { return order_; }
 
@@ -73,7 +78,7 @@ class WorkCourse : public UnitOfWork {
   /// units and commits; the versions as they are then. `previous` is the unit's last entry, 0 for
   /// none. Raises StoreError.
   virtual Versions Store(WorkEntry entry, std::int64_t previous) = 0;
-  /// Ends the transaction with nothing stored, if there is one.
+  /// Ends the transaction with nothing stored, if there is one; rows that are held go with it.
   virtual void GiveRightBack() noexcept = 0;
 
   void TakeRightToWrite();
@@ -81,6 +86,7 @@ class WorkCourse : public UnitOfWork {
   [[nodiscard]] WorkEntry EntryNow() const;
 
   TimeStamp& clock_;
+  WriteBuffer& buffer_;
   ChangeLog& log_;
   Author author_;
   WorkOrder order_;

@@ -88,24 +88,30 @@ void ChangeLog::Take(std::string_view text) {
   if (known == nullptr) {
     return;
   }
-  list().Touch();
   const bool wasThere = told.contains("before");
   const bool isThere = told.contains("after");
+  const auto rid = told[isThere ? "after" : "before"].at("RID").get<std::int64_t>();
+  const std::int64_t last = told.contains("last") ? told["last"].get<std::int64_t>() : rid;
+  const auto rows = static_cast<int>(last - rid + 1);
+  for (int row = 0; row < rows; ++row) {
+    list().Touch();
+  }
   if (wasThere) {
     Count(name, told["before"], -1);
   }
   if (isThere) {
-    Count(name, told["after"], 1);
+    Count(name, told["after"], rows);
   }
   ChangeList::Watched* const table = list().Find(name);
-  const auto rid = told[isThere ? "after" : "before"].at("RID").get<std::int64_t>();
   if (table == nullptr) {
-    if (name == kSteps && wasThere != isThere) {
-      list().CountStep(isThere, rid);
+    for (std::int64_t step = rid; name == kSteps && wasThere != isThere && step <= last; ++step) {
+      list().CountStep(isThere, step);
     }
   } else if (!wasThere) {
-    if (!list().JoinsRun(*table, rid)) {
-      list().AddInserted(*table, rid, CellsOf(*known, told["after"], RowState::kAfter));
+    for (std::int64_t row = rid; row <= last; ++row) {
+      if (!list().JoinsRun(*table, row)) {
+        list().AddInserted(*table, row, CellsOf(*known, told["after"], RowState::kAfter));
+      }
     }
   } else if (!isThere) {
     list().AddDeleted(*table, rid, CellsOf(*known, told["before"], RowState::kBefore));

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 
 #include "host/dialect/catalog.h"
@@ -37,6 +38,46 @@ BEGIN
 END $$;
 )sql";
 
+// Of rows that follow each other and count alike, which is what most statements of many rows add,
+// the first is told for all. Which rows count is said where they are counted (change_log.cpp).
+constexpr std::string_view kAddedFunction = R"sql(
+CREATE FUNCTION desktop.tell_added() RETURNS trigger
+LANGUAGE plpgsql AS $$
+DECLARE
+  told text;
+BEGIN
+  IF TG_TABLE_NAME = 'ProgramSteps' THEN
+    SELECT json_build_object('table', TG_TABLE_NAME, 'after', row_to_json(n), 'last', a.last)::text
+      INTO told
+      FROM (SELECT min("RID") AS first, max("RID") AS last, count(*) AS number FROM new_rows
+            HAVING max("RID") - min("RID") = count(*) - 1 AND
+                   min("UnitKey") = max("UnitKey") AND count("UnitKey") = count(*) AND
+                   min("Sent") = max("Sent") AND count("Sent") = count(*)) a
+      JOIN new_rows n ON n."RID" = a.first;
+  ELSE
+    SELECT json_build_object('table', TG_TABLE_NAME, 'after', row_to_json(n), 'last', a.last)::text
+      INTO told
+      FROM (SELECT min("RID") AS first, max("RID") AS last, count(*) AS number FROM new_rows
+            HAVING max("RID") - min("RID") = count(*) - 1 AND
+                   min("UnitKey") = max("UnitKey") AND count("UnitKey") = count(*)) a
+      JOIN new_rows n ON n."RID" = a.first;
+  END IF;
+  IF told IS NOT NULL THEN
+    RAISE INFO USING MESSAGE = told, ERRCODE = 'QHROW';
+    RETURN NULL;
+  END IF;
+  FOR told IN SELECT json_build_object('table', TG_TABLE_NAME, 'after', row_to_json(n))::text
+              FROM new_rows n ORDER BY n."RID" LOOP
+    RAISE INFO USING MESSAGE = told, ERRCODE = 'QHROW';
+  END LOOP;
+  RETURN NULL;
+END $$;
+)sql";
+
+// The tables whose rows are told so.
+constexpr std::array<std::string_view, 4> kToldTogether{"CredentialBank", "Tenants",
+                                                        "TenantsBackup", "ProgramSteps"};
+
 struct Event {
   std::string_view name;
   std::string_view rows;
@@ -52,12 +93,16 @@ constexpr std::array kEvents{
 
 std::string ChangeTriggersText() {
   std::string text(kFunction);
+  text += kAddedFunction;
   for (const dialect::Table& table : dialect::Tables()) {
+    const bool isTogether =
+        std::find(kToldTogether.begin(), kToldTogether.end(), table.name) != kToldTogether.end();
     for (const Event& event : kEvents) {
       text += fmt::format(
           R"(CREATE TRIGGER "Tell{0}" AFTER {0} ON "{1}" REFERENCING {2} FOR EACH STATEMENT )"
-          "EXECUTE FUNCTION desktop.tell_changes();\n",
-          event.name, table.name, event.rows);
+          "EXECUTE FUNCTION desktop.{3}();\n",
+          event.name, table.name, event.rows,
+          isTogether && event.name == "INSERT" ? "tell_added" : "tell_changes");
     }
   }
   return text;

@@ -11,6 +11,8 @@ inline constexpr std::string_view kChangedRow = "QHROW";
 
 /// The statements that have every change of the catalog's tables told to whoever makes it: a notice
 /// for each row, in the order of their identities, {"table", "before", "after"}. The rows are JSON.
+/// Of new rows without gaps that are of one unit one notice may tell: the first row, and in "last"
+/// the identity of the last one.
 [[nodiscard]] std::string ChangeTriggersText();
 
 }  // namespace qorhost::postgres

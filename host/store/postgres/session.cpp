@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "host/dialect/names.h"
@@ -20,6 +21,13 @@ using qorcred::Value;
 // More shapes than all screens and reports write; beyond that the cache starts anew.
 constexpr std::size_t kMostPrepared = 200;
 
+// Rows of a table that are held, and identities that are reserved at once. What is reserved and not
+// used is lost.
+constexpr std::size_t kMostHeld = 1024;
+constexpr std::int64_t kMostReserved = 2048;
+// Rows that are added one by one before it is taken for a range.
+constexpr std::int64_t kFewRows = 3;
+
 }  // namespace
 
 Session::Session(Connection& connection, const Patience& patience, Clock clock)
@@ -27,6 +35,8 @@ Session::Session(Connection& connection, const Patience& patience, Clock clock)
       patience_(patience),
       timeStamp_(std::move(clock)),
       translator_(&Print),
+      rowInserts_(connection),
+      buffer_(rowInserts_, kMostHeld),
       transaction_(*this),
       savepoint_(*this),
       look_(*this) {}
@@ -40,6 +50,7 @@ Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Sha
     // The server forgets the engine's own texts with the others.
     prepared_.clear();
     own_.clear();
+    rowInserts_.Forget();
     connection_.RunAll("DEALLOCATE ALL");
   }
   return prepared_.emplace(shape.get(), Prepared{shape, {shape->sql, {}}, 0}).first->second;
@@ -47,7 +58,11 @@ Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Sha
 
 Session::Bound Session::Bind(std::string_view sql) {
   RequireUsable();
-  const dialect::Translation translation = translator_.Translate(sql, timeStamp_.Now());
+  return Bind(translator_.Translate(sql, timeStamp_.Now()));
+}
+
+Session::Bound Session::Bind(const dialect::Translation& translation) {
+  work_.WriteHeld();
   return {&PreparedFor(translation.shape), SentValues(translation.parameters)};
 }
 
@@ -101,10 +116,97 @@ Value Session::Scalar(std::string_view sql) {
 }
 
 ChangeResult Session::Change(std::string_view sql, std::optional<StatementKind> kind) {
+  return Writing([&]() -> ChangeResult {
+    RequireUsable();
+    const dialect::Translation translation = translator_.Translate(sql, timeStamp_.Now());
+    RequireChange(translation.shape->kind, kind);
+    const auto& form = translation.shape->addedRow;
+    if (form != nullptr) {
+      if (const auto rid = Held(form, translation.parameters)) {
+        return {1, *rid};
+      }
+    }
+    Bound bound = Bind(translation);
+    const ChangeResult result = RunChange(bound);
+    if (form != nullptr && result.rows == 1) {
+      NoteAdded(*form, translation.parameters);
+    } else {
+      Forget(bound.prepared->shape->kind == StatementKind::kInsert);
+    }
+    return result;
+  });
+}
+
+bool Session::IsAlone() const noexcept {
+  return connection_.inTransaction() && (work_.locked() || transaction_.open());
+}
+
+/// Something was written past what is known. Identities that are reserved stay so, unless rows were
+/// added: the order of the rows is that of their identities.
+void Session::Forget(bool identitiesToo) {
+  buffer_.linkCodes().Forget();
+  if (identitiesToo) {
+    buffer_.ForgetAll();
+    added_.clear();
+  }
+}
+
+void Session::DropHeld() noexcept {
+  buffer_.Discard();
+  added_.clear();
+}
+
+std::optional<std::int32_t> Session::Held(const std::shared_ptr<const dialect::AddedRow>& form,
+                                          std::span<const Value> values) {
+  if (!IsAlone() || !IsHeldTable(form->table->name)) {
+    return std::nullopt;
+  }
+  std::int64_t& added = added_[form->table];
+  if (added >= kFewRows && !buffer_.HasIdentities(*form->table)) {
+    rowInserts_.Reserve(*form->table, std::min(2 * added, kMostReserved), buffer_);
+  }
+  const std::optional<std::int32_t> rid = buffer_.Hold(form, values);
+  added += rid ? 1 : 0;
+  return rid;
+}
+
+/// A row was added at once: its identity lies behind those that are reserved.
+void Session::NoteAdded(const dialect::AddedRow& form, std::span<const Value> values) {
+  const bool hasOthers = buffer_.HasIdentities(*form.table);
+  buffer_.Withdraw(*form.table);
+  if (IsAlone()) {
+    std::int64_t& added = added_[form.table];
+    added = hasOthers ? 1 : added + 1;
+    buffer_.NoteWritten(form, values);
+  } else {
+    DropHeld();
+  }
+}
+
+std::int32_t Session::Add(const std::shared_ptr<const dialect::AddedRow>& form,
+                          std::span<const Value> values) {
   return Writing([&] {
-    Bound bound = Bind(sql);
-    RequireChange(bound.prepared->shape->kind, kind);
-    return RunChange(bound);
+    RequireUsable();
+    if (const auto held = Held(form, values)) {
+      return *held;
+    }
+    std::string columns;
+    std::string places;
+    SentValues sent;
+    std::size_t next = 0;
+    for (const dialect::AddedRow::Cell& cell : form->cells) {
+      sent.Add(cell.constant ? *cell.constant : values[next++]);
+      const std::string_view separator = columns.empty() ? "" : ", ";
+      columns.append(separator).append(QuotedName(cell.column->name));
+      places += fmt::format("{}${}::{}", separator, sent.sent().size(), SentTypeOf(*cell.column));
+    }
+    const auto rid = static_cast<std::int32_t>(
+        RunOwn(fmt::format("INSERT INTO {} ({}) VALUES ({}) RETURNING \"RID\"",
+                           QuotedName(form->table->name), columns, places),
+               sent, nullptr)
+            .Number(0, 0));
+    NoteAdded(*form, values);
+    return rid;
   });
 }
 
@@ -133,6 +235,7 @@ ChangeResult Session::UpdateVersion(std::string_view sql, const RowVersion& vers
   return Writing([&] {
     Bound bound = Bind(sql);
     RequireChange(bound.prepared->shape->kind, StatementKind::kUpdate);
+    Forget(false);
     return IsVersion(version, bound.prepared->shape->table) ? RunChange(bound) : ChangeResult();
   });
 }
@@ -181,7 +284,16 @@ void Session::RequireUsable() {
 }
 
 Result Session::Own(std::string_view sql, const SentValues& values, const TakeRow& take) {
+  Result result = RunOwn(sql, values, take);
+  if (!sql.starts_with("SELECT")) {
+    Forget(sql.starts_with("INSERT"));
+  }
+  return result;
+}
+
+Result Session::RunOwn(std::string_view sql, const SentValues& values, const TakeRow& take) {
   RequireUsable();
+  work_.WriteHeld();
   auto found = own_.find(sql);
   if (found == own_.end()) {
     found = own_.emplace(sql, PreparedText{std::string(sql), {}}).first;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -16,6 +17,7 @@
 #include "host/store/postgres/audit_log.h"
 #include "host/store/postgres/cells.h"
 #include "host/store/postgres/connection.h"
+#include "host/store/postgres/row_inserts.h"
 #include "host/store/postgres/step_queue.h"
 #include "host/store/postgres/tenant_register.h"
 #include "host/store/postgres/transaction.h"
@@ -23,12 +25,15 @@
 #include "host/store/postgres/unit_register.h"
 #include "host/store/sql_session.h"
 #include "host/store/time_stamp.h"
+#include "host/store/write_buffer.h"
 
 namespace qorhost::postgres {
 
 /// Each statement of the dialect is parsed and prepared once per shape, each of the engine's own
 /// texts once. A write outside of a unit of work and of a transaction is one of its own, alone on
-/// the store.
+/// the store. Inside one the first rows that are added to a table are written at once; for those
+/// behind them identities are reserved, in blocks that grow, and they are held, and written before
+/// anything else runs.
 class Session final : public SqlSession {
  public:
   /// The patience is the store's, and lives longer.
@@ -70,7 +75,20 @@ class Session final : public SqlSession {
     }
   }
 
-  /// Runs a text of this engine's own, of which there are few: it is prepared once.
+  /// Adds a row, the values being those of the form's parameters, and returns its identity.
+  std::int32_t Add(const std::shared_ptr<const dialect::AddedRow>& form,
+                   std::span<const qorcred::Value> values);
+  /// Rows that are added and not written yet. Whoever asks it while nobody else can write may
+  /// answer from it.
+  [[nodiscard]] WriteBuffer& buffer() noexcept { return buffer_; }
+  [[nodiscard]] const WriteBuffer& buffer() const noexcept { return buffer_; }
+  /// Drops what is held, and what is known of identities and link codes.
+  void DropHeld() noexcept;
+  /// Whether nobody else can write until an end that this session is told of.
+  [[nodiscard]] bool IsAlone() const noexcept;
+
+  /// Runs a text of this engine's own, of which there are few: it is prepared once. What is held is
+  /// written before.
   Result Own(std::string_view sql, const SentValues& values = {}, const TakeRow& take = nullptr);
 
   [[nodiscard]] Connection& connection() const noexcept { return connection_; }
@@ -97,6 +115,12 @@ class Session final : public SqlSession {
   };
 
   [[nodiscard]] Bound Bind(std::string_view sql);
+  [[nodiscard]] Bound Bind(const dialect::Translation& translation);
+  [[nodiscard]] std::optional<std::int32_t> Held(
+      const std::shared_ptr<const dialect::AddedRow>& form, std::span<const qorcred::Value> values);
+  void NoteAdded(const dialect::AddedRow& form, std::span<const qorcred::Value> values);
+  void Forget(bool identitiesToo);
+  Result RunOwn(std::string_view sql, const SentValues& values, const TakeRow& take);
   Prepared& PreparedFor(const std::shared_ptr<const dialect::Shape>& shape);
   Result Run(PreparedText& text, const SentValues& values, const TakeRow& take);
   ChangeResult RunChange(Bound& bound);
@@ -109,6 +133,9 @@ class Session final : public SqlSession {
   dialect::Translator translator_;
   std::unordered_map<const dialect::Shape*, Prepared> prepared_;
   std::unordered_map<std::string, PreparedText, TextHash, std::equal_to<>> own_;  // by text
+  RowInserts rowInserts_;
+  WriteBuffer buffer_;
+  std::map<const dialect::Table*, std::int64_t> added_;  // rows, one after the other
   UnitOfWork work_{*this};
   Transaction transaction_;
   Savepoint savepoint_;

@@ -8,18 +8,8 @@ namespace qorhost::postgres {
 
 void StepQueue::Queue(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid,
                       std::string_view code) {
-  session_.Writing([&] {
-    SentValues values;
-    values.AddNumber(unitKey);
-    values.AddText(kind);
-    values.AddNumber(subjectRid);
-    values.AddText(code);
-    values.AddText(session_.timeStamp().Now());
-    return session_.Own(
-        R"(INSERT INTO "ProgramSteps" ("UnitKey", "Kind", "SubjectRID", "Code", "QueuedAt", "Sent") )"
-        R"(VALUES ($1::int4, $2::text, $3::int4, nullif($4::text, ''), $5::text, 0))",
-        values);
-  });
+  session_.Add(FormOfStep(),
+               ValuesOfStep(unitKey, kind, subjectRid, code, session_.timeStamp().Now()));
 }
 
 void StepQueue::QueueAll(std::int32_t unitKey, std::string_view kind,

@@ -1,7 +1,5 @@
 #include "host/store/postgres/tenant_register.h"
 
-#include <algorithm>
-
 #include "host/store/postgres/session.h"
 #include "host/store/row_runs.h"
 
@@ -17,9 +15,29 @@ SentValues Values(std::initializer_list<std::int64_t> numbers) {
   return values;
 }
 
+/// Whether the unit's counter was known; the codes are taken then.
+bool TakeKnown(Session& session, std::int32_t unitKey, std::int32_t count) {
+  if (!session.IsAlone()) {
+    return false;
+  }
+  return session.Writing([&] {
+    LinkCodes::Known* const known = session.buffer().linkCodes().Of(unitKey);
+    if (known == nullptr || known->counter == 0) {
+      return false;
+    }
+    known->counter += count;
+    known->changed = true;
+    return true;
+  });
+}
+
 }  // namespace
 
 std::int32_t TenantRegister::TenantIdOf(std::int32_t unitKey, std::int32_t rid) {
+  session_.work().RequireUsable();
+  if (const auto held = HeldTenantId(session_.buffer(), unitKey, rid)) {
+    return *held;
+  }
   const Result found = session_.Own(
       R"(SELECT "TenantID" FROM "Tenants" WHERE "RID"=$2::int4 AND "UnitKey"=$1::int4)",
       Values({unitKey, rid}));
@@ -54,22 +72,32 @@ void TenantRegister::BackUp(std::int32_t unitKey, std::span<const std::int32_t> 
   });
 }
 
-std::int32_t TenantRegister::NextLinkCode(std::int32_t unitKey) {
+LinkCodes::Known TenantRegister::ReadLinkCodes(std::int32_t unitKey) {
   const Result next = session_.Own(
       R"(SELECT coalesce((SELECT "NextLinkCode" FROM "UnitCounters" WHERE "UnitKey"=$1::int4), 0), )"
       R"(coalesce((SELECT max("LINKCODE") FROM "Tenants" WHERE "UnitKey"=$1::int4), 0)::int8 + 1)",
       Values({unitKey}));
-  const std::int64_t counter = next.Number(0, 0);
-  const std::int64_t code = std::max(counter, next.Number(0, 1));
-  const std::int32_t free = RequireLinkCode(code);
-  // Asking is no reason to take the right to write: the counter catches up where it is taken.
-  if (counter < code && session_.work().locked()) {
-    KeepCounter(unitKey, code);
+  return {unitKey, next.Number(0, 0), next.Number(0, 1), false};
+}
+
+std::int32_t TenantRegister::NextLinkCode(std::int32_t unitKey) {
+  session_.work().RequireUsable();
+  if (!session_.IsAlone()) {
+    // Asking is no reason to take the right to write: the counter catches up where it is taken.
+    return RequireLinkCode(ReadLinkCodes(unitKey).next());
   }
-  return free;
+  LinkCodes& codes = session_.buffer().linkCodes();
+  if (codes.Of(unitKey) == nullptr) {
+    session_.work().WriteHeld();  // what is known of another unit
+    codes.Know(ReadLinkCodes(unitKey));
+  }
+  return CatchUp(*codes.Of(unitKey));
 }
 
 void TenantRegister::TakeLinkCodes(std::int32_t unitKey, std::int32_t count) {
+  if (TakeKnown(session_, unitKey, count)) {
+    return;
+  }
   const std::int64_t taken = session_.Writing([&] {
     return session_
         .Own(R"(UPDATE "UnitCounters" SET "NextLinkCode" = "NextLinkCode" + $2::int8 )"

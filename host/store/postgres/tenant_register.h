@@ -18,6 +18,7 @@ class TenantRegister final : public qorhost::TenantRegister {
   void TakeLinkCodes(std::int32_t unitKey, std::int32_t count) override;
 
  private:
+  [[nodiscard]] LinkCodes::Known ReadLinkCodes(std::int32_t unitKey);
   void KeepCounter(std::int32_t unitKey, std::int64_t nextCode);
 
   Session& session_;

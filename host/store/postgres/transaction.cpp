@@ -40,6 +40,7 @@ void Transaction::Begin() {
     throw StoreError("A transaction is already open: commit it or roll it back first");
   }
   session_.work().BeforeWrite();
+  session_.work().WriteHeld();
   Connection& connection = session_.connection();
   inner_ = connection.inTransaction();
   if (inner_) {
@@ -65,10 +66,15 @@ void Transaction::Commit() {
   try {
     session_.work().RequireUsable();
     CheckUsable();
+    session_.work().WriteHeld();
     session_.connection().RunAll(inner_ ? "RELEASE SAVEPOINT inner_transaction" : "COMMIT");
+    if (!inner_) {
+      session_.DropHeld();  // others may write from now on
+    }
     state_ = State::kNone;
   } catch (const StoreError&) {
     state_ = State::kCommitFailed;
+    session_.DropHeld();
     session_.connection().UndoWhatIsOpen(TextToUndo(inner_));
     throw;
   }
@@ -80,6 +86,7 @@ void Transaction::Rollback() {
   }
   const bool wasOpen = state_ == State::kOpen;
   state_ = State::kNone;
+  session_.DropHeld();
   if (wasOpen && session_.connection().inTransaction()) {
     session_.connection().RunAll(TextToUndo(inner_));
   }
@@ -98,6 +105,7 @@ void Transaction::CheckUsable() {
 
 void Savepoint::Begin() {
   session_.work().RequireUsable();
+  session_.work().WriteHeld();
   session_.connection().RunAll("SAVEPOINT part");
   session_.work().NoteHere(begun_);
   open_ = true;
@@ -105,12 +113,14 @@ void Savepoint::Begin() {
 
 void Savepoint::Commit() {
   session_.work().RequireUsable();
+  session_.work().WriteHeld();
   session_.connection().RunAll("RELEASE SAVEPOINT part");
   open_ = false;
 }
 
 void Savepoint::Rollback() {
   open_ = false;
+  session_.DropHeld();
   if (session_.connection().inTransaction()) {
     session_.connection().RunAll("ROLLBACK TO SAVEPOINT part; RELEASE SAVEPOINT part");
     session_.work().GoBackTo(begun_);

@@ -22,7 +22,9 @@ UnitVersion VersionIn(const Result& result) {
 }  // namespace
 
 UnitOfWork::UnitOfWork(Session& session)
-    : WorkCourse(session.timeStamp(), log_), session_(session), log_(session.connection()) {}
+    : WorkCourse(session.timeStamp(), session.buffer(), log_),
+      session_(session),
+      log_(session.connection()) {}
 
 UnitOfWork::~UnitOfWork() {
   Undo();
@@ -85,6 +87,7 @@ WorkCourse::Versions UnitOfWork::RaiseVersions(std::int64_t entry) {
 }
 
 void UnitOfWork::GiveRightBack() noexcept {
+  session_.DropHeld();
   session_.connection().UndoWhatIsOpen();
 }
 

@@ -34,6 +34,7 @@ std::optional<UnitFacts> UnitRegister::Read(std::int32_t unitKey) {
 
 UnitCounts UnitRegister::Count(std::int32_t unitKey) {
   session_.work().RequireUsable();
+  session_.work().WriteHeld();  // they are counted when they are written
   const UnitCounts* const kept = session_.work().units().CountsOf(unitKey);
   return kept != nullptr ? *kept : CountRows(unitKey);
 }

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <sqlite3.h>
 
+#include <limits>
 #include <utility>
 
 #include "host/dialect/catalog.h"
@@ -21,12 +22,17 @@ using qorcred::Value;
 // More shapes than all screens and reports write; beyond that the cache starts anew.
 constexpr std::size_t kMostPrepared = 200;
 
+// Of a table. They stay near the processor until they are written.
+constexpr std::size_t kMostHeld = 256;
+
 }  // namespace
 
 Session::Session(Database& database, Clock clock)
     : database_(database),
       timeStamp_(std::move(clock)),
       translator_(&Print),
+      rowInserts_(database),
+      buffer_(rowInserts_, kMostHeld),
       transaction_(database, work_),
       savepoint_(database, work_),
       look_(database) {}
@@ -53,7 +59,11 @@ Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Sha
 
 Session::Prepared& Session::Bound(std::string_view sql) {
   RequireUsable();
-  const dialect::Translation translation = translator_.Translate(sql, timeStamp_.Now());
+  return Bound(translator_.Translate(sql, timeStamp_.Now()));
+}
+
+Session::Prepared& Session::Bound(const dialect::Translation& translation) {
+  work_.WriteHeld();
   Prepared& prepared = PreparedFor(translation.shape);
   try {
     int parameter = 0;
@@ -99,21 +109,76 @@ Value Session::Scalar(std::string_view sql) {
   return use->Step() ? ReadCell(prepared.statement, 0, prepared.kinds.front()) : Value();
 }
 
-Session::Prepared& Session::BoundChange(std::string_view sql, std::optional<StatementKind> kind) {
-  Prepared& prepared = Bound(sql);
-  try {
-    RequireChange(prepared.shape->kind, kind);
-  } catch (...) {
-    prepared.statement.Reset();
-    throw;
-  }
-  return prepared;
+Session::Prepared& Session::BoundChange(const dialect::Translation& translation,
+                                        std::optional<StatementKind> kind) {
+  RequireChange(translation.shape->kind, kind);
+  return Bound(translation);
 }
 
 ChangeResult Session::Change(std::string_view sql, std::optional<StatementKind> kind) {
+  return Writing([&]() -> ChangeResult {
+    RequireUsable();
+    const dialect::Translation translation = translator_.Translate(sql, timeStamp_.Now());
+    const auto& form = translation.shape->addedRow;
+    if (form != nullptr) {
+      RequireChange(StatementKind::kInsert, kind);
+      if (const auto rid = Held(form, translation.parameters)) {
+        return {1, *rid};
+      }
+    }
+    const StatementUse use(BoundChange(translation, kind).statement);
+    const ChangeResult result = RunChange(*use);
+    if (form != nullptr && result.rows == 1) {
+      NoteAdded(*form, translation.parameters, result.newRow);
+    } else {
+      Forget(translation.shape->kind == StatementKind::kInsert);
+    }
+    return result;
+  });
+}
+
+bool Session::IsAlone() const noexcept {
+  return database_.inTransaction() && (work_.locked() || transaction_.open());
+}
+
+std::optional<std::int32_t> Session::Held(const std::shared_ptr<const dialect::AddedRow>& form,
+                                          std::span<const Value> values) {
+  return IsAlone() ? buffer_.Hold(form, values) : std::nullopt;
+}
+
+/// A row was added at once: those behind it have the identities behind its own.
+void Session::NoteAdded(const dialect::AddedRow& form, std::span<const Value> values,
+                        std::int64_t rid) {
+  buffer_.Withdraw(*form.table);
+  if (IsAlone()) {
+    buffer_.Grant(*form.table, rid + 1, std::numeric_limits<std::int32_t>::max());
+    buffer_.NoteWritten(form, values);
+  } else {
+    buffer_.ForgetAll();
+  }
+}
+
+std::int32_t Session::Add(const std::shared_ptr<const dialect::AddedRow>& form,
+                          std::span<const Value> values) {
   return Writing([&] {
-    const StatementUse use(BoundChange(sql, kind).statement);
-    return RunChange(*use);
+    RequireUsable();
+    if (const auto held = Held(form, values)) {
+      return *held;
+    }
+    std::int64_t rid = 0;
+    {
+      work_.WriteHeld();
+      const StatementUse insert(Kept(InsertText(*form, 1)));
+      int parameter = 0;
+      std::size_t next = 0;
+      for (const dialect::AddedRow::Cell& cell : form->cells) {
+        insert->Bind(++parameter, cell.constant ? *cell.constant : values[next++]);
+      }
+      insert->Step();
+      rid = sqlite3_last_insert_rowid(database_.handle());
+    }
+    NoteAdded(*form, values, rid);
+    return static_cast<std::int32_t>(rid);
   });
 }
 
@@ -148,8 +213,11 @@ ChangeResult Session::UpdateVersion(std::string_view sql, const RowVersion& vers
   }
   ChangeResult result;
   {
-    Prepared& prepared = BoundChange(sql, StatementKind::kUpdate);
+    RequireUsable();
+    Prepared& prepared =
+        BoundChange(translator_.Translate(sql, timeStamp_.Now()), StatementKind::kUpdate);
     const StatementUse use(prepared.statement);
+    Forget(false);
     if (IsVersion(version, prepared.shape->table)) {
       result = Writing([&] { return RunChange(*use); });
     }
@@ -197,6 +265,24 @@ void Session::RequireUsable() {
 
 Statement& Session::Own(std::string_view sql) {
   RequireUsable();
+  work_.WriteHeld();
+  Statement& statement = Kept(sql);
+  if (!statement.changesNothing()) {
+    Forget(sql.starts_with("INSERT") || sql.starts_with("WITH"));
+  }
+  return statement;
+}
+
+/// Something is written past what is known. Deleting and changing rows changes no identity that is
+/// given out later.
+void Session::Forget(bool identitiesToo) {
+  buffer_.linkCodes().Forget();
+  if (identitiesToo) {
+    buffer_.ForgetAll();
+  }
+}
+
+Statement& Session::Kept(std::string_view sql) {
   const auto found = own_.find(sql);
   if (found != own_.end()) {
     return found->second;

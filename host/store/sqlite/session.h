@@ -19,17 +19,20 @@
 #include "host/store/sqlite/audit_log.h"
 #include "host/store/sqlite/database.h"
 #include "host/store/sqlite/result_reader.h"
+#include "host/store/sqlite/row_inserts.h"
 #include "host/store/sqlite/step_queue.h"
 #include "host/store/sqlite/tenant_register.h"
 #include "host/store/sqlite/transaction.h"
 #include "host/store/sqlite/unit_of_work.h"
 #include "host/store/sqlite/unit_register.h"
 #include "host/store/time_stamp.h"
+#include "host/store/write_buffer.h"
 
 namespace qorhost::sqlite {
 
 /// Each statement of the dialect is parsed and prepared once per shape, each of the engine's own
-/// texts once.
+/// texts once. Inside a transaction the first row that is added to a table is written at once, and
+/// tells the identities of those behind it; these are held, and written before anything else runs.
 class Session final : public SqlSession {
  public:
   Session(Database& database, Clock clock);
@@ -64,8 +67,18 @@ class Session final : public SqlSession {
     }
   }
 
+  /// Adds a row, the values being those of the form's parameters, and returns its identity.
+  std::int32_t Add(const std::shared_ptr<const dialect::AddedRow>& form,
+                   std::span<const qorcred::Value> values);
+  /// Rows that are added and not written yet. Whoever asks it while nobody else can write may
+  /// answer from it.
+  [[nodiscard]] WriteBuffer& buffer() noexcept { return buffer_; }
+  [[nodiscard]] const WriteBuffer& buffer() const noexcept { return buffer_; }
+  /// Whether nobody else can write until an end that this session is told of.
+  [[nodiscard]] bool IsAlone() const noexcept;
+
   /// A statement in SQLite's words, prepared once: for texts that this engine makes up itself, of
-  /// which there are few. Use it in a StatementUse.
+  /// which there are few. What is held is written before. Use it in a StatementUse.
   [[nodiscard]] Statement& Own(std::string_view sql);
   /// The rows that the latest INSERT, UPDATE or DELETE added, changed or deleted.
   [[nodiscard]] std::int64_t ChangedRows() const noexcept;
@@ -89,11 +102,19 @@ class Session final : public SqlSession {
   };
 
   void RequireUsable();
+  Statement& Kept(std::string_view sql);
   Prepared& PreparedFor(const std::shared_ptr<const dialect::Shape>& shape);
   Prepared& Bound(std::string_view sql);
+  Prepared& Bound(const dialect::Translation& translation);
   Prepared& BoundSelect(std::string_view sql);
-  Prepared& BoundChange(std::string_view sql, std::optional<dialect::StatementKind> kind);
+  Prepared& BoundChange(const dialect::Translation& translation,
+                        std::optional<dialect::StatementKind> kind);
   ChangeResult RunChange(Statement& bound);
+  [[nodiscard]] std::optional<std::int32_t> Held(
+      const std::shared_ptr<const dialect::AddedRow>& form, std::span<const qorcred::Value> values);
+  void Forget(bool identitiesToo);
+  void NoteAdded(const dialect::AddedRow& form, std::span<const qorcred::Value> values,
+                 std::int64_t rid);
   [[nodiscard]] bool IsVersion(const RowVersion& version, std::string_view changedTable);
 
   Database& database_;
@@ -102,6 +123,8 @@ class Session final : public SqlSession {
   std::unordered_map<const dialect::Shape*, Prepared> prepared_;
   Prepared* latest_ = nullptr;
   std::unordered_map<std::string, Statement, TextHash, std::equal_to<>> own_;  // by text
+  RowInserts rowInserts_;
+  WriteBuffer buffer_;
   UnitOfWork work_{*this};
   Transaction transaction_;
   Savepoint savepoint_;

@@ -8,17 +8,8 @@ namespace qorhost::sqlite {
 
 void StepQueue::Queue(std::int32_t unitKey, std::string_view kind, std::int32_t subjectRid,
                       std::string_view code) {
-  session_.Writing([&] {
-    const StatementUse insert(
-        session_.Own("INSERT INTO ProgramSteps (UnitKey, Kind, SubjectRID, Code, QueuedAt, Sent) "
-                     "VALUES (?1, ?2, ?3, nullif(?4, ''), ?5, 0)"));
-    insert->BindNumber(1, unitKey);
-    insert->BindText(2, kind);
-    insert->BindNumber(3, subjectRid);
-    insert->BindText(4, code);
-    insert->BindText(5, session_.timeStamp().Now());
-    insert->Step();
-  });
+  session_.Add(FormOfStep(),
+               ValuesOfStep(unitKey, kind, subjectRid, code, session_.timeStamp().Now()));
 }
 
 void StepQueue::QueueAll(std::int32_t unitKey, std::string_view kind,

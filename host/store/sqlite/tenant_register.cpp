@@ -7,7 +7,29 @@
 
 namespace qorhost::sqlite {
 
+namespace {
+
+/// Whether the unit's counter was known; the codes are taken then.
+bool TakeKnown(Session& session, std::int32_t unitKey, std::int32_t count) {
+  return session.Writing([&] {
+    LinkCodes::Known* const known =
+        session.IsAlone() ? session.buffer().linkCodes().Of(unitKey) : nullptr;
+    if (known == nullptr || known->counter == 0) {
+      return false;
+    }
+    known->counter += count;
+    known->changed = true;
+    return true;
+  });
+}
+
+}  // namespace
+
 std::int32_t TenantRegister::TenantIdOf(std::int32_t unitKey, std::int32_t rid) {
+  session_.work().RequireUsable();
+  if (const auto held = HeldTenantId(session_.buffer(), unitKey, rid)) {
+    return *held;
+  }
   const StatementUse find(session_.Own("SELECT TenantID FROM Tenants WHERE RID=?2 AND UnitKey=?1"));
   find->BindNumber(1, unitKey);
   find->BindNumber(2, rid);
@@ -42,29 +64,40 @@ void TenantRegister::BackUp(std::int32_t unitKey, std::span<const std::int32_t> 
   });
 }
 
+LinkCodes::Known TenantRegister::ReadLinkCodes(std::int32_t unitKey) {
+  const StatementUse read(
+      session_.Own("SELECT coalesce((SELECT NextLinkCode FROM UnitCounters WHERE UnitKey=?1), 0),"
+                   " coalesce((SELECT max(LINKCODE) FROM Tenants WHERE UnitKey=?1), 0) + 1"));
+  read->BindNumber(1, unitKey);
+  read->Step();
+  return {unitKey, read->Number(0), read->Number(1), false};
+}
+
 std::int32_t TenantRegister::NextLinkCode(std::int32_t unitKey) {
-  std::int64_t counter = 0;
-  std::int64_t code = 0;
-  {
-    const StatementUse next(
-        session_.Own("SELECT coalesce((SELECT NextLinkCode FROM UnitCounters WHERE UnitKey=?1), 0),"
-                     " coalesce((SELECT max(LINKCODE) FROM Tenants WHERE UnitKey=?1), 0) + 1"));
-    next->BindNumber(1, unitKey);
-    next->Step();
-    counter = next->Number(0);
-    code = std::max(counter, next->Number(1));
+  session_.work().RequireUsable();
+  LinkCodes& codes = session_.buffer().linkCodes();
+  const bool isAlone = session_.IsAlone() && !session_.database().readOnly();
+  if (isAlone && codes.Of(unitKey) == nullptr) {
+    session_.work().WriteHeld();  // what is known of another unit
+    codes.Know(ReadLinkCodes(unitKey));
   }
-  const std::int32_t free = RequireLinkCode(code);
+  if (isAlone) {
+    return CatchUp(*codes.Of(unitKey));
+  }
+  const LinkCodes::Known read = ReadLinkCodes(unitKey);
+  const std::int32_t free = RequireLinkCode(read.next());
   // Asking is no reason to take the right to write.
-  const bool mayWrite =
-      !session_.database().readOnly() && (!session_.work().open() || session_.work().locked());
-  if (counter < code && mayWrite) {
-    KeepCounter(unitKey, code);
+  const bool mayWrite = !session_.database().readOnly() && !session_.work().open();
+  if (read.counter < read.next() && mayWrite) {
+    KeepCounter(unitKey, read.next());
   }
   return free;
 }
 
 void TenantRegister::TakeLinkCodes(std::int32_t unitKey, std::int32_t count) {
+  if (TakeKnown(session_, unitKey, count)) {
+    return;
+  }
   const std::int64_t taken = session_.Writing([&] {
     const StatementUse take(
         session_.Own("UPDATE UnitCounters SET NextLinkCode = NextLinkCode + ?2 WHERE UnitKey=?1"));

@@ -26,6 +26,7 @@ void Transaction::Begin() {
     throw StoreError("A transaction is already open: commit it or roll it back first");
   }
   work_.BeforeWrite();
+  work_.WriteHeld();
   inner_ = database_.inTransaction();
   if (inner_) {
     work_.NoteHere(begun_);
@@ -44,14 +45,17 @@ void Transaction::Commit() {
   try {
     work_.RequireUsable();
     CheckUsable();
+    work_.WriteHeld();
     if (inner_) {
       commitInner_.Run(database_);
     } else {
       database_.Run("COMMIT");
+      work_.DropHeld();  // others may write from now on
     }
     state_ = State::kNone;
   } catch (const StoreError&) {
     state_ = State::kCommitFailed;
+    work_.DropHeld();
     database_.UndoWhatIsOpen(UndoText(inner_));
     throw;
   }
@@ -62,6 +66,7 @@ void Transaction::Rollback() {
     throw StoreError("There is no transaction to roll back: begin one first");
   }
   state_ = State::kNone;
+  work_.DropHeld();
   if (database_.inTransaction()) {
     database_.Run(UndoText(inner_));
   }
@@ -80,6 +85,7 @@ void Transaction::CheckUsable() {
 
 void Savepoint::Begin() {
   work_.RequireUsable();
+  work_.WriteHeld();
   begin_.Run(database_);
   work_.NoteHere(begun_);
   open_ = true;
@@ -87,12 +93,14 @@ void Savepoint::Begin() {
 
 void Savepoint::Commit() {
   work_.RequireUsable();
+  work_.WriteHeld();
   commit_.Run(database_);
   open_ = false;
 }
 
 void Savepoint::Rollback() {
   open_ = false;
+  work_.DropHeld();
   if (database_.inTransaction()) {
     database_.Run("ROLLBACK TO part; RELEASE part");
     work_.GoBackTo(begun_);

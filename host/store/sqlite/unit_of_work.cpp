@@ -12,7 +12,9 @@
 namespace qorhost::sqlite {
 
 UnitOfWork::UnitOfWork(Session& session)
-    : WorkCourse(session.timeStamp(), log_), session_(session), log_(session.database()) {}
+    : WorkCourse(session.timeStamp(), session.buffer(), log_),
+      session_(session),
+      log_(session.database()) {}
 
 UnitOfWork::~UnitOfWork() {
   Undo();
@@ -98,7 +100,12 @@ WorkCourse::Versions UnitOfWork::RaiseVersion(std::int32_t unitKey, std::int64_t
   return {{unitKey, version}};
 }
 
+void UnitOfWork::DropHeld() noexcept {
+  session_.buffer().Discard();
+}
+
 void UnitOfWork::GiveRightBack() noexcept {
+  DropHeld();
   session_.database().UndoWhatIsOpen();
   if (order().inParts) {
     session_.database().KeepSavepoints(SavepointRoom::kPieces);
