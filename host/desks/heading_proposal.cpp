@@ -173,4 +173,28 @@ std::vector<HeadingMeant> ProposedMeanings(const UnknownHeadings& headings,
   return proposed;
 }
 
+std::vector<SheetProposal> ProposalsFor(const ImportSheet& sheet,
+                                        std::span<const ImportColumn> columns) {
+  std::vector<std::size_t> taken;
+  for (std::size_t place = 0; place < sheet.headings().size(); ++place) {
+    const std::string meaning = sheet.MeaningOf(place, columns);
+    for (std::size_t at = 0; at < columns.size(); ++at) {
+      if (!meaning.empty() && columns[at].heading == meaning) {
+        taken.push_back(at);
+      }
+    }
+  }
+  std::vector<SheetProposal> proposed;
+  for (std::size_t place = 0; place < sheet.headings().size(); ++place) {
+    if (sheet.IsMeaningKnown(place, columns)) {
+      continue;
+    }
+    if (const auto column = ColumnLike(sheet.headings()[place], columns, taken)) {
+      proposed.push_back({place, std::string(columns[*column].heading)});
+      taken.push_back(*column);
+    }
+  }
+  return proposed;
+}
+
 }  // namespace qorhost

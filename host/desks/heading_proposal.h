@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/desks/import_sheet.h"
 #include "host/files/import_file.h"
 
 namespace qorhost {
@@ -26,5 +27,16 @@ namespace qorhost {
 /// place: "#3".
 [[nodiscard]] std::vector<HeadingMeant> ProposedMeanings(const UnknownHeadings& headings,
                                                          std::span<const ImportColumn> columns);
+
+/// What a heading of a sheet may stand for.
+struct SheetProposal {
+  std::size_t place;
+  std::string column;  ///< the import's
+};
+
+/// For each heading of a sheet whose meaning nobody knows the column that it may stand for, each
+/// column once; headings that are like none are left out.
+[[nodiscard]] std::vector<SheetProposal> ProposalsFor(const ImportSheet& sheet,
+                                                      std::span<const ImportColumn> columns);
 
 }  // namespace qorhost

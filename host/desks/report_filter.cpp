@@ -149,7 +149,7 @@ void ReportFilter::ShowValues(std::size_t row) {
   At<ListModel>("cboType", row).SetVisible(isType);
 }
 
-/// The condition in words.
+/// The condition in words, without the values that are missing.
 std::string ReportFilter::EnteredIn(std::size_t row, const ReportField& field) const {
   const ReportOperator& chosen =
       OperatorsFor(field.kind)[static_cast<std::size_t>(Operators(row).selected())];
@@ -161,8 +161,12 @@ std::string ReportFilter::EnteredIn(std::size_t row, const ReportField& field) c
   } else if (IsYesNo(field.kind)) {
     first = At<CheckModel>("chkBoolean", row).state() == 0 ? "no" : "yes";
   }
-  return chosen.IsRange() ? fmt::format("{} {} {} and {}", field.name, chosen.word, first, second)
-                          : fmt::format("{} {} {}", field.name, chosen.word, first);
+  std::vector<std::string_view> words{field.name, chosen.word, first};
+  if (chosen.IsRange()) {
+    words.insert(words.end(), {"and", second});
+  }
+  std::erase(words, std::string_view());  // what is missing leaves no gap
+  return fmt::format("{}", fmt::join(words, " "));
 }
 
 void ReportFilter::TakeEntered() {

@@ -111,10 +111,8 @@ std::string Listed(const std::vector<UnitName>& units) {
 
 std::string KnownTypes(DeskSession& session) {
   std::string types;
-  const QueryResult found =
-      session.sql().Select("SELECT DESCRIPTION FROM UNITTYPES ORDER BY DESCRIPTION");
-  for (const ResultRow row : found.rows()) {
-    types += fmt::format("{}'{}'", types.empty() ? "" : ", ", qorcred::TextOrEmpty(row[0]));
+  for (const std::string& type : UnitTypes(session)) {
+    types += fmt::format("{}'{}'", types.empty() ? "" : ", ", type);
   }
   return types.empty() ? "none" : types;
 }
@@ -346,6 +344,16 @@ std::vector<ChangedUnit> EditUnits(DeskSession& session, const std::vector<std::
   }
   work.End(trial);
   return edited;
+}
+
+std::vector<std::string> UnitTypes(DeskSession& session) {
+  std::vector<std::string> types;
+  const QueryResult found =
+      session.sql().Select("SELECT DESCRIPTION FROM UNITTYPES ORDER BY DESCRIPTION");
+  for (const ResultRow row : found.rows()) {
+    types.push_back(qorcred::TextOrEmpty(row[0]));
+  }
+  return types;
 }
 
 List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units) {

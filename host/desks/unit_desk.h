@@ -66,6 +66,9 @@ struct ChangedUnit {
                                                  const UnitEntry& entry, OtherUnits others,
                                                  Trial trial);
 
+/// The types of units that are stored, in the order of their names.
+[[nodiscard]] std::vector<std::string> UnitTypes(DeskSession& session);
+
 /// The units with their settings.
 [[nodiscard]] List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units);
 

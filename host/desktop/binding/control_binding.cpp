@@ -3,6 +3,8 @@
 #include <QLabel>
 #include <QPalette>
 #include <QPointer>
+#include <array>
+#include <utility>
 
 #include "frame/runtime_error.h"
 #include "host/desktop/binding/qt_text.h"
@@ -10,6 +12,10 @@
 namespace qorhost {
 
 namespace {
+
+/// In the order in which they are shown.
+constexpr std::array kShown{ChangeKind::kItems,     ChangeKind::kLimits, ChangeKind::kValue,
+                            ChangeKind::kSelection, ChangeKind::kState,  ChangeKind::kLook};
 
 constexpr std::uint32_t kWindowBackground = 0x80000005U;
 constexpr std::uint32_t kButtonFace = 0x8000000FU;
@@ -41,13 +47,38 @@ QList<QLabel*> LabelsOf(const QWidget& widget) {
 
 ControlBinding::ControlBinding(ControlModel& control, QWidget& widget)
     : control_(control), widget_(widget) {
-  changes_ = control_.Observe([this](const Change& change) { Show(change.kind); });
+  changes_ = control_.Observe([this](const Change& change) { Note(change.kind); });
 }
 
 void ControlBinding::ShowAll() {
-  for (const ChangeKind kind : {ChangeKind::kItems, ChangeKind::kLimits, ChangeKind::kValue,
-                                ChangeKind::kSelection, ChangeKind::kState, ChangeKind::kLook}) {
+  changed_ = 0;
+  for (const ChangeKind kind : kShown) {
     Show(kind);
+  }
+}
+
+void ControlBinding::Note(ChangeKind kind) {
+  if (pending_ == nullptr || kind == ChangeKind::kVariable) {
+    Show(kind);
+    return;
+  }
+  if (kind == ChangeKind::kFocus) {
+    Flush();  // whether the widget can have it
+    Show(kind);
+    return;
+  }
+  if (changed_ == 0) {
+    pending_->Note(*this);
+  }
+  changed_ |= BitOf(kind);
+}
+
+void ControlBinding::Flush() {
+  const unsigned changed = std::exchange(changed_, 0);
+  for (const ChangeKind kind : kShown) {
+    if ((changed & BitOf(kind)) != 0) {
+      Show(kind);
+    }
   }
 }
 
@@ -59,7 +90,11 @@ void ControlBinding::Put(const std::function<void()>& put) {
     ShowAll();  // the control does not take it and is as it was
     return;
   }
-  if (there != nullptr && onEdit_) {
+  if (there == nullptr) {
+    return;
+  }
+  Flush();  // the control may have made something else of it
+  if (onEdit_) {
     onEdit_(widget_);
   }
 }

@@ -80,6 +80,10 @@ void DateField::Choose() {
   }
 }
 
+QString DateField::DayText() const {
+  return check_->isChecked() ? edit_->date().toString(Qt::ISODate) : QString();
+}
+
 void DateField::ShowChosen(bool chosen) {
   const QSignalBlocker quiet(check_);
   check_->setChecked(chosen);

@@ -32,6 +32,9 @@ class DateField final : public QWidget {
   /// Told of what a person chooses.
   void OnChoice(ChoiceHandler handler) { onChoice_ = std::move(handler); }
 
+  /// The day that is chosen, as it is shown; empty without one.
+  [[nodiscard]] QString DayText() const;
+
   // Show what is so; nobody is told.
 
   void ShowChosen(bool chosen);

@@ -10,36 +10,20 @@
 namespace qorhost {
 
 ListBinding::ListBinding(ListModel& list, QWidget& widget)
-    : ControlBinding(list, widget), list_(list) {
-  later_.setSingleShot(true);
-  later_.setInterval(0);
-  QObject::connect(&later_, &QTimer::timeout, &later_, [this] { Flush(); });
-}
+    : ControlBinding(list, widget), list_(list) {}
 
 void ListBinding::ShowOwn(ChangeKind kind) {
-  if (kind == ChangeKind::kItems && !outdated_) {
-    outdated_ = true;
-    later_.start();
+  if (kind == ChangeKind::kItems) {
+    const QSignalBlocker quiet(widget());
+    entries_.Show(std::get<ListState>(list_.held().own).items);
   }
-  if (kind == ChangeKind::kSelection && !outdated_) {
+  if (kind == ChangeKind::kItems || kind == ChangeKind::kSelection) {
     ShowSelection(list_.selected());
   }
 }
 
-void ListBinding::Flush() {
-  if (!outdated_) {
-    return;
-  }
-  outdated_ = false;
-  {
-    const QSignalBlocker quiet(widget());
-    entries_.Show(std::get<ListState>(list_.held().own).items);
-  }
-  ShowSelection(list_.selected());
-}
-
 void ListBinding::Choose(int index) {
-  if (outdated_) {
+  if (isPending(ChangeKind::kItems)) {
     Flush();  // it was chosen among entries that are gone
     return;
   }
@@ -71,7 +55,6 @@ ComboBinding::ComboBinding(ListModel& list, QComboBox& combo)
     }
   });
   ShowAll();
-  Flush();
 }
 
 void ComboBinding::ShowSelection(std::int32_t index) {
@@ -90,7 +73,6 @@ ListBoxBinding::ListBoxBinding(ListModel& list, QListView& view)
                      }
                    });
   ShowAll();
-  Flush();
 }
 
 void ListBoxBinding::ShowSelection(std::int32_t index) {

@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QListView>
 #include <QObject>
-#include <QTimer>
 #include <cstdint>
 #include <functional>
 
@@ -18,12 +17,11 @@ namespace qorhost {
 /// whose selection loads something.
 using ChoiceOfEntry = std::function<void(std::int32_t index)>;
 
-/// What both kinds have in common. Entries that a controller adds one by one are shown together,
-/// when it is done: at Flush(), or when the window comes to its events.
+/// What both kinds have in common. Entries that a controller adds one by one are shown together.
 class ListBinding : public ControlBinding {
  public:
   void OnChoice(ChoiceOfEntry handler) { onChoice_ = std::move(handler); }
-  void Flush() override;
+  void ShowTextsBy(EntryText text) { entries_.ShowTextsBy(std::move(text)); }
   [[nodiscard]] ListModel& list() const { return list_; }
 
  protected:
@@ -39,8 +37,6 @@ class ListBinding : public ControlBinding {
   ListModel& list_;
   ListEntriesModel entries_;
   ChoiceOfEntry onChoice_;
-  bool outdated_ = false;
-  QTimer later_;  // what is put off ends with the binding
 };
 
 /// A combo box in which typing finds entries, and which a wheel changes only with the focus.

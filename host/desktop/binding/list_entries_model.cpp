@@ -1,6 +1,7 @@
 #include "host/desktop/binding/list_entries_model.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/desktop/binding/qt_text.h"
 
@@ -25,6 +26,13 @@ void ListEntriesModel::Show(const ListItems& items) {
   endResetModel();
 }
 
+void ListEntriesModel::ShowTextsBy(EntryText text) {
+  text_ = std::move(text);
+  if (items_.size() > 0) {
+    Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+  }
+}
+
 int ListEntriesModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(items_.size());
 }
@@ -36,7 +44,8 @@ QVariant ListEntriesModel::data(const QModelIndex& index, int role) const {
   if (role != Qt::DisplayRole && role != Qt::EditRole) {
     return {};
   }
-  return ToQt(items_[static_cast<std::size_t>(index.row())].text);
+  const QString text = ToQt(items_[static_cast<std::size_t>(index.row())].text);
+  return text_ ? text_(text) : text;
 }
 
 }  // namespace qorhost

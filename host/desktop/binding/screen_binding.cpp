@@ -69,6 +69,7 @@ ScreenBinding::ScreenBinding(ScreenModel& screen, QWidget& form,
     if (widget == nullptr) {
       faults += "\nthe form has no widget for " + control->name();
     } else if (auto binding = Bind(*control, *widget)) {
+      binding->ShowLater(pending_);
       bindings_.push_back(std::move(binding));
     } else {
       faults += "\nthe widget for " + control->name() +
@@ -87,21 +88,26 @@ void ScreenBinding::OnEdit(const EditHandler& handler) {
   }
 }
 
-void ScreenBinding::OnChoice(std::string_view list, ChoiceOfEntry handler) {
+ListBinding& ScreenBinding::ListOf(std::string_view list) const {
   for (const auto& binding : bindings_) {
     auto* bound = dynamic_cast<ListBinding*>(binding.get());
     if (bound != nullptr && bound->list().name() == list) {
-      bound->OnChoice(std::move(handler));
-      return;
+      return *bound;
     }
   }
   throw std::logic_error("the form shows no list " + std::string(list));
 }
 
+void ScreenBinding::OnChoice(std::string_view list, ChoiceOfEntry handler) {
+  ListOf(list).OnChoice(std::move(handler));
+}
+
+void ScreenBinding::ShowTextsBy(std::string_view list, EntryText text) {
+  ListOf(list).ShowTextsBy(std::move(text));
+}
+
 void ScreenBinding::Flush() {
-  for (const auto& binding : bindings_) {
-    binding->Flush();
-  }
+  pending_.Flush();
 }
 
 QWidget* ScreenBinding::WidgetOf(std::string_view control) const {

@@ -8,6 +8,7 @@
 
 #include "host/desktop/binding/control_binding.h"
 #include "host/desktop/binding/list_binding.h"
+#include "host/desktop/binding/pending_shows.h"
 #include "host/screens/screen_model.h"
 
 namespace qorhost {
@@ -26,12 +27,17 @@ class ScreenBinding {
   void OnEdit(const EditHandler& handler);
   /// Told of the entry that a person chooses in the list, in place of its selection.
   void OnChoice(std::string_view list, ChoiceOfEntry handler);
+  /// Shows the entries of the list, whose texts the control keeps, as the function says.
+  void ShowTextsBy(std::string_view list, EntryText text);
   /// Shows what was put off.
   void Flush();
   /// The widget of a control; null for one that is not shown.
   [[nodiscard]] QWidget* WidgetOf(std::string_view control) const;
 
  private:
+  [[nodiscard]] ListBinding& ListOf(std::string_view list) const;
+
+  PendingShows pending_;
   std::vector<std::unique_ptr<ControlBinding>> bindings_;
 };
 

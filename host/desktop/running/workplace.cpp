@@ -56,4 +56,10 @@ void Workplace::TellChanged() const {
   }
 }
 
+void Workplace::TellUnits() const {
+  if (onUnits_) {
+    onUnits_();
+  }
+}
+
 }  // namespace qorhost

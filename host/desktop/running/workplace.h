@@ -48,6 +48,10 @@ class Workplace {
   /// To be called when an operation has changed the store: what other screens show may be old.
   void TellChanged() const;
   void OnChanged(std::function<void()> handler) { onChanged_ = std::move(handler); }
+  /// To be called when units were added, changed or deleted, outside of an operation: the unit that
+  /// screens work on may be another one then.
+  void TellUnits() const;
+  void OnUnits(std::function<void()> handler) { onUnits_ = std::move(handler); }
 
  private:
   QWidget& window_;
@@ -59,6 +63,7 @@ class Workplace {
   QString unitName_;
   std::function<void(const QString& what)> onTell_;
   std::function<void()> onChanged_;
+  std::function<void()> onUnits_;
 };
 
 }  // namespace qorhost

@@ -89,7 +89,7 @@ void CredentialPage::ConnectWidgets() {
       *ui_->findCredential, [this]() -> const ListModel& { return desk_->credentials(); },
       [this](std::int32_t index) {
         ChooseCredential(index);
-        binding_->Flush();
+        ShowChanges();
       });
 }
 
@@ -98,6 +98,7 @@ bool CredentialPage::isNew() const {
 }
 
 void CredentialPage::ShowMode() {
+  ShowChanges();
   const bool fresh = isNew();
   const bool several = ui_->severalCredentials->isChecked();
   ui_->groupNew->setVisible(fresh);
@@ -109,7 +110,6 @@ void CredentialPage::ShowMode() {
   ui_->renumberButton->setEnabled(!fresh);
   ui_->deleteButton->setEnabled(!fresh);
   ui_->title->setText(fresh ? tr("New credentials") : ToQt(desk_->Shown().entry));
-  binding_->Flush();
 }
 
 void CredentialPage::StartNew() {
@@ -195,7 +195,7 @@ void CredentialPage::ShowWithEntry() {
     fresh ? ShowOpened() : ShowRow(rid);
     entry.PutInto(desk_->screen());
     SetEntered(true);
-    binding_->Flush();
+    ShowChanges();
   });
 }
 
@@ -223,7 +223,6 @@ void CredentialPage::SaveEdited() {
   if (!ran || refused) {
     return;
   }
-  binding_->Flush();
   if (!Tell(changed, "credential", desk_->screen())) {
     if (changed.ending == Ending::kStale) {
       ShowWithEntry();

@@ -26,6 +26,7 @@ class CredentialPage final : public EntryPage {
 
  protected:
   [[nodiscard]] std::span<const FieldWidget> Fields() const override;
+  void ShowChanges() override { binding_->Flush(); }
 
  private:
   void OpenDesk();

@@ -85,7 +85,7 @@ void DirCodePage::ConnectWidgets() {
       *ui_->findCode, [this]() -> const ListModel& { return desk_->codes(); },
       [this](std::int32_t index) {
         ChooseCode(index);
-        binding_->Flush();
+        ShowChanges();
       });
 }
 
@@ -94,6 +94,7 @@ bool DirCodePage::isNew() {
 }
 
 void DirCodePage::ShowMode() {
+  ShowChanges();
   const bool fresh = isNew();
   ui_->txtdirectorycode->setReadOnly(!fresh);
   ui_->renumberButton->setEnabled(!fresh);
@@ -101,7 +102,6 @@ void DirCodePage::ShowMode() {
   ui_->groupTenants->setVisible(!fresh);
   ui_->title->setText(fresh ? tr("New directory code")
                             : tr("Directory code %1").arg(ToQt(desk_->Shown().entry)));
-  binding_->Flush();
 }
 
 void DirCodePage::StartNew() {
@@ -154,7 +154,6 @@ void DirCodePage::Save() {
 
 /// Whether it was done. When others were faster, the unit is shown as it is now, with the entry.
 bool DirCodePage::ShowsAgain(const Outcome& outcome) {
-  binding_->Flush();
   if (Tell(outcome, "directory code", desk_->screen())) {
     SetEntered(false);
     return true;
@@ -180,7 +179,7 @@ void DirCodePage::ShowWithEntry() {
     }
     entry.PutInto(desk_->screen());
     SetEntered(true);
-    binding_->Flush();
+    ShowChanges();
   });
 }
 

@@ -25,6 +25,7 @@ class DirCodePage final : public EntryPage {
 
  protected:
   [[nodiscard]] std::span<const FieldWidget> Fields() const override;
+  void ShowChanges() override { binding_->Flush(); }
 
  private:
   void OpenDesk();

@@ -10,6 +10,7 @@
 #include "host/desks/shown_value.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
 
@@ -79,7 +80,7 @@ void HistoryPage::Undo() {
   });
   if (ran) {
     Refresh();
-    place().Tell(tr("Undone: %1.").arg(ToQt(DescriptionOf(undone.entries.front().entry))));
+    place().Tell(tr("Undone: %1.").arg(Told(DescriptionOf(undone.entries.front().entry))));
     place().TellChanged();
   }
 }

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "host/desks/credential_types.h"
+#include "host/desks/heading_proposal.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/list_table_model.h"
@@ -98,6 +99,7 @@ void ImportPage::ConnectWidgets() {
   });
   connect(ui_->column, &QComboBox::activated, this, [this] { ShowMeaning(); });
   connect(ui_->standsFor, &QComboBox::activated, this, [this] { TakeMeaning(); });
+  connect(ui_->takeProposals, &QPushButton::clicked, this, [this] { TakeProposals(); });
   for (QComboBox* rule : {ui_->storedTenants, ui_->cardType, ui_->dates}) {
     connect(rule, &QComboBox::activated, this, [this] { NoteChange(); });
   }
@@ -235,6 +237,7 @@ void ImportPage::ShowMeaning() {
       isKnown
           ? std::max(ui_->standsFor->findData(ToQt(sheet_->MeaningOf(place, ColumnsOf(kind())))), 0)
           : -1);
+  ShowProposals();
 }
 
 void ImportPage::TakeMeaning() {
@@ -244,8 +247,37 @@ void ImportPage::TakeMeaning() {
                        FromQt(ui_->standsFor->currentData().toString()));
     rows_.ShowMeanings();
     ui_->preview->resizeColumnToContents(ImportTableModel::kFirstCell + place);
+    ShowProposals();
     NoteChange();
   }
+}
+
+/// What headings that nobody knows may stand for.
+void ImportPage::ShowProposals() {
+  QStringList proposed;
+  if (sheet_ != nullptr) {
+    for (const SheetProposal& one : ProposalsFor(*sheet_, ColumnsOf(kind()))) {
+      proposed.append(
+          tr("“%1” as %2")
+              .arg(ui_->column->itemText(static_cast<int>(one.place)), ToQt(one.column)));
+    }
+  }
+  ui_->proposal->setText(
+      tr("Read headings as they seem to be meant: %1?").arg(proposed.join(QStringLiteral(", "))));
+  ui_->proposal->setVisible(!proposed.isEmpty());
+  ui_->takeProposals->setVisible(!proposed.isEmpty());
+}
+
+void ImportPage::TakeProposals() {
+  for (const SheetProposal& one : ProposalsFor(*sheet_, ColumnsOf(kind()))) {
+    sheet_->SetMeaning(one.place, one.column);
+    rows_.ShowMeanings();
+    ui_->preview->resizeColumnToContents(ImportTableModel::kFirstCell +
+                                         static_cast<int>(one.place));
+  }
+  ShowMeaning();
+  NoteChange();
+  ui_->checkButton->setFocus(Qt::OtherFocusReason);
 }
 
 /// What was said of the rows was said by other rules.

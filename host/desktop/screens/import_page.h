@@ -40,6 +40,8 @@ class ImportPage final : public EntryPage {
   void FillColumns();
   void ShowMeaning();
   void TakeMeaning();
+  void ShowProposals();
+  void TakeProposals();
   void NoteChange();
   void ShowRows();
   void ShowState();

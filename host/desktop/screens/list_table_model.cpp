@@ -5,9 +5,8 @@
 #include <QHeaderView>
 #include <algorithm>
 
-#include "host/desks/shown_value.h"
 #include "host/desktop/binding/qt_text.h"
-#include "host/desktop/screens/list_titles.h"
+#include "host/desktop/words/list_words.h"
 
 namespace qorhost {
 
@@ -42,10 +41,14 @@ class FontWatch final : public QObject {
   QTableView& view_;
 };
 
-bool Holds(const std::vector<qorcred::Value>& row, const QString& text) {
-  return std::any_of(row.begin(), row.end(), [&text](const qorcred::Value& cell) {
-    return ToQt(ShownText(cell)).contains(text, Qt::CaseInsensitive);
-  });
+bool Holds(const std::vector<ListField>& fields, const std::vector<qorcred::Value>& row,
+           const QString& text) {
+  for (std::size_t at = 0; at < fields.size(); ++at) {
+    if (ShownInList(fields[at], row.at(at)).contains(text, Qt::CaseInsensitive)) {
+      return true;
+    }
+  }
+  return false;
 }
 
 }  // namespace
@@ -83,7 +86,8 @@ void ListTableModel::ShowAsAsked() {
   }
   shown_ = Answer(all_, query);
   if (!text_.isEmpty()) {
-    std::erase_if(shown_.rows, [this](const auto& row) { return !Holds(row, text_); });
+    std::erase_if(shown_.rows,
+                  [this](const auto& row) { return !Holds(shown_.fields, row, text_); });
   }
   endResetModel();
 }
@@ -100,7 +104,8 @@ QVariant ListTableModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || role != Qt::DisplayRole) {
     return {};
   }
-  return ToQt(ShownText(Row(index.row()).at(static_cast<std::size_t>(index.column()))));
+  const auto column = static_cast<std::size_t>(index.column());
+  return ShownInList(all_.fields[column], Row(index.row()).at(column));
 }
 
 QVariant ListTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

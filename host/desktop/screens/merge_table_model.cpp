@@ -6,6 +6,7 @@
 
 #include "frame/convert.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/words/list_words.h"
 
 namespace qorhost {
 
@@ -41,7 +42,7 @@ void MergeTableModel::Show(const UnitMerge* merge, const std::vector<UnitCode>& 
   if (merge != nullptr) {
     for (const MergeStep& step : merge->plan().steps) {
       differences_.push_back(
-          {step.action, SubjectOf(step, unit, merge->stored()), ToQt(step.what)});
+          {step.action, SubjectOf(step, unit, merge->stored()), ShownDifferences(step.what)});
       accepted_.push_back(before.contains(key(differences_.back())));
     }
   }

@@ -103,9 +103,9 @@ void OverviewPage::ShowUnits() {
     ui_->unitsLayout->addWidget(box);
   }
   if (units.empty()) {
-    auto* none = new QLabel(
-        tr("The store has no units yet. “qorhost units add” makes one; F5 shows it then."),
-        ui_->unitsContent);
+    auto* none =
+        new QLabel(tr("The store has no units yet. The screen “Units” makes the first one."),
+                   ui_->unitsContent);
     none->setWordWrap(true);
     ui_->unitsLayout->addWidget(none);
   } else if (ui_->expiring->rowCount() == 0) {

@@ -4,7 +4,9 @@
 #include <screens/ui_report_page.h>
 
 #include <QBuffer>
+#include <QComboBox>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QPageLayout>
 #include <QPdfWriter>
 #include <QPrintDialog>
@@ -19,9 +21,11 @@
 #include "host/desks/report_title.h"
 #include "host/desks/shown_value.h"
 #include "host/desks/store_file.h"
+#include "host/desktop/binding/date_field.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/printing/table_printer.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/words/list_words.h"
 #include "host/files/csv_writer.h"
 
 namespace qorhost {
@@ -83,6 +87,11 @@ void ReportPage::Open(std::unique_ptr<ReportSource> source) {
     }
     ShowState();
   });
+  for (int row = 0; row < kConditions; ++row) {
+    for (const std::string_view list : {"cboField", "cboFilter"}) {
+      binding_->ShowTextsBy(fmt::format("{}({})", list, row), ShownWord);
+    }
+  }
 }
 
 void ReportPage::Begin() {
@@ -115,11 +124,51 @@ void ReportPage::Refresh() {
   ShowRows();
 }
 
+/// A condition that is not taken is told in the words that the screen shows.
+void ReportPage::TakeConditions() {
+  try {
+    source_->filter().TakeEntered();
+  } catch (const InputFault& fault) {
+    const auto row = static_cast<std::size_t>(
+        std::find(kConditionRows.begin(), kConditionRows.end(), fault.field()) -
+        kConditionRows.begin());
+    const ReportField* field =
+        row < kConditionRows.size() ? source_->filter().FieldIn(row) : nullptr;
+    const bool isWhole = field != nullptr && fault.value().starts_with(field->name);
+    throw InputFault(fault.field(), isWhole ? FromQt(ShownCondition(row)) : fault.value(),
+                     fault.reason(), fault.kind());
+  }
+}
+
+/// A condition in words, without the values that are missing.
+QString ReportPage::ShownCondition(std::size_t row) const {
+  const auto name = [row](const char* widget) {
+    return QString::fromLatin1(widget).arg(static_cast<qulonglong>(row));
+  };
+  const auto value = [&](const char* text, const char* date) {
+    const auto* line = findChild<QLineEdit*>(name(text));
+    const auto* field = findChild<DateField*>(name(date));
+    return line->isVisible()    ? line->text().trimmed()
+           : field->isVisible() ? field->DayText()
+                                : QString();
+  };
+  const auto* range = findChild<QWidget*>(name("txtTo_%1"));
+  const auto* days = findChild<QWidget*>(name("dtpDateTo_%1"));
+  QStringList words{findChild<QComboBox*>(name("cboField_%1"))->currentText(),
+                    findChild<QComboBox*>(name("cboFilter_%1"))->currentText(),
+                    value("txtFrom_%1", "dtpDateFrom_%1")};
+  if (range->isVisible() || days->isVisible()) {
+    words.append({tr("and"), value("txtTo_%1", "dtpDateTo_%1")});
+  }
+  words.removeAll(QString());
+  return words.join(QLatin1Char(' '));
+}
+
 /// Whether it was run; what went wrong is told.
 bool ReportPage::RunReport() {
   Outcome outcome;
   const bool ran = Run(tr("The report cannot be shown."), [&] {
-    source_->filter().TakeEntered();
+    TakeConditions();
     outcome = source_->Run();
   });
   if (!ran) {
@@ -223,7 +272,7 @@ void ReportPage::SavePdf() {
 }
 
 void ReportPage::PrintRows(QPagedPaintDevice& device) {
-  PrintTable(device, PaperTitle(), ForPeople(rows_.shown()), place().runner().progress());
+  PrintTable(device, PaperTitle(), ShownTable(rows_.shown()), place().runner().progress());
 }
 
 /// A printer that writes a file would write it over whatever has that name, piece by piece.

@@ -62,11 +62,14 @@ class ReportPage : public ScreenPage {
   void Open(std::unique_ptr<ReportSource> source);
 
   [[nodiscard]] std::span<const FieldWidget> Fields() const override;
+  void ShowChanges() override { binding_->Flush(); }
 
  private:
   void ConnectWidgets();
   void ShowRows();
   [[nodiscard]] bool RunReport();
+  void TakeConditions();
+  [[nodiscard]] QString ShownCondition(std::size_t row) const;
   void ShowState();
   [[nodiscard]] QString Totals() const;
   [[nodiscard]] QString PaperTitle();

@@ -31,7 +31,7 @@ QString Others(const Outcome& outcome) {
     told += QStringLiteral("\n%1 UTC, %2: %3")
                 .arg(ToQt(change.at),
                      change.who.empty() ? ScreenPage::tr("somebody") : ToQt(change.who),
-                     ToQt(change.what));
+                     Told(change.what));
   }
   return told;
 }
@@ -127,6 +127,7 @@ void ScreenPage::TellFault(const InputFault& fault) {
   const InputFault inLanguage(fault.field(), fault.value(), FromQt(Told(fault.reason())),
                               fault.kind());
   const QString told = ToQt(InWords(inLanguage, words));
+  ShowChanges();
   QWidget* widget = WidgetFor(fault.field());
   if (widget == nullptr || !widget->isVisible()) {
     TellFailure(place_.window(), tr("This cannot be entered."), told);
@@ -141,6 +142,7 @@ bool ScreenPage::Tell(const Outcome& outcome, std::string_view what, const Scree
   if (outcome.ending != Ending::kRefused || outcome.messages.empty() || screen.focused().empty()) {
     return done;
   }
+  ShowChanges();
   auto* widget = findChild<QWidget*>(ToQt(screen.focused()));
   if (widget != nullptr && widget->isVisible()) {
     widget->setFocus(Qt::OtherFocusReason);

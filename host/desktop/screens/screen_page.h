@@ -54,6 +54,9 @@ class ScreenPage : public QWidget {
   bool Tell(const Outcome& outcome, std::string_view what, const ScreenModel& screen);
   bool Tell(const Outcome& outcome, std::string_view what);
 
+  /// Shows what an operation has changed on the screen's controls, as a screen that is bound to
+  /// some has to before something is told at one of its widgets.
+  virtual void ShowChanges() {}
   /// Where inputs of the desk are found: the widgets bear these names. Of several for one input the
   /// first that is visible counts.
   virtual std::span<const FieldWidget> Fields() const { return {}; }

@@ -91,7 +91,7 @@ void TenantCreatingPage::ShowWithEntry() {
     OpenDesk();
     entry.PutInto(desk_->screen());
     SetEntered(true);
-    binding_->Flush();
+    ShowChanges();
   });
 }
 

@@ -18,6 +18,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/changes_dialog.h"
 #include "host/desktop/screens/lease_end_dialog.h"
+#include "host/desktop/words/list_words.h"
 
 namespace qorhost {
 
@@ -51,8 +52,8 @@ Table ChangeTable(const std::vector<TenantChange>& changes) {
                    {FromQt(TenantsPage::tr("Before")), "before"},
                    {FromQt(TenantsPage::tr("After")), "after"}};
   for (const TenantChange& change : changes) {
-    table.rows.push_back(
-        {change.name, change.field.title, ShownText(change.before), ShownText(change.after)});
+    table.rows.push_back({change.name, change.field.title, FromQt(ShownInList({}, change.before)),
+                          FromQt(ShownInList({}, change.after))});
   }
   return table;
 }

@@ -304,7 +304,7 @@ void MainWindow::ShowAgain() {
   if (place_ == nullptr || !MayLeave()) {
     return;
   }
-  if (units_->count() == 0 && !ReadUnits()) {
+  if (units_->count() == 0 && !ReadUnits(remembered_.unit())) {
     return;
   }
   if (ScreenPage* shown = page()) {
@@ -315,13 +315,13 @@ void MainWindow::ShowAgain() {
 }
 
 /// Whether they could be read; what went wrong is told.
-bool MainWindow::ReadUnits() {
+bool MainWindow::ReadUnits(std::int32_t wanted) {
   try {
     std::vector<UnitName> units;
     const bool ran =
         runner_.Run(tr("Reading the units"), [&] { units = place_->session().Units(); });
     if (ran) {
-      FillUnits(units);
+      FillUnits(units, wanted);
     }
     return ran;
   } catch (const std::exception& failure) {
@@ -330,6 +330,14 @@ bool MainWindow::ReadUnits() {
     }
   }
   return false;
+}
+
+/// Units were changed on their own screen. What shows a unit that is gone goes with it.
+void MainWindow::TakeUnits() {
+  const std::int32_t before = place_->unitKey();
+  if (ReadUnits(before) && place_->unitKey() != before) {
+    pages_->DropOthers();
+  }
 }
 
 void MainWindow::TellNotOpened(const QString& what, const std::exception& failure) {
@@ -376,25 +384,25 @@ bool MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::
   calls_->Follow(place_.get());
   place_->OnTell([this](const QString& what) { statusBar()->showMessage(what, kToldFor); });
   place_->OnChanged([this] { pages_->NoteChange(); });
+  place_->OnUnits([this] { TakeUnits(); });
   setWindowTitle(tr("%1 – %2").arg(name, QCoreApplication::applicationName()));
-  FillUnits(units);
+  FillUnits(units, remembered_.unit());
   sides_->show();
   const QString last = remembered_.screen();
   ShowScreen(last.isEmpty() ? QString::fromLatin1(Screens().front().key) : last);
   return true;
 }
 
-void MainWindow::FillUnits(const std::vector<UnitName>& units) {
+void MainWindow::FillUnits(const std::vector<UnitName>& units, std::int32_t wanted) {
   const QSignalBlocker quiet(units_);
   units_->clear();
-  const int last = remembered_.unit();
   for (const UnitName& unit : units) {
     units_->addItem(unit.name.empty() ? tr("Unit %1").arg(unit.key)
                                       : tr("%1 (%2)").arg(ToQt(unit.name)).arg(unit.key),
                     unit.key);
     units_->setItemData(units_->count() - 1, ToQt(unit.name), kUnitName);
   }
-  units_->setCurrentIndex(std::max(units_->findData(last), units_->count() > 0 ? 0 : -1));
+  units_->setCurrentIndex(std::max(units_->findData(wanted), units_->count() > 0 ? 0 : -1));
   TakeUnit(units_->currentIndex());
 }
 

@@ -73,9 +73,11 @@ class MainWindow final : public QMainWindow {
                  const QString& name);
   /// The screen in front as it is stored now, in a store without units with those that it has now.
   void ShowAgain();
-  [[nodiscard]] bool ReadUnits();
+  [[nodiscard]] bool ReadUnits(std::int32_t wanted);
+  void TakeUnits();
   void TellNotOpened(const QString& what, const std::exception& failure);
-  void FillUnits(const std::vector<UnitName>& units);
+  /// Chooses the wanted unit, where it is there, else the first one.
+  void FillUnits(const std::vector<UnitName>& units, std::int32_t wanted);
   void TakeUnit(int index);
   void ShowPage(int row);
   void ChooseStore();

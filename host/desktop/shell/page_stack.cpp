@@ -38,6 +38,15 @@ void PageStack::Drop() {
   std::fill(outdated_.begin(), outdated_.end(), false);
 }
 
+void PageStack::DropOthers() {
+  for (QWidget*& made : made_) {
+    if (made != currentWidget()) {
+      delete made;
+      made = nullptr;
+    }
+  }
+}
+
 void PageStack::NoteChange() {
   for (std::size_t row = 0; row < outdated_.size(); ++row) {
     outdated_[row] = made_[row] != nullptr && made_[row] != currentWidget();
@@ -85,8 +94,8 @@ bool PageStack::Make(int row) {
   const bool ran = runner_.Run(tr("Opening %1").arg(TitleOf(screen)), [&] {
     if (screen.needsUnit && place_->session().Units().empty()) {
       throw RefusedError(
-          FromQt(tr("The store has no units yet: this screen shows what is in one. “qorhost units "
-                    "add” makes one; F5 shows it then.")));
+          FromQt(tr("The store has no units yet: this screen shows what is in one. The screen "
+                    "“Units” makes the first one.")));
     }
     made = screen.make(*place_);
   });

@@ -24,6 +24,8 @@ class PageStack final : public QStackedWidget {
   void Take(Workplace* place);
   /// Drops all screens: they are made anew when they are shown.
   void Drop();
+  /// Drops all but the one in front.
+  void DropOthers();
   /// Shows a line of the table of screens. Where the screen cannot be opened, says why, and tries
   /// again when it is shown again.
   void Show(int row);

@@ -13,6 +13,7 @@
 #include "host/desktop/screens/steps_page.h"
 #include "host/desktop/screens/tenant_creating_page.h"
 #include "host/desktop/screens/tenants_page.h"
+#include "host/desktop/screens/units_page.h"
 
 namespace qorhost {
 
@@ -45,6 +46,7 @@ constexpr std::array kScreens{
     ScreenEntry{"import", QT_TRANSLATE_NOOP("Screens", "Import"), "Ctrl+I", true, Make<ImportPage>},
     ScreenEntry{"merge", QT_TRANSLATE_NOOP("Screens", "Merge with the unit"), "Ctrl+M", true,
                 Make<MergePage>},
+    ScreenEntry{"units", QT_TRANSLATE_NOOP("Screens", "Units"), "Ctrl+0", false, Make<UnitsPage>},
 };
 
 }  // namespace

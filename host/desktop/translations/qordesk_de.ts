@@ -573,7 +573,7 @@
     </message>
     <message>
         <source>%1 cannot be undone: %2 then; nothing was changed</source>
-        <translation>%1 kann nicht rückgängig gemacht werden: dann %2; es wurde nichts geändert</translation>
+        <translation>%1 kann nicht rückgängig gemacht werden, weil dann gilt: %2; es wurde nichts geändert</translation>
     </message>
     <message>
         <source>%1 cannot be undone: row %2 of %3 is no more as it left it%4; nothing was changed</source>
@@ -911,6 +911,610 @@
         <source>%1 loses %2. Go on?</source>
         <translation>%1 verliert %2. Fortfahren?</translation>
     </message>
+    <message>
+        <source>%1 credentials are called &apos;{value}&apos;, say rid:N: %2</source>
+        <translation>%1 Ausweise heißen „{value}“, geben Sie rid:N an: %2</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is none of %1</source>
+        <translation>{field} „{value}“ ist nichts von %1</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; cannot be entered: the screen has %1</source>
+        <translation>{field} „{value}“ kann nicht eingegeben werden: Der Bildschirm hat %1</translation>
+    </message>
+    <message>
+        <source>leave {first day} and {last day} out: an inactive code has no period; {active} makes it active</source>
+        <translation>{first day} und {last day} weglassen: Ein inaktiver Code hat keine Gültigkeit; {active} macht ihn aktiv</translation>
+    </message>
+    <message>
+        <source>%1 tenants are called &apos;{value}&apos;: leave {field} empty and assign the credential by the tenant&apos;s id afterwards</source>
+        <translation>%1 Mieter heißen „{value}“: {field} leer lassen und den Ausweis danach über die Kennung des Mieters zuordnen</translation>
+    </message>
+    <message>
+        <source>%1 &apos;%2&apos; was not taken over: without an extension it is %3</source>
+        <translation>%1 „%2“ wurde nicht übernommen: ohne Durchwahl ist es %3</translation>
+    </message>
+    <message>
+        <source>%1 was not taken over: %2 is %3</source>
+        <translation>%1 wurde nicht übernommen: %2 ist %3</translation>
+    </message>
+    <message>
+        <source>line %1: %2; the store gave up there and nothing was imported</source>
+        <translation>Zeile %1: %2; der Bestand gab dort auf, und nichts wurde importiert</translation>
+    </message>
+    <message>
+        <source>line %1: there is no column %2; the columns are %3</source>
+        <translation>Zeile %1: Es gibt keine Spalte %2; die Spalten sind %3</translation>
+    </message>
+    <message>
+        <source>line %1: there are no columns %2; the columns are %3</source>
+        <translation>Zeile %1: Es gibt keine Spalten %2; die Spalten sind %3</translation>
+    </message>
+    <message>
+        <source>line %1: the file has no heading &apos;%2&apos;; its headings are &quot;%3&quot;</source>
+        <translation>Zeile %1: Die Datei hat keine Überschrift „%2“; ihre Überschriften sind „%3“</translation>
+    </message>
+    <message>
+        <source>line %1: %2; nothing was imported</source>
+        <translation>Zeile %1: %2; nichts wurde importiert</translation>
+    </message>
+    <message>
+        <source>column %1 has no heading, and &apos;%2&apos; stands in it: give it a heading, or say what it is</source>
+        <translation>Spalte %1 hat keine Überschrift, und „%2“ steht darin: Geben Sie ihr eine, oder sagen Sie, was sie ist</translation>
+    </message>
+    <message>
+        <source>line 1 has zero bytes between its letters, as UTF-16 has, so nothing was imported</source>
+        <translation>Zeile 1 hat Nullbytes zwischen den Buchstaben, wie UTF-16, daher wurde nichts importiert</translation>
+    </message>
+    <message>
+        <source>line %1 is not UTF-8, so nothing was imported</source>
+        <translation>Zeile %1 ist kein UTF-8, daher wurde nichts importiert</translation>
+    </message>
+    <message>
+        <source>byte %1 of the file is no %2: it has another encoding, or was cut off; nothing was imported</source>
+        <translation>Byte %1 der Datei ist kein %2: Sie hat eine andere Kodierung oder wurde abgeschnitten; nichts wurde importiert</translation>
+    </message>
+    <message>
+        <source>the file is a workbook of a spreadsheet program and no text, so nothing was imported: save the sheet as CSV there, and import that</source>
+        <translation>die Datei ist eine Arbeitsmappe eines Tabellenprogramms und kein Text, daher wurde nichts importiert: das Blatt dort als CSV speichern und das importieren</translation>
+    </message>
+    <message>
+        <source>cannot read &apos;%1&apos; to its end: %2; nothing was imported</source>
+        <translation>„%1“ kann nicht zu Ende gelesen werden: %2; nichts wurde importiert</translation>
+    </message>
+    <message>
+        <source>cannot read &apos;%1&apos; to its end; nothing was imported</source>
+        <translation>„%1“ kann nicht zu Ende gelesen werden; nichts wurde importiert</translation>
+    </message>
+    <message>
+        <source>cannot write &apos;%1&apos;: %2</source>
+        <translation>„%1“ kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>the file ends within this line: if it was cut off there, the last cell is not whole</source>
+        <translation>die Datei endet in dieser Zeile: Wurde sie dort abgeschnitten, so ist die letzte Zelle nicht vollständig</translation>
+    </message>
+    <message>
+        <source>it was not stored</source>
+        <translation>sie wurde nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>a cell is longer than %1 bytes</source>
+        <translation>eine Zelle ist länger als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>there is text behind the closing quote of a cell</source>
+        <translation>hinter dem schließenden Anführungszeichen einer Zelle steht Text</translation>
+    </message>
+    <message>
+        <source>there are more than %1 cells</source>
+        <translation>es sind mehr als %1 Zellen</translation>
+    </message>
+    <message>
+        <source>a quote stands inside a cell: put the whole cell in quotes and write the quote twice</source>
+        <translation>ein Anführungszeichen steht in einer Zelle: die ganze Zelle in Anführungszeichen setzen und dieses doppelt schreiben</translation>
+    </message>
+    <message>
+        <source>{field}: there is no schedule &apos;{value}&apos; on the screen of this unit</source>
+        <translation>{field}: Auf dem Bildschirm dieser Anlage gibt es keinen Zeitplan „{value}“</translation>
+    </message>
+    <message>
+        <source>{field}: there is no %1 &apos;{value}&apos; on the screen of this unit</source>
+        <translation>{field}: Auf dem Bildschirm dieser Anlage gibt es kein „{value}“ (%1)</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; does not tell in which order day, month and year stand: %1</source>
+        <translation>{field} „{value}“ sagt nicht, in welcher Folge Tag, Monat und Jahr stehen: %1</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is no date in the order %1: write it so, or as 2026-12-31</source>
+        <translation>{field} „{value}“ ist kein Datum in der Folge %1: so schreiben oder als 2026-12-31</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is no date: write it as 2026-12-31 or 31 Dec 2026, with a time as in &apos;2026-12-31 18:00&apos;</source>
+        <translation>{field} „{value}“ ist kein Datum: als 2026-12-31 oder 31 Dec 2026 schreiben, mit Uhrzeit wie in „2026-12-31 18:00“</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; lies outside the years 100 to 9999</source>
+        <translation>{field} „{value}“ liegt außerhalb der Jahre 100 bis 9999</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos;: the store has no fields to narrow this report by: TenantSelectionFields is empty</source>
+        <translation>{field} „{value}“: Der Bestand hat keine Felder für Bedingungen: TenantSelectionFields ist leer</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos;: the report finds schedules by their names alone; rows without one have &apos;%1 = no&apos;</source>
+        <translation>{field} „{value}“: Der Bericht findet Zeitpläne nur nach Namen; bei Zeilen ohne einen ist „%1“ nein</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has a question mark: a letter may have been lost when the file was written</source>
+        <translation>„%1“ hat ein Fragezeichen: Beim Schreiben der Datei kann ein Buchstabe verloren gegangen sein</translation>
+    </message>
+    <message>
+        <source>%1 has the directory code %2: whether the line means somebody else of that name cannot be told; with the tenant&apos;s id in the column &quot;%3&quot; it can</source>
+        <translation>%1 hat den Rufcode %2: Ob die Zeile jemand anderen dieses Namens meint, lässt sich nicht sagen; mit der Kennung des Mieters in der Spalte „%3“ schon</translation>
+    </message>
+    <message>
+        <source>%1 has the directory code %2, and is somebody else of the same name</source>
+        <translation>%1 hat den Rufcode %2 und ist jemand anderer desselben Namens</translation>
+    </message>
+    <message>
+        <source>several tenants are called %1: which one is meant can be told by the tenant&apos;s id in the column &quot;%2&quot;</source>
+        <translation>mehrere Mieter heißen %1: Wer gemeint ist, sagt die Kennung des Mieters in der Spalte „%2“</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is not what the directory code %1 dials by line %2: that is &apos;%3&apos;</source>
+        <translation>{field} „{value}“ ist nicht, was der Rufcode %1 nach Zeile %2 wählt: Das ist „%3“</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is not what the directory code %1 dials: that is &apos;%2&apos;</source>
+        <translation>{field} „{value}“ ist nicht, was der Rufcode %1 wählt: Das ist „%2“</translation>
+    </message>
+    <message>
+        <source>the directory code %1 stays as it is stored</source>
+        <translation>der Rufcode %1 bleibt, wie er gespeichert ist</translation>
+    </message>
+    <message>
+        <source>the directory code %1 stays as line %2 says</source>
+        <translation>der Rufcode %1 bleibt, wie Zeile %2 sagt</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; and %1 &apos;%2&apos; stand in one line: leave one of them empty</source>
+        <translation>{field} „{value}“ und %1 „%2“ stehen in einer Zeile: eines davon leer lassen</translation>
+    </message>
+    <message>
+        <source>{field} is empty: lists show tenants by it; %1 stands for nobody</source>
+        <translation>{field} ist leer: Listen zeigen Mieter danach; %1 steht für niemanden</translation>
+    </message>
+    <message>
+        <source>the row: %1</source>
+        <translation>die Zeile: %1</translation>
+    </message>
+    <message>
+        <source>another row has the same code</source>
+        <translation>eine andere Zeile hat denselben Code</translation>
+    </message>
+    <message>
+        <source>its code is no whole number of up to 15 digits</source>
+        <translation>ihr Code ist keine ganze Zahl von bis zu 15 Ziffern</translation>
+    </message>
+    <message>
+        <source>its %1 lies in the year %2, and a unit knows 2000 to 2099</source>
+        <translation>„%1“ liegt im Jahr %2, und eine Anlage kennt 2000 bis 2099</translation>
+    </message>
+    <message>
+        <source>the directory code %1 did not come out as the unit has it: %2; nothing was changed</source>
+        <translation>der Rufcode %1 wurde nicht so, wie ihn die Anlage hat: %2; nichts wurde geändert</translation>
+    </message>
+    <message>
+        <source>the directory code %1 did not come out as the unit has it; nothing was changed</source>
+        <translation>der Rufcode %1 wurde nicht so, wie ihn die Anlage hat; nichts wurde geändert</translation>
+    </message>
+    <message>
+        <source>the phone number holds control characters</source>
+        <translation>die Telefonnummer enthält Steuerzeichen</translation>
+    </message>
+    <message>
+        <source>the extension holds control characters</source>
+        <translation>die Durchwahl enthält Steuerzeichen</translation>
+    </message>
+    <message>
+        <source>the call-forward phone number holds control characters</source>
+        <translation>die Telefonnummer der Weiterleitung enthält Steuerzeichen</translation>
+    </message>
+    <message>
+        <source>the call-forward extension holds control characters</source>
+        <translation>die Durchwahl der Weiterleitung enthält Steuerzeichen</translation>
+    </message>
+    <message>
+        <source>the display name holds control characters</source>
+        <translation>der Anzeigename enthält Steuerzeichen</translation>
+    </message>
+    <message>
+        <source>the do-not-disturb schedule %1 is none of this unit&apos;s schedules</source>
+        <translation>der Zeitplan %1 für „Nicht stören“ ist keiner dieser Anlage</translation>
+    </message>
+    <message>
+        <source>the call-forward schedule %1 is none of this unit&apos;s schedules</source>
+        <translation>der Zeitplan %1 der Weiterleitung ist keiner dieser Anlage</translation>
+    </message>
+    <message>
+        <source>the display mode must be 0, 1, 2 or 3</source>
+        <translation>die Anzeigeart muss 0, 1, 2 oder 3 sein</translation>
+    </message>
+    <message>
+        <source>the field &quot;%1&quot; must be 0 or 1</source>
+        <translation>das Feld „%1“ muss 0 oder 1 sein</translation>
+    </message>
+    <message>
+        <source>the %1 must be a number of digits</source>
+        <translation>„%1“ muss eine Zahl aus Ziffern sein</translation>
+    </message>
+    <message>
+        <source>the %1 is above %2</source>
+        <translation>„%1“ ist größer als %2</translation>
+    </message>
+    <message>
+        <source>the %1 is in use but empty</source>
+        <translation>„%1“ ist in Gebrauch, aber leer</translation>
+    </message>
+    <message>
+        <source>the %1 must be a day as YYMMDD</source>
+        <translation>„%1“ muss ein Tag wie JJMMTT sein</translation>
+    </message>
+    <message>
+        <source>the %1 must be a time as hhmm</source>
+        <translation>„%1“ muss eine Uhrzeit wie hhmm sein</translation>
+    </message>
+    <message>
+        <source>the file cannot be read from here on: %1</source>
+        <translation>die Datei kann ab hier nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>the file is larger than %1 bytes: nothing from here on is read</source>
+        <translation>die Datei ist größer als %1 Bytes: ab hier wird nichts gelesen</translation>
+    </message>
+    <message>
+        <source>the line stands behind the end line: nothing from here on is read</source>
+        <translation>die Zeile steht hinter der Schlusszeile: ab hier wird nichts gelesen</translation>
+    </message>
+    <message>
+        <source>there are too many bad lines: nothing from here on is read</source>
+        <translation>es gibt zu viele fehlerhafte Zeilen: ab hier wird nichts gelesen</translation>
+    </message>
+    <message>
+        <source>the end line says &quot;%1&quot;, but %2 codes stand before it: the file is damaged, or the line must be &quot;%3&quot;</source>
+        <translation>die Schlusszeile sagt „%1“, aber vor ihr stehen %2 Codes: Die Datei ist beschädigt, oder die Zeile muss „%3“ sein</translation>
+    </message>
+    <message>
+        <source>the end line says &quot;%1&quot;, but %2 code stands before it: the file is damaged, or the line must be &quot;%3&quot;</source>
+        <translation>die Schlusszeile sagt „%1“, aber vor ihr steht %2 Code: Die Datei ist beschädigt, oder die Zeile muss „%3“ sein</translation>
+    </message>
+    <message>
+        <source>the file is cut off: its last line must be &quot;%1&quot; and the number of codes</source>
+        <translation>die Datei ist abgeschnitten: Ihre letzte Zeile muss „%1“ und die Zahl der Codes sein</translation>
+    </message>
+    <message>
+        <source>there are no codes, and no line &quot;%10&quot; that says so: the file may be cut off</source>
+        <translation>es gibt keine Codes und keine Zeile „%10“, die das sagt: Die Datei kann abgeschnitten sein</translation>
+    </message>
+    <message>
+        <source>the firmware&apos;s name is empty</source>
+        <translation>der Name der Firmware ist leer</translation>
+    </message>
+    <message>
+        <source>the firmware&apos;s name is too long</source>
+        <translation>der Name der Firmware ist zu lang</translation>
+    </message>
+    <message>
+        <source>the firmware&apos;s name is not valid UTF-8</source>
+        <translation>der Name der Firmware ist kein gültiges UTF-8</translation>
+    </message>
+    <message>
+        <source>the firmware&apos;s name holds a control character</source>
+        <translation>der Name der Firmware enthält ein Steuerzeichen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a link: name the store that it leads to</source>
+        <translation>„%1“ ist eine Verknüpfung: den Bestand nennen, zu dem sie führt</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no name of a file: name another file</source>
+        <translation>„%1“ ist kein Name einer Datei: eine andere Datei nennen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; belongs to the store and is never replaced: name another file</source>
+        <translation>„%1“ gehört zum Bestand und wird nie ersetzt: eine andere Datei nennen</translation>
+    </message>
+    <message>
+        <source>%1 is there twice, as RID %2 and RID %3</source>
+        <translation>%1 ist zweimal da, als RID %2 und RID %3</translation>
+    </message>
+    <message>
+        <source>%1 has the door %2, which is not there</source>
+        <translation>%1 hat die Tür %2, die es nicht gibt</translation>
+    </message>
+    <message>
+        <source>%1 has the schedule %2 for %3, which is not there</source>
+        <translation>%1 hat den Zeitplan %2 für „%3“, den es nicht gibt</translation>
+    </message>
+    <message>
+        <source>tenant %1 has the directory code RID %2, which is not there</source>
+        <translation>Mieter %1 hat den Rufcode RID %2, den es nicht gibt</translation>
+    </message>
+    <message>
+        <source>tenant %1 is in the group %2, which is not there</source>
+        <translation>Mieter %1 ist in der Gruppe %2, die es nicht gibt</translation>
+    </message>
+    <message>
+        <source>tenant %1 has the schedule %2 at door %3, which is not there</source>
+        <translation>Mieter %1 hat den Zeitplan %2 an Tür %3, den es nicht gibt</translation>
+    </message>
+    <message>
+        <source>tenant %1 holds the credential RID %2, which is not there</source>
+        <translation>Mieter %1 hat den Ausweis RID %2, den es nicht gibt</translation>
+    </message>
+    <message>
+        <source>%1 is held by %2 and by %3</source>
+        <translation>%1 haben %2 und %3</translation>
+    </message>
+    <message>
+        <source>the period of %1 ends before it begins</source>
+        <translation>die Gültigkeit von %1 endet, bevor sie beginnt</translation>
+    </message>
+    <message>
+        <source>its capacity is not known</source>
+        <translation>ihre Kapazität ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>%1 codes are in use, and the unit takes %2</source>
+        <translation>%1 Codes sind in Gebrauch, und die Anlage nimmt %2</translation>
+    </message>
+    <message>
+        <source>, since %1</source>
+        <translation>, seit %1</translation>
+    </message>
+    <message>
+        <source>nothing was deleted: there is no unit %1 any more</source>
+        <translation>nichts wurde gelöscht: Die Anlage %1 gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>nothing was deleted: somebody else has changed what is in the unit meanwhile. Try again</source>
+        <translation>nichts wurde gelöscht: Jemand anderer hat inzwischen geändert, was in der Anlage ist. Versuchen Sie es noch einmal</translation>
+    </message>
+    <message>
+        <source>{field} is that of a type, and the unit has none: give {type} as well</source>
+        <translation>{field} ist die eines Typs, und die Anlage hat keinen: auch {type} angeben</translation>
+    </message>
+    <message>
+        <source>there is no type &apos;{value}&apos;: give one of %1, or {capacity} as well for a new one</source>
+        <translation>es gibt keinen Typ „{value}“: einen von %1 angeben oder für einen neuen auch {capacity}</translation>
+    </message>
+    <message>
+        <source>The capacity of the type &apos;%1&apos; is that of %2 as well.</source>
+        <translation>Die Kapazität des Typs „%1“ ist auch die von %2.</translation>
+    </message>
+    <message>
+        <source>%1 codes are in use in %2, more than a capacity of %3: nothing was changed</source>
+        <translation>%1 Codes sind in Gebrauch (%2), mehr als eine Kapazität von %3: nichts wurde geändert</translation>
+    </message>
+    <message>
+        <source>the directory code %1 in %2 is longer than %3: nothing was changed</source>
+        <translation>der Rufcode %1 (%2) ist länger als %3: nichts wurde geändert</translation>
+    </message>
+    <message>
+        <source>there is a unit %1 already: give another key</source>
+        <translation>es gibt schon eine Anlage %1: einen anderen Schlüssel angeben</translation>
+    </message>
+    <message>
+        <source>the highest key is taken: give one that is free</source>
+        <translation>der höchste Schlüssel ist vergeben: einen angeben, der frei ist</translation>
+    </message>
+    <message>
+        <source>there is no unit %1 any more</source>
+        <translation>die Anlage %1 gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>a new unit needs {field}: one that is stored, or the name of a new one with its capacity; without nothing can be stored</source>
+        <translation>eine neue Anlage braucht {field}: einen gespeicherten oder den Namen eines neuen mit seiner Kapazität; ohne kann nichts gespeichert werden</translation>
+    </message>
+    <message>
+        <source>a new unit needs {field}</source>
+        <translation>eine neue Anlage braucht {field}</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; is neither yes nor no</source>
+        <translation>{field} „{value}“ ist weder ja noch nein</translation>
+    </message>
+    <message>
+        <source>%1; nothing was imported</source>
+        <translation>%1; nichts wurde importiert</translation>
+    </message>
+    <message>
+        <source>directory code %1</source>
+        <translation>Rufcode %1</translation>
+    </message>
+    <message>
+        <source>tenant %1</source>
+        <translation>Mieter %1</translation>
+    </message>
+    <message>
+        <source>demo building</source>
+        <translation>Demogebäude</translation>
+    </message>
+    <message>
+        <source>init from %1</source>
+        <translation>Übernahme aus %1</translation>
+    </message>
+    <message>
+        <source>issue %1 %2 to %3</source>
+        <translation>%1 %2 bis %3 ausgegeben</translation>
+    </message>
+    <message>
+        <source>issue %1 %2</source>
+        <translation>%1 %2 ausgegeben</translation>
+    </message>
+    <message>
+        <source>edit credential %1</source>
+        <translation>Ausweis %1 geändert</translation>
+    </message>
+    <message>
+        <source>renumber credential %1</source>
+        <translation>Ausweis %1 umnummeriert</translation>
+    </message>
+    <message>
+        <source>replace credential %1 by %2</source>
+        <translation>Ausweis %1 durch %2 ersetzt</translation>
+    </message>
+    <message>
+        <source>delete credential %1</source>
+        <translation>Ausweis %1 gelöscht</translation>
+    </message>
+    <message>
+        <source>delete credentials of the report</source>
+        <translation>Ausweise des Berichts gelöscht</translation>
+    </message>
+    <message>
+        <source>edit %1 credentials</source>
+        <translation>%1 Ausweise geändert</translation>
+    </message>
+    <message>
+        <source>delete %1 credentials</source>
+        <translation>%1 Ausweise gelöscht</translation>
+    </message>
+    <message>
+        <source>add directory code %1</source>
+        <translation>Rufcode %1 hinzugefügt</translation>
+    </message>
+    <message>
+        <source>edit directory code %1</source>
+        <translation>Rufcode %1 geändert</translation>
+    </message>
+    <message>
+        <source>renumber directory code %1</source>
+        <translation>Rufcode %1 umnummeriert</translation>
+    </message>
+    <message>
+        <source>delete directory code %1</source>
+        <translation>Rufcode %1 gelöscht</translation>
+    </message>
+    <message>
+        <source>edit %1 directory codes</source>
+        <translation>%1 Rufcodes geändert</translation>
+    </message>
+    <message>
+        <source>delete %1 directory codes</source>
+        <translation>%1 Rufcodes gelöscht</translation>
+    </message>
+    <message>
+        <source>add tenant %1</source>
+        <translation>Mieter %1 hinzugefügt</translation>
+    </message>
+    <message>
+        <source>edit tenant %1</source>
+        <translation>Mieter %1 geändert</translation>
+    </message>
+    <message>
+        <source>delete tenant %1</source>
+        <translation>Mieter %1 gelöscht</translation>
+    </message>
+    <message>
+        <source>end the lease of tenant %1</source>
+        <translation>Mietzeit von %1 beendet</translation>
+    </message>
+    <message>
+        <source>edit %1 tenants</source>
+        <translation>%1 Mieter geändert</translation>
+    </message>
+    <message>
+        <source>delete %1 tenants</source>
+        <translation>%1 Mieter gelöscht</translation>
+    </message>
+    <message>
+        <source>end the lease of %1 tenants</source>
+        <translation>Mietzeit von %1 Mietern beendet</translation>
+    </message>
+    <message>
+        <source>import tenants</source>
+        <translation>Mieter importiert</translation>
+    </message>
+    <message>
+        <source>import credentials</source>
+        <translation>Ausweise importiert</translation>
+    </message>
+    <message>
+        <source>import directory codes</source>
+        <translation>Rufcodes importiert</translation>
+    </message>
+    <message>
+        <source>merge with the unit&apos;s directory codes</source>
+        <translation>Mit den Rufcodes der Anlage abgeglichen</translation>
+    </message>
+    <message>
+        <source>steps done</source>
+        <translation>Schritte erledigt</translation>
+    </message>
+    <message>
+        <source>undo entry %1: %2</source>
+        <translation>Eintrag %1 rückgängig gemacht: %2</translation>
+    </message>
+    <message>
+        <source>undo entries %1</source>
+        <translation>Einträge %1 rückgängig gemacht</translation>
+    </message>
+    <message>
+        <source>add unit %1</source>
+        <translation>Anlage %1 hinzugefügt</translation>
+    </message>
+    <message>
+        <source>edit unit %1</source>
+        <translation>Anlage %1 geändert</translation>
+    </message>
+    <message>
+        <source>edit units %1</source>
+        <translation>Anlagen %1 geändert</translation>
+    </message>
+    <message>
+        <source>delete unit %1</source>
+        <translation>Anlage %1 gelöscht</translation>
+    </message>
+    <message>
+        <source>delete units %1</source>
+        <translation>Anlagen %1 gelöscht</translation>
+    </message>
+    <message>
+        <source>rename door %1 to %2</source>
+        <translation>Tür %1 in %2 umbenannt</translation>
+    </message>
+    <message>
+        <source>rename %1 doors</source>
+        <translation>%1 Türen umbenannt</translation>
+    </message>
+    <message>
+        <source>add schedule %1</source>
+        <translation>Zeitplan %1 hinzugefügt</translation>
+    </message>
+    <message>
+        <source>rename schedule %1 to %2</source>
+        <translation>Zeitplan %1 in %2 umbenannt</translation>
+    </message>
+    <message>
+        <source>delete schedule %1</source>
+        <translation>Zeitplan %1 gelöscht</translation>
+    </message>
+    <message>
+        <source>sql, %1: %2; ...</source>
+        <translation>SQL, %1: %2; ...</translation>
+    </message>
+    <message>
+        <source>sql: %1</source>
+        <translation>SQL: %1</translation>
+    </message>
+    <message>
+        <source>entry %1 (%2, by %3, %4 UTC)</source>
+        <translation>Eintrag %1 (%2, von %3, %4 UTC)</translation>
+    </message>
 </context>
 <context>
     <name>DirCodePage</name>
@@ -1195,6 +1799,10 @@
         <source>&amp;Import</source>
         <translation>I&amp;mportieren</translation>
     </message>
+    <message>
+        <source>Take these &amp;meanings</source>
+        <translation>&amp;Vorschlag übernehmen</translation>
+    </message>
 </context>
 <context>
     <name>Lists</name>
@@ -1279,8 +1887,468 @@
         <translation>Ende</translation>
     </message>
     <message>
-        <source>Directory code</source>
+        <source>Last name</source>
+        <translation>Nachname</translation>
+    </message>
+    <message>
+        <source>First name</source>
+        <translation>Vorname</translation>
+    </message>
+    <message>
+        <source>Initial</source>
+        <translation>Initiale</translation>
+    </message>
+    <message>
+        <source>Name at unit</source>
+        <translation>Name an der Anlage</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Active</source>
+        <translation>Aktiv</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Beginn</translation>
+    </message>
+    <message>
+        <source>Schedule 1</source>
+        <translation>Zeitplan 1</translation>
+    </message>
+    <message>
+        <source>Schedule 2</source>
+        <translation>Zeitplan 2</translation>
+    </message>
+    <message>
+        <source>Schedule 3</source>
+        <translation>Zeitplan 3</translation>
+    </message>
+    <message>
+        <source>Schedule 4</source>
+        <translation>Zeitplan 4</translation>
+    </message>
+    <message>
+        <source>Card 1</source>
+        <translation>Karte 1</translation>
+    </message>
+    <message>
+        <source>Card 2</source>
+        <translation>Karte 2</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>Code</translation>
+    </message>
+    <message>
+        <source>Resident</source>
+        <translation>Bewohner</translation>
+    </message>
+    <message>
+        <source>Tenant id</source>
+        <translation>Kennung des Mieters</translation>
+    </message>
+    <message>
+        <source>Tenant</source>
+        <translation>Mieter</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Facility</source>
+        <translation>Objektcode</translation>
+    </message>
+    <message>
+        <source>ID code</source>
+        <translation>ID-Code</translation>
+    </message>
+    <message>
+        <source>Sequence</source>
+        <translation>Sequenz</translation>
+    </message>
+    <message>
+        <source>Button</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>Door</source>
+        <translation>Tür</translation>
+    </message>
+    <message>
+        <source>Phone</source>
+        <translation>Telefon</translation>
+    </message>
+    <message>
+        <source>Extension</source>
+        <translation>Durchwahl</translation>
+    </message>
+    <message>
+        <source>Delay</source>
+        <translation>Verzögerung</translation>
+    </message>
+    <message>
+        <source>DND</source>
+        <translation>Nicht stören</translation>
+    </message>
+    <message>
+        <source>DND schedule</source>
+        <translation>Zeitplan „Nicht stören“</translation>
+    </message>
+    <message>
+        <source>Forwarding</source>
+        <translation>Weiterleitung</translation>
+    </message>
+    <message>
+        <source>Forward phone</source>
+        <translation>Telefon der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>Forward extension</source>
+        <translation>Durchwahl der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>Forward delay</source>
+        <translation>Verzögerung der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>Forward schedule</source>
+        <translation>Zeitplan der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>Display name</source>
+        <translation>Anzeigename</translation>
+    </message>
+    <message>
+        <source>Show name</source>
+        <translation>Name angezeigt</translation>
+    </message>
+    <message>
+        <source>Show code</source>
+        <translation>Code angezeigt</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Credential Type</source>
+        <translation>Ausweistyp</translation>
+    </message>
+    <message>
+        <source>Card Number</source>
+        <translation>Kartennummer</translation>
+    </message>
+    <message>
+        <source>Facility Code</source>
+        <translation>Objektcode</translation>
+    </message>
+    <message>
+        <source>ID Code</source>
+        <translation>ID-Code</translation>
+    </message>
+    <message>
+        <source>Sequence Number</source>
+        <translation>Sequenznummer</translation>
+    </message>
+    <message>
+        <source>Button Number</source>
+        <translation>Tastennummer</translation>
+    </message>
+    <message>
+        <source>Assigned To</source>
+        <translation>Zugeordnet</translation>
+    </message>
+    <message>
+        <source>Tenant RID</source>
+        <translation>RID des Mieters</translation>
+    </message>
+    <message>
+        <source>Tenant Name</source>
+        <translation>Name des Mieters</translation>
+    </message>
+    <message>
+        <source>Directory Code</source>
         <translation>Rufcode</translation>
+    </message>
+    <message>
+        <source>Phone No.</source>
+        <translation>Telefon-Nr.</translation>
+    </message>
+    <message>
+        <source>Phone No. Extension</source>
+        <translation>Durchwahl</translation>
+    </message>
+    <message>
+        <source>Phone No. Delay</source>
+        <translation>Verzögerung</translation>
+    </message>
+    <message>
+        <source>Display Name</source>
+        <translation>Anzeigename</translation>
+    </message>
+    <message>
+        <source>Directory Status</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Inactive</source>
+        <translation>Inaktiv</translation>
+    </message>
+    <message>
+        <source>Directory Start Date</source>
+        <translation>Erster Tag</translation>
+    </message>
+    <message>
+        <source>Directory End Date</source>
+        <translation>Letzter Tag</translation>
+    </message>
+    <message>
+        <source>Do Not Disturb</source>
+        <translation>Nicht stören</translation>
+    </message>
+    <message>
+        <source>DND Schedule</source>
+        <translation>Zeitplan „Nicht stören“</translation>
+    </message>
+    <message>
+        <source>Call Forwarding</source>
+        <translation>Rufweiterleitung</translation>
+    </message>
+    <message>
+        <source>CF Schedule</source>
+        <translation>Zeitplan der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>CF Phone No.</source>
+        <translation>Weiterleitung an Tel.</translation>
+    </message>
+    <message>
+        <source>CF Extension</source>
+        <translation>Durchwahl der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>CF Time Delay</source>
+        <translation>Verzögerung der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>Show Display Name</source>
+        <translation>Anzeigename angezeigt</translation>
+    </message>
+    <message>
+        <source>Show Directory Code</source>
+        <translation>Rufcode angezeigt</translation>
+    </message>
+    <message>
+        <source>equal</source>
+        <translation>gleich</translation>
+    </message>
+    <message>
+        <source>does not equal</source>
+        <translation>ungleich</translation>
+    </message>
+    <message>
+        <source>begins with</source>
+        <translation>beginnt mit</translation>
+    </message>
+    <message>
+        <source>does not begin with</source>
+        <translation>beginnt nicht mit</translation>
+    </message>
+    <message>
+        <source>ends with</source>
+        <translation>endet mit</translation>
+    </message>
+    <message>
+        <source>does not end with</source>
+        <translation>endet nicht mit</translation>
+    </message>
+    <message>
+        <source>contains</source>
+        <translation>enthält</translation>
+    </message>
+    <message>
+        <source>does not contain</source>
+        <translation>enthält nicht</translation>
+    </message>
+    <message>
+        <source>greater than</source>
+        <translation>größer als</translation>
+    </message>
+    <message>
+        <source>greater than or equal</source>
+        <translation>größer oder gleich</translation>
+    </message>
+    <message>
+        <source>less than</source>
+        <translation>kleiner als</translation>
+    </message>
+    <message>
+        <source>less than or equal</source>
+        <translation>kleiner oder gleich</translation>
+    </message>
+    <message>
+        <source>between</source>
+        <translation>zwischen</translation>
+    </message>
+    <message>
+        <source>not between</source>
+        <translation>nicht zwischen</translation>
+    </message>
+    <message>
+        <source>program tenant</source>
+        <translation>Mieter programmieren</translation>
+    </message>
+    <message>
+        <source>program directory code</source>
+        <translation>Rufcode programmieren</translation>
+    </message>
+    <message>
+        <source>change directory code</source>
+        <translation>Rufcode ändern</translation>
+    </message>
+    <message>
+        <source>delete directory code</source>
+        <translation>Rufcode löschen</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>neu</translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation>geändert</translation>
+    </message>
+    <message>
+        <source>deleted</source>
+        <translation>gelöscht</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>nein</translation>
+    </message>
+    <message>
+        <source>code</source>
+        <translation>Code</translation>
+    </message>
+    <message>
+        <source>phone</source>
+        <translation>Telefon</translation>
+    </message>
+    <message>
+        <source>extension</source>
+        <translation>Durchwahl</translation>
+    </message>
+    <message>
+        <source>delay</source>
+        <translation>Verzögerung</translation>
+    </message>
+    <message>
+        <source>do not disturb</source>
+        <translation>Nicht stören</translation>
+    </message>
+    <message>
+        <source>do-not-disturb schedule</source>
+        <translation>Zeitplan „Nicht stören“</translation>
+    </message>
+    <message>
+        <source>call forwarding</source>
+        <translation>Rufweiterleitung</translation>
+    </message>
+    <message>
+        <source>call-forward schedule</source>
+        <translation>Zeitplan der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>call-forward phone</source>
+        <translation>Telefon der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>call-forward extension</source>
+        <translation>Durchwahl der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>call-forward delay</source>
+        <translation>Verzögerung der Weiterleitung</translation>
+    </message>
+    <message>
+        <source>active</source>
+        <translation>aktiv</translation>
+    </message>
+    <message>
+        <source>start used</source>
+        <translation>Beginn gilt</translation>
+    </message>
+    <message>
+        <source>start date</source>
+        <translation>Tag des Beginns</translation>
+    </message>
+    <message>
+        <source>start time</source>
+        <translation>Uhrzeit des Beginns</translation>
+    </message>
+    <message>
+        <source>end used</source>
+        <translation>Ende gilt</translation>
+    </message>
+    <message>
+        <source>end date</source>
+        <translation>Tag des Endes</translation>
+    </message>
+    <message>
+        <source>end time</source>
+        <translation>Uhrzeit des Endes</translation>
+    </message>
+    <message>
+        <source>display name</source>
+        <translation>Anzeigename</translation>
+    </message>
+    <message>
+        <source>display mode</source>
+        <translation>Anzeigeart</translation>
+    </message>
+    <message>
+        <source>differs</source>
+        <translation>abweichend</translation>
+    </message>
+    <message>
+        <source>Capacity</source>
+        <translation>Kapazität</translation>
+    </message>
+    <message>
+        <source>Code digits</source>
+        <translation>Stellen der Rufcodes</translation>
+    </message>
+    <message>
+        <source>Entry digits</source>
+        <translation>Stellen der Zutrittscodes</translation>
+    </message>
+    <message>
+        <source>Default end</source>
+        <translation>Übliches Ende</translation>
+    </message>
+    <message>
+        <source>Ignores facility</source>
+        <translation>Ohne Objektcode</translation>
+    </message>
+    <message>
+        <source>Card facility</source>
+        <translation>Objektcode der Karten</translation>
+    </message>
+    <message>
+        <source>Transmitter facility</source>
+        <translation>Objektcode der Sender</translation>
     </message>
 </context>
 <context>
@@ -1622,6 +2690,10 @@
         <source>Merge with the unit</source>
         <translation>Mit der Anlage abgleichen</translation>
     </message>
+    <message>
+        <source>Units</source>
+        <translation>Anlagen</translation>
+    </message>
 </context>
 <context>
     <name>StepsPage</name>
@@ -1920,6 +2992,93 @@
     <message>
         <source>Dele&amp;te…</source>
         <translation>Lös&amp;chen…</translation>
+    </message>
+</context>
+<context>
+    <name>UnitsPage</name>
+    <message>
+        <source>&amp;Units:</source>
+        <translation>&amp;Anlagen:</translation>
+    </message>
+    <message>
+        <source>Units</source>
+        <translation>Anlagen</translation>
+    </message>
+    <message>
+        <source>New unit</source>
+        <translation>Neue Anlage</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Anlage</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>&amp;Name:</translation>
+    </message>
+    <message>
+        <source>&amp;Key:</source>
+        <translation>S&amp;chlüssel:</translation>
+    </message>
+    <message>
+        <source>the next one</source>
+        <translation>der nächste</translation>
+    </message>
+    <message>
+        <source>&amp;Type:</source>
+        <translation>&amp;Typ:</translation>
+    </message>
+    <message>
+        <source>Ca&amp;pacity of the type:</source>
+        <translation>Ka&amp;pazität des Typs:</translation>
+    </message>
+    <message>
+        <source>Codes</source>
+        <translation>Codes</translation>
+    </message>
+    <message>
+        <source>Digits of directory &amp;codes:</source>
+        <translation>Stellen der &amp;Rufcodes:</translation>
+    </message>
+    <message>
+        <source>Digits of &amp;entry codes:</source>
+        <translation>Stellen der &amp;Zutrittscodes:</translation>
+    </message>
+    <message>
+        <source>Usual en&amp;d:</source>
+        <translation>Übliches &amp;Ende:</translation>
+    </message>
+    <message>
+        <source>none, 90d, or a day as 2026-12-31</source>
+        <translation>none, 90d oder ein Tag wie 2026-12-31</translation>
+    </message>
+    <message>
+        <source>Facility codes</source>
+        <translation>Objektcodes</translation>
+    </message>
+    <message>
+        <source>&amp;Ignores facility codes</source>
+        <translation>&amp;Ohne Objektcodes</translation>
+    </message>
+    <message>
+        <source>Of ca&amp;rds:</source>
+        <translation>Der &amp;Karten:</translation>
+    </message>
+    <message>
+        <source>Of trans&amp;mitters:</source>
+        <translation>Der Sen&amp;der:</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Ne&amp;w</source>
+        <translation>Ne&amp;u</translation>
+    </message>
+    <message>
+        <source>De&amp;lete…</source>
+        <translation>&amp;Löschen…</translation>
     </message>
 </context>
 <context>
@@ -2307,6 +3466,14 @@
         <source>No column of the import is called “%1”: say what it stands for, or leave it out.</source>
         <translation>Keine Spalte des Imports heißt „%1“: Sagen Sie, was sie bedeutet, oder lassen Sie sie weg.</translation>
     </message>
+    <message>
+        <source>“%1” as %2</source>
+        <translation>„%1“ als %2</translation>
+    </message>
+    <message>
+        <source>Read headings as they seem to be meant: %1?</source>
+        <translation>Überschriften so lesen, wie sie gemeint scheinen: %1?</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::ImportTableModel</name>
@@ -2654,12 +3821,12 @@
         <translation>Rufcode</translation>
     </message>
     <message>
-        <source>The store has no units yet. “qorhost units add” makes one; F5 shows it then.</source>
-        <translation>Der Bestand hat noch keine Anlagen. „qorhost units add“ macht eine; F5 zeigt sie dann.</translation>
-    </message>
-    <message>
         <source>Nothing ends within 30 days.</source>
         <translation>Innerhalb von 30 Tagen endet nichts.</translation>
+    </message>
+    <message>
+        <source>The store has no units yet. The screen “Units” makes the first one.</source>
+        <translation>Der Bestand hat noch keine Anlagen. Der Bildschirm „Anlagen“ macht die erste.</translation>
     </message>
 </context>
 <context>
@@ -2677,8 +3844,8 @@
         <translation>%1 kann nicht angezeigt werden: %2</translation>
     </message>
     <message>
-        <source>The store has no units yet: this screen shows what is in one. “qorhost units add” makes one; F5 shows it then.</source>
-        <translation>Der Bestand hat noch keine Anlagen: Dieser Bildschirm zeigt, was in einer ist. „qorhost units add“ macht eine; F5 zeigt sie dann.</translation>
+        <source>The store has no units yet: this screen shows what is in one. The screen “Units” makes the first one.</source>
+        <translation>Der Bestand hat noch keine Anlagen: Dieser Bildschirm zeigt, was in einer ist. Der Bildschirm „Anlagen“ macht die erste.</translation>
     </message>
 </context>
 <context>
@@ -2742,6 +3909,10 @@
     <message>
         <source>Deleted %1 of %2 credentials.</source>
         <translation>%1 von %2 Ausweisen gelöscht.</translation>
+    </message>
+    <message>
+        <source>and</source>
+        <translation>und</translation>
     </message>
 </context>
 <context>
@@ -2959,6 +4130,77 @@ Die Anlage bekommt gesagt, dass sie sie vergisst, und ihre Karten sind frei.</tr
     <message>
         <source>Deleted %1.</source>
         <translation>%1 gelöscht.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::UnitsPage</name>
+    <message>
+        <source>Unit %1</source>
+        <translation>Anlage %1</translation>
+    </message>
+    <message>
+        <source>Unit %1, %2</source>
+        <translation>Anlage %1, %2</translation>
+    </message>
+    <message>
+        <source>tenants: %1</source>
+        <translation>Mieter: %1</translation>
+    </message>
+    <message>
+        <source>credentials: %1</source>
+        <translation>Ausweise: %1</translation>
+    </message>
+    <message>
+        <source>directory codes: %1</source>
+        <translation>Rufcodes: %1</translation>
+    </message>
+    <message>
+        <source>steps that wait: %1</source>
+        <translation>wartende Schritte: %1</translation>
+    </message>
+    <message>
+        <source>The units cannot be shown.</source>
+        <translation>Die Anlagen können nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>New unit</source>
+        <translation>Neue Anlage</translation>
+    </message>
+    <message>
+        <source>Saving the unit</source>
+        <translation>Die Anlage wird gespeichert</translation>
+    </message>
+    <message>
+        <source>%1 Change it for all of them?</source>
+        <translation>%1 Für alle ändern?</translation>
+    </message>
+    <message>
+        <source>%1 is stored so already.</source>
+        <translation>%1 ist schon so gespeichert.</translation>
+    </message>
+    <message>
+        <source>Saved: %1.</source>
+        <translation>Gespeichert: %1.</translation>
+    </message>
+    <message>
+        <source>The unit cannot be read.</source>
+        <translation>Die Anlage kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Delete %1?</source>
+        <translation>%1 löschen?</translation>
+    </message>
+    <message>
+        <source>Delete %1 with all that is in it (%2)?</source>
+        <translation>%1 mit allem löschen, was darin ist (%2)?</translation>
+    </message>
+    <message>
+        <source>Deleting the unit</source>
+        <translation>Die Anlage wird gelöscht</translation>
+    </message>
+    <message>
+        <source>Deleted: %1.</source>
+        <translation>Gelöscht: %1.</translation>
     </message>
 </context>
 </TS>

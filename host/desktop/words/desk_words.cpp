@@ -6,6 +6,8 @@
 
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/words/desk_sentences.h"
+#include "host/desktop/words/list_words.h"
+#include "host/desktop/words/work_sentences.h"
 
 namespace qorhost {
 
@@ -44,6 +46,9 @@ const std::vector<Known>& Sentences() {
     for (const DeskSentence& sentence : kDeskSentences) {
       all.push_back(LookedFor(sentence));
     }
+    for (const DeskSentence& sentence : kWorkSentences) {
+      all.push_back(LookedFor(sentence));
+    }
     return all;
   }();
   return sentences;
@@ -61,6 +66,12 @@ bool IsTranslated() {
 
 QString InLanguage(const QString& sentence);
 
+/// What stands in a sentence: another one, or a word of the lists.
+QString PartInLanguage(const QString& part) {
+  const QString told = InLanguage(part);
+  return told == part ? ShownWord(part) : told;
+}
+
 /// The translation with what stood in the sentence, put in from left to right: what a value holds
 /// is never taken for a place.
 QString Filled(const Known& known, const QRegularExpressionMatch& found) {
@@ -73,7 +84,7 @@ QString Filled(const Known& known, const QRegularExpressionMatch& found) {
       if (QStringView(translation).mid(at).startsWith(name)) {
         const QString given = found.captured(static_cast<int>(place) + 1);
         const bool isTold = QString::fromLatin1(known.sentence->told).contains(name.back());
-        filled += isTold ? InLanguage(given) : given;
+        filled += isTold ? PartInLanguage(given) : given;
         length = name.size();
       }
     }

@@ -96,5 +96,21 @@ TEST(HeadingProposal, LooksAtWhatSomebodyHasSaidInstead) {
   EXPECT_EQ(ProposedFor("Who,Where\n", form), (Proposed{{"Who", "Name"}}));
 }
 
+TEST(HeadingProposal, OfASheetLeavesOutWhatIsKnownAndWhatIsTaken) {
+  ImportSheet sheet("Full name,Forename,Badge no,Colour,Phone No.\nRae,Zo,1,red,5\n", {});
+  const auto told = [&sheet] {
+    std::string text;
+    for (const SheetProposal& one : ProposalsFor(sheet, TenantFileColumns())) {
+      text += std::to_string(one.place) + " " + one.column + "; ";
+    }
+    return text;
+  };
+  EXPECT_EQ(told(), "0 Name; 1 First Name; 2 Card Number; ");
+  sheet.SetMeaning(1, "");
+  EXPECT_EQ(told(), "0 Name; 2 Card Number; ");
+  sheet.SetMeaning(3, "Name");
+  EXPECT_EQ(told(), "2 Card Number; ");
+}
+
 }  // namespace
 }  // namespace qorhost

@@ -1,7 +1,7 @@
 // Where the parts of a condition go on the filter screen.
 #include "host/desks/report_filter.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <optional>
 #include <string>
@@ -168,6 +168,20 @@ TEST_F(FollowedFilters, RefuseAtTheRowWhatItsFieldDoesNotTake) {
   filter_->Fields(kRow).Select(2);
   At<PickerModel>("dtpDateFrom").Choose(std::nullopt);
   EXPECT_EQ(FieldAtFault([&] { filter_->TakeEntered(); }), kConditionRows[kRow]);
+}
+
+TEST_F(FollowedFilters, TellARangeWithoutAGapWhereAValueIsMissing) {
+  filter_->Fields(kRow).Select(2);
+  At<ListModel>("cboFilter").SelectText("between");
+  At<PickerModel>("dtpDateFrom").Choose(std::nullopt);
+  At<PickerModel>("dtpDateTo").Choose(qorcred::FromCivil({2026, 1, 31, 0, 0, 0}));
+  try {
+    filter_->TakeEntered();
+    FAIL() << "a value is missing";
+  } catch (const InputFault& fault) {
+    EXPECT_THAT(fault.value(), testing::EndsWith(" between and 2026-01-31"));
+    EXPECT_THAT(fault.reason(), testing::HasSubstr("needs two values"));
+  }
 }
 
 TEST_F(FollowedFilters, TypeTheAnswerThatIsComparedAsAText) {

@@ -218,6 +218,23 @@ TEST_F(Bindings, AListOfTensOfThousandsIsShownWithOneNotification) {
   EXPECT_EQ(combo.currentText(), QStringLiteral("entry 64999"));
 }
 
+TEST_F(Bindings, WhatIsClearedAndFilledAgainIsShownOnce) {
+  screen_.Box("text").SetText("7");
+  Bind();
+  int told = 0;
+  auto& line = Of<QLineEdit>("text");
+  QObject::connect(&line, &QLineEdit::textChanged, &line, [&told] { ++told; });
+  screen_.Box("text").SetText("");
+  screen_.Box("text").SetText("7");
+  Settle();
+  EXPECT_EQ(told, 0);
+  screen_.Box("text").SetText("");
+  screen_.Box("text").SetText("8");
+  Settle();
+  EXPECT_EQ(told, 1);
+  EXPECT_EQ(line.text(), QStringLiteral("8"));
+}
+
 TEST_F(Bindings, AListThatLoadsSomethingHandsTheChoiceOver) {
   Fill("box", 3);
   Bind();
@@ -242,8 +259,10 @@ TEST_F(Bindings, AHiddenControlTakesItsLabelAlong) {
   label.setBuddy(&Of<QLineEdit>("text"));
   Bind();
   screen_.Box("text").SetVisible(false);
+  binding_->Flush();
   EXPECT_FALSE(label.isVisible());
   screen_.Box("text").SetVisible(true);
+  binding_->Flush();
   EXPECT_TRUE(label.isVisible());
 }
 

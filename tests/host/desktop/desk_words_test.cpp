@@ -11,6 +11,9 @@
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/shell/language.h"
 #include "host/desktop/words/desk_sentences.h"
+#include "host/desktop/words/list_word_table.h"
+#include "host/desktop/words/list_words.h"
+#include "host/desktop/words/work_sentences.h"
 #include "tests/host/desktop/desktop_fixture.h"
 
 namespace qorhost::test {
@@ -24,6 +27,7 @@ QStringList TextsIn(const QString& path) {
   EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
   QString source = QString::fromUtf8(file.readAll());
   source.remove(QRegularExpression(QStringLiteral("//[^\n]*")));
+  source.remove(QLatin1String("'\"'"));  // a character
   static const QRegularExpression kRun(QStringLiteral("(?:\"(?:[^\"\\\\]|\\\\.)*\"\\s*)+"));
   static const QRegularExpression kBetween(QStringLiteral("\"\\s*\""));
   QStringList texts;
@@ -54,6 +58,7 @@ class Sayings {
   explicit Sayings(const QStringList& folders) {
     static const QRegularExpression kWords(
         QStringLiteral("^[a-z]{5,} |[a-z]{2,}[^a-z{}]+[a-z]{2,}"));
+    static const QRegularExpression kWord(QStringLiteral("[a-z]{4,}.*\\{"));
     for (const QString& folder : folders) {
       QDirIterator files(QStringLiteral(QORCRED_SOURCES "/") + folder,
                          {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
@@ -63,6 +68,8 @@ class Sayings {
           texts_.append(text.trimmed());
           if (kWords.match(text).hasMatch()) {  // else it is a piece of anything
             forms_.push_back(FormOf(text.trimmed()));
+          } else if (kWord.match(text).hasMatch()) {
+            shortForms_.push_back(FormOf(text.trimmed()));
           }
         }
       }
@@ -77,9 +84,24 @@ class Sayings {
            });
   }
 
+  /// Whether the words stand so, or are a text that begins or ends in a value, or the texts of
+  /// which they are put together.
+  [[nodiscard]] bool HasShort(const QString& words) const {
+    static const QRegularExpression kPlaces(QStringLiteral("%[1-9]"));
+    const QStringList pieces = words.split(kPlaces, Qt::SkipEmptyParts);
+    return Has(words) ||
+           std::any_of(
+               shortForms_.begin(), shortForms_.end(),
+               [&words](const QRegularExpression& form) { return form.match(words).hasMatch(); }) ||
+           std::all_of(pieces.begin(), pieces.end(), [this](const QString& piece) {
+             return piece.trimmed().isEmpty() || texts_.contains(piece.trimmed());
+           });
+  }
+
  private:
   QStringList texts_;
   std::vector<QRegularExpression> forms_;
+  std::vector<QRegularExpression> shortForms_;
 };
 
 TEST(DeskWords, AreOfSentencesThatTheHostHas) {
@@ -97,6 +119,26 @@ TEST(DeskWords, AreOfSentencesThatTheHostHas) {
     EXPECT_TRUE(host.Has(text) || host.Has(text.section(QLatin1String(": %"), 0, 0)) ||
                 (text.endsWith(QLatin1String(" %1")) && host.Has(text.chopped(3))))
         << sentence.text << ": nothing says this any more";
+  }
+}
+
+const Sayings& ShortSayings() {
+  static const Sayings sayings({QStringLiteral("host/desks"), QStringLiteral("host/store"),
+                                QStringLiteral("host/unit"), QStringLiteral("host/desktop")});
+  return sayings;
+}
+
+TEST(DeskWords, NameUnitsOfWorkAsTheHostDoes) {
+  for (const DeskSentence& sentence : kWorkSentences) {
+    EXPECT_TRUE(ShortSayings().HasShort(QString::fromUtf8(sentence.text)))
+        << sentence.text << ": no unit of work is called so any more";
+  }
+}
+
+TEST(DeskWords, OfListsAreThoseThatTheHostHas) {
+  const Sayings host({QStringLiteral("host/desks"), QStringLiteral("host/store")});
+  for (const char* word : kListWords) {
+    EXPECT_TRUE(host.HasShort(QString::fromUtf8(word))) << word << ": no list has it any more";
   }
 }
 
@@ -130,11 +172,41 @@ TEST(DeskWords, AreTranslatedWithWhatStandsInThem) {
       {"Ng Li loses Transmitter-301 (RID 17). Rae Zoë has two credentials and loses A-1. Go on?",
        "Ng Li verliert Transmitter-301 (RID 17). Rae Zoë hat zwei Ausweise und verliert A-1. "
        "Fortfahren?"},
+      // Where a text begins like a shorter one, the longer one counts.
+      {"cannot write 'a.csv': there is no folder 'b'",
+       "„a.csv“ kann nicht geschrieben werden: es gibt keinen Ordner „b“"},
+      // Units of work, in what is said of them, too.
+      {"undo entry 7: edit directory code 0101",
+       "Eintrag 7 rückgängig gemacht: Rufcode 0101 geändert"},
+      {"entry 7 (issue Transmitter 5 to 9, by anna, 2026-01-31 14:05:09 UTC) cannot be undone: its "
+       "capacity is not known then; nothing was changed",
+       "Eintrag 7 (Transmitter 5 bis 9 ausgegeben, von anna, 2026-01-31 14:05:09 UTC) kann nicht "
+       "rückgängig gemacht werden, weil dann gilt: ihre Kapazität ist nicht bekannt; es wurde "
+       "nichts geändert"},
+      // Names of fields.
+      {"{field} '{value}': 'Card Number' takes a number, and 'x' is none",
+       "{field} „{value}“: „Kartennummer“ nimmt eine Zahl, und „x“ ist keine"},
       {"You must enter a credential number.", "You must enter a credential number."},
       {"", ""}};
   for (const Row& row : rows) {
     EXPECT_EQ(FromQt(Told(row.said)), row.told);
   }
+}
+
+TEST(DeskWords, OfListsAreTranslatedWhereTheyAreWordsOfTheDesks) {
+  const Language german(QStringLiteral("de"));
+  if (!german.isTranslated()) {
+    GTEST_SKIP() << "there is no lrelease (qt6-l10n-tools)";
+  }
+  EXPECT_EQ(FromQt(ShownInList({"Kind", "kind"}, std::string("program tenant"))),
+            "Mieter programmieren");
+  EXPECT_EQ(FromQt(ShownInList({"Name", "name"}, std::string("program tenant"))), "program tenant");
+  EXPECT_EQ(FromQt(ShownInList({"Active", "active"}, true)), "ja");
+  EXPECT_EQ(FromQt(ShownInList({"Rows", "rows"}, std::string("Tenants: 1 changed; Doors: 4 new"))),
+            "Tenants: 1 geändert; Doors: 4 neu");
+  EXPECT_EQ(FromQt(ShownDifferences("phone, end date")), "Telefon, Tag des Endes");
+  EXPECT_EQ(FromQt(ShownDifferences("never sent to the unit, taken from Rae, phone")),
+            "nie an die Anlage gesendet, wird Rae genommen, phone");
 }
 
 class DesksInGerman : public DesktopTest {

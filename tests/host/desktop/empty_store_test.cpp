@@ -29,6 +29,14 @@ class EmptyStores : public DesktopTest {
     entry.capacity = "500";
     ASSERT_EQ(AddUnit(other, {}, entry, OtherUnits::kAsked, Trial::kNo).unit.key, 1);
   }
+  void IssueACard(const char* number) {
+    window().ShowScreen(QStringLiteral("credentials"));
+    Choose("cboCredentialType", "Standard 26-Bit Card");
+    Type("txtPINStart", number);
+    Type("txtFacilityCode", "7");
+    Click("saveButton");
+    EXPECT_EQ(Told(), std::string("Saved Standard 26-Bit Card-") + number + ".");
+  }
   [[nodiscard]] std::string CountOf(const std::string& from) {
     return Cell("SELECT Count(*) FROM " + from);
   }
@@ -38,13 +46,27 @@ TEST_F(EmptyStores, SayHowAUnitIsMade) {
   for (const char* screen : {"credentials", "history"}) {
     window().ShowScreen(QString::fromLatin1(screen));
     EXPECT_EQ(window().page(), nullptr);
-    EXPECT_THAT(Problem(), AllOf(HasSubstr("no units yet"), HasSubstr("qorhost units add")));
+    EXPECT_THAT(Problem(), AllOf(HasSubstr("no units yet"), HasSubstr("“Units”")));
   }
   window().ShowScreen(QStringLiteral("overview"));
   const auto labels = page().findChildren<QLabel*>();
   EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
-    return label->isVisible() && label->text().contains(QLatin1String("qorhost units add"));
+    return label->isVisible() && label->text().contains(QStringLiteral("“Units”"));
   }));
+}
+
+TEST_F(EmptyStores, HaveTheirFirstUnitMadeOnItsScreen) {
+  window().ShowScreen(QStringLiteral("credentials"));
+  EXPECT_EQ(window().page(), nullptr);
+  window().ShowScreen(QStringLiteral("units"));
+  Type("name", "Garden House");
+  QTest::keyClicks(Find<QComboBox>("type").lineEdit(), QStringLiteral("Entry Panel 500"));
+  Type("capacity", "500");
+  Click("saveButton");
+  EXPECT_EQ(Told(), "Saved: Unit 1, Garden House.");
+  EXPECT_EQ(Find<QComboBox>("unitChooser").currentText(), QStringLiteral("Garden House (1)"));
+  EXPECT_EQ(window().place()->unitKey(), 1);
+  IssueACard("9001");
 }
 
 TEST_F(EmptyStores, TakeTheirFirstUnitAndThenACardACodeAndATenant) {
@@ -53,11 +75,7 @@ TEST_F(EmptyStores, TakeTheirFirstUnitAndThenACardACodeAndATenant) {
   QTest::keySequence(&window(), QKeySequence::Refresh);
   ASSERT_NE(window().page(), nullptr);
   EXPECT_EQ(Find<QComboBox>("unitChooser").currentText(), QStringLiteral("Garden House (1)"));
-  Choose("cboCredentialType", "Standard 26-Bit Card");
-  Type("txtPINStart", "9001");
-  Type("txtFacilityCode", "7");
-  Click("saveButton");
-  EXPECT_EQ(Told(), "Saved Standard 26-Bit Card-9001.");
+  IssueACard("9001");
   window().ShowScreen(QStringLiteral("dir_codes"));
   Type("txtdirectorycode", "101");
   Type("txtDisplayName", "Lobby");

@@ -108,6 +108,27 @@ TEST_F(ImportScreens, HeadingsAreSaidToStandForColumns) {
   EXPECT_THAT(Told(), StartsWith("Checked: 1 would be stored, 0 refused."));
 }
 
+TEST_F(ImportScreens, MeaningsThatHeadingsSeemToHaveAreTakenByAClick) {
+  ChooseFile("people.csv", "Surname,Forename,Colour\nRae,Zoë,red\n");
+  EXPECT_EQ(LabelText("proposal"),
+            "Read headings as they seem to be meant: “Surname” as Last Name, “Forename” as First "
+            "Name?");
+  EXPECT_TRUE(Find<QPushButton>("takeProposals").isVisible());
+  Click("takeProposals");
+  EXPECT_EQ(Grid("preview").model()->headerData(kFirstCell, Qt::Horizontal).toString(),
+            QStringLiteral("Surname → Last Name"));
+  EXPECT_EQ(Grid("preview").model()->headerData(kFirstCell + 1, Qt::Horizontal).toString(),
+            QStringLiteral("Forename → First Name"));
+  EXPECT_FALSE(Find<QLabel>("proposal").isVisible());
+  EXPECT_FALSE(Find<QPushButton>("takeProposals").isVisible());
+  // One that is like no column is left to be said.
+  Click("checkButton");
+  EXPECT_THAT(Marked(), StartsWith("standsFor: No column of the import is called “Colour”"));
+  Choose("standsFor", "(nothing: left out)");
+  Click("checkButton");
+  EXPECT_THAT(Told(), StartsWith("Checked: 1 would be stored, 0 refused."));
+}
+
 TEST_F(ImportScreens, TenantsComeWithTheirCardsByTheRulesOfTheScreen) {
   const std::string initial = Cell(
       "SELECT MiddleInitial FROM Tenants WHERE UnitKey=2 AND FirstName='Paula' AND "

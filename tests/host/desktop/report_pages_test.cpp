@@ -299,6 +299,13 @@ TEST_F(DirCodeReports, ADateThatIsNotChosenIsToldAtItsWidget) {
   QTest::mouseClick(&date.check(), Qt::LeftButton, Qt::NoModifier, {8, 8});
   Click("runButton");
   EXPECT_THAT(Marked(), StartsWith("dtpDateFrom_0: Condition 1"));
+  Choose("cboFilter_0", "between");
+  auto& second = Find<DateField>("dtpDateTo_0");
+  if (!second.check().isChecked()) {
+    QTest::mouseClick(&second.check(), Qt::LeftButton, Qt::NoModifier, {8, 8});
+  }
+  Click("runButton");
+  EXPECT_THAT(Marked(), HasSubstr("'Directory Start Date between and 20"));
 }
 
 TEST_F(DirCodeReports, SortDatesByTheirDays) {

@@ -9,45 +9,14 @@
 #include <QMenuBar>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QXmlStreamReader>
 #include <set>
 
 #include "host/desktop/shell/language.h"
 #include "tests/host/desktop/desktop_fixture.h"
+#include "tests/host/desktop/translation_file.h"
 
 namespace qorhost::test {
 namespace {
-
-struct Translated {
-  QString context;
-  QString source;
-  QString text;
-  bool unfinished = false;
-};
-
-std::vector<Translated> ReadTranslation(const QString& path) {
-  QFile file(path);
-  std::vector<Translated> all;
-  if (!file.open(QIODevice::ReadOnly)) {
-    return all;
-  }
-  QXmlStreamReader xml(&file);
-  QString context;
-  while (!xml.atEnd()) {
-    if (xml.readNext() != QXmlStreamReader::StartElement) {
-      continue;
-    }
-    if (xml.name() == QLatin1String("name")) {
-      context = xml.readElementText();
-    } else if (xml.name() == QLatin1String("source")) {
-      all.push_back({context, xml.readElementText(), {}, false});
-    } else if (xml.name() == QLatin1String("translation")) {
-      all.back().unfinished = xml.attributes().hasAttribute(QLatin1String("type"));
-      all.back().text = xml.readElementText();
-    }
-  }
-  return all;
-}
 
 /// "%1", "{field}", each as often as it is there.
 QStringList PlacesIn(const QString& text) {

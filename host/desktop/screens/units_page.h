@@ -1,0 +1,53 @@
+// The units of the store: added, their settings changed, deleted.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/desks/unit_desk.h"
+#include "host/desktop/screens/entry_page.h"
+#include "host/desktop/screens/list_table_model.h"
+
+namespace Ui {
+class UnitsPage;
+}
+
+namespace qorhost {
+
+class UnitsPage final : public EntryPage {
+  Q_OBJECT
+
+ public:
+  /// Raises what reading the units raises.
+  explicit UnitsPage(Workplace& place);
+  ~UnitsPage() override;
+
+  void Refresh() override;
+
+ protected:
+  [[nodiscard]] std::span<const FieldWidget> Fields() const override;
+
+ private:
+  void ConnectWidgets();
+  void ShowStored();
+  void ShowAgain(std::optional<std::int32_t> unitKey);
+  void SelectChosen();
+  void TakeSelection();
+  void ShowChosen();
+  void ShowCapacityOf(const QString& type);
+  [[nodiscard]] UnitEntry Entered() const;
+  void Save(OtherUnits others);
+  void Delete();
+
+  std::unique_ptr<Ui::UnitsPage> ui_;
+  ListTableModel list_;
+  List units_;                          // with a row for each
+  std::optional<std::int32_t> chosen_;  // none: a new unit is entered
+  UnitEntry shown_;                     // as the form showed it
+  bool showing_ = false;                // what changes in the list is no choice
+};
+
+}  // namespace qorhost

@@ -1,0 +1,83 @@
+#include "host/desktop/words/list_words.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "host/desks/shown_value.h"
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/words/desk_words.h"
+#include "host/desktop/words/list_word_table.h"
+
+namespace qorhost {
+
+namespace {
+
+/// Fields whose cells are words of the desks.
+constexpr std::array<std::string_view, 4> kWordFields{"kind", "change", "field", "differs"};
+/// What was done, in a sentence.
+constexpr std::string_view kSentenceField = "what";
+/// "Tenants: 1 changed; CredentialBank: 40 new".
+constexpr std::string_view kSummaryField = "rows";
+
+QString ShownSummary(const QString& summary) {
+  QStringList parts = summary.split(QStringLiteral("; "));
+  for (QString& part : parts) {
+    const qsizetype blank = part.lastIndexOf(QLatin1Char(' '));
+    part = part.left(blank + 1) + ShownWord(part.mid(blank + 1));
+  }
+  return parts.join(QStringLiteral("; "));
+}
+
+}  // namespace
+
+QString ShownWord(const QString& word) {
+  return word.isEmpty() ? word : QCoreApplication::translate("Lists", word.toUtf8().constData());
+}
+
+QString ShownTitle(const std::string& title) {
+  return ShownWord(ToQt(title));
+}
+
+QString ShownInList(const ListField& field, const qorcred::Value& cell) {
+  const QString text = ToQt(ShownText(cell));
+  if (cell.As<bool>() != nullptr ||
+      std::find(kWordFields.begin(), kWordFields.end(), field.key) != kWordFields.end()) {
+    return ShownWord(text);
+  }
+  if (field.key == kSentenceField) {
+    return Told(FromQt(text));
+  }
+  return field.key == kSummaryField ? ShownSummary(text) : text;
+}
+
+QString ShownDifferences(const std::string& what) {
+  const QStringList parts = ToQt(what).split(QStringLiteral(", "));
+  QStringList shown;
+  bool areNames = false;
+  for (const QString& part : parts) {
+    const QString told = Told(FromQt(part));
+    shown.append(told == part && !areNames ? ShownWord(part) : told);
+    areNames = areNames || part.startsWith(QLatin1String("taken from "));
+  }
+  return shown.join(QStringLiteral(", "));
+}
+
+Table ShownTable(const List& list) {
+  Table table = ForPeople(list);
+  for (std::size_t at = 0; at < table.columns.size(); ++at) {
+    table.columns[at].title = FromQt(ShownTitle(table.columns[at].title));
+  }
+  for (std::size_t row = 0; row < table.rows.size(); ++row) {
+    for (std::size_t at = 0; at < table.columns.size(); ++at) {
+      if (list.rows[row][at].As<bool>() != nullptr) {
+        table.rows[row][at] = FromQt(ShownInList(list.fields[at], list.rows[row][at]));
+      }
+    }
+  }
+  return table;
+}
+
+}  // namespace qorhost

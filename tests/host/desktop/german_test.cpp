@@ -1,0 +1,303 @@
+// The program in German, walked through: whatever it shows on its screens is German, but for what
+// stays as it is, of which there is a list.
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QDialog>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QProgressBar>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTableView>
+#include <fstream>
+
+#include "host/desks/unit_export.h"
+#include "host/desktop/binding/date_field.h"
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/screens/import_page.h"
+#include "host/desktop/screens/merge_page.h"
+#include "host/desktop/shell/language.h"
+#include "tests/host/desktop/desktop_fixture.h"
+#include "tests/host/desktop/translation_file.h"
+
+namespace qorhost::test {
+namespace {
+
+/// A text that stays English, and why.
+struct StaysAsItIs {
+  const char* form;
+  const char* reason;
+};
+
+constexpr StaysAsItIs kStays[] = {
+    {"Entry Panel [0-9]+", "a type of units that the store has"},
+    {"<Add New>|<None>|<Unassigned>|Unassigned", "an entry that controllers make and look for"},
+    {"Full Access|No Access", "a schedule that every unit has under this name"},
+    {"Tenants|CredentialBank|DirectoryCode|DOORS|Schedules|TenantGroup|Units|UnitSettings|"
+     "UNITTYPES",
+     "a table of the store"},
+    {"([A-Za-z]+: [0-9]+ (neu|geändert|gelöscht)(; )?)+",
+     "tables of the store and what became of "
+     "their rows"},
+    {"You must .*|Cannot .*|This .*", "what a controller says"},
+};
+
+/// Parts of a text that stay as they are, and why.
+constexpr StaysAsItIs kPartsThatStay[] = {
+    {"Corvin 30-Bit Card|Standard 26-Bit Card|Transmitter",
+     "a type of credentials: controllers find it by this name"},
+    {"„[^“]*“", "a value as it was entered"},
+    {"^Facility Code ", "a heading of the person's own file"},
+};
+
+/// Widgets that show what others have written.
+struct WidgetOfOthers {
+  const char* name;
+  const char* reason;
+};
+
+constexpr WidgetOfOthers kOfOthers[] = {
+    {"standsFor", "headings as a file has them"},
+    {"column", "headings of the person's own file"},
+    {"preview", "cells and headings of the person's own file"},
+    {"proposal", "headings as a file has them"},
+    {"unitChooser", "names of units"},
+    {"fileName", "the name of a file"},
+    {"cboActivate", "names of doors"},
+    {"cboType_0", "types of credentials as controllers list them"},
+};
+
+/// Of one letter is an initial.
+QStringList WordsIn(const QString& text) {
+  static const QRegularExpression kNoLetters(QStringLiteral("[^A-Za-zÄÖÜäöüß]+"));
+  QStringList words =
+      QString(text).remove(QLatin1Char('&')).toLower().split(kNoLetters, Qt::SkipEmptyParts);
+  words.removeIf([](const QString& word) { return word.size() == 1; });
+  return words;
+}
+
+/// Words of the program's English texts that are none of its German ones.
+const QSet<QString>& EnglishWords() {
+  static const QSet<QString> words = [] {
+    QSet<QString> english;
+    QSet<QString> german;
+    for (const Translated& one : ReadTranslation(QStringLiteral(QORDESK_TRANSLATION))) {
+      for (const QString& word : WordsIn(one.source)) {
+        english.insert(word);
+      }
+      for (const QString& word : WordsIn(one.text)) {
+        german.insert(word);
+      }
+    }
+    return english.subtract(german);
+  }();
+  return words;
+}
+
+bool IsLeft(const QString& text) {
+  for (const StaysAsItIs& one : kStays) {
+    const QString form = QRegularExpression::anchoredPattern(QString::fromUtf8(one.form));
+    if (QRegularExpression(form, QRegularExpression::DotMatchesEverythingOption)
+            .match(text)
+            .hasMatch()) {
+      return true;
+    }
+  }
+  return false;
+}
+
+QString WithoutWhatStays(QString text) {
+  for (const StaysAsItIs& part : kPartsThatStay) {
+    text.remove(QRegularExpression(QString::fromUtf8(part.form)));
+  }
+  return text;
+}
+
+class GermanWalk : public DesktopTest {
+ protected:
+  void SetUp() override {
+    if (!german_.isTranslated()) {
+      GTEST_SKIP() << "there is no lrelease (qt6-l10n-tools)";
+    }
+    ASSERT_GT(EnglishWords().size(), 300);
+    MakeWindow();  // again: what was made before is English
+    OpenDemoAt(QStringLiteral("overview"));
+  }
+
+  void Look(const QString& text, const std::string& where) {
+    ++looked_;
+    if (IsLeft(text)) {
+      return;
+    }
+    for (const QString& word : WordsIn(WithoutWhatStays(text))) {
+      EXPECT_FALSE(EnglishWords().contains(word))
+          << where << ": " << text.toStdString() << " (" << word.toStdString() << ")";
+    }
+  }
+  void LookAt(const QWidget& root, const std::string& where);
+  void LookAt(const QAbstractItemView& view, const std::string& where);
+  void LookAt(const std::string& where) { LookAt(window(), where); }
+  void ClickRow(const char* table, int row, Qt::KeyboardModifier key = Qt::NoModifier) {
+    auto& view = Find<QTableView>(table);
+    int column = 0;
+    while (view.isColumnHidden(column)) {
+      ++column;
+    }
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, key,
+                      view.visualRect(view.model()->index(row, column)).center());
+    Settle();
+  }
+
+  Language german_{QStringLiteral("de")};
+  int looked_ = 0;
+};
+
+void GermanWalk::LookAt(const QAbstractItemView& view, const std::string& where) {
+  constexpr int kMostRows = 200;
+  const QAbstractItemModel& model = *view.model();
+  for (int column = 0; column < model.columnCount(); ++column) {
+    const auto* table = qobject_cast<const QTableView*>(&view);
+    if (table != nullptr && table->isColumnHidden(column)) {
+      continue;
+    }
+    if (table != nullptr) {
+      Look(model.headerData(column, Qt::Horizontal).toString(), where);
+    }
+    for (int row = 0; row < std::min(model.rowCount(), kMostRows); ++row) {
+      Look(model.index(row, column).data().toString(), where);
+    }
+  }
+}
+
+void GermanWalk::LookAt(const QWidget& root, const std::string& where) {
+  for (const QWidget* widget : root.findChildren<QWidget*>()) {
+    const bool isOfOthers = std::any_of(
+        std::begin(kOfOthers), std::end(kOfOthers),
+        [widget](const auto& one) { return widget->objectName() == QLatin1String(one.name); });
+    const bool isOfQt = widget->objectName().startsWith(QLatin1String("qt_"));
+    if (!widget->isVisible() || isOfOthers || isOfQt ||
+        qobject_cast<const QHeaderView*>(widget) != nullptr) {
+      continue;
+    }
+    const std::string at = where + ", " + widget->objectName().toStdString();
+    Look(widget->toolTip(), at);
+    Look(widget->accessibleName(), at);
+    if (const auto* label = qobject_cast<const QLabel*>(widget)) {
+      Look(label->text(), at);
+    } else if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
+      Look(button->text(), at);
+    } else if (const auto* group = qobject_cast<const QGroupBox*>(widget)) {
+      Look(group->title(), at);
+    } else if (const auto* line = qobject_cast<const QLineEdit*>(widget)) {
+      Look(line->placeholderText(), at);
+    } else if (const auto* bar = qobject_cast<const QProgressBar*>(widget)) {
+      Look(bar->format(), at);
+    } else if (const auto* combo = qobject_cast<const QComboBox*>(widget)) {
+      for (int entry = 0; entry < combo->count(); ++entry) {
+        Look(combo->itemText(entry), at);
+      }
+    } else if (const auto* view = qobject_cast<const QAbstractItemView*>(widget)) {
+      if (view->model() != nullptr) {
+        LookAt(*view, at);
+      }
+    }
+  }
+}
+
+TEST_F(GermanWalk, EveryScreenAsItOpens) {
+  GiveACard("9021");  // so that steps and history have rows
+  for (const ScreenEntry& screen : Screens()) {
+    window().ShowScreen(QString::fromLatin1(screen.key));
+    Settle();
+    LookAt(screen.key);
+  }
+  constexpr int kManyTexts = 1000;
+  EXPECT_GT(looked_, kManyTexts);
+}
+
+TEST_F(GermanWalk, StepsAndEntriesOfTheHistory) {
+  GiveACard("9021");
+  window().ShowScreen(QStringLiteral("steps"));
+  EXPECT_EQ(Find<QTableView>("steps").model()->index(0, 3).data().toString(),
+            QStringLiteral("Mieter programmieren"));
+  window().ShowScreen(QStringLiteral("history"));
+  const QAbstractItemModel& entries = *Find<QTableView>("entries").model();
+  EXPECT_EQ(entries.index(1, 4).data().toString(),
+            QStringLiteral("Standard 26-Bit Card 9021 ausgegeben"));
+  EXPECT_EQ(entries.index(1, 5).data().toString(), QStringLiteral("CredentialBank: 1 neu"));
+  for (int row = 0; row < entries.rowCount(); ++row) {
+    ClickRow("entries", row);
+    LookAt("history, entry " + std::to_string(row));
+  }
+}
+
+TEST_F(GermanWalk, TenantsAndWhatAChangeWouldDo) {
+  window().ShowScreen(QStringLiteral("tenants"));
+  ClickRow("tenants", 0);
+  LookAt("a tenant");
+  ClickRow("tenants", 1, Qt::ControlModifier);
+  Click("active");
+  answers_->With([this](QDialog& dialog) {
+    LookAt(dialog, "changes");
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  Click("saveButton");
+  LookAt("several tenants");
+}
+
+TEST_F(GermanWalk, ReportsWithConditions) {
+  for (const char* report : {"credential_report", "dir_code_report"}) {
+    window().ShowScreen(QString::fromLatin1(report));
+    auto& field = Find<QComboBox>("cboField_0");
+    for (int entry = 0; entry < field.count(); ++entry) {
+      Choose("cboField_0", field.itemText(entry).toUtf8().constData());
+      LookAt(std::string(report) + ", field " + std::to_string(entry));
+    }
+  }
+  Choose("cboField_0", "Letzter Tag");
+  Choose("cboFilter_0", "zwischen");
+  QTest::mouseClick(&Find<DateField>("dtpDateFrom_0").check(), Qt::LeftButton, Qt::NoModifier,
+                    {8, 8});
+  Click("runButton");
+  EXPECT_THAT(Marked(), testing::HasSubstr("„Letzter Tag zwischen und 20"));
+  LookAt("report with a condition that is wrong");
+}
+
+TEST_F(GermanWalk, AMergeAndItsDifferences) {
+  UnitFile unit = ExportUnit(window().place()->session(), kUnit, "", Unholdable::kLeftOut).file;
+  unit.codes[1][qorcred::unit_place::kPhone] = "555-9999";
+  unit.codes.push_back(unit.codes.front());
+  unit.codes.back()[qorcred::unit_place::kCode] = "300";
+  unit.codes.erase(unit.codes.begin() + 3);
+  std::ofstream file(File("unit.txt"));
+  WriteUnitFile(file, unit);
+  file.close();
+  window().ShowScreen(QStringLiteral("merge"));
+  dynamic_cast<MergePage&>(page()).Open(File("unit.txt"));
+  const int rows = Find<QTableView>("differences").model()->rowCount();
+  ASSERT_GE(rows, 3);
+  for (int row = 0; row < rows; ++row) {
+    ClickRow("differences", row);
+    LookAt("merge, difference " + std::to_string(row));
+  }
+}
+
+TEST_F(GermanWalk, AnImportThatIsChecked) {
+  std::ofstream(File("residents.csv"))
+      << "Full name,Apartment,Phone No.,Card Type,Card Number,Facility Code,Start\n"
+         "\"Rae, Zoë\",250,555-0250,card26,9001,7,2026-02-01\n"
+         "\"Ng, Li\",251,555-0251,card26,9002,700,2026-02-01\n"
+         "\"Diaz, Ana\",252,555-0252,card26,9003,7,soon\n"
+         "\"Okafor, Ben\",253,555-0253,transmitter,9004,7,2026-02-01\n";
+  window().ShowScreen(QStringLiteral("import"));
+  dynamic_cast<ImportPage&>(page()).Open(File("residents.csv"));
+  Click("checkButton");
+  LookAt("import with an unknown heading");
+  Choose("standsFor", "Name");
+  Click("checkButton");
+  LookAt("import, checked");
+}
+
+}  // namespace
+}  // namespace qorhost::test
