@@ -44,9 +44,13 @@ class SqlError : public std::runtime_error {
 /// runs.
 struct Shape {
   StatementKind kind = StatementKind::kSelect;
-  std::string table;         ///< the table that INSERT, UPDATE or DELETE changes, as the catalog
-                             ///< spells it; empty for SELECT
-  std::string sql;           ///< the engine's text; its parameters have the order of the values
+  std::string table;  ///< the table that INSERT, UPDATE or DELETE changes, as the catalog
+                      ///< spells it; empty for SELECT
+  std::string sql;    ///< the engine's text; its parameters have the order of the values
+  /// The same text with one more parameter, the last: the key of the unit in which the row is
+  /// looked for that the statement names by its identity alone. Empty where it names none, and
+  /// where the engine does not ask for it.
+  std::string sqlInUnit;
   bool takesNewRow = false;  ///< an INSERT whose VALUES name the row-id text
   /// The type of each result column of a SELECT as far as the statement tells it; nothing for
   /// arithmetic and the like, where the value's own type counts. Empty for the other kinds.
