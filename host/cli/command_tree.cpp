@@ -91,6 +91,8 @@ void DescribeInit(CLI::App& app, Choice& choice) {
   init->add_flag("--demo", choice.init.demo,
                  "Fill it with an invented building: three units, 200 tenants, their credentials");
   init->add_flag("--force", choice.init.force, "Replace an existing store");
+  init->add_flag("--distributed", choice.init.distributed,
+                 "Spread its tables over the servers of a distributed one, by the unit");
   DescribeMoving(*init, choice.init.moving);
   DescribeTrial(*init, choice.init.trial);
 }

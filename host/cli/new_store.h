@@ -8,10 +8,11 @@
 
 namespace qorhost {
 
-/// What --force and --dry-run say of it.
+/// What --force, --dry-run and --distributed say of it.
 struct NewStorePlace {
-  bool force = false;  ///< replace a store that is there
-  bool trial = false;  ///< make it, and do not put it in its place
+  bool force = false;        ///< replace a store that is there
+  bool trial = false;        ///< make it, and do not put it in its place
+  bool distributed = false;  ///< of --distributed: spread its tables over several servers
 };
 
 /// Puts a store in the place that `global` names: empty, with the demo building, or with what

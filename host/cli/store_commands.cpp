@@ -104,9 +104,11 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
       throw UsageError(
           "--from brings a building in, and --demo makes one up: leave one of them out");
     }
-    return RunMoving(global, options.moving, {options.force, options.trial}, console);
+    return RunMoving(global, options.moving, {options.force, options.trial, options.distributed},
+                     console);
   }
-  PutNewStore(global, {options.force, options.trial}, options.demo, {}, console);
+  PutNewStore(global, {options.force, options.trial, options.distributed}, options.demo, {},
+              console);
   console.stored = !options.trial;
   if (global.json) {
     ChangeReport report;

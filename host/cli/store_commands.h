@@ -13,8 +13,9 @@ namespace qorhost {
 struct InitOptions {
   bool demo = false;
   bool force = false;
-  bool trial = false;    ///< makes the store and does not put it in its place
-  MovingOptions moving;  ///< of a building that is brought in
+  bool trial = false;        ///< makes the store and does not put it in its place
+  bool distributed = false;  ///< on a server that spreads its tables over several
+  MovingOptions moving;      ///< of a building that is brought in
 };
 
 struct SqlOptions {

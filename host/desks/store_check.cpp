@@ -22,9 +22,11 @@
 #include "host/desks/listed_rows.h"
 #include "host/desks/tenant_groups.h"
 #include "host/desks/tenant_name.h"
+#include "host/desks/tenant_rows.h"
 #include "host/desks/unit_schedules.h"
 #include "host/desks/unit_settings.h"
 #include "host/desks/words.h"
+#include "host/store/step_queue.h"
 
 namespace qorhost {
 
@@ -53,6 +55,8 @@ class UnitCheck {
     LookAtCredentials();
     LookAtCodes();
     LookAtTenants();
+    LookAtSteps();
+    LookAtBackups();
     LookAtCapacity();
     return std::move(findings_);
   }
@@ -177,9 +181,10 @@ class UnitCheck {
       const std::string name = WithRid(TextOf(row[1]), qorcred::ToLong(row[0]));
       LookAtHeld(row[2], name);
       LookAtHeld(row[3], name);
+      tenants_.insert(qorcred::ToLong(row[0]));
       if (IsSet(row[4]) && !codes_.contains(qorcred::ToLong(row[4]))) {
-        Add(fmt::format("tenant {} has the directory code RID {}, which is not there", name,
-                        TextOf(row[4])),
+        Add(fmt::format("tenant {} has the directory code RID {}, which is {}", name,
+                        TextOf(row[4]), WhoseIs("DirectoryCode", row[4])),
             "give the tenant another directory code, or none");
       }
       LookAtPeriod(row[5], row[6], "tenant " + name);
@@ -190,9 +195,82 @@ class UnitCheck {
     }
   }
 
+  /// Of a row that a link names and this unit does not have: no link may lead to another unit.
+  [[nodiscard]] std::string WhoseIs(std::string_view table, const Value& rid) const {
+    const Value unit = session_.sql().Scalar(
+        fmt::format("SELECT UnitKey FROM {} WHERE RID={}", table, qorcred::ToLong(rid)));
+    return IsSet(unit) ? fmt::format("unit {}'s", TextOf(unit)) : "not there";
+  }
+
+  /// A step may be about a row that is gone, as long as it was no other unit's.
+  void LookAtSteps() {
+    const QueryResult rows = Select("RID, Kind, SubjectRID", "ProgramSteps");
+    Linked tenants;
+    Linked codes;
+    for (const ResultRow row : rows.rows()) {
+      const bool isTenant = TextOf(row[1]) == step::kProgramTenant;
+      const std::int32_t subject = qorcred::ToLong(row[2]);
+      if (!(isTenant ? tenants_ : codes_).contains(subject)) {
+        (isTenant ? tenants : codes)[subject].push_back(qorcred::ToLong(row[0]));
+      }
+    }
+    const auto tell = [this](std::int32_t step, std::string_view kind, std::int32_t subject,
+                             std::int32_t unit) {
+      Add(fmt::format("the programming step {} is about the {} RID {}, which is unit {}'s", step,
+                      kind, subject, unit),
+          "delete the step by a statement: it would tell the unit of another one's row");
+    };
+    EachOfOtherUnits("Tenants", tenants, [&](auto step, auto subject, auto unit) {
+      tell(step, "tenant", subject, unit);
+    });
+    EachOfOtherUnits("DirectoryCode", codes, [&](auto step, auto subject, auto unit) {
+      tell(step, "directory code", subject, unit);
+    });
+  }
+
+  void LookAtBackups() {
+    const QueryResult rows = Select("RID, TenantID", "TenantsBackup");
+    Linked tenants;
+    for (const ResultRow row : rows.rows()) {
+      const std::int32_t tenant = qorcred::ToLong(row[1]);
+      if (!tenants_.contains(tenant)) {
+        tenants[tenant].push_back(qorcred::ToLong(row[0]));
+      }
+    }
+    EachOfOtherUnits("Tenants", tenants, [this](auto row, auto tenant, auto unit) {
+      Add(fmt::format("the row {} of TenantsBackup is of the tenant RID {}, who is unit {}'s", row,
+                      tenant, unit),
+          "delete the row by a statement");
+    });
+  }
+
+  // Rows by what they are linked to.
+  using Linked = std::map<std::int32_t, std::vector<std::int32_t>>;
+
+  /// Tells `found` of each of the rows, of what it is linked to, and of whose that is.
+  template <typename Found>
+  void EachOfOtherUnits(std::string_view table, const Linked& linked, const Found& found) {
+    std::vector<std::int32_t> rids;
+    for (const auto& [rid, rows] : linked) {
+      rids.push_back(rid);
+    }
+    for (const std::string& condition : ConditionsOnRids(rids)) {
+      const QueryResult others = session_.sql().Select(
+          fmt::format("SELECT RID, UnitKey FROM {} WHERE UnitKey<>{} AND {} ORDER BY RID", table,
+                      unitKey_, condition));
+      for (const ResultRow other : others.rows()) {
+        const std::int32_t rid = qorcred::ToLong(other[0]);
+        for (const std::int32_t row : linked.at(rid)) {
+          found(row, rid, qorcred::ToLong(other[1]));
+        }
+      }
+    }
+  }
+
   void LookAtGroup(const Value& group, const std::string& tenant) {
     if (IsSet(group) && !groups_.contains(qorcred::ToLong(group))) {
-      Add(fmt::format("tenant {} is in the group {}, which is not there", tenant, TextOf(group)),
+      Add(fmt::format("tenant {} is in the group {}, which is {}", tenant, TextOf(group),
+                      WhoseIs("TenantGroup", group)),
           groups_.contains(kNoGroup)
               ? "put the tenant into one of the unit's groups, or into 0, which is none"
               : "put the tenant into one of the unit's groups");
@@ -214,7 +292,8 @@ class UnitCheck {
     const std::int32_t rid = qorcred::ToLong(held);
     const auto card = cards_.find(rid);
     if (card == cards_.end()) {
-      Add(fmt::format("tenant {} holds the credential RID {}, which is not there", tenant, rid),
+      Add(fmt::format("tenant {} holds the credential RID {}, which is {}", tenant, rid,
+                      WhoseIs("CredentialBank", held)),
           "give the tenant another credential, or none");
       return;
     }
@@ -256,6 +335,7 @@ class UnitCheck {
   std::size_t doors_ = 0;                                  // cards name them from 1, 0 is none
   std::unordered_map<std::int32_t, std::string> cards_;    // names by RID
   std::unordered_set<std::int32_t> codes_;                 // RIDs
+  std::unordered_set<std::int32_t> tenants_;               // RIDs
   std::unordered_map<std::int32_t, std::string> holders_;  // tenants by the credential's RID
 };
 
@@ -270,7 +350,7 @@ Table WholeCheck(DeskSession& session, const std::vector<UnitName>& units) {
   Table table;
   table.columns = {{"Unit", "unit"}, {"What is wrong", "fault"}, {"How to mend it", "advice"}};
   for (const std::string& damage : session.Damages()) {
-    table.rows.push_back({Null{}, "the file is damaged: " + damage, "restore the last backup"});
+    table.rows.push_back({Null{}, "the store is damaged: " + damage, "restore the last backup"});
   }
   for (const UnitName& unit : units) {
     for (Finding& finding : FindingsIn(session, unit.key)) {

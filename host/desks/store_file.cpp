@@ -43,7 +43,8 @@ void PutOnServer(const fs::path& name, const NewStore& made) {
   if (made.trial == Trial::kYes) {
     return;
   }
-  const std::unique_ptr<Store> store = OpenStore(name, OpenMode::kCreate);
+  const std::unique_ptr<Store> store =
+      made.distributed ? CreateDistributedStore(name) : OpenStore(name, OpenMode::kCreate);
   if (made.demo) {
     const std::unique_ptr<SqlSession> session = store->StartSession(made.clock);
     session->work().SignAs(made.author);
@@ -140,6 +141,9 @@ void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience 
 
 void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
               const ReplacementConsent& consent) {
+  if (made.distributed) {
+    RequireDistribution(file);
+  }
   if (IsOnServer(file)) {
     PutOnServer(file, made);
     return;

@@ -67,6 +67,7 @@ struct NewStore {
   Trial trial = Trial::kNo;  ///< of one it is made and goes again
   /// Stores what else it is to hold; none: nothing. What it raises ends the making.
   std::function<void(SqlSession&)> contents = {};
+  bool distributed = false;  ///< on a server that spreads its tables over several
 };
 
 /// A store that may be all that is left of somebody's data, a damaged one or a newer program's, and

@@ -33,9 +33,10 @@ Value CodeShown(const ProgramStep& step) {
   return step.code.empty() ? Value(Null{}) : number ? Value(*number) : Value(step.code);
 }
 
-std::string TenantName(DeskSession& session, std::string_view name, std::int32_t tenantId) {
+std::string TenantName(DeskSession& session, std::string_view name, const ProgramStep& step) {
   const QueryResult result =
-      session.sql().Select(fmt::format("SELECT {} FROM Tenants WHERE TenantID={}", name, tenantId));
+      session.sql().Select(fmt::format("SELECT {} FROM Tenants WHERE UnitKey={} AND TenantID={}",
+                                       name, step.unitKey, step.subjectRid));
   return std::string(qorcred::Trim(qorcred::TextOrEmpty(result.table->At(0, 0))));
 }
 
@@ -51,10 +52,11 @@ std::vector<ProgramStep> StepsOf(DeskSession& session, std::optional<std::int32_
 
 std::string SubjectOf(DeskSession& session, const ProgramStep& step) {
   if (step.kind == step::kProgramTenant) {
-    return TenantName(session, kTenantSpokenName, step.subjectRid);
+    return TenantName(session, kTenantSpokenName, step);
   }
   const std::string code = qorcred::TextOrEmpty(session.sql().Scalar(
-      fmt::format("SELECT DIRECTORYCODE FROM DIRECTORYCODE WHERE RID={}", step.subjectRid)));
+      fmt::format("SELECT DIRECTORYCODE FROM DIRECTORYCODE WHERE UNITKEY={} AND RID={}",
+                  step.unitKey, step.subjectRid)));
   return step.code.empty() ? code : fmt::format("{} to {}", step.code, code);
 }
 
@@ -136,10 +138,9 @@ List StepList(DeskSession& session, std::optional<std::int32_t> unitKey) {
                  {"Sent", "sent", FieldKind::kYesNo}};
   for (const ProgramStep& step : StepsOf(session, unitKey)) {
     const bool tenant = step.kind == step::kProgramTenant;
-    list.rows.push_back(
-        {step.rid, step.unitKey, step.kind, step.subjectRid,
-         tenant ? Value(TenantName(session, kTenantName, step.subjectRid)) : Value(Null{}),
-         CodeShown(step), step.queuedAt, step.sent});
+    list.rows.push_back({step.rid, step.unitKey, step.kind, step.subjectRid,
+                         tenant ? Value(TenantName(session, kTenantName, step)) : Value(Null{}),
+                         CodeShown(step), step.queuedAt, step.sent});
   }
   return list;
 }

@@ -12,6 +12,7 @@ namespace qorhost::dialect {
 
 struct PrintedStatement {
   std::string sql;                    ///< in the engine's words, literals as parameters
+  std::string sqlInUnit;              ///< see Shape
   std::vector<Parameter> parameters;  ///< in the order in which the engine binds them
 };
 

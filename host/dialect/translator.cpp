@@ -84,6 +84,7 @@ Entry TranslateShape(std::string_view sql, const std::vector<Literal>& literals,
   auto shape = std::make_shared<Shape>();
   shape->kind = statement.kind;
   shape->sql = std::move(printed.sql);
+  shape->sqlInUnit = std::move(printed.sqlInUnit);
   shape->takesNewRow = statement.takesNewRow;
   shape->addedRow = AddedRowOf(statement);
   if (statement.table.table != nullptr) {

@@ -55,9 +55,13 @@ struct AddedRow {
 /// runs.
 struct Shape {
   StatementKind kind = StatementKind::kSelect;
-  std::string table;         ///< the table that INSERT, UPDATE or DELETE changes, as the catalog
-                             ///< spells it; empty for SELECT
-  std::string sql;           ///< the engine's text; its parameters have the order of the values
+  std::string table;  ///< the table that INSERT, UPDATE or DELETE changes, as the catalog
+                      ///< spells it; empty for SELECT
+  std::string sql;    ///< the engine's text; its parameters have the order of the values
+  /// The same text with one more parameter, the last: the key of the unit in which the row is
+  /// looked for that the statement names by its identity alone. Empty where it names none, and
+  /// where the engine does not ask for it.
+  std::string sqlInUnit;
   bool takesNewRow = false;  ///< an INSERT whose VALUES name the row-id text
   /// Null unless all that an INSERT does is to add one row of literals.
   std::shared_ptr<const AddedRow> addedRow;

@@ -142,9 +142,7 @@ WorkEntry WorkCourse::EntryNow() const {
   entry.at = dialect::CanonicalDate(author_.utc ? author_.utc() : clock_.Clocked());
   entry.who = author_.who;
   entry.origin = author_.origin;
-  if (order_.units.size() == 1) {
-    entry.unitKey = order_.units.front();
-  }
+  entry.unitKey = unit();
   entry.what = order_.what;
   return entry;
 }

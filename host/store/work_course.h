@@ -36,6 +36,12 @@ class WorkCourse : public UnitOfWork {
 
   // For the session, whose statements run in it.
 
+  /// The only unit that the open work is about; nothing for several, for the whole store, and
+  /// without a work.
+  [[nodiscard]] std::optional<std::int32_t> unit() const {
+    return open_ && order_.units.size() == 1 ? std::optional(order_.units.front()) : std::nullopt;
+  }
+
   /// Before any statement: raises when the work is void.
   void RequireUsable();
   /// Before a statement that may write: takes the right to write for the work's first.

@@ -3,13 +3,28 @@
 
 namespace qorhost {
 
-std::unique_ptr<Store> OpenServerStore(const std::string& /*name*/, OpenMode /*mode*/,
-                                       const Patience& /*patience*/) {
+namespace {
+
+[[noreturn]] void Refuse() {
   throw StoreError(
       "This program was built without libpq and opens no store on a server: name a file, or build "
-      "it "
-      "where libpq is installed",
+      "it where libpq is installed",
       StoreFault::kCannotOpen);
+}
+
+}  // namespace
+
+std::unique_ptr<Store> OpenServerStore(const std::string& /*name*/, OpenMode /*mode*/,
+                                       const Patience& /*patience*/) {
+  Refuse();
+}
+
+std::unique_ptr<Store> CreateDistributedServerStore(const std::string& /*name*/) {
+  Refuse();
+}
+
+void RequireDistributingServer(const std::string& /*name*/) {
+  Refuse();
 }
 
 }  // namespace qorhost

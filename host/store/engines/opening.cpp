@@ -43,6 +43,20 @@ void RequireFileStore(const std::filesystem::path& name, const std::string& what
   }
 }
 
+std::unique_ptr<Store> CreateDistributedStore(const std::filesystem::path& name) {
+  RequireDistribution(name);
+  return CreateDistributedServerStore(name.string());
+}
+
+void RequireDistribution(const std::filesystem::path& name) {
+  if (!IsOnServer(name)) {
+    throw StoreError(
+        fmt::format("A store in a file cannot be spread over several servers: '{}' names no server",
+                    name.string()));
+  }
+  RequireDistributingServer(name.string());
+}
+
 std::unique_ptr<Store> OpenMemoryStore() {
   return std::make_unique<sqlite::Store>(sqlite::OpenMemoryDatabase());
 }

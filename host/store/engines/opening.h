@@ -29,6 +29,12 @@ namespace qorhost {
 /// Raises StoreError for a store on a server: `what` cannot be done with one yet.
 void RequireFileStore(const std::filesystem::path& name, const std::string& what);
 
+/// Makes an empty store whose tables a server spreads over several servers, the rows of a unit
+/// together. Raises StoreError, with nothing made, for a file and where the server cannot do it.
+[[nodiscard]] std::unique_ptr<Store> CreateDistributedStore(const std::filesystem::path& name);
+/// Raises what that would raise before it makes anything.
+void RequireDistribution(const std::filesystem::path& name);
+
 /// An empty store in memory, gone with the object.
 [[nodiscard]] std::unique_ptr<Store> OpenMemoryStore();
 

@@ -11,4 +11,15 @@ std::unique_ptr<Store> OpenServerStore(const std::string& name, OpenMode mode,
                                            mode == OpenMode::kReadOnly);
 }
 
+std::unique_ptr<Store> CreateDistributedServerStore(const std::string& name) {
+  return std::make_unique<postgres::Store>(
+      postgres::OpenServerStore(name, OpenMode::kCreate, postgres::Spread::kServers), Patience(),
+      false);
+}
+
+void RequireDistributingServer(const std::string& name) {
+  postgres::Connection connection(name);
+  postgres::RequireSpreading(connection, postgres::Spread::kServers);
+}
+
 }  // namespace qorhost

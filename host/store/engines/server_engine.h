@@ -12,4 +12,9 @@ namespace qorhost {
 [[nodiscard]] std::unique_ptr<Store> OpenServerStore(const std::string& name, OpenMode mode,
                                                      const Patience& patience);
 
+/// As CreateDistributedStore() and RequireDistribution(). Both raise StoreError in a build without
+/// the engine.
+[[nodiscard]] std::unique_ptr<Store> CreateDistributedServerStore(const std::string& name);
+void RequireDistributingServer(const std::string& name);
+
 }  // namespace qorhost

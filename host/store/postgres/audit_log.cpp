@@ -1,5 +1,7 @@
 #include "host/store/postgres/audit_log.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -13,6 +15,9 @@
 namespace qorhost::postgres {
 
 namespace {
+
+// With whose rows the entries of the whole store lie.
+constexpr std::int32_t kNoUnit = 0;
 
 /// A row of "RID", "At", "Who", "Origin", "UnitKey", "What".
 WorkEntry EntryIn(const Result& read, int row) {
@@ -54,10 +59,16 @@ void AddOrNull(SentValues& values, std::optional<std::int64_t> number) {
 
 std::vector<WorkEntry> AuditLog::After(std::int64_t entry, std::optional<std::int32_t> unitKey) {
   SentValues values;
-  AddOrNull(values, unitKey);
   values.AddNumber(entry);
+  if (unitKey) {
+    values.AddNumber(*unitKey);
+  }
   return EntriesIn(session_.Own(
-      R"(SELECT "RID", "At", "Who", "Origin", "UnitKey", "What" FROM "AuditEntries" WHERE "RID">$2::int8 AND ($1::int4 IS NULL OR "UnitKey"=$1::int4 OR "UnitKey" IS NULL) ORDER BY "RID")",
+      fmt::format(
+          R"(SELECT "RID", "At", "Who", "Origin", "UnitKey", "What" FROM "AuditEntries" WHERE "RID">$1::int8 {} ORDER BY "RID")",
+          unitKey
+              ? R"(AND "HomeUnit" IN ($2::int4, 0) AND ("UnitKey"=$2::int4 OR "UnitKey" IS NULL))"
+              : ""),
       values));
 }
 
@@ -139,12 +150,28 @@ std::string AuditLog::HashOf(std::int64_t entry) {
   return read.rows() == 0 ? std::string() : std::string(read.Text(0, 0));
 }
 
+/// Of an entry that a unit's next one follows: one of the unit or else of the whole store.
+std::string AuditLog::HashOfPrevious(std::int64_t entry, std::int32_t unitKey) {
+  for (const std::int32_t home : {unitKey, kNoUnit}) {
+    SentValues values = Values(entry);
+    values.AddNumber(home);
+    const Result read = session_.Own(
+        R"(SELECT "Hash" FROM "AuditEntries" WHERE "RID"=$1::int8 AND "HomeUnit"=$2::int4)",
+        values);
+    if (read.rows() > 0) {
+      return std::string(read.Text(0, 0));
+    }
+  }
+  return {};
+}
+
 std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, std::int64_t previous) {
   if (entry.unitKey) {
-    return previous == 0 ? std::vector<std::string>() : std::vector{HashOf(previous)};
+    return previous == 0 ? std::vector<std::string>()
+                         : std::vector{HashOfPrevious(previous, *entry.unitKey)};
   }
   const Result read = session_.Own(
-      R"(SELECT "Hash" FROM "AuditEntries" WHERE "RID" IN (SELECT "Entry" FROM "UnitVersions") OR "RID" = (SELECT max("RID") FROM "AuditEntries" WHERE "UnitKey" IS NULL) ORDER BY "RID")");
+      R"(SELECT "Hash" FROM "AuditEntries" WHERE "RID" IN (SELECT "Entry" FROM "UnitVersions") OR "RID" = (SELECT max("RID") FROM "AuditEntries" WHERE "HomeUnit"=0 AND "UnitKey" IS NULL) ORDER BY "RID")");
   std::vector<std::string> hashes;
   for (int row = 0; row < read.rows(); ++row) {
     hashes.emplace_back(read.Text(row, 0));
@@ -168,15 +195,16 @@ std::int64_t AuditLog::Append(WorkEntry entry, std::int64_t previous,
   values.AddText(rows.front());
   values.AddText(qorhost::HashOf(entry, HashesBehind(entry, previous), rows));
   (void)session_.Own(
-      R"(INSERT INTO "AuditEntries" ("RID", "At", "Who", "Origin", "UnitKey", "Previous", "What", "Rows", "Hash") VALUES ($1::int8, $2::text, $3::text, $4::text, $5::int4, $6::int8, $7::text, $8::text, $9::text))",
+      R"(INSERT INTO "AuditEntries" ("HomeUnit", "RID", "At", "Who", "Origin", "UnitKey", "Previous", "What", "Rows", "Hash") VALUES (coalesce($5::int4, 0), $1::int8, $2::text, $3::text, $4::text, $5::int4, $6::int8, $7::text, $8::text, $9::text))",
       values);
   for (std::size_t piece = 1; piece < rows.size(); ++piece) {
     SentValues further;
     further.AddNumber(entry.entry);
     further.AddNumber(static_cast<std::int64_t>(piece));
     further.AddText(rows[piece]);
+    further.AddNumber(entry.unitKey.value_or(kNoUnit));
     (void)session_.Own(
-        R"(INSERT INTO "AuditRows" ("Entry", "Piece", "Rows") VALUES ($1::int8, $2::int4, $3::text))",
+        R"(INSERT INTO "AuditRows" ("HomeUnit", "Entry", "Piece", "Rows") VALUES ($4::int4, $1::int8, $2::int4, $3::text))",
         further);
   }
   return entry.entry;

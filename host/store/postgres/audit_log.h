@@ -34,6 +34,7 @@ class AuditLog final : public qorhost::AuditLog {
                       const std::vector<RowChange>& changes);
 
  private:
+  [[nodiscard]] std::string HashOfPrevious(std::int64_t entry, std::int32_t unitKey);
   [[nodiscard]] std::vector<std::string> HashesBehind(const WorkEntry& entry,
                                                       std::int64_t previous);
 

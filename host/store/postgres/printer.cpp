@@ -141,11 +141,31 @@ void StatementPrinter::PrintWhere(const ExpressionPtr& where) {
   if (where) {
     Write(" WHERE ");
     PrintCondition(*where);
+    if (where.get() == unitKey_.row.condition) {
+      PrintUnitKey();
+    }
   }
 }
 
+/// The unit in which the row is looked for that the statement names by its identity alone.
+void StatementPrinter::PrintUnitKey() {
+  const TableName& table = *unitKey_.row.table;
+  Write(" AND ");
+  Write(QuotedName(table.shownName()));
+  Write(".");
+  Write(QuotedName(UnitColumnOf(*table.table)->name));
+  Write(" = $");
+  WriteNumber(unitKey_.parameter);
+  Write("::int4");
+}
+
 PrintedStatement Print(std::string_view sql, const Statement& statement) {
-  return StatementPrinter(sql).PrintStatement(statement);
+  PrintedStatement printed = StatementPrinter(sql).PrintStatement(statement);
+  const UnitKeyPlace unitKey{RowNamedAlone(statement), printed.parameters.size() + 1};
+  if (unitKey.row.table != nullptr && unitKey.parameter <= kMostParameters) {
+    printed.sqlInUnit = StatementPrinter(sql, unitKey).PrintStatement(statement).sql;
+  }
+  return printed;
 }
 
 }  // namespace qorhost::postgres

@@ -8,6 +8,7 @@
 
 #include "host/dialect/catalog.h"
 #include "host/dialect/names.h"
+#include "host/dialect/unit_key.h"
 #include "host/store/postgres/session.h"
 #include "host/store/statement_rules.h"
 #include "host/store/store_error.h"
@@ -43,13 +44,23 @@ class Written {
     values_.Add(value);
     return PutPlace(type);
   }
-  Written& PutRid(std::int64_t rid) {
-    values_.AddNumber(rid);
+  Written& PutKey(std::int64_t key) {
+    values_.AddNumber(key);
     return PutPlace("int4");
   }
   Written& PutText(std::string_view text) {
     values_.AddText(text);
     return PutPlace("text");
+  }
+
+  /// That the row is one of the unit, where it is known whose it most likely is.
+  Written& In(const dialect::Table& table, std::optional<std::int32_t> unit) {
+    const dialect::Column* const column = dialect::UnitColumnOf(table);
+    if (unit && column != nullptr) {
+      *this << " AND " << QuotedName(column->name) << "=";
+      return PutKey(*unit);
+    }
+    return *this;
   }
 
   Result Run(Session& session) const { return session.Own(text_, values_); }
@@ -77,20 +88,21 @@ void PutSame(Written& statement, const dialect::Table& table,
   }
 }
 
-std::optional<std::int64_t> RemoveRun(Session& session, const RowChange& change) {
+std::optional<std::int64_t> RemoveRun(Session& session, const RowChange& change,
+                                      std::optional<std::int32_t> unit) {
   const dialect::Table& table = RequireTable(change.table);
   const std::string name = QuotedName(table.name);
   Written first("SELECT 1 FROM " + name + " WHERE \"RID\"=");
-  first.PutRid(change.rid);
-  PutSame(first, table, change.after);
+  first.PutKey(change.rid);
+  PutSame(first.In(table, unit), table, change.after);
   if (first.Run(session).rows() == 0) {
     return change.rid;
   }
   const auto run = [&](std::string_view text) {
     Written statement{std::string(text)};
     statement << name << " WHERE \"RID\" BETWEEN ";
-    statement.PutRid(change.rid) << " AND ";
-    return statement.PutRid(change.lastRid);
+    statement.PutKey(change.rid) << " AND ";
+    return statement.PutKey(change.lastRid).In(table, unit);
   };
   const Result standing = (run("SELECT \"RID\" FROM ") << " ORDER BY \"RID\"").Run(session);
   for (std::int64_t rid = change.rid; rid <= change.lastRid; ++rid) {
@@ -103,7 +115,8 @@ std::optional<std::int64_t> RemoveRun(Session& session, const RowChange& change)
   return std::nullopt;
 }
 
-std::optional<std::int64_t> WriteFormerCells(Session& session, const RowChange& change) {
+std::optional<std::int64_t> WriteFormerCells(Session& session, const RowChange& change,
+                                             std::optional<std::int32_t> unit) {
   const dialect::Table& table = RequireTable(change.table);
   Written update("UPDATE " + QuotedName(table.name) + R"( SET "RID"="RID")");
   for (const StoredCell& cell : change.before) {
@@ -117,16 +130,17 @@ std::optional<std::int64_t> WriteFormerCells(Session& session, const RowChange& 
     update.PutText(session.timeStamp().Now()) << ", \"LASTMODIFIEDDATE\")";
   }
   update << " WHERE \"RID\"=";
-  update.PutRid(change.rid);
-  PutSame(update, table, change.after);
+  update.PutKey(change.rid);
+  PutSame(update.In(table, unit), table, change.after);
   return update.Run(session).affected() == 1 ? std::nullopt : std::optional(change.rid);
 }
 
 std::optional<std::int64_t> AddFormerRow(Session& session, const RowChange& change) {
   const dialect::Table& table = RequireTable(change.table);
   const std::string name = QuotedName(table.name);
+  // Identities are given out once for all units: where none of the unit has it, none has.
   Written standing("SELECT 1 FROM " + name + " WHERE \"RID\"=");
-  if (standing.PutRid(change.rid).Run(session).rows() > 0) {
+  if (standing.PutKey(change.rid).In(table, session.work().unit()).Run(session).rows() > 0) {
     return change.rid;
   }
   std::string columns;
@@ -156,18 +170,22 @@ std::optional<std::int64_t> AddFormerRow(Session& session, const RowChange& chan
   return std::nullopt;
 }
 
+std::optional<std::int64_t> PutBackIn(std::optional<std::int32_t> unit, Session& session,
+                                      const RowChange& change) {
+  return change.kind == RowChangeKind::kInserted ? RemoveRun(session, change, unit)
+                                                 : WriteFormerCells(session, change, unit);
+}
+
 }  // namespace
 
 std::optional<std::int64_t> PutRowBack(Session& session, const RowChange& change) {
-  switch (change.kind) {
-    case RowChangeKind::kInserted:
-      return RemoveRun(session, change);
-    case RowChangeKind::kUpdated:
-      return WriteFormerCells(session, change);
-    case RowChangeKind::kDeleted:
-      break;
+  if (change.kind == RowChangeKind::kDeleted) {
+    return AddFormerRow(session, change);
   }
-  return AddFormerRow(session, change);
+  // Most likely the rows are those of the operation's unit; where they are not, nothing was done.
+  const std::optional<std::int32_t> unit = session.work().unit();
+  const std::optional<std::int64_t> differing = PutBackIn(unit, session, change);
+  return differing && unit ? PutBackIn(std::nullopt, session, change) : differing;
 }
 
 }  // namespace qorhost::postgres

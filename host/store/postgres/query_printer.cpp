@@ -84,6 +84,7 @@ void StatementPrinter::PrintRows(const Select& select) {
     separator = ", ";
   }
   PrintWhere(select.where);
+  PrintUnitsOfLinked(select);
   separator = " GROUP BY ";
   for (const ExpressionPtr& key : select.groupBy) {
     Write(separator);
@@ -94,6 +95,22 @@ void StatementPrinter::PrintRows(const Select& select) {
     const Grouped groups(*this, &select);
     Write(" HAVING ");
     PrintCondition(*select.having);
+  }
+}
+
+/// The rows of one unit lie together: what is linked to them is looked for nowhere else.
+void StatementPrinter::PrintUnitsOfLinked(const Select& select) {
+  std::string_view separator = select.where ? " AND " : " WHERE ";
+  for (const LinkedTable& linked : LinkedTables(select)) {
+    Expression column(NodeKind::kColumn, select.offset);
+    column.source = linked.table;
+    column.column = UnitColumnOf(*linked.table->table);
+    column.name = column.column->name;
+    column.type = column.column->type;
+    column.valueClass = ClassOf(column.column->type);
+    Write(separator);
+    PrintPair(column, Operator::kEqual, *linked.unit, false);
+    separator = " AND ";
   }
 }
 

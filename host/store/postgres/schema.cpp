@@ -7,6 +7,7 @@
 
 #include "host/store/postgres/change_triggers.h"
 #include "host/store/postgres/migration_1.h"
+#include "host/store/postgres/placement.h"
 #include "host/store/postgres/sql_functions.h"
 #include "host/store/store_error.h"
 
@@ -27,14 +28,22 @@ std::optional<int> VersionOf(Connection& connection) {
   return static_cast<int>(version.rows() == 0 ? 0 : version.Number(0, 0));
 }
 
-void Make(Connection& connection) {
+/// The tables with all that belongs to them; what the server is told of where they lie comes before
+/// what it watches over.
+std::string TablesText(Spread spread) {
+  return SpreadText(kTables1, spread) + PlacingText(spread) + std::string(kLinks1) +
+         ChangeTriggersText();
+}
+
+void Make(Connection& connection, Spread spread) {
+  RequireSpreading(connection, spread);
   connection.RunAll("BEGIN");
   try {
     connection.Run(std::string(kMaking));
     if (!VersionOf(connection)) {
       connection.RunAll(CreateFunctionsText() +
-                        "CREATE SCHEMA qorhost; SET LOCAL search_path = qorhost;" +
-                        std::string(kMigration1) + ChangeTriggersText() +
+                        "CREATE SCHEMA qorhost; SET LOCAL search_path = qorhost, public;" +
+                        TablesText(spread) +
                         fmt::format(R"(CREATE TABLE "StoreSchema" ("Version" integer NOT NULL);)"
                                     "INSERT INTO \"StoreSchema\" VALUES ({})",
                                     kVersion));
@@ -71,11 +80,11 @@ int SchemaVersion() {
   return kVersion;
 }
 
-Connection OpenServerStore(const std::string& name, OpenMode mode) {
+Connection OpenServerStore(const std::string& name, OpenMode mode, Spread spread) {
   Connection connection(name);
   std::optional<int> version = VersionOf(connection);
   if (!version && mode == OpenMode::kCreate) {
-    Make(connection);
+    Make(connection, spread);
     version = VersionOf(connection);
   }
   RequireVersion(connection, version);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/dialect/names.h"
+#include "host/dialect/unit_key.h"
 #include "host/store/postgres/printer.h"
 #include "host/store/statement_rules.h"
 #include "host/store/store_error.h"
@@ -53,7 +54,9 @@ Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Sha
     rowInserts_.Forget();
     connection_.RunAll("DEALLOCATE ALL");
   }
-  return prepared_.emplace(shape.get(), Prepared{shape, {shape->sql, {}}, 0}).first->second;
+  return prepared_
+      .emplace(shape.get(), Prepared{shape, {shape->sql, {}}, {shape->sqlInUnit, {}}, 0})
+      .first->second;
 }
 
 Session::Bound Session::Bind(std::string_view sql) {
@@ -70,6 +73,25 @@ Result Session::Run(PreparedText& text, const SentValues& values, const TakeRow&
   // A write of a unit of work that fails ends the work anyway.
   const bool guarded = inTransaction() && !work_.locked();
   return connection_.Run(text, values.sent(), guarded || (take && inTransaction()), take);
+}
+
+Result Session::Run(Bound& bound, const TakeRow& take) {
+  Prepared& prepared = *bound.prepared;
+  if (const auto unit = work_.unit(); unit && !prepared.inUnit.sql.empty()) {
+    // Most likely the row is one of the operation's unit. One that is not is found all the same.
+    SentValues inUnit = bound.values;
+    inUnit.AddNumber(*unit);
+    bool isFound = false;
+    const TakeRow noted = [&](const Result& row) {
+      isFound = true;
+      take(row);
+    };
+    Result answer = Run(prepared.inUnit, inUnit, take ? noted : take);
+    if (isFound || answer.affected() > 0) {
+      return answer;
+    }
+  }
+  return Run(prepared.text, bound.values, take);
 }
 
 QueryResult Session::Select(std::string_view sql) {
@@ -93,7 +115,7 @@ QueryResult Session::Select(std::string_view sql) {
     }
     RequireBounded(++result.rowCount, bytes);
   };
-  const Result answer = Run(prepared.text, bound.values, take);
+  const Result answer = Run(bound, take);
   for (int column = 0; column < answer.columns(); ++column) {
     result.columns.emplace_back(answer.NameOf(column));
   }
@@ -111,7 +133,7 @@ Value Session::Scalar(std::string_view sql) {
       first = CellOf(answer, 0, 0, types.front());
     }
   };
-  (void)Run(bound.prepared->text, bound.values, take);
+  (void)Run(bound, take);
   return first.value_or(Value());
 }
 
@@ -211,7 +233,7 @@ std::int32_t Session::Add(const std::shared_ptr<const dialect::AddedRow>& form,
 }
 
 ChangeResult Session::RunChange(Bound& bound) {
-  const Result answer = Run(bound.prepared->text, bound.values, nullptr);
+  const Result answer = Run(bound, nullptr);
   const bool isNew = bound.prepared->shape->kind == StatementKind::kInsert && answer.rows() > 0;
   return {answer.affected(), isNew ? answer.Number(0, 0) : 0};
 }
@@ -223,9 +245,11 @@ bool Session::IsVersion(const RowVersion& version, std::string_view changedTable
   }
   SentValues values;
   values.AddNumber(version.rid);
-  const Result stored = Own(fmt::format(R"(SELECT "LASTMODIFIEDDATE" FROM {} WHERE "RID"=$1::int4)",
-                                        QuotedName(table->name)),
-                            values);
+  const Result stored =
+      OwnOfRow(*table,
+               fmt::format(R"(SELECT "LASTMODIFIEDDATE" FROM {} WHERE "RID"=$1::int4)",
+                           QuotedName(table->name)),
+               std::move(values));
   return stored.rows() > 0 &&
          IsSameVersion(CellOf(stored, 0, 0, dialect::ColumnType::kDate), version.lastModified);
 }
@@ -245,7 +269,9 @@ std::int64_t Session::DeleteRow(std::string_view table, std::int32_t rid) {
   return Writing([&] {
     SentValues values;
     values.AddNumber(rid);
-    return Own(fmt::format("DELETE FROM {} WHERE \"RID\"=$1::int4", QuotedName(found.name)), values)
+    return OwnOfRow(found,
+                    fmt::format("DELETE FROM {} WHERE \"RID\"=$1::int4", QuotedName(found.name)),
+                    std::move(values))
         .affected();
   });
 }
@@ -299,6 +325,21 @@ Result Session::RunOwn(std::string_view sql, const SentValues& values, const Tak
     found = own_.emplace(sql, PreparedText{std::string(sql), {}}).first;
   }
   return Run(found->second, values, take);
+}
+
+Result Session::OwnOfRow(const dialect::Table& table, const std::string& sql, SentValues values) {
+  const dialect::Column* const unitColumn = dialect::UnitColumnOf(table);
+  if (const auto unit = work_.unit(); unit && unitColumn != nullptr) {
+    SentValues inUnit = values;
+    inUnit.AddNumber(*unit);
+    Result answer = Own(
+        fmt::format("{} AND {}=${}::int4", sql, QuotedName(unitColumn->name), inUnit.sent().size()),
+        inUnit);
+    if (answer.affected() > 0) {
+      return answer;
+    }
+  }
+  return Own(sql, values);
 }
 
 }  // namespace qorhost::postgres

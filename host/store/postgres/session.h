@@ -90,6 +90,9 @@ class Session final : public SqlSession {
   /// Runs a text of this engine's own, of which there are few: it is prepared once. What is held is
   /// written before.
   Result Own(std::string_view sql, const SentValues& values = {}, const TakeRow& take = nullptr);
+  /// The same for a text that ends with the condition that names a row of a table by its identity:
+  /// the row is looked for in the operation's unit first, and only then in all.
+  Result OwnOfRow(const dialect::Table& table, const std::string& sql, SentValues values);
 
   [[nodiscard]] Connection& connection() const noexcept { return connection_; }
   [[nodiscard]] const Patience& patience() const noexcept { return patience_; }
@@ -106,6 +109,7 @@ class Session final : public SqlSession {
   struct Prepared {
     std::shared_ptr<const dialect::Shape> shape;  // keeps the key of the cache from being reused
     PreparedText text;
+    PreparedText inUnit;         // see Shape::sqlInUnit
     std::size_t latestRows = 0;  // of the last SELECT
   };
   /// A translated statement with its values.
@@ -123,6 +127,7 @@ class Session final : public SqlSession {
   Result RunOwn(std::string_view sql, const SentValues& values, const TakeRow& take);
   Prepared& PreparedFor(const std::shared_ptr<const dialect::Shape>& shape);
   Result Run(PreparedText& text, const SentValues& values, const TakeRow& take);
+  Result Run(Bound& bound, const TakeRow& take);
   ChangeResult RunChange(Bound& bound);
   [[nodiscard]] bool IsVersion(const RowVersion& version, std::string_view changedTable);
   void RequireUsable();

@@ -8,13 +8,21 @@
 
 #include "host/dialect/printed_statement.h"
 #include "host/dialect/tree.h"
+#include "host/dialect/unit_key.h"
 #include "host/store/postgres/value_form.h"
 
 namespace qorhost::postgres {
 
+/// Where a statement gets the key of a unit that it does not name itself.
+struct UnitKeyPlace {
+  dialect::NamedRow row;
+  std::size_t parameter = 0;  ///< the number of the key, from 1
+};
+
 class StatementPrinter {
  public:
-  explicit StatementPrinter(std::string_view sql) : sql_(sql) {}
+  explicit StatementPrinter(std::string_view sql, const UnitKeyPlace& unitKey = {})
+      : sql_(sql), unitKey_(unitKey) {}
 
   dialect::PrintedStatement PrintStatement(const dialect::Statement& statement);
 
@@ -53,6 +61,7 @@ class StatementPrinter {
   void PrintAssigned(const dialect::Assignment& assignment);
   void PrintTable(const dialect::TableName& table);
   void PrintWhere(const dialect::ExpressionPtr& where);
+  void PrintUnitKey();
 
   // Queries.
   void PrintQuery(const dialect::Query& query, const Use& use);
@@ -66,6 +75,7 @@ class StatementPrinter {
   void PrintItems(const dialect::Query& query, const dialect::Select& select, const Use& use);
   void PrintItemsAsColumns(const dialect::Query& query, const dialect::Select& select);
   void PrintRows(const dialect::Select& select);
+  void PrintUnitsOfLinked(const dialect::Select& select);
   void PrintSource(const dialect::Source& source);
   void PrintOrder(const dialect::Query& query, const dialect::Select& select, bool needsOrder);
   void PrintOrderKey(const dialect::Expression& node);
@@ -118,6 +128,7 @@ class StatementPrinter {
   [[nodiscard]] static std::string NameOf(const dialect::Select& select, std::size_t column);
 
   std::string_view sql_;
+  UnitKeyPlace unitKey_;
   dialect::PrintedStatement printed_;
   const dialect::Select* grouped_ = nullptr;  // the SELECT whose groups are shown here
 };

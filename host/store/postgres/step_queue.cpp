@@ -1,5 +1,7 @@
 #include "host/store/postgres/step_queue.h"
 
+#include <fmt/format.h>
+
 #include "frame/convert.h"
 #include "host/store/postgres/session.h"
 #include "host/store/row_runs.h"
@@ -93,12 +95,11 @@ std::vector<ProgramStep> StepQueue::List(std::optional<std::int32_t> unitKey) {
   SentValues values;
   if (unitKey.has_value()) {
     values.AddNumber(*unitKey);
-  } else {
-    values.AddNull();
   }
   const Result list = session_.Own(
-      R"(SELECT "RID", "UnitKey", "Kind", "SubjectRID", "Code", "QueuedAt", "Sent" )"
-      R"(FROM "ProgramSteps" WHERE $1::int4 IS NULL OR "UnitKey"=$1::int4 ORDER BY "RID")",
+      fmt::format(R"(SELECT "RID", "UnitKey", "Kind", "SubjectRID", "Code", "QueuedAt", "Sent" )"
+                  R"(FROM "ProgramSteps" {} ORDER BY "RID")",
+                  unitKey ? R"(WHERE "UnitKey"=$1::int4)" : ""),
       values);
   std::vector<ProgramStep> steps;
   for (int row = 0; row < list.rows(); ++row) {

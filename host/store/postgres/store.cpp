@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "host/store/postgres/placement.h"
 #include "host/store/postgres/session.h"
 #include "host/store/store_error.h"
 
@@ -31,7 +32,7 @@ void Store::CopyInto(const std::filesystem::path& emptyFile) {
 }
 
 std::vector<std::string> Store::Damages() {
-  return {};
+  return DoubleIdentities(connection_);
 }
 
 const std::string& Store::name() const noexcept {

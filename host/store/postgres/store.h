@@ -22,7 +22,8 @@ class Store final : public qorhost::Store {
   void GatherInFile() override;
   /// Not yet: raises StoreError.
   void CopyInto(const std::filesystem::path& emptyFile) override;
-  /// None: its pages are looked after by the server.
+  /// Its pages are looked after by the server: identities that are there twice, which no server
+  /// that has the rows of units in several places keeps out.
   [[nodiscard]] std::vector<std::string> Damages() override;
   [[nodiscard]] const std::string& name() const noexcept override;
   [[nodiscard]] bool readOnly() const noexcept override { return readOnly_; }

@@ -58,18 +58,35 @@ TEST_F(StoreCheckTest, FindsADirectoryCodeThatIsThereTwice) {
   EXPECT_THAT(Found(), ElementsAre("directory code 101 is there twice, as RID 11 and RID 9001"));
 }
 
-TEST_F(StoreCheckTest, FindsLinksThatPointNowhere) {
+TEST_F(StoreCheckTest, FindsLinksThatPointNowhereOrToAnotherUnit) {
   Run("INSERT INTO CredentialBank (RID, UnitKey, CredentialType, PINNo, FacilityCode) "
       "VALUES (9001, 1, 1, 901, 7)");
   Run("UPDATE Tenants SET LastName='Berg', FirstName='Bea', CREDENTIALID1=9001, "
       "CREDENTIALID2=9999, DIRECTORYCODE=9999 WHERE RID=62");
   EXPECT_THAT(Found(),
-              ElementsAre("tenant Berg Bea (RID 62) holds the credential RID 9001, which is not "
-                          "there",
+              ElementsAre("tenant Berg Bea (RID 62) holds the credential RID 9001, which is unit "
+                          "1's",
                           "tenant Berg Bea (RID 62) holds the credential RID 9999, which is not "
                           "there",
                           "tenant Berg Bea (RID 62) has the directory code RID 9999, which is not "
                           "there"));
+}
+
+TEST_F(StoreCheckTest, FindsStepsAndBackupRowsOfAnotherUnit) {
+  const std::string tenant = Cell("SELECT Min(RID) FROM Tenants WHERE UnitKey=1");
+  const std::string code = Cell("SELECT Min(RID) FROM DirectoryCode WHERE UNITKEY=1");
+  Run("INSERT INTO ProgramSteps (RID, UnitKey, Kind, SubjectRID, Sent) VALUES "
+      "(9001, 2, 'program tenant', " +
+      tenant + ", 0), (9002, 2, 'delete directory code', " + code +
+      ", 0), (9003, 2, 'program tenant', 9999, 0), (9004, 2, 'program tenant', 62, 0)");
+  Run("INSERT INTO TenantsBackup (RID, UnitKey, TenantID) VALUES (9001, 2, " + tenant +
+      "), (9002, 2, 9999), (9003, 2, 62)");
+  EXPECT_THAT(Found(), ElementsAre("the programming step 9001 is about the tenant RID " + tenant +
+                                       ", which is unit 1's",
+                                   "the programming step 9002 is about the directory code RID " +
+                                       code + ", which is unit 1's",
+                                   "the row 9001 of TenantsBackup is of the tenant RID " + tenant +
+                                       ", who is unit 1's"));
 }
 
 TEST_F(StoreCheckTest, FindsSchedulesOfTenantsThatAreNotThere) {
@@ -93,7 +110,7 @@ TEST_F(StoreCheckTest, FindsGroupsThatAreNotThere) {
   const std::string other = Cell("SELECT RID FROM TenantGroup WHERE UnitKey=1");
   Run("UPDATE Tenants SET LastName='Berg', FirstName='Bea', GROUPID=" + other + " WHERE RID=62");
   EXPECT_THAT(Found(), ElementsAre("tenant Berg Bea (RID 62) is in the group " + other +
-                                   ", which is not there"));
+                                   ", which is unit 1's"));
   Run("UPDATE Tenants SET GROUPID=0 WHERE RID=62");
   EXPECT_THAT(Found(),
               ElementsAre("tenant Berg Bea (RID 62) is in the group 0, which is not there"));

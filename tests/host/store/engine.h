@@ -27,6 +27,9 @@ class StorePlace {
 };
 [[nodiscard]] std::unique_ptr<StorePlace> NewPlace();
 
+/// Whether the engine keeps rows of units' tables that name no unit.
+[[nodiscard]] bool KeepsRowsOfNoUnit();
+
 /// Statements past the dialect and the contract, in words that all engines know; the names of
 /// tables and columns as the catalog spells them.
 void RunRaw(Store& store, const std::string& sql);

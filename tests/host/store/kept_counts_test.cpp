@@ -38,7 +38,7 @@ TEST_F(KeptCountsTest, FollowEveryChangeOfARow) {
   const auto any = [&random](const std::vector<std::string>& of) {
     return of[random() % of.size()];
   };
-  const std::vector<std::string> units{"1", "2", "NULL"};
+  const std::vector<std::string> units{"1", "2", KeepsRowsOfNoUnit() ? "NULL" : "3"};
   Run("INSERT INTO CredentialBank (UnitKey) VALUES (1), (2); INSERT INTO DirectoryCode (UNITKEY, "
       "DIRECTORYCODE) VALUES (1, 5), (1, -1); INSERT INTO ProgramSteps (UnitKey) VALUES (1), (1)");
   BeginKeeping();

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <cstdlib>
 #include <set>
 #include <string_view>
 
@@ -28,10 +29,18 @@ class NeedsServer final : public testing::Environment {
 
 const auto* const kNeedsServer = testing::AddGlobalTestEnvironment(new NeedsServer);
 
+/// The whole program runs on plain tables, or on ones that lie in several places.
+postgres::Spread SpreadOfRun() {
+  const char* const asked = std::getenv("QORHOST_TEST_SPREAD");
+  return asked != nullptr && std::string_view(asked) == "partitions" ? postgres::Spread::kPartitions
+                                                                     : postgres::Spread::kNone;
+}
+
 /// A database of its own, like one that was made once.
 std::string NewDatabase() {
   static const std::string made = [] {
-    (void)postgres::OpenServerStore(TestServer::Shared().Create("made"), OpenMode::kCreate);
+    (void)postgres::OpenServerStore(TestServer::Shared().Create("made"), OpenMode::kCreate,
+                                    SpreadOfRun());
     return std::string("made");
   }();
   static int count = 0;
@@ -104,6 +113,10 @@ std::unique_ptr<Store> FreshStore() {
 
 std::unique_ptr<StorePlace> NewPlace() {
   return std::make_unique<Database>();
+}
+
+bool KeepsRowsOfNoUnit() {
+  return false;
 }
 
 void RunRaw(Store& store, const std::string& sql) {

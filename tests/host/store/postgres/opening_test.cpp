@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -68,6 +69,83 @@ TEST_F(ServerStore, OfANewerSchemaIsRefused) {
   for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite, OpenMode::kCreate}) {
     EXPECT_THAT(FailureToOpen(mode, StoreFault::kRefused), HasSubstr("newer version"));
   }
+}
+
+TEST_F(ServerStore, IsNotSpreadOverServersWhereTheServerHasNoFunctionsForIt) {
+  try {
+    (void)OpenServerStore(name_, OpenMode::kCreate, Spread::kServers);
+    ADD_FAILURE() << "it was made";
+  } catch (const StoreError& failure) {
+    EXPECT_THAT(failure.what(), HasSubstr("cannot spread tables over several servers"));
+  }
+  EXPECT_EQ(Connection(name_)
+                .Run("SELECT count(*) FROM pg_namespace WHERE nspname IN ('qorhost', 'desktop')")
+                .Number(0, 0),
+            0);
+}
+
+/// Functions of the names by which a distributed server is told where tables lie, which write down
+/// what they are told, and at which table something stood already that such servers refuse.
+constexpr const char* kStandIns = R"sql(
+CREATE TABLE public.told (number serial, call text, links int8);
+CREATE FUNCTION public.note(what text) RETURNS void LANGUAGE sql AS $$
+  INSERT INTO public.told (call, links) SELECT what, count(*) FROM pg_constraint WHERE contype = 'f'
+$$;
+CREATE FUNCTION public.create_distributed_table(relation regclass, distribution_column text,
+                                                colocate_with text DEFAULT 'default')
+RETURNS void LANGUAGE sql AS $$
+  SELECT public.note(relation::text || ' by ' || distribution_column || ' beside ' || colocate_with
+                     || (SELECT count(*) FROM pg_trigger WHERE tgrelid = relation)::text)
+$$;
+CREATE FUNCTION public.create_reference_table(relation regclass) RETURNS void LANGUAGE sql AS $$
+  SELECT public.note(relation::text || ' everywhere')
+$$;
+)sql";
+
+TEST_F(ServerStore, TellsADistributedServerWhereItsTablesLie) {
+  Connection(name_).RunAll(kStandIns);
+  (void)OpenServerStore(name_, OpenMode::kCreate, Spread::kServers);
+  const Result told = Connection(name_).Run("SELECT call, links FROM told ORDER BY number");
+  std::vector<std::string> calls;
+  for (int row = 0; row < told.rows(); ++row) {
+    calls.emplace_back(told.Text(row, 0));
+    EXPECT_EQ(told.Number(row, 1), 0) << "links between tables come later";
+  }
+  EXPECT_THAT(
+      calls,
+      testing::ElementsAre(
+          R"("Units" by UnitKey beside default0)", R"("CredentialBank" by UnitKey beside "Units"0)",
+          R"("Tenants" by UnitKey beside "Units"0)", R"("TenantGroup" by UnitKey beside "Units"0)",
+          R"("TenantsBackup" by UnitKey beside "Units"0)",
+          R"("Schedules" by UnitKey beside "Units"0)",
+          R"("UnitSettings" by UnitKey beside "Units"0)", R"("UNITTYPES" everywhere)",
+          R"("DirectoryCode" by UNITKEY beside "Units"0)", R"("TenantSelectionFields" everywhere)",
+          R"("DOORS" by UNITKEY beside "Units"0)", R"("ProgramSteps" by UnitKey beside "Units"0)",
+          R"("UnitCounters" by UnitKey beside "Units"0)",
+          R"("AuditEntries" by HomeUnit beside "Units"0)",
+          R"("AuditRows" by HomeUnit beside "Units"0)",
+          R"("UnitVersions" by UnitKey beside "Units"0)"));
+  Store store = Open(OpenMode::kReadWrite);
+  const std::unique_ptr<SqlSession> session = store.StartSession(Noon);
+  session->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+  EXPECT_EQ(session->Scalar("SELECT Count(*) FROM TenantSelectionFields"), qorcred::Value(17));
+}
+
+TEST_F(ServerStore, EveryTableIsPlacedOrStaysOnPurpose) {
+  (void)Open(OpenMode::kCreate);
+  const Result tables = Connection(name_).Run(
+      "SELECT tablename FROM pg_tables WHERE schemaname = 'qorhost' ORDER BY tablename COLLATE "
+      "\"C\"");
+  std::vector<std::string> unplaced;
+  for (int row = 0; row < tables.rows(); ++row) {
+    const std::string name(tables.Text(row, 0));
+    const auto& placed = PlacedTables();
+    if (std::none_of(placed.begin(), placed.end(),
+                     [&](const PlacedTable& table) { return table.name == name; })) {
+      unplaced.push_back(name);
+    }
+  }
+  EXPECT_THAT(unplaced, testing::ElementsAre("AuditEnd", "StoreSchema"));
 }
 
 TEST_F(ServerStore, ForReadingTakesNoChanges) {

@@ -131,6 +131,20 @@ TEST_F(ServerCommands, SayWhatAServerCannotDoYet) {
   EXPECT_EQ(On(server_, {"units"}).status, 0);
 }
 
+TEST_F(ServerCommands, SpreadNoStoreWhereThatCannotBe) {
+  for (const Words& words :
+       {Words{"init", "--distributed"}, Words{"init", "--distributed", "-n"}}) {
+    const Outcome onServer = On(server_, words);
+    EXPECT_NE(onServer.status, 0);
+    EXPECT_THAT(onServer.err, HasSubstr("no functions create_distributed_table"));
+    const Outcome inFile = On(File("building.db"), words);
+    EXPECT_NE(inFile.status, 0);
+    EXPECT_THAT(inFile.err, HasSubstr("names no server"));
+  }
+  EXPECT_FALSE(std::filesystem::exists(File("building.db")));
+  EXPECT_EQ(On(server_, {"init"}).status, 0) << "nothing was made before";
+}
+
 TEST_F(ServerCommands, SayThatADatabaseHasNoStore) {
   const Outcome units = On(server_, {"units"});
   EXPECT_NE(units.status, 0);

@@ -125,6 +125,19 @@ std::string TestServer::Create(const std::string& database, const std::string& l
   return NameOf(database);
 }
 
+void TestServer::LogPlans(const std::string& database) {
+  Connection connection(NameOf("postgres"));
+  for (const char* setting :
+       {"session_preload_libraries = 'auto_explain'", "auto_explain.log_min_duration = 0",
+        "auto_explain.log_format = 'json'", "auto_explain.log_nested_statements = off"}) {
+    connection.RunAll("ALTER DATABASE " + database + " SET " + setting);
+  }
+}
+
+std::string TestServer::Log() const {
+  return ContentOf(folder_.File("log"));
+}
+
 std::string TestServer::Missing() {
   if (ProgramFolder().empty()) {
     return "no PostgreSQL server of version 15 or newer is installed (Debian: postgresql-15)";

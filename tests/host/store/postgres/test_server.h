@@ -26,6 +26,12 @@ class TestServer {
   /// Creates a database, empty or like another one, and gives its name as a store's.
   std::string Create(const std::string& database, const std::string& like = "template0");
 
+  /// From here on the server writes the plan of each statement that runs on a database into its
+  /// log, for connections that begin now.
+  void LogPlans(const std::string& database);
+  /// What the server has written into its log so far.
+  [[nodiscard]] std::string Log() const;
+
   /// Why there can be none here; empty when the server's programs are installed.
   [[nodiscard]] static std::string Missing();
   /// The one of this program, started when it is first asked for.

@@ -27,6 +27,10 @@ std::unique_ptr<StorePlace> NewPlace() {
   return std::make_unique<Folder>();
 }
 
+bool KeepsRowsOfNoUnit() {
+  return true;
+}
+
 void RunRaw(Store& store, const std::string& sql) {
   sqlite::DatabaseOf(store).Run(sql);
 }
