@@ -7,8 +7,10 @@
 #include <ostream>
 
 #include "frame/runtime_error.h"
+#include "host/cli/operator.h"
 #include "host/cli/written_file.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/outcome.h"
 #include "host/desks/store_file.h"
 #include "host/files/file_error.h"
 #include "host/files/whole_file.h"
@@ -97,7 +99,7 @@ Ended RunChosen(const CommandRun& run, const GlobalOptions& global, Console& con
                 : fmt::format("the store holds a value that cannot be used here: {} (error {})",
                               error.what(), static_cast<int>(error.number()))};
   } catch (const std::exception& error) {
-    return {ExitStatus::kFailure,
+    return {StatusOf(EndingBy(error)),
             error.what() == console.told ? std::string() : std::string(error.what())};
   }
 }

@@ -42,6 +42,8 @@ std::string_view KindOf(ExitStatus status, const Console& console) {
       return "usage";
     default:
       return "failure";
+    case ExitStatus::kUnknown:
+      return "unknown";
   }
 }
 

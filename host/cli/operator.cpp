@@ -131,7 +131,7 @@ ExitStatus TellSeveral(const SeveralOutcome& outcome, std::string_view what, Con
     }
   }
   const ExitStatus status = Tell(static_cast<const Outcome&>(outcome), what, console);
-  if (!outcome.done()) {
+  if (!outcome.done() && outcome.ending != Ending::kUnknown) {
     console.err << (outcome.subject.empty()
                         ? std::string("qorhost: nothing was changed.\n")
                         : fmt::format("qorhost: {} was not done, so nothing was changed.\n",
@@ -152,6 +152,8 @@ ExitStatus StatusOf(Ending ending) {
       return ExitStatus::kDone;
     case Ending::kFailed:
       return ExitStatus::kFailure;
+    case Ending::kUnknown:
+      return ExitStatus::kUnknown;
     case Ending::kRefused:
     case Ending::kStale:
     case Ending::kCancelled:

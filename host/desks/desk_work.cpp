@@ -13,7 +13,7 @@ namespace qorhost {
 namespace {
 
 void Fail(Outcome& outcome, const std::exception& failure) {
-  outcome.ending = Ending::kFailed;
+  outcome.ending = EndingBy(failure);
   outcome.failures.emplace_back(failure.what());
 }
 

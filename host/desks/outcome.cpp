@@ -2,7 +2,15 @@
 
 #include <fmt/format.h>
 
+#include "host/store/store_error.h"
+
 namespace qorhost {
+
+Ending EndingBy(const std::exception& failure) noexcept {
+  const auto* const store = dynamic_cast<const StoreError*>(&failure);
+  return store != nullptr && store->fault() == StoreFault::kUnknown ? Ending::kUnknown
+                                                                    : Ending::kFailed;
+}
 
 std::string StaleReason(StaleCause cause, std::string_view what) {
   switch (cause) {

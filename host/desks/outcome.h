@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,7 @@ enum class Ending : std::uint8_t {
   kFailed,     ///< a statement failed, or something was trapped; nothing was changed
   kStale,      ///< nothing was changed, because someone else was faster: StaleCause
   kCancelled,  ///< the progress handler stopped it; nothing of it is kept
+  kUnknown,    ///< the server was lost while it was to store: nobody can tell whether it has
 };
 
 /// What an operation that ended stale would have overwritten.
@@ -60,6 +62,9 @@ struct Outcome {
     return same;
   }
 };
+
+/// How an operation ends that has raised this: kUnknown, or else kFailed.
+[[nodiscard]] Ending EndingBy(const std::exception& failure) noexcept;
 
 /// Why nothing was done of an operation on `what` ("credential") that ended stale: "someone else
 /// has changed the credential meanwhile".

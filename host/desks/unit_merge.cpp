@@ -168,8 +168,8 @@ MergeReport UnitMerge::Apply(const Progress& progress, const LostCodes& agreed) 
     report.ending = Ending::kCancelled;
   } catch (const std::exception& failure) {
     // A step that failed, or a store that gave up at the beginning or the end of the transaction:
-    // either way nothing of the merge is kept.
-    report.ending = Ending::kFailed;
+    // either way nothing of the merge is kept, unless that cannot be told.
+    report.ending = EndingBy(failure);
     report.failures.emplace_back(failure.what());
   }
   report.faults = plan_.faults;

@@ -34,6 +34,9 @@ std::string_view AdviceFor(StoreFault fault) {
       return "the statement or one of its values is too long: use a shorter one";
     case StoreFault::kNoServer:
       return "the server cannot be reached: check its address, the network and whether it runs";
+    case StoreFault::kUnknown:
+      return "it is not known whether it was stored: look at the history (qorhost history list) "
+             "before you do it again";
     case StoreFault::kOther:
     case StoreFault::kRefused:
       break;

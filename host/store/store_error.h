@@ -25,6 +25,7 @@ enum class StoreFault : std::uint8_t {
   kTooMuchWork,
   kTooLong,
   kNoServer,  ///< the server is not there, or not any more
+  kUnknown,   ///< whether it was stored nobody can tell
 };
 
 /// A failure of the store underneath. what() says what went wrong and what to do about it.

@@ -22,6 +22,7 @@ enum class ExitStatus : int {
   kRefused = 1,  ///< a controller, the dialect or the operator said no
   kUsage = 2,    ///< the command line asks for something that cannot be typed into the screen
   kFailure = 3,  ///< the store or the system failed
+  kUnknown = 4,  ///< a server was lost while it was to store: it may have stored or not
 };
 
 /// The surroundings of one run.

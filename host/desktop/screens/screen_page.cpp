@@ -172,6 +172,9 @@ bool ScreenPage::Tell(const Outcome& outcome, std::string_view what) {
       }
       TellFailure(place_.window(), nothing, Failures(outcome));
       break;
+    case Ending::kUnknown:
+      TellFailure(place_.window(), tr("It is not known whether it was stored."), Failures(outcome));
+      break;
     case Ending::kRefused:
       place_.Tell(nothing);
       if (outcome.messages.empty()) {

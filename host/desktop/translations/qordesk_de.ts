@@ -3942,6 +3942,10 @@
         <translation>Nichts wurde geändert.</translation>
     </message>
     <message>
+        <source>It is not known whether it was stored.</source>
+        <translation>Es ist nicht bekannt, ob es gespeichert wurde.</translation>
+    </message>
+    <message>
         <source>%1. What you entered is still there: look at it and try again.</source>
         <translation>%1. Was Sie eingegeben haben, ist noch da: Sehen Sie es an und versuchen Sie es noch einmal.</translation>
     </message>

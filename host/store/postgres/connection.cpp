@@ -9,6 +9,7 @@
 #include <charconv>
 #include <chrono>
 #include <exception>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -22,6 +23,19 @@ namespace {
 
 constexpr int kOldestServer = 150000;
 constexpr const char* kConnectSeconds = "10";
+// A network that is cut says nothing: after so long without an answer the server is asked whether
+// it is there, and given up when it does not say so.
+constexpr const char* kSilentSeconds = "20";
+constexpr const char* kAskSeconds = "5";
+constexpr const char* kAskTimes = "4";
+constexpr const char* kUnheardMilliseconds = "40000";
+
+// For how long a server that is not there is tried again: it may be starting.
+constexpr std::chrono::seconds kReopenTime(5);
+// And for how long to learn whether a transaction is stored.
+constexpr std::chrono::seconds kLookTime(10);
+constexpr std::chrono::milliseconds kShortestPause(20);
+constexpr std::chrono::milliseconds kLongestPause(500);
 
 /// What people may read of a name: a URI's options may be long.
 std::string ShownName(const std::string& name) {
@@ -152,19 +166,31 @@ std::int64_t Result::affected() const {
   return number;
 }
 
+std::string_view Result::done() const {
+  return PQcmdStatus(result_.get());
+}
+
 void Connection::Finish::operator()(pg_conn* handle) const noexcept {
   PQfinish(handle);
 }
 
 Connection::Connection(const std::string& name)
-    : name_(ShownName(name)), listener_(std::make_unique<Listener>()) {
+    : asked_(name), name_(ShownName(name)), listener_(std::make_unique<Listener>()) {
   RequireReadable(name);
+  Open();
+}
+
+void Connection::Open() {
   // What the name says comes later and counts.
-  const std::array keywords{"connect_timeout", "fallback_application_name", "client_encoding",
-                            "dbname", static_cast<const char*>(nullptr)};
-  const std::array values{kConnectSeconds, "qorhost", "UTF8", name.c_str(),
-                          static_cast<const char*>(nullptr)};
+  const std::array keywords{
+      "connect_timeout",  "keepalives_idle",  "keepalives_interval",
+      "keepalives_count", "tcp_user_timeout", "fallback_application_name",
+      "client_encoding",  "dbname",           static_cast<const char*>(nullptr)};
+  const std::array values{kConnectSeconds, kSilentSeconds,       kAskSeconds,
+                          kAskTimes,       kUnheardMilliseconds, "qorhost",
+                          "UTF8",          asked_.c_str(),       static_cast<const char*>(nullptr)};
   handle_.reset(PQconnectdbParams(keywords.data(), values.data(), 1));
+  ++connected_;
   const std::string doing = fmt::format("The store '{}' cannot be opened", name_);
   if (PQstatus(handle()) != CONNECTION_OK) {
     throw ConnectionError(handle(), doing);
@@ -172,6 +198,31 @@ Connection::Connection(const std::string& name)
   // What else the server has to say beside its answers is nothing for the terminal.
   PQsetNoticeReceiver(handle(), &Listener::Called, listener_.get());
   RequireServer();
+  if (prepare_) {
+    prepare_(*this);
+  }
+}
+
+void Connection::Reopen() {
+  using std::chrono::steady_clock;
+  const steady_clock::time_point end = steady_clock::now() + kReopenTime;
+  for (std::chrono::milliseconds pause = kShortestPause;;) {
+    try {
+      Open();
+      return;
+    } catch (const StoreError& failure) {
+      if (failure.fault() != StoreFault::kNoServer || steady_clock::now() + pause > end) {
+        throw;
+      }
+    }
+    std::this_thread::sleep_for(pause);
+    pause = std::min(pause * 2, kLongestPause);
+  }
+}
+
+void Connection::Prepare(std::function<void(Connection&)> prepare) {
+  prepare_ = std::move(prepare);
+  prepare_(*this);
 }
 
 Connection::~Connection() = default;
@@ -209,6 +260,91 @@ Result Connection::Run(const std::string& sql, std::span<const Sent> values) {
   return result;
 }
 
+void Connection::Begin(const char* sql) {
+  if (begun_ && isLost()) {
+    throw LostError(handle(), kFailed);  // whoever has begun it has to hear of that first
+  }
+  try {
+    RunAll(sql);
+  } catch (const StoreError&) {
+    if (!isLost()) {
+      throw;
+    }
+    Reopen();
+    RunAll(sql);
+  }
+  begun_ = true;
+}
+
+void Connection::Commit(const std::string& number) {
+  const int backend = PQbackendPID(handle());
+  const Result result(PQexec(handle(), "COMMIT"));
+  begun_ = false;
+  if (!isLost()) {
+    if (!IsDone(PQresultStatus(result.get()))) {
+      throw ErrorOf(result.get(), handle(), kFailed);
+    }
+    // The server ends a transaction that has failed as it should, but tells what it has done.
+    if (result.done() != "COMMIT") {
+      throw StoreError("The transaction had failed before its end: nothing was stored");
+    }
+    return;
+  }
+  switch (FateOf(number, backend)) {
+    case Fate::kStored:
+      return;
+    case Fate::kNotStored:
+      throw StoreError(
+          "The connection to the server was lost while it was to store: nothing was stored; try "
+          "again",
+          StoreFault::kNoServer);
+    case Fate::kUnknown:
+      break;
+  }
+  throw StoreError(fmt::format("The connection to the server was lost while it was to store: {}",
+                               AdviceFor(StoreFault::kUnknown)),
+                   StoreFault::kUnknown);
+}
+
+/// What has become of a transaction whose end the server did not tell.
+Connection::Fate Connection::FateOf(const std::string& number, int backend) noexcept {
+  using std::chrono::steady_clock;
+  const steady_clock::time_point end = steady_clock::now() + kLookTime;
+  std::chrono::milliseconds pause = kShortestPause;
+  do {
+    try {
+      if (isLost()) {
+        Open();
+      }
+      return LookAtFate(number, backend);
+    } catch (const std::exception&) {
+      // It may be starting, or on its way to its end: that is asked once more.
+      std::this_thread::sleep_for(pause);
+    }
+    pause = std::min(pause * 2, kLongestPause);
+  } while (steady_clock::now() < end);
+  return Fate::kUnknown;
+}
+
+/// Raises while the server has not yet ended it.
+Connection::Fate Connection::LookAtFate(const std::string& number, int backend) {
+  const std::string process = std::to_string(backend);
+  const std::array both{Sent(process), Sent(number)};
+  // Its other end may wait for ever for a network that was cut.
+  Run("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+      "WHERE pid = $1::int4 AND backend_xid = $2::xid8::xid",
+      both);
+  const std::array one{Sent(number)};
+  const Result status = Run("SELECT pg_xact_status($1::xid8)", one);
+  const std::string_view text = status.Text(0, 0);
+  if (text == "in progress") {
+    throw StoreError("The transaction has not ended yet", StoreFault::kBusy);
+  }
+  return text == "committed" ? Fate::kStored
+         : text == "aborted" ? Fate::kNotStored
+                             : Fate::kUnknown;
+}
+
 void Connection::RunAll(const std::string& sql) {
   const Result result(PQexec(handle(), sql.c_str()));
   if (!IsDone(PQresultStatus(result.get()))) {
@@ -226,11 +362,12 @@ void Connection::Send(PreparedText& statement, std::span<const Sent> values, boo
   if (guarded) {
     isSent = isSent && plain("SAVEPOINT statement") != 0;
   }
-  if (statement.name.empty()) {
+  if (statement.name.empty() || statement.connection != connected_) {
     const std::string name = fmt::format("s{}", ++named_);
     isSent =
         isSent && PQsendPrepare(handle(), name.c_str(), statement.sql.c_str(), 0, nullptr) != 0;
     statement.name = name;
+    statement.connection = connected_;
   }
   isSent = isSent && PQsendQueryPrepared(handle(), statement.name.c_str(), sent.count(),
                                          sent.pointers(), nullptr, nullptr, 0) != 0;
@@ -238,13 +375,37 @@ void Connection::Send(PreparedText& statement, std::span<const Sent> values, boo
     isSent = isSent && plain("RELEASE statement") != 0;
   }
   if (!isSent || PQpipelineSync(handle()) == 0) {
-    throw ConnectionError(handle(), kFailed);
+    throw LostError(handle(), kFailed);
   }
 }
 
 Result Connection::Run(PreparedText& statement, std::span<const Sent> values, bool guarded,
                        const TakeRow& take) {
-  const bool isNew = statement.name.empty();
+  if (begun_) {
+    return RunOnce(statement, values, guarded, take);
+  }
+  bool isTaken = false;
+  TakeRow noting;
+  if (take) {
+    noting = [&](const Result& row) {
+      isTaken = true;
+      take(row);
+    };
+  }
+  try {
+    return RunOnce(statement, values, guarded, noting);
+  } catch (const StoreError&) {
+    if (!isLost() || isTaken) {
+      throw;
+    }
+  }
+  Reopen();
+  return RunOnce(statement, values, guarded, noting);
+}
+
+Result Connection::RunOnce(PreparedText& statement, std::span<const Sent> values, bool guarded,
+                           const TakeRow& take) {
+  const bool isNew = statement.name.empty() || statement.connection != connected_;
   Send(statement, values, guarded);
   const int own = (guarded ? 1 : 0) + (isNew ? 1 : 0);  // which of the answers is the statement's
   Result answer(nullptr);
@@ -282,7 +443,7 @@ Result Connection::Run(PreparedText& statement, std::span<const Sent> values, bo
   }
   PQexitPipelineMode(handle());
   if (failure.get() == nullptr && answer.get() == nullptr) {
-    throw ConnectionError(handle(), kFailed);
+    throw LostError(handle(), kFailed);
   }
   if (failure.get() == nullptr && !stopped) {
     return answer;
@@ -302,13 +463,13 @@ Result Connection::Run(PreparedText& statement, std::span<const Sent> values, bo
 
 Result Connection::RunWaiting(const std::string& sql, const Patience& patience) {
   using std::chrono::milliseconds;
-  constexpr milliseconds kLongestPause(50);
+  constexpr milliseconds kLongestLook(50);
   const auto started = std::chrono::steady_clock::now();
   const std::string limited =
       fmt::format("SET LOCAL lock_timeout = {}; {}; SET LOCAL lock_timeout = 0",
                   std::max<std::int64_t>(patience.limit.count(), 1), sql);
   if (PQsendQuery(handle(), limited.c_str()) == 0) {
-    throw ConnectionError(handle(), kFailed);
+    throw LostError(handle(), kFailed);
   }
   bool hasEnough = false;
   milliseconds pause(1);
@@ -318,10 +479,10 @@ Result Connection::RunWaiting(const std::string& sql, const Patience& patience) 
       const auto waited =
           std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - started);
       hasEnough = !GoesOnWaiting(patience, waited);
-      pause = std::min(pause * 2, kLongestPause);
+      pause = std::min(pause * 2, kLongestLook);
     }
     if (PQconsumeInput(handle()) == 0) {
-      throw ConnectionError(handle(), kFailed);
+      throw LostError(handle(), kFailed);
     }
   }
   if (hasEnough) {
@@ -361,10 +522,19 @@ void Connection::TellChanges(std::function<void(std::string_view)> told) {
   listener_->told = std::move(told);
 }
 
+void Connection::UndoWhatIsOpen() noexcept {
+  UndoWhatIsOpen("ROLLBACK");
+  begun_ = false;
+}
+
 void Connection::UndoWhatIsOpen(const char* sql) noexcept {
   if (inTransaction()) {
     const Result ignored(PQexec(handle(), sql));
   }
+}
+
+bool Connection::isLost() const noexcept {
+  return PQstatus(handle()) != CONNECTION_OK;
 }
 
 bool Connection::inTransaction() const noexcept {

@@ -34,6 +34,9 @@ class Result {
   /// How many rows an INSERT, UPDATE or DELETE added, changed or deleted; the rows of a SELECT.
   [[nodiscard]] std::int64_t affected() const;
 
+  /// What the server says that it has done: "COMMIT", "INSERT 0 1".
+  [[nodiscard]] std::string_view done() const;
+
   [[nodiscard]] const pg_result* get() const noexcept { return result_.get(); }
 
  private:
@@ -49,14 +52,16 @@ using Sent = std::optional<std::string_view>;
 /// A statement in the server's words, which the server reads once for each connection.
 struct PreparedText {
   std::string sql;
-  std::string name;  ///< as the server knows it; empty before it has read it
+  std::string name;             ///< as the server knows it; empty before it has read it
+  std::int64_t connection = 0;  ///< in which of the connections that were made one after the other
 };
 
 /// Is handed each row of a SELECT, which is the only one of its result.
 using TakeRow = std::function<void(const Result&)>;
 
 /// Used by one thread. Everything raises StoreError: with the server's own words where it refuses a
-/// statement, and StoreFault::kNoServer where it cannot be reached any more.
+/// statement, and StoreFault::kNoServer where it cannot be reached any more. A connection that was
+/// lost is made anew for what begins then: a transaction, or a prepared statement outside of one.
 class Connection {
  public:
   /// Connects to the server and database of `name`: a URI ("postgresql://host/database") or
@@ -72,6 +77,16 @@ class Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
+  /// Runs what every connection to the store needs, now and each time that it is made anew.
+  void Prepare(std::function<void(Connection&)> prepare);
+
+  /// Begins a transaction by that text. Until its end nothing is repeated on a new connection.
+  void Begin(const char* sql = "BEGIN");
+  /// Commits the transaction of that number (LockStore(), pg_current_xact_id). When the connection
+  /// is lost meanwhile, looks on a new one what has become of it: returns when it is stored, raises
+  /// kNoServer when it is not, and kUnknown when nobody tells. What the server refuses is undone.
+  void Commit(const std::string& number);
+
   /// Runs one statement with the values of its parameters.
   Result Run(const std::string& sql, std::span<const Sent> values = {});
   /// Runs statements without parameters one after the other.
@@ -80,7 +95,9 @@ class Connection {
   /// Runs a statement with the values of its parameters. Inside a transaction a `guarded` one that
   /// the server refuses leaves the transaction as it was, by a savepoint that costs no waiting for
   /// answers of its own; otherwise the transaction is lost. With `take` the rows are handed over
-  /// one by one and the result has none; what it raises ends the statement.
+  /// one by one and the result has none; what it raises ends the statement. Outside of a
+  /// transaction it must only read: when the connection is lost before the first row it runs on a
+  /// new one.
   Result Run(PreparedText& statement, std::span<const Sent> values, bool guarded,
              const TakeRow& take = nullptr);
 
@@ -93,8 +110,10 @@ class Connection {
   /// not use the connection.
   void TellChanges(std::function<void(std::string_view)> told);
 
-  /// Undoes the open transaction, or whatever `sql` undoes, if one is open.
-  void UndoWhatIsOpen(const char* sql = "ROLLBACK") noexcept;
+  /// Undoes the open transaction, if one is open.
+  void UndoWhatIsOpen() noexcept;
+  /// Undoes a part of it by that text.
+  void UndoWhatIsOpen(const char* sql) noexcept;
 
   /// Whether a transaction is open, usable or not.
   [[nodiscard]] bool inTransaction() const noexcept;
@@ -107,15 +126,27 @@ class Connection {
     void operator()(pg_conn* handle) const noexcept;
   };
   struct Listener;
+  enum class Fate : std::uint8_t { kStored, kNotStored, kUnknown };
 
+  void Open();
+  void Reopen();
   void RequireServer();
+  [[nodiscard]] bool isLost() const noexcept;
+  [[nodiscard]] Fate FateOf(const std::string& number, int backend) noexcept;
+  [[nodiscard]] Fate LookAtFate(const std::string& number, int backend);
+  Result RunOnce(PreparedText& statement, std::span<const Sent> values, bool guarded,
+                 const TakeRow& take);
   void Send(PreparedText& statement, std::span<const Sent> values, bool guarded);
   void Cancel() noexcept;
 
+  std::string asked_;  // the name as libpq reads it
   std::string name_;
+  std::function<void(Connection&)> prepare_;
   std::unique_ptr<Listener> listener_;
   std::unique_ptr<pg_conn, Finish> handle_;
-  std::int64_t named_ = 0;  // statements that were given names
+  std::int64_t named_ = 0;      // statements that were given names
+  std::int64_t connected_ = 0;  // how often it was made
+  bool begun_ = false;          // a transaction, which may be lost by now
 };
 
 }  // namespace qorhost::postgres

@@ -101,7 +101,7 @@ StoreError ErrorOf(const pg_result* result, const pg_conn* connection, const std
   const char* const state =
       result == nullptr ? nullptr : PQresultErrorField(result, PG_DIAG_SQLSTATE);
   if (state == nullptr || PQstatus(connection) != CONNECTION_OK) {
-    return ConnectionError(connection, doing);
+    return LostError(connection, doing);
   }
   std::string_view text = WordsFor(state);
   if (text.empty()) {
@@ -109,6 +109,18 @@ StoreError ErrorOf(const pg_result* result, const pg_conn* connection, const std
     text = primary == nullptr ? std::string_view("the server refuses it") : primary;
   }
   return Worded(doing, text, FaultOf(state));
+}
+
+StoreError LostError(const pg_conn* connection, const std::string& doing) {
+  if (PQstatus(connection) == CONNECTION_OK) {
+    return ConnectionError(connection, doing);
+  }
+  // The library goes on with guesses, in further lines.
+  const std::string_view text = PQerrorMessage(connection);
+  return StoreError(
+      fmt::format("{}: {} (the connection to the server was lost: nothing was stored; try again)",
+                  doing, text.substr(0, text.find('\n'))),
+      StoreFault::kNoServer);
 }
 
 StoreError ConnectionError(const pg_conn* connection, const std::string& doing) {

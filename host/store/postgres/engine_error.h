@@ -19,6 +19,9 @@ namespace qorhost::postgres {
 [[nodiscard]] StoreError ErrorOf(const pg_result* result, const pg_conn* connection,
                                  const std::string& doing);
 
+/// A connection that was there is lost: of an open transaction nothing is stored.
+[[nodiscard]] StoreError LostError(const pg_conn* connection, const std::string& doing);
+
 /// The failure of the connection itself.
 [[nodiscard]] StoreError ConnectionError(const pg_conn* connection, const std::string& doing);
 

@@ -82,16 +82,16 @@ int SchemaVersion() {
 
 Connection OpenServerStore(const std::string& name, OpenMode mode, Spread spread) {
   Connection connection(name);
-  std::optional<int> version = VersionOf(connection);
-  if (!version && mode == OpenMode::kCreate) {
+  if (mode == OpenMode::kCreate && !VersionOf(connection)) {
     Make(connection, spread);
-    version = VersionOf(connection);
   }
-  RequireVersion(connection, version);
-  connection.RunAll("SET search_path = qorhost");
-  if (mode == OpenMode::kReadOnly) {
-    connection.RunAll("SET default_transaction_read_only = on");
-  }
+  connection.Prepare([mode](Connection& opened) {
+    RequireVersion(opened, VersionOf(opened));
+    opened.RunAll("SET search_path = qorhost");
+    if (mode == OpenMode::kReadOnly) {
+      opened.RunAll("SET default_transaction_read_only = on");
+    }
+  });
   return connection;
 }
 

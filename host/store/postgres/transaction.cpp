@@ -5,20 +5,17 @@
 
 namespace qorhost::postgres {
 
-namespace {
-
-const char* TextToUndo(bool inner) {
-  return inner ? "ROLLBACK TO SAVEPOINT inner_transaction; RELEASE SAVEPOINT inner_transaction"
-               : "ROLLBACK";
+std::string LockStore(Connection& connection, const Patience& patience) {
+  const Result number = connection.RunWaiting(
+      "LOCK TABLE \"UnitVersions\" IN EXCLUSIVE MODE; SELECT pg_current_xact_id()", patience);
+  return std::string(number.Text(0, 0));
 }
-
-}  // namespace
 
 AloneOnStore::AloneOnStore(Connection& connection, const Patience& patience)
     : connection_(connection) {
-  connection_.RunAll("BEGIN");
+  connection_.Begin();
   try {
-    (void)connection_.RunWaiting(kLockStore, patience);
+    number_ = LockStore(connection_, patience);
   } catch (...) {
     connection_.UndoWhatIsOpen();
     throw;
@@ -26,7 +23,7 @@ AloneOnStore::AloneOnStore(Connection& connection, const Patience& patience)
 }
 
 void AloneOnStore::Keep() {
-  connection_.RunAll("COMMIT");
+  connection_.Commit(number_);
 }
 
 Transaction::~Transaction() {
@@ -47,10 +44,10 @@ void Transaction::Begin() {
     session_.work().NoteHere(begun_);
     connection.RunAll("SAVEPOINT inner_transaction");
   } else {
-    connection.RunAll("BEGIN");
+    connection.Begin();
     try {
       // Taking the right to write at once: a second program is met here and not halfway through.
-      (void)connection.RunWaiting(kLockStore, session_.patience());
+      number_ = LockStore(connection, session_.patience());
     } catch (...) {
       connection.UndoWhatIsOpen();
       throw;
@@ -67,15 +64,16 @@ void Transaction::Commit() {
     session_.work().RequireUsable();
     CheckUsable();
     session_.work().WriteHeld();
-    session_.connection().RunAll(inner_ ? "RELEASE SAVEPOINT inner_transaction" : "COMMIT");
-    if (!inner_) {
+    if (inner_) {
+      session_.connection().RunAll("RELEASE SAVEPOINT inner_transaction");
+    } else {
+      session_.connection().Commit(number_);
       session_.DropHeld();  // others may write from now on
     }
     state_ = State::kNone;
   } catch (const StoreError&) {
     state_ = State::kCommitFailed;
-    session_.DropHeld();
-    session_.connection().UndoWhatIsOpen(TextToUndo(inner_));
+    UndoOwn();
     throw;
   }
 }
@@ -86,12 +84,22 @@ void Transaction::Rollback() {
   }
   const bool wasOpen = state_ == State::kOpen;
   state_ = State::kNone;
-  session_.DropHeld();
-  if (wasOpen && session_.connection().inTransaction()) {
-    session_.connection().RunAll(TextToUndo(inner_));
+  if (wasOpen) {
+    UndoOwn();
   }
   if (inner_) {
     session_.work().GoBackTo(begun_);
+  }
+}
+
+/// Where the connection was lost, the server has done so.
+void Transaction::UndoOwn() noexcept {
+  session_.DropHeld();
+  if (inner_) {
+    session_.connection().UndoWhatIsOpen(
+        "ROLLBACK TO SAVEPOINT inner_transaction; RELEASE SAVEPOINT inner_transaction");
+  } else {
+    session_.connection().UndoWhatIsOpen();
   }
 }
 
@@ -132,7 +140,7 @@ void Look::Begin() {
   if (depth_ == 0) {
     isOwn_ = !session_.connection().inTransaction();
     if (isOwn_) {
-      session_.connection().RunAll("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+      session_.connection().Begin("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
     }
   }
   ++depth_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "host/store/patience.h"
 #include "host/store/postgres/change_log.h"
@@ -11,6 +12,10 @@
 namespace qorhost::postgres {
 
 class Session;
+
+/// Keeps everybody else from writing until the open transaction ends, and gives its number, by
+/// which it is committed.
+[[nodiscard]] std::string LockStore(Connection& connection, const Patience& patience);
 
 /// A transaction in which nobody else writes to the store, from its making on; undone at its end
 /// unless it was kept.
@@ -25,10 +30,8 @@ class AloneOnStore {
 
  private:
   Connection& connection_;
+  std::string number_;
 };
-
-/// The statement by which a transaction keeps everybody else from writing.
-inline constexpr const char* kLockStore = "LOCK TABLE \"UnitVersions\" IN EXCLUSIVE MODE";
 
 /// The one that a connection's users may hold open. In a unit of work it is a part of that: undone
 /// alone, and final with the whole.
@@ -49,9 +52,12 @@ class Transaction final : public qorhost::Transaction {
  private:
   enum class State : std::uint8_t { kNone, kOpen, kCommitFailed };
 
+  void UndoOwn() noexcept;
+
   Session& session_;
   State state_ = State::kNone;
   bool inner_ = false;
+  std::string number_;  // of one that is not inside another
   ChangeLog::Place begun_;
 };
 

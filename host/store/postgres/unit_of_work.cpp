@@ -43,23 +43,25 @@ bool UnitOfWork::isInTransaction() const noexcept {
 
 void UnitOfWork::TakeRight() {
   Connection& connection = session_.connection();
-  connection.RunAll("BEGIN");
+  connection.Begin();
   if (order().units.size() != 1) {
-    (void)connection.RunWaiting(kLockStore, session_.patience());
+    number_ = LockStore(connection, session_.patience());
     return;
   }
   const std::int32_t unit = order().units.front();
-  (void)connection.RunWaiting(
-      fmt::format(R"(INSERT INTO "UnitVersions" VALUES ({0}, 0, 0) ON CONFLICT DO NOTHING; )"
-                  R"(SELECT 1 FROM "UnitVersions" WHERE "UnitKey"={0} FOR UPDATE)",
-                  unit),
+  const Result number = connection.RunWaiting(
+      fmt::format(
+          R"(INSERT INTO "UnitVersions" VALUES ({0}, 0, 0) ON CONFLICT DO NOTHING; )"
+          R"(SELECT pg_current_xact_id() FROM "UnitVersions" WHERE "UnitKey"={0} FOR UPDATE)",
+          unit),
       session_.patience());
+  number_ = number.Text(0, 0);
 }
 
 WorkCourse::Versions UnitOfWork::Store(WorkEntry entry, std::int64_t previous) {
   Versions raised =
       RaiseVersions(session_.audit().Append(std::move(entry), previous, log_.changes()));
-  session_.connection().RunAll("COMMIT");
+  session_.connection().Commit(number_);
   return raised;
 }
 

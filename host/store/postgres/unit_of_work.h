@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "host/store/postgres/change_log.h"
 #include "host/store/work_course.h"
@@ -29,6 +30,7 @@ class UnitOfWork final : public WorkCourse {
 
   Session& session_;
   ChangeLog log_;
+  std::string number_;  // of its transaction
 };
 
 }  // namespace qorhost::postgres

@@ -1,13 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <cstdlib>
-#include <set>
 #include <string_view>
 
-#include "host/dialect/catalog.h"
 #include "host/store/postgres/schema.h"
 #include "host/store/postgres/store.h"
+#include "quoted_names.h"
 #include "test_server.h"
 #include "tests/host/store/engine.h"
 
@@ -16,6 +14,7 @@ namespace qorhost::test {
 namespace {
 
 using postgres::test::TestServer;
+using postgres::test::WithQuotedNames;
 
 /// Without a server there is nothing to test.
 class NeedsServer final : public testing::Environment {
@@ -61,45 +60,6 @@ class Database final : public StorePlace {
  private:
   std::string name_ = NewDatabase();
 };
-
-const std::set<std::string, std::less<>>& Names() {
-  static const std::set<std::string, std::less<>> names = [] {
-    std::set<std::string, std::less<>> all{
-        "AuditEntries", "AuditRows", "UnitVersions", "At",    "Who",   "Origin", "Previous",
-        "What",         "Rows",      "Hash",         "Entry", "Piece", "Mark"};
-    for (const dialect::Table& table : dialect::Tables()) {
-      all.emplace(table.name);
-      for (const dialect::Column& column : table.columns) {
-        all.emplace(column.name);
-      }
-    }
-    return all;
-  }();
-  return names;
-}
-
-/// The statement with the store's names in double quotes, as the server tells letter case apart.
-std::string WithQuotedNames(std::string_view sql) {
-  std::string quoted;
-  bool inText = false;
-  for (std::size_t at = 0; at < sql.size();) {
-    std::size_t end = at;
-    while (!inText && end < sql.size() &&
-           (std::isalnum(static_cast<unsigned char>(sql[end])) != 0 || sql[end] == '_')) {
-      ++end;
-    }
-    const std::string_view word = sql.substr(at, end - at);
-    if (word.empty()) {
-      inText = inText != (sql[at] == '\'');
-      quoted += sql[at++];
-    } else {
-      const bool isName = Names().count(word) > 0;
-      quoted.append(isName ? "\"" : "").append(word).append(isName ? "\"" : "");
-      at = end;
-    }
-  }
-  return quoted;
-}
 
 postgres::Connection& ConnectionOf(Store& store) {
   return dynamic_cast<postgres::Store&>(store).connection();

@@ -85,19 +85,41 @@ TestServer::TestServer() {
   if (status != 0) {
     throw std::runtime_error("initdb failed: " + ContentOf(log));
   }
+  StartServer();
+}
+
+void TestServer::StartServer() {
+  const fs::path programs = ProgramFolder();
+  const std::string data = folder_.File("data").string();
   // The server is told when this program ends, whatever ends it.
   process_ = Start(Joined(AsAnotherUser(),
                           {"setpriv", "--pdeathsig", "QUIT", "--", programs / "postgres", "-D",
                            data, "-k", folder_.path().string(), "-c", "listen_addresses=", "-c",
                            "fsync=off", "-c", "shared_buffers=32MB", "-c", "max_connections=40"}),
-                   log);
+                   folder_.File("log"));
   WaitUntilReady();
 }
 
 TestServer::~TestServer() {
-  kill(process_, SIGQUIT);
-  int status = 0;
-  waitpid(process_, &status, 0);
+  End();
+}
+
+void TestServer::End() {
+  if (process_ != 0) {
+    kill(process_, SIGQUIT);
+    int status = 0;
+    waitpid(process_, &status, 0);
+    process_ = 0;
+  }
+}
+
+void TestServer::StartAgain() {
+  End();
+  StartServer();
+}
+
+std::string TestServer::socket() const {
+  return (folder_.path() / ".s.PGSQL.5432").string();
 }
 
 void TestServer::WaitUntilReady() {

@@ -21,6 +21,12 @@ class TestServer {
   TestServer(const TestServer&) = delete;
   TestServer& operator=(const TestServer&) = delete;
 
+  /// Ends the server at once, as a power cut of its machine would, and starts it again.
+  void End();
+  void StartAgain();
+  /// Where it listens.
+  [[nodiscard]] std::string socket() const;
+
   /// The name of a database on it, as a store is named.
   [[nodiscard]] std::string NameOf(const std::string& database) const;
   /// Creates a database, empty or like another one, and gives its name as a store's.
@@ -38,6 +44,7 @@ class TestServer {
   static TestServer& Shared();
 
  private:
+  void StartServer();
   void WaitUntilReady();
 
   qorhost::test::TemporaryFolder folder_;

@@ -1,0 +1,282 @@
+// A connection that is lost at any message, a backend that is ended at any statement, a server that
+// is started again: what is told of the operation is what is stored, and the next one is done.
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame/date.h"
+#include "host/store/postgres/schema.h"
+#include "host/store/postgres/store.h"
+#include "host/store/sql_session.h"
+#include "host/store/store_error.h"
+#include "server_proxy.h"
+#include "test_server.h"
+
+namespace qorhost::postgres::test {
+
+namespace {
+
+using testing::HasSubstr;
+using Way = ServerProxy::Way;
+
+enum class Heard { kStored, kNotStored, kUnknown };
+
+qorcred::Date Noon() {
+  return qorcred::FromCivil({2026, 1, 31, 12, 0, 0});
+}
+
+class LostConnection : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
+      GTEST_SKIP() << missing;
+    }
+    static int count = 0;
+    database_ = "lost" + std::to_string(++count);
+    const std::string name = TestServer::Shared().Create(database_);
+    (void)OpenServerStore(name, OpenMode::kCreate);
+    beside_ = std::make_unique<Connection>(name);
+    beside_->RunAll(R"(INSERT INTO qorhost."Units" ("UnitKey", "UnitName") VALUES (1, 'Court'))");
+    proxy_ = std::make_unique<ServerProxy>(TestServer::Shared());
+    store_ = std::make_unique<Store>(
+        OpenServerStore(proxy_->NameOf(database_), OpenMode::kReadWrite), Patience(), false);
+    session_ = store_->StartSession(Noon);
+  }
+
+  /// Two rows in one unit of work, with what an operation reads before and in between.
+  Heard AddTwoDoors(bool wholeStore = false) {
+    UnitOfWork& work = session_->work();
+    try {
+      WorkOrder order;
+      order.what = "add doors";
+      if (!wholeStore) {
+        order.units = {1};
+        order.filled = work.VersionOf(1);
+      }
+      WorkGuard guard(work, order);
+      (void)session_->Select("SELECT UnitName FROM Units");
+      session_->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+      (void)session_->Scalar("SELECT Count(*) FROM DOORS");
+      (void)session_->Change("INSERT INTO DOORS (UNITKEY, DOORNAME) VALUES (1, 'second')",
+                             std::nullopt);
+      EXPECT_TRUE(guard.Commit());
+      return Heard::kStored;
+    } catch (const StoreError& failure) {
+      words_ = failure.what();
+      return failure.fault() == StoreFault::kUnknown ? Heard::kUnknown : Heard::kNotStored;
+    }
+  }
+
+  [[nodiscard]] std::int64_t Number(const std::string& sql) {
+    return beside_->Run(sql).Number(0, 0);
+  }
+  [[nodiscard]] std::int64_t Doors() { return Number(R"(SELECT count(*) FROM qorhost."DOORS")"); }
+  [[nodiscard]] std::int64_t Entries() {
+    return Number(R"(SELECT count(*) FROM qorhost."AuditEntries")");
+  }
+
+  /// The operation, to which `way` happens at its n-th message; whether it has one.
+  bool RunWithLossAt(int nth, const std::function<Way(const ServerProxy::Message&)>& way,
+                     bool wholeStore = false) {
+    const std::int64_t doors = Doors();
+    const std::int64_t entries = Entries();
+    std::atomic<int> met = 0;
+    proxy_->Ask([&](const ServerProxy::Message& message) {
+      return met++ == nth ? way(message) : Way::kOn;
+    });
+    const Heard heard = AddTwoDoors(wholeStore);
+    const bool reached = met > nth;
+    proxy_->Ask(nullptr);
+    EXPECT_NE(static_cast<int>(heard), static_cast<int>(Heard::kUnknown)) << words_;
+    const int stored = heard == Heard::kStored ? 1 : 0;
+    EXPECT_EQ(Entries() - entries, stored) << words_;
+    EXPECT_EQ(Doors() - doors, 2 * stored) << words_;
+    EXPECT_FALSE(session_->inTransaction());
+    // The program goes on.
+    EXPECT_EQ(static_cast<int>(AddTwoDoors(wholeStore)), static_cast<int>(Heard::kStored))
+        << words_;
+    EXPECT_EQ(Doors() - doors, 2 * stored + 2);
+    return reached;
+  }
+
+  void LoseAtEach(Way way, bool wholeStore) {
+    int nth = 0;
+    while (RunWithLossAt(
+               nth, [way](const auto&) { return way; }, wholeStore) &&
+           !HasFailure()) {
+      ++nth;
+    }
+    EXPECT_GT(nth, 10);
+    EXPECT_THAT(session_->audit().Check(), testing::IsEmpty());
+    RecordProperty("messages", nth);
+  }
+
+  std::string database_;
+  std::unique_ptr<Connection> beside_;
+  std::unique_ptr<ServerProxy> proxy_;
+  std::unique_ptr<Store> store_;
+  std::unique_ptr<SqlSession> session_;
+  std::string words_;
+};
+
+class AnyWay : public LostConnection, public testing::WithParamInterface<Way> {};
+
+TEST_P(AnyWay, AtAnyMessageIsToldAsItIsStored) {
+  LoseAtEach(GetParam(), false);
+}
+
+TEST_P(AnyWay, AtAnyMessageOfWorkOnTheWholeStoreIsToldAsItIsStored) {
+  LoseAtEach(GetParam(), true);
+}
+
+INSTANTIATE_TEST_SUITE_P(At, AnyWay,
+                         testing::Values(Way::kLostBefore, Way::kLostBehind,
+                                         Way::kLostBehindAnswer),
+                         [](const testing::TestParamInfo<Way>& one) {
+                           return one.param == Way::kLostBefore   ? "Before"
+                                  : one.param == Way::kLostBehind ? "Behind"
+                                                                  : "BehindTheAnswer";
+                         });
+
+TEST_F(LostConnection, BehindTheCommitIsStoredAndToldSo) {
+  proxy_->Ask([](const ServerProxy::Message& message) {
+    return message.text.starts_with("COMMIT") ? Way::kLostBehindAnswer : Way::kOn;
+  });
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kStored)) << words_;
+  EXPECT_EQ(Doors(), 2);
+  EXPECT_EQ(session_->work().Committed(1), session_->work().VersionOf(1));
+}
+
+TEST_F(LostConnection, BeforeTheCommitIsToldAsNotStored) {
+  proxy_->Ask([](const ServerProxy::Message& message) {
+    return message.text.starts_with("COMMIT") ? Way::kLostBefore : Way::kOn;
+  });
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kNotStored));
+  EXPECT_THAT(words_, HasSubstr("nothing was stored"));
+  EXPECT_EQ(Doors(), 0);
+}
+
+/// Where nobody can be asked, it is not said that nothing was stored.
+TEST_F(LostConnection, AtTheCommitWithNobodyToAskIsUnknown) {
+  proxy_->Ask([this](const ServerProxy::Message& message) {
+    if (!message.text.starts_with("COMMIT")) {
+      return Way::kOn;
+    }
+    proxy_->Close(true);
+    return Way::kLostBehindAnswer;
+  });
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kUnknown)) << words_;
+  EXPECT_THAT(words_, HasSubstr("it is not known whether it was stored: look at the history"));
+  EXPECT_EQ(Doors(), 2);
+  proxy_->Ask(nullptr);
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kNotStored));
+  EXPECT_THAT(words_, HasSubstr("cannot be opened"));
+  proxy_->Close(false);
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kStored)) << words_;
+  EXPECT_EQ(Doors(), 4);
+}
+
+TEST_F(LostConnection, ByTheEndOfItsBackendAtAnyStatementIsToldAsItIsStored) {
+  const auto end = [this](const ServerProxy::Message& message) {
+    beside_->Run(fmt::format("SELECT pg_terminate_backend({}, 5000)", message.backend));
+    return Way::kOn;
+  };
+  int nth = 0;
+  while (RunWithLossAt(nth, end) && !HasFailure()) {
+    ++nth;
+  }
+  EXPECT_GT(nth, 10);
+}
+
+TEST_F(LostConnection, WhileALookIsOpenEndsTheLook) {
+  {
+    const Undoable look(session_->look());
+    EXPECT_EQ(session_->Scalar("SELECT Count(*) FROM DOORS"), qorcred::Value(0));
+    proxy_->Ask([](const ServerProxy::Message&) { return Way::kLostBefore; });
+    EXPECT_THROW((void)session_->Scalar("SELECT Count(*) FROM DOORS"), StoreError);
+    proxy_->Ask(nullptr);
+    // What would be read on a new connection is not of the same state.
+    EXPECT_THROW((void)session_->Scalar("SELECT Count(*) FROM DOORS"), StoreError);
+  }
+  EXPECT_EQ(session_->Scalar("SELECT Count(*) FROM DOORS"), qorcred::Value(0));
+}
+
+TEST_F(LostConnection, InAConnectionsOwnTransactionIsUndoneAndTheNextIsDone) {
+  session_->transaction().Begin();
+  session_->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+  proxy_->Ask([](const ServerProxy::Message&) { return Way::kLostBefore; });
+  EXPECT_THROW(session_->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}}), StoreError);
+  proxy_->Ask(nullptr);
+  EXPECT_THROW(session_->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}}), StoreError);
+  session_->transaction().Rollback();
+  session_->transaction().Begin();
+  session_->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+  session_->transaction().Commit();
+  EXPECT_EQ(Doors(), 1);
+}
+
+/// With a server of its own, which others need not miss.
+class ServerStartedAgain : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
+      GTEST_SKIP() << missing;
+    }
+    server_ = std::make_unique<TestServer>();
+    store_ = std::make_unique<Store>(OpenServerStore(server_->Create("again"), OpenMode::kCreate),
+                                     Patience(), false);
+    session_ = store_->StartSession(Noon);
+    session_->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+  }
+
+  std::unique_ptr<TestServer> server_;
+  std::unique_ptr<Store> store_;
+  std::unique_ptr<SqlSession> session_;
+};
+
+TEST_F(ServerStartedAgain, BetweenOperationsIsNotNoticed) {
+  server_->StartAgain();
+  EXPECT_EQ(session_->Scalar("SELECT Count(*) FROM Units"), qorcred::Value(1));
+  server_->StartAgain();
+  {
+    WorkGuard guard(session_->work(), {{1}, "add a door", {}});
+    session_->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+    EXPECT_TRUE(guard.Commit());
+  }
+  EXPECT_EQ(session_->Scalar("SELECT Count(*) FROM DOORS"), qorcred::Value(1));
+}
+
+TEST_F(ServerStartedAgain, InAnOperationUndoesItAndTheNextIsDone) {
+  {
+    WorkGuard guard(session_->work(), {{1}, "add a door", {}});
+    session_->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+    server_->StartAgain();
+    EXPECT_THROW(guard.Commit(), StoreError);
+  }
+  EXPECT_EQ(session_->Scalar("SELECT Count(*) FROM DOORS"), qorcred::Value(0));
+  WorkGuard guard(session_->work(), {{1}, "add a door", {}});
+  session_->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+  EXPECT_TRUE(guard.Commit());
+}
+
+TEST_F(ServerStartedAgain, ThatIsNotThereIsToldSoAndFoundLater) {
+  server_->End();
+  try {
+    (void)session_->Scalar("SELECT Count(*) FROM Units");
+    ADD_FAILURE() << "a server that is not there has answered";
+  } catch (const StoreError& failure) {
+    EXPECT_EQ(static_cast<int>(failure.fault()), static_cast<int>(StoreFault::kNoServer));
+    EXPECT_THAT(failure.what(), HasSubstr("whether it runs"));
+  }
+  server_->StartAgain();
+  EXPECT_EQ(session_->Scalar("SELECT Count(*) FROM Units"), qorcred::Value(1));
+}
+
+}  // namespace
+
+}  // namespace qorhost::postgres::test
