@@ -17,6 +17,8 @@ enum class Size : bool {
 [[nodiscard]] std::vector<Comparison> AddIssueBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddWorkBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddTenantsBenchmarks(Size size);
+/// Of a store on a PostgreSQL server; none where no server is installed.
+[[nodiscard]] std::vector<Comparison> AddServerBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddOperatorBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddListBenchmarks(Size size);
 [[nodiscard]] std::vector<Comparison> AddDirCodeBenchmarks(Size size);

@@ -34,10 +34,10 @@ struct Options {
 std::vector<Comparison> AddBenchmarks(Size size) {
   std::vector<Comparison> comparisons;
   for (auto* add :
-       {&AddIssueBenchmarks, &AddWorkBenchmarks, &AddTenantsBenchmarks, &AddOperatorBenchmarks,
-        &AddListBenchmarks, &AddDirCodeBenchmarks, &AddSyncBenchmarks, &AddImportBenchmarks,
-        &AddMovingBenchmarks, &AddReportBenchmarks, &AddLibraryBenchmarks, &AddTranslateBenchmarks,
-        &AddDesktopBenchmarks}) {
+       {&AddIssueBenchmarks, &AddWorkBenchmarks, &AddTenantsBenchmarks, &AddServerBenchmarks,
+        &AddOperatorBenchmarks, &AddListBenchmarks, &AddDirCodeBenchmarks, &AddSyncBenchmarks,
+        &AddImportBenchmarks, &AddMovingBenchmarks, &AddReportBenchmarks, &AddLibraryBenchmarks,
+        &AddTranslateBenchmarks, &AddDesktopBenchmarks}) {
     const std::vector<Comparison> added = add(size);
     comparisons.insert(comparisons.end(), added.begin(), added.end());
   }

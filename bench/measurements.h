@@ -15,7 +15,8 @@ namespace qorbench {
 /// iteration deals with.
 inline constexpr const char* kItems = "items";
 /// The counter of the processor's seconds that one iteration took, where other processes have a
-/// part in it and the benchmark looks at that itself: those of its own thread do not count then.
+/// part in it and the benchmark looks at that itself: those of its own thread do not count then. On
+/// a server they are the seconds that pass, the waiting among them.
 inline constexpr const char* kSecondsElsewhere = "seconds_elsewhere";
 /// The counter of operator new's calls for each item, where a benchmark has it.
 inline constexpr const char* kAllocations = "allocations";

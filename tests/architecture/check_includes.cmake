@@ -31,7 +31,7 @@ set(areas
   "host/desktop:frame host/store host/screens host/unit host/files host/desks"
   "host/cli:frame host/unit host/files host/desks host/terminal host/tour"
   "bench/com:*"
-  "bench:frame credentials dircodes reports trace host/dialect host/store host/store/sqlite host/store/engines host/components host/screens host/unit host/files host/files/desktop_file host/desks host/desktop"
+  "bench:frame credentials dircodes reports trace host/dialect host/store host/store/sqlite host/store/postgres host/store/engines host/components host/screens host/unit host/files host/files/desktop_file host/desks host/desktop tests"
   "examples:*"
   "tests:*")
 
