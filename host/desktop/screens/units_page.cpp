@@ -35,7 +35,7 @@ enum UnitColumn : int {
   kCardFacility,
   kTransmitterFacility
 };
-constexpr int kShownColumns = kCapacity + 1;  // the form has the others
+constexpr std::array kShown{kKey, kName, kCapacity};  // the form has them all
 
 constexpr std::array kFields{FieldWidget{input::kKey, "key"},
                              FieldWidget{input::kName, "name"},
@@ -161,8 +161,9 @@ void UnitsPage::ShowStored() {
   list_.Show(units_);
   showing_ = false;
   FitColumns(*ui_->units);
-  for (int column = kShownColumns; column < list_.columnCount(); ++column) {
-    ui_->units->setColumnHidden(column, true);
+  for (int column = 0; column < list_.columnCount(); ++column) {
+    ui_->units->setColumnHidden(column,
+                                std::find(kShown.begin(), kShown.end(), column) == kShown.end());
   }
   SelectChosen();
   ShowChosen();

@@ -1,5 +1,6 @@
 #include "host/desktop/shell/field_style.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyleOption>
@@ -86,6 +87,14 @@ void FieldStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
   if (isTicked && IsDark(option->palette.color(QPalette::Window))) {
     DrawOutline(element, *painter, *option);
   }
+}
+
+void FieldStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
+  if (element == CE_DockWidgetTitle) {
+    painter->setFont(QApplication::font("QDockWidgetTitle"));
+  }
+  QProxyStyle::drawControl(element, option, painter, widget);
 }
 
 void FieldStyle::polish(QWidget* widget) {

@@ -8,7 +8,8 @@ namespace qorhost {
 /// Fusion, but for the frames of line edits: straight lines with the corners left out look the
 /// same, and Fusion's curves take longer to paint than all the rest of a field in which somebody
 /// types. Such a field covers all that it stands on, which is not painted again below it. On a dark
-/// window lines around fields and boxes are lighter than it, where Fusion's are darker.
+/// window lines around fields and boxes are lighter than it, where Fusion's are darker. The title
+/// of a dock has letters as large as all others, also after their size has changed.
 class FieldStyle final : public QProxyStyle {
   Q_OBJECT
 
@@ -17,6 +18,8 @@ class FieldStyle final : public QProxyStyle {
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
   void polish(QWidget* widget) override;
   void unpolish(QWidget* widget) override;
 

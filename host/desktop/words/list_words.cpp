@@ -22,6 +22,12 @@ constexpr std::string_view kSentenceField = "what";
 /// "Tenants: 1 changed; CredentialBank: 40 new".
 constexpr std::string_view kSummaryField = "rows";
 
+/// Reports say "Active" and "Inactive" in fields that are yes or no.
+bool IsYesNo(const ListField& field, const qorcred::Value& cell) {
+  return cell.As<bool>() != nullptr || field.kind == FieldKind::kYesNo ||
+         field.kind == FieldKind::kYesNoText;
+}
+
 QString ShownSummary(const QString& summary) {
   QStringList parts = summary.split(QStringLiteral("; "));
   for (QString& part : parts) {
@@ -43,7 +49,7 @@ QString ShownTitle(const std::string& title) {
 
 QString ShownInList(const ListField& field, const qorcred::Value& cell) {
   const QString text = ToQt(ShownText(cell));
-  if (cell.As<bool>() != nullptr ||
+  if (IsYesNo(field, cell) ||
       std::find(kWordFields.begin(), kWordFields.end(), field.key) != kWordFields.end()) {
     return ShownWord(text);
   }
@@ -72,7 +78,7 @@ Table ShownTable(const List& list) {
   }
   for (std::size_t row = 0; row < table.rows.size(); ++row) {
     for (std::size_t at = 0; at < table.columns.size(); ++at) {
-      if (list.rows[row][at].As<bool>() != nullptr) {
+      if (IsYesNo(list.fields[at], list.rows[row][at])) {
         table.rows[row][at] = FromQt(ShownInList(list.fields[at], list.rows[row][at]));
       }
     }

@@ -202,6 +202,8 @@ TEST(DeskWords, OfListsAreTranslatedWhereTheyAreWordsOfTheDesks) {
             "Mieter programmieren");
   EXPECT_EQ(FromQt(ShownInList({"Name", "name"}, std::string("program tenant"))), "program tenant");
   EXPECT_EQ(FromQt(ShownInList({"Active", "active"}, true)), "ja");
+  EXPECT_EQ(FromQt(ShownInList({"Status", "status", FieldKind::kYesNoText}, std::string("Active"))),
+            "Aktiv");
   EXPECT_EQ(FromQt(ShownInList({"Rows", "rows"}, std::string("Tenants: 1 changed; Doors: 4 new"))),
             "Tenants: 1 geändert; Doors: 4 neu");
   EXPECT_EQ(FromQt(ShownDifferences("phone, end date")), "Telefon, Tag des Endes");

@@ -86,7 +86,8 @@ const QSet<QString>& EnglishWords() {
       for (const QString& word : WordsIn(one.source)) {
         english.insert(word);
       }
-      for (const QString& word : WordsIn(one.text)) {
+      static const QRegularExpression kPlace(QStringLiteral("\\{[a-z ]+\\}"));
+      for (const QString& word : WordsIn(QString(one.text).remove(kPlace))) {
         german.insert(word);
       }
     }
