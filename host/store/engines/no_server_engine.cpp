@@ -19,11 +19,13 @@ std::unique_ptr<Store> OpenServerStore(const std::string& /*name*/, OpenMode /*m
   Refuse();
 }
 
-std::unique_ptr<Store> CreateDistributedServerStore(const std::string& /*name*/) {
+void RequireDistributingServer(const std::string& /*name*/) {
   Refuse();
 }
 
-void RequireDistributingServer(const std::string& /*name*/) {
+std::unique_ptr<ServerPlace> MakeServerPlace(const std::string& /*name*/,
+                                             const ServerPlaceOrder& /*order*/,
+                                             const Patience& /*patience*/) {
   Refuse();
 }
 

@@ -37,15 +37,10 @@ bool IsStoreOnServer(const std::filesystem::path& name) {
   }
 }
 
-void RequireFileStore(const std::filesystem::path& name, const std::string& what) {
-  if (IsOnServer(name)) {
-    throw StoreError(fmt::format("A store on a server cannot be {} yet: name one in a file", what));
-  }
-}
-
-std::unique_ptr<Store> CreateDistributedStore(const std::filesystem::path& name) {
-  RequireDistribution(name);
-  return CreateDistributedServerStore(name.string());
+std::unique_ptr<ServerPlace> BeginOnServer(const std::filesystem::path& name,
+                                           const ServerPlaceOrder& order,
+                                           const Patience& patience) {
+  return MakeServerPlace(name.string(), order, patience);
 }
 
 void RequireDistribution(const std::filesystem::path& name) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/store/replacement.h"
+#include "host/store/server_place.h"
 #include "host/store/store.h"
 
 namespace qorhost {
@@ -26,13 +27,16 @@ namespace qorhost {
 /// Whether there is a store on a server under that name, of whatever version. Raises StoreError
 /// when the server or the database cannot be reached.
 [[nodiscard]] bool IsStoreOnServer(const std::filesystem::path& name);
-/// Raises StoreError for a store on a server: `what` cannot be done with one yet.
-void RequireFileStore(const std::filesystem::path& name, const std::string& what);
+/// Makes an empty store on a server, in the place of the one that stands where that is ordered, to
+/// be opened and filled and then kept. Raises StoreError: for a store that stands and stays, for a
+/// server that cannot spread tables, kBusy where somebody goes on writing to the one that is
+/// replaced.
+[[nodiscard]] std::unique_ptr<ServerPlace> BeginOnServer(const std::filesystem::path& name,
+                                                         const ServerPlaceOrder& order,
+                                                         const Patience& patience);
 
-/// Makes an empty store whose tables a server spreads over several servers, the rows of a unit
-/// together. Raises StoreError, with nothing made, for a file and where the server cannot do it.
-[[nodiscard]] std::unique_ptr<Store> CreateDistributedStore(const std::filesystem::path& name);
-/// Raises what that would raise before it makes anything.
+/// Raises StoreError where the tables of a store of that name cannot be spread over several
+/// servers, the rows of a unit together: for a file, and for a server that cannot do it.
 void RequireDistribution(const std::filesystem::path& name);
 
 /// An empty store in memory, gone with the object.

@@ -1,6 +1,7 @@
 #include "host/store/engines/server_engine.h"
 
 #include "host/store/postgres/schema.h"
+#include "host/store/postgres/server_place.h"
 #include "host/store/postgres/store.h"
 
 namespace qorhost {
@@ -11,15 +12,14 @@ std::unique_ptr<Store> OpenServerStore(const std::string& name, OpenMode mode,
                                            mode == OpenMode::kReadOnly);
 }
 
-std::unique_ptr<Store> CreateDistributedServerStore(const std::string& name) {
-  return std::make_unique<postgres::Store>(
-      postgres::OpenServerStore(name, OpenMode::kCreate, postgres::Spread::kServers), Patience(),
-      false);
-}
-
 void RequireDistributingServer(const std::string& name) {
   postgres::Connection connection(name);
   postgres::RequireSpreading(connection, postgres::Spread::kServers);
+}
+
+std::unique_ptr<ServerPlace> MakeServerPlace(const std::string& name, const ServerPlaceOrder& order,
+                                             const Patience& patience) {
+  return std::make_unique<postgres::ServerPlace>(name, order, patience);
 }
 
 }  // namespace qorhost

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "host/store/server_place.h"
 #include "host/store/store.h"
 
 namespace qorhost {
@@ -11,10 +12,11 @@ namespace qorhost {
 /// As OpenStore(). Raises StoreError in a build without the engine.
 [[nodiscard]] std::unique_ptr<Store> OpenServerStore(const std::string& name, OpenMode mode,
                                                      const Patience& patience);
-
-/// As CreateDistributedStore() and RequireDistribution(). Both raise StoreError in a build without
-/// the engine.
-[[nodiscard]] std::unique_ptr<Store> CreateDistributedServerStore(const std::string& name);
+/// As BeginOnServer(). Raises StoreError in a build without the engine, as the next one does.
+[[nodiscard]] std::unique_ptr<ServerPlace> MakeServerPlace(const std::string& name,
+                                                           const ServerPlaceOrder& order,
+                                                           const Patience& patience);
+/// As RequireDistribution().
 void RequireDistributingServer(const std::string& name);
 
 }  // namespace qorhost

@@ -1,22 +1,34 @@
 // The store's tables on a server and how older ones come up to date.
 #pragma once
 
+#include <functional>
+#include <optional>
+#include <span>
 #include <string>
 
 #include "host/store/postgres/connection.h"
+#include "host/store/postgres/migrations.h"
 #include "host/store/postgres/placement.h"
 #include "host/store/store.h"
 
 namespace qorhost::postgres {
 
-/// The version that this program reads and writes.
-[[nodiscard]] int SchemaVersion();
-
 /// Connects to the store of that name: the schema "qorhost" of a database, beside it "desktop" with
-/// the dialect's functions. kCreate makes an empty one when there is none, spread as it is said;
-/// kReadOnly lets nothing be written. Raises StoreError for a database without a store, for one of
-/// a newer version, for a server that cannot spread tables so, and what Connection raises.
+/// the dialect's functions. kCreate makes an empty one when there is none, kReadOnly lets nothing
+/// be written. A store of an earlier version is brought up to date first, whatever the mode. Raises
+/// StoreError for a database without a store, for one of a newer version, for a server that cannot
+/// spread tables as the form has it, and what Connection raises.
 [[nodiscard]] Connection OpenServerStore(const std::string& name, OpenMode mode,
-                                         Spread spread = Spread::kNone);
+                                         const StoreForm& form = {});
+
+/// Makes an empty store where none is, in one transaction: `first` may make room for it there.
+/// False, and nothing is done, where one is after that.
+bool MakeStore(Connection& connection, const StoreForm& form,
+               const std::function<void(Connection&)>& first = {});
+
+/// The version of the store that is there; nothing where the database has none.
+[[nodiscard]] std::optional<int> VersionOf(Connection& connection);
+/// Keeps others from making a store or bringing one up to date until the transaction ends.
+void LockMaking(Connection& connection);
 
 }  // namespace qorhost::postgres

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -73,7 +74,7 @@ TEST_F(ServerStore, OfANewerSchemaIsRefused) {
 
 TEST_F(ServerStore, IsNotSpreadOverServersWhereTheServerHasNoFunctionsForIt) {
   try {
-    (void)OpenServerStore(name_, OpenMode::kCreate, Spread::kServers);
+    (void)OpenServerStore(name_, OpenMode::kCreate, {.spread = Spread::kServers});
     ADD_FAILURE() << "it was made";
   } catch (const StoreError& failure) {
     EXPECT_THAT(failure.what(), HasSubstr("cannot spread tables over several servers"));
@@ -104,7 +105,7 @@ $$;
 
 TEST_F(ServerStore, TellsADistributedServerWhereItsTablesLie) {
   Connection(name_).RunAll(kStandIns);
-  (void)OpenServerStore(name_, OpenMode::kCreate, Spread::kServers);
+  (void)OpenServerStore(name_, OpenMode::kCreate, {.spread = Spread::kServers});
   const Result told = Connection(name_).Run("SELECT call, links FROM told ORDER BY number");
   std::vector<std::string> calls;
   for (int row = 0; row < told.rows(); ++row) {
@@ -146,6 +147,40 @@ TEST_F(ServerStore, EveryTableIsPlacedOrStaysOnPurpose) {
     }
   }
   EXPECT_THAT(unplaced, testing::ElementsAre("AuditEnd", "StoreSchema"));
+}
+
+constexpr std::array kLaterSteps{
+    Migration{1, ""},  // has been taken
+    Migration{2, R"(CREATE TABLE "Notes" ("Text" text); INSERT INTO "Notes" VALUES ('later'))"},
+    Migration{3, R"(ALTER TABLE "Notes" ADD COLUMN "By" text DEFAULT 'Ann')"}};
+
+TEST_F(ServerStore, OfAnEarlierSchemaIsBroughtUpToDateOnce) {
+  (void)Open(OpenMode::kCreate);
+  for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite, OpenMode::kCreate}) {
+    Connection later = OpenServerStore(name_, mode, {.steps = kLaterSteps});
+    EXPECT_EQ(later.Run(R"(SELECT "Text" || "By" FROM "Notes")").Text(0, 0), "laterAnn");
+    EXPECT_EQ(later.Run(R"(SELECT "Version" FROM "StoreSchema")").Number(0, 0), 3);
+  }
+  EXPECT_THAT(FailureToOpen(OpenMode::kReadWrite, StoreFault::kRefused),
+              HasSubstr("schema 3, this one reads up to 1"));
+}
+
+TEST_F(ServerStore, ThatCannotBeBroughtUpToDateStaysAsItWas) {
+  (void)Open(OpenMode::kCreate);
+  constexpr std::array kBroken{Migration{1, ""}, kLaterSteps[1],
+                               Migration{3, R"(ALTER TABLE "Nowhere" ADD COLUMN "By" text)"}};
+  EXPECT_THROW((void)OpenServerStore(name_, OpenMode::kReadWrite, {.steps = kBroken}), StoreError);
+  Store store = Open(OpenMode::kReadWrite);
+  EXPECT_TRUE(store.connection().Run("SELECT to_regclass('\"Notes\"')").IsNull(0, 0));
+  EXPECT_EQ(store.connection().Run(R"(SELECT "Version" FROM "StoreSchema")").Number(0, 0), 1);
+}
+
+TEST_F(ServerStore, IsMadeByAllStepsWhereNoneIs) {
+  std::vector<Migration> steps(Migrations().begin(), Migrations().end());
+  steps.insert(steps.end(), kLaterSteps.begin() + 1, kLaterSteps.end());
+  Connection made = OpenServerStore(name_, OpenMode::kCreate, {.steps = steps});
+  EXPECT_EQ(made.Run(R"(SELECT "Text" || "By" FROM "Notes")").Text(0, 0), "laterAnn");
+  EXPECT_EQ(made.Run(R"(SELECT "Version" FROM "StoreSchema")").Number(0, 0), 3);
 }
 
 TEST_F(ServerStore, ForReadingTakesNoChanges) {

@@ -78,9 +78,9 @@ class ServerPlans : public RunFixture {
     const std::string database = "plans" + std::to_string(++count);
     server_ = TestServer::Shared().Create(database);
     {
-      postgres::Store store(
-          postgres::OpenServerStore(server_, OpenMode::kCreate, postgres::Spread::kPartitions),
-          Patience(), false);
+      postgres::Store store(postgres::OpenServerStore(server_, OpenMode::kCreate,
+                                                      {.spread = postgres::Spread::kPartitions}),
+                            Patience(), false);
       const auto session = store.StartSession(Noon);
       CreateDemoData(*session);
     }

@@ -102,7 +102,7 @@ class UnitKeySession : public testing::Test {
     }
     static const std::string made = [] {
       (void)OpenServerStore(TestServer::Shared().Create("spread"), OpenMode::kCreate,
-                            Spread::kPartitions);
+                            {.spread = Spread::kPartitions});
       return std::string("spread");
     }();
     static int count = 0;

@@ -1,0 +1,55 @@
+#include "host/store/postgres/migrations.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "host/store/postgres/migration_1.h"
+#include "host/store/postgres/schema.h"
+
+namespace qorhost::postgres {
+
+namespace {
+
+constexpr std::array kMigrations{Migration{1, kTables1, kLinks1}};
+
+}  // namespace
+
+std::span<const Migration> Migrations() {
+  return kMigrations;
+}
+
+void MakeTables(Connection& connection, const StoreForm& form) {
+  for (const Migration& step : form.steps) {
+    connection.RunAll(SpreadText(step.sql, form.spread));
+    if (&step == &form.steps.front()) {
+      connection.RunAll(PlacingText(form.spread));
+    }
+    connection.RunAll(std::string(step.links));
+  }
+  connection.RunAll(fmt::format(R"(CREATE TABLE "StoreSchema" ("Version" integer NOT NULL);)"
+                                R"(INSERT INTO "StoreSchema" VALUES ({}))",
+                                form.steps.back().version));
+}
+
+void BringUpToDate(Connection& connection, std::span<const Migration> steps) {
+  connection.RunAll("BEGIN");
+  try {
+    LockMaking(connection);
+    connection.RunAll("SET LOCAL search_path = qorhost");
+    const int version = VersionOf(connection).value_or(0);
+    for (const Migration& step : steps) {
+      if (step.version > version) {
+        connection.RunAll(fmt::format("{};{}", step.sql, step.links));
+      }
+    }
+    connection.RunAll(fmt::format(R"(UPDATE "StoreSchema" SET "Version"={0} WHERE "Version"<{0})",
+                                  steps.back().version));
+    connection.RunAll("COMMIT");
+  } catch (...) {
+    connection.UndoWhatIsOpen();
+    throw;
+  }
+}
+
+}  // namespace qorhost::postgres
