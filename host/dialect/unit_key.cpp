@@ -185,7 +185,7 @@ std::vector<LinkedTable> LinkedTables(const Select& select) {
     }
   }
   std::vector<LinkedTable> linked;
-  for (std::size_t before = 0; before != units.size() && units.size() > 0;) {
+  for (std::size_t before = 0; before != units.size();) {
     before = units.size();
     for (const Expression* condition : conditions) {
       const auto tables = TablesLinkedBy(*condition);

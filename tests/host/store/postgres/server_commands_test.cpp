@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "host/store/postgres/connection.h"
 #include "test_server.h"
 #include "tests/host/cli/run_fixture.h"
 
@@ -165,6 +166,34 @@ TEST_F(ServerCommands, CopyUnitsFromAFile) {
   EXPECT_EQ(again.status, 1);
   EXPECT_THAT(again.err, HasSubstr("has a unit 2 already"));
   EXPECT_EQ(On(server_, {"check"}).status, On(File("building.db"), {"check"}).status);
+}
+
+TEST_F(ServerCommands, TellLinksThatLeaveTheirUnit) {
+  for (const std::string& store : {File("building.db"), server_}) {
+    ASSERT_EQ(On(store, {"init", "--demo"}).status, 0);
+  }
+  const auto card =
+      Rows({"--db", server_, "sql", "SELECT Min(RID) AS card FROM CredentialBank WHERE UnitKey=1"});
+  const auto tenant =
+      Rows({"--db", server_, "sql", "SELECT Min(RID) AS tenant FROM Tenants WHERE UnitKey=2"});
+  Same({"sql", "--write",
+        "UPDATE Tenants SET CREDENTIALID2=" + card[0]["card"].dump() +
+            " WHERE RID=" + tenant[0]["tenant"].dump()});
+  Same({"check"});
+  EXPECT_THAT(On(server_, {"check"}).out, HasSubstr("which is unit 1's"));
+}
+
+TEST_F(ServerCommands, SpreadAStoreWhereTheServerHasFunctionsForIt) {
+  postgres::Connection(server_).RunAll(
+      "CREATE FUNCTION create_distributed_table(regclass, text, colocate_with text DEFAULT '') "
+      "RETURNS void LANGUAGE sql AS ''; "
+      "CREATE FUNCTION create_reference_table(regclass) RETURNS void LANGUAGE sql AS ''");
+  EXPECT_EQ(On(server_, {"init", "--distributed", "-n"}).status, 0);
+  EXPECT_NE(On(server_, {"units"}).status, 0) << "a trial has made a store";
+  EXPECT_EQ(On(server_, {"init", "--distributed", "--demo"}).status, 0);
+  ASSERT_EQ(On(File("building.db"), {"init", "--demo"}).status, 0);
+  Same({"units"});
+  Same({"report", "credentials", "--unit", "2"});
 }
 
 TEST_F(ServerCommands, SpreadNoStoreWhereThatCannotBe) {
