@@ -4,7 +4,11 @@
 
 #include <QFileDialog>
 #include <QShortcut>
+#include <algorithm>
+#include <array>
+#include <string_view>
 
+#include "frame/convert.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/words/desk_words.h"
@@ -29,6 +33,23 @@ QString TextOf(const std::vector<LineFault>& faults) {
                      .arg(Told(fault.reason)));
   }
   return lines.join(QLatin1Char('\n'));
+}
+
+/// A unit's file writes what is on or off in digits.
+void ShowFlags(Table& table) {
+  constexpr std::array<std::string_view, 5> kFlags{"do not disturb", "call forwarding", "active",
+                                                   "start used", "end used"};
+  for (auto& row : table.rows) {
+    if (std::find(kFlags.begin(), kFlags.end(), qorcred::TextOrEmpty(row[0])) == kFlags.end()) {
+      continue;
+    }
+    for (const std::size_t side : {1U, 2U}) {
+      const std::string digit = qorcred::TextOrEmpty(row[side]);
+      if (digit == "1" || digit == "0") {
+        row[side] = digit == "1";
+      }
+    }
+  }
 }
 
 }  // namespace
@@ -170,6 +191,7 @@ void MergePage::ShowSides() {
   if (any) {
     table = StepTable(merge_->plan().steps[differences_.StepAt(chosen.row())], reading_.file.codes,
                       merge_->stored());
+    ShowFlags(table);
     table.columns[0].title = FromQt(tr("Field"));
     table.columns[1].title = FromQt(tr("Store"));
     table.columns[2].title = FromQt(tr("Unit"));

@@ -3,8 +3,10 @@
 #include <sqlite3.h>
 
 #include <QTableView>
+#include <fstream>
 
 #include "frame/credential_numbers.h"
+#include "host/desktop/screens/import_page.h"
 #include "host/store/unit_of_work.h"
 #include "tests/host/desktop/desktop_fixture.h"
 
@@ -102,6 +104,33 @@ TEST_F(Cancelling, AnUndoThatWaitsForAnotherSeat) {
   Click("undoButton");
   EXPECT_THAT(Told(), HasSubstr("Undone: entry"));
   EXPECT_EQ(phone(), before);
+}
+
+TEST_F(Cancelling, AnImportOfManyRows) {
+  constexpr int kRows = 1500;
+  OpenDemoAt(QStringLiteral("import"));
+  std::ofstream file(File("cards.csv"));
+  file << "Credential Type,Card Number,Facility Code\n";
+  for (int row = 0; row < kRows; ++row) {
+    file << "card26," << 30001 + row << ",7\n";
+  }
+  file.close();
+  Choose("kind", "Credentials");
+  dynamic_cast<ImportPage&>(page()).Open(File("cards.csv"));
+  const auto stored = [this] {
+    return Cell("SELECT Count(*) FROM CREDENTIALBANK WHERE UnitKey=2 AND PINNo>30000");
+  };
+  for (const char* button : {"checkButton", "importButton"}) {
+    const CancelPress cancel(window());
+    Click(button);
+    EXPECT_TRUE(cancel.done()) << button;
+    EXPECT_EQ(Told(), "Cancelled. Nothing was changed.") << button;
+    EXPECT_EQ(stored(), "0");
+    EXPECT_EQ(RowsOf("preview"), kRows);
+  }
+  Click("importButton");
+  EXPECT_EQ(stored(), std::to_string(kRows));
+  EXPECT_EQ(RowsOf("preview"), 0);
 }
 
 TEST_F(Cancelling, AReportAndTheOpeningOfAScreen) {

@@ -86,12 +86,17 @@ TEST_F(MergeScreens, BothSidesOfADifferenceAreShown) {
   ChooseUnit();
   ClickCell("differences", RowOf("102"), kWhat);
   std::string phone;
+  std::string active;
   for (int row = 0; row < RowsOf("sides"); ++row) {
+    if (CellOf("sides", row, 0) == "active") {
+      active = CellOf("sides", row, 1) + " " + CellOf("sides", row, 2);
+    }
     if (CellOf("sides", row, 0) == "phone") {
       phone = CellOf("sides", row, 2) + " " + CellOf("sides", row, 3);
     }
   }
   EXPECT_EQ(phone, "555-9999 differs");
+  EXPECT_EQ(active, "yes yes");
 }
 
 TEST_F(MergeScreens, DeletionsAreAskedForAndABoxIsTickedByTheMouseToo) {

@@ -211,6 +211,7 @@ TEST_F(Screenshots, OfEveryScreenInEveryLook) {
     window().SetAppearance(look.appearance);
     Settle();
     (void)window().CloseStore();
+    Settle();
     Take(QStringLiteral("start"), QString::fromLatin1(look.name));
     if (std::filesystem::exists(File("building.db"))) {
       ASSERT_TRUE(window().OpenStore(File("building.db")));
