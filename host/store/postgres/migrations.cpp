@@ -25,7 +25,9 @@ void MakeTables(Connection& connection, const StoreForm& form) {
     if (&step == &form.steps.front()) {
       connection.RunAll(PlacingText(form.spread));
     }
-    connection.RunAll(std::string(step.links));
+    if (!step.links.empty()) {
+      connection.RunAll(std::string(step.links));
+    }
   }
   connection.RunAll(fmt::format(R"(CREATE TABLE "StoreSchema" ("Version" integer NOT NULL);)"
                                 R"(INSERT INTO "StoreSchema" VALUES ({}))",

@@ -46,6 +46,8 @@ BEGIN
   FOR name IN SELECT tablename FROM pg_tables WHERE schemaname = 'qorhost' LOOP
     EXECUTE format('CREATE TABLE initial.%I AS TABLE qorhost.%I', name, name);
   END LOOP;
+  CREATE TABLE initial.indexes AS
+    SELECT indexname AS name FROM pg_indexes WHERE schemaname = 'qorhost';
   CREATE TABLE initial.sequences AS
     SELECT sequencename AS name, last_value AS latest FROM pg_sequences
     WHERE schemaname = 'qorhost';
@@ -62,11 +64,19 @@ DECLARE
   holds boolean;
 BEGIN
   FOR name IN SELECT tablename FROM pg_tables WHERE schemaname = 'qorhost' LOOP
+    IF to_regclass(format('initial.%I', name)) IS NULL THEN  -- a test's own
+      EXECUTE format('DROP TABLE qorhost.%I CASCADE', name);
+      CONTINUE;
+    END IF;
     EXECUTE format('DELETE FROM qorhost.%I', name);
     EXECUTE format('SELECT EXISTS (SELECT FROM initial.%I)', name) INTO holds;
     IF holds THEN
       EXECUTE format('INSERT INTO qorhost.%I SELECT * FROM initial.%I', name, name);
     END IF;
+  END LOOP;
+  FOR name IN SELECT indexname FROM pg_indexes WHERE schemaname = 'qorhost'
+              EXCEPT SELECT i.name FROM initial.indexes i LOOP
+    EXECUTE format('DROP INDEX qorhost.%I', name);
   END LOOP;
   FOR name, latest IN SELECT s.name, s.latest FROM initial.sequences s LOOP
     PERFORM setval(format('qorhost.%I', name)::regclass, coalesce(latest, 1), latest IS NOT NULL);

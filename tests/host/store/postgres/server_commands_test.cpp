@@ -161,7 +161,7 @@ TEST_F(ServerCommands, CopyUnitsFromAFile) {
   EXPECT_THAT(unit.out, HasSubstr("1 unit, "));
   EXPECT_THAT(unit.out, HasSubstr("Both were compared."));
   Same({"tenants", "list", "--unit", "2", "--columns", "name,code,card1,card2,start,end"});
-  Same({"report", "credentials", "--unit", "2"});
+  Same({"report", "credentials", "--unit", "2", "--columns", "Card Number,Assigned To"});
   const Outcome again = On(File("building.db"), {"copy", "--to", server_});
   EXPECT_EQ(again.status, 1);
   EXPECT_THAT(again.err, HasSubstr("has a unit 2 already"));
