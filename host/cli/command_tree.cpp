@@ -214,6 +214,10 @@ constexpr std::array kCommandGroups{
                  [](CLI::App& app, Choice& choice) {
                    DescribeBackup({app, choice.run}, choice.global, choice.backup);
                  }},
+    CommandGroup{{"copy"},
+                 [](CLI::App& app, Choice& choice) {
+                   DescribeCopy({app, choice.run}, choice.global, choice.copy);
+                 }},
     CommandGroup{{"export"},
                  [](CLI::App& app, Choice& choice) {
                    DescribeExport({app, choice.run}, choice.global, choice.exported);

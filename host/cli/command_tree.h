@@ -11,6 +11,7 @@
 #include "host/cli/building_command_line.h"
 #include "host/cli/command_session.h"
 #include "host/cli/commands.h"
+#include "host/cli/copy_commands.h"
 #include "host/cli/credential_command_line.h"
 #include "host/cli/dir_code_command_line.h"
 #include "host/cli/export_commands.h"
@@ -41,6 +42,7 @@ struct Choice {
   AttentionOptions attention;
   OverviewOptions overview;
   BackupOptions backup;
+  CopyOptions copy;
   ExportOptions exported;
   std::string shell;
   CommandRun run;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "host/components/store_host.h"
+#include "host/desks/carried_store.h"
 #include "host/desks/fresh_store.h"
 #include "host/dialect/canonical_date.h"
 #include "host/files/file_error.h"
@@ -23,6 +24,12 @@ namespace qorhost {
 namespace fs = std::filesystem;
 
 namespace {
+
+/// Whoever waits may end the work, too.
+Progress GoingOn(const Patience& patience) {
+  if (!patience.working) return {};
+  return [working = patience.working](std::int64_t, std::int64_t) { return working(); };
+}
 
 /// Reads a store as a whole. Raises StoreError for one that is damaged.
 std::vector<ChainHead> ReadThrough(const fs::path& file, const fs::path& shownAs,
@@ -56,6 +63,15 @@ void CopyOlder(const fs::path& from, const fs::path& emptyFile) {
   OpenStore(emptyFile, OpenMode::kReadWrite)->GatherInFile();
 }
 
+/// The store of a server, as it is at one moment.
+void CarryFromServer(const fs::path& from, const fs::path& emptyFile, const Patience& patience) {
+  const std::unique_ptr<Store> source = OpenStoreFile(from, Access::kRead, patience);
+  const std::unique_ptr<Store> copy = OpenStore(emptyFile, OpenMode::kReadWrite, patience);
+  CarryStore(*source->StartSession(SystemClock()), *copy->StartSession(SystemClock()),
+             GoingOn(patience));
+  copy->GatherInFile();
+}
+
 /// Copies a store and reads the copy back.
 class CopyOf {
  public:
@@ -63,7 +79,9 @@ class CopyOf {
       : from_(std::move(from)), shownAs_(std::move(shownAs)), patience_(std::move(patience)) {}
 
   void operator()(const fs::path& emptyFile) {
-    if (IsOlderStore(from_)) {
+    if (IsOnServer(from_)) {
+      CarryFromServer(from_, emptyFile, patience_);
+    } else if (IsOlderStore(from_)) {
       CopyOlder(from_, emptyFile);
     } else {
       OpenStoreFile(from_, Access::kRead, patience_)->CopyInto(emptyFile);
@@ -80,6 +98,30 @@ class CopyOf {
   Patience patience_;
   std::shared_ptr<BackedUp> made_ = std::make_shared<BackedUp>();  // one for all copies of this
 };
+
+/// A backup comes into a store on a server that is new: what others work on is not replaced
+/// under them by a file of some day.
+void RestoreOnServer(const fs::path& name, const fs::path& backup, const Patience& patience,
+                     Trial trial) {
+  const std::unique_ptr<Store> source = OpenStoreFile(backup, Access::kRead, patience);
+  const std::unique_ptr<SqlSession> from = source->StartSession(SystemClock());
+  if (!IsStoreOnServer(name)) {
+    NewStore made{false, SystemClock(), {}, trial, [&](SqlSession& to) {
+                    CarryStore(*from, to, GoingOn(patience));
+                  }};
+    PutStore(name, made, Standing::kStays, patience);
+    return;
+  }
+  const std::unique_ptr<Store> store = OpenStoreFile(name, Access::kChange, patience);
+  const std::unique_ptr<SqlSession> to = store->StartSession(SystemClock());
+  if (!IsNewStore(*to)) {
+    throw RefusedError(fmt::format(
+        "the store in '{}' is not a new one, and a backup is put into a new one on a server: make "
+        "it anew with 'init --force', or name another database",
+        name.string()));
+  }
+  CarryStore(*from, *to, GoingOn(patience), trial);
+}
 
 void RequireNotOneOf(const fs::path& file, const fs::path& store) {
   const std::vector<fs::path> own = FilesOfStore(store);
@@ -137,11 +179,19 @@ void RequireNoLink(const fs::path& store) {
   }
 }
 
+void RequireFile(const fs::path& backup) {
+  if (IsOnServer(backup)) {
+    throw RefusedError(
+        fmt::format("a backup is a file, and '{}' is a store on a server: 'copy' copies to one",
+                    backup.string()));
+  }
+}
+
 }  // namespace
 
 BackedUp BackUp(const fs::path& store, const fs::path& to, Standing existing,
                 const Patience& patience, Trial trial) {
-  RequireFileStore(store, "backed up");
+  RequireFile(to);
   RequireNotOneOf(to, store);
   CopyOf copy(store, to, patience);
   switch (const FileKind kind = KindOf(to, Links::kAreSeen)) {
@@ -163,8 +213,8 @@ BackedUp BackUp(const fs::path& store, const fs::path& to, Standing existing,
 
 Restored Restore(const fs::path& store, const fs::path& backup, qorcred::Date now,
                  const Patience& patience, Trial trial) {
-  RequireFileStore(store, "restored");
-  RequireNoLink(store);
+  RequireFile(backup);
+  if (!IsOnServer(store)) RequireNoLink(store);
   RequireNotOneOf(backup, store);
   if (KindOf(backup, Links::kAreFollowed) == FileKind::kNone) {
     throw MissingStore(fmt::format("there is no backup '{}'", backup.string()));
@@ -173,8 +223,13 @@ Restored Restore(const fs::path& store, const fs::path& backup, qorcred::Date no
     throw ForeignFile(
         fmt::format("'{}' is no store of this program: nothing was changed", backup.string()));
   }
-  CopyOf copy(backup, backup, patience);
   Restored restored;
+  if (IsOnServer(store)) {
+    restored.heads = ReadThrough(backup, backup, patience);
+    RestoreOnServer(store, backup, patience, trial);
+    return restored;
+  }
+  CopyOf copy(backup, backup, patience);
   if (KindOf(store, Links::kAreSeen) == FileKind::kNone) {
     PutFreshStore(store, copy, trial);
   } else {

@@ -19,36 +19,49 @@ namespace fs = std::filesystem;
 
 namespace {
 
+void Fill(Store& store, const NewStore& made, const Patience& patience) {
+  if (!made.demo && !made.contents) return;
+  const std::unique_ptr<SqlSession> session = store.StartSession(made.clock);
+  session->work().SignAs(made.author);
+  if (made.demo) CreateDemoData(*session, patience.working);
+  if (made.contents) made.contents(*session);
+}
+
 StoreFilling FillingOf(const NewStore& made, const Patience& patience = {}) {
   return [made, patience](const fs::path& file) {
     const std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite, patience);
-    if (made.demo || made.contents) {
-      const std::unique_ptr<SqlSession> session = store->StartSession(made.clock);
-      session->work().SignAs(made.author);
-      if (made.demo) CreateDemoData(*session, patience.working);
-      if (made.contents) made.contents(*session);
-    }
+    Fill(*store, made, patience);
     store->GatherInFile();
   };
 }
 
-/// Makes a store on a server, where one that stands is never replaced.
-void PutOnServer(const fs::path& name, const NewStore& made) {
-  if (IsStoreOnServer(name)) {
-    throw StoreError(fmt::format(
-        "There is a store in '{}' already, and one on a server is not replaced: name another "
-        "database, or drop its schemas qorhost and desktop there",
-        name.string()));
+/// Asks before a store on a server makes room, for others may be working on it.
+void RequireConsentFor(const fs::path& name, const ReplacementConsent& consent) {
+  const std::string found =
+      fmt::format("'{}' is a store on a server, on which others may be working", name.string());
+  if (!consent || !consent(found)) {
+    throw DoubtfulStore(found + ", and was not replaced");
+  }
+}
+
+/// Makes a store on a server; one that is replaced goes when the new one is whole.
+void PutOnServer(const fs::path& name, const NewStore& made, Standing existing,
+                 const Patience& patience, const ReplacementConsent& consent) {
+  const bool stands = IsStoreOnServer(name);
+  if (stands && existing == Standing::kStays) {
+    throw FileError(FileProblem::kExists,
+                    fmt::format("There is a store in '{}' already", name.string()));
+  }
+  if (stands) {
+    RequireConsentFor(name, consent);
   }
   if (made.trial == Trial::kYes) {
+    Fill(*OpenMemoryStore(), made, patience);  // nothing is made on a server to be tried
     return;
   }
-  const std::unique_ptr<Store> store = OpenStore(name, OpenMode::kCreate);
-  if (made.demo) {
-    const std::unique_ptr<SqlSession> session = store->StartSession(made.clock);
-    session->work().SignAs(made.author);
-    CreateDemoData(*session);
-  }
+  const std::unique_ptr<ServerPlace> place = BeginOnServer(name, stands, patience);
+  Fill(*OpenStore(name, OpenMode::kReadWrite, patience), made, patience);
+  place->Keep();
 }
 
 /// Why a store is not what it seems; "" for one that this program can use.
@@ -141,7 +154,7 @@ void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience 
 void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
               const ReplacementConsent& consent) {
   if (IsOnServer(file)) {
-    PutOnServer(file, made);
+    PutOnServer(file, made, existing, patience, consent);
     return;
   }
   switch (const FileKind kind = KindOf(file, Links::kAreSeen)) {

@@ -66,12 +66,22 @@ class ObservedSession final : public SqlSession {
         [](std::int32_t) { return std::int64_t{1}; });
   }
 
+  std::vector<std::int32_t> AddRows(std::string_view table,
+                                    std::span<const std::string_view> columns,
+                                    std::span<const RowCells> rows) override {
+    return Told(
+        fmt::format("INSERT INTO {}({})", table, fmt::join(columns, ",")),
+        [&] { return inner_->AddRows(table, columns, rows); },
+        [](const auto& added) { return static_cast<std::int64_t>(added.size()); });
+  }
+
   Transaction& transaction() noexcept override { return inner_->transaction(); }
   UnitOfWork& work() noexcept override { return inner_->work(); }
   Transaction& savepoint() noexcept override { return inner_->savepoint(); }
   Transaction& look() noexcept override { return inner_->look(); }
   bool inTransaction() const noexcept override { return inner_->inTransaction(); }
   AuditLog& audit() noexcept override { return inner_->audit(); }
+  CarriedHistory& carriedHistory() noexcept override { return inner_->carriedHistory(); }
   StepQueue& steps() noexcept override { return inner_->steps(); }
   TenantRegister& tenants() noexcept override { return inner_->tenants(); }
   UnitRegister& units() noexcept override { return inner_->units(); }

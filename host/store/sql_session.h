@@ -15,6 +15,7 @@
 #include "frame/value.h"
 #include "host/dialect/translator.h"
 #include "host/store/audit_log.h"
+#include "host/store/carried_history.h"
 #include "host/store/rows.h"
 #include "host/store/step_queue.h"
 #include "host/store/tenant_register.h"
@@ -53,6 +54,9 @@ struct Field {
   qorcred::Value value;
 };
 
+/// The values of one new row among many, in the order of the columns that all of them have.
+using RowCells = std::vector<qorcred::Value>;
+
 /// Raises dialect::SqlError for a statement that the dialect refuses and StoreError for one that
 /// fails; either way the statement has changed nothing and holds nothing open.
 class SqlSession {
@@ -73,6 +77,11 @@ class SqlSession {
   virtual std::int64_t DeleteRow(std::string_view table, std::int32_t rid) = 0;
   /// Adds a row to a table of the store and returns its identity. Dates go in as canonical texts.
   virtual std::int32_t AddRow(std::string_view table, std::span<const Field> fields) = 0;
+  /// Adds many rows in their order, as AddRow() does each, and returns their identities. On a
+  /// server they take few statements.
+  virtual std::vector<std::int32_t> AddRows(std::string_view table,
+                                            std::span<const std::string_view> columns,
+                                            std::span<const RowCells> rows);
 
   /// The transaction of the connection, which controllers begin and end.
   [[nodiscard]] virtual Transaction& transaction() noexcept = 0;
@@ -88,6 +97,7 @@ class SqlSession {
   [[nodiscard]] virtual bool inTransaction() const noexcept = 0;
 
   [[nodiscard]] virtual AuditLog& audit() noexcept = 0;
+  [[nodiscard]] virtual CarriedHistory& carriedHistory() noexcept = 0;
   [[nodiscard]] virtual StepQueue& steps() noexcept = 0;
   [[nodiscard]] virtual TenantRegister& tenants() noexcept = 0;
   [[nodiscard]] virtual UnitRegister& units() noexcept = 0;

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,21 @@ std::vector<std::size_t> WrittenPlaces(const StagedTable& table) {
   return places;
 }
 
+/// The rows of a table that are brought in, in the order of their identities where they have some:
+/// in that order every engine tells of them in the history.
+std::vector<const StagedRow*> RowsToStore(const StagedTable& table) {
+  std::vector<const StagedRow*> rows;
+  for (const StagedRow& row : table.rows()) {
+    if (!row.isRefused) rows.push_back(&row);
+  }
+  if (const std::size_t rid = table.At("RID"); table.IsGiven(rid)) {
+    std::stable_sort(rows.begin(), rows.end(), [rid](const StagedRow* one, const StagedRow* other) {
+      return LongIn(one->cells[rid]) < LongIn(other->cells[rid]);
+    });
+  }
+  return rows;
+}
+
 class Storing {
  public:
   Storing(SqlSession& session, const MovingPlan& plan, const Progress& progress)
@@ -48,25 +64,32 @@ class Storing {
         total_(static_cast<std::int64_t>(plan.broughtInRows())) {}
 
   void Store(const StagedTable& table) {
+    constexpr std::size_t kRowsAtOnce = 500;
     const dialect::Table& layout = LayoutOf(table.known());
     const std::vector<std::size_t> places = WrittenPlaces(table);
-    std::vector<Field> fields(places.size());
-    for (std::size_t at = 0; at < places.size(); ++at) {
-      fields[at].column = layout.columns[places[at]].name;
+    std::vector<std::string_view> columns;
+    for (const std::size_t place : places) columns.push_back(layout.columns[place].name);
+    std::vector<RowCells> waiting;
+    const auto store = [&] {
+      (void)session_.AddRows(layout.name, columns, waiting);
+      Tell(waiting.size());
+      waiting.clear();
+    };
+    for (const StagedRow* row : RowsToStore(table)) {
+      RowCells& cells = waiting.emplace_back();
+      for (const std::size_t place : places) cells.push_back(row->cells[place]);
+      if (waiting.size() == kRowsAtOnce) store();
     }
-    for (const StagedRow& row : table.rows()) {
-      if (row.isRefused) continue;
-      for (std::size_t at = 0; at < places.size(); ++at) {
-        fields[at].value = row.cells[places[at]];
-      }
-      session_.AddRow(layout.name, fields);
-      if (progress_ && !progress_(++done_, total_)) {
-        throw CancelledError();
-      }
-    }
+    if (!waiting.empty()) store();
   }
 
  private:
+  void Tell(std::size_t rows) {
+    for (; rows > 0 && progress_; --rows) {
+      if (!progress_(++done_, total_)) throw CancelledError();
+    }
+  }
+
   SqlSession& session_;
   const Progress& progress_;
   std::int64_t total_;

@@ -3,13 +3,25 @@
 
 namespace qorhost {
 
-std::unique_ptr<Store> OpenServerStore(const std::string& /*name*/, OpenMode /*mode*/,
-                                       const Patience& /*patience*/) {
+namespace {
+
+[[noreturn]] void RaiseWithoutEngine() {
   throw StoreError(
       "This program was built without libpq and opens no store on a server: name a file, or build "
-      "it "
-      "where libpq is installed",
+      "it where libpq is installed",
       StoreFault::kCannotOpen);
+}
+
+}  // namespace
+
+std::unique_ptr<Store> OpenServerStore(const std::string& /*name*/, OpenMode /*mode*/,
+                                       const Patience& /*patience*/) {
+  RaiseWithoutEngine();
+}
+
+std::unique_ptr<ServerPlace> MakeServerPlace(const std::string& /*name*/, bool /*replace*/,
+                                             const Patience& /*patience*/) {
+  RaiseWithoutEngine();
 }
 
 }  // namespace qorhost

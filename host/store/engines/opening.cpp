@@ -37,10 +37,9 @@ bool IsStoreOnServer(const std::filesystem::path& name) {
   }
 }
 
-void RequireFileStore(const std::filesystem::path& name, const std::string& what) {
-  if (IsOnServer(name)) {
-    throw StoreError(fmt::format("A store on a server cannot be {} yet: name one in a file", what));
-  }
+std::unique_ptr<ServerPlace> BeginOnServer(const std::filesystem::path& name, bool replace,
+                                           const Patience& patience) {
+  return MakeServerPlace(name.string(), replace, patience);
 }
 
 std::unique_ptr<Store> OpenMemoryStore() {

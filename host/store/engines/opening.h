@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/store/replacement.h"
+#include "host/store/server_place.h"
 #include "host/store/store.h"
 
 namespace qorhost {
@@ -26,8 +27,11 @@ namespace qorhost {
 /// Whether there is a store on a server under that name, of whatever version. Raises StoreError
 /// when the server or the database cannot be reached.
 [[nodiscard]] bool IsStoreOnServer(const std::filesystem::path& name);
-/// Raises StoreError for a store on a server: `what` cannot be done with one yet.
-void RequireFileStore(const std::filesystem::path& name, const std::string& what);
+/// Makes an empty store on a server, with `replace` in the place of the one that stands, to be
+/// opened and filled and then kept. Raises StoreError: for a store that stands and stays, kBusy
+/// where somebody goes on writing to the one that is replaced.
+[[nodiscard]] std::unique_ptr<ServerPlace> BeginOnServer(const std::filesystem::path& name,
+                                                         bool replace, const Patience& patience);
 
 /// An empty store in memory, gone with the object.
 [[nodiscard]] std::unique_ptr<Store> OpenMemoryStore();

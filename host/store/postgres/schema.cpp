@@ -2,11 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <optional>
 #include <string_view>
 
 #include "host/store/postgres/change_triggers.h"
-#include "host/store/postgres/migration_1.h"
 #include "host/store/postgres/sql_functions.h"
 #include "host/store/store_error.h"
 
@@ -14,50 +12,18 @@ namespace qorhost::postgres {
 
 namespace {
 
-constexpr int kVersion = 1;
-// Whoever makes a store keeps others from doing the same meanwhile.
-constexpr std::string_view kMaking = "SELECT pg_advisory_xact_lock(1902072947)";
-
-/// Nothing where the database has no store.
-std::optional<int> VersionOf(Connection& connection) {
-  if (connection.Run("SELECT to_regclass('qorhost.\"StoreSchema\"')").IsNull(0, 0)) {
-    return std::nullopt;
-  }
-  const Result version = connection.Run(R"(SELECT "Version" FROM qorhost."StoreSchema")");
-  return static_cast<int>(version.rows() == 0 ? 0 : version.Number(0, 0));
-}
-
-void Make(Connection& connection) {
-  connection.RunAll("BEGIN");
-  try {
-    connection.Run(std::string(kMaking));
-    if (!VersionOf(connection)) {
-      connection.RunAll(CreateFunctionsText() +
-                        "CREATE SCHEMA qorhost; SET LOCAL search_path = qorhost;" +
-                        std::string(kMigration1) + ChangeTriggersText() +
-                        fmt::format(R"(CREATE TABLE "StoreSchema" ("Version" integer NOT NULL);)"
-                                    "INSERT INTO \"StoreSchema\" VALUES ({})",
-                                    kVersion));
-    }
-    connection.RunAll("COMMIT");
-  } catch (...) {
-    connection.UndoWhatIsOpen();
-    throw;
-  }
-}
-
-void RequireVersion(const Connection& connection, std::optional<int> version) {
+void RequireVersion(const Connection& connection, std::optional<int> version, int latest) {
   if (!version) {
     throw StoreError(fmt::format("There is no store in '{}': create it first", connection.name()),
                      StoreFault::kNoStore);
   }
-  if (*version > kVersion) {
+  if (*version > latest) {
     throw StoreError(
         fmt::format("'{}' was written by a newer version of this program (schema {}, this one "
                     "reads up to {}): use that version",
-                    connection.name(), *version, kVersion));
+                    connection.name(), *version, latest));
   }
-  if (*version < kVersion) {
+  if (*version < 1) {
     throw StoreError(
         fmt::format("'{}' is in a form that no version of this program has written "
                     "(schema {})",
@@ -67,18 +33,54 @@ void RequireVersion(const Connection& connection, std::optional<int> version) {
 
 }  // namespace
 
-int SchemaVersion() {
-  return kVersion;
+std::optional<int> VersionOf(Connection& connection) {
+  if (connection.Run("SELECT to_regclass('qorhost.\"StoreSchema\"')").IsNull(0, 0)) {
+    return std::nullopt;
+  }
+  const Result version = connection.Run(R"(SELECT "Version" FROM qorhost."StoreSchema")");
+  return static_cast<int>(version.rows() == 0 ? 0 : version.Number(0, 0));
 }
 
-Connection OpenServerStore(const std::string& name, OpenMode mode) {
+void LockMaking(Connection& connection) {
+  connection.RunAll("SELECT pg_advisory_xact_lock(1902072947)");
+}
+
+bool MakeStore(Connection& connection, std::span<const Migration> steps,
+               const std::function<void(Connection&)>& first) {
+  connection.RunAll("BEGIN");
+  try {
+    LockMaking(connection);
+    if (first) {
+      first(connection);
+    }
+    const bool isFree = !VersionOf(connection).has_value();
+    if (isFree) {
+      connection.RunAll(CreateFunctionsText() +
+                        "CREATE SCHEMA qorhost; SET LOCAL search_path = qorhost;");
+      MakeTables(connection, steps);
+      connection.RunAll(ChangeTriggersText());
+    }
+    connection.RunAll("COMMIT");
+    return isFree;
+  } catch (...) {
+    connection.UndoWhatIsOpen();
+    throw;
+  }
+}
+
+Connection OpenServerStore(const std::string& name, OpenMode mode,
+                           std::span<const Migration> steps) {
   Connection connection(name);
+  const int latest = steps.back().version;
   std::optional<int> version = VersionOf(connection);
   if (!version && mode == OpenMode::kCreate) {
-    Make(connection);
+    (void)MakeStore(connection, steps);
     version = VersionOf(connection);
   }
-  RequireVersion(connection, version);
+  RequireVersion(connection, version, latest);
+  if (*version < latest) {
+    BringUpToDate(connection, steps);
+  }
   connection.RunAll("SET search_path = qorhost");
   if (mode == OpenMode::kReadOnly) {
     connection.RunAll("SET default_transaction_read_only = on");

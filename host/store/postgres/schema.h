@@ -1,20 +1,33 @@
 // The store's tables on a server and how older ones come up to date.
 #pragma once
 
+#include <functional>
+#include <optional>
+#include <span>
 #include <string>
 
 #include "host/store/postgres/connection.h"
+#include "host/store/postgres/migrations.h"
 #include "host/store/store.h"
 
 namespace qorhost::postgres {
 
-/// The version that this program reads and writes.
-[[nodiscard]] int SchemaVersion();
-
 /// Connects to the store of that name: the schema "qorhost" of a database, beside it "desktop" with
 /// the dialect's functions. kCreate makes an empty one when there is none, kReadOnly lets nothing
-/// be written. Raises StoreError for a database without a store, for one of a newer version, and
-/// what Connection raises.
-[[nodiscard]] Connection OpenServerStore(const std::string& name, OpenMode mode);
+/// be written. A store of an earlier version is brought up to date first, whatever the mode. Raises
+/// StoreError for a database without a store, for one of a newer version, and what Connection
+/// raises. `steps` are those of the program, or of a test.
+[[nodiscard]] Connection OpenServerStore(const std::string& name, OpenMode mode,
+                                         std::span<const Migration> steps = Migrations());
+
+/// Makes an empty store where none is, in one transaction: `first` may make room for it there.
+/// False, and nothing is done, where one is after that.
+bool MakeStore(Connection& connection, std::span<const Migration> steps,
+               const std::function<void(Connection&)>& first = {});
+
+/// The version of the store that is there; nothing where the database has none.
+[[nodiscard]] std::optional<int> VersionOf(Connection& connection);
+/// Keeps others from making a store or bringing one up to date until the transaction ends.
+void LockMaking(Connection& connection);
 
 }  // namespace qorhost::postgres

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/dialect/names.h"
+#include "host/store/postgres/many_rows.h"
 #include "host/store/postgres/printer.h"
 #include "host/store/statement_rules.h"
 #include "host/store/store_error.h"
@@ -173,6 +174,12 @@ std::int32_t Session::AddRow(std::string_view table, std::span<const Field> fiel
             values)
             .Number(0, 0));
   });
+}
+
+std::vector<std::int32_t> Session::AddRows(std::string_view table,
+                                           std::span<const std::string_view> columns,
+                                           std::span<const RowCells> rows) {
+  return Writing([&] { return AddManyRows(*this, table, columns, rows); });
 }
 
 void Session::RequireUsable() {

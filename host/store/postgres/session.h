@@ -10,10 +10,12 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "host/dialect/translator.h"
 #include "host/store/patience.h"
 #include "host/store/postgres/audit_log.h"
+#include "host/store/postgres/carried_history.h"
 #include "host/store/postgres/cells.h"
 #include "host/store/postgres/connection.h"
 #include "host/store/postgres/step_queue.h"
@@ -40,6 +42,9 @@ class Session final : public SqlSession {
   ChangeResult UpdateVersion(std::string_view sql, const RowVersion& version) override;
   std::int64_t DeleteRow(std::string_view table, std::int32_t rid) override;
   std::int32_t AddRow(std::string_view table, std::span<const Field> fields) override;
+  std::vector<std::int32_t> AddRows(std::string_view table,
+                                    std::span<const std::string_view> columns,
+                                    std::span<const RowCells> rows) override;
 
   [[nodiscard]] Transaction& transaction() noexcept override { return transaction_; }
   [[nodiscard]] UnitOfWork& work() noexcept override { return work_; }
@@ -48,6 +53,7 @@ class Session final : public SqlSession {
   [[nodiscard]] bool inTransaction() const noexcept override { return connection_.inTransaction(); }
 
   [[nodiscard]] AuditLog& audit() noexcept override { return audit_; }
+  [[nodiscard]] CarriedHistory& carriedHistory() noexcept override { return carriedHistory_; }
   [[nodiscard]] StepQueue& steps() noexcept override { return steps_; }
   [[nodiscard]] TenantRegister& tenants() noexcept override { return tenants_; }
   [[nodiscard]] UnitRegister& units() noexcept override { return units_; }
@@ -114,6 +120,7 @@ class Session final : public SqlSession {
   Savepoint savepoint_;
   Look look_;
   AuditLog audit_{*this};
+  CarriedHistory carriedHistory_{*this};
   StepQueue steps_{*this};
   TenantRegister tenants_{*this};
   UnitRegister units_{*this};

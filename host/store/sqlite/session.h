@@ -17,6 +17,7 @@
 #include "host/dialect/translator.h"
 #include "host/store/sql_session.h"
 #include "host/store/sqlite/audit_log.h"
+#include "host/store/sqlite/carried_history.h"
 #include "host/store/sqlite/database.h"
 #include "host/store/sqlite/result_reader.h"
 #include "host/store/sqlite/step_queue.h"
@@ -48,6 +49,7 @@ class Session final : public SqlSession {
   [[nodiscard]] bool inTransaction() const noexcept override { return database_.inTransaction(); }
 
   [[nodiscard]] AuditLog& audit() noexcept override { return audit_; }
+  [[nodiscard]] CarriedHistory& carriedHistory() noexcept override { return carriedHistory_; }
   [[nodiscard]] StepQueue& steps() noexcept override { return steps_; }
   [[nodiscard]] TenantRegister& tenants() noexcept override { return tenants_; }
   [[nodiscard]] UnitRegister& units() noexcept override { return units_; }
@@ -107,6 +109,7 @@ class Session final : public SqlSession {
   Savepoint savepoint_;
   Look look_;
   AuditLog audit_{*this};
+  CarriedHistory carriedHistory_{*this};
   StepQueue steps_{*this};
   TenantRegister tenants_{*this};
   UnitRegister units_{*this};

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/store/store.h"
 
@@ -33,5 +34,11 @@ void RunRaw(Store& store, const std::string& sql);
 /// The first cell of a SELECT; "no row" for none.
 [[nodiscard]] std::string TextOfRaw(Store& store, const std::string& sql);
 [[nodiscard]] std::int64_t NumberOfRaw(Store& store, const std::string& sql);
+/// Every row of a SELECT, its cells divided by commas; Null is "-", a whole number has no point.
+[[nodiscard]] std::vector<std::string> RowsOfRaw(Store& store, const std::string& sql);
+/// From now on the engine refuses new rows of the table for which the condition on NEW holds.
+void RefuseRows(Store& store, const std::string& table, const std::string& condition);
+/// Every cell of every table, and the schema, as the engine has them.
+[[nodiscard]] std::string DumpOf(Store& store);
 
 }  // namespace qorhost::test

@@ -12,8 +12,8 @@
 #include "host/desks/dir_code_report.h"
 #include "host/desks/session.h"
 #include "host/desks/store_check.h"
-#include "host/store/engines/opening.h"
 #include "tests/host/desks/moving_in/moving_fixture.h"
+#include "tests/host/store/engine.h"
 
 namespace qorhost::test {
 namespace {
@@ -52,7 +52,7 @@ class MovedBuildings : public MovingFixture {
  protected:
   void Bring(std::string_view name, std::optional<std::int32_t> unit = std::nullopt) {
     plan_.emplace(PlanOf(name, unit));
-    std::unique_ptr<Store> store = OpenMemoryStore();
+    std::unique_ptr<Store> store = FreshStore();
     BringIn(*store->StartSession(AtNoon()), *plan_, name);
     Surroundings surroundings;
     surroundings.clock = AtNoon();
@@ -255,6 +255,85 @@ TEST_F(MovedBuildings, TheDirectoryCodeReportSaysWhatTheFileSays) {
   EXPECT_THAT(rows, UnorderedElementsAreArray(wanted));
 }
 
+/// A row of a report; a cell that the file of expected values does not tell is nothing.
+using WantedRow = std::vector<std::optional<std::string>>;
+
+bool HasRow(const Table& table, const WantedRow& wanted) {
+  return std::any_of(table.rows.begin(), table.rows.end(), [&](const auto& cells) {
+    for (std::size_t at = 0; at < wanted.size(); ++at) {
+      if (wanted[at] && *wanted[at] != qorcred::TextOrEmpty(cells.at(at))) return false;
+    }
+    return true;
+  });
+}
+
+TEST_P(MovedSamples, AreInTheCredentialReportAsInTheFile) {
+  Bring(GetParam());
+  const ordered_json expected = ExpectedOf(GetParam());
+  const std::map<int, std::string> types{
+      {0, "Corvin 30-Bit Card"}, {1, "Standard 26-Bit Card"}, {2, "Transmitter"}};
+  std::size_t rows = 0;
+  for (const UnitName& unit : session_->Units()) {
+    CredentialReport report(*session_, unit.key, {});
+    ASSERT_TRUE(report.Run().done());
+    const Table table = report.Visible();
+    rows += table.rows.size();
+    for (const ordered_json& row : TableOf(expected, "CredentialBank").at("sample")) {
+      if (row.at("UNITKEY") != unit.key) continue;
+      const int type = row.at("CREDENTIALTYPE");
+      const auto ofTransmitter = [&](const char* column) {
+        return type == 2 ? Shown(json(row.at(column))) : std::string();
+      };
+      WantedRow wanted{types.at(type),
+                       Shown(json(row.at("PINNO"))),
+                       Shown(json(row.at("FACILITYCODE"))),
+                       ofTransmitter("IDCODE"),
+                       ofTransmitter("SEQUENCENUMBER"),
+                       ofTransmitter("BUTTONNUMBER"),
+                       std::nullopt};
+      for (const ordered_json& tenant : TableOf(expected, "Tenants").at("sample")) {
+        const bool holds = tenant.at("CREDENTIALID1") == row.at("RID") ||
+                           tenant.at("CREDENTIALID2") == row.at("RID");
+        if (holds) wanted.back() = NameOf(json(tenant));
+      }
+      EXPECT_TRUE(HasRow(table, wanted)) << row;
+    }
+  }
+  EXPECT_EQ(rows, TableOf(expected, "CredentialBank").at("rows").get<std::size_t>());
+}
+
+TEST_P(MovedSamples, AreInTheDirectoryCodeReportAsInTheFile) {
+  Bring(GetParam());
+  const ordered_json expected = ExpectedOf(GetParam());
+  std::size_t rows = 0;
+  std::size_t compared = 0;
+  for (const UnitName& unit : session_->Units()) {
+    DirCodeReport report(*session_, unit.key);
+    ASSERT_TRUE(report.Compose().done());
+    ASSERT_TRUE(report.Run().done());
+    const Table table = report.Visible();
+    rows += table.rows.size();
+    for (const ordered_json& code : TableOf(expected, "DirectoryCode").at("sample")) {
+      if (code.at("UNITKEY") != unit.key || code.at("DIRECTORYCODE") < 0) continue;
+      WantedRow wanted;
+      for (const TableColumn& column : table.columns) {
+        std::string name = column.title;
+        for (char& letter : name) letter = static_cast<char>(std::toupper(letter));
+        const bool isTold = code.contains(name) && !name.ends_with("SCHEDULEID") &&
+                            !name.ends_with("DATE") && !code.at(name).is_boolean();
+        wanted.push_back(isTold ? std::optional(Shown(json(code.at(name)))) : std::nullopt);
+        if (isTold) ++compared;
+      }
+      EXPECT_TRUE(HasRow(table, wanted)) << code;
+    }
+  }
+  EXPECT_GT(compared, 10U);
+  const std::int64_t none = qorcred::ToLong(
+      session_->sql().Scalar("SELECT COUNT(*) FROM DirectoryCode WHERE DIRECTORYCODE<0"));
+  EXPECT_EQ(rows + static_cast<std::size_t>(none),
+            TableOf(expected, "DirectoryCode").at("rows").get<std::size_t>());
+}
+
 TEST_F(MovedBuildings, TheUnitsHaveTheCountsOfTheFile) {
   Bring("building-2000.mdb");
   const ordered_json expected = ExpectedOf("building-2000.mdb");
@@ -300,7 +379,7 @@ TEST_F(MovedBuildings, OneUnitAloneComesWithAllThatBelongsToIt) {
 
 TEST_F(MovedBuildings, WhatIsStoppedLeavesNothing) {
   const MovingPlan plan = PlanOf("building-2000.mdb");
-  const std::unique_ptr<Store> store = OpenMemoryStore();
+  const std::unique_ptr<Store> store = FreshStore();
   const std::unique_ptr<SqlSession> session = store->StartSession(AtNoon());
   const auto stopAt = [](std::int64_t place) {
     return [place](std::int64_t done, std::int64_t) { return done < place; };
@@ -315,7 +394,7 @@ TEST_F(MovedBuildings, WhatIsStoppedLeavesNothing) {
 
 TEST_F(MovedBuildings, AStoreThatHasUnitsTakesNoOthers) {
   const MovingPlan plan = PlanOf("encoded-2000.mdb");
-  const std::unique_ptr<Store> store = OpenMemoryStore();
+  const std::unique_ptr<Store> store = FreshStore();
   const std::unique_ptr<SqlSession> session = store->StartSession(AtNoon());
   BringIn(*session, plan, "one.mdb");
   EXPECT_THROW(BringIn(*session, plan, "two.mdb"), RefusedError);

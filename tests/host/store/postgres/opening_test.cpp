@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -68,6 +69,40 @@ TEST_F(ServerStore, OfANewerSchemaIsRefused) {
   for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite, OpenMode::kCreate}) {
     EXPECT_THAT(FailureToOpen(mode, StoreFault::kRefused), HasSubstr("newer version"));
   }
+}
+
+constexpr std::array kLaterSteps{
+    Migration{1, ""},  // has been taken
+    Migration{2, R"(CREATE TABLE "Notes" ("Text" text); INSERT INTO "Notes" VALUES ('later'))"},
+    Migration{3, R"(ALTER TABLE "Notes" ADD COLUMN "By" text DEFAULT 'Ann')"}};
+
+TEST_F(ServerStore, OfAnEarlierSchemaIsBroughtUpToDateOnce) {
+  (void)Open(OpenMode::kCreate);
+  for (const OpenMode mode : {OpenMode::kReadOnly, OpenMode::kReadWrite, OpenMode::kCreate}) {
+    Connection later = OpenServerStore(name_, mode, kLaterSteps);
+    EXPECT_EQ(later.Run(R"(SELECT "Text" || "By" FROM "Notes")").Text(0, 0), "laterAnn");
+    EXPECT_EQ(later.Run(R"(SELECT "Version" FROM "StoreSchema")").Number(0, 0), 3);
+  }
+  EXPECT_THAT(FailureToOpen(OpenMode::kReadWrite, StoreFault::kRefused),
+              HasSubstr("schema 3, this one reads up to 1"));
+}
+
+TEST_F(ServerStore, ThatCannotBeBroughtUpToDateStaysAsItWas) {
+  (void)Open(OpenMode::kCreate);
+  constexpr std::array kBroken{Migration{1, ""}, kLaterSteps[1],
+                               Migration{3, R"(ALTER TABLE "Nowhere" ADD COLUMN "By" text)"}};
+  EXPECT_THROW((void)OpenServerStore(name_, OpenMode::kReadWrite, kBroken), StoreError);
+  Store store = Open(OpenMode::kReadWrite);
+  EXPECT_TRUE(store.connection().Run("SELECT to_regclass('\"Notes\"')").IsNull(0, 0));
+  EXPECT_EQ(store.connection().Run(R"(SELECT "Version" FROM "StoreSchema")").Number(0, 0), 1);
+}
+
+TEST_F(ServerStore, IsMadeByAllStepsWhereNoneIs) {
+  std::vector<Migration> steps(Migrations().begin(), Migrations().end());
+  steps.insert(steps.end(), kLaterSteps.begin() + 1, kLaterSteps.end());
+  Connection made = OpenServerStore(name_, OpenMode::kCreate, steps);
+  EXPECT_EQ(made.Run(R"(SELECT "Text" || "By" FROM "Notes")").Text(0, 0), "laterAnn");
+  EXPECT_EQ(made.Run(R"(SELECT "Version" FROM "StoreSchema")").Number(0, 0), 3);
 }
 
 TEST_F(ServerStore, ForReadingTakesNoChanges) {

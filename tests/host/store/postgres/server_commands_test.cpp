@@ -122,13 +122,49 @@ TEST_F(ServerCommands, ImportASpreadsheetOfResidents) {
   SameFile({"dircodes", "export", "--to"});
 }
 
-TEST_F(ServerCommands, SayWhatAServerCannotDoYet) {
+TEST_F(ServerCommands, BackUpAndRestore) {
   ASSERT_EQ(On(server_, {"init", "--demo"}).status, 0);
-  EXPECT_THAT(On(server_, {"backup", File("copy.db")}).err, HasSubstr("cannot be backed up yet"));
-  EXPECT_THAT(On(server_, {"restore", File("copy.db")}).err, HasSubstr("cannot be restored yet"));
-  EXPECT_THAT(On(server_, {"init"}).err, HasSubstr("is not replaced"));
-  EXPECT_THAT(On(server_, {"init", "--force"}).err, HasSubstr("is not replaced"));
-  EXPECT_EQ(On(server_, {"units"}).status, 0);
+  const Outcome backup = On(server_, {"backup", File("copy.db")});
+  EXPECT_EQ(backup.status, 0) << backup.err;
+  const Outcome tenants = On(server_, {"tenants", "list", "--unit", "2"});
+  EXPECT_EQ(On(File("copy.db"), {"tenants", "list", "--unit", "2"}).out, tenants.out);
+  EXPECT_EQ(On(File("copy.db"), {"history", "check"}).status, 0);
+  EXPECT_THAT(On(server_, {"restore", File("copy.db")}).err, HasSubstr("init --force"));
+  const std::string empty = TestServer::Shared().Create("restored");
+  const Outcome restored = On(empty, {"restore", File("copy.db")});
+  EXPECT_EQ(restored.status, 0) << restored.err;
+  EXPECT_EQ(On(empty, {"tenants", "list", "--unit", "2"}).out, tenants.out);
+  EXPECT_EQ(On(empty, {"history", "check"}).status, 0);
+}
+
+TEST_F(ServerCommands, AStoreIsMadeAnewAfterAQuestion) {
+  ASSERT_EQ(On(server_, {"init", "--demo"}).status, 0);
+  EXPECT_THAT(On(server_, {"init"}).err, HasSubstr("replace it with --force"));
+  const Outcome asked = Run({"--db", server_, "init", "--force"});
+  EXPECT_EQ(asked.status, 1);
+  EXPECT_THAT(asked.err, HasSubstr("on which others may be working"));
+  EXPECT_EQ(Rows({"--db", server_, "units"}).size(), 3U);
+  EXPECT_EQ(On(server_, {"init", "--force", "-n"}).status, 0);
+  EXPECT_EQ(Rows({"--db", server_, "units"}).size(), 3U);
+  EXPECT_EQ(On(server_, {"init", "--force"}).status, 0);
+  EXPECT_EQ(Rows({"--db", server_, "units"}).size(), 0U);
+}
+
+TEST_F(ServerCommands, CopyUnitsFromAFile) {
+  ASSERT_EQ(On(File("building.db"), {"init", "--demo"}).status, 0);
+  ASSERT_EQ(On(server_, {"init"}).status, 0);
+  const Outcome tried = On(File("building.db"), {"copy", "--to", server_, "--unit", "2", "-n"});
+  EXPECT_THAT(tried.out, HasSubstr("Would copy")) << tried.err;
+  const Outcome unit = On(File("building.db"), {"copy", "--to", server_, "--unit", "2"});
+  EXPECT_EQ(unit.status, 0) << unit.err;
+  EXPECT_THAT(unit.out, HasSubstr("1 unit, "));
+  EXPECT_THAT(unit.out, HasSubstr("Both were compared."));
+  Same({"tenants", "list", "--unit", "2", "--columns", "name,code,card1,card2,start,end"});
+  Same({"report", "credentials", "--unit", "2", "--columns", "Card Number,Assigned To"});
+  const Outcome again = On(File("building.db"), {"copy", "--to", server_});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_THAT(again.err, HasSubstr("has a unit 2 already"));
+  EXPECT_EQ(On(server_, {"check"}).status, On(File("building.db"), {"check"}).status);
 }
 
 TEST_F(ServerCommands, SayThatADatabaseHasNoStore) {

@@ -1,0 +1,116 @@
+#include "host/cli/copy_commands.h"
+
+#include <fmt/format.h>
+
+#include "host/cli/change_report.h"
+#include "host/cli/progress.h"
+#include "host/desks/store_copy.h"
+#include "host/desks/words.h"
+#include "host/files/file_error.h"
+#include "host/terminal/display_text.h"
+#include "host/terminal/table_printer.h"
+
+namespace qorhost {
+
+namespace {
+
+std::size_t RowsOf(const StoreCopy& made, std::string_view table) {
+  for (const auto& [name, rows] : made.copied.rows) {
+    if (name == table) return static_cast<std::size_t>(rows);
+  }
+  return 0;
+}
+
+std::string ContentsOf(const StoreCopy& made) {
+  return fmt::format("{}, {}, {}, {}", Counted(RowsOf(made, "Units"), "unit", "units"),
+                     Counted(RowsOf(made, "Tenants"), "tenant", "tenants"),
+                     Counted(RowsOf(made, "CredentialBank"), "credential", "credentials"),
+                     Counted(RowsOf(made, "DirectoryCode"), "directory code", "directory codes"));
+}
+
+Table TablesOf(const StoreCopy& made) {
+  Table table;
+  table.columns = {{"Table", "table"}, {"Rows", "rows"}};
+  for (const auto& [name, rows] : made.copied.rows) {
+    table.rows.push_back({std::string(name), CountCell(static_cast<std::size_t>(rows))});
+  }
+  return table;
+}
+
+Table LostLinksOf(const StoreCopy& made) {
+  Table table;
+  table.columns = {{"Table", "table"}, {"RID", "rid"}, {"Column", "column"}, {"Led to", "led_to"}};
+  for (const LostLink& lost : made.copied.lost) {
+    table.rows.push_back(
+        {std::string(lost.table), lost.row, std::string(lost.column), lost.target});
+  }
+  return table;
+}
+
+void PrintAsJson(const GlobalOptions& global, const CopyOrder& order, const StoreCopy& made,
+                 Console& console) {
+  ChangeReport report;
+  if (global.unit) report.unit = *global.unit;
+  report.trial = order.trial == Trial::kYes;
+  report.stored = !report.trial;
+  (made.isNewStore ? report.added : report.changed)
+      .push_back({"store", qorcred::Null{}, order.to.string()});
+  report.facts.Add("from", order.from.string())
+      .Add("whole", made.isWhole)
+      .Add("tables", TablesOf(made))
+      .Add("lost_links", LostLinksOf(made));
+  PrintChange(console.out, report);
+}
+
+void TellLostLinks(const StoreCopy& made, std::ostream& out) {
+  if (made.copied.lost.empty()) return;
+  out << Counted(made.copied.lost.size(), "link", "links")
+      << " led to rows that are not there, and lead nowhere in the copy:\n";
+  PrintTable(out, LostLinksOf(made));
+}
+
+}  // namespace
+
+void DescribeCopy(CommandPlace place, const GlobalOptions& global, CopyOptions& options) {
+  auto* copy = AddCommand(
+      place, "copy", "Copy the store, or with --unit one unit, into another one, file or server",
+      "  qorhost copy --to postgresql://server/buildings\n"
+      "  qorhost copy --from annex.db --to building.db --unit 12 --dry-run",
+      [&](Console& console) { return RunCopy(global, options, console); });
+  copy->add_option("--from", options.from, "The store that is copied (that of --db)")
+      ->type_name("STORE");
+  copy->add_option("--to", options.to,
+                   "The store that it comes into; made where there is none. Into one that has "
+                   "units come those of the other one, where their keys are free")
+      ->type_name("STORE")
+      ->required();
+  DescribeTrial(*copy, options.trial);
+}
+
+ExitStatus RunCopy(const GlobalOptions& global, const CopyOptions& options, Console& console) {
+  CopyOrder order;
+  order.from = options.from ? std::filesystem::path(*options.from) : global.file;
+  order.to = options.to;
+  if (global.unit) order.units = {*global.unit};
+  order.clock = console.environment.clock;
+  order.author = console.environment.author;
+  order.patience = PatienceOf(global, console);
+  order.trial = TrialOf(options.trial);
+  order.progress = BarOn(console, global.trace);
+  const StoreCopy made = CopyStore(order);
+  console.stored = !options.trial;
+  if (global.json) {
+    PrintAsJson(global, order, made, console);
+    return ExitStatus::kDone;
+  }
+  std::ostream& told = options.trial ? console.out : console.Remarks();
+  told << fmt::format(
+      "{} {} to {}: {}{}.{}\n", options.trial ? "Would copy" : "Copied",
+      Displayable(order.from.string()), Displayable(order.to.string()), ContentsOf(made),
+      made.isWhole ? ", with their history" : "",
+      options.trial ? " This was a trial, nothing was changed." : " Both were compared.");
+  TellLostLinks(made, told);
+  return ExitStatus::kDone;
+}
+
+}  // namespace qorhost

@@ -1,0 +1,34 @@
+// A new store in the place of another one, in a database.
+#pragma once
+
+#include <string>
+
+#include "host/store/patience.h"
+#include "host/store/postgres/connection.h"
+#include "host/store/server_place.h"
+
+namespace qorhost::postgres {
+
+/// What is set aside is renamed, the schemas "qorhost" and "desktop" to "qorhost_before" and
+/// "desktop_before", in the transaction that makes the new ones: nobody sees a database without a
+/// store. Whoever had the old one open works on the new one from then on.
+class ServerPlace final : public qorhost::ServerPlace {
+ public:
+  /// Makes an empty store; with `replace` in the place of the one that stands, as soon as nobody
+  /// writes to it. Raises StoreError: for a store that stands and is not to be replaced, for one
+  /// that was set aside before and never put back, kBusy where somebody goes on writing.
+  ServerPlace(const std::string& name, bool replace, const Patience& patience);
+  ~ServerPlace() override;
+
+  void Keep() override;
+
+ private:
+  void SetAside(const Patience& patience);
+  void PutBack();
+
+  Connection connection_;
+  bool isSetAside_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace qorhost::postgres
