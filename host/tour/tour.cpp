@@ -30,12 +30,16 @@ void ShowSteps(const TourStage& stage) {
 }  // namespace
 
 ExitStatus RunTour(Surroundings surroundings, Console& console) {
+  std::unique_ptr<Store> store = DemoStoreInMemory(surroundings.clock);
+  return RunTourOn(std::move(store), std::move(surroundings), console);
+}
+
+ExitStatus RunTourOn(std::unique_ptr<Store> store, Surroundings surroundings, Console& console) {
   TourGuide guide(console);
   surroundings.messageBox = [&guide](std::string_view text, qorcred::MessageStyle style,
                                      std::string_view title) {
     return guide.ShowMessage(text, style, title);
   };
-  std::unique_ptr<Store> store = DemoStoreInMemory(surroundings.clock);
   DeskSession session(std::move(store), std::move(surroundings));
   guide.Say(
       "qorhost tour: what an operator sees of the credential screen, the directory-code screen and "

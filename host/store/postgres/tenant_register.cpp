@@ -63,7 +63,9 @@ std::int32_t TenantRegister::NextLinkCode(std::int32_t unitKey) {
   const std::int64_t code = std::max(counter, next.Number(0, 1));
   const std::int32_t free = RequireLinkCode(code);
   // Asking is no reason to take the right to write: the counter catches up where it is taken.
-  if (counter < code && session_.work().locked()) {
+  const bool mayWrite =
+      session_.work().open() ? session_.work().locked() : session_.transaction().open();
+  if (counter < code && mayWrite) {
     KeepCounter(unitKey, code);
   }
   return free;

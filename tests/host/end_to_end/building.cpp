@@ -14,13 +14,11 @@ Building::Building(ScreenKind kind) {
 }
 
 std::string Building::Snapshot() {
-  return Column(
-      "SELECT json_array(RID, UnitKey, CredentialType, PINNo, FacilityCode, IDCode, "
-      "SequenceNumber, ButtonNumber, DOORCODE, LASTMODIFIEDDATE) FROM CredentialBank UNION ALL "
-      "SELECT json_array(RID, UnitKey, LastName, CREDENTIALID1, CREDENTIALID2, DOORSCHEDULE1, "
-      "LINKCODE, ACTIVETENANT, ACTIVESTARTTIME, ACTIVEENDTIME) FROM Tenants UNION ALL "
-      "SELECT json_array(UnitKey, TenantID) FROM TenantsBackup UNION ALL "
-      "SELECT json_array(UnitKey, Kind, SubjectRID) FROM ProgramSteps");
+  std::string rows;
+  for (const char* table : {"CredentialBank", "Tenants", "TenantsBackup", "ProgramSteps"}) {
+    rows += Rows(std::string("SELECT * FROM ") + table + " ORDER BY RID");
+  }
+  return rows;
 }
 
 void Building::TypeNumbers(std::string_view start, std::string_view end, std::string_view mode) {

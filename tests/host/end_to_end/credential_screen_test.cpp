@@ -27,10 +27,8 @@ void Hold(Building& building, std::int32_t tenant, std::string_view slot, std::i
 }
 
 std::string SlotsOf(Building& building, std::int32_t tenant) {
-  return building.Column(
-      "SELECT ifnull(CREDENTIALID1, '-') || '/' || ifnull(CREDENTIALID2, '-') FROM Tenants "
-      "WHERE RID=" +
-      std::to_string(tenant));
+  return building.Rows("SELECT CREDENTIALID1, CREDENTIALID2 FROM Tenants WHERE RID=" +
+                       std::to_string(tenant));
 }
 
 TEST(CredentialScreenOnStore, ListsSchedulesByNameBehindTheFixedOnes) {
@@ -68,8 +66,8 @@ TEST(CredentialScreenOnStore, StoresARangeAndReturnsTheLastRow) {
   building.TypeNumbers("1", "3", "Range");
   std::int32_t rid = 0;
   EXPECT_TRUE(building.controller().pbSave(building.connection(), kUnit, false, false, &rid));
-  EXPECT_EQ(building.Column("SELECT PINNo || ',' || FacilityCode || ',' || LASTMODIFIEDDATE FROM "
-                            "CredentialBank ORDER BY RID"),
+  EXPECT_EQ(building.Rows("SELECT PINNo || ',' || FacilityCode || ',' || LASTMODIFIEDDATE FROM "
+                          "CredentialBank ORDER BY RID"),
             "1,7,2026-01-31 14:05:09;2,7,2026-01-31 14:05:09;3,7,2026-01-31 14:05:09;");
   EXPECT_EQ(rid, building.Number("SELECT RID FROM CredentialBank WHERE PINNo=3"));
   EXPECT_EQ(building.Number("SELECT count(*) FROM Tenants"), 3);
@@ -82,14 +80,14 @@ TEST(CredentialScreenOnStore, GivesEveryCredentialOfARangeItsTenant) {
   building.ChooseType(0);
   building.screen().List("cboSchedules2").Select(2);
   EXPECT_TRUE(building.controller().pbSave(building.connection(), kUnit, true));
-  EXPECT_EQ(building.Column("SELECT t.LastName || ',' || c.PINNo || ',' || t.DOORSCHEDULE1 || ',' "
-                            "|| t.DOORSCHEDULE2 || ',' || t.GROUPID || ',' || t.LINKCODE FROM "
-                            "Tenants t, CredentialBank c WHERE t.CREDENTIALID1=c.RID ORDER BY "
-                            "t.RID"),
+  EXPECT_EQ(building.Rows("SELECT t.LastName || ',' || c.PINNo || ',' || t.DOORSCHEDULE1 || ',' "
+                          "|| t.DOORSCHEDULE2 || ',' || t.GROUPID || ',' || t.LINKCODE FROM "
+                          "Tenants t, CredentialBank c WHERE t.CREDENTIALID1=c.RID ORDER BY "
+                          "t.RID"),
             "No Name01,1,1,5,2,1;No Name02,2,1,5,2,2;No Name03,3,1,5,2,3;");
   EXPECT_EQ(building.screen().Variable("gstrNewTenantIDs"), qorcred::Value("4,5,6,"));
-  EXPECT_EQ(building.Column("SELECT TenantID FROM TenantsBackup ORDER BY RID"), "4;5;6;");
-  EXPECT_EQ(building.Column("SELECT SubjectRID FROM ProgramSteps ORDER BY RID"), "4;5;6;");
+  EXPECT_EQ(building.Rows("SELECT TenantID FROM TenantsBackup ORDER BY RID"), "4;5;6;");
+  EXPECT_EQ(building.Rows("SELECT SubjectRID FROM ProgramSteps ORDER BY RID"), "4;5;6;");
 }
 
 TEST(CredentialScreenOnStore, StoresTheActivePeriodOfATenantAsDates) {
@@ -101,16 +99,14 @@ TEST(CredentialScreenOnStore, StoresTheActivePeriodOfATenantAsDates) {
   view.Picker("dtpStart").SetChosen(qorcred::FromCivil({2026, 2, 1, 0, 0, 0}));
   view.Picker("dtpEnd").SetChosen(qorcred::FromCivil({2026, 12, 1, 23, 59, 59}));
   EXPECT_TRUE(building.controller().pbSave(building.connection(), kUnit, true));
-  EXPECT_EQ(building.Column("SELECT ACTIVETENANT || ' ' || ACTIVESTARTTIME || ' ' || ACTIVEENDTIME "
-                            "FROM Tenants WHERE RID=4"),
+  EXPECT_EQ(building.Rows("SELECT ACTIVETENANT || ' ' || ACTIVESTARTTIME || ' ' || ACTIVEENDTIME "
+                          "FROM Tenants WHERE RID=4"),
             "-1 2026-02-01 00:00:00 2026-12-01 23:59:59;");
 }
 
 TEST(CredentialScreenOnStore, UndoesARangeWhoseSecondInsertFails) {
   Building building(ScreenKind::kTenantCreating);
-  building.Run(
-      "CREATE TRIGGER Refuse BEFORE INSERT ON CredentialBank WHEN NEW.PINNo = 2 "
-      "BEGIN SELECT RAISE(ABORT, 'no'); END");
+  qorhost::test::RefuseRows(building.store().store(), "CredentialBank", "NEW.PINNo = 2");
   building.TypeNumbers("1", "3", "Range");
   const std::string before = building.Snapshot();
   EXPECT_FALSE(building.controller().pbSave(building.connection(), kUnit, true));
@@ -181,7 +177,7 @@ TEST(CredentialScreenOnStore, TellsTransmittersApartByTheirButton) {
   building.screen().Option("optButton4").SetOn(true);
   EXPECT_TRUE(building.controller().pbSave(building.connection(), kUnit));
   EXPECT_FALSE(building.controller().pbSave(building.connection(), kUnit));
-  EXPECT_EQ(building.Column("SELECT ButtonNumber FROM CredentialBank ORDER BY RID"), "1;4;");
+  EXPECT_EQ(building.Rows("SELECT ButtonNumber FROM CredentialBank ORDER BY RID"), "1;4;");
 }
 
 TEST(CredentialScreenOnStore, ListsCredentialsByTypeAndNumberAndSelectsThePreviousOne) {
@@ -216,10 +212,10 @@ TEST_P(AssignmentOnStore, TakesTheSlotThatIsDue) {
   EXPECT_TRUE(building.controller().pbSave(building.connection(), kUnit, false, true));
   const std::string kept = slots.takesFirst ? std::to_string(slots.second) : "";
   const std::string expected =
-      slots.takesFirst ? std::to_string(card) + "/" + (slots.second == 0 ? "-" : kept) + ";"
-                       : std::to_string(slots.first) + "/" + std::to_string(card) + ";";
+      slots.takesFirst ? std::to_string(card) + "," + (slots.second == 0 ? "-" : kept) + ";"
+                       : std::to_string(slots.first) + "," + std::to_string(card) + ";";
   EXPECT_EQ(SlotsOf(building, kDoe), expected);
-  EXPECT_EQ(building.Column("SELECT SubjectRID FROM ProgramSteps"), "2;");
+  EXPECT_EQ(building.Rows("SELECT SubjectRID FROM ProgramSteps"), "2;");
 }
 
 INSTANTIATE_TEST_SUITE_P(Slots, AssignmentOnStore,
@@ -236,9 +232,9 @@ TEST(CredentialScreenOnStore, MovesACredentialFromItsFormerTenant) {
   building.SelectCredential(card);
   building.SelectTenant(kDoe);
   EXPECT_TRUE(building.controller().pbSave(building.connection(), kUnit, false, true));
-  EXPECT_EQ(SlotsOf(building, kRoe), "-/-;");
-  EXPECT_EQ(SlotsOf(building, kDoe), std::to_string(card) + "/-;");
-  EXPECT_EQ(building.Column("SELECT SubjectRID FROM ProgramSteps ORDER BY RID"), "1;2;");
+  EXPECT_EQ(SlotsOf(building, kRoe), "-,-;");
+  EXPECT_EQ(SlotsOf(building, kDoe), std::to_string(card) + ",-;");
+  EXPECT_EQ(building.Rows("SELECT SubjectRID FROM ProgramSteps ORDER BY RID"), "1;2;");
 }
 
 TEST(CredentialScreenOnStore, OnlyReleasesACredentialThatIsAssignedToNobody) {
@@ -248,7 +244,7 @@ TEST(CredentialScreenOnStore, OnlyReleasesACredentialThatIsAssignedToNobody) {
   building.SelectCredential(card);
   building.SelectTenant(0);
   EXPECT_TRUE(building.controller().pbSave(building.connection(), kUnit, false, true));
-  EXPECT_EQ(SlotsOf(building, kRoe), "-/-;");
+  EXPECT_EQ(SlotsOf(building, kRoe), "-,-;");
 }
 
 TEST(CredentialScreenOnStore, StoresTheDoorOfAnEditedCredential) {
@@ -280,8 +276,8 @@ TEST(CredentialScreenOnStore, DeletesAnAssignedCredentialAndProgramsItsTenant) {
   building.answer = MessageButton::kYes;
   EXPECT_TRUE(building.controller().pbDelete(building.connection(), kUnit, card));
   EXPECT_EQ(building.Number("SELECT count(*) FROM CredentialBank"), 0);
-  EXPECT_EQ(SlotsOf(building, kDoe), "-/-;");
-  EXPECT_EQ(building.Column("SELECT SubjectRID FROM ProgramSteps"), "2;");
+  EXPECT_EQ(SlotsOf(building, kDoe), "-,-;");
+  EXPECT_EQ(building.Rows("SELECT SubjectRID FROM ProgramSteps"), "2;");
 }
 
 TEST(CredentialScreenOnStore, LeavesTheSlotOfAResident) {
@@ -291,7 +287,7 @@ TEST(CredentialScreenOnStore, LeavesTheSlotOfAResident) {
   building.SelectCredential(card);
   building.answer = MessageButton::kYes;
   EXPECT_TRUE(building.controller().pbDelete(building.connection(), kUnit, card));
-  EXPECT_EQ(SlotsOf(building, kResident), std::to_string(card) + "/-;");
+  EXPECT_EQ(SlotsOf(building, kResident), std::to_string(card) + ",-;");
   EXPECT_EQ(building.Number("SELECT count(*) FROM ProgramSteps"), 0);
 }
 

@@ -56,26 +56,20 @@ bool DirCodeBuilding::Merge(std::string_view mode, const qorhost::UnitCode& code
 }
 
 std::string DirCodeBuilding::Codes() {
-  return Column(
-      "SELECT printf('%g', DIRECTORYCODE) || ',' || iif(OLDDIRECTORYCODE IS NULL, '-', "
-      "printf('%g', OLDDIRECTORYCODE)) || "
-      "',' || MODIFIED FROM DirectoryCode ORDER BY DIRECTORYCODE");
+  return Rows(
+      "SELECT DIRECTORYCODE, OLDDIRECTORYCODE, MODIFIED FROM DirectoryCode ORDER BY DIRECTORYCODE");
 }
 
 std::string DirCodeBuilding::Steps() {
-  return Column(
-      "SELECT Kind || ',' || SubjectRID || ',' || ifnull(Code, '-') FROM ProgramSteps ORDER BY "
-      "RID");
+  return Rows("SELECT Kind, SubjectRID, Code FROM ProgramSteps ORDER BY RID");
 }
 
 std::string DirCodeBuilding::Snapshot() {
-  return Column(
-      "SELECT json_array(RID, UNITKEY, DIRECTORYCODE, PHONENUMBER, EXTENSION, TIMEDELAY, "
-      "DNDSCHEDULEID, ISDNDCHECKED, CFSCHEDULEID, ISCFCHECKED, CFPHONENUMBER, CFEXTENSION, "
-      "CFTIMEDELAY, LASTMODIFIEDDATE, ACTIVE, STARTDATE, ENDDATE, DISPLAYNAME, SHOWDISPLAYNAME, "
-      "SHOWDIRECTORYCODE, MODIFIED, OLDDIRECTORYCODE) FROM DirectoryCode UNION ALL "
-      "SELECT json_array(RID, DIRECTORYCODE, MODIFIED, LASTMODIFIEDDATE) FROM Tenants UNION ALL "
-      "SELECT json_array(UnitKey, Kind, SubjectRID, Code) FROM ProgramSteps");
+  std::string rows;
+  for (const char* table : {"DirectoryCode", "Tenants", "ProgramSteps"}) {
+    rows += Rows(std::string("SELECT * FROM ") + table + " ORDER BY RID");
+  }
+  return rows;
 }
 
 }  // namespace qortest

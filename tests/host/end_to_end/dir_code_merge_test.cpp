@@ -14,16 +14,16 @@ namespace {
 using ::testing::IsEmpty;
 
 std::string Stored(DirCodeBuilding& building) {
-  return building.Column(
-      "SELECT json_array(DIRECTORYCODE, PHONENUMBER, EXTENSION, TIMEDELAY, DNDSCHEDULEID, "
+  return building.Rows(
+      "SELECT DIRECTORYCODE, PHONENUMBER, EXTENSION, TIMEDELAY, DNDSCHEDULEID, "
       "ISDNDCHECKED, CFSCHEDULEID, ISCFCHECKED, CFPHONENUMBER, CFEXTENSION, CFTIMEDELAY, ACTIVE, "
       "STARTDATE, ENDDATE, DISPLAYNAME, SHOWDISPLAYNAME, SHOWDIRECTORYCODE, MODIFIED, "
-      "OLDDIRECTORYCODE) FROM DirectoryCode");
+      "OLDDIRECTORYCODE FROM DirectoryCode");
 }
 
 constexpr const char* kSampleRow =
-    "[101.0,\"5550101\",\"12\",30,5,-1,7,-1,\"5550202\",\"34\",40,-1,\"2024-03-15 09:30:00\","
-    "\"2030-12-31 23:59:00\",\"Adler, K.\",-1,0,0,101.0];";
+    "101,5550101,12,30,5,-1,7,-1,5550202,34,40,-1,2024-03-15 09:30:00,2030-12-31 23:59:00,"
+    "Adler, K.,-1,0,0,101;";
 
 // The table of a fetch as "RID:code" for each row.
 std::string Fetched(DirCodeBuilding& building) {
@@ -57,14 +57,14 @@ TEST(DirCodeMergeOnStore, LeavesDisplayOptionsOutForUnitsWithoutThem) {
   DirCodeBuilding building;
   building.TellFirmware("FC01.005");
   EXPECT_TRUE(building.Merge("Insert", SampleCode()));
-  const char* flags = "SELECT json_array(SHOWDISPLAYNAME, SHOWDIRECTORYCODE) FROM DirectoryCode";
-  EXPECT_EQ(building.Column(flags), "[null,null];");
+  const char* flags = "SELECT SHOWDISPLAYNAME, SHOWDIRECTORYCODE FROM DirectoryCode";
+  EXPECT_EQ(building.Rows(flags), "-,-;");
 
   // The update's text then has a comma in front of WHERE.
   building.Run("UPDATE DirectoryCode SET SHOWDISPLAYNAME=0, SHOWDIRECTORYCODE=-1, PHONENUMBER='x'");
   EXPECT_TRUE(building.Merge("Update", SampleCode(), 1));
-  EXPECT_EQ(building.Column(flags), "[0,-1];");
-  EXPECT_EQ(building.Column("SELECT PHONENUMBER FROM DirectoryCode"), "5550101;");
+  EXPECT_EQ(building.Rows(flags), "0,-1;");
+  EXPECT_EQ(building.Rows("SELECT PHONENUMBER FROM DirectoryCode"), "5550101;");
 }
 
 TEST(DirCodeMergeOnStore, DatesThatAreNotInUseAreNull) {
@@ -72,8 +72,8 @@ TEST(DirCodeMergeOnStore, DatesThatAreNotInUseAreNull) {
   qorhost::UnitCode code = With(qorcred::unit_place::kStartDateUsed, "0");
   code[qorcred::unit_place::kEndTime] = "";
   EXPECT_TRUE(building.Merge("Insert", code));
-  EXPECT_EQ(building.Column("SELECT json_array(STARTDATE, ENDDATE) FROM DirectoryCode"),
-            "[null,\"2030-12-31 00:00:00\"];");
+  EXPECT_EQ(building.Rows("SELECT STARTDATE, ENDDATE FROM DirectoryCode"),
+            "-,2030-12-31 00:00:00;");
 }
 
 TEST(DirCodeMergeOnStore, DeletingAllReleasesEveryTenant) {
@@ -93,9 +93,9 @@ TEST(DirCodeMergeOnStore, DeletingOneReleasesTheTenantsOfTheRowThatTheCountNames
   building.Run("UPDATE Tenants SET DIRECTORYCODE=RID WHERE RID<=2");
   EXPECT_TRUE(building.Merge("Delete", {}, second));
   EXPECT_EQ(building.Codes(), "7,7,0;");
-  EXPECT_EQ(building.Column("SELECT RID || '=' || ifnull(DIRECTORYCODE, '-') || ',' || MODIFIED "
-                            "FROM Tenants WHERE RID<=2 ORDER BY RID"),
-            "1=-,2026-01-31 14:05:09;2=2,0;");
+  EXPECT_EQ(building.Rows("SELECT RID, DIRECTORYCODE, MODIFIED "
+                          "FROM Tenants WHERE RID<=2 ORDER BY RID"),
+            "1,-,2026-01-31 14:05:09;2,2,0;");
 }
 
 TEST(DirCodeMergeOnStore, OtherModesWriteNothing) {

@@ -26,7 +26,7 @@ void Hold(DirCodeBuilding& building, std::int32_t tenant, std::int32_t rid) {
 }
 
 std::string Holders(DirCodeBuilding& building) {
-  return building.Column(
+  return building.Rows(
       "SELECT RID || '=' || DIRECTORYCODE FROM Tenants WHERE DIRECTORYCODE IS NOT NULL");
 }
 
@@ -68,15 +68,14 @@ TEST(DirectoryCodeScreenOnStore, StoresANewCodeWithEverything) {
   std::int32_t rid = 0;
   EXPECT_TRUE(building.SaveNew(&rid));
   EXPECT_THAT(building.messages, IsEmpty());
-  EXPECT_EQ(building.Column("SELECT json_array(RID, UNITKEY, DIRECTORYCODE, PHONENUMBER, EXTENSION,"
-                            " TIMEDELAY, DNDSCHEDULEID, ISDNDCHECKED, CFSCHEDULEID, ISCFCHECKED,"
-                            " CFPHONENUMBER, CFEXTENSION, CFTIMEDELAY, LASTMODIFIEDDATE, ACTIVE,"
-                            " STARTDATE, ENDDATE, DISPLAYNAME, SHOWDISPLAYNAME, SHOWDIRECTORYCODE,"
-                            " MODIFIED, OLDDIRECTORYCODE) FROM DirectoryCode"),
-            "[" + std::to_string(rid) +
-                ",1,101.0,\"5550101\",\"12\",30,5,-1,0,-1,\"5550202\",null,2,"
-                "\"2026-01-31 14:05:09\",-1,\"2026-02-01 08:00:00\",\"2026-03-01 23:59:59\","
-                "\"Doe, J.\",-1,0,1,null];");
+  EXPECT_EQ(building.Rows("SELECT RID, UNITKEY, DIRECTORYCODE, PHONENUMBER, EXTENSION,"
+                          " TIMEDELAY, DNDSCHEDULEID, ISDNDCHECKED, CFSCHEDULEID, ISCFCHECKED,"
+                          " CFPHONENUMBER, CFEXTENSION, CFTIMEDELAY, LASTMODIFIEDDATE, ACTIVE,"
+                          " STARTDATE, ENDDATE, DISPLAYNAME, SHOWDISPLAYNAME, SHOWDIRECTORYCODE,"
+                          " MODIFIED, OLDDIRECTORYCODE FROM DirectoryCode"),
+            std::to_string(rid) +
+                ",1,101,5550101,12,30,5,-1,0,-1,5550202,-,2,2026-01-31 14:05:09,-1,"
+                "2026-02-01 08:00:00,2026-03-01 23:59:59,Doe, J.,-1,0,1,-;");
   EXPECT_EQ(building.Steps(), "program directory code," + std::to_string(rid) + ",-;");
 }
 
@@ -218,7 +217,7 @@ TEST(DirectoryCodeScreenOnStore, AFullUnitTakesNoNewNumber) {
   building.screen().Box("txtPhoneNo").SetText("5559999");
   EXPECT_TRUE(building.SaveEdited());
   EXPECT_THAT(building.messages, IsEmpty());
-  EXPECT_EQ(building.Column("SELECT PHONENUMBER FROM DirectoryCode"), "5559999;");
+  EXPECT_EQ(building.Rows("SELECT PHONENUMBER FROM DirectoryCode"), "5559999;");
 }
 
 TEST(DirectoryCodeScreenOnStore, AnEditedRowBecomesChangedOrStaysUnsent) {
@@ -246,7 +245,7 @@ TEST(DirectoryCodeScreenOnStore, ARowThatSomebodyElseChangedStaysAsItIs) {
       "UPDATE DirectoryCode SET LASTMODIFIEDDATE='2026-01-31 09:00:00', PHONENUMBER='other'");
   building.screen().Box("txtPhoneNo").SetText("mine");
   EXPECT_TRUE(building.SaveEdited());
-  EXPECT_EQ(building.Column("SELECT PHONENUMBER FROM DirectoryCode"), "other;");
+  EXPECT_EQ(building.Rows("SELECT PHONENUMBER FROM DirectoryCode"), "other;");
   EXPECT_EQ(building.Steps(), "");
 }
 

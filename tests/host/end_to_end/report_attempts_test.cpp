@@ -343,7 +343,7 @@ TEST_F(ReportAttemptsTest, RidsForDeletionArePastedIntoOneDeletionAlone) {
   desk_.credentials().set_gstrRIDsForDeletion("0) OR (UnitKey = 2");
   EXPECT_TRUE(desk_.credentials().pbDelete(desk_.connection(), kUnit, deleted));
   EXPECT_EQ(deleted, 1);
-  EXPECT_EQ(desk_.Column("SELECT RID FROM CredentialBank ORDER BY RID"), "11;12;13;");
+  EXPECT_EQ(desk_.Rows("SELECT RID FROM CredentialBank ORDER BY RID"), "11;12;13;");
 }
 
 TEST_F(ReportAttemptsTest, APlaceholderInAValueTakesTheValuesOfALaterRange) {

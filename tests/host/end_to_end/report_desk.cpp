@@ -100,28 +100,7 @@ ReportOutcome ReportDesk::Select(std::string statement) {
 }
 
 std::string ReportDesk::Dump() {
-  std::vector<std::string> tables;
-  {
-    qorhost::sqlite::Statement names(
-        qorhost::sqlite::DatabaseOf(store().store()),
-        "SELECT name FROM sqlite_schema WHERE type='table' ORDER BY name");
-    while (names.Step()) tables.emplace_back(names.Text(0));
-  }
-  std::string dump = Column("SELECT sql FROM sqlite_schema ORDER BY name");
-  for (const std::string& table : tables) {
-    dump += table + ":\n";
-    qorhost::sqlite::Statement rows(qorhost::sqlite::DatabaseOf(store().store()),
-                                    "SELECT * FROM \"" + table + "\" ORDER BY rowid");
-    while (rows.Step()) {
-      for (int column = 0; column < rows.columnCount(); ++column) {
-        const std::string_view text = rows.Text(column);
-        dump += (rows.IsNull(column) ? "-" : std::to_string(text.size()) + ":" + std::string(text));
-        dump += ',';
-      }
-      dump += '\n';
-    }
-  }
-  return dump;
+  return qorhost::test::DumpOf(store().store());
 }
 
 }  // namespace qortest

@@ -1,5 +1,6 @@
 #include "tests/host/end_to_end/report_population.h"
 
+#include <array>
 #include <cstdlib>
 #include <initializer_list>
 #include <iostream>
@@ -7,7 +8,7 @@
 
 #include "frame/date.h"
 #include "host/dialect/canonical_date.h"
-#include "host/store/sqlite/store.h"
+#include "host/store/transaction.h"
 
 namespace qortest {
 
@@ -135,17 +136,14 @@ Value Stored(const Value& cell) {
   return date == nullptr ? cell : Value(qorhost::dialect::CanonicalDate(*date));
 }
 
-void Write(qorhost::sqlite::Statement& insert, std::span<const Value> cells) {
-  std::vector<Value> stored;
-  for (const Value& cell : cells) stored.push_back(Stored(cell));
-  const qorhost::sqlite::StatementUse use(insert);
-  int parameter = 0;
-  for (const Value& cell : stored) use->Bind(++parameter, cell);
-  use->Step();
+qorhost::RowCells StoredRow(std::span<const Value> cells) {
+  qorhost::RowCells row;
+  for (const Value& cell : cells) row.push_back(Stored(cell));
+  return row;
 }
 
-void WriteRow(qorhost::sqlite::Statement& insert, std::initializer_list<Value> cells) {
-  Write(insert, {cells.begin(), cells.size()});
+qorhost::RowCells StoredRow(std::initializer_list<Value> cells) {
+  return StoredRow(std::span(cells.begin(), cells.size()));
 }
 
 }  // namespace
@@ -180,48 +178,60 @@ Population MakePopulation(Dice& dice, const PopulationSize& size) {
 }
 
 void WritePopulation(const Population& population, qorhost::StoreConnection& store) {
-  qorhost::sqlite::Database& database = qorhost::sqlite::DatabaseOf(store.store());
-  database.Run(
-      "BEGIN; DELETE FROM DirectoryCode; DELETE FROM Schedules; DELETE FROM Tenants;"
-      "DELETE FROM CredentialBank; INSERT OR IGNORE INTO Units (UnitKey, UnitName) VALUES"
-      " (2, 'Other');"
-      "INSERT INTO TenantSelectionFields (RID, FieldName, FieldNameDisplay, GridType, Display,"
-      " DisplaySeq) VALUES (68, 'DirectoryCode.Modified', 'State', 0, 0, 18),"
-      " (80, 'DirectoryCode.OldDirectoryCode', 'Old', 0, 0, 19),"
-      " (90, 'DirectoryCode.RID', 'Row', 0, 0, 20)");
-  qorhost::sqlite::Statement code(
-      database,
-      "INSERT INTO DirectoryCode (DIRECTORYCODE, PHONENUMBER, EXTENSION, TIMEDELAY, DISPLAYNAME, "
-      "ACTIVE, STARTDATE, ENDDATE, ISDNDCHECKED, DNDSCHEDULEID, ISCFCHECKED, CFSCHEDULEID, "
-      "CFPHONENUMBER, CFEXTENSION, CFTIMEDELAY, SHOWDISPLAYNAME, SHOWDIRECTORYCODE, MODIFIED, "
-      "OLDDIRECTORYCODE, RID, UNITKEY) VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
+  static constexpr std::array<std::string_view, 21> kCode{
+      "DIRECTORYCODE",   "PHONENUMBER",       "EXTENSION",     "TIMEDELAY",        "DISPLAYNAME",
+      "ACTIVE",          "STARTDATE",         "ENDDATE",       "ISDNDCHECKED",     "DNDSCHEDULEID",
+      "ISCFCHECKED",     "CFSCHEDULEID",      "CFPHONENUMBER", "CFEXTENSION",      "CFTIMEDELAY",
+      "SHOWDISPLAYNAME", "SHOWDIRECTORYCODE", "MODIFIED",      "OLDDIRECTORYCODE", "RID",
+      "UNITKEY"};
+  static constexpr std::array<std::string_view, 3> kSchedule{"UnitKey", "ScheduleID",
+                                                             "ScheduleName"};
+  static constexpr std::array<std::string_view, 8> kTenant{
+      "RID",           "UnitKey",  "LastName",      "FirstName",
+      "MiddleInitial", "Resident", "CREDENTIALID1", "CREDENTIALID2"};
+  static constexpr std::array<std::string_view, 8> kCredential{
+      "RID",          "UnitKey", "CredentialType", "PINNo",
+      "FacilityCode", "IDCode",  "SequenceNumber", "ButtonNumber"};
+  static constexpr std::array<std::string_view, 6> kField{
+      "RID", "FieldName", "FieldNameDisplay", "GridType", "Display", "DisplaySeq"};
+  qorhost::SqlSession& session = store.session();
+  qorhost::Undoable whole(session.transaction());
+  for (const char* table : {"DirectoryCode", "Schedules", "Tenants", "CredentialBank"}) {
+    session.Change(std::string("DELETE FROM ") + table, {});
+  }
+  if (session.Select("SELECT RID FROM Units WHERE UnitKey=2").rowCount == 0) {
+    session.Change("INSERT INTO Units (UnitKey, UnitName) VALUES (2, 'Other')", {});
+  }
+  const std::vector<qorhost::RowCells> fields{
+      {68, "DirectoryCode.Modified", "State", 0, 0, 18},
+      {80, "DirectoryCode.OldDirectoryCode", "Old", 0, 0, 19},
+      {90, "DirectoryCode.RID", "Row", 0, 0, 20}};
+  session.AddRows("TenantSelectionFields", kField, fields);
+  std::vector<qorhost::RowCells> rows;
+  const auto add = [&](std::string_view table, std::span<const std::string_view> columns) {
+    session.AddRows(table, columns, rows);
+    rows.clear();
+  };
   for (const CodeRow& row : population.codes) {
-    std::vector<Value> cells(row.cells.begin(), row.cells.end());
-    cells.emplace_back(row.unit);
-    Write(code, cells);
+    rows.push_back(StoredRow(row.cells));
+    rows.back().emplace_back(row.unit);
   }
-  qorhost::sqlite::Statement schedule(
-      database, "INSERT INTO Schedules (UnitKey, ScheduleID, ScheduleName) VALUES (?,?,?)");
+  add("DirectoryCode", kCode);
   for (const ScheduleRow& row : population.schedules) {
-    WriteRow(schedule, {row.unit, row.id, row.name});
+    rows.push_back(StoredRow({row.unit, row.id, row.name}));
   }
-  qorhost::sqlite::Statement tenant(
-      database,
-      "INSERT INTO Tenants (RID, UnitKey, LastName, FirstName, MiddleInitial, Resident, "
-      "CREDENTIALID1, CREDENTIALID2) VALUES (?,?,?,?,?,?,?,?)");
+  add("Schedules", kSchedule);
   for (const TenantRow& row : population.tenants) {
-    WriteRow(tenant, {row.rid, row.unit, row.lastName, row.firstName, row.middleInitial,
-                      row.resident, row.credential1, row.credential2});
+    rows.push_back(StoredRow({row.rid, row.unit, row.lastName, row.firstName, row.middleInitial,
+                              row.resident, row.credential1, row.credential2}));
   }
-  qorhost::sqlite::Statement credential(
-      database,
-      "INSERT INTO CredentialBank (RID, UnitKey, CredentialType, PINNo, FacilityCode, IDCode, "
-      "SequenceNumber, ButtonNumber) VALUES (?,?,?,?,?,?,?,?)");
+  add("Tenants", kTenant);
   for (const CredentialRow& row : population.credentials) {
-    WriteRow(credential, {row.rid, row.unit, row.type, row.number, row.facility, row.idCode,
-                          row.sequence, row.button});
+    rows.push_back(StoredRow({row.rid, row.unit, row.type, row.number, row.facility, row.idCode,
+                              row.sequence, row.button}));
   }
-  database.Run("COMMIT");
+  add("CredentialBank", kCredential);
+  whole.Keep();
 }
 
 }  // namespace qortest

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "frame/date.h"
-#include "host/store/engines/opening.h"
+#include "tests/host/store/engine.h"
 
 namespace qortest {
 
@@ -102,7 +102,7 @@ qorcred::Date StoreSurroundings::Now() {
 }
 
 StoreSurroundings::StoreSurroundings() {
-  store_ = std::make_shared<qorhost::StoreConnection>(qorhost::OpenMemoryStore(), Now);
+  store_ = std::make_shared<qorhost::StoreConnection>(qorhost::test::FreshStore(), Now);
   Run(std::string(kUnitRows));
   gatedConnection_ = std::make_shared<Connection>(store_, gate_);
 
@@ -122,11 +122,10 @@ StoreSurroundings::StoreSurroundings() {
 
 StoreSurroundings::~StoreSurroundings() = default;
 
-std::string StoreSurroundings::Column(std::string_view sql) {
-  qorhost::sqlite::Statement statement(Raw(), sql);
-  std::string column;
-  while (statement.Step()) column += std::string(statement.Text(0)) + ";";
-  return column;
+std::string StoreSurroundings::Rows(const std::string& sql) {
+  std::string rows;
+  for (const std::string& row : qorhost::test::RowsOfRaw(store_->store(), sql)) rows += row + ";";
+  return rows;
 }
 
 }  // namespace qortest

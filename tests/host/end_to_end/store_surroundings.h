@@ -1,4 +1,5 @@
-// A unit on a real store in memory: its components, and an operator whose answers are set.
+// A unit on a real store of its own, on the engine of the program: its components, and an operator
+// whose answers are set.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +10,8 @@
 
 #include "frame/host.h"
 #include "host/components/store_host.h"
-#include "host/store/sqlite/store.h"
 #include "host/store/store_connection.h"
+#include "tests/host/store/engine.h"
 #include "tests/support/fault_gate.h"
 
 namespace qortest {
@@ -33,15 +34,14 @@ class StoreSurroundings {
   [[nodiscard]] qorhost::StoreConnection& store() { return *store_; }
   [[nodiscard]] FaultGate& gate() { return gate_; }
 
-  /// The database underneath, past the contract.
-  [[nodiscard]] qorhost::sqlite::Database& Raw() {
-    return qorhost::sqlite::DatabaseOf(store_->store());
+  // Past the dialect, in words that every engine knows: see tests/host/store/engine.h.
+
+  void Run(const std::string& sql) { qorhost::test::RunRaw(store_->store(), sql); }
+  [[nodiscard]] std::int64_t Number(const std::string& sql) {
+    return qorhost::test::NumberOfRaw(store_->store(), sql);
   }
-  /// Runs SQLite text on the store, past the dialect.
-  void Run(const std::string& sql) { Raw().Run(sql); }
-  [[nodiscard]] std::int64_t Number(std::string_view sql) { return Raw().Number(sql); }
-  /// The first column of every row, each followed by ";".
-  [[nodiscard]] std::string Column(std::string_view sql);
+  /// Every row, its cells divided by commas and with "-" for Null, followed by ";".
+  [[nodiscard]] std::string Rows(const std::string& sql);
 
   qorcred::MessageButton answer = qorcred::MessageButton::kNo;
   std::vector<std::string> messages;

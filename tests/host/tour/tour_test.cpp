@@ -1,14 +1,17 @@
-// The tour: every chapter, every kind of refusal, nothing left behind.
+// The tour: every chapter, every kind of refusal, nothing left behind; on every engine.
 #include "host/tour/tour.h"
 
 #include <gmock/gmock.h>
 
+#include <memory>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "frame/date.h"
+#include "host/store/demo.h"
+#include "tests/host/store/engine.h"
 
 namespace qorhost::test {
 namespace {
@@ -23,8 +26,16 @@ class Tour : public testing::Test {
     std::string out;
     std::string err;
   };
-  /// Takes the tour at five past two, away from any terminal.
+  /// Takes the tour at five past two, away from any terminal: on a store of the program's engine.
   static Told Take() {
+    return TakeOn([](const Surroundings& surroundings, Console& console) {
+      std::unique_ptr<Store> store = FreshStore();
+      CreateDemoData(*store->StartSession(surroundings.clock));
+      return RunTourOn(std::move(store), surroundings, console);
+    });
+  }
+  template <typename Tour>
+  static Told TakeOn(Tour&& tour) {
     std::istringstream in;
     std::ostringstream out;
     std::ostringstream err;
@@ -32,7 +43,7 @@ class Tour : public testing::Test {
     Console console{in, out, err, environment};
     Surroundings surroundings;
     surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
-    const ExitStatus status = RunTour(std::move(surroundings), console);
+    const ExitStatus status = tour(surroundings, console);
     return {status, out.str(), err.str()};
   }
   static void ExpectParts(const std::vector<const char*>& parts) {
@@ -86,6 +97,12 @@ TEST_F(Tour, EndsWithBothReportsAsTables) {
 
 TEST_F(Tour, IsTheSameEveryTime) {
   EXPECT_EQ(Take().out, Take().out);
+}
+
+TEST_F(Tour, IsTheSameAsInMemory) {
+  const Told inMemory = TakeOn(RunTour);
+  EXPECT_EQ(inMemory.status, ExitStatus::kDone) << inMemory.err;
+  EXPECT_EQ(Take().out, inMemory.out);
 }
 
 TEST_F(Tour, HasNoColoursOffATerminal) {
