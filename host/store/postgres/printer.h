@@ -8,8 +8,8 @@
 
 namespace qorhost::postgres {
 
-/// More values than these do not fit into one message to the server.
-inline constexpr std::size_t kMostParameters = 65'535;
+/// As many as a file takes.
+inline constexpr std::size_t kMostParameters = 200'000;
 
 /// For a dialect::Translator: each parameter is a "$1", bound as text; its type stands behind it.
 /// Rows that the statement leaves in no order come in that of their identities. An INSERT gives the

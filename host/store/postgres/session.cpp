@@ -7,6 +7,7 @@
 
 #include "host/dialect/names.h"
 #include "host/dialect/unit_key.h"
+#include "host/store/postgres/inline_values.h"
 #include "host/store/postgres/many_rows.h"
 #include "host/store/postgres/printer.h"
 #include "host/store/statement_rules.h"
@@ -72,8 +73,15 @@ Session::Bound Session::Bind(const dialect::Translation& translation) {
 
 Result Session::Run(PreparedText& text, const SentValues& values, const TakeRow& take) {
   // A write of a unit of work that fails ends the work anyway.
-  const bool guarded = inTransaction() && !work_.locked();
-  return connection_.Run(text, values.sent(), guarded || (take && inTransaction()), take);
+  const bool guarded = (inTransaction() && !work_.locked()) || (take && inTransaction());
+  const std::vector<Sent> sent = values.sent();
+  if (sent.size() <= kMostSent) {
+    return connection_.Run(text, sent, guarded, take);
+  }
+  PreparedText whole{WithValues(text.sql, sent), {}};
+  Result result = connection_.Run(whole, {}, guarded, take);
+  connection_.RunAll("DEALLOCATE " + whole.name);  // it does not come again
+  return result;
 }
 
 Result Session::Run(Bound& bound, const TakeRow& take) {

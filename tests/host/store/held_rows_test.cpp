@@ -259,7 +259,7 @@ TEST_F(HeldRowsTest, KnowTheLinkCodesThatTheStoreKnows) {
   std::mt19937 random(kSeed);
   Work().Begin({{}, "issue", {}});
   Work().Lock();
-  for (int turn = 0; turn < 2000; ++turn) {
+  for (int turn = 0; turn < 500; ++turn) {
     const std::int32_t unit = 1 + static_cast<std::int32_t>(random() % 2);
     const std::string key = std::to_string(unit);
     switch (random() % 8) {
@@ -329,6 +329,26 @@ TEST_F(HeldRowsTest, TakeEveryKindOfValue) {
                    "AND STARTDATE='2026-01-31 00:00:00' AND DISPLAYNAME IS NULL AND "
                    "CFEXTENSION='NULL' AND MODIFIED=0"),
             12);
+}
+
+/// A message to a server takes 65,535 values.
+TEST_F(HeldRowsTest, AreFoundByListsOfAnyLengthThatADialectTakes) {
+  std::string list;
+  for (int number = 1; number <= 100'000; ++number) {
+    list += (number == 1 ? "" : ",") + std::to_string(number);
+  }
+  Begin();
+  AddCredential(3);
+  AddCredential(99'999);
+  AddCredential(100'001);
+  EXPECT_EQ(Read("SELECT Count(*) FROM CREDENTIALBANK WHERE PINNo IN (" + list + ")"), "2");
+  EXPECT_EQ(Sql()
+                .Change("UPDATE CREDENTIALBANK SET DOORCODE=7 WHERE PINNo IN (" + list + ")",
+                        std::nullopt)
+                .rows,
+            2);
+  EXPECT_TRUE(Work().Commit());
+  EXPECT_EQ(Number("SELECT count(*) FROM CredentialBank WHERE DOORCODE=7"), 2);
 }
 
 TEST_F(HeldRowsTest, StopAtTheLastIdentity) {
