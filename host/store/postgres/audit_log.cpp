@@ -179,8 +179,8 @@ std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, std::int
   return hashes;
 }
 
-std::int64_t AuditLog::Append(WorkEntry entry, std::int64_t previous,
-                              const std::vector<RowChange>& changes) {
+AuditLog::Added AuditLog::Append(WorkEntry entry, std::int64_t previous,
+                                 const std::vector<RowChange>& changes) {
   const std::vector<std::string> rows = RowsInPieces(changes);
   entry.entry =
       session_.Own(R"(UPDATE "AuditEnd" SET "Last" = "Last" + 1 RETURNING "Last")").Number(0, 0);
@@ -193,7 +193,8 @@ std::int64_t AuditLog::Append(WorkEntry entry, std::int64_t previous,
   AddOrNull(values, entry.unitKey && previous != 0 ? std::optional(previous) : std::nullopt);
   values.AddText(entry.what);
   values.AddText(rows.front());
-  values.AddText(qorhost::HashOf(entry, HashesBehind(entry, previous), rows));
+  const std::string hash = qorhost::HashOf(entry, HashesBehind(entry, previous), rows);
+  values.AddText(hash);
   (void)session_.Own(
       R"(INSERT INTO "AuditEntries" ("HomeUnit", "RID", "At", "Who", "Origin", "UnitKey", "Previous", "What", "Rows", "Hash") VALUES (coalesce($5::int4, 0), $1::int8, $2::text, $3::text, $4::text, $5::int4, $6::int8, $7::text, $8::text, $9::text))",
       values);
@@ -207,7 +208,7 @@ std::int64_t AuditLog::Append(WorkEntry entry, std::int64_t previous,
         R"(INSERT INTO "AuditRows" ("HomeUnit", "Entry", "Piece", "Rows") VALUES ($4::int4, $1::int8, $2::int4, $3::text))",
         further);
   }
-  return entry.entry;
+  return {entry.entry, hash};
 }
 
 std::optional<std::int64_t> AuditLog::PutBack(const RowChange& change) {

@@ -27,11 +27,13 @@ class AuditLog final : public qorhost::AuditLog {
 
   // For the unit of work, at its end.
 
-  /// Adds an entry behind the last one and returns its number; from here to the commit nobody else
-  /// adds one. `previous` is the last one of its unit, 0 for none; of no meaning for an entry of
-  /// the whole store.
-  std::int64_t Append(WorkEntry entry, std::int64_t previous,
-                      const std::vector<RowChange>& changes);
+  struct Added {
+    std::int64_t entry = 0;
+    std::string hash;
+  };
+  /// Adds an entry behind the last one; from here to the commit nobody else adds one. `previous` is
+  /// the last one of its unit, 0 for none; of no meaning for an entry of the whole store.
+  Added Append(WorkEntry entry, std::int64_t previous, const std::vector<RowChange>& changes);
 
  private:
   [[nodiscard]] std::string HashOfPrevious(std::int64_t entry, std::int32_t unitKey);

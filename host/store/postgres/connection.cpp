@@ -276,7 +276,7 @@ void Connection::Begin(const char* sql) {
   begun_ = true;
 }
 
-void Connection::Commit(const std::string& number) {
+void Connection::Commit(const Witness& witness) {
   const int backend = PQbackendPID(handle());
   const Result result(PQexec(handle(), "COMMIT"));
   begun_ = false;
@@ -290,7 +290,7 @@ void Connection::Commit(const std::string& number) {
     }
     return;
   }
-  switch (FateOf(number, backend)) {
+  switch (FateOf(witness, backend)) {
     case Fate::kStored:
       return;
     case Fate::kNotStored:
@@ -307,7 +307,7 @@ void Connection::Commit(const std::string& number) {
 }
 
 /// What has become of a transaction whose end the server did not tell.
-Connection::Fate Connection::FateOf(const std::string& number, int backend) noexcept {
+Connection::Fate Connection::FateOf(const Witness& witness, int backend) noexcept {
   using std::chrono::steady_clock;
   const steady_clock::time_point end = steady_clock::now() + kLookTime;
   std::chrono::milliseconds pause = kShortestPause;
@@ -316,7 +316,7 @@ Connection::Fate Connection::FateOf(const std::string& number, int backend) noex
       if (isLost()) {
         Open();
       }
-      return LookAtFate(number, backend);
+      return LookAtFate(witness, backend);
     } catch (const std::exception&) {
       // It may be starting, or on its way to its end: that is asked once more.
       std::this_thread::sleep_for(pause);
@@ -327,22 +327,32 @@ Connection::Fate Connection::FateOf(const std::string& number, int backend) noex
 }
 
 /// Raises while the server has not yet ended it.
-Connection::Fate Connection::LookAtFate(const std::string& number, int backend) {
+Connection::Fate Connection::LookAtFate(const Witness& witness, int backend) {
   const std::string process = std::to_string(backend);
-  const std::array both{Sent(process), Sent(number)};
+  const std::array both{Sent(process), Sent(witness.number)};
   // Its other end may wait for ever for a network that was cut.
   Run("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
       "WHERE pid = $1::int4 AND backend_xid = $2::xid8::xid",
       both);
-  const std::array one{Sent(number)};
-  const Result status = Run("SELECT pg_xact_status($1::xid8)", one);
+  const std::array one{Sent(witness.number)};
+  // One that a server has forgotten when it crashed is to come yet.
+  const Result status =
+      Run("SELECT CASE WHEN $1::xid8 >= pg_snapshot_xmax(pg_current_snapshot()) THEN 'aborted' "
+          "ELSE pg_xact_status($1::xid8) END",
+          one);
   const std::string_view text = status.Text(0, 0);
   if (text == "in progress") {
     throw StoreError("The transaction has not ended yet", StoreFault::kBusy);
   }
-  return text == "committed" ? Fate::kStored
-         : text == "aborted" ? Fate::kNotStored
-                             : Fate::kUnknown;
+  if (text == "aborted") {
+    return Fate::kNotStored;
+  }
+  // A server that has crashed gives the numbers of transactions that had written nothing to its
+  // disk to others: "committed" may be said of another one.
+  if (witness.select.empty()) {
+    return Fate::kUnknown;
+  }
+  return Run(witness.select).rows() > 0 ? Fate::kStored : Fate::kNotStored;
 }
 
 void Connection::RunAll(const std::string& sql) {

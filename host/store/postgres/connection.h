@@ -82,10 +82,17 @@ class Connection {
 
   /// Begins a transaction by that text. Until its end nothing is repeated on a new connection.
   void Begin(const char* sql = "BEGIN");
-  /// Commits the transaction of that number (LockStore(), pg_current_xact_id). When the connection
-  /// is lost meanwhile, looks on a new one what has become of it: returns when it is stored, raises
-  /// kNoServer when it is not, and kUnknown when nobody tells. What the server refuses is undone.
-  void Commit(const std::string& number);
+  /// What tells later whether a transaction was stored.
+  struct Witness {
+    std::string number;  ///< the transaction's (LockStore(), pg_current_xact_id)
+    /// A SELECT that finds a row when it was stored, and no other one's; without one it is known of
+    /// such transactions alone that they were not stored.
+    std::string select;
+  };
+  /// Commits the transaction. When the connection is lost meanwhile, looks on a new one what has
+  /// become of it: returns when it is stored, raises kNoServer when it is not, and kUnknown when
+  /// nobody tells. What the server refuses is undone.
+  void Commit(const Witness& witness);
 
   /// Runs one statement with the values of its parameters.
   Result Run(const std::string& sql, std::span<const Sent> values = {});
@@ -132,8 +139,8 @@ class Connection {
   void Reopen();
   void RequireServer();
   [[nodiscard]] bool isLost() const noexcept;
-  [[nodiscard]] Fate FateOf(const std::string& number, int backend) noexcept;
-  [[nodiscard]] Fate LookAtFate(const std::string& number, int backend);
+  [[nodiscard]] Fate FateOf(const Witness& witness, int backend) noexcept;
+  [[nodiscard]] Fate LookAtFate(const Witness& witness, int backend);
   Result RunOnce(PreparedText& statement, std::span<const Sent> values, bool guarded,
                  const TakeRow& take);
   void Send(PreparedText& statement, std::span<const Sent> values, bool guarded);

@@ -23,7 +23,7 @@ AloneOnStore::AloneOnStore(Connection& connection, const Patience& patience)
 }
 
 void AloneOnStore::Keep() {
-  connection_.Commit(number_);
+  connection_.Commit({number_, {}});
 }
 
 Transaction::~Transaction() {
@@ -67,7 +67,7 @@ void Transaction::Commit() {
     if (inner_) {
       session_.connection().RunAll("RELEASE SAVEPOINT inner_transaction");
     } else {
-      session_.connection().Commit(number_);
+      session_.connection().Commit({number_, {}});
       session_.DropHeld();  // others may write from now on
     }
     state_ = State::kNone;

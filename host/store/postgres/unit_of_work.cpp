@@ -59,9 +59,14 @@ void UnitOfWork::TakeRight() {
 }
 
 WorkCourse::Versions UnitOfWork::Store(WorkEntry entry, std::int64_t previous) {
-  Versions raised =
-      RaiseVersions(session_.audit().Append(std::move(entry), previous, log_.changes()));
-  session_.connection().Commit(number_);
+  const AuditLog::Added added = session_.audit().Append(std::move(entry), previous, log_.changes());
+  Versions raised = RaiseVersions(added.entry);
+  // Whoever has lost the connection finds the entry by all of it: another one may have come to have
+  // its number.
+  session_.connection().Commit(
+      {number_, fmt::format(R"(SELECT 1 FROM "AuditEntries" WHERE "RID"={} AND "Hash"='{}' )"
+                            "AND xmin='{}'::xid8::xid",
+                            added.entry, added.hash, number_)});
   return raised;
 }
 

@@ -6,7 +6,9 @@
 
 #include <atomic>
 #include <memory>
+#include <semaphore>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "frame/date.h"
@@ -262,6 +264,54 @@ TEST_F(ServerStartedAgain, InAnOperationUndoesItAndTheNextIsDone) {
   WorkGuard guard(session_->work(), {{1}, "add a door", {}});
   session_->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
   EXPECT_TRUE(guard.Commit());
+}
+
+/// What the server has not written to its disk by then it has forgotten, the transaction's number
+/// included.
+TEST_F(ServerStartedAgain, AtTheCommitIsToldAsItIsStored) {
+  ServerProxy proxy(*server_);
+  Store store(OpenServerStore(proxy.NameOf("again"), OpenMode::kReadWrite), Patience(), false);
+  const std::unique_ptr<SqlSession> session = store.StartSession(Noon);
+  // A server ends with the thread that has started it: not with that of a connection.
+  std::binary_semaphore isAsked(0);
+  std::binary_semaphore isDone(0);
+  bool isOver = false;
+  std::thread starter([&] {
+    for (isAsked.acquire(); !isOver; isAsked.acquire()) {
+      server_->StartAgain();
+      isDone.release();
+    }
+  });
+  std::int64_t doors = 0;
+  for (const bool isBehind : {false, true, false, true}) {
+    proxy.Ask([&](const ServerProxy::Message& message) {
+      if (!message.text.starts_with("COMMIT")) {
+        return Way::kOn;
+      }
+      if (!isBehind) {
+        isAsked.release();
+        isDone.acquire();
+      }
+      return isBehind ? Way::kLostBehindAnswer : Way::kOn;
+    });
+    try {
+      WorkGuard guard(session->work(), {{1}, "add a door", {}});
+      session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+      EXPECT_TRUE(guard.Commit());
+      EXPECT_TRUE(isBehind);
+      ++doors;
+    } catch (const StoreError& failure) {
+      EXPECT_FALSE(isBehind);
+      EXPECT_EQ(static_cast<int>(failure.fault()), static_cast<int>(StoreFault::kNoServer));
+      EXPECT_THAT(failure.what(), HasSubstr("nothing was stored; try again"));
+    }
+    proxy.Ask(nullptr);
+    EXPECT_EQ(session->Scalar("SELECT Count(*) FROM DOORS"),
+              qorcred::Value(static_cast<std::int32_t>(doors)));
+  }
+  isOver = true;
+  isAsked.release();
+  starter.join();
 }
 
 TEST_F(ServerStartedAgain, ThatIsNotThereIsToldSoAndFoundLater) {
