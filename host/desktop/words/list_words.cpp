@@ -73,8 +73,8 @@ QString ShownDifferences(const std::string& what) {
 
 Table ShownTable(const List& list) {
   Table table = ForPeople(list);
-  for (std::size_t at = 0; at < table.columns.size(); ++at) {
-    table.columns[at].title = FromQt(ShownTitle(table.columns[at].title));
+  for (TableColumn& column : table.columns) {
+    column.title = FromQt(ShownTitle(column.title));
   }
   for (std::size_t row = 0; row < table.rows.size(); ++row) {
     for (std::size_t at = 0; at < table.columns.size(); ++at) {

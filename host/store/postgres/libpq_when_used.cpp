@@ -35,173 +35,178 @@ auto Call(const char* name, Arguments... arguments) {
 
 }  // namespace
 
-int PQbackendPID(const PGconn* connection) {
-  return Call<PQbackendPID>("PQbackendPID", connection);
+// Parameters are called as libpq calls them.
+// NOLINTBEGIN(readability-identifier-naming)
+
+int PQbackendPID(const PGconn* conn) {
+  return Call<PQbackendPID>("PQbackendPID", conn);
 }
 
-int PQcancel(PGcancel* cancel, char* text, int size) {
-  return Call<PQcancel>("PQcancel", cancel, text, size);
+int PQcancel(PGcancel* cancel, char* errbuf, int errbufsize) {
+  return Call<PQcancel>("PQcancel", cancel, errbuf, errbufsize);
 }
 
-void PQclear(PGresult* result) {
-  return Call<PQclear>("PQclear", result);
+void PQclear(PGresult* res) {
+  return Call<PQclear>("PQclear", res);
 }
 
-char* PQcmdStatus(PGresult* result) {
-  return Call<PQcmdStatus>("PQcmdStatus", result);
+char* PQcmdStatus(PGresult* res) {
+  return Call<PQcmdStatus>("PQcmdStatus", res);
 }
 
-char* PQcmdTuples(PGresult* result) {
-  return Call<PQcmdTuples>("PQcmdTuples", result);
+char* PQcmdTuples(PGresult* res) {
+  return Call<PQcmdTuples>("PQcmdTuples", res);
 }
 
-PGconn* PQconnectdbParams(const char* const* keywords, const char* const* values, int expandName) {
-  return Call<PQconnectdbParams>("PQconnectdbParams", keywords, values, expandName);
+PGconn* PQconnectdbParams(const char* const* keywords, const char* const* values,
+                          int expand_dbname) {
+  return Call<PQconnectdbParams>("PQconnectdbParams", keywords, values, expand_dbname);
 }
 
-void PQconninfoFree(PQconninfoOption* options) {
-  return Call<PQconninfoFree>("PQconninfoFree", options);
+void PQconninfoFree(PQconninfoOption* connOptions) {
+  return Call<PQconninfoFree>("PQconninfoFree", connOptions);
 }
 
-PQconninfoOption* PQconninfoParse(const char* name, char** fault) {
-  return Call<PQconninfoParse>("PQconninfoParse", name, fault);
+PQconninfoOption* PQconninfoParse(const char* conninfo, char** errmsg) {
+  return Call<PQconninfoParse>("PQconninfoParse", conninfo, errmsg);
 }
 
-int PQconsumeInput(PGconn* connection) {
-  return Call<PQconsumeInput>("PQconsumeInput", connection);
+int PQconsumeInput(PGconn* conn) {
+  return Call<PQconsumeInput>("PQconsumeInput", conn);
 }
 
-int PQenterPipelineMode(PGconn* connection) {
-  return Call<PQenterPipelineMode>("PQenterPipelineMode", connection);
+int PQenterPipelineMode(PGconn* conn) {
+  return Call<PQenterPipelineMode>("PQenterPipelineMode", conn);
 }
 
-char* PQerrorMessage(const PGconn* connection) {
-  return Call<PQerrorMessage>("PQerrorMessage", connection);
+char* PQerrorMessage(const PGconn* conn) {
+  return Call<PQerrorMessage>("PQerrorMessage", conn);
 }
 
-PGresult* PQexec(PGconn* connection, const char* query) {
-  return Call<PQexec>("PQexec", connection, query);
+PGresult* PQexec(PGconn* conn, const char* query) {
+  return Call<PQexec>("PQexec", conn, query);
 }
 
-PGresult* PQexecParams(PGconn* connection, const char* command, int count, const Oid* types,
-                       const char* const* values, const int* lengths, const int* formats,
-                       int resultFormat) {
-  return Call<PQexecParams>("PQexecParams", connection, command, count, types, values, lengths,
-                            formats, resultFormat);
+PGresult* PQexecParams(PGconn* conn, const char* command, int nParams, const Oid* paramTypes,
+                       const char* const* paramValues, const int* paramLengths,
+                       const int* paramFormats, int resultFormat) {
+  return Call<PQexecParams>("PQexecParams", conn, command, nParams, paramTypes, paramValues,
+                            paramLengths, paramFormats, resultFormat);
 }
 
-int PQexitPipelineMode(PGconn* connection) {
-  return Call<PQexitPipelineMode>("PQexitPipelineMode", connection);
+int PQexitPipelineMode(PGconn* conn) {
+  return Call<PQexitPipelineMode>("PQexitPipelineMode", conn);
 }
 
-void PQfinish(PGconn* connection) {
-  return Call<PQfinish>("PQfinish", connection);
+void PQfinish(PGconn* conn) {
+  return Call<PQfinish>("PQfinish", conn);
 }
 
-char* PQfname(const PGresult* result, int field) {
-  return Call<PQfname>("PQfname", result, field);
+char* PQfname(const PGresult* res, int field_num) {
+  return Call<PQfname>("PQfname", res, field_num);
 }
 
 void PQfreeCancel(PGcancel* cancel) {
   return Call<PQfreeCancel>("PQfreeCancel", cancel);
 }
 
-void PQfreemem(void* memory) {
-  return Call<PQfreemem>("PQfreemem", memory);
+void PQfreemem(void* ptr) {
+  return Call<PQfreemem>("PQfreemem", ptr);
 }
 
-Oid PQftype(const PGresult* result, int field) {
-  return Call<PQftype>("PQftype", result, field);
+Oid PQftype(const PGresult* res, int field_num) {
+  return Call<PQftype>("PQftype", res, field_num);
 }
 
-PGcancel* PQgetCancel(PGconn* connection) {
-  return Call<PQgetCancel>("PQgetCancel", connection);
+PGcancel* PQgetCancel(PGconn* conn) {
+  return Call<PQgetCancel>("PQgetCancel", conn);
 }
 
-int PQgetisnull(const PGresult* result, int row, int field) {
-  return Call<PQgetisnull>("PQgetisnull", result, row, field);
+int PQgetisnull(const PGresult* res, int tup_num, int field_num) {
+  return Call<PQgetisnull>("PQgetisnull", res, tup_num, field_num);
 }
 
-int PQgetlength(const PGresult* result, int row, int field) {
-  return Call<PQgetlength>("PQgetlength", result, row, field);
+int PQgetlength(const PGresult* res, int tup_num, int field_num) {
+  return Call<PQgetlength>("PQgetlength", res, tup_num, field_num);
 }
 
-PGresult* PQgetResult(PGconn* connection) {
-  return Call<PQgetResult>("PQgetResult", connection);
+PGresult* PQgetResult(PGconn* conn) {
+  return Call<PQgetResult>("PQgetResult", conn);
 }
 
-char* PQgetvalue(const PGresult* result, int row, int field) {
-  return Call<PQgetvalue>("PQgetvalue", result, row, field);
+char* PQgetvalue(const PGresult* res, int tup_num, int field_num) {
+  return Call<PQgetvalue>("PQgetvalue", res, tup_num, field_num);
 }
 
-int PQisBusy(PGconn* connection) {
-  return Call<PQisBusy>("PQisBusy", connection);
+int PQisBusy(PGconn* conn) {
+  return Call<PQisBusy>("PQisBusy", conn);
 }
 
-int PQnfields(const PGresult* result) {
-  return Call<PQnfields>("PQnfields", result);
+int PQnfields(const PGresult* res) {
+  return Call<PQnfields>("PQnfields", res);
 }
 
-int PQntuples(const PGresult* result) {
-  return Call<PQntuples>("PQntuples", result);
+int PQntuples(const PGresult* res) {
+  return Call<PQntuples>("PQntuples", res);
 }
 
-int PQpipelineSync(PGconn* connection) {
-  return Call<PQpipelineSync>("PQpipelineSync", connection);
+int PQpipelineSync(PGconn* conn) {
+  return Call<PQpipelineSync>("PQpipelineSync", conn);
 }
 
-char* PQresultErrorField(const PGresult* result, int code) {
-  return Call<PQresultErrorField>("PQresultErrorField", result, code);
+char* PQresultErrorField(const PGresult* res, int fieldcode) {
+  return Call<PQresultErrorField>("PQresultErrorField", res, fieldcode);
 }
 
-ExecStatusType PQresultStatus(const PGresult* result) {
-  return Call<PQresultStatus>("PQresultStatus", result);
+ExecStatusType PQresultStatus(const PGresult* res) {
+  return Call<PQresultStatus>("PQresultStatus", res);
 }
 
-int PQsendPrepare(PGconn* connection, const char* statement, const char* query, int count,
-                  const Oid* types) {
-  return Call<PQsendPrepare>("PQsendPrepare", connection, statement, query, count, types);
+int PQsendPrepare(PGconn* conn, const char* stmtName, const char* query, int nParams,
+                  const Oid* paramTypes) {
+  return Call<PQsendPrepare>("PQsendPrepare", conn, stmtName, query, nParams, paramTypes);
 }
 
-int PQsendQuery(PGconn* connection, const char* query) {
-  return Call<PQsendQuery>("PQsendQuery", connection, query);
+int PQsendQuery(PGconn* conn, const char* query) {
+  return Call<PQsendQuery>("PQsendQuery", conn, query);
 }
 
-int PQsendQueryParams(PGconn* connection, const char* command, int count, const Oid* types,
-                      const char* const* values, const int* lengths, const int* formats,
-                      int resultFormat) {
-  return Call<PQsendQueryParams>("PQsendQueryParams", connection, command, count, types, values,
-                                 lengths, formats, resultFormat);
+int PQsendQueryParams(PGconn* conn, const char* command, int nParams, const Oid* paramTypes,
+                      const char* const* paramValues, const int* paramLengths,
+                      const int* paramFormats, int resultFormat) {
+  return Call<PQsendQueryParams>("PQsendQueryParams", conn, command, nParams, paramTypes,
+                                 paramValues, paramLengths, paramFormats, resultFormat);
 }
 
-int PQsendQueryPrepared(PGconn* connection, const char* statement, int count,
-                        const char* const* values, const int* lengths, const int* formats,
-                        int resultFormat) {
-  return Call<PQsendQueryPrepared>("PQsendQueryPrepared", connection, statement, count, values,
-                                   lengths, formats, resultFormat);
+int PQsendQueryPrepared(PGconn* conn, const char* stmtName, int nParams,
+                        const char* const* paramValues, const int* paramLengths,
+                        const int* paramFormats, int resultFormat) {
+  return Call<PQsendQueryPrepared>("PQsendQueryPrepared", conn, stmtName, nParams, paramValues,
+                                   paramLengths, paramFormats, resultFormat);
 }
 
-int PQserverVersion(const PGconn* connection) {
-  return Call<PQserverVersion>("PQserverVersion", connection);
+int PQserverVersion(const PGconn* conn) {
+  return Call<PQserverVersion>("PQserverVersion", conn);
 }
 
-PQnoticeReceiver PQsetNoticeReceiver(PGconn* connection, PQnoticeReceiver receiver,
-                                     void* argument) {
-  return Call<PQsetNoticeReceiver>("PQsetNoticeReceiver", connection, receiver, argument);
+PQnoticeReceiver PQsetNoticeReceiver(PGconn* conn, PQnoticeReceiver proc, void* arg) {
+  return Call<PQsetNoticeReceiver>("PQsetNoticeReceiver", conn, proc, arg);
 }
 
-int PQsetSingleRowMode(PGconn* connection) {
-  return Call<PQsetSingleRowMode>("PQsetSingleRowMode", connection);
+int PQsetSingleRowMode(PGconn* conn) {
+  return Call<PQsetSingleRowMode>("PQsetSingleRowMode", conn);
 }
 
-int PQsocket(const PGconn* connection) {
-  return Call<PQsocket>("PQsocket", connection);
+int PQsocket(const PGconn* conn) {
+  return Call<PQsocket>("PQsocket", conn);
 }
 
-ConnStatusType PQstatus(const PGconn* connection) {
-  return Call<PQstatus>("PQstatus", connection);
+ConnStatusType PQstatus(const PGconn* conn) {
+  return Call<PQstatus>("PQstatus", conn);
 }
 
-PGTransactionStatusType PQtransactionStatus(const PGconn* connection) {
-  return Call<PQtransactionStatus>("PQtransactionStatus", connection);
+PGTransactionStatusType PQtransactionStatus(const PGconn* conn) {
+  return Call<PQtransactionStatus>("PQtransactionStatus", conn);
 }
+
+// NOLINTEND(readability-identifier-naming)
