@@ -17,7 +17,7 @@ using EditHandler = std::function<void(QWidget& widget)>;
 /// says, what a person does to the widget is put into the control, and what the control refuses is
 /// taken back from the widget. What is shown is never taken for something that a person did. The
 /// control and the widget must outlive the binding. One thread.
-class ControlBinding {
+class ControlBinding : public ShownLater {
  public:
   virtual ~ControlBinding() = default;
   ControlBinding(const ControlBinding&) = delete;
@@ -28,8 +28,7 @@ class ControlBinding {
   void OnEdit(EditHandler handler) { onEdit_ = std::move(handler); }
   /// Puts off what changes from now on until `pending` shows it, which must outlive the binding.
   void ShowLater(PendingShows& pending) { pending_ = &pending; }
-  /// Shows what was put off.
-  void Flush();
+  void Flush() override;
 
  protected:
   ControlBinding(ControlModel& control, QWidget& widget);

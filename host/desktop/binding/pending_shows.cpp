@@ -3,12 +3,10 @@
 #include <QCoreApplication>
 #include <utility>
 
-#include "host/desktop/binding/control_binding.h"
-
 namespace qorhost {
 
-void PendingShows::Note(ControlBinding& binding) {
-  changed_.push_back(&binding);
+void PendingShows::Note(ShownLater& later) {
+  changed_.push_back(&later);
   if (!posted_) {
     posted_ = true;
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
@@ -16,8 +14,8 @@ void PendingShows::Note(ControlBinding& binding) {
 }
 
 void PendingShows::Flush() {
-  for (ControlBinding* binding : std::exchange(changed_, {})) {
-    binding->Flush();
+  for (ShownLater* later : std::exchange(changed_, {})) {
+    later->Flush();
   }
 }
 

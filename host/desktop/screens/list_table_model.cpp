@@ -7,6 +7,7 @@
 
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/words/list_words.h"
+#include "host/desktop/words/shown_word.h"
 
 namespace qorhost {
 

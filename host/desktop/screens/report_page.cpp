@@ -26,6 +26,7 @@
 #include "host/desktop/printing/table_printer.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/words/list_words.h"
+#include "host/desktop/words/shown_word.h"
 #include "host/files/csv_writer.h"
 
 namespace qorhost {

@@ -6,7 +6,7 @@
 
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/words/desk_sentences.h"
-#include "host/desktop/words/list_words.h"
+#include "host/desktop/words/shown_word.h"
 #include "host/desktop/words/work_sentences.h"
 
 namespace qorhost {

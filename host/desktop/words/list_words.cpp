@@ -1,6 +1,5 @@
 #include "host/desktop/words/list_words.h"
 
-#include <QCoreApplication>
 #include <QStringList>
 #include <algorithm>
 #include <array>
@@ -9,7 +8,7 @@
 #include "host/desks/shown_value.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/words/desk_words.h"
-#include "host/desktop/words/list_word_table.h"
+#include "host/desktop/words/shown_word.h"
 
 namespace qorhost {
 
@@ -38,14 +37,6 @@ QString ShownSummary(const QString& summary) {
 }
 
 }  // namespace
-
-QString ShownWord(const QString& word) {
-  return word.isEmpty() ? word : QCoreApplication::translate("Lists", word.toUtf8().constData());
-}
-
-QString ShownTitle(const std::string& title) {
-  return ShownWord(ToQt(title));
-}
 
 QString ShownInList(const ListField& field, const qorcred::Value& cell) {
   const QString text = ToQt(ShownText(cell));
