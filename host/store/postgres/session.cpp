@@ -258,7 +258,7 @@ bool Session::IsVersion(const RowVersion& version, std::string_view changedTable
       OwnOfRow(*table,
                fmt::format(R"(SELECT "LASTMODIFIEDDATE" FROM {} WHERE "RID"=$1::int4)",
                            QuotedName(table->name)),
-               std::move(values));
+               values);
   return stored.rows() > 0 &&
          IsSameVersion(CellOf(stored, 0, 0, dialect::ColumnType::kDate), version.lastModified);
 }
@@ -280,7 +280,7 @@ std::int64_t Session::DeleteRow(std::string_view table, std::int32_t rid) {
     values.AddNumber(rid);
     return OwnOfRow(found,
                     fmt::format("DELETE FROM {} WHERE \"RID\"=$1::int4", QuotedName(found.name)),
-                    std::move(values))
+                    values)
         .affected();
   });
 }
@@ -342,7 +342,8 @@ Result Session::RunOwn(std::string_view sql, const SentValues& values, const Tak
   return Run(found->second, values, take);
 }
 
-Result Session::OwnOfRow(const dialect::Table& table, const std::string& sql, SentValues values) {
+Result Session::OwnOfRow(const dialect::Table& table, const std::string& sql,
+                         const SentValues& values) {
   const dialect::Column* const unitColumn = dialect::UnitColumnOf(table);
   if (const auto unit = work_.unit(); unit && unitColumn != nullptr) {
     SentValues inUnit = values;

@@ -98,7 +98,7 @@ class Session final : public SqlSession {
   Result Own(std::string_view sql, const SentValues& values = {}, const TakeRow& take = nullptr);
   /// The same for a text that ends with the condition that names a row of a table by its identity:
   /// the row is looked for in the operation's unit first, and only then in all.
-  Result OwnOfRow(const dialect::Table& table, const std::string& sql, SentValues values);
+  Result OwnOfRow(const dialect::Table& table, const std::string& sql, const SentValues& values);
 
   [[nodiscard]] Connection& connection() const noexcept { return connection_; }
   [[nodiscard]] const Patience& patience() const noexcept { return patience_; }

@@ -65,6 +65,7 @@ constexpr WholeCommand kWholeCommands[] = {
     {"history check", "reads the whole history"},
     {"history list", "the history of all units"},
     {"sql 'SELECT Count(*) FROM Tenants'", "a statement that names no unit"},
+    {"units delete 3", "raises the versions of all units"},
     {"units add Annex --type 'Entry Panel 500'", "raises the versions of all units"},
 };
 
@@ -189,6 +190,7 @@ TEST_F(ServerPlans, OfTheTourMeetOnePlace) {
 
 TEST_F(ServerPlans, OfOperationsAndReportsMeetOnePlace) {
   std::ofstream(File("cards.csv")) << "Credential Type,Card Number,Facility Code\ncard26,600,7\n";
+  std::ofstream(File("codes.csv")) << "Directory Code,Phone No.\n877,555-0177\n";
   std::ofstream(File("people.csv")) << "Last Name,First Name\nTanaka,Yui\n";
   for (const char* line : {
            "credentials list",
@@ -227,6 +229,9 @@ TEST_F(ServerPlans, OfOperationsAndReportsMeetOnePlace) {
            "access list",
            "attention list",
            "attention end",
+           "attention delete --where 'name = Transmitter-320'",
+           "dircodes import FOLDER/codes.csv",
+           "tenants edit --where 'name contains Tanaka' --initial Q",
            "report credentials",
            "report credentials --where 'Assigned To = Unassigned'",
            "report credentials --delete rid:ROW",
