@@ -7,14 +7,17 @@
 #include "host/cli/command_session.h"
 #include "host/cli/list_options.h"
 #include "host/cli/moving_commands.h"
+#include "host/desks/store_rights.h"
 
 namespace qorhost {
 
 struct InitOptions {
   bool demo = false;
   bool force = false;
-  bool trial = false;    ///< makes the store and does not put it in its place
-  MovingOptions moving;  ///< of a building that is brought in
+  bool trial = false;        ///< makes the store and does not put it in its place
+  MovingOptions moving;      ///< of a building that is brought in
+  StoreRoles roles;          ///< of a store on a server
+  bool rightsAlone = false;  ///< nothing is made
 };
 
 struct SqlOptions {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/store/engines/server_engine.h"
+#include "host/store/engines/store_roles.h"
 #include "host/store/server_name.h"
 #include "host/store/sqlite/replacement.h"
 #include "host/store/sqlite/schema.h"
@@ -41,6 +42,14 @@ void RequireFileStore(const std::filesystem::path& name, const std::string& what
   if (IsOnServer(name)) {
     throw StoreError(fmt::format("A store on a server cannot be {} yet: name one in a file", what));
   }
+}
+
+void GrantRights(const std::filesystem::path& name, const StoreRoles& roles) {
+  if (!IsOnServer(name)) {
+    throw StoreError(
+        "Roles are granted rights on a store on a server: for a file set the rights of the file");
+  }
+  GrantServerRights(name.string(), roles);
 }
 
 std::unique_ptr<Store> OpenMemoryStore() {

@@ -1,5 +1,6 @@
 #include "host/store/engines/server_engine.h"
 
+#include "host/store/postgres/rights.h"
 #include "host/store/postgres/schema.h"
 #include "host/store/postgres/store.h"
 
@@ -9,6 +10,11 @@ std::unique_ptr<Store> OpenServerStore(const std::string& name, OpenMode mode,
                                        const Patience& patience) {
   return std::make_unique<postgres::Store>(postgres::OpenServerStore(name, mode), patience,
                                            mode == OpenMode::kReadOnly);
+}
+
+void GrantServerRights(const std::string& name, const StoreRoles& roles) {
+  postgres::Connection connection = postgres::OpenServerStore(name, OpenMode::kReadWrite);
+  postgres::GrantRights(connection, {roles.operators, roles.administrators});
 }
 
 }  // namespace qorhost

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "host/store/engines/store_roles.h"
 #include "host/store/store.h"
 
 namespace qorhost {
@@ -11,5 +12,8 @@ namespace qorhost {
 /// As OpenStore(). Raises StoreError in a build without the engine.
 [[nodiscard]] std::unique_ptr<Store> OpenServerStore(const std::string& name, OpenMode mode,
                                                      const Patience& patience);
+
+/// As GrantRights(). Raises StoreError in a build without the engine.
+void GrantServerRights(const std::string& name, const StoreRoles& roles);
 
 }  // namespace qorhost
