@@ -93,6 +93,15 @@ void DescribeInit(CLI::App& app, Choice& choice) {
   init->add_flag("--force", choice.init.force, "Replace an existing store");
   init->add_flag("--distributed", choice.init.distributed,
                  "Spread its tables over the servers of a distributed one, by the unit");
+  init->add_option("--operators", choice.init.roles.operators,
+                   "On a server: the role that is to work on the store and cannot alter its "
+                   "history, nor its schema")
+      ->type_name("ROLE");
+  init->add_option("--administrators", choice.init.roles.administrators,
+                   "On a server: the role that is to own the store")
+      ->type_name("ROLE");
+  init->add_flag("--rights-only", choice.init.rightsAlone,
+                 "Make nothing: grant these roles the rights on the store that is there");
   DescribeMoving(*init, choice.init.moving);
   DescribeTrial(*init, choice.init.trial);
 }

@@ -93,9 +93,32 @@ StoreStatements ReadStatements(const SqlOptions& options, Console& console) {
   return statements;
 }
 
-}  // namespace
+/// Of a store that is there.
+ExitStatus RunRights(const GlobalOptions& global, const InitOptions& options, Console& console) {
+  if (options.roles.empty()) {
+    throw UsageError(
+        "--rights-only grants rights to roles: name them with --operators or "
+        "--administrators");
+  }
+  if (options.demo || options.force || options.trial || RunsMoving(options.moving)) {
+    throw UsageError("--rights-only makes no store: leave the other options out");
+  }
+  GrantRightsOn(global.file, options.roles);
+  console.stored = true;
+  if (global.json) {
+    ChangeReport report;
+    report.stored = true;
+    report.facts.Add("operators", options.roles.operators)
+        .Add("administrators", options.roles.administrators);
+    PrintChange(console.out, report);
+    return ExitStatus::kDone;
+  }
+  console.Remarks() << fmt::format("Granted the rights on {}.\n",
+                                   Displayable(global.file.string()));
+  return ExitStatus::kDone;
+}
 
-ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Console& console) {
+ExitStatus RunMaking(const GlobalOptions& global, const InitOptions& options, Console& console) {
   if (options.force && global.answer == false) {
     throw UsageError("--force replaces a store, and --no says No: leave one of them out");
   }
@@ -132,6 +155,22 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
                                   "'qorhost init --demo' makes a store to try things on.\n",
                                   name));
   return ExitStatus::kDone;
+}
+
+}  // namespace
+
+ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Console& console) {
+  if (options.rightsAlone) {
+    return RunRights(global, options, console);
+  }
+  if (!options.roles.empty()) {
+    RequireServerForRights(global.file);
+  }
+  const ExitStatus made = RunMaking(global, options, console);
+  if (made == ExitStatus::kDone && !options.roles.empty() && !options.trial) {
+    GrantRightsOn(global.file, options.roles);
+  }
+  return made;
 }
 
 ExitStatus RunUnits(const GlobalOptions& global, const ListOptions& asked, Console& console) {

@@ -7,6 +7,7 @@
 #include "host/cli/command_session.h"
 #include "host/cli/list_options.h"
 #include "host/cli/moving_commands.h"
+#include "host/desks/store_rights.h"
 
 namespace qorhost {
 
@@ -16,6 +17,8 @@ struct InitOptions {
   bool trial = false;        ///< makes the store and does not put it in its place
   bool distributed = false;  ///< on a server that spreads its tables over several
   MovingOptions moving;      ///< of a building that is brought in
+  StoreRoles roles;          ///< of a store on a server
+  bool rightsAlone = false;  ///< nothing is made
 };
 
 struct SqlOptions {

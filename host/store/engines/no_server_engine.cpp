@@ -29,4 +29,8 @@ std::unique_ptr<ServerPlace> MakeServerPlace(const std::string& /*name*/,
   Refuse();
 }
 
+void GrantServerRights(const std::string& /*name*/, const StoreRoles& /*roles*/) {
+  Refuse();
+}
+
 }  // namespace qorhost

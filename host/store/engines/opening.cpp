@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/store/engines/server_engine.h"
+#include "host/store/engines/store_roles.h"
 #include "host/store/server_name.h"
 #include "host/store/sqlite/replacement.h"
 #include "host/store/sqlite/schema.h"
@@ -50,6 +51,14 @@ void RequireDistribution(const std::filesystem::path& name) {
                     name.string()));
   }
   RequireDistributingServer(name.string());
+}
+
+void GrantRights(const std::filesystem::path& name, const StoreRoles& roles) {
+  if (!IsOnServer(name)) {
+    throw StoreError(
+        "Roles are granted rights on a store on a server: for a file set the rights of the file");
+  }
+  GrantServerRights(name.string(), roles);
 }
 
 std::unique_ptr<Store> OpenMemoryStore() {

@@ -1,5 +1,6 @@
 #include "host/store/engines/server_engine.h"
 
+#include "host/store/postgres/rights.h"
 #include "host/store/postgres/schema.h"
 #include "host/store/postgres/server_place.h"
 #include "host/store/postgres/store.h"
@@ -20,6 +21,11 @@ void RequireDistributingServer(const std::string& name) {
 std::unique_ptr<ServerPlace> MakeServerPlace(const std::string& name, const ServerPlaceOrder& order,
                                              const Patience& patience) {
   return std::make_unique<postgres::ServerPlace>(name, order, patience);
+}
+
+void GrantServerRights(const std::string& name, const StoreRoles& roles) {
+  postgres::Connection connection = postgres::OpenServerStore(name, OpenMode::kReadWrite);
+  postgres::GrantRights(connection, {roles.operators, roles.administrators});
 }
 
 }  // namespace qorhost

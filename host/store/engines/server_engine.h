@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "host/store/engines/store_roles.h"
 #include "host/store/server_place.h"
 #include "host/store/store.h"
 
@@ -18,5 +19,8 @@ namespace qorhost {
                                                            const Patience& patience);
 /// As RequireDistribution().
 void RequireDistributingServer(const std::string& name);
+
+/// As GrantRights(). Raises StoreError in a build without the engine.
+void GrantServerRights(const std::string& name, const StoreRoles& roles);
 
 }  // namespace qorhost

@@ -309,9 +309,9 @@ void Connection::Commit(const Witness& witness) {
 /// What has become of a transaction whose end the server did not tell.
 Connection::Fate Connection::FateOf(const Witness& witness, int backend) noexcept {
   using std::chrono::steady_clock;
-  const steady_clock::time_point end = steady_clock::now() + kLookTime;
-  std::chrono::milliseconds pause = kShortestPause;
-  do {
+  const steady_clock::time_point started = steady_clock::now();
+  for (std::chrono::milliseconds pause = kShortestPause; steady_clock::now() - started < kLookTime;
+       pause = std::min(pause * 2, kLongestPause)) {
     try {
       if (isLost()) {
         Open();
@@ -321,8 +321,7 @@ Connection::Fate Connection::FateOf(const Witness& witness, int backend) noexcep
       // It may be starting, or on its way to its end: that is asked once more.
       std::this_thread::sleep_for(pause);
     }
-    pause = std::min(pause * 2, kLongestPause);
-  } while (steady_clock::now() < end);
+  }
   return Fate::kUnknown;
 }
 

@@ -3,10 +3,9 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <filesystem>
+#include <cstdlib>
+#include <string>
 #include <utility>
-
-#include "tests/host/store/whole_copy.h"
 
 namespace qorhost::test {
 
@@ -19,27 +18,23 @@ std::string TextOf(const Result& result) {
                      fmt::join(result.content, "\n"));
 }
 
+int OrderStep(int usual) {
+  const char* const asked = std::getenv("QORHOST_ORDER_STEP");
+  return asked == nullptr ? usual : std::stoi(asked);
+}
+
 void MeetingTest::SetUp() {
-  MakeBuilding(folder_.File("new.db"), GetParam().capacity);
-  new_ = std::make_unique<sqlite::Database>(folder_.File("new.db"), OpenMode::kReadWrite);
+  place_ = NewMeetingPlace(GetParam().capacity);
+  first_ = place_->NewSeat("anna");
+  second_ = place_->NewSeat("bert");
 }
 
 void MeetingTest::Begin() {
-  if (first_ != nullptr) {
-    CopyWhole(*new_, first_->database());  // faster than to open them again
-    return;
-  }
-  const std::filesystem::path file = folder_.File("building.db");
-  std::filesystem::copy_file(folder_.File("new.db"), file);
-  first_ = std::make_unique<Seat>(file, "anna");
-  second_ = std::make_unique<Seat>(file, "bert");
-  for (const std::unique_ptr<Seat>* seat : {&first_, &second_}) {
-    (*seat)->database().Run("PRAGMA synchronous=OFF");  // nothing is lost here
-  }
+  place_->Renew();
 }
 
 Result MeetingTest::End(Told first, Told second) {
-  return {std::move(first), std::move(second), ContentOf(first_->database())};
+  return {std::move(first), std::move(second), place_->Content()};
 }
 
 bool MeetingTest::IsBusy(const Told& told) {

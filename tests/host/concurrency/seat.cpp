@@ -13,21 +13,41 @@
 
 namespace qorhost::test {
 
-struct Seat::Trace {
-  static int Called(unsigned /*event*/, void* seat, void* /*statement*/, void* text) {
-    auto& self = *static_cast<Seat*>(seat);
+namespace {
+
+class FileSteps final : public Steps {
+ public:
+  explicit FileSteps(Store& store) : database_(sqlite::DatabaseOf(store)) {}
+  ~FileSteps() override { sqlite3_trace_v2(database_.handle(), 0, nullptr, nullptr); }
+
+  void Tell(std::function<void()> step) override {
+    step_ = std::move(step);
+    sqlite3_trace_v2(database_.handle(), SQLITE_TRACE_STMT, &Called, this);
+  }
+
+ private:
+  static int Called(unsigned /*event*/, void* steps, void* /*statement*/, void* text) {
     // What a trigger runs is a part of its statement.
     if (!std::string_view(static_cast<const char*>(text)).starts_with("--")) {
-      self.step_(self.statements_++);
+      static_cast<FileSteps*>(steps)->step_();
     }
     return 0;
   }
+
+  sqlite::Database& database_;
+  std::function<void()> step_;
 };
 
-Seat::Seat(const std::filesystem::path& file, const std::string& who, bool traced) {
-  std::unique_ptr<Store> store = OpenStore(file, OpenMode::kReadWrite);
-  store_ = store.get();
-  database_ = &sqlite::DatabaseOf(*store);
+}  // namespace
+
+Seat::Seat(const std::filesystem::path& file, const std::string& who, bool traced)
+    : Seat(OpenStore(file, OpenMode::kReadWrite), nullptr, who, traced) {
+  steps_ = std::make_unique<FileSteps>(*store_);
+}
+
+Seat::Seat(std::unique_ptr<Store> store, std::unique_ptr<Steps> steps, const std::string& who,
+           bool traced)
+    : store_(store.get()), steps_(std::move(steps)) {
   Surroundings surroundings;
   surroundings.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
   surroundings.author = {who, "desk of " + who, {}};
@@ -49,18 +69,20 @@ Seat::Seat(const std::filesystem::path& file, const std::string& who, bool trace
   session_ = std::make_unique<DeskSession>(std::move(store), std::move(surroundings));
 }
 
-Seat::~Seat() {
-  sqlite3_trace_v2(database_->handle(), 0, nullptr, nullptr);
+Seat::~Seat() = default;
+
+sqlite::Database& Seat::database() {
+  return sqlite::DatabaseOf(*store_);
 }
 
 void Seat::BeforeStatements(std::function<void(int nth)> step) {
-  step_ = std::move(step);
   statements_ = 0;
-  sqlite3_trace_v2(database_->handle(), SQLITE_TRACE_STMT, &Trace::Called, this);
+  steps_->Tell([this, step = std::move(step)] { step(statements_++); });
 }
 
 std::string TextOf(const Told& told) {
-  constexpr std::string_view kNames[] = {"done", "refused", "failed", "stale", "cancelled"};
+  constexpr std::string_view kNames[] = {"done",  "refused",   "failed",
+                                         "stale", "cancelled", "unknown"};
   return fmt::format("{} messages [{}] failures [{}] changed by [{}]",
                      kNames[static_cast<std::size_t>(told.ending)], fmt::join(told.messages, "; "),
                      fmt::join(told.failures, "; "), fmt::join(told.changedBy, "; "));
@@ -74,7 +96,7 @@ Told TellingRaised(const std::function<Told()>& work) {
   } catch (const RefusedError& refusal) {
     return {Ending::kRefused, {refusal.what()}, {}, {}};
   } catch (const std::exception& failure) {
-    return {Ending::kFailed, {}, {failure.what()}, {}};
+    return {EndingBy(failure), {}, {failure.what()}, {}};
   }
 }
 

@@ -14,17 +14,35 @@
 
 namespace qorhost::test {
 
-/// A desk session on a store file, whose surroundings the test plays. It answers questions with Yes
-/// and waits for nobody unless the test says otherwise.
+/// Tells of the statements of a seat, on whatever engine.
+class Steps {
+ public:
+  virtual ~Steps() = default;
+  Steps(const Steps&) = delete;
+  Steps& operator=(const Steps&) = delete;
+
+  /// From now on calls `step` before every statement, which waits for it.
+  virtual void Tell(std::function<void()> step) = 0;
+
+ protected:
+  Steps() = default;
+};
+
+/// A desk session on a store, whose surroundings the test plays. It answers questions with Yes and
+/// waits for nobody unless the test says otherwise.
 class Seat {
  public:
+  /// On a store file.
   Seat(const std::filesystem::path& file, const std::string& who, bool traced = false);
+  Seat(std::unique_ptr<Store> store, std::unique_ptr<Steps> steps, const std::string& who,
+       bool traced = false);
   ~Seat();
   Seat(const Seat&) = delete;
   Seat& operator=(const Seat&) = delete;
 
   [[nodiscard]] DeskSession& session() { return *session_; }
-  [[nodiscard]] sqlite::Database& database() { return *database_; }
+  /// Of one on a file.
+  [[nodiscard]] sqlite::Database& database();
   void SetPatience(Patience patience) { store_->SetPatience(std::move(patience)); }
 
   /// From now on calls `step` before every statement of this seat, with its place from 0.
@@ -34,14 +52,12 @@ class Seat {
   std::vector<std::string> trace;               // empty unless it is traced
   std::function<void(std::string_view)> onBox;  // called when a message is shown
   bool yes = true;
+  std::int32_t unit = 1;  // at which it works
 
  private:
-  struct Trace;
-
   Store* store_ = nullptr;  // of the session
-  sqlite::Database* database_ = nullptr;
   std::unique_ptr<DeskSession> session_;
-  std::function<void(int)> step_;
+  std::unique_ptr<Steps> steps_;
   int statements_ = 0;
 };
 

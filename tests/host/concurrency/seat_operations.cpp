@@ -69,7 +69,7 @@ SeatOperation Issue(const std::string& first, const std::string& last, bool with
             entry.facility = "7";
             entry.withTenants = withTenants;
             auto desk = std::make_shared<CredentialDesk>(
-                seat.session(), kUnit,
+                seat.session(), seat.unit,
                 withTenants ? DeskScreen::kTenantCreating : DeskScreen::kCredentials);
             EnterCredentials(*desk, entry);
             return At(desk, [](CredentialDesk& at) -> Outcome { return at.SaveNew(); });
@@ -79,8 +79,8 @@ SeatOperation Issue(const std::string& first, const std::string& last, bool with
 template <typename Work>
 SeatOperation OnCard(std::string name, const std::string& card, Work work) {
   return {std::move(name), [card, work](Seat& seat) {
-            auto desk =
-                std::make_shared<CredentialDesk>(seat.session(), kUnit, DeskScreen::kCredentials);
+            auto desk = std::make_shared<CredentialDesk>(seat.session(), seat.unit,
+                                                         DeskScreen::kCredentials);
             (void)desk->Select(CardEntry(card));
             return work(desk);
           }};
@@ -89,7 +89,7 @@ SeatOperation OnCard(std::string name, const std::string& card, Work work) {
 template <typename Work>
 SeatOperation OnCode(std::string name, const std::string& code, Work work) {
   return {std::move(name), [code, work](Seat& seat) {
-            auto desk = std::make_shared<DirCodeDesk>(seat.session(), kUnit);
+            auto desk = std::make_shared<DirCodeDesk>(seat.session(), seat.unit);
             (void)desk->Select(code);
             return work(desk);
           }};
@@ -104,7 +104,7 @@ SeatOperation Import(std::string name, std::span<const ImportColumn> columns, Im
             const auto run = [=, &seat] {
               ImportFile file(text, columns);
               const ImportReport report =
-                  importer(seat.session(), kUnit, file, {.answerYes = true}, nullptr);
+                  importer(seat.session(), seat.unit, file, {.answerYes = true}, nullptr);
               return Told{report.ending, report.texts, {}, {}};
             };
             return PreparedDesk{run, nullptr};
@@ -115,7 +115,7 @@ SeatOperation Import(std::string name, std::span<const ImportColumn> columns, Im
 template <typename Work>
 SeatOperation OnTenant(std::string name, const std::string& tenant, Work work) {
   return {std::move(name), [tenant, work](Seat& seat) {
-            auto desk = std::make_shared<TenantDesk>(seat.session(), kUnit);
+            auto desk = std::make_shared<TenantDesk>(seat.session(), seat.unit);
             desk->Choose({tenant});
             return PreparedDesk{[desk, work] { return Telling(work(*desk)); }, nullptr};
           }};
@@ -132,7 +132,7 @@ UnitReading ChangedUnit() {
   const TemporaryFolder folder;
   MakeBuilding(folder.File("unit.db"), kCodesInUse);
   Seat seat(folder.File("unit.db"), "unit");
-  UnitReading reading{ExportUnit(seat.session(), kUnit, "", Unholdable::kRefused).file, {}};
+  UnitReading reading{ExportUnit(seat.session(), seat.unit, "", Unholdable::kRefused).file, {}};
   std::vector<UnitCode>& codes = reading.file.codes;
   std::erase_if(codes, [](const UnitCode& code) { return NumberOf(code) == 103; });
   for (UnitCode& code : codes) {
@@ -187,7 +187,7 @@ SeatOperation ImportCards(const std::string& lines) {
 
 SeatOperation DeleteInReport(const std::string& rids) {
   return {"delete in a report " + rids, [rids](Seat& seat) {
-            auto report = std::make_shared<CredentialReport>(seat.session(), kUnit,
+            auto report = std::make_shared<CredentialReport>(seat.session(), seat.unit,
                                                              std::vector<std::string>());
             (void)report->Run();
             const auto run = [report, rids] { return Telling(report->Delete(GivenRids(rids))); };
@@ -197,7 +197,7 @@ SeatOperation DeleteInReport(const std::string& rids) {
 
 SeatOperation AddCode(const std::string& code) {
   return {"add code " + code, [code](Seat& seat) {
-            auto desk = std::make_shared<DirCodeDesk>(seat.session(), kUnit);
+            auto desk = std::make_shared<DirCodeDesk>(seat.session(), seat.unit);
             DirCodeEntry entry;
             entry.phone = "555-7000";
             EnterNewCode(*desk, code, entry);
@@ -249,7 +249,7 @@ SeatOperation MergeUnit() {
   return {"merge", [](Seat& seat) {
             const auto run = [&seat] {
               static const UnitReading kUnitAtTheDoor = ChangedUnit();
-              UnitMerge merge(seat.session(), kUnit, kUnitAtTheDoor, BadLines::kRefused,
+              UnitMerge merge(seat.session(), seat.unit, kUnitAtTheDoor, BadLines::kRefused,
                               Deletions::kAll);
               return Telling(merge.Apply(nullptr));
             };
@@ -259,7 +259,7 @@ SeatOperation MergeUnit() {
 
 SeatOperation AddTenant(const std::string& lastName) {
   return {"add tenant " + lastName, [lastName](Seat& seat) {
-            auto desk = std::make_shared<TenantDesk>(seat.session(), kUnit);
+            auto desk = std::make_shared<TenantDesk>(seat.session(), seat.unit);
             const auto run = [desk, lastName] {
               TenantEntry entry;
               entry.lastName = lastName;
@@ -312,19 +312,19 @@ SeatOperation ImportPeople(const std::string& lines) {
 }
 
 SeatOperation ReplaceCard(const std::string& card, const std::string& successor) {
-  return {
-      fmt::format("replace {} by {}", card, successor), [card, successor](Seat& seat) {
-        const auto run = [&seat, card, successor] {
-          return Telling(ReplaceCredential(seat.session(), kUnit, {card, successor}, Trial::kNo));
-        };
-        return PreparedDesk{run, nullptr};
-      }};
+  return {fmt::format("replace {} by {}", card, successor), [card, successor](Seat& seat) {
+            const auto run = [&seat, card, successor] {
+              return Telling(
+                  ReplaceCredential(seat.session(), seat.unit, {card, successor}, Trial::kNo));
+            };
+            return PreparedDesk{run, nullptr};
+          }};
 }
 
 SeatOperation MarkStepsSent() {
   return {"steps done", [](Seat& seat) {
             const auto run = [&seat] {
-              (void)MarkSent(seat.session(), kUnit, {}, Trial::kNo);
+              (void)MarkSent(seat.session(), seat.unit, {}, Trial::kNo);
               return Told();
             };
             return PreparedDesk{run, nullptr};
@@ -334,7 +334,7 @@ SeatOperation MarkStepsSent() {
 SeatOperation NameSchedule(const std::string& schedule, const std::string& name) {
   return {"rename schedule " + schedule, [schedule, name](Seat& seat) {
             const auto run = [&seat, schedule, name] {
-              (void)RenameSchedule(seat.session(), kUnit, schedule, name, Trial::kNo);
+              (void)RenameSchedule(seat.session(), seat.unit, schedule, name, Trial::kNo);
               return Told();
             };
             return PreparedDesk{run, nullptr};

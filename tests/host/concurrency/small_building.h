@@ -2,7 +2,9 @@
 #pragma once
 
 #include <filesystem>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/store/sqlite/database.h"
@@ -22,6 +24,18 @@ void MakeBuilding(const std::filesystem::path& file, int capacity);
 /// Every row of every table as a text, without the dates of changes and random marks: equal for two
 /// stores in which the same was done.
 [[nodiscard]] std::vector<std::string> ContentOf(sqlite::Database& database);
+
+/// The statements that put its rows into an empty store, in words that all engines know.
+[[nodiscard]] std::string RowsOfBuilding(int capacity);
+
+/// What a SELECT of texts finds is wrong.
+struct Wrong {
+  std::string_view what;
+  std::string_view select;
+};
+/// What must never be in a store, in words that all engines know, the versions of units being in
+/// the table UnitVersions.
+[[nodiscard]] std::span<const Wrong> AllThatIsWrong();
 
 /// What must never be in a store, whoever worked on it at once: numbers and codes that are there
 /// twice, more codes than the unit takes, tenants who hold what is not there, a credential with two

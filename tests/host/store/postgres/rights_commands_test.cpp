@@ -1,0 +1,69 @@
+// The command that makes a store on a server, and grants the rights on it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <exception>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/store/postgres/connection.h"
+#include "test_server.h"
+#include "tests/host/cli/run_fixture.h"
+
+namespace qorhost::test {
+namespace {
+
+using postgres::Connection;
+using postgres::test::TestServer;
+using testing::HasSubstr;
+
+class RightsCommands : public RunFixture {
+ protected:
+  void SetUp() override {
+    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
+      GTEST_SKIP() << missing;
+    }
+    static int count = 0;
+    server_ = TestServer::Shared().Create("rightscommands" + std::to_string(++count));
+  }
+
+  [[nodiscard]] Outcome On(const std::string& store, std::vector<std::string> words) {
+    words.insert(words.begin(), {"--db", store, "--yes"});
+    return Run(std::move(words));
+  }
+
+  std::string server_;
+};
+
+TEST_F(RightsCommands, GrantThemWithANewStoreAndLater) {
+  const Outcome made =
+      On(server_, {"init", "--demo", "--operators", "desk", "--administrators", "office"});
+  ASSERT_EQ(made.status, 0) << made.err;
+  Connection owner(server_);
+  owner.RunAll("CREATE ROLE olga LOGIN IN ROLE desk");
+  std::string olga = server_;
+  olga.replace(olga.find("tester"), 6, "olga");
+  EXPECT_EQ(On(olga, {"tenants", "add", "--unit", "1", "--last", "Quintus"}).status, 0);
+  EXPECT_EQ(On(olga, {"history", "check"}).status, 0);
+  const Outcome undone = On(olga, {"history", "undo", "2"});
+  EXPECT_EQ(undone.status, 0) << undone.err;
+  EXPECT_THROW(Connection(olga).RunAll(R"(DELETE FROM qorhost."AuditEntries")"), std::exception);
+  const Outcome later = On(server_, {"init", "--rights-only", "--operators", "desk2"});
+  EXPECT_EQ(later.status, 0) << later.err;
+  EXPECT_THAT(later.err + later.out, HasSubstr("Granted the rights on"));
+  EXPECT_EQ(On(server_, {"init", "--rights-only"}).status, 2);
+  EXPECT_EQ(On(server_, {"init", "--rights-only", "--demo", "--operators", "desk"}).status, 2);
+  EXPECT_EQ(On(olga, {"init", "--rights-only", "--operators", "desk"}).status, 3);
+}
+
+TEST_F(RightsCommands, AreNoneOfAFile) {
+  const Outcome file = On(File("new.db"), {"init", "--operators", "desk"});
+  EXPECT_EQ(file.status, 1);
+  EXPECT_THAT(file.err, HasSubstr("set the rights of the file"));
+  EXPECT_FALSE(std::filesystem::exists(File("new.db")));
+}
+
+}  // namespace
+}  // namespace qorhost::test
