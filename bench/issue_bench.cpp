@@ -60,8 +60,8 @@ std::vector<Comparison> AddIssueBenchmarks(Size /*size*/) {
   benchmark::RegisterBenchmark(kOurs, IssueOurs)->Iterations(1);
   benchmark::RegisterBenchmark(kTexts, IssueByHand<by_hand::IssueWithTexts>)->Iterations(1);
   benchmark::RegisterBenchmark(kPrepared, IssueByHand<by_hand::IssuePrepared>)->Iterations(1);
-  constexpr double kTextsGoal = 0.75;
-  constexpr double kPreparedGoal = 2.0;
+  constexpr double kTextsGoal = 0.15;
+  constexpr double kPreparedGoal = 0.9;
   return {{"issue-range-text", kOurs, kTexts, kTextsGoal},
           {"issue-range-prepared", kOurs, kPrepared, kPreparedGoal}};
 }

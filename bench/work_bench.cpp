@@ -116,7 +116,7 @@ std::vector<Comparison> AddWorkBenchmarks(Size /*size*/) {
   benchmark::RegisterBenchmark(kRange, IssueAsWork)->Iterations(1);
   benchmark::RegisterBenchmark(kRow, RenumberAsWork)->Iterations(1);
   benchmark::RegisterBenchmark(kRowByHand, RenumberByHand)->Iterations(1);
-  constexpr double kRangeGoal = 2.0;
+  constexpr double kRangeGoal = 0.9;
   constexpr double kAuditGoal = 1.05;
   constexpr double kRowGoal = 1.5;
   return {{"work-range", kRange, kPrepared, kRangeGoal},

@@ -147,8 +147,8 @@ void WriteBuffer::Grant(const Table& table, std::int64_t first, std::int64_t las
   }
   Identities* known = Of(table);
   if (known == nullptr) {
-    known =
-        &identities_.emplace_back(Identities{&table, dialect::FindColumn(table, "UnitKey"), {}, 0});
+    known = &identities_.emplace_back(
+        Identities{&table, dialect::FindColumn(table, "UnitKey"), {}, 0, false});
   }
   known->ranges.emplace_back(first, last);
 }
@@ -183,6 +183,7 @@ std::int32_t WriteBuffer::Identities::Next() {
 void WriteBuffer::Identities::Clear() {
   ranges.clear();
   used = 0;
+  isLookedAt = false;
 }
 
 /// The rows of a form, behind those that are held already; null where its table has rows of another
@@ -217,6 +218,11 @@ std::optional<std::int32_t> WriteBuffer::Hold(const std::shared_ptr<const AddedR
   if (failed_ || known == nullptr || known->empty() || !Fits(*form, values, known->unit)) {
     return std::nullopt;
   }
+  if (!known->isLookedAt && !writer_.TakesAnyRow(*form->table)) {
+    known->Clear();
+    return std::nullopt;
+  }
+  known->isLookedAt = true;
   HeldRows* const rows = RowsFor(form);
   if (rows == nullptr) {
     return std::nullopt;

@@ -70,6 +70,9 @@ class RowWriter {
   RowWriter(const RowWriter&) = delete;
   RowWriter& operator=(const RowWriter&) = delete;
 
+  /// Whether the table has no rule that somebody has added to the schema: a trigger, a unique
+  /// index.
+  [[nodiscard]] virtual bool TakesAnyRow(const dialect::Table& table) = 0;
   /// Stores the rows, of which there is one at least, under the identities that they have.
   virtual void Write(const HeldRows& rows) = 0;
   /// Stores a unit's next link code.
@@ -130,6 +133,7 @@ class WriteBuffer {
     const dialect::Column* unit = nullptr;
     std::vector<std::pair<std::int64_t, std::int64_t>> ranges;  // the next one first
     std::size_t used = 0;                                       // ranges
+    bool isLookedAt = false;                                    // takes any row
 
     [[nodiscard]] bool empty() const { return used == ranges.size(); }
     [[nodiscard]] std::int32_t Next();

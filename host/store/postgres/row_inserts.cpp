@@ -101,6 +101,18 @@ PreparedText& RowInserts::TextFor(const HeldRows& rows) {
   return forms_.emplace_back(Form{rows.form(), {InsertText(*rows.form()), {}}}).text;
 }
 
+bool RowInserts::TakesAnyRow(const dialect::Table& table) {
+  SentValues values;
+  values.AddText(QuotedName(table.name));
+  return connection_
+             .Run(
+                 "SELECT 1 FROM pg_index WHERE indrelid=$1::regclass AND indisunique AND NOT "
+                 "indisprimary UNION ALL SELECT 1 FROM pg_trigger WHERE tgrelid=$1::regclass AND "
+                 "NOT tgisinternal AND tgname NOT LIKE 'Tell%'",
+                 values.sent())
+             .rows() == 0;
+}
+
 void RowInserts::Write(const HeldRows& rows) {
   try {
     WriteSome(rows, 0, rows.count());

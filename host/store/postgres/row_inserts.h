@@ -20,6 +20,7 @@ class RowInserts final : public RowWriter {
   /// The connection must live longer.
   explicit RowInserts(Connection& connection) : connection_(connection) {}
 
+  [[nodiscard]] bool TakesAnyRow(const dialect::Table& table) override;
   void Write(const HeldRows& rows) override;
   void KeepLinkCode(std::int32_t unitKey, std::int64_t next) override;
 

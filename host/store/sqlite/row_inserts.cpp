@@ -80,6 +80,18 @@ Statement& RowInserts::StatementFor(const HeldRows& rows, std::size_t size) {
   return *statement;
 }
 
+bool RowInserts::TakesAnyRow(const dialect::Table& table) {
+  if (rules_ == nullptr) {
+    rules_ = std::make_unique<Statement>(
+        database_,
+        "SELECT 1 FROM sqlite_schema WHERE tbl_name=?1 AND (type='trigger' OR "
+        "(type='index' AND sql LIKE 'CREATE UNIQUE%')) LIMIT 1");
+  }
+  const StatementUse rules(*rules_);
+  rules->BindText(1, table.name);
+  return !rules->Step();
+}
+
 void RowInserts::Write(const HeldRows& rows) {
   std::size_t first = 0;
   for (const std::size_t size : kSizes) {

@@ -20,6 +20,7 @@ class RowInserts final : public RowWriter {
   /// The database must live longer.
   explicit RowInserts(Database& database) : database_(database) {}
 
+  [[nodiscard]] bool TakesAnyRow(const dialect::Table& table) override;
   void Write(const HeldRows& rows) override;
   void KeepLinkCode(std::int32_t unitKey, std::int64_t next) override;
 
@@ -36,6 +37,7 @@ class RowInserts final : public RowWriter {
 
   Database& database_;
   std::vector<Form> forms_;
+  std::unique_ptr<Statement> rules_;
   std::unique_ptr<Statement> keepLinkCode_;
 };
 

@@ -339,6 +339,7 @@ std::vector<Endangered> OperationsInDanger() {
       {"IssuingARange", IssueCards("201", "203")},
       {"IssuingARangeWithACheckpoint", IssueCards("201", "203"), true},
       {"IssuingWithTenants", IssueCardsWithTenants("201", "202")},
+      {"IssuingManyWithTenants", IssueCardsWithTenants("201", "212")},
       {"AssigningAHeldCard", AssignCard("101", "Berg Bea")},
       {"DeletingAHeldCard", DeleteCard("101")},
       {"RenumberingACard", RenumberCard("103", 300)},
