@@ -59,16 +59,15 @@ std::size_t BroughtIn(const MovingPlan& plan, std::string_view name) {
 
 }  // namespace
 
-MovingDialog::MovingDialog(QWidget* parent, const QString& file, MovingPlan plan, Planning planning)
+MovingDialog::MovingDialog(QWidget* parent, QString file, MovingPlan plan, Planning planning)
     : QDialog(parent),
-      file_(file),
+      file_(std::move(file)),
       plan_(std::move(plan)),
       planning_(std::move(planning)),
       units_(new QComboBox(this)),
       summary_(new QLabel(this)),
       table_(new QTableView(this)),
-      skips_(new QCheckBox(tr("&Leave these rows out"), this)),
-      make_(nullptr) {
+      skips_(new QCheckBox(tr("&Leave these rows out"), this)) {
   setWindowTitle(tr("New from existing building"));
   resize(kUsualDialog);
   units_->setObjectName(QStringLiteral("movedUnits"));

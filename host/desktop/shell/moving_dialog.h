@@ -26,7 +26,7 @@ class MovingDialog final : public QDialog {
   using Planning = std::function<std::optional<MovingPlan>(std::optional<std::int32_t> unit)>;
 
   /// `plan` is that of all units.
-  MovingDialog(QWidget* parent, const QString& file, MovingPlan plan, Planning planning);
+  MovingDialog(QWidget* parent, QString file, MovingPlan plan, Planning planning);
 
   [[nodiscard]] const MovingPlan& plan() const { return plan_; }
 
@@ -44,7 +44,7 @@ class MovingDialog final : public QDialog {
   ListTableModel cells_;
   QTableView* table_;
   QCheckBox* skips_;
-  QPushButton* make_;
+  QPushButton* make_ = nullptr;
 };
 
 }  // namespace qorhost
