@@ -10,6 +10,7 @@
 #include "host/desks/copy_progress.h"
 #include "host/desks/desk_error.h"
 #include "host/dialect/folding.h"
+#include "host/store/audited_tables.h"
 
 namespace qorhost {
 
@@ -30,11 +31,26 @@ void RequireUnits(SqlSession& from, const UnitKeys& units) {
   }
 }
 
+/// Counters, backups and steps are left of a unit that an undo of the history took away, for the
+/// history does not follow them: they are no unit's.
+bool MayBeLeftOver(const CopiedTable& table) {
+  return !IsAudited(table.name);
+}
+
+void RemoveLeftovers(SqlSession& to, const UnitKeys& units) {
+  for (const CopiedTable& table : CopiedTables()) {
+    if (!IsOfUnits(table) || !MayBeLeftOver(table)) continue;
+    for (const std::int32_t unit : units) {
+      (void)to.Change(fmt::format("DELETE FROM {} WHERE {}={}", table.name, table.unit, unit), {});
+    }
+  }
+}
+
 /// What belongs to a key would become the copied unit's, whether or not its unit is there.
 void RequireFree(SqlSession& to, const UnitKeys& units) {
   const std::set<std::int32_t> wanted(units.begin(), units.end());
   for (const CopiedTable& table : CopiedTables()) {
-    if (!IsOfUnits(table)) continue;
+    if (!IsOfUnits(table) || MayBeLeftOver(table)) continue;
     const QueryResult taken =
         to.Select(fmt::format("SELECT DISTINCT {0} FROM {1} ORDER BY {0}", table.unit, table.name));
     for (const ResultRow row : taken.rows()) {
@@ -164,6 +180,7 @@ CopiedUnits CopyUnits(SqlSession& from, SqlSession& to, const UnitKeys& units,
   WorkGuard whole(to.work(), {{}, what, {}});
   to.work().Lock();
   RequireFree(to, units);
+  RemoveLeftovers(to, units);
   CopiedUnits copied = Copying(from, to, units, progress).Run();
   whole.Commit();
   return copied;

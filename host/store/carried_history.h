@@ -35,7 +35,7 @@ class CarriedHistory {
   [[nodiscard]] virtual std::vector<std::pair<std::int32_t, UnitVersion>> Versions() = 0;
 
   /// Stores an entry as it is, in a transaction on a store whose last entry comes before it.
-  virtual void Add(const CarriedEntry& entry) = 0;
+  virtual void Add(const CarriedEntry& carried) = 0;
   /// The same of the version of a unit that has none.
   virtual void AddVersion(std::int32_t unitKey, const UnitVersion& version) = 0;
 

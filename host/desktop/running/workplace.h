@@ -18,6 +18,8 @@ struct WorkSurroundings {
   Clock clock = SystemClock();
   Author author;
   qorcred::trace::TraceSink trace;  ///< none: nothing is traced
+  /// The program that reads desktop database files; none: the one that belongs to this.
+  std::filesystem::path desktopReader;
 };
 
 /// One thread. The window and the runner must outlive it; screens must not outlive it.

@@ -13,10 +13,11 @@
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/shell/backing_up.h"
+#include "host/desktop/shell/bringing_in.h"
 #include "host/desktop/shell/language.h"
+#include "host/desktop/shell/server_choice.h"
 #include "host/desktop/words/desk_words.h"
 #include "host/store/server_name.h"
-#include "host/store/store_error.h"
 
 namespace qorhost {
 
@@ -68,6 +69,7 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
   connect(&start_->demoButton(), &QPushButton::clicked, this, [this] { (void)OpenDemo(); });
   connect(&start_->openButton(), &QPushButton::clicked, this, [this] { ChooseStore(); });
   connect(&start_->newButton(), &QPushButton::clicked, this, [this] { ChooseNewStore(); });
+  connect(&start_->existingButton(), &QPushButton::clicked, this, [this] { ChooseExisting(); });
   Restore();
   // Afterwards: what is being shown cannot be hidden again.
   connect(
@@ -122,6 +124,8 @@ void MainWindow::MakeStoreMenu() {
   QMenu* store = menuBar()->addMenu(tr("Store"));
   store->addAction(tr("New…"), QKeySequence::New, this, [this] { ChooseNewStore(); });
   store->addAction(tr("Open…"), QKeySequence::Open, this, [this] { ChooseStore(); });
+  store->addAction(tr("Open server…"), this, [this] { ChooseServer(); });
+  store->addAction(tr("New from existing building…"), this, [this] { ChooseExisting(); });
   store->addAction(tr("Demo building"), this, [this] { (void)OpenDemo(); });
   store->addAction(tr("Back up…"), this, [this] {
     if (place_ != nullptr) {
@@ -249,9 +253,6 @@ bool MainWindow::OpenStore(const std::filesystem::path& file) {
   }
   const QString name = QString::fromStdString(file.string());
   try {
-    if (IsServerName(file.string())) {
-      throw StoreError("This program does not open stores on a server yet: use the command line");
-    }
     std::unique_ptr<Store> store;
     const bool ran = runner_.Run(tr("Opening the store"), [&] {
       store = OpenStoreFile(file, Access::kChange, runner_.patience());
@@ -366,7 +367,9 @@ void MainWindow::OpenLastStore() {
   const QString last = remembered_.store();
   std::error_code unreadable;
   const std::filesystem::path file(last.toStdString());
-  if (!last.isEmpty() && std::filesystem::exists(file, unreadable)) {
+  const bool isThere =
+      IsServerName(file.string()) || std::filesystem::exists(file, unreadable);  // or is asked
+  if (!last.isEmpty() && isThere) {
     (void)OpenStore(file);
   }
 }
@@ -446,6 +449,23 @@ void MainWindow::ChooseStore() {
   const QString file = QFileDialog::getOpenFileName(this, tr("Open a store"), {}, FileFilter());
   if (!file.isEmpty()) {
     (void)OpenStore(std::filesystem::path(file.toStdString()));
+  }
+}
+
+void MainWindow::ChooseServer() {
+  const QString name = AskForServer(*this, remembered_.server());
+  if (!name.isEmpty() && OpenStore(std::filesystem::path(name.toStdString()))) {
+    remembered_.SetServer(name);
+  }
+}
+
+void MainWindow::ChooseExisting() {
+  if (!MayLeave()) {
+    return;
+  }
+  const std::filesystem::path made = BringBuildingIn(*this, runner_, surroundings_);
+  if (!made.empty()) {
+    (void)OpenStore(made);
   }
 }
 

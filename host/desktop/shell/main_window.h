@@ -81,6 +81,8 @@ class MainWindow final : public QMainWindow {
   void TakeUnit(int index);
   void ShowPage(int row);
   void ChooseStore();
+  void ChooseServer();
+  void ChooseExisting();
   void ChooseNewStore();
   [[nodiscard]] bool MayLeave();
   void FollowCalls(bool shown);

@@ -14,17 +14,27 @@ namespace qorhost {
 
 namespace {
 
-/// What stands behind the program's name.
-QStringList WordsGiven(const QApplication& application) {
+/// The store that is named: behind the program's name, with --db, or in the environment as the
+/// command line has it; "" for none.
+QString StoreGiven(const QApplication& application) {
   QCommandLineParser words;
   words.setApplicationDescription(QApplication::translate("main", "Looks after a building."));
   words.addHelpOption();
   words.addPositionalArgument(
       QStringLiteral("store"),
-      QApplication::translate("main", "The store to open; else that of the last time."),
+      QApplication::translate("main",
+                              "The store to open, a file or postgresql://HOST/DATABASE; else that "
+                              "of QORHOST_DB, else that of the last time."),
       QStringLiteral("[store]"));
+  const QCommandLineOption store(QStringLiteral("db"), QApplication::translate("main", "The same."),
+                                 QStringLiteral("store"));
+  words.addOption(store);
   words.process(application);
-  return words.positionalArguments();
+  if (words.isSet(store)) {
+    return words.value(store);
+  }
+  const QStringList given = words.positionalArguments();
+  return given.isEmpty() ? qEnvironmentVariable("QORHOST_DB") : given.front();
 }
 
 }  // namespace
@@ -35,7 +45,7 @@ int RunProgram(int argc, char** argv, const std::function<void(MainWindow& windo
   QApplication::setOrganizationName(QStringLiteral("qorCred"));
   QSettings settings;
   const Language language(Remembered(settings).language());
-  const QStringList given = WordsGiven(application);
+  const QString given = StoreGiven(application);
   try {
     WorkSurroundings surroundings;
     surroundings.author = AuthorOfProcess("qordesk");
@@ -45,7 +55,7 @@ int RunProgram(int argc, char** argv, const std::function<void(MainWindow& windo
       shown(window);
     }
     if (!given.isEmpty()) {
-      window.OpenStore(std::filesystem::path(FromQt(given.front())));
+      window.OpenStore(std::filesystem::path(FromQt(given)));
     } else {
       window.OpenLastStore();
     }

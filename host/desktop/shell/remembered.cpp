@@ -11,6 +11,7 @@ const QString kLanguage = QStringLiteral("look/language");
 const QString kTheme = QStringLiteral("look/theme");
 const QString kText = QStringLiteral("look/text");
 const QString kStore = QStringLiteral("last/store");
+const QString kServer = QStringLiteral("last/server");
 const QString kUnit = QStringLiteral("last/unit");
 const QString kScreen = QStringLiteral("last/screen");
 }  // namespace setting
@@ -59,6 +60,14 @@ void Remembered::SetStore(const QString& path) {
   } else {
     settings_.setValue(setting::kStore, path);
   }
+}
+
+QString Remembered::server() const {
+  return settings_.value(setting::kServer).toString();
+}
+
+void Remembered::SetServer(const QString& name) {
+  settings_.setValue(setting::kServer, name);
 }
 
 std::int32_t Remembered::unit() const {

@@ -30,6 +30,9 @@ class Remembered {
   /// The path of the last store; "" when it was closed.
   [[nodiscard]] QString store() const;
   void SetStore(const QString& path);
+  /// The name of the last store on a server; "" before the first.
+  [[nodiscard]] QString server() const;
+  void SetServer(const QString& name);
   [[nodiscard]] std::int32_t unit() const;
   [[nodiscard]] QString screen() const;
   void SetPlace(std::int32_t unit, const QString& screen);

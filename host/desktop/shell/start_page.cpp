@@ -42,6 +42,9 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent) {
                     tr("The file of a building that was set up before."));
   new_ = AddChoice(*column, QStringLiteral("newButton"), tr("Make a &new store…"),
                    tr("An empty file for a building, or one with the demo building in it."));
+  existing_ =
+      AddChoice(*column, QStringLiteral("existingButton"), tr("New from an &existing building…"),
+                tr("A store of what another application keeps in a desktop database file."));
   column->addStretch();
 }
 

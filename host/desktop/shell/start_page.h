@@ -15,11 +15,13 @@ class StartPage final : public QWidget {
   [[nodiscard]] QPushButton& demoButton() { return *demo_; }
   [[nodiscard]] QPushButton& openButton() { return *open_; }
   [[nodiscard]] QPushButton& newButton() { return *new_; }
+  [[nodiscard]] QPushButton& existingButton() { return *existing_; }
 
  private:
   QPushButton* demo_;
   QPushButton* open_;
   QPushButton* new_;
+  QPushButton* existing_;
 };
 
 }  // namespace qorhost

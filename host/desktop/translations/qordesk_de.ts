@@ -2415,6 +2415,41 @@
     </message>
 </context>
 <context>
+    <name>Moving</name>
+    <message>
+        <source>Reading the building</source>
+        <translation>Das Lesen des Gebäudes</translation>
+    </message>
+    <message>
+        <source>%1 cannot be brought in.</source>
+        <translation>%1 kann nicht übernommen werden.</translation>
+    </message>
+    <message>
+        <source>Make the new store</source>
+        <translation>Neuen Bestand anlegen</translation>
+    </message>
+    <message>
+        <source>Stores (*.db)</source>
+        <translation>Bestände (*.db)</translation>
+    </message>
+    <message>
+        <source>Bringing the building in</source>
+        <translation>Das Übernehmen des Gebäudes</translation>
+    </message>
+    <message>
+        <source>No store can be made at %1.</source>
+        <translation>Unter %1 kann kein Bestand angelegt werden.</translation>
+    </message>
+    <message>
+        <source>Bring an existing building in</source>
+        <translation>Bestehendes Gebäude übernehmen</translation>
+    </message>
+    <message>
+        <source>Desktop databases (*.mdb *.accdb);;All files (*)</source>
+        <translation>Desktop-Datenbanken (*.mdb *.accdb);;Alle Dateien (*)</translation>
+    </message>
+</context>
+<context>
     <name>OverviewPage</name>
     <message>
         <source>Overview</source>
@@ -2693,6 +2728,25 @@
     <message>
         <source>Units</source>
         <translation>Anlagen</translation>
+    </message>
+</context>
+<context>
+    <name>Server</name>
+    <message>
+        <source>Open a store on a server</source>
+        <translation>Bestand auf einem Server öffnen</translation>
+    </message>
+    <message>
+        <source>Its name, postgresql://HOST/DATABASE or service=NAME. A password does not belong here: it stands in the file .pgpass.</source>
+        <translation>Sein Name, postgresql://RECHNER/DATENBANK oder service=NAME. Ein Kennwort gehört nicht hierher: Es steht in der Datei .pgpass.</translation>
+    </message>
+    <message>
+        <source>%1 is no store on a server.</source>
+        <translation>%1 ist kein Bestand auf einem Server.</translation>
+    </message>
+    <message>
+        <source>Its name begins with postgresql:// or service=.</source>
+        <translation>Sein Name beginnt mit postgresql:// oder service=.</translation>
     </message>
 </context>
 <context>
@@ -3088,8 +3142,12 @@
         <translation>Verwaltet ein Gebäude.</translation>
     </message>
     <message>
-        <source>The store to open; else that of the last time.</source>
-        <translation>Der Bestand, der geöffnet wird; sonst der vom letzten Mal.</translation>
+        <source>The store to open, a file or postgresql://HOST/DATABASE; else that of QORHOST_DB, else that of the last time.</source>
+        <translation>Der Bestand, der geöffnet wird, eine Datei oder postgresql://RECHNER/DATENBANK; sonst der von QORHOST_DB, sonst der vom letzten Mal.</translation>
+    </message>
+    <message>
+        <source>The same.</source>
+        <translation>Dasselbe.</translation>
     </message>
 </context>
 <context>
@@ -3655,6 +3713,14 @@
         <source>The units cannot be read.</source>
         <translation>Die Anlagen können nicht gelesen werden.</translation>
     </message>
+    <message>
+        <source>Open server…</source>
+        <translation>Server öffnen…</translation>
+    </message>
+    <message>
+        <source>New from existing building…</source>
+        <translation>Neu aus bestehendem Gebäude…</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::MergePage</name>
@@ -3756,6 +3822,65 @@
     <message>
         <source>What differs or is lost</source>
         <translation>Was abweicht oder verloren geht</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::MovingDialog</name>
+    <message>
+        <source>&amp;Leave these rows out</source>
+        <translation>Diese Zeilen &amp;weglassen</translation>
+    </message>
+    <message>
+        <source>New from existing building</source>
+        <translation>Neu aus bestehendem Gebäude</translation>
+    </message>
+    <message>
+        <source>What is odd in the file</source>
+        <translation>Was an der Datei auffällt</translation>
+    </message>
+    <message>
+        <source>&amp;Units:</source>
+        <translation>An&amp;lagen:</translation>
+    </message>
+    <message>
+        <source>Save &amp;report…</source>
+        <translation>&amp;Bericht speichern…</translation>
+    </message>
+    <message>
+        <source>&amp;Make the store…</source>
+        <translation>Bestand &amp;anlegen…</translation>
+    </message>
+    <message>
+        <source>All units</source>
+        <translation>Alle Anlagen</translation>
+    </message>
+    <message>
+        <source>Unit %1</source>
+        <translation>Anlage %1</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1: %2 units, %3 tenants, %4 credentials, %5 directory codes to bring in; %6 rows refused, %7 cells adjusted, %8 kept as odd.</source>
+        <translation>%1: %2 Anlagen, %3 Mieter, %4 Ausweise, %5 Rufcodes zu übernehmen; %6 Zeilen abgelehnt, %7 Felder angepasst, %8 auffällige belassen.</translation>
+    </message>
+    <message>
+        <source>Some rows cannot be brought in: mend them in the other application, or leave them out.</source>
+        <translation>Einige Zeilen können nicht übernommen werden: Berichtigen Sie sie in der anderen Anwendung, oder lassen Sie sie weg.</translation>
+    </message>
+    <message>
+        <source>Save what is odd</source>
+        <translation>Auffälligkeiten speichern</translation>
+    </message>
+    <message>
+        <source>Tables (*.csv)</source>
+        <translation>Tabellen (*.csv)</translation>
+    </message>
+    <message>
+        <source>The report is not saved.</source>
+        <translation>Der Bericht ist nicht gespeichert.</translation>
     </message>
 </context>
 <context>
@@ -3979,6 +4104,14 @@
     <message>
         <source>An empty file for a building, or one with the demo building in it.</source>
         <translation>Eine leere Datei für ein Gebäude oder eine mit dem Demogebäude darin.</translation>
+    </message>
+    <message>
+        <source>New from an &amp;existing building…</source>
+        <translation>Neu aus &amp;bestehendem Gebäude…</translation>
+    </message>
+    <message>
+        <source>A store of what another application keeps in a desktop database file.</source>
+        <translation>Ein Bestand aus dem, was eine andere Anwendung in einer Desktop-Datenbank führt.</translation>
     </message>
 </context>
 <context>

@@ -46,7 +46,9 @@ std::vector<std::pair<std::int32_t, UnitVersion>> CarriedHistory::Versions() {
 
 void CarriedHistory::Add(const CarriedEntry& carried) {
   const WorkEntry& entry = carried.entry;
+  const std::int32_t homeUnit = entry.unitKey.value_or(0);  // beside whose rows it lies
   SentValues values;
+  values.AddNumber(homeUnit);
   values.AddNumber(entry.entry);
   values.AddText(entry.at);
   values.AddText(entry.who);
@@ -57,18 +59,19 @@ void CarriedHistory::Add(const CarriedEntry& carried) {
   values.AddText(carried.rows.front());
   values.AddText(carried.hash);
   (void)session_.Own(
-      R"(INSERT INTO "AuditEntries" ("RID", "At", "Who", "Origin", "UnitKey", "Previous", "What", )"
-      R"("Rows", "Hash") VALUES ($1::int8, $2::text, $3::text, $4::text, $5::int4, $6::int8, )"
-      R"($7::text, $8::text, $9::text))",
+      R"(INSERT INTO "AuditEntries" ("HomeUnit", "RID", "At", "Who", "Origin", "UnitKey", )"
+      R"("Previous", "What", "Rows", "Hash") VALUES ($1::int4, $2::int8, $3::text, $4::text, )"
+      R"($5::text, $6::int4, $7::int8, $8::text, $9::text, $10::text))",
       values);
   for (std::size_t piece = 1; piece < carried.rows.size(); ++piece) {
     SentValues further;
+    further.AddNumber(homeUnit);
     further.AddNumber(entry.entry);
     further.AddNumber(static_cast<std::int64_t>(piece));
     further.AddText(carried.rows[piece]);
     (void)session_.Own(
-        R"(INSERT INTO "AuditRows" ("Entry", "Piece", "Rows") VALUES ($1::int8, $2::int4, )"
-        R"($3::text))",
+        R"(INSERT INTO "AuditRows" ("HomeUnit", "Entry", "Piece", "Rows") VALUES ($1::int4, )"
+        R"($2::int8, $3::int4, $4::text))",
         further);
   }
   SentValues last;

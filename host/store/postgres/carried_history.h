@@ -13,7 +13,7 @@ class CarriedHistory final : public qorhost::CarriedHistory {
 
   void EachEntry(const std::function<void(const CarriedEntry&)>& take) override;
   [[nodiscard]] std::vector<std::pair<std::int32_t, UnitVersion>> Versions() override;
-  void Add(const CarriedEntry& entry) override;
+  void Add(const CarriedEntry& carried) override;
   void AddVersion(std::int32_t unitKey, const UnitVersion& version) override;
 
  private:

@@ -146,8 +146,21 @@ TEST_P(UnitCopies, AreRefusedWhereTheirKeyIsTaken) {
   Change(to_, {"INSERT INTO Units (UnitKey, UnitName) VALUES (2, 'Here')"});
   ExpectRefused({2}, "has a unit 2 already, 'Here'");
   ExpectRefused({}, "has a unit 2 already, 'Here'");
-  Change(to_, {"INSERT INTO TenantsBackup (UnitKey, TenantID) VALUES (3, 1)"});
-  ExpectRefused({3}, "has rows of a unit 3 in TenantsBackup");
+  Change(to_, {"INSERT INTO CredentialBank (UnitKey, CredentialType, PINNo) VALUES (3, 1, 1)"});
+  ExpectRefused({3}, "has rows of a unit 3 in CredentialBank");
+}
+
+// An undone copy leaves what the history does not follow; the unit can be copied again.
+TEST_P(UnitCopies, TakeThePlaceOfCountersBackupsAndStepsThatAreNoUnitsAnyMore) {
+  Change(to_, {"INSERT INTO UnitCounters (UnitKey, NextLinkCode) VALUES (2, 7777)",
+               "INSERT INTO TenantsBackup (UnitKey, TenantID) VALUES (2, 1)",
+               "INSERT INTO ProgramSteps (UnitKey, Kind, SubjectRID) VALUES (2, 'program tenant', "
+               "1)"});
+  (void)CopyStore(OrderFor(from_, to_, {2}));
+  for (const char* sql : {kBackups, kSteps, "SELECT NextLinkCode FROM UnitCounters WHERE UnitKey=2",
+                          "SELECT COUNT(*) FROM ProgramSteps WHERE UnitKey=2"}) {
+    EXPECT_EQ(Rows(to_, sql), Rows(from_, sql)) << sql;
+  }
 }
 
 TEST_P(UnitCopies, TakeTheirTypeWithThemUnlessItIsAnotherThere) {

@@ -201,6 +201,7 @@ void DesktopTest::MakeWindow() {
   surroundings.clock = TheTestsDay;
   surroundings.author = {"anna", "qordesk on lobby", {}};
   surroundings.trace = [this](std::string_view line) { trace_.emplace_back(line); };
+  surroundings.desktopReader = QORHOST_DESKTOP_READER;
   window_ = std::make_unique<MainWindow>(*settings_, surroundings);
   window_->show();
   if (!QTest::qWaitForWindowExposed(window_.get(), kUsualWait)) {

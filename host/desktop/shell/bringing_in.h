@@ -1,0 +1,17 @@
+// A new store of a building that another application has kept so far.
+#pragma once
+
+#include <QWidget>
+#include <filesystem>
+
+#include "host/desktop/running/operation_runner.h"
+#include "host/desktop/running/workplace.h"
+
+namespace qorhost {
+
+/// Asks for the desktop database file, shows what becomes of its rows, asks for the new store's
+/// place and makes it. What goes wrong is told. Gives the store that was made; empty for none.
+[[nodiscard]] std::filesystem::path BringBuildingIn(QWidget& window, OperationRunner& runner,
+                                                    const WorkSurroundings& surroundings);
+
+}  // namespace qorhost

@@ -1,0 +1,165 @@
+#include "host/desktop/shell/moving_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QSignalBlocker>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "host/desks/moving_in/moving_report.h"
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/messages.h"
+#include "host/desktop/words/desk_words.h"
+#include "host/files/csv_writer.h"
+#include "host/files/whole_file.h"
+
+namespace qorhost {
+
+namespace {
+
+constexpr QSize kUsualDialog(900, 560);
+constexpr int kWidestColumn = 180;  // pixels, of all but the last
+
+const StagedTable& TableOf(const MovingPlan& plan, std::string_view name) {
+  return *std::find_if(plan.tables().begin(), plan.tables().end(),
+                       [name](const StagedTable& table) { return table.known().name == name; });
+}
+
+/// What a person looks at; the report has the rest of it.
+Table Shown(const MovingPlan& plan) {
+  static constexpr std::array<std::string_view, 6> kFields{"settlement", "table", "row",
+                                                           "column",     "value", "reason"};
+  const Table all = SettledCells(plan);
+  Table shown;
+  shown.rows.resize(all.rows.size());
+  for (const std::string_view field : kFields) {
+    for (std::size_t column = 0; column < all.columns.size(); ++column) {
+      if (all.columns[column].key != field) {
+        continue;
+      }
+      shown.columns.push_back(all.columns[column]);
+      for (std::size_t row = 0; row < all.rows.size(); ++row) {
+        shown.rows[row].push_back(all.rows[row][column]);
+      }
+    }
+  }
+  return shown;
+}
+
+std::size_t BroughtIn(const MovingPlan& plan, std::string_view name) {
+  for (const MovedTable& table : plan.numbers()) {
+    if (table.name == name) {
+      return table.broughtIn;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
+MovingDialog::MovingDialog(QWidget* parent, QString file, MovingPlan plan, Planning planning)
+    : QDialog(parent),
+      file_(std::move(file)),
+      plan_(std::move(plan)),
+      planning_(std::move(planning)),
+      units_(new QComboBox(this)),
+      summary_(new QLabel(this)),
+      table_(new QTableView(this)),
+      skips_(new QCheckBox(tr("&Leave these rows out"), this)) {
+  setWindowTitle(tr("New from existing building"));
+  resize(kUsualDialog);
+  units_->setObjectName(QStringLiteral("movedUnits"));
+  summary_->setObjectName(QStringLiteral("movedSummary"));
+  summary_->setTextFormat(Qt::PlainText);
+  summary_->setWordWrap(true);
+  table_->setObjectName(QStringLiteral("movedCells"));
+  table_->setAccessibleName(tr("What is odd in the file"));
+  skips_->setObjectName(QStringLiteral("skipBadRows"));
+  auto* form = new QFormLayout(this);
+  form->addRow(tr("&Units:"), units_);
+  form->addRow(summary_);
+  form->addRow(table_);
+  form->addRow(skips_);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
+  QPushButton* report = buttons->addButton(tr("Save &report…"), QDialogButtonBox::ActionRole);
+  report->setObjectName(QStringLiteral("saveMovingReport"));
+  make_ = buttons->addButton(tr("&Make the store…"), QDialogButtonBox::AcceptRole);
+  make_->setObjectName(QStringLiteral("goButton"));
+  form->addRow(buttons);
+  SetUp(*table_, cells_);
+  FillUnits();
+  Show();
+  connect(units_, &QComboBox::activated, this, [this](int index) { Choose(index); });
+  connect(skips_, &QCheckBox::toggled, this, [this] { Show(); });
+  connect(report, &QPushButton::clicked, this, [this] { SaveReport(); });
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+void MovingDialog::FillUnits() {
+  units_->addItem(tr("All units"));
+  const StagedTable& units = TableOf(plan_, "Units");
+  for (const StagedRow& row : units.rows()) {
+    const auto key = LongIn(row.cells[units.At("UnitKey")]);
+    if (key && !row.isRefused) {
+      const QString name = ToQt(std::string(TextIn(row.cells[units.At("UnitName")])));
+      units_->addItem(name.isEmpty() ? tr("Unit %1").arg(*key) : tr("%1 (%2)").arg(name).arg(*key),
+                      *key);
+    }
+  }
+}
+
+void MovingDialog::Choose(int index) {
+  const QVariant key = units_->itemData(index);
+  if (auto plan = planning_(key.isValid() ? std::optional(key.toInt()) : std::nullopt)) {
+    plan_ = std::move(*plan);
+    skips_->setChecked(false);
+    Show();
+  }
+}
+
+void MovingDialog::Show() {
+  const auto refused = static_cast<int>(plan_.refusedRows());
+  summary_->setText(
+      tr("%1: %2 units, %3 tenants, %4 credentials, %5 directory codes to bring in; %6 rows "
+         "refused, %7 cells adjusted, %8 kept as odd.")
+          .arg(file_)
+          .arg(BroughtIn(plan_, "Units"))
+          .arg(BroughtIn(plan_, "Tenants"))
+          .arg(BroughtIn(plan_, "CredentialBank"))
+          .arg(BroughtIn(plan_, "DirectoryCode"))
+          .arg(refused)
+          .arg(plan_.CountOf(Settlement::kAdjusted))
+          .arg(plan_.CountOf(Settlement::kKept)));
+  cells_.Show(Shown(plan_));
+  FitColumns(*table_);
+  // A long value would push the reason out of sight.
+  for (int column = 0; column + 1 < cells_.columnCount(); ++column) {
+    table_->setColumnWidth(column, std::min(table_->columnWidth(column), kWidestColumn));
+  }
+  skips_->setVisible(refused > 0);
+  make_->setEnabled(refused == 0 || skips_->isChecked());
+  make_->setToolTip(make_->isEnabled()
+                        ? QString()
+                        : tr("Some rows cannot be brought in: mend them in the other application, "
+                             "or leave them out."));
+}
+
+void MovingDialog::SaveReport() {
+  // The dialog asks before it names a file that exists.
+  const QString file = QFileDialog::getSaveFileName(
+      this, tr("Save what is odd"), QStringLiteral("odd.csv"), tr("Tables (*.csv)"));
+  if (file.isEmpty()) {
+    return;
+  }
+  try {
+    WriteWholeFile(std::filesystem::path(FromQt(file)), {Standing::kReplaced, {}},
+                   [this](std::ostream& out) { PrintCsv(out, SettledCells(plan_)); });
+  } catch (const std::exception& failure) {
+    TellFailure(this, tr("The report is not saved."), Told(failure.what()));
+  }
+}
+
+}  // namespace qorhost

@@ -1,0 +1,41 @@
+#include "host/desktop/shell/server_choice.h"
+
+#include <QCoreApplication>
+#include <QInputDialog>
+
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/messages.h"
+#include "host/store/server_name.h"
+
+namespace qorhost {
+
+namespace {
+
+struct Server {
+  Q_DECLARE_TR_FUNCTIONS(Server)
+};
+
+}  // namespace
+
+QString AskForServer(QWidget& window, const QString& last) {
+  QString name = last.isEmpty() ? QStringLiteral("postgresql://") : last;
+  for (;;) {
+    bool isChosen = false;
+    name = QInputDialog::getText(
+               &window, Server::tr("Open a store on a server"),
+               Server::tr("Its name, postgresql://HOST/DATABASE or service=NAME. A password does "
+                          "not belong here: it stands in the file .pgpass."),
+               QLineEdit::Normal, name, &isChosen)
+               .trimmed();
+    if (!isChosen) {
+      return {};
+    }
+    if (IsServerName(FromQt(name))) {
+      return name;
+    }
+    TellFailure(&window, Server::tr("%1 is no store on a server.").arg(name),
+                Server::tr("Its name begins with postgresql:// or service=."));
+  }
+}
+
+}  // namespace qorhost

@@ -1,0 +1,13 @@
+// The name of a store on a server, asked for.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+namespace qorhost {
+
+/// Asks until the name is one of a store on a server; `last` stands there at first. "" when nothing
+/// was chosen.
+[[nodiscard]] QString AskForServer(QWidget& window, const QString& last);
+
+}  // namespace qorhost
