@@ -101,6 +101,7 @@ REVOKE ALL ON ALL TABLES IN SCHEMA qorhost FROM {0};
 REVOKE ALL ON SCHEMA qorhost, desktop FROM {0};
 GRANT USAGE ON SCHEMA qorhost, desktop TO {0};
 GRANT EXECUTE ON ALL FUNCTIONS IN SCHEMA desktop TO {0};
+GRANT USAGE ON ALL SEQUENCES IN SCHEMA qorhost TO {0};
 )sql";
 
 // Indexes and the sequences of identities follow their tables.

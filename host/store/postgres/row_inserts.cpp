@@ -101,13 +101,16 @@ PreparedText& RowInserts::TextFor(const HeldRows& rows) {
   return forms_.emplace_back(Form{rows.form(), {InsertText(*rows.form()), {}}}).text;
 }
 
+/// The index of the identities is no rule that a row could break.
 bool RowInserts::TakesAnyRow(const dialect::Table& table) {
   SentValues values;
   values.AddText(QuotedName(table.name));
   return connection_
              .Run(
                  "SELECT 1 FROM pg_index WHERE indrelid=$1::regclass AND indisunique AND NOT "
-                 "indisprimary UNION ALL SELECT 1 FROM pg_trigger WHERE tgrelid=$1::regclass AND "
+                 "indisprimary AND indkey::text <> (SELECT attnum::text FROM pg_attribute WHERE "
+                 "attrelid=$1::regclass AND attname='RID') UNION ALL SELECT 1 FROM pg_trigger "
+                 "WHERE tgrelid=$1::regclass AND "
                  "NOT tgisinternal AND tgname NOT LIKE 'Tell%'",
                  values.sent())
              .rows() == 0;

@@ -177,6 +177,22 @@ Population MakePopulation(Dice& dice, const PopulationSize& size) {
   return population;
 }
 
+Population WithoutLinksToOtherUnits(Population population) {
+  const auto drop = [&population](Value& link, std::int32_t unit) {
+    const auto* rid = link.As<std::int32_t>();
+    const auto index = rid == nullptr ? 0 : static_cast<std::size_t>(*rid);
+    if (index > 0 && index <= population.credentials.size() &&
+        population.credentials[index - 1].unit != unit) {
+      link = Null{};
+    }
+  };
+  for (TenantRow& tenant : population.tenants) {
+    drop(tenant.credential1, tenant.unit);
+    drop(tenant.credential2, tenant.unit);
+  }
+  return population;
+}
+
 void WritePopulation(const Population& population, qorhost::StoreConnection& store) {
   static constexpr std::array<std::string_view, 21> kCode{
       "DIRECTORYCODE",   "PHONENUMBER",       "EXTENSION",     "TIMEDELAY",        "DISPLAYNAME",

@@ -120,6 +120,9 @@ struct PopulationSize {
 
 [[nodiscard]] Population MakePopulation(Dice& dice, const PopulationSize& size);
 
+/// The same with tenants that hold no credential of another unit.
+[[nodiscard]] Population WithoutLinksToOtherUnits(Population population);
+
 /// Empties the tables and writes the rows. The report's fields get three more: the state of a code
 /// (68), its previous code (80) and its RID (90).
 void WritePopulation(const Population& population, qorhost::StoreConnection& store);

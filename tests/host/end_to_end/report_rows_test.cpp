@@ -15,6 +15,7 @@
 #include "tests/host/end_to_end/report_code_oracle.h"
 #include "tests/host/end_to_end/report_credential_oracle.h"
 #include "tests/host/end_to_end/report_desk.h"
+#include "tests/host/store/engine.h"
 
 namespace qortest {
 namespace {
@@ -115,6 +116,9 @@ class Reports {
  public:
   Reports() : dice_(Seed()), population_(MakePopulation(dice_, kSize)) {
     WritePopulation(population_, desk_.store());
+    if (!qorhost::test::FollowsLinksToOtherUnits()) {
+      population_ = WithoutLinksToOtherUnits(std::move(population_));
+    }
     texts_ = TextsOf(population_);
   }
 

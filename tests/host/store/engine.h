@@ -30,6 +30,11 @@ class StorePlace {
 
 /// Whether the engine keeps rows of units' tables that name no unit.
 [[nodiscard]] bool KeepsRowsOfNoUnit();
+/// Whether a statement that is about a unit finds what its rows are linked to in other units.
+[[nodiscard]] bool FollowsLinksToOtherUnits();
+
+/// Whether the identities of rows that are added one after the other are so, too.
+[[nodiscard]] bool GivesIdentitiesWithoutGaps();
 
 /// Statements past the dialect and the contract, in words that all engines know; the names of
 /// tables and columns as the catalog spells them.

@@ -43,7 +43,7 @@ class HeldRowsTest : public StoreFixture {
     return qorcred::ToText(Sql().Scalar(sql));
   }
   /// A rule that the store is not known to have.
-  void AddRule() { Run("CREATE UNIQUE INDEX broken ON CredentialBank (PINNo)"); }
+  void AddRule() { Run("CREATE UNIQUE INDEX broken ON CredentialBank (UnitKey, PINNo)"); }
   /// So many rows are added before the first ones are held.
   static constexpr std::int32_t kLooked = 5;
   /// What a save with tenants does for a number.

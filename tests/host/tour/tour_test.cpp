@@ -99,10 +99,26 @@ TEST_F(Tour, IsTheSameEveryTime) {
   EXPECT_EQ(Take().out, Take().out);
 }
 
+/// Where identities have gaps, every number as the same sign, and however wide it is.
+std::string Comparable(const std::string& text) {
+  if (test::GivesIdentitiesWithoutGaps()) {
+    return text;
+  }
+  std::string masked;
+  for (const char letter : text) {
+    const char sign = letter >= '0' && letter <= '9' ? '#' : letter;
+    const bool isRepeated = !masked.empty() && masked.back() == sign;
+    if (!isRepeated || (sign != '#' && sign != ' ' && sign != '-')) {
+      masked += sign;
+    }
+  }
+  return masked;
+}
+
 TEST_F(Tour, IsTheSameAsInMemory) {
   const Told inMemory = TakeOn(RunTour);
   EXPECT_EQ(inMemory.status, ExitStatus::kDone) << inMemory.err;
-  EXPECT_EQ(Take().out, inMemory.out);
+  EXPECT_EQ(Comparable(Take().out), Comparable(inMemory.out));
 }
 
 TEST_F(Tour, HasNoColoursOffATerminal) {

@@ -74,7 +74,9 @@ BEGIN
       EXECUTE format('INSERT INTO qorhost.%I SELECT * FROM initial.%I', name, name);
     END IF;
   END LOOP;
-  FOR name IN SELECT indexname FROM pg_indexes WHERE schemaname = 'qorhost'
+  -- Those of partitions go with the index that they belong to.
+  FOR name IN SELECT relname FROM pg_class WHERE relnamespace = 'qorhost'::regnamespace AND
+                relkind IN ('i', 'I') AND NOT relispartition
               EXCEPT SELECT i.name FROM initial.indexes i LOOP
     EXECUTE format('DROP INDEX qorhost.%I', name);
   END LOOP;
@@ -141,6 +143,14 @@ std::unique_ptr<StorePlace> NewPlace() {
 }
 
 bool KeepsRowsOfNoUnit() {
+  return false;
+}
+
+bool FollowsLinksToOtherUnits() {
+  return false;
+}
+
+bool GivesIdentitiesWithoutGaps() {
   return false;
 }
 

@@ -131,10 +131,10 @@ TEST_F(Rights, OfOperatorsEndAtTheAuditAndTheSchema) {
           R"(UPDATE "AuditEnd" SET "Last"=0)",
           R"(UPDATE "AuditEnd" SET "Last"="Last"+2)",
           // A further piece would alter what an entry says.
-          R"(INSERT INTO "AuditRows" VALUES (1, 9, ''))",
+          R"(INSERT INTO "AuditRows" ("Entry", "Piece", "Rows") VALUES (1, 9, ''))",
           // An entry that is not the last one's, or one of no number of its own.
-          R"(INSERT INTO "AuditEntries" VALUES (9, '', '', '', 1, NULL, '', '', ''))",
-          R"(INSERT INTO "AuditEntries" SELECT "RID"+1, "At", "Who", "Origin", "UnitKey", "Previous", "What", "Rows", "Hash" FROM "AuditEntries")",
+          R"(INSERT INTO "AuditEntries" VALUES (1, 9, '', '', '', 1, NULL, '', '', ''))",
+          R"(INSERT INTO "AuditEntries" SELECT "HomeUnit", "RID"+1, "At", "Who", "Origin", "UnitKey", "Previous", "What", "Rows", "Hash" FROM "AuditEntries")",
           R"(UPDATE "UnitVersions" SET "Entry"=0)",
           R"(UPDATE "UnitVersions" SET "Mark"=0)",
           R"(INSERT INTO "UnitVersions" VALUES (5, 1, 0))",

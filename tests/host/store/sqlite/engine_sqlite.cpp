@@ -42,6 +42,14 @@ bool KeepsRowsOfNoUnit() {
   return true;
 }
 
+bool FollowsLinksToOtherUnits() {
+  return true;
+}
+
+bool GivesIdentitiesWithoutGaps() {
+  return true;
+}
+
 void RunRaw(Store& store, const std::string& sql) {
   sqlite::DatabaseOf(store).Run(sql);
 }
