@@ -65,9 +65,10 @@ void Transaction::Rollback() {
   if (state_ == State::kNone) {
     throw StoreError("There is no transaction to roll back: begin one first");
   }
+  const bool wasOpen = state_ == State::kOpen;  // else it was undone when it could not be kept
   state_ = State::kNone;
   work_.DropHeld();
-  if (database_.inTransaction()) {
+  if (wasOpen && database_.inTransaction()) {
     database_.Run(UndoText(inner_));
   }
   if (inner_) {

@@ -114,6 +114,19 @@ TEST_F(UndoableTest, WhatCannotBeKeptIsUndone) {
   EXPECT_EQ(Doors(), 0);
 }
 
+TEST_F(UndoableTest, ATransactionInAUnitOfWorkThatCannotBeKeptIsUndoneOnce) {
+  {
+    const LockedWork work(session());
+    session().transaction().Begin();
+    AddDoor();
+    session().work().Void(VoidReason::kFailed);
+    EXPECT_THROW(session().transaction().Commit(), StoreError);
+    EXPECT_NO_THROW(session().transaction().Rollback());
+    EXPECT_TRUE(session().inTransaction()) << "the work has ended with its part";
+  }
+  EXPECT_EQ(Doors(), 0);
+}
+
 TEST_F(UndoableTest, WhatTheStoreGaveUpShows) {
   const LockedWork work(session());
   EXPECT_TRUE(session().inTransaction());
