@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "host/desks/fresh_store.h"
-#include "host/desks/store_rights.h"
 #include "host/files/file_error.h"
 #include "host/files/file_kind.h"
 #include "host/store/demo.h"
@@ -151,18 +150,6 @@ void CreateStore(const fs::path& file, bool demo, const Clock& clock, const Auth
 void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience patience,
                   const Author& author, Trial trial) {
   ReplaceWith(file, {demo, clock, author, trial}, std::move(patience));
-}
-
-void RequireServerForRights(const fs::path& store) {
-  if (!IsOnServer(store)) {
-    throw RefusedError(
-        "Roles have rights on a store on a server: for a file, set the rights of the file");
-  }
-}
-
-void GrantRightsOn(const fs::path& store, const StoreRoles& roles) {
-  RequireServerForRights(store);
-  GrantRights(store, roles);
 }
 
 void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
