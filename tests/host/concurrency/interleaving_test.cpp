@@ -70,7 +70,8 @@ TEST_P(Meetings, EndAsIfOneHadComeAfterTheOther) {
     }
   }
   EXPECT_GT(busy, 0) << "never while the first was writing";
-  EXPECT_EQ(stale > 0, GetParam().mayBeStale);
+  // Some become stale at one statement alone, which may be left out where not all are tried.
+  EXPECT_TRUE(GetParam().mayBeStale ? stale > 0 || step > 1 : stale == 0) << stale;
   RecordProperty("orders", nth);
 }
 
