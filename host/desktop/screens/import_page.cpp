@@ -8,7 +8,6 @@
 #include <algorithm>
 
 #include "host/desks/credential_types.h"
-#include "host/desks/heading_proposal.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/list_table_model.h"
@@ -49,6 +48,7 @@ ImportPage::ImportPage(Workplace& place)
   ui_->preview->setItemDelegate(new MarkingDelegate(ui_->preview));
   ConnectWidgets();
   ConnectTable();
+  ShowProposals();
   ShowState();
 }
 
@@ -252,15 +252,17 @@ void ImportPage::TakeMeaning() {
   }
 }
 
-/// What headings that nobody knows may stand for.
+/// What headings that nobody knows may stand for; nothing without a file.
+std::vector<SheetProposal> ImportPage::Proposals() const {
+  return sheet_ == nullptr ? std::vector<SheetProposal>()
+                           : ProposalsFor(*sheet_, ColumnsOf(kind()));
+}
+
 void ImportPage::ShowProposals() {
   QStringList proposed;
-  if (sheet_ != nullptr) {
-    for (const SheetProposal& one : ProposalsFor(*sheet_, ColumnsOf(kind()))) {
-      proposed.append(
-          tr("“%1” as %2")
-              .arg(ui_->column->itemText(static_cast<int>(one.place)), ToQt(one.column)));
-    }
+  for (const SheetProposal& one : Proposals()) {
+    proposed.append(
+        tr("“%1” as %2").arg(ui_->column->itemText(static_cast<int>(one.place)), ToQt(one.column)));
   }
   ui_->proposal->setText(
       tr("Read headings as they seem to be meant: %1?").arg(proposed.join(QStringLiteral(", "))));
@@ -269,7 +271,7 @@ void ImportPage::ShowProposals() {
 }
 
 void ImportPage::TakeProposals() {
-  for (const SheetProposal& one : ProposalsFor(*sheet_, ColumnsOf(kind()))) {
+  for (const SheetProposal& one : Proposals()) {
     sheet_->SetMeaning(one.place, one.column);
     rows_.ShowMeanings();
     ui_->preview->resizeColumnToContents(ImportTableModel::kFirstCell +

@@ -4,7 +4,9 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <vector>
 
+#include "host/desks/heading_proposal.h"
 #include "host/desks/import_sheet.h"
 #include "host/desktop/screens/entry_page.h"
 #include "host/desktop/screens/import_kinds.h"
@@ -40,6 +42,7 @@ class ImportPage final : public EntryPage {
   void FillColumns();
   void ShowMeaning();
   void TakeMeaning();
+  [[nodiscard]] std::vector<SheetProposal> Proposals() const;
   void ShowProposals();
   void TakeProposals();
   void NoteChange();

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <iconv.h>
 
-#include <bit>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -117,8 +116,9 @@ class Conversion {
   Conversion& operator=(const Conversion&) = delete;
 
   [[nodiscard]] bool open() const {
-    // The system tells a failure by this pointer.
-    return std::bit_cast<std::intptr_t>(handle_) != -1;
+    // The system tells a failure by this pointer. The analyser ends itself at a bit_cast here.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
+    return reinterpret_cast<std::intptr_t>(handle_) != -1;
   }
 
   /// Appends what the bytes say; how many of them it took.

@@ -108,6 +108,13 @@ TEST_F(ImportScreens, HeadingsAreSaidToStandForColumns) {
   EXPECT_THAT(Told(), StartsWith("Checked: 1 would be stored, 0 refused."));
 }
 
+TEST_F(ImportScreens, WithoutAFileNothingIsProposed) {
+  EXPECT_FALSE(Find<QLabel>("proposal").isVisible());
+  EXPECT_FALSE(Find<QPushButton>("takeProposals").isVisible());
+  Find<QPushButton>("takeProposals").click();
+  EXPECT_FALSE(Find<QPushButton>("takeProposals").isVisible());
+}
+
 TEST_F(ImportScreens, MeaningsThatHeadingsSeemToHaveAreTakenByAClick) {
   ChooseFile("people.csv", "Surname,Forename,Colour\nRae,Zoë,red\n");
   EXPECT_EQ(LabelText("proposal"),
