@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QtGlobal>
 #include <algorithm>
+#include <array>
 
 #ifdef QORDESK_TRANSLATED
 /// Stands outside of all namespaces, as its macro asks for.
@@ -16,6 +17,19 @@ static void TakeTranslations() {}
 #endif
 
 namespace qorhost {
+
+namespace {
+
+/// What boxes and dialogs of Qt say on their buttons: Qt's own translations are a package of their
+/// own, which a machine may lack, and a question in German is not answered with "Cancel".
+[[maybe_unused]] constexpr std::array kButtonsOfQt = {
+    QT_TRANSLATE_NOOP("QPlatformTheme", "OK"),      QT_TRANSLATE_NOOP("QPlatformTheme", "Cancel"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "&Yes"),    QT_TRANSLATE_NOOP("QPlatformTheme", "&No"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Close"),   QT_TRANSLATE_NOOP("QPlatformTheme", "Save"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Discard"), QT_TRANSLATE_NOOP("QPlatformTheme", "Open"),
+};
+
+}  // namespace
 
 QString LanguageFor(const QString& key) {
   const QString wanted =

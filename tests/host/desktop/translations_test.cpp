@@ -73,6 +73,20 @@ TEST(Translations, HaveEveryTextOfTheProgram) {
   EXPECT_EQ(all.size(), ReadTranslation(QStringLiteral(QORDESK_TRANSLATION)).size());
 }
 
+// A box asks in German on a machine without Qt's own translations, too.
+TEST(Translations, NameTheButtonsOfBoxesWithoutThoseOfQt) {
+  if (const Language german(QStringLiteral("de")); !german.isTranslated()) {
+    GTEST_SKIP() << "there is no lrelease (qt6-l10n-tools)";
+  }
+  QTranslator own;
+  ASSERT_TRUE(own.load(QStringLiteral(":/translations/qordesk_de.qm")));
+  for (const auto& [english, german] :
+       {std::pair("OK", "OK"), std::pair("Cancel", "Abbrechen"), std::pair("&Yes", "&Ja"),
+        std::pair("&No", "&Nein"), std::pair("Close", "Schließen")}) {
+    EXPECT_EQ(own.translate("QPlatformTheme", english), QString::fromUtf8(german));
+  }
+}
+
 class InGerman : public DesktopTest {
  protected:
   InGerman() {
