@@ -141,10 +141,14 @@ Turn TurnOf(std::int32_t seat, std::int32_t nth, bool sameUnit, std::int32_t sea
   return {unit, (unit - 1) * kRows + row + 1, 1000 + used};
 }
 
-/// Runs every seat's operations at the same time; `slowestOfFastest` becomes how much of the
-/// fastest seat's speed the slowest has.
-double TogetherSeconds(std::int32_t seats, double& slowestOfFastest,
-                       const std::function<void(std::int32_t)>& workOf) {
+struct Together {
+  double seconds = 0;
+  /// How much of the fastest seat's speed the slowest has.
+  double slowestOfFastest = 0;
+};
+
+/// Runs every seat's operations at the same time.
+Together RunTogether(std::int32_t seats, const std::function<void(std::int32_t)>& workOf) {
   std::vector<double> own(static_cast<std::size_t>(seats));
   const double seconds = SecondsOf([&] {
     std::vector<std::thread> threads;
@@ -156,9 +160,32 @@ double TogetherSeconds(std::int32_t seats, double& slowestOfFastest,
       thread.join();
     }
   });
-  slowestOfFastest =
-      *std::min_element(own.begin(), own.end()) / *std::max_element(own.begin(), own.end());
-  return seconds;
+  const auto [fastest, slowest] = std::minmax_element(own.begin(), own.end());
+  return {seconds, *fastest / *slowest};
+}
+
+/// Measures how long all seats' operations take together, each at its own of `open`, behind some
+/// that do not count; `renumber` does one operation.
+template <typename Seat, typename Renumber>
+Together MeasureSeats(benchmark::State& state, const std::vector<std::unique_ptr<Seat>>& open,
+                      bool sameUnit, const Renumber& renumber) {
+  const auto seats = static_cast<std::int32_t>(open.size());
+  const auto operate = [&](std::int32_t seat, std::int32_t first, std::int32_t end) {
+    for (std::int32_t nth = first; nth < end; ++nth) {
+      renumber(*open[static_cast<std::size_t>(seat)], TurnOf(seat, nth, sameUnit, seats));
+    }
+  };
+  for (std::int32_t seat = 0; seat < seats; ++seat) {
+    operate(seat, 0, kWarmUp);
+  }
+  Together together;
+  for ([[maybe_unused]] auto iteration : state) {
+    together = RunTogether(
+        seats, [&](std::int32_t seat) { operate(seat, kWarmUp, kWarmUp + kOperationsOfSeat); });
+  }
+  state.counters[kItems] = seats * kOperationsOfSeat;
+  state.counters[kSecondsElsewhere] = together.seconds;
+  return together;
 }
 
 void SeatsOurs(benchmark::State& state, std::int32_t seats, bool sameUnit) {
@@ -168,31 +195,19 @@ void SeatsOurs(benchmark::State& state, std::int32_t seats, bool sameUnit) {
   for (std::int32_t seat = 0; seat < seats; ++seat) {
     open.push_back(std::make_unique<ServerSeat>(store));
     open.back()->FillListOf(TurnOf(seat, 0, sameUnit, seats).unit);
-    for (std::int32_t nth = 0; nth < kWarmUp; ++nth) {
-      const Turn turn = TurnOf(seat, nth, sameUnit, seats);
-      open.back()->Renumber(turn.unit, turn.rid, turn.number);
-    }
   }
-  double seconds = 0;
-  double fairness = 0;
-  for ([[maybe_unused]] auto iteration : state) {
-    seconds = TogetherSeconds(seats, fairness, [&](std::int32_t seat) {
-      for (std::int32_t nth = kWarmUp; nth < kWarmUp + kOperationsOfSeat; ++nth) {
-        const Turn turn = TurnOf(seat, nth, sameUnit, seats);
-        open[static_cast<std::size_t>(seat)]->Renumber(turn.unit, turn.rid, turn.number);
-      }
-    });
-  }
+  const Together together = MeasureSeats(
+      state, open, sameUnit,
+      [](ServerSeat& seat, const Turn& turn) { seat.Renumber(turn.unit, turn.rid, turn.number); });
   // The operations run one after the other on one unit, so that every seat ends at about the same
   // time unless one is left waiting.
   constexpr double kLeastShare = 0.1;
-  Check(fairness >= kLeastShare, "the slowest seat has a tenth of the fastest one's speed");
+  Check(together.slowestOfFastest >= kLeastShare,
+        "the slowest seat has a tenth of the fastest one's speed");
   HandConnection connection(store.name());
   Check(connection.Number(R"(SELECT count(*) FROM "AuditEntries")") ==
             std::int64_t{seats} * (kWarmUp + kOperationsOfSeat),
         "every operation is stored");
-  state.counters[kItems] = seats * kOperationsOfSeat;
-  state.counters[kSecondsElsewhere] = seconds;
 }
 
 void SeatsByHand(benchmark::State& state, std::int32_t seats, bool sameUnit) {
@@ -202,23 +217,10 @@ void SeatsByHand(benchmark::State& state, std::int32_t seats, bool sameUnit) {
   std::vector<std::unique_ptr<by_hand::ServerRenumbering>> open;
   for (std::int32_t seat = 0; seat < seats; ++seat) {
     open.push_back(std::make_unique<by_hand::ServerRenumbering>(store.name()));
-    for (std::int32_t nth = 0; nth < kWarmUp; ++nth) {
-      const Turn turn = TurnOf(seat, nth, sameUnit, seats);
-      open.back()->Renumber(turn.unit, turn.rid, turn.number);
-    }
   }
-  double seconds = 0;
-  double fairness = 0;
-  for ([[maybe_unused]] auto iteration : state) {
-    seconds = TogetherSeconds(seats, fairness, [&](std::int32_t seat) {
-      for (std::int32_t nth = kWarmUp; nth < kWarmUp + kOperationsOfSeat; ++nth) {
-        const Turn turn = TurnOf(seat, nth, sameUnit, seats);
-        open[static_cast<std::size_t>(seat)]->Renumber(turn.unit, turn.rid, turn.number);
-      }
-    });
-  }
-  state.counters[kItems] = seats * kOperationsOfSeat;
-  state.counters[kSecondsElsewhere] = seconds;
+  (void)MeasureSeats(state, open, sameUnit, [](by_hand::ServerRenumbering& seat, const Turn& turn) {
+    seat.Renumber(turn.unit, turn.rid, turn.number);
+  });
 }
 
 void PutMany(const ServerStore& store) {

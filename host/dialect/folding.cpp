@@ -11,7 +11,7 @@ namespace qorhost::dialect {
 namespace {
 
 constexpr unsigned kFirstNonAscii = 0x80;
-constexpr utf8proc_int32_t kSharpS = 0xDF;
+constexpr char32_t kSharpS = 0xDF;
 
 char32_t FoldBySystem(char32_t point) noexcept {
   // The longest folding of one code point has three; only the one-to-one foldings count here, so
@@ -47,7 +47,7 @@ constexpr unsigned FoldAscii(unsigned byte) noexcept {
   return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte;
 }
 
-std::string MapPoints(std::string_view text, utf8proc_int32_t (*map)(utf8proc_int32_t)) {
+std::string MapPoints(std::string_view text, char32_t (*map)(char32_t) noexcept) {
   std::string mapped;
   mapped.reserve(text.size());
   for (std::size_t position = 0; position < text.size();) {
@@ -55,7 +55,7 @@ std::string MapPoints(std::string_view text, utf8proc_int32_t (*map)(utf8proc_in
     if (character.codePoint < qorcred::kInvalidByte) {
       std::array<utf8proc_uint8_t, 4> bytes{};
       const utf8proc_ssize_t count = utf8proc_encode_char(
-          map(static_cast<utf8proc_int32_t>(character.codePoint)), bytes.data());
+          static_cast<utf8proc_int32_t>(map(character.codePoint)), bytes.data());
       mapped.append(bytes.begin(), bytes.begin() + count);
     } else {
       mapped += text[position];
@@ -118,15 +118,23 @@ std::u32string Folded(std::string_view text) {
   return folded;
 }
 
+char32_t UpperPoint(char32_t point) noexcept {
+  // The sharp s has no capital in common use.
+  return point == kSharpS
+             ? point
+             : static_cast<char32_t>(utf8proc_toupper(static_cast<utf8proc_int32_t>(point)));
+}
+
+char32_t LowerPoint(char32_t point) noexcept {
+  return static_cast<char32_t>(utf8proc_tolower(static_cast<utf8proc_int32_t>(point)));
+}
+
 std::string UpperText(std::string_view text) {
-  return MapPoints(text, [](utf8proc_int32_t point) {
-    // The sharp s has no capital in common use.
-    return point == kSharpS ? point : utf8proc_toupper(point);
-  });
+  return MapPoints(text, UpperPoint);
 }
 
 std::string LowerText(std::string_view text) {
-  return MapPoints(text, utf8proc_tolower);
+  return MapPoints(text, LowerPoint);
 }
 
 }  // namespace qorhost::dialect

@@ -16,6 +16,10 @@ namespace qorhost::dialect {
 /// The text as folded code points.
 [[nodiscard]] std::u32string Folded(std::string_view text);
 
+/// The letter in upper or lower case, any other code point as it is.
+[[nodiscard]] char32_t UpperPoint(char32_t point) noexcept;
+[[nodiscard]] char32_t LowerPoint(char32_t point) noexcept;
+
 /// The text with every letter in upper or lower case; bytes that are not UTF-8 stay.
 [[nodiscard]] std::string UpperText(std::string_view text);
 [[nodiscard]] std::string LowerText(std::string_view text);

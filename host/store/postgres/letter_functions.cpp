@@ -42,18 +42,18 @@ struct Mapping {
   std::string to;
 };
 
-template <typename Map>
+using Map = char32_t (*)(char32_t) noexcept;
+
 Mapping MappingUpTo(char32_t end, Map map) {
   Mapping mapping;
   for (char32_t point = kFirstNonAscii; point < end; ++point) {
     if (point >= kFirstSurrogate && point <= kLastSurrogate) {
       continue;
     }
-    const std::string from = Utf8Of(point);
-    const std::string to = map(point, from);
-    if (to != from) {
-      mapping.from += from;
-      mapping.to += to;
+    // Texts are made of the few alone that become another: there are a million others.
+    if (const char32_t mapped = map(point); mapped != point) {
+      mapping.from += Utf8Of(point);
+      mapping.to += Utf8Of(mapped);
     }
   }
   return mapping;
@@ -61,7 +61,6 @@ Mapping MappingUpTo(char32_t end, Map map) {
 
 /// Most texts are ASCII, most of the others are of the common alphabets: the server goes through
 /// the list of letters once for each character.
-template <typename Map>
 std::string LetterFunction(std::string_view name, std::string_view ofAscii, Map map) {
   const Mapping common = MappingUpTo(kFirstUncommon, map);
   const Mapping all = MappingUpTo(kLastPoint + 1, map);
@@ -84,17 +83,9 @@ END $$;
 }  // namespace
 
 std::string LetterFunctions() {
-  const auto fold = [](char32_t point, const std::string& /*text*/) {
-    return Utf8Of(dialect::FoldPoint(point));
-  };
-  const auto upper = [](char32_t /*point*/, const std::string& text) {
-    return dialect::UpperText(text);
-  };
-  const auto lower = [](char32_t /*point*/, const std::string& text) {
-    return dialect::LowerText(text);
-  };
-  return LetterFunction("key", "lower", fold) + LetterFunction("ucase", "upper", upper) +
-         LetterFunction("lcase", "lower", lower);
+  return LetterFunction("key", "lower", dialect::FoldPoint) +
+         LetterFunction("ucase", "upper", dialect::UpperPoint) +
+         LetterFunction("lcase", "lower", dialect::LowerPoint);
 }
 
 }  // namespace qorhost::postgres

@@ -32,11 +32,15 @@ END $$;
 
 }  // namespace
 
-std::string CreateFunctionsText() {
-  std::string text = "CREATE SCHEMA desktop;\n";
-  text += LetterFunctions();
-  text.append(kNumberFunctions).append(kDateFunctions).append(kTextFunctions);
-  return text.append(kPictureFunctions).append(kValueFunctions).append(kIdentityFunctions);
+const std::string& CreateFunctionsText() {
+  static const std::string all = [] {
+    std::string text = "CREATE SCHEMA desktop;\n";
+    text += LetterFunctions();
+    text.append(kNumberFunctions).append(kDateFunctions).append(kTextFunctions);
+    text.append(kPictureFunctions).append(kValueFunctions).append(kIdentityFunctions);
+    return text;
+  }();
+  return all;
 }
 
 }  // namespace qorhost::postgres

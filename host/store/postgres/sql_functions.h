@@ -6,7 +6,7 @@
 namespace qorhost::postgres {
 
 /// The statements that create the schema "desktop" with all functions that printed statements call.
-/// The database's encoding must be UTF8.
-[[nodiscard]] std::string CreateFunctionsText();
+/// The database's encoding must be UTF8. The text is made when it is first asked for.
+[[nodiscard]] const std::string& CreateFunctionsText();
 
 }  // namespace qorhost::postgres

@@ -1,7 +1,8 @@
 // Two who do something to one unit at once, each of them interrupted by the other: the first stops
 // before one of its statements, the second before one of its own, the first ends, then the second.
 // Of all orders one in four is tried on a file, along diagonals of all pairs of statements, and
-// fewer on a server; with QORHOST_ORDER_STEP in the environment one in so many: 1 tries all.
+// fewer on a server; QORHOST_MORE_ORDERS in the environment tries so many times more: 100 tries
+// all.
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <gtest/gtest.h>

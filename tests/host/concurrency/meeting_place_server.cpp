@@ -6,6 +6,7 @@
 #include "host/store/postgres/store.h"
 #include "tests/host/concurrency/meetings.h"
 #include "tests/host/concurrency/server_building.h"
+#include "tests/host/store/postgres/needs_server.h"
 #include "tests/host/store/postgres/server_proxy.h"
 #include "tests/host/store/postgres/test_server.h"
 
@@ -20,16 +21,7 @@ namespace {
 using postgres::test::ServerProxy;
 using postgres::test::TestServer;
 
-class NeedsServer final : public testing::Environment {
- public:
-  void SetUp() override {
-    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
-      GTEST_SKIP() << missing;
-    }
-  }
-};
-
-const auto* const kNeedsServer = testing::AddGlobalTestEnvironment(new NeedsServer);
+const auto* const kNeedsServer = postgres::test::NeedServer();
 
 /// The messages by which a seat has its statements run.
 class ServerSteps final : public Steps {

@@ -60,8 +60,8 @@ class MeetingPlace {
 
 /// One for each program, by what it is linked with.
 [[nodiscard]] std::unique_ptr<MeetingPlace> NewMeetingPlace(int capacity);
-/// Of all orders one in so many is tried: QORHOST_ORDER_STEP in the environment, or what suits the
-/// engine.
+/// Of all orders one in so many is tried: what suits the engine, or as many times more orders as
+/// QORHOST_MORE_ORDERS in the environment says; 100 tries all.
 [[nodiscard]] int OrderStep(int usual);
 extern const int kUsualStepOfMeetings;
 extern const int kUsualStepOfInterruptions;

@@ -40,6 +40,15 @@ void BindValue(sqlite3_stmt* statement, int index, const qorcred::Value& value) 
   }
 }
 
+void CopyAll(sqlite3* from, sqlite3* to) {
+  constexpr int kAllPages = -1;
+  sqlite3_backup* const copying = sqlite3_backup_init(to, "main", from, "main");
+  if (copying == nullptr || sqlite3_backup_step(copying, kAllPages) != SQLITE_DONE ||
+      sqlite3_backup_finish(copying) != SQLITE_OK) {
+    throw std::runtime_error("the tables cannot be copied");
+  }
+}
+
 std::string CellOf(sqlite3_stmt* statement, int column) {
   switch (sqlite3_column_type(statement, column)) {
     case SQLITE_NULL:
@@ -58,19 +67,29 @@ std::string CellOf(sqlite3_stmt* statement, int column) {
 
 }  // namespace
 
-TestDatabase::TestDatabase() {
+TestDatabase::Handle TestDatabase::OpenEmpty() {
   sqlite3* database = nullptr;
   const int opened = sqlite3_open(":memory:", &database);
-  database_.reset(database);
+  Handle handle(database);
   if (opened != SQLITE_OK) {
     throw std::runtime_error("cannot open a database in memory");
   }
   sqlite::RegisterSqlFunctions(database);
+  return handle;
+}
+
+TestDatabase::TestDatabase(Anew /*tag*/) : database_(OpenEmpty()) {
   for (const Table& table : Tables()) {
-    const StatementPtr create = Prepare(database, sqlite::CreateTableText(table));
+    const StatementPtr create = Prepare(handle(), sqlite::CreateTableText(table));
     sqlite3_step(create.get());
   }
   RunSeed(*this);
+}
+
+// A copy is made in a tenth of the time in which tables and rows are.
+TestDatabase::TestDatabase() : database_(OpenEmpty()) {
+  static const TestDatabase seeded{Anew()};
+  CopyAll(seeded.handle(), handle());
 }
 
 Outcome TestDatabase::Run(std::string_view sql) {

@@ -32,8 +32,13 @@ class TestDatabase final : public CaseDatabase {
   struct Close {
     void operator()(sqlite3* database) const { sqlite3_close(database); }
   };
+  using Handle = std::unique_ptr<sqlite3, Close>;
+  struct Anew {};
 
-  std::unique_ptr<sqlite3, Close> database_;
+  explicit TestDatabase(Anew);
+  [[nodiscard]] static Handle OpenEmpty();
+
+  Handle database_;
   Translator translator_;
 };
 

@@ -8,7 +8,6 @@
 
 #include "frame/convert.h"
 #include "host/dialect/catalog.h"
-#include "host/dialect/names.h"
 #include "host/store/postgres/sql_functions.h"
 #include "host/store/postgres/table_text.h"
 #include "test_server.h"
@@ -77,13 +76,22 @@ std::string SentText(const qorcred::Value& value) {
 
 }  // namespace
 
+// Rows that were changed come back with the end of the transaction, identities that were given do
+// not.
 DialectDatabase::DialectDatabase() : connection_(SharedConnection()) {
-  std::string empty;
-  for (const dialect::Table& table : dialect::Tables()) {
-    empty.append(empty.empty() ? "BEGIN; TRUNCATE " : ", ").append(dialect::QuotedName(table.name));
-  }
-  connection_.RunAll(empty + " RESTART IDENTITY");
-  dialect::test::RunSeed(*this);
+  static const std::string begin = [this] {
+    connection_.RunAll("BEGIN");
+    dialect::test::RunSeed(*this);
+    connection_.RunAll("COMMIT");
+    return std::string(
+        connection_
+            .Run("SELECT 'BEGIN; SELECT ' || string_agg(format('setval(%L, %s, %L)', "
+                 "format('%I.%I', schemaname, sequencename), "
+                 "coalesce(last_value, 1), last_value IS NOT NULL), ', ') "
+                 "FROM pg_sequences")
+            .Text(0, 0));
+  }();
+  connection_.RunAll(begin);
 }
 
 DialectDatabase::~DialectDatabase() {

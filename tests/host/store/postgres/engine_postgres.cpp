@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <string_view>
 #include <vector>
 
 #include "host/store/postgres/schema.h"
 #include "host/store/postgres/store.h"
+#include "needs_server.h"
 #include "quoted_names.h"
 #include "test_server.h"
 #include "tests/host/store/engine.h"
@@ -17,17 +16,7 @@ namespace {
 using postgres::test::TestServer;
 using postgres::test::WithQuotedNames;
 
-/// Without a server there is nothing to test.
-class NeedsServer final : public testing::Environment {
- public:
-  void SetUp() override {
-    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
-      GTEST_SKIP() << missing;
-    }
-  }
-};
-
-const auto* const kNeedsServer = testing::AddGlobalTestEnvironment(new NeedsServer);
+const auto* const kNeedsServer = postgres::test::NeedServer();
 
 /// The whole program runs on plain tables, or on ones that lie in several places.
 postgres::Spread SpreadOfRun() {

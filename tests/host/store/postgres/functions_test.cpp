@@ -326,9 +326,8 @@ std::string Utf8Of(char32_t point) {
 /// Every character that has letter case, and its neighbours.
 std::string EveryLetter() {
   const auto hasCase = [](char32_t point) {
-    const std::string text = Utf8Of(point);
-    return dialect::FoldPoint(point) != point || dialect::UpperText(text) != text ||
-           dialect::LowerText(text) != text;
+    return dialect::FoldPoint(point) != point || dialect::UpperPoint(point) != point ||
+           dialect::LowerPoint(point) != point;
   };
   std::string letters;
   for (char32_t point = 1; point < 0x10FFFF; ++point) {

@@ -22,9 +22,6 @@ using Way = ServerProxy::Way;
 class LostCommands : public RunFixture {
  protected:
   void SetUp() override {
-    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
-      GTEST_SKIP() << missing;
-    }
     static int count = 0;
     const std::string database = "lostcommands" + std::to_string(++count);
     server_ = TestServer::Shared().Create(database);

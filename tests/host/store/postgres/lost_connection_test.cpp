@@ -16,6 +16,7 @@
 #include "host/store/postgres/store.h"
 #include "host/store/sql_session.h"
 #include "host/store/store_error.h"
+#include "needs_server.h"
 #include "server_proxy.h"
 #include "test_server.h"
 
@@ -26,6 +27,8 @@ namespace {
 using testing::HasSubstr;
 using Way = ServerProxy::Way;
 
+const auto* const kNeedsServer = NeedServer();
+
 enum class Heard { kStored, kNotStored, kUnknown };
 
 qorcred::Date Noon() {
@@ -35,9 +38,6 @@ qorcred::Date Noon() {
 class LostConnection : public testing::Test {
  protected:
   void SetUp() override {
-    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
-      GTEST_SKIP() << missing;
-    }
     static int count = 0;
     database_ = "lost" + std::to_string(++count);
     const std::string name = TestServer::Shared().Create(database_);
@@ -226,9 +226,6 @@ TEST_F(LostConnection, InAConnectionsOwnTransactionIsUndoneAndTheNextIsDone) {
 class ServerStartedAgain : public testing::Test {
  protected:
   void SetUp() override {
-    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
-      GTEST_SKIP() << missing;
-    }
     server_ = std::make_unique<TestServer>();
     store_ = std::make_unique<Store>(OpenServerStore(server_->Create("again"), OpenMode::kCreate),
                                      Patience(), false);

@@ -22,9 +22,6 @@ using testing::HasSubstr;
 class RightsCommands : public RunFixture {
  protected:
   void SetUp() override {
-    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
-      GTEST_SKIP() << missing;
-    }
     static int count = 0;
     server_ = TestServer::Shared().Create("rightscommands" + std::to_string(++count));
   }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/store/postgres/connection.h"
+#include "needs_server.h"
 #include "test_server.h"
 #include "tests/host/cli/run_fixture.h"
 
@@ -22,12 +23,11 @@ using testing::IsEmpty;
 
 using Words = std::vector<std::string>;
 
+const auto* const kNeedsServer = postgres::test::NeedServer();
+
 class ServerCommands : public RunFixture {
  protected:
   void SetUp() override {
-    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
-      GTEST_SKIP() << missing;
-    }
     static int count = 0;
     server_ = TestServer::Shared().Create("commands" + std::to_string(++count));
   }

@@ -20,6 +20,7 @@
 #include "host/store/postgres/schema.h"
 #include "host/store/postgres/store.h"
 #include "host/tour/tour_stage.h"
+#include "needs_server.h"
 #include "statement_places.h"
 #include "test_server.h"
 #include "tests/host/cli/run_fixture.h"
@@ -31,6 +32,8 @@ using postgres::PlacedTables;
 using postgres::test::PlannedStatement;
 using postgres::test::PlannedStatements;
 using postgres::test::TestServer;
+
+const auto* const kNeedsServer = postgres::test::NeedServer();
 
 /// A statement that meets more than one place, by a part of its text.
 struct Exception {
@@ -72,9 +75,6 @@ constexpr WholeCommand kWholeCommands[] = {
 class ServerPlans : public RunFixture {
  protected:
   void SetUp() override {
-    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
-      GTEST_SKIP() << missing;
-    }
     static int count = 0;
     const std::string database = "plans" + std::to_string(++count);
     server_ = TestServer::Shared().Create(database);

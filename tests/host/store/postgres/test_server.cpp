@@ -92,11 +92,12 @@ void TestServer::StartServer() {
   const fs::path programs = ProgramFolder();
   const std::string data = folder_.File("data").string();
   // The server is told when this program ends, whatever ends it.
-  process_ = Start(Joined(AsAnotherUser(),
-                          {"setpriv", "--pdeathsig", "QUIT", "--", programs / "postgres", "-D",
-                           data, "-k", folder_.path().string(), "-c", "listen_addresses=", "-c",
-                           "fsync=off", "-c", "shared_buffers=32MB", "-c", "max_connections=40"}),
-                   folder_.File("log"));
+  process_ = Start(
+      Joined(AsAnotherUser(),
+             {"setpriv", "--pdeathsig", "QUIT", "--", programs / "postgres", "-D", data, "-k",
+              folder_.path().string(), "-c", "listen_addresses=", "-c", "fsync=off", "-c",
+              "full_page_writes=off", "-c", "shared_buffers=32MB", "-c", "max_connections=40"}),
+      folder_.File("log"));
   WaitUntilReady();
 }
 
