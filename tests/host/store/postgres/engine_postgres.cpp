@@ -142,6 +142,10 @@ std::unique_ptr<StorePlace> NewPlace() {
   return std::make_unique<Database>();
 }
 
+std::string OriginStored(const std::string& signedWith) {
+  return signedWith + " as tester";
+}
+
 bool KeepsRowsOfNoUnit() {
   return false;
 }
