@@ -50,8 +50,7 @@ Table LostLinksOf(const StoreCopy& made) {
   return table;
 }
 
-void PrintAsJson(const GlobalOptions& global, const CopyOrder& order, const StoreCopy& made,
-                 Console& console) {
+void PrintAsJson(const CopyOrder& order, const StoreCopy& made, Console& console) {
   ChangeReport report;
   if (order.units.size() == 1) report.unit = order.units.front();
   report.trial = order.trial == Trial::kYes;
@@ -127,7 +126,7 @@ ExitStatus RunCopy(const GlobalOptions& global, const CopyOptions& options, Cons
   const StoreCopy made = CopyStore(order);
   console.stored = !options.trial;
   if (global.json) {
-    PrintAsJson(global, order, made, console);
+    PrintAsJson(order, made, console);
     return ExitStatus::kDone;
   }
   std::ostream& told = options.trial ? console.out : console.Remarks();
