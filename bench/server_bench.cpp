@@ -214,6 +214,9 @@ void SeatsByHand(benchmark::State& state, std::int32_t seats, bool sameUnit) {
   const ServerStore store;
   PutFew(store);
   HandConnection(store.name()).DropTriggers();
+  HandConnection(store.name())
+      .Run(fmt::format(R"(INSERT INTO "UnitVersions" SELECT n, 0, 0 FROM generate_series(1, {}) n)",
+                       kServerUnits));
   std::vector<std::unique_ptr<by_hand::ServerRenumbering>> open;
   for (std::int32_t seat = 0; seat < seats; ++seat) {
     open.push_back(std::make_unique<by_hand::ServerRenumbering>(store.name()));

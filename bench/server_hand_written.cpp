@@ -16,6 +16,8 @@ namespace {
 
 constexpr const char* kStamp = "2026-01-31 12:00:00";
 constexpr std::size_t kBatch = 512;
+constexpr std::size_t kHashLength = 64;
+constexpr std::int64_t kAnyFactor = 982451653;  // versions of equal entries are told apart by it
 
 /// Runs a prepared statement for each row in pipeline mode and hands over what each returns.
 template <std::size_t kValues>
@@ -129,7 +131,8 @@ void IssueOnServer(HandConnection& connection, bool withTenants) {
 }
 
 ServerRenumbering::ServerRenumbering(const std::string& name) : connection_(name) {
-  connection_.Prepare("lock", R"(SELECT 1 FROM "Units" WHERE "UnitKey"=$1::int4 FOR UPDATE)");
+  connection_.Prepare("lock",
+                      R"(SELECT "Entry" FROM "UnitVersions" WHERE "UnitKey"=$1::int4 FOR UPDATE)");
   connection_.Prepare("find",
                       R"(SELECT "PINNo" FROM "CredentialBank" WHERE "UnitKey"=$1::int4 AND )"
                       R"("CredentialType"=$2::int4 AND "PINNo"=$3::int4 AND "RID"<>$4::int4)");
@@ -138,17 +141,32 @@ ServerRenumbering::ServerRenumbering(const std::string& name) : connection_(name
   connection_.Prepare(
       "change", R"(UPDATE "CredentialBank" SET "PINNo"=$1::int4, "LASTMODIFIEDDATE"=$4::text )"
                 R"(WHERE "UnitKey"=$2::int4 AND "RID"=$3::int4)");
+  connection_.Prepare(
+      "entry",
+      R"(INSERT INTO "AuditEntries" ("HomeUnit", "RID", "At", "Who", "Origin", "UnitKey", )"
+      R"("Previous", "What", "Rows", "Hash") VALUES ($1::int4, nextval('"AuditNumbers"'), )"
+      R"('2026-01-31 12:00:00', 'anna', 'bench', $1::int4, nullif($2::int8, 0), 'renumber', )"
+      R"($3::text, $4::text) RETURNING "RID")");
+  connection_.Prepare("version", R"(UPDATE "UnitVersions" SET "Entry"=$2::int8, "Mark"=$3::int8 )"
+                                 R"(WHERE "UnitKey"=$1::int4)");
 }
 
 void ServerRenumbering::Renumber(std::int32_t unit, std::int64_t rid, std::int64_t number) {
   const std::string key = std::to_string(unit);
   const std::string row = std::to_string(rid);
   connection_.Run("BEGIN");
-  connection_.Step("lock", key);
+  const std::int64_t previous = connection_.Step("lock", key);
   Check(connection_.Step("find", key, std::to_string(kCardType), std::to_string(number), row) == 0,
         "the number is free");
   Check(connection_.Step("read", row) != 0, "the row is there");
   connection_.Step("change", std::to_string(number), key, row, kStamp);
+  const std::int64_t entry = connection_.Step(
+      "entry", key, std::to_string(previous),
+      fmt::format(R"({{"table":"CredentialBank","updated":{},"before":{{"PINNo":{},)"
+                  R"("LASTMODIFIEDDATE":"{}"}},"after":{{"PINNo":{},"LASTMODIFIEDDATE":"{}"}}}})",
+                  rid, number - 1, kStamp, number, kStamp),
+      std::string(kHashLength, 'a'));
+  connection_.Step("version", key, std::to_string(entry), std::to_string(entry * kAnyFactor));
   connection_.Run("COMMIT");
 }
 

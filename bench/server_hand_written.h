@@ -18,9 +18,10 @@ namespace qorbench::by_hand {
 /// backup rows and steps.
 void IssueOnServer(HandConnection& connection, bool withTenants);
 
-/// Gives a credential of a unit another number, as a unit of work of its own does: the unit's row
-/// locked, whether the number is free, whether the row is as it was, the change; prepared, one
-/// round trip for each.
+/// Gives a credential of a unit another number, as a unit of work of its own does: the unit's
+/// version locked, whether the number is free, whether the row is as it was, the change, its entry
+/// in the history with the row as it was and is, the version raised; prepared, one round trip for
+/// each. Any program that keeps the store's promises has to do that much.
 class ServerRenumbering {
  public:
   explicit ServerRenumbering(const std::string& name);

@@ -2,9 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "host/cli/change_report.h"
 #include "host/cli/progress.h"
 #include "host/desks/store_copy.h"
+#include "host/desks/whole_number.h"
 #include "host/desks/words.h"
 #include "host/files/file_error.h"
 #include "host/terminal/display_text.h"
@@ -47,10 +50,9 @@ Table LostLinksOf(const StoreCopy& made) {
   return table;
 }
 
-void PrintAsJson(const GlobalOptions& global, const CopyOrder& order, const StoreCopy& made,
-                 Console& console) {
+void PrintAsJson(const CopyOrder& order, const StoreCopy& made, Console& console) {
   ChangeReport report;
-  if (global.unit) report.unit = *global.unit;
+  if (order.units.size() == 1) report.unit = order.units.front();
   report.trial = order.trial == Trial::kYes;
   report.stored = !report.trial;
   (made.isNewStore ? report.added : report.changed)
@@ -69,14 +71,26 @@ void TellLostLinks(const StoreCopy& made, std::ostream& out) {
   PrintTable(out, LostLinksOf(made));
 }
 
+/// Each of them once, in their order.
+UnitKeys UnitsOf(const GlobalOptions& global, const CopyOptions& options) {
+  if (global.unit && !options.units.empty()) {
+    throw UsageError("--units names all units that are copied: leave --unit out");
+  }
+  UnitKeys units = global.unit ? UnitKeys{*global.unit} : options.units;
+  std::sort(units.begin(), units.end());
+  units.erase(std::unique(units.begin(), units.end()), units.end());
+  return units;
+}
+
 }  // namespace
 
 void DescribeCopy(CommandPlace place, const GlobalOptions& global, CopyOptions& options) {
-  auto* copy = AddCommand(
-      place, "copy", "Copy the store, or with --unit one unit, into another one, file or server",
-      "  qorhost copy --to postgresql://server/buildings\n"
-      "  qorhost copy --from annex.db --to building.db --unit 12 --dry-run",
-      [&](Console& console) { return RunCopy(global, options, console); });
+  auto* copy =
+      AddCommand(place, "copy", "Copy the store, or units of it, into another one, file or server",
+                 "  qorhost copy --to postgresql://server/buildings\n"
+                 "  qorhost copy --from annex.db --to building.db --unit 12 --dry-run\n"
+                 "  qorhost copy --from annex.db --to building.db --units 12,14",
+                 [&](Console& console) { return RunCopy(global, options, console); });
   copy->add_option("--from", options.from, "The store that is copied (that of --db)")
       ->type_name("STORE");
   copy->add_option("--to", options.to,
@@ -84,6 +98,18 @@ void DescribeCopy(CommandPlace place, const GlobalOptions& global, CopyOptions& 
                    "units come those of the other one, where their keys are free")
       ->type_name("STORE")
       ->required();
+  copy->add_option_function<std::vector<std::string>>(
+          "--units",
+          [&options](const std::vector<std::string>& keys) {
+            for (const std::string& key : keys) options.units.push_back(*WholeNumber(key));
+          },
+          "The units that are copied, by their keys; else that of --unit, else all")
+      ->type_name("N,N")
+      ->delimiter(',')
+      ->check([](const std::string& key) {
+        return WholeNumber(key) ? std::string()
+                                : fmt::format("'{}' is no key of a unit: give a whole number", key);
+      });
   DescribeTrial(*copy, options.trial);
 }
 
@@ -91,7 +117,7 @@ ExitStatus RunCopy(const GlobalOptions& global, const CopyOptions& options, Cons
   CopyOrder order;
   order.from = options.from ? std::filesystem::path(*options.from) : global.file;
   order.to = options.to;
-  if (global.unit) order.units = {*global.unit};
+  order.units = UnitsOf(global, options);
   order.clock = console.environment.clock;
   order.author = console.environment.author;
   order.patience = PatienceOf(global, console);
@@ -100,7 +126,7 @@ ExitStatus RunCopy(const GlobalOptions& global, const CopyOptions& options, Cons
   const StoreCopy made = CopyStore(order);
   console.stored = !options.trial;
   if (global.json) {
-    PrintAsJson(global, order, made, console);
+    PrintAsJson(order, made, console);
     return ExitStatus::kDone;
   }
   std::ostream& told = options.trial ? console.out : console.Remarks();

@@ -138,7 +138,9 @@ List HistoryList(DeskSession& session, const HistoryQuery& query) {
                  {"Who", "who"},
                  {"Unit", "unit", FieldKind::kNumber},
                  {"What", "what"},
-                 {"Rows", "rows"}};
+                 {"Rows", "rows"},
+                 {"From where", "from"}};
+  list.fields.back().isExtra = true;
   list.latestLast = true;
   std::vector<WorkEntry> entries = audit.After(0, query.unitKey);
   std::reverse(entries.begin(), entries.end());
@@ -152,7 +154,7 @@ List HistoryList(DeskSession& session, const HistoryQuery& query) {
     }
     list.rows.push_back({static_cast<double>(entry.entry), MomentOf(entry), entry.who,
                          entry.unitKey ? Value(*entry.unitKey) : Value(Null{}), entry.what,
-                         Summary(rows)});
+                         Summary(rows), entry.origin});
     if (list.rows.size() == query.latest) {
       break;
     }

@@ -20,50 +20,66 @@ std::optional<ChainFault> FaultIn(const ReadEntry& read) {
 }
 
 void AuditChainCheck::Take(ReadEntry& read) {
-  // Numbers are given one after the other, and none is given back.
-  if (read.entry.entry != last_ + 1) {
-    read.missing = last_ + 1;
-  }
-  last_ = read.entry.entry;
   read.expected = HashOf(read.entry, Before(read, read.missing), read.rows);
   Add(read.entry, useExpected_ ? read.expected : read.hash);
 }
 
+/// The last entry that concerns the unit, 0 for none.
+std::int64_t AuditChainCheck::EndOf(std::int32_t unitKey) const {
+  const auto found = ofUnits_.find(unitKey);
+  return found == ofUnits_.end() ? ofStore_ : found->second;
+}
+
 /// The hashes that an entry is made of; `missing` gets an entry that it names and that is not
-/// there.
+/// there. One that names another one than the last has followed a chain of its own: its hash is
+/// none of these.
 std::vector<std::string> AuditChainCheck::Before(const ReadEntry& read,
                                                  std::optional<std::int64_t>& missing) const {
+  std::vector<std::string> hashes;
   if (!read.entry.unitKey) {
-    std::vector<std::string> hashes;
-    for (const std::int64_t entry : ends_) {
-      hashes.push_back(hashes_.at(entry));
+    for (const auto& [entry, hash] : ends_) {
+      hashes.push_back(hash);
     }
     return hashes;
   }
-  if (!read.previous) {
-    return {};
-  }
-  const auto found = hashes_.find(*read.previous);
-  if (found == hashes_.end()) {
+  const std::int64_t end = EndOf(*read.entry.unitKey);
+  if (read.previous > end) {
     missing = read.previous;
-    return {std::string()};
   }
-  return {found->second};
+  // A unit that came past the program follows nothing with its first.
+  if (read.previous || units_.contains(*read.entry.unitKey)) {
+    const auto found = ends_.find(end);
+    hashes.push_back(found == ends_.end() ? std::string() : found->second);
+  }
+  return hashes;
 }
 
 void AuditChainCheck::Add(const WorkEntry& entry, const std::string& hash) {
-  hashes_[entry.entry] = hash;
   if (!entry.unitKey) {
-    ends_ = {entry.entry};
+    ofStore_ = entry.entry;
     ofUnits_.clear();
-    return;
+    ends_.clear();
+  } else {
+    const auto [place, isFirst] = ofUnits_.try_emplace(*entry.unitKey, entry.entry);
+    if (!isFirst) {
+      ends_.erase(place->second);
+      place->second = entry.entry;
+    }
+    units_.insert(*entry.unitKey);
   }
-  const auto [place, isFirst] = ofUnits_.try_emplace(*entry.unitKey, entry.entry);
-  if (!isFirst) {
-    ends_.erase(place->second);
-    place->second = entry.entry;
+  ends_[entry.entry] = hash;
+}
+
+std::optional<ChainFault> AuditChainCheck::FaultOfVersion(std::int32_t unitKey,
+                                                          std::int64_t entry) const {
+  using Kind = ChainFault::Kind;
+  const std::int64_t end = EndOf(unitKey);
+  if (entry == end) {
+    return std::nullopt;
   }
-  ends_.insert(entry.entry);
+  // A version that stands before the last entry was set back, or left behind by that entry.
+  return entry > end ? ChainFault{Kind::kMissing, entry, unitKey}
+                     : ChainFault{Kind::kAltered, end, unitKey};
 }
 
 }  // namespace qorhost

@@ -19,14 +19,14 @@ struct ReadEntry {
   std::vector<std::string> rows;  ///< in pieces
   std::string hash;               ///< as it is stored
   std::string expected;           ///< made of the entry and of the hashes that stand before it
-  /// An entry that it follows or that stands before it is not there.
-  std::optional<std::int64_t> missing;
+  std::optional<std::int64_t> missing;  ///< an entry that it follows and that is not there
 };
 
 /// What is wrong with an entry that was checked; nothing when it is as it was written.
 [[nodiscard]] std::optional<ChainFault> FaultIn(const ReadEntry& read);
 
-/// Takes every entry, oldest first.
+/// Takes every entry, in the order of their numbers. That is the order in which those of a unit
+/// were stored, and those of the whole store among all; numbers may be left out.
 class AuditChainCheck {
  public:
   /// With `useExpected` an entry's hash is made of those that the entries before it must have
@@ -36,20 +36,22 @@ class AuditChainCheck {
 
   /// Sets what the entry's hash must be, and what is missing.
   void Take(ReadEntry& read);
-  /// The number of the last one that was taken.
-  [[nodiscard]] std::int64_t last() const noexcept { return last_; }
+  /// Once all were taken: what is wrong with the entry by which a unit's version goes.
+  [[nodiscard]] std::optional<ChainFault> FaultOfVersion(std::int32_t unitKey,
+                                                         std::int64_t entry) const;
 
  private:
+  [[nodiscard]] std::int64_t EndOf(std::int32_t unitKey) const;
   [[nodiscard]] std::vector<std::string> Before(const ReadEntry& read,
                                                 std::optional<std::int64_t>& missing) const;
   void Add(const WorkEntry& entry, const std::string& hash);
 
   bool useExpected_;
-  std::int64_t last_ = 0;
-  std::map<std::int64_t, std::string> hashes_;
-  // Which entries no other one follows yet: the last of the store, and those behind it.
-  std::set<std::int64_t> ends_;
-  std::map<std::int32_t, std::int64_t> ofUnits_;  // behind the last one of the whole store
+  // The hashes of those that no other one follows yet: the last of the store, and those behind it.
+  std::map<std::int64_t, std::string> ends_;
+  std::int64_t ofStore_ = 0;                      // the last one of the whole store
+  std::map<std::int32_t, std::int64_t> ofUnits_;  // behind that
+  std::set<std::int32_t> units_;                  // that have one of their own
 };
 
 }  // namespace qorhost

@@ -50,8 +50,10 @@ class AuditLog {
   AuditLog(const AuditLog&) = delete;
   AuditLog& operator=(const AuditLog&) = delete;
 
-  /// The entries behind the one of that number, oldest first: of one unit, those of the whole store
-  /// among them, or all.
+  /// The entries behind the one of that number, in the order of their numbers: of one unit, those
+  /// of the whole store among them, or all. Of a unit, and behind an entry of the whole store, that
+  /// is the order in which they were stored. Others of several units may be stored later than one
+  /// with a higher number: who has read to that one does not go on behind it.
   [[nodiscard]] virtual std::vector<WorkEntry> After(std::int64_t entry,
                                                      std::optional<std::int32_t> unitKey) = 0;
   /// Nothing when there is none of that number.

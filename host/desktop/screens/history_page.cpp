@@ -7,6 +7,7 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/history.h"
 #include "host/desks/history_undo.h"
+#include "host/desks/list.h"
 #include "host/desks/shown_value.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
@@ -47,7 +48,7 @@ void HistoryPage::ShowEntries() {
   query.unitKey = place().unitKey();
   List list = HistoryList(session(), query);
   std::reverse(list.rows.begin(), list.rows.end());  // a person looks for the latest
-  entries_.Show(std::move(list));
+  entries_.Show(Answer(std::move(list), {}));
   FitColumns(*ui_->entries);
   ShowRows();
 }

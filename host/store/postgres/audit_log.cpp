@@ -18,6 +18,8 @@ namespace {
 
 // With whose rows the entries of the whole store lie.
 constexpr std::int32_t kNoUnit = 0;
+// Between where an entry comes from and the login by which the server knows who stored it.
+constexpr std::string_view kLogin = " as ";
 
 /// A row of "RID", "At", "Who", "Origin", "UnitKey", "What".
 WorkEntry EntryIn(const Result& read, int row) {
@@ -135,11 +137,12 @@ std::vector<ChainFault> AuditLog::Check() {
       });
   end();
   const Result versions = session_.Own(
-      R"(SELECT "UnitKey", "Entry" FROM "UnitVersions" WHERE "Entry">$1::int8 ORDER BY "Entry", "UnitKey")",
-      Values(check.last()));
+      R"(SELECT "UnitKey", "Entry" FROM "UnitVersions" WHERE "Entry">0 ORDER BY "Entry", "UnitKey")");
   for (int row = 0; row < versions.rows(); ++row) {
-    faults.push_back({ChainFault::Kind::kMissing, versions.Number(row, 1),
-                      static_cast<std::int32_t>(versions.Number(row, 0))});
+    if (const std::optional<ChainFault> fault = check.FaultOfVersion(
+            static_cast<std::int32_t>(versions.Number(row, 0)), versions.Number(row, 1))) {
+      faults.push_back(*fault);
+    }
   }
   return faults;
 }
@@ -182,8 +185,11 @@ std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, std::int
 AuditLog::Added AuditLog::Append(WorkEntry entry, std::int64_t previous,
                                  const std::vector<RowChange>& changes) {
   const std::vector<std::string> rows = RowsInPieces(changes);
-  entry.entry =
-      session_.Own(R"(UPDATE "AuditEnd" SET "Last" = "Last" + 1 RETURNING "Last")").Number(0, 0);
+  {
+    const Result given = session_.Own(R"(SELECT nextval('"AuditNumbers"'), session_user)");
+    entry.entry = given.Number(0, 0);
+    entry.origin.append(kLogin).append(given.Text(0, 1));
+  }
   SentValues values;
   values.AddNumber(entry.entry);
   values.AddText(entry.at);

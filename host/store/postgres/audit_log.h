@@ -31,8 +31,10 @@ class AuditLog final : public qorhost::AuditLog {
     std::int64_t entry = 0;
     std::string hash;
   };
-  /// Adds an entry behind the last one; from here to the commit nobody else adds one. `previous` is
-  /// the last one of its unit, 0 for none; of no meaning for an entry of the whole store.
+  /// Adds an entry. The right to write is held: it gets its number behind all those of its unit,
+  /// and one of the whole store behind all. What it says of where it comes from ends with the login
+  /// at the server. `previous` is the last one of its unit, 0 for none; of no meaning for an entry
+  /// of the whole store.
   Added Append(WorkEntry entry, std::int64_t previous, const std::vector<RowChange>& changes);
 
  private:

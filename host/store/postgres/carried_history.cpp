@@ -76,7 +76,10 @@ void CarriedHistory::Add(const CarriedEntry& carried) {
   }
   SentValues last;
   last.AddNumber(entry.entry);
-  (void)session_.Own(R"(UPDATE "AuditEnd" SET "Last"=$1::int8 WHERE "Last"<$1::int8)", last);
+  // Those that an undone work was given stay behind.
+  (void)session_.Own(
+      R"(SELECT setval('"AuditNumbers"', greatest($1::int8, "last_value")) FROM "AuditNumbers")",
+      last);
 }
 
 void CarriedHistory::AddVersion(std::int32_t unitKey, const UnitVersion& version) {

@@ -207,10 +207,11 @@ VALUES
 SELECT setval(pg_get_serial_sequence('"TenantSelectionFields"', 'RID'), 67);
 
 -- The rows of an entry are lines of JSON, in pieces, the first of which stands in the entry. Entries
--- are never deleted; UnitVersions keeps units that were deleted, so that no version comes twice. The
--- number of the last entry stands in a row that whoever adds one locks until the commit: entries are
--- stored in the order of their numbers, and no number is left out. "HomeUnit" is the unit with whose
--- rows an entry lies: its own, or 0 for one of the whole store.
+-- are never deleted; UnitVersions keeps units that were deleted, so that no version comes twice. An
+-- entry gets its number while its unit is locked, one of the whole store while all are: the entries
+-- of a unit are stored in the order of their numbers, those of several units need not be. The number
+-- of one that was undone is left out. "HomeUnit" is the unit with whose rows an entry lies: its own,
+-- or 0 for one of the whole store.
 CREATE TABLE "AuditEntries" (
   "HomeUnit" integer NOT NULL DEFAULT 0,
   "RID" bigint NOT NULL,
@@ -234,8 +235,8 @@ CREATE TABLE "AuditRows" (
 );
 CREATE INDEX "AuditRows_Entry" ON "AuditRows" ("Entry");
 
-CREATE TABLE "AuditEnd" ("Last" bigint NOT NULL);
-INSERT INTO "AuditEnd" VALUES (0);
+-- One by one: numbers that a session keeps for later would come behind those of others.
+CREATE SEQUENCE "AuditNumbers" AS bigint CACHE 1;
 
 CREATE TABLE "UnitVersions" (
   "UnitKey" integer PRIMARY KEY,

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "host/store/postgres/migration_1.h"
+#include "host/store/postgres/rights.h"
 #include "host/store/postgres/schema.h"
 
 namespace qorhost::postgres {
@@ -40,6 +41,8 @@ void BringUpToDate(Connection& connection, std::span<const Migration> steps) {
     LockMaking(connection);
     connection.RunAll("SET LOCAL search_path = qorhost");
     const int version = VersionOf(connection).value_or(0);
+    const GrantedRights rights = RightsOn(connection);
+    ActAsOwner(connection, rights);
     for (const Migration& step : steps) {
       if (step.version > version) {
         connection.RunAll(fmt::format("{};{}", step.sql, step.links));
@@ -47,6 +50,7 @@ void BringUpToDate(Connection& connection, std::span<const Migration> steps) {
     }
     connection.RunAll(fmt::format(R"(UPDATE "StoreSchema" SET "Version"={0} WHERE "Version"<{0})",
                                   steps.back().version));
+    RenewRights(connection, rights);
     connection.RunAll("COMMIT");
   } catch (...) {
     connection.UndoWhatIsOpen();

@@ -29,7 +29,8 @@ struct StoreForm {
 void MakeTables(Connection& connection, const StoreForm& form);
 
 /// Takes a store through the steps behind its version, in one transaction; another program may be
-/// doing the same meanwhile. Raises StoreError, and the store is as it was.
+/// doing the same meanwhile. What it makes belongs to the store's owner, and operators keep their
+/// rights. Raises StoreError, and the store is as it was.
 void BringUpToDate(Connection& connection, std::span<const Migration> steps);
 
 }  // namespace qorhost::postgres

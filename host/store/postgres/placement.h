@@ -22,8 +22,8 @@ struct PlacedTable {
   std::string_view unitColumn;  ///< by which its rows are placed; empty: every place has them all
 };
 
-/// All but the few that stay where the store was made: the audit's last number, the version of the
-/// schema. The first one with a unit is that which the others lie beside.
+/// All but the one that stays where the store was made: the version of the schema. The first one
+/// with a unit is that which the others lie beside.
 [[nodiscard]] const std::vector<PlacedTable>& PlacedTables();
 
 /// How many places kPartitions makes, numbered from 0: the one numbered n has of each table the

@@ -18,34 +18,51 @@ using dialect::QuotedName;
 // What keeps the audit as it is from those who may add to it. Whoever owns a table is not kept from
 // anything by its triggers, for he could drop them.
 //
-// Entries come in the order of their numbers, one for each transaction that stores: a number is the
-// last one, which is raised by one at a time in a row that its transaction has locked until its
-// end. A piece of an entry is added by the transaction that adds the entry. A version is raised to
-// that entry.
+// A number is taken by its own session alone, which was given it last. An entry stands behind the
+// last one of its unit, or of all for the whole store: that one's version stays locked until the
+// end of the transaction. It says by which login it was stored. A piece of an entry is added by the
+// transaction that adds the entry. A version is raised to an entry of that transaction.
 constexpr std::string_view kGuards = R"sql(
 CREATE OR REPLACE FUNCTION desktop.is_owned(relation oid) RETURNS boolean
 LANGUAGE sql STABLE AS $$
   SELECT pg_has_role(relowner, 'USAGE') FROM pg_class WHERE oid = relation
 $$;
 
-CREATE OR REPLACE FUNCTION desktop.guard_end() RETURNS trigger
+CREATE OR REPLACE FUNCTION desktop.given_number() RETURNS int8
 LANGUAGE plpgsql AS $$
 BEGIN
-  IF NEW."Last" <> OLD."Last" + 1 AND NOT desktop.is_owned(TG_RELID) THEN
-    RAISE insufficient_privilege USING MESSAGE = 'entries of the audit are numbered one by one';
-  END IF;
-  RETURN NEW;
+  RETURN currval('qorhost."AuditNumbers"');
+EXCEPTION WHEN object_not_in_prerequisite_state THEN
+  RETURN 0;
 END $$;
 
 CREATE OR REPLACE FUNCTION desktop.guard_entry() RETURNS trigger
 LANGUAGE plpgsql AS $$
+DECLARE
+  before int8;
 BEGIN
-  IF desktop.is_owned(TG_RELID) OR EXISTS (
-      SELECT 1 FROM qorhost."AuditEnd" e
-      WHERE e."Last" = NEW."RID" AND e.xmin = pg_current_xact_id()::xid) THEN
+  IF desktop.is_owned(TG_RELID) THEN
     RETURN NEW;
   END IF;
-  RAISE insufficient_privilege USING MESSAGE = 'an entry of the audit is added behind the last one';
+  IF NEW."UnitKey" IS NULL THEN
+    LOCK TABLE qorhost."UnitVersions" IN EXCLUSIVE MODE;
+    SELECT max("Entry") INTO before FROM qorhost."UnitVersions";
+  ELSE
+    SELECT nullif("Entry", 0) INTO before FROM qorhost."UnitVersions"
+      WHERE "UnitKey" = NEW."UnitKey" FOR UPDATE;
+  END IF;
+  IF NEW."RID" <> desktop.given_number() OR NEW."RID" <= before OR
+      NEW."HomeUnit" <> coalesce(NEW."UnitKey", 0) OR
+      NEW."Previous" IS DISTINCT FROM
+        (CASE WHEN NEW."UnitKey" IS NOT NULL THEN before END) THEN
+    RAISE insufficient_privilege USING
+      MESSAGE = 'an entry of the audit is added behind the last one, with a number of its own';
+  END IF;
+  IF right(NEW."Origin", length(session_user) + 4) <> ' as ' || session_user THEN
+    RAISE insufficient_privilege USING
+      MESSAGE = 'an entry of the audit says by which login it was stored';
+  END IF;
+  RETURN NEW;
 END $$;
 
 CREATE OR REPLACE FUNCTION desktop.guard_piece() RETURNS trigger
@@ -64,14 +81,13 @@ LANGUAGE plpgsql AS $$
 BEGIN
   IF desktop.is_owned(TG_RELID) OR (TG_OP = 'INSERT' AND NEW."Entry" = 0) OR EXISTS (
       SELECT 1 FROM qorhost."AuditEntries" e
-      WHERE e."RID" = NEW."Entry" AND e.xmin = pg_current_xact_id()::xid) THEN
+      WHERE e."RID" = NEW."Entry" AND e.xmin = pg_current_xact_id()::xid
+        AND coalesce(e."UnitKey", NEW."UnitKey") = NEW."UnitKey") THEN
     RETURN NEW;
   END IF;
   RAISE insufficient_privilege USING MESSAGE = 'a version is that of an entry of the audit';
 END $$;
 
-CREATE OR REPLACE TRIGGER "Guard" BEFORE UPDATE ON qorhost."AuditEnd"
-  FOR EACH ROW EXECUTE FUNCTION desktop.guard_end();
 CREATE OR REPLACE TRIGGER "Guard" BEFORE INSERT ON qorhost."AuditEntries"
   FOR EACH ROW EXECUTE FUNCTION desktop.guard_entry();
 CREATE OR REPLACE TRIGGER "Guard" BEFORE INSERT ON qorhost."AuditRows"
@@ -90,21 +106,24 @@ struct Grant {
 
 // Beside the tables of the dialect, whose rows are read and changed.
 constexpr std::array kOperatorGrants{
-    Grant{"AuditEntries", "SELECT, INSERT"}, Grant{"AuditRows", "SELECT, INSERT"},
-    Grant{"AuditEnd", "SELECT, UPDATE"},     Grant{"UnitVersions", "SELECT, INSERT, UPDATE"},
+    Grant{"AuditEntries", "SELECT, INSERT"},
+    Grant{"AuditRows", "SELECT, INSERT"},
+    Grant{"UnitVersions", "SELECT, INSERT, UPDATE"},
     Grant{"StoreSchema", "SELECT"},
 };
 
 /// In the place of {}: the role's name.
 constexpr std::string_view kToOperators = R"sql(
 REVOKE ALL ON ALL TABLES IN SCHEMA qorhost FROM {0};
+REVOKE ALL ON ALL SEQUENCES IN SCHEMA qorhost FROM {0};
 REVOKE ALL ON SCHEMA qorhost, desktop FROM {0};
 GRANT USAGE ON SCHEMA qorhost, desktop TO {0};
 GRANT EXECUTE ON ALL FUNCTIONS IN SCHEMA desktop TO {0};
 GRANT USAGE ON ALL SEQUENCES IN SCHEMA qorhost TO {0};
 )sql";
 
-// Indexes and the sequences of identities follow their tables.
+// Indexes and the sequences of identities follow their tables; that of the audit's numbers is
+// nobody's.
 constexpr std::string_view kToAdministrators = R"sql(
 DO $do$
 DECLARE
@@ -114,6 +133,7 @@ BEGIN
              WHERE relnamespace = 'qorhost'::regnamespace AND relkind IN ('r', 'p', 'v') LOOP
     EXECUTE format('ALTER TABLE %s OWNER TO {0}', one.name);
   END LOOP;
+  ALTER SEQUENCE qorhost."AuditNumbers" OWNER TO {0};
   FOR one IN SELECT oid::regprocedure AS name FROM pg_proc
              WHERE pronamespace = 'desktop'::regnamespace LOOP
     EXECUTE format('ALTER ROUTINE %s OWNER TO {0}', one.name);
@@ -166,6 +186,10 @@ std::string TextForAdministrators(const std::string& role) {
          fmt::format(fmt::runtime(kToAdministrators), role);
 }
 
+std::string CurrentUser(Connection& connection) {
+  return std::string(connection.Run("SELECT current_user").Text(0, 0));
+}
+
 void RequireRoleName(const std::string& role) {
   // Some texts above hold it between other quotes.
   if (role.find_first_of("\"'%$\\") != std::string::npos) {
@@ -198,6 +222,53 @@ void GrantRights(Connection& connection, const Roles& roles) {
   } catch (...) {
     connection.UndoWhatIsOpen();
     throw;
+  }
+}
+
+GrantedRights RightsOn(Connection& connection) {
+  GrantedRights rights;
+  const Result owner = connection.Run(
+      "SELECT pg_get_userbyid(nspowner) FROM pg_namespace WHERE nspname = 'qorhost'");
+  rights.owner = owner.Text(0, 0);
+  // Who is granted this by hand adds to the audit, too, and is to be kept from the rest.
+  const Result operators = connection.Run(
+      R"(SELECT pg_get_userbyid(a.grantee) FROM pg_class c, aclexplode(c.relacl) a )"
+      R"(WHERE c.oid = to_regclass('qorhost."AuditEntries"') AND a.privilege_type = 'INSERT' )"
+      R"(AND a.grantee NOT IN (0, c.relowner) ORDER BY 1)");
+  for (int row = 0; row < operators.rows(); ++row) {
+    rights.operators.emplace_back(operators.Text(row, 0));
+  }
+  return rights;
+}
+
+void ActAsOwner(Connection& connection, const GrantedRights& rights) {
+  if (rights.owner == CurrentUser(connection)) {
+    return;
+  }
+  const std::array owner{Sent(rights.owner)};
+  if (connection.Run("SELECT pg_has_role($1::name, 'MEMBER')", owner).Text(0, 0) != "t") {
+    throw StoreError(
+        fmt::format("The store '{}' is of an earlier version of this program, and is brought up to "
+                    "date by its owner: let a member of the role '{}' open it once",
+                    connection.name(), rights.owner),
+        StoreFault::kNoRights);
+  }
+  connection.RunAll(fmt::format("SET LOCAL ROLE {}", QuotedName(rights.owner)));
+}
+
+void RenewRights(Connection& connection, const GrantedRights& rights) {
+  std::string text;
+  for (const std::string& role : rights.operators) {
+    RequireRoleName(role);
+    text += text.empty() ? kGuards : "";
+    text += TextForOperators(QuotedName(role));
+  }
+  if (rights.owner != CurrentUser(connection)) {
+    RequireRoleName(rights.owner);
+    text += fmt::format(fmt::runtime(kToAdministrators), QuotedName(rights.owner));
+  }
+  if (!text.empty()) {
+    connection.RunAll(text);
   }
 }
 

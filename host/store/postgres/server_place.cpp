@@ -47,6 +47,7 @@ ServerPlace::ServerPlace(const std::string& name, const ServerPlaceOrder& order,
 void ServerPlace::SetAside(const Patience& patience) {
   // Whoever is writing to it comes to an end before.
   (void)connection_.RunWaiting(R"(LOCK TABLE qorhost."UnitVersions" IN EXCLUSIVE MODE)", patience);
+  rights_ = RightsOn(connection_);
   connection_.RunAll(kSetAside);
   isSetAside_ = true;
 }
@@ -68,7 +69,21 @@ void ServerPlace::PutBack() {
             isSetAside_ ? fmt::format("{}; {}", kDropNew, kPutBack) : std::string(kDropNew));
 }
 
+void ServerPlace::HandOverRights() {
+  connection_.RunAll("BEGIN");
+  try {
+    RenewRights(connection_, rights_);
+    connection_.RunAll("COMMIT");
+  } catch (...) {
+    connection_.UndoWhatIsOpen();
+    throw;
+  }
+}
+
 void ServerPlace::Keep() {
+  if (isSetAside_) {
+    HandOverRights();
+  }
   ended_ = true;
   if (isSetAside_) {
     RunAtOnce(connection_, kDropOld);

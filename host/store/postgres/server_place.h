@@ -5,13 +5,15 @@
 
 #include "host/store/patience.h"
 #include "host/store/postgres/connection.h"
+#include "host/store/postgres/rights.h"
 #include "host/store/server_place.h"
 
 namespace qorhost::postgres {
 
 /// What is set aside is renamed, the schemas "qorhost" and "desktop" to "qorhost_before" and
 /// "desktop_before", in the transaction that makes the new ones: nobody sees a database without a
-/// store. Whoever had the old one open works on the new one from then on.
+/// store. Whoever had the old one open works on the new one, and has the same rights on it, once it
+/// is kept.
 class ServerPlace final : public qorhost::ServerPlace {
  public:
   /// Makes an empty store, in the place of one that is to be replaced as soon as nobody writes to
@@ -25,9 +27,11 @@ class ServerPlace final : public qorhost::ServerPlace {
  private:
   void SetAside(const Patience& patience);
   void PutBack();
+  void HandOverRights();
 
   Connection connection_;
   bool isSetAside_ = false;
+  GrantedRights rights_;  // on the one that is set aside
   bool ended_ = false;
 };
 

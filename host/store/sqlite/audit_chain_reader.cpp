@@ -15,8 +15,8 @@ WorkEntry EntryIn(const Statement& read) {
   return entry;
 }
 
-void ReadAudit(const Database& database, bool useExpected,
-               const std::function<void(const ReadEntry&)>& use) {
+AuditChainCheck ReadAudit(const Database& database, bool useExpected,
+                          const std::function<void(const ReadEntry&)>& use) {
   Statement entries(database,
                     "SELECT RID, At, Who, Origin, UnitKey, What, Previous, Rows, Hash "
                     "FROM AuditEntries ORDER BY RID");
@@ -38,6 +38,7 @@ void ReadAudit(const Database& database, bool useExpected,
     check.Take(read);
     use(read);
   }
+  return check;
 }
 
 }  // namespace qorhost::sqlite

@@ -11,8 +11,8 @@ namespace qorhost::sqlite {
 /// What a row of "SELECT RID, At, Who, Origin, UnitKey, What FROM AuditEntries" tells.
 [[nodiscard]] WorkEntry EntryIn(const Statement& read);
 
-/// Hands every entry to `use`, oldest first; `useExpected` as in AuditChainCheck.
-void ReadAudit(const Database& database, bool useExpected,
-               const std::function<void(const ReadEntry&)>& use);
+/// Hands every entry to `use`, oldest first; `useExpected` as in AuditChainCheck, which comes back.
+AuditChainCheck ReadAudit(const Database& database, bool useExpected,
+                          const std::function<void(const ReadEntry&)>& use);
 
 }  // namespace qorhost::sqlite

@@ -69,19 +69,18 @@ std::vector<ChainHead> AuditLog::Heads() {
 
 std::vector<ChainFault> AuditLog::Check() {
   std::vector<ChainFault> faults;
-  std::int64_t last = 0;
-  ReadAudit(session_.database(), false, [&](const ReadEntry& read) {
-    last = read.entry.entry;
+  const AuditChainCheck check = ReadAudit(session_.database(), false, [&](const ReadEntry& read) {
     if (const std::optional<ChainFault> fault = FaultIn(read)) {
       faults.push_back(*fault);
     }
   });
   const StatementUse versions(
-      session_.Own("SELECT UnitKey, Entry FROM CurrentVersions WHERE Entry>?1 ORDER BY Entry"));
-  versions->BindNumber(1, last);
+      session_.Own("SELECT UnitKey, Entry FROM CurrentVersions WHERE Entry>0 ORDER BY Entry"));
   while (versions->Step()) {
-    faults.push_back({ChainFault::Kind::kMissing, versions->Number(1),
-                      static_cast<std::int32_t>(versions->Number(0))});
+    if (const std::optional<ChainFault> fault = check.FaultOfVersion(
+            static_cast<std::int32_t>(versions->Number(0)), versions->Number(1))) {
+      faults.push_back(*fault);
+    }
   }
   return faults;
 }

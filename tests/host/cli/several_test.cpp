@@ -47,6 +47,23 @@ TEST_F(Several, CardsAreDeletedAsOneUnitOfWork) {
   EXPECT_EQ(Entries(), before + 1);
 }
 
+TEST_F(Several, UnitsAreCopiedAsOneUnitOfWork) {
+  const std::string to = File("other.db");
+  const Outcome copied = Run({"copy", "--to", to, "--units", "3,1", "--units", "3"});
+  EXPECT_EQ(copied.status, 0) << copied.err;
+  EXPECT_THAT(copied.err, HasSubstr("2 units"));
+  const nlohmann::json units = Rows({"--db", to, "units", "list"});
+  ASSERT_EQ(units.size(), 2U);
+  EXPECT_EQ(units[0]["unit"], 1);
+  EXPECT_EQ(units[1]["unit"], 3);
+  EXPECT_EQ(Rows({"--db", to, "history", "list"}).size(), 1U);
+  const Outcome again = Run({"copy", "--to", to, "--units", "2,3"});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_EQ(Rows({"--db", to, "units", "list"}).size(), 2U);
+  EXPECT_EQ(Run({"--unit", "2", "copy", "--to", to, "--units", "2"}).status, 2);
+  EXPECT_EQ(Run({"copy", "--to", to, "--units", "2,x"}).status, 2);
+}
+
 TEST_F(Several, OneThatIsNotThereKeepsAllOfThem) {
   const Outcome outcome = Run({"credentials", "delete", "9100", "9101", "9999"});
   EXPECT_EQ(outcome.status, 2);

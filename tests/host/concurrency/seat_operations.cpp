@@ -351,15 +351,33 @@ SeatOperation WriteByHand(const std::string& statement) {
           }};
 }
 
+namespace {
+
+Told Undo(Seat& seat, std::int64_t entry) {
+  const Undoing undone = qorhost::UndoEntry(seat.session(), std::to_string(entry), Trial::kNo);
+  if (!undone.done()) {
+    throw RefusedError(undone.reason);
+  }
+  return Told();
+}
+
+}  // namespace
+
 SeatOperation UndoEntry(std::int64_t entry) {
   return {fmt::format("undo entry {}", entry), [entry](Seat& seat) {
-            const auto run = [&seat, entry] {
-              const Undoing undone =
-                  qorhost::UndoEntry(seat.session(), std::to_string(entry), Trial::kNo);
-              if (!undone.done()) {
-                throw RefusedError(undone.reason);
+            return PreparedDesk{[&seat, entry] { return Undo(seat, entry); }, nullptr};
+          }};
+}
+
+SeatOperation UndoLatest() {
+  return {"undo the latest entry", [](Seat& seat) {
+            const auto run = [&seat] {
+              for (const ChainHead& head : seat.session().sql().audit().Heads()) {
+                if (head.unitKey == seat.unit) {
+                  return Undo(seat, head.entry);
+                }
               }
-              return Told();
+              throw RefusedError("nothing was done yet");
             };
             return PreparedDesk{run, nullptr};
           }};

@@ -48,5 +48,7 @@ namespace qorhost::test {
 [[nodiscard]] SeatOperation WriteByHand(const std::string& statement);
 /// Takes an entry of the audit back.
 [[nodiscard]] SeatOperation UndoEntry(std::int64_t entry);
+/// The latest of the seat's unit, whosever it is.
+[[nodiscard]] SeatOperation UndoLatest();
 
 }  // namespace qorhost::test

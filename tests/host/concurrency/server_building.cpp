@@ -15,7 +15,8 @@ namespace {
 
 using postgres::test::WithQuotedNames;
 
-// Links are told by what they lead to; steps and entries in their order.
+// Links are told by what they lead to; steps and entries by their place: an identity may be left
+// out.
 constexpr std::array<std::string_view, 9> kContent{
     R"sql(SELECT 'Units ' || (to_jsonb(U) - 'RID')::text FROM "Units" U)sql",
     R"sql(SELECT 'UnitSettings ' || (to_jsonb(S) - 'RID')::text FROM "UnitSettings" S)sql",
@@ -43,7 +44,11 @@ constexpr std::array<std::string_view, 9> kContent{
               'code', (SELECT D."DIRECTORYCODE" FROM "DirectoryCode" D
                        WHERE D."RID" = S."SubjectRID" AND S."Kind" LIKE '%code%')))::text
           FROM "ProgramSteps" S)sql",
-    R"sql(SELECT 'AuditEntries ' || (to_jsonb(A) - 'At' - 'Rows' - 'Hash')::text
+    R"sql(SELECT 'AuditEntries ' || (to_jsonb(A) - 'At' - 'Rows' - 'Hash' ||
+            jsonb_build_object(
+              'RID', rank() OVER (ORDER BY A."RID"),
+              'Previous', (SELECT count(*) FROM "AuditEntries" B
+                           WHERE B."RID" <= A."Previous")))::text
           FROM "AuditEntries" A)sql",
 };
 
@@ -68,7 +73,7 @@ std::string TextToEmpty() {
   }
   return text +
          R"(DELETE FROM "AuditEntries"; DELETE FROM "AuditRows"; DELETE FROM "UnitVersions";)"
-         R"(UPDATE "AuditEnd" SET "Last" = 0;)";
+         R"(SELECT setval('"AuditNumbers"', 1, false);)";
 }
 
 }  // namespace

@@ -64,7 +64,7 @@ SeatOperation AnyOperation(Random& random) {
   constexpr std::array kTenants{"Adam", "Berg", "Cole", "Dahl", "Eder", "Falk"};
   const auto tenant = [&] { return std::string(kTenants.at(random() % kTenants.size())); };
   const int first = Any(random, 101, 258);
-  switch (Any(random, 0, 19)) {
+  switch (Any(random, 0, 27)) {
     case 0:
     case 1:
       return IssueCards(std::to_string(first), std::to_string(first + Any(random, 0, 2)));
@@ -103,6 +103,21 @@ SeatOperation AnyOperation(Random& random) {
           fmt::format("UPDATE DIRECTORYCODE SET DISPLAYNAME='{}' WHERE "
                       "DIRECTORYCODE={}",
                       random() % 1000, first));
+    case 19:
+    case 20:
+      return UndoLatest();
+    case 21:
+      return MergeUnit();
+    case 22:
+    case 23:
+      return ImportCodes(
+          fmt::format("{},555-{}\n{},555-1\n", first, Any(random, 1000, 9999), first + 1));
+    case 24:
+      return EndTenant(tenant());
+    case 25:
+      return ImportPeople(fmt::format("{},{},555-2,{}\n", tenant(), first, Any(random, 101, 260)));
+    case 26:
+      return NameTenant(tenant(), tenant());
     default:
       return ReplaceCard(Number(random), Number(random));
   }

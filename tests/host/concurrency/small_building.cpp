@@ -99,9 +99,12 @@ constexpr std::array kWrong{
           "SELECT Kind || ' ' || SubjectRID FROM ProgramSteps S WHERE S.Sent = 0 AND "
           "Kind IN ('program directory code', 'change directory code') AND NOT EXISTS "
           "(SELECT 1 FROM DirectoryCode D WHERE D.RID = S.SubjectRID AND D.MODIFIED IN (1, 2))"},
+    // An undo brings a code back behind the step that deletes it, with one that programs it.
     Wrong{"step that deletes a code that is there",
           "SELECT Code FROM ProgramSteps S WHERE Kind = 'delete directory code' AND EXISTS "
-          "(SELECT 1 FROM DirectoryCode D WHERE D.RID = S.SubjectRID)"},
+          "(SELECT 1 FROM DirectoryCode D WHERE D.RID = S.SubjectRID) AND NOT EXISTS "
+          "(SELECT 1 FROM ProgramSteps P WHERE P.SubjectRID = S.SubjectRID AND P.RID > S.RID AND "
+          "P.Kind IN ('program directory code', 'change directory code'))"},
     Wrong{"broken chain of the audit",
           "SELECT RID || '<' || coalesce(CAST(Previous AS TEXT), '') FROM AuditEntries A WHERE "
           "UnitKey IS NOT "

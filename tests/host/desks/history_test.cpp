@@ -100,6 +100,8 @@ TEST_F(HistoryTest, ListsWhatWasDoneWithItsRows) {
   EXPECT_EQ(TextOrEmpty(row[3]), "2");
   EXPECT_EQ(TextOrEmpty(row[4]), "rename to Berg");
   EXPECT_EQ(TextOrEmpty(row[5]), "Tenants: 1 changed");
+  EXPECT_EQ(table.fields.at(6).key, "from");
+  EXPECT_EQ(TextOrEmpty(row[6]), "desk 1");
 }
 
 TEST_F(HistoryTest, IsNarrowedByUnitTimeNameSubjectAndNumber) {

@@ -36,6 +36,9 @@ class StorePlace {
 /// Whether the identities of rows that are added one after the other are so, too.
 [[nodiscard]] bool GivesIdentitiesWithoutGaps();
 
+/// What an entry of the audit says of where it comes from, when the session was signed with that.
+[[nodiscard]] std::string OriginStored(const std::string& signedWith);
+
 /// Statements past the dialect and the contract, in words that all engines know; the names of
 /// tables and columns as the catalog spells them.
 void RunRaw(Store& store, const std::string& sql);

@@ -77,7 +77,7 @@ TEST_F(UnitOfWorkTest, IsStoredWithItsAuditEntryAndRaisesTheVersion) {
   EXPECT_THAT(
       Audit(),
       testing::ElementsAre(
-          "2026-01-31 12:00:00 anna desk 1: add a door",
+          "2026-01-31 12:00:00 anna " + OriginStored("desk 1") + ": add a door",
           R"({"table":"DOORS","inserted":[1,1],"row":{"RID":1,"UNITKEY":1,"DOORID":null,"DOORNAME":"Gate"}})"));
   EXPECT_TRUE(Audit(2).empty());
 }

@@ -131,6 +131,10 @@ std::unique_ptr<StorePlace> NewPlace() {
   return std::make_unique<Database>();
 }
 
+std::string OriginStored(const std::string& signedWith) {
+  return signedWith + " as tester";
+}
+
 bool KeepsRowsOfNoUnit() {
   return false;
 }

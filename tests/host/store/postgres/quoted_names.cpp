@@ -13,8 +13,8 @@ namespace {
 const std::set<std::string, std::less<>>& Names() {
   static const std::set<std::string, std::less<>> names = [] {
     std::set<std::string, std::less<>> all{
-        "AuditEntries", "AuditRows", "AuditEnd", "Last", "UnitVersions", "At",    "Who", "Origin",
-        "Previous",     "What",      "Rows",     "Hash", "Entry",        "Piece", "Mark"};
+        "AuditEntries", "AuditRows", "UnitVersions", "At",    "Who",   "Origin", "Previous",
+        "What",         "Rows",      "Hash",         "Entry", "Piece", "Mark"};
     for (const dialect::Table& table : dialect::Tables()) {
       all.emplace(table.name);
       for (const dialect::Column& column : table.columns) {

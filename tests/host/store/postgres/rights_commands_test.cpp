@@ -55,6 +55,39 @@ TEST_F(RightsCommands, GrantThemWithANewStoreAndLater) {
   EXPECT_EQ(On(olga, {"init", "--rights-only", "--operators", "desk"}).status, 3);
 }
 
+TEST_F(RightsCommands, StandBehindARestoreAndOnAStoreThatIsMadeAnew) {
+  const auto roles = [](const char* word) { return word + std::string("2"); };
+  ASSERT_EQ(On(File("old.db"), {"init", "--demo"}).status, 0);
+  ASSERT_EQ(On(server_, {"init", "--operators", roles("desk"), "--administrators", roles("office")})
+                .status,
+            0);
+  Connection owner(server_);
+  owner.RunAll("CREATE ROLE oscar LOGIN IN ROLE desk2; CREATE ROLE adam LOGIN IN ROLE office2");
+  const auto as = [&](const std::string& login) {
+    std::string name = server_;
+    return name.replace(name.find("tester"), 6, login);
+  };
+  const auto works = [&](const char* unit, const char* name) {
+    const Outcome done = On(as("oscar"), {"tenants", "add", "--unit", unit, "--last", name});
+    EXPECT_EQ(done.status, 0) << done.err;
+    EXPECT_EQ(On(as("oscar"), {"history", "check"}).status, 0);
+    EXPECT_EQ(On(as("oscar"), {"init", "--force"}).status, 3);
+    EXPECT_THROW(Connection(as("oscar")).RunAll(R"(DELETE FROM qorhost."AuditEntries")"),
+                 std::exception);
+  };
+  const Outcome restored = On(server_, {"restore", File("old.db")});
+  ASSERT_EQ(restored.status, 0) << restored.err;
+  works("1", "Quintus");
+  for (const std::string& maker : {as("adam"), server_}) {
+    const Outcome anew = On(maker, {"init", "--force", "--demo"});
+    ASSERT_EQ(anew.status, 0) << anew.err;
+    works("1", "Sextus");
+    EXPECT_EQ(owner.Run("SELECT DISTINCT tableowner FROM pg_tables WHERE schemaname='qorhost'")
+                  .Text(0, 0),
+              "office2");
+  }
+}
+
 TEST_F(RightsCommands, AreNoneOfAFile) {
   const Outcome file = On(File("new.db"), {"init", "--operators", "desk"});
   EXPECT_EQ(file.status, 1);

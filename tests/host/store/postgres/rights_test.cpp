@@ -126,15 +126,15 @@ TEST_F(Rights, OfOperatorsEndAtTheAuditAndTheSchema) {
           R"(TRUNCATE "AuditEntries")",
           R"(UPDATE "AuditRows" SET "Rows"='')",
           R"(DELETE FROM "AuditRows")",
-          R"(DELETE FROM "AuditEnd")",
-          R"(INSERT INTO "AuditEnd" VALUES (7))",
-          R"(UPDATE "AuditEnd" SET "Last"=0)",
-          R"(UPDATE "AuditEnd" SET "Last"="Last"+2)",
+          R"(SELECT setval('"AuditNumbers"', 1))",
+          R"(ALTER SEQUENCE "AuditNumbers" RESTART)",
           // A further piece would alter what an entry says.
           R"(INSERT INTO "AuditRows" ("Entry", "Piece", "Rows") VALUES (1, 9, ''))",
-          // An entry that is not the last one's, or one of no number of its own.
+          // An entry with a number that was not given to this session, or one of before.
           R"(INSERT INTO "AuditEntries" VALUES (1, 9, '', '', '', 1, NULL, '', '', ''))",
           R"(INSERT INTO "AuditEntries" SELECT "HomeUnit", "RID"+1, "At", "Who", "Origin", "UnitKey", "Previous", "What", "Rows", "Hash" FROM "AuditEntries")",
+          // The number of another session's, which has it already and will add its entry.
+          R"(INSERT INTO "AuditEntries" SELECT 1, last_value, '', '', 'x as ' || session_user, 1, "Entry", '', '', '' FROM "AuditNumbers", "UnitVersions")",
           R"(UPDATE "UnitVersions" SET "Entry"=0)",
           R"(UPDATE "UnitVersions" SET "Mark"=0)",
           R"(INSERT INTO "UnitVersions" VALUES (5, 1, 0))",
@@ -147,13 +147,89 @@ TEST_F(Rights, OfOperatorsEndAtTheAuditAndTheSchema) {
           R"(TRUNCATE "Tenants")",
           R"(CREATE TABLE qorhost.mine (x int))",
           R"(CREATE FUNCTION desktop.mine() RETURNS int LANGUAGE sql AS 'SELECT 1')",
-          R"(DROP FUNCTION desktop.guard_end CASCADE)",
+          R"(DROP FUNCTION desktop.guard_entry CASCADE)",
           R"(SET session_replication_role = replica)",
           R"(SELECT setval(pg_get_serial_sequence('"Tenants"', 'RID'), 1))",
       }) {
     EXPECT_EQ(FailureOf(olga, sql), "no rights") << sql;
   }
   EXPECT_EQ(FailureOf(olga, R"(UPDATE "DOORS" SET "DOORNAME"='Yard')"), "done");
+}
+
+TEST_F(Rights, OfOperatorsAddAnEntryBehindTheLastOneOfItsUnitUnderTheirOwnLogin) {
+  Work("olga");
+  owner_->RunAll(R"(INSERT INTO "Units" ("UnitKey", "UnitName") VALUES (2, 'Gardens'))");
+  owner_->RunAll(R"(INSERT INTO "UnitVersions" VALUES (2, 0, 0))");
+  Connection olga = As("olga");
+  struct Entry {
+    const char* unit = "1";
+    const char* previous = R"("Entry")";
+    const char* number = R"(nextval('"AuditNumbers"'))";
+    std::string from = "'desk as ' || session_user";
+    const char* home = "1";
+  };
+  const auto added = [&](const Entry& entry, const char* then = "") {
+    return FailureOf(
+        olga, fmt::format(
+                  R"(INSERT INTO "AuditEntries" SELECT {}, {}, '', 'anybody', {}, {}, {}, '', '', )"
+                  R"('' FROM "UnitVersions" WHERE "UnitKey"=1; {})",
+                  entry.home, entry.number, entry.from, entry.unit, entry.previous, then));
+  };
+  constexpr const char* kRaise =
+      R"(UPDATE "UnitVersions" SET "Entry"=currval('"AuditNumbers"') WHERE "UnitKey"=)";
+  EXPECT_EQ(added({}, fmt::format("{}1", kRaise).c_str()), "done");
+  EXPECT_EQ(added({}, fmt::format("{}2", kRaise).c_str()), "no rights") << "of another unit";
+  EXPECT_EQ(added({.unit = "NULL", .previous = "NULL", .home = "0"}), "done");
+  EXPECT_EQ(added({.unit = "NULL", .home = "0"}), "no rights");
+  EXPECT_EQ(added({.previous = "NULL"}), "no rights") << "beside the chain";
+  EXPECT_EQ(added({.previous = R"("Entry" - 1)"}), "no rights");
+  EXPECT_EQ(added({.home = "2"}), "no rights") << "where nobody looks for it";
+  EXPECT_EQ(added({.number = R"(nextval('"AuditNumbers"') + 1)"}), "no rights");
+  EXPECT_EQ(added({.from = "'desk as adam'"}), "no rights");
+  EXPECT_EQ(added({.from = "'desk'"}), "no rights");
+  // A number that was given before somebody else has stored something for the unit.
+  (void)olga.Run(R"(SELECT nextval('"AuditNumbers"'))");
+  Work("adam");
+  EXPECT_EQ(added({.number = R"(currval('"AuditNumbers"'))"}), "no rights");
+}
+
+TEST_F(Rights, AreSeenInTheEntriesWhoeverSignsThem) {
+  Work("olga");
+  Store store(As("olga"), Patience(), false);
+  const WorkEntry entry = store.StartSession(Noon)->audit().After(0, std::nullopt).back();
+  EXPECT_EQ(entry.who, "olga");
+  EXPECT_EQ(entry.origin, "test as olga" + nth_);
+}
+
+TEST_F(Rights, StayWhenTheStoreIsBroughtUpToDate) {
+  Work("olga");
+  std::vector<Migration> steps(Migrations().begin(), Migrations().end());
+  // A table in the place of another one, and one more sequence.
+  const std::string later = R"(DROP TABLE "UnitCounters";
+    CREATE TABLE "UnitCounters" ("RID" serial, "UnitKey" integer NOT NULL UNIQUE,
+                                 "NextLinkCode" bigint, PRIMARY KEY ("UnitKey", "RID"));
+    DROP FUNCTION desktop.guard_piece CASCADE)";
+  steps.push_back({steps.back().version + 1, later});
+  const auto openAs = [&](const std::string& login) {
+    return OpenServerStore(NameFor(login), OpenMode::kReadWrite, {.steps = steps});
+  };
+  try {
+    (void)openAs("olga");
+    ADD_FAILURE() << "an operator has changed the schema";
+  } catch (const StoreError& failure) {
+    EXPECT_EQ(static_cast<int>(failure.fault()), static_cast<int>(StoreFault::kNoRights));
+    EXPECT_THAT(failure.what(), HasSubstr("let a member of the role 'administrators" + nth_));
+  }
+  (void)openAs("adam");
+  Connection olga = openAs("olga");
+  EXPECT_EQ(FailureOf(olga, R"(INSERT INTO "UnitCounters" ("UnitKey") VALUES (1))"), "done");
+  EXPECT_EQ(FailureOf(olga, R"(TRUNCATE "UnitCounters")"), "no rights");
+  EXPECT_EQ(FailureOf(olga, R"(INSERT INTO "AuditRows" VALUES (1, 1, 9, ''))"), "no rights");
+  EXPECT_EQ(owner_
+                ->Run("SELECT tableowner FROM pg_tables WHERE schemaname='qorhost' AND "
+                      "tablename='UnitCounters'")
+                .Text(0, 0),
+            "administrators" + nth_);
 }
 
 TEST_F(Rights, OfAdministratorsAreThoseOfAnOwner) {

@@ -38,6 +38,10 @@ std::unique_ptr<StorePlace> NewPlace() {
   return std::make_unique<Folder>();
 }
 
+std::string OriginStored(const std::string& signedWith) {
+  return signedWith;
+}
+
 bool KeepsRowsOfNoUnit() {
   return true;
 }
