@@ -163,6 +163,7 @@ void WorkCourse::Undo() noexcept {
 void WorkCourse::ReleaseRightToWrite() noexcept {
   log_.Stop();
   locked_ = false;
+  DropHeld();
   GiveRightBack();
 }
 

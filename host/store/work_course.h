@@ -50,6 +50,8 @@ class WorkCourse : public UnitOfWork {
   void AfterFailedWrite() noexcept;
   /// Writes the rows that the session holds: before anything else runs.
   void WriteHeld();
+  /// Drops them, with what is known of them: what they belong to is undone.
+  virtual void DropHeld() noexcept { buffer_.Discard(); }
 
   /// Counts that are kept until the work's end; see UnitRegister.
   void KeepCounts(std::int32_t unitKey, const UnitCounts& now);
@@ -84,7 +86,7 @@ class WorkCourse : public UnitOfWork {
   /// units and commits; the versions as they are then. `previous` is the unit's last entry, 0 for
   /// none. Raises StoreError.
   virtual Versions Store(WorkEntry entry, std::int64_t previous) = 0;
-  /// Ends the transaction with nothing stored, if there is one; rows that are held go with it.
+  /// Ends the transaction with nothing stored, if there is one.
   virtual void GiveRightBack() noexcept = 0;
 
   void TakeRightToWrite();

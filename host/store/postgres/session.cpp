@@ -39,10 +39,7 @@ Session::Session(Connection& connection, const Patience& patience, Clock clock)
       timeStamp_(std::move(clock)),
       translator_(&Print),
       rowInserts_(connection),
-      buffer_(rowInserts_, kMostHeld),
-      transaction_(*this),
-      savepoint_(*this),
-      look_(*this) {}
+      buffer_(rowInserts_, kMostHeld) {}
 
 Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Shape>& shape) {
   const auto found = prepared_.find(shape.get());

@@ -51,7 +51,7 @@ class Session final : public SqlSession {
                                     std::span<const std::string_view> columns,
                                     std::span<const RowCells> rows) override;
 
-  [[nodiscard]] Transaction& transaction() noexcept override { return transaction_; }
+  [[nodiscard]] WorkTransaction& transaction() noexcept override { return transaction_; }
   [[nodiscard]] UnitOfWork& work() noexcept override { return work_; }
   [[nodiscard]] Savepoint& savepoint() noexcept override { return savepoint_; }
   [[nodiscard]] Look& look() noexcept override { return look_; }
@@ -148,9 +148,10 @@ class Session final : public SqlSession {
   WriteBuffer buffer_;
   std::map<const dialect::Table*, std::int64_t> added_;  // rows, one after the other
   UnitOfWork work_{*this};
-  Transaction transaction_;
-  Savepoint savepoint_;
-  Look look_;
+  TransactionEngine transactions_{connection_, patience_};
+  WorkTransaction transaction_{transactions_, work_};
+  Savepoint savepoint_{transactions_, work_};
+  Look look_{transactions_};
   AuditLog audit_{*this};
   CarriedHistory carriedHistory_{*this};
   StepQueue steps_{*this};

@@ -93,8 +93,11 @@ WorkCourse::Versions UnitOfWork::RaiseVersions(std::int64_t entry) {
   return raised;
 }
 
-void UnitOfWork::GiveRightBack() noexcept {
+void UnitOfWork::DropHeld() noexcept {
   session_.DropHeld();
+}
+
+void UnitOfWork::GiveRightBack() noexcept {
   session_.connection().UndoWhatIsOpen();
 }
 

@@ -19,6 +19,7 @@ class UnitOfWork final : public WorkCourse {
   ~UnitOfWork() override;
 
   [[nodiscard]] UnitVersion VersionOf(std::int32_t unitKey) override;
+  void DropHeld() noexcept override;
 
  private:
   [[nodiscard]] bool isInTransaction() const noexcept override;

@@ -100,12 +100,7 @@ WorkCourse::Versions UnitOfWork::RaiseVersion(std::int32_t unitKey, std::int64_t
   return {{unitKey, version}};
 }
 
-void UnitOfWork::DropHeld() noexcept {
-  session_.buffer().Discard();
-}
-
 void UnitOfWork::GiveRightBack() noexcept {
-  DropHeld();
   session_.database().UndoWhatIsOpen();
   if (order().inParts) {
     session_.database().KeepSavepoints(SavepointRoom::kPieces);

@@ -17,8 +17,6 @@ class UnitOfWork final : public WorkCourse {
   ~UnitOfWork() override;
 
   [[nodiscard]] UnitVersion VersionOf(std::int32_t unitKey) override;
-  /// Drops the rows that the session holds, with what else was undone.
-  void DropHeld() noexcept;
 
  private:
   [[nodiscard]] bool isInTransaction() const noexcept override;
