@@ -80,8 +80,9 @@ class WorkCourse : public UnitOfWork {
   /// Whether the engine holds a transaction open.
   [[nodiscard]] virtual bool isInTransaction() const noexcept = 0;
   /// Begins a transaction in which nobody else writes to the units of the order. Raises StoreError,
-  /// having made the work void where the reason is another one than a failure.
-  virtual void TakeRight() = 0;
+  /// having made the work void where the reason is another one than a failure. The version that the
+  /// order's first unit has then, where the engine has learnt it.
+  [[nodiscard]] virtual std::optional<UnitVersion> TakeRight() = 0;
   /// Adds the entry with the changes of the log to the audit, raises the versions of the order's
   /// units and commits; the versions as they are then. `previous` is the unit's last entry, 0 for
   /// none. Raises StoreError.

@@ -31,14 +31,19 @@ class AuditLog final : public qorhost::AuditLog {
     std::int64_t entry = 0;
     std::string hash;
   };
-  /// Adds an entry behind the last one; from here to the commit nobody else adds one. `previous` is
-  /// the last one of its unit, 0 for none; of no meaning for an entry of the whole store.
-  Added Append(WorkEntry entry, std::int64_t previous, const std::vector<RowChange>& changes);
+  /// The last entry of a unit; 0 for none. The hash is "" where it was not read.
+  struct Previous {
+    std::int64_t entry = 0;
+    std::string hash;
+  };
+  /// Adds an entry behind the last one; from here to the commit nobody else adds one. The server is
+  /// sent it with the commit. `previous` is of no meaning for an entry of the whole store.
+  Added Append(WorkEntry entry, const Previous& previous, const std::vector<RowChange>& changes);
 
  private:
   [[nodiscard]] std::string HashOfPrevious(std::int64_t entry, std::int32_t unitKey);
   [[nodiscard]] std::vector<std::string> HashesBehind(const WorkEntry& entry,
-                                                      std::int64_t previous);
+                                                      const Previous& previous);
 
   Session& session_;
 };

@@ -41,7 +41,7 @@ void UnitOfWork::RequireInPlace() {
   }
 }
 
-void UnitOfWork::TakeRight() {
+std::optional<UnitVersion> UnitOfWork::TakeRight() {
   Database& database = session_.database();
   if (order().inParts) {
     database.KeepSavepoints(SavepointRoom::kOneBlock);
@@ -54,6 +54,7 @@ void UnitOfWork::TakeRight() {
     begin_.Run(database);
     database.RequireOwnLog();
   }
+  return std::nullopt;
 }
 
 WorkCourse::Versions UnitOfWork::Store(WorkEntry entry, std::int64_t previous) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "host/store/sqlite/change_log.h"
 #include "host/store/sqlite/database.h"
@@ -20,7 +21,7 @@ class UnitOfWork final : public WorkCourse {
 
  private:
   [[nodiscard]] bool isInTransaction() const noexcept override;
-  void TakeRight() override;
+  [[nodiscard]] std::optional<UnitVersion> TakeRight() override;
   Versions Store(WorkEntry entry, std::int64_t previous) override;
   void GiveRightBack() noexcept override;
 
