@@ -100,7 +100,7 @@ class Message {
     }
     for (Result answer = Next(); answer.get() != nullptr; answer = Next()) {
       const ExecStatusType status = PQresultStatus(answer.get());
-      if (status == PGRES_SINGLE_TUPLE) {
+      if (status == PGRES_SINGLE_TUPLE && step != nullptr) {
         Take(*step, answer);
       } else if (status == PGRES_FATAL_ERROR) {
         if (failure_.refusal.get() == nullptr) {
