@@ -33,10 +33,12 @@ void WorkCourse::Lock() {
 
 void WorkCourse::TakeRightToWrite() {
   try {
-    TakeRight();
+    const std::optional<UnitVersion> version = TakeRight();
     locked_ = true;
     // A statement of its own: it sees what was stored while the right was waited for.
-    before_ = order_.units.empty() ? UnitVersion{} : VersionOf(order_.units.front());
+    before_ = version                ? *version
+              : order_.units.empty() ? UnitVersion{}
+                                     : VersionOf(order_.units.front());
     if (order_.filled.has_value() && before_ != *order_.filled) {
       Void(VoidReason::kStale);
       throw StoreError(std::string(WordsOf(VoidReason::kStale)));
@@ -163,6 +165,7 @@ void WorkCourse::Undo() noexcept {
 void WorkCourse::ReleaseRightToWrite() noexcept {
   log_.Stop();
   locked_ = false;
+  DropHeld();
   GiveRightBack();
 }
 

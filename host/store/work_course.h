@@ -50,6 +50,8 @@ class WorkCourse : public UnitOfWork {
   void AfterFailedWrite() noexcept;
   /// Writes the rows that the session holds: before anything else runs.
   void WriteHeld();
+  /// Drops them, with what is known of them: what they belong to is undone.
+  virtual void DropHeld() noexcept { buffer_.Discard(); }
 
   /// Counts that are kept until the work's end; see UnitRegister.
   void KeepCounts(std::int32_t unitKey, const UnitCounts& now);
@@ -78,13 +80,14 @@ class WorkCourse : public UnitOfWork {
   /// Whether the engine holds a transaction open.
   [[nodiscard]] virtual bool isInTransaction() const noexcept = 0;
   /// Begins a transaction in which nobody else writes to the units of the order. Raises StoreError,
-  /// having made the work void where the reason is another one than a failure.
-  virtual void TakeRight() = 0;
+  /// having made the work void where the reason is another one than a failure. The version that the
+  /// order's first unit has then, where the engine has learnt it.
+  [[nodiscard]] virtual std::optional<UnitVersion> TakeRight() = 0;
   /// Adds the entry with the changes of the log to the audit, raises the versions of the order's
   /// units and commits; the versions as they are then. `previous` is the unit's last entry, 0 for
   /// none. Raises StoreError.
   virtual Versions Store(WorkEntry entry, std::int64_t previous) = 0;
-  /// Ends the transaction with nothing stored, if there is one; rows that are held go with it.
+  /// Ends the transaction with nothing stored, if there is one.
   virtual void GiveRightBack() noexcept = 0;
 
   void TakeRightToWrite();

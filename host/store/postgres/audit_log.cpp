@@ -168,10 +168,12 @@ std::string AuditLog::HashOfPrevious(std::int64_t entry, std::int32_t unitKey) {
   return {};
 }
 
-std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, std::int64_t previous) {
+std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, const Previous& previous) {
+  if (entry.unitKey && previous.entry == 0) {
+    return {};
+  }
   if (entry.unitKey) {
-    return previous == 0 ? std::vector<std::string>()
-                         : std::vector{HashOfPrevious(previous, *entry.unitKey)};
+    return {previous.hash.empty() ? HashOfPrevious(previous.entry, *entry.unitKey) : previous.hash};
   }
   const Result read = session_.Own(
       R"(SELECT "Hash" FROM "AuditEntries" WHERE "RID" IN (SELECT "Entry" FROM "UnitVersions") OR "RID" = (SELECT max("RID") FROM "AuditEntries" WHERE "HomeUnit"=0 AND "UnitKey" IS NULL) ORDER BY "RID")");
@@ -182,7 +184,7 @@ std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, std::int
   return hashes;
 }
 
-AuditLog::Added AuditLog::Append(WorkEntry entry, std::int64_t previous,
+AuditLog::Added AuditLog::Append(WorkEntry entry, const Previous& previous,
                                  const std::vector<RowChange>& changes) {
   const std::vector<std::string> rows = RowsInPieces(changes);
   {
@@ -196,12 +198,13 @@ AuditLog::Added AuditLog::Append(WorkEntry entry, std::int64_t previous,
   values.AddText(entry.who);
   values.AddText(entry.origin);
   AddOrNull(values, entry.unitKey);
-  AddOrNull(values, entry.unitKey && previous != 0 ? std::optional(previous) : std::nullopt);
+  AddOrNull(values,
+            entry.unitKey && previous.entry != 0 ? std::optional(previous.entry) : std::nullopt);
   values.AddText(entry.what);
   values.AddText(rows.front());
   const std::string hash = qorhost::HashOf(entry, HashesBehind(entry, previous), rows);
   values.AddText(hash);
-  (void)session_.Own(
+  session_.OwnLater(
       R"(INSERT INTO "AuditEntries" ("HomeUnit", "RID", "At", "Who", "Origin", "UnitKey", "Previous", "What", "Rows", "Hash") VALUES (coalesce($5::int4, 0), $1::int8, $2::text, $3::text, $4::text, $5::int4, $6::int8, $7::text, $8::text, $9::text))",
       values);
   for (std::size_t piece = 1; piece < rows.size(); ++piece) {
@@ -210,7 +213,7 @@ AuditLog::Added AuditLog::Append(WorkEntry entry, std::int64_t previous,
     further.AddNumber(static_cast<std::int64_t>(piece));
     further.AddText(rows[piece]);
     further.AddNumber(entry.unitKey.value_or(kNoUnit));
-    (void)session_.Own(
+    session_.OwnLater(
         R"(INSERT INTO "AuditRows" ("HomeUnit", "Entry", "Piece", "Rows") VALUES ($4::int4, $1::int8, $2::int4, $3::text))",
         further);
   }

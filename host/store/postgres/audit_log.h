@@ -31,16 +31,21 @@ class AuditLog final : public qorhost::AuditLog {
     std::int64_t entry = 0;
     std::string hash;
   };
+  /// The last entry of a unit; 0 for none. The hash is "" where it was not read.
+  struct Previous {
+    std::int64_t entry = 0;
+    std::string hash;
+  };
   /// Adds an entry. The right to write is held: it gets its number behind all those of its unit,
   /// and one of the whole store behind all. What it says of where it comes from ends with the login
-  /// at the server. `previous` is the last one of its unit, 0 for none; of no meaning for an entry
+  /// at the server. The server is sent it with the commit. `previous` is of no meaning for an entry
   /// of the whole store.
-  Added Append(WorkEntry entry, std::int64_t previous, const std::vector<RowChange>& changes);
+  Added Append(WorkEntry entry, const Previous& previous, const std::vector<RowChange>& changes);
 
  private:
   [[nodiscard]] std::string HashOfPrevious(std::int64_t entry, std::int32_t unitKey);
   [[nodiscard]] std::vector<std::string> HashesBehind(const WorkEntry& entry,
-                                                      std::int64_t previous);
+                                                      const Previous& previous);
 
   Session& session_;
 };

@@ -31,6 +31,8 @@ class SentValues {
   /// Valid until the next change.
   [[nodiscard]] std::vector<Sent> sent() const;
 
+  friend bool operator==(const SentValues&, const SentValues&) = default;
+
  private:
   std::vector<std::optional<std::string>> texts_;
 };

@@ -2,11 +2,9 @@
 
 #include <fmt/format.h>
 #include <libpq-fe.h>
-#include <poll.h>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <exception>
 #include <thread>
@@ -66,47 +64,18 @@ void RequireReadable(const std::string& name) {
   }
 }
 
-/// The values as the library takes them: texts that end with NUL.
-class SentTexts {
- public:
-  explicit SentTexts(std::span<const Sent> values) {
-    texts_.reserve(values.size());
-    pointers_.reserve(values.size());
-    for (const Sent& value : values) {
-      if (!value) {
-        pointers_.push_back(nullptr);
-        continue;
-      }
-      if (value->find('\0') != std::string_view::npos) {
-        throw StoreError(
-            "The statement failed: a text holds the character NUL, which a server cannot keep");
-      }
-      pointers_.push_back(texts_.emplace_back(*value).c_str());
-    }
-  }
-
-  [[nodiscard]] int count() const { return static_cast<int>(pointers_.size()); }
-  [[nodiscard]] const char* const* pointers() const { return pointers_.data(); }
-
- private:
-  std::vector<std::string> texts_;
-  std::vector<const char*> pointers_;
-};
-
-/// Whoever fails to say so waits no longer.
-bool GoesOnWaiting(const Patience& patience, std::chrono::milliseconds waited) {
-  try {
-    return !patience.waiting || patience.waiting(waited);
-  } catch (...) {
-    return false;
-  }
-}
-
-bool IsDone(ExecStatusType status) {
-  return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK;
-}
-
 constexpr const char* kFailed = "The statement failed";
+
+/// The server itself counts how long locks are waited for: it knows what is waiting and what work.
+Watch WaitingOf(const Patience& patience) {
+  Watch watch;
+  watch.goesOn = patience.waiting;
+  return watch;
+}
+
+std::int64_t LockTimeoutOf(const Patience& patience) {
+  return std::max<std::int64_t>(patience.limit.count(), 1);  // 0 would have no end
+}
 
 }  // namespace
 
@@ -122,53 +91,6 @@ struct Connection::Listener {
     }
   }
 };
-
-void Result::Clear::operator()(pg_result* result) const noexcept {
-  PQclear(result);
-}
-
-int Result::rows() const noexcept {
-  return PQntuples(result_.get());
-}
-
-int Result::columns() const noexcept {
-  return PQnfields(result_.get());
-}
-
-std::string_view Result::NameOf(int column) const {
-  return PQfname(result_.get(), column);
-}
-
-std::uint32_t Result::TypeOf(int column) const {
-  return PQftype(result_.get(), column);
-}
-
-bool Result::IsNull(int row, int column) const {
-  return PQgetisnull(result_.get(), row, column) != 0;
-}
-
-std::string_view Result::Text(int row, int column) const {
-  return {PQgetvalue(result_.get(), row, column),
-          static_cast<std::size_t>(PQgetlength(result_.get(), row, column))};
-}
-
-std::int64_t Result::Number(int row, int column) const {
-  const std::string_view text = Text(row, column);
-  std::int64_t number = 0;
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return number;
-}
-
-std::int64_t Result::affected() const {
-  const std::string_view text = PQcmdTuples(result_.get());
-  std::int64_t number = 0;
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return number;
-}
-
-std::string_view Result::done() const {
-  return PQcmdStatus(result_.get());
-}
 
 void Connection::Finish::operator()(pg_conn* handle) const noexcept {
   PQfinish(handle);
@@ -190,7 +112,8 @@ void Connection::Open() {
                           kAskTimes,       kUnheardMilliseconds, "qorhost",
                           "UTF8",          asked_.c_str(),       static_cast<const char*>(nullptr)};
   handle_.reset(PQconnectdbParams(keywords.data(), values.data(), 1));
-  ++connected_;
+  ++names_.connection;
+  lockTimeout_ = 0;
   const std::string doing = fmt::format("The store '{}' cannot be opened", name_);
   if (PQstatus(handle()) != CONNECTION_OK) {
     throw ConnectionError(handle(), doing);
@@ -251,19 +174,18 @@ void Connection::RequireServer() {
 }
 
 Result Connection::Run(const std::string& sql, std::span<const Sent> values) {
-  const SentTexts sent(values);
+  SendWhatWaits();
+  SentTexts sent(values);
   Result result(PQexecParams(handle(), sql.c_str(), sent.count(), nullptr, sent.pointers(), nullptr,
                              nullptr, 0));
-  if (!IsDone(PQresultStatus(result.get()))) {
+  if (!result.isDone()) {
     throw ErrorOf(result.get(), handle(), kFailed);
   }
   return result;
 }
 
 void Connection::Begin(const char* sql) {
-  if (begun_ && isLost()) {
-    throw LostError(handle(), kFailed);  // whoever has begun it has to hear of that first
-  }
+  RequireNoneLost();
   try {
     RunAll(sql);
   } catch (const StoreError&) {
@@ -276,20 +198,77 @@ void Connection::Begin(const char* sql) {
   begun_ = true;
 }
 
+std::vector<Result> Connection::BeginWaiting(std::vector<Step> steps, const Patience& patience) {
+  RequireNoneLost();
+  Step begin;
+  begin.text = "BEGIN";
+  steps.insert(steps.begin(), std::move(begin));
+  const auto run = [&] {
+    BoundLocks(patience);
+    return RunSteps(steps, WaitingOf(patience));
+  };
+  Failure failure;
+  try {
+    failure = run();
+  } catch (const StoreError&) {
+    if (!isLost()) {
+      throw;
+    }
+  }
+  if (isLost()) {
+    Reopen();
+    failure = run();
+  }
+  begun_ = true;
+  try {
+    RequireDone(failure, steps.back().answer);
+  } catch (const StoreError& error) {
+    const bool isBusy = failure.isCutShort || error.fault() == StoreFault::kBusy;
+    throw isBusy && !isLost() ? BusyError() : error;
+  }
+  std::vector<Result> answers;
+  for (Step& step : std::span(steps).subspan(1)) {
+    answers.push_back(std::move(step.answer));
+  }
+  return answers;
+}
+
+/// Waiting for locks ends as the patience says, from here on, on this connection.
+void Connection::BoundLocks(const Patience& patience) {
+  const std::int64_t timeout = LockTimeoutOf(patience);
+  if (lockTimeout_ != timeout) {
+    RunAll(fmt::format("SET lock_timeout = {}", timeout));
+    lockTimeout_ = timeout;
+  }
+}
+
+/// Whoever has begun a transaction that was lost has to hear of that first.
+void Connection::RequireNoneLost() const {
+  if (begun_ && isLost()) {
+    throw LostError(handle(), kFailed);
+  }
+}
+
 void Connection::Commit(const Witness& witness) {
   const int backend = PQbackendPID(handle());
-  const Result result(PQexec(handle(), "COMMIT"));
-  begun_ = false;
+  std::vector<Step> steps = std::exchange(later_, {});
+  Step& commit = steps.emplace_back();
+  commit.text = "COMMIT";
+  const Failure failure = RunSteps(steps, {});
   if (!isLost()) {
-    if (!IsDone(PQresultStatus(result.get()))) {
-      throw ErrorOf(result.get(), handle(), kFailed);
+    if (failure.any()) {
+      const StoreError error = ErrorOf(failure.refusal.get(), handle(), kFailed);
+      UndoWhatIsOpen();
+      throw error;
     }
+    begun_ = false;
     // The server ends a transaction that has failed as it should, but tells what it has done.
-    if (result.done() != "COMMIT") {
+    if (commit.answer.done() != "COMMIT") {
       throw StoreError("The transaction had failed before its end: nothing was stored");
     }
     return;
   }
+  begun_ = false;
   switch (FateOf(witness, backend)) {
     case Fate::kStored:
       return;
@@ -355,43 +334,63 @@ Connection::Fate Connection::LookAtFate(const Witness& witness, int backend) {
 }
 
 void Connection::RunAll(const std::string& sql) {
+  SendWhatWaits();
   const Result result(PQexec(handle(), sql.c_str()));
-  if (!IsDone(PQresultStatus(result.get()))) {
+  if (!result.isDone()) {
     throw ErrorOf(result.get(), handle(), kFailed);
   }
 }
 
-/// Everything goes to the server at once; the answers come in the same order.
-void Connection::Send(PreparedText& statement, std::span<const Sent> values, bool guarded) {
-  const SentTexts sent(values);
-  const auto plain = [this](const char* sql) {
-    return PQsendQueryParams(handle(), sql, 0, nullptr, nullptr, nullptr, nullptr, 0);
-  };
-  bool isSent = PQenterPipelineMode(handle()) != 0;
-  if (guarded) {
-    isSent = isSent && plain("SAVEPOINT statement") != 0;
+void Connection::RunLater(PreparedText& statement, std::span<const Sent> values) {
+  Step& step = later_.emplace_back();
+  step.prepared = &statement;
+  step.values = SentTexts(values);
+}
+
+void Connection::SendWhatWaits() {
+  if (later_.empty()) {
+    return;
   }
-  if (statement.name.empty() || statement.connection != connected_) {
-    const std::string name = fmt::format("s{}", ++named_);
-    isSent =
-        isSent && PQsendPrepare(handle(), name.c_str(), statement.sql.c_str(), 0, nullptr) != 0;
-    statement.name = name;
-    statement.connection = connected_;
+  std::vector<Step> steps = std::exchange(later_, {});
+  RequireDone(RunSteps(steps, {}), steps.back().answer);
+}
+
+/// Everything goes to the server at once. Whoever calls it looks whether the connection was lost.
+Failure Connection::RunSteps(std::span<Step> steps, const Watch& watch) {
+  try {
+    return RunTogether(handle(), names_, steps, watch);
+  } catch (const StoreError&) {
+    if (!isLost()) {
+      throw;
+    }
   }
-  isSent = isSent && PQsendQueryPrepared(handle(), statement.name.c_str(), sent.count(),
-                                         sent.pointers(), nullptr, nullptr, 0) != 0;
-  if (guarded) {
-    isSent = isSent && plain("RELEASE statement") != 0;
+  return {};
+}
+
+/// Raises what has gone wrong before the last answer.
+void Connection::RequireDone(const Failure& failure, const Result& answer) const {
+  if (failure.raised != nullptr) {
+    std::rethrow_exception(failure.raised);
   }
-  if (!isSent || PQpipelineSync(handle()) == 0) {
-    throw LostError(handle(), kFailed);
+  if (failure.refusal.get() == nullptr) {
+    if (answer.get() == nullptr) {
+      throw LostError(handle(), kFailed);
+    }
+    return;
   }
+  StoreError error = ErrorOf(failure.refusal.get(), handle(), kFailed);
+  if (failure.isCutShort && error.fault() == StoreFault::kTooMuchWork) {
+    throw StoreError(fmt::format("{}: it worked for too long and was ended ({})", kFailed,
+                                 AdviceFor(StoreFault::kTooMuchWork)),
+                     StoreFault::kTooMuchWork);
+  }
+  throw error;
 }
 
 Result Connection::Run(PreparedText& statement, std::span<const Sent> values, bool guarded,
-                       const TakeRow& take) {
+                       const TakeRow& take, const Watch& watch) {
   if (begun_) {
-    return RunOnce(statement, values, guarded, take);
+    return RunOnce(statement, values, guarded, take, watch);
   }
   bool isTaken = false;
   TakeRow noting;
@@ -402,100 +401,54 @@ Result Connection::Run(PreparedText& statement, std::span<const Sent> values, bo
     };
   }
   try {
-    return RunOnce(statement, values, guarded, noting);
+    return RunOnce(statement, values, guarded, noting, watch);
   } catch (const StoreError&) {
     if (!isLost() || isTaken) {
       throw;
     }
   }
   Reopen();
-  return RunOnce(statement, values, guarded, noting);
+  return RunOnce(statement, values, guarded, noting, watch);
 }
 
 Result Connection::RunOnce(PreparedText& statement, std::span<const Sent> values, bool guarded,
-                           const TakeRow& take) {
-  const bool isNew = statement.name.empty() || statement.connection != connected_;
-  Send(statement, values, guarded);
-  const int own = (guarded ? 1 : 0) + (isNew ? 1 : 0);  // which of the answers is the statement's
-  Result answer(nullptr);
-  Result failure(nullptr);
-  std::exception_ptr stopped;
-  bool isOver = false;
-  for (int at = 0; !isOver; ++at) {
-    if (at == own && take) {
-      PQsetSingleRowMode(handle());
-    }
-    // Each command's results end with none; the pipeline's end has no such end.
-    for (Result result(PQgetResult(handle())); !isOver; result = Result(PQgetResult(handle()))) {
-      const ExecStatusType status = PQresultStatus(result.get());
-      if (result.get() == nullptr) {
-        isOver = PQstatus(handle()) != CONNECTION_OK;
-        break;
-      }
-      if (status == PGRES_PIPELINE_SYNC) {
-        isOver = true;
-      } else if (status == PGRES_SINGLE_TUPLE) {
-        try {
-          if (!stopped) {
-            take(result);
-          }
-        } catch (...) {
-          stopped = std::current_exception();
-          Cancel();
-        }
-      } else if (status == PGRES_FATAL_ERROR) {
-        failure = std::move(result);
-      } else if (at == own) {
-        answer = std::move(result);
-      }
-    }
-  }
-  PQexitPipelineMode(handle());
-  if (failure.get() == nullptr && answer.get() == nullptr) {
-    throw LostError(handle(), kFailed);
-  }
-  if (failure.get() == nullptr && !stopped) {
-    return answer;
-  }
-  const StoreError error =
-      failure.get() == nullptr ? StoreError(kFailed) : ErrorOf(failure.get(), handle(), kFailed);
-  // Whether the server has read the statement before it refused it is not worth asking.
-  statement.name.clear();
+                           const TakeRow& take, const Watch& watch) {
+  SentTexts sent(values);
+  std::vector<Step> steps = std::exchange(later_, {});
   if (guarded) {
-    UndoWhatIsOpen("ROLLBACK TO SAVEPOINT statement; RELEASE SAVEPOINT statement");
+    steps.emplace_back().text = "SAVEPOINT statement";
   }
-  if (stopped) {
-    std::rethrow_exception(stopped);
+  const std::size_t own = steps.size();
+  Step& step = steps.emplace_back();
+  step.prepared = &statement;
+  step.values = std::move(sent);
+  step.takeRow = take;
+  if (guarded) {
+    steps.emplace_back().text = "RELEASE statement";
   }
-  throw error;
+  const Failure failure = RunSteps(steps, watch);
+  try {
+    RequireDone(failure, steps[own].answer);
+  } catch (...) {
+    if (guarded) {
+      UndoWhatIsOpen("ROLLBACK TO SAVEPOINT statement; RELEASE SAVEPOINT statement");
+    }
+    throw;
+  }
+  return std::move(steps[own].answer);
 }
 
 Result Connection::RunWaiting(const std::string& sql, const Patience& patience) {
-  using std::chrono::milliseconds;
-  constexpr milliseconds kLongestLook(50);
-  const auto started = std::chrono::steady_clock::now();
-  const std::string limited =
-      fmt::format("SET LOCAL lock_timeout = {}; {}; SET LOCAL lock_timeout = 0",
-                  std::max<std::int64_t>(patience.limit.count(), 1), sql);
+  SendWhatWaits();
+  const std::string limited = fmt::format(
+      "SET LOCAL lock_timeout = {}; {}; SET LOCAL lock_timeout = 0", LockTimeoutOf(patience), sql);
   if (PQsendQuery(handle(), limited.c_str()) == 0) {
     throw LostError(handle(), kFailed);
   }
-  bool hasEnough = false;
-  milliseconds pause(1);
-  while (!hasEnough && PQisBusy(handle()) != 0) {
-    pollfd socket{PQsocket(handle()), POLLIN, 0};
-    if (poll(&socket, 1, static_cast<int>(pause.count())) == 0) {
-      const auto waited =
-          std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - started);
-      hasEnough = !GoesOnWaiting(patience, waited);
-      pause = std::min(pause * 2, kLongestLook);
-    }
-    if (PQconsumeInput(handle()) == 0) {
-      throw LostError(handle(), kFailed);
-    }
-  }
-  if (hasEnough) {
-    Cancel();
+  const bool isCutShort =
+      !AwaitAnswer(handle(), WaitingOf(patience), std::chrono::steady_clock::now());
+  if (isCutShort) {
+    EndWork(handle());
   }
   Result rows(nullptr);
   Result failure(nullptr);
@@ -503,28 +456,20 @@ Result Connection::RunWaiting(const std::string& sql, const Patience& patience) 
        result = Result(PQgetResult(handle()))) {
     if (PQresultStatus(result.get()) == PGRES_TUPLES_OK) {
       rows = std::move(result);
-    } else if (!IsDone(PQresultStatus(result.get()))) {
+    } else if (!result.isDone()) {
       failure = std::move(result);
     }
   }
   if (failure.get() != nullptr) {
     const StoreError error = ErrorOf(failure.get(), handle(), kFailed);
-    if (hasEnough || error.fault() == StoreFault::kBusy) {
-      throw StoreError(fmt::format("The store '{}': {}", name_, AdviceFor(StoreFault::kBusy)),
-                       StoreFault::kBusy);
-    }
-    throw error;
+    throw isCutShort || error.fault() == StoreFault::kBusy ? BusyError() : error;
   }
   return rows;
 }
 
-void Connection::Cancel() noexcept {
-  const std::unique_ptr<PGcancel, decltype(&PQfreeCancel)> cancel(PQgetCancel(handle()),
-                                                                  PQfreeCancel);
-  std::array<char, 256> reason{};
-  if (cancel != nullptr) {
-    PQcancel(cancel.get(), reason.data(), static_cast<int>(reason.size()));
-  }
+StoreError Connection::BusyError() const {
+  return StoreError(fmt::format("The store '{}': {}", name_, AdviceFor(StoreFault::kBusy)),
+                    StoreFault::kBusy);
 }
 
 void Connection::TellChanges(std::function<void(std::string_view)> told) {
@@ -532,11 +477,17 @@ void Connection::TellChanges(std::function<void(std::string_view)> told) {
 }
 
 void Connection::UndoWhatIsOpen() noexcept {
+  later_.clear();
   UndoWhatIsOpen("ROLLBACK");
   begun_ = false;
 }
 
 void Connection::UndoWhatIsOpen(const char* sql) noexcept {
+  try {
+    SendWhatWaits();  // what is gone back to may be in it
+  } catch (const StoreError&) {
+    // It belonged to what is undone.
+  }
   if (inTransaction()) {
     const Result ignored(PQexec(handle(), sql));
   }

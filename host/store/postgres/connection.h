@@ -8,56 +8,14 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/store/patience.h"
-
-struct pg_conn;
-struct pg_result;
+#include "host/store/postgres/pipeline.h"
+#include "host/store/postgres/result.h"
+#include "host/store/store_error.h"
 
 namespace qorhost::postgres {
-
-/// The rows or the effect of a statement. Rows and columns count from 0.
-class Result {
- public:
-  explicit Result(pg_result* result) : result_(result) {}
-
-  [[nodiscard]] int rows() const noexcept;
-  [[nodiscard]] int columns() const noexcept;
-  [[nodiscard]] std::string_view NameOf(int column) const;
-  /// The number by which the server knows a column's type.
-  [[nodiscard]] std::uint32_t TypeOf(int column) const;
-  [[nodiscard]] bool IsNull(int row, int column) const;
-  /// "" for Null; valid as long as the result.
-  [[nodiscard]] std::string_view Text(int row, int column) const;
-  /// The whole number that the text is; 0 for Null.
-  [[nodiscard]] std::int64_t Number(int row, int column) const;
-  /// How many rows an INSERT, UPDATE or DELETE added, changed or deleted; the rows of a SELECT.
-  [[nodiscard]] std::int64_t affected() const;
-
-  /// What the server says that it has done: "COMMIT", "INSERT 0 1".
-  [[nodiscard]] std::string_view done() const;
-
-  [[nodiscard]] const pg_result* get() const noexcept { return result_.get(); }
-
- private:
-  struct Clear {
-    void operator()(pg_result* result) const noexcept;
-  };
-  std::unique_ptr<pg_result, Clear> result_;
-};
-
-/// A value that is sent with a statement: a text of its type, or Null.
-using Sent = std::optional<std::string_view>;
-
-/// A statement in the server's words, which the server reads once for each connection.
-struct PreparedText {
-  std::string sql;
-  std::string name;             ///< as the server knows it; empty before it has read it
-  std::int64_t connection = 0;  ///< in which of the connections that were made one after the other
-};
-
-/// Is handed each row of a SELECT, which is the only one of its result.
-using TakeRow = std::function<void(const Result&)>;
 
 /// Used by one thread. Everything raises StoreError: with the server's own words where it refuses a
 /// statement, and StoreFault::kNoServer where it cannot be reached any more. A connection that was
@@ -89,6 +47,9 @@ class Connection {
     /// such transactions alone that they were not stored.
     std::string select;
   };
+  /// Begins a transaction and runs the steps in it, all in one message; their answers. They may
+  /// have to wait for another one's lock, as in RunWaiting().
+  [[nodiscard]] std::vector<Result> BeginWaiting(std::vector<Step> steps, const Patience& patience);
   /// Commits the transaction. When the connection is lost meanwhile, looks on a new one what has
   /// become of it: returns when it is stored, raises kNoServer when it is not, and kUnknown when
   /// nobody tells. What the server refuses is undone.
@@ -98,15 +59,18 @@ class Connection {
   Result Run(const std::string& sql, std::span<const Sent> values = {});
   /// Runs statements without parameters one after the other.
   void RunAll(const std::string& sql);
+  /// Runs a statement in a transaction whose answer nobody waits for: it goes with what runs
+  /// next, at the latest with the commit, and its failure is told there. The text lives until then.
+  void RunLater(PreparedText& statement, std::span<const Sent> values);
 
   /// Runs a statement with the values of its parameters. Inside a transaction a `guarded` one that
   /// the server refuses leaves the transaction as it was, by a savepoint that costs no waiting for
   /// answers of its own; otherwise the transaction is lost. With `take` the rows are handed over
   /// one by one and the result has none; what it raises ends the statement. Outside of a
   /// transaction it must only read: when the connection is lost before the first row it runs on a
-  /// new one.
+  /// new one. The watch may end it: then StoreFault::kTooMuchWork is raised.
   Result Run(PreparedText& statement, std::span<const Sent> values, bool guarded,
-             const TakeRow& take = nullptr);
+             const TakeRow& take = nullptr, const Watch& watch = {});
 
   /// Runs statements that may have to wait for another one's lock. `waiting` is asked again and
   /// again meanwhile, with the time waited; its false ends the waiting, as the limit does: then
@@ -141,19 +105,24 @@ class Connection {
   [[nodiscard]] bool isLost() const noexcept;
   [[nodiscard]] Fate FateOf(const Witness& witness, int backend) noexcept;
   [[nodiscard]] Fate LookAtFate(const Witness& witness, int backend);
+  [[nodiscard]] Failure RunSteps(std::span<Step> steps, const Watch& watch);
+  void RequireDone(const Failure& failure, const Result& answer) const;
+  void RequireNoneLost() const;
+  void SendWhatWaits();
+  void BoundLocks(const Patience& patience);
   Result RunOnce(PreparedText& statement, std::span<const Sent> values, bool guarded,
-                 const TakeRow& take);
-  void Send(PreparedText& statement, std::span<const Sent> values, bool guarded);
-  void Cancel() noexcept;
+                 const TakeRow& take, const Watch& watch);
+  [[nodiscard]] StoreError BusyError() const;
 
   std::string asked_;  // the name as libpq reads it
   std::string name_;
   std::function<void(Connection&)> prepare_;
   std::unique_ptr<Listener> listener_;
   std::unique_ptr<pg_conn, Finish> handle_;
-  std::int64_t named_ = 0;      // statements that were given names
-  std::int64_t connected_ = 0;  // how often it was made
-  bool begun_ = false;          // a transaction, which may be lost by now
+  StatementNames names_;          // counts how often it was made
+  std::vector<Step> later_;       // goes with what runs next
+  std::int64_t lockTimeout_ = 0;  // as the server has it; 0: its own
+  bool begun_ = false;            // a transaction, which may be lost by now
 };
 
 }  // namespace qorhost::postgres

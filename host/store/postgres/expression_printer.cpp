@@ -230,7 +230,13 @@ void StatementPrinter::PrintFunction(const Expression& node) {
       PrintCase(node);
       break;
     case Function::kVal:
-      // A number is read from what it shows.
+      // A number is read from what it shows: a whole one shows all of itself.
+      if (FormOf(*node.operands[0]) == Form::kWhole && IsWholeColumn(*node.operands[0])) {
+        Write("coalesce(");
+        PrintAs(*node.operands[0], Form::kDouble);
+        Write(", 0)");
+        break;
+      }
       Write("desktop.val(");
       PrintAs(*node.operands[0], Form::kText);
       Write(")");

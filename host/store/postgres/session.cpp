@@ -31,6 +31,11 @@ constexpr std::int64_t kMostReserved = 2048;
 // Rows that are added one by one before it is taken for a range.
 constexpr std::int64_t kFewRows = 3;
 
+std::string VersionText(const dialect::Table& table) {
+  return fmt::format(R"(SELECT "LASTMODIFIEDDATE" FROM {} WHERE "RID"=$1::int4)",
+                     QuotedName(table.name));
+}
+
 }  // namespace
 
 Session::Session(Connection& connection, const Patience& patience, Clock clock)
@@ -39,10 +44,7 @@ Session::Session(Connection& connection, const Patience& patience, Clock clock)
       timeStamp_(std::move(clock)),
       translator_(&Print),
       rowInserts_(connection),
-      buffer_(rowInserts_, kMostHeld),
-      transaction_(*this),
-      savepoint_(*this),
-      look_(*this) {}
+      buffer_(rowInserts_, kMostHeld) {}
 
 Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Shape>& shape) {
   const auto found = prepared_.find(shape.get());
@@ -50,11 +52,11 @@ Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Sha
     return found->second;
   }
   if (prepared_.size() >= kMostPrepared) {
-    // The server forgets the engine's own texts with the others.
+    // The server forgets the engine's own texts with the others. What waits to be sent goes before.
+    connection_.RunAll("DEALLOCATE ALL");
     prepared_.clear();
     own_.clear();
     rowInserts_.Forget();
-    connection_.RunAll("DEALLOCATE ALL");
   }
   return prepared_
       .emplace(shape.get(), Prepared{shape, {shape->sql, {}}, {shape->sqlInUnit, {}}, 0})
@@ -71,21 +73,34 @@ Session::Bound Session::Bind(const dialect::Translation& translation) {
   return {&PreparedFor(translation.shape), SentValues(translation.parameters)};
 }
 
-Result Session::Run(PreparedText& text, const SentValues& values, const TakeRow& take) {
+Result Session::Run(PreparedText& text, const SentValues& values, const TakeRow& take,
+                    const Watch& watch) {
   // A write of a unit of work that fails ends the work anyway.
   const bool guarded = (inTransaction() && !work_.locked()) || (take && inTransaction());
   const std::vector<Sent> sent = values.sent();
   if (sent.size() <= kMostSent) {
-    return connection_.Run(text, sent, guarded, take);
+    return connection_.Run(text, sent, guarded, take, watch);
   }
   PreparedText whole{WithValues(text.sql, sent), {}};
-  Result result = connection_.Run(whole, {}, guarded, take);
+  Result result = connection_.Run(whole, {}, guarded, take, watch);
   connection_.RunAll("DEALLOCATE " + whole.name);  // it does not come again
   return result;
 }
 
+/// The engine's own statements take as long as they must: the work of many of them is the store's
+/// size. An operator's are bounded.
+Watch Session::OwnWatch() const {
+  Watch watch;
+  if (patience_.working) {
+    watch.goesOn = [this](std::chrono::milliseconds) { return patience_.working(); };
+  }
+  return watch;
+}
+
 Result Session::Run(Bound& bound, const TakeRow& take) {
   Prepared& prepared = *bound.prepared;
+  Watch watch = OwnWatch();
+  watch.limit = patience_.work;
   if (const auto unit = work_.unit(); unit && !prepared.inUnit.sql.empty()) {
     // Most likely the row is one of the operation's unit. One that is not is found all the same.
     SentValues inUnit = bound.values;
@@ -95,12 +110,12 @@ Result Session::Run(Bound& bound, const TakeRow& take) {
       isFound = true;
       take(row);
     };
-    Result answer = Run(prepared.inUnit, inUnit, take ? noted : take);
+    Result answer = Run(prepared.inUnit, inUnit, take ? noted : take, watch);
     if (isFound || answer.affected() > 0) {
       return answer;
     }
   }
-  return Run(prepared.text, bound.values, take);
+  return Run(prepared.text, bound.values, take, watch);
 }
 
 QueryResult Session::Select(std::string_view sql) {
@@ -185,6 +200,7 @@ void Session::Forget(bool identitiesToo) {
 void Session::DropHeld() noexcept {
   buffer_.Discard();
   added_.clear();
+  asked_.clear();
 }
 
 std::optional<std::int32_t> Session::Held(const std::shared_ptr<const dialect::AddedRow>& form,
@@ -247,6 +263,38 @@ ChangeResult Session::RunChange(Bound& bound) {
   return {answer.affected(), isNew ? answer.Number(0, 0) : 0};
 }
 
+/// The version of a row is read before it is changed: with the right to write, which the change
+/// takes before.
+void Session::AskWithTheRight(const RowVersion& version) {
+  const dialect::Table* const table = VersionedTable(version.table, {});
+  if (table == nullptr || work_.locked()) {
+    return;
+  }
+  SentValues values;
+  values.AddNumber(version.rid);
+  if (const auto inUnit = InUnit(*table, VersionText(*table), values)) {
+    AskWithTheRight(inUnit->first, inUnit->second);
+  }
+}
+
+void Session::AskWithTheRight(const std::string& sql, const SentValues& values) {
+  asked_.push_back({sql, values, Result(nullptr)});
+}
+
+std::vector<Step> Session::StepsWithTheRight() {
+  std::vector<Step> steps;
+  for (const Asked& one : asked_) {
+    steps.push_back(OwnStep(one.sql, one.values));
+  }
+  return steps;
+}
+
+void Session::KeepAnswers(std::span<Result> answers) {
+  for (std::size_t at = 0; at < answers.size(); ++at) {
+    asked_[at].answer = std::move(answers[at]);
+  }
+}
+
 bool Session::IsVersion(const RowVersion& version, std::string_view changedTable) {
   const dialect::Table* const table = VersionedTable(version.table, changedTable);
   if (table == nullptr) {
@@ -254,16 +302,13 @@ bool Session::IsVersion(const RowVersion& version, std::string_view changedTable
   }
   SentValues values;
   values.AddNumber(version.rid);
-  const Result stored =
-      OwnOfRow(*table,
-               fmt::format(R"(SELECT "LASTMODIFIEDDATE" FROM {} WHERE "RID"=$1::int4)",
-                           QuotedName(table->name)),
-               values);
+  const Result stored = OwnOfRow(*table, VersionText(*table), values);
   return stored.rows() > 0 &&
          IsSameVersion(CellOf(stored, 0, 0, dialect::ColumnType::kDate), version.lastModified);
 }
 
 ChangeResult Session::UpdateVersion(std::string_view sql, const RowVersion& version) {
+  AskWithTheRight(version);
   // The look and the change are one step for everybody else.
   return Writing([&] {
     Bound bound = Bind(sql);
@@ -335,27 +380,59 @@ Result Session::Own(std::string_view sql, const SentValues& values, const TakeRo
 Result Session::RunOwn(std::string_view sql, const SentValues& values, const TakeRow& take) {
   RequireUsable();
   work_.WriteHeld();
-  auto found = own_.find(sql);
-  if (found == own_.end()) {
-    found = own_.emplace(sql, PreparedText{std::string(sql), {}}).first;
+  const auto asked = std::find_if(asked_.begin(), asked_.end(), [&](const Asked& one) {
+    return one.answer.get() != nullptr && one.sql == sql && one.values == values;
+  });
+  if (asked != asked_.end()) {
+    return std::exchange(asked->answer, Result(nullptr));
   }
-  return Run(found->second, values, take);
+  return Run(OwnText(sql), values, take, OwnWatch());
+}
+
+PreparedText& Session::OwnText(std::string_view sql) {
+  const auto found = own_.find(sql);
+  return found != own_.end() ? found->second
+                             : own_.emplace(sql, PreparedText{std::string(sql), {}}).first->second;
+}
+
+void Session::OwnLater(std::string_view sql, const SentValues& values) {
+  RequireUsable();
+  work_.WriteHeld();
+  connection_.RunLater(OwnText(sql), values.sent());
+}
+
+Step Session::OwnStep(std::string_view sql, const SentValues& values) {
+  Step step;
+  step.prepared = &OwnText(sql);
+  step.values = SentTexts(values.sent());
+  return step;
 }
 
 Result Session::OwnOfRow(const dialect::Table& table, const std::string& sql,
                          const SentValues& values) {
-  const dialect::Column* const unitColumn = dialect::UnitColumnOf(table);
-  if (const auto unit = work_.unit(); unit && unitColumn != nullptr) {
-    SentValues inUnit = values;
-    inUnit.AddNumber(*unit);
-    Result answer = Own(
-        fmt::format("{} AND {}=${}::int4", sql, QuotedName(unitColumn->name), inUnit.sent().size()),
-        inUnit);
+  if (const auto inUnit = InUnit(table, sql, values)) {
+    Result answer = Own(inUnit->first, inUnit->second);
     if (answer.affected() > 0) {
       return answer;
     }
   }
   return Own(sql, values);
+}
+
+/// The same where the row is one of the operation's unit; nothing where there is no such unit.
+std::optional<std::pair<std::string, SentValues>> Session::InUnit(const dialect::Table& table,
+                                                                  const std::string& sql,
+                                                                  const SentValues& values) const {
+  const dialect::Column* const unitColumn = dialect::UnitColumnOf(table);
+  const std::optional<std::int32_t> unit = work_.unit();
+  if (!unit || unitColumn == nullptr) {
+    return std::nullopt;
+  }
+  SentValues inUnit = values;
+  inUnit.AddNumber(*unit);
+  return std::pair(
+      fmt::format("{} AND {}=${}::int4", sql, QuotedName(unitColumn->name), inUnit.sent().size()),
+      std::move(inUnit));
 }
 
 }  // namespace qorhost::postgres

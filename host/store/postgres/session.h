@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "host/dialect/translator.h"
@@ -51,7 +52,7 @@ class Session final : public SqlSession {
                                     std::span<const std::string_view> columns,
                                     std::span<const RowCells> rows) override;
 
-  [[nodiscard]] Transaction& transaction() noexcept override { return transaction_; }
+  [[nodiscard]] WorkTransaction& transaction() noexcept override { return transaction_; }
   [[nodiscard]] UnitOfWork& work() noexcept override { return work_; }
   [[nodiscard]] Savepoint& savepoint() noexcept override { return savepoint_; }
   [[nodiscard]] Look& look() noexcept override { return look_; }
@@ -96,6 +97,16 @@ class Session final : public SqlSession {
   /// Runs a text of this engine's own, of which there are few: it is prepared once. What is held is
   /// written before.
   Result Own(std::string_view sql, const SentValues& values = {}, const TakeRow& take = nullptr);
+  /// The same for a text whose answer nobody waits for: it goes with what runs next.
+  void OwnLater(std::string_view sql, const SentValues& values);
+  /// The same for a text that goes with others.
+  [[nodiscard]] Step OwnStep(std::string_view sql, const SentValues& values);
+  /// A text that is asked as soon as the right to write is taken goes with that: Own() has its
+  /// answer then, once.
+  void AskWithTheRight(const std::string& sql, const SentValues& values);
+  /// The steps of such texts, and their answers.
+  [[nodiscard]] std::vector<Step> StepsWithTheRight();
+  void KeepAnswers(std::span<Result> answers);
   /// The same for a text that ends with the condition that names a row of a table by its identity:
   /// the row is looked for in the operation's unit first, and only then in all.
   Result OwnOfRow(const dialect::Table& table, const std::string& sql, const SentValues& values);
@@ -118,6 +129,12 @@ class Session final : public SqlSession {
     PreparedText inUnit;         // see Shape::sqlInUnit
     std::size_t latestRows = 0;  // of the last SELECT
   };
+  /// A text of the engine's own that is asked before its answer is needed.
+  struct Asked {
+    std::string sql;
+    SentValues values;
+    Result answer{nullptr};
+  };
   /// A translated statement with its values.
   struct Bound {
     Prepared* prepared = nullptr;
@@ -130,11 +147,16 @@ class Session final : public SqlSession {
       const std::shared_ptr<const dialect::AddedRow>& form, std::span<const qorcred::Value> values);
   void NoteAdded(const dialect::AddedRow& form, std::span<const qorcred::Value> values);
   void Forget(bool identitiesToo);
+  PreparedText& OwnText(std::string_view sql);
   Result RunOwn(std::string_view sql, const SentValues& values, const TakeRow& take);
   Prepared& PreparedFor(const std::shared_ptr<const dialect::Shape>& shape);
-  Result Run(PreparedText& text, const SentValues& values, const TakeRow& take);
+  Result Run(PreparedText& text, const SentValues& values, const TakeRow& take, const Watch& watch);
   Result Run(Bound& bound, const TakeRow& take);
   ChangeResult RunChange(Bound& bound);
+  void AskWithTheRight(const RowVersion& version);
+  [[nodiscard]] Watch OwnWatch() const;
+  [[nodiscard]] std::optional<std::pair<std::string, SentValues>> InUnit(
+      const dialect::Table& table, const std::string& sql, const SentValues& values) const;
   [[nodiscard]] bool IsVersion(const RowVersion& version, std::string_view changedTable);
   void RequireUsable();
 
@@ -147,10 +169,12 @@ class Session final : public SqlSession {
   RowInserts rowInserts_;
   WriteBuffer buffer_;
   std::map<const dialect::Table*, std::int64_t> added_;  // rows, one after the other
+  std::vector<Asked> asked_;                             // with the right to write
   UnitOfWork work_{*this};
-  Transaction transaction_;
-  Savepoint savepoint_;
-  Look look_;
+  TransactionEngine transactions_{connection_, patience_};
+  WorkTransaction transaction_{transactions_, work_};
+  Savepoint savepoint_{transactions_, work_};
+  Look look_{transactions_};
   AuditLog audit_{*this};
   CarriedHistory carriedHistory_{*this};
   StepQueue steps_{*this};

@@ -1,17 +1,13 @@
 // The transactions of a connection.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "host/store/patience.h"
-#include "host/store/postgres/change_log.h"
 #include "host/store/postgres/connection.h"
-#include "host/store/transaction.h"
+#include "host/store/work_transaction.h"
 
 namespace qorhost::postgres {
-
-class Session;
 
 /// Keeps everybody else from writing until the open transaction ends, and gives its number, by
 /// which it is committed.
@@ -33,66 +29,29 @@ class AloneOnStore {
   std::string number_;
 };
 
-/// The one that a connection's users may hold open. In a unit of work it is a part of that: undone
-/// alone, and final with the whole.
-class Transaction final : public qorhost::Transaction {
+/// Those of a session, in the server's words. Connection and patience live longer.
+class TransactionEngine final : public qorhost::TransactionEngine {
  public:
-  explicit Transaction(Session& session) : session_(session) {}
-  /// Rolls back what is still open.
-  ~Transaction() override;
+  TransactionEngine(Connection& connection, const Patience& patience)
+      : connection_(connection), patience_(patience) {}
 
-  void Begin() override;
-  void Commit() override;
-  void Rollback() override;
-  [[nodiscard]] bool open() const noexcept override { return state_ == State::kOpen; }
-
-  /// Raises when the server gave up the open transaction, or has gone.
-  void CheckUsable();
+  [[nodiscard]] bool isOpen() const noexcept override { return connection_.inTransaction(); }
+  void BeginAlone() override;
+  void CommitAlone() override { connection_.Commit({number_, {}}); }
+  void BeginInner() override { connection_.RunAll("SAVEPOINT inner_transaction"); }
+  void CommitInner() override { connection_.RunAll("RELEASE SAVEPOINT inner_transaction"); }
+  void UndoInner() override;
+  void BeginPart() override { connection_.RunAll("SAVEPOINT part"); }
+  void CommitPart() override { connection_.RunAll("RELEASE SAVEPOINT part"); }
+  void UndoPart() override;
+  void BeginLook() override;
+  void UndoAll() override { connection_.UndoWhatIsOpen(); }
+  void UndoWhatIsOpen() noexcept override { connection_.UndoWhatIsOpen(); }
 
  private:
-  enum class State : std::uint8_t { kNone, kOpen, kCommitFailed };
-
-  void UndoOwn() noexcept;
-
-  Session& session_;
-  State state_ = State::kNone;
-  bool inner_ = false;
-  std::string number_;  // of one that is not inside another
-  ChangeLog::Place begun_;
-};
-
-/// A part of a unit of work that has taken the right to write. Undone, it is forgotten that
-/// something failed in it.
-class Savepoint final : public qorhost::Transaction {
- public:
-  explicit Savepoint(Session& session) : session_(session) {}
-
-  void Begin() override;
-  void Commit() override;
-  /// Does nothing where everything is undone already.
-  void Rollback() override;
-  [[nodiscard]] bool open() const noexcept override { return open_; }
-
- private:
-  Session& session_;
-  ChangeLog::Place begun_;
-  bool open_ = false;
-};
-
-/// Reading that sees one state of the store. May be begun inside itself.
-class Look final : public qorhost::Transaction {
- public:
-  explicit Look(Session& session) : session_(session) {}
-
-  void Begin() override;
-  void Commit() override { Rollback(); }
-  void Rollback() override;
-  [[nodiscard]] bool open() const noexcept override { return depth_ > 0; }
-
- private:
-  Session& session_;
-  int depth_ = 0;
-  bool isOwn_ = false;  // not a part of what was open before
+  Connection& connection_;
+  const Patience& patience_;
+  std::string number_;  // of the transaction that was begun alone
 };
 
 }  // namespace qorhost::postgres

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "host/store/postgres/session.h"
 
@@ -41,25 +42,64 @@ bool UnitOfWork::isInTransaction() const noexcept {
   return session_.connection().inTransaction();
 }
 
-void UnitOfWork::TakeRight() {
-  Connection& connection = session_.connection();
-  connection.Begin();
-  if (order().units.size() != 1) {
-    number_ = LockStore(connection, session_.patience());
-    return;
+std::optional<UnitVersion> UnitOfWork::TakeRight() {
+  hashOfPrevious_.clear();
+  if (order().units.size() == 1) {
+    return LockUnit(order().units.front());
   }
-  const std::int32_t unit = order().units.front();
-  const Result number = connection.RunWaiting(
+  session_.connection().Begin();
+  number_ = LockStore(session_.connection(), session_.patience());
+  return std::nullopt;
+}
+
+/// One message for all that an operation needs when it begins to write. Who has waited for the lock
+/// is told the version that was stored meanwhile, and what comes behind sees all that was.
+std::optional<UnitVersion> UnitOfWork::LockUnit(std::int32_t unitKey) {
+  SentValues values;
+  values.AddNumber(unitKey);
+  std::vector<Step> steps;
+  steps.push_back(
+      session_.OwnStep(R"(SELECT pg_current_xact_id(), "Entry", "Mark" FROM "UnitVersions" )"
+                       R"(WHERE "UnitKey"=$1::int4 FOR UPDATE)",
+                       values));
+  // The entry first, so that it is looked up by its whole key.
+  steps.push_back(
+      session_.OwnStep(R"(SELECT "Hash" FROM "AuditEntries" WHERE "HomeUnit"=$1::int4 AND "RID"=)"
+                       R"((SELECT "Entry" FROM "UnitVersions" WHERE "UnitKey"=$1::int4))",
+                       values));
+  const std::size_t own = steps.size();
+  for (Step& asked : session_.StepsWithTheRight()) {
+    steps.push_back(std::move(asked));
+  }
+  std::vector<Result> answers =
+      session_.connection().BeginWaiting(std::move(steps), session_.patience());
+  const Result& locked = answers.front();
+  if (locked.rows() == 0) {
+    LockNewUnit(unitKey);
+    return std::nullopt;
+  }
+  number_ = locked.Text(0, 0);
+  if (answers[1].rows() > 0) {
+    hashOfPrevious_ = answers[1].Text(0, 0);
+  }
+  session_.KeepAnswers(std::span(answers).subspan(own));
+  return UnitVersion{locked.Number(0, 1), locked.Number(0, 2)};
+}
+
+/// One that nobody has changed yet has no row to be locked.
+void UnitOfWork::LockNewUnit(std::int32_t unitKey) {
+  const Result number = session_.connection().RunWaiting(
       fmt::format(
           R"(INSERT INTO "UnitVersions" VALUES ({0}, 0, 0) ON CONFLICT DO NOTHING; )"
           R"(SELECT pg_current_xact_id() FROM "UnitVersions" WHERE "UnitKey"={0} FOR UPDATE)",
-          unit),
+          unitKey),
       session_.patience());
   number_ = number.Text(0, 0);
 }
 
 WorkCourse::Versions UnitOfWork::Store(WorkEntry entry, std::int64_t previous) {
-  const AuditLog::Added added = session_.audit().Append(std::move(entry), previous, log_.changes());
+  const AuditLog::Added added =
+      session_.audit().Append(std::move(entry), {previous, hashOfPrevious_}, log_.changes());
   Versions raised = RaiseVersions(added.entry);
   // Whoever has lost the connection finds the entry by all of it: another one may have come to have
   // its number.
@@ -71,19 +111,18 @@ WorkCourse::Versions UnitOfWork::Store(WorkEntry entry, std::int64_t previous) {
 }
 
 WorkCourse::Versions UnitOfWork::RaiseVersions(std::int64_t entry) {
+  if (order().units.size() == 1) {
+    return RaiseVersion(order().units.front(), entry);
+  }
   SentValues values;
   values.AddNumber(entry);
-  std::string which = R"(SELECT "UnitKey" FROM "Units" UNION SELECT "UnitKey" FROM "UnitVersions")";
-  if (order().units.size() == 1) {
-    values.AddNumber(order().units.front());
-    which = R"(SELECT $2::int4 AS "UnitKey")";
-  }
   const Result read = session_.Own(
       fmt::format(
-          R"(INSERT INTO "UnitVersions" SELECT "UnitKey", $1::int8, {} FROM ({}) AS "Raised" )"
+          R"(INSERT INTO "UnitVersions" SELECT "UnitKey", $1::int8, {} FROM )"
+          R"((SELECT "UnitKey" FROM "Units" UNION SELECT "UnitKey" FROM "UnitVersions") AS "Raised" )"
           R"(ON CONFLICT ("UnitKey") DO UPDATE SET "Entry"=excluded."Entry", )"
           R"("Mark"=excluded."Mark" RETURNING "UnitKey", "Entry", "Mark")",
-          kRandomMark, which),
+          kRandomMark),
       values);
   Versions raised;
   for (int row = 0; row < read.rows(); ++row) {
@@ -93,8 +132,25 @@ WorkCourse::Versions UnitOfWork::RaiseVersions(std::int64_t entry) {
   return raised;
 }
 
-void UnitOfWork::GiveRightBack() noexcept {
+/// The row is there: it is what was locked.
+WorkCourse::Versions UnitOfWork::RaiseVersion(std::int32_t unitKey, std::int64_t entry) {
+  const std::uint64_t high = random_();
+  const UnitVersion version{entry, static_cast<std::int64_t>(high << 32U | random_())};
+  SentValues values;
+  values.AddNumber(unitKey);
+  values.AddNumber(version.entry);
+  values.AddNumber(version.mark);
+  session_.OwnLater(
+      R"(UPDATE "UnitVersions" SET "Entry"=$2::int8, "Mark"=$3::int8 WHERE "UnitKey"=$1::int4)",
+      values);
+  return {{unitKey, version}};
+}
+
+void UnitOfWork::DropHeld() noexcept {
   session_.DropHeld();
+}
+
+void UnitOfWork::GiveRightBack() noexcept {
   session_.connection().UndoWhatIsOpen();
 }
 

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <random>
 #include <string>
 
 #include "host/store/postgres/change_log.h"
@@ -19,18 +21,24 @@ class UnitOfWork final : public WorkCourse {
   ~UnitOfWork() override;
 
   [[nodiscard]] UnitVersion VersionOf(std::int32_t unitKey) override;
+  void DropHeld() noexcept override;
 
  private:
   [[nodiscard]] bool isInTransaction() const noexcept override;
-  void TakeRight() override;
+  [[nodiscard]] std::optional<UnitVersion> TakeRight() override;
   Versions Store(WorkEntry entry, std::int64_t previous) override;
   void GiveRightBack() noexcept override;
 
+  [[nodiscard]] std::optional<UnitVersion> LockUnit(std::int32_t unitKey);
+  void LockNewUnit(std::int32_t unitKey);
   Versions RaiseVersions(std::int64_t entry);
+  Versions RaiseVersion(std::int32_t unitKey, std::int64_t entry);
 
   Session& session_;
   ChangeLog log_;
   std::string number_;  // of its transaction
+  std::random_device random_;
+  std::string hashOfPrevious_;  // of the unit's last entry, where it came with the lock
 };
 
 }  // namespace qorhost::postgres

@@ -7,17 +7,7 @@
 
 namespace qorhost::postgres {
 
-std::optional<UnitFacts> UnitRegister::Find(std::int32_t unitKey) {
-  session_.work().RequireUsable();
-  if (const UnitFacts* const kept = session_.work().units().FactsOf(unitKey)) {
-    return *kept;
-  }
-  std::optional<UnitFacts> facts = Read(unitKey);
-  if (facts) {
-    session_.work().units().KeepFacts(unitKey, *facts);
-  }
-  return facts;
-}
+UnitRegister::UnitRegister(Session& session) : UnitsInWork(session.work()), session_(session) {}
 
 std::optional<UnitFacts> UnitRegister::Read(std::int32_t unitKey) {
   SentValues values;
@@ -30,17 +20,6 @@ std::optional<UnitFacts> UnitRegister::Read(std::int32_t unitKey) {
     return std::nullopt;
   }
   return UnitFacts{std::string(unit.Text(0, 0)), !unit.IsNull(0, 1), std::string(unit.Text(0, 2))};
-}
-
-UnitCounts UnitRegister::Count(std::int32_t unitKey) {
-  session_.work().RequireUsable();
-  session_.work().WriteHeld();  // they are counted when they are written
-  const UnitCounts* const kept = session_.work().units().CountsOf(unitKey);
-  return kept != nullptr ? *kept : CountRows(unitKey);
-}
-
-void UnitRegister::KeepCounts(std::int32_t unitKey) {
-  session_.work().KeepCounts(unitKey, CountRows(unitKey));
 }
 
 UnitCounts UnitRegister::CountRows(std::int32_t unitKey) {

@@ -1,23 +1,19 @@
 // Facts and counts of units.
 #pragma once
 
-#include "host/store/unit_register.h"
+#include "host/store/units_in_work.h"
 
 namespace qorhost::postgres {
 
 class Session;
 
-class UnitRegister final : public qorhost::UnitRegister {
+class UnitRegister final : public UnitsInWork {
  public:
-  explicit UnitRegister(Session& session) : session_(session) {}
-
-  [[nodiscard]] std::optional<UnitFacts> Find(std::int32_t unitKey) override;
-  [[nodiscard]] UnitCounts Count(std::int32_t unitKey) override;
-  void KeepCounts(std::int32_t unitKey) override;
+  explicit UnitRegister(Session& session);
 
  private:
-  [[nodiscard]] std::optional<UnitFacts> Read(std::int32_t unitKey);
-  [[nodiscard]] UnitCounts CountRows(std::int32_t unitKey);
+  [[nodiscard]] std::optional<UnitFacts> Read(std::int32_t unitKey) override;
+  [[nodiscard]] UnitCounts CountRows(std::int32_t unitKey) override;
 
   Session& session_;
 };

@@ -32,10 +32,7 @@ Session::Session(Database& database, Clock clock)
       timeStamp_(std::move(clock)),
       translator_(&Print),
       rowInserts_(database),
-      buffer_(rowInserts_, kMostHeld),
-      transaction_(database, work_),
-      savepoint_(database, work_),
-      look_(database) {}
+      buffer_(rowInserts_, kMostHeld) {}
 
 Session::Prepared& Session::PreparedFor(const std::shared_ptr<const dialect::Shape>& shape) {
   if (latest_ != nullptr && latest_->shape == shape) {

@@ -45,7 +45,7 @@ class Session final : public SqlSession {
   std::int64_t DeleteRow(std::string_view table, std::int32_t rid) override;
   std::int32_t AddRow(std::string_view table, std::span<const Field> fields) override;
 
-  [[nodiscard]] Transaction& transaction() noexcept override { return transaction_; }
+  [[nodiscard]] WorkTransaction& transaction() noexcept override { return transaction_; }
   [[nodiscard]] UnitOfWork& work() noexcept override { return work_; }
   [[nodiscard]] Savepoint& savepoint() noexcept override { return savepoint_; }
   [[nodiscard]] Look& look() noexcept override { return look_; }
@@ -128,9 +128,10 @@ class Session final : public SqlSession {
   RowInserts rowInserts_;
   WriteBuffer buffer_;
   UnitOfWork work_{*this};
-  Transaction transaction_;
-  Savepoint savepoint_;
-  Look look_;
+  TransactionEngine transactions_{database_};
+  WorkTransaction transaction_{transactions_, work_};
+  Savepoint savepoint_{transactions_, work_};
+  Look look_{transactions_};
   AuditLog audit_{*this};
   CarriedHistory carriedHistory_{*this};
   StepQueue steps_{*this};

@@ -37,7 +37,8 @@ void Store::CopyInto(const std::filesystem::path& emptyFile) {
   constexpr int kPagesAtOnce = 2048;  // 8 MiB
   Database copy(emptyFile, OpenMode::kReadWrite);
   // One state of the store: what others write meanwhile is not in it.
-  Look look(database_);
+  TransactionEngine transactions(database_);
+  Look look(transactions);
   const Undoable oneState(look);
   sqlite3_backup* backup = sqlite3_backup_init(copy.handle(), "main", database_.handle(), "main");
   const std::function<bool()>& working = database_.patience().working;

@@ -1,85 +1,40 @@
 // The transactions of a database.
 #pragma once
 
-#include <cstdint>
-
-#include "host/store/sqlite/change_log.h"
 #include "host/store/sqlite/database.h"
-#include "host/store/transaction.h"
+#include "host/store/work_transaction.h"
 
 namespace qorhost::sqlite {
 
-class UnitOfWork;
-
-/// The one that a connection's users may hold open. In a unit of work it is a part of that: undone
-/// alone, and final with the whole.
-class Transaction final : public qorhost::Transaction {
+/// Those of a session, in SQLite's words. The database lives longer.
+class TransactionEngine final : public qorhost::TransactionEngine {
  public:
-  Transaction(Database& database, UnitOfWork& work);
-  /// Rolls back what is still open.
-  ~Transaction() override;
+  explicit TransactionEngine(Database& database) : database_(database) {}
 
-  void Begin() override;
-  void Commit() override;
-  void Rollback() override;
-  [[nodiscard]] bool open() const noexcept override { return state_ == State::kOpen; }
-
-  /// Raises when SQLite gave up the open transaction by itself (a full disk, for example): until it
-  /// is rolled back, a statement would be kept although those before it are lost.
-  void CheckUsable();
+  [[nodiscard]] bool isOpen() const noexcept override { return database_.inTransaction(); }
+  void BeginAlone() override;
+  void CommitAlone() override { database_.Run("COMMIT"); }
+  void BeginInner() override { beginInner_.Run(database_); }
+  void CommitInner() override { commitInner_.Run(database_); }
+  void UndoInner() override;
+  void BeginPart() override { beginPart_.Run(database_); }
+  void CommitPart() override { commitPart_.Run(database_); }
+  void UndoPart() override { database_.Run("ROLLBACK TO part; RELEASE part"); }
+  void BeginLook() override { database_.Run("BEGIN"); }
+  void UndoAll() override;
+  void UndoWhatIsOpen() noexcept override { database_.UndoWhatIsOpen(); }
 
  private:
-  enum class State : std::uint8_t { kNone, kOpen, kCommitFailed };
-
   Database& database_;
-  UnitOfWork& work_;
-  State state_ = State::kNone;
-  bool inner_ = false;
-  ChangeLog::Place begun_;
   OftenRun beginInner_{"SAVEPOINT inner_transaction"};
   OftenRun commitInner_{"RELEASE inner_transaction"};
-};
-
-/// A part of a unit of work that has taken the right to write. Undone, it is forgotten that
-/// something failed in it.
-class Savepoint final : public qorhost::Transaction {
- public:
-  Savepoint(Database& database, UnitOfWork& work) : database_(database), work_(work) {}
-
-  void Begin() override;
-  void Commit() override;
-  /// Does nothing where SQLite gave everything up already.
-  void Rollback() override;
-  [[nodiscard]] bool open() const noexcept override { return open_; }
-
- private:
-  Database& database_;
-  UnitOfWork& work_;
-  ChangeLog::Place begun_;
-  OftenRun begin_{"SAVEPOINT part"};
-  OftenRun commit_{"RELEASE part"};
-  bool open_ = false;
-};
-
-/// Reading that sees one state of the store. May be begun inside itself.
-class Look final : public qorhost::Transaction {
- public:
-  explicit Look(Database& database) : database_(database) {}
-
-  void Begin() override;
-  void Commit() override { Rollback(); }
-  void Rollback() override;
-  [[nodiscard]] bool open() const noexcept override { return depth_ > 0; }
-
- private:
-  Database& database_;
-  int depth_ = 0;
-  bool isOwn_ = false;  // not a part of what was open before
+  OftenRun beginPart_{"SAVEPOINT part"};
+  OftenRun commitPart_{"RELEASE part"};
 };
 
 /// One around everything on a database that has no session yet: nobody else writes from its
 /// beginning on.
-class WholeTransaction final : public qorhost::Transaction {
+class WholeTransaction final : public Transaction {
  public:
   explicit WholeTransaction(Database& database) : database_(database) {}
 

@@ -41,7 +41,7 @@ void UnitOfWork::RequireInPlace() {
   }
 }
 
-void UnitOfWork::TakeRight() {
+std::optional<UnitVersion> UnitOfWork::TakeRight() {
   Database& database = session_.database();
   if (order().inParts) {
     database.KeepSavepoints(SavepointRoom::kOneBlock);
@@ -54,6 +54,7 @@ void UnitOfWork::TakeRight() {
     begin_.Run(database);
     database.RequireOwnLog();
   }
+  return std::nullopt;
 }
 
 WorkCourse::Versions UnitOfWork::Store(WorkEntry entry, std::int64_t previous) {
@@ -100,12 +101,7 @@ WorkCourse::Versions UnitOfWork::RaiseVersion(std::int32_t unitKey, std::int64_t
   return {{unitKey, version}};
 }
 
-void UnitOfWork::DropHeld() noexcept {
-  session_.buffer().Discard();
-}
-
 void UnitOfWork::GiveRightBack() noexcept {
-  DropHeld();
   session_.database().UndoWhatIsOpen();
   if (order().inParts) {
     session_.database().KeepSavepoints(SavepointRoom::kPieces);

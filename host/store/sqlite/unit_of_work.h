@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "host/store/sqlite/change_log.h"
 #include "host/store/sqlite/database.h"
@@ -17,12 +18,10 @@ class UnitOfWork final : public WorkCourse {
   ~UnitOfWork() override;
 
   [[nodiscard]] UnitVersion VersionOf(std::int32_t unitKey) override;
-  /// Drops the rows that the session holds, with what else was undone.
-  void DropHeld() noexcept;
 
  private:
   [[nodiscard]] bool isInTransaction() const noexcept override;
-  void TakeRight() override;
+  [[nodiscard]] std::optional<UnitVersion> TakeRight() override;
   Versions Store(WorkEntry entry, std::int64_t previous) override;
   void GiveRightBack() noexcept override;
 

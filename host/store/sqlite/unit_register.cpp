@@ -5,17 +5,7 @@
 
 namespace qorhost::sqlite {
 
-std::optional<UnitFacts> UnitRegister::Find(std::int32_t unitKey) {
-  session_.work().RequireUsable();
-  if (const UnitFacts* const kept = session_.work().units().FactsOf(unitKey)) {
-    return *kept;
-  }
-  std::optional<UnitFacts> facts = Read(unitKey);
-  if (facts) {
-    session_.work().units().KeepFacts(unitKey, *facts);
-  }
-  return facts;
-}
+UnitRegister::UnitRegister(Session& session) : UnitsInWork(session.work()), session_(session) {}
 
 std::optional<UnitFacts> UnitRegister::Read(std::int32_t unitKey) {
   const StatementUse unit(
@@ -28,15 +18,8 @@ std::optional<UnitFacts> UnitRegister::Read(std::int32_t unitKey) {
   return UnitFacts{std::string(unit->Text(0)), !unit->IsNull(1), std::string(unit->Text(2))};
 }
 
-UnitCounts UnitRegister::Count(std::int32_t unitKey) {
-  session_.work().RequireUsable();
-  session_.work().WriteHeld();  // they are counted when they are written
-  const UnitCounts* const kept = session_.work().units().CountsOf(unitKey);
-  return kept != nullptr ? *kept : CountUnit(session_, unitKey);
-}
-
-void UnitRegister::KeepCounts(std::int32_t unitKey) {
-  session_.work().KeepCounts(unitKey, CountUnit(session_, unitKey));
+UnitCounts UnitRegister::CountRows(std::int32_t unitKey) {
+  return CountUnit(session_, unitKey);
 }
 
 }  // namespace qorhost::sqlite

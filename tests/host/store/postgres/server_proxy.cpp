@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -82,6 +83,35 @@ class Stream {
   std::string bytes_;
   bool untyped_;
 };
+
+/// What a program has the server execute, told by what it has prepared and bound before.
+class Texts {
+ public:
+  void Note(const std::string& message) {
+    if (message.front() == 'P') {
+      texts_[TextAt(message, kHead)] = TextAt(message, kHead + TextAt(message, kHead).size() + 1);
+    } else if (message.front() == 'B') {
+      bound_ = texts_[TextAt(message, kHead + TextAt(message, kHead).size() + 1)];
+    }
+  }
+  [[nodiscard]] std::string Of(const std::string& message) const {
+    return message.front() == 'Q' ? TextAt(message, kHead) : bound_;
+  }
+
+ private:
+  static constexpr std::size_t kHead = 5;  // the type and the size
+
+  static std::string TextAt(const std::string& message, std::size_t at) {
+    return at < message.size() ? std::string(message.c_str() + at) : std::string();
+  }
+
+  std::map<std::string, std::string> texts_;  // by the names of the prepared statements
+  std::string bound_;
+};
+
+bool IsGuard(std::string_view text) {
+  return text == "SAVEPOINT statement" || text == "RELEASE statement";
+}
 
 }  // namespace
 
@@ -159,8 +189,8 @@ void ServerProxy::Serve(Line& line) {
   Stream fromProgram(true);
   Stream fromServer(false);
   pid_t backend = 0;
-  bool isDeaf = false;   // the program hears nothing any more
-  bool isGuard = false;  // what was bound last has no name: the engine names its own statements
+  bool isDeaf = false;  // the program hears nothing any more
+  Texts texts;
   while (!ended_) {
     std::array<pollfd, 2> both{{{line.program, POLLIN, 0}, {line.server, POLLIN, 0}}};
     if (poll(both.data(), both.size(), kTick) <= 0) {
@@ -192,14 +222,10 @@ void ServerProxy::Serve(Line& line) {
     while (const std::optional<std::string> message = fromProgram.Next()) {
       const char type = message->front();
       Way way = Way::kOn;
-      if (type == 'B') {
-        const std::size_t statement = message->find('\0', 5) + 1;
-        isGuard = statement < message->size() && (*message)[statement] == '\0';
-      }
+      texts.Note(*message);
       if (!isDeaf && (type == 'Q' || type == 'E')) {
-        const bool isText = type == 'Q';
-        way = WayOf({type, isText ? std::string_view(*message).substr(5) : "", !isText && isGuard,
-                     backend});
+        const std::string text = texts.Of(*message);
+        way = WayOf({type, text, IsGuard(text), backend});
       }
       if (way == Way::kLostBefore || !SendAll(line.server, *message)) {
         return;

@@ -24,7 +24,7 @@ class ServerProxy {
   /// A message by which the program has something executed: a text (Q) or a prepared statement (E).
   struct Message {
     char type = 'Q';
-    std::string_view text;  ///< of a Q; empty else
+    std::string_view text;  ///< what is executed
     bool isGuard = false;   ///< an E that only marks a savepoint around another one
     pid_t backend = 0;      ///< the server's process that will run it
   };

@@ -1,0 +1,94 @@
+// Statements that go to a server together, and its answers: the way there and back is what a short
+// statement costs most.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/store/postgres/result.h"
+
+struct pg_conn;
+
+namespace qorhost::postgres {
+
+/// A value that is sent with a statement: a text of its type, or Null.
+using Sent = std::optional<std::string_view>;
+
+/// The values of a statement as libpq takes them.
+class SentTexts {
+ public:
+  SentTexts() = default;
+  /// Raises StoreError for a text that holds NUL.
+  explicit SentTexts(std::span<const Sent> values);
+
+  [[nodiscard]] int count() const { return static_cast<int>(texts_.size()); }
+  /// Valid until the next call.
+  [[nodiscard]] const char* const* pointers();
+
+ private:
+  std::vector<std::optional<std::string>> texts_;
+  std::vector<const char*> pointers_;
+};
+
+/// A statement in the server's words, which the server reads once for each connection.
+struct PreparedText {
+  std::string sql;
+  std::string name;             ///< as the server knows it; empty before it has read it
+  std::int64_t connection = 0;  ///< in which of the connections that were made one after the other
+};
+
+/// One of the statements, and what is answered to it.
+struct Step {
+  PreparedText* prepared = nullptr;  ///< lives longer than the step; null: the text as it stands
+  const char* text = "";
+  SentTexts values;  ///< of a prepared one
+  TakeRow takeRow;   ///< is handed the rows one by one, so that the answer has none
+  Result answer{nullptr};
+};
+
+/// Looks after what a server does; its false, and its limit, end that.
+struct Watch {
+  std::chrono::milliseconds limit = std::chrono::milliseconds::max();
+  /// Asked again and again, with the time that has passed; may be empty.
+  std::function<bool(std::chrono::milliseconds passed)> goesOn = nullptr;
+};
+
+/// Why steps came to no good end; nothing of it when they did, or when the connection was lost.
+struct Failure {
+  Result refusal{nullptr};    ///< what the server says of the first that it refused
+  std::exception_ptr raised;  ///< by whoever takes the rows
+  bool isCutShort = false;    ///< the watch has ended it
+
+  [[nodiscard]] bool any() const { return refusal.get() != nullptr || raised != nullptr; }
+};
+
+/// The names that a server has statements by.
+struct StatementNames {
+  std::int64_t connection = 0;  ///< see PreparedText
+  std::int64_t given = 0;
+};
+
+/// Sends all the steps at once and reads the answers; what comes behind one that is refused is not
+/// done. Raises StoreError when they cannot be sent.
+[[nodiscard]] Failure RunTogether(pg_conn* handle, StatementNames& names, std::span<Step> steps,
+                                  const Watch& watch);
+
+/// Reads what waits until an answer is there; false when the watch has ended the waiting.
+[[nodiscard]] bool AwaitAnswer(pg_conn* handle, const Watch& watch,
+                               std::chrono::steady_clock::time_point started);
+
+/// Has the server end what it does on this connection, until there is an answer: one that has not
+/// begun yet when it is told does not hear of it.
+void EndWork(pg_conn* handle);
+
+/// Tells it so once.
+void CancelWork(pg_conn* handle) noexcept;
+
+}  // namespace qorhost::postgres
