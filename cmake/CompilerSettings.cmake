@@ -21,12 +21,10 @@ endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # GCC 12 sees overlapping copies in "text" + std::string() where there are none, from -O2 on.
   target_compile_options(qorcred_warnings INTERFACE -Wno-restrict)
-  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
-    # Where it inlines strings from precompiled headers, it also sees copies beyond their bounds; and where
-    # it inlines a variant that is moved, it sees alternatives read that the variant does not hold.
-    target_compile_options(qorcred_warnings INTERFACE -Wno-array-bounds -Wno-stringop-overflow
-                           -Wno-stringop-overread -Wno-maybe-uninitialized)
-  endif()
+  # Where it inlines strings from precompiled headers, it also sees copies beyond their bounds; and where
+  # it inlines a variant that is moved, it sees alternatives read that the variant does not hold.
+  target_compile_options(qorcred_warnings INTERFACE -Wno-array-bounds -Wno-stringop-overflow
+                         -Wno-stringop-overread -Wno-maybe-uninitialized)
 endif()
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
