@@ -129,6 +129,10 @@ DO $do$
 DECLARE
   one record;
 BEGIN
+  -- At first: whoever comes to own a table must be allowed to make one there.
+  FOR one IN SELECT nspname AS name FROM pg_namespace WHERE nspname IN ('qorhost', 'desktop') LOOP
+    EXECUTE format('ALTER SCHEMA %I OWNER TO {0}', one.name);
+  END LOOP;
   FOR one IN SELECT oid::regclass AS name FROM pg_class
              WHERE relnamespace = 'qorhost'::regnamespace AND relkind IN ('r', 'p', 'v') LOOP
     EXECUTE format('ALTER TABLE %s OWNER TO {0}', one.name);
@@ -137,9 +141,6 @@ BEGIN
   FOR one IN SELECT oid::regprocedure AS name FROM pg_proc
              WHERE pronamespace = 'desktop'::regnamespace LOOP
     EXECUTE format('ALTER ROUTINE %s OWNER TO {0}', one.name);
-  END LOOP;
-  FOR one IN SELECT nspname AS name FROM pg_namespace WHERE nspname IN ('qorhost', 'desktop') LOOP
-    EXECUTE format('ALTER SCHEMA %I OWNER TO {0}', one.name);
   END LOOP;
 END $do$;
 )sql";
