@@ -108,7 +108,7 @@ ExitStatus RunCheck(const GlobalOptions& global, Console& console) {
   CommandSession session(global, Access::kRead, console);
   const Table found = WholeCheck(session.desks(), session.ChosenUnits());
   if (global.json || !found.rows.empty()) {
-    PrintRows(console.out, found, global.json);
+    PrintRows(console, found, global.json);
     if (global.json && !found.rows.empty()) {
       console.err << "qorhost: " << Counted(found.rows.size(), "fault was", "faults were")
                   << " found\n";

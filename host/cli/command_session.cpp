@@ -127,7 +127,7 @@ bool CommandSession::ToldTrial(const Outcome& outcome, std::optional<std::int64_
   }
   const TriedChanges tried = ChangesTried(session_, NamedFor::kPeople);
   if (!tried.fields.rows.empty()) {
-    PrintTable(console_.out, tried.fields);
+    PrintTable(console_.out, tried.fields, 0, WidestText(console_));
   }
   console_.out << "Would have changed " << WouldHaveChanged(tried, rows) << StepsThen(tried.steps)
                << ". This was a trial, nothing was changed.\n";

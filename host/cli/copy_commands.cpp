@@ -6,6 +6,7 @@
 
 #include "host/cli/change_report.h"
 #include "host/cli/progress.h"
+#include "host/desks/moving_in/moving_in.h"
 #include "host/desks/store_copy.h"
 #include "host/desks/whole_number.h"
 #include "host/desks/words.h"
@@ -123,6 +124,7 @@ ExitStatus RunCopy(const GlobalOptions& global, const CopyOptions& options, Cons
   order.patience = PatienceOf(global, console);
   order.trial = TrialOf(options.trial);
   order.progress = BarOn(console, global.trace);
+  RequireNoDesktopFile(order.from);
   const StoreCopy made = CopyStore(order);
   console.stored = !options.trial;
   if (global.json) {

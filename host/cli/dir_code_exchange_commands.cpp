@@ -118,7 +118,7 @@ void PrintPlan(const UnitMerge& merge, const UnitFile& file, const UnitName& uni
     PrintChange(console.out, report);
     return;
   }
-  PrintTable(console.out, PlanTable(plan, file.codes, merge.stored()));
+  PrintTable(console.out, PlanTable(plan, file.codes, merge.stored()), 0, WidestText(console));
   console.out << fmt::format(
       "Would be {} inserted, {} updated, {} deleted, {} unchanged {}. Nothing was written.\n",
       plan.Count(MergeAction::kInsert), plan.Count(MergeAction::kUpdate),

@@ -95,7 +95,7 @@ ExitStatus RunHistoryShow(const GlobalOptions& global, const HistoryOptions& opt
       console.Remarks() << Displayable(DescriptionOf(entry)) << '\n';
     }
     const NamedFor reader = global.json ? NamedFor::kPrograms : NamedFor::kPeople;
-    PrintRows(console.out, EntryTable(session.desks(), entry.entry, reader), global.json);
+    PrintRows(console, EntryTable(session.desks(), entry.entry, reader), global.json);
   }
   return ExitStatus::kDone;
 }
@@ -146,7 +146,7 @@ ExitStatus RunHistoryCheck(const GlobalOptions& global, const HistoryOptions& op
   if (!faults.empty()) {
     return ExitStatus::kRefused;
   }
-  PrintRows(console.out, HeadTable(session.desks()), global.json);
+  PrintRows(console, HeadTable(session.desks()), global.json);
   return ExitStatus::kDone;
 }
 

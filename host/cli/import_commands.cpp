@@ -298,7 +298,7 @@ void PrintColumns(const ImportCommand& command, bool asJson, Console& console) {
       row[kNeeded] = qorcred::ToBoolean(row[kNeeded]) ? "yes" : "";
     }
   }
-  PrintRows(console.out, table, asJson);
+  PrintRows(console, table, asJson);
 }
 
 ExitStatus RunImport(const GlobalOptions& global, const ImportOptions& options,

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <system_error>
 
 #include "host/cli/change_report.h"
 #include "host/cli/progress.h"
@@ -19,14 +18,13 @@
 #include "host/files/csv_writer.h"
 #include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
+#include "host/terminal/few_lines.h"
 
 namespace qorhost {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::size_t kRowsInMessage = 5;
 
 bool IsCsv(const fs::path& file) {
   std::string ending = file.extension().string();
@@ -54,7 +52,7 @@ class ReportFile {
     Advised([&] {
       WriteWholeFile(*place_, writing_, [&](std::ostream& out) {
         if (IsCsv(*place_)) {
-          PrintCsv(out, SettledCells(plan));
+          PrintCsv(out, OddTable(plan));
         } else {
           PrintMovingReport(out, plan, name);
         }
@@ -77,16 +75,6 @@ class ReportFile {
   Writing writing_;
 };
 
-/// The file that the other application puts beside a database as long as it works with it.
-std::optional<fs::path> LockBeside(const fs::path& file) {
-  for (const char* ending : {".ldb", ".laccdb"}) {
-    const fs::path beside = fs::path(file).replace_extension(ending);
-    std::error_code ignored;
-    if (fs::exists(beside, ignored)) return beside;
-  }
-  return std::nullopt;
-}
-
 void TellWhoHasItOpen(const fs::path& file, Console& console) {
   if (const std::optional<fs::path> lock = LockBeside(file)) {
     console.err << fmt::format(
@@ -107,19 +95,19 @@ MovingOrder OrderOf(const GlobalOptions& global, const MovingOptions& options,
 }
 
 [[noreturn]] void RefuseBadRows(const MovingPlan& plan, const MovingOptions& options,
-                                const ReportFile& report) {
-  std::string reasons;
-  std::size_t shown = 0;
-  for (const SettledCell& cell : plan.settled()) {
-    if (cell.settlement != Settlement::kRefused || shown == kRowsInMessage) continue;
-    ++shown;
-    reasons += fmt::format("; {}, row {}: {} {}: {}", cell.table, cell.row, cell.column, cell.value,
-                           cell.reason);
+                                const ReportFile& report, Console& console) {
+  FewLines lines(console, "refusals");
+  for (const SettledCell& cell : plan.settled().named()) {
+    if (cell.settlement == Settlement::kRefused) {
+      lines.Tell(Displayable(fmt::format("{}, row {}: {} {}: {}", cell.table, cell.row, cell.column,
+                                         cell.value, cell.reason)));
+    }
   }
+  lines.TellRest();
   throw RefusedError(fmt::format(
-      "{} of '{}' cannot be brought in, so nothing was{}. {}; mend them there, or bring the others "
+      "{} of '{}' cannot be brought in, so nothing was. {}; mend them there, or bring the others "
       "in with --skip-bad-rows",
-      Counted(plan.refusedRows(), "row", "rows"), *options.from, reasons, report.Advice()));
+      Counted(plan.refusedRows(), "row", "rows"), *options.from, report.Advice()));
 }
 
 std::size_t RowsOf(const MovingPlan& plan, std::string_view table) {
@@ -151,11 +139,49 @@ void TellOddities(const MovingPlan& plan, const ReportFile& report, Console& con
                                    Counted(adjusted, "cell", "cells"), kept, report.Advice());
 }
 
+/// "The file has no table DOORS: the units have no doors."
+void TellMissing(const MovingPlan& plan, Console& console) {
+  std::vector<std::string> columns;
+  for (const MissingThing& thing : plan.missing()) {
+    if (thing.column.empty()) {
+      console.Remarks() << fmt::format("The file has no table {}: {}.\n", thing.table, thing.means);
+    } else {
+      columns.push_back(fmt::format("{}.{} ({})", thing.table, thing.column, thing.means));
+    }
+  }
+  if (!columns.empty()) {
+    console.Remarks() << fmt::format("The file does not have these columns: {}.\n",
+                                     SomeNames(columns));
+  }
+}
+
+void TellLeft(const MovingPlan& plan, Console& console) {
+  std::vector<std::string> tables;
+  std::vector<std::string> columns;
+  for (const LeftThing& thing : plan.left()) {
+    if (thing.column.empty()) {
+      tables.push_back(fmt::format("{} ({})", thing.table, Counted(thing.rows, "row", "rows")));
+    } else {
+      columns.push_back(fmt::format("{}.{}", thing.table, thing.column));
+    }
+  }
+  if (!tables.empty()) {
+    console.Remarks() << fmt::format("Left, for a store has no such tables: {}.\n",
+                                     SomeNames(tables));
+  }
+  if (!columns.empty()) {
+    console.Remarks() << fmt::format("Left, for a store has no such columns: {}.\n",
+                                     SomeNames(columns));
+  }
+}
+
 void TellNewStore(const GlobalOptions& global, const MovingPlan& plan, const MovingOptions& options,
                   const ReportFile& report, Console& console) {
   console.Remarks() << fmt::format("Created {} from {}: {}.\n", Displayable(global.file.string()),
                                    Displayable(*options.from), ContentsOf(plan));
   TellOddities(plan, report, console);
+  TellMissing(plan, console);
+  TellLeft(plan, console);
   const std::size_t findings = FindingsInNewStore(global, console);
   console.Remarks() << (findings == 0
                             ? "'qorhost check' finds nothing wrong.\n"
@@ -172,7 +198,9 @@ void PrintAsJson(const GlobalOptions& global, const MovingPlan& plan, const Movi
   report.facts.Add("demo", false)
       .Add("from", *options.from)
       .Add("tables", MovedTables(plan))
-      .Add("settled", SettledCells(plan));
+      .Add("settled", SettledTable(plan))
+      .Add("missing", MissingTable(plan))
+      .Add("left", LeftTable(plan));
   PrintChange(console.out, report);
 }
 
@@ -223,7 +251,7 @@ ExitStatus RunMoving(const GlobalOptions& global, const MovingOptions& options,
   }
   if (isRefused) {
     report.Write(plan, *options.from);
-    RefuseBadRows(plan, options, report);
+    RefuseBadRows(plan, options, report, console);
   }
   PutBuilding(global, plan, options, place, console);
   report.Write(plan, *options.from);

@@ -37,7 +37,7 @@ void PrintChangeAsJson(const ChangedRows& change, bool trial, CommandSession& se
 void PrintResult(const StatementResult& result, bool asJson, CommandSession& session,
                  Console& console) {
   if (const auto* table = std::get_if<Table>(&result)) {
-    PrintRows(console.out, *table, asJson);
+    PrintRows(console, *table, asJson);
     return;
   }
   const auto& change = std::get<ChangedRows>(result);

@@ -107,7 +107,7 @@ void PrintChanged(const ChangedTenants& changed, const UnitName& unit, std::stri
   // Of many the dry run tells all; the history keeps what was done.
   constexpr std::size_t kMostTold = 40;
   if (!table.rows.empty() && (!changed.written || table.rows.size() <= kMostTold)) {
-    PrintTable(told, table);
+    PrintTable(told, table, 0, WidestText(console));
   }
   told << fmt::format("{} {} {}", Verb(verb, changed.written),
                       Counted(changed.tenants, "tenant", "tenants"), InUnit(unit));

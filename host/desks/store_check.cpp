@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <optional>
@@ -58,6 +59,7 @@ class UnitCheck {
     LookAtSteps();
     LookAtBackups();
     LookAtCapacity();
+    LookAtSettings();
     return std::move(findings_);
   }
 
@@ -317,13 +319,34 @@ class UnitCheck {
   void LookAtCapacity() {
     const std::optional<std::int32_t> capacity = CapacityOf(session_, unitKey_);
     if (!capacity) {
-      Add("its capacity is not known", "give it a type that has one");
+      Add("its capacity is not known",
+          fmt::format("give it a type that has one: 'units edit {} --type TYPE'", unitKey_));
       return;
     }
     const std::int64_t used = ReadUnitStatus(session_.sql(), unitKey_).CodesInUse();
     if (used > *capacity) {
       Add(fmt::format("{} codes are in use, and the unit takes {}", used, *capacity),
           "delete what is not needed: nothing can be added before");
+    }
+  }
+
+  void LookAtSettings() {
+    const QueryResult settings = Select(
+        "RECORDDEACTIVATION, MaxDigitsDirectoryCode, MaxDigitsEntryCode, DEACTIVATIONDAYS, "
+        "CARDDEFAULTFACILITYCODE, RFDEFAULTFACILITYCODE",
+        "UnitSettings");
+    for (const ResultRow row : settings.rows()) {
+      const auto number = [&](std::string_view column) -> std::optional<std::int32_t> {
+        const auto found = std::find(settings.columns.begin(), settings.columns.end(), column);
+        const Value& cell = row[static_cast<std::int32_t>(found - settings.columns.begin())];
+        const auto* given = cell.As<std::int32_t>();
+        return given == nullptr ? std::nullopt : std::optional(*given);
+      };
+      for (const SettingBound* bound : BrokenBounds(number)) {
+        Add(fmt::format("the setting '{}' is {}, and {} to {} can be", bound->name,
+                        *number(bound->column), bound->lowest, bound->highest),
+            fmt::format("give it another one: 'units edit {} {}'", unitKey_, bound->option));
+      }
     }
   }
 

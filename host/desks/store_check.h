@@ -21,7 +21,8 @@ struct Finding {
 /// What is wrong with the rows of a unit: numbers and codes that are there twice, links (to
 /// credentials, codes, groups, doors, schedules) that point nowhere or to another unit's rows,
 /// which those of steps and backup rows must not either, credentials with two holders, more codes
-/// than the unit takes, periods that end before they begin. Takes time linear in the rows.
+/// than the unit takes, periods that end before they begin, settings out of their bounds. Takes
+/// time linear in the rows.
 [[nodiscard]] std::vector<Finding> FindingsIn(DeskSession& session, std::int32_t unitKey);
 
 /// Everything: the file itself, the rows of these units, and the history. A row for each finding,

@@ -2,18 +2,53 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <string>
 
 #include "frame/capacity.h"
 #include "frame/convert.h"
 #include "frame/runtime_error.h"
+#include "host/desks/credential_types.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/unit_default_end.h"
+#include "host/desks/unit_fields.h"
 
 namespace qorhost {
 
+namespace {
+
+constexpr std::string_view kDaysColumn = "DEACTIVATIONDAYS";
+constexpr std::array kBounds{
+    SettingBound{"MaxDigitsDirectoryCode", unit_input::kCodeDigits, 1, unit_bound::kDigits,
+                 "--code-digits N"},
+    SettingBound{"MaxDigitsEntryCode", unit_input::kEntryDigits, 1, unit_bound::kDigits,
+                 "--entry-digits N"},
+    SettingBound{kDaysColumn, "days to the default end", 1, unit_bound::kDays,
+                 "--default-end DAYSd"},
+    SettingBound{"CARDDEFAULTFACILITYCODE", unit_input::kCardFacility, 0,
+                 credential_bound::kFacility, "--card-facility F"},
+    SettingBound{"RFDEFAULTFACILITYCODE", unit_input::kTransmitterFacility, 0,
+                 credential_bound::kFacility, "--transmitter-facility F"},
+};
+
+}  // namespace
+
+std::vector<const SettingBound*> BrokenBounds(
+    const std::function<std::optional<std::int32_t>(std::string_view column)>& number) {
+  std::vector<const SettingBound*> broken;
+  for (const SettingBound& bound : kBounds) {
+    const std::optional<std::int32_t> given = number(bound.column);
+    const bool counts = bound.column != kDaysColumn || number("RECORDDEACTIVATION") == kAfterDays;
+    if (given && counts && (*given < bound.lowest || *given > bound.highest)) {
+      broken.push_back(&bound);
+    }
+  }
+  return broken;
+}
+
 std::string NoSettingsText(std::int32_t unitKey, const std::string& name) {
-  return fmt::format("unit {}{} has no settings: the store's table UnitSettings needs a row for it",
-                     unitKey, name.empty() ? "" : ", " + name + ",");
+  return fmt::format("unit {}{} has no settings: 'units edit {} --type TYPE' gives it some",
+                     unitKey, name.empty() ? "" : ", " + name + ",", unitKey);
 }
 
 void RequireSettings(DeskSession& session, std::int32_t unitKey) {

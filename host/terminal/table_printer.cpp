@@ -25,7 +25,7 @@ std::string CellText(const Value& value, std::string_view nullText) {
 
 class Layout {
  public:
-  Layout(const Table& table, std::size_t width)
+  Layout(const Table& table, std::size_t width, std::size_t widestText)
       : table_(table),
         widths_(table.columns.size(), 0),
         shown_(widths_.size()),
@@ -33,6 +33,11 @@ class Layout {
     for (const auto& row : table.rows) {
       for (std::size_t at = 0; at < widths_.size(); ++at) {
         widths_[at] = std::max(widths_[at], DisplayWidth(CellText(row[at], table.nullText)));
+      }
+    }
+    for (std::size_t at = 0; at < numeric_.size(); ++at) {
+      if (widestText > 0 && !numeric_[at]) {
+        widths_[at] = std::min(widths_[at], widestText);
       }
     }
     // What a column cannot be narrower than.
@@ -129,12 +134,12 @@ class Layout {
 
 }  // namespace
 
-void PrintTable(std::ostream& out, const Table& table, std::size_t width) {
+void PrintTable(std::ostream& out, const Table& table, std::size_t width, std::size_t widestText) {
   if (table.rows.empty()) {
     out << "no rows\n";
     return;
   }
-  const Layout layout(table, width);
+  const Layout layout(table, width, widestText);
   layout.PrintTitles(out);
   for (const auto& row : table.rows) {
     layout.PrintRow(out, row);
@@ -142,11 +147,11 @@ void PrintTable(std::ostream& out, const Table& table, std::size_t width) {
   out << Counted(table.rows.size(), "row", "rows") << layout.LeftOut() << '\n';
 }
 
-void PrintRows(std::ostream& out, const Table& table, bool asJson) {
+void PrintRows(Console& console, const Table& table, bool asJson) {
   if (asJson) {
-    PrintJson(out, table);
+    PrintJson(console.out, table);
   } else {
-    PrintTable(out, table);
+    PrintTable(console.out, table, 0, WidestText(console));
   }
 }
 

@@ -10,6 +10,8 @@
 #include "host/desks/credential_types.h"
 #include "host/desks/listed_rows.h"
 #include "host/desks/moving_in/row_rules.h"
+#include "host/desks/unit_fields.h"
+#include "host/desks/words.h"
 
 namespace qorhost {
 
@@ -30,7 +32,8 @@ struct CredentialPlaces {
         facility(work.At("FacilityCode")),
         idCode(work.At("IDCode")),
         sequence(work.At("SequenceNumber")),
-        button(work.At("ButtonNumber")) {}
+        button(work.At("ButtonNumber")),
+        door(work.At("DOORCODE")) {}
 
   std::size_t rid;
   std::size_t unit;
@@ -40,6 +43,7 @@ struct CredentialPlaces {
   std::size_t idCode;
   std::size_t sequence;
   std::size_t button;
+  std::size_t door;
 };
 
 /// A cell that is Null is what a unit leaves out.
@@ -51,8 +55,9 @@ bool IsBetween(const Value& cell, std::int32_t lowest, std::int32_t highest) {
 /// One credential's row, against the bounds of its type.
 class CredentialRow {
  public:
-  CredentialRow(RuleWork& work, const CredentialPlaces& at, StagedRow& row)
-      : work_(work), at_(at), row_(row), type_(LongIn(row.cells[at.type])) {}
+  CredentialRow(RuleWork& work, const CredentialPlaces& at, const AcceptedRows& accepted,
+                StagedRow& row)
+      : work_(work), at_(at), accepted_(accepted), row_(row), type_(LongIn(row.cells[at.type])) {}
 
   /// Whether it may be stored.
   bool Settle() {
@@ -67,6 +72,20 @@ class CredentialRow {
       SettleButton();
     }
     return !row_.isRefused;
+  }
+
+  /// Of a row that is stored. The screen has no doors for transmitters.
+  void SettleDoor() {
+    const std::optional<std::int32_t> door = LongIn(row_.cells[at_.door]);
+    const std::size_t doors = accepted_.units.at(*LongIn(row_.cells[at_.unit])).doors;
+    if (type_ == qorcred::kTransmitter || !door || *door == 0) return;
+    if (*door < 0 || static_cast<std::size_t>(*door) > doors) {
+      work_.Keep(
+          row_, at_.door, "missing-door",
+          fmt::format("the unit has {}: the card cannot be edited before it has one of them, "
+                      "or 0 for none",
+                      Counted(doors, "door", "doors")));
+    }
   }
 
  private:
@@ -107,6 +126,7 @@ class CredentialRow {
 
   RuleWork& work_;
   const CredentialPlaces& at_;
+  const AcceptedRows& accepted_;
   StagedRow& row_;
   std::optional<std::int32_t> type_;
 };
@@ -161,7 +181,8 @@ struct CodePlaces {
   std::size_t state;
 };
 
-constexpr std::int32_t kMostDigits = 15;
+constexpr std::int32_t kMostDigits = unit_bound::kDigits;
+constexpr double kNoCode = -1;
 
 bool IsWholeCode(double code) {
   return code == std::trunc(code) && std::abs(code) < std::pow(10.0, kMostDigits);
@@ -184,7 +205,13 @@ class CodeRow {
   void Settle() {
     SettleDigits();
     // A code below 0 is in no list and has none of this.
-    if (*NumberIn(Cell(at_.code)) < 0) return;
+    if (const double code = *NumberIn(Cell(at_.code)); code < 0) {
+      if (code != kNoCode) {
+        work_.Keep(row_, at_.code, "number-range",
+                   "below 0 there is -1 alone, for no code: it is in no list and no report");
+      }
+      return;
+    }
     if (IsNothing(Cell(at_.phone))) {
       work_.Keep(row_, at_.phone, "missing-phone", "there is no phone number to be called");
     }
@@ -255,12 +282,14 @@ void SettleCredentials(RuleWork& work, AcceptedRows& accepted) {
   const CredentialPlaces at(work);
   std::set<decltype(KeyOf(std::declval<const StagedRow&>(), at))> seen;
   work.Each([&](StagedRow& row) {
-    if (!CredentialRow(work, at, row).Settle()) return;
+    CredentialRow credential(work, at, accepted, row);
+    if (!credential.Settle()) return;
     if (!seen.insert(KeyOf(row, at)).second) {
       work.Refuse(row, at.number, "duplicate-credential",
                   "a row before it is the same credential of the unit");
       return;
     }
+    credential.SettleDoor();
     const std::int32_t unit = *LongIn(row.cells[at.unit]);
     accepted.unitOfCredential.emplace(*LongIn(row.cells[at.rid]), unit);
     ++accepted.units.at(unit).codesInUse;

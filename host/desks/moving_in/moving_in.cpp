@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "frame/convert.h"
@@ -97,6 +98,24 @@ class Storing {
 };
 
 }  // namespace
+
+std::optional<std::filesystem::path> LockBeside(const std::filesystem::path& file) {
+  for (const char* ending : {".ldb", ".laccdb"}) {
+    const std::filesystem::path beside = std::filesystem::path(file).replace_extension(ending);
+    std::error_code ignored;
+    if (std::filesystem::exists(beside, ignored)) return beside;
+  }
+  return std::nullopt;
+}
+
+void RequireNoDesktopFile(const std::filesystem::path& file) {
+  if (IsDesktopFile(file)) {
+    throw RefusedError(fmt::format(
+        "'{0}' is a desktop database and no store: 'qorhost --db STORE init --from {0}' makes one "
+        "of it",
+        file.string()));
+  }
+}
 
 MovingPlan PlanMoving(const MovingOrder& order) {
   DesktopReading reading = order.reading;

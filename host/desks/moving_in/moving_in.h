@@ -20,6 +20,13 @@ struct MovingOrder {
   DesktopReading reading;            ///< but the tables, which are those of a store
 };
 
+/// The file that the other application puts beside a database as long as it works with it; nothing
+/// where none is there. What it has not written yet is not in the database.
+[[nodiscard]] std::optional<std::filesystem::path> LockBeside(const std::filesystem::path& file);
+
+/// Raises RefusedError for such a file where a store was meant, and says how it becomes one.
+void RequireNoDesktopFile(const std::filesystem::path& file);
+
 /// Reads the file and settles every row. Raises FileError where it cannot be read whole, and
 /// RefusedError where it holds no building.
 [[nodiscard]] MovingPlan PlanMoving(const MovingOrder& order);

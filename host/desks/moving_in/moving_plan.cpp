@@ -7,31 +7,60 @@
 
 #include "host/desks/desk_error.h"
 #include "host/desks/moving_in/row_rules.h"
-#include "host/desks/words.h"
 
 namespace qorhost {
 
 namespace {
 
-/// A column that some table of units has, under whatever letter case.
-bool HasUnit(const StagedTable& table) {
-  return dialect::FindColumn(LayoutOf(table.known()), "UnitKey") != nullptr;
+std::string KeysOf(const StagedTable& units) {
+  std::set<std::int32_t> keys;
+  for (const StagedRow& row : units.rows()) {
+    if (const auto key = LongIn(row.cells[units.At("UnitKey")])) keys.insert(*key);
+  }
+  return keys.empty() ? "none" : fmt::format("{}", fmt::join(keys, ", "));
 }
 
-std::string KeysOf(const std::set<std::int32_t>& units) {
-  return fmt::format("{}", fmt::join(units, ", "));
+std::string_view MeaningOfMissing(const StagedTable& table, std::string_view column) {
+  const bool isTenants = table.known().name == "Tenants";
+  if (column == "RID") {
+    return isTenants ? "TenantID is taken for it" : "the rows get numbers of their own";
+  }
+  if (isTenants && column == "TenantID") {
+    return "a tenant's is its RID";
+  }
+  return dialect::FindColumn(LayoutOf(table.known()), column)->type == dialect::ColumnType::kBoolean
+             ? "it is No in every row"
+             : "it is empty in every row";
+}
+
+/// The file's own table of those that a store knows, or null. Raises RefusedError for a link.
+const DesktopTable* OwnTable(const DesktopFile& file, const KnownTable& known,
+                             std::string_view name) {
+  const DesktopTable* own = nullptr;
+  const DesktopTable* linked = nullptr;
+  for (const DesktopTable& table : file.tables) {
+    if (FindKnownTable(table.name) == &known) (table.isLinked ? linked : own) = &table;
+  }
+  if (own == nullptr && linked != nullptr) {
+    throw RefusedError(fmt::format(
+        "'{}' has only a link to the table '{}', whose rows stand in another file: name that "
+        "file",
+        name, linked->name));
+  }
+  return own;
 }
 
 }  // namespace
 
 MovingPlan::MovingPlan(const DesktopFile& file, std::string_view name,
-                       std::optional<std::int32_t> unit) {
-  Stage(file, name);
+                       std::optional<std::int32_t> unit)
+    : codePage_(file.codePage) {
+  LeaveUnknown(file, name);
+  Stage(file, name, unit);
   for (const StagedTable& table : tables_) {
-    if (table.isInFile()) RequireMeaning(table, name);
-  }
-  if (unit) {
-    LeaveOtherUnits(*unit, name);
+    if (!table.isInFile()) continue;
+    RequireMeaning(table, name);
+    NameColumns(table);
   }
   Settle();
   Count();
@@ -42,44 +71,48 @@ StagedTable& MovingPlan::Of(std::string_view table) {
                        [&](const StagedTable& staged) { return staged.known().name == table; });
 }
 
-void MovingPlan::Stage(const DesktopFile& file, std::string_view name) {
-  std::size_t found = 0;
+void MovingPlan::LeaveUnknown(const DesktopFile& file, std::string_view name) {
   for (const DesktopTable& table : file.tables) {
-    if (FindKnownTable(table.name) == nullptr) {
-      left_.unknownTables.push_back(
-          fmt::format("{}, {}", table.name, Counted(table.count, "row", "rows")));
-    } else if (!table.isLinked) {
-      ++found;
-    }
+    if (FindKnownTable(table.name) == nullptr) left_.push_back({table.name, "", table.count});
   }
-  if (found == 0 && left_.unknownTables.size() == file.tables.size()) {
+  if (left_.size() == file.tables.size()) {
     throw RefusedError(fmt::format(
         "'{}' is a database of another application: it has none of the tables of units, "
         "credentials and tenants. Name another file",
         name));
   }
+}
+
+void MovingPlan::Stage(const DesktopFile& file, std::string_view name,
+                       std::optional<std::int32_t> unit) {
   for (const KnownTable& known : KnownTables()) {
-    const DesktopTable* own = nullptr;
-    const DesktopTable* linked = nullptr;
-    for (const DesktopTable& table : file.tables) {
-      if (FindKnownTable(table.name) == &known) (table.isLinked ? linked : own) = &table;
-    }
-    if (own == nullptr && linked != nullptr) {
-      throw RefusedError(fmt::format(
-          "'{}' has only a link to the table '{}', whose rows stand in another file: name that "
-          "file",
-          name, linked->name));
-    }
+    const DesktopTable* own = OwnTable(file, known, name);
     if (own == nullptr) {
       tables_.emplace_back(known);
-      left_.missingTables.push_back(fmt::format("{}: {}", known.name, known.without));
+      missing_.push_back({known.name, "", known.without});
     } else {
-      tables_.emplace_back(known, *own, settled_);
+      tables_.emplace_back(known, *own, unit, settled_);
     }
   }
-  if (!Of("Units").isInFile()) {
+  const StagedTable& units = Of("Units");
+  if (!units.isInFile()) {
     throw RefusedError(fmt::format("'{}' has no table 'Units': {}. Name another file", name,
-                                   Of("Units").known().without));
+                                   units.known().without));
+  }
+  if (unit && units.rows().empty()) {
+    SettledCells untold;
+    const StagedTable all(units.known(), *OwnTable(file, units.known(), name), std::nullopt,
+                          untold);
+    throw RefusedError(fmt::format("'{}' has no unit {}: it has {}", name, *unit, KeysOf(all)));
+  }
+}
+
+void MovingPlan::NameColumns(const StagedTable& table) {
+  for (const std::string& column : table.unknown()) {
+    left_.push_back({std::string(table.known().name), column, 0});
+  }
+  for (const std::string_view column : table.missing()) {
+    missing_.push_back({table.known().name, column, MeaningOfMissing(table, column)});
   }
 }
 
@@ -97,33 +130,6 @@ void MovingPlan::RequireMeaning(const StagedTable& table, std::string_view name)
   if (table.known().identity == Identity::kReferred && !table.IsGiven(table.At("RID")) &&
       !(isTenants && table.IsGiven(table.At("TenantID")))) {
     require("RID");
-  }
-}
-
-void MovingPlan::LeaveOtherUnits(std::int32_t unit, std::string_view name) {
-  const StagedTable& units = Of("Units");
-  std::set<std::int32_t> keys;
-  for (const StagedRow& row : units.rows()) {
-    if (const auto key = LongIn(row.cells[units.At("UnitKey")])) keys.insert(*key);
-  }
-  if (!keys.contains(unit)) {
-    throw RefusedError(fmt::format("'{}' has no unit {}: it has {}", name, unit,
-                                   keys.empty() ? "none" : KeysOf(keys)));
-  }
-  for (StagedTable& table : tables_) {
-    MovedTable& numbers = numbers_.emplace_back();
-    if (!HasUnit(table)) continue;
-    const std::size_t key = table.At("UnitKey");
-    std::set<std::size_t> left;
-    std::erase_if(table.rows(), [&](const StagedRow& row) {
-      const bool isOther = LongIn(row.cells[key]) != unit;
-      if (isOther) left.insert(row.number);
-      return isOther;
-    });
-    numbers.ofOtherUnits = left.size();
-    std::erase_if(settled_, [&](const SettledCell& cell) {
-      return cell.table == table.known().name && left.contains(cell.row);
-    });
   }
 }
 
@@ -167,40 +173,20 @@ void MovingPlan::Settle() {
 }
 
 void MovingPlan::Count() {
-  numbers_.resize(tables_.size());
-  for (std::size_t at = 0; at < tables_.size(); ++at) {
-    const StagedTable& table = tables_[at];
-    MovedTable& numbers = numbers_[at];
+  std::vector<std::string_view> names;
+  for (const StagedTable& table : tables_) {
+    MovedTable& numbers = numbers_.emplace_back();
     numbers.name = table.known().name;
     numbers.isInFile = table.isInFile();
     numbers.refused =
         static_cast<std::size_t>(std::count_if(table.rows().begin(), table.rows().end(),
                                                [](const StagedRow& row) { return row.isRefused; }));
     numbers.broughtIn = table.rows().size() - numbers.refused;
+    numbers.ofOtherUnits = table.ofOtherUnits();
     numbers.inFile = table.rows().size() + numbers.ofOtherUnits;
-    for (const std::string& column : table.unknown()) {
-      left_.unknownColumns.push_back(fmt::format("{}.{}", numbers.name, column));
-    }
-    for (const std::string_view column : table.missing()) {
-      left_.missingColumns.push_back(fmt::format("{}.{}", numbers.name, column));
-    }
+    names.push_back(numbers.name);
   }
-  const auto placeOf = [this](const SettledCell& cell) {
-    return std::find_if(numbers_.begin(), numbers_.end(),
-                        [&](const MovedTable& table) { return table.name == cell.table; });
-  };
-  std::stable_sort(settled_.begin(), settled_.end(),
-                   [&](const SettledCell& one, const SettledCell& other) {
-                     const auto left = placeOf(one);
-                     const auto right = placeOf(other);
-                     return left != right ? left < right : one.row < other.row;
-                   });
-}
-
-std::size_t MovingPlan::CountOf(Settlement settlement) const {
-  return static_cast<std::size_t>(
-      std::count_if(settled_.begin(), settled_.end(),
-                    [&](const SettledCell& cell) { return cell.settlement == settlement; }));
+  settled_.Sort(names);
 }
 
 std::size_t MovingPlan::refusedRows() const {

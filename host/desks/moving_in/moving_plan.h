@@ -24,12 +24,18 @@ struct MovedTable {
   std::size_t ofOtherUnits = 0;
 };
 
-/// What a file has and the store has not, and the other way round.
-struct LeftThings {
-  std::vector<std::string> unknownTables;   ///< "AccessEvents, 25 rows"
-  std::vector<std::string> unknownColumns;  ///< "Units.InstalledOn"
-  std::vector<std::string> missingTables;   ///< with what that means
-  std::vector<std::string> missingColumns;  ///< "DOORS.RID"
+/// What a file has and a store has not, as the file calls it.
+struct LeftThing {
+  std::string table;
+  std::string column;    ///< "" of a whole table
+  std::size_t rows = 0;  ///< of a whole table
+};
+
+/// What a store has and the file has not.
+struct MissingThing {
+  std::string_view table;
+  std::string_view column;  ///< "" of a whole table
+  std::string_view means;   ///< a sentence without its end
 };
 
 class MovingPlan {
@@ -42,25 +48,34 @@ class MovingPlan {
   /// In the order in which they are stored, those among them that the file does not have.
   [[nodiscard]] const std::vector<StagedTable>& tables() const { return tables_; }
   /// In the order of the tables and rows.
-  [[nodiscard]] const std::vector<SettledCell>& settled() const { return settled_; }
+  [[nodiscard]] const SettledCells& settled() const { return settled_; }
   [[nodiscard]] const std::vector<MovedTable>& numbers() const { return numbers_; }
-  [[nodiscard]] const LeftThings& left() const { return left_; }
-  [[nodiscard]] std::size_t CountOf(Settlement settlement) const;
+  /// Tables first.
+  [[nodiscard]] const std::vector<LeftThing>& left() const { return left_; }
+  [[nodiscard]] const std::vector<MissingThing>& missing() const { return missing_; }
+  /// In which the texts of the file stand, where that can be another one.
+  [[nodiscard]] const std::optional<unsigned>& codePage() const { return codePage_; }
+  [[nodiscard]] std::size_t CountOf(Settlement settlement) const {
+    return settled_.CountOf(settlement);
+  }
   [[nodiscard]] std::size_t refusedRows() const;
   [[nodiscard]] std::size_t broughtInRows() const;
 
  private:
-  void Stage(const DesktopFile& file, std::string_view name);
+  void Stage(const DesktopFile& file, std::string_view name, std::optional<std::int32_t> unit);
+  void LeaveUnknown(const DesktopFile& file, std::string_view name);
   void RequireMeaning(const StagedTable& table, std::string_view name) const;
-  void LeaveOtherUnits(std::int32_t unit, std::string_view name);
+  void NameColumns(const StagedTable& table);
   void Settle();
   void Count();
   [[nodiscard]] StagedTable& Of(std::string_view table);
 
   std::vector<StagedTable> tables_;
-  std::vector<SettledCell> settled_;
+  SettledCells settled_;
   std::vector<MovedTable> numbers_;
-  LeftThings left_;
+  std::vector<LeftThing> left_;
+  std::vector<MissingThing> missing_;
+  std::optional<unsigned> codePage_;
 };
 
 }  // namespace qorhost

@@ -11,6 +11,9 @@ namespace qorhost {
 
 namespace {
 
+using qorcred::Null;
+using qorcred::Value;
+
 struct Section {
   Settlement settlement;
   std::string_view title;
@@ -29,11 +32,18 @@ std::string LineOf(const SettledCell& cell) {
   return line + fmt::format(": {} [{}]", cell.reason, cell.kind);
 }
 
+std::string MoreText(std::size_t count) {
+  return fmt::format("{} more, which are not listed", count);
+}
+
 void PrintSection(std::ostream& out, const MovingPlan& plan, const Section& section) {
   if (plan.CountOf(section.settlement) == 0) return;
   out << '\n' << section.title << '\n';
-  for (const SettledCell& cell : plan.settled()) {
+  for (const SettledCell& cell : plan.settled().named()) {
     if (cell.settlement == section.settlement) out << "  " << LineOf(cell) << '\n';
+  }
+  if (const std::size_t more = plan.settled().UnnamedOf(section.settlement); more > 0) {
+    out << "  " << MoreText(more) << '\n';
   }
 }
 
@@ -41,6 +51,45 @@ void PrintNames(std::ostream& out, std::string_view title, const std::vector<std
   if (names.empty()) return;
   out << '\n' << title << '\n';
   for (const std::string& name : names) out << "  " << VisibleText(name) << '\n';
+}
+
+void PrintMissing(std::ostream& out, const MovingPlan& plan) {
+  std::vector<std::string> tables;
+  std::vector<std::string> columns;
+  for (const MissingThing& thing : plan.missing()) {
+    if (thing.column.empty()) {
+      tables.push_back(fmt::format("{}: {}", thing.table, thing.means));
+    } else {
+      columns.push_back(fmt::format("{}.{}: {}", thing.table, thing.column, thing.means));
+    }
+  }
+  PrintNames(out, "The file does not have these tables", tables);
+  PrintNames(out, "The file does not have these columns", columns);
+}
+
+void PrintLeft(std::ostream& out, const MovingPlan& plan) {
+  std::vector<std::string> tables;
+  std::vector<std::string> columns;
+  for (const LeftThing& thing : plan.left()) {
+    if (thing.column.empty()) {
+      tables.push_back(fmt::format("{}, {}", thing.table, Counted(thing.rows, "row", "rows")));
+    } else {
+      columns.push_back(fmt::format("{}.{}", thing.table, thing.column));
+    }
+  }
+  PrintNames(out, "Left: tables that a store does not have", tables);
+  PrintNames(out, "Left: columns that a store does not have", columns);
+}
+
+Value OrNull(std::string_view text) {
+  return text.empty() ? Value(Null{}) : Value(std::string(text));
+}
+
+/// One that is of no single cell.
+void AddRow(Table& table, std::string_view settlement, std::string_view name,
+            std::string_view column, std::string_view kind, std::string reason) {
+  table.rows.push_back({std::string(settlement), std::string(name), Null{}, "", std::string(column),
+                        "", "", std::string(kind), std::move(reason)});
 }
 
 void PrintNumbers(std::ostream& out, const MovingPlan& plan) {
@@ -58,27 +107,62 @@ void PrintNumbers(std::ostream& out, const MovingPlan& plan) {
 
 }  // namespace
 
-std::string_view WordFor(Settlement settlement) {
-  switch (settlement) {
-    case Settlement::kRefused:
-      return "refused";
-    case Settlement::kAdjusted:
-      return "adjusted";
-    case Settlement::kKept:
-      return "kept";
-  }
-  return "";
-}
-
-Table SettledCells(const MovingPlan& plan) {
+Table SettledTable(const MovingPlan& plan) {
   Table table;
   table.columns = {{"Settlement", "settlement"}, {"Table", "table"},   {"Row", "row"},
                    {"Identity", "identity"},     {"Column", "column"}, {"Value", "value"},
                    {"Instead", "instead"},       {"Kind", "kind"},     {"Reason", "reason"}};
-  for (const SettledCell& cell : plan.settled()) {
+  for (const SettledCell& cell : plan.settled().named()) {
     table.rows.push_back({std::string(WordFor(cell.settlement)), cell.table, CountCell(cell.row),
                           cell.identity, cell.column, cell.value, cell.instead, cell.kind,
                           cell.reason});
+  }
+  for (const Section& section : kSections) {
+    if (const std::size_t more = plan.settled().UnnamedOf(section.settlement); more > 0) {
+      AddRow(table, WordFor(section.settlement), "", "", "more", MoreText(more));
+    }
+  }
+  return table;
+}
+
+Table OddTable(const MovingPlan& plan) {
+  Table table = SettledTable(plan);
+  for (const MissingThing& thing : plan.missing()) {
+    const bool isTable = thing.column.empty();
+    AddRow(table, "missing", thing.table, thing.column,
+           isTable ? "missing-table" : "missing-column",
+           fmt::format("the file does not have {}: {}", isTable ? "this table" : "this column",
+                       thing.means));
+  }
+  for (const LeftThing& thing : plan.left()) {
+    if (thing.column.empty()) {
+      AddRow(table, "left", thing.table, "", "unknown-table",
+             fmt::format("a store does not have this table: {} left",
+                         Counted(thing.rows, "row is", "rows are")));
+    } else {
+      AddRow(table, "left", thing.table, thing.column, "unknown-column",
+             "a store does not have this column");
+    }
+  }
+  return table;
+}
+
+Table MissingTable(const MovingPlan& plan) {
+  Table table;
+  table.columns = {{"Table", "table"}, {"Column", "column"}, {"Means", "means"}};
+  for (const MissingThing& thing : plan.missing()) {
+    table.rows.push_back(
+        {std::string(thing.table), OrNull(thing.column), std::string(thing.means)});
+  }
+  return table;
+}
+
+Table LeftTable(const MovingPlan& plan) {
+  Table table;
+  table.columns = {{"Table", "table"}, {"Column", "column"}, {"Rows", "rows"}};
+  for (const LeftThing& thing : plan.left()) {
+    table.rows.push_back({thing.table, OrNull(thing.column),
+                          thing.column.empty() ? CountCell(thing.rows) : Value(Null{})});
   }
   return table;
 }
@@ -106,11 +190,8 @@ void PrintMovingReport(std::ostream& out, const MovingPlan& plan, std::string_vi
                      plan.CountOf(Settlement::kKept));
   PrintNumbers(out, plan);
   for (const Section& section : kSections) PrintSection(out, plan, section);
-  PrintNames(out, "The file does not have these tables", plan.left().missingTables);
-  PrintNames(out, "The file does not have these columns, which are empty or as in new rows",
-             plan.left().missingColumns);
-  PrintNames(out, "Left: tables that a store does not have", plan.left().unknownTables);
-  PrintNames(out, "Left: columns that a store does not have", plan.left().unknownColumns);
+  PrintMissing(out, plan);
+  PrintLeft(out, plan);
 }
 
 }  // namespace qorhost

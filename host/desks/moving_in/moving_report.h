@@ -9,8 +9,15 @@
 
 namespace qorhost {
 
-/// A row for each cell that was settled.
-[[nodiscard]] Table SettledCells(const MovingPlan& plan);
+/// A row for each cell that was settled; where there are too many to be named, their number stands
+/// behind them.
+[[nodiscard]] Table SettledTable(const MovingPlan& plan);
+/// The same, and behind them a row for each table and column that the file or a store lacks.
+[[nodiscard]] Table OddTable(const MovingPlan& plan);
+/// What a store has and the file has not: table, column (Null of a whole table), what it means.
+[[nodiscard]] Table MissingTable(const MovingPlan& plan);
+/// What the file has and a store has not: table, column or rows.
+[[nodiscard]] Table LeftTable(const MovingPlan& plan);
 /// A row for each table of the store.
 [[nodiscard]] Table MovedTables(const MovingPlan& plan);
 

@@ -12,7 +12,7 @@ void SettleIdentities(RuleWork& work);
 void SettleUnits(RuleWork& work, AcceptedRows& accepted);
 void SettleUnitTypes(RuleWork& work, AcceptedRows& accepted);
 void SettleUnitSettings(RuleWork& work, AcceptedRows& accepted);
-void SettleDoors(RuleWork& work, const AcceptedRows& accepted);
+void SettleDoors(RuleWork& work, AcceptedRows& accepted);
 void SettleSchedules(RuleWork& work, AcceptedRows& accepted);
 void SettleGroups(RuleWork& work, AcceptedRows& accepted);
 void SettleCredentials(RuleWork& work, AcceptedRows& accepted);

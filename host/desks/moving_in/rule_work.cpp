@@ -6,8 +6,8 @@
 
 namespace qorhost {
 
-SettledCell& RuleWork::Tell(Settlement settlement, const StagedRow& row, std::size_t place,
-                            std::string_view kind, std::string reason) {
+SettledCell RuleWork::Settled(Settlement settlement, const StagedRow& row, std::size_t place,
+                              std::string_view kind, std::string reason) const {
   SettledCell told;
   told.settlement = settlement;
   told.table = table_.known().name;
@@ -17,26 +17,26 @@ SettledCell& RuleWork::Tell(Settlement settlement, const StagedRow& row, std::si
   told.kind = kind;
   told.value = ShownStored(row.cells[place]);
   told.reason = std::move(reason);
-  settled_.push_back(std::move(told));
-  return settled_.back();
+  return told;
 }
 
 void RuleWork::Refuse(StagedRow& row, std::size_t place, std::string_view kind,
                       std::string reason) {
-  Tell(Settlement::kRefused, row, place, kind, std::move(reason));
+  settled_.Add(Settled(Settlement::kRefused, row, place, kind, std::move(reason)));
   row.isRefused = true;
 }
 
 void RuleWork::Adjust(StagedRow& row, std::size_t place, qorcred::Value instead,
                       std::string_view kind, std::string reason) {
-  SettledCell& told = Tell(Settlement::kAdjusted, row, place, kind, std::move(reason));
+  SettledCell told = Settled(Settlement::kAdjusted, row, place, kind, std::move(reason));
   row.cells[place] = std::move(instead);
   told.instead = ShownStored(row.cells[place]);
+  settled_.Add(std::move(told));
 }
 
 void RuleWork::Keep(const StagedRow& row, std::size_t place, std::string_view kind,
                     std::string reason) {
-  Tell(Settlement::kKept, row, place, kind, std::move(reason));
+  settled_.Add(Settled(Settlement::kKept, row, place, kind, std::move(reason)));
 }
 
 void RequireUnit(RuleWork& work, const AcceptedRows& accepted) {

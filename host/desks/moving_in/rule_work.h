@@ -34,6 +34,7 @@ struct AcceptedRows {
     std::optional<std::int32_t> codeDigits;
     bool hasSettings = false;
     std::optional<std::int32_t> groupZero;  ///< RID
+    std::size_t doors = 0;
     std::size_t codesInUse = 0;
   };
   std::map<std::int32_t, Unit> units;                                           // by key
@@ -48,8 +49,7 @@ struct AcceptedRows {
 /// Settles rows of one table and notes why. A row that is refused is passed over by Each().
 class RuleWork {
  public:
-  RuleWork(StagedTable& table, std::vector<SettledCell>& settled)
-      : table_(table), settled_(settled) {}
+  RuleWork(StagedTable& table, SettledCells& settled) : table_(table), settled_(settled) {}
 
   [[nodiscard]] StagedTable& table() { return table_; }
   [[nodiscard]] std::size_t At(std::string_view column) const { return table_.At(column); }
@@ -67,11 +67,11 @@ class RuleWork {
   void Keep(const StagedRow& row, std::size_t place, std::string_view kind, std::string reason);
 
  private:
-  SettledCell& Tell(Settlement settlement, const StagedRow& row, std::size_t place,
-                    std::string_view kind, std::string reason);
+  [[nodiscard]] SettledCell Settled(Settlement settlement, const StagedRow& row, std::size_t place,
+                                    std::string_view kind, std::string reason) const;
 
   StagedTable& table_;
-  std::vector<SettledCell>& settled_;
+  SettledCells& settled_;
 };
 
 /// Refuses rows of no unit that is brought in.

@@ -32,11 +32,11 @@ StagedTable::StagedTable(const KnownTable& known)
     : known_(&known), layout_(&LayoutOf(known)), given_(layout_->columns.size(), false) {}
 
 StagedTable::StagedTable(const KnownTable& known, const DesktopTable& table,
-                         std::vector<SettledCell>& settled)
+                         std::optional<std::int32_t> unit, SettledCells& settled)
     : StagedTable(known) {
   isInFile_ = true;
   MatchColumns(table);
-  Convert(table, settled);
+  Convert(table, unit, settled);
 }
 
 std::size_t StagedTable::At(std::string_view column) const {
@@ -56,7 +56,9 @@ void StagedTable::MatchColumns(const DesktopTable& table) {
     } else {
       sources_.emplace_back(found - table.columns.begin());
     }
-    given_[sources_.size() - 1] = sources_.back().has_value();
+    // Yes and No have no Null: a column of them that the file lacks is made.
+    given_[sources_.size() - 1] =
+        sources_.back().has_value() || column.type == dialect::ColumnType::kBoolean;
   }
   for (const DesktopColumn& source : table.columns) {
     if (dialect::FindColumn(*layout_, source.name) == nullptr) {
@@ -65,22 +67,43 @@ void StagedTable::MatchColumns(const DesktopTable& table) {
   }
 }
 
-void StagedTable::Convert(const DesktopTable& table, std::vector<SettledCell>& settled) {
+void StagedTable::Convert(const DesktopTable& table, std::optional<std::int32_t> unit,
+                          SettledCells& settled) {
   rows_.reserve(table.rows.size());
+  const std::vector<Value> empty = EmptyCells();
+  std::size_t number = 0;
   for (const std::vector<DesktopCell>& source : table.rows) {
-    StagedRow row{rows_.size() + 1, std::vector<Value>(layout_->columns.size(), Null{}), false};
-    const std::size_t before = settled.size();
+    StagedRow row{++number, empty, false};
+    std::vector<SettledCell> ofRow;
     for (std::size_t place = 0; place < sources_.size(); ++place) {
       if (sources_[place]) {
-        ConvertCell(source[*sources_[place]], place, row, settled);
+        ConvertCell(source[*sources_[place]], place, row, ofRow);
       }
     }
+    if (unit && !IsOf(*unit, row)) {
+      ++ofOtherUnits_;
+      continue;
+    }
     // What names a row is known when all of its cells are.
-    for (std::size_t at = before; at < settled.size(); ++at) {
-      settled[at].identity = IdentityOf(row);
+    for (SettledCell& cell : ofRow) {
+      cell.identity = IdentityOf(row);
+      settled.Add(std::move(cell));
     }
     rows_.push_back(std::move(row));
   }
+}
+
+std::vector<Value> StagedTable::EmptyCells() const {
+  std::vector<Value> cells;
+  for (const dialect::Column& column : layout_->columns) {
+    cells.push_back(column.type == dialect::ColumnType::kBoolean ? Value(false) : Value(Null{}));
+  }
+  return cells;
+}
+
+bool StagedTable::IsOf(std::int32_t unit, const StagedRow& row) const {
+  return dialect::FindColumn(*layout_, "UnitKey") == nullptr ||
+         LongIn(row.cells[At("UnitKey")]) == unit;
 }
 
 void StagedTable::ConvertCell(const DesktopCell& cell, std::size_t place, StagedRow& row,

@@ -16,8 +16,9 @@
 namespace qorhost {
 
 struct StagedRow {
-  std::size_t number = 0;             ///< in the file's table, from 1
-  std::vector<qorcred::Value> cells;  ///< in the order of the store's columns; Null where none is
+  std::size_t number = 0;  ///< in the file's table, from 1
+  /// In the order of the store's columns; where the file has none Null, and No for Yes or No.
+  std::vector<qorcred::Value> cells;
   bool isRefused = false;
 };
 
@@ -26,14 +27,17 @@ class StagedTable {
  public:
   /// Without any rows: the file does not have it.
   explicit StagedTable(const KnownTable& known);
-  /// Converts every cell, and puts into `settled` what has to be told of it.
-  StagedTable(const KnownTable& known, const DesktopTable& table,
-              std::vector<SettledCell>& settled);
+  /// Converts every cell, and puts into `settled` what has to be told of it. With a unit, rows of
+  /// others are counted alone, where the table has units.
+  StagedTable(const KnownTable& known, const DesktopTable& table, std::optional<std::int32_t> unit,
+              SettledCells& settled);
 
   [[nodiscard]] const KnownTable& known() const { return *known_; }
   [[nodiscard]] bool isInFile() const { return isInFile_; }
   [[nodiscard]] std::vector<StagedRow>& rows() { return rows_; }
   [[nodiscard]] const std::vector<StagedRow>& rows() const { return rows_; }
+
+  [[nodiscard]] std::size_t ofOtherUnits() const { return ofOtherUnits_; }
 
   /// The place of a column among the cells; it must be one of the table's.
   [[nodiscard]] std::size_t At(std::string_view column) const;
@@ -49,9 +53,11 @@ class StagedTable {
 
  private:
   void MatchColumns(const DesktopTable& table);
-  void Convert(const DesktopTable& table, std::vector<SettledCell>& settled);
+  void Convert(const DesktopTable& table, std::optional<std::int32_t> unit, SettledCells& settled);
   void ConvertCell(const DesktopCell& cell, std::size_t place, StagedRow& row,
                    std::vector<SettledCell>& settled) const;
+  [[nodiscard]] std::vector<qorcred::Value> EmptyCells() const;
+  [[nodiscard]] bool IsOf(std::int32_t unit, const StagedRow& row) const;
 
   const KnownTable* known_;
   const dialect::Table* layout_;
@@ -61,6 +67,7 @@ class StagedTable {
   std::vector<std::string_view> missing_;
   std::vector<std::string> unknown_;
   std::vector<StagedRow> rows_;
+  std::size_t ofOtherUnits_ = 0;
 };
 
 /// A cell as a number; nothing for Null.

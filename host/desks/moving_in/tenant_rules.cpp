@@ -176,9 +176,9 @@ void SettleTenants(RuleWork& work, AcceptedRows& accepted) {
   work.Each([&](StagedRow& row) {
     const std::int32_t rid = *LongIn(row.cells[at.rid]);
     const std::int32_t unit = *LongIn(row.cells[at.unit]);
-    const std::int32_t id = LongIn(row.cells[at.id]).value_or(rid);
-    accepted.tenants.try_emplace({unit, id}, rid);
-    if (id != rid) {
+    const std::optional<std::int32_t> id = LongIn(row.cells[at.id]);
+    accepted.tenants.try_emplace({unit, id.value_or(rid)}, rid);
+    if (work.table().IsGiven(at.id) && id != rid) {
       work.Adjust(row, at.id, rid, "other-tenant-id",
                   "a tenant's id is its RID, and what refers to the id follows it");
     }
@@ -203,8 +203,9 @@ void SettleTenantBackups(RuleWork& work, const AcceptedRows& accepted) {
       work.Refuse(row, id, "missing-tenant", "the unit has no such tenant, or its row was refused");
     } else if (!seen.insert(key).second) {
       work.Refuse(row, id, "duplicate-id", "a row before it belongs to the tenant");
-    } else {
-      row.cells[id] = found->second;
+    } else if (found->second != *tenant) {
+      work.Adjust(row, id, found->second, "other-tenant-id",
+                  "it follows its tenant, whose id is the RID now");
     }
   });
 }

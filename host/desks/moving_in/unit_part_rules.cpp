@@ -29,9 +29,9 @@ void SettleNumbers(RuleWork& work, std::string_view column, const Accept& accept
 
 }  // namespace
 
-void SettleDoors(RuleWork& work, const AcceptedRows& accepted) {
+void SettleDoors(RuleWork& work, AcceptedRows& accepted) {
   RequireUnit(work, accepted);
-  SettleNumbers(work, "DOORID", [](const auto&) {});
+  SettleNumbers(work, "DOORID", [&](const auto& key) { ++accepted.units.at(key.first).doors; });
 }
 
 void SettleSchedules(RuleWork& work, AcceptedRows& accepted) {

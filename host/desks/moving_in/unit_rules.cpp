@@ -9,6 +9,7 @@
 #include "frame/text.h"
 #include "host/desks/moving_in/row_rules.h"
 #include "host/desks/unit_fields.h"
+#include "host/desks/unit_settings.h"
 
 namespace qorhost {
 
@@ -76,6 +77,20 @@ std::optional<std::int32_t> SettleCapacity(RuleWork& work, StagedRow& row, std::
   return capacity;
 }
 
+bool AreDigits(std::int32_t digits) {
+  return digits >= 1 && digits <= unit_bound::kDigits;
+}
+
+/// Numbers that no entry may have. They stay: any other would be a guess.
+void SettleBounds(RuleWork& work, const StagedRow& row) {
+  const auto cell = [&](std::string_view column) { return LongIn(row.cells[work.At(column)]); };
+  for (const SettingBound* bound : BrokenBounds(cell)) {
+    work.Keep(row, work.At(bound->column), "value-range",
+              fmt::format("{} to {} can be: 'units edit {} {}' mends it", bound->lowest,
+                          bound->highest, *cell("UnitKey"), bound->option));
+  }
+}
+
 }  // namespace
 
 void SettleUnits(RuleWork& work, AcceptedRows& accepted) {
@@ -124,19 +139,23 @@ void SettleUnitSettings(RuleWork& work, AcceptedRows& accepted) {
     }
     unit.hasSettings = true;
     unit.codeDigits = LongIn(row.cells[digits]);
+    if (unit.codeDigits && !AreDigits(*unit.codeDigits)) unit.codeDigits.reset();
     if (const auto found = accepted.capacities.find(TextIn(row.cells[type]));
         found != accepted.capacities.end()) {
       unit.type = found->first;
     }
     if (!unit.type) {
       work.Keep(row, type, "missing-type",
-                "there is no such type: nothing can be added to the unit");
+                fmt::format("there is no such type: nothing can be added to the unit before 'units "
+                            "edit {} --type TYPE' gives it another one",
+                            *LongIn(row.cells[key])));
     }
     const std::optional<std::int32_t> ends = LongIn(row.cells[deactivation]);
     if (ends && (*ends < kNever || *ends > kAfterDays)) {
       work.Adjust(row, deactivation, kNever, "value-range",
                   "0, 1 and 2 have a meaning: new periods have no end by default");
     }
+    SettleBounds(work, row);
   });
 }
 
@@ -145,7 +164,9 @@ void TellOfUnits(RuleWork& units, RuleWork& settings, const AcceptedRows& accept
   units.Each([&](StagedRow& row) {
     if (!accepted.units.at(*LongIn(row.cells[key])).hasSettings) {
       units.Keep(row, key, "no-settings",
-                 "the unit has no settings: nothing can be added to it before it gets some");
+                 fmt::format("the unit has no settings: nothing can be added to it before 'units "
+                             "edit {} --type TYPE' gives it some",
+                             *LongIn(row.cells[key])));
     }
   });
   const std::size_t settingsKey = settings.At("UnitKey");

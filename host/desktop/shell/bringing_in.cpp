@@ -3,12 +3,15 @@
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "host/desks/moving_in/moving_in.h"
 #include "host/desks/store_file.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/shell/moving_dialog.h"
+#include "host/desktop/shell/server_choice.h"
 #include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
@@ -32,38 +35,38 @@ std::optional<MovingPlan> Planned(QWidget& window, OperationRunner& runner,
   return std::nullopt;
 }
 
-std::filesystem::path Made(QWidget& window, OperationRunner& runner,
-                           const WorkSurroundings& surroundings, const MovingPlan& plan,
-                           const std::string& from) {
+std::filesystem::path AskedFile(QWidget& window) {
   // Nothing that stands already is replaced: the program says so itself.
-  const QString chosen = QFileDialog::getSaveFileName(
+  return FromQt(QFileDialog::getSaveFileName(
       &window, Moving::tr("Make the new store"), QStringLiteral("building.db"),
-      Moving::tr("Stores (*.db)"), nullptr, QFileDialog::DontConfirmOverwrite);
-  if (chosen.isEmpty()) {
-    return {};
-  }
-  const std::filesystem::path file(FromQt(chosen));
+      Moving::tr("Stores (*.db)"), nullptr, QFileDialog::DontConfirmOverwrite));
+}
+
+/// Whether the store was made; what went wrong is told.
+bool Make(QWidget& window, OperationRunner& runner, const WorkSurroundings& surroundings,
+          const MovingPlan& plan, const std::string& from, const std::filesystem::path& place) {
   try {
-    const bool ran = runner.Run(Moving::tr("Bringing the building in"), [&] {
-      PutStore(file,
+    return runner.Run(Moving::tr("Bringing the building in"), [&] {
+      PutStore(place,
                {false, surroundings.clock, surroundings.author, Trial::kNo,
                 [&](SqlSession& session) { BringIn(session, plan, from, runner.progress()); }},
                Standing::kStays, runner.patience());
     });
-    return ran ? file : std::filesystem::path();
   } catch (const std::exception& failure) {
     if (!runner.cancelled()) {
-      TellFailure(&window, Moving::tr("No store can be made at %1.").arg(chosen),
+      TellFailure(&window, Moving::tr("No store can be made at %1.").arg(ToQt(place.string())),
                   Told(failure.what()));
     }
   }
-  return {};
+  return false;
 }
 
 }  // namespace
 
 std::filesystem::path BringBuildingIn(QWidget& window, OperationRunner& runner,
-                                      const WorkSurroundings& surroundings) {
+                                      const WorkSurroundings& surroundings,
+                                      const std::filesystem::path& open,
+                                      const QString& lastServer) {
   const QString chosen =
       QFileDialog::getOpenFileName(&window, Moving::tr("Bring an existing building in"), {},
                                    Moving::tr("Desktop databases (*.mdb *.accdb);;All files (*)"));
@@ -78,14 +81,22 @@ std::filesystem::path BringBuildingIn(QWidget& window, OperationRunner& runner,
     return {};
   }
   const std::string name = order.file.filename().string();
-  MovingDialog dialog(&window, ToQt(name), std::move(*plan), [&](std::optional<std::int32_t> unit) {
-    order.unit = unit;
-    return Planned(window, runner, order);
-  });
+  MovingDialog dialog(
+      &window, order, std::move(*plan),
+      [&](const MovingOrder& asked) { return Planned(window, runner, asked); },
+      open.empty() ? std::vector<std::filesystem::path>() : FilesOfStore(open));
   if (dialog.exec() != QDialog::Accepted) {
     return {};
   }
-  return Made(window, runner, surroundings, dialog.plan(), name);
+  const std::filesystem::path place =
+      dialog.target() == MovingTarget::kFile
+          ? AskedFile(window)
+          : std::filesystem::path(FromQt(
+                AskForServer(window, lastServer, Moving::tr("Make the new store on a server"))));
+  if (place.empty() || !Make(window, runner, surroundings, dialog.plan(), name, place)) {
+    return {};
+  }
+  return place;
 }
 
 }  // namespace qorhost

@@ -1,6 +1,7 @@
 // A new store of a building that another application has kept so far.
 #pragma once
 
+#include <QString>
 #include <QWidget>
 #include <filesystem>
 
@@ -10,8 +11,12 @@
 namespace qorhost {
 
 /// Asks for the desktop database file, shows what becomes of its rows, asks for the new store's
-/// place and makes it. What goes wrong is told. Gives the store that was made; empty for none.
+/// place, in a file or on a server, and makes it. What goes wrong is told. No file of the store
+/// that is `open`, if any, is written over; `lastServer` is proposed. Gives the store that was
+/// made; empty for none.
 [[nodiscard]] std::filesystem::path BringBuildingIn(QWidget& window, OperationRunner& runner,
-                                                    const WorkSurroundings& surroundings);
+                                                    const WorkSurroundings& surroundings,
+                                                    const std::filesystem::path& open,
+                                                    const QString& lastServer);
 
 }  // namespace qorhost

@@ -463,9 +463,14 @@ void MainWindow::ChooseExisting() {
   if (!MayLeave()) {
     return;
   }
-  const std::filesystem::path made = BringBuildingIn(*this, runner_, surroundings_);
-  if (!made.empty()) {
-    (void)OpenStore(made);
+  const std::filesystem::path made = BringBuildingIn(
+      *this, runner_, surroundings_, place_ == nullptr ? std::filesystem::path() : place_->file(),
+      remembered_.server());
+  if (made.empty()) {
+    return;
+  }
+  if (OpenStore(made) && IsServerName(made.string())) {
+    remembered_.SetServer(ToQt(made.string()));
   }
 }
 

@@ -31,7 +31,7 @@ const StagedTable& TableOf(const MovingPlan& plan, std::string_view name) {
 Table Shown(const MovingPlan& plan) {
   static constexpr std::array<std::string_view, 6> kFields{"settlement", "table", "row",
                                                            "column",     "value", "reason"};
-  const Table all = SettledCells(plan);
+  const Table all = OddTable(plan);
   Table shown;
   shown.rows.resize(all.rows.size());
   for (const std::string_view field : kFields) {
@@ -59,18 +59,22 @@ std::size_t BroughtIn(const MovingPlan& plan, std::string_view name) {
 
 }  // namespace
 
-MovingDialog::MovingDialog(QWidget* parent, QString file, MovingPlan plan, Planning planning)
+MovingDialog::MovingDialog(QWidget* parent, MovingOrder order, MovingPlan plan, Planning planning,
+                           std::vector<std::filesystem::path> never)
     : QDialog(parent),
-      file_(std::move(file)),
+      order_(std::move(order)),
       plan_(std::move(plan)),
       planning_(std::move(planning)),
+      never_(std::move(never)),
       units_(new QComboBox(this)),
+      codePages_(new QComboBox(this)),
       summary_(new QLabel(this)),
       table_(new QTableView(this)),
       skips_(new QCheckBox(tr("&Leave these rows out"), this)) {
   setWindowTitle(tr("New from existing building"));
   resize(kUsualDialog);
   units_->setObjectName(QStringLiteral("movedUnits"));
+  codePages_->setObjectName(QStringLiteral("movedCodePage"));
   summary_->setObjectName(QStringLiteral("movedSummary"));
   summary_->setTextFormat(Qt::PlainText);
   summary_->setWordWrap(true);
@@ -79,22 +83,32 @@ MovingDialog::MovingDialog(QWidget* parent, QString file, MovingPlan plan, Plann
   skips_->setObjectName(QStringLiteral("skipBadRows"));
   auto* form = new QFormLayout(this);
   form->addRow(tr("&Units:"), units_);
+  if (plan_.codePage()) {
+    form->addRow(tr("&Code page of the texts:"), codePages_);
+  } else {
+    codePages_->hide();
+  }
   form->addRow(summary_);
   form->addRow(table_);
   form->addRow(skips_);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
   QPushButton* report = buttons->addButton(tr("Save &report…"), QDialogButtonBox::ActionRole);
   report->setObjectName(QStringLiteral("saveMovingReport"));
+  makeOnServer_ = buttons->addButton(tr("Make it on a &server…"), QDialogButtonBox::ActionRole);
+  makeOnServer_->setObjectName(QStringLiteral("goOnServerButton"));
   make_ = buttons->addButton(tr("&Make the store…"), QDialogButtonBox::AcceptRole);
   make_->setObjectName(QStringLiteral("goButton"));
   form->addRow(buttons);
   SetUp(*table_, cells_);
   FillUnits();
+  FillCodePages();
   Show();
-  connect(units_, &QComboBox::activated, this, [this](int index) { Choose(index); });
+  connect(units_, &QComboBox::activated, this, [this] { Choose(); });
+  connect(codePages_, &QComboBox::activated, this, [this] { Choose(); });
   connect(skips_, &QCheckBox::toggled, this, [this] { Show(); });
   connect(report, &QPushButton::clicked, this, [this] { SaveReport(); });
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(makeOnServer_, &QPushButton::clicked, this, [this] { Make(MovingTarget::kServer); });
+  connect(buttons, &QDialogButtonBox::accepted, this, [this] { Make(MovingTarget::kFile); });
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
 
@@ -111,9 +125,23 @@ void MovingDialog::FillUnits() {
   }
 }
 
-void MovingDialog::Choose(int index) {
-  const QVariant key = units_->itemData(index);
-  if (auto plan = planning_(key.isValid() ? std::optional(key.toInt()) : std::nullopt)) {
+void MovingDialog::FillCodePages() {
+  static constexpr std::array<unsigned, 10> kUsual{437,  850,  852,  1250, 1251,
+                                                   1252, 1253, 1254, 1257, 1258};
+  const unsigned own = plan_.codePage().value_or(0);
+  codePages_->addItem(tr("%1, as the file says").arg(own), 0U);
+  for (const unsigned page : kUsual) {
+    if (page != own) {
+      codePages_->addItem(QString::number(page), page);
+    }
+  }
+}
+
+void MovingDialog::Choose() {
+  const QVariant key = units_->currentData();
+  order_.unit = key.isValid() ? std::optional(key.toInt()) : std::nullopt;
+  order_.reading.codePage = codePages_->currentData().toUInt();
+  if (auto plan = planning_(order_)) {
     plan_ = std::move(*plan);
     skips_->setChecked(false);
     Show();
@@ -122,17 +150,23 @@ void MovingDialog::Choose(int index) {
 
 void MovingDialog::Show() {
   const auto refused = static_cast<int>(plan_.refusedRows());
-  summary_->setText(
+  QString summary =
       tr("%1: %2 units, %3 tenants, %4 credentials, %5 directory codes to bring in; %6 rows "
          "refused, %7 cells adjusted, %8 kept as odd.")
-          .arg(file_)
+          .arg(ToQt(order_.file.filename().string()))
           .arg(BroughtIn(plan_, "Units"))
           .arg(BroughtIn(plan_, "Tenants"))
           .arg(BroughtIn(plan_, "CredentialBank"))
           .arg(BroughtIn(plan_, "DirectoryCode"))
           .arg(refused)
           .arg(plan_.CountOf(Settlement::kAdjusted))
-          .arg(plan_.CountOf(Settlement::kKept)));
+          .arg(plan_.CountOf(Settlement::kKept));
+  if (const auto lock = LockBeside(order_.file)) {
+    summary += u'\n' + tr("The file seems to be open elsewhere, for %1 stands beside it: what has "
+                          "not been written yet is not in it.")
+                           .arg(ToQt(lock->filename().string()));
+  }
+  summary_->setText(summary);
   cells_.Show(Shown(plan_));
   FitColumns(*table_);
   // A long value would push the reason out of sight.
@@ -140,11 +174,18 @@ void MovingDialog::Show() {
     table_->setColumnWidth(column, std::min(table_->columnWidth(column), kWidestColumn));
   }
   skips_->setVisible(refused > 0);
-  make_->setEnabled(refused == 0 || skips_->isChecked());
-  make_->setToolTip(make_->isEnabled()
-                        ? QString()
-                        : tr("Some rows cannot be brought in: mend them in the other application, "
-                             "or leave them out."));
+  const bool mayBeMade = refused == 0 || skips_->isChecked();
+  for (QPushButton* button : {make_, makeOnServer_}) {
+    button->setEnabled(mayBeMade);
+    button->setToolTip(mayBeMade ? QString()
+                                 : tr("Some rows cannot be brought in: mend them in the other "
+                                      "application, or leave them out."));
+  }
+}
+
+void MovingDialog::Make(MovingTarget target) {
+  target_ = target;
+  accept();
 }
 
 void MovingDialog::SaveReport() {
@@ -155,8 +196,10 @@ void MovingDialog::SaveReport() {
     return;
   }
   try {
-    WriteWholeFile(std::filesystem::path(FromQt(file)), {Standing::kReplaced, {}},
-                   [this](std::ostream& out) { PrintCsv(out, SettledCells(plan_)); });
+    std::vector<std::filesystem::path> never = never_;
+    never.push_back(order_.file);
+    WriteWholeFile(std::filesystem::path(FromQt(file)), {Standing::kReplaced, std::move(never)},
+                   [this](std::ostream& out) { PrintCsv(out, OddTable(plan_)); });
   } catch (const std::exception& failure) {
     TellFailure(this, tr("The report is not saved."), Told(failure.what()));
   }

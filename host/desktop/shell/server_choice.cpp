@@ -17,12 +17,12 @@ struct Server {
 
 }  // namespace
 
-QString AskForServer(QWidget& window, const QString& last) {
+QString AskForServer(QWidget& window, const QString& last, const QString& title) {
   QString name = last.isEmpty() ? QStringLiteral("postgresql://") : last;
   for (;;) {
     bool isChosen = false;
     name = QInputDialog::getText(
-               &window, Server::tr("Open a store on a server"),
+               &window, title.isEmpty() ? Server::tr("Open a store on a server") : title,
                Server::tr("Its name, postgresql://HOST/DATABASE or service=NAME. A password does "
                           "not belong here: it stands in the file .pgpass."),
                QLineEdit::Normal, name, &isChosen)

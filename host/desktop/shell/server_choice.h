@@ -6,8 +6,8 @@
 
 namespace qorhost {
 
-/// Asks until the name is one of a store on a server; `last` stands there at first. "" when nothing
-/// was chosen.
-[[nodiscard]] QString AskForServer(QWidget& window, const QString& last);
+/// Asks until the name is one of a store on a server; `last` stands there at first, and `title`
+/// over it: "" where one is opened. "" when nothing was chosen.
+[[nodiscard]] QString AskForServer(QWidget& window, const QString& last, const QString& title = {});
 
 }  // namespace qorhost

@@ -892,8 +892,8 @@
         <translation>die Abfrage verlangt weit mehr Arbeit als ein Bericht: sie einschränken</translation>
     </message>
     <message>
-        <source>unit %1%2 has no settings: the store&apos;s table UnitSettings needs a row for it</source>
-        <translation>die Anlage %1%2 hat keine Einstellungen: die Tabelle UnitSettings des Bestands braucht eine Zeile für sie</translation>
+        <source>unit %1%2 has no settings: &apos;units edit %3 --type TYPE&apos; gives it some</source>
+        <translation>die Anlage %1%2 hat keine Einstellungen: &apos;units edit %3 --type TYPE&apos; gibt ihr welche</translation>
     </message>
     <message>
         <source>no step &apos;{value}&apos; waits for the unit: what was changed again since it was handed over waits at a later place</source>
@@ -1266,6 +1266,10 @@
     <message>
         <source>its capacity is not known</source>
         <translation>ihre Kapazität ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>the setting &apos;%1&apos; is %2, and %3 to %4 can be</source>
+        <translation>die Einstellung „%1“ ist %2, und %3 bis %4 kann sie sein</translation>
     </message>
     <message>
         <source>%1 codes are in use, and the unit takes %2</source>
@@ -2439,6 +2443,10 @@
     <message>
         <source>No store can be made at %1.</source>
         <translation>Unter %1 kann kein Bestand angelegt werden.</translation>
+    </message>
+    <message>
+        <source>Make the new store on a server</source>
+        <translation>Neuen Bestand auf einem Server anlegen</translation>
     </message>
     <message>
         <source>Bring an existing building in</source>
@@ -3884,6 +3892,22 @@
     <message>
         <source>&amp;Make the store…</source>
         <translation>Bestand &amp;anlegen…</translation>
+    </message>
+    <message>
+        <source>Make it on a &amp;server…</source>
+        <translation>Auf einem &amp;Server anlegen…</translation>
+    </message>
+    <message>
+        <source>&amp;Code page of the texts:</source>
+        <translation>&amp;Codepage der Texte:</translation>
+    </message>
+    <message>
+        <source>%1, as the file says</source>
+        <translation>%1, wie die Datei sagt</translation>
+    </message>
+    <message>
+        <source>The file seems to be open elsewhere, for %1 stands beside it: what has not been written yet is not in it.</source>
+        <translation>Die Datei scheint anderswo offen zu sein, denn neben ihr steht %1: Was noch nicht geschrieben ist, steht nicht in ihr.</translation>
     </message>
     <message>
         <source>All units</source>

@@ -263,8 +263,8 @@ inline constexpr DeskSentence kDeskSentences[] = {
                        "unit %1 '%2' has the type '%3', whose capacity is unknown: nothing can be "
                        "stored in it until UnitTypes has one"),
      ""},
-    {QT_TRANSLATE_NOOP(
-         "Desks", "unit %1%2 has no settings: the store's table UnitSettings needs a row for it"),
+    {QT_TRANSLATE_NOOP("Desks",
+                       "unit %1%2 has no settings: 'units edit %3 --type TYPE' gives it some"),
      ""},
     {QT_TRANSLATE_NOOP("Desks",
                        "no step '{value}' waits for the unit: what was changed again since it was "
@@ -519,6 +519,7 @@ inline constexpr DeskSentence kDeskSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "%1 is held by %2 and by %3"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the period of %1 ends before it begins"), "1"},
     {QT_TRANSLATE_NOOP("Desks", "its capacity is not known"), ""},
+    {QT_TRANSLATE_NOOP("Desks", "the setting '%1' is %2, and %3 to %4 can be"), ""},
     {QT_TRANSLATE_NOOP("Desks", "%1 codes are in use, and the unit takes %2"), ""},
     {QT_TRANSLATE_NOOP("Desks", ", since %1"), "1"},
     {QT_TRANSLATE_NOOP("Desks", "nothing was deleted: there is no unit %1 any more"), ""},

@@ -3,13 +3,16 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <fstream>
 #include <utility>
 
 #include "frame/text.h"
 #include "host/files/desktop_file/desktop_text.h"
 #include "host/files/desktop_file/reader_frames.h"
+#include "host/files/desktop_file/reader_message.h"
 #include "host/files/desktop_file/reader_process.h"
 #include "host/files/file_error.h"
+#include "host/files/file_kind.h"
 
 namespace qorhost {
 
@@ -34,6 +37,12 @@ void RequireCodePage(unsigned codePage) {
         FileProblem::kUnusable,
         fmt::format("'{}' was not read within {} s: it is damaged or too large", file.string(),
                     std::chrono::duration_cast<std::chrono::seconds>(reading.longest).count()));
+  }
+  if (output.ranOutOfProcessorTime) {
+    throw FileError(FileProblem::kUnusable,
+                    fmt::format("'{}' was not read within {} s of processor time: it is damaged or "
+                                "too large",
+                                file.string(), reading.processorTime.count()));
   }
   if (output.ranOutOfMemory) {
     throw FileError(FileProblem::kUnusable,
@@ -62,6 +71,13 @@ void RequireAllRows(const DesktopFile& read, const DesktopReading& reading) {
 
 bool CanReadDesktopFiles() {
   return !ReaderProgram({}).empty();
+}
+
+bool IsDesktopFile(const fs::path& file) {
+  if (KindOf(file, Links::kAreFollowed) != FileKind::kFile) return false;
+  std::string begin(kMagicLength, '\0');
+  std::ifstream(file, std::ios::binary).read(begin.data(), kMagicLength);
+  return IsMagic(begin);
 }
 
 DesktopFile ReadDesktopFile(const fs::path& file, const DesktopReading& reading) {

@@ -11,6 +11,9 @@ namespace qorhost {
 /// Whether this program can read such files here.
 [[nodiscard]] bool CanReadDesktopFiles();
 
+/// Whether a file begins as one of these; false also where it cannot be looked at.
+[[nodiscard]] bool IsDesktopFile(const std::filesystem::path& file);
+
 /// Reads a file in a process of its own, from a copy that nobody writes; the file is opened for
 /// reading alone. Every row that a wanted table says it has is there. Raises FileError, which says
 /// what is wrong and what to do: for a file that is none of these, that has a password, is damaged,

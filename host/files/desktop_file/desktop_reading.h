@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -15,9 +16,10 @@ struct DesktopReading {
   /// The code page of the oldest format's texts, 1250 for example; 0: the one that the file tells,
   /// or 1252.
   unsigned codePage = 0;
-  std::size_t mebibytes = 512;                 ///< of memory, at most
-  std::chrono::seconds processorTime{120};     ///< at most
-  std::chrono::milliseconds longest{300'000};  ///< from its beginning to its end
+  std::uintmax_t largestFile = std::uintmax_t{2} << 30;  ///< bytes: no such file has more
+  std::size_t mebibytes = 512;                           ///< of memory, at most
+  std::chrono::seconds processorTime{120};               ///< at most
+  std::chrono::milliseconds longest{300'000};            ///< from its beginning to its end
   std::filesystem::path reader;  ///< the program that reads it; none: the one that belongs to this
 };
 

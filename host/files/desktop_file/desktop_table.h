@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -86,6 +87,8 @@ struct DesktopTable {
 
 struct DesktopFile {
   std::vector<DesktopTable> tables;  ///< that people made, in the order of the file
+  /// In which the texts stand; of the oldest format alone, later ones have UTF-16.
+  std::optional<unsigned> codePage = std::nullopt;
 };
 
 }  // namespace qorhost

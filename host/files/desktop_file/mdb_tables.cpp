@@ -15,11 +15,6 @@ namespace qorhost::desktop_file {
 
 namespace {
 
-constexpr std::size_t kMagicAt = 4;
-constexpr std::string_view kMarkOfPage0("\0\1\0\0", 4);
-constexpr std::string_view kOlderMagic = "Standard Jet DB";
-constexpr std::string_view kNewerMagic = "Standard ACE DB";
-
 constexpr int kOffsetMask = 0x1FFF;  // of a row's place; the bits above it are flags
 constexpr int kRowIsElsewhere = 0x4000;
 constexpr int kRowIsHidden = 0x8000;  // deleted, or moved here and found by its pointer
@@ -63,15 +58,13 @@ bool SameLetters(std::string_view one, std::string_view other) {
 /// Looked at before the library is: it takes an empty file for an old one, and a cut one for whole.
 void RequireDatabase(const std::string& file) {
   std::ifstream in(file, std::ios::binary);
-  std::array<char, 32> begin{};
+  std::array<char, kMagicLength> begin{};
   in.read(begin.data(), begin.size());
   const auto count = static_cast<std::size_t>(in.gcount());
   if (count == 0) {
     throw UnreadableFile(ReadFault::kEmpty);
   }
-  const std::string_view bytes(begin.data(), count);
-  if (!bytes.starts_with(kMarkOfPage0) || !(bytes.substr(kMagicAt).starts_with(kOlderMagic) ||
-                                            bytes.substr(kMagicAt).starts_with(kNewerMagic))) {
+  if (!IsMagic({begin.data(), count})) {
     throw UnreadableFile(ReadFault::kForeign);
   }
 }

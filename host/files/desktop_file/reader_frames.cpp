@@ -100,11 +100,13 @@ class FrameReader {
 
   void ReadFile(PayloadReader& payload) {
     if (payload.Number() != kFormNumber) throw BrokenFrames();
-    hasCodePage_ = payload.Number() == kOldestFormat;
+    const bool hasCodePage = payload.Number() == kOldestFormat;
     const std::uint32_t told = payload.Number();
-    codePage_ = askedCodePage_ != 0     ? askedCodePage_
-                : IsKnownCodePage(told) ? told
-                                        : kUsualCodePage;
+    if (hasCodePage) {
+      read_.codePage = askedCodePage_ != 0     ? askedCodePage_
+                       : IsKnownCodePage(told) ? told
+                                               : kUsualCodePage;
+    }
   }
 
   void ReadTable(PayloadReader& payload) {
@@ -156,7 +158,7 @@ class FrameReader {
         return DesktopDate{NumberOf<double>(bytes)};
       case DesktopType::kText:
       case DesktopType::kMemo:
-        return hasCodePage_ ? TextOfCodePage(bytes, codePage_) : TextOfUtf16(bytes);
+        return read_.codePage ? TextOfCodePage(bytes, *read_.codePage) : TextOfUtf16(bytes);
       default:
         return DesktopBytes{std::string(bytes)};
     }
@@ -225,8 +227,6 @@ class FrameReader {
   std::string_view file_;
   unsigned askedCodePage_;
   DesktopFile read_;
-  bool hasCodePage_ = false;
-  unsigned codePage_ = kUsualCodePage;
 };
 
 }  // namespace

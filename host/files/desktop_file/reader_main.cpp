@@ -3,12 +3,9 @@
 // and what it holds goes to standard output in the frames of reader_message.h. It is a program of
 // its own because the library that reads such files was not made for hostile ones: it may use so
 // many mebibytes and seconds, write no file, and whatever becomes of it, only it dies.
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <new>
@@ -16,6 +13,7 @@
 #include <vector>
 
 #include "host/files/desktop_file/mdb_tables.h"
+#include "host/files/desktop_file/reader_limits.h"
 #include "host/files/desktop_file/reader_message.h"
 
 namespace {
@@ -27,21 +25,6 @@ constexpr int kUsage = 2;
 constexpr int kNoLimits = 3;
 constexpr int kNoMemory = 4;
 constexpr int kFailed = 5;
-
-bool Limit(decltype(RLIMIT_AS) what, rlim_t most) {
-  const rlimit limit{most, most};
-  return setrlimit(what, &limit) == 0;
-}
-
-/// Whatever the file makes of the library, it cannot do more than this.
-bool LimitItself(rlim_t mebibytes, rlim_t seconds) {
-  constexpr rlim_t kMebibyte = rlim_t{1} << 20;
-  constexpr rlim_t kMostFiles = 16;
-  // What the library says on standard error may go to a file: it is lost then, and nothing more.
-  return std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && Limit(RLIMIT_AS, mebibytes * kMebibyte) &&
-         Limit(RLIMIT_CPU, seconds) && Limit(RLIMIT_FSIZE, 0) && Limit(RLIMIT_CORE, 0) &&
-         Limit(RLIMIT_NOFILE, kMostFiles) && prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0;
-}
 
 /// Frames to standard output; nobody who reads them ends the program.
 class Output {
@@ -127,7 +110,7 @@ int main(int count, char** words) {
   if (count < kFirstTable) {
     return kUsage;
   }
-  if (!LimitItself(std::strtoul(words[1], nullptr, 10), std::strtoul(words[2], nullptr, 10))) {
+  if (!LimitThisProcess(std::strtoul(words[1], nullptr, 10), std::strtoul(words[2], nullptr, 10))) {
     return kNoLimits;
   }
   int status = kFailed;

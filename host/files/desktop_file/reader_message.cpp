@@ -1,5 +1,7 @@
 #include "host/files/desktop_file/reader_message.h"
 
+#include <algorithm>
+
 namespace qorhost::desktop_file {
 
 namespace {
@@ -21,6 +23,13 @@ std::uint64_t NumberIn(std::string_view bytes) {
 }
 
 }  // namespace
+
+bool IsMagic(std::string_view begin) {
+  constexpr std::string_view kMarkOfPage0("\0\1\0\0", 4);
+  const std::string_view name = begin.substr(std::min(begin.size(), kMarkOfPage0.size()));
+  return begin.starts_with(kMarkOfPage0) &&
+         (name.starts_with("Standard Jet DB") || name.starts_with("Standard ACE DB"));
+}
 
 void Payload::AddNumber(std::uint32_t number) {
   AddNumberTo(bytes_, number, sizeof number);

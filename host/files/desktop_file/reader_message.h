@@ -45,6 +45,10 @@ enum class ReadFault : std::uint8_t {
 };
 inline constexpr auto kLastFault = ReadFault::kTooLarge;
 
+/// How such a file begins, and whether bytes do so.
+inline constexpr std::size_t kMagicLength = 19;
+[[nodiscard]] bool IsMagic(std::string_view begin);
+
 /// The formats by the number in the file.
 inline constexpr std::uint32_t kOldestFormat = 0;  ///< texts in a code page; later ones in UTF-16
 

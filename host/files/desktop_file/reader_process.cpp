@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,12 +11,12 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <system_error>
-#include <utility>
 #include <vector>
 
+#include "host/files/desktop_file/descriptor.h"
 #include "host/files/desktop_file/reader_message.h"
+#include "host/files/desktop_file/unwritten_copy.h"
 #include "host/files/file_error.h"
 #include "host/files/file_kind.h"
 
@@ -30,132 +29,6 @@ namespace {
 constexpr int kFileInReader = 3;
 constexpr int kStatusWithoutMemory = 4;
 constexpr const char* kProgramName = "qorhost-desktop-reader";
-
-/// A descriptor that is closed with its object.
-class Descriptor {
- public:
-  explicit Descriptor(int number = -1) : number_(number) {}
-  ~Descriptor() { Close(); }
-  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-  Descriptor& operator=(Descriptor&& other) noexcept {
-    std::swap(number_, other.number_);
-    return *this;
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  void Close() {
-    if (number_ >= 0) close(std::exchange(number_, -1));
-  }
-  [[nodiscard]] int number() const { return number_; }
-
- private:
-  int number_;
-};
-
-[[noreturn]] void CannotRead(const fs::path& file, std::string_view why) {
-  throw FileError(FileProblem::kUnreachable,
-                  fmt::format("cannot read the file '{}': {}", file.string(), why));
-}
-
-std::string Reason() {
-  return std::generic_category().message(errno);
-}
-
-// ---- The copy
-// ------------------------------------------------------------------------------------
-
-/// When and to what a file was changed last.
-struct Look {
-  off_t size = 0;
-  timespec changed{};
-
-  explicit Look(int descriptor) {
-    struct stat status {};
-    if (fstat(descriptor, &status) == 0) {
-      size = status.st_size;
-      changed = status.st_mtim;
-    }
-  }
-  friend bool operator==(const Look& one, const Look& other) {
-    return one.size == other.size && one.changed.tv_sec == other.changed.tv_sec &&
-           one.changed.tv_nsec == other.changed.tv_nsec;
-  }
-};
-
-Descriptor OpenToRead(const fs::path& file) {
-  const FileKind stands = KindOf(file, Links::kAreFollowed);
-  if (stands == FileKind::kNone) {
-    throw FileError(FileProblem::kUnreachable, fmt::format("there is no file '{}'", file.string()));
-  }
-  if (stands != FileKind::kFile) {
-    CannotRead(file, fmt::format("it is {}", NameOf(stands)));
-  }
-  Descriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  struct stat status {};
-  if (opened.number() < 0) {
-    CannotRead(file, Reason());
-  }
-  if (fstat(opened.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
-    CannotRead(file, "it is no file");
-  }
-  return opened;
-}
-
-/// A file for this process and the one that it starts, which has no name for others.
-Descriptor NamelessFile() {
-  std::error_code failed;
-  const fs::path folder = fs::temp_directory_path(failed);
-  std::string name = ((failed ? fs::path("/tmp") : folder) / "qorhost-reading-XXXXXX").string();
-  Descriptor made(mkostemp(name.data(), O_CLOEXEC));
-  if (made.number() < 0) {
-    throw FileError(FileProblem::kUnreachable,
-                    fmt::format("cannot make a copy to read in '{}': {}",
-                                fs::path(name).parent_path().string(), Reason()));
-  }
-  unlink(name.c_str());
-  return made;
-}
-
-void CopyAll(int from, int to, const fs::path& file) {
-  std::vector<char> part(std::size_t{1} << 20);
-  for (;;) {
-    const ssize_t count = read(from, part.data(), part.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) CannotRead(file, Reason());
-    if (count == 0) return;
-    for (ssize_t at = 0; at < count;) {
-      const ssize_t written = write(to, part.data() + at, static_cast<std::size_t>(count - at));
-      if (written < 0 && errno != EINTR) {
-        throw FileError(
-            FileProblem::kUnreachable,
-            fmt::format("cannot make a copy of '{}' to read: {}", file.string(), Reason()));
-      }
-      at += written > 0 ? written : 0;
-    }
-  }
-}
-
-/// The copy, open for reading alone.
-Descriptor CopyOf(const fs::path& file) {
-  const Descriptor original = OpenToRead(file);
-  const Look before(original.number());
-  const Descriptor copy = NamelessFile();
-  CopyAll(original.number(), copy.number(), file);
-  const Look copied(copy.number());
-  if (!(Look(original.number()) == before) || copied.size != before.size) {
-    throw FileError(FileProblem::kUnusable,
-                    fmt::format("'{}' was written while it was read: close the program that has it "
-                                "open, then try again",
-                                file.string()));
-  }
-  Descriptor readOnly(
-      open(fmt::format("/proc/self/fd/{}", copy.number()).c_str(), O_RDONLY | O_CLOEXEC));
-  if (readOnly.number() < 0) {
-    CannotRead(file, Reason());
-  }
-  return readOnly;
-}
 
 // ---- The process
 // ---------------------------------------------------------------------------------
@@ -309,7 +182,7 @@ ReaderOutput RunReader(const fs::path& file, const DesktopReading& reading) {
                                 "is installed (Debian: mdbtools-dev)",
                                 kProgramName));
   }
-  const Descriptor copy = CopyOf(file);
+  const Descriptor copy = UnwrittenCopy(file, reading.largestFile);
   ReaderProcess process(program, reading, copy);
   ReaderOutput output;
   if (!ReadAll(process.output(), reading.longest, output.frames)) {
@@ -319,7 +192,7 @@ ReaderOutput RunReader(const fs::path& file, const DesktopReading& reading) {
   const int status = process.Wait();
   output.endedWell = WIFEXITED(status) && WEXITSTATUS(status) == 0;
   output.ranOutOfMemory = WIFEXITED(status) && WEXITSTATUS(status) == kStatusWithoutMemory;
-  output.ranOutOfTime =
+  output.ranOutOfProcessorTime =
       WIFSIGNALED(status) && (WTERMSIG(status) == SIGXCPU || WTERMSIG(status) == SIGKILL);
   return output;
 }

@@ -17,6 +17,7 @@ struct ReaderOutput {
   std::string frames;
   bool endedWell = false;  ///< it said itself that it was done
   bool ranOutOfTime = false;
+  bool ranOutOfProcessorTime = false;  ///< or was killed, which is seldom anything else
   bool ranOutOfMemory = false;
 };
 

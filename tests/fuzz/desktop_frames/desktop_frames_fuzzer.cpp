@@ -1,6 +1,5 @@
 // Takes any bytes for what a reader of desktop databases tells, and settles the rows that are in
 // it.
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -46,15 +45,12 @@ void CheckPlan(const DesktopFile& file) {
     for (const MovedTable& table : plan.numbers()) {
       Check(table.inFile == table.broughtIn + table.refused, "every row is somewhere");
     }
-    for (const SettledCell& cell : plan.settled()) {
+    for (const SettledCell& cell : plan.settled().named()) {
       Check(!cell.kind.empty() && !cell.reason.empty(), "what is settled has a reason");
       Check(cell.settlement != Settlement::kAdjusted || !cell.instead.empty(),
             "what is adjusted tells the new value");
     }
-    const auto refused = std::count_if(
-        plan.settled().begin(), plan.settled().end(),
-        [](const SettledCell& cell) { return cell.settlement == Settlement::kRefused; });
-    Check(static_cast<std::size_t>(refused) >= plan.refusedRows(), "a refused row is told");
+    Check(plan.CountOf(Settlement::kRefused) >= plan.refusedRows(), "a refused row is told");
   } catch (const RefusedError&) {
     // It holds no building.
   }

@@ -504,10 +504,13 @@ TEST_F(CommandLine, NothingIsDoneInAUnitWithoutSettings) {
     const Outcome outcome = Run(words);
     EXPECT_EQ(outcome.status, 3) << words[2] << ' ' << words[3];
     EXPECT_EQ(outcome.err,
-              "qorhost: unit 2, Linden Park, has no settings: the store's table UnitSettings needs "
-              "a row for it\n");
+              "qorhost: unit 2, Linden Park, has no settings: 'units edit 2 --type TYPE' gives it "
+              "some\n");
     EXPECT_EQ(outcome.out, "");
   }
+  const std::string type = Rows({"units"}).front().at("type");
+  EXPECT_EQ(Run({"units", "edit", "2", "--type", type}).status, 0);
+  EXPECT_EQ(Run({"--unit", "2", "dircodes", "add", "250", "--phone", "1"}).status, 0);
 }
 
 // Every character that a terminal obeys, at the places that print a text of the store.

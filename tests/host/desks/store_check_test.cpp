@@ -167,5 +167,17 @@ TEST_F(StoreCheckTest, FindsMoreCodesThanTheUnitTakes) {
   EXPECT_THAT(Found(), ElementsAre("its capacity is not known"));
 }
 
+TEST_F(StoreCheckTest, FindsSettingsOutOfTheirBounds) {
+  Run("UPDATE UnitSettings SET MaxDigitsDirectoryCode=16, CARDDEFAULTFACILITYCODE=-1, "
+      "DEACTIVATIONDAYS=0, RECORDDEACTIVATION=2");
+  EXPECT_THAT(Found(),
+              ElementsAre("the setting 'digits of directory codes' is 16, and 1 to 15 can be",
+                          "the setting 'days to the default end' is 0, and 1 to 36500 can be",
+                          "the setting 'facility code of cards' is -1, and 0 to 255 can be"));
+  Run("UPDATE UnitSettings SET MaxDigitsDirectoryCode=15, CARDDEFAULTFACILITYCODE=0, "
+      "RECORDDEACTIVATION=0");
+  EXPECT_THAT(Found(), IsEmpty()) << "days count after days alone";
+}
+
 }  // namespace
 }  // namespace qorhost::test

@@ -7,7 +7,11 @@
 #include <fstream>
 #include <iterator>
 
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/shell/moving_dialog.h"
 #include "tests/host/desktop/desktop_fixture.h"
+#include "tests/host/files/desktop_file/refused_files.h"
+#include "tests/host/store/store_names.h"
 
 namespace qorhost::test {
 namespace {
@@ -43,7 +47,9 @@ TEST_F(BringingIn, ABuildingBecomesAStoreThatIsOpen) {
     EXPECT_THAT(In<QLabel>(dialog, "movedSummary").text().toStdString(),
                 HasSubstr("4 units, 120 tenants, 235 credentials, 50 directory codes to bring in; "
                           "0 rows refused, 3 cells adjusted"));
-    EXPECT_EQ(In<QTableView>(dialog, "movedCells").model()->rowCount(), 3);
+    // Three cells adjusted, two kept, two tables and three columns left.
+    EXPECT_EQ(In<QTableView>(dialog, "movedCells").model()->rowCount(), 3 + 2 + 2 + 3);
+    EXPECT_FALSE(In<QComboBox>(dialog, "movedCodePage").isVisible());
     EXPECT_FALSE(In<QCheckBox>(dialog, "skipBadRows").isVisible());
     Press(dialog, "goButton");
   });
@@ -102,9 +108,86 @@ TEST_F(BringingIn, RefusedRowsAreShownSavedAndLeftOutWhenThatIsSaid) {
   EXPECT_THAT(text, HasSubstr("duplicate-key"));
 }
 
+TEST_F(BringingIn, ABuildingBecomesAStoreOnAServer) {
+  if (!WhyNoServer().empty()) {
+    GTEST_SKIP() << WhyNoServer();
+  }
+  const std::string name = NewServerName();
+  answers_->Type(Sample("encoded-2000.mdb"));
+  answers_->With([](QDialog& dialog) { Press(dialog, "goOnServerButton"); });
+  answers_->Type(QString::fromStdString(name));
+  ChooseInMenu("New from existing building…");
+  ASSERT_NE(window().place(), nullptr);
+  EXPECT_EQ(window().place()->file(), name);
+  EXPECT_EQ(Cell("SELECT Count(*) FROM Tenants"), "8");
+}
+
+TEST_F(BringingIn, AFileThatIsOpenElsewhereIsToldOf) {
+  std::filesystem::copy_file(FromQt(Sample("encoded-2000.mdb")), File("building.mdb"));
+  const auto told = [&] {
+    std::string text;
+    answers_->Type(QString::fromStdString(File("building.mdb").string()));
+    answers_->With([&](QDialog& dialog) {
+      text = In<QLabel>(dialog, "movedSummary").text().toStdString();
+      dialog.reject();
+    });
+    ChooseInMenu("New from existing building…");
+    return text;
+  };
+  EXPECT_THAT(told(), testing::Not(HasSubstr("open elsewhere")));
+  std::ofstream(File("building.ldb")) << "a seat";
+  EXPECT_THAT(told(), HasSubstr("seems to be open elsewhere, for building.ldb stands beside it"));
+}
+
+TEST_F(BringingIn, AReportTakesNeitherThePlaceOfTheFileNorOfAnOpenStore) {
+  std::filesystem::copy_file(FromQt(Sample("encoded-2000.mdb")), File("building.mdb"));
+  ASSERT_TRUE(window().CreateStoreAt(File("open.db"), true));
+  for (const char* place : {"building.mdb", "open.db"}) {
+    const auto size = std::filesystem::file_size(File(place));
+    answers_->Type(QString::fromStdString(File("building.mdb").string()));
+    answers_->With([](QDialog& dialog) {
+      QTimer::singleShot(0, &dialog, [&dialog] { Press(dialog, "saveMovingReport"); });
+    });
+    answers_->Type(QString::fromStdString(File(place).string()));
+    answers_->Click(QMessageBox::Yes);  // the dialog asks whether it is to be replaced
+    answers_->Click(QMessageBox::Ok);
+    answers_->With([](QDialog& dialog) { dialog.reject(); });
+    ChooseInMenu("New from existing building…");
+    EXPECT_THAT(answers_->LastText(), HasSubstr("The report is not saved.")) << place;
+    EXPECT_EQ(std::filesystem::file_size(File(place)), size) << place;
+  }
+}
+
+/// There is no sample of the oldest format: what would be read of one.
+TEST_F(BringingIn, TheCodePageOfTheOldestFormatMayBeChosen) {
+  DesktopTable units;
+  units.name = "Units";
+  units.columns = {{"UnitKey", DesktopType::kLong, false, 4}};
+  units.rows = {{std::int64_t{1}}};
+  units.count = 1;
+  const DesktopFile file{{units}, 1252};
+  std::vector<unsigned> asked;
+  MovingDialog dialog(&window(), {}, MovingPlan(file, "old.mdb", std::nullopt),
+                      [&](const MovingOrder& order) {
+                        asked.push_back(order.reading.codePage);
+                        return MovingPlan(file, "old.mdb", order.unit);
+                      },
+                      {});
+  dialog.show();
+  auto& pages = In<QComboBox>(dialog, "movedCodePage");
+  EXPECT_TRUE(pages.isVisible());
+  EXPECT_EQ(pages.currentText().toStdString(), "1252, as the file says");
+  for (const char* page : {"1250", "1252, as the file says"}) {
+    pages.setCurrentIndex(pages.findText(QString::fromLatin1(page)));
+    Q_EMIT pages.activated(pages.currentIndex());
+  }
+  EXPECT_THAT(asked, testing::ElementsAre(1250U, 0U));
+}
+
 TEST_F(BringingIn, AFileThatHoldsNoBuildingIsToldAndNothingIsMade) {
-  for (const char* name : {"other-application.mdb", "password-2000.mdb", "password-2010.accdb"}) {
-    answers_->Type(Sample(name));
+  for (const RefusedFile& refused :
+       MakeRefusedFiles(QORHOST_DESKTOP_SAMPLES, File("none").parent_path())) {
+    answers_->Type(ToQt(refused.file.string()));
     answers_->Click(QMessageBox::Ok);
     ChooseInMenu("New from existing building…");
     EXPECT_THAT(answers_->LastText(), HasSubstr("cannot be brought in"));

@@ -47,6 +47,18 @@ TEST(PrintTable, SaysWhenThereAreNoRowsOrOne) {
   EXPECT_EQ(Printed(table), "Name\n----\na\n1 row\n");
 }
 
+TEST(PrintTable, CutsTextsThatAreWiderThanAnyMayBe) {
+  const Table table = OneRow({std::string(40'000, 'x'), 1234567, "short"});
+  std::ostringstream out;
+  PrintTable(out, table, 0, 10);
+  EXPECT_EQ(out.str(),
+            "C                 C  C\n"
+            "----------  -------  -----\n"
+            "xxxxxxxxx…  1234567  short\n"
+            "1 row\n");
+  EXPECT_GT(Printed(table).size(), 40'000U) << "and none where nothing is said";
+}
+
 std::string PrintedInto(std::size_t width, const Table& table) {
   std::ostringstream out;
   PrintTable(out, table, width);

@@ -1,6 +1,7 @@
 // Files that chance has changed: refused, or read with every row somewhere; no hang, no half
 // import. QORHOST_FUZZ_SECONDS lets it go on for so long, from another beginning each time.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -23,6 +24,14 @@ using Time = std::chrono::steady_clock;
 
 constexpr std::size_t kPage = 4096;
 constexpr int kUsualFiles = 120;
+
+/// The most memory that this process has had at a time, in megabytes. The reader's is its own.
+long MostMemory() {
+  constexpr long kKilobytes = 1024;
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss / kKilobytes;
+}
 
 /// Changes of the bytes of a file, each another kind of damage.
 class Mutation {
@@ -144,6 +153,10 @@ TEST_F(MutatedFiles, AreRefusedOrBroughtInWhole) {
   unsigned files = 0;
   unsigned read = 0;
   auto slowest = Time::duration::zero();
+  // What the samples themselves take is no file's doing.
+  for (const std::string& sample : samples) (void)Bring(sample);
+  std::ofstream("/proc/self/clear_refs") << 5;  // nor what tests before this one have taken
+  const long before = MostMemory();
   for (unsigned seed = first; files < kUsualFiles || Time::now() < end; ++seed, ++files) {
     SCOPED_TRACE(seed);
     const Time::time_point begin = Time::now();
@@ -153,7 +166,12 @@ TEST_F(MutatedFiles, AreRefusedOrBroughtInWhole) {
     if (HasFailure()) break;
   }
   std::cout << files << " files, " << read << " of them read, the slowest in "
-            << std::chrono::duration_cast<std::chrono::milliseconds>(slowest).count() << " ms\n";
+            << std::chrono::duration_cast<std::chrono::milliseconds>(slowest).count() << " ms; "
+            << before << " MB of memory for the samples, " << MostMemory() - before
+            << " MB more for these\n";
+  // A file of less than a megabyte makes little; a sanitizer keeps 256 MB of what was freed.
+  constexpr long kMostMore = 400;
+  EXPECT_LT(MostMemory() - before, kMostMore);
   EXPECT_GT(read, 0U);
   EXPECT_LT(read, files);
 }

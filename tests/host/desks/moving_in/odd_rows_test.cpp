@@ -1,10 +1,12 @@
 // Every odd row of a building that is brought in: refused, adjusted or kept, and told.
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include <map>
 #include <sstream>
 #include <tuple>
 
+#include "frame/convert.h"
 #include "host/desks/desk_error.h"
 #include "host/desks/moving_in/moving_report.h"
 #include "tests/host/desks/moving_in/moving_fixture.h"
@@ -117,7 +119,7 @@ class OddRows : public MovingFixture {
 TEST_F(OddRows, EachIsSettledByItsRule) {
   const MovingPlan plan = PlanOfOdd();
   std::map<Place, std::vector<std::pair<std::string, std::string>>> told;
-  for (const SettledCell& cell : plan.settled()) {
+  for (const SettledCell& cell : plan.settled().named()) {
     told[{InCapitals(cell.table), cell.row, InCapitals(cell.column)}].emplace_back(
         cell.kind, WordFor(cell.settlement));
   }
@@ -148,19 +150,20 @@ TEST_F(OddRows, NothingElseIsToldThanOfOddRows) {
     if (!row.at("row").is_null()) odd.emplace(InCapitals(row.at("table")), row.at("row"));
   }
   const MovingPlan plan = PlanOfOdd();
-  for (const SettledCell& cell : plan.settled()) {
+  for (const SettledCell& cell : plan.settled().named()) {
     EXPECT_TRUE(odd.contains({InCapitals(cell.table), cell.row})) << cell.table << " " << cell.row;
   }
 }
 
-/// But of the fields of their report, of which those that are not displayed stand first.
+/// But of the fields of their report, of which those that are not displayed stand first, and of
+/// cards with a door that their unit does not have.
 TEST_F(OddRows, SoundBuildingsAreToldNothingOf) {
   for (const char* name : {"building-2000.mdb", "building-2010.accdb", "encoded-2000.mdb"}) {
     const MovingPlan plan = PlanOf(name);
     EXPECT_EQ(plan.refusedRows(), 0U) << name;
-    EXPECT_EQ(plan.settled().size(), 3U) << name;
-    for (const SettledCell& cell : plan.settled()) {
-      EXPECT_EQ(cell.kind, "field-order") << name;
+    EXPECT_EQ(plan.CountOf(Settlement::kAdjusted), 3U) << name;
+    for (const SettledCell& cell : plan.settled().named()) {
+      EXPECT_THAT(cell.kind, testing::AnyOf("field-order", "missing-door")) << name;
     }
   }
 }
@@ -188,7 +191,7 @@ TEST_F(OddRows, AnotherUnitsRowsAreLeftAndCounted) {
       EXPECT_EQ(table.ofOtherUnits, 46U);
     }
   }
-  for (const SettledCell& cell : plan.settled()) {
+  for (const SettledCell& cell : plan.settled().named()) {
     EXPECT_NE(cell.table, "Tenants");
   }
 }
@@ -209,7 +212,8 @@ TEST_F(OddRows, TheReportNamesTableRowColumnValueAndReason) {
                       "1 to 65535 [number-range]"),
             HasSubstr("DOORS, row 4 (UNITKEY 1, DOORID 2): DOORID 2: a row before it"),
             HasSubstr("Tenants, row 13 (RID 13): TenantID 5013 -> 13: "),
-            HasSubstr("LastName \"Bell\\x07 Escape\\x1B[31mred\""), HasSubstr("  DOORS.RID\n")));
+            HasSubstr("LastName \"Bell\\x07 Escape\\x1B[31mred\""),
+            HasSubstr("  DOORS.RID: the rows get numbers of their own\n")));
   EXPECT_EQ(report.str().find('\x1B'), std::string::npos);
 }
 
@@ -273,9 +277,178 @@ TEST(MovingPlans, RefuseTablesWithoutWhatGivesThemAMeaning) {
 
 TEST(MovingPlans, TellWhatAFileLacksAndWhatThatMeans) {
   const MovingPlan plan({{TableOf("UNITS", {"unitkey"}, {{N(1)}})}}, "some.mdb", std::nullopt);
-  EXPECT_THAT(plan.left().missingTables,
-              testing::Contains("CredentialBank: there are no credentials"));
-  EXPECT_THAT(plan.left().missingColumns, ElementsAre("Units.RID", "Units.UnitName"));
+  std::vector<std::string> missing;
+  for (const MissingThing& thing : plan.missing()) {
+    missing.push_back(fmt::format("{}.{}: {}", thing.table, thing.column, thing.means));
+  }
+  EXPECT_EQ(missing.size(), 10U + 2U);
+  EXPECT_THAT(missing, testing::Contains("CredentialBank.: there are no credentials"));
+  EXPECT_THAT(missing, testing::Contains("DOORS.: the units have no doors"));
+  EXPECT_EQ(missing[10], "Units.RID: the rows get numbers of their own");
+  EXPECT_EQ(missing[11], "Units.UnitName: it is empty in every row");
+}
+
+TEST(MovingPlans, TellWhatAFileHasAndAStoreHasNot) {
+  const MovingPlan plan({{TableOf("Recipes", {"RID"}, {{N(1)}, {N(2)}}),
+                          TableOf("UNITS", {"unitkey", "Colour"}, {{N(1), N(7)}})}},
+                        "some.mdb", std::nullopt);
+  ASSERT_EQ(plan.left().size(), 2U);
+  EXPECT_EQ(plan.left()[0].table, "Recipes");
+  EXPECT_EQ(plan.left()[0].column, "");
+  EXPECT_EQ(plan.left()[0].rows, 2U);
+  EXPECT_EQ(plan.left()[1].table, "Units");
+  EXPECT_EQ(plan.left()[1].column, "Colour");
+  std::vector<std::string> told;
+  for (const std::vector<qorcred::Value>& row : OddTable(plan).rows) {
+    told.push_back(qorcred::TextOrEmpty(row[0]) + ' ' + qorcred::TextOrEmpty(row[1]) + ' ' +
+                   qorcred::TextOrEmpty(row[4]) + ' ' + qorcred::TextOrEmpty(row[7]));
+  }
+  EXPECT_THAT(told, testing::IsSupersetOf(
+                        {"missing DOORS  missing-table", "missing Units UnitName missing-column",
+                         "left Recipes  unknown-table", "left Units Colour unknown-column"}));
+}
+
+TEST(MovingPlans, YesAndNoThatAFileLacksAreNo) {
+  const MovingPlan plan(
+      {{TableOf("Units", {"UnitKey"}, {{N(1)}}), TableOf("UnitSettings", {"UnitKey"}, {{N(1)}})}},
+      "some.mdb", std::nullopt);
+  const StagedTable& settings = plan.tables()[2];
+  const std::size_t ignores = settings.At("IGNOREFACILITYCODE");
+  EXPECT_EQ(*settings.rows().front().cells[ignores].As<bool>(), false);
+  EXPECT_TRUE(settings.IsGiven(ignores));
+  EXPECT_FALSE(settings.IsGiven(settings.At("UNITTYPE")));
+}
+
+/// "row 2 TenantID 7 -> 2 [other-tenant-id]"
+std::vector<std::string> ToldOf(const MovingPlan& plan, std::string_view table) {
+  std::vector<std::string> told;
+  for (const SettledCell& cell : plan.settled().named()) {
+    if (cell.table != table) continue;
+    told.push_back(fmt::format("{} row {} {} {}{} [{}]", WordFor(cell.settlement), cell.row,
+                               cell.column, cell.value,
+                               cell.instead.empty() ? "" : " -> " + cell.instead, cell.kind));
+  }
+  return told;
+}
+
+DesktopTable UnitTable(std::vector<std::int64_t> keys) {
+  DesktopTable units = TableOf("Units", {"RID", "UnitKey", "UnitName"}, {});
+  for (const std::int64_t key : keys) {
+    units.rows.push_back({N(key), N(key), DesktopText{"Gate", true}});
+  }
+  units.count = units.rows.size();
+  return units;
+}
+
+TEST(MovingPlans, TenantIdsFollowTheRidAndBackupRowsFollowThem) {
+  const MovingPlan plan({{UnitTable({1}),
+                          TableOf("Tenants", {"RID", "TenantID", "UnitKey", "LastName"},
+                                  {{N(1), N(1), N(1), DesktopText{"Same", true}},
+                                   {N(2), N(7), N(1), DesktopText{"Other", true}},
+                                   {N(3), DesktopNull{}, N(1), DesktopText{"None", true}}}),
+                          TableOf("TenantsBackup", {"RID", "UnitKey", "TenantID"},
+                                  {{N(1), N(1), N(1)}, {N(2), N(1), N(7)}, {N(3), N(1), N(3)}})}},
+                        "some.mdb", std::nullopt);
+  EXPECT_THAT(ToldOf(plan, "Tenants"),
+              ElementsAre("adjusted row 2 TenantID 7 -> 2 [other-tenant-id]",
+                          "adjusted row 3 TenantID Null -> 3 [other-tenant-id]"));
+  EXPECT_THAT(ToldOf(plan, "TenantsBackup"),
+              ElementsAre("adjusted row 2 TenantID 7 -> 2 [other-tenant-id]"));
+}
+
+TEST(MovingPlans, CodesBelowMinusOneAreToldAndKept) {
+  const MovingPlan plan(
+      {{UnitTable({1}), TableOf("DirectoryCode", {"RID", "UNITKEY", "DIRECTORYCODE"},
+                                {{N(1), N(1), N(-1)},
+                                 {N(2), N(1), N(-2)},
+                                 {N(3), N(1), N(-99999)},
+                                 {N(4), N(1), N(0)}})}},
+      "some.mdb", std::nullopt);
+  EXPECT_THAT(ToldOf(plan, "DirectoryCode"),
+              ElementsAre("kept row 2 DIRECTORYCODE -2 [number-range]",
+                          "kept row 3 DIRECTORYCODE -99999 [number-range]",
+                          "kept row 4 PHONENUMBER Null [missing-phone]"));
+}
+
+struct SettingCase {
+  const char* column;
+  std::int64_t lowest;
+  std::int64_t highest;
+};
+
+class MovedSettings : public testing::TestWithParam<SettingCase> {};
+
+TEST_P(MovedSettings, BeyondTheirBoundsAreToldAndKept) {
+  const auto plan = [](std::int64_t value, std::int64_t ends) {
+    return MovingPlan(
+        {{UnitTable({1}),
+          TableOf("UnitSettings", {"RID", "UnitKey", "RECORDDEACTIVATION", GetParam().column},
+                  {{N(1), N(1), N(ends), N(value)}})}},
+        "some.mdb", std::nullopt);
+  };
+  const auto told = [&](std::int64_t value, std::int64_t ends) {
+    const MovingPlan made = plan(value, ends);
+    for (const SettledCell& cell : made.settled().named()) {
+      if (cell.column == GetParam().column)
+        return std::string(WordFor(cell.settlement)) + ' ' + cell.kind;
+    }
+    return std::string();
+  };
+  constexpr std::int64_t kAfterDays = 2;
+  EXPECT_EQ(told(GetParam().lowest - 1, kAfterDays), "kept value-range");
+  EXPECT_EQ(told(GetParam().lowest, kAfterDays), "");
+  EXPECT_EQ(told(GetParam().highest, kAfterDays), "");
+  EXPECT_EQ(told(GetParam().highest + 1, kAfterDays), "kept value-range");
+  const bool isOfDays = std::string_view(GetParam().column) == "DEACTIVATIONDAYS";
+  EXPECT_EQ(told(GetParam().highest + 1, 0), isOfDays ? "" : "kept value-range");
+}
+INSTANTIATE_TEST_SUITE_P(All, MovedSettings,
+                         testing::Values(SettingCase{"MaxDigitsDirectoryCode", 1, 15},
+                                         SettingCase{"MaxDigitsEntryCode", 1, 15},
+                                         SettingCase{"DEACTIVATIONDAYS", 1, 36500},
+                                         SettingCase{"CARDDEFAULTFACILITYCODE", 0, 255},
+                                         SettingCase{"RFDEFAULTFACILITYCODE", 0, 255}),
+                         [](const auto& one) { return std::string(one.param.column); });
+
+TEST(MovingPlans, CardsWithADoorThatTheUnitLacksAreTold) {
+  constexpr std::int64_t kCard = 1;
+  constexpr std::int64_t kTransmitter = 2;
+  const MovingPlan plan(
+      {{UnitTable({1}),
+        TableOf("DOORS", {"RID", "UNITKEY", "DOORID"}, {{N(1), N(1), N(1)}, {N(2), N(1), N(2)}}),
+        TableOf("CredentialBank", {"RID", "UnitKey", "CredentialType", "PINNo", "DOORCODE"},
+                {{N(1), N(1), N(kCard), N(1), N(2)},
+                 {N(2), N(1), N(kCard), N(2), N(3)},
+                 {N(3), N(1), N(kCard), N(3), N(-1)},
+                 {N(4), N(1), N(kCard), N(4), N(0)},
+                 {N(5), N(1), N(kCard), N(5), DesktopNull{}},
+                 {N(6), N(1), N(kTransmitter), N(6), N(3)}})}},
+      "some.mdb", std::nullopt);
+  EXPECT_THAT(ToldOf(plan, "CredentialBank"), ElementsAre("kept row 2 DOORCODE 3 [missing-door]",
+                                                          "kept row 3 DOORCODE -1 [missing-door]"));
+}
+
+TEST(MovingPlans, NameSoManyOddCellsAndCountTheRest) {
+  constexpr std::size_t kMore = 3;
+  DesktopTable units = UnitTable({1});
+  DesktopTable types = TableOf("UNITTYPES", {"RID", "DESCRIPTION", "TOTAL"}, {});
+  for (std::size_t row = 0; row < SettledCells::kMostNamed + kMore; ++row) {
+    types.rows.push_back({N(static_cast<std::int64_t>(row) + 1), DesktopNull{}, DesktopNull{}});
+  }
+  types.rows.push_back({N(2'000'000), DesktopText{"Gate", true}, DesktopText{"500", true}});
+  types.count = types.rows.size();
+  const MovingPlan plan({{std::move(units), std::move(types)}}, "some.mdb", std::nullopt);
+  EXPECT_EQ(plan.CountOf(Settlement::kRefused), SettledCells::kMostNamed + kMore);
+  EXPECT_EQ(plan.refusedRows(), SettledCells::kMostNamed + kMore);
+  EXPECT_EQ(plan.settled().UnnamedOf(Settlement::kRefused), kMore);
+  EXPECT_EQ(plan.settled().UnnamedOf(Settlement::kAdjusted), 0U);
+  EXPECT_THAT(ToldOf(plan, "UNITTYPES").back(), HasSubstr("[capacity-plain]"))
+      << "what is refused does not push out what is adjusted";
+  const Table table = SettledTable(plan);
+  EXPECT_EQ(qorcred::TextOrEmpty(table.rows.back()[8]), "3 more, which are not listed");
+  std::ostringstream report;
+  PrintMovingReport(report, plan, "some.mdb");
+  EXPECT_THAT(report.str(), HasSubstr("  3 more, which are not listed\n"));
 }
 
 TEST(MovingPlans, GiveRowsWithoutAnIdentityFreeOnes) {
@@ -302,7 +475,7 @@ TEST(MovingPlans, ARefusedCredentialIsTakenFromItsHolder) {
   const StagedRow& row = tenants.rows().front();
   EXPECT_EQ(LongIn(row.cells[tenants.At("CREDENTIALID1")]), std::nullopt);
   EXPECT_EQ(LongIn(row.cells[tenants.At("CREDENTIALID2")]), 2);
-  EXPECT_EQ(plan.settled().back().kind, "missing-credential");
+  EXPECT_EQ(plan.settled().named().back().kind, "missing-credential");
 }
 
 }  // namespace

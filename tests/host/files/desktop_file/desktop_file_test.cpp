@@ -9,11 +9,11 @@
 #include <cstdint>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <string>
 
 #include "host/files/file_error.h"
 #include "tests/host/files/desktop_file/expected_values.h"
+#include "tests/host/files/desktop_file/refused_files.h"
 #include "tests/host/store/temporary_folder.h"
 
 namespace qorhost::test {
@@ -24,22 +24,6 @@ namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-std::string BytesOf(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-constexpr std::size_t kPage = 4096;
-
-/// The bytes of a file with one page overwritten.
-std::string WithPageOfChance(std::string bytes, std::size_t page) {
-  std::minstd_rand random(7);
-  for (std::size_t at = page * kPage; at < (page + 1) * kPage; ++at) {
-    bytes[at] = static_cast<char>(random() >> 8U);
-  }
-  return bytes;
-}
 
 class DesktopFiles : public testing::Test {
  protected:
@@ -114,12 +98,12 @@ TEST_F(DesktopFiles, TablesThatAreNotWantedHaveNoRowsAndTheirCount) {
 }
 
 TEST_F(DesktopFiles, TheOriginalIsNotTouched) {
-  const fs::path file = Written("building.mdb", BytesOf(SampleDatabase("encoded-2000.mdb")));
+  const fs::path file = Written("building.mdb", BytesOfFile(SampleDatabase("encoded-2000.mdb")));
   fs::permissions(file, fs::perms::owner_read);
   const auto before = fs::last_write_time(file);
   (void)ReadDesktopFile(file, WholeReading());
   EXPECT_EQ(fs::last_write_time(file), before);
-  EXPECT_EQ(BytesOf(file), BytesOf(SampleDatabase("encoded-2000.mdb")));
+  EXPECT_EQ(BytesOfFile(file), BytesOfFile(SampleDatabase("encoded-2000.mdb")));
   EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path()), fs::directory_iterator()), 1);
 }
 
@@ -141,18 +125,25 @@ TEST_F(DesktopFiles, WhatIsNoDatabaseIsRefused) {
   EXPECT_THAT(RefusalOf(folder_.path()), HasSubstr("it is a folder"));
 }
 
+TEST_F(DesktopFiles, WhatIsTurnedAwayIsToldWhy) {
+  for (const RefusedFile& refused : MakeRefusedFiles(QORHOST_DESKTOP_SAMPLES, folder_.path())) {
+    if (refused.says == "another application") continue;  // that is read, and no building
+    EXPECT_THAT(RefusalOf(refused.file), HasSubstr(refused.says)) << refused.file;
+  }
+}
+
 TEST_F(DesktopFiles, AFormatOfLaterDaysIsRefused) {
-  std::string bytes = BytesOf(SampleDatabase("building-2010.accdb"));
+  std::string bytes = BytesOfFile(SampleDatabase("building-2010.accdb"));
   bytes[0x14] = 0x63;
   EXPECT_THAT(RefusalOf(Written("later.accdb", bytes)), HasSubstr("a format that is not known"));
 }
 
 TEST_F(DesktopFiles, ACutFileIsRefused) {
-  const std::string whole = BytesOf(SampleDatabase("building-2000.mdb"));
+  const std::string whole = BytesOfFile(SampleDatabase("building-2000.mdb"));
   EXPECT_THAT(RefusalOf(Written("within.mdb", whole.substr(0, 279'762))),
               HasSubstr("ends within a page"));
-  for (std::size_t pages = 1; pages * kPage < whole.size(); pages += 7) {
-    EXPECT_THAT(RefusalOf(Written("pages.mdb", whole.substr(0, pages * kPage))),
+  for (std::size_t pages = 1; pages * kDesktopPage < whole.size(); pages += 7) {
+    EXPECT_THAT(RefusalOf(Written("pages.mdb", whole.substr(0, pages * kDesktopPage))),
                 HasSubstr("is damaged"))
         << pages;
   }
@@ -160,11 +151,11 @@ TEST_F(DesktopFiles, ACutFileIsRefused) {
 
 /// A page of a table, of the catalogue of tables, or one that nothing is read from.
 TEST_F(DesktopFiles, AFileThatHasLostAPageOfRowsIsRefusedOrReadWhole) {
-  const std::string whole = BytesOf(SampleDatabase("building-2010.accdb"));
+  const std::string whole = BytesOfFile(SampleDatabase("building-2010.accdb"));
   const nlohmann::ordered_json expected = ExpectedOf("building-2010.accdb");
   int refused = 0;
-  for (std::size_t page = 1; page < whole.size() / kPage; ++page) {
-    if (whole[page * kPage] != 1) continue;
+  for (std::size_t page = 1; page < whole.size() / kDesktopPage; ++page) {
+    if (whole[page * kDesktopPage] != 1) continue;
     const fs::path file = Written("flipped.accdb", WithPageOfChance(whole, page));
     try {
       for (const DesktopTable& table : ReadDesktopFile(file, WholeReading()).tables) {
@@ -178,9 +169,11 @@ TEST_F(DesktopFiles, AFileThatHasLostAPageOfRowsIsRefusedOrReadWhole) {
   EXPECT_GT(refused, 20);
 }
 
+/// The page takes 27 tenants with it and three pointers to tenants on another page, who cannot be
+/// found without: 90 of 120 are left. A reader that takes rows for those of a table where they
+/// stand, and passes over pointers, finds these three all the same, and tells 93.
 TEST_F(DesktopFiles, RowsThatAreLostAreCountedInTheRefusal) {
-  constexpr std::size_t kPageOfTenants = 136;
-  const std::string whole = BytesOf(SampleDatabase("building-2010.accdb"));
+  const std::string whole = BytesOfFile(SampleDatabase("building-2010.accdb"));
   EXPECT_THAT(RefusalOf(Written("flipped.accdb", WithPageOfChance(whole, kPageOfTenants))),
               AllOf(HasSubstr("'TENANTS' says that it has 120 rows, and 90 can be read"),
                     HasSubstr("older copy")));
@@ -193,7 +186,7 @@ TEST_F(DesktopFiles, ATableThatStandsElsewhereIsToldToBeLinked) {
   constexpr std::size_t kBetween = 22;
   constexpr char kTable = 1;
   for (const char kind : {'\4', '\6'}) {  // by ODBC, or in another file of this kind
-    std::string bytes = BytesOf(SampleDatabase("building-2000.mdb"));
+    std::string bytes = BytesOfFile(SampleDatabase("building-2000.mdb"));
     const std::size_t name = bytes.find("T\0E\0N\0A\0N\0T\0S\0"sv);
     ASSERT_EQ(bytes.at(name - kBetween), kTable);
     bytes[name - kBetween] = kind;
@@ -215,6 +208,39 @@ TEST_F(DesktopFiles, ReadingEndsAtItsLimits) {
   reading = WholeReading();
   reading.mebibytes = 1;
   EXPECT_THAT(RefusalOf(SampleDatabase("building-large.accdb"), reading), HasSubstr("is damaged"));
+}
+
+/// The reader limits itself; a program in its place does so in the same way, and goes beyond.
+TEST_F(DesktopFiles, TheReadersMemoryAndProcessorTimeHaveAnEnd) {
+  DesktopReading reading = Reading({"fills"});
+  reading.reader = QORHOST_LIMITED_PROGRAM;
+  reading.mebibytes = 64;
+  EXPECT_THAT(RefusalOf(SampleDatabase("encoded-2000.mdb"), reading),
+              HasSubstr("was not read within 64 MB of memory"));
+  reading.wanted = {"turns"};
+  reading.processorTime = std::chrono::seconds(1);
+  EXPECT_THAT(RefusalOf(SampleDatabase("encoded-2000.mdb"), reading),
+              HasSubstr("was not read within 1 s of processor time"));
+}
+
+TEST_F(DesktopFiles, AFileThatIsLargerThanAnyIsNotCopied) {
+  const fs::path file = Written("huge.mdb", BytesOfFile(SampleDatabase("encoded-2000.mdb")));
+  fs::resize_file(file, std::uintmax_t{3} << 30);
+  EXPECT_THAT(RefusalOf(file), AllOf(HasSubstr("has 3072 MB"), HasSubstr("has 2048 MB at most")));
+  DesktopReading reading = WholeReading();
+  reading.largestFile = fs::file_size(SampleDatabase("encoded-2000.mdb"));
+  EXPECT_EQ(RefusalOf(SampleDatabase("encoded-2000.mdb"), reading), "read");
+  --reading.largestFile;
+  EXPECT_THAT(RefusalOf(SampleDatabase("encoded-2000.mdb"), reading), HasSubstr("name another"));
+}
+
+TEST_F(DesktopFiles, AreToldByTheirBeginning) {
+  EXPECT_TRUE(IsDesktopFile(SampleDatabase("building-2000.mdb")));
+  EXPECT_TRUE(IsDesktopFile(SampleDatabase("password-2010.accdb")));
+  EXPECT_FALSE(IsDesktopFile(Written("text.mdb", "Standard Jet DB is only text here")));
+  EXPECT_FALSE(IsDesktopFile(Written("empty.mdb", "")));
+  EXPECT_FALSE(IsDesktopFile(folder_.path()));
+  EXPECT_FALSE(IsDesktopFile(folder_.File("none.mdb")));
 }
 
 TEST_F(DesktopFiles, WithoutAReaderTheRefusalSaysHowToGetOne) {

@@ -13,6 +13,7 @@
 #include "needs_server.h"
 #include "test_server.h"
 #include "tests/host/cli/run_fixture.h"
+#include "tests/host/files/desktop_file/refused_files.h"
 
 namespace qorhost::test {
 namespace {
@@ -175,10 +176,20 @@ TEST_F(ServerCommands, BringTheSameBuildingsIn) {
       SameFile({"tenants", "export", "--unit", key, "--to"});
     }
   }
-  for (const char* name : {"other-application.mdb", "password-2000.mdb"}) {
-    const std::string empty = TestServer::Shared().Create(std::string(name).substr(0, 5));
-    EXPECT_EQ(On(empty, {"init", "--from", samples + "/" + name}).status, 1) << name;
-    EXPECT_NE(On(empty, {"units"}).status, 0) << name;
+}
+
+TEST_F(ServerCommands, MakeNoStoreOfAFileThatIsTurnedAway) {
+  if (std::string_view(QORHOST_DESKTOP_READER).empty()) {
+    GTEST_SKIP() << "libmdb (Debian: mdbtools-dev) was not there when this was built";
+  }
+  const std::string empty = TestServer::Shared().Create("refusals");
+  std::vector<RefusedFile> files = MakeRefusedFiles(QORHOST_DESKTOP_SAMPLES, folder());
+  files.push_back({std::filesystem::path(QORHOST_DESKTOP_SAMPLES) / "building-odd.mdb", "52 rows"});
+  for (const RefusedFile& refused : files) {
+    const Outcome outcome = On(empty, {"init", "--from", refused.file.string()});
+    EXPECT_EQ(outcome.status, 1) << refused.file;
+    EXPECT_THAT(outcome.err, HasSubstr(refused.says));
+    EXPECT_NE(On(empty, {"units"}).status, 0) << refused.file;
   }
 }
 
