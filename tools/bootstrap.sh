@@ -8,7 +8,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 packages_build=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohmann-json3-dev
                 libpq-dev libsodium-dev libsqlite3-dev libutf8proc-dev)
 packages_test=(libgtest-dev libgmock-dev lld zsh fish groff-base)
-packages_desktop=(qt6-base-dev qt6-l10n-tools)
+packages_desktop=(qt6-base-dev qt6-l10n-tools qt6-translations-l10n)
 packages_desktop_x=(xvfb openbox qt6-qpa-plugins)
 packages_moving=(mdbtools-dev)
 packages_bench=(libbenchmark-dev mdbtools)
