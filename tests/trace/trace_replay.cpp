@@ -359,17 +359,14 @@ class UntracedReplay final : public Replay {
   const ControllerMaker& make_;
 };
 
-}  // namespace
-
-std::vector<std::string> Replayed(const std::vector<std::string>& trace) {
-  const std::vector<TracedLine> read = ReadTrace(trace);
+std::vector<std::string> TracedReplayOf(const std::vector<TracedLine>& read) {
   TracedReplay replay;
   replay.Run(read);
   return replay.TakeLines();
 }
 
-std::string DifferenceInReplay(const std::vector<std::string>& trace) {
-  const std::vector<std::string> replayed = Replayed(trace);
+std::string Difference(const std::vector<std::string>& trace,
+                       const std::vector<std::string>& replayed) {
   const auto [was, is] =
       std::mismatch(trace.begin(), trace.end(), replayed.begin(), replayed.end());
   if (was == trace.end() && is == replayed.end()) return {};
@@ -378,9 +375,25 @@ std::string DifferenceInReplay(const std::vector<std::string>& trace) {
          (is == replayed.end() ? "(the end)" : *is);
 }
 
+}  // namespace
+
+std::vector<std::string> Replayed(const std::vector<std::string>& trace) {
+  return TracedReplayOf(ReadTrace(trace));
+}
+
+std::string DifferenceInReplay(const std::vector<std::string>& trace) {
+  return Difference(trace, Replayed(trace));
+}
+
 void ReplayOn(const ControllerMaker& make, const std::vector<std::string>& trace) {
+  UntracedReplay(make).Run(ReadTrace(trace));
+}
+
+std::string DifferenceInReplays(const ControllerMaker& make,
+                                const std::vector<std::string>& trace) {
   const std::vector<TracedLine> read = ReadTrace(trace);
   UntracedReplay(make).Run(read);
+  return Difference(trace, TracedReplayOf(read));
 }
 
 }  // namespace qortest

@@ -30,4 +30,9 @@ using ControllerMaker = std::function<std::unique_ptr<qorcred::Controller>(
 /// for more or for less than it did then.
 void ReplayOn(const ControllerMaker& make, const std::vector<std::string>& trace);
 
+/// Both of these on a trace that is read once: what DifferenceInReplay() gives, after ReplayOn()
+/// has raised nothing.
+[[nodiscard]] std::string DifferenceInReplays(const ControllerMaker& make,
+                                              const std::vector<std::string>& trace);
+
 }  // namespace qortest

@@ -7,6 +7,8 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include "host/desktop/screens/fitted_table.h"
+
 namespace qorhost {
 
 namespace {

@@ -11,6 +11,8 @@
 #include "host/desks/shown_value.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/screens/empty_hint.h"
+#include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
@@ -27,6 +29,12 @@ HistoryPage::HistoryPage(Workplace& place)
   ui_->entries->setSelectionMode(QAbstractItemView::SingleSelection);
   SetUp(*ui_->entries, entries_);
   SetUp(*ui_->rows, rows_);
+  SqueezeColumns(*ui_->entries);
+  SqueezeColumns(*ui_->rows);
+  EmptyHint::Show(*ui_->entries,
+                  HintOrNotFound(*ui_->findEntry, tr("Nothing was done in this unit yet.")));
+  EmptyHint::Show(*ui_->rows,
+                  [] { return tr("Choose an entry to see what it made of the rows."); });
   connect(ui_->findEntry, &QLineEdit::textChanged, this, [this](const QString& text) {
     entries_.Narrow(text);
     (void)Look(tr("The entry cannot be shown."), [this] { ShowRows(); });

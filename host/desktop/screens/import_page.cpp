@@ -10,7 +10,8 @@
 #include "host/desks/credential_types.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
-#include "host/desktop/screens/list_table_model.h"
+#include "host/desktop/screens/empty_hint.h"
+#include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/words/desk_words.h"
 #include "host/files/file_error.h"
 #include "host/files/input_file.h"
@@ -45,6 +46,12 @@ ImportPage::ImportPage(Workplace& place)
   FillChoices();
   SetUp(*ui_->preview, rows_);
   ui_->preview->horizontalHeader()->setStretchLastSection(false);
+  EmptyHint::Show(*ui_->preview, [this] {
+    return sheet_ == nullptr || sheet_->rowCount() == 0
+               ? ImportPage::tr(
+                     "Choose a file whose first line has headings, such as Name, Code and Phone.")
+               : ImportPage::tr("No row has what is looked for.");
+  });
   ui_->preview->setItemDelegate(new MarkingDelegate(ui_->preview));
   ConnectWidgets();
   ConnectTable();

@@ -1,8 +1,5 @@
 #include "host/desktop/screens/list_table_model.h"
 
-#include <QCoreApplication>
-#include <QEvent>
-#include <QHeaderView>
 #include <algorithm>
 
 #include "host/desktop/binding/qt_text.h"
@@ -12,35 +9,6 @@
 namespace qorhost {
 
 namespace {
-
-constexpr int kRowsMeasured = 200;  // those that a person may see at first
-
-/// Fits a table again whenever its letters change; owned by the table.
-class FontWatch final : public QObject {
- public:
-  explicit FontWatch(QTableView& view) : QObject(&view), view_(view) {
-    view.installEventFilter(this);
-  }
-
-  bool event(QEvent* event) override {
-    if (event->type() == QEvent::User) {
-      FitColumns(view_);
-      return true;
-    }
-    return QObject::event(event);
-  }
-
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::FontChange) {
-      // Behind the event: by then the titles have their new letters, too.
-      QCoreApplication::postEvent(this, new QEvent(QEvent::User));
-    }
-    return QObject::eventFilter(watched, event);
-  }
-
- private:
-  QTableView& view_;
-};
 
 bool Holds(const std::vector<ListField>& fields, const std::vector<qorcred::Value>& row,
            const QString& text) {
@@ -115,27 +83,6 @@ QVariant ListTableModel::headerData(int section, Qt::Orientation orientation, in
     return {};
   }
   return ShownTitle(all_.fields[static_cast<std::size_t>(section)].title);
-}
-
-void SetUp(QTableView& view, QAbstractItemModel& model) {
-  view.setModel(&model);
-  view.horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
-  view.horizontalHeader()->setStretchLastSection(true);
-  view.horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
-  view.horizontalHeader()->setHighlightSections(false);
-  view.verticalHeader()->hide();
-  view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  KeepFit(view);
-}
-
-void KeepFit(QTableView& view) {
-  FitColumns(view);
-  new FontWatch(view);
-}
-
-void FitColumns(QTableView& view) {
-  view.verticalHeader()->setDefaultSectionSize(view.fontMetrics().height() * 3 / 2);
-  view.resizeColumnsToContents();
 }
 
 }  // namespace qorhost

@@ -3,7 +3,6 @@
 
 #include <QAbstractTableModel>
 #include <QString>
-#include <QTableView>
 #include <vector>
 
 #include "host/desks/list.h"
@@ -47,12 +46,5 @@ class ListTableModel final : public QAbstractTableModel {
   int sortedBy_ = -1;
   bool downwards_ = false;
 };
-
-/// Gives the view the model, and rows of one fixed height; keeps it fit.
-void SetUp(QTableView& view, QAbstractItemModel& model);
-/// Makes columns as wide as their titles and first rows need, and rows as high as the letters.
-void FitColumns(QTableView& view);
-/// Fits the view now, and whenever its letters change.
-void KeepFit(QTableView& view);
 
 }  // namespace qorhost

@@ -11,6 +11,8 @@
 #include "frame/convert.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/screens/empty_hint.h"
+#include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/words/desk_words.h"
 #include "host/files/input_file.h"
 
@@ -58,6 +60,8 @@ MergePage::MergePage(Workplace& place) : EntryPage(place), ui_(std::make_unique<
   ui_->setupUi(this);
   SetUp(*ui_->differences, differences_);
   SetUp(*ui_->sides, sides_);
+  EmptyHint::Show(*ui_->differences, [this] { return HintForNone(); });
+  EmptyHint::Show(*ui_->sides, [] { return tr("Choose a difference to see both sides."); });
   ConnectWidgets();
   ShowNothing();
 }
@@ -85,6 +89,16 @@ void MergePage::ConnectWidgets() {
     SetEntered(!differences_.Accepted().empty());
     ShowState();
   });
+}
+
+QString MergePage::HintForNone() const {
+  if (!ui_->findDifference->text().isEmpty()) {
+    return HintOrNotFound(*ui_->findDifference, {})();
+  }
+  return merge_ == nullptr
+             ? tr("Choose the file that was read from the unit: what it has otherwise than the "
+                  "store is listed here.")
+             : tr("There is nothing to accept.");
 }
 
 void MergePage::ToggleChosen() {

@@ -37,6 +37,7 @@ class MergePage final : public EntryPage {
   void ShowSides();
   void ShowState();
   void ToggleChosen();
+  [[nodiscard]] QString HintForNone() const;
   [[nodiscard]] bool MayDelete(const std::vector<std::size_t>& steps);
   void Merge();
   void TellDone(const MergeReport& report);

@@ -16,7 +16,7 @@
 #include "host/desks/store_overview.h"
 #include "host/desks/unit_settings.h"
 #include "host/desktop/binding/qt_text.h"
-#include "host/desktop/screens/list_table_model.h"
+#include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/words/desk_words.h"
 
 namespace qorhost {

@@ -25,6 +25,8 @@
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/printing/table_printer.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/screens/empty_hint.h"
+#include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/words/list_words.h"
 #include "host/desktop/words/shown_word.h"
 #include "host/files/csv_writer.h"
@@ -69,6 +71,7 @@ ReportPage::ReportPage(Workplace& place, const QString& title, Deleting deleting
   ui_->title->setText(title);
   ui_->deleteButton->setVisible(deleting == Deleting::kOffered);
   SetUp(*ui_->rows, rows_);
+  EmptyHint::Show(*ui_->rows, [] { return tr("No row meets the conditions."); });
   ConnectWidgets();
 }
 

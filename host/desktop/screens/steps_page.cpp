@@ -9,6 +9,8 @@
 #include "host/desks/step_desk.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/screens/empty_hint.h"
+#include "host/desktop/screens/fitted_table.h"
 
 namespace qorhost {
 
@@ -21,6 +23,8 @@ constexpr std::size_t kStep = 0;  // the column of its number
 StepsPage::StepsPage(Workplace& place) : ScreenPage(place), ui_(std::make_unique<Ui::StepsPage>()) {
   ui_->setupUi(this);
   SetUp(*ui_->steps, steps_);
+  SqueezeColumns(*ui_->steps);
+  EmptyHint::Show(*ui_->steps, HintOrNotFound(*ui_->findStep, tr("No step waits for the unit.")));
   connect(ui_->findStep, &QLineEdit::textChanged, this,
           [this](const QString& text) { steps_.Narrow(text); });
   connect(ui_->exportButton, &QPushButton::clicked, this, [this] { Export(); });
@@ -39,7 +43,6 @@ void StepsPage::ShowSteps() {
   const bool any = !waiting.rows.empty();
   steps_.Show(std::move(waiting));
   FitColumns(*ui_->steps);
-  ui_->noSteps->setVisible(!any);
   ui_->exportButton->setEnabled(any);
   ui_->markButton->setEnabled(any);
 }

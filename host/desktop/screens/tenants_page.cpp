@@ -17,6 +17,8 @@
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/changes_dialog.h"
+#include "host/desktop/screens/empty_hint.h"
+#include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/screens/lease_end_dialog.h"
 #include "host/desktop/words/list_words.h"
 
@@ -95,6 +97,11 @@ TenantsPage::TenantsPage(Workplace& place)
       }()),
       form_(*ui_, [this](QWidget& widget) { NoteEdit(widget); }) {
   SetUp(*ui_->tenants, list_);
+  SqueezeColumns(*ui_->tenants);
+  EmptyHint::Show(
+      *ui_->tenants,
+      HintOrNotFound(*ui_->findTenant, tr("The unit has no tenants yet. Enter the first one "
+                                          "beside this list, and press Save.")));
   ConnectWidgets();
   OpenDesk();
   ShowList();
@@ -142,12 +149,12 @@ void TenantsPage::ShowList() {
   showing_ = true;
   list_.Show(std::move(list));
   showing_ = false;
-  FitColumns(*ui_->tenants);
   for (int column = 0; column < static_cast<int>(fields.size()); ++column) {
     const std::string& key = fields[static_cast<std::size_t>(column)].key;
     ui_->tenants->setColumnHidden(
         column, std::find(kColumns.begin(), kColumns.end(), key) == kColumns.end());
   }
+  FitColumns(*ui_->tenants);
   ui_->tenantCount->setText(count);
   SelectChosen();
 }

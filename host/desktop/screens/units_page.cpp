@@ -14,6 +14,7 @@
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/binding/wheel_guard.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
@@ -97,6 +98,7 @@ QString ContentsText(const UnitContents& contents) {
 UnitsPage::UnitsPage(Workplace& place) : EntryPage(place), ui_(std::make_unique<Ui::UnitsPage>()) {
   ui_->setupUi(this);
   SetUp(*ui_->units, list_);
+  SqueezeColumns(*ui_->units);
   ui_->type->setCompleter(nullptr);  // a new type may begin as one that is there
   WheelGuard::Watch(*ui_->type);
   ConnectWidgets();
@@ -160,11 +162,11 @@ void UnitsPage::ShowStored() {
   }
   list_.Show(units_);
   showing_ = false;
-  FitColumns(*ui_->units);
   for (int column = 0; column < list_.columnCount(); ++column) {
     ui_->units->setColumnHidden(column,
                                 std::find(kShown.begin(), kShown.end(), column) == kShown.end());
   }
+  FitColumns(*ui_->units);
   SelectChosen();
   ShowChosen();
 }

@@ -1,9 +1,12 @@
 #include "host/desktop/shell/field_style.h"
 
 #include <QApplication>
+#include <QIconEngine>
 #include <QLineEdit>
+#include <QListView>
 #include <QPainter>
 #include <QStyleOption>
+#include <algorithm>
 
 namespace qorhost {
 
@@ -71,6 +74,32 @@ void DrawOutline(QStyle::PrimitiveElement element, QPainter& painter, const QSty
   painter.restore();
 }
 
+/// Two angles that point to the right.
+class MoreToTheRight final : public QIconEngine {
+ public:
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode /*mode*/,
+             QIcon::State /*state*/) override {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(QApplication::palette().color(QPalette::ButtonText), 1.5));
+    const double step = rect.height() / 4.0;
+    const double middle = rect.top() + rect.height() / 2.0;
+    for (const double left : {rect.left() + step, rect.left() + 2 * step}) {
+      painter->drawPolyline(
+          QPolygonF{{left, middle - step}, {left + step, middle}, {left, middle + step}});
+    }
+    painter->restore();
+  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap picture(size);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+    return picture;
+  }
+  [[nodiscard]] QIconEngine* clone() const override { return new MoreToTheRight; }
+};
+
 }  // namespace
 
 FieldStyle::FieldStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -95,6 +124,25 @@ void FieldStyle::drawControl(ControlElement element, const QStyleOption* option,
     painter->setFont(QApplication::font("QDockWidgetTitle"));
   }
   QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+QIcon FieldStyle::standardIcon(StandardPixmap which, const QStyleOption* option,
+                               const QWidget* widget) const {
+  return which == SP_ToolBarHorizontalExtensionButton
+             ? QIcon(new MoreToTheRight)
+             : QProxyStyle::standardIcon(which, option, widget);
+}
+
+QSize FieldStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                   const QSize& contents, const QWidget* widget) const {
+  QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+  const int letter = option == nullptr ? 0 : option->fontMetrics.height();
+  if (type == CT_PushButton) {
+    size.setWidth(std::max(size.width(), contents.width() + letter * 3 / 2));
+  } else if (type == CT_ItemViewItem && qobject_cast<const QListView*>(widget) != nullptr) {
+    size.rheight() += letter / 3;
+  }
+  return size;
 }
 
 void FieldStyle::polish(QWidget* widget) {

@@ -25,7 +25,6 @@ namespace {
 
 constexpr int kToldFor = 15000;  // milliseconds
 constexpr QSize kUsualSize(1040, 800);
-constexpr int kBetweenScreens = 3;  // pixels around each
 constexpr int kUnitName = Qt::UserRole + 1;
 
 /// What is made under a look need not be changed to it.
@@ -52,9 +51,8 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
       calls_(new CallLogDock(surroundings_.clock, this)),
       screens_(new QListWidget(sides_)),
       units_(new QComboBox(sides_)),
-      themes_(new QActionGroup(this)),
-      sizes_(new QActionGroup(this)),
-      languages_(new QActionGroup(this)) {
+      ofStore_(new QActionGroup(this)) {
+  ofStore_->setExclusionPolicy(QActionGroup::ExclusionPolicy::None);
   MakeSides();
   addDockWidget(Qt::BottomDockWidgetArea, calls_);
   calls_->hide();
@@ -70,7 +68,7 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
   connect(&start_->openButton(), &QPushButton::clicked, this, [this] { ChooseStore(); });
   connect(&start_->newButton(), &QPushButton::clicked, this, [this] { ChooseNewStore(); });
   connect(&start_->existingButton(), &QPushButton::clicked, this, [this] { ChooseExisting(); });
-  Restore();
+  TakeUpLayout();
   // Afterwards: what is being shown cannot be hidden again.
   connect(
       calls_, &QDockWidget::visibilityChanged, this, [this](bool shown) { FollowCalls(shown); },
@@ -98,7 +96,6 @@ void MainWindow::MakeSides() {
   for (const ScreenEntry& screen : Screens()) {
     screens_->addItem(TitleOf(screen));
   }
-  screens_->setSpacing(kBetweenScreens);
   screens_->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
   column->addWidget(label);
   column->addWidget(units_);
@@ -114,6 +111,7 @@ void MainWindow::MakeMenus() {
   MakeStoreMenu();
   MakeScreensMenu();
   MakeViewMenu();
+  ofStore_->setEnabled(false);
   // Their titles have no letters of their own: the screens use them all.
   auto* open = new QShortcut(QKeySequence(Qt::Key_F10), this);
   connect(open, &QShortcut::activated, this,
@@ -127,12 +125,10 @@ void MainWindow::MakeStoreMenu() {
   store->addAction(tr("Open server…"), this, [this] { ChooseServer(); });
   store->addAction(tr("New from existing building…"), this, [this] { ChooseExisting(); });
   store->addAction(tr("Demo building"), this, [this] { (void)OpenDemo(); });
-  store->addAction(tr("Back up…"), this, [this] {
-    if (place_ != nullptr) {
-      BackUpStore(*place_);
-    }
-  });
-  store->addAction(tr("Close"), QKeySequence::Close, this, [this] { (void)CloseStore(); });
+  ofStore_->addAction(store->addAction(tr("Back up…"), this, [this] { BackUpStore(*place_); }));
+  store->addAction(tr("Restore a backup…"), this, [this] { RestoreBackup(); });
+  ofStore_->addAction(
+      store->addAction(tr("Close"), QKeySequence::Close, this, [this] { (void)CloseStore(); }));
   store->addSeparator();
   store->addAction(tr("Quit"), QKeySequence::Quit, this, [this] { close(); });
 }
@@ -144,66 +140,35 @@ void MainWindow::MakeScreensMenu() {
     QAction* action =
         go->addAction(TitleOf(screen), this, [this, row] { screens_->setCurrentRow(row); });
     action->setShortcut(QKeySequence(QString::fromLatin1(screen.shortcut)));
+    ofStore_->addAction(action);
     ++row;
   }
   go->addSeparator();
-  go->addAction(tr("Refresh"), QKeySequence::Refresh, this, [this] { ShowAgain(); });
-}
-
-QAction* MainWindow::AddChoice(QMenu& menu, QActionGroup& group, const QString& text,
-                               const std::function<void()>& choose) {
-  QAction* action = menu.addAction(text, this, choose);
-  action->setCheckable(true);
-  group.addAction(action);
-  return action;
+  ofStore_->addAction(
+      go->addAction(tr("Refresh"), QKeySequence::Refresh, this, [this] { ShowAgain(); }));
 }
 
 void MainWindow::MakeViewMenu() {
-  QMenu* look = menuBar()->addMenu(tr("View"));
   calls_->toggleViewAction()->setShortcut(QKeySequence(QStringLiteral("Ctrl+L")));
-  look->addAction(calls_->toggleViewAction());
-  look->addSeparator();
-  const std::pair<QString, Theme> themes[] = {{tr("Light"), Theme::kLight},
-                                              {tr("Dark"), Theme::kDark}};
-  for (const auto& [text, theme] : themes) {
-    AddChoice(*look, *themes_, text, [this, theme = theme] {
-      SetAppearance({theme, appearance_.textPercent});
-    })->setData(static_cast<int>(theme));
-  }
-  look->addSeparator();
-  for (const int percent : {100, 125, 150, 200}) {
-    AddChoice(*look, *sizes_, tr("Text at %1 %").arg(percent), [this, percent] {
-      SetAppearance({appearance_.theme, percent});
-    })->setData(percent);
-  }
-  TickLook();
-  look->addSeparator();
-  const QString chosen = LanguageFor(remembered_.language());
-  for (const LanguageName& language : kLanguages) {
-    const QString key = QString::fromLatin1(language.key);
-    AddChoice(*look, *languages_, QString::fromUtf8(language.name), [this, key] {
-      remembered_.SetLanguage(key);
-      statusBar()->showMessage(tr("The language holds from the next start on."), kToldFor);
-    })->setChecked(key == chosen);
-  }
-}
-
-void MainWindow::TickLook() {
-  for (QAction* theme : themes_->actions()) {
-    theme->setChecked(theme->data().toInt() == static_cast<int>(appearance_.theme));
-  }
-  for (QAction* size : sizes_->actions()) {
-    size->setChecked(size->data().toInt() == appearance_.textPercent);
-  }
+  const ViewMenu::Choices choices{
+      [this](const Appearance& appearance) { SetAppearance(appearance); },
+      [this](const QString& language) {
+        remembered_.SetLanguage(language);
+        statusBar()->showMessage(tr("The language holds from the next start on."), kToldFor);
+      }};
+  view_ =
+      new ViewMenu(*calls_->toggleViewAction(), LanguageFor(remembered_.language()), choices, this);
+  menuBar()->addMenu(view_);
+  view_->Tick(appearance_);
 }
 
 void MainWindow::SetAppearance(const Appearance& appearance) {
   appearance_ = appearance;
   Apply(appearance_);
-  TickLook();
+  view_->Tick(appearance_);
 }
 
-void MainWindow::Restore() {
+void MainWindow::TakeUpLayout() {
   resize(kUsualSize);
   (void)restoreGeometry(remembered_.geometry());
   (void)restoreState(remembered_.places());
@@ -353,14 +318,39 @@ bool MainWindow::CloseStore() {
   if (!MayLeave()) {
     return false;
   }
+  LetGo();
+  remembered_.SetStore({});
+  return true;
+}
+
+void MainWindow::LetGo() {
   Remember();
   pages_->Take(nullptr);
   calls_->Follow(nullptr);
   place_.reset();
   sides_->hide();
+  ofStore_->setEnabled(false);
   setWindowTitle(QCoreApplication::applicationName());
-  remembered_.SetStore({});
-  return true;
+}
+
+void MainWindow::RestoreBackup() {
+  if (!MayLeave()) {
+    return;
+  }
+  const std::filesystem::path open = place_ == nullptr ? std::filesystem::path() : place_->file();
+  const std::optional<Restoring> restoring = AskWhatToRestore(*this, open);
+  if (!restoring) {
+    return;
+  }
+  const bool isOpen = restoring->store == open;
+  if (isOpen) {
+    LetGo();  // it is another file afterwards
+  }
+  const RestoreEnding ending = PutBackupInPlace(*this, runner_, *restoring, surroundings_.clock());
+  if ((isOpen || ending.done) && !OpenStore(restoring->store)) {
+    return;
+  }
+  statusBar()->showMessage(ending.told, kToldFor);
 }
 
 void MainWindow::OpenLastStore() {
@@ -391,6 +381,7 @@ bool MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::
   setWindowTitle(tr("%1 – %2").arg(name, QCoreApplication::applicationName()));
   FillUnits(units, remembered_.unit());
   sides_->show();
+  ofStore_->setEnabled(true);
   const QString last = remembered_.screen();
   ShowScreen(last.isEmpty() ? QString::fromLatin1(Screens().front().key) : last);
   return true;

@@ -1,17 +1,14 @@
 // The window: a store that is open, its units, and the screens.
 #pragma once
 
-#include <QAction>
 #include <QActionGroup>
 #include <QComboBox>
 #include <QListWidget>
 #include <QMainWindow>
-#include <QMenu>
 #include <QSettings>
 #include <QString>
 #include <exception>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -22,6 +19,7 @@
 #include "host/desktop/shell/page_stack.h"
 #include "host/desktop/shell/remembered.h"
 #include "host/desktop/shell/start_page.h"
+#include "host/desktop/shell/view_menu.h"
 
 namespace qorhost {
 
@@ -62,10 +60,6 @@ class MainWindow final : public QMainWindow {
   void MakeStoreMenu();
   void MakeScreensMenu();
   void MakeViewMenu();
-  /// An entry that has a tick while it is the one of its group that holds.
-  QAction* AddChoice(QMenu& menu, QActionGroup& group, const QString& text,
-                     const std::function<void()>& choose);
-  void TickLook();
   void MakeSides();
   /// False when another operation runs. Raises what reading its units raises; the store that was
   /// open stays so then.
@@ -87,7 +81,11 @@ class MainWindow final : public QMainWindow {
   [[nodiscard]] bool MayLeave();
   void FollowCalls(bool shown);
   void ReopenScreens();
-  void Restore();
+  /// Closes the store, which stays the one that is opened the next time.
+  void LetGo();
+  void RestoreBackup();
+  /// Of the window, as it was the last time.
+  void TakeUpLayout();
   void Remember();
 
   Remembered remembered_;
@@ -102,9 +100,8 @@ class MainWindow final : public QMainWindow {
   CallLogDock* calls_;
   QListWidget* screens_;
   QComboBox* units_;
-  QActionGroup* themes_;
-  QActionGroup* sizes_;
-  QActionGroup* languages_;
+  QActionGroup* ofStore_;  // what there is only while a store is open
+  ViewMenu* view_ = nullptr;
 };
 
 }  // namespace qorhost

@@ -11,6 +11,7 @@
 #include "host/desks/moving_in/moving_report.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
+#include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/words/desk_words.h"
 #include "host/files/csv_writer.h"
 #include "host/files/whole_file.h"

@@ -1,5 +1,6 @@
 #include "host/desktop/shell/start_page.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -9,14 +10,46 @@ namespace qorhost {
 
 namespace {
 
+/// A text of some lines whose height is found once for each width. A label asks the letters for it
+/// whenever it is laid out, which took as long as all the rest of the page.
+class Note final : public QLabel {
+ public:
+  explicit Note(const QString& text) : QLabel(text) { setWordWrap(true); }
+
+  [[nodiscard]] QSize minimumSizeHint() const override {
+    constexpr int kLetters = 30;
+    return {fontMetrics().averageCharWidth() * kLetters, fontMetrics().height()};
+  }
+  [[nodiscard]] QSize sizeHint() const override {
+    constexpr int kLetters = 60;
+    return {fontMetrics().averageCharWidth() * kLetters, fontMetrics().height()};
+  }
+  [[nodiscard]] int heightForWidth(int width) const override {
+    if (width != width_) {
+      width_ = width;
+      height_ = QLabel::heightForWidth(width);
+    }
+    return height_;
+  }
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    width_ = -1;
+    QLabel::changeEvent(event);
+  }
+
+ private:
+  mutable int width_ = -1;
+  mutable int height_ = 0;
+};
+
 /// A button with a line under it that says what it is good for.
 QPushButton* AddChoice(QVBoxLayout& column, const QString& name, const QString& text,
                        const QString& what) {
   auto* button = new QPushButton(text);
   button->setObjectName(name);
   button->setAccessibleDescription(what);
-  auto* label = new QLabel(what);
-  label->setWordWrap(true);
+  auto* label = new Note(what);
   column.addWidget(button);
   column.addWidget(label);
   column.addSpacing(label->fontMetrics().height());

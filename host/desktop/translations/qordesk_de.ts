@@ -2,7 +2,35 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
-    <name>BackUp</name>
+    <name>BackUps</name>
+    <message>
+        <source>Which store is it a backup of?</source>
+        <translation>Von welchem Bestand ist das die Sicherung?</translation>
+    </message>
+    <message>
+        <source>Stores (*.db)</source>
+        <translation>Bestände (*.db)</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 vom %2</translation>
+    </message>
+    <message>
+        <source>Put the backup %1 into the store on the server? A server takes one into a new store only: what is in use there stays as it is.</source>
+        <translation>Die Sicherung %1 in den Bestand auf dem Server legen? Ein Server nimmt eine nur in einen neuen Bestand auf: Was dort in Gebrauch ist, bleibt, wie es ist.</translation>
+    </message>
+    <message>
+        <source>Put the backup %1 in the place of %2? What was done since then is not in it. The store as it is now is kept beside it under another name; whoever has it open must open it again.</source>
+        <translation>Die Sicherung %1 an die Stelle von %2 setzen? Was seitdem getan wurde, steht nicht darin. Der Bestand, wie er jetzt ist, bleibt daneben unter einem anderen Namen; wer ihn geöffnet hat, muss ihn neu öffnen.</translation>
+    </message>
+    <message>
+        <source>Restored from %1.</source>
+        <translation>Wiederhergestellt aus %1.</translation>
+    </message>
+    <message>
+        <source>%1 The store as it was is %2.</source>
+        <translation>%1 Der Bestand, wie er war, ist %2.</translation>
+    </message>
     <message>
         <source>There is nothing to back up.</source>
         <translation>Es gibt nichts zu sichern.</translation>
@@ -14,10 +42,6 @@
     <message>
         <source>Back up the store</source>
         <translation>Bestand sichern</translation>
-    </message>
-    <message>
-        <source>Stores (*.db)</source>
-        <translation>Bestände (*.db)</translation>
     </message>
     <message>
         <source>Backing up</source>
@@ -34,6 +58,26 @@
     <message>
         <source>The store is not backed up.</source>
         <translation>Der Bestand ist nicht gesichert.</translation>
+    </message>
+    <message>
+        <source>Restore which backup?</source>
+        <translation>Welche Sicherung wiederherstellen?</translation>
+    </message>
+    <message>
+        <source>Stores (*.db);;All files (*)</source>
+        <translation>Bestände (*.db);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Restoring the backup</source>
+        <translation>Die Sicherung wird wiederhergestellt</translation>
+    </message>
+    <message>
+        <source>Cancelled. The store is as it was.</source>
+        <translation>Abgebrochen. Der Bestand ist, wie er war.</translation>
+    </message>
+    <message>
+        <source>The backup is not restored.</source>
+        <translation>Die Sicherung ist nicht wiederhergestellt.</translation>
     </message>
 </context>
 <context>
@@ -107,10 +151,6 @@
     <message>
         <source>&amp;Find:</source>
         <translation>&amp;Suchen:</translation>
-    </message>
-    <message>
-        <source>Type a part of a credential</source>
-        <translation>Teil eines Ausweises eingeben</translation>
     </message>
     <message>
         <source>C&amp;redentials:</source>
@@ -203,6 +243,10 @@
     <message>
         <source>D&amp;elete</source>
         <translation>Lös&amp;chen</translation>
+    </message>
+    <message>
+        <source>A part of a credential</source>
+        <translation>Teil eines Ausweises</translation>
     </message>
 </context>
 <context>
@@ -1527,10 +1571,6 @@
         <translation>&amp;Suchen:</translation>
     </message>
     <message>
-        <source>Type a part of a code</source>
-        <translation>Teil eines Codes eingeben</translation>
-    </message>
-    <message>
         <source>Directory &amp;codes:</source>
         <translation>&amp;Rufcodes:</translation>
     </message>
@@ -1661,6 +1701,10 @@
     <message>
         <source>&amp;Delete</source>
         <translation>Lös&amp;chen</translation>
+    </message>
+    <message>
+        <source>A part of a code</source>
+        <translation>Teil eines Codes</translation>
     </message>
 </context>
 <context>
@@ -2382,10 +2426,6 @@
         <translation>S&amp;uchen:</translation>
     </message>
     <message>
-        <source>Show only differences with this text</source>
-        <translation>Nur Unterschiede mit diesem Text anzeigen</translation>
-    </message>
-    <message>
         <source>Accept &amp;all that are shown</source>
         <translation>&amp;Alle angezeigten annehmen</translation>
     </message>
@@ -2416,6 +2456,10 @@
     <message>
         <source>Line %1: %2</source>
         <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>Text in any column</source>
+        <translation>Text in einer Spalte</translation>
     </message>
 </context>
 <context>
@@ -2811,10 +2855,6 @@
         <translation>Schritte, die auf die Anlage warten</translation>
     </message>
     <message>
-        <source>No step waits for the unit.</source>
-        <translation>Kein Schritt wartet auf die Anlage.</translation>
-    </message>
-    <message>
         <source>&amp;Export…</source>
         <translation>&amp;Exportieren…</translation>
     </message>
@@ -2967,10 +3007,6 @@
         <translation>&amp;Suchen:</translation>
     </message>
     <message>
-        <source>Show only tenants with this text</source>
-        <translation>Nur Mieter mit diesem Text anzeigen</translation>
-    </message>
-    <message>
         <source>Tenants</source>
         <translation>Mieter</translation>
     </message>
@@ -3089,6 +3125,10 @@
     <message>
         <source>Dele&amp;te…</source>
         <translation>Lös&amp;chen…</translation>
+    </message>
+    <message>
+        <source>Text in any column</source>
+        <translation>Text in einer Spalte</translation>
     </message>
 </context>
 <context>
@@ -3416,6 +3456,13 @@
     </message>
 </context>
 <context>
+    <name>qorhost::EmptyHint</name>
+    <message>
+        <source>Nothing here has “%1” in it.</source>
+        <translation>Nichts hier enthält „%1“.</translation>
+    </message>
+</context>
+<context>
     <name>qorhost::EntryPage</name>
     <message>
         <source>What you entered is not saved. Leave it?</source>
@@ -3443,6 +3490,14 @@
     <message>
         <source>Undone: %1.</source>
         <translation>Rückgängig gemacht: %1.</translation>
+    </message>
+    <message>
+        <source>Nothing was done in this unit yet.</source>
+        <translation>In dieser Anlage wurde noch nichts getan.</translation>
+    </message>
+    <message>
+        <source>Choose an entry to see what it made of the rows.</source>
+        <translation>Wählen Sie einen Eintrag, um zu sehen, was er aus den Zeilen machte.</translation>
     </message>
 </context>
 <context>
@@ -3575,6 +3630,14 @@
         <source>Read headings as they seem to be meant: %1?</source>
         <translation>Überschriften so lesen, wie sie gemeint scheinen: %1?</translation>
     </message>
+    <message>
+        <source>Choose a file whose first line has headings, such as Name, Code and Phone.</source>
+        <translation>Wählen Sie eine Datei, deren erste Zeile Überschriften hat, etwa Name, Code und Phone.</translation>
+    </message>
+    <message>
+        <source>No row has what is looked for.</source>
+        <translation>Keine Zeile hat, was gesucht wird.</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::ImportTableModel</name>
@@ -3669,22 +3732,6 @@
         <translation>Aktualisieren</translation>
     </message>
     <message>
-        <source>View</source>
-        <translation>Ansicht</translation>
-    </message>
-    <message>
-        <source>Light</source>
-        <translation>Hell</translation>
-    </message>
-    <message>
-        <source>Dark</source>
-        <translation>Dunkel</translation>
-    </message>
-    <message>
-        <source>Text at %1 %</source>
-        <translation>Text mit %1 %</translation>
-    </message>
-    <message>
         <source>The language holds from the next start on.</source>
         <translation>Die Sprache gilt ab dem nächsten Start.</translation>
     </message>
@@ -3764,6 +3811,10 @@
         <source>New from existing building…</source>
         <translation>Neu aus bestehendem Gebäude…</translation>
     </message>
+    <message>
+        <source>Restore a backup…</source>
+        <translation>Sicherung wiederherstellen…</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::MergePage</name>
@@ -3826,6 +3877,18 @@
     <message>
         <source>Added: %1. Changed: %2. Deleted: %3. Tenants without a code now: %4. Steps withdrawn: %5.</source>
         <translation>Hinzugefügt: %1. Geändert: %2. Gelöscht: %3. Mieter jetzt ohne Code: %4. Zurückgenommene Schritte: %5.</translation>
+    </message>
+    <message>
+        <source>Choose a difference to see both sides.</source>
+        <translation>Wählen Sie einen Unterschied, um beide Seiten zu sehen.</translation>
+    </message>
+    <message>
+        <source>Choose the file that was read from the unit: what it has otherwise than the store is listed here.</source>
+        <translation>Wählen Sie die Datei, die aus der Anlage gelesen wurde: Was dort anders ist als im Bestand, wird hier aufgelistet.</translation>
+    </message>
+    <message>
+        <source>There is nothing to accept.</source>
+        <translation>Es gibt nichts anzunehmen.</translation>
     </message>
 </context>
 <context>
@@ -4098,6 +4161,10 @@
         <source>and</source>
         <translation>und</translation>
     </message>
+    <message>
+        <source>No row meets the conditions.</source>
+        <translation>Keine Zeile erfüllt die Bedingungen.</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::ScreenPage</name>
@@ -4206,6 +4273,10 @@
     <message>
         <source>Marked as sent: %1.</source>
         <translation>Als gesendet markiert: %1.</translation>
+    </message>
+    <message>
+        <source>No step waits for the unit.</source>
+        <translation>Kein Schritt wartet auf die Anlage.</translation>
     </message>
 </context>
 <context>
@@ -4327,6 +4398,10 @@ Die Anlage bekommt gesagt, dass sie sie vergisst, und ihre Karten sind frei.</tr
         <source>Deleted %1.</source>
         <translation>%1 gelöscht.</translation>
     </message>
+    <message>
+        <source>The unit has no tenants yet. Enter the first one beside this list, and press Save.</source>
+        <translation>Die Anlage hat noch keine Mieter. Geben Sie den ersten neben dieser Liste ein, und drücken Sie „Speichern“.</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::UnitsPage</name>
@@ -4397,6 +4472,25 @@ Die Anlage bekommt gesagt, dass sie sie vergisst, und ihre Karten sind frei.</tr
     <message>
         <source>Deleted: %1.</source>
         <translation>Gelöscht: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>qorhost::ViewMenu</name>
+    <message>
+        <source>View</source>
+        <translation>Ansicht</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Text at %1 %</source>
+        <translation>Text mit %1 %</translation>
     </message>
 </context>
 </TS>

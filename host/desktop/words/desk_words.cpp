@@ -43,8 +43,10 @@ Known LookedFor(const DeskSentence& sentence) {
 const std::vector<Known>& Sentences() {
   static const std::vector<Known> sentences = [] {
     std::vector<Known> all;
-    for (const DeskSentence& sentence : kDeskSentences) {
-      all.push_back(LookedFor(sentence));
+    for (const std::span<const DeskSentence> subject : kDeskSentences) {
+      for (const DeskSentence& sentence : subject) {
+        all.push_back(LookedFor(sentence));
+      }
     }
     for (const DeskSentence& sentence : kWorkSentences) {
       all.push_back(LookedFor(sentence));
@@ -60,7 +62,7 @@ QString Translated(const DeskSentence& sentence) {
 
 /// Whether the program speaks another language than the desks.
 bool IsTranslated() {
-  const DeskSentence& any = kDeskSentences[0];
+  const DeskSentence& any = kDeskSentences.front().front();
   return Translated(any) != QString::fromUtf8(any.text);
 }
 

@@ -1,7 +1,7 @@
 // What units of work are called in the history, as desks name them: for the translation.
 #pragma once
 
-#include "host/desktop/words/desk_sentences.h"
+#include "host/desktop/words/desk_sentence.h"
 
 namespace qorhost {
 

@@ -20,6 +20,8 @@ namespace {
 constexpr std::int32_t kNoUnit = 0;
 // Between where an entry comes from and the login by which the server knows who stored it.
 constexpr std::string_view kLogin = " as ";
+// What the server gives to an entry.
+constexpr const char* kNumberAndLogin = R"(SELECT nextval('"AuditNumbers"'), session_user)";
 
 /// A row of "RID", "At", "Who", "Origin", "UnitKey", "What".
 WorkEntry EntryIn(const Result& read, int row) {
@@ -184,11 +186,15 @@ std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, const Pr
   return hashes;
 }
 
+void AuditLog::AskForNumber() {
+  session_.AskWithTheRight(kNumberAndLogin, {});
+}
+
 AuditLog::Added AuditLog::Append(WorkEntry entry, const Previous& previous,
                                  const std::vector<RowChange>& changes) {
   const std::vector<std::string> rows = RowsInPieces(changes);
   {
-    const Result given = session_.Own(R"(SELECT nextval('"AuditNumbers"'), session_user)");
+    const Result given = session_.Own(kNumberAndLogin);
     entry.entry = given.Number(0, 0);
     entry.origin.append(kLogin).append(given.Text(0, 1));
   }

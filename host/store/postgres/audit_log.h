@@ -36,6 +36,9 @@ class AuditLog final : public qorhost::AuditLog {
     std::int64_t entry = 0;
     std::string hash;
   };
+  /// Asks for the number of the entry to come with the message that takes the right to write one
+  /// unit; where nothing is added, the number is left out.
+  void AskForNumber();
   /// Adds an entry. The right to write is held: it gets its number behind all those of its unit,
   /// and one of the whole store behind all. What it says of where it comes from ends with the login
   /// at the server. The server is sent it with the commit. `previous` is of no meaning for an entry

@@ -81,8 +81,8 @@ class DeskFixture : public testing::Test {
   // answers as the trace has it they leave the same trace, and touch what they are described to.
   void Close() {
     session_.reset();
-    EXPECT_EQ(qortest::DifferenceInReplay(trace_), "");
-    EXPECT_NO_THROW(qortest::ReplayOn(qortest::MakeNotedController, trace_));
+    EXPECT_NO_THROW(
+        EXPECT_EQ(qortest::DifferenceInReplays(qortest::MakeNotedController, trace_), ""));
     trace_.clear();
   }
 

@@ -10,8 +10,10 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <algorithm>
+#include <fstream>
 
 #include "frame/convert.h"
+#include "host/desks/unit_export.h"
 #include "host/desktop/binding/qt_text.h"
 
 namespace qorhost::test {
@@ -306,6 +308,28 @@ void DesktopTest::GiveACard(const char* number) {
   Choose("cboAssignedTo", paula.toUtf8().constData());
   Click("saveButton");
   ASSERT_THAT(Told(), testing::HasSubstr(std::string("Standard 26-Bit Card-") + number));
+}
+
+std::filesystem::path DesktopTest::WriteResidents() const {
+  const std::filesystem::path file = File("residents.csv");
+  std::ofstream(file) << "Full name,Apartment,Phone No.,Card Type,Card Number,Facility Code,Start\n"
+                         "\"Rae, Zoë\",250,555-0250,card26,9001,7,2026-02-01\n"
+                         "\"Ng, Li\",251,555-0251,card26,9002,700,2026-02-01\n"
+                         "\"Diaz, Ana\",252,555-0252,card26,9003,7,soon\n"
+                         "\"Okafor, Ben\",253,555-0253,transmitter,9004,7,2026-02-01\n";
+  return file;
+}
+
+std::filesystem::path DesktopTest::WriteChangedUnit() {
+  UnitFile unit = ExportUnit(window_->place()->session(), kUnit, "", Unholdable::kLeftOut).file;
+  unit.codes[1][qorcred::unit_place::kPhone] = "555-9999";
+  unit.codes.push_back(unit.codes.front());
+  unit.codes.back()[qorcred::unit_place::kCode] = "300";
+  unit.codes.erase(unit.codes.begin() + 3);
+  const std::filesystem::path file = File("unit.txt");
+  std::ofstream out(file);
+  WriteUnitFile(out, unit);
+  return file;
 }
 
 std::string DesktopTest::Cell(const std::string& select) {

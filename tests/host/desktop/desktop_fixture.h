@@ -135,6 +135,12 @@ class DesktopTest : public testing::Test {
   /// Issues a card at the credential screen and gives it to Paula O'Brien: two entries of the
   /// history, and a step.
   void GiveACard(const char* number);
+  /// A spreadsheet of four residents, with a heading that nobody knows and two cells that are
+  /// wrong.
+  [[nodiscard]] std::filesystem::path WriteResidents() const;
+  /// What the unit of the open store holds, but for a code that is other there, one more and one
+  /// less.
+  [[nodiscard]] std::filesystem::path WriteChangedUnit();
   /// The first cell of a SELECT on the open store.
   [[nodiscard]] std::string Cell(const std::string& select);
 

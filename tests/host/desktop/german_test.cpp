@@ -10,9 +10,7 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QTableView>
-#include <fstream>
 
-#include "host/desks/unit_export.h"
 #include "host/desktop/binding/date_field.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/screens/import_page.h"
@@ -266,16 +264,9 @@ TEST_F(GermanWalk, ReportsWithConditions) {
 }
 
 TEST_F(GermanWalk, AMergeAndItsDifferences) {
-  UnitFile unit = ExportUnit(window().place()->session(), kUnit, "", Unholdable::kLeftOut).file;
-  unit.codes[1][qorcred::unit_place::kPhone] = "555-9999";
-  unit.codes.push_back(unit.codes.front());
-  unit.codes.back()[qorcred::unit_place::kCode] = "300";
-  unit.codes.erase(unit.codes.begin() + 3);
-  std::ofstream file(File("unit.txt"));
-  WriteUnitFile(file, unit);
-  file.close();
+  const std::filesystem::path unit = WriteChangedUnit();
   window().ShowScreen(QStringLiteral("merge"));
-  dynamic_cast<MergePage&>(page()).Open(File("unit.txt"));
+  dynamic_cast<MergePage&>(page()).Open(unit);
   const int rows = Find<QTableView>("differences").model()->rowCount();
   ASSERT_GE(rows, 3);
   for (int row = 0; row < rows; ++row) {
@@ -285,14 +276,9 @@ TEST_F(GermanWalk, AMergeAndItsDifferences) {
 }
 
 TEST_F(GermanWalk, AnImportThatIsChecked) {
-  std::ofstream(File("residents.csv"))
-      << "Full name,Apartment,Phone No.,Card Type,Card Number,Facility Code,Start\n"
-         "\"Rae, Zoë\",250,555-0250,card26,9001,7,2026-02-01\n"
-         "\"Ng, Li\",251,555-0251,card26,9002,700,2026-02-01\n"
-         "\"Diaz, Ana\",252,555-0252,card26,9003,7,soon\n"
-         "\"Okafor, Ben\",253,555-0253,transmitter,9004,7,2026-02-01\n";
+  const std::filesystem::path residents = WriteResidents();
   window().ShowScreen(QStringLiteral("import"));
-  dynamic_cast<ImportPage&>(page()).Open(File("residents.csv"));
+  dynamic_cast<ImportPage&>(page()).Open(residents);
   Click("checkButton");
   LookAt("import with an unknown heading");
   Choose("standsFor", "Name");

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QTableView>
 
+#include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/screens/list_table_model.h"
 #include "tests/host/desktop/desktop_fixture.h"
 

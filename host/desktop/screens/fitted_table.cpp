@@ -1,0 +1,189 @@
+#include "host/desktop/screens/fitted_table.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QStyledItemDelegate>
+#include <QToolTip>
+#include <algorithm>
+#include <numeric>
+#include <vector>
+
+namespace qorhost {
+
+namespace {
+
+constexpr int kRowsMeasured = 200;  // those that a person may see at first
+
+/// What columns of these widths may have of `available` together: the widest give way first, none
+/// below its least.
+std::vector<int> Squeezed(const std::vector<int>& wanted, const std::vector<int>& least,
+                          int available) {
+  std::vector<int> widths = wanted;
+  int most = widths.empty() ? 0 : *std::max_element(widths.begin(), widths.end());
+  while (most > 0 && std::accumulate(widths.begin(), widths.end(), 0) > available) {
+    --most;
+    for (std::size_t at = 0; at < widths.size(); ++at) {
+      widths[at] = std::min(wanted[at], std::max(most, least[at]));
+    }
+  }
+  return widths;
+}
+
+/// The same, but that columns up to a width give way behind all others: what is short, as a moment
+/// or a number, says little when it is cut.
+std::vector<int> Squeezed(const std::vector<int>& wanted, const std::vector<int>& least,
+                          int available, int shortWidth) {
+  std::vector<int> kept;
+  for (std::size_t at = 0; at < wanted.size(); ++at) {
+    kept.push_back(wanted[at] <= shortWidth ? std::max(wanted[at], least[at]) : least[at]);
+  }
+  return Squeezed(Squeezed(wanted, kept, available), least, available);
+}
+
+/// Tells what a column is too narrow for.
+class CutTextTips final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override {
+    if (event->type() != QEvent::ToolTip || index.data(Qt::ToolTipRole).isValid()) {
+      return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+    const bool isCut = sizeHint(option, index).width() > view->visualRect(index).width();
+    QToolTip::showText(event->globalPos(), isCut ? index.data().toString() : QString(), view);
+    return true;
+  }
+};
+
+/// Fits a table again whenever its letters change, and squeezes it whenever its width does; owned
+/// by the table.
+class Fitting final : public QObject {
+ public:
+  explicit Fitting(QTableView& view) : QObject(&view), view_(view) {
+    setObjectName(kName);
+    view.installEventFilter(this);
+    view.viewport()->installEventFilter(this);
+  }
+
+  /// That of a table; null for one that is not kept fit.
+  static Fitting* Of(const QTableView& view) {
+    return dynamic_cast<Fitting*>(view.findChild<QObject*>(kName, Qt::FindDirectChildrenOnly));
+  }
+
+  void Fit() {
+    view_.verticalHeader()->setDefaultSectionSize(view_.fontMetrics().height() * 3 / 2);
+    view_.resizeColumnsToContents();
+    if (squeezes_) {
+      NoteWanted();
+      Squeeze();
+    }
+  }
+
+  void SqueezeFromNowOn() {
+    squeezes_ = true;
+    view_.setItemDelegate(new CutTextTips(&view_));
+    Fit();
+  }
+
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::User) {
+      Fit();
+      return true;
+    }
+    return QObject::event(event);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::FontChange && watched == &view_) {
+      // Behind the event: by then the titles have their new letters, too.
+      QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    }
+    // What a person has made wider or narrower stays so.
+    if (event->type() == QEvent::Resize && watched != &view_ && squeezes_ && Widths() == given_) {
+      Squeeze();
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  static constexpr QLatin1String kName{"fitting"};
+
+  void NoteWanted() {
+    const QHeaderView& titles = *view_.horizontalHeader();
+    const QAbstractItemView& cells = view_;
+    columns_.clear();
+    wanted_.clear();
+    least_.clear();
+    for (int column = 0; column < titles.count(); ++column) {
+      if (!titles.isSectionHidden(column)) {
+        columns_.push_back(column);
+        least_.push_back(titles.sectionSizeHint(column));
+        wanted_.push_back(std::max(cells.sizeHintForColumn(column), least_.back()));
+      }
+    }
+  }
+
+  void Squeeze() {
+    const std::vector<int> widths =
+        Squeezed(wanted_, least_, view_.viewport()->width(), ShortWidth());
+    QHeaderView& titles = *view_.horizontalHeader();
+    titles.setStretchLastSection(false);
+    for (std::size_t at = 0; at < columns_.size(); ++at) {
+      titles.resizeSection(columns_[at], widths[at]);
+    }
+    titles.setStretchLastSection(true);
+    given_ = Widths();
+  }
+
+  /// A moment's, with what is around it.
+  [[nodiscard]] int ShortWidth() const {
+    const QFontMetrics letters = view_.fontMetrics();
+    return letters.horizontalAdvance(QStringLiteral("0000-00-00 00:00:00")) + letters.height();
+  }
+
+  /// Those of the columns but the last.
+  [[nodiscard]] std::vector<int> Widths() const {
+    std::vector<int> widths;
+    for (std::size_t at = 0; at + 1 < columns_.size(); ++at) {
+      widths.push_back(view_.columnWidth(columns_[at]));
+    }
+    return widths;
+  }
+
+  QTableView& view_;
+  bool squeezes_ = false;
+  std::vector<int> columns_;  // those that are shown
+  std::vector<int> wanted_;   // their widths without a squeeze
+  std::vector<int> least_;
+  std::vector<int> given_;
+};
+
+}  // namespace
+
+void SetUp(QTableView& view, QAbstractItemModel& model) {
+  view.setModel(&model);
+  view.horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+  view.horizontalHeader()->setStretchLastSection(true);
+  view.horizontalHeader()->setResizeContentsPrecision(kRowsMeasured);
+  view.horizontalHeader()->setHighlightSections(false);
+  view.verticalHeader()->hide();
+  view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  KeepFit(view);
+}
+
+void KeepFit(QTableView& view) {
+  (new Fitting(view))->Fit();
+}
+
+void FitColumns(QTableView& view) {
+  Fitting::Of(view)->Fit();
+}
+
+void SqueezeColumns(QTableView& view) {
+  Fitting::Of(view)->SqueezeFromNowOn();
+}
+
+}  // namespace qorhost
