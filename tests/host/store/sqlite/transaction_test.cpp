@@ -6,6 +6,7 @@
 #include "host/store/sqlite/schema.h"
 #include "host/store/sqlite/session.h"
 #include "host/store/store_error.h"
+#include "host/store/work_transaction.h"
 
 namespace qorhost::sqlite {
 namespace {
@@ -26,7 +27,8 @@ class TransactionTest : public testing::Test {
 
   Database store_ = OpenMemoryDatabase();
   Session session_{store_, [] { return qorcred::Date(); }};
-  Transaction transaction_{store_, session_.work()};
+  TransactionEngine engine_{store_};
+  WorkTransaction transaction_{engine_, session_.work()};
 };
 
 TEST_F(TransactionTest, IsRolledBackWhenItGoesAwayOpen) {
