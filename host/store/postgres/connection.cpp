@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "host/store/postgres/change_triggers.h"
+#include "host/store/postgres/connecting.h"
 #include "host/store/postgres/engine_error.h"
 #include "host/store/store_error.h"
 
@@ -22,49 +23,12 @@ namespace qorhost::postgres {
 namespace {
 
 constexpr int kOldestServer = 150000;
-constexpr const char* kConnectSeconds = "10";
-// A network that is cut says nothing: after so long without an answer the server is asked whether
-// it is there, and given up when it does not say so.
-constexpr const char* kSilentSeconds = "20";
-constexpr const char* kAskSeconds = "5";
-constexpr const char* kAskTimes = "4";
-constexpr const char* kUnheardMilliseconds = "40000";
-
 // For how long a server that is not there is tried again: it may be starting.
 constexpr std::chrono::seconds kReopenTime(5);
 // And for how long to learn whether a transaction is stored.
 constexpr std::chrono::seconds kLookTime(10);
 constexpr std::chrono::milliseconds kShortestPause(20);
 constexpr std::chrono::milliseconds kLongestPause(500);
-
-/// What people may read of a name: a URI's options may be long.
-std::string ShownName(const std::string& name) {
-  return name.substr(0, name.find('?'));
-}
-
-/// Raises for a name that libpq cannot read, or that holds a password.
-void RequireReadable(const std::string& name) {
-  char* fault = nullptr;
-  const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> options(
-      PQconninfoParse(name.c_str(), &fault), PQconninfoFree);
-  const std::unique_ptr<char, decltype(&PQfreemem)> text(fault, PQfreemem);
-  if (options == nullptr) {
-    // Not the name itself: what is wrong with it may be in a password.
-    throw StoreError(
-        "The store's name cannot be read: write postgresql://HOST/DATABASE, or service=NAME",
-        StoreFault::kCannotOpen);
-  }
-  for (const PQconninfoOption* option = options.get(); option->keyword != nullptr; ++option) {
-    const bool isSecret = std::string_view(option->keyword) == "password" ||
-                          std::string_view(option->keyword) == "sslpassword";
-    if (isSecret && option->val != nullptr && *option->val != '\0') {
-      throw StoreError(
-          "The store's name holds a password, which other programs of the machine could read: "
-          "leave it out and put it into the file ~/.pgpass, or PGPASSWORD into the environment",
-          StoreFault::kRefused);
-    }
-  }
-}
 
 /// The values as the library takes them: texts that end with NUL.
 class SentTexts {
@@ -181,19 +145,12 @@ Connection::Connection(const std::string& name)
 }
 
 void Connection::Open() {
-  // What the name says comes later and counts.
-  const std::array keywords{
-      "connect_timeout",  "keepalives_idle",  "keepalives_interval",
-      "keepalives_count", "tcp_user_timeout", "fallback_application_name",
-      "client_encoding",  "dbname",           static_cast<const char*>(nullptr)};
-  const std::array values{kConnectSeconds, kSilentSeconds,       kAskSeconds,
-                          kAskTimes,       kUnheardMilliseconds, "qorhost",
-                          "UTF8",          asked_.c_str(),       static_cast<const char*>(nullptr)};
-  handle_.reset(PQconnectdbParams(keywords.data(), values.data(), 1));
+  handle_.reset(Connect(asked_));
   ++connected_;
-  const std::string doing = fmt::format("The store '{}' cannot be opened", name_);
-  if (PQstatus(handle()) != CONNECTION_OK) {
-    throw ConnectionError(handle(), doing);
+  if (isLost()) {
+    // Later it is known what was there.
+    const Answer answer = connected_ == 1 ? AnswerOf(asked_) : Answer::kNone;
+    throw ConnectionError(handle(), fmt::format("The store '{}' cannot be opened", name_), answer);
   }
   // What else the server has to say beside its answers is nothing for the terminal.
   PQsetNoticeReceiver(handle(), &Listener::Called, listener_.get());
@@ -264,6 +221,11 @@ void Connection::Begin(const char* sql) {
   if (begun_ && isLost()) {
     throw LostError(handle(), kFailed);  // whoever has begun it has to hear of that first
   }
+  if (isWhole_) {
+    RunAll("SAVEPOINT whole_part");
+    hasPart_ = true;
+    return;
+  }
   try {
     RunAll(sql);
   } catch (const StoreError&) {
@@ -276,7 +238,22 @@ void Connection::Begin(const char* sql) {
   begun_ = true;
 }
 
+void Connection::BeginWhole() {
+  Begin();
+  isWhole_ = true;
+}
+
+void Connection::KeepWhole(const Witness& witness) {
+  isWhole_ = false;
+  Commit(witness);
+}
+
 void Connection::Commit(const Witness& witness) {
+  if (isWhole_) {
+    RunAll("RELEASE SAVEPOINT whole_part");
+    hasPart_ = false;
+    return;
+  }
   const int backend = PQbackendPID(handle());
   const Result result(PQexec(handle(), "COMMIT"));
   begun_ = false;
@@ -532,6 +509,11 @@ void Connection::TellChanges(std::function<void(std::string_view)> told) {
 }
 
 void Connection::UndoWhatIsOpen() noexcept {
+  if (isWhole_) {
+    UndoWhatIsOpen("ROLLBACK TO SAVEPOINT whole_part; RELEASE SAVEPOINT whole_part");
+    hasPart_ = false;
+    return;
+  }
   UndoWhatIsOpen("ROLLBACK");
   begun_ = false;
 }
@@ -547,6 +529,9 @@ bool Connection::isLost() const noexcept {
 }
 
 bool Connection::inTransaction() const noexcept {
+  if (isWhole_ && !hasPart_) {
+    return false;
+  }
   const PGTransactionStatusType status = PQtransactionStatus(handle());
   return status == PQTRANS_INTRANS || status == PQTRANS_INERROR;
 }

@@ -110,6 +110,10 @@ DO $do$
 DECLARE
   one record;
 BEGIN
+  -- Who is to own a table must be able to make one in its schema.
+  FOR one IN SELECT nspname AS name FROM pg_namespace WHERE nspname IN ('qorhost', 'desktop') LOOP
+    EXECUTE format('ALTER SCHEMA %I OWNER TO {0}', one.name);
+  END LOOP;
   FOR one IN SELECT oid::regclass AS name FROM pg_class
              WHERE relnamespace = 'qorhost'::regnamespace AND relkind IN ('r', 'p', 'v') LOOP
     EXECUTE format('ALTER TABLE %s OWNER TO {0}', one.name);
@@ -117,9 +121,6 @@ BEGIN
   FOR one IN SELECT oid::regprocedure AS name FROM pg_proc
              WHERE pronamespace = 'desktop'::regnamespace LOOP
     EXECUTE format('ALTER ROUTINE %s OWNER TO {0}', one.name);
-  END LOOP;
-  FOR one IN SELECT nspname AS name FROM pg_namespace WHERE nspname IN ('qorhost', 'desktop') LOOP
-    EXECUTE format('ALTER SCHEMA %I OWNER TO {0}', one.name);
   END LOOP;
 END $do$;
 )sql";
