@@ -12,8 +12,9 @@
 namespace qorhost {
 
 std::string NoSettingsText(std::int32_t unitKey, const std::string& name) {
-  return fmt::format("unit {}{} has no settings: the store's table UnitSettings needs a row for it",
-                     unitKey, name.empty() ? "" : ", " + name + ",");
+  return fmt::format(
+      "unit {0}{1} has no settings: give it a type ('qorhost units edit {0} --type TYPE')", unitKey,
+      name.empty() ? "" : ", " + name + ",");
 }
 
 void RequireSettings(DeskSession& session, std::int32_t unitKey) {
