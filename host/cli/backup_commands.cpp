@@ -7,6 +7,7 @@
 #include "host/desks/history.h"
 #include "host/desks/store_backup.h"
 #include "host/desks/store_check.h"
+#include "host/desks/store_file.h"
 #include "host/desks/words.h"
 #include "host/files/json_writer.h"
 #include "host/terminal/display_text.h"
@@ -114,7 +115,9 @@ ExitStatus RunCheck(const GlobalOptions& global, Console& console) {
                   << " found\n";
     }
   } else {
-    console.Remarks() << "Nothing is wrong: the file, the rows and the history are in order.\n";
+    const bool hasFile = !FilesOfStore(global.file).empty();
+    console.Remarks() << "Nothing is wrong: " << (hasFile ? "the file, " : "")
+                      << "the rows and the history are in order.\n";
   }
   return found.rows.empty() ? ExitStatus::kDone : ExitStatus::kRefused;
 }

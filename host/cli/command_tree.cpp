@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <string_view>
 
 #include "host/cli/completion.h"
@@ -22,7 +24,8 @@ constexpr const char* kCompletion = "completion";
 constexpr const char* kManual = "manual";
 
 constexpr std::string_view kExitStatuses =
-    "Exit status: 0 done, 1 refused, 2 usage, 3 store or system failure.";
+    "Exit status: 0 done, 1 refused, 2 usage, 3 store or system failure, 4 not known "
+    "whether it was stored.";
 
 void DescribeGlobal(CLI::App& app, Choice& choice) {
   GlobalOptions& global = choice.global;
@@ -84,7 +87,7 @@ void DescribeFind(CommandPlace place, const GlobalOptions& global, FindOptions& 
 
 void DescribeInit(CLI::App& app, Choice& choice) {
   auto* init = AddCommand(
-      {app, choice.run}, "init", "Create the database file",
+      {app, choice.run}, "init", "Create the store, in a file or on a server",
       "  qorhost init --demo\n  qorhost init --demo --force --db trial.db\n"
       "  qorhost init --from building.mdb --report odd.txt --dry-run",
       [&choice](Console& console) { return RunInit(choice.global, choice.init, console); });
@@ -151,11 +154,32 @@ void DescribeShells(CLI::App& app, Choice& choice) {
              });
 }
 
+/// Says "--yes (not with --no)".
+class PlainFormatter : public CLI::Formatter {
+ public:
+  PlainFormatter() {
+    label("SUBCOMMAND", "COMMAND");
+    label("REQUIRED", "(needed)");
+    label("Excludes", std::string(kNotWith));
+  }
+
+  std::string make_option_opts(const CLI::Option* option) const override {
+    std::string text = CLI::Formatter::make_option_opts(option);
+    if (const std::size_t at = text.find(kNotWith); at != std::string::npos) {
+      text.erase(at + kNotWith.size(), 1);
+      text.insert(at, 1, '(');
+      text += ')';
+    }
+    return text;
+  }
+
+ private:
+  static constexpr std::string_view kNotWith = "not with";
+};
+
 /// Help in plain words, of every command.
 void SpeakPlainly(CLI::App& app) {
-  app.get_formatter()->label("SUBCOMMAND", "COMMAND");
-  app.get_formatter()->label("REQUIRED", "(needed)");
-  app.get_formatter()->label("Excludes", "not with");
+  app.formatter(std::make_shared<PlainFormatter>());
   for (CLI::Option* option :
        app.get_options([](const CLI::Option* any) { return any->get_positional(); })) {
     option->type_name("");

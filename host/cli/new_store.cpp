@@ -14,12 +14,13 @@ void PutNewStore(const GlobalOptions& global, const NewStorePlace& place, bool d
     return Operator(console, global.answer, TrialOf(place.trial))
         .Asks(found + ". Replace it all the same?");
   };
+  Replaced replaced = Replaced::kIsGone;
   try {
     AdvisingOnExisting("name another file with --db, or replace it with --force", [&] {
-      PutStore(global.file,
-               {demo, console.environment.clock, console.environment.author, TrialOf(place.trial),
-                contents, place.distributed},
-               StandingOf(place.force), PatienceOf(global, console), asks);
+      replaced = PutStore(global.file,
+                          {demo, console.environment.clock, console.environment.author,
+                           TrialOf(place.trial), contents, place.distributed},
+                          StandingOf(place.force), PatienceOf(global, console), asks);
     });
   } catch (const DoubtfulStore& doubtful) {
     throw RefusedError(std::string(doubtful.what()) +
@@ -32,6 +33,11 @@ void PutNewStore(const GlobalOptions& global, const NewStorePlace& place, bool d
       throw;
     }
     throw RefusedError(std::string(failure.what()) + ": name a file with --db");
+  }
+  if (replaced == Replaced::kIsLeft) {
+    console.err << "The store that was replaced could not be removed, for somebody goes on reading "
+                   "it: the next 'init --force' does that, or, in the database, DROP SCHEMA "
+                   "qorhost_replaced, desktop_replaced CASCADE\n";
   }
 }
 

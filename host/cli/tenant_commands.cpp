@@ -146,8 +146,9 @@ std::string Question(const TenantDesk& desk) {
 ExitStatus TellChangedTenants(const ChangedTenants& changed, const UnitName& unit,
                               std::string_view verb, const GlobalOptions& global,
                               Console& console) {
+  const std::string_view what = changed.meant == 1 ? "tenant" : "tenants";
   const ExitStatus status =
-      changed.written ? TellChange(changed, "tenants", console) : Tell(changed, "tenants", console);
+      changed.written ? TellChange(changed, what, console) : Tell(changed, what, console);
   if (changed.ending == Ending::kRefused) {
     console.err << "qorhost: nothing was changed.\n";
   } else if (changed.done() && global.json) {

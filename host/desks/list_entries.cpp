@@ -7,6 +7,7 @@
 
 #include "frame/text.h"
 #include "host/desks/input_fault.h"
+#include "host/desks/name_words.h"
 #include "host/desks/whole_number.h"
 
 namespace qorhost {
@@ -14,6 +15,9 @@ namespace qorhost {
 namespace {
 
 using qorcred::Trim;
+
+// Who is found as by TenantsNamed().
+constexpr std::string_view kTenantKind = "tenant";
 
 /// "12, 57, 90", at most ten of them.
 std::string NumbersOf(const ListModel& list, const std::vector<std::int32_t>& entries) {
@@ -23,6 +27,26 @@ std::string NumbersOf(const ListModel& list, const std::vector<std::int32_t>& en
     numbers.push_back(list.ItemData(entries[at]));
   }
   return fmt::format("{}{}", fmt::join(numbers, ", "), entries.size() > kMost ? ", ..." : "");
+}
+
+/// The entries whose words go best with those that are given, as people look for names: in whatever
+/// order, cut short, without accents and letter case.
+std::vector<std::int32_t> EntriesWithWords(const ListModel& list, std::string_view text,
+                                           std::int32_t placeholders) {
+  const Words wanted = WordsOf(text);
+  NameMatch best = NameMatch::kParts;
+  std::vector<std::int32_t> found;
+  for (std::int32_t index = placeholders; index < list.count(); ++index) {
+    const NameMatch match = MatchOf(wanted, WordsOf(list.Text(index)));
+    if (match > best) {
+      best = match;
+      found.clear();
+    }
+    if (match == best) {
+      found.push_back(index);
+    }
+  }
+  return found;
 }
 
 }  // namespace
@@ -46,14 +70,18 @@ std::vector<std::int32_t> EntriesWithText(const ListModel& list, std::string_vie
 std::int32_t FindEntry(const ListModel& list, std::string_view field, std::string_view given,
                        std::string_view kind, std::int32_t placeholders) {
   const std::string_view wanted = Trim(given);
-  if (const auto number = WholeNumber(wanted)) {
+  const auto number = WholeNumber(wanted);
+  if (number) {
     for (std::int32_t index = placeholders; index < list.count(); ++index) {
       if (list.ItemData(index) == *number) {
         return index;
       }
     }
   }
-  const std::vector<std::int32_t> entries = EntriesWithText(list, wanted, 0);
+  std::vector<std::int32_t> entries = EntriesWithText(list, wanted, 0);
+  if (entries.empty() && kind == kTenantKind && !number) {
+    entries = EntriesWithWords(list, wanted, placeholders);
+  }
   if (entries.empty()) {
     throw InputFault(
         field, wanted,

@@ -33,8 +33,9 @@ inline constexpr std::int32_t kInDoors = 1;        // kNoneEntry
 
 /// The index of the entry that `given` names: by its attached number or by its text, letter case
 /// and blanks around not counting. The first `placeholders` entries stand for no row and are found
-/// by text alone. `kind` ("tenant", "schedule") is for the messages. Raises InputFault when no
-/// entry or more than one has the text.
+/// by text alone. A "tenant" is found as by TenantsNamed(), too: by words of the name. `kind`
+/// ("tenant", "schedule") is for the messages. Raises InputFault when no entry or more than one is
+/// meant.
 [[nodiscard]] std::int32_t FindEntry(const ListModel& list, std::string_view field,
                                      std::string_view given, std::string_view kind,
                                      std::int32_t placeholders);

@@ -68,11 +68,13 @@ std::string MostLike(std::string_view given, const std::vector<std::string>& kno
     return {};
   }
   const std::string meant = Lower(given);
+  const auto goesOn = [&meant](const std::string& word) { return Lower(word).starts_with(meant); };
   std::string best;
   std::size_t least = std::max<std::size_t>(1, meant.size() / 3) + 1;
   for (const std::string& word : known) {
     const std::size_t distance = Distance(meant, Lower(word));
-    if (distance < least) {
+    // Of two that are as like, the one that only goes on.
+    if (distance < least || (distance == least && !best.empty() && goesOn(word) && !goesOn(best))) {
       least = distance;
       best = word;
     }

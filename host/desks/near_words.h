@@ -13,8 +13,8 @@ namespace qorhost {
 [[nodiscard]] bool IsNearly(std::string_view one, std::string_view other);
 
 /// The word among `known` that is most like `given`: at most a third of its letters are wrong,
-/// missing, too many or exchanged with their neighbours. Empty when none is. Letter case does not
-/// count.
+/// missing, too many or exchanged with their neighbours; of several the one that begins with it.
+/// Empty when none is. Letter case does not count.
 [[nodiscard]] std::string MostLike(std::string_view given, const std::vector<std::string>& known);
 
 }  // namespace qorhost

@@ -113,7 +113,7 @@ class UnitCheck {
         hidden[IsSet(row[1]) ? TextOf(row[1]) : "Null"].push_back(rid);
       }
       if (type != qorcred::kTransmitter) {  // the screen shows no door for these
-        LookAtDoor(row[7], WithRid(name, rid));
+        LookAtDoor(row[7], WithRid(name, rid), rid);
       }
     }
     for (const auto& [type, rids] : hidden) {
@@ -123,12 +123,15 @@ class UnitCheck {
     }
   }
 
-  void LookAtDoor(const Value& door, const std::string& card) {
+  void LookAtDoor(const Value& door, const std::string& card, std::int32_t rid) {
     const double number = qorcred::NumericValue(door);
     if (number < 0 || number > static_cast<double>(doors_)) {
       Add(fmt::format("{} has the door {}, which is not there", card, TextOf(door)),
-          "set its DOORCODE to one of the unit's doors, from 1, or to 0 for none, by a statement: "
-          "the screen cannot load the card before");
+          fmt::format(
+              "set it to one of the unit's doors, from 1, or to 0 for none, before the screen can "
+              "load the card: UPDATE CredentialBank SET DOORCODE=0 WHERE "
+              "RID={}",
+              rid));
     }
   }
 
@@ -220,7 +223,9 @@ class UnitCheck {
                              std::int32_t unit) {
       Add(fmt::format("the programming step {} is about the {} RID {}, which is unit {}'s", step,
                       kind, subject, unit),
-          "delete the step by a statement: it would tell the unit of another one's row");
+          fmt::format("it would tell the unit of another one's row: DELETE FROM "
+                      "ProgramSteps WHERE RID={}",
+                      step));
     };
     EachOfOtherUnits("Tenants", tenants, [&](auto step, auto subject, auto unit) {
       tell(step, "tenant", subject, unit);
@@ -242,7 +247,7 @@ class UnitCheck {
     EachOfOtherUnits("Tenants", tenants, [this](auto row, auto tenant, auto unit) {
       Add(fmt::format("the row {} of TenantsBackup is of the tenant RID {}, who is unit {}'s", row,
                       tenant, unit),
-          "delete the row by a statement");
+          fmt::format("delete it: DELETE FROM TenantsBackup WHERE RID={}", row));
     });
   }
 

@@ -44,9 +44,9 @@ void RequireConsentFor(const fs::path& name, const ReplacementConsent& consent) 
   }
 }
 
-/// Makes a store on a server; one that is replaced goes when the new one is whole.
-void PutOnServer(const fs::path& name, const NewStore& made, Standing existing,
-                 const Patience& patience, const ReplacementConsent& consent) {
+/// Makes a store on a server, which nobody else sees before it is whole.
+Replaced PutOnServer(const fs::path& name, const NewStore& made, Standing existing,
+                     const Patience& patience, const ReplacementConsent& consent) {
   const bool stands = IsStoreOnServer(name);
   if (stands && existing == Standing::kStays) {
     throw FileError(FileProblem::kExists,
@@ -57,12 +57,12 @@ void PutOnServer(const fs::path& name, const NewStore& made, Standing existing,
   }
   if (made.trial == Trial::kYes) {
     Fill(*OpenMemoryStore(), made, patience);  // nothing is made on a server to be tried
-    return;
+    return Replaced::kIsGone;
   }
   const std::unique_ptr<ServerPlace> place =
       BeginOnServer(name, {.replace = stands, .distributed = made.distributed}, patience);
-  Fill(*OpenStore(name, OpenMode::kReadWrite, patience), made, patience);
-  place->Keep();
+  Fill(place->store(), made, patience);
+  return place->Keep();
 }
 
 /// Why a store is not what it seems; "" for one that this program can use.
@@ -152,19 +152,18 @@ void ReplaceStore(const fs::path& file, bool demo, const Clock& clock, Patience 
   ReplaceWith(file, {demo, clock, author, trial}, std::move(patience));
 }
 
-void PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
-              const ReplacementConsent& consent) {
+Replaced PutStore(const fs::path& file, const NewStore& made, Standing existing, Patience patience,
+                  const ReplacementConsent& consent) {
   if (made.distributed) {
     RequireDistribution(file);
   }
   if (IsOnServer(file)) {
-    PutOnServer(file, made, existing, patience, consent);
-    return;
+    return PutOnServer(file, made, existing, patience, consent);
   }
   switch (const FileKind kind = KindOf(file, Links::kAreSeen)) {
     case FileKind::kNone:
       CreateAlone(file, made, patience);
-      return;
+      return Replaced::kIsGone;
     case FileKind::kFile:
       if (existing == Standing::kStays) {
         throw FileError(FileProblem::kExists, fmt::format("'{}' exists already", file.string()));
@@ -177,7 +176,7 @@ void PutStore(const fs::path& file, const NewStore& made, Standing existing, Pat
         }
       }
       ReplaceWith(file, made, std::move(patience));
-      return;
+      return Replaced::kIsGone;
     default:
       throw FileError(FileProblem::kOccupied,
                       fmt::format("'{}' is {}", file.string(), NameOf(kind)));

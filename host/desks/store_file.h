@@ -11,6 +11,7 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/trial.h"
 #include "host/files/fresh_file.h"
+#include "host/store/server_place.h"
 #include "host/store/store.h"
 
 namespace qorhost {
@@ -83,9 +84,10 @@ using ReplacementConsent = std::function<bool(const std::string& found)>;
 
 /// Makes a store where nothing stands, and in the place of another one where `existing` lets it;
 /// the patience is asked while it is made, too, and may end that with nothing left behind.
+/// On a server the one that was replaced may be left, beside the new one, for somebody reads it.
 /// Raises FileError, kExists for a file that stays and kOccupied for a folder, a link or anything
 /// else that is no file; DoubtfulStore without consent; and what the two above raise.
-void PutStore(const std::filesystem::path& file, const NewStore& made, Standing existing,
-              Patience patience = {}, const ReplacementConsent& consent = {});
+Replaced PutStore(const std::filesystem::path& file, const NewStore& made, Standing existing,
+                  Patience patience = {}, const ReplacementConsent& consent = {});
 
 }  // namespace qorhost

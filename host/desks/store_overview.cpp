@@ -91,14 +91,15 @@ std::vector<std::string> MissingSettings(DeskSession& session, const std::vector
     if (!facts->hasSettings) {
       missing.push_back(NoSettingsText(unit.key, unit.name));
     } else if (facts->type.empty()) {
-      missing.push_back(fmt::format(
-          "unit {} '{}' has no type: nothing can be stored in it until its row of the store's "
-          "table UnitSettings has one of UnitTypes",
-          unit.key, unit.name));
+      missing.push_back(
+          fmt::format("unit {0} '{1}' has no type: nothing can be stored in it until it has one "
+                      "('qorhost units "
+                      "edit {0} --type TYPE')",
+                      unit.key, unit.name));
     } else if (HasNoCapacity(session, unit.key)) {
       missing.push_back(fmt::format(
-          "unit {} '{}' has the type '{}', whose capacity is unknown: nothing can be stored in it "
-          "until UnitTypes has one",
+          "unit {0} '{1}' has the type '{2}', whose capacity is unknown: nothing can be stored in "
+          "it until it has one ('qorhost units edit {0} --capacity N')",
           unit.key, unit.name, facts->type));
     }
   }

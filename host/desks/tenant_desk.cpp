@@ -144,12 +144,12 @@ ChangedTenants TenantDesk::Run(std::string what, Trial trial, const Work& work) 
   ChangedTenants changed;
   const auto once = [&] {
     changed = {};
-    changed.meant = chosen_.size();
     return work(changed);
   };
   const Outcome outcome =
       trial == Trial::kYes ? Tried(std::move(what), once) : Stored(std::move(what), once);
   static_cast<Outcome&>(changed) = outcome;
+  changed.meant = chosen_.size();
   changed.written = trial == Trial::kNo && outcome.done() && !outcome.unchanged;
   changed.steps = session_.sql().work().stepsQueued();
   if (changed.written) {

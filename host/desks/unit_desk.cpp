@@ -375,6 +375,11 @@ List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units) 
         "DEACTIVATIONDATE, DEACTIVATIONDAYS, IGNOREFACILITYCODE, CARDDEFAULTFACILITYCODE, "
         "RFDEFAULTFACILITYCODE FROM UnitSettings WHERE {}",
         OfUnit(unit.key)));
+    if (found.rowCount == 0) {
+      list.rows.emplace_back(list.fields.size(), Value(Null{}));
+      list.rows.back()[0] = unit.key;
+      list.rows.back()[1] = unit.name;
+    }
     for (const ResultRow row : found.rows()) {
       const auto capacity = CapacityOf(session, unit.key);
       list.rows.push_back({unit.key, unit.name, row[0], capacity ? Value(*capacity) : Value(Null{}),

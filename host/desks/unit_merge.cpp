@@ -57,6 +57,9 @@ std::string RefusalOfLines(std::size_t count) {
 }
 
 std::string MergeReport::Losses::Question() const {
+  if (stored == 1) {
+    return "The unit's only directory code will be deleted. Go on?";
+  }
   return fmt::format("{} of the unit's {} directory codes will be deleted. Go on?", codes.size(),
                      stored);
 }

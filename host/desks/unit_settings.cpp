@@ -47,8 +47,9 @@ std::vector<const SettingBound*> BrokenBounds(
 }
 
 std::string NoSettingsText(std::int32_t unitKey, const std::string& name) {
-  return fmt::format("unit {}{} has no settings: 'units edit {} --type TYPE' gives it some",
-                     unitKey, name.empty() ? "" : ", " + name + ",", unitKey);
+  return fmt::format(
+      "unit {0}{1} has no settings: give it a type ('qorhost units edit {0} --type TYPE')", unitKey,
+      name.empty() ? "" : ", " + name + ",");
 }
 
 void RequireSettings(DeskSession& session, std::int32_t unitKey) {

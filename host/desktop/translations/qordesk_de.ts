@@ -776,12 +776,12 @@
         <translation>wird %1 genommen</translation>
     </message>
     <message>
-        <source>unit %1 &apos;%2&apos; has no type: nothing can be stored in it until its row of the store&apos;s table UnitSettings has one of UnitTypes</source>
-        <translation>die Anlage %1 „%2“ hat keinen Typ: in ihr kann nichts gespeichert werden, bis ihre Zeile in der Tabelle UnitSettings einen aus UnitTypes hat</translation>
+        <source>unit %1 &apos;%2&apos; has no type: nothing can be stored in it until it has one (&apos;qorhost units edit %3 --type TYPE&apos;)</source>
+        <translation>die Anlage %1 „%2“ hat keinen Typ: in ihr kann nichts gespeichert werden, bis sie einen hat („qorhost units edit %3 --type TYPE“)</translation>
     </message>
     <message>
-        <source>unit %1 &apos;%2&apos; has the type &apos;%3&apos;, whose capacity is unknown: nothing can be stored in it until UnitTypes has one</source>
-        <translation>die Anlage %1 „%2“ hat den Typ „%3“, dessen Größe unbekannt ist: in ihr kann nichts gespeichert werden, bis UnitTypes eine hat</translation>
+        <source>unit %1 &apos;%2&apos; has the type &apos;%3&apos;, whose capacity is unknown: nothing can be stored in it until it has one (&apos;qorhost units edit %4 --capacity N&apos;)</source>
+        <translation>die Anlage %1 „%2“ hat den Typ „%3“, dessen Größe unbekannt ist: in ihr kann nichts gespeichert werden, bis sie eine hat („qorhost units edit %4 --capacity N“)</translation>
     </message>
     <message>
         <source>there is no database &apos;%1&apos;</source>
@@ -936,8 +936,8 @@
         <translation>die Abfrage verlangt weit mehr Arbeit als ein Bericht: sie einschränken</translation>
     </message>
     <message>
-        <source>unit %1%2 has no settings: &apos;units edit %3 --type TYPE&apos; gives it some</source>
-        <translation>die Anlage %1%2 hat keine Einstellungen: &apos;units edit %3 --type TYPE&apos; gibt ihr welche</translation>
+        <source>unit %1%2 has no settings: give it a type (&apos;qorhost units edit %3 --type TYPE&apos;)</source>
+        <translation>die Anlage %1%2 hat keine Einstellungen: ihr einen Typ geben („qorhost units edit %3 --type TYPE“)</translation>
     </message>
     <message>
         <source>no step &apos;{value}&apos; waits for the unit: what was changed again since it was handed over waits at a later place</source>

@@ -250,15 +250,16 @@ inline constexpr DeskSentence kEntrySentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "its last change was not sent"), ""},
     {QT_TRANSLATE_NOOP("Desks", "taken from %1"), ""},
     {QT_TRANSLATE_NOOP("Desks",
-                       "unit %1 '%2' has no type: nothing can be stored in it until its row of the "
-                       "store's table UnitSettings has one of UnitTypes"),
+                       "unit %1 '%2' has no type: nothing can be stored in it until it has one "
+                       "('qorhost units edit %3 --type TYPE')"),
      ""},
     {QT_TRANSLATE_NOOP("Desks",
                        "unit %1 '%2' has the type '%3', whose capacity is unknown: nothing can be "
-                       "stored in it until UnitTypes has one"),
+                       "stored in it until it has one ('qorhost units edit %4 --capacity N')"),
      ""},
-    {QT_TRANSLATE_NOOP("Desks",
-                       "unit %1%2 has no settings: 'units edit %3 --type TYPE' gives it some"),
+    {QT_TRANSLATE_NOOP(
+         "Desks",
+         "unit %1%2 has no settings: give it a type ('qorhost units edit %3 --type TYPE')"),
      ""},
     {QT_TRANSLATE_NOOP("Desks",
                        "no step '{value}' waits for the unit: what was changed again since it was "

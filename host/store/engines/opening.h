@@ -28,9 +28,8 @@ namespace qorhost {
 /// when the server or the database cannot be reached.
 [[nodiscard]] bool IsStoreOnServer(const std::filesystem::path& name);
 /// Makes an empty store on a server, in the place of the one that stands where that is ordered, to
-/// be opened and filled and then kept. Raises StoreError: for a store that stands and stays, for a
-/// server that cannot spread tables, kBusy where somebody goes on writing to the one that is
-/// replaced.
+/// be filled and then kept. Raises StoreError: for a store that stands and stays, for a server that
+/// cannot spread tables, kBusy where somebody goes on writing to the one that is replaced.
 [[nodiscard]] std::unique_ptr<ServerPlace> BeginOnServer(const std::filesystem::path& name,
                                                          const ServerPlaceOrder& order,
                                                          const Patience& patience);

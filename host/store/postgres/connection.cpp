@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "host/store/postgres/change_triggers.h"
+#include "host/store/postgres/connecting.h"
 #include "host/store/postgres/engine_error.h"
 #include "host/store/store_error.h"
 
@@ -20,14 +21,6 @@ namespace qorhost::postgres {
 namespace {
 
 constexpr int kOldestServer = 150000;
-constexpr const char* kConnectSeconds = "10";
-// A network that is cut says nothing: after so long without an answer the server is asked whether
-// it is there, and given up when it does not say so.
-constexpr const char* kSilentSeconds = "20";
-constexpr const char* kAskSeconds = "5";
-constexpr const char* kAskTimes = "4";
-constexpr const char* kUnheardMilliseconds = "40000";
-
 // For how long a server that is not there is tried again: it may be starting.
 constexpr std::chrono::seconds kReopenTime(5);
 // And for how long to learn whether a transaction is stored.
@@ -35,36 +28,8 @@ constexpr std::chrono::seconds kLookTime(10);
 constexpr std::chrono::milliseconds kShortestPause(20);
 constexpr std::chrono::milliseconds kLongestPause(500);
 
-/// What people may read of a name: a URI's options may be long.
-std::string ShownName(const std::string& name) {
-  return name.substr(0, name.find('?'));
-}
-
-/// Raises for a name that libpq cannot read, or that holds a password.
-void RequireReadable(const std::string& name) {
-  char* fault = nullptr;
-  const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> options(
-      PQconninfoParse(name.c_str(), &fault), PQconninfoFree);
-  const std::unique_ptr<char, decltype(&PQfreemem)> text(fault, PQfreemem);
-  if (options == nullptr) {
-    // Not the name itself: what is wrong with it may be in a password.
-    throw StoreError(
-        "The store's name cannot be read: write postgresql://HOST/DATABASE, or service=NAME",
-        StoreFault::kCannotOpen);
-  }
-  for (const PQconninfoOption* option = options.get(); option->keyword != nullptr; ++option) {
-    const bool isSecret = std::string_view(option->keyword) == "password" ||
-                          std::string_view(option->keyword) == "sslpassword";
-    if (isSecret && option->val != nullptr && *option->val != '\0') {
-      throw StoreError(
-          "The store's name holds a password, which other programs of the machine could read: "
-          "leave it out and put it into the file ~/.pgpass, or PGPASSWORD into the environment",
-          StoreFault::kRefused);
-    }
-  }
-}
-
 constexpr const char* kFailed = "The statement failed";
+constexpr const char* kBeginPart = "SAVEPOINT whole_part";
 
 /// The server itself counts how long locks are waited for: it knows what is waiting and what work.
 Watch WaitingOf(const Patience& patience) {
@@ -103,20 +68,13 @@ Connection::Connection(const std::string& name)
 }
 
 void Connection::Open() {
-  // What the name says comes later and counts.
-  const std::array keywords{
-      "connect_timeout",  "keepalives_idle",  "keepalives_interval",
-      "keepalives_count", "tcp_user_timeout", "fallback_application_name",
-      "client_encoding",  "dbname",           static_cast<const char*>(nullptr)};
-  const std::array values{kConnectSeconds, kSilentSeconds,       kAskSeconds,
-                          kAskTimes,       kUnheardMilliseconds, "qorhost",
-                          "UTF8",          asked_.c_str(),       static_cast<const char*>(nullptr)};
-  handle_.reset(PQconnectdbParams(keywords.data(), values.data(), 1));
+  handle_.reset(Connect(asked_));
   ++names_.connection;
   lockTimeout_ = 0;
-  const std::string doing = fmt::format("The store '{}' cannot be opened", name_);
-  if (PQstatus(handle()) != CONNECTION_OK) {
-    throw ConnectionError(handle(), doing);
+  if (isLost()) {
+    // Later it is known what was there.
+    const Answer answer = names_.connection == 1 ? AnswerOf(asked_) : Answer::kNone;
+    throw ConnectionError(handle(), fmt::format("The store '{}' cannot be opened", name_), answer);
   }
   // What else the server has to say beside its answers is nothing for the terminal.
   PQsetNoticeReceiver(handle(), &Listener::Called, listener_.get());
@@ -186,6 +144,11 @@ Result Connection::Run(const std::string& sql, std::span<const Sent> values) {
 
 void Connection::Begin(const char* sql) {
   RequireNoneLost();
+  if (isWhole_) {
+    RunAll(kBeginPart);
+    hasPart_ = true;
+    return;
+  }
   try {
     RunAll(sql);
   } catch (const StoreError&) {
@@ -201,10 +164,11 @@ void Connection::Begin(const char* sql) {
 std::vector<Result> Connection::BeginWaiting(std::vector<Step> steps, const Patience& patience) {
   RequireNoneLost();
   Step begin;
-  begin.text = "BEGIN";
+  begin.text = isWhole_ ? kBeginPart : "BEGIN";
   steps.insert(steps.begin(), std::move(begin));
   const auto run = [&] {
     BoundLocks(patience);
+    hasPart_ = isWhole_;
     return RunSteps(steps, WaitingOf(patience));
   };
   Failure failure;
@@ -216,6 +180,9 @@ std::vector<Result> Connection::BeginWaiting(std::vector<Step> steps, const Pati
     }
   }
   if (isLost()) {
+    if (isWhole_) {
+      throw LostError(handle(), kFailed);
+    }
     Reopen();
     failure = run();
   }
@@ -249,7 +216,22 @@ void Connection::RequireNoneLost() const {
   }
 }
 
+void Connection::BeginWhole() {
+  Begin();
+  isWhole_ = true;
+}
+
+void Connection::KeepWhole(const Witness& witness) {
+  isWhole_ = false;
+  Commit(witness);
+}
+
 void Connection::Commit(const Witness& witness) {
+  if (isWhole_) {
+    RunAll("RELEASE SAVEPOINT whole_part");
+    hasPart_ = false;
+    return;
+  }
   const int backend = PQbackendPID(handle());
   std::vector<Step> steps = std::exchange(later_, {});
   Step& commit = steps.emplace_back();
@@ -478,6 +460,11 @@ void Connection::TellChanges(std::function<void(std::string_view)> told) {
 
 void Connection::UndoWhatIsOpen() noexcept {
   later_.clear();
+  if (isWhole_) {
+    UndoWhatIsOpen("ROLLBACK TO SAVEPOINT whole_part; RELEASE SAVEPOINT whole_part");
+    hasPart_ = false;
+    return;
+  }
   UndoWhatIsOpen("ROLLBACK");
   begun_ = false;
 }
@@ -498,6 +485,9 @@ bool Connection::isLost() const noexcept {
 }
 
 bool Connection::inTransaction() const noexcept {
+  if (isWhole_ && !hasPart_) {
+    return false;
+  }
   const PGTransactionStatusType status = PQtransactionStatus(handle());
   return status == PQTRANS_INTRANS || status == PQTRANS_INERROR;
 }

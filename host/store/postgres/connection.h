@@ -25,9 +25,9 @@ class Connection {
   /// Connects to the server and database of `name`: a URI ("postgresql://host/database") or
   /// "service=name" and the like, as libpq reads it, which also asks its own files and variables
   /// for what is left out (host, user, password, certificates). Raises StoreError when the server
-  /// cannot be reached within 10 seconds (or connect_timeout), refuses, is older than 15 or keeps
-  /// texts in another encoding than UTF-8, and when the name holds a password: every other program
-  /// of the machine can read the arguments of this one.
+  /// cannot be reached at once, in 10 seconds (or connect_timeout) at most, refuses, is older than
+  /// 15 or keeps texts in another encoding than UTF-8, and when the name holds a password: every
+  /// other program of the machine can read the arguments of this one.
   explicit Connection(const std::string& name);
   ~Connection();
   Connection(Connection&&) noexcept;
@@ -54,6 +54,11 @@ class Connection {
   /// become of it: returns when it is stored, raises kNoServer when it is not, and kUnknown when
   /// nobody tells. What the server refuses is undone.
   void Commit(const Witness& witness);
+  /// Begins a transaction that holds all that follow: these become parts of it, whose ends store
+  /// nothing. Nothing is repeated on a new connection until KeepWhole() stores it, as Commit()
+  /// does; it is undone when the connection ends before.
+  void BeginWhole();
+  void KeepWhole(const Witness& witness);
 
   /// Runs one statement with the values of its parameters.
   Result Run(const std::string& sql, std::span<const Sent> values = {});
@@ -86,7 +91,7 @@ class Connection {
   /// Undoes a part of it by that text.
   void UndoWhatIsOpen(const char* sql) noexcept;
 
-  /// Whether a transaction is open, usable or not.
+  /// Whether a transaction is open, usable or not: of those that are held, whether a part is.
   [[nodiscard]] bool inTransaction() const noexcept;
   /// How the store is called in messages: the name without what follows a "?".
   [[nodiscard]] const std::string& name() const noexcept { return name_; }
@@ -123,6 +128,8 @@ class Connection {
   std::vector<Step> later_;       // goes with what runs next
   std::int64_t lockTimeout_ = 0;  // as the server has it; 0: its own
   bool begun_ = false;            // a transaction, which may be lost by now
+  bool isWhole_ = false;          // it holds all others
+  bool hasPart_ = false;          // and one of them is open
 };
 
 }  // namespace qorhost::postgres

@@ -74,18 +74,35 @@ std::string_view AdviceAbout(StoreFault fault) {
   }
 }
 
-std::string_view WithoutLineEnd(std::string_view text) {
-  while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) {
-    text.remove_suffix(1);
+constexpr std::string_view kBlanks = " \t\r\n";
+
+/// The library's messages in one line: some have several, further ones set in.
+std::string InOneLine(std::string_view text) {
+  std::string line;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    std::string_view part = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    part.remove_prefix(std::min(part.find_first_not_of(kBlanks), part.size()));
+    part = part.substr(0, part.find_last_not_of(kBlanks) + 1);
+    if (!line.empty() && !part.empty()) {
+      line += std::string_view(".:;?!").find(line.back()) == std::string_view::npos ? "; " : " ";
+    }
+    line += part;
   }
-  return text;
+  return line;
+}
+
+StoreError Advised(const std::string& doing, std::string_view text, std::string_view advice,
+                   StoreFault fault) {
+  const std::string line = InOneLine(text);
+  return StoreError(advice.empty() ? fmt::format("{}: {}", doing, line)
+                                   : fmt::format("{}: {} ({})", doing, line, advice),
+                    fault);
 }
 
 StoreError Worded(const std::string& doing, std::string_view text, StoreFault fault) {
-  const std::string_view advice = AdviceAbout(fault);
-  return StoreError(advice.empty() ? fmt::format("{}: {}", doing, text)
-                                   : fmt::format("{}: {} ({})", doing, text, advice),
-                    fault);
+  return Advised(doing, text, AdviceAbout(fault), fault);
 }
 
 }  // namespace
@@ -123,10 +140,27 @@ StoreError LostError(const pg_conn* connection, const std::string& doing) {
       StoreFault::kNoServer);
 }
 
-StoreError ConnectionError(const pg_conn* connection, const std::string& doing) {
-  const std::string_view text =
-      connection == nullptr ? "there is not enough memory" : PQerrorMessage(connection);
-  return Worded(doing, WithoutLineEnd(text), StoreFault::kNoServer);
+StoreError ConnectionError(const pg_conn* connection, const std::string& doing, Answer answer) {
+  if (connection == nullptr) {
+    return Worded(doing, "this program has not enough memory", StoreFault::kOther);
+  }
+  const std::string_view text = PQerrorMessage(connection);
+  if (PQconnectionNeedsPassword(connection) != 0) {
+    return Advised(doing, text,
+                   "put it into the file ~/.pgpass, which nobody else may read, as "
+                   "HOST:PORT:DATABASE:USER:PASSWORD, or PGPASSWORD into the environment",
+                   StoreFault::kNoRights);
+  }
+  switch (answer) {
+    case Answer::kNone:
+      return Worded(doing, text, StoreFault::kNoServer);
+    case Answer::kNotNow:
+      return Advised(doing, text, "it may be starting: try again", StoreFault::kNoServer);
+    case Answer::kServer:  // whose words say it all
+    case Answer::kNotAsked:
+      break;
+  }
+  return Advised(doing, text, {}, StoreFault::kCannotOpen);
 }
 
 }  // namespace qorhost::postgres

@@ -1,6 +1,7 @@
 // What the server says of a failure, as people read it.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -22,7 +23,16 @@ namespace qorhost::postgres {
 /// A connection that was there is lost: of an open transaction nothing is stored.
 [[nodiscard]] StoreError LostError(const pg_conn* connection, const std::string& doing);
 
-/// The failure of the connection itself.
-[[nodiscard]] StoreError ConnectionError(const pg_conn* connection, const std::string& doing);
+/// What answers at the place of a server to which no connection comes about.
+enum class Answer : std::uint8_t {
+  kNone,      ///< nothing
+  kNotNow,    ///< a server that takes no connections: it is starting, or ending
+  kServer,    ///< a server, which has its reasons
+  kNotAsked,  ///< the name itself leads nowhere
+};
+
+/// The failure of the connection itself, with what can be done about it where that is known.
+[[nodiscard]] StoreError ConnectionError(const pg_conn* connection, const std::string& doing,
+                                         Answer answer = Answer::kNone);
 
 }  // namespace qorhost::postgres

@@ -63,6 +63,10 @@ PGconn* PQconnectdbParams(const char* const* keywords, const char* const* values
   return Call<PQconnectdbParams>("PQconnectdbParams", keywords, values, expand_dbname);
 }
 
+int PQconnectionNeedsPassword(const PGconn* conn) {
+  return Call<PQconnectionNeedsPassword>("PQconnectionNeedsPassword", conn);
+}
+
 void PQconninfoFree(PQconninfoOption* connOptions) {
   return Call<PQconninfoFree>("PQconninfoFree", connOptions);
 }
@@ -148,6 +152,10 @@ int PQnfields(const PGresult* res) {
 
 int PQntuples(const PGresult* res) {
   return Call<PQntuples>("PQntuples", res);
+}
+
+PGPing PQpingParams(const char* const* keywords, const char* const* values, int expand_dbname) {
+  return Call<PQpingParams>("PQpingParams", keywords, values, expand_dbname);
 }
 
 int PQpipelineSync(PGconn* conn) {

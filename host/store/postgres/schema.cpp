@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "host/dialect/names.h"
 #include "host/store/postgres/change_triggers.h"
 #include "host/store/postgres/sql_functions.h"
 #include "host/store/store_error.h"
@@ -31,6 +32,38 @@ void RequireVersion(const Connection& connection, std::optional<int> version, in
   }
 }
 
+/// Names the statement that gives it.
+void RequireRightToMake(Connection& connection) {
+  const Result who = connection.Run(
+      "SELECT has_database_privilege(current_database(), 'CREATE')::int4, current_database(), "
+      "current_user");
+  if (who.Number(0, 0) == 0) {
+    throw StoreError(
+        fmt::format(
+            "'{}' cannot hold a store that this user makes: ask its administrator for GRANT "
+            "CREATE ON DATABASE {} TO {}",
+            connection.name(), dialect::QuotedName(who.Text(0, 1)),
+            dialect::QuotedName(who.Text(0, 2))),
+        StoreFault::kNoRights);
+  }
+}
+
+/// In one transaction.
+void MakeStoreWhereNoneIs(Connection& connection, const StoreForm& form) {
+  RequireSpreading(connection, form.spread);
+  connection.RunAll("BEGIN");
+  try {
+    LockMaking(connection);
+    if (!VersionOf(connection)) {
+      MakeEmptyStore(connection, form);
+    }
+    connection.RunAll("COMMIT");
+  } catch (...) {
+    connection.UndoWhatIsOpen();
+    throw;
+  }
+}
+
 }  // namespace
 
 std::optional<int> VersionOf(Connection& connection) {
@@ -41,33 +74,17 @@ std::optional<int> VersionOf(Connection& connection) {
   return static_cast<int>(version.rows() == 0 ? 0 : version.Number(0, 0));
 }
 
-void LockMaking(Connection& connection) {
-  connection.RunAll("SELECT pg_advisory_xact_lock(1902072947)");
+void LockMaking(Connection& connection, const Patience& patience) {
+  (void)connection.RunWaiting("SELECT pg_advisory_xact_lock(1902072947)", patience);
 }
 
-bool MakeStore(Connection& connection, const StoreForm& form,
-               const std::function<void(Connection&)>& first) {
-  RequireSpreading(connection, form.spread);
-  connection.RunAll("BEGIN");
-  try {
-    LockMaking(connection);
-    if (first) {
-      first(connection);
-    }
-    const bool isFree = !VersionOf(connection).has_value();
-    if (isFree) {
-      // A distributed server has its functions in "public".
-      connection.RunAll(CreateFunctionsText() +
-                        "CREATE SCHEMA qorhost; SET LOCAL search_path = qorhost, public;");
-      MakeTables(connection, form);
-      connection.RunAll(ChangeTriggersText());
-    }
-    connection.RunAll("COMMIT");
-    return isFree;
-  } catch (...) {
-    connection.UndoWhatIsOpen();
-    throw;
-  }
+void MakeEmptyStore(Connection& connection, const StoreForm& form) {
+  RequireRightToMake(connection);
+  // A distributed server has its functions in "public".
+  connection.RunAll(CreateFunctionsText() +
+                    "CREATE SCHEMA qorhost; SET LOCAL search_path = qorhost, public;");
+  MakeTables(connection, form);
+  connection.RunAll(ChangeTriggersText());
 }
 
 Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreForm& form) {
@@ -75,7 +92,7 @@ Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreFo
   const int latest = form.steps.back().version;
   std::optional<int> version = VersionOf(connection);
   if (!version && mode == OpenMode::kCreate) {
-    (void)MakeStore(connection, form);
+    MakeStoreWhereNoneIs(connection, form);
     version = VersionOf(connection);
   }
   RequireVersion(connection, version, latest);

@@ -1,7 +1,6 @@
 // The store's tables on a server and how older ones come up to date.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -21,14 +20,13 @@ namespace qorhost::postgres {
 [[nodiscard]] Connection OpenServerStore(const std::string& name, OpenMode mode,
                                          const StoreForm& form = {});
 
-/// Makes an empty store where none is, in one transaction: `first` may make room for it there.
-/// False, and nothing is done, where one is after that.
-bool MakeStore(Connection& connection, const StoreForm& form,
-               const std::function<void(Connection&)>& first = {});
+/// Makes an empty store where none is, in the open transaction, which has taken LockMaking().
+void MakeEmptyStore(Connection& connection, const StoreForm& form);
 
 /// The version of the store that is there; nothing where the database has none.
 [[nodiscard]] std::optional<int> VersionOf(Connection& connection);
-/// Keeps others from making a store or bringing one up to date until the transaction ends.
-void LockMaking(Connection& connection);
+/// Keeps others from making a store or bringing one up to date until the transaction ends. Raises
+/// kBusy when another one goes on doing so.
+void LockMaking(Connection& connection, const Patience& patience = {});
 
 }  // namespace qorhost::postgres

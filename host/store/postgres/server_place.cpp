@@ -10,83 +10,67 @@ namespace qorhost::postgres {
 namespace {
 
 constexpr const char* kSetAside =
-    "ALTER SCHEMA qorhost RENAME TO qorhost_before; ALTER SCHEMA desktop RENAME TO desktop_before";
-constexpr const char* kDropOld = "DROP SCHEMA qorhost_before, desktop_before CASCADE";
-constexpr const char* kDropNew = "DROP SCHEMA qorhost, desktop CASCADE";
-constexpr const char* kPutBack =
-    "ALTER SCHEMA qorhost_before RENAME TO qorhost; ALTER SCHEMA desktop_before RENAME TO desktop";
+    "ALTER SCHEMA qorhost RENAME TO qorhost_replaced; "
+    "ALTER SCHEMA desktop RENAME TO desktop_replaced";
+constexpr const char* kDropReplaced =
+    "DROP SCHEMA IF EXISTS qorhost_replaced, desktop_replaced CASCADE";
 
-void RunAtOnce(Connection& connection, const std::string& sql) {
-  connection.RunAll("BEGIN; " + sql + "; COMMIT");
+/// By what it is known later whether the open transaction, which has made a store, was stored.
+Connection::Witness WitnessOf(Connection& connection) {
+  const Result number = connection.Run("SELECT pg_current_xact_id()");
+  Connection::Witness witness;
+  witness.number = number.Text(0, 0);
+  witness.select = fmt::format(R"(SELECT 1 FROM qorhost."StoreSchema" WHERE xmin='{}'::xid8::xid)",
+                               witness.number);
+  return witness;
 }
 
 }  // namespace
 
 ServerPlace::ServerPlace(const std::string& name, const ServerPlaceOrder& order,
                          const Patience& patience)
-    : connection_(name) {
+    : patience_(patience), store_(Connection(name), patience, false) {
   const StoreForm form{.spread = order.distributed ? Spread::kServers : Spread::kNone};
-  const bool isMade = MakeStore(connection_, form, [&](Connection& connection) {
-    if (!connection.Run("SELECT to_regnamespace('qorhost_before')").IsNull(0, 0)) {
-      throw StoreError(fmt::format(
-          "In '{}' stands a store that was being replaced when a program was ended, in the schemas "
-          "qorhost_before and desktop_before: look at what is there, then drop these there, or "
-          "qorhost and desktop, and rename these",
-          connection.name()));
-    }
-    if (order.replace && VersionOf(connection)) {
-      SetAside(patience);
-    }
-  });
-  if (!isMade) {
+  RequireSpreading(connection(), form.spread);
+  connection().BeginWhole();
+  LockMaking(connection(), patience_);
+  if (order.replace && VersionOf(connection())) {
+    SetAside();
+  }
+  if (VersionOf(connection())) {
     throw StoreError(
         fmt::format("There is a store in '{}' already, and it is left as it is", name));
   }
+  MakeEmptyStore(connection(), form);
+  connection().RunAll("SET LOCAL search_path = qorhost");
+  witness_ = WitnessOf(connection());
 }
 
-void ServerPlace::SetAside(const Patience& patience) {
+void ServerPlace::SetAside() {
+  // One that was replaced before, and whose end did not come.
+  (void)connection().RunWaiting(kDropReplaced, patience_);
   // Whoever is writing to it comes to an end before.
-  (void)connection_.RunWaiting(R"(LOCK TABLE qorhost."UnitVersions" IN EXCLUSIVE MODE)", patience);
-  rights_ = RightsOn(connection_);
-  connection_.RunAll(kSetAside);
+  (void)connection().RunWaiting(R"(LOCK TABLE qorhost."UnitVersions" IN EXCLUSIVE MODE)",
+                                patience_);
+  rights_ = RightsOn(connection());
+  connection().RunAll(kSetAside);
   isSetAside_ = true;
 }
 
-ServerPlace::~ServerPlace() {
-  if (ended_) {
-    return;
+Replaced ServerPlace::Keep() {
+  if (isSetAside_) {
+    RenewRights(connection(), rights_);
+  }
+  connection().KeepWhole(witness_);
+  if (!isSetAside_) {
+    return Replaced::kIsGone;
   }
   try {
-    PutBack();
+    // Not before: a reader of it may be waiting for the right to write.
+    (void)connection().RunWaiting(kDropReplaced, patience_);
+    return Replaced::kIsGone;
   } catch (const StoreError&) {
-    // Without the server nothing can be put back: its schemas tell what is left to do.
-    connection_.UndoWhatIsOpen();
-  }
-}
-
-void ServerPlace::PutBack() {
-  RunAtOnce(connection_,
-            isSetAside_ ? fmt::format("{}; {}", kDropNew, kPutBack) : std::string(kDropNew));
-}
-
-void ServerPlace::HandOverRights() {
-  connection_.RunAll("BEGIN");
-  try {
-    RenewRights(connection_, rights_);
-    connection_.RunAll("COMMIT");
-  } catch (...) {
-    connection_.UndoWhatIsOpen();
-    throw;
-  }
-}
-
-void ServerPlace::Keep() {
-  if (isSetAside_) {
-    HandOverRights();
-  }
-  ended_ = true;
-  if (isSetAside_) {
-    RunAtOnce(connection_, kDropOld);
+    return Replaced::kIsLeft;
   }
 }
 

@@ -4,35 +4,35 @@
 #include <string>
 
 #include "host/store/patience.h"
-#include "host/store/postgres/connection.h"
 #include "host/store/postgres/rights.h"
+#include "host/store/postgres/store.h"
 #include "host/store/server_place.h"
 
 namespace qorhost::postgres {
 
-/// What is set aside is renamed, the schemas "qorhost" and "desktop" to "qorhost_before" and
-/// "desktop_before", in the transaction that makes the new ones: nobody sees a database without a
-/// store. Whoever had the old one open works on the new one, and has the same rights on it, once it
-/// is kept.
+/// All in one transaction, from the making of the tables to the last row. The schemas of the old
+/// store, "qorhost" and "desktop", are renamed in it to "qorhost_replaced" and "desktop_replaced",
+/// and dropped behind it: that has to wait for those who read. Whoever had the old one open works
+/// on the new one from then on, and has the same rights on it.
 class ServerPlace final : public qorhost::ServerPlace {
  public:
   /// Makes an empty store, in the place of one that is to be replaced as soon as nobody writes to
-  /// it. Raises StoreError: for a store that stands and is not to be replaced, for one
-  /// that was set aside before and never put back, kBusy where somebody goes on writing.
+  /// it. Raises StoreError: for a store that stands and is not to be replaced, and kBusy where
+  /// somebody goes on writing, or making one.
   ServerPlace(const std::string& name, const ServerPlaceOrder& order, const Patience& patience);
-  ~ServerPlace() override;
 
-  void Keep() override;
+  [[nodiscard]] qorhost::Store& store() override { return store_; }
+  Replaced Keep() override;
 
  private:
-  void SetAside(const Patience& patience);
-  void PutBack();
-  void HandOverRights();
+  void SetAside();
+  [[nodiscard]] Connection& connection() { return store_.connection(); }
 
-  Connection connection_;
+  Patience patience_;
+  Store store_;
+  Connection::Witness witness_;
   bool isSetAside_ = false;
   GrantedRights rights_;  // on the one that is set aside
-  bool ended_ = false;
 };
 
 }  // namespace qorhost::postgres

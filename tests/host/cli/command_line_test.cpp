@@ -197,6 +197,9 @@ TEST_F(CommandLine, AUnitWithoutSettingsIsNamed) {
     EXPECT_THAT(Run(words).err, HasSubstr("unit 9, Annex, has no settings")) << words.front();
   }
   EXPECT_EQ(Run({"units", "--unit", "2"}).err, "");
+  EXPECT_THAT(Run({"units", "list", "--settings"}).out, HasSubstr("Annex"));
+  EXPECT_EQ(Run({"units", "edit", "9", "--type", "Entry Panel 500"}).status, 0);
+  EXPECT_EQ(Run({"units"}).err, "");
   ASSERT_EQ(
       Run({"sql", "--write", "UPDATE UnitSettings SET UNITTYPE='Entry Panel 7' WHERE UnitKey=2"})
           .status,
@@ -503,9 +506,10 @@ TEST_F(CommandLine, NothingIsDoneInAUnitWithoutSettings) {
     words.insert(words.begin(), {"--unit", "2"});
     const Outcome outcome = Run(words);
     EXPECT_EQ(outcome.status, 3) << words[2] << ' ' << words[3];
-    EXPECT_EQ(outcome.err,
-              "qorhost: unit 2, Linden Park, has no settings: 'units edit 2 --type TYPE' gives it "
-              "some\n");
+    EXPECT_EQ(
+        outcome.err,
+        "qorhost: unit 2, Linden Park, has no settings: give it a type ('qorhost units edit 2 "
+        "--type TYPE')\n");
     EXPECT_EQ(outcome.out, "");
   }
   const std::string type = Rows({"units"}).front().at("type");

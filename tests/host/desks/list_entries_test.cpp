@@ -46,6 +46,19 @@ class ListEntries : public testing::Test {
   ListModel doors_;
 };
 
+TEST_F(ListEntries, AreFoundByWordsOfATenantsName) {
+  tenants_.AddItemWithData("O'Brien Maeve", 46);
+  tenants_.AddItemWithData("Brandt S\xC3\xB8ren", 47);
+  EXPECT_EQ(Tenant("obrien maeve"), 5);
+  EXPECT_EQ(Tenant("maeve o'brien"), 5);
+  EXPECT_EQ(Tenant("soren"), 6);
+  EXPECT_EQ(Tenant("kar abel"), 1);
+  EXPECT_EQ(FaultIn([&] { (void)Tenant("4"); }),
+            "tenant: there is no tenant '4' on the screen of this unit");
+  EXPECT_EQ(FaultIn([&] { (void)Tenant("b"); }),
+            "tenant: 3 tenants are called 'b': give the id instead (43, 44, 47)");
+}
+
 TEST_F(ListEntries, AreFoundByTheirNumberFirst) {
   EXPECT_EQ(Tenant("42"), 1);
   EXPECT_EQ(Tenant(" 43 "), 2) << "also called so is another";

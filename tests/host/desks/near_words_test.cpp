@@ -27,6 +27,8 @@ TEST(Suggestions, AreNotMadeForOtherWords) {
 TEST(Suggestions, TheNearestOneWins) {
   EXPECT_EQ(MostLike("edit", {"exit", "edit"}), "edit");
   EXPECT_EQ(MostLike("ad", {"assign", "add"}), "add");
+  EXPECT_EQ(MostLike("unit", {"init", "units"}), "units");
+  EXPECT_EQ(MostLike("unit", {"units", "init"}), "units");
 }
 
 TEST(NearWords, DifferByOneLetterOrTwoExchanged) {

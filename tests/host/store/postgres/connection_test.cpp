@@ -63,7 +63,13 @@ TEST(ServerName, ThatCannotBeReadIsNotRepeated) {
 TEST(ServerName, OfAServerThatIsNotThereIsToldSo) {
   EXPECT_THAT(FailureToOpen("postgresql:///buildings?host=/nowhere", StoreFault::kNoServer),
               AllOf(HasSubstr("The store 'postgresql:///buildings' cannot be opened: "),
-                    HasSubstr("whether it runs")));
+                    HasSubstr("No such file or directory; Is the server running"),
+                    HasSubstr("socket? (the server cannot be reached: "), Not(HasSubstr("\n"))));
+}
+
+TEST(ServerName, OfAServiceThatIsNotDefinedHasNoAdviceAboutTheNetwork) {
+  EXPECT_THAT(FailureToOpen("service=nobody_defines_this", StoreFault::kCannotOpen),
+              AllOf(HasSubstr("\"nobody_defines_this\" not found"), Not(HasSubstr("("))));
 }
 
 class ServerConnection : public testing::Test {
@@ -108,8 +114,8 @@ TEST_F(ServerConnection, RefusesTextsThatAServerCannotKeep) {
 }
 
 TEST_F(ServerConnection, TellsOfADatabaseThatIsNotThere) {
-  EXPECT_THAT(FailureToOpen(TestServer::Shared().NameOf("nowhere"), StoreFault::kNoServer),
-              HasSubstr("\"nowhere\" does not exist"));
+  EXPECT_THAT(FailureToOpen(TestServer::Shared().NameOf("nowhere"), StoreFault::kCannotOpen),
+              AllOf(HasSubstr("\"nowhere\" does not exist"), Not(HasSubstr("reached"))));
 }
 
 TEST_F(ServerConnection, TellsThatTheServerHasGone) {

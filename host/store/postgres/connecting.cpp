@@ -1,0 +1,91 @@
+#include "host/store/postgres/connecting.h"
+
+#include <libpq-fe.h>
+
+#include <array>
+#include <memory>
+#include <string_view>
+
+#include "host/store/store_error.h"
+
+namespace qorhost::postgres {
+
+namespace {
+
+constexpr const char* kAskAgainSeconds = "2";
+constexpr const char* kConnectSeconds = "10";
+// A network that is cut says nothing: after so long without an answer the server is asked whether
+// it is there, and given up when it does not say so.
+constexpr const char* kSilentSeconds = "20";
+constexpr const char* kAskSeconds = "5";
+constexpr const char* kAskTimes = "4";
+constexpr const char* kUnheardMilliseconds = "40000";
+
+/// How a server is asked for; what the name says comes later and counts.
+using Settings = std::array<const char*, 11>;
+constexpr Settings kKeywords{"connect_timeout",  "keepalives_idle",  "keepalives_interval",
+                             "keepalives_count", "tcp_user_timeout", "fallback_application_name",
+                             "client_encoding",  "dbname",           nullptr};
+constexpr std::size_t kNameAt = 7;
+constexpr int kNameIsRead = 1;
+
+Settings ValuesFor(const std::string& name) {
+  return {kConnectSeconds,      kSilentSeconds, kAskSeconds, kAskTimes,
+          kUnheardMilliseconds, "qorhost",      "UTF8",      name.c_str()};
+}
+
+}  // namespace
+
+std::string ShownName(const std::string& name) {
+  return name.substr(0, name.find('?'));
+}
+
+void RequireReadable(const std::string& name) {
+  char* fault = nullptr;
+  const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> options(
+      PQconninfoParse(name.c_str(), &fault), PQconninfoFree);
+  const std::unique_ptr<char, decltype(&PQfreemem)> text(fault, PQfreemem);
+  if (options == nullptr) {
+    // Not the name itself: what is wrong with it may be in a password.
+    throw StoreError(
+        "The store's name cannot be read: write postgresql://HOST/DATABASE, or service=NAME",
+        StoreFault::kCannotOpen);
+  }
+  for (const PQconninfoOption* option = options.get(); option->keyword != nullptr; ++option) {
+    const bool isSecret = std::string_view(option->keyword) == "password" ||
+                          std::string_view(option->keyword) == "sslpassword";
+    if (isSecret && option->val != nullptr && *option->val != '\0') {
+      throw StoreError(
+          "The store's name holds a password, which other programs of the machine could read: "
+          "leave it out and put it into the file ~/.pgpass, or PGPASSWORD into the environment",
+          StoreFault::kRefused);
+    }
+  }
+}
+
+pg_conn* Connect(const std::string& name) {
+  return PQconnectdbParams(kKeywords.data(), ValuesFor(name).data(), kNameIsRead);
+}
+
+Answer AnswerOf(const std::string& name) {
+  // Whoever asks for encryption is answered by a server without it, too.
+  Settings keywords = kKeywords;
+  Settings values = ValuesFor(name);
+  keywords[kNameAt + 1] = "connect_timeout";
+  values[kNameAt + 1] = kAskAgainSeconds;
+  keywords[kNameAt + 2] = "sslmode";
+  values[kNameAt + 2] = "prefer";
+  switch (PQpingParams(keywords.data(), values.data(), kNameIsRead)) {
+    case PQPING_OK:
+      return Answer::kServer;
+    case PQPING_REJECT:
+      return Answer::kNotNow;
+    case PQPING_NO_ATTEMPT:
+      return Answer::kNotAsked;
+    case PQPING_NO_RESPONSE:
+      break;
+  }
+  return Answer::kNone;
+}
+
+}  // namespace qorhost::postgres
