@@ -49,6 +49,12 @@ bool IsNumberLiteral(const Expression& node) {
   return node.kind == NodeKind::kLiteral && FormOf(node) == Form::kDouble;
 }
 
+/// Val of a column of whole numbers.
+bool IsShownWhole(const Expression& node) {
+  return node.kind == NodeKind::kFunction && node.function == Function::kVal &&
+         node.coercion == Coercion::kNone && IsWholeColumn(*node.operands[0]);
+}
+
 }  // namespace
 
 void StatementPrinter::PrintCondition(const Expression& node) {
@@ -177,6 +183,9 @@ void StatementPrinter::PrintPair(const Expression& left, Operator op, const Expr
     PrintWholeLiteral(left, Mirrored(op));
     Write(SignOf(op));
     PrintSide(right, comparing);
+  } else if (op == Operator::kEqual && grouped_ == nullptr && IsShownWhole(left) &&
+             IsNumberLiteral(right) && !MayBeBoundAsText(right)) {
+    PrintShownNumber(left, right);
   } else {
     const bool isText = comparing == Comparing::kTexts || comparing == Comparing::kFolded;
     PrintSide(left, comparing);
@@ -195,6 +204,26 @@ void StatementPrinter::PrintWholeLiteral(const Expression& literal, Operator op)
   Write(fromBelow ? "desktop.whole_from(" : fromAbove ? "desktop.whole_to(" : "desktop.whole(");
   PrintLiteral(literal);
   Write(")");
+}
+
+/// Val of a column of whole numbers beside a number. What is shown is compared, Null being 0, and
+/// the column besides, so that an index of it can be used: who asks whether a number is free would
+/// look at all of a unit's rows otherwise.
+void StatementPrinter::PrintShownNumber(const Expression& shown, const Expression& literal) {
+  const Expression& column = *shown.operands[0];
+  PrintSide(shown, Comparing::kNumbers);
+  Write(" = ");
+  PrintLiteral(literal);
+  const std::size_t number = printed_.parameters.size();
+  Write(" AND (");
+  PrintValue(column);
+  Write(" = desktop.whole($");
+  WriteNumber(number);
+  Write("::");
+  Write(TypeOf(Form::kDouble));
+  Write(") OR ");
+  PrintValue(column);
+  Write(" IS NULL)");
 }
 
 void StatementPrinter::PrintInList(const Expression& node) {

@@ -97,6 +97,7 @@ class StatementPrinter {
   void PrintPair(const dialect::Expression& left, dialect::Operator op,
                  const dialect::Expression& right, bool collated);
   void PrintWholeLiteral(const dialect::Expression& literal, dialect::Operator op);
+  void PrintShownNumber(const dialect::Expression& shown, const dialect::Expression& literal);
   void PrintInList(const dialect::Expression& node);
   void PrintInSelect(const dialect::Expression& node);
 
