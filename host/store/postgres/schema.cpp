@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <string_view>
+#include <utility>
 
 #include "host/store/postgres/change_triggers.h"
 #include "host/store/postgres/sql_functions.h"
@@ -70,8 +71,9 @@ bool MakeStore(Connection& connection, const StoreForm& form,
   }
 }
 
-Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreForm& form) {
-  Connection connection(name);
+Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreForm& form,
+                           Connection::GoesOn goesOn) {
+  Connection connection(name, std::move(goesOn));
   const int latest = form.steps.back().version;
   std::optional<int> version = VersionOf(connection);
   if (!version && mode == OpenMode::kCreate) {
