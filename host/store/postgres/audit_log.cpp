@@ -20,8 +20,11 @@ namespace {
 constexpr std::int32_t kNoUnit = 0;
 // Between where an entry comes from and the login by which the server knows who stored it.
 constexpr std::string_view kLogin = " as ";
-// What the server gives to an entry.
+// What the server gives to an entry. One of a unit that has no version yet gets nothing: its number
+// has to come behind the lock, which there is none of before.
 constexpr const char* kNumberAndLogin = R"(SELECT nextval('"AuditNumbers"'), session_user)";
+constexpr const char* kNumberAndLoginInUnit =
+    R"(SELECT nextval('"AuditNumbers"'), session_user FROM "UnitVersions" WHERE "UnitKey"=$1::int4)";
 
 /// A row of "RID", "At", "Who", "Origin", "UnitKey", "What".
 WorkEntry EntryIn(const Result& read, int row) {
@@ -186,15 +189,16 @@ std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, const Pr
   return hashes;
 }
 
-void AuditLog::AskForNumber() {
-  session_.AskWithTheRight(kNumberAndLogin, {});
+void AuditLog::AskForNumber(std::int32_t unitKey) {
+  session_.AskWithTheRight(kNumberAndLoginInUnit, Values(unitKey));
 }
 
 AuditLog::Added AuditLog::Append(WorkEntry entry, const Previous& previous,
                                  const std::vector<RowChange>& changes) {
   const std::vector<std::string> rows = RowsInPieces(changes);
   {
-    const Result given = session_.Own(kNumberAndLogin);
+    const Result given = entry.unitKey ? session_.Own(kNumberAndLoginInUnit, Values(*entry.unitKey))
+                                       : session_.Own(kNumberAndLogin);
     entry.entry = given.Number(0, 0);
     entry.origin.append(kLogin).append(given.Text(0, 1));
   }

@@ -38,7 +38,7 @@ class AuditLog final : public qorhost::AuditLog {
   };
   /// Asks for the number of the entry to come with the message that takes the right to write one
   /// unit; where nothing is added, the number is left out.
-  void AskForNumber();
+  void AskForNumber(std::int32_t unitKey);
   /// Adds an entry. The right to write is held: it gets its number behind all those of its unit,
   /// and one of the whole store behind all. What it says of where it comes from ends with the login
   /// at the server. The server is sent it with the commit. `previous` is of no meaning for an entry

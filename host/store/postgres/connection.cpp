@@ -7,6 +7,7 @@
 #include <array>
 #include <chrono>
 #include <exception>
+#include <future>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -27,6 +28,8 @@ constexpr std::chrono::seconds kReopenTime(5);
 constexpr std::chrono::seconds kLookTime(10);
 constexpr std::chrono::milliseconds kShortestPause(20);
 constexpr std::chrono::milliseconds kLongestPause(500);
+// How often somebody looks up who waits for a server meanwhile.
+constexpr std::chrono::milliseconds kLookUp(20);
 
 constexpr const char* kFailed = "The statement failed";
 constexpr const char* kBeginPart = "SAVEPOINT whole_part";
@@ -61,14 +64,31 @@ void Connection::Finish::operator()(pg_conn* handle) const noexcept {
   PQfinish(handle);
 }
 
-Connection::Connection(const std::string& name)
-    : asked_(name), name_(ShownName(name)), listener_(std::make_unique<Listener>()) {
+Connection::Connection(const std::string& name, GoesOn goesOn)
+    : asked_(name),
+      name_(ShownName(name)),
+      goesOn_(std::move(goesOn)),
+      listener_(std::make_unique<Listener>()) {
   RequireReadable(name);
   Open();
 }
 
+/// The library waits for a server that says nothing without asking anybody. Whoever gives up leaves
+/// it to that: what becomes of it is thrown away.
+Connection::Handle Connection::ConnectBeside() const {
+  std::packaged_task<Handle()> connecting([asked = asked_] { return Handle(Connect(asked)); });
+  std::future<Handle> connected = connecting.get_future();
+  std::thread(std::move(connecting)).detach();
+  while (connected.wait_for(kLookUp) != std::future_status::ready) {
+    if (!goesOn_()) {
+      throw GivenUpError();
+    }
+  }
+  return connected.get();
+}
+
 void Connection::Open() {
-  handle_.reset(Connect(asked_));
+  handle_ = goesOn_ ? ConnectBeside() : Handle(Connect(asked_));
   ++names_.connection;
   lockTimeout_ = 0;
   if (isLost()) {
@@ -84,19 +104,43 @@ void Connection::Open() {
   }
 }
 
+/// Whether it may be tried once more behind it.
+bool Connection::Pause(std::chrono::milliseconds pause) const {
+  using std::chrono::steady_clock;
+  const steady_clock::time_point end = steady_clock::now() + pause;
+  while (goesOn_ && steady_clock::now() < end) {
+    if (!goesOn_()) {
+      return false;
+    }
+    std::this_thread::sleep_for(std::min(pause, kLookUp));
+  }
+  std::this_thread::sleep_until(end);
+  return true;
+}
+
 void Connection::Reopen() {
   using std::chrono::steady_clock;
-  const steady_clock::time_point end = steady_clock::now() + kReopenTime;
+  const steady_clock::time_point begun = steady_clock::now();
+  // What was waited for in vain a moment ago is tried once: the same operation asks again.
+  const bool isKnown = triedInVain_ && begun - *triedInVain_ < kReopenTime;
+  const steady_clock::time_point end = isKnown ? begun : begun + kReopenTime;
   for (std::chrono::milliseconds pause = kShortestPause;;) {
     try {
       Open();
+      triedInVain_.reset();
       return;
     } catch (const StoreError& failure) {
-      if (failure.fault() != StoreFault::kNoServer || steady_clock::now() + pause > end) {
+      if (failure.fault() != StoreFault::kNoServer) {
+        throw;
+      }
+      if (steady_clock::now() + pause > end) {
+        triedInVain_ = steady_clock::now();
         throw;
       }
     }
-    std::this_thread::sleep_for(pause);
+    if (!Pause(pause)) {
+      throw GivenUpError();
+    }
     pause = std::min(pause * 2, kLongestPause);
   }
 }
@@ -280,10 +324,21 @@ Connection::Fate Connection::FateOf(const Witness& witness, int backend) noexcep
       return LookAtFate(witness, backend);
     } catch (const std::exception&) {
       // It may be starting, or on its way to its end: that is asked once more.
-      std::this_thread::sleep_for(pause);
+    }
+    if (!MayGoOn(pause)) {
+      break;
     }
   }
   return Fate::kUnknown;
+}
+
+/// The same for whoever must not raise.
+bool Connection::MayGoOn(std::chrono::milliseconds pause) const noexcept {
+  try {
+    return Pause(pause);
+  } catch (const std::exception&) {
+    return false;
+  }
 }
 
 /// Raises while the server has not yet ended it.
@@ -452,6 +507,11 @@ Result Connection::RunWaiting(const std::string& sql, const Patience& patience) 
 StoreError Connection::BusyError() const {
   return StoreError(fmt::format("The store '{}': {}", name_, AdviceFor(StoreFault::kBusy)),
                     StoreFault::kBusy);
+}
+
+StoreError Connection::GivenUpError() const {
+  return StoreError(fmt::format(
+      "The store '{}': its server does not answer, and was not waited for any longer", name_));
 }
 
 void Connection::TellChanges(std::function<void(std::string_view)> told) {

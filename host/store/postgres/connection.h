@@ -1,6 +1,7 @@
 // A connection to a PostgreSQL server and the results of its statements.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -28,7 +29,10 @@ class Connection {
   /// cannot be reached at once, in 10 seconds (or connect_timeout) at most, refuses, is older than
   /// 15 or keeps texts in another encoding than UTF-8, and when the name holds a password: every
   /// other program of the machine can read the arguments of this one.
-  explicit Connection(const std::string& name);
+  /// Who waits for the server, now and whenever it is lost, is asked meanwhile whether to: see
+  /// LookUpBy().
+  using GoesOn = std::function<bool()>;
+  explicit Connection(const std::string& name, GoesOn goesOn = nullptr);
   ~Connection();
   Connection(Connection&&) noexcept;
   Connection& operator=(Connection&&) noexcept;
@@ -37,6 +41,10 @@ class Connection {
 
   /// Runs what every connection to the store needs, now and each time that it is made anew.
   void Prepare(std::function<void(Connection&)> prepare);
+
+  /// Asked again and again while a lost server is waited for; its
+  /// false gives up with a StoreError that is no kNoServer. It must not use the connection.
+  void LookUpBy(GoesOn goesOn) { goesOn_ = std::move(goesOn); }
 
   /// Begins a transaction by that text. Until its end nothing is repeated on a new connection.
   void Begin(const char* sql = "BEGIN");
@@ -104,8 +112,13 @@ class Connection {
   struct Listener;
   enum class Fate : std::uint8_t { kStored, kNotStored, kUnknown };
 
+  using Handle = std::unique_ptr<pg_conn, Finish>;
+
+  [[nodiscard]] Handle ConnectBeside() const;
   void Open();
   void Reopen();
+  [[nodiscard]] bool Pause(std::chrono::milliseconds pause) const;
+  [[nodiscard]] bool MayGoOn(std::chrono::milliseconds pause) const noexcept;
   void RequireServer();
   [[nodiscard]] bool isLost() const noexcept;
   [[nodiscard]] Fate FateOf(const Witness& witness, int backend) noexcept;
@@ -118,12 +131,15 @@ class Connection {
   Result RunOnce(PreparedText& statement, std::span<const Sent> values, bool guarded,
                  const TakeRow& take, const Watch& watch);
   [[nodiscard]] StoreError BusyError() const;
+  [[nodiscard]] StoreError GivenUpError() const;
 
   std::string asked_;  // the name as libpq reads it
   std::string name_;
+  GoesOn goesOn_;
   std::function<void(Connection&)> prepare_;
   std::unique_ptr<Listener> listener_;
-  std::unique_ptr<pg_conn, Finish> handle_;
+  Handle handle_;
+  std::optional<std::chrono::steady_clock::time_point> triedInVain_;  // to reopen it
   StatementNames names_;          // counts how often it was made
   std::vector<Step> later_;       // goes with what runs next
   std::int64_t lockTimeout_ = 0;  // as the server has it; 0: its own

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <string_view>
+#include <utility>
 
 #include "host/dialect/names.h"
 #include "host/store/postgres/change_triggers.h"
@@ -87,8 +88,9 @@ void MakeEmptyStore(Connection& connection, const StoreForm& form) {
   connection.RunAll(ChangeTriggersText());
 }
 
-Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreForm& form) {
-  Connection connection(name);
+Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreForm& form,
+                           Connection::GoesOn goesOn) {
+  Connection connection(name, std::move(goesOn));
   const int latest = form.steps.back().version;
   std::optional<int> version = VersionOf(connection);
   if (!version && mode == OpenMode::kCreate) {

@@ -16,9 +16,10 @@ namespace qorhost::postgres {
 /// the dialect's functions. kCreate makes an empty one when there is none, kReadOnly lets nothing
 /// be written. A store of an earlier version is brought up to date first, whatever the mode. Raises
 /// StoreError for a database without a store, for one of a newer version, for a server that cannot
-/// spread tables as the form has it, and what Connection raises.
+/// spread tables as the form has it, and what Connection raises, which looks up by `goesOn`.
 [[nodiscard]] Connection OpenServerStore(const std::string& name, OpenMode mode,
-                                         const StoreForm& form = {});
+                                         const StoreForm& form = {},
+                                         Connection::GoesOn goesOn = nullptr);
 
 /// Makes an empty store where none is, in the open transaction, which has taken LockMaking().
 void MakeEmptyStore(Connection& connection, const StoreForm& form);

@@ -11,7 +11,9 @@
 namespace qorhost::postgres {
 
 Store::Store(Connection connection, Patience patience, bool readOnly)
-    : connection_(std::move(connection)), patience_(std::move(patience)), readOnly_(readOnly) {}
+    : connection_(std::move(connection)), patience_(std::move(patience)), readOnly_(readOnly) {
+  connection_.LookUpBy(patience_.working);
+}
 
 std::unique_ptr<SqlSession> Store::StartSession(Clock clock) {
   return std::make_unique<Session>(connection_, patience_, std::move(clock));
@@ -19,6 +21,7 @@ std::unique_ptr<SqlSession> Store::StartSession(Clock clock) {
 
 void Store::SetPatience(Patience patience) {
   patience_ = std::move(patience);
+  connection_.LookUpBy(patience_.working);
 }
 
 void Store::GatherInFile() {

@@ -55,7 +55,7 @@ std::optional<UnitVersion> UnitOfWork::TakeRight() {
 /// One message for all that an operation needs when it begins to write. Who has waited for the lock
 /// is told the version that was stored meanwhile, and what comes behind sees all that was.
 std::optional<UnitVersion> UnitOfWork::LockUnit(std::int32_t unitKey) {
-  session_.audit().AskForNumber();
+  session_.audit().AskForNumber(unitKey);
   SentValues values;
   values.AddNumber(unitKey);
   std::vector<Step> steps;

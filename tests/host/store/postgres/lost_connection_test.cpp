@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <semaphore>
 #include <string>
@@ -220,6 +221,39 @@ TEST_F(LostConnection, InAConnectionsOwnTransactionIsUndoneAndTheNextIsDone) {
   session_->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
   session_->transaction().Commit();
   EXPECT_EQ(Doors(), 1);
+}
+
+TEST_F(LostConnection, WhoWaitsForTheServerLooksUpAndMayGiveUp) {
+  using std::chrono::steady_clock;
+  int looks = 0;
+  Patience patience;
+  patience.working = [&looks] { return ++looks < 10; };
+  store_->SetPatience(patience);
+  proxy_->Close(true);
+  proxy_->Ask([](const auto&) { return Way::kLostBefore; });
+  const steady_clock::time_point begun = steady_clock::now();
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kNotStored));
+  EXPECT_LT(steady_clock::now() - begun, std::chrono::seconds(3));
+  EXPECT_GE(looks, 10);
+  EXPECT_THAT(words_, HasSubstr("was not waited for any longer"));
+  proxy_->Ask(nullptr);
+  proxy_->Close(false);
+  looks = -1000;
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kStored)) << words_;
+  EXPECT_EQ(Doors(), 2);
+}
+
+TEST_F(LostConnection, AServerThatWasWaitedForInVainIsTriedOnceBehindIt) {
+  using std::chrono::steady_clock;
+  proxy_->Close(true);
+  proxy_->Ask([](const auto&) { return Way::kLostBefore; });
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kNotStored));
+  const steady_clock::time_point begun = steady_clock::now();
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kNotStored));
+  EXPECT_LT(steady_clock::now() - begun, std::chrono::seconds(2));
+  proxy_->Ask(nullptr);
+  proxy_->Close(false);
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kStored)) << words_;
 }
 
 /// With a server of its own, which others need not miss.
