@@ -59,8 +59,8 @@ void PutOnServer(const fs::path& name, const NewStore& made, Standing existing,
     Fill(*OpenMemoryStore(), made, patience);  // nothing is made on a server to be tried
     return;
   }
-  const std::unique_ptr<ServerPlace> place =
-      BeginOnServer(name, {.replace = stands, .distributed = made.distributed}, patience);
+  const std::unique_ptr<ServerPlace> place = BeginOnServer(
+      name, {.replace = stands, .distributed = made.distributed, .roles = made.roles}, patience);
   Fill(*OpenStore(name, OpenMode::kReadWrite, patience), made, patience);
   place->Keep();
 }

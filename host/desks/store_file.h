@@ -12,6 +12,7 @@
 #include "host/desks/trial.h"
 #include "host/files/fresh_file.h"
 #include "host/store/store.h"
+#include "host/store/store_roles.h"
 
 namespace qorhost {
 
@@ -68,6 +69,7 @@ struct NewStore {
   /// Stores what else it is to hold; none: nothing. What it raises ends the making.
   std::function<void(SqlSession&)> contents = {};
   bool distributed = false;  ///< on a server that spreads its tables over several
+  StoreRoles roles = {};     ///< on a server: are granted rights on it, or it is not made
 };
 
 /// A store that may be all that is left of somebody's data, a damaged one or a newer program's, and

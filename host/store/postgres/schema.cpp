@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "host/store/postgres/change_triggers.h"
+#include "host/store/postgres/rights.h"
 #include "host/store/postgres/sql_functions.h"
 #include "host/store/store_error.h"
 
@@ -29,6 +30,18 @@ void RequireVersion(const Connection& connection, std::optional<int> version, in
                     "(schema {})",
                     connection.name(), *version));
   }
+}
+
+/// Says of a store on which this user has no rights who can give them to him.
+std::optional<int> VersionToOpen(Connection& connection) {
+  try {
+    return VersionOf(connection);
+  } catch (const StoreError& failure) {
+    if (failure.fault() != StoreFault::kNoRights) {
+      throw;
+    }
+  }
+  throw NoRightsOn(connection);
 }
 
 }  // namespace
@@ -73,7 +86,7 @@ bool MakeStore(Connection& connection, const StoreForm& form,
 Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreForm& form) {
   Connection connection(name);
   const int latest = form.steps.back().version;
-  std::optional<int> version = VersionOf(connection);
+  std::optional<int> version = VersionToOpen(connection);
   if (!version && mode == OpenMode::kCreate) {
     (void)MakeStore(connection, form);
     version = VersionOf(connection);

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "host/store/postgres/role_needs.h"
 #include "host/store/postgres/schema.h"
 #include "host/store/store_error.h"
 
@@ -24,7 +25,8 @@ void RunAtOnce(Connection& connection, const std::string& sql) {
 
 ServerPlace::ServerPlace(const std::string& name, const ServerPlaceOrder& order,
                          const Patience& patience)
-    : connection_(name) {
+    : connection_(name), roles_(order.roles) {
+  RequireGrantable(connection_, roles_);
   const StoreForm form{.spread = order.distributed ? Spread::kServers : Spread::kNone};
   const bool isMade = MakeStore(connection_, form, [&](Connection& connection) {
     if (!connection.Run("SELECT to_regnamespace('qorhost_before')").IsNull(0, 0)) {
@@ -45,9 +47,10 @@ ServerPlace::ServerPlace(const std::string& name, const ServerPlaceOrder& order,
 }
 
 void ServerPlace::SetAside(const Patience& patience) {
+  rights_ = RightsOn(connection_);
+  RequireOwner(connection_, rights_);
   // Whoever is writing to it comes to an end before.
   (void)connection_.RunWaiting(R"(LOCK TABLE qorhost."UnitVersions" IN EXCLUSIVE MODE)", patience);
-  rights_ = RightsOn(connection_);
   connection_.RunAll(kSetAside);
   isSetAside_ = true;
 }
@@ -72,7 +75,12 @@ void ServerPlace::PutBack() {
 void ServerPlace::HandOverRights() {
   connection_.RunAll("BEGIN");
   try {
-    RenewRights(connection_, rights_);
+    if (isSetAside_) {
+      RenewRights(connection_, rights_);
+    }
+    if (!roles_.empty()) {
+      GrantRights(connection_, roles_);
+    }
     connection_.RunAll("COMMIT");
   } catch (...) {
     connection_.UndoWhatIsOpen();
@@ -81,9 +89,7 @@ void ServerPlace::HandOverRights() {
 }
 
 void ServerPlace::Keep() {
-  if (isSetAside_) {
-    HandOverRights();
-  }
+  HandOverRights();
   ended_ = true;
   if (isSetAside_) {
     RunAtOnce(connection_, kDropOld);

@@ -18,7 +18,8 @@ class ServerPlace final : public qorhost::ServerPlace {
  public:
   /// Makes an empty store, in the place of one that is to be replaced as soon as nobody writes to
   /// it. Raises StoreError: for a store that stands and is not to be replaced, for one
-  /// that was set aside before and never put back, kBusy where somebody goes on writing.
+  /// that was set aside before and never put back, kBusy where somebody goes on writing, kNoRights
+  /// for one that is not this user's to replace, and for roles that cannot be given the new one.
   ServerPlace(const std::string& name, const ServerPlaceOrder& order, const Patience& patience);
   ~ServerPlace() override;
 
@@ -30,6 +31,7 @@ class ServerPlace final : public qorhost::ServerPlace {
   void HandOverRights();
 
   Connection connection_;
+  StoreRoles roles_;
   bool isSetAside_ = false;
   GrantedRights rights_;  // on the one that is set aside
   bool ended_ = false;
