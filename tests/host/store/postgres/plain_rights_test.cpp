@@ -1,8 +1,8 @@
 // The rights on a store, given and kept by users to whom a server does not allow everything.
-#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <exception>
 #include <string>
 #include <utility>
 #include <vector>
