@@ -19,7 +19,7 @@ void PutNewStore(const GlobalOptions& global, const NewStorePlace& place, bool d
     AdvisingOnExisting("name another file with --db, or replace it with --force", [&] {
       replaced = PutStore(global.file,
                           {demo, console.environment.clock, console.environment.author,
-                           TrialOf(place.trial), contents, place.distributed},
+                           TrialOf(place.trial), contents, place.distributed, place.roles},
                           StandingOf(place.force), PatienceOf(global, console), asks);
     });
   } catch (const DoubtfulStore& doubtful) {

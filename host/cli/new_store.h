@@ -13,6 +13,7 @@ struct NewStorePlace {
   bool force = false;        ///< replace a store that is there
   bool trial = false;        ///< make it, and do not put it in its place
   bool distributed = false;  ///< of --distributed: spread its tables over several servers
+  StoreRoles roles = {};     ///< of --operators and --administrators
 };
 
 /// Puts a store in the place that `global` names: empty, with the demo building, or with what

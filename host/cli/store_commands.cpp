@@ -122,16 +122,15 @@ ExitStatus RunMaking(const GlobalOptions& global, const InitOptions& options, Co
   if (options.force && global.answer == false) {
     throw UsageError("--force replaces a store, and --no says No: leave one of them out");
   }
+  const NewStorePlace place{options.force, options.trial, options.distributed, options.roles};
   if (RunsMoving(options.moving)) {
     if (options.demo) {
       throw UsageError(
           "--from brings a building in, and --demo makes one up: leave one of them out");
     }
-    return RunMoving(global, options.moving, {options.force, options.trial, options.distributed},
-                     console);
+    return RunMoving(global, options.moving, place, console);
   }
-  PutNewStore(global, {options.force, options.trial, options.distributed}, options.demo, {},
-              console);
+  PutNewStore(global, place, options.demo, {}, console);
   console.stored = !options.trial;
   if (global.json) {
     ChangeReport report;
@@ -166,11 +165,7 @@ ExitStatus RunInit(const GlobalOptions& global, const InitOptions& options, Cons
   if (!options.roles.empty()) {
     RequireServerForRights(global.file);
   }
-  const ExitStatus made = RunMaking(global, options, console);
-  if (made == ExitStatus::kDone && !options.roles.empty() && !options.trial) {
-    GrantRightsOn(global.file, options.roles);
-  }
-  return made;
+  return RunMaking(global, options, console);
 }
 
 ExitStatus RunUnits(const GlobalOptions& global, const ListOptions& asked, Console& console) {

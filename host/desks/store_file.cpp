@@ -59,8 +59,8 @@ Replaced PutOnServer(const fs::path& name, const NewStore& made, Standing existi
     Fill(*OpenMemoryStore(), made, patience);  // nothing is made on a server to be tried
     return Replaced::kIsGone;
   }
-  const std::unique_ptr<ServerPlace> place =
-      BeginOnServer(name, {.replace = stands, .distributed = made.distributed}, patience);
+  const std::unique_ptr<ServerPlace> place = BeginOnServer(
+      name, {.replace = stands, .distributed = made.distributed, .roles = made.roles}, patience);
   Fill(place->store(), made, patience);
   return place->Keep();
 }

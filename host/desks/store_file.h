@@ -13,6 +13,7 @@
 #include "host/files/fresh_file.h"
 #include "host/store/server_place.h"
 #include "host/store/store.h"
+#include "host/store/store_roles.h"
 
 namespace qorhost {
 
@@ -69,6 +70,7 @@ struct NewStore {
   /// Stores what else it is to hold; none: nothing. What it raises ends the making.
   std::function<void(SqlSession&)> contents = {};
   bool distributed = false;  ///< on a server that spreads its tables over several
+  StoreRoles roles = {};     ///< on a server: are granted rights on it, or it is not made
 };
 
 /// A store that may be all that is left of somebody's data, a damaged one or a newer program's, and

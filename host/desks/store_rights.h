@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "host/store/engines/store_roles.h"
+#include "host/store/store_roles.h"
 
 namespace qorhost {
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/store/store.h"
+#include "host/store/store_roles.h"
 
 namespace qorhost {
 
@@ -9,6 +10,7 @@ namespace qorhost {
 struct ServerPlaceOrder {
   bool replace = false;      ///< the store that stands there makes room
   bool distributed = false;  ///< its tables are spread over several servers
+  StoreRoles roles = {};     ///< have rights on the new one once it is kept
 };
 
 /// Whether a store that was replaced is gone.

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "host/store/engines/server_engine.h"
-#include "host/store/engines/store_roles.h"
 #include "host/store/server_name.h"
 #include "host/store/sqlite/replacement.h"
 #include "host/store/sqlite/schema.h"

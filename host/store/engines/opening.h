@@ -13,6 +13,7 @@
 #include "host/store/replacement.h"
 #include "host/store/server_place.h"
 #include "host/store/store.h"
+#include "host/store/store_roles.h"
 
 namespace qorhost {
 
@@ -37,6 +38,11 @@ namespace qorhost {
 /// Raises StoreError where the tables of a store of that name cannot be spread over several
 /// servers, the rows of a unit together: for a file, and for a server that cannot do it.
 void RequireDistribution(const std::filesystem::path& name);
+
+/// Grants the rights on a store on a server to roles, which are made where they are missing and
+/// this user may make them; may be repeated. All of it or nothing. Raises StoreError, also for a
+/// store in a file.
+void GrantRights(const std::filesystem::path& name, const StoreRoles& roles);
 
 /// An empty store in memory, gone with the object.
 [[nodiscard]] std::unique_ptr<Store> OpenMemoryStore();

@@ -26,7 +26,7 @@ std::unique_ptr<ServerPlace> MakeServerPlace(const std::string& name, const Serv
 
 void GrantServerRights(const std::string& name, const StoreRoles& roles) {
   postgres::Connection connection = postgres::OpenServerStore(name, OpenMode::kReadWrite);
-  postgres::GrantRights(connection, {roles.operators, roles.administrators});
+  postgres::GrantRightsAtOnce(connection, roles);
 }
 
 }  // namespace qorhost

@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "host/store/engines/store_roles.h"
 #include "host/store/server_place.h"
 #include "host/store/store.h"
+#include "host/store/store_roles.h"
 
 namespace qorhost {
 

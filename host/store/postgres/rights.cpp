@@ -1,12 +1,14 @@
 #include "host/store/postgres/rights.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <array>
 #include <string_view>
 
 #include "host/dialect/catalog.h"
 #include "host/dialect/names.h"
+#include "host/store/postgres/role_needs.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::postgres {
@@ -112,7 +114,7 @@ constexpr std::array kOperatorGrants{
     Grant{"StoreSchema", "SELECT"},
 };
 
-/// In the place of {}: the role's name.
+/// In the place of {0}: the role's name.
 constexpr std::string_view kToOperators = R"sql(
 REVOKE ALL ON ALL TABLES IN SCHEMA qorhost FROM {0};
 REVOKE ALL ON ALL SEQUENCES IN SCHEMA qorhost FROM {0};
@@ -124,7 +126,7 @@ GRANT USAGE ON ALL SEQUENCES IN SCHEMA qorhost TO {0};
 
 // Indexes and the sequences of identities follow their tables; that of the audit's numbers is
 // nobody's.
-constexpr std::string_view kToAdministrators = R"sql(
+constexpr std::string_view kToOwner = R"sql(
 DO $do$
 DECLARE
   one record;
@@ -145,24 +147,6 @@ BEGIN
 END $do$;
 )sql";
 
-void RequireRole(Connection& connection, const std::string& role) {
-  const std::array name{Sent(role)};
-  if (connection.Run("SELECT 1 FROM pg_roles WHERE rolname = $1::name", name).rows() > 0) {
-    return;
-  }
-  if (connection
-          .Run(
-              "SELECT 1 FROM pg_roles WHERE rolname = current_user AND (rolcreaterole OR rolsuper)")
-          .rows() == 0) {
-    throw StoreError(
-        fmt::format("There is no role '{0}' on the server, and this user may not make it: ask its "
-                    "administrator for CREATE ROLE {1} NOLOGIN",
-                    role, QuotedName(role)),
-        StoreFault::kNoRights);
-  }
-  connection.RunAll(fmt::format("CREATE ROLE {} NOLOGIN", QuotedName(role)));
-}
-
 std::string TextForOperators(const std::string& role) {
   std::string text = fmt::format(fmt::runtime(kToOperators), role);
   for (const dialect::Table& table : dialect::Tables()) {
@@ -176,54 +160,47 @@ std::string TextForOperators(const std::string& role) {
   return text;
 }
 
-/// Who makes it is to stay able to use what he has made.
-std::string TextForAdministrators(const std::string& role) {
-  return fmt::format(
-             "DO $do$ BEGIN IF NOT pg_has_role({1}, 'MEMBER') THEN "
-             "GRANT {0} TO CURRENT_USER; END IF; "
-             "EXECUTE format('GRANT CREATE ON DATABASE %I TO {0}', current_database()); "
-             "END $do$;\n",
-             role, "'" + role.substr(1, role.size() - 2) + "'") +
-         fmt::format(fmt::runtime(kToAdministrators), role);
-}
-
 std::string CurrentUser(Connection& connection) {
   return std::string(connection.Run("SELECT current_user").Text(0, 0));
 }
 
-void RequireRoleName(const std::string& role) {
-  // Some texts above hold it between other quotes.
-  if (role.find_first_of("\"'%$\\") != std::string::npos) {
-    throw StoreError(fmt::format("'{}' is no name for a role here: use letters and digits", role));
+/// Gives it all of the store, what has just been made included; nothing where it has that.
+std::string TextForOwner(Connection& connection, const std::string& owner) {
+  if (owner == CurrentUser(connection)) {
+    return "";
   }
+  RequireRoleName(owner);
+  return fmt::format(fmt::runtime(kToOwner), QuotedName(owner));
 }
 
 }  // namespace
 
-void GrantRights(Connection& connection, const Roles& roles) {
-  RequireRoleName(roles.operators);
-  RequireRoleName(roles.administrators);
-  if (!roles.operators.empty() && roles.operators == roles.administrators) {
-    throw StoreError("Operators and administrators need roles of their own");
-  }
+void GrantRightsAtOnce(Connection& connection, const StoreRoles& roles) {
   connection.Begin();
   try {
-    std::string text(kGuards);
-    if (!roles.operators.empty()) {
-      RequireRole(connection, roles.operators);
-      text += TextForOperators(QuotedName(roles.operators));
-    }
-    if (!roles.administrators.empty()) {
-      RequireRole(connection, roles.administrators);
-      text += TextForAdministrators(QuotedName(roles.administrators));
-    }
-    connection.RunAll(text);
+    GrantRights(connection, roles);
     connection.RunAll("COMMIT");
     connection.UndoWhatIsOpen();
   } catch (...) {
     connection.UndoWhatIsOpen();
     throw;
   }
+}
+
+void GrantRights(Connection& connection, const StoreRoles& roles) {
+  const GrantedRights before = RightsOn(connection);
+  RequireOwner(connection, before);
+  MakeReady(connection, roles);
+  const std::string& owner = roles.administrators.empty() ? before.owner : roles.administrators;
+  if (roles.operators == owner) {
+    throw StoreError(fmt::format("The role '{}' owns the store: operators need one of their own",
+                                 roles.operators));
+  }
+  std::string text(kGuards);
+  if (!roles.operators.empty()) {
+    text += TextForOperators(QuotedName(roles.operators));
+  }
+  connection.RunAll(text + TextForOwner(connection, owner));
 }
 
 GrantedRights RightsOn(Connection& connection) {
@@ -233,13 +210,51 @@ GrantedRights RightsOn(Connection& connection) {
   rights.owner = owner.Text(0, 0);
   // Who is granted this by hand adds to the audit, too, and is to be kept from the rest.
   const Result operators = connection.Run(
-      R"(SELECT pg_get_userbyid(a.grantee) FROM pg_class c, aclexplode(c.relacl) a )"
-      R"(WHERE c.oid = to_regclass('qorhost."AuditEntries"') AND a.privilege_type = 'INSERT' )"
-      R"(AND a.grantee NOT IN (0, c.relowner) ORDER BY 1)");
+      "SELECT pg_get_userbyid(a.grantee) FROM pg_class c JOIN pg_namespace n "
+      "ON n.oid = c.relnamespace AND n.nspname = 'qorhost', aclexplode(c.relacl) a "
+      "WHERE c.relname = 'AuditEntries' AND a.privilege_type = 'INSERT' "
+      "AND a.grantee NOT IN (0, c.relowner) ORDER BY 1");
   for (int row = 0; row < operators.rows(); ++row) {
     rights.operators.emplace_back(operators.Text(row, 0));
   }
   return rights;
+}
+
+void RequireOwner(Connection& connection, const GrantedRights& rights) {
+  const std::array owner{Sent(rights.owner)};
+  const Result found = connection.Run(
+      "SELECT pg_has_role(oid, 'USAGE'), rolcanlogin, current_user "
+      "FROM pg_roles WHERE rolname = $1::name",
+      owner);
+  if (found.Text(0, 0) == "t") {
+    return;
+  }
+  const std::string advice =
+      found.Text(0, 1) == "t" ? fmt::format("ask '{}'", rights.owner)
+                              : fmt::format("ask the server's administrator for GRANT {} TO {}",
+                                            QuotedName(rights.owner), QuotedName(found.Text(0, 2)));
+  throw StoreError(fmt::format("The store '{}' belongs to '{}', and this is its owner's to do: {}",
+                               connection.name(), rights.owner, advice),
+                   StoreFault::kNoRights);
+}
+
+StoreError NoRightsOn(Connection& connection) {
+  const GrantedRights rights = RightsOn(connection);
+  const std::string user = QuotedName(CurrentUser(connection));
+  std::vector<std::string> statements;
+  for (const std::string& role : rights.operators) {
+    statements.push_back(fmt::format("GRANT {} TO {}", QuotedName(role), user));
+  }
+  return StoreError(
+      fmt::format("The store '{}' cannot be opened: permission denied for schema qorhost, which "
+                  "belongs to '{}' ({})",
+                  connection.name(), rights.owner,
+                  statements.empty()
+                      ? std::string("no role of operators has rights on it: let the owner name one "
+                                    "with 'init --rights-only --operators ROLE'")
+                      : fmt::format("ask the server's administrator for {}",
+                                    fmt::join(statements, ", or "))),
+      StoreFault::kNoRights);
 }
 
 void ActAsOwner(Connection& connection, const GrantedRights& rights) {
@@ -264,10 +279,7 @@ void RenewRights(Connection& connection, const GrantedRights& rights) {
     text += text.empty() ? kGuards : "";
     text += TextForOperators(QuotedName(role));
   }
-  if (rights.owner != CurrentUser(connection)) {
-    RequireRoleName(rights.owner);
-    text += fmt::format(fmt::runtime(kToAdministrators), QuotedName(rights.owner));
-  }
+  text += TextForOwner(connection, rights.owner);
   if (!text.empty()) {
     connection.RunAll(text);
   }

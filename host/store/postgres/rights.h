@@ -5,22 +5,19 @@
 #include <vector>
 
 #include "host/store/postgres/connection.h"
+#include "host/store/store_error.h"
+#include "host/store/store_roles.h"
 
 namespace qorhost::postgres {
 
-/// Roles of the server, of which logins are made members. An empty name means none.
-struct Roles {
-  /// Does what the program does with a store: reads all of it, changes its rows, adds entries to
-  /// the audit. It cannot alter or remove entries, set versions back, nor change the schema.
-  std::string operators;
-  /// Owns the store: all of this, upgrades, and whatever else a server lets an owner do.
-  std::string administrators;
-};
+/// Grants the rights on the connection's store in the open transaction, and takes those from the
+/// operators that they are not to have; may be repeated. What the roles need before is done where
+/// this user may do it (MakeReady()). Raises StoreError, kNoRights with the statements that are
+/// missing or whose the store is.
+void GrantRights(Connection& connection, const StoreRoles& roles);
 
-/// Grants the rights on the connection's store, and takes those from the roles that they are not to
-/// have; may be repeated. A role that is missing is made, without a login of its own, where this
-/// user may do that. Raises StoreError when it may not, and when the store is not its own to grant.
-void GrantRights(Connection& connection, const Roles& roles);
+/// The same in a transaction of its own.
+void GrantRightsAtOnce(Connection& connection, const StoreRoles& roles);
 
 /// The roles that have rights on a store that is there.
 struct GrantedRights {
@@ -28,6 +25,13 @@ struct GrantedRights {
   std::vector<std::string> operators;
 };
 [[nodiscard]] GrantedRights RightsOn(Connection& connection);
+
+/// Raises StoreError (kNoRights) where this user is not one of the owner's, and says how he
+/// becomes one.
+void RequireOwner(Connection& connection, const GrantedRights& rights);
+
+/// What to tell a user who has no rights on the store.
+[[nodiscard]] StoreError NoRightsOn(Connection& connection);
 
 /// From here to the end of the open transaction what is made belongs to the owner. Raises
 /// StoreError (kNoRights) where this user is not one of his.

@@ -7,6 +7,7 @@
 
 #include "host/dialect/names.h"
 #include "host/store/postgres/change_triggers.h"
+#include "host/store/postgres/rights.h"
 #include "host/store/postgres/sql_functions.h"
 #include "host/store/store_error.h"
 
@@ -63,7 +64,17 @@ void MakeStoreWhereNoneIs(Connection& connection, const StoreForm& form) {
     connection.UndoWhatIsOpen();
     throw;
   }
-}
+  /// Says of a store on which this user has no rights who can give them to him.
+  std::optional<int> VersionToOpen(Connection & connection) {
+    try {
+      return VersionOf(connection);
+    } catch (const StoreError& failure) {
+      if (failure.fault() != StoreFault::kNoRights) {
+        throw;
+      }
+    }
+    throw NoRightsOn(connection);
+  }
 
 }  // namespace
 
@@ -92,7 +103,7 @@ Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreFo
                            Connection::GoesOn goesOn) {
   Connection connection(name, std::move(goesOn));
   const int latest = form.steps.back().version;
-  std::optional<int> version = VersionOf(connection);
+  std::optional<int> version = VersionToOpen(connection);
   if (!version && mode == OpenMode::kCreate) {
     MakeStoreWhereNoneIs(connection, form);
     version = VersionOf(connection);

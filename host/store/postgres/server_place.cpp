@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "host/store/postgres/role_needs.h"
 #include "host/store/postgres/schema.h"
 #include "host/store/store_error.h"
 
@@ -29,7 +30,8 @@ Connection::Witness WitnessOf(Connection& connection) {
 
 ServerPlace::ServerPlace(const std::string& name, const ServerPlaceOrder& order,
                          const Patience& patience)
-    : patience_(patience), store_(Connection(name), patience, false) {
+    : patience_(patience), store_(Connection(name), patience, false), roles_(order.roles) {
+  RequireGrantable(connection(), roles_);
   const StoreForm form{.spread = order.distributed ? Spread::kServers : Spread::kNone};
   RequireSpreading(connection(), form.spread);
   connection().BeginWhole();
@@ -47,12 +49,13 @@ ServerPlace::ServerPlace(const std::string& name, const ServerPlaceOrder& order,
 }
 
 void ServerPlace::SetAside() {
+  rights_ = RightsOn(connection());
+  RequireOwner(connection(), rights_);
   // One that was replaced before, and whose end did not come.
   (void)connection().RunWaiting(kDropReplaced, patience_);
   // Whoever is writing to it comes to an end before.
   (void)connection().RunWaiting(R"(LOCK TABLE qorhost."UnitVersions" IN EXCLUSIVE MODE)",
                                 patience_);
-  rights_ = RightsOn(connection());
   connection().RunAll(kSetAside);
   isSetAside_ = true;
 }
@@ -60,6 +63,9 @@ void ServerPlace::SetAside() {
 Replaced ServerPlace::Keep() {
   if (isSetAside_) {
     RenewRights(connection(), rights_);
+  }
+  if (!roles_.empty()) {
+    GrantRights(connection(), roles_);
   }
   connection().KeepWhole(witness_);
   if (!isSetAside_) {

@@ -17,8 +17,9 @@ namespace qorhost::postgres {
 class ServerPlace final : public qorhost::ServerPlace {
  public:
   /// Makes an empty store, in the place of one that is to be replaced as soon as nobody writes to
-  /// it. Raises StoreError: for a store that stands and is not to be replaced, and kBusy where
-  /// somebody goes on writing, or making one.
+  /// it. Raises StoreError: for a store that stands and is not to be replaced, kBusy where somebody
+  /// goes on writing, or making one, kNoRights for one that is not this user's to replace, and for
+  /// roles that cannot be given the new one.
   ServerPlace(const std::string& name, const ServerPlaceOrder& order, const Patience& patience);
 
   [[nodiscard]] qorhost::Store& store() override { return store_; }
@@ -30,6 +31,7 @@ class ServerPlace final : public qorhost::ServerPlace {
 
   Patience patience_;
   Store store_;
+  StoreRoles roles_;
   Connection::Witness witness_;
   bool isSetAside_ = false;
   GrantedRights rights_;  // on the one that is set aside

@@ -39,7 +39,7 @@ class Rights : public testing::Test {
     database_ = "rights" + nth_;
     owner_ = std::make_unique<Connection>(
         OpenServerStore(TestServer::Shared().Create(database_), OpenMode::kCreate));
-    GrantRights(*owner_, {"operators" + nth_, "administrators" + nth_});
+    GrantRightsAtOnce(*owner_, {"operators" + nth_, "administrators" + nth_});
     for (const char* login : {"olga", "adam", "nobody"}) {
       owner_->RunAll(fmt::format("CREATE ROLE {}{} LOGIN", login, nth_));
     }
@@ -243,7 +243,7 @@ TEST_F(Rights, OfAdministratorsAreThoseOfAnOwner) {
        }) {
     EXPECT_EQ(FailureOf(adam, sql), "done") << sql;
   }
-  GrantRights(adam, {"operators" + nth_, ""});  // again, as after an upgrade
+  GrantRightsAtOnce(adam, {"operators" + nth_, ""});  // again, as after an upgrade
   Work("olga");
 }
 
@@ -256,13 +256,14 @@ TEST_F(Rights, AreGrantedToRolesThatAreThere) {
       fmt::format("CREATE ROLE carl{0} LOGIN; GRANT administrators{0} TO carl{0}", nth_));
   Connection carl = As("carl");
   try {
-    GrantRights(carl, {"missing" + nth_, ""});
+    GrantRightsAtOnce(carl, {"missing" + nth_, ""});
     ADD_FAILURE() << "a role was made by one who may not";
   } catch (const StoreError& failure) {
     EXPECT_THAT(failure.what(), HasSubstr("CREATE ROLE \"missing" + nth_ + "\" NOLOGIN"));
   }
-  for (const Roles& odd : {Roles{"a\"b", ""}, Roles{"", "a'b"}, Roles{"same", "same"}}) {
-    EXPECT_THROW(GrantRights(*owner_, odd), StoreError);
+  for (const StoreRoles& odd :
+       {StoreRoles{"a\"b", ""}, StoreRoles{"", "a'b"}, StoreRoles{"same", "same"}}) {
+    EXPECT_THROW(GrantRightsAtOnce(*owner_, odd), StoreError);
   }
 }
 
