@@ -139,7 +139,7 @@ List HistoryList(DeskSession& session, const HistoryQuery& query) {
                  {"Unit", "unit", FieldKind::kNumber},
                  {"What", "what"},
                  {"Rows", "rows"},
-                 {"From where", "from"}};
+                 {"From", "from"}};
   list.fields.back().isExtra = true;
   list.latestLast = true;
   std::vector<WorkEntry> entries = audit.After(0, query.unitKey);

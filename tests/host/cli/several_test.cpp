@@ -51,7 +51,6 @@ TEST_F(Several, UnitsAreCopiedAsOneUnitOfWork) {
   const std::string to = File("other.db");
   const Outcome copied = Run({"copy", "--to", to, "--units", "3,1", "--units", "3"});
   EXPECT_EQ(copied.status, 0) << copied.err;
-  EXPECT_THAT(copied.err, HasSubstr("2 units"));
   const nlohmann::json units = Rows({"--db", to, "units", "list"});
   ASSERT_EQ(units.size(), 2U);
   EXPECT_EQ(units[0]["unit"], 1);
