@@ -1563,10 +1563,6 @@
         <source>entry %1 (%2, by %3, %4 UTC)</source>
         <translation>Eintrag %1 (%2, von %3, %4 UTC)</translation>
     </message>
-    <message>
-        <source>The store &apos;%1&apos;: its server does not answer, and was not waited for any longer</source>
-        <translation>Der Bestand „%1“: sein Server antwortet nicht, und es wurde nicht länger auf ihn gewartet</translation>
-    </message>
 </context>
 <context>
     <name>DirCodePage</name>

@@ -35,9 +35,6 @@ inline constexpr DeskSentence kStoreSentences[] = {
      ""},
     {QT_TRANSLATE_NOOP("Desks", "'%1' is being replaced again and again: try again later"), ""},
     {QT_TRANSLATE_NOOP("Desks", "'%1' is damaged: %2"), ""},
-    {QT_TRANSLATE_NOOP(
-         "Desks", "The store '%1': its server does not answer, and was not waited for any longer"),
-     ""},
     {QT_TRANSLATE_NOOP("Desks", "The store '%1': %2 (%3)"), "3"},
     {QT_TRANSLATE_NOOP("Desks", "Cannot open the store '%1': %2 (%3)"), "3"},
     {QT_TRANSLATE_NOOP("Desks", "The store '%1' cannot be written: %2"), "2"},
