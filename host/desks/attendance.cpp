@@ -70,6 +70,13 @@ void Attendance::NoteFailure(std::string_view failure) {
   }
 }
 
+void Attendance::NoteTrapped(const std::string& failure) {
+  if (notes_ != nullptr) {
+    notes_->trapped.push_back(failure);
+  }
+  NoteFailure(failure);
+}
+
 void Attendance::NoteInsert(std::string_view table) const {
   if (notes_ != nullptr && notes_->onInsert) {
     notes_->onInsert(table);

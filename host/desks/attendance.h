@@ -24,6 +24,7 @@ struct OperationNotes {
   InsertHandler onInsert;  ///< told of every row that is inserted; may be empty
   std::vector<ShownMessage> messages;
   std::vector<std::string> failures;
+  std::vector<std::string> trapped = {};  ///< those of them that controllers have trapped
   bool knowsWhyVoid = false;  ///< the failure that made the unit of work void is among them
 };
 
@@ -52,6 +53,8 @@ class Attendance {
   qorcred::MessageButton ShowAtOnce(const NewMessage& message) const;
   /// Noted unless nobody collects, or it comes of a failure that is noted already.
   void NoteFailure(std::string_view failure);
+  /// The same of one that a controller has trapped, which may come of another one before it.
+  void NoteTrapped(const std::string& failure);
   void NoteInsert(std::string_view table) const;
 
   // What holds from now on; each gives back what held before. Null: nothing. The classes of

@@ -11,6 +11,29 @@ namespace qorhost {
 
 using qorcred::MessageStyle;
 
+namespace {
+
+bool Holds(const std::vector<std::string>& texts, const std::string& text) {
+  return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+/// Each once, and what controllers have trapped where nothing else had failed before: they go on
+/// with rows that nobody could read.
+std::vector<std::string> ToTell(const OperationNotes& notes) {
+  std::vector<std::string> told;
+  bool hasCause = false;
+  for (const std::string& failure : notes.failures) {
+    const bool isTrapped = Holds(notes.trapped, failure);
+    if (!(isTrapped && hasCause) && !Holds(told, failure)) {
+      told.push_back(failure);
+    }
+    hasCause = hasCause || !isTrapped;
+  }
+  return told;
+}
+
+}  // namespace
+
 OperationRecord::OperationRecord(DeskSession& session, InsertHandler onInsert)
     : attendance_(session.attendance()),
       notes_{std::move(onInsert), {}, {}},
@@ -37,7 +60,7 @@ Outcome OperationRecord::End(bool returned) {
   Outcome outcome;
   outcome.returned = returned;
   outcome.messages = std::move(notes_.messages);
-  outcome.failures = std::move(notes_.failures);
+  outcome.failures = ToTell(notes_);
   const bool refused = std::any_of(
       outcome.messages.begin(), outcome.messages.end(),
       [](const ShownMessage& message) { return message.style != MessageStyle::kQuestion; });

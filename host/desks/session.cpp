@@ -60,7 +60,7 @@ StoreHost::Services DeskSession::MakeServices() {
           failure.description());  // the store's own words, as statements have them
       return;
     }
-    attendance_.NoteFailure(fmt::format("{} failed: {} (error {})", operation,
+    attendance_.NoteTrapped(fmt::format("{} failed: {} (error {})", operation,
                                         failure.description(), static_cast<int>(failure.number())));
   };
   const ComponentRegistry components = services.components;

@@ -5,7 +5,6 @@
 #include <QAction>
 #include <QClipboard>
 #include <QEvent>
-#include <QFileDialog>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QScrollBar>
@@ -13,6 +12,7 @@
 
 #include "host/desks/store_file.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/words/desk_words.h"
 #include "host/files/whole_file.h"
@@ -155,8 +155,7 @@ void CallLogDock::Copy() const {
 
 void CallLogDock::Save() {
   // The dialog asks before it names a file that exists.
-  const QString file =
-      QFileDialog::getSaveFileName(this, tr("Save the trace"), QStringLiteral("calls.txt"));
+  const QString file = AskWhereTo(this, tr("Save the trace"), QStringLiteral("calls.txt"));
   if (!file.isEmpty()) {
     SaveTo(std::filesystem::path(FromQt(file)));
   }

@@ -1,5 +1,10 @@
 #include "host/desktop/running/workplace.h"
 
+#include <QCoreApplication>
+#include <algorithm>
+#include <exception>
+#include <vector>
+
 #include "host/desktop/running/messages.h"
 
 namespace qorhost {
@@ -59,6 +64,29 @@ void Workplace::TellChanged() const {
 void Workplace::TellUnits() const {
   if (onUnits_) {
     onUnits_();
+  }
+}
+
+bool Workplace::FindsUnitGone() {
+  if (unitKey_ == 0) {
+    return false;
+  }
+  try {
+    bool isGone = false;
+    (void)runner_.Run(QCoreApplication::translate("qorhost::MainWindow", "Reading the units"), [&] {
+      const std::vector<UnitName> units = session_.Units();
+      isGone = std::none_of(units.begin(), units.end(),
+                            [this](const UnitName& unit) { return unit.key == unitKey_; });
+    });
+    return isGone;
+  } catch (const std::exception&) {
+    return false;  // what is wrong with the store is told by whoever asks
+  }
+}
+
+void Workplace::TellUnitGone() const {
+  if (onUnitGone_) {
+    onUnitGone_();
   }
 }
 

@@ -54,6 +54,11 @@ class Workplace {
   /// screens work on may be another one then.
   void TellUnits() const;
   void OnUnits(std::function<void()> handler) { onUnits_ = std::move(handler); }
+  /// Looks whether others have deleted the unit that screens work on; false where nobody can tell.
+  [[nodiscard]] bool FindsUnitGone();
+  /// To be called when they have: the window leaves it when the operation is over.
+  void TellUnitGone() const;
+  void OnUnitGone(std::function<void()> handler) { onUnitGone_ = std::move(handler); }
 
  private:
   QWidget& window_;
@@ -66,6 +71,7 @@ class Workplace {
   std::function<void(const QString& what)> onTell_;
   std::function<void()> onChanged_;
   std::function<void()> onUnits_;
+  std::function<void()> onUnitGone_;
 };
 
 }  // namespace qorhost

@@ -192,6 +192,10 @@ void CredentialPage::ShowWithEntry() {
                                                : std::span<const std::string_view>(kEnteredEdit));
   (void)Run(tr("The credentials cannot be shown."), [&] {
     OpenDesk();
+    if (!fresh && desk_->credentials().FindData(rid) < placeholders::kInCredentials) {
+      ShowOpened();  // it was deleted, and what was entered for it is of no use
+      return;
+    }
     fresh ? ShowOpened() : ShowRow(rid);
     entry.PutInto(desk_->screen());
     SetEntered(true);

@@ -171,6 +171,10 @@ void DirCodePage::ShowWithEntry() {
   const std::string code = desk_->screen().Box("txtdirectorycode").text();
   (void)Run(tr("The directory codes cannot be shown."), [&] {
     OpenDesk();
+    if (!fresh && desk_->codes().FindData(rid) < placeholders::kInDirCodes) {
+      ShowOpened();  // it was deleted, and what was entered for it is of no use
+      return;
+    }
     if (fresh) {
       ShowOpened();
       desk_->screen().Box("txtdirectorycode").SetText(code);

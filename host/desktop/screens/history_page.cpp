@@ -75,12 +75,17 @@ void HistoryPage::ShowRows() {
 
 void HistoryPage::Undo() {
   const std::string entry = Chosen();
-  if (!AskToGoOn(this, tr("Undo entry %1? The rows become what they were before it, and the steps "
-                          "that tell the unit are queued.")
-                           .arg(ToQt(entry)))) {
+  WorkEntry described;
+  if (!Look(tr("The entry cannot be shown."), [&] { described = EntryOf(session(), entry); })) {
+    return;
+  }
+  if (!AskToGoOn(this, tr("Undo %1? The rows become what they were before it, and the steps that "
+                          "tell the unit are queued.")
+                           .arg(Told(DescriptionOf(described))))) {
     return;
   }
   Undoing undone;
+  place().Tell({});
   const bool ran = Run(tr("The entry cannot be undone."), [&] {
     undone = UndoEntry(session(), entry, Trial::kNo);
     if (!undone.done()) {

@@ -2,13 +2,13 @@
 
 #include <screens/ui_import_page.h>
 
-#include <QFileDialog>
 #include <QShortcut>
 #include <QStyledItemDelegate>
 #include <algorithm>
 
 #include "host/desks/credential_types.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
@@ -153,9 +153,8 @@ void ImportPage::ChooseFile() {
   if (!MayLeaveEntry()) {
     return;
   }
-  const QString file =
-      QFileDialog::getOpenFileName(this, tr("Choose a spreadsheet"), {},
-                                   tr("Spreadsheets as text (*.csv *.txt *.tsv);;All files (*)"));
+  const QString file = AskForFile(this, tr("Choose a spreadsheet"),
+                                  tr("Spreadsheets as text (*.csv *.txt *.tsv);;All files (*)"));
   if (!file.isEmpty()) {
     Open(std::filesystem::path(FromQt(file)));
   }

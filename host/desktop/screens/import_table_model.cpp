@@ -49,7 +49,7 @@ void ImportTableModel::ShowMeanings() {
 }
 
 void ImportTableModel::Narrow(const QString& text, bool refusedOnly) {
-  text_ = text;
+  text_ = WantedText(text);
   refusedOnly_ = refusedOnly;
   ShowAgain();
 }
@@ -59,11 +59,14 @@ bool ImportTableModel::IsShown(std::size_t row) const {
   if (refusedOnly_ && (remark == nullptr || !remark->refused)) {
     return false;
   }
-  bool found = text_.isEmpty();
-  for (std::size_t place = 0; !found && place < sheet_->width(); ++place) {
-    found = ToQt(sheet_->Cell(row, place)).contains(text_, Qt::CaseInsensitive);
+  if (text_.empty()) {
+    return true;
   }
-  return found;
+  QStringList cells;
+  for (std::size_t place = 0; place < sheet_->width(); ++place) {
+    cells.append(ToQt(sheet_->Cell(row, place)));
+  }
+  return text_.IsIn(cells);
 }
 
 QModelIndex ImportTableModel::NextWrong(const QModelIndex& behind) const {

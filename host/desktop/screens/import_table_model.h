@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/desks/import_sheet.h"
+#include "host/desktop/screens/wanted_text.h"
 
 namespace qorhost {
 
@@ -59,7 +60,7 @@ class ImportTableModel final : public QAbstractTableModel {
   ImportSheet* sheet_ = nullptr;
   std::span<const ImportColumn> columns_;
   std::vector<std::size_t> shown_;
-  QString text_;
+  WantedText text_;
   bool refusedOnly_ = false;
   std::function<void()> onMend_;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/screens/wanted_text.h"
 
 namespace qorhost {
 
@@ -12,9 +13,10 @@ constexpr int kPause = 200;  // milliseconds between the keys of somebody who ty
 
 std::int32_t FindEntryWith(const ListModel& list, const QString& text, std::int32_t start) {
   const std::int32_t count = list.count();
+  const WantedText wanted(text);
   for (std::int32_t step = 0; step < count; ++step) {
     const std::int32_t index = (std::max(start, 0) + step) % count;
-    if (ToQt(list.Text(index)).contains(text, Qt::CaseInsensitive)) {
+    if (wanted.IsIn(ToQt(list.Text(index)))) {
       return index;
     }
   }

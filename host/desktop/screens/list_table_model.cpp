@@ -11,13 +11,12 @@ namespace qorhost {
 namespace {
 
 bool Holds(const std::vector<ListField>& fields, const std::vector<qorcred::Value>& row,
-           const QString& text) {
+           const WantedText& text) {
+  QStringList cells;
   for (std::size_t at = 0; at < fields.size(); ++at) {
-    if (ShownInList(fields[at], row.at(at)).contains(text, Qt::CaseInsensitive)) {
-      return true;
-    }
+    cells.append(ShownInList(fields[at], row.at(at)));
   }
-  return false;
+  return text.IsIn(cells);
 }
 
 }  // namespace
@@ -37,7 +36,7 @@ void ListTableModel::Show(const Table& table) {
 }
 
 void ListTableModel::Narrow(const QString& text) {
-  text_ = text;
+  text_ = WantedText(text);
   ShowAsAsked();
 }
 
@@ -54,7 +53,7 @@ void ListTableModel::ShowAsAsked() {
     query.sort = (downwards_ ? "-" : "") + all_.fields[static_cast<std::size_t>(sortedBy_)].key;
   }
   shown_ = Answer(all_, query);
-  if (!text_.isEmpty()) {
+  if (!text_.empty()) {
     std::erase_if(shown_.rows,
                   [this](const auto& row) { return !Holds(shown_.fields, row, text_); });
   }

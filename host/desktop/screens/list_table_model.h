@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/desks/list.h"
+#include "host/desktop/screens/wanted_text.h"
 #include "host/files/table.h"
 
 namespace qorhost {
@@ -20,9 +21,11 @@ class ListTableModel final : public QAbstractTableModel {
   void Show(List list);
   /// The rows of a table whose cells are for people already.
   void Show(const Table& table);
-  /// Any letter case; an empty text shows all rows.
+  /// To those in which WantedText finds it; an empty text shows all rows.
   void Narrow(const QString& text);
 
+  /// How many rows there are, with those that are not shown.
+  [[nodiscard]] std::size_t total() const { return all_.rows.size(); }
   /// All that is shown, in its order.
   [[nodiscard]] const List& shown() const { return shown_; }
   /// The row that is shown at a place.
@@ -42,7 +45,7 @@ class ListTableModel final : public QAbstractTableModel {
 
   List all_;
   List shown_;
-  QString text_;
+  WantedText text_;
   int sortedBy_ = -1;
   bool downwards_ = false;
 };

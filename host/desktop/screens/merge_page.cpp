@@ -2,7 +2,6 @@
 
 #include <screens/ui_merge_page.h>
 
-#include <QFileDialog>
 #include <QShortcut>
 #include <algorithm>
 #include <array>
@@ -10,6 +9,7 @@
 
 #include "frame/convert.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
@@ -113,7 +113,7 @@ void MergePage::ChooseFile() {
   if (!MayLeaveEntry()) {
     return;
   }
-  const QString file = QFileDialog::getOpenFileName(this, tr("Choose the unit’s file"));
+  const QString file = AskForFile(this, tr("Choose the unit’s file"));
   if (!file.isEmpty()) {
     Open(std::filesystem::path(FromQt(file)));
   }
@@ -257,6 +257,7 @@ void MergePage::Merge() {
     return;
   }
   MergeReport report;
+  place().Tell({});
   const bool ran = Run(tr("The differences cannot be made."),
                        [&] { report = merge_->ApplyAccepted(steps, place().runner().progress()); });
   if (!ran) {

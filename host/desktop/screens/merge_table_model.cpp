@@ -50,7 +50,7 @@ void MergeTableModel::Show(const UnitMerge* merge, const std::vector<UnitCode>& 
 }
 
 void MergeTableModel::Narrow(const QString& text) {
-  text_ = text;
+  text_ = WantedText(text);
   ShowAsAsked();
 }
 
@@ -58,11 +58,11 @@ void MergeTableModel::ShowAsAsked() {
   beginResetModel();
   shown_.clear();
   for (std::size_t step = 0; step < differences_.size(); ++step) {
-    bool found = text_.isEmpty();
-    for (int column = kAction; !found && column < kColumns; ++column) {
-      found = TextAt(step, column).contains(text_, Qt::CaseInsensitive);
+    QStringList cells;
+    for (int column = kAction; !text_.empty() && column < kColumns; ++column) {
+      cells.append(TextAt(step, column));
     }
-    if (found) {
+    if (text_.empty() || text_.IsIn(cells)) {
       shown_.push_back(step);
     }
   }

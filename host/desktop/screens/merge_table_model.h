@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/desks/unit_merge.h"
+#include "host/desktop/screens/wanted_text.h"
 
 namespace qorhost {
 
@@ -58,7 +59,7 @@ class MergeTableModel final : public QAbstractTableModel {
   std::vector<Difference> differences_;
   std::vector<bool> accepted_;
   std::vector<std::size_t> shown_;
-  QString text_;
+  WantedText text_;
   std::function<void()> onAccept_;
 };
 

@@ -23,6 +23,8 @@ namespace qorhost {
 
 namespace {
 
+const QColor kTooMany(0xB4, 0x2B, 0x22);  // under white letters, in light and dark
+
 QString DayText(qorcred::Date date) {
   return ToQtDay(date).toString(Qt::ISODate);
 }
@@ -50,6 +52,14 @@ QWidget* BarOf(qlonglong inUse, std::optional<std::int32_t> capacity, QWidget* p
   bar->setRange(0, *capacity);
   bar->setValue(static_cast<int>(std::min<qlonglong>(inUse, *capacity)));
   bar->setFormat(OverviewPage::tr("%1 of %2 codes in use").arg(inUse).arg(*capacity));
+  if (inUse > *capacity) {
+    bar->setFormat(OverviewPage::tr("%1: %2 too many")
+                       .arg(bar->format())
+                       .arg(inUse - static_cast<qlonglong>(*capacity)));
+    QPalette warning = bar->palette();
+    warning.setColor(QPalette::Highlight, kTooMany);
+    bar->setPalette(warning);
+  }
   bar->setAccessibleName(bar->format());
   return bar;
 }

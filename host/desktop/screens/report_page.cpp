@@ -5,7 +5,6 @@
 
 #include <QBuffer>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QPageLayout>
 #include <QPdfWriter>
@@ -24,6 +23,7 @@
 #include "host/desktop/binding/date_field.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/printing/table_printer.h"
+#include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
@@ -245,10 +245,11 @@ Writing ReportPage::Replacing() {
 void ReportPage::Save(const QString& question, const QString& name,
                       const std::function<void(std::ostream& out)>& write) {
   // The dialog asks before it names a file that exists.
-  const QString file = QFileDialog::getSaveFileName(this, question, name);
+  const QString file = AskWhereTo(this, question, name);
   if (file.isEmpty()) {
     return;
   }
+  place().Tell({});
   const bool ran = Run(tr("The report cannot be written."), [&] {
     WriteWholeFile(std::filesystem::path(FromQt(file)), Replacing(), write);
   });
@@ -297,6 +298,7 @@ void ReportPage::Print() {
   if (dialog.exec() != QDialog::Accepted) {
     return;
   }
+  place().Tell({});
   const bool ran = Run(tr("The report cannot be printed."), [&] {
     const QString file = printer.outputFileName();
     file.isEmpty() ? PrintRows(printer) : PrintInto(printer, FromQt(file));

@@ -71,17 +71,23 @@ bool ScreenPage::Run(const QString& what, const std::function<void()>& operation
     return false;
   }
   mark_->Clear();
+  const bool isTitle = what.endsWith(QLatin1Char('.'));
+  if (!isTitle) {
+    place_.Tell({});  // what was told was told of an earlier operation
+  }
   const std::optional<UnitVersion> before = session().sql().work().Committed(place_.unitKey());
   try {
-    return place_.runner().Run(what.endsWith(QLatin1Char('.')) ? tr("Working") : what, operation);
+    return place_.runner().Run(isTitle ? tr("Working") : what, operation);
   } catch (const InputFault& fault) {
-    TellFault(fault);
+    if (WidgetFor(fault.field()) != nullptr || !FindsUnitGone()) {
+      TellFault(fault);
+    }
   } catch (const CancelledError&) {
     TellCancelled(before);
   } catch (const std::exception& failure) {
     if (place_.runner().cancelled()) {
       TellCancelled(before);
-    } else {
+    } else if (!FindsUnitGone()) {
       TellFailure(place_.window(), what, Told(failure.what()));
     }
   }
@@ -102,6 +108,15 @@ void ScreenPage::TellCancelled(const std::optional<UnitVersion>& before) {
   const bool stored = committed && committed != before;
   place_.Tell(stored ? tr("Cancelled behind the change, which is stored. F5 shows it.")
                      : tr("Cancelled. Nothing was changed."));
+}
+
+/// Whether others have deleted the unit: then nothing else is told, and the window leaves it.
+bool ScreenPage::FindsUnitGone() {
+  const bool isGone = place_.FindsUnitGone();
+  if (isGone) {
+    place_.TellUnitGone();
+  }
+  return isGone;
 }
 
 QWidget* ScreenPage::WidgetFor(std::string_view field) const {
@@ -159,15 +174,24 @@ bool ScreenPage::Tell(const Outcome& outcome, std::string_view what) {
     case Ending::kCancelled:
       place_.Tell(tr("Cancelled. Nothing was changed."));
       break;
-    case Ending::kStale:
+    case Ending::kStale: {
+      if (FindsUnitGone()) {
+        break;
+      }
+      const QString told = outcome.cause == StaleCause::kRowDeleted
+                               ? QStringLiteral("%1.")
+                               : tr("%1. What you entered is still there: look at it and try "
+                                    "again.");
       TellFailure(place_.window(), nothing,
-                  tr("%1. What you entered is still there: look at it and try again.")
-                          .arg(Capitalized(Told(StaleReason(outcome.cause, what)))) +
-                      Others(outcome));
+                  told.arg(Capitalized(Told(StaleReason(outcome.cause, what)))) + Others(outcome));
       break;
+    }
     case Ending::kFailed:
       if (place_.runner().cancelled()) {
         place_.Tell(tr("Cancelled. Nothing was changed."));
+        break;
+      }
+      if (FindsUnitGone()) {
         break;
       }
       TellFailure(place_.window(), nothing, Failures(outcome));

@@ -62,6 +62,7 @@ class ScreenPage : public QWidget {
   virtual std::span<const FieldWidget> Fields() const { return {}; }
 
  private:
+  [[nodiscard]] bool FindsUnitGone();
   void TellCancelled(const std::optional<UnitVersion>& before);
   void TellFault(const InputFault& fault);
   [[nodiscard]] QWidget* WidgetFor(std::string_view field) const;

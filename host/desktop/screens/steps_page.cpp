@@ -2,12 +2,12 @@
 
 #include <screens/ui_steps_page.h>
 
-#include <QFileDialog>
 #include <filesystem>
 
 #include "host/desks/shown_value.h"
 #include "host/desks/step_desk.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
@@ -49,12 +49,13 @@ void StepsPage::ShowSteps() {
 
 void StepsPage::Export() {
   // The dialog asks before it names a file that exists.
-  const QString file = QFileDialog::getSaveFileName(this, tr("Write the steps to a file"),
-                                                    QStringLiteral("steps.txt"));
+  const QString file =
+      AskWhereTo(this, tr("Write the steps to a file"), QStringLiteral("steps.txt"));
   if (file.isEmpty()) {
     return;
   }
   std::size_t count = 0;
+  place().Tell({});
   const bool ran = Run(tr("The steps cannot be written."), [&] {
     const StepFile steps(session(), {place().unitKey(), FromQt(place().unitName())});
     steps.WriteTo(std::filesystem::path(FromQt(file)), Standing::kReplaced, place().file());
@@ -80,6 +81,7 @@ void StepsPage::MarkSent() {
     return;
   }
   SentSteps sent;
+  place().Tell({});
   const bool ran = Run(tr("The steps cannot be marked."), [&] {
     sent = qorhost::MarkSent(session(), place().unitKey(), choice, Trial::kNo);
   });

@@ -117,6 +117,7 @@ std::span<const FieldWidget> TenantsPage::Fields() const {
 void TenantsPage::ConnectWidgets() {
   connect(ui_->findTenant, &QLineEdit::textChanged, this, [this](const QString& text) {
     list_.Narrow(text);
+    ShowCount();
     SelectChosen();
   });
   connect(ui_->tenants->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this,
@@ -145,7 +146,6 @@ void TenantsPage::OpenDesk() {
 void TenantsPage::ShowList() {
   List list = TenantList(desk_->tenants(), desk_->links());
   const std::vector<ListField> fields = list.fields;
-  const QString count = Tenants(list.rows.size());
   showing_ = true;
   list_.Show(std::move(list));
   showing_ = false;
@@ -155,8 +155,14 @@ void TenantsPage::ShowList() {
         column, std::find(kColumns.begin(), kColumns.end(), key) == kColumns.end());
   }
   FitColumns(*ui_->tenants);
-  ui_->tenantCount->setText(count);
+  ShowCount();
   SelectChosen();
+}
+
+void TenantsPage::ShowCount() {
+  const QString all = Tenants(list_.total());
+  ui_->tenantCount->setText(
+      ui_->findTenant->text().isEmpty() ? all : tr("%1 of %2").arg(list_.rowCount()).arg(all));
 }
 
 /// Those of the chosen ones that the list shows.
@@ -231,18 +237,23 @@ void TenantsPage::StartNew() {
   ShowAgain({});
 }
 
+/// Those of the tenants whom the store still has, in ascending order like these.
+TenantsPage::Rids TenantsPage::StillThere(const Rids& rids) const {
+  Rids there;
+  for (const TenantRow& tenant : desk_->tenants()) {
+    if (std::binary_search(rids.begin(), rids.end(), tenant.rid)) {
+      there.push_back(tenant.rid);
+    }
+  }
+  std::sort(there.begin(), there.end());
+  return there;
+}
+
 /// What is stored now, with those of the tenants chosen who are still there.
 void TenantsPage::ShowAgain(const Rids& rids) {
   (void)Run(tr("The tenants cannot be shown."), [&] {
     OpenDesk();
-    Rids there;
-    for (const TenantRow& tenant : desk_->tenants()) {
-      if (std::binary_search(rids.begin(), rids.end(), tenant.rid)) {
-        there.push_back(tenant.rid);
-      }
-    }
-    std::sort(there.begin(), there.end());
-    Choose(there);
+    Choose(StillThere(rids));
     SetEntered(false);
     form_.Forget();
     ShowList();
@@ -250,12 +261,17 @@ void TenantsPage::ShowAgain(const Rids& rids) {
   });
 }
 
-/// Others have changed the unit: it is shown as it is now, with what was entered.
+/// Others have changed the unit: it is shown as it is now, with what was entered for those who are
+/// still there.
 void TenantsPage::ShowWithEntry() {
-  const Rids rids = chosen_;
   (void)Run(tr("The tenants cannot be shown."), [&] {
     OpenDesk();
-    Choose(rids);
+    const Rids there = StillThere(chosen_);
+    if (there.empty() && !chosen_.empty()) {
+      SetEntered(false);
+      form_.Forget();
+    }
+    Choose(there);
     ShowList();
     ShowChosen();
   });

@@ -38,12 +38,14 @@ class TenantsPage final : public EntryPage {
   void ConnectWidgets();
   void OpenDesk();
   void ShowList();
+  void ShowCount();
   void SelectChosen();
   [[nodiscard]] Rids Selected() const;
   void TakeSelection();
   void Choose(const Rids& rids);
   void ShowChosen();
   void StartNew();
+  [[nodiscard]] Rids StillThere(const Rids& rids) const;
   void ShowAgain(const Rids& rids);
   void ShowWithEntry();
   void Save();

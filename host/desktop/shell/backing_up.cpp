@@ -2,13 +2,13 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLocale>
 #include <filesystem>
 
 #include "host/desks/store_backup.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/words/desk_words.h"
 #include "host/store/server_name.h"
@@ -39,9 +39,8 @@ QString NameWithDay(const QString& backup) {
 std::filesystem::path AskForPlace(QWidget& window) {
   // A store that stands there is kept: the next question says so.
   const QString question = BackUps::tr("Which store is it a backup of?");
-  const QString chosen =
-      QFileDialog::getSaveFileName(&window, question, QStringLiteral("building.db"), StoreFilter(),
-                                   nullptr, QFileDialog::DontConfirmOverwrite);
+  const QString chosen = AskWhereTo(&window, question, QStringLiteral("building.db"), StoreFilter(),
+                                    Existing::kIsTaken);
   return {FromQt(chosen)};
 }
 
@@ -76,8 +75,8 @@ void BackUpStore(Workplace& place) {
     return;
   }
   // The dialog asks before it names a file that exists.
-  const QString file = QFileDialog::getSaveFileName(window, BackUps::tr("Back up the store"),
-                                                    QStringLiteral("backup.db"), StoreFilter());
+  const QString file = AskWhereTo(window, BackUps::tr("Back up the store"),
+                                  QStringLiteral("backup.db"), StoreFilter());
   if (file.isEmpty()) {
     return;
   }
@@ -101,9 +100,8 @@ void BackUpStore(Workplace& place) {
 }
 
 std::optional<Restoring> AskWhatToRestore(QWidget& window, const std::filesystem::path& open) {
-  const QString backup =
-      QFileDialog::getOpenFileName(&window, BackUps::tr("Restore which backup?"), {},
-                                   BackUps::tr("Stores (*.db);;All files (*)"));
+  const QString backup = AskForFile(&window, BackUps::tr("Restore which backup?"),
+                                    BackUps::tr("Stores (*.db);;All files (*)"));
   if (backup.isEmpty()) {
     return {};
   }

@@ -1,7 +1,6 @@
 #include "host/desktop/shell/bringing_in.h"
 
 #include <QCoreApplication>
-#include <QFileDialog>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -9,6 +8,7 @@
 #include "host/desks/moving_in/moving_in.h"
 #include "host/desks/store_file.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/shell/moving_dialog.h"
 #include "host/desktop/shell/server_choice.h"
@@ -37,9 +37,8 @@ std::optional<MovingPlan> Planned(QWidget& window, OperationRunner& runner,
 
 std::filesystem::path AskedFile(QWidget& window) {
   // Nothing that stands already is replaced: the program says so itself.
-  return FromQt(QFileDialog::getSaveFileName(
-      &window, Moving::tr("Make the new store"), QStringLiteral("building.db"),
-      Moving::tr("Stores (*.db)"), nullptr, QFileDialog::DontConfirmOverwrite));
+  return FromQt(AskWhereTo(&window, Moving::tr("Make the new store"), QStringLiteral("building.db"),
+                           Moving::tr("Stores (*.db)"), Existing::kIsTaken));
 }
 
 /// Whether the store was made; what went wrong is told.
@@ -67,9 +66,8 @@ std::filesystem::path BringBuildingIn(QWidget& window, OperationRunner& runner,
                                       const WorkSurroundings& surroundings,
                                       const std::filesystem::path& open,
                                       const QString& lastServer) {
-  const QString chosen =
-      QFileDialog::getOpenFileName(&window, Moving::tr("Bring an existing building in"), {},
-                                   Moving::tr("Desktop databases (*.mdb *.accdb);;All files (*)"));
+  const QString chosen = AskForFile(&window, Moving::tr("Bring an existing building in"),
+                                    Moving::tr("Desktop databases (*.mdb *.accdb);;All files (*)"));
   if (chosen.isEmpty()) {
     return {};
   }

@@ -1,20 +1,22 @@
 #include "host/desktop/shell/main_window.h"
 
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/shell/backing_up.h"
 #include "host/desktop/shell/bringing_in.h"
 #include "host/desktop/shell/language.h"
+#include "host/desktop/shell/page_room.h"
 #include "host/desktop/shell/server_choice.h"
 #include "host/desktop/words/desk_words.h"
 #include "host/store/server_name.h"
@@ -61,11 +63,12 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
   auto* center = new QWidget(this);
   auto* row = new QHBoxLayout(center);
   row->addWidget(sides_);
-  row->addWidget(pages_, 1);
+  row->addWidget(new PageRoom(pages_, *sides_, center), 1);
   setCentralWidget(center);
   statusBar()->addPermanentWidget(bar_, 1);
   connect(&start_->demoButton(), &QPushButton::clicked, this, [this] { (void)OpenDemo(); });
   connect(&start_->openButton(), &QPushButton::clicked, this, [this] { ChooseStore(); });
+  connect(&start_->serverButton(), &QPushButton::clicked, this, [this] { ChooseServer(); });
   connect(&start_->newButton(), &QPushButton::clicked, this, [this] { ChooseNewStore(); });
   connect(&start_->existingButton(), &QPushButton::clicked, this, [this] { ChooseExisting(); });
   TakeUpLayout();
@@ -166,6 +169,7 @@ void MainWindow::SetAppearance(const Appearance& appearance) {
   appearance_ = appearance;
   Apply(appearance_);
   view_->Tick(appearance_);
+  KeepOnScreen();
 }
 
 void MainWindow::TakeUpLayout() {
@@ -173,11 +177,29 @@ void MainWindow::TakeUpLayout() {
   (void)restoreGeometry(remembered_.geometry());
   (void)restoreState(remembered_.places());
   setWindowTitle(QCoreApplication::applicationName());
+  SetFolderOfFiles(remembered_.folder());
+  KeepOnScreen();
+}
+
+/// Behind the layout of what has changed: text that was larger has made the window larger.
+void MainWindow::KeepOnScreen() {
+  QTimer::singleShot(0, this, [this] {
+    const QRect room = RoomOnScreen(*this);
+    if (isMaximized() || isFullScreen() || room.contains(frameGeometry())) {
+      return;
+    }
+    const QSize frame = frameGeometry().size() - size();
+    resize(size().boundedTo(room.size() - frame));
+    const QRect now = frameGeometry();
+    move(std::max(room.left(), std::min(now.left(), room.right() - now.width())),
+         std::max(room.top(), std::min(now.top(), room.bottom() - now.height())));
+  });
 }
 
 void MainWindow::Remember() {
   remembered_.SetLayout(saveGeometry(), saveState());
   remembered_.SetAppearance(appearance_);
+  remembered_.SetFolder(FolderOfFiles());
   if (place_ != nullptr) {
     const int row = screens_->currentRow();
     remembered_.SetPlace(
@@ -217,6 +239,7 @@ bool MainWindow::OpenStore(const std::filesystem::path& file) {
     return false;
   }
   const QString name = QString::fromStdString(file.string());
+  const QString shown = IsServerName(file.string()) ? WithoutPassword(name) : name;
   try {
     std::unique_ptr<Store> store;
     const bool ran = runner_.Run(tr("Opening the store"), [&] {
@@ -231,7 +254,7 @@ bool MainWindow::OpenStore(const std::filesystem::path& file) {
     remembered_.SetStore(name);
     return true;
   } catch (const std::exception& failure) {
-    TellNotOpened(tr("%1 cannot be opened.").arg(name), failure);
+    TellNotOpened(tr("%1 cannot be opened.").arg(shown), failure);
   }
   return false;
 }
@@ -270,10 +293,14 @@ void MainWindow::ShowAgain() {
   if (place_ == nullptr || !MayLeave()) {
     return;
   }
-  if (units_->count() == 0 && !ReadUnits(remembered_.unit())) {
+  const std::int32_t before = place_->unitKey();
+  const QString name = units_->currentText();
+  if (!ReadUnits(before != 0 ? before : remembered_.unit())) {
     return;
   }
-  if (ScreenPage* shown = page()) {
+  if (before != 0 && place_->unitKey() != before) {
+    LeaveUnit(name);
+  } else if (ScreenPage* shown = page()) {
     shown->Refresh();
   } else {
     ShowPage(screens_->currentRow());
@@ -296,6 +323,36 @@ bool MainWindow::ReadUnits(std::int32_t wanted) {
     }
   }
   return false;
+}
+
+/// Others have deleted the unit: its screens go, and another one is shown.
+void MainWindow::LeaveUnit(const QString& name) {
+  pages_->Drop();
+  ShowPage(screens_->currentRow());
+  TellFailure(
+      this, tr("%1 was deleted.").arg(name),
+      units_->count() == 0
+          ? tr("Somebody else has deleted it. The store has no other one.")
+          : tr("Somebody else has deleted it. %1 is shown now.").arg(units_->currentText()));
+}
+
+/// When the screen that has found it gone is done with what it does.
+void MainWindow::LeaveUnitLater() {
+  constexpr int kUntilDone = 20;  // milliseconds
+  QTimer::singleShot(0, this, [this] {
+    if (runner_.busy()) {
+      QTimer::singleShot(kUntilDone, this, [this] { LeaveUnitLater(); });
+      return;
+    }
+    if (place_ == nullptr) {
+      return;
+    }
+    const std::int32_t before = place_->unitKey();
+    const QString name = units_->currentText();
+    if (ReadUnits(before) && place_->unitKey() != before) {
+      LeaveUnit(name);
+    }
+  });
 }
 
 /// Units were changed on their own screen. What shows a unit that is gone goes with it.
@@ -378,6 +435,7 @@ bool MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::
   place_->OnTell([this](const QString& what) { statusBar()->showMessage(what, kToldFor); });
   place_->OnChanged([this] { pages_->NoteChange(); });
   place_->OnUnits([this] { TakeUnits(); });
+  place_->OnUnitGone([this] { LeaveUnitLater(); });
   setWindowTitle(tr("%1 – %2").arg(name, QCoreApplication::applicationName()));
   FillUnits(units, remembered_.unit());
   sides_->show();
@@ -437,14 +495,18 @@ void MainWindow::ShowPage(int row) {
 }
 
 void MainWindow::ChooseStore() {
-  const QString file = QFileDialog::getOpenFileName(this, tr("Open a store"), {}, FileFilter());
+  const QString file = AskForFile(this, tr("Open a store"), FileFilter());
   if (!file.isEmpty()) {
     (void)OpenStore(std::filesystem::path(file.toStdString()));
   }
 }
 
 void MainWindow::ChooseServer() {
-  const QString name = AskForServer(*this, remembered_.server());
+  const QString name =
+      AskForServer(*this, serverAsked_.isEmpty() ? remembered_.server() : serverAsked_);
+  if (!name.isEmpty()) {
+    serverAsked_ = WithoutPassword(name);  // to be mended, where it cannot be opened
+  }
   if (!name.isEmpty() && OpenStore(std::filesystem::path(name.toStdString()))) {
     remembered_.SetServer(name);
   }
@@ -467,9 +529,8 @@ void MainWindow::ChooseExisting() {
 
 void MainWindow::ChooseNewStore() {
   // Nothing that stands already is replaced: the program says so itself.
-  const QString file =
-      QFileDialog::getSaveFileName(this, tr("Make a new store"), QStringLiteral("building.db"),
-                                   FileFilter(), nullptr, QFileDialog::DontConfirmOverwrite);
+  const QString file = AskWhereTo(this, tr("Make a new store"), QStringLiteral("building.db"),
+                                  FileFilter(), Existing::kIsTaken);
   if (file.isEmpty() || !MayLeave()) {
     return;
   }

@@ -65,10 +65,12 @@ class MainWindow final : public QMainWindow {
   /// open stays so then.
   bool TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
                  const QString& name);
-  /// The screen in front as it is stored now, in a store without units with those that it has now.
+  /// The units and the screen in front as they are stored now.
   void ShowAgain();
   [[nodiscard]] bool ReadUnits(std::int32_t wanted);
   void TakeUnits();
+  void LeaveUnit(const QString& name);
+  void LeaveUnitLater();
   void TellNotOpened(const QString& what, const std::exception& failure);
   /// Chooses the wanted unit, where it is there, else the first one.
   void FillUnits(const std::vector<UnitName>& units, std::int32_t wanted);
@@ -86,11 +88,13 @@ class MainWindow final : public QMainWindow {
   void RestoreBackup();
   /// Of the window, as it was the last time.
   void TakeUpLayout();
+  void KeepOnScreen();
   void Remember();
 
   Remembered remembered_;
   WorkSurroundings surroundings_;
   Appearance appearance_;
+  QString serverAsked_;  // the last time, whether it was opened or not
   BusyBar* bar_;
   OperationRunner runner_;
   std::unique_ptr<Workplace> place_;

@@ -1,7 +1,6 @@
 #include "host/desktop/shell/moving_dialog.h"
 
 #include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -10,6 +9,7 @@
 
 #include "host/desks/moving_in/moving_report.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/words/desk_words.h"
@@ -191,8 +191,8 @@ void MovingDialog::Make(MovingTarget target) {
 
 void MovingDialog::SaveReport() {
   // The dialog asks before it names a file that exists.
-  const QString file = QFileDialog::getSaveFileName(
-      this, tr("Save what is odd"), QStringLiteral("odd.csv"), tr("Tables (*.csv)"));
+  const QString file =
+      AskWhereTo(this, tr("Save what is odd"), QStringLiteral("odd.csv"), tr("Tables (*.csv)"));
   if (file.isEmpty()) {
     return;
   }

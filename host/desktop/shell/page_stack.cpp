@@ -75,6 +75,9 @@ void PageStack::Show(int row) {
         return;
       }
     } catch (const std::exception& failure) {
+      if (!runner_.cancelled() && Screens()[at].needsUnit && place_->FindsUnitGone()) {
+        place_->TellUnitGone();
+      }
       ShowProblem(row, runner_.cancelled() ? tr("it was cancelled.") : Told(failure.what()));
       return;
     }

@@ -11,6 +11,7 @@ const QString kLanguage = QStringLiteral("look/language");
 const QString kTheme = QStringLiteral("look/theme");
 const QString kText = QStringLiteral("look/text");
 const QString kStore = QStringLiteral("last/store");
+const QString kFolder = QStringLiteral("last/folder");
 const QString kServer = QStringLiteral("last/server");
 const QString kUnit = QStringLiteral("last/unit");
 const QString kScreen = QStringLiteral("last/screen");
@@ -68,6 +69,14 @@ QString Remembered::server() const {
 
 void Remembered::SetServer(const QString& name) {
   settings_.setValue(setting::kServer, name);
+}
+
+QString Remembered::folder() const {
+  return settings_.value(setting::kFolder).toString();
+}
+
+void Remembered::SetFolder(const QString& path) {
+  settings_.setValue(setting::kFolder, path);
 }
 
 std::int32_t Remembered::unit() const {

@@ -33,6 +33,9 @@ class Remembered {
   /// The name of the last store on a server; "" before the first.
   [[nodiscard]] QString server() const;
   void SetServer(const QString& name);
+  /// Where files were chosen; "" before the first one.
+  [[nodiscard]] QString folder() const;
+  void SetFolder(const QString& path);
   [[nodiscard]] std::int32_t unit() const;
   [[nodiscard]] QString screen() const;
   void SetPlace(std::int32_t unit, const QString& screen);

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QInputDialog>
+#include <QRegularExpression>
 
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
@@ -16,6 +17,14 @@ struct Server {
 };
 
 }  // namespace
+
+QString WithoutPassword(QString name) {
+  static const QRegularExpression inAddress(QStringLiteral("(://[^/:@]*):.*@"));
+  static const QRegularExpression asOption(
+      QStringLiteral("((?:ssl)?password\\s*=\\s*)('[^']*'?|[^\\s&]+)"),
+      QRegularExpression::CaseInsensitiveOption);
+  return name.replace(inAddress, QStringLiteral("\\1@")).replace(asOption, QStringLiteral("\\1"));
+}
 
 QString AskForServer(QWidget& window, const QString& last, const QString& title) {
   QString name = last.isEmpty() ? QStringLiteral("postgresql://") : last;
@@ -33,8 +42,9 @@ QString AskForServer(QWidget& window, const QString& last, const QString& title)
     if (IsServerName(FromQt(name))) {
       return name;
     }
-    TellFailure(&window, Server::tr("%1 is no store on a server.").arg(name),
+    TellFailure(&window, Server::tr("%1 is no store on a server.").arg(WithoutPassword(name)),
                 Server::tr("Its name begins with postgresql:// or service=."));
+    name = WithoutPassword(name);
   }
 }
 

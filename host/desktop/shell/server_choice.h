@@ -6,6 +6,9 @@
 
 namespace qorhost {
 
+/// The name without the password that somebody has typed into it, to be shown.
+[[nodiscard]] QString WithoutPassword(QString name);
+
 /// Asks until the name is one of a store on a server; `last` stands there at first, and `title`
 /// over it: "" where one is opened. "" when nothing was chosen.
 [[nodiscard]] QString AskForServer(QWidget& window, const QString& last, const QString& title = {});

@@ -73,6 +73,8 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent) {
                        "nothing of it is kept."));
   open_ = AddChoice(*column, QStringLiteral("openButton"), tr("&Open a store…"),
                     tr("The file of a building that was set up before."));
+  server_ = AddChoice(*column, QStringLiteral("serverButton"), tr("Open a store on a &server…"),
+                      tr("A building that several seats work on, on a database server."));
   new_ = AddChoice(*column, QStringLiteral("newButton"), tr("Make a &new store…"),
                    tr("An empty file for a building, or one with the demo building in it."));
   existing_ =

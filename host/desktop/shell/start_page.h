@@ -14,12 +14,14 @@ class StartPage final : public QWidget {
 
   [[nodiscard]] QPushButton& demoButton() { return *demo_; }
   [[nodiscard]] QPushButton& openButton() { return *open_; }
+  [[nodiscard]] QPushButton& serverButton() { return *server_; }
   [[nodiscard]] QPushButton& newButton() { return *new_; }
   [[nodiscard]] QPushButton& existingButton() { return *existing_; }
 
  private:
   QPushButton* demo_;
   QPushButton* open_;
+  QPushButton* server_;
   QPushButton* new_;
   QPushButton* existing_;
 };

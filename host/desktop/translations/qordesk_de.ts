@@ -3229,8 +3229,8 @@
         <translation>Der Bestand, der geöffnet wird, eine Datei oder postgresql://RECHNER/DATENBANK; sonst der von QORHOST_DB, sonst der vom letzten Mal.</translation>
     </message>
     <message>
-        <source>The same.</source>
-        <translation>Dasselbe.</translation>
+        <source>The store to open, as the argument names it.</source>
+        <translation>Der Bestand, der geöffnet wird, wie das Argument ihn nennt.</translation>
     </message>
 </context>
 <context>
@@ -3480,8 +3480,8 @@
         <translation>Der Verlauf kann nicht angezeigt werden.</translation>
     </message>
     <message>
-        <source>Undo entry %1? The rows become what they were before it, and the steps that tell the unit are queued.</source>
-        <translation>Eintrag %1 rückgängig machen? Die Zeilen werden, was sie vor ihm waren, und die Schritte, die es der Anlage sagen, werden eingereiht.</translation>
+        <source>Undo %1? The rows become what they were before it, and the steps that tell the unit are queued.</source>
+        <translation>%1 rückgängig machen? Die Zeilen werden, was sie vor ihm waren, und die Schritte, die es der Anlage sagen, werden eingereiht.</translation>
     </message>
     <message>
         <source>The entry cannot be undone.</source>
@@ -3815,6 +3815,18 @@
         <source>Restore a backup…</source>
         <translation>Sicherung wiederherstellen…</translation>
     </message>
+    <message>
+        <source>%1 was deleted.</source>
+        <translation>%1 wurde gelöscht.</translation>
+    </message>
+    <message>
+        <source>Somebody else has deleted it. The store has no other one.</source>
+        <translation>Jemand anders hat sie gelöscht. Der Bestand hat keine andere.</translation>
+    </message>
+    <message>
+        <source>Somebody else has deleted it. %1 is shown now.</source>
+        <translation>Jemand anders hat sie gelöscht. Jetzt wird %1 gezeigt.</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::MergePage</name>
@@ -4075,6 +4087,10 @@
         <source>The store has no units yet. The screen “Units” makes the first one.</source>
         <translation>Der Bestand hat noch keine Anlagen. Der Bildschirm „Anlagen“ macht die erste.</translation>
     </message>
+    <message>
+        <source>%1: %2 too many</source>
+        <translation>%1: %2 zu viel</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::PageStack</name>
@@ -4239,6 +4255,14 @@
         <source>A store of what another application keeps in a desktop database file.</source>
         <translation>Ein Bestand aus dem, was eine andere Anwendung in einer Desktop-Datenbank führt.</translation>
     </message>
+    <message>
+        <source>Open a store on a &amp;server…</source>
+        <translation>Bestand auf einem &amp;Server öffnen…</translation>
+    </message>
+    <message>
+        <source>A building that several seats work on, on a database server.</source>
+        <translation>Ein Gebäude, an dem mehrere Plätze arbeiten, auf einem Datenbankserver.</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::StepsPage</name>
@@ -4401,6 +4425,10 @@ Die Anlage bekommt gesagt, dass sie sie vergisst, und ihre Karten sind frei.</tr
     <message>
         <source>The unit has no tenants yet. Enter the first one beside this list, and press Save.</source>
         <translation>Die Anlage hat noch keine Mieter. Geben Sie den ersten neben dieser Liste ein, und drücken Sie „Speichern“.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
     </message>
 </context>
 <context>

@@ -85,6 +85,18 @@ TEST_F(Session, AnOperationIsDoneOnlyWithoutRefusalAndFailure) {
   EXPECT_EQ(outcome.failures.size(), 1U);
 }
 
+TEST_F(Session, AFailureIsToldOnceAndWithoutWhatCameOfIt) {
+  OperationRecord record(session());
+  session().attendance().NoteTrapped("pbOpen failed");
+  session().attendance().NoteFailure("no server");
+  session().attendance().NoteTrapped("pbSave failed");
+  session().attendance().NoteFailure("no server");
+  session().attendance().NoteFailure("the disk is full");
+  EXPECT_EQ(record.failures().size(), 5U);
+  EXPECT_THAT(record.End(true).failures,
+              ElementsAre("pbOpen failed", "no server", "the disk is full"));
+}
+
 TEST_F(Session, ARecordCollectsNothingOfAnother) {
   OperationRecord outer(session());
   {

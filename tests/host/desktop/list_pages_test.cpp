@@ -77,6 +77,8 @@ TEST_F(ListScreens, WhatOthersBuiltOnIsNotUndone) {
   answers_->Click(QMessageBox::Yes);
   answers_->Click(QMessageBox::Ok);
   Click("undoButton");
+  EXPECT_THAT(answers_->seen().front().text, HasSubstr("Undo entry "));
+  EXPECT_THAT(answers_->seen().front().text, HasSubstr(", by anna, 2026-01-31 14:05:09"));
   EXPECT_EQ(answers_->seen().back().icon, QMessageBox::Critical);
   EXPECT_EQ(RowsOf("entries"), 3);
 }

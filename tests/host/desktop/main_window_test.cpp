@@ -3,15 +3,19 @@
 
 #include <QActionGroup>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QProcess>
 #include <QProgressBar>
 #include <QTableWidget>
 #include <fstream>
 #include <set>
 
+#include "host/desktop/binding/qt_text.h"
+#include "host/desktop/running/file_choice.h"
 #include "tests/host/desktop/desktop_fixture.h"
 
 namespace qorhost::test {
@@ -65,6 +69,70 @@ TEST_F(Windows, LayoutStoreUnitAndScreenAreRemembered) {
   EXPECT_EQ(window().size(), QSize(1111, 777));
   EXPECT_LT(QApplication::palette().color(QPalette::Window).lightness(), 100);
   window().SetAppearance({});
+}
+
+TEST_F(Windows, TextOfTwiceTheSizeLeavesTheWindowOnTheScreen) {
+  OpenDemoAt(QStringLiteral("import"));
+  const QSize before = window().size();
+  window().SetAppearance({Theme::kLight, 200});
+  for (const ScreenEntry& screen : Screens()) {
+    window().ShowScreen(QString::fromLatin1(screen.key));
+    Settle();
+    EXPECT_LE(window().minimumSizeHint().width(), 1280) << screen.key;
+    EXPECT_LE(window().minimumSizeHint().height(), 800) << screen.key;
+    EXPECT_LE(window().width(), 1280) << screen.key;
+  }
+  window().SetAppearance({});
+  Settle();
+  EXPECT_LE(window().width(), std::max(before.width(), 1280));
+}
+
+TEST_F(Windows, ACapacityThatIsExceededIsAWarning) {
+  OpenDemoAt(QStringLiteral("overview"));
+  const QColor usual = page().findChildren<QProgressBar*>().at(1)->palette().color(
+      QPalette::Active, QPalette::Highlight);
+  (void)window().place()->session().sql().Change("UPDATE UNITTYPES SET TOTAL='MQ=='", std::nullopt);
+  QTest::keyClick(&window(), Qt::Key_F5);
+  const QProgressBar& bar = *page().findChildren<QProgressBar*>().at(1);
+  EXPECT_THAT(bar.text().toStdString(), HasSubstr(" of 1 codes in use: "));
+  EXPECT_THAT(bar.text().toStdString(), HasSubstr(" too many"));
+  EXPECT_NE(bar.palette().color(QPalette::Active, QPalette::Highlight), usual);
+}
+
+TEST_F(Windows, DialogsBeginInTheFolderOfTheLastFile) {
+  std::filesystem::create_directory(File("plans"));
+  std::filesystem::create_directory(File("elsewhere"));
+  ASSERT_TRUE(window().CreateStoreAt(File("plans") / "building.db", false));
+  ASSERT_TRUE(window().CloseStore());
+  answers_->Type(QString::fromStdString((File("plans") / "building.db").string()));
+  ChooseInMenu("Open…");
+  ASSERT_NE(window().place(), nullptr);
+  EXPECT_TRUE(window().close());
+  SetFolderOfFiles(QString::fromStdString(File("elsewhere").string()));
+  MakeWindow();
+  std::string begun;
+  answers_->With([&begun](QDialog& dialog) {
+    begun = FromQt(dynamic_cast<QFileDialog&>(dialog).directory().absolutePath());
+    dialog.reject();
+  });
+  ChooseInMenu("Open…");
+  EXPECT_EQ(begun, File("plans").string());
+}
+
+TEST_F(Windows, HelpAndVersionNeedNoScreen) {
+  for (const char* asked : {"--help", "--version"}) {
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    environment.remove(QStringLiteral("DISPLAY"));
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(QORDESK_PROGRAM), {QString::fromLatin1(asked)});
+    constexpr int kLongest = 60000;  // milliseconds
+    ASSERT_TRUE(program.waitForFinished(kLongest));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
+    EXPECT_THAT(program.readAllStandardOutput().toStdString(), HasSubstr("qordesk"));
+  }
 }
 
 TEST_F(Windows, ClosingWithAnEntryAsks) {

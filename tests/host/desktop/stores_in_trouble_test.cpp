@@ -48,6 +48,25 @@ TEST_F(StoresInTrouble, AStoreThatHasVanishedIsToldAtTheNextSave) {
   ExpectTheProgramGoesOn();
 }
 
+TEST_F(StoresInTrouble, WhatWasToldOfAnEarlierSaveIsGoneWhenOneFails) {
+  OpenDemoAt(QStringLiteral("credentials"));
+  EnterCard();
+  Click("saveButton");
+  ASSERT_EQ(Told(), "Saved Standard 26-Bit Card-9001.");
+  Click("newButton");
+  EnterCard();
+  Type("txtPINStart", "9002");
+  for (const char* name : {"building.db", "building.db-wal", "building.db-shm"}) {
+    std::filesystem::remove(File(name));
+  }
+  answers_->Click(QMessageBox::Ok);
+  Click("saveButton");
+  EXPECT_THAT(Told(), testing::Not(HasSubstr("Saved")));
+  EXPECT_THAT(answers_->LastText(), testing::Not(HasSubstr("(error 9)")));
+  answers_->Click(QMessageBox::Yes);
+  ExpectTheProgramGoesOn();
+}
+
 TEST_F(StoresInTrouble, AStoreWhoseLockIsHeldIsWaitedForUntilCancel) {
   OpenDemoAt(QStringLiteral("steps"));
   window().ShowScreen(QStringLiteral("history"));

@@ -215,6 +215,37 @@ TEST_F(TenantScreens, TypingNarrowsTheListAndKeepsTheChoice) {
   EXPECT_EQ(List().selectionModel()->selectedRows().front().row(), RowOf("Ashdown Liam"));
 }
 
+TEST_F(TenantScreens, WordsAreFoundInAnyOrderWithoutAccentsAndApostrophes) {
+  const std::string all = std::to_string(List().model()->rowCount()) + " tenants";
+  EXPECT_EQ(Find<QLabel>("tenantCount").text().toStdString(), all);
+  for (const char* typed : {"paula obrien", "OBRIEN pau", "Ö'BRIÉN PAULA"}) {
+    Type("findTenant", typed);
+    EXPECT_EQ(List().model()->rowCount(), 1) << typed;
+    EXPECT_EQ(Find<QLabel>("tenantCount").text().toStdString(), "1 of " + all);
+  }
+  Type("findTenant", "nobody");
+  EXPECT_EQ(Find<QLabel>("tenantCount").text().toStdString(), "0 of " + all);
+}
+
+TEST_F(TenantScreens, ATenantWhomAnotherSeatDeletedIsToldAndLeavesTheList) {
+  ClickTenant("Ashdown Liam");
+  Type("initial", "K");
+  {
+    DeskSession other(OpenStoreFile(File("building.db"), Access::kChange), Surroundings{});
+    TenantDesk desk(other, kUnit);
+    desk.Choose({"Ashdown Liam"});
+    ASSERT_TRUE(desk.Delete(Trial::kNo).done());
+  }
+  answers_->Click(QMessageBox::Ok);
+  Click("saveButton");
+  EXPECT_THAT(answers_->LastText(), HasSubstr("omeone else has deleted the tenants meanwhile."));
+  EXPECT_THAT(answers_->LastText(), testing::Not(HasSubstr("is still there")));
+  EXPECT_EQ(Title(), "New tenant");
+  EXPECT_FALSE(page().HasEntries());
+  Type("findTenant", "Ashdown Liam");
+  EXPECT_EQ(List().model()->rowCount(), 0);
+}
+
 TEST_F(TenantScreens, LeavingAnEntryAsksAndNoKeepsTheChoice) {
   ClickTenant("Ashdown Liam");
   Type("initial", "K");

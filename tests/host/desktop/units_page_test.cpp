@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QTableView>
 
+#include "host/desks/unit_deletion.h"
 #include "host/desktop/shell/screens_table.h"
 #include "tests/host/desktop/desktop_fixture.h"
 
@@ -68,6 +69,75 @@ TEST_F(UnitScreens, ChangeWhatIsEnteredAndNothingElse) {
   EXPECT_EQ(window().place()->unitName(), QStringLiteral("Linden Park East"));
   Click("saveButton");
   EXPECT_EQ(Told(), "Unit 2, Linden Park East is stored so already.");
+}
+
+/// Another seat, which has the store open meanwhile.
+class OtherSeats : public DesktopTest {
+ protected:
+  OtherSeats() { OpenDemoAt(QStringLiteral("credentials")); }
+
+  void DeleteTheUnit() {
+    DeskSession other(OpenStoreFile(File("building.db"), Access::kChange), Surroundings{});
+    const std::vector<UnitName> units = other.Units();
+    DeleteUnits(other, WithContents(other, {units.at(1)}), Trial::kNo);
+  }
+  [[nodiscard]] QComboBox& Chooser() { return Find<QComboBox>("unitChooser"); }
+  void ExpectTheUnitIsLeft() {
+    Settle();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window().place()->unitKey() == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !answers_->seen().empty(); }));
+    EXPECT_THAT(answers_->LastText(), HasSubstr("Linden Park (2) was deleted."));
+    EXPECT_THAT(answers_->LastText(), HasSubstr("Somebody else has deleted it. "));
+    EXPECT_EQ(answers_->seen().size(), 1U);
+    EXPECT_EQ(Chooser().findData(kUnit), -1);
+    EXPECT_NE(window().page(), nullptr);
+  }
+};
+
+TEST_F(OtherSeats, MakeUnitsThatF5Offers) {
+  window().place()->session().sql().AddRow(
+      "Units", std::vector<Field>{{"UnitKey", 12}, {"UnitName", "Garden House"}});
+  EXPECT_EQ(Chooser().findData(12), -1);
+  QTest::keyClick(&window(), Qt::Key_F5);
+  EXPECT_EQ(Chooser().currentData().toInt(), kUnit);
+  ASSERT_GE(Chooser().findData(12), 0);
+  EXPECT_EQ(Chooser().itemText(Chooser().findData(12)), QStringLiteral("Garden House (12)"));
+}
+
+TEST_F(OtherSeats, DeleteTheUnitWhichF5Tells) {
+  DeleteTheUnit();
+  answers_->Click(QMessageBox::Ok);
+  QTest::keyClick(&window(), Qt::Key_F5);
+  ExpectTheUnitIsLeft();
+}
+
+TEST_F(OtherSeats, DeleteTheUnitWhichASaveTells) {
+  Choose("cboCredentialType", "Standard 26-Bit Card");
+  Type("txtPINStart", "9001");
+  Type("txtFacilityCode", "7");
+  DeleteTheUnit();
+  answers_->Click(QMessageBox::Ok);
+  Click("saveButton");
+  ExpectTheUnitIsLeft();
+}
+
+TEST_F(OtherSeats, DeleteTheUnitWhichTheChangeOfATenantTells) {
+  window().ShowScreen(QStringLiteral("tenants"));
+  auto& tenants = Find<QTableView>("tenants");
+  QTest::mouseClick(tenants.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    tenants.visualRect(tenants.model()->index(0, 1)).center());
+  Type("initial", "K");
+  DeleteTheUnit();
+  answers_->Click(QMessageBox::Ok);
+  Click("saveButton");
+  ExpectTheUnitIsLeft();
+}
+
+TEST_F(OtherSeats, DeleteTheUnitWhichTheNextScreenTells) {
+  DeleteTheUnit();
+  answers_->Click(QMessageBox::Ok);
+  window().ShowScreen(QStringLiteral("dir_codes"));
+  ExpectTheUnitIsLeft();
 }
 
 TEST_F(UnitScreens, TellAtTheWidgetWhatTheDeskDoesNotTake) {
