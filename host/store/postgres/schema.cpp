@@ -64,17 +64,19 @@ void MakeStoreWhereNoneIs(Connection& connection, const StoreForm& form) {
     connection.UndoWhatIsOpen();
     throw;
   }
-  /// Says of a store on which this user has no rights who can give them to him.
-  std::optional<int> VersionToOpen(Connection & connection) {
-    try {
-      return VersionOf(connection);
-    } catch (const StoreError& failure) {
-      if (failure.fault() != StoreFault::kNoRights) {
-        throw;
-      }
+}
+
+/// Says of a store on which this user has no rights who can give them to him.
+std::optional<int> VersionToOpen(Connection& connection) {
+  try {
+    return VersionOf(connection);
+  } catch (const StoreError& failure) {
+    if (failure.fault() != StoreFault::kNoRights) {
+      throw;
     }
-    throw NoRightsOn(connection);
   }
+  throw NoRightsOn(connection);
+}
 
 }  // namespace
 
