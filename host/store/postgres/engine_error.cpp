@@ -76,7 +76,7 @@ std::string_view AdviceAbout(StoreFault fault) {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-/// The library's messages in one line: some have several, further ones set in.
+/// The library's own messages in one line: some have several, further ones set in.
 std::string InOneLine(std::string_view text) {
   std::string line;
   while (!text.empty()) {
@@ -95,9 +95,8 @@ std::string InOneLine(std::string_view text) {
 
 StoreError Advised(const std::string& doing, std::string_view text, std::string_view advice,
                    StoreFault fault) {
-  const std::string line = InOneLine(text);
-  return StoreError(advice.empty() ? fmt::format("{}: {}", doing, line)
-                                   : fmt::format("{}: {} ({})", doing, line, advice),
+  return StoreError(advice.empty() ? fmt::format("{}: {}", doing, text)
+                                   : fmt::format("{}: {} ({})", doing, text, advice),
                     fault);
 }
 
@@ -144,7 +143,7 @@ StoreError ConnectionError(const pg_conn* connection, const std::string& doing, 
   if (connection == nullptr) {
     return Worded(doing, "this program has not enough memory", StoreFault::kOther);
   }
-  const std::string_view text = PQerrorMessage(connection);
+  const std::string text = InOneLine(PQerrorMessage(connection));
   if (PQconnectionNeedsPassword(connection) != 0) {
     return Advised(doing, text,
                    "put it into the file ~/.pgpass, which nobody else may read, as "
