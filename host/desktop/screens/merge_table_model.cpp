@@ -12,7 +12,7 @@ namespace qorhost {
 
 namespace {
 
-enum Column : int { kAccept, kAction, kCode, kWhat, kColumns };
+enum Column : int { kAccept, kAction, kCode, kWhat, kMergeColumns };
 
 QString WordOf(MergeAction action) {
   switch (action) {
@@ -59,7 +59,7 @@ void MergeTableModel::ShowAsAsked() {
   shown_.clear();
   for (std::size_t step = 0; step < differences_.size(); ++step) {
     QStringList cells;
-    for (int column = kAction; !text_.empty() && column < kColumns; ++column) {
+    for (int column = kAction; !text_.empty() && column < kMergeColumns; ++column) {
       cells.append(TextAt(step, column));
     }
     if (text_.empty() || text_.IsIn(cells)) {
@@ -110,7 +110,7 @@ int MergeTableModel::rowCount(const QModelIndex& parent) const {
 }
 
 int MergeTableModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : kColumns;
+  return parent.isValid() ? 0 : kMergeColumns;
 }
 
 QString MergeTableModel::TextAt(std::size_t step, int column) const {

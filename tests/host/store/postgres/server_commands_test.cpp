@@ -49,6 +49,20 @@ class ServerCommands : public RunFixture {
     EXPECT_LT(here.status, 2) << command << here.err;  // done, or done in part
   }
 
+  /// The check finds the same in both; in a file it looks at the file, too.
+  void SameCheck() {
+    Outcome here = On(File("building.db"), {"check"});
+    const Outcome there = On(server_, {"check"});
+    constexpr std::string_view kFile = "the file, ";
+    if (const std::size_t at = here.out.find(kFile); at != std::string::npos) {
+      here.out.erase(at, kFile.size());
+    }
+    EXPECT_EQ(there.status, here.status);
+    EXPECT_EQ(there.out, here.out);
+    EXPECT_EQ(there.err, here.err);
+    EXPECT_LT(here.status, 2) << here.err;
+  }
+
   /// The command writes the same file on both; the file's name is put behind its words.
   void SameFile(Words words) {
     words.push_back(File("here.csv"));
@@ -115,7 +129,7 @@ TEST_F(ServerCommands, DoAndPrintTheSameOnTheDemoBuilding) {
   for (const std::string& store : {File("building.db"), server_}) {
     EXPECT_EQ(On(store, {"history", "check"}).status, 0);
   }
-  Same({"check"});
+  SameCheck();
   SameFile({"tenants", "export", "--unit", "2", "--to"});
   SameFile({"dircodes", "export", "--unit", "1", "--to"});
   SameFile({"report", "credentials", "--unit", "1", "--to"});
@@ -141,9 +155,10 @@ TEST_F(ServerCommands, ImportASpreadsheetOfResidents) {
   Same({"report", "dircodes"});
   Same({"tenants", "list", "--where", "name contains \xC3\x96ZT\xC3\x9CRK", "--columns",
         "name,code"});
-  Same({"history", "list", "--columns", "entry,what,rows"});
+  // Not the entries' numbers: what was only tried leaves one out on a server.
+  Same({"history", "list", "--columns", "what,rows"});
   Same({"units"});
-  Same({"check"});
+  SameCheck();
   SameFile({"dircodes", "export", "--to"});
 }
 
@@ -164,7 +179,7 @@ TEST_F(ServerCommands, BringTheSameBuildingsIn) {
       return outcome.out.substr(outcome.out.find(" from "));
     };
     EXPECT_EQ(behindTheStore(there), behindTheStore(here));
-    Same({"check"});
+    SameCheck();
     Same({"units", "list", "--settings"});
     Same({"history", "list", "--columns", "entry,what,rows"});
     Same({"history", "show", "1", "--json"});
@@ -249,7 +264,7 @@ TEST_F(ServerCommands, TellLinksThatLeaveTheirUnit) {
   Same({"sql", "--write",
         "UPDATE Tenants SET CREDENTIALID2=" + card[0]["card"].dump() +
             " WHERE RID=" + tenant[0]["tenant"].dump()});
-  Same({"check"});
+  SameCheck();
   EXPECT_THAT(On(server_, {"check"}).out, HasSubstr("which is unit 1's"));
 }
 
