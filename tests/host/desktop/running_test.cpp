@@ -2,10 +2,14 @@
 #include <gmock/gmock.h>
 
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTimer>
 #include <algorithm>
+#include <chrono>
 #include <thread>
+#include <vector>
 
 #include "host/desks/history.h"
 #include "host/store/unit_of_work.h"
@@ -53,29 +57,59 @@ TEST_F(RunningOperations, CancelEndsALongSaveAndNothingIsStored) {
   EXPECT_EQ(TextIn("txtPINStart"), "9001");
 }
 
-TEST_F(RunningOperations, TheProgressOfALongSaveRises) {
+// How the bar stood at each moment at which the window was alive.
+class ShownProgress {
+ public:
+  explicit ShownProgress(QMainWindow& window)
+      : bar_(window.findChild<QPushButton*>(QStringLiteral("cancelOperation"))
+                 ->parentWidget()
+                 ->findChild<QProgressBar*>()) {
+    QObject::connect(&look_, &QTimer::timeout, &look_, [this] {
+      if (bar_->isVisible() && bar_->maximum() > 0 &&
+          (values_.empty() || values_.back() != bar_->value())) {
+        values_.push_back(bar_->value());
+      }
+    });
+    look_.start(0);
+  }
+
+  [[nodiscard]] const std::vector<int>& values() const { return values_; }
+  [[nodiscard]] bool isShown() const { return bar_->isVisible(); }
+
+ private:
+  QTimer look_;
+  const QProgressBar* bar_;
+  std::vector<int> values_;
+};
+
+TEST_F(RunningOperations, ALongSaveShowsItsProgress) {
   Choose("cboCredentialType", "Standard 26-Bit Card");
   Click("severalCredentials");
   Type("txtPINStart", "9001");
-  Type("txtPINEND", "19400");
+  Type("txtPINEND", "10400");
   Type("txtFacilityCode", "7");
-  auto* cancel = window().findChild<QPushButton*>(QStringLiteral("cancelOperation"));
-  const auto* bar = cancel->parentWidget()->findChild<QProgressBar*>();
-  std::vector<int> values;
-  QTimer look;
-  QObject::connect(&look, &QTimer::timeout, &look, [&] {
-    if (bar->isVisible() && bar->maximum() > 0 &&
-        (values.empty() || values.back() != bar->value())) {
-      values.push_back(bar->value());
-    }
-  });
-  look.start(0);
+  const ShownProgress shown(window());
   Click("saveButton");
-  look.stop();
-  EXPECT_EQ(Told(), "Saved Standard 26-Bit Card-9001 to 19400.");
-  EXPECT_GT(values.size(), 1U);
-  EXPECT_TRUE(std::is_sorted(values.begin(), values.end())) << testing::PrintToString(values);
-  EXPECT_FALSE(bar->isVisible());
+  EXPECT_EQ(Told(), "Saved Standard 26-Bit Card-9001 to 10400.");
+  EXPECT_FALSE(shown.values().empty());
+  EXPECT_TRUE(std::is_sorted(shown.values().begin(), shown.values().end()))
+      << testing::PrintToString(shown.values());
+  EXPECT_FALSE(shown.isShown());
+}
+
+TEST_F(RunningOperations, TheProgressRises) {
+  const ShownProgress shown(window());
+  EXPECT_TRUE(window().runner().Run(QStringLiteral("one"), [this] {
+    const Progress progress = window().runner().progress();
+    for (const int done : {1, 2, 3, 4}) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(40));  // as long as is painted after
+      EXPECT_TRUE(progress(done, 4));
+    }
+  }));
+  EXPECT_GT(shown.values().size(), 1U);
+  EXPECT_TRUE(std::is_sorted(shown.values().begin(), shown.values().end()))
+      << testing::PrintToString(shown.values());
+  EXPECT_FALSE(shown.isShown());
 }
 
 TEST_F(RunningOperations, EscapeCancelsToo) {
