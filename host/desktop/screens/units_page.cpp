@@ -207,7 +207,7 @@ void UnitsPage::ShowChosen() {
   if (isNew) {
     chosen_.reset();
   }
-  const auto text = [&](UnitColumn column) { return isNew ? "" : ShownText((*row)[column]); };
+  const auto text = [&](std::size_t column) { return isNew ? "" : ShownText((*row)[column]); };
   shown_ = {text(kName),
             text(kType),
             text(kCapacity),

@@ -86,7 +86,7 @@ std::filesystem::path BringBuildingIn(QWidget& window, OperationRunner& runner,
   if (dialog.exec() != QDialog::Accepted) {
     return {};
   }
-  const std::filesystem::path place =
+  std::filesystem::path place =
       dialog.target() == MovingTarget::kFile
           ? AskedFile(window)
           : std::filesystem::path(FromQt(
