@@ -308,7 +308,11 @@ TEST_F(ServerStartedAgain, AtTheCommitIsToldAsItIsStored) {
   std::binary_semaphore isDone(0);
   bool isOver = false;
   std::thread starter([&] {
-    for (isAsked.acquire(); !isOver; isAsked.acquire()) {
+    while (true) {
+      isAsked.acquire();
+      if (isOver) {
+        return;
+      }
       server_->StartAgain();
       isDone.release();
     }
