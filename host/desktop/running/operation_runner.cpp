@@ -9,7 +9,6 @@ namespace qorhost {
 
 namespace {
 
-constexpr qint64 kBetweenPumps = 30;  // milliseconds; a moment that nobody sees
 constexpr std::chrono::milliseconds kLongest(std::chrono::minutes(10));
 constexpr std::chrono::milliseconds kUnnoticed(500);
 
@@ -59,7 +58,7 @@ bool OperationRunner::Run(const QString& what, const std::function<void()>& oper
 
 Progress OperationRunner::progress() {
   return [this](std::int64_t done, std::int64_t total) {
-    if (busy_ && sincePumped_.elapsed() >= kBetweenPumps) {
+    if (busy_ && isTimeToPump()) {
       counted_ = true;
       bar_.Tell(what_, done, total);
       Pump();
@@ -86,13 +85,17 @@ bool OperationRunner::LookUp() {
   if (!busy_ || !gate_.isShut()) {
     return true;  // while a message is shown it pumps for itself
   }
-  if (sincePumped_.elapsed() >= kBetweenPumps) {
+  if (isTimeToPump()) {
     if (!counted_ && sinceBegun_.elapsed() >= kUnnoticed.count()) {
       bar_.Tell(what_, 0, 0);
     }
     Pump();
   }
   return !cancelled_;
+}
+
+bool OperationRunner::isTimeToPump() const {
+  return sincePumped_.elapsed() >= pace_.count();
 }
 
 void OperationRunner::LetEventsRun() {

@@ -19,6 +19,8 @@ namespace qorhost {
 /// works when Cancel is pressed fails, and with it what it is a part of. One thread.
 class OperationRunner {
  public:
+  static constexpr std::chrono::milliseconds kUsualPace{30};  // a moment that nobody sees
+
   /// The bar, with its Cancel button, must outlive it.
   explicit OperationRunner(BusyBar& bar);
 
@@ -30,6 +32,9 @@ class OperationRunner {
   /// Runs an operation, told as `what` while it takes long. False, and nothing is run, while
   /// another one runs. What the operation raises passes through.
   bool Run(const QString& what, const std::function<void()>& operation);
+
+  /// How long the window may stand still while an operation calls back. 0 looks up at each call.
+  void SetPace(std::chrono::milliseconds pace) { pace_ = pace; }
 
   // What the operation is handed.
 
@@ -45,9 +50,11 @@ class OperationRunner {
   void Pump();
   /// False once Cancel was pressed.
   bool LookUp();
+  [[nodiscard]] bool isTimeToPump() const;
 
   BusyBar& bar_;
   InputGate gate_;
+  std::chrono::milliseconds pace_ = kUsualPace;
   QElapsedTimer sincePumped_;
   QElapsedTimer sinceBegun_;
   bool counted_ = false;  // the bar shows how far it has come

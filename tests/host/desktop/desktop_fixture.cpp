@@ -167,7 +167,7 @@ void Answers::Look() {
   }
 }
 
-CancelPress::CancelPress(MainWindow& window, By by) {
+CancelPress::CancelPress(MainWindow& window, By by) : attentive_(window) {
   auto* cancel = window.findChild<QPushButton*>(QStringLiteral("cancelOperation"));
   QObject::connect(&look_, &QTimer::timeout, &look_, [this, &window, cancel, by] {
     if (!window.runner().busy() || (by == By::kButton && !cancel->isVisible())) {

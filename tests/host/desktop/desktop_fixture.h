@@ -15,6 +15,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest/QTest>
+#include <chrono>
 #include <deque>
 #include <filesystem>
 #include <functional>
@@ -69,6 +70,21 @@ class Answers {
   std::vector<SeenBox> seen_;
 };
 
+/// Has the window look up at each call of an operation: what a test does then happens however short
+/// the operation is.
+class AttentiveWindow {
+ public:
+  explicit AttentiveWindow(MainWindow& window) : runner_(window.runner()) {
+    runner_.SetPace(std::chrono::milliseconds(0));
+  }
+  ~AttentiveWindow() { runner_.SetPace(OperationRunner::kUsualPace); }
+  AttentiveWindow(const AttentiveWindow&) = delete;
+  AttentiveWindow& operator=(const AttentiveWindow&) = delete;
+
+ private:
+  OperationRunner& runner_;
+};
+
 /// Cancels the next operation: by its button, as soon as it is shown, or by Escape, at once.
 class CancelPress {
  public:
@@ -81,6 +97,7 @@ class CancelPress {
   [[nodiscard]] const std::string& told() const { return told_; }
 
  private:
+  AttentiveWindow attentive_;
   QTimer look_;
   bool done_ = false;
   std::string told_;
