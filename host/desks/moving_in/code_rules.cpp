@@ -157,11 +157,13 @@ struct CodePlaces {
         code(work.At("DIRECTORYCODE")),
         former(work.At("OLDDIRECTORYCODE")),
         phone(work.At("PHONENUMBER")),
+        delay(work.At("TIMEDELAY")),
         undisturbed(work.At("ISDNDCHECKED")),
         undisturbedSchedule(work.At("DNDSCHEDULEID")),
         forwarded(work.At("ISCFCHECKED")),
         forwardedSchedule(work.At("CFSCHEDULEID")),
         forwardedPhone(work.At("CFPHONENUMBER")),
+        forwardedDelay(work.At("CFTIMEDELAY")),
         start(work.At("STARTDATE")),
         end(work.At("ENDDATE")),
         state(work.At("MODIFIED")) {}
@@ -171,11 +173,13 @@ struct CodePlaces {
   std::size_t code;
   std::size_t former;
   std::size_t phone;
+  std::size_t delay;
   std::size_t undisturbed;
   std::size_t undisturbedSchedule;
   std::size_t forwarded;
   std::size_t forwardedSchedule;
   std::size_t forwardedPhone;
+  std::size_t forwardedDelay;
   std::size_t start;
   std::size_t end;
   std::size_t state;
@@ -221,6 +225,8 @@ class CodeRow {
       work_.Keep(row_, at_.forwardedPhone, "missing-phone",
                  "Call Forwarding is on, and there is no phone number to forward to");
     }
+    SettleDelay(at_.delay);
+    SettleDelay(at_.forwardedDelay);
     SettlePeriod();
     SettleState();
   }
@@ -245,6 +251,14 @@ class CodeRow {
     if (!id && FlagIn(Cell(flag))) {
       work_.Keep(row_, schedule, "missing-schedule",
                  fmt::format("{} is on, without a schedule", what));
+    }
+  }
+
+  /// It stays: any other would be a guess.
+  void SettleDelay(std::size_t place) {
+    if (LongIn(Cell(place)).value_or(0) < 0) {
+      work_.Keep(row_, place, "value-range",
+                 "a delay is 0 or more: no entry takes this one, and no unit's file holds it");
     }
   }
 

@@ -53,6 +53,17 @@ void SettleOrder(RuleWork& work) {
   }
 }
 
+/// The grid takes no width below 0, and the whole report would fail for one.
+void SettleWidths(RuleWork& work) {
+  const std::size_t width = work.At("DisplayWidth");
+  work.Each([&](StagedRow& row) {
+    if (LongIn(row.cells[width]).value_or(0) < 0) {
+      work.Adjust(row, width, qorcred::Null{}, "value-range",
+                  "a width is 0 or more, and the report would fail: the column has the usual one");
+    }
+  });
+}
+
 }  // namespace
 
 void SettleReportFields(RuleWork& work) {
@@ -68,6 +79,7 @@ void SettleReportFields(RuleWork& work) {
       work.Refuse(row, name, "duplicate-field", "a row before it has the field");
     }
   });
+  SettleWidths(work);
   SettleOrder(work);
 }
 

@@ -51,7 +51,11 @@ const ordered_json& TableOf(const ordered_json& expected, std::string_view name)
 class MovedBuildings : public MovingFixture {
  protected:
   void Bring(std::string_view name, std::optional<std::int32_t> unit = std::nullopt) {
-    plan_.emplace(PlanOf(name, unit));
+    Bring(PlanOf(name, unit), name);
+  }
+
+  void Bring(MovingPlan plan, std::string_view name) {
+    plan_.emplace(std::move(plan));
     std::unique_ptr<Store> store = FreshStore();
     BringIn(*store->StartSession(AtNoon()), *plan_, name);
     Surroundings surroundings;
@@ -267,6 +271,37 @@ TEST_F(MovedBuildings, TheDirectoryCodeReportSaysWhatTheFileSays) {
   }
   EXPECT_EQ(rows.size(), 3U);
   EXPECT_THAT(rows, UnorderedElementsAreArray(wanted));
+}
+
+/// The grid refuses such a width, and with it the whole report.
+TEST_F(MovedBuildings, AWidthBelowZeroDoesNotStopTheReport) {
+  DesktopTable units;
+  units.name = "Units";
+  units.columns = {{"UnitKey", DesktopType::kLong, false, 4}};
+  units.rows = {{std::int64_t{1}}};
+  units.count = 1;
+  DesktopTable settings;
+  settings.name = "UnitSettings";
+  settings.columns = {{"UnitKey", DesktopType::kLong, false, 4},
+                      {"MaxDigitsDirectoryCode", DesktopType::kLong, false, 4}};
+  settings.rows = {{std::int64_t{1}, std::int64_t{4}}};
+  settings.count = 1;
+  DesktopTable fields;
+  fields.name = "TenantSelectionFields";
+  for (const char* column : {"RID", "FieldName", "FieldNameDisplay", "DisplayWidth", "GridType",
+                             "Display", "DisplaySeq"}) {
+    fields.columns.push_back({column, DesktopType::kLong, false, 4});
+  }
+  fields.rows = {{std::int64_t{51}, DesktopText{"DirectoryCode.DirectoryCode", true},
+                  DesktopText{"Our code", true}, std::int64_t{-1}, std::int64_t{0}, std::int64_t{1},
+                  std::int64_t{1}}};
+  fields.count = 1;
+  Bring(MovingPlan({{units, settings, fields}}, "some.mdb", std::nullopt), "some.mdb");
+  DirCodeReport report(*session_, 1);
+  ASSERT_TRUE(report.Compose().done());
+  ASSERT_TRUE(report.Run().done());
+  ASSERT_EQ(report.Visible().columns.size(), 1U);
+  EXPECT_EQ(report.Visible().columns.front().title, "Our code");
 }
 
 /// A row of a report; a cell that the file of expected values does not tell is nothing.

@@ -370,6 +370,60 @@ TEST(MovingPlans, CodesBelowMinusOneAreToldAndKept) {
                           "kept row 4 PHONENUMBER Null [missing-phone]"));
 }
 
+TEST(MovingPlans, DelaysBelowZeroAreToldAndKept) {
+  const MovingPlan plan(
+      {{UnitTable({1}),
+        TableOf("DirectoryCode",
+                {"RID", "UNITKEY", "DIRECTORYCODE", "PHONENUMBER", "TIMEDELAY", "CFTIMEDELAY"},
+                {{N(1), N(1), N(1), DesktopText{"1", true}, N(0), N(2147483647)},
+                 {N(2), N(1), N(2), DesktopText{"1", true}, N(-1), DesktopNull{}},
+                 {N(3), N(1), N(3), DesktopText{"1", true}, DesktopNull{}, N(-5)},
+                 {N(4), N(1), N(-1), DesktopText{"1", true}, N(-1), N(-1)}})}},
+      "some.mdb", std::nullopt);
+  EXPECT_THAT(ToldOf(plan, "DirectoryCode"), ElementsAre("kept row 2 TIMEDELAY -1 [value-range]",
+                                                         "kept row 3 CFTIMEDELAY -5 [value-range]"))
+      << "a code of -1 is in no list and has no delay";
+}
+
+/// The two of them are the display mode, of which each pair has a meaning.
+TEST(MovingPlans, DisplayModesAreAnyPairOfYesAndNo) {
+  DesktopTable codes = TableOf(
+      "DirectoryCode",
+      {"RID", "UNITKEY", "DIRECTORYCODE", "PHONENUMBER", "SHOWDISPLAYNAME", "SHOWDIRECTORYCODE"},
+      {});
+  const auto add = [&](std::int64_t number, DesktopCell name, DesktopCell code) {
+    codes.rows.push_back(
+        {N(number), N(1), N(number), DesktopText{"1", true}, std::move(name), std::move(code)});
+  };
+  add(1, N(0), N(0));
+  add(2, N(-1), N(0));
+  add(3, N(0), N(1));
+  add(4, N(-1), N(-1));
+  add(5, N(3), DesktopNull{});
+  codes.count = codes.rows.size();
+  const MovingPlan plan({{UnitTable({1}), codes}}, "some.mdb", std::nullopt);
+  EXPECT_THAT(ToldOf(plan, "DirectoryCode"),
+              ElementsAre("adjusted row 5 SHOWDISPLAYNAME 3 -> Yes [number-for-flag]",
+                          "adjusted row 5 SHOWDIRECTORYCODE Null -> No [null-flag]"));
+}
+
+TEST(MovingPlans, WidthsBelowZeroBecomeTheUsualOnes) {
+  const auto field = [](std::int64_t rid, const char* name, DesktopCell width) {
+    return std::vector<DesktopCell>{N(rid), DesktopText{name, true}, std::move(width), N(1),
+                                    N(rid)};
+  };
+  const MovingPlan plan(
+      {{UnitTable({1}), TableOf("TenantSelectionFields",
+                                {"RID", "FieldName", "DisplayWidth", "Display", "DisplaySeq"},
+                                {field(51, "DirectoryCode.DirectoryCode", N(0)),
+                                 field(52, "DirectoryCode.PhoneNumber", N(-1)),
+                                 field(53, "DirectoryCode.Extension", N(2147483647)),
+                                 field(54, "DirectoryCode.TimeDelay", DesktopNull{})})}},
+      "some.mdb", std::nullopt);
+  EXPECT_THAT(ToldOf(plan, "TenantSelectionFields"),
+              ElementsAre("adjusted row 2 DisplayWidth -1 -> Null [value-range]"));
+}
+
 struct SettingCase {
   const char* column;
   std::int64_t lowest;
