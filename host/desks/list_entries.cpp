@@ -33,18 +33,13 @@ std::string NumbersOf(const ListModel& list, const std::vector<std::int32_t>& en
 /// order, cut short, without accents and letter case.
 std::vector<std::int32_t> EntriesWithWords(const ListModel& list, std::string_view text,
                                            std::int32_t placeholders) {
-  const Words wanted = WordsOf(text);
-  NameMatch best = NameMatch::kParts;
-  std::vector<std::int32_t> found;
+  std::vector<Words> names;
   for (std::int32_t index = placeholders; index < list.count(); ++index) {
-    const NameMatch match = MatchOf(wanted, WordsOf(list.Text(index)));
-    if (match > best) {
-      best = match;
-      found.clear();
-    }
-    if (match == best) {
-      found.push_back(index);
-    }
+    names.push_back(WordsOf(list.Text(index)));
+  }
+  std::vector<std::int32_t> found;
+  for (const std::size_t place : BestMatches(WordsOf(text), names)) {
+    found.push_back(placeholders + static_cast<std::int32_t>(place));
   }
   return found;
 }

@@ -221,4 +221,20 @@ NameMatch MatchOf(const Words& wanted, const Words& name) {
   return WantedWords(wanted).MatchOf(std::vector<std::string_view>(name.begin(), name.end()));
 }
 
+std::vector<std::size_t> BestMatches(const Words& wanted, std::span<const Words> names) {
+  NameMatch best = NameMatch::kParts;
+  std::vector<std::size_t> places;
+  for (std::size_t at = 0; at < names.size(); ++at) {
+    const NameMatch match = MatchOf(wanted, names[at]);
+    if (match > best) {
+      best = match;
+      places.clear();
+    }
+    if (match == best) {
+      places.push_back(at);
+    }
+  }
+  return places;
+}
+
 }  // namespace qorhost

@@ -80,4 +80,9 @@ class WantedWords {
 /// How well `wanted` goes with one name.
 [[nodiscard]] NameMatch MatchOf(const Words& wanted, const Words& name);
 
+/// The places of the names with which `wanted` goes best, in their order; none where it goes with
+/// none of them.
+[[nodiscard]] std::vector<std::size_t> BestMatches(const Words& wanted,
+                                                   std::span<const Words> names);
+
 }  // namespace qorhost

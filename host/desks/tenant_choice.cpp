@@ -69,19 +69,7 @@ class Directory {
         names_.push_back(WordsOf(tenant.Name()));
       }
     }
-    const Words wanted = WordsOf(given);
-    NameMatch best = NameMatch::kNone;
-    std::vector<std::size_t> places;
-    for (std::size_t at = 0; at < names_.size(); ++at) {
-      const NameMatch match = MatchOf(wanted, names_[at]);
-      if (match > best) {
-        best = match;
-        places.clear();
-      }
-      if (match == best && match != NameMatch::kNone) {
-        places.push_back(at);
-      }
-    }
+    const std::vector<std::size_t> places = BestMatches(WordsOf(given), names_);
     if (places.empty()) {
       RefuseUnknown(given);
     }

@@ -53,6 +53,17 @@ TEST(NameWords, AWordOfTheNameStandsForOneOnly) {
   EXPECT_EQ(MatchOf(WordsOf("t tanaka"), WordsOf("Tanaka T")), NameMatch::kWhole);
 }
 
+TEST(NameWords, FindTheNamesWithWhichTheyGoBest) {
+  const std::vector<Words> names{WordsOf("Tanaka Xenia"), WordsOf("Tan Xaver"), WordsOf("Tan"),
+                                 WordsOf("Öztürk Tan"), WordsOf("TAN")};
+  EXPECT_THAT(BestMatches(WordsOf("tan"), names), ElementsAre(2, 4)) << "a whole name";
+  EXPECT_THAT(BestMatches(WordsOf("x tan"), names), ElementsAre(0, 1)) << "parts alone";
+  EXPECT_THAT(BestMatches(WordsOf("ozturk"), names), ElementsAre(3));
+  EXPECT_THAT(BestMatches(WordsOf("none"), names), IsEmpty());
+  EXPECT_THAT(BestMatches({}, names), IsEmpty());
+  EXPECT_THAT(BestMatches(WordsOf("tan"), {}), IsEmpty());
+}
+
 TEST(NameReaders, ReadTheWordsOfOneTextAfterTheOther) {
   NameReader reader;
   for (const char* text : {"", " ", "Tanaka", "O'Brien-Smith, J.", "Öztürk  Zeynep", "x'y 2nd",
