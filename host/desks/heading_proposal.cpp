@@ -189,12 +189,13 @@ std::vector<SheetProposal> ProposalsFor(const ImportSheet& sheet,
     if (sheet.IsMeaningKnown(place, columns)) {
       continue;
     }
+    SheetProposal& one = proposed.emplace_back(SheetProposal{place, {}});
     if (const auto column = ColumnLike(sheet.headings()[place], columns, taken)) {
-      proposed.push_back({place, std::string(columns[*column].heading)});
+      one.column = columns[*column].heading;
       taken.push_back(*column);
     }
   }
-  return proposed;
+  return taken.empty() ? std::vector<SheetProposal>() : proposed;
 }
 
 }  // namespace qorhost

@@ -31,11 +31,12 @@ namespace qorhost {
 /// What a heading of a sheet may stand for.
 struct SheetProposal {
   std::size_t place;
-  std::string column;  ///< the import's
+  std::string column;  ///< the import's; "" to leave it out
 };
 
 /// For each heading of a sheet whose meaning nobody knows the column that it may stand for, each
-/// column once; headings that are like none are left out.
+/// column once; one that is like none may be left out. Nothing where no heading is known or like a
+/// column: the first line may be a title.
 [[nodiscard]] std::vector<SheetProposal> ProposalsFor(const ImportSheet& sheet,
                                                       std::span<const ImportColumn> columns);
 

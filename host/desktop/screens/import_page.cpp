@@ -267,8 +267,9 @@ std::vector<SheetProposal> ImportPage::Proposals() const {
 void ImportPage::ShowProposals() {
   QStringList proposed;
   for (const SheetProposal& one : Proposals()) {
-    proposed.append(
-        tr("“%1” as %2").arg(ui_->column->itemText(static_cast<int>(one.place)), ToQt(one.column)));
+    const QString heading = ui_->column->itemText(static_cast<int>(one.place));
+    proposed.append(one.column.empty() ? tr("“%1” left out").arg(heading)
+                                       : tr("“%1” as %2").arg(heading, ToQt(one.column)));
   }
   ui_->proposal->setText(
       tr("Read headings as they seem to be meant: %1?").arg(proposed.join(QStringLiteral(", "))));

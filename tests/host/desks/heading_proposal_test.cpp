@@ -96,7 +96,7 @@ TEST(HeadingProposal, LooksAtWhatSomebodyHasSaidInstead) {
   EXPECT_EQ(ProposedFor("Who,Where\n", form), (Proposed{{"Who", "Name"}}));
 }
 
-TEST(HeadingProposal, OfASheetLeavesOutWhatIsKnownAndWhatIsTaken) {
+TEST(HeadingProposal, OfASheetIsForWhatIsNotKnownAndNotTaken) {
   ImportSheet sheet("Full name,Forename,Badge no,Colour,Phone No.\nRae,Zo,1,red,5\n", {});
   const auto told = [&sheet] {
     std::string text;
@@ -105,11 +105,16 @@ TEST(HeadingProposal, OfASheetLeavesOutWhatIsKnownAndWhatIsTaken) {
     }
     return text;
   };
-  EXPECT_EQ(told(), "0 Name; 1 First Name; 2 Card Number; ");
+  EXPECT_EQ(told(), "0 Name; 1 First Name; 2 Card Number; 3 ; ");
   sheet.SetMeaning(1, "");
-  EXPECT_EQ(told(), "0 Name; 2 Card Number; ");
+  EXPECT_EQ(told(), "0 Name; 2 Card Number; 3 ; ");
   sheet.SetMeaning(3, "Name");
-  EXPECT_EQ(told(), "2 Card Number; ");
+  EXPECT_EQ(told(), "0 ; 2 Card Number; ") << "the name is taken";
+}
+
+TEST(HeadingProposal, OfASheetIsNothingWhereNoHeadingIsKnown) {
+  const ImportSheet sheet("Colour,Shape\nred,round\n", {});
+  EXPECT_TRUE(ProposalsFor(sheet, TenantFileColumns()).empty());
 }
 
 }  // namespace
