@@ -8,6 +8,7 @@
 #include "host/cli/progress.h"
 #include "host/desks/moving_in/moving_in.h"
 #include "host/desks/store_copy.h"
+#include "host/desks/store_file.h"
 #include "host/desks/whole_number.h"
 #include "host/desks/words.h"
 #include "host/files/file_error.h"
@@ -83,6 +84,30 @@ UnitKeys UnitsOf(const GlobalOptions& global, const CopyOptions& options) {
   return units;
 }
 
+/// The one unit that is brought in; nothing for all.
+std::optional<std::int32_t> UnitToBringIn(const UnitKeys& units) {
+  if (units.size() > 1) {
+    throw UsageError("of a desktop database one unit comes, or all: name one with --unit");
+  }
+  return units.empty() ? std::nullopt : std::optional(units.front());
+}
+
+/// The same as `init --from` with --to as the new store.
+ExitStatus BringInto(const GlobalOptions& global, const CopyOptions& options,
+                     const std::filesystem::path& from, Console& console) {
+  GlobalOptions target = global;
+  target.file = options.to;
+  target.unit = UnitToBringIn(UnitsOf(global, options));
+  MovingOptions moving = options.moving;
+  moving.from = from.string();
+  moving.never = FilesOfStore(global.file);
+  NewStorePlace place;
+  place.force = options.force;
+  place.trial = options.trial;
+  place.namedBy = "--to";
+  return RunMoving(target, moving, place, console);
+}
+
 }  // namespace
 
 void DescribeCopy(CommandPlace place, const GlobalOptions& global, CopyOptions& options) {
@@ -90,9 +115,13 @@ void DescribeCopy(CommandPlace place, const GlobalOptions& global, CopyOptions& 
       AddCommand(place, "copy", "Copy the store, or units of it, into another one, file or server",
                  "  qorhost copy --to postgresql://server/buildings\n"
                  "  qorhost copy --from annex.db --to building.db --unit 12 --dry-run\n"
-                 "  qorhost copy --from annex.db --to building.db --units 12,14",
+                 "  qorhost copy --from annex.db --to building.db --units 12,14\n"
+                 "  qorhost copy --from building.mdb --to postgresql://server/buildings",
                  [&](Console& console) { return RunCopy(global, options, console); });
-  copy->add_option("--from", options.from, "The store that is copied (that of --db)")
+  copy->add_option(
+          "--from", options.from,
+          "The store that is copied (that of --db), or a desktop database file, .mdb or .accdb, "
+          "which becomes a new store as with 'init --from'")
       ->type_name("STORE");
   copy->add_option("--to", options.to,
                    "The store that it comes into; made where there is none. Into one that has "
@@ -111,12 +140,25 @@ void DescribeCopy(CommandPlace place, const GlobalOptions& global, CopyOptions& 
         return WholeNumber(key) ? std::string()
                                 : fmt::format("'{}' is no key of a unit: give a whole number", key);
       });
+  constexpr std::string_view kOfDesktopFile = "With a desktop database";
+  DescribeMovingChoices(*copy, kOfDesktopFile, options.moving);
+  copy->add_flag("--force", options.force,
+                 fmt::format("{}: replace a store and a report that are there", kOfDesktopFile));
   DescribeTrial(*copy, options.trial);
 }
 
 ExitStatus RunCopy(const GlobalOptions& global, const CopyOptions& options, Console& console) {
+  const std::filesystem::path from =
+      options.from ? std::filesystem::path(*options.from) : global.file;
+  if (NamesDesktopFile(from)) {
+    return BringInto(global, options, from, console);
+  }
+  if (HasMovingChoices(options.moving) || options.force) {
+    throw UsageError(
+        "--report, --skip-bad-rows, --code-page and --force go with a desktop database in --from");
+  }
   CopyOrder order;
-  order.from = options.from ? std::filesystem::path(*options.from) : global.file;
+  order.from = from;
   order.to = options.to;
   order.units = UnitsOf(global, options);
   order.clock = console.environment.clock;
@@ -124,7 +166,6 @@ ExitStatus RunCopy(const GlobalOptions& global, const CopyOptions& options, Cons
   order.patience = PatienceOf(global, console);
   order.trial = TrialOf(options.trial);
   order.progress = BarOn(console, global.trace);
-  RequireNoDesktopFile(order.from);
   const StoreCopy made = CopyStore(order);
   console.stored = !options.trial;
   if (global.json) {

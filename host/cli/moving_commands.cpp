@@ -40,6 +40,7 @@ class ReportFile {
   /// Raises UsageError and what RequirePlace() raises: before anything is read.
   ReportFile(const GlobalOptions& global, const MovingOptions& options, bool force)
       : place_(options.report), writing_{StandingOf(force), FilesOfStore(global.file)} {
+    writing_.never.insert(writing_.never.end(), options.never.begin(), options.never.end());
     if (!place_) return;
     if (AreOneFile(*place_, *options.from)) {
       throw UsageError("--report names the file that is brought in: name another one");
@@ -140,40 +141,20 @@ void TellOddities(const MovingPlan& plan, const ReportFile& report, Console& con
                                    Counted(adjusted, "cell", "cells"), kept, report.Advice());
 }
 
-/// "The file has no table DOORS: the units have no doors."
-void TellMissing(const MovingPlan& plan, Console& console) {
-  std::vector<std::string> columns;
-  for (const MissingThing& thing : plan.missing()) {
-    if (thing.column.empty()) {
-      console.Remarks() << fmt::format("The file has no table {}: {}.\n", thing.table, thing.means);
-    } else {
-      columns.push_back(fmt::format("{}.{} ({})", thing.table, thing.column, thing.means));
-    }
-  }
-  if (!columns.empty()) {
-    console.Remarks() << fmt::format("The file does not have these columns: {}.\n",
-                                     SomeNames(columns));
+void TellNames(std::string_view what, const std::vector<std::string>& names, Console& console) {
+  if (!names.empty()) {
+    console.Remarks() << fmt::format("{}: {}.\n", what, SomeNames(names));
   }
 }
 
-void TellLeft(const MovingPlan& plan, Console& console) {
-  std::vector<std::string> tables;
-  std::vector<std::string> columns;
-  for (const LeftThing& thing : plan.left()) {
-    if (thing.column.empty()) {
-      tables.push_back(fmt::format("{} ({})", thing.table, Counted(thing.rows, "row", "rows")));
-    } else {
-      columns.push_back(fmt::format("{}.{}", thing.table, thing.column));
-    }
-  }
-  if (!tables.empty()) {
-    console.Remarks() << fmt::format("Left, for a store has no such tables: {}.\n",
-                                     SomeNames(tables));
-  }
-  if (!columns.empty()) {
-    console.Remarks() << fmt::format("Left, for a store has no such columns: {}.\n",
-                                     SomeNames(columns));
-  }
+/// "The file does not have these tables: DOORS (the units have no doors)."
+void TellMissingAndLeft(const MovingPlan& plan, Console& console) {
+  const NamedThings missing = NamesOfMissing(plan);
+  TellNames("The file does not have these tables", missing.tables, console);
+  TellNames("The file does not have these columns", missing.columns, console);
+  const NamedThings left = NamesOfLeft(plan);
+  TellNames("Left, for a store has no such tables", left.tables, console);
+  TellNames("Left, for a store has no such columns", left.columns, console);
 }
 
 void TellNewStore(const GlobalOptions& global, const MovingPlan& plan, const MovingOptions& options,
@@ -181,8 +162,7 @@ void TellNewStore(const GlobalOptions& global, const MovingPlan& plan, const Mov
   console.Remarks() << fmt::format("Created {} from {}: {}.\n", Displayable(global.file.string()),
                                    Displayable(*options.from), ContentsOf(plan));
   TellOddities(plan, report, console);
-  TellMissing(plan, console);
-  TellLeft(plan, console);
+  TellMissingAndLeft(plan, console);
   try {
     const std::size_t findings = FindingsInNewStore(global, console);
     console.Remarks() << (findings == 0
@@ -227,20 +207,34 @@ void DescribeMoving(CLI::App& init, MovingOptions& options) {
                   "Bring a building in from a desktop database file, .mdb or .accdb; with --unit "
                   "one unit alone")
       ->type_name("FILE");
-  init.add_option("--report", options.report,
-                  "With --from: write what was odd in it to a file, as text, or as CSV to one "
-                  "called .csv")
+  DescribeMovingChoices(init, "With --from", options);
+}
+
+void DescribeMovingChoices(CLI::App& command, std::string_view when, MovingOptions& options) {
+  command
+      .add_option("--report", options.report,
+                  fmt::format("{}: write what was odd in it to a file, as text, or as CSV to one "
+                              "called .csv",
+                              when))
       ->type_name("FILE");
-  init.add_flag("--skip-bad-rows", options.skipBadRows,
-                "With --from: leave out the rows that cannot be brought in, and bring in the rest");
-  init.add_option("--code-page", options.codePage,
-                  "With --from: the code page of texts in a file of the oldest format, as 1250 "
-                  "(that of the file)")
+  command.add_flag("--skip-bad-rows", options.skipBadRows,
+                   fmt::format("{}: leave out the rows that cannot be brought in, and bring in the "
+                               "rest",
+                               when));
+  command
+      .add_option("--code-page", options.codePage,
+                  fmt::format("{}: the code page of texts in a file of the oldest format, as 1250 "
+                              "(that of the file)",
+                              when))
       ->type_name("N");
 }
 
+bool HasMovingChoices(const MovingOptions& options) {
+  return options.report || options.skipBadRows || options.codePage;
+}
+
 bool RunsMoving(const MovingOptions& options) {
-  if (!options.from && (options.report || options.skipBadRows || options.codePage)) {
+  if (!options.from && HasMovingChoices(options)) {
     throw UsageError("--report, --skip-bad-rows and --code-page go with --from FILE");
   }
   return options.from.has_value();

@@ -1,5 +1,7 @@
 #include "host/cli/new_store.h"
 
+#include <fmt/format.h>
+
 #include <string>
 
 #include "host/cli/operator.h"
@@ -15,24 +17,23 @@ void PutNewStore(const GlobalOptions& global, const NewStorePlace& place, bool d
         .Asks(found + ". Replace it all the same?");
   };
   Replaced replaced = Replaced::kIsGone;
+  const std::string another = fmt::format("name another file with {}", place.namedBy);
   try {
-    AdvisingOnExisting("name another file with --db, or replace it with --force", [&] {
+    AdvisingOnExisting(another + ", or replace it with --force", [&] {
       replaced = PutStore(global.file,
                           {demo, console.environment.clock, console.environment.author,
                            TrialOf(place.trial), contents, place.distributed, place.roles},
                           StandingOf(place.force), PatienceOf(global, console), asks);
     });
   } catch (const DoubtfulStore& doubtful) {
-    throw RefusedError(std::string(doubtful.what()) +
-                       ": name another file with --db, or say --yes as well");
+    throw RefusedError(fmt::format("{}: {}, or say --yes as well", doubtful.what(), another));
   } catch (const ForeignFile& foreign) {
-    throw RefusedError(std::string(foreign.what()) +
-                       ": name another file with --db, or move it away");
+    throw RefusedError(fmt::format("{}: {}, or move it away", foreign.what(), another));
   } catch (const FileError& failure) {
     if (failure.problem() != FileProblem::kOccupied) {
       throw;
     }
-    throw RefusedError(std::string(failure.what()) + ": name a file with --db");
+    throw RefusedError(fmt::format("{}: name a file with {}", failure.what(), place.namedBy));
   }
   if (replaced == Replaced::kIsLeft) {
     console.err << "The store that was replaced could not be removed, for somebody goes on reading "

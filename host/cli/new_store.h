@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 #include "host/cli/command_session.h"
 #include "host/desks/store_file.h"
@@ -10,10 +11,11 @@ namespace qorhost {
 
 /// What --force, --dry-run and --distributed say of it.
 struct NewStorePlace {
-  bool force = false;        ///< replace a store that is there
-  bool trial = false;        ///< make it, and do not put it in its place
-  bool distributed = false;  ///< of --distributed: spread its tables over several servers
-  StoreRoles roles = {};     ///< of --operators and --administrators
+  bool force = false;                 ///< replace a store that is there
+  bool trial = false;                 ///< make it, and do not put it in its place
+  bool distributed = false;           ///< of --distributed: spread its tables over several servers
+  StoreRoles roles = {};              ///< of --operators and --administrators
+  std::string_view namedBy = "--db";  ///< the option that names the place
 };
 
 /// Puts a store in the place that `global` names: empty, with the demo building, or with what

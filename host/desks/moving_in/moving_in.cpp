@@ -8,8 +8,10 @@
 #include <vector>
 
 #include "frame/convert.h"
+#include "frame/text.h"
 #include "host/desks/desk_error.h"
 #include "host/files/desktop_file/desktop_file.h"
+#include "host/store/server_name.h"
 
 namespace qorhost {
 
@@ -108,13 +110,10 @@ std::optional<std::filesystem::path> LockBeside(const std::filesystem::path& fil
   return std::nullopt;
 }
 
-void RequireNoDesktopFile(const std::filesystem::path& file) {
-  if (IsDesktopFile(file)) {
-    throw RefusedError(fmt::format(
-        "'{0}' is a desktop database and no store: 'qorhost --db STORE init --from {0}' makes one "
-        "of it",
-        file.string()));
-  }
+bool NamesDesktopFile(const std::filesystem::path& file) {
+  const std::string ending = qorcred::UpperAscii(file.extension().string());
+  return (!IsServerName(file.string()) && (ending == ".MDB" || ending == ".ACCDB")) ||
+         IsDesktopFile(file);
 }
 
 MovingPlan PlanMoving(const MovingOrder& order) {

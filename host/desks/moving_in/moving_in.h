@@ -24,8 +24,9 @@ struct MovingOrder {
 /// where none is there. What it has not written yet is not in the database.
 [[nodiscard]] std::optional<std::filesystem::path> LockBeside(const std::filesystem::path& file);
 
-/// Raises RefusedError for such a file where a store was meant, and says how it becomes one.
-void RequireNoDesktopFile(const std::filesystem::path& file);
+/// Whether a name, where a store could be meant as well, is that of such a file: by its contents,
+/// or by its ending, so that one which cannot be read is told so.
+[[nodiscard]] bool NamesDesktopFile(const std::filesystem::path& file);
 
 /// Reads the file and settles every row. Raises FileError where it cannot be read whole, and
 /// RefusedError where it holds no building.

@@ -53,34 +53,6 @@ void PrintNames(std::ostream& out, std::string_view title, const std::vector<std
   for (const std::string& name : names) out << "  " << VisibleText(name) << '\n';
 }
 
-void PrintMissing(std::ostream& out, const MovingPlan& plan) {
-  std::vector<std::string> tables;
-  std::vector<std::string> columns;
-  for (const MissingThing& thing : plan.missing()) {
-    if (thing.column.empty()) {
-      tables.push_back(fmt::format("{}: {}", thing.table, thing.means));
-    } else {
-      columns.push_back(fmt::format("{}.{}: {}", thing.table, thing.column, thing.means));
-    }
-  }
-  PrintNames(out, "The file does not have these tables", tables);
-  PrintNames(out, "The file does not have these columns", columns);
-}
-
-void PrintLeft(std::ostream& out, const MovingPlan& plan) {
-  std::vector<std::string> tables;
-  std::vector<std::string> columns;
-  for (const LeftThing& thing : plan.left()) {
-    if (thing.column.empty()) {
-      tables.push_back(fmt::format("{}, {}", thing.table, Counted(thing.rows, "row", "rows")));
-    } else {
-      columns.push_back(fmt::format("{}.{}", thing.table, thing.column));
-    }
-  }
-  PrintNames(out, "Left: tables that a store does not have", tables);
-  PrintNames(out, "Left: columns that a store does not have", columns);
-}
-
 Value OrNull(std::string_view text) {
   return text.empty() ? Value(Null{}) : Value(std::string(text));
 }
@@ -106,6 +78,31 @@ void PrintNumbers(std::ostream& out, const MovingPlan& plan) {
 }
 
 }  // namespace
+
+NamedThings NamesOfMissing(const MovingPlan& plan) {
+  NamedThings names;
+  for (const MissingThing& thing : plan.missing()) {
+    if (thing.column.empty()) {
+      names.tables.push_back(fmt::format("{} ({})", thing.table, thing.means));
+    } else {
+      names.columns.push_back(fmt::format("{}.{} ({})", thing.table, thing.column, thing.means));
+    }
+  }
+  return names;
+}
+
+NamedThings NamesOfLeft(const MovingPlan& plan) {
+  NamedThings names;
+  for (const LeftThing& thing : plan.left()) {
+    if (thing.column.empty()) {
+      names.tables.push_back(
+          fmt::format("{} ({})", thing.table, Counted(thing.rows, "row", "rows")));
+    } else {
+      names.columns.push_back(fmt::format("{}.{}", thing.table, thing.column));
+    }
+  }
+  return names;
+}
 
 Table SettledTable(const MovingPlan& plan) {
   Table table;
@@ -190,8 +187,12 @@ void PrintMovingReport(std::ostream& out, const MovingPlan& plan, std::string_vi
                      plan.CountOf(Settlement::kKept));
   PrintNumbers(out, plan);
   for (const Section& section : kSections) PrintSection(out, plan, section);
-  PrintMissing(out, plan);
-  PrintLeft(out, plan);
+  const NamedThings missing = NamesOfMissing(plan);
+  PrintNames(out, "The file does not have these tables", missing.tables);
+  PrintNames(out, "The file does not have these columns", missing.columns);
+  const NamedThings left = NamesOfLeft(plan);
+  PrintNames(out, "Left: tables that a store does not have", left.tables);
+  PrintNames(out, "Left: columns that a store does not have", left.columns);
 }
 
 }  // namespace qorhost

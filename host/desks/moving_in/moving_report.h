@@ -2,7 +2,9 @@
 #pragma once
 
 #include <ostream>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/desks/moving_in/moving_plan.h"
 #include "host/files/table.h"
@@ -14,6 +16,16 @@ namespace qorhost {
 [[nodiscard]] Table SettledTable(const MovingPlan& plan);
 /// The same, and behind them a row for each table and column that the file or a store lacks.
 [[nodiscard]] Table OddTable(const MovingPlan& plan);
+/// Tables and columns by name, with what is to be known of them in brackets; they hold what the
+/// file calls itself.
+struct NamedThings {
+  std::vector<std::string> tables;
+  std::vector<std::string> columns;
+};
+/// What a store has and the file has not: "DOORS (the units have no doors)".
+[[nodiscard]] NamedThings NamesOfMissing(const MovingPlan& plan);
+/// What the file has and a store has not: "AccessEvents (25 rows)", "Units.InstalledOn".
+[[nodiscard]] NamedThings NamesOfLeft(const MovingPlan& plan);
 /// What a store has and the file has not: table, column (Null of a whole table), what it means.
 [[nodiscard]] Table MissingTable(const MovingPlan& plan);
 /// What the file has and a store has not: table, column or rows.

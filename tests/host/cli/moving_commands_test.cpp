@@ -122,9 +122,10 @@ TEST_F(MovingCommands, AReportTakesNoOtherFilesPlace) {
 TEST_F(MovingCommands, ATrialTellsAllAndLeavesNothing) {
   const Outcome outcome = Bring("building-2010.accdb", {"--dry-run"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_THAT(outcome.out, AllOf(HasSubstr("496 rows to bring in"), HasSubstr("Site Notes, 4 rows"),
-                                 HasSubstr("CredentialBank.Deposit"),
-                                 HasSubstr("This was a trial, nothing was changed.")));
+  EXPECT_THAT(outcome.out,
+              AllOf(HasSubstr("496 rows to bring in"), HasSubstr("Site Notes (4 rows)"),
+                    HasSubstr("CredentialBank.Deposit"),
+                    HasSubstr("This was a trial, nothing was changed.")));
   EXPECT_EQ(std::distance(fs::directory_iterator(folder()), fs::directory_iterator()), 0);
   EXPECT_EQ(Bring("building-odd.mdb", {"-n"}).status, 1);
   EXPECT_EQ(Bring("building-odd.mdb", {"-n", "--skip-bad-rows"}).status, 0);
@@ -180,11 +181,12 @@ TEST_F(MovingCommands, WhatTheFileLacksIsToldWithWhatThatMeans) {
   std::ofstream(File("floors.mdb"), std::ios::binary) << bytes;
   const Outcome outcome = Run({"init", "--from", File("floors.mdb"), "--report", File("odd.csv")});
   ASSERT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_THAT(outcome.out,
-              AllOf(HasSubstr("The file has no table DOORS: the units have no doors.\n"),
-                    HasSubstr("The file does not have these columns: Tenants.DOORSCHEDULE1 (it is "
-                              "empty in every row).\n"),
-                    HasSubstr("Foors (15 rows)"), HasSubstr("Tenants.FOORSCHEDULE1")));
+  EXPECT_THAT(
+      outcome.out,
+      AllOf(HasSubstr("The file does not have these tables: DOORS (the units have no doors)"),
+            HasSubstr("The file does not have these columns: Tenants.DOORSCHEDULE1 (it is "
+                      "empty in every row).\n"),
+            HasSubstr("Foors (15 rows)"), HasSubstr("Tenants.FOORSCHEDULE1")));
   EXPECT_THAT(TextOf("odd.csv"),
               AllOf(HasSubstr("missing,DOORS,,,,,,missing-table,the file does not have this table"),
                     HasSubstr("missing,Tenants,,,DOORSCHEDULE1,,,missing-column,"),
@@ -208,12 +210,83 @@ TEST_F(MovingCommands, AUnitWithoutSettingsIsMendedByTheCommandThatIsNamed) {
   EXPECT_EQ(Run(add).status, 0);
 }
 
-TEST_F(MovingCommands, CopyNamesTheCommandThatBringsSuchAFileIn) {
-  const Outcome outcome =
-      Run({"copy", "--from", Sample("building-2000.mdb"), "--to", File("b.db")});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr("init --from " + Sample("building-2000.mdb")));
+TEST_F(MovingCommands, CopyBringsABuildingInAsInitDoes) {
+  for (const char* name : {"building-2000.mdb", "building-odd.mdb"}) {
+    SCOPED_TRACE(name);
+    const Outcome made = Bring(name, {"--skip-bad-rows", "--force", "--json"});
+    ASSERT_EQ(made.status, 0) << made.err;
+    const Outcome copied = Run({"copy", "--from", Sample(name), "--to", File("copied.db"),
+                                "--skip-bad-rows", "--force", "--json"});
+    ASSERT_EQ(copied.status, 0) << copied.err;
+    json here = json::parse(made.out);
+    json there = json::parse(copied.out);
+    EXPECT_EQ(there.at("added").at(0).at("name"), File("copied.db"));
+    here.erase("added");
+    there.erase("added");
+    EXPECT_EQ(there, here);
+    for (const std::vector<std::string>& command :
+         std::vector<std::vector<std::string>>{{"tenants", "list"},
+                                               {"credentials", "list"},
+                                               {"dircodes", "list"},
+                                               {"check"},
+                                               {"history", "show", "1"}}) {
+      std::vector<std::string> words{"--db", File("copied.db")};
+      words.insert(words.end(), command.begin(), command.end());
+      EXPECT_EQ(Run(words).out, Run(command).out) << testing::PrintToString(command);
+    }
+  }
+}
+
+TEST_F(MovingCommands, CopyTakesTheSameOptionsOfABuilding) {
+  const auto copy = [this](const std::string& name, std::vector<std::string> more) {
+    more.insert(more.begin(), {"copy", "--from", Sample(name), "--to", File("b.db")});
+    return Run(std::move(more));
+  };
+  EXPECT_EQ(copy("building-odd.mdb", {"--report", File("odd.csv")}).status, 1);
+  EXPECT_THAT(TextOf("odd.csv"), HasSubstr("duplicate-key"));
+  EXPECT_THAT(copy("building-2000.mdb", {"-n"}).out, HasSubstr("Would create " + File("b.db")));
+  EXPECT_EQ(copy("building-2000.mdb", {"--units", "3,7"}).status, 2);
+  EXPECT_THAT(copy("building-2000.mdb", {"--code-page", "1"}).err, HasSubstr("no code page 1"));
   EXPECT_FALSE(fs::exists(File("b.db")));
+  EXPECT_EQ(copy("building-2000.mdb", {"--units", "7"}).status, 0);
+  EXPECT_EQ(Rows({"--db", File("b.db"), "units"}).size(), 1U);
+  EXPECT_THAT(copy("building-2000.mdb", {}).err,
+              AllOf(HasSubstr("exists already"),
+                    HasSubstr("name another file with --to, or replace it with --force")));
+  EXPECT_EQ(copy("building-2000.mdb", {"--force", "--unit", "3"}).status, 0);
+  EXPECT_EQ(Rows({"--db", File("b.db"), "units"}).front().at("unit"), 3);
+  EXPECT_EQ(copy("building-2000.mdb", {"--force"}).status, 0);
+  EXPECT_EQ(Rows({"--db", File("b.db"), "units"}).size(), 4U);
+}
+
+TEST_F(MovingCommands, CopyWritesOverNeitherTheFileNorAStore) {
+  fs::copy_file(Sample("encoded-2000.mdb"), File("building.mdb"));
+  ASSERT_EQ(Run({"init", "--demo"}).status, 0);
+  const std::string file = TextOf("building.mdb");
+  const std::vector<std::string> onto{
+      "copy", "--from", File("building.mdb"), "--to", File("building.mdb"), "--force"};
+  EXPECT_EQ(Run(onto).status, 1);
+  EXPECT_EQ(TextOf("building.mdb"), file);
+  EXPECT_NE(Run({"copy", "--from", File("building.mdb"), "--to", File("b.db"), "--report",
+                 File("building.db"), "--force"})
+                .status,
+            0)
+      << "that is the store of --db";
+  EXPECT_EQ(Rows({"units"}).size(), 3U);
+  EXPECT_FALSE(fs::exists(File("b.db")));
+}
+
+TEST_F(MovingCommands, CopyOfAStoreTakesNoOptionsOfABuilding) {
+  ASSERT_EQ(Run({"init", "--demo"}).status, 0);
+  for (const std::vector<std::string>& option : std::vector<std::vector<std::string>>{
+           {"--force"}, {"--skip-bad-rows"}, {"--report", "odd.txt"}, {"--code-page", "1250"}}) {
+    std::vector<std::string> words{"copy", "--to", File("b.db")};
+    words.insert(words.end(), option.begin(), option.end());
+    const Outcome outcome = Run(words);
+    EXPECT_EQ(outcome.status, 2) << option.front();
+    EXPECT_THAT(outcome.err, HasSubstr("go with a desktop database in --from"));
+    EXPECT_FALSE(fs::exists(File("b.db")));
+  }
 }
 
 TEST_F(MovingCommands, WhatCannotBeReadLeavesNoStore) {
@@ -226,6 +299,13 @@ TEST_F(MovingCommands, WhatCannotBeReadLeavesNoStore) {
     EXPECT_THAT(outcome.err,
                 AllOf(HasSubstr(refused.file.filename().string()), HasSubstr(refused.says)));
     EXPECT_FALSE(HasStore()) << refused.file;
+    const Outcome copied = Run({"copy", "--from", refused.file.string(), "--to", File("b.db")});
+    EXPECT_NE(copied.status, 0) << refused.file;
+    const std::string ending = refused.file.extension().string();
+    if (ending == ".mdb" || ending == ".accdb") {
+      EXPECT_EQ(copied.err, outcome.err);
+    }
+    EXPECT_FALSE(fs::exists(File("b.db"))) << refused.file;
   }
 }
 

@@ -213,7 +213,7 @@ TEST_F(OddRows, TheReportNamesTableRowColumnValueAndReason) {
             HasSubstr("DOORS, row 4 (UNITKEY 1, DOORID 2): DOORID 2: a row before it"),
             HasSubstr("Tenants, row 13 (RID 13): TenantID 5013 -> 13: "),
             HasSubstr("LastName \"Bell\\x07 Escape\\x1B[31mred\""),
-            HasSubstr("  DOORS.RID: the rows get numbers of their own\n")));
+            HasSubstr("  DOORS.RID (the rows get numbers of their own)\n")));
   EXPECT_EQ(report.str().find('\x1B'), std::string::npos);
 }
 

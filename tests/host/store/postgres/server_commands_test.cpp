@@ -193,6 +193,26 @@ TEST_F(ServerCommands, BringTheSameBuildingsIn) {
   }
 }
 
+TEST_F(ServerCommands, CopyABuildingInAsInitDoes) {
+  if (std::string_view(QORHOST_DESKTOP_READER).empty()) {
+    GTEST_SKIP() << "libmdb (Debian: mdbtools-dev) was not there when this was built";
+  }
+  const std::string sample = std::string(QORHOST_DESKTOP_SAMPLES) + "/building-2000.mdb";
+  ASSERT_EQ(On(File("building.db"), {"init", "--from", sample}).status, 0);
+  const Words copy{"copy", "--from", sample, "--to", server_};
+  const Outcome copied = On(File("other.db"), copy);
+  ASSERT_EQ(copied.status, 0) << copied.err;
+  EXPECT_THAT(copied.out, HasSubstr("4 units, 120 tenants, 235 credentials, 50 directory codes"));
+  SameCheck();
+  Same({"units", "list", "--settings"});
+  Same({"history", "show", "1", "--json"});
+  SameFolder({"export", "--desktop-csv"});
+  const Outcome again = On(File("other.db"), copy);
+  EXPECT_EQ(again.status, 1);
+  EXPECT_THAT(again.err, HasSubstr("--to, or replace it with --force"));
+  EXPECT_FALSE(std::filesystem::exists(File("other.db")));
+}
+
 TEST_F(ServerCommands, MakeNoStoreOfAFileThatIsTurnedAway) {
   if (std::string_view(QORHOST_DESKTOP_READER).empty()) {
     GTEST_SKIP() << "libmdb (Debian: mdbtools-dev) was not there when this was built";
