@@ -52,7 +52,10 @@ class CutTextTips final : public QStyledItemDelegate {
     if (event->type() != QEvent::ToolTip || index.data(Qt::ToolTipRole).isValid()) {
       return QStyledItemDelegate::helpEvent(event, view, option, index);
     }
-    const bool isCut = sizeHint(option, index).width() > view->visualRect(index).width();
+    // Not as the view breaks it into lines, of which a row of one line shows the first.
+    QStyleOptionViewItem inOneLine = option;
+    inOneLine.features.setFlag(QStyleOptionViewItem::WrapText, false);
+    const bool isCut = sizeHint(inOneLine, index).width() > view->visualRect(index).width();
     QToolTip::showText(event->globalPos(), isCut ? index.data().toString() : QString(), view);
     return true;
   }
@@ -84,7 +87,7 @@ class Fitting final : public QObject {
 
   void SqueezeFromNowOn() {
     squeezes_ = true;
-    view_.setItemDelegate(new CutTextTips(&view_));
+    TellCutTexts(view_);
     Fit();
   }
 
@@ -180,6 +183,10 @@ void KeepFit(QTableView& view) {
 
 void FitColumns(QTableView& view) {
   Fitting::Of(view)->Fit();
+}
+
+void TellCutTexts(QTableView& view) {
+  view.setItemDelegate(new CutTextTips(&view));
 }
 
 void SqueezeColumns(QTableView& view) {

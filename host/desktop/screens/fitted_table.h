@@ -13,6 +13,8 @@ void SetUp(QTableView& view, QAbstractItemModel& model);
 void FitColumns(QTableView& view);
 /// Fits the view now, and whenever its letters change.
 void KeepFit(QTableView& view);
+/// Tells what is cut when the mouse rests on it.
+void TellCutTexts(QTableView& view);
 /// For a view that is kept fit, and that a person reads down rather than across: where its columns
 /// are too wide together the widest give way, down to their titles. What is cut then is told when
 /// the mouse rests on it.
