@@ -7,6 +7,7 @@
 #include <array>
 #include <utility>
 
+#include "frame/convert.h"
 #include "host/desks/moving_in/moving_report.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/file_choice.h"
@@ -20,19 +21,27 @@ namespace qorhost {
 
 namespace {
 
-constexpr QSize kUsualDialog(900, 560);
-constexpr int kWidestColumn = 180;  // pixels, of all but the last
+constexpr QSize kUsualDialog(1060, 560);
+constexpr int kWidestColumn = 140;  // pixels, of all but the last
 
 const StagedTable& TableOf(const MovingPlan& plan, std::string_view name) {
   return *std::find_if(plan.tables().begin(), plan.tables().end(),
                        [name](const StagedTable& table) { return table.known().name == name; });
 }
 
+/// The refused rows stand first: they are what has to be decided.
+Table RefusedFirst(Table table) {
+  std::stable_partition(table.rows.begin(), table.rows.end(), [](const auto& row) {
+    return qorcred::TextOrEmpty(row.front()) == WordFor(Settlement::kRefused);
+  });
+  return table;
+}
+
 /// What a person looks at; the report has the rest of it.
 Table Shown(const MovingPlan& plan) {
-  static constexpr std::array<std::string_view, 6> kFields{"settlement", "table", "row",
-                                                           "column",     "value", "reason"};
-  const Table all = OddTable(plan);
+  static constexpr std::array<std::string_view, 7> kFields{
+      "settlement", "table", "row", "column", "value", "instead", "reason"};
+  const Table all = RefusedFirst(OddTable(plan));
   Table shown;
   shown.rows.resize(all.rows.size());
   for (const std::string_view field : kFields) {
@@ -71,7 +80,7 @@ MovingDialog::MovingDialog(QWidget* parent, MovingOrder order, MovingPlan plan, 
       codePages_(new QComboBox(this)),
       summary_(new QLabel(this)),
       table_(new QTableView(this)),
-      skips_(new QCheckBox(tr("&Leave these rows out"), this)) {
+      skips_(new QCheckBox(this)) {
   setWindowTitle(tr("New from existing building"));
   resize(kUsualDialog);
   units_->setObjectName(QStringLiteral("movedUnits"));
@@ -101,6 +110,7 @@ MovingDialog::MovingDialog(QWidget* parent, MovingOrder order, MovingPlan plan, 
   make_->setObjectName(QStringLiteral("goButton"));
   form->addRow(buttons);
   SetUp(*table_, cells_);
+  TellCutTexts(*table_);
   FillUnits();
   FillCodePages();
   Show();
@@ -174,6 +184,7 @@ void MovingDialog::Show() {
   for (int column = 0; column + 1 < cells_.columnCount(); ++column) {
     table_->setColumnWidth(column, std::min(table_->columnWidth(column), kWidestColumn));
   }
+  skips_->setText(tr("&Leave out the refused rows (%1)").arg(refused));
   skips_->setVisible(refused > 0);
   const bool mayBeMade = refused == 0 || skips_->isChecked();
   for (QPushButton* button : {make_, makeOnServer_}) {

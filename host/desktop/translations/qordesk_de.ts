@@ -1563,6 +1563,582 @@
         <source>entry %1 (%2, by %3, %4 UTC)</source>
         <translation>Eintrag %1 (%2, von %3, %4 UTC)</translation>
     </message>
+    <message>
+        <source>it is no whole number</source>
+        <translation>es ist keine ganze Zahl</translation>
+    </message>
+    <message>
+        <source>it is beyond 32 bits</source>
+        <translation>es hat mehr als 32 Bit</translation>
+    </message>
+    <message>
+        <source>it is no number</source>
+        <translation>es ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>an empty text in the place of a number</source>
+        <translation>ein leerer Text anstelle einer Zahl</translation>
+    </message>
+    <message>
+        <source>an empty text in the place of a date</source>
+        <translation>ein leerer Text anstelle eines Datums</translation>
+    </message>
+    <message>
+        <source>a number that is written as a text</source>
+        <translation>eine Zahl, die als Text geschrieben ist</translation>
+    </message>
+    <message>
+        <source>a date that is written as a text</source>
+        <translation>ein Datum, das als Text geschrieben ist</translation>
+    </message>
+    <message>
+        <source>Yes or No that is written as a text</source>
+        <translation>Ja oder Nein, das als Text geschrieben ist</translation>
+    </message>
+    <message>
+        <source>Yes or No that is written as a number in a text</source>
+        <translation>Ja oder Nein, das als Zahl in einem Text geschrieben ist</translation>
+    </message>
+    <message>
+        <source>any number but 0 is Yes</source>
+        <translation>jede Zahl außer 0 ist Ja</translation>
+    </message>
+    <message>
+        <source>Yes and No have no Null</source>
+        <translation>Ja und Nein haben kein Null</translation>
+    </message>
+    <message>
+        <source>it is no date of the years 100 to 9999</source>
+        <translation>es ist kein Datum der Jahre 100 bis 9999</translation>
+    </message>
+    <message>
+        <source>a part of a second, which is rounded</source>
+        <translation>ein Teil einer Sekunde, der gerundet wird</translation>
+    </message>
+    <message>
+        <source>half a character, in the place of which U+FFFD stands</source>
+        <translation>ein halbes Zeichen, an dessen Stelle U+FFFD steht</translation>
+    </message>
+    <message>
+        <source>the character U+0000, in the place of which U+FFFD stands</source>
+        <translation>das Zeichen U+0000, an dessen Stelle U+FFFD steht</translation>
+    </message>
+    <message>
+        <source>it has characters that steer a display instead of being shown</source>
+        <translation>es hat Zeichen, die eine Anzeige steuern, statt gezeigt zu werden</translation>
+    </message>
+    <message>
+        <source>it has %1 bytes, and a cell of an import file %2 at most</source>
+        <translation>es hat %1 Bytes, und ein Feld einer Importdatei höchstens %2</translation>
+    </message>
+    <message>
+        <source>the column takes texts: it is written as one</source>
+        <translation>die Spalte nimmt Texte: es wird als einer geschrieben</translation>
+    </message>
+    <message>
+        <source>a text among numbers, as a merge of directory codes writes it</source>
+        <translation>ein Text unter Zahlen, wie ihn ein Abgleich von Rufcodes schreibt</translation>
+    </message>
+    <message>
+        <source>it is %1, and the column takes %2</source>
+        <translation>es ist %1, und die Spalte nimmt %2</translation>
+    </message>
+    <message>
+        <source>a date</source>
+        <translation>ein Datum</translation>
+    </message>
+    <message>
+        <source>no date</source>
+        <translation>kein Datum</translation>
+    </message>
+    <message>
+        <source>of another kind</source>
+        <translation>von anderer Art</translation>
+    </message>
+    <message>
+        <source>numbers</source>
+        <translation>Zahlen</translation>
+    </message>
+    <message>
+        <source>Yes or No</source>
+        <translation>Ja oder Nein</translation>
+    </message>
+    <message>
+        <source>dates</source>
+        <translation>Daten mit Tag und Uhrzeit</translation>
+    </message>
+    <message>
+        <source>texts</source>
+        <translation>Texte</translation>
+    </message>
+    <message>
+        <source>an identity is a number from 1 on</source>
+        <translation>eine Kennung ist eine Zahl ab 1</translation>
+    </message>
+    <message>
+        <source>an identity is a number from 1 on, and nothing refers to it</source>
+        <translation>eine Kennung ist eine Zahl ab 1, und nichts verweist auf sie</translation>
+    </message>
+    <message>
+        <source>a row before it has the identity</source>
+        <translation>eine frühere Zeile hat die Kennung</translation>
+    </message>
+    <message>
+        <source>a row before it has the identity, to which nothing refers</source>
+        <translation>eine frühere Zeile hat die Kennung, auf die nichts verweist</translation>
+    </message>
+    <message>
+        <source>it has no number</source>
+        <translation>es fehlt die Nummer</translation>
+    </message>
+    <message>
+        <source>a row before it has the number at the same unit</source>
+        <translation>eine frühere Zeile derselben Anlage hat die Nummer</translation>
+    </message>
+    <message>
+        <source>the row belongs to no unit</source>
+        <translation>die Zeile gehört zu keiner Anlage</translation>
+    </message>
+    <message>
+        <source>there is no such unit</source>
+        <translation>diese Anlage gibt es nicht</translation>
+    </message>
+    <message>
+        <source>the field has no name</source>
+        <translation>das Berichtsfeld hat keinen Namen</translation>
+    </message>
+    <message>
+        <source>no table has such a column: the report would fail</source>
+        <translation>keine Tabelle hat eine solche Spalte: der Bericht würde misslingen</translation>
+    </message>
+    <message>
+        <source>a row before it has the field</source>
+        <translation>eine frühere Zeile hat das Berichtsfeld</translation>
+    </message>
+    <message>
+        <source>a field that is not displayed stands behind those that are, or the report shows values in the columns of others</source>
+        <translation>ein Berichtsfeld, das nicht angezeigt wird, steht hinter denen, die es werden, sonst zeigt der Bericht Werte in den Spalten anderer</translation>
+    </message>
+    <message>
+        <source>a width is 0 or more, and the report would fail: the column has the usual one</source>
+        <translation>eine Breite ist 0 oder größer, und der Bericht würde misslingen: die Spalte hat die übliche</translation>
+    </message>
+    <message>
+        <source>the unit has no key</source>
+        <translation>die Anlage hat keinen Schlüssel</translation>
+    </message>
+    <message>
+        <source>a unit before it has the key</source>
+        <translation>eine frühere Anlage hat den Schlüssel</translation>
+    </message>
+    <message>
+        <source>the type has no name</source>
+        <translation>der Typ hat keinen Namen</translation>
+    </message>
+    <message>
+        <source>a type before it has the name, for letter case does not count</source>
+        <translation>ein früherer Typ hat den Namen, denn Groß- und Kleinschreibung zählt nicht</translation>
+    </message>
+    <message>
+        <source>nothing can be added to units of this type</source>
+        <translation>Anlagen dieses Typs kann nichts hinzugefügt werden</translation>
+    </message>
+    <message>
+        <source>there is no capacity: %1</source>
+        <translation>die Kapazität fehlt: %1</translation>
+    </message>
+    <message>
+        <source>a number as it is read, where Base64 of one is kept</source>
+        <translation>eine Zahl, wie man sie liest, wo sie als Base64 gespeichert wird</translation>
+    </message>
+    <message>
+        <source>it is neither Base64 of a number nor a number: %1</source>
+        <translation>es ist weder Base64 einer Zahl noch eine Zahl: %1</translation>
+    </message>
+    <message>
+        <source>%1 codes, where 1 to %2 can be: %3</source>
+        <translation>%1 Codes, wo 1 bis %2 möglich sind: %3</translation>
+    </message>
+    <message>
+        <source>%1 to %2 can be: &apos;units edit %3 %4&apos; mends it</source>
+        <translation>%1 bis %2 sind möglich: „units edit %3 %4“ behebt es</translation>
+    </message>
+    <message>
+        <source>a row before it has the settings of the unit</source>
+        <translation>eine frühere Zeile hat die Einstellungen der Anlage</translation>
+    </message>
+    <message>
+        <source>there is no such type: nothing can be added to the unit before &apos;units edit %1 --type TYPE&apos; gives it another one</source>
+        <translation>diesen Typ gibt es nicht: der Anlage kann nichts hinzugefügt werden, bevor „units edit %1 --type TYPE“ ihr einen anderen gibt</translation>
+    </message>
+    <message>
+        <source>0, 1 and 2 have a meaning: new periods have no end by default</source>
+        <translation>0, 1 und 2 haben eine Bedeutung: neue Zeiträume haben üblicherweise kein Ende</translation>
+    </message>
+    <message>
+        <source>the unit has no settings: nothing can be added to it before &apos;units edit %1 --type TYPE&apos; gives it some</source>
+        <translation>die Anlage hat keine Einstellungen: ihr kann nichts hinzugefügt werden, bevor „units edit %1 --type TYPE“ ihr welche gibt</translation>
+    </message>
+    <message>
+        <source>the unit has %1 codes and takes %2: nothing can be added to it</source>
+        <translation>die Anlage hat %1 Codes und nimmt %2: ihr kann nichts hinzugefügt werden</translation>
+    </message>
+    <message>
+        <source>a group before it is the unit&apos;s group zero: it is an ordinary one</source>
+        <translation>eine frühere Gruppe ist die Gruppe null der Anlage: diese ist eine gewöhnliche</translation>
+    </message>
+    <message>
+        <source>no group of the unit is its group zero: its new tenants have group 0</source>
+        <translation>keine Gruppe der Anlage ist ihre Gruppe null: ihre neuen Mieter haben die Gruppe 0</translation>
+    </message>
+    <message>
+        <source>the unit has %1 door: the card cannot be edited before it has one of them, or 0 for none</source>
+        <translation>die Anlage hat %1 Tür: die Karte kann erst geändert werden, wenn sie diese hat, oder 0 für keine</translation>
+    </message>
+    <message>
+        <source>the unit has %1 doors: the card cannot be edited before it has one of them, or 0 for none</source>
+        <translation>die Anlage hat %1 Türen: die Karte kann erst geändert werden, wenn sie eine davon hat, oder 0 für keine</translation>
+    </message>
+    <message>
+        <source>the credential has no type</source>
+        <translation>der Ausweis hat keinen Typ</translation>
+    </message>
+    <message>
+        <source>a type that is not known: lists have it at their end</source>
+        <translation>ein Typ, der nicht bekannt ist: in Listen steht er am Ende</translation>
+    </message>
+    <message>
+        <source>the credential has no number</source>
+        <translation>der Ausweis hat keine Nummer</translation>
+    </message>
+    <message>
+        <source>credentials are numbered from 1 to %1</source>
+        <translation>Ausweise haben Nummern von 1 bis %1</translation>
+    </message>
+    <message>
+        <source>%1 to %2 are for this type</source>
+        <translation>%1 bis %2 sind bei diesem Typ möglich</translation>
+    </message>
+    <message>
+        <source>a transmitter has the buttons 1 and 4</source>
+        <translation>ein Sender hat die Tasten 1 und 4</translation>
+    </message>
+    <message>
+        <source>a row before it is the same credential of the unit</source>
+        <translation>eine frühere Zeile ist derselbe Ausweis der Anlage</translation>
+    </message>
+    <message>
+        <source>there is no code</source>
+        <translation>es fehlt der Rufcode</translation>
+    </message>
+    <message>
+        <source>a code has 1 to %1 digits and no fraction</source>
+        <translation>ein Rufcode hat 1 bis %1 Ziffern und keine Stellen hinter dem Komma</translation>
+    </message>
+    <message>
+        <source>a row before it has the code at the same unit</source>
+        <translation>eine frühere Zeile derselben Anlage hat den Rufcode</translation>
+    </message>
+    <message>
+        <source>a row before it has the code, and one of them is deleted</source>
+        <translation>eine frühere Zeile hat den Rufcode, und eine von beiden ist gelöscht</translation>
+    </message>
+    <message>
+        <source>below 0 there is -1 alone, for no code: it is in no list and no report</source>
+        <translation>unter 0 gibt es nur -1, für keinen Rufcode: er steht in keiner Liste und keinem Bericht</translation>
+    </message>
+    <message>
+        <source>it has more digits than the %1 of the unit&apos;s codes</source>
+        <translation>er hat mehr als die %1 Ziffern der Rufcodes der Anlage</translation>
+    </message>
+    <message>
+        <source>there is no phone number to be called</source>
+        <translation>es fehlt die Telefonnummer, die angerufen wird</translation>
+    </message>
+    <message>
+        <source>Call Forwarding is on, and there is no phone number to forward to</source>
+        <translation>die Rufweiterleitung ist an, und es fehlt die Telefonnummer, zu der weitergeleitet wird</translation>
+    </message>
+    <message>
+        <source>the unit has no such schedule</source>
+        <translation>die Anlage hat keinen solchen Zeitplan</translation>
+    </message>
+    <message>
+        <source>%1 is on, without a schedule</source>
+        <translation>%1 ist an, ohne einen Zeitplan</translation>
+    </message>
+    <message>
+        <source>a delay is 0 or more: no entry takes this one, and no unit&apos;s file holds it</source>
+        <translation>eine Wartezeit ist 0 oder größer: keine Eingabe nimmt diese, und keine Datei einer Anlage enthält sie</translation>
+    </message>
+    <message>
+        <source>the period ends before it begins</source>
+        <translation>der Zeitraum endet, bevor er beginnt</translation>
+    </message>
+    <message>
+        <source>the period begins and ends in one minute</source>
+        <translation>der Zeitraum beginnt und endet in einer Minute</translation>
+    </message>
+    <message>
+        <source>0 to 3 have a meaning: it counts as changed since the unit had it</source>
+        <translation>0 bis 3 haben eine Bedeutung: er gilt als geändert, seit die Anlage ihn hat</translation>
+    </message>
+    <message>
+        <source>the name is nothing but blanks</source>
+        <translation>der Name besteht nur aus Leerzeichen</translation>
+    </message>
+    <message>
+        <source>the unit has no such group: the tenant is in the one of new tenants</source>
+        <translation>die Anlage hat keine solche Gruppe: der Mieter ist in der für neue Mieter</translation>
+    </message>
+    <message>
+        <source>the tenant with RID %1 has the link code, too</source>
+        <translation>auch der Mieter mit RID %1 hat den Verknüpfungscode</translation>
+    </message>
+    <message>
+        <source>the unit has no such schedule: the door stays closed to the tenant</source>
+        <translation>die Anlage hat keinen solchen Zeitplan: die Tür bleibt dem Mieter verschlossen</translation>
+    </message>
+    <message>
+        <source>there is no such credential, or its row was refused</source>
+        <translation>diesen Ausweis gibt es nicht, oder seine Zeile wurde abgelehnt</translation>
+    </message>
+    <message>
+        <source>the credential is one of unit %1</source>
+        <translation>der Ausweis gehört zur Anlage %1</translation>
+    </message>
+    <message>
+        <source>the tenant has the credential in the first place already</source>
+        <translation>der Mieter hat den Ausweis schon an erster Stelle</translation>
+    </message>
+    <message>
+        <source>the tenant with RID %1 holds the credential, too</source>
+        <translation>auch der Mieter mit RID %1 hat den Ausweis</translation>
+    </message>
+    <message>
+        <source>the unit has no such directory code, or its row was refused</source>
+        <translation>die Anlage hat keinen solchen Rufcode, oder seine Zeile wurde abgelehnt</translation>
+    </message>
+    <message>
+        <source>a tenant&apos;s id is its RID, and what refers to the id follows it</source>
+        <translation>die Nummer eines Mieters ist seine RID, und was auf die Nummer verweist, folgt ihr</translation>
+    </message>
+    <message>
+        <source>the row belongs to no tenant</source>
+        <translation>die Zeile gehört zu keinem Mieter</translation>
+    </message>
+    <message>
+        <source>the unit has no such tenant, or its row was refused</source>
+        <translation>die Anlage hat keinen solchen Mieter, oder seine Zeile wurde abgelehnt</translation>
+    </message>
+    <message>
+        <source>a row before it belongs to the tenant</source>
+        <translation>eine frühere Zeile gehört zu dem Mieter</translation>
+    </message>
+    <message>
+        <source>it follows its tenant, whose id is the RID now</source>
+        <translation>sie folgt ihrem Mieter, dessen Nummer jetzt die RID ist</translation>
+    </message>
+    <message>
+        <source>%1 more, which are not listed</source>
+        <translation>%1 weitere, die nicht aufgeführt sind</translation>
+    </message>
+    <message>
+        <source>the file does not have this table: %1</source>
+        <translation>die Datei hat diese Tabelle nicht: %1</translation>
+    </message>
+    <message>
+        <source>the file does not have this column: %1</source>
+        <translation>die Datei hat diese Spalte nicht: %1</translation>
+    </message>
+    <message>
+        <source>a store does not have this table: %1 row is left</source>
+        <translation>ein Bestand hat diese Tabelle nicht: %1 Zeile wird nicht übernommen</translation>
+    </message>
+    <message>
+        <source>a store does not have this table: %1 rows are left</source>
+        <translation>ein Bestand hat diese Tabelle nicht: %1 Zeilen werden nicht übernommen</translation>
+    </message>
+    <message>
+        <source>a store does not have this column</source>
+        <translation>ein Bestand hat diese Spalte nicht</translation>
+    </message>
+    <message>
+        <source>there is nothing to bring in without units</source>
+        <translation>ohne Anlagen gibt es nichts zu übernehmen</translation>
+    </message>
+    <message>
+        <source>how many codes a unit takes is not known, and nothing can be added to one</source>
+        <translation>wie viele Codes eine Anlage nimmt, ist nicht bekannt, und keiner kann etwas hinzugefügt werden</translation>
+    </message>
+    <message>
+        <source>the units have no settings</source>
+        <translation>die Anlagen haben keine Einstellungen</translation>
+    </message>
+    <message>
+        <source>the units have no doors</source>
+        <translation>die Anlagen haben keine Türen</translation>
+    </message>
+    <message>
+        <source>the units have the two fixed schedules alone</source>
+        <translation>die Anlagen haben nur die zwei festen Zeitpläne</translation>
+    </message>
+    <message>
+        <source>the units have no groups, and their tenants group 0</source>
+        <translation>die Anlagen haben keine Gruppen, und ihre Mieter die Gruppe 0</translation>
+    </message>
+    <message>
+        <source>there are no credentials</source>
+        <translation>es gibt keine Ausweise</translation>
+    </message>
+    <message>
+        <source>there are no directory codes</source>
+        <translation>es gibt keine Rufcodes</translation>
+    </message>
+    <message>
+        <source>there are no tenants</source>
+        <translation>es gibt keine Mieter</translation>
+    </message>
+    <message>
+        <source>nothing is noted of tenants that were made with their credentials</source>
+        <translation>von Mietern, die mit ihren Ausweisen angelegt wurden, ist nichts vermerkt</translation>
+    </message>
+    <message>
+        <source>the directory-code report has the fields of a new store</source>
+        <translation>der Bericht über Rufcodes hat die Felder eines neuen Bestands</translation>
+    </message>
+    <message>
+        <source>TenantID is taken for it</source>
+        <translation>an ihrer Stelle wird TenantID genommen</translation>
+    </message>
+    <message>
+        <source>the rows get numbers of their own</source>
+        <translation>die Zeilen bekommen eigene Nummern</translation>
+    </message>
+    <message>
+        <source>a tenant&apos;s is its RID</source>
+        <translation>die eines Mieters ist seine RID</translation>
+    </message>
+    <message>
+        <source>it is No in every row</source>
+        <translation>sie ist in jeder Zeile Nein</translation>
+    </message>
+    <message>
+        <source>it is empty in every row</source>
+        <translation>sie ist in jeder Zeile leer</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has only a link to the table &apos;%2&apos;, whose rows stand in another file: name that file</source>
+        <translation>„%1“ hat nur eine Verknüpfung mit der Tabelle „%2“, deren Zeilen in einer anderen Datei stehen: diese Datei wählen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a database of another application: it has none of the tables of units, credentials and tenants. Name another file</source>
+        <translation>„%1“ ist eine Datenbank einer anderen Anwendung: sie hat keine der Tabellen von Anlagen, Ausweisen und Mietern. Eine andere Datei wählen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no table &apos;Units&apos;: %2. Name another file</source>
+        <translation>„%1“ hat keine Tabelle „Units“: %2. Eine andere Datei wählen</translation>
+    </message>
+    <message>
+        <source>the table &apos;%1&apos; of &apos;%2&apos; has no column &apos;%3&apos;, without which its rows mean nothing: name another file</source>
+        <translation>die Tabelle „%1“ von „%2“ hat keine Spalte „%3“, ohne die ihre Zeilen nichts bedeuten: eine andere Datei wählen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was not read within %2 s of processor time: it is damaged or too large</source>
+        <translation>„%1“ wurde nicht in %2 s Rechenzeit gelesen: die Datei ist beschädigt oder zu groß</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was not read within %2 s: it is damaged or too large</source>
+        <translation>„%1“ wurde nicht in %2 s gelesen: die Datei ist beschädigt oder zu groß</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was not read within %2 MB of memory: it is damaged or too large</source>
+        <translation>„%1“ wurde nicht in %2 MB Speicher gelesen: die Datei ist beschädigt oder zu groß</translation>
+    </message>
+    <message>
+        <source>have the program that it comes from repair it, or take an older copy</source>
+        <translation>sie mit dem Programm reparieren, von dem sie stammt, oder eine ältere Kopie nehmen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is damaged: it cannot be read; %2</source>
+        <translation>„%1“ ist beschädigt und nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is damaged: the list of its tables cannot be read; %2</source>
+        <translation>„%1“ ist beschädigt, die Liste der Tabellen ist nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is damaged: the definition of its table &apos;%2&apos; cannot be read; %3</source>
+        <translation>„%1“ ist beschädigt, die Beschreibung der Tabelle „%2“ ist nicht lesbar: %3</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is damaged: a row of its table &apos;%2&apos; cannot be read; %3</source>
+        <translation>„%1“ ist beschädigt, eine Zeile der Tabelle „%2“ ist nicht lesbar: %3</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is damaged: a long text of its table &apos;%2&apos; is not all there; %3</source>
+        <translation>„%1“ ist beschädigt, ein langer Text der Tabelle „%2“ ist nicht ganz da: %3</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is damaged: its table &apos;%2&apos; says that it has %3 rows, and %4 can be read; %5</source>
+        <translation>„%1“ ist beschädigt, die Tabelle „%2“ sagt, dass sie %3 Zeilen hat, und lesbar sind %4: %5</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is empty: name another file</source>
+        <translation>„%1“ ist leer: eine andere Datei wählen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no desktop database (.mdb, .accdb): name another file</source>
+        <translation>„%1“ ist keine Desktop-Datenbank (.mdb, .accdb): eine andere Datei wählen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a desktop database of a format that is not known: save it as an .mdb or .accdb of another version</source>
+        <translation>„%1“ ist eine Desktop-Datenbank in einem unbekannten Format: sie als .mdb oder .accdb einer anderen Version speichern</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is cut off: it ends within a page. Copy it again from where it comes from</source>
+        <translation>„%1“ ist abgeschnitten und endet mitten in einer Seite. Die Datei noch einmal von ihrem Ursprung kopieren</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has a password: open it in the program that it comes from, take the password away in a copy, and name that</source>
+        <translation>„%1“ hat ein Kennwort: die Datei in dem Programm öffnen, von dem sie stammt, das Kennwort in einer Kopie entfernen und diese wählen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; holds more than is read of one file (%2 MB)</source>
+        <translation>„%1“ enthält mehr, als aus einer Datei gelesen wird (%2 MB)</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has %2 MB, and a desktop database has %3 MB at most: name another file</source>
+        <translation>„%1“ hat %2 MB, und eine Desktop-Datenbank hat höchstens %3 MB: eine andere Datei wählen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was written while it was read: close the program that has it open, then try again</source>
+        <translation>„%1“ wurde beim Lesen geschrieben: das Programm schließen, das die Datei offen hat, und es noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>cannot start the program that reads such files: %1</source>
+        <translation>das Programm, das solche Dateien liest, kann nicht gestartet werden: %1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not there, which reads such files: build it where libmdb is installed (Debian: mdbtools-dev)</source>
+        <translation>„%1“, das solche Dateien liest, ist nicht da: es wird dort gebaut, wo libmdb installiert ist (Debian: mdbtools-dev)</translation>
+    </message>
+    <message>
+        <source>it is a text, and the column takes numbers in digits</source>
+        <translation>es ist ein Text, und die Spalte nimmt Zahlen in Ziffern</translation>
+    </message>
+    <message>
+        <source>it is a text, and the column takes Yes or No</source>
+        <translation>es ist ein Text, und die Spalte nimmt Ja oder Nein</translation>
+    </message>
+    <message>
+        <source>it is a text, and the column takes dates</source>
+        <translation>es ist ein Text, und die Spalte nimmt Daten mit Tag und Uhrzeit</translation>
+    </message>
 </context>
 <context>
     <name>DirCodePage</name>
@@ -2397,6 +2973,46 @@
     <message>
         <source>Transmitter facility</source>
         <translation>Objektcode der Sender</translation>
+    </message>
+    <message>
+        <source>Settlement</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>Column</source>
+        <translation>Spalte</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Instead</source>
+        <translation>Stattdessen</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>Grund</translation>
+    </message>
+    <message>
+        <source>refused</source>
+        <translation>abgelehnt</translation>
+    </message>
+    <message>
+        <source>adjusted</source>
+        <translation>angepasst</translation>
+    </message>
+    <message>
+        <source>kept</source>
+        <translation>belassen</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>fehlt</translation>
+    </message>
+    <message>
+        <source>left</source>
+        <translation>nicht übernommen</translation>
     </message>
 </context>
 <context>
@@ -3638,6 +4254,10 @@
         <source>No row has what is looked for.</source>
         <translation>Keine Zeile hat, was gesucht wird.</translation>
     </message>
+    <message>
+        <source>“%1” left out</source>
+        <translation>„%1“ weglassen</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::ImportTableModel</name>
@@ -3945,10 +4565,6 @@
 <context>
     <name>qorhost::MovingDialog</name>
     <message>
-        <source>&amp;Leave these rows out</source>
-        <translation>Diese Zeilen &amp;weglassen</translation>
-    </message>
-    <message>
         <source>New from existing building</source>
         <translation>Neu aus bestehendem Gebäude</translation>
     </message>
@@ -4015,6 +4631,10 @@
     <message>
         <source>The report is not saved.</source>
         <translation>Der Bericht ist nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>&amp;Leave out the refused rows (%1)</source>
+        <translation>Die abgelehnten Zeilen &amp;weglassen (%1)</translation>
     </message>
 </context>
 <context>

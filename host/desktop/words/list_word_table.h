@@ -28,6 +28,17 @@ inline constexpr const char* kListWords[] = {
     QT_TRANSLATE_NOOP("Lists", "After"),
     QT_TRANSLATE_NOOP("Lists", "Name"),
     QT_TRANSLATE_NOOP("Lists", "End"),
+    QT_TRANSLATE_NOOP("Lists", "Settlement"),
+    QT_TRANSLATE_NOOP("Lists", "Column"),
+    QT_TRANSLATE_NOOP("Lists", "Value"),
+    QT_TRANSLATE_NOOP("Lists", "Instead"),
+    QT_TRANSLATE_NOOP("Lists", "Reason"),
+    // What becomes of a row that is brought in.
+    QT_TRANSLATE_NOOP("Lists", "refused"),
+    QT_TRANSLATE_NOOP("Lists", "adjusted"),
+    QT_TRANSLATE_NOOP("Lists", "kept"),
+    QT_TRANSLATE_NOOP("Lists", "missing"),
+    QT_TRANSLATE_NOOP("Lists", "left"),
     // Fields of tenants.
     QT_TRANSLATE_NOOP("Lists", "Last name"),
     QT_TRANSLATE_NOOP("Lists", "First name"),

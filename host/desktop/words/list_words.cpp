@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string_view>
 
 #include "host/desks/shown_value.h"
@@ -15,9 +16,10 @@ namespace qorhost {
 namespace {
 
 /// Fields whose cells are words of the desks.
-constexpr std::array<std::string_view, 4> kWordFields{"kind", "change", "field", "differs"};
-/// What was done, in a sentence.
-constexpr std::string_view kSentenceField = "what";
+constexpr std::array<std::string_view, 5> kWordFields{"kind", "change", "field", "differs",
+                                                      "settlement"};
+/// What was done, and why something is odd, in a sentence.
+constexpr std::array<std::string_view, 2> kSentenceFields{"what", "reason"};
 /// "Tenants: 1 changed; CredentialBank: 40 new".
 constexpr std::string_view kSummaryField = "rows";
 
@@ -36,15 +38,18 @@ QString ShownSummary(const QString& summary) {
   return parts.join(QStringLiteral("; "));
 }
 
+bool IsAmong(std::span<const std::string_view> keys, const std::string& key) {
+  return std::find(keys.begin(), keys.end(), key) != keys.end();
+}
+
 }  // namespace
 
 QString ShownInList(const ListField& field, const qorcred::Value& cell) {
   const QString text = ToQt(ShownText(cell));
-  if (IsYesNo(field, cell) ||
-      std::find(kWordFields.begin(), kWordFields.end(), field.key) != kWordFields.end()) {
+  if (IsYesNo(field, cell) || IsAmong(kWordFields, field.key)) {
     return ShownWord(text);
   }
-  if (field.key == kSentenceField) {
+  if (IsAmong(kSentenceFields, field.key)) {
     return Told(FromQt(text));
   }
   return field.key == kSummaryField ? ShownSummary(text) : text;

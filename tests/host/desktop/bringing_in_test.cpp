@@ -1,13 +1,21 @@
 // A new store from another application's file, in the window.
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDir>
+#include <QHelpEvent>
 #include <QTableView>
+#include <QToolTip>
+#include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <set>
+#include <string>
+#include <vector>
 
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/shell/language.h"
 #include "host/desktop/shell/moving_dialog.h"
 #include "tests/host/desktop/desktop_fixture.h"
 #include "tests/host/files/desktop_file/refused_files.h"
@@ -36,6 +44,45 @@ class BringingIn : public DesktopTest {
     }
     return *found;
   }
+  /// As a person reads it: a row of cells, with a stroke between them.
+  static std::vector<std::string> CellsIn(QDialog& dialog) {
+    const QAbstractItemModel& model = *In<QTableView>(dialog, "movedCells").model();
+    std::vector<std::string> rows;
+    for (int row = 0; row < model.rowCount(); ++row) {
+      QStringList cells;
+      for (int column = 0; column < model.columnCount(); ++column) {
+        cells.append(model.index(row, column).data().toString());
+      }
+      rows.push_back(cells.join(QStringLiteral(" | ")).toStdString());
+    }
+    return rows;
+  }
+  /// What is told when the mouse rests on a cell.
+  static QString TipAt(QDialog& dialog, int row, int column) {
+    auto& view = In<QTableView>(dialog, "movedCells");
+    const QPoint place = view.visualRect(view.model()->index(row, column)).center();
+    QHelpEvent rests(QEvent::ToolTip, place, view.viewport()->mapToGlobal(place));
+    QApplication::sendEvent(view.viewport(), &rests);
+    return QToolTip::isVisible() ? QToolTip::text() : QString();
+  }
+  static void ExpectTheLongestReasonToBeTold(QDialog& dialog) {
+    auto& view = In<QTableView>(dialog, "movedCells");
+    const int reason = view.model()->columnCount() - 1;
+    int row = 0;
+    QString longest;
+    for (int at = 0; at < view.model()->rowCount(); ++at) {
+      const QString text = view.model()->index(at, reason).data().toString();
+      if (text.size() > longest.size()) {
+        longest = text;
+        row = at;
+      }
+    }
+    QCoreApplication::processEvents();  // else the rows are not laid out yet
+    view.scrollTo(view.model()->index(row, reason));
+    EXPECT_EQ(TipAt(dialog, row, reason).toStdString(), longest.toStdString())
+        << "what is cut is told";
+    view.scrollToTop();
+  }
   static void Press(QDialog& dialog, const char* button) {
     QTest::mouseClick(&In<QPushButton>(dialog, button), Qt::LeftButton);
   }
@@ -49,6 +96,10 @@ TEST_F(BringingIn, ABuildingBecomesAStoreThatIsOpen) {
                           "0 rows refused, 3 cells adjusted"));
     // Three cells adjusted, two kept, two tables and three columns left.
     EXPECT_EQ(In<QTableView>(dialog, "movedCells").model()->rowCount(), 3 + 2 + 2 + 3);
+    EXPECT_THAT(CellsIn(dialog),
+                testing::Contains(testing::StartsWith(
+                    "adjusted | TenantSelectionFields | 18 | DisplaySeq | 3 | 20 | a field that")))
+        << "with what is stored instead";
     EXPECT_FALSE(In<QComboBox>(dialog, "movedCodePage").isVisible());
     EXPECT_FALSE(In<QCheckBox>(dialog, "skipBadRows").isVisible());
     Press(dialog, "goButton");
@@ -82,7 +133,15 @@ TEST_F(BringingIn, RefusedRowsAreShownSavedAndLeftOutWhenThatIsSaid) {
   const QString report = QString::fromStdString(File("odd.csv").string());
   answers_->With([](QDialog& dialog) {
     EXPECT_FALSE(In<QPushButton>(dialog, "goButton").isEnabled());
-    EXPECT_GT(In<QTableView>(dialog, "movedCells").model()->rowCount(), 52);
+    const std::vector<std::string> cells = CellsIn(dialog);
+    ASSERT_GT(cells.size(), 52U);
+    EXPECT_EQ(In<QCheckBox>(dialog, "skipBadRows").text().toStdString(),
+              "&Leave out the refused rows (52)");
+    EXPECT_TRUE(std::is_partitioned(cells.begin(), cells.end(), [](const std::string& row) {
+      return row.starts_with("refused | ");
+    })) << "those that the choice is about stand first";
+    EXPECT_THAT(cells.front(), testing::StartsWith("refused | Units | 8 | UnitKey | 2 | "));
+    ExpectTheLongestReasonToBeTold(dialog);
     // As docs/moving-in.md shows it: with a palette of 256 colours.
     EXPECT_TRUE(QDir().mkpath(QStringLiteral(QORDESK_PICTURES)));
     EXPECT_TRUE(dialog.grab()
@@ -106,6 +165,38 @@ TEST_F(BringingIn, RefusedRowsAreShownSavedAndLeftOutWhenThatIsSaid) {
   std::ifstream in(File("odd.csv"));
   const std::string text{std::istreambuf_iterator<char>(in), {}};
   EXPECT_THAT(text, HasSubstr("duplicate-key"));
+}
+
+TEST_F(BringingIn, WhyARowIsOddIsToldInTheLanguageOfTheProgram) {
+  const Language german(QStringLiteral("de"));
+  if (!german.isTranslated()) {
+    GTEST_SKIP() << "there is no lrelease (qt6-l10n-tools)";
+  }
+  MovingOrder order;
+  order.file = FromQt(Sample("building-odd.mdb"));
+  order.reading.reader = QORHOST_DESKTOP_READER;
+  const MovingPlan plan = PlanMoving(order);
+  MovingDialog dialog(&window(), order, plan, [](const MovingOrder&) { return std::nullopt; }, {});
+  dialog.show();
+  EXPECT_EQ(In<QCheckBox>(dialog, "skipBadRows").text().toStdString(),
+            "Die abgelehnten Zeilen &weglassen (52)");
+  const QAbstractItemModel& model = *In<QTableView>(dialog, "movedCells").model();
+  QStringList titles;
+  for (int column = 0; column < model.columnCount(); ++column) {
+    titles.append(model.headerData(column, Qt::Horizontal).toString());
+  }
+  EXPECT_EQ(titles.join(QLatin1Char(' ')).toStdString(),
+            "Ergebnis Tabelle Zeile Spalte Wert Stattdessen Grund");
+  std::set<std::string> reasons;
+  for (const SettledCell& cell : plan.settled().named()) reasons.insert(cell.reason);
+  const std::vector<std::string> cells = CellsIn(dialog);
+  EXPECT_THAT(cells, testing::Contains("abgelehnt | CredentialBank | 12 | PINNo | 70000 |  | "
+                                       "Ausweise haben Nummern von 1 bis 65535"));
+  for (int row = 0; row < model.rowCount(); ++row) {
+    const std::string reason =
+        model.index(row, model.columnCount() - 1).data().toString().toStdString();
+    EXPECT_FALSE(reasons.contains(reason)) << reason << " stays English";
+  }
 }
 
 TEST_F(BringingIn, ABuildingBecomesAStoreOnAServer) {

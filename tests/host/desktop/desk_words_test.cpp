@@ -216,6 +216,31 @@ TEST(DeskWords, OfListsAreTranslatedWhereTheyAreWordsOfTheDesks) {
             "nie an die Anlage gesendet, wird Rae genommen, phone");
 }
 
+/// Whatever the rules of a building that is brought in say stands in a table of the window.
+TEST(DeskWords, AreThereForAllThatIsSaidOfABuildingThatIsBroughtIn) {
+  const Language german(QStringLiteral("de"));
+  if (!german.isTranslated()) {
+    GTEST_SKIP() << "there is no lrelease (qt6-l10n-tools)";
+  }
+  static const QRegularExpression kSentence(QStringLiteral("^('?\\{\\}|[a-z0-9, ]+ [a-z]+ )"));
+  static const QRegularExpression kPlace(QStringLiteral("\\{\\}"));
+  int said = 0;
+  for (const char* source :
+       {"cell_conversion", "staged_table", "identity_rules", "rule_work", "unit_rules",
+        "unit_part_rules", "code_rules", "tenant_rules", "field_rules", "known_tables"}) {
+    const QString file = QStringLiteral(QORCRED_SOURCES "/host/desks/moving_in/%1.cpp");
+    for (const QString& text : TextsIn(file.arg(QLatin1String(source)))) {
+      if (!kSentence.match(text).hasMatch() || text.count(QLatin1Char(' ')) < 2) {
+        continue;
+      }
+      const std::string sentence = FromQt(QString(text).replace(kPlace, QStringLiteral("3 doors")));
+      EXPECT_NE(FromQt(Told(sentence)), sentence);
+      ++said;
+    }
+  }
+  EXPECT_GT(said, 90);
+}
+
 class DesksInGerman : public DesktopTest {
  protected:
   void SetUp() override {
