@@ -19,7 +19,9 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-constexpr milliseconds kLongestLook(50);
+// How often somebody looks up while the server works. Not shorter at first: a clock that is to go
+// off before the system's own next tick costs more than the rest of a short wait.
+constexpr milliseconds kLook(50);
 constexpr const char* kSending = "The statement failed";
 
 /// Whoever fails to say so goes on no longer.
@@ -172,15 +174,15 @@ Failure RunTogether(pg_conn* handle, StatementNames& names, std::span<Step> step
 }
 
 bool AwaitAnswer(pg_conn* handle, const Watch& watch, steady_clock::time_point started) {
-  milliseconds pause(1);
+  milliseconds passed(0);
   while (PQisBusy(handle) != 0) {
     pollfd socket{PQsocket(handle), POLLIN, 0};
+    const milliseconds pause = std::clamp(watch.limit - passed, milliseconds(1), kLook);
     if (poll(&socket, 1, static_cast<int>(pause.count())) == 0) {
-      const auto passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - started);
+      passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - started);
       if (!GoesOn(watch, passed)) {
         return false;
       }
-      pause = std::clamp(watch.limit - passed, milliseconds(1), std::min(pause * 2, kLongestLook));
     }
     if (PQconsumeInput(handle) == 0) {
       return true;  // that it is lost, is the answer
