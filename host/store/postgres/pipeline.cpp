@@ -40,8 +40,9 @@ bool SendText(pg_conn* handle, const char* text) {
 /// The steps of one message, on their way there and back.
 class Message {
  public:
-  Message(pg_conn* handle, StatementNames& names, std::span<Step> steps, const Watch& watch)
-      : handle_(handle), names_(names), steps_(steps), watch_(watch) {}
+  Message(pg_conn* handle, StatementNames& names, std::span<Step> steps, const Watch& watch,
+          const std::function<void()>& answered)
+      : handle_(handle), names_(names), steps_(steps), watch_(watch), answeredOne_(answered) {}
 
   void Send() {
     bool isSent = PQenterPipelineMode(handle_) != 0;
@@ -58,6 +59,9 @@ class Message {
     for (Step* const step : answered_) {
       if (!isLost()) {
         ReadAnswersTo(step);
+        if (answeredOne_) {
+          answeredOne_();
+        }
       }
     }
     if (!isLost()) {
@@ -140,6 +144,7 @@ class Message {
   StatementNames& names_;
   std::span<Step> steps_;
   const Watch& watch_;
+  const std::function<void()>& answeredOne_;
   std::vector<Step*> answered_;  // command by command, as they were sent
   steady_clock::time_point started_;
   Failure failure_;
@@ -167,8 +172,8 @@ const char* const* SentTexts::pointers() {
 }
 
 Failure RunTogether(pg_conn* handle, StatementNames& names, std::span<Step> steps,
-                    const Watch& watch) {
-  Message message(handle, names, steps, watch);
+                    const Watch& watch, const std::function<void()>& answered) {
+  Message message(handle, names, steps, watch, answered);
   message.Send();
   return message.Read();
 }
