@@ -131,13 +131,18 @@ void IssueOnServer(HandConnection& connection, bool withTenants) {
 }
 
 ServerRenumbering::ServerRenumbering(const std::string& name) : connection_(name) {
-  connection_.Prepare("lock",
-                      R"(SELECT "Entry" FROM "UnitVersions" WHERE "UnitKey"=$1::int4 FOR UPDATE)");
+  // With the lock come the hash of the entry that the next one follows, and the number by which it
+  // is known after a lost connection whether the operation was stored.
+  connection_.Prepare(
+      "lock", R"(SELECT "Entry", pg_current_xact_id(), (SELECT "Hash" FROM "AuditEntries" E WHERE )"
+              R"(E."HomeUnit"=$1::int4 AND E."RID"=V."Entry") FROM "UnitVersions" V )"
+              R"(WHERE "UnitKey"=$1::int4 FOR UPDATE)");
   connection_.Prepare("find",
                       R"(SELECT "PINNo" FROM "CredentialBank" WHERE "UnitKey"=$1::int4 AND )"
                       R"("CredentialType"=$2::int4 AND "PINNo"=$3::int4 AND "RID"<>$4::int4)");
-  connection_.Prepare("read",
-                      R"(SELECT "LASTMODIFIEDDATE" FROM "CredentialBank" WHERE "RID"=$1::int4)");
+  // The row as it was goes into the entry.
+  connection_.Prepare("read", R"(SELECT "PINNo", "LASTMODIFIEDDATE" FROM "CredentialBank" WHERE )"
+                              R"("RID"=$1::int4)");
   connection_.Prepare(
       "change", R"(UPDATE "CredentialBank" SET "PINNo"=$1::int4, "LASTMODIFIEDDATE"=$4::text )"
                 R"(WHERE "UnitKey"=$2::int4 AND "RID"=$3::int4)");
@@ -158,13 +163,14 @@ void ServerRenumbering::Renumber(std::int32_t unit, std::int64_t rid, std::int64
   const std::int64_t previous = connection_.Step("lock", key);
   Check(connection_.Step("find", key, std::to_string(kCardType), std::to_string(number), row) == 0,
         "the number is free");
-  Check(connection_.Step("read", row) != 0, "the row is there");
+  const std::int64_t before = connection_.Step("read", row);
+  Check(before != 0, "the row is there");
   connection_.Step("change", std::to_string(number), key, row, kStamp);
   const std::int64_t entry = connection_.Step(
       "entry", key, std::to_string(previous),
       fmt::format(R"({{"table":"CredentialBank","updated":{},"before":{{"PINNo":{},)"
                   R"("LASTMODIFIEDDATE":"{}"}},"after":{{"PINNo":{},"LASTMODIFIEDDATE":"{}"}}}})",
-                  rid, number - 1, kStamp, number, kStamp),
+                  rid, before, kStamp, number, kStamp),
       std::string(kHashLength, 'a'));
   connection_.Step("version", key, std::to_string(entry), std::to_string(entry * kAnyFactor));
   connection_.Run("COMMIT");

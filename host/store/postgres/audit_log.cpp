@@ -20,11 +20,8 @@ namespace {
 constexpr std::int32_t kNoUnit = 0;
 // Between where an entry comes from and the login by which the server knows who stored it.
 constexpr std::string_view kLogin = " as ";
-// What the server gives to an entry. One of a unit that has no version yet gets nothing: its number
-// has to come behind the lock, which there is none of before.
+// What the server gives to an entry, while the right to write is held.
 constexpr const char* kNumberAndLogin = R"(SELECT nextval('"AuditNumbers"'), session_user)";
-constexpr const char* kNumberAndLoginInUnit =
-    R"(SELECT nextval('"AuditNumbers"'), session_user FROM "UnitVersions" WHERE "UnitKey"=$1::int4)";
 
 /// A row of "RID", "At", "Who", "Origin", "UnitKey", "What".
 WorkEntry EntryIn(const Result& read, int row) {
@@ -173,12 +170,14 @@ std::string AuditLog::HashOfPrevious(std::int64_t entry, std::int32_t unitKey) {
   return {};
 }
 
-std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, const Previous& previous) {
-  if (entry.unitKey && previous.entry == 0) {
+std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, std::int64_t previous,
+                                                const Known& known) {
+  if (entry.unitKey && previous == 0) {
     return {};
   }
   if (entry.unitKey) {
-    return {previous.hash.empty() ? HashOfPrevious(previous.entry, *entry.unitKey) : previous.hash};
+    return {known.hashOfPrevious.empty() ? HashOfPrevious(previous, *entry.unitKey)
+                                         : known.hashOfPrevious};
   }
   const Result read = session_.Own(
       R"(SELECT "Hash" FROM "AuditEntries" WHERE "RID" IN (SELECT "Entry" FROM "UnitVersions") OR "RID" = (SELECT max("RID") FROM "AuditEntries" WHERE "HomeUnit"=0 AND "UnitKey" IS NULL) ORDER BY "RID")");
@@ -189,16 +188,14 @@ std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, const Pr
   return hashes;
 }
 
-void AuditLog::AskForNumber(std::int32_t unitKey) {
-  session_.AskWithTheRight(kNumberAndLoginInUnit, Values(unitKey));
-}
-
-AuditLog::Added AuditLog::Append(WorkEntry entry, const Previous& previous,
+AuditLog::Added AuditLog::Append(WorkEntry entry, std::int64_t previous, const Known& known,
                                  const std::vector<RowChange>& changes) {
   const std::vector<std::string> rows = RowsInPieces(changes);
-  {
-    const Result given = entry.unitKey ? session_.Own(kNumberAndLoginInUnit, Values(*entry.unitKey))
-                                       : session_.Own(kNumberAndLogin);
+  if (known.number != 0) {
+    entry.entry = known.number;
+    entry.origin.append(kLogin).append(known.login);
+  } else {
+    const Result given = session_.Own(kNumberAndLogin);
     entry.entry = given.Number(0, 0);
     entry.origin.append(kLogin).append(given.Text(0, 1));
   }
@@ -208,11 +205,10 @@ AuditLog::Added AuditLog::Append(WorkEntry entry, const Previous& previous,
   values.AddText(entry.who);
   values.AddText(entry.origin);
   AddOrNull(values, entry.unitKey);
-  AddOrNull(values,
-            entry.unitKey && previous.entry != 0 ? std::optional(previous.entry) : std::nullopt);
+  AddOrNull(values, entry.unitKey && previous != 0 ? std::optional(previous) : std::nullopt);
   values.AddText(entry.what);
   values.AddText(rows.front());
-  const std::string hash = qorhost::HashOf(entry, HashesBehind(entry, previous), rows);
+  const std::string hash = qorhost::HashOf(entry, HashesBehind(entry, previous, known), rows);
   values.AddText(hash);
   session_.OwnLater(
       R"(INSERT INTO "AuditEntries" ("HomeUnit", "RID", "At", "Who", "Origin", "UnitKey", "Previous", "What", "Rows", "Hash") VALUES (coalesce($5::int4, 0), $1::int8, $2::text, $3::text, $4::text, $5::int4, $6::int8, $7::text, $8::text, $9::text))",

@@ -31,24 +31,24 @@ class AuditLog final : public qorhost::AuditLog {
     std::int64_t entry = 0;
     std::string hash;
   };
-  /// The last entry of a unit; 0 for none. The hash is "" where it was not read.
-  struct Previous {
-    std::int64_t entry = 0;
-    std::string hash;
+  /// What came with the lock of the one unit that the entry is of; where it has not, it is asked
+  /// for.
+  struct Known {
+    std::int64_t number = 0;     ///< of the entry; 0: not known, and the login neither
+    std::string login;           ///< by which the server knows who stores it
+    std::string hashOfPrevious;  ///< of the unit's last entry; "": not known
   };
-  /// Asks for the number of the entry to come with the message that takes the right to write one
-  /// unit; where nothing is added, the number is left out.
-  void AskForNumber(std::int32_t unitKey);
   /// Adds an entry. The right to write is held: it gets its number behind all those of its unit,
   /// and one of the whole store behind all. What it says of where it comes from ends with the login
-  /// at the server. The server is sent it with the commit. `previous` is of no meaning for an entry
-  /// of the whole store.
-  Added Append(WorkEntry entry, const Previous& previous, const std::vector<RowChange>& changes);
+  /// at the server. The server is sent it with the commit. `previous` is the unit's last entry, 0
+  /// for none; of no meaning for an entry of the whole store.
+  Added Append(WorkEntry entry, std::int64_t previous, const Known& known,
+               const std::vector<RowChange>& changes);
 
  private:
   [[nodiscard]] std::string HashOfPrevious(std::int64_t entry, std::int32_t unitKey);
-  [[nodiscard]] std::vector<std::string> HashesBehind(const WorkEntry& entry,
-                                                      const Previous& previous);
+  [[nodiscard]] std::vector<std::string> HashesBehind(const WorkEntry& entry, std::int64_t previous,
+                                                      const Known& known);
 
   Session& session_;
 };

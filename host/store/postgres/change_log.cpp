@@ -1,9 +1,11 @@
 #include "host/store/postgres/change_log.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "frame/row_state.h"
 #include "host/dialect/catalog.h"
@@ -29,29 +31,22 @@ std::vector<std::string> StoredColumns(const dialect::Table& table) {
 }
 
 /// A number of a row; nothing where the cell holds none.
-std::optional<double> NumberIn(const json& row, const char* column) {
-  const json& cell = row.at(column);
-  return cell.is_number() ? std::optional(cell.get<double>()) : std::nullopt;
+std::optional<double> NumberIn(const ToldRow& row, std::string_view column) {
+  const std::string_view cell = row.At(column);
+  double number = 0;
+  const auto read = std::from_chars(cell.data(), cell.data() + cell.size(), number);
+  return read.ec == std::errc() ? std::optional(number) : std::nullopt;
 }
 
-/// The columns of a row that are others in another one.
-json Differing(const json& row, const json& other) {
-  json differing = row;
-  for (const auto& [column, cell] : row.items()) {
-    if (cell == other.at(column)) {
-      differing.erase(column);
-    }
-  }
-  return differing;
-}
-
-/// The cells of the stored columns that a row has, in the catalog's order.
-std::vector<StoredCell> CellsOf(const dialect::Table& table, const json& row, RowState state) {
+/// The cells of the stored columns that a row has, in the catalog's order; beside another row those
+/// alone that are others in it.
+std::vector<StoredCell> CellsOf(const dialect::Table& table, const ToldRow& row, RowState state,
+                                const ToldRow& other = {}) {
   std::vector<StoredCell> cells;
   for (const dialect::Column& column : table.columns) {
-    const std::string name(column.name);
-    if (!column.generated && row.contains(name)) {
-      cells.push_back({name, ToldCell(column, row.at(name), state)});
+    const std::string_view cell = column.generated ? std::string_view() : row.At(column.name);
+    if (!cell.empty() && cell != other.At(column.name)) {
+      cells.push_back({std::string(column.name), ToldCell(column, json::parse(cell), state)});
     }
   }
   return cells;
@@ -65,42 +60,63 @@ ChangeLog::ChangeLog(Connection& connection) : connection_(connection) {
       list().Watch(std::string(table.name), StoredColumns(table));
     }
   }
-  connection_.TellChanges([this](std::string_view text) {
-    if (!on()) {
-      return;
-    }
-    try {
-      Take(text);
-    } catch (...) {
-      MissOne();
-    }
-  });
+  connection_.TellChanges([this](std::string_view text) { Hear(text); },
+                          [this] { TakeWhatIsTold(); });
 }
 
 ChangeLog::~ChangeLog() {
-  connection_.TellChanges(nullptr);
+  connection_.TellChanges(nullptr, nullptr);
 }
 
-void ChangeLog::Take(std::string_view text) {
-  const json told = json::parse(text);
-  const auto name = told.at("table").get<std::string>();
+void ChangeLog::Hear(std::string_view text) {
+  if (!on()) {
+    return;
+  }
+  try {
+    told_.emplace_back(text);
+  } catch (...) {
+    MissOne();
+  }
+}
+
+/// The rows of a statement in the order of their identities, in whichever the server met them.
+void ChangeLog::TakeWhatIsTold() {
+  if (told_.empty()) {
+    return;
+  }
+  std::stable_sort(told_.begin(), told_.end(),
+                   [](const Told& one, const Told& other) { return one.rid() < other.rid(); });
+  try {
+    for (const Told& told : told_) {
+      Take(told);
+    }
+  } catch (...) {
+    MissOne();
+  }
+  told_.clear();
+}
+
+void ChangeLog::Take(const Told& told) {
+  const std::string_view name = told.table();
   const dialect::Table* const known = dialect::FindTable(name);
   if (known == nullptr) {
     return;
   }
-  const bool wasThere = told.contains("before");
-  const bool isThere = told.contains("after");
-  const auto rid = told[isThere ? "after" : "before"].at("RID").get<std::int64_t>();
-  const std::int64_t last = told.contains("last") ? told["last"].get<std::int64_t>() : rid;
+  const ToldRow& before = told.before();
+  const ToldRow& after = told.after();
+  const bool wasThere = !before.empty();
+  const bool isThere = !after.empty();
+  const std::int64_t rid = told.rid();
+  const std::int64_t last = told.last();
   const auto rows = static_cast<int>(last - rid + 1);
   for (int row = 0; row < rows; ++row) {
     list().Touch();
   }
   if (wasThere) {
-    Count(name, told["before"], -1);
+    Count(name, before, -1);
   }
   if (isThere) {
-    Count(name, told["after"], rows);
+    Count(name, after, rows);
   }
   ChangeList::Watched* const table = list().Find(name);
   if (table == nullptr) {
@@ -110,21 +126,19 @@ void ChangeLog::Take(std::string_view text) {
   } else if (!wasThere) {
     for (std::int64_t row = rid; row <= last; ++row) {
       if (!list().JoinsRun(*table, row)) {
-        list().AddInserted(*table, row, CellsOf(*known, told["after"], RowState::kAfter));
+        list().AddInserted(*table, row, CellsOf(*known, after, RowState::kAfter));
       }
     }
   } else if (!isThere) {
-    list().AddDeleted(*table, rid, CellsOf(*known, told["before"], RowState::kBefore));
+    list().AddDeleted(*table, rid, CellsOf(*known, before, RowState::kBefore));
   } else {
-    const json& before = told["before"];
-    const json& after = told["after"];
-    list().AddUpdated(*table, rid, CellsOf(*known, Differing(before, after), RowState::kBefore),
-                      CellsOf(*known, Differing(after, before), RowState::kAfter));
+    list().AddUpdated(*table, rid, CellsOf(*known, before, RowState::kBefore, after),
+                      CellsOf(*known, after, RowState::kAfter, before));
   }
 }
 
 /// The rows that UnitCounts counts, as the register counts them all at once.
-void ChangeLog::Count(std::string_view table, const nlohmann::json& row, int number) {
+void ChangeLog::Count(std::string_view table, const ToldRow& row, int number) {
   if (units().empty()) {
     return;
   }

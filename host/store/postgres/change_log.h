@@ -1,11 +1,12 @@
 // The rows that a unit of work changes, as the server tells them.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
 #include <string_view>
+#include <vector>
 
 #include "host/store/change_log.h"
 #include "host/store/postgres/connection.h"
+#include "host/store/postgres/told_row.h"
 
 namespace qorhost::postgres {
 
@@ -16,10 +17,13 @@ class ChangeLog final : public qorhost::ChangeLog {
   ~ChangeLog() override;
 
  private:
-  void Take(std::string_view text);
-  void Count(std::string_view table, const nlohmann::json& row, int number);
+  void Hear(std::string_view text);
+  void TakeWhatIsTold();
+  void Take(const Told& told);
+  void Count(std::string_view table, const ToldRow& row, int number);
 
   Connection& connection_;
+  std::vector<Told> told_;  // by the statement that is under way
 };
 
 }  // namespace qorhost::postgres

@@ -50,6 +50,13 @@ std::int64_t LockTimeoutOf(const Patience& patience) {
 /// Who is told of changed rows. Stays where it is, whoever owns the connection.
 struct Connection::Listener {
   std::function<void(std::string_view)> told;
+  std::function<void()> toldAll;
+
+  void TellAll() const {
+    if (toldAll) {
+      toldAll();
+    }
+  }
 
   static void Called(void* context, const pg_result* notice) {
     const auto& listener = *static_cast<const Listener*>(context);
@@ -180,6 +187,7 @@ Result Connection::Run(const std::string& sql, std::span<const Sent> values) {
   SentTexts sent(values);
   Result result(PQexecParams(handle(), sql.c_str(), sent.count(), nullptr, sent.pointers(), nullptr,
                              nullptr, 0));
+  listener_->TellAll();
   if (!result.isDone()) {
     throw ErrorOf(result.get(), handle(), kFailed);
   }
@@ -373,6 +381,7 @@ Connection::Fate Connection::LookAtFate(const Witness& witness, int backend) {
 void Connection::RunAll(const std::string& sql) {
   SendWhatWaits();
   const Result result(PQexec(handle(), sql.c_str()));
+  listener_->TellAll();
   if (!result.isDone()) {
     throw ErrorOf(result.get(), handle(), kFailed);
   }
@@ -395,7 +404,7 @@ void Connection::SendWhatWaits() {
 /// Everything goes to the server at once. Whoever calls it looks whether the connection was lost.
 Failure Connection::RunSteps(std::span<Step> steps, const Watch& watch) {
   try {
-    return RunTogether(handle(), names_, steps, watch);
+    return RunTogether(handle(), names_, steps, watch, listener_->toldAll);
   } catch (const StoreError&) {
     if (!isLost()) {
       throw;
@@ -514,8 +523,10 @@ StoreError Connection::GivenUpError() const {
       "The store '{}': its server does not answer, and was not waited for any longer", name_));
 }
 
-void Connection::TellChanges(std::function<void(std::string_view)> told) {
+void Connection::TellChanges(std::function<void(std::string_view)> told,
+                             std::function<void()> toldAll) {
   listener_->told = std::move(told);
+  listener_->toldAll = std::move(toldAll);
 }
 
 void Connection::UndoWhatIsOpen() noexcept {

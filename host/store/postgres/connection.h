@@ -90,9 +90,9 @@ class Connection {
   /// StoreFault::kBusy is raised.
   Result RunWaiting(const std::string& sql, const Patience& patience);
 
-  /// Who is told of each changed row, by the triggers' text; nobody at first. It must not raise and
-  /// not use the connection.
-  void TellChanges(std::function<void(std::string_view)> told);
+  /// Who is told of each changed row, by the triggers' text, and behind those of a statement that
+  /// they are all; nobody at first. They must not raise and not use the connection.
+  void TellChanges(std::function<void(std::string_view)> told, std::function<void()> toldAll);
 
   /// Undoes the open transaction, if one is open.
   void UndoWhatIsOpen() noexcept;

@@ -19,7 +19,9 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-constexpr milliseconds kLongestLook(50);
+// How often somebody looks up while the server works. Not shorter at first: a clock that is to go
+// off before the system's own next tick costs more than the rest of a short wait.
+constexpr milliseconds kLook(50);
 constexpr const char* kSending = "The statement failed";
 
 /// Whoever fails to say so goes on no longer.
@@ -38,8 +40,9 @@ bool SendText(pg_conn* handle, const char* text) {
 /// The steps of one message, on their way there and back.
 class Message {
  public:
-  Message(pg_conn* handle, StatementNames& names, std::span<Step> steps, const Watch& watch)
-      : handle_(handle), names_(names), steps_(steps), watch_(watch) {}
+  Message(pg_conn* handle, StatementNames& names, std::span<Step> steps, const Watch& watch,
+          const std::function<void()>& answered)
+      : handle_(handle), names_(names), steps_(steps), watch_(watch), answeredOne_(answered) {}
 
   void Send() {
     bool isSent = PQenterPipelineMode(handle_) != 0;
@@ -56,6 +59,9 @@ class Message {
     for (Step* const step : answered_) {
       if (!isLost()) {
         ReadAnswersTo(step);
+        if (answeredOne_) {
+          answeredOne_();
+        }
       }
     }
     if (!isLost()) {
@@ -138,6 +144,7 @@ class Message {
   StatementNames& names_;
   std::span<Step> steps_;
   const Watch& watch_;
+  const std::function<void()>& answeredOne_;
   std::vector<Step*> answered_;  // command by command, as they were sent
   steady_clock::time_point started_;
   Failure failure_;
@@ -165,22 +172,22 @@ const char* const* SentTexts::pointers() {
 }
 
 Failure RunTogether(pg_conn* handle, StatementNames& names, std::span<Step> steps,
-                    const Watch& watch) {
-  Message message(handle, names, steps, watch);
+                    const Watch& watch, const std::function<void()>& answered) {
+  Message message(handle, names, steps, watch, answered);
   message.Send();
   return message.Read();
 }
 
 bool AwaitAnswer(pg_conn* handle, const Watch& watch, steady_clock::time_point started) {
-  milliseconds pause(1);
+  milliseconds passed(0);
   while (PQisBusy(handle) != 0) {
     pollfd socket{PQsocket(handle), POLLIN, 0};
+    const milliseconds pause = std::clamp(watch.limit - passed, milliseconds(1), kLook);
     if (poll(&socket, 1, static_cast<int>(pause.count())) == 0) {
-      const auto passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - started);
+      passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - started);
       if (!GoesOn(watch, passed)) {
         return false;
       }
-      pause = std::clamp(watch.limit - passed, milliseconds(1), std::min(pause * 2, kLongestLook));
     }
     if (PQconsumeInput(handle) == 0) {
       return true;  // that it is lost, is the answer

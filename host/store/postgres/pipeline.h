@@ -76,9 +76,10 @@ struct StatementNames {
 };
 
 /// Sends all the steps at once and reads the answers; what comes behind one that is refused is not
-/// done. Raises StoreError when they cannot be sent.
+/// done. Raises StoreError when they cannot be sent. `answered`, which may be empty, is called
+/// behind the answers to each step and what the server had to say beside them.
 [[nodiscard]] Failure RunTogether(pg_conn* handle, StatementNames& names, std::span<Step> steps,
-                                  const Watch& watch);
+                                  const Watch& watch, const std::function<void()>& answered);
 
 /// Reads what waits until an answer is there; false when the watch has ended the waiting.
 [[nodiscard]] bool AwaitAnswer(pg_conn* handle, const Watch& watch,

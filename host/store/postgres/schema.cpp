@@ -98,7 +98,7 @@ void MakeEmptyStore(Connection& connection, const StoreForm& form) {
   connection.RunAll(CreateFunctionsText() +
                     "CREATE SCHEMA qorhost; SET LOCAL search_path = qorhost, public;");
   MakeTables(connection, form);
-  connection.RunAll(ChangeTriggersText());
+  connection.RunAll(ChangeTriggersText(form.spread));
 }
 
 Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreForm& form,

@@ -16,6 +16,15 @@ namespace {
 constexpr const char* kRandomMark =
     "('x' || left(gen_random_uuid()::text, 8) || right(gen_random_uuid()::text, 8))::bit(64)::int8";
 
+// What an operation on one unit needs when it begins to write: the unit's row locked, and behind
+// the lock the number of the entry to come and the hash of the last one. Who has waited for the
+// lock gets no hash: the statement does not see the entry that was added meanwhile.
+constexpr const char* kLockUnit =
+    R"(WITH "Locked" AS MATERIALIZED (SELECT "Entry", "Mark" FROM "UnitVersions" )"
+    R"(WHERE "UnitKey"=$1::int4 FOR UPDATE) SELECT pg_current_xact_id(), "Entry", "Mark", )"
+    R"(nextval('"AuditNumbers"'), session_user, (SELECT "Hash" FROM "AuditEntries" )"
+    R"(WHERE "HomeUnit"=$1::int4 AND "RID"="Locked"."Entry") FROM "Locked")";
+
 UnitVersion VersionIn(const Result& result) {
   return result.rows() == 0 ? UnitVersion{} : UnitVersion{result.Number(0, 0), result.Number(0, 1)};
 }
@@ -43,7 +52,7 @@ bool UnitOfWork::isInTransaction() const noexcept {
 }
 
 std::optional<UnitVersion> UnitOfWork::TakeRight() {
-  hashOfPrevious_.clear();
+  known_ = {};
   if (order().units.size() == 1) {
     return LockUnit(order().units.front());
   }
@@ -52,23 +61,13 @@ std::optional<UnitVersion> UnitOfWork::TakeRight() {
   return std::nullopt;
 }
 
-/// One message for all that an operation needs when it begins to write. Who has waited for the lock
-/// is told the version that was stored meanwhile, and what comes behind sees all that was.
+/// One message for all. Who has waited for the lock is told the version that was stored meanwhile,
+/// and what comes behind sees all that was.
 std::optional<UnitVersion> UnitOfWork::LockUnit(std::int32_t unitKey) {
-  session_.audit().AskForNumber(unitKey);
   SentValues values;
   values.AddNumber(unitKey);
   std::vector<Step> steps;
-  steps.push_back(
-      session_.OwnStep(R"(SELECT pg_current_xact_id(), "Entry", "Mark" FROM "UnitVersions" )"
-                       R"(WHERE "UnitKey"=$1::int4 FOR UPDATE)",
-                       values));
-  // The entry first, so that it is looked up by its whole key.
-  steps.push_back(
-      session_.OwnStep(R"(SELECT "Hash" FROM "AuditEntries" WHERE "HomeUnit"=$1::int4 AND "RID"=)"
-                       R"((SELECT "Entry" FROM "UnitVersions" WHERE "UnitKey"=$1::int4))",
-                       values));
-  const std::size_t own = steps.size();
+  steps.push_back(session_.OwnStep(kLockUnit, values));
   for (Step& asked : session_.StepsWithTheRight()) {
     steps.push_back(std::move(asked));
   }
@@ -80,10 +79,12 @@ std::optional<UnitVersion> UnitOfWork::LockUnit(std::int32_t unitKey) {
     return std::nullopt;
   }
   number_ = locked.Text(0, 0);
-  if (answers[1].rows() > 0) {
-    hashOfPrevious_ = answers[1].Text(0, 0);
+  known_.number = locked.Number(0, 3);
+  known_.login = locked.Text(0, 4);
+  if (!locked.IsNull(0, 5)) {
+    known_.hashOfPrevious = locked.Text(0, 5);
   }
-  session_.KeepAnswers(std::span(answers).subspan(own));
+  session_.KeepAnswers(std::span(answers).subspan(1));
   return UnitVersion{locked.Number(0, 1), locked.Number(0, 2)};
 }
 
@@ -100,7 +101,7 @@ void UnitOfWork::LockNewUnit(std::int32_t unitKey) {
 
 WorkCourse::Versions UnitOfWork::Store(WorkEntry entry, std::int64_t previous) {
   const AuditLog::Added added =
-      session_.audit().Append(std::move(entry), {previous, hashOfPrevious_}, log_.changes());
+      session_.audit().Append(std::move(entry), previous, known_, log_.changes());
   Versions raised = RaiseVersions(added.entry);
   // Whoever has lost the connection finds the entry by all of it: another one may have come to have
   // its number.

@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 
+#include "host/store/postgres/audit_log.h"
 #include "host/store/postgres/change_log.h"
 #include "host/store/work_course.h"
 
@@ -38,7 +39,7 @@ class UnitOfWork final : public WorkCourse {
   ChangeLog log_;
   std::string number_;  // of its transaction
   std::random_device random_;
-  std::string hashOfPrevious_;  // of the unit's last entry, where it came with the lock
+  AuditLog::Known known_;  // what came with the lock
 };
 
 }  // namespace qorhost::postgres

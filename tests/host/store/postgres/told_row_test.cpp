@@ -1,0 +1,91 @@
+// What the server tells of changed rows: the text of a notice, and the order in which the history
+// has the rows of a statement.
+#include "host/store/postgres/told_row.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/store/postgres/change_log.h"
+#include "host/store/postgres/schema.h"
+#include "host/store/store_error.h"
+#include "test_server.h"
+
+namespace qorhost::postgres::test {
+
+namespace {
+
+using testing::ElementsAre;
+
+TEST(ToldRow, HasItsCellsAsTheyAreWritten) {
+  Told first(
+      R"({"table":"Tenants","before":{"RID":7,"LastName":"a \"b\", {c} \\","Resident":null},"after":{"RID":7,"LastName":"ü","Resident":-1}})");
+  const Told told(std::move(first));
+  EXPECT_EQ(told.table(), "Tenants");
+  EXPECT_EQ(told.rid(), 7);
+  EXPECT_EQ(told.last(), 7);
+  EXPECT_EQ(told.before().At("LastName"), R"("a \"b\", {c} \\")");
+  EXPECT_EQ(told.before().At("Resident"), "null");
+  EXPECT_EQ(told.after().At("LastName"), "\"ü\"");
+  EXPECT_EQ(told.after().At("Resident"), "-1");
+  EXPECT_EQ(told.after().At("FirstName"), "");
+}
+
+TEST(ToldRow, MayStandForThoseBehindIt) {
+  const Told told(R"({"table" : "Tenants", "after" : {"RID":7,"UnitKey":1}, "last" : 12})");
+  EXPECT_TRUE(told.before().empty());
+  EXPECT_EQ(told.rid(), 7);
+  EXPECT_EQ(told.last(), 12);
+}
+
+TEST(ToldRow, OfOtherWordsIsRefused) {
+  for (const char* text : {"", "{", "[]", "{}", R"({"table":"Tenants"})", R"({"table":"Tenants)",
+                           R"({"table":"Tenants","after":{"UnitKey":1}})",
+                           R"({"table":"Tenants","after":{"RID":"x"}})",
+                           R"({"table":"Tenants","after":{"RID":1)", R"({"after":{"RID":1},"\)"}) {
+    EXPECT_THROW((void)Told(text), StoreError) << text;
+  }
+}
+
+/// The identities of the rows of all changes.
+std::vector<std::int64_t> RidsIn(const ChangeLog& log) {
+  std::vector<std::int64_t> rids;
+  for (const RowChange& change : log.changes()) {
+    rids.push_back(change.rid);
+  }
+  return rids;
+}
+
+TEST(ToldRow, ComesInTheOrderOfTheIdentitiesOfItsStatement) {
+  Connection connection =
+      OpenServerStore(TestServer::Shared().Create("told_rows"), OpenMode::kCreate);
+  connection.RunAll(
+      R"(INSERT INTO "CredentialBank" ("UnitKey", "PINNo") SELECT 1, n FROM generate_series(1, 3) n)");
+  // The first one lies behind the others from now on.
+  connection.RunAll(R"(UPDATE "CredentialBank" SET "PINNo"=9 WHERE "RID"=1)");
+  ChangeLog log(connection);
+  log.Start();
+
+  PreparedText all{R"(UPDATE "CredentialBank" SET "PINNo"="PINNo"+10)", {}};
+  connection.Begin();
+  (void)connection.Run(all, {}, false);
+  EXPECT_THAT(RidsIn(log), ElementsAre(1, 2, 3));
+
+  PreparedText second{R"(DELETE FROM "CredentialBank" WHERE "RID"=$1::int4)", {}};
+  for (const char* rid : {"3", "2"}) {
+    const std::vector<Sent> values{Sent(rid)};
+    connection.RunLater(second, values);
+  }
+  PreparedText rest{R"(DELETE FROM "CredentialBank")", {}};
+  (void)connection.Run(rest, {}, false);
+  EXPECT_THAT(RidsIn(log), ElementsAre(1, 2, 3, 3, 2, 1));
+  EXPECT_EQ(log.touched(), 6);
+  connection.UndoWhatIsOpen();
+}
+
+}  // namespace
+
+}  // namespace qorhost::postgres::test
