@@ -9,6 +9,7 @@
 #include "host/dialect/catalog.h"
 #include "host/dialect/names.h"
 #include "host/store/postgres/role_needs.h"
+#include "host/store/postgres/transaction.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::postgres {
@@ -176,15 +177,7 @@ std::string TextForOwner(Connection& connection, const std::string& owner) {
 }  // namespace
 
 void GrantRightsAtOnce(Connection& connection, const StoreRoles& roles) {
-  connection.Begin();
-  try {
-    GrantRights(connection, roles);
-    connection.RunAll("COMMIT");
-    connection.UndoWhatIsOpen();
-  } catch (...) {
-    connection.UndoWhatIsOpen();
-    throw;
-  }
+  InOneTransaction(connection, [&] { GrantRights(connection, roles); });
 }
 
 void GrantRights(Connection& connection, const StoreRoles& roles) {

@@ -9,6 +9,7 @@
 #include "host/store/postgres/change_triggers.h"
 #include "host/store/postgres/rights.h"
 #include "host/store/postgres/sql_functions.h"
+#include "host/store/postgres/transaction.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::postgres {
@@ -50,20 +51,14 @@ void RequireRightToMake(Connection& connection) {
   }
 }
 
-/// In one transaction.
 void MakeStoreWhereNoneIs(Connection& connection, const StoreForm& form) {
   RequireSpreading(connection, form.spread);
-  connection.RunAll("BEGIN");
-  try {
+  InOneTransaction(connection, [&] {
     LockMaking(connection);
     if (!VersionOf(connection)) {
       MakeEmptyStore(connection, form);
     }
-    connection.RunAll("COMMIT");
-  } catch (...) {
-    connection.UndoWhatIsOpen();
-    throw;
-  }
+  });
 }
 
 /// Says of a store on which this user has no rights who can give them to him.

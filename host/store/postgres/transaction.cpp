@@ -2,35 +2,36 @@
 
 namespace qorhost::postgres {
 
+void InOneTransaction(Connection& connection, const std::function<void()>& work) {
+  connection.Begin();
+  try {
+    work();
+    connection.RunAll("COMMIT");
+  } catch (...) {
+    connection.UndoWhatIsOpen();
+    throw;
+  }
+  connection.UndoWhatIsOpen();  // nothing is: it is done with
+}
+
 std::string LockStore(Connection& connection, const Patience& patience) {
   const Result number = connection.RunWaiting(
       "LOCK TABLE \"UnitVersions\" IN EXCLUSIVE MODE; SELECT pg_current_xact_id()", patience);
   return std::string(number.Text(0, 0));
 }
 
-AloneOnStore::AloneOnStore(Connection& connection, const Patience& patience)
-    : connection_(connection) {
-  connection_.Begin();
+std::string BeginAloneOnStore(Connection& connection, const Patience& patience) {
+  connection.Begin();
   try {
-    number_ = LockStore(connection_, patience);
+    return LockStore(connection, patience);
   } catch (...) {
-    connection_.UndoWhatIsOpen();
+    connection.UndoWhatIsOpen();
     throw;
   }
 }
 
 void AloneOnStore::Keep() {
   connection_.Commit({number_, {}});
-}
-
-void TransactionEngine::BeginAlone() {
-  connection_.Begin();
-  try {
-    number_ = LockStore(connection_, patience_);
-  } catch (...) {
-    connection_.UndoWhatIsOpen();
-    throw;
-  }
 }
 
 void TransactionEngine::UndoInner() {
