@@ -468,7 +468,7 @@ Result Connection::RunOnce(PreparedText& statement, std::span<const Sent> values
     RequireDone(failure, steps[own].answer);
   } catch (...) {
     if (guarded) {
-      UndoWhatIsOpen("ROLLBACK TO SAVEPOINT statement; RELEASE SAVEPOINT statement");
+      UndoBackTo("statement");
     }
     throw;
   }
@@ -521,22 +521,26 @@ void Connection::TellChanges(std::function<void(std::string_view)> told) {
 void Connection::UndoWhatIsOpen() noexcept {
   later_.clear();
   if (isWhole_) {
-    UndoWhatIsOpen("ROLLBACK TO SAVEPOINT whole_part; RELEASE SAVEPOINT whole_part");
+    UndoBackTo("whole_part");
     hasPart_ = false;
     return;
   }
-  UndoWhatIsOpen("ROLLBACK");
+  UndoBy("ROLLBACK");
   begun_ = false;
 }
 
-void Connection::UndoWhatIsOpen(const char* sql) noexcept {
+void Connection::UndoBackTo(const char* savepoint) noexcept {
+  UndoBy(fmt::format("ROLLBACK TO SAVEPOINT {0}; RELEASE SAVEPOINT {0}", savepoint));
+}
+
+void Connection::UndoBy(const std::string& sql) noexcept {
   try {
     SendWhatWaits();  // what is gone back to may be in it
   } catch (const StoreError&) {
     // It belonged to what is undone.
   }
   if (inTransaction()) {
-    const Result ignored(PQexec(handle(), sql));
+    const Result ignored(PQexec(handle(), sql.c_str()));
   }
 }
 

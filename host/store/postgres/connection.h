@@ -96,8 +96,8 @@ class Connection {
 
   /// Undoes the open transaction, if one is open.
   void UndoWhatIsOpen() noexcept;
-  /// Undoes a part of it by that text.
-  void UndoWhatIsOpen(const char* sql) noexcept;
+  /// Undoes what has come since a savepoint of it, and the savepoint.
+  void UndoBackTo(const char* savepoint) noexcept;
 
   /// Whether a transaction is open, usable or not: of those that are held, whether a part is.
   [[nodiscard]] bool inTransaction() const noexcept;
@@ -117,6 +117,7 @@ class Connection {
   [[nodiscard]] Handle ConnectBeside() const;
   void Open();
   void Reopen();
+  void UndoBy(const std::string& sql) noexcept;
   [[nodiscard]] bool Pause(std::chrono::milliseconds pause) const;
   [[nodiscard]] bool MayGoOn(std::chrono::milliseconds pause) const noexcept;
   void RequireServer();

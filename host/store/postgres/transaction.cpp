@@ -35,8 +35,7 @@ void AloneOnStore::Keep() {
 }
 
 void TransactionEngine::UndoInner() {
-  connection_.UndoWhatIsOpen(
-      "ROLLBACK TO SAVEPOINT inner_transaction; RELEASE SAVEPOINT inner_transaction");
+  connection_.UndoBackTo("inner_transaction");
 }
 
 void TransactionEngine::UndoPart() {
