@@ -174,10 +174,10 @@ std::string AuditLog::HashOfPrevious(std::int64_t entry, std::int32_t unitKey) {
 }
 
 std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, const Previous& previous) {
-  if (entry.unitKey && previous.entry == 0) {
-    return {};
-  }
   if (entry.unitKey) {
+    if (previous.entry == 0) {
+      return {};
+    }
     return {previous.hash.empty() ? HashOfPrevious(previous.entry, *entry.unitKey) : previous.hash};
   }
   const Result read = session_.Own(
