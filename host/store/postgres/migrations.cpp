@@ -37,7 +37,7 @@ void MakeTables(Connection& connection, const StoreForm& form) {
 }
 
 void BringUpToDate(Connection& connection, std::span<const Migration> steps) {
-  InOneTransaction(connection, [&] {
+  InOneTransaction(connection, kStoreSchema, [&] {
     LockMaking(connection);
     connection.RunAll("SET LOCAL search_path = qorhost");
     const int version = VersionOf(connection).value_or(0);

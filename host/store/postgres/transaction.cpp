@@ -1,17 +1,28 @@
 #include "host/store/postgres/transaction.h"
 
+#include <fmt/format.h>
+
 namespace qorhost::postgres {
 
-void InOneTransaction(Connection& connection, const std::function<void()>& work) {
+Connection::Witness WitnessIn(Connection& connection, std::string_view table) {
+  const Result number = connection.Run("SELECT pg_current_xact_id()");
+  Connection::Witness witness;
+  witness.number = number.Text(0, 0);
+  witness.select =
+      fmt::format("SELECT 1 FROM {} WHERE xmin='{}'::xid8::xid", table, witness.number);
+  return witness;
+}
+
+void InOneTransaction(Connection& connection, std::string_view table,
+                      const std::function<void()>& work) {
   connection.Begin();
   try {
     work();
-    connection.RunAll("COMMIT");
+    connection.Commit(WitnessIn(connection, table));
   } catch (...) {
     connection.UndoWhatIsOpen();
     throw;
   }
-  connection.UndoWhatIsOpen();  // nothing is: it is done with
 }
 
 std::string LockStore(Connection& connection, const Patience& patience) {

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "host/store/patience.h"
 #include "host/store/postgres/connection.h"
@@ -10,8 +11,14 @@
 
 namespace qorhost::postgres {
 
-/// Does the work in a transaction of its own, which is undone when the work raises.
-void InOneTransaction(Connection& connection, const std::function<void()>& work);
+/// By what it is known later whether the open transaction was stored, which has written a row to
+/// that table.
+[[nodiscard]] Connection::Witness WitnessIn(Connection& connection, std::string_view table);
+
+/// Does the work in a transaction of its own, which is undone when the work raises. `table`: as
+/// above.
+void InOneTransaction(Connection& connection, std::string_view table,
+                      const std::function<void()>& work);
 
 /// Keeps everybody else from writing until the open transaction ends, and gives its number, by
 /// which it is committed.
