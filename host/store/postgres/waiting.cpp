@@ -19,7 +19,7 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr milliseconds kLongestLook(50);
-// For how long a server that is to end its work is waited for.
+// For how long it is waited until a server has heard that it is to end its work.
 constexpr milliseconds kEndTime(3000);
 // When it is told once more: work that has not begun yet when it is told does not hear of it.
 constexpr milliseconds kTellAgain(200);
@@ -102,11 +102,10 @@ void GiveUp(pg_conn* handle) {
 }  // namespace
 
 Result AnswerReader::Next() {
-  if (isCutShort_) {
-    if (!AwaitAnswer(handle_, LookingOn(watch_, kEndTime), steady_clock::now())) {
-      GiveUp(handle_);
-    }
-  } else if (!AwaitAnswer(handle_, watch_, started_)) {
+  const bool isThere =
+      isCutShort_ ? AwaitAnswer(handle_, LookingOn(watch_, kTellAgain), steady_clock::now())
+                  : AwaitAnswer(handle_, watch_, started_);
+  if (!isThere) {
     End();
   }
   return Result(PQgetResult(handle_));
@@ -114,8 +113,8 @@ Result AnswerReader::Next() {
 
 void AnswerReader::End() {
   isCutShort_ = true;
-  const steady_clock::time_point end = steady_clock::now() + kEndTime;
-  while (steady_clock::now() < end && TellEnd(handle_, watch_, end)) {
+  // A server that takes it in is there, however long its work goes on.
+  while (TellEnd(handle_, watch_, steady_clock::now() + kEndTime)) {
     if (AwaitAnswer(handle_, LookingOn(watch_, kTellAgain), steady_clock::now())) {
       return;
     }

@@ -36,7 +36,7 @@ class AnswerReader {
       : handle_(handle), watch_(watch), started_(std::chrono::steady_clock::now()) {}
 
   /// The next one; null behind the last. When the watch ends the waiting the server is told to end
-  /// its work; one that does not answer that in 3 seconds is given up: the connection is lost then.
+  /// its work; one that does not hear that in 3 seconds is given up: the connection is lost then.
   [[nodiscard]] Result Next();
   /// Has the server end its work in the same way; what it has done by then is answered yet.
   void End();
