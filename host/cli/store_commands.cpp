@@ -118,6 +118,18 @@ ExitStatus RunRights(const GlobalOptions& global, const InitOptions& options, Co
   return ExitStatus::kDone;
 }
 
+/// What a trial says of the rights, which it has looked at.
+std::string RightsInWords(const StoreRoles& roles) {
+  if (roles.empty()) {
+    return "";
+  }
+  const bool isOne = roles.operators.empty() || roles.administrators.empty();
+  return isOne ? fmt::format(", and grant the rights on it to '{}{}'", roles.operators,
+                             roles.administrators)
+               : fmt::format(", and grant the rights on it to '{}' and '{}'", roles.operators,
+                             roles.administrators);
+}
+
 ExitStatus RunMaking(const GlobalOptions& global, const InitOptions& options, Console& console) {
   if (options.force && global.answer == false) {
     throw UsageError("--force replaces a store, and --no says No: leave one of them out");
@@ -143,7 +155,8 @@ ExitStatus RunMaking(const GlobalOptions& global, const InitOptions& options, Co
   }
   const std::string name = Displayable(global.file.string());
   if (options.trial) {
-    console.out << fmt::format("Would create {}. This was a trial, nothing was changed.\n", name);
+    console.out << fmt::format("Would create {}{}. This was a trial, nothing was changed.\n", name,
+                               RightsInWords(options.roles));
     return ExitStatus::kDone;
   }
   console.Remarks() << (options.demo

@@ -55,12 +55,14 @@ Replaced PutOnServer(const fs::path& name, const NewStore& made, Standing existi
   if (stands) {
     RequireConsentFor(name, consent);
   }
+  const ServerPlaceOrder order{
+      .replace = stands, .distributed = made.distributed, .roles = made.roles};
   if (made.trial == Trial::kYes) {
+    RequirePlaceOnServer(name, order, patience);
     Fill(*OpenMemoryStore(), made, patience);  // nothing is made on a server to be tried
     return Replaced::kIsGone;
   }
-  const std::unique_ptr<ServerPlace> place = BeginOnServer(
-      name, {.replace = stands, .distributed = made.distributed, .roles = made.roles}, patience);
+  const std::unique_ptr<ServerPlace> place = BeginOnServer(name, order, patience);
   Fill(place->store(), made, patience);
   return place->Keep();
 }

@@ -19,6 +19,11 @@ std::unique_ptr<Store> OpenServerStore(const std::string& /*name*/, OpenMode /*m
   Refuse();
 }
 
+void RequireServerPlace(const std::string& /*name*/, const ServerPlaceOrder& /*order*/,
+                        const Patience& /*patience*/) {
+  Refuse();
+}
+
 void RequireDistributingServer(const std::string& /*name*/) {
   Refuse();
 }

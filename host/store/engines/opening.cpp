@@ -43,6 +43,11 @@ std::unique_ptr<ServerPlace> BeginOnServer(const std::filesystem::path& name,
   return MakeServerPlace(name.string(), order, patience);
 }
 
+void RequirePlaceOnServer(const std::filesystem::path& name, const ServerPlaceOrder& order,
+                          const Patience& patience) {
+  RequireServerPlace(name.string(), order, patience);
+}
+
 void RequireDistribution(const std::filesystem::path& name) {
   if (!IsOnServer(name)) {
     throw StoreError(

@@ -35,6 +35,10 @@ namespace qorhost {
                                                          const ServerPlaceOrder& order,
                                                          const Patience& patience);
 
+/// Raises what that would raise, but for what others do meanwhile; changes nothing.
+void RequirePlaceOnServer(const std::filesystem::path& name, const ServerPlaceOrder& order,
+                          const Patience& patience);
+
 /// Raises StoreError where the tables of a store of that name cannot be spread over several
 /// servers, the rows of a unit together: for a file, and for a server that cannot do it.
 void RequireDistribution(const std::filesystem::path& name);

@@ -24,6 +24,11 @@ std::unique_ptr<ServerPlace> MakeServerPlace(const std::string& name, const Serv
   return std::make_unique<postgres::ServerPlace>(name, order, patience);
 }
 
+void RequireServerPlace(const std::string& name, const ServerPlaceOrder& order,
+                        const Patience& patience) {
+  postgres::RequireServerPlace(name, order, patience);
+}
+
 void GrantServerRights(const std::string& name, const StoreRoles& roles) {
   postgres::Connection connection = postgres::OpenServerStore(name, OpenMode::kReadWrite);
   postgres::GrantRightsAtOnce(connection, roles);

@@ -17,6 +17,9 @@ namespace qorhost {
 [[nodiscard]] std::unique_ptr<ServerPlace> MakeServerPlace(const std::string& name,
                                                            const ServerPlaceOrder& order,
                                                            const Patience& patience);
+/// As RequirePlaceOnServer().
+void RequireServerPlace(const std::string& name, const ServerPlaceOrder& order,
+                        const Patience& patience);
 /// As RequireDistribution().
 void RequireDistributingServer(const std::string& name);
 

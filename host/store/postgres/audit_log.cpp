@@ -172,10 +172,10 @@ std::string AuditLog::HashOfPrevious(std::int64_t entry, std::int32_t unitKey) {
 
 std::vector<std::string> AuditLog::HashesBehind(const WorkEntry& entry, std::int64_t previous,
                                                 const Known& known) {
-  if (entry.unitKey && previous == 0) {
-    return {};
-  }
   if (entry.unitKey) {
+    if (previous == 0) {
+      return {};
+    }
     return {known.hashOfPrevious.empty() ? HashOfPrevious(previous, *entry.unitKey)
                                          : known.hashOfPrevious};
   }

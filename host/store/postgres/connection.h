@@ -14,6 +14,7 @@
 #include "host/store/patience.h"
 #include "host/store/postgres/pipeline.h"
 #include "host/store/postgres/result.h"
+#include "host/store/postgres/waiting.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::postgres {
@@ -42,8 +43,9 @@ class Connection {
   /// Runs what every connection to the store needs, now and each time that it is made anew.
   void Prepare(std::function<void(Connection&)> prepare);
 
-  /// Asked again and again while a lost server is waited for; its
-  /// false gives up with a StoreError that is no kNoServer. It must not use the connection.
+  /// Asked again and again while a server is waited for, be it lost or at work; its false gives up
+  /// with a StoreError that is no kNoServer, and the connection is lost where the server does not
+  /// hear of it. It must not use the connection.
   void LookUpBy(GoesOn goesOn) { goesOn_ = std::move(goesOn); }
 
   /// Begins a transaction by that text. Until its end nothing is repeated on a new connection.
@@ -96,8 +98,8 @@ class Connection {
 
   /// Undoes the open transaction, if one is open.
   void UndoWhatIsOpen() noexcept;
-  /// Undoes a part of it by that text.
-  void UndoWhatIsOpen(const char* sql) noexcept;
+  /// Undoes what has come since a savepoint of it, and the savepoint.
+  void UndoBackTo(const char* savepoint) noexcept;
 
   /// Whether a transaction is open, usable or not: of those that are held, whether a part is.
   [[nodiscard]] bool inTransaction() const noexcept;
@@ -110,17 +112,33 @@ class Connection {
     void operator()(pg_conn* handle) const noexcept;
   };
   struct Listener;
+
   enum class Fate : std::uint8_t { kStored, kNotStored, kUnknown };
 
   using Handle = std::unique_ptr<pg_conn, Finish>;
 
-  [[nodiscard]] Handle ConnectBeside() const;
+  static constexpr const char* kFailed = "The statement failed";
+  // Between two tries to reach a server.
+  static constexpr std::chrono::milliseconds kShortestPause{20};
+  static constexpr std::chrono::milliseconds kLongestPause{500};
+
+  template <typename Work>
+  [[nodiscard]] auto Beside(Work work) const -> decltype(work());
   void Open();
   void Reopen();
+  void UndoBy(const std::string& sql) noexcept;
   [[nodiscard]] bool Pause(std::chrono::milliseconds pause) const;
   [[nodiscard]] bool MayGoOn(std::chrono::milliseconds pause) const noexcept;
   void RequireServer();
   [[nodiscard]] bool isLost() const noexcept;
+  /// Whether what has failed, and may be done again, may be so on a new connection.
+  [[nodiscard]] bool MayReopen(const StoreError& failure) const noexcept;
+  [[nodiscard]] Watch Looking() const;
+  [[nodiscard]] static Watch WaitingOf(const Patience& patience);
+  [[nodiscard]] Result AnswerTo(bool isSent, const Watch& watch);
+  /// Tells who listens that the rows told so far are all of a statement.
+  void TellAll() const;
+  void RequireDoneInTime(const Failure& failure, const Result& answer) const;
   [[nodiscard]] Fate FateOf(const Witness& witness, int backend) noexcept;
   [[nodiscard]] Fate LookAtFate(const Witness& witness, int backend);
   [[nodiscard]] Failure RunSteps(std::span<Step> steps, const Watch& watch);

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 
+#include "host/store/postgres/connecting_words.h"
+
 namespace qorhost::postgres {
 
 namespace {
@@ -74,25 +76,6 @@ std::string_view AdviceAbout(StoreFault fault) {
   }
 }
 
-constexpr std::string_view kBlanks = " \t\r\n";
-
-/// The library's own messages in one line: some have several, further ones set in.
-std::string InOneLine(std::string_view text) {
-  std::string line;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    std::string_view part = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    part.remove_prefix(std::min(part.find_first_not_of(kBlanks), part.size()));
-    part = part.substr(0, part.find_last_not_of(kBlanks) + 1);
-    if (!line.empty() && !part.empty()) {
-      line += std::string_view(".:;?!").find(line.back()) == std::string_view::npos ? "; " : " ";
-    }
-    line += part;
-  }
-  return line;
-}
-
 StoreError Advised(const std::string& doing, std::string_view text, std::string_view advice,
                    StoreFault fault) {
   return StoreError(advice.empty() ? fmt::format("{}: {}", doing, text)
@@ -143,7 +126,7 @@ StoreError ConnectionError(const pg_conn* connection, const std::string& doing, 
   if (connection == nullptr) {
     return Worded(doing, "this program has not enough memory", StoreFault::kOther);
   }
-  const std::string text = InOneLine(PQerrorMessage(connection));
+  const std::string text = InOneSentence(PQerrorMessage(connection));
   if (PQconnectionNeedsPassword(connection) != 0) {
     return Advised(doing, text,
                    "put it into the file ~/.pgpass, which nobody else may read, as "

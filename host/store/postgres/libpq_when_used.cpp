@@ -87,23 +87,16 @@ char* PQerrorMessage(const PGconn* conn) {
   return Call<PQerrorMessage>("PQerrorMessage", conn);
 }
 
-PGresult* PQexec(PGconn* conn, const char* query) {
-  return Call<PQexec>("PQexec", conn, query);
-}
-
-PGresult* PQexecParams(PGconn* conn, const char* command, int nParams, const Oid* paramTypes,
-                       const char* const* paramValues, const int* paramLengths,
-                       const int* paramFormats, int resultFormat) {
-  return Call<PQexecParams>("PQexecParams", conn, command, nParams, paramTypes, paramValues,
-                            paramLengths, paramFormats, resultFormat);
-}
-
 int PQexitPipelineMode(PGconn* conn) {
   return Call<PQexitPipelineMode>("PQexitPipelineMode", conn);
 }
 
 void PQfinish(PGconn* conn) {
   return Call<PQfinish>("PQfinish", conn);
+}
+
+int PQflush(PGconn* conn) {
+  return Call<PQflush>("PQflush", conn);
 }
 
 char* PQfname(const PGresult* res, int field_num) {
@@ -203,6 +196,10 @@ PQnoticeReceiver PQsetNoticeReceiver(PGconn* conn, PQnoticeReceiver proc, void* 
 
 int PQsetSingleRowMode(PGconn* conn) {
   return Call<PQsetSingleRowMode>("PQsetSingleRowMode", conn);
+}
+
+int PQsetnonblocking(PGconn* conn, int arg) {
+  return Call<PQsetnonblocking>("PQsetnonblocking", conn, arg);
 }
 
 int PQsocket(const PGconn* conn) {

@@ -7,6 +7,7 @@
 #include "host/store/postgres/migration_1.h"
 #include "host/store/postgres/rights.h"
 #include "host/store/postgres/schema.h"
+#include "host/store/postgres/transaction.h"
 
 namespace qorhost::postgres {
 
@@ -36,8 +37,7 @@ void MakeTables(Connection& connection, const StoreForm& form) {
 }
 
 void BringUpToDate(Connection& connection, std::span<const Migration> steps) {
-  connection.RunAll("BEGIN");
-  try {
+  InOneTransaction(connection, kStoreSchema, [&] {
     LockMaking(connection);
     connection.RunAll("SET LOCAL search_path = qorhost");
     const int version = VersionOf(connection).value_or(0);
@@ -51,11 +51,7 @@ void BringUpToDate(Connection& connection, std::span<const Migration> steps) {
     connection.RunAll(fmt::format(R"(UPDATE "StoreSchema" SET "Version"={0} WHERE "Version"<{0})",
                                   steps.back().version));
     RenewRights(connection, rights);
-    connection.RunAll("COMMIT");
-  } catch (...) {
-    connection.UndoWhatIsOpen();
-    throw;
-  }
+  });
 }
 
 }  // namespace qorhost::postgres

@@ -2,11 +2,7 @@
 
 #include <fmt/format.h>
 #include <libpq-fe.h>
-#include <poll.h>
 
-#include <algorithm>
-#include <array>
-#include <memory>
 #include <utility>
 
 #include "host/store/postgres/engine_error.h"
@@ -16,22 +12,7 @@ namespace qorhost::postgres {
 
 namespace {
 
-using std::chrono::milliseconds;
-using std::chrono::steady_clock;
-
-// How often somebody looks up while the server works. Not shorter at first: a clock that is to go
-// off before the system's own next tick costs more than the rest of a short wait.
-constexpr milliseconds kLook(50);
 constexpr const char* kSending = "The statement failed";
-
-/// Whoever fails to say so goes on no longer.
-bool GoesOn(const Watch& watch, milliseconds passed) {
-  try {
-    return passed < watch.limit && (!watch.goesOn || watch.goesOn(passed));
-  } catch (...) {
-    return false;
-  }
-}
 
 bool SendText(pg_conn* handle, const char* text) {
   return PQsendQueryParams(handle, text, 0, nullptr, nullptr, nullptr, nullptr, 0) != 0;
@@ -42,7 +23,11 @@ class Message {
  public:
   Message(pg_conn* handle, StatementNames& names, std::span<Step> steps, const Watch& watch,
           const std::function<void()>& answered)
-      : handle_(handle), names_(names), steps_(steps), watch_(watch), answeredOne_(answered) {}
+      : handle_(handle),
+        names_(names),
+        steps_(steps),
+        reader_(handle, watch),
+        answeredOne_(answered) {}
 
   void Send() {
     bool isSent = PQenterPipelineMode(handle_) != 0;
@@ -55,7 +40,6 @@ class Message {
   }
 
   Failure Read() {
-    started_ = steady_clock::now();
     for (Step* const step : answered_) {
       if (!isLost()) {
         ReadAnswersTo(step);
@@ -65,7 +49,7 @@ class Message {
       }
     }
     if (!isLost()) {
-      (void)Next();  // the end of the message
+      (void)reader_.Next();  // the end of the message
     }
     PQexitPipelineMode(handle_);
     if (failure_.any()) {
@@ -76,6 +60,7 @@ class Message {
         }
       }
     }
+    failure_.isCutShort = reader_.isCutShort();
     return std::move(failure_);
   }
 
@@ -104,7 +89,7 @@ class Message {
     if (step != nullptr && step->takeRow) {
       PQsetSingleRowMode(handle_);
     }
-    for (Result answer = Next(); answer.get() != nullptr; answer = Next()) {
+    for (Result answer = reader_.Next(); answer.get() != nullptr; answer = reader_.Next()) {
       const ExecStatusType status = PQresultStatus(answer.get());
       if (status == PGRES_SINGLE_TUPLE && step != nullptr) {
         Take(*step, answer);
@@ -126,16 +111,8 @@ class Message {
       step.takeRow(row);
     } catch (...) {
       failure_.raised = std::current_exception();
-      CancelWork(handle_);
+      reader_.End();
     }
-  }
-
-  Result Next() {
-    if (!failure_.isCutShort && !AwaitAnswer(handle_, watch_, started_)) {
-      failure_.isCutShort = true;
-      EndWork(handle_);
-    }
-    return Result(PQgetResult(handle_));
   }
 
   [[nodiscard]] bool isLost() const { return PQstatus(handle_) != CONNECTION_OK; }
@@ -143,10 +120,9 @@ class Message {
   pg_conn* handle_;
   StatementNames& names_;
   std::span<Step> steps_;
-  const Watch& watch_;
+  AnswerReader reader_;
   const std::function<void()>& answeredOne_;
   std::vector<Step*> answered_;  // command by command, as they were sent
-  steady_clock::time_point started_;
   Failure failure_;
 };
 
@@ -176,40 +152,6 @@ Failure RunTogether(pg_conn* handle, StatementNames& names, std::span<Step> step
   Message message(handle, names, steps, watch, answered);
   message.Send();
   return message.Read();
-}
-
-bool AwaitAnswer(pg_conn* handle, const Watch& watch, steady_clock::time_point started) {
-  milliseconds passed(0);
-  while (PQisBusy(handle) != 0) {
-    pollfd socket{PQsocket(handle), POLLIN, 0};
-    const milliseconds pause = std::clamp(watch.limit - passed, milliseconds(1), kLook);
-    if (poll(&socket, 1, static_cast<int>(pause.count())) == 0) {
-      passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - started);
-      if (!GoesOn(watch, passed)) {
-        return false;
-      }
-    }
-    if (PQconsumeInput(handle) == 0) {
-      return true;  // that it is lost, is the answer
-    }
-  }
-  return true;
-}
-
-void EndWork(pg_conn* handle) {
-  constexpr milliseconds kAgain(200);
-  do {
-    CancelWork(handle);
-  } while (!AwaitAnswer(handle, {kAgain}, steady_clock::now()));
-}
-
-void CancelWork(pg_conn* handle) noexcept {
-  const std::unique_ptr<PGcancel, decltype(&PQfreeCancel)> cancel(PQgetCancel(handle),
-                                                                  PQfreeCancel);
-  std::array<char, 256> reason{};
-  if (cancel != nullptr) {
-    PQcancel(cancel.get(), reason.data(), static_cast<int>(reason.size()));
-  }
 }
 
 }  // namespace qorhost::postgres

@@ -2,10 +2,7 @@
 // statement costs most.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
-#include <exception>
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -13,6 +10,7 @@
 #include <vector>
 
 #include "host/store/postgres/result.h"
+#include "host/store/postgres/waiting.h"
 
 struct pg_conn;
 
@@ -53,22 +51,6 @@ struct Step {
   Result answer{nullptr};
 };
 
-/// Looks after what a server does; its false, and its limit, end that.
-struct Watch {
-  std::chrono::milliseconds limit = std::chrono::milliseconds::max();
-  /// Asked again and again, with the time that has passed; may be empty.
-  std::function<bool(std::chrono::milliseconds passed)> goesOn = nullptr;
-};
-
-/// Why steps came to no good end; nothing of it when they did, or when the connection was lost.
-struct Failure {
-  Result refusal{nullptr};    ///< what the server says of the first that it refused
-  std::exception_ptr raised;  ///< by whoever takes the rows
-  bool isCutShort = false;    ///< the watch has ended it
-
-  [[nodiscard]] bool any() const { return refusal.get() != nullptr || raised != nullptr; }
-};
-
 /// The names that a server has statements by.
 struct StatementNames {
   std::int64_t connection = 0;  ///< see PreparedText
@@ -80,16 +62,5 @@ struct StatementNames {
 /// behind the answers to each step and what the server had to say beside them.
 [[nodiscard]] Failure RunTogether(pg_conn* handle, StatementNames& names, std::span<Step> steps,
                                   const Watch& watch, const std::function<void()>& answered);
-
-/// Reads what waits until an answer is there; false when the watch has ended the waiting.
-[[nodiscard]] bool AwaitAnswer(pg_conn* handle, const Watch& watch,
-                               std::chrono::steady_clock::time_point started);
-
-/// Has the server end what it does on this connection, until there is an answer: one that has not
-/// begun yet when it is told does not hear of it.
-void EndWork(pg_conn* handle);
-
-/// Tells it so once.
-void CancelWork(pg_conn* handle) noexcept;
 
 }  // namespace qorhost::postgres

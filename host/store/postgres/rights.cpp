@@ -9,6 +9,7 @@
 #include "host/dialect/catalog.h"
 #include "host/dialect/names.h"
 #include "host/store/postgres/role_needs.h"
+#include "host/store/postgres/transaction.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::postgres {
@@ -176,15 +177,8 @@ std::string TextForOwner(Connection& connection, const std::string& owner) {
 }  // namespace
 
 void GrantRightsAtOnce(Connection& connection, const StoreRoles& roles) {
-  connection.Begin();
-  try {
-    GrantRights(connection, roles);
-    connection.RunAll("COMMIT");
-    connection.UndoWhatIsOpen();
-  } catch (...) {
-    connection.UndoWhatIsOpen();
-    throw;
-  }
+  // The functions that guard the audit are made anew each time.
+  InOneTransaction(connection, "pg_proc", [&] { GrantRights(connection, roles); });
 }
 
 void GrantRights(Connection& connection, const StoreRoles& roles) {
@@ -223,16 +217,21 @@ GrantedRights RightsOn(Connection& connection) {
 void RequireOwner(Connection& connection, const GrantedRights& rights) {
   const std::array owner{Sent(rights.owner)};
   const Result found = connection.Run(
-      "SELECT pg_has_role(oid, 'USAGE'), rolcanlogin, current_user "
+      "SELECT pg_has_role(oid, 'USAGE'), rolcanlogin, current_user, pg_has_role(oid, 'MEMBER') "
       "FROM pg_roles WHERE rolname = $1::name",
       owner);
   if (found.Text(0, 0) == "t") {
     return;
   }
+  const std::string user(found.Text(0, 2));
   const std::string advice =
-      found.Text(0, 1) == "t" ? fmt::format("ask '{}'", rights.owner)
-                              : fmt::format("ask the server's administrator for GRANT {} TO {}",
-                                            QuotedName(rights.owner), QuotedName(found.Text(0, 2)));
+      found.Text(0, 3) == "t" ? fmt::format(
+                                    "this login is a member without the rights of one: ask "
+                                    "the server's administrator for {}",
+                                    InheritingText(connection, rights.owner, user))
+      : found.Text(0, 1) == "t" ? fmt::format("ask '{}'", rights.owner)
+                                : fmt::format("ask the server's administrator for GRANT {} TO {}",
+                                              QuotedName(rights.owner), QuotedName(user));
   throw StoreError(fmt::format("The store '{}' belongs to '{}', and this is its owner's to do: {}",
                                connection.name(), rights.owner, advice),
                    StoreFault::kNoRights);

@@ -31,6 +31,7 @@ struct ServerUser {
   bool letsMakeSchemas;  ///< may give others the right to make schemas in the database
   std::string database;
   bool isSparing;  ///< a server on which whoever may make roles is not above all of them
+  bool inherits;   ///< has the rights of the roles that it is made a member of
 };
 
 struct ServerRole {
@@ -38,6 +39,7 @@ struct ServerRole {
   bool isUsers = false;     ///< the user may give it what he owns
   bool canBeUsers = false;  ///< the user may make himself a member
   bool makesSchemas = false;
+  bool isUsable = false;  ///< the user has its rights without taking it
 };
 
 bool Is(const Result& result, int column) {
@@ -48,24 +50,27 @@ ServerUser UserOf(Connection& connection) {
   const Result found = connection.Run(
       "SELECT current_user, rolsuper, rolsuper OR rolcreaterole, "
       "has_database_privilege(current_database(), 'CREATE WITH GRANT OPTION'), "
-      "current_database(), current_setting('server_version_num')::int4 >= 160000 "
+      "current_database(), current_setting('server_version_num')::int4 >= 160000, "
+      "rolsuper OR rolinherit "
       "FROM pg_roles WHERE rolname = current_user");
   return {std::string(found.Text(0, 0)), Is(found, 1), Is(found, 2), Is(found, 3),
-          std::string(found.Text(0, 4)), Is(found, 5)};
+          std::string(found.Text(0, 4)), Is(found, 5), Is(found, 6)};
 }
 
 ServerRole RoleOf(Connection& connection, const ServerUser& user, const std::string& role) {
   const std::array name{Sent(role)};
   const Result found = connection.Run(
       fmt::format("SELECT pg_has_role(oid, '{}'), pg_has_role(oid, 'MEMBER WITH ADMIN OPTION'), "
-                  "has_database_privilege(oid, current_database(), 'CREATE') "
+                  "has_database_privilege(oid, current_database(), 'CREATE'), "
+                  "pg_has_role(oid, 'USAGE') "
                   "FROM pg_roles WHERE rolname = $1::name",
                   user.isSparing ? "SET" : "MEMBER"),
       name);
   if (found.rows() == 0) {
-    return {false, user.isAboveAll, user.makesRoles, false};
+    return {false, user.isAboveAll, user.makesRoles, false, false};
   }
-  return {true, Is(found, 0), Is(found, 1) || (user.makesRoles && !user.isSparing), Is(found, 2)};
+  return {true, Is(found, 0), Is(found, 1) || (user.makesRoles && !user.isSparing), Is(found, 2),
+          Is(found, 3)};
 }
 
 void AddMaking(std::vector<RoleNeed>& needs, const ServerUser& user, const ServerRole& found,
@@ -89,6 +94,10 @@ std::vector<RoleNeed> NeedsOf(Connection& connection, const StoreRoles& roles) {
   AddMaking(needs, user, found, roles.administrators);
   if (!found.isUsers) {
     needs.push_back({fmt::format("GRANT {} TO {}", role, QuotedName(user.name)), found.canBeUsers});
+  }
+  // Who gives the store away goes on with it as one of its owners.
+  if (!found.isUsable && (found.isUsers ? !user.isAboveAll : !user.inherits)) {
+    needs.push_back({InheritingText(connection, roles.administrators, user.name), false});
   }
   if (!found.makesSchemas) {
     needs.push_back(
@@ -126,6 +135,15 @@ std::vector<RoleNeed> OwnNeedsOf(Connection& connection, const StoreRoles& roles
 }
 
 }  // namespace
+
+std::string InheritingText(Connection& connection, const std::string& role,
+                           const std::string& user) {
+  const Result version =
+      connection.Run("SELECT current_setting('server_version_num')::int4 >= 160000");
+  return Is(version, 0)
+             ? fmt::format("GRANT {} TO {} WITH INHERIT TRUE", QuotedName(role), QuotedName(user))
+             : fmt::format("ALTER ROLE {} INHERIT", QuotedName(user));
+}
 
 void RequireGrantable(Connection& connection, const StoreRoles& roles) {
   (void)OwnNeedsOf(connection, roles);

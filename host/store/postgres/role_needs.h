@@ -1,6 +1,8 @@
 // What has to be done at the server before a store can be given to roles.
 #pragma once
 
+#include <string>
+
 #include "host/store/postgres/connection.h"
 #include "host/store/store_roles.h"
 
@@ -15,6 +17,10 @@ void RequireGrantable(Connection& connection, const StoreRoles& roles);
 /// administrators', so that he can give them the store and goes on using it, and lets these make
 /// schemas in the database. In the open transaction; raises what the above raises.
 void MakeReady(Connection& connection, const StoreRoles& roles);
+
+/// The statement by which a member of the role comes to have its rights.
+[[nodiscard]] std::string InheritingText(Connection& connection, const std::string& role,
+                                         const std::string& user);
 
 /// Raises StoreError for a name that is no role's here.
 void RequireRoleName(const std::string& role);

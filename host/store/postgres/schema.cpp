@@ -9,6 +9,8 @@
 #include "host/store/postgres/change_triggers.h"
 #include "host/store/postgres/rights.h"
 #include "host/store/postgres/sql_functions.h"
+#include "host/store/postgres/taken_role.h"
+#include "host/store/postgres/transaction.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::postgres {
@@ -34,7 +36,39 @@ void RequireVersion(const Connection& connection, std::optional<int> version, in
   }
 }
 
-/// Names the statement that gives it.
+void MakeStoreWhereNoneIs(Connection& connection, const StoreForm& form) {
+  RequireSpreading(connection, form.spread);
+  InOneTransaction(connection, kStoreSchema, [&] {
+    LockMaking(connection);
+    if (!VersionOf(connection)) {
+      MakeEmptyStore(connection, form);
+    }
+  });
+}
+
+/// Where the login has rights on it through a role alone, `role` names that.
+std::optional<int> VersionToOpen(Connection& connection, std::string& role) {
+  try {
+    return VersionOf(connection);
+  } catch (const StoreError& failure) {
+    if (failure.fault() != StoreFault::kNoRights) {
+      throw;
+    }
+  }
+  role = TakeRole(connection);
+  return VersionOf(connection);
+}
+
+}  // namespace
+
+std::optional<int> VersionOf(Connection& connection) {
+  if (connection.Run("SELECT to_regclass('qorhost.\"StoreSchema\"')").IsNull(0, 0)) {
+    return std::nullopt;
+  }
+  const Result version = connection.Run(R"(SELECT "Version" FROM qorhost."StoreSchema")");
+  return static_cast<int>(version.rows() == 0 ? 0 : version.Number(0, 0));
+}
+
 void RequireRightToMake(Connection& connection) {
   const Result who = connection.Run(
       "SELECT has_database_privilege(current_database(), 'CREATE')::int4, current_database(), "
@@ -48,44 +82,6 @@ void RequireRightToMake(Connection& connection) {
             dialect::QuotedName(who.Text(0, 2))),
         StoreFault::kNoRights);
   }
-}
-
-/// In one transaction.
-void MakeStoreWhereNoneIs(Connection& connection, const StoreForm& form) {
-  RequireSpreading(connection, form.spread);
-  connection.RunAll("BEGIN");
-  try {
-    LockMaking(connection);
-    if (!VersionOf(connection)) {
-      MakeEmptyStore(connection, form);
-    }
-    connection.RunAll("COMMIT");
-  } catch (...) {
-    connection.UndoWhatIsOpen();
-    throw;
-  }
-}
-
-/// Says of a store on which this user has no rights who can give them to him.
-std::optional<int> VersionToOpen(Connection& connection) {
-  try {
-    return VersionOf(connection);
-  } catch (const StoreError& failure) {
-    if (failure.fault() != StoreFault::kNoRights) {
-      throw;
-    }
-  }
-  throw NoRightsOn(connection);
-}
-
-}  // namespace
-
-std::optional<int> VersionOf(Connection& connection) {
-  if (connection.Run("SELECT to_regclass('qorhost.\"StoreSchema\"')").IsNull(0, 0)) {
-    return std::nullopt;
-  }
-  const Result version = connection.Run(R"(SELECT "Version" FROM qorhost."StoreSchema")");
-  return static_cast<int>(version.rows() == 0 ? 0 : version.Number(0, 0));
 }
 
 void LockMaking(Connection& connection, const Patience& patience) {
@@ -105,7 +101,8 @@ Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreFo
                            Connection::GoesOn goesOn) {
   Connection connection(name, std::move(goesOn));
   const int latest = form.steps.back().version;
-  std::optional<int> version = VersionToOpen(connection);
+  std::string role;
+  std::optional<int> version = VersionToOpen(connection, role);
   if (!version && mode == OpenMode::kCreate) {
     MakeStoreWhereNoneIs(connection, form);
     version = VersionOf(connection);
@@ -114,7 +111,10 @@ Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreFo
   if (*version < latest) {
     BringUpToDate(connection, form.steps);
   }
-  connection.Prepare([mode, latest](Connection& opened) {
+  connection.Prepare([mode, latest, role](Connection& opened) {
+    if (!role.empty()) {
+      ActAs(opened, role);
+    }
     RequireVersion(opened, VersionOf(opened), latest);
     opened.RunAll("SET search_path = qorhost");
     if (mode == OpenMode::kReadOnly) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "host/store/postgres/connection.h"
 #include "host/store/postgres/migrations.h"
@@ -24,8 +25,14 @@ namespace qorhost::postgres {
 /// Makes an empty store where none is, in the open transaction, which has taken LockMaking().
 void MakeEmptyStore(Connection& connection, const StoreForm& form);
 
+/// The table that each transaction changes that makes a store or brings one up to date.
+inline constexpr std::string_view kStoreSchema = R"(qorhost."StoreSchema")";
+
 /// The version of the store that is there; nothing where the database has none.
 [[nodiscard]] std::optional<int> VersionOf(Connection& connection);
+/// Raises kNoRights where this user may not make a store in the database, with the statement that
+/// lets him.
+void RequireRightToMake(Connection& connection);
 /// Keeps others from making a store or bringing one up to date until the transaction ends. Raises
 /// kBusy when another one goes on doing so.
 void LockMaking(Connection& connection, const Patience& patience = {});

@@ -4,6 +4,8 @@
 
 #include "host/store/postgres/role_needs.h"
 #include "host/store/postgres/schema.h"
+#include "host/store/postgres/taken_role.h"
+#include "host/store/postgres/transaction.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::postgres {
@@ -16,24 +18,32 @@ constexpr const char* kSetAside =
 constexpr const char* kDropReplaced =
     "DROP SCHEMA IF EXISTS qorhost_replaced, desktop_replaced CASCADE";
 
-/// By what it is known later whether the open transaction, which has made a store, was stored.
-Connection::Witness WitnessOf(Connection& connection) {
-  const Result number = connection.Run("SELECT pg_current_xact_id()");
-  Connection::Witness witness;
-  witness.number = number.Text(0, 0);
-  witness.select = fmt::format(R"(SELECT 1 FROM qorhost."StoreSchema" WHERE xmin='{}'::xid8::xid)",
-                               witness.number);
-  return witness;
+StoreForm FormOf(const ServerPlaceOrder& order) {
+  return {.spread = order.distributed ? Spread::kServers : Spread::kNone};
+}
+
+/// What can be known before others are kept from writing.
+void RequirePlace(Connection& connection, const ServerPlaceOrder& order) {
+  RequireGrantable(connection, order.roles);
+  RequireSpreading(connection, FormOf(order).spread);
+  const bool stands = VersionOf(connection).has_value();
+  if (stands && order.replace) {
+    RequireOwner(connection, RightsOn(connection));
+  }
+  if (!stands || order.replace) {
+    RequireRightToMake(connection);
+  }
 }
 
 }  // namespace
 
 ServerPlace::ServerPlace(const std::string& name, const ServerPlaceOrder& order,
                          const Patience& patience)
-    : patience_(patience), store_(Connection(name), patience, false), roles_(order.roles) {
-  RequireGrantable(connection(), roles_);
-  const StoreForm form{.spread = order.distributed ? Spread::kServers : Spread::kNone};
-  RequireSpreading(connection(), form.spread);
+    : patience_(patience),
+      store_(Connection(name, patience.working), patience, false),
+      roles_(order.roles) {
+  connection().Prepare([](Connection& opened) { (void)TakeRole(opened); });
+  RequirePlace(connection(), order);
   connection().BeginWhole();
   LockMaking(connection(), patience_);
   if (order.replace && VersionOf(connection())) {
@@ -43,9 +53,16 @@ ServerPlace::ServerPlace(const std::string& name, const ServerPlaceOrder& order,
     throw StoreError(
         fmt::format("There is a store in '{}' already, and it is left as it is", name));
   }
-  MakeEmptyStore(connection(), form);
+  MakeEmptyStore(connection(), FormOf(order));
   connection().RunAll("SET LOCAL search_path = qorhost");
-  witness_ = WitnessOf(connection());
+  witness_ = WitnessIn(connection(), kStoreSchema);
+}
+
+void RequireServerPlace(const std::string& name, const ServerPlaceOrder& order,
+                        const Patience& patience) {
+  Connection connection(name, patience.working);
+  (void)TakeRole(connection);
+  RequirePlace(connection, order);
 }
 
 void ServerPlace::SetAside() {

@@ -37,4 +37,8 @@ class ServerPlace final : public qorhost::ServerPlace {
   GrantedRights rights_;  // on the one that is set aside
 };
 
+/// Raises what the making of that place would, but for what others do meanwhile; changes nothing.
+void RequireServerPlace(const std::string& name, const ServerPlaceOrder& order,
+                        const Patience& patience);
+
 }  // namespace qorhost::postgres

@@ -1,6 +1,29 @@
 #include "host/store/postgres/transaction.h"
 
+#include <fmt/format.h>
+
 namespace qorhost::postgres {
+
+Connection::Witness WitnessIn(Connection& connection, std::string_view table) {
+  const Result number = connection.Run("SELECT pg_current_xact_id()");
+  Connection::Witness witness;
+  witness.number = number.Text(0, 0);
+  witness.select =
+      fmt::format("SELECT 1 FROM {} WHERE xmin='{}'::xid8::xid", table, witness.number);
+  return witness;
+}
+
+void InOneTransaction(Connection& connection, std::string_view table,
+                      const std::function<void()>& work) {
+  connection.Begin();
+  try {
+    work();
+    connection.Commit(WitnessIn(connection, table));
+  } catch (...) {
+    connection.UndoWhatIsOpen();
+    throw;
+  }
+}
 
 std::string LockStore(Connection& connection, const Patience& patience) {
   const Result number = connection.RunWaiting(
@@ -8,13 +31,12 @@ std::string LockStore(Connection& connection, const Patience& patience) {
   return std::string(number.Text(0, 0));
 }
 
-AloneOnStore::AloneOnStore(Connection& connection, const Patience& patience)
-    : connection_(connection) {
-  connection_.Begin();
+std::string BeginAloneOnStore(Connection& connection, const Patience& patience) {
+  connection.Begin();
   try {
-    number_ = LockStore(connection_, patience);
+    return LockStore(connection, patience);
   } catch (...) {
-    connection_.UndoWhatIsOpen();
+    connection.UndoWhatIsOpen();
     throw;
   }
 }
@@ -23,19 +45,8 @@ void AloneOnStore::Keep() {
   connection_.Commit({number_, {}});
 }
 
-void TransactionEngine::BeginAlone() {
-  connection_.Begin();
-  try {
-    number_ = LockStore(connection_, patience_);
-  } catch (...) {
-    connection_.UndoWhatIsOpen();
-    throw;
-  }
-}
-
 void TransactionEngine::UndoInner() {
-  connection_.UndoWhatIsOpen(
-      "ROLLBACK TO SAVEPOINT inner_transaction; RELEASE SAVEPOINT inner_transaction");
+  connection_.UndoBackTo("inner_transaction");
 }
 
 void TransactionEngine::UndoPart() {

@@ -74,6 +74,38 @@ int FlagsOf(OpenMode mode) {
   return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
 }
 
+/// Empty where it may write to it, it has none, or memory is out.
+std::filesystem::path FileThatIsOnlyRead(sqlite3* handle) noexcept {
+  try {
+    const bool isOnlyRead = sqlite3_db_readonly(handle, "main") == 1;
+    const char* const name = isOnlyRead ? sqlite3_db_filename(handle, "main") : nullptr;
+    return name == nullptr ? "" : name;
+  } catch (...) {
+    return {};
+  }
+}
+
+/// Whoever only reads puts an empty log and an index beside a store and cannot take them away. One
+/// who may write takes them away when he is the last to close it.
+void TakeAwayEmptyLog(const std::filesystem::path& file) noexcept {
+  try {
+    std::filesystem::path log = file;
+    log += "-wal";
+    std::error_code missing;
+    if (std::filesystem::file_size(log, missing) != 0 || missing ||
+        std::filesystem::hard_link_count(file, missing) != 1) {
+      return;
+    }
+    sqlite3* handle = nullptr;
+    if (sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
+                        nullptr) == SQLITE_OK) {
+      sqlite3_exec(handle, "PRAGMA user_version", nullptr, nullptr, nullptr);
+    }
+    sqlite3_close_v2(handle);
+  } catch (...) {  // it stays then, and harms nobody
+  }
+}
+
 }  // namespace
 
 /// Asked by SQLite each time it meets another one's lock: 1 to try again.
@@ -131,7 +163,11 @@ void Database::Closer::operator()(sqlite3* handle) noexcept {
     sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
   }
   watch.reset();
+  const std::filesystem::path file = FileThatIsOnlyRead(handle);
   sqlite3_close_v2(handle);
+  if (!file.empty()) {
+    TakeAwayEmptyLog(file);
+  }
 }
 
 Database::Database(const std::filesystem::path& file, OpenMode mode, Patience patience)

@@ -36,6 +36,9 @@ class StorePlace {
 /// Whether the identities of rows that are added one after the other are so, too.
 [[nodiscard]] bool GivesIdentitiesWithoutGaps();
 
+/// Whether the engine reads texts with bytes that are no UTF-8.
+[[nodiscard]] bool ReadsBytesThatAreNoText();
+
 /// What an entry of the audit says of where it comes from, when the session was signed with that.
 [[nodiscard]] std::string OriginStored(const std::string& signedWith);
 
@@ -49,6 +52,8 @@ void RunRaw(Store& store, const std::string& sql);
 [[nodiscard]] std::vector<std::string> RowsOfRaw(Store& store, const std::string& sql);
 /// From now on the engine refuses new rows of the table for which the condition on NEW holds.
 void RefuseRows(Store& store, const std::string& table, const std::string& condition);
+/// Rows of all tables that were added, changed or deleted so far, undone ones too.
+[[nodiscard]] std::int64_t RowsEverChanged(Store& store);
 /// Every cell of every table, and the schema, as the engine has them.
 [[nodiscard]] std::string DumpOf(Store& store);
 

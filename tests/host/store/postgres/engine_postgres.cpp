@@ -147,6 +147,18 @@ bool GivesIdentitiesWithoutGaps() {
   return false;
 }
 
+bool ReadsBytesThatAreNoText() {
+  return false;
+}
+
+std::int64_t RowsEverChanged(Store& store) {
+  // A connection tells the server's counters now and then.
+  ConnectionOf(store).RunAll("SELECT pg_stat_force_next_flush()");
+  return ConnectionOf(store)
+      .Run("SELECT coalesce(sum(n_tup_ins + n_tup_upd + n_tup_del), 0) FROM pg_stat_user_tables")
+      .Number(0, 0);
+}
+
 void RunRaw(Store& store, const std::string& sql) {
   ConnectionOf(store).RunAll(WithQuotedNames(sql));
 }

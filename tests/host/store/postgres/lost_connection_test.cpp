@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "frame/date.h"
+#include "host/store/postgres/rights.h"
 #include "host/store/postgres/schema.h"
 #include "host/store/postgres/store.h"
 #include "host/store/sql_session.h"
@@ -254,6 +255,35 @@ TEST_F(LostConnection, AServerThatWasWaitedForInVainIsTriedOnceBehindIt) {
   proxy_->Ask(nullptr);
   proxy_->Close(false);
   EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kStored)) << words_;
+}
+
+TEST_F(LostConnection, WhileRightsAreGrantedIsToldAsTheyStand) {
+  bool isReached = true;
+  int nth = 0;
+  for (; isReached && !HasFailure(); ++nth) {
+    const std::string role = fmt::format("lostoperators{}", nth);
+    Connection granting = OpenServerStore(proxy_->NameOf(database_), OpenMode::kReadWrite);
+    std::atomic<int> met = 0;
+    proxy_->Ask([&](const ServerProxy::Message&) {
+      const Way way = nth % 2 == 0 ? Way::kLostBehindAnswer : Way::kLostBefore;
+      return met++ == nth / 2 ? way : Way::kOn;
+    });
+    bool isTold = true;
+    try {
+      GrantRightsAtOnce(granting, {role, ""});
+    } catch (const StoreError& failure) {
+      isTold = false;
+      EXPECT_NE(static_cast<int>(failure.fault()), static_cast<int>(StoreFault::kUnknown));
+    }
+    isReached = met > nth / 2;
+    proxy_->Ask(nullptr);
+    const std::string granted = fmt::format(
+        "SELECT count(*) FROM pg_roles WHERE rolname = '{}' AND "
+        "has_schema_privilege(oid, 'qorhost', 'USAGE')",
+        role);
+    EXPECT_EQ(Number(granted) == 1, isTold) << nth;
+  }
+  EXPECT_GT(nth, 10);
 }
 
 /// With a server of its own, which others need not miss.

@@ -258,5 +258,75 @@ TEST_F(PlainRights, ThatAUserHasNotAreNamedWhenHeOpensTheStore) {
   EXPECT_THAT(refused.err, HasSubstr(Numbered("for GRANT \"desk#\" TO \"nemo#\"")));
 }
 
+TEST_F(PlainRights, ThatALoginHasByTakingTheRoleAloneAreEnough) {
+  MakeRoles();
+  GiveDatabaseToAnna();
+  ASSERT_EQ(Makes("anna").status, 0);
+  Server(
+      "CREATE ROLE ina# LOGIN NOINHERIT IN ROLE desk#; "
+      "CREATE ROLE ida# LOGIN NOINHERIT IN ROLE desk#, office#");
+  for (const char* login : {"ina", "ida"}) {
+    const Outcome done =
+        Does(login, {"tenants", "add", "--unit", "1", "--last", "Quintus" + std::string(login)});
+    EXPECT_EQ(done.status, 0) << login << done.err;
+    EXPECT_EQ(Does(login, {"history", "check"}).status, 0) << login;
+    EXPECT_THAT(Does(login, {"history", "list", "--columns", "from"}).out,
+                HasSubstr(" as " + std::string(login) + nth_))
+        << "an entry says the login, not the role";
+  }
+  EXPECT_EQ(Does("ina", {"init", "--force"}).status, 3);
+  const Outcome anew = Does("ida", {"init", "--force", "--demo"});
+  ASSERT_EQ(anew.status, 0) << anew.err;
+  EXPECT_EQ(Owners(), Numbered("office#"));
+  const Outcome given = Does("ida", {"init", "--rights-only", "--operators", "desk#"});
+  EXPECT_EQ(given.status, 0) << given.err;
+  ExpectAllWork("Sextus");
+}
+
+TEST_F(PlainRights, OfALoginThatDoesNotInheritThemAreToldWithTheStatementThatMendsIt) {
+  MakeRoles();
+  GiveDatabaseToAnna();
+  Server("ALTER ROLE anna# NOINHERIT");
+  const std::string statement = Numbered("ALTER ROLE \"anna#\" INHERIT");
+  const Outcome refused = Makes("anna");
+  EXPECT_EQ(refused.status, 3);
+  EXPECT_THAT(refused.err, HasSubstr("for " + statement + "\n"));
+  EXPECT_EQ(Schemas(), 0);
+  Server(statement);
+  ASSERT_EQ(Makes("anna").status, 0);
+  // One who can open the store for another reason is no owner, either.
+  Server("ALTER ROLE anna# NOINHERIT");
+  Server("GRANT USAGE ON SCHEMA qorhost, desktop TO anna#");
+  Server("GRANT SELECT ON ALL TABLES IN SCHEMA qorhost TO anna#");
+  const Outcome notHis = Does("anna", {"init", "--force"});
+  EXPECT_EQ(notHis.status, 3);
+  EXPECT_THAT(notHis.err, AllOf(HasSubstr("without the rights of one"), HasSubstr(statement)));
+}
+
+TEST_F(PlainRights, AreLookedAtByATrial) {
+  GiveDatabaseToAnna();
+  const Outcome missing = Makes("anna", {"-n"});
+  EXPECT_EQ(missing.status, 3);
+  EXPECT_THAT(missing.err, HasSubstr(Numbered("CREATE ROLE \"desk#\" NOLOGIN")));
+  MakeRoles();
+  const Outcome tried = Makes("anna", {"-n"});
+  EXPECT_EQ(tried.status, 0) << tried.err;
+  EXPECT_THAT(tried.out,
+              HasSubstr(Numbered(", and grant the rights on it to 'desk#' and 'office#'. This was "
+                                 "a trial, nothing was changed.")));
+  const Outcome one = Does("anna", {"init", "-n", "--operators", "desk#"});
+  EXPECT_THAT(one.out, HasSubstr(Numbered("the rights on it to 'desk#'. This")));
+  EXPECT_EQ(Schemas(), 0);
+  const Outcome mayNot = Does("nemo", {"init", "-n"});
+  EXPECT_EQ(mayNot.status, 3);
+  EXPECT_THAT(mayNot.err, HasSubstr("GRANT CREATE ON DATABASE"));
+  ASSERT_EQ(Makes("anna").status, 0);
+  const Outcome notHis = Does("olga", {"init", "--force", "-n"});
+  EXPECT_EQ(notHis.status, 3);
+  EXPECT_THAT(notHis.err, HasSubstr("this is its owner's to do"));
+  EXPECT_EQ(Does("bea", {"init", "--force", "-n"}).status, 0);
+  EXPECT_EQ(Owners(), Numbered("office#"));
+}
+
 }  // namespace
 }  // namespace qorhost::test

@@ -40,27 +40,25 @@ class ServerCommands : public RunFixture {
 
   /// The command does the same on both.
   void Same(const Words& words) {
-    const Outcome here = On(File("building.db"), words);
-    const Outcome there = On(server_, words);
-    const std::string command = testing::PrintToString(words);
-    EXPECT_EQ(there.status, here.status) << command;
-    EXPECT_EQ(there.out, here.out) << command;
-    EXPECT_EQ(there.err, here.err) << command;
-    EXPECT_LT(here.status, 2) << command << here.err;  // done, or done in part
+    SCOPED_TRACE(testing::PrintToString(words));
+    ExpectSame(On(server_, words), On(File("building.db"), words));
+  }
+
+  static void ExpectSame(const Outcome& there, const Outcome& here) {
+    EXPECT_EQ(there.status, here.status);
+    EXPECT_EQ(there.out, here.out);
+    EXPECT_EQ(there.err, here.err);
+    EXPECT_LT(here.status, 2) << here.err;  // done, or done in part
   }
 
   /// The check finds the same in both; in a file it looks at the file, too.
   void SameCheck() {
     Outcome here = On(File("building.db"), {"check"});
-    const Outcome there = On(server_, {"check"});
     constexpr std::string_view kFile = "the file, ";
     if (const std::size_t at = here.out.find(kFile); at != std::string::npos) {
       here.out.erase(at, kFile.size());
     }
-    EXPECT_EQ(there.status, here.status);
-    EXPECT_EQ(there.out, here.out);
-    EXPECT_EQ(there.err, here.err);
-    EXPECT_LT(here.status, 2) << here.err;
+    ExpectSame(On(server_, {"check"}), here);
   }
 
   /// The command writes the same file on both; the file's name is put behind its words.

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <cstring>
 #include <map>
@@ -185,6 +186,15 @@ void ServerProxy::Listen() {
   }
 }
 
+/// Whether it was silent, until it was no longer.
+bool ServerProxy::HasSleptThroughSilence() const {
+  const bool wasSilent = silent_;
+  while (silent_ && !ended_) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(kTick));
+  }
+  return wasSilent;
+}
+
 void ServerProxy::Serve(Line& line) {
   Stream fromProgram(true);
   Stream fromServer(false);
@@ -193,6 +203,9 @@ void ServerProxy::Serve(Line& line) {
   Texts texts;
   while (!ended_) {
     std::array<pollfd, 2> both{{{line.program, POLLIN, 0}, {line.server, POLLIN, 0}}};
+    if (HasSleptThroughSilence()) {
+      return;
+    }
     if (poll(both.data(), both.size(), kTick) <= 0) {
       continue;
     }
@@ -226,6 +239,11 @@ void ServerProxy::Serve(Line& line) {
       if (!isDeaf && (type == 'Q' || type == 'E')) {
         const std::string text = texts.Of(*message);
         way = WayOf({type, text, IsGuard(text), backend});
+      }
+      if (way == Way::kSilence) {
+        silent_ = true;
+        (void)HasSleptThroughSilence();
+        return;
       }
       if (way == Way::kLostBefore || !SendAll(line.server, *message)) {
         return;

@@ -33,6 +33,7 @@ class ServerProxy {
     kLostBefore,        ///< the connection ends before it
     kLostBehind,        ///< it is handed on, and the connection ends
     kLostBehindAnswer,  ///< the server has answered it, which the program never hears of
+    kSilence,           ///< it is swallowed, and so is all that comes behind it: see Hush()
   };
 
   explicit ServerProxy(const TestServer& server);
@@ -48,6 +49,9 @@ class ServerProxy {
   void Ask(std::function<Way(const Message&)> ask);
   /// From now on, nobody who comes anew is let through, or everybody is.
   void Close(bool closed) { closed_ = closed; }
+  /// From now on no byte passes, in no direction, as on a network that was cut: no connection ends,
+  /// and those that come anew are taken. With false those that met it end, and others pass.
+  void Hush(bool silent) { silent_ = silent; }
 
  private:
   struct Line;
@@ -55,6 +59,7 @@ class ServerProxy {
   void Listen();
   void Serve(Line& line);
   [[nodiscard]] Way WayOf(const Message& message);
+  [[nodiscard]] bool HasSleptThroughSilence() const;
 
   std::string server_;  // its socket
   qorhost::test::TemporaryFolder folder_;
@@ -62,6 +67,7 @@ class ServerProxy {
   int listening_ = -1;
   std::atomic<bool> ended_ = false;
   std::atomic<bool> closed_ = false;
+  std::atomic<bool> silent_ = false;
   std::mutex asking_;
   std::function<Way(const Message&)> ask_;
   std::list<std::unique_ptr<Line>> lines_;

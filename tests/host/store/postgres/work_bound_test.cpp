@@ -107,7 +107,7 @@ TEST_F(WorkBound, AsksWhoeverLooksUpMeanwhile) {
   patience_.working = [&looks] { return ++looks < 5; };
   store_->SetPatience(patience_);
   ExpectEnded();
-  EXPECT_EQ(looks, 5);
+  EXPECT_GE(looks, 5) << "who gives up looks on until the server has ended it";
   patience_.working = nullptr;
   store_->SetPatience(patience_);
   EXPECT_EQ(Backups(), 2000U);

@@ -54,6 +54,14 @@ bool GivesIdentitiesWithoutGaps() {
   return true;
 }
 
+bool ReadsBytesThatAreNoText() {
+  return true;
+}
+
+std::int64_t RowsEverChanged(Store& store) {
+  return sqlite::DatabaseOf(store).Number("SELECT total_changes()");
+}
+
 void RunRaw(Store& store, const std::string& sql) {
   sqlite::DatabaseOf(store).Run(sql);
 }

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <iterator>
 #include <string>
 
 #include "host/store/sqlite/engine_error.h"
@@ -305,6 +306,34 @@ TEST_F(OpeningTest, RefusesAtOnceWhatIsNoFileBesideAStore) {
     std::filesystem::remove(beside);
   }
   EXPECT_EQ(FailureOf(File(), OpenMode::kReadWrite), "opened");
+}
+
+TEST_F(OpeningTest, AClosedStoreIsOneFile) {
+  const auto files = [this] {
+    const std::filesystem::directory_iterator all(folder_.path());
+    return std::distance(begin(all), end(all));
+  };
+  { const Database made = OpenDatabase(File(), OpenMode::kCreate); }
+  EXPECT_EQ(files(), 1);
+  {
+    Database writer = OpenDatabase(File(), OpenMode::kReadWrite);
+    Database reader = OpenDatabase(File(), OpenMode::kReadOnly);
+    EXPECT_EQ(reader.Number("SELECT count(*) FROM Units"), 0);
+    {
+      Database other = OpenDatabase(File(), OpenMode::kReadOnly);
+      EXPECT_EQ(other.Number("SELECT count(*) FROM Units"), 0);
+    }
+    EXPECT_EQ(files(), 3) << "who still reads needs them";
+    writer.Run("INSERT INTO Units (UnitKey) VALUES (5)");
+    EXPECT_EQ(reader.Number("SELECT count(*) FROM Units"), 1);
+  }
+  EXPECT_EQ(files(), 1);
+  for (int readers = 0; readers < 2; ++readers) {
+    const Database alone = OpenDatabase(File(), OpenMode::kReadOnly);
+  }
+  EXPECT_EQ(files(), 1);
+  Database reader = OpenDatabase(File(), OpenMode::kReadOnly);
+  EXPECT_EQ(reader.Number("SELECT count(*) FROM Units"), 1);
 }
 
 TEST_F(OpeningTest, MakesNothingThroughALinkThatLeadsNowhere) {

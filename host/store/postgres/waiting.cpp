@@ -1,0 +1,140 @@
+#include "host/store/postgres/waiting.h"
+
+#include <libpq-fe.h>
+#include <poll.h>
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <array>
+#include <future>
+#include <memory>
+#include <thread>
+#include <utility>
+
+namespace qorhost::postgres {
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+// How often somebody looks up while the server works. Not shorter at first: a clock that is to go
+// off before the system's own next tick costs more than the rest of a short wait.
+constexpr milliseconds kLook(50);
+// For how long it is waited until a server has heard that it is to end its work.
+constexpr milliseconds kEndTime(3000);
+// When it is told once more: work that has not begun yet when it is told does not hear of it.
+constexpr milliseconds kTellAgain(200);
+
+milliseconds Since(steady_clock::time_point started) {
+  return std::chrono::duration_cast<milliseconds>(steady_clock::now() - started);
+}
+
+/// Whoever fails to say so goes on no longer.
+bool GoesOn(const Watch& watch, milliseconds passed) {
+  try {
+    return !watch.goesOn || watch.goesOn(passed);
+  } catch (...) {
+    return false;
+  }
+}
+
+/// Lets the same one look up who has given up, for so long.
+Watch LookingOn(const Watch& watch, milliseconds limit) {
+  return {limit, [&watch](milliseconds passed) {
+            (void)GoesOn(watch, passed);
+            return true;
+          }};
+}
+
+/// Waits until the connection can be read, or written where something is still to be sent.
+bool IsReady(pg_conn* handle, milliseconds pause) {
+  const bool sends = PQflush(handle) > 0;
+  pollfd socket{PQsocket(handle), static_cast<short>(sends ? POLLIN | POLLOUT : POLLIN), 0};
+  return poll(&socket, 1, static_cast<int>(pause.count())) != 0;
+}
+
+/// Sends what is still to be sent and reads until an answer is there; false when the watch has
+/// ended the waiting.
+bool AwaitAnswer(pg_conn* handle, const Watch& watch, steady_clock::time_point started) {
+  milliseconds passed(0);
+  while (PQisBusy(handle) != 0) {
+    if (!IsReady(handle, std::clamp(watch.limit - passed, milliseconds(1), kLook))) {
+      passed = Since(started);
+      if (passed >= watch.limit || !GoesOn(watch, passed)) {
+        return false;
+      }
+    }
+    if (PQconsumeInput(handle) == 0) {
+      return true;  // that it is lost, is the answer
+    }
+  }
+  return true;
+}
+
+/// Tells the server to end what it does on this connection; false when it has not taken that in by
+/// then. The library waits for that without asking anybody, so somebody else does it, and is left
+/// to it: when it was taken in, nothing of it can meet the next statement.
+bool TellEnd(pg_conn* handle, const Watch& watch, steady_clock::time_point end) {
+  const std::shared_ptr<PGcancel> cancel(PQgetCancel(handle), PQfreeCancel);
+  if (cancel == nullptr) {
+    return false;
+  }
+  std::packaged_task<void()> telling([cancel] {
+    std::array<char, 256> reason{};
+    PQcancel(cancel.get(), reason.data(), static_cast<int>(reason.size()));
+  });
+  const std::future<void> told = telling.get_future();
+  std::thread(std::move(telling)).detach();
+  while (told.wait_for(kLook) != std::future_status::ready) {
+    if (steady_clock::now() >= end) {
+      return false;
+    }
+    (void)GoesOn(watch, kEndTime);
+  }
+  return true;
+}
+
+/// The library finds out at its next look that the connection is lost.
+void GiveUp(pg_conn* handle) {
+  shutdown(PQsocket(handle), SHUT_RDWR);
+}
+
+}  // namespace
+
+Result AnswerReader::Next() {
+  const bool isThere =
+      isCutShort_ ? AwaitAnswer(handle_, LookingOn(watch_, kTellAgain), steady_clock::now())
+                  : AwaitAnswer(handle_, watch_, started_);
+  if (!isThere) {
+    End();
+  }
+  return Result(PQgetResult(handle_));
+}
+
+void AnswerReader::End() {
+  isCutShort_ = true;
+  // A server that takes it in is there, however long its work goes on.
+  while (TellEnd(handle_, watch_, steady_clock::now() + kEndTime)) {
+    if (AwaitAnswer(handle_, LookingOn(watch_, kTellAgain), steady_clock::now())) {
+      return;
+    }
+  }
+  GiveUp(handle_);
+}
+
+Failure ReadAnswers(pg_conn* handle, const Watch& watch, Result& last) {
+  AnswerReader reader(handle, watch);
+  Failure failure;
+  for (Result answer = reader.Next(); answer.get() != nullptr; answer = reader.Next()) {
+    if (!answer.isDone()) {
+      failure.refusal = std::move(answer);
+    } else if (answer.columns() > 0 || last.get() == nullptr || last.columns() == 0) {
+      last = std::move(answer);
+    }
+  }
+  failure.isCutShort = reader.isCutShort();
+  return failure;
+}
+
+}  // namespace qorhost::postgres
