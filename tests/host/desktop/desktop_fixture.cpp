@@ -22,6 +22,7 @@ namespace {
 
 constexpr int kBetweenLooks = 5;  // milliseconds
 constexpr int kUsualWait = 3000;  // until a window is on the screen
+constexpr int kLongestWait = 60000;
 
 qorcred::Date TheTestsDay() {
   return qorcred::FromCivil({2026, 1, 31, 14, 5, 9});
@@ -74,6 +75,10 @@ std::vector<std::string> CallsOf(std::string_view operation,
 void Settle() {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   QCoreApplication::processEvents();
+}
+
+bool ComesTrue(const std::function<bool()>& condition) {
+  return QTest::qWaitFor(condition, kLongestWait);
 }
 
 Answers::Answers() {
@@ -173,7 +178,10 @@ CancelPress::CancelPress(MainWindow& window, By by) : attentive_(window) {
     if (!window.runner().busy() || (by == By::kButton && !cancel->isVisible())) {
       return;
     }
-    look_.stop();
+    if (done_) {
+      looksAfterwards_ += window.runner().cancelled() ? 1 : 0;  // else it is another operation
+      return;
+    }
     done_ = true;
     told_ = FromQt(cancel->parentWidget()->findChild<QLabel*>()->text());
     if (by == By::kButton) {
@@ -210,7 +218,7 @@ void DesktopTest::MakeWindow() {
     // A window manager that is busy with the window of the test before may overlook a new one.
     window_->hide();
     window_->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get(), kLongestWait));
   }
 }
 
