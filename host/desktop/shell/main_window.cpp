@@ -15,6 +15,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/shell/backing_up.h"
 #include "host/desktop/shell/bringing_in.h"
+#include "host/desktop/shell/checking.h"
 #include "host/desktop/shell/language.h"
 #include "host/desktop/shell/page_room.h"
 #include "host/desktop/shell/server_choice.h"
@@ -130,6 +131,8 @@ void MainWindow::MakeStoreMenu() {
   store->addAction(tr("Demo building"), this, [this] { (void)OpenDemo(); });
   ofStore_->addAction(store->addAction(tr("Back up…"), this, [this] { BackUpStore(*place_); }));
   store->addAction(tr("Restore a backup…"), this, [this] { RestoreBackup(); });
+  ofStore_->addAction(
+      store->addAction(tr("Check the store…"), this, [this] { CheckStore(*place_); }));
   ofStore_->addAction(
       store->addAction(tr("Close"), QKeySequence::Close, this, [this] { (void)CloseStore(); }));
   store->addSeparator();

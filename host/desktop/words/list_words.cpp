@@ -16,8 +16,8 @@ namespace {
 
 /// Fields whose cells are words of the desks.
 constexpr std::array<std::string_view, 4> kWordFields{"kind", "change", "field", "differs"};
-/// What was done, in a sentence.
-constexpr std::string_view kSentenceField = "what";
+/// What was done, what is wrong and how to mend it, in a sentence.
+constexpr std::array<std::string_view, 3> kSentenceFields{"what", "fault", "advice"};
 /// "Tenants: 1 changed; CredentialBank: 40 new".
 constexpr std::string_view kSummaryField = "rows";
 
@@ -44,7 +44,8 @@ QString ShownInList(const ListField& field, const qorcred::Value& cell) {
       std::find(kWordFields.begin(), kWordFields.end(), field.key) != kWordFields.end()) {
     return ShownWord(text);
   }
-  if (field.key == kSentenceField) {
+  if (std::find(kSentenceFields.begin(), kSentenceFields.end(), field.key) !=
+      kSentenceFields.end()) {
     return Told(FromQt(text));
   }
   return field.key == kSummaryField ? ShownSummary(text) : text;

@@ -15,6 +15,7 @@
 #include "frame/convert.h"
 #include "host/desks/unit_export.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/store/unit_of_work.h"
 
 namespace qorhost::test {
 
@@ -316,6 +317,16 @@ void DesktopTest::GiveACard(const char* number) {
   Choose("cboAssignedTo", paula.toUtf8().constData());
   Click("saveButton");
   ASSERT_THAT(Told(), testing::HasSubstr(std::string("Standard 26-Bit Card-") + number));
+}
+
+void DesktopTest::SpoilCards() {
+  SqlSession& sql = window_->place()->session().sql();
+  WorkGuard work(sql.work(), WorkOrder{{kUnit}, "sql: UPDATE CredentialBank", {}});
+  (void)sql.Change("UPDATE CredentialBank SET DOORCODE=77 WHERE UnitKey=2 AND CredentialType=" +
+                       Cell("SELECT Min(CredentialType) FROM CredentialBank WHERE UnitKey=2 AND "
+                            "CredentialType<>2"),
+                   std::nullopt);
+  ASSERT_TRUE(work.Commit());
 }
 
 std::filesystem::path DesktopTest::WriteResidents() const {

@@ -155,6 +155,8 @@ class DesktopTest : public testing::Test {
   /// Issues a card at the credential screen and gives it to Paula O'Brien: two entries of the
   /// history, and a step.
   void GiveACard(const char* number);
+  /// Cards of one type of the unit open a door then that is not there.
+  void SpoilCards();
   /// A spreadsheet of four residents, with a heading that nobody knows and two cells that are
   /// wrong.
   [[nodiscard]] std::filesystem::path WriteResidents() const;

@@ -97,6 +97,12 @@ TEST_F(ServerStores, AreBackedUpIntoAFile) {
   EXPECT_EQ(Cell("SELECT Count(*) FROM Units"), "3");
 }
 
+TEST_F(ServerStores, AreCheckedAsFilesAre) {
+  ASSERT_TRUE(window().OpenStore(name_));
+  ChooseInMenu("Check the store…");
+  EXPECT_EQ(Told(), "Nothing is wrong: the store, its rows and the history are in order.");
+}
+
 TEST_F(ServerStores, AServerThatSaysNothingIsWaitedForUntilCancel) {
   const SilentServer silent(File("."));
   const CancelPress cancel(window());
