@@ -15,6 +15,7 @@
 #include "host/store/postgres/change_triggers.h"
 #include "host/store/postgres/connecting.h"
 #include "host/store/postgres/engine_error.h"
+#include "host/store/server_passwords.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::postgres {
@@ -76,7 +77,9 @@ Connection::Connection(const std::string& name, GoesOn goesOn)
 /// The library waits for a server that says nothing without asking anybody. Whoever gives up leaves
 /// it to that: what becomes of it is thrown away.
 Connection::Handle Connection::ConnectBeside() const {
-  std::packaged_task<Handle()> connecting([asked = asked_] { return Handle(Connect(asked)); });
+  std::packaged_task<Handle()> connecting([asked = asked_, password = TypedPassword(asked_)] {
+    return Handle(Connect(asked, password));
+  });
   std::future<Handle> connected = connecting.get_future();
   std::thread(std::move(connecting)).detach();
   while (connected.wait_for(kLookUp) != std::future_status::ready) {
@@ -87,8 +90,18 @@ Connection::Handle Connection::ConnectBeside() const {
   return connected.get();
 }
 
+Connection::Handle Connection::ConnectOnce() const {
+  return goesOn_ ? ConnectBeside() : Handle(Connect(asked_, TypedPassword(asked_)));
+}
+
 void Connection::Open() {
-  handle_ = goesOn_ ? ConnectBeside() : Handle(Connect(asked_));
+  handle_ = ConnectOnce();
+  if (isLost() && PQconnectionNeedsPassword(handle()) == 1 && AskPasswordOf(asked_, name_)) {
+    handle_ = ConnectOnce();
+  }
+  if (isLost() && PQconnectionUsedPassword(handle()) == 1) {
+    ForgetPassword(asked_);  // so that a person may mend it
+  }
   ++names_.connection;
   lockTimeout_ = 0;
   if (isLost()) {

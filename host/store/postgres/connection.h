@@ -115,6 +115,7 @@ class Connection {
   using Handle = std::unique_ptr<pg_conn, Finish>;
 
   [[nodiscard]] Handle ConnectBeside() const;
+  [[nodiscard]] Handle ConnectOnce() const;
   void Open();
   void Reopen();
   [[nodiscard]] bool Pause(std::chrono::milliseconds pause) const;
