@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <utility>
 #include <vector>
 
 #include "frame/convert.h"
@@ -80,6 +81,14 @@ std::string ReadName(const std::string& given, const std::vector<Door>& doors, s
 }
 
 }  // namespace
+
+std::vector<std::string> DoorNames(DeskSession& session, std::int32_t unitKey) {
+  std::vector<std::string> names;
+  for (Door& door : DoorsOf(session, unitKey)) {
+    names.push_back(std::move(door.name));
+  }
+  return names;
+}
 
 ChangedDoor RenameDoor(DeskSession& session, std::int32_t unitKey, std::string_view door,
                        const std::string& name, Trial trial) {

@@ -17,6 +17,9 @@ inline constexpr std::string_view kDoor = "door";
 inline constexpr std::string_view kName = "name";
 }  // namespace door_input
 
+/// In their order: the first is that of door 1.
+[[nodiscard]] std::vector<std::string> DoorNames(DeskSession& session, std::int32_t unitKey);
+
 struct ChangedDoor {
   std::int32_t door = 0;  ///< its number, from 1
   std::string former;

@@ -75,7 +75,7 @@ const Schedule& Find(const std::vector<Schedule>& schedules, std::string_view gi
 /// One that is the building's own.
 const Schedule& FindOwn(const std::vector<Schedule>& schedules, std::string_view given) {
   const Schedule& schedule = Find(schedules, given);
-  if (schedule.id < kFirstOwn) {
+  if (IsOfEveryUnit(schedule.id)) {
     throw InputFault(input::kSchedule, given, "every unit has the schedule '{value}', as it is");
   }
   return schedule;
@@ -94,7 +94,7 @@ std::string ReadName(const std::string& given, const std::vector<Schedule>& sche
   if (name.find('\'') != std::string::npos) {
     throw InputFault(input::kName, given,
                      "{field} '{value}' has an apostrophe, with which no report could be asked for "
-                     "it: write \xE2\x80\x99 instead");
+                     "it: write ’ instead");
   }
   for (const Schedule& schedule : schedules) {
     if (schedule.id != own && !schedule.deleted && AreOneName(schedule.name, name)) {
@@ -136,33 +136,51 @@ std::string CodesUsing(std::int32_t unitKey, std::int32_t id) {
   return fmt::format("UnitKey={0} AND (DNDSCHEDULEID={1} OR CFSCHEDULEID={1})", unitKey, id);
 }
 
+/// The first rows that a SELECT finds, with their RIDs: "Abel Karin (RID 61); ... and 14 more".
+struct Users {
+  std::size_t count = 0;
+  std::string names;
+};
+
+Users FindUsers(DeskSession& session, std::string_view select) {
+  constexpr std::size_t kMost = 5;
+  Users users;
+  const QueryResult found = session.sql().Select(select);
+  for (const ResultRow row : found.rows()) {
+    if (++users.count <= kMost) {
+      users.names += (users.names.empty() ? "" : "; ") +
+                     WithRid(qorcred::Trim(qorcred::TextOrEmpty(row[1])), qorcred::ToLong(row[0]));
+    }
+  }
+  if (users.count > kMost) {
+    users.names = fmt::format("{}; and {} more", users.names, users.count - kMost);
+  }
+  return users;
+}
+
+std::string TenantsAmong(const Users& users) {
+  return users.count == 1 ? fmt::format("{} tenant: {}", users.count, users.names)
+                          : fmt::format("{} tenants: {}", users.count, users.names);
+}
+
+std::string CodesAmong(const Users& users) {
+  return users.count == 1 ? fmt::format("{} directory code: {}", users.count, users.names)
+                          : fmt::format("{} directory codes: {}", users.count, users.names);
+}
+
 /// "19 tenants: Abel Karin (RID 61); ... and 14 more, and by 1 directory code: 104 (RID 14)"
 std::string Places(DeskSession& session, std::int32_t unitKey, std::int32_t id) {
-  constexpr std::size_t kMost = 5;
-  std::string places;
-  const auto add = [&](std::string_view select, std::string_view one, std::string_view many) {
-    const QueryResult found = session.sql().Select(select);
-    std::string names;
-    std::size_t count = 0;
-    for (const ResultRow row : found.rows()) {
-      if (++count <= kMost) {
-        names += (names.empty() ? "" : "; ") +
-                 WithRid(qorcred::Trim(qorcred::TextOrEmpty(row[1])), qorcred::ToLong(row[0]));
-      }
-    }
-    if (count > 0) {
-      places +=
-          fmt::format("{}{}: {}{}", places.empty() ? "" : ", and by ", Counted(count, one, many),
-                      names, count > kMost ? fmt::format("; and {} more", count - kMost) : "");
-    }
-  };
-  add(fmt::format("SELECT RID, {} FROM Tenants WHERE {} ORDER BY LastName, FirstName, RID",
-                  kTenantName, TenantsUsing(unitKey, id)),
-      "tenant", "tenants");
-  add(fmt::format("SELECT RID, DIRECTORYCODE FROM DirectoryCode WHERE {} ORDER BY DIRECTORYCODE",
-                  CodesUsing(unitKey, id)),
-      "directory code", "directory codes");
-  return places;
+  const Users tenants = FindUsers(
+      session, fmt::format("SELECT RID, {} FROM Tenants WHERE {} ORDER BY LastName, FirstName, RID",
+                           kTenantName, TenantsUsing(unitKey, id)));
+  const Users codes = FindUsers(
+      session,
+      fmt::format("SELECT RID, DIRECTORYCODE FROM DirectoryCode WHERE {} ORDER BY DIRECTORYCODE",
+                  CodesUsing(unitKey, id)));
+  if (tenants.count > 0 && codes.count > 0) {
+    return fmt::format("{}, and by {}", TenantsAmong(tenants), CodesAmong(codes));
+  }
+  return tenants.count > 0 ? TenantsAmong(tenants) : codes.count > 0 ? CodesAmong(codes) : "";
 }
 
 std::string RowOf(std::int32_t unitKey, const Schedule& schedule) {
@@ -170,6 +188,10 @@ std::string RowOf(std::int32_t unitKey, const Schedule& schedule) {
 }
 
 }  // namespace
+
+bool IsOfEveryUnit(std::int32_t scheduleId) {
+  return scheduleId < kFirstOwn;
+}
 
 List ScheduleList(DeskSession& session, const std::vector<UnitName>& units) {
   List list;

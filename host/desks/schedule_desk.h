@@ -31,6 +31,9 @@ struct ChangedSchedule {
 /// stored are left out.
 [[nodiscard]] List ScheduleList(DeskSession& session, const std::vector<UnitName>& units);
 
+/// Whether it is one of the two that every unit has, which stay as they are.
+[[nodiscard]] bool IsOfEveryUnit(std::int32_t scheduleId);
+
 // Changes, each a unit of work; of a trial nothing is stored. A schedule is named by its id or its
 // name. Raise InputFault for one that is not there, for one of the two that every unit has, and for
 // a name that is empty, that another schedule has, that would be taken for an id, or with an

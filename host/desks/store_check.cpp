@@ -19,6 +19,7 @@
 #include "frame/text.h"
 #include "host/components/application_object.h"
 #include "host/desks/credential_types.h"
+#include "host/desks/desk_error.h"
 #include "host/desks/history.h"
 #include "host/desks/listed_rows.h"
 #include "host/desks/tenant_groups.h"
@@ -373,18 +374,29 @@ std::vector<Finding> FindingsIn(DeskSession& session, std::int32_t unitKey) {
   return UnitCheck(session, unitKey).Run();
 }
 
-Table WholeCheck(DeskSession& session, const std::vector<UnitName>& units) {
+Table WholeCheck(DeskSession& session, const std::vector<UnitName>& units,
+                 const Progress& progress) {
   const Undoable oneState = session.OneState();
+  const auto total = static_cast<std::int64_t>(units.size()) + 2;
+  std::int64_t done = 0;
+  const auto next = [&] {
+    if (progress && !progress(done++, total)) {
+      throw CancelledError();
+    }
+  };
   Table table;
   table.columns = {{"Unit", "unit"}, {"What is wrong", "fault"}, {"How to mend it", "advice"}};
+  next();
   for (const std::string& damage : session.Damages()) {
     table.rows.push_back({Null{}, "the store is damaged: " + damage, "restore the last backup"});
   }
   for (const UnitName& unit : units) {
+    next();
     for (Finding& finding : FindingsIn(session, unit.key)) {
       table.rows.push_back({unit.key, std::move(finding.what), std::move(finding.advice)});
     }
   }
+  next();
   for (const std::string& fault : FaultsOfHistory(session, {})) {
     table.rows.push_back({Null{}, "the history: " + fault,
                           "compare with a backup; what the rows hold is not touched by it"});

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/desks/progress.h"
 #include "host/desks/session.h"
 #include "host/files/table.h"
 
@@ -26,7 +27,9 @@ struct Finding {
 [[nodiscard]] std::vector<Finding> FindingsIn(DeskSession& session, std::int32_t unitKey);
 
 /// Everything: the file itself, the rows of these units, and the history. A row for each finding,
-/// without a unit for what concerns the whole store.
-[[nodiscard]] Table WholeCheck(DeskSession& session, const std::vector<UnitName>& units);
+/// without a unit for what concerns the whole store. The progress counts the file, the units and
+/// the history; raises CancelledError where it says so.
+[[nodiscard]] Table WholeCheck(DeskSession& session, const std::vector<UnitName>& units,
+                               const Progress& progress = {});
 
 }  // namespace qorhost

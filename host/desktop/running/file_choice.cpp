@@ -1,5 +1,6 @@
 #include "host/desktop/running/file_choice.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -35,6 +36,12 @@ QString AskWhereTo(QWidget* parent, const QString& title, const QString& name,
   return Noted(QFileDialog::getSaveFileName(parent, title,
                                             folder.isEmpty() ? name : QDir(folder).filePath(name),
                                             filter, nullptr, options));
+}
+
+QString AskForNewStore(QWidget* parent, const QString& title) {
+  return AskWhereTo(parent, title, QStringLiteral("building.db"),
+                    QCoreApplication::translate("FileChoice", "Stores (*.db);;All files (*)"),
+                    Existing::kIsTaken);
 }
 
 QString FolderOfFiles() {

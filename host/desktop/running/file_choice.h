@@ -17,6 +17,10 @@ enum class Existing : bool { kIsAskedAbout, kIsTaken };
                                  const QString& filter = {},
                                  Existing existing = Existing::kIsAskedAbout);
 
+/// The place of a new store in a file; "" when none was chosen. Who makes it sees to it that
+/// nothing which stands there already is lost.
+[[nodiscard]] QString AskForNewStore(QWidget* parent, const QString& title);
+
 /// The folder in which the next dialog of the program begins; "" before the first one.
 [[nodiscard]] QString FolderOfFiles();
 void SetFolderOfFiles(const QString& folder);

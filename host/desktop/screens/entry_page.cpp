@@ -11,11 +11,11 @@ void EntryPage::NoteEdit(const QWidget& widget) {
   }
 }
 
-bool EntryPage::MayLeaveEntry() {
+bool EntryPage::MayLeaveEntry(bool entered) {
   if (place().runner().busy()) {
     return false;  // a list's finder that looked meanwhile
   }
-  const bool may = !entered_ || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
+  const bool may = !entered || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
   if (may) {
     place().Tell({});  // what was told was told of the entry that is left
   }

@@ -22,7 +22,9 @@ class EntryPage : public ScreenPage {
   void NoteEdit(const QWidget& widget);
   void SetEntered(bool entered) { entered_ = entered; }
   /// Asks where something was entered; true when it may be left.
-  [[nodiscard]] bool MayLeaveEntry();
+  [[nodiscard]] bool MayLeaveEntry() { return MayLeaveEntry(entered_); }
+  /// The same of a part of the screen, in which something was entered or not.
+  [[nodiscard]] bool MayLeaveEntry(bool entered);
   /// Shows the name of the file that is worked with; where it lies is told on the label.
   static void ShowFile(QLabel& label, const std::filesystem::path& file);
 

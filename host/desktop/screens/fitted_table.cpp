@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QRegularExpression>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
@@ -31,15 +32,17 @@ std::vector<int> Squeezed(const std::vector<int>& wanted, const std::vector<int>
   return widths;
 }
 
-/// The same, but that columns up to a width give way behind all others: what is short, as a moment
-/// or a number, says little when it is cut.
-std::vector<int> Squeezed(const std::vector<int>& wanted, const std::vector<int>& least,
-                          int available, int shortWidth) {
-  std::vector<int> kept;
-  for (std::size_t at = 0; at < wanted.size(); ++at) {
-    kept.push_back(wanted[at] <= shortWidth ? std::max(wanted[at], least[at]) : least[at]);
+/// Whether a column has a day or a moment in one of its first rows.
+bool HasMoments(const QAbstractItemModel& model, int column) {
+  static const QRegularExpression kMoment(
+      QRegularExpression::anchoredPattern(QStringLiteral("\\d{4}-\\d{2}-\\d{2}( [\\d:]+)?")));
+  const int rows = std::min(model.rowCount(), kRowsMeasured);
+  for (int row = 0; row < rows; ++row) {
+    if (kMoment.match(model.index(row, column).data().toString()).hasMatch()) {
+      return true;
+    }
   }
-  return Squeezed(Squeezed(wanted, kept, available), least, available);
+  return false;
 }
 
 /// Tells what a column is too narrow for.
@@ -120,9 +123,11 @@ class Fitting final : public QObject {
     columns_.clear();
     wanted_.clear();
     least_.clear();
+    hasMoments_.clear();
     for (int column = 0; column < titles.count(); ++column) {
       if (!titles.isSectionHidden(column)) {
         columns_.push_back(column);
+        hasMoments_.push_back(HasMoments(*view_.model(), column));
         least_.push_back(titles.sectionSizeHint(column));
         wanted_.push_back(std::max(cells.sizeHintForColumn(column), least_.back()));
       }
@@ -130,8 +135,10 @@ class Fitting final : public QObject {
   }
 
   void Squeeze() {
-    const std::vector<int> widths =
-        Squeezed(wanted_, least_, view_.viewport()->width(), ShortWidth());
+    const int available = view_.viewport()->width();
+    const std::vector<int> texts = Squeezed(wanted_, Kept(false), available);
+    const std::vector<int> shortTexts = Squeezed(texts, Kept(true), available);
+    const std::vector<int> widths = Squeezed(shortTexts, least_, available);
     QHeaderView& titles = *view_.horizontalHeader();
     titles.setStretchLastSection(false);
     for (std::size_t at = 0; at < columns_.size(); ++at) {
@@ -139,6 +146,18 @@ class Fitting final : public QObject {
     }
     titles.setStretchLastSection(true);
     given_ = Widths();
+  }
+
+  /// What columns may not go below as long as others can give way: what is as short as a moment
+  /// says little when it is cut, and a moment itself, which alone is kept when `momentsAlone`,
+  /// says nothing.
+  [[nodiscard]] std::vector<int> Kept(bool momentsAlone) const {
+    std::vector<int> kept;
+    for (std::size_t at = 0; at < wanted_.size(); ++at) {
+      const bool isKept = wanted_[at] <= ShortWidth() && (hasMoments_[at] || !momentsAlone);
+      kept.push_back(isKept ? std::max(wanted_[at], least_[at]) : least_[at]);
+    }
+    return kept;
   }
 
   /// A moment's, with what is around it.
@@ -161,6 +180,7 @@ class Fitting final : public QObject {
   std::vector<int> columns_;  // those that are shown
   std::vector<int> wanted_;   // their widths without a squeeze
   std::vector<int> least_;
+  std::vector<bool> hasMoments_;
   std::vector<int> given_;
 };
 

@@ -20,6 +20,17 @@ namespace qorhost {
 namespace {
 
 constexpr std::size_t kEntry = 0;  // the column of its number
+constexpr int kLastRid = 2;        // of rows that were changed alike
+
+/// A column that says nothing takes no room from the others.
+void HideEmptyColumn(QTableView& view, int column) {
+  const QAbstractItemModel& model = *view.model();
+  bool isEmpty = true;
+  for (int row = 0; row < model.rowCount() && isEmpty; ++row) {
+    isEmpty = model.index(row, column).data().toString().isEmpty();
+  }
+  view.setColumnHidden(column, isEmpty);
+}
 
 }  // namespace
 
@@ -69,6 +80,7 @@ std::string HistoryPage::Chosen() const {
 void HistoryPage::ShowRows() {
   const std::string entry = Chosen();
   rows_.Show(entry.empty() ? Table{} : EntryTable(session(), EntryOf(session(), entry).entry));
+  HideEmptyColumn(*ui_->rows, kLastRid);
   FitColumns(*ui_->rows);
   ui_->undoButton->setEnabled(!entry.empty());
 }

@@ -334,7 +334,7 @@ void ImportPage::ShowState() {
     if (checked_ && refused == 0) {
       told = tr("Rows: %1. None is refused.").arg(count);
     } else if (refused > 0) {
-      told = tr("Rows: %1, of which are refused: %2.").arg(count).arg(refused);
+      told = tr("Rows: %1, refused: %2.").arg(count).arg(refused);
     }
     if (!checked_) {
       told += QLatin1Char(' ') + tr("They are to be checked.");

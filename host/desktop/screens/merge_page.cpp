@@ -225,14 +225,13 @@ void MergePage::ShowState() {
     return;
   }
   const MergePlan& plan = merge_->plan();
-  ui_->summary->setText(
-      plan.steps.empty()
-          ? tr("The unit and the store have the same %1 directory codes.")
-                .arg(static_cast<qulonglong>(plan.unchanged))
-          : tr("Differences: %1, of which are accepted: %2. The same on both sides: %3.")
-                .arg(static_cast<qulonglong>(plan.steps.size()))
-                .arg(accepted)
-                .arg(static_cast<qulonglong>(plan.unchanged)));
+  ui_->summary->setText(plan.steps.empty()
+                            ? tr("The unit and the store have the same %1 directory codes.")
+                                  .arg(static_cast<qulonglong>(plan.unchanged))
+                            : tr("Differences: %1, accepted: %2. The same on both sides: %3.")
+                                  .arg(static_cast<qulonglong>(plan.steps.size()))
+                                  .arg(accepted)
+                                  .arg(static_cast<qulonglong>(plan.unchanged)));
 }
 
 bool MergePage::MayDelete(const std::vector<std::size_t>& steps) {

@@ -39,9 +39,7 @@ QString NameWithDay(const QString& backup) {
 std::filesystem::path AskForPlace(QWidget& window) {
   // A store that stands there is kept: the next question says so.
   const QString question = BackUps::tr("Which store is it a backup of?");
-  const QString chosen = AskWhereTo(&window, question, QStringLiteral("building.db"), StoreFilter(),
-                                    Existing::kIsTaken);
-  return {FromQt(chosen)};
+  return {FromQt(AskForNewStore(&window, question))};
 }
 
 QString QuestionFor(const Restoring& restoring) {

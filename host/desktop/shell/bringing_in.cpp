@@ -36,9 +36,7 @@ std::optional<MovingPlan> Planned(QWidget& window, OperationRunner& runner,
 }
 
 std::filesystem::path AskedFile(QWidget& window) {
-  // Nothing that stands already is replaced: the program says so itself.
-  return FromQt(AskWhereTo(&window, Moving::tr("Make the new store"), QStringLiteral("building.db"),
-                           Moving::tr("Stores (*.db)"), Existing::kIsTaken));
+  return FromQt(AskForNewStore(&window, Moving::tr("Make the new store")));
 }
 
 /// Whether the store was made; what went wrong is told.

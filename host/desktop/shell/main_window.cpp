@@ -3,7 +3,6 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QStatusBar>
@@ -14,18 +13,17 @@
 #include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/shell/backing_up.h"
-#include "host/desktop/shell/bringing_in.h"
+#include "host/desktop/shell/checking.h"
 #include "host/desktop/shell/language.h"
 #include "host/desktop/shell/page_room.h"
 #include "host/desktop/shell/server_choice.h"
 #include "host/desktop/words/desk_words.h"
-#include "host/store/server_name.h"
+#include "host/store/server_passwords.h"
 
 namespace qorhost {
 
 namespace {
 
-constexpr int kToldFor = 15000;  // milliseconds
 constexpr QSize kUsualSize(1040, 800);
 constexpr int kUnitName = Qt::UserRole + 1;
 
@@ -33,10 +31,6 @@ constexpr int kUnitName = Qt::UserRole + 1;
 Appearance Applied(const Appearance& appearance) {
   Apply(appearance);
   return appearance;
-}
-
-QString FileFilter() {
-  return MainWindow::tr("Stores (*.db);;All files (*)");
 }
 
 }  // namespace
@@ -71,6 +65,10 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
   connect(&start_->serverButton(), &QPushButton::clicked, this, [this] { ChooseServer(); });
   connect(&start_->newButton(), &QPushButton::clicked, this, [this] { ChooseNewStore(); });
   connect(&start_->existingButton(), &QPushButton::clicked, this, [this] { ChooseExisting(); });
+  AskForPasswords([this](const std::string& store) {
+    const OpenGate open(runner_.gate());
+    return AskForPassword(*this, ToQt(store));
+  });
   TakeUpLayout();
   // Afterwards: what is being shown cannot be hidden again.
   connect(
@@ -84,6 +82,7 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
 }
 
 MainWindow::~MainWindow() {
+  AskForPasswords({});
   pages_->Drop();
 }
 
@@ -130,6 +129,8 @@ void MainWindow::MakeStoreMenu() {
   store->addAction(tr("Demo building"), this, [this] { (void)OpenDemo(); });
   ofStore_->addAction(store->addAction(tr("Back up…"), this, [this] { BackUpStore(*place_); }));
   store->addAction(tr("Restore a backup…"), this, [this] { RestoreBackup(); });
+  ofStore_->addAction(
+      store->addAction(tr("Check the store…"), this, [this] { CheckStore(*place_); }));
   ofStore_->addAction(
       store->addAction(tr("Close"), QKeySequence::Close, this, [this] { (void)CloseStore(); }));
   store->addSeparator();
@@ -234,61 +235,6 @@ void MainWindow::ReopenScreens() {
   ShowPage(screens_->currentRow());
 }
 
-bool MainWindow::OpenStore(const std::filesystem::path& file) {
-  if (!MayLeave()) {
-    return false;
-  }
-  const QString name = QString::fromStdString(file.string());
-  const QString shown = IsServerName(file.string()) ? WithoutPassword(name) : name;
-  try {
-    std::unique_ptr<Store> store;
-    const bool ran = runner_.Run(tr("Opening the store"), [&] {
-      store = OpenStoreFile(file, Access::kChange, runner_.patience());
-    });
-    if (!ran) {
-      return false;
-    }
-    if (!TakeStore(std::move(store), file, name)) {
-      return false;
-    }
-    remembered_.SetStore(name);
-    return true;
-  } catch (const std::exception& failure) {
-    TellNotOpened(tr("%1 cannot be opened.").arg(shown), failure);
-  }
-  return false;
-}
-
-bool MainWindow::OpenDemo() {
-  if (!MayLeave()) {
-    return false;
-  }
-  try {
-    std::unique_ptr<Store> store;
-    const bool ran = runner_.Run(tr("Making the demo building"), [&] {
-      store = DemoStoreInMemory(surroundings_.clock, runner_.patience());
-    });
-    return ran && TakeStore(std::move(store), {}, tr("Demo building"));
-  } catch (const std::exception& failure) {
-    TellNotOpened(tr("The demo building cannot be opened."), failure);
-  }
-  return false;
-}
-
-bool MainWindow::CreateStoreAt(const std::filesystem::path& file, bool demo) {
-  try {
-    const bool ran = runner_.Run(tr("Making the store"), [&] {
-      PutStore(file, {demo, surroundings_.clock, surroundings_.author}, Standing::kStays,
-               runner_.patience());
-    });
-    return ran && OpenStore(file);
-  } catch (const std::exception& failure) {
-    TellNotOpened(tr("No store can be made at %1.").arg(QString::fromStdString(file.string())),
-                  failure);
-  }
-  return false;
-}
-
 void MainWindow::ShowAgain() {
   if (place_ == nullptr || !MayLeave()) {
     return;
@@ -363,88 +309,6 @@ void MainWindow::TakeUnits() {
   }
 }
 
-void MainWindow::TellNotOpened(const QString& what, const std::exception& failure) {
-  if (runner_.cancelled()) {
-    statusBar()->showMessage(tr("Cancelled. Nothing was opened."), kToldFor);
-  } else {
-    TellFailure(this, what, Told(failure.what()));
-  }
-}
-
-bool MainWindow::CloseStore() {
-  if (!MayLeave()) {
-    return false;
-  }
-  LetGo();
-  remembered_.SetStore({});
-  return true;
-}
-
-void MainWindow::LetGo() {
-  Remember();
-  pages_->Take(nullptr);
-  calls_->Follow(nullptr);
-  place_.reset();
-  sides_->hide();
-  ofStore_->setEnabled(false);
-  setWindowTitle(QCoreApplication::applicationName());
-}
-
-void MainWindow::RestoreBackup() {
-  if (!MayLeave()) {
-    return;
-  }
-  const std::filesystem::path open = place_ == nullptr ? std::filesystem::path() : place_->file();
-  const std::optional<Restoring> restoring = AskWhatToRestore(*this, open);
-  if (!restoring) {
-    return;
-  }
-  const bool isOpen = restoring->store == open;
-  if (isOpen) {
-    LetGo();  // it is another file afterwards
-  }
-  const RestoreEnding ending = PutBackupInPlace(*this, runner_, *restoring, surroundings_.clock());
-  if ((isOpen || ending.done) && !OpenStore(restoring->store)) {
-    return;
-  }
-  statusBar()->showMessage(ending.told, kToldFor);
-}
-
-void MainWindow::OpenLastStore() {
-  const QString last = remembered_.store();
-  std::error_code unreadable;
-  const std::filesystem::path file(last.toStdString());
-  const bool isThere =
-      IsServerName(file.string()) || std::filesystem::exists(file, unreadable);  // or is asked
-  if (!last.isEmpty() && isThere) {
-    (void)OpenStore(file);
-  }
-}
-
-bool MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::path& file,
-                           const QString& name) {
-  auto place = std::make_unique<Workplace>(*this, runner_, std::move(store), file, surroundings_);
-  std::vector<UnitName> units;
-  if (!runner_.Run(tr("Reading the units"), [&] { units = place->session().Units(); })) {
-    return false;
-  }
-  pages_->Drop();
-  place_ = std::move(place);
-  pages_->Take(place_.get());
-  calls_->Follow(place_.get());
-  place_->OnTell([this](const QString& what) { statusBar()->showMessage(what, kToldFor); });
-  place_->OnChanged([this] { pages_->NoteChange(); });
-  place_->OnUnits([this] { TakeUnits(); });
-  place_->OnUnitGone([this] { LeaveUnitLater(); });
-  setWindowTitle(tr("%1 – %2").arg(name, QCoreApplication::applicationName()));
-  FillUnits(units, remembered_.unit());
-  sides_->show();
-  ofStore_->setEnabled(true);
-  const QString last = remembered_.screen();
-  ShowScreen(last.isEmpty() ? QString::fromLatin1(Screens().front().key) : last);
-  return true;
-}
-
 void MainWindow::FillUnits(const std::vector<UnitName>& units, std::int32_t wanted) {
   const QSignalBlocker quiet(units_);
   units_->clear();
@@ -492,52 +356,6 @@ void MainWindow::ShowScreen(const QString& key) {
 void MainWindow::ShowPage(int row) {
   statusBar()->clearMessage();  // what was told was told of another screen
   pages_->Show(row);
-}
-
-void MainWindow::ChooseStore() {
-  const QString file = AskForFile(this, tr("Open a store"), FileFilter());
-  if (!file.isEmpty()) {
-    (void)OpenStore(std::filesystem::path(file.toStdString()));
-  }
-}
-
-void MainWindow::ChooseServer() {
-  const QString name =
-      AskForServer(*this, serverAsked_.isEmpty() ? remembered_.server() : serverAsked_);
-  if (!name.isEmpty()) {
-    serverAsked_ = WithoutPassword(name);  // to be mended, where it cannot be opened
-  }
-  if (!name.isEmpty() && OpenStore(std::filesystem::path(name.toStdString()))) {
-    remembered_.SetServer(name);
-  }
-}
-
-void MainWindow::ChooseExisting() {
-  if (!MayLeave()) {
-    return;
-  }
-  const std::filesystem::path made = BringBuildingIn(
-      *this, runner_, surroundings_, place_ == nullptr ? std::filesystem::path() : place_->file(),
-      remembered_.server());
-  if (made.empty()) {
-    return;
-  }
-  if (OpenStore(made) && IsServerName(made.string())) {
-    remembered_.SetServer(ToQt(made.string()));
-  }
-}
-
-void MainWindow::ChooseNewStore() {
-  // Nothing that stands already is replaced: the program says so itself.
-  const QString file = AskWhereTo(this, tr("Make a new store"), QStringLiteral("building.db"),
-                                  FileFilter(), Existing::kIsTaken);
-  if (file.isEmpty() || !MayLeave()) {
-    return;
-  }
-  const bool demo = QMessageBox::question(
-                        this, tr("New store"), tr("Put the demo building into it?"),
-                        QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
-  (void)CreateStoreAt(std::filesystem::path(file.toStdString()), demo);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -56,6 +56,8 @@ class MainWindow final : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  static constexpr int kToldFor = 15000;  // milliseconds
+
   void MakeMenus();
   void MakeStoreMenu();
   void MakeScreensMenu();

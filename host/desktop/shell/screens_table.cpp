@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <array>
 
+#include "host/desktop/screens/building_page.h"
 #include "host/desktop/screens/credential_page.h"
 #include "host/desktop/screens/dir_code_page.h"
 #include "host/desktop/screens/history_page.h"
@@ -46,6 +47,8 @@ constexpr std::array kScreens{
     ScreenEntry{"import", QT_TRANSLATE_NOOP("Screens", "Import"), "Ctrl+I", true, Make<ImportPage>},
     ScreenEntry{"merge", QT_TRANSLATE_NOOP("Screens", "Merge with the unit"), "Ctrl+M", true,
                 Make<MergePage>},
+    ScreenEntry{"building", QT_TRANSLATE_NOOP("Screens", "Doors and schedules"), "Ctrl+D", true,
+                Make<BuildingPage>},
     ScreenEntry{"units", QT_TRANSLATE_NOOP("Screens", "Units"), "Ctrl+0", false, Make<UnitsPage>},
 };
 

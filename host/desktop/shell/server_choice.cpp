@@ -33,7 +33,7 @@ QString AskForServer(QWidget& window, const QString& last, const QString& title)
     name = QInputDialog::getText(
                &window, title.isEmpty() ? Server::tr("Open a store on a server") : title,
                Server::tr("Its name, postgresql://HOST/DATABASE or service=NAME. A password does "
-                          "not belong here: it stands in the file .pgpass."),
+                          "not belong here: it is asked for where the server wants one."),
                QLineEdit::Normal, name, &isChosen)
                .trimmed();
     if (!isChosen) {
@@ -46,6 +46,16 @@ QString AskForServer(QWidget& window, const QString& last, const QString& title)
                 Server::tr("Its name begins with postgresql:// or service=."));
     name = WithoutPassword(name);
   }
+}
+
+std::optional<std::string> AskForPassword(QWidget& window, const QString& store) {
+  bool isGiven = false;
+  const QString password = QInputDialog::getText(
+      &window, Server::tr("Password"),
+      Server::tr("%1 wants a password. It is kept until the program ends, and written nowhere.")
+          .arg(WithoutPassword(store)),
+      QLineEdit::Password, {}, &isGiven);
+  return isGiven ? std::optional(FromQt(password)) : std::nullopt;
 }
 
 }  // namespace qorhost

@@ -3,6 +3,8 @@
 
 #include <QString>
 #include <QWidget>
+#include <optional>
+#include <string>
 
 namespace qorhost {
 
@@ -12,5 +14,9 @@ namespace qorhost {
 /// Asks until the name is one of a store on a server; `last` stands there at first, and `title`
 /// over it: "" where one is opened. "" when nothing was chosen.
 [[nodiscard]] QString AskForServer(QWidget& window, const QString& last, const QString& title = {});
+
+/// Asks for the password of a store on a server, which is not shown as it is typed; nothing for
+/// somebody who does not give it.
+[[nodiscard]] std::optional<std::string> AskForPassword(QWidget& window, const QString& store);
 
 }  // namespace qorhost

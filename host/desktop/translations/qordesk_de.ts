@@ -81,6 +81,65 @@
     </message>
 </context>
 <context>
+    <name>BuildingPage</name>
+    <message>
+        <source>&amp;Doors:</source>
+        <translation>&amp;Türen:</translation>
+    </message>
+    <message>
+        <source>Doors</source>
+        <translation>Türen</translation>
+    </message>
+    <message>
+        <source>Door</source>
+        <translation>Tür</translation>
+    </message>
+    <message>
+        <source>Na&amp;me:</source>
+        <translation>Na&amp;me:</translation>
+    </message>
+    <message>
+        <source>&amp;Rename</source>
+        <translation>Um&amp;benennen</translation>
+    </message>
+    <message>
+        <source>S&amp;chedules:</source>
+        <translation>&amp;Zeitpläne:</translation>
+    </message>
+    <message>
+        <source>Schedules</source>
+        <translation>Zeitpläne</translation>
+    </message>
+    <message>
+        <source>New schedule</source>
+        <translation>Neuer Zeitplan</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>&amp;Name:</translation>
+    </message>
+    <message>
+        <source>N&amp;umber:</source>
+        <translation>Numme&amp;r:</translation>
+    </message>
+    <message>
+        <source>the next one</source>
+        <translation>die nächste</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Ne&amp;w</source>
+        <translation>Ne&amp;u</translation>
+    </message>
+    <message>
+        <source>De&amp;lete…</source>
+        <translation>&amp;Löschen…</translation>
+    </message>
+</context>
+<context>
     <name>CallLog</name>
     <message>
         <source>Time</source>
@@ -144,6 +203,25 @@
     <message>
         <source>The chosen call in full</source>
         <translation>Der gewählte Aufruf im Ganzen</translation>
+    </message>
+</context>
+<context>
+    <name>Checking</name>
+    <message>
+        <source>Checking the store</source>
+        <translation>Der Bestand wird geprüft</translation>
+    </message>
+    <message>
+        <source>Cancelled. The store was not looked over to its end.</source>
+        <translation>Abgebrochen. Der Bestand wurde nicht bis zum Ende geprüft.</translation>
+    </message>
+    <message>
+        <source>The store cannot be checked.</source>
+        <translation>Der Bestand kann nicht geprüft werden.</translation>
+    </message>
+    <message>
+        <source>Nothing is wrong: the store, its rows and the history are in order.</source>
+        <translation>Alles ist in Ordnung: der Bestand, seine Zeilen und der Verlauf.</translation>
     </message>
 </context>
 <context>
@@ -251,6 +329,210 @@
 </context>
 <context>
     <name>Desks</name>
+    <message>
+        <source>delete %1 schedules</source>
+        <translation>%1 Zeitpläne gelöscht</translation>
+    </message>
+    <message>
+        <source>%1; and %2 more</source>
+        <translation>%1; und %2 weitere</translation>
+    </message>
+    <message>
+        <source>%1 directory code: %2</source>
+        <translation>%1 Rufcode: %2</translation>
+    </message>
+    <message>
+        <source>%1 directory codes: %2</source>
+        <translation>%1 Rufcodes: %2</translation>
+    </message>
+    <message>
+        <source>%1 tenant: %2</source>
+        <translation>%1 Mieter: %2</translation>
+    </message>
+    <message>
+        <source>%1 tenants: %2</source>
+        <translation>%1 Mietern: %2</translation>
+    </message>
+    <message>
+        <source>%1, and by %2</source>
+        <translation>%1 und bei %2</translation>
+    </message>
+    <message>
+        <source>compare with a backup; what the rows hold is not touched by it</source>
+        <translation>mit einer Sicherung vergleichen; was in den Zeilen steht, ist davon nicht berührt</translation>
+    </message>
+    <message>
+        <source>delete it: DELETE FROM TenantsBackup WHERE RID=%1</source>
+        <translation>sie löschen: DELETE FROM TenantsBackup WHERE RID=%1</translation>
+    </message>
+    <message>
+        <source>give it another one: &apos;units edit %1 %2&apos;</source>
+        <translation>einen anderen Wert geben: &apos;units edit %1 %2&apos;</translation>
+    </message>
+    <message>
+        <source>delete what is not needed: nothing can be added before</source>
+        <translation>löschen, was nicht gebraucht wird: vorher kann nichts dazukommen</translation>
+    </message>
+    <message>
+        <source>give it a type that has one: &apos;units edit %1 --type TYPE&apos;</source>
+        <translation>ihr einen Typ geben, der eine hat: &apos;units edit %1 --type TYPE&apos;</translation>
+    </message>
+    <message>
+        <source>change its first or its last day</source>
+        <translation>den ersten oder den letzten Tag ändern</translation>
+    </message>
+    <message>
+        <source>assign it to the right one</source>
+        <translation>dem Richtigen zuordnen</translation>
+    </message>
+    <message>
+        <source>give the tenant another credential, or none</source>
+        <translation>dem Mieter einen anderen Ausweis geben oder keinen</translation>
+    </message>
+    <message>
+        <source>give the tenant another schedule at that door</source>
+        <translation>dem Mieter an dieser Tür einen anderen Zeitplan geben</translation>
+    </message>
+    <message>
+        <source>put the tenant into one of the unit&apos;s groups</source>
+        <translation>den Mieter in eine Gruppe der Anlage tun</translation>
+    </message>
+    <message>
+        <source>put the tenant into one of the unit&apos;s groups, or into 0, which is none</source>
+        <translation>den Mieter in eine Gruppe der Anlage tun oder in 0, das ist keine</translation>
+    </message>
+    <message>
+        <source>it would tell the unit of another one&apos;s row: DELETE FROM ProgramSteps WHERE RID=%1</source>
+        <translation>er sagte der Anlage etwas von der Zeile einer anderen: DELETE FROM ProgramSteps WHERE RID=%1</translation>
+    </message>
+    <message>
+        <source>give the tenant another directory code, or none</source>
+        <translation>dem Mieter einen anderen Rufcode geben oder keinen</translation>
+    </message>
+    <message>
+        <source>give the code another schedule for %1, or switch that off</source>
+        <translation>dem Code einen anderen Zeitplan für „%1“ geben oder das ausschalten</translation>
+    </message>
+    <message>
+        <source>set it to one of the unit&apos;s doors, from 1, or to 0 for none, before the screen can load the card: UPDATE CredentialBank SET DOORCODE=0 WHERE RID=%1</source>
+        <translation>auf eine der Türen der Anlage setzen, ab 1, oder auf 0 für keine, bevor der Bildschirm die Karte laden kann: UPDATE CredentialBank SET DOORCODE=0 WHERE RID=%1</translation>
+    </message>
+    <message>
+        <source>give them a type that the screens know (qorhost sql --write), or leave them</source>
+        <translation>ihnen einen Typ geben, den die Bildschirme kennen (qorhost sql --write), oder sie lassen</translation>
+    </message>
+    <message>
+        <source>give one of them another number, or delete it</source>
+        <translation>einem davon eine andere Nummer geben oder ihn löschen</translation>
+    </message>
+    <message>
+        <source>the rows of entry %1 cannot be read</source>
+        <translation>die Zeilen des Eintrags %1 sind nicht lesbar</translation>
+    </message>
+    <message>
+        <source>entry %1 is missing</source>
+        <translation>Eintrag %1 fehlt</translation>
+    </message>
+    <message>
+        <source>entry %1 is not as it was written, or one that it follows is not</source>
+        <translation>Eintrag %1 ist nicht, wie er geschrieben wurde, oder einer, dem er folgt</translation>
+    </message>
+    <message>
+        <source>the history: %1</source>
+        <translation>der Verlauf: %1</translation>
+    </message>
+    <message>
+        <source>the row %1 of TenantsBackup is of the tenant RID %2, who is unit %3&apos;s</source>
+        <translation>die Zeile %1 von TenantsBackup ist vom Mieter RID %2, der zur Anlage %3 gehört</translation>
+    </message>
+    <message>
+        <source>the programming step %1 is about the directory code RID %2, which is unit %3&apos;s</source>
+        <translation>der Programmierschritt %1 betrifft den Rufcode RID %2, der zur Anlage %3 gehört</translation>
+    </message>
+    <message>
+        <source>the programming step %1 is about the tenant RID %2, which is unit %3&apos;s</source>
+        <translation>der Programmierschritt %1 betrifft den Mieter RID %2, der zur Anlage %3 gehört</translation>
+    </message>
+    <message>
+        <source>tenant %1 holds the credential RID %2, which is unit %3&apos;s</source>
+        <translation>Mieter %1 hat den Ausweis RID %2, der zur Anlage %3 gehört</translation>
+    </message>
+    <message>
+        <source>tenant %1 is in the group %2, which is unit %3&apos;s</source>
+        <translation>Mieter %1 ist in der Gruppe %2, die zur Anlage %3 gehört</translation>
+    </message>
+    <message>
+        <source>tenant %1 has the directory code RID %2, which is unit %3&apos;s</source>
+        <translation>Mieter %1 hat den Rufcode RID %2, der zur Anlage %3 gehört</translation>
+    </message>
+    <message>
+        <source>credentials of the type %1, which no screen knows: %2, the first RID %3</source>
+        <translation>Ausweise des Typs %1, den kein Bildschirm kennt: %2, der erste RID %3</translation>
+    </message>
+    <message>
+        <source>the identity %1 of %2 stands in several units: %3</source>
+        <translation>die Kennung %1 in %2 steht in mehreren Anlagen: %3</translation>
+    </message>
+    <message>
+        <source>restore the last backup</source>
+        <translation>die letzte Sicherung einspielen</translation>
+    </message>
+    <message>
+        <source>the store is damaged: %1</source>
+        <translation>der Bestand ist beschädigt: %1</translation>
+    </message>
+    <message>
+        <source>the schedule %1, %2, is in use by %3. Give them another one first; nothing was deleted</source>
+        <translation>der Zeitplan %1, %2, ist in Gebrauch bei %3. Geben Sie ihnen zuerst einen anderen; es wurde nichts gelöscht</translation>
+    </message>
+    <message>
+        <source>the highest id is taken: give one that is free</source>
+        <translation>die höchste Nummer ist vergeben: eine freie angeben</translation>
+    </message>
+    <message>
+        <source>the unit has a schedule %1 already: give another id</source>
+        <translation>die Anlage hat schon einen Zeitplan %1: eine andere Nummer angeben</translation>
+    </message>
+    <message>
+        <source>the schedule %1 has the name &apos;{value}&apos; already</source>
+        <translation>der Zeitplan %1 heißt schon „{value}“</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; has an apostrophe, with which no report could be asked for it: write ’ instead</source>
+        <translation>{field} „{value}“ hat einen Apostroph, mit dem kein Bericht danach fragen könnte: stattdessen ’ schreiben</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; would be taken for an id</source>
+        <translation>{field} „{value}“ hielte man für eine Nummer</translation>
+    </message>
+    <message>
+        <source>every unit has the schedule &apos;{value}&apos;, as it is</source>
+        <translation>den Zeitplan „{value}“ hat jede Anlage, so wie er ist</translation>
+    </message>
+    <message>
+        <source>the unit has no schedule &apos;{value}&apos;</source>
+        <translation>die Anlage hat keinen Zeitplan „{value}“</translation>
+    </message>
+    <message>
+        <source>%1 schedules are called &apos;{value}&apos;: give the id instead</source>
+        <translation>%1 Zeitpläne heißen „{value}“: stattdessen die Nummer angeben</translation>
+    </message>
+    <message>
+        <source>door %1 has the name &apos;{value}&apos; already</source>
+        <translation>Tür %1 heißt schon „{value}“</translation>
+    </message>
+    <message>
+        <source>{field} &apos;{value}&apos; would be taken for a door&apos;s number or for no door</source>
+        <translation>{field} „{value}“ hielte man für die Nummer einer Tür oder für keine Tür</translation>
+    </message>
+    <message>
+        <source>%1 doors are called &apos;{value}&apos;: give the door&apos;s number instead</source>
+        <translation>%1 Türen heißen „{value}“: stattdessen die Nummer der Tür angeben</translation>
+    </message>
+    <message>
+        <source>the unit has no door &apos;{value}&apos;</source>
+        <translation>die Anlage hat keine Tür „{value}“</translation>
+    </message>
     <message>
         <source>someone else has changed the unit meanwhile</source>
         <translation>jemand anderes hat die Anlage inzwischen geändert</translation>
@@ -2284,6 +2566,13 @@
     </message>
 </context>
 <context>
+    <name>FileChoice</name>
+    <message>
+        <source>Stores (*.db);;All files (*)</source>
+        <translation>Bestände (*.db);;Alle Dateien (*)</translation>
+    </message>
+</context>
+<context>
     <name>HistoryPage</name>
     <message>
         <source>History</source>
@@ -2430,6 +2719,26 @@
 </context>
 <context>
     <name>Lists</name>
+    <message>
+        <source>Directory codes</source>
+        <translation>Rufcodes</translation>
+    </message>
+    <message>
+        <source>Tenants</source>
+        <translation>Mieter</translation>
+    </message>
+    <message>
+        <source>Schedule</source>
+        <translation>Zeitplan</translation>
+    </message>
+    <message>
+        <source>How to mend it</source>
+        <translation>Wie es zu beheben ist</translation>
+    </message>
+    <message>
+        <source>What is wrong</source>
+        <translation>Was nicht stimmt</translation>
+    </message>
     <message>
         <source>Step</source>
         <translation>Schritt</translation>
@@ -3093,10 +3402,6 @@
         <translation>Neuen Bestand anlegen</translation>
     </message>
     <message>
-        <source>Stores (*.db)</source>
-        <translation>Bestände (*.db)</translation>
-    </message>
-    <message>
         <source>Bringing the building in</source>
         <translation>Das Übernehmen des Gebäudes</translation>
     </message>
@@ -3385,6 +3690,10 @@
 <context>
     <name>Screens</name>
     <message>
+        <source>Doors and schedules</source>
+        <translation>Türen und Zeitpläne</translation>
+    </message>
+    <message>
         <source>Overview</source>
         <translation>Übersicht</translation>
     </message>
@@ -3436,12 +3745,20 @@
 <context>
     <name>Server</name>
     <message>
-        <source>Open a store on a server</source>
-        <translation>Bestand auf einem Server öffnen</translation>
+        <source>%1 wants a password. It is kept until the program ends, and written nowhere.</source>
+        <translation>%1 will ein Passwort. Es wird behalten, bis das Programm endet, und nirgends aufgeschrieben.</translation>
     </message>
     <message>
-        <source>Its name, postgresql://HOST/DATABASE or service=NAME. A password does not belong here: it stands in the file .pgpass.</source>
-        <translation>Sein Name, postgresql://RECHNER/DATENBANK oder service=NAME. Ein Kennwort gehört nicht hierher: Es steht in der Datei .pgpass.</translation>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Its name, postgresql://HOST/DATABASE or service=NAME. A password does not belong here: it is asked for where the server wants one.</source>
+        <translation>Sein Name, postgresql://RECHNER/DATENBANK oder service=NAME. Ein Passwort gehört nicht hierher: es wird erfragt, wo der Server eines will.</translation>
+    </message>
+    <message>
+        <source>Open a store on a server</source>
+        <translation>Bestand auf einem Server öffnen</translation>
     </message>
     <message>
         <source>%1 is no store on a server.</source>
@@ -3850,6 +4167,85 @@
     </message>
 </context>
 <context>
+    <name>qorhost::BuildingPage</name>
+    <message>
+        <source>The unit has no doors.</source>
+        <translation>Die Anlage hat keine Türen.</translation>
+    </message>
+    <message>
+        <source>Doors and schedules cannot be shown.</source>
+        <translation>Türen und Zeitpläne können nicht gezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Door %1</source>
+        <translation>Tür %1</translation>
+    </message>
+    <message>
+        <source>Door</source>
+        <translation>Tür</translation>
+    </message>
+    <message>
+        <source>New schedule</source>
+        <translation>Neuer Zeitplan</translation>
+    </message>
+    <message>
+        <source>Schedule %1, which every unit has</source>
+        <translation>Zeitplan %1, den jede Anlage hat</translation>
+    </message>
+    <message>
+        <source>Schedule %1</source>
+        <translation>Zeitplan %1</translation>
+    </message>
+    <message>
+        <source>Renaming the door</source>
+        <translation>Die Tür wird umbenannt</translation>
+    </message>
+    <message>
+        <source>The doors cannot be shown.</source>
+        <translation>Die Türen können nicht gezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Door %1 is called %2 already.</source>
+        <translation>Tür %1 heißt schon %2.</translation>
+    </message>
+    <message>
+        <source>Door %1 is called %2 now.</source>
+        <translation>Tür %1 heißt jetzt %2.</translation>
+    </message>
+    <message>
+        <source>Saving the schedule</source>
+        <translation>Der Zeitplan wird gespeichert</translation>
+    </message>
+    <message>
+        <source>The schedules cannot be shown.</source>
+        <translation>Die Zeitpläne können nicht gezeigt werden.</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Schedule %1 is stored so already.</source>
+        <translation>Zeitplan %1 ist schon so gespeichert.</translation>
+    </message>
+    <message>
+        <source>Saved schedule %1.</source>
+        <translation>Zeitplan %1 gespeichert.</translation>
+    </message>
+    <message>
+        <source>Delete the schedule %1?</source>
+        <translation>Den Zeitplan %1 löschen?</translation>
+    </message>
+    <message>
+        <source>The schedule cannot be deleted.</source>
+        <translation>Der Zeitplan kann nicht gelöscht werden.</translation>
+    </message>
+    <message>
+        <source>Deleted schedule %1.</source>
+        <translation>Zeitplan %1 gelöscht.</translation>
+    </message>
+</context>
+<context>
     <name>qorhost::BusyBar</name>
     <message>
         <source>Cancel</source>
@@ -4086,6 +4482,29 @@
     </message>
 </context>
 <context>
+    <name>qorhost::FaultsDialog</name>
+    <message>
+        <source>Check of the store</source>
+        <translation>Prüfung des Bestands</translation>
+    </message>
+    <message>
+        <source>What is wrong, and how to mend it (%1):</source>
+        <translation>Was nicht stimmt und wie es zu beheben ist (%1):</translation>
+    </message>
+    <message>
+        <source>What is wrong</source>
+        <translation>Was nicht stimmt</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Copies the chosen rows; all, where none is chosen (Ctrl+C)</source>
+        <translation>Kopiert die gewählten Zeilen, alle, wenn keine gewählt ist (Strg+C)</translation>
+    </message>
+</context>
+<context>
     <name>qorhost::HistoryPage</name>
     <message>
         <source>The entry cannot be shown.</source>
@@ -4118,6 +4537,10 @@
 </context>
 <context>
     <name>qorhost::ImportPage</name>
+    <message>
+        <source>Rows: %1, refused: %2.</source>
+        <translation>Zeilen: %1, davon abgelehnt: %2.</translation>
+    </message>
     <message>
         <source>as found</source>
         <translation>wie erkannt</translation>
@@ -4193,10 +4616,6 @@
     <message>
         <source>Rows: %1. None is refused.</source>
         <translation>Zeilen: %1. Keine wird abgelehnt.</translation>
-    </message>
-    <message>
-        <source>Rows: %1, of which are refused: %2.</source>
-        <translation>Zeilen: %1, davon abgelehnt: %2.</translation>
     </message>
     <message>
         <source>They are to be checked.</source>
@@ -4303,6 +4722,10 @@
 </context>
 <context>
     <name>qorhost::MainWindow</name>
+    <message>
+        <source>Check the store…</source>
+        <translation>Bestand prüfen…</translation>
+    </message>
     <message>
         <source>Stores (*.db);;All files (*)</source>
         <translation>Bestände (*.db);;Alle Dateien (*)</translation>
@@ -4451,6 +4874,10 @@
 <context>
     <name>qorhost::MergePage</name>
     <message>
+        <source>Differences: %1, accepted: %2. The same on both sides: %3.</source>
+        <translation>Unterschiede: %1, davon angenommen: %2. Auf beiden Seiten gleich: %3.</translation>
+    </message>
+    <message>
         <source>Choose the unit’s file</source>
         <translation>Datei der Anlage wählen</translation>
     </message>
@@ -4493,10 +4920,6 @@
     <message>
         <source>The unit and the store have the same %1 directory codes.</source>
         <translation>Anlage und Bestand haben dieselben %1 Rufcodes.</translation>
-    </message>
-    <message>
-        <source>Differences: %1, of which are accepted: %2. The same on both sides: %3.</source>
-        <translation>Unterschiede: %1, davon angenommen: %2. Auf beiden Seiten gleich: %3.</translation>
     </message>
     <message>
         <source>Of the unit’s %1 directory codes will be deleted: %2. Go on?</source>

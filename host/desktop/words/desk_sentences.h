@@ -4,6 +4,7 @@
 #include <array>
 #include <span>
 
+#include "host/desktop/words/building_sentences.h"
 #include "host/desktop/words/entry_sentences.h"
 #include "host/desktop/words/import_sentences.h"
 #include "host/desktop/words/moving_sentences.h"
@@ -21,8 +22,8 @@ inline constexpr DeskSentence kWideSentences[] = {
 };
 
 /// Each is tried in turn: one that another one would take in, too, stands before it.
-inline constexpr std::array<std::span<const DeskSentence>, 7> kDeskSentences{
-    kEntrySentences,  kStoreSentences,     kImportSentences, kUnitSentences,
-    kMovingSentences, kMovedFileSentences, kWideSentences};
+inline constexpr std::array<std::span<const DeskSentence>, 9> kDeskSentences{
+    kEntrySentences,  kStoreSentences,     kImportSentences, kUnitSentences, kBuildingSentences,
+    kMovingSentences, kMovedFileSentences, kWideSentences,   kUserSentences};
 
 }  // namespace qorhost

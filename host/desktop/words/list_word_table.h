@@ -39,6 +39,11 @@ inline constexpr const char* kListWords[] = {
     QT_TRANSLATE_NOOP("Lists", "kept"),
     QT_TRANSLATE_NOOP("Lists", "missing"),
     QT_TRANSLATE_NOOP("Lists", "left"),
+    QT_TRANSLATE_NOOP("Lists", "What is wrong"),
+    QT_TRANSLATE_NOOP("Lists", "How to mend it"),
+    QT_TRANSLATE_NOOP("Lists", "Schedule"),
+    QT_TRANSLATE_NOOP("Lists", "Tenants"),
+    QT_TRANSLATE_NOOP("Lists", "Directory codes"),
     // Fields of tenants.
     QT_TRANSLATE_NOOP("Lists", "Last name"),
     QT_TRANSLATE_NOOP("Lists", "First name"),

@@ -18,8 +18,8 @@ namespace {
 /// Fields whose cells are words of the desks.
 constexpr std::array<std::string_view, 5> kWordFields{"kind", "change", "field", "differs",
                                                       "settlement"};
-/// What was done, and why something is odd, in a sentence.
-constexpr std::array<std::string_view, 2> kSentenceFields{"what", "reason"};
+/// What was done, what is wrong and how to mend it, and why something is odd, in a sentence.
+constexpr std::array<std::string_view, 4> kSentenceFields{"what", "fault", "advice", "reason"};
 /// "Tenants: 1 changed; CredentialBank: 40 new".
 constexpr std::string_view kSummaryField = "rows";
 

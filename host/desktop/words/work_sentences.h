@@ -48,6 +48,7 @@ inline constexpr DeskSentence kWorkSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "add schedule %1"), ""},
     {QT_TRANSLATE_NOOP("Desks", "rename schedule %1 to %2"), ""},
     {QT_TRANSLATE_NOOP("Desks", "delete schedule %1"), ""},
+    {QT_TRANSLATE_NOOP("Desks", "delete %1 schedules"), ""},
     {QT_TRANSLATE_NOOP("Desks", "sql, %1: %2; ..."), ""},
     {QT_TRANSLATE_NOOP("Desks", "sql: %1"), ""},
     {QT_TRANSLATE_NOOP("Desks", "entry %1 (%2, by %3, %4 UTC)"), "2"},

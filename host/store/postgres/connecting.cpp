@@ -22,16 +22,23 @@ constexpr const char* kAskTimes = "4";
 constexpr const char* kUnheardMilliseconds = "40000";
 
 /// How a server is asked for; what the name says comes later and counts.
-using Settings = std::array<const char*, 11>;
-constexpr Settings kKeywords{"connect_timeout",  "keepalives_idle",  "keepalives_interval",
-                             "keepalives_count", "tcp_user_timeout", "fallback_application_name",
-                             "client_encoding",  "dbname",           nullptr};
-constexpr std::size_t kNameAt = 7;
+using Settings = std::array<const char*, 12>;
+constexpr Settings kKeywords{"connect_timeout",
+                             "keepalives_idle",
+                             "keepalives_interval",
+                             "keepalives_count",
+                             "tcp_user_timeout",
+                             "fallback_application_name",
+                             "client_encoding",
+                             "password",
+                             "dbname",
+                             nullptr};
+constexpr std::size_t kNameAt = 8;
 constexpr int kNameIsRead = 1;
 
-Settings ValuesFor(const std::string& name) {
-  return {kConnectSeconds,      kSilentSeconds, kAskSeconds, kAskTimes,
-          kUnheardMilliseconds, "qorhost",      "UTF8",      name.c_str()};
+Settings ValuesFor(const std::string& name, const std::string& password) {
+  return {kConnectSeconds, kSilentSeconds, kAskSeconds,      kAskTimes,   kUnheardMilliseconds,
+          "qorhost",       "UTF8",         password.c_str(), name.c_str()};
 }
 
 }  // namespace
@@ -63,14 +70,15 @@ void RequireReadable(const std::string& name) {
   }
 }
 
-pg_conn* Connect(const std::string& name) {
-  return PQconnectdbParams(kKeywords.data(), ValuesFor(name).data(), kNameIsRead);
+pg_conn* Connect(const std::string& name, const std::string& password) {
+  return PQconnectdbParams(kKeywords.data(), ValuesFor(name, password).data(), kNameIsRead);
 }
 
 Answer AnswerOf(const std::string& name) {
   // Whoever asks for encryption is answered by a server without it, too.
   Settings keywords = kKeywords;
-  Settings values = ValuesFor(name);
+  const std::string none;  // a server says that it is there without one
+  Settings values = ValuesFor(name, none);
   keywords[kNameAt + 1] = "connect_timeout";
   values[kNameAt + 1] = kAskAgainSeconds;
   keywords[kNameAt + 2] = "sslmode";

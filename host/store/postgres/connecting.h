@@ -15,8 +15,9 @@ void RequireReadable(const std::string& name);
 /// What people may read of a name: a URI's options may be long.
 [[nodiscard]] std::string ShownName(const std::string& name);
 
-/// Asks for a connection, whose status tells whether it came about; the caller owns it.
-[[nodiscard]] pg_conn* Connect(const std::string& name);
+/// Asks for a connection, whose status tells whether it came about; the caller owns it. An empty
+/// password leaves it to the library's file and to the environment.
+[[nodiscard]] pg_conn* Connect(const std::string& name, const std::string& password);
 
 /// What is there when none came about; takes 2 seconds at most where nothing answers.
 [[nodiscard]] Answer AnswerOf(const std::string& name);

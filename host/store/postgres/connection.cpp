@@ -12,6 +12,7 @@
 #include "host/store/postgres/change_triggers.h"
 #include "host/store/postgres/connecting.h"
 #include "host/store/postgres/engine_error.h"
+#include "host/store/server_passwords.h"
 #include "host/store/store_error.h"
 
 namespace qorhost::postgres {
@@ -71,8 +72,20 @@ auto Connection::Beside(Work work) const -> decltype(work()) {
   return done.get();
 }
 
+Connection::Handle Connection::ConnectOnce() const {
+  return Beside([asked = asked_, password = TypedPassword(asked_)] {
+    return Handle(Connect(asked, password));
+  });
+}
+
 void Connection::Open() {
-  handle_ = Beside([asked = asked_] { return Handle(Connect(asked)); });
+  handle_ = ConnectOnce();
+  if (isLost() && PQconnectionNeedsPassword(handle()) == 1 && AskPasswordOf(asked_, name_)) {
+    handle_ = ConnectOnce();
+  }
+  if (isLost() && PQconnectionUsedPassword(handle()) == 1) {
+    ForgetPassword(asked_);  // so that a person may mend it
+  }
   ++names_.connection;
   lockTimeout_ = 0;
   if (isLost()) {

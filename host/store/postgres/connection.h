@@ -124,6 +124,7 @@ class Connection {
 
   template <typename Work>
   [[nodiscard]] auto Beside(Work work) const -> decltype(work());
+  [[nodiscard]] Handle ConnectOnce() const;
   void Open();
   void Reopen();
   void UndoBy(const std::string& sql) noexcept;

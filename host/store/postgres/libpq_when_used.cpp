@@ -67,6 +67,10 @@ int PQconnectionNeedsPassword(const PGconn* conn) {
   return Call<PQconnectionNeedsPassword>("PQconnectionNeedsPassword", conn);
 }
 
+int PQconnectionUsedPassword(const PGconn* conn) {
+  return Call<PQconnectionUsedPassword>("PQconnectionUsedPassword", conn);
+}
+
 void PQconninfoFree(PQconninfoOption* connOptions) {
   return Call<PQconninfoFree>("PQconninfoFree", connOptions);
 }

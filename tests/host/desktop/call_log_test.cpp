@@ -85,7 +85,7 @@ TEST_F(CallLogs, LinesThatComeTogetherAreOneNotification) {
   QObject::connect(&log_, &QAbstractItemModel::rowsInserted, &log_, [&told] { ++told; });
   TakeLines(90);
   EXPECT_EQ(log_.rowCount(), 0);
-  EXPECT_TRUE(QTest::qWaitFor([this] { return log_.rowCount() == 90; }));
+  EXPECT_TRUE(ComesTrue([this] { return log_.rowCount() == 90; }));
   EXPECT_EQ(told, 1);
   EXPECT_EQ(Shown(7, CallLog::kTime), "14:05:09");
   EXPECT_EQ(Shown(7, CallLog::kObject), "c@1");

@@ -15,6 +15,7 @@
 #include "frame/convert.h"
 #include "host/desks/unit_export.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/store/unit_of_work.h"
 
 namespace qorhost::test {
 
@@ -22,6 +23,7 @@ namespace {
 
 constexpr int kBetweenLooks = 5;  // milliseconds
 constexpr int kUsualWait = 3000;  // until a window is on the screen
+constexpr int kLongestWait = 60000;
 
 qorcred::Date TheTestsDay() {
   return qorcred::FromCivil({2026, 1, 31, 14, 5, 9});
@@ -74,6 +76,10 @@ std::vector<std::string> CallsOf(std::string_view operation,
 void Settle() {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   QCoreApplication::processEvents();
+}
+
+bool ComesTrue(const std::function<bool()>& condition) {
+  return QTest::qWaitFor(condition, kLongestWait);
 }
 
 Answers::Answers() {
@@ -173,7 +179,10 @@ CancelPress::CancelPress(MainWindow& window, By by) : attentive_(window) {
     if (!window.runner().busy() || (by == By::kButton && !cancel->isVisible())) {
       return;
     }
-    look_.stop();
+    if (done_) {
+      looksAfterwards_ += window.runner().cancelled() ? 1 : 0;  // else it is another operation
+      return;
+    }
     done_ = true;
     told_ = FromQt(cancel->parentWidget()->findChild<QLabel*>()->text());
     if (by == By::kButton) {
@@ -210,7 +219,7 @@ void DesktopTest::MakeWindow() {
     // A window manager that is busy with the window of the test before may overlook a new one.
     window_->hide();
     window_->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get(), kLongestWait));
   }
 }
 
@@ -308,6 +317,16 @@ void DesktopTest::GiveACard(const char* number) {
   Choose("cboAssignedTo", paula.toUtf8().constData());
   Click("saveButton");
   ASSERT_THAT(Told(), testing::HasSubstr(std::string("Standard 26-Bit Card-") + number));
+}
+
+void DesktopTest::SpoilCards() {
+  SqlSession& sql = window_->place()->session().sql();
+  WorkGuard work(sql.work(), WorkOrder{{kUnit}, "sql: UPDATE CredentialBank", {}});
+  (void)sql.Change("UPDATE CredentialBank SET DOORCODE=77 WHERE UnitKey=2 AND CredentialType=" +
+                       Cell("SELECT Min(CredentialType) FROM CredentialBank WHERE UnitKey=2 AND "
+                            "CredentialType<>2"),
+                   std::nullopt);
+  ASSERT_TRUE(work.Commit());
 }
 
 std::filesystem::path DesktopTest::WriteResidents() const {

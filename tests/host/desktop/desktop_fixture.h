@@ -95,11 +95,14 @@ class CancelPress {
   [[nodiscard]] bool done() const { return done_; }
   /// What was told beside the button then.
   [[nodiscard]] const std::string& told() const { return told_; }
+  /// How often the operation looked up afterwards: one that has heard it soon ends.
+  [[nodiscard]] int looksAfterwards() const { return looksAfterwards_; }
 
  private:
   AttentiveWindow attentive_;
   QTimer look_;
   bool done_ = false;
+  int looksAfterwards_ = 0;
   std::string told_;
 };
 
@@ -152,6 +155,8 @@ class DesktopTest : public testing::Test {
   /// Issues a card at the credential screen and gives it to Paula O'Brien: two entries of the
   /// history, and a step.
   void GiveACard(const char* number);
+  /// Cards of one type of the unit open a door then that is not there.
+  void SpoilCards();
   /// A spreadsheet of four residents, with a heading that nobody knows and two cells that are
   /// wrong.
   [[nodiscard]] std::filesystem::path WriteResidents() const;
@@ -175,5 +180,9 @@ class DesktopTest : public testing::Test {
 
 /// Works off what waits in the window's queue.
 void Settle();
+
+/// Works off what comes until the condition holds, however long a machine takes that has much to
+/// do; false when it never does.
+[[nodiscard]] bool ComesTrue(const std::function<bool()>& condition);
 
 }  // namespace qorhost::test

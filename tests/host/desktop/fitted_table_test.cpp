@@ -62,6 +62,26 @@ TEST_F(FittedTables, GiveTheWidestColumnWhatIsLeftWhenSqueezed) {
   EXPECT_GT(view_.columnWidth(kTexts), view_.columnWidth(kDays));
 }
 
+TEST_F(FittedTables, CutShortTextsBeforeMoments) {
+  const std::string moment("2026-01-31 14:05:09");
+  List list;
+  list.fields = {{"Table", "table"}, {"Before", "before"}, {"After", "after"}};
+  list.rows = {{std::string("LASTMODIFIEDD"), moment, moment},
+               {std::string("DISPLAYNAMES"), qorcred::Null{}, std::string("no")}};
+  model_.Show(std::move(list));
+  SqueezeColumns(view_);
+  FitColumns(view_);
+  Settle();
+  const int needed = view_.fontMetrics().horizontalAdvance(QString::fromStdString(moment));
+  view_.resize(2 * needed + needed * 3 / 4, 200);
+  Settle();
+  EXPECT_FALSE(Scrolls());
+  EXPECT_GE(view_.columnWidth(1), needed);
+  EXPECT_GE(view_.columnWidth(2), needed);
+  EXPECT_LT(view_.columnWidth(0),
+            view_.fontMetrics().horizontalAdvance(QStringLiteral("LASTMODIFIEDD")));
+}
+
 TEST_F(FittedTables, FollowTheWindowWhenSqueezed) {
   SqueezeColumns(view_);
   Settle();

@@ -35,6 +35,7 @@ constexpr StaysAsItIs kStays[] = {
     {"Tenants|CredentialBank|DirectoryCode|DOORS|Schedules|TenantGroup|Units|UnitSettings|"
      "UNITTYPES",
      "a table of the store"},
+    {"Front Entrance Door|Service Corridor Level Two", "a name that the store keeps, of a door"},
     {"([A-Za-z]+: [0-9]+ (neu|geändert|gelöscht)(; )?)+",
      "tables of the store and what became of "
      "their rows"},
@@ -46,6 +47,7 @@ constexpr StaysAsItIs kPartsThatStay[] = {
     {"Corvin 30-Bit Card|Standard 26-Bit Card|Transmitter",
      "a type of credentials: controllers find it by this name"},
     {"„[^“]*“", "a value as it was entered"},
+    {"(UPDATE|DELETE FROM) [A-Za-z]+ .*", "a statement"},
     {"^Facility Code ", "a heading of the person's own file"},
 };
 
@@ -272,6 +274,21 @@ TEST_F(GermanWalk, AMergeAndItsDifferences) {
   for (int row = 0; row < rows; ++row) {
     ClickRow("differences", row);
     LookAt("merge, difference " + std::to_string(row));
+  }
+}
+
+TEST_F(GermanWalk, AStoreThatIsChecked) {
+  SpoilCards();
+  answers_->With([this](QDialog& dialog) {
+    LookAt(dialog, "faults");
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  ChooseInMenu("Bestand prüfen…");
+  window().ShowScreen(QStringLiteral("building"));
+  const int rows = Find<QTableView>("schedules").model()->rowCount();
+  for (int row = 0; row < rows; ++row) {
+    ClickRow("schedules", row);
+    LookAt("schedule " + std::to_string(row));
   }
 }
 

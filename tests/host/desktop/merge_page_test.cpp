@@ -71,8 +71,7 @@ TEST_F(MergeScreens, NoDifferenceIsMadeThatIsNotAccepted) {
   EXPECT_FALSE(Find<QPushButton>("mergeButton").isEnabled());
   Accept("102");
   EXPECT_TRUE(IsAccepted("102"));
-  EXPECT_EQ(LabelText("summary"),
-            "Differences: 3, of which are accepted: 1. The same on both sides: 4.");
+  EXPECT_EQ(LabelText("summary"), "Differences: 3, accepted: 1. The same on both sides: 4.");
   EXPECT_TRUE(page().HasEntries());
   Click("mergeButton");
   EXPECT_THAT(Told(), StartsWith("Added: 0. Changed: 1. Deleted: 0."));

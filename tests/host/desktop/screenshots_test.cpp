@@ -13,6 +13,7 @@
 #include "host/desktop/binding/date_field.h"
 #include "host/desktop/screens/import_page.h"
 #include "host/desktop/screens/merge_page.h"
+#include "host/desktop/shell/faults_dialog.h"
 #include "tests/host/desktop/desktop_fixture.h"
 
 namespace qorhost::test {
@@ -35,6 +36,7 @@ class Screenshots : public DesktopTest {
   void TakeCalls(const QString& look);
   void TakeImport(const QString& look);
   void TakeMerge(const QString& look);
+  void TakeBuilding(const QString& look);
   static void ExpectNoTitleCut(const QTableView& table, const std::string& where);
   /// A person reads it without moving it sideways.
   void ExpectNotWider(const char* table, const std::string& where) {
@@ -179,6 +181,34 @@ void Screenshots::TakeMerge(const QString& look) {
   Click("acceptNoneButton");
 }
 
+void Screenshots::TakeBuilding(const QString& look) {
+  window().ShowScreen(QStringLiteral("building"));
+  ClickRows(Find<QTableView>("doors"), 1);
+  auto& schedules = Find<QTableView>("schedules");
+  QTest::mouseClick(schedules.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    schedules.visualRect(schedules.model()->index(2, 2)).center());
+  Take(QStringLiteral("schedule"), look);
+  ExpectNothingCut("a schedule, " + look.toStdString());
+  Table faults;
+  faults.columns = {{"Unit", "unit"}, {"What is wrong", "fault"}, {"How to mend it", "advice"}};
+  faults.rows = {
+      {1, std::string("498 codes are in use, and the unit takes 400"),
+       std::string("delete what is not needed: nothing can be added before")},
+      {2, std::string("Corvin 30-Bit Card-1001 (RID 489) has the door 77, which is not there"),
+       std::string("set it to one of the unit's doors, from 1, or to 0 for none, before "
+                   "the screen can load the card: UPDATE CredentialBank SET DOORCODE=0 "
+                   "WHERE RID=489")},
+      {qorcred::Null{}, std::string("the history: entry 7 is missing"),
+       std::string("compare with a backup; what the rows hold is not touched by it")}};
+  FaultsDialog dialog(&window(), faults);
+  dialog.show();
+  auto& table = *dialog.findChild<QTableView*>(QStringLiteral("faults"));
+  table.selectRow(1);
+  Settle();
+  Take(dialog, QStringLiteral("faults"), look);
+  ExpectNoTitleCut(table, "faults, " + look.toStdString());
+}
+
 struct Look {
   const char* name;
   Appearance appearance;
@@ -242,6 +272,7 @@ TEST_F(Screenshots, OfEveryScreenInEveryLook) {
     TakeCalls(QString::fromLatin1(look.name));
     TakeImport(QString::fromLatin1(look.name));
     TakeMerge(QString::fromLatin1(look.name));
+    TakeBuilding(QString::fromLatin1(look.name));
   }
   window().SetAppearance({});
 }

@@ -84,8 +84,8 @@ class OtherSeats : public DesktopTest {
   [[nodiscard]] QComboBox& Chooser() { return Find<QComboBox>("unitChooser"); }
   void ExpectTheUnitIsLeft() {
     Settle();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window().place()->unitKey() == 1; }));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !answers_->seen().empty(); }));
+    EXPECT_TRUE(ComesTrue([this] { return window().place()->unitKey() == 1; }));
+    EXPECT_TRUE(ComesTrue([this] { return !answers_->seen().empty(); }));
     EXPECT_THAT(answers_->LastText(), HasSubstr("Linden Park (2) was deleted."));
     EXPECT_THAT(answers_->LastText(), HasSubstr("Somebody else has deleted it. "));
     EXPECT_EQ(answers_->seen().size(), 1U);

@@ -157,6 +157,24 @@ void TestServer::LogPlans(const std::string& database) {
   }
 }
 
+void TestServer::AddUser(const std::string& user, const std::string& password) {
+  Connection connection(NameOf("postgres"));
+  connection.RunAll("CREATE ROLE " + user + " SUPERUSER LOGIN PASSWORD '" + password + "'");
+  const fs::path rules = folder_.File("data") / "pg_hba.conf";
+  const std::string others = ContentOf(rules);
+  std::ofstream(rules) << "local all " << user << " scram-sha-256\n" << others;
+  connection.RunAll("SELECT pg_reload_conf()");
+  // The server takes them up when it comes to it.
+  const std::string name = NameOf("postgres") + "&user=" + user;
+  bool isWanted = false;
+  while (!isWanted) {
+    PGconn* tried = PQconnectdb(name.c_str());
+    isWanted = PQconnectionNeedsPassword(tried) == 1;
+    PQfinish(tried);
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+}
+
 std::string TestServer::Log() const {
   return ContentOf(folder_.File("log"));
 }

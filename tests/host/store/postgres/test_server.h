@@ -32,6 +32,9 @@ class TestServer {
   /// Creates a database, empty or like another one, and gives its name as a store's.
   std::string Create(const std::string& database, const std::string& like = "template0");
 
+  /// Makes a user who may do anything, and who has to say the password.
+  void AddUser(const std::string& user, const std::string& password);
+
   /// From here on the server writes the plan of each statement that runs on a database into its
   /// log, for connections that begin now.
   void LogPlans(const std::string& database);

@@ -1,0 +1,61 @@
+// The doors of the unit and its schedules: named, added, deleted.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "host/desktop/screens/entry_page.h"
+#include "host/desktop/screens/list_table_model.h"
+
+namespace Ui {
+class BuildingPage;
+}
+
+namespace qorhost {
+
+/// Two lists, each with its own entry: what is entered at the one stays while the
+/// other is worked on.
+class BuildingPage final : public EntryPage {
+  Q_OBJECT
+
+ public:
+  /// Raises what reading doors and schedules raises.
+  explicit BuildingPage(Workplace& place);
+  ~BuildingPage() override;
+
+  [[nodiscard]] bool HasEntries() const override;
+  void Refresh() override;
+
+ protected:
+  [[nodiscard]] std::span<const FieldWidget> Fields() const override { return fields_; }
+
+ private:
+  using Number = std::optional<std::int32_t>;
+
+  void ConnectWidgets();
+  [[nodiscard]] bool HasDoorEntry() const;
+  [[nodiscard]] bool HasScheduleEntry() const;
+  void ShowDoors(Number door);
+  void ShowSchedules(Number schedule);
+  void SelectChosen();
+  void ShowDoor();
+  void ShowSchedule();
+  void TakeDoor();
+  void TakeSchedule();
+  void RenameChosenDoor();
+  void SaveSchedule();
+  void DeleteChosenSchedule();
+
+  std::unique_ptr<Ui::BuildingPage> ui_;
+  ListTableModel doors_;
+  ListTableModel schedules_;
+  Number door_;       // that is chosen
+  Number schedule_;   // none: a new one is entered
+  QString doorName_;  // as the line showed it
+  QString scheduleName_;
+  std::span<const FieldWidget> fields_;  // of the list that is worked on
+  bool showing_ = false;                 // what changes in the lists is no choice
+};
+
+}  // namespace qorhost
