@@ -120,7 +120,7 @@ class UnitCheck {
     for (const auto& [type, rids] : hidden) {
       Add(fmt::format("credentials of the type {}, which no screen knows: {}, the first RID {}",
                       type, rids.size(), rids.front()),
-          "give them a type that the screens know (qorhost sql --write), or leave them");
+          "give them a type that the screens know ('sql --write'), or leave them");
     }
   }
 
@@ -128,11 +128,11 @@ class UnitCheck {
     const double number = qorcred::NumericValue(door);
     if (number < 0 || number > static_cast<double>(doors_)) {
       Add(fmt::format("{} has the door {}, which is not there", card, TextOf(door)),
-          fmt::format(
-              "set it to one of the unit's doors, from 1, or to 0 for none, before the screen can "
-              "load the card: UPDATE CredentialBank SET DOORCODE=0 WHERE "
-              "RID={}",
-              rid));
+          fmt::format("give it one of the unit's doors, from 1, or 0 for none; neither a screen "
+                      "nor another "
+                      "command can load the card before: 'sql --write \"UPDATE CredentialBank SET "
+                      "DOORCODE=0 WHERE RID={}\"'",
+                      rid));
     }
   }
 
@@ -208,15 +208,16 @@ class UnitCheck {
     return IsSet(unit) ? fmt::format("unit {}'s", TextOf(unit)) : "not there";
   }
 
-  /// A step may be about a row that is gone, as long as it was no other unit's.
+  /// A step that waits may be about a row that is gone, as long as it was no other unit's.
   void LookAtSteps() {
-    const QueryResult rows = Select("RID, Kind, SubjectRID", "ProgramSteps");
+    const QueryResult rows = Select("RID, Kind, SubjectRID, Sent", "ProgramSteps");
     Linked tenants;
     Linked codes;
     for (const ResultRow row : rows.rows()) {
       const bool isTenant = TextOf(row[1]) == step::kProgramTenant;
       const std::int32_t subject = qorcred::ToLong(row[2]);
-      if (!(isTenant ? tenants_ : codes_).contains(subject)) {
+      const bool waits = !IsSet(row[3]) || !qorcred::ToBoolean(row[3]);
+      if (waits && !(isTenant ? tenants_ : codes_).contains(subject)) {
         (isTenant ? tenants : codes)[subject].push_back(qorcred::ToLong(row[0]));
       }
     }
@@ -224,9 +225,9 @@ class UnitCheck {
                              std::int32_t unit) {
       Add(fmt::format("the programming step {} is about the {} RID {}, which is unit {}'s", step,
                       kind, subject, unit),
-          fmt::format("it would tell the unit of another one's row: DELETE FROM "
-                      "ProgramSteps WHERE RID={}",
-                      step));
+          fmt::format("mark it as sent, for it would tell the unit of another one's row: 'steps "
+                      "done {} --unit {}'",
+                      step, unitKey_));
     };
     EachOfOtherUnits("Tenants", tenants, [&](auto step, auto subject, auto unit) {
       tell(step, "tenant", subject, unit);
@@ -248,7 +249,9 @@ class UnitCheck {
     EachOfOtherUnits("Tenants", tenants, [this](auto row, auto tenant, auto unit) {
       Add(fmt::format("the row {} of TenantsBackup is of the tenant RID {}, who is unit {}'s", row,
                       tenant, unit),
-          fmt::format("delete it: DELETE FROM TenantsBackup WHERE RID={}", row));
+          fmt::format("no screen and no other command deletes it: 'sql --write \"DELETE FROM "
+                      "TenantsBackup WHERE RID={}\"'",
+                      row));
     });
   }
 

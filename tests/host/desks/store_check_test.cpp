@@ -89,6 +89,30 @@ TEST_F(StoreCheckTest, FindsStepsAndBackupRowsOfAnotherUnit) {
                                        ", who is unit 1's"));
 }
 
+TEST_F(StoreCheckTest, NamesTheCommandThatMendsWhatNoScreenCan) {
+  const std::string tenant = Cell("SELECT Min(RID) FROM Tenants WHERE UnitKey=1");
+  Run("INSERT INTO CredentialBank (RID, UnitKey, CredentialType, PINNo, FacilityCode, DOORCODE) "
+      "VALUES (9001, 2, 1, 902, 7, 5)");
+  Run("INSERT INTO ProgramSteps (RID, UnitKey, Kind, SubjectRID, Sent) VALUES "
+      "(9002, 2, 'program tenant', " +
+      tenant + ", 0)");
+  Run("INSERT INTO TenantsBackup (RID, UnitKey, TenantID) VALUES (9003, 2, " + tenant + ")");
+  std::vector<std::string> commands;
+  for (const Finding& finding : FindingsIn(session(), kUnit)) {
+    commands.push_back(finding.advice.substr(finding.advice.find(": '")));
+  }
+  const std::string door = "UPDATE CredentialBank SET DOORCODE=0 WHERE RID=9001";
+  const std::string backup = "DELETE FROM TenantsBackup WHERE RID=9003";
+  EXPECT_THAT(commands,
+              ElementsAre(": 'sql --write \"" + door + "\"'", ": 'steps done 9002 --unit 2'",
+                          ": 'sql --write \"" + backup + "\"'"));
+  // What they do is enough.
+  Run(door);
+  Run("UPDATE ProgramSteps SET Sent=-1 WHERE RID=9002");
+  Run(backup);
+  EXPECT_THAT(Found(), IsEmpty());
+}
+
 TEST_F(StoreCheckTest, FindsSchedulesOfTenantsThatAreNotThere) {
   Run("INSERT INTO Schedules (ScheduleID, ScheduleName, UnitKey, Modified) "
       "VALUES (70, 'Of another unit', 1, 0), (71, 'Deleted', 2, 3), (72, 'There', 2, 0)");
