@@ -16,6 +16,7 @@
 
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/file_choice.h"
+#include "host/desktop/shell/page_room.h"
 #include "tests/host/desktop/desktop_fixture.h"
 
 namespace qorhost::test {
@@ -74,17 +75,18 @@ TEST_F(Windows, LayoutStoreUnitAndScreenAreRemembered) {
 TEST_F(Windows, TextOfTwiceTheSizeLeavesTheWindowOnTheScreen) {
   OpenDemoAt(QStringLiteral("import"));
   const QSize before = window().size();
+  const QSize room = RoomOnScreen(window()).size();
   window().SetAppearance({Theme::kLight, 200});
   for (const ScreenEntry& screen : Screens()) {
     window().ShowScreen(QString::fromLatin1(screen.key));
     Settle();
-    EXPECT_LE(window().minimumSizeHint().width(), 1280) << screen.key;
-    EXPECT_LE(window().minimumSizeHint().height(), 800) << screen.key;
-    EXPECT_LE(window().width(), 1280) << screen.key;
+    EXPECT_LE(window().minimumSizeHint().width(), room.width()) << screen.key;
+    EXPECT_LE(window().minimumSizeHint().height(), room.height()) << screen.key;
+    EXPECT_LE(window().width(), room.width()) << screen.key;
   }
   window().SetAppearance({});
   Settle();
-  EXPECT_LE(window().width(), std::max(before.width(), 1280));
+  EXPECT_LE(window().width(), std::max(before.width(), room.width()));
 }
 
 TEST_F(Windows, ACapacityThatIsExceededIsAWarning) {
