@@ -9,10 +9,11 @@ function(qorcred_join_sources target)
     UNITY_BUILD ${QORCRED_JOIN_SOURCES} UNITY_BUILD_BATCH_SIZE 12)
 endfunction()
 
-# qorcred_join_many_sources(target): a target of very many sources, with two or three pieces for each core.
+# qorcred_join_many_sources(target): a target of up to 48 sources that all read a large header, with as many
+# pieces as a small machine has cores: each further one costs what reading the header does.
 function(qorcred_join_many_sources target)
   set_target_properties(${target} PROPERTIES
-    UNITY_BUILD ${QORCRED_JOIN_SOURCES} UNITY_BUILD_BATCH_SIZE 20)
+    UNITY_BUILD ${QORCRED_JOIN_SOURCES} UNITY_BUILD_BATCH_SIZE 24)
 endfunction()
 
 # qorcred_keep_apart(target source...): sources of the current folder that are never joined to others.

@@ -1,10 +1,11 @@
 #include "host/cli/completion.h"
 
 #include <fmt/format.h>
-#include <fmt/ostream.h>
 
 #include <algorithm>
 #include <string>
+
+#include "host/cli/write_to.h"
 
 namespace qorhost {
 
@@ -117,13 +118,13 @@ void WriteBashArguments(std::ostream& out, const std::vector<CommandWords>& comm
   for (const CommandWords& command : commands) {
     const std::string_view list = ListOfArgument(command);
     if (!list.empty()) {
-      fmt::print(out, "      '{}') _qorhost_offer \"$(_qorhost_stored {})\"; return ;;\n",
-                 command.path, list);
+      WriteTo(out, "      '{}') _qorhost_offer \"$(_qorhost_stored {})\"; return ;;\n",
+              command.path, list);
     } else if (TakesAShell(command)) {
-      fmt::print(out, "      '{}') _qorhost_offer '{}'; return ;;\n", command.path,
-                 fmt::join(Shells(), "\n"));
+      WriteTo(out, "      '{}') _qorhost_offer '{}'; return ;;\n", command.path,
+              fmt::join(Shells(), "\n"));
     } else if (!command.arguments.empty()) {
-      fmt::print(out, "      '{}') COMPREPLY=(); return ;;\n", command.path);
+      WriteTo(out, "      '{}') COMPREPLY=(); return ;;\n", command.path);
     }
   }
   out << "    esac ;;\n  esac\n";
@@ -144,9 +145,9 @@ void WriteBashValues(std::ostream& out, const CommandWords& command) {
           command.path.empty() ? "*' " + name + "'" : fmt::format("'{} {}'", command.path, name));
     }
     if (list.empty()) {
-      fmt::print(out, "    {}) _qorhost_offer '{}'; return ;;\n", words, fmt::join(fixed, "\n"));
+      WriteTo(out, "    {}) _qorhost_offer '{}'; return ;;\n", words, fmt::join(fixed, "\n"));
     } else {
-      fmt::print(out, "    {}) _qorhost_offer \"$(_qorhost_stored {})\"; return ;;\n", words, list);
+      WriteTo(out, "    {}) _qorhost_offer \"$(_qorhost_stored {})\"; return ;;\n", words, list);
     }
   }
 }
@@ -183,11 +184,11 @@ void WriteBash(std::ostream& out, const std::vector<CommandWords>& commands) {
          "        fi ;;\n"
          "    esac\n"
          "    case $word in\n";
-  fmt::print(out, "      {}) ((at++)); continue ;;\n", withValues);
+  WriteTo(out, "      {}) ((at++)); continue ;;\n", withValues);
   out << "    esac\n    case \"${place:+$place }$word\" in\n";
   for (const CommandWords& command : commands) {
     if (!command.path.empty()) {
-      fmt::print(out, "      '{}') place='{}' ;;\n", command.path, command.path);
+      WriteTo(out, "      '{}') place='{}' ;;\n", command.path, command.path);
     }
   }
   out << "    esac\n  done\n"
@@ -196,13 +197,13 @@ void WriteBash(std::ostream& out, const std::vector<CommandWords>& commands) {
   std::for_each(commands.rbegin(), commands.rend(),
                 [&out](const CommandWords& command) { WriteBashValues(out, command); });
   out << "  esac\n  case $previous in\n";
-  fmt::print(out, "    {}) COMPREPLY=(); return ;;\n", withValues);
+  WriteTo(out, "    {}) COMPREPLY=(); return ;;\n", withValues);
   out << "  esac\n";
   WriteBashArguments(out, commands);
   out << "  case $place in\n";
   for (const CommandWords& command : commands) {
-    fmt::print(out, "    '{}') next='{}' ;;\n", command.path,
-               fmt::join(NextWords(command, commands.front()), "\n"));
+    WriteTo(out, "    '{}') next='{}' ;;\n", command.path,
+            fmt::join(NextWords(command, commands.front()), "\n"));
   }
   out << "  esac\n"
          "  _qorhost_offer \"$next\"\n"
@@ -239,7 +240,7 @@ void WriteFish(std::ostream& out, const std::vector<CommandWords>& commands) {
          "    switch (string join -- ' ' $path $word)\n";
   for (const CommandWords& command : commands) {
     if (!command.path.empty()) {
-      fmt::print(out, "      case '{}'\n        set path $path $word\n", command.path);
+      WriteTo(out, "      case '{}'\n        set path $path $word\n", command.path);
     }
   }
   out << "    end\n  end\n  echo \"$path\"\nend\n";
@@ -254,10 +255,10 @@ void WriteFish(std::ostream& out, const std::vector<CommandWords>& commands) {
                                : !fixed.empty()       ? fmt::format(" -x -a '{}'", Joined(fixed))
                                : option.value.empty() ? ""
                                                       : " -r";
-    fmt::print(out, "{} -d {}\n", values, InQuotes(option.description));
+    WriteTo(out, "{} -d {}\n", values, InQuotes(option.description));
   };
-  fmt::print(out, "complete -c qorhost -f -n 'test (__qorhost_path) = \"\"' -a {} -d '{}'\n",
-             kHelpWord, "Tell the options of a command");
+  WriteTo(out, "complete -c qorhost -f -n 'test (__qorhost_path) = \"\"' -a {} -d '{}'\n",
+          kHelpWord, "Tell the options of a command");
   for (const CommandWords& command : commands) {
     const std::string condition = fmt::format(" -n 'test (__qorhost_path) = \"{}\"'", command.path);
     for (const std::string& name : command.commands) {
@@ -265,13 +266,13 @@ void WriteFish(std::ostream& out, const std::vector<CommandWords>& commands) {
       const auto found =
           std::find_if(commands.begin(), commands.end(),
                        [&path](const CommandWords& one) { return one.path == path; });
-      fmt::print(out, "complete -c qorhost -f{} -a {} -d {}\n", condition, name,
-                 InQuotes(found->description));
+      WriteTo(out, "complete -c qorhost -f{} -a {} -d {}\n", condition, name,
+              InQuotes(found->description));
     }
     if (const std::string_view list = ListOfArgument(command); !list.empty()) {
-      fmt::print(out, "complete -c qorhost -f{} -a '(__qorhost_stored {})'\n", condition, list);
+      WriteTo(out, "complete -c qorhost -f{} -a '(__qorhost_stored {})'\n", condition, list);
     } else if (TakesAShell(command)) {
-      fmt::print(out, "complete -c qorhost -f{} -a '{}'\n", condition, Joined(Shells()));
+      WriteTo(out, "complete -c qorhost -f{} -a '{}'\n", condition, Joined(Shells()));
     }
     for (const OptionWords& option : command.options) {
       print(command.path.empty() ? std::string() : condition, option);

@@ -1,11 +1,12 @@
 #include "host/cli/manual_page.h"
 
 #include <fmt/format.h>
-#include <fmt/ostream.h>
 
 #include <array>
 #include <span>
 #include <string>
+
+#include "host/cli/write_to.h"
 
 namespace qorhost {
 
@@ -36,14 +37,14 @@ void WriteOptions(std::ostream& out, const std::vector<OptionWords>& options) {
   for (const OptionWords& option : options) {
     const std::string value =
         option.value.empty() || !option.names.front().starts_with('-') ? "" : " " + option.value;
-    fmt::print(out, ".TP\n.B {}\n{}\n",
-               Escaped(fmt::format("{}{}", fmt::join(option.names, ", "), value)),
-               Escaped(option.description));
+    WriteTo(out, ".TP\n.B {}\n{}\n",
+            Escaped(fmt::format("{}{}", fmt::join(option.names, ", "), value)),
+            Escaped(option.description));
   }
 }
 
 void WriteFooter(std::ostream& out, const std::string& footer) {
-  fmt::print(out, ".PP\n.nf\n{}\n.fi\n", Escaped(footer));
+  WriteTo(out, ".PP\n.nf\n{}\n.fi\n", Escaped(footer));
 }
 
 /// A word and what it means.
@@ -77,9 +78,9 @@ constexpr std::array kEnvironment{
     Entry{"NO_COLOR", "Where it is set nothing is written in colours."}};
 
 void WriteEntries(std::ostream& out, std::string_view title, std::span<const Entry> entries) {
-  fmt::print(out, ".SH {}\n", title);
+  WriteTo(out, ".SH {}\n", title);
   for (const Entry& entry : entries) {
-    fmt::print(out, ".TP\n.B {}\n{}\n", Escaped(entry.word), Escaped(entry.meaning));
+    WriteTo(out, ".TP\n.B {}\n{}\n", Escaped(entry.word), Escaped(entry.meaning));
   }
 }
 
@@ -88,8 +89,8 @@ void WriteEntries(std::ostream& out, std::string_view title, std::span<const Ent
 void WriteManualPage(std::ostream& out, std::string_view version,
                      const std::vector<CommandWords>& commands) {
   const CommandWords& program = commands.front();
-  fmt::print(out, ".TH QORHOST 1 \"\" \"qorhost {}\"\n.SH NAME\nqorhost \\- {}\n", version,
-             Escaped(program.description));
+  WriteTo(out, ".TH QORHOST 1 \"\" \"qorhost {}\"\n.SH NAME\nqorhost \\- {}\n", version,
+          Escaped(program.description));
   out << ".SH SYNOPSIS\n.B qorhost\n.I COMMAND\n[\\fIOPTIONS\\fR]\n.SH OPTIONS\n";
   WriteOptions(out, program.options);
   out << ".SH COMMANDS\n";
@@ -97,7 +98,7 @@ void WriteManualPage(std::ostream& out, std::string_view version,
     if (command.path.empty()) {
       continue;
     }
-    fmt::print(out, ".SS qorhost {}\n{}\n", Escaped(command.path), Escaped(command.description));
+    WriteTo(out, ".SS qorhost {}\n{}\n", Escaped(command.path), Escaped(command.description));
     WriteOptions(out, command.arguments);
     WriteOptions(out, command.options);
     WriteFooter(out, command.footer);

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <cstdint>
-#include <iterator>
 
 #include "frame/utf8.h"
 #include "host/files/visible_text.h"
@@ -61,8 +60,7 @@ std::string CssText(std::string_view text) {
       escaped += shown[at];
     } else {
       // The blank ends the number and is no part of the text.
-      fmt::format_to(std::back_inserter(escaped), "\\{:X} ",
-                     static_cast<std::uint32_t>(character.codePoint));
+      escaped += fmt::format("\\{:X} ", static_cast<std::uint32_t>(character.codePoint));
     }
     at += character.length;
   }

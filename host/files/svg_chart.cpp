@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -74,7 +73,7 @@ class SvgDrawing {
  private:
   template <typename... Parts>
   void Add(fmt::format_string<Parts...> form, Parts&&... parts) {
-    fmt::format_to(std::back_inserter(markup_), form, std::forward<Parts>(parts)...);
+    markup_ += fmt::format(form, std::forward<Parts>(parts)...);
   }
 
   std::string markup_;

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <cstdint>
-#include <iterator>
 
 #include "frame/control_characters.h"
 #include "frame/utf8.h"
@@ -26,9 +25,9 @@ std::string VisibleText(std::string_view text) {
     } else if (!qorcred::SteersDisplay(character.codePoint)) {
       shown += text.substr(at, character.length);
     } else if (code <= 0xFF) {
-      fmt::format_to(std::back_inserter(shown), "\\x{:02X}", code);
+      shown += fmt::format("\\x{:02X}", code);
     } else {
-      fmt::format_to(std::back_inserter(shown), "\\u{:04X}", code);
+      shown += fmt::format("\\u{:04X}", code);
     }
     at += character.length;
   }

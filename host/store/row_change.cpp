@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "frame/utf8.h"
@@ -106,7 +105,7 @@ void AppendText(std::string& json, const std::string& text) {
 void AppendValue(std::string& json, const Value& value) {
   const auto* text = value.As<std::string>();
   if (const auto* number = value.As<std::int32_t>()) {
-    fmt::format_to(std::back_inserter(json), "{}", *number);
+    json += fmt::format_int(*number).c_str();
   } else if (text != nullptr && IsPlain(*text)) {
     AppendText(json, *text);
   } else {
@@ -166,8 +165,7 @@ std::string TextOfChange(const RowChange& change) {
   // Written as it stands: a unit of work of thousands of rows would build as many trees.
   std::string json = fmt::format("{{\"{}\":", kTable);
   AppendText(json, change.table);
-  fmt::format_to(std::back_inserter(json), ",\"{}\":[{},{}]", WordOf(change.kind), change.rid,
-                 change.lastRid);
+  json += fmt::format(",\"{}\":[{},{}]", WordOf(change.kind), change.rid, change.lastRid);
   switch (change.kind) {
     case RowChangeKind::kInserted:
       AppendRow(json, kRow, change.after);

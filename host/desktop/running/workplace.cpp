@@ -50,9 +50,30 @@ void Workplace::TraceTo(const qorcred::trace::TraceSink& sink) {
 }
 
 void Workplace::Tell(const QString& what) const {
+  if (what.isEmpty()) {
+    TakeBackLater();
+    return;
+  }
+  isTakenBack_ = false;
   if (onTell_) {
     onTell_(what);
   }
+}
+
+void Workplace::TakeBackLater() const {
+  if (isTakenBack_) {
+    return;
+  }
+  isTakenBack_ = true;
+  QMetaObject::invokeMethod(
+      &context_,
+      [this] {
+        if (isTakenBack_ && onTell_) {
+          onTell_({});
+        }
+        isTakenBack_ = false;
+      },
+      Qt::QueuedConnection);
 }
 
 void Workplace::TellChanged() const {

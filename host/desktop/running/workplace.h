@@ -1,6 +1,7 @@
 // A store that is open in the window, and what its screens need to work on it.
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <QWidget>
 #include <cstdint>
@@ -44,7 +45,9 @@ class Workplace {
   /// Writes a trace to this sink, too, from now on; none ends that. No screen may be open.
   void TraceTo(const qorcred::trace::TraceSink& sink);
 
-  /// Tells in one line what was done; the window shows it for a while.
+  /// Tells in one line what was done; the window shows it for a while. An empty line takes away
+  /// what was told, as soon as events are worked off: a line that is told before that stands in its
+  /// place, and is not painted anew where it says the same.
   void Tell(const QString& what) const;
   void OnTell(std::function<void(const QString& what)> handler) { onTell_ = std::move(handler); }
   /// To be called when an operation has changed the store: what other screens show may be old.
@@ -61,6 +64,8 @@ class Workplace {
   void OnUnitGone(std::function<void()> handler) { onUnitGone_ = std::move(handler); }
 
  private:
+  void TakeBackLater() const;
+
   QWidget& window_;
   OperationRunner& runner_;
   DeskSession session_;
@@ -69,6 +74,8 @@ class Workplace {
   std::int32_t unitKey_ = 0;
   QString unitName_;
   std::function<void(const QString& what)> onTell_;
+  mutable bool isTakenBack_ = false;  // what was told stands there for a moment still
+  mutable QObject context_;           // of what is done later
   std::function<void()> onChanged_;
   std::function<void()> onUnits_;
   std::function<void()> onUnitGone_;

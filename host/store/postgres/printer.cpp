@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <iterator>
 #include <string>
 #include <utility>
 
@@ -36,7 +35,7 @@ PrintedStatement StatementPrinter::PrintStatement(const Statement& statement) {
 }
 
 void StatementPrinter::WriteNumber(std::size_t number) {
-  fmt::format_to(std::back_inserter(printed_.sql), "{}", number);
+  printed_.sql += fmt::format_int(number).c_str();
 }
 
 void StatementPrinter::WriteParameter(const Parameter& parameter, std::size_t offset,

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
 
 #include "host/dialect/names.h"
 #include "host/store/store_error.h"
@@ -43,7 +42,8 @@ void AppendQuoted(std::string& text, std::string_view content) {
 std::string RidsText(const HeldRows& rows, std::size_t first, std::size_t size) {
   std::string text = "{";
   for (std::size_t row = first; row < first + size; ++row) {
-    fmt::format_to(std::back_inserter(text), "{}{}", row == first ? "" : ",", rows.rids()[row]);
+    text += row == first ? "" : ",";
+    text += fmt::format_int(rows.rids()[row]).c_str();
   }
   text += '}';
   return text;
@@ -72,10 +72,10 @@ std::string ArrayText(const HeldRows& rows, std::size_t first, std::size_t size,
         text += "NULL";
         break;
       case HeldCell::Kind::kNumber:
-        fmt::format_to(std::back_inserter(text), "{}", cell.number);
+        text += fmt::format_int(cell.number).c_str();
         break;
       case HeldCell::Kind::kDouble:
-        fmt::format_to(std::back_inserter(text), "{}", HeldRows::DoubleIn(cell));
+        text += fmt::format("{}", HeldRows::DoubleIn(cell));
         break;
       case HeldCell::Kind::kText:
         AppendQuoted(text, rows.TextIn(cell));

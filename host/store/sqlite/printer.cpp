@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <iterator>
 #include <memory>
 #include <string>
 #include <utility>
@@ -160,7 +159,7 @@ void StatementPrinter::PrintOrder(const Query& query, bool isUnion) {
     Write(separator);
     if (item.position > 0) {
       const ResultColumn& result = query.results[item.position - 1];
-      fmt::format_to(std::back_inserter(printed_.sql), "{}", item.position);
+      printed_.sql += fmt::format_int(item.position).c_str();
       const bool mayBeText =
           result.valueClass == ValueClass::kText || result.valueClass == ValueClass::kUnknown;
       Write(mayBeText && (isUnion || !result.isTextColumn) ? kCollate : "");
@@ -188,7 +187,7 @@ void StatementPrinter::PrintSelect(const Select& select, bool isUnion, bool name
       Write(" AS ");
       Write(QuotedName(item.alias));
     } else if (named && item.expression->kind != NodeKind::kColumn) {
-      fmt::format_to(std::back_inserter(printed_.sql), " AS \"Expr{}\"", position);
+      printed_.sql += fmt::format(" AS \"Expr{}\"", position);
     }
     separator = ", ";
   }

@@ -3,7 +3,11 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QMainWindow>
 #include <QSpinBox>
+#include <QStatusBar>
+#include <chrono>
+#include <utility>
 
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
@@ -30,6 +34,42 @@ class DirCodeScreens : public DesktopTest {
                 " FROM DIRECTORYCODE WHERE UNITKEY=2 AND DIRECTORYCODE=" + code);
   }
 };
+
+/// Counts how many times a widget is painted.
+class Paintings final : public QObject {
+ public:
+  explicit Paintings(QWidget& widget) { widget.installEventFilter(this); }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    count_ += event->type() == QEvent::Paint ? 1 : 0;
+    return QObject::eventFilter(watched, event);
+  }
+  [[nodiscard]] int Take() { return std::exchange(count_, 0); }
+
+ private:
+  int count_ = 0;
+};
+
+TEST_F(DirCodeScreens, WhatIsToldIsPaintedAgainOnlyWhereItSaysSomethingElse) {
+  window().runner().SetPace(std::chrono::hours(1));  // no bar is shown while it saves
+  Paintings paintings(*window().statusBar());
+  const auto save = [this, &paintings](const char* extension) {
+    Type("txtExtn", extension);
+    QCoreApplication::processEvents();
+    (void)paintings.Take();
+    Click("saveButton");
+    QCoreApplication::processEvents();
+    return paintings.Take();
+  };
+  ClickEntry("cbodirectorycode", "0101");
+  EXPECT_GT(save("41"), 0);
+  EXPECT_EQ(save("42"), 0);
+  EXPECT_EQ(Told(), "Saved directory code 0101.");
+  EXPECT_EQ(CellOf("EXTENSION", "101"), "42");
+  Click("newButton");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Told(), "") << "what was told of the code that was left is taken away";
+}
 
 TEST_F(DirCodeScreens, ACodeIsAddedWithWhatNewCodesHave) {
   EnterCode("399");
