@@ -129,9 +129,8 @@ class UnitCheck {
     if (number < 0 || number > static_cast<double>(doors_)) {
       Add(fmt::format("{} has the door {}, which is not there", card, TextOf(door)),
           fmt::format("give it one of the unit's doors, from 1, or 0 for none; neither a screen "
-                      "nor another "
-                      "command can load the card before: 'sql --write \"UPDATE CredentialBank SET "
-                      "DOORCODE=0 WHERE RID={}\"'",
+                      "nor another command can load the card before: 'sql --write \"UPDATE "
+                      "CredentialBank SET DOORCODE=0 WHERE RID={}\"'",
                       rid));
     }
   }

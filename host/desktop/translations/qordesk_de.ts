@@ -362,8 +362,8 @@
         <translation>mit einer Sicherung vergleichen; was in den Zeilen steht, ist davon nicht berührt</translation>
     </message>
     <message>
-        <source>delete it: DELETE FROM TenantsBackup WHERE RID=%1</source>
-        <translation>sie löschen: DELETE FROM TenantsBackup WHERE RID=%1</translation>
+        <source>no screen and no other command deletes it: &apos;sql --write &quot;DELETE FROM TenantsBackup WHERE RID=%1&quot;&apos;</source>
+        <translation>kein Bildschirm und kein anderer Befehl löscht sie: &apos;sql --write &quot;DELETE FROM TenantsBackup WHERE RID=%1&quot;&apos;</translation>
     </message>
     <message>
         <source>give it another one: &apos;units edit %1 %2&apos;</source>
@@ -402,8 +402,8 @@
         <translation>den Mieter in eine Gruppe der Anlage tun oder in 0, das ist keine</translation>
     </message>
     <message>
-        <source>it would tell the unit of another one&apos;s row: DELETE FROM ProgramSteps WHERE RID=%1</source>
-        <translation>er sagte der Anlage etwas von der Zeile einer anderen: DELETE FROM ProgramSteps WHERE RID=%1</translation>
+        <source>mark it as sent, for it would tell the unit of another one&apos;s row: &apos;steps done %1 --unit %2&apos;</source>
+        <translation>ihn als gesendet vermerken, denn er sagte der Anlage etwas von der Zeile einer anderen: &apos;steps done %1 --unit %2&apos;</translation>
     </message>
     <message>
         <source>give the tenant another directory code, or none</source>
@@ -414,12 +414,12 @@
         <translation>dem Code einen anderen Zeitplan für „%1“ geben oder das ausschalten</translation>
     </message>
     <message>
-        <source>set it to one of the unit&apos;s doors, from 1, or to 0 for none, before the screen can load the card: UPDATE CredentialBank SET DOORCODE=0 WHERE RID=%1</source>
-        <translation>auf eine der Türen der Anlage setzen, ab 1, oder auf 0 für keine, bevor der Bildschirm die Karte laden kann: UPDATE CredentialBank SET DOORCODE=0 WHERE RID=%1</translation>
+        <source>give it one of the unit&apos;s doors, from 1, or 0 for none; neither a screen nor another command can load the card before: &apos;sql --write &quot;UPDATE CredentialBank SET DOORCODE=0 WHERE RID=%1&quot;&apos;</source>
+        <translation>ihr eine der Türen der Anlage geben, ab 1, oder 0 für keine; weder ein Bildschirm noch ein anderer Befehl kann die Karte vorher laden: &apos;sql --write &quot;UPDATE CredentialBank SET DOORCODE=0 WHERE RID=%1&quot;&apos;</translation>
     </message>
     <message>
-        <source>give them a type that the screens know (qorhost sql --write), or leave them</source>
-        <translation>ihnen einen Typ geben, den die Bildschirme kennen (qorhost sql --write), oder sie lassen</translation>
+        <source>give them a type that the screens know (&apos;sql --write&apos;), or leave them</source>
+        <translation>ihnen einen Typ geben, den die Bildschirme kennen (&apos;sql --write&apos;), oder sie lassen</translation>
     </message>
     <message>
         <source>give one of them another number, or delete it</source>

@@ -55,19 +55,21 @@ inline constexpr DeskSentence kBuildingSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "entry %1 is missing"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the rows of entry %1 cannot be read"), ""},
     {QT_TRANSLATE_NOOP("Desks", "give one of them another number, or delete it"), ""},
-    {QT_TRANSLATE_NOOP(
-         "Desks", "give them a type that the screens know (qorhost sql --write), or leave them"),
+    {QT_TRANSLATE_NOOP("Desks",
+                       "give them a type that the screens know ('sql --write'), or leave them"),
      ""},
     {QT_TRANSLATE_NOOP(
          "Desks",
-         "set it to one of the unit's doors, from 1, or to 0 for none, before the screen can load "
-         "the card: UPDATE CredentialBank SET DOORCODE=0 WHERE RID=%1"),
+         "give it one of the unit's doors, from 1, or 0 for none; neither a screen nor another "
+         "command can load the card before: 'sql --write \"UPDATE CredentialBank SET DOORCODE=0 "
+         "WHERE RID=%1\"'"),
      ""},
     {QT_TRANSLATE_NOOP("Desks", "give the code another schedule for %1, or switch that off"), "1"},
     {QT_TRANSLATE_NOOP("Desks", "give the tenant another directory code, or none"), ""},
     {QT_TRANSLATE_NOOP(
          "Desks",
-         "it would tell the unit of another one's row: DELETE FROM ProgramSteps WHERE RID=%1"),
+         "mark it as sent, for it would tell the unit of another one's row: 'steps done %1 --unit "
+         "%2'"),
      ""},
     {QT_TRANSLATE_NOOP("Desks",
                        "put the tenant into one of the unit's groups, or into 0, which is none"),
@@ -80,7 +82,10 @@ inline constexpr DeskSentence kBuildingSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "give it a type that has one: 'units edit %1 --type TYPE'"), ""},
     {QT_TRANSLATE_NOOP("Desks", "delete what is not needed: nothing can be added before"), ""},
     {QT_TRANSLATE_NOOP("Desks", "give it another one: 'units edit %1 %2'"), ""},
-    {QT_TRANSLATE_NOOP("Desks", "delete it: DELETE FROM TenantsBackup WHERE RID=%1"), ""},
+    {QT_TRANSLATE_NOOP("Desks",
+                       "no screen and no other command deletes it: 'sql --write \"DELETE FROM "
+                       "TenantsBackup WHERE RID=%1\"'"),
+     ""},
     {QT_TRANSLATE_NOOP("Desks", "compare with a backup; what the rows hold is not touched by it"),
      ""},
 };

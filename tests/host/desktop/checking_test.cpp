@@ -36,7 +36,7 @@ TEST_F(Checks, WhatIsWrongIsShownAndCopied) {
     QTest::keyClick(&faults, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text().count(QLatin1Char('\n')), 1);
     EXPECT_THAT(QGuiApplication::clipboard()->text().toStdString(),
-                HasSubstr("which is not there\tset it to one of the unit's doors"));
+                HasSubstr("which is not there\tgive it one of the unit's doors"));
     QTest::keyClick(&dialog, Qt::Key_Escape);
   });
   ChooseInMenu("Check the store…");
