@@ -195,9 +195,9 @@ void Screenshots::TakeBuilding(const QString& look) {
       {1, std::string("498 codes are in use, and the unit takes 400"),
        std::string("delete what is not needed: nothing can be added before")},
       {2, std::string("Corvin 30-Bit Card-1001 (RID 489) has the door 77, which is not there"),
-       std::string("set it to one of the unit's doors, from 1, or to 0 for none, before "
-                   "the screen can load the card: UPDATE CredentialBank SET DOORCODE=0 "
-                   "WHERE RID=489")},
+       std::string("give it one of the unit's doors, from 1, or 0 for none; neither a screen nor "
+                   "another command can load the card before: 'sql --write \"UPDATE "
+                   "CredentialBank SET DOORCODE=0 WHERE RID=489\"'")},
       {qorcred::Null{}, std::string("the history: entry 7 is missing"),
        std::string("compare with a backup; what the rows hold is not touched by it")}};
   FaultsDialog dialog(&window(), faults);
