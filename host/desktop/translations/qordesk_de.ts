@@ -83,6 +83,10 @@
 <context>
     <name>BuildingPage</name>
     <message>
+        <source>Doors and schedules</source>
+        <translation>Türen und Zeitpläne</translation>
+    </message>
+    <message>
         <source>&amp;Doors:</source>
         <translation>&amp;Türen:</translation>
     </message>
