@@ -248,6 +248,14 @@ List WaitingStepList(DeskSession& session, std::optional<std::int32_t> unitKey) 
 StepFile::StepFile(DeskSession& session, UnitName unit)
     : session_(session), unit_(std::move(unit)), steps_(WaitingSteps(session, unit_.key)) {}
 
+std::vector<std::string> StepFile::numbers() const {
+  std::vector<std::string> numbers;
+  for (const ProgramStep& step : steps_) {
+    numbers.push_back(std::to_string(step.rid));
+  }
+  return numbers;
+}
+
 std::optional<std::int32_t> StepFile::last() const {
   return steps_.empty() ? std::nullopt : std::optional(steps_.back().rid);
 }

@@ -35,6 +35,8 @@ class StepFile {
   StepFile(DeskSession& session, UnitName unit);
 
   [[nodiscard]] std::size_t count() const { return steps_.size(); }
+  /// The numbers of the steps in it.
+  [[nodiscard]] std::vector<std::string> numbers() const;
   /// The last step in it; nothing without one.
   [[nodiscard]] std::optional<std::int32_t> last() const;
   void Write(std::ostream& out) const;

@@ -3,6 +3,8 @@
 #include <screens/ui_steps_page.h>
 
 #include <filesystem>
+#include <set>
+#include <utility>
 
 #include "host/desks/shown_value.h"
 #include "host/desks/step_desk.h"
@@ -17,6 +19,20 @@ namespace qorhost {
 namespace {
 
 constexpr std::size_t kStep = 0;  // the column of its number
+
+/// Those of the steps that wait still: the others were marked meanwhile, or queued anew behind a
+/// further change, of which the unit is to be told.
+std::vector<std::string> ThoseThatWait(DeskSession& session, std::int32_t unitKey,
+                                       const std::vector<std::string>& steps) {
+  const std::set<std::string> meant(steps.begin(), steps.end());
+  std::vector<std::string> waiting;
+  for (const auto& row : WaitingStepList(session, unitKey).rows) {
+    if (std::string number = ShownText(row.at(kStep)); meant.contains(number)) {
+      waiting.push_back(std::move(number));
+    }
+  }
+  return waiting;
+}
 
 }  // namespace
 
@@ -60,6 +76,7 @@ void StepsPage::Export() {
     const StepFile steps(session(), {place().unitKey(), FromQt(place().unitName())});
     steps.WriteTo(std::filesystem::path(FromQt(file)), Standing::kReplaced, place().file());
     count = steps.count();
+    written_ = steps.numbers();
   });
   if (ran) {
     place().Tell(tr("Wrote %1 steps to %2. Mark them as sent when the unit has them.")
@@ -68,24 +85,52 @@ void StepsPage::Export() {
   }
 }
 
-void StepsPage::MarkSent() {
-  StepChoice choice;
+std::vector<std::string> StepsPage::Chosen() const {
+  std::vector<std::string> steps;
   for (const QModelIndex& row : ui_->steps->selectionModel()->selectedRows()) {
-    choice.steps.push_back(ShownText(steps_.Row(row.row()).at(kStep)));
+    steps.push_back(ShownText(steps_.Row(row.row()).at(kStep)));
   }
-  const QString question =
-      choice.steps.empty()
-          ? tr("Mark all steps that wait for the unit as sent?")
-          : tr("Mark the chosen steps as sent (%1)?").arg(static_cast<int>(choice.steps.size()));
-  if (!AskToGoOn(this, question)) {
+  return steps;
+}
+
+std::vector<std::string> StepsPage::Shown() const {
+  std::vector<std::string> steps;
+  for (const auto& row : steps_.shown().rows) {
+    steps.push_back(ShownText(row.at(kStep)));
+  }
+  return steps;
+}
+
+/// Never a step that nobody here has seen or written: another seat may have queued it since, and
+/// the unit would not be told of it.
+void StepsPage::MarkSent() {
+  StepChoice choice{Chosen(), {}};
+  QString question = tr("Mark the chosen steps as sent (%1)?");
+  const bool areChosen = !choice.steps.empty();
+  if (!areChosen) {
+    choice.steps = written_.empty() ? Shown() : written_;
+    question = written_.empty() ? tr("Mark the steps that are shown as sent (%1)?")
+                                : tr("Mark the steps that were written to a file as sent (%1)?");
+  }
+  if (choice.steps.empty()) {
+    place().Tell(tr("No step is shown."));
+    return;
+  }
+  if (!AskToGoOn(this, question.arg(static_cast<qulonglong>(choice.steps.size())))) {
     return;
   }
   SentSteps sent;
   place().Tell({});
   const bool ran = Run(tr("The steps cannot be marked."), [&] {
-    sent = qorhost::MarkSent(session(), place().unitKey(), choice, Trial::kNo);
+    if (!areChosen) {
+      choice.steps = ThoseThatWait(session(), place().unitKey(), choice.steps);
+    }
+    if (!choice.steps.empty()) {
+      sent = qorhost::MarkSent(session(), place().unitKey(), choice, Trial::kNo);
+    }
   });
   if (ran) {
+    written_ = areChosen ? written_ : std::vector<std::string>();
     Refresh();
     place().Tell(tr("Marked as sent: %1.").arg(static_cast<qulonglong>(sent.steps)));
     place().TellChanged();

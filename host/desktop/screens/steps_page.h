@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "host/desktop/screens/list_table_model.h"
 #include "host/desktop/screens/screen_page.h"
@@ -25,9 +27,12 @@ class StepsPage final : public ScreenPage {
   void ShowSteps();
   void Export();
   void MarkSent();
+  [[nodiscard]] std::vector<std::string> Chosen() const;
+  [[nodiscard]] std::vector<std::string> Shown() const;
 
   std::unique_ptr<Ui::StepsPage> ui_;
   ListTableModel steps_;
+  std::vector<std::string> written_;  // the steps of the last file that are not marked yet
 };
 
 }  // namespace qorhost

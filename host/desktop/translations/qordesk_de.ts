@@ -4874,6 +4874,10 @@
         <source>Somebody else has deleted it. %1 is shown now.</source>
         <translation>Jemand anders hat sie gelöscht. Jetzt wird %1 gezeigt.</translation>
     </message>
+    <message>
+        <source>The store that was open the last time is not there: %1</source>
+        <translation>Der Bestand, der das letzte Mal offen war, ist nicht da: %1</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::MergePage</name>
@@ -5330,10 +5334,6 @@
         <translation>%1 Schritte nach %2 geschrieben. Markieren Sie sie als gesendet, wenn die Anlage sie hat.</translation>
     </message>
     <message>
-        <source>Mark all steps that wait for the unit as sent?</source>
-        <translation>Alle Schritte, die auf die Anlage warten, als gesendet markieren?</translation>
-    </message>
-    <message>
         <source>Mark the chosen steps as sent (%1)?</source>
         <translation>Die gewählten Schritte (%1) als gesendet markieren?</translation>
     </message>
@@ -5348,6 +5348,18 @@
     <message>
         <source>No step waits for the unit.</source>
         <translation>Kein Schritt wartet auf die Anlage.</translation>
+    </message>
+    <message>
+        <source>Mark the steps that are shown as sent (%1)?</source>
+        <translation>Die angezeigten Schritte als gesendet markieren (%1)?</translation>
+    </message>
+    <message>
+        <source>Mark the steps that were written to a file as sent (%1)?</source>
+        <translation>Die in eine Datei geschriebenen Schritte als gesendet markieren (%1)?</translation>
+    </message>
+    <message>
+        <source>No step is shown.</source>
+        <translation>Kein Schritt wird angezeigt.</translation>
     </message>
 </context>
 <context>
