@@ -40,6 +40,10 @@ QString Capitalized(QString text) {
   return text.replace(0, 1, text.left(1).toUpper());
 }
 
+QString NotKnown() {
+  return ScreenPage::tr("It is not known whether it was stored.");
+}
+
 /// A line for each.
 QString Failures(const Outcome& outcome) {
   QStringList lines;
@@ -67,6 +71,13 @@ ScreenPage::ScreenPage(Workplace& place, QWidget* parent)
     : QWidget(parent), place_(place), mark_(new FaultMark(*this)) {}
 
 bool ScreenPage::Run(const QString& what, const std::function<void()>& operation) {
+  if (!place_.runner().busy()) {
+    before_ = session().sql().work().Committed(place_.unitKey());
+  }
+  return RunBehind(what, operation);
+}
+
+bool ScreenPage::RunBehind(const QString& what, const std::function<void()>& operation) {
   if (place_.runner().busy()) {
     return false;
   }
@@ -75,7 +86,6 @@ bool ScreenPage::Run(const QString& what, const std::function<void()>& operation
   if (!isTitle) {
     place_.Tell({});  // what was told was told of an earlier operation
   }
-  const std::optional<UnitVersion> before = session().sql().work().Committed(place_.unitKey());
   try {
     return place_.runner().Run(isTitle ? tr("Working") : what, operation);
   } catch (const InputFault& fault) {
@@ -83,10 +93,12 @@ bool ScreenPage::Run(const QString& what, const std::function<void()>& operation
       TellFault(fault);
     }
   } catch (const CancelledError&) {
-    TellCancelled(before);
+    TellCancelled();
   } catch (const std::exception& failure) {
-    if (place_.runner().cancelled()) {
-      TellCancelled(before);
+    if (EndingBy(failure) == Ending::kUnknown) {
+      TellFailure(place_.window(), NotKnown(), Told(failure.what()));
+    } else if (place_.runner().cancelled()) {
+      TellCancelled();
     } else if (!FindsUnitGone()) {
       TellFailure(place_.window(), what, Told(failure.what()));
     }
@@ -103,9 +115,9 @@ bool ScreenPage::Look(const QString& what, const std::function<void()>& show) {
 
 /// What was stored before the cancelling stays, as when rows cannot be shown again behind it. A
 /// unit of work that was undone has committed nothing, whatever an earlier one has.
-void ScreenPage::TellCancelled(const std::optional<UnitVersion>& before) {
+void ScreenPage::TellCancelled() {
   const std::optional<UnitVersion> committed = session().sql().work().Committed(place_.unitKey());
-  const bool stored = committed && committed != before;
+  const bool stored = committed && committed != before_;
   place_.Tell(stored ? tr("Cancelled behind the change, which is stored. F5 shows it.")
                      : tr("Cancelled. Nothing was changed."));
 }
@@ -197,7 +209,7 @@ bool ScreenPage::Tell(const Outcome& outcome, std::string_view what) {
       TellFailure(place_.window(), nothing, Failures(outcome));
       break;
     case Ending::kUnknown:
-      TellFailure(place_.window(), tr("It is not known whether it was stored."), Failures(outcome));
+      TellFailure(place_.window(), NotKnown(), Failures(outcome));
       break;
     case Ending::kRefused:
       place_.Tell(nothing);

@@ -47,6 +47,9 @@ class ScreenPage : public QWidget {
   /// that is wrong at its widget, anything else in a box, under `what`: a sentence, or what is
   /// done, which is shown meanwhile ("Saving credentials").
   bool Run(const QString& what, const std::function<void()>& operation);
+  /// Runs what shows what the operation before it has stored: when it is cancelled, that is told to
+  /// be stored.
+  bool RunBehind(const QString& what, const std::function<void()>& operation);
   /// Runs what shows something: it sees one state of the store, and may write nothing.
   bool Look(const QString& what, const std::function<void()>& show);
   /// Tells how an operation on `what` ("credential") ended; true when it was done. A refusal is
@@ -63,12 +66,13 @@ class ScreenPage : public QWidget {
 
  private:
   [[nodiscard]] bool FindsUnitGone();
-  void TellCancelled(const std::optional<UnitVersion>& before);
+  void TellCancelled();
   void TellFault(const InputFault& fault);
   [[nodiscard]] QWidget* WidgetFor(std::string_view field) const;
 
   Workplace& place_;
   FaultMark* mark_;
+  std::optional<UnitVersion> before_;  // the unit as the latest operation found it
 };
 
 /// What a label or a box is called on the form: its accessible name, its label's text, or its own.

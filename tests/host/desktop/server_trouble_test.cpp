@@ -2,9 +2,12 @@
 #include <gmock/gmock.h>
 
 #include <QFile>
+#include <QTableView>
 #include <atomic>
+#include <fstream>
 
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/screens/import_page.h"
 #include "tests/host/desktop/desktop_fixture.h"
 #include "tests/host/store/postgres/server_proxy.h"
 #include "tests/host/store/postgres/test_server.h"
@@ -109,40 +112,97 @@ TEST_F(ServersInTrouble, ASaveWhoseConnectionIsLostIsToldAsItIsStored) {
   EXPECT_GT(notStored, 0);
 }
 
+/// Loses the server at the next COMMIT, behind its answer; the store waits to learn what became of
+/// it, until Cancel is pressed.
+class LostCommit {
+ public:
+  LostCommit(MainWindow& window, ServerProxy& proxy) : proxy_(proxy) {
+    proxy_.Ask([this](const ServerProxy::Message& message) {
+      if (message.text.find("COMMIT") == std::string_view::npos) {
+        return Way::kOn;
+      }
+      isLost_ = true;
+      proxy_.Close(true);
+      return Way::kLostBehindAnswer;
+    });
+    QObject::connect(&look_, &QTimer::timeout, &look_, [this, &window] {
+      if (isLost_ && window.runner().busy()) {
+        QTest::keyClick(&window, Qt::Key_Escape);
+      }
+    });
+    look_.start(0);
+  }
+
+  [[nodiscard]] bool isLost() const { return isLost_; }
+  /// The server is there again.
+  void End() {
+    look_.stop();
+    proxy_.Ask(nullptr);
+    proxy_.Close(false);
+  }
+
+ private:
+  ServerProxy& proxy_;
+  std::atomic<bool> isLost_ = false;
+  QTimer look_;
+};
+
 TEST_F(ServersInTrouble, ASaveOfWhichNobodyKnowsIsToldSoAndTheEntryKept) {
   ServerProxy proxy(TestServer::Shared());
   OpenThrough(proxy);
   EnterCard(9001);
-  std::atomic<bool> isLost = false;
-  proxy.Ask([&](const ServerProxy::Message& message) {
-    if (message.text.find("COMMIT") == std::string_view::npos) {
-      return Way::kOn;
-    }
-    isLost = true;
-    proxy.Close(true);
-    return Way::kLostBehindAnswer;
-  });
-  // The store waits for the server to learn what became of it, until Cancel.
-  QTimer look;
-  QObject::connect(&look, &QTimer::timeout, &look, [&] {
-    if (isLost && window().runner().busy()) {
-      QTest::keyClick(&window(), Qt::Key_Escape);
-    }
-  });
-  look.start(0);
+  LostCommit lost(window(), proxy);
   answers_->Click(QMessageBox::Ok);
   Click("saveButton");
-  ASSERT_TRUE(isLost);
+  ASSERT_TRUE(lost.isLost());
   EXPECT_THAT(answers_->LastText(), HasSubstr("It is not known whether it was stored."));
   EXPECT_EQ(TextIn("txtPINStart"), "9001");
   EXPECT_FALSE(window().runner().busy());
-  look.stop();
-  proxy.Ask(nullptr);
-  proxy.Close(false);
+  lost.End();
   EXPECT_TRUE(IsStored(9001));
   answers_->Click(QMessageBox::Yes);  // the entry is left
   ChooseInMenu("Refresh");
   EXPECT_EQ(Cell("SELECT Count(*) FROM CredentialBank WHERE UnitKey=2 AND PINNo=9001"), "1");
+}
+
+TEST_F(ServersInTrouble, AnUndoOfWhichNobodyKnowsIsToldSo) {
+  ServerProxy proxy(TestServer::Shared());
+  OpenThrough(proxy);
+  EnterCard(9001);
+  Click("saveButton");
+  ASSERT_TRUE(IsStored(9001));
+  window().ShowScreen(QStringLiteral("history"));
+  auto& entries = Find<QTableView>("entries");
+  QTest::mouseClick(entries.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    entries.visualRect(entries.model()->index(0, 1)).center());
+  LostCommit lost(window(), proxy);
+  answers_->Click(QMessageBox::Yes);
+  answers_->Click(QMessageBox::Ok);
+  Click("undoButton");
+  ASSERT_TRUE(lost.isLost());
+  EXPECT_THAT(answers_->LastText(), HasSubstr("It is not known whether it was stored."));
+  EXPECT_THAT(Told(), Not(HasSubstr("Nothing was changed")));
+  lost.End();
+  EXPECT_FALSE(IsStored(9001));
+}
+
+TEST_F(ServersInTrouble, AnImportOfWhichNobodyKnowsIsToldSo) {
+  ServerProxy proxy(TestServer::Shared());
+  OpenThrough(proxy);
+  const std::filesystem::path file = File("cards.csv");
+  std::ofstream(file) << "Credential Type,Card Number,Facility Code\ncard26,9001,7\n";
+  window().ShowScreen(QStringLiteral("import"));
+  Choose("kind", "Credentials");
+  dynamic_cast<ImportPage&>(page()).Open(file);
+  Click("checkButton");
+  LostCommit lost(window(), proxy);
+  answers_->Click(QMessageBox::Ok);
+  Click("importButton");
+  ASSERT_TRUE(lost.isLost());
+  EXPECT_THAT(answers_->LastText(), HasSubstr("It is not known whether it was stored."));
+  EXPECT_THAT(Told(), Not(HasSubstr("Nothing was changed")));
+  lost.End();
+  EXPECT_TRUE(IsStored(9001));
 }
 
 class PasswordServers : public ServersInTrouble {
