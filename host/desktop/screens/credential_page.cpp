@@ -176,8 +176,9 @@ void CredentialPage::SaveNew() {
     }
     return;
   }
+  SetEntered(false);
   place().Tell(tr("Saved %1.").arg(Described(issued)));
-  (void)Run(tr("The credential cannot be shown."), [&] {
+  (void)RunBehind(tr("The credential cannot be shown."), [&] {
     desk_->RefreshCredentials();
     ShowRow(issued.lastRid);
   });
@@ -256,11 +257,17 @@ void CredentialPage::Renumber() {
   const bool ran = Run(tr("Renumbering the credential"), [&] {
     changed = desk_->Renumber(CredentialNumber(FromQt(number.trimmed())));
   });
-  if (!ran || !Tell(changed, "credential")) {
+  if (!ran) {
+    return;
+  }
+  if (!Tell(changed, "credential")) {
+    if (changed.ending == Ending::kStale) {
+      Refresh();  // what was entered was left before
+    }
     return;
   }
   place().Tell(tr("%1 has the number %2 now.").arg(ToQt(shown.entry), number.trimmed()));
-  (void)Run(tr("The credential cannot be shown."), [&] {
+  (void)RunBehind(tr("The credential cannot be shown."), [&] {
     desk_->RefreshCredentials();
     ShowRow(shown.rid);
   });
@@ -275,11 +282,17 @@ void CredentialPage::Delete() {
   }
   Outcome deleted;
   const bool ran = Run(tr("Deleting the credential"), [&] { deleted = desk_->Delete(); });
-  if (!ran || !Tell(deleted, "credential")) {
+  if (!ran) {
+    return;
+  }
+  if (!Tell(deleted, "credential")) {
+    if (deleted.ending == Ending::kStale) {
+      HasEntries() ? ShowWithEntry() : Refresh();
+    }
     return;
   }
   place().Tell(tr("Deleted %1.").arg(ToQt(shown.entry)));
-  (void)Run(tr("The credentials cannot be shown."), [&] {
+  (void)RunBehind(tr("The credentials cannot be shown."), [&] {
     desk_->RefreshCredentials();
     StartNew();
   });

@@ -330,7 +330,13 @@ void ReportPage::Delete() {
   DeletedCredentials deleted;
   const bool ran =
       Run(tr("Deleting credentials"), [&] { deleted = source_->Delete(GivenRids(ChosenRids())); });
-  if (!ran || !Tell(deleted, "credential")) {
+  if (!ran) {
+    return;
+  }
+  if (!Tell(deleted, "credential")) {
+    if (deleted.ending == Ending::kStale) {
+      ShowRows();
+    }
     return;
   }
   ShowRows();

@@ -114,5 +114,63 @@ TEST_F(ComingBetween, StepsThatAreHiddenByFindAreNotMarked) {
   EXPECT_EQ(Waiting(), "1");
 }
 
+TEST_F(ComingBetween, ADeletionThatAnotherSeatForestalledCanBeTriedAgain) {
+  OpenDemoAt(QStringLiteral("credentials"));
+  SaveACard("9001");
+  ChangeBeside("9001");
+  answers_->Click(QMessageBox::Yes);
+  answers_->Click(QMessageBox::Ok);
+  Click("deleteButton");
+  EXPECT_THAT(answers_->LastText(), HasSubstr("omeone else has changed the credential meanwhile"));
+  EXPECT_EQ(Cards("9001"), "1");
+  answers_->Click(QMessageBox::Yes);
+  Click("deleteButton");
+  EXPECT_EQ(Told(), "Deleted Standard 26-Bit Card-9001.");
+  EXPECT_EQ(Cards("9001"), "0");
+}
+
+TEST_F(ComingBetween, ARenumberingThatAnotherSeatForestalledCanBeTriedAgain) {
+  OpenDemoAt(QStringLiteral("credentials"));
+  SaveACard("9001");
+  ChangeBeside("9001");
+  answers_->Type(QStringLiteral("9002"));
+  answers_->Click(QMessageBox::Ok);
+  Click("renumberButton");
+  EXPECT_EQ(Cards("9002"), "0");
+  EXPECT_FALSE(page().HasEntries());
+  answers_->Type(QStringLiteral("9002"));
+  Click("renumberButton");
+  EXPECT_EQ(Cards("9002"), "1");
+}
+
+TEST_F(ComingBetween, ADeletionInAReportThatAnotherSeatForestalledCanBeTriedAgain) {
+  OpenDemoAt(QStringLiteral("credentials"));
+  SaveACard("9001");
+  window().ShowScreen(QStringLiteral("credential_report"));
+  Choose("cboField_0", "Card Number");
+  Choose("cboFilter_0", "between");
+  Type("txtFrom_0", "9001");
+  Type("txtTo_0", "9009");
+  Click("runButton");
+  const auto choose = [this] {
+    auto& view = Find<QTableView>("rows");
+    ASSERT_EQ(view.model()->rowCount(), 1);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      view.visualRect(view.model()->index(0, 1)).center());
+    Settle();
+  };
+  choose();
+  RenumberBeside("9001", "9003");
+  answers_->Click(QMessageBox::Yes);
+  answers_->Click(QMessageBox::Ok);
+  Click("deleteButton");
+  EXPECT_EQ(Cards("9003"), "1");
+  choose();
+  answers_->Click(QMessageBox::Yes);
+  Click("deleteButton");
+  EXPECT_EQ(Told(), "Deleted 1 of 1 credentials.");
+  EXPECT_EQ(Cards("9003"), "0");
+}
+
 }  // namespace
 }  // namespace qorhost::test
