@@ -1,7 +1,6 @@
 #include "host/desktop/running/file_choice.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 
@@ -31,11 +30,13 @@ QString AskForFile(QWidget* parent, const QString& title, const QString& filter)
 QString AskWhereTo(QWidget* parent, const QString& title, const QString& name,
                    const QString& filter, Existing existing) {
   const QString folder = FolderOfFiles();
-  const QFileDialog::Options options =
-      existing == Existing::kIsTaken ? QFileDialog::DontConfirmOverwrite : QFileDialog::Options();
-  return Noted(QFileDialog::getSaveFileName(parent, title,
-                                            folder.isEmpty() ? name : QDir(folder).filePath(name),
-                                            filter, nullptr, options));
+  QFileDialog dialog(parent, title, folder, filter);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, existing == Existing::kIsTaken);
+  dialog.setDefaultSuffix(QFileInfo(name).suffix());
+  dialog.selectFile(name);
+  return dialog.exec() == QDialog::Accepted ? Noted(dialog.selectedFiles().value(0)) : QString();
 }
 
 QString AskForNewStore(QWidget* parent, const QString& title) {

@@ -12,7 +12,9 @@ enum class Existing : bool { kIsAskedAbout, kIsTaken };
 
 /// A file to be read; "" when none was chosen.
 [[nodiscard]] QString AskForFile(QWidget* parent, const QString& title, const QString& filter = {});
-/// A file to be written, which is called `name` at first; "" when none was chosen.
+/// A file to be written, which is called `name` at first, and gets its ending when it is given
+/// none;
+/// "" when none was chosen.
 [[nodiscard]] QString AskWhereTo(QWidget* parent, const QString& title, const QString& name,
                                  const QString& filter = {},
                                  Existing existing = Existing::kIsAskedAbout);

@@ -253,6 +253,7 @@ void ImportPage::TakeMeaning() {
                        FromQt(ui_->standsFor->currentData().toString()));
     rows_.ShowMeanings();
     ui_->preview->resizeColumnToContents(ImportTableModel::kFirstCell + place);
+    SetEntered(true);
     ShowProposals();
     NoteChange();
   }
@@ -284,6 +285,7 @@ void ImportPage::TakeProposals() {
     ui_->preview->resizeColumnToContents(ImportTableModel::kFirstCell +
                                          static_cast<int>(one.place));
   }
+  SetEntered(true);
   ShowMeaning();
   NoteChange();
   ui_->checkButton->setFocus(Qt::OtherFocusReason);

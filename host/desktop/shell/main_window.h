@@ -38,7 +38,7 @@ class MainWindow final : public QMainWindow {
   bool OpenDemo();
   bool CreateStoreAt(const std::filesystem::path& file, bool demo);
   bool CloseStore();
-  /// The store of the last time, where it is there still; without a word else.
+  /// The store of the last time, where it is there still; else its name is told.
   void OpenLastStore();
 
   /// Brings a screen of the table to the front, by its key.
@@ -73,6 +73,9 @@ class MainWindow final : public QMainWindow {
   void TakeUnits();
   void LeaveUnit(const QString& name);
   void LeaveUnitLater();
+  // For those who have asked before entries that are not saved are lost.
+  bool OpenUnasked(const std::filesystem::path& file);
+  bool CreateUnasked(const std::filesystem::path& file, bool demo);
   void TellNotOpened(const QString& what, const std::exception& failure);
   /// Chooses the wanted unit, where it is there, else the first one.
   void FillUnits(const std::vector<UnitName>& units, std::int32_t wanted);

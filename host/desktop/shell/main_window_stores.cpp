@@ -15,9 +15,10 @@
 namespace qorhost {
 
 bool MainWindow::OpenStore(const std::filesystem::path& file) {
-  if (!MayLeave()) {
-    return false;
-  }
+  return MayLeave() && OpenUnasked(file);
+}
+
+bool MainWindow::OpenUnasked(const std::filesystem::path& file) {
   const QString name = QString::fromStdString(file.string());
   const QString shown = IsServerName(file.string()) ? WithoutPassword(name) : name;
   try {
@@ -56,12 +57,16 @@ bool MainWindow::OpenDemo() {
 }
 
 bool MainWindow::CreateStoreAt(const std::filesystem::path& file, bool demo) {
+  return MayLeave() && CreateUnasked(file, demo);
+}
+
+bool MainWindow::CreateUnasked(const std::filesystem::path& file, bool demo) {
   try {
     const bool ran = runner_.Run(tr("Making the store"), [&] {
       PutStore(file, {demo, surroundings_.clock, surroundings_.author}, Standing::kStays,
                runner_.patience());
     });
-    return ran && OpenStore(file);
+    return ran && OpenUnasked(file);
   } catch (const std::exception& failure) {
     TellNotOpened(tr("No store can be made at %1.").arg(QString::fromStdString(file.string())),
                   failure);
@@ -75,8 +80,14 @@ void MainWindow::OpenLastStore() {
   const std::filesystem::path file(last.toStdString());
   const bool isThere =
       IsServerName(file.string()) || std::filesystem::exists(file, unreadable);  // or is asked
-  if (!last.isEmpty() && isThere) {
+  if (last.isEmpty()) {
+    return;
+  }
+  if (isThere) {
     (void)OpenStore(file);
+  } else {
+    statusBar()->showMessage(
+        tr("The store that was open the last time is not there: %1").arg(last));
   }
 }
 
@@ -145,7 +156,7 @@ void MainWindow::RestoreBackup() {
     LetGo();  // it is another file afterwards
   }
   const RestoreEnding ending = PutBackupInPlace(*this, runner_, *restoring, surroundings_.clock());
-  if ((isOpen || ending.done) && !OpenStore(restoring->store)) {
+  if ((isOpen || ending.done) && !OpenUnasked(restoring->store)) {
     return;
   }
   statusBar()->showMessage(ending.told, kToldFor);
@@ -179,7 +190,7 @@ void MainWindow::ChooseExisting() {
   if (made.empty()) {
     return;
   }
-  if (OpenStore(made) && IsServerName(made.string())) {
+  if (OpenUnasked(made) && IsServerName(made.string())) {
     remembered_.SetServer(ToQt(made.string()));
   }
 }
@@ -189,10 +200,12 @@ void MainWindow::ChooseNewStore() {
   if (file.isEmpty() || !MayLeave()) {
     return;
   }
-  const bool demo = QMessageBox::question(
-                        this, tr("New store"), tr("Put the demo building into it?"),
-                        QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
-  (void)CreateStoreAt(std::filesystem::path(file.toStdString()), demo);
+  const auto answer = QMessageBox::question(
+      this, tr("New store"), tr("Put the demo building into it?"),
+      QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::No);
+  if (answer == QMessageBox::Yes || answer == QMessageBox::No) {
+    (void)CreateUnasked(std::filesystem::path(file.toStdString()), answer == QMessageBox::Yes);
+  }
 }
 
 }  // namespace qorhost
