@@ -29,6 +29,11 @@ QString DayText(qorcred::Date date) {
   return ToQtDay(date).toString(Qt::ISODate);
 }
 
+/// A title in which an ampersand stands for itself.
+QString WithoutMnemonic(QString text) {
+  return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
 QString UnitText(const UnitName& unit) {
   return unit.name.empty() ? OverviewPage::tr("Unit %1").arg(unit.key)
                            : OverviewPage::tr("Unit %1, %2").arg(unit.key).arg(ToQt(unit.name));
@@ -96,7 +101,7 @@ void OverviewPage::ShowUnits() {
   const std::vector<UnitName> units = session().Units();
   for (const UnitName& unit : units) {
     const auto status = UnitStatusOf(session(), unit.key);
-    auto* box = new QGroupBox(UnitText(unit), ui_->unitsContent);
+    auto* box = new QGroupBox(WithoutMnemonic(UnitText(unit)), ui_->unitsContent);
     auto* column = new QVBoxLayout(box);
     column->addWidget(BarOf(status.CodesInUse(), CapacityOf(session(), unit.key), box));
     column->addWidget(new QLabel(tr("%1 credentials, %2 directory codes; %3")

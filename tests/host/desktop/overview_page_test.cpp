@@ -1,6 +1,7 @@
 // The overview: what waits, and what ends soon.
 #include <gmock/gmock.h>
 
+#include <QGroupBox>
 #include <QLabel>
 #include <QProgressBar>
 #include <QTableWidget>
@@ -75,6 +76,20 @@ TEST_F(Overviews, ShowWhatEndsSoonAndWhatWaits) {
   EXPECT_THAT(Labels(), Contains(AllOf(StartsWith("146 credentials, 6 directory codes; "),
                                        EndsWith("one step waits for the unit"))));
   EXPECT_THAT(Labels(), testing::Not(Contains("Nothing ends within 30 days.")));
+}
+
+TEST_F(Overviews, NameAUnitWithAnAmpersandAsItIsCalled) {
+  OpenDemoAt(QStringLiteral("overview"));
+  (void)window().place()->session().sql().Change(
+      "UPDATE Units SET UnitName='Smith & Sons' WHERE UnitKey=2", std::nullopt);
+  ChooseInMenu("Refresh");
+  const auto boxes = page().findChildren<QGroupBox*>();
+  EXPECT_TRUE(std::any_of(boxes.begin(), boxes.end(), [](const QGroupBox* box) {
+    return box->title() == QStringLiteral("Unit 2, Smith && Sons");  // && is shown as one
+  }));
+  EXPECT_TRUE(std::none_of(boxes.begin(), boxes.end(), [](const QGroupBox* box) {
+    return !QKeySequence::mnemonic(box->title()).isEmpty();
+  }));
 }
 
 TEST_F(Overviews, SayRightBelowTheUnitsThatNothingEnds) {
