@@ -198,7 +198,7 @@ void DirCodePage::SaveNew() {
     return;
   }
   place().Tell(tr("Saved directory code %1.").arg(ToQt(added.number)));
-  (void)Run(tr("The directory code cannot be shown."), [&] { ShowRow(added.rid); });
+  (void)RunBehind(tr("The directory code cannot be shown."), [&] { ShowRow(added.rid); });
   place().TellChanged();
 }
 
@@ -215,7 +215,7 @@ void DirCodePage::SaveEdited() {
   }
   place().Tell(saved.unchanged ? tr("%1 is stored so already.").arg(ToQt(shown.entry))
                                : tr("Saved directory code %1.").arg(ToQt(shown.entry)));
-  (void)Run(tr("The directory code cannot be shown."), [&] { ShowRow(shown.rid); });
+  (void)RunBehind(tr("The directory code cannot be shown."), [&] { ShowRow(shown.rid); });
   place().TellChanged();
 }
 
@@ -242,7 +242,7 @@ void DirCodePage::Renumber() {
     place().Tell(tr("%1 is %2 now.").arg(ToQt(shown.entry), number.trimmed()));
     place().TellChanged();
   }
-  (void)Run(tr("The directory code cannot be shown."), [&] {
+  (void)RunBehind(tr("The directory code cannot be shown."), [&] {
     if (done) {
       desk_->RefreshCodes();
     }
@@ -258,7 +258,7 @@ void DirCodePage::Delete() {
     return;
   }
   place().Tell(tr("Deleted directory code %1.").arg(ToQt(shown.entry)));
-  (void)Run(tr("The directory codes cannot be shown."), [&] {
+  (void)RunBehind(tr("The directory codes cannot be shown."), [&] {
     desk_->RefreshCodes();
     StartNew();
   });

@@ -80,7 +80,8 @@ void TenantCreatingPage::Save() {
                    .arg(static_cast<qulonglong>(issued.NewTenants().size()))
                    .arg(ToQt(issued.EntryOf(issued.first)))
                    .arg(static_cast<qlonglong>(issued.last)));
-  Refresh();
+  SetEntered(false);
+  (void)RunBehind(tr("The screen cannot be shown."), [this] { OpenDesk(); });
   place().TellChanged();
 }
 

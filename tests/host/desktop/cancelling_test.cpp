@@ -50,6 +50,30 @@ class Owner {
   std::unique_ptr<sqlite3, Closer> database_;
 };
 
+/// Cancels what runs behind the telling of something that begins so: the reading of what was
+/// stored.
+class CancelBehind {
+ public:
+  CancelBehind(MainWindow& window, const std::function<std::string()>& told, std::string begin)
+      : attentive_(window) {
+    QObject::connect(&look_, &QTimer::timeout, &look_,
+                     [this, &window, told, begin = std::move(begin)] {
+                       if (!done_ && window.runner().busy() && told().starts_with(begin)) {
+                         done_ = true;
+                         QTest::keyClick(&window, Qt::Key_Escape);
+                       }
+                     });
+    look_.start(0);
+  }
+
+  [[nodiscard]] bool done() const { return done_; }
+
+ private:
+  AttentiveWindow attentive_;
+  QTimer look_;
+  bool done_ = false;
+};
+
 class Cancelling : public DesktopTest {
  protected:
   static constexpr int kMany = 20000;  // credentials that take a while to read
@@ -131,6 +155,21 @@ TEST_F(Cancelling, AnImportOfManyRows) {
   Click("importButton");
   EXPECT_EQ(stored(), std::to_string(kRows));
   EXPECT_EQ(RowsOf("preview"), 0);
+}
+
+TEST_F(Cancelling, OfTheReadingBehindAChangeDoesNotDenyTheChange) {
+  OpenDemoAt(QStringLiteral("overview"));
+  GiveACard("9001");
+  AddManyCredentials();
+  ChooseInMenu("Refresh");
+  const std::string stored = "Cancelled behind the change, which is stored. F5 shows it.";
+  const CancelBehind cancel(
+      window(), [this] { return Told(); }, "Standard 26-Bit Card-9001 has");
+  answers_->Type(QStringLiteral("9002"));
+  Click("renumberButton");
+  EXPECT_TRUE(cancel.done());
+  EXPECT_EQ(Cell("SELECT Count(*) FROM CredentialBank WHERE UnitKey=2 AND PINNo=9002"), "1");
+  EXPECT_EQ(Told(), stored);
 }
 
 TEST_F(Cancelling, AReportAndTheOpeningOfAScreen) {
