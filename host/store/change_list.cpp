@@ -96,4 +96,27 @@ void ChangeList::AddDeleted(const Watched& table, std::int64_t rid, std::vector<
   changes_.push_back(std::move(change));
 }
 
+void ChangeList::OrderFrom(std::size_t first) {
+  if (first >= changes_.size()) {
+    return;
+  }
+  const auto begin = changes_.begin() + static_cast<std::ptrdiff_t>(first);
+  std::vector<std::pair<Watched*, std::int64_t>> moved;  // the tables whose run is among them
+  for (Watched& table : tables_) {
+    if (table.run && *table.run >= first) {
+      moved.emplace_back(&table, changes_[*table.run].rid);
+    }
+  }
+  std::stable_sort(begin, changes_.end(), [](const RowChange& one, const RowChange& other) {
+    return one.rid < other.rid;
+  });
+  for (const auto& [table, rid] : moved) {
+    const auto run = std::find_if(begin, changes_.end(), [&, rid = rid](const RowChange& change) {
+      return change.kind == RowChangeKind::kInserted && change.rid == rid &&
+             change.table == table->name;
+    });
+    table->run = static_cast<std::size_t>(run - changes_.begin());
+  }
+}
+
 }  // namespace qorhost

@@ -58,6 +58,9 @@ class ChangeList {
   void AddUpdated(const Watched& table, std::int64_t rid, std::vector<StoredCell> before,
                   std::vector<StoredCell> after);
   void AddDeleted(const Watched& table, std::int64_t rid, std::vector<StoredCell> row);
+  /// Brings those from a place among the changes on into the order of their identities; those of
+  /// the same identity stay as they came.
+  void OrderFrom(std::size_t first);
 
   [[nodiscard]] const std::vector<RowChange>& changes() const { return changes_; }
   /// How many rows of the store were written, those that are left out, too.

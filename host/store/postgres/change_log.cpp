@@ -1,6 +1,5 @@
 #include "host/store/postgres/change_log.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <nlohmann/json.hpp>
@@ -61,11 +60,16 @@ ChangeLog::ChangeLog(Connection& connection) : connection_(connection) {
     }
   }
   connection_.TellChanges([this](std::string_view text) { Hear(text); },
-                          [this] { TakeWhatIsTold(); });
+                          [this] { EndStatement(); });
 }
 
 ChangeLog::~ChangeLog() {
   connection_.TellChanges(nullptr, nullptr);
+}
+
+void ChangeLog::Start() {
+  statement_.reset();
+  qorhost::ChangeLog::Start();
 }
 
 void ChangeLog::Hear(std::string_view text) {
@@ -73,27 +77,32 @@ void ChangeLog::Hear(std::string_view text) {
     return;
   }
   try {
-    told_.emplace_back(text);
+    const Told told(text);
+    if (!statement_) {
+      statement_ = Statement{list().changes().size(), told.rid(), true};
+    }
+    statement_->isInOrder = statement_->isInOrder && told.rid() >= statement_->latestRid;
+    statement_->latestRid = told.rid();
+    Take(told);
   } catch (...) {
     MissOne();
   }
 }
 
-/// The rows of a statement in the order of their identities, in whichever the server met them.
-void ChangeLog::TakeWhatIsTold() {
-  if (told_.empty()) {
+/// The rows of a statement stand in the order of their identities, in whichever the server met
+/// them.
+void ChangeLog::EndStatement() {
+  if (!statement_) {
     return;
   }
-  std::stable_sort(told_.begin(), told_.end(),
-                   [](const Told& one, const Told& other) { return one.rid() < other.rid(); });
   try {
-    for (const Told& told : told_) {
-      Take(told);
+    if (!statement_->isInOrder) {
+      list().OrderFrom(statement_->first);
     }
   } catch (...) {
     MissOne();
   }
-  told_.clear();
+  statement_.reset();
 }
 
 void ChangeLog::Take(const Told& told) {

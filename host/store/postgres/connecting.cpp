@@ -1,8 +1,10 @@
 #include "host/store/postgres/connecting.h"
 
 #include <libpq-fe.h>
+#include <poll.h>
 
 #include <array>
+#include <chrono>
 #include <memory>
 #include <string_view>
 
@@ -41,6 +43,25 @@ Settings ValuesFor(const std::string& name, const std::string& password) {
           "qorhost",       "UTF8",         password.c_str(), name.c_str()};
 }
 
+// In what the server says of a refusal, by the five letters alone: all of this class are about who
+// somebody is. Its words are of any language.
+constexpr std::string_view kRefusesLogin = "FATAL:  28";
+constexpr std::chrono::seconds kLongestAsking(10);
+
+/// Goes on with a connection until it stands, fails, or the time is over.
+void ConnectUntil(pg_conn* handle, std::chrono::steady_clock::time_point end) {
+  constexpr int kPauseMilliseconds = 100;
+  PostgresPollingStatusType next = PGRES_POLLING_WRITING;
+  while (next != PGRES_POLLING_OK && next != PGRES_POLLING_FAILED &&
+         std::chrono::steady_clock::now() < end) {
+    pollfd socket{PQsocket(handle),
+                  static_cast<short>(next == PGRES_POLLING_WRITING ? POLLOUT : POLLIN), 0};
+    if (poll(&socket, 1, kPauseMilliseconds) != 0) {
+      next = PQconnectPoll(handle);
+    }
+  }
+}
+
 }  // namespace
 
 std::string ShownName(const std::string& name) {
@@ -72,6 +93,19 @@ void RequireReadable(const std::string& name) {
 
 pg_conn* Connect(const std::string& name, const std::string& password) {
   return PQconnectdbParams(kKeywords.data(), ValuesFor(name, password).data(), kNameIsRead);
+}
+
+bool RefusesPassword(const std::string& name, const std::string& password) {
+  const std::unique_ptr<pg_conn, decltype(&PQfinish)> asking(
+      PQconnectStartParams(kKeywords.data(), ValuesFor(name, password).data(), kNameIsRead),
+      PQfinish);
+  if (asking == nullptr || PQstatus(asking.get()) == CONNECTION_BAD) {
+    return false;
+  }
+  PQsetErrorVerbosity(asking.get(), PQERRORS_SQLSTATE);
+  ConnectUntil(asking.get(), std::chrono::steady_clock::now() + kLongestAsking);
+  const std::string_view text = PQerrorMessage(asking.get());
+  return text.find(kRefusesLogin) != std::string_view::npos;
 }
 
 Answer AnswerOf(const std::string& name) {

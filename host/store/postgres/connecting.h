@@ -19,6 +19,10 @@ void RequireReadable(const std::string& name);
 /// password leaves it to the library's file and to the environment.
 [[nodiscard]] pg_conn* Connect(const std::string& name, const std::string& password);
 
+/// Whether it does not come about because the server refuses the password, and not for what it
+/// looks at behind it; takes 10 seconds at most.
+[[nodiscard]] bool RefusesPassword(const std::string& name, const std::string& password);
+
 /// What is there when none came about; takes 2 seconds at most where nothing answers.
 [[nodiscard]] Answer AnswerOf(const std::string& name);
 

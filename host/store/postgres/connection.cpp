@@ -84,7 +84,7 @@ void Connection::Open() {
     handle_ = ConnectOnce();
   }
   if (isLost() && PQconnectionUsedPassword(handle()) == 1) {
-    ForgetPassword(asked_);  // so that a person may mend it
+    MendPassword();
   }
   ++names_.connection;
   lockTimeout_ = 0;
@@ -102,6 +102,15 @@ void Connection::Open() {
   RequireServer();
   if (prepare_) {
     prepare_(*this);
+  }
+}
+
+/// A typed one that the server does not take is forgotten, so that a person may mend it. It may be
+/// right, and something else be missing.
+void Connection::MendPassword() const {
+  const std::string typed = TypedPassword(asked_);
+  if (!typed.empty() && Beside([asked = asked_, typed] { return RefusesPassword(asked, typed); })) {
+    ForgetPassword(asked_);
   }
 }
 

@@ -126,6 +126,7 @@ class Connection {
   [[nodiscard]] auto Beside(Work work) const -> decltype(work());
   [[nodiscard]] Handle ConnectOnce() const;
   void Open();
+  void MendPassword() const;
   void Reopen();
   void UndoBy(const std::string& sql) noexcept;
   [[nodiscard]] bool Pause(std::chrono::milliseconds pause) const;

@@ -163,12 +163,12 @@ bool Connection::MayGoOn(std::chrono::milliseconds pause) const noexcept {
 
 /// Raises while the server has not yet ended it.
 Connection::Fate Connection::LookAtFate(const Witness& witness, int backend) {
-  const std::string process = std::to_string(backend);
-  const std::array both{Sent(process), Sent(witness.number)};
-  // Its other end may wait for ever for a network that was cut.
-  Run("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
-      "WHERE pid = $1::int4 AND backend_xid = $2::xid8::xid",
-      both);
+  // Its other end may wait for ever for a network that was cut. A process may be ended by the login
+  // that it works for, whatever role that has taken, and has again behind this message.
+  RunAll(
+      fmt::format("SET LOCAL ROLE NONE; SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+                  "WHERE pid = {} AND backend_xid = '{}'::xid8::xid",
+                  backend, witness.number));
   const std::array one{Sent(witness.number)};
   // One that a server has forgotten when it crashed is to come yet.
   const Result status =

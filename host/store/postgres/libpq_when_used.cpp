@@ -63,6 +63,15 @@ PGconn* PQconnectdbParams(const char* const* keywords, const char* const* values
   return Call<PQconnectdbParams>("PQconnectdbParams", keywords, values, expand_dbname);
 }
 
+PostgresPollingStatusType PQconnectPoll(PGconn* conn) {
+  return Call<PQconnectPoll>("PQconnectPoll", conn);
+}
+
+PGconn* PQconnectStartParams(const char* const* keywords, const char* const* values,
+                             int expand_dbname) {
+  return Call<PQconnectStartParams>("PQconnectStartParams", keywords, values, expand_dbname);
+}
+
 int PQconnectionNeedsPassword(const PGconn* conn) {
   return Call<PQconnectionNeedsPassword>("PQconnectionNeedsPassword", conn);
 }
@@ -192,6 +201,10 @@ int PQsendQueryPrepared(PGconn* conn, const char* stmtName, int nParams,
 
 int PQserverVersion(const PGconn* conn) {
   return Call<PQserverVersion>("PQserverVersion", conn);
+}
+
+PGVerbosity PQsetErrorVerbosity(PGconn* conn, PGVerbosity verbosity) {
+  return Call<PQsetErrorVerbosity>("PQsetErrorVerbosity", conn, verbosity);
 }
 
 PQnoticeReceiver PQsetNoticeReceiver(PGconn* conn, PQnoticeReceiver proc, void* arg) {

@@ -77,6 +77,7 @@ class Session final : public SqlSession {
     try {
       return write();
     } catch (...) {
+      asked_.clear();  // what was learnt may be undone with the part that has failed
       work_.AfterFailedWrite();
       throw;
     }

@@ -24,7 +24,9 @@ constexpr milliseconds kLook(50);
 // For how long it is waited until a server has heard that it is to end its work.
 constexpr milliseconds kEndTime(3000);
 // When it is told once more: work that has not begun yet when it is told does not hear of it.
+// Whoever does not end it then is told ever more seldom.
 constexpr milliseconds kTellAgain(200);
+constexpr milliseconds kLongestPause(5000);
 
 milliseconds Since(steady_clock::time_point started) {
   return std::chrono::duration_cast<milliseconds>(steady_clock::now() - started);
@@ -54,22 +56,40 @@ bool IsReady(pg_conn* handle, milliseconds pause) {
   return poll(&socket, 1, static_cast<int>(pause.count())) != 0;
 }
 
+/// Whether it is gone on; asked when nothing comes, and now and then while something does.
+bool MayGoOn(const Watch& watch, Looks& looks, bool isQuiet) {
+  const steady_clock::time_point now = steady_clock::now();
+  if (!isQuiet && now - looks.latest < kLook) {
+    return true;
+  }
+  looks.latest = now;
+  const milliseconds passed = Since(looks.started);
+  return passed < watch.limit && GoesOn(watch, passed);
+}
+
 /// Sends what is still to be sent and reads until an answer is there; false when the watch has
 /// ended the waiting.
-bool AwaitAnswer(pg_conn* handle, const Watch& watch, steady_clock::time_point started) {
-  milliseconds passed(0);
+bool AwaitAnswer(pg_conn* handle, const Watch& watch, Looks& looks) {
+  if (!MayGoOn(watch, looks, false)) {
+    return false;  // answers may come for long without any waiting
+  }
   while (PQisBusy(handle) != 0) {
-    if (!IsReady(handle, std::clamp(watch.limit - passed, milliseconds(1), kLook))) {
-      passed = Since(started);
-      if (passed >= watch.limit || !GoesOn(watch, passed)) {
-        return false;
-      }
+    const auto passed = std::chrono::duration_cast<milliseconds>(looks.latest - looks.started);
+    const bool isQuiet = !IsReady(handle, std::clamp(watch.limit - passed, milliseconds(1), kLook));
+    if (!MayGoOn(watch, looks, isQuiet)) {
+      return false;
     }
     if (PQconsumeInput(handle) == 0) {
       return true;  // that it is lost, is the answer
     }
   }
   return true;
+}
+
+/// Waits so long for somebody who has given up.
+bool AwaitEnd(pg_conn* handle, const Watch& watch, milliseconds limit) {
+  Looks looks;
+  return AwaitAnswer(handle, LookingOn(watch, limit), looks);
 }
 
 /// Tells the server to end what it does on this connection; false when it has not taken that in by
@@ -104,8 +124,7 @@ void GiveUp(pg_conn* handle) {
 
 Result AnswerReader::Next() {
   const bool isThere =
-      isCutShort_ ? AwaitAnswer(handle_, LookingOn(watch_, kTellAgain), steady_clock::now())
-                  : AwaitAnswer(handle_, watch_, started_);
+      isCutShort_ ? AwaitEnd(handle_, watch_, kTellAgain) : AwaitAnswer(handle_, watch_, looks_);
   if (!isThere) {
     End();
   }
@@ -114,11 +133,14 @@ Result AnswerReader::Next() {
 
 void AnswerReader::End() {
   isCutShort_ = true;
-  // A server that takes it in is there, however long its work goes on.
-  while (TellEnd(handle_, watch_, steady_clock::now() + kEndTime)) {
-    if (AwaitAnswer(handle_, LookingOn(watch_, kTellAgain), steady_clock::now())) {
+  const steady_clock::time_point end = steady_clock::now() + watch_.endTime;
+  milliseconds pause = kTellAgain;
+  // A server that takes it in is there, and may need its time to undo what it has done.
+  while (steady_clock::now() < end && TellEnd(handle_, watch_, steady_clock::now() + kEndTime)) {
+    if (AwaitEnd(handle_, watch_, pause)) {
       return;
     }
+    pause = std::min(pause * 2, kLongestPause);
   }
   GiveUp(handle_);
 }

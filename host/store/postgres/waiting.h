@@ -16,6 +16,14 @@ struct Watch {
   std::chrono::milliseconds limit = std::chrono::milliseconds::max();
   /// Asked again and again, with the time that has passed; may be empty.
   std::function<bool(std::chrono::milliseconds passed)> goesOn = nullptr;
+  /// How long a server that hears that it is to end its work, and does not answer, is waited for.
+  std::chrono::milliseconds endTime = std::chrono::minutes(1);
+};
+
+/// When a waiting has begun, and when somebody has looked up last.
+struct Looks {
+  std::chrono::steady_clock::time_point started = std::chrono::steady_clock::now();
+  std::chrono::steady_clock::time_point latest = started;
 };
 
 /// Why statements came to no good end; nothing of it when they did, or when the connection was
@@ -32,11 +40,11 @@ struct Failure {
 class AnswerReader {
  public:
   /// The watch lives longer.
-  AnswerReader(pg_conn* handle, const Watch& watch)
-      : handle_(handle), watch_(watch), started_(std::chrono::steady_clock::now()) {}
+  AnswerReader(pg_conn* handle, const Watch& watch) : handle_(handle), watch_(watch) {}
 
   /// The next one; null behind the last. When the watch ends the waiting the server is told to end
-  /// its work; one that does not hear that in 3 seconds is given up: the connection is lost then.
+  /// its work; one that does not hear that in 3 seconds, or that hears it and says nothing until
+  /// the watch's end time, is given up: the connection is lost then.
   [[nodiscard]] Result Next();
   /// Has the server end its work in the same way; what it has done by then is answered yet.
   void End();
@@ -45,7 +53,7 @@ class AnswerReader {
  private:
   pg_conn* handle_;
   const Watch& watch_;
-  std::chrono::steady_clock::time_point started_;
+  Looks looks_;
   bool isCutShort_ = false;
 };
 

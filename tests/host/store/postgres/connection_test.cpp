@@ -2,11 +2,15 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>  // kill
+#include <sys/types.h>
 
 #include <array>
+#include <chrono>
 #include <string>
 
 #include "host/store/server_name.h"
+#include "host/store/server_passwords.h"
 #include "host/store/store_error.h"
 #include "test_server.h"
 
@@ -116,6 +120,71 @@ TEST_F(ServerConnection, RefusesTextsThatAServerCannotKeep) {
 TEST_F(ServerConnection, TellsOfADatabaseThatIsNotThere) {
   EXPECT_THAT(FailureToOpen(TestServer::Shared().NameOf("nowhere"), StoreFault::kCannotOpen),
               AllOf(HasSubstr("\"nowhere\" does not exist"), Not(HasSubstr("reached"))));
+}
+
+TEST_F(ServerConnection, ForgetsATypedPasswordThatIsWrongAndNoOther) {
+  TestServer::Shared().AddUser("guarded", "kept secret");
+  const std::string there = TestServer::Shared().NameOf("postgres") + "&user=guarded";
+  const std::string nowhere = TestServer::Shared().NameOf("nowhere") + "&user=guarded";
+  AskForPasswords([](const std::string&) { return "kept secret"; });
+  EXPECT_THAT(FailureToOpen(nowhere, StoreFault::kCannotOpen), HasSubstr("does not exist"));
+  EXPECT_EQ(TypedPassword(nowhere), "kept secret");
+  AskForPasswords([](const std::string&) { return "mistyped"; });
+  EXPECT_THAT(FailureToOpen(there, StoreFault::kCannotOpen), HasSubstr("password"));
+  EXPECT_EQ(TypedPassword(there), "");
+  AskForPasswords([](const std::string&) { return "kept secret"; });
+  EXPECT_EQ(Connection(there).Run("SELECT 1").Number(0, 0), 1);
+  AskForPasswords(nullptr);
+}
+
+TEST_F(ServerConnection, LooksUpAndMayGiveUpWhileRowsFlow) {
+  Connection connection(TestServer::Shared().NameOf("postgres"));
+  PreparedText series{"SELECT repeat('x', 500) FROM generate_series(1, 2000000)", {}};
+  int looks = 0;
+  int rows = 0;
+  Watch watch;
+  watch.goesOn = [&looks](std::chrono::milliseconds) { return ++looks < 3; };
+  EXPECT_THAT(FailureOf(
+                  [&] {
+                    (void)connection.Run(
+                        series, {}, false, [&rows](const Result&) { ++rows; }, watch);
+                  },
+                  StoreFault::kTooMuchWork),
+              HasSubstr("was ended"));
+  EXPECT_GE(looks, 3);
+  EXPECT_LT(rows, 2000000);
+
+  Watch bounded;
+  bounded.limit = std::chrono::milliseconds(200);
+  rows = 0;
+  EXPECT_THAT(FailureOf(
+                  [&] {
+                    (void)connection.Run(
+                        series, {}, false, [&rows](const Result&) { ++rows; }, bounded);
+                  },
+                  StoreFault::kTooMuchWork),
+              HasSubstr("was ended"));
+  EXPECT_GT(rows, 0);
+  EXPECT_LT(rows, 2000000);
+  EXPECT_EQ(connection.Run("SELECT 1").Number(0, 0), 1);
+}
+
+TEST_F(ServerConnection, GivesUpAServerThatHearsThatItIsToEndAndDoesNot) {
+  using std::chrono::steady_clock;
+  Connection connection(TestServer::Shared().NameOf("postgres"));
+  const auto backend = static_cast<pid_t>(connection.Run("SELECT pg_backend_pid()").Number(0, 0));
+  ASSERT_EQ(kill(backend, SIGSTOP), 0);
+  PreparedText one{"SELECT 1", {}};
+  Watch watch;
+  watch.limit = std::chrono::milliseconds(100);
+  watch.endTime = std::chrono::milliseconds(700);
+  const steady_clock::time_point begun = steady_clock::now();
+  EXPECT_THAT(FailureOf([&] { (void)connection.Run(one, {}, false, nullptr, watch); },
+                        StoreFault::kRefused),
+              HasSubstr("was not waited for any longer"));
+  EXPECT_GE(steady_clock::now() - begun, watch.endTime);
+  EXPECT_LT(steady_clock::now() - begun, std::chrono::seconds(5));
+  EXPECT_EQ(kill(backend, SIGCONT), 0);
 }
 
 TEST_F(ServerConnection, TellsThatTheServerHasGone) {

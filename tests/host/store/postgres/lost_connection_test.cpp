@@ -165,6 +165,36 @@ TEST_F(LostConnection, BeforeTheCommitIsToldAsNotStored) {
   EXPECT_EQ(Doors(), 0);
 }
 
+/// A login that has its rights through a role alone may end its own process, as others may: the
+/// server goes on with a transaction whose other end was cut off.
+TEST_F(LostConnection, AtALongCommitIsToldToALoginThatActsThroughARole) {
+  const std::string role = "acting_" + database_;
+  const std::string login = "actor_" + database_;
+  GrantRightsAtOnce(*beside_, {role, ""});
+  beside_->RunAll(fmt::format("CREATE ROLE {} LOGIN NOINHERIT IN ROLE {}", login, role));
+  beside_->RunAll(
+      "CREATE FUNCTION desktop.rest_long() RETURNS trigger LANGUAGE plpgsql AS "
+      "$$ BEGIN PERFORM pg_sleep(30); RETURN NULL; END $$; "
+      R"(CREATE CONSTRAINT TRIGGER "Rest" AFTER INSERT ON qorhost."DOORS" )"
+      "DEFERRABLE INITIALLY DEFERRED FOR EACH ROW EXECUTE FUNCTION desktop.rest_long()");
+  std::string name = proxy_->NameOf(database_);
+  name.replace(name.find("tester"), 6, login);
+  session_.reset();
+  store_ = std::make_unique<Store>(OpenServerStore(name, OpenMode::kReadWrite), Patience(), false);
+  session_ = store_->StartSession(Noon);
+  proxy_->Ask([](const ServerProxy::Message& message) {
+    return message.text.starts_with("COMMIT") ? Way::kLostBehind : Way::kOn;
+  });
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kNotStored)) << words_;
+  EXPECT_THAT(words_, HasSubstr("nothing was stored"));
+  proxy_->Ask(nullptr);
+  EXPECT_EQ(Doors(), 0);
+  // It has taken its role again.
+  beside_->RunAll(R"(DROP TRIGGER "Rest" ON qorhost."DOORS")");
+  EXPECT_EQ(static_cast<int>(AddTwoDoors()), static_cast<int>(Heard::kStored)) << words_;
+  EXPECT_EQ(Doors(), 2);
+}
+
 /// Where nobody can be asked, it is not said that nothing was stored.
 TEST_F(LostConnection, AtTheCommitWithNobodyToAskIsUnknown) {
   proxy_->Ask([this](const ServerProxy::Message& message) {

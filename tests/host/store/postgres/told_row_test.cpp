@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -59,31 +62,84 @@ std::vector<std::int64_t> RidsIn(const ChangeLog& log) {
   return rids;
 }
 
-TEST(ToldRow, ComesInTheOrderOfTheIdentitiesOfItsStatement) {
-  Connection connection =
-      OpenServerStore(TestServer::Shared().Create("told_rows"), OpenMode::kCreate);
-  connection.RunAll(
-      R"(INSERT INTO "CredentialBank" ("UnitKey", "PINNo") SELECT 1, n FROM generate_series(1, 3) n)");
+/// A log of what happens in a store with three credentials.
+class ToldRows : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (const std::string missing = TestServer::Missing(); !missing.empty()) {
+      GTEST_SKIP() << missing;
+    }
+    static int count = 0;
+    connection_ = std::make_unique<Connection>(OpenServerStore(
+        TestServer::Shared().Create("told_rows" + std::to_string(++count)), OpenMode::kCreate));
+    connection_->RunAll(
+        R"(INSERT INTO "CredentialBank" ("UnitKey", "PINNo") SELECT 1, n FROM generate_series(1, 3) n)");
+  }
+  void TearDown() override {
+    if (connection_ != nullptr) {
+      connection_->UndoWhatIsOpen();
+    }
+  }
+
+  std::unique_ptr<Connection> connection_;
+};
+
+TEST_F(ToldRows, ComeInTheOrderOfTheIdentitiesOfTheirStatement) {
   // The first one lies behind the others from now on.
-  connection.RunAll(R"(UPDATE "CredentialBank" SET "PINNo"=9 WHERE "RID"=1)");
-  ChangeLog log(connection);
+  connection_->RunAll(R"(UPDATE "CredentialBank" SET "PINNo"=9 WHERE "RID"=1)");
+  ChangeLog log(*connection_);
   log.Start();
 
   PreparedText all{R"(UPDATE "CredentialBank" SET "PINNo"="PINNo"+10)", {}};
-  connection.Begin();
-  (void)connection.Run(all, {}, false);
+  connection_->Begin();
+  (void)connection_->Run(all, {}, false);
   EXPECT_THAT(RidsIn(log), ElementsAre(1, 2, 3));
 
   PreparedText second{R"(DELETE FROM "CredentialBank" WHERE "RID"=$1::int4)", {}};
   for (const char* rid : {"3", "2"}) {
     const std::vector<Sent> values{Sent(rid)};
-    connection.RunLater(second, values);
+    connection_->RunLater(second, values);
   }
   PreparedText rest{R"(DELETE FROM "CredentialBank")", {}};
-  (void)connection.Run(rest, {}, false);
+  (void)connection_->Run(rest, {}, false);
   EXPECT_THAT(RidsIn(log), ElementsAre(1, 2, 3, 3, 2, 1));
   EXPECT_EQ(log.touched(), 6);
-  connection.UndoWhatIsOpen();
+}
+
+TEST_F(ToldRows, ThatAreNewJoinTheirRunWhereverTheOrderHasBroughtIt) {
+  connection_->RunAll(R"(INSERT INTO "Units" ("UnitKey", "UnitName") VALUES (1, 'Court'))");
+  ChangeLog log(*connection_);
+  log.Start();
+  connection_->Begin();
+  connection_->RunAll(
+      R"(INSERT INTO "DOORS" ("RID", "UNITKEY") VALUES (8, 1), (6, 1), (5, 1), (9, 1))");
+  EXPECT_THAT(RidsIn(log), ElementsAre(5, 6, 8, 9));
+  connection_->RunAll(R"(INSERT INTO "DOORS" ("RID", "UNITKEY") VALUES (10, 1))");
+  ASSERT_THAT(RidsIn(log), ElementsAre(5, 6, 8, 9));
+  EXPECT_EQ(log.changes()[3].lastRid, 10);
+  EXPECT_EQ(log.changes()[2].lastRid, 8);
+}
+
+// A statement may change every row of a large store.
+TEST_F(ToldRows, AreTakenWhileTheirStatementRuns) {
+  connection_->RunAll(
+      "CREATE FUNCTION desktop.rest_a_while() RETURNS trigger LANGUAGE plpgsql AS "
+      "$$ BEGIN PERFORM pg_sleep(0.2); RETURN NULL; END $$; "
+      R"(CREATE TRIGGER "Then" AFTER UPDATE ON "CredentialBank" )"
+      "FOR EACH ROW EXECUTE FUNCTION desktop.rest_a_while()");
+  ChangeLog log(*connection_);
+  log.Start();
+  connection_->Begin();
+  std::int64_t seen = 0;
+  Watch watch;
+  watch.goesOn = [&](std::chrono::milliseconds) {
+    seen = log.touched();
+    return true;
+  };
+  PreparedText all{R"(UPDATE "CredentialBank" SET "PINNo"="PINNo"+10)", {}};
+  (void)connection_->Run(all, {}, false, nullptr, watch);
+  EXPECT_GE(seen, 2);
+  EXPECT_EQ(log.touched(), 3);
 }
 
 }  // namespace
