@@ -220,18 +220,6 @@ TEST_F(OddRows, TheReportNamesTableRowColumnValueAndReason) {
 // ---- Files that are put together here
 // --------------------------------------------------------------
 
-DesktopTable TableOf(std::string name, std::vector<std::string> columns,
-                     std::vector<std::vector<DesktopCell>> rows) {
-  DesktopTable table;
-  table.name = std::move(name);
-  for (std::string& column : columns) {
-    table.columns.push_back({std::move(column), DesktopType::kLong, false, 4});
-  }
-  table.rows = std::move(rows);
-  table.count = table.rows.size();
-  return table;
-}
-
 std::string RefusalOf(const DesktopFile& file) {
   try {
     (void)MovingPlan(file, "some.mdb", std::nullopt);
