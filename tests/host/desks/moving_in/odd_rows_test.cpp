@@ -412,6 +412,77 @@ TEST(MovingPlans, WidthsBelowZeroBecomeTheUsualOnes) {
               ElementsAre("adjusted row 2 DisplayWidth -1 -> Null [value-range]"));
 }
 
+/// The fields of a report, in the order of their RIDs from 51 on.
+struct ReportField {
+  const char* column;
+  std::int64_t display;
+  DesktopCell sequence;
+};
+
+std::vector<std::string> ToldOfFields(const std::vector<ReportField>& fields) {
+  std::vector<std::vector<DesktopCell>> rows;
+  for (const ReportField& field : fields) {
+    rows.push_back({N(51 + static_cast<std::int64_t>(rows.size())), DesktopText{field.column, true},
+                    N(field.display), field.sequence});
+  }
+  return ToldOf(MovingPlan({{UnitTable({1}), TableOf("TenantSelectionFields",
+                                                     {"RID", "FieldName", "Display", "DisplaySeq"},
+                                                     std::move(rows))}},
+                           "some.mdb", std::nullopt),
+                "TenantSelectionFields");
+}
+
+TEST(MovingPlans, FieldsThatAreNotDisplayedComeBehindThoseThatAre) {
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, N(2)},
+                            {"DirectoryCode.DirectoryCode", 1, N(1)},
+                            {"directorycode.PhoneNumber", 1, N(3)},
+                            {"DirectoryCode.TimeDelay", 0, N(1)},
+                            {"DirectoryCode.DisplayName", 0, N(4)},
+                            {"Tenants.LastName", 0, N(1)}}),
+              ElementsAre("adjusted row 1 DisplaySeq 2 -> 6 [field-order]",
+                          "adjusted row 4 DisplaySeq 1 -> 5 [field-order]"));
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.DirectoryCode", 1, N(1)},
+                            {"DirectoryCode.PhoneNumber", 1, N(2)},
+                            {"DirectoryCode.TimeDelay", 0, N(3)}}),
+              testing::IsEmpty());
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.TimeDelay", 0, N(3)},
+                            {"DirectoryCode.PhoneNumber", 0, DesktopNull{}}}),
+              testing::IsEmpty())
+      << "no field is displayed";
+}
+
+TEST(MovingPlans, FieldsThatAreNotDisplayedDoNotShareThePlaceOfTheLastThatIs) {
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, N(2)},
+                            {"DirectoryCode.DirectoryCode", 1, N(1)},
+                            {"DirectoryCode.PhoneNumber", 1, N(2)}}),
+              ElementsAre("adjusted row 1 DisplaySeq 2 -> 3 [field-order]"));
+}
+
+/// A store has Null in front of every number.
+TEST(MovingPlans, FieldsWithoutAPlaceStandBeforeAllOthers) {
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, DesktopNull{}},
+                            {"DirectoryCode.DirectoryCode", 1, N(-5)}}),
+              ElementsAre("adjusted row 1 DisplaySeq Null -> 1 [field-order]"));
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, DesktopNull{}},
+                            {"DirectoryCode.DirectoryCode", 1, DesktopNull{}},
+                            {"DirectoryCode.TimeDelay", 0, N(-1)}}),
+              ElementsAre("adjusted row 1 DisplaySeq Null -> 1 [field-order]"));
+}
+
+TEST(MovingPlans, FieldsThatCannotComeBehindTheLastNumberAreTold) {
+  constexpr std::int64_t kLast = 2147483647;
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, N(7)},
+                            {"DirectoryCode.TimeDelay", 0, N(8)},
+                            {"DirectoryCode.DirectoryCode", 1, N(kLast)}}),
+              ElementsAre("kept row 1 DisplaySeq 7 [field-order]",
+                          "kept row 2 DisplaySeq 8 [field-order]"));
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, N(7)},
+                            {"DirectoryCode.TimeDelay", 0, N(kLast)},
+                            {"DirectoryCode.DirectoryCode", 1, N(9)}}),
+              ElementsAre("adjusted row 1 DisplaySeq 7 -> 2147483647 [field-order]"))
+      << "which of two that are not displayed comes first does not matter";
+}
+
 struct SettingCase {
   const char* column;
   std::int64_t lowest;
