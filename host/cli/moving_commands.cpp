@@ -190,13 +190,17 @@ void PrintAsJson(const GlobalOptions& global, const MovingPlan& plan, const Movi
   PrintChange(console.out, report);
 }
 
+/// The report is written before the store is put in its place: where it cannot be, there is
+/// neither.
 void PutBuilding(const GlobalOptions& global, const MovingPlan& plan, const MovingOptions& options,
-                 const NewStorePlace& place, Console& console) {
+                 const NewStorePlace& place, const ReportFile& report, Console& console) {
   const Progress bar = BarOn(console, false);
   const std::string name = fs::path(*options.from).filename().string();
-  PutNewStore(
-      global, place, false, [&](SqlSession& session) { BringIn(session, plan, name, bar); },
-      console);
+  const auto contents = [&](SqlSession& session) {
+    BringIn(session, plan, name, bar);
+    report.Write(plan, *options.from);
+  };
+  PutNewStore(global, place, false, contents, console);
   console.stored = !place.trial;
 }
 
@@ -253,8 +257,7 @@ ExitStatus RunMoving(const GlobalOptions& global, const MovingOptions& options,
     report.Write(plan, *options.from);
     RefuseBadRows(plan, options, report, console);
   }
-  PutBuilding(global, plan, options, place, console);
-  report.Write(plan, *options.from);
+  PutBuilding(global, plan, options, place, report, console);
   if (global.json) {
     PrintAsJson(global, plan, options, place.trial, console);
   } else if (place.trial) {

@@ -119,6 +119,28 @@ TEST_F(MovingCommands, AReportTakesNoOtherFilesPlace) {
   EXPECT_THAT(TextOf("odd.txt"), Not(StartsWith("mine")));
 }
 
+TEST_F(MovingCommands, WithoutItsReportNoStoreIsMade) {
+  const std::string tooLong = File(std::string(300, 'n'));
+  const Outcome outcome = Bring("building-2000.mdb", {"--report", tooLong});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_THAT(outcome.err, HasSubstr("cannot write '"));
+  EXPECT_FALSE(HasStore());
+  EXPECT_EQ(Bring("building-2000.mdb", {"--report", File("odd.txt")}).status, 0) << "once more";
+  EXPECT_THAT(TextOf("odd.txt"), HasSubstr("[field-order]"));
+}
+
+TEST_F(MovingCommands, AStoreThatStaysLeavesNoReport) {
+  ASSERT_EQ(Run({"init", "--demo"}).status, 0);
+  EXPECT_EQ(Bring("building-2000.mdb", {"--report", File("odd.txt")}).status, 1);
+  EXPECT_FALSE(fs::exists(File("odd.txt")));
+}
+
+TEST_F(MovingCommands, ATrialWritesTheReportAsWell) {
+  EXPECT_EQ(Bring("building-2000.mdb", {"-n", "--report", File("odd.txt")}).status, 0);
+  EXPECT_THAT(TextOf("odd.txt"), HasSubstr("[field-order]"));
+  EXPECT_FALSE(HasStore());
+}
+
 TEST_F(MovingCommands, ATrialTellsAllAndLeavesNothing) {
   const Outcome outcome = Bring("building-2010.accdb", {"--dry-run"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
