@@ -358,6 +358,28 @@ TEST(MovingPlans, CodesBelowMinusOneAreToldAndKept) {
                           "kept row 4 PHONENUMBER Null [missing-phone]"));
 }
 
+TEST(MovingPlans, NumbersOfCodesThatNoUnitCanHaveBecomeNull) {
+  std::vector<std::vector<DesktopCell>> rows;
+  const std::vector<DesktopCell> formers{
+      12.5, 1e300, -3.0, 1e15, 999999999999999.0, 0.0, DesktopNull{}, DesktopCell{-1.0}};
+  for (const DesktopCell& former : formers) {
+    const std::int64_t number = 1 + static_cast<std::int64_t>(rows.size());
+    rows.push_back({N(number), N(1), N(number), DesktopText{"555", true}, former});
+  }
+  rows.push_back({N(9), N(1), N(-1), DesktopText{"555", true}, 0.5});
+  const MovingPlan plan(
+      {{UnitTable({1}),
+        TableOf("DirectoryCode",
+                {"RID", "UNITKEY", "DIRECTORYCODE", "PHONENUMBER", "OLDDIRECTORYCODE"}, rows)}},
+      "some.mdb", std::nullopt);
+  EXPECT_THAT(ToldOf(plan, "DirectoryCode"),
+              ElementsAre("adjusted row 1 OLDDIRECTORYCODE 12.5 -> Null [number-range]",
+                          "adjusted row 2 OLDDIRECTORYCODE 1e+300 -> Null [number-range]",
+                          "adjusted row 3 OLDDIRECTORYCODE -3 -> Null [number-range]",
+                          "adjusted row 4 OLDDIRECTORYCODE 1000000000000000 -> Null [number-range]",
+                          "adjusted row 9 OLDDIRECTORYCODE 0.5 -> Null [number-range]"));
+}
+
 TEST(MovingPlans, DelaysBelowZeroAreToldAndKept) {
   const MovingPlan plan(
       {{UnitTable({1}),
