@@ -344,6 +344,20 @@ TEST(MovingPlans, TenantIdsFollowTheRidAndBackupRowsFollowThem) {
               ElementsAre("adjusted row 2 TenantID 7 -> 2 [other-tenant-id]"));
 }
 
+TEST(MovingPlans, BackupRowsStayWithTheTenantWhoseRidTheyName) {
+  for (const bool isBehind : {true, false}) {
+    std::vector<std::vector<DesktopCell>> tenants{{N(5), N(13), N(1), DesktopText{"Other", true}},
+                                                  {N(13), N(13), N(1), DesktopText{"Same", true}}};
+    if (!isBehind) std::swap(tenants.front(), tenants.back());
+    const MovingPlan plan(
+        {{UnitTable({1}),
+          TableOf("Tenants", {"RID", "TenantID", "UnitKey", "LastName"}, std::move(tenants)),
+          TableOf("TenantsBackup", {"RID", "UnitKey", "TenantID"}, {{N(1), N(1), N(13)}})}},
+        "some.mdb", std::nullopt);
+    EXPECT_THAT(ToldOf(plan, "TenantsBackup"), testing::IsEmpty());
+  }
+}
+
 TEST(MovingPlans, CodesBelowMinusOneAreToldAndKept) {
   const MovingPlan plan(
       {{UnitTable({1}), TableOf("DirectoryCode", {"RID", "UNITKEY", "DIRECTORYCODE"},
