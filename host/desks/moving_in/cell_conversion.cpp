@@ -122,9 +122,16 @@ ConvertedCell ToNumber(const DesktopCell& cell, ColumnType type) {
 // ---- Yes and no
 // ----------------------------------------------------------------------------------
 
+ConvertedCell NoFlag() {
+  return Adjusted(false, "null-flag", "Yes and No have no Null");
+}
+
 ConvertedCell FlagOfText(std::string_view text) {
   constexpr std::string_view kKind = "flag-as-text";
   const std::string_view trimmed = qorcred::Trim(text);
+  if (trimmed.empty()) {  // it counts as Null, as in the place of a number
+    return NoFlag();
+  }
   if (const std::optional<bool> flag = YesOrNo(trimmed)) {
     return Adjusted(*flag, kKind, "Yes or No that is written as a text");
   }
@@ -140,7 +147,7 @@ ConvertedCell ToFlag(const DesktopCell& cell) {
     return Adjusted(true, "number-for-flag", "any number but 0 is Yes");
   };
   if (std::holds_alternative<DesktopNull>(cell)) {
-    return Adjusted(false, "null-flag", "Yes and No have no Null");
+    return NoFlag();
   }
   if (const auto* flag = std::get_if<bool>(&cell)) return {*flag, std::nullopt};
   if (const auto* whole = std::get_if<std::int64_t>(&cell)) {

@@ -94,6 +94,8 @@ const ConversionCase kCases[] = {
     {"SevenToFlag", Whole(7), kBoolean, true, kAdjusted, "number-for-flag"},
     {"YesTextToFlag", Text("yes"), kBoolean, true, kAdjusted, "flag-as-text"},
     {"ZeroTextToFlag", Text("0"), kBoolean, false, kAdjusted, "flag-as-text"},
+    {"NothingToFlag", Text(""), kBoolean, false, kAdjusted, "null-flag"},
+    {"BlankToFlag", Text(" "), kBoolean, false, kAdjusted, "null-flag"},
     {"WordsToFlag", Text("maybe"), kBoolean, Null{}, kRefused, "text-for-flag"},
     {"DateToFlag", DesktopDate{1}, kBoolean, Null{}, kRefused, "other-type"},
 
