@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <system_error>
 
 #include "frame/control_characters.h"
 #include "frame/convert.h"
@@ -44,7 +45,8 @@ ConvertedCell OfOtherType(std::string_view is, std::string_view takes) {
 // ---- Numbers
 // -------------------------------------------------------------------------------------
 
-/// A number that is written in digits, with a point at most: no comma, no exponent, no currency.
+/// A number that is written in digits, with a point at most: no comma, no exponent, no currency,
+/// and not so many digits that no number is as large, or as small.
 std::optional<double> NumberInDigits(std::string_view text) {
   std::string_view digits = text;
   if (digits.starts_with('+') || digits.starts_with('-')) digits.remove_prefix(1);
@@ -55,8 +57,8 @@ std::optional<double> NumberInDigits(std::string_view text) {
   }
   double number = 0;
   if (text.starts_with('+')) text.remove_prefix(1);
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return number;
+  const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+  return read.ec == std::errc() ? std::optional(number) : std::nullopt;
 }
 
 std::string Canonical(double number) {
