@@ -250,6 +250,17 @@ TEST(MovingPlans, RefuseTablesThatStandElsewhere) {
   EXPECT_EQ(RefusalOf({{units, linked}}), "planned");
 }
 
+TEST(MovingPlans, RefuseTablesAndColumnsThatStandTwice) {
+  const DesktopTable units = TableOf("Units", {"UnitKey"}, {{N(1)}});
+  EXPECT_THAT(RefusalOf({{units, TableOf("UNITS", {"UnitKey"}, {{N(2)}})}}),
+              HasSubstr("'some.mdb' has the table 'Units' twice"));
+  EXPECT_THAT(RefusalOf({{TableOf("Units", {"UnitKey", "UnitName", "UNITNAME"}, {})}}),
+              HasSubstr("has the column 'UnitName' of the table 'Units' twice"));
+  const DesktopTable recipes = TableOf("Recipes", {"Name", "NAME"}, {});
+  EXPECT_EQ(RefusalOf({{units, recipes, recipes}}), "planned") << "those are left";
+  EXPECT_EQ(RefusalOf({{TableOf("Units", {"UnitKey", "Colour", "COLOUR"}, {})}}), "planned");
+}
+
 TEST(MovingPlans, RefuseTablesWithoutWhatGivesThemAMeaning) {
   const DesktopTable units = TableOf("UNITS", {"unitkey"}, {{N(1)}});
   EXPECT_EQ(RefusalOf({{units}}), "planned");
