@@ -101,8 +101,7 @@ MovingOrder OrderOf(const GlobalOptions& global, const MovingOptions& options,
   FewLines lines(console, "refusals");
   for (const SettledCell& cell : plan.settled().named()) {
     if (cell.settlement == Settlement::kRefused) {
-      lines.Tell(Displayable(fmt::format("{}, row {}: {} {}: {}", cell.table, cell.row, cell.column,
-                                         cell.value, cell.reason)));
+      lines.Tell(Displayable(LineOf(cell)));
     }
   }
   lines.TellRest();

@@ -69,7 +69,8 @@ TEST_F(MovingCommands, ABuildingWithBadRowsIsNotBroughtInUnlessTheyAreSkipped) {
   EXPECT_EQ(refused.out, "");
   EXPECT_THAT(
       refused.err,
-      AllOf(HasSubstr("qorhost: Units, row 8: UnitKey 2: a unit before it has the key\n"),
+      AllOf(HasSubstr("qorhost: Units, row 8 (RID 8): UnitKey 2: a unit before it has the key "
+                      "[duplicate-key]\n"),
             HasSubstr("qorhost: ... and 32 more refusals\n"),
             HasSubstr("qorhost: 52 rows of '" + Sample("building-odd.mdb") + "' cannot be brought"),
             HasSubstr("--skip-bad-rows"), HasSubstr("--report FILE lists all")));
