@@ -106,7 +106,7 @@ class Storing {
 }  // namespace
 
 std::optional<std::filesystem::path> LockBeside(const std::filesystem::path& file) {
-  for (const char* ending : {".ldb", ".laccdb"}) {
+  for (const char* ending : {".ldb", ".LDB", ".laccdb", ".LACCDB"}) {
     const std::filesystem::path beside = std::filesystem::path(file).replace_extension(ending);
     std::error_code ignored;
     if (std::filesystem::exists(beside, ignored)) return beside;

@@ -185,6 +185,20 @@ TEST_F(MovingCommands, ProgramsReadTablesAndSettledCells) {
   EXPECT_EQ(left.at(2), json::parse(R"({"table":"Units","column":"InstalledOn","rows":null})"));
 }
 
+TEST_F(MovingCommands, ATrialOfAFileWithBadRowsTellsProgramsWhich) {
+  const Outcome outcome = Bring("building-odd.mdb", {"-n", "--json"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(json::parse(outcome.err).at("error").at("kind"), "refused");
+  const json told = json::parse(outcome.out);
+  EXPECT_EQ(told.at("stored"), false);
+  EXPECT_EQ(told.at("dry_run"), true);
+  EXPECT_EQ(told.at("added"), json::array());
+  EXPECT_EQ(told.at("settled").size(), 52U + 23U + 34U);
+  EXPECT_EQ(Bring("building-odd.mdb", {"--json"}).out, "")
+      << "without a trial it is an error alone";
+  EXPECT_FALSE(HasStore());
+}
+
 /// With another letter in the name of the table of doors, which its catalogue has behind its kind,
 /// two dates and four bytes, and in that of a column.
 TEST_F(MovingCommands, WhatTheFileLacksIsToldWithWhatThatMeans) {
@@ -352,6 +366,10 @@ TEST_F(MovingCommands, AFileThatIsOpenElsewhereIsToldOf) {
   EXPECT_THAT(outcome.err,
               AllOf(HasSubstr("building.ldb"), HasSubstr("seems to be open elsewhere")));
   fs::remove(File("building.ldb"));
+  std::ofstream(File("building.LDB")) << "a seat";
+  EXPECT_THAT(Run({"init", "--from", File("building.mdb"), "--force"}).err,
+              HasSubstr("building.LDB"));
+  fs::remove(File("building.LDB"));
   EXPECT_EQ(Run({"init", "--from", File("building.mdb"), "--force"}).err, "");
 }
 
