@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 
@@ -101,8 +102,7 @@ MovingOrder OrderOf(const GlobalOptions& global, const MovingOptions& options,
   FewLines lines(console, "refusals");
   for (const SettledCell& cell : plan.settled().named()) {
     if (cell.settlement == Settlement::kRefused) {
-      lines.Tell(Displayable(fmt::format("{}, row {}: {} {}: {}", cell.table, cell.row, cell.column,
-                                         cell.value, cell.reason)));
+      lines.Tell(Displayable(LineOf(cell)));
     }
   }
   lines.TellRest();
@@ -175,12 +175,17 @@ void TellNewStore(const GlobalOptions& global, const MovingPlan& plan, const Mov
   }
 }
 
+/// How bringing a file in ended.
+enum class MovingEnding : std::uint8_t { kStored, kTried, kRefused };
+
 void PrintAsJson(const GlobalOptions& global, const MovingPlan& plan, const MovingOptions& options,
-                 bool trial, Console& console) {
+                 MovingEnding ending, Console& console) {
   ChangeReport report;
-  report.trial = trial;
+  report.trial = ending != MovingEnding::kStored;
   report.stored = console.stored;
-  report.added.push_back({"store", qorcred::Null{}, global.file.string()});
+  if (ending != MovingEnding::kRefused) {
+    report.added.push_back({"store", qorcred::Null{}, global.file.string()});
+  }
   report.facts.Add("demo", false)
       .Add("from", *options.from)
       .Add("tables", MovedTables(plan))
@@ -190,13 +195,17 @@ void PrintAsJson(const GlobalOptions& global, const MovingPlan& plan, const Movi
   PrintChange(console.out, report);
 }
 
+/// The report is written before the store is put in its place: where it cannot be, there is
+/// neither.
 void PutBuilding(const GlobalOptions& global, const MovingPlan& plan, const MovingOptions& options,
-                 const NewStorePlace& place, Console& console) {
+                 const NewStorePlace& place, const ReportFile& report, Console& console) {
   const Progress bar = BarOn(console, false);
   const std::string name = fs::path(*options.from).filename().string();
-  PutNewStore(
-      global, place, false, [&](SqlSession& session) { BringIn(session, plan, name, bar); },
-      console);
+  const auto contents = [&](SqlSession& session) {
+    BringIn(session, plan, name, bar);
+    report.Write(plan, *options.from);
+  };
+  PutNewStore(global, place, false, contents, console);
   console.stored = !place.trial;
 }
 
@@ -250,13 +259,16 @@ ExitStatus RunMoving(const GlobalOptions& global, const MovingOptions& options,
     PrintMovingReport(console.out, plan, *options.from);
   }
   if (isRefused) {
+    if (place.trial && global.json) {
+      PrintAsJson(global, plan, options, MovingEnding::kRefused, console);
+    }
     report.Write(plan, *options.from);
     RefuseBadRows(plan, options, report, console);
   }
-  PutBuilding(global, plan, options, place, console);
-  report.Write(plan, *options.from);
+  PutBuilding(global, plan, options, place, report, console);
   if (global.json) {
-    PrintAsJson(global, plan, options, place.trial, console);
+    PrintAsJson(global, plan, options, place.trial ? MovingEnding::kTried : MovingEnding::kStored,
+                console);
   } else if (place.trial) {
     console.out << fmt::format("\nWould create {}. This was a trial, nothing was changed.\n",
                                Displayable(global.file.string()));

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <system_error>
 
 #include "frame/control_characters.h"
 #include "frame/convert.h"
@@ -44,7 +45,8 @@ ConvertedCell OfOtherType(std::string_view is, std::string_view takes) {
 // ---- Numbers
 // -------------------------------------------------------------------------------------
 
-/// A number that is written in digits, with a point at most: no comma, no exponent, no currency.
+/// A number that is written in digits, with a point at most: no comma, no exponent, no currency,
+/// and not so many digits that no number is as large, or as small.
 std::optional<double> NumberInDigits(std::string_view text) {
   std::string_view digits = text;
   if (digits.starts_with('+') || digits.starts_with('-')) digits.remove_prefix(1);
@@ -55,8 +57,8 @@ std::optional<double> NumberInDigits(std::string_view text) {
   }
   double number = 0;
   if (text.starts_with('+')) text.remove_prefix(1);
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return number;
+  const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+  return read.ec == std::errc() ? std::optional(number) : std::nullopt;
 }
 
 std::string Canonical(double number) {
@@ -122,9 +124,16 @@ ConvertedCell ToNumber(const DesktopCell& cell, ColumnType type) {
 // ---- Yes and no
 // ----------------------------------------------------------------------------------
 
+ConvertedCell NoFlag() {
+  return Adjusted(false, "null-flag", "Yes and No have no Null");
+}
+
 ConvertedCell FlagOfText(std::string_view text) {
   constexpr std::string_view kKind = "flag-as-text";
   const std::string_view trimmed = qorcred::Trim(text);
+  if (trimmed.empty()) {  // it counts as Null, as in the place of a number
+    return NoFlag();
+  }
   if (const std::optional<bool> flag = YesOrNo(trimmed)) {
     return Adjusted(*flag, kKind, "Yes or No that is written as a text");
   }
@@ -140,7 +149,7 @@ ConvertedCell ToFlag(const DesktopCell& cell) {
     return Adjusted(true, "number-for-flag", "any number but 0 is Yes");
   };
   if (std::holds_alternative<DesktopNull>(cell)) {
-    return Adjusted(false, "null-flag", "Yes and No have no Null");
+    return NoFlag();
   }
   if (const auto* flag = std::get_if<bool>(&cell)) return {*flag, std::nullopt};
   if (const auto* whole = std::get_if<std::int64_t>(&cell)) {

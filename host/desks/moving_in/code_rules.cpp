@@ -196,6 +196,10 @@ std::int32_t DigitsOf(double code) {
   return static_cast<std::int32_t>(fmt::format("{:.0f}", code).size());
 }
 
+std::string DigitsOfCodes() {
+  return fmt::format("a code has 1 to {} digits and no fraction", kMostDigits);
+}
+
 bool IsNothing(const Value& cell) {
   return qorcred::Trim(TextIn(cell)).empty();
 }
@@ -208,6 +212,7 @@ class CodeRow {
 
   void Settle() {
     SettleDigits();
+    SettleFormer();
     // A code below 0 is in no list and has none of this.
     if (const double code = *NumberIn(Cell(at_.code)); code < 0) {
       if (code != kNoCode) {
@@ -240,6 +245,14 @@ class CodeRow {
     if (most && code >= 0 && DigitsOf(code) > *most) {
       work_.Keep(row_, at_.code, "number-range",
                  fmt::format("it has more digits than the {} of the unit's codes", *most));
+    }
+  }
+
+  /// The number under which the unit has the row, if it is one that a unit can have.
+  void SettleFormer() {
+    const std::optional<double> former = NumberIn(Cell(at_.former));
+    if (former && (!IsWholeCode(*former) || *former < kNoCode)) {
+      work_.Adjust(row_, at_.former, Null{}, "number-range", DigitsOfCodes());
     }
   }
 
@@ -323,8 +336,7 @@ void SettleDirectoryCodes(RuleWork& work, AcceptedRows& accepted) {
       return;
     }
     if (!IsWholeCode(*code)) {
-      work.Refuse(row, at.code, "number-range",
-                  fmt::format("a code has 1 to {} digits and no fraction", kMostDigits));
+      work.Refuse(row, at.code, "number-range", DigitsOfCodes());
       return;
     }
     // Deleted ones stay until the unit knows of it, and another may have the code meanwhile.

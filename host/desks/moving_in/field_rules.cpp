@@ -2,7 +2,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
+#include <optional>
 
 #include "frame/text.h"
 #include "host/desks/moving_in/row_rules.h"
@@ -20,36 +22,50 @@ bool IsColumn(std::string_view field) {
   return table != nullptr && dialect::FindColumn(*table, field.substr(point + 1)) != nullptr;
 }
 
+/// A field's place in the report; a store has one without a number in front of all others.
+std::int64_t PlaceIn(const qorcred::Value& sequence) {
+  return LongIn(sequence) ? std::int64_t{*LongIn(sequence)}
+                          : std::numeric_limits<std::int64_t>::min();
+}
+
 /// The report takes values by the places of the fields that it displays: those that it does not
 /// must stand behind them, or every value comes into another one's column.
 void SettleOrder(RuleWork& work) {
   constexpr std::string_view kOfReport = "DIRECTORYCODE.";
   constexpr std::int32_t kDisplayed = 1;
+  constexpr std::int64_t kLastPlace = std::numeric_limits<std::int32_t>::max();
+  constexpr const char* kReason =
+      "a field that is not displayed stands behind those that are, or the report shows "
+      "values in the columns of others";
   const std::size_t name = work.At("FieldName");
   const std::size_t display = work.At("Display");
   const std::size_t sequence = work.At("DisplaySeq");
-  std::int32_t lastDisplayed = std::numeric_limits<std::int32_t>::min();
-  std::int32_t last = 0;
+  std::optional<std::int64_t> lastDisplayed;
+  std::int64_t last = 0;
   std::vector<StagedRow*> hidden;
   work.Each([&](StagedRow& row) {
     if (!qorcred::UpperAscii(TextIn(row.cells[name])).starts_with(kOfReport)) return;
-    const std::int32_t place = LongIn(row.cells[sequence]).value_or(0);
+    const std::int64_t place = PlaceIn(row.cells[sequence]);
     last = std::max(last, place);
     if (LongIn(row.cells[display]) == kDisplayed) {
-      lastDisplayed = std::max(lastDisplayed, place);
+      lastDisplayed = std::max(lastDisplayed.value_or(place), place);
     } else {
       hidden.push_back(&row);
     }
   });
+  if (!lastDisplayed) return;
   std::stable_sort(hidden.begin(), hidden.end(), [&](const StagedRow* one, const StagedRow* other) {
-    return LongIn(one->cells[sequence]).value_or(0) < LongIn(other->cells[sequence]).value_or(0);
+    return PlaceIn(one->cells[sequence]) < PlaceIn(other->cells[sequence]);
   });
   for (StagedRow* row : hidden) {
-    if (LongIn(row->cells[sequence]).value_or(0) >= lastDisplayed) continue;
-    if (last == std::numeric_limits<std::int32_t>::max()) return;
-    work.Adjust(*row, sequence, ++last, "field-order",
-                "a field that is not displayed stands behind those that are, or the report shows "
-                "values in the columns of others");
+    // In one place with a displayed field it may come before that one.
+    if (PlaceIn(row->cells[sequence]) > *lastDisplayed) continue;
+    if (*lastDisplayed == kLastPlace) {
+      work.Keep(*row, sequence, "field-order", kReason);
+      continue;
+    }
+    last = std::min(last + 1, kLastPlace);
+    work.Adjust(*row, sequence, static_cast<std::int32_t>(last), "field-order", kReason);
   }
 }
 

@@ -34,12 +34,16 @@ void RemoveUsualFields(SqlSession& session) {
   }
 }
 
-/// Where the columns stand that are written: those of the file, and never one that a store makes.
+/// Where the columns stand that are written: all but those that a store makes. What the file lacks
+/// is written as Null, in the place of which some columns would get a value of the store.
 std::vector<std::size_t> WrittenPlaces(const StagedTable& table) {
   std::vector<std::size_t> places;
   const dialect::Table& layout = LayoutOf(table.known());
   for (std::size_t place = 0; place < layout.columns.size(); ++place) {
-    if (table.IsGiven(place) && !layout.columns[place].generated) places.push_back(place);
+    const dialect::Column& column = layout.columns[place];
+    const bool isMadeByStore = column.generated || (column.type == dialect::ColumnType::kIdentity &&
+                                                    !table.IsGiven(place));
+    if (!isMadeByStore) places.push_back(place);
   }
   return places;
 }
@@ -102,7 +106,7 @@ class Storing {
 }  // namespace
 
 std::optional<std::filesystem::path> LockBeside(const std::filesystem::path& file) {
-  for (const char* ending : {".ldb", ".laccdb"}) {
+  for (const char* ending : {".ldb", ".LDB", ".laccdb", ".LACCDB"}) {
     const std::filesystem::path beside = std::filesystem::path(file).replace_extension(ending);
     std::error_code ignored;
     if (std::filesystem::exists(beside, ignored)) return beside;

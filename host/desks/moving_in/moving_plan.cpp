@@ -50,12 +50,38 @@ const DesktopTable* OwnTable(const DesktopFile& file, const KnownTable& known,
   return own;
 }
 
+[[noreturn]] void RefuseRepeated(std::string_view what, std::string_view file) {
+  throw RefusedError(fmt::format(
+      "'{}' has {} twice, for letter case does not count: name another file", file, what));
+}
+
+/// Of two tables or columns of one name nobody knows which one is meant.
+void RequireNamesOnce(const DesktopFile& file, std::string_view name) {
+  std::set<const KnownTable*> tables;
+  for (const DesktopTable& table : file.tables) {
+    const KnownTable* known = FindKnownTable(table.name);
+    if (known == nullptr) continue;
+    if (!tables.insert(known).second) {
+      RefuseRepeated(fmt::format("the table '{}'", known->name), name);
+    }
+    std::set<const dialect::Column*> columns;
+    for (const DesktopColumn& source : table.columns) {
+      const dialect::Column* column = dialect::FindColumn(LayoutOf(*known), source.name);
+      if (column != nullptr && !columns.insert(column).second) {
+        RefuseRepeated(fmt::format("the column '{}' of the table '{}'", column->name, known->name),
+                       name);
+      }
+    }
+  }
+}
+
 }  // namespace
 
 MovingPlan::MovingPlan(const DesktopFile& file, std::string_view name,
                        std::optional<std::int32_t> unit)
     : codePage_(file.codePage) {
   LeaveUnknown(file, name);
+  RequireNamesOnce(file, name);
   Stage(file, name, unit);
   for (const StagedTable& table : tables_) {
     if (!table.isInFile()) continue;

@@ -41,8 +41,8 @@ struct MissingThing {
 class MovingPlan {
  public:
   /// Of all units, or of one alone. `name` is the file's, for messages. Raises RefusedError for a
-  /// file of another application, one whose tables stand elsewhere, lack what gives them a meaning,
-  /// or do not have the unit.
+  /// file of another application, one whose tables stand elsewhere or twice, lack what gives them
+  /// a meaning, or do not have the unit.
   MovingPlan(const DesktopFile& file, std::string_view name, std::optional<std::int32_t> unit);
 
   /// In the order in which they are stored, those among them that the file does not have.

@@ -24,14 +24,6 @@ constexpr std::array kSections{
     Section{Settlement::kKept, "Kept: these are odd, and are brought in as they stand"},
 };
 
-std::string LineOf(const SettledCell& cell) {
-  std::string line = fmt::format("{}, row {}", cell.table, cell.row);
-  if (!cell.identity.empty()) line += fmt::format(" ({})", cell.identity);
-  line += fmt::format(": {} {}", cell.column, cell.value);
-  if (cell.settlement == Settlement::kAdjusted) line += fmt::format(" -> {}", cell.instead);
-  return line + fmt::format(": {} [{}]", cell.reason, cell.kind);
-}
-
 std::string MoreText(std::size_t count) {
   return fmt::format("{} more, which are not listed", count);
 }
@@ -78,6 +70,14 @@ void PrintNumbers(std::ostream& out, const MovingPlan& plan) {
 }
 
 }  // namespace
+
+std::string LineOf(const SettledCell& cell) {
+  std::string line = fmt::format("{}, row {}", cell.table, cell.row);
+  if (!cell.identity.empty()) line += fmt::format(" ({})", cell.identity);
+  line += fmt::format(": {} {}", cell.column, cell.value);
+  if (cell.settlement == Settlement::kAdjusted) line += fmt::format(" -> {}", cell.instead);
+  return line + fmt::format(": {} [{}]", cell.reason, cell.kind);
+}
 
 NamedThings NamesOfMissing(const MovingPlan& plan) {
   NamedThings names;

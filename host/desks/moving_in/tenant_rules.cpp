@@ -177,7 +177,12 @@ void SettleTenants(RuleWork& work, AcceptedRows& accepted) {
     const std::int32_t rid = *LongIn(row.cells[at.rid]);
     const std::int32_t unit = *LongIn(row.cells[at.unit]);
     const std::optional<std::int32_t> id = LongIn(row.cells[at.id]);
-    accepted.tenants.try_emplace({unit, id.value_or(rid)}, rid);
+    const std::pair key(unit, id.value_or(rid));
+    if (id == rid) {
+      accepted.tenants.insert_or_assign(key, rid);  // also where another one has the id
+    } else {
+      accepted.tenants.try_emplace(key, rid);
+    }
     if (work.table().IsGiven(at.id) && id != rid) {
       work.Adjust(row, at.id, rid, "other-tenant-id",
                   "a tenant's id is its RID, and what refers to the id follows it");

@@ -69,7 +69,8 @@ TEST_F(MovingCommands, ABuildingWithBadRowsIsNotBroughtInUnlessTheyAreSkipped) {
   EXPECT_EQ(refused.out, "");
   EXPECT_THAT(
       refused.err,
-      AllOf(HasSubstr("qorhost: Units, row 8: UnitKey 2: a unit before it has the key\n"),
+      AllOf(HasSubstr("qorhost: Units, row 8 (RID 8): UnitKey 2: a unit before it has the key "
+                      "[duplicate-key]\n"),
             HasSubstr("qorhost: ... and 32 more refusals\n"),
             HasSubstr("qorhost: 52 rows of '" + Sample("building-odd.mdb") + "' cannot be brought"),
             HasSubstr("--skip-bad-rows"), HasSubstr("--report FILE lists all")));
@@ -119,6 +120,28 @@ TEST_F(MovingCommands, AReportTakesNoOtherFilesPlace) {
   EXPECT_THAT(TextOf("odd.txt"), Not(StartsWith("mine")));
 }
 
+TEST_F(MovingCommands, WithoutItsReportNoStoreIsMade) {
+  const std::string tooLong = File(std::string(300, 'n'));
+  const Outcome outcome = Bring("building-2000.mdb", {"--report", tooLong});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_THAT(outcome.err, HasSubstr("cannot write '"));
+  EXPECT_FALSE(HasStore());
+  EXPECT_EQ(Bring("building-2000.mdb", {"--report", File("odd.txt")}).status, 0) << "once more";
+  EXPECT_THAT(TextOf("odd.txt"), HasSubstr("[field-order]"));
+}
+
+TEST_F(MovingCommands, AStoreThatStaysLeavesNoReport) {
+  ASSERT_EQ(Run({"init", "--demo"}).status, 0);
+  EXPECT_EQ(Bring("building-2000.mdb", {"--report", File("odd.txt")}).status, 1);
+  EXPECT_FALSE(fs::exists(File("odd.txt")));
+}
+
+TEST_F(MovingCommands, ATrialWritesTheReportAsWell) {
+  EXPECT_EQ(Bring("building-2000.mdb", {"-n", "--report", File("odd.txt")}).status, 0);
+  EXPECT_THAT(TextOf("odd.txt"), HasSubstr("[field-order]"));
+  EXPECT_FALSE(HasStore());
+}
+
 TEST_F(MovingCommands, ATrialTellsAllAndLeavesNothing) {
   const Outcome outcome = Bring("building-2010.accdb", {"--dry-run"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -160,6 +183,20 @@ TEST_F(MovingCommands, ProgramsReadTablesAndSettledCells) {
   EXPECT_EQ(left.size(), 5U);
   EXPECT_EQ(left.at(0), json::parse(R"({"table":"AccessEvents","column":null,"rows":25})"));
   EXPECT_EQ(left.at(2), json::parse(R"({"table":"Units","column":"InstalledOn","rows":null})"));
+}
+
+TEST_F(MovingCommands, ATrialOfAFileWithBadRowsTellsProgramsWhich) {
+  const Outcome outcome = Bring("building-odd.mdb", {"-n", "--json"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(json::parse(outcome.err).at("error").at("kind"), "refused");
+  const json told = json::parse(outcome.out);
+  EXPECT_EQ(told.at("stored"), false);
+  EXPECT_EQ(told.at("dry_run"), true);
+  EXPECT_EQ(told.at("added"), json::array());
+  EXPECT_EQ(told.at("settled").size(), 52U + 23U + 34U);
+  EXPECT_EQ(Bring("building-odd.mdb", {"--json"}).out, "")
+      << "without a trial it is an error alone";
+  EXPECT_FALSE(HasStore());
 }
 
 /// With another letter in the name of the table of doors, which its catalogue has behind its kind,
@@ -329,6 +366,10 @@ TEST_F(MovingCommands, AFileThatIsOpenElsewhereIsToldOf) {
   EXPECT_THAT(outcome.err,
               AllOf(HasSubstr("building.ldb"), HasSubstr("seems to be open elsewhere")));
   fs::remove(File("building.ldb"));
+  std::ofstream(File("building.LDB")) << "a seat";
+  EXPECT_THAT(Run({"init", "--from", File("building.mdb"), "--force"}).err,
+              HasSubstr("building.LDB"));
+  fs::remove(File("building.LDB"));
   EXPECT_EQ(Run({"init", "--from", File("building.mdb"), "--force"}).err, "");
 }
 

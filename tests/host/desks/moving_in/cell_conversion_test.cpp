@@ -81,6 +81,11 @@ const ConversionCase kCases[] = {
     {"FractionTextToLong", Text("2.5"), kLong, Null{}, kRefused, "text-for-number"},
     {"LargeTextToLong", Text("99999999999"), kLong, Null{}, kRefused, "text-for-number"},
 
+    {"EndlessTextToLong", Text(std::string(400, '9')), kLong, Null{}, kRefused, "text-for-number"},
+    {"EndlessTextToDouble", Text(std::string(400, '9')), kDouble, Null{}, kRefused,
+     "text-for-number"},
+    {"EndlessTextToFlag", Text(std::string(400, '9')), kBoolean, Null{}, kRefused, "text-for-flag"},
+    {"ManyZerosToLong", Text(std::string(400, '0') + "7"), kLong, 7, kAdjusted, "number-as-text"},
     {"WholeToDouble", Whole(101), kDouble, 101.0},
     {"DoubleToDouble", 0.5, kDouble, 0.5},
     {"LargeToDouble", 1e300, kDouble, 1e300},
@@ -94,6 +99,8 @@ const ConversionCase kCases[] = {
     {"SevenToFlag", Whole(7), kBoolean, true, kAdjusted, "number-for-flag"},
     {"YesTextToFlag", Text("yes"), kBoolean, true, kAdjusted, "flag-as-text"},
     {"ZeroTextToFlag", Text("0"), kBoolean, false, kAdjusted, "flag-as-text"},
+    {"NothingToFlag", Text(""), kBoolean, false, kAdjusted, "null-flag"},
+    {"BlankToFlag", Text(" "), kBoolean, false, kAdjusted, "null-flag"},
     {"WordsToFlag", Text("maybe"), kBoolean, Null{}, kRefused, "text-for-flag"},
     {"DateToFlag", DesktopDate{1}, kBoolean, Null{}, kRefused, "other-type"},
 

@@ -1,4 +1,5 @@
 // Buildings that were brought in: every row in the store, reports as the file's own tables have it.
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -41,7 +42,7 @@ json AsJson(const Value& value) {
 }
 
 /// A table of expected values under whatever letter case.
-const ordered_json& TableOf(const ordered_json& expected, std::string_view name) {
+const ordered_json& TableIn(const ordered_json& expected, std::string_view name) {
   for (const auto& [own, table] : expected.at("tables").items()) {
     if (FindKnownTable(own) == FindKnownTable(name)) return table;
   }
@@ -104,7 +105,7 @@ class MovedBuildings : public MovingFixture {
 void MovedBuildings::ExpectEveryRow(std::string_view name) {
   const ordered_json expected = ExpectedOf(name);
   for (const KnownTable& known : KnownTables()) {
-    const ordered_json& table = TableOf(expected, known.name);
+    const ordered_json& table = TableIn(expected, known.name);
     std::vector<std::string> names;  // of the file, in the order that is selected
     std::string columns;
     for (const auto& [own, type] : table.at("columns").items()) {
@@ -186,6 +187,11 @@ std::string Shown(const json& cell) {
   return cell.dump();
 }
 
+/// The same, with the words of the directory-code report for Yes and No.
+std::string ShownInReport(const json& cell) {
+  return cell.is_boolean() ? (cell.get<bool>() ? "yes" : "no") : Shown(cell);
+}
+
 /// "Müller Jürgen Ö"
 std::string NameOf(const json& tenant) {
   std::string name;
@@ -200,7 +206,7 @@ TEST_F(MovedBuildings, TheCredentialReportSaysWhatTheFileSays) {
   Bring("encoded-2000.mdb");
   const ordered_json expected = ExpectedOf("encoded-2000.mdb");
   std::map<json, std::string> holders;
-  for (const ordered_json& tenant : TableOf(expected, "Tenants").at("sample")) {
+  for (const ordered_json& tenant : TableIn(expected, "Tenants").at("sample")) {
     for (const char* place : {"CREDENTIALID1", "CREDENTIALID2"}) {
       if (!tenant.at(place).is_null()) holders[json(tenant.at(place))] = NameOf(json(tenant));
     }
@@ -208,7 +214,7 @@ TEST_F(MovedBuildings, TheCredentialReportSaysWhatTheFileSays) {
   const std::map<int, std::string> types{
       {0, "Corvin 30-Bit Card"}, {1, "Standard 26-Bit Card"}, {2, "Transmitter"}};
   std::vector<std::vector<std::string>> wanted;
-  for (const ordered_json& row : TableOf(expected, "CredentialBank").at("sample")) {
+  for (const ordered_json& row : TableIn(expected, "CredentialBank").at("sample")) {
     const int type = row.at("CREDENTIALTYPE");
     const auto ofTransmitter = [&](const char* column) {
       return type == 2 ? Shown(json(row.at(column))) : std::string();
@@ -238,21 +244,20 @@ TEST_F(MovedBuildings, TheDirectoryCodeReportSaysWhatTheFileSays) {
   const ordered_json expected = ExpectedOf("encoded-2000.mdb");
   // The fields that are displayed, in their order; captions are the file's own.
   std::map<int, std::string> shown;
-  for (const ordered_json& field : TableOf(expected, "TenantSelectionFields").at("sample")) {
+  for (const ordered_json& field : TableIn(expected, "TenantSelectionFields").at("sample")) {
     const std::string name = field.at("FieldName");
     if (name.starts_with("DirectoryCode.") && field.at("Display") == 1) {
       shown[field.at("DisplaySeq")] = name.substr(name.find('.') + 1);
     }
   }
   std::vector<std::vector<std::string>> wanted;
-  for (const ordered_json& code : TableOf(expected, "DirectoryCode").at("sample")) {
+  for (const ordered_json& code : TableIn(expected, "DirectoryCode").at("sample")) {
     if (code.at("DIRECTORYCODE") < 0) continue;  // in no list
     std::vector<std::string>& row = wanted.emplace_back();
     for (const auto& [place, field] : shown) {
       std::string name = field;
       for (char& letter : name) letter = static_cast<char>(std::toupper(letter));
-      const json cell(code.at(name));
-      row.push_back(cell.is_boolean() ? (cell.get<bool>() ? "yes" : "no") : Shown(cell));
+      row.push_back(ShownInReport(json(code.at(name))));
     }
   }
   DirCodeReport report(*session_, 1);
@@ -271,6 +276,38 @@ TEST_F(MovedBuildings, TheDirectoryCodeReportSaysWhatTheFileSays) {
   }
   EXPECT_EQ(rows.size(), 3U);
   EXPECT_THAT(rows, UnorderedElementsAreArray(wanted));
+}
+
+/// A table with the columns alone that it cannot be without.
+DesktopTable BareTable(std::string name, std::vector<std::string> columns,
+                       std::vector<DesktopCell> row) {
+  return TableOf(std::move(name), std::move(columns), {std::move(row)});
+}
+
+/// A store has its own values for some columns that a row is made without.
+TEST_F(MovedBuildings, WhatAFileLacksIsEmptyInTheStore) {
+  const std::int64_t one = 1;
+  const DesktopText name{"Novak", true};
+  Bring(MovingPlan(
+            {{BareTable("Units", {"UnitKey"}, {one}), BareTable("UnitSettings", {"UnitKey"}, {one}),
+              BareTable("Schedules", {"UnitKey", "ScheduleID"}, {one, std::int64_t{3}}),
+              BareTable("DirectoryCode", {"RID", "UNITKEY", "DIRECTORYCODE"}, {one, one, one}),
+              BareTable("Tenants", {"RID", "UnitKey", "LastName"}, {one, one, name})}},
+            "some.mdb", std::nullopt),
+        "some.mdb");
+  std::size_t compared = 0;
+  for (const MissingThing& missing : plan_->missing()) {
+    if (missing.means != "it is empty in every row") continue;
+    EXPECT_THAT(Rows(fmt::format("SELECT {} FROM {}", missing.column, missing.table)),
+                ElementsAre(json::array({nullptr})))
+        << missing.table << "." << missing.column;
+    ++compared;
+  }
+  EXPECT_GT(compared, 40U);
+  EXPECT_THAT(Rows("SELECT IGNOREFACILITYCODE FROM UnitSettings"),
+              ElementsAre(json::array({false})));
+  EXPECT_THAT(Rows("SELECT RID, TenantID, ACTIVETENANT FROM Tenants"),
+              ElementsAre(json::array({1, 1, false})));
 }
 
 /// The grid refuses such a width, and with it the whole report.
@@ -327,7 +364,7 @@ TEST_P(MovedSamples, AreInTheCredentialReportAsInTheFile) {
     ASSERT_TRUE(report.Run().done());
     const Table table = report.Visible();
     rows += table.rows.size();
-    for (const ordered_json& row : TableOf(expected, "CredentialBank").at("sample")) {
+    for (const ordered_json& row : TableIn(expected, "CredentialBank").at("sample")) {
       if (row.at("UNITKEY") != unit.key) continue;
       const int type = row.at("CREDENTIALTYPE");
       const auto ofTransmitter = [&](const char* column) {
@@ -340,7 +377,7 @@ TEST_P(MovedSamples, AreInTheCredentialReportAsInTheFile) {
                        ofTransmitter("SEQUENCENUMBER"),
                        ofTransmitter("BUTTONNUMBER"),
                        std::nullopt};
-      for (const ordered_json& tenant : TableOf(expected, "Tenants").at("sample")) {
+      for (const ordered_json& tenant : TableIn(expected, "Tenants").at("sample")) {
         const bool holds = tenant.at("CREDENTIALID1") == row.at("RID") ||
                            tenant.at("CREDENTIALID2") == row.at("RID");
         if (holds) wanted.back() = NameOf(json(tenant));
@@ -348,7 +385,7 @@ TEST_P(MovedSamples, AreInTheCredentialReportAsInTheFile) {
       EXPECT_TRUE(HasRow(table, wanted)) << row;
     }
   }
-  EXPECT_EQ(rows, TableOf(expected, "CredentialBank").at("rows").get<std::size_t>());
+  EXPECT_EQ(rows, TableIn(expected, "CredentialBank").at("rows").get<std::size_t>());
 }
 
 TEST_P(MovedSamples, AreInTheDirectoryCodeReportAsInTheFile) {
@@ -362,15 +399,14 @@ TEST_P(MovedSamples, AreInTheDirectoryCodeReportAsInTheFile) {
     ASSERT_TRUE(report.Run().done());
     const Table table = report.Visible();
     rows += table.rows.size();
-    for (const ordered_json& code : TableOf(expected, "DirectoryCode").at("sample")) {
+    for (const ordered_json& code : TableIn(expected, "DirectoryCode").at("sample")) {
       if (code.at("UNITKEY") != unit.key || code.at("DIRECTORYCODE") < 0) continue;
       WantedRow wanted;
       for (const TableColumn& column : table.columns) {
         std::string name = column.title;
         for (char& letter : name) letter = static_cast<char>(std::toupper(letter));
-        const bool isTold = code.contains(name) && !name.ends_with("SCHEDULEID") &&
-                            !name.ends_with("DATE") && !code.at(name).is_boolean();
-        wanted.push_back(isTold ? std::optional(Shown(json(code.at(name)))) : std::nullopt);
+        const bool isTold = code.contains(name) && !name.ends_with("DATE");
+        wanted.push_back(isTold ? std::optional(ShownInReport(json(code.at(name)))) : std::nullopt);
         if (isTold) ++compared;
       }
       EXPECT_TRUE(HasRow(table, wanted)) << code;
@@ -380,7 +416,7 @@ TEST_P(MovedSamples, AreInTheDirectoryCodeReportAsInTheFile) {
   const std::int64_t none = qorcred::ToLong(
       session_->sql().Scalar("SELECT COUNT(*) FROM DirectoryCode WHERE DIRECTORYCODE<0"));
   EXPECT_EQ(rows + static_cast<std::size_t>(none),
-            TableOf(expected, "DirectoryCode").at("rows").get<std::size_t>());
+            TableIn(expected, "DirectoryCode").at("rows").get<std::size_t>());
 }
 
 TEST_F(MovedBuildings, TheUnitsHaveTheCountsOfTheFile) {
@@ -392,7 +428,7 @@ TEST_F(MovedBuildings, TheUnitsHaveTheCountsOfTheFile) {
     ASSERT_TRUE(report.Run().done());
     credentials += static_cast<std::int64_t>(report.Visible().rows.size());
   }
-  EXPECT_EQ(credentials, TableOf(expected, "CredentialBank").at("rows").get<std::int64_t>());
+  EXPECT_EQ(credentials, TableIn(expected, "CredentialBank").at("rows").get<std::int64_t>());
   EXPECT_EQ(session_->Units().size(), 4U);
 }
 

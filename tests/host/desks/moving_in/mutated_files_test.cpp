@@ -1,5 +1,6 @@
 // Files that chance has changed: refused, or read with every row somewhere; no hang, no half
 // import. QORHOST_FUZZ_SECONDS lets it go on for so long, from another beginning each time.
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
@@ -121,7 +122,12 @@ class MutatedFiles : public MovingFixture {
       const std::unique_ptr<Store> store = OpenMemoryStore();
       const std::unique_ptr<SqlSession> session = store->StartSession(SystemClock());
       BringIn(*session, plan, "mutated.mdb");
-      EXPECT_EQ(session->Select("SELECT RID FROM Tenants").rowCount, RowsOf(plan, "Tenants"));
+      for (const MovedTable& table : plan.numbers()) {
+        if (!table.isInFile) continue;  // a store has fields of the report without any
+        EXPECT_EQ(session->Select(fmt::format("SELECT RID FROM {}", table.name)).rowCount,
+                  table.broughtIn)
+            << table.name;
+      }
       return true;
     } catch (const FileError& refused) {
       EXPECT_NE(std::string(refused.what()), "");
@@ -129,13 +135,6 @@ class MutatedFiles : public MovingFixture {
       EXPECT_NE(std::string(refused.what()), "");
     }
     return false;
-  }
-
-  [[nodiscard]] static std::size_t RowsOf(const MovingPlan& plan, std::string_view name) {
-    for (const MovedTable& table : plan.numbers()) {
-      if (table.name == name) return table.broughtIn;
-    }
-    return 0;
   }
 
   TemporaryFolder folder_;

@@ -220,18 +220,6 @@ TEST_F(OddRows, TheReportNamesTableRowColumnValueAndReason) {
 // ---- Files that are put together here
 // --------------------------------------------------------------
 
-DesktopTable TableOf(std::string name, std::vector<std::string> columns,
-                     std::vector<std::vector<DesktopCell>> rows) {
-  DesktopTable table;
-  table.name = std::move(name);
-  for (std::string& column : columns) {
-    table.columns.push_back({std::move(column), DesktopType::kLong, false, 4});
-  }
-  table.rows = std::move(rows);
-  table.count = table.rows.size();
-  return table;
-}
-
 std::string RefusalOf(const DesktopFile& file) {
   try {
     (void)MovingPlan(file, "some.mdb", std::nullopt);
@@ -260,6 +248,17 @@ TEST(MovingPlans, RefuseTablesThatStandElsewhere) {
               AllOf(HasSubstr("'tenants'"), HasSubstr("stand in another file")));
   linked.name = "Orders";  // unknown ones may be what they like
   EXPECT_EQ(RefusalOf({{units, linked}}), "planned");
+}
+
+TEST(MovingPlans, RefuseTablesAndColumnsThatStandTwice) {
+  const DesktopTable units = TableOf("Units", {"UnitKey"}, {{N(1)}});
+  EXPECT_THAT(RefusalOf({{units, TableOf("UNITS", {"UnitKey"}, {{N(2)}})}}),
+              HasSubstr("'some.mdb' has the table 'Units' twice"));
+  EXPECT_THAT(RefusalOf({{TableOf("Units", {"UnitKey", "UnitName", "UNITNAME"}, {})}}),
+              HasSubstr("has the column 'UnitName' of the table 'Units' twice"));
+  const DesktopTable recipes = TableOf("Recipes", {"Name", "NAME"}, {});
+  EXPECT_EQ(RefusalOf({{units, recipes, recipes}}), "planned") << "those are left";
+  EXPECT_EQ(RefusalOf({{TableOf("Units", {"UnitKey", "Colour", "COLOUR"}, {})}}), "planned");
 }
 
 TEST(MovingPlans, RefuseTablesWithoutWhatGivesThemAMeaning) {
@@ -356,6 +355,20 @@ TEST(MovingPlans, TenantIdsFollowTheRidAndBackupRowsFollowThem) {
               ElementsAre("adjusted row 2 TenantID 7 -> 2 [other-tenant-id]"));
 }
 
+TEST(MovingPlans, BackupRowsStayWithTheTenantWhoseRidTheyName) {
+  for (const bool isBehind : {true, false}) {
+    std::vector<std::vector<DesktopCell>> tenants{{N(5), N(13), N(1), DesktopText{"Other", true}},
+                                                  {N(13), N(13), N(1), DesktopText{"Same", true}}};
+    if (!isBehind) std::swap(tenants.front(), tenants.back());
+    const MovingPlan plan(
+        {{UnitTable({1}),
+          TableOf("Tenants", {"RID", "TenantID", "UnitKey", "LastName"}, std::move(tenants)),
+          TableOf("TenantsBackup", {"RID", "UnitKey", "TenantID"}, {{N(1), N(1), N(13)}})}},
+        "some.mdb", std::nullopt);
+    EXPECT_THAT(ToldOf(plan, "TenantsBackup"), testing::IsEmpty());
+  }
+}
+
 TEST(MovingPlans, CodesBelowMinusOneAreToldAndKept) {
   const MovingPlan plan(
       {{UnitTable({1}), TableOf("DirectoryCode", {"RID", "UNITKEY", "DIRECTORYCODE"},
@@ -368,6 +381,28 @@ TEST(MovingPlans, CodesBelowMinusOneAreToldAndKept) {
               ElementsAre("kept row 2 DIRECTORYCODE -2 [number-range]",
                           "kept row 3 DIRECTORYCODE -99999 [number-range]",
                           "kept row 4 PHONENUMBER Null [missing-phone]"));
+}
+
+TEST(MovingPlans, NumbersOfCodesThatNoUnitCanHaveBecomeNull) {
+  std::vector<std::vector<DesktopCell>> rows;
+  const std::vector<DesktopCell> formers{
+      12.5, 1e300, -3.0, 1e15, 999999999999999.0, 0.0, DesktopNull{}, DesktopCell{-1.0}};
+  for (const DesktopCell& former : formers) {
+    const std::int64_t number = 1 + static_cast<std::int64_t>(rows.size());
+    rows.push_back({N(number), N(1), N(number), DesktopText{"555", true}, former});
+  }
+  rows.push_back({N(9), N(1), N(-1), DesktopText{"555", true}, 0.5});
+  const MovingPlan plan(
+      {{UnitTable({1}),
+        TableOf("DirectoryCode",
+                {"RID", "UNITKEY", "DIRECTORYCODE", "PHONENUMBER", "OLDDIRECTORYCODE"}, rows)}},
+      "some.mdb", std::nullopt);
+  EXPECT_THAT(ToldOf(plan, "DirectoryCode"),
+              ElementsAre("adjusted row 1 OLDDIRECTORYCODE 12.5 -> Null [number-range]",
+                          "adjusted row 2 OLDDIRECTORYCODE 1e+300 -> Null [number-range]",
+                          "adjusted row 3 OLDDIRECTORYCODE -3 -> Null [number-range]",
+                          "adjusted row 4 OLDDIRECTORYCODE 1000000000000000 -> Null [number-range]",
+                          "adjusted row 9 OLDDIRECTORYCODE 0.5 -> Null [number-range]"));
 }
 
 TEST(MovingPlans, DelaysBelowZeroAreToldAndKept) {
@@ -422,6 +457,77 @@ TEST(MovingPlans, WidthsBelowZeroBecomeTheUsualOnes) {
       "some.mdb", std::nullopt);
   EXPECT_THAT(ToldOf(plan, "TenantSelectionFields"),
               ElementsAre("adjusted row 2 DisplayWidth -1 -> Null [value-range]"));
+}
+
+/// The fields of a report, in the order of their RIDs from 51 on.
+struct ReportField {
+  const char* column;
+  std::int64_t display;
+  DesktopCell sequence;
+};
+
+std::vector<std::string> ToldOfFields(const std::vector<ReportField>& fields) {
+  std::vector<std::vector<DesktopCell>> rows;
+  for (const ReportField& field : fields) {
+    rows.push_back({N(51 + static_cast<std::int64_t>(rows.size())), DesktopText{field.column, true},
+                    N(field.display), field.sequence});
+  }
+  return ToldOf(MovingPlan({{UnitTable({1}), TableOf("TenantSelectionFields",
+                                                     {"RID", "FieldName", "Display", "DisplaySeq"},
+                                                     std::move(rows))}},
+                           "some.mdb", std::nullopt),
+                "TenantSelectionFields");
+}
+
+TEST(MovingPlans, FieldsThatAreNotDisplayedComeBehindThoseThatAre) {
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, N(2)},
+                            {"DirectoryCode.DirectoryCode", 1, N(1)},
+                            {"directorycode.PhoneNumber", 1, N(3)},
+                            {"DirectoryCode.TimeDelay", 0, N(1)},
+                            {"DirectoryCode.DisplayName", 0, N(4)},
+                            {"Tenants.LastName", 0, N(1)}}),
+              ElementsAre("adjusted row 1 DisplaySeq 2 -> 6 [field-order]",
+                          "adjusted row 4 DisplaySeq 1 -> 5 [field-order]"));
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.DirectoryCode", 1, N(1)},
+                            {"DirectoryCode.PhoneNumber", 1, N(2)},
+                            {"DirectoryCode.TimeDelay", 0, N(3)}}),
+              testing::IsEmpty());
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.TimeDelay", 0, N(3)},
+                            {"DirectoryCode.PhoneNumber", 0, DesktopNull{}}}),
+              testing::IsEmpty())
+      << "no field is displayed";
+}
+
+TEST(MovingPlans, FieldsThatAreNotDisplayedDoNotShareThePlaceOfTheLastThatIs) {
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, N(2)},
+                            {"DirectoryCode.DirectoryCode", 1, N(1)},
+                            {"DirectoryCode.PhoneNumber", 1, N(2)}}),
+              ElementsAre("adjusted row 1 DisplaySeq 2 -> 3 [field-order]"));
+}
+
+/// A store has Null in front of every number.
+TEST(MovingPlans, FieldsWithoutAPlaceStandBeforeAllOthers) {
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, DesktopNull{}},
+                            {"DirectoryCode.DirectoryCode", 1, N(-5)}}),
+              ElementsAre("adjusted row 1 DisplaySeq Null -> 1 [field-order]"));
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, DesktopNull{}},
+                            {"DirectoryCode.DirectoryCode", 1, DesktopNull{}},
+                            {"DirectoryCode.TimeDelay", 0, N(-1)}}),
+              ElementsAre("adjusted row 1 DisplaySeq Null -> 1 [field-order]"));
+}
+
+TEST(MovingPlans, FieldsThatCannotComeBehindTheLastNumberAreTold) {
+  constexpr std::int64_t kLast = 2147483647;
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, N(7)},
+                            {"DirectoryCode.TimeDelay", 0, N(8)},
+                            {"DirectoryCode.DirectoryCode", 1, N(kLast)}}),
+              ElementsAre("kept row 1 DisplaySeq 7 [field-order]",
+                          "kept row 2 DisplaySeq 8 [field-order]"));
+  EXPECT_THAT(ToldOfFields({{"DirectoryCode.Extension", 0, N(7)},
+                            {"DirectoryCode.TimeDelay", 0, N(kLast)},
+                            {"DirectoryCode.DirectoryCode", 1, N(9)}}),
+              ElementsAre("adjusted row 1 DisplaySeq 7 -> 2147483647 [field-order]"))
+      << "which of two that are not displayed comes first does not matter";
 }
 
 struct SettingCase {
