@@ -2326,6 +2326,14 @@
         <translation>„%1“ hat keine Tabelle „Units“: %2. Eine andere Datei wählen</translation>
     </message>
     <message>
+        <source>&apos;%1&apos; has the table &apos;%2&apos; twice, for letter case does not count: name another file</source>
+        <translation>„%1“ hat die Tabelle „%2“ zweimal, denn Groß- und Kleinschreibung zählt nicht: eine andere Datei wählen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has the column &apos;%2&apos; of the table &apos;%3&apos; twice, for letter case does not count: name another file</source>
+        <translation>„%1“ hat die Spalte „%2“ der Tabelle „%3“ zweimal, denn Groß- und Kleinschreibung zählt nicht: eine andere Datei wählen</translation>
+    </message>
+    <message>
         <source>the table &apos;%1&apos; of &apos;%2&apos; has no column &apos;%3&apos;, without which its rows mean nothing: name another file</source>
         <translation>die Tabelle „%1“ von „%2“ hat keine Spalte „%3“, ohne die ihre Zeilen nichts bedeuten: eine andere Datei wählen</translation>
     </message>

@@ -183,6 +183,14 @@ inline constexpr DeskSentence kMovedFileSentences[] = {
      ""},
     {QT_TRANSLATE_NOOP("Desks", "'%1' has no table 'Units': %2. Name another file"), "2"},
     {QT_TRANSLATE_NOOP("Desks",
+                       "'%1' has the table '%2' twice, for letter case does not count: name "
+                       "another file"),
+     ""},
+    {QT_TRANSLATE_NOOP("Desks",
+                       "'%1' has the column '%2' of the table '%3' twice, for letter case does not "
+                       "count: name another file"),
+     ""},
+    {QT_TRANSLATE_NOOP("Desks",
                        "the table '%1' of '%2' has no column '%3', without which its rows mean "
                        "nothing: name another file"),
      ""},

@@ -231,7 +231,10 @@ TEST_F(Screenshots, OfEveryScreenInEveryLook) {
   for (const Look& look : LooksAt(window().devicePixelRatioF())) {
     window().SetAppearance(look.appearance);
     Settle();
-    (void)window().CloseStore();
+    if (window().place() != nullptr) {
+      answers_->Click(QMessageBox::Yes);  // the import's headings are left
+    }
+    EXPECT_TRUE(window().CloseStore());
     Settle();
     Take(QStringLiteral("start"), QString::fromLatin1(look.name));
     if (std::filesystem::exists(File("building.db"))) {
