@@ -111,10 +111,10 @@ void ChangeList::OrderFrom(std::size_t first) {
     return one.rid < other.rid;
   });
   for (const auto& [table, rid] : moved) {
-    const auto run = std::find_if(begin, changes_.end(), [&, rid = rid](const RowChange& change) {
-      return change.kind == RowChangeKind::kInserted && change.rid == rid &&
-             change.table == table->name;
-    });
+    const auto isFirst = [&name = table->name, rid = rid](const RowChange& change) {
+      return change.kind == RowChangeKind::kInserted && change.rid == rid && change.table == name;
+    };
+    const auto run = std::find_if(begin, changes_.end(), isFirst);
     table->run = static_cast<std::size_t>(run - changes_.begin());
   }
 }
