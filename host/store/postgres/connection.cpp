@@ -165,7 +165,7 @@ Connection::Connection(Connection&&) noexcept = default;
 Connection& Connection::operator=(Connection&&) noexcept = default;
 
 void Connection::RequireServer() {
-  if (PQserverVersion(handle()) < kOldestServer) {
+  if (serverVersion() < kOldestServer) {
     throw StoreError(
         fmt::format("The store '{}' cannot be opened: its server is older than PostgreSQL 15",
                     name_),
@@ -209,6 +209,10 @@ void Connection::TellAll() const {
 
 bool Connection::MayReopen(const StoreError& failure) const noexcept {
   return isLost() && failure.fault() == StoreFault::kNoServer;
+}
+
+int Connection::serverVersion() const noexcept {
+  return PQserverVersion(handle());
 }
 
 bool Connection::isLost() const noexcept {

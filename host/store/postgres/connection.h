@@ -103,6 +103,8 @@ class Connection {
 
   /// Whether a transaction is open, usable or not: of those that are held, whether a part is.
   [[nodiscard]] bool inTransaction() const noexcept;
+  /// Of the server: 150004 is 15.4.
+  [[nodiscard]] int serverVersion() const noexcept;
   /// How the store is called in messages: the name without what follows a "?".
   [[nodiscard]] const std::string& name() const noexcept { return name_; }
   [[nodiscard]] pg_conn* handle() const noexcept { return handle_.get(); }

@@ -30,8 +30,7 @@ struct ServerUser {
   bool makesRoles;
   bool letsMakeSchemas;  ///< may give others the right to make schemas in the database
   std::string database;
-  bool isSparing;  ///< a server on which whoever may make roles is not above all of them
-  bool inherits;   ///< has the rights of the roles that it is made a member of
+  bool inherits;  ///< has the rights of the roles that it is made a member of
 };
 
 struct ServerRole {
@@ -42,6 +41,13 @@ struct ServerRole {
   bool isUsable = false;  ///< the user has its rights without taking it
 };
 
+/// On later servers who may make roles is not above all of them, and a member may be kept from
+/// taking his role.
+bool IsSparing(const Connection& connection) {
+  constexpr int kFirst = 160000;
+  return connection.serverVersion() >= kFirst;
+}
+
 bool Is(const Result& result, int column) {
   return result.Text(0, column) == "t";
 }
@@ -50,11 +56,10 @@ ServerUser UserOf(Connection& connection) {
   const Result found = connection.Run(
       "SELECT current_user, rolsuper, rolsuper OR rolcreaterole, "
       "has_database_privilege(current_database(), 'CREATE WITH GRANT OPTION'), "
-      "current_database(), current_setting('server_version_num')::int4 >= 160000, "
-      "rolsuper OR rolinherit "
+      "current_database(), rolsuper OR rolinherit "
       "FROM pg_roles WHERE rolname = current_user");
   return {std::string(found.Text(0, 0)), Is(found, 1), Is(found, 2), Is(found, 3),
-          std::string(found.Text(0, 4)), Is(found, 5), Is(found, 6)};
+          std::string(found.Text(0, 4)), Is(found, 5)};
 }
 
 ServerRole RoleOf(Connection& connection, const ServerUser& user, const std::string& role) {
@@ -64,13 +69,13 @@ ServerRole RoleOf(Connection& connection, const ServerUser& user, const std::str
                   "has_database_privilege(oid, current_database(), 'CREATE'), "
                   "pg_has_role(oid, 'USAGE') "
                   "FROM pg_roles WHERE rolname = $1::name",
-                  user.isSparing ? "SET" : "MEMBER"),
+                  RightToTake(connection)),
       name);
   if (found.rows() == 0) {
     return {false, user.isAboveAll, user.makesRoles, false, false};
   }
-  return {true, Is(found, 0), Is(found, 1) || (user.makesRoles && !user.isSparing), Is(found, 2),
-          Is(found, 3)};
+  return {true, Is(found, 0), Is(found, 1) || (user.makesRoles && !IsSparing(connection)),
+          Is(found, 2), Is(found, 3)};
 }
 
 void AddMaking(std::vector<RoleNeed>& needs, const ServerUser& user, const ServerRole& found,
@@ -136,11 +141,13 @@ std::vector<RoleNeed> OwnNeedsOf(Connection& connection, const StoreRoles& roles
 
 }  // namespace
 
-std::string InheritingText(Connection& connection, const std::string& role,
+std::string_view RightToTake(const Connection& connection) {
+  return IsSparing(connection) ? "SET" : "MEMBER";
+}
+
+std::string InheritingText(const Connection& connection, const std::string& role,
                            const std::string& user) {
-  const Result version =
-      connection.Run("SELECT current_setting('server_version_num')::int4 >= 160000");
-  return Is(version, 0)
+  return IsSparing(connection)
              ? fmt::format("GRANT {} TO {} WITH INHERIT TRUE", QuotedName(role), QuotedName(user))
              : fmt::format("ALTER ROLE {} INHERIT", QuotedName(user));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "host/store/postgres/connection.h"
 #include "host/store/store_roles.h"
@@ -18,8 +19,11 @@ void RequireGrantable(Connection& connection, const StoreRoles& roles);
 /// schemas in the database. In the open transaction; raises what the above raises.
 void MakeReady(Connection& connection, const StoreRoles& roles);
 
+/// By which name the server knows the right to take a role.
+[[nodiscard]] std::string_view RightToTake(const Connection& connection);
+
 /// The statement by which a member of the role comes to have its rights.
-[[nodiscard]] std::string InheritingText(Connection& connection, const std::string& role,
+[[nodiscard]] std::string InheritingText(const Connection& connection, const std::string& role,
                                          const std::string& user);
 
 /// Raises StoreError for a name that is no role's here.

@@ -7,6 +7,7 @@
 
 #include "host/dialect/names.h"
 #include "host/store/postgres/rights.h"
+#include "host/store/postgres/role_needs.h"
 
 namespace qorhost::postgres {
 
@@ -20,16 +21,9 @@ bool IsLetIn(Connection& connection) {
   return found.rows() == 0 || found.Text(0, 0) == "t";
 }
 
-/// From version 16 on a server tells those who may take a role from its other members.
 bool MayTake(Connection& connection, const std::string& role) {
-  const std::array name{Sent(role)};
-  return connection
-             .Run(
-                 "SELECT pg_has_role($1::name, CASE WHEN "
-                 "current_setting('server_version_num')::int4 >= 160000 THEN 'SET' ELSE 'MEMBER' "
-                 "END)",
-                 name)
-             .Text(0, 0) == "t";
+  const std::array values{Sent(role), Sent(RightToTake(connection))};
+  return connection.Run("SELECT pg_has_role($1::name, $2::text)", values).Text(0, 0) == "t";
 }
 
 }  // namespace

@@ -28,10 +28,6 @@ constexpr milliseconds kEndTime(3000);
 constexpr milliseconds kTellAgain(200);
 constexpr milliseconds kLongestPause(5000);
 
-milliseconds Since(steady_clock::time_point started) {
-  return std::chrono::duration_cast<milliseconds>(steady_clock::now() - started);
-}
-
 /// Whoever fails to say so goes on no longer.
 bool GoesOn(const Watch& watch, milliseconds passed) {
   try {
@@ -63,8 +59,7 @@ bool MayGoOn(const Watch& watch, Looks& looks, bool isQuiet) {
     return true;
   }
   looks.latest = now;
-  const milliseconds passed = Since(looks.started);
-  return passed < watch.limit && GoesOn(watch, passed);
+  return looks.passed() < watch.limit && GoesOn(watch, looks.passed());
 }
 
 /// Sends what is still to be sent and reads until an answer is there; false when the watch has
@@ -74,8 +69,8 @@ bool AwaitAnswer(pg_conn* handle, const Watch& watch, Looks& looks) {
     return false;  // answers may come for long without any waiting
   }
   while (PQisBusy(handle) != 0) {
-    const auto passed = std::chrono::duration_cast<milliseconds>(looks.latest - looks.started);
-    const bool isQuiet = !IsReady(handle, std::clamp(watch.limit - passed, milliseconds(1), kLook));
+    const bool isQuiet =
+        !IsReady(handle, std::clamp(watch.limit - looks.passed(), milliseconds(1), kLook));
     if (!MayGoOn(watch, looks, isQuiet)) {
       return false;
     }

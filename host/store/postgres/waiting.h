@@ -24,6 +24,11 @@ struct Watch {
 struct Looks {
   std::chrono::steady_clock::time_point started = std::chrono::steady_clock::now();
   std::chrono::steady_clock::time_point latest = started;
+
+  /// Between the two.
+  [[nodiscard]] std::chrono::milliseconds passed() const {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(latest - started);
+  }
 };
 
 /// Why statements came to no good end; nothing of it when they did, or when the connection was
