@@ -21,6 +21,10 @@ QString Noted(const QString& file) {
   return file;
 }
 
+QString StoresAndAll() {
+  return QCoreApplication::translate("FileChoice", "Stores (*.db);;All files (*)");
+}
+
 }  // namespace
 
 QString AskForFile(QWidget* parent, const QString& title, const QString& filter) {
@@ -39,9 +43,12 @@ QString AskWhereTo(QWidget* parent, const QString& title, const QString& name,
   return dialog.exec() == QDialog::Accepted ? Noted(dialog.selectedFiles().value(0)) : QString();
 }
 
+QString AskForStore(QWidget* parent, const QString& title) {
+  return AskForFile(parent, title, StoresAndAll());
+}
+
 QString AskForNewStore(QWidget* parent, const QString& title) {
-  return AskWhereTo(parent, title, QStringLiteral("building.db"),
-                    QCoreApplication::translate("FileChoice", "Stores (*.db);;All files (*)"),
+  return AskWhereTo(parent, title, QStringLiteral("building.db"), StoresAndAll(),
                     Existing::kIsTaken);
 }
 

@@ -98,8 +98,7 @@ void BackUpStore(Workplace& place) {
 }
 
 std::optional<Restoring> AskWhatToRestore(QWidget& window, const std::filesystem::path& open) {
-  const QString backup = AskForFile(&window, BackUps::tr("Restore which backup?"),
-                                    BackUps::tr("Stores (*.db);;All files (*)"));
+  const QString backup = AskForStore(&window, BackUps::tr("Restore which backup?"));
   if (backup.isEmpty()) {
     return {};
   }

@@ -163,7 +163,7 @@ void MainWindow::RestoreBackup() {
 }
 
 void MainWindow::ChooseStore() {
-  const QString file = AskForFile(this, tr("Open a store"), tr("Stores (*.db);;All files (*)"));
+  const QString file = AskForStore(this, tr("Open a store"));
   if (!file.isEmpty()) {
     (void)OpenStore(std::filesystem::path(file.toStdString()));
   }

@@ -64,10 +64,6 @@
         <translation>Welche Sicherung wiederherstellen?</translation>
     </message>
     <message>
-        <source>Stores (*.db);;All files (*)</source>
-        <translation>Bestände (*.db);;Alle Dateien (*)</translation>
-    </message>
-    <message>
         <source>Restoring the backup</source>
         <translation>Die Sicherung wird wiederhergestellt</translation>
     </message>
@@ -4737,10 +4733,6 @@
     <message>
         <source>Check the store…</source>
         <translation>Bestand prüfen…</translation>
-    </message>
-    <message>
-        <source>Stores (*.db);;All files (*)</source>
-        <translation>Bestände (*.db);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>Unit:</source>
