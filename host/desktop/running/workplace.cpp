@@ -36,7 +36,14 @@ Workplace::Workplace(QWidget& window, OperationRunner& runner, std::unique_ptr<S
       runner_(runner),
       session_(std::move(store), SurroundingsOf(window, runner, surroundings)),
       file_(std::move(file)),
-      givenTrace_(surroundings.trace) {}
+      givenTrace_(surroundings.trace) {
+  takingBack_.setSingleShot(true);
+  QObject::connect(&takingBack_, &QTimer::timeout, &takingBack_, [this] {
+    if (onTell_) {
+      onTell_({});
+    }
+  });
+}
 
 void Workplace::TraceTo(const qorcred::trace::TraceSink& sink) {
   if (!sink || !givenTrace_) {
@@ -51,29 +58,13 @@ void Workplace::TraceTo(const qorcred::trace::TraceSink& sink) {
 
 void Workplace::Tell(const QString& what) const {
   if (what.isEmpty()) {
-    TakeBackLater();
+    takingBack_.start(0);
     return;
   }
-  isTakenBack_ = false;
+  takingBack_.stop();
   if (onTell_) {
     onTell_(what);
   }
-}
-
-void Workplace::TakeBackLater() const {
-  if (isTakenBack_) {
-    return;
-  }
-  isTakenBack_ = true;
-  QMetaObject::invokeMethod(
-      &context_,
-      [this] {
-        if (isTakenBack_ && onTell_) {
-          onTell_({});
-        }
-        isTakenBack_ = false;
-      },
-      Qt::QueuedConnection);
 }
 
 void Workplace::TellChanged() const {

@@ -1,8 +1,8 @@
 // A store that is open in the window, and what its screens need to work on it.
 #pragma once
 
-#include <QObject>
 #include <QString>
+#include <QTimer>
 #include <QWidget>
 #include <cstdint>
 #include <filesystem>
@@ -64,8 +64,6 @@ class Workplace {
   void OnUnitGone(std::function<void()> handler) { onUnitGone_ = std::move(handler); }
 
  private:
-  void TakeBackLater() const;
-
   QWidget& window_;
   OperationRunner& runner_;
   DeskSession session_;
@@ -74,8 +72,7 @@ class Workplace {
   std::int32_t unitKey_ = 0;
   QString unitName_;
   std::function<void(const QString& what)> onTell_;
-  mutable bool isTakenBack_ = false;  // what was told stands there for a moment still
-  mutable QObject context_;           // of what is done later
+  mutable QTimer takingBack_;  // what was told stands there until it is over
   std::function<void()> onChanged_;
   std::function<void()> onUnits_;
   std::function<void()> onUnitGone_;

@@ -6,7 +6,6 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QStatusBar>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include "host/desktop/binding/qt_text.h"
@@ -69,6 +68,10 @@ MainWindow::MainWindow(QSettings& settings, WorkSurroundings surroundings)
     const OpenGate open(runner_.gate());
     return AskForPassword(*this, ToQt(store));
   });
+  keepingOnScreen_.setSingleShot(true);
+  connect(&keepingOnScreen_, &QTimer::timeout, this, [this] { KeepOnScreen(); });
+  leavingUnit_.setSingleShot(true);
+  connect(&leavingUnit_, &QTimer::timeout, this, [this] { LeaveUnitThatIsGone(); });
   TakeUpLayout();
   // Afterwards: what is being shown cannot be hidden again.
   connect(
@@ -170,7 +173,7 @@ void MainWindow::SetAppearance(const Appearance& appearance) {
   appearance_ = appearance;
   Apply(appearance_);
   view_->Tick(appearance_);
-  KeepOnScreen();
+  KeepOnScreenLater();
 }
 
 void MainWindow::TakeUpLayout() {
@@ -179,22 +182,24 @@ void MainWindow::TakeUpLayout() {
   (void)restoreState(remembered_.places());
   setWindowTitle(QCoreApplication::applicationName());
   SetFolderOfFiles(remembered_.folder());
-  KeepOnScreen();
+  KeepOnScreenLater();
 }
 
 /// Behind the layout of what has changed: text that was larger has made the window larger.
+void MainWindow::KeepOnScreenLater() {
+  keepingOnScreen_.start(0);
+}
+
 void MainWindow::KeepOnScreen() {
-  QTimer::singleShot(0, this, [this] {
-    const QRect room = RoomOnScreen(*this);
-    if (isMaximized() || isFullScreen() || room.contains(frameGeometry())) {
-      return;
-    }
-    const QSize frame = frameGeometry().size() - size();
-    resize(size().boundedTo(room.size() - frame));
-    const QRect now = frameGeometry();
-    move(std::max(room.left(), std::min(now.left(), room.right() - now.width())),
-         std::max(room.top(), std::min(now.top(), room.bottom() - now.height())));
-  });
+  const QRect room = RoomOnScreen(*this);
+  if (isMaximized() || isFullScreen() || room.contains(frameGeometry())) {
+    return;
+  }
+  const QSize frame = frameGeometry().size() - size();
+  resize(size().boundedTo(room.size() - frame));
+  const QRect now = frameGeometry();
+  move(std::max(room.left(), std::min(now.left(), room.right() - now.width())),
+       std::max(room.top(), std::min(now.top(), room.bottom() - now.height())));
 }
 
 void MainWindow::Remember() {
@@ -284,21 +289,23 @@ void MainWindow::LeaveUnit(const QString& name) {
 
 /// When the screen that has found it gone is done with what it does.
 void MainWindow::LeaveUnitLater() {
+  leavingUnit_.start(0);
+}
+
+void MainWindow::LeaveUnitThatIsGone() {
   constexpr int kUntilDone = 20;  // milliseconds
-  QTimer::singleShot(0, this, [this] {
-    if (runner_.busy()) {
-      QTimer::singleShot(kUntilDone, this, [this] { LeaveUnitLater(); });
-      return;
-    }
-    if (place_ == nullptr) {
-      return;
-    }
-    const std::int32_t before = place_->unitKey();
-    const QString name = units_->currentText();
-    if (ReadUnits(before) && place_->unitKey() != before) {
-      LeaveUnit(name);
-    }
-  });
+  if (runner_.busy()) {
+    leavingUnit_.start(kUntilDone);
+    return;
+  }
+  if (place_ == nullptr) {
+    return;
+  }
+  const std::int32_t before = place_->unitKey();
+  const QString name = units_->currentText();
+  if (ReadUnits(before) && place_->unitKey() != before) {
+    LeaveUnit(name);
+  }
 }
 
 /// Units were changed on their own screen. What shows a unit that is gone goes with it.

@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QSettings>
 #include <QString>
+#include <QTimer>
 #include <exception>
 #include <filesystem>
 #include <memory>
@@ -73,6 +74,7 @@ class MainWindow final : public QMainWindow {
   void TakeUnits();
   void LeaveUnit(const QString& name);
   void LeaveUnitLater();
+  void LeaveUnitThatIsGone();
   // For those who have asked before entries that are not saved are lost.
   bool OpenUnasked(const std::filesystem::path& file);
   bool CreateUnasked(const std::filesystem::path& file, bool demo);
@@ -93,6 +95,7 @@ class MainWindow final : public QMainWindow {
   void RestoreBackup();
   /// Of the window, as it was the last time.
   void TakeUpLayout();
+  void KeepOnScreenLater();
   void KeepOnScreen();
   void Remember();
 
@@ -110,6 +113,8 @@ class MainWindow final : public QMainWindow {
   QListWidget* screens_;
   QComboBox* units_;
   QActionGroup* ofStore_;  // what there is only while a store is open
+  QTimer keepingOnScreen_;
+  QTimer leavingUnit_;
   ViewMenu* view_ = nullptr;
 };
 
