@@ -164,6 +164,30 @@ void ScreenPage::TellFault(const InputFault& fault) {
   mark_->Show(*widget, told);
 }
 
+bool ScreenPage::RunTold(const QString& title, std::string_view what,
+                         const std::function<Outcome()>& operation) {
+  return RunTold(title, operation, [&](const Outcome& outcome) { return Tell(outcome, what); });
+}
+
+bool ScreenPage::RunTold(const QString& title, std::string_view what, const ScreenModel& screen,
+                         const std::function<Outcome()>& operation) {
+  return RunTold(title, operation,
+                 [&](const Outcome& outcome) { return Tell(outcome, what, screen); });
+}
+
+bool ScreenPage::RunTold(const QString& title, const std::function<Outcome()>& operation,
+                         const std::function<bool(const Outcome&)>& tell) {
+  Outcome outcome;
+  if (!Run(title, [&] { outcome = operation(); })) {
+    return false;
+  }
+  const bool done = tell(outcome);
+  if (outcome.ending == Ending::kStale) {
+    ShowOvertaken();
+  }
+  return done;
+}
+
 bool ScreenPage::Tell(const Outcome& outcome, std::string_view what, const ScreenModel& screen) {
   const bool done = Tell(outcome, what);
   if (outcome.ending != Ending::kRefused || outcome.messages.empty() || screen.focused().empty()) {

@@ -2429,6 +2429,26 @@
         <source>it is a text, and the column takes dates</source>
         <translation>es ist ein Text, und die Spalte nimmt Daten mit Tag und Uhrzeit</translation>
     </message>
+    <message>
+        <source>someone else has changed the door meanwhile</source>
+        <translation>jemand anderes hat die Tür inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has changed the schedule meanwhile</source>
+        <translation>jemand anderes hat den Zeitplan inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has deleted the unit meanwhile</source>
+        <translation>jemand anderes hat die Anlage inzwischen gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has deleted the door meanwhile</source>
+        <translation>jemand anderes hat die Tür inzwischen gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has deleted the schedule meanwhile</source>
+        <translation>jemand anderes hat den Zeitplan inzwischen gelöscht</translation>
+    </message>
 </context>
 <context>
     <name>DirCodePage</name>
@@ -4245,12 +4265,12 @@
         <translation>Den Zeitplan %1 löschen?</translation>
     </message>
     <message>
-        <source>The schedule cannot be deleted.</source>
-        <translation>Der Zeitplan kann nicht gelöscht werden.</translation>
-    </message>
-    <message>
         <source>Deleted schedule %1.</source>
         <translation>Zeitplan %1 gelöscht.</translation>
+    </message>
+    <message>
+        <source>Deleting the schedule</source>
+        <translation>Der Zeitplan wird gelöscht</translation>
     </message>
 </context>
 <context>
