@@ -14,6 +14,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/table_finder.h"
 
 namespace qorhost {
 
@@ -88,6 +89,8 @@ void BuildingPage::ConnectWidgets() {
           [this] { SelectChosen(); });
   connect(ui_->schedules->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this,
           [this] { SelectChosen(); });
+  FindRowsBy(*ui_->findDoor, *ui_->doors);
+  FindRowsBy(*ui_->findSchedule, *ui_->schedules);
   for (QLineEdit* line : {ui_->doorName, ui_->scheduleName, ui_->scheduleId}) {
     connect(line, &QLineEdit::textEdited, this, [this, line] { NoteEdit(*line); });
   }

@@ -85,7 +85,7 @@ void CredentialPage::ConnectWidgets() {
   for (QRadioButton* howMany : {ui_->oneCredential, ui_->severalCredentials}) {
     connect(howMany, &QRadioButton::toggled, this, [this] { ShowMode(); });
   }
-  new ListFinder(
+  FindEntriesBy(
       *ui_->findCredential, [this]() -> const ListModel& { return desk_->credentials(); },
       [this](std::int32_t index) {
         ChooseCredential(index);

@@ -81,7 +81,7 @@ void DirCodePage::ConnectWidgets() {
   });
   connect(ui_->renumberButton, &QPushButton::clicked, this, [this] { Renumber(); });
   connect(ui_->deleteButton, &QPushButton::clicked, this, [this] { Delete(); });
-  new ListFinder(
+  FindEntriesBy(
       *ui_->findCode, [this]() -> const ListModel& { return desk_->codes(); },
       [this](std::int32_t index) {
         ChooseCode(index);

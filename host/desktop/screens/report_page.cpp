@@ -27,6 +27,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/table_finder.h"
 #include "host/desktop/words/list_words.h"
 #include "host/desktop/words/shown_word.h"
 #include "host/files/csv_writer.h"
@@ -120,6 +121,7 @@ void ReportPage::ConnectWidgets() {
       connect(line, &QLineEdit::returnPressed, this, [this] { ShowRows(); });
     }
   }
+  FindRowsBy(*ui_->findRow, *ui_->rows);
   connect(ui_->rows->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           [this] { ShowState(); });
 }

@@ -13,6 +13,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/typing_pause.h"
 
 namespace qorhost {
 
@@ -41,8 +42,7 @@ StepsPage::StepsPage(Workplace& place) : ScreenPage(place), ui_(std::make_unique
   SetUp(*ui_->steps, steps_);
   SqueezeColumns(*ui_->steps);
   EmptyHint::Show(*ui_->steps, HintOrNotFound(*ui_->findStep, tr("No step waits for the unit.")));
-  connect(ui_->findStep, &QLineEdit::textChanged, this,
-          [this](const QString& text) { steps_.Narrow(text); });
+  NarrowBy(*ui_->findStep, [this](const QString& text) { steps_.Narrow(text); });
   connect(ui_->exportButton, &QPushButton::clicked, this, [this] { Export(); });
   connect(ui_->markButton, &QPushButton::clicked, this, [this] { MarkSent(); });
   ShowSteps();

@@ -20,6 +20,7 @@
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/screens/lease_end_dialog.h"
+#include "host/desktop/screens/typing_pause.h"
 #include "host/desktop/words/list_words.h"
 
 namespace qorhost {
@@ -115,7 +116,7 @@ std::span<const FieldWidget> TenantsPage::Fields() const {
 }
 
 void TenantsPage::ConnectWidgets() {
-  connect(ui_->findTenant, &QLineEdit::textChanged, this, [this](const QString& text) {
+  NarrowBy(*ui_->findTenant, [this](const QString& text) {
     list_.Narrow(text);
     ShowCount();
     SelectChosen();

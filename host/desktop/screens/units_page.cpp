@@ -15,6 +15,7 @@
 #include "host/desktop/binding/wheel_guard.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/table_finder.h"
 #include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
@@ -109,6 +110,7 @@ void UnitsPage::ConnectWidgets() {
       TakeSelection();
     }
   });
+  FindRowsBy(*ui_->findUnit, *ui_->units);
   connect(ui_->units->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this,
           [this] { SelectChosen(); });
   for (QLineEdit* line : {ui_->name, ui_->key, ui_->capacity, ui_->codeDigits, ui_->entryDigits,

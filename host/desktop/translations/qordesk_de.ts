@@ -138,6 +138,18 @@
         <source>De&amp;lete…</source>
         <translation>&amp;Löschen…</translation>
     </message>
+    <message>
+        <source>&amp;Find a door:</source>
+        <translation>Tür suc&amp;hen:</translation>
+    </message>
+    <message>
+        <source>Text in any column</source>
+        <translation>Text in einer Spalte</translation>
+    </message>
+    <message>
+        <source>Find a sc&amp;hedule:</source>
+        <translation>Z&amp;eitplan suchen:</translation>
+    </message>
 </context>
 <context>
     <name>CallLog</name>
@@ -3714,6 +3726,14 @@
         <source>De&amp;lete the chosen…</source>
         <translation>Gewählte &amp;löschen…</translation>
     </message>
+    <message>
+        <source>&amp;Find:</source>
+        <translation>&amp;Suchen:</translation>
+    </message>
+    <message>
+        <source>Text in any column</source>
+        <translation>Text in einer Spalte</translation>
+    </message>
 </context>
 <context>
     <name>Screens</name>
@@ -4178,6 +4198,14 @@
         <source>De&amp;lete…</source>
         <translation>&amp;Löschen…</translation>
     </message>
+    <message>
+        <source>&amp;Find:</source>
+        <translation>Suc&amp;hen:</translation>
+    </message>
+    <message>
+        <source>Text in any column</source>
+        <translation>Text in einer Spalte</translation>
+    </message>
 </context>
 <context>
     <name>main</name>
@@ -4547,10 +4575,6 @@
         <translation>%1 rückgängig machen? Die Zeilen werden, was sie vor ihm waren, und die Schritte, die es der Anlage sagen, werden eingereiht.</translation>
     </message>
     <message>
-        <source>The entry cannot be undone.</source>
-        <translation>Der Eintrag kann nicht rückgängig gemacht werden.</translation>
-    </message>
-    <message>
         <source>Undone: %1.</source>
         <translation>Rückgängig gemacht: %1.</translation>
     </message>
@@ -4561,6 +4585,10 @@
     <message>
         <source>Choose an entry to see what it made of the rows.</source>
         <translation>Wählen Sie einen Eintrag, um zu sehen, was er aus den Zeilen machte.</translation>
+    </message>
+    <message>
+        <source>Undoing the entry</source>
+        <translation>Der Eintrag wird rückgängig gemacht</translation>
     </message>
 </context>
 <context>
@@ -5205,10 +5233,6 @@
         <translation>%1 – %2</translation>
     </message>
     <message>
-        <source>The report cannot be written.</source>
-        <translation>Der Bericht kann nicht geschrieben werden.</translation>
-    </message>
-    <message>
         <source>Wrote %1 to %2.</source>
         <translation>%1 nach %2 geschrieben.</translation>
     </message>
@@ -5219,10 +5243,6 @@
     <message>
         <source>Write the report as PDF</source>
         <translation>Bericht als PDF schreiben</translation>
-    </message>
-    <message>
-        <source>The report cannot be printed.</source>
-        <translation>Der Bericht kann nicht gedruckt werden.</translation>
     </message>
     <message>
         <source>Printed %1.</source>
@@ -5251,6 +5271,14 @@
     <message>
         <source>No row meets the conditions.</source>
         <translation>Keine Zeile erfüllt die Bedingungen.</translation>
+    </message>
+    <message>
+        <source>Writing the report</source>
+        <translation>Der Bericht wird geschrieben</translation>
+    </message>
+    <message>
+        <source>Printing the report</source>
+        <translation>Der Bericht wird gedruckt</translation>
     </message>
 </context>
 <context>
@@ -5346,20 +5374,12 @@
         <translation>Schritte in eine Datei schreiben</translation>
     </message>
     <message>
-        <source>The steps cannot be written.</source>
-        <translation>Die Schritte können nicht geschrieben werden.</translation>
-    </message>
-    <message>
         <source>Wrote %1 steps to %2. Mark them as sent when the unit has them.</source>
         <translation>%1 Schritte nach %2 geschrieben. Markieren Sie sie als gesendet, wenn die Anlage sie hat.</translation>
     </message>
     <message>
         <source>Mark the chosen steps as sent (%1)?</source>
         <translation>Die gewählten Schritte (%1) als gesendet markieren?</translation>
-    </message>
-    <message>
-        <source>The steps cannot be marked.</source>
-        <translation>Die Schritte können nicht markiert werden.</translation>
     </message>
     <message>
         <source>Marked as sent: %1.</source>
@@ -5380,6 +5400,14 @@
     <message>
         <source>No step is shown.</source>
         <translation>Kein Schritt wird angezeigt.</translation>
+    </message>
+    <message>
+        <source>Writing the steps</source>
+        <translation>Die Schritte werden geschrieben</translation>
+    </message>
+    <message>
+        <source>Marking the steps</source>
+        <translation>Die Schritte werden markiert</translation>
     </message>
 </context>
 <context>
