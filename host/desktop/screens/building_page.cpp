@@ -257,10 +257,10 @@ void BuildingPage::RenameChosenDoor() {
   if (!done) {
     return;
   }
-  (void)Look(tr("The doors cannot be shown."), [&] { ShowDoors(changed.door); });
   const QString name = ToQt(changed.name);
   place().Tell(changed.unchanged ? tr("Door %1 is called %2 already.").arg(changed.door).arg(name)
                                  : tr("Door %1 is called %2 now.").arg(changed.door).arg(name));
+  (void)LookBehind(tr("The doors cannot be shown."), [&] { ShowDoors(changed.door); });
   place().TellChanged();
 }
 
@@ -279,10 +279,10 @@ void BuildingPage::SaveSchedule() {
   if (!done) {
     return;
   }
-  (void)Look(tr("The schedules cannot be shown."), [&] { ShowSchedules(changed.id); });
   const QString named = tr("%1, %2").arg(changed.id).arg(ToQt(changed.name));
   place().Tell(changed.unchanged ? tr("Schedule %1 is stored so already.").arg(named)
                                  : tr("Saved schedule %1.").arg(named));
+  (void)LookBehind(tr("The schedules cannot be shown."), [&] { ShowSchedules(changed.id); });
   place().TellChanged();
 }
 
@@ -299,8 +299,8 @@ void BuildingPage::DeleteChosenSchedule() {
   if (!done) {
     return;
   }
-  (void)Look(tr("The schedules cannot be shown."), [&] { ShowSchedules({}); });
   place().Tell(tr("Deleted schedule %1.").arg(named));
+  (void)LookBehind(tr("The schedules cannot be shown."), [&] { ShowSchedules({}); });
   place().TellChanged();
 }
 

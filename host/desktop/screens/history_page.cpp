@@ -98,16 +98,15 @@ void HistoryPage::Undo() {
     return;
   }
   Undoing undone;
-  place().Tell({});
-  const bool ran = Run(tr("The entry cannot be undone."), [&] {
+  const bool ran = Run(tr("Undoing the entry"), [&] {
     undone = UndoEntry(session(), entry, Trial::kNo);
     if (!undone.done()) {
       throw RefusedError(undone.reason);
     }
   });
   if (ran) {
-    Refresh();
     place().Tell(tr("Undone: %1.").arg(Told(DescriptionOf(undone.entries.front().entry))));
+    (void)LookBehind(tr("The history cannot be shown."), [this] { ShowEntries(); });
     place().TellChanged();
   }
 }

@@ -113,6 +113,13 @@ bool ScreenPage::Look(const QString& what, const std::function<void()>& show) {
   });
 }
 
+bool ScreenPage::LookBehind(const QString& what, const std::function<void()>& show) {
+  return RunBehind(what, [&] {
+    const Undoable oneState = session().OneState();
+    show();
+  });
+}
+
 /// What was stored before the cancelling stays, as when rows cannot be shown again behind it. A
 /// unit of work that was undone has committed nothing, whatever an earlier one has.
 void ScreenPage::TellCancelled() {

@@ -52,6 +52,8 @@ class ScreenPage : public QWidget {
   bool RunBehind(const QString& what, const std::function<void()>& operation);
   /// Runs what shows something: it sees one state of the store, and may write nothing.
   bool Look(const QString& what, const std::function<void()>& show);
+  /// The same behind an operation, as RunBehind() does it.
+  bool LookBehind(const QString& what, const std::function<void()>& show);
   /// Runs an operation on `what` ("credential") and tells how it ended; true when it was done. What
   /// others have changed meanwhile is shown by ShowOvertaken().
   bool RunTold(const QString& title, std::string_view what,

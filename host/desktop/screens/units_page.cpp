@@ -146,6 +146,16 @@ void UnitsPage::ShowAgain(std::optional<std::int32_t> unitKey) {
   });
 }
 
+/// What an operation has left; told already.
+void UnitsPage::ShowSaved(std::optional<std::int32_t> unitKey) {
+  (void)LookBehind(tr("The units cannot be shown."), [&] {
+    chosen_ = unitKey;
+    ShowStored();
+  });
+  place().TellUnits();
+  place().TellChanged();
+}
+
 void UnitsPage::ShowStored() {
   auto entries = LastEntries(session());  // before what is shown: who changes that is told
   units_ = UnitSettingsList(session(), session().Units());
@@ -318,11 +328,9 @@ void UnitsPage::Save(OtherUnits others) {
     return;
   }
   const QString named = Named(changed.unit.key, changed.unit.name);
-  ShowAgain(changed.unit.key);
-  place().TellUnits();
   place().Tell(changed.unchanged ? tr("%1 is stored so already.").arg(named)
                                  : tr("Saved: %1.").arg(named));
-  place().TellChanged();
+  ShowSaved(changed.unit.key);
 }
 
 void UnitsPage::Delete() {
@@ -344,10 +352,8 @@ void UnitsPage::Delete() {
   if (!done) {
     return;
   }
-  ShowAgain({});
-  place().TellUnits();
   place().Tell(tr("Deleted: %1.").arg(named));
-  place().TellChanged();
+  ShowSaved({});
 }
 
 }  // namespace qorhost

@@ -36,6 +36,7 @@ class UnitsPage final : public EntryPage {
   void ConnectWidgets();
   void ShowStored();
   void ShowAgain(std::optional<std::int32_t> unitKey);
+  void ShowSaved(std::optional<std::int32_t> unitKey);
   void SelectChosen();
   void TakeSelection();
   void ShowChosen();
