@@ -82,9 +82,9 @@ std::vector<UnitToDelete> UnitsToDelete(CommandSession& session,
 /// Asks once, about all of them that are not empty.
 void RequireConsentTo(const std::vector<UnitToDelete>& units, CommandSession& session) {
   std::vector<std::string> filled;
-  for (const auto& [unit, contents] : units) {
-    if (contents.any()) {
-      filled.push_back(fmt::format("{} has {}", NameOf(unit), contents.Text()));
+  for (const UnitToDelete& one : units) {
+    if (one.contents.any()) {
+      filled.push_back(fmt::format("{} has {}", NameOf(one.unit), one.contents.Text()));
     }
   }
   if (!filled.empty()) {
@@ -182,9 +182,10 @@ ExitStatus RunUnitDelete(const GlobalOptions& global, const UnitOptions& options
       units.size() == 1 ? qorcred::Value(units.front().unit.key) : qorcred::Value(qorcred::Null{});
   report.trial = options.trial;
   std::vector<std::string> deleted;
-  for (const auto& [unit, contents] : units) {
-    report.deleted.push_back({"unit", unit.key, unit.name});
-    deleted.push_back(NameOf(unit) + (contents.any() ? " with " + contents.Text() : ""));
+  for (const UnitToDelete& one : units) {
+    report.deleted.push_back({"unit", one.unit.key, one.unit.name});
+    deleted.push_back(NameOf(one.unit) +
+                      (one.contents.any() ? " with " + one.contents.Text() : ""));
   }
   const UnitContents all = ContentsOf(units);
   report.facts.Add("tenants", CountCell(all.tenants))

@@ -1,11 +1,13 @@
 #include "host/desks/desk_work.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "frame/convert.h"
 #include "frame/text.h"
 #include "host/desks/message_rules.h"
+#include "host/desks/seen_row.h"
 #include "host/store/store_error.h"
 
 namespace qorhost {
@@ -113,14 +115,6 @@ bool HoldTheSame(const ShownState::ReadRows& one, const ShownState::ReadRows& ot
 bool DifferInDateOnly(const ShownState::ReadRows& now, const ShownState::ReadRows& then) {
   const auto date = ColumnOf(now.columns, "LASTMODIFIEDDATE");
   return date && HoldTheSame(now, then, date);
-}
-
-bool IsOfRows(const RowChange& change, std::string_view table,
-              const std::vector<std::int32_t>& rids) {
-  return qorcred::CompareIgnoringCase(change.table, table) == 0 &&
-         std::any_of(rids.begin(), rids.end(), [&change](std::int32_t rid) {
-           return change.rid <= rid && rid <= change.lastRid;
-         });
 }
 
 Outcome StaleBy(const ShownState& shown, const ShownState::Difference& difference) {
@@ -242,18 +236,8 @@ std::optional<ShownState::Difference> ShownState::WhatDiffers() const {
 }
 
 std::vector<WorkEntry> ShownState::ChangesBehind(const Difference& difference) const {
-  AuditLog& audit = session_.sql().audit();
-  std::vector<WorkEntry> all = audit.After(version_.entry, unitKey_);
-  std::vector<WorkEntry> those;
-  for (const WorkEntry& entry : all) {
-    const std::vector<RowChange> changes = audit.RowsOf(entry.entry);
-    if (std::any_of(changes.begin(), changes.end(), [&difference](const RowChange& change) {
-          return IsOfRows(change, difference.table, difference.rids);
-        })) {
-      those.push_back(entry);
-    }
-  }
-  return those.empty() ? all : those;
+  const std::array rows{RowsOfTable{difference.table, difference.rids}};
+  return qorhost::ChangesBehind(session_, version_.entry, unitKey_, rows);
 }
 
 Outcome RunAsWork(DeskSession& session, ShownState& shown, const DeskOperation& operation) {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -80,6 +81,28 @@ std::string ReadName(const std::string& given, const std::vector<Door>& doors, s
   return name;
 }
 
+/// A row of DoorList(); of a door that is not there none.
+std::vector<qorcred::Value> CellsOf(const std::vector<Door>& doors, std::size_t at) {
+  if (at >= doors.size()) {
+    return {};
+  }
+  return {static_cast<std::int32_t>(at + 1), doors[at].name};
+}
+
+std::optional<Outcome> FindOvertaken(DeskSession& session, std::int32_t unitKey,
+                                     const std::vector<Door>& doors,
+                                     const std::optional<SeenRow>& seen) {
+  if (!seen) {
+    return std::nullopt;
+  }
+  const auto at = static_cast<std::size_t>(qorcred::ToLong(seen->cells.front()) - 1);
+  RowsOfTable row{"DOORS", {}};
+  if (at < doors.size()) {
+    row.rids.push_back(doors[at].rid);
+  }
+  return qorhost::FindOvertaken(session, unitKey, seen, CellsOf(doors, at), std::span(&row, 1));
+}
+
 }  // namespace
 
 std::vector<std::string> DoorNames(DeskSession& session, std::int32_t unitKey) {
@@ -90,13 +113,26 @@ std::vector<std::string> DoorNames(DeskSession& session, std::int32_t unitKey) {
   return names;
 }
 
+List DoorList(DeskSession& session, std::int32_t unitKey) {
+  List list;
+  list.fields = {{"Door", "door", FieldKind::kNumber}, {"Name", "name"}};
+  const std::vector<Door> doors = DoorsOf(session, unitKey);
+  for (std::size_t at = 0; at < doors.size(); ++at) {
+    list.rows.push_back(CellsOf(doors, at));
+  }
+  return list;
+}
+
 ChangedDoor RenameDoor(DeskSession& session, std::int32_t unitKey, std::string_view door,
-                       const std::string& name, Trial trial) {
+                       const std::string& name, Trial trial, const std::optional<SeenRow>& seen) {
   OwnWork work(session, {unitKey}, fmt::format("rename door {} to {}", door, name));
   const std::vector<Door> doors = DoorsOf(session, unitKey);
+  if (const auto overtaken = FindOvertaken(session, unitKey, doors, seen)) {
+    return {*overtaken, 0, "", ""};
+  }
   const std::size_t at = Find(doors, door);
-  ChangedDoor changed{static_cast<std::int32_t>(at + 1), doors[at].name, ReadName(name, doors, at),
-                      false};
+  ChangedDoor changed{
+      {}, static_cast<std::int32_t>(at + 1), doors[at].name, ReadName(name, doors, at)};
   const std::array fields{Field{"DOORNAME", qorcred::Value(changed.name)}};
   changed.unchanged =
       WriteChanged(session, "DOORS", fmt::format("UNITKEY={} AND RID={}", unitKey, doors[at].rid),

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <span>
 
 #include "frame/convert.h"
 #include "frame/schedules.h"
@@ -24,6 +25,7 @@ namespace {
 
 namespace input = schedule_input;
 
+constexpr std::size_t kIdInList = 1;  // the column
 constexpr std::int32_t kFirstOwn = qorcred::kFullAccess.id + 1;
 
 struct Schedule {
@@ -187,6 +189,24 @@ std::string RowOf(std::int32_t unitKey, const Schedule& schedule) {
   return fmt::format("UnitKey={} AND RID={}", unitKey, schedule.rid);
 }
 
+/// A schedule is the same one as long as it has its id.
+std::optional<Outcome> FindOvertaken(DeskSession& session, std::int32_t unitKey,
+                                     const std::vector<Schedule>& schedules,
+                                     const std::optional<SeenRow>& seen) {
+  if (!seen) {
+    return std::nullopt;
+  }
+  RowsOfTable row{"Schedules", {}};
+  std::vector<qorcred::Value> now;
+  for (const Schedule& schedule : schedules) {
+    if (!schedule.deleted && schedule.id == qorcred::ToLong(seen->cells.at(kIdInList))) {
+      row.rids.push_back(schedule.rid);
+      now = {unitKey, schedule.id, schedule.name};
+    }
+  }
+  return qorhost::FindOvertaken(session, unitKey, seen, now, std::span(&row, 1));
+}
+
 }  // namespace
 
 bool IsOfEveryUnit(std::int32_t scheduleId) {
@@ -218,7 +238,7 @@ ChangedSchedule AddSchedule(DeskSession& session, std::int32_t unitKey, const st
                             const std::optional<std::string>& id, Trial trial) {
   OwnWork work(session, {unitKey}, "add schedule " + name);
   const std::vector<Schedule> schedules = SchedulesOf(session, unitKey);
-  ChangedSchedule added{IdOfNew(schedules, id), "", ReadName(name, schedules, std::nullopt), false};
+  ChangedSchedule added{{}, IdOfNew(schedules, id), "", ReadName(name, schedules, std::nullopt)};
   const std::array fields{Field{"ScheduleID", added.id}, Field{"ScheduleName", added.name},
                           Field{"UnitKey", unitKey}};
   session.sql().AddRow("Schedules", fields);
@@ -227,11 +247,15 @@ ChangedSchedule AddSchedule(DeskSession& session, std::int32_t unitKey, const st
 }
 
 ChangedSchedule RenameSchedule(DeskSession& session, std::int32_t unitKey,
-                               std::string_view schedule, const std::string& name, Trial trial) {
+                               std::string_view schedule, const std::string& name, Trial trial,
+                               const std::optional<SeenRow>& seen) {
   OwnWork work(session, {unitKey}, fmt::format("rename schedule {} to {}", schedule, name));
   const std::vector<Schedule> schedules = SchedulesOf(session, unitKey);
+  if (const auto overtaken = FindOvertaken(session, unitKey, schedules, seen)) {
+    return {*overtaken, 0, "", ""};
+  }
   const Schedule& meant = FindOwn(schedules, schedule);
-  ChangedSchedule renamed{meant.id, meant.name, ReadName(name, schedules, meant.id), false};
+  ChangedSchedule renamed{{}, meant.id, meant.name, ReadName(name, schedules, meant.id)};
   const std::array fields{Field{"ScheduleName", qorcred::Value(renamed.name)}};
   renamed.unchanged = WriteChanged(session, "Schedules", RowOf(unitKey, meant), fields) == 0;
   work.End(trial);
@@ -239,9 +263,13 @@ ChangedSchedule RenameSchedule(DeskSession& session, std::int32_t unitKey,
 }
 
 ChangedSchedule DeleteSchedule(DeskSession& session, std::int32_t unitKey,
-                               std::string_view schedule, Trial trial) {
+                               std::string_view schedule, Trial trial,
+                               const std::optional<SeenRow>& seen) {
   OwnWork work(session, {unitKey}, fmt::format("delete schedule {}", schedule));
   const std::vector<Schedule> schedules = SchedulesOf(session, unitKey);
+  if (const auto overtaken = FindOvertaken(session, unitKey, schedules, seen)) {
+    return {*overtaken, 0, "", ""};
+  }
   const Schedule& meant = FindOwn(schedules, schedule);
   if (const std::string places = Places(session, unitKey, meant.id); !places.empty()) {
     throw RefusedError(fmt::format(
@@ -251,7 +279,7 @@ ChangedSchedule DeleteSchedule(DeskSession& session, std::int32_t unitKey,
   (void)session.sql().Change("DELETE FROM Schedules WHERE " + RowOf(unitKey, meant),
                              dialect::StatementKind::kDelete);
   work.End(trial);
-  return {meant.id, meant.name, "", false};
+  return {{}, meant.id, meant.name, ""};
 }
 
 std::vector<ChangedSchedule> DeleteSchedules(DeskSession& session, std::int32_t unitKey,

@@ -164,27 +164,31 @@ void WriteStep(std::ostream& out, DeskSession& session, const ProgramStep& step)
   PrintJsonObject(out, members);
 }
 
+bool Waits(const std::vector<ProgramStep>& waiting, const std::string& given) {
+  const auto rid = WholeNumber(given);
+  return rid && std::any_of(waiting.begin(), waiting.end(),
+                            [&rid](const ProgramStep& step) { return step.rid == *rid; });
+}
+
 /// A step that waits. Raises InputFault when it does not.
 std::int32_t Waiting(const std::vector<ProgramStep>& waiting, std::string_view field,
                      const std::string& given) {
-  const auto rid = WholeNumber(given);
-  const bool waits =
-      rid && std::any_of(waiting.begin(), waiting.end(),
-                         [&rid](const ProgramStep& step) { return step.rid == *rid; });
-  if (!waits) {
+  if (!Waits(waiting, given)) {
     throw InputFault(field, given,
                      "no step '{value}' waits for the unit: what was changed again since it was "
                      "handed over waits at a later place",
                      InputFault::Kind::kSeeList);
   }
-  return *rid;
+  return static_cast<std::int32_t>(*WholeNumber(given));
 }
 
 std::set<std::int32_t> StepsMeant(const std::vector<ProgramStep>& waiting,
                                   const StepChoice& choice) {
   std::set<std::int32_t> meant;
   for (const std::string& step : choice.steps) {
-    meant.insert(Waiting(waiting, step_input::kStep, step));
+    if (choice.unknown == UnknownSteps::kRefused || Waits(waiting, step)) {
+      meant.insert(Waiting(waiting, step_input::kStep, step));
+    }
   }
   if (!choice.steps.empty()) {
     return meant;

@@ -57,16 +57,21 @@ struct SentSteps {
   std::size_t codes = 0;  ///< directory codes that are as the unit has them now
 };
 
+/// What becomes of a step that is named and does not wait: it was marked meanwhile, or queued anew
+/// behind a further change, of which the unit is to be told.
+enum class UnknownSteps : bool { kRefused, kLeftOut };
+
 /// Which of the steps that wait for a unit; without either all of them.
 struct StepChoice {
-  std::vector<std::string> steps;   ///< these
-  std::optional<std::string> upTo;  ///< else all up to this one
+  std::vector<std::string> steps;                 ///< these
+  std::optional<std::string> upTo = {};           ///< else all up to this one
+  UnknownSteps unknown = UnknownSteps::kRefused;  ///< among `steps`
 };
 
 /// Marks steps that wait for the unit as sent. A directory code that was programmed or changed by
 /// them stands in the unit under its present number, and is as the unit has it unless another of
 /// its steps waits still. One unit of work; of a trial nothing is stored. Raises InputFault when
-/// one that is named is no step that waits for the unit.
+/// one that is named is no step that waits for the unit and is not left out.
 [[nodiscard]] SentSteps MarkSent(DeskSession& session, std::int32_t unitKey,
                                  const StepChoice& choice, Trial trial);
 

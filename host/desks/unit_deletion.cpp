@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "host/desks/desk_error.h"
 #include "host/desks/own_work.h"
 #include "host/desks/stored_row.h"
+#include "host/desks/unit_desk.h"
 #include "host/desks/words.h"
 
 namespace qorhost {
@@ -78,7 +80,7 @@ UnitContents ContentsOf(const std::vector<UnitToDelete>& units) {
   return all;
 }
 
-void DeleteUnits(DeskSession& session, const std::vector<UnitToDelete>& units, Trial trial) {
+Outcome DeleteUnits(DeskSession& session, const std::vector<UnitToDelete>& units, Trial trial) {
   std::vector<std::int32_t> keys;
   for (const UnitToDelete& one : units) {
     keys.push_back(one.unit.key);
@@ -87,9 +89,13 @@ void DeleteUnits(DeskSession& session, const std::vector<UnitToDelete>& units, T
       session, keys,
       fmt::format("delete {} {}", keys.size() == 1 ? "unit" : "units", fmt::join(keys, ", ")));
   for (const UnitToDelete& one : units) {
+    if (auto overtaken = FindUnitOvertaken(session, one.unit.key, one.seen)) {
+      return *std::move(overtaken);
+    }
     DeleteOne(session, one);
   }
   work.End(trial);
+  return {};
 }
 
 }  // namespace qorhost

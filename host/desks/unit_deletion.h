@@ -3,9 +3,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "host/desks/outcome.h"
+#include "host/desks/seen_row.h"
 #include "host/desks/session.h"
 #include "host/desks/trial.h"
 
@@ -35,6 +38,7 @@ struct UnitContents {
 struct UnitToDelete {
   UnitName unit;
   UnitContents contents;
+  std::optional<SeenRow> seen = std::nullopt;  ///< in UnitSettingsList()
 };
 
 /// The units, each once, with what is in them.
@@ -44,7 +48,8 @@ struct UnitToDelete {
 [[nodiscard]] UnitContents ContentsOf(const std::vector<UnitToDelete>& units);
 
 /// Deletes units with all that is in them as one unit of work: all or none. Raises RefusedError
-/// when there is something else in one of them by now, or it is gone.
-void DeleteUnits(DeskSession& session, const std::vector<UnitToDelete>& units, Trial trial);
+/// when there is something else in one of them by now, or it is gone; of one that was seen with
+/// other settings the deletion is stale.
+Outcome DeleteUnits(DeskSession& session, const std::vector<UnitToDelete>& units, Trial trial);
 
 }  // namespace qorhost

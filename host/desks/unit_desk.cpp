@@ -36,6 +36,15 @@ std::string OfUnit(std::int32_t unitKey) {
   return fmt::format("UnitKey={}", unitKey);
 }
 
+std::string TypeIn(DeskSession& session, std::int32_t unitKey) {
+  return qorcred::TextOrEmpty(session.sql().Scalar(
+      fmt::format("SELECT UNITTYPE FROM UnitSettings WHERE {}", OfUnit(unitKey))));
+}
+
+std::string OfType(std::string_view type) {
+  return "DESCRIPTION=" + LiteralOf(Value(type));
+}
+
 std::string NameWithKey(std::int32_t key, std::string_view name) {
   return name.empty() ? fmt::format("unit {}", key) : fmt::format("unit {}, {}", key, name);
 }
@@ -140,9 +149,8 @@ class UnitWriting {
 
  private:
   std::size_t WriteType(const UnitEntry& entry) {
-    const std::string former = qorcred::TextOrEmpty(session_.sql().Scalar(
-        fmt::format("SELECT UNITTYPE FROM UnitSettings WHERE {}", OfUnit(unitKey_))));
-    const std::string type = entry.type ? NonEmpty(input::kType, *entry.type) : former;
+    const std::string type =
+        entry.type ? NonEmpty(input::kType, *entry.type) : TypeIn(session_, unitKey_);
     if (type.empty()) {
       throw InputFault(input::kCapacity, *entry.capacity,
                        "{field} is that of a type, and the unit has none: give {type} as well");
@@ -155,7 +163,7 @@ class UnitWriting {
   }
 
   std::size_t WriteCapacity(const std::string& type, const UnitEntry& entry) {
-    const std::string ofType = "DESCRIPTION=" + LiteralOf(Value(type));
+    const std::string ofType = OfType(type);
     const bool isKnown = RowsWhere(session_, "UNITTYPES", ofType) > 0;
     if (!entry.capacity) {
       if (!isKnown) {
@@ -284,6 +292,16 @@ std::string NameOfUnit(DeskSession& session, std::int32_t unitKey) {
       session.sql().Scalar(fmt::format("SELECT UnitName FROM Units WHERE {}", OfUnit(unitKey))));
 }
 
+RowsOfTable RidsIn(DeskSession& session, std::string_view table, const std::string& condition) {
+  RowsOfTable rows{table, {}};
+  const QueryResult found =
+      session.sql().Select(fmt::format("SELECT RID FROM {} WHERE {}", table, condition));
+  for (const ResultRow row : found.rows()) {
+    rows.rids.push_back(qorcred::ToLong(row[0]));
+  }
+  return rows;
+}
+
 void RequireUnit(DeskSession& session, std::int32_t unitKey) {
   if (RowsWhere(session, "Units", OfUnit(unitKey)) == 0) {
     throw RefusedError(fmt::format("there is no unit {} any more", unitKey));
@@ -307,26 +325,30 @@ ChangedUnit AddUnit(DeskSession& session, const std::optional<std::string>& key,
   const std::int32_t unitKey = KeyOfNew(session, key);
   AddSurroundings(session, unitKey);
   UnitWriting(session, unitKey, others).Write(entry);
-  ChangedUnit added{{unitKey, NameOfUnit(session, unitKey)}, false};
+  ChangedUnit added{{}, {unitKey, NameOfUnit(session, unitKey)}};
   work.End(trial);
   return added;
 }
 
 ChangedUnit EditUnit(DeskSession& session, std::int32_t unitKey, const UnitEntry& entry,
-                     OtherUnits others, Trial trial) {
+                     OtherUnits others, Trial trial, const std::optional<SeenRow>& seen) {
   // A capacity is that of other units, too.
   std::vector<std::int32_t> units;
   if (!entry.capacity) {
     units.push_back(unitKey);
   }
   OwnWork work(session, std::move(units), fmt::format("edit unit {}", unitKey));
+  if (const auto overtaken = FindUnitOvertaken(session, unitKey, seen)) {
+    return {*overtaken, {unitKey, ""}};
+  }
   RequireUnit(session, unitKey);
   const bool hadSettings = RowsWhere(session, "UnitSettings", OfUnit(unitKey)) > 0;
   if (!hadSettings) {
     AddSettings(session, unitKey);
   }
   const std::size_t changed = UnitWriting(session, unitKey, others).Write(entry);
-  ChangedUnit edited{{unitKey, NameOfUnit(session, unitKey)}, hadSettings && changed == 0};
+  ChangedUnit edited{{}, {unitKey, NameOfUnit(session, unitKey)}};
+  edited.unchanged = hadSettings && changed == 0;
   work.End(trial);
   return edited;
 }
@@ -388,6 +410,20 @@ List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units) 
     }
   }
   return list;
+}
+
+std::optional<Outcome> FindUnitOvertaken(DeskSession& session, std::int32_t unitKey,
+                                         const std::optional<SeenRow>& seen) {
+  if (!seen) {
+    return std::nullopt;
+  }
+  const std::array parts{RidsIn(session, "Units", OfUnit(unitKey)),
+                         RidsIn(session, "UnitSettings", OfUnit(unitKey)),
+                         RidsIn(session, "UNITTYPES", OfType(TypeIn(session, unitKey)))};
+  const bool isGone = parts.front().rids.empty();
+  const List now = UnitSettingsList(session, {{unitKey, NameOfUnit(session, unitKey)}});
+  return FindOvertaken(session, unitKey, seen, isGone ? std::vector<Value>() : now.rows.front(),
+                       parts);
 }
 
 }  // namespace qorhost

@@ -9,6 +9,8 @@
 
 #include "host/desks/desk_error.h"
 #include "host/desks/list.h"
+#include "host/desks/outcome.h"
+#include "host/desks/seen_row.h"
 #include "host/desks/session.h"
 #include "host/desks/trial.h"
 #include "host/desks/unit_fields.h"
@@ -43,9 +45,9 @@ class SharedType : public RefusedError {
 /// Whether the capacity of a type may be changed that other units have, too.
 enum class OtherUnits : bool { kAsked, kChanged };
 
-struct ChangedUnit {
+/// Done or stale.
+struct ChangedUnit : Outcome {
   UnitName unit;
-  bool unchanged = false;  ///< everything was stored so already
 };
 
 /// Makes a unit with what the controllers need of one: settings, four doors, the two fixed
@@ -56,9 +58,11 @@ struct ChangedUnit {
 
 /// Changes its name and settings; a unit without settings gets those of a new one first. Raises
 /// InputFault, SharedType, and RefusedError when what is stored does not fit: more codes than the
-/// capacity, longer codes than the digits.
+/// capacity, longer codes than the digits. Of a unit that was seen in UnitSettingsList() and is
+/// another one by now, or is gone, nothing is changed: it is stale.
 [[nodiscard]] ChangedUnit EditUnit(DeskSession& session, std::int32_t unitKey,
-                                   const UnitEntry& entry, OtherUnits others, Trial trial);
+                                   const UnitEntry& entry, OtherUnits others, Trial trial,
+                                   const std::optional<SeenRow>& seen = std::nullopt);
 
 /// The same of several units as one unit of work: all of them or none.
 [[nodiscard]] std::vector<ChangedUnit> EditUnits(DeskSession& session,
@@ -69,7 +73,11 @@ struct ChangedUnit {
 /// The types of units that are stored, in the order of their names.
 [[nodiscard]] std::vector<std::string> UnitTypes(DeskSession& session);
 
-/// The units with their settings.
+/// The units with their settings, a row for each; one that has none has its name alone.
 [[nodiscard]] List UnitSettingsList(DeskSession& session, const std::vector<UnitName>& units);
+
+/// How work on a unit ends that was seen otherwise than it is stored; see FindOvertaken().
+[[nodiscard]] std::optional<Outcome> FindUnitOvertaken(DeskSession& session, std::int32_t unitKey,
+                                                       const std::optional<SeenRow>& seen);
 
 }  // namespace qorhost

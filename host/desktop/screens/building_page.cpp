@@ -14,6 +14,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/table_finder.h"
 
 namespace qorhost {
 
@@ -29,16 +30,6 @@ constexpr std::size_t kName = 1;
 constexpr int kUnitOfSchedule = 0;
 constexpr std::size_t kScheduleNumber = 1;
 constexpr std::size_t kScheduleName = 2;
-
-List DoorsOf(DeskSession& session, std::int32_t unitKey) {
-  List list;
-  list.fields = {{"Door", "door", FieldKind::kNumber}, {"Name", "name"}};
-  std::int32_t door = 0;
-  for (const std::string& name : DoorNames(session, unitKey)) {
-    list.rows.push_back({++door, name});
-  }
-  return list;
-}
 
 /// The row in which the number stands; -1 for none.
 int RowWith(const ListTableModel& list, std::size_t column, std::optional<std::int32_t> number) {
@@ -59,6 +50,10 @@ std::optional<std::int32_t> ChosenIn(const QTableView& view, const ListTableMode
 
 QString NamedIn(const ListTableModel& list, int row, std::size_t column) {
   return row < 0 ? QString() : ToQt(qorcred::TextOrEmpty(list.Row(row)[column]));
+}
+
+std::optional<SeenRow> SeenIn(const ListTableModel& list, int row, std::int64_t entry) {
+  return row < 0 ? std::nullopt : std::optional(SeenRow{list.Row(row), entry});
 }
 
 void Select(QTableView& view, int row) {
@@ -94,6 +89,8 @@ void BuildingPage::ConnectWidgets() {
           [this] { SelectChosen(); });
   connect(ui_->schedules->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this,
           [this] { SelectChosen(); });
+  FindRowsBy(*ui_->findDoor, *ui_->doors);
+  FindRowsBy(*ui_->findSchedule, *ui_->schedules);
   for (QLineEdit* line : {ui_->doorName, ui_->scheduleName, ui_->scheduleId}) {
     connect(line, &QLineEdit::textEdited, this, [this, line] { NoteEdit(*line); });
   }
@@ -127,10 +124,38 @@ void BuildingPage::Refresh() {
   });
 }
 
+/// Others have changed the unit: it is shown as it is now, with the names that were entered.
+void BuildingPage::ShowOvertaken() {
+  const QString doorName = ui_->doorName->text();
+  const QString scheduleName = ui_->scheduleName->text();
+  const QString scheduleId = ui_->scheduleId->text();
+  const bool doorEntered = HasDoorEntry();
+  const bool scheduleEntered = HasScheduleEntry();
+  const bool wasNew = !schedule_;
+  (void)Look(tr("Doors and schedules cannot be shown."), [&] {
+    ShowDoors(door_);
+    ShowSchedules(schedule_);
+    if (doorEntered && door_) {
+      ui_->doorName->setText(doorName);
+    }
+    if (scheduleEntered && (schedule_ || wasNew)) {  // what was deleted has no use for it
+      ui_->scheduleName->setText(scheduleName);
+      ui_->scheduleId->setText(scheduleId);
+    }
+  });
+}
+
+/// Read before what is shown, so that whoever changes that is told with it.
+std::int64_t BuildingPage::LastEntry() {
+  return session().sql().work().VersionOf(place().unitKey()).entry;
+}
+
 void BuildingPage::ShowDoors(Number door) {
-  List list = DoorsOf(session(), place().unitKey());
+  const std::int64_t entry = LastEntry();
+  List list = DoorList(session(), place().unitKey());
   showing_ = true;
   doors_.Show(std::move(list));
+  entryOfDoors_ = entry;
   showing_ = false;
   FitColumns(*ui_->doors);
   door_ = door;
@@ -138,9 +163,11 @@ void BuildingPage::ShowDoors(Number door) {
 }
 
 void BuildingPage::ShowSchedules(Number schedule) {
+  const std::int64_t entry = LastEntry();
   List list = ScheduleList(session(), {UnitName{place().unitKey(), FromQt(place().unitName())}});
   showing_ = true;
   schedules_.Show(std::move(list));
+  entryOfSchedules_ = entry;
   showing_ = false;
   ui_->schedules->setColumnHidden(kUnitOfSchedule, true);
   FitColumns(*ui_->schedules);
@@ -160,6 +187,7 @@ void BuildingPage::ShowDoor() {
   if (row < 0) {
     door_.reset();
   }
+  seenDoor_ = SeenIn(doors_, row, entryOfDoors_);
   doorName_ = NamedIn(doors_, row, kName);
   ui_->doorName->setText(doorName_);
   ui_->groupDoor->setTitle(door_ ? tr("Door %1").arg(*door_) : tr("Door"));
@@ -175,6 +203,7 @@ void BuildingPage::ShowSchedule() {
   }
   const bool isNew = !schedule_;
   const bool isFixed = schedule_ && IsOfEveryUnit(*schedule_);
+  seenSchedule_ = SeenIn(schedules_, row, entryOfSchedules_);
   scheduleName_ = NamedIn(schedules_, row, kScheduleName);
   ui_->scheduleName->setText(scheduleName_);
   ui_->scheduleId->clear();
@@ -220,17 +249,18 @@ void BuildingPage::TakeSchedule() {
 void BuildingPage::RenameChosenDoor() {
   fields_ = kDoorFields;
   ChangedDoor changed;
-  const bool ran = Run(tr("Renaming the door"), [&] {
+  const bool done = RunTold(tr("Renaming the door"), "door", [&] {
     changed = RenameDoor(session(), place().unitKey(), std::to_string(*door_),
-                         FromQt(ui_->doorName->text()), Trial::kNo);
+                         FromQt(ui_->doorName->text()), Trial::kNo, seenDoor_);
+    return WithoutFacts(changed);
   });
-  if (!ran) {
+  if (!done) {
     return;
   }
-  (void)Look(tr("The doors cannot be shown."), [&] { ShowDoors(changed.door); });
   const QString name = ToQt(changed.name);
   place().Tell(changed.unchanged ? tr("Door %1 is called %2 already.").arg(changed.door).arg(name)
                                  : tr("Door %1 is called %2 now.").arg(changed.door).arg(name));
+  (void)LookBehind(tr("The doors cannot be shown."), [&] { ShowDoors(changed.door); });
   place().TellChanged();
 }
 
@@ -239,19 +269,20 @@ void BuildingPage::SaveSchedule() {
   const std::string name = FromQt(ui_->scheduleName->text());
   const std::string id = FromQt(ui_->scheduleId->text().trimmed());
   ChangedSchedule changed;
-  const bool ran = Run(tr("Saving the schedule"), [&] {
+  const bool done = RunTold(tr("Saving the schedule"), "schedule", [&] {
     changed = schedule_ ? RenameSchedule(session(), place().unitKey(), std::to_string(*schedule_),
-                                         name, Trial::kNo)
+                                         name, Trial::kNo, seenSchedule_)
                         : AddSchedule(session(), place().unitKey(), name,
                                       id.empty() ? std::nullopt : std::optional(id), Trial::kNo);
+    return WithoutFacts(changed);
   });
-  if (!ran) {
+  if (!done) {
     return;
   }
-  (void)Look(tr("The schedules cannot be shown."), [&] { ShowSchedules(changed.id); });
   const QString named = tr("%1, %2").arg(changed.id).arg(ToQt(changed.name));
   place().Tell(changed.unchanged ? tr("Schedule %1 is stored so already.").arg(named)
                                  : tr("Saved schedule %1.").arg(named));
+  (void)LookBehind(tr("The schedules cannot be shown."), [&] { ShowSchedules(changed.id); });
   place().TellChanged();
 }
 
@@ -261,14 +292,15 @@ void BuildingPage::DeleteChosenSchedule() {
     return;
   }
   fields_ = {};
-  const bool ran = Run(tr("The schedule cannot be deleted."), [&] {
-    (void)DeleteSchedule(session(), place().unitKey(), std::to_string(*schedule_), Trial::kNo);
+  const bool done = RunTold(tr("Deleting the schedule"), "schedule", [&] {
+    return WithoutFacts(DeleteSchedule(session(), place().unitKey(), std::to_string(*schedule_),
+                                       Trial::kNo, seenSchedule_));
   });
-  if (!ran) {
+  if (!done) {
     return;
   }
-  (void)Look(tr("The schedules cannot be shown."), [&] { ShowSchedules({}); });
   place().Tell(tr("Deleted schedule %1.").arg(named));
+  (void)LookBehind(tr("The schedules cannot be shown."), [&] { ShowSchedules({}); });
   place().TellChanged();
 }
 

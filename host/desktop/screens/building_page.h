@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "host/desks/seen_row.h"
 #include "host/desktop/screens/entry_page.h"
 #include "host/desktop/screens/list_table_model.h"
 
@@ -29,6 +30,7 @@ class BuildingPage final : public EntryPage {
 
  protected:
   [[nodiscard]] std::span<const FieldWidget> Fields() const override { return fields_; }
+  void ShowOvertaken() override;
 
  private:
   using Number = std::optional<std::int32_t>;
@@ -38,6 +40,7 @@ class BuildingPage final : public EntryPage {
   [[nodiscard]] bool HasScheduleEntry() const;
   void ShowDoors(Number door);
   void ShowSchedules(Number schedule);
+  [[nodiscard]] std::int64_t LastEntry();
   void SelectChosen();
   void ShowDoor();
   void ShowSchedule();
@@ -54,6 +57,10 @@ class BuildingPage final : public EntryPage {
   Number schedule_;   // none: a new one is entered
   QString doorName_;  // as the line showed it
   QString scheduleName_;
+  std::optional<SeenRow> seenDoor_;  // of what is chosen, as it is shown
+  std::optional<SeenRow> seenSchedule_;
+  std::int64_t entryOfDoors_ = 0;  // of the unit's audit, when they were shown
+  std::int64_t entryOfSchedules_ = 0;
   std::span<const FieldWidget> fields_;  // of the list that is worked on
   bool showing_ = false;                 // what changes in the lists is no choice
 };

@@ -85,7 +85,7 @@ void CredentialPage::ConnectWidgets() {
   for (QRadioButton* howMany : {ui_->oneCredential, ui_->severalCredentials}) {
     connect(howMany, &QRadioButton::toggled, this, [this] { ShowMode(); });
   }
-  new ListFinder(
+  FindEntriesBy(
       *ui_->findCredential, [this]() -> const ListModel& { return desk_->credentials(); },
       [this](std::int32_t index) {
         ChooseCredential(index);
@@ -162,18 +162,13 @@ void CredentialPage::Save() {
 void CredentialPage::SaveNew() {
   const NewCredentials entry = TypedCredentials(*desk_, ui_->severalCredentials->isChecked());
   IssuedCredentials issued;
-  const bool ran = Run(tr("Saving credentials"), [&] {
+  const bool done = RunTold(tr("Saving credentials"), "unit", desk_->screen(), [&] {
     desk_->screen().ClearFocus();
     EnterCredentials(*desk_, entry);
     issued = desk_->SaveNew(place().runner().progress());
+    return WithoutFacts(issued);
   });
-  if (!ran) {
-    return;
-  }
-  if (!Tell(issued, "unit", desk_->screen())) {
-    if (issued.ending == Ending::kStale) {
-      ShowWithEntry();
-    }
+  if (!done) {
     return;
   }
   SetEntered(false);
@@ -183,6 +178,10 @@ void CredentialPage::SaveNew() {
     ShowRow(issued.lastRid);
   });
   place().TellChanged();
+}
+
+void CredentialPage::ShowOvertaken() {
+  HasEntries() ? ShowWithEntry() : Refresh();
 }
 
 /// Others have changed the unit: it is shown as it is now, with what was entered.
@@ -218,20 +217,15 @@ bool CredentialPage::ConsentsToLosses() {
 void CredentialPage::SaveEdited() {
   ChangedCredential changed;
   bool refused = false;
-  const bool ran = Run(tr("Saving the credential"), [&] {
+  const bool done = RunTold(tr("Saving the credential"), "credential", desk_->screen(), [&] {
     desk_->screen().ClearFocus();
     refused = !ConsentsToLosses();
     if (!refused) {
       changed = desk_->SaveEdited();
     }
+    return WithoutFacts(changed);
   });
-  if (!ran || refused) {
-    return;
-  }
-  if (!Tell(changed, "credential", desk_->screen())) {
-    if (changed.ending == Ending::kStale) {
-      ShowWithEntry();
-    }
+  if (!done || refused) {
     return;
   }
   SetEntered(false);
@@ -253,17 +247,11 @@ void CredentialPage::Renumber() {
   if (!given) {
     return;
   }
-  ChangedCredential changed;
-  const bool ran = Run(tr("Renumbering the credential"), [&] {
-    changed = desk_->Renumber(CredentialNumber(FromQt(number.trimmed())));
+  SetEntered(false);  // it was left before
+  const bool done = RunTold(tr("Renumbering the credential"), "credential", [&] {
+    return WithoutFacts(desk_->Renumber(CredentialNumber(FromQt(number.trimmed()))));
   });
-  if (!ran) {
-    return;
-  }
-  if (!Tell(changed, "credential")) {
-    if (changed.ending == Ending::kStale) {
-      Refresh();  // what was entered was left before
-    }
+  if (!done) {
     return;
   }
   place().Tell(tr("%1 has the number %2 now.").arg(ToQt(shown.entry), number.trimmed()));
@@ -280,15 +268,9 @@ void CredentialPage::Delete() {
   if (shown.tenant.empty() && !AskToGoOn(this, tr("Delete %1?").arg(ToQt(shown.entry)))) {
     return;
   }
-  Outcome deleted;
-  const bool ran = Run(tr("Deleting the credential"), [&] { deleted = desk_->Delete(); });
-  if (!ran) {
-    return;
-  }
-  if (!Tell(deleted, "credential")) {
-    if (deleted.ending == Ending::kStale) {
-      HasEntries() ? ShowWithEntry() : Refresh();
-    }
+  const bool done =
+      RunTold(tr("Deleting the credential"), "credential", [&] { return desk_->Delete(); });
+  if (!done) {
     return;
   }
   place().Tell(tr("Deleted %1.").arg(ToQt(shown.entry)));

@@ -39,6 +39,7 @@ class CredentialPage final : public EntryPage {
   void Save();
   void SaveNew();
   void SaveEdited();
+  void ShowOvertaken() override;
   void ShowWithEntry();
   void Renumber();
   void Delete();

@@ -81,7 +81,7 @@ void DirCodePage::ConnectWidgets() {
   });
   connect(ui_->renumberButton, &QPushButton::clicked, this, [this] { Renumber(); });
   connect(ui_->deleteButton, &QPushButton::clicked, this, [this] { Delete(); });
-  new ListFinder(
+  FindEntriesBy(
       *ui_->findCode, [this]() -> const ListModel& { return desk_->codes(); },
       [this](std::int32_t index) {
         ChooseCode(index);
@@ -152,19 +152,16 @@ void DirCodePage::Save() {
   isNew() ? SaveNew() : SaveEdited();
 }
 
-/// Whether it was done. When others were faster, the unit is shown as it is now, with the entry.
-bool DirCodePage::ShowsAgain(const Outcome& outcome) {
-  if (Tell(outcome, "directory code", desk_->screen())) {
+/// Whether it was done: then nothing is entered any more.
+bool DirCodePage::RunOnCode(const QString& title, const std::function<Outcome()>& operation) {
+  const bool done = RunTold(title, "directory code", desk_->screen(), operation);
+  if (done) {
     SetEntered(false);
-    return true;
   }
-  if (outcome.ending == Ending::kStale) {
-    ShowWithEntry();
-  }
-  return false;
+  return done;
 }
 
-void DirCodePage::ShowWithEntry() {
+void DirCodePage::ShowOvertaken() {
   const bool fresh = isNew();
   const std::int32_t rid = desk_->Shown().rid;
   const KeptEntry entry(desk_->screen(), kEntered);
@@ -189,12 +186,13 @@ void DirCodePage::ShowWithEntry() {
 
 void DirCodePage::SaveNew() {
   AddedDirCode added;
-  const bool ran = Run(tr("Saving the directory code"), [&] {
+  const bool done = RunOnCode(tr("Saving the directory code"), [&] {
     desk_->screen().ClearFocus();
     CheckTypedCode(*desk_);
     added = desk_->AddCode();
+    return WithoutFacts(added);
   });
-  if (!ran || !ShowsAgain(added)) {
+  if (!done) {
     return;
   }
   place().Tell(tr("Saved directory code %1.").arg(ToQt(added.number)));
@@ -205,12 +203,13 @@ void DirCodePage::SaveNew() {
 void DirCodePage::SaveEdited() {
   const ShownDirCode shown = desk_->Shown();
   Outcome saved;
-  const bool ran = Run(tr("Saving the directory code"), [&] {
+  const bool done = RunOnCode(tr("Saving the directory code"), [&] {
     desk_->screen().ClearFocus();
     CheckTypedChange(*desk_);
     saved = desk_->SaveEdited();
+    return WithoutFacts(saved);
   });
-  if (!ran || !ShowsAgain(saved)) {
+  if (!done) {
     return;
   }
   place().Tell(saved.unchanged ? tr("%1 is stored so already.").arg(ToQt(shown.entry))
@@ -231,13 +230,11 @@ void DirCodePage::Renumber() {
   if (!given) {
     return;
   }
-  Outcome renumbered;
-  const bool ran = Run(tr("Renumbering the directory code"), [&] {
+  const bool done = RunOnCode(tr("Renumbering the directory code"), [&] {
     (void)desk_->Select(RowName(shown.rid));
     desk_->TypeCode(FromQt(number.trimmed()));
-    renumbered = desk_->Renumber();
+    return WithoutFacts(desk_->Renumber());
   });
-  const bool done = ran && ShowsAgain(renumbered);
   if (done) {
     place().Tell(tr("%1 is %2 now.").arg(ToQt(shown.entry), number.trimmed()));
     place().TellChanged();
@@ -252,9 +249,9 @@ void DirCodePage::Renumber() {
 
 void DirCodePage::Delete() {
   const ShownDirCode shown = desk_->Shown();
-  Outcome deleted;
-  const bool ran = Run(tr("Deleting the directory code"), [&] { deleted = desk_->Delete(); });
-  if (!ran || !ShowsAgain(deleted)) {
+  const bool done =
+      RunOnCode(tr("Deleting the directory code"), [&] { return WithoutFacts(desk_->Delete()); });
+  if (!done) {
     return;
   }
   place().Tell(tr("Deleted directory code %1.").arg(ToQt(shown.entry)));

@@ -40,8 +40,8 @@ class DirCodePage final : public EntryPage {
   void SaveEdited();
   void Renumber();
   void Delete();
-  void ShowWithEntry();
-  [[nodiscard]] bool ShowsAgain(const Outcome& outcome);
+  void ShowOvertaken() override;
+  bool RunOnCode(const QString& title, const std::function<Outcome()>& operation);
   [[nodiscard]] bool isNew();
 
   std::unique_ptr<Ui::DirCodePage> ui_;

@@ -11,6 +11,8 @@
 #include <numeric>
 #include <vector>
 
+#include "host/desktop/screens/table_finder.h"
+
 namespace qorhost {
 
 namespace {
@@ -195,6 +197,7 @@ void SetUp(QTableView& view, QAbstractItemModel& model) {
   view.verticalHeader()->hide();
   view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   KeepFit(view);
+  TypeAhead::Watch(view);
 }
 
 void KeepFit(QTableView& view) {

@@ -6,7 +6,7 @@
 
 namespace qorhost {
 
-/// Gives the view the model, and rows of one fixed height; keeps it fit.
+/// Gives the view the model, and rows of one fixed height; keeps it fit, and lets typing find rows.
 void SetUp(QTableView& view, QAbstractItemModel& model);
 /// Makes columns as wide as their titles and first rows need, and rows as high as the letters. For
 /// a view that is kept fit.

@@ -13,6 +13,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/typing_pause.h"
 #include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
@@ -46,7 +47,7 @@ HistoryPage::HistoryPage(Workplace& place)
                   HintOrNotFound(*ui_->findEntry, tr("Nothing was done in this unit yet.")));
   EmptyHint::Show(*ui_->rows,
                   [] { return tr("Choose an entry to see what it made of the rows."); });
-  connect(ui_->findEntry, &QLineEdit::textChanged, this, [this](const QString& text) {
+  NarrowBy(*ui_->findEntry, [this](const QString& text) {
     entries_.Narrow(text);
     (void)Look(tr("The entry cannot be shown."), [this] { ShowRows(); });
   });
@@ -97,16 +98,15 @@ void HistoryPage::Undo() {
     return;
   }
   Undoing undone;
-  place().Tell({});
-  const bool ran = Run(tr("The entry cannot be undone."), [&] {
+  const bool ran = Run(tr("Undoing the entry"), [&] {
     undone = UndoEntry(session(), entry, Trial::kNo);
     if (!undone.done()) {
       throw RefusedError(undone.reason);
     }
   });
   if (ran) {
-    Refresh();
     place().Tell(tr("Undone: %1.").arg(Told(DescriptionOf(undone.entries.front().entry))));
+    (void)LookBehind(tr("The history cannot be shown."), [this] { ShowEntries(); });
     place().TellChanged();
   }
 }

@@ -12,6 +12,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/typing_pause.h"
 #include "host/desktop/words/desk_words.h"
 #include "host/files/file_error.h"
 #include "host/files/input_file.h"
@@ -124,7 +125,7 @@ void ImportPage::ConnectTable() {
     rows_.Narrow(ui_->findRow->text(), ui_->wrongOnly->isChecked());
     ShowReason();
   };
-  connect(ui_->findRow, &QLineEdit::textChanged, this, narrow);
+  NarrowBy(*ui_->findRow, [narrow](const QString& /*text*/) { narrow(); });
   connect(ui_->wrongOnly, &QCheckBox::toggled, this, narrow);
   connect(ui_->nextButton, &QPushButton::clicked, this, [this] { GoToNextWrong(); });
   auto* next = new QShortcut(QKeySequence(Qt::Key_F8), this);

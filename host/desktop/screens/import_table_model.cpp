@@ -59,14 +59,13 @@ bool ImportTableModel::IsShown(std::size_t row) const {
   if (refusedOnly_ && (remark == nullptr || !remark->refused)) {
     return false;
   }
-  if (text_.empty()) {
-    return true;
-  }
-  QStringList cells;
-  for (std::size_t place = 0; place < sheet_->width(); ++place) {
-    cells.append(ToQt(sheet_->Cell(row, place)));
-  }
-  return text_.IsIn(cells);
+  return text_.Shows([&] {
+    QStringList cells;
+    for (std::size_t place = 0; place < sheet_->width(); ++place) {
+      cells.append(ToQt(sheet_->Cell(row, place)));
+    }
+    return cells;
+  });
 }
 
 QModelIndex ImportTableModel::NextWrong(const QModelIndex& behind) const {

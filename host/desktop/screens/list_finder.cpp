@@ -1,15 +1,13 @@
 #include "host/desktop/screens/list_finder.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/screens/typing_pause.h"
 #include "host/desktop/screens/wanted_text.h"
 
 namespace qorhost {
-
-namespace {
-constexpr int kPause = 200;  // milliseconds between the keys of somebody who types
-}
 
 std::int32_t FindEntryWith(const ListModel& list, const QString& text, std::int32_t start) {
   const std::int32_t count = list.count();
@@ -23,26 +21,19 @@ std::int32_t FindEntryWith(const ListModel& list, const QString& text, std::int3
   return ListModel::kNone;
 }
 
-ListFinder::ListFinder(QLineEdit& line, std::function<const ListModel&()> list,
-                       std::function<void(std::int32_t index)> choose)
-    : QObject(&line), line_(line), list_(std::move(list)), choose_(std::move(choose)) {
-  pause_.setSingleShot(true);
-  pause_.setInterval(kPause);
-  connect(&pause_, &QTimer::timeout, this, [this] { Find(false); });
-  connect(&line_, &QLineEdit::textEdited, this, [this] { pause_.start(); });
-  connect(&line_, &QLineEdit::returnPressed, this, [this] { Find(!pause_.isActive()); });
-}
-
-void ListFinder::Find(bool next) {
-  pause_.stop();
-  if (line_.text().isEmpty()) {
-    return;
-  }
-  const ListModel& list = list_();
-  const std::int32_t found = FindEntryWith(list, line_.text(), list.selected() + (next ? 1 : 0));
-  if (found != ListModel::kNone && found != list.selected()) {
-    choose_(found);
-  }
+void FindEntriesBy(QLineEdit& line, std::function<const ListModel&()> list,
+                   std::function<void(std::int32_t index)> choose) {
+  new TypingPause(line, [&line, list = std::move(list), choose = std::move(choose)](bool next) {
+    if (line.text().isEmpty()) {
+      return;
+    }
+    const ListModel& entries = list();
+    const std::int32_t found =
+        FindEntryWith(entries, line.text(), entries.selected() + (next ? 1 : 0));
+    if (found != ListModel::kNone && found != entries.selected()) {
+      choose(found);
+    }
+  });
 }
 
 }  // namespace qorhost

@@ -2,8 +2,6 @@
 #pragma once
 
 #include <QLineEdit>
-#include <QObject>
-#include <QTimer>
 #include <cstdint>
 #include <functional>
 
@@ -11,26 +9,15 @@
 
 namespace qorhost {
 
-/// Chooses the first entry with the text that was typed, in any letter case, a moment after the
-/// last key; Return goes on to the next one. Owned by the line; the list must outlive that.
-class ListFinder final : public QObject {
- public:
-  /// `list` gives the list to look in, `choose` is told of the entry that was found.
-  ListFinder(QLineEdit& line, std::function<const ListModel&()> list,
-             std::function<void(std::int32_t index)> choose);
-
- private:
-  void Find(bool next);
-
-  QLineEdit& line_;
-  std::function<const ListModel&()> list_;
-  std::function<void(std::int32_t index)> choose_;
-  QTimer pause_;
-};
-
 /// The place of the first entry from `start` on, and then from the beginning, that has the text in
 /// any letter case; ListModel::kNone without one.
 [[nodiscard]] std::int32_t FindEntryWith(const ListModel& list, const QString& text,
                                          std::int32_t start);
+
+/// Has the line choose the first entry with the text that was typed, in any letter case, at its
+/// pauses; Return goes on to the next one. `list` gives the list to look in, `choose` is told of
+/// the entry that was found. The list must outlive the line.
+void FindEntriesBy(QLineEdit& line, std::function<const ListModel&()> list,
+                   std::function<void(std::int32_t index)> choose);
 
 }  // namespace qorhost

@@ -10,13 +10,12 @@ namespace qorhost {
 
 namespace {
 
-bool Holds(const std::vector<ListField>& fields, const std::vector<qorcred::Value>& row,
-           const WantedText& text) {
-  QStringList cells;
+QStringList TextsOf(const std::vector<ListField>& fields, const std::vector<qorcred::Value>& row) {
+  QStringList texts;
   for (std::size_t at = 0; at < fields.size(); ++at) {
-    cells.append(ShownInList(fields[at], row.at(at)));
+    texts.append(ShownInList(fields[at], row.at(at)));
   }
-  return text.IsIn(cells);
+  return texts;
 }
 
 }  // namespace
@@ -53,10 +52,9 @@ void ListTableModel::ShowAsAsked() {
     query.sort = (downwards_ ? "-" : "") + all_.fields[static_cast<std::size_t>(sortedBy_)].key;
   }
   shown_ = Answer(all_, query);
-  if (!text_.empty()) {
-    std::erase_if(shown_.rows,
-                  [this](const auto& row) { return !Holds(shown_.fields, row, text_); });
-  }
+  std::erase_if(shown_.rows, [this](const auto& row) {
+    return !text_.Shows([&] { return TextsOf(shown_.fields, row); });
+  });
   endResetModel();
 }
 

@@ -13,6 +13,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/typing_pause.h"
 #include "host/desktop/words/desk_words.h"
 #include "host/files/input_file.h"
 
@@ -71,7 +72,7 @@ MergePage::~MergePage() = default;
 void MergePage::ConnectWidgets() {
   connect(ui_->chooseButton, &QPushButton::clicked, this, [this] { ChooseFile(); });
   connect(ui_->skipBadLines, &QCheckBox::clicked, this, [this] { CompareAgain(); });
-  connect(ui_->findDifference, &QLineEdit::textChanged, this, [this](const QString& text) {
+  NarrowBy(*ui_->findDifference, [this](const QString& text) {
     differences_.Narrow(text);
     ShowSides();
   });

@@ -58,11 +58,14 @@ void MergeTableModel::ShowAsAsked() {
   beginResetModel();
   shown_.clear();
   for (std::size_t step = 0; step < differences_.size(); ++step) {
-    QStringList cells;
-    for (int column = kAction; !text_.empty() && column < kMergeColumns; ++column) {
-      cells.append(TextAt(step, column));
-    }
-    if (text_.empty() || text_.IsIn(cells)) {
+    const auto cells = [&] {
+      QStringList texts;
+      for (int column = kAction; column < kMergeColumns; ++column) {
+        texts.append(TextAt(step, column));
+      }
+      return texts;
+    };
+    if (text_.Shows(cells)) {
       shown_.push_back(step);
     }
   }

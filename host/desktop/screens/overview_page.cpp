@@ -17,6 +17,7 @@
 #include "host/desks/unit_settings.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/table_finder.h"
 #include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
@@ -79,6 +80,7 @@ OverviewPage::OverviewPage(Workplace& place)
   ui_->expiring->verticalHeader()->hide();
   ui_->expiring->horizontalHeader()->setStretchLastSection(true);
   KeepFit(*ui_->expiring);
+  TypeAhead::Watch(*ui_->expiring);
   ShowStored();
 }
 

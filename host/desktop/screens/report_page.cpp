@@ -27,6 +27,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/table_finder.h"
 #include "host/desktop/words/list_words.h"
 #include "host/desktop/words/shown_word.h"
 #include "host/files/csv_writer.h"
@@ -120,6 +121,7 @@ void ReportPage::ConnectWidgets() {
       connect(line, &QLineEdit::returnPressed, this, [this] { ShowRows(); });
     }
   }
+  FindRowsBy(*ui_->findRow, *ui_->rows);
   connect(ui_->rows->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           [this] { ShowState(); });
 }
@@ -169,13 +171,14 @@ QString ReportPage::ShownCondition(std::size_t row) const {
 }
 
 /// Whether it was run; what went wrong is told.
-bool ReportPage::RunReport() {
+bool ReportPage::RunReport(Showing showing) {
   Outcome outcome;
-  const bool ran = Run(tr("The report cannot be shown."), [&] {
+  const auto run = [&] {
     TakeConditions();
     outcome = source_->Run();
-  });
-  if (!ran) {
+  };
+  const QString what = tr("The report cannot be shown.");
+  if (!(showing == Showing::kBehind ? RunBehind(what, run) : Run(what, run))) {
     return false;
   }
   if (outcome.ending == Ending::kFailed) {
@@ -186,8 +189,8 @@ bool ReportPage::RunReport() {
   return Tell(outcome, "unit");
 }
 
-void ReportPage::ShowRows() {
-  if (!RunReport()) {
+void ReportPage::ShowRows(Showing showing) {
+  if (!RunReport(showing)) {
     return;
   }
   rows_.Show(source_->Rows());
@@ -249,8 +252,7 @@ void ReportPage::Save(const QString& question, const QString& name,
   if (file.isEmpty()) {
     return;
   }
-  place().Tell({});
-  const bool ran = Run(tr("The report cannot be written."), [&] {
+  const bool ran = Run(tr("Writing the report"), [&] {
     WriteWholeFile(std::filesystem::path(FromQt(file)), Replacing(), write);
   });
   if (ran) {
@@ -298,8 +300,7 @@ void ReportPage::Print() {
   if (dialog.exec() != QDialog::Accepted) {
     return;
   }
-  place().Tell({});
-  const bool ran = Run(tr("The report cannot be printed."), [&] {
+  const bool ran = Run(tr("Printing the report"), [&] {
     const QString file = printer.outputFileName();
     file.isEmpty() ? PrintRows(printer) : PrintInto(printer, FromQt(file));
   });
@@ -328,21 +329,17 @@ void ReportPage::Delete() {
     return;
   }
   DeletedCredentials deleted;
-  const bool ran =
-      Run(tr("Deleting credentials"), [&] { deleted = source_->Delete(GivenRids(ChosenRids())); });
-  if (!ran) {
+  const bool done = RunTold(tr("Deleting credentials"), "credential", [&] {
+    deleted = source_->Delete(GivenRids(ChosenRids()));
+    return WithoutFacts(deleted);
+  });
+  if (!done) {
     return;
   }
-  if (!Tell(deleted, "credential")) {
-    if (deleted.ending == Ending::kStale) {
-      ShowRows();
-    }
-    return;
-  }
-  ShowRows();
   place().Tell(tr("Deleted %1 of %2 credentials.")
                    .arg(deleted.rows)
                    .arg(static_cast<qulonglong>(deleted.given)));
+  ShowRows(Showing::kBehind);
   place().TellChanged();
 }
 

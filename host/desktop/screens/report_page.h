@@ -63,11 +63,15 @@ class ReportPage : public ScreenPage {
 
   [[nodiscard]] std::span<const FieldWidget> Fields() const override;
   void ShowChanges() override { binding_->Flush(); }
+  void ShowOvertaken() override { ShowRows(); }
 
  private:
+  /// Whether it is shown for its own sake or behind an operation, which is told already.
+  enum class Showing : bool { kAsked, kBehind };
+
   void ConnectWidgets();
-  void ShowRows();
-  [[nodiscard]] bool RunReport();
+  void ShowRows(Showing showing = Showing::kAsked);
+  [[nodiscard]] bool RunReport(Showing showing);
   void TakeConditions();
   [[nodiscard]] QString ShownCondition(std::size_t row) const;
   void ShowState();

@@ -113,6 +113,13 @@ bool ScreenPage::Look(const QString& what, const std::function<void()>& show) {
   });
 }
 
+bool ScreenPage::LookBehind(const QString& what, const std::function<void()>& show) {
+  return RunBehind(what, [&] {
+    const Undoable oneState = session().OneState();
+    show();
+  });
+}
+
 /// What was stored before the cancelling stays, as when rows cannot be shown again behind it. A
 /// unit of work that was undone has committed nothing, whatever an earlier one has.
 void ScreenPage::TellCancelled() {
@@ -162,6 +169,30 @@ void ScreenPage::TellFault(const InputFault& fault) {
   }
   widget->setFocus(Qt::OtherFocusReason);
   mark_->Show(*widget, told);
+}
+
+bool ScreenPage::RunTold(const QString& title, std::string_view what,
+                         const std::function<Outcome()>& operation) {
+  return RunTold(title, operation, [&](const Outcome& outcome) { return Tell(outcome, what); });
+}
+
+bool ScreenPage::RunTold(const QString& title, std::string_view what, const ScreenModel& screen,
+                         const std::function<Outcome()>& operation) {
+  return RunTold(title, operation,
+                 [&](const Outcome& outcome) { return Tell(outcome, what, screen); });
+}
+
+bool ScreenPage::RunTold(const QString& title, const std::function<Outcome()>& operation,
+                         const std::function<bool(const Outcome&)>& tell) {
+  Outcome outcome;
+  if (!Run(title, [&] { outcome = operation(); })) {
+    return false;
+  }
+  const bool done = tell(outcome);
+  if (outcome.ending == Ending::kStale) {
+    ShowOvertaken();
+  }
+  return done;
 }
 
 bool ScreenPage::Tell(const Outcome& outcome, std::string_view what, const ScreenModel& screen) {

@@ -52,11 +52,24 @@ class ScreenPage : public QWidget {
   bool RunBehind(const QString& what, const std::function<void()>& operation);
   /// Runs what shows something: it sees one state of the store, and may write nothing.
   bool Look(const QString& what, const std::function<void()>& show);
+  /// The same behind an operation, as RunBehind() does it.
+  bool LookBehind(const QString& what, const std::function<void()>& show);
+  /// Runs an operation on `what` ("credential") and tells how it ended; true when it was done. What
+  /// others have changed meanwhile is shown by ShowOvertaken().
+  bool RunTold(const QString& title, std::string_view what,
+               const std::function<Outcome()>& operation);
+  /// The same on a screen: a refusal is shown at the control that the controller has sent the focus
+  /// to.
+  bool RunTold(const QString& title, std::string_view what, const ScreenModel& screen,
+               const std::function<Outcome()>& operation);
   /// Tells how an operation on `what` ("credential") ended; true when it was done. A refusal is
   /// shown at the control of `screen` that the controller has sent the focus to.
   bool Tell(const Outcome& outcome, std::string_view what, const ScreenModel& screen);
   bool Tell(const Outcome& outcome, std::string_view what);
 
+  /// Others have changed what an operation was about, which is told already: it is to be shown as
+  /// it is now, with what was entered kept for another try.
+  virtual void ShowOvertaken() {}
   /// Shows what an operation has changed on the screen's controls, as a screen that is bound to
   /// some has to before something is told at one of its widgets.
   virtual void ShowChanges() {}
@@ -65,6 +78,8 @@ class ScreenPage : public QWidget {
   virtual std::span<const FieldWidget> Fields() const { return {}; }
 
  private:
+  bool RunTold(const QString& title, const std::function<Outcome()>& operation,
+               const std::function<bool(const Outcome&)>& tell);
   [[nodiscard]] bool FindsUnitGone();
   void TellCancelled();
   void TellFault(const InputFault& fault);

@@ -3,7 +3,6 @@
 #include <screens/ui_steps_page.h>
 
 #include <filesystem>
-#include <set>
 #include <utility>
 
 #include "host/desks/shown_value.h"
@@ -13,26 +12,13 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/typing_pause.h"
 
 namespace qorhost {
 
 namespace {
 
 constexpr std::size_t kStep = 0;  // the column of its number
-
-/// Those of the steps that wait still: the others were marked meanwhile, or queued anew behind a
-/// further change, of which the unit is to be told.
-std::vector<std::string> ThoseThatWait(DeskSession& session, std::int32_t unitKey,
-                                       const std::vector<std::string>& steps) {
-  const std::set<std::string> meant(steps.begin(), steps.end());
-  std::vector<std::string> waiting;
-  for (const auto& row : WaitingStepList(session, unitKey).rows) {
-    if (std::string number = ShownText(row.at(kStep)); meant.contains(number)) {
-      waiting.push_back(std::move(number));
-    }
-  }
-  return waiting;
-}
 
 }  // namespace
 
@@ -41,8 +27,7 @@ StepsPage::StepsPage(Workplace& place) : ScreenPage(place), ui_(std::make_unique
   SetUp(*ui_->steps, steps_);
   SqueezeColumns(*ui_->steps);
   EmptyHint::Show(*ui_->steps, HintOrNotFound(*ui_->findStep, tr("No step waits for the unit.")));
-  connect(ui_->findStep, &QLineEdit::textChanged, this,
-          [this](const QString& text) { steps_.Narrow(text); });
+  NarrowBy(*ui_->findStep, [this](const QString& text) { steps_.Narrow(text); });
   connect(ui_->exportButton, &QPushButton::clicked, this, [this] { Export(); });
   connect(ui_->markButton, &QPushButton::clicked, this, [this] { MarkSent(); });
   ShowSteps();
@@ -71,8 +56,7 @@ void StepsPage::Export() {
     return;
   }
   std::size_t count = 0;
-  place().Tell({});
-  const bool ran = Run(tr("The steps cannot be written."), [&] {
+  const bool ran = Run(tr("Writing the steps"), [&] {
     const StepFile steps(session(), {place().unitKey(), FromQt(place().unitName())});
     steps.WriteTo(std::filesystem::path(FromQt(file)), Standing::kReplaced, place().file());
     count = steps.count();
@@ -104,7 +88,7 @@ std::vector<std::string> StepsPage::Shown() const {
 /// Never a step that nobody here has seen or written: another seat may have queued it since, and
 /// the unit would not be told of it.
 void StepsPage::MarkSent() {
-  StepChoice choice{Chosen(), {}};
+  StepChoice choice{Chosen()};
   QString question = tr("Mark the chosen steps as sent (%1)?");
   const bool areChosen = !choice.steps.empty();
   if (!areChosen) {
@@ -119,20 +103,17 @@ void StepsPage::MarkSent() {
   if (!AskToGoOn(this, question.arg(static_cast<qulonglong>(choice.steps.size())))) {
     return;
   }
+  if (!areChosen) {
+    choice.unknown = UnknownSteps::kLeftOut;
+  }
   SentSteps sent;
-  place().Tell({});
-  const bool ran = Run(tr("The steps cannot be marked."), [&] {
-    if (!areChosen) {
-      choice.steps = ThoseThatWait(session(), place().unitKey(), choice.steps);
-    }
-    if (!choice.steps.empty()) {
-      sent = qorhost::MarkSent(session(), place().unitKey(), choice, Trial::kNo);
-    }
+  const bool ran = Run(tr("Marking the steps"), [&] {
+    sent = qorhost::MarkSent(session(), place().unitKey(), choice, Trial::kNo);
   });
   if (ran) {
     written_ = areChosen ? written_ : std::vector<std::string>();
-    Refresh();
     place().Tell(tr("Marked as sent: %1.").arg(static_cast<qulonglong>(sent.steps)));
+    (void)LookBehind(tr("The steps cannot be shown."), [this] { ShowSteps(); });
     place().TellChanged();
   }
 }

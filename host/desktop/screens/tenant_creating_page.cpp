@@ -60,20 +60,15 @@ void TenantCreatingPage::Refresh() {
 
 void TenantCreatingPage::Save() {
   IssuedCredentials issued;
-  const bool ran = Run(tr("Creating tenants"), [&] {
+  const bool done = RunTold(tr("Creating tenants"), "unit", desk_->screen(), [&] {
     desk_->screen().ClearFocus();
     NewCredentials entry = TypedCredentials(*desk_, !ui_->txtPINEND->text().trimmed().isEmpty());
     entry.withTenants = true;
     EnterCredentials(*desk_, entry);
     issued = desk_->SaveNew(place().runner().progress());
+    return WithoutFacts(issued);
   });
-  if (!ran) {
-    return;
-  }
-  if (!Tell(issued, "unit", desk_->screen())) {
-    if (issued.ending == Ending::kStale) {
-      ShowWithEntry();
-    }
+  if (!done) {
     return;
   }
   place().Tell(tr("Created %1 tenants with %2 to %3.")
@@ -86,7 +81,7 @@ void TenantCreatingPage::Save() {
 }
 
 /// Others have changed the unit: it is shown as it is now, with what was entered.
-void TenantCreatingPage::ShowWithEntry() {
+void TenantCreatingPage::ShowOvertaken() {
   const KeptEntry entry(desk_->screen(), kEntered);
   (void)Run(tr("The screen cannot be shown."), [&] {
     OpenDesk();

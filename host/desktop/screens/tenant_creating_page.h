@@ -30,7 +30,7 @@ class TenantCreatingPage final : public EntryPage {
  private:
   void OpenDesk();
   void Save();
-  void ShowWithEntry();
+  void ShowOvertaken() override;
 
   std::unique_ptr<Ui::TenantCreatingPage> ui_;
   std::unique_ptr<CredentialDesk> desk_;

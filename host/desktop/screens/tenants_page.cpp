@@ -20,6 +20,7 @@
 #include "host/desktop/screens/empty_hint.h"
 #include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/screens/lease_end_dialog.h"
+#include "host/desktop/screens/typing_pause.h"
 #include "host/desktop/words/list_words.h"
 
 namespace qorhost {
@@ -115,7 +116,7 @@ std::span<const FieldWidget> TenantsPage::Fields() const {
 }
 
 void TenantsPage::ConnectWidgets() {
-  connect(ui_->findTenant, &QLineEdit::textChanged, this, [this](const QString& text) {
+  NarrowBy(*ui_->findTenant, [this](const QString& text) {
     list_.Narrow(text);
     ShowCount();
     SelectChosen();
@@ -249,21 +250,29 @@ TenantsPage::Rids TenantsPage::StillThere(const Rids& rids) const {
   return there;
 }
 
-/// What is stored now, with those of the tenants chosen who are still there.
 void TenantsPage::ShowAgain(const Rids& rids) {
-  (void)Run(tr("The tenants cannot be shown."), [&] {
-    OpenDesk();
-    Choose(StillThere(rids));
-    SetEntered(false);
-    form_.Forget();
-    ShowList();
-    ShowChosen();
-  });
+  (void)Run(tr("The tenants cannot be shown."), [&] { ShowStored(rids); });
+}
+
+/// What an operation has left; told already.
+void TenantsPage::ShowSaved(const Rids& rids) {
+  (void)RunBehind(tr("The tenants cannot be shown."), [&] { ShowStored(rids); });
+  place().TellChanged();
+}
+
+/// What is stored now, with those of the tenants chosen who are still there.
+void TenantsPage::ShowStored(const Rids& rids) {
+  OpenDesk();
+  Choose(StillThere(rids));
+  SetEntered(false);
+  form_.Forget();
+  ShowList();
+  ShowChosen();
 }
 
 /// Others have changed the unit: it is shown as it is now, with what was entered for those who are
 /// still there.
-void TenantsPage::ShowWithEntry() {
+void TenantsPage::ShowOvertaken() {
   (void)Run(tr("The tenants cannot be shown."), [&] {
     OpenDesk();
     const Rids there = StillThere(chosen_);
@@ -287,28 +296,23 @@ void TenantsPage::Save() {
 
 void TenantsPage::Add() {
   AddedTenant added;
-  const bool ran =
-      Run(tr("Saving the tenant"), [&] { added = desk_->Add(form_.Entry(), Trial::kNo); });
-  if (!ran || !Tell(added, "unit")) {
+  const bool done = RunTold(tr("Saving the tenant"), "unit", [&] {
+    added = desk_->Add(form_.Entry(), Trial::kNo);
+    return WithoutFacts(added);
+  });
+  if (!done) {
     return;
   }
-  ShowAgain({added.tenant.rid});
   place().Tell(tr("Added tenant %1.").arg(ToQt(added.tenant.Name())));
-  place().TellChanged();
+  ShowSaved({added.tenant.rid});
 }
 
 bool TenantsPage::RunChange(const QString& what, const Change& change, Trial trial,
                             ChangedTenants& changed) {
-  if (!Run(what, [&] { changed = change(trial); })) {
-    return false;
-  }
-  if (Tell(changed, "tenants")) {
-    return true;
-  }
-  if (changed.ending == Ending::kStale) {
-    ShowWithEntry();
-  }
-  return false;
+  return RunTold(what, "tenants", [&] {
+    changed = change(trial);
+    return WithoutFacts(changed);
+  });
 }
 
 /// Tries a change of many, shows what it would do, and does it when that is wanted.
@@ -340,12 +344,11 @@ void TenantsPage::TellChanged(const ChangedTenants& changed) {
     place().Tell(tr("It is stored so already."));
     return;
   }
-  ShowAgain(rids);
   place().Tell(
       changed.freed.empty()
           ? tr("Changed %1.").arg(whom)
           : tr("Changed %1. Held by nobody now: %2.").arg(whom, HeldByNobody(changed.freed)));
-  place().TellChanged();
+  ShowSaved(rids);
 }
 
 void TenantsPage::Edit() {
@@ -387,9 +390,8 @@ void TenantsPage::Delete() {
   if (!RunChange(tr("Deleting tenants"), change, Trial::kNo, deleted)) {
     return;
   }
-  StartNew();
   place().Tell(tr("Deleted %1.").arg(Tenants(deleted.tenants)));
-  place().TellChanged();
+  ShowSaved({});
 }
 
 }  // namespace qorhost

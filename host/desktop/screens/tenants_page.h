@@ -47,7 +47,9 @@ class TenantsPage final : public EntryPage {
   void StartNew();
   [[nodiscard]] Rids StillThere(const Rids& rids) const;
   void ShowAgain(const Rids& rids);
-  void ShowWithEntry();
+  void ShowSaved(const Rids& rids);
+  void ShowStored(const Rids& rids);
+  void ShowOvertaken() override;
   void Save();
   void Add();
   void Edit();

@@ -15,6 +15,7 @@
 #include "host/desktop/binding/wheel_guard.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/fitted_table.h"
+#include "host/desktop/screens/table_finder.h"
 #include "host/desktop/words/desk_words.h"
 
 namespace qorhost {
@@ -49,22 +50,13 @@ constexpr std::array kFields{FieldWidget{input::kKey, "key"},
                              FieldWidget{input::kCardFacility, "cardFacility"},
                              FieldWidget{input::kTransmitterFacility, "transmitterFacility"}};
 
-/// The settings of all units; one that has none has a row all the same.
-List SettingsOfAll(DeskSession& session) {
-  const std::vector<UnitName> units = session.Units();
-  List list = UnitSettingsList(session, units);
-  for (const UnitName& unit : units) {
-    const bool isThere = std::any_of(list.rows.begin(), list.rows.end(), [&unit](const auto& row) {
-      return qorcred::ToLong(row[kKey]) == unit.key;
-    });
-    if (!isThere) {
-      std::vector<qorcred::Value> row(list.fields.size(), qorcred::Null{});
-      row[kKey] = unit.key;
-      row[kName] = unit.name;
-      list.rows.push_back(std::move(row));
-    }
+/// The last entry of each unit's audit.
+std::map<std::int32_t, std::int64_t> LastEntries(DeskSession& session) {
+  std::map<std::int32_t, std::int64_t> entries;
+  for (const ChainHead& head : session.sql().audit().Heads()) {
+    entries[head.unitKey] = head.entry;
   }
-  return list;
+  return entries;
 }
 
 /// What is in the line, where that is something else than it showed.
@@ -118,6 +110,7 @@ void UnitsPage::ConnectWidgets() {
       TakeSelection();
     }
   });
+  FindRowsBy(*ui_->findUnit, *ui_->units);
   connect(ui_->units->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this,
           [this] { SelectChosen(); });
   for (QLineEdit* line : {ui_->name, ui_->key, ui_->capacity, ui_->codeDigits, ui_->entryDigits,
@@ -153,8 +146,20 @@ void UnitsPage::ShowAgain(std::optional<std::int32_t> unitKey) {
   });
 }
 
+/// What an operation has left; told already.
+void UnitsPage::ShowSaved(std::optional<std::int32_t> unitKey) {
+  (void)LookBehind(tr("The units cannot be shown."), [&] {
+    chosen_ = unitKey;
+    ShowStored();
+  });
+  place().TellUnits();
+  place().TellChanged();
+}
+
 void UnitsPage::ShowStored() {
-  units_ = SettingsOfAll(session());
+  auto entries = LastEntries(session());  // before what is shown: who changes that is told
+  units_ = UnitSettingsList(session(), session().Units());
+  entries_ = std::move(entries);
   showing_ = true;
   ui_->type->clear();
   for (const std::string& type : UnitTypes(session())) {
@@ -206,6 +211,9 @@ void UnitsPage::ShowChosen() {
   const bool isNew = row == units_.rows.end();
   if (isNew) {
     chosen_.reset();
+    seen_.reset();
+  } else {
+    seen_ = SeenRow{*row, entries_[*chosen_]};
   }
   const auto text = [&](std::size_t column) { return isNew ? "" : ShownText((*row)[column]); };
   shown_ = {text(kName),
@@ -262,20 +270,55 @@ UnitEntry UnitsPage::Entered() const {
   return entry;
 }
 
+/// What was changed before, into what is shown now.
+void UnitsPage::Enter(const UnitEntry& entry) {
+  const auto enter = [](QLineEdit& line, const std::optional<std::string>& text) {
+    if (text) {
+      line.setText(ToQt(*text));
+    }
+  };
+  if (entry.type) {
+    ui_->type->setEditText(ToQt(*entry.type));  // shows its capacity
+  }
+  enter(*ui_->name, entry.name);
+  enter(*ui_->capacity, entry.capacity);
+  enter(*ui_->codeDigits, entry.codeDigits);
+  enter(*ui_->entryDigits, entry.entryDigits);
+  enter(*ui_->defaultEnd, entry.defaultEnd);
+  if (entry.ignoresFacility) {
+    ui_->ignoresFacility->setChecked(entry.ignoresFacility == "yes");
+  }
+  enter(*ui_->cardFacility, entry.cardFacility);
+  enter(*ui_->transmitterFacility, entry.transmitterFacility);
+  SetEntered(entry.any());
+}
+
+/// Others have changed the unit: it is shown as it is now, with what was entered.
+void UnitsPage::ShowOvertaken() {
+  const UnitEntry entry = Entered();
+  (void)Look(tr("The units cannot be shown."), [&] {
+    ShowStored();
+    if (chosen_) {
+      Enter(entry);
+    }
+  });
+}
+
 void UnitsPage::Save(OtherUnits others) {
   const UnitEntry entry = Entered();
   ChangedUnit changed;
   std::optional<std::string> shared;
-  const bool ran = Run(tr("Saving the unit"), [&] {
+  const bool done = RunTold(tr("Saving the unit"), "unit", [&] {
     try {
       changed = chosen_
-                    ? EditUnit(session(), *chosen_, entry, others, Trial::kNo)
+                    ? EditUnit(session(), *chosen_, entry, others, Trial::kNo, seen_)
                     : AddUnit(session(), Changed(ui_->key->text(), {}), entry, others, Trial::kNo);
     } catch (const SharedType& type) {
       shared = type.what();
     }
+    return WithoutFacts(changed);
   });
-  if (!ran) {
+  if (!done) {
     return;
   }
   if (shared) {
@@ -285,11 +328,9 @@ void UnitsPage::Save(OtherUnits others) {
     return;
   }
   const QString named = Named(changed.unit.key, changed.unit.name);
-  ShowAgain(changed.unit.key);
-  place().TellUnits();
   place().Tell(changed.unchanged ? tr("%1 is stored so already.").arg(named)
                                  : tr("Saved: %1.").arg(named));
-  place().TellChanged();
+  ShowSaved(changed.unit.key);
 }
 
 void UnitsPage::Delete() {
@@ -298,6 +339,7 @@ void UnitsPage::Delete() {
   if (!Look(tr("The unit cannot be read."), [&] { toDelete = WithContents(session(), {unit}); })) {
     return;
   }
+  toDelete.front().seen = seen_;
   const QString named = Named(unit.key, unit.name);
   const QString contents = ContentsText(ContentsOf(toDelete));
   if (!AskToGoOn(this, contents.isEmpty()
@@ -305,13 +347,13 @@ void UnitsPage::Delete() {
                            : tr("Delete %1 with all that is in it (%2)?").arg(named, contents))) {
     return;
   }
-  if (!Run(tr("Deleting the unit"), [&] { DeleteUnits(session(), toDelete, Trial::kNo); })) {
+  const bool done = RunTold(tr("Deleting the unit"), "unit",
+                            [&] { return DeleteUnits(session(), toDelete, Trial::kNo); });
+  if (!done) {
     return;
   }
-  ShowAgain({});
-  place().TellUnits();
   place().Tell(tr("Deleted: %1.").arg(named));
-  place().TellChanged();
+  ShowSaved({});
 }
 
 }  // namespace qorhost

@@ -22,6 +22,12 @@ class WantedText {
   /// Looks at the texts of one row, cell by cell.
   [[nodiscard]] bool IsIn(const QString& cell) const;
   [[nodiscard]] bool IsIn(const QStringList& cells) const;
+  /// Whether a row is shown that is narrowed to it; `cells` gives the row's texts, and is not asked
+  /// for an empty text.
+  template <typename Cells>
+  [[nodiscard]] bool Shows(const Cells& cells) const {
+    return empty() || IsIn(cells());
+  }
 
  private:
   [[nodiscard]] bool HasWords(const std::string& row) const;

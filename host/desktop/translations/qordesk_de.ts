@@ -138,6 +138,18 @@
         <source>De&amp;lete…</source>
         <translation>&amp;Löschen…</translation>
     </message>
+    <message>
+        <source>&amp;Find a door:</source>
+        <translation>Tür suc&amp;hen:</translation>
+    </message>
+    <message>
+        <source>Text in any column</source>
+        <translation>Text in einer Spalte</translation>
+    </message>
+    <message>
+        <source>Find a sc&amp;hedule:</source>
+        <translation>Z&amp;eitplan suchen:</translation>
+    </message>
 </context>
 <context>
     <name>CallLog</name>
@@ -2429,6 +2441,26 @@
         <source>it is a text, and the column takes dates</source>
         <translation>es ist ein Text, und die Spalte nimmt Daten mit Tag und Uhrzeit</translation>
     </message>
+    <message>
+        <source>someone else has changed the door meanwhile</source>
+        <translation>jemand anderes hat die Tür inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has changed the schedule meanwhile</source>
+        <translation>jemand anderes hat den Zeitplan inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>someone else has deleted the unit meanwhile</source>
+        <translation>jemand anderes hat die Anlage inzwischen gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has deleted the door meanwhile</source>
+        <translation>jemand anderes hat die Tür inzwischen gelöscht</translation>
+    </message>
+    <message>
+        <source>someone else has deleted the schedule meanwhile</source>
+        <translation>jemand anderes hat den Zeitplan inzwischen gelöscht</translation>
+    </message>
 </context>
 <context>
     <name>DirCodePage</name>
@@ -3694,6 +3726,14 @@
         <source>De&amp;lete the chosen…</source>
         <translation>Gewählte &amp;löschen…</translation>
     </message>
+    <message>
+        <source>&amp;Find:</source>
+        <translation>&amp;Suchen:</translation>
+    </message>
+    <message>
+        <source>Text in any column</source>
+        <translation>Text in einer Spalte</translation>
+    </message>
 </context>
 <context>
     <name>Screens</name>
@@ -4158,6 +4198,14 @@
         <source>De&amp;lete…</source>
         <translation>&amp;Löschen…</translation>
     </message>
+    <message>
+        <source>&amp;Find:</source>
+        <translation>Suc&amp;hen:</translation>
+    </message>
+    <message>
+        <source>Text in any column</source>
+        <translation>Text in einer Spalte</translation>
+    </message>
 </context>
 <context>
     <name>main</name>
@@ -4245,12 +4293,12 @@
         <translation>Den Zeitplan %1 löschen?</translation>
     </message>
     <message>
-        <source>The schedule cannot be deleted.</source>
-        <translation>Der Zeitplan kann nicht gelöscht werden.</translation>
-    </message>
-    <message>
         <source>Deleted schedule %1.</source>
         <translation>Zeitplan %1 gelöscht.</translation>
+    </message>
+    <message>
+        <source>Deleting the schedule</source>
+        <translation>Der Zeitplan wird gelöscht</translation>
     </message>
 </context>
 <context>
@@ -4527,10 +4575,6 @@
         <translation>%1 rückgängig machen? Die Zeilen werden, was sie vor ihm waren, und die Schritte, die es der Anlage sagen, werden eingereiht.</translation>
     </message>
     <message>
-        <source>The entry cannot be undone.</source>
-        <translation>Der Eintrag kann nicht rückgängig gemacht werden.</translation>
-    </message>
-    <message>
         <source>Undone: %1.</source>
         <translation>Rückgängig gemacht: %1.</translation>
     </message>
@@ -4541,6 +4585,10 @@
     <message>
         <source>Choose an entry to see what it made of the rows.</source>
         <translation>Wählen Sie einen Eintrag, um zu sehen, was er aus den Zeilen machte.</translation>
+    </message>
+    <message>
+        <source>Undoing the entry</source>
+        <translation>Der Eintrag wird rückgängig gemacht</translation>
     </message>
 </context>
 <context>
@@ -5185,10 +5233,6 @@
         <translation>%1 – %2</translation>
     </message>
     <message>
-        <source>The report cannot be written.</source>
-        <translation>Der Bericht kann nicht geschrieben werden.</translation>
-    </message>
-    <message>
         <source>Wrote %1 to %2.</source>
         <translation>%1 nach %2 geschrieben.</translation>
     </message>
@@ -5199,10 +5243,6 @@
     <message>
         <source>Write the report as PDF</source>
         <translation>Bericht als PDF schreiben</translation>
-    </message>
-    <message>
-        <source>The report cannot be printed.</source>
-        <translation>Der Bericht kann nicht gedruckt werden.</translation>
     </message>
     <message>
         <source>Printed %1.</source>
@@ -5231,6 +5271,14 @@
     <message>
         <source>No row meets the conditions.</source>
         <translation>Keine Zeile erfüllt die Bedingungen.</translation>
+    </message>
+    <message>
+        <source>Writing the report</source>
+        <translation>Der Bericht wird geschrieben</translation>
+    </message>
+    <message>
+        <source>Printing the report</source>
+        <translation>Der Bericht wird gedruckt</translation>
     </message>
 </context>
 <context>
@@ -5326,20 +5374,12 @@
         <translation>Schritte in eine Datei schreiben</translation>
     </message>
     <message>
-        <source>The steps cannot be written.</source>
-        <translation>Die Schritte können nicht geschrieben werden.</translation>
-    </message>
-    <message>
         <source>Wrote %1 steps to %2. Mark them as sent when the unit has them.</source>
         <translation>%1 Schritte nach %2 geschrieben. Markieren Sie sie als gesendet, wenn die Anlage sie hat.</translation>
     </message>
     <message>
         <source>Mark the chosen steps as sent (%1)?</source>
         <translation>Die gewählten Schritte (%1) als gesendet markieren?</translation>
-    </message>
-    <message>
-        <source>The steps cannot be marked.</source>
-        <translation>Die Schritte können nicht markiert werden.</translation>
     </message>
     <message>
         <source>Marked as sent: %1.</source>
@@ -5360,6 +5400,14 @@
     <message>
         <source>No step is shown.</source>
         <translation>Kein Schritt wird angezeigt.</translation>
+    </message>
+    <message>
+        <source>Writing the steps</source>
+        <translation>Die Schritte werden geschrieben</translation>
+    </message>
+    <message>
+        <source>Marking the steps</source>
+        <translation>Die Schritte werden markiert</translation>
     </message>
 </context>
 <context>

@@ -7,6 +7,7 @@
 #include <span>
 #include <utility>
 
+#include "frame/convert.h"
 #include "host/desks/credential_desk.h"
 #include "host/desks/credential_entry.h"
 #include "host/desks/credential_import.h"
@@ -16,6 +17,7 @@
 #include "host/desks/dir_code_desk.h"
 #include "host/desks/dir_code_entry.h"
 #include "host/desks/dir_code_import.h"
+#include "host/desks/door_desk.h"
 #include "host/desks/history_undo.h"
 #include "host/desks/schedule_desk.h"
 #include "host/desks/step_desk.h"
@@ -23,6 +25,8 @@
 #include "host/desks/tenant_desk.h"
 #include "host/desks/tenant_file.h"
 #include "host/desks/tenant_import.h"
+#include "host/desks/unit_deletion.h"
+#include "host/desks/unit_desk.h"
 #include "host/desks/unit_export.h"
 #include "host/desks/unit_merge.h"
 #include "tests/host/concurrency/small_building.h"
@@ -336,6 +340,101 @@ SeatOperation NameSchedule(const std::string& schedule, const std::string& name)
             const auto run = [&seat, schedule, name] {
               (void)RenameSchedule(seat.session(), seat.unit, schedule, name, Trial::kNo);
               return Told();
+            };
+            return PreparedDesk{run, nullptr};
+          }};
+}
+
+namespace {
+
+std::int64_t LastEntry(Seat& seat) {
+  return seat.session().sql().work().VersionOf(seat.unit).entry;
+}
+
+/// The row of the list in which the number stands; without one the operation finds none either.
+std::optional<SeenRow> SeenIn(const List& list, std::size_t column, std::int32_t number,
+                              std::int64_t entry) {
+  for (const auto& row : list.rows) {
+    if (qorcred::ToLong(row.at(column)) == number) {
+      return SeenRow{row, entry};
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<SeenRow> SeenSchedule(Seat& seat, std::int32_t schedule) {
+  constexpr std::size_t kSchedule = 1;
+  const std::int64_t entry = LastEntry(seat);
+  return SeenIn(ScheduleList(seat.session(), {{seat.unit, ""}}), kSchedule, schedule, entry);
+}
+
+std::optional<SeenRow> SeenUnit(Seat& seat) {
+  const std::int64_t entry = LastEntry(seat);
+  return SeenIn(UnitSettingsList(seat.session(), seat.session().Units()), 0, seat.unit, entry);
+}
+
+SeatOperation EditShownUnit(std::string what, const UnitEntry& entry) {
+  return {std::move(what), [entry](Seat& seat) {
+            const auto run = [&seat, entry, seen = SeenUnit(seat)] {
+              return Telling(
+                  EditUnit(seat.session(), seat.unit, entry, OtherUnits::kAsked, Trial::kNo, seen));
+            };
+            return PreparedDesk{run, nullptr};
+          }};
+}
+
+}  // namespace
+
+SeatOperation NameShownDoor(std::int32_t door, const std::string& name) {
+  return {fmt::format("rename door {} as shown", door), [door, name](Seat& seat) {
+            const std::int64_t entry = LastEntry(seat);
+            const auto seen = SeenIn(DoorList(seat.session(), seat.unit), 0, door, entry);
+            const auto run = [&seat, door, name, seen] {
+              return Telling(RenameDoor(seat.session(), seat.unit, std::to_string(door), name,
+                                        Trial::kNo, seen));
+            };
+            return PreparedDesk{run, nullptr};
+          }};
+}
+
+SeatOperation NameShownSchedule(std::int32_t schedule, const std::string& name) {
+  return {fmt::format("rename schedule {} as shown", schedule), [schedule, name](Seat& seat) {
+            const auto run = [&seat, schedule, name, seen = SeenSchedule(seat, schedule)] {
+              return Telling(RenameSchedule(seat.session(), seat.unit, std::to_string(schedule),
+                                            name, Trial::kNo, seen));
+            };
+            return PreparedDesk{run, nullptr};
+          }};
+}
+
+SeatOperation DeleteShownSchedule(std::int32_t schedule) {
+  return {fmt::format("delete schedule {} as shown", schedule), [schedule](Seat& seat) {
+            const auto run = [&seat, schedule, seen = SeenSchedule(seat, schedule)] {
+              return Telling(DeleteSchedule(seat.session(), seat.unit, std::to_string(schedule),
+                                            Trial::kNo, seen));
+            };
+            return PreparedDesk{run, nullptr};
+          }};
+}
+
+SeatOperation NameShownUnit(const std::string& name) {
+  UnitEntry entry;
+  entry.name = name;
+  return EditShownUnit("rename the unit as shown", entry);
+}
+
+SeatOperation SetDigitsOfShownUnit(const std::string& codeDigits) {
+  UnitEntry entry;
+  entry.codeDigits = codeDigits;
+  return EditShownUnit("set the digits of the unit as shown", entry);
+}
+
+SeatOperation DeleteShownUnit() {
+  return {"delete the unit as shown", [](Seat& seat) {
+            auto units = WithContents(seat.session(), {{seat.unit, ""}});
+            units.front().seen = SeenUnit(seat);
+            const auto run = [&seat, units] {
+              return Telling(DeleteUnits(seat.session(), units, Trial::kNo));
             };
             return PreparedDesk{run, nullptr};
           }};

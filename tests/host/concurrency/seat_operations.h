@@ -45,6 +45,15 @@ namespace qorhost::test {
 [[nodiscard]] SeatOperation MarkStepsSent();
 [[nodiscard]] SeatOperation NameSchedule(const std::string& schedule, const std::string& name);
 
+// As a screen does it that has shown the row before: with what the row held then.
+
+[[nodiscard]] SeatOperation NameShownDoor(std::int32_t door, const std::string& name);
+[[nodiscard]] SeatOperation NameShownSchedule(std::int32_t schedule, const std::string& name);
+[[nodiscard]] SeatOperation DeleteShownSchedule(std::int32_t schedule);
+[[nodiscard]] SeatOperation NameShownUnit(const std::string& name);
+[[nodiscard]] SeatOperation SetDigitsOfShownUnit(const std::string& codeDigits);
+[[nodiscard]] SeatOperation DeleteShownUnit();
+
 [[nodiscard]] SeatOperation WriteByHand(const std::string& statement);
 /// Takes an entry of the audit back.
 [[nodiscard]] SeatOperation UndoEntry(std::int64_t entry);

@@ -251,7 +251,15 @@ INSTANTIATE_TEST_SUITE_P(
                               StaleCause::kRowDeleted},
                     ToldCause{"CodeGotAHolder", EditPhone("102", "555-9999"),
                               WriteByHand("UPDATE Tenants SET DIRECTORYCODE=2 WHERE TenantID=2"),
-                              StaleCause::kHolderChanged}),
+                              StaleCause::kHolderChanged},
+                    ToldCause{"RenamedDoor", NameShownDoor(4, "Yard"), NameShownDoor(4, "Court"),
+                              StaleCause::kRowChanged},
+                    ToldCause{"RenamedSchedule", DeleteShownSchedule(2),
+                              NameShownSchedule(2, "Days"), StaleCause::kRowChanged},
+                    ToldCause{"DeletedSchedule", NameShownSchedule(2, "Days"),
+                              DeleteShownSchedule(2), StaleCause::kRowDeleted},
+                    ToldCause{"SetUpUnit", NameShownUnit("East"), SetDigitsOfShownUnit("6"),
+                              StaleCause::kRowChanged}),
     [](const testing::TestParamInfo<ToldCause>& one) { return one.param.name; });
 
 /// A seat whose store is put back or replaced while its desk is open.

@@ -116,6 +116,21 @@ TEST_F(StepDeskTest, ListsWhatWaitsInItsOrderWithTimesAndSubjects) {
   EXPECT_THAT(WaitingStepList(session(), 1).rows, IsEmpty());
 }
 
+TEST_F(StepDeskTest, StepsThatWaitNoMoreAreAFaultOrLeftOut) {
+  const std::int32_t sent = Queue(step::kProgramTenant, 62);
+  (void)Send();
+  const std::int32_t waits = Queue(step::kProgramTenant, 63);
+  StepChoice choice{{std::to_string(sent), std::to_string(waits)}};
+  EXPECT_EQ(FieldAtFault([&] { (void)MarkSent(session(), kUnit, choice, Trial::kNo); }),
+            step_input::kStep);
+  EXPECT_THAT(Waiting(), ElementsAre(waits));
+  choice.unknown = UnknownSteps::kLeftOut;
+  EXPECT_THAT(MarkSent(session(), kUnit, choice, Trial::kNo).marked, ElementsAre(waits));
+  const std::int32_t later = Queue(step::kProgramTenant, 64);
+  EXPECT_THAT(MarkSent(session(), kUnit, choice, Trial::kNo).marked, IsEmpty());
+  EXPECT_THAT(Waiting(), ElementsAre(later));
+}
+
 TEST_F(StepDeskTest, TheFileHasWhatTheUnitHasToKnow) {
   const std::int32_t first = Queue(step::kProgramTenant, 62);
   Queue(step::kProgramDirectoryCode, kCodeRow);

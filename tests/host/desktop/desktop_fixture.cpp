@@ -272,6 +272,11 @@ void DesktopTest::Type(const char* line, const char* text) {
   QTest::keyClicks(&edit, QString::fromUtf8(text));
 }
 
+void DesktopTest::FindBy(const char* line, const char* text) {
+  Type(line, text);
+  QTest::keyClick(&Find<QLineEdit>(line), Qt::Key_Return);
+}
+
 void DesktopTest::Choose(const char* combo, const char* entry) {
   auto& box = Find<QComboBox>(combo);
   const int row = RowOf(*box.model(), entry);

@@ -144,6 +144,8 @@ class DesktopTest : public testing::Test {
   void ChooseInMenu(const char* text);
   /// Types in place of what is in the line.
   void Type(const char* line, const char* text);
+  /// Types into a line that finds rows, and presses Return, which finds them at once.
+  void FindBy(const char* line, const char* text);
   /// Goes to the entry with the arrow keys.
   void Choose(const char* combo, const char* entry);
   /// Clicks on the entry in the list.

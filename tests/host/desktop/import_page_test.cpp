@@ -211,7 +211,7 @@ TEST_F(ImportScreens, NextGoesFromOneWrongCellToTheOther) {
   EXPECT_EQ(Grid("preview").currentIndex().row(), 0);
   Click("wrongOnly");
   EXPECT_EQ(RowsOf("preview"), 2);
-  Type("findRow", "251");
+  FindBy("findRow", "251");
   EXPECT_EQ(RowsOf("preview"), 1);
 }
 

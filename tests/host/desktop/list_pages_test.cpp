@@ -86,7 +86,7 @@ TEST_F(ListScreens, WhatOthersBuiltOnIsNotUndone) {
 TEST_F(ListScreens, TypingNarrowsTheHistory) {
   Work();
   window().ShowScreen(QStringLiteral("history"));
-  Type("findEntry", "ISSUE");
+  FindBy("findEntry", "ISSUE");
   EXPECT_EQ(RowsOf("entries"), 1);
   EXPECT_THAT(CellOf("entries", 0, 4), HasSubstr("issue"));
 }

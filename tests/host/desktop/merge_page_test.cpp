@@ -158,10 +158,10 @@ TEST_F(MergeScreens, WhatIsNoUnitFileIsToldInABox) {
 
 TEST_F(MergeScreens, TypingNarrowsTheDifferencesAndAllThatAreShownAreAccepted) {
   ChooseUnit();
-  Type("findDifference", "PHONE");
+  FindBy("findDifference", "PHONE");
   ASSERT_EQ(RowsOf("differences"), 1);
   Click("acceptAllButton");
-  Type("findDifference", "");
+  FindBy("findDifference", "");
   EXPECT_TRUE(IsAccepted("102"));
   EXPECT_FALSE(IsAccepted("300"));
   Click("acceptNoneButton");

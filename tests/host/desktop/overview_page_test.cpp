@@ -32,7 +32,7 @@ class Overviews : public DesktopTest {
   /// The tenant's lease ends on 2026-02-10, ten days from now.
   void EndALease() {
     window().ShowScreen(QStringLiteral("tenants"));
-    Type("findTenant", "O'Brien Paula");
+    FindBy("findTenant", "O'Brien Paula");
     auto& tenants = Find<QTableView>("tenants");
     ASSERT_EQ(tenants.model()->rowCount(), 1);
     QTest::mouseClick(tenants.viewport(), Qt::LeftButton, Qt::NoModifier,

@@ -134,7 +134,7 @@ TEST_F(StoresInTrouble, AStoreThatIsDamagedWhileItIsOpenIsTold) {
   answers_->Click(QMessageBox::Ok);
   window().ShowScreen(QStringLiteral("history"));
   if (window().page() != nullptr) {  // what was read before may be enough for one screen
-    Type("findEntry", "x");
+    FindBy("findEntry", "x");
     QTest::keyClick(&window(), Qt::Key_F5);
   }
   window().ShowScreen(QStringLiteral("dir_codes"));

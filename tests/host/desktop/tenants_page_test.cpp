@@ -206,10 +206,10 @@ TEST_F(TenantScreens, DeletingAsksAndNoKeepsThem) {
 TEST_F(TenantScreens, TypingNarrowsTheListAndKeepsTheChoice) {
   ClickTenant("Ashdown Liam");
   const int all = List().model()->rowCount();
-  Type("findTenant", "o'brien paula");
+  FindBy("findTenant", "o'brien paula");
   EXPECT_EQ(List().model()->rowCount(), 1);
   EXPECT_EQ(Title(), "Ashdown Liam");
-  Type("findTenant", "");
+  FindBy("findTenant", "");
   EXPECT_EQ(List().model()->rowCount(), all);
   ASSERT_EQ(List().selectionModel()->selectedRows().size(), 1);
   EXPECT_EQ(List().selectionModel()->selectedRows().front().row(), RowOf("Ashdown Liam"));
@@ -219,11 +219,11 @@ TEST_F(TenantScreens, WordsAreFoundInAnyOrderWithoutAccentsAndApostrophes) {
   const std::string all = std::to_string(List().model()->rowCount()) + " tenants";
   EXPECT_EQ(Find<QLabel>("tenantCount").text().toStdString(), all);
   for (const char* typed : {"paula obrien", "OBRIEN pau", "Ö'BRIÉN PAULA"}) {
-    Type("findTenant", typed);
+    FindBy("findTenant", typed);
     EXPECT_EQ(List().model()->rowCount(), 1) << typed;
     EXPECT_EQ(Find<QLabel>("tenantCount").text().toStdString(), "1 of " + all);
   }
-  Type("findTenant", "nobody");
+  FindBy("findTenant", "nobody");
   EXPECT_EQ(Find<QLabel>("tenantCount").text().toStdString(), "0 of " + all);
 }
 
@@ -242,7 +242,7 @@ TEST_F(TenantScreens, ATenantWhomAnotherSeatDeletedIsToldAndLeavesTheList) {
   EXPECT_THAT(answers_->LastText(), testing::Not(HasSubstr("is still there")));
   EXPECT_EQ(Title(), "New tenant");
   EXPECT_FALSE(page().HasEntries());
-  Type("findTenant", "Ashdown Liam");
+  FindBy("findTenant", "Ashdown Liam");
   EXPECT_EQ(List().model()->rowCount(), 0);
 }
 
