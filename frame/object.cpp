@@ -19,9 +19,10 @@ Object& RequireSet(const ObjectRef& object) {
 }
 
 bool SameMember(std::string_view one, std::string_view other) noexcept {
-  return one.size() == other.size() &&
-         std::equal(one.begin(), one.end(), other.begin(),
-                    [](char a, char b) { return LowerAscii(a) == LowerAscii(b); });
+  if (one.size() != other.size()) return false;
+  // Nearly all callers write a name as it is.
+  return one == other || std::equal(one.begin(), one.end(), other.begin(),
+                                    [](char a, char b) { return LowerAscii(a) == LowerAscii(b); });
 }
 
 }  // namespace qorcred

@@ -39,6 +39,14 @@ bool FollowsPicture(std::string_view text) {
          });
 }
 
+/// Whether the parts are in their ranges, whichever month it is. Nearly all dates are so, and every
+/// row that is read has one.
+bool IsOfAnyMonth(const qorcred::CivilTime& civil) {
+  constexpr int kShortestMonth = 28;
+  return civil.month >= 1 && civil.month <= 12 && civil.day >= 1 && civil.day <= kShortestMonth &&
+         civil.hour < 24 && civil.minute < 60 && civil.second < 60;
+}
+
 }  // namespace
 
 std::string CanonicalDate(qorcred::Date date) {
@@ -63,7 +71,8 @@ std::optional<qorcred::Date> FromCanonicalDate(std::string_view text) {
   try {
     const qorcred::Date date = qorcred::FromCivil(civil);
     // Parts outside their range would have carried over into another date.
-    return qorcred::ToCivil(date) == civil ? std::optional(date) : std::nullopt;
+    return IsOfAnyMonth(civil) || qorcred::ToCivil(date) == civil ? std::optional(date)
+                                                                  : std::nullopt;
   } catch (const qorcred::RuntimeError&) {
     return std::nullopt;
   }

@@ -7,7 +7,7 @@ namespace qorhost {
 void ChangeLog::Start() {
   list_.Start();
   units_.ForgetAll();
-  incomplete_ = false;
+  missed_ = Missed::kNone;
   on_ = true;
 }
 
@@ -27,9 +27,16 @@ void ChangeLog::GoBackTo(const Place& place) {
 }
 
 void ChangeLog::RequireComplete() const {
-  if (incomplete_) {
-    throw StoreError("The changes could not be written down for the audit: nothing was stored",
-                     StoreFault::kNoMemory);
+  switch (missed_) {
+    case Missed::kNone:
+      return;
+    case Missed::kNoMemory:
+      throw StoreError("The changes could not be written down for the audit: nothing was stored",
+                       StoreFault::kNoMemory);
+    case Missed::kNotUnderstood:
+      throw StoreError(
+          "The server tells of a changed row in other words than the store's own: nothing was "
+          "stored; ask its administrator who has altered the store's triggers");
   }
 }
 

@@ -37,7 +37,8 @@ class ChangeLog {
   /// How many of the programming steps that it has queued still wait; also of the work that has
   /// ended.
   [[nodiscard]] std::int64_t steps() const noexcept { return list_.steps(); }
-  /// Raises when a change could not be kept: memory is out.
+  /// Raises StoreError when a change could not be kept: memory is out, or what was told of it is
+  /// not understood.
   void RequireComplete() const;
 
   /// Follows every change of the unit's rows from now on, which are so many. Raises StoreError.
@@ -50,14 +51,15 @@ class ChangeLog {
 
   [[nodiscard]] bool on() const noexcept { return on_; }
   [[nodiscard]] ChangeList& list() noexcept { return list_; }
-  /// A change that was told could not be written down.
-  void MissOne() noexcept { incomplete_ = true; }
+  /// Why a change that was told is not written down.
+  enum class Missed : std::uint8_t { kNone, kNoMemory, kNotUnderstood };
+  void MissOne(Missed why) noexcept { missed_ = why; }
 
  private:
   ChangeList list_;
   FollowedUnits units_;
   bool on_ = false;
-  bool incomplete_ = false;
+  Missed missed_ = Missed::kNone;
 };
 
 }  // namespace qorhost

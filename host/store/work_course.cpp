@@ -121,9 +121,11 @@ bool WorkCourse::Commit() {
   try {
     RequireUsable();
     WriteHeld();
+    if (locked_) {
+      log_.RequireComplete();
+    }
     const bool stored = locked_ && written() > 0;
     if (stored) {
-      log_.RequireComplete();
       if (onlyTried_) {
         tried_.insert(tried_.end(), log_.changes().begin(), log_.changes().end());
       } else {

@@ -23,6 +23,26 @@ constexpr std::uint32_t kInt4 = 23;
 constexpr std::uint32_t kFloat8 = 701;
 constexpr std::uint32_t kJson = 3802;
 
+constexpr bool IsOfWholeNumbers(std::uint32_t type) {
+  return type == kInt8 || type == kInt2 || type == kInt4;
+}
+
+/// Whether its cells are numbers, or may be.
+constexpr bool IsOfNumbers(std::uint32_t type) {
+  return IsOfWholeNumbers(type) || type == kFloat8 || type == kJson;
+}
+
+/// As the server writes one: digits, behind a "-" or not. By hand, for most cells are such numbers.
+std::int64_t WholeNumberIn(std::string_view text) {
+  constexpr std::uint64_t kTen = 10;
+  const bool isNegative = text.starts_with('-');
+  std::uint64_t number = 0;
+  for (const char digit : text.substr(isNegative ? 1 : 0)) {
+    number = number * kTen + static_cast<std::uint64_t>(digit - '0');
+  }
+  return static_cast<std::int64_t>(isNegative ? 0 - number : number);
+}
+
 /// A number with all its digits.
 std::string TextOf(double number) {
   std::array<char, 32> buffer;
@@ -47,11 +67,8 @@ Value PlainCell(std::uint32_t type, std::string_view text, bool isTyped) {
   switch (type) {
     case kInt2:
     case kInt4:
-    case kInt8: {
-      std::int64_t number = 0;
-      std::from_chars(text.data(), text.data() + text.size(), number);
-      return WholeNumber(number);
-    }
+    case kInt8:
+      return WholeNumber(WholeNumberIn(text));
     case kFloat8:
       return isTyped ? Value(NumberIn(text)) : LongOrDouble(NumberIn(text));
     case kJson: {
@@ -61,6 +78,26 @@ Value PlainCell(std::uint32_t type, std::string_view text, bool isTyped) {
     default:
       return {text};
   }
+}
+
+/// A cell that is not Null, by the server's number of its type and what the dialect knows of it.
+Value CellValue(std::uint32_t type, std::string_view text, const std::optional<ColumnType>& known) {
+  const CellKind kind = known ? CellKindOf(*known) : CellKind::kPlain;
+  if (kind == CellKind::kPlain) {
+    return PlainCell(type, text, known.has_value());
+  }
+  const bool isBoolean = kind == CellKind::kBoolean;
+  if (!IsOfNumbers(type)) {
+    return isBoolean ? Value(text) : DateOrText(text);
+  }
+  const Value plain = PlainCell(type, text, true);
+  if (const auto* number = plain.As<std::int32_t>()) {
+    return isBoolean ? Value(*number != 0) : DateOrNumber(*number);
+  }
+  if (const auto* number = plain.As<double>()) {
+    return isBoolean ? Value(*number != 0.0) : DateOrNumber(*number);
+  }
+  return isBoolean ? plain : DateOrText(*plain.As<std::string>());
 }
 
 /// What a column holds that takes numbers as well as time stamps.
@@ -110,22 +147,50 @@ std::vector<Sent> SentValues::sent() const {
 }
 
 Value CellOf(const Result& result, int row, int column, const std::optional<ColumnType>& type) {
-  if (result.IsNull(row, column)) {
-    return {qorcred::Null{}};
+  const auto text = result.Cell(row, column);
+  return text ? CellValue(result.TypeOf(column), *text, type) : Value(qorcred::Null{});
+}
+
+void RowReader::Look(const Result& first) {
+  for (std::size_t column = 0; column < types_.size(); ++column) {
+    const std::uint32_t type = first.TypeOf(static_cast<int>(column));
+    const CellKind kind = types_[column] ? CellKindOf(*types_[column]) : CellKind::kPlain;
+    const Form form = kind == CellKind::kPlain && IsOfWholeNumbers(type) ? Form::kWholeNumber
+                      : kind == CellKind::kDate && !IsOfNumbers(type)    ? Form::kDateText
+                                                                         : Form::kOther;
+    columns_.push_back({type, form});
   }
-  Value plain = PlainCell(result.TypeOf(column), result.Text(row, column), type.has_value());
-  const CellKind kind = type ? CellKindOf(*type) : CellKind::kPlain;
-  if (kind == CellKind::kPlain) {
-    return plain;
+}
+
+std::size_t RowReader::Read(const Result& answer, std::span<Value> cells) {
+  if (columns_.empty()) {
+    Look(answer);
   }
-  const bool isBoolean = kind == CellKind::kBoolean;
-  if (const auto* number = plain.As<std::int32_t>()) {
-    return isBoolean ? Value(*number != 0) : DateOrNumber(*number);
+  std::size_t bytes = cells.size() * sizeof(Value);
+  for (std::size_t at = 0; at < cells.size(); ++at) {
+    const auto text = answer.Cell(0, static_cast<int>(at));
+    const Column& column = columns_[at];
+    if (!text) {
+      cells[at] = qorcred::Null{};
+    } else if (column.form == Form::kWholeNumber) {
+      cells[at] = WholeNumber(WholeNumberIn(*text));
+    } else if (column.form == Form::kDateText) {
+      cells[at] = DateIn(*text);
+    } else {
+      cells[at] = CellValue(column.serverType, *text, types_[at]);
+      bytes += cells[at].Is(qorcred::ValueType::kString) ? text->size() : 0;
+    }
   }
-  if (const auto* number = plain.As<double>()) {
-    return isBoolean ? Value(*number != 0.0) : DateOrNumber(*number);
+  return bytes;
+}
+
+/// Rows that were stored together have one date.
+const Value& RowReader::DateIn(std::string_view text) {
+  if (text != dateText_) {
+    date_ = DateOrText(text);
+    dateText_ = text;
   }
-  return isBoolean ? plain : DateOrText(*plain.As<std::string>());
+  return date_;
 }
 
 Value ToldCell(const dialect::Column& column, const nlohmann::json& cell, RowState state) {

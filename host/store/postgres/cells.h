@@ -45,6 +45,33 @@ class SentValues {
 /// The type of a column of a SELECT; nothing where the statement does not tell it.
 using ColumnTypes = std::vector<std::optional<dialect::ColumnType>>;
 
+/// Reads the rows of one SELECT, which come one by one: what their columns are is asked of the
+/// first.
+class RowReader {
+ public:
+  /// The types live longer.
+  explicit RowReader(const ColumnTypes& types) : types_(types) {}
+
+  /// Puts the only row of the answer into the cells, of which there is one for each type; how many
+  /// bytes they take.
+  std::size_t Read(const Result& answer, std::span<qorcred::Value> cells);
+
+ private:
+  enum class Form : std::uint8_t { kWholeNumber, kDateText, kOther };
+  struct Column {
+    std::uint32_t serverType;  // see Result::TypeOf()
+    Form form;
+  };
+
+  void Look(const Result& first);
+  [[nodiscard]] const qorcred::Value& DateIn(std::string_view text);
+
+  const ColumnTypes& types_;
+  std::vector<Column> columns_;
+  std::string dateText_;  // the latest date
+  qorcred::Value date_{""};
+};
+
 /// A cell of a row as the triggers tell it. Numbers of a Double column are Doubles in what a row
 /// was, and whole ones Longs in what it is, as the audit has them on every engine.
 enum class RowState : std::uint8_t { kBefore, kAfter };

@@ -1,7 +1,10 @@
 #include "host/store/postgres/change_log.h"
 
+#include <fmt/format.h>
+
 #include <charconv>
 #include <cstdint>
+#include <new>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -10,6 +13,7 @@
 #include "host/dialect/catalog.h"
 #include "host/store/audited_tables.h"
 #include "host/store/postgres/cells.h"
+#include "host/store/store_error.h"
 
 namespace qorhost::postgres {
 
@@ -84,8 +88,10 @@ void ChangeLog::Hear(std::string_view text) {
     statement_->isInOrder = statement_->isInOrder && told.rid() >= statement_->latestRid;
     statement_->latestRid = told.rid();
     Take(told);
+  } catch (const std::bad_alloc&) {
+    MissOne(Missed::kNoMemory);
   } catch (...) {
-    MissOne();
+    MissOne(Missed::kNotUnderstood);
   }
 }
 
@@ -100,7 +106,7 @@ void ChangeLog::EndStatement() {
       list().OrderFrom(statement_->first);
     }
   } catch (...) {
-    MissOne();
+    MissOne(Missed::kNoMemory);
   }
   statement_.reset();
 }
@@ -109,7 +115,7 @@ void ChangeLog::Take(const Told& told) {
   const std::string_view name = told.table();
   const dialect::Table* const known = dialect::FindTable(name);
   if (known == nullptr) {
-    return;
+    throw StoreError(fmt::format("The store has no table '{}'", name));
   }
   const ToldRow& before = told.before();
   const ToldRow& after = told.after();

@@ -12,8 +12,8 @@ namespace qorhost::postgres {
 namespace {
 
 // Row by row, which for one row costs half of what a statement's rows cost; they come in the order
-// in which the server meets them. The table's name is handed over, for a partition has one of its
-// own.
+// in which the server meets them. The table's name is handed over to all of them, for a part of a
+// table has one of its own.
 constexpr std::string_view kFunction = R"sql(
 CREATE FUNCTION desktop.tell_change() RETURNS trigger
 LANGUAGE plpgsql AS $$
@@ -39,17 +39,17 @@ DECLARE
   told text;
 BEGIN
   IF TG_OP = 'INSERT' THEN
-    FOR told IN SELECT json_build_object('table', TG_TABLE_NAME, 'after', row_to_json(n))::text
+    FOR told IN SELECT json_build_object('table', TG_ARGV[0], 'after', row_to_json(n))::text
                 FROM new_rows n ORDER BY n."RID" LOOP
       RAISE INFO USING MESSAGE = told, ERRCODE = 'QHROW';
     END LOOP;
   ELSIF TG_OP = 'DELETE' THEN
-    FOR told IN SELECT json_build_object('table', TG_TABLE_NAME, 'before', row_to_json(o))::text
+    FOR told IN SELECT json_build_object('table', TG_ARGV[0], 'before', row_to_json(o))::text
                 FROM old_rows o ORDER BY o."RID" LOOP
       RAISE INFO USING MESSAGE = told, ERRCODE = 'QHROW';
     END LOOP;
   ELSE
-    FOR told IN SELECT json_build_object('table', TG_TABLE_NAME, 'before', row_to_json(o),
+    FOR told IN SELECT json_build_object('table', TG_ARGV[0], 'before', row_to_json(o),
                                          'after', row_to_json(n))::text
                 FROM old_rows o JOIN new_rows n ON n."RID" = o."RID" ORDER BY o."RID" LOOP
       RAISE INFO USING MESSAGE = told, ERRCODE = 'QHROW';
@@ -67,8 +67,8 @@ LANGUAGE plpgsql AS $$
 DECLARE
   told text;
 BEGIN
-  IF TG_TABLE_NAME = 'ProgramSteps' THEN
-    SELECT json_build_object('table', TG_TABLE_NAME, 'after', row_to_json(n), 'last', a.last)::text
+  IF TG_ARGV[0] = 'ProgramSteps' THEN
+    SELECT json_build_object('table', TG_ARGV[0], 'after', row_to_json(n), 'last', a.last)::text
       INTO told
       FROM (SELECT min("RID") AS first, max("RID") AS last, count(*) AS number FROM new_rows
             HAVING max("RID") - min("RID") = count(*) - 1 AND
@@ -76,7 +76,7 @@ BEGIN
                    min("Sent") = max("Sent") AND count("Sent") = count(*)) a
       JOIN new_rows n ON n."RID" = a.first;
   ELSE
-    SELECT json_build_object('table', TG_TABLE_NAME, 'after', row_to_json(n), 'last', a.last)::text
+    SELECT json_build_object('table', TG_ARGV[0], 'after', row_to_json(n), 'last', a.last)::text
       INTO told
       FROM (SELECT min("RID") AS first, max("RID") AS last, count(*) AS number FROM new_rows
             HAVING max("RID") - min("RID") = count(*) - 1 AND
@@ -87,7 +87,7 @@ BEGIN
     RAISE INFO USING MESSAGE = told, ERRCODE = 'QHROW';
     RETURN NULL;
   END IF;
-  FOR told IN SELECT json_build_object('table', TG_TABLE_NAME, 'after', row_to_json(n))::text
+  FOR told IN SELECT json_build_object('table', TG_ARGV[0], 'after', row_to_json(n))::text
               FROM new_rows n ORDER BY n."RID" LOOP
     RAISE INFO USING MESSAGE = told, ERRCODE = 'QHROW';
   END LOOP;
@@ -114,9 +114,10 @@ std::string ForEachRow(std::string_view table) {
   return fmt::format("FOR EACH ROW EXECUTE FUNCTION desktop.tell_change('{}')", table);
 }
 
-std::string ForEachStatement(const Event& event, std::string_view function) {
-  return fmt::format("REFERENCING {} FOR EACH STATEMENT EXECUTE FUNCTION desktop.{}()", event.rows,
-                     function);
+std::string ForEachStatement(const Event& event, std::string_view function,
+                             std::string_view table) {
+  return fmt::format("REFERENCING {} FOR EACH STATEMENT EXECUTE FUNCTION desktop.{}('{}')",
+                     event.rows, function, table);
 }
 
 }  // namespace
@@ -129,8 +130,8 @@ std::string ChangeTriggersText(Spread spread) {
         std::find(kToldTogether.begin(), kToldTogether.end(), table.name) != kToldTogether.end();
     for (const Event& event : kEvents) {
       const std::string teller =
-          isTogether && event.name == "INSERT" ? ForEachStatement(event, "tell_added")
-          : spread == Spread::kPartitions      ? ForEachStatement(event, "tell_changes")
+          isTogether && event.name == "INSERT" ? ForEachStatement(event, "tell_added", table.name)
+          : spread == Spread::kPartitions      ? ForEachStatement(event, "tell_changes", table.name)
                                                : ForEachRow(table.name);
       text += fmt::format("CREATE TRIGGER \"Tell{0}\" AFTER {0} ON \"{1}\" {2};\n", event.name,
                           table.name, teller);

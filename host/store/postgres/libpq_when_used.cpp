@@ -5,6 +5,8 @@
 #include <fmt/format.h>
 #include <libpq-fe.h>
 
+#include <atomic>
+
 #include "host/store/store_error.h"
 
 namespace {
@@ -26,11 +28,24 @@ void* Find(const char* name) {
   return found;
 }
 
-/// Calls the library's function of that name, which has the type of the one here.
+/// Where the library has a function; null before it is looked for.
+template <auto kHere>
+constinit std::atomic<decltype(kHere)> found = nullptr;
+
+/// Looked for twice when two threads call it at once, with the same end.
+template <auto kHere>
+[[gnu::noinline, gnu::cold]] decltype(kHere) Look(const char* name) {
+  const auto there = reinterpret_cast<decltype(kHere)>(Find(name));
+  found<kHere>.store(there, std::memory_order_relaxed);
+  return there;
+}
+
+/// Calls the library's function of that name, which has the type of the one here. The cells of a
+/// result are read so, one by one: it costs a look at an address.
 template <auto kHere, typename... Arguments>
 auto Call(const char* name, Arguments... arguments) {
-  static const auto there = reinterpret_cast<decltype(kHere)>(Find(name));
-  return there(arguments...);
+  const auto there = found<kHere>.load(std::memory_order_relaxed);
+  return (there != nullptr ? there : Look<kHere>(name))(arguments...);
 }
 
 }  // namespace

@@ -45,6 +45,12 @@ std::string_view Result::Text(int row, int column) const {
           static_cast<std::size_t>(PQgetlength(result_.get(), row, column))};
 }
 
+std::optional<std::string_view> Result::Cell(int row, int column) const {
+  const std::string_view text = Text(row, column);
+  // Null has no length either.
+  return text.empty() && IsNull(row, column) ? std::nullopt : std::optional(text);
+}
+
 std::int64_t Result::Number(int row, int column) const {
   return WholeNumberIn(Text(row, column));
 }

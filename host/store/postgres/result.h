@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 struct pg_result;
@@ -23,6 +24,8 @@ class Result {
   [[nodiscard]] bool IsNull(int row, int column) const;
   /// "" for Null; valid as long as the result.
   [[nodiscard]] std::string_view Text(int row, int column) const;
+  /// Nothing for Null.
+  [[nodiscard]] std::optional<std::string_view> Cell(int row, int column) const;
   /// The whole number that the text is; 0 for Null.
   [[nodiscard]] std::int64_t Number(int row, int column) const;
   /// How many rows an INSERT, UPDATE or DELETE added, changed or deleted; the rows of a SELECT.

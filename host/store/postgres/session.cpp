@@ -125,18 +125,14 @@ QueryResult Session::Select(std::string_view sql) {
   const auto& types = prepared.shape->resultTypes;
   QueryResult result;
   result.table = std::make_shared<qorcred::ResultTable>();
+  RowReader reader(types);
   std::size_t bytes = 0;
   const auto take = [&](const Result& answer) {
     if (result.rowCount == 0) {
       result.table = std::make_shared<qorcred::ResultTable>(std::size_t{0}, types.size());
       result.table->Reserve(prepared.latestRows);
     }
-    const std::span<Value> row = result.table->AppendRow();
-    for (std::size_t column = 0; column < types.size(); ++column) {
-      row[column] = CellOf(answer, 0, static_cast<int>(column), types[column]);
-      const auto* text = row[column].As<std::string>();
-      bytes += sizeof(Value) + (text == nullptr ? 0 : text->size());
-    }
+    bytes += reader.Read(answer, result.table->AppendRow());
     RequireBounded(++result.rowCount, bytes);
   };
   const Result answer = Run(bound, take);

@@ -21,6 +21,8 @@ using std::chrono::steady_clock;
 // How often somebody looks up while the server works. Not shorter at first: a clock that is to go
 // off before the system's own next tick costs more than the rest of a short wait.
 constexpr milliseconds kLook(50);
+// Of answers that are there already the clock is asked now and then: each is one row of many.
+constexpr int kAnswersUnseen = 64;
 // For how long it is waited until a server has heard that it is to end its work.
 constexpr milliseconds kEndTime(3000);
 // When it is told once more: work that has not begun yet when it is told does not hear of it.
@@ -65,8 +67,9 @@ bool MayGoOn(const Watch& watch, Looks& looks, bool isQuiet) {
 /// Sends what is still to be sent and reads until an answer is there; false when the watch has
 /// ended the waiting.
 bool AwaitAnswer(pg_conn* handle, const Watch& watch, Looks& looks) {
-  if (!MayGoOn(watch, looks, false)) {
-    return false;  // answers may come for long without any waiting
+  // They may come for long without any waiting.
+  if (++looks.answers % kAnswersUnseen == 0 && !MayGoOn(watch, looks, false)) {
+    return false;
   }
   while (PQisBusy(handle) != 0) {
     const bool isQuiet =

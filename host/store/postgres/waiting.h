@@ -24,6 +24,7 @@ struct Watch {
 struct Looks {
   std::chrono::steady_clock::time_point started = std::chrono::steady_clock::now();
   std::chrono::steady_clock::time_point latest = started;
+  int answers = 0;  ///< that were asked for
 
   /// Between the two.
   [[nodiscard]] std::chrono::milliseconds passed() const {

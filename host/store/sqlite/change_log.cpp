@@ -76,7 +76,7 @@ struct ChangeLog::Hook {
           return log.OnDelete(*table, before);
       }
     } catch (...) {
-      log.MissOne();
+      log.MissOne(Missed::kNoMemory);
     }
   }
 

@@ -1,11 +1,8 @@
-// Somebody else is writing: an operation waits or is refused with nothing changed, and nobody waits
-// for one who reads a message.
+// Somebody else is writing: an operation waits or is refused with nothing changed.
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
 #include <ostream>
 
 #include "host/store/sqlite/schema.h"
@@ -16,9 +13,6 @@
 
 namespace qorhost::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 class HeldWriters : public testing::TestWithParam<SeatOperation> {
  protected:
@@ -94,65 +88,6 @@ INSTANTIATE_TEST_SUITE_P(
     [](const testing::TestParamInfo<SeatOperation>& one) {
       return "Operation" + std::to_string(one.index);
     });
-
-class MessageBoxes : public testing::Test {
- protected:
-  void SetUp() override {
-    MakeBuilding(file_, kCodesInUse);
-    anna_ = std::make_unique<Seat>(file_, "anna");
-    bert_ = std::make_unique<Seat>(file_, "bert");
-  }
-
-  TemporaryFolder folder_;
-  std::filesystem::path file_ = folder_.File("building.db");
-  std::unique_ptr<Seat> anna_;
-  std::unique_ptr<Seat> bert_;
-};
-
-TEST_F(MessageBoxes, ANoticeBehindTheFirstWriteIsShownWhenOthersMayWrite) {
-  Told meanwhile;
-  anna_->onBox = [&](std::string_view) { meanwhile = RunAt(EditPhone("102", "555-1"), *bert_); };
-  // The unit is full: the controller says so when it has taken the card from its holder.
-  const Told told = RunAt(AssignCard("101", "Berg Bea"), *anna_);
-  EXPECT_EQ(told.ending, Ending::kRefused) << TextOf(told);
-  EXPECT_THAT(anna_->shown, ElementsAre("You cannot enter more than 7 combined codes."));
-  EXPECT_EQ(told.messages, anna_->shown);
-  EXPECT_TRUE(meanwhile.done()) << TextOf(meanwhile);
-  EXPECT_EQ(bert_->database().Number("SELECT CREDENTIALID1 FROM Tenants WHERE RID=1"), 1);
-  EXPECT_EQ(bert_->database().Number("SELECT count(*) FROM ProgramSteps WHERE "
-                                     "Kind='program tenant'"),
-            0);
-}
-
-TEST_F(MessageBoxes, AQuestionIsAskedWhenOthersMayWrite) {
-  Told meanwhile;
-  anna_->onBox = [&](std::string_view) { meanwhile = RunAt(EditPhone("102", "555-1"), *bert_); };
-  const Told told = RunAt(DeleteCard("101"), *anna_);
-  EXPECT_EQ(anna_->shown.size(), 1U);
-  EXPECT_TRUE(meanwhile.done()) << TextOf(meanwhile);
-  // What was asked about has not changed: the answer still holds.
-  EXPECT_TRUE(told.done()) << TextOf(told);
-  EXPECT_EQ(WrongIn(bert_->database(), kCodesInUse), std::vector<std::string>());
-}
-
-TEST_F(MessageBoxes, WhatWasAskedAboutMayChangeWhileTheQuestionIsOpen) {
-  anna_->onBox = [&](std::string_view) {
-    EXPECT_TRUE(RunAt(AssignCard("101", std::nullopt), *bert_).done());
-  };
-  const Told told = RunAt(DeleteCard("101"), *anna_);
-  EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
-  EXPECT_EQ(anna_->shown.size(), 1U);
-  EXPECT_THAT(told.changedBy, ElementsAre(HasSubstr("bert")));
-  EXPECT_EQ(bert_->database().Number("SELECT count(*) FROM CredentialBank"), 4);
-}
-
-TEST_F(MessageBoxes, AnswerNoChangesNothing) {
-  anna_->yes = false;
-  const std::vector<std::string> before = ContentOf(bert_->database());
-  EXPECT_FALSE(RunAt(DeleteCard("101"), *anna_).done());
-  EXPECT_FALSE(RunAt(DeleteCode("101"), *anna_).done());
-  EXPECT_EQ(ContentOf(bert_->database()), before);
-}
 
 }  // namespace
 }  // namespace qorhost::test

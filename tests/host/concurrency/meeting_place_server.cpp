@@ -4,9 +4,10 @@
 
 #include "host/store/postgres/schema.h"
 #include "host/store/postgres/store.h"
-#include "tests/host/concurrency/meetings.h"
+#include "tests/host/concurrency/meeting_place.h"
 #include "tests/host/concurrency/server_building.h"
 #include "tests/host/store/postgres/needs_server.h"
+#include "tests/host/store/postgres/quoted_names.h"
 #include "tests/host/store/postgres/server_proxy.h"
 #include "tests/host/store/postgres/test_server.h"
 
@@ -15,6 +16,8 @@ namespace qorhost::test {
 // An order takes many times as long as on a file.
 const int kUsualStepOfMeetings = 3;
 const int kUsualStepOfInterruptions = 40;
+const int kUsualStepOfReadings = 7;
+const int kUsualRaces = 1;
 
 namespace {
 
@@ -45,30 +48,42 @@ class ServerSteps final : public Steps {
 class ServerPlace final : public MeetingPlace {
  public:
   explicit ServerPlace(int capacity)
-      : capacity_(capacity), beside_(postgres::OpenServerStore(Made(), OpenMode::kReadWrite)) {}
+      : capacity_(capacity), beside_(postgres::OpenServerStore(Made(), OpenMode::kReadWrite)) {
+    RenewBuilding(beside_, capacity_);
+  }
 
-  [[nodiscard]] std::unique_ptr<Seat> NewSeat(const std::string& who) override {
+  [[nodiscard]] std::unique_ptr<Seat> NewSeat(const std::string& who, bool traced) override {
     ServerProxy& proxy =
         *proxies_.emplace_back(std::make_unique<ServerProxy>(TestServer::Shared()));
     return std::make_unique<Seat>(
         std::make_unique<postgres::Store>(
             postgres::OpenServerStore(proxy.NameOf("meetings"), OpenMode::kReadWrite), Patience(),
             false),
-        std::make_unique<ServerSteps>(proxy), who);
+        std::make_unique<ServerSteps>(proxy), who, traced);
   }
+  [[nodiscard]] std::string Name() const override { return Made(); }
   void Renew() override { RenewBuilding(beside_, capacity_); }
   [[nodiscard]] std::vector<std::string> Content() override { return ContentOf(beside_); }
   [[nodiscard]] std::vector<std::string> Wrong() override {
     std::vector<std::string> wrong = WrongIn(beside_);
     const std::int64_t inUse = Number(
-        R"(SELECT (SELECT count(*) FROM "CredentialBank") + (SELECT count(*) FROM "DirectoryCode"))");
+        "SELECT (SELECT count(*) FROM CredentialBank) + (SELECT count(*) FROM DirectoryCode)");
     if (inUse > capacity_) {
       wrong.push_back(fmt::format("{} codes in a unit of {}", inUse, capacity_));
     }
     return wrong;
   }
   [[nodiscard]] std::int64_t Entries() override {
-    return Number(R"(SELECT count(*) FROM "AuditEntries")");
+    return Number("SELECT count(*) FROM AuditEntries");
+  }
+  [[nodiscard]] std::int64_t Number(const std::string& select) override {
+    return beside_.Run(postgres::test::WithQuotedNames(select)).Number(0, 0);
+  }
+  [[nodiscard]] std::shared_ptr<void> Hold() override {
+    auto writer = std::make_shared<postgres::Connection>(
+        postgres::OpenServerStore(Made(), OpenMode::kReadWrite));
+    writer->RunAll(R"(BEGIN; LOCK TABLE "UnitVersions" IN EXCLUSIVE MODE)");
+    return writer;
   }
 
  private:
@@ -80,9 +95,6 @@ class ServerPlace final : public MeetingPlace {
       return made;
     }();
     return name;
-  }
-  [[nodiscard]] std::int64_t Number(const std::string& sql) {
-    return beside_.Run(sql).Number(0, 0);
   }
 
   int capacity_;

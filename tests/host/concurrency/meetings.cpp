@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -19,16 +17,10 @@ std::string TextOf(const Result& result) {
                      fmt::join(result.content, "\n"));
 }
 
-int OrderStep(int usual) {
-  const char* const asked = std::getenv("QORHOST_MORE_ORDERS");
-  const int times = asked == nullptr ? 1 : std::max(1, std::stoi(asked));
-  return (usual + times - 1) / times;
-}
-
 void MeetingTest::SetUp() {
   place_ = NewMeetingPlace(GetParam().capacity);
-  first_ = place_->NewSeat("anna");
-  second_ = place_->NewSeat("bert");
+  first_ = place_->NewSeat("anna", false);
+  second_ = place_->NewSeat("bert", false);
 }
 
 void MeetingTest::Begin() {

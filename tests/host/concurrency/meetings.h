@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/host/concurrency/meeting_place.h"
 #include "tests/host/concurrency/seat.h"
 #include "tests/host/concurrency/seat_operations.h"
 #include "tests/host/concurrency/small_building.h"
@@ -38,33 +39,6 @@ struct Result {
 };
 
 [[nodiscard]] std::string TextOf(const Result& result);
-
-/// The small building on the engine of this program, once and again.
-class MeetingPlace {
- public:
-  virtual ~MeetingPlace() = default;
-  MeetingPlace(const MeetingPlace&) = delete;
-  MeetingPlace& operator=(const MeetingPlace&) = delete;
-
-  [[nodiscard]] virtual std::unique_ptr<Seat> NewSeat(const std::string& who) = 0;
-  /// Makes everything as it was in the beginning; seats stay where they are.
-  virtual void Renew() = 0;
-  /// See ContentOf(), and WrongIn(); equal contents may differ in what an engine gives out itself.
-  [[nodiscard]] virtual std::vector<std::string> Content() = 0;
-  [[nodiscard]] virtual std::vector<std::string> Wrong() = 0;
-  [[nodiscard]] virtual std::int64_t Entries() = 0;
-
- protected:
-  MeetingPlace() = default;
-};
-
-/// One for each program, by what it is linked with.
-[[nodiscard]] std::unique_ptr<MeetingPlace> NewMeetingPlace(int capacity);
-/// Of all orders one in so many is tried: what suits the engine, or as many times more orders as
-/// QORHOST_MORE_ORDERS in the environment says; 100 tries all.
-[[nodiscard]] int OrderStep(int usual);
-extern const int kUsualStepOfMeetings;
-extern const int kUsualStepOfInterruptions;
 
 /// Two seats at a building, once and again.
 class MeetingTest : public testing::TestWithParam<Meeting> {

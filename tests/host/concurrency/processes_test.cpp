@@ -1,10 +1,10 @@
-// Programs that race for one store, as people at several desks start them.
+// Programs on a store file that are started by a shell, among others who use its folder.
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "host/store/sqlite/schema.h"
 #include "tests/host/concurrency/racing_processes.h"
@@ -16,109 +16,13 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-constexpr int kRounds = 3;
-constexpr int kDone = 0;
-constexpr int kRefused = 1;
-
-class Races : public testing::Test {
+class ShellLines : public testing::Test {
  protected:
-  void Begin(int capacity) {
-    capacity_ = capacity;
-    for (const char* name : {"building.db", "building.db-wal", "building.db-shm"}) {
-      std::filesystem::remove(folder_.File(name));
-    }
-    MakeBuilding(file_, capacity);
-  }
-  [[nodiscard]] Arguments Command(Arguments words) const {
-    words.insert(words.begin(), {"--db", file_.string()});
-    words.insert(words.end(), {"--unit", "1", "--yes"});
-    return words;
-  }
-  [[nodiscard]] std::int64_t Number(std::string_view select) const {
-    return sqlite::OpenDatabase(file_, OpenMode::kReadWrite).Number(select);
-  }
-
-  /// Lets them race; gives how many were done. The others must be refused, and what is stored must
-  /// be theirs who were done.
-  std::int64_t DoneOf(const std::vector<Arguments>& runs) {
-    const std::vector<Finished> all = Race(QORHOST_PROGRAM, runs);
-    std::int64_t done = 0;
-    std::int64_t entries = 0;
-    for (const Finished& one : all) {
-      EXPECT_TRUE(one.status == kDone || one.status == kRefused) << one.status << " " << one.said;
-      EXPECT_FALSE(one.said.empty());
-      done += one.status == kDone ? 1 : 0;
-      // Who asks for what the store has already is done without a change.
-      entries +=
-          one.status == kDone && one.said.find("nothing was changed") == std::string::npos ? 1 : 0;
-    }
-    sqlite::Database database = sqlite::OpenDatabase(file_, OpenMode::kReadWrite);
-    EXPECT_EQ(WrongIn(database, capacity_), std::vector<std::string>());
-    EXPECT_EQ(database.Number("SELECT count(*) FROM AuditEntries"), entries);
-    return done;
-  }
+  void SetUp() override { MakeBuilding(file_, kRoomy); }
 
   TemporaryFolder folder_;
   std::filesystem::path file_ = folder_.File("building.db");
-  int capacity_ = kRoomy;
 };
-
-TEST_F(Races, OneOfFourIssuesARange) {
-  const Arguments issue = Command({"credentials", "add", "--type", "card26", "--start", "201",
-                                   "--end", "220", "--facility", "7"});
-  for (int round = 0; round < kRounds; ++round) {
-    Begin(kRoomy);
-    EXPECT_EQ(DoneOf({issue, issue, issue, issue}), 1);
-    EXPECT_EQ(Number("SELECT count(*) FROM CredentialBank"), 24);
-  }
-}
-
-TEST_F(Races, OneOfFourEntersADirectoryCode) {
-  const Arguments add = Command({"dircodes", "add", "301", "--phone", "555-1"});
-  for (int round = 0; round < kRounds; ++round) {
-    Begin(kRoomy);
-    EXPECT_EQ(DoneOf({add, add, add, add}), 1);
-    EXPECT_EQ(Number("SELECT count(*) FROM DirectoryCode"), 4);
-  }
-}
-
-TEST_F(Races, OneOfTwoRangesFindsRoom) {
-  const auto issue = [this](const char* first, const char* last) {
-    return Command({"credentials", "add", "--type", "card26", "--start", first, "--end", last,
-                    "--facility", "7"});
-  };
-  for (int round = 0; round < kRounds; ++round) {
-    Begin(kCodesInUse + 25);
-    EXPECT_EQ(DoneOf({issue("201", "220"), issue("301", "320")}), 1);
-    EXPECT_EQ(Number("SELECT count(*) FROM CredentialBank"), 24);
-  }
-}
-
-TEST_F(Races, OneOfThreeTakesTheLastPlace) {
-  for (int round = 0; round < kRounds; ++round) {
-    Begin(kCodesInUse + 1);
-    EXPECT_EQ(DoneOf({Command({"credentials", "add", "--type", "card26", "--start", "201",
-                               "--facility", "7"}),
-                      Command({"credentials", "add", "--type", "card26", "--start", "301",
-                               "--facility", "7"}),
-                      Command({"dircodes", "add", "301", "--phone", "555-1"})}),
-              1);
-  }
-}
-
-TEST_F(Races, ACredentialThatFourAssignHasOneHolder) {
-  const auto assign = [this](const char* tenant) {
-    return Command({"credentials", "assign", "Standard 26-Bit Card-103", tenant});
-  };
-  for (int round = 0; round < kRounds; ++round) {
-    Begin(kRoomy);
-    // One who comes late takes it from the holder before: any number of them may be done.
-    EXPECT_GE(
-        DoneOf({assign("Adam Ann"), assign("Berg Bea"), assign("Cole Cem"), assign("Berg Bea")}),
-        1);
-    EXPECT_EQ(Number("SELECT count(*) FROM Tenants WHERE CREDENTIALID1=3 OR CREDENTIALID2=3"), 1);
-  }
-}
 
 /// A line of the shell, in the folder of the store.
 std::vector<Arguments> InShell(const std::filesystem::path& folder, const std::string& line) {
@@ -126,8 +30,7 @@ std::vector<Arguments> InShell(const std::filesystem::path& folder, const std::s
 }
 
 // The trace's file got the number of the stream, and all messages.
-TEST_F(Races, MessagesToAStreamThatIsClosedGetIntoNoFile) {
-  Begin(kRoomy);
+TEST_F(ShellLines, MessagesToAStreamThatIsClosedGetIntoNoFile) {
   const std::string command = fmt::format("'{}' --db building.db --trace", QORHOST_PROGRAM);
   const Finished run =
       Race("/bin/sh", InShell(folder_.path(), command +
@@ -144,8 +47,7 @@ TEST_F(Races, MessagesToAStreamThatIsClosedGetIntoNoFile) {
 }
 
 // It was told as refused, as if nothing had been done.
-TEST_F(Races, AChangeWhoseTraceFindsItsPlaceTakenIsToldAsStored) {
-  Begin(kRoomy);
+TEST_F(ShellLines, AChangeWhoseTraceFindsItsPlaceTakenIsToldAsStored) {
   const std::string taken =
       "until ls .qorhost-?????? > /dev/null 2>&1; do :; done; echo mine > calls.txt";
   const Finished run =
@@ -157,30 +59,10 @@ TEST_F(Races, AChangeWhoseTraceFindsItsPlaceTakenIsToldAsStored) {
   EXPECT_EQ(run.status, 3) << run.said;
   EXPECT_NE(run.said.find("'calls.txt' exists already; the change is stored"), std::string::npos)
       << run.said;
-  EXPECT_EQ(Number("SELECT count(*) FROM DirectoryCode"), 4);
+  EXPECT_EQ(sqlite::OpenDatabase(file_, OpenMode::kReadWrite)
+                .Number("SELECT count(*) FROM DirectoryCode"),
+            4);
   EXPECT_EQ(std::filesystem::file_size(folder_.File("calls.txt")), 5U);
-}
-
-TEST_F(Races, OneOfTwoRenumberingsGetsTheNumber) {
-  for (int round = 0; round < kRounds; ++round) {
-    Begin(kRoomy);
-    EXPECT_EQ(DoneOf({Command({"credentials", "renumber", "Standard 26-Bit Card-103", "300"}),
-                      Command({"credentials", "renumber", "Standard 26-Bit Card-104", "300"})}),
-              1);
-  }
-}
-
-TEST_F(Races, OneWhoIsKilledWhileItWaitsLeavesNothingAndLetsOthersGoOn) {
-  Begin(kRoomy);
-  sqlite::Database other = sqlite::OpenDatabase(file_, OpenMode::kReadWrite);
-  const std::vector<std::string> before = ContentOf(other);
-  other.Run("BEGIN IMMEDIATE; UPDATE DOORS SET DOORNAME='Attic'");
-  AtATerminal waiting(QORHOST_PROGRAM, Command({"dircodes", "add", "301", "--phone", "555-1"}));
-  ASSERT_TRUE(waiting.WaitUntilItSays("another program is writing to the store"));
-  waiting.Kill();
-  other.Run("ROLLBACK");
-  EXPECT_EQ(ContentOf(other), before);
-  EXPECT_EQ(DoneOf({Command({"dircodes", "add", "301", "--phone", "555-1"})}), 1);
 }
 
 }  // namespace

@@ -1,10 +1,9 @@
 // What takes several statements to read is read from one state of the store, whatever others store
 // meanwhile.
-#include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
+#include <memory>
 #include <set>
 #include <sstream>
 
@@ -12,10 +11,9 @@
 #include "host/desks/store_check.h"
 #include "host/desks/tenant_export.h"
 #include "host/files/csv_writer.h"
-#include "tests/host/concurrency/seat.h"
+#include "tests/host/concurrency/meeting_place.h"
 #include "tests/host/concurrency/seat_operations.h"
 #include "tests/host/concurrency/small_building.h"
-#include "tests/host/store/temporary_folder.h"
 
 namespace qorhost::test {
 namespace {
@@ -28,28 +26,29 @@ class Readings : public testing::Test {
   [[nodiscard]] std::set<std::string> ReadBeside(const SeatOperation& operation,
                                                  const Reading& read) {
     std::set<std::string> found;
-    const TemporaryFolder made;
-    MakeBuilding(made.File("new.db"), kRoomy);
+    const int step = OrderStep(kUsualStepOfReadings);
     bool reached = true;
-    for (int nth = 0; reached; ++nth) {
-      const TemporaryFolder folder;
-      const std::filesystem::path file = folder.File("building.db");
-      std::filesystem::copy_file(made.File("new.db"), file);
-      Seat reader(file, "anna");
-      Seat other(file, "bert");
-      EXPECT_TRUE(RunAt(EditPhone("103", "555-0"), other).done());
+    for (int nth = 0; reached; nth += step) {
+      place_->Renew();
+      EXPECT_TRUE(RunAt(EditPhone("103", "555-0"), *other_).done());
       reached = false;
-      reader.BeforeStatements([&](int statement) {
+      reader_->BeforeStatements([&](int statement) {
         if (statement == nth) {
           reached = true;
-          EXPECT_TRUE(RunAt(operation, other).done());
+          EXPECT_TRUE(RunAt(operation, *other_).done());
         }
       });
-      found.insert(read(reader.session()));
-      EXPECT_FALSE(reader.session().sql().inTransaction());
+      found.insert(read(reader_->session()));
+      reader_->BeforeStatements([](int) {});
+      EXPECT_FALSE(reader_->session().sql().inTransaction());
     }
     return found;
   }
+
+ private:
+  std::unique_ptr<MeetingPlace> place_ = NewMeetingPlace(kRoomy);
+  std::unique_ptr<Seat> reader_ = place_->NewSeat("anna", false);
+  std::unique_ptr<Seat> other_ = place_->NewSeat("bert", false);
 };
 
 // The history was said to lack the entry that came meanwhile, and tenants to hold what was not

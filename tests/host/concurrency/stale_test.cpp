@@ -4,17 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <ostream>
 
-#include "host/store/sqlite/schema.h"
-#include "tests/host/concurrency/seat.h"
+#include "tests/host/concurrency/meeting_place.h"
 #include "tests/host/concurrency/seat_operations.h"
 #include "tests/host/concurrency/small_building.h"
-#include "tests/host/store/temporary_folder.h"
-#include "tests/host/store/whole_copy.h"
 
 namespace qorhost::test {
 namespace {
@@ -46,29 +42,31 @@ void PrintTo(const Overtaken& one, std::ostream* out) {
 
 class OvertakenOperations : public testing::TestWithParam<Overtaken> {
  protected:
-  void Begin() {
-    anna_.reset();
-    bert_.reset();
-    const std::filesystem::path file = folder_.File("building.db");
-    for (const char* name : {"building.db", "building.db-wal", "building.db-shm"}) {
-      std::filesystem::remove(folder_.File(name));
-    }
-    MakeBuilding(file, kRoomy);
-    anna_ = std::make_unique<Seat>(file, "anna", true);
-    bert_ = std::make_unique<Seat>(file, "bert");
+  /// Seats take longer to open than what is done at them; both begin anew each time.
+  static void SetUpTestSuite() {
+    place_ = NewMeetingPlace(kRoomy);
+    anna_ = place_->NewSeat("anna", true);
+    bert_ = place_->NewSeat("bert", false);
   }
-  [[nodiscard]] std::vector<std::string> Content() { return ContentOf(bert_->database()); }
-  [[nodiscard]] std::vector<std::string> Wrong() { return WrongIn(bert_->database(), kRoomy); }
+  static void TearDownTestSuite() {
+    bert_.reset();
+    anna_.reset();
+    place_.reset();
+  }
+  static void Begin() {
+    place_->Renew();
+    anna_->shown.clear();
+  }
   /// How often the controller had a message shown.
-  [[nodiscard]] std::size_t MessagesInTrace() const {
+  [[nodiscard]] static std::size_t MessagesInTrace() {
     return static_cast<std::size_t>(
         std::count_if(anna_->trace.begin(), anna_->trace.end(),
                       [](const std::string& line) { return line.find("  MsgBox(") == 0; }));
   }
 
-  TemporaryFolder folder_;
-  std::unique_ptr<Seat> anna_;
-  std::unique_ptr<Seat> bert_;
+  static inline std::unique_ptr<MeetingPlace> place_;
+  static inline std::unique_ptr<Seat> anna_;
+  static inline std::unique_ptr<Seat> bert_;
 };
 
 TEST_P(OvertakenOperations, AreDoneBesideAChangeOfOtherRows) {
@@ -78,7 +76,7 @@ TEST_P(OvertakenOperations, AreDoneBesideAChangeOfOtherRows) {
     Begin();
     ASSERT_TRUE(RunAt(other, *bert_).done());
     ASSERT_TRUE(RunAt(GetParam().operation, *anna_).done());
-    const std::vector<std::string> oneAfterTheOther = Content();
+    const std::vector<std::string> oneAfterTheOther = place_->Content();
 
     Begin();
     const PreparedDesk desk = GetParam().operation.prepare(*anna_);
@@ -90,8 +88,8 @@ TEST_P(OvertakenOperations, AreDoneBesideAChangeOfOtherRows) {
     EXPECT_EQ(anna_->shown, GetParam().asked);
     // The controller has asked again, the operator has not been.
     EXPECT_EQ(MessagesInTrace(), 2 * GetParam().asked.size());
-    EXPECT_EQ(Content(), oneAfterTheOther);
-    EXPECT_EQ(Wrong(), std::vector<std::string>());
+    EXPECT_EQ(place_->Content(), oneAfterTheOther);
+    EXPECT_EQ(place_->Wrong(), std::vector<std::string>());
   }
 }
 
@@ -106,7 +104,7 @@ TEST_P(OvertakenOperations, AreToldAndKeepTheirEntryAfterAChangeOfTheirRows) {
     const auto entered = onScreen();
     const Told changed = RunAt(other, *bert_);
     ASSERT_TRUE(changed.done()) << TextOf(changed);
-    const std::vector<std::string> before = Content();
+    const std::vector<std::string> before = place_->Content();
     anna_->trace.clear();
     const Told told = desk.run();
     EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
@@ -114,12 +112,12 @@ TEST_P(OvertakenOperations, AreToldAndKeepTheirEntryAfterAChangeOfTheirRows) {
     EXPECT_THAT(told.failures, IsEmpty());
     EXPECT_LE(anna_->shown.size(), 1U);  // nothing twice
     EXPECT_EQ(anna_->shown.size(), MessagesInTrace());
-    EXPECT_EQ(Content(), before);
-    EXPECT_EQ(Wrong(), std::vector<std::string>());
+    EXPECT_EQ(place_->Content(), before);
+    EXPECT_EQ(place_->Wrong(), std::vector<std::string>());
     EXPECT_TRUE(onScreen() == entered) << "the entry is not what it was";
     // The next attempt is no better until the operator has looked again.
     EXPECT_EQ(desk.run().ending, Ending::kStale);
-    EXPECT_EQ(Content(), before);
+    EXPECT_EQ(place_->Content(), before);
   }
 }
 
@@ -210,22 +208,17 @@ void PrintTo(const ToldCause& one, std::ostream* out) {
   *out << one.name;
 }
 
-class StaleCauses : public testing::TestWithParam<ToldCause> {
- protected:
-  void SetUp() override { MakeBuilding(file_, kRoomy); }
-
-  TemporaryFolder folder_;
-  std::filesystem::path file_ = folder_.File("building.db");
-};
+using StaleCauses = testing::TestWithParam<ToldCause>;
 
 TEST_P(StaleCauses, AreToldWithThoseWhoMadeThem) {
-  Seat anna(file_, "anna");
-  Seat bert(file_, "bert");
-  Seat carl(file_, "carl");
-  const PreparedDesk desk = GetParam().operation.prepare(anna);
-  ASSERT_TRUE(RunAt(IssueCards("901", "902"), carl).done());
-  ASSERT_TRUE(RunAt(GetParam().other, bert).done());
-  ASSERT_TRUE(RunAt(WriteByHand("UPDATE DOORS SET DOORNAME='Attic' WHERE DOORID=3"), carl).done());
+  const std::unique_ptr<MeetingPlace> place = NewMeetingPlace(kRoomy);
+  const std::unique_ptr<Seat> anna = place->NewSeat("anna", false);
+  const std::unique_ptr<Seat> bert = place->NewSeat("bert", false);
+  const std::unique_ptr<Seat> carl = place->NewSeat("carl", false);
+  const PreparedDesk desk = GetParam().operation.prepare(*anna);
+  ASSERT_TRUE(RunAt(IssueCards("901", "902"), *carl).done());
+  ASSERT_TRUE(RunAt(GetParam().other, *bert).done());
+  ASSERT_TRUE(RunAt(WriteByHand("UPDATE DOORS SET DOORNAME='Attic' WHERE DOORID=3"), *carl).done());
   const Told told = desk.run();
   EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
   EXPECT_EQ(told.cause, GetParam().cause);
@@ -261,61 +254,6 @@ INSTANTIATE_TEST_SUITE_P(
                     ToldCause{"SetUpUnit", NameShownUnit("East"), SetDigitsOfShownUnit("6"),
                               StaleCause::kRowChanged}),
     [](const testing::TestParamInfo<ToldCause>& one) { return one.param.name; });
-
-/// A seat whose store is put back or replaced while its desk is open.
-class ReplacedStores : public testing::Test {
- protected:
-  void SetUp() override { MakeBuilding(file_, kRoomy); }
-
-  [[nodiscard]] std::vector<std::string> Content() const {
-    sqlite::Database database = sqlite::OpenDatabase(file_, OpenMode::kReadWrite);
-    return ContentOf(database);
-  }
-
-  TemporaryFolder folder_;
-  std::filesystem::path file_ = folder_.File("building.db");
-};
-
-TEST_F(ReplacedStores, AStoreThatWasPutBackToAnEarlierStateIsNotTakenForTheOneShown) {
-  Seat anna(file_, "anna");
-  Seat bert(file_, "bert");
-  ASSERT_TRUE(RunAt(EditPhone("102", "555-1"), bert).done());
-  bert.database().Run("PRAGMA wal_checkpoint(TRUNCATE)");
-  std::filesystem::copy_file(file_, folder_.File("backup.db"));
-  ASSERT_TRUE(RunAt(EditPhone("102", "555-2"), bert).done());
-  const PreparedDesk desk = EditPhone("102", "555-3").prepare(anna);
-  // Back to the first edit in the way of a restore, and then another edit: as many as before.
-  {
-    Seat backup(folder_.File("backup.db"), "carl");
-    ASSERT_TRUE(RunAt(EditPhone("102", "555-4"), backup).done());
-    backup.database().Run("PRAGMA wal_checkpoint(TRUNCATE)");
-  }
-  sqlite::Database source(folder_.File("backup.db"), OpenMode::kReadWrite);
-  CopyWhole(source, bert.database());
-  const Told told = desk.run();
-  EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
-  EXPECT_EQ(bert.database().Number("SELECT count(*) FROM DirectoryCode WHERE PHONENUMBER='555-4'"),
-            1);
-}
-
-TEST_F(ReplacedStores, AStoreWhoseFileWasReplacedIsNotWrittenAndTheEntryIsKept) {
-  Seat anna(file_, "anna");
-  const PreparedDesk desk = EditPhone("102", "555-3").prepare(anna);
-  const ScreenSnapshot entered = desk.screen();
-  std::filesystem::rename(file_, folder_.File("old.db"));
-  MakeBuilding(folder_.File("another.db"), kRoomy);
-  std::filesystem::rename(folder_.File("another.db"), file_);
-  const std::vector<std::string> before = Content();
-  for (int attempt = 0; attempt < 2; ++attempt) {
-    const Told told = desk.run();
-    EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
-    EXPECT_EQ(told.cause, StaleCause::kStoreReplaced);
-    EXPECT_THAT(told.changedBy, IsEmpty());
-    EXPECT_THAT(told.failures, IsEmpty());
-    EXPECT_TRUE(desk.screen() == entered) << "the entry is not what it was";
-    EXPECT_EQ(Content(), before);
-  }
-}
 
 }  // namespace
 }  // namespace qorhost::test

@@ -2,6 +2,7 @@
 // has the rows of a statement.
 #include "host/store/postgres/told_row.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,8 +13,11 @@
 #include <utility>
 #include <vector>
 
+#include "frame/date.h"
 #include "host/store/postgres/change_log.h"
 #include "host/store/postgres/schema.h"
+#include "host/store/postgres/store.h"
+#include "host/store/sql_session.h"
 #include "host/store/store_error.h"
 #include "test_server.h"
 
@@ -22,6 +26,7 @@ namespace qorhost::postgres::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 
 TEST(ToldRow, HasItsCellsAsTheyAreWritten) {
   Told first(
@@ -70,8 +75,9 @@ class ToldRows : public testing::Test {
       GTEST_SKIP() << missing;
     }
     static int count = 0;
-    connection_ = std::make_unique<Connection>(OpenServerStore(
-        TestServer::Shared().Create("told_rows" + std::to_string(++count)), OpenMode::kCreate));
+    name_ = TestServer::Shared().Create("told_rows" + std::to_string(++count));
+    connection_ = std::make_unique<Connection>(
+        OpenServerStore(name_, OpenMode::kCreate, {.spread = spread_}));
     connection_->RunAll(
         R"(INSERT INTO "CredentialBank" ("UnitKey", "PINNo") SELECT 1, n FROM generate_series(1, 3) n)");
   }
@@ -81,6 +87,8 @@ class ToldRows : public testing::Test {
     }
   }
 
+  Spread spread_ = Spread::kNone;
+  std::string name_;
   std::unique_ptr<Connection> connection_;
 };
 
@@ -118,6 +126,67 @@ TEST_F(ToldRows, ThatAreNewJoinTheirRunWhereverTheOrderHasBroughtIt) {
   ASSERT_THAT(RidsIn(log), ElementsAre(5, 6, 8, 9));
   EXPECT_EQ(log.changes()[3].lastRid, 10);
   EXPECT_EQ(log.changes()[2].lastRid, 8);
+}
+
+/// The same in a store whose tables lie in several places.
+class ToldRowsOfParts : public ToldRows {
+ protected:
+  ToldRowsOfParts() { spread_ = Spread::kPartitions; }
+};
+
+TEST_F(ToldRowsOfParts, AreThoseOfTheirTable) {
+  connection_->RunAll(
+      R"(INSERT INTO "Units" ("UnitKey", "UnitName") VALUES (1, 'Court'), (2, 'Gardens'))");
+  ChangeLog log(*connection_);
+  log.Start();
+  connection_->Begin();
+  for (
+      const char* sql :
+      {R"(INSERT INTO "CredentialBank" ("UnitKey", "PINNo") VALUES (1, 4), (1, 5))",
+       R"(INSERT INTO "CredentialBank" ("UnitKey", "PINNo") VALUES (1, 6), (2, 7))",
+       R"(INSERT INTO "DOORS" ("UNITKEY") VALUES (1), (2))",
+       R"(UPDATE "CredentialBank" SET "UnitKey"=2 WHERE "PINNo"=1)",
+       R"(DELETE FROM "DOORS" WHERE "UNITKEY"=2)",
+       R"(INSERT INTO "ProgramSteps" ("UnitKey", "Kind", "QueuedAt", "Sent") VALUES (1, 'x', '', 0))"}) {
+    connection_->RunAll(sql);
+  }
+  std::vector<std::string> told;
+  for (const RowChange& change : log.changes()) {
+    told.push_back(fmt::format("{} {} {}-{}", static_cast<int>(change.kind), change.table,
+                               change.rid, change.lastRid));
+  }
+  EXPECT_THAT(told, ElementsAre("0 CredentialBank 4-7", "0 DOORS 1-2", "1 CredentialBank 1-1",
+                                "2 DOORS 2-2"));
+  EXPECT_EQ(log.touched(), 9);
+  EXPECT_EQ(log.steps(), 1);
+}
+
+// Nobody but somebody else's trigger tells so. What it stands for would be missing in the history.
+TEST_F(ToldRows, OfATableThatTheStoreDoesNotHaveKeepTheirWorkFromBeingStored) {
+  connection_->RunAll(
+      R"(INSERT INTO "Units" ("UnitKey", "UnitName") VALUES (1, 'Court'); )"
+      "CREATE FUNCTION desktop.tell_other() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
+      R"(RAISE INFO '{"table":"Gates","after":{"RID":1}}' USING ERRCODE = 'QHROW'; )"
+      "RETURN NULL; END $$; "
+      R"(CREATE TRIGGER "Other" AFTER INSERT ON "DOORS" )"
+      "FOR EACH ROW EXECUTE FUNCTION desktop.tell_other()");
+  Store store(OpenServerStore(name_, OpenMode::kReadWrite), Patience(), false);
+  const auto session = store.StartSession([] {
+    return qorcred::FromCivil({2026, 1, 31, 12, 0, 0});
+  });
+  for (const char* ownTriggers : {"ENABLE", "DISABLE"}) {
+    connection_->RunAll(fmt::format(R"(ALTER TABLE "DOORS" {} TRIGGER "TellINSERT")", ownTriggers));
+    WorkGuard guard(session->work(), {{1}, "add a door", {}});
+    session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+    try {
+      (void)guard.Commit();
+      ADD_FAILURE() << "stored";
+    } catch (const StoreError& failure) {
+      EXPECT_THAT(failure.what(), HasSubstr("tells of a changed row in other words"));
+      EXPECT_EQ(failure.fault(), StoreFault::kRefused);
+    }
+  }
+  EXPECT_EQ(connection_->Run(R"(SELECT count(*) FROM "DOORS")").Number(0, 0), 0);
 }
 
 // A statement may change every row of a large store.
