@@ -10,6 +10,8 @@
 #include <string>
 #include <tuple>
 
+#include "host/desks/credential_report.h"
+#include "host/desks/dir_code_report.h"
 #include "tests/host/desks/moving_in/moved_fixture.h"
 
 namespace qorhost::test {
@@ -18,6 +20,10 @@ namespace {
 using nlohmann::json;
 using nlohmann::ordered_json;
 using testing::ElementsAre;
+using testing::UnorderedElementsAreArray;
+
+constexpr std::size_t kNumberCell = 1;  // of a row of the report of credentials
+constexpr std::size_t kHolderCell = 6;
 
 /// The rows that are refused, counted from 1 in the order of the file.
 const std::map<std::string_view, std::set<std::size_t>> kRefusedRows{
@@ -85,17 +91,34 @@ class MovedOddBuilding : public MovedBuildings {
     return number.is_number() ? number : cell;  // in one column a date may stand as a text
   }
 
-  [[nodiscard]] static std::vector<json> WantedRows(const KnownTable& known,
-                                                    const ordered_json& table) {
+  /// The rows that are to be stored, each by the file's names of its columns.
+  [[nodiscard]] static std::vector<json> WantedRows(std::string_view name) {
+    const KnownTable& known = *FindKnownTable(name);
+    const ordered_json expected = ExpectedOf("building-odd.mdb");
+    const ordered_json& table = TableIn(expected, name);
+    EXPECT_EQ(table.at("sample").size(), table.at("rows").get<std::size_t>()) << "all are told";
     std::vector<json> rows;
     std::size_t number = 0;
     for (const ordered_json& row : table.at("sample")) {
       ++number;
       if (kRefusedRows.at(known.name).contains(number)) continue;
-      json& cells = rows.emplace_back(json::array());
+      json& cells = rows.emplace_back(json::object());
       for (const std::string& column : ColumnsOf(known, table)) {
-        cells.push_back(Wanted(known, number, column, json(row.at(column))));
+        cells[column] = Wanted(known, number, column, json(row.at(column)));
       }
+    }
+    return rows;
+  }
+
+  [[nodiscard]] std::vector<json> StoredRows(std::string_view name) {
+    const KnownTable& known = *FindKnownTable(name);
+    const ordered_json expected = ExpectedOf("building-odd.mdb");
+    const std::vector<std::string> columns = ColumnsOf(known, TableIn(expected, name));
+    std::vector<json> rows;
+    for (const json& cells :
+         Rows(fmt::format("SELECT {} FROM {}", fmt::join(columns, ", "), known.name))) {
+      json& row = rows.emplace_back(json::object());
+      for (std::size_t at = 0; at < columns.size(); ++at) row[columns[at]] = cells[at];
     }
     return rows;
   }
@@ -103,19 +126,66 @@ class MovedOddBuilding : public MovedBuildings {
 
 TEST_F(MovedOddBuilding, HasEveryCellThatIsNotListedAsItWasWritten) {
   Bring("building-odd.mdb");
-  const ordered_json expected = ExpectedOf("building-odd.mdb");
   std::size_t cells = 0;
   for (const KnownTable& known : KnownTables()) {
-    const ordered_json& table = TableIn(expected, known.name);
-    ASSERT_EQ(table.at("sample").size(), table.at("rows").get<std::size_t>()) << "all are told";
-    const std::vector<json> wanted = WantedRows(known, table);
-    EXPECT_THAT(Rows(fmt::format("SELECT {} FROM {}", fmt::join(ColumnsOf(known, table), ", "),
-                                 known.name)),
-                testing::UnorderedElementsAreArray(wanted))
-        << known.name;
-    cells += wanted.size() * ColumnsOf(known, table).size();
+    const std::vector<json> wanted = WantedRows(known.name);
+    EXPECT_THAT(StoredRows(known.name), UnorderedElementsAreArray(wanted)) << known.name;
+    for (const json& row : wanted) cells += row.size();
   }
   EXPECT_GT(cells, 1000U);
+}
+
+/// "Good Row 1 (501)", once for each who holds the card.
+TEST_F(MovedOddBuilding, HasItsCardsAndTheirHoldersInTheReport) {
+  Bring("building-odd.mdb");
+  const std::vector<json> tenants = WantedRows("Tenants");
+  const auto holdersOf = [&](const json& card) {
+    std::vector<std::string> names;
+    for (const json& tenant : tenants) {
+      if (tenant.at("CREDENTIALID1") != card && tenant.at("CREDENTIALID2") != card) continue;
+      names.push_back(tenant.at("LastName").get<std::string>() + ' ' +
+                      tenant.at("FirstName").get<std::string>());
+    }
+    return names.empty() ? std::vector<std::string>{"Unassigned"} : names;
+  };
+  for (const UnitName& unit : session_->Units()) {
+    std::vector<std::string> wanted;
+    for (const json& card : WantedRows("CredentialBank")) {
+      if (card.at("UnitKey") != unit.key) continue;
+      for (const std::string& name : holdersOf(card.at("RID"))) {
+        wanted.push_back(fmt::format("{} ({})", name, card.at("PINNo").get<int>()));
+      }
+    }
+    CredentialReport report(*session_, unit.key, {});
+    ASSERT_TRUE(report.Run().done());
+    std::vector<std::string> shown;
+    for (const auto& cells : report.Visible().rows) {
+      shown.push_back(fmt::format("{} ({})", qorcred::TextOrEmpty(cells.at(kHolderCell)),
+                                  qorcred::TextOrEmpty(cells.at(kNumberCell))));
+    }
+    EXPECT_THAT(shown, UnorderedElementsAreArray(wanted)) << unit.key;
+  }
+}
+
+TEST_F(MovedOddBuilding, HasItsCodesInTheReport) {
+  Bring("building-odd.mdb");
+  for (const UnitName& unit : session_->Units()) {
+    std::vector<std::string> wanted;
+    for (const json& code : WantedRows("DirectoryCode")) {
+      if (code.at("UNITKEY") == unit.key && code.at("DIRECTORYCODE") >= 0) {
+        wanted.push_back(code.at("DIRECTORYCODE").dump());
+      }
+    }
+    DirCodeReport report(*session_, unit.key);
+    ASSERT_TRUE(report.Compose().done());
+    ASSERT_TRUE(report.Run().done());
+    const Table table = report.Visible();
+    ASSERT_EQ(table.columns.size(), 1U) << "the other fields of the report are refused";
+    EXPECT_EQ(table.columns.front().title, "Code");
+    std::vector<std::string> shown;
+    for (const auto& cells : table.rows) shown.push_back(qorcred::TextOrEmpty(cells.front()));
+    EXPECT_THAT(shown, UnorderedElementsAreArray(wanted)) << unit.key;
+  }
 }
 
 TEST_F(MovedOddBuilding, OfAnOddOneTheCheckTellsWhatTheFileAlreadyHad) {
