@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "frame/runtime_error.h"
 #include "host/desks/desk_error.h"
 #include "tests/host/desks/moving_in/moved_fixture.h"
 
@@ -178,6 +179,39 @@ TEST_F(WholeBuildings, NewRowsComeBehindThoseThatWereBroughtIn) {
                   std::nullopt)
           .newRow,
       16);
+}
+
+TEST_F(WholeBuildings, IdentitiesAndLinkCodesComeToBothEndsOf32Bits) {
+  const std::int64_t one = 1;
+  const std::int64_t last = 2147483647;
+  const std::int64_t first = -2147483648;
+  const DesktopText name{"Novak", true};
+  Bring(MovingPlan({{TableOf("Units", {"UnitKey"}, {{one}, {last}, {first}}),
+                     TableOf("CredentialBank", {"RID", "UnitKey", "CredentialType", "PINNo"},
+                             {{one, one, one, one}, {last, last, one, std::int64_t{65535}}}),
+                     TableOf("Tenants", {"RID", "UnitKey", "LastName", "LINKCODE"},
+                             {{one, one, name, last}, {last, one, name, first}})}},
+                   "some.mdb", std::nullopt),
+        "some.mdb");
+  EXPECT_THAT(Rows("SELECT UnitKey FROM Units ORDER BY UnitKey"),
+              ElementsAre(json::array({first}), json::array({1}), json::array({last})));
+  EXPECT_THAT(Rows("SELECT RID, UnitKey FROM CredentialBank ORDER BY RID"),
+              ElementsAre(json::array({1, 1}), json::array({last, last})));
+  EXPECT_THAT(Rows("SELECT RID, TenantID, LINKCODE FROM Tenants ORDER BY RID"),
+              ElementsAre(json::array({1, 1, last}), json::array({last, last, first})));
+  std::vector<std::string> told;
+  for (const SettledCell& cell : plan_->settled().named()) {
+    if (cell.kind == "id-range" || cell.kind == "link-range") {
+      told.push_back(fmt::format("{} {} {} [{}]", cell.table, cell.column, cell.value, cell.kind));
+    }
+  }
+  EXPECT_THAT(told, ElementsAre("CredentialBank RID 2147483647 [id-range]",
+                                "Tenants LINKCODE 2147483647 [link-range]",
+                                "Tenants RID 2147483647 [id-range]"));
+  EXPECT_THROW((void)session_->sql().tenants().NextLinkCode(1), qorcred::RuntimeError);
+  EXPECT_ANY_THROW((void)session_->sql().Change(
+      "INSERT INTO CredentialBank (UnitKey, CredentialType, PINNo) VALUES (1, 1, 9)", std::nullopt))
+      << "as they are told";
 }
 
 }  // namespace

@@ -410,6 +410,21 @@ TEST(MovingPlans, NameSoManyOddCellsAndCountTheRest) {
   EXPECT_THAT(report.str(), HasSubstr("  3 more, which are not listed\n"));
 }
 
+TEST(MovingPlans, TellInWhichCodePageTextsAreRead) {
+  const auto reportOf = [](std::optional<DesktopCodePage> page) {
+    std::ostringstream report;
+    PrintMovingReport(report, MovingPlan({{UnitTable({1})}, page}, "some.mdb", std::nullopt),
+                      "some.mdb");
+    return report.str();
+  };
+  EXPECT_THAT(reportOf(std::nullopt), testing::Not(HasSubstr("code page")));
+  EXPECT_THAT(reportOf(DesktopCodePage{1250, false}),
+              HasSubstr("The texts of the file are read in the code page 1250.\n"));
+  EXPECT_THAT(reportOf(DesktopCodePage{1252, true}),
+              HasSubstr("The file tells no code page that is known: its texts are read in 1252. "
+                        "Look at names with accents.\n"));
+}
+
 TEST(MovingPlans, GiveRowsWithoutAnIdentityFreeOnes) {
   const MovingPlan plan(
       {{TableOf("Units", {"RID", "UnitKey"},
