@@ -161,6 +161,9 @@ void TellNewStore(const GlobalOptions& global, const MovingPlan& plan, const Mov
                   const ReportFile& report, Console& console) {
   console.Remarks() << fmt::format("Created {} from {}: {}.\n", Displayable(global.file.string()),
                                    Displayable(*options.from), ContentsOf(plan));
+  if (const std::string sentence = CodePageSentence(plan); !sentence.empty()) {
+    console.Remarks() << sentence << '\n';
+  }
   TellOddities(plan, report, console);
   TellMissingAndLeft(plan, console);
   try {
@@ -178,6 +181,11 @@ void TellNewStore(const GlobalOptions& global, const MovingPlan& plan, const Mov
 /// How bringing a file in ended.
 enum class MovingEnding : std::uint8_t { kStored, kTried, kRefused };
 
+qorcred::Value CodePageCell(const MovingPlan& plan) {
+  if (!plan.codePage()) return qorcred::Null{};
+  return static_cast<std::int32_t>(plan.codePage()->number);
+}
+
 void PrintAsJson(const GlobalOptions& global, const MovingPlan& plan, const MovingOptions& options,
                  MovingEnding ending, Console& console) {
   ChangeReport report;
@@ -188,6 +196,7 @@ void PrintAsJson(const GlobalOptions& global, const MovingPlan& plan, const Movi
   }
   report.facts.Add("demo", false)
       .Add("from", *options.from)
+      .Add("code_page", CodePageCell(plan))
       .Add("tables", MovedTables(plan))
       .Add("settled", SettledTable(plan))
       .Add("missing", MissingTable(plan))

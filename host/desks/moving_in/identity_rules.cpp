@@ -8,6 +8,8 @@ namespace qorhost {
 
 namespace {
 
+constexpr std::int32_t kLast = std::numeric_limits<std::int32_t>::max();
+
 bool CanBeIdentity(const qorcred::Value& cell) {
   const std::optional<std::int32_t> rid = LongIn(cell);
   return rid && *rid > 0;
@@ -24,7 +26,7 @@ class FreeIdentities {
     for (const std::int32_t rid : taken) next_ = std::max(next_, std::int64_t{rid} + 1);
   }
   std::int32_t Take() {
-    if (next_ > std::numeric_limits<std::int32_t>::max()) {
+    if (next_ > kLast) {
       while (taken_.contains(gap_)) ++gap_;
       return gap_++;
     }
@@ -58,6 +60,8 @@ void SettleIdentities(RuleWork& work) {
       } else {
         without.push_back(&row);
       }
+    } else if (*LongIn(row.cells[rid]) == kLast) {
+      work.Keep(row, rid, "id-range", "it is the last identity there is: no row can be added");
     }
   });
   FreeIdentities free(taken);

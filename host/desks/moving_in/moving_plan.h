@@ -53,8 +53,8 @@ class MovingPlan {
   /// Tables first.
   [[nodiscard]] const std::vector<LeftThing>& left() const { return left_; }
   [[nodiscard]] const std::vector<MissingThing>& missing() const { return missing_; }
-  /// In which the texts of the file stand, where that can be another one.
-  [[nodiscard]] const std::optional<unsigned>& codePage() const { return codePage_; }
+  /// In which the texts of the file are read, where that can be another one.
+  [[nodiscard]] const std::optional<DesktopCodePage>& codePage() const { return codePage_; }
   [[nodiscard]] std::size_t CountOf(Settlement settlement) const {
     return settled_.CountOf(settlement);
   }
@@ -75,7 +75,7 @@ class MovingPlan {
   std::vector<MovedTable> numbers_;
   std::vector<LeftThing> left_;
   std::vector<MissingThing> missing_;
-  std::optional<unsigned> codePage_;
+  std::optional<DesktopCodePage> codePage_;
 };
 
 }  // namespace qorhost

@@ -164,6 +164,16 @@ Table LeftTable(const MovingPlan& plan) {
   return table;
 }
 
+std::string CodePageSentence(const MovingPlan& plan) {
+  if (!plan.codePage()) return "";
+  const auto [number, isGuessed] = *plan.codePage();
+  return isGuessed ? fmt::format(
+                         "The file tells no code page that is known: its texts are read in "
+                         "{}. Look at names with accents.",
+                         number)
+                   : fmt::format("The texts of the file are read in the code page {}.", number);
+}
+
 Table MovedTables(const MovingPlan& plan) {
   Table table;
   table.columns = {{"Table", "table"},
@@ -185,6 +195,9 @@ void PrintMovingReport(std::ostream& out, const MovingPlan& plan, std::string_vi
                      Counted(plan.refusedRows(), "row", "rows"),
                      Counted(plan.CountOf(Settlement::kAdjusted), "cell", "cells"),
                      plan.CountOf(Settlement::kKept));
+  if (const std::string sentence = CodePageSentence(plan); !sentence.empty()) {
+    out << sentence << "\n\n";
+  }
   PrintNumbers(out, plan);
   for (const Section& section : kSections) PrintSection(out, plan, section);
   const NamedThings missing = NamesOfMissing(plan);

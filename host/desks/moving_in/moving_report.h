@@ -33,6 +33,8 @@ struct NamedThings {
 [[nodiscard]] Table MissingTable(const MovingPlan& plan);
 /// What the file has and a store has not: table, column or rows.
 [[nodiscard]] Table LeftTable(const MovingPlan& plan);
+/// In which code page the texts of the file are read: a sentence, "" where there is no other.
+[[nodiscard]] std::string CodePageSentence(const MovingPlan& plan);
 /// A row for each table of the store.
 [[nodiscard]] Table MovedTables(const MovingPlan& plan);
 

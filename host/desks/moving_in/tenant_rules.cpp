@@ -1,6 +1,8 @@
 // Tenants and what they refer to.
 #include <fmt/format.h>
 
+#include <limits>
+
 #include "frame/schedules.h"
 #include "frame/text.h"
 #include "host/desks/moving_in/row_rules.h"
@@ -90,6 +92,10 @@ class TenantRow {
   void SettleLink(Taken& taken) {
     const std::optional<std::int32_t> link = LongIn(Cell(at_.link));
     if (!link || *link <= 0) return;
+    if (*link == std::numeric_limits<std::int32_t>::max()) {
+      work_.Keep(row_, at_.link, "link-range",
+                 "it is the last link code there is: no tenant can be added to the unit");
+    }
     const auto [holder, isFirst] = taken.links.try_emplace({unit_, *link}, rid_);
     if (!isFirst) {
       work_.Keep(row_, at_.link, "duplicate-link",

@@ -139,8 +139,10 @@ void MovingDialog::FillUnits() {
 void MovingDialog::FillCodePages() {
   static constexpr std::array<unsigned, 10> kUsual{437,  850,  852,  1250, 1251,
                                                    1252, 1253, 1254, 1257, 1258};
-  const unsigned own = plan_.codePage().value_or(0);
-  codePages_->addItem(tr("%1, as the file says").arg(own), 0U);
+  const auto [own, isGuessed] = plan_.codePage().value_or(DesktopCodePage{});
+  codePages_->addItem(isGuessed ? tr("%1, for the file says none that is known").arg(own)
+                                : tr("%1, as the file says").arg(own),
+                      0U);
   for (const unsigned page : kUsual) {
     if (page != own) {
       codePages_->addItem(QString::number(page), page);

@@ -2461,6 +2461,14 @@
         <source>someone else has deleted the schedule meanwhile</source>
         <translation>jemand anderes hat den Zeitplan inzwischen gelöscht</translation>
     </message>
+    <message>
+        <source>it is the last identity there is: no row can be added</source>
+        <translation>es ist die letzte Kennung, die es gibt: keine Zeile kann hinzukommen</translation>
+    </message>
+    <message>
+        <source>it is the last link code there is: no tenant can be added to the unit</source>
+        <translation>es ist der letzte Verknüpfungscode, den es gibt: kein Mieter kann zur Anlage hinzukommen</translation>
+    </message>
 </context>
 <context>
     <name>DirCodePage</name>
@@ -5114,6 +5122,10 @@
     <message>
         <source>&amp;Leave out the refused rows (%1)</source>
         <translation>Die abgelehnten Zeilen &amp;weglassen (%1)</translation>
+    </message>
+    <message>
+        <source>%1, for the file says none that is known</source>
+        <translation>%1, denn die Datei sagt keine, die bekannt ist</translation>
     </message>
 </context>
 <context>

@@ -87,7 +87,7 @@ DesktopFile ReadDesktopFile(const fs::path& file, const DesktopReading& reading)
     RefuseUnended(output, file, reading);
   }
   try {
-    DesktopFile read = TablesIn(output.frames, file.string(), reading.codePage);
+    DesktopFile read = TablesIn(output.frames, file.string(), reading);
     RequireAllRows(read, reading);
     return read;
   } catch (const BrokenFrames&) {

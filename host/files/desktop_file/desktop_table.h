@@ -85,10 +85,17 @@ struct DesktopTable {
   std::vector<std::vector<DesktopCell>> rows;  ///< in the order of the file
 };
 
+/// In which the texts of a file are read.
+struct DesktopCodePage {
+  unsigned number = 0;
+  bool isGuessed = false;  ///< the file tells none that is known here, and nobody else did
+  friend bool operator==(const DesktopCodePage&, const DesktopCodePage&) = default;
+};
+
 struct DesktopFile {
   std::vector<DesktopTable> tables;  ///< that people made, in the order of the file
-  /// In which the texts stand; of the oldest format alone, later ones have UTF-16.
-  std::optional<unsigned> codePage = std::nullopt;
+  /// Of the oldest format alone, later ones have UTF-16.
+  std::optional<DesktopCodePage> codePage = std::nullopt;
 };
 
 }  // namespace qorhost

@@ -269,7 +269,7 @@ class RowWalk {
     const std::uint32_t head = NumberAt(cell->data(), 0);
     const std::uint32_t pointer = NumberAt(cell->data(), kPointerSize);
     const std::size_t length = head & kLongLength;
-    if (length > kLongestFrame / 2) {
+    if (length > kLongestText) {
       throw UnreadableFile(ReadFault::kTooLarge, table_.name);
     }
     std::string value;

@@ -25,7 +25,7 @@ class UnreadableFile : public std::runtime_error {
         counted_(counted) {}
 
   [[nodiscard]] ReadFault fault() const noexcept { return fault_; }
-  /// Of kDefinition, kRow, kLongValue and kCount.
+  /// Of kDefinition, kRow, kLongValue and kCount, and of kTooLarge where a text is.
   [[nodiscard]] const std::string& table() const noexcept { return table_; }
   /// Of kCount: the rows that were read, and those that the table says it has.
   [[nodiscard]] std::uint64_t read() const noexcept { return read_; }

@@ -30,8 +30,8 @@ Number NumberOf(std::string_view bytes) {
 /// What the frames of one file say.
 class FrameReader {
  public:
-  FrameReader(std::string_view frames, std::string_view file, unsigned codePage)
-      : rest_(frames), file_(file), askedCodePage_(codePage) {}
+  FrameReader(std::string_view frames, std::string_view file, const DesktopReading& reading)
+      : rest_(frames), file_(file), reading_(reading) {}
 
   DesktopFile Read() {
     RequireEnd();
@@ -103,10 +103,20 @@ class FrameReader {
     const bool hasCodePage = payload.Number() == kOldestFormat;
     const std::uint32_t told = payload.Number();
     if (hasCodePage) {
-      read_.codePage = askedCodePage_ != 0     ? askedCodePage_
-                       : IsKnownCodePage(told) ? told
-                                               : kUsualCodePage;
+      read_.codePage = CodePage(told);
+    } else if (reading_.codePage != 0) {
+      throw FileError(
+          FileProblem::kUnusable,
+          fmt::format(
+              "'{}' has its texts in Unicode: name no code page, which would change nothing",
+              file_));
     }
+  }
+
+  [[nodiscard]] DesktopCodePage CodePage(unsigned told) const {
+    if (reading_.codePage != 0) return {reading_.codePage, false};
+    return IsKnownCodePage(told) ? DesktopCodePage{told, false}
+                                 : DesktopCodePage{kUsualCodePage, true};
   }
 
   void ReadTable(PayloadReader& payload) {
@@ -158,7 +168,7 @@ class FrameReader {
         return DesktopDate{NumberOf<double>(bytes)};
       case DesktopType::kText:
       case DesktopType::kMemo:
-        return read_.codePage ? TextOfCodePage(bytes, *read_.codePage) : TextOfUtf16(bytes);
+        return read_.codePage ? TextOfCodePage(bytes, read_.codePage->number) : TextOfUtf16(bytes);
       default:
         return DesktopBytes{std::string(bytes)};
     }
@@ -217,22 +227,31 @@ class FrameReader {
             name, table, counted, read > counted ? std::string("more") : std::to_string(read),
             kMend);
       case ReadFault::kTooLarge:
-        return fmt::format("'{}' holds more than is read of one file ({} MB)", name,
-                           kMostBytes >> 20U);
+        if (!table.empty()) {
+          return fmt::format(
+              "'{}' has a text of more than {} MB in its table '{}': shorten it in a "
+              "copy, and name that",
+              name, kLongestText >> 20U, table);
+        }
+        return fmt::format(
+            "'{}' holds more than the {} MB that are read of one file: delete what "
+            "nobody needs any more in a copy, and name that",
+            name, reading_.mostBytes >> 20U);
     }
     throw BrokenFrames();
   }
 
   std::string_view rest_;
   std::string_view file_;
-  unsigned askedCodePage_;
+  const DesktopReading& reading_;
   DesktopFile read_;
 };
 
 }  // namespace
 
-DesktopFile TablesIn(std::string_view frames, std::string_view file, unsigned codePage) {
-  return FrameReader(frames, file, codePage).Read();
+DesktopFile TablesIn(std::string_view frames, std::string_view file,
+                     const DesktopReading& reading) {
+  return FrameReader(frames, file, reading).Read();
 }
 
 }  // namespace qorhost::desktop_file

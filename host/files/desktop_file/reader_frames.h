@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "host/files/desktop_file/desktop_reading.h"
 #include "host/files/desktop_file/desktop_table.h"
 
 namespace qorhost::desktop_file {
@@ -11,10 +12,9 @@ namespace qorhost::desktop_file {
 class BrokenFrames {};
 
 /// Takes nothing of them for true before their end and sum are right. `file` is its name, for
-/// messages; `codePage` that of the oldest format's texts, 0 for the one that the file tells.
-/// Raises FileError, kUnusable, with the reader's own reason not to read the file, and
-/// BrokenFrames.
+/// messages. Raises FileError, kUnusable, with the reader's own reason not to read the file or for
+/// a code page of a format that has none, and BrokenFrames.
 [[nodiscard]] DesktopFile TablesIn(std::string_view frames, std::string_view file,
-                                   unsigned codePage);
+                                   const DesktopReading& reading);
 
 }  // namespace qorhost::desktop_file

@@ -1,8 +1,9 @@
-// qorhost-desktop-reader MEMORY PROCESSOR TABLE...: reads a desktop database file for the program
-// that starts it. The file comes as descriptor 3, the tables of which rows are wanted as arguments,
-// and what it holds goes to standard output in the frames of reader_message.h. It is a program of
-// its own because the library that reads such files was not made for hostile ones: it may use so
-// many mebibytes and seconds, write no file, and whatever becomes of it, only it dies.
+// qorhost-desktop-reader MEMORY PROCESSOR BYTES TABLE...: reads a desktop database file for the
+// program that starts it. The file comes as descriptor 3, the tables of which rows are wanted as
+// arguments, and what it holds goes to standard output in the frames of reader_message.h. It is a
+// program of its own because the library that reads such files was not made for hostile ones: it
+// may use so many mebibytes and seconds, give so many bytes, write no file, and whatever becomes of
+// it, only it dies.
 #include <unistd.h>
 
 #include <cerrno>
@@ -29,10 +30,12 @@ constexpr int kFailed = 5;
 /// Frames to standard output; nobody who reads them ends the program.
 class Output {
  public:
+  explicit Output(std::size_t most) : most_(most) {}
+
   void Put(FrameKind kind, const std::string& payload) {
     const std::string header = FrameHeaderOf(kind, payload.size());
     bytes_ += header.size() + payload.size();
-    if (payload.size() > kLongestFrame || bytes_ > kMostBytes) {
+    if (payload.size() > kLongestFrame || bytes_ > most_) {
       throw UnreadableFile(ReadFault::kTooLarge);
     }
     Append(header);
@@ -85,14 +88,15 @@ class Output {
     waiting_.clear();
   }
 
+  std::size_t most_;
   std::string waiting_;
   RunningSum sum_;
   std::uint64_t frames_ = 0;
   std::size_t bytes_ = 0;
 };
 
-int Read(const std::vector<std::string>& wanted) {
-  Output output;
+int Read(std::size_t most, const std::vector<std::string>& wanted) {
+  Output output(most);
   try {
     ReadTables("/dev/fd/3", wanted,
                [&](FrameKind kind, const Payload& payload) { output.Put(kind, payload.bytes()); });
@@ -106,16 +110,17 @@ int Read(const std::vector<std::string>& wanted) {
 }  // namespace
 
 int main(int count, char** words) {
-  constexpr int kFirstTable = 3;
+  constexpr int kFirstTable = 4;
   if (count < kFirstTable) {
     return kUsage;
   }
-  if (!LimitThisProcess(std::strtoul(words[1], nullptr, 10), std::strtoul(words[2], nullptr, 10))) {
+  const auto numberIn = [&](int word) { return std::strtoul(words[word], nullptr, 10); };
+  if (!LimitThisProcess(numberIn(1), numberIn(2))) {
     return kNoLimits;
   }
   int status = kFailed;
   try {
-    status = Read({words + kFirstTable, words + count});
+    status = Read(numberIn(3), {words + kFirstTable, words + count});
   } catch (const std::bad_alloc&) {
     status = kNoMemory;
   } catch (const std::exception&) {

@@ -24,8 +24,8 @@ enum class FrameKind : std::uint8_t {
 inline constexpr std::uint32_t kFormNumber = 1;
 /// The longest payload: a row with its long texts.
 inline constexpr std::size_t kLongestFrame = std::size_t{32} << 20;
-/// All that one file may give. What is made of it takes up to twelve times as much.
-inline constexpr std::size_t kMostBytes = std::size_t{128} << 20;
+/// The longest text of a cell.
+inline constexpr std::size_t kLongestText = kLongestFrame / 2;
 /// In the place of a cell's length: Null.
 inline constexpr std::uint32_t kNullCell = 0xFFFFFFFF;
 
@@ -41,7 +41,7 @@ enum class ReadFault : std::uint8_t {
   kRow,         ///< a row of a table cannot be taken apart
   kLongValue,   ///< a long text of a table is not all there
   kCount,       ///< a table has more or fewer rows than it says
-  kTooLarge,    ///< it holds more than is ever read
+  kTooLarge,    ///< it holds more than is ever read, or a table a text that does
 };
 inline constexpr auto kLastFault = ReadFault::kTooLarge;
 

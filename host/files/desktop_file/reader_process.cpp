@@ -109,7 +109,8 @@ class ReaderProcess {
  private:
   static std::vector<std::string> WordsFor(const fs::path& program, const DesktopReading& reading) {
     std::vector<std::string> words{program.string(), std::to_string(reading.mebibytes),
-                                   std::to_string(reading.processorTime.count())};
+                                   std::to_string(reading.processorTime.count()),
+                                   std::to_string(reading.mostBytes)};
     words.insert(words.end(), reading.wanted.begin(), reading.wanted.end());
     return words;
   }
@@ -125,11 +126,11 @@ class ReaderProcess {
   pid_t process_ = -1;
 };
 
-/// Reads to the end of what the process tells; false when that does not come in time, or goes on
-/// for longer than any file.
-bool ReadAll(int from, std::chrono::milliseconds longest, std::string& all) {
+/// Reads to the end of what the process tells, or to more than it may; false when neither comes in
+/// time.
+bool ReadAll(int from, const DesktopReading& reading, std::string& all) {
   using Time = std::chrono::steady_clock;
-  const Time::time_point end = Time::now() + longest;
+  const Time::time_point end = Time::now() + reading.longest;
   std::vector<char> part(std::size_t{1} << 16);
   for (;;) {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Time::now());
@@ -143,7 +144,7 @@ bool ReadAll(int from, std::chrono::milliseconds longest, std::string& all) {
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return true;
     all.append(part.data(), static_cast<std::size_t>(count));
-    if (all.size() > kMostBytes + kLongestFrame) return false;
+    if (all.size() > reading.mostBytes + kLongestFrame) return true;
   }
 }
 
@@ -185,9 +186,12 @@ ReaderOutput RunReader(const fs::path& file, const DesktopReading& reading) {
   const Descriptor copy = UnwrittenCopy(file, reading.largestFile);
   ReaderProcess process(program, reading, copy);
   ReaderOutput output;
-  if (!ReadAll(process.output(), reading.longest, output.frames)) {
+  if (!ReadAll(process.output(), reading, output.frames)) {
     output.ranOutOfTime = true;
     return output;
+  }
+  if (output.frames.size() > reading.mostBytes + kLongestFrame) {
+    return output;  // it may still be at it: no reader of this kind, or one that a file took over
   }
   const int status = process.Wait();
   output.endedWell = WIFEXITED(status) && WEXITSTATUS(status) == 0;

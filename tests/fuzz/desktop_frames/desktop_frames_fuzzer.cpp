@@ -58,7 +58,7 @@ void CheckPlan(const DesktopFile& file) {
 
 void Read(const std::string& frames) {
   try {
-    CheckPlan(TablesIn(frames, "fuzzed.mdb", 0));
+    CheckPlan(TablesIn(frames, "fuzzed.mdb", {}));
   } catch (const FileError&) {
     // The reader says why not.
   } catch (const BrokenFrames&) {

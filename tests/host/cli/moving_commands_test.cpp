@@ -237,6 +237,33 @@ TEST_F(MovingCommands, WhatTheFileLacksIsToldWithWhatThatMeans) {
                              "means":"it is empty in every row"}])"));
 }
 
+/// A hole of five terabytes: whoever copied it would be at it for hours.
+TEST_F(MovingCommands, AFileThatIsLargerThanAnyIsRefusedAtOnce) {
+  fs::copy_file(Sample("building-2000.mdb"), File("huge.mdb"));
+  fs::resize_file(File("huge.mdb"), std::uintmax_t{5} << 40U);
+  for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
+           {"init", "--from", File("huge.mdb"), "--report", File("odd.txt")},
+           {"copy", "--from", File("huge.mdb"), "--to", File("building.db")}}) {
+    const Outcome outcome = Run(command);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "qorhost: '" + File("huge.mdb") +
+                               "' has 5242880 MB, and a desktop database has 2048 MB at most: "
+                               "name another file\n");
+  }
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder()), fs::directory_iterator()), 1);
+}
+
+TEST_F(MovingCommands, ACodePageIsRefusedOfFilesThatHaveNone) {
+  for (const char* name : {"building-2000.mdb", "building-2010.accdb"}) {
+    const Outcome outcome = Bring(name, {"--code-page", "1250"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("has its texts in Unicode: name no code page"));
+  }
+  EXPECT_FALSE(HasStore());
+  EXPECT_EQ(json::parse(Bring("building-2000.mdb", {"--json"}).out).at("code_page"), nullptr);
+}
+
 TEST_F(MovingCommands, AUnitWithoutSettingsIsMendedByTheCommandThatIsNamed) {
   ASSERT_EQ(Bring("building-odd.mdb", {"--skip-bad-rows", "--report", File("odd.txt")}).status, 0);
   EXPECT_THAT(TextOf("odd.txt"), HasSubstr("before 'units edit 4 --type TYPE' gives it some"));

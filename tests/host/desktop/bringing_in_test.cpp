@@ -256,7 +256,7 @@ TEST_F(BringingIn, TheCodePageOfTheOldestFormatMayBeChosen) {
   units.columns = {{"UnitKey", DesktopType::kLong, false, 4}};
   units.rows = {{std::int64_t{1}}};
   units.count = 1;
-  const DesktopFile file{{units}, 1252};
+  const DesktopFile file{{units}, DesktopCodePage{1252, false}};
   std::vector<unsigned> asked;
   MovingDialog dialog(&window(), {}, MovingPlan(file, "old.mdb", std::nullopt),
                       [&](const MovingOrder& order) {
@@ -273,6 +273,11 @@ TEST_F(BringingIn, TheCodePageOfTheOldestFormatMayBeChosen) {
     Q_EMIT pages.activated(pages.currentIndex());
   }
   EXPECT_THAT(asked, testing::ElementsAre(1250U, 0U));
+  MovingDialog guessed(&window(), {},
+                       MovingPlan({{units}, DesktopCodePage{1252, true}}, "old.mdb", std::nullopt),
+                       [](const MovingOrder&) { return std::nullopt; }, {});
+  EXPECT_EQ(In<QComboBox>(guessed, "movedCodePage").currentText().toStdString(),
+            "1252, for the file says none that is known");
 }
 
 TEST_F(BringingIn, AFileThatHoldsNoBuildingIsToldAndNothingIsMade) {

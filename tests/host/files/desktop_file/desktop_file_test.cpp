@@ -11,6 +11,8 @@
 #include <iterator>
 #include <string>
 
+#include "host/files/desktop_file/reader_message.h"
+#include "host/files/desktop_file/reader_process.h"
 #include "host/files/file_error.h"
 #include "tests/host/files/desktop_file/expected_values.h"
 #include "tests/host/files/desktop_file/refused_files.h"
@@ -223,6 +225,17 @@ TEST_F(DesktopFiles, TheReadersMemoryAndProcessorTimeHaveAnEnd) {
               HasSubstr("was not read within 1 s of processor time"));
 }
 
+/// All that the reader tells of a file counts but its end.
+TEST_F(DesktopFiles, RowsHaveAsManyBytesAsAreRead) {
+  constexpr std::size_t kEnd = desktop_file::kFrameHeader + 16;
+  const fs::path file = SampleDatabase("building-2000.mdb");
+  DesktopReading reading = WholeReading();
+  reading.mostBytes = desktop_file::RunReader(file, reading).frames.size() - kEnd;
+  EXPECT_EQ(RefusalOf(file, reading), "read");
+  --reading.mostBytes;
+  EXPECT_THAT(RefusalOf(file, reading), HasSubstr("holds more than"));
+}
+
 TEST_F(DesktopFiles, AFileThatIsLargerThanAnyIsNotCopied) {
   const fs::path file = Written("huge.mdb", BytesOfFile(SampleDatabase("encoded-2000.mdb")));
   fs::resize_file(file, std::uintmax_t{3} << 30);
@@ -258,12 +271,13 @@ TEST_F(DesktopFiles, AReaderThatTellsHalfIsNotBelieved) {
     reading.reader = file;
     return RefusalOf(SampleDatabase("building-2000.mdb"), reading);
   };
-  const std::string cut =
-      fmt::format("{} 512 60 Units 3<&3 | head -c 300", fs::path(QORHOST_DESKTOP_READER).string());
+  const std::string cut = fmt::format("{} 512 60 100000 Units 3<&3 | head -c 300",
+                                      fs::path(QORHOST_DESKTOP_READER).string());
   EXPECT_THAT(reader("exit 0"), HasSubstr("is damaged"));
   EXPECT_THAT(reader("PATH=/bin:/usr/bin\n" + cut), HasSubstr("is damaged"));
   EXPECT_THAT(reader("printf 'H\\377\\377\\377\\377'"), HasSubstr("is damaged"));
   EXPECT_THAT(reader("kill -SEGV $$"), HasSubstr("is damaged"));
+  EXPECT_THAT(reader("exec cat /dev/zero"), HasSubstr("is damaged")) << "without an end";
 }
 
 }  // namespace

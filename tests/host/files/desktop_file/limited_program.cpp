@@ -10,11 +10,11 @@
 int main(int count, char** words) {
   constexpr int kWithoutMemory = 4;
   constexpr std::size_t kPart = std::size_t{1} << 20;
-  if (count != 4 || !qorhost::desktop_file::LimitThisProcess(std::strtoul(words[1], nullptr, 10),
+  if (count != 5 || !qorhost::desktop_file::LimitThisProcess(std::strtoul(words[1], nullptr, 10),
                                                              std::strtoul(words[2], nullptr, 10))) {
     return 1;
   }
-  if (std::string_view(words[3]) == "fills") {
+  if (std::string_view(words[4]) == "fills") {
     try {
       std::vector<std::string> parts;
       for (;;) parts.emplace_back(kPart, 'x');

@@ -3,6 +3,7 @@
 
 #include "host/files/desktop_file/reader_frames.h"
 #include "host/files/desktop_file/reader_message.h"
+#include "host/files/file_error.h"
 
 namespace qorhost::test {
 namespace {
@@ -55,7 +56,9 @@ DesktopFile FileOf(std::uint32_t format, std::uint32_t codePage, std::string_vie
   Payload row;
   row.AddText(text);
   frames.Put(FrameKind::kRow, row);
-  return TablesIn(frames.Ended(), "old.mdb", asked);
+  DesktopReading reading;
+  reading.codePage = asked;
+  return TablesIn(frames.Ended(), "old.mdb", reading);
 }
 
 DesktopText TextOf(const DesktopFile& file) {
@@ -70,6 +73,7 @@ struct CodePageCase {
   std::string_view bytes;
   std::string_view utf8;
   bool isWhole = true;
+  bool isGuessed = false;
 };
 
 class OldestFormat : public testing::TestWithParam<CodePageCase> {};
@@ -77,7 +81,7 @@ class OldestFormat : public testing::TestWithParam<CodePageCase> {};
 TEST_P(OldestFormat, ReadsTextsInTheCodePage) {
   const CodePageCase& one = GetParam();
   const DesktopFile file = FileOf(kOldestFormat, one.told, one.bytes, one.asked);
-  EXPECT_EQ(file.codePage, one.used);
+  EXPECT_EQ(file.codePage, (DesktopCodePage{one.used, one.isGuessed}));
   EXPECT_EQ(TextOf(file).utf8, one.utf8);
   EXPECT_EQ(TextOf(file).isWhole, one.isWhole);
 }
@@ -86,8 +90,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         CodePageCase{"ThatOfTheFile", 1250, 0, 1250, "Dvo\xF8\xE1k", "Dvořák"},
         CodePageCase{"ThatWhichIsAskedFor", 1252, 1250, 1250, "Dvo\xF8\xE1k", "Dvořák"},
-        CodePageCase{"TheUsualOneWhereTheFileTellsNone", 0, 0, 1252, "T\xFCr", "Tür"},
-        CodePageCase{"TheUsualOneForOneThatIsNotKnown", 7, 0, 1252, "T\xFCr", "Tür"},
+        CodePageCase{"TheUsualOneWhereTheFileTellsNone", 0, 0, 1252, "T\xFCr", "Tür", true, true},
+        CodePageCase{"TheUsualOneForOneThatIsNotKnown", 7, 0, 1252, "T\xFCr", "Tür", true, true},
         CodePageCase{"CyrillicAskedFor", 1252, 1251, 1251, "\xC4\xE2\xE5\xF0\xFC", "Дверь"},
         CodePageCase{"TwoBytesThatBeginAShortForm", 1252, 0, 1252,
                      "\xFF\xFE"
@@ -97,10 +101,39 @@ INSTANTIATE_TEST_SUITE_P(
         CodePageCase{"NothingAtAll", 1250, 0, 1250, "", ""}),
     [](const auto& one) { return std::string(one.param.name); });
 
-TEST(LaterFormats, HaveNoCodePageWhateverIsAskedFor) {
-  const DesktopFile file = FileOf(kLaterFormat, 1250, std::string_view("A\0\x59\x01", 4), 1251);
+TEST(LaterFormats, HaveNoCodePageAndRefuseOneThatIsAskedFor) {
+  constexpr std::string_view kText("A\0\x59\x01", 4);
+  const DesktopFile file = FileOf(kLaterFormat, 1250, kText, 0);
   EXPECT_EQ(file.codePage, std::nullopt);
   EXPECT_EQ(TextOf(file).utf8, "Ař");
+  EXPECT_THAT([&] { (void)FileOf(kLaterFormat, 1250, kText, 1250); },
+              testing::ThrowsMessage<FileError>(
+                  testing::AllOf(testing::HasSubstr("'old.mdb' has its texts in Unicode"),
+                                 testing::HasSubstr("name no code page"))));
+}
+
+TEST(FilesThatAreTooLarge, AreRefusedWithWhatToDo) {
+  const auto refusalOf = [](std::string_view table) -> std::string {
+    Frames frames;
+    Payload fault;
+    fault.AddByte(static_cast<std::uint8_t>(ReadFault::kTooLarge));
+    fault.AddText(table);
+    fault.AddLarge(0);
+    fault.AddLarge(0);
+    frames.Put(FrameKind::kFault, fault);
+    try {
+      (void)TablesIn(frames.Ended(), "old.mdb", {});
+    } catch (const FileError& failure) {
+      return failure.what();
+    }
+    return "read";
+  };
+  EXPECT_EQ(refusalOf(""),
+            "'old.mdb' holds more than the 128 MB that are read of one file: delete what nobody "
+            "needs any more in a copy, and name that");
+  EXPECT_EQ(refusalOf("TENANTS"),
+            "'old.mdb' has a text of more than 16 MB in its table 'TENANTS': shorten it in a copy, "
+            "and name that");
 }
 
 }  // namespace

@@ -10,6 +10,14 @@ const { default: MDBReader } = await import(pathToFileURL(require.resolve("mdb-r
 
 const two = (number) => String(number).padStart(2, "0");
 
+// Before the zero day the fraction counts forward from its whole day, as everywhere: the package counts it back.
+function counted(date) {
+  const length = 24 * 60 * 60 * 1000;
+  const zero = Date.UTC(1899, 11, 30);
+  const serial = (date.getTime() - zero) / length;
+  return serial < 0 ? new Date(zero + (2 * Math.trunc(serial) - serial) * length) : date;
+}
+
 function dateText(date) {
   const year = String(date.getUTCFullYear()).padStart(4, "0");
   const day = `${year}-${two(date.getUTCMonth() + 1)}-${two(date.getUTCDate())}`;
@@ -20,9 +28,10 @@ function dateText(date) {
 
 function cell(value) {
   if (value === undefined || value === null) return null;
-  if (value instanceof Date) return dateText(value);
+  if (value instanceof Date) return dateText(counted(value));
   if (value instanceof Uint8Array) return { hex: Buffer.from(value).toString("hex") };
-  return value;
+  // JSON has no word for half a character, which the first reader tells as U+FFFD.
+  return typeof value === "string" ? value.replace(/\p{Surrogate}/gu, "\uFFFD") : value;
 }
 
 const reader = new MDBReader(readFileSync(file));
