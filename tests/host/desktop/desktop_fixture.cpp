@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -24,6 +25,7 @@ namespace {
 constexpr int kBetweenLooks = 5;  // milliseconds
 constexpr int kUsualWait = 3000;  // until a window is on the screen
 constexpr int kLongestWait = 60000;
+constexpr int kMostTries = 200;  // of a dialog that Return does not close
 
 qorcred::Date TheTestsDay() {
   return qorcred::FromCivil({2026, 1, 31, 14, 5, 9});
@@ -93,15 +95,15 @@ Answers::~Answers() {
 }
 
 void Answers::Click(QMessageBox::StandardButton button) {
-  answers_.push_back({button, {}, {}});
+  answers_.push_back({button, {}, {}, 0});
 }
 
 void Answers::Type(const QString& text) {
-  answers_.push_back({QMessageBox::NoButton, text, {}});
+  answers_.push_back({QMessageBox::NoButton, text, {}, 0});
 }
 
 void Answers::With(std::function<void(QDialog& dialog)> work) {
-  answers_.push_back({QMessageBox::NoButton, {}, std::move(work)});
+  answers_.push_back({QMessageBox::NoButton, {}, std::move(work), 0});
 }
 
 void Answers::Press(const char* button) {
@@ -144,19 +146,7 @@ void Answers::Look() {
     return;
   }
   if (box == nullptr) {
-    auto* line = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    line = line != nullptr ? line : dialog->findChild<QLineEdit*>();
-    ASSERT_NE(line, nullptr);
-    line->setCompleter(nullptr);  // what it suggests would take the keys
-    line->selectAll();
-    QTest::keyClicks(line, answer.typed);
-    // Behind this look: what asks then is seen by the next one.
-    QTimer::singleShot(0, line, [this, line, dialog, answer] {
-      QTest::keyClick(line, Qt::Key_Return);
-      if (dialog->isVisible()) {
-        answers_.push_front(answer);  // a dialog that still reads a folder was not ready
-      }
-    });
+    TypeInto(*dialog, answer);
     return;
   }
   QAbstractButton* button = box->button(answer.button);
@@ -171,6 +161,38 @@ void Answers::Look() {
     answers_.push_front(answer);  // a window manager moved the button away: the next look clicks
     seen_.pop_back();
   }
+}
+
+void Answers::TypeInto(QDialog& dialog, const Answer& answer) {
+  auto* line = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  line = line != nullptr ? line : dialog.findChild<QLineEdit*>();
+  ASSERT_NE(line, nullptr);
+  line->setCompleter(nullptr);  // what it suggests would take the keys
+  // As one text, but for its last letter: a folder that a path names on the way would be chosen in
+  // the list, where it is shown, and Return would enter it.
+  line->setText(answer.typed.left(answer.typed.size() - 1));
+  QTest::keyClicks(line, answer.typed.right(1));
+  // Behind this look: what asks then is seen by the next one.
+  QTimer::singleShot(0, line, [this, line, &dialog, answer] {
+    QTest::keyClick(line, Qt::Key_Return);
+    if (dialog.isVisible()) {
+      TypeAgain(dialog, answer);
+    }
+  });
+}
+
+/// A dialog that still reads a folder was not ready.
+void Answers::TypeAgain(QDialog& dialog, Answer answer) {
+  if (++answer.tries < kMostTries) {
+    answers_.push_front(std::move(answer));
+    return;
+  }
+  auto* files = qobject_cast<QFileDialog*>(&dialog);
+  ADD_FAILURE() << "Return does not close the dialog \"" << FromQt(dialog.windowTitle())
+                << "\" in the folder "
+                << (files == nullptr ? "(none)" : FromQt(files->directory().absolutePath()))
+                << " with the text \"" << FromQt(answer.typed) << "\"";
+  dialog.reject();
 }
 
 CancelPress::CancelPress(MainWindow& window, By by) : attentive_(window) {

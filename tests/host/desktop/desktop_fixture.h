@@ -62,8 +62,11 @@ class Answers {
     QMessageBox::StandardButton button = QMessageBox::NoButton;
     QString typed;
     std::function<void(QDialog& dialog)> work;
+    int tries = 0;  ///< that did not close the dialog
   };
   void Look();
+  void TypeInto(QDialog& dialog, const Answer& answer);
+  void TypeAgain(QDialog& dialog, Answer answer);
 
   QTimer timer_;
   std::deque<Answer> answers_;
