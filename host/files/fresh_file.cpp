@@ -84,6 +84,16 @@ fs::path FolderOf(const fs::path& file) {
   return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
+int SyncFile(const fs::path& file) noexcept {
+  const int descriptor = open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
+  if (descriptor < 0) {
+    return errno;
+  }
+  const int reason = fsync(descriptor) == 0 ? 0 : errno;
+  close(descriptor);
+  return reason;
+}
+
 void SyncFolder(const fs::path& folder) noexcept {
   const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor >= 0) {

@@ -43,6 +43,8 @@ class FreshFile {
   bool placed_ = false;
 };
 
+/// Makes the contents of a file last a power failure; 0, or the system's own reason.
+[[nodiscard]] int SyncFile(const std::filesystem::path& file) noexcept;
 /// Makes the names that were changed in a folder last a power failure, where its system can.
 void SyncFolder(const std::filesystem::path& folder) noexcept;
 

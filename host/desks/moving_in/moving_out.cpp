@@ -104,12 +104,15 @@ class FreshFolder {
   FreshFolder& operator=(const FreshFolder&) = delete;
 
   void Write(std::string_view name, const std::string& text) const {
-    std::ofstream out(path_ / name, std::ios::binary);
+    const fs::path file = path_ / name;
+    std::ofstream out(file, std::ios::binary);
     out << text << std::flush;
     if (!out) CannotWrite(place_, errno == 0 ? EIO : errno);
+    if (const int reason = SyncFile(file); reason != 0) CannotWrite(place_, reason);
   }
   /// An empty folder that stands there makes room, and nothing else does.
   void PutInPlace() {
+    SyncFolder(path_);
     if (rename(path_.c_str(), place_.c_str()) != 0) CannotWrite(place_, errno);
     path_.clear();
     SyncFolder(FolderOf(place_));

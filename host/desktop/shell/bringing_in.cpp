@@ -35,8 +35,13 @@ std::optional<MovingPlan> Planned(QWidget& window, OperationRunner& runner,
   return std::nullopt;
 }
 
-std::filesystem::path AskedFile(QWidget& window) {
-  return FromQt(AskForNewStore(&window, Moving::tr("Make the new store")));
+/// Empty for nobody who names one.
+std::filesystem::path AskedPlace(QWidget& window, MovingTarget target, const QString& lastServer) {
+  const QString place =
+      target == MovingTarget::kFile
+          ? AskForNewStore(&window, Moving::tr("Make the new store"))
+          : AskForServer(window, lastServer, Moving::tr("Make the new store on a server"));
+  return FromQt(place);
 }
 
 /// Whether the store was made; what went wrong is told.
@@ -81,18 +86,14 @@ std::filesystem::path BringBuildingIn(QWidget& window, OperationRunner& runner,
       &window, order, std::move(*plan),
       [&](const MovingOrder& asked) { return Planned(window, runner, asked); },
       open.empty() ? std::vector<std::filesystem::path>() : FilesOfStore(open));
-  if (dialog.exec() != QDialog::Accepted) {
-    return {};
+  // It comes back with what was chosen in it as long as there is no store.
+  while (dialog.exec() == QDialog::Accepted) {
+    const std::filesystem::path place = AskedPlace(window, dialog.target(), lastServer);
+    if (!place.empty() && Make(window, runner, surroundings, dialog.plan(), name, place)) {
+      return place;
+    }
   }
-  std::filesystem::path place =
-      dialog.target() == MovingTarget::kFile
-          ? AskedFile(window)
-          : std::filesystem::path(FromQt(
-                AskForServer(window, lastServer, Moving::tr("Make the new store on a server"))));
-  if (place.empty() || !Make(window, runner, surroundings, dialog.plan(), name, place)) {
-    return {};
-  }
-  return place;
+  return {};
 }
 
 }  // namespace qorhost

@@ -7,6 +7,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/shell/backing_up.h"
 #include "host/desktop/shell/bringing_in.h"
+#include "host/desktop/shell/checking.h"
 #include "host/desktop/shell/main_window.h"
 #include "host/desktop/shell/server_choice.h"
 #include "host/desktop/words/desk_words.h"
@@ -190,9 +191,13 @@ void MainWindow::ChooseExisting() {
   if (made.empty()) {
     return;
   }
-  if (OpenUnasked(made) && IsServerName(made.string())) {
+  if (!OpenUnasked(made)) {
+    return;
+  }
+  if (IsServerName(made.string())) {
     remembered_.SetServer(ToQt(made.string()));
   }
+  CheckStore(*place_);  // it tells what was wrong in the file already
 }
 
 void MainWindow::ChooseNewStore() {

@@ -14,6 +14,7 @@
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/words/desk_words.h"
+#include "host/desktop/words/shown_word.h"
 #include "host/files/csv_writer.h"
 #include "host/files/whole_file.h"
 
@@ -37,6 +38,14 @@ Table RefusedFirst(Table table) {
   return table;
 }
 
+/// Yes, No and Null are words of this program; texts of the file stand in quotes.
+qorcred::Value InWords(std::string_view field, const qorcred::Value& cell) {
+  const std::string text = qorcred::TextOrEmpty(cell);
+  const bool isValue = field == "value" || field == "instead";
+  const bool isWord = text == "Yes" || text == "No" || text == "Null";
+  return isValue && isWord ? qorcred::Value(ShownWord(ToQt(text)).toStdString()) : cell;
+}
+
 /// What a person looks at; the report has the rest of it.
 Table Shown(const MovingPlan& plan) {
   static constexpr std::array<std::string_view, 7> kFields{
@@ -51,7 +60,7 @@ Table Shown(const MovingPlan& plan) {
       }
       shown.columns.push_back(all.columns[column]);
       for (std::size_t row = 0; row < all.rows.size(); ++row) {
-        shown.rows[row].push_back(all.rows[row][column]);
+        shown.rows[row].push_back(InWords(field, all.rows[row][column]));
       }
     }
   }

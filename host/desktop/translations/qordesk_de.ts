@@ -2410,10 +2410,6 @@
         <translation>„%1“ hat ein Kennwort: die Datei in dem Programm öffnen, von dem sie stammt, das Kennwort in einer Kopie entfernen und diese wählen</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; holds more than is read of one file (%2 MB)</source>
-        <translation>„%1“ enthält mehr, als aus einer Datei gelesen wird (%2 MB)</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; has %2 MB, and a desktop database has %3 MB at most: name another file</source>
         <translation>„%1“ hat %2 MB, und eine Desktop-Datenbank hat höchstens %3 MB: eine andere Datei wählen</translation>
     </message>
@@ -2468,6 +2464,18 @@
     <message>
         <source>it is the last link code there is: no tenant can be added to the unit</source>
         <translation>es ist der letzte Verknüpfungscode, den es gibt: kein Mieter kann zur Anlage hinzukommen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; holds more than the %2 MB that are read of one file: delete what nobody needs any more in a copy, and name that</source>
+        <translation>„%1“ enthält mehr als die %2 MB, die aus einer Datei gelesen werden: in einer Kopie löschen, was niemand mehr braucht, und diese nennen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has a text of more than %2 MB in its table &apos;%3&apos;: shorten it in a copy, and name that</source>
+        <translation>„%1“ hat einen Text von mehr als %2 MB in ihrer Tabelle „%3“: ihn in einer Kopie kürzen und diese nennen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has its texts in Unicode: name no code page, which would change nothing</source>
+        <translation>„%1“ hat ihre Texte in Unicode: keine Codepage nennen, sie würde nichts ändern</translation>
     </message>
 </context>
 <context>
@@ -3370,6 +3378,18 @@
     <message>
         <source>left</source>
         <translation>nicht übernommen</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>Null</source>
+        <translation>Null (leer)</translation>
     </message>
 </context>
 <context>

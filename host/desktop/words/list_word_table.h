@@ -136,6 +136,10 @@ inline constexpr const char* kListWords[] = {
     QT_TRANSLATE_NOOP("Lists", "new"),
     QT_TRANSLATE_NOOP("Lists", "changed"),
     QT_TRANSLATE_NOOP("Lists", "deleted"),
+    // Values of cells that are brought in.
+    QT_TRANSLATE_NOOP("Lists", "Yes"),
+    QT_TRANSLATE_NOOP("Lists", "No"),
+    QT_TRANSLATE_NOOP("Lists", "Null"),
     QT_TRANSLATE_NOOP("Lists", "yes"),
     QT_TRANSLATE_NOOP("Lists", "no"),
     // Fields of a unit's codes.

@@ -237,7 +237,19 @@ inline constexpr DeskSentence kMovedFileSentences[] = {
                        "'%1' has a password: open it in the program that it comes from, take the "
                        "password away in a copy, and name that"),
      ""},
-    {QT_TRANSLATE_NOOP("Desks", "'%1' holds more than is read of one file (%2 MB)"), ""},
+    {QT_TRANSLATE_NOOP("Desks",
+                       "'%1' holds more than the %2 MB that are read of one file: delete what "
+                       "nobody needs any more in a copy, and name that"),
+     ""},
+    {QT_TRANSLATE_NOOP(
+         "Desks",
+         "'%1' has a text of more than %2 MB in its table '%3': shorten it in a copy, "
+         "and name that"),
+     ""},
+    {QT_TRANSLATE_NOOP("Desks",
+                       "'%1' has its texts in Unicode: name no code page, which would change "
+                       "nothing"),
+     ""},
     {QT_TRANSLATE_NOOP(
          "Desks", "'%1' has %2 MB, and a desktop database has %3 MB at most: name another file"),
      ""},

@@ -69,10 +69,6 @@ void RequireAllRows(const DesktopFile& read, const DesktopReading& reading) {
 
 }  // namespace
 
-bool CanReadDesktopFiles() {
-  return !ReaderProgram({}).empty();
-}
-
 bool IsDesktopFile(const fs::path& file) {
   if (KindOf(file, Links::kAreFollowed) != FileKind::kFile) return false;
   std::string begin(kMagicLength, '\0');

@@ -8,9 +8,6 @@
 
 namespace qorhost {
 
-/// Whether this program can read such files here.
-[[nodiscard]] bool CanReadDesktopFiles();
-
 /// Whether a file begins as one of these; false also where it cannot be looked at.
 [[nodiscard]] bool IsDesktopFile(const std::filesystem::path& file);
 

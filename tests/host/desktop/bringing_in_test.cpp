@@ -105,10 +105,52 @@ TEST_F(BringingIn, ABuildingBecomesAStoreThatIsOpen) {
     Press(dialog, "goButton");
   });
   answers_->Type(QString::fromStdString(File("moved.db").string()));
+  std::vector<std::string> faults;
+  answers_->With([&](QDialog& dialog) {
+    const QAbstractItemModel& model = *dialog.findChild<QTableView*>()->model();
+    for (int row = 0; row < model.rowCount(); ++row) {
+      faults.push_back(model.index(row, 1).data().toString().toStdString());
+    }
+    dialog.reject();
+  });
   ChooseInMenu("New from existing building…");
   ASSERT_NE(window().place(), nullptr);
+  EXPECT_THAT(faults,
+              testing::AllOf(testing::SizeIs(2),
+                             testing::Each(HasSubstr("has the door 4, which is not there"))))
+      << "what was wrong in the file already";
   EXPECT_EQ(Cell("SELECT Count(*) FROM Tenants"), "120");
   EXPECT_EQ(Cell("SELECT Count(*) FROM Units"), "4");
+}
+
+TEST_F(BringingIn, WhatIsChosenStaysUntilThereIsAStore) {
+  std::ofstream(File("taken.db")) << "mine";
+  answers_->Type(Sample("building-2000.mdb"));
+  const auto summaryOf = [](QDialog& dialog) {
+    return In<QLabel>(dialog, "movedSummary").text().toStdString();
+  };
+  answers_->With([](QDialog& dialog) {
+    auto& units = In<QComboBox>(dialog, "movedUnits");
+    units.setCurrentIndex(units.findData(7));
+    Q_EMIT units.activated(units.currentIndex());
+    Press(dialog, "goButton");
+  });
+  answers_->With([](QDialog& place) { place.reject(); });
+  answers_->With([&](QDialog& dialog) {
+    EXPECT_THAT(summaryOf(dialog), HasSubstr("1 units")) << "it is there again";
+    Press(dialog, "goButton");
+  });
+  answers_->Type(QString::fromStdString(File("taken.db").string()));
+  answers_->Click(QMessageBox::Ok);
+  answers_->With([&](QDialog& dialog) {
+    EXPECT_THAT(summaryOf(dialog), HasSubstr("1 units")) << "where no store can be, too";
+    Press(dialog, "goButton");
+  });
+  answers_->Type(QString::fromStdString(File("seven.db").string()));
+  ChooseInMenu("New from existing building…");
+  EXPECT_THAT(answers_->LastText(), HasSubstr("No store can be made at"));
+  ASSERT_NE(window().place(), nullptr);
+  EXPECT_EQ(Cell("SELECT UnitKey FROM Units"), "7");
 }
 
 TEST_F(BringingIn, OneUnitAloneComesWhenItIsChosen) {
@@ -159,6 +201,7 @@ TEST_F(BringingIn, RefusedRowsAreShownSavedAndLeftOutWhenThatIsSaid) {
     Press(dialog, "goButton");
   });
   answers_->Type(QString::fromStdString(File("odd.db").string()));
+  answers_->With([](QDialog& dialog) { dialog.reject(); });  // with what is wrong in the file
   ChooseInMenu("New from existing building…");
   ASSERT_NE(window().place(), nullptr);
   EXPECT_EQ(Cell("SELECT Count(*) FROM Tenants"), "24");
@@ -192,6 +235,10 @@ TEST_F(BringingIn, WhyARowIsOddIsToldInTheLanguageOfTheProgram) {
   const std::vector<std::string> cells = CellsIn(dialog);
   EXPECT_THAT(cells, testing::Contains("abgelehnt | CredentialBank | 12 | PINNo | 70000 |  | "
                                        "Ausweise haben Nummern von 1 bis 65535"));
+  EXPECT_THAT(cells, testing::Contains(testing::StartsWith(
+                         "angepasst | TenantGroup | 4 | IsGroupZero | Ja | Nein | ")));
+  EXPECT_THAT(cells, testing::Contains(testing::StartsWith(
+                         "angepasst | Tenants | 3 | CREDENTIALID1 | 9999 | Null (leer) | ")));
   for (int row = 0; row < model.rowCount(); ++row) {
     const std::string reason =
         model.index(row, model.columnCount() - 1).data().toString().toStdString();
@@ -207,6 +254,7 @@ TEST_F(BringingIn, ABuildingBecomesAStoreOnAServer) {
   answers_->Type(Sample("encoded-2000.mdb"));
   answers_->With([](QDialog& dialog) { Press(dialog, "goOnServerButton"); });
   answers_->Type(QString::fromStdString(name));
+  answers_->With([](QDialog& dialog) { dialog.reject(); });  // with what is wrong in the file
   ChooseInMenu("New from existing building…");
   ASSERT_NE(window().place(), nullptr);
   EXPECT_EQ(window().place()->file(), name);

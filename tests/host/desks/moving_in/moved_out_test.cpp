@@ -1,11 +1,16 @@
 // Buildings as folders of CSV files with schema.ini, read back by what these two say.
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include <charconv>
+#include <csignal>
+#include <cstdint>
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <set>
 #include <sstream>
+#include <utility>
 
 #include "frame/convert.h"
 #include "host/desks/moving_in/moving_out.h"
@@ -200,6 +205,34 @@ TEST_F(MovedOutBuildings, OfOneUnitHaveItsRowsAlone) {
   const DesktopFile file = FileOf(Folder());
   EXPECT_EQ(file.tables.front().rows.size(), 1U);
   EXPECT_EQ(MovingPlan(file, "csv", std::nullopt).refusedRows(), 0U);
+}
+
+/// A limit on the size of files, which the files of the larger tables do not keep.
+TEST_F(MovedOutBuildings, ThatCannotBeWrittenLeaveNothing) {
+  DeskSession session(DemoStoreInMemory(NoonOfMovingOut()), {});
+  MoveOut(session, folder_.File("whole"), std::nullopt, Trial::kNo);
+  std::set<std::uintmax_t> sizes{0};
+  for (const auto& file : fs::directory_iterator(folder_.File("whole"))) {
+    sizes.insert(file.file_size() - 1);
+  }
+  ASSERT_GT(sizes.size(), 5U);
+  const auto former = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limit{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+  const rlim_t usual = std::exchange(limit.rlim_cur, 0);
+  for (const std::uintmax_t size : sizes) {
+    limit.rlim_cur = size;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    EXPECT_THAT([&] { MoveOut(session, Folder(), std::nullopt, Trial::kNo); },
+                testing::ThrowsMessage<FileError>(
+                    testing::AllOf(HasSubstr("cannot write the folder '" + Folder().string() + "'"),
+                                   HasSubstr("File too large"))))
+        << size;
+    limit.rlim_cur = usual;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path()), fs::directory_iterator()), 1);
+  }
+  (void)std::signal(SIGXFSZ, former);
 }
 
 TEST_F(MovedOutBuildings, ComeIntoNewOrEmptyFoldersAlone) {

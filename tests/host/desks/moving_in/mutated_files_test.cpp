@@ -105,7 +105,7 @@ class Mutation {
         break;
       default:
         if (Below(8) == 0) bytes.resize(page);
-        bytes[Below(128) % bytes.size()] = static_cast<char>(Below(256));
+        if (!bytes.empty()) bytes[Below(128) % bytes.size()] = static_cast<char>(Below(256));
         break;
     }
   }
