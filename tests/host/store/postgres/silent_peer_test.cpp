@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <libpq-fe.h>
-#include <linux/filter.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
@@ -14,7 +13,9 @@
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <chrono>
+#include <cstdint>
 #include <cstring>
 #include <map>
 #include <memory>
@@ -36,6 +37,19 @@ using std::chrono::steady_clock;
 using testing::AllOf;
 using testing::Contains;
 using testing::Pair;
+
+/// A step of a packet filter, and the filter, as the system takes them (SO_ATTACH_FILTER).
+struct PacketStep {
+  static constexpr std::uint16_t kKeepSoManyBytes = 6;
+  std::uint16_t code;
+  std::uint8_t ifTrue;
+  std::uint8_t ifFalse;
+  std::uint32_t number;
+};
+struct PacketFilter {
+  std::uint16_t steps;
+  PacketStep* first;
+};
 
 /// A line between a program and the server that begins as one of a network does, with addresses of
 /// this machine; it takes one connection.
@@ -124,8 +138,9 @@ class NetworkLine {
   /// The system throws away what comes for this end, and acknowledges none of it.
   void DropAll() {
     isCut_ = true;
-    sock_filter nothing = BPF_STMT(BPF_RET | BPF_K, 0);
-    const sock_fprog filter{1, &nothing};
+    PacketStep keepNothing{};
+    keepNothing.code = PacketStep::kKeepSoManyBytes;
+    const PacketFilter filter{1, &keepNothing};
     Require(setsockopt(program_, SOL_SOCKET, SO_ATTACH_FILTER, &filter, sizeof filter));
   }
 
