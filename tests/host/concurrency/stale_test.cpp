@@ -44,29 +44,29 @@ class OvertakenOperations : public testing::TestWithParam<Overtaken> {
  protected:
   /// Seats take longer to open than what is done at them; both begin anew each time.
   static void SetUpTestSuite() {
-    place_ = NewMeetingPlace(kRoomy);
-    anna_ = place_->NewSeat("anna", true);
-    bert_ = place_->NewSeat("bert", false);
+    place = NewMeetingPlace(kRoomy);
+    anna = place->NewSeat("anna", true);
+    bert = place->NewSeat("bert", false);
   }
   static void TearDownTestSuite() {
-    bert_.reset();
-    anna_.reset();
-    place_.reset();
+    bert.reset();
+    anna.reset();
+    place.reset();
   }
   static void Begin() {
-    place_->Renew();
-    anna_->shown.clear();
+    place->Renew();
+    anna->shown.clear();
   }
   /// How often the controller had a message shown.
   [[nodiscard]] static std::size_t MessagesInTrace() {
     return static_cast<std::size_t>(
-        std::count_if(anna_->trace.begin(), anna_->trace.end(),
+        std::count_if(anna->trace.begin(), anna->trace.end(),
                       [](const std::string& line) { return line.find("  MsgBox(") == 0; }));
   }
 
-  static inline std::unique_ptr<MeetingPlace> place_;
-  static inline std::unique_ptr<Seat> anna_;
-  static inline std::unique_ptr<Seat> bert_;
+  static inline std::unique_ptr<MeetingPlace> place;
+  static inline std::unique_ptr<Seat> anna;
+  static inline std::unique_ptr<Seat> bert;
 };
 
 TEST_P(OvertakenOperations, AreDoneBesideAChangeOfOtherRows) {
@@ -74,22 +74,22 @@ TEST_P(OvertakenOperations, AreDoneBesideAChangeOfOtherRows) {
   for (const SeatOperation& other : {IssueCards("901", "902"), elsewhere}) {
     SCOPED_TRACE(other.name);
     Begin();
-    ASSERT_TRUE(RunAt(other, *bert_).done());
-    ASSERT_TRUE(RunAt(GetParam().operation, *anna_).done());
-    const std::vector<std::string> oneAfterTheOther = place_->Content();
+    ASSERT_TRUE(RunAt(other, *bert).done());
+    ASSERT_TRUE(RunAt(GetParam().operation, *anna).done());
+    const std::vector<std::string> oneAfterTheOther = place->Content();
 
     Begin();
-    const PreparedDesk desk = GetParam().operation.prepare(*anna_);
-    ASSERT_TRUE(RunAt(other, *bert_).done());
-    anna_->trace.clear();
+    const PreparedDesk desk = GetParam().operation.prepare(*anna);
+    ASSERT_TRUE(RunAt(other, *bert).done());
+    anna->trace.clear();
     const Told told = desk.run();
     EXPECT_TRUE(told.done()) << TextOf(told);
     EXPECT_EQ(told.messages, GetParam().asked);
-    EXPECT_EQ(anna_->shown, GetParam().asked);
+    EXPECT_EQ(anna->shown, GetParam().asked);
     // The controller has asked again, the operator has not been.
     EXPECT_EQ(MessagesInTrace(), 2 * GetParam().asked.size());
-    EXPECT_EQ(place_->Content(), oneAfterTheOther);
-    EXPECT_EQ(place_->Wrong(), std::vector<std::string>());
+    EXPECT_EQ(place->Content(), oneAfterTheOther);
+    EXPECT_EQ(place->Wrong(), std::vector<std::string>());
   }
 }
 
@@ -97,27 +97,27 @@ TEST_P(OvertakenOperations, AreToldAndKeepTheirEntryAfterAChangeOfTheirRows) {
   for (const SeatOperation& other : GetParam().ofItsRows) {
     SCOPED_TRACE(other.name);
     Begin();
-    const PreparedDesk desk = GetParam().operation.prepare(*anna_);
+    const PreparedDesk desk = GetParam().operation.prepare(*anna);
     const auto onScreen = [&desk] {
       return desk.screen ? std::optional(desk.screen()) : std::nullopt;  // a report has none
     };
     const auto entered = onScreen();
-    const Told changed = RunAt(other, *bert_);
+    const Told changed = RunAt(other, *bert);
     ASSERT_TRUE(changed.done()) << TextOf(changed);
-    const std::vector<std::string> before = place_->Content();
-    anna_->trace.clear();
+    const std::vector<std::string> before = place->Content();
+    anna->trace.clear();
     const Told told = desk.run();
     EXPECT_EQ(told.ending, Ending::kStale) << TextOf(told);
     EXPECT_THAT(told.changedBy, ElementsAre(testing::StartsWith("bert: ")));
     EXPECT_THAT(told.failures, IsEmpty());
-    EXPECT_LE(anna_->shown.size(), 1U);  // nothing twice
-    EXPECT_EQ(anna_->shown.size(), MessagesInTrace());
-    EXPECT_EQ(place_->Content(), before);
-    EXPECT_EQ(place_->Wrong(), std::vector<std::string>());
+    EXPECT_LE(anna->shown.size(), 1U);  // nothing twice
+    EXPECT_EQ(anna->shown.size(), MessagesInTrace());
+    EXPECT_EQ(place->Content(), before);
+    EXPECT_EQ(place->Wrong(), std::vector<std::string>());
     EXPECT_TRUE(onScreen() == entered) << "the entry is not what it was";
     // The next attempt is no better until the operator has looked again.
     EXPECT_EQ(desk.run().ending, Ending::kStale);
-    EXPECT_EQ(place_->Content(), before);
+    EXPECT_EQ(place->Content(), before);
   }
 }
 
