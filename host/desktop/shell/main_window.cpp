@@ -218,7 +218,9 @@ bool MainWindow::MayLeave() {
   if (runner_.busy()) {
     return false;
   }
-  return !pages_->HasEntries() || AskToGoOn(this, tr("What you entered is not saved. Leave it?"));
+  const QStringList entered = pages_->WithEntries();
+  return entered.isEmpty() || AskToGoOn(this, tr("What you entered is not saved (%1). Leave it?")
+                                                  .arg(entered.join(QStringLiteral(", "))));
 }
 
 /// Controllers are followed from their making on: the screens are opened again.

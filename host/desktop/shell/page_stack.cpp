@@ -57,11 +57,15 @@ ScreenPage* PageStack::page() const {
   return qobject_cast<ScreenPage*>(currentWidget());
 }
 
-bool PageStack::HasEntries() const {
-  return std::any_of(made_.begin(), made_.end(), [](const QWidget* made) {
-    const auto* screen = qobject_cast<const ScreenPage*>(made);
-    return screen != nullptr && screen->HasEntries();
-  });
+QStringList PageStack::WithEntries() const {
+  QStringList titles;
+  for (std::size_t row = 0; row < made_.size(); ++row) {
+    const auto* screen = qobject_cast<const ScreenPage*>(made_[row]);
+    if (screen != nullptr && screen->HasEntries()) {
+      titles.append(TitleOf(Screens()[row]));
+    }
+  }
+  return titles;
 }
 
 void PageStack::Show(int row) {

@@ -34,7 +34,9 @@ class PageStack final : public QStackedWidget {
 
   /// The screen in front; null where none is.
   [[nodiscard]] ScreenPage* page() const;
-  [[nodiscard]] bool HasEntries() const;
+  /// The titles of the screens that lose something when they are left.
+  [[nodiscard]] QStringList WithEntries() const;
+  [[nodiscard]] bool HasEntries() const { return !WithEntries().isEmpty(); }
 
  private:
   /// False while another operation runs.

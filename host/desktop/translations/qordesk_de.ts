@@ -4859,8 +4859,8 @@
         <translation>Die Sprache gilt ab dem nächsten Start.</translation>
     </message>
     <message>
-        <source>What you entered is not saved. Leave it?</source>
-        <translation>Was Sie eingegeben haben, ist nicht gespeichert. Verlassen?</translation>
+        <source>What you entered is not saved (%1). Leave it?</source>
+        <translation>Was Sie eingegeben haben, ist nicht gespeichert (%1). Verlassen?</translation>
     </message>
     <message>
         <source>Opening the store</source>

@@ -25,7 +25,7 @@ class Leaving : public ExchangeTest {
   }
 };
 
-constexpr const char* kLeaveIt = "What you entered is not saved. Leave it?";
+constexpr const char* kLeaveIt = "What you entered is not saved (Credentials). Leave it?";
 
 TEST_F(Leaving, ForANewStoreIsAskedAboutOnce) {
   EnterSomething();
