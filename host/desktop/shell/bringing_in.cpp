@@ -88,7 +88,7 @@ std::filesystem::path BringBuildingIn(QWidget& window, OperationRunner& runner,
       open.empty() ? std::vector<std::filesystem::path>() : FilesOfStore(open));
   // It comes back with what was chosen in it as long as there is no store.
   while (dialog.exec() == QDialog::Accepted) {
-    const std::filesystem::path place = AskedPlace(window, dialog.target(), lastServer);
+    std::filesystem::path place = AskedPlace(window, dialog.target(), lastServer);
     if (!place.empty() && Make(window, runner, surroundings, dialog.plan(), name, place)) {
       return place;
     }
