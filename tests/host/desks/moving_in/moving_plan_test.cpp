@@ -427,6 +427,8 @@ TEST(MovingPlans, NameSoManyOddCellsAndCountTheRest) {
   EXPECT_EQ(plan.settled().UnnamedOf(Settlement::kAdjusted), 0U);
   EXPECT_THAT(ToldOf(plan, "UNITTYPES").back(), HasSubstr("[capacity-plain]"))
       << "what is refused does not push out what is adjusted";
+  EXPECT_EQ(WhatIsNamed(plan), "the first 50000 of each and counts the others");
+  EXPECT_EQ(WhatIsNamed(MovingPlan({{UnitTable({1})}}, "some.mdb", std::nullopt)), "all");
   const Table table = SettledTable(plan);
   EXPECT_EQ(qorcred::TextOrEmpty(table.rows.back()[8]), "3 more, which are not listed");
   std::ostringstream report;
