@@ -63,9 +63,10 @@ class ReportFile {
     });
   }
 
-  /// Where all of it can be read.
-  [[nodiscard]] std::string Advice() const {
-    return place_ ? fmt::format("'{}' lists all", *place_) : "--report FILE lists all";
+  /// Where it can be read, and how much of it.
+  [[nodiscard]] std::string Advice(const MovingPlan& plan) const {
+    return fmt::format("{} lists {}", place_ ? fmt::format("'{}'", *place_) : "--report FILE",
+                       WhatIsNamed(plan));
   }
 
  private:
@@ -105,11 +106,11 @@ MovingOrder OrderOf(const GlobalOptions& global, const MovingOptions& options,
       lines.Tell(Displayable(LineOf(cell)));
     }
   }
-  lines.TellRest();
+  lines.TellRest(plan.settled().UnnamedOf(Settlement::kRefused));
   throw RefusedError(fmt::format(
       "{} of '{}' cannot be brought in, so nothing was. {}; mend them there, or bring the others "
       "in with --skip-bad-rows",
-      Counted(plan.refusedRows(), "row", "rows"), *options.from, report.Advice()));
+      Counted(plan.refusedRows(), "row", "rows"), *options.from, report.Advice(plan)));
 }
 
 std::size_t RowsOf(const MovingPlan& plan, std::string_view table) {
@@ -138,7 +139,7 @@ void TellOddities(const MovingPlan& plan, const ReportFile& report, Console& con
   if (plan.refusedRows() + adjusted + kept == 0) return;
   console.Remarks() << fmt::format("{} left out, {} adjusted, {} kept as odd: {}.\n",
                                    Counted(plan.refusedRows(), "row", "rows"),
-                                   Counted(adjusted, "cell", "cells"), kept, report.Advice());
+                                   Counted(adjusted, "cell", "cells"), kept, report.Advice(plan));
 }
 
 void TellNames(std::string_view what, const std::vector<std::string>& names, Console& console) {

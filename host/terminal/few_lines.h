@@ -26,10 +26,10 @@ class FewLines {
       ++untold_;
     }
   }
-  /// To be called behind the last line.
-  void TellRest() const {
-    if (untold_ > 0) {
-      console_.err << fmt::format("qorhost: ... and {} more {}\n", untold_, what_);
+  /// To be called behind the last line; `more` were not even given to Tell().
+  void TellRest(std::size_t more = 0) const {
+    if (const std::size_t untold = untold_ + more; untold > 0) {
+      console_.err << fmt::format("qorhost: ... and {} more {}\n", untold, what_);
     }
   }
 

@@ -213,7 +213,12 @@ class CodeRow {
   void Settle() {
     SettleDigits();
     SettleFormer();
-    // A code below 0 is in no list and has none of this.
+    SettleSchedule(at_.undisturbed, at_.undisturbedSchedule, "Do Not Disturb");
+    SettleSchedule(at_.forwarded, at_.forwardedSchedule, "Call Forwarding");
+    SettleDelay(at_.delay);
+    SettleDelay(at_.forwardedDelay);
+    SettleState();
+    // A code below 0 is in no list: nobody is called by it, at any time.
     if (const double code = *NumberIn(Cell(at_.code)); code < 0) {
       if (code != kNoCode) {
         work_.Keep(row_, at_.code, "number-range",
@@ -224,16 +229,11 @@ class CodeRow {
     if (IsNothing(Cell(at_.phone))) {
       work_.Keep(row_, at_.phone, "missing-phone", "there is no phone number to be called");
     }
-    SettleSchedule(at_.undisturbed, at_.undisturbedSchedule, "Do Not Disturb");
-    SettleSchedule(at_.forwarded, at_.forwardedSchedule, "Call Forwarding");
     if (FlagIn(Cell(at_.forwarded)) && IsNothing(Cell(at_.forwardedPhone))) {
       work_.Keep(row_, at_.forwardedPhone, "missing-phone",
                  "Call Forwarding is on, and there is no phone number to forward to");
     }
-    SettleDelay(at_.delay);
-    SettleDelay(at_.forwardedDelay);
     SettlePeriod();
-    SettleState();
   }
 
  private:

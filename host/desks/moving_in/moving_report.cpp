@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 
 #include "host/desks/words.h"
@@ -77,6 +78,15 @@ std::string LineOf(const SettledCell& cell) {
   line += fmt::format(": {} {}", cell.column, cell.value);
   if (cell.settlement == Settlement::kAdjusted) line += fmt::format(" -> {}", cell.instead);
   return line + fmt::format(": {} [{}]", cell.reason, cell.kind);
+}
+
+std::string WhatIsNamed(const MovingPlan& plan) {
+  const bool isAll = std::all_of(kSections.begin(), kSections.end(), [&](const Section& section) {
+    return plan.settled().UnnamedOf(section.settlement) == 0;
+  });
+  return isAll
+             ? "all"
+             : fmt::format("the first {} of each and counts the others", SettledCells::kMostNamed);
 }
 
 NamedThings NamesOfMissing(const MovingPlan& plan) {

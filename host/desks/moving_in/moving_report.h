@@ -14,6 +14,8 @@ namespace qorhost {
 /// "Units, row 8 (RID 8): UnitKey 2: a unit before it has the key [duplicate-key]"
 [[nodiscard]] std::string LineOf(const SettledCell& cell);
 
+/// How much of what was settled a report names: "all", or how many of each settlement.
+[[nodiscard]] std::string WhatIsNamed(const MovingPlan& plan);
 /// A row for each cell that was settled; where there are too many to be named, their number stands
 /// behind them.
 [[nodiscard]] Table SettledTable(const MovingPlan& plan);

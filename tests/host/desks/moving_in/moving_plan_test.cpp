@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -214,9 +215,11 @@ TEST(MovingPlans, DelaysBelowZeroAreToldAndKept) {
                  {N(3), N(1), N(3), DesktopText{"1", true}, DesktopNull{}, N(-5)},
                  {N(4), N(1), N(-1), DesktopText{"1", true}, N(-1), N(-1)}})}},
       "some.mdb", std::nullopt);
-  EXPECT_THAT(ToldOf(plan, "DirectoryCode"), ElementsAre("kept row 2 TIMEDELAY -1 [value-range]",
-                                                         "kept row 3 CFTIMEDELAY -5 [value-range]"))
-      << "a code of -1 is in no list and has no delay";
+  EXPECT_THAT(ToldOf(plan, "DirectoryCode"),
+              ElementsAre("kept row 2 TIMEDELAY -1 [value-range]",
+                          "kept row 3 CFTIMEDELAY -5 [value-range]",
+                          "kept row 4 TIMEDELAY -1 [value-range]",
+                          "kept row 4 CFTIMEDELAY -1 [value-range]"));
 }
 
 /// The two of them are the display mode, of which each pair has a meaning.
@@ -387,6 +390,27 @@ TEST(MovingPlans, CardsWithADoorThatTheUnitLacksAreTold) {
                                                           "kept row 3 DOORCODE -1 [missing-door]"));
 }
 
+TEST(MovingPlans, CodesThatStandForNoneAreSettledLikeOthers) {
+  const MovingPlan plan(
+      {{UnitTable({1}),
+        TableOf(
+            "DirectoryCode",
+            {"RID", "UNITKEY", "DIRECTORYCODE", "CFSCHEDULEID", "TIMEDELAY", "MODIFIED"},
+            {{N(1), N(1), N(-1), N(42), N(-5), N(12)}, {N(2), N(1), N(-1), N(1), N(0), N(0)}})}},
+      "some.mdb", std::nullopt);
+  EXPECT_THAT(
+      ToldOf(plan, "DirectoryCode"),
+      testing::UnorderedElementsAre("adjusted row 1 CFSCHEDULEID 42 -> Null [missing-schedule]",
+                                    "kept row 1 TIMEDELAY -5 [value-range]",
+                                    "adjusted row 1 MODIFIED 12 -> 2 [value-range]"));
+  const auto codes =
+      std::find_if(plan.tables().begin(), plan.tables().end(),
+                   [](const StagedTable& table) { return table.known().name == "DirectoryCode"; });
+  const StagedRow& row = codes->rows().front();
+  EXPECT_EQ(LongIn(row.cells[codes->At("CFSCHEDULEID")]), std::nullopt);
+  EXPECT_EQ(LongIn(row.cells[codes->At("MODIFIED")]), 2);
+}
+
 TEST(MovingPlans, NameSoManyOddCellsAndCountTheRest) {
   constexpr std::size_t kMore = 3;
   DesktopTable units = UnitTable({1});
@@ -403,6 +427,8 @@ TEST(MovingPlans, NameSoManyOddCellsAndCountTheRest) {
   EXPECT_EQ(plan.settled().UnnamedOf(Settlement::kAdjusted), 0U);
   EXPECT_THAT(ToldOf(plan, "UNITTYPES").back(), HasSubstr("[capacity-plain]"))
       << "what is refused does not push out what is adjusted";
+  EXPECT_EQ(WhatIsNamed(plan), "the first 50000 of each and counts the others");
+  EXPECT_EQ(WhatIsNamed(MovingPlan({{UnitTable({1})}}, "some.mdb", std::nullopt)), "all");
   const Table table = SettledTable(plan);
   EXPECT_EQ(qorcred::TextOrEmpty(table.rows.back()[8]), "3 more, which are not listed");
   std::ostringstream report;
