@@ -100,7 +100,7 @@ std::optional<Outcome> FindOvertaken(DeskSession& session, std::int32_t unitKey,
   if (at < doors.size()) {
     row.rids.push_back(doors[at].rid);
   }
-  return qorhost::FindOvertaken(session, unitKey, seen, CellsOf(doors, at), std::span(&row, 1));
+  return qorhost::FindOvertaken(session, unitKey, *seen, CellsOf(doors, at), std::span(&row, 1));
 }
 
 }  // namespace

@@ -204,7 +204,7 @@ std::optional<Outcome> FindOvertaken(DeskSession& session, std::int32_t unitKey,
       now = {unitKey, schedule.id, schedule.name};
     }
   }
-  return qorhost::FindOvertaken(session, unitKey, seen, now, std::span(&row, 1));
+  return qorhost::FindOvertaken(session, unitKey, *seen, now, std::span(&row, 1));
 }
 
 }  // namespace

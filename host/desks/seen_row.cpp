@@ -43,16 +43,15 @@ std::vector<WorkEntry> ChangesBehind(DeskSession& session, std::int64_t entry, s
 }
 
 std::optional<Outcome> FindOvertaken(DeskSession& session, std::int32_t unitKey,
-                                     const std::optional<SeenRow>& seen,
-                                     const std::vector<qorcred::Value>& now,
+                                     const SeenRow& seen, const std::vector<qorcred::Value>& now,
                                      std::span<const RowsOfTable> rows) {
-  if (!seen || (!now.empty() && AreAsSeen(now, seen->cells))) {
+  if (!now.empty() && AreAsSeen(now, seen.cells)) {
     return std::nullopt;
   }
   Outcome outcome;
   outcome.ending = Ending::kStale;
   outcome.cause = now.empty() ? StaleCause::kRowDeleted : StaleCause::kRowChanged;
-  outcome.changes = ChangesBehind(session, seen->entry, unitKey, rows);
+  outcome.changes = ChangesBehind(session, seen.entry, unitKey, rows);
   return outcome;
 }
 

@@ -33,10 +33,10 @@ struct RowsOfTable {
                                                    std::span<const RowsOfTable> rows);
 
 /// How work on a row ends that was seen otherwise than it is stored; nothing where it is as it was
-/// seen, or was not seen at all. `now` are its cells while nobody else can write, empty when it is
-/// gone; `rows` are what they were read from. As many cells are compared as `now` has.
+/// seen. `now` are its cells while nobody else can write, empty when it is gone; `rows` are what
+/// they were read from. As many cells are compared as `now` has.
 [[nodiscard]] std::optional<Outcome> FindOvertaken(DeskSession& session, std::int32_t unitKey,
-                                                   const std::optional<SeenRow>& seen,
+                                                   const SeenRow& seen,
                                                    const std::vector<qorcred::Value>& now,
                                                    std::span<const RowsOfTable> rows);
 

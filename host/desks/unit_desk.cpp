@@ -422,7 +422,7 @@ std::optional<Outcome> FindUnitOvertaken(DeskSession& session, std::int32_t unit
                          RidsIn(session, "UNITTYPES", OfType(TypeIn(session, unitKey)))};
   const bool isGone = parts.front().rids.empty();
   const List now = UnitSettingsList(session, {{unitKey, NameOfUnit(session, unitKey)}});
-  return FindOvertaken(session, unitKey, seen, isGone ? std::vector<Value>() : now.rows.front(),
+  return FindOvertaken(session, unitKey, *seen, isGone ? std::vector<Value>() : now.rows.front(),
                        parts);
 }
 
