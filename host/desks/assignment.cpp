@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include "frame/convert.h"
+#include "frame/data_services.h"
+#include "frame/schema.h"
 #include "frame/siblings.h"
 #include "frame/trap.h"
 #include "host/desks/credential_slots.h"
@@ -18,6 +20,18 @@ std::string FromTaker(const Assignment& chosen) {
   constexpr std::int32_t kNoTenant = 0;
   return fmt::format("FROM TENANTS WHERE UnitKey={} AND TenantID={}", chosen.unitKey,
                      chosen.tenantId.value_or(kNoTenant));
+}
+
+void QueueSteps(DeskSession& session, std::int32_t unitKey,
+                const std::vector<std::int32_t>& tenantIds) {
+  if (tenantIds.empty()) {
+    return;
+  }
+  const qorcred::TenantComponent tenants(
+      session.ownHost().CreateComponent(qorcred::component::kTenant));
+  for (const std::int32_t tenant : tenantIds) {
+    tenants.CreateProgramSteps(session.connection(), unitKey, tenant);
+  }
 }
 
 }  // namespace
@@ -81,19 +95,44 @@ bool IsHeldByChosenAlone(DeskSession& session, const Assignment& chosen) {
   return holders.rowCount == 1 && qorcred::ToLong(holders.table->At(0, 0)) == *chosen.tenantId;
 }
 
+CredentialHolders HoldersOf(DeskSession& session, std::int32_t unitKey, std::int32_t rid) {
+  const QueryResult rows = session.sql().Select(
+      fmt::format("SELECT TenantID,Resident FROM TENANTS WHERE UnitKey={} AND {} ORDER BY TenantID",
+                  unitKey, Holds(rid)));
+  CredentialHolders holders;
+  for (const ResultRow row : rows.rows()) {
+    const bool isResident = qorcred::NumericValue(row[1]) != 0;
+    (isResident ? holders.residents : holders.tenants).push_back(qorcred::ToLong(row[0]));
+  }
+  return holders;
+}
+
 void QueueHoldersSteps(DeskSession& session, std::int32_t unitKey, std::int32_t rid) {
   qorcred::Trap(session.ownHost(), "queue the holder's step", [&] {
-    const QueryResult holders = session.sql().Select(
-        fmt::format("SELECT TenantID FROM TENANTS WHERE UnitKey={} AND {} ORDER BY TenantID",
-                    unitKey, Holds(rid)));
-    if (holders.rowCount == 0) {
-      return;
+    const CredentialHolders holders = HoldersOf(session, unitKey, rid);
+    QueueSteps(session, unitKey, holders.tenants);
+    QueueSteps(session, unitKey, holders.residents);
+  });
+}
+
+void ReleaseHolders(DeskSession& session, std::int32_t unitKey, std::int32_t rid,
+                    const CredentialHolders& holders) {
+  // Which one of several the controller has taught, nobody knows.
+  const bool haveOthers = holders.tenants.size() > 1;
+  if (!haveOthers && holders.residents.empty()) {
+    return;
+  }
+  qorcred::Trap(session.ownHost(), "release the holders of the credential", [&] {
+    const qorcred::Connection connection(session.connection());
+    for (const std::string_view slot : {"CREDENTIALID1", "CREDENTIALID2"}) {
+      connection.Execute(fmt::format(
+          "UPDATE TENANTS SET {0}=NULL,LASTMODIFIEDDATE={1} WHERE UNITKEY={2} AND {0}={3}", slot,
+          qorcred::kLastModifiedLiteral, unitKey, rid));
     }
-    const qorcred::TenantComponent tenants(
-        session.ownHost().CreateComponent(qorcred::component::kTenant));
-    for (const ResultRow row : holders.rows()) {
-      tenants.CreateProgramSteps(session.connection(), unitKey, qorcred::ToLong(row[0]));
+    if (haveOthers) {
+      QueueSteps(session, unitKey, holders.tenants);
     }
+    QueueSteps(session, unitKey, holders.residents);
   });
 }
 

@@ -50,4 +50,18 @@ struct AssignmentLosses {
 /// Queues the step of everyone who holds the credential. A failure goes to the host's log.
 void QueueHoldersSteps(DeskSession& session, std::int32_t unitKey, std::int32_t rid);
 
+/// Who holds a credential, by their tenant ids.
+struct CredentialHolders {
+  std::vector<std::int32_t> tenants;
+  std::vector<std::int32_t> residents;
+};
+[[nodiscard]] CredentialHolders HoldersOf(DeskSession& session, std::int32_t unitKey,
+                                          std::int32_t rid);
+
+/// Takes a credential that the controller has just deleted from everyone who held it, and queues
+/// their steps: the controller teaches the unit one tenant, and forgets residents. A failure goes
+/// to the host's log.
+void ReleaseHolders(DeskSession& session, std::int32_t unitKey, std::int32_t rid,
+                    const CredentialHolders& holders);
+
 }  // namespace qorhost

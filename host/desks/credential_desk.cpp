@@ -272,10 +272,11 @@ Outcome CredentialDesk::Work(std::string what, const std::function<Outcome()>& r
 IssuedCredentials CredentialDesk::SaveNew(const Progress& progress) {
   RequireUnitSettings();
   IssuedCredentials issued;
+  const std::string& first = screen_->Box("txtPINStart").text();
   const std::string& last = screen_->Box("txtPINEND").text();
   const std::string what =
-      fmt::format("issue {} {}{}", screen_->List("cboCredentialType").SelectedText(),
-                  screen_->Box("txtPINStart").text(), last.empty() ? "" : " to " + last);
+      fmt::format("issue {} {}{}", screen_->List("cboCredentialType").SelectedText(), first,
+                  last.empty() || last == first ? "" : " to " + last);
   static_cast<Outcome&>(issued) =
       Work(what, [this, &issued, &progress] { return SaveOnce(issued, progress); });
   return issued;
@@ -369,8 +370,13 @@ Outcome CredentialDesk::Delete() {
   }
   return Work("delete credential " + credential.entry, [this, rid = credential.rid] {
     OperationRecord deleting(session_);
-    return deleting.End(
-        controller_->Run<&qorcred::clsCredential::pbDelete>(session_.connection(), unitKey_, rid));
+    const CredentialHolders holders = HoldersOf(session_, unitKey_, rid);
+    const bool deleted =
+        controller_->Run<&qorcred::clsCredential::pbDelete>(session_.connection(), unitKey_, rid);
+    if (deleted) {
+      ReleaseHolders(session_, unitKey_, rid, holders);
+    }
+    return deleting.End(deleted);
   });
 }
 

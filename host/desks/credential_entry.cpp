@@ -122,8 +122,12 @@ void EnterCredentials(CredentialDesk& desk, const NewCredentials& entry) {
   constexpr std::string_view kForTransmitters = "leave {field} out: only transmitters have it";
   ChooseType(screen, entry.type);
   screen.SetVariable("gstrTag", entry.last ? "" : "SINGLE");
-  screen.Box("txtPINStart").SetText(TypedNumber(field::kFirst, entry.first));
-  screen.Box("txtPINEND").SetText(entry.last ? LastOfRange(*entry.last) : "");
+  const std::string first = TypedNumber(field::kFirst, entry.first);
+  screen.Box("txtPINStart").SetText(first);
+  // With tenants the controller looks for what is there already in ranges alone: a single
+  // credential goes in as a range of one.
+  const std::string last = entry.withTenants ? first : "";
+  screen.Box("txtPINEND").SetText(entry.last ? LastOfRange(*entry.last) : last);
   TypeInto(screen.Box("txtFacilityCode"), field::kFacility, entry.facility,
            "leave {field} out: this unit ignores facility codes");
   TypeInto(screen.Box("txtIDCode"), field::kIdCode, entry.idCode, kForTransmitters);

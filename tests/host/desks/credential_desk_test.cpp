@@ -5,12 +5,14 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
 #include "frame/date.h"
 #include "host/desks/credential_list.h"
 #include "host/desks/desk_error.h"
+#include "host/desks/store_check.h"
 #include "host/desks/store_overview.h"
 #include "tests/host/desks/credential_fixture.h"
 
@@ -590,6 +592,56 @@ TEST_F(CredentialDesks, ADeletionAsksWhenATenantHoldsTheCredential) {
   EXPECT_TRUE(desk.Delete().done());
   EXPECT_EQ(CountOf("SELECT RID FROM CREDENTIALBANK WHERE RID=" + std::to_string(held)), 0U);
   EXPECT_EQ(Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62"), "");
+}
+
+TEST_F(CredentialDesks, ADeletionTakesTheCredentialFromAResidentToo) {
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  const std::string held = Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62");
+  Run("UPDATE Tenants SET Resident=1 WHERE TenantID=62");
+  (void)desk.Select("rid:" + held);
+  yes_ = true;
+  EXPECT_TRUE(desk.Delete().done());
+  EXPECT_EQ(CountOf("SELECT RID FROM CREDENTIALBANK WHERE RID=" + held), 0U);
+  EXPECT_EQ(Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62"), "");
+  const List steps = StepList(session(), kUnit);
+  ASSERT_EQ(steps.rows.size(), 1U);
+  EXPECT_TRUE(FindingsIn(session(), kUnit).empty());
+}
+
+TEST_F(CredentialDesks, ADeletionTeachesTheUnitEveryoneWhoHeldTheCredential) {
+  CredentialDesk desk(session(), kUnit, DeskScreen::kCredentials);
+  const std::string held = Cell("SELECT CREDENTIALID1 FROM Tenants WHERE TenantID=62");
+  const std::string other = Cell(
+      "SELECT Top 1 TenantID FROM Tenants WHERE UnitKey=2 AND Resident=0 AND CREDENTIALID2 = NULL "
+      "AND TenantID<>62 ORDER BY TenantID");
+  Run("UPDATE Tenants SET CREDENTIALID2=" + held + " WHERE TenantID=" + other);
+  (void)desk.Select("rid:" + held);
+  yes_ = true;
+  EXPECT_TRUE(desk.Delete().done());
+  EXPECT_EQ(CountOf("SELECT TenantID FROM Tenants WHERE CREDENTIALID1=" + held +
+                    " OR CREDENTIALID2=" + held),
+            0U);
+  std::set<std::int32_t> taught;
+  for (const ProgramStep& step : session().sql().steps().List(kUnit)) {
+    taught.insert(step.subjectRid);
+  }
+  EXPECT_THAT(taught, testing::ElementsAre(62, std::stoi(other)));
+}
+
+TEST_F(CredentialDesks, ASingleCredentialWithATenantIsIssuedOnce) {
+  NewCredentials entry = Cards("9001");
+  entry.withTenants = true;
+  const IssuedCredentials first = Issue(entry);
+  ASSERT_TRUE(first.done());
+  const IssuedCredentials again = Issue(entry);
+  EXPECT_EQ(again.ending, Ending::kRefused);
+  ASSERT_EQ(again.messages.size(), 1U);
+  EXPECT_EQ(again.messages[0].text,
+            "For this Credential Type, the combination of Credential Number and the Facility Code "
+            "cannot be duplicated. Credential Number = 9001, Facility Code = 7");
+  EXPECT_EQ(StoredBetween("9001", "9001"), 1U);
+  EXPECT_EQ(CountOf("SELECT TenantID FROM Tenants WHERE LastName='No Name19001'"), 1U);
+  EXPECT_EQ(session().sql().audit().After(0, kUnit).back().what, "issue Standard 26-Bit Card 9001");
 }
 
 }  // namespace

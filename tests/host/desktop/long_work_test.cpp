@@ -188,6 +188,7 @@ TEST_F(LongWork, WhateverAHandDoesTheProgramGoesOn) {
   std::cout << "seed " << seed << std::endl;  // before anything goes wrong
   constexpr long kUsualEvents = 400;
   const std::vector<std::string> wrong = WrongIn(window().place()->session());
+  std::int64_t looked = 0;  // the entry behind which the store was looked at
   Hand hand(window(), seed);
   QElapsedTimer since;
   since.start();
@@ -197,10 +198,15 @@ TEST_F(LongWork, WhateverAHandDoesTheProgramGoesOn) {
     ++done;
     ASSERT_FALSE(window().runner().busy()) << "seed " << seed << ", event " << done;
     ASSERT_NE(window().place(), nullptr);
+    // What is stored is whole, whatever was saved and undone.
+    DeskSession& session = window().place()->session();
+    for (const WorkEntry& entry : session.sql().audit().After(looked, std::nullopt)) {
+      looked = entry.entry;
+      ASSERT_EQ(WrongIn(session), wrong)
+          << "seed " << seed << ", event " << done << ": " << entry.what;
+    }
   }
-  // What is stored is whole, whatever was saved and undone.
   EXPECT_TRUE(window().place()->session().Damages().empty());
-  EXPECT_EQ(WrongIn(window().place()->session()), wrong);
   std::cout << done << " events of the seed " << seed << '\n';
 }
 
