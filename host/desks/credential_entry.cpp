@@ -17,7 +17,7 @@ namespace qorhost {
 
 namespace {
 
-namespace field = credential_field;
+namespace card_field = credential_field;
 
 void ChooseType(ScreenModel& screen, std::string_view word) {
   for (const CredentialTypeWords& known : EnteredTypes()) {
@@ -27,7 +27,7 @@ void ChooseType(ScreenModel& screen, std::string_view word) {
       return;
     }
   }
-  throw InputFault(field::kType, word,
+  throw InputFault(card_field::kType, word,
                    "{field} '{value}' is none of " + EnteredWords(", ", " and "));
 }
 
@@ -60,10 +60,10 @@ void TypeInto(TextModel& box, std::string_view name, const std::optional<std::st
 /// The controller would take an empty one for a single credential.
 std::string LastOfRange(const std::string& last) {
   if (qorcred::Trim(last).empty()) {
-    throw InputFault(field::kLast, last,
+    throw InputFault(card_field::kLast, last,
                      "{field} '{value}' is empty: leave it out for a single credential");
   }
-  return TypedNumber(field::kLast, last);
+  return TypedNumber(card_field::kLast, last);
 }
 
 void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button) {
@@ -71,23 +71,25 @@ void ChooseButton(ScreenModel& screen, const std::optional<std::string>& button)
     return;
   }
   if (!screen.Option("optButton4").visible()) {
-    throw InputFault(field::kButton, *button, "leave {field} out: only transmitters have buttons");
+    throw InputFault(card_field::kButton, *button,
+                     "leave {field} out: only transmitters have buttons");
   }
   constexpr std::int32_t kUpper = 4;
   const std::int32_t number = WholeNumber(*button).value_or(0);
   const bool isUpper = number == kUpper;
   if (!isUpper && number != 1) {
-    throw InputFault(field::kButton, *button, "{field} '{value}' is neither 1 nor 4");
+    throw InputFault(card_field::kButton, *button, "{field} '{value}' is neither 1 nor 4");
   }
   screen.Option(isUpper ? "optButton4" : "optButtonDefault").SetOn(true);
 }
 
 void ChooseSchedules(ScreenModel& screen, const std::string& given) {
-  ForEachDoor(field::kSchedules, given, [&screen](std::size_t door, std::string_view schedule) {
-    ListModel& list = screen.List(qorcred::kScheduleLists[door]);
-    list.Select(
-        FindEntry(list, field::kSchedules, schedule, "schedule", placeholders::kInSchedules));
-  });
+  ForEachDoor(card_field::kSchedules, given,
+              [&screen](std::size_t door, std::string_view schedule) {
+                ListModel& list = screen.List(qorcred::kScheduleLists[door]);
+                list.Select(FindEntry(list, card_field::kSchedules, schedule, "schedule",
+                                      placeholders::kInSchedules));
+              });
 }
 
 void EnterTenants(ScreenModel& screen, const NewCredentials& entry) {
@@ -95,10 +97,10 @@ void EnterTenants(ScreenModel& screen, const NewCredentials& entry) {
     ChooseSchedules(screen, *entry.schedules);
   }
   if (entry.from) {
-    ChooseDate(screen.Date("dtpStart"), field::kStart, *entry.from, false);
+    ChooseDate(screen.Date("dtpStart"), card_field::kStart, *entry.from, false);
   }
   if (entry.to) {
-    ChooseDate(screen.Date("dtpEnd"), field::kEnd, *entry.to, true);
+    ChooseDate(screen.Date("dtpEnd"), card_field::kEnd, *entry.to, true);
   }
   const bool limited = screen.Date("dtpStart").chosen() || screen.Date("dtpEnd").chosen();
   screen.Check("chkActive").SetState(limited ? 1 : 0);
@@ -106,9 +108,9 @@ void EnterTenants(ScreenModel& screen, const NewCredentials& entry) {
 
 void RefuseTenantInputs(const NewCredentials& entry) {
   if (entry.schedules || entry.from || entry.to) {
-    const auto& [name, given] = entry.schedules ? std::pair(field::kSchedules, entry.schedules)
-                                : entry.from    ? std::pair(field::kStart, entry.from)
-                                                : std::pair(field::kEnd, entry.to);
+    const auto& [name, given] = entry.schedules ? std::pair(card_field::kSchedules, entry.schedules)
+                                : entry.from    ? std::pair(card_field::kStart, entry.from)
+                                                : std::pair(card_field::kEnd, entry.to);
     throw InputFault(name, *given,
                      "{schedules}, {first day} and {last day} go with {new tenants}: without new "
                      "tenants there is nobody to give them to");
@@ -122,16 +124,16 @@ void EnterCredentials(CredentialDesk& desk, const NewCredentials& entry) {
   constexpr std::string_view kForTransmitters = "leave {field} out: only transmitters have it";
   ChooseType(screen, entry.type);
   screen.SetVariable("gstrTag", entry.last ? "" : "SINGLE");
-  const std::string first = TypedNumber(field::kFirst, entry.first);
+  const std::string first = TypedNumber(card_field::kFirst, entry.first);
   screen.Box("txtPINStart").SetText(first);
   // With tenants the controller looks for what is there already in ranges alone: a single
   // credential goes in as a range of one.
   const std::string last = entry.withTenants ? first : "";
   screen.Box("txtPINEND").SetText(entry.last ? LastOfRange(*entry.last) : last);
-  TypeInto(screen.Box("txtFacilityCode"), field::kFacility, entry.facility,
+  TypeInto(screen.Box("txtFacilityCode"), card_field::kFacility, entry.facility,
            "leave {field} out: this unit ignores facility codes");
-  TypeInto(screen.Box("txtIDCode"), field::kIdCode, entry.idCode, kForTransmitters);
-  TypeInto(screen.Box("txtSequenceCode"), field::kSequence, entry.sequence, kForTransmitters);
+  TypeInto(screen.Box("txtIDCode"), card_field::kIdCode, entry.idCode, kForTransmitters);
+  TypeInto(screen.Box("txtSequenceCode"), card_field::kSequence, entry.sequence, kForTransmitters);
   ChooseButton(screen, entry.button);
   if (entry.withTenants) {
     EnterTenants(screen, entry);
@@ -168,14 +170,15 @@ void EnterChange(CredentialDesk& desk, const CredentialChange& change) {
   ListModel& doors = desk.screen().List("cboActivate");
   if (change.door) {
     if (!doors.visible()) {
-      throw InputFault(field::kDoor, *change.door, "leave {field} out: only cards have a door");
+      throw InputFault(card_field::kDoor, *change.door,
+                       "leave {field} out: only cards have a door");
     }
-    doors.Select(FindDoor(doors, field::kDoor, *change.door));
+    doors.Select(FindDoor(doors, card_field::kDoor, *change.door));
   }
   ListModel& tenants = desk.screen().List("cboAssignedTo");
   if (change.tenant) {
-    tenants.Select(
-        FindEntry(tenants, field::kTenant, *change.tenant, "tenant", placeholders::kInTenants));
+    tenants.Select(FindEntry(tenants, card_field::kTenant, *change.tenant, "tenant",
+                             placeholders::kInTenants));
   } else if (change.release) {
     tenants.Select(0);
   }

@@ -36,19 +36,20 @@ enum Column : std::size_t {
   kColumnCount
 };
 
-namespace caption = credential_caption;
+namespace card_caption = credential_caption;
 
 constexpr std::array<ImportColumn, kColumnCount> kColumns{{
-    {caption::kType, true, {}, "Type"},  // its help names the types
-    {caption::kNumber, true, "the credential's number, 1 to 65535", "Number"},
-    {caption::kFacility, false, "0 to 63 (Corvin 30-Bit Card) or 255; empty: 0", "Facility"},
-    {caption::kIdCode, false, "of a transmitter, 0 to 26; of a card empty"},
-    {caption::kSequence, false, "of a transmitter, 0 to 2; of a card empty", "Sequence"},
-    {caption::kButton, false, "of a transmitter, 1 (also empty) or 4; of a card empty", "Button"},
-    {caption::kAssignedTo, false,
+    {card_caption::kType, true, {}, "Type"},  // its help names the types
+    {card_caption::kNumber, true, "the credential's number, 1 to 65535", "Number"},
+    {card_caption::kFacility, false, "0 to 63 (Corvin 30-Bit Card) or 255; empty: 0", "Facility"},
+    {card_caption::kIdCode, false, "of a transmitter, 0 to 26; of a card empty"},
+    {card_caption::kSequence, false, "of a transmitter, 0 to 2; of a card empty", "Sequence"},
+    {card_caption::kButton, false, "of a transmitter, 1 (also empty) or 4; of a card empty",
+     "Button"},
+    {card_caption::kAssignedTo, false,
      "a tenant's last name, first name and initial; Unassigned or empty: none", "Tenant"},
-    {caption::kRid, false, "not looked at: new rows get identities of their own"},
-    {caption::kTenantRid, false, "not looked at"},
+    {card_caption::kRid, false, "not looked at: new rows get identities of their own"},
+    {card_caption::kTenantRid, false, "not looked at"},
     {"Door", false, "the door that a card opens, by number or name; empty or none: no door"},
     {"Tenant id", false, {}, {}, true},
 }};

@@ -13,7 +13,7 @@ namespace qorhost {
 
 namespace {
 
-namespace column = credential_column;
+namespace card_column = credential_column;
 
 /// The text of a cell; nothing for an empty one.
 std::optional<std::string> ReadText(const ImportLine& line, std::size_t column) {
@@ -73,43 +73,43 @@ void RequireInBounds(const NewCredentials& entry, std::int16_t type) {
 
 }  // namespace
 
-std::array<ColumnField, column::kCount> CredentialFields(std::size_t first) {
-  return {{{credential_field::kType, first + column::kType},
-           {credential_field::kFirst, first + column::kNumber},
-           {credential_field::kFacility, first + column::kFacility},
-           {credential_field::kIdCode, first + column::kIdCode},
-           {credential_field::kSequence, first + column::kSequence},
-           {credential_field::kButton, first + column::kButton}}};
+std::array<ColumnField, card_column::kCount> CredentialFields(std::size_t first) {
+  return {{{credential_field::kType, first + card_column::kType},
+           {credential_field::kFirst, first + card_column::kNumber},
+           {credential_field::kFacility, first + card_column::kFacility},
+           {credential_field::kIdCode, first + card_column::kIdCode},
+           {credential_field::kSequence, first + card_column::kSequence},
+           {credential_field::kButton, first + card_column::kButton}}};
 }
 
 std::size_t ColumnOfControl(std::string_view control, std::size_t first) {
-  constexpr std::array<ControlColumn, 5> kControls{{{"cboCredentialType", column::kType},
-                                                    {"txtFacilityCode", column::kFacility},
-                                                    {"txtIDCode", column::kIdCode},
-                                                    {"txtSequenceCode", column::kSequence},
-                                                    {"optButton4", column::kButton}}};
-  return first + ColumnOf(control, kControls, column::kNumber);
+  constexpr std::array<ControlColumn, 5> kControls{{{"cboCredentialType", card_column::kType},
+                                                    {"txtFacilityCode", card_column::kFacility},
+                                                    {"txtIDCode", card_column::kIdCode},
+                                                    {"txtSequenceCode", card_column::kSequence},
+                                                    {"optButton4", card_column::kButton}}};
+  return first + ColumnOf(control, kControls, card_column::kNumber);
 }
 
 NewCredentials ReadCredential(const ImportLine& line, std::size_t first, bool takesFacilityCode,
                               const CredentialDefaults& defaults) {
   const auto cell = [&](std::size_t column) { return ReadText(line, first + column); };
   const CredentialTypeWords& type =
-      ReadType(cell(column::kType).value_or(defaults.type.value_or("")));
-  std::optional<std::string> facility = cell(column::kFacility);
+      ReadType(cell(card_column::kType).value_or(defaults.type.value_or("")));
+  std::optional<std::string> facility = cell(card_column::kFacility);
   if (!facility) {
     facility = defaults.facility;
   }
   NewCredentials entry;
   entry.type = type.word;
-  entry.first = line.Trimmed(first + column::kNumber);
+  entry.first = line.Trimmed(first + card_column::kNumber);
   entry.facility = ReadFacility(facility, takesFacilityCode);
   entry.idCode =
-      ReadOfTransmitter(line, first + column::kIdCode, credential_field::kIdCode, type.type);
-  entry.sequence =
-      ReadOfTransmitter(line, first + column::kSequence, credential_field::kSequence, type.type);
+      ReadOfTransmitter(line, first + card_column::kIdCode, credential_field::kIdCode, type.type);
+  entry.sequence = ReadOfTransmitter(line, first + card_column::kSequence,
+                                     credential_field::kSequence, type.type);
   entry.button =
-      ReadOfTransmitter(line, first + column::kButton, credential_field::kButton, type.type);
+      ReadOfTransmitter(line, first + card_column::kButton, credential_field::kButton, type.type);
   RequireInBounds(entry, type.type);
   return entry;
 }

@@ -24,11 +24,11 @@ using qorcred::Null;
 using qorcred::Value;
 
 // Columns of the detail query, behind the RID in column 0.
-constexpr std::int32_t kType = 1;
-constexpr std::int32_t kNumber = 2;
-constexpr std::int32_t kFacility = 3;
-constexpr std::array kTransmitterCells{4, 5, 6};  // ID code, sequence, button
-constexpr std::int32_t kDoor = 7;
+constexpr std::int32_t kDetailType = 1;
+constexpr std::int32_t kDetailNumber = 2;
+constexpr std::int32_t kDetailFacility = 3;
+constexpr std::array kDetailCodes{4, 5, 6};  // ID code, sequence, button
+constexpr std::int32_t kDetailDoor = 7;
 
 struct Holder {
   Value tenantId = Null{};
@@ -95,12 +95,13 @@ List CredentialList(DeskSession& session, CredentialDesk& desk) {
       continue;  // deleted by someone else since the list was filled
     }
     const auto cell = [&](std::int32_t column) { return details.table->At(found->second, column); };
-    const bool transmitter = qorcred::NumericValue(cell(kType)) == qorcred::kTransmitter;
-    std::vector<Value> row{rid, TypeLabel(cell(kType)), cell(kNumber), cell(kFacility)};
-    for (const std::int32_t column : kTransmitterCells) {
+    const bool transmitter = qorcred::NumericValue(cell(kDetailType)) == qorcred::kTransmitter;
+    std::vector<Value> row{rid, TypeLabel(cell(kDetailType)), cell(kDetailNumber),
+                           cell(kDetailFacility)};
+    for (const std::int32_t column : kDetailCodes) {
       row.push_back(transmitter ? cell(column) : Value(Null{}));
     }
-    row.push_back(transmitter ? Value(Null{}) : DoorName(doors, cell(kDoor)));
+    row.push_back(transmitter ? Value(Null{}) : DoorName(doors, cell(kDetailDoor)));
     const auto holder = holders.find(rid);
     const Holder held = holder == holders.end() ? Holder{} : holder->second;
     row.push_back(held.tenantId);

@@ -42,7 +42,7 @@ struct Kind {
   [[nodiscard]] bool isTransmitter() const { return type == qorcred::kTransmitter; }
 };
 
-struct Holder {
+struct HoldingTenant {
   std::int32_t rid = 0;
   std::string name;
   bool inFirst = false;
@@ -61,7 +61,7 @@ class Replacing {
     replaced_.lost = Named(replacement_.lost);
     const Kind kind = KindOf(replaced_.lost.rid);
     FindSuccessor(kind);
-    const std::optional<Holder> holder = HolderOf(replaced_.lost);
+    const std::optional<HoldingTenant> holder = HolderOf(replaced_.lost);
     const qorcred::Value door = DoorOf(replaced_.lost.rid);
     Release();
     // The old one first: a full unit has room for the new one then.
@@ -143,12 +143,12 @@ class Replacing {
   }
 
   /// Who holds a credential; nobody is nothing. Raises RefusedError when several do.
-  [[nodiscard]] std::optional<Holder> HolderOf(const NamedCredential& credential) {
+  [[nodiscard]] std::optional<HoldingTenant> HolderOf(const NamedCredential& credential) {
     const QueryResult rows = session_.sql().Select(
         fmt::format("SELECT RID, CREDENTIALID1, {} FROM TENANTS WHERE UnitKey={} AND {} ORDER BY "
                     "RID",
                     kFullNameColumns, unitKey_, Holds(credential.rid)));
-    std::vector<Holder> holders;
+    std::vector<HoldingTenant> holders;
     for (const ResultRow row : rows.rows()) {
       holders.push_back({qorcred::ToLong(row[0]), FullNameIn(row, 2),
                          qorcred::NumericValue(row[1]) == credential.rid});
@@ -233,7 +233,7 @@ class Replacing {
 
   /// Into the very slot that the lost one had, whether or not the unit is full, which the
   /// controller's assignment would not do. Like that, it leaves the date of the tenant alone.
-  void GiveTo(const Holder& holder) {
+  void GiveTo(const HoldingTenant& holder) {
     Change(fmt::format("UPDATE TENANTS SET {}={} WHERE UnitKey={} AND RID={}",
                        holder.inFirst ? "CREDENTIALID1" : "CREDENTIALID2", replaced_.successor.rid,
                        unitKey_, holder.rid));

@@ -19,15 +19,15 @@ namespace qorhost {
 
 namespace {
 
-namespace caption = credential_caption;
+namespace card_caption = credential_caption;
 using qorcred::TableView;
 using qorcred::Value;
 
 /// The column of this field is called otherwise.
 ReportField TenantNameField() {
   ReportField field{"Tenant Name", FieldKind::kText};
-  field.alsoCalled = OtherNames(CredentialNames(), caption::kAssignedTo);
-  field.alsoCalled.emplace_back(caption::kAssignedTo);
+  field.alsoCalled = OtherNames(CredentialNames(), card_caption::kAssignedTo);
+  field.alsoCalled.emplace_back(card_caption::kAssignedTo);
   field.unsetWord = "Unassigned";
   return field;
 }
@@ -39,8 +39,8 @@ ReportField NumberField(std::string_view name) {
 }
 
 ReportField TypeField() {
-  ReportField field{std::string(caption::kType), FieldKind::kCredentialType};
-  field.alsoCalled = OtherNames(CredentialNames(), caption::kType);
+  ReportField field{std::string(card_caption::kType), FieldKind::kCredentialType};
+  field.alsoCalled = OtherNames(CredentialNames(), card_caption::kType);
   field.leftOut = 1;  // "does not equal" finds the same as "equal"
   return field;
 }
@@ -54,12 +54,15 @@ struct ReportColumn {
 };
 constexpr std::int32_t kTypeNumberAt = 7;
 constexpr std::int32_t kRidAt = 8;
-constexpr ReportColumn kColumns[] = {
-    {caption::kType, 0, FieldKind::kCredentialType},   {caption::kNumber, 1, FieldKind::kNumber},
-    {caption::kFacility, 2, FieldKind::kNumber},       {caption::kIdCode, 3, FieldKind::kNumber},
-    {caption::kSequence, 4, FieldKind::kNumber},       {caption::kButton, 5, FieldKind::kNumber},
-    {caption::kAssignedTo, 6, FieldKind::kText},       {caption::kRid, kRidAt, FieldKind::kNumber},
-    {caption::kTenantRid, 9, FieldKind::kNumber, true}};
+constexpr ReportColumn kReportColumns[] = {{card_caption::kType, 0, FieldKind::kCredentialType},
+                                           {card_caption::kNumber, 1, FieldKind::kNumber},
+                                           {card_caption::kFacility, 2, FieldKind::kNumber},
+                                           {card_caption::kIdCode, 3, FieldKind::kNumber},
+                                           {card_caption::kSequence, 4, FieldKind::kNumber},
+                                           {card_caption::kButton, 5, FieldKind::kNumber},
+                                           {card_caption::kAssignedTo, 6, FieldKind::kText},
+                                           {card_caption::kRid, kRidAt, FieldKind::kNumber},
+                                           {card_caption::kTenantRid, 9, FieldKind::kNumber, true}};
 
 /// The name of a tenant without a middle initial ends in a blank.
 Value WithoutBlanksBehind(Value cell) {
@@ -73,8 +76,9 @@ Value WithoutBlanksBehind(Value cell) {
 
 /// In their places in `cboField`.
 const std::vector<ReportField>& CredentialReport::FilterFields() {
-  static const std::vector<ReportField> kFields{TypeField(), NumberField(caption::kNumber),
-                                                NumberField(caption::kFacility), TenantNameField()};
+  static const std::vector<ReportField> kFields{TypeField(), NumberField(card_caption::kNumber),
+                                                NumberField(card_caption::kFacility),
+                                                TenantNameField()};
   return kFields;
 }
 
@@ -118,7 +122,7 @@ Outcome CredentialReport::Run() {
 List CredentialReport::Rows() const {
   List list;
   list.title = "Credentials";
-  for (const ReportColumn& column : kColumns) {
+  for (const ReportColumn& column : kReportColumns) {
     const std::string title(column.title);
     ListField& field = list.fields.emplace_back(ListField{title, title, column.kind});
     field.isExtra = column.isExtra;
@@ -130,8 +134,8 @@ List CredentialReport::Rows() const {
   }
   for (const std::int32_t row : RowNumbersOf(rows)) {
     std::vector<Value> cells;
-    cells.reserve(std::size(kColumns));
-    for (const ReportColumn& column : kColumns) {
+    cells.reserve(std::size(kReportColumns));
+    for (const ReportColumn& column : kReportColumns) {
       cells.push_back(WithoutBlanksBehind(rows.Cell(row, column.index)));
     }
     // One type has one name everywhere; the statement spells it in its own way.
@@ -159,7 +163,7 @@ bool CredentialReport::ShowsStill(const GivenRids& rids) {
     for (const std::int32_t row : RowNumbersOf(table)) {
       if (rids.Holds(table.Cell(row, kRidAt))) {
         std::vector<Value>& cells = found.emplace_back();
-        for (const ReportColumn& column : kColumns) {
+        for (const ReportColumn& column : kReportColumns) {
           cells.push_back(table.Cell(row, column.index));
         }
       }

@@ -21,14 +21,14 @@ namespace qorhost {
 
 namespace {
 
-namespace field = dir_code_field;
+namespace code_field = dir_code_field;
 
 constexpr std::int32_t kNoFormerRow = 0;
 constexpr std::int32_t kNoFormerIndex = 0;
 
 /// The row that the choice names.
 std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_view choice) {
-  if (const auto rid = RowNamed(field::kChoice, choice)) {
+  if (const auto rid = RowNamed(code_field::kChoice, choice)) {
     return *rid;
   }
   const TakenNumber number = NumberTaken(qorcred::Trim(choice));
@@ -43,13 +43,13 @@ std::int32_t FindRow(DeskSession& session, std::int32_t unitKey, std::string_vie
     }
   }
   if (rids.empty()) {
-    throw InputFault(field::kChoice, choice,
+    throw InputFault(code_field::kChoice, choice,
                      fmt::format("unit {} has no directory code '{{value}}'", unitKey),
                      InputFault::Kind::kSeeList);
   }
   if (rids.size() > 1) {
     throw InputFault(
-        field::kChoice, choice,
+        code_field::kChoice, choice,
         fmt::format("{} rows have the directory code '{{value}}': name a row instead (rid:{})",
                     rids.size(), fmt::join(rids, ", rid:")));
   }
@@ -102,7 +102,7 @@ std::int32_t DirCodeDesk::Find(std::string_view choice) {
   const std::int32_t rid = FindRow(session_, unitKey_, choice);
   const std::int32_t index = codes().FindData(rid);
   if (index < placeholders::kInDirCodes) {
-    throw InputFault(field::kChoice, choice,
+    throw InputFault(code_field::kChoice, choice,
                      fmt::format("unit {} has no directory code in row {}", unitKey_, rid),
                      InputFault::Kind::kSeeList);
   }
@@ -177,12 +177,12 @@ void DirCodeDesk::RefreshCodes(std::int32_t rid) {
 }
 
 void DirCodeDesk::TypeCode(const std::string& given) {
-  const std::string code = TypedNumber(field::kCode, given);
+  const std::string code = TypedNumber(code_field::kCode, given);
   TextModel& box = codeBox();
   const std::int32_t most = box.maxLength();
   // The box would cut the text, and another code than the one meant would be stored.
   if (most > 0 && qorcred::Utf16Length(code) > static_cast<std::size_t>(most)) {
-    throw InputFault(field::kCode, code,
+    throw InputFault(code_field::kCode, code,
                      fmt::format("{{field}} '{{value}}' is longer than the {} digits of this "
                                  "unit's codes",
                                  most));

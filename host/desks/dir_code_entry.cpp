@@ -17,7 +17,7 @@ namespace qorhost {
 
 namespace {
 
-namespace field = dir_code_field;
+namespace code_field = dir_code_field;
 
 void TypeInto(TextModel& box, std::string_view name, const std::optional<std::string>& text) {
   if (text) {
@@ -75,7 +75,7 @@ void EnterDoNotDisturb(ScreenModel& screen, const DirCodeEntry& entry) {
   } else if (entry.dnd) {
     screen.Check("chkDND").SetState(1);
   }
-  ChooseSchedule(screen.List(qorcred::kDndScheduleList), field::kDnd, entry.dnd);
+  ChooseSchedule(screen.List(qorcred::kDndScheduleList), code_field::kDnd, entry.dnd);
 }
 
 void EnterForwarding(ScreenModel& screen, const DirCodeEntry& entry) {
@@ -86,11 +86,11 @@ void EnterForwarding(ScreenModel& screen, const DirCodeEntry& entry) {
   if (entry.forwardPhone || entry.forwardExtension || entry.forwardSchedule || entry.forwardDelay) {
     screen.Check("chkCallForwarding").SetState(1);
   }
-  TypeInto(screen.Box("txtPhoneNocf"), field::kForwardPhone, entry.forwardPhone);
-  TypeInto(screen.Box("txtExtnCF"), field::kForwardExtension, entry.forwardExtension);
-  ChooseSchedule(screen.List(qorcred::kCfScheduleList), field::kForwardSchedule,
+  TypeInto(screen.Box("txtPhoneNocf"), code_field::kForwardPhone, entry.forwardPhone);
+  TypeInto(screen.Box("txtExtnCF"), code_field::kForwardExtension, entry.forwardExtension);
+  ChooseSchedule(screen.List(qorcred::kCfScheduleList), code_field::kForwardSchedule,
                  entry.forwardSchedule);
-  ChooseDelay(screen, "pvnTimeDelayCF", "txtExtnCF", field::kForwardDelay, entry.forwardDelay);
+  ChooseDelay(screen, "pvnTimeDelayCF", "txtExtnCF", code_field::kForwardDelay, entry.forwardDelay);
 }
 
 void EnterPeriod(ScreenModel& screen, const DirCodeEntry& entry) {
@@ -98,12 +98,12 @@ void EnterPeriod(ScreenModel& screen, const DirCodeEntry& entry) {
   const bool limits = entry.from || entry.to;
   if (limits && screen.Check("chkActive").state() == 0) {
     throw InputFault(
-        entry.from ? field::kStart : field::kEnd, entry.from ? *entry.from : *entry.to,
+        entry.from ? code_field::kStart : code_field::kEnd, entry.from ? *entry.from : *entry.to,
         "leave {first day} and {last day} out: an inactive code has no period; {active} "
         "makes it active");
   }
-  ChooseDateOrNone(screen.Date("dtpStart"), field::kStart, entry.from, false);
-  ChooseDateOrNone(screen.Date("dtpEnd"), field::kEnd, entry.to, true);
+  ChooseDateOrNone(screen.Date("dtpStart"), code_field::kStart, entry.from, false);
+  ChooseDateOrNone(screen.Date("dtpEnd"), code_field::kEnd, entry.to, true);
 }
 
 /// The boxes whose texts the save pastes into its statement as they are.
@@ -111,16 +111,16 @@ struct PastedBox {
   std::string_view box;
   std::string_view name;
 };
-constexpr std::array kPastedBoxes{PastedBox{"txtPhoneNo", field::kPhone},
-                                  PastedBox{"txtExtn", field::kExtension},
-                                  PastedBox{"txtPhoneNocf", field::kForwardPhone},
-                                  PastedBox{"txtExtnCF", field::kForwardExtension},
-                                  PastedBox{"txtDisplayName", field::kDisplayName}};
+constexpr std::array kPastedBoxes{PastedBox{"txtPhoneNo", code_field::kPhone},
+                                  PastedBox{"txtExtn", code_field::kExtension},
+                                  PastedBox{"txtPhoneNocf", code_field::kForwardPhone},
+                                  PastedBox{"txtExtnCF", code_field::kForwardExtension},
+                                  PastedBox{"txtDisplayName", code_field::kDisplayName}};
 
 /// A name may have another apostrophe; in a number to be dialled any is a slip.
 std::string WayOut(std::string_view name, const std::string& text) {
   const std::string typographic = WithTypographicApostrophes(text);
-  const bool helps = name == field::kDisplayName && FaultInText(name, typographic).empty();
+  const bool helps = name == code_field::kDisplayName && FaultInText(name, typographic).empty();
   return helps ? ": write " + InReason(typographic) : std::string();
 }
 
@@ -183,7 +183,7 @@ void RequireWholeCode(DirCodeDesk& desk) {
   const double stored = qorcred::NumericValue(desk.StoredCode());
   if (stored != qorcred::Val(shown)) {
     throw InputFault(
-        field::kChoice, shown,
+        code_field::kChoice, shown,
         fmt::format("the directory code {} is shown as {{value}} and would be stored so: renumber "
                     "it first",
                     qorcred::NumberText(stored)));
@@ -191,13 +191,13 @@ void RequireWholeCode(DirCodeDesk& desk) {
 }
 
 void Enter(ScreenModel& screen, const DirCodeEntry& entry) {
-  TypeInto(screen.Box("txtPhoneNo"), field::kPhone, entry.phone);
-  TypeInto(screen.Box("txtExtn"), field::kExtension, entry.extension);
-  ChooseDelay(screen, "pvnTimeDelay", "txtExtn", field::kDelay, entry.delay);
+  TypeInto(screen.Box("txtPhoneNo"), code_field::kPhone, entry.phone);
+  TypeInto(screen.Box("txtExtn"), code_field::kExtension, entry.extension);
+  ChooseDelay(screen, "pvnTimeDelay", "txtExtn", code_field::kDelay, entry.delay);
   EnterDoNotDisturb(screen, entry);
   EnterForwarding(screen, entry);
   EnterPeriod(screen, entry);
-  TypeInto(screen.Box("txtDisplayName"), field::kDisplayName, entry.displayName);
+  TypeInto(screen.Box("txtDisplayName"), code_field::kDisplayName, entry.displayName);
   Tick(screen.Check("chkShowDisplayName"), entry.showName);
   Tick(screen.Check("chkShowDirCode"), entry.showCode);
   RequireStorable(screen);
@@ -211,10 +211,10 @@ void RequireCodeNumber(const std::string& code) {
   }
   const TakenNumber number = NumberTaken(code);
   if (!number.value) {
-    throw InputFault(field::kCode, code, "{field} '{value}' is too large a number");
+    throw InputFault(code_field::kCode, code, "{field} '{value}' is too large a number");
   }
   if (!number.isAll) {
-    throw InputFault(field::kCode, code,
+    throw InputFault(code_field::kCode, code,
                      fmt::format("{{field}} '{{value}}' is no number: it would be stored as {}",
                                  qorcred::NumberText(*number.value)));
   }

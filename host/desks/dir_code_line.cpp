@@ -13,49 +13,50 @@ namespace qorhost {
 
 namespace {
 
-namespace caption = dir_code_caption;
+namespace code_caption = dir_code_caption;
+namespace code_column = dir_code_column;
 
-// The columns by their bare names.
-using namespace dir_code_column;
-
-constexpr std::array<ImportColumn, kCount> kColumns{{
-    {caption::kCode, true, "the code that a visitor dials, zeros in front or not", "Code"},
-    {caption::kPhone, true, "the phone number that the unit dials", "Phone"},
-    {caption::kExtension, false, "the extension dialled behind it", "Extension"},
-    {caption::kDelay, false, "the delay before the extension; without one it is 2", "Delay"},
-    {caption::kDisplayName, false, "the name that the unit shows"},
-    {caption::kStatus, false, "Active (also without the column) or Inactive", "Active"},
-    {caption::kStart, false, "first day, as 05 Mar 2024 or 2024-03-05 08:00; empty: none", "Start"},
-    {caption::kEnd, false, "last day; empty: none; without the column: the unit's own", "End"},
-    {caption::kDnd, false, "yes or no (also True or False); empty: yes with a schedule", "DND"},
-    {caption::kDndSchedule, false, "a schedule's name or id; <None> or empty: none"},
-    {caption::kForwarding, false,
+constexpr std::array<ImportColumn, code_column::kCount> kCodeColumns{{
+    {code_caption::kCode, true, "the code that a visitor dials, zeros in front or not", "Code"},
+    {code_caption::kPhone, true, "the phone number that the unit dials", "Phone"},
+    {code_caption::kExtension, false, "the extension dialled behind it", "Extension"},
+    {code_caption::kDelay, false, "the delay before the extension; without one it is 2", "Delay"},
+    {code_caption::kDisplayName, false, "the name that the unit shows"},
+    {code_caption::kStatus, false, "Active (also without the column) or Inactive", "Active"},
+    {code_caption::kStart, false, "first day, as 05 Mar 2024 or 2024-03-05 08:00; empty: none",
+     "Start"},
+    {code_caption::kEnd, false, "last day; empty: none; without the column: the unit's own", "End"},
+    {code_caption::kDnd, false, "yes or no (also True or False); empty: yes with a schedule",
+     "DND"},
+    {code_caption::kDndSchedule, false, "a schedule's name or id; <None> or empty: none"},
+    {code_caption::kForwarding, false,
      "yes or no (also True or False); empty: yes with a phone number or schedule", "Forwarding"},
-    {caption::kCfSchedule, false, "a schedule's name or id; <None> or empty: none",
+    {code_caption::kCfSchedule, false, "a schedule's name or id; <None> or empty: none",
      "Forward schedule"},
-    {caption::kCfPhone, false, "the phone number that calls are forwarded to", "Forward phone"},
-    {caption::kCfExtension, false, "the extension there", "Forward extension"},
-    {caption::kCfDelay, false, "the delay before the extension there; without one it is 2",
+    {code_caption::kCfPhone, false, "the phone number that calls are forwarded to",
+     "Forward phone"},
+    {code_caption::kCfExtension, false, "the extension there", "Forward extension"},
+    {code_caption::kCfDelay, false, "the delay before the extension there; without one it is 2",
      "Forward delay"},
-    {caption::kShowName, false, "yes (also without the column) or no; also True or False",
+    {code_caption::kShowName, false, "yes (also without the column) or no; also True or False",
      "Show name"},
-    {caption::kShowCode, false, "yes (also without the column) or no; also True or False",
+    {code_caption::kShowCode, false, "yes (also without the column) or no; also True or False",
      "Show code"},
 }};
 
 constexpr std::array<ColumnField, 12> kFields{{
-    {dir_code_field::kCode, kCode},
-    {dir_code_field::kPhone, kPhone},
-    {dir_code_field::kExtension, kExtension},
-    {dir_code_field::kDelay, kDelay},
-    {dir_code_field::kDisplayName, kDisplayName},
-    {dir_code_field::kStart, kStart},
-    {dir_code_field::kEnd, kEnd},
-    {dir_code_field::kDnd, kDndSchedule},
-    {dir_code_field::kForwardSchedule, kCfSchedule},
-    {dir_code_field::kForwardPhone, kCfPhone},
-    {dir_code_field::kForwardExtension, kCfExtension},
-    {dir_code_field::kForwardDelay, kCfDelay},
+    {dir_code_field::kCode, code_column::kCode},
+    {dir_code_field::kPhone, code_column::kPhone},
+    {dir_code_field::kExtension, code_column::kExtension},
+    {dir_code_field::kDelay, code_column::kDelay},
+    {dir_code_field::kDisplayName, code_column::kDisplayName},
+    {dir_code_field::kStart, code_column::kStart},
+    {dir_code_field::kEnd, code_column::kEnd},
+    {dir_code_field::kDnd, code_column::kDndSchedule},
+    {dir_code_field::kForwardSchedule, code_column::kCfSchedule},
+    {dir_code_field::kForwardPhone, code_column::kCfPhone},
+    {dir_code_field::kForwardExtension, code_column::kCfExtension},
+    {dir_code_field::kForwardDelay, code_column::kCfDelay},
 }};
 
 /// An end at the last minute of a day, as a report shows the end of a day, means all of that day.
@@ -66,14 +67,14 @@ std::string EndOf(std::string_view cell) {
 }
 
 void NoteIdle(ImportNotes& notes, std::size_t idle, std::size_t off, std::string_view word) {
-  notes.push_back(fmt::format("{} was not taken over: {} is {}", kColumns[idle].heading,
-                              kColumns[off].heading, word));
+  notes.push_back(fmt::format("{} was not taken over: {} is {}", kCodeColumns[idle].heading,
+                              kCodeColumns[off].heading, word));
 }
 
 }  // namespace
 
-std::span<const ImportColumn, kCount> DirCodeColumns() {
-  return kColumns;
+std::span<const ImportColumn, code_column::kCount> DirCodeColumns() {
+  return kCodeColumns;
 }
 
 std::vector<ColumnField> DirCodeFields(std::size_t first) {
@@ -125,9 +126,9 @@ DirCodeEntry DirCodeLines::Read(const ImportLine& line, ImportNotes& notes) cons
   ReadDnd(line, entry, notes);
   ReadForwarding(line, entry, notes);
   ReadPeriod(line, entry, notes);
-  entry.displayName = StorableName(CellOf(line, kDisplayName), rules_);
-  entry.showName = ReadTrueFalse(line, kShowName);
-  entry.showCode = ReadTrueFalse(line, kShowCode);
+  entry.displayName = StorableName(CellOf(line, code_column::kDisplayName), rules_);
+  entry.showName = ReadTrueFalse(line, code_column::kShowName);
+  entry.showCode = ReadTrueFalse(line, code_column::kShowCode);
   return entry;
 }
 
@@ -136,7 +137,7 @@ std::string DirCodeLines::CellOf(const ImportLine& line, std::size_t column) con
 }
 
 std::optional<bool> DirCodeLines::ReadTrueFalse(const ImportLine& line, std::size_t column) const {
-  return ReadEither(kColumns[column].heading, Trimmed(line, column), kTrueFalse);
+  return ReadEither(kCodeColumns[column].heading, Trimmed(line, column), kTrueFalse);
 }
 
 /// A schedule's id; nothing for none.
@@ -164,7 +165,8 @@ std::optional<std::string> DirCodeLines::ReadDelay(const ImportLine& line, std::
   if (Trimmed(line, extension).empty()) {
     if (given != qorcred::kDelayWithoutExtension) {
       notes.push_back(fmt::format("{} '{}' was not taken over: without an extension it is {}",
-                                  kColumns[delay].heading, given, qorcred::kDelayWithoutExtension));
+                                  kCodeColumns[delay].heading, given,
+                                  qorcred::kDelayWithoutExtension));
     }
     return std::nullopt;
   }
@@ -173,57 +175,59 @@ std::optional<std::string> DirCodeLines::ReadDelay(const ImportLine& line, std::
 
 void DirCodeLines::ReadPhone(const ImportLine& line, DirCodeEntry& entry,
                              ImportNotes& notes) const {
-  entry.phone = CellOf(line, kPhone);
-  entry.extension = CellOf(line, kExtension);
-  entry.delay = ReadDelay(line, kExtension, kDelay, notes);
+  entry.phone = CellOf(line, code_column::kPhone);
+  entry.extension = CellOf(line, code_column::kExtension);
+  entry.delay = ReadDelay(line, code_column::kExtension, code_column::kDelay, notes);
 }
 
 void DirCodeLines::ReadDnd(const ImportLine& line, DirCodeEntry& entry, ImportNotes& notes) const {
-  const std::optional<std::string> schedule = ReadSchedule(line, kDndSchedule);
-  if (ReadTrueFalse(line, kDnd).value_or(schedule.has_value())) {
+  const std::optional<std::string> schedule = ReadSchedule(line, code_column::kDndSchedule);
+  if (ReadTrueFalse(line, code_column::kDnd).value_or(schedule.has_value())) {
     desk_.screen().Check("chkDND").SetState(1);
     entry.dnd = schedule;
   } else if (schedule) {
-    NoteIdle(notes, kDndSchedule, kDnd, "False");
+    NoteIdle(notes, code_column::kDndSchedule, code_column::kDnd, "False");
   }
 }
 
 void DirCodeLines::ReadForwarding(const ImportLine& line, DirCodeEntry& entry,
                                   ImportNotes& notes) const {
-  const std::optional<std::string> schedule = ReadSchedule(line, kCfSchedule);
-  const bool phone = !Trimmed(line, kCfPhone).empty();
-  const bool extension = !Trimmed(line, kCfExtension).empty();
-  if (ReadTrueFalse(line, kForwarding).value_or(schedule || phone || extension)) {
+  const std::optional<std::string> schedule = ReadSchedule(line, code_column::kCfSchedule);
+  const bool phone = !Trimmed(line, code_column::kCfPhone).empty();
+  const bool extension = !Trimmed(line, code_column::kCfExtension).empty();
+  if (ReadTrueFalse(line, code_column::kForwarding).value_or(schedule || phone || extension)) {
     desk_.screen().Check("chkCallForwarding").SetState(1);
-    entry.forwardPhone = CellOf(line, kCfPhone);
-    entry.forwardExtension = CellOf(line, kCfExtension);
+    entry.forwardPhone = CellOf(line, code_column::kCfPhone);
+    entry.forwardExtension = CellOf(line, code_column::kCfExtension);
     entry.forwardSchedule = schedule;
-    entry.forwardDelay = ReadDelay(line, kCfExtension, kCfDelay, notes);
+    entry.forwardDelay = ReadDelay(line, code_column::kCfExtension, code_column::kCfDelay, notes);
     return;
   }
   if (schedule) {
-    NoteIdle(notes, kCfSchedule, kForwarding, "False");
+    NoteIdle(notes, code_column::kCfSchedule, code_column::kForwarding, "False");
   }
-  for (const std::size_t idle : {kCfPhone, kCfExtension}) {
+  for (const std::size_t idle : {code_column::kCfPhone, code_column::kCfExtension}) {
     if (!Trimmed(line, idle).empty()) {
-      NoteIdle(notes, idle, kForwarding, "False");
+      NoteIdle(notes, idle, code_column::kForwarding, "False");
     }
   }
 }
 
 void DirCodeLines::ReadPeriod(const ImportLine& line, DirCodeEntry& entry,
                               ImportNotes& notes) const {
-  entry.active = ReadEither(kColumns[kStatus].heading, Trimmed(line, kStatus), kActiveInactive);
+  entry.active = ReadEither(kCodeColumns[code_column::kStatus].heading,
+                            Trimmed(line, code_column::kStatus), kActiveInactive);
   const bool active = entry.active.value_or(true);
-  for (const std::size_t limit : {kStart, kEnd}) {
+  for (const std::size_t limit : {code_column::kStart, code_column::kEnd}) {
     const std::string_view given = Trimmed(line, limit);
     if (!active && !given.empty()) {
-      NoteIdle(notes, limit, kStatus, "Inactive");
+      NoteIdle(notes, limit, code_column::kStatus, "Inactive");
     } else if (active && line.Cell(first_ + limit)) {
-      (limit == kStart ? entry.from : entry.to) =
-          given.empty()     ? std::string(kNoneWord)
-          : limit == kStart ? DateInCell(dir_code_field::kStart, given, rules_.dates)
-                            : EndOf(DateInCell(dir_code_field::kEnd, given, rules_.dates));
+      (limit == code_column::kStart ? entry.from : entry.to) =
+          given.empty() ? std::string(kNoneWord)
+          : limit == code_column::kStart
+              ? DateInCell(dir_code_field::kStart, given, rules_.dates)
+              : EndOf(DateInCell(dir_code_field::kEnd, given, rules_.dates));
     }
   }
 }

@@ -11,40 +11,40 @@ namespace qorhost {
 
 namespace {
 
-namespace code = dir_code_caption;
-namespace card = credential_caption;
+namespace code_caption = dir_code_caption;
+namespace card_caption = credential_caption;
 
 constexpr std::array kCredentialFields{
-    FieldNames{"rid", "RID", card::kRid, "RID"},
-    FieldNames{"type", "Type", card::kType, "CredentialType"},
-    FieldNames{"number", "Number", card::kNumber, "PINNo"},
-    FieldNames{"facility", "Facility", card::kFacility, "FacilityCode"},
-    FieldNames{"id_code", "ID code", card::kIdCode, "IDCode"},
-    FieldNames{"sequence", "Sequence", card::kSequence, "SequenceNumber"},
-    FieldNames{"button", "Button", card::kButton, "ButtonNumber"},
+    FieldNames{"rid", "RID", card_caption::kRid, "RID"},
+    FieldNames{"type", "Type", card_caption::kType, "CredentialType"},
+    FieldNames{"number", "Number", card_caption::kNumber, "PINNo"},
+    FieldNames{"facility", "Facility", card_caption::kFacility, "FacilityCode"},
+    FieldNames{"id_code", "ID code", card_caption::kIdCode, "IDCode"},
+    FieldNames{"sequence", "Sequence", card_caption::kSequence, "SequenceNumber"},
+    FieldNames{"button", "Button", card_caption::kButton, "ButtonNumber"},
     FieldNames{"door", "Door", "", "DOORCODE"},
     FieldNames{"tenant_id", "Tenant id", "", ""},
-    FieldNames{"tenant", "Tenant", card::kAssignedTo, ""}};
+    FieldNames{"tenant", "Tenant", card_caption::kAssignedTo, ""}};
 
 constexpr std::array kDirCodeFields{
     FieldNames{"rid", "RID", "", "RID"},
-    FieldNames{"code", "Code", code::kCode, "DIRECTORYCODE"},
-    FieldNames{"phone", "Phone", code::kPhone, "PHONENUMBER"},
-    FieldNames{"extension", "Extension", code::kExtension, "EXTENSION"},
-    FieldNames{"delay", "Delay", code::kDelay, "TIMEDELAY"},
-    FieldNames{"dnd", "DND", code::kDnd, "ISDNDCHECKED"},
-    FieldNames{"dnd_schedule", "DND schedule", code::kDndSchedule, "DNDSCHEDULEID"},
-    FieldNames{"forwarding", "Forwarding", code::kForwarding, "ISCFCHECKED"},
-    FieldNames{"forward_phone", "Forward phone", code::kCfPhone, "CFPHONENUMBER"},
-    FieldNames{"forward_extension", "Forward extension", code::kCfExtension, "CFEXTENSION"},
-    FieldNames{"forward_delay", "Forward delay", code::kCfDelay, "CFTIMEDELAY"},
-    FieldNames{"forward_schedule", "Forward schedule", code::kCfSchedule, "CFSCHEDULEID"},
-    FieldNames{"active", "Active", code::kStatus, "ACTIVE"},
-    FieldNames{"start", "Start", code::kStart, "STARTDATE"},
-    FieldNames{"end", "End", code::kEnd, "ENDDATE"},
-    FieldNames{"display_name", "Display name", code::kDisplayName, "DISPLAYNAME"},
-    FieldNames{"show_name", "Show name", code::kShowName, "SHOWDISPLAYNAME"},
-    FieldNames{"show_code", "Show code", code::kShowCode, "SHOWDIRECTORYCODE"},
+    FieldNames{"code", "Code", code_caption::kCode, "DIRECTORYCODE"},
+    FieldNames{"phone", "Phone", code_caption::kPhone, "PHONENUMBER"},
+    FieldNames{"extension", "Extension", code_caption::kExtension, "EXTENSION"},
+    FieldNames{"delay", "Delay", code_caption::kDelay, "TIMEDELAY"},
+    FieldNames{"dnd", "DND", code_caption::kDnd, "ISDNDCHECKED"},
+    FieldNames{"dnd_schedule", "DND schedule", code_caption::kDndSchedule, "DNDSCHEDULEID"},
+    FieldNames{"forwarding", "Forwarding", code_caption::kForwarding, "ISCFCHECKED"},
+    FieldNames{"forward_phone", "Forward phone", code_caption::kCfPhone, "CFPHONENUMBER"},
+    FieldNames{"forward_extension", "Forward extension", code_caption::kCfExtension, "CFEXTENSION"},
+    FieldNames{"forward_delay", "Forward delay", code_caption::kCfDelay, "CFTIMEDELAY"},
+    FieldNames{"forward_schedule", "Forward schedule", code_caption::kCfSchedule, "CFSCHEDULEID"},
+    FieldNames{"active", "Active", code_caption::kStatus, "ACTIVE"},
+    FieldNames{"start", "Start", code_caption::kStart, "STARTDATE"},
+    FieldNames{"end", "End", code_caption::kEnd, "ENDDATE"},
+    FieldNames{"display_name", "Display name", code_caption::kDisplayName, "DISPLAYNAME"},
+    FieldNames{"show_name", "Show name", code_caption::kShowName, "SHOWDISPLAYNAME"},
+    FieldNames{"show_code", "Show code", code_caption::kShowCode, "SHOWDIRECTORYCODE"},
     FieldNames{"tenants", "Tenants", "", ""},
     FieldNames{"state", "State", "", "MODIFIED"}};
 
@@ -53,7 +53,7 @@ std::vector<FieldNames> TenantFieldNames() {
   std::vector<FieldNames> fields{{"rid", "RID", "", "RID"}, {"name", "Name", "", ""}};
   for (const TenantColumn& column : TenantColumns()) {
     const bool isCode = column.key == "code";
-    fields.push_back({column.key, column.title, isCode ? code::kCode : "", column.column});
+    fields.push_back({column.key, column.title, isCode ? code_caption::kCode : "", column.column});
   }
   fields.push_back({"tenant_id", "Tenant id", "", "TenantID"});
   fields.push_back({"card", "Card", "", ""});
@@ -96,9 +96,9 @@ ListField NamedField(const NamedThing& thing, std::string_view key, FieldKind ki
   if (const FieldNames* names = FindNames(thing, key)) {
     field.title = names->title;
     field.otherNames = OtherNames(thing, key);
-    if (names->heading == code::kStatus) {
-      field.yesWord = code::kActiveWord;
-      field.noWord = code::kInactiveWord;
+    if (names->heading == code_caption::kStatus) {
+      field.yesWord = code_caption::kActiveWord;
+      field.noWord = code_caption::kInactiveWord;
     }
   }
   return field;

@@ -23,8 +23,6 @@ namespace qorhost {
 
 namespace {
 
-namespace input = schedule_input;
-
 constexpr std::size_t kIdInList = 1;  // the column
 constexpr std::int32_t kFirstOwn = qorcred::kFullAccess.id + 1;
 
@@ -64,11 +62,11 @@ const Schedule& Find(const std::vector<Schedule>& schedules, std::string_view gi
   }
   if (found.size() > 1) {
     throw InputFault(
-        input::kSchedule, given,
+        schedule_input::kSchedule, given,
         fmt::format("{} schedules are called '{{value}}': give the id instead", found.size()));
   }
   if (found.empty()) {
-    throw InputFault(input::kSchedule, given, "the unit has no schedule '{value}'",
+    throw InputFault(schedule_input::kSchedule, given, "the unit has no schedule '{value}'",
                      InputFault::Kind::kSeeList);
   }
   return *found.front();
@@ -78,7 +76,8 @@ const Schedule& Find(const std::vector<Schedule>& schedules, std::string_view gi
 const Schedule& FindOwn(const std::vector<Schedule>& schedules, std::string_view given) {
   const Schedule& schedule = Find(schedules, given);
   if (IsOfEveryUnit(schedule.id)) {
-    throw InputFault(input::kSchedule, given, "every unit has the schedule '{value}', as it is");
+    throw InputFault(schedule_input::kSchedule, given,
+                     "every unit has the schedule '{value}', as it is");
   }
   return schedule;
 }
@@ -86,22 +85,22 @@ const Schedule& FindOwn(const std::vector<Schedule>& schedules, std::string_view
 /// `own` is the id of the schedule that gets the name.
 std::string ReadName(const std::string& given, const std::vector<Schedule>& schedules,
                      std::optional<std::int32_t> own) {
-  std::string name(qorcred::Trim(TypedText(input::kName, given)));
+  std::string name(qorcred::Trim(TypedText(schedule_input::kName, given)));
   if (name.empty()) {
-    throw InputFault(input::kName, given, "{field} '{value}' is empty");
+    throw InputFault(schedule_input::kName, given, "{field} '{value}' is empty");
   }
   if (WholeNumber(name)) {
-    throw InputFault(input::kName, given, "{field} '{value}' would be taken for an id");
+    throw InputFault(schedule_input::kName, given, "{field} '{value}' would be taken for an id");
   }
   if (name.find('\'') != std::string::npos) {
-    throw InputFault(input::kName, given,
+    throw InputFault(schedule_input::kName, given,
                      "{field} '{value}' has an apostrophe, with which no report could be asked for "
                      "it: write ’ instead");
   }
   for (const Schedule& schedule : schedules) {
     if (schedule.id != own && !schedule.deleted && AreOneName(schedule.name, name)) {
       throw InputFault(
-          input::kName, given,
+          schedule_input::kName, given,
           fmt::format("the schedule {} has the name '{{value}}' already", schedule.id));
     }
   }
@@ -112,7 +111,7 @@ std::int32_t IdOfNew(const std::vector<Schedule>& schedules,
                      const std::optional<std::string>& given) {
   constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
   if (given) {
-    const std::int32_t id = ReadLong(input::kId, *given, {kFirstOwn, kHighest});
+    const std::int32_t id = ReadLong(schedule_input::kId, *given, {kFirstOwn, kHighest});
     const bool isTaken = std::any_of(schedules.begin(), schedules.end(),
                                      [id](const Schedule& other) { return other.id == id; });
     if (isTaken) {

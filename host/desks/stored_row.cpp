@@ -25,6 +25,10 @@ bool AreSame(const qorcred::Value& stored, const qorcred::Value& wanted) {
 
 }  // namespace
 
+std::int32_t NumberIn(const qorcred::Value& cell) {
+  return qorcred::RoundToLong(qorcred::NumericValue(cell));
+}
+
 std::string LiteralOf(const qorcred::Value& value) {
   if (value.As<qorcred::Null>() != nullptr) {
     return "NULL";

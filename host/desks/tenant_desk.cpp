@@ -26,8 +26,6 @@ namespace qorhost {
 
 namespace {
 
-namespace field = tenant_field;
-
 Outcome Failed(const StoreError& failure) {
   Outcome outcome;
   outcome.ending = Ending::kFailed;
@@ -175,7 +173,7 @@ std::optional<std::vector<std::int32_t>> TenantDesk::CardsIn(const TenantEntry& 
     return cards;
   }
   if (entry.cards.size() > kTenantCards) {
-    throw InputFault(field::kCard, entry.cards.back(),
+    throw InputFault(tenant_field::kCard, entry.cards.back(),
                      fmt::format("{{field}} '{{value}}' is one too many: a tenant holds at most {}",
                                  kTenantCards));
   }
@@ -201,7 +199,7 @@ void TenantDesk::RequireFree(const std::vector<std::int32_t>& cards, std::int32_
     const auto holder = std::find_if(all.begin(), all.end(),
                                      [rid](const TenantRow& tenant) { return tenant.rid == rid; });
     const std::string entry = qorcred::TextOrEmpty(links_->Card(card));
-    throw InputFault(field::kCard, entry,
+    throw InputFault(tenant_field::kCard, entry,
                      fmt::format("{{field}} '{{value}}' is held by {}: take it from there first",
                                  holder == all.end() ? WithRid("a tenant", rid)
                                                      : InReason(holder->NameWithRid())));
@@ -214,7 +212,7 @@ Outcome TenantDesk::Give(std::int32_t card, const TenantRow& tenant) {
   ListModel& takers = desk.screen().List("cboAssignedTo");
   const std::int32_t taker = takers.FindData(tenant.tenantId);
   if (taker < placeholders::kInTenants) {
-    throw InputFault(field::kCard, qorcred::TextOrEmpty(links_->Card(card)),
+    throw InputFault(tenant_field::kCard, qorcred::TextOrEmpty(links_->Card(card)),
                      fmt::format("{} is a resident: {{field}} '{{value}}' can be given to a tenant "
                                  "who is none",
                                  InReason(tenant.NameWithRid())));
@@ -237,7 +235,7 @@ ChangedTenants TenantDesk::End(const std::string& on, bool freeCards, Trial tria
     entry.cards = {std::string(kNoneWord)};
   }
   if (SaysNone(on)) {
-    throw InputFault(field::kEnd, on, "{field} '{value}' is no date: a lease ends on one");
+    throw InputFault(tenant_field::kEnd, on, "{field} '{value}' is no date: a lease ends on one");
   }
   return Run(Described("end the lease of"), trial,
              [&](ChangedTenants& changed) { return EditOnce(entry, changed); });
@@ -247,7 +245,7 @@ Outcome TenantDesk::EditOnce(const TenantEntry& entry, ChangedTenants& changed) 
   links_.emplace(session_, unitKey_);
   const auto cards = CardsIn(entry);
   if (cards && !cards->empty() && chosen_.size() > 1) {
-    throw InputFault(field::kCard, entry.cards.front(),
+    throw InputFault(tenant_field::kCard, entry.cards.front(),
                      "{field} '{value}' can be given to one tenant only: name one");
   }
   const TenantValues values(session_, unitKey_, entry, *links_, cards);
@@ -339,7 +337,7 @@ Outcome TenantDesk::DeleteOnce(ChangedTenants& changed) {
 
 AddedTenant TenantDesk::Add(const TenantEntry& entry, Trial trial) {
   if (!entry.lastName) {
-    throw InputFault(field::kLastName, "", "{field} is needed: lists show tenants by it");
+    throw InputFault(tenant_field::kLastName, "", "{field} is needed: lists show tenants by it");
   }
   AddedTenant added;
   shown_.TakeUnit();

@@ -20,8 +20,6 @@ namespace qorhost {
 
 namespace {
 
-namespace field = tenant_field;
-
 /// Without blanks around it; short enough.
 std::optional<std::string> ReadName(std::string_view name, const std::optional<std::string>& given,
                                     std::size_t longest) {
@@ -68,7 +66,7 @@ std::int32_t FindCode(const TenantLinks& links, const std::string& given) {
   if (SaysNone(given)) {
     return 0;
   }
-  const auto rid = RowNamed(field::kCode, qorcred::Trim(given));
+  const auto rid = RowNamed(tenant_field::kCode, qorcred::Trim(given));
   const TakenNumber number = NumberTaken(qorcred::Trim(given));
   std::vector<std::int32_t> found;
   for (const auto& [row, code] : links.codes) {
@@ -78,12 +76,13 @@ std::int32_t FindCode(const TenantLinks& links, const std::string& given) {
     }
   }
   if (found.empty()) {
-    throw InputFault(field::kCode, given, "{field}: this unit has no directory code '{value}'",
+    throw InputFault(tenant_field::kCode, given,
+                     "{field}: this unit has no directory code '{value}'",
                      InputFault::Kind::kSeeList);
   }
   if (found.size() > 1) {
     std::sort(found.begin(), found.end());
-    throw InputFault(field::kCode, given,
+    throw InputFault(tenant_field::kCode, given,
                      fmt::format("{{field}}: {} rows have the directory code '{{value}}': name a "
                                  "row instead (rid:{})",
                                  found.size(), fmt::join(found, ", rid:")));
@@ -108,7 +107,7 @@ std::int32_t FindGroup(DeskSession& session, std::int32_t unitKey, const std::st
     return kNoGroup;
   }
   throw InputFault(
-      field::kGroup, given,
+      tenant_field::kGroup, given,
       fmt::format("{{field}}: '{{value}}' is none of the unit's groups: {}",
                   names.empty() ? "it has none" : fmt::format("{}", fmt::join(names, ", "))));
 }
@@ -153,10 +152,10 @@ std::int32_t FindSchedule(const TenantLinks& links, std::string_view field,
 }
 
 void TenantEntry::SetSchedules(const std::string& given) {
-  ForEachDoor(field::kSchedules, given, [this](std::size_t door, std::string_view schedule) {
+  ForEachDoor(tenant_field::kSchedules, given, [this](std::size_t door, std::string_view schedule) {
     if (!schedules[door]) {
       schedules[door] = std::string(schedule);
-      scheduleInputs[door] = field::kSchedules;
+      scheduleInputs[door] = tenant_field::kSchedules;
     }
   });
 }
@@ -170,15 +169,15 @@ bool TenantEntry::IsEmpty() const {
 
 TenantValues::TenantValues(DeskSession& session, std::int32_t unitKey, const TenantEntry& entry,
                            const TenantLinks& links, std::optional<std::vector<std::int32_t>> cards)
-    : active_(ReadAnswer(field::kActive, entry.active)),
+    : active_(ReadAnswer(tenant_field::kActive, entry.active)),
       cards_(std::move(cards)),
-      resident_(ReadAnswer(field::kResident, entry.resident)) {
+      resident_(ReadAnswer(tenant_field::kResident, entry.resident)) {
   ReadNames(entry);
   if (entry.from) {
-    start_ = ReadDay(field::kStart, *entry.from, false);
+    start_ = ReadDay(tenant_field::kStart, *entry.from, false);
   }
   if (entry.to) {
-    end_ = ReadDay(field::kEnd, *entry.to, true);
+    end_ = ReadDay(tenant_field::kEnd, *entry.to, true);
   }
   typed_.from = entry.from;
   typed_.to = entry.to;
@@ -186,12 +185,12 @@ TenantValues::TenantValues(DeskSession& session, std::int32_t unitKey, const Ten
 }
 
 void TenantValues::ReadNames(const TenantEntry& entry) {
-  typed_.lastName = ReadName(field::kLastName, entry.lastName, tenant_bound::kName);
-  typed_.firstName = ReadName(field::kFirstName, entry.firstName, tenant_bound::kName);
-  typed_.initial = ReadName(field::kInitial, entry.initial, tenant_bound::kInitial);
-  typed_.nameAtUnit = ReadName(field::kNameAtUnit, entry.nameAtUnit, tenant_bound::kName);
+  typed_.lastName = ReadName(tenant_field::kLastName, entry.lastName, tenant_bound::kName);
+  typed_.firstName = ReadName(tenant_field::kFirstName, entry.firstName, tenant_bound::kName);
+  typed_.initial = ReadName(tenant_field::kInitial, entry.initial, tenant_bound::kInitial);
+  typed_.nameAtUnit = ReadName(tenant_field::kNameAtUnit, entry.nameAtUnit, tenant_bound::kName);
   if (typed_.lastName && typed_.lastName->empty()) {
-    throw InputFault(field::kLastName, *entry.lastName,
+    throw InputFault(tenant_field::kLastName, *entry.lastName,
                      "{field} '{value}' is empty: lists show tenants by it");
   }
 }
@@ -259,7 +258,7 @@ TenantRow TenantValues::AppliedTo(const TenantRow& before) const {
 
   if ((start_ || end_) && row.start && row.end &&
       qorcred::SecondsBetween(*row.start, *row.end) < 0) {
-    throw InputFault(end_ ? field::kEnd : field::kStart,
+    throw InputFault(end_ ? tenant_field::kEnd : tenant_field::kStart,
                      (end_ ? typed_.to : typed_.from).value_or(""),
                      fmt::format("{{field}} '{{value}}': the period of {} would end before it "
                                  "begins, on {}",

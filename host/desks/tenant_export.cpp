@@ -17,6 +17,7 @@
 #include "host/desks/credential_types.h"
 #include "host/desks/list_entries.h"
 #include "host/desks/listed_rows.h"
+#include "host/desks/stored_row.h"
 #include "host/desks/tenant_adding.h"
 #include "host/desks/tenant_file.h"
 #include "host/desks/tenant_rows.h"
@@ -27,14 +28,10 @@ namespace qorhost {
 
 namespace {
 
-namespace column = tenant_file_column;
+namespace file_column = tenant_file_column;
 
 using qorcred::TextOrEmpty;
 using qorcred::Value;
-
-std::int32_t NumberIn(const Value& cell) {
-  return qorcred::RoundToLong(qorcred::NumericValue(cell));
-}
 
 std::string DayText(const std::optional<qorcred::Date>& date) {
   return date ? dialect::CanonicalDate(*date) : std::string();
@@ -95,7 +92,7 @@ class TenantExport {
 
   [[nodiscard]] Table Run() {
     Table table;
-    for (const ImportColumn& one : TenantFileColumns().first(column::kExported)) {
+    for (const ImportColumn& one : TenantFileColumns().first(file_column::kExported)) {
       table.columns.push_back({std::string(one.heading), std::string(one.heading)});
     }
     std::vector<TenantRow> tenants = ReadTenants(session_, unitKey_);
@@ -107,14 +104,14 @@ class TenantExport {
     for (const auto& [rid, card] : cards_) {
       if (!held_.contains(rid)) {
         Cells row = Nobodys();
-        Put(row, column::kCard1, card);
+        Put(row, file_column::kCard1, card);
         table.rows.push_back(std::move(row));
       }
     }
     for (const auto& [rid, code] : codes_) {
       if (!dialled_.contains(rid)) {
         Cells row = Nobodys();
-        Put(row, column::kCode, code);
+        Put(row, file_column::kCode, code);
         table.rows.push_back(std::move(row));
       }
     }
@@ -192,28 +189,29 @@ class TenantExport {
   }
 
   static Cells Nobodys() {
-    Cells row(column::kExported, Value(std::string()));
-    row[column::kLastName] = std::string(kNobody);
+    Cells row(file_column::kExported, Value(std::string()));
+    row[file_column::kLastName] = std::string(kNobody);
     return row;
   }
 
   [[nodiscard]] Cells RowOf(const TenantRow& tenant) {
-    Cells row(column::kExported, Value(std::string()));
-    row[column::kTenantId] = tenant.tenantId;
-    row[column::kLastName] = tenant.lastName;
-    row[column::kFirstName] = tenant.firstName;
-    row[column::kInitial] = tenant.initial;
-    row[column::kNameAtUnit] =
+    Cells row(file_column::kExported, Value(std::string()));
+    row[file_column::kTenantId] = tenant.tenantId;
+    row[file_column::kLastName] = tenant.lastName;
+    row[file_column::kFirstName] = tenant.firstName;
+    row[file_column::kInitial] = tenant.initial;
+    row[file_column::kNameAtUnit] =
         tenant.nameAtUnit.empty() ? std::string(kNoneEntry) : tenant.nameAtUnit;
-    row[column::kGroup] = tenant.group == groupZero_ ? "zero" : std::to_string(tenant.group);
-    row[column::kActive] = tenant.active ? "yes" : "no";
-    row[column::kStart] = DayText(tenant.start);
-    row[column::kEnd] = DayText(tenant.end);
+    row[file_column::kGroup] = tenant.group == groupZero_ ? "zero" : std::to_string(tenant.group);
+    row[file_column::kActive] = tenant.active ? "yes" : "no";
+    row[file_column::kStart] = DayText(tenant.start);
+    row[file_column::kEnd] = DayText(tenant.end);
     for (std::size_t door = 0; door < kTenantDoors; ++door) {
-      row[column::kSchedule1 + door] = schedules_.Of(tenant.schedules.at(door));
+      row[file_column::kSchedule1 + door] = schedules_.Of(tenant.schedules.at(door));
     }
-    row[column::kResident] = tenant.resident ? "yes" : "no";
-    constexpr std::array<std::size_t, kTenantCards> kFirsts{column::kCard1, column::kCard2};
+    row[file_column::kResident] = tenant.resident ? "yes" : "no";
+    constexpr std::array<std::size_t, kTenantCards> kFirsts{file_column::kCard1,
+                                                            file_column::kCard2};
     for (std::size_t slot = 0; slot < kTenantCards; ++slot) {
       if (const auto card = cards_.find(tenant.cards.at(slot)); card != cards_.end()) {
         Put(row, kFirsts.at(slot), card->second);
@@ -221,7 +219,7 @@ class TenantExport {
       }
     }
     if (const auto code = codes_.find(tenant.code); code != codes_.end()) {
-      Put(row, column::kCode, code->second);
+      Put(row, file_column::kCode, code->second);
       dialled_.insert(code->first);
     }
     return row;

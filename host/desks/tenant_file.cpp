@@ -11,9 +11,9 @@ namespace qorhost {
 namespace {
 
 // The columns by their bare names.
-namespace column = tenant_file_column;
+namespace file_column = tenant_file_column;
 
-constexpr std::array<ImportColumn, column::kCode> kOwnColumns{{
+constexpr std::array<ImportColumn, file_column::kCode> kOwnColumns{{
     {"Tenant ID", false, "not looked at, but that two lines with different ones are two people"},
     {"Name", false, "the whole name, as 'Tanaka, Xenia M' or 'Xenia Tanaka'"},
     {"Last Name", false, "the last name; <Unassigned>: the card or code is nobody's"},
@@ -54,19 +54,19 @@ std::span<const ImportColumn> TenantFileColumns() {
   static const std::string kTypes =
       EnteredNames(", ", " or ") + "; also " + EnteredWords(", ", ", ");
   static const auto kColumns = [] {
-    std::array<ImportColumn, column::kCount> columns{};
+    std::array<ImportColumn, file_column::kCount> columns{};
     std::copy(kOwnColumns.begin(), kOwnColumns.end(), columns.begin());
-    columns[column::kCard1].help = kTypes;
+    columns[file_column::kCard1].help = kTypes;
     const auto codes = DirCodeColumns();
-    std::copy(codes.begin(), codes.end(), columns.begin() + column::kCode);
+    std::copy(codes.begin(), codes.end(), columns.begin() + file_column::kCode);
     constexpr std::string_view kEntry =
         "a stored card or transmitter as lists call it, as Transmitter-301";
-    columns[column::kEntry1] = {"Card 1", false, kEntry};
-    columns[column::kEntry2] = {"Card 2", false, kEntry};
-    columns[column::kRid] = {"RID", false, {}, {}, true};
-    columns[column::kUnit] = {"Unit", false, {}, {}, true};
-    columns[column::kCardNumbers] = {"Card", false, {}, {}, true};
-    const std::span code(columns.begin() + column::kCode, dir_code_column::kCount);
+    columns[file_column::kEntry1] = {"Card 1", false, kEntry};
+    columns[file_column::kEntry2] = {"Card 2", false, kEntry};
+    columns[file_column::kRid] = {"RID", false, {}, {}, true};
+    columns[file_column::kUnit] = {"Unit", false, {}, {}, true};
+    columns[file_column::kCardNumbers] = {"Card", false, {}, {}, true};
+    const std::span code(columns.begin() + file_column::kCode, dir_code_column::kCount);
     // A tenant's line needs no code, and codes are shared: the first line says what a code has.
     for (ImportColumn& one : code) {
       one.needed = false;

@@ -28,9 +28,9 @@ namespace qorhost {
 
 namespace {
 
-namespace column = tenant_file_column;
+namespace file_column = tenant_file_column;
 
-Outcome Done() {
+Outcome TakenIn() {
   Outcome outcome;
   outcome.returned = true;
   return outcome;
@@ -85,7 +85,7 @@ class TenantImport {
     if (!any) {
       throw RefusedError("the line has neither a name nor a card nor a directory code");
     }
-    return session_.sql().work().written() == before ? Outcome::Unchanged() : Done();
+    return session_.sql().work().written() == before ? Outcome::Unchanged() : TakenIn();
   }
 
   /// A program that could not write a letter has written a question mark.
@@ -106,7 +106,7 @@ class TenantImport {
   Outcome EnterTenant(const ImportLine& line, const LineName& name, ImportNotes& notes) {
     TellLostLetters(name, notes);
     codes_.RequireNumber(line);  // without one the line would mean somebody else
-    const std::string_view tenantId = line.Trimmed(column::kTenantId);
+    const std::string_view tenantId = line.Trimmed(file_column::kTenantId);
     const TenantImportPeople::Match match = people_.Find(name, NumberOfCode(line), tenantId);
     if (match.same != nullptr) {
       return EnterKnown(line, name, match, notes);
@@ -124,7 +124,7 @@ class TenantImport {
       throw RefusedError(fmt::format(
           "{}: whether the line means somebody else of that name cannot be told; with the "
           "tenant's id in the column \"{}\" it can",
-          described, file_.HeadingOf(column::kTenantId)));
+          described, file_.HeadingOf(file_column::kTenantId)));
     }
     if (other.code >= 0) {
       notes.push_back(fmt::format("{}, and is somebody else of the same name", described));
@@ -137,7 +137,7 @@ class TenantImport {
       throw RefusedError(
           fmt::format("several tenants are called {}: which one is meant can be "
                       "told by the tenant's id in the column \"{}\"",
-                      match.same->row.Name(), file_.HeadingOf(column::kTenantId)));
+                      match.same->row.Name(), file_.HeadingOf(file_column::kTenantId)));
     }
     if (rules_.stored == StoredTenants::kUpdated) {
       return Update(line, name, *match.same, notes);
@@ -161,8 +161,8 @@ class TenantImport {
         given = kNoneWord;
       }
     };
-    orNone(column::kStart, entry.from);
-    orNone(column::kEnd, entry.to);
+    orNone(file_column::kStart, entry.from);
+    orNone(file_column::kEnd, entry.to);
     TenantRow row = Applied(entry, adding_.fresh());
     if (IsNoNameAtUnit(line)) {
       row.nameAtUnit.clear();
@@ -174,10 +174,10 @@ class TenantImport {
     row.code = codes_.Take(line, row.nameAtUnit, StoredAlready::kTaken, notes);
     adding_.Store(row);
     KnownTenant added{row, NumberOfCode(line), line.number(),
-                      std::string(line.Trimmed(column::kTenantId))};
+                      std::string(line.Trimmed(file_column::kTenantId))};
     cards_.Hold(row, added.Described());
     people_.Add(std::move(added));
-    return Done();
+    return TakenIn();
   }
 
   Outcome Update(const ImportLine& line, const LineName& name, KnownTenant& known,
@@ -200,7 +200,7 @@ class TenantImport {
     }
     known.row = row;
     cards_.Hold(row, known.Described());
-    return Done();
+    return TakenIn();
   }
 
   /// The tenant holds the card beside what is held already.
@@ -245,7 +245,7 @@ class TenantImport {
   }
 
   static bool IsNoNameAtUnit(const ImportLine& line) {
-    return qorcred::CompareIgnoringCase(line.Trimmed(column::kNameAtUnit), kNoneEntry) == 0;
+    return qorcred::CompareIgnoringCase(line.Trimmed(file_column::kNameAtUnit), kNoneEntry) == 0;
   }
 
   /// What stands in the cells, but for cards and code.
@@ -263,17 +263,17 @@ class TenantImport {
     entry.firstName = name.first;
     entry.initial = name.initial;
     if (!IsNoNameAtUnit(line)) {
-      entry.nameAtUnit = cell(column::kNameAtUnit);
+      entry.nameAtUnit = cell(file_column::kNameAtUnit);
     }
-    entry.group = cell(column::kGroup);
-    entry.active = cell(column::kActive);
-    entry.from = date(column::kStart, tenant_field::kStart);
-    entry.to = date(column::kEnd, tenant_field::kEnd);
-    entry.resident = cell(column::kResident);
+    entry.group = cell(file_column::kGroup);
+    entry.active = cell(file_column::kActive);
+    entry.from = date(file_column::kStart, tenant_field::kStart);
+    entry.to = date(file_column::kEnd, tenant_field::kEnd);
+    entry.resident = cell(file_column::kResident);
     for (std::size_t door = 0; door < kTenantDoors; ++door) {
-      entry.schedules.at(door) = cell(column::kSchedule1 + door);
+      entry.schedules.at(door) = cell(file_column::kSchedule1 + door);
     }
-    if (const auto all = cell(column::kSchedules)) {
+    if (const auto all = cell(file_column::kSchedules)) {
       entry.SetSchedules(*all);
     }
     return entry;

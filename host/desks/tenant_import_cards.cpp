@@ -13,6 +13,7 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/import_run.h"
 #include "host/desks/list_entries.h"
+#include "host/desks/stored_row.h"
 #include "host/desks/tenant_file.h"
 #include "host/desks/typed_input.h"
 #include "host/desks/whole_number.h"
@@ -22,14 +23,11 @@ namespace qorhost {
 
 namespace {
 
-namespace field = credential_field;
-namespace column = credential_column;
+namespace card_field = credential_field;
+namespace card_column = credential_column;
 
-constexpr std::array kOfTransmitter{column::kIdCode, column::kSequence, column::kButton};
-
-std::int32_t NumberIn(const qorcred::Value& cell) {
-  return qorcred::RoundToLong(qorcred::NumericValue(cell));
-}
+constexpr std::array kOfTransmitter{card_column::kIdCode, card_column::kSequence,
+                                    card_column::kButton};
 
 /// Of a new credential: an empty box is stored as 0.
 std::int32_t NumberTyped(CredentialDesk& desk, std::string_view box) {
@@ -56,9 +54,9 @@ TenantImportCards::TenantImportCards(DeskSession& session, std::int32_t unitKey,
     const auto [first, door] = kPlaces[slot];
     const auto own = CredentialFields(first);
     std::vector<ColumnField> fields(own.begin(), own.end());
-    fields.push_back({field::kDoor, door});
+    fields.push_back({card_field::kDoor, door});
     const std::size_t entry = tenant_file_column::kEntry1 + slot;
-    fields.push_back({field::kCredential, entry});
+    fields.push_back({card_field::kCredential, entry});
     slots_[slot] = {first, door, entry, WordsOf(file, fields)};
   }
   byNumber_.reserve(file.lineCount());
@@ -124,23 +122,23 @@ std::int32_t TenantImportCards::Take(const ImportLine& line, std::size_t slot, s
 
 std::int32_t TenantImportCards::TakeIn(const ImportLine& line, const Slot& slot,
                                        std::int32_t holder, StoredAlready stored) {
-  const std::string_view number = line.Trimmed(slot.first + column::kNumber);
+  const std::string_view number = line.Trimmed(slot.first + card_column::kNumber);
   if (number.empty()) {
     const std::string_view entry = line.Trimmed(slot.entry);
     return entry.empty() ? 0 : TakeListed(entry, holder);
   }
-  RequireNoSeparators(field::kFirst, number);
+  RequireNoSeparators(card_field::kFirst, number);
   if (!IsWholeNumber(number)) {
     // What the controller says of it would name neither the cell nor its column.
-    throw InputFault(field::kFirst, number,
+    throw InputFault(card_field::kFirst, number,
                      "{field} '{value}' is no whole number: write it in digits alone");
   }
   const std::string_view door = line.Trimmed(slot.door);
   if (const Card* known = Find(line, slot)) {
     if (stored == StoredAlready::kRefused) {
-      throw InputFault(field::kFirst, number, "{field} '{value}' is stored already");
+      throw InputFault(card_field::kFirst, number, "{field} '{value}' is stored already");
     }
-    RequireFree(*known, number, holder, field::kFirst);
+    RequireFree(*known, number, holder, card_field::kFirst);
     if (stored == StoredAlready::kChanged && !door.empty()) {
       Card changed = *known;
       OpenDoor(changed, door);
@@ -165,7 +163,7 @@ std::int32_t TenantImportCards::TakeListed(std::string_view entry, std::int32_t 
         continue;
       }
       if (found != nullptr) {
-        throw InputFault(field::kCredential, entry,
+        throw InputFault(card_field::kCredential, entry,
                          "{field}: several credentials are listed as '{value}': say the type, the "
                          "number and the facility code in columns of their own");
       }
@@ -174,19 +172,19 @@ std::int32_t TenantImportCards::TakeListed(std::string_view entry, std::int32_t 
   }
   if (found == nullptr) {
     throw InputFault(
-        field::kCredential, entry,
+        card_field::kCredential, entry,
         "{field}: the unit has no credential '{value}': one that is to be issued needs "
         "its type and number in columns of their own");
   }
-  RequireFree(*found, entry, holder, field::kCredential);
+  RequireFree(*found, entry, holder, card_field::kCredential);
   return found->rid;
 }
 
 /// The stored card that the cells mean; null when there is none.
 const TenantImportCards::Card* TenantImportCards::Find(const ImportLine& line,
                                                        const Slot& slot) const {
-  const std::string_view number = line.Trimmed(slot.first + column::kNumber);
-  std::string type(line.Trimmed(slot.first + column::kType));
+  const std::string_view number = line.Trimmed(slot.first + card_column::kNumber);
+  std::string type(line.Trimmed(slot.first + card_column::kType));
   type = type.empty() ? defaults_.type.value_or("") : type;
   const CredentialTypeWords* words = FindCredentialType(CredentialTypes(), type);
   const auto same = byNumber_.find(WholeNumber(number).value_or(0));
@@ -200,7 +198,7 @@ const TenantImportCards::Card* TenantImportCards::Find(const ImportLine& line,
       continue;
     }
     if (found != nullptr) {
-      throw InputFault(field::kFirst, number,
+      throw InputFault(card_field::kFirst, number,
                        "{field}: several credentials have the number '{value}': say the type and "
                        "the facility code, too");
     }
@@ -215,7 +213,7 @@ bool TenantImportCards::Fits(const Card& card, const ImportLine& line, const Slo
   if (type >= 0 && card.type != type) {
     return false;
   }
-  std::string facility(line.Trimmed(slot.first + column::kFacility));
+  std::string facility(line.Trimmed(slot.first + card_column::kFacility));
   facility = facility.empty() ? defaults_.facility.value_or("") : facility;
   if (desk_.takesFacilityCode() && !facility.empty() && WholeNumber(facility) != card.facility) {
     return false;
@@ -241,9 +239,9 @@ void TenantImportCards::RequireFree(const Card& card, std::string_view given, st
 }
 
 const TenantImportCards::Card& TenantImportCards::Issue(const ImportLine& line, const Slot& slot) {
-  const std::string_view number = line.Trimmed(slot.first + column::kNumber);
-  if (line.Trimmed(slot.first + column::kType).empty() && !defaults_.type) {
-    throw InputFault(field::kType, "",
+  const std::string_view number = line.Trimmed(slot.first + card_column::kNumber);
+  if (line.Trimmed(slot.first + card_column::kType).empty() && !defaults_.type) {
+    throw InputFault(card_field::kType, "",
                      fmt::format("{{field}} is empty: no credential has the number '{}', and a new "
                                  "one needs a type: {}",
                                  InReason(number), EnteredNames(", ", " or ")));

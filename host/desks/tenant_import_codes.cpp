@@ -18,15 +18,15 @@ namespace qorhost {
 
 namespace {
 
-namespace field = dir_code_field;
-namespace column = dir_code_column;
+namespace code_field = dir_code_field;
+namespace code_column = dir_code_column;
 
 constexpr std::size_t kFirst = tenant_file_column::kCode;
 
 /// What the line says of a code besides its number and phone number.
 std::string RestOf(const ImportLine& line) {
   std::string rest;
-  for (std::size_t at = column::kPhone + 1; at < column::kCount; ++at) {
+  for (std::size_t at = code_column::kPhone + 1; at < code_column::kCount; ++at) {
     const std::string_view cell = line.Trimmed(kFirst + at);
     rest += cell.empty() ? "" : fmt::format("{}:{}\n", at, cell);
   }
@@ -45,7 +45,7 @@ TenantImportCodes::TenantImportCodes(DeskSession& session, std::int32_t unitKey,
       fresh_(desk_.screen().Snapshot()) {
   std::vector<ColumnField> fields = DirCodeFields(kFirst);
   if (!file.HasColumn(kFirst) && file.HasColumn(tenant_file_column::kApartment)) {
-    fields.insert(fields.begin(), {field::kCode, tenant_file_column::kApartment});
+    fields.insert(fields.begin(), {code_field::kCode, tenant_file_column::kApartment});
   }
   words_ = WordsOf(file, fields);
   byNumber_.reserve(file.lineCount());
@@ -69,7 +69,7 @@ void TenantImportCodes::ReadCodes() {
 }
 
 std::string_view TenantImportCodes::CodeIn(const ImportLine& line) {
-  const std::string_view code = line.Trimmed(kFirst + column::kCode);
+  const std::string_view code = line.Trimmed(kFirst + code_column::kCode);
   return code.empty() ? line.Trimmed(tenant_file_column::kApartment) : code;
 }
 
@@ -79,7 +79,7 @@ void TenantImportCodes::RequireNumber(const ImportLine& line) const {
     return;
   }
   try {
-    RequireNoSeparators(field::kCode, given);
+    RequireNoSeparators(code_field::kCode, given);
     RequireCodeNumber(std::string(given));
   } catch (const InputFault& fault) {
     throw RefusedCell(InWords(fault, words_), WordOf(fault, words_));
@@ -90,7 +90,7 @@ void TenantImportCodes::RequireNumber(const ImportLine& line) const {
 std::size_t TenantImportCodes::ColumnOfRefusal(const ImportLine& line) {
   const std::size_t found = ColumnOfDirCodeControl(desk_.screen().focused(), kFirst);
   const bool isApartment =
-      found == kFirst + column::kCode && line.Trimmed(kFirst + column::kCode).empty();
+      found == kFirst + code_column::kCode && line.Trimmed(kFirst + code_column::kCode).empty();
   return isApartment ? static_cast<std::size_t>(tenant_file_column::kApartment) : found;
 }
 
@@ -101,7 +101,7 @@ void TenantImportCodes::Begin(const ImportLine& line) {
   }
   dialled_.reset();
   const TakenNumber code = NumberTaken(CodeIn(line));
-  if (code.isAll && !line.Trimmed(kFirst + column::kPhone).empty()) {
+  if (code.isAll && !line.Trimmed(kFirst + code_column::kPhone).empty()) {
     dialled_ = {*code.value, line.number()};
   }
 }
@@ -127,9 +127,9 @@ std::int32_t TenantImportCodes::TakeIn(const ImportLine& line, const std::string
                                        StoredAlready stored, ImportNotes& notes) {
   const std::string_view given = CodeIn(line);
   if (given.empty()) {
-    const std::string_view phone = line.Trimmed(kFirst + column::kPhone);
+    const std::string_view phone = line.Trimmed(kFirst + code_column::kPhone);
     if (!phone.empty()) {
-      throw InputFault(field::kPhone, phone,
+      throw InputFault(code_field::kPhone, phone,
                        "{field} '{value}' has nobody who could dial it: {code} is empty");
     }
     return 0;
@@ -137,7 +137,7 @@ std::int32_t TenantImportCodes::TakeIn(const ImportLine& line, const std::string
   if (SaysNone(given)) {
     return 0;
   }
-  RequireNoSeparators(field::kCode, given);
+  RequireNoSeparators(code_field::kCode, given);
   const auto known = IsWholeNumber(given) ? byNumber_.find(qorcred::Val(given)) : byNumber_.end();
   return known == byNumber_.end() ? Add(line, displayName, notes)
                                   : TakeStored(line, known->second, stored, notes);
@@ -147,21 +147,21 @@ std::int32_t TenantImportCodes::TakeStored(const ImportLine& line, Code& code, S
                                            ImportNotes& notes) {
   const std::string_view given = CodeIn(line);
   if (!code.isOnlyOne) {
-    throw InputFault(field::kCode, given,
+    throw InputFault(code_field::kCode, given,
                      "{field}: several rows have the directory code '{value}'");
   }
   const bool wasThere = code.line == 0;
   if (stored == StoredAlready::kRefused) {
-    throw InputFault(field::kCode, given, "{field} '{value}' is stored already");
+    throw InputFault(code_field::kCode, given, "{field} '{value}' is stored already");
   }
   if (stored == StoredAlready::kChanged && wasThere) {
     Change(line, code);
     return code.rid;
   }
-  const std::string_view phone = line.Trimmed(kFirst + column::kPhone);
+  const std::string_view phone = line.Trimmed(kFirst + code_column::kPhone);
   if (!phone.empty() && phone != qorcred::Trim(code.phone)) {
     throw InputFault(
-        field::kPhone, phone,
+        code_field::kPhone, phone,
         fmt::format("{{field}} '{{value}}' is not what the directory code {} dials{}: "
                     "that is '{}'",
                     InReason(given), wasThere ? "" : fmt::format(" by line {}", code.line),
@@ -182,9 +182,9 @@ void TenantImportCodes::Change(const ImportLine& line, Code& code) {
     return given.empty() ? std::nullopt : std::optional<std::string>(given);
   };
   DirCodeEntry entry;
-  entry.phone = cell(column::kPhone);
-  entry.extension = cell(column::kExtension);
-  entry.displayName = cell(column::kDisplayName);
+  entry.phone = cell(code_column::kPhone);
+  entry.extension = cell(code_column::kExtension);
+  entry.displayName = cell(code_column::kDisplayName);
   if (entry.displayName) {
     entry.displayName = StorableName(*entry.displayName, rules_);
   }
@@ -204,7 +204,7 @@ void TenantImportCodes::Change(const ImportLine& line, Code& code) {
 std::string TenantImportCodes::WhyWithoutPhone(const ImportLine& line) const {
   const std::string_view given = CodeIn(line);
   const auto found = refused_.find(qorcred::Val(given));
-  if (!line.Trimmed(kFirst + column::kPhone).empty() || found == refused_.end()) {
+  if (!line.Trimmed(kFirst + code_column::kPhone).empty() || found == refused_.end()) {
     return {};
   }
   return fmt::format("Line {} has that of {}, and is refused.", found->second, given);
@@ -215,7 +215,7 @@ std::int32_t TenantImportCodes::Add(const ImportLine& line, const std::string& d
   const std::string given(CodeIn(line));
   desk_.screen().Restore(fresh_);
   DirCodeEntry entry = lines_.Read(line, notes);
-  if (!line.Cell(kFirst + column::kDisplayName)) {
+  if (!line.Cell(kFirst + code_column::kDisplayName)) {
     entry.displayName = StorableName(displayName, rules_);
   }
   EnterNewCode(desk_, given, entry);
@@ -223,8 +223,9 @@ std::int32_t TenantImportCodes::Add(const ImportLine& line, const std::string& d
   if (!saved.isStored()) {
     throw RefusedLine(WithoutFacts(saved), ColumnOfRefusal(line), WhyWithoutPhone(line));
   }
-  added_ = {qorcred::Val(given), Code{saved.rid, std::string(line.Trimmed(kFirst + column::kPhone)),
-                                      line.number(), RestOf(line), true}};
+  added_ = {qorcred::Val(given),
+            Code{saved.rid, std::string(line.Trimmed(kFirst + code_column::kPhone)), line.number(),
+                 RestOf(line), true}};
   return saved.rid;
 }
 

@@ -17,7 +17,7 @@ namespace qorhost {
 
 namespace {
 
-namespace column = tenant_file_column;
+namespace file_column = tenant_file_column;
 
 /// Whether somebody has added the lines up below them.
 bool SaysTotal(std::string_view name) {
@@ -81,12 +81,12 @@ std::string KeyOf(std::string_view last, std::string_view first, std::string_vie
 }  // namespace
 
 std::optional<LineName> NameIn(const ImportLine& line, const ImportFile& file) {
-  const std::string_view whole = line.Trimmed(column::kName);
-  const std::string_view last = line.Trimmed(column::kLastName);
-  const std::string_view heading =
-      file.HeadingOf(file.HasColumn(column::kName) ? column::kName : column::kLastName);
-  const LineName parts{std::string(last), std::string(line.Trimmed(column::kFirstName)),
-                       std::string(line.Trimmed(column::kInitial))};
+  const std::string_view whole = line.Trimmed(file_column::kName);
+  const std::string_view last = line.Trimmed(file_column::kLastName);
+  const std::string_view heading = file.HeadingOf(
+      file.HasColumn(file_column::kName) ? file_column::kName : file_column::kLastName);
+  const LineName parts{std::string(last), std::string(line.Trimmed(file_column::kFirstName)),
+                       std::string(line.Trimmed(file_column::kInitial))};
   if (!last.empty() && IsJoinedOf(parts, whole)) {
     return parts;  // as a list of tenants has both
   }
@@ -94,7 +94,7 @@ std::optional<LineName> NameIn(const ImportLine& line, const ImportFile& file) {
     throw InputFault(heading, whole,
                      fmt::format("{{field}} '{{value}}' and {} '{}' stand in one line: leave one "
                                  "of them empty",
-                                 InReason(file.HeadingOf(column::kLastName)), InReason(last)));
+                                 InReason(file.HeadingOf(file_column::kLastName)), InReason(last)));
   }
   const std::string_view name = whole.empty() ? last : whole;
   if (name.empty()) {
@@ -106,7 +106,7 @@ std::optional<LineName> NameIn(const ImportLine& line, const ImportFile& file) {
   if (SaysNobody(name)) {
     return std::nullopt;
   }
-  const bool isAlone = line.Trimmed(column::kFirstName).empty();
+  const bool isAlone = line.Trimmed(file_column::kFirstName).empty();
   if (isAlone && SaysTotal(name)) {
     throw InputFault(heading, name,
                      "{field} '{value}' is no name: the line seems to add the others up");
@@ -119,22 +119,25 @@ std::optional<LineName> NameIn(const ImportLine& line, const ImportFile& file) {
 
 std::vector<ColumnField> TenantFields(const ImportFile& file) {
   namespace field = tenant_field;
-  const std::size_t lastName = file.HasColumn(column::kName) ? column::kName : column::kLastName;
-  const std::size_t firstName = file.HasColumn(column::kFirstName) ? column::kFirstName : lastName;
-  return {{field::kLastName, lastName},
-          {field::kFirstName, firstName},
-          {field::kInitial, file.HasColumn(column::kInitial) ? column::kInitial : lastName},
-          {field::kNameAtUnit, column::kNameAtUnit},
-          {field::kGroup, column::kGroup},
-          {field::kActive, column::kActive},
-          {field::kStart, column::kStart},
-          {field::kEnd, column::kEnd},
-          {field::kSchedules, column::kSchedules},
-          {field::kDoorSchedules[0], column::kSchedule1},
-          {field::kDoorSchedules[1], column::kSchedule1 + 1},
-          {field::kDoorSchedules[2], column::kSchedule1 + 2},
-          {field::kDoorSchedules[3], column::kSchedule1 + 3},
-          {field::kResident, column::kResident}};
+  const std::size_t lastName =
+      file.HasColumn(file_column::kName) ? file_column::kName : file_column::kLastName;
+  const std::size_t firstName =
+      file.HasColumn(file_column::kFirstName) ? file_column::kFirstName : lastName;
+  return {
+      {field::kLastName, lastName},
+      {field::kFirstName, firstName},
+      {field::kInitial, file.HasColumn(file_column::kInitial) ? file_column::kInitial : lastName},
+      {field::kNameAtUnit, file_column::kNameAtUnit},
+      {field::kGroup, file_column::kGroup},
+      {field::kActive, file_column::kActive},
+      {field::kStart, file_column::kStart},
+      {field::kEnd, file_column::kEnd},
+      {field::kSchedules, file_column::kSchedules},
+      {field::kDoorSchedules[0], file_column::kSchedule1},
+      {field::kDoorSchedules[1], file_column::kSchedule1 + 1},
+      {field::kDoorSchedules[2], file_column::kSchedule1 + 2},
+      {field::kDoorSchedules[3], file_column::kSchedule1 + 3},
+      {field::kResident, file_column::kResident}};
 }
 
 std::string KnownTenant::Described() const {

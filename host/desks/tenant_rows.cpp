@@ -14,6 +14,7 @@
 #include "host/desks/listed_rows.h"
 #include "host/desks/name_words.h"
 #include "host/desks/row_names.h"
+#include "host/desks/stored_row.h"
 #include "host/desks/tenant_name.h"
 #include "host/desks/words.h"
 #include "host/dialect/canonical_date.h"
@@ -29,10 +30,6 @@ constexpr std::string_view kReadColumns =
     "RID, TenantID, LastName, FirstName, MiddleInitial, NameAtUnit, GROUPID, ACTIVETENANT, "
     "ACTIVESTARTTIME, ACTIVEENDTIME, DOORSCHEDULE1, DOORSCHEDULE2, DOORSCHEDULE3, DOORSCHEDULE4, "
     "CREDENTIALID1, CREDENTIALID2, DIRECTORYCODE, Resident";
-
-std::int32_t NumberIn(const Value& cell) {
-  return qorcred::RoundToLong(qorcred::NumericValue(cell));
-}
 
 std::optional<qorcred::Date> DateIn(const Value& cell) {
   const auto* date = cell.As<qorcred::Date>();

@@ -28,7 +28,6 @@ namespace {
 
 using qorcred::Null;
 using qorcred::Value;
-namespace input = unit_input;
 
 using Fields = std::vector<Field>;
 
@@ -76,14 +75,15 @@ void AddNumber(std::string_view column, std::string_view field,
 Fields SettingsOf(const UnitEntry& entry) {
   constexpr NumberRange kDigits{1, unit_bound::kDigits};
   Fields fields;
-  AddNumber("MaxDigitsDirectoryCode", input::kCodeDigits, entry.codeDigits, kDigits, fields);
-  AddNumber("MaxDigitsEntryCode", input::kEntryDigits, entry.entryDigits, kDigits, fields);
-  AddNumber("CARDDEFAULTFACILITYCODE", input::kCardFacility, entry.cardFacility,
+  AddNumber("MaxDigitsDirectoryCode", unit_input::kCodeDigits, entry.codeDigits, kDigits, fields);
+  AddNumber("MaxDigitsEntryCode", unit_input::kEntryDigits, entry.entryDigits, kDigits, fields);
+  AddNumber("CARDDEFAULTFACILITYCODE", unit_input::kCardFacility, entry.cardFacility,
             {0, credential_bound::kFacility}, fields);
-  AddNumber("RFDEFAULTFACILITYCODE", input::kTransmitterFacility, entry.transmitterFacility,
+  AddNumber("RFDEFAULTFACILITYCODE", unit_input::kTransmitterFacility, entry.transmitterFacility,
             {0, credential_bound::kFacility}, fields);
   if (entry.ignoresFacility) {
-    fields.push_back({"IGNOREFACILITYCODE", Flag(input::kIgnoresFacility, *entry.ignoresFacility)});
+    fields.push_back(
+        {"IGNOREFACILITYCODE", Flag(unit_input::kIgnoresFacility, *entry.ignoresFacility)});
   }
   if (entry.defaultEnd) {
     for (Field& field : ReadDefaultEnd(*entry.defaultEnd)) {
@@ -136,7 +136,7 @@ class UnitWriting {
   std::size_t Write(const UnitEntry& entry) {
     std::size_t changed = 0;
     if (entry.name) {
-      const std::array fields{Field{"UnitName", Value(NonEmpty(input::kName, *entry.name))}};
+      const std::array fields{Field{"UnitName", Value(NonEmpty(unit_input::kName, *entry.name))}};
       changed += WriteChanged(session_, "Units", OfUnit(unitKey_), fields);
     }
     changed += WriteChanged(session_, "UnitSettings", OfUnit(unitKey_), SettingsOf(entry));
@@ -150,9 +150,9 @@ class UnitWriting {
  private:
   std::size_t WriteType(const UnitEntry& entry) {
     const std::string type =
-        entry.type ? NonEmpty(input::kType, *entry.type) : TypeIn(session_, unitKey_);
+        entry.type ? NonEmpty(unit_input::kType, *entry.type) : TypeIn(session_, unitKey_);
     if (type.empty()) {
-      throw InputFault(input::kCapacity, *entry.capacity,
+      throw InputFault(unit_input::kCapacity, *entry.capacity,
                        "{field} is that of a type, and the unit has none: give {type} as well");
     }
     std::size_t changed = WriteCapacity(type, entry);
@@ -168,7 +168,7 @@ class UnitWriting {
     if (!entry.capacity) {
       if (!isKnown) {
         throw InputFault(
-            input::kType, type,
+            unit_input::kType, type,
             fmt::format("there is no type '{{value}}': give one of {}, or {{capacity}} as well for "
                         "a new one",
                         InReason(KnownTypes(session_))));
@@ -176,7 +176,7 @@ class UnitWriting {
       return 0;
     }
     const std::string total = qorcred::CapacityText(
-        ReadLong(input::kCapacity, *entry.capacity, {1, unit_bound::kCapacity}));
+        ReadLong(unit_input::kCapacity, *entry.capacity, {1, unit_bound::kCapacity}));
     if (!isKnown) {
       session_.sql().AddRow("UNITTYPES", Fields{{"DESCRIPTION", type}, {"TOTAL", total}});
       return 1;
@@ -224,7 +224,7 @@ class UnitWriting {
                                           OfUnit(unitKey_), kIsNotDeleted));
     const std::string code = qorcred::TextOrEmpty(highest);
     const auto digits = static_cast<std::size_t>(
-        ReadLong(input::kCodeDigits, *entry.codeDigits, {1, unit_bound::kDigits}));
+        ReadLong(unit_input::kCodeDigits, *entry.codeDigits, {1, unit_bound::kDigits}));
     if (!code.starts_with('-') && code.size() > digits) {
       throw RefusedError(
           fmt::format("the directory code {} in {} is longer than {}: nothing was changed", code,
@@ -273,7 +273,7 @@ void AddSurroundings(DeskSession& session, std::int32_t unitKey) {
 std::int32_t KeyOfNew(DeskSession& session, const std::optional<std::string>& given) {
   if (given) {
     const std::int32_t key =
-        ReadLong(input::kKey, *given, {1, std::numeric_limits<std::int32_t>::max()});
+        ReadLong(unit_input::kKey, *given, {1, std::numeric_limits<std::int32_t>::max()});
     if (RowsWhere(session, "Units", OfUnit(key)) > 0) {
       throw RefusedError(fmt::format("there is a unit {} already: give another key", key));
     }
@@ -313,10 +313,10 @@ void RequireUnit(DeskSession& session, std::int32_t unitKey) {
 ChangedUnit AddUnit(DeskSession& session, const std::optional<std::string>& key,
                     const UnitEntry& entry, OtherUnits others, Trial trial) {
   if (!entry.name) {
-    throw InputFault(input::kName, "", "a new unit needs {field}");
+    throw InputFault(unit_input::kName, "", "a new unit needs {field}");
   }
   if (!entry.type) {
-    throw InputFault(input::kType, "",
+    throw InputFault(unit_input::kType, "",
                      "a new unit needs {field}: one that is stored, or the name of a new one "
                      "with its capacity; without nothing can be stored");
   }
