@@ -25,7 +25,7 @@ bool AreSame(const qorcred::Value& stored, const qorcred::Value& wanted) {
 
 }  // namespace
 
-std::int32_t NumberIn(const qorcred::Value& cell) {
+std::int32_t StoredNumber(const qorcred::Value& cell) {
   return qorcred::RoundToLong(qorcred::NumericValue(cell));
 }
 

@@ -12,7 +12,7 @@
 namespace qorhost {
 
 /// The whole number that a cell holds, rounded half to even; 0 where it holds none.
-[[nodiscard]] std::int32_t NumberIn(const qorcred::Value& cell);
+[[nodiscard]] std::int32_t StoredNumber(const qorcred::Value& cell);
 
 /// A value in a statement of the dialect, whatever it holds.
 [[nodiscard]] std::string LiteralOf(const qorcred::Value& value);

@@ -134,7 +134,7 @@ class TenantExport {
                     "ButtonNumber, DOORCODE FROM CREDENTIALBANK WHERE UnitKey={}",
                     unitKey_));
     for (const ResultRow row : rows.rows()) {
-      const std::int32_t type = NumberIn(row[1]);
+      const std::int32_t type = StoredNumber(row[1]);
       const auto known = CredentialTypes();
       const auto name = std::find_if(known.begin(), known.end(),
                                      [type](const auto& one) { return one.type == type; });
@@ -143,11 +143,11 @@ class TenantExport {
       for (std::int32_t at = 4; at <= 6; ++at) {
         cells.push_back(type == qorcred::kTransmitter ? row[at] : Value(qorcred::Null{}));
       }
-      const std::int32_t door = NumberIn(row[7]);
+      const std::int32_t door = StoredNumber(row[7]);
       cells.emplace_back(qorcred::IsEmptyText(row[7]) ? std::string()
                          : door == 0                  ? std::string(kNoneWord)
                                                       : doors_.Of(door));
-      cards_.emplace(NumberIn(row[0]), std::move(cells));
+      cards_.emplace(StoredNumber(row[0]), std::move(cells));
     }
   }
 
@@ -165,7 +165,7 @@ class TenantExport {
       const bool isActive = TrueOrFalse(row[6]) == "True";
       const bool isForwarded = TrueOrFalse(row[11]) == "True";
       codes_.emplace(
-          NumberIn(row[0]),
+          StoredNumber(row[0]),
           Cells{row[1], TextOrEmpty(row[2]), TextOrEmpty(row[3]), DelayIn(row[3], row[4]),
                 TextOrEmpty(row[5]), isActive ? "Active" : "Inactive", DayIn(row[7]), DayIn(row[8]),
                 TrueOrFalse(row[9]), ScheduleIn(row[10]), TrueOrFalse(row[11]), ScheduleIn(row[12]),
@@ -181,7 +181,7 @@ class TenantExport {
   }
 
   [[nodiscard]] std::string ScheduleIn(const Value& cell) const {
-    return qorcred::IsEmptyText(cell) ? std::string() : schedules_.Of(NumberIn(cell));
+    return qorcred::IsEmptyText(cell) ? std::string() : schedules_.Of(StoredNumber(cell));
   }
 
   static void Put(Cells& row, std::size_t first, const Cells& cells) {

@@ -70,14 +70,14 @@ void TenantImportCards::ReadCards(const std::vector<TenantRow>& tenants) {
                   "ButtonNumber, DOORCODE FROM CREDENTIALBANK WHERE UnitKey={}",
                   unitKey_));
   for (const ResultRow row : stored.rows()) {
-    Card card{NumberIn(row[0]),
-              NumberIn(row[1]),
-              NumberIn(row[2]),
-              NumberIn(row[3]),
-              {NumberIn(row[4]), NumberIn(row[5]), NumberIn(row[6])},
+    Card card{StoredNumber(row[0]),
+              StoredNumber(row[1]),
+              StoredNumber(row[2]),
+              StoredNumber(row[3]),
+              {StoredNumber(row[4]), StoredNumber(row[5]), StoredNumber(row[6])},
               {}};
     if (!qorcred::IsEmptyText(row[7])) {
-      card.door = NumberIn(row[7]);
+      card.door = StoredNumber(row[7]);
     }
     byNumber_[card.number].push_back(card);
   }

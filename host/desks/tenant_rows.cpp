@@ -39,25 +39,25 @@ std::optional<qorcred::Date> DateIn(const Value& cell) {
 TenantRow RowIn(const ResultRow& cells) {
   TenantRow row;
   std::int32_t column = 0;
-  row.rid = NumberIn(cells[column++]);
-  row.tenantId = NumberIn(cells[column++]);
+  row.rid = StoredNumber(cells[column++]);
+  row.tenantId = StoredNumber(cells[column++]);
   row.lastName = qorcred::TextOrEmpty(cells[column++]);
   row.firstName = qorcred::TextOrEmpty(cells[column++]);
   row.initial = qorcred::TextOrEmpty(cells[column++]);
   row.nameAtUnit = qorcred::TextOrEmpty(cells[column++]);
-  row.group = NumberIn(cells[column++]);
+  row.group = StoredNumber(cells[column++]);
   const Value& active = cells[column++];
   row.active = !qorcred::IsEmptyText(active) && qorcred::ToBoolean(active);
   row.start = DateIn(cells[column++]);
   row.end = DateIn(cells[column++]);
   for (std::int32_t& schedule : row.schedules) {
-    schedule = NumberIn(cells[column++]);
+    schedule = StoredNumber(cells[column++]);
   }
   for (std::int32_t& card : row.cards) {
-    card = NumberIn(cells[column++]);
+    card = StoredNumber(cells[column++]);
   }
-  row.code = NumberIn(cells[column++]);
-  row.resident = NumberIn(cells[column]) != 0;
+  row.code = StoredNumber(cells[column++]);
+  row.resident = StoredNumber(cells[column]) != 0;
   return row;
 }
 
@@ -225,7 +225,7 @@ TenantLinks::TenantLinks(DeskSession& session, std::int32_t unitKey)
   const QueryResult named = session.sql().Select(
       fmt::format("SELECT ScheduleID, ScheduleName FROM Schedules WHERE UnitKey={}", unitKey));
   for (const ResultRow row : named.rows()) {
-    schedules[NumberIn(row[0])] = qorcred::TextOrEmpty(row[1]);
+    schedules[StoredNumber(row[0])] = qorcred::TextOrEmpty(row[1]);
   }
   for (const qorcred::FixedSchedule& fixed : {qorcred::kNoAccess, qorcred::kFullAccess}) {
     schedules[fixed.id] = fixed.name;
@@ -235,13 +235,13 @@ TenantLinks::TenantLinks(DeskSession& session, std::int32_t unitKey)
   for (const ResultRow row : held.rows()) {
     const double number = qorcred::NumericValue(row[2]);
     cards.emplace(
-        NumberIn(row[0]),
+        StoredNumber(row[0]),
         StoredCard{CardEntry(qorcred::NumericValue(row[1]), qorcred::NumberText(number)), number});
   }
   const QueryResult dialled = session.sql().Select(fmt::format(
       "SELECT RID, DIRECTORYCODE, MODIFIED FROM DIRECTORYCODE WHERE UNITKEY={}", unitKey));
   for (const ResultRow row : dialled.rows()) {
-    codes.emplace(NumberIn(row[0]),
+    codes.emplace(StoredNumber(row[0]),
                   ListedCode{qorcred::NumericValue(row[1]), IsListedCode(row[1], row[2])});
   }
 }
