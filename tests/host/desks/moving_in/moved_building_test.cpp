@@ -8,6 +8,7 @@
 
 #include "frame/runtime_error.h"
 #include "host/desks/desk_error.h"
+#include "tests/host/desks/moving_in/made_tables.h"
 #include "tests/host/desks/moving_in/moved_fixture.h"
 
 namespace qorhost::test {
