@@ -1990,6 +1990,18 @@
         <translation>eine frühere Zeile derselben Anlage hat die Nummer</translation>
     </message>
     <message>
+        <source>doors are numbered anew in their order, for the program counts them from 1</source>
+        <translation>Türen werden ihrer Reihenfolge nach neu nummeriert, denn das Programm zählt sie ab 1</translation>
+    </message>
+    <message>
+        <source>schedules are numbered from 0 on: this one cannot be renamed or deleted</source>
+        <translation>Zeitpläne haben Nummern ab 0: Dieser lässt sich weder umbenennen noch löschen</translation>
+    </message>
+    <message>
+        <source>it is the last number there is: who adds a schedule has to name its number</source>
+        <translation>es ist die letzte Nummer, die es gibt: Wer einen Zeitplan hinzufügt, muss seine Nummer nennen</translation>
+    </message>
+    <message>
         <source>the row belongs to no unit</source>
         <translation>die Zeile gehört zu keiner Anlage</translation>
     </message>

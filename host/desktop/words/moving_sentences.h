@@ -46,6 +46,15 @@ inline constexpr DeskSentence kMovingSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "a row before it has the identity, to which nothing refers"), ""},
     {QT_TRANSLATE_NOOP("Desks", "it has no number"), ""},
     {QT_TRANSLATE_NOOP("Desks", "a row before it has the number at the same unit"), ""},
+    {QT_TRANSLATE_NOOP(
+         "Desks", "doors are numbered anew in their order, for the program counts them from 1"),
+     ""},
+    {QT_TRANSLATE_NOOP("Desks",
+                       "schedules are numbered from 0 on: this one cannot be renamed or deleted"),
+     ""},
+    {QT_TRANSLATE_NOOP(
+         "Desks", "it is the last number there is: who adds a schedule has to name its number"),
+     ""},
     {QT_TRANSLATE_NOOP("Desks", "the row belongs to no unit"), ""},
     {QT_TRANSLATE_NOOP("Desks", "there is no such unit"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the field has no name"), ""},
