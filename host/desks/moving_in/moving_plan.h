@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/desks/moving_in/settled_cell.h"
+#include "host/desks/moving_in/settled_cells.h"
 #include "host/desks/moving_in/staged_table.h"
 #include "host/files/desktop_file/desktop_table.h"
 

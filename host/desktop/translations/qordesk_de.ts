@@ -2246,8 +2246,8 @@
         <translation>sie folgt ihrem Mieter, dessen Nummer jetzt die RID ist</translation>
     </message>
     <message>
-        <source>%1 more, which are not listed</source>
-        <translation>%1 weitere, die nicht aufgeführt sind</translation>
+        <source>%1 more, which the report alone lists</source>
+        <translation>%1 weitere, die nur der Bericht aufführt</translation>
     </message>
     <message>
         <source>the file does not have this table: %1</source>

@@ -156,7 +156,7 @@ inline constexpr DeskSentence kMovingSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "the unit has no such tenant, or its row was refused"), ""},
     {QT_TRANSLATE_NOOP("Desks", "a row before it belongs to the tenant"), ""},
     {QT_TRANSLATE_NOOP("Desks", "it follows its tenant, whose id is the RID now"), ""},
-    {QT_TRANSLATE_NOOP("Desks", "%1 more, which are not listed"), ""},
+    {QT_TRANSLATE_NOOP("Desks", "%1 more, which the report alone lists"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the file does not have this table: %1"), "1"},
     {QT_TRANSLATE_NOOP("Desks", "the file does not have this column: %1"), "1"},
     {QT_TRANSLATE_NOOP("Desks", "a store does not have this table: %1 row is left"), ""},

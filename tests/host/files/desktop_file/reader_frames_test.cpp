@@ -7,77 +7,27 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
-#include <string_view>
-#include <utility>
+#include <vector>
 
-#include "host/files/desktop_file/reader_message.h"
 #include "host/files/file_error.h"
+#include "tests/host/files/desktop_file/frames_of_file.h"
 
 namespace qorhost::test {
 namespace {
 
-using namespace desktop_file;
+using desktop_file::TablesIn;
 
 using testing::AllOf;
 using testing::HasSubstr;
 
-/// The frames of one file.
-class FramesOfFile {
- public:
-  FramesOfFile() {
-    constexpr std::uint32_t kNewer = kOldestFormat + 1;
-    payload_.AddNumber(kFormNumber);
-    payload_.AddNumber(kNewer);
-    payload_.AddNumber(0);
-    Put(FrameKind::kFile);
-  }
-
-  void AddTable(std::string_view name, std::uint32_t columns, std::uint32_t rows) {
-    payload_.AddText(name);
-    payload_.AddByte(0);
-    payload_.AddNumber(rows);
-    payload_.AddNumber(columns);
-    for (std::uint32_t at = 0; at < columns; ++at) {
-      payload_.AddText("Column" + std::to_string(at));
-      payload_.AddByte(static_cast<std::uint8_t>(DesktopType::kLong));
-      payload_.AddByte(0);
-      payload_.AddNumber(sizeof(std::int32_t));
-    }
-    Put(FrameKind::kTable);
-  }
-  void AddEmptyRows(std::uint32_t columns, std::uint32_t rows) {
-    for (std::uint32_t row = 0; row < rows; ++row) {
-      for (std::uint32_t at = 0; at < columns; ++at) payload_.AddNullCell();
-      Put(FrameKind::kRow);
-    }
-  }
-  /// All of them, with their end.
-  std::string End() {
-    RunningSum sum;
-    sum.Add(frames_);
-    payload_.AddLarge(count_);
-    payload_.AddLarge(sum.sum());
-    Put(FrameKind::kEnd);
-    return std::move(frames_);
-  }
-
- private:
-  void Put(FrameKind kind) {
-    frames_ += FrameHeaderOf(kind, payload_.bytes().size()) + payload_.bytes();
-    payload_.Clear();
-    ++count_;
-  }
-
-  Payload payload_;
-  std::string frames_;
-  std::uint64_t count_ = 0;
-};
-
 std::string FramesOfEmptyRows(std::uint32_t columns, std::uint32_t rows) {
   FramesOfFile frames;
-  frames.AddTable("Units", columns, rows);
-  frames.AddEmptyRows(columns, rows);
+  frames.AddTable("Units", std::vector<DesktopColumn>(columns, {"Column", DesktopType::kLong}),
+                  rows);
+  const std::vector<std::optional<std::string>> empty(columns);
+  for (std::uint32_t row = 0; row < rows; ++row) frames.AddRow(empty);
   return frames.End();
 }
 
@@ -107,7 +57,7 @@ TEST(ReaderFrames, TablesAndRowsWithoutColumnsCountToo) {
   DesktopReading reading;
   reading.mostCells = 3;
   FramesOfFile tables;
-  for (int at = 0; at < 4; ++at) tables.AddTable("Units", 0, 0);
+  for (int at = 0; at < 4; ++at) tables.AddTable("Units", {}, 0);
   EXPECT_THAT(RefusalOfFrames(tables.End(), reading), HasSubstr("more than the 3 cells"));
   EXPECT_EQ(RefusalOfFrames(FramesOfEmptyRows(0, 2), reading), "read");
   EXPECT_THAT(RefusalOfFrames(FramesOfEmptyRows(0, 3), reading), HasSubstr("than the 3 cells"));
