@@ -146,11 +146,15 @@ void TellNames(std::string_view what, const std::vector<std::string>& names, Con
   }
 }
 
-/// "The file does not have these tables: DOORS (the units have no doors)."
+/// "The file does not have these tables: DOORS (the units have no doors)." A file may lack dozens
+/// of columns, most of which mean the same.
 void TellMissingAndLeft(const MovingPlan& plan, Console& console) {
   const NamedThings missing = NamesOfMissing(plan);
   TellNames("The file does not have these tables", missing.tables, console);
-  TellNames("The file does not have these columns", missing.columns, console);
+  for (const MissingColumns& columns : MissingColumnsByMeaning(plan)) {
+    console.Remarks() << fmt::format("The file does not have these columns: {} ({}).\n",
+                                     SomeNames(columns.names), columns.means);
+  }
   const NamedThings left = NamesOfLeft(plan);
   TellNames("Left, for a store has no such tables", left.tables, console);
   TellNames("Left, for a store has no such columns", left.columns, console);

@@ -28,7 +28,8 @@ struct MovedTable {
 struct LeftThing {
   std::string table;
   std::string column;    ///< "" of a whole table
-  std::size_t rows = 0;  ///< of a whole table
+  std::size_t rows = 0;  ///< of a whole table that stands in the file
+  bool isLink = false;   ///< a whole table, whose rows stand in another file
 };
 
 /// What a store has and the file has not.

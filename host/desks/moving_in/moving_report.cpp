@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 
 #include "host/desks/words.h"
@@ -105,8 +106,9 @@ void AddMissingAndLeft(Table& table, const MovingPlan& plan) {
   for (const LeftThing& thing : plan.left()) {
     if (thing.column.empty()) {
       AddRow(table, "left", thing.table, "", "unknown-table",
-             fmt::format("a store does not have this table: {} left",
-                         Counted(thing.rows, "row is", "rows are")));
+             thing.isLink ? "a store does not have this table: it is a link to another file"
+                          : fmt::format("a store does not have this table: {} left",
+                                        Counted(thing.rows, "row is", "rows are")));
     } else {
       AddRow(table, "left", thing.table, thing.column, "unknown-column",
              "a store does not have this column");
@@ -136,12 +138,26 @@ NamedThings NamesOfMissing(const MovingPlan& plan) {
   return names;
 }
 
+std::vector<MissingColumns> MissingColumnsByMeaning(const MovingPlan& plan) {
+  std::vector<MissingColumns> all;
+  for (const MissingThing& thing : plan.missing()) {
+    if (thing.column.empty()) continue;
+    auto same = std::find_if(all.begin(), all.end(), [&](const MissingColumns& columns) {
+      return columns.means == thing.means;
+    });
+    if (same == all.end()) same = all.insert(all.end(), {thing.means, {}});
+    same->names.push_back(fmt::format("{}.{}", thing.table, thing.column));
+  }
+  return all;
+}
+
 NamedThings NamesOfLeft(const MovingPlan& plan) {
   NamedThings names;
   for (const LeftThing& thing : plan.left()) {
     if (thing.column.empty()) {
-      names.tables.push_back(
-          fmt::format("{} ({})", thing.table, Counted(thing.rows, "row", "rows")));
+      names.tables.push_back(fmt::format(
+          "{} ({})", thing.table,
+          thing.isLink ? "a link to another file" : Counted(thing.rows, "row", "rows")));
     } else {
       names.columns.push_back(fmt::format("{}.{}", thing.table, thing.column));
     }
@@ -188,8 +204,9 @@ Table LeftTable(const MovingPlan& plan) {
   Table table;
   table.columns = {{"Table", "table"}, {"Column", "column"}, {"Rows", "rows"}};
   for (const LeftThing& thing : plan.left()) {
-    table.rows.push_back({thing.table, OrNull(thing.column),
-                          thing.column.empty() ? CountCell(thing.rows) : Value(Null{})});
+    table.rows.push_back(
+        {thing.table, OrNull(thing.column),
+         thing.column.empty() && !thing.isLink ? CountCell(thing.rows) : Value(Null{})});
   }
   return table;
 }

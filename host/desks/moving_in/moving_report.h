@@ -31,6 +31,12 @@ struct NamedThings {
 };
 /// What a store has and the file has not: "DOORS (the units have no doors)".
 [[nodiscard]] NamedThings NamesOfMissing(const MovingPlan& plan);
+/// The columns among them, once for each meaning: "Units.UnitName, Tenants.RID".
+struct MissingColumns {
+  std::string_view means;
+  std::vector<std::string> names;
+};
+[[nodiscard]] std::vector<MissingColumns> MissingColumnsByMeaning(const MovingPlan& plan);
 /// What the file has and a store has not: "AccessEvents (25 rows)", "Units.InstalledOn".
 [[nodiscard]] NamedThings NamesOfLeft(const MovingPlan& plan);
 /// What a store has and the file has not: table, column (Null of a whole table), what it means.

@@ -2258,6 +2258,10 @@
         <translation>die Datei hat diese Spalte nicht: %1</translation>
     </message>
     <message>
+        <source>a store does not have this table: it is a link to another file</source>
+        <translation>ein Bestand hat diese Tabelle nicht: Sie ist eine Verknüpfung mit einer anderen Datei</translation>
+    </message>
+    <message>
         <source>a store does not have this table: %1 row is left</source>
         <translation>ein Bestand hat diese Tabelle nicht: %1 Zeile wird nicht übernommen</translation>
     </message>
@@ -2326,12 +2330,12 @@
         <translation>die eines Mieters ist seine RID</translation>
     </message>
     <message>
-        <source>it is No in every row</source>
-        <translation>sie ist in jeder Zeile Nein</translation>
+        <source>No in every row</source>
+        <translation>in jeder Zeile Nein</translation>
     </message>
     <message>
-        <source>it is empty in every row</source>
-        <translation>sie ist in jeder Zeile leer</translation>
+        <source>empty in every row</source>
+        <translation>in jeder Zeile leer</translation>
     </message>
     <message>
         <source>&apos;%1&apos; has only a link to the table &apos;%2&apos;, whose rows stand in another file: name that file</source>

@@ -159,6 +159,8 @@ inline constexpr DeskSentence kMovingSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "%1 more, which the report alone lists"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the file does not have this table: %1"), "1"},
     {QT_TRANSLATE_NOOP("Desks", "the file does not have this column: %1"), "1"},
+    {QT_TRANSLATE_NOOP("Desks", "a store does not have this table: it is a link to another file"),
+     ""},
     {QT_TRANSLATE_NOOP("Desks", "a store does not have this table: %1 row is left"), ""},
     {QT_TRANSLATE_NOOP("Desks", "a store does not have this table: %1 rows are left"), ""},
     {QT_TRANSLATE_NOOP("Desks", "a store does not have this column"), ""},
@@ -180,8 +182,8 @@ inline constexpr DeskSentence kMovingSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "TenantID is taken for it"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the rows get numbers of their own"), ""},
     {QT_TRANSLATE_NOOP("Desks", "a tenant's is its RID"), ""},
-    {QT_TRANSLATE_NOOP("Desks", "it is No in every row"), ""},
-    {QT_TRANSLATE_NOOP("Desks", "it is empty in every row"), ""},
+    {QT_TRANSLATE_NOOP("Desks", "No in every row"), ""},
+    {QT_TRANSLATE_NOOP("Desks", "empty in every row"), ""},
 };
 
 /// Why a file is not read, or holds no building.

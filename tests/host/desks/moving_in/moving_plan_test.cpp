@@ -78,7 +78,7 @@ TEST(MovingPlans, TellWhatAFileLacksAndWhatThatMeans) {
   EXPECT_THAT(missing, testing::Contains("CredentialBank.: there are no credentials"));
   EXPECT_THAT(missing, testing::Contains("DOORS.: the units have no doors"));
   EXPECT_EQ(missing[10], "Units.RID: the rows get numbers of their own");
-  EXPECT_EQ(missing[11], "Units.UnitName: it is empty in every row");
+  EXPECT_EQ(missing[11], "Units.UnitName: empty in every row");
 }
 
 TEST(MovingPlans, TellWhatAFileHasAndAStoreHasNot) {
@@ -99,6 +99,38 @@ TEST(MovingPlans, TellWhatAFileHasAndAStoreHasNot) {
   EXPECT_THAT(told, testing::IsSupersetOf(
                         {"missing DOORS  missing-table", "missing Units UnitName missing-column",
                          "left Recipes  unknown-table", "left Units Colour unknown-column"}));
+}
+
+TEST(MovingPlans, TellOfTablesThatAreLinksAndNotOfTheirRows) {
+  DesktopTable link = TableOf("Orders", {}, {});
+  link.isLinked = true;
+  const MovingPlan plan({{UnitTable({1}), link, TableOf("Recipes", {"RID"}, {})}}, "some.mdb",
+                        std::nullopt);
+  EXPECT_THAT(NamesOfLeft(plan).tables,
+              testing::ElementsAre("Orders (a link to another file)", "Recipes (0 rows)"));
+  EXPECT_TRUE(LeftTable(plan).rows[0][2].Is(qorcred::ValueType::kNull));
+  EXPECT_EQ(qorcred::TextOrEmpty(LeftTable(plan).rows[1][2]), "0");
+  std::vector<std::string> reasons;
+  for (const std::vector<qorcred::Value>& row : OddTable(plan).rows) {
+    reasons.push_back(qorcred::TextOrEmpty(row[8]));
+  }
+  EXPECT_THAT(reasons, testing::IsSupersetOf(
+                           {"a store does not have this table: it is a link to another file",
+                            "a store does not have this table: 0 rows are left"}));
+}
+
+TEST(MovingPlans, NameColumnsThatAFileLacksOnceForEachMeaning) {
+  const MovingPlan plan(
+      {{TableOf("Units", {"UnitKey"}, {{N(1)}}), TableOf("DOORS", {"UNITKEY", "DOORID"}, {}),
+        TableOf("TenantGroup", {"RID", "UnitKey", "IsGroupZero"}, {})}},
+      "some.mdb", std::nullopt);
+  std::vector<std::string> told;
+  for (const MissingColumns& columns : MissingColumnsByMeaning(plan)) {
+    told.push_back(fmt::format("{} ({})", fmt::join(columns.names, ", "), columns.means));
+  }
+  ASSERT_EQ(told.size(), 2U);
+  EXPECT_EQ(told[0], "Units.RID, DOORS.RID (the rows get numbers of their own)");
+  EXPECT_EQ(told[1], "Units.UnitName, DOORS.DOORNAME (empty in every row)");
 }
 
 TEST(MovingPlans, YesAndNoThatAFileLacksAreNo) {
