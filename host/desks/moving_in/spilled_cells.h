@@ -4,10 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/desks/moving_in/settled_cell.h"
