@@ -28,6 +28,8 @@ using qorcred::Value;
 
 constexpr std::int64_t kPartsOfOne = 10'000;  // of a Currency
 constexpr double kSecondsOfDay = 86'400;
+constexpr double kFirstDay =
+    -657'434;  // 1 January 100; its hours lie below, for they count forward
 constexpr double kLastDay = 2'958'465;  // 31 December 9999
 constexpr std::string_view kNoCharacter = "\xEF\xBF\xBD";
 
@@ -173,9 +175,9 @@ double WithinLastSecond(double serial) {
 
 /// As a store keeps it; nothing for what is no date of its years.
 std::optional<std::string> StoredDate(double serial) {
-  const double kept = WithinLastSecond(serial);
-  if (!std::isfinite(kept) || !dialect::DateFromSerial(kept)) return std::nullopt;
-  return dialect::CanonicalDate({kept});
+  const bool isOfItsYears = serial > kFirstDay - 1 && serial < kLastDay + 1;
+  return isOfItsYears ? std::optional(dialect::CanonicalDate({WithinLastSecond(serial)}))
+                      : std::nullopt;
 }
 
 ConvertedCell DateOf(double serial) {
