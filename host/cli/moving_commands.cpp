@@ -17,7 +17,6 @@
 #include "host/desks/store_check.h"
 #include "host/desks/store_file.h"
 #include "host/desks/words.h"
-#include "host/files/csv_writer.h"
 #include "host/files/whole_file.h"
 #include "host/terminal/display_text.h"
 #include "host/terminal/few_lines.h"
@@ -55,18 +54,17 @@ class ReportFile {
     Advised([&] {
       WriteWholeFile(*place_, writing_, [&](std::ostream& out) {
         if (IsCsv(*place_)) {
-          PrintCsv(out, OddTable(plan));
+          PrintOddCsv(out, plan);
         } else {
-          PrintMovingReport(out, plan, name);
+          PrintMovingReport(out, plan, name, Extent::kAll);
         }
       });
     });
   }
 
-  /// Where it can be read, and how much of it.
-  [[nodiscard]] std::string Advice(const MovingPlan& plan) const {
-    return fmt::format("{} lists {}", place_ ? fmt::format("'{}'", *place_) : "--report FILE",
-                       WhatIsNamed(plan));
+  /// Where it can be read.
+  [[nodiscard]] std::string Advice() const {
+    return (place_ ? fmt::format("'{}'", *place_) : "--report FILE") + " lists all";
   }
 
  private:
@@ -110,7 +108,7 @@ MovingOrder OrderOf(const GlobalOptions& global, const MovingOptions& options,
   throw RefusedError(fmt::format(
       "{} of '{}' cannot be brought in, so nothing was. {}; mend them there, or bring the others "
       "in with --skip-bad-rows",
-      Counted(plan.refusedRows(), "row", "rows"), *options.from, report.Advice(plan)));
+      Counted(plan.refusedRows(), "row", "rows"), *options.from, report.Advice()));
 }
 
 std::size_t RowsOf(const MovingPlan& plan, std::string_view table) {
@@ -139,7 +137,7 @@ void TellOddities(const MovingPlan& plan, const ReportFile& report, Console& con
   if (plan.refusedRows() + adjusted + kept == 0) return;
   console.Remarks() << fmt::format("{} left out, {} adjusted, {} kept as odd: {}.\n",
                                    Counted(plan.refusedRows(), "row", "rows"),
-                                   Counted(adjusted, "cell", "cells"), kept, report.Advice(plan));
+                                   Counted(adjusted, "cell", "cells"), kept, report.Advice());
 }
 
 void TellNames(std::string_view what, const std::vector<std::string>& names, Console& console) {
@@ -148,11 +146,15 @@ void TellNames(std::string_view what, const std::vector<std::string>& names, Con
   }
 }
 
-/// "The file does not have these tables: DOORS (the units have no doors)."
+/// "The file does not have these tables: DOORS (the units have no doors)." A file may lack dozens
+/// of columns, most of which mean the same.
 void TellMissingAndLeft(const MovingPlan& plan, Console& console) {
   const NamedThings missing = NamesOfMissing(plan);
   TellNames("The file does not have these tables", missing.tables, console);
-  TellNames("The file does not have these columns", missing.columns, console);
+  for (const MissingColumns& columns : MissingColumnsByMeaning(plan)) {
+    console.Remarks() << fmt::format("The file does not have these columns: {} ({}).\n",
+                                     SomeNames(columns.names), columns.means);
+  }
   const NamedThings left = NamesOfLeft(plan);
   TellNames("Left, for a store has no such tables", left.tables, console);
   TellNames("Left, for a store has no such columns", left.columns, console);
@@ -266,7 +268,7 @@ ExitStatus RunMoving(const GlobalOptions& global, const MovingOptions& options,
   const MovingPlan plan = PlanMoving(OrderOf(global, options, console.environment));
   const bool isRefused = plan.refusedRows() > 0 && !options.skipBadRows;
   if (place.trial && !global.json) {
-    PrintMovingReport(console.out, plan, *options.from);
+    PrintMovingReport(console.out, plan, *options.from, Extent::kNamed);
   }
   if (isRefused) {
     if (place.trial && global.json) {

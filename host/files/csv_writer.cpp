@@ -40,20 +40,27 @@ std::string CsvField(std::string_view text, char delimiter) {
   return field + '"';
 }
 
-void PrintCsv(std::ostream& out, const Table& table, char delimiter) {
+void PrintCsvTitles(std::ostream& out, const std::vector<TableColumn>& columns, char delimiter) {
   const std::string between(1, delimiter);
   std::string line;
-  for (std::size_t at = 0; at < table.columns.size(); ++at) {
-    line += (at == 0 ? "" : between) + CsvField(WithoutFormula(table.columns[at].title), delimiter);
+  for (std::size_t at = 0; at < columns.size(); ++at) {
+    line += (at == 0 ? "" : between) + CsvField(WithoutFormula(columns[at].title), delimiter);
   }
   out << line << kLineEnd;
-  for (const auto& row : table.rows) {
-    line.clear();
-    for (std::size_t at = 0; at < row.size(); ++at) {
-      line += (at == 0 ? "" : between) + FieldOf(row[at], delimiter);
-    }
-    out << line << kLineEnd;
+}
+
+void PrintCsvRow(std::ostream& out, const std::vector<Value>& row, char delimiter) {
+  const std::string between(1, delimiter);
+  std::string line;
+  for (std::size_t at = 0; at < row.size(); ++at) {
+    line += (at == 0 ? "" : between) + FieldOf(row[at], delimiter);
   }
+  out << line << kLineEnd;
+}
+
+void PrintCsv(std::ostream& out, const Table& table, char delimiter) {
+  PrintCsvTitles(out, table.columns, delimiter);
+  for (const auto& row : table.rows) PrintCsvRow(out, row, delimiter);
 }
 
 }  // namespace qorhost

@@ -4,6 +4,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/files/table.h"
 
@@ -16,5 +17,9 @@ namespace qorhost {
 /// A line of titles, then a line for each row, each ended by CR LF. Texts are WithoutFormula(),
 /// numbers stand as they are, dates as "2026-01-31 14:05:09", Null as nothing.
 void PrintCsv(std::ostream& out, const Table& table, char delimiter = ',');
+/// The same line by line, for more rows than memory is to hold.
+void PrintCsvTitles(std::ostream& out, const std::vector<TableColumn>& columns,
+                    char delimiter = ',');
+void PrintCsvRow(std::ostream& out, const std::vector<qorcred::Value>& row, char delimiter = ',');
 
 }  // namespace qorhost

@@ -28,6 +28,9 @@ using qorcred::Value;
 
 constexpr std::int64_t kPartsOfOne = 10'000;  // of a Currency
 constexpr double kSecondsOfDay = 86'400;
+constexpr double kFirstDay =
+    -657'434;  // 1 January 100; its hours lie below, for they count forward
+constexpr double kLastDay = 2'958'465;  // 31 December 9999
 constexpr std::string_view kNoCharacter = "\xEF\xBF\xBD";
 
 ConvertedCell Refused(std::string_view kind, std::string reason) {
@@ -163,17 +166,32 @@ ConvertedCell ToFlag(const DesktopCell& cell) {
 // ---- Dates
 // ---------------------------------------------------------------------------------------
 
+/// The same, but within the last second there is its beginning: rounded it would be of the year
+/// 10000.
+double WithinLastSecond(double serial) {
+  constexpr double kBegin = kLastDay + (kSecondsOfDay - 1) / kSecondsOfDay;
+  return serial > kBegin && serial < kLastDay + 1 ? kBegin : serial;
+}
+
+/// As a store keeps it; nothing for what is no date of its years.
+std::optional<std::string> StoredDate(double serial) {
+  const bool isOfItsYears = serial > kFirstDay - 1 && serial < kLastDay + 1;
+  return isOfItsYears ? std::optional(dialect::CanonicalDate({WithinLastSecond(serial)}))
+                      : std::nullopt;
+}
+
 ConvertedCell DateOf(double serial) {
   constexpr double kThousandth = 0.001;
-  if (!std::isfinite(serial) || !dialect::DateFromSerial(serial)) {
+  std::optional<std::string> text = StoredDate(serial);
+  if (!text) {
     return Refused("date-range", "it is no date of the years 100 to 9999");
   }
   const double seconds = std::abs(serial - std::trunc(serial)) * kSecondsOfDay;
-  std::string text = dialect::CanonicalDate({serial});
-  if (std::abs(seconds - std::round(seconds)) > kThousandth) {
-    return Adjusted(std::move(text), "seconds", "a part of a second, which is rounded");
+  const double cut = (serial - WithinLastSecond(serial)) * kSecondsOfDay;
+  if (std::abs(seconds - std::round(seconds)) > kThousandth || cut > kThousandth) {
+    return Adjusted(*std::move(text), "seconds", "a part of a second, which is rounded");
   }
-  return {std::move(text), std::nullopt};
+  return {*std::move(text), std::nullopt};
 }
 
 ConvertedCell ToDate(const DesktopCell& cell) {
@@ -235,9 +253,7 @@ std::optional<std::string> Written(const DesktopCell& cell) {
     return Canonical(static_cast<double>(amount->parts) / kPartsOfOne);
   }
   if (const auto* date = std::get_if<DesktopDate>(&cell)) {
-    if (std::isfinite(date->serial) && dialect::DateFromSerial(date->serial)) {
-      return dialect::CanonicalDate({date->serial});
-    }
+    return StoredDate(date->serial);
   }
   return std::nullopt;
 }
@@ -253,13 +269,12 @@ ConvertedCell ToText(const DesktopCell& cell) {
 
 /// With the thousandths of a second that a store does not keep.
 std::string ShownDate(double serial) {
-  if (!std::isfinite(serial) || !dialect::DateFromSerial(serial)) {
-    return fmt::format("day {}", serial);
-  }
+  const std::optional<std::string> stored = StoredDate(serial);
+  if (!stored) return fmt::format("day {}", serial);
   const double day = std::trunc(serial);
   const double thousandths = std::round(std::abs(serial - day) * kSecondsOfDay * 1000);
   const double parts = std::fmod(thousandths, 1000);
-  if (parts == 0) return dialect::CanonicalDate({serial});
+  if (parts == 0) return *stored;
   const double whole = (thousandths - parts) / 1000 / kSecondsOfDay;
   return fmt::format("{}.{:03.0f}", dialect::CanonicalDate({day + std::copysign(whole, serial)}),
                      parts);

@@ -29,8 +29,8 @@ std::string_view MeaningOfMissing(const StagedTable& table, std::string_view col
     return "a tenant's is its RID";
   }
   return dialect::FindColumn(LayoutOf(table.known()), column)->type == dialect::ColumnType::kBoolean
-             ? "it is No in every row"
-             : "it is empty in every row";
+             ? "No in every row"
+             : "empty in every row";
 }
 
 /// The file's own table of those that a store knows, or null. Raises RefusedError for a link.
@@ -99,7 +99,9 @@ StagedTable& MovingPlan::Of(std::string_view table) {
 
 void MovingPlan::LeaveUnknown(const DesktopFile& file, std::string_view name) {
   for (const DesktopTable& table : file.tables) {
-    if (FindKnownTable(table.name) == nullptr) left_.push_back({table.name, "", table.count});
+    if (FindKnownTable(table.name) == nullptr) {
+      left_.push_back({table.name, "", table.count, table.isLinked});
+    }
   }
   if (left_.size() == file.tables.size()) {
     throw RefusedError(fmt::format(
@@ -135,7 +137,7 @@ void MovingPlan::Stage(const DesktopFile& file, std::string_view name,
 
 void MovingPlan::NameColumns(const StagedTable& table) {
   for (const std::string& column : table.unknown()) {
-    left_.push_back({std::string(table.known().name), column, 0});
+    left_.push_back({std::string(table.known().name), column, 0, false});
   }
   for (const std::string_view column : table.missing()) {
     missing_.push_back({table.known().name, column, MeaningOfMissing(table, column)});

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/desks/moving_in/settled_cell.h"
+#include "host/desks/moving_in/settled_cells.h"
 #include "host/desks/moving_in/staged_table.h"
 #include "host/files/desktop_file/desktop_table.h"
 
@@ -28,7 +28,8 @@ struct MovedTable {
 struct LeftThing {
   std::string table;
   std::string column;    ///< "" of a whole table
-  std::size_t rows = 0;  ///< of a whole table
+  std::size_t rows = 0;  ///< of a whole table that stands in the file
+  bool isLink = false;   ///< a whole table, whose rows stand in another file
 };
 
 /// What a store has and the file has not.

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "host/desks/words.h"
+#include "host/files/csv_writer.h"
 #include "host/files/visible_text.h"
 
 namespace qorhost {
@@ -26,14 +27,20 @@ constexpr std::array kSections{
 };
 
 std::string MoreText(std::size_t count) {
-  return fmt::format("{} more, which are not listed", count);
+  return fmt::format("{} more, which the report alone lists", count);
 }
 
-void PrintSection(std::ostream& out, const MovingPlan& plan, const Section& section) {
+void PrintSection(std::ostream& out, const MovingPlan& plan, const Section& section,
+                  Extent extent) {
   if (plan.CountOf(section.settlement) == 0) return;
   out << '\n' << section.title << '\n';
+  const auto print = [&](const SettledCell& cell) { out << "  " << LineOf(cell) << '\n'; };
+  if (extent == Extent::kAll) {
+    plan.settled().Each(print, section.settlement);
+    return;
+  }
   for (const SettledCell& cell : plan.settled().named()) {
-    if (cell.settlement == section.settlement) out << "  " << LineOf(cell) << '\n';
+    if (cell.settlement == section.settlement) print(cell);
   }
   if (const std::size_t more = plan.settled().UnnamedOf(section.settlement); more > 0) {
     out << "  " << MoreText(more) << '\n';
@@ -70,6 +77,45 @@ void PrintNumbers(std::ostream& out, const MovingPlan& plan) {
   }
 }
 
+std::vector<TableColumn> OddColumns() {
+  return {{"Settlement", "settlement"}, {"Table", "table"},   {"Row", "row"},
+          {"Identity", "identity"},     {"Column", "column"}, {"Value", "value"},
+          {"Instead", "instead"},       {"Kind", "kind"},     {"Reason", "reason"}};
+}
+
+std::vector<Value> RowOf(const SettledCell& cell) {
+  return {std::string(WordFor(cell.settlement)),
+          cell.table,
+          CountCell(cell.row),
+          cell.identity,
+          cell.column,
+          cell.value,
+          cell.instead,
+          cell.kind,
+          cell.reason};
+}
+
+void AddMissingAndLeft(Table& table, const MovingPlan& plan) {
+  for (const MissingThing& thing : plan.missing()) {
+    const bool isTable = thing.column.empty();
+    AddRow(table, "missing", thing.table, thing.column,
+           isTable ? "missing-table" : "missing-column",
+           fmt::format("the file does not have {}: {}", isTable ? "this table" : "this column",
+                       thing.means));
+  }
+  for (const LeftThing& thing : plan.left()) {
+    if (thing.column.empty()) {
+      AddRow(table, "left", thing.table, "", "unknown-table",
+             thing.isLink ? "a store does not have this table: it is a link to another file"
+                          : fmt::format("a store does not have this table: {} left",
+                                        Counted(thing.rows, "row is", "rows are")));
+    } else {
+      AddRow(table, "left", thing.table, thing.column, "unknown-column",
+             "a store does not have this column");
+    }
+  }
+}
+
 }  // namespace
 
 std::string LineOf(const SettledCell& cell) {
@@ -78,15 +124,6 @@ std::string LineOf(const SettledCell& cell) {
   line += fmt::format(": {} {}", cell.column, cell.value);
   if (cell.settlement == Settlement::kAdjusted) line += fmt::format(" -> {}", cell.instead);
   return line + fmt::format(": {} [{}]", cell.reason, cell.kind);
-}
-
-std::string WhatIsNamed(const MovingPlan& plan) {
-  const bool isAll = std::all_of(kSections.begin(), kSections.end(), [&](const Section& section) {
-    return plan.settled().UnnamedOf(section.settlement) == 0;
-  });
-  return isAll
-             ? "all"
-             : fmt::format("the first {} of each and counts the others", SettledCells::kMostNamed);
 }
 
 NamedThings NamesOfMissing(const MovingPlan& plan) {
@@ -101,12 +138,26 @@ NamedThings NamesOfMissing(const MovingPlan& plan) {
   return names;
 }
 
+std::vector<MissingColumns> MissingColumnsByMeaning(const MovingPlan& plan) {
+  std::vector<MissingColumns> all;
+  for (const MissingThing& thing : plan.missing()) {
+    if (thing.column.empty()) continue;
+    auto same = std::find_if(all.begin(), all.end(), [&](const MissingColumns& columns) {
+      return columns.means == thing.means;
+    });
+    if (same == all.end()) same = all.insert(all.end(), {thing.means, {}});
+    same->names.push_back(fmt::format("{}.{}", thing.table, thing.column));
+  }
+  return all;
+}
+
 NamedThings NamesOfLeft(const MovingPlan& plan) {
   NamedThings names;
   for (const LeftThing& thing : plan.left()) {
     if (thing.column.empty()) {
-      names.tables.push_back(
-          fmt::format("{} ({})", thing.table, Counted(thing.rows, "row", "rows")));
+      names.tables.push_back(fmt::format(
+          "{} ({})", thing.table,
+          thing.isLink ? "a link to another file" : Counted(thing.rows, "row", "rows")));
     } else {
       names.columns.push_back(fmt::format("{}.{}", thing.table, thing.column));
     }
@@ -115,15 +166,8 @@ NamedThings NamesOfLeft(const MovingPlan& plan) {
 }
 
 Table SettledTable(const MovingPlan& plan) {
-  Table table;
-  table.columns = {{"Settlement", "settlement"}, {"Table", "table"},   {"Row", "row"},
-                   {"Identity", "identity"},     {"Column", "column"}, {"Value", "value"},
-                   {"Instead", "instead"},       {"Kind", "kind"},     {"Reason", "reason"}};
-  for (const SettledCell& cell : plan.settled().named()) {
-    table.rows.push_back({std::string(WordFor(cell.settlement)), cell.table, CountCell(cell.row),
-                          cell.identity, cell.column, cell.value, cell.instead, cell.kind,
-                          cell.reason});
-  }
+  Table table{OddColumns(), {}};
+  for (const SettledCell& cell : plan.settled().named()) table.rows.push_back(RowOf(cell));
   for (const Section& section : kSections) {
     if (const std::size_t more = plan.settled().UnnamedOf(section.settlement); more > 0) {
       AddRow(table, WordFor(section.settlement), "", "", "more", MoreText(more));
@@ -134,24 +178,16 @@ Table SettledTable(const MovingPlan& plan) {
 
 Table OddTable(const MovingPlan& plan) {
   Table table = SettledTable(plan);
-  for (const MissingThing& thing : plan.missing()) {
-    const bool isTable = thing.column.empty();
-    AddRow(table, "missing", thing.table, thing.column,
-           isTable ? "missing-table" : "missing-column",
-           fmt::format("the file does not have {}: {}", isTable ? "this table" : "this column",
-                       thing.means));
-  }
-  for (const LeftThing& thing : plan.left()) {
-    if (thing.column.empty()) {
-      AddRow(table, "left", thing.table, "", "unknown-table",
-             fmt::format("a store does not have this table: {} left",
-                         Counted(thing.rows, "row is", "rows are")));
-    } else {
-      AddRow(table, "left", thing.table, thing.column, "unknown-column",
-             "a store does not have this column");
-    }
-  }
+  AddMissingAndLeft(table, plan);
   return table;
+}
+
+void PrintOddCsv(std::ostream& out, const MovingPlan& plan) {
+  Table rest{OddColumns(), {}};
+  AddMissingAndLeft(rest, plan);
+  PrintCsvTitles(out, rest.columns);
+  plan.settled().Each([&](const SettledCell& cell) { PrintCsvRow(out, RowOf(cell)); });
+  for (const auto& row : rest.rows) PrintCsvRow(out, row);
 }
 
 Table MissingTable(const MovingPlan& plan) {
@@ -168,8 +204,9 @@ Table LeftTable(const MovingPlan& plan) {
   Table table;
   table.columns = {{"Table", "table"}, {"Column", "column"}, {"Rows", "rows"}};
   for (const LeftThing& thing : plan.left()) {
-    table.rows.push_back({thing.table, OrNull(thing.column),
-                          thing.column.empty() ? CountCell(thing.rows) : Value(Null{})});
+    table.rows.push_back(
+        {thing.table, OrNull(thing.column),
+         thing.column.empty() && !thing.isLink ? CountCell(thing.rows) : Value(Null{})});
   }
   return table;
 }
@@ -199,7 +236,8 @@ Table MovedTables(const MovingPlan& plan) {
   return table;
 }
 
-void PrintMovingReport(std::ostream& out, const MovingPlan& plan, std::string_view name) {
+void PrintMovingReport(std::ostream& out, const MovingPlan& plan, std::string_view name,
+                       Extent extent) {
   out << fmt::format("{}: {} to bring in, {} refused, {} adjusted, {} kept as odd\n\n",
                      VisibleText(name), Counted(plan.broughtInRows(), "row", "rows"),
                      Counted(plan.refusedRows(), "row", "rows"),
@@ -209,7 +247,7 @@ void PrintMovingReport(std::ostream& out, const MovingPlan& plan, std::string_vi
     out << sentence << "\n\n";
   }
   PrintNumbers(out, plan);
-  for (const Section& section : kSections) PrintSection(out, plan, section);
+  for (const Section& section : kSections) PrintSection(out, plan, section, extent);
   const NamedThings missing = NamesOfMissing(plan);
   PrintNames(out, "The file does not have these tables", missing.tables);
   PrintNames(out, "The file does not have these columns", missing.columns);

@@ -14,7 +14,7 @@
 
 #include "frame/text.h"
 #include "frame/value.h"
-#include "host/desks/moving_in/settled_cell.h"
+#include "host/desks/moving_in/settled_cells.h"
 #include "host/desks/moving_in/staged_table.h"
 
 namespace qorhost {

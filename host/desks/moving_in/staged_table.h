@@ -10,7 +10,7 @@
 
 #include "frame/value.h"
 #include "host/desks/moving_in/known_tables.h"
-#include "host/desks/moving_in/settled_cell.h"
+#include "host/desks/moving_in/settled_cells.h"
 #include "host/files/desktop_file/desktop_table.h"
 
 namespace qorhost {

@@ -1,4 +1,6 @@
 // What belongs to a unit beside its codes and tenants: doors, schedules, groups.
+#include <limits>
+
 #include "frame/schedules.h"
 #include "host/desks/moving_in/row_rules.h"
 
@@ -23,20 +25,53 @@ void SettleNumbers(RuleWork& work, std::string_view column, const Accept& accept
       work.Refuse(row, number, "duplicate-id", "a row before it has the number at the same unit");
       return;
     }
-    accept(key);
+    accept(row, key);
   });
+}
+
+/// By unit and number: the order in which screens, cards and schedules count doors.
+using DoorsInOrder = std::map<std::pair<std::int32_t, std::int32_t>, StagedRow*>;
+
+void CloseGaps(RuleWork& work, const DoorsInOrder& doors) {
+  const std::size_t number = work.At("DOORID");
+  std::map<std::int32_t, std::int32_t> counted;
+  for (const auto& [key, row] : doors) {
+    const std::int32_t place = ++counted[key.first];
+    if (place == key.second) continue;
+    work.Adjust(*row, number, place, "door-number",
+                "doors are numbered anew in their order, for the program counts them from 1");
+  }
+}
+
+void TellScheduleNumber(RuleWork& work, const StagedRow& row, std::int32_t number) {
+  const std::size_t place = work.At("ScheduleID");
+  if (number < 0) {
+    work.Keep(row, place, "number-range",
+              "schedules are numbered from 0 on: this one cannot be renamed or deleted");
+  } else if (number == std::numeric_limits<std::int32_t>::max()) {
+    work.Keep(row, place, "number-range",
+              "it is the last number there is: who adds a schedule has to name its number");
+  }
 }
 
 }  // namespace
 
 void SettleDoors(RuleWork& work, AcceptedRows& accepted) {
   RequireUnit(work, accepted);
-  SettleNumbers(work, "DOORID", [&](const auto& key) { ++accepted.units.at(key.first).doors; });
+  DoorsInOrder doors;
+  SettleNumbers(work, "DOORID", [&](StagedRow& row, const auto& key) {
+    ++accepted.units.at(key.first).doors;
+    doors.emplace(key, &row);
+  });
+  CloseGaps(work, doors);
 }
 
 void SettleSchedules(RuleWork& work, AcceptedRows& accepted) {
   RequireUnit(work, accepted);
-  SettleNumbers(work, "ScheduleID", [&](const auto& key) { accepted.schedules.insert(key); });
+  SettleNumbers(work, "ScheduleID", [&](const StagedRow& row, const auto& key) {
+    TellScheduleNumber(work, row, key.second);
+    accepted.schedules.insert(key);
+  });
   for (const auto& [unit, ignored] : accepted.units) {
     accepted.schedules.emplace(unit, qorcred::kNoAccess.id);
     accepted.schedules.emplace(unit, qorcred::kFullAccess.id);

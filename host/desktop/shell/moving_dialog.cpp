@@ -15,7 +15,6 @@
 #include "host/desktop/screens/fitted_table.h"
 #include "host/desktop/words/desk_words.h"
 #include "host/desktop/words/shown_word.h"
-#include "host/files/csv_writer.h"
 #include "host/files/whole_file.h"
 
 namespace qorhost {
@@ -222,7 +221,7 @@ void MovingDialog::SaveReport() {
     std::vector<std::filesystem::path> never = never_;
     never.push_back(order_.file);
     WriteWholeFile(std::filesystem::path(FromQt(file)), {Standing::kReplaced, std::move(never)},
-                   [this](std::ostream& out) { PrintCsv(out, OddTable(plan_)); });
+                   [this](std::ostream& out) { PrintOddCsv(out, plan_); });
   } catch (const std::exception& failure) {
     TellFailure(this, tr("The report is not saved."), Told(failure.what()));
   }

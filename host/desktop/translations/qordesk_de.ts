@@ -1990,6 +1990,18 @@
         <translation>eine frühere Zeile derselben Anlage hat die Nummer</translation>
     </message>
     <message>
+        <source>doors are numbered anew in their order, for the program counts them from 1</source>
+        <translation>Türen werden ihrer Reihenfolge nach neu nummeriert, denn das Programm zählt sie ab 1</translation>
+    </message>
+    <message>
+        <source>schedules are numbered from 0 on: this one cannot be renamed or deleted</source>
+        <translation>Zeitpläne haben Nummern ab 0: Dieser lässt sich weder umbenennen noch löschen</translation>
+    </message>
+    <message>
+        <source>it is the last number there is: who adds a schedule has to name its number</source>
+        <translation>es ist die letzte Nummer, die es gibt: Wer einen Zeitplan hinzufügt, muss seine Nummer nennen</translation>
+    </message>
+    <message>
         <source>the row belongs to no unit</source>
         <translation>die Zeile gehört zu keiner Anlage</translation>
     </message>
@@ -2234,8 +2246,8 @@
         <translation>sie folgt ihrem Mieter, dessen Nummer jetzt die RID ist</translation>
     </message>
     <message>
-        <source>%1 more, which are not listed</source>
-        <translation>%1 weitere, die nicht aufgeführt sind</translation>
+        <source>%1 more, which the report alone lists</source>
+        <translation>%1 weitere, die nur der Bericht aufführt</translation>
     </message>
     <message>
         <source>the file does not have this table: %1</source>
@@ -2244,6 +2256,10 @@
     <message>
         <source>the file does not have this column: %1</source>
         <translation>die Datei hat diese Spalte nicht: %1</translation>
+    </message>
+    <message>
+        <source>a store does not have this table: it is a link to another file</source>
+        <translation>ein Bestand hat diese Tabelle nicht: Sie ist eine Verknüpfung mit einer anderen Datei</translation>
     </message>
     <message>
         <source>a store does not have this table: %1 row is left</source>
@@ -2314,12 +2330,12 @@
         <translation>die eines Mieters ist seine RID</translation>
     </message>
     <message>
-        <source>it is No in every row</source>
-        <translation>sie ist in jeder Zeile Nein</translation>
+        <source>No in every row</source>
+        <translation>in jeder Zeile Nein</translation>
     </message>
     <message>
-        <source>it is empty in every row</source>
-        <translation>sie ist in jeder Zeile leer</translation>
+        <source>empty in every row</source>
+        <translation>in jeder Zeile leer</translation>
     </message>
     <message>
         <source>&apos;%1&apos; has only a link to the table &apos;%2&apos;, whose rows stand in another file: name that file</source>

@@ -46,6 +46,15 @@ inline constexpr DeskSentence kMovingSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "a row before it has the identity, to which nothing refers"), ""},
     {QT_TRANSLATE_NOOP("Desks", "it has no number"), ""},
     {QT_TRANSLATE_NOOP("Desks", "a row before it has the number at the same unit"), ""},
+    {QT_TRANSLATE_NOOP(
+         "Desks", "doors are numbered anew in their order, for the program counts them from 1"),
+     ""},
+    {QT_TRANSLATE_NOOP("Desks",
+                       "schedules are numbered from 0 on: this one cannot be renamed or deleted"),
+     ""},
+    {QT_TRANSLATE_NOOP(
+         "Desks", "it is the last number there is: who adds a schedule has to name its number"),
+     ""},
     {QT_TRANSLATE_NOOP("Desks", "the row belongs to no unit"), ""},
     {QT_TRANSLATE_NOOP("Desks", "there is no such unit"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the field has no name"), ""},
@@ -147,9 +156,11 @@ inline constexpr DeskSentence kMovingSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "the unit has no such tenant, or its row was refused"), ""},
     {QT_TRANSLATE_NOOP("Desks", "a row before it belongs to the tenant"), ""},
     {QT_TRANSLATE_NOOP("Desks", "it follows its tenant, whose id is the RID now"), ""},
-    {QT_TRANSLATE_NOOP("Desks", "%1 more, which are not listed"), ""},
+    {QT_TRANSLATE_NOOP("Desks", "%1 more, which the report alone lists"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the file does not have this table: %1"), "1"},
     {QT_TRANSLATE_NOOP("Desks", "the file does not have this column: %1"), "1"},
+    {QT_TRANSLATE_NOOP("Desks", "a store does not have this table: it is a link to another file"),
+     ""},
     {QT_TRANSLATE_NOOP("Desks", "a store does not have this table: %1 row is left"), ""},
     {QT_TRANSLATE_NOOP("Desks", "a store does not have this table: %1 rows are left"), ""},
     {QT_TRANSLATE_NOOP("Desks", "a store does not have this column"), ""},
@@ -171,8 +182,8 @@ inline constexpr DeskSentence kMovingSentences[] = {
     {QT_TRANSLATE_NOOP("Desks", "TenantID is taken for it"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the rows get numbers of their own"), ""},
     {QT_TRANSLATE_NOOP("Desks", "a tenant's is its RID"), ""},
-    {QT_TRANSLATE_NOOP("Desks", "it is No in every row"), ""},
-    {QT_TRANSLATE_NOOP("Desks", "it is empty in every row"), ""},
+    {QT_TRANSLATE_NOOP("Desks", "No in every row"), ""},
+    {QT_TRANSLATE_NOOP("Desks", "empty in every row"), ""},
 };
 
 /// Why a file is not read, or holds no building.

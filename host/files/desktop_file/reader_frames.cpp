@@ -119,12 +119,26 @@ class FrameReader {
                                  : DesktopCodePage{kUsualCodePage, true};
   }
 
+  /// What a row or a table takes, before it is taken.
+  void CountCells(std::string_view table, std::size_t columns) {
+    cells_ += columns + 1;
+    if (cells_ <= reading_.mostCells) return;
+    throw FileError(
+        FileProblem::kUnusable,
+        fmt::format(
+            "'{}' has more than the {} cells, empty ones among them, that are read of one "
+            "file: they end within its table '{}', which has {} columns. Delete rows or columns "
+            "that nobody needs any more in a copy, and name that",
+            file_, reading_.mostCells, table, columns));
+  }
+
   void ReadTable(PayloadReader& payload) {
     DesktopTable table;
     table.name = payload.Text();
     table.isLinked = payload.Byte() != 0;
     table.count = payload.Number();
     const std::uint32_t columns = payload.Number();
+    CountCells(table.name, columns);
     for (std::uint32_t at = 0; at < columns && payload.whole(); ++at) {
       DesktopColumn column;
       column.name = payload.Text();
@@ -139,6 +153,7 @@ class FrameReader {
   void ReadRow(PayloadReader& payload) {
     if (read_.tables.empty()) throw BrokenFrames();
     DesktopTable& table = read_.tables.back();
+    CountCells(table.name, table.columns.size());
     std::vector<DesktopCell> row;
     row.reserve(table.columns.size());
     for (const DesktopColumn& column : table.columns) {
@@ -244,6 +259,7 @@ class FrameReader {
   std::string_view rest_;
   std::string_view file_;
   const DesktopReading& reading_;
+  std::size_t cells_ = 0;
   DesktopFile read_;
 };
 

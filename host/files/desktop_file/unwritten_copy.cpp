@@ -5,12 +5,12 @@
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <vector>
 
+#include "host/files/desktop_file/nameless_file.h"
 #include "host/files/file_error.h"
 #include "host/files/file_kind.h"
 
@@ -83,44 +83,16 @@ void RequireSize(const Look& look, std::uintmax_t largest, const fs::path& file)
   }
 }
 
-/// A file for this process and the one that it starts, which has no name for others.
-Descriptor NamelessFile() {
-  std::error_code failed;
-  const fs::path folder = fs::temp_directory_path(failed);
-  std::string name = ((failed ? fs::path("/tmp") : folder) / "qorhost-reading-XXXXXX").string();
-  Descriptor made(mkostemp(name.data(), O_CLOEXEC));
-  if (made.number() < 0) {
-    throw FileError(FileProblem::kUnreachable,
-                    fmt::format("cannot make a copy to read in '{}': {}",
-                                fs::path(name).parent_path().string(), Reason()));
-  }
-  unlink(name.c_str());
-  return made;
-}
-
-void Append(int to, const char* bytes, std::size_t count, const fs::path& file) {
-  while (count > 0) {
-    const ssize_t written = write(to, bytes, count);
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) {
-      throw FileError(
-          FileProblem::kUnreachable,
-          fmt::format("cannot make a copy of '{}' to read: {}", file.string(), Reason()));
-    }
-    bytes += written;
-    count -= static_cast<std::size_t>(written);
-  }
-}
-
 /// To the end, but not for ever behind one who writes: what is longer than it was is refused.
 void CopyAll(int from, int to, const Look& before, const fs::path& file) {
+  const std::string purpose = fmt::format("make a copy of '{}' to read", file.string());
   std::vector<char> part(std::size_t{1} << 20);
   for (std::uintmax_t copied = 0; copied <= before.size;) {
     const ssize_t count = read(from, part.data(), part.size());
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) CannotRead(file, Reason());
     if (count == 0) return;
-    Append(to, part.data(), static_cast<std::size_t>(count), file);
+    AppendAll(to, {part.data(), static_cast<std::size_t>(count)}, purpose);
     copied += static_cast<std::uintmax_t>(count);
   }
 }
@@ -132,7 +104,7 @@ Descriptor UnwrittenCopy(const fs::path& file, std::uintmax_t largest,
   const Descriptor original = OpenToRead(file);
   const Look before(original.number());
   RequireSize(before, largest, file);
-  const Descriptor copy = NamelessFile();
+  const Descriptor copy = NamelessFile("make a copy to read");
   CopyAll(original.number(), copy.number(), before, file);
   if (copied) copied();
   if (!(Look(original.number()) == before) || Look(copy.number()).size != before.size) {

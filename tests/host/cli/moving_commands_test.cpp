@@ -78,8 +78,9 @@ TEST_F(MovingCommands, ABuildingWithBadRowsIsNotBroughtInUnlessTheyAreSkipped) {
   const Outcome brought = Bring("building-odd.mdb", {"--skip-bad-rows"});
   EXPECT_EQ(brought.status, 0) << brought.err;
   EXPECT_THAT(brought.out, AllOf(HasSubstr("52 rows left out, 23 cells adjusted, 34 kept as odd"),
-                                 HasSubstr("The file does not have these columns: DOORS.RID (the "
-                                           "rows get numbers of their own), TenantsBackup.RID "),
+                                 HasSubstr("The file does not have these columns: DOORS.RID, "
+                                           "TenantsBackup.RID (the rows get numbers of their "
+                                           "own).\n"),
                                  HasSubstr("7 faults that the file already had")));
   EXPECT_THAT(Run({"check"}).out, HasSubstr("7 rows"));
 }
@@ -221,8 +222,8 @@ TEST_F(MovingCommands, WhatTheFileLacksIsToldWithWhatThatMeans) {
   EXPECT_THAT(
       outcome.out,
       AllOf(HasSubstr("The file does not have these tables: DOORS (the units have no doors)"),
-            HasSubstr("The file does not have these columns: Tenants.DOORSCHEDULE1 (it is "
-                      "empty in every row).\n"),
+            HasSubstr("The file does not have these columns: Tenants.DOORSCHEDULE1 (empty in "
+                      "every row).\n"),
             HasSubstr("Foors (15 rows)"), HasSubstr("Tenants.FOORSCHEDULE1")));
   EXPECT_THAT(TextOf("odd.csv"),
               AllOf(HasSubstr("missing,DOORS,,,,,,missing-table,the file does not have this table"),
@@ -234,7 +235,7 @@ TEST_F(MovingCommands, WhatTheFileLacksIsToldWithWhatThatMeans) {
   EXPECT_EQ(told.at("missing"),
             json::parse(R"([{"table":"DOORS","column":null,"means":"the units have no doors"},
                             {"table":"Tenants","column":"DOORSCHEDULE1",
-                             "means":"it is empty in every row"}])"));
+                             "means":"empty in every row"}])"));
 }
 
 /// A hole of five terabytes: whoever copied it would be at it for hours.

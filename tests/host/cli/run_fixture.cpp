@@ -21,7 +21,7 @@ Outcome RunFixture::Run(std::vector<std::string> words, const std::string& input
   environment.readerIsGone = [this] { return readerIsGone_; };
   environment.store = storeOfEnvironment_;
   environment.unit = unitOfEnvironment_;
-  environment.desktopReader = QORHOST_DESKTOP_READER;
+  environment.desktopReader = desktopReader_.value_or(QORHOST_DESKTOP_READER);
   environment.clock = [] { return qorcred::FromCivil({2026, 1, 31, 14, 5, 9}); };
   std::istringstream in(input);
   std::ostringstream out;

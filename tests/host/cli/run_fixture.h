@@ -32,6 +32,7 @@ class RunFixture : public testing::Test {
 
   std::optional<std::string> storeOfEnvironment_;  // QORHOST_DB
   std::optional<std::string> unitOfEnvironment_;   // QORHOST_UNIT
+  std::optional<std::string> desktopReader_;       // in the place of the one that was built
   bool outputIsTerminal_ = false;
   bool outputFails_ = false;  // as on a full disk
   bool readerIsGone_ = false;

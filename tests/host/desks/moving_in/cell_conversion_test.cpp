@@ -109,7 +109,18 @@ const ConversionCase kCases[] = {
     {"BeforeZeroToDate", DesktopDate{-1.25}, kDate, "1899-12-29 06:00:00"},
     {"ZeroDayToDate", DesktopDate{86399 / 86400.0}, kDate, "1899-12-30 23:59:59"},
     {"FirstDate", DesktopDate{-657434}, kDate, "0100-01-01 00:00:00"},
+    {"FirstDayToDate", DesktopDate{-657434.5}, kDate, "0100-01-01 12:00:00"},
+    {"EndOfFirstDayToDate", DesktopDate{-657434 - 86399 / 86400.0}, kDate, "0100-01-01 23:59:59"},
+    {"EndlessToDate", DesktopDate{-kEndless}, kDate, Null{}, kRefused, "date-range"},
     {"LastDate", DesktopDate{2958465 + 86399 / 86400.0}, kDate, "9999-12-31 23:59:59"},
+    {"LastSecondToDate", DesktopDate{2958465 + 86399.3 / 86400}, kDate, "9999-12-31 23:59:59",
+     kAdjusted, "seconds"},
+    {"LastTenthToDate", DesktopDate{2958465 + 86399.95 / 86400}, kDate, "9999-12-31 23:59:59",
+     kAdjusted, "seconds"},
+    {"LastMomentToDate", DesktopDate{std::nextafter(2958466.0, 0.0)}, kDate, "9999-12-31 23:59:59",
+     kAdjusted, "seconds"},
+    {"LastMomentToText", DesktopDate{std::nextafter(2958466.0, 0.0)}, kText, "9999-12-31 23:59:59",
+     kAdjusted, "other-type"},
     {"BeforeTheFirstDate", DesktopDate{-657435}, kDate, Null{}, kRefused, "date-range"},
     {"BehindTheLastDate", DesktopDate{2958466}, kDate, Null{}, kRefused, "date-range"},
     {"NoDate", DesktopDate{std::nan("")}, kDate, Null{}, kRefused, "date-range"},
@@ -172,6 +183,8 @@ TEST(ShownCells, StandOnOneLineAndAreCut) {
   EXPECT_EQ(ShownCell(DesktopDate{45356 + 52259.6 / 86400}), "2024-03-05 14:30:59.600");
   EXPECT_EQ(ShownCell(DesktopDate{-1.25}), "1899-12-29 06:00:00");
   EXPECT_EQ(ShownCell(DesktopDate{1e9}), "day 1000000000");
+  EXPECT_EQ(ShownCell(DesktopDate{2958465 + 86399.95 / 86400}), "9999-12-31 23:59:59.950");
+  EXPECT_EQ(ShownCell(DesktopDate{std::nextafter(2958466.0, 0.0)}), "9999-12-31 23:59:59");
   EXPECT_EQ(ShownCell(DesktopBytes{"abc"}), "3 bytes");
   EXPECT_EQ(ShownCell(true), "Yes");
 }

@@ -8,6 +8,7 @@
 
 #include "frame/runtime_error.h"
 #include "host/desks/desk_error.h"
+#include "tests/host/desks/moving_in/made_tables.h"
 #include "tests/host/desks/moving_in/moved_fixture.h"
 
 namespace qorhost::test {
@@ -121,7 +122,7 @@ TEST_F(WholeBuildings, WhatAFileLacksIsEmptyInTheStore) {
         "some.mdb");
   std::size_t compared = 0;
   for (const MissingThing& missing : plan_->missing()) {
-    if (missing.means != "it is empty in every row") continue;
+    if (missing.means != "empty in every row") continue;
     EXPECT_THAT(Rows(fmt::format("SELECT {} FROM {}", missing.column, missing.table)),
                 ElementsAre(json::array({nullptr})))
         << missing.table << "." << missing.column;

@@ -9,6 +9,7 @@
 
 #include "host/desks/credential_report.h"
 #include "host/desks/dir_code_report.h"
+#include "tests/host/desks/moving_in/made_tables.h"
 #include "tests/host/desks/moving_in/moved_fixture.h"
 
 namespace qorhost::test {

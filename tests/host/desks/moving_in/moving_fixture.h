@@ -4,28 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <optional>
-#include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "host/desks/moving_in/moving_in.h"
 #include "tests/host/files/desktop_file/expected_values.h"
 
 namespace qorhost::test {
-
-/// A table as the reader of a file would tell it, put together by a test.
-inline DesktopTable TableOf(std::string name, std::vector<std::string> columns,
-                            std::vector<std::vector<DesktopCell>> rows) {
-  DesktopTable table;
-  table.name = std::move(name);
-  for (std::string& column : columns) {
-    table.columns.push_back({std::move(column), DesktopType::kLong, false, 4});
-  }
-  table.rows = std::move(rows);
-  table.count = table.rows.size();
-  return table;
-}
 
 class MovingFixture : public testing::Test {
  protected:

@@ -205,7 +205,7 @@ TEST_F(OddRows, AUnitThatIsNotThereIsRefusedWithThoseThatAre) {
 
 TEST_F(OddRows, TheReportNamesTableRowColumnValueAndReason) {
   std::ostringstream report;
-  PrintMovingReport(report, PlanOfOdd(), "building-odd.mdb");
+  PrintMovingReport(report, PlanOfOdd(), "building-odd.mdb", Extent::kAll);
   EXPECT_THAT(
       report.str(),
       AllOf(HasSubstr("113 rows to bring in, 52 rows refused, 23 cells adjusted"),
