@@ -2613,6 +2613,10 @@
         <source>The statement failed: %1 (the connection to the server was lost: nothing was stored; try again)</source>
         <translation>Die Anweisung ist fehlgeschlagen: %1 (die Verbindung zum Server ging verloren: es wurde nichts gespeichert; noch einmal versuchen)</translation>
     </message>
+    <message>
+        <source>the server ended it before it was done: try again, or ask its administrator how long a statement may work</source>
+        <translation>der Server hat es beendet, bevor es getan war: noch einmal versuchen, oder seinen Administrator fragen, wie lange eine Anweisung arbeiten darf</translation>
+    </message>
 </context>
 <context>
     <name>DirCodePage</name>

@@ -99,6 +99,10 @@ inline constexpr DeskSentence kServerSentences[] = {
      ""},
     {QT_TRANSLATE_NOOP("Desks", "the server cannot read or write its disk: tell its administrator"),
      ""},
+    {QT_TRANSLATE_NOOP("Desks",
+                       "the server ended it before it was done: try again, or ask its "
+                       "administrator how long a statement may work"),
+     ""},
     {QT_TRANSLATE_NOOP("Desks", "there is no such database on the server: check its name"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the database is damaged: tell the server's administrator"), ""},
     {QT_TRANSLATE_NOOP("Desks", "the server has not enough memory: tell its administrator"), ""},
