@@ -2617,6 +2617,10 @@
         <source>the server ended it before it was done: try again, or ask its administrator how long a statement may work</source>
         <translation>der Server hat es beendet, bevor es getan war: noch einmal versuchen, oder seinen Administrator fragen, wie lange eine Anweisung arbeiten darf</translation>
     </message>
+    <message>
+        <source>The store &apos;%1&apos; was brought up to date by a newer version of this program while it was open: nothing was stored; use that version</source>
+        <translation>Der Bestand „%1“ wurde von einer neueren Version dieses Programms auf den neuen Stand gebracht, während er offen war: es wurde nichts gespeichert; jene Version verwenden</translation>
+    </message>
 </context>
 <context>
     <name>DirCodePage</name>

@@ -58,6 +58,10 @@ inline constexpr DeskSentence kServerSentences[] = {
      ""},
     {QT_TRANSLATE_NOOP("Desks", "The store '%1' cannot be opened: %2 (%3)"), "3"},
     {QT_TRANSLATE_NOOP("Desks", "The store '%1' cannot be opened: %2"), ""},
+    {QT_TRANSLATE_NOOP("Desks",
+                       "The store '%1' was brought up to date by a newer version of this program "
+                       "while it was open: nothing was stored; use that version"),
+     ""},
     {QT_TRANSLATE_NOOP("Desks", "There is no store in '%1': create it first"), ""},
     {QT_TRANSLATE_NOOP("Desks",
                        "'%1' is in a form that no version of this program has written (schema "

@@ -36,7 +36,6 @@ using postgres::test::ServerFault;
 using postgres::test::ServerFaults;
 using postgres::test::TestServer;
 using testing::AllOf;
-using testing::AnyOf;
 using testing::Each;
 using testing::HasSubstr;
 using testing::IsEmpty;
