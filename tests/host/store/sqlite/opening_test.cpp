@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "frame/date.h"
 #include "host/store/sql_session.h"
 #include "host/store/sqlite/engine_error.h"
 #include "host/store/sqlite/schema.h"
@@ -58,7 +59,9 @@ TEST_F(OpeningTest, CreatesAStoreThatOpensAgain) {
 /// A program that has had it open since before a newer one brought it up to date.
 TEST_F(OpeningTest, AStoreOfALaterSchemaIsNotWrittenByThoseWhoHadItOpen) {
   Store store(OpenDatabase(File(), OpenMode::kCreate));
-  const auto session = store.StartSession([] { return qorcred::Date(0); });
+  const auto session = store.StartSession([] {
+    return qorcred::FromCivil({2026, 1, 31, 12, 0, 0});
+  });
   session->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
   OpenDatabase(File(), OpenMode::kReadWrite)
       .Run(fmt::format("PRAGMA user_version={}", SchemaVersion() + 1));
