@@ -2493,6 +2493,150 @@
         <source>&apos;%1&apos; has its texts in Unicode: name no code page, which would change nothing</source>
         <translation>„%1“ hat ihre Texte in Unicode: keine Codepage nennen, sie würde nichts ändern</translation>
     </message>
+    <message>
+        <source>The server tells of a changed row in other words than the store&apos;s own: nothing was stored; ask its administrator who has altered the store&apos;s triggers</source>
+        <translation>Der Server meldet eine geänderte Zeile mit anderen Worten als denen des Bestands: es wurde nichts gespeichert; seinen Administrator fragen, wer die Trigger des Bestands geändert hat</translation>
+    </message>
+    <message>
+        <source>The changes could not be written down for the audit: nothing was stored</source>
+        <translation>Die Änderungen konnten für den Verlauf nicht festgehalten werden: es wurde nichts gespeichert</translation>
+    </message>
+    <message>
+        <source>The connection to the server was lost while it was to store: nothing was stored; try again</source>
+        <translation>Die Verbindung zum Server ging verloren, als er speichern sollte: es wurde nichts gespeichert; noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>The transaction had failed before its end: nothing was stored</source>
+        <translation>Die Transaktion war vor ihrem Ende gescheitert: es wurde nichts gespeichert</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos;: its server does not answer, and was not waited for any longer</source>
+        <translation>Der Bestand „%1“: sein Server antwortet nicht, und es wurde nicht länger auf ihn gewartet</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos;: another program is writing to the store: nothing was changed; let it finish, then try again</source>
+        <translation>Der Bestand „%1“: ein anderes Programm schreibt in den Bestand: es wurde nichts geändert; es beenden lassen und noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; cannot be opened: its server is older than PostgreSQL 15</source>
+        <translation>Der Bestand „%1“ kann nicht geöffnet werden: sein Server ist älter als PostgreSQL 15</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; cannot be opened: the database keeps its texts in another encoding than UTF-8: create it with ENCODING &apos;UTF8&apos;</source>
+        <translation>Der Bestand „%1“ kann nicht geöffnet werden: die Datenbank hält ihre Texte in einer anderen Kodierung als UTF-8: sie mit ENCODING &apos;UTF8&apos; anlegen</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; cannot be opened: permission denied for schema qorhost, which belongs to &apos;%2&apos; (no role of operators has rights on it: let the owner name one with &apos;init --rights-only --operators ROLE&apos;)</source>
+        <translation>Der Bestand „%1“ kann nicht geöffnet werden: kein Recht am Schema qorhost, das „%2“ gehört (keine Rolle für Bediener hat Rechte daran: den Eigentümer eine nennen lassen, mit „init --rights-only --operators ROLLE“)</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; cannot be opened: permission denied for schema qorhost, which belongs to &apos;%2&apos; (ask the server&apos;s administrator for %3)</source>
+        <translation>Der Bestand „%1“ kann nicht geöffnet werden: kein Recht am Schema qorhost, das „%2“ gehört (den Administrator des Servers bitten um %3)</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; is of an earlier version of this program, and is brought up to date by its owner: let a member of the role &apos;%2&apos; open it once</source>
+        <translation>Der Bestand „%1“ ist von einer früheren Version dieses Programms, und sein Eigentümer bringt ihn auf den neuen Stand: ein Mitglied der Rolle „%2“ ihn einmal öffnen lassen</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; cannot be opened: %2 (%3)</source>
+        <translation>Der Bestand „%1“ kann nicht geöffnet werden: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; cannot be opened: %2</source>
+        <translation>Der Bestand „%1“ kann nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>There is no store in &apos;%1&apos;: create it first</source>
+        <translation>In „%1“ gibt es keinen Bestand: ihn zuerst anlegen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is in a form that no version of this program has written (schema %2)</source>
+        <translation>„%1“ hat eine Form, die keine Version dieses Programms geschrieben hat (Schema %2)</translation>
+    </message>
+    <message>
+        <source>The store&apos;s name cannot be read: write postgresql://HOST/DATABASE, or service=NAME</source>
+        <translation>Der Name des Bestands ist nicht zu lesen: postgresql://RECHNER/DATENBANK schreiben, oder service=NAME</translation>
+    </message>
+    <message>
+        <source>The store&apos;s name holds a password, which other programs of the machine could read: leave it out and put it into the file ~/.pgpass, or PGPASSWORD into the environment</source>
+        <translation>Der Name des Bestands enthält ein Passwort, das andere Programme des Rechners lesen könnten: es weglassen und in die Datei ~/.pgpass schreiben, oder PGPASSWORD in die Umgebung</translation>
+    </message>
+    <message>
+        <source>Stores on a server need %1 (Debian: libpq5), which cannot be loaded</source>
+        <translation>Bestände auf einem Server brauchen %1 (Debian: libpq5), und das kann nicht geladen werden</translation>
+    </message>
+    <message>
+        <source>The statement failed: it worked for too long and was ended (%1)</source>
+        <translation>Die Anweisung ist fehlgeschlagen: sie hat zu lange gearbeitet und wurde beendet (%1)</translation>
+    </message>
+    <message>
+        <source>the server cannot be reached: check its address, the network and whether it runs</source>
+        <translation>der Server ist nicht zu erreichen: seine Adresse und das Netz prüfen, und ob er läuft</translation>
+    </message>
+    <message>
+        <source>it may be starting: try again</source>
+        <translation>vielleicht startet er gerade: noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>put it into the file ~/.pgpass, which nobody else may read, as HOST:PORT:DATABASE:USER:PASSWORD, or PGPASSWORD into the environment</source>
+        <translation>es in die Datei ~/.pgpass schreiben, die niemand sonst lesen darf, als RECHNER:PORT:DATENBANK:BENUTZER:PASSWORT, oder PGPASSWORD in die Umgebung</translation>
+    </message>
+    <message>
+        <source>the server does not let this user do it: ask its administrator</source>
+        <translation>der Server lässt das diesen Benutzer nicht tun: seinen Administrator fragen</translation>
+    </message>
+    <message>
+        <source>the server, or this connection, takes no changes: ask its administrator</source>
+        <translation>der Server, oder diese Verbindung, nimmt keine Änderungen an: seinen Administrator fragen</translation>
+    </message>
+    <message>
+        <source>the server&apos;s disk is full: its administrator has to make room</source>
+        <translation>der Datenträger des Servers ist voll: sein Administrator muss Platz schaffen</translation>
+    </message>
+    <message>
+        <source>the server cannot read or write its disk: tell its administrator</source>
+        <translation>der Server kann seinen Datenträger nicht lesen oder nicht beschreiben: es seinem Administrator sagen</translation>
+    </message>
+    <message>
+        <source>there is no such database on the server: check its name</source>
+        <translation>auf dem Server gibt es keine solche Datenbank: ihren Namen prüfen</translation>
+    </message>
+    <message>
+        <source>the database is damaged: tell the server&apos;s administrator</source>
+        <translation>die Datenbank ist beschädigt: es dem Administrator des Servers sagen</translation>
+    </message>
+    <message>
+        <source>the server has not enough memory: tell its administrator</source>
+        <translation>der Server hat nicht genug Speicher: es seinem Administrator sagen</translation>
+    </message>
+    <message>
+        <source>the statement or one of its values is too long: use a shorter one</source>
+        <translation>die Anweisung oder einer ihrer Werte ist zu lang: kürzer fassen</translation>
+    </message>
+    <message>
+        <source>the row belongs to a unit that does not exist, or is a unit that other rows belong to</source>
+        <translation>die Zeile gehört zu einer Anlage, die es nicht gibt, oder ist eine Anlage, zu der andere Zeilen gehören</translation>
+    </message>
+    <message>
+        <source>The connection to the server was lost while it was to store: %1</source>
+        <translation>Die Verbindung zum Server ging verloren, als er speichern sollte: %1</translation>
+    </message>
+    <message>
+        <source>it is not known whether it was stored: look at the history (qorhost history list) before you do it again</source>
+        <translation>ob gespeichert wurde, ist nicht bekannt: im Verlauf nachsehen (qorhost history list), bevor es noch einmal getan wird</translation>
+    </message>
+    <message>
+        <source>The statement failed: %1 (the connection to the server was lost: nothing was stored; try again)</source>
+        <translation>Die Anweisung ist fehlgeschlagen: %1 (die Verbindung zum Server ging verloren: es wurde nichts gespeichert; noch einmal versuchen)</translation>
+    </message>
+    <message>
+        <source>the server ended it before it was done: try again, or ask its administrator how long a statement may work</source>
+        <translation>der Server hat es beendet, bevor es getan war: noch einmal versuchen, oder seinen Administrator fragen, wie lange eine Anweisung arbeiten darf</translation>
+    </message>
+    <message>
+        <source>The store &apos;%1&apos; was brought up to date by a newer version of this program while it was open: nothing was stored; use that version</source>
+        <translation>Der Bestand „%1“ wurde von einer neueren Version dieses Programms auf den neuen Stand gebracht, während er offen war: es wurde nichts gespeichert; jene Version verwenden</translation>
+    </message>
 </context>
 <context>
     <name>DirCodePage</name>

@@ -8,6 +8,7 @@
 #include "host/desktop/words/entry_sentences.h"
 #include "host/desktop/words/import_sentences.h"
 #include "host/desktop/words/moving_sentences.h"
+#include "host/desktop/words/server_sentences.h"
 #include "host/desktop/words/store_sentences.h"
 #include "host/desktop/words/unit_sentences.h"
 
@@ -22,8 +23,8 @@ inline constexpr DeskSentence kWideSentences[] = {
 };
 
 /// Each is tried in turn: one that another one would take in, too, stands before it.
-inline constexpr std::array<std::span<const DeskSentence>, 9> kDeskSentences{
-    kEntrySentences,  kStoreSentences,     kImportSentences, kUnitSentences, kBuildingSentences,
-    kMovingSentences, kMovedFileSentences, kWideSentences,   kUserSentences};
+inline constexpr std::array<std::span<const DeskSentence>, 10> kDeskSentences{
+    kEntrySentences,    kServerSentences, kStoreSentences,     kImportSentences, kUnitSentences,
+    kBuildingSentences, kMovingSentences, kMovedFileSentences, kWideSentences,   kUserSentences};
 
 }  // namespace qorhost

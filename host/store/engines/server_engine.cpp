@@ -9,9 +9,8 @@ namespace qorhost {
 
 std::unique_ptr<Store> OpenServerStore(const std::string& name, OpenMode mode,
                                        const Patience& patience) {
-  return std::make_unique<postgres::Store>(
-      postgres::OpenServerStore(name, mode, {}, patience.working), patience,
-      mode == OpenMode::kReadOnly);
+  return std::make_unique<postgres::Store>(postgres::OpenServerStore(name, mode, {}, patience),
+                                           patience, mode == OpenMode::kReadOnly);
 }
 
 void RequireDistributingServer(const std::string& name) {

@@ -80,7 +80,9 @@ class Connection {
 
   /// Runs a statement with the values of its parameters. Inside a transaction a `guarded` one that
   /// the server refuses leaves the transaction as it was, by a savepoint that costs no waiting for
-  /// answers of its own; otherwise the transaction is lost. With `take` the rows are handed over
+  /// answers of its own; otherwise the transaction is lost. It is lost, and at once undone, also
+  /// when a change meets others, a full or failing disk, too little memory or its end: then
+  /// nothing runs until UndoWhatIsOpen(). With `take` the rows are handed over
   /// one by one and the result has none; what it raises ends the statement. Outside of a
   /// transaction it must only read: when the connection is lost before the first row it runs on a
   /// new one. The watch may end it: then StoreFault::kTooMuchWork is raised.
@@ -120,6 +122,8 @@ class Connection {
   using Handle = std::unique_ptr<pg_conn, Finish>;
 
   static constexpr const char* kFailed = "The statement failed";
+  static constexpr const char* kGivenUp =
+      "The transaction had failed before its end: nothing was stored";
   // Between two tries to reach a server.
   static constexpr std::chrono::milliseconds kShortestPause{20};
   static constexpr std::chrono::milliseconds kLongestPause{500};
@@ -131,6 +135,7 @@ class Connection {
   void MendPassword() const;
   void Reopen();
   void UndoBy(const std::string& sql) noexcept;
+  void UndoBehind(bool guarded, bool endsAll) noexcept;
   [[nodiscard]] bool Pause(std::chrono::milliseconds pause) const;
   [[nodiscard]] bool MayGoOn(std::chrono::milliseconds pause) const noexcept;
   void RequireServer();
@@ -166,6 +171,7 @@ class Connection {
   std::vector<Step> later_;       // goes with what runs next
   std::int64_t lockTimeout_ = 0;  // as the server has it; 0: its own
   bool begun_ = false;            // a transaction, which may be lost by now
+  bool givenUp_ = false;          // what was begun, until whoever began it has heard of that
   bool isWhole_ = false;          // it holds all others
   bool hasPart_ = false;          // and one of them is open
 };

@@ -4,6 +4,7 @@
 #include <libpq-fe.h>
 
 #include <algorithm>
+#include <array>
 #include <exception>
 #include <utility>
 
@@ -16,6 +17,14 @@ namespace {
 
 // A statement that is done at once is done, whoever has given up: the end of a transaction is one.
 constexpr std::chrono::seconds kAtOnce(2);
+
+/// Whether nothing of a transaction is kept whose write has failed so: not the row is at fault, and
+/// what comes behind it would leave half of the work. A file gives up likewise.
+bool EndsAll(const StoreError& failure) {
+  constexpr std::array kEnds{StoreFault::kBusy,     StoreFault::kFull,    StoreFault::kDisk,
+                             StoreFault::kNoMemory, StoreFault::kDamaged, StoreFault::kTooMuchWork};
+  return std::find(kEnds.begin(), kEnds.end(), failure.fault()) != kEnds.end();
+}
 
 std::int64_t LockTimeoutOf(const Patience& patience) {
   return std::max<std::int64_t>(patience.limit.count(), 1);  // 0 would have no end
@@ -141,6 +150,9 @@ Result Connection::Run(PreparedText& statement, std::span<const Sent> values, bo
 
 Result Connection::RunOnce(PreparedText& statement, std::span<const Sent> values, bool guarded,
                            const TakeRow& take, const Watch& watch) {
+  if (givenUp_) {
+    throw StoreError(kGivenUp);
+  }
   SentTexts sent(values);
   std::vector<Step> steps = std::exchange(later_, {});
   if (guarded) {
@@ -157,13 +169,25 @@ Result Connection::RunOnce(PreparedText& statement, std::span<const Sent> values
   const Failure failure = RunSteps(steps, watch);
   try {
     RequireDone(failure, steps[own].answer);
+  } catch (const StoreError& refusal) {
+    const bool isRead = statement.sql.starts_with("SELECT");
+    UndoBehind(guarded, begun_ && !isRead && EndsAll(refusal));
+    throw;
   } catch (...) {
-    if (guarded) {
-      UndoBackTo("statement");
-    }
+    UndoBehind(guarded, false);
     throw;
   }
   return std::move(steps[own].answer);
+}
+
+/// A statement that has failed: alone where it was guarded, or with all of the transaction.
+void Connection::UndoBehind(bool guarded, bool endsAll) noexcept {
+  if (endsAll) {
+    UndoWhatIsOpen();
+    givenUp_ = true;
+  } else if (guarded) {
+    UndoBackTo("statement");
+  }
 }
 
 /// Waiting for locks ends as the patience says, from here on, on this connection.

@@ -91,6 +91,9 @@ void Connection::KeepWhole(const Witness& witness) {
 }
 
 void Connection::Commit(const Witness& witness) {
+  if (givenUp_) {
+    throw StoreError(kGivenUp);
+  }
   if (isWhole_) {
     RunAll("RELEASE SAVEPOINT whole_part");
     hasPart_ = false;
@@ -110,7 +113,7 @@ void Connection::Commit(const Witness& witness) {
     begun_ = false;
     // The server ends a transaction that has failed as it should, but tells what it has done.
     if (commit.answer.done() != "COMMIT") {
-      throw StoreError("The transaction had failed before its end: nothing was stored");
+      throw StoreError(kGivenUp);
     }
     return;
   }
@@ -192,6 +195,7 @@ Connection::Fate Connection::LookAtFate(const Witness& witness, int backend) {
 
 void Connection::UndoWhatIsOpen() noexcept {
   later_.clear();
+  givenUp_ = false;
   if (isWhole_) {
     UndoBackTo("whole_part");
     hasPart_ = false;

@@ -69,6 +69,9 @@ std::string_view AdviceAbout(StoreFault fault) {
       return "there is no such database on the server: check its name";
     case StoreFault::kDamaged:
       return "the database is damaged: tell the server's administrator";
+    case StoreFault::kTooMuchWork:
+      return "the server ended it before it was done: try again, or ask its administrator how long "
+             "a statement may work";
     case StoreFault::kNoMemory:
       return "the server has not enough memory: tell its administrator";
     default:

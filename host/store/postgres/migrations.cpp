@@ -36,16 +36,21 @@ void MakeTables(Connection& connection, const StoreForm& form) {
                                 form.steps.back().version));
 }
 
-void BringUpToDate(Connection& connection, std::span<const Migration> steps) {
+void BringUpToDate(Connection& connection, std::span<const Migration> steps,
+                   const Patience& patience) {
   InOneTransaction(connection, kStoreSchema, [&] {
-    LockMaking(connection);
+    LockMaking(connection, patience);
     connection.RunAll("SET LOCAL search_path = qorhost");
     const int version = VersionOf(connection).value_or(0);
     const GrantedRights rights = RightsOn(connection);
     ActAsOwner(connection, rights);
+    if (version < steps.back().version) {
+      (void)LockStore(connection, patience);  // whoever is writing comes to an end before
+    }
     for (const Migration& step : steps) {
       if (step.version > version) {
-        connection.RunAll(fmt::format("{};{}", step.sql, step.links));
+        // Its tables may be read meanwhile.
+        (void)connection.RunWaiting(fmt::format("{};{}", step.sql, step.links), patience);
       }
     }
     connection.RunAll(fmt::format(R"(UPDATE "StoreSchema" SET "Version"={0} WHERE "Version"<{0})",

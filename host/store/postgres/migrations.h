@@ -31,6 +31,7 @@ void MakeTables(Connection& connection, const StoreForm& form);
 /// Takes a store through the steps behind its version, in one transaction; another program may be
 /// doing the same meanwhile. What it makes belongs to the store's owner, and operators keep their
 /// rights. Raises StoreError, and the store is as it was.
-void BringUpToDate(Connection& connection, std::span<const Migration> steps);
+void BringUpToDate(Connection& connection, std::span<const Migration> steps,
+                   const Patience& patience);
 
 }  // namespace qorhost::postgres

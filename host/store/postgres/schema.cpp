@@ -36,10 +36,10 @@ void RequireVersion(const Connection& connection, std::optional<int> version, in
   }
 }
 
-void MakeStoreWhereNoneIs(Connection& connection, const StoreForm& form) {
+void MakeStoreWhereNoneIs(Connection& connection, const StoreForm& form, const Patience& patience) {
   RequireSpreading(connection, form.spread);
   InOneTransaction(connection, kStoreSchema, [&] {
-    LockMaking(connection);
+    LockMaking(connection, patience);
     if (!VersionOf(connection)) {
       MakeEmptyStore(connection, form);
     }
@@ -67,6 +67,15 @@ std::optional<int> VersionOf(Connection& connection) {
   }
   const Result version = connection.Run(R"(SELECT "Version" FROM qorhost."StoreSchema")");
   return static_cast<int>(version.rows() == 0 ? 0 : version.Number(0, 0));
+}
+
+void RequireSameVersion(const Connection& connection, bool isNewerByNow) {
+  if (isNewerByNow) {
+    throw StoreError(
+        fmt::format("The store '{}' was brought up to date by a newer version of this program "
+                    "while it was open: nothing was stored; use that version",
+                    connection.name()));
+  }
 }
 
 void RequireRightToMake(Connection& connection) {
@@ -98,25 +107,25 @@ void MakeEmptyStore(Connection& connection, const StoreForm& form) {
 }
 
 Connection OpenServerStore(const std::string& name, OpenMode mode, const StoreForm& form,
-                           Connection::GoesOn goesOn) {
-  Connection connection(name, std::move(goesOn));
+                           const Patience& patience) {
+  Connection connection(name, patience.working);
   const int latest = form.steps.back().version;
   std::string role;
   std::optional<int> version = VersionToOpen(connection, role);
   if (!version && mode == OpenMode::kCreate) {
-    MakeStoreWhereNoneIs(connection, form);
+    MakeStoreWhereNoneIs(connection, form, patience);
     version = VersionOf(connection);
   }
   RequireVersion(connection, version, latest);
   if (*version < latest) {
-    BringUpToDate(connection, form.steps);
+    BringUpToDate(connection, form.steps, patience);
   }
   connection.Prepare([mode, latest, role](Connection& opened) {
     if (!role.empty()) {
       ActAs(opened, role);
     }
     RequireVersion(opened, VersionOf(opened), latest);
-    opened.RunAll("SET search_path = qorhost");
+    opened.RunAll(fmt::format("SET search_path = qorhost; SET qorhost.version = '{}'", latest));
     if (mode == OpenMode::kReadOnly) {
       opened.RunAll("SET default_transaction_read_only = on");
     }

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "host/store/postgres/schema.h"
+
 namespace qorhost::postgres {
 
 Connection::Witness WitnessIn(Connection& connection, std::string_view table) {
@@ -26,8 +28,12 @@ void InOneTransaction(Connection& connection, std::string_view table,
 }
 
 std::string LockStore(Connection& connection, const Patience& patience) {
-  const Result number = connection.RunWaiting(
-      "LOCK TABLE \"UnitVersions\" IN EXCLUSIVE MODE; SELECT pg_current_xact_id()", patience);
+  const Result number =
+      connection.RunWaiting(fmt::format(R"(LOCK TABLE "UnitVersions" IN EXCLUSIVE MODE; )"
+                                        "SELECT pg_current_xact_id(), ({})::int4",
+                                        kIsNewerByNow),
+                            patience);
+  RequireSameVersion(connection, number.Number(0, 1) != 0);
   return std::string(number.Text(0, 0));
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/store/postgres/schema.h"
 #include "host/store/postgres/session.h"
 
 namespace qorhost::postgres {
@@ -19,11 +20,18 @@ constexpr const char* kRandomMark =
 // What an operation on one unit needs when it begins to write: the unit's row locked, and behind
 // the lock the number of the entry to come and the hash of the last one. Who has waited for the
 // lock gets no hash: the statement does not see the entry that was added meanwhile.
-constexpr const char* kLockUnit =
+constexpr const char* kLockUnitBegin =
     R"(WITH "Locked" AS MATERIALIZED (SELECT "Entry", "Mark" FROM "UnitVersions" )"
     R"(WHERE "UnitKey"=$1::int4 FOR UPDATE) SELECT pg_current_xact_id(), "Entry", "Mark", )"
     R"(nextval('"AuditNumbers"'), session_user, (SELECT "Hash" FROM "AuditEntries" )"
-    R"(WHERE "HomeUnit"=$1::int4 AND "RID"="Locked"."Entry") FROM "Locked")";
+    R"(WHERE "HomeUnit"=$1::int4 AND "RID"="Locked"."Entry"), ()";
+constexpr const char* kLockUnitEnd = R"()::int4 FROM "Locked")";
+
+const std::string& LockUnitText() {
+  static const std::string text =
+      std::string(kLockUnitBegin).append(kIsNewerByNow).append(kLockUnitEnd);
+  return text;
+}
 
 UnitVersion VersionIn(const Result& result) {
   return result.rows() == 0 ? UnitVersion{} : UnitVersion{result.Number(0, 0), result.Number(0, 1)};
@@ -67,7 +75,7 @@ std::optional<UnitVersion> UnitOfWork::LockUnit(std::int32_t unitKey) {
   SentValues values;
   values.AddNumber(unitKey);
   std::vector<Step> steps;
-  steps.push_back(session_.OwnStep(kLockUnit, values));
+  steps.push_back(session_.OwnStep(LockUnitText(), values));
   for (Step& asked : session_.StepsWithTheRight()) {
     steps.push_back(std::move(asked));
   }
@@ -78,6 +86,7 @@ std::optional<UnitVersion> UnitOfWork::LockUnit(std::int32_t unitKey) {
     LockNewUnit(unitKey);
     return std::nullopt;
   }
+  RequireSameVersion(session_.connection(), locked.Number(0, 6) != 0);
   number_ = locked.Text(0, 0);
   known_.number = locked.Number(0, 3);
   known_.login = locked.Text(0, 4);
@@ -93,9 +102,11 @@ void UnitOfWork::LockNewUnit(std::int32_t unitKey) {
   const Result number = session_.connection().RunWaiting(
       fmt::format(
           R"(INSERT INTO "UnitVersions" VALUES ({0}, 0, 0) ON CONFLICT DO NOTHING; )"
-          R"(SELECT pg_current_xact_id() FROM "UnitVersions" WHERE "UnitKey"={0} FOR UPDATE)",
-          unitKey),
+          R"(SELECT pg_current_xact_id(), ({1})::int4 FROM "UnitVersions" WHERE "UnitKey"={0} )"
+          "FOR UPDATE",
+          unitKey, kIsNewerByNow),
       session_.patience());
+  RequireSameVersion(session_.connection(), number.Number(0, 1) != 0);
   number_ = number.Text(0, 0);
 }
 

@@ -39,6 +39,13 @@ void UnitOfWork::RequireInPlace() {
                     "again",
                     database.name()));
   }
+  const StatementUse version(session_.Own("PRAGMA user_version"));
+  if (version->Step() && version->Number(0) > SchemaVersion()) {
+    throw StoreError(
+        fmt::format("The store '{}' was brought up to date by a newer version of this program "
+                    "while it was open: nothing was stored; use that version",
+                    database.name()));
+  }
 }
 
 std::optional<UnitVersion> UnitOfWork::TakeRight() {

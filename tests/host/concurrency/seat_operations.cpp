@@ -482,4 +482,37 @@ SeatOperation UndoLatest() {
           }};
 }
 
+std::vector<NamedOperation> OperationsOfEveryKind() {
+  return {
+      {"IssuingARange", IssueCards("201", "203")},
+      {"IssuingWithTenants", IssueCardsWithTenants("201", "202")},
+      {"IssuingManyWithTenants", IssueCardsWithTenants("201", "212")},
+      {"AssigningAHeldCard", AssignCard("101", "Berg Bea")},
+      {"DeletingAHeldCard", DeleteCard("101")},
+      {"RenumberingACard", RenumberCard("103", 300)},
+      {"DeletingInAReport", DeleteInReport("3,4")},
+      {"ImportingCards", ImportCards("card26,301,7,\ncard26,302,7,Adam Ann\n")},
+      {"AddingACode", AddCode("301")},
+      {"EditingACode", EditPhone("102", "555-8888")},
+      {"RenumberingACode", RenumberCode("102", "300")},
+      {"DeletingAHeldCode", DeleteCode("101")},
+      {"ImportingCodes", ImportCodes("301,555-1\n302,555-2\n")},
+      {"Merging", MergeUnit()},
+      {"WritingByHand", WriteByHand("UPDATE DIRECTORYCODE SET PHONENUMBER='1'")},
+      {"TakingAnEntryBack", UndoEntry(1)},
+      {"AddingATenant", AddTenant("Dahl")},
+      {"GivingATenantACard", GiveTenant("Adam", "103")},
+      {"EndingALease", EndTenant("Adam")},
+      {"DeletingATenant", DeleteTenant("Adam")},
+      {"ImportingPeople", ImportPeople("Dahl,301,5,301\n")},
+      {"ReplacingACard", ReplaceCard("101", "301")},
+      {"MarkingStepsAsSent", MarkStepsSent()},
+      {"NamingASchedule", NameSchedule("Weekdays", "Workdays")},
+  };
+}
+
+SeatOperation FirstEntry() {
+  return EditPhone("103", "555-0");
+}
+
 }  // namespace qorhost::test

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "tests/host/concurrency/seat.h"
 
@@ -59,5 +60,15 @@ namespace qorhost::test {
 [[nodiscard]] SeatOperation UndoEntry(std::int64_t entry);
 /// The latest of the seat's unit, whosever it is.
 [[nodiscard]] SeatOperation UndoLatest();
+
+struct NamedOperation {
+  std::string name;  ///< in letters alone
+  SeatOperation operation;
+};
+
+/// One of each kind, all of which change a new building in which FirstEntry() was done before.
+[[nodiscard]] std::vector<NamedOperation> OperationsOfEveryKind();
+/// Leaves the entry 1, which one of them takes back.
+[[nodiscard]] SeatOperation FirstEntry();
 
 }  // namespace qorhost::test

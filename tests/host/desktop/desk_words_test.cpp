@@ -26,7 +26,7 @@ QStringList TextsIn(const QString& path) {
   QFile file(path);
   EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
   QString source = QString::fromUtf8(file.readAll());
-  source.remove(QRegularExpression(QStringLiteral("//[^\n]*")));
+  source.remove(QRegularExpression(QStringLiteral("(?<!:)//[^\n]*")));
   source.remove(QLatin1String("'\"'"));  // a character
   static const QRegularExpression kRun(QStringLiteral("(?:\"(?:[^\"\\\\]|\\\\.)*\"\\s*)+"));
   static const QRegularExpression kBetween(QStringLiteral("\"\\s*\""));
@@ -170,6 +170,21 @@ TEST(DeskWords, AreTranslatedWithWhatStandsInThem) {
       {"Cannot open the store 'a.db': disk I/O error (the disk is full: make room, then try again)",
        "Der Bestand „a.db“ kann nicht geöffnet werden: disk I/O error (der Datenträger ist voll: "
        "Platz schaffen und noch einmal versuchen)"},
+      // Of a server, whose own words stay.
+      {"The server tells of a changed row in other words than the store's own: nothing was stored; "
+       "ask its administrator who has altered the store's triggers",
+       "Der Server meldet eine geänderte Zeile mit anderen Worten als denen des Bestands: es wurde "
+       "nichts gespeichert; seinen Administrator fragen, wer die Trigger des Bestands geändert "
+       "hat"},
+      {"The store 'postgresql://a/b': another program is writing to the store: nothing was "
+       "changed; "
+       "let it finish, then try again",
+       "Der Bestand „postgresql://a/b“: ein anderes Programm schreibt in den Bestand: es wurde "
+       "nichts geändert; es beenden lassen und noch einmal versuchen"},
+      {"The statement failed: could not extend file \"base/1\" (the server's disk is full: its "
+       "administrator has to make room)",
+       "Die Anweisung ist fehlgeschlagen: could not extend file \"base/1\" (der Datenträger des "
+       "Servers ist voll: sein Administrator muss Platz schaffen)"},
       {"cannot load the directory code: no such table",
        "Das Laden des Rufcodes ist nicht gelungen: no such table"},
       {"2 rows have the directory code '{value}': name a row instead (rid:1, rid:2)",
@@ -214,6 +229,26 @@ TEST(DeskWords, OfListsAreTranslatedWhereTheyAreWordsOfTheDesks) {
   EXPECT_EQ(FromQt(ShownDifferences("phone, end date")), "Telefon, Tag des Endes");
   EXPECT_EQ(FromQt(ShownDifferences("never sent to the unit, taken from Rae, phone")),
             "nie an die Anlage gesendet, wird Rae genommen, phone");
+}
+
+/// Advice to whoever works on a server stands behind the server's own words, in any sentence.
+TEST(DeskWords, AreThereForAllThatIsAdvisedAboutAServer) {
+  const Language german(QStringLiteral("de"));
+  if (!german.isTranslated()) {
+    GTEST_SKIP() << "there is no lrelease (qt6-l10n-tools)";
+  }
+  static const QRegularExpression kAdvice(QStringLiteral("^(the|there|another|it is) .*: "));
+  int said = 0;
+  for (const char* source : {"postgres/engine_error", "store_error"}) {
+    const QString file = QStringLiteral(QORCRED_SOURCES "/host/store/%1.cpp");
+    for (const QString& text : TextsIn(file.arg(QLatin1String(source)))) {
+      if (kAdvice.match(text).hasMatch()) {
+        EXPECT_NE(FromQt(Told(FromQt(text))), FromQt(text));
+        ++said;
+      }
+    }
+  }
+  EXPECT_GT(said, 15);
 }
 
 /// Whatever the rules of a building that is brought in say stands in a table of the window.

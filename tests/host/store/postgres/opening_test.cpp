@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "frame/date.h"
@@ -163,6 +164,92 @@ TEST_F(ServerStore, OfAnEarlierSchemaIsBroughtUpToDateOnce) {
   }
   EXPECT_THAT(FailureToOpen(OpenMode::kReadWrite, StoreFault::kRefused),
               HasSubstr("schema 3, this one reads up to 1"));
+}
+
+/// Both have seen the earlier version before either of them has the right to go on.
+TEST_F(ServerStore, OfAnEarlierSchemaIsBroughtUpToDateByOneOfTwo) {
+  (void)Open(OpenMode::kCreate);
+  Connection beside(name_);
+  beside.RunAll("BEGIN");
+  LockMaking(beside, {});
+  std::vector<std::thread> openers;
+  for (int opener = 0; opener < 2; ++opener) {
+    openers.emplace_back([this] {
+      EXPECT_NO_THROW((void)OpenServerStore(name_, OpenMode::kReadWrite, {.steps = kLaterSteps}));
+    });
+  }
+  const char* const waiting =
+      "SELECT count(*) FROM pg_locks WHERE locktype = 'advisory' AND NOT granted AND "
+      "database = (SELECT oid FROM pg_database WHERE datname = current_database())";
+  while (beside.Run(waiting).Number(0, 0) < 2) {
+    std::this_thread::yield();
+  }
+  beside.RunAll("COMMIT");
+  for (std::thread& opener : openers) {
+    opener.join();
+  }
+  EXPECT_EQ(beside.Run(R"(SELECT count(*) FROM qorhost."Notes")").Number(0, 0), 1);
+}
+
+TEST_F(ServerStore, OfAnEarlierSchemaWaitsForThoseWhoWorkOnItAsLongAsThePatienceLasts) {
+  Store other = Open(OpenMode::kCreate);
+  const std::unique_ptr<SqlSession> session = other.StartSession(Noon);
+  session->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+  const Patience impatient{std::chrono::milliseconds(50), {}};
+  const auto expectBusy = [&] {
+    try {
+      (void)OpenServerStore(name_, OpenMode::kReadWrite, {.steps = kLaterSteps}, impatient);
+      ADD_FAILURE() << "it was brought up to date under somebody's hands";
+    } catch (const StoreError& failure) {
+      EXPECT_EQ(static_cast<int>(failure.fault()), static_cast<int>(StoreFault::kBusy));
+      EXPECT_THAT(failure.what(), HasSubstr("let it finish, then try again"));
+    }
+    EXPECT_EQ(other.connection().Run(R"(SELECT "Version" FROM "StoreSchema")").Number(0, 0), 1);
+  };
+  {
+    WorkGuard guard(session->work(), {{1}, "add a door", {}});
+    session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+    expectBusy();
+    EXPECT_TRUE(guard.Commit());
+  }
+  // Of a table that a step changes a reader is in the way, too.
+  constexpr std::array kChangingDoors{
+      Migration{1, ""}, Migration{2, R"(ALTER TABLE "DOORS" ADD COLUMN "Note" text)"}};
+  {
+    const Undoable look(session->look());
+    EXPECT_EQ(session->Scalar("SELECT Count(*) FROM DOORS"), qorcred::Value(1));
+    EXPECT_THROW(
+        (void)OpenServerStore(name_, OpenMode::kReadWrite, {.steps = kChangingDoors}, impatient),
+        StoreError);
+  }
+  EXPECT_NO_THROW(
+      (void)OpenServerStore(name_, OpenMode::kReadWrite, {.steps = kChangingDoors}, impatient));
+}
+
+/// A program that has had it open since before it was brought up to date.
+TEST_F(ServerStore, OfALaterSchemaIsNotWrittenByThoseWhoHadItOpen) {
+  Store other = Open(OpenMode::kCreate);
+  const std::unique_ptr<SqlSession> session = other.StartSession(Noon);
+  session->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+  {
+    WorkGuard known(session->work(), {{1}, "add a door", {}});
+    session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+    EXPECT_TRUE(known.Commit());
+  }
+  Connection later = OpenServerStore(name_, OpenMode::kReadWrite, {.steps = kLaterSteps});
+  for (const std::vector<std::int32_t>& units :
+       std::vector<std::vector<std::int32_t>>{{1}, {2}, {}}) {
+    WorkGuard guard(session->work(), {units, "add a door", {}});
+    try {
+      session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+      ADD_FAILURE() << "an older program has written to it";
+    } catch (const StoreError& failure) {
+      EXPECT_THAT(failure.what(), HasSubstr("was brought up to date by a newer version"));
+    }
+    EXPECT_THROW((void)guard.Commit(), StoreError);
+  }
+  EXPECT_EQ(session->Scalar("SELECT Count(*) FROM DOORS"), qorcred::Value(1));
+  EXPECT_EQ(later.Run(R"(SELECT count(*) FROM "UnitVersions")").Number(0, 0), 1);
 }
 
 TEST_F(ServerStore, ThatCannotBeBroughtUpToDateStaysAsItWas) {

@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -14,9 +15,13 @@
 #include <functional>
 #include <iterator>
 #include <string>
+#include <vector>
 
+#include "frame/date.h"
+#include "host/store/sql_session.h"
 #include "host/store/sqlite/engine_error.h"
 #include "host/store/sqlite/schema.h"
+#include "host/store/sqlite/store.h"
 #include "host/store/store_error.h"
 #include "tests/host/store/temporary_folder.h"
 
@@ -49,6 +54,28 @@ TEST_F(OpeningTest, CreatesAStoreThatOpensAgain) {
   EXPECT_EQ(again.Number("PRAGMA user_version"), SchemaVersion());
   EXPECT_EQ(again.Number("PRAGMA application_id"), kApplicationId);
   EXPECT_EQ(again.Number("PRAGMA foreign_keys"), 1);
+}
+
+/// A program that has had it open since before a newer one brought it up to date.
+TEST_F(OpeningTest, AStoreOfALaterSchemaIsNotWrittenByThoseWhoHadItOpen) {
+  Store store(OpenDatabase(File(), OpenMode::kCreate));
+  const auto session = store.StartSession([] {
+    return qorcred::FromCivil({2026, 1, 31, 12, 0, 0});
+  });
+  session->AddRow("Units", std::vector<Field>{{"UnitKey", 1}});
+  OpenDatabase(File(), OpenMode::kReadWrite)
+      .Run(fmt::format("PRAGMA user_version={}", SchemaVersion() + 1));
+  {
+    WorkGuard guard(session->work(), {{1}, "add a door", {}});
+    try {
+      session->AddRow("DOORS", std::vector<Field>{{"UNITKEY", 1}});
+      ADD_FAILURE() << "an older program has written to it";
+    } catch (const StoreError& failure) {
+      EXPECT_THAT(failure.what(), HasSubstr("was brought up to date by a newer version"));
+    }
+    EXPECT_THROW((void)guard.Commit(), StoreError);
+  }
+  EXPECT_EQ(session->Scalar("SELECT Count(*) FROM DOORS"), qorcred::Value(0));
 }
 
 TEST_F(OpeningTest, WritesAheadIntoALog) {
