@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "frame/convert.h"
@@ -201,11 +202,16 @@ std::vector<TenantRow> ReadTenants(DeskSession& session, std::int32_t unitKey) {
 }
 
 std::vector<std::string> ConditionsOnRids(std::span<const std::int32_t> rids) {
-  constexpr std::size_t kAtOnce = 500;
+  // Each length is another statement to translate and to keep.
+  constexpr std::array<std::size_t, 4> kLengths{1, 8, 64, 512};
+  constexpr std::size_t kAtOnce = kLengths.back();
   std::vector<std::string> conditions;
   for (std::size_t first = 0; first < rids.size(); first += kAtOnce) {
     const auto some = rids.subspan(first, std::min(kAtOnce, rids.size() - first));
-    conditions.push_back(fmt::format("RID IN ({})", fmt::join(some, ",")));
+    std::vector<std::int32_t> places(some.begin(), some.end());
+    places.resize(*std::lower_bound(kLengths.begin(), kLengths.end(), places.size()),
+                  places.back());
+    conditions.push_back(fmt::format("RID IN ({})", fmt::join(places, ",")));
   }
   return conditions;
 }

@@ -53,7 +53,7 @@ struct TenantRow {
 /// A SELECT of whole rows for each few hundred RIDs: statements have a bound on their length.
 [[nodiscard]] std::vector<std::string> SelectsOfTenants(std::int32_t unitKey,
                                                         std::span<const std::int32_t> rids);
-/// "RID IN (1,2,3)" for each few hundred.
+/// "RID IN (1,2,3,3)" for each few hundred: few lengths, with the last one repeated to fill them.
 [[nodiscard]] std::vector<std::string> ConditionsOnRids(std::span<const std::int32_t> rids);
 
 struct StoredCard {

@@ -56,6 +56,8 @@ class Answers {
 
   [[nodiscard]] const std::vector<SeenBox>& seen() const { return seen_; }
   [[nodiscard]] std::string LastText() const { return seen_.empty() ? "" : seen_.back().text; }
+  /// Before a test that goes on for long.
+  void ForgetSeen() { seen_ = {}; }
 
  private:
   struct Answer {

@@ -1,8 +1,5 @@
-// The window under whatever a hand can do to it, and through a day of work: no crash, nothing that
-// grows.
+// The window under whatever a hand can do to it: no crash, and what is stored stays whole.
 #include <gtest/gtest.h>
-#include <malloc.h>
-#include <sqlite3.h>
 
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
@@ -16,22 +13,11 @@
 
 #include "host/desks/store_check.h"
 #include "host/desktop/screens/import_page.h"
+#include "tests/host/desktop/asked.h"
 #include "tests/host/desktop/desktop_fixture.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-// The sanitizer's own; its header does not come with every compiler.
-// NOLINTNEXTLINE(readability-identifier-naming, bugprone-reserved-identifier)
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
-#endif
 
 namespace qorhost::test {
 namespace {
-
-/// A number that somebody has put into the surroundings; else the usual one.
-long Asked(const char* name, long usual) {
-  const char* asked = std::getenv(name);
-  return asked == nullptr ? usual : std::strtol(asked, nullptr, 10);
-}
 
 /// What is asked for; else another one each time where the work is long, and one that stays where
 /// a run has to be like the last one.
@@ -40,16 +26,6 @@ unsigned Seed(bool isLong) {
   const auto now = std::chrono::system_clock::now().time_since_epoch();
   const auto ofClock = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
   return static_cast<unsigned>(Asked("QORDESK_FUZZ_SEED", isLong ? ofClock : kUsual));
-}
-
-/// Without the pages that the engine keeps up to a bound of its own.
-std::size_t BytesInUse() {
-  const auto ofEngine = static_cast<std::size_t>(sqlite3_memory_used());
-#if defined(__SANITIZE_ADDRESS__)
-  return __sanitizer_get_current_allocated_bytes() - ofEngine;
-#else
-  return mallinfo2().uordblks - ofEngine;
-#endif
 }
 
 /// Does by chance what a person could do.
@@ -208,35 +184,6 @@ TEST_F(LongWork, WhateverAHandDoesTheProgramGoesOn) {
   }
   EXPECT_TRUE(window().place()->session().Damages().empty());
   std::cout << done << " events of the seed " << seed << '\n';
-}
-
-TEST_F(LongWork, ADaysWorkLeavesNothingBehind) {
-  const long operations = Asked("QORDESK_OPERATIONS", 500);
-  const long begin = operations / 5;  // by then everything that is kept for good is there
-  OpenDemoAt(QStringLiteral("dir_codes"));
-  std::size_t bytes = 0;
-  for (long done = 0; done < operations; ++done) {
-    const std::string code = done % 2 == 0 ? "0102" : "0103";
-    ClickEntry("cbodirectorycode", code.c_str());
-    Type("txtPhoneNo", done % 4 < 2 ? "555-1111" : "555-2222");
-    Click("saveButton");
-    ASSERT_EQ(Told(), "Saved directory code " + code + ".") << done;
-    trace_.clear();
-    trace_.shrink_to_fit();
-    if (done % 50 == 49) {  // a look at the other screens
-      window().ShowScreen(QStringLiteral("steps"));
-      window().ShowScreen(QStringLiteral("dir_codes"));
-    }
-    if (done == begin) {
-      bytes = BytesInUse();
-    }
-  }
-  const std::size_t then = BytesInUse();
-  const double grown = then > bytes ? static_cast<double>(then - bytes) : 0.0;
-  const double each = grown / static_cast<double>(operations - begin);
-  std::cout << operations << " operations, " << each << " bytes more for each\n";
-  constexpr double kMostForEach = 256;
-  EXPECT_LT(each, kMostForEach);
 }
 
 }  // namespace
