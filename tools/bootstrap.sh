@@ -62,7 +62,7 @@ ensure_packages() {
   fi
   rm -f "$log"
   # What was configured without these packages may have left something out for want of them.
-  rm -f "$root"/build/*/.configured
+  rm -f "$root"/build/*/.configured-*
 }
 
 install_failed() {
@@ -73,13 +73,20 @@ install_failed() {
 and try again. (With QORCRED_NO_INSTALL=1 nothing is installed or looked for.)"
 }
 
+# The folder of preset $1. The benchmarks are built beside what they measure.
+folder_of() {
+  if [ "$1" = bench ]; then echo "$root/build/release"; else echo "$root/build/$1"; fi
+}
+
 # Configures preset $1 unless that was done from this folder with these presets.
 configure() {
-  local preset=$1 folder=$root/build/$1 fresh=()
-  if [ -e "$folder/.configured" ]; then
-    if [ "$(< "$folder/.configured")" != "$root" ]; then
+  local preset=$1 folder fresh=() done_from
+  folder=$(folder_of "$preset")
+  done_from=$folder/.configured-$preset
+  if [ -e "$done_from" ]; then
+    if [ "$(< "$done_from")" != "$root" ]; then
       fresh=(--fresh)  # the tree was moved or copied together with its build folder
-    elif [ ! "$root/CMakePresets.json" -nt "$folder/.configured" ]; then
+    elif [ ! "$root/CMakePresets.json" -nt "$done_from" ]; then
       return 0
     fi
   fi
@@ -93,7 +100,7 @@ configure() {
     tail -n 40 "$folder/configure.log" >&2
     die "Configuring '$preset' failed; the whole log is $folder/configure.log"
   fi
-  printf '%s\n' "$root" > "$folder/.configured"
+  printf '%s\n' "$root" > "$done_from"
 }
 
 # Shows Ninja's output in brief while it goes to the log: a counter at a terminal, else one line.
@@ -116,7 +123,8 @@ show_progress() {
 
 # Builds the targets that follow preset $1, or all. Says nothing when nothing is to be done.
 build() {
-  local preset=$1 folder=$root/build/$1
+  local preset=$1 folder
+  folder=$(folder_of "$1")
   shift
   mkdir -p "$folder"
   # One build at a time in a folder; the lock ends with the block.
