@@ -8,7 +8,6 @@
 #include <QLineEdit>
 #include <QPageLayout>
 #include <QPdfWriter>
-#include <QPrintDialog>
 #include <QTemporaryDir>
 #include <QToolButton>
 #include <algorithm>
@@ -22,6 +21,7 @@
 #include "host/desks/store_file.h"
 #include "host/desktop/binding/date_field.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/printing/paper.h"
 #include "host/desktop/printing/table_printer.h"
 #include "host/desktop/running/file_choice.h"
 #include "host/desktop/running/messages.h"
@@ -283,26 +283,28 @@ void ReportPage::PrintRows(QPagedPaintDevice& device) {
 }
 
 /// A printer that writes a file would write it over whatever has that name, piece by piece.
-void ReportPage::PrintInto(QPrinter& printer, const std::filesystem::path& file) {
+void ReportPage::PrintInto(Paper& paper, const std::filesystem::path& file) {
   const QTemporaryDir folder;
   const QString printed = folder.filePath(QStringLiteral("report.pdf"));
-  printer.setOutputFileName(printed);
+  paper.SetFile(printed);
   WriteWholeFile(file, Replacing(), [&](std::ostream& out) {
-    PrintRows(printer);
+    PrintRows(paper.device());
     out << std::ifstream(FromQt(printed), std::ios::binary).rdbuf();
   });
 }
 
 void ReportPage::Print() {
-  QPrinter printer;
-  LayOut(printer);
-  QPrintDialog dialog(&printer, this);
-  if (dialog.exec() != QDialog::Accepted) {
+  std::unique_ptr<Paper> paper;
+  const bool made = Run(tr("Printing the report"), [&] {
+    paper = MakePaper(PrintingLibrary());
+    LayOut(paper->device());
+  });
+  if (!made || !paper->Choose(*this)) {
     return;
   }
   const bool ran = Run(tr("Printing the report"), [&] {
-    const QString file = printer.outputFileName();
-    file.isEmpty() ? PrintRows(printer) : PrintInto(printer, FromQt(file));
+    const QString file = paper->file();
+    file.isEmpty() ? PrintRows(paper->device()) : PrintInto(*paper, FromQt(file));
   });
   if (ran) {
     place().Tell(tr("Printed %1.").arg(Rows(rows_.shown().rows.size())));

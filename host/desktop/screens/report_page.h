@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QPagedPaintDevice>
-#include <QPrinter>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -24,6 +23,8 @@ class ReportPage;
 }
 
 namespace qorhost {
+
+class Paper;
 
 /// The desk of a report.
 class ReportSource {
@@ -82,7 +83,7 @@ class ReportPage : public ScreenPage {
   void SaveCsv();
   void SavePdf();
   void PrintRows(QPagedPaintDevice& device);
-  void PrintInto(QPrinter& printer, const std::filesystem::path& file);
+  void PrintInto(Paper& paper, const std::filesystem::path& file);
   [[nodiscard]] Writing Replacing();
   void Print();
   void Delete();

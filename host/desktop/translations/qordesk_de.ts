@@ -1122,6 +1122,10 @@
         <translation>der Drucker oder die Datei nimmt nichts an</translation>
     </message>
     <message>
+        <source>Printing needs &apos;%1&apos; and Qt&apos;s library for printers (Debian: libqt6printsupport6), which cannot be loaded; a report can be saved as PDF</source>
+        <translation>Drucken braucht „%1“ und die Bibliothek von Qt für Drucker (Debian: libqt6printsupport6), und das kann nicht geladen werden; ein Bericht kann als PDF gespeichert werden</translation>
+    </message>
+    <message>
         <source>&apos;%1&apos; is a database of another program: name another file</source>
         <translation>„%1“ ist die Datenbank eines anderen Programms: eine andere Datei nennen</translation>
     </message>

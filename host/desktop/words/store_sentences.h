@@ -27,6 +27,11 @@ inline constexpr DeskSentence kStoreSentences[] = {
          "was imported"),
      ""},
     {QT_TRANSLATE_NOOP("Desks", "the printer, or the file, takes nothing"), ""},
+    {QT_TRANSLATE_NOOP(
+         "Desks",
+         "Printing needs '%1' and Qt's library for printers (Debian: "
+         "libqt6printsupport6), which cannot be loaded; a report can be saved as PDF"),
+     ""},
     {QT_TRANSLATE_NOOP("Desks", "'%1' is a database of another program: name another file"), ""},
     {QT_TRANSLATE_NOOP("Desks", "'%1' is empty: create the store first"), ""},
     {QT_TRANSLATE_NOOP("Desks",

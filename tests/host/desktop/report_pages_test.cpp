@@ -17,6 +17,7 @@
 #include "host/desks/desk_error.h"
 #include "host/desks/dir_code_report.h"
 #include "host/desktop/binding/date_field.h"
+#include "host/desktop/printing/paper.h"
 #include "host/desktop/printing/table_printer.h"
 #include "tests/host/desktop/desktop_fixture.h"
 
@@ -390,6 +391,17 @@ TEST(TablePrinters, BreakATableIntoPages) {
   EXPECT_EQ(told, 500);
   EXPECT_GT(PagesIn(file), 5);
   EXPECT_LT(PagesIn(file), 20);
+}
+
+TEST(Papers, SayWhatPrintingNeedsWhereItIsNotThere) {
+  const QTemporaryDir folder;
+  const std::string library = folder.filePath(QStringLiteral("libmissing.so")).toStdString();
+  try {
+    (void)MakePaper(library);
+    FAIL() << "made";
+  } catch (const FailureError& error) {
+    EXPECT_THAT(error.what(), StartsWith("Printing needs '" + library + "' and Qt's library"));
+  }
 }
 
 TEST(TablePrinters, EndWhenTheyAreCancelled) {
