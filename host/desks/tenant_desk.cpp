@@ -55,7 +55,7 @@ TenantDesk::TenantDesk(DeskSession& session, std::int32_t unitKey)
 
 void TenantDesk::Read() {
   tenants_ = ReadTenants(session_, unitKey_);
-  links_.emplace(session_, unitKey_);
+  links_ = TenantLinks(session_, unitKey_);
   outdated_ = false;
 }
 
@@ -242,7 +242,7 @@ ChangedTenants TenantDesk::End(const std::string& on, bool freeCards, Trial tria
 }
 
 Outcome TenantDesk::EditOnce(const TenantEntry& entry, ChangedTenants& changed) {
-  links_.emplace(session_, unitKey_);
+  links_ = TenantLinks(session_, unitKey_);
   const auto cards = CardsIn(entry);
   if (cards && !cards->empty() && chosen_.size() > 1) {
     throw InputFault(tenant_field::kCard, entry.cards.front(),
@@ -353,7 +353,7 @@ AddedTenant TenantDesk::Add(const TenantEntry& entry, Trial trial) {
 }
 
 Outcome TenantDesk::AddOnce(const TenantEntry& entry, TenantRow& added) {
-  links_.emplace(session_, unitKey_);
+  links_ = TenantLinks(session_, unitKey_);
   const auto cards = CardsIn(entry);
   if (cards) {
     RequireFree(*cards, 0);

@@ -302,6 +302,11 @@ RowsOfTable RidsIn(DeskSession& session, std::string_view table, const std::stri
   return rows;
 }
 
+ChangedUnit AsItIsNow(DeskSession& session, std::int32_t unitKey) {
+  const UnitName unit{unitKey, NameOfUnit(session, unitKey)};
+  return {{}, unit, UnitSettingsList(session, {unit}).rows.front()};
+}
+
 void RequireUnit(DeskSession& session, std::int32_t unitKey) {
   if (RowsWhere(session, "Units", OfUnit(unitKey)) == 0) {
     throw RefusedError(fmt::format("there is no unit {} any more", unitKey));
@@ -325,7 +330,7 @@ ChangedUnit AddUnit(DeskSession& session, const std::optional<std::string>& key,
   const std::int32_t unitKey = KeyOfNew(session, key);
   AddSurroundings(session, unitKey);
   UnitWriting(session, unitKey, others).Write(entry);
-  ChangedUnit added{{}, {unitKey, NameOfUnit(session, unitKey)}};
+  ChangedUnit added = AsItIsNow(session, unitKey);
   work.End(trial);
   return added;
 }
@@ -339,7 +344,7 @@ ChangedUnit EditUnit(DeskSession& session, std::int32_t unitKey, const UnitEntry
   }
   OwnWork work(session, std::move(units), fmt::format("edit unit {}", unitKey));
   if (const auto overtaken = FindUnitOvertaken(session, unitKey, seen)) {
-    return {*overtaken, {unitKey, ""}};
+    return {*overtaken, {unitKey, ""}, {}};
   }
   RequireUnit(session, unitKey);
   const bool hadSettings = RowsWhere(session, "UnitSettings", OfUnit(unitKey)) > 0;
@@ -347,7 +352,7 @@ ChangedUnit EditUnit(DeskSession& session, std::int32_t unitKey, const UnitEntry
     AddSettings(session, unitKey);
   }
   const std::size_t changed = UnitWriting(session, unitKey, others).Write(entry);
-  ChangedUnit edited{{}, {unitKey, NameOfUnit(session, unitKey)}};
+  ChangedUnit edited = AsItIsNow(session, unitKey);
   edited.unchanged = hadSettings && changed == 0;
   work.End(trial);
   return edited;

@@ -48,6 +48,7 @@ enum class OtherUnits : bool { kAsked, kChanged };
 /// Done or stale.
 struct ChangedUnit : Outcome {
   UnitName unit;
+  std::vector<qorcred::Value> row;  ///< of UnitSettingsList(), as it is now; empty when stale
 };
 
 /// Makes a unit with what the controllers need of one: settings, four doors, the two fixed

@@ -43,7 +43,9 @@ void ListBinding::Choose(int index) {
 ComboBinding::ComboBinding(ListModel& list, QComboBox& combo)
     : ListBinding(list, combo), combo_(combo) {
   combo_.setModel(&entries());
-  combo_.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  if (combo_.sizeAdjustPolicy() != QComboBox::AdjustToContents) {  // as a form asks for
+    combo_.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  }
   WheelGuard::Watch(combo_);
   if (auto* view = qobject_cast<QListView*>(combo_.view())) {
     view->setUniformItemSizes(true);

@@ -3,13 +3,14 @@
 #include <screens/ui_building_page.h>
 
 #include <QItemSelectionModel>
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "frame/convert.h"
-#include "host/desks/door_desk.h"
-#include "host/desks/schedule_desk.h"
 #include "host/desktop/binding/qt_text.h"
 #include "host/desktop/running/messages.h"
 #include "host/desktop/screens/empty_hint.h"
@@ -54,6 +55,19 @@ QString NamedIn(const ListTableModel& list, int row, std::size_t column) {
 
 std::optional<SeenRow> SeenIn(const ListTableModel& list, int row, std::int64_t entry) {
   return row < 0 ? std::nullopt : std::optional(SeenRow{list.Row(row), entry});
+}
+
+/// With what was stored of a row, found by its number; a new one that nobody uses yet behind all.
+List WithRow(List list, std::size_t number, const std::vector<qorcred::Value>& stored) {
+  auto row = std::find_if(list.rows.begin(), list.rows.end(), [&](const auto& one) {
+    return qorcred::ToLong(one[number]) == qorcred::ToLong(stored[number]);
+  });
+  if (row == list.rows.end()) {
+    list.rows.emplace_back(list.fields.size(), qorcred::Value(std::int32_t{0}));
+    row = std::prev(list.rows.end());
+  }
+  std::copy(stored.begin(), stored.end(), row->begin());
+  return list;
 }
 
 void Select(QTableView& view, int row) {
@@ -175,6 +189,43 @@ void BuildingPage::ShowSchedules(Number schedule) {
   ShowSchedule();
 }
 
+/// The entry that this window has made itself, unless what is shown is newer.
+std::int64_t BuildingPage::OwnEntry(std::int64_t shown) {
+  const auto committed = session().sql().work().Committed(place().unitKey());
+  return committed ? std::max(committed->entry, shown) : shown;
+}
+
+/// Of a reading that was cancelled behind the saving: what is stored is what was seen.
+void BuildingPage::ShowSavedDoor(const ChangedDoor& saved) {
+  showing_ = true;
+  doors_.Show(WithRow(doors_.shown(), kNumber, {saved.door, saved.name}));
+  showing_ = false;
+  door_ = saved.door;
+  ShowDoor();
+  seenDoor_->entry = OwnEntry(entryOfDoors_);
+}
+
+/// The same of a schedule.
+void BuildingPage::ShowSavedSchedule(const ChangedSchedule& saved) {
+  showing_ = true;
+  schedules_.Show(
+      WithRow(schedules_.shown(), kScheduleNumber, {place().unitKey(), saved.id, saved.name}));
+  showing_ = false;
+  schedule_ = saved.id;
+  ShowSchedule();
+  seenSchedule_->entry = OwnEntry(entryOfSchedules_);
+}
+
+void BuildingPage::ShowDeletedSchedule() {
+  List list = schedules_.shown();
+  list.rows.erase(list.rows.begin() + RowWith(schedules_, kScheduleNumber, schedule_));
+  showing_ = true;
+  schedules_.Show(std::move(list));
+  showing_ = false;
+  schedule_.reset();
+  ShowSchedule();
+}
+
 void BuildingPage::SelectChosen() {
   showing_ = true;
   Select(*ui_->doors, RowWith(doors_, kNumber, door_));
@@ -260,7 +311,9 @@ void BuildingPage::RenameChosenDoor() {
   const QString name = ToQt(changed.name);
   place().Tell(changed.unchanged ? tr("Door %1 is called %2 already.").arg(changed.door).arg(name)
                                  : tr("Door %1 is called %2 now.").arg(changed.door).arg(name));
-  (void)LookBehind(tr("The doors cannot be shown."), [&] { ShowDoors(changed.door); });
+  if (!LookBehind(tr("The doors cannot be shown."), [&] { ShowDoors(changed.door); })) {
+    ShowSavedDoor(changed);
+  }
   place().TellChanged();
 }
 
@@ -282,7 +335,9 @@ void BuildingPage::SaveSchedule() {
   const QString named = tr("%1, %2").arg(changed.id).arg(ToQt(changed.name));
   place().Tell(changed.unchanged ? tr("Schedule %1 is stored so already.").arg(named)
                                  : tr("Saved schedule %1.").arg(named));
-  (void)LookBehind(tr("The schedules cannot be shown."), [&] { ShowSchedules(changed.id); });
+  if (!LookBehind(tr("The schedules cannot be shown."), [&] { ShowSchedules(changed.id); })) {
+    ShowSavedSchedule(changed);
+  }
   place().TellChanged();
 }
 
@@ -300,7 +355,9 @@ void BuildingPage::DeleteChosenSchedule() {
     return;
   }
   place().Tell(tr("Deleted schedule %1.").arg(named));
-  (void)LookBehind(tr("The schedules cannot be shown."), [&] { ShowSchedules({}); });
+  if (!LookBehind(tr("The schedules cannot be shown."), [&] { ShowSchedules({}); })) {
+    ShowDeletedSchedule();
+  }
   place().TellChanged();
 }
 

@@ -5,6 +5,8 @@
 #include <memory>
 #include <optional>
 
+#include "host/desks/door_desk.h"
+#include "host/desks/schedule_desk.h"
 #include "host/desks/seen_row.h"
 #include "host/desktop/screens/entry_page.h"
 #include "host/desktop/screens/list_table_model.h"
@@ -40,6 +42,10 @@ class BuildingPage final : public EntryPage {
   [[nodiscard]] bool HasScheduleEntry() const;
   void ShowDoors(Number door);
   void ShowSchedules(Number schedule);
+  void ShowSavedDoor(const ChangedDoor& saved);
+  void ShowSavedSchedule(const ChangedSchedule& saved);
+  void ShowDeletedSchedule();
+  [[nodiscard]] std::int64_t OwnEntry(std::int64_t shown);
   [[nodiscard]] std::int64_t LastEntry();
   void SelectChosen();
   void ShowDoor();

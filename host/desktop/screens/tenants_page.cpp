@@ -218,6 +218,7 @@ void TenantsPage::Choose(const Rids& rids) {
     desk_->Choose({RowNames(rids)});
   }
   chosen_ = rids;
+  unread_.reset();
 }
 
 void TenantsPage::ShowChosen() {
@@ -256,8 +257,38 @@ void TenantsPage::ShowAgain(const Rids& rids) {
 
 /// What an operation has left; told already.
 void TenantsPage::ShowSaved(const Rids& rids) {
-  (void)RunBehind(tr("The tenants cannot be shown."), [&] { ShowStored(rids); });
+  const auto own = session().sql().work().Committed(place().unitKey());
+  if (!RunBehind(tr("The tenants cannot be shown."), [&] { ShowStored(rids); })) {
+    chosen_ = rids;
+    SetEntered(false);
+    form_.Forget();
+    if (rids.empty()) {
+      ShowChosen();
+    }
+    unread_ = own.value_or(UnitVersion{});
+  }
   place().TellChanged();
+}
+
+/// Where the reading behind a change was cancelled, the tenants are read again first: what others
+/// have changed since is to be seen before something is done to it.
+bool TenantsPage::AreSeen() {
+  if (!unread_) {
+    return true;
+  }
+  const Rids chosen = chosen_;
+  bool alone = false;
+  const bool done = Run(tr("The tenants cannot be shown."), [&] {
+    const UnitVersion own = *unread_;
+    ShowWithEntry();
+    alone = session().sql().work().VersionOf(place().unitKey()) == own;
+  });
+  if (!done) {
+    chosen_ = chosen;
+  } else if (!alone) {
+    place().Tell(tr("The tenants are shown as they are now. Look at them and try again."));
+  }
+  return done && alone;
 }
 
 /// What is stored now, with those of the tenants chosen who are still there.
@@ -273,17 +304,19 @@ void TenantsPage::ShowStored(const Rids& rids) {
 /// Others have changed the unit: it is shown as it is now, with what was entered for those who are
 /// still there.
 void TenantsPage::ShowOvertaken() {
-  (void)Run(tr("The tenants cannot be shown."), [&] {
-    OpenDesk();
-    const Rids there = StillThere(chosen_);
-    if (there.empty() && !chosen_.empty()) {
-      SetEntered(false);
-      form_.Forget();
-    }
-    Choose(there);
-    ShowList();
-    ShowChosen();
-  });
+  (void)Run(tr("The tenants cannot be shown."), [this] { ShowWithEntry(); });
+}
+
+void TenantsPage::ShowWithEntry() {
+  OpenDesk();
+  const Rids there = StillThere(chosen_);
+  if (there.empty() && !chosen_.empty()) {
+    SetEntered(false);
+    form_.Forget();
+  }
+  Choose(there);
+  ShowList();
+  ShowChosen();
 }
 
 void TenantsPage::Refresh() {
@@ -291,7 +324,9 @@ void TenantsPage::Refresh() {
 }
 
 void TenantsPage::Save() {
-  chosen_.empty() ? Add() : Edit();
+  if (AreSeen()) {
+    chosen_.empty() ? Add() : Edit();
+  }
 }
 
 void TenantsPage::Add() {
@@ -365,7 +400,7 @@ void TenantsPage::Edit() {
 }
 
 void TenantsPage::EndLeases() {
-  if (!MayLeaveEntry()) {
+  if (!MayLeaveEntry() || !AreSeen()) {
     return;
   }
   LeaseEndDialog asked(this, tr("The lease of %1 ends.").arg(NamesOf(desk_->chosen())),
@@ -379,6 +414,9 @@ void TenantsPage::EndLeases() {
 }
 
 void TenantsPage::Delete() {
+  if (!AreSeen()) {
+    return;
+  }
   const std::vector<TenantRow> tenants = desk_->chosen();
   if (!AskToGoOn(this,
                  tr("Delete %1: %2?\nThe unit is told to forget them, and their cards are free.")

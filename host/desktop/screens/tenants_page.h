@@ -50,6 +50,8 @@ class TenantsPage final : public EntryPage {
   void ShowSaved(const Rids& rids);
   void ShowStored(const Rids& rids);
   void ShowOvertaken() override;
+  void ShowWithEntry();
+  [[nodiscard]] bool AreSeen();
   void Save();
   void Add();
   void Edit();
@@ -65,8 +67,9 @@ class TenantsPage final : public EntryPage {
   TenantForm form_;
   ListTableModel list_;
   std::unique_ptr<TenantDesk> desk_;
-  Rids chosen_;           // also those that the search hides
-  bool showing_ = false;  // what changes in the list is no choice
+  Rids chosen_;                        // also those that the search hides
+  std::optional<UnitVersion> unread_;  // that a change made behind which nothing was read
+  bool showing_ = false;               // what changes in the list is no choice
 };
 
 }  // namespace qorhost

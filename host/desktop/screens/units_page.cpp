@@ -6,7 +6,9 @@
 #include <QSignalBlocker>
 #include <algorithm>
 #include <array>
+#include <set>
 #include <string_view>
+#include <utility>
 
 #include "frame/convert.h"
 #include "host/desks/shown_value.h"
@@ -57,6 +59,16 @@ std::map<std::int32_t, std::int64_t> LastEntries(DeskSession& session) {
     entries[head.unitKey] = head.entry;
   }
   return entries;
+}
+
+/// The types that units have, in the order of their names.
+std::vector<std::string> UnitTypesIn(const List& units) {
+  std::set<std::string> types;
+  for (const auto& row : units.rows) {
+    types.insert(ShownText(row[kType]));
+  }
+  types.erase("");
+  return {types.begin(), types.end()};
 }
 
 /// What is in the line, where that is something else than it showed.
@@ -146,23 +158,65 @@ void UnitsPage::ShowAgain(std::optional<std::int32_t> unitKey) {
   });
 }
 
-/// What an operation has left; told already.
-void UnitsPage::ShowSaved(std::optional<std::int32_t> unitKey) {
-  (void)LookBehind(tr("The units cannot be shown."), [&] {
-    chosen_ = unitKey;
+/// What an operation has left, which is told already: the unit that was saved, as it is now, or,
+/// when the chosen one was deleted, none. Of a reading that was cancelled this much is known.
+void UnitsPage::ShowSaved(const std::vector<qorcred::Value>& unit) {
+  const auto key = unit.empty() ? std::nullopt : std::optional(qorcred::ToLong(unit[kKey]));
+  const auto deleted = chosen_;
+  const bool shown = LookBehind(tr("The units cannot be shown."), [&] {
+    chosen_ = key;
     ShowStored();
   });
+  if (!shown) {
+    chosen_ = key;
+    if (unit.empty()) {
+      Forget(*deleted);
+    } else {
+      Remember(unit);
+    }
+    ShowUnits(UnitTypesIn(units_));
+  }
   place().TellUnits();
   place().TellChanged();
 }
 
+void UnitsPage::Forget(std::int32_t unitKey) {
+  units_.rows.erase(
+      std::remove_if(units_.rows.begin(), units_.rows.end(),
+                     [&](const auto& row) { return qorcred::ToLong(row[kKey]) == unitKey; }),
+      units_.rows.end());
+}
+
+void UnitsPage::Remember(const std::vector<qorcred::Value>& unit) {
+  const std::int32_t key = qorcred::ToLong(unit[kKey]);
+  Forget(key);
+  const auto behind = std::find_if(units_.rows.begin(), units_.rows.end(), [&](const auto& row) {
+    return qorcred::ToLong(row[kKey]) > key;
+  });
+  units_.rows.insert(behind, unit);
+  for (auto& row : units_.rows) {
+    if (ShownText(row[kType]) == ShownText(unit[kType])) {
+      row[kCapacity] = unit[kCapacity];  // is that of the type
+    }
+  }
+  if (const auto committed = session().sql().work().Committed(key)) {
+    entries_[key] = std::max(entries_[key], committed->entry);
+  }
+}
+
 void UnitsPage::ShowStored() {
   auto entries = LastEntries(session());  // before what is shown: who changes that is told
-  units_ = UnitSettingsList(session(), session().Units());
+  List units = UnitSettingsList(session(), session().Units());
+  const std::vector<std::string> types = UnitTypes(session());
+  units_ = std::move(units);
   entries_ = std::move(entries);
+  ShowUnits(types);
+}
+
+void UnitsPage::ShowUnits(const std::vector<std::string>& types) {
   showing_ = true;
   ui_->type->clear();
-  for (const std::string& type : UnitTypes(session())) {
+  for (const std::string& type : types) {
     ui_->type->addItem(ToQt(type));
   }
   list_.Show(units_);
@@ -330,7 +384,7 @@ void UnitsPage::Save(OtherUnits others) {
   const QString named = Named(changed.unit.key, changed.unit.name);
   place().Tell(changed.unchanged ? tr("%1 is stored so already.").arg(named)
                                  : tr("Saved: %1.").arg(named));
-  ShowSaved(changed.unit.key);
+  ShowSaved(changed.row);
 }
 
 void UnitsPage::Delete() {

@@ -36,7 +36,10 @@ class UnitsPage final : public EntryPage {
   void ConnectWidgets();
   void ShowStored();
   void ShowAgain(std::optional<std::int32_t> unitKey);
-  void ShowSaved(std::optional<std::int32_t> unitKey);
+  void ShowSaved(const std::vector<qorcred::Value>& unit);
+  void ShowUnits(const std::vector<std::string>& types);
+  void Forget(std::int32_t unitKey);
+  void Remember(const std::vector<qorcred::Value>& unit);
   void SelectChosen();
   void TakeSelection();
   void ShowChosen();

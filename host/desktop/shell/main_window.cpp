@@ -206,10 +206,14 @@ void MainWindow::Remember() {
   remembered_.SetLayout(saveGeometry(), saveState());
   remembered_.SetAppearance(appearance_);
   remembered_.SetFolder(FolderOfFiles());
+  RememberPlace();
+}
+
+void MainWindow::RememberPlace() {
   if (place_ != nullptr) {
     const int row = screens_->currentRow();
     remembered_.SetPlace(
-        place_->unitKey(),
+        RememberedAs(place_->file()), place_->unitKey(),
         row < 0 ? QString() : QString::fromLatin1(Screens()[static_cast<std::size_t>(row)].key));
   }
 }
@@ -248,7 +252,7 @@ void MainWindow::ShowAgain() {
   }
   const std::int32_t before = place_->unitKey();
   const QString name = units_->currentText();
-  if (!ReadUnits(before != 0 ? before : remembered_.unit())) {
+  if (!ReadUnits(before != 0 ? before : remembered_.unit(RememberedAs(place_->file())))) {
     return;
   }
   if (before != 0 && place_->unitKey() != before) {

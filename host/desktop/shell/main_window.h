@@ -98,6 +98,10 @@ class MainWindow final : public QMainWindow {
   void KeepOnScreenLater();
   void KeepOnScreen();
   void Remember();
+  /// The unit of the store that is open, and the screen in front.
+  void RememberPlace();
+  /// The name under which a store is known the next time, whatever folder that is begun in.
+  [[nodiscard]] static QString RememberedAs(const std::filesystem::path& store);
 
   Remembered remembered_;
   WorkSurroundings surroundings_;

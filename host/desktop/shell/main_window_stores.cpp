@@ -99,6 +99,7 @@ bool MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::
   if (!runner_.Run(tr("Reading the units"), [&] { units = place->session().Units(); })) {
     return false;
   }
+  RememberPlace();
   pages_->Drop();
   place_ = std::move(place);
   pages_->Take(place_.get());
@@ -108,12 +109,19 @@ bool MainWindow::TakeStore(std::unique_ptr<Store> store, const std::filesystem::
   place_->OnUnits([this] { TakeUnits(); });
   place_->OnUnitGone([this] { LeaveUnitLater(); });
   setWindowTitle(tr("%1 – %2").arg(name, QCoreApplication::applicationName()));
-  FillUnits(units, remembered_.unit());
+  FillUnits(units, remembered_.unit(RememberedAs(file)));
   sides_->show();
   ofStore_->setEnabled(true);
   const QString last = remembered_.screen();
   ShowScreen(last.isEmpty() ? QString::fromLatin1(Screens().front().key) : last);
   return true;
+}
+
+QString MainWindow::RememberedAs(const std::filesystem::path& store) {
+  if (store.empty() || IsServerName(store.string())) {
+    return WithoutPassword(QString::fromStdString(store.string()));
+  }
+  return QString::fromStdString(std::filesystem::absolute(store).lexically_normal().string());
 }
 
 void MainWindow::TellNotOpened(const QString& what, const std::exception& failure) {

@@ -13,9 +13,15 @@ const QString kText = QStringLiteral("look/text");
 const QString kStore = QStringLiteral("last/store");
 const QString kFolder = QStringLiteral("last/folder");
 const QString kServer = QStringLiteral("last/server");
-const QString kUnit = QStringLiteral("last/unit");
+const QString kUnits = QStringLiteral("last/units");  // "2 /home/rae/building.db", latest first
 const QString kScreen = QStringLiteral("last/screen");
 }  // namespace setting
+
+constexpr int kMostStores = 50;
+
+QString StoreIn(const QString& unitOfStore) {
+  return unitOfStore.section(QLatin1Char(' '), 1);
+}
 
 }  // namespace
 
@@ -79,16 +85,24 @@ void Remembered::SetFolder(const QString& path) {
   settings_.setValue(setting::kFolder, path);
 }
 
-std::int32_t Remembered::unit() const {
-  return settings_.value(setting::kUnit).toInt();
+std::int32_t Remembered::unit(const QString& store) const {
+  for (const QString& known : settings_.value(setting::kUnits).toStringList()) {
+    if (StoreIn(known) == store) {
+      return known.section(QLatin1Char(' '), 0, 0).toInt();
+    }
+  }
+  return 0;
 }
 
 QString Remembered::screen() const {
   return settings_.value(setting::kScreen).toString();
 }
 
-void Remembered::SetPlace(std::int32_t unit, const QString& screen) {
-  settings_.setValue(setting::kUnit, unit);
+void Remembered::SetPlace(const QString& store, std::int32_t unit, const QString& screen) {
+  QStringList known = settings_.value(setting::kUnits).toStringList();
+  known.removeIf([&store](const QString& one) { return StoreIn(one) == store; });
+  known.prepend(QStringLiteral("%1 %2").arg(unit).arg(store));
+  settings_.setValue(setting::kUnits, known.mid(0, kMostStores));
   if (!screen.isEmpty()) {
     settings_.setValue(setting::kScreen, screen);
   }

@@ -36,9 +36,10 @@ class Remembered {
   /// Where files were chosen; "" before the first one.
   [[nodiscard]] QString folder() const;
   void SetFolder(const QString& path);
-  [[nodiscard]] std::int32_t unit() const;
+  /// That was shown of a store, by its name, the last time; 0 for one that was not open lately.
+  [[nodiscard]] std::int32_t unit(const QString& store) const;
   [[nodiscard]] QString screen() const;
-  void SetPlace(std::int32_t unit, const QString& screen);
+  void SetPlace(const QString& store, std::int32_t unit, const QString& screen);
 
  private:
   QSettings& settings_;

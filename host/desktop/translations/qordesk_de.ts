@@ -5733,6 +5733,10 @@ Die Anlage bekommt gesagt, dass sie sie vergisst, und ihre Karten sind frei.</tr
         <source>%1 of %2</source>
         <translation>%1 von %2</translation>
     </message>
+    <message>
+        <source>The tenants are shown as they are now. Look at them and try again.</source>
+        <translation>Die Mieter werden gezeigt, wie sie jetzt sind. Sehen Sie sie an und versuchen Sie es noch einmal.</translation>
+    </message>
 </context>
 <context>
     <name>qorhost::UnitsPage</name>

@@ -106,6 +106,56 @@ TEST_F(CredentialScreens, EveryBoundIsRefusedInItsOwnWords) {
   EXPECT_EQ(Stored("9001", "9001"), "0");
 }
 
+TEST_F(CredentialScreens, EveryBoundOfARangeIsRefusedInItsOwnWords) {
+  struct Row {
+    const char* first;
+    const char* last;
+    const char* box;
+    const char* words;
+  };
+  const Row rows[] = {
+      {"", "9003", "txtPINStart", "You must enter a starting number."},
+      {"65536", "65536", "txtPINStart", "Please enter a Start Number smaller than 65535."},
+      {"9001", "0", "txtPINEND", "Please enter an ending number between 1 and 65535."},
+      {"9001", "65536", "txtPINEND", "Please enter a End Number smaller than 65535."},
+      {"9003", "9001", "txtPINEND", "The ending number must be greater than the starting number."}};
+  Click("severalCredentials");
+  for (const Row& row : rows) {
+    EnterCard(row.first);
+    Type("txtPINEND", row.last);
+    answers_->Click(QMessageBox::Ok);
+    Click("saveButton");
+    EXPECT_EQ(Marked(), std::string(row.box) + ": " + row.words);
+  }
+  EXPECT_EQ(Stored("9001", "9003"), "0");
+}
+
+TEST_F(CredentialScreens, EveryBoundOfATypeIsRefusedInItsOwnWords) {
+  struct Row {
+    const char* type;
+    const char* box;
+    const char* text;
+    const char* words;
+  };
+  const Row rows[] = {
+      {"Corvin 30-Bit Card", "txtFacilityCode", "64",
+       "Please enter a Facility Code between 0 and 63."},
+      {"Transmitter", "txtSequenceCode", "3", "Please enter a Sequence Code between 0 and 2."},
+      {"Transmitter", "txtIDCode", "27", "Please enter an ID Code between 0 and 26."}};
+  for (const Row& row : rows) {
+    EnterCard("9001");
+    Choose("cboCredentialType", row.type);
+    if (std::string_view(row.type) == "Transmitter") {
+      Type("txtIDCode", "1");
+    }
+    Type(row.box, row.text);
+    answers_->Click(QMessageBox::Ok);
+    Click("saveButton");
+    EXPECT_EQ(Marked(), std::string(row.box) + ": " + row.words);
+  }
+  EXPECT_EQ(Stored("9001", "9001"), "0");
+}
+
 TEST_F(CredentialScreens, TheTypeShowsWhatATransmitterHas) {
   EXPECT_FALSE(Find<QLineEdit>("txtIDCode").isVisible());
   EXPECT_FALSE(Find<QLabel>("lblIDCode").isVisible());

@@ -236,7 +236,7 @@ class DaysWork : public DesktopTest {
 };
 
 TEST_F(DaysWork, LeavesNothingBehind) {
-  const long operations = Asked("QORDESK_OPERATIONS", 300);
+  const long operations = Asked("QORDESK_OPERATIONS", 500);
   OpenDemoAt(QStringLiteral("dir_codes"));
   const long begin = DoUntil(operations / 3);  // what is kept for good is there
   ASSERT_FALSE(HasFailure());

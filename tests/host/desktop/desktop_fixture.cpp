@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <algorithm>
 #include <fstream>
@@ -16,7 +17,9 @@
 #include "frame/convert.h"
 #include "host/desks/unit_export.h"
 #include "host/desktop/binding/qt_text.h"
+#include "host/desktop/shell/page_room.h"
 #include "host/store/unit_of_work.h"
+#include "tests/host/desktop/cut_texts.h"
 
 namespace qorhost::test {
 
@@ -80,6 +83,13 @@ void Settle() {
   QCoreApplication::processEvents();
 }
 
+void LayOut() {
+  constexpr int kRounds = 5;
+  for (int round = 0; round < kRounds; ++round) {
+    Settle();
+  }
+}
+
 bool ComesTrue(const std::function<bool()>& condition) {
   return QTest::qWaitFor(condition, kLongestWait);
 }
@@ -140,6 +150,9 @@ void Answers::Look() {
     ADD_FAILURE() << "unexpected: " << (box != nullptr ? seen_.back().text : "a dialog");
     QTest::keyClick(dialog, Qt::Key_Escape);
     return;
+  }
+  if (qobject_cast<QFileDialog*>(dialog) == nullptr) {  // which is Qt's own
+    ExpectNothingCut(*dialog, FromQt(dialog->windowTitle()));
   }
   if (answer.work) {
     answer.work(*dialog);
@@ -326,6 +339,17 @@ std::string DesktopTest::TextIn(const char* line) {
 std::string DesktopTest::Marked() {
   QWidget* marked = page().mark().marked();
   return marked == nullptr ? "" : FromQt(marked->objectName()) + ": " + FromQt(page().mark().why());
+}
+
+void DesktopTest::ExpectNoScrollingSideways(const std::string& where) {
+  constexpr QSize kSmallestScreen(1280, 800);
+  const QSize before = window().size();
+  window().resize(kSmallestScreen);
+  Settle();
+  EXPECT_LE(window().width(), kSmallestScreen.width()) << where;
+  EXPECT_EQ(window().findChild<PageRoom*>()->horizontalScrollBar()->maximum(), 0) << where;
+  window().resize(before);
+  Settle();
 }
 
 std::string DesktopTest::Told() {

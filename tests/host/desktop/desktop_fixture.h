@@ -159,6 +159,8 @@ class DesktopTest : public testing::Test {
   /// What is said at which widget: "txtPINStart: You must ...".
   [[nodiscard]] std::string Marked();
   [[nodiscard]] std::string Told();
+  /// On the smallest computer screen that the program is made for.
+  void ExpectNoScrollingSideways(const std::string& where);
   /// Issues a card at the credential screen and gives it to Paula O'Brien: two entries of the
   /// history, and a step.
   void GiveACard(const char* number);
@@ -187,6 +189,10 @@ class DesktopTest : public testing::Test {
 
 /// Works off what waits in the window's queue.
 void Settle();
+
+/// A window that has to grow is told of its new size by its system, and lays itself out behind
+/// that.
+void LayOut();
 
 /// Works off what comes until the condition holds, however long a machine takes that has much to
 /// do; false when it never does.

@@ -127,6 +127,15 @@ TEST_F(DirCodeScreens, EveryRefusalStandsAtItsWidget) {
   EXPECT_EQ(CellOf("Count(*)", "399"), "0");
 }
 
+TEST_F(DirCodeScreens, ACodeThatIsThereAlreadyIsRefused) {
+  EnterCode("101");
+  answers_->Click(QMessageBox::Ok);
+  Click("saveButton");
+  EXPECT_EQ(answers_->LastText(),
+            "This Directory Code already exists. Please enter a different Directory Code.");
+  EXPECT_EQ(CellOf("Count(*)", "101"), "1");
+}
+
 TEST_F(DirCodeScreens, ACodeThatIsNoNumberIsToldWithoutABox) {
   EnterCode("39x");
   Click("saveButton");

@@ -16,6 +16,7 @@
 #include "host/desktop/screens/import_page.h"
 #include "host/desktop/screens/merge_page.h"
 #include "host/desktop/shell/language.h"
+#include "tests/host/desktop/cut_texts.h"
 #include "tests/host/desktop/desktop_fixture.h"
 #include "tests/host/desktop/translation_file.h"
 
@@ -115,7 +116,8 @@ QString WithoutWhatStays(QString text) {
   return text;
 }
 
-class GermanWalk : public DesktopTest {
+/// At each size of its texts, in percent.
+class GermanWalk : public DesktopTest, public testing::WithParamInterface<int> {
  protected:
   void SetUp() override {
     if (!german_.isTranslated()) {
@@ -123,6 +125,9 @@ class GermanWalk : public DesktopTest {
     }
     ASSERT_GT(EnglishWords().size(), 300);
     MakeWindow();  // again: what was made before is English
+    window().SetAppearance({Theme::kLight, GetParam()});
+    LayOut();
+    ExpectNothingCut(window(), "start");
     OpenDemoAt(QStringLiteral("overview"));
   }
 
@@ -139,6 +144,7 @@ class GermanWalk : public DesktopTest {
   void LookAt(const QWidget& root, const std::string& where);
   void LookAt(const QAbstractItemView& view, const std::string& where);
   void LookAt(const std::string& where) { LookAt(window(), where); }
+  void TearDown() override { window().SetAppearance({}); }
   void ClickRow(const char* table, int row, Qt::KeyboardModifier key = Qt::NoModifier) {
     auto& view = Find<QTableView>(table);
     int column = 0;
@@ -172,6 +178,7 @@ void GermanWalk::LookAt(const QAbstractItemView& view, const std::string& where)
 }
 
 void GermanWalk::LookAt(const QWidget& root, const std::string& where) {
+  ExpectNothingCut(root, where);
   for (const QWidget* widget : root.findChildren<QWidget*>()) {
     const bool isOfOthers = std::any_of(
         std::begin(kOfOthers), std::end(kOfOthers),
@@ -206,18 +213,19 @@ void GermanWalk::LookAt(const QWidget& root, const std::string& where) {
   }
 }
 
-TEST_F(GermanWalk, EveryScreenAsItOpens) {
+TEST_P(GermanWalk, EveryScreenAsItOpens) {
   GiveACard("9021");  // so that steps and history have rows
   for (const ScreenEntry& screen : Screens()) {
     window().ShowScreen(QString::fromLatin1(screen.key));
     Settle();
     LookAt(screen.key);
+    ExpectNoScrollingSideways(screen.key);
   }
   constexpr int kManyTexts = 1000;
   EXPECT_GT(looked_, kManyTexts);
 }
 
-TEST_F(GermanWalk, StepsAndEntriesOfTheHistory) {
+TEST_P(GermanWalk, StepsAndEntriesOfTheHistory) {
   GiveACard("9021");
   window().ShowScreen(QStringLiteral("steps"));
   EXPECT_EQ(Find<QTableView>("steps").model()->index(0, 3).data().toString(),
@@ -233,7 +241,7 @@ TEST_F(GermanWalk, StepsAndEntriesOfTheHistory) {
   }
 }
 
-TEST_F(GermanWalk, TenantsAndWhatAChangeWouldDo) {
+TEST_P(GermanWalk, TenantsAndWhatAChangeWouldDo) {
   window().ShowScreen(QStringLiteral("tenants"));
   ClickRow("tenants", 0);
   LookAt("a tenant");
@@ -247,13 +255,19 @@ TEST_F(GermanWalk, TenantsAndWhatAChangeWouldDo) {
   LookAt("several tenants");
 }
 
-TEST_F(GermanWalk, ReportsWithConditions) {
+TEST_P(GermanWalk, ReportsWithConditions) {
   for (const char* report : {"credential_report", "dir_code_report"}) {
     window().ShowScreen(QString::fromLatin1(report));
     auto& field = Find<QComboBox>("cboField_0");
     for (int entry = 0; entry < field.count(); ++entry) {
       Choose("cboField_0", field.itemText(entry).toUtf8().constData());
       LookAt(std::string(report) + ", field " + std::to_string(entry));
+      const auto& filter = Find<QComboBox>("cboFilter_0");
+      for (int kind = 0; kind < filter.count(); ++kind) {
+        Choose("cboFilter_0", filter.itemText(kind).toUtf8().constData());
+        LayOut();
+        ExpectNothingCut(page(), report);
+      }
     }
   }
   Choose("cboField_0", "Letzter Tag");
@@ -265,7 +279,7 @@ TEST_F(GermanWalk, ReportsWithConditions) {
   LookAt("report with a condition that is wrong");
 }
 
-TEST_F(GermanWalk, AMergeAndItsDifferences) {
+TEST_P(GermanWalk, AMergeAndItsDifferences) {
   const std::filesystem::path unit = WriteChangedUnit();
   window().ShowScreen(QStringLiteral("merge"));
   dynamic_cast<MergePage&>(page()).Open(unit);
@@ -277,7 +291,7 @@ TEST_F(GermanWalk, AMergeAndItsDifferences) {
   }
 }
 
-TEST_F(GermanWalk, AStoreThatIsChecked) {
+TEST_P(GermanWalk, AStoreThatIsChecked) {
   SpoilCards();
   answers_->With([this](QDialog& dialog) {
     LookAt(dialog, "faults");
@@ -292,7 +306,7 @@ TEST_F(GermanWalk, AStoreThatIsChecked) {
   }
 }
 
-TEST_F(GermanWalk, AnImportThatIsChecked) {
+TEST_P(GermanWalk, AnImportThatIsChecked) {
   const std::filesystem::path residents = WriteResidents();
   window().ShowScreen(QStringLiteral("import"));
   dynamic_cast<ImportPage&>(page()).Open(residents);
@@ -302,6 +316,23 @@ TEST_F(GermanWalk, AnImportThatIsChecked) {
   Click("checkButton");
   LookAt("import, checked");
 }
+
+TEST_P(GermanWalk, DialogsOfTheStoreAndOfALease) {
+  answers_->With([this](QDialog& dialog) {
+    LookAt(dialog, "server");
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  ChooseInMenu("Server öffnen…");
+  window().ShowScreen(QStringLiteral("tenants"));
+  ClickRow("tenants", 0);
+  answers_->With([this](QDialog& dialog) {
+    LookAt(dialog, "end of a lease");
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  Click("endButton");
+}
+
+INSTANTIATE_TEST_SUITE_P(Text, GermanWalk, testing::Values(100, 150));
 
 }  // namespace
 }  // namespace qorhost::test

@@ -108,6 +108,22 @@ TEST_F(ImportScreens, HeadingsAreSaidToStandForColumns) {
   EXPECT_THAT(Told(), StartsWith("Checked: 1 would be stored, 0 refused."));
 }
 
+TEST_F(ImportScreens, WhatAColumnStandsForIsForgottenWhenTheFileHoldsSomethingElse) {
+  ChooseFile("in.csv", "Name,Ring\nRae,1\n");
+  Choose("column", "Ring");
+  Choose("standsFor", "Phone No.");
+  EXPECT_EQ(Grid("preview").model()->headerData(kFirstCell + 1, Qt::Horizontal).toString(),
+            QStringLiteral("Ring → Phone No."));
+  Choose("kind", kCodes);
+  EXPECT_EQ(Grid("preview").model()->headerData(kFirstCell + 1, Qt::Horizontal).toString(),
+            QStringLiteral("Ring → ?"));
+  Click("checkButton");
+  EXPECT_THAT(Marked(), HasSubstr("say what it stands for"));
+  Choose("kind", "Tenants with their cards and codes");
+  Choose("column", "Ring");
+  EXPECT_EQ(Find<QComboBox>("standsFor").currentIndex(), -1);
+}
+
 TEST_F(ImportScreens, WithoutAFileNothingIsProposed) {
   EXPECT_FALSE(Find<QLabel>("proposal").isVisible());
   EXPECT_FALSE(Find<QPushButton>("takeProposals").isVisible());

@@ -23,7 +23,6 @@ namespace qorhost::test {
 namespace {
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 class Windows : public DesktopTest {};
 
@@ -41,8 +40,10 @@ TEST_F(Windows, WhatIsNoStoreIsToldAndTheProgramGoesOn) {
   answers_->Click(QMessageBox::Ok);
   EXPECT_FALSE(window().OpenStore(File("notes.db")));
   EXPECT_EQ(answers_->seen().back().icon, QMessageBox::Critical);
+  EXPECT_THAT(answers_->LastText(), HasSubstr("the file is not a store: choose another one"));
   answers_->Click(QMessageBox::Ok);
   EXPECT_FALSE(window().OpenStore(File("missing.db")));
+  EXPECT_THAT(answers_->LastText(), HasSubstr("there is no database"));
   Click("demoButton");
   EXPECT_NE(window().place(), nullptr);
 }
@@ -53,7 +54,8 @@ TEST_F(Windows, AStoreThatVanishesIsToldAndTheEntryStays) {
   std::filesystem::rename(File("building.db"), File("elsewhere.db"));
   answers_->Click(QMessageBox::Ok);
   Click("saveButton");
-  EXPECT_THAT(answers_->LastText(), testing::Not(IsEmpty()));
+  EXPECT_THAT(answers_->LastText(),
+              HasSubstr("The store was moved or replaced meanwhile and has to be opened again."));
   EXPECT_EQ(TextIn("txtPINStart"), "9001");
 }
 
@@ -70,6 +72,22 @@ TEST_F(Windows, LayoutStoreUnitAndScreenAreRemembered) {
   EXPECT_EQ(window().size(), QSize(1111, 777));
   EXPECT_LT(QApplication::palette().color(QPalette::Window).lightness(), 100);
   window().SetAppearance({});
+}
+
+TEST_F(Windows, EachStoreIsOpenedAtTheUnitThatWasItsLast) {
+  OpenDemoAt(QStringLiteral("overview"));
+  const std::int32_t other = Find<QComboBox>("unitChooser").itemData(2).toInt();
+  ASSERT_NE(other, kUnit);
+  ASSERT_TRUE(window().CreateStoreAt(File("another.db"), true));
+  EXPECT_NE(window().place()->unitKey(), kUnit);  // it has none yet, so the first one
+  window().ShowUnit(other);
+  ASSERT_TRUE(window().OpenStore(File("building.db")));
+  EXPECT_EQ(window().place()->unitKey(), kUnit);
+  MakeWindow();
+  ASSERT_TRUE(window().OpenStore(File(".") / "another.db"));
+  EXPECT_EQ(window().place()->unitKey(), other);
+  ASSERT_TRUE(window().OpenStore(File("building.db")));
+  EXPECT_EQ(window().place()->unitKey(), kUnit);
 }
 
 TEST_F(Windows, TextOfTwiceTheSizeLeavesTheWindowOnTheScreen) {
