@@ -20,7 +20,7 @@ struct DesktopReading {
   std::size_t mostBytes = std::size_t{128} << 20;        ///< of rows; what is made of it takes more
   /// Of cells, with one for each row and column itself: an empty cell takes few bytes of those
   /// above, and as much memory as a number.
-  std::size_t mostCells = 8'000'000;
+  std::size_t mostCells = 5'000'000;
   std::size_t mebibytes = 512;                 ///< of memory, at most
   std::chrono::seconds processorTime{120};     ///< at most
   std::chrono::milliseconds longest{300'000};  ///< from its beginning to its end

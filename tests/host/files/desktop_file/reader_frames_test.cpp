@@ -74,7 +74,7 @@ std::size_t MostMegabytes() {
 TEST(ReaderFrames, WideEmptyRowsTakeABoundedMemory) {
   constexpr std::uint32_t kColumns = 255;
   constexpr std::uint32_t kRows = 125'000;
-  constexpr std::size_t kMegabytes = 700;
+  constexpr std::size_t kMegabytes = 500;
   const std::string frames = FramesOfEmptyRows(kColumns, kRows);
   ASSERT_LT(frames.size(), DesktopReading().mostBytes);
   // In a process of its own, whose most memory is not that of tests before.
